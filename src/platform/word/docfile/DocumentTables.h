@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/PropertyLists.h"
+#include "platform/word/docfile/Story.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What property lists point to. Inside the program every operand that names a font, a style, a
+// list or a piece of the Data stream is an index into these tables; the reader makes it so and
+// the writer turns it back into what the file needs.
+namespace qvnd::word {
+
+// An entry of the font table (FFN). `record` is the FFN without its length byte, as it came.
+struct Font {
+    std::u16string name;
+    std::u16string alternateName;
+    Bytes record;
+};
+
+enum class StyleKind : std::uint8_t { paragraph = 1, character = 2, table = 3, list = 4 };
+
+// An entry of the style sheet (STD).
+struct StyleDefinition {
+    static constexpr StyleIndex none = 0x0FFF;
+    static constexpr std::uint16_t userDefined = 0x0FFE;
+
+    std::u16string name;    // without aliases
+    std::u16string aliases; // behind the name, joined by ","; may be empty
+    StyleKind kind = StyleKind::paragraph;
+    std::uint16_t sti = userDefined; // number of a built-in style, else userDefined
+    StyleIndex basedOn = none;       // istdBase
+    StyleIndex next = 0;             // istdNext
+    StyleIndex link = 0;             // istdLink of Stdf's post-2000 part, 0 for none
+    std::uint16_t flags = 0;         // grfstd: fAutoRedef, fHidden, fSemiHidden, fLocked, ...
+    PropertyListId paragraph = PropertyListId::empty; // UpxPapx without istd
+    PropertyListId character = PropertyListId::empty; // UpxChpx
+    PropertyListId table = PropertyListId::empty;     // UpxTapx of a table style
+};
+
+struct StyleSheet {
+    std::vector<std::optional<StyleDefinition>> styles; // by istd; the first 15 are fixed places
+    std::array<std::uint16_t, 4> defaultFonts{};        // rgftcStandardChpStsh and ftcBi
+};
+
+// A level of a list (LVL).
+struct ListLevel {
+    std::array<std::uint8_t, 28> head{};              // LVLF; its two lengths are the writer's
+    PropertyListId paragraph = PropertyListId::empty; // grpprlPapx
+    PropertyListId character = PropertyListId::empty; // grpprlChpx
+    std::u16string text;                              // xst: number text with level places 0..8
+};
+
+struct ListDefinition { // LSTF with its levels
+    std::int32_t lsid = 0;
+    std::int32_t tplc = 0;
+    std::array<StyleIndex, 9> linkedStyles{}; // rgistdPara
+    std::uint8_t flags = 0;
+    std::uint8_t grfhic = 0;
+    std::vector<ListLevel> levels; // 1 for a simple list, else 9
+    std::u16string name;           // SttbListNames
+};
+
+struct ListLevelOverride { // LFOLVL
+    std::int32_t startAt = 0;
+    std::uint32_t flags = 0; // iLvl, fStartAt, fFormatting, grfhic as in the file
+    std::optional<ListLevel> level;
+};
+
+struct ListOverride { // LFO; sprmPIlfo names it, counted from 1
+    std::int32_t lsid = 0;
+    std::uint8_t fieldKind = 0; // ibstFltAutoNum
+    std::uint8_t grfhic = 0;
+    std::vector<ListLevelOverride> levels;
+};
+
+// A self-contained piece of the Data stream: a picture (PICFAndOfficeArtData), form field or
+// hyperlink data (NilPICFAndBinData). Shared, since a merge keeps it as it is.
+using DataBlob = std::shared_ptr<const Bytes>;
+
+struct DocumentTables {
+    PropertyLists lists;
+    StyleSheet styles;
+    std::vector<Font> fonts;
+    std::vector<ListDefinition> listDefinitions;
+    std::vector<ListOverride> listOverrides;
+    std::vector<DataBlob> blobs;         // operand of sprmCPicLocation
+    std::vector<std::u16string> authors; // of revisions; operand of sprmCIbstRMark and its kin
+};
+
+} // namespace qvnd::word
