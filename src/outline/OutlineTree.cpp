@@ -1,0 +1,192 @@
+#include "outline/OutlineTree.h"
+
+#include "outline/OutlineTreeObserver.h"
+#include "platform/error/RunTimeError.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace qvnd::outline {
+
+namespace {
+
+bool isDigitsOnly(const QString& key) {
+    return !key.isEmpty() &&
+           std::all_of(key.begin(), key.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+[[noreturn]] void elementNotFound() { throw RunTimeError(error::elementNotFound, u"找不到元素"); }
+
+} // namespace
+
+OutlineTree::OutlineTree(QString name) : name_(std::move(name)) {}
+OutlineTree::~OutlineTree() = default;
+
+void OutlineTree::checkKey(const QString& key) const {
+    if (isDigitsOnly(key)) {
+        throw RunTimeError(error::keyInvalid, u"无效的关键字");
+    }
+    if (!key.isEmpty() && byKey_.contains(key)) {
+        throw RunTimeError(error::keyNotUnique, u"集合中的关键字不唯一");
+    }
+}
+
+OutlineTree::Siblings& OutlineTree::siblingsOf(const OutlineNode& node) {
+    return node.parent_ ? node.parent_->children_ : topLevel_;
+}
+
+OutlineNode& OutlineTree::append(OutlineNode* parent, const QString& key, const QString& text,
+                                 int image, int selectedImage) {
+    checkKey(key);
+    auto node = std::make_unique<OutlineNode>();
+    node->key_ = key;
+    node->text_ = text;
+    node->image_ = image;
+    node->selectedImage_ = selectedImage;
+    node->parent_ = parent;
+    node->index_ = Count() + 1;
+    Siblings& siblings = siblingsOf(*node);
+    node->row_ = static_cast<int>(siblings.size());
+
+    for (auto* observer : observers_) {
+        observer->aboutToAdd(parent, node->row_);
+    }
+    siblings.push_back(node.get());
+    if (!key.isEmpty()) {
+        byKey_.insert(key, node.get());
+    }
+    nodes_.push_back(std::move(node));
+    OutlineNode& added = *nodes_.back();
+    for (auto* observer : observers_) {
+        observer->added(added);
+    }
+    return added;
+}
+
+OutlineNode& OutlineTree::Add(const QString& key, const QString& text, int image,
+                              int selectedImage) {
+    return append(nullptr, key, text, image, selectedImage);
+}
+
+OutlineNode& OutlineTree::AddChild(const QString& parentKey, const QString& key,
+                                   const QString& text, int image, int selectedImage) {
+    return append(&Item(parentKey), key, text, image, selectedImage);
+}
+
+void OutlineTree::detach(OutlineNode& node) {
+    Siblings& siblings = siblingsOf(node);
+    siblings.erase(siblings.begin() + node.row_);
+    for (std::size_t row = node.row_; row < siblings.size(); ++row) {
+        siblings[row]->row_ = static_cast<int>(row);
+    }
+}
+
+void OutlineTree::dropSubtree(OutlineNode& node) {
+    std::vector<OutlineNode*> pending{&node};
+    std::unordered_set<const OutlineNode*> doomed;
+    while (!pending.empty()) {
+        OutlineNode* next = pending.back();
+        pending.pop_back();
+        doomed.insert(next);
+        byKey_.remove(next->key_);
+        pending.insert(pending.end(), next->children_.begin(), next->children_.end());
+    }
+    std::erase_if(nodes_, [&](const auto& owned) { return doomed.contains(owned.get()); });
+    for (std::size_t i = 0; i < nodes_.size(); ++i) {
+        nodes_[i]->index_ = static_cast<int>(i) + 1;
+    }
+}
+
+void OutlineTree::Remove(const QString& key) {
+    OutlineNode& node = Item(key);
+    for (const OutlineNode* at = selected_; at; at = at->parent_) {
+        if (at == &node) {
+            Select(nullptr);
+            break;
+        }
+    }
+    for (auto* observer : observers_) {
+        observer->aboutToRemove(node);
+    }
+    detach(node);
+    dropSubtree(node);
+    for (auto* observer : observers_) {
+        observer->removed();
+    }
+}
+
+void OutlineTree::Clear() {
+    Select(nullptr);
+    for (auto* observer : observers_) {
+        observer->aboutToClear();
+    }
+    topLevel_.clear();
+    byKey_.clear();
+    nodes_.clear();
+    for (auto* observer : observers_) {
+        observer->cleared();
+    }
+}
+
+OutlineNode& OutlineTree::Item(int index) const {
+    if (index < 1 || index > Count()) {
+        elementNotFound();
+    }
+    return *nodes_[static_cast<std::size_t>(index) - 1];
+}
+
+OutlineNode& OutlineTree::Item(const QString& key) const {
+    OutlineNode* node = find(key);
+    if (!node) {
+        elementNotFound();
+    }
+    return *node;
+}
+
+OutlineNode* OutlineTree::find(const QString& key) const { return byKey_.value(key, nullptr); }
+
+OutlineNode* OutlineTree::Next(const OutlineNode& node) const {
+    const Siblings& siblings = node.parent_ ? node.parent_->children_ : topLevel_;
+    const auto next = static_cast<std::size_t>(node.row_) + 1;
+    return next < siblings.size() ? siblings[next] : nullptr;
+}
+
+void OutlineTree::Select(OutlineNode* node) {
+    if (node == selected_) {
+        return;
+    }
+    selected_ = node;
+    for (auto* observer : observers_) {
+        observer->selectionChanged(node);
+    }
+}
+
+void OutlineTree::Expand(OutlineNode& node, bool expanded) {
+    if (node.expanded_ == expanded) {
+        return;
+    }
+    node.expanded_ = expanded;
+    for (auto* observer : observers_) {
+        observer->expandedChanged(node);
+    }
+}
+
+void OutlineTree::setText(OutlineNode& node, const QString& text) {
+    node.text_ = text;
+    for (auto* observer : observers_) {
+        observer->textChanged(node);
+    }
+}
+
+void OutlineTree::addObserver(OutlineTreeObserver* observer) {
+    if (std::find(observers_.begin(), observers_.end(), observer) == observers_.end()) {
+        observers_.push_back(observer);
+    }
+}
+
+void OutlineTree::removeObserver(OutlineTreeObserver* observer) {
+    std::erase(observers_, observer);
+}
+
+} // namespace qvnd::outline

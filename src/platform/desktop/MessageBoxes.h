@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+namespace qvnd::desktop {
+
+enum class Icon { none, information, question, exclamation, critical };
+enum class Buttons { ok, okCancel, yesNo };
+enum class Answer { ok, cancel, yes, no };
+
+struct Message {
+    QString text;
+    Icon icon = Icon::none;
+    // Empty: the box bears no title of its own.
+    QString title;
+    Buttons buttons = Buttons::ok;
+};
+
+// Every message box of the program goes through here, so that a window, a terminal or a test can
+// stand behind it. Blocks until the user has answered; never throws.
+class MessageBoxes {
+public:
+    virtual ~MessageBoxes() = default;
+
+    // The button that was pressed: one of those that the message offers.
+    virtual Answer show(const Message& message) = 0;
+
+    // A box with one button.
+    void tell(const QString& text, Icon icon = Icon::none, const QString& title = {}) {
+        show({text, icon, title, Buttons::ok});
+    }
+    // A box with Yes and No; true for Yes.
+    bool ask(const QString& text, Icon icon, const QString& title = {}) {
+        return show({text, icon, title, Buttons::yesNo}) == Answer::yes;
+    }
+};
+
+} // namespace qvnd::desktop

@@ -1,0 +1,147 @@
+#include "outline/OutlineTree.h"
+
+#include "outline/OutlineTreeObserver.h"
+#include "support/Errors.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+using namespace qvnd;
+using namespace qvnd::outline;
+using test::errorNumberOf;
+
+namespace {
+
+struct OutlineTreeNodes : testing::Test {
+    OutlineTree tree{"TrvCurrent"};
+
+    void fill() {
+        tree.Add("T", "根", image::root, image::rootSelected);
+        tree.AddChild("T", "T.5", "甲", image::folder, image::folderSelected);
+        tree.AddChild("T", "T.2", "乙", image::folder, image::folderSelected);
+        tree.AddChild("T.5", "T.5.7", "丙", image::document, image::documentSelected);
+    }
+};
+
+TEST_F(OutlineTreeNodes, ChildrenKeepTheOrderOfAdding) {
+    fill();
+    OutlineNode& root = tree.Item("T");
+    ASSERT_EQ(root.Children(), 2);
+    EXPECT_EQ(root.Child()->Key(), "T.5");
+    EXPECT_EQ(tree.Next(*root.Child())->Key(), "T.2");
+    EXPECT_EQ(tree.Next(*tree.Next(*root.Child())), nullptr);
+    EXPECT_EQ(root.Parent(), nullptr);
+    EXPECT_EQ(tree.Item("T.5.7").Parent()->Key(), "T.5");
+}
+
+TEST_F(OutlineTreeNodes, PlacesAreCountedFromOneInTheOrderOfAdding) {
+    fill();
+    EXPECT_EQ(tree.Item(1).Key(), "T");
+    EXPECT_EQ(tree.Item(4).Key(), "T.5.7");
+    EXPECT_EQ(tree.Item("T.2").Index(), 3);
+    EXPECT_EQ(errorNumberOf([&] { tree.Item(0); }), error::elementNotFound);
+    EXPECT_EQ(errorNumberOf([&] { tree.Item(5); }), error::elementNotFound);
+}
+
+TEST_F(OutlineTreeNodes, SeveralOutlinesStandOneAfterAnother) {
+    fill();
+    tree.Add("U", "另一", image::root, image::rootSelected);
+    ASSERT_EQ(tree.topLevel().size(), 2U);
+    EXPECT_EQ(tree.Next(tree.Item("T"))->Key(), "U");
+}
+
+TEST_F(OutlineTreeNodes, AKeyIsUniqueInTheTree) {
+    fill();
+    EXPECT_EQ(errorNumberOf([&] { tree.AddChild("T.2", "T.5.7", "", 4, 3); }), error::keyNotUnique);
+    EXPECT_EQ(errorNumberOf([&] { tree.Add("T", "", 1, 2); }), error::keyNotUnique);
+    EXPECT_EQ(tree.Count(), 4);
+}
+
+TEST_F(OutlineTreeNodes, AKeyOfDigitsAloneIsRefused) {
+    EXPECT_EQ(errorNumberOf([&] { tree.Add("2024", "2024", 1, 2); }), error::keyInvalid);
+    EXPECT_EQ(errorNumberOf([&] { tree.Add("2024年", "2024年", 1, 2); }), std::nullopt);
+    EXPECT_EQ(tree.Count(), 1);
+}
+
+TEST_F(OutlineTreeNodes, AMissingParentIsAnElementNotFound) {
+    fill();
+    EXPECT_EQ(errorNumberOf([&] { tree.AddChild("T.9", "T.9.1", "", 4, 3); }),
+              error::elementNotFound);
+    EXPECT_EQ(tree.find("T.9"), nullptr);
+}
+
+TEST_F(OutlineTreeNodes, AnEmptyKeyIsNoKey) {
+    tree.Add("", "一", 1, 2);
+    tree.Add("", "二", 1, 2);
+    EXPECT_EQ(tree.Count(), 2);
+    EXPECT_EQ(errorNumberOf([&] { tree.Item(QString()); }), error::elementNotFound);
+}
+
+TEST_F(OutlineTreeNodes, RemovingTakesTheChildrenAlongAndClosesTheGap) {
+    fill();
+    tree.Remove("T.5");
+    EXPECT_EQ(tree.Count(), 2);
+    EXPECT_EQ(tree.find("T.5.7"), nullptr);
+    EXPECT_EQ(tree.Item("T.2").Index(), 2);
+    EXPECT_EQ(tree.Item("T.2").row(), 0);
+    EXPECT_EQ(errorNumberOf([&] { tree.Remove("T.5"); }), error::elementNotFound);
+}
+
+TEST_F(OutlineTreeNodes, RemovingDropsASelectionWithin) {
+    fill();
+    tree.Select(&tree.Item("T.5.7"));
+    tree.Remove("T.2");
+    EXPECT_EQ(tree.SelectedItem()->Key(), "T.5.7");
+    tree.Remove("T.5");
+    EXPECT_EQ(tree.SelectedItem(), nullptr);
+}
+
+TEST_F(OutlineTreeNodes, ClearLeavesNothing) {
+    fill();
+    tree.Select(&tree.Item("T"));
+    tree.Clear();
+    EXPECT_EQ(tree.Count(), 0);
+    EXPECT_EQ(tree.SelectedItem(), nullptr);
+    EXPECT_TRUE(tree.topLevel().empty());
+}
+
+class Listener : public OutlineTreeObserver {
+public:
+    void aboutToAdd(const OutlineNode* parent, int row) override {
+        heard << QString("add %1 %2").arg(parent ? parent->Key() : "-").arg(row);
+    }
+    void added(const OutlineNode& node) override { heard << "added " + node.Key(); }
+    void aboutToRemove(const OutlineNode& node) override { heard << "remove " + node.Key(); }
+    void removed() override { heard << "removed"; }
+    void aboutToClear() override { heard << "clear"; }
+    void cleared() override { heard << "cleared"; }
+    void textChanged(const OutlineNode& node) override { heard << "text " + node.Text(); }
+    void expandedChanged(const OutlineNode& node) override { heard << "expand " + node.Key(); }
+    void selectionChanged(const OutlineNode* node) override {
+        heard << "select " + (node ? node->Key() : "-");
+    }
+    QStringList heard;
+};
+
+TEST_F(OutlineTreeNodes, AnObserverHearsOfEachChangeBeforeAndAfter) {
+    fill();
+    Listener listener;
+    tree.addObserver(&listener);
+    tree.AddChild("T.5", "T.5.8", "丁", image::document, image::documentSelected);
+    tree.Select(&tree.Item("T.5"));
+    tree.Expand(tree.Item("T.5"));
+    tree.Expand(tree.Item("T.5"));
+    tree.setText(tree.Item("T.2"), "新");
+    tree.Remove("T.5");
+    tree.Clear();
+    EXPECT_EQ(listener.heard,
+              QStringList({"add T.5 1", "added T.5.8", "select T.5", "expand T.5", "text 新",
+                           "select -", "remove T.5", "removed", "clear", "cleared"}));
+    tree.removeObserver(&listener);
+    tree.Add("U", "", 1, 2);
+    EXPECT_EQ(listener.heard.size(), 10);
+}
+
+} // namespace

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/desktop/FileDialogs.h"
+#include "platform/error/RunTimeError.h"
+
+#include <QFileInfo>
+
+#include <optional>
+#include <vector>
+
+namespace qvnd::test {
+
+// Answers with `chosen`; without one the user cancels.
+class FakeFileDialogs : public desktop::FileDialogs {
+public:
+    desktop::ChosenFile open(const desktop::OpenFileQuestion& question) override {
+        asked.push_back(question);
+        if (!chosen) {
+            throw RunTimeError(error::dialogCancelled, u"选定“取消”。");
+        }
+        return {*chosen, QFileInfo(*chosen).fileName()};
+    }
+
+    std::optional<QString> chosen;
+    std::vector<desktop::OpenFileQuestion> asked;
+};
+
+} // namespace qvnd::test
