@@ -1,0 +1,39 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <vector>
+
+namespace qvnd::test {
+
+// The folder of real documents: what QVND_CORPUS names, else `shared/corpus` beside the folder of
+// the repository; nothing when there is no such folder.
+inline std::optional<std::filesystem::path> corpusFolder() {
+    const char* named = std::getenv("QVND_CORPUS");
+    const std::filesystem::path folder =
+        named != nullptr
+            ? std::filesystem::path(named)
+            : std::filesystem::path(QVND_SOURCE_DIR).parent_path() / "shared" / "corpus";
+    std::error_code error;
+    return std::filesystem::is_directory(folder, error) ? std::optional(folder) : std::nullopt;
+}
+
+// The documents of the corpus by name; empty when there is no corpus.
+inline std::vector<std::filesystem::path> corpusFiles(const std::string& extension = ".doc") {
+    std::vector<std::filesystem::path> files;
+    if (const auto folder = corpusFolder()) {
+        for (const auto& entry : std::filesystem::directory_iterator(*folder)) {
+            if (entry.is_regular_file() && entry.path().extension() == extension) {
+                files.push_back(entry.path());
+            }
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+} // namespace qvnd::test
