@@ -17,7 +17,7 @@
 namespace qvnd::word {
 
 // An entry of the font table (FFN). `record` is the FFN without its length byte, as it came.
-struct Font {
+struct FontEntry {
     std::u16string name;
     std::u16string alternateName;
     Bytes record;
@@ -86,7 +86,7 @@ using DataBlob = std::shared_ptr<const Bytes>;
 struct DocumentTables {
     PropertyLists lists;
     StyleSheet styles;
-    std::vector<Font> fonts;
+    std::vector<FontEntry> fonts;
     std::vector<ListDefinition> listDefinitions;
     std::vector<ListOverride> listOverrides;
     std::vector<DataBlob> blobs;         // operand of sprmCPicLocation
