@@ -25,6 +25,15 @@ struct FontEntry {
 
 enum class StyleKind : std::uint8_t { paragraph = 1, character = 2, table = 3, list = 4 };
 
+// What a style was before a tracked change of its definition (StkParaUpxGrLPUpxRM and
+// StkCharUpxGrLPUpxRM).
+struct OriginalStyle {
+    std::uint32_t date = 0;                           // DTTM
+    std::uint16_t author = 0;                         // index into the authors of revisions
+    PropertyListId paragraph = PropertyListId::empty; // that of a paragraph style only
+    PropertyListId character = PropertyListId::empty;
+};
+
 // An entry of the style sheet (STD).
 struct StyleDefinition {
     static constexpr StyleIndex none = 0x0FFF;
@@ -38,14 +47,17 @@ struct StyleDefinition {
     StyleIndex next = 0;             // istdNext
     StyleIndex link = 0;             // istdLink of Stdf's post-2000 part, 0 for none
     std::uint16_t flags = 0;         // grfstd: fAutoRedef, fHidden, fSemiHidden, fLocked, ...
+    std::uint16_t priority = 0;      // iPriority: the place in lists of styles, 0 to 99
     PropertyListId paragraph = PropertyListId::empty; // UpxPapx without istd
     PropertyListId character = PropertyListId::empty; // UpxChpx
     PropertyListId table = PropertyListId::empty;     // UpxTapx of a table style
+    std::optional<OriginalStyle> original;            // paragraph and character styles only
 };
 
 struct StyleSheet {
     std::vector<std::optional<StyleDefinition>> styles; // by istd; the first 15 are fixed places
     std::array<std::uint16_t, 4> defaultFonts{};        // rgftcStandardChpStsh and ftcBi
+    std::vector<std::uint32_t> latent; // mpstiilsd: flags and priority of each built-in style
 };
 
 // A level of a list (LVL).

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/DocumentTables.h"
+
+namespace qvnd::word {
+
+// One level of a list (LVL, [MS-DOC] 2.9.150). Throws FormatError when it reaches past the end.
+ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists);
+void encodeListLevel(LittleEndianWriter& writer, const ListLevel& level,
+                     const PropertyLists& lists);
+
+// A level that shows no number and adds no distance.
+ListLevel levelWithoutNumber();
+
+} // namespace qvnd::word
