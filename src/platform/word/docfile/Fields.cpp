@@ -1,0 +1,139 @@
+#include "platform/word/docfile/Fields.h"
+
+#include "platform/word/docfile/Plc.h"
+
+#include <algorithm>
+#include <map>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t fldSize = 2;
+constexpr std::uint8_t characterMask = 0x1F;
+constexpr std::uint8_t unknownKind = 1;
+constexpr std::uint8_t unusedData = 0xFF; // what a separator bears
+constexpr std::uint8_t endHasSeparator = 0x80;
+
+// All field characters of the text, in order, with what the Plcfld says of them.
+std::vector<FieldMark> characterMarks(ByteView plcfld, std::u16string_view text, int& damage) {
+    const Plc plc = decodePlc(plcfld, fldSize);
+    std::map<Cp, FieldMark> named;
+    for (std::size_t i = 0; i < plc.count(); ++i) {
+        const ByteView fld = plc.element(i);
+        const FieldMark mark{plc.positions[i], static_cast<std::uint8_t>(fld[0] & characterMask),
+                             fld[1]};
+        const bool there = mark.at < text.size() && text[mark.at] == mark.character &&
+                           isFieldCharacter(mark.character);
+        damage += there && named.emplace(mark.at, mark).second ? 0 : 1;
+    }
+    std::vector<FieldMark> marks;
+    for (Cp at = 0; at < text.size(); ++at) {
+        if (!isFieldCharacter(text[at])) {
+            continue;
+        }
+        const auto known = named.find(at);
+        damage += known == named.end() ? 1 : 0;
+        const std::uint8_t data = text[at] == fieldBegin ? unknownKind : std::uint8_t{0};
+        marks.push_back(known != named.end()
+                            ? known->second
+                            : FieldMark{at, static_cast<std::uint8_t>(text[at]), data});
+    }
+    return marks;
+}
+
+// Finds each begin's end; what has no counterpart keeps `false`.
+class FieldMatcher {
+public:
+    explicit FieldMatcher(std::vector<FieldMark>& marks) : marks_(marks), kept_(marks.size()) {}
+
+    std::vector<bool> match() {
+        for (std::size_t i = 0; i < marks_.size(); ++i) {
+            switch (marks_[i].character) {
+            case fieldBegin:
+                open_.push_back({i, none});
+                break;
+            case fieldSeparator:
+                separate(i);
+                break;
+            default:
+                close(i);
+            }
+        }
+        return kept_;
+    }
+
+private:
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    struct Open {
+        std::size_t begin;
+        std::size_t separator;
+    };
+
+    void separate(std::size_t i) {
+        if (!open_.empty() && open_.back().separator == none) {
+            open_.back().separator = i;
+        }
+    }
+
+    void close(std::size_t i) {
+        if (open_.empty()) {
+            return;
+        }
+        const Open field = open_.back();
+        open_.pop_back();
+        kept_[field.begin] = kept_[i] = true;
+        if (field.separator != none) {
+            kept_[field.separator] = true;
+            marks_[i].data |= endHasSeparator;
+        } else {
+            marks_[i].data &= static_cast<std::uint8_t>(~endHasSeparator);
+        }
+    }
+
+    std::vector<FieldMark>& marks_;
+    std::vector<bool> kept_;
+    std::vector<Open> open_;
+};
+
+} // namespace
+
+void appendFieldMarks(std::vector<FieldMark>& marks, std::span<const FieldMark> ofFragment,
+                      Cp begin, Cp length, Cp at) {
+    auto mark = std::lower_bound(ofFragment.begin(), ofFragment.end(), begin,
+                                 [](const FieldMark& m, Cp position) { return m.at < position; });
+    for (; mark != ofFragment.end() && mark->at - begin < length; ++mark) {
+        marks.push_back({mark->at - begin + at, mark->character, mark->data});
+    }
+}
+
+Bytes encodeFields(std::span<const FieldMark> marks, Cp length) {
+    if (marks.empty()) {
+        return {};
+    }
+    std::vector<std::uint32_t> positions;
+    LittleEndianWriter flds;
+    for (const FieldMark& mark : marks) {
+        positions.push_back(mark.at);
+        flds.u8(mark.character);
+        flds.u8(mark.character == fieldSeparator ? unusedData : mark.data);
+    }
+    positions.push_back(std::max(length, positions.back() + 1));
+    return encodePlc(positions, flds.data());
+}
+
+DecodedFields decodeFields(ByteView plcfld, std::u16string_view text) {
+    DecodedFields result;
+    std::vector<FieldMark> marks = characterMarks(plcfld, text, result.damage);
+    const std::vector<bool> kept = FieldMatcher(marks).match();
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        if (kept[i]) {
+            result.marks.push_back(marks[i]);
+        } else {
+            result.strays.push_back(marks[i].at);
+        }
+    }
+    return result;
+}
+
+} // namespace qvnd::word
