@@ -49,12 +49,12 @@ std::u16string zeroTerminated(ByteView text) {
     return name;
 }
 
-std::optional<Font> readFont(ByteView record) {
+std::optional<FontEntry> readFont(ByteView record) {
     if (record.size() < namesAt + 2) {
         return std::nullopt;
     }
     const ByteView names = record.subspan(namesAt);
-    Font font;
+    FontEntry font;
     font.name = zeroTerminated(names);
     const std::size_t alternate = std::size_t{2} * record[alternateAt];
     if (alternate != 0 && alternate < names.size()) {
@@ -80,7 +80,7 @@ void writeSignature(LittleEndianWriter& writer, bool chinese) {
     writer.u32(0);
 }
 
-Bytes makeRecord(const Font& font) {
+Bytes makeRecord(const FontEntry& font) {
     const bool chinese =
         std::any_of(font.name.begin(), font.name.end(), [](char16_t c) { return c >= 0x2E80; });
     LittleEndianWriter writer;
@@ -99,12 +99,12 @@ Bytes makeRecord(const Font& font) {
     return writer.take();
 }
 
-Font plainFont() { return makeFont(u"Times New Roman"); }
+FontEntry plainFont() { return makeFont(u"Times New Roman"); }
 
 } // namespace
 
-Font makeFont(std::u16string name) {
-    Font font;
+FontEntry makeFont(std::u16string name) {
+    FontEntry font;
     font.name = std::move(name);
     font.name.resize(std::min(font.name.size(), longestName));
     for (const NamePair& pair : latinNames) {
@@ -116,14 +116,14 @@ Font makeFont(std::u16string name) {
     return font;
 }
 
-std::vector<Font> decodeFonts(ByteView sttbfFfn, Remarks& remarks) {
-    std::vector<Font> fonts;
+std::vector<FontEntry> decodeFonts(ByteView sttbfFfn, Remarks& remarks) {
+    std::vector<FontEntry> fonts;
     try {
         LittleEndianReader reader(sttbfFfn, "SttbfFfn");
         const std::size_t count = reader.u16();
         const std::size_t extra = reader.u16();
         for (std::size_t ftc = 0; ftc < count; ++ftc) {
-            std::optional<Font> font = readFont(reader.view(reader.u8()));
+            std::optional<FontEntry> font = readFont(reader.view(reader.u8()));
             reader.skip(extra);
             if (!font) {
                 remarks.push_back(u"字体表第 " + digits(std::int64_t(ftc)) +
@@ -138,11 +138,11 @@ std::vector<Font> decodeFonts(ByteView sttbfFfn, Remarks& remarks) {
     return fonts;
 }
 
-Bytes encodeFonts(const std::vector<Font>& fonts) {
+Bytes encodeFonts(const std::vector<FontEntry>& fonts) {
     LittleEndianWriter writer;
     writer.u16(static_cast<unsigned>(fonts.size()));
     writer.u16(0); // cbExtra
-    for (const Font& font : fonts) {
+    for (const FontEntry& font : fonts) {
         const bool usable = font.record.size() > namesAt && font.record.size() <= longestRecord;
         const Bytes record = usable ? font.record : makeFont(font.name).record;
         writer.u8(static_cast<unsigned>(record.size()));
