@@ -1,5 +1,5 @@
-#include "platform/word/docfile/CompoundFile.h"
 #include "platform/word/docfile/Fib.h"
+#include "platform/word/docfile/CompoundFile.h"
 #include "platform/word/docfile/FormatError.h"
 
 #include "support/Corpus.h"
