@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/jet/Database.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace qvnd::jet {
+
+class WorkspaceState;
+
+// The databases of one run and the transaction that spans them.
+//
+// A statement outside a transaction lasts when its call returns, a killed process notwithstanding.
+// There is no rollback: whatever was done stays done, also in a transaction that a failure left
+// open.
+class Workspace {
+public:
+    Workspace();
+    ~Workspace(); // as Close
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
+
+    // Opens an existing file, shared, for reading and writing. 3024 when the file is absent, 3044
+    // when its folder is, 3051 when it may not be read and written, 3343 when it is no database of
+    // ours or damaged.
+    std::unique_ptr<Database> OpenDatabase(const QString& path);
+    // Makes an empty database and opens it; `locale` is kept in the file. 3204 when a file of that
+    // name exists, 3044 when its folder is absent, 3051 when it may not be written. However it
+    // ends, there is a whole database under the name or none.
+    std::unique_ptr<Database> CreateDatabase(const QString& path, const QString& locale);
+
+    // Until CommitTrans the changes in all open databases wait to be lasting together. A
+    // transaction that is still open is committed first.
+    void BeginTrans();
+    // Error 3034 without BeginTrans.
+    void CommitTrans();
+    bool InTransaction() const;
+
+    // Makes lasting what is written and not yet so: rows added one straight after the other, and
+    // the changes of a transaction, which stays open. Happens by itself before every other kind of
+    // call on the workspace, when a recordset or database closes, and when control returns to the
+    // event loop.
+    void Settle();
+
+    // Commits, and closes all databases opened through it.
+    void Close();
+
+private:
+    std::shared_ptr<WorkspaceState> state_;
+};
+
+} // namespace qvnd::jet
