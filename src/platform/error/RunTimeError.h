@@ -29,6 +29,7 @@ inline constexpr long overflow = 6;
 inline constexpr long typeMismatch = 13;
 inline constexpr long subscriptOutOfRange = 9;
 inline constexpr long fileNotFound = 53;
+inline constexpr long fileAlreadyExists = 58;
 inline constexpr long diskFull = 61;
 inline constexpr long permissionDenied = 70;
 inline constexpr long pathAccess = 75;

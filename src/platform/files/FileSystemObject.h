@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+namespace qvnd::files {
+
+// A folder or file as a listing shows it.
+struct Entry {
+    QString Name;
+    QString Path;
+};
+
+// Folders and files as the commands use them. Names are found without regard to case. Failures
+// are RunTimeErrors: 53 file not found, 58 already exists, 61 disk full, 70 permission denied,
+// 75 access failed, 76 path not found.
+class FileSystemObject {
+public:
+    virtual ~FileSystemObject() = default;
+
+    virtual bool FolderExists(const QString& path) = 0;
+    virtual bool FileExists(const QString& path) = 0;
+
+    // One level: 76 when the parent is missing, 58 when the folder is there.
+    virtual void CreateFolder(const QString& path) = 0;
+    // With all that is in it. Without `force` a file that may not be written stops it with 70;
+    // what was deleted before is gone. Links are removed, not followed. 76 when it is missing.
+    virtual void DeleteFolder(const QString& path, bool force) = 0;
+
+    // The target is replaced whole or not at all. 53 without a source, 76 without the target's
+    // folder, 58 when the target is there and may not be overwritten.
+    virtual void CopyFile(const QString& source, const QString& target, bool overwrite) = 0;
+    virtual void DeleteFile(const QString& path) = 0;
+
+    // In the order of their names; 76 when the folder is missing.
+    virtual std::vector<Entry> SubFolders(const QString& folder) = 0;
+    virtual std::vector<Entry> Files(const QString& folder) = 0;
+};
+
+} // namespace qvnd::files

@@ -1,0 +1,76 @@
+#include "platform/files/Paths.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace qvnd::files {
+
+namespace {
+
+// The spelling of `name` inside `folder`, or `name` itself when nothing there is called so.
+QString spellingIn(const QString& folder, const QString& name) {
+    const QStringList entries = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden |
+                                                       QDir::System | QDir::NoDotAndDotDot);
+    for (const QString& entry : entries) {
+        if (entry.compare(name, Qt::CaseInsensitive) == 0) {
+            return entry;
+        }
+    }
+    return name;
+}
+
+} // namespace
+
+QChar separator() { return QDir::separator(); }
+
+QString withSeparator(const QString& path) {
+    return path.endsWith(separator()) ? path : path + separator();
+}
+
+QString withoutSeparator(const QString& path) {
+    return path.size() > 1 && path.endsWith(separator()) ? path.chopped(1) : path;
+}
+
+QString resolved(const QString& path) {
+    if (path.isEmpty() || QFileInfo::exists(path)) {
+        return path;
+    }
+    const qsizetype end = path.endsWith(separator()) ? path.size() - 1 : path.size();
+    const qsizetype cut = path.lastIndexOf(separator(), end - 1);
+    if (end == 0 || cut == 0) {
+        return cut == 0 ? u"/" + spellingIn("/", path.mid(1, end - 1)) + path.mid(end) : path;
+    }
+    const QString name = path.mid(cut + 1, end - cut - 1);
+    if (cut < 0) {
+        return spellingIn(".", name) + path.mid(end);
+    }
+    const QString folder = resolved(path.left(cut));
+    return folder + separator() + spellingIn(folder, name) + path.mid(end);
+}
+
+bool folderExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo(resolved(path)).isDir();
+}
+
+bool fileExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo(resolved(path)).isFile();
+}
+
+std::filesystem::path toPath(const QString& path) {
+#ifdef Q_OS_WIN
+    return {resolved(path).toStdWString()};
+#else
+    return {QFile::encodeName(resolved(path)).toStdString()};
+#endif
+}
+
+QString fromPath(const std::filesystem::path& path) {
+#ifdef Q_OS_WIN
+    return QString::fromStdWString(path.wstring());
+#else
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
+#endif
+}
+
+} // namespace qvnd::files

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace qvnd::files {
+
+// However these end (full disk, killed process), the target is wholly its earlier state or
+// wholly the new one: the bytes go to a file beside it that takes its place at the end.
+// Errors as in FileSystemObject.
+
+void writeWhole(const QString& path, const QByteArray& bytes);
+// The source stays as it is; copying a file onto itself changes nothing.
+void copyWhole(const QString& source, const QString& target);
+
+} // namespace qvnd::files

@@ -1,0 +1,73 @@
+#include "platform/files/TextDecoding.h"
+
+#include <QStringDecoder>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#else
+#include <iconv.h>
+#endif
+
+namespace qvnd::files {
+
+namespace {
+
+QString decode(QStringConverter::Encoding encoding, const QByteArray& bytes) {
+    return QStringDecoder(encoding).decode(bytes);
+}
+
+} // namespace
+
+#ifdef Q_OS_WIN
+
+QString decodeGbk(const QByteArray& bytes) {
+    constexpr UINT gb18030 = 54936;
+    const int size = static_cast<int>(bytes.size());
+    std::wstring text(bytes.size(), L'\0');
+    const int length = MultiByteToWideChar(gb18030, 0, bytes.constData(), size, text.data(), size);
+    return QString::fromWCharArray(text.data(), length);
+}
+
+#else
+
+QString decodeGbk(const QByteArray& bytes) {
+    const iconv_t converter = iconv_open("UTF-8", "GB18030");
+    if (converter == iconv_t(-1)) {
+        return QString::fromLatin1(bytes);
+    }
+    QByteArray text;
+    QByteArray input = bytes;
+    char* at = input.data();
+    std::size_t left = static_cast<std::size_t>(input.size());
+    while (left > 0) {
+        char block[4096];
+        char* out = block;
+        std::size_t room = sizeof block;
+        const bool stuck = iconv(converter, &at, &left, &out, &room) == std::size_t(-1);
+        text.append(block, out - block);
+        if (stuck && out == block && left > 0) {
+            text.append("\xEF\xBF\xBD");
+            ++at;
+            --left;
+            iconv(converter, nullptr, nullptr, nullptr, nullptr);
+        }
+    }
+    iconv_close(converter);
+    return QString::fromUtf8(text);
+}
+
+#endif
+
+QString decodeText(const QByteArray& bytes) {
+    if (bytes.startsWith("\xFF\xFE")) {
+        return decode(QStringConverter::Utf16LE, bytes);
+    }
+    if (bytes.startsWith("\xFE\xFF")) {
+        return decode(QStringConverter::Utf16BE, bytes);
+    }
+    QStringDecoder utf8(QStringConverter::Utf8);
+    QString text = utf8.decode(bytes);
+    return utf8.hasError() ? decodeGbk(bytes) : text;
+}
+
+} // namespace qvnd::files

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/files/FileSystemObject.h"
+#include "platform/jet/DBEngine.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace qvnd {
+
+// The program-wide state: one object that start-up fills and that is handed down by reference.
+// It lives for the whole run and has no lock, as the program has one thread. Folders end in the
+// platform's separator.
+struct modMain {
+    // The program's own folder as the system names it, with or without a separator at its end.
+    QString AppPath;
+    QString HelpFile;
+    QString gAppPath;     // AppPath with a separator
+    QString gSysPath;     // gAppPath + "Sys/", spelt as it is on disk
+    QString gWorkPath;    // where the finished document goes
+    QString gUserTplPath; // Db_UsTemplate.mdb and one sub-folder for each plan
+    QString gWordRoot;    // gWordRoot + "Templates/Normal.dot" is the template of new documents
+    QString gAppTitle;
+
+    std::unique_ptr<files::FileSystemObject> gFso;
+
+    jet::DBEngine DBEngine;
+    jet::Workspace* gWs = nullptr;
+    // Open for the whole run.
+    std::unique_ptr<jet::Database> gDbUser;
+    std::unique_ptr<jet::Database> gDbTemplate;
+    std::unique_ptr<jet::Database> gDbBidSet;
+    // A per-plan or per-template database, opened and closed by whoever needs it.
+    std::unique_ptr<jet::Database> gDbPlan;
+
+    // The plan's name while the root of the current-plan tree is selected, empty otherwise.
+    QString gSelectedPlan;
+
+    // Set by the stop button of the progress dialog, cleared by the stop path of the generation.
+    bool StopRequested = false;
+};
+
+} // namespace qvnd

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/files/Paths.h"
+
+#include <QByteArray>
+#include <QDir>
+#include <QFile>
+#include <QString>
+#include <QTemporaryDir>
+
+namespace qvnd::test {
+
+// A temporary folder that goes with the object. Paths in it are written with "/".
+class TemporaryFolder {
+public:
+    QString path(const QString& name = {}) const {
+        const QString inside = name.isEmpty() ? folder_.path() : folder_.filePath(name);
+        return QDir::toNativeSeparators(inside);
+    }
+    // With a separator at its end.
+    QString root() const { return files::withSeparator(path()); }
+
+    void makeFolder(const QString& name) const { QDir(folder_.path()).mkpath(name); }
+    void write(const QString& name, const QByteArray& bytes) const {
+        makeFolder(QFileInfo(name).path());
+        QFile file(folder_.filePath(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size()) {
+            qFatal("cannot write %s", qPrintable(file.fileName()));
+        }
+    }
+    QByteArray read(const QString& name) const {
+        QFile file(folder_.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    bool exists(const QString& name) const { return QFileInfo::exists(folder_.filePath(name)); }
+    // The names in a folder, in order.
+    QStringList names(const QString& name = {}) const {
+        return QDir(path(name))
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+private:
+    QTemporaryDir folder_;
+};
+
+} // namespace qvnd::test
