@@ -39,7 +39,9 @@ QString resolved(const QString& path) {
     const qsizetype end = path.endsWith(separator()) ? path.size() - 1 : path.size();
     const qsizetype cut = path.lastIndexOf(separator(), end - 1);
     if (end == 0 || cut == 0) {
-        return cut == 0 ? u"/" + spellingIn("/", path.mid(1, end - 1)) + path.mid(end) : path;
+        return cut == 0
+                   ? separator() + spellingIn(separator(), path.mid(1, end - 1)) + path.mid(end)
+                   : path;
     }
     const QString name = path.mid(cut + 1, end - cut - 1);
     if (cut < 0) {

@@ -4,6 +4,7 @@
 #include "platform/files/FileErrors.h"
 #include "platform/files/Paths.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>

@@ -3,6 +3,7 @@
 #include "platform/files/TextDecoding.h"
 
 #include <QStringEncoder>
+#include <QStringList>
 
 namespace qvnd::registry {
 
