@@ -1,0 +1,128 @@
+#include "platform/word/docfile/Blip.h"
+
+#include "platform/word/docfile/Md4.h"
+#include "platform/word/docfile/OfficeArt.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::int64_t emuPerTwip = 635;
+
+struct BlipForm {
+    std::uint16_t type;
+    unsigned instance;   // one digest
+    std::uint8_t number; // MSOBLIPTYPE
+    bool metafile;
+};
+
+BlipForm formOf(const ImageFile& image) {
+    switch (image.kind) {
+    case ImageKind::png:
+        return {art::blipPng, 0x6E0, 6, false};
+    case ImageKind::jpeg:
+        return {art::blipJpeg, image.cmyk ? 0x6E2U : 0x46AU, 5, false};
+    case ImageKind::dib:
+        return {art::blipDib, 0x7A8, 7, false};
+    case ImageKind::emf:
+        return {art::blipEmf, 0x3D4, 2, true};
+    case ImageKind::wmf:
+        break;
+    }
+    return {art::blipWmf, 0x216, 3, true};
+}
+
+std::uint32_t adler32(ByteView data) {
+    constexpr std::uint32_t modulus = 65521;
+    constexpr std::size_t safeRun = 5552; // sums stay within 32 bits
+    std::uint32_t a = 1;
+    std::uint32_t b = 0;
+    for (std::size_t at = 0; at < data.size(); at += safeRun) {
+        for (const std::uint8_t byte : data.subspan(at, std::min(safeRun, data.size() - at))) {
+            a += byte;
+            b += a;
+        }
+        a %= modulus;
+        b %= modulus;
+    }
+    return (b << 16) | a;
+}
+
+// The zlib format with stored blocks. Readers take a metafile to be deflated whatever its header
+// says, so it is wrapped rather than marked as uncompressed.
+Bytes wrapDeflated(ByteView data) {
+    constexpr std::size_t longestBlock = 65535;
+    LittleEndianWriter writer;
+    writer.u8(0x78);
+    writer.u8(0x01);
+    std::size_t at = 0;
+    do {
+        const ByteView block = data.subspan(at, std::min(longestBlock, data.size() - at));
+        at += block.size();
+        writer.u8(at == data.size() ? 1 : 0);
+        writer.u16(static_cast<unsigned>(block.size()));
+        writer.u16(static_cast<unsigned>(~block.size()) & 0xFFFF);
+        writer.bytes(block);
+    } while (at < data.size());
+    const std::uint32_t sum = adler32(data);
+    for (const unsigned shift : {24U, 16U, 8U, 0U}) {
+        writer.u8((sum >> shift) & 0xFF);
+    }
+    return writer.take();
+}
+
+void writeMetafileHeader(LittleEndianWriter& writer, const ImageFile& image, std::size_t kept) {
+    constexpr std::int32_t twipsPerPoint = 20;
+    writer.u32(static_cast<std::uint32_t>(image.data.size()));
+    writer.u32(0); // rcBounds, in points
+    writer.u32(0);
+    writer.u32(static_cast<std::uint32_t>(std::max(image.width / twipsPerPoint, 1)));
+    writer.u32(static_cast<std::uint32_t>(std::max(image.height / twipsPerPoint, 1)));
+    writer.u32(static_cast<std::uint32_t>(image.width * emuPerTwip));
+    writer.u32(static_cast<std::uint32_t>(image.height * emuPerTwip));
+    writer.u32(static_cast<std::uint32_t>(kept));
+    writer.u8(0);    // deflate
+    writer.u8(0xFE); // no filter
+}
+
+Bytes blipContent(const ImageFile& image, const BlipForm& form,
+                  const std::array<std::uint8_t, 16>& digest) {
+    LittleEndianWriter writer;
+    writer.bytes(digest);
+    if (form.metafile) {
+        const Bytes kept = wrapDeflated(image.data);
+        writeMetafileHeader(writer, image, kept.size());
+        writer.bytes(kept);
+    } else {
+        writer.u8(0xFF); // tag
+        writer.bytes(image.data);
+    }
+    return writer.take();
+}
+
+} // namespace
+
+Bytes encodeBlip(const ImageFile& image) {
+    constexpr unsigned macPict = 4;
+    const BlipForm form = formOf(image);
+    const auto digest = md4(image.data);
+    LittleEndianWriter blip;
+    art::writeRecord(blip, 0, form.instance, form.type, blipContent(image, form, digest));
+    LittleEndianWriter entry;
+    entry.u8(form.number);
+    entry.u8(form.metafile ? macPict : form.number);
+    entry.bytes(digest);
+    entry.u16(0xFF); // tag
+    entry.u32(static_cast<std::uint32_t>(blip.position()));
+    entry.u32(1); // cRef
+    entry.u32(0); // foDelay
+    entry.zeros(4);
+    entry.bytes(blip.data());
+    LittleEndianWriter record;
+    art::writeRecord(record, 2, form.number, art::fbse, entry.data());
+    return record.take();
+}
+
+} // namespace qvnd::word
