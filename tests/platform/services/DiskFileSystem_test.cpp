@@ -1,0 +1,163 @@
+#include "platform/files/DiskFileSystem.h"
+
+#include "support/Errors.h"
+#include "support/Files.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::files;
+using test::errorNumberOf;
+
+namespace {
+
+struct DiskFiles : testing::Test {
+    test::TemporaryFolder folder;
+    DiskFileSystem gFso;
+
+    void setWritable(const QString& name, bool writable) const {
+        QFile::setPermissions(folder.path(name), writable ? QFile::ReadOwner | QFile::WriteOwner
+                                                          : QFile::Permissions(QFile::ReadOwner));
+    }
+};
+
+TEST_F(DiskFiles, FoldersAndFilesAreToldApart) {
+    folder.write("甲/a.doc", "x");
+    EXPECT_TRUE(gFso.FolderExists(folder.path("甲")));
+    EXPECT_TRUE(gFso.FolderExists(folder.path("甲") + separator()));
+    EXPECT_FALSE(gFso.FileExists(folder.path("甲")));
+    EXPECT_TRUE(gFso.FileExists(folder.path("甲/a.doc")));
+    EXPECT_FALSE(gFso.FolderExists(folder.path("甲/a.doc")));
+    EXPECT_FALSE(gFso.FolderExists(QString()));
+}
+
+TEST_F(DiskFiles, NamesAreFoundWithoutRegardToCase) {
+    folder.write("sys/Database/Db_BidSet.mdb", "x");
+    EXPECT_TRUE(gFso.FileExists(folder.path("Sys/database/DB_BIDSET.MDB")));
+    EXPECT_TRUE(gFso.FolderExists(folder.path("SYS/DATABASE")));
+    EXPECT_EQ(resolved(folder.path("SYS/DATABASE/new.mdb")), folder.path("sys/Database/new.mdb"));
+}
+
+TEST_F(DiskFiles, ANameThatExistsAsWrittenWinsOverOneOfAnotherCase) {
+    folder.write("a.txt", "small");
+    folder.write("A.txt", "large");
+    EXPECT_EQ(resolved(folder.path("A.txt")), folder.path("A.txt"));
+    EXPECT_EQ(resolved(folder.path("a.txt")), folder.path("a.txt"));
+}
+
+TEST_F(DiskFiles, CreateFolderMakesOneLevel) {
+    gFso.CreateFolder(folder.path("甲"));
+    EXPECT_TRUE(folder.exists("甲"));
+    EXPECT_EQ(errorNumberOf([&] { gFso.CreateFolder(folder.path("乙/丙")); }), error::pathNotFound);
+}
+
+TEST_F(DiskFiles, CreateFolderRefusesOneThatIsThere) {
+    folder.makeFolder("sys");
+    EXPECT_EQ(errorNumberOf([&] { gFso.CreateFolder(folder.path("sys")); }),
+              error::fileAlreadyExists);
+    EXPECT_EQ(errorNumberOf([&] { gFso.CreateFolder(folder.path("Sys")); }),
+              error::fileAlreadyExists);
+}
+
+TEST_F(DiskFiles, DeleteFolderTakesAllThatIsInIt) {
+    folder.write("甲/乙/a.doc", "x");
+    gFso.DeleteFolder(folder.path("甲"), false);
+    EXPECT_FALSE(folder.exists("甲"));
+    EXPECT_EQ(errorNumberOf([&] { gFso.DeleteFolder(folder.path("甲"), false); }),
+              error::pathNotFound);
+}
+
+TEST_F(DiskFiles, DeleteFolderWithoutForceStopsAtAReadOnlyFile) {
+    folder.write("甲/a.doc", "x");
+    setWritable("甲/a.doc", false);
+    EXPECT_EQ(errorNumberOf([&] { gFso.DeleteFolder(folder.path("甲"), false); }),
+              error::permissionDenied);
+    EXPECT_TRUE(folder.exists("甲/a.doc"));
+    gFso.DeleteFolder(folder.path("甲"), true);
+    EXPECT_FALSE(folder.exists("甲"));
+}
+
+TEST_F(DiskFiles, DeleteFolderNeverClimbsOutOfTheFolder) {
+    folder.write("甲/乙/a.doc", "x");
+    for (const char* name : {"甲/乙/..", "甲/乙/.", "甲/乙/../"}) {
+        EXPECT_EQ(errorNumberOf([&] { gFso.DeleteFolder(folder.path() + '/' + name, true); }),
+                  error::pathNotFound)
+            << name;
+    }
+    EXPECT_TRUE(folder.exists("甲/乙/a.doc"));
+}
+
+TEST_F(DiskFiles, DeleteFolderDoesNotFollowALink) {
+    folder.write("别处/a.doc", "x");
+    folder.makeFolder("甲");
+    ASSERT_TRUE(QFile::link(folder.path("别处"), folder.path("甲/链接")));
+    gFso.DeleteFolder(folder.path("甲"), false);
+    EXPECT_TRUE(folder.exists("别处/a.doc"));
+}
+
+TEST_F(DiskFiles, CopyFileReplacesTheTargetWhole) {
+    folder.write("a.doc", "new");
+    folder.write("b.doc", "old and longer");
+    gFso.CopyFile(folder.path("a.doc"), folder.path("b.doc"), true);
+    EXPECT_EQ(folder.read("b.doc"), "new");
+    EXPECT_EQ(folder.names(), QStringList({"a.doc", "b.doc"}));
+}
+
+TEST_F(DiskFiles, CopyFileOntoItselfKeepsTheFile) {
+    folder.write("a.doc", "content");
+    gFso.CopyFile(folder.path("a.doc"), folder.path("a.doc"), true);
+    EXPECT_EQ(folder.read("a.doc"), "content");
+}
+
+TEST_F(DiskFiles, CopyFileNamesWhatIsWrong) {
+    folder.write("a.doc", "x");
+    folder.write("b.doc", "y");
+    const auto copy = [&](const char* from, const char* to, bool overwrite) {
+        return errorNumberOf([&] { gFso.CopyFile(folder.path(from), folder.path(to), overwrite); });
+    };
+    EXPECT_EQ(copy("none.doc", "b.doc", true), error::fileNotFound);
+    EXPECT_EQ(copy("a.doc", "none/b.doc", true), error::pathNotFound);
+    EXPECT_EQ(copy("a.doc", "b.doc", false), error::fileAlreadyExists);
+    EXPECT_EQ(folder.read("b.doc"), "y");
+    setWritable("b.doc", false);
+    EXPECT_EQ(copy("a.doc", "b.doc", true), error::permissionDenied);
+    EXPECT_EQ(folder.read("b.doc"), "y");
+}
+
+TEST_F(DiskFiles, DeleteFileWantsAFileThatMayBeWritten) {
+    folder.write("a.doc", "x");
+    setWritable("a.doc", false);
+    EXPECT_EQ(errorNumberOf([&] { gFso.DeleteFile(folder.path("a.doc")); }),
+              error::permissionDenied);
+    setWritable("a.doc", true);
+    gFso.DeleteFile(folder.path("A.DOC"));
+    EXPECT_FALSE(folder.exists("a.doc"));
+    EXPECT_EQ(errorNumberOf([&] { gFso.DeleteFile(folder.path("a.doc")); }), error::fileNotFound);
+}
+
+TEST_F(DiskFiles, ListingsComeInTheOrderOfNames) {
+    folder.makeFolder("b");
+    folder.makeFolder("a");
+    folder.write("c.doc", "x");
+    const auto folders = gFso.SubFolders(folder.root());
+    ASSERT_EQ(folders.size(), 2U);
+    EXPECT_EQ(folders[0].Name, "a");
+    EXPECT_EQ(folders[1].Path, folder.path("b"));
+    const auto found = gFso.Files(folder.path());
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].Name, "c.doc");
+    EXPECT_EQ(errorNumberOf([&] { gFso.SubFolders(folder.path("none")); }), error::pathNotFound);
+}
+
+TEST_F(DiskFiles, AFailureNamesThePathInPlainWords) {
+    try {
+        gFso.DeleteFile(folder.path("none.doc"));
+        FAIL();
+    } catch (const RunTimeError& e) {
+        EXPECT_EQ(QString::fromStdU16String(e.description()),
+                  "文件未找到：" + folder.path("none.doc"));
+    }
+}
+
+} // namespace

@@ -1,0 +1,110 @@
+#include "platform/files/PublicFonction.h"
+
+#include "platform/files/TextDecoding.h"
+#include "support/Files.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::files;
+
+namespace {
+
+const QByteArray gbkWork = "\xB9\xA4\xB3\xCC"; // 工程
+
+struct ReadKeyedLines : testing::Test {
+    test::TemporaryFolder folder;
+    QString read(const QByteArray& bytes, const QString& key = "work") const {
+        folder.write("cfgpath", bytes);
+        return ReadKeyedLine(folder.path("cfgpath"), key);
+    }
+};
+
+TEST_F(ReadKeyedLines, TheValueIsTheLineBehindTheKey) {
+    EXPECT_EQ(read("a\r\nb\r\nwork\r\nD:\\计划\r\n"), "D:\\计划");
+}
+
+TEST_F(ReadKeyedLines, CaseOfTheKeyDoesNotMatter) { EXPECT_EQ(read("Work\nx\n", "wORK"), "x"); }
+
+TEST_F(ReadKeyedLines, NothingIsTrimmed) {
+    EXPECT_EQ(read("work\n  x  \n"), "  x  ");
+    EXPECT_EQ(read(" work\nx\n"), "");
+    EXPECT_EQ(read("work \nx\n"), "");
+}
+
+TEST_F(ReadKeyedLines, AKeyInTheLastLineGivesNothing) {
+    EXPECT_EQ(read("a\nb\nwork"), "");
+    EXPECT_EQ(read("a\nb\nwork\n"), "");
+}
+
+TEST_F(ReadKeyedLines, AnEmptyLineBehindTheKeyIsAnEmptyValue) {
+    EXPECT_EQ(read("work\n\nx\n"), "");
+}
+
+TEST_F(ReadKeyedLines, TheFirstMatchingLineCountsEvenIfItIsAValue) {
+    EXPECT_EQ(read("a\nwork\nwork\nx\n"), "work");
+}
+
+TEST_F(ReadKeyedLines, AMissingFileGivesNothing) {
+    EXPECT_EQ(ReadKeyedLine(folder.path("none"), "work"), "");
+    EXPECT_EQ(ReadKeyedLine(folder.path(), "work"), "");
+}
+
+TEST_F(ReadKeyedLines, LinesEndInAnyOfTheThreeWays) {
+    EXPECT_EQ(read("work\rx\r"), "x");
+    EXPECT_EQ(read("work\nx\n"), "x");
+}
+
+TEST_F(ReadKeyedLines, TheFileMayBeUtf8OrGbk) {
+    EXPECT_EQ(read("work\n工程\n"), "工程");
+    EXPECT_EQ(read("\xEF\xBB\xBFwork\n工程\n"), "工程");
+    EXPECT_EQ(read("work\n" + gbkWork + "\n"), "工程");
+}
+
+TEST(TextDecoding, MarksWinOverGuesses) {
+    EXPECT_EQ(decodeText(QByteArray("\xFF\xFE\xE5\x5D", 4)), "工");
+    EXPECT_EQ(decodeText(QByteArray("\xFE\xFF\x5D\xE5", 4)), "工");
+}
+
+TEST(TextDecoding, MalformedGbkKeepsTheRest) {
+    EXPECT_EQ(decodeText("a\xFF" + gbkWork), QString("a\uFFFD工程"));
+    EXPECT_EQ(decodeText("a\xB9"), QString("a\uFFFD"));
+}
+
+TEST(TextDecoding, ALongGbkTextComesWhole) {
+    EXPECT_EQ(decodeText(gbkWork.repeated(5000)), QString("工程").repeated(5000));
+}
+
+struct MakePaths : testing::Test {
+    test::TemporaryFolder folder;
+};
+
+TEST_F(MakePaths, AMissingBaseIsOne) {
+    EXPECT_EQ(MakePath("a", folder.path("none")), MadePath::baseMissing);
+    EXPECT_FALSE(folder.exists("none"));
+}
+
+TEST_F(MakePaths, AFolderThatIsThereIsTwo) {
+    folder.makeFolder("a/b");
+    EXPECT_EQ(MakePath(QString("a") + separator() + "b", folder.path()), MadePath::alreadyThere);
+}
+
+TEST_F(MakePaths, OneNameMakesOneFolder) {
+    EXPECT_EQ(MakePath("工程文档管理", folder.root()), MadePath::made);
+    EXPECT_TRUE(folder.exists("工程文档管理"));
+}
+
+TEST_F(MakePaths, ALongerPathMakesEachLevelWithOneSeparatorAtItsEndDropped) {
+    const QString path = QStringList({"a", "b", "c", ""}).join(separator());
+    EXPECT_EQ(MakePath(path, folder.path()), MadePath::made);
+    EXPECT_TRUE(folder.exists("a/b/c"));
+}
+
+TEST_F(MakePaths, AnExistingFirstLevelIsUsed) {
+    folder.makeFolder("A");
+    EXPECT_EQ(MakePath(QStringList({"A", "b"}).join(separator()), folder.path()), MadePath::made);
+    EXPECT_TRUE(folder.exists("A/b"));
+}
+
+} // namespace
