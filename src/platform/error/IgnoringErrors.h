@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/error/RunTimeError.h"
+
+namespace qvnd {
+
+// Runs one statement with its run-time error ignored: what it did before it failed stays done.
+// Meant for a single statement at its place, never for a block. True when it ended well.
+template <class Statement>
+bool ignoringErrors(Statement statement) {
+    try {
+        statement();
+        return true;
+    } catch (const RunTimeError&) {
+        return false;
+    }
+}
+
+} // namespace qvnd
