@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <optional>
+#include <regex>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -33,6 +36,20 @@ inline std::vector<std::filesystem::path> corpusFiles(const std::string& extensi
         }
     }
     std::sort(files.begin(), files.end());
+    return files;
+}
+
+// The documents that the corpus's list calls readable.
+inline std::vector<std::filesystem::path> readableCorpusFiles() {
+    std::vector<std::filesystem::path> files;
+    if (const auto folder = corpusFolder()) {
+        std::ifstream in(*folder / "manifest.json");
+        const std::string list(std::istreambuf_iterator<char>(in), {});
+        static const std::regex entry(R"re("file": "([^"]+)",\s*"class": "ok")re");
+        for (std::sregex_iterator at(list.begin(), list.end(), entry), end; at != end; ++at) {
+            files.push_back(*folder / (*at)[1].str());
+        }
+    }
     return files;
 }
 

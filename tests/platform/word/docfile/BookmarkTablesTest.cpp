@@ -1,0 +1,88 @@
+#include "platform/word/docfile/BookmarkTables.h"
+
+#include "platform/word/docfile/Sttb.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+
+BookmarkTableViews viewsOf(const BookmarkTables& tables) {
+    return {tables.names, tables.starts, tables.ends};
+}
+
+TEST(BookmarkTables, NestedAndCrossingBookmarksKeepTheirEnds) {
+    const std::vector<Bookmark> bookmarks{
+        {u"late", 50, 60, 0}, {u"outer", 1, 90, 3}, {u"inner", 5, 9, 0}, {u"point", 5, 5, 0}};
+    Remarks remarks;
+
+    const auto read = decodeBookmarks(viewsOf(encodeBookmarks(bookmarks, 101)), 100, remarks);
+
+    ASSERT_EQ(read.size(), 4U);
+    EXPECT_EQ(read[0].name, u"outer");
+    EXPECT_EQ(read[0].end, 90U);
+    EXPECT_EQ(read[0].flags, 3);
+    EXPECT_EQ(read[1].name, u"inner");
+    EXPECT_EQ(read[1].end, 9U);
+    EXPECT_EQ(read[2].name, u"point");
+    EXPECT_EQ(read[2].end, 5U);
+    EXPECT_EQ(read[3].name, u"late");
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST(BookmarkTables, EncodingWhatWasDecodedGivesEqualBytes) {
+    const BookmarkTables first =
+        encodeBookmarks(std::vector<Bookmark>{{u"b", 7, 9, 1}, {u"a", 3, 20, 0}}, 30);
+    Remarks remarks;
+
+    const BookmarkTables again = encodeBookmarks(decodeBookmarks(viewsOf(first), 30, remarks), 30);
+
+    EXPECT_EQ(again.names, first.names);
+    EXPECT_EQ(again.starts, first.starts);
+    EXPECT_EQ(again.ends, first.ends);
+}
+
+TEST(BookmarkTables, NoBookmarkIsNoTable) {
+    EXPECT_TRUE(encodeBookmarks({}, 10).names.empty());
+    EXPECT_TRUE(encodeBookmarks({}, 10).starts.empty());
+    EXPECT_TRUE(encodeBookmarks({}, 10).ends.empty());
+}
+
+TEST(BookmarkTables, BookmarkOutsideTheMainTextIsLeftOutAndNamed) {
+    const BookmarkTables tables =
+        encodeBookmarks(std::vector<Bookmark>{{u"in", 1, 2, 0}, {u"header", 150, 160, 0}}, 200);
+    Remarks remarks;
+
+    EXPECT_EQ(decodeBookmarks(viewsOf(tables), 100, remarks).size(), 1U);
+    EXPECT_EQ(remarks.at(0), u"书签“header”不在正文中,未读入");
+}
+
+TEST(BookmarkTables, BookmarkWithoutAnEndIsLeftOutAndNamed) {
+    Sttb names;
+    names.entries = {{u"lost", {}}, {u"kept", {}}};
+    const Bytes encodedNames = encodeSttb(names);
+    const Bytes starts = hex("01000000 02000000 09000000  0700 0000  0000 0000");
+    const Bytes ends = hex("05000000 06000000 09000000");
+    Remarks remarks;
+
+    const auto read = decodeBookmarks({encodedNames, starts, ends}, 100, remarks);
+
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_EQ(read[0].name, u"kept");
+    EXPECT_EQ(remarks.at(0), u"书签“lost”的位置已损坏,未读入");
+}
+
+TEST(BookmarkTables, SurplusNamesAreTold) {
+    Sttb names;
+    names.entries = {{u"only a name", {}}};
+    Remarks remarks;
+
+    EXPECT_TRUE(decodeBookmarks({encodeSttb(names), {}, {}}, 100, remarks).empty());
+    EXPECT_EQ(remarks.at(0), u"书签表的名称与位置个数不同,多出的未读入");
+}
+
+} // namespace
+} // namespace qvnd::word

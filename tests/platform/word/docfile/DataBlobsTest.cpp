@@ -1,0 +1,59 @@
+#include "platform/word/docfile/DataBlobs.h"
+
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+Bytes blob(std::size_t size, std::uint8_t filling) {
+    LittleEndianWriter writer;
+    writer.u32(static_cast<std::uint32_t>(size));
+    writer.u16(0x44);
+    Bytes bytes = writer.take();
+    bytes.resize(size, filling);
+    return bytes;
+}
+
+TEST(DataBlobs, TakesAsManyBytesAsTheBlobSays) {
+    const Bytes stream = test::joined({Bytes(3, 9), blob(80, 1), blob(100, 2)});
+
+    ASSERT_TRUE(dataBlobAt(stream, 3));
+    EXPECT_EQ(dataBlobAt(stream, 3)->size(), 80U);
+    EXPECT_EQ(dataBlobAt(stream, 83)->size(), 100U);
+}
+
+TEST(DataBlobs, LengthsThatContradictTheStreamAreNoBlob) {
+    const Bytes stream = blob(80, 1);
+    EXPECT_FALSE(dataBlobAt(ByteView(stream).first(79), 0)); // cut
+    EXPECT_FALSE(dataBlobAt(stream, 80));                    // at the end
+    EXPECT_FALSE(dataBlobAt(stream, 0xFFFFFFFF));
+    EXPECT_FALSE(dataBlobAt(blob(20, 0), 0)); // shorter than its head
+}
+
+TEST(DataBlobs, CollectorTakesEachOffsetOnce) {
+    const Bytes stream = test::joined({blob(80, 1), blob(100, 2)});
+    std::vector<DataBlob> blobs;
+    DataBlobCollector collector(stream, blobs);
+
+    EXPECT_EQ(collector.indexOf(80), 0U);
+    EXPECT_EQ(collector.indexOf(0), 1U);
+    EXPECT_EQ(collector.indexOf(80), 0U);
+    EXPECT_EQ(collector.indexOf(5), std::nullopt);
+    ASSERT_EQ(blobs.size(), 2U);
+    EXPECT_EQ(*blobs[1], blob(80, 1));
+}
+
+TEST(DataBlobs, WrittenBlobsAreFoundAtTheirOffsets) {
+    const std::vector<DataBlob> blobs{std::make_shared<const Bytes>(blob(80, 1)),
+                                      std::make_shared<const Bytes>(blob(70, 2))};
+    LittleEndianWriter writer;
+    const auto offsets = encodeDataBlobs(blobs, 1000, writer);
+
+    EXPECT_EQ(offsets, (std::vector<std::uint32_t>{1000, 1080}));
+    EXPECT_EQ(dataBlobAt(writer.data(), offsets[1] - 1000)->size(), 70U);
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,78 @@
+#include "platform/word/docfile/FontTable.h"
+
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+
+TEST(FontTable, ChineseFontGetsItsCharacterSetAndLatinName) {
+    const FontEntry font = makeFont(u"宋体");
+
+    EXPECT_EQ(font.alternateName, u"SimSun");
+    EXPECT_EQ(font.record.at(3), 134); // chs
+    EXPECT_EQ(font.record.at(4), 3);   // ixchSzAlt: behind the name and its zero
+}
+
+TEST(FontTable, LatinFontHasNoAlternateName) {
+    const FontEntry font = makeFont(u"Arial");
+
+    EXPECT_EQ(font.alternateName, u"");
+    EXPECT_EQ(font.record.at(3), 0);
+    EXPECT_EQ(font.record.at(4), 0);
+}
+
+TEST(FontTable, EncodingWhatWasDecodedGivesEqualBytes) {
+    Remarks remarks;
+    const Bytes first = encodeFonts({makeFont(u"宋体"), makeFont(u"Arial")});
+    const std::vector<FontEntry> read = decodeFonts(first, remarks);
+
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].name, u"宋体");
+    EXPECT_EQ(read[0].alternateName, u"SimSun");
+    EXPECT_EQ(read[1].name, u"Arial");
+    EXPECT_EQ(encodeFonts(read), first);
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST(FontTable, FontWithoutARecordIsWrittenByItsName) {
+    FontEntry font;
+    font.name = u"Verdana";
+    Remarks remarks;
+    EXPECT_EQ(decodeFonts(encodeFonts({font}), remarks).at(0).name, u"Verdana");
+}
+
+TEST(FontTable, LongNameIsCutToWhatAnEntryHolds) {
+    Remarks remarks;
+    const FontEntry font = makeFont(std::u16string(300, u'x'));
+    EXPECT_EQ(decodeFonts(encodeFonts({font}), remarks).at(0).name, std::u16string(64, u'x'));
+}
+
+TEST(FontTable, DamagedFontIsReplacedInItsPlace) {
+    Remarks remarks;
+    const Bytes arial = encodeFonts({makeFont(u"Arial")});
+    Bytes bytes = hex("0200 0000  02 0000");
+    bytes.insert(bytes.end(), arial.begin() + 4, arial.end());
+
+    const std::vector<FontEntry> read = decodeFonts(bytes, remarks);
+
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].name, u"Times New Roman");
+    EXPECT_EQ(read[1].name, u"Arial");
+    EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏,改用普通字体");
+}
+
+TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"Arial"), makeFont(u"Verdana")});
+    bytes.resize(bytes.size() - 1);
+
+    EXPECT_EQ(decodeFonts(bytes, remarks).size(), 1U);
+    EXPECT_EQ(remarks.at(0), u"字体表已损坏,只读入了前 1 项");
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,82 @@
+#include "platform/word/docfile/ImageFile.h"
+
+#include "support/Images.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+void expectImage(const Bytes& file, ImageKind kind, std::int32_t width, std::int32_t height) {
+    const auto image = recogniseImage(file);
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->kind, kind);
+    EXPECT_EQ(image->width, width);
+    EXPECT_EQ(image->height, height);
+}
+
+TEST(ImageFile, PngWithoutResolutionCountsNinetySixDotsAnInch) {
+    expectImage(test::png(96, 192), ImageKind::png, 1440, 2880);
+}
+
+TEST(ImageFile, PngTakesItsResolution) {
+    expectImage(test::png(300, 600, 11811), ImageKind::png, 1440, 2880); // 300 dpi
+}
+
+TEST(ImageFile, JpegTakesItsResolutionByInchOrCentimetre) {
+    expectImage(test::jpeg(96, 48), ImageKind::jpeg, 1440, 720);
+    expectImage(test::jpeg(72, 144, 1, 72), ImageKind::jpeg, 1440, 2880);
+    expectImage(test::jpeg(100, 100, 2, 100), ImageKind::jpeg, 567, 567); // one centimetre
+}
+
+TEST(ImageFile, ResolutionThatNobodyMeansCountsAsNone) {
+    expectImage(test::jpeg(96, 96, 1, 1), ImageKind::jpeg, 1440, 1440);
+    expectImage(test::png(96, 96, 1), ImageKind::png, 1440, 1440);
+}
+
+TEST(ImageFile, JpegTellsFourColourComponents) {
+    EXPECT_TRUE(recogniseImage(test::jpeg(9, 9, 0, 1, 4))->cmyk);
+    EXPECT_FALSE(recogniseImage(test::jpeg(9, 9))->cmyk);
+}
+
+TEST(ImageFile, BmpIsKeptWithoutItsFileHeader) {
+    const Bytes file = test::bmp(96, -48);
+    expectImage(file, ImageKind::dib, 1440, 720);
+    EXPECT_EQ(recogniseImage(file)->data.size(), file.size() - 14);
+}
+
+TEST(ImageFile, EmfTakesItsFrame) {
+    expectImage(test::emf(2540, 5080), ImageKind::emf, 1440, 2880);
+}
+
+TEST(ImageFile, PlaceableWmfTakesItsBoxAndLosesItsHeader) {
+    const Bytes file = test::placeableWmf(1000, 500, 1000);
+    expectImage(file, ImageKind::wmf, 1440, 720);
+    EXPECT_EQ(recogniseImage(file)->data.size(), file.size() - 22);
+}
+
+TEST(ImageFile, BareWmfTakesItsWindowAsPixels) {
+    expectImage(test::bareWmf(96, 48), ImageKind::wmf, 1440, 720);
+}
+
+TEST(ImageFile, OtherFilesAreNoPicture) {
+    EXPECT_FALSE(recogniseImage({}));
+    EXPECT_FALSE(recogniseImage(test::ascii("GIF89a............")));
+    EXPECT_FALSE(recogniseImage(test::ascii("a plain text that is long enough")));
+    EXPECT_FALSE(recogniseImage(test::png(0, 10)));
+}
+
+TEST(ImageFile, EveryCutIsReadWithoutAFault) {
+    for (const Bytes& file :
+         {test::png(9, 9, 3780), test::jpeg(9, 9), test::bmp(9, 9), test::emf(900, 900),
+          test::bareWmf(9, 9), test::placeableWmf(9, 9, 10)}) {
+        EXPECT_TRUE(recogniseImage(file));
+        EXPECT_FALSE(recogniseImage(ByteView(file).first(10)));
+        for (std::size_t size = 0; size < file.size(); ++size) {
+            recogniseImage(ByteView(file).first(size));
+        }
+    }
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,137 @@
+#include "platform/word/docfile/ListTables.h"
+
+#include "platform/word/docfile/ListLevels.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+
+class ListTables : public ::testing::Test {
+protected:
+    ListLevel level(const char16_t* text) {
+        ListLevel result;
+        result.head[0] = 1; // iStartAt
+        result.head[6] = 1; // rgbxchNums
+        result.text = text;
+        result.paragraph = lists.intern(hex("0F84 A401"));
+        result.character = lists.intern(hex("3508 01"));
+        return result;
+    }
+    std::vector<ListDefinition> definitions() {
+        ListDefinition outline;
+        outline.lsid = -7;
+        outline.tplc = 99;
+        outline.linkedStyles = {1, 2, 3, 0xFFF, 0xFFF, 0xFFF, 0xFFF, 0xFFF, 0xFFF};
+        outline.grfhic = 4;
+        outline.levels.resize(9, level(u"\1.\0"));
+        ListDefinition simple;
+        simple.lsid = 1234567;
+        simple.levels = {level(u"\u2022")};
+        return {outline, simple};
+    }
+
+    PropertyLists lists;
+    Remarks remarks;
+};
+
+TEST_F(ListTables, DefinitionsCountTheirLevelsOutsideTheTablesSize) {
+    const EncodedListDefinitions encoded = encodeListDefinitions(definitions(), lists);
+
+    EXPECT_EQ(encoded.size, 2U + 2 * 28);
+    EXPECT_GT(encoded.bytes.size(), encoded.size);
+}
+
+TEST_F(ListTables, EncodingDecodedDefinitionsGivesEqualBytes) {
+    const Bytes first = encodeListDefinitions(definitions(), lists).bytes;
+    const std::vector<ListDefinition> read = decodeListDefinitions(first, lists, remarks);
+
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].lsid, -7);
+    EXPECT_EQ(read[0].linkedStyles[2], 3);
+    ASSERT_EQ(read[0].levels.size(), 9U);
+    EXPECT_EQ(read[1].levels.size(), 1U);
+    EXPECT_EQ(read[1].flags & 1, 1); // fSimpleList
+    EXPECT_EQ(read[1].levels[0].text, u"\u2022");
+    EXPECT_EQ(read[1].levels[0].paragraph, lists.intern(hex("0F84 A401")));
+    EXPECT_EQ(encodeListDefinitions(read, lists).bytes, first);
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST_F(ListTables, DefinitionWhoseLevelsAreCutKeepsItsPlaceWithoutNumbers) {
+    Bytes bytes = encodeListDefinitions(definitions(), lists).bytes;
+    bytes.resize(bytes.size() - 1);
+
+    const std::vector<ListDefinition> read = decodeListDefinitions(bytes, lists, remarks);
+
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].levels.size(), 9U);
+    EXPECT_EQ(read[1].lsid, 1234567);
+    ASSERT_EQ(read[1].levels.size(), 1U);
+    EXPECT_EQ(read[1].levels[0].head, levelWithoutNumber().head);
+    EXPECT_EQ(remarks.at(0), u"列表定义表第 1 项起的编号级别已损坏,未读入");
+}
+
+TEST_F(ListTables, CountBeyondTheBytesIsCut) {
+    EXPECT_TRUE(decodeListDefinitions(hex("FF7F 0000"), lists, remarks).empty());
+    EXPECT_TRUE(decodeListOverrides(hex("FFFFFF7F 0000"), lists, remarks).empty());
+    EXPECT_EQ(remarks.size(), 2U);
+}
+
+TEST_F(ListTables, EncodingDecodedOverridesGivesEqualBytes) {
+    ListOverride plain;
+    plain.lsid = -7;
+    ListOverride restarted;
+    restarted.lsid = 1234567;
+    restarted.fieldKind = 0xFC;
+    restarted.levels = {{5, 0x10, std::nullopt}, {1, 0x31, level(u"\1)")}};
+    const Bytes first = encodeListOverrides({plain, restarted, plain}, lists);
+
+    const std::vector<ListOverride> read = decodeListOverrides(first, lists, remarks);
+
+    ASSERT_EQ(read.size(), 3U);
+    EXPECT_EQ(read[0].lsid, -7);
+    ASSERT_EQ(read[1].levels.size(), 2U);
+    EXPECT_EQ(read[1].levels[0].startAt, 5);
+    EXPECT_FALSE(read[1].levels[0].level);
+    ASSERT_TRUE(read[1].levels[1].level);
+    EXPECT_EQ(read[1].levels[1].level->text, u"\1)");
+    EXPECT_EQ(encodeListOverrides(read, lists), first);
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST_F(ListTables, OverrideWhoseLevelsAreCutKeepsItsPlace) {
+    ListOverride restarted;
+    restarted.lsid = 5;
+    restarted.levels = {{1, 0x30, level(u"\1)")}};
+    Bytes bytes = encodeListOverrides({restarted}, lists);
+    bytes.resize(bytes.size() - 3);
+
+    const std::vector<ListOverride> read = decodeListOverrides(bytes, lists, remarks);
+
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_EQ(read[0].lsid, 5);
+    EXPECT_TRUE(read[0].levels.empty());
+    EXPECT_EQ(remarks.at(0), u"列表引用表第 1 项起的级别设置已损坏,未读入");
+}
+
+TEST_F(ListTables, NamesBelongToDefinitionsInOrder) {
+    std::vector<ListDefinition> named = definitions();
+    named[1].name = u"编号";
+
+    std::vector<ListDefinition> read = definitions();
+    decodeListNames(encodeListNames(named), read);
+
+    EXPECT_EQ(read[0].name, u"");
+    EXPECT_EQ(read[1].name, u"编号");
+}
+
+TEST_F(ListTables, NoTableOfNamesWhenNoListHasOne) {
+    EXPECT_TRUE(encodeListNames(definitions()).empty());
+}
+
+} // namespace
+} // namespace qvnd::word

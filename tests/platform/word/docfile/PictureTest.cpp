@@ -1,0 +1,207 @@
+#include "platform/word/docfile/Picture.h"
+
+#include "platform/word/docfile/Md4.h"
+#include "platform/word/docfile/OfficeArt.h"
+#include "support/Images.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace qvnd::word {
+namespace {
+
+constexpr std::size_t headSize = 68;
+
+Picture newPicture(std::uint32_t width = 96, std::uint32_t height = 48) {
+    return *Picture::fromImage(test::png(width, height));
+}
+
+std::uint32_t property(const Picture& picture, std::uint16_t opid) {
+    const auto blob = picture.blob();
+    return Picture::fromBlob(*blob)->properties()->value(opid).value_or(0xDEADBEEF);
+}
+
+TEST(Picture, BlobSaysItsLengthAndHoldsShapeAndPicture) {
+    const DataBlob blob = newPicture().blob();
+    LittleEndianReader reader(*blob, "blob");
+    EXPECT_EQ(reader.u32(), blob->size());
+    EXPECT_EQ(reader.u16(), headSize);
+    EXPECT_EQ(reader.u16(), 0x64);
+    reader.seek(headSize);
+    const art::RecordHeader shape = art::readHeader(reader);
+    EXPECT_EQ(shape.type, art::spContainer);
+    EXPECT_EQ(shape.version, art::container);
+    reader.skip(shape.length);
+    const art::RecordHeader entry = art::readHeader(reader);
+    EXPECT_EQ(entry.type, art::fbse);
+    EXPECT_EQ(entry.instance, 6U); // PNG
+    EXPECT_EQ(entry.length, reader.remaining());
+}
+
+struct BlipCase {
+    Bytes file;
+    std::uint16_t type;
+    unsigned instance;
+    std::size_t dropped; // bytes of the file's own header
+};
+
+TEST(Picture, EveryKindOfFileGetsItsRecordAndDigest) {
+    const std::vector<BlipCase> cases{{test::png(9, 9), 0xF01E, 0x6E0, 0},
+                                      {test::jpeg(9, 9), 0xF01D, 0x46A, 0},
+                                      {test::jpeg(9, 9, 0, 1, 4), 0xF01D, 0x6E2, 0},
+                                      {test::bmp(9, 9), 0xF01F, 0x7A8, 14},
+                                      {test::emf(900, 900), 0xF01A, 0x3D4, 0},
+                                      {test::bareWmf(9, 9), 0xF01B, 0x216, 0},
+                                      {test::placeableWmf(9, 9, 9), 0xF01B, 0x216, 22}};
+    for (const BlipCase& expected : cases) {
+        const DataBlob blob = Picture::fromImage(expected.file)->blob();
+        LittleEndianReader reader(*blob, "blob");
+        reader.seek(headSize);
+        reader.skip(art::readHeader(reader).length);
+        reader.skip(8 + 36); // FBSE and its fields
+        const art::RecordHeader blip = art::readHeader(reader);
+        EXPECT_EQ(blip.type, expected.type);
+        EXPECT_EQ(blip.instance, expected.instance);
+        EXPECT_EQ(blip.length, reader.remaining());
+        const auto digest = md4(ByteView(expected.file).subspan(expected.dropped));
+        const ByteView written = reader.view(16);
+        EXPECT_TRUE(std::equal(digest.begin(), digest.end(), written.begin()));
+    }
+}
+
+TEST(Picture, MetafileIsWrappedAsDeflatedData) {
+    const Bytes file = test::emf(2540, 2540);
+    const DataBlob blob = Picture::fromImage(file)->blob();
+    LittleEndianReader reader(*blob, "blob");
+    reader.seek(headSize);
+    reader.skip(art::readHeader(reader).length);
+    reader.skip(8 + 36 + 8 + 16);
+    EXPECT_EQ(reader.u32(), file.size()); // cbSize
+    reader.skip(16);
+    EXPECT_EQ(reader.u32(), 914400U); // one inch in EMU
+    reader.skip(4);
+    EXPECT_EQ(reader.u32(), file.size() + 11); // zlib head, one block, checksum
+    EXPECT_EQ(reader.u16(), 0xFE00);
+    EXPECT_EQ(reader.u16(), 0x0178);
+    EXPECT_EQ(reader.u8(), 1); // last block, stored
+    EXPECT_EQ(reader.u16(), file.size());
+}
+
+TEST(Picture, OtherFilesAreRefused) {
+    EXPECT_FALSE(Picture::fromImage(test::ascii("no picture at all")));
+}
+
+TEST(Picture, NewPictureHasNaturalSizeLockedRatioNoLineNoFill) {
+    const Picture picture = newPicture(96, 48);
+    EXPECT_EQ(picture.width(), 1440);
+    EXPECT_EQ(picture.height(), 720);
+    EXPECT_EQ(property(picture, art::pib), 1U);
+    EXPECT_EQ(property(picture, art::protectionFlags), 0x00800080U);
+    EXPECT_EQ(property(picture, art::lineFlags), 0x00080000U);
+    EXPECT_EQ(property(picture, art::fillFlags), 0x00100000U);
+}
+
+TEST(Picture, LargePictureIsScaledDownInProportion) {
+    const Picture picture = newPicture(9600, 2400);
+    EXPECT_EQ(picture.width(), 31680);
+    EXPECT_EQ(picture.height(), 7920);
+}
+
+TEST(Picture, SizeIsKeptToTheTwip) {
+    Picture picture = newPicture(96, 48);
+    for (const std::int32_t twips : {1, 20, 777, 1441, 5669, 14400}) {
+        picture.setWidth(twips);
+        picture.setHeight(twips + 1);
+        const Picture read = *Picture::fromBlob(*picture.blob());
+        EXPECT_NEAR(read.width(), twips, 1 + twips / 2000);
+        EXPECT_NEAR(read.height(), twips + 1, 1 + twips / 2000);
+    }
+}
+
+TEST(Picture, CropCutsTheNaturalSizeAndKeepsTheShownOne) {
+    Picture picture = newPicture(96, 48);
+    picture.setCrop(Picture::Side::left, 0.25);
+    picture.setCrop(Picture::Side::bottom, 0.5);
+
+    EXPECT_EQ(property(picture, art::cropFromLeft), 0x4000U);
+    EXPECT_EQ(property(picture, art::cropFromBottom), 0x8000U);
+    EXPECT_NEAR(picture.width(), 1440, 1);
+    EXPECT_NEAR(picture.height(), 720, 1);
+}
+
+TEST(Picture, BrightnessAndContrastAreNeutralAtOneHalf) {
+    Picture picture = newPicture();
+    picture.setBrightness(0.5);
+    picture.setContrast(0.5);
+    EXPECT_EQ(property(picture, art::pictureBrightness), 0U);
+    EXPECT_EQ(property(picture, art::pictureContrast), 0x10000U);
+
+    picture.setBrightness(1);
+    picture.setContrast(0.25);
+    EXPECT_EQ(property(picture, art::pictureBrightness), 0x7FFFU);
+    EXPECT_EQ(property(picture, art::pictureContrast), 0x8000U);
+
+    picture.setBrightness(0);
+    picture.setContrast(1);
+    EXPECT_EQ(property(picture, art::pictureBrightness), 0xFFFF8000U);
+    EXPECT_EQ(property(picture, art::pictureContrast), 0x7FFFFFFFU);
+}
+
+TEST(Picture, LineFillAndLockAreSetOneByOne) {
+    Picture picture = newPicture();
+    picture.setLineVisible(true);
+    picture.setLineWeight(0.75);
+    picture.setLineTransparency(0.25);
+    picture.setFillVisible(true);
+    picture.setFillTransparency(1);
+    picture.setLockAspectRatio(false);
+
+    EXPECT_EQ(property(picture, art::lineFlags), 0x00080008U);
+    EXPECT_EQ(property(picture, art::lineWidth), 9525U);
+    EXPECT_EQ(property(picture, art::lineOpacity), 0xC000U);
+    EXPECT_EQ(property(picture, art::fillFlags), 0x00100010U);
+    EXPECT_EQ(property(picture, art::fillOpacity), 0U);
+    EXPECT_EQ(property(picture, art::protectionFlags), 0x00800000U);
+}
+
+TEST(Picture, ReadingAndWritingKeepsEveryByte) {
+    Picture picture = newPicture();
+    picture.setCrop(Picture::Side::top, 0.1);
+    const DataBlob blob = picture.blob();
+    EXPECT_EQ(*Picture::fromBlob(*blob)->blob(), *blob);
+}
+
+TEST(Picture, OtherBlobsAreNoPicture) {
+    Bytes formField = *newPicture().blob();
+    formField[6] = 0;
+    EXPECT_FALSE(Picture::fromBlob(formField));
+    EXPECT_FALSE(Picture::fromBlob({}));
+    const DataBlob whole = newPicture().blob();
+    for (std::size_t size = 0; size < whole->size(); ++size) {
+        EXPECT_FALSE(Picture::fromBlob(ByteView(*whole).first(size)));
+    }
+}
+
+TEST(Picture, OldBitmapWithoutAShapeStillTakesASize) {
+    LittleEndianWriter writer;
+    writer.u32(100);
+    writer.u16(headSize);
+    writer.u16(8); // a bare metafile
+    writer.zeros(92);
+    writer.patchU16(28, 1000);
+    writer.patchU16(32, 1000);
+    writer.patchU16(30, 1000);
+    writer.patchU16(34, 1000);
+
+    Picture picture = *Picture::fromBlob(writer.data());
+    picture.setWidth(500);
+    picture.setLineVisible(true);
+
+    EXPECT_EQ(picture.width(), 500);
+    EXPECT_FALSE(picture.properties());
+    EXPECT_EQ(picture.blob()->size(), 100U);
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,196 @@
+#include "platform/word/docfile/StyleSheetTable.h"
+
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+
+class StyleSheetTable : public ::testing::Test {
+protected:
+    StyleSheet sheetOf(std::initializer_list<std::pair<std::size_t, StyleDefinition>> styles) {
+        StyleSheet sheet;
+        sheet.styles.resize(20);
+        sheet.styles[0] = StyleDefinition{};
+        sheet.styles[0]->name = u"Normal";
+        for (const auto& [istd, style] : styles) {
+            sheet.styles[istd] = style;
+        }
+        return sheet;
+    }
+    StyleSheet throughFile(const StyleSheet& sheet) {
+        return decodeStyleSheet(encodeStyleSheet(sheet, lists), lists, remarks);
+    }
+    PropertyListId list(const char* text) { return lists.intern(hex(text)); }
+
+    PropertyLists lists;
+    Remarks remarks;
+};
+
+StyleDefinition named(const char16_t* name, StyleKind kind) {
+    StyleDefinition style;
+    style.name = name;
+    style.kind = kind;
+    return style;
+}
+
+TEST_F(StyleSheetTable, ParagraphStyleKeepsEverythingIncludingOddLists) {
+    StyleDefinition heading = named(u"heading 1", StyleKind::paragraph);
+    heading.aliases = u"标题 1,h1";
+    heading.sti = 1;
+    heading.basedOn = 0;
+    heading.next = 0;
+    heading.link = 15;
+    heading.flags = 0x0042;
+    heading.priority = 9;
+    heading.paragraph = list("0324 01"); // three bytes: padded in the file
+    heading.character = list("3508 01 434A 2C00");
+
+    const StyleSheet read = throughFile(sheetOf({{1, heading}}));
+
+    ASSERT_TRUE(read.styles.at(1));
+    const StyleDefinition& style = *read.styles[1];
+    EXPECT_EQ(style.name, u"heading 1");
+    EXPECT_EQ(style.aliases, u"标题 1,h1");
+    EXPECT_EQ(style.sti, 1);
+    EXPECT_EQ(style.basedOn, 0);
+    EXPECT_EQ(style.link, 15);
+    EXPECT_EQ(style.flags, 0x0042);
+    EXPECT_EQ(style.priority, 9);
+    EXPECT_EQ(style.paragraph, heading.paragraph);
+    EXPECT_EQ(style.character, heading.character);
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST_F(StyleSheetTable, EveryKindKeepsItsLists) {
+    StyleDefinition character = named(u"Strong", StyleKind::character);
+    character.character = list("3508 01");
+    StyleDefinition table = named(u"Table Grid", StyleKind::table);
+    table.table = list("0A34 01");
+    table.paragraph = list("0324 01");
+    table.character = list("3608 01");
+    StyleDefinition numbering = named(u"List 1", StyleKind::list);
+    numbering.paragraph = list("0B46 0300");
+
+    const StyleSheet read = throughFile(sheetOf({{15, character}, {16, table}, {17, numbering}}));
+
+    EXPECT_EQ(read.styles.at(15)->character, character.character);
+    EXPECT_EQ(read.styles.at(16)->table, table.table);
+    EXPECT_EQ(read.styles.at(16)->paragraph, table.paragraph);
+    EXPECT_EQ(read.styles.at(16)->character, table.character);
+    EXPECT_EQ(read.styles.at(17)->kind, StyleKind::list);
+    EXPECT_EQ(read.styles.at(17)->paragraph, numbering.paragraph);
+}
+
+TEST_F(StyleSheetTable, RevisionMarkedStyleKeepsWhatItWasBefore) {
+    StyleDefinition style = named(u"Body", StyleKind::paragraph);
+    style.original = OriginalStyle{0x12345678, 2, list("0324 02"), list("3508 00")};
+    StyleDefinition character = named(u"Mark", StyleKind::character);
+    character.original = OriginalStyle{1, 1, PropertyListId::empty, list("3608 01")};
+
+    const StyleSheet read = throughFile(sheetOf({{15, style}, {16, character}}));
+
+    ASSERT_TRUE(read.styles.at(15)->original);
+    EXPECT_EQ(read.styles[15]->original->date, 0x12345678U);
+    EXPECT_EQ(read.styles[15]->original->author, 2);
+    EXPECT_EQ(read.styles[15]->original->paragraph, style.original->paragraph);
+    EXPECT_EQ(read.styles[15]->original->character, style.original->character);
+    ASSERT_TRUE(read.styles.at(16)->original);
+    EXPECT_EQ(read.styles[16]->original->character, character.original->character);
+}
+
+TEST_F(StyleSheetTable, EncodingWhatWasDecodedGivesEqualBytes) {
+    StyleDefinition style = named(u"Body", StyleKind::paragraph);
+    style.original = OriginalStyle{7, 1, list("0324 02"), list("3508 00")};
+    StyleSheet sheet = sheetOf({{18, style}});
+    sheet.defaultFonts = {0, 1, 2, 3};
+    sheet.latent = {0x11, 0x22, 0x33};
+
+    const Bytes first = encodeStyleSheet(sheet, lists);
+    const StyleSheet read = decodeStyleSheet(first, lists, remarks);
+
+    EXPECT_EQ(read.latent, sheet.latent);
+    EXPECT_EQ(read.defaultFonts, sheet.defaultFonts);
+    EXPECT_EQ(encodeStyleSheet(read, lists), first);
+}
+
+TEST_F(StyleSheetTable, FewerThanFifteenStylesAreFilledUpWithEmptySlots) {
+    StyleSheet sheet;
+    sheet.styles.resize(2);
+    sheet.styles[0] = named(u"Normal", StyleKind::paragraph);
+
+    const Bytes bytes = encodeStyleSheet(sheet, lists);
+
+    EXPECT_EQ(bytes[2], 15); // cstd
+    const StyleSheet read = decodeStyleSheet(bytes, lists, remarks);
+    EXPECT_EQ(read.styles.size(), 15U);
+    EXPECT_FALSE(read.styles[1]);
+}
+
+TEST_F(StyleSheetTable, ReadsTheShortFormOfWord97) {
+    // STSHI of 18 bytes, Stdf of 10; one style "A" with a paragraph and a character UPX.
+    const Bytes bytes = hex("1200 0100 0A00 0100 5B00 0F00 0000 0100 0200 0300"
+                            "1A00  0000 F1FF 0200 1A00 0000  0100 4100 0000"
+                            "0500 0000 0324 01 00  0000");
+    const StyleSheet sheet = decodeStyleSheet(bytes, lists, remarks);
+
+    ASSERT_TRUE(sheet.styles.at(0));
+    EXPECT_EQ(sheet.styles[0]->name, u"A");
+    EXPECT_EQ(sheet.styles[0]->basedOn, StyleDefinition::none);
+    EXPECT_EQ(sheet.styles[0]->paragraph, list("0324 01"));
+    EXPECT_EQ(sheet.defaultFonts[2], 3);
+}
+
+TEST_F(StyleSheetTable, DamagedStyleIsDroppedAndNamedWhileOthersStay) {
+    StyleSheet sheet = sheetOf(
+        {{15, named(u"Bad", StyleKind::paragraph)}, {16, named(u"Good", StyleKind::paragraph)}});
+    Bytes bytes = encodeStyleSheet(sheet, lists);
+    const Bytes sought = hex("4200 6100 6400"); // "Bad"; stk stands 18 bytes before its length
+    const auto at = std::search(bytes.begin(), bytes.end(), sought.begin(), sought.end());
+    ASSERT_NE(at, bytes.end());
+    *(at - 18) = 0xFF;
+
+    const StyleSheet read = decodeStyleSheet(bytes, lists, remarks);
+
+    EXPECT_FALSE(read.styles.at(15));
+    EXPECT_EQ(read.styles.at(16)->name, u"Good");
+    ASSERT_EQ(remarks.size(), 1U);
+    EXPECT_EQ(remarks[0], u"样式表第 15 项已损坏,未读入");
+}
+
+TEST_F(StyleSheetTable, DamagedFormattingKeepsTheStyleAndIsNamed) {
+    StyleDefinition style = named(u"Bad", StyleKind::character);
+    style.character = list("3508 01");
+    Bytes bytes = encodeStyleSheet(sheetOf({{15, style}}), lists);
+    const Bytes sought = hex("0300 3508 01");
+    const auto at = std::search(bytes.begin(), bytes.end(), sought.begin(), sought.end());
+    ASSERT_NE(at, bytes.end());
+    *at = 0x70;
+
+    const StyleSheet read = decodeStyleSheet(bytes, lists, remarks);
+
+    EXPECT_EQ(read.styles.at(15)->name, u"Bad");
+    EXPECT_EQ(read.styles[15]->character, PropertyListId::empty);
+    EXPECT_EQ(remarks.at(0), u"样式表第 15 项的格式已损坏,只读入了可读的部分");
+}
+
+TEST_F(StyleSheetTable, SheetThatEndsEarlyStillHasANormalStyle) {
+    const StyleSheet read = decodeStyleSheet(hex("1400 FF00"), lists, remarks);
+
+    EXPECT_EQ(read.styles.size(), 15U);
+    EXPECT_EQ(read.styles[0]->name, u"Normal");
+    EXPECT_EQ(remarks.at(0), u"样式表已损坏,只读入了前 0 项");
+}
+
+TEST_F(StyleSheetTable, EveryCutIsReadWithoutAFault) {
+    const Bytes bytes = encodeStyleSheet(sheetOf({{15, named(u"x", StyleKind::table)}}), lists);
+    for (std::size_t size = 0; size < bytes.size(); ++size) {
+        EXPECT_GE(decodeStyleSheet(ByteView(bytes).first(size), lists, remarks).styles.size(), 15U);
+    }
+}
+
+} // namespace
+} // namespace qvnd::word
