@@ -3,7 +3,6 @@
 #include "platform/word/docfile/Plc.h"
 
 #include <algorithm>
-#include <map>
 
 namespace qvnd::word {
 
@@ -15,30 +14,27 @@ constexpr std::uint8_t unknownKind = 1;
 constexpr std::uint8_t unusedData = 0xFF; // what a separator bears
 constexpr std::uint8_t endHasSeparator = 0x80;
 
-// All field characters of the text, in order, with what the Plcfld says of them.
-std::vector<FieldMark> characterMarks(ByteView plcfld, std::u16string_view text, int& damage) {
-    const Plc plc = decodePlc(plcfld, fldSize);
-    std::map<Cp, FieldMark> named;
-    for (std::size_t i = 0; i < plc.count(); ++i) {
-        const ByteView fld = plc.element(i);
-        const FieldMark mark{plc.positions[i], static_cast<std::uint8_t>(fld[0] & characterMask),
-                             fld[1]};
-        const bool there = mark.at < text.size() && text[mark.at] == mark.character &&
-                           isFieldCharacter(mark.character);
-        damage += there && named.emplace(mark.at, mark).second ? 0 : 1;
-    }
+// All field characters of the text, in order, with what is known of them.
+std::vector<FieldMark> characterMarks(std::span<const FieldMark> known, std::u16string_view text,
+                                      int& damage) {
     std::vector<FieldMark> marks;
+    std::size_t used = 0;
+    auto next = known.begin();
     for (Cp at = 0; at < text.size(); ++at) {
         if (!isFieldCharacter(text[at])) {
             continue;
         }
-        const auto known = named.find(at);
-        damage += known == named.end() ? 1 : 0;
-        const std::uint8_t data = text[at] == fieldBegin ? unknownKind : std::uint8_t{0};
-        marks.push_back(known != named.end()
-                            ? known->second
-                            : FieldMark{at, static_cast<std::uint8_t>(text[at]), data});
+        next = std::find_if(next, known.end(), [&](const FieldMark& m) { return m.at >= at; });
+        if (next != known.end() && next->at == at && next->character == text[at]) {
+            marks.push_back(*next);
+            ++used;
+        } else {
+            const std::uint8_t data = text[at] == fieldBegin ? unknownKind : std::uint8_t{0};
+            marks.push_back({at, static_cast<std::uint8_t>(text[at]), data});
+            ++damage;
+        }
     }
+    damage += static_cast<int>(known.size() - used);
     return marks;
 }
 
@@ -122,9 +118,24 @@ Bytes encodeFields(std::span<const FieldMark> marks, Cp length) {
     return encodePlc(positions, flds.data());
 }
 
-DecodedFields decodeFields(ByteView plcfld, std::u16string_view text) {
-    DecodedFields result;
-    std::vector<FieldMark> marks = characterMarks(plcfld, text, result.damage);
+std::vector<FieldMark> decodeFields(ByteView plcfld) {
+    const Plc plc = decodePlc(plcfld, fldSize);
+    std::vector<FieldMark> marks;
+    for (std::size_t i = 0; i < plc.count(); ++i) {
+        const ByteView fld = plc.element(i);
+        marks.push_back(
+            {plc.positions[i], static_cast<std::uint8_t>(fld[0] & characterMask), fld[1]});
+    }
+    const auto before = [](const FieldMark& a, const FieldMark& b) { return a.at < b.at; };
+    const auto same = [](const FieldMark& a, const FieldMark& b) { return a.at == b.at; };
+    std::stable_sort(marks.begin(), marks.end(), before);
+    marks.erase(std::unique(marks.begin(), marks.end(), same), marks.end());
+    return marks;
+}
+
+MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view text) {
+    MatchedFields result;
+    std::vector<FieldMark> marks = characterMarks(known, text, result.damage);
     const std::vector<bool> kept = FieldMatcher(marks).match();
     for (std::size_t i = 0; i < marks.size(); ++i) {
         if (kept[i]) {

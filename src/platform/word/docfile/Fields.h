@@ -24,18 +24,21 @@ void appendFieldMarks(std::vector<FieldMark>& marks, std::span<const FieldMark> 
 // The Plcfld of a story `length` characters long; no bytes when there is no mark.
 Bytes encodeFields(std::span<const FieldMark> marks, Cp length);
 
-struct DecodedFields {
+// What a Plcfld says, ascending and each position once; nothing is known yet of the text.
+std::vector<FieldMark> decodeFields(ByteView plcfld);
+
+struct MatchedFields {
     // Ascending, each at its character in the text, every begin with its end (and at most one
     // separator between), properly nested.
     std::vector<FieldMark> marks;
     // Field characters of the text that belong to no such field, ascending.
     std::vector<Cp> strays;
-    // How many entries of the Plcfld named no field character, or were missing for one.
+    // How many of the given marks name no field character, or are missing for one.
     int damage = 0;
 };
 
-// The fields of `text` with what the Plcfld says of them. A character that the Plcfld does not
-// name still makes a field, of the unknown kind, when it has its counterpart.
-DecodedFields decodeFields(ByteView plcfld, std::u16string_view text);
+// The fields of a story's text with what `known`, ascending, says of them. A character that
+// `known` does not name still makes a field, of the unknown kind, when it has its counterpart.
+MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view text);
 
 } // namespace qvnd::word

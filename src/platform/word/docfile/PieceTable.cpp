@@ -102,10 +102,10 @@ PieceTable decodeClx(ByteView clx, std::uint64_t streamSize, int* damage) {
     return table;
 }
 
-Bytes modifierProperties(const PieceTable& table, std::uint16_t modifier) {
+Bytes modifierProperties(const std::vector<Bytes>& modifiers, std::uint16_t modifier) {
     if ((modifier & 1) != 0) {
         const std::size_t index = modifier >> 1;
-        return index < table.modifiers.size() ? table.modifiers[index] : Bytes{};
+        return index < modifiers.size() ? modifiers[index] : Bytes{};
     }
     const unsigned code = (modifier >> 1) & 0x7F;
     const unsigned value = modifier >> 8;

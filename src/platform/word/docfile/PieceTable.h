@@ -40,8 +40,8 @@ Bytes encodeClx(const PieceTable& table);
 PieceTable decodeClx(ByteView clx, std::uint64_t streamSize, int* damage = nullptr);
 
 // The properties that a piece's Prm adds to those of its characters and paragraphs: one entry
-// for a Prm0, a copy of the list named for a Prm1; empty for none or an unknown one.
-Bytes modifierProperties(const PieceTable& table, std::uint16_t modifier);
+// for a Prm0, a copy of the list of `modifiers` for a Prm1; empty for none or an unknown one.
+Bytes modifierProperties(const std::vector<Bytes>& modifiers, std::uint16_t modifier);
 
 // A byte of compressed text, as the table of FcCompressed maps it.
 char16_t decompressed(std::uint8_t byte);

@@ -69,11 +69,11 @@ std::vector<SectionPlace> decodeSections(ByteView plcfSed, Cp mainLength, int* d
             ++left;
             continue;
         }
-        sections.push_back({limit - at, sepx == noSepx ? std::nullopt : std::optional(sepx)});
+        sections.push_back({limit - at, sepx == noSepx ? std::nullopt : std::optional(sepx), i});
         at = limit;
     }
     if (sections.empty()) {
-        sections.push_back({0, std::nullopt});
+        sections.push_back({});
     }
     left += at < mainLength ? 1 : 0;
     sections.back().length += mainLength - at;

@@ -14,6 +14,7 @@ namespace qvnd::word {
 struct SectionPlace {
     Cp length = 0;
     std::optional<std::uint32_t> sepx; // offset in the WordDocument stream; none: all defaults
+    std::size_t number = 0;            // as counted in the file, when it was read from one
     bool operator==(const SectionPlace&) const = default;
 };
 

@@ -21,7 +21,7 @@ std::optional<std::size_t> longTabsSize(ByteView rest) {
 }
 
 std::optional<std::size_t> variableSize(SprmOpcode opcode, ByteView rest) {
-    if (opcode == sprm::TDefTable) {
+    if (opcode == sprm::TDefTable || opcode == sprm::TDefTable10) {
         // The length word counts one byte too many, itself excluded.
         if (rest.size() < 2) {
             return std::nullopt;

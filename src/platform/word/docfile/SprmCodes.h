@@ -45,6 +45,7 @@ inline constexpr std::uint16_t CPropRMark = 0xCA89;
 // Paragraphs.
 inline constexpr std::uint16_t PIstd = 0x4600;
 inline constexpr std::uint16_t PIstdPermute = 0xC601;
+inline constexpr std::uint16_t PIncLvl = 0x2602;
 inline constexpr std::uint16_t PJc80 = 0x2403;
 inline constexpr std::uint16_t PFPageBreakBefore = 0x2407;
 inline constexpr std::uint16_t PIlvl = 0x260A;
@@ -68,6 +69,7 @@ inline constexpr std::uint16_t PDxaFromText = 0x842F;
 inline constexpr std::uint16_t PPropRMark90 = 0xC63F;
 inline constexpr std::uint16_t POutLvl = 0x2640;
 inline constexpr std::uint16_t PNumRM = 0xC645;
+inline constexpr std::uint16_t PHugePapx97 = 0x6645; // of the first Word 97; same operand
 inline constexpr std::uint16_t PHugePapx = 0x6646;
 inline constexpr std::uint16_t PItap = 0x6649;
 inline constexpr std::uint16_t PFInnerTableCell = 0x244B;
@@ -83,6 +85,7 @@ inline constexpr std::uint16_t PJc = 0x2461;
 inline constexpr std::uint16_t PPropRMark = 0xC66F;
 
 // Tables.
+inline constexpr std::uint16_t TDefTable10 = 0xD606; // of Word 6, kept by some writers
 inline constexpr std::uint16_t TDefTable = 0xD608;
 inline constexpr std::uint16_t TIstd = 0x563A;
 

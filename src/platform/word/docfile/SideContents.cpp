@@ -1,0 +1,42 @@
+#include "platform/word/docfile/SideContents.h"
+
+#include "platform/word/docfile/Plc.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+int elements(const OpenedDocument& document, FibPair pair, std::size_t dataSize) {
+    return static_cast<int>(decodePlc(document.part(pair), dataSize).count());
+}
+
+// An embedded object is a storage of its own in the storage ObjectPool.
+bool isEmbeddedObject(const CompoundFile::Entry& entry) {
+    constexpr std::u16string_view pool = u"ObjectPool/";
+    return entry.storage && entry.path.starts_with(pool) &&
+           entry.path.find(u'/', pool.size()) == std::u16string::npos;
+}
+
+bool isMacroStorage(const CompoundFile::Entry& entry) {
+    return entry.storage && (entry.path == u"Macros" || entry.path == u"_VBA_PROJECT_CUR");
+}
+
+} // namespace
+
+SideContents countSideContents(const OpenedDocument& document) {
+    SideContents side;
+    side.footnotes = elements(document, FibPair::PlcffndRef, 2);
+    side.endnotes = elements(document, FibPair::PlcfendRef, 2);
+    side.comments = elements(document, FibPair::PlcfandRef, 30);
+    // The last text box is there for the format's sake only.
+    side.textBoxes = std::max(elements(document, FibPair::PlcftxbxTxt, 22) - 1, 0);
+    side.drawings = elements(document, FibPair::PlcSpaMom, 26);
+    side.embeddedObjects = static_cast<int>(
+        std::count_if(document.entries.begin(), document.entries.end(), isEmbeddedObject));
+    side.macros = std::any_of(document.entries.begin(), document.entries.end(), isMacroStorage);
+    return side;
+}
+
+} // namespace qvnd::word
