@@ -14,9 +14,10 @@ class TableDefs {
 public:
     explicit TableDefs(std::shared_ptr<Session> session) : session_(std::move(session)) {}
 
-    // Creates the table, all or nothing. 3010 when the name is taken, 3409 for a table without
-    // fields or an index on a field that is not there, 3191 for a field named twice, 3125 for an
-    // empty name or one of more than 64 characters.
+    // Creates the table, all or nothing. 3010 when the name is taken, 3264 for a table without
+    // fields, 3191 for a field named twice, 3409 for an index on a field that is not there, 3125
+    // for a name that is empty, longer than 64 characters, begins with a blank or has one of
+    // . ! ` [ ] in it.
     void Append(const TableDef& table);
     // Drops the table with its rows; 3265 when there is none of that name.
     void Delete(const QString& name);

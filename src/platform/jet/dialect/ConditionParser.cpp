@@ -1,0 +1,166 @@
+#include "platform/jet/dialect/Parser.h"
+#include "platform/jet/dialect/ReservedWords.h"
+
+#include <algorithm>
+
+namespace qvnd::jet {
+
+namespace {
+
+// A condition nested deeper than this is refused rather than risking the stack.
+constexpr int deepest = 200;
+
+Expression node(ExpressionKind kind, std::vector<Expression> parts, QString name = {}) {
+    return Expression{kind, std::move(name), {}, std::move(parts)};
+}
+
+Expression pair(ExpressionKind kind, Expression left, Expression right, QString name = {}) {
+    std::vector<Expression> parts;
+    parts.push_back(std::move(left));
+    parts.push_back(std::move(right));
+    return node(kind, std::move(parts), std::move(name));
+}
+
+Expression single(ExpressionKind kind, Expression part) {
+    std::vector<Expression> parts;
+    parts.push_back(std::move(part));
+    return node(kind, std::move(parts));
+}
+
+Expression literal(Value value) {
+    return Expression{ExpressionKind::Literal, {}, std::move(value), {}};
+}
+
+bool isComparison(const Token& token) {
+    constexpr QStringView operators[] = {u"=", u"<>", u"<", u">", u"<=", u">="};
+    return std::any_of(std::begin(operators), std::end(operators),
+                       [&](QStringView symbol) { return token.IsSymbol(symbol); });
+}
+
+bool isDigits(const QString& text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+} // namespace
+
+Expression Parser::ParseCondition() {
+    Expression condition = ParseOr();
+    ExpectEnd();
+    return condition;
+}
+
+Expression Parser::ParseOr() {
+    Expression left = ParseAnd();
+    while (TakeWord(u"or")) {
+        left = pair(ExpressionKind::Or, std::move(left), ParseAnd());
+    }
+    return left;
+}
+
+Expression Parser::ParseAnd() {
+    Expression left = ParseNot();
+    while (TakeWord(u"and")) {
+        left = pair(ExpressionKind::And, std::move(left), ParseNot());
+    }
+    return left;
+}
+
+Expression Parser::ParseNot() {
+    if (++depth_ > deepest) {
+        Fail(QStringLiteral("条件嵌套过深"));
+    }
+    Expression result =
+        TakeWord(u"not") ? single(ExpressionKind::Not, ParseNot()) : ParseComparison();
+    --depth_;
+    return result;
+}
+
+Expression Parser::ParseComparison() {
+    Expression left = ParseOperand();
+    if (TakeWord(u"is")) {
+        return ParseIsNull(std::move(left));
+    }
+    if (TakeWord(u"like")) {
+        return pair(ExpressionKind::Like, std::move(left), ParseOperand());
+    }
+    if (TakeWord(u"not")) {
+        ExpectWord(u"like");
+        return single(ExpressionKind::Not,
+                      pair(ExpressionKind::Like, std::move(left), ParseOperand()));
+    }
+    if (isComparison(token_)) {
+        const QString symbol = token_.Content;
+        Advance();
+        return pair(ExpressionKind::Comparison, std::move(left), ParseOperand(), symbol);
+    }
+    return left;
+}
+
+Expression Parser::ParseIsNull(Expression subject) {
+    const bool negated = TakeWord(u"not");
+    ExpectWord(u"null");
+    Expression test = single(ExpressionKind::IsNull, std::move(subject));
+    return negated ? single(ExpressionKind::Not, std::move(test)) : test;
+}
+
+Expression Parser::ParseOperand() {
+    if (++depth_ > deepest) {
+        Fail(QStringLiteral("条件嵌套过深"));
+    }
+    Expression result;
+    if (TakeSymbol(u"(")) {
+        result = ParseOr();
+        ExpectSymbol(u")");
+    } else if (TakeSymbol(u"-")) {
+        result = single(ExpressionKind::Minus, ParseOperand());
+    } else if (token_.Kind == TokenKind::Text) {
+        result = literal(Value(token_.Content));
+        Advance();
+    } else {
+        result = ParseWordOperand();
+    }
+    --depth_;
+    return result;
+}
+
+Expression Parser::ParseWordOperand() {
+    if (TakeWord(u"null")) {
+        return literal(Value());
+    }
+    if (token_.Kind == TokenKind::Word && isDigits(token_.Content)) {
+        return ParseNumber();
+    }
+    const bool mayCall = token_.Kind == TokenKind::Word && !isReservedWord(token_.Content);
+    const QString word = token_.Content;
+    QString field = ParseField();
+    if (mayCall && field == word && TakeSymbol(u"(")) {
+        return ParseFunction(word);
+    }
+    return Expression{ExpressionKind::Field, std::move(field), {}, {}};
+}
+
+Expression Parser::ParseFunction(const QString& name) {
+    std::vector<Expression> arguments;
+    if (!TakeSymbol(u")")) {
+        do {
+            arguments.push_back(ParseOr());
+        } while (TakeSymbol(u","));
+        ExpectSymbol(u")");
+    }
+    return node(ExpressionKind::Function, std::move(arguments), name);
+}
+
+Expression Parser::ParseNumber() {
+    QString digits = token_.Content;
+    Advance();
+    if (TakeSymbol(u".")) {
+        if (token_.Kind != TokenKind::Word || !isDigits(token_.Content)) {
+            FailExpected(u"小数");
+        }
+        digits += u'.' + token_.Content;
+        Advance();
+    }
+    return literal(Value(numberOf(digits)));
+}
+
+} // namespace qvnd::jet

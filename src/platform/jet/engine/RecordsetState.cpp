@@ -1,0 +1,204 @@
+#include "platform/jet/engine/RecordsetState.h"
+
+#include "platform/jet/Failure.h"
+#include "platform/jet/FieldConversion.h"
+#include "platform/jet/TextOrder.h"
+#include "platform/jet/dialect/ConditionSql.h"
+#include "platform/jet/dialect/Parser.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace qvnd::jet {
+
+RecordsetState::RecordsetState(std::shared_ptr<Session> session, Query query, Opened opened)
+    : session_(std::move(session)), query_(std::move(query)), opened_(opened),
+      number_(session_->Workspace().NextRecordset()) {
+    Load();
+}
+
+RecordsetState::~RecordsetState() {
+    try {
+        Close();
+    } catch (const RunTimeError&) {
+        // A dropped recordset has nobody to tell; the rows stay pending and the next call on the
+        // workspace tries again.
+    }
+}
+
+StoreFile& RecordsetState::File() const {
+    if (session_ == nullptr) {
+        failClosed();
+    }
+    return session_->File();
+}
+
+StoredTable& RecordsetState::Table() const { return File().TableOf(table_); }
+
+void RecordsetState::Load() {
+    StoreFile& file = session_->EnterFile();
+    const StoredTable& table = file.TableNamed(query_.Table);
+    table_ = table.Id;
+    positions_.clear();
+    fields_.clear();
+    const int count = static_cast<int>(table.Definition.Fields.size());
+    for (int i = 0; query_.Fields.isEmpty() && i < count; ++i) {
+        positions_.push_back(i);
+    }
+    for (const QString& name : query_.Fields) {
+        positions_.push_back(table.PositionOf(name));
+        if (positions_.back() < 0) {
+            failUnknownParameter(name);
+        }
+    }
+    for (const int position : positions_) {
+        fields_.push_back(table.Definition.Fields[static_cast<std::size_t>(position)]);
+    }
+    rows_ = RowsWhere(query_.Where);
+    reached_ = 0;
+    MoveTo(0);
+}
+
+std::vector<std::int64_t> RecordsetState::RowsWhere(const std::optional<Expression>& where) const {
+    const StoredTable& table = Table();
+    const ConditionSql condition = translatedWhere(where, table);
+    Statement statement(File().Sql(), "SELECT rid FROM " + table.TableName() + condition.Sql +
+                                          translatedOrder(query_.Order, table));
+    condition.BindTo(statement);
+    std::vector<std::int64_t> rows;
+    while (statement.Step()) {
+        rows.push_back(statement.Number(0));
+    }
+    return rows;
+}
+
+bool RecordsetState::Bof() const {
+    File();
+    return rows_.empty();
+}
+
+bool RecordsetState::Eof() const {
+    File();
+    return !place_;
+}
+
+int RecordsetState::RecordCount() const {
+    File();
+    return static_cast<int>(opened_ == Opened::AsTable ? rows_.size() : reached_);
+}
+
+const std::vector<Field>& RecordsetState::Fields() const {
+    File();
+    return fields_;
+}
+
+int RecordsetState::PositionOf(QStringView field) const {
+    for (std::size_t i = 0; i < fields_.size(); ++i) {
+        if (sameName(fields_[i].Name, field)) {
+            return positions_[i];
+        }
+    }
+    failItemNotFound(field);
+}
+
+std::size_t RecordsetState::Current() const {
+    if (!place_) {
+        failNoCurrentRecord();
+    }
+    return *place_;
+}
+
+void RecordsetState::MoveTo(std::size_t place) {
+    place_.reset();
+    if (place < rows_.size()) {
+        place_ = place;
+    }
+    reached_ = std::max(reached_, std::min(place + 1, rows_.size()));
+    rowStamp_ = -1;
+    inHand_ = InHand::Nothing;
+}
+
+Value RecordsetState::Get(QStringView field) {
+    StoreFile& file = File();
+    const auto position = static_cast<std::size_t>(PositionOf(field));
+    if (inHand_ != InHand::Nothing) {
+        return handRow_[position];
+    }
+    Current();
+    if (rowStamp_ != file.Sql().ChangeStamp()) {
+        ReadRow();
+    }
+    return row_[position];
+}
+
+void RecordsetState::ReadRow() {
+    const std::int64_t wanted = rows_[Current()];
+    const StoredTable& table = Table();
+    Connection& connection = File().Sql();
+    Statement& statement = connection.Prepared("SELECT " + table.AllColumns() + " FROM " +
+                                               table.TableName() + " WHERE rid=?1");
+    statement.Reset();
+    statement.Bind(1, wanted);
+    if (!statement.Step()) {
+        statement.Reset();
+        failRecordDeleted();
+    }
+    row_.clear();
+    int column = 0;
+    for (const Field& field : table.Definition.Fields) {
+        row_.push_back(statement.Read(column++, field.Type));
+    }
+    statement.Reset();
+    rowStamp_ = connection.ChangeStamp();
+}
+
+void RecordsetState::MoveFirst() {
+    File();
+    if (rows_.empty()) {
+        failNoCurrentRecord();
+    }
+    MoveTo(0);
+}
+
+void RecordsetState::MoveLast() {
+    File();
+    if (rows_.empty()) {
+        failNoCurrentRecord();
+    }
+    MoveTo(rows_.size() - 1);
+    reached_ = rows_.size();
+}
+
+void RecordsetState::MoveNext() {
+    File();
+    MoveTo(Current() + 1);
+}
+
+void RecordsetState::FindFirst(const QString& condition) {
+    File();
+    const std::vector<std::int64_t> found = RowsWhere(Parser(condition).ParseCondition());
+    const std::unordered_set<std::int64_t> matching(found.begin(), found.end());
+    const auto first = std::find_if(rows_.begin(), rows_.end(),
+                                    [&](std::int64_t row) { return matching.count(row) != 0; });
+    noMatch_ = first == rows_.end();
+    if (!noMatch_) {
+        MoveTo(static_cast<std::size_t>(first - rows_.begin()));
+    }
+}
+
+void RecordsetState::Requery() {
+    File();
+    Load();
+}
+
+void RecordsetState::Close() {
+    if (session_ == nullptr) {
+        return;
+    }
+    if (session_->IsOpen()) {
+        session_->Workspace().LeaveRecordset(number_);
+    }
+    session_.reset();
+}
+
+} // namespace qvnd::jet

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/jet/engine/WorkspaceState.h"
+#include "platform/jet/file/StoreFile.h"
+
+#include <QString>
+
+#include <memory>
+
+namespace qvnd::jet {
+
+// One opening of a database, shared by its handle and the recordsets opened from it.
+class Session {
+public:
+    Session(std::shared_ptr<WorkspaceState> workspace, std::shared_ptr<StoreFile> file,
+            QString name);
+    ~Session();
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    const QString& Name() const { return name_; }
+    WorkspaceState& Workspace() { return *workspace_; }
+    bool IsOpen() const { return file_ != nullptr; }
+
+    // The file, for reading; error 3420 after Close.
+    StoreFile& File() const;
+    const std::shared_ptr<StoreFile>& SharedFile() const { return file_; }
+    // The file, for a call that is more than reading on: ends a run of added rows, and sees what
+    // other programs did to the definitions.
+    StoreFile& EnterFile();
+
+    void Close();
+
+private:
+    std::shared_ptr<WorkspaceState> workspace_;
+    std::shared_ptr<StoreFile> file_;
+    QString name_;
+};
+
+} // namespace qvnd::jet

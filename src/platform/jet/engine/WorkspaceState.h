@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/error/RunTimeError.h"
+#include "platform/jet/file/StoreFile.h"
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace qvnd::jet {
+
+class Session;
+
+// What the handles of one workspace share: the open files, one StoreFile each, and the moments at
+// which what is written becomes lasting.
+//
+// Rows that one recordset adds straight after each other form a run. The first of a run is lasting
+// at once; from the second on they wait for the end of the run, or a quarter of a second, so that
+// ten thousand rows do not cost ten thousand transactions. Reading does not end a run.
+class WorkspaceState : public std::enable_shared_from_this<WorkspaceState> {
+public:
+    WorkspaceState() = default;
+    ~WorkspaceState();
+    WorkspaceState(const WorkspaceState&) = delete;
+    WorkspaceState& operator=(const WorkspaceState&) = delete;
+
+    std::shared_ptr<StoreFile> Open(const QString& path);
+    std::shared_ptr<StoreFile> Create(const QString& path, const QString& locale);
+    // Gives a file up; the last to do so makes it complete first.
+    static void Release(std::shared_ptr<StoreFile>& file);
+
+    void Register(const std::shared_ptr<Session>& session);
+    // Commits, and closes every session.
+    void CloseAll();
+
+    void BeginTrans();
+    void CommitTrans();
+    bool InTransaction() const { return inTransaction_; }
+    void Settle();
+
+    // Called before every call that writes, opens or closes: ends a run, and raises what a
+    // settling in the event loop could not report.
+    void Enter();
+    // Called before a recordset adds a row: true when the row belongs to the run under way.
+    bool EnterAddition(std::uint64_t recordset);
+    // Called behind a row of a run.
+    void LeaveAddition();
+    // Called when a recordset closes; ends its run.
+    void LeaveRecordset(std::uint64_t recordset);
+    // Asked before every change: does it wait for the end of a transaction?
+    bool StaysPending();
+
+    std::uint64_t NextRecordset() { return ++lastRecordset_; }
+
+private:
+    std::vector<std::shared_ptr<StoreFile>> LiveFiles();
+    // Has the event loop settle what is left pending when control returns to it.
+    void PostSettling();
+    void SettleFromEventLoop();
+
+    std::map<QString, std::weak_ptr<StoreFile>> files_;
+    std::vector<std::weak_ptr<Session>> sessions_;
+    std::optional<RunTimeError> unreported_;
+    bool inTransaction_ = false;
+    bool settlePosted_ = false;
+    std::uint64_t lastRecordset_ = 0;
+    std::uint64_t adding_ = 0; // the recordset whose run is under way, 0 for none
+    QElapsedTimer runTime_;
+    QObject eventLoop_; // receives the posted settling
+};
+
+} // namespace qvnd::jet

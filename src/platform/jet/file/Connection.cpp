@@ -1,0 +1,101 @@
+#include "platform/jet/file/Connection.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/jet/Failure.h"
+#include "platform/jet/file/TextFunctions.h"
+
+#include <sqlite3.h>
+
+namespace qvnd::jet {
+
+namespace {
+
+// How long another program may hold a file before we give up, in milliseconds.
+constexpr int patience = 3000;
+constexpr std::size_t preparedAtMost = 64;
+
+void raise(int code, const QString& path, const QString& message) {
+    switch (code & 0xFF) {
+    case SQLITE_CONSTRAINT:
+        failDuplicate();
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        fail(error::storeBusy, QStringLiteral("『%1』正被另一个程序锁定，请稍后再试。").arg(path));
+    case SQLITE_FULL:
+        fail(error::storeDiskFull, QStringLiteral("磁盘空间不足，不能写入『%1』。").arg(path));
+    case SQLITE_NOTADB:
+    case SQLITE_CORRUPT:
+        failUnrecognizedFormat(path);
+    case SQLITE_PERM:
+    case SQLITE_AUTH:
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+        failCannotAccess(path);
+    default:
+        fail(error::storeFailed, QStringLiteral("读写『%1』时出错：%2。").arg(path, message));
+    }
+}
+
+} // namespace
+
+Connection::Connection(const QString& path, Mode mode) : path_(path) {
+    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+                      (mode == Mode::create ? SQLITE_OPEN_CREATE : 0);
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, nullptr);
+    if (code != SQLITE_OK) {
+        sqlite3_close(handle_);
+        handle_ = nullptr;
+        raise(code, path, QString::fromUtf8(sqlite3_errstr(code)));
+    }
+    sqlite3_busy_timeout(handle_, patience);
+    registerTextFunctions(handle_);
+    // A rollback journal is gone at each commit, so the file alone is the database whenever nothing
+    // is being written; full synchronisation keeps a commit through a power failure as well.
+    Run("PRAGMA journal_mode=DELETE");
+    Run("PRAGMA synchronous=FULL");
+}
+
+Connection::~Connection() {
+    prepared_.clear();
+    sqlite3_close_v2(handle_);
+}
+
+void Connection::Run(const QByteArray& sql) {
+    if (sqlite3_exec(handle_, sql.constData(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+        Fail();
+    }
+}
+
+Statement& Connection::Prepared(const QByteArray& sql) {
+    const auto found = prepared_.find(sql);
+    if (found != prepared_.end()) {
+        return *found->second;
+    }
+    if (prepared_.size() >= preparedAtMost) {
+        prepared_.clear();
+    }
+    return *prepared_.emplace(sql, std::make_unique<Statement>(*this, sql)).first->second;
+}
+
+std::int64_t Connection::NumberOf(const QByteArray& sql) {
+    Statement& statement = Prepared(sql);
+    statement.Reset();
+    const std::int64_t number = statement.Step() ? statement.Number(0) : 0;
+    statement.Reset();
+    return number;
+}
+
+bool Connection::InTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
+
+std::int64_t Connection::LastInsertedRow() const { return sqlite3_last_insert_rowid(handle_); }
+
+int Connection::Changes() const { return sqlite3_changes(handle_); }
+
+std::int64_t Connection::ChangeStamp() const { return sqlite3_total_changes64(handle_); }
+
+void Connection::Fail() const {
+    raise(sqlite3_extended_errcode(handle_), path_, QString::fromUtf8(sqlite3_errmsg(handle_)));
+    Q_UNREACHABLE();
+}
+
+} // namespace qvnd::jet

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/jet/file/Catalogue.h"
+
+namespace qvnd::jet {
+
+// Refuses what no table can be: errors 3125, 3191, 3264 and 3409, see TableDefs::Append.
+void checkDefinition(const TableDef& definition);
+
+// Makes the table with its columns and indexes and enters it in the catalogue's tables of the
+// file. Gives it its Id.
+void createTable(Connection& connection, StoredTable& table);
+
+} // namespace qvnd::jet
