@@ -32,6 +32,8 @@ inline constexpr std::uint16_t CRgFtc2 = 0x4A51;
 inline constexpr std::uint16_t CFtcBi = 0x4A5E;
 inline constexpr std::uint16_t CFSpec = 0x0855;
 inline constexpr std::uint16_t CFObj = 0x0856;
+inline constexpr std::uint16_t CFtc = 0x4A3D; // sprmCFtcDefault of older writers
+inline constexpr std::uint16_t CDispFldRMark = 0xCA62;
 inline constexpr std::uint16_t CPropRMark90 = 0xCA57;
 inline constexpr std::uint16_t CFBoldBi = 0x085C;
 inline constexpr std::uint16_t CObjLocation = 0x680E;
@@ -41,6 +43,8 @@ inline constexpr std::uint16_t CRgLid1 = 0x486E;
 inline constexpr std::uint16_t CIdctHint = 0x286F;
 inline constexpr std::uint16_t CCv = 0x6870;
 inline constexpr std::uint16_t CPropRMark = 0xCA89;
+inline constexpr std::uint16_t CPbiIBullet = 0x6887;
+inline constexpr std::uint16_t CPbiGrf = 0x4888;
 
 // Paragraphs.
 inline constexpr std::uint16_t PIstd = 0x4600;
@@ -67,6 +71,7 @@ inline constexpr std::uint16_t PPc = 0x261B;
 inline constexpr std::uint16_t PWr = 0x2423;
 inline constexpr std::uint16_t PDxaFromText = 0x842F;
 inline constexpr std::uint16_t PPropRMark90 = 0xC63F;
+inline constexpr std::uint16_t PAnld80 = 0xC63E;
 inline constexpr std::uint16_t POutLvl = 0x2640;
 inline constexpr std::uint16_t PNumRM = 0xC645;
 inline constexpr std::uint16_t PHugePapx97 = 0x6645; // of the first Word 97; same operand
@@ -88,6 +93,7 @@ inline constexpr std::uint16_t PPropRMark = 0xC66F;
 inline constexpr std::uint16_t TDefTable10 = 0xD606; // of Word 6, kept by some writers
 inline constexpr std::uint16_t TDefTable = 0xD608;
 inline constexpr std::uint16_t TIstd = 0x563A;
+inline constexpr std::uint16_t TPropRMark = 0xD667;
 
 // Sections.
 inline constexpr std::uint16_t SBkc = 0x3009;
@@ -105,5 +111,8 @@ inline constexpr std::uint16_t SDxaRight = 0xB022;
 inline constexpr std::uint16_t SDyaTop = 0x9023;
 inline constexpr std::uint16_t SDyaBottom = 0x9024;
 inline constexpr std::uint16_t SDzaGutter = 0xB025;
+inline constexpr std::uint16_t SOlstAnm80 = 0xD202;
+inline constexpr std::uint16_t SPropRMark90 = 0xD227;
+inline constexpr std::uint16_t SPropRMark = 0xD243;
 
 } // namespace qvnd::word::sprm

@@ -18,7 +18,8 @@ struct ImportedText {
     // count is for the caller to decide.
     std::vector<SectionRun> sections;
     std::vector<Bookmark> bookmarks; // positions in the text; names unique in the target
-    // What the document holds and the text does not, in Chinese, one line each.
+    // What the document holds and the text does not, in Chinese, one line each: the remarks of the
+    // source first.
     std::vector<std::u16string> leftOut;
 };
 

@@ -1,5 +1,5 @@
-#include "platform/word/engine/BookmarkNames.h"
 #include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/engine/BookmarkNames.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/word/docfile/Story.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qvnd::word {
+
+// A field of a story by the positions of its characters.
+struct FieldPlace {
+    Cp begin = 0;
+    std::optional<Cp> separator;
+    Cp end = 0;
+    std::uint8_t type = 0; // flt
+};
+
+// The fields of a story in the order of their ends; marks without counterpart are passed over.
+std::vector<FieldPlace> fieldPlaces(const Story& story);
+
+// A word of a field's code (the part before its separator), without quotation marks.
+struct FieldWord {
+    Cp at = 0;
+    std::u16string text;
+};
+
+// The words of the code; fields within the code are no part of it.
+std::vector<FieldWord> fieldWords(const Story& story, const FieldPlace& field);
+
+// Those words of the code that name a bookmark: the argument of REF, PAGEREF, NOTEREF and the
+// like, that of \l of a HYPERLINK, that of \b of a TOC.
+std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words);
+
+} // namespace qvnd::word

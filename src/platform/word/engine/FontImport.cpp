@@ -1,0 +1,41 @@
+#include "platform/word/engine/FontImport.h"
+
+#include "platform/word/engine/NameFolding.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+// chs of the FFN: a symbol font gives the same characters other shapes.
+bool isSymbolFont(const FontEntry& font) {
+    constexpr std::size_t charsetAt = 3;
+    constexpr std::uint8_t symbolCharset = 2;
+    return font.record.size() > charsetAt && font.record[charsetAt] == symbolCharset;
+}
+
+bool same(const FontEntry& one, const FontEntry& other) {
+    return foldedName(one.name) == foldedName(other.name) &&
+           isSymbolFont(one) == isSymbolFont(other);
+}
+
+} // namespace
+
+std::optional<std::uint16_t> FontImport::font(std::uint16_t ftc) {
+    if (ftc >= source_.size()) {
+        return std::nullopt;
+    }
+    if (!known_[ftc]) {
+        const FontEntry& wanted = source_[ftc];
+        const auto found = std::find_if(target_.begin(), target_.end(),
+                                        [&](const FontEntry& font) { return same(font, wanted); });
+        known_[ftc] = static_cast<std::uint16_t>(found - target_.begin());
+        if (found == target_.end()) {
+            target_.push_back(wanted);
+        }
+    }
+    return known_[ftc];
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,60 @@
+#include "platform/word/engine/ImportTables.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+std::array<std::uint16_t, 4> translated(const std::array<std::uint16_t, 4>& fonts,
+                                        FontImport& import) {
+    std::array<std::uint16_t, 4> result{};
+    std::transform(fonts.begin(), fonts.end(), result.begin(),
+                   [&](std::uint16_t ftc) { return import.font(ftc).value_or(0); });
+    return result;
+}
+
+} // namespace
+
+ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
+    : target_(target), source_(source), fonts_(target.fonts, source.fonts),
+      rewriter_(source.lists, target.lists, *this), lists_(target, source, rewriter_),
+      styles_(target, source, rewriter_, *this, translated(source.styles.defaultFonts, fonts_)),
+      blobs_(source.blobs.size()) {}
+
+std::optional<StyleIndex> ImportTables::style(StyleIndex istd, StyleKind kind) {
+    const auto& styles = source_.styles.styles;
+    const bool there = istd < styles.size() && styles[istd] && styles[istd]->kind == kind;
+    return there ? styles_.style(istd) : std::nullopt;
+}
+
+std::optional<std::uint32_t> ImportTables::blob(std::uint32_t index) {
+    if (index >= blobs_.size() || !source_.blobs[index]) {
+        return std::nullopt;
+    }
+    if (!blobs_[index]) {
+        blobs_[index] = static_cast<std::uint32_t>(target_.blobs.size());
+        target_.blobs.push_back(source_.blobs[index]);
+    }
+    return blobs_[index];
+}
+
+std::optional<std::uint16_t> ImportTables::author(std::uint16_t index) {
+    if (index >= source_.authors.size()) {
+        return std::nullopt;
+    }
+    auto& authors = target_.authors;
+    const auto found = std::find(authors.begin(), authors.end(), source_.authors[index]);
+    const auto place = static_cast<std::uint16_t>(found - authors.begin());
+    if (found == authors.end()) {
+        authors.push_back(source_.authors[index]);
+    }
+    return place;
+}
+
+void ImportTables::finish() {
+    styles_.finish();
+    lists_.linkStyles([this](StyleIndex istd) { return styles_.cameAlong(istd); });
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/word/engine/FontImport.h"
+#include "platform/word/engine/ImportReferences.h"
+#include "platform/word/engine/ListImport.h"
+#include "platform/word/engine/PropertyRewriter.h"
+#include "platform/word/engine/StyleImport.h"
+
+#include <optional>
+#include <vector>
+
+namespace qvnd::word {
+
+// The tables of one document on their way into those of another.
+class ImportTables : public ImportReferences {
+public:
+    ImportTables(DocumentTables& target, const DocumentTables& source);
+
+    PropertyRewriter& rewriter() { return rewriter_; }
+    StyleImport& styles() { return styles_; }
+    const ListImport& lists() const { return lists_; }
+
+    // Ties styles and lists that came along to each other. Call it when the text is through.
+    void finish();
+
+    std::optional<std::uint16_t> font(std::uint16_t ftc) override { return fonts_.font(ftc); }
+    std::optional<StyleIndex> style(StyleIndex istd, StyleKind kind) override;
+    std::uint16_t list(std::uint16_t ilfo) override { return lists_.list(ilfo); }
+    std::optional<std::uint32_t> blob(std::uint32_t index) override;
+    std::optional<std::uint16_t> author(std::uint16_t index) override;
+
+private:
+    DocumentTables& target_;
+    const DocumentTables& source_;
+    FontImport fonts_;
+    PropertyRewriter rewriter_;
+    ListImport lists_;
+    StyleImport styles_;
+    std::vector<std::optional<std::uint32_t>> blobs_; // by index in the source
+};
+
+} // namespace qvnd::word

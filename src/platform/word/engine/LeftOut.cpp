@@ -1,0 +1,63 @@
+#include "platform/word/engine/LeftOut.h"
+
+#include "platform/word/docfile/Dop.h"
+#include "platform/word/docfile/Remarks.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace qvnd::word {
+
+namespace {
+
+void say(std::vector<std::u16string>& lines, int count, std::u16string_view what,
+         std::u16string_view measure, std::u16string_view rest = u"未能带入") {
+    if (count > 0) {
+        lines.push_back(std::u16string(what) + u" " + digits(count) + u" " +
+                        std::u16string(measure) + std::u16string(rest));
+    }
+}
+
+// More than marks and spaces.
+bool holdsText(const Story& story) {
+    return std::any_of(story.text.begin(), story.text.end(), [](char16_t c) {
+        return (c > u' ' && c != u'\u3000') || c == 0x01 || c == 0x08;
+    });
+}
+
+bool hasOwnHeaders(const DocumentData& source) {
+    return std::any_of(source.headers.begin(), source.headers.end(), [](const HeaderSet& set) {
+        return std::any_of(set.begin(), set.end(), [](const std::optional<Story>& header) {
+            return header && holdsText(*header);
+        });
+    });
+}
+
+} // namespace
+
+std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses) {
+    std::vector<std::u16string> lines = source.remarks;
+    const SideContents& side = source.side;
+    say(lines, side.footnotes, u"脚注", u"个");
+    say(lines, side.endnotes, u"尾注", u"个");
+    say(lines, side.comments, u"批注", u"条");
+    say(lines, side.textBoxes, u"文本框", u"个");
+    // A text box is anchored like any other shape.
+    say(lines, std::max(side.drawings, losses.drawings) - side.textBoxes, u"浮动图形", u"个");
+    say(lines, std::max(side.embeddedObjects, losses.objects), u"嵌入对象", u"个",
+        u"未能带入，只保留其图片");
+    say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
+    say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
+    if (hasOwnHeaders(source)) {
+        lines.emplace_back(u"文件自带的页眉页脚未能带入");
+    }
+    if (side.macros) {
+        lines.emplace_back(u"宏未能带入");
+    }
+    if (readDop(source.settings, dop::protectedForForms) != 0) {
+        lines.emplace_back(u"窗体保护未能带入");
+    }
+    return lines;
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentData.h"
+
+#include <string>
+#include <vector>
+
+namespace qvnd::word {
+
+// What was met on the way in and could not come along.
+struct ImportLosses {
+    int objects = 0;  // embedded objects; their pictures stay
+    int drawings = 0; // anchors of floating shapes
+    int pictures = 0; // inline pictures without data
+    int lists = 0;    // lists that found no room
+};
+
+// One line of Chinese for each kind of thing that a document holds and a merge leaves out, what
+// its reader left out first. Empty when nothing is missing.
+std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses);
+
+} // namespace qvnd::word

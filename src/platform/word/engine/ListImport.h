@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentTables.h"
+#include "platform/word/engine/PropertyRewriter.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <unordered_set>
+#include <vector>
+
+namespace qvnd::word {
+
+// Brings lists into a document, each as a list of its own, so that no numbering goes on from
+// elsewhere. Lists of nothing but bullets have no numbering: equal ones are shared.
+class ListImport {
+public:
+    ListImport(DocumentTables& target, const DocumentTables& source, PropertyRewriter& rewriter);
+
+    // The operand of sprmPIlfo in the target for that of the source; 0 where the source has no
+    // such list.
+    std::uint16_t list(std::uint16_t ilfo);
+
+    // Ties the levels to the styles that came along with them; `cameAlong` gives the new place of
+    // a style of the source, nothing when it did not come.
+    void linkStyles(const std::function<std::optional<StyleIndex>(StyleIndex)>& cameAlong);
+
+    // Lists that found no place: a document has room for 2046.
+    int withoutRoom() const { return withoutRoom_; }
+
+private:
+    struct Brought {
+        std::size_t definition = 0; // in the target
+        const ListDefinition* source = nullptr;
+    };
+
+    std::uint16_t bring(const ListOverride& list);
+    std::int32_t bringDefinition(const ListDefinition& definition);
+    std::optional<std::uint16_t> sharedBullets(const ListDefinition& definition) const;
+    ListLevel rewritten(const ListLevel& level);
+    std::int32_t freshNumber(std::int32_t lsid);
+    const ListDefinition* sourceDefinition(std::int32_t lsid) const;
+
+    DocumentTables& target_;
+    const DocumentTables& source_;
+    PropertyRewriter& rewriter_;
+    std::unordered_set<std::int32_t> numbers_;         // lsids of the target
+    std::vector<std::optional<std::uint16_t>> known_;  // by index of the source's override
+    std::map<std::int32_t, std::int32_t> definitions_; // lsid here, lsid there
+    std::map<std::int32_t, std::uint16_t> plain_;      // lsid here: override without levels
+    std::vector<Brought> brought_;
+    int withoutRoom_ = 0;
+};
+
+} // namespace qvnd::word

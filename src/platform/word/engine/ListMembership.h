@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentTables.h"
+
+#include <cstdint>
+#include <unordered_map>
+
+namespace qvnd::word {
+
+// Values of sprmPIlfo that are no index of a list override ([MS-DOC] 2.6.2).
+inline constexpr std::uint16_t noList = 0;
+inline constexpr std::uint16_t lastListIndex = 0x07FE;
+inline constexpr std::uint16_t listOfWord95 = 0x07FF;    // numbered by sprmPAnld80
+inline constexpr std::uint16_t firstHiddenList = 0xF802; // negated index: member, no number shown
+
+// The index (from 1) of the list override that the operand names; 0 when it names none.
+std::uint16_t listIndexOf(std::uint16_t ilfo);
+
+// Finds what a list's level does to its paragraphs.
+class ListLevels {
+public:
+    explicit ListLevels(const DocumentTables& tables) : tables_(tables) {}
+
+    // The level that paragraphs with these operands of sprmPIlfo and sprmPIlvl belong to;
+    // nothing when there is none.
+    const ListLevel* level(std::uint16_t ilfo, std::uint8_t ilvl);
+    // The paragraph properties of that level; an empty list when there is none.
+    ByteView paragraph(std::uint16_t ilfo, std::uint8_t ilvl);
+
+private:
+    const ListDefinition* definition(std::int32_t lsid);
+
+    const DocumentTables& tables_;
+    std::unordered_map<std::int32_t, std::size_t> places_;
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,264 @@
+#include "platform/word/engine/StyleImport.h"
+
+#include "platform/word/engine/BuiltInStyles.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr StyleIndex normalStyle = 0;
+constexpr StyleIndex firstFreePlace = 15;
+
+void append(Bytes& list, ByteView part) { list.insert(list.end(), part.begin(), part.end()); }
+
+} // namespace
+
+StyleImport::StyleImport(DocumentTables& target, const DocumentTables& source,
+                         PropertyRewriter& rewriter, ImportReferences& references,
+                         const std::array<std::uint16_t, 4>& defaultFonts)
+    : target_(target), source_(source), rewriter_(rewriter), references_(references),
+      levels_(target), match_(target.styles),
+      sourceLooks_(
+          source.styles, defaultFonts,
+          [this](PropertyListId id) { return target_.lists[rewriter_.rewritten(id)]; }, levels_),
+      targetLooks_(
+          target.styles, target.styles.defaultFonts,
+          [this](PropertyListId id) { return target_.lists[id]; }, levels_),
+      places_(source.styles.styles.size()) {}
+
+const StyleDefinition* StyleImport::sourceStyle(StyleIndex istd) const {
+    const auto& styles = source_.styles.styles;
+    return istd < styles.size() && styles[istd] ? &*styles[istd] : nullptr;
+}
+
+std::optional<StyleIndex> StyleImport::style(StyleIndex istd) {
+    const StyleDefinition* wanted = sourceStyle(istd);
+    if (wanted == nullptr) {
+        return std::nullopt;
+    }
+    if (!places_[istd]) {
+        const std::optional<StyleIndex> there =
+            wanted->kind == StyleKind::table ? sameTableStyle(*wanted) : match_.find(*wanted);
+        if (there) {
+            places_[istd] = there;
+        } else if (!newPlace(*wanted)) {
+            return std::nullopt;
+        } else {
+            bring(istd);
+        }
+    }
+    return places_[istd];
+}
+
+StyleIndex StyleImport::paragraphStyle(StyleIndex istd) {
+    const StyleDefinition* wanted = sourceStyle(istd);
+    if (wanted == nullptr || wanted->kind != StyleKind::paragraph) {
+        return istd == normalStyle ? normalStyle : paragraphStyle(normalStyle);
+    }
+    return style(istd).value_or(normalStyle);
+}
+
+std::optional<StyleIndex> StyleImport::cameAlong(StyleIndex istd) const {
+    return brought_.contains(istd) ? places_[istd] : std::nullopt;
+}
+
+// --- bringing along -------------------------------------------------------------------------
+
+std::optional<StyleIndex> StyleImport::newPlace(const StyleDefinition& style) const {
+    const auto& styles = target_.styles.styles;
+    const auto number = builtInNumberOf(style);
+    if (const auto fixed = number ? fixedStyleIndex(*number) : std::nullopt) {
+        if (*fixed >= styles.size() || !styles[*fixed]) {
+            return fixed;
+        }
+    }
+    const auto next = std::max<std::size_t>(firstFreePlace, styles.size());
+    return next < StyleDefinition::userDefined ? std::optional(static_cast<StyleIndex>(next))
+                                               : std::nullopt;
+}
+
+StyleIndex StyleImport::bring(StyleIndex istd) {
+    const StyleDefinition& wanted = *sourceStyle(istd);
+    const StyleIndex place = *newPlace(wanted);
+    auto& styles = target_.styles.styles;
+    if (place >= styles.size()) {
+        styles.resize(place + std::size_t{1});
+    }
+    StyleDefinition style = translated(wanted);
+    if (match_.find(style)) { // a table style under a name that has another definition
+        style.sti = StyleDefinition::userDefined;
+    }
+    style.name = match_.freeName(style.name);
+    style.basedOn = StyleDefinition::none;
+    styles[place] = style;
+    places_[istd] = place;
+    brought_.insert(istd);
+    underWay_.insert(istd);
+    match_.add(place, style);
+    basedInTarget(style, wanted);
+    styles[place] = std::move(style);
+    underWay_.erase(istd);
+    return place;
+}
+
+StyleDefinition StyleImport::translated(const StyleDefinition& style) {
+    StyleDefinition result = style;
+    result.sti = builtInNumberOf(style).value_or(StyleDefinition::userDefined);
+    result.next = 0;
+    result.link = 0;
+    result.paragraph = rewriter_.rewritten(style.paragraph);
+    result.character = rewriter_.rewritten(style.character);
+    result.table = rewriter_.rewritten(style.table);
+    if (result.original) {
+        result.original->author = references_.author(style.original->author).value_or(0);
+        result.original->paragraph = rewriter_.rewritten(style.original->paragraph);
+        result.original->character = rewriter_.rewritten(style.original->character);
+    }
+    return result;
+}
+
+// Puts the style over its base in the target, and into its own definition what the base there
+// says otherwise.
+void StyleImport::basedInTarget(StyleDefinition& style, const StyleDefinition& source) {
+    const StyleDefinition* base = sourceStyle(source.basedOn);
+    const bool usable =
+        base != nullptr && base->kind == source.kind && !underWay_.contains(source.basedOn);
+    if (usable) {
+        style.basedOn = this->style(source.basedOn).value_or(StyleDefinition::none);
+    }
+    if (style.kind == StyleKind::character) {
+        flattenCharacterStyle(style, source);
+    }
+    if (style.kind != StyleKind::paragraph) {
+        return;
+    }
+    const StyleIndex here = usable ? source.basedOn : StyleDefinition::none;
+    const StyleDifference paragraph(sourceLooks_.paragraph(here),
+                                    targetLooks_.paragraph(style.basedOn));
+    const StyleDifference character(sourceLooks_.character(here),
+                                    targetLooks_.character(style.basedOn));
+    style.paragraph = under(paragraph, style.paragraph);
+    style.character = under(character, style.character);
+}
+
+// What a character style leaves unsaid is the paragraph's, so there is no default to fall back
+// to: a base that is defined otherwise in the target is written into the style itself.
+void StyleImport::flattenCharacterStyle(StyleDefinition& style, const StyleDefinition& source) {
+    Bytes whole;
+    bool same = true;
+    std::set<StyleIndex> seen;
+    for (StyleIndex at = source.basedOn; seen.insert(at).second;) {
+        const StyleDefinition* base = sourceStyle(at);
+        if (base == nullptr || base->kind != StyleKind::character) {
+            break;
+        }
+        const PropertyListId list = rewriter_.rewritten(base->character);
+        const auto there = this->style(at);
+        same = same && there && target_.styles.styles[*there]->character == list;
+        Bytes below(target_.lists[list].begin(), target_.lists[list].end());
+        append(below, whole);
+        whole = std::move(below);
+        at = base->basedOn;
+    }
+    if (!same) {
+        append(whole, target_.lists[style.character]);
+        style.character = target_.lists.intern(whole);
+        style.basedOn = StyleDefinition::none;
+    }
+}
+
+// A table style counts as there only if it is the same in every respect, since little of it could
+// be said directly.
+std::optional<StyleIndex> StyleImport::sameTableStyle(const StyleDefinition& wanted) {
+    const StyleDefinition here = translated(wanted);
+    const StyleDefinition* baseHere = sourceStyle(wanted.basedOn);
+    const bool based = baseHere != nullptr && baseHere->kind == StyleKind::table &&
+                       baseHere != &wanted && underWay_.insert(wanted.basedOn).second;
+    const StyleIndex base =
+        based ? style(wanted.basedOn).value_or(StyleDefinition::none) : StyleDefinition::none;
+    if (based) {
+        underWay_.erase(wanted.basedOn);
+    }
+    const auto& styles = target_.styles.styles;
+    for (std::size_t i = 0; i < styles.size(); ++i) {
+        const bool same =
+            styles[i] && styles[i]->kind == StyleKind::table && styles[i]->basedOn == base &&
+            styles[i]->table == here.table && styles[i]->paragraph == here.paragraph &&
+            styles[i]->character == here.character && styles[i]->name.starts_with(wanted.name);
+        if (same) {
+            return static_cast<StyleIndex>(i);
+        }
+    }
+    return std::nullopt;
+}
+
+void StyleImport::finish() {
+    // Bringing a style that follows may bring more.
+    std::set<StyleIndex> done;
+    while (done.size() < brought_.size()) {
+        const std::set<StyleIndex> round = brought_;
+        for (const StyleIndex istd : round) {
+            if (!done.insert(istd).second) {
+                continue;
+            }
+            const StyleDefinition& source = *sourceStyle(istd);
+            const StyleIndex next = style(source.next).value_or(*places_[istd]);
+            target_.styles.styles[*places_[istd]]->next = next;
+        }
+    }
+    for (const StyleIndex istd : brought_) {
+        const StyleDefinition& source = *sourceStyle(istd);
+        const StyleDefinition* tied = sourceStyle(source.link);
+        if (source.link != 0 && tied != nullptr && tied->link == istd) {
+            target_.styles.styles[*places_[istd]]->link = cameAlong(source.link).value_or(0);
+        }
+    }
+}
+
+// --- direct formatting ----------------------------------------------------------------------
+
+PropertyListId StyleImport::under(const StyleDifference& difference, PropertyListId direct) {
+    return difference.empty()
+               ? direct
+               : target_.lists.intern(difference.under(target_.lists[direct], levels_));
+}
+
+PropertyListId StyleImport::paragraph(StyleIndex sourceStyle, PropertyListId direct) {
+    const auto [known, isNew] = paragraphLists_.try_emplace({sourceStyle, direct}, direct);
+    if (isNew) {
+        auto found = paragraphs_.find(sourceStyle);
+        if (found == paragraphs_.end()) {
+            const StyleIndex there = paragraphStyle(sourceStyle);
+            found = paragraphs_
+                        .emplace(sourceStyle, StyleDifference(sourceLooks_.paragraph(sourceStyle),
+                                                              targetLooks_.paragraph(there)))
+                        .first;
+        }
+        known->second = under(found->second, direct);
+    }
+    return known->second;
+}
+
+PropertyListId StyleImport::character(StyleIndex sourceStyle, StyleIndex sourceCharacterStyle,
+                                      PropertyListId direct) {
+    const StylePair styles(sourceStyle, sourceCharacterStyle);
+    const auto [known, isNew] = characterLists_.try_emplace({styles, direct}, direct);
+    if (isNew) {
+        auto found = characters_.find(styles);
+        if (found == characters_.end()) {
+            const StyleIndex there = paragraphStyle(sourceStyle);
+            const StyleIndex above = style(sourceCharacterStyle).value_or(StyleDefinition::none);
+            found = characters_
+                        .emplace(styles, StyleDifference(sourceLooks_.character(
+                                                             sourceStyle, sourceCharacterStyle),
+                                                         targetLooks_.character(there, above)))
+                        .first;
+        }
+        known->second = under(found->second, direct);
+    }
+    return known->second;
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,69 @@
+#include "platform/word/engine/StyleLooks.h"
+
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/engine/StyleProperties.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+StyleLooks::StyleLooks(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
+                       ListOf listOf, ListLevels& levels)
+    : sheet_(sheet), listOf_(std::move(listOf)), levels_(levels) {
+    constexpr std::array<SprmOpcode, 4> fonts{sprm::CRgFtc0, sprm::CRgFtc1, sprm::CRgFtc2,
+                                              sprm::CFtcBi};
+    for (std::size_t i = 0; i < fonts.size(); ++i) {
+        defaults_.set(entry16(fonts[i], defaultFonts[i]));
+    }
+}
+
+const StyleDefinition* StyleLooks::definition(StyleIndex style, StyleKind kind) const {
+    const bool there =
+        style < sheet_.styles.size() && sheet_.styles[style] && sheet_.styles[style]->kind == kind;
+    return there ? &*sheet_.styles[style] : nullptr;
+}
+
+std::vector<StyleIndex> StyleLooks::chain(StyleIndex style, StyleKind kind) const {
+    std::vector<StyleIndex> result;
+    std::set<StyleIndex> seen;
+    while (definition(style, kind) != nullptr && seen.insert(style).second) {
+        result.push_back(style);
+        style = sheet_.styles[style]->basedOn;
+    }
+    std::reverse(result.begin(), result.end());
+    return result;
+}
+
+const StyleLook& StyleLooks::paragraph(StyleIndex style) {
+    if (const auto known = paragraphs_.find(style); known != paragraphs_.end()) {
+        return known->second;
+    }
+    StyleLook look;
+    for (const StyleIndex layer : chain(style, StyleKind::paragraph)) {
+        const StyleDefinition& definition = *sheet_.styles[layer];
+        if (definition.sti >= sti::heading1 && definition.sti < sti::heading1 + 9) {
+            // Word's own headings are at their level without saying so.
+            look.set(entry8(sprm::POutLvl, definition.sti - sti::heading1));
+        }
+        look.lay(listOf_(definition.paragraph), levels_);
+    }
+    return paragraphs_.emplace(style, std::move(look)).first->second;
+}
+
+const StyleLook& StyleLooks::character(StyleIndex paragraphStyle, StyleIndex characterStyle) {
+    const std::pair key(paragraphStyle, characterStyle);
+    if (const auto known = characters_.find(key); known != characters_.end()) {
+        return known->second;
+    }
+    StyleLook look =
+        characterStyle == StyleDefinition::none ? defaults_ : character(paragraphStyle);
+    const bool above = characterStyle != StyleDefinition::none;
+    const StyleKind kind = above ? StyleKind::character : StyleKind::paragraph;
+    for (const StyleIndex layer : chain(above ? characterStyle : paragraphStyle, kind)) {
+        look.lay(listOf_(sheet_.styles[layer]->character), levels_);
+    }
+    return characters_.emplace(key, std::move(look)).first->second;
+}
+
+} // namespace qvnd::word

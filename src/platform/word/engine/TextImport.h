@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentData.h"
+#include "platform/word/engine/ImportTables.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace qvnd::word {
+
+// Brings stories into the terms of the target's tables: same text, styles and property lists of
+// the target.
+class TextImport {
+public:
+    TextImport(ImportTables& tables, DocumentTables& target, const DocumentTables& source)
+        : tables_(tables), target_(target), source_(source), facts_(source.lists.size()) {}
+
+    Story imported(const Story& story);
+
+    // What a list of character properties of the source says of its characters.
+    struct RunFacts {
+        bool special = false;      // sprmCFSpec: characters below U+0020 bear meaning
+        bool data = false;         // sprmCFData: no picture but data of a field
+        bool object = false;       // sprmCFOle2: an embedded object
+        bool pictureThere = false; // sprmCPicLocation names a blob of the source
+        bool pictureBullet = false;
+        StyleIndex characterStyle = StyleDefinition::none;
+    };
+    const RunFacts& facts(PropertyListId list);
+
+private:
+    ParagraphRun imported(const ParagraphRun& paragraph);
+    PropertyListId importedRun(StyleIndex paragraphStyle, PropertyListId list);
+    PropertyListId withTableStyle(PropertyListId list, PropertyListId rewritten);
+    RunFacts read(ByteView list) const;
+    StyleIndex effectiveStyle(StyleIndex style) const;
+
+    ImportTables& tables_;
+    DocumentTables& target_;
+    const DocumentTables& source_;
+    std::vector<std::optional<RunFacts>> facts_;
+};
+
+} // namespace qvnd::word
