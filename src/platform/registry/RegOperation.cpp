@@ -1,5 +1,6 @@
 #include "platform/registry/RegOperation.h"
 
+#include "platform/files/Trim.h"
 #include "platform/registry/RegistryRoots.h"
 
 #include <QStringDecoder>
@@ -16,19 +17,6 @@ QString textOf(const Value& value) {
             .decode(value.data);
     }
     return QString::fromLatin1(value.data);
-}
-
-// Blanks alone are trimmed: the terminator and tabs stay.
-QString trimBlanks(const QString& text) {
-    qsizetype start = 0;
-    qsizetype end = text.size();
-    while (start < end && text[start] == u' ') {
-        ++start;
-    }
-    while (end > start && text[end - 1] == u' ') {
-        --end;
-    }
-    return text.mid(start, end - start);
 }
 
 } // namespace
@@ -58,7 +46,8 @@ QString RegOperation::GetStringValueA(QString keyPath, const QString& valueName)
         return QStringLiteral("Error");
     }
     const QString buffer = textOf(*value).left(bufferLength).leftJustified(bufferLength, u' ');
-    QString text = trimBlanks(buffer);
+    // Blanks alone are trimmed: the terminator stays and is the character that goes.
+    QString text = files::Trim(buffer);
     text.chop(1);
     return text;
 }

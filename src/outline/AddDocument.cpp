@@ -1,0 +1,214 @@
+#include "outline/AddDocument.h"
+
+#include "outline/LibraryTree.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/TreeLoading.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+
+#include <algorithm>
+
+namespace qvnd::outline {
+
+using desktop::Icon;
+
+namespace {
+
+bool hasDocument(const OutlineNode& parent, const QString& name) {
+    const auto& children = parent.childList();
+    return std::any_of(children.begin(), children.end(), [&](const OutlineNode* node) {
+        return node->Image() == image::document && node->Text() == name;
+    });
+}
+
+} // namespace
+
+AddDocument::AddDocument(modMain& state, Workbench& workbench, const Services& services)
+    : state_(state), workbench_(workbench), services_(services) {}
+
+template <class Command>
+Added AddDocument::guarded(Command command) {
+    const OutlineNode* selected = workbench_.TrvCurrent.SelectedItem();
+    if (!selected) {
+        return Added::nothingSelected;
+    }
+    try {
+        return command(*selected);
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == error::dialogCancelled) {
+            return Added::cancelled;
+        }
+        services_.messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
+                                QStringLiteral("提示"));
+        return Added::failed;
+    }
+}
+
+Added AddDocument::mnuEQDoc() {
+    return guarded([this](const OutlineNode& selected) { return addBeside(selected); });
+}
+
+Added AddDocument::mnuLTDoc() {
+    return guarded([this](const OutlineNode& selected) { return addBelow(selected); });
+}
+
+Added AddDocument::addBeside(const OutlineNode& selected) {
+    const QString selectedKey = selected.Key();
+    const QString plan = tableOfKey(selectedKey);
+    jet::Database& db = *state_.gDbUser;
+    createMissingFolders(state_.gSysPath + "标书模板", plan);
+    const auto chosen = services_.fileDialogs.open(
+        {QStringLiteral("打开文档"),
+         QStringLiteral("Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"), QStringLiteral("doc")});
+
+    const std::int16_t insertPoint = idOfKey(db, plan, selectedKey);
+    if (!selected.Parent()) {
+        throw RunTimeError(error::objectNotSet, u"未设置对象变量：根节点没有上级节点");
+    }
+    if (hasDocument(*selected.Parent(), comparedName(chosen.fileTitle))) {
+        return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
+    }
+
+    try {
+        db.Execute(QStringLiteral("DROP TABLE temp"));
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != error::tableToDropNotFound) {
+            throw;
+        }
+    }
+    const QString behind = " where ID > " + QString::number(insertPoint);
+    const QString inOrder = QStringLiteral(" order by ID asc");
+    db.Execute("Select * into  temp  from " + plan + behind);
+    const std::int16_t lastId = endOf(db, plan, inOrder).lastId;
+    db.Execute("Delete * from " + plan + behind);
+    const std::int16_t base = toInteger(lastId - endOf(db, plan, inOrder).count);
+
+    const QString parentKey = parentKeyOf(selectedKey);
+    const auto family = rowsLike(db, plan, parentKey);
+    newKey_ = outline::newKey(parentKey, base, toInteger(family->RecordCount()));
+    if (!bringFile(chosen.fileName, documentPath(state_, plan, newKey_),
+                   QStringLiteral("此文件不存在。要创建此文件吗？"))) {
+        return Added::answeredNo;
+    }
+
+    const QString name = storedName(chosen.fileTitle);
+    addRow(*family, {newKey_, name, true});
+    addToPlanCopy(plan, name);
+    const auto rows = db.OpenRecordset("Select * from " + plan);
+    const auto moved = db.OpenRecordset(QStringLiteral("Select * from temp"));
+    addRows(*rows, *moved);
+
+    const auto refilled = db.OpenRecordset("Select * from " + plan + inOrder);
+    workbench_.TrvCurrent.Clear();
+    updateTree(*refilled, workbench_.TrvCurrent, {}, services_.splash);
+    refreshAndSelect();
+    return Added::added;
+}
+
+Added AddDocument::addBelow(const OutlineNode& selected) {
+    const QString selectedKey = selected.Key();
+    const QString plan = tableOfKey(selectedKey);
+    jet::Database& db = *state_.gDbUser;
+    createMissingFolders(
+        files::withSeparator(state_.AppPath) + "Sys" + files::separator() + "标书模板", plan);
+    const auto chosen = services_.fileDialogs.open(
+        {QStringLiteral("打开文档"), QStringLiteral("Word文档 (*.doc)|*.doc|RTF格式 (*.rtf)|*.rtf"),
+         QStringLiteral("doc")});
+
+    const TableEnd end = endOf(db, plan, {});
+    const std::int16_t base = toInteger(end.lastId - end.count);
+    const auto family = rowsLike(db, plan, selectedKey);
+    newKey_ = outline::newKey(selectedKey, base, toInteger(family->RecordCount()));
+    if (!bringFile(chosen.fileName, documentPath(state_, plan, newKey_),
+                   QStringLiteral("此文件不存在。要创建此文件？"))) {
+        return Added::answeredNo;
+    }
+
+    const QString name = storedName(chosen.fileTitle);
+    if (depthOfKey(newKey_) > deepestLevel) {
+        return refuse(Added::tooDeep, QStringLiteral("对不起，系统最多支持九级深度！"));
+    }
+    if (hasDocument(selected, name)) {
+        return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
+    }
+    addRow(*family, {newKey_, name, true});
+    addToPlanCopy(plan, name);
+    workbench_.TrvCurrent.AddChild(selectedKey, newKey_, name, image::document,
+                                   image::documentSelected);
+    refreshAndSelect();
+    return Added::added;
+}
+
+Added AddDocument::refuse(Added reason, const QString& text) {
+    services_.messages.tell(text, Icon::information, QStringLiteral("警告！"));
+    return reason;
+}
+
+void AddDocument::createMissingFolders(const QString& templates, const QString& plan) {
+    const QString plans =
+        files::withSeparator(state_.AppPath) + "Sys" + files::separator() + "用户模板";
+    for (const QString& folder : {plans, templates, state_.gUserTplPath + plan}) {
+        if (!state_.gFso->FolderExists(folder)) {
+            state_.gFso->CreateFolder(folder);
+        }
+    }
+}
+
+// False when the file is not there and the user does not want it made.
+bool AddDocument::bringFile(const QString& source, const QString& target, const QString& question) {
+    if (!state_.gFso->FileExists(source)) {
+        if (!services_.messages.ask(source + u'\n' + question, Icon::question)) {
+            return false;
+        }
+        makeEmptyDocument(target);
+    } else if (source.right(3).toUpper() == u"DOC") {
+        state_.gFso->CopyFile(source, target, true);
+    } else {
+        convert(source, target);
+    }
+    return true;
+}
+
+void AddDocument::makeEmptyDocument(const QString& target) {
+    const QString normal = state_.gWordRoot + "Templates" + files::separator() + "Normal.dot";
+    if (state_.gFso->FileExists(normal)) {
+        state_.gFso->CopyFile(normal, target, true);
+        return;
+    }
+    const auto application = services_.word.create();
+    application->documents().Add().SaveAs(files::toPath(target));
+    services_.events.doEvents();
+    application->Quit();
+    services_.events.doEvents();
+}
+
+void AddDocument::convert(const QString& source, const QString& target) {
+    const auto application = services_.word.create();
+    application->documents().Open(files::toPath(source)).SaveAs(files::toPath(target));
+    services_.events.doEvents();
+    application->Quit();
+    services_.events.doEvents();
+}
+
+// The row goes to the end of that copy: rows that moved in the working table do not move there.
+void AddDocument::addToPlanCopy(const QString& plan, const QString& name) {
+    if (state_.gDbPlan) {
+        state_.gDbPlan->Close();
+    }
+    state_.gDbPlan = state_.gWs->OpenDatabase(planDatabasePath(state_, plan));
+    {
+        const auto copy = state_.gDbPlan->OpenRecordset(plan, jet::OpenAs::Table);
+        addRow(*copy, {newKey_, name, true});
+    }
+    state_.gDbPlan->Close();
+    state_.gDbPlan.reset();
+}
+
+void AddDocument::refreshAndSelect() {
+    updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
+                       services_.messages, services_.splash);
+    workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_));
+}
+
+} // namespace qvnd::outline

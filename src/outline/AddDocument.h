@@ -1,0 +1,52 @@
+#pragma once
+
+#include "outline/dlgAddDoc.h"
+
+#include <QString>
+
+namespace qvnd::outline {
+
+// The two commands that add a document to the plan open in TrvCurrent: mnuEQDoc beside the selected
+// node, mnuLTDoc under it. Each asks for a file, brings it into the plan's folder under the new
+// key's name, and adds the row. They differ on purpose: mnuEQDoc moves rows and compares names
+// before it makes the file, without a look at the depth; mnuLTDoc moves none and looks at depth and
+// name behind the file. A .doc is copied; any other file passes through the word processor.
+//
+// Nothing is rolled back: a refusal leaves what was done up to it.
+class AddDocument {
+public:
+    AddDocument(modMain& state, Workbench& workbench, const Services& services);
+
+    Added mnuEQDoc();
+    Added mnuLTDoc();
+
+    // The key that the last command gave; also set when it was refused later.
+    const QString& newKey() const { return newKey_; }
+
+private:
+    Added addBeside(const OutlineNode& selected);
+    Added addBelow(const OutlineNode& selected);
+    void createMissingFolders(const QString& templates, const QString& plan);
+    bool bringFile(const QString& source, const QString& target, const QString& question);
+    void makeEmptyDocument(const QString& target);
+    void convert(const QString& source, const QString& target);
+    void addToPlanCopy(const QString& plan, const QString& name);
+    void refreshAndSelect();
+    Added refuse(Added reason, const QString& text);
+    template <class Command>
+    Added guarded(Command command);
+
+    modMain& state_;
+    Workbench& workbench_;
+    Services services_;
+    QString newKey_;
+};
+
+// The file's title without its extension, as a node's text: the parts between the points but the
+// last, or the whole title when it has no point.
+QString storedName(const QString& fileTitle);
+// The name that mnuEQDoc compares: one part shorter than the stored one, but never empty of its
+// first part ("甲.乙.doc" is compared as 甲 and stored as 甲.乙).
+QString comparedName(const QString& fileTitle);
+
+} // namespace qvnd::outline

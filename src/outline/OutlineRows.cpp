@@ -1,0 +1,53 @@
+#include "outline/OutlineRows.h"
+
+#include "outline/OutlineKeys.h"
+#include "platform/files/Paths.h"
+#include "store/modMain.h"
+
+namespace qvnd::outline {
+
+void addRow(jet::Recordset& rs, const OutlineRow& row) {
+    rs.AddNew();
+    rs.Set(u"名称", row.name);
+    rs.Set(u"key", row.key);
+    rs.Set(u"是否文档", row.isDocument ? u"是" : u"否");
+    rs.Update();
+}
+
+void addRows(jet::Recordset& to, jet::Recordset& from) {
+    for (; !from.Eof(); from.MoveNext()) {
+        to.AddNew();
+        for (const char16_t* field : {u"key", u"名称", u"是否文档"}) {
+            to.Set(field, from.Get(field));
+        }
+        to.Update();
+    }
+}
+
+std::int16_t idOfKey(jet::Database& db, const QString& table, const QString& key) {
+    const auto rs = db.OpenRecordset("Select * from " + table + " where Key='" + key + u'\'');
+    return rs->Eof() ? std::int16_t{0} : rs->Get(u"ID").ToInteger();
+}
+
+TableEnd endOf(jet::Database& db, const QString& table, const QString& order) {
+    const auto rs = db.OpenRecordset("Select * from " + table + order);
+    rs->MoveLast();
+    return {rs->Get(u"ID").ToInteger(), toInteger(rs->RecordCount())};
+}
+
+std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,
+                                         const QString& parentKey) {
+    auto rs = db.OpenRecordset("Select * from " + table + " where Key like '" + parentKey + "*'");
+    rs->MoveLast();
+    return rs;
+}
+
+QString planDatabasePath(const modMain& state, const QString& plan) {
+    return state.gUserTplPath + plan + files::separator() + plan + ".mdb";
+}
+
+QString documentPath(const modMain& state, const QString& plan, const QString& key) {
+    return state.gUserTplPath + plan + files::separator() + key + ".doc";
+}
+
+} // namespace qvnd::outline

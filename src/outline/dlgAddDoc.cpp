@@ -1,0 +1,132 @@
+#include "outline/dlgAddDoc.h"
+
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/TreeLoading.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Trim.h"
+
+#include <algorithm>
+
+namespace qvnd::outline {
+
+using desktop::Icon;
+
+namespace {
+
+const QString inOrder = QStringLiteral(" order by ID asc");
+
+[[noreturn]] void objectNotSet() {
+    throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选定的节点或上级节点");
+}
+
+} // namespace
+
+dlgAddDoc::dlgAddDoc(modMain& state, Workbench& workbench, const Services& services, AddMode mode)
+    : state_(state), workbench_(workbench), services_(services), mode_(mode) {}
+
+Added dlgAddDoc::OK(const QString& TxtAdd) {
+    try {
+        return run(files::Trim(TxtAdd));
+    } catch (const RunTimeError& failure) {
+        services_.messages.tell(QString::fromStdU16String(failure.description()));
+        return Added::failed;
+    }
+}
+
+Added dlgAddDoc::run(const QString& name) {
+    const QString warning = QStringLiteral("警告！");
+    const OutlineNode* selected = workbench_.TrvCurrent.SelectedItem();
+    if (!selected) {
+        objectNotSet();
+    }
+    if (isTaken(*selected, name)) {
+        services_.messages.tell(QStringLiteral("对不起，命名重复！"), Icon::exclamation, warning);
+        return Added::duplicateName;
+    }
+    const QString selectedKey = selected->Key();
+    const QString table = tableOfKey(selectedKey);
+    jet::Database& db = *state_.gDbUser;
+
+    std::int16_t base = 0;
+    if (mode_ == AddMode::beside) {
+        base = moveRowsOut(table, selectedKey);
+    } else {
+        const TableEnd end = endOf(db, table, inOrder);
+        base = toInteger(end.lastId - end.count);
+    }
+
+    const QString parentKey = mode_ == AddMode::below ? selectedKey : parentKeyOf(selectedKey);
+    const auto family = rowsLike(db, table, parentKey);
+    newKey_ = outline::newKey(parentKey, base, toInteger(family->RecordCount()));
+    if (depthOfKey(newKey_) > deepestLevel) {
+        services_.messages.tell(QStringLiteral("对不起，系统最多支持九级深度！"), Icon::exclamation,
+                                warning);
+        return Added::tooDeep;
+    }
+    addRow(*family, {files::Trim(newKey_), name, false});
+    if (mode_ == AddMode::beside) {
+        moveRowsBack(table);
+    }
+    levelPlanCopy(table);
+    refill(table);
+    return Added::added;
+}
+
+bool dlgAddDoc::isTaken(const OutlineNode& selected, const QString& name) const {
+    const OutlineNode* parent = mode_ == AddMode::below ? &selected : selected.Parent();
+    if (!parent) {
+        objectNotSet();
+    }
+    const auto& siblings = parent->childList();
+    return std::any_of(siblings.begin(), siblings.end(), [&](const OutlineNode* node) {
+        return node->Image() == image::folder && files::Trim(node->Text()) == name;
+    });
+}
+
+std::int16_t dlgAddDoc::moveRowsOut(const QString& table, const QString& selectedKey) {
+    jet::Database& db = *state_.gDbUser;
+    const QString behind = " where ID > " + QString::number(idOfKey(db, table, selectedKey));
+    dropScratchTable();
+    db.Execute("Select * into  temp  from " + table + behind);
+    const std::int16_t lastId = endOf(db, table, inOrder).lastId;
+    db.Execute("Delete * from " + table + behind);
+    return toInteger(lastId - endOf(db, table, inOrder).count);
+}
+
+void dlgAddDoc::dropScratchTable() {
+    jet::TableDefs tables = state_.gDbUser->TableDefs();
+    tables.Refresh();
+    for (const QString& name : tables.Names()) {
+        if (files::Trim(name) == u"temp") {
+            tables.Delete(name);
+            tables.Refresh();
+            return;
+        }
+    }
+}
+
+void dlgAddDoc::moveRowsBack(const QString& table) {
+    jet::Database& db = *state_.gDbUser;
+    const auto moved = db.OpenRecordset(QStringLiteral(" select * from temp"));
+    const auto rows = db.OpenRecordset("Select * from " + table);
+    addRows(*rows, *moved);
+}
+
+void dlgAddDoc::levelPlanCopy(const QString& table) {
+    state_.gDbPlan = state_.gWs->OpenDatabase(planDatabasePath(state_, table));
+    state_.gDbPlan->Execute("DELETE * FROM " + table);
+    state_.gDbUser->Execute("INSERT INTO " + table + " IN '" + state_.gDbPlan->Name() +
+                            "' SELECT * FROM " + table);
+    state_.gDbPlan->Close();
+    state_.gDbPlan.reset();
+}
+
+void dlgAddDoc::refill(const QString& table) {
+    const auto rs = state_.gDbUser->OpenRecordset("Select * from " + table + inOrder);
+    workbench_.TrvCurrent.Clear();
+    FillOutlineTree(*rs, workbench_.TrvCurrent);
+    workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_));
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,7 @@
+#include "tools/Command.h"
+
+namespace qvnd::tools {
+
+std::vector<Command> commandTable() { return {}; }
+
+} // namespace qvnd::tools

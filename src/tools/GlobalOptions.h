@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace qvnd::tools {
+
+// What holds for every command.
+struct GlobalOptions {
+    // The program's folder, absolute; its registry is the file "registry.reg" in it.
+    QString home;
+    bool json = false;
+    bool help = false;
+    // How questions are answered.
+    bool yes = false;
+    // The command's name and what follows it.
+    QStringList words;
+};
+
+// The folder that serves without --home: "qvnd" in the user's own data folder.
+QString defaultHome();
+
+// Takes the global options out of the command line, wherever they stand before a "--". Throws
+// UsageError for an unknown option before the command.
+GlobalOptions parseGlobalOptions(const QStringList& words);
+
+} // namespace qvnd::tools

@@ -1,0 +1,93 @@
+#include "tools/Run.h"
+
+#include "platform/error/RunTimeError.h"
+#include "tools/Session.h"
+#include "tools/UsageError.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace qvnd::tools {
+
+namespace {
+
+const Command* commandNamed(const std::vector<Command>& table, const QStringList& words) {
+    const auto found = std::find_if(table.begin(), table.end(), [&](const Command& command) {
+        const QStringList name = command.name.split(u' ');
+        return words.mid(0, name.size()) == name;
+    });
+    return found == table.end() ? nullptr : &*found;
+}
+
+QString usageOf(const Command& command) {
+    return command.parameters.isEmpty() ? command.name : command.name + u' ' + command.parameters;
+}
+
+ExitStatus wrongUsage(Output& output, const QString& reason, const QString& usage) {
+    output.note(reason);
+    output.note(QStringLiteral("用法：qvndctl ") + usage);
+    return ExitStatus::wrongUsage;
+}
+
+ExitStatus runCommand(const Command& command, const GlobalOptions& options, Output& output) {
+    Session session(options, output);
+    try {
+        const qsizetype nameLength = command.name.count(u' ') + 1;
+        return command.run(session, options.words.mid(nameLength));
+    } catch (const UsageError& error) {
+        return wrongUsage(output, error.reason(), usageOf(command));
+    } catch (const RunTimeError& failure) {
+        output.note(QString::fromStdU16String(failure.description()));
+        return ExitStatus::refused;
+    }
+}
+
+ExitStatus dispatch(const GlobalOptions& options, Output& output) {
+    const auto table = commandTable();
+    if (options.help) {
+        output.result(usageText(table), usageText(table));
+        return ExitStatus::done;
+    }
+    if (options.words.isEmpty()) {
+        output.note(usageText(table));
+        return ExitStatus::wrongUsage;
+    }
+    const Command* command = commandNamed(table, options.words);
+    return command
+               ? runCommand(*command, options, output)
+               : wrongUsage(output,
+                            QStringLiteral("没有这个命令：") + options.words.mid(0, 2).join(u' '),
+                            QStringLiteral("--help"));
+}
+
+} // namespace
+
+QString usageText(const std::vector<Command>& table) {
+    QString text = QStringLiteral("用法：qvndctl [--home 文件夹] [--json] [--yes|--no] 命令 ...\n"
+                                  "\n"
+                                  "  --home 文件夹  程序文件夹，缺省为 %1；\n"
+                                  "                 注册表是其中的文件 registry.reg\n"
+                                  "  --json         结果以一个 JSON 值写到标准输出\n"
+                                  "  --yes, --no    对询问一律答“是”或“否”，缺省为“否”\n"
+                                  "\n"
+                                  "命令：\n")
+                       .arg(defaultHome());
+    for (const Command& command : table) {
+        text += "  " + usageOf(command) + "\n      " + command.meaning + u'\n';
+    }
+    return text +
+           QStringLiteral("\n退出码：0 完成；1 被拒绝或失败，原因在标准错误上；2 用法不对。");
+}
+
+ExitStatus run(const QStringList& words, std::ostream& out, std::ostream& err) {
+    Output output(out, err);
+    try {
+        const GlobalOptions options = parseGlobalOptions(words);
+        output.setJson(options.json);
+        return dispatch(options, output);
+    } catch (const UsageError& error) {
+        return wrongUsage(output, error.reason(), QStringLiteral("--help"));
+    }
+}
+
+} // namespace qvnd::tools
