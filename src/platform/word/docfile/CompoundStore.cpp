@@ -1,5 +1,6 @@
 #include "platform/word/docfile/CompoundStore.h"
 
+#include "platform/error/RunTimeError.h"
 #include "platform/word/docfile/CompoundFormat.h"
 
 #include <algorithm>
@@ -288,11 +289,25 @@ void CompoundStore::commit(Durability durability) {
     if (durability == Durability::lostPower) {
         file_->sync();
     }
+    committing_ = true;
     file_->writeAt(0, header());
     if (durability == Durability::lostPower) {
         file_->sync();
     }
+    committing_ = false;
+    committedSize_ = fileOffset(table_.sectorCount());
     table_.committed();
+}
+
+void CompoundStore::abandon() noexcept {
+    try {
+        if (file_ != nullptr && !committing_) {
+            file_->truncate(committedSize_);
+        }
+    } catch (const RunTimeError&) {
+        // The space stays taken; the state of the file is the same with or without it.
+    }
+    file_.reset();
 }
 
 } // namespace qvnd::word

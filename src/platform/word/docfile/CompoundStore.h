@@ -46,6 +46,8 @@ public:
         lostPower      // and that of the machine: waits for the device
     };
     void commit(Durability durability);
+    // Gives back what was written since the last commit; the object is of no further use.
+    void abandon() noexcept;
 
 private:
     // A chain of sectors; `tail` is the part of the last sector that is in use, when not all is.
@@ -79,6 +81,8 @@ private:
     Bytes header() const;
 
     std::unique_ptr<OutputFile> file_;
+    std::uint64_t committedSize_ = 0; // of the file
+    bool committing_ = false;         // the header may have been written
     AllocationTable table_;
     CompoundDirectory directory_;
     std::map<Stream, StreamState> streams_; // without storages

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/DocumentData.h"
+#include "platform/word/docfile/OutputFile.h"
 
 #include <filesystem>
 #include <memory>
@@ -12,6 +13,8 @@ namespace qvnd::word {
 class DocumentWriter {
 public:
     DocumentWriter();
+    // Over another file system than the real one.
+    explicit DocumentWriter(std::shared_ptr<OutputFolder> folder);
     ~DocumentWriter();
     DocumentWriter(DocumentWriter&&) noexcept;
     DocumentWriter& operator=(DocumentWriter&&) noexcept;
@@ -21,7 +24,10 @@ public:
     void saveAs(const std::filesystem::path& path, const DocumentContent& content);
 
     // Brings the file of the last saveAs() to the new state by appending what is new: fragments
-    // written before are not written again. Same errors.
+    // written before, known by identity, are not written again. The same tables must serve all
+    // calls: property lists of fragments written before are not looked at again. Writes the whole
+    // document as saveAs() does when the file has been changed or removed by others or the call
+    // before has failed. Same errors; a std::logic_error before the first saveAs().
     void save(const DocumentContent& content);
 
 private:

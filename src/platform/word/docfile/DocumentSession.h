@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentData.h"
+#include "platform/word/docfile/HeaderStory.h"
+#include "platform/word/docfile/TableStream.h"
+#include "platform/word/docfile/WordStream.h"
+
+#include <memory>
+#include <vector>
+
+namespace qvnd::word {
+
+// One Word document in one compound file, from its creation through all its saves. An exception
+// out of write() or commit() ends it: only abandon() may follow.
+class DocumentSession {
+public:
+    explicit DocumentSession(std::unique_ptr<OutputFile> file);
+
+    // Brings the streams to the document. The first call lays it out in reading order, in one
+    // piece; later ones append what is new.
+    void write(const DocumentContent& content);
+
+    CompoundStore& store() { return store_; }
+
+private:
+    // The headers and footers behind the main text, as they are in the file.
+    struct Headers {
+        Bytes key; // text and properties, to tell whether they have changed
+        Piece piece;
+    };
+
+    void writeText(const DocumentContent& content, const EncodedHeaders& headers,
+                   FileProperties& properties);
+    void writeTables(const DocumentContent& content);
+    void writePositions(const DocumentContent& content, const EncodedHeaders& headers);
+    void writeSections(const DocumentContent& content, FileProperties& properties);
+    void writeFib(Cp mainLength, Cp headerLength);
+    std::vector<Piece> pieces(const DocumentContent& content) const;
+
+    CompoundStore store_;
+    WordStream word_;
+    DataStream data_;
+    TableStream table_;
+    FragmentPlaces places_;
+    Headers headers_;
+    bool saved_ = false; // written at least once
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/word/docfile/DataStream.h"
+#include "platform/word/docfile/DocumentTables.h"
+
+#include <unordered_map>
+
+namespace qvnd::word {
+
+// Property lists as a file needs them: where the program has an index of a blob, the file has the
+// offset in its Data stream.
+class FileProperties {
+public:
+    // Both outlive the object; so do the answers' bytes live as long as it and the tables.
+    FileProperties(const DocumentTables& tables, DataStream& data) : tables_(tables), data_(data) {}
+
+    // An entry whose blob does not exist is left out.
+    ByteView of(PropertyListId id);
+
+private:
+    Bytes converted(ByteView list);
+
+    const DocumentTables& tables_;
+    DataStream& data_;
+    // Nothing for a list that the file takes as it is.
+    std::unordered_map<PropertyListId, std::optional<Bytes>> known_;
+};
+
+} // namespace qvnd::word

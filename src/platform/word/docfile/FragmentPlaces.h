@@ -1,0 +1,52 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentData.h"
+#include "platform/word/docfile/PieceTable.h"
+
+#include <map>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+namespace qvnd::word {
+
+// A part of a fragment that the file does not have yet.
+struct TextRange {
+    std::shared_ptr<const Story> story;
+    Cp begin = 0;
+    Cp length = 0;
+    // Where it starts in the document; the range continues the one before in the list when that
+    // one ends there.
+    Cp position = 0;
+};
+
+// Remembers where in the WordDocument stream the text of which fragment lies. Fragments are known
+// by identity and kept alive, so that no other can take their address.
+class FragmentPlaces {
+public:
+    // What of the slices is in no place yet, in reading order, nothing twice.
+    std::vector<TextRange> missing(const std::vector<StorySlice>& slices) const;
+    // The range has been written at `fc`.
+    void add(const TextRange& range, std::uint32_t fc);
+    // The slices as pieces; those that follow each other in the file are joined. Everything has
+    // its place.
+    std::vector<Piece> pieces(const std::vector<StorySlice>& slices) const;
+
+private:
+    struct Place {
+        Cp length = 0;
+        std::uint32_t fc = 0;
+    };
+    using Places = std::map<Cp, Place>; // by where they begin in the fragment; disjoint
+    struct Fragment {
+        std::shared_ptr<const Story> story;
+        Places places;
+    };
+
+    static void addMissing(std::vector<TextRange>& ranges, Places& places, const StorySlice& slice,
+                           Cp position);
+
+    std::unordered_map<const Story*, Fragment> fragments_;
+};
+
+} // namespace qvnd::word

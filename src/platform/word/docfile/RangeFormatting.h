@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/word/docfile/CharacterPages.h"
+#include "platform/word/docfile/FileProperties.h"
+#include "platform/word/docfile/FragmentPlaces.h"
+#include "platform/word/docfile/ParagraphPages.h"
+
+#include <set>
+#include <vector>
+
+namespace qvnd::word {
+
+// The formatting of ranges that are written one behind the other. Neighbouring characters with
+// equal properties become one run. A paragraph whose mark stands in a later range is joined with
+// it where the document continues there, and has the properties of the mark's part.
+class RangeFormatting {
+public:
+    // The answers refer to `properties` and to its tables.
+    RangeFormatting(const std::vector<TextRange>& ranges, const std::set<Cp>& sectionEnds,
+                    FileProperties& properties);
+
+    const std::vector<FormattedCharacters>& characters() const { return characters_; }
+    const std::vector<FormattedParagraph>& paragraphs() const { return paragraphs_; }
+
+private:
+    void addCharacters(const TextRange& range);
+    void addParagraphs(const TextRange& range);
+    bool endsParagraph(const TextRange& range, Cp runEnd) const;
+    void finishParagraph();
+
+    const std::set<Cp>& sectionEnds_;
+    FileProperties& properties_;
+    std::vector<FormattedCharacters> characters_;
+    PropertyListId lastCharacters_ = PropertyListId::empty;
+    std::vector<FormattedParagraph> paragraphs_;
+    FormattedParagraph open_;
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/word/docfile/CompoundStore.h"
+#include "platform/word/docfile/FileProperties.h"
+#include "platform/word/docfile/FormattingPage.h"
+#include "platform/word/docfile/FragmentPlaces.h"
+
+#include <map>
+#include <set>
+
+namespace qvnd::word {
+
+// The WordDocument stream of a document that is saved again and again: the FIB at its start, and
+// behind it for every save what is new: text, the pages of its formatting, section properties.
+class WordStream {
+public:
+    // Room for the FIB; the text starts behind it.
+    static constexpr std::uint32_t fibRoom = 2048;
+
+    // Starts the stream; `store` outlives the object.
+    explicit WordStream(CompoundStore& store);
+
+    // Appends the text of the ranges and its formatting and answers where the text starts.
+    // `sectionEnds`: positions of the document behind the break of each section.
+    std::uint32_t append(const std::vector<TextRange>& ranges, const std::set<Cp>& sectionEnds,
+                         FileProperties& properties, DataStream& data);
+    // Where the section properties lie: one place for each list, by contents.
+    std::uint32_t placeOfSection(ByteView properties);
+    // Writes the FIB, which must fit its room, as far as it has changed.
+    void putFib(const Bytes& fib);
+    // Fills the last sector, and the stream to the size from which on it may be changed by parts.
+    // Call before putFib().
+    void finish();
+
+    std::uint32_t size() const { return store_.size(stream_); }
+    // Behind the last text.
+    std::uint32_t textLimit() const { return characterPages_.limitFc; }
+    const BinTable& characterPages() const { return characterPages_; }
+    const BinTable& paragraphPages() const { return paragraphPages_; }
+
+private:
+    void appendText(const std::vector<TextRange>& ranges);
+    void fillSector();
+    void appendPages(const std::vector<FormattingPage>& pages, BinTable& table);
+
+    CompoundStore& store_;
+    CompoundStore::Stream stream_;
+    BinTable characterPages_;
+    BinTable paragraphPages_;
+    std::map<Bytes, std::uint32_t> sections_;
+    Bytes fib_; // as in the file, whole sectors
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,440 @@
+#include "platform/word/docfile/DocumentWriter.h"
+
+#include "platform/word/docfile/CompoundChecks.h"
+#include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/Fib.h"
+#include "platform/word/docfile/PieceTable.h"
+#include "support/ContentBuilder.h"
+#include "support/MemoryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::bold;
+using test::compoundFaults;
+using test::ContentBuilder;
+using test::plain;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class DocumentWriterTest : public testing::Test {
+protected:
+    void saveAs() { writer.saveAs(path, builder.content); }
+    void save() { writer.save(builder.content); }
+    const Bytes& file() const { return folder->bytes(path); }
+    DocumentData read() const {
+        EXPECT_THAT(compoundFaults(file()), IsEmpty());
+        return readDocument(file());
+    }
+    Bytes stream(const std::u16string& name) const {
+        return CompoundFile::over(file()).stream(name);
+    }
+    Fib fib() const { return readFib(stream(u"WordDocument")); }
+    std::vector<Piece> pieces() const {
+        const FcLcb clx = fib().at(FibPair::Clx);
+        const Bytes table = stream(u"1Table");
+        return decodeClx(ByteView(table).subspan(clx.fc, clx.lcb), 1 << 30).pieces;
+    }
+    // The characters that are bold, one after the other.
+    static std::u16string boldText(const DocumentData& document) {
+        std::u16string result;
+        Cp at = 0;
+        for (const CharacterRun& run : document.main.characters) {
+            const auto entry = findSprm(document.tables.lists[run.properties], sprm::CFBold);
+            if (entry && entry->operand[0] == 1) {
+                result += document.main.text.substr(at, run.length);
+            }
+            at += run.length;
+        }
+        return result;
+    }
+
+    std::shared_ptr<test::MemoryFolder> folder = std::make_shared<test::MemoryFolder>();
+    const std::filesystem::path path = "/folder/施工方案.doc";
+    DocumentWriter writer{folder};
+    ContentBuilder builder;
+};
+
+TEST_F(DocumentWriterTest, AnEmptyDocumentIsOneParagraph) {
+    saveAs();
+    const DocumentData document = read();
+    EXPECT_EQ(document.main.text, u"\r");
+    EXPECT_THAT(document.remarks, IsEmpty());
+    EXPECT_EQ(document.settings, builder.content.settings);
+}
+
+TEST_F(DocumentWriterTest, TextAndFormattingComeBack) {
+    builder.add({plain(u"第一章 "), bold(u"总则"), plain(u"\r")}, 1);
+    builder.add({plain(u"正文 plain text 𠀀\r")});
+    saveAs();
+    const DocumentData document = read();
+    EXPECT_EQ(document.main.text, builder.text());
+    EXPECT_EQ(boldText(document), u"总则");
+    ASSERT_EQ(document.main.paragraphs.size(), 3U);
+    EXPECT_EQ(document.main.paragraphs[0].style, 1);
+    EXPECT_EQ(document.main.paragraphs[1].style, 0);
+    EXPECT_THAT(document.remarks, IsEmpty());
+}
+
+TEST_F(DocumentWriterTest, TheWholeDocumentIsOnePieceInReadingOrder) {
+    builder.add({plain(u"one\r")});
+    builder.add({plain(u"two\r")});
+    saveAs();
+    EXPECT_EQ(pieces().size(), 1U);
+    EXPECT_EQ(pieces().front().fc, 2048U);
+    EXPECT_FALSE(fib().fComplex);
+    EXPECT_EQ(fib().ccp.text, 9U);
+}
+
+TEST_F(DocumentWriterTest, ASaveAppendsAndChangesNoTextThatIsThere) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    const Bytes before = stream(u"WordDocument");
+    builder.add({bold(u"two"), plain(u"\r")});
+    save();
+    const Bytes after = stream(u"WordDocument");
+    ASSERT_GT(after.size(), before.size());
+    EXPECT_TRUE(std::equal(before.begin() + 2048, before.end(), after.begin() + 2048));
+    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(boldText(read()), u"two");
+    EXPECT_EQ(pieces().size(), 3U);
+    EXPECT_TRUE(fib().fComplex);
+}
+
+TEST_F(DocumentWriterTest, EverySaveOfManyIsReadBack) {
+    saveAs();
+    for (int i = 0; i < 40; ++i) {
+        const std::string number = std::to_string(i);
+        const std::u16string name(number.begin(), number.end());
+        builder.add({plain(u"文档"), bold(name), plain(u"\r" + std::u16string(500, u'文') + u"\r")},
+                    i % 2 == 0 ? 1 : 0);
+        save();
+        const DocumentData document = read();
+        ASSERT_EQ(document.main.text, builder.text());
+        EXPECT_THAT(document.remarks, IsEmpty());
+    }
+    EXPECT_EQ(read().main.paragraphs[2].style, 0);
+    EXPECT_EQ(read().main.paragraphs[4].style, 1);
+}
+
+TEST_F(DocumentWriterTest, SavingAsWritesTheWholeDocumentAnew) {
+    saveAs();
+    for (int i = 0; i < 10; ++i) {
+        builder.add({plain(u"text\r")});
+        save();
+    }
+    const std::size_t grown = file().size();
+    const DocumentData before = read();
+    saveAs();
+    EXPECT_EQ(pieces().size(), 1U);
+    EXPECT_LT(file().size(), grown);
+    EXPECT_EQ(read().main.text, before.main.text);
+}
+
+TEST_F(DocumentWriterTest, AFragmentThatIsSplitIsNotWrittenAgain) {
+    auto story = builder.fragment({plain(u"before"), bold(u"after"), plain(u"\r")});
+    builder.add(story);
+    saveAs();
+    auto& main = builder.content.main;
+    main[0].length = 6;
+    main.insert(main.begin() + 1, {story, 6, story->size() - 6});
+    const auto middle = builder.fragment({plain(u" middle ")});
+    main.insert(main.begin() + 1, {middle, 0, middle->size()});
+    builder.content.sections.back().length += middle->size();
+    const std::size_t size = stream(u"WordDocument").size();
+    save();
+    EXPECT_EQ(read().main.text, u"before middle after\r\r");
+    EXPECT_EQ(boldText(read()), u"after");
+    // One sector of text, a page of each kind.
+    EXPECT_EQ(stream(u"WordDocument").size(), size + 3 * 512);
+}
+
+TEST_F(DocumentWriterTest, AParagraphInPartsHasThePropertiesOfItsMark) {
+    auto& main = builder.content.main;
+    const auto heading = builder.fragment({plain(u"tail\r")}, 1);
+    builder.add(heading);
+    saveAs();
+    const auto front = builder.fragment({plain(u"front ")});
+    main.insert(main.begin(), {front, 0, front->size()});
+    builder.content.sections.back().length += front->size();
+    save();
+    ASSERT_EQ(read().main.paragraphs.size(), 2U);
+    EXPECT_EQ(read().main.paragraphs[0].style, 1);
+    EXPECT_EQ(read().main.paragraphs[0].length, 11U);
+    saveAs();
+    ASSERT_EQ(read().main.paragraphs.size(), 2U);
+    EXPECT_EQ(read().main.paragraphs[0].style, 1);
+}
+
+TEST_F(DocumentWriterTest, AFragmentUsedTwiceIsWrittenOnce) {
+    const auto story = builder.fragment({plain(u"again\r")});
+    builder.add(story);
+    builder.add(story);
+    saveAs();
+    EXPECT_EQ(read().main.text, u"again\ragain\r\r");
+    builder.add(story);
+    save();
+    EXPECT_EQ(read().main.text, u"again\ragain\ragain\r\r");
+}
+
+TEST_F(DocumentWriterTest, APictureIsInTheDataStreamOnceAndNamedByItsOffset) {
+    Bytes picture(3000, 7);
+    LittleEndianWriter head;
+    head.u32(3000);
+    head.u16(68);
+    std::copy(head.data().begin(), head.data().end(), picture.begin());
+    builder.content.tables.blobs = {std::make_shared<const Bytes>(100, std::uint8_t{1}),
+                                    std::make_shared<const Bytes>(picture)};
+    const Bytes at = withSprm32(withSprm8({}, sprm::CFSpec, 1), sprm::CPicLocation, 1);
+    builder.add({plain(u"图"), {u"\x01", at}, plain(u"\r")});
+    saveAs();
+    EXPECT_TRUE(fib().fHasPic);
+    EXPECT_EQ(stream(u"Data"), picture);
+    builder.add({plain(u"又"), {u"\x01", at}, plain(u"\r")});
+    save();
+    EXPECT_EQ(stream(u"Data"), picture);
+    const DocumentData document = read();
+    ASSERT_EQ(document.tables.blobs.size(), 1U);
+    EXPECT_EQ(*document.tables.blobs[0], picture);
+    EXPECT_EQ(document.main.text, u"图\x01\r又\x01\r\r");
+}
+
+TEST_F(DocumentWriterTest, ParagraphPropertiesTooLongForAPageGoToTheDataStream) {
+    Bytes tabs{0x15, 0xC6, 0xFF, 0}; // sprmPChgTabs, many added tabs
+    tabs.push_back(60);
+    for (int i = 0; i < 60; ++i) {
+        tabs.push_back(static_cast<std::uint8_t>(i * 100));
+        tabs.push_back(static_cast<std::uint8_t>((i * 100) >> 8));
+    }
+    tabs.insert(tabs.end(), 60, std::uint8_t{0});
+    Bytes list = tabs;
+    for (int i = 0; i < 3; ++i) {
+        list.insert(list.end(), tabs.begin(), tabs.end());
+    }
+    builder.add({plain(u"many tabs\r")}, 0, list);
+    saveAs();
+    const DocumentData document = read();
+    const ByteView back = document.tables.lists[document.main.paragraphs[0].properties];
+    EXPECT_EQ(Bytes(back.begin(), back.end()), list);
+    EXPECT_TRUE(CompoundFile::over(file()).has(u"Data"));
+}
+
+Story headerStory(ContentBuilder& builder, const std::u16string& text) {
+    return *builder.fragment({bold(text), plain(u"\r")});
+}
+
+TEST_F(DocumentWriterTest, HeadersLieBehindTheMainTextWithOneMoreParagraphMark) {
+    builder.add({plain(u"text\r")});
+    HeaderSet headers;
+    headers[static_cast<std::size_t>(HeaderKind::oddHeader)] = headerStory(builder, u"页眉");
+    builder.content.headers = {headers};
+    saveAs();
+    const Fib block = fib();
+    ASSERT_EQ(pieces().size(), 1U);
+    EXPECT_EQ(pieces()[0].length, block.ccp.text + block.ccp.headers + 1);
+    const DocumentData document = read();
+    ASSERT_EQ(document.headers.size(), 1U);
+    ASSERT_TRUE(document.headers[0][1]);
+    EXPECT_EQ(document.headers[0][1]->text, u"页眉\r");
+    EXPECT_FALSE(document.headers[0][3]);
+}
+
+TEST_F(DocumentWriterTest, HeadersAreWrittenAgainOnlyWhenTheyChange) {
+    HeaderSet headers;
+    headers[1] = headerStory(builder, u"页眉");
+    builder.content.headers = {headers};
+    saveAs();
+    const std::size_t size = stream(u"WordDocument").size();
+    save();
+    EXPECT_EQ(stream(u"WordDocument").size(), size);
+    builder.content.headers[0][1] = headerStory(builder, u"另一个页眉");
+    save();
+    EXPECT_EQ(stream(u"WordDocument").size(), size + 3 * 512);
+    EXPECT_EQ(read().headers.at(0)[1]->text, u"另一个页眉\r");
+    builder.content.headers.clear();
+    save();
+    EXPECT_EQ(fib().ccp.headers, 0U);
+    EXPECT_EQ(read().main.text, u"\r");
+}
+
+TEST_F(DocumentWriterTest, SectionsKeepTheirProperties) {
+    auto& content = builder.content;
+    builder.add({plain(u"first\x0C")});
+    content.sections.back().length -= 6;
+    const auto wide = content.tables.lists.intern(withSprm16({}, sprm::SXaPage, 16838));
+    content.sections.insert(content.sections.begin(), {6, wide});
+    saveAs();
+    const DocumentData document = read();
+    ASSERT_EQ(document.sections.size(), 2U);
+    EXPECT_EQ(document.sections[0].length, 6U);
+    const auto width =
+        findSprm(document.tables.lists[document.sections[0].properties], sprm::SXaPage);
+    ASSERT_TRUE(width);
+    EXPECT_EQ(LittleEndianReader(width->operand, "width").u16(), 16838);
+}
+
+TEST_F(DocumentWriterTest, FieldsAndBookmarksMoveWithTheText) {
+    Story story = *builder.fragment({plain(u"\x13 PAGE \x14\x31\x15\r")});
+    story.fields = {{0, 0x13, 33}, {7, 0x14, 0xFF}, {9, 0x15, 0x80}};
+    builder.add({plain(u"front\r")});
+    builder.add(std::make_shared<const Story>(story));
+    builder.content.bookmarks = {{u"_Toc1", 6, 10, 0}};
+    saveAs();
+    DocumentData document = read();
+    ASSERT_EQ(document.main.fields.size(), 3U);
+    EXPECT_EQ(document.main.fields[0], (FieldMark{6, 0x13, 33}));
+    ASSERT_EQ(document.bookmarks.size(), 1U);
+    EXPECT_EQ(document.bookmarks[0].name, u"_Toc1");
+    auto& main = builder.content.main;
+    const auto front = builder.fragment({plain(u"very first\r")});
+    main.insert(main.begin(), {front, 0, front->size()});
+    builder.content.sections.back().length += front->size();
+    builder.content.bookmarks[0].start += front->size();
+    builder.content.bookmarks[0].end += front->size();
+    save();
+    document = read();
+    ASSERT_EQ(document.main.fields.size(), 3U);
+    EXPECT_EQ(document.main.fields[0].at, 6 + front->size());
+    EXPECT_EQ(document.bookmarks.at(0).start, 6 + front->size());
+}
+
+TEST_F(DocumentWriterTest, TheSmallStreamsAndTheClassSayWord) {
+    saveAs();
+    const CompoundFile read = CompoundFile::over(file());
+    EXPECT_EQ(read.rootClassId()[0], 0x06);
+    EXPECT_EQ(read.rootClassId()[1], 0x09);
+    EXPECT_EQ(read.rootClassId()[15], 0x46);
+    EXPECT_TRUE(read.has(u"\001CompObj"));
+    EXPECT_EQ(read.stream(u"\005SummaryInformation").size(), 4096U);
+    EXPECT_EQ(read.stream(u"\005DocumentSummaryInformation").size(), 4096U);
+}
+
+TEST_F(DocumentWriterTest, StructuresThatDidNotChangeAreNotWrittenAgain) {
+    std::u16string name = u"样式";
+    auto& styles = builder.content.tables.styles.styles;
+    for (int i = 0; i < 500; ++i) {
+        StyleDefinition style = *styles[0];
+        style.sti = StyleDefinition::userDefined;
+        style.name = name + std::u16string(i % 40 + 1, u'x') + char16_t(u'一' + i);
+        styles.push_back(style);
+    }
+    builder.add({plain(u"text\r")});
+    saveAs();
+    builder.add({plain(u"more\r")});
+    save();
+    folder->trouble.bytesWritten = 0;
+    builder.add({plain(u"more\r")});
+    save();
+    EXPECT_LE(folder->trouble.bytesWritten, 24U * 512);
+}
+
+TEST_F(DocumentWriterTest, SavesOfEqualFragmentsCostAboutTheSameEach) {
+    const auto bytesOf = [&](int saves) {
+        folder = std::make_shared<test::MemoryFolder>();
+        writer = DocumentWriter(folder);
+        builder = ContentBuilder();
+        saveAs();
+        for (int i = 0; i < saves; ++i) {
+            std::u16string text;
+            for (int line = 0; line < 100; ++line) {
+                text += std::u16string(80, u'文') + u"\r";
+            }
+            builder.add({plain(text.substr(0, 3000)), bold(text.substr(3000))});
+            save();
+        }
+        EXPECT_EQ(read().main.text, builder.text());
+        return static_cast<double>(folder->trouble.bytesWritten);
+    };
+    const double few = bytesOf(50);
+    const double twice = bytesOf(100);
+    EXPECT_LT(twice / few, 2.1);
+    EXPECT_LT(twice / (100 * 16200.0), 2.0); // against the bytes of the text alone
+}
+
+TEST_F(DocumentWriterTest, SavingBeforeTheFirstSaveAsIsALogicError) {
+    EXPECT_THROW(save(), std::logic_error);
+}
+
+TEST_F(DocumentWriterTest, AFailedSaveLeavesTheOldStateAndTheNextOneSucceeds) {
+    for (std::size_t failing = 0; failing < 40; ++failing) {
+        folder = std::make_shared<test::MemoryFolder>();
+        writer = DocumentWriter(folder);
+        builder = ContentBuilder();
+        builder.add({plain(u"one\r")});
+        saveAs();
+        builder.add({plain(u"two\r")});
+        folder->trouble.failingWrite = folder->trouble.writes + failing;
+        bool failed = false;
+        try {
+            save();
+        } catch (const RunTimeError&) {
+            failed = true;
+        }
+        folder->trouble.failingWrite.reset();
+        EXPECT_EQ(read().main.text, failed ? u"one\r\r" : u"one\rtwo\r\r");
+        save();
+        EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+        builder.add({plain(u"three\r")});
+        save();
+        EXPECT_EQ(read().main.text, u"one\rtwo\rthree\r\r");
+        EXPECT_EQ(folder->files.size(), 1U);
+    }
+}
+
+TEST_F(DocumentWriterTest, AFullDiskKeepsTheOldStateAndGivesBackWhatWasAppended) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    const Bytes before = file();
+    builder.add({plain(std::u16string(100000, u'x') + u"\r")});
+    folder->trouble.capacity = before.size() + 20000;
+    try {
+        save();
+        FAIL() << "the disk is full";
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), error::diskFull);
+    }
+    EXPECT_EQ(file().size(), before.size());
+    EXPECT_EQ(read().main.text, u"one\r\r");
+}
+
+TEST_F(DocumentWriterTest, AFailedSaveAsKeepsTheOldFileAndLeavesNoOther) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    const Bytes before = file();
+    builder.add({plain(u"two\r")});
+    for (std::size_t failing = 0; failing < 20; ++failing) {
+        folder->trouble.failingWrite = folder->trouble.writes + failing;
+        try {
+            saveAs();
+            break;
+        } catch (const RunTimeError&) {
+            EXPECT_EQ(file(), before);
+            EXPECT_EQ(folder->files.size(), 1U);
+        }
+    }
+    folder->trouble.failingWrite.reset();
+    folder->trouble.failingSync = true;
+    EXPECT_THROW(saveAs(), RunTimeError);
+    EXPECT_EQ(folder->files.size(), 1U);
+}
+
+TEST_F(DocumentWriterTest, AFileThatOthersChangedOrRemovedIsWrittenWhole) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    folder->files[path]->bytes.assign(10, 0);
+    ++folder->files[path]->version;
+    builder.add({plain(u"two\r")});
+    save();
+    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    folder->files.erase(path);
+    save();
+    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(pieces().size(), 1U);
+}
+
+} // namespace
+} // namespace qvnd::word
