@@ -57,6 +57,7 @@ Command Parser::ParseDelete() {
     ExpectWord(u"from");
     DeleteFrom removal;
     removal.Table = ParseName(u"表名");
+    ParseAlias();
     removal.Where = ParseWhere();
     ExpectEnd();
     return removal;
@@ -72,6 +73,7 @@ Command Parser::ParseDrop() {
 void Parser::ParseSource(Query& query) {
     ExpectWord(u"from");
     query.Table = ParseName(u"表名");
+    ParseAlias();
     query.Where = ParseWhere();
     query.Order = ParseOrder();
 }
@@ -129,6 +131,14 @@ QString Parser::ParseName(QStringView what) {
     const QString name = token_.Content;
     Advance();
     return name;
+}
+
+void Parser::ParseAlias() {
+    const bool named = TakeWord(u"as");
+    const bool bare = token_.Kind == TokenKind::Word && !isReservedWord(token_.Content);
+    if (named || bare || token_.Kind == TokenKind::Bracketed) {
+        ParseName(u"别名");
+    }
 }
 
 QString Parser::ParseField() {

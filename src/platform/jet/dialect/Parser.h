@@ -13,6 +13,9 @@ namespace qvnd::jet {
 //   DELETE [*] FROM table [WHERE condition]
 //   DROP TABLE table
 //
+// Behind FROM the table may be given a second name, as the dialect has it, so a bare name with a
+// blank in it is a table that is not found rather than an error of syntax.
+//
 // `fields` is * or a list. A name is bare or bracketed; a bare one is no reserved word. Keywords
 // are read in any case, a semicolon may end the statement. Everything else is error 3075, with the
 // reason in Chinese.
@@ -46,6 +49,7 @@ private:
     Expression ParseNumber();
 
     QString ParseName(QStringView what);
+    void ParseAlias();
     // A field, with the table's name and a point before it or not.
     QString ParseField();
 
