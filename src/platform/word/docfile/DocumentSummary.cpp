@@ -15,19 +15,37 @@ namespace {
 constexpr char16_t pictureCharacter = 0x01;
 constexpr std::uint16_t highestList = 0x07FE; // sprmPIlfo; what is above names no list
 
-void countTables(const DocumentData& document, DocumentSummary& summary) {
+// Counts tables by their first row: what only claims to stand in a table is none.
+class TableCounter {
+public:
+    int tables = 0;
+
+    void next(const TablePlace& place) {
+        // A table ends where the text is no longer as deep.
+        withRow_.resize(static_cast<std::size_t>(place.depth));
+        if (place.rowEnd && !withRow_.back()) {
+            withRow_.back() = true;
+            ++tables;
+        }
+    }
+
+private:
+    std::vector<bool> withRow_; // by depth: whether a row of the present table has ended
+};
+
+void countParagraphs(const DocumentData& document, DocumentSummary& summary) {
     TablePlaces places(document.tables.lists);
+    TableCounter counter;
     const Story& story = document.main;
-    int depth = 0;
     Cp end = 0;
     for (const ParagraphRun& paragraph : story.paragraphs) {
         end += paragraph.length;
         const TablePlace place = places.of(paragraph.properties, story.text[end - 1]);
-        summary.tables += std::max(place.depth - depth, 0);
+        counter.next(place);
         summary.cells += place.cellEnd ? 1 : 0;
         summary.paragraphs += place.rowEnd ? 0 : 1;
-        depth = place.depth;
     }
+    summary.tables = counter.tables;
 }
 
 // Form fields and hyperlinks keep data behind the same character.
@@ -99,7 +117,7 @@ int countFields(const Story& story) {
 
 DocumentSummary summarize(const DocumentData& document) {
     DocumentSummary summary;
-    countTables(document, summary);
+    countParagraphs(document, summary);
     summary.pictures = countPictures(document);
     summary.sections = static_cast<int>(document.sections.size());
     summary.lists = countLists(document);

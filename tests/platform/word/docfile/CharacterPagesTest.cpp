@@ -1,0 +1,190 @@
+#include "platform/word/docfile/CharacterPages.h"
+
+#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+
+const Bytes bold = hex("35 08 01");
+const Bytes italic = hex("36 08 01");
+
+std::vector<FormattedCharacters> decodedRuns(const CharacterPage& page) {
+    std::vector<FormattedCharacters> runs;
+    for (const CharacterEntry& entry : page.entries) {
+        runs.push_back({(entry.limitFc - entry.firstFc) / 2, entry.properties});
+    }
+    return runs;
+}
+
+TEST(Plc, AsManyElementsAsTheBytesHold) {
+    const Bytes bytes = hex("01000000 02000000 05000000  AABB CCDD  EE");
+    const Plc plc = decodePlc(bytes, 2);
+    EXPECT_EQ(plc.count(), 2U);
+    EXPECT_EQ(plc.positions, (std::vector<std::uint32_t>{1, 2, 5}));
+    EXPECT_EQ(plc.element(1)[0], 0xCC);
+    EXPECT_EQ(encodePlc(plc.positions, plc.data), hex("01000000 02000000 05000000 AABB CCDD"));
+    EXPECT_EQ(decodePlc(hex("01 00"), 2).count(), 0U);
+    EXPECT_EQ(decodePlc({}, 0).count(), 0U);
+}
+
+TEST(CharacterPages, EncodeDecodeEncodeGivesEqualBytes) {
+    const std::vector<FormattedCharacters> runs{{5, bold}, {1, {}}, {7, italic}, {2, bold}};
+    const auto pages = encodeCharacterPages(runs, 1024);
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(pages[0].bytes.size(), 512U);
+    EXPECT_EQ(pages[0].firstFc, 1024U);
+    EXPECT_EQ(pages[0].limitFc, 1024U + 2 * 15);
+
+    const CharacterPage page = decodeCharacterPage(pages[0].bytes);
+    EXPECT_TRUE(page.sound);
+    EXPECT_EQ(encodeCharacterPages(decodedRuns(page), 1024)[0].bytes, pages[0].bytes);
+}
+
+TEST(CharacterPages, LayoutIsThatOfTheFormat) {
+    const std::vector<FormattedCharacters> runs{{1, bold}, {1, {}}};
+    const Bytes page = encodeCharacterPages(runs, 0x400)[0].bytes;
+    EXPECT_EQ(Bytes(page.begin(), page.begin() + 14), hex("00040000 02040000 04040000 FD 00"));
+    // Two bytes a unit: the record lies at 2 * 0xFD, its length in front.
+    EXPECT_EQ(Bytes(page.begin() + 506, page.begin() + 510), hex("03 35 08 01"));
+    EXPECT_EQ(page[511], 2);
+}
+
+TEST(CharacterPages, EqualListsOfAPageAreStoredOnce) {
+    std::vector<FormattedCharacters> runs;
+    for (int i = 0; i < 99; ++i) {
+        runs.push_back({1, i % 2 == 0 ? ByteView(bold) : ByteView(italic)});
+    }
+    EXPECT_EQ(encodeCharacterPages(runs, 0).size(), 1U);
+}
+
+TEST(CharacterPages, AFullPageIsFollowedByTheNextWithoutAGap) {
+    std::vector<FormattedCharacters> runs;
+    std::vector<Bytes> lists;
+    for (unsigned i = 0; i < 500; ++i) {
+        lists.push_back(withSprm32({}, sprm::CCv, i));
+    }
+    for (const Bytes& list : lists) {
+        runs.push_back({3, list});
+    }
+    const auto pages = encodeCharacterPages(runs, 2048);
+    ASSERT_GT(pages.size(), 1U);
+    std::uint32_t fc = 2048;
+    std::size_t next = 0;
+    for (const FormattingPage& page : pages) {
+        EXPECT_EQ(page.firstFc, fc);
+        for (const CharacterEntry& entry : decodeCharacterPage(page.bytes).entries) {
+            EXPECT_EQ(entry.firstFc, fc);
+            EXPECT_EQ(Bytes(entry.properties.begin(), entry.properties.end()), lists.at(next++));
+            fc = entry.limitFc;
+        }
+        EXPECT_EQ(page.limitFc, fc);
+    }
+    EXPECT_EQ(next, lists.size());
+}
+
+TEST(CharacterPages, EmptyRunsAreLeftOut) {
+    const std::vector<FormattedCharacters> runs{{0, bold}, {2, italic}, {0, bold}};
+    const auto pages = encodeCharacterPages(runs, 512);
+    ASSERT_EQ(pages.size(), 1U);
+    EXPECT_EQ(decodeCharacterPage(pages[0].bytes).entries.size(), 1U);
+    EXPECT_TRUE(encodeCharacterPages({}, 512).empty());
+}
+
+TEST(CharacterPages, AListTooLongLosesWhatLaterEntriesOverrule) {
+    Bytes list;
+    for (int i = 0; i < 100; ++i) {
+        list.insert(list.end(), bold.begin(), bold.end());
+    }
+    list.insert(list.end(), italic.begin(), italic.end());
+    int shortened = 0;
+    const std::vector<FormattedCharacters> runs{{1, list}};
+    const auto pages = encodeCharacterPages(runs, 512, &shortened);
+    const CharacterPage page = decodeCharacterPage(pages[0].bytes);
+    EXPECT_EQ(Bytes(page.entries[0].properties.begin(), page.entries[0].properties.end()),
+              hex("35 08 01 36 08 01"));
+    EXPECT_EQ(shortened, 0);
+}
+
+TEST(CharacterPages, AListStillTooLongIsCutBetweenEntriesAndCounted) {
+    Bytes list;
+    for (unsigned i = 0; i < 64; ++i) {
+        const Bytes entry = withSprm32({}, static_cast<SprmOpcode>(0x6800 + i), i);
+        list.insert(list.end(), entry.begin(), entry.end());
+    }
+    int shortened = 0;
+    const std::vector<FormattedCharacters> runs{{1, list}, {1, bold}};
+    const auto pages = encodeCharacterPages(runs, 512, &shortened);
+    const CharacterPage page = decodeCharacterPage(pages[0].bytes);
+    EXPECT_EQ(page.entries[0].properties.size(), 252U);
+    EXPECT_TRUE(parseSprms(page.entries[0].properties).complete);
+    EXPECT_EQ(shortened, 1);
+}
+
+TEST(CharacterPages, TheLongestListFitsAPage) {
+    Bytes list = hex("57 CA FC");
+    list.resize(255);
+    const std::vector<FormattedCharacters> runs{{1, list}};
+    const CharacterPage page = decodeCharacterPage(encodeCharacterPages(runs, 512)[0].bytes);
+    EXPECT_EQ(page.entries[0].properties.size(), 255U);
+}
+
+TEST(CharacterPages, WhatIsNoPageIsRefused) {
+    EXPECT_THROW(decodeCharacterPage(Bytes(511)), FormatError);
+    EXPECT_THROW(decodeCharacterPage(Bytes(512)), FormatError); // no runs
+    Bytes full(512);
+    full[511] = 0xFF; // more runs than fit
+    EXPECT_THROW(decodeCharacterPage(full), FormatError);
+}
+
+TEST(CharacterPages, ARecordOutOfBoundsIsLeftOutAndItsRunKept) {
+    const std::vector<FormattedCharacters> runs{{1, bold}, {1, italic}};
+    Bytes bytes = encodeCharacterPages(runs, 512)[0].bytes;
+    bytes[12] = 1; // leads into the positions
+    CharacterPage page = decodeCharacterPage(bytes);
+    EXPECT_FALSE(page.sound);
+    ASSERT_EQ(page.entries.size(), 2U);
+    EXPECT_TRUE(page.entries[0].properties.empty());
+    EXPECT_FALSE(page.entries[1].properties.empty());
+
+    bytes = encodeCharacterPages(runs, 512)[0].bytes;
+    bytes[std::size_t{2} * bytes[12]] = 0xFF; // counts past the end
+    page = decodeCharacterPage(bytes);
+    EXPECT_FALSE(page.sound);
+    EXPECT_TRUE(page.entries[0].properties.empty());
+}
+
+TEST(CharacterPages, PositionsThatDescendAreLeftOut) {
+    const std::vector<FormattedCharacters> runs{{1, bold}, {1, italic}, {1, bold}};
+    Bytes bytes = encodeCharacterPages(runs, 512)[0].bytes;
+    bytes[8] = 0;
+    bytes[9] = 0;
+    const CharacterPage page = decodeCharacterPage(bytes);
+    EXPECT_FALSE(page.sound);
+    ASSERT_EQ(page.entries.size(), 2U);
+    EXPECT_EQ(page.entries[1].firstFc, page.entries[0].limitFc);
+}
+
+TEST(BinTable, EncodeDecodeEncodeGivesEqualBytes) {
+    const Bytes bytes = encodeBinTable({{{512, 7}, {900, 9}}, 1000});
+    const BinTable table = decodeBinTable(bytes);
+    EXPECT_EQ(table.entries, (std::vector<BinTable::Entry>{{512, 7}, {900, 9}}));
+    EXPECT_EQ(table.limitFc, 1000U);
+    EXPECT_EQ(encodeBinTable(table), bytes);
+    EXPECT_TRUE(decodeBinTable({}).entries.empty());
+}
+
+TEST(BinTable, OnlyTheLowBitsOfAPageNumberCount) {
+    const Bytes bytes = encodeBinTable({{{512, 0xFFC00007}}, 1000});
+    EXPECT_EQ(decodeBinTable(bytes).entries[0].page, 7U);
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,383 @@
+#include "platform/word/docfile/DocumentReader.h"
+
+#include "platform/word/docfile/Fields.h"
+#include "platform/word/docfile/HeaderStory.h"
+#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/StoryChecks.h"
+#include "platform/word/docfile/StyleSheetTable.h"
+#include "platform/word/docfile/WordFileBuilder.h"
+#include "support/ByteText.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+using test::PieceText;
+using test::plainWordFile;
+using test::WordFile;
+using testing::IsEmpty;
+
+const Bytes bold = hex("35 08 01");
+const Bytes italic = hex("36 08 01");
+const Bytes centred = hex("61 24 01");
+const Bytes keep = hex("05 24 01");
+
+// Reads the file and demands what holds for every document.
+DocumentData readSound(const WordFile& file) {
+    DocumentData document = readDocument(test::wordFile(file));
+    EXPECT_THAT(test::documentFaults(document), IsEmpty());
+    return document;
+}
+
+DocumentData readWithoutRemarks(const WordFile& file) {
+    DocumentData document = readSound(file);
+    EXPECT_THAT(document.remarks, IsEmpty());
+    return document;
+}
+
+Bytes charactersAt(const DocumentData& document, Cp position) {
+    for (const CharacterRun& run : document.main.characters) {
+        if (position < run.length) {
+            const ByteView list = document.tables.lists[run.properties];
+            return {list.begin(), list.end()};
+        }
+        position -= run.length;
+    }
+    ADD_FAILURE() << "no such character";
+    return {};
+}
+
+Bytes paragraphList(const DocumentData& document, std::size_t number) {
+    const ByteView list = document.tables.lists[document.main.paragraphs.at(number).properties];
+    return {list.begin(), list.end()};
+}
+
+Bytes operator+(Bytes left, const Bytes& right) {
+    left.insert(left.end(), right.begin(), right.end());
+    return left;
+}
+
+// A picture's record in the Data stream: its length and that of its head, then content.
+Bytes blob(std::uint8_t content) {
+    LittleEndianWriter writer;
+    writer.u32(0x44 + 4);
+    writer.u16(0x44);
+    writer.zeros(0x44 - 6);
+    for (int i = 0; i < 4; ++i) {
+        writer.u8(content);
+    }
+    return writer.take();
+}
+
+Bytes sheetWithStyles(std::size_t count) {
+    StyleSheet sheet;
+    sheet.styles.resize(std::max<std::size_t>(count, 15));
+    for (std::size_t i = 0; i < count; ++i) {
+        sheet.styles[i] = StyleDefinition{};
+        sheet.styles[i]->name = u"s" + std::u16string(1, static_cast<char16_t>(u'a' + i));
+    }
+    return encodeStyleSheet(sheet, PropertyLists{});
+}
+
+TEST(DocumentReader, TextOfOnePieceIsTheMainStory) {
+    const DocumentData document = readWithoutRemarks(plainWordFile(u"第一段\rsecond\r"));
+    EXPECT_EQ(document.main.text, u"第一段\rsecond\r");
+    ASSERT_EQ(document.main.paragraphs.size(), 2U);
+    EXPECT_EQ(document.main.paragraphs[0].length, 4U);
+    ASSERT_EQ(document.sections.size(), 1U);
+    EXPECT_EQ(document.sections[0].length, document.main.size());
+}
+
+TEST(DocumentReader, CompressedPiecesAreMappedToUnicode) {
+    WordFile file = plainWordFile(u"\x93hi\x94\x85\r");
+    file.pieces[0].compressed = true;
+    EXPECT_EQ(readWithoutRemarks(file).main.text, u"\u201Chi\u201D\u2026\r");
+}
+
+TEST(DocumentReader, PiecesStandInTheirOrderNotInTheFiles) {
+    WordFile file;
+    file.pieces = {{u"one ", false, 0, {{4, bold}}, {}},
+                   {u"two ", true, 0, {{4, italic}}, {}},
+                   {u"three\r", false, 0, {}, {{6, 0, centred}}}};
+    file.storedOrder = {2, 0, 1};
+    const DocumentData document = readWithoutRemarks(file);
+    EXPECT_EQ(document.main.text, u"one two three\r");
+    EXPECT_EQ(charactersAt(document, 0), bold);
+    EXPECT_EQ(charactersAt(document, 4), italic);
+    EXPECT_TRUE(charactersAt(document, 8).empty());
+    ASSERT_EQ(document.main.paragraphs.size(), 1U);
+}
+
+TEST(DocumentReader, AParagraphHasThePropertiesOfItsMark) {
+    WordFile file;
+    file.pieces = {{u"begin ", false, 0, {}, {{6, 0, keep}}},
+                   {u"end\rnext\r", false, 0, {}, {{4, 0, centred}, {5, 0, keep}}}};
+    file.storedOrder = {1, 0};
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.main.paragraphs.size(), 2U);
+    EXPECT_EQ(document.main.paragraphs[0].length, 10U);
+    EXPECT_EQ(paragraphList(document, 0), centred);
+    EXPECT_EQ(paragraphList(document, 1), keep);
+}
+
+TEST(DocumentReader, NeighboursThatLookAlikeAreOneRun) {
+    WordFile file;
+    file.pieces = {{u"ab", false, 0, {{2, bold}}, {}}, {u"cd\r", false, 0, {{2, bold}}, {}}};
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.main.characters.size(), 2U);
+    EXPECT_EQ(document.main.characters[0].length, 4U);
+}
+
+TEST(DocumentReader, APiecesShortModifierIsAddedToItsCharactersOnly) {
+    WordFile file;
+    file.pieces = {{u"ab", false, 0x01AA, {{2, italic}}, {}},
+                   {u"c\r", false, 0, {{2, italic}}, {}}};
+    const DocumentData document = readWithoutRemarks(file);
+    EXPECT_EQ(charactersAt(document, 0), italic + bold);
+    EXPECT_EQ(charactersAt(document, 2), italic);
+}
+
+TEST(DocumentReader, APiecesLongModifierIsAddedToCharactersAndToParagraphsThatEndInIt) {
+    WordFile file;
+    file.modifiers = {keep, bold + centred};
+    file.pieces = {{u"a", false, 0, {}, {}},
+                   {u"b\rc", false, 0x0003, {}, {{2, 0, keep}, {1, 0, keep}}},
+                   {u"d\r", false, 0, {}, {{2, 0, keep}}}};
+    const DocumentData document = readWithoutRemarks(file);
+    EXPECT_TRUE(charactersAt(document, 0).empty());
+    EXPECT_EQ(charactersAt(document, 1), bold);
+    EXPECT_EQ(charactersAt(document, 3), bold);
+    EXPECT_EQ(paragraphList(document, 0), keep + centred);
+    EXPECT_EQ(paragraphList(document, 1), keep);
+}
+
+TEST(DocumentReader, ModifiersThatChangeTheStyleAreAppliedToIt) {
+    WordFile file;
+    file.parts[FibPair::Stshf] = sheetWithStyles(15);
+    // Style 5; one level more; styles 3 and 4 become 7 and 8.
+    file.modifiers = {hex("00 46 05 00"), hex("02 26 02"),
+                      hex("01 C6 0A 00 00 0300 0400 0700 0800 00")};
+    const auto styled = [](StyleIndex style, std::uint16_t modifier) {
+        return PieceText{u"x\r", false, modifier, {}, {{2, style, {}}}};
+    };
+    file.pieces = {styled(2, 0x0001), styled(3, 0x0003), styled(9, 0x0003),
+                   styled(4, 0x0005), styled(6, 0x0005), styled(0, 0x0003)};
+    const DocumentData document = readWithoutRemarks(file);
+    std::vector<StyleIndex> styles;
+    for (const ParagraphRun& run : document.main.paragraphs) {
+        styles.push_back(run.style);
+        EXPECT_EQ(run.properties, PropertyListId::empty);
+    }
+    EXPECT_EQ(styles, (std::vector<StyleIndex>{5, 5, 9, 8, 6, 0}));
+}
+
+TEST(DocumentReader, ReferredParagraphPropertiesStandInTheirPlace) {
+    WordFile file = plainWordFile(u"a\rb\r");
+    file.data = hex("FF FF") + Bytes{3, 0} + centred;
+    file.pieces[0].paragraphs = {{2, 1, hex("46 66 02000000")},
+                                 {2, 0, keep + hex("6B 64 02000000")}};
+    file.parts[FibPair::Stshf] = sheetWithStyles(2);
+    const DocumentData document = readWithoutRemarks(file);
+    EXPECT_EQ(paragraphList(document, 0), centred);
+    EXPECT_EQ(document.main.paragraphs[0].style, 1);
+    EXPECT_EQ(paragraphList(document, 1), keep + centred);
+}
+
+TEST(DocumentReader, AReferralIntoNowhereOrOnwardsIsLeftOutWithARemark) {
+    WordFile file = plainWordFile(u"a\rb\r");
+    file.data = Bytes{9, 0} + hex("46 66 00000000") + centred;
+    file.pieces[0].paragraphs = {{2, 0, keep + hex("46 66 99990000")},
+                                 {2, 0, hex("46 66 00000000")}};
+    const DocumentData document = readSound(file);
+    EXPECT_EQ(paragraphList(document, 0), keep);
+    EXPECT_EQ(paragraphList(document, 1), centred);
+    EXPECT_EQ(document.remarks.size(), 1U);
+}
+
+TEST(DocumentReader, RowEndsKeepTheirTableProperties) {
+    const Bytes row = hex("16 24 01 17 24 01 08 D6 02 00 00");
+    WordFile file = plainWordFile(u"a\x07\x07z\r");
+    file.pieces[0].paragraphs = {{2, 0, hex("16 24 01")}, {1, 0, row}, {2, 0, {}}};
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.main.paragraphs.size(), 3U);
+    EXPECT_EQ(paragraphList(document, 1), row);
+}
+
+TEST(DocumentReader, PictureLocationsBecomeIndexesOneForEachOffset) {
+    WordFile file = plainWordFile(u"\x01\x01\x01\r");
+    file.data = blob(0xAA) + blob(0xBB);
+    const Bytes first = hex("03 6A 00000000 55 08 01");
+    const Bytes second = hex("55 08 01 03 6A 48000000");
+    file.pieces[0].characters = {{1, second}, {1, first}, {1, second}, {1, {}}};
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.tables.blobs.size(), 2U);
+    const auto index = [&](Cp at) {
+        const Bytes list = charactersAt(document, at);
+        return LittleEndianReader(findSprm(list, sprm::CPicLocation)->operand, "index").u32();
+    };
+    EXPECT_EQ(index(0), index(2));
+    EXPECT_EQ(document.tables.blobs.at(index(0))->back(), 0xBB);
+    EXPECT_EQ(document.tables.blobs.at(index(1))->back(), 0xAA);
+}
+
+TEST(DocumentReader, APictureWithoutDataBecomesABlankWithARemark) {
+    WordFile file = plainWordFile(u"a\x01z\r");
+    file.pieces[0].characters = {{4, hex("35 08 01 03 6A 00001000 55 08 01")}};
+    const DocumentData document = readSound(file);
+    EXPECT_EQ(document.main.text, u"a z\r");
+    EXPECT_EQ(charactersAt(document, 1), bold);
+    EXPECT_TRUE(document.tables.blobs.empty());
+    ASSERT_EQ(document.remarks.size(), 1U);
+    EXPECT_NE(document.remarks[0].find(u"图片"), std::u16string::npos);
+}
+
+TEST(DocumentReader, AnObjectsLocationIsNoOffset) {
+    WordFile file = plainWordFile(u"\x13 EMBED x \x14\x01\x15\r");
+    file.pieces[0].characters = {{10, {}}, {1, hex("0A 08 01 03 6A 39300000 55 08 01")}, {3, {}}};
+    const DocumentData document = readSound(file);
+    const Bytes list = charactersAt(document, 10);
+    EXPECT_EQ(list, hex("0A 08 01 0E 68 39300000 55 08 01"));
+    EXPECT_TRUE(document.tables.blobs.empty());
+}
+
+TEST(DocumentReader, FieldsComeWithWhatTheFileSaysOfThem) {
+    WordFile file = plainWordFile(u"\x13 PAGE \x14"
+                                  u"1\x15\r");
+    const std::vector<FieldMark> marks{{0, 0x13, 0x21}, {7, 0x14, 0xFF}, {9, 0x15, 0x80}};
+    file.parts[FibPair::PlcfFldMom] = encodeFields(marks, 11);
+    EXPECT_EQ(readWithoutRemarks(file).main.fields, marks);
+}
+
+TEST(DocumentReader, StrayFieldCharactersBecomeBlanksWithARemark) {
+    const DocumentData document = readSound(plainWordFile(u"a\x15z\x13\r"));
+    EXPECT_EQ(document.main.text, u"a z \r");
+    EXPECT_TRUE(document.main.fields.empty());
+    EXPECT_FALSE(document.remarks.empty());
+}
+
+TEST(DocumentReader, AMissingLastMarkIsAppended) {
+    WordFile file = plainWordFile(u"one\rtwo");
+    file.pieces[0].paragraphs = {{4, 0, keep}, {3, 0, centred}};
+    const DocumentData document = readSound(file);
+    EXPECT_EQ(document.main.text, u"one\rtwo\r");
+    ASSERT_EQ(document.main.paragraphs.size(), 2U);
+    EXPECT_EQ(paragraphList(document, 1), centred);
+    EXPECT_EQ(document.sections.back().length, 8U);
+}
+
+TEST(DocumentReader, AfterATableAtTheVeryEndAParagraphFollows) {
+    WordFile file = plainWordFile(u"a\x07\x07");
+    file.pieces[0].paragraphs = {{2, 0, hex("16 24 01")}, {1, 0, hex("16 24 01 17 24 01")}};
+    const DocumentData document = readSound(file);
+    EXPECT_EQ(document.main.text, u"a\x07\x07\r");
+    ASSERT_EQ(document.main.paragraphs.size(), 3U);
+    EXPECT_TRUE(paragraphList(document, 2).empty());
+}
+
+TEST(DocumentReader, AParagraphWhoseStyleDoesNotExistGetsTheFirst) {
+    WordFile file = plainWordFile(u"a\rb\r");
+    file.pieces[0].paragraphs = {{2, 3, {}}, {2, 999, {}}};
+    const DocumentData document = readSound(file);
+    EXPECT_EQ(document.main.paragraphs[0].style, 0);
+    EXPECT_EQ(document.main.paragraphs[1].style, 0);
+    EXPECT_EQ(document.remarks.size(), 1U);
+}
+
+TEST(DocumentReader, APageBreakStandsWithinItsParagraph) {
+    const DocumentData document = readWithoutRemarks(plainWordFile(u"a\x0C"
+                                                                   u"b\r"));
+    EXPECT_EQ(document.main.paragraphs.size(), 1U);
+}
+
+TEST(DocumentReader, ABreakThatThePagesEndAParagraphWithEndsIt) {
+    WordFile file = plainWordFile(u"a\x0C"
+                                  u"b\r");
+    file.pieces[0].paragraphs = {{2, 0, centred}, {2, 0, keep}};
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.main.paragraphs.size(), 2U);
+    EXPECT_EQ(paragraphList(document, 0), centred);
+}
+
+TEST(DocumentReader, SectionsEndInTheirBreakAndKeepTheirProperties) {
+    const Bytes landscape = hex("1D 30 02");
+    WordFile file = plainWordFile(u"one\x0Ctwo\r");
+    file.sections = {{4, landscape}, {4, hex("09 30 00")}};
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.sections.size(), 2U);
+    EXPECT_EQ(document.sections[0].length, 4U);
+    const ByteView list = document.tables.lists[document.sections[0].properties];
+    EXPECT_EQ(Bytes(list.begin(), list.end()), landscape);
+    // The break ends its paragraph, whatever the pages say.
+    EXPECT_EQ(document.main.paragraphs.size(), 2U);
+}
+
+TEST(DocumentReader, ASectionWithoutItsBreakIsJoinedToTheNext) {
+    WordFile file = plainWordFile(u"one two\x0Cthree\r");
+    file.sections = {{4, hex("09 30 00")}, {4, hex("09 30 01")}, {6, hex("09 30 02")}};
+    const DocumentData document = readSound(file);
+    ASSERT_EQ(document.sections.size(), 2U);
+    EXPECT_EQ(document.sections[0].length, 8U);
+    EXPECT_EQ(document.tables.lists[document.sections[0].properties][2], 1);
+    EXPECT_EQ(document.remarks.size(), 1U);
+}
+
+TEST(DocumentReader, HeadersAreReadBySectionWithoutTheirGuard) {
+    Story header;
+    header.text = u"\x13 PAGE \x15 head\r";
+    header.characters = {{header.size(), PropertyListId::empty}};
+    header.paragraphs = {{header.size(), 0, PropertyListId::empty}};
+    header.fields = {{0, 0x13, 0x21}, {7, 0x15, 0}};
+    std::vector<HeaderSet> sets(2);
+    sets[1][static_cast<std::size_t>(HeaderKind::oddFooter)] = header;
+    const EncodedHeaders encoded = encodeHeaders(sets);
+
+    WordFile file = plainWordFile(u"a\x0Cz\r" + encoded.story.text + u"\r");
+    file.sections = {{2, {}}, {2, {}}};
+    file.lengths.text = 4;
+    file.lengths.headers = encoded.story.size();
+    file.parts[FibPair::PlcfHdd] = encoded.plcfHdd;
+    file.parts[FibPair::PlcfFldHdr] = encodeFields(encoded.story.fields, encoded.story.size());
+    const DocumentData document = readWithoutRemarks(file);
+    EXPECT_EQ(document.main.text, u"a\x0Cz\r");
+    ASSERT_EQ(document.headers.size(), 2U);
+    EXPECT_FALSE(document.headers[0][3]);
+    ASSERT_TRUE(document.headers[1][3]);
+    EXPECT_EQ(document.headers[1][3]->text, header.text);
+    EXPECT_EQ(document.headers[1][3]->fields, header.fields);
+}
+
+TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
+    WordFile file = plainWordFile(u"text\r");
+    const auto plc = [](std::size_t count, std::size_t size) {
+        return encodePlc(std::vector<std::uint32_t>(count + 1), Bytes(count * size));
+    };
+    file.parts[FibPair::PlcffndRef] = plc(3, 2);
+    file.parts[FibPair::PlcfendRef] = plc(2, 2);
+    file.parts[FibPair::PlcfandRef] = plc(4, 30);
+    file.parts[FibPair::PlcSpaMom] = plc(5, 26);
+    file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
+    file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
+    const SideContents side = readWithoutRemarks(file).side;
+    EXPECT_EQ(side.footnotes, 3);
+    EXPECT_EQ(side.endnotes, 2);
+    EXPECT_EQ(side.comments, 4);
+    EXPECT_EQ(side.drawings, 5);
+    EXPECT_EQ(side.textBoxes, 2);
+    EXPECT_EQ(side.embeddedObjects, 2);
+    EXPECT_TRUE(side.macros);
+    EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).side.macros);
+}
+
+TEST(DocumentReader, TheSettingsAreKeptAsTheyCame) {
+    WordFile file = plainWordFile(u"text\r");
+    file.parts[FibPair::Dop] = hex("01 02 03 04 05");
+    EXPECT_EQ(readWithoutRemarks(file).settings, hex("01 02 03 04 05"));
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,102 @@
+#include "platform/word/docfile/HeaderStory.h"
+
+#include "platform/word/docfile/Plc.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+Story storyOf(std::u16string text) {
+    Story story;
+    story.text = std::move(text);
+    story.characters.push_back({story.size(), PropertyListId::empty});
+    story.paragraphs.push_back({story.size(), 2, PropertyListId::empty});
+    return story;
+}
+
+HeaderSet setWith(HeaderKind kind, std::u16string text) {
+    HeaderSet set;
+    set[static_cast<std::size_t>(kind)] = storyOf(std::move(text));
+    return set;
+}
+
+TEST(HeaderStory, WithoutAnyHeaderThereIsNoHeaderDocument) {
+    const std::vector<HeaderSet> sections(3);
+    const EncodedHeaders encoded = encodeHeaders(sections);
+    EXPECT_TRUE(encoded.story.text.empty());
+    EXPECT_TRUE(encoded.plcfHdd.empty());
+}
+
+TEST(HeaderStory, SixSeparatorsThenSixStoriesASection) {
+    const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r"),
+                                          setWith(HeaderKind::oddFooter, u"foot\r")};
+    const EncodedHeaders encoded = encodeHeaders(sections);
+    const auto positions = decodePlc(encoded.plcfHdd, 0).positions;
+    // 6 separators, 12 stories, the end of the last one, and the one that counts for nothing.
+    ASSERT_EQ(positions.size(), 20U);
+    EXPECT_EQ(positions[6], 0U);
+    EXPECT_EQ(positions[7], 0U); // the odd header of section 1
+    EXPECT_EQ(positions[8], 3U);
+    EXPECT_EQ(positions[15], 3U); // the odd footer of section 2
+    EXPECT_EQ(positions[16], 9U);
+    EXPECT_EQ(positions[18], 9U); // one less than the length of the whole
+    EXPECT_EQ(encoded.story.size(), 10U);
+}
+
+TEST(HeaderStory, EveryStoryHasItsGuardParagraph) {
+    const std::vector<HeaderSet> sections{setWith(HeaderKind::firstFooter, u"x\r")};
+    const Story& story = encodeHeaders(sections).story;
+    EXPECT_EQ(story.text, u"x\r\r\r");
+    Cp paragraphs = 0;
+    for (const ParagraphRun& run : story.paragraphs) {
+        paragraphs += run.length;
+    }
+    EXPECT_EQ(paragraphs, story.size());
+    EXPECT_EQ(story.paragraphs.size(), 3U);
+    EXPECT_EQ(story.paragraphs[0].style, 2);
+}
+
+TEST(HeaderStory, FieldsMoveWithTheirStory) {
+    HeaderSet set = setWith(HeaderKind::evenHeader, u"ab\r");
+    set[3] = storyOf(u"\x13\x15\r");
+    set[3]->fields = {{0, 0x13, 0x21}, {1, 0x15, 0}};
+    const std::vector<HeaderSet> sections{set};
+    const Story& story = encodeHeaders(sections).story;
+    ASSERT_EQ(story.fields.size(), 2U);
+    EXPECT_EQ(story.fields[0].at, 4U);
+    EXPECT_EQ(story.text[story.fields[1].at], u'\x15');
+}
+
+TEST(HeaderStory, DecodingGivesThePlacesWithoutTheGuard) {
+    const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r"),
+                                          setWith(HeaderKind::oddFooter, u"foot\r")};
+    const EncodedHeaders encoded = encodeHeaders(sections);
+    int damage = 0;
+    const auto places = decodeHeaders(encoded.plcfHdd, encoded.story.size(), 2, &damage);
+    ASSERT_EQ(places.size(), 2U);
+    EXPECT_EQ(places[0][1], (HeaderPlace{0, 2}));
+    EXPECT_FALSE(places[0][3]);
+    EXPECT_EQ(places[1][3], (HeaderPlace{3, 5}));
+    EXPECT_EQ(damage, 0);
+}
+
+TEST(HeaderStory, StoriesOutsideOfTheHeaderDocumentAreLeftOutAndCounted) {
+    const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r")};
+    const EncodedHeaders encoded = encodeHeaders(sections);
+    int damage = 0;
+    const auto places = decodeHeaders(encoded.plcfHdd, 1, 1, &damage);
+    ASSERT_EQ(places.size(), 1U);
+    EXPECT_FALSE(places[0][1]);
+    EXPECT_GT(damage, 0);
+}
+
+TEST(HeaderStory, ATableTooShortForASectionGivesNone) {
+    EXPECT_TRUE(decodeHeaders({}, 10, 3).empty());
+    EXPECT_TRUE(decodeHeaders(Bytes(4 * 12), 10, 3).empty());
+    EXPECT_EQ(decodeHeaders(Bytes(4 * 13), 10, 3).size(), 1U);
+}
+
+} // namespace
+} // namespace qvnd::word
