@@ -1,0 +1,63 @@
+#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/Sttb.h"
+#include "platform/word/docfile/check/Checks.h"
+
+#include <set>
+
+namespace qvnd::word {
+
+namespace {
+
+// Names are compared without regard to the case of Latin letters.
+std::u16string folded(std::u16string name) {
+    for (char16_t& c : name) {
+        c = c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
+    }
+    return name;
+}
+
+void checkNames(const Sttb& names, Findings& findings) {
+    constexpr std::size_t longest = 40;
+    std::set<std::u16string> seen;
+    for (const Sttb::Entry& entry : names.entries) {
+        if (!seen.insert(folded(entry.text)).second) {
+            findings.add("bookmark.unique", u"书签“" + entry.text + u"”重复");
+        }
+        if (entry.text.empty() || entry.text.size() > longest) {
+            findings.add("bookmark.name", u"书签“" + entry.text + u"”的名称过长或为空");
+        }
+    }
+}
+
+void checkPlaces(const Sttb& names, const Plc& starts, const Plc& ends, Findings& findings) {
+    std::set<std::size_t> used;
+    for (std::size_t i = 0; i < starts.count() && i < names.entries.size(); ++i) {
+        LittleEndianReader fbkf(starts.element(i), "FBKF");
+        const std::size_t end = fbkf.u16();
+        const std::u16string where = u"书签“" + names.entries[i].text + u"”";
+        if (end >= ends.count() || !used.insert(end).second) {
+            findings.add("bookmark.end", where + u"没有自己的结束位置");
+        } else if (ends.positions[end] < starts.positions[i]) {
+            findings.add("bookmark.order", where + u"的结束在开始之前");
+        }
+    }
+}
+
+} // namespace
+
+void checkBookmarks(const Evidence& evidence, Findings& findings) {
+    const DecodedSttb names = decodeSttb(evidence.at(FibPair::SttbfBkmk));
+    const Plc starts = decodePlc(evidence.at(FibPair::PlcfBkf), 4);
+    const Plc ends = decodePlc(evidence.at(FibPair::PlcfBkl), 0);
+    const std::size_t count = names.table.entries.size();
+    if (!names.complete || starts.count() != count || ends.count() != count) {
+        findings.add("bookmark.count", u"书签的名称 " + digits(std::int64_t(count)) + u" 个,开始 " +
+                                           digits(std::int64_t(starts.count())) + u" 个,结束 " +
+                                           digits(std::int64_t(ends.count())) + u" 个");
+    }
+    checkNames(names.table, findings);
+    checkPlaces(names.table, starts, ends, findings);
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,77 @@
+#include "platform/word/docfile/check/DocumentCheck.h"
+
+#include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/check/Checks.h"
+
+#include <exception>
+
+namespace qvnd::word {
+
+namespace {
+
+const char16_t* reasonOf(FormatError::Kind kind) {
+    switch (kind) {
+    case FormatError::Kind::notCompoundFile:
+        return u"不是复合文档";
+    case FormatError::Kind::notWord:
+        return u"复合文档中没有 Word 文档";
+    case FormatError::Kind::olderThanWord97:
+        return u"早于 Word 97 的文档";
+    case FormatError::Kind::encrypted:
+        return u"文档已加密";
+    case FormatError::Kind::unreadable:
+    case FormatError::Kind::damaged:
+        break;
+    }
+    return u"文档的基本结构已损坏";
+}
+
+// Answers whether there is a document to look at.
+bool openDocument(ByteView file, Evidence& evidence, Findings& findings) {
+    try {
+        const CompoundFile compound = CompoundFile::over(file);
+        evidence.word = compound.stream(u"WordDocument");
+        evidence.fib = readFib(evidence.word);
+        evidence.table = compound.stream(evidence.fib.tableStreamName());
+        if (compound.has(u"Data")) {
+            evidence.data = compound.stream(u"Data");
+        }
+        return true;
+    } catch (const FormatError& error) {
+        findings.add("file.unreadable", reasonOf(error.kind()));
+        return false;
+    }
+}
+
+void checkContents(Evidence& evidence, Findings& findings) {
+    checkFib(evidence, findings);
+    checkPositions(evidence, findings);
+    checkStyles(evidence, findings);
+    checkFonts(evidence, findings);
+    checkLists(evidence, findings);
+    checkPieces(evidence, findings);
+    checkFormattingPages(evidence, findings);
+    checkSections(evidence, findings);
+    checkParagraphs(evidence, findings);
+    checkTables(evidence, findings);
+    checkFields(evidence, findings);
+    checkBookmarks(evidence, findings);
+    checkPictures(evidence, findings);
+    checkHeaders(evidence, findings);
+    checkNotes(evidence, findings);
+}
+
+} // namespace
+
+std::vector<Finding> checkDocument(ByteView file) {
+    Findings findings;
+    Evidence evidence;
+    checkContainer(file, findings);
+    if (openDocument(file, evidence, findings)) {
+        checkContents(evidence, findings);
+    }
+    return findings.take();
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,170 @@
+#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/check/Checks.h"
+
+#include <algorithm>
+#include <set>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t lstfSize = 28;
+constexpr std::size_t lvlfSize = 28;
+constexpr std::size_t lfoSize = 16;
+constexpr std::size_t levelPlaces = 9;
+
+// Number text of a level: the places of numbers in it ascend, lie inside and name levels.
+void checkNumberText(ByteView head, const std::u16string& text, const std::u16string& where,
+                     Findings& findings) {
+    constexpr std::size_t placesAt = 6; // rgbxchNums, counted from 1, 0 ends them
+    unsigned before = 0;
+    for (std::size_t i = 0; i < levelPlaces && head[placesAt + i] != 0; ++i) {
+        const unsigned place = head[placesAt + i];
+        if (place <= before || place > text.size() || text[place - 1] >= levelPlaces) {
+            findings.add("list.text", where + u":编号文字中的位置不对");
+            return;
+        }
+        before = place;
+    }
+}
+
+void checkLevel(LittleEndianReader& reader, const std::u16string& where, const Evidence& evidence,
+                Findings& findings) {
+    constexpr std::size_t characterSizeAt = 24;
+    constexpr std::size_t paragraphSizeAt = 25;
+    const ByteView head = reader.view(lvlfSize);
+    checkPropertyList(reader.view(head[paragraphSizeAt]), ListPlace::paragraph, where, evidence,
+                      findings);
+    checkPropertyList(reader.view(head[characterSizeAt]), ListPlace::characters, where, evidence,
+                      findings);
+    const std::size_t length = reader.u16();
+    checkNumberText(head, reader.text(length), where, findings);
+}
+
+struct CheckedList {
+    std::int32_t lsid = 0;
+    std::size_t levels = 0;
+};
+
+CheckedList readList(LittleEndianReader& reader, std::size_t index, const Evidence& evidence,
+                     Findings& findings) {
+    constexpr unsigned simple = 1;
+    CheckedList list;
+    list.lsid = reader.i32();
+    reader.skip(4);
+    for (std::size_t level = 0; level < levelPlaces; ++level) {
+        const StyleIndex istd = reader.u16();
+        const bool there = istd < evidence.styles.size() && evidence.styles[istd];
+        if (istd != StyleDefinition::none && !there) {
+            findings.add("list.style", u"列表定义 " + digits(std::int64_t(index)) +
+                                           u" 所连的样式 " + digits(istd) + u" 不存在");
+        }
+    }
+    list.levels = (reader.u8() & simple) != 0 ? 1 : levelPlaces;
+    reader.skip(1);
+    return list;
+}
+
+std::vector<CheckedList> checkDefinitions(const Evidence& evidence, Findings& findings) {
+    std::vector<CheckedList> lists;
+    const FcLcb place = evidence.fib.at(FibPair::PlfLst);
+    if (place.lcb == 0 || evidence.at(FibPair::PlfLst).empty()) {
+        return lists;
+    }
+    // The levels lie behind the table's own bytes.
+    LittleEndianReader reader(ByteView(evidence.table).subspan(place.fc), "PlfLst");
+    const std::size_t count = reader.u16();
+    if (2 + count * lstfSize != place.lcb) {
+        findings.add("list.size", u"列表定义表的长度与个数不符");
+    }
+    std::set<std::int32_t> ids;
+    for (std::size_t i = 0; i < count; ++i) {
+        lists.push_back(readList(reader, i, evidence, findings));
+        if (!ids.insert(lists.back().lsid).second) {
+            findings.add("list.unique", u"列表定义 " + digits(std::int64_t(i)) + u" 的标识重复");
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        for (std::size_t level = 0; level < lists[i].levels; ++level) {
+            checkLevel(reader,
+                       u"列表定义 " + digits(std::int64_t(i)) + u" 第 " +
+                           digits(std::int64_t(level + 1)) + u" 级",
+                       evidence, findings);
+        }
+    }
+    return lists;
+}
+
+struct CheckedOverride {
+    std::int32_t lsid = 0;
+    std::size_t levels = 0;
+};
+
+void checkOverrideLevels(LittleEndianReader& reader, const CheckedOverride& entry,
+                         const std::u16string& where, const Evidence& evidence,
+                         Findings& findings) {
+    constexpr std::uint32_t dataHead = 0xFFFFFFFF;
+    constexpr std::uint32_t levelMask = 0xF;
+    constexpr std::uint32_t formatted = 0x20;
+    if (reader.u32() != dataHead) {
+        findings.add("list.override", where + u":级别设置的开头不对");
+    }
+    for (std::size_t i = 0; i < entry.levels; ++i) {
+        reader.skip(4);
+        const std::uint32_t flags = reader.u32();
+        if ((flags & levelMask) >= levelPlaces) {
+            findings.add("list.override", where + u":所改的级别不存在");
+        }
+        if ((flags & formatted) != 0) {
+            checkLevel(reader, where, evidence, findings);
+        }
+    }
+}
+
+void checkOverrides(Evidence& evidence, const std::vector<CheckedList>& lists, Findings& findings) {
+    const ByteView bytes = evidence.at(FibPair::PlfLfo);
+    if (bytes.empty()) {
+        return;
+    }
+    LittleEndianReader reader(bytes, "PlfLfo");
+    const std::size_t count = reader.u32();
+    if (count > reader.remaining() / lfoSize) {
+        findings.add("list.size", u"列表引用表的长度与个数不符");
+        return;
+    }
+    evidence.listOverrides = count;
+    std::vector<CheckedOverride> entries;
+    for (std::size_t i = 0; i < count; ++i) {
+        CheckedOverride& entry = entries.emplace_back();
+        entry.lsid = reader.i32();
+        reader.skip(8);
+        entry.levels = reader.u8();
+        reader.skip(3);
+        const bool known = std::any_of(lists.begin(), lists.end(), [&](const CheckedList& list) {
+            return list.lsid == entry.lsid;
+        });
+        if (!known) {
+            findings.add("list.lsid",
+                         u"列表引用 " + digits(std::int64_t(i + 1)) + u" 的列表定义不存在");
+        }
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        checkOverrideLevels(reader, entries[i], u"列表引用 " + digits(std::int64_t(i + 1)),
+                            evidence, findings);
+    }
+}
+
+} // namespace
+
+void checkLists(Evidence& evidence, Findings& findings) {
+    std::vector<CheckedList> lists;
+    try {
+        lists = checkDefinitions(evidence, findings);
+        checkOverrides(evidence, lists, findings);
+    } catch (const FormatError&) {
+        findings.add("list.parse", u"列表的表不完整");
+    }
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,123 @@
+#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/OfficeArt.h"
+#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/check/Checks.h"
+
+#include <set>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr char16_t pictureMark = 0x01;
+constexpr std::size_t picfSize = 0x44;
+constexpr unsigned inlineShape = 0x64;
+constexpr unsigned linkedShape = 0x66;
+
+bool flagOf(ByteView sprms, SprmOpcode opcode) {
+    const auto entry = findSprm(sprms, opcode);
+    return entry && !entry->operand.empty() && entry->operand[0] != 0;
+}
+
+// Records fill the bytes without a gap; containers are filled by theirs. Depth is bounded.
+bool recordsNest(ByteView bytes, int depth) {
+    constexpr int deepest = 16;
+    if (depth > deepest) {
+        return false;
+    }
+    LittleEndianReader reader(bytes, "OfficeArt");
+    while (!reader.atEnd()) {
+        if (reader.remaining() < art::headerSize) {
+            return false;
+        }
+        const art::RecordHeader header = art::readHeader(reader);
+        if (header.length > reader.remaining()) {
+            return false;
+        }
+        const ByteView content = reader.view(header.length);
+        if (header.version == art::container && !recordsNest(content, depth + 1)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+class PictureCheck {
+public:
+    PictureCheck(const Evidence& evidence, Findings& findings)
+        : evidence_(evidence), findings_(findings) {}
+
+    void check(std::uint32_t offset, bool isData, Cp cp) {
+        if (!seen_.insert(offset).second) {
+            return;
+        }
+        where_ = placeOf(evidence_, cp) + u"的图片(Data 流 " + hexadecimal(offset) + u")";
+        try {
+            checkBlob(offset, isData);
+        } catch (const FormatError&) {
+            findings_.add("picture.place", where_ + u"超出 Data 流");
+        }
+    }
+
+private:
+    void checkBlob(std::uint32_t offset, bool isData) {
+        LittleEndianReader reader(evidence_.data, "PICF");
+        reader.seek(offset);
+        const std::size_t size = reader.u32();
+        const std::size_t headSize = reader.u16();
+        if (size < headSize || headSize != picfSize) {
+            findings_.add("picture.size", where_ + u"的长度不对");
+            return;
+        }
+        reader.seek(offset);
+        LittleEndianReader blob(reader.view(size), "PICF");
+        blob.skip(6);
+        const unsigned kind = blob.u16();
+        blob.seek(picfSize);
+        if (isData || (kind != inlineShape && kind != linkedShape)) {
+            return;
+        }
+        if (kind == linkedShape) {
+            blob.skip(blob.u8());
+        }
+        checkShape(blob);
+    }
+
+    void checkShape(LittleEndianReader& blob) {
+        const ByteView records = blob.view(blob.remaining());
+        LittleEndianReader reader(records, "OfficeArt");
+        const bool starts =
+            records.size() >= art::headerSize && art::readHeader(reader).type == art::spContainer;
+        if (!starts || !recordsNest(records, 0)) {
+            findings_.add("picture.records", where_ + u"的图形记录不完整");
+        }
+    }
+
+    const Evidence& evidence_;
+    Findings& findings_;
+    std::set<std::uint32_t> seen_;
+    std::u16string where_;
+};
+
+} // namespace
+
+void checkPictures(const Evidence& evidence, Findings& findings) {
+    PictureCheck pictures(evidence, findings);
+    for (Cp cp = 0; cp < evidence.text.size(); ++cp) {
+        const FormatRun* run =
+            evidence.text[cp] == pictureMark ? evidence.characterRunOf(cp) : nullptr;
+        if (run == nullptr || !flagOf(run->sprms, sprm::CFSpec)) {
+            continue;
+        }
+        const auto location = findSprm(run->sprms, sprm::CPicLocation);
+        const bool object = flagOf(run->sprms, sprm::CFOle2) || flagOf(run->sprms, sprm::CFObj);
+        if (location && !object) {
+            LittleEndianReader operand(location->operand, "sprmCPicLocation");
+            pictures.check(operand.u32(), flagOf(run->sprms, sprm::CFData), cp);
+        }
+    }
+}
+
+} // namespace qvnd::word

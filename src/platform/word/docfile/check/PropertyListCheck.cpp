@@ -1,0 +1,144 @@
+#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/check/Checks.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+bool groupFits(SprmGroup group, ListPlace place) {
+    switch (place) {
+    case ListPlace::characters:
+        return group == SprmGroup::character;
+    case ListPlace::paragraph: // row ends carry the table's properties
+        return group == SprmGroup::paragraph || group == SprmGroup::table;
+    case ListPlace::tableStyle:
+        return group == SprmGroup::table;
+    case ListPlace::section:
+        return group == SprmGroup::section;
+    case ListPlace::piece:
+        break;
+    }
+    return true;
+}
+
+std::uint32_t operandOf(const SprmView& entry) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 0; i < entry.operand.size() && i < 4; ++i) {
+        value |= static_cast<std::uint32_t>(entry.operand[i]) << (8 * i);
+    }
+    return value;
+}
+
+// One property list held against the tables that it points to.
+class ListCheck {
+public:
+    ListCheck(const std::u16string& where, const Evidence& evidence, Findings& findings)
+        : where_(where), evidence_(evidence), findings_(findings) {}
+
+    void check(const SprmView& entry) {
+        switch (entry.opcode) {
+        case sprm::CRgFtc0:
+        case sprm::CRgFtc1:
+        case sprm::CRgFtc2:
+        case sprm::CFtcBi:
+            below("sprm.font", operandOf(entry), evidence_.fonts, u"字体");
+            break;
+        case sprm::CIbstRMark:
+        case sprm::CIbstRMarkDel:
+            below("sprm.author", operandOf(entry), evidence_.authors, u"修订者");
+            break;
+        case sprm::CPropRMark90:
+        case sprm::CPropRMark:
+        case sprm::PPropRMark90:
+        case sprm::PPropRMark:
+            propertyRevision(entry);
+            break;
+        case sprm::CIstd:
+            style(operandOf(entry), StyleKind::character);
+            break;
+        case sprm::PIstd:
+            style(operandOf(entry), StyleKind::paragraph);
+            break;
+        case sprm::TIstd:
+            style(operandOf(entry), StyleKind::table);
+            break;
+        case sprm::PIlfo:
+            list(operandOf(entry));
+            break;
+        case sprm::PIlvl:
+            level(operandOf(entry));
+            break;
+        default:
+            break;
+        }
+    }
+
+private:
+    void below(const char* rule, std::uint32_t index, std::size_t count, const char16_t* what) {
+        if (index >= count) {
+            findings_.add(rule, where_ + u":" + what + u" " + digits(index) + u" 不存在");
+        }
+    }
+
+    void propertyRevision(const SprmView& entry) {
+        constexpr std::size_t authorAt = 2; // cb, fPropRMark, ibstshort
+        if (entry.operand.size() >= authorAt + 2 && entry.operand[1] != 0) {
+            below("sprm.author", entry.operand[authorAt] | (entry.operand[authorAt + 1] << 8),
+                  evidence_.authors, u"修订者");
+        }
+    }
+
+    void style(std::uint32_t istd, StyleKind kind) {
+        constexpr std::uint32_t noStyle = 0x0FFF;
+        const bool there = istd < evidence_.styles.size() && evidence_.styles[istd] == kind;
+        if (!there && istd != noStyle) {
+            findings_.add("sprm.style", where_ + u":样式 " + digits(istd) + u" 不存在或种类不对");
+        }
+    }
+
+    void list(std::uint32_t operand) {
+        constexpr std::uint32_t oldNumbering = 0x7FF;   // numbered as Word 95 did
+        constexpr std::uint32_t firstNegative = 0xF801; // keeps the list, shows no number
+        const std::uint32_t ilfo = operand >= firstNegative ? 0x10000 - operand : operand;
+        if (ilfo > evidence_.listOverrides && ilfo != oldNumbering) {
+            findings_.add("sprm.list", where_ + u":列表 " + digits(ilfo) + u" 不存在");
+        }
+    }
+
+    void level(std::uint32_t ilvl) {
+        constexpr std::uint32_t last = 8;
+        constexpr std::uint32_t bodyOfOldNumbering = 0xC; // kept by numbering as Word 95 did
+        if (ilvl > last && ilvl > bodyOfOldNumbering) {
+            findings_.add("sprm.level", where_ + u":列表级别 " + digits(ilvl) + u" 不存在");
+        }
+    }
+
+    const std::u16string& where_;
+    const Evidence& evidence_;
+    Findings& findings_;
+};
+
+} // namespace
+
+void checkPropertyList(ByteView sprms, ListPlace place, const std::u16string& where,
+                       const Evidence& evidence, Findings& findings) {
+    const ParsedSprms parsed = parseSprms(sprms);
+    if (!parsed.complete) {
+        findings.add("sprm.parse", where + u":属性表没有完整结束");
+    }
+    ListCheck check(where, evidence, findings);
+    for (const SprmView& entry : parsed.sprms) {
+        if (!groupFits(groupOf(entry.opcode), place)) {
+            findings.add("sprm.group",
+                         where + u":属性 " + hexadecimal(entry.opcode) + u" 不该在此");
+            continue;
+        }
+        check.check(entry);
+    }
+}
+
+} // namespace qvnd::word
