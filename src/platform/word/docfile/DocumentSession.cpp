@@ -117,14 +117,13 @@ void DocumentSession::writeText(const DocumentContent& content, const EncodedHea
     if (ranges.empty()) {
         return;
     }
-    std::uint32_t fc = word_.append(ranges, endsOf(content.sections), properties, data_);
-    for (std::size_t i = 0; i < ranges.size(); ++i) {
-        if (i < ofMain) {
-            places_.add(ranges[i], fc);
-        } else {
-            headers_.piece.fc = fc;
-        }
-        fc += 2 * ranges[i].length;
+    const std::vector<std::uint32_t> places =
+        word_.append(ranges, endsOf(content.sections), properties, data_);
+    for (std::size_t i = 0; i < ofMain; ++i) {
+        places_.add(ranges[i], places[i]);
+    }
+    if (ranges.size() > ofMain) {
+        headers_.piece.fc = places.back();
     }
 }
 

@@ -23,16 +23,17 @@ Cp overlap(const TextRange& range, Cp runBegin, Cp runEnd) {
 RangeFormatting::RangeFormatting(const std::vector<TextRange>& ranges,
                                  const std::set<Cp>& sectionEnds, FileProperties& properties)
     : sectionEnds_(sectionEnds), properties_(properties) {
-    Cp continued = 0;
-    for (const TextRange& range : ranges) {
-        if (range.position != continued) {
-            finishParagraph();
-        }
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        const TextRange& range = ranges[i];
         addCharacters(range);
         addParagraphs(range);
-        continued = range.position + range.length;
+        const bool continues =
+            i + 1 < ranges.size() && ranges[i + 1].position == range.position + range.length;
+        leftOpen_.push_back(open_.length != 0 && !continues);
+        if (leftOpen_.back()) {
+            leaveOpen();
+        }
     }
-    finishParagraph();
 }
 
 void RangeFormatting::addCharacters(const TextRange& range) {
@@ -81,10 +82,12 @@ bool RangeFormatting::endsParagraph(const TextRange& range, Cp runEnd) const {
     return runEnd < range.story->size() || sectionEnds_.count(position) != 0;
 }
 
-void RangeFormatting::finishParagraph() {
-    if (open_.length != 0) {
-        paragraphs_.push_back(std::exchange(open_, {}));
-    }
+void RangeFormatting::finishParagraph() { paragraphs_.push_back(std::exchange(open_, {})); }
+
+void RangeFormatting::leaveOpen() {
+    ++open_.length;
+    ++characters_.back().length;
+    finishParagraph();
 }
 
 } // namespace qvnd::word

@@ -37,31 +37,33 @@ WordStream::WordStream(CompoundStore& store)
     store_.append(stream_, fib_);
 }
 
-std::uint32_t WordStream::append(const std::vector<TextRange>& ranges,
-                                 const std::set<Cp>& sectionEnds, FileProperties& properties,
-                                 DataStream& data) {
+std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& ranges,
+                                              const std::set<Cp>& sectionEnds,
+                                              FileProperties& properties, DataStream& data) {
     fillSector();
     const std::uint32_t fc = size();
-    appendText(ranges);
     const RangeFormatting formatting(ranges, sectionEnds, properties);
+    std::vector<std::uint32_t> places = appendText(ranges, formatting.leftOpen());
     const auto store = [&](ByteView record) { return data.append(record); };
     appendPages(encodeCharacterPages(formatting.characters(), fc), characterPages_);
     appendPages(encodeParagraphPages(formatting.paragraphs(), fc, store), paragraphPages_);
-    return fc;
+    return places;
 }
 
-void WordStream::appendText(const std::vector<TextRange>& ranges) {
-    std::uint64_t length = size();
-    for (const TextRange& range : ranges) {
-        length += std::uint64_t{2} * range.length;
-    }
-    if (length > mostBytes) {
-        throw RunTimeError(error::overflow, u"文档过大,Word 97-2003 格式无法保存。");
-    }
+std::vector<std::uint32_t> WordStream::appendText(const std::vector<TextRange>& ranges,
+                                                  const std::vector<bool>& leftOpen) {
+    std::vector<std::uint32_t> places;
     Bytes bytes;
-    for (const TextRange& range : ranges) {
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        const TextRange& range = ranges[i];
+        const std::uint64_t fc = std::uint64_t{size()} + bytes.size();
+        if (fc + std::uint64_t{2} * (range.length + 1) > mostBytes) {
+            throw RunTimeError(error::overflow, u"文档过大,Word 97-2003 格式无法保存。");
+        }
+        places.push_back(static_cast<std::uint32_t>(fc));
         appendUtf16(bytes,
                     std::u16string_view(range.story->text).substr(range.begin, range.length));
+        appendUtf16(bytes, leftOpen[i] ? u"\r" : u"");
         if (bytes.size() >= flushFrom) {
             store_.append(stream_, bytes);
             bytes.clear();
@@ -69,6 +71,7 @@ void WordStream::appendText(const std::vector<TextRange>& ranges) {
     }
     store_.append(stream_, bytes);
     fillSector();
+    return places;
 }
 
 void WordStream::appendPages(const std::vector<FormattingPage>& pages, BinTable& table) {

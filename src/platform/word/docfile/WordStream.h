@@ -20,10 +20,12 @@ public:
     // Starts the stream; `store` outlives the object.
     explicit WordStream(CompoundStore& store);
 
-    // Appends the text of the ranges and its formatting and answers where the text starts.
-    // `sectionEnds`: positions of the document behind the break of each section.
-    std::uint32_t append(const std::vector<TextRange>& ranges, const std::set<Cp>& sectionEnds,
-                         FileProperties& properties, DataStream& data);
+    // Appends the text of the ranges and its formatting; an entry of the answer is where the text
+    // of that range starts. `sectionEnds`: positions of the document behind the break of each
+    // section.
+    std::vector<std::uint32_t> append(const std::vector<TextRange>& ranges,
+                                      const std::set<Cp>& sectionEnds, FileProperties& properties,
+                                      DataStream& data);
     // Where the section properties lie: one place for each list, by contents.
     std::uint32_t placeOfSection(ByteView properties);
     // Writes the FIB, which must fit its room, as far as it has changed.
@@ -39,7 +41,8 @@ public:
     const BinTable& paragraphPages() const { return paragraphPages_; }
 
 private:
-    void appendText(const std::vector<TextRange>& ranges);
+    std::vector<std::uint32_t> appendText(const std::vector<TextRange>& ranges,
+                                          const std::vector<bool>& leftOpen);
     void fillSector();
     void appendPages(const std::vector<FormattingPage>& pages, BinTable& table);
 

@@ -4,6 +4,7 @@
 #include "platform/word/docfile/CompoundFile.h"
 #include "platform/word/docfile/DocumentReader.h"
 #include "platform/word/docfile/Fib.h"
+#include "platform/word/docfile/FormattingPage.h"
 #include "platform/word/docfile/PieceTable.h"
 #include "support/ContentBuilder.h"
 #include "support/MemoryFolder.h"
@@ -168,6 +169,22 @@ TEST_F(DocumentWriterTest, AParagraphInPartsHasThePropertiesOfItsMark) {
     saveAs();
     ASSERT_EQ(read().main.paragraphs.size(), 2U);
     EXPECT_EQ(read().main.paragraphs[0].style, 1);
+}
+
+TEST_F(DocumentWriterTest, AParagraphThatGoesOnElsewhereReachesBeyondItsPieceInThePages) {
+    builder.add({plain(u"tail\r")});
+    saveAs();
+    auto& main = builder.content.main;
+    const auto front = builder.fragment({plain(u"page break\x0C")});
+    main.insert(main.begin(), {front, 0, front->size()});
+    builder.content.sections.back().length += front->size();
+    save();
+    const Bytes table = stream(u"1Table");
+    const FcLcb place = fib().at(FibPair::PlcfBtePapx);
+    const BinTable pages = decodeBinTable(ByteView(table).subspan(place.fc, place.lcb));
+    EXPECT_EQ(pages.limitFc, pieces().front().limitFc() + 2);
+    ASSERT_EQ(read().main.paragraphs.size(), 2U);
+    EXPECT_EQ(read().main.paragraphs[0].length, front->size() + 5);
 }
 
 TEST_F(DocumentWriterTest, AFragmentUsedTwiceIsWrittenOnce) {

@@ -1,0 +1,174 @@
+#include "platform/word/docfile/CompoundChecks.h"
+#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "support/Corpus.h"
+#include "support/MemoryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+std::optional<DocumentData> readable(const std::filesystem::path& path) {
+    try {
+        return readDocument(path);
+    } catch (const FormatError&) {
+        return std::nullopt;
+    }
+}
+
+// What a property list means, the blob itself in place of its index.
+Bytes meaning(const DocumentTables& tables, PropertyListId id) {
+    Bytes result;
+    for (const SprmView& entry : parseSprms(tables.lists[id]).sprms) {
+        if (entry.opcode == sprm::CPicLocation) {
+            const auto index = LittleEndianReader(entry.operand, "index").u32();
+            result.insert(result.end(), tables.blobs.at(index)->begin(),
+                          tables.blobs.at(index)->end());
+        } else {
+            result.insert(result.end(), entry.whole.begin(), entry.whole.end());
+        }
+    }
+    return result;
+}
+
+using Formatting = std::vector<std::pair<Cp, Bytes>>; // where runs end, and what they mean
+
+Formatting charactersOf(const DocumentTables& tables, const Story& story) {
+    Formatting result;
+    Cp at = 0;
+    for (const CharacterRun& run : story.characters) {
+        at += run.length;
+        Bytes now = meaning(tables, run.properties);
+        if (!result.empty() && result.back().second == now) {
+            result.back().first = at;
+        } else if (run.length != 0) {
+            result.emplace_back(at, std::move(now));
+        }
+    }
+    return result;
+}
+
+Formatting paragraphsOf(const DocumentTables& tables, const Story& story) {
+    Formatting result;
+    Cp at = 0;
+    for (const ParagraphRun& run : story.paragraphs) {
+        at += run.length;
+        result.emplace_back(at, meaning(tables, run.properties));
+        result.back().second.push_back(static_cast<std::uint8_t>(run.style));
+        result.back().second.push_back(static_cast<std::uint8_t>(run.style >> 8));
+    }
+    return result;
+}
+
+void expectSameStory(const DocumentData& a, const Story& left, const DocumentData& b,
+                     const Story& right) {
+    EXPECT_TRUE(left.text == right.text);
+    EXPECT_TRUE(charactersOf(a.tables, left) == charactersOf(b.tables, right));
+    EXPECT_TRUE(paragraphsOf(a.tables, left) == paragraphsOf(b.tables, right));
+    ASSERT_EQ(left.fields.size(), right.fields.size());
+    for (std::size_t i = 0; i < left.fields.size(); ++i) {
+        EXPECT_EQ(left.fields[i].at, right.fields[i].at);
+        if (left.fields[i].character != 0x14) { // the data of a separator bears no meaning
+            EXPECT_EQ(left.fields[i], right.fields[i]);
+        }
+    }
+}
+
+void expectSame(const DocumentData& a, const DocumentData& b) {
+    expectSameStory(a, a.main, b, b.main);
+    ASSERT_EQ(a.sections.size(), b.sections.size());
+    for (std::size_t i = 0; i < a.sections.size(); ++i) {
+        EXPECT_EQ(a.sections[i].length, b.sections[i].length);
+        EXPECT_EQ(meaning(a.tables, a.sections[i].properties),
+                  meaning(b.tables, b.sections[i].properties));
+    }
+    for (std::size_t i = 0; i < a.headers.size(); ++i) {
+        for (std::size_t kind = 0; kind < a.headers[i].size(); ++kind) {
+            const auto& left = a.headers[i][kind];
+            const bool present = i < b.headers.size() && b.headers[i][kind];
+            ASSERT_EQ(bool(left), present);
+            if (left) {
+                expectSameStory(a, *left, b, *b.headers[i][kind]);
+            }
+        }
+    }
+    ASSERT_EQ(a.bookmarks.size(), b.bookmarks.size());
+    EXPECT_EQ(a.tables.styles.styles.size(), b.tables.styles.styles.size());
+    EXPECT_EQ(a.tables.fonts.size(), b.tables.fonts.size());
+    EXPECT_EQ(a.tables.listDefinitions.size(), b.tables.listDefinitions.size());
+    EXPECT_EQ(a.tables.listOverrides.size(), b.tables.listOverrides.size());
+    EXPECT_EQ(a.tables.authors, b.tables.authors);
+}
+
+// The document as one under work; its main story is moved into a fragment, a copy of which stays.
+DocumentContent underWork(DocumentData data) {
+    DocumentContent content;
+    content.tables = std::move(data.tables);
+    const auto story = std::make_shared<const Story>(std::move(data.main));
+    content.main = {{story, 0, story->size()}};
+    content.sections = std::move(data.sections);
+    content.headers = std::move(data.headers);
+    content.bookmarks = std::move(data.bookmarks);
+    content.settings = std::move(data.settings);
+    return content;
+}
+
+TEST(WriterCorpus, WhatIsWrittenWholeIsReadBackTheSame) {
+    if (!test::corpusFolder()) {
+        GTEST_SKIP() << "no corpus";
+    }
+    std::size_t checked = 0;
+    for (const auto& path : test::corpusFiles()) {
+        auto original = readable(path);
+        auto copy = readable(path);
+        if (!original) {
+            continue;
+        }
+        SCOPED_TRACE(path.filename().string());
+        auto folder = std::make_shared<test::MemoryFolder>();
+        DocumentWriter writer(folder);
+        writer.saveAs("/out.doc", underWork(std::move(*copy)));
+        EXPECT_THAT(test::compoundFaults(folder->bytes("/out.doc")), testing::IsEmpty());
+        const DocumentData read = readDocument(folder->bytes("/out.doc"));
+        EXPECT_THAT(read.remarks, testing::IsEmpty());
+        expectSame(*original, read);
+        ++checked;
+    }
+    EXPECT_GT(checked, test::corpusFiles().size() / 2);
+}
+
+// Most of the text first, and then its middle third, which comes to lie behind the rest.
+TEST(WriterCorpus, WhatIsWrittenInTwoStepsIsReadBackTheSame) {
+    if (!test::corpusFolder()) {
+        GTEST_SKIP() << "no corpus";
+    }
+    for (const auto& path : test::corpusFiles()) {
+        auto original = readable(path);
+        auto copy = readable(path);
+        if (!original || original->main.size() < 3) {
+            continue;
+        }
+        SCOPED_TRACE(path.filename().string());
+        DocumentContent content = underWork(std::move(*copy));
+        const StorySlice whole = content.main.front();
+        const Cp third = whole.length / 3;
+        const StorySlice first{whole.fragment, 0, third};
+        const StorySlice last{whole.fragment, 2 * third, whole.length - 2 * third};
+        auto folder = std::make_shared<test::MemoryFolder>();
+        DocumentWriter writer(folder);
+        content.main = {first, last};
+        writer.saveAs("/out.doc", content);
+        content.main = {first, {whole.fragment, third, third}, last};
+        writer.save(content);
+        EXPECT_THAT(test::compoundFaults(folder->bytes("/out.doc")), testing::IsEmpty());
+        expectSame(*original, readDocument(folder->bytes("/out.doc")));
+    }
+}
+
+} // namespace
+} // namespace qvnd::word
