@@ -1,0 +1,31 @@
+#pragma once
+
+#include "generate/numbering/ChapterGrid.h"
+#include "generate/numbering/LevelCounters.h"
+#include "generate/numbering/NumberWords.h"
+
+#include <QString>
+
+#include <cstdint>
+
+namespace qvnd::generate {
+
+// The working state that the plan edit window keeps. It lives as long as the window, so what a
+// run does not set is what the run before it left.
+struct BidEditState {
+    // Font and size name of inserted document text.
+    QString BodyFontName;
+    QString BodySizeName;
+    generate::NumberWords NumberWords;
+    generate::ChapterGrid ChapterGrid;
+    generate::LevelCounters LevelCounters;
+    // The level of the node visited last and the nodes visited in this run.
+    int LastLevel = 0;
+    std::int16_t VisitedCount = 0;
+    // Whether the next node without a document ends its paragraph by itself. No run resets it.
+    bool AfterNodeFlag = false;
+    // Number text of the current node, affixes included.
+    QString HeadingNumberText;
+};
+
+} // namespace qvnd::generate

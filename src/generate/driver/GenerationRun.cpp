@@ -1,0 +1,18 @@
+#include "generate/driver/GenerationRun.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+GenerationRun::GenerationRun(const ProgramState& state, const GenerationServices& platform,
+                             BidEditState& windowState, const outline::OutlineTree& tree)
+    : program(state), services(platform), window(windowState), TrvEdit(tree), word(state.word),
+      attempt(platform.messages, platform.dlgTB, state.word),
+      targetPath(state.modMain.gWorkPath + u"施工方案.doc"_s), gPathTmp(targetPath) {}
+
+void GenerationRun::stopTest() const {
+    if (program.modMain.StopRequested)
+        throw LeaveForStopPath();
+}
+
+} // namespace qvnd::generate

@@ -1,0 +1,48 @@
+#include "generate/driver/RebuildContents.h"
+
+#include "platform/files/Paths.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+bool holdsAnyFile(files::FileSystemObject& gFso, const QString& folder) {
+    return gFso.FolderExists(folder) && !gFso.Files(folder).empty();
+}
+
+void openFinished(const ProgramState& program, const GenerationServices& services) {
+    WordSession& session = program.word;
+    session.hold(services.wordProcessor.create());
+    session.application().setVisible(true);
+    const QString path = program.modMain.gWorkPath + u"施工方案.doc"_s;
+    session.keepDocument(session.application().documents().Open(files::toPath(path)));
+    session.document().Activate();
+}
+
+void replaceContents(WordSession& session) {
+    word::TablesOfContents& contents = session.activeDocument().tablesOfContents();
+    contents.Item(1).Delete();
+    word::TableOfContentsOptions options;
+    options.AddedStyles = u"标题 1,1";
+    contents.Add(session.selection().Range(), options);
+    contents.Item(1).setTabLeader(word::TabLeader::dots);
+}
+
+} // namespace
+
+bool RebuildContents(const ProgramState& program, const GenerationServices& services) {
+    if (!holdsAnyFile(*program.modMain.gFso, program.modMain.gWorkPath)) {
+        services.messages.tell(u"还没生成标书!"_s, desktop::Icon::exclamation);
+        return false;
+    }
+    openFinished(program, services);
+    replaceContents(program.word);
+    program.word.activeDocument().setSaved(true);
+    program.word.application().Quit();
+    program.word.dropDocument();
+    return true;
+}
+
+} // namespace qvnd::generate

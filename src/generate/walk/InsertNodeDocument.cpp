@@ -1,0 +1,59 @@
+#include "generate/walk/InsertNodeDocument.h"
+
+#include "platform/files/Paths.h"
+#include "store/FontSizeToPoints.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+// The plan's name is the key of node 1.
+QString documentPath(const GenerationRun& run, const VisitedNode& visited) {
+    return files::withSeparator(run.program.modMain.gUserTplPath + run.TrvEdit.Item(1).Key()) +
+           visited.node.Key() + u".doc"_s;
+}
+
+int endOf(word::Document& document) { return document.paragraphs().Last().Range().End(); }
+
+int indentOf(const GenerationRun& run) {
+    return jet::Value(run.services.frmBidSet.txtInde()).ToInteger();
+}
+
+void formatInserted(const GenerationRun& run, const VisitedNode& visited, int start) {
+    word::Document& document = run.word.activeDocument();
+    const auto inserted = document.Range(start, endOf(document));
+    inserted->Select();
+    inserted->Font().setName(run.window.BodyFontName.toStdU16String());
+    inserted->Font().setSize(store::FontSizeToPoints(run.window.BodySizeName));
+    if (visited.isChild() && run.switches().gChildDocAsNumber)
+        inserted->ParagraphFormat().IndentCharWidth(indentOf(run));
+}
+
+void selectLastMark(const GenerationRun& run, const VisitedNode& visited) {
+    word::Document& document = run.word.activeDocument();
+    const int end = endOf(document);
+    const auto mark = document.Range(end - 1, end);
+    mark->Select();
+    if (visited.isChild())
+        mark->ParagraphFormat().IndentCharWidth(-indentOf(run));
+}
+
+} // namespace
+
+void insertNodeDocument(GenerationRun& run, const VisitedNode& visited) {
+    word::Selection& selection = run.word.selection();
+    selection.TypeParagraph();
+    if (run.switches().gBlankLineAroundTitle)
+        selection.TypeParagraph();
+    const int start = endOf(run.word.activeDocument());
+    run.gPathTmp = documentPath(run, visited);
+    selection.InsertFile(files::toPath(run.gPathTmp));
+    formatInserted(run, visited, start);
+    selectLastMark(run, visited);
+    run.word.activeDocument().Save();
+    run.window.AfterNodeFlag = false;
+}
+
+} // namespace qvnd::generate

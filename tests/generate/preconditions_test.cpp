@@ -1,0 +1,50 @@
+#include "generate/GenerationWorld.h"
+
+#include "platform/files/Paths.h"
+
+#include <fstream>
+
+using namespace Qt::StringLiterals;
+using namespace qvnd::test;
+using qvnd::generate::BuildOutcome;
+
+namespace {
+
+class BuildBidPreconditions : public GenerationWorld {};
+
+} // namespace
+
+TEST_F(BuildBidPreconditions, APlanOfOnlyARootIsRefusedAndTheEarlierDocumentStays) {
+    std::ofstream(place("work") / "施工方案.doc") << "earlier";
+    EXPECT_EQ(build(), BuildOutcome::refused);
+    EXPECT_EQ(wholeLog(), "message [information] 没有内容去生成标书！\n");
+    EXPECT_TRUE(std::filesystem::exists(place("work") / "施工方案.doc"));
+}
+
+TEST_F(BuildBidPreconditions, AnEmptyTreeIsRefused) {
+    TrvEdit.Clear();
+    EXPECT_EQ(build(), BuildOutcome::refused);
+    EXPECT_EQ(wholeLog(), "message [information] 没有内容去生成标书！\n");
+}
+
+TEST_F(BuildBidPreconditions, AnOpenWordWindowStopsTheCommandBeforeAnythingChanges) {
+    smallPlan();
+    windows.open = true;
+    std::ofstream(place("work") / "施工方案.doc") << "earlier";
+    EXPECT_EQ(build(), BuildOutcome::refused);
+    EXPECT_EQ(wholeLog(), "message [exclamation] 对不起，请您先关闭Word文档。如不在任务栏显示请按"
+                          "Ctrl+Alt+Del ！\n");
+    EXPECT_TRUE(std::filesystem::exists(place("work") / "施工方案.doc"));
+}
+
+TEST_F(BuildBidPreconditions, OpenDocumentsAreLookedForInTheWorkFolderAndThePlansFolder) {
+    smallPlan();
+    build();
+    EXPECT_EQ(windows.asked, QStringList({program.gWorkPath, program.gUserTplPath + u"工程"_s}));
+}
+
+TEST_F(BuildBidPreconditions, TheNodeCountIsTestedBeforeTheOpenWindow) {
+    windows.open = true;
+    build();
+    EXPECT_EQ(wholeLog(), "message [information] 没有内容去生成标书！\n");
+}

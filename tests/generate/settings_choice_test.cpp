@@ -1,0 +1,93 @@
+#include "generate/settings/SettingsChoice.h"
+
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace qvnd::generate;
+using qvnd::jet::Value;
+
+namespace {
+
+std::optional<SelectionRow> settings(const Value& 是否设置, const Value& 设置名称) {
+    SelectionRow row;
+    row.是否设置 = 是否设置;
+    row.设置名称 = 设置名称;
+    return row;
+}
+
+std::optional<SelectionRow> cover(const Value& 是否封面, const Value& 封面名称) {
+    SelectionRow row;
+    row.是否封面 = 是否封面;
+    row.封面名称 = 封面名称;
+    return row;
+}
+
+} // namespace
+
+TEST(SettingsChoice, WithoutARowTheWorkingTablesServe) {
+    EXPECT_EQ(bodyFontTable(std::nullopt), u"页面设置表"_s);
+    EXPECT_EQ(pageTable(std::nullopt), u"页面设置表"_s);
+    EXPECT_EQ(headerFooterTable(std::nullopt), u"页眉页脚表"_s);
+    EXPECT_EQ(chooseCover(std::nullopt).table, u"封面表"_s);
+    EXPECT_FALSE(chooseCover(std::nullopt).customPage);
+}
+
+TEST(SettingsChoice, AChosenLibraryEntryIsItsNameAndASuffix) {
+    const auto row = settings(u"是", u"甲");
+    EXPECT_EQ(bodyFontTable(row), u"甲页面"_s);
+    EXPECT_EQ(pageTable(row), u"甲页面"_s);
+    EXPECT_EQ(headerFooterTable(row), u"甲眉脚"_s);
+}
+
+TEST(SettingsChoice, TheLibraryEntrysNameIsNotTrimmed) {
+    EXPECT_EQ(bodyFontTable(settings(u"是", u" 甲 ")), u" 甲 页面"_s);
+    EXPECT_EQ(pageTable(settings(u"是", u" 甲 ")), u" 甲 页面"_s);
+    EXPECT_EQ(headerFooterTable(settings(u"是", u" 甲 ")), u" 甲 眉脚"_s);
+}
+
+TEST(SettingsChoice, AnythingButYesIsTheWorkingTable) {
+    for (const Value& flag : {Value(u"否"), Value(), Value(u"")}) {
+        EXPECT_EQ(bodyFontTable(settings(flag, u"甲")), u"页面设置表"_s);
+        EXPECT_EQ(pageTable(settings(flag, u"甲")), u"页面设置表"_s);
+        EXPECT_EQ(headerFooterTable(settings(flag, u"甲")), u"页眉页脚表"_s);
+    }
+}
+
+TEST(SettingsChoice, OnlyTheBodyFontTrimsTheYes) {
+    const auto row = settings(u" 是 ", u"甲");
+    EXPECT_EQ(bodyFontTable(row), u"甲页面"_s);
+    EXPECT_EQ(pageTable(row), u"页面设置表"_s);
+    EXPECT_EQ(headerFooterTable(row), u"页眉页脚表"_s);
+}
+
+TEST(SettingsChoice, ANameThatIsNullOrBlankFallsBackToTheWorkingTables) {
+    for (const Value& name : {Value(), Value(u""), Value(u"  ")}) {
+        EXPECT_EQ(bodyFontTable(settings(u"是", name)), u"页面设置表"_s);
+        EXPECT_EQ(pageTable(settings(u"是", name)), u"页面设置表"_s);
+        EXPECT_EQ(headerFooterTable(settings(u"是", name)), u"页眉页脚表"_s);
+    }
+}
+
+TEST(SettingsChoice, ACoverIsTheChosenEntryOrTheWorkingCover) {
+    EXPECT_EQ(chooseCover(cover(u"是", u"封面甲")).table, u"封面甲"_s);
+    EXPECT_EQ(chooseCover(cover(u"否", u"封面甲")).table, u"封面表"_s);
+    EXPECT_EQ(chooseCover(cover(u" 是", u"封面甲")).table, u"封面表"_s);
+    EXPECT_EQ(chooseCover(cover(Value(), u"封面甲")).table, u"封面表"_s);
+}
+
+TEST(SettingsChoice, ABlankCoverNameIsTheWorkingCover) {
+    for (const Value& name : {Value(), Value(u""), Value(u"  ")})
+        EXPECT_EQ(chooseCover(cover(u"是", name)).table, u"封面表"_s);
+}
+
+TEST(SettingsChoice, ACustomPageIsWantedByYesAlone) {
+    SelectionRow row;
+    row.是否定义 = u"是";
+    EXPECT_TRUE(chooseCover(row).customPage);
+    row.是否定义 = u"否";
+    EXPECT_FALSE(chooseCover(row).customPage);
+    row.是否定义 = Value();
+    EXPECT_FALSE(chooseCover(row).customPage);
+}
