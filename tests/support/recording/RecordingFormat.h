@@ -24,8 +24,8 @@ public:
 
 class RecordingStyle : public word::Style {
 public:
-    RecordingStyle(CallLog& log, const std::string& name)
-        : name(name), font_(log, name + ".Font"), format_(log, name + ".ParagraphFormat") {}
+    RecordingStyle(CallLog& log, const std::string& styleName)
+        : name(styleName), font_(log, name + ".Font"), format_(log, name + ".ParagraphFormat") {}
     word::Font& Font() override { return font_; }
     word::ParagraphFormat& ParagraphFormat() override { return format_; }
 

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/desktop/ProgressDialog.h"
+
+#include <iosfwd>
+
+namespace qvnd::tools {
+
+// True when standard error is a terminal that a person looks at.
+bool standardErrorIsATerminal();
+
+// The progress dialog as one line on a terminal, drawn over itself: a bar, the percentage and
+// the label.
+class TerminalProgress : public desktop::ProgressDialog {
+public:
+    explicit TerminalProgress(std::ostream& terminal) : terminal_(terminal) {}
+
+    void show() override;
+    // Wipes the line, so that a message can stand in its place.
+    void hide() override;
+    void unload() override { hide(); }
+    void setProgress(double part) override;
+    void setLabel(const QString& text) override;
+
+private:
+    void draw();
+
+    std::ostream& terminal_;
+    bool shown_ = false;
+    double part_ = 0;
+    QString label_;
+};
+
+// No terminal, no bar.
+class NoProgress : public desktop::ProgressDialog {
+public:
+    void show() override {}
+    void hide() override {}
+    void unload() override {}
+    void setProgress(double /*part*/) override {}
+    void setLabel(const QString& /*text*/) override {}
+};
+
+} // namespace qvnd::tools
