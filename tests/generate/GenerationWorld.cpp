@@ -21,7 +21,9 @@ GenerationWorld::GenerationWorld() {
     program.gUserTplPath = path("plans");
     program.gFso = std::make_unique<RecordingFileSystem>(log);
     program.gDbBidSet = workspace.CreateDatabase(path("app") + u"Db_BidSet.mdb"_s, {});
+    workspace.BeginTrans();
     putFirstSettings(settings());
+    workspace.CommitTrans();
     TrvEdit.Add(u"工程"_s, u"工程"_s, outline::image::root, outline::image::rootSelected);
 }
 

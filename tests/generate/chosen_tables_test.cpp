@@ -82,8 +82,8 @@ TEST_F(ChosenTables, AMissingLibraryTableIsPassedOverInSilence) {
 }
 
 TEST_F(ChosenTables, ACoverNameIsNotBracketed) {
-    putTable(settings(), u"封 面"_s, {coverRow()});
-    select(selectionRow(u"是", u"封 面", u"否", nullptr, u"否"));
+    putTable(settings(), u"封-面"_s, {coverRow()});
+    select(selectionRow(u"是", u"封-面", u"否", nullptr, u"否"));
     build();
     EXPECT_TRUE(logged("message [none]"));
     EXPECT_FALSE(logged("Selection.TypeText 新楼工程"));

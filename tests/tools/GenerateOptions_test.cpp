@@ -47,7 +47,7 @@ TEST(GenerateOptions, ValuesOutsideTheirRangeAreWrongUsage) {
     for (const QStringList& words : wrong)
         EXPECT_THROW(GenerateOptions(QStringList{u"新楼"_s} + words), UsageError)
             << words.join(u' ').toStdString();
-    EXPECT_THROW(GenerateOptions(QStringList()), UsageError);
+    EXPECT_THROW(GenerateOptions{QStringList()}, UsageError);
 }
 
 TEST(TerminalProgress, DrawsBarPercentageAndLabelOverItself) {
