@@ -78,7 +78,8 @@ private:
     void removeAnchor(Cp at, const TextImport::RunFacts& facts) {
         const char16_t c = story_.text[at];
         if (c == picture && !facts.pictureThere) {
-            losses_.pictures += facts.data ? 0 : 1;
+            losses_.objects += facts.object ? 1 : 0;
+            losses_.pictures += facts.data || facts.object ? 0 : 1;
             edits.remove(at);
         } else if (c == noteReference || c == commentReference || c == drawing) {
             losses_.drawings += c == drawing ? 1 : 0;

@@ -40,14 +40,14 @@ std::optional<std::uint32_t> ImportTables::blob(std::uint32_t index) {
 }
 
 std::optional<std::uint16_t> ImportTables::author(std::uint16_t index) {
-    if (index >= source_.authors.size()) {
-        return std::nullopt;
-    }
+    // A revision of nobody stays a revision; Word calls nobody this.
+    const std::u16string& name =
+        index < source_.authors.size() ? source_.authors[index] : unknownAuthor_;
     auto& authors = target_.authors;
-    const auto found = std::find(authors.begin(), authors.end(), source_.authors[index]);
+    const auto found = std::find(authors.begin(), authors.end(), name);
     const auto place = static_cast<std::uint16_t>(found - authors.begin());
     if (found == authors.end()) {
-        authors.push_back(source_.authors[index]);
+        authors.push_back(name);
     }
     return place;
 }

@@ -7,6 +7,7 @@
 #include "platform/word/engine/StyleImport.h"
 
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace qvnd::word {
@@ -32,6 +33,7 @@ public:
 private:
     DocumentTables& target_;
     const DocumentTables& source_;
+    std::u16string unknownAuthor_ = u"Unknown";
     FontImport fonts_;
     PropertyRewriter rewriter_;
     ListImport lists_;

@@ -119,7 +119,7 @@ StyleDifference::StyleDifference(const StyleLook& source, const StyleLook& targe
     }
     for (const auto& [property, entries] : target.entries()) {
         if (source.find(property) == nullptr) {
-            if (Bytes plain = unset(entries); !plain.empty()) {
+            if (Bytes plain = unset(entries); !plain.empty() && plain != entries) {
                 entries_[property] = std::move(plain);
             }
         }
@@ -140,6 +140,7 @@ void StyleDifference::addListMembership(const StyleLook& source, const StyleLook
         entries_.erase(sprm::PIlfo);
         return;
     }
+    tabsOfSaidLevel_ = source.tabsOfListLevel();
     // Joining or leaving a list brings or takes its level's indents: they are all said outright.
     for (const SprmOpcode property : {sprm::PDxaLeft80, sprm::PDxaLeft180}) {
         const Bytes* entries = source.find(property);
@@ -151,11 +152,24 @@ void StyleDifference::addListMembership(const StyleLook& source, const StyleLook
     }
 }
 
+// The paragraph properties of the level that direct formatting joins; nothing when it joins none.
+std::optional<ByteView> StyleDifference::joinedLevel(const ParsedSprms& direct,
+                                                     ListLevels& levels) const {
+    const std::optional<std::uint16_t> ilfo = operand16(direct, sprm::PIlfo);
+    const std::optional<std::uint8_t> ilvl = operand8(direct, sprm::PIlvl);
+    if (ilfo) {
+        return levels.paragraph(*ilfo, ilvl.value_or(0));
+    }
+    if (!ilvl || !saysList()) {
+        return std::nullopt;
+    }
+    return levels.paragraph(*operand16(parseSprms(entries_.at(sprm::PIlfo)), sprm::PIlfo), *ilvl);
+}
+
 StyleDifference::Entries StyleDifference::entriesUnder(const ParsedSprms& direct,
                                                        ListLevels& levels) const {
     Entries entries = entries_;
     const std::optional<std::uint16_t> ilfo = operand16(direct, sprm::PIlfo);
-    const std::optional<std::uint8_t> ilvl = operand8(direct, sprm::PIlvl);
     if (ilfo == noList) {
         for (const SprmOpcode property : setByListLevel_) {
             if (const auto found = entries.find(property); found != entries.end()) {
@@ -166,11 +180,8 @@ StyleDifference::Entries StyleDifference::entriesUnder(const ParsedSprms& direct
     if (contains(direct, paragraphWall) || contains(direct, characterWall)) {
         return entries; // what stood before the tracked change leans on the style as well
     }
-    const auto said = entries.find(sprm::PIlfo);
-    if (ilfo || (ilvl && said != entries.end())) {
-        const std::uint16_t joined =
-            ilfo ? *ilfo : static_cast<std::uint16_t>(said->second[2] | (said->second[3] << 8));
-        for (const SprmView& entry : parseSprms(levels.paragraph(joined, ilvl.value_or(0))).sprms) {
+    if (const auto level = joinedLevel(direct, levels)) {
+        for (const SprmView& entry : parseSprms(*level).sprms) {
             entries.erase(propertySetBy(entry.opcode));
         }
     }
@@ -190,9 +201,15 @@ Bytes StyleDifference::resolved(const SprmView& entry) const {
     return entry8(entry.opcode, found->second != opposite ? 1 : 0);
 }
 
-void StyleDifference::appendTabs(Bytes& list, const ParsedSprms& direct) const {
+void StyleDifference::appendTabs(Bytes& list, const ParsedSprms& direct, ListLevels& levels) const {
     TabStops wanted = sourceTabs_;
-    std::set<std::int16_t> taken;
+    std::set<std::int16_t> taken = tabsOfSaidLevel_;
+    if (operand16(direct, sprm::PIlfo) == noList) {
+        std::erase_if(wanted,
+                      [&](const auto& stop) { return tabsOfSaidLevel_.contains(stop.first); });
+    } else if (const auto level = joinedLevel(direct, levels)) {
+        applyTabStops(wanted, *level);
+    }
     for (const SprmView& entry : direct.sprms) {
         if (setsTabStops(entry.opcode)) {
             taken.merge(tabStopsTakenAway(entry));
@@ -221,7 +238,7 @@ Bytes StyleDifference::under(ByteView direct, ListLevels& levels) const {
     }
     const ParsedSprms parsed = parseSprms(direct);
     const std::size_t first = firstThatCounts(parsed);
-    const bool mergesTabs = sourceTabs_ != targetTabs_;
+    const bool mergesTabs = sourceTabs_ != targetTabs_ || !tabsOfSaidLevel_.empty();
     Bytes result;
     // The character style is no matter of order for who reads it; first is where it is looked for.
     for (std::size_t i = 0; i < parsed.sprms.size(); ++i) {
@@ -240,7 +257,7 @@ Bytes StyleDifference::under(ByteView direct, ListLevels& levels) const {
         }
     }
     if (mergesTabs) {
-        appendTabs(result, parsed);
+        appendTabs(result, parsed, levels);
     }
     return result;
 }

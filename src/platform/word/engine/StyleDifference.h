@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/StyleLook.h"
 
 #include <map>
@@ -29,13 +30,16 @@ private:
     void addListMembership(const StyleLook& source, const StyleLook& target);
     Entries entriesUnder(const ParsedSprms& direct, ListLevels& levels) const;
     Bytes resolved(const SprmView& entry) const;
-    void appendTabs(Bytes& list, const ParsedSprms& direct) const;
+    void appendTabs(Bytes& list, const ParsedSprms& direct, ListLevels& levels) const;
+    bool saysList() const { return entries_.contains(sprm::PIlfo); }
+    std::optional<ByteView> joinedLevel(const ParsedSprms& direct, ListLevels& levels) const;
 
     Entries entries_;
     std::map<SprmOpcode, bool> sourceToggles_; // where the styles differ: as the source has it
     TabStops sourceTabs_;
     TabStops targetTabs_;
-    std::set<SprmOpcode> setByListLevel_; // in the source
+    std::set<SprmOpcode> setByListLevel_;    // in the source
+    std::set<std::int16_t> tabsOfSaidLevel_; // of the list that the difference joins
 };
 
 } // namespace qvnd::word

@@ -62,6 +62,14 @@ void applyTabStops(TabStops& stops, const SprmView& entry) {
     }
 }
 
+void applyTabStops(TabStops& stops, ByteView list) {
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        if (setsTabStops(entry.opcode)) {
+            applyTabStops(stops, entry);
+        }
+    }
+}
+
 std::set<std::int16_t> tabStopsTakenAway(const SprmView& entry) {
     std::set<std::int16_t> positions;
     for (const auto& taken : tabChangeOf(entry).taken) {
@@ -137,17 +145,33 @@ void StyleLook::joinList(ByteView list, ListLevels& levels) {
     }
     const std::uint16_t joined =
         ilfo ? static_cast<std::uint16_t>(i16At(ilfo->operand, 0)) : this->list();
+    if (joined == noList) {
+        leaveList();
+        return;
+    }
     const std::uint8_t level = ilvl ? ilvl->operand[0] : listLevel();
     const ByteView paragraph = levels.paragraph(joined, level);
     for (auto& [property, entries] : layerOf(paragraph)) {
         entries_[property] = entries;
         setByListLevel_.insert(property);
     }
-    for (const SprmView& entry : parseSprms(paragraph).sprms) {
-        if (setsTabStops(entry.opcode)) {
-            applyTabStops(tabStops_, entry);
-        }
+    TabStops stops;
+    applyTabStops(stops, paragraph);
+    for (const auto& stop : stops) {
+        tabsOfListLevel_.insert(stop.first);
     }
+    applyTabStops(tabStops_, paragraph);
+}
+
+void StyleLook::leaveList() {
+    for (const SprmOpcode property : setByListLevel_) {
+        entries_.erase(property);
+    }
+    for (const std::int16_t position : tabsOfListLevel_) {
+        tabStops_.erase(position);
+    }
+    setByListLevel_.clear();
+    tabsOfListLevel_.clear();
 }
 
 void StyleLook::lay(ByteView list, ListLevels& levels) {
@@ -156,11 +180,7 @@ void StyleLook::lay(ByteView list, ListLevels& levels) {
         entries_[property] = std::move(entries);
         setByListLevel_.erase(property);
     }
-    for (const SprmView& entry : parseSprms(list).sprms) {
-        if (setsTabStops(entry.opcode)) {
-            applyTabStops(tabStops_, entry);
-        }
-    }
+    applyTabStops(tabStops_, list);
 }
 
 } // namespace qvnd::word

@@ -17,6 +17,8 @@ using TabStops = std::map<std::int16_t, std::uint8_t>;
 
 // Applies a sprmPChgTabsPapx or sprmPChgTabs: takes stops away, then sets stops.
 void applyTabStops(TabStops& stops, const SprmView& entry);
+// Those of a whole list, one entry after the other.
+void applyTabStops(TabStops& stops, ByteView list);
 // The stops that such an entry takes away.
 std::set<std::int16_t> tabStopsTakenAway(const SprmView& entry);
 
@@ -25,7 +27,8 @@ std::set<std::int16_t> tabStopsTakenAway(const SprmView& entry);
 class StyleLook {
 public:
     // Lays a list over what is there. `levels` tells what a list's level does to paragraphs that
-    // join it (sprmPIlfo); the layer's own indents and tab stops go over those.
+    // join it (sprmPIlfo); the layer's own indents and tab stops go over those. A layer that
+    // leaves the list takes back what the level did.
     void lay(ByteView list, ListLevels& levels);
     // Sets one property, whatever set it before.
     void set(const Bytes& entry);
@@ -36,6 +39,8 @@ public:
     const TabStops& tabStops() const { return tabStops_; }
     // Properties that stand as a list's level set them.
     const std::set<SprmOpcode>& setByListLevel() const { return setByListLevel_; }
+    // Positions of the tab stops that it brings.
+    const std::set<std::int16_t>& tabsOfListLevel() const { return tabsOfListLevel_; }
 
     bool toggle(SprmOpcode property) const;
     // Operand of sprmPIlfo, 0 for no list; and the level in it.
@@ -47,11 +52,13 @@ private:
 
     Layer layerOf(ByteView entries);
     void joinList(ByteView entries, ListLevels& levels);
+    void leaveList();
     std::optional<Bytes> resolved(const SprmView& toggle) const;
 
     std::map<SprmOpcode, Bytes> entries_;
     TabStops tabStops_;
     std::set<SprmOpcode> setByListLevel_;
+    std::set<std::int16_t> tabsOfListLevel_;
 };
 
 } // namespace qvnd::word

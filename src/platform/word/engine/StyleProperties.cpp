@@ -40,7 +40,7 @@ constexpr std::array<SprmOpcode, 12> toggles{
 
 // Of paragraphs and characters, and no matter of looks: places in tables, revisions, pictures,
 // identifiers of editing sessions, names of styles.
-constexpr std::array<SprmOpcode, 45> noLook{
+constexpr std::array<SprmOpcode, 46> noLook{
     sprm::PIstd,
     sprm::PIstdPermute,
     0x2602, // sprmPIncLvl
@@ -81,6 +81,7 @@ constexpr std::array<SprmOpcode, 45> noLook{
     sprm::CFObj,
     sprm::CPropRMark90,
     sprm::CPropRMark,
+    sprm::CDispFldRMark,
     sprm::CIbstRMarkDel,
     0x6864, // sprmCDttmRMarkDel
     0x2A83, // sprmCWall

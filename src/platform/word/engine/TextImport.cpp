@@ -33,8 +33,8 @@ TextImport::RunFacts TextImport::read(ByteView list) const {
             facts.special = first == 1;
         } else if (entry.opcode == sprm::CFData) {
             facts.data = first == 1;
-        } else if (entry.opcode == sprm::CFOle2) {
-            facts.object = first == 1;
+        } else if (entry.opcode == sprm::CFOle2 || entry.opcode == sprm::CFObj) {
+            facts.object = facts.object || first == 1;
         } else if (entry.opcode == sprm::CPicLocation) {
             LittleEndianReader operand(entry.operand, "sprmCPicLocation");
             const std::uint32_t index = operand.u32();

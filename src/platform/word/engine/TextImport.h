@@ -22,9 +22,8 @@ public:
     struct RunFacts {
         bool special = false;      // sprmCFSpec: characters below U+0020 bear meaning
         bool data = false;         // sprmCFData: no picture but data of a field
-        bool object = false;       // sprmCFOle2: an embedded object
+        bool object = false;       // sprmCFOle2, sprmCFObj: an embedded object
         bool pictureThere = false; // sprmCPicLocation names a blob of the source
-        bool pictureBullet = false;
         StyleIndex characterStyle = StyleDefinition::none;
     };
     const RunFacts& facts(PropertyListId list);

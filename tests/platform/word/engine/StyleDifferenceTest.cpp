@@ -69,6 +69,10 @@ TEST_F(StyleDifferences, WhatOnlyTheTargetSaysIsTakenBackByTheDefault) {
     EXPECT_EQ(under({}, sprm8(0x2433, 0)), sprm8(0x2433, 1));
 }
 
+TEST_F(StyleDifferences, ADefaultInWordsEqualsNoWord) {
+    EXPECT_EQ(under({}, sprm16(sprm::CHps, 20)), Bytes{});
+}
+
 TEST_F(StyleDifferences, ABorderOfTheTargetAloneIsTakenBack) {
     const Bytes border = withSprm({}, 0xC64E, Bytes{8, 1, 2, 3, 0, 4, 1, 0, 0});
     EXPECT_EQ(under({}, border), withSprm({}, 0xC64E, Bytes{8, 0, 0, 0, 0, 0, 0, 0, 0}));
@@ -102,7 +106,7 @@ TEST_F(StyleDifferences, TheCharacterStyleStaysInFront) {
               sprm16(sprm::CIstd, 15) + sprm16(sprm::CHps, 24) + sprm8(sprm::CFBold, 1));
 }
 
-TEST_F(StyleDifferences, ATogglesThatLeansOnTheStyleBecomesWhatItCameTo) {
+TEST_F(StyleDifferences, AToggleThatLeansOnTheStyleBecomesWhatItCameTo) {
     const Bytes bold = sprm8(sprm::CFBold, 1);
     EXPECT_EQ(under(bold, {}, sprm8(sprm::CFBold, 0x81)), sprm8(sprm::CFBold, 0));
     EXPECT_EQ(under(bold, {}, sprm8(sprm::CFBold, 0x80)), sprm8(sprm::CFBold, 1));
@@ -192,4 +196,29 @@ TEST_F(StyleDifferences, IndentsInCharactersAndInTwipsAreTwoProperties) {
 TEST_F(StyleDifferences, WhatStoodBeforeATrackedChangeLeansOnTheSourcesStyleToo) {
     const Bytes direct = sprm8(0x2A83, 1) + sprm16(sprm::CHps, 30);
     EXPECT_EQ(under(sprm16(sprm::CHps, 24), {}, direct), sprm16(sprm::CHps, 24) + direct);
+}
+
+TEST_F(StyleDifferences, ADirectListThatIsSwitchedOffTakesItsIndentsAlong) {
+    const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420) + tabs({}, {420}));
+    const Bytes source = sprm16(sprm::PIlfo, list);
+    const StyleLook off = look(under(source, {}, sprm16(sprm::PIlfo, 0)));
+    EXPECT_EQ(off.list(), 0);
+    EXPECT_TRUE(off.tabStops().empty());
+    EXPECT_EQ(operand16(under(source, {}, sprm16(sprm::PIlfo, 0)), sprm::PDxaLeft80), 0);
+}
+
+TEST_F(StyleDifferences, ALayerThatLeavesTheListTakesBackWhatItsLevelDid) {
+    const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420) + tabs({}, {420}));
+    StyleLook styled = look(sprm16(sprm::PIlfo, list) + sprm8(sprm::PJc80, 1));
+    styled.lay(sprm16(sprm::PIlfo, 0), levels);
+    EXPECT_EQ(styled.find(sprm::PDxaLeft80), nullptr);
+    EXPECT_TRUE(styled.tabStops().empty());
+    EXPECT_NE(styled.find(sprm::PJc80), nullptr);
+}
+
+TEST_F(StyleDifferences, ATabStopOfTheLevelThatTheStyleTookAwayDoesNotComeBack) {
+    const std::uint16_t list = addList(tabs({}, {420}));
+    const Bytes result = under(sprm16(sprm::PIlfo, list) + tabs({420}, {600}), {});
+    TabStops wanted{{600, 0}};
+    EXPECT_EQ(look(result).tabStops(), wanted);
 }

@@ -1,0 +1,686 @@
+#include "platform/word/engine/DocumentImport.h"
+
+#include "platform/word/docfile/Dop.h"
+#include "platform/word/engine/ImportFixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace qvnd::word;
+using namespace qvnd::word::test;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// --- text -----------------------------------------------------------------------------------
+
+TEST(DocumentImport, TextWithItsFormattingComesAsItIs) {
+    SourceDocument source;
+    source.run(u"plain ");
+    source.run(u"bold", sprm8(sprm::CFBold, 1));
+    source.run(u"\r");
+    source.endParagraph(0, sprm8(sprm::PJc80, 1));
+    ImportTarget target;
+    target.tables.styles.defaultFonts = {};
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"plain bold\r");
+    EXPECT_EQ(operand8(target.runList(1), sprm::CFBold), 1);
+    EXPECT_EQ(operand8(target.paragraphList(), sprm::PJc80), 1);
+    EXPECT_THAT(target.last.leftOut, IsEmpty());
+}
+
+TEST(DocumentImport, ARunOverTwoParagraphsIsSplitWhereTheirStylesDiffer) {
+    SourceDocument source;
+    StyleDefinition quote = styleOf(StyleKind::paragraph, u"引文", StyleDefinition::userDefined, 0);
+    const StyleIndex style = source.addStyle(quote);
+    source.run(u"a\rb\r");
+    source.data.main.paragraphs = {{2, 0, PropertyListId::empty},
+                                   {2, style, PropertyListId::empty}};
+    source.style(0).character = source.list(sprm16(sprm::CHps, 30));
+    source.style(style).character = source.list(sprm16(sprm::CHps, 24));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->characters.size(), 2U);
+    EXPECT_EQ(operand16(target.runList(0), sprm::CHps), 30);
+    EXPECT_EQ(operand16(target.runList(1), sprm::CHps), 0xFFFF);
+}
+
+// --- fonts ----------------------------------------------------------------------------------
+
+TEST(ImportedFonts, AFontOfTheSameNameIsThatOfTheTarget) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"宋体");
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CRgFtc1, font));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.runList(), sprm::CRgFtc1), 0);
+}
+
+TEST(ImportedFonts, ANewNameComesAlongWithItsRecord) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"楷体_GB2312", 134);
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CRgFtc1, font));
+    ImportTarget target;
+    target.import(source.data);
+    const FontEntry& brought = target.tables.fonts.at(operand16(target.runList(), sprm::CRgFtc1));
+    EXPECT_EQ(brought.name, u"楷体_GB2312");
+    EXPECT_EQ(brought.record, source.data.tables.fonts.back().record);
+}
+
+TEST(ImportedFonts, AFontThatNothingUsesStaysBehind) {
+    SourceDocument source;
+    source.addFont(u"没人用");
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.import(source.data);
+    for (const FontEntry& font : target.tables.fonts) {
+        EXPECT_NE(font.name, u"没人用");
+    }
+}
+
+TEST(ImportedFonts, ASymbolFontIsNotATextFontOfTheSameName) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"宋体", 2);
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CRgFtc0, font));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_NE(operand16(target.runList(), sprm::CRgFtc0), 0);
+}
+
+TEST(ImportedFonts, TheDefaultFontsOfTheSourceAreSaidDirectly) {
+    SourceDocument source;
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.import(source.data);
+    const std::uint16_t font = operand16(target.runList(), sprm::CRgFtc0);
+    EXPECT_EQ(target.tables.fonts.at(font).name, u"Times New Roman");
+}
+
+// --- styles ---------------------------------------------------------------------------------
+
+TEST(ImportedStyles, ABuiltInStyleIsItsNumberWhateverItIsCalled) {
+    for (const char16_t* name : {u"heading 1", u"Überschrift 1", u"标题 1"}) {
+        SourceDocument source;
+        const StyleIndex heading = source.addStyle(styleOf(StyleKind::paragraph, name, 1, 0));
+        source.paragraph(u"x", heading);
+        ImportTarget target;
+        target.tables.styles.styles[1] = styleOf(StyleKind::paragraph, u"标题 1", 1, 0);
+        target.import(source.data);
+        EXPECT_EQ(target.last.text->paragraphs.at(0).style, 1);
+    }
+}
+
+TEST(ImportedStyles, AStyleWithoutNumberUnderABuiltInNameIsThatStyle) {
+    SourceDocument source;
+    const StyleIndex heading = source.addStyle(
+        styleOf(StyleKind::paragraph, u"Heading 2", StyleDefinition::userDefined, 0));
+    source.paragraph(u"x", heading);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->paragraphs.at(0).style, 2);
+    EXPECT_EQ(target.styleOfParagraph().sti, 2);
+}
+
+TEST(ImportedStyles, AUsersStyleIsItsNameAndKind) {
+    SourceDocument source;
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::paragraph, u"我的", StyleDefinition::userDefined, 0));
+    source.paragraph(u"x", style);
+    ImportTarget target;
+    auto& styles = target.tables.styles.styles;
+    styles.push_back(styleOf(StyleKind::character, u"我的", StyleDefinition::userDefined));
+    styles.push_back(styleOf(StyleKind::paragraph, u"我的", StyleDefinition::userDefined, 0));
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->paragraphs.at(0).style, 16);
+    EXPECT_EQ(styles.size(), 17U);
+}
+
+TEST(ImportedStyles, ANewNameComesAlongWithItsBaseItsFollowerAndItsTie) {
+    SourceDocument source;
+    const StyleIndex base =
+        source.addStyle(styleOf(StyleKind::paragraph, u"基", StyleDefinition::userDefined, 0));
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::paragraph, u"新", StyleDefinition::userDefined, base));
+    const StyleIndex next =
+        source.addStyle(styleOf(StyleKind::paragraph, u"后", StyleDefinition::userDefined, 0));
+    const StyleIndex tied =
+        source.addStyle(styleOf(StyleKind::character, u"新 字符", StyleDefinition::userDefined));
+    source.style(style).next = next;
+    source.style(style).link = tied;
+    source.style(tied).link = style;
+    source.style(style).character = source.list(sprm8(sprm::CFBold, 1));
+    source.run(u"x", sprm16(sprm::CIstd, tied));
+    source.run(u"\r");
+    source.endParagraph(style);
+    ImportTarget target;
+    target.import(source.data);
+    const auto& styles = target.tables.styles.styles;
+    const StyleDefinition& brought = target.styleOfParagraph();
+    EXPECT_EQ(brought.name, u"新");
+    EXPECT_EQ(styles.at(brought.basedOn)->name, u"基");
+    EXPECT_EQ(styles.at(brought.basedOn)->basedOn, 0);
+    EXPECT_EQ(styles.at(brought.next)->name, u"后");
+    EXPECT_EQ(styles.at(brought.link)->name, u"新 字符");
+    EXPECT_EQ(styles.at(brought.link)->link, target.last.text->paragraphs.at(0).style);
+    EXPECT_EQ(target.paragraphList().size(), 0U);
+}
+
+TEST(ImportedStyles, AStyleThatNothingUsesStaysBehind) {
+    SourceDocument source;
+    source.addStyle(styleOf(StyleKind::paragraph, u"没人用", StyleDefinition::userDefined, 0));
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.tables.styles.styles.size(), 15U);
+}
+
+TEST(ImportedStyles, ANewHeadingTakesItsFixedPlace) {
+    SourceDocument source;
+    const StyleIndex heading = source.addStyle(styleOf(StyleKind::paragraph, u"heading 5", 5, 0));
+    source.paragraph(u"x", heading);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->paragraphs.at(0).style, 5);
+}
+
+TEST(ImportedStyles, TheTargetsDefinitionStandsAndTheSourcesBecomesDirect) {
+    SourceDocument source;
+    const StyleIndex heading = source.addStyle(styleOf(StyleKind::paragraph, u"heading 1", 1, 0));
+    source.style(heading).character = source.list(sprm8(sprm::CFItalic, 1));
+    source.style(heading).paragraph = source.list(sprm8(sprm::PJc80, 1));
+    source.paragraph(u"x", heading);
+    ImportTarget target;
+    StyleDefinition ours = styleOf(StyleKind::paragraph, u"标题 1", 1, 0);
+    ours.character = target.tables.lists.intern(sprm8(sprm::CFBold, 1));
+    target.tables.styles.styles[1] = ours;
+    target.import(source.data);
+    EXPECT_EQ(target.styleOfParagraph().character, ours.character);
+    EXPECT_EQ(operand8(target.runList(), sprm::CFItalic), 1);
+    EXPECT_EQ(operand8(target.runList(), sprm::CFBold), 0);
+    EXPECT_EQ(operand8(target.paragraphList(), sprm::PJc80), 1);
+}
+
+TEST(ImportedStyles, ANewStyleTakesInWhatItsBaseInTheTargetSaysOtherwise) {
+    SourceDocument source;
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::paragraph, u"新", StyleDefinition::userDefined, 0));
+    source.style(style).character = source.list(sprm8(sprm::CFBold, 1));
+    source.paragraph(u"x", style);
+    ImportTarget target;
+    target.tables.styles.styles[0]->character = target.tables.lists.intern(sprm16(sprm::CHps, 21));
+    target.import(source.data);
+    const ByteView brought = target.tables.lists[target.styleOfParagraph().character];
+    EXPECT_EQ(operand16(brought, sprm::CHps), 20);
+    EXPECT_EQ(operand8(brought, sprm::CFBold), 1);
+    EXPECT_EQ(target.runList().size(), 0U);
+}
+
+TEST(ImportedStyles, ACharacterStyleOfBothKeepsItsNameAndTheSourcesLook) {
+    SourceDocument source;
+    const StyleIndex strong = source.addStyle(styleOf(StyleKind::character, u"Strong", 87, 10));
+    source.style(strong).character = source.list(sprm8(sprm::CFItalic, 1));
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIstd, strong));
+    ImportTarget target;
+    StyleDefinition ours = styleOf(StyleKind::character, u"要点", 87, 10);
+    ours.character = target.tables.lists.intern(sprm8(sprm::CFBold, 1));
+    target.tables.styles.styles.push_back(ours);
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.runList(), sprm::CIstd), 15);
+    EXPECT_EQ(operand8(target.runList(), sprm::CFBold), 0);
+    EXPECT_EQ(operand8(target.runList(), sprm::CFItalic), 1);
+}
+
+TEST(ImportedStyles, ANewCharacterStyleOverAnotherBaseIsWrittenOut) {
+    SourceDocument source;
+    const StyleIndex base = source.addStyle(styleOf(StyleKind::character, u"Strong", 87, 10));
+    source.style(base).character = source.list(sprm8(sprm::CFItalic, 1));
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::character, u"新", StyleDefinition::userDefined, base));
+    source.style(style).character = source.list(sprm16(sprm::CHps, 30));
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIstd, style));
+    ImportTarget target;
+    StyleDefinition ours = styleOf(StyleKind::character, u"要点", 87, 10);
+    ours.character = target.tables.lists.intern(sprm8(sprm::CFBold, 1));
+    target.tables.styles.styles.push_back(ours);
+    target.import(source.data);
+    const StyleDefinition& brought =
+        *target.tables.styles.styles.at(operand16(target.runList(), sprm::CIstd));
+    EXPECT_EQ(brought.basedOn, StyleDefinition::none);
+    EXPECT_EQ(bytesOf(target.tables.lists[brought.character]),
+              sprm8(sprm::CFItalic, 1) + sprm16(sprm::CHps, 30));
+}
+
+TEST(ImportedStyles, ATableStyleWithAnotherDefinitionComesUnderANewName) {
+    SourceDocument source;
+    const StyleIndex grid = source.addStyle(styleOf(StyleKind::table, u"Table Grid", 154, 11));
+    source.style(grid).table = source.list(sprm16(0x9602, 100));
+    source.paragraph(u"x", 0, sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, grid));
+    ImportTarget target;
+    target.tables.styles.styles.push_back(styleOf(StyleKind::table, u"Table Grid", 154, 11));
+    target.import(source.data);
+    const StyleIndex there = operand16(target.paragraphList(), sprm::TIstd);
+    EXPECT_EQ(there, 16);
+    EXPECT_EQ(target.tables.styles.styles.at(there)->name, u"Table Grid_2");
+    EXPECT_EQ(target.tables.styles.styles.at(there)->sti, StyleDefinition::userDefined);
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::TIstd), there);
+}
+
+TEST(ImportedStyles, ATableStyleWithTheSameDefinitionIsThatOfTheTarget) {
+    SourceDocument source;
+    const StyleIndex grid = source.addStyle(styleOf(StyleKind::table, u"Table Grid", 154, 11));
+    source.paragraph(u"x", 0, sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, grid));
+    ImportTarget target;
+    target.tables.styles.styles.push_back(styleOf(StyleKind::table, u"Table Grid", 154, 11));
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::TIstd), 15);
+    EXPECT_EQ(target.tables.styles.styles.size(), 16U);
+}
+
+TEST(ImportedStyles, ARowWithoutAStyleNamesTheNormalTableOfItsSource) {
+    SourceDocument source;
+    source.style(11).table = source.list(sprm16(0x9602, 100));
+    const Bytes row = sprm8(sprm::PFTtp, 1) + withSprm({}, sprm::TDefTable, Bytes{1, 0});
+    source.paragraph(u"x", 0, row);
+    ImportTarget target;
+    target.import(source.data);
+    const StyleIndex there = operand16(target.paragraphList(), sprm::TIstd);
+    ASSERT_LT(there, target.tables.styles.styles.size());
+    const PropertyListId table = target.tables.styles.styles.at(there)->table;
+    EXPECT_EQ(bytesOf(target.tables.lists[table]), sprm16(0x9602, 100));
+}
+
+TEST(ImportedStyles, StylesBasedOnEachOtherInACircleComeWithoutTheCircle) {
+    SourceDocument source;
+    const StyleIndex one =
+        source.addStyle(styleOf(StyleKind::paragraph, u"一", StyleDefinition::userDefined, 16));
+    source.addStyle(styleOf(StyleKind::paragraph, u"二", StyleDefinition::userDefined, one));
+    source.paragraph(u"x", one);
+    ImportTarget target;
+    target.import(source.data);
+    const StyleDefinition& brought = target.styleOfParagraph();
+    ASSERT_NE(brought.basedOn, StyleDefinition::none);
+    EXPECT_EQ(target.tables.styles.styles.at(brought.basedOn)->basedOn, StyleDefinition::none);
+}
+
+TEST(ImportedStyles, AParagraphWithoutAValidStyleIsNormal) {
+    SourceDocument source;
+    source.paragraph(u"x", 77);
+    source.paragraph(u"y", 10);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->paragraphs.at(0).style, 0);
+    EXPECT_EQ(target.last.text->paragraphs.at(1).style, 0);
+}
+
+TEST(ImportedStyles, AHeadingWithoutAnOutlineLevelInWordsIsAtItsOwn) {
+    SourceDocument source;
+    const StyleIndex heading = source.addStyle(styleOf(StyleKind::paragraph, u"heading 2", 2, 0));
+    source.paragraph(u"x", heading);
+    ImportTarget target;
+    StyleDefinition ours = styleOf(StyleKind::paragraph, u"标题 2", 2, 0);
+    ours.paragraph = target.tables.lists.intern(sprm8(sprm::POutLvl, 1));
+    target.tables.styles.styles[2] = ours;
+    target.import(source.data);
+    EXPECT_EQ(operand8(target.paragraphList(), sprm::POutLvl), -1);
+}
+
+// --- lists ----------------------------------------------------------------------------------
+
+TEST(ImportedLists, EachInsertionBringsListsOfItsOwn) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(4711, 0);
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
+    ASSERT_EQ(target.tables.listDefinitions.size(), 2U);
+    EXPECT_EQ(target.tables.listDefinitions[0].lsid, 4711);
+    EXPECT_NE(target.tables.listDefinitions[1].lsid, 4711);
+    EXPECT_EQ(target.tables.listOverrides[1].lsid, target.tables.listDefinitions[1].lsid);
+}
+
+TEST(ImportedLists, OverridesOfOneListStayOverridesOfOneList) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(1, 0);
+    source.data.tables.listOverrides.push_back({1, 0, 0, {{5, 0x10, std::nullopt}}});
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    source.paragraph(u"y", 0, sprm16(sprm::PIlfo, 2));
+    ImportTarget target;
+    target.import(source.data);
+    ASSERT_EQ(target.tables.listOverrides.size(), 2U);
+    EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
+    EXPECT_EQ(target.tables.listOverrides[1].lsid, target.tables.listOverrides[0].lsid);
+    EXPECT_EQ(target.tables.listOverrides[1].levels.at(0).startAt, 5);
+}
+
+TEST(ImportedLists, EqualListsOfBulletsAreShared) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(9, 23);
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.data);
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
+    EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
+}
+
+TEST(ImportedLists, ListsThatNothingUsesStayBehind) {
+    SourceDocument source;
+    source.addList(9, 0);
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_TRUE(target.tables.listDefinitions.empty());
+}
+
+TEST(ImportedLists, FontsOfTheLevelsAreThoseOfTheTarget) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"Wingdings", 2);
+    const std::uint16_t list = source.addList(9, 23);
+    source.data.tables.listDefinitions[0].levels[0].character =
+        source.list(sprm16(sprm::CRgFtc0, font));
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.data);
+    const ListLevel& level = target.tables.listDefinitions.at(0).levels.at(0);
+    const std::uint16_t there = operand16(target.tables.lists[level.character], sprm::CRgFtc0);
+    EXPECT_EQ(target.tables.fonts.at(there).name, u"Wingdings");
+}
+
+TEST(ImportedLists, AListOfAStyleThatTheTargetHasWithoutOneBecomesDirect) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(9, 0, sprm16(sprm::PDxaLeft80, 420));
+    source.style(0).paragraph = source.list(sprm16(sprm::PIlfo, list));
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PDxaLeft80), 420);
+}
+
+TEST(ImportedLists, AListOfTheTargetsStyleDoesNotReachWhatHadNone) {
+    SourceDocument source;
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.tables.listDefinitions.push_back({3, 0, {}, 0, 0, {ListLevel{}}, u""});
+    target.tables.listOverrides.push_back({3, 0, 0, {}});
+    target.tables.styles.styles[0]->paragraph = target.tables.lists.intern(sprm16(sprm::PIlfo, 1));
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 0);
+}
+
+TEST(ImportedLists, ANewStyleBringsItsListAndIsLinkedToIt) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(9, 0);
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::paragraph, u"条", StyleDefinition::userDefined, 0));
+    source.style(style).paragraph = source.list(sprm16(sprm::PIlfo, list));
+    source.data.tables.listDefinitions[0].linkedStyles[0] = style;
+    source.paragraph(u"x", style);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.tables.listDefinitions.at(0).linkedStyles[0],
+              target.last.text->paragraphs.at(0).style);
+    EXPECT_EQ(target.paragraphList().size(), 0U);
+    const ByteView own = target.tables.lists[target.styleOfParagraph().paragraph];
+    EXPECT_EQ(operand16(own, sprm::PIlfo), 1);
+}
+
+TEST(ImportedLists, ALaterFileWithThatStyleNumbersByItself) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(9, 0);
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::paragraph, u"条", StyleDefinition::userDefined, 0));
+    source.style(style).paragraph = source.list(sprm16(sprm::PIlfo, list));
+    source.paragraph(u"x", style);
+    ImportTarget target;
+    target.import(source.data);
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
+}
+
+TEST(ImportedLists, HiddenMembersAndWordsForNoListKeepTheirMeaning) {
+    SourceDocument source;
+    source.addList(8, 0);
+    source.addList(9, 0);
+    source.paragraph(u"a", 0, sprm16(sprm::PIlfo, 0x10000 - 2));
+    source.paragraph(u"b", 0, sprm16(sprm::PIlfo, 0));
+    source.paragraph(u"c", 0, sprm16(sprm::PIlfo, 0x07FF));
+    source.paragraph(u"d", 0, sprm16(sprm::PIlfo, 77));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(0), sprm::PIlfo), 0xFFFF);
+    EXPECT_EQ(operand16(target.paragraphList(1), sprm::PIlfo), 0);
+    EXPECT_EQ(operand16(target.paragraphList(2), sprm::PIlfo), 0x07FF);
+    EXPECT_EQ(operand16(target.paragraphList(3), sprm::PIlfo), 0);
+}
+
+TEST(ImportedLists, AListTooManyIsNamed) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(9, 0);
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.tables.listOverrides.resize(0x7FE);
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 0);
+    EXPECT_THAT(target.last.leftOut,
+                ElementsAre(u"列表 1 个的编号未能带入，一个文档最多 2046 个列表"));
+}
+
+// --- pictures and authors -------------------------------------------------------------------
+
+TEST(ImportedPictures, APictureIsSharedWithItsSource) {
+    SourceDocument source;
+    source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1, 2, 3}));
+    const Bytes picture = sprm32(sprm::CPicLocation, 0) + sprm8(sprm::CFSpec, 1);
+    source.paragraph(u"\u0001", 0, {}, picture);
+    ImportTarget target;
+    target.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{9}));
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"\u0001\r");
+    EXPECT_EQ(operand16(target.runList(), sprm::CPicLocation), 1);
+    EXPECT_EQ(target.tables.blobs.at(1), source.data.tables.blobs.at(0));
+}
+
+TEST(ImportedPictures, APictureWithoutDataIsTakenOutAndNamed) {
+    SourceDocument source;
+    source.paragraph(u"a\u0001b", 0, {}, sprm8(sprm::CFSpec, 1));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"ab\r");
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"图片 1 个没有数据，未能带入"));
+}
+
+TEST(ImportedRevisions, AuthorsMergeByName) {
+    SourceDocument source;
+    source.data.tables.authors = {u"甲", u"乙"};
+    source.paragraph(u"x", 0, {}, sprm8(sprm::CFRMarkIns, 1) + sprm16(sprm::CIbstRMark, 1));
+    ImportTarget target;
+    target.tables.authors = {u"丙", u"乙"};
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.runList(), sprm::CIbstRMark), 1);
+    EXPECT_EQ(operand8(target.runList(), sprm::CFRMarkIns), 1);
+    EXPECT_EQ(target.tables.authors.size(), 2U);
+}
+
+TEST(ImportedRevisions, ARevisionOfNobodyStaysOne) {
+    SourceDocument source;
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIbstRMark, 9));
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.tables.authors.at(operand16(target.runList(), sprm::CIbstRMark)), u"Unknown");
+}
+
+// --- sections, bookmarks, fields ------------------------------------------------------------
+
+TEST(ImportedSections, TheyTravelWithTheirProperties) {
+    SourceDocument source;
+    source.paragraph(u"a\u000C");
+    source.paragraph(u"b");
+    source.data.main.paragraphs.clear();
+    source.data.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    source.data.sections = {{3, source.list(sprm16(sprm::SXaPage, 100))},
+                            {2, source.list(sprm16(sprm::SXaPage, 200))}};
+    ImportTarget target;
+    target.import(source.data);
+    ASSERT_EQ(target.last.sections.size(), 2U);
+    EXPECT_EQ(target.last.sections[0].length, 3U);
+    EXPECT_EQ(target.last.sections[1].length, 2U);
+    EXPECT_EQ(operand16(target.tables.lists[target.last.sections[0].properties], sprm::SXaPage),
+              100);
+}
+
+TEST(ImportedSections, TheyShrinkByWhatIsTakenOut) {
+    SourceDocument source;
+    source.paragraph(u"a\u0002", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.paragraph(u"b");
+    source.data.sections = {{3, PropertyListId::empty}, {2, PropertyListId::empty}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.sections[0].length, 2U);
+    EXPECT_EQ(target.last.sections[1].length, 2U);
+}
+
+TEST(ImportedBookmarks, ATakenNameGetsANewOneAndReferencesFollow) {
+    SourceDocument source;
+    source.paragraph(u"\u0013 REF bm \\h \u0014x\u0015\u0013PAGEREF \"bm\"\u0014y\u0015"
+                     u"\u0013HYPERLINK \\l \"bm\"\u0014z\u0015\u0013TOC \\o \\b BM\u0014t\u0015");
+    source.data.bookmarks = {{u"bm", 0, 3, 0}};
+    ImportTarget target;
+    target.names.add(u"bm");
+    target.import(source.data);
+    EXPECT_EQ(target.last.bookmarks.at(0).name, u"bm_2");
+    EXPECT_EQ(target.last.text->text,
+              u"\u0013 REF bm_2 \\h \u0014x\u0015\u0013PAGEREF \"bm_2\"\u0014y\u0015"
+              u"\u0013HYPERLINK \\l \"bm_2\"\u0014z\u0015\u0013TOC \\o \\b bm_2\u0014t\u0015\r");
+    for (const FieldMark& mark : target.last.text->fields) {
+        EXPECT_EQ(target.last.text->text.at(mark.at), mark.character);
+    }
+}
+
+TEST(ImportedBookmarks, AFreeNameStaysAndIsTakenFromThenOn) {
+    SourceDocument source;
+    source.paragraph(u"text");
+    source.data.bookmarks = {{u"_Toc1", 1, 3, 0}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.bookmarks.at(0).name, u"_Toc1");
+    target.import(source.data);
+    EXPECT_EQ(target.last.bookmarks.at(0).name, u"_Toc1_2");
+}
+
+TEST(ImportedBookmarks, OtherWordsOfAFieldAreNotTakenForNames) {
+    SourceDocument source;
+    source.paragraph(u"\u0013SEQ bm\u0014x\u0015\u0013HYPERLINK \"bm\"\u0014y\u0015");
+    const std::u16string before = source.data.main.text;
+    source.data.bookmarks = {{u"bm", 0, 3, 0}};
+    ImportTarget target;
+    target.names.add(u"bm");
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, before);
+}
+
+TEST(ImportedBookmarks, DataThatRepeatsAnOldNameGoes) {
+    SourceDocument source;
+    source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1}));
+    source.run(u"\u0013HYPERLINK \\l \"bm\" ");
+    source.run(u"\u0001",
+               sprm32(sprm::CPicLocation, 0) + sprm8(sprm::CFData, 1) + sprm8(sprm::CFSpec, 1));
+    source.run(u"\u0014x\u0015\r");
+    source.endParagraph();
+    source.data.bookmarks = {{u"bm", 0, 3, 0}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_NE(target.last.text->text.find(u'\u0001'), std::u16string::npos);
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"\u0013HYPERLINK \\l \"bm_2\" \u0014x\u0015\r");
+}
+
+TEST(ImportedBookmarks, PositionsFollowTheText) {
+    SourceDocument source;
+    source.paragraph(u"a\u0002bc", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.data.bookmarks = {{u"bm", 2, 4, 0}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.bookmarks.at(0).start, 1U);
+    EXPECT_EQ(target.last.bookmarks.at(0).end, 3U);
+}
+
+TEST(ImportedFields, ATableOfContentsTravelsAsItIs) {
+    SourceDocument source;
+    source.paragraph(u"\u0013 TOC \\o \"1-3\" \\h \u0014目录\u0015");
+    source.data.main.fields[0].data = 13;
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, source.data.main.text);
+    EXPECT_EQ(target.last.text->fields, source.data.main.fields);
+}
+
+// --- what does not come along ---------------------------------------------------------------
+
+TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
+    SourceDocument source;
+    source.paragraph(u"a\u0002b\u0005c\u0008d", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.data.side.footnotes = 3;
+    source.data.side.endnotes = 1;
+    source.data.side.comments = 2;
+    source.data.side.drawings = 4;
+    source.data.side.textBoxes = 1;
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"abcd\r");
+    EXPECT_THAT(target.last.leftOut,
+                ElementsAre(u"脚注 3 个未能带入", u"尾注 1 个未能带入", u"批注 2 条未能带入",
+                            u"文本框 1 个未能带入", u"浮动图形 3 个未能带入"));
+}
+
+TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {
+    SourceDocument source;
+    source.paragraph(u"a\u0002b");
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0002b\r");
+}
+
+TEST(LeftOut, AnObjectLeavesItsPictureInPlace) {
+    SourceDocument source;
+    source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1}));
+    source.run(u"a\u0013 EMBED Equation.3 ");
+    source.run(u"\u0014", sprm32(sprm::CPicLocation, 123456) + sprm8(sprm::CFOle2, 1) +
+                              sprm8(sprm::CFObj, 1) + sprm8(sprm::CFSpec, 1));
+    source.run(u"\u0001", sprm32(sprm::CPicLocation, 0) + sprm8(sprm::CFSpec, 1));
+    source.run(u"\u0015b\r");
+    source.endParagraph();
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0001b\r");
+    EXPECT_TRUE(target.last.text->fields.empty());
+    EXPECT_EQ(operand16(target.runList(1), sprm::CPicLocation), 0);
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"嵌入对象 1 个未能带入，只保留其图片"));
+}
+
+TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {
+    SourceDocument source;
+    source.paragraph(u"x");
+    source.data.headers.resize(1);
+    Story header;
+    header.text = u" \r";
+    source.data.headers[0][1] = header;
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.data).leftOut, IsEmpty());
+    source.data.headers[0][1]->text = u"第一章\r";
+    EXPECT_THAT(target.import(source.data).leftOut, ElementsAre(u"文件自带的页眉页脚未能带入"));
+}
+
+TEST(LeftOut, MacrosAndFormProtectionAreNamedBehindTheReadersRemarks) {
+    SourceDocument source;
+    source.paragraph(u"x");
+    source.data.side.macros = true;
+    writeDop(source.data.settings, dop::protectedForForms, 1);
+    source.data.remarks = {u"读时的话"};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"读时的话", u"宏未能带入", u"窗体保护未能带入"));
+}
