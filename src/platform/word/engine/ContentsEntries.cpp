@@ -1,0 +1,140 @@
+#include "platform/word/engine/ContentsEntries.h"
+
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StyleLookup.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <utility>
+
+namespace qvnd::word {
+
+namespace {
+
+using LevelOfStyle = std::unordered_map<StyleIndex, int>;
+
+void addHeadingStyles(const StyleSheet& styles, int upper, int lower, LevelOfStyle& levels) {
+    for (int level = std::max(upper, 1); level <= std::min(lower, 9); ++level) {
+        const auto number = static_cast<std::uint16_t>(sti::heading1 + level - 1);
+        if (const auto style = styleNumbered(styles, number)) {
+            levels[*style] = level;
+        }
+    }
+}
+
+// "name,level,name,level": what does not fit that form is skipped.
+void addNamedStyles(const StyleSheet& styles, std::u16string_view names, LevelOfStyle& levels) {
+    while (!names.empty()) {
+        const std::size_t comma = names.find(u',');
+        const std::u16string_view name = names.substr(0, comma);
+        names.remove_prefix(comma == names.npos ? names.size() : comma + 1);
+        const std::size_t end = names.find(u',');
+        const std::u16string_view level = names.substr(0, end);
+        names.remove_prefix(end == names.npos ? names.size() : end + 1);
+        const auto style = styleNamed(styles, name);
+        if (style && level.size() == 1 && level[0] >= u'1' && level[0] <= u'9') {
+            levels[*style] = level[0] - u'0';
+        }
+    }
+}
+
+// Text that is hidden or marked as deleted is not listed.
+std::u16string visibleText(WorkingDocument& document, Cp start, Cp end) {
+    const PropertyLists& lists = document.tables().lists;
+    std::u16string result;
+    for (const StorySlice& slice : document.main().slicesOf(start, end)) {
+        const Story part = partOf(*slice.fragment, slice.begin, slice.length);
+        std::size_t at = 0;
+        for (const CharacterRun& run : part.characters) {
+            const ByteView look = lists[run.properties];
+            if (sprmValue(look, sprm::CFVanish, 0) != 1 &&
+                sprmValue(look, sprm::CFRMarkDel, 0) != 1) {
+                result.append(part.text, at, run.length);
+            }
+            at += run.length;
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+std::u16string entryText(std::u16string_view text) {
+    std::u16string result;
+    int codes = 0; // open field codes around the character
+    std::vector<bool> inCode;
+    for (const char16_t c : text) {
+        if (c == u'\x13') {
+            inCode.push_back(true);
+            ++codes;
+        } else if ((c == u'\x14' || c == u'\x15') && !inCode.empty()) {
+            codes -= inCode.back() ? 1 : 0;
+            inCode.back() = false;
+            if (c == u'\x15') {
+                inCode.pop_back();
+            }
+        } else if (codes == 0 && (c == u'\t' || c == u'\v')) {
+            result += u' ';
+        } else if (codes == 0 && c == u'\x1E') {
+            result += u'-'; // a hyphen that does not break
+        } else if (codes == 0 && c >= u' ') {
+            result += c;
+        }
+    }
+    const std::size_t first = result.find_first_not_of(u" \u3000");
+    const std::size_t last = result.find_last_not_of(u" \u3000");
+    return first == result.npos ? std::u16string() : result.substr(first, last - first + 1);
+}
+
+std::vector<ContentsEntry> contentsEntries(WorkingDocument& document,
+                                           const TableOfContentsOptions& options) {
+    LevelOfStyle levels;
+    if (options.UseHeadingStyles) {
+        addHeadingStyles(document.tables().styles, options.UpperHeadingLevel,
+                         options.LowerHeadingLevel, levels);
+    }
+    addNamedStyles(document.tables().styles, options.AddedStyles, levels);
+
+    std::vector<ContentsEntry> entries;
+    document.main().forEachParagraph([&](Cp start, Cp end, const ParagraphLook& look) {
+        const auto level = levels.find(look.style);
+        if (level == levels.end()) {
+            return;
+        }
+        std::u16string text = entryText(visibleText(document, start, end - 1));
+        if (!text.empty()) {
+            entries.push_back({level->second, start, end - 1, std::move(text), {}});
+        }
+    });
+    return entries;
+}
+
+void bookmarkEntries(WorkingDocument& document, std::vector<ContentsEntry>& entries) {
+    std::map<std::pair<Cp, Cp>, std::u16string> present;
+    for (const Bookmark& bookmark : document.bookmarks()) {
+        if (bookmark.name.starts_with(u"_Toc")) {
+            present.emplace(std::pair(bookmark.start, bookmark.end), bookmark.name);
+        }
+    }
+    std::uint32_t number = 200000000;
+    for (ContentsEntry& entry : entries) {
+        const auto known = present.find({entry.start, entry.end});
+        if (known != present.end()) {
+            entry.bookmark = known->second;
+            continue;
+        }
+        do {
+            entry.bookmark = u"_Toc";
+            for (const char digit : std::to_string(++number)) {
+                entry.bookmark += static_cast<char16_t>(digit);
+            }
+        } while (document.bookmarkNames().contains(entry.bookmark));
+        document.bookmarkNames().add(entry.bookmark);
+        document.addBookmark({entry.bookmark, entry.start, entry.end, 0});
+    }
+}
+
+} // namespace qvnd::word

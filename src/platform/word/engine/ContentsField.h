@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/word/engine/ContentsEntries.h"
+
+namespace qvnd::word {
+
+// A field in the main story, from its begin mark to behind its end mark.
+struct FieldSpan {
+    Cp start = 0;
+    Cp end = 0;
+};
+
+// The contents as a TOC field that the word processor can update: an entry a paragraph in the
+// style of its level, each a link to its heading, with a right tab (or a blank) and the page
+// number as a PAGEREF field. The last paragraph has no mark yet. `styles` are those of the levels
+// 1 to 9. A contents without entries says so.
+Story contentsField(PropertyLists& lists, const std::vector<ContentsEntry>& entries,
+                    const TableOfContentsOptions& options, std::span<const StyleIndex> styles);
+
+// The TOC fields of the main story that lie in no other field, in order.
+std::vector<FieldSpan> contentsFields(const WorkingStory& story);
+
+// The field with other page numbers: `pageOf` tells the number for a bookmark's name, nothing
+// leaves the entry as it is.
+using PageOfBookmark = std::function<std::optional<int>(const std::u16string&)>;
+Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf);
+
+} // namespace qvnd::word

@@ -1,0 +1,203 @@
+#include "platform/word/engine/DocumentInsertion.h"
+
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StyleLookup.h"
+
+#include <utility>
+
+namespace qvnd::word {
+
+namespace {
+
+class DocumentInsertion {
+public:
+    DocumentInsertion(WorkingDocument& document, Cp at, ImportedText text)
+        : document_(document), story_(document.main()), lists_(document.tables().lists), at_(at),
+          text_(std::move(text)) {}
+
+    Cp run() {
+        if (text_.text->size() == 0) {
+            return at_;
+        }
+        prepareSections();
+        beginParagraphIfNeeded();
+        movePageBreak();
+        separateInFront();
+        closeOff();
+        const Cp length = text_.text->size();
+        story_.insertFragment(at_, text_.text);
+        for (Bookmark& bookmark : text_.bookmarks) {
+            bookmark.start += at_;
+            bookmark.end += at_;
+            document_.addBookmark(std::move(bookmark));
+        }
+        cutSections();
+        return at_ + length;
+    }
+
+private:
+    ByteView targetFormat() const { return lists_[target_]; }
+    ByteView formatOf(const SectionRun& section) const { return lists_[section.properties]; }
+    SectionRun& first() { return text_.sections.front(); }
+    SectionRun& last() { return text_.sections.back(); }
+
+    void prepareSections() {
+        // A section that waits for its end must end before its properties are asked for.
+        document_.endOpenSection(at_);
+        target_ = document_.sections().properties(document_.sections().indexAt(at_));
+        for (SectionRun& section : text_.sections) {
+            section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));
+        }
+        isClosedOff_ = !samePageFormat(formatOf(last()), targetFormat());
+        hasSections_ = text_.sections.size() > 1 || isClosedOff_;
+        isSeparated_ = hasSections_ && !samePageFormat(formatOf(first()), targetFormat());
+    }
+
+    // A table and a section cannot begin in the middle of a paragraph.
+    void beginParagraphIfNeeded() {
+        if (story_.paragraphStart(at_) == at_) {
+            return;
+        }
+        const ByteView look = lists_[text_.text->paragraphs.front().properties];
+        if (isSeparated_ || sprmValue(look, sprm::PFInTable, 0) != 0) {
+            story_.insertMark(at_, u'\r', story_.paragraphLook(at_ - 1),
+                              story_.characterProperties(at_ - 1));
+            ++at_;
+        }
+    }
+
+    void movePageBreak() {
+        const ParagraphLook look = story_.paragraphLook(at_);
+        if (story_.paragraphStart(at_) != at_ ||
+            sprmValue(lists_[look.properties], sprm::PFPageBreakBefore, 0) == 0) {
+            return;
+        }
+        const Cp end = story_.paragraphEnd(at_);
+        story_.changeParagraphs(end - 1, end, [&](const ParagraphLook& old) {
+            const Bytes list = withoutSprm(lists_[old.properties], sprm::PFPageBreakBefore);
+            return ParagraphLook{old.style, lists_.intern(list)};
+        });
+        PropertyListId& properties = text_.text->paragraphs.front().properties;
+        properties = lists_.intern(withSprm8(lists_[properties], sprm::PFPageBreakBefore, 1));
+    }
+
+    // Headings right in front lead over to the document and go with it, as do empty paragraphs
+    // between them.
+    Cp startOfHeadings() const {
+        const Cp sectionStart = document_.sections().start(document_.sections().indexAt(at_));
+        const StyleSheet& styles = document_.tables().styles;
+        Cp result = at_;
+        for (Cp start = at_; start > sectionStart;) {
+            const ParagraphLook look = story_.paragraphLook(start - 1);
+            const bool isEmpty =
+                story_.paragraphStart(start - 1) == start - 1 && story_.at(start - 1) == u'\r';
+            start = story_.paragraphStart(start - 1);
+            if (headingLevel(styles, look.style) > 0 && !isEmpty) {
+                result = start;
+            } else if (!isEmpty) {
+                break;
+            }
+        }
+        return result;
+    }
+
+    void separateInFront() {
+        if (!isSeparated_) {
+            const PropertyListId format = lists_.intern(
+                withBreakOf(withNumberingOf(formatOf(first()), targetFormat()), targetFormat()));
+            front_ = format;
+            return;
+        }
+        const Cp border = startOfHeadings();
+        front_ = first().properties;
+        if (!samePaper(formatOf(first()), targetFormat())) {
+            front_ = lists_.intern(withBreak(lists_[front_], SectionBreak::nextPage));
+        }
+        const Cp sectionStart = document_.sections().start(document_.sections().indexAt(at_));
+        if (border == sectionStart) {
+            front_ = lists_.intern(
+                withBreakOf(withNumberingOf(lists_[front_], targetFormat()), targetFormat()));
+            return;
+        }
+        setBreakInFrontOf(border);
+    }
+
+    void setBreakInFrontOf(Cp border) {
+        if (story_.at(border - 1) == u'\r') {
+            story_.replaceMark(border - 1, u'\f');
+        } else { // a table's row ends there
+            const auto style = styleNumbered(document_.tables().styles, 0).value_or(0);
+            story_.insertMark(border, u'\f', {style, PropertyListId::empty}, PropertyListId::empty);
+            ++border;
+            ++at_;
+        }
+        document_.sections().cut(border, target_);
+        continueTarget();
+    }
+
+    // What follows in the section that was cut does not begin anew.
+    void continueTarget() { target_ = lists_.intern(withoutOwnNumbering(targetFormat())); }
+
+    void closeOff() {
+        // The last section gets its break when something follows that must not stand in it.
+        if (isClosedOff_ && isLastParagraph()) {
+            endsOpen_ = true;
+        } else if (isClosedOff_ && text_.text->text.back() == u'\r') {
+            text_.text->text.back() = u'\f';
+        }
+    }
+
+    bool isLastParagraph() const { return at_ + 1 == story_.size(); }
+
+    void cutSections() {
+        DocumentSections& sections = document_.sections();
+        Cp at = at_;
+        const std::size_t breaks = text_.sections.size() - (isClosedOff_ && !endsOpen_ ? 0 : 1);
+        first().properties = front_;
+        for (std::size_t i = 0; i < breaks; ++i) {
+            at += text_.sections[i].length;
+            sections.cut(at, text_.sections[i].properties);
+        }
+        if (breaks > 0) {
+            continueTarget();
+        }
+        const std::size_t rest = sections.indexAt(at_ + text_.text->size());
+        if (endsOpen_) {
+            sections.setProperties(rest, last().properties);
+            document_.endSectionOnInsertion(at_ + text_.text->size(), afterBreak());
+        } else if (isClosedOff_) {
+            sections.setProperties(rest, afterBreak());
+        } else if (hasSections_) {
+            sections.setProperties(rest,
+                                   lists_.intern(withBreakOf(targetFormat(), formatOf(last()))));
+        }
+    }
+
+    PropertyListId afterBreak() {
+        continueTarget();
+        const auto kind = samePaper(formatOf(last()), targetFormat()) ? SectionBreak::continuous
+                                                                      : SectionBreak::nextPage;
+        return lists_.intern(withBreak(targetFormat(), kind));
+    }
+
+    WorkingDocument& document_;
+    WorkingStory& story_;
+    PropertyLists& lists_;
+    Cp at_;
+    ImportedText text_;
+    PropertyListId target_ = PropertyListId::empty; // of the section that is inserted into
+    PropertyListId front_ = PropertyListId::empty;  // of the first inserted section
+    bool hasSections_ = false;
+    bool isSeparated_ = false;
+    bool isClosedOff_ = false;
+    bool endsOpen_ = false; // closed off, but nothing follows yet
+};
+
+} // namespace
+
+Cp insertDocument(WorkingDocument& document, Cp at, ImportedText text) {
+    return DocumentInsertion(document, at, std::move(text)).run();
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,55 @@
+#include "platform/word/engine/DocumentMerge.h"
+
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/DocumentInsertion.h"
+#include "platform/word/engine/DocumentSource.h"
+#include "platform/word/engine/NormalTemplate.h"
+#include "platform/word/engine/SectionProperties.h"
+
+namespace qvnd::word {
+
+namespace {
+
+void append(WorkingDocument& document, const std::filesystem::path& file, const FontChange& font,
+            ImportReport& report) {
+    const DocumentData source = readDocumentFile(file);
+    ImportedText text = importDocument(document.tables(), document.bookmarkNames(), source);
+    for (const std::u16string& what : text.leftOut) {
+        report.notCarried(file, what);
+    }
+    changeCharacters(*text.text, propertyChange(document.tables(), font));
+    insertDocument(document, document.main().size() - 1, std::move(text));
+}
+
+// The last file ends in a paragraph mark of its own, which becomes that of the document.
+void dropLastParagraph(WorkingDocument& document) {
+    WorkingStory& story = document.main();
+    if (story.size() < 2) {
+        return;
+    }
+    const Cp last = story.size() - 1;
+    const ParagraphLook look = story.paragraphLook(last - 1);
+    const bool isInTable =
+        sprmValue(document.tables().lists[look.properties], sprm::PFInTable, 0) != 0;
+    if (story.at(last - 1) != u'\r' || isInTable) {
+        return;
+    }
+    const PropertyListId properties = story.characterProperties(last - 1);
+    story.changeParagraphs(last, last + 1, [&](const ParagraphLook&) { return look; });
+    story.changeCharacters(last, last + 1, [&](PropertyListId) { return properties; });
+    story.erase(last - 1, last);
+}
+
+} // namespace
+
+std::unique_ptr<WorkingDocument> mergeDocuments(std::span<const std::filesystem::path> files,
+                                                const FontChange& font, ImportReport& report) {
+    auto document = std::make_unique<WorkingDocument>(normalTemplate());
+    for (const std::filesystem::path& file : files) {
+        append(*document, file, font, report);
+    }
+    dropLastParagraph(*document);
+    return document;
+}
+
+} // namespace qvnd::word

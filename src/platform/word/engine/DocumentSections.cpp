@@ -1,0 +1,91 @@
+#include "platform/word/engine/DocumentSections.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+DocumentSections::DocumentSections(std::vector<SectionRun>& runs, std::vector<HeaderSet>& headers)
+    : runs_(runs), headers_(headers) {
+    headers_.resize(runs_.size());
+    for (const SectionRun& run : runs_) {
+        size_ += run.length;
+    }
+}
+
+// From the end, where most of the work is done.
+DocumentSections::Place DocumentSections::placeOf(Cp at) const {
+    Place place{runs_.size() - 1, size_ - runs_.back().length};
+    while (place.start > at) {
+        --place.index;
+        place.start -= runs_[place.index].length;
+    }
+    return place;
+}
+
+std::size_t DocumentSections::indexAt(Cp at) const { return placeOf(at).index; }
+
+Cp DocumentSections::start(std::size_t index) const {
+    Cp start = size_;
+    for (std::size_t i = runs_.size(); i > index; --i) {
+        start -= runs_[i - 1].length;
+    }
+    return start;
+}
+
+void DocumentSections::setProperties(std::size_t index, PropertyListId properties) {
+    runs_[index].properties = properties;
+}
+
+std::size_t DocumentSections::headerOwner(std::size_t index, HeaderKind kind) const {
+    while (index > 0 && !headers_[index][static_cast<std::size_t>(kind)]) {
+        --index;
+    }
+    return index;
+}
+
+void DocumentSections::cut(Cp at, PropertyListId front) {
+    const Place place = placeOf(at);
+    const Cp frontLength = at - place.start;
+    if (frontLength == 0) {
+        return;
+    }
+    const auto offset = static_cast<std::ptrdiff_t>(place.index);
+    runs_[place.index].length -= frontLength;
+    runs_.insert(runs_.begin() + offset, SectionRun{frontLength, front});
+    headers_.insert(headers_.begin() + offset + 1, HeaderSet{});
+}
+
+void DocumentSections::inserted(Cp at, Cp length) {
+    runs_[placeOf(at).index].length += length;
+    size_ += length;
+}
+
+void DocumentSections::erased(Cp start, Cp end) {
+    Place place = placeOf(start);
+    Cp left = end - start;
+    Cp offset = start - place.start;
+    while (left > 0) {
+        SectionRun& run = runs_[place.index];
+        const Cp taken = std::min(run.length - offset, left);
+        const bool losesBreak = offset + taken == run.length && place.index + 1 < runs_.size();
+        run.length -= taken;
+        left -= taken;
+        size_ -= taken;
+        if (losesBreak) {
+            // What is left of it belongs to the next section, whose headers stay those shown.
+            offset = run.length;
+            runs_[place.index + 1].length += run.length;
+            const auto index = static_cast<std::ptrdiff_t>(place.index);
+            for (std::size_t kind = 0; kind < headers_[place.index].size(); ++kind) {
+                auto& next = headers_[place.index + 1][kind];
+                if (!next) {
+                    next = std::move(headers_[place.index][kind]);
+                }
+            }
+            runs_.erase(runs_.begin() + index);
+            headers_.erase(headers_.begin() + index);
+        }
+    }
+}
+
+} // namespace qvnd::word

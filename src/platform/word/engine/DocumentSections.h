@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentData.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace qvnd::word {
+
+// The sections of a main story under work: lengths kept in step with the text, headers with the
+// sections. There is always at least one section.
+class DocumentSections {
+public:
+    // Works on both, which must outlive this; as many header sets as sections.
+    DocumentSections(std::vector<SectionRun>& runs, std::vector<HeaderSet>& headers);
+
+    std::size_t count() const { return runs_.size(); }
+    // The section of the character at `at`; behind the last character the last section.
+    std::size_t indexAt(Cp at) const;
+    Cp start(std::size_t index) const;
+    PropertyListId properties(std::size_t index) const { return runs_[index].properties; }
+    void setProperties(std::size_t index, PropertyListId properties);
+
+    // The section whose header or footer of that kind the section shows: itself or the nearest
+    // one before that has its own; the first one when none has.
+    std::size_t headerOwner(std::size_t index, HeaderKind kind) const;
+
+    // The section is cut behind a break mark: its front part becomes a section with properties of
+    // its own and keeps the headers, which the rest inherits.
+    void cut(Cp at, PropertyListId front);
+
+    void inserted(Cp at, Cp length);
+    // A section that loses its break mark goes over into the next one.
+    void erased(Cp start, Cp end);
+
+private:
+    struct Place {
+        std::size_t index = 0;
+        Cp start = 0;
+    };
+    Place placeOf(Cp at) const;
+
+    std::vector<SectionRun>& runs_;
+    std::vector<HeaderSet>& headers_;
+    Cp size_ = 0;
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,47 @@
+#include "platform/word/engine/DocumentSource.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/error/Utf8.h"
+#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/FormatError.h"
+
+namespace qvnd::word {
+
+namespace {
+
+std::u16string nameOf(const std::filesystem::path& path) { return path.filename().u16string(); }
+
+std::u16string reasonOf(FormatError::Kind kind) {
+    switch (kind) {
+    case FormatError::Kind::unreadable:
+        return u"无法读取，请检查是否有权限或被其他程序占用";
+    case FormatError::Kind::notCompoundFile:
+        return u"不是 Word 97-2003 格式的文档";
+    case FormatError::Kind::notWord:
+        return u"文件中没有 Word 文档";
+    case FormatError::Kind::olderThanWord97:
+        return u"是 Word 97 以前版本的文档，请用 Word 另存为 Word 97-2003 文档后再试";
+    case FormatError::Kind::encrypted:
+        return u"设有打开密码，请去掉密码后再试";
+    case FormatError::Kind::damaged:
+        break;
+    }
+    return u"文件已损坏";
+}
+
+} // namespace
+
+DocumentData readDocumentFile(const std::filesystem::path& path) {
+    std::error_code ignored;
+    if (!std::filesystem::exists(path, ignored)) {
+        throw RunTimeError(error::fileNotFound, u"找不到文件“" + path.u16string() + u"”。");
+    }
+    try {
+        return readDocument(path);
+    } catch (const FormatError& refusal) {
+        throw RunTimeError(error::invalidCall, u"不能插入文件“" + nameOf(path) + u"”：" +
+                                                   reasonOf(refusal.kind()) + u"。");
+    }
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,156 @@
+#include "platform/word/engine/ParagraphChange.h"
+
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StyleLookup.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::array tablePlace{sprm::PFInTable, sprm::PFTtp, sprm::PItap, sprm::PFInnerTableCell,
+                                sprm::PFInnerTtp};
+
+bool isRowMark(ByteView list) {
+    return sprmValue(list, sprm::PFTtp, 0) != 0 || sprmValue(list, sprm::PFInnerTtp, 0) != 0;
+}
+
+Bytes only(ByteView list, const std::vector<SprmOpcode>& opcodes) {
+    Bytes kept;
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        if (std::find(opcodes.begin(), opcodes.end(), entry.opcode) != opcodes.end()) {
+            kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
+        }
+    }
+    return kept;
+}
+
+std::optional<int> asIndent(std::optional<std::uint32_t> operand) {
+    return operand ? std::optional<int>(static_cast<std::int16_t>(*operand)) : std::nullopt;
+}
+
+std::optional<int> directIndent(ByteView list) {
+    for (const SprmOpcode opcode : {sprm::PDxaLeft, sprm::PDxaLeft80}) {
+        if (findSprm(list, opcode)) {
+            return asIndent(sprmValue(list, opcode, 0));
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<int> listIndent(const DocumentTables& tables, ByteView list) {
+    const std::uint32_t number = sprmValue(list, sprm::PIlfo, 0);
+    if (number == 0 || number > tables.listOverrides.size()) {
+        return std::nullopt;
+    }
+    const std::int32_t lsid = tables.listOverrides[number - 1].lsid;
+    const std::uint32_t level = sprmValue(list, sprm::PIlvl, 0);
+    for (const ListDefinition& definition : tables.listDefinitions) {
+        if (definition.lsid == lsid && level < definition.levels.size()) {
+            return directIndent(tables.lists[definition.levels[level].paragraph]);
+        }
+    }
+    return std::nullopt;
+}
+
+int indentOf(const DocumentTables& tables, const ParagraphLook& look) {
+    const ByteView list = tables.lists[look.properties];
+    for (const auto& indent : {directIndent(list), listIndent(tables, list),
+                               asIndent(styleValue(tables, look.style, sprm::PDxaLeft)),
+                               asIndent(styleValue(tables, look.style, sprm::PDxaLeft80))}) {
+        if (indent) {
+            return *indent;
+        }
+    }
+    return 0;
+}
+
+int characterIndentOf(const DocumentTables& tables, const ParagraphLook& look) {
+    const ByteView list = tables.lists[look.properties];
+    if (findSprm(list, sprm::PDcxaLeft)) {
+        return static_cast<std::int16_t>(sprmValue(list, sprm::PDcxaLeft, 0));
+    }
+    return asIndent(styleValue(tables, look.style, sprm::PDcxaLeft)).value_or(0);
+}
+
+Bytes withIndent(ByteView list, int twips, std::optional<int> hundredths) {
+    constexpr int limit = 31680; // the format's widest page
+    const auto operand = static_cast<std::uint16_t>(std::clamp(twips, -limit, limit));
+    Bytes result = withSprm16(list, sprm::PDxaLeft80, operand);
+    result = withSprm16(result, sprm::PDxaLeft, operand);
+    result = withoutSprm(result, sprm::PDcxaLeft);
+    if (hundredths) {
+        result = withSprm16(result, sprm::PDcxaLeft, static_cast<std::uint16_t>(*hundredths));
+    }
+    return result;
+}
+
+} // namespace
+
+LookChange alignmentChange(PropertyLists& lists, Alignment alignment) {
+    return [&lists, alignment](const ParagraphLook& look) {
+        if (isRowMark(lists[look.properties])) {
+            return look;
+        }
+        const auto operand = static_cast<unsigned>(alignment);
+        const Bytes list = withSprm8(lists[look.properties], sprm::PJc80, operand);
+        return ParagraphLook{look.style, lists.intern(withSprm8(list, sprm::PJc, operand))};
+    };
+}
+
+LookChange indentChange(DocumentTables& tables, int count, int characterWidth) {
+    return [&tables, count, characterWidth](const ParagraphLook& look) {
+        const ByteView list = tables.lists[look.properties];
+        if (count == 0 || isRowMark(list)) {
+            return look;
+        }
+        const int indent = indentOf(tables, look);
+        const int characters = characterIndentOf(tables, look);
+        // An indent in characters overrules one in twips, so it is set only where it says it all.
+        const bool saysAll = characters != 0 || indent == 0;
+        constexpr int hundredthsPerCharacter = 100;
+        const int changed = characters + count * hundredthsPerCharacter;
+        const Bytes result = withIndent(list, indent + count * characterWidth,
+                                        saysAll ? std::optional(changed) : std::nullopt);
+        return ParagraphLook{look.style, tables.lists.intern(result)};
+    };
+}
+
+LookChange styleChange(PropertyLists& lists, StyleIndex style) {
+    return [&lists, style](const ParagraphLook& look) {
+        std::vector<SprmOpcode> kept(tablePlace.begin(), tablePlace.end());
+        kept.push_back(sprm::PFPageBreakBefore);
+        const ByteView list = lists[look.properties];
+        if (isRowMark(list)) {
+            return look;
+        }
+        return ParagraphLook{style, lists.intern(only(list, kept))};
+    };
+}
+
+bool hasPageBreak(const PropertyLists& lists, const ParagraphLook& look) {
+    return sprmValue(lists[look.properties], sprm::PFPageBreakBefore, 0) != 0;
+}
+
+ParagraphLook withPageBreak(PropertyLists& lists, const ParagraphLook& look, bool pageBreak) {
+    const ByteView list = lists[look.properties];
+    return {look.style, lists.intern(pageBreak ? withSprm8(list, sprm::PFPageBreakBefore, 1)
+                                               : withoutSprm(list, sprm::PFPageBreakBefore))};
+}
+
+ParagraphLook nextLook(DocumentTables& tables, const ParagraphLook& look) {
+    const auto& styles = tables.styles.styles;
+    const StyleIndex next =
+        look.style < styles.size() && styles[look.style] ? styles[look.style]->next : look.style;
+    if (next == look.style || next >= styles.size() || !styles[next]) {
+        return withPageBreak(tables.lists, look, false);
+    }
+    return withPageBreak(tables.lists, styleChange(tables.lists, next)(look), false);
+}
+
+} // namespace qvnd::word

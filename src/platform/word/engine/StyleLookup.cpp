@@ -1,0 +1,69 @@
+#include "platform/word/engine/StyleLookup.h"
+
+#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/engine/NameFolding.h"
+#include "platform/word/engine/SectionProperties.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+template <typename Matches>
+std::optional<StyleIndex> firstStyle(const StyleSheet& styles, const Matches& matches) {
+    for (std::size_t i = 0; i < styles.styles.size(); ++i) {
+        if (styles.styles[i] && matches(*styles.styles[i])) {
+            return static_cast<StyleIndex>(i);
+        }
+    }
+    return std::nullopt;
+}
+
+const StyleDefinition* definition(const StyleSheet& styles, StyleIndex style) {
+    return style < styles.styles.size() && styles.styles[style] ? &*styles.styles[style] : nullptr;
+}
+
+} // namespace
+
+std::optional<StyleIndex> styleNumbered(const StyleSheet& styles, std::uint16_t number) {
+    return firstStyle(styles, [=](const StyleDefinition& style) { return style.sti == number; });
+}
+
+std::optional<StyleIndex> styleNamed(const StyleSheet& styles, std::u16string_view name) {
+    const std::u16string folded = foldedName(name);
+    const auto own = firstStyle(
+        styles, [&](const StyleDefinition& style) { return foldedName(style.name) == folded; });
+    if (own) {
+        return own;
+    }
+    const auto known = builtInStyleNamed(name);
+    return known ? styleNumbered(styles, known->number) : std::nullopt;
+}
+
+std::optional<std::uint32_t> styleValue(const DocumentTables& tables, StyleIndex style,
+                                        SprmOpcode opcode) {
+    const bool isCharacter = groupOf(opcode) == SprmGroup::character;
+    // A chain of styles that turns back on itself ends when it grew longer than the sheet.
+    for (std::size_t steps = tables.styles.styles.size(); steps > 0; --steps) {
+        const StyleDefinition* found = definition(tables.styles, style);
+        if (found == nullptr) {
+            return std::nullopt;
+        }
+        const ByteView list = tables.lists[isCharacter ? found->character : found->paragraph];
+        if (findSprm(list, opcode)) {
+            return sprmValue(list, opcode, 0);
+        }
+        style = found->basedOn;
+    }
+    return std::nullopt;
+}
+
+int headingLevel(const StyleSheet& styles, StyleIndex style) {
+    const StyleDefinition* found = definition(styles, style);
+    const bool isHeading =
+        found != nullptr && found->sti >= sti::heading1 && found->sti < sti::heading1 + 9;
+    return isHeading ? found->sti - sti::heading1 + 1 : 0;
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,141 @@
+#include "platform/word/engine/WorkingDocument.h"
+
+#include "platform/word/engine/StoryBuilder.h"
+#include "platform/word/engine/TemplateStyles.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+bool isFooter(HeaderKind kind) {
+    return kind == HeaderKind::evenFooter || kind == HeaderKind::oddFooter ||
+           kind == HeaderKind::firstFooter;
+}
+
+Story emptyHeader(DocumentTables& tables, HeaderKind kind) {
+    const StyleIndex style = requireStyle(tables, isFooter(kind) ? sti::footer : sti::header);
+    Story story;
+    StoryBuilder(story).mark(u'\r', {style, PropertyListId::empty}, PropertyListId::empty);
+    return story;
+}
+
+std::vector<StorySlice> oneSlice(Story text) {
+    const Cp length = text.size();
+    return {{std::make_shared<const Story>(std::move(text)), 0, length}};
+}
+
+bool isEmptyParagraph(const Story& story) { return story.text == u"\r"; }
+
+} // namespace
+
+WorkingDocument::WorkingDocument(DocumentContent content)
+    : content_(std::move(content)), main_(content_.main, this),
+      sections_(content_.sections, content_.headers) {
+    for (const Bookmark& bookmark : content_.bookmarks) {
+        bookmarkNames_.add(bookmark.name);
+        lastBookmarkEnd_ = std::max(lastBookmarkEnd_, bookmark.end);
+    }
+}
+
+void WorkingDocument::addBookmark(Bookmark bookmark) {
+    lastBookmarkEnd_ = std::max(lastBookmarkEnd_, bookmark.end);
+    content_.bookmarks.push_back(std::move(bookmark));
+}
+
+WorkingDocument::HeaderUnderWork::HeaderUnderWork(Story text)
+    : slices(oneSlice(std::move(text))), story(slices) {}
+
+WorkingStory& WorkingDocument::header(std::size_t section, HeaderKind kind) {
+    const std::size_t owner = sections_.headerOwner(section, kind);
+    auto& open = headers_[{owner, kind}];
+    if (!open) {
+        const auto& stored = content_.headers[owner][static_cast<std::size_t>(kind)];
+        open = std::make_unique<HeaderUnderWork>(
+            stored && stored->size() > 0 ? *stored : emptyHeader(content_.tables, kind));
+    }
+    return open->story;
+}
+
+// A header without text is stored as none: an empty one would show the style's line.
+void WorkingDocument::storeHeaders() {
+    for (const auto& [key, open] : headers_) {
+        auto& stored = content_.headers[key.first][static_cast<std::size_t>(key.second)];
+        Story text = open->story.flattened();
+        if (isEmptyParagraph(text)) {
+            stored.reset();
+        } else {
+            stored = std::move(text);
+        }
+    }
+}
+
+void WorkingDocument::endSectionOnInsertion(Cp at, PropertyListId next) { openEnd_ = {at, next}; }
+
+const DocumentContent& WorkingDocument::content() {
+    storeHeaders();
+    main_.seal();
+    return content_;
+}
+
+void WorkingDocument::closeHeaders() {
+    storeHeaders();
+    headers_.clear();
+}
+
+// Whose header is whose may change with the sections, so none stays open.
+void WorkingDocument::changing(Cp at) {
+    closeHeaders();
+    endOpenSection(at);
+}
+
+void WorkingDocument::endOpenSection(Cp at) {
+    if (!openEnd_ || at < openEnd_->at) {
+        return;
+    }
+    const OpenEnd end = *openEnd_;
+    openEnd_.reset();
+    const PropertyListId front = sections_.properties(sections_.indexAt(end.at));
+    main_.replaceMark(end.at - 1, u'\f');
+    sections_.cut(end.at, front);
+    sections_.setProperties(sections_.indexAt(end.at), end.next);
+}
+
+void WorkingDocument::inserted(Cp at, Cp length) {
+    sections_.inserted(at, length);
+    if (openEnd_ && at < openEnd_->at) {
+        openEnd_->at += length;
+    }
+    if (at > lastBookmarkEnd_) {
+        return;
+    }
+    for (Bookmark& bookmark : content_.bookmarks) {
+        const bool isPoint = bookmark.start == bookmark.end;
+        bookmark.end += bookmark.end > at || (isPoint && bookmark.end == at) ? length : 0;
+        bookmark.start += bookmark.start >= at ? length : 0;
+    }
+    lastBookmarkEnd_ += length;
+}
+
+void WorkingDocument::erased(Cp start, Cp end) {
+    sections_.erased(start, end);
+    if (openEnd_ && end <= openEnd_->at) {
+        openEnd_->at -= end - start;
+    } else if (openEnd_ && start < openEnd_->at) {
+        openEnd_.reset();
+    }
+    if (start >= lastBookmarkEnd_) {
+        return;
+    }
+    auto& bookmarks = content_.bookmarks;
+    const auto gone = [&](const Bookmark& b) { return b.start >= start && b.end <= end; };
+    bookmarks.erase(std::remove_if(bookmarks.begin(), bookmarks.end(), gone), bookmarks.end());
+    const auto moved = [&](Cp at) { return at <= start ? at : at - std::min(at, end) + start; };
+    for (Bookmark& bookmark : bookmarks) {
+        bookmark.start = moved(bookmark.start);
+        bookmark.end = moved(bookmark.end);
+    }
+}
+
+} // namespace qvnd::word

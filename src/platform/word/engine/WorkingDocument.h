@@ -1,0 +1,73 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentData.h"
+#include "platform/word/engine/BookmarkNames.h"
+#include "platform/word/engine/DocumentSections.h"
+#include "platform/word/engine/WorkingStory.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <utility>
+
+namespace qvnd::word {
+
+// A document under work: its tables, its main story with sections and bookmarks kept in step, and
+// its headers and footers as stories of their own.
+class WorkingDocument : private PositionObserver {
+public:
+    explicit WorkingDocument(DocumentContent content);
+    WorkingDocument(const WorkingDocument&) = delete;
+    WorkingDocument& operator=(const WorkingDocument&) = delete;
+
+    DocumentTables& tables() { return content_.tables; }
+    WorkingStory& main() { return main_; }
+    DocumentSections& sections() { return sections_; }
+    std::vector<Bookmark>& bookmarks() { return content_.bookmarks; }
+    BookmarkNames& bookmarkNames() { return bookmarkNames_; }
+    Bytes& settings() { return content_.settings; }
+
+    void addBookmark(Bookmark bookmark);
+
+    // The header or footer that the section shows; an empty paragraph in the style of headers or
+    // footers where there is none yet. Valid until the main story's text changes.
+    WorkingStory& header(std::size_t section, HeaderKind kind);
+
+    // The text of the last section behind `at` (an empty paragraph yet) shall not stand in that
+    // section: with the first character inserted there the section ends in front of it, and a new
+    // one with these properties begins. Until then nothing shows of it, so a document that ends
+    // with an inserted landscape page does not get an empty page behind it.
+    void endSectionOnInsertion(Cp at, PropertyListId next);
+    // Ends it now, where an insertion at `at` would.
+    void endOpenSection(Cp at);
+
+    // All of it, as the writer wants it. What is typed from here on goes into new fragments.
+    const DocumentContent& content();
+
+private:
+    struct HeaderUnderWork {
+        explicit HeaderUnderWork(Story text);
+        std::vector<StorySlice> slices;
+        WorkingStory story;
+    };
+    struct OpenEnd {
+        Cp at = 0;
+        PropertyListId next = PropertyListId::empty;
+    };
+
+    void changing(Cp at) override;
+    void inserted(Cp at, Cp length) override;
+    void erased(Cp start, Cp end) override;
+    void storeHeaders();
+    void closeHeaders();
+
+    DocumentContent content_;
+    BookmarkNames bookmarkNames_;
+    WorkingStory main_;
+    DocumentSections sections_;
+    std::map<std::pair<std::size_t, HeaderKind>, std::unique_ptr<HeaderUnderWork>> headers_;
+    std::optional<OpenEnd> openEnd_;
+    Cp lastBookmarkEnd_ = 0; // no bookmark ends behind it
+};
+
+} // namespace qvnd::word

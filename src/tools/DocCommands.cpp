@@ -1,0 +1,140 @@
+#include "tools/DocCommands.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/engine/DocumentFacts.h"
+#include "platform/word/engine/DocumentMerge.h"
+#include "platform/word/engine/DocumentSource.h"
+#include "tools/Arguments.h"
+#include "tools/Session.h"
+#include "tools/UsageError.h"
+
+#include <QJsonObject>
+
+#include <filesystem>
+
+namespace qvnd::tools {
+
+namespace {
+
+std::filesystem::path pathOf(const QString& name) { return name.toStdU16String(); }
+
+// What a file loses on its way, on standard error.
+class TerminalImportReport : public word::ImportReport {
+public:
+    explicit TerminalImportReport(desktop::MessageBoxes& messages) : messages_(messages) {}
+
+    void notCarried(const std::filesystem::path& path, std::u16string_view what) override {
+        const QString file = QString::fromStdU16String(path.filename().u16string());
+        const QString reason = QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()));
+        messages_.tell(file + QStringLiteral("：") + reason, desktop::Icon::information,
+                       QStringLiteral("提示"));
+    }
+
+private:
+    desktop::MessageBoxes& messages_;
+};
+
+// Refusals are said in a box as all others are.
+ExitStatus refusing(Session& session, const std::function<void()>& work) {
+    try {
+        work();
+        return ExitStatus::done;
+    } catch (const RunTimeError& failure) {
+        session.messages().tell(QString::fromStdU16String(failure.description()),
+                                desktop::Icon::exclamation, QStringLiteral("警告！"));
+        return ExitStatus::refused;
+    }
+}
+
+word::FontChange fontOf(const Arguments& arguments) {
+    word::FontChange font;
+    if (arguments.hasOption(QStringLiteral("--font"))) {
+        font.name = arguments.option(QStringLiteral("--font")).toStdU16String();
+    }
+    if (arguments.hasOption(QStringLiteral("--size"))) {
+        bool isNumber = false;
+        const float points = arguments.option(QStringLiteral("--size")).toFloat(&isNumber);
+        if (!isNumber || !(points >= 1 && points <= 1638)) {
+            throw UsageError(QStringLiteral("--size 要 1 到 1638 之间的磅数"));
+        }
+        font.points = points;
+    }
+    return font;
+}
+
+ExitStatus merge(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {{}, {QStringLiteral("--font"), QStringLiteral("--size")}});
+    constexpr qsizetype manyFiles = 100000;
+    arguments.expectPositions(2, manyFiles);
+    const word::FontChange font = fontOf(arguments);
+    std::vector<std::filesystem::path> files;
+    for (const QString& name : arguments.positions().mid(1)) {
+        files.push_back(pathOf(name));
+    }
+    return refusing(session, [&] {
+        TerminalImportReport report(session.messages());
+        const auto document = word::mergeDocuments(files, font, report);
+        word::DocumentWriter().saveAs(pathOf(arguments.position(0)), document->content());
+        session.output().result(QJsonObject{{"output", arguments.position(0)}}, {});
+    });
+}
+
+ExitStatus text(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {});
+    arguments.expectPositions(1, 1);
+    return refusing(session, [&] {
+        const auto document = word::readDocumentFile(pathOf(arguments.position(0)));
+        const QString plain =
+            QString::fromStdU16String(plainText(document.main, document.tables.lists));
+        session.output().result(QJsonObject{{"text", plain}}, plain);
+    });
+}
+
+QJsonObject asJson(const word::DocumentFacts& facts) {
+    return {{"paragraphs", facts.paragraphs},
+            {"tables", facts.tables},
+            {"cells", facts.cells},
+            {"pictures", facts.pictures},
+            {"sections", facts.sections},
+            {"lists", facts.lists},
+            {"fields", facts.fields},
+            {"footnotes", facts.footnotes},
+            {"endnotes", facts.endnotes},
+            {"comments", facts.comments},
+            {"bookmarks", facts.bookmarks},
+            {"shapes", facts.shapes},
+            {"embeddedObjects", facts.embeddedObjects},
+            {"styles", facts.styles}};
+}
+
+QString asText(const QJsonObject& facts) {
+    QStringList lines;
+    for (auto fact = facts.begin(); fact != facts.end(); ++fact) {
+        lines += fact.key() + QStringLiteral(": ") + QString::number(fact.value().toInt());
+    }
+    return lines.join(u'\n');
+}
+
+ExitStatus info(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {});
+    arguments.expectPositions(1, 1);
+    return refusing(session, [&] {
+        const auto document = word::readDocumentFile(pathOf(arguments.position(0)));
+        const QJsonObject facts = asJson(word::factsOf(document));
+        session.output().result(facts, asText(facts));
+    });
+}
+
+} // namespace
+
+std::vector<Command> docCommands() {
+    return {
+        {QStringLiteral("doc merge"), QStringLiteral("[--font 字体 --size 磅数] 输出 文件..."),
+         QStringLiteral("把各文件依次合成一个文档"), merge},
+        {QStringLiteral("doc text"), QStringLiteral("文件"), QStringLiteral("文档的文字"), text},
+        {QStringLiteral("doc info"), QStringLiteral("文件"),
+         QStringLiteral("文档里有多少段落、表格、图片等"), info}};
+}
+
+} // namespace qvnd::tools

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "tools/Command.h"
+
+namespace qvnd::tools {
+
+// The commands on single Word documents: "doc merge", "doc text", "doc info".
+std::vector<Command> docCommands();
+
+} // namespace qvnd::tools
