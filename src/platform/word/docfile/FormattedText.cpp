@@ -4,6 +4,7 @@
 #include "platform/word/docfile/FormatError.h"
 #include "platform/word/docfile/FormattingRuns.h"
 #include "platform/word/docfile/ParagraphPages.h"
+#include "platform/word/docfile/StoryRepair.h"
 
 #include <algorithm>
 
@@ -24,18 +25,6 @@ void appendText(std::u16string& text, const Piece& piece, ByteView stream) {
         std::transform(bytes.begin(), bytes.end(), std::back_inserter(text), decompressed);
     } else {
         text += LittleEndianReader(bytes, "text").text(piece.length);
-    }
-}
-
-// Appends to runs of characters; neighbours that look alike become one.
-void appendRun(std::vector<CharacterRun>& runs, Cp length, PropertyListId properties) {
-    if (length == 0) {
-        return;
-    }
-    if (!runs.empty() && runs.back().properties == properties) {
-        runs.back().length += length;
-    } else {
-        runs.push_back({length, properties});
     }
 }
 
@@ -101,8 +90,8 @@ private:
             const FormattingRun run = characters_.at(fc);
             fc = std::min(run.limitFc, limit);
             const Cp reached = ceilingOfHalf(fc - piece.fc, piece.bytesPerCharacter());
-            appendRun(result_.characters, reached - done,
-                      modifiers_.characters(run.properties, piece.modifier));
+            appendRun(result_.characters,
+                      {reached - done, modifiers_.characters(run.properties, piece.modifier)});
             done = reached;
         }
     }

@@ -52,7 +52,7 @@ public:
         return single;
     }
 
-    void append(CharacterRun run) { result_.push_back(run); }
+    void append(CharacterRun run) { appendRun(result_, run); }
 
     std::vector<CharacterRun> finish() {
         while (run_ < runs_.size()) {
@@ -66,7 +66,7 @@ private:
 
     void copy(Cp length) {
         if (length > 0) {
-            result_.push_back({length, runs_[run_].properties});
+            appendRun(result_, {length, runs_[run_].properties});
         }
         skip(length);
     }
@@ -89,6 +89,17 @@ private:
 
 } // namespace
 
+void appendRun(std::vector<CharacterRun>& runs, CharacterRun run) {
+    if (run.length == 0) {
+        return;
+    }
+    if (!runs.empty() && runs.back().properties == run.properties) {
+        runs.back().length += run.length;
+    } else {
+        runs.push_back(run);
+    }
+}
+
 bool closeWithParagraphMark(Story& story) {
     if (!story.text.empty() && story.text.back() == paragraphMark) {
         return false;
@@ -96,7 +107,7 @@ bool closeWithParagraphMark(Story& story) {
     const char16_t last = story.text.empty() ? paragraphMark : story.text.back();
     const bool goesOn = last != paragraphMark && last != cellMark && last != breakCharacter;
     story.text.push_back(paragraphMark);
-    story.characters.push_back({1, PropertyListId::empty});
+    appendRun(story.characters, {1, PropertyListId::empty});
     if (goesOn) {
         ++story.paragraphs.back().length;
     } else {

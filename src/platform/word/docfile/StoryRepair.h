@@ -8,6 +8,9 @@
 // What makes a story from a file keep its invariants, whatever the file says.
 namespace qvnd::word {
 
+// Appends a run; one that looks like the last becomes part of it, an empty one nothing.
+void appendRun(std::vector<CharacterRun>& runs, CharacterRun run);
+
 // Appends a paragraph mark unless the text ends in one. Answers whether it did.
 bool closeWithParagraphMark(Story& story);
 

@@ -1,0 +1,114 @@
+#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "support/Corpus.h"
+#include "support/MemoryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+DocumentData copyThroughAFile(const DocumentData& document) {
+    const auto folder = std::make_shared<test::MemoryFolder>();
+    DocumentContent content;
+    content.tables.styles = document.tables.styles;
+    content.tables.fonts = document.tables.fonts;
+    content.tables.listDefinitions = document.tables.listDefinitions;
+    content.tables.listOverrides = document.tables.listOverrides;
+    content.tables.blobs = document.tables.blobs;
+    content.tables.authors = document.tables.authors;
+    for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
+        content.tables.lists.intern(document.tables.lists[static_cast<PropertyListId>(i)]);
+    }
+    content.main = {{std::make_shared<Story>(document.main), 0, document.main.size()}};
+    content.sections = document.sections;
+    content.headers = document.headers;
+    content.bookmarks = document.bookmarks;
+    content.settings = document.settings;
+    DocumentWriter(folder).saveAs("/folder/copy.doc", content);
+    return readDocument(folder->bytes("/folder/copy.doc"));
+}
+
+// A list's entries, with the picture itself where the list names one.
+Bytes comparable(const DocumentData& document, PropertyListId id) {
+    Bytes result;
+    for (const SprmView& entry : parseSprms(document.tables.lists[id]).sprms) {
+        result.insert(result.end(), entry.whole.begin(), entry.whole.end());
+        if (entry.opcode == sprm::CPicLocation) {
+            result.resize(result.size() - 4);
+            const std::uint32_t index = LittleEndianReader(entry.operand, "index").u32();
+            const Bytes& blob = *document.tables.blobs.at(index);
+            result.insert(result.end(), blob.begin(), blob.end());
+        }
+    }
+    return result;
+}
+
+void expectSameStory(const DocumentData& first, const Story& one, const DocumentData& second,
+                     const Story& other) {
+    EXPECT_TRUE(one.text == other.text);
+    EXPECT_EQ(one.fields.size(), other.fields.size());
+    ASSERT_EQ(one.characters.size(), other.characters.size());
+    for (std::size_t i = 0; i < one.characters.size(); ++i) {
+        EXPECT_EQ(one.characters[i].length, other.characters[i].length) << "run " << i;
+        EXPECT_EQ(comparable(first, one.characters[i].properties),
+                  comparable(second, other.characters[i].properties))
+            << "run " << i;
+    }
+    ASSERT_EQ(one.paragraphs.size(), other.paragraphs.size());
+    for (std::size_t i = 0; i < one.paragraphs.size(); ++i) {
+        EXPECT_EQ(one.paragraphs[i].length, other.paragraphs[i].length) << "paragraph " << i;
+        EXPECT_EQ(one.paragraphs[i].style, other.paragraphs[i].style) << "paragraph " << i;
+        EXPECT_EQ(comparable(first, one.paragraphs[i].properties),
+                  comparable(second, other.paragraphs[i].properties))
+            << "paragraph " << i;
+    }
+}
+
+void expectSame(const DocumentData& first, const DocumentData& second) {
+    expectSameStory(first, first.main, second, second.main);
+    ASSERT_EQ(first.sections.size(), second.sections.size());
+    for (std::size_t i = 0; i < first.sections.size(); ++i) {
+        EXPECT_EQ(first.sections[i].length, second.sections[i].length);
+        EXPECT_EQ(comparable(first, first.sections[i].properties),
+                  comparable(second, second.sections[i].properties));
+        for (std::size_t kind = 0; kind < first.headers[i].size(); ++kind) {
+            const auto& one = first.headers[i][kind];
+            const auto& other = second.headers[i][kind];
+            ASSERT_EQ(one.has_value(), other.has_value()) << "header " << kind;
+            if (one) {
+                expectSameStory(first, *one, second, *other);
+            }
+        }
+    }
+    EXPECT_EQ(first.bookmarks.size(), second.bookmarks.size());
+    EXPECT_EQ(first.tables.styles.styles.size(), second.tables.styles.styles.size());
+    EXPECT_EQ(first.tables.fonts.size(), second.tables.fonts.size());
+    EXPECT_EQ(first.tables.listDefinitions.size(), second.tables.listDefinitions.size());
+    EXPECT_EQ(first.tables.listOverrides.size(), second.tables.listOverrides.size());
+}
+
+TEST(RoundTrip, WhatWasReadIsWrittenAndReadAgainAlike) {
+    const auto files = test::corpusFiles();
+    if (files.empty()) {
+        GTEST_SKIP() << "no corpus of real documents here";
+    }
+    for (const auto& path : files) {
+        SCOPED_TRACE(path.filename().string());
+        std::optional<DocumentData> document;
+        try {
+            document = readDocument(path);
+        } catch (const FormatError&) {
+            continue; // what is refused is the business of other tests
+        }
+        const DocumentData copy = copyThroughAFile(*document);
+        EXPECT_TRUE(copy.remarks.empty());
+        expectSame(*document, copy);
+    }
+}
+
+} // namespace
+} // namespace qvnd::word
