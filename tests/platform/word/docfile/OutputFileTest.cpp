@@ -1,0 +1,179 @@
+#include "platform/word/docfile/OutputFile.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/error/Utf8.h"
+#include "platform/word/docfile/FileErrors.h"
+#include "support/Errors.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace qvnd::word {
+namespace {
+
+namespace fs = std::filesystem;
+
+class OutputFileTest : public testing::Test {
+protected:
+    OutputFileTest() { fs::create_directories(home); }
+    ~OutputFileTest() override {
+        std::error_code ignored;
+        fs::permissions(home, fs::perms::owner_all, ignored);
+        fs::remove_all(home, ignored);
+    }
+
+    void write(const fs::path& path, const std::string& text) const {
+        std::ofstream(path, std::ios::binary) << text;
+    }
+    static std::string read(const fs::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    std::size_t filesInHome() const {
+        return static_cast<std::size_t>(
+            std::distance(fs::directory_iterator(home), fs::directory_iterator()));
+    }
+    void replaceBy(const std::string& text, const fs::path& target) const {
+        fs::path temporary;
+        auto file = folder->createBeside(target, &temporary);
+        file->writeAt(0, ByteView(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+        file->sync();
+        file->close();
+        try {
+            folder->replace(temporary, target);
+        } catch (const RunTimeError&) {
+            folder->remove(temporary);
+            throw;
+        }
+    }
+    std::optional<long> errorOfReplacing(const fs::path& target) const {
+        return test::errorNumberOf([&] { replaceBy("new", target); });
+    }
+
+    const fs::path home = fs::temp_directory_path() / ("qvnd-output-" + std::to_string(getpid()));
+    std::shared_ptr<OutputFolder> folder = realOutputFolder();
+};
+
+TEST_F(OutputFileTest, WritesWhereItIsTold) {
+    fs::path path;
+    auto file = folder->createBeside(home / "target.doc", &path);
+    const Bytes bytes{'a', 'b', 'c'};
+    file->writeAt(2, bytes);
+    file->writeAt(1, bytes);
+    EXPECT_EQ(file->size(), 5U);
+    file->truncate(4);
+    file->close();
+    file->close();
+    EXPECT_EQ(read(path), std::string("\0abc", 4));
+}
+
+TEST_F(OutputFileTest, ATemporaryFileHasANameOfItsOwnInTheSameFolder) {
+    fs::path one;
+    fs::path two;
+    const fs::path target = home / (std::string(240, 'x') + ".doc"); // as long as names can be
+    folder->createBeside(target, &one);
+    folder->createBeside(target, &two);
+    EXPECT_NE(one, two);
+    EXPECT_EQ(one.parent_path(), home);
+    EXPECT_TRUE(fs::exists(one));
+    EXPECT_TRUE(fs::exists(two));
+}
+
+TEST_F(OutputFileTest, ReplacingKeepsThePermissions) {
+    const fs::path target = home / "target.doc";
+    write(target, "old");
+    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    replaceBy("new", target);
+    EXPECT_EQ(read(target), "new");
+    EXPECT_EQ(fs::status(target).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    EXPECT_EQ(filesInHome(), 1U);
+}
+
+TEST_F(OutputFileTest, NamesMayHaveAnyCharacters) {
+    const fs::path target = home / fs::u8path("某项目 𠀀 «施工» 方案.doc");
+    replaceBy("new", target);
+    EXPECT_EQ(read(target), "new");
+}
+
+TEST_F(OutputFileTest, ALinkStaysAndItsTargetIsReplaced) {
+    fs::create_directory(home / "inner");
+    write(home / "inner" / "real.doc", "old");
+    fs::create_symlink(home / "inner" / "real.doc", home / "link.doc");
+    replaceBy("new", home / "link.doc");
+    EXPECT_TRUE(fs::is_symlink(home / "link.doc"));
+    EXPECT_EQ(read(home / "inner" / "real.doc"), "new");
+}
+
+TEST_F(OutputFileTest, AProtectedFileIsNotReplaced) {
+    const fs::path target = home / "target.doc";
+    write(target, "old");
+    fs::permissions(target, fs::perms::owner_read);
+    EXPECT_EQ(errorOfReplacing(target), error::permissionDenied);
+    EXPECT_EQ(read(target), "old");
+    EXPECT_EQ(filesInHome(), 1U);
+}
+
+TEST_F(OutputFileTest, AFolderIsNotReplaced) {
+    fs::create_directory(home / "target.doc");
+    EXPECT_EQ(errorOfReplacing(home / "target.doc"), error::pathAccess);
+    EXPECT_EQ(filesInHome(), 1U);
+}
+
+TEST_F(OutputFileTest, AMissingFolderIsAPathNotFound) {
+    EXPECT_EQ(errorOfReplacing(home / "nowhere" / "target.doc"), error::pathNotFound);
+    write(home / "file", "");
+    EXPECT_EQ(errorOfReplacing(home / "file" / "target.doc"), error::pathNotFound);
+    EXPECT_EQ(test::errorNumberOf([&] { folder->openForUpdate(home / "none.doc"); }),
+              error::pathNotFound);
+}
+
+TEST_F(OutputFileTest, AFullDeviceIsADiskFull) {
+    if (!fs::exists("/dev/full")) {
+        GTEST_SKIP() << "no device that is always full";
+    }
+    auto file = folder->openForUpdate("/dev/full");
+    EXPECT_EQ(test::errorNumberOf([&] { file->writeAt(0, Bytes(10)); }), error::diskFull);
+}
+
+TEST_F(OutputFileTest, TheDescriptionNamesTheFile) {
+    try {
+        folder->openForUpdate(home / fs::u8path("方案.doc"));
+        FAIL() << "there is no such file";
+    } catch (const RunTimeError& error) {
+        EXPECT_NE(error.description().find(u"方案.doc"), std::u16string::npos);
+    }
+}
+
+TEST_F(OutputFileTest, WhatTheSystemSaysHasItsNumber) {
+    const auto number = [](std::errc condition) {
+        return test::errorNumberOf(
+            [&] { throwFileError(std::make_error_code(condition), "x.doc"); });
+    };
+    EXPECT_EQ(number(std::errc::no_space_on_device), error::diskFull);
+    EXPECT_EQ(number(std::errc::file_too_large), error::diskFull);
+    EXPECT_EQ(number(std::errc::permission_denied), error::permissionDenied);
+    EXPECT_EQ(number(std::errc::operation_not_permitted), error::permissionDenied);
+    EXPECT_EQ(number(std::errc::read_only_file_system), error::permissionDenied);
+    EXPECT_EQ(number(std::errc::no_such_file_or_directory), error::pathNotFound);
+    EXPECT_EQ(number(std::errc::not_a_directory), error::pathNotFound);
+    EXPECT_EQ(number(std::errc::io_error), error::pathAccess);
+}
+
+TEST_F(OutputFileTest, AStampTellsAnotherFileAndAnotherContents) {
+    const fs::path target = home / "target.doc";
+    EXPECT_FALSE(folder->stamp(target));
+    write(target, "old");
+    const auto before = folder->stamp(target);
+    ASSERT_TRUE(before);
+    EXPECT_EQ(folder->stamp(target), before);
+    replaceBy("new", target);
+    EXPECT_NE(folder->stamp(target), before);
+    const auto after = folder->stamp(target);
+    write(target, "longer");
+    EXPECT_NE(folder->stamp(target), after);
+}
+
+} // namespace
+} // namespace qvnd::word
