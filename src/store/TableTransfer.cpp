@@ -1,0 +1,188 @@
+#include "store/TableTransfer.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+#include "store/Names.h"
+
+namespace qvnd::store {
+
+namespace {
+
+// "SELECT * INTO 甲 IN 'file' FROM 甲", the name bare.
+QString copyStatement(const QString& table, const QString& file) {
+    return "SELECT * INTO " + table + " IN '" + file + "' FROM " + table;
+}
+
+// Spelt as on disk, whatever the case of its letters.
+QString databaseIn(const QString& folder, const QString& name) {
+    return files::resolved(folder + files::separator() + name + ".mdb");
+}
+
+jet::Database& openPlanDatabase(modMain& state) {
+    if (state.gDbPlan == nullptr) {
+        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量没有设置");
+    }
+    return *state.gDbPlan;
+}
+
+// Looks from the current row on, not from the first, and by the exact characters.
+bool isListed(jet::Recordset& list, const QString& name) {
+    for (; !list.Eof(); list.MoveNext()) {
+        if (list.Get(field::name).TextOrEmpty() == name) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void enlist(jet::Recordset& list, const QString& name) {
+    list.AddNew();
+    list.Set(field::name, name);
+    list.Update();
+}
+
+void show(const std::optional<RunTimeError>& failure, desktop::MessageBoxes& messages) {
+    if (failure && failure->number() > 0) {
+        messages.tell(QString::fromStdU16String(failure->description()),
+                      desktop::Icon::exclamation);
+    }
+}
+
+// Runs each statement with its error remembered and the next one following.
+class RememberingErrors {
+public:
+    template <class Statement>
+    bool operator()(Statement statement) {
+        try {
+            statement();
+            return true;
+        } catch (const RunTimeError& failure) {
+            last_ = failure;
+            return false;
+        }
+    }
+
+    const std::optional<RunTimeError>& last() const { return last_; }
+
+private:
+    std::optional<RunTimeError> last_;
+};
+
+class PlanImport {
+public:
+    PlanImport(modMain& state, const ImportSurroundings& surroundings)
+        : state_(state), surroundings_(surroundings) {}
+
+    void run() {
+        statement_([&] {
+            list_ = state_.gDbUser->OpenRecordset(table::planList.toString(), jet::OpenAs::Table);
+        });
+        std::vector<files::Entry> folders;
+        statement_([&] { folders = state_.gFso->SubFolders(state_.gUserTplPath); });
+        for (const files::Entry& folder : folders) {
+            adopt(folder);
+        }
+        statement_([&] { surroundings_.refreshTree(); });
+        surroundings_.splash.unload();
+        show(statement_.last(), surroundings_.messages);
+        list_.reset();
+        state_.gDbPlan.reset();
+    }
+
+private:
+    void adopt(const files::Entry& folder) {
+        const QString file = databaseIn(folder.Path, folder.Name);
+        if (!state_.gFso->FileExists(file) || list_ == nullptr) {
+            return;
+        }
+        bool listed = false;
+        statement_([&] { listed = isListed(*list_, folder.Name); });
+        if (!listed) {
+            statement_([&] { enlist(*list_, folder.Name); });
+            statement_([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
+            copy(folder.Name);
+            copy(folder.Name + informationSuffix.toString());
+        }
+        statement_([&] { list_->MoveFirst(); });
+    }
+
+    void copy(const QString& name) {
+        statement_(
+            [&] { openPlanDatabase(state_).Execute(copyStatement(name, state_.gDbUser->Name())); });
+    }
+
+    modMain& state_;
+    const ImportSurroundings& surroundings_;
+    RememberingErrors statement_;
+    std::unique_ptr<jet::Recordset> list_;
+};
+
+void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
+    const auto list =
+        state.gDbTemplate->OpenRecordset(table::planList.toString(), jet::OpenAs::Table);
+    for (const files::Entry& folder : state.gFso->SubFolders(state.gSysPath + "标书模板")) {
+        const QString file = databaseIn(folder.Path, folder.Name);
+        if (!state.gFso->FileExists(file)) {
+            continue;
+        }
+        if (!isListed(*list, folder.Name)) {
+            enlist(*list, folder.Name);
+            state.gDbPlan = state.gWs->OpenDatabase(file);
+            state.gDbPlan->Execute(copyStatement(folder.Name, state.gDbTemplate->Name()));
+        }
+        list->MoveFirst();
+    }
+    state.gDbTemplate->TableDefs().Refresh();
+    surroundings.refreshTree();
+    surroundings.splash.unload();
+}
+
+// True when the table has been dropped, false when that failed.
+bool dropFrom(modMain& state, const QString& file, const QString& name) {
+    try {
+        const auto local = state.gWs->OpenDatabase(file);
+        local->Execute("DROP TABLE " + name);
+        local->Close();
+        return true;
+    } catch (const RunTimeError&) {
+        return false;
+    }
+}
+
+} // namespace
+
+void ImportPlanFolders(modMain& state, const ImportSurroundings& surroundings) {
+    PlanImport(state, surroundings).run();
+}
+
+void ImportTemplateFolders(modMain& state, const ImportSurroundings& surroundings) {
+    std::optional<RunTimeError> failure;
+    try {
+        adoptTemplates(state, surroundings);
+    } catch (const RunTimeError& raised) {
+        failure = raised;
+    }
+    show(failure, surroundings.messages);
+    state.gDbPlan.reset();
+}
+
+void SaveCurrentPlanTables(modMain& state, const std::optional<QString>& openPlan) {
+    if (!openPlan) {
+        return;
+    }
+    const QString& name = *openPlan;
+    const QString file = databaseIn(state.gUserTplPath + name, name);
+    const QString statement = "SELECT * INTO [" + name + "] IN '" + file + "' FROM [" + name + "]";
+    for (;;) {
+        try {
+            state.gDbUser->Execute(statement);
+            return;
+        } catch (const RunTimeError& failure) {
+            if (failure.number() != error::tableExists || !dropFrom(state, file, name)) {
+                return;
+            }
+        }
+    }
+}
+
+} // namespace qvnd::store

@@ -1,0 +1,117 @@
+#include "platform/jet/TextOrder.h"
+#include "platform/jet/TextPattern.h"
+
+#include <QString>
+
+#include <gtest/gtest.h>
+
+namespace qvnd::jet {
+
+namespace {
+
+int order(QStringView a, QStringView b) {
+    const QByteArray left = a.toUtf8();
+    const QByteArray right = b.toUtf8();
+    return compareText({left.constData(), static_cast<std::size_t>(left.size())},
+                       {right.constData(), static_cast<std::size_t>(right.size())});
+}
+
+} // namespace
+
+TEST(TextOrder, LettersOfBothCasesAreEqual) {
+    EXPECT_EQ(order(u"Key", u"kEY"), 0);
+    EXPECT_EQ(order(u"ÄÖ", u"äö"), 0);
+    EXPECT_EQ(order(u"Σ", u"σ"), 0);
+}
+
+TEST(TextOrder, FullWidthLettersOfBothCasesAreEqualButNotToHalfWidthOnes) {
+    EXPECT_EQ(order(u"Ａｂ", u"ａＢ"), 0);
+    EXPECT_NE(order(u"Ａ", u"A"), 0);
+}
+
+TEST(TextOrder, ABeginningComesBeforeTheWhole) {
+    EXPECT_LT(order(u"工程甲.1", u"工程甲.10"), 0);
+    EXPECT_GT(order(u"工程甲.10", u"工程甲.1"), 0);
+    EXPECT_LT(order(u"", u"a"), 0);
+}
+
+TEST(TextOrder, ChineseCharactersThatShareBytesAreToldApart) {
+    EXPECT_NE(order(u"一", u"丁"), 0);
+    EXPECT_EQ(order(u"一", u"丁") < 0, order(u"丁", u"一") > 0);
+    EXPECT_NE(order(u"𠀀", u"𠀁"), 0);
+}
+
+TEST(TextOrder, PositionsCountFromOneWithoutCase) {
+    EXPECT_EQ(positionOf(u"T.1.", u"t.1.2"), 1);
+    EXPECT_EQ(positionOf(u"乙", u"甲乙"), 2);
+    EXPECT_EQ(positionOf(u"丙", u"甲乙"), 0);
+    EXPECT_EQ(positionOf(u"", u"甲"), 1);
+    EXPECT_EQ(positionOf(u"", u""), 0);
+}
+
+TEST(TextPatterns, AStarStandsForAnyCharactersAlsoNone) {
+    EXPECT_TRUE(matchesPattern(u"T.1", u"T.1*"));
+    EXPECT_TRUE(matchesPattern(u"T.10", u"T.1*"));
+    EXPECT_TRUE(matchesPattern(u"T.1.2", u"T.1*"));
+    EXPECT_FALSE(matchesPattern(u"T.2", u"T.1*"));
+    EXPECT_TRUE(matchesPattern(u"甲乙丙", u"*丙"));
+    EXPECT_TRUE(matchesPattern(u"aXbXc", u"a*X*c"));
+    EXPECT_FALSE(matchesPattern(u"aXbXd", u"a*X*c"));
+    EXPECT_TRUE(matchesPattern(u"", u"*"));
+}
+
+TEST(TextPatterns, TheWholeTextMustMatch) {
+    EXPECT_FALSE(matchesPattern(u"T.1", u"T"));
+    EXPECT_FALSE(matchesPattern(u"T", u"T.1"));
+    EXPECT_TRUE(matchesPattern(u"", u""));
+}
+
+TEST(TextPatterns, LettersMatchWithoutCase) {
+    EXPECT_TRUE(matchesPattern(u"Plan.1", u"pLAN*"));
+    EXPECT_TRUE(matchesPattern(u"B", u"[a-c]"));
+}
+
+TEST(TextPatterns, AQuestionMarkStandsForOneCharacter) {
+    EXPECT_TRUE(matchesPattern(u"甲乙", u"甲?"));
+    EXPECT_FALSE(matchesPattern(u"甲", u"甲?"));
+    EXPECT_FALSE(matchesPattern(u"甲乙丙", u"甲?"));
+}
+
+TEST(TextPatterns, ANumberSignStandsForOneDigit) {
+    EXPECT_TRUE(matchesPattern(u"T.7", u"T.#"));
+    EXPECT_FALSE(matchesPattern(u"T.x", u"T.#"));
+    EXPECT_FALSE(matchesPattern(u"T.７", u"T.#"));
+}
+
+TEST(TextPatterns, BracketsStandForOneOfTheirCharacters) {
+    EXPECT_TRUE(matchesPattern(u"T.b", u"T.[abc]"));
+    EXPECT_TRUE(matchesPattern(u"T.5", u"T.[0-9]"));
+    EXPECT_FALSE(matchesPattern(u"T.x", u"T.[0-9]"));
+    EXPECT_TRUE(matchesPattern(u"a-", u"a[x-]"));
+}
+
+TEST(TextPatterns, AnExclamationMarkInBracketsStandsForTheOthers) {
+    EXPECT_TRUE(matchesPattern(u"T.x", u"T.[!0-9]"));
+    EXPECT_FALSE(matchesPattern(u"T.5", u"T.[!0-9]"));
+}
+
+TEST(TextPatterns, AWildcardInBracketsStandsForItself) {
+    EXPECT_TRUE(matchesPattern(u"a*b", u"a[*]b"));
+    EXPECT_FALSE(matchesPattern(u"axb", u"a[*]b"));
+    EXPECT_TRUE(matchesPattern(u"[", u"[[]"));
+}
+
+TEST(TextPatterns, EmptyBracketsStandForNothing) { EXPECT_TRUE(matchesPattern(u"ab", u"a[]b")); }
+
+TEST(TextPatterns, AnOpenBracketIsNoPattern) {
+    EXPECT_FALSE(isPattern(u"T.[1*"));
+    EXPECT_TRUE(isPattern(u"T.[1]*"));
+    EXPECT_FALSE(matchesPattern(u"T.[1", u"T.[1*"));
+}
+
+TEST(TextPatterns, ManyStarsOnALongTextEnd) {
+    const QString text(2000, u'a');
+    EXPECT_FALSE(matchesPattern(text, u"*a*a*a*a*a*a*b"));
+}
+
+} // namespace qvnd::jet

@@ -1,0 +1,98 @@
+#include "platform/jet/Value.h"
+#include "support/JetStore.h"
+
+namespace qvnd::jet {
+
+using test::errorOf;
+
+TEST(Values, AreNullUntilTheyHoldSomething) {
+    EXPECT_TRUE(Value().IsNull());
+    EXPECT_FALSE(Value(u""_qs).IsNull());
+    EXPECT_EQ(Value().TextOrEmpty(), u""_qs);
+}
+
+TEST(Values, NullAsTextNumberOrDateIs94) {
+    EXPECT_EQ(errorOf([] { (void)Value().ToText(); }), 94);
+    EXPECT_EQ(errorOf([] { (void)Value().ToLong(); }), 94);
+    EXPECT_EQ(errorOf([] { (void)Value().ToSingle(); }), 94);
+    EXPECT_EQ(errorOf([] { (void)Value().ToDate(); }), 94);
+}
+
+TEST(Values, ATextThatIsNoNumberIs13) {
+    for (const QString& text :
+         {u"小四"_qs, u""_qs, u"1 2"_qs, u"1.2.3"_qs, u"-"_qs, u"1e"_qs, u"."_qs, u"12pt"_qs,
+          u"&H"_qs, u"&HXY"_qs, u"nan"_qs, u"inf"_qs, u",5"_qs, u"5,"_qs}) {
+        EXPECT_EQ(errorOf([&] { (void)Value(text).ToDouble(); }), 13) << text.toStdString();
+    }
+}
+
+TEST(Values, ATextSpellsItsNumber) {
+    EXPECT_EQ(Value(u" 12 "_qs).ToDouble(), 12);
+    EXPECT_EQ(Value(u"-0.5"_qs).ToDouble(), -0.5);
+    EXPECT_EQ(Value(u"+.5"_qs).ToDouble(), 0.5);
+    EXPECT_EQ(Value(u"5."_qs).ToDouble(), 5);
+    EXPECT_EQ(Value(u"1,234.5"_qs).ToDouble(), 1234.5);
+    EXPECT_EQ(Value(u"1e3"_qs).ToDouble(), 1000);
+    EXPECT_EQ(Value(u"1D-2"_qs).ToDouble(), 0.01);
+    EXPECT_EQ(Value(u"&H1F"_qs).ToDouble(), 31);
+}
+
+TEST(Values, AFractionIsRoundedAndAHalfToTheEvenNeighbour) {
+    EXPECT_EQ(Value(10.4).ToLong(), 10);
+    EXPECT_EQ(Value(10.6).ToLong(), 11);
+    EXPECT_EQ(Value(0.5).ToLong(), 0);
+    EXPECT_EQ(Value(1.5).ToLong(), 2);
+    EXPECT_EQ(Value(-2.5).ToLong(), -2);
+}
+
+TEST(Values, ANumberTooWideIs6) {
+    EXPECT_EQ(Value(32767).ToInteger(), 32767);
+    EXPECT_EQ(errorOf([] { (void)Value(32768).ToInteger(); }), 6);
+    EXPECT_EQ(errorOf([] { (void)Value(-32769).ToInteger(); }), 6);
+    EXPECT_EQ(errorOf([] { (void)Value(2147483648.0).ToLong(); }), 6);
+    EXPECT_EQ(errorOf([] { (void)Value(1e39).ToSingle(); }), 6);
+    EXPECT_EQ(errorOf([] { (void)Value(u"1e400"_qs).ToDouble(); }), 6);
+}
+
+TEST(Values, ANumberTooSmallIsZero) { EXPECT_EQ(Value(u"1e-400"_qs).ToDouble(), 0); }
+
+TEST(Values, NumbersAreTextInPlainDecimal) {
+    EXPECT_EQ(Value(3).ToText(), u"3"_qs);
+    EXPECT_EQ(Value(1.5F).ToText(), u"1.5"_qs);
+    EXPECT_EQ(Value(0.1F).ToText(), u"0.1"_qs);
+    EXPECT_EQ(Value(0.1).ToText(), u"0.1"_qs);
+}
+
+TEST(Values, DatesAreTextInTheShortFormWithTheTimeIfThereIsOne) {
+    EXPECT_EQ(Value(QDate(2001, 8, 31)).ToText(), u"2001-8-31"_qs);
+    EXPECT_EQ(Value(QDateTime(QDate(2001, 8, 31), QTime(7, 5, 9))).ToText(),
+              u"2001-8-31 7:05:09"_qs);
+}
+
+TEST(Values, ATextSpellsItsDate) {
+    const QDateTime day = QDate(2001, 8, 31).startOfDay();
+    for (const QString& text : {u"2001-8-31"_qs, u"2001/08/31"_qs, u"2001.8.31"_qs,
+                                u"2001年8月31日"_qs, u" 2001-08-31 0:00 "_qs}) {
+        EXPECT_EQ(Value(text).ToDate(), day) << text.toStdString();
+    }
+    EXPECT_EQ(Value(u"2001-8-31 7:05:09"_qs).ToDate(),
+              QDateTime(QDate(2001, 8, 31), QTime(7, 5, 9)));
+}
+
+TEST(Values, ATextThatIsNoDateIs13) {
+    for (const QString& text :
+         {u"2001-13-1"_qs, u"2001-2-29"_qs, u"今天"_qs, u""_qs, u"2001-8-31 25:00"_qs}) {
+        EXPECT_EQ(errorOf([&] { (void)Value(text).ToDate(); }), 13) << text.toStdString();
+    }
+}
+
+TEST(Values, ADateIsTheNumberOfItsDaysSinceTheEndOf1899) {
+    EXPECT_EQ(Value(QDate(1900, 1, 1)).ToDouble(), 2);
+    EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 31), QTime(12, 0))).ToDouble(), 1.5);
+    EXPECT_EQ(Value(1.5).ToDate(), QDateTime(QDate(1899, 12, 31), QTime(12, 0)));
+    EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 29), QTime(6, 0))).ToDouble(), -1.25);
+    EXPECT_EQ(Value(-1.25).ToDate(), QDateTime(QDate(1899, 12, 29), QTime(6, 0)));
+    EXPECT_EQ(errorOf([] { (void)Value(1e9).ToDate(); }), 6);
+}
+
+} // namespace qvnd::jet
