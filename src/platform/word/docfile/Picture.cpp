@@ -196,23 +196,24 @@ void Picture::setHeadField(std::size_t at, std::int32_t value) {
 }
 
 std::int32_t Picture::shown(const Dimension& dimension) const {
-    const double part = 1 - cropped(dimension.cropStart) - cropped(dimension.cropEnd);
-    const double twips = headField(dimension.goalAt) * part * headField(dimension.scaleAt) / 1000.0;
-    return std::max(1, static_cast<std::int32_t>(std::lround(twips)));
+    const double twips = double{1} * headField(dimension.goalAt) * headField(dimension.scaleAt);
+    return std::max(1, static_cast<std::int32_t>(std::lround(twips / fullScale)));
 }
 
 // The scale is kept to a tenth of a percent; the goal takes up what that rounds away.
 void Picture::setShown(const Dimension& dimension, std::int32_t twips) {
     constexpr double largestScale = 32767;
-    const double part =
-        std::max(0.001, 1 - cropped(dimension.cropStart) - cropped(dimension.cropEnd));
-    const double wanted = std::max(1, twips) / part;
+    const double wanted = std::max(1, twips);
     const double goal = std::max(1, headField(dimension.goalAt));
     const double scale = std::clamp(std::round(wanted / goal * fullScale), 1.0, largestScale);
     const double exactGoal = std::round(wanted / scale * fullScale);
     setHeadField(dimension.scaleAt, static_cast<std::int32_t>(scale));
     setHeadField(dimension.goalAt,
                  static_cast<std::int32_t>(std::clamp(exactGoal, 1.0, double{longestGoal})));
+}
+
+double Picture::visible(const Dimension& dimension) const {
+    return std::max(0.001, 1 - cropped(dimension.cropStart) - cropped(dimension.cropEnd));
 }
 
 double Picture::cropped(std::uint16_t opid) const {
@@ -230,10 +231,12 @@ std::int32_t Picture::naturalHeight() const { return headField(vertical.goalAt);
 void Picture::setCrop(Side side, double part) {
     const bool sideways = side == Side::left || side == Side::right;
     const Dimension& dimension = sideways ? horizontal : vertical;
-    const std::int32_t before = shown(dimension);
     const bool first = side == Side::left || side == Side::top;
-    set(first ? dimension.cropStart : dimension.cropEnd, fixedPoint(part));
-    setShown(dimension, before);
+    if (hasShape_) {
+        const double whole = shown(dimension) / visible(dimension);
+        set(first ? dimension.cropStart : dimension.cropEnd, fixedPoint(part));
+        setShown(dimension, static_cast<std::int32_t>(std::lround(whole * visible(dimension))));
+    }
 }
 
 void Picture::setBrightness(double part) {

@@ -31,7 +31,8 @@ public:
     std::int32_t naturalWidth() const;
     std::int32_t naturalHeight() const;
 
-    // Cuts off a part of the natural width or height (0 nothing, 0.5 half); the shown size stays.
+    // Cuts off a part of the natural width or height (0 nothing, 0.5 half). What stays keeps its
+    // scale, so the shown size shrinks with it.
     // The changes below have no effect on a picture that came without a shape record.
     void setCrop(Side side, double part);
     void setBrightness(double part); // 0 black, 0.5 as it is, 1 white
@@ -64,6 +65,7 @@ private:
     std::int32_t shown(const Dimension& dimension) const;
     void setShown(const Dimension& dimension, std::int32_t twips);
     double cropped(std::uint16_t opid) const;
+    double visible(const Dimension& dimension) const; // the part that crops leave
     void set(std::uint16_t opid, std::uint32_t value);
     void setFlag(std::uint16_t opid, std::uint32_t flag, bool on);
     art::ShapeProperties& propertyTable();

@@ -119,15 +119,19 @@ TEST(Picture, SizeIsKeptToTheTwip) {
     }
 }
 
-TEST(Picture, CropCutsTheNaturalSizeAndKeepsTheShownOne) {
+TEST(Picture, CropCutsTheNaturalSizeAndKeepsTheScale) {
     Picture picture = newPicture(96, 48);
     picture.setCrop(Picture::Side::left, 0.25);
     picture.setCrop(Picture::Side::bottom, 0.5);
 
     EXPECT_EQ(property(picture, art::cropFromLeft), 0x4000U);
     EXPECT_EQ(property(picture, art::cropFromBottom), 0x8000U);
-    EXPECT_NEAR(picture.width(), 1440, 1);
-    EXPECT_NEAR(picture.height(), 720, 1);
+    EXPECT_NEAR(picture.width(), 1080, 1);
+    EXPECT_NEAR(picture.height(), 360, 1);
+
+    picture.setCrop(Picture::Side::left, 0);
+    picture.setWidth(2000);
+    EXPECT_NEAR(picture.width(), 2000, 1);
 }
 
 TEST(Picture, BrightnessAndContrastAreNeutralAtOneHalf) {
