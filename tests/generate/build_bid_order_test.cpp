@@ -167,9 +167,9 @@ Selection.TypeParagraph
 Paragraphs.Last.Range.End -> 19
 Selection.InsertFile plans/工程/工程.1.2.doc
 Paragraphs.Last.Range.End -> 119
-Range(19, 119).Select
-Range(19, 119).Font.Name = 仿宋_GB2312
-Range(19, 119).Font.Size = 12
+Range(18, 119).Select
+Range(18, 119).Font.Name = 仿宋_GB2312
+Range(18, 119).Font.Size = 12
 Paragraphs.Last.Range.End -> 119
 Range(118, 119).Select
 ActiveDocument.Save
@@ -183,9 +183,9 @@ Selection.TypeParagraph
 Paragraphs.Last.Range.End -> 127
 Selection.InsertFile plans/工程/工程.1.2.3.doc
 Paragraphs.Last.Range.End -> 227
-Range(127, 227).Select
-Range(127, 227).Font.Name = 仿宋_GB2312
-Range(127, 227).Font.Size = 12
+Range(126, 227).Select
+Range(126, 227).Font.Name = 仿宋_GB2312
+Range(126, 227).Font.Size = 12
 Paragraphs.Last.Range.End -> 227
 Range(226, 227).Select
 Range(226, 227).ParagraphFormat.IndentCharWidth -2
@@ -208,9 +208,9 @@ Selection.TypeParagraph
 Paragraphs.Last.Range.End -> 242
 Selection.InsertFile plans/工程/工程.5.doc
 Paragraphs.Last.Range.End -> 342
-Range(242, 342).Select
-Range(242, 342).Font.Name = 仿宋_GB2312
-Range(242, 342).Font.Size = 12
+Range(241, 342).Select
+Range(241, 342).Font.Name = 仿宋_GB2312
+Range(241, 342).Font.Size = 12
 Paragraphs.Last.Range.End -> 342
 Range(341, 342).Select
 ActiveDocument.Save
@@ -244,9 +244,9 @@ Selection.TypeParagraph
 Paragraphs.Last.Range.End -> 21
 Selection.InsertFile plans/工程/工程.1.2.doc
 Paragraphs.Last.Range.End -> 121
-Range(21, 121).Select
-Range(21, 121).Font.Name = 仿宋_GB2312
-Range(21, 121).Font.Size = 12
+Range(20, 121).Select
+Range(20, 121).Font.Name = 仿宋_GB2312
+Range(20, 121).Font.Size = 12
 Paragraphs.Last.Range.End -> 121
 Range(120, 121).Select
 ActiveDocument.Save
@@ -258,10 +258,10 @@ Selection.TypeParagraph
 Paragraphs.Last.Range.End -> 129
 Selection.InsertFile plans/工程/工程.1.2.3.doc
 Paragraphs.Last.Range.End -> 229
-Range(129, 229).Select
-Range(129, 229).Font.Name = 仿宋_GB2312
-Range(129, 229).Font.Size = 12
-Range(129, 229).ParagraphFormat.IndentCharWidth 4
+Range(128, 229).Select
+Range(128, 229).Font.Name = 仿宋_GB2312
+Range(128, 229).Font.Size = 12
+Range(128, 229).ParagraphFormat.IndentCharWidth 4
 Paragraphs.Last.Range.End -> 229
 Range(228, 229).Select
 Range(228, 229).ParagraphFormat.IndentCharWidth -4
@@ -286,9 +286,9 @@ Selection.TypeParagraph
 Paragraphs.Last.Range.End -> 246
 Selection.InsertFile plans/工程/工程.5.doc
 Paragraphs.Last.Range.End -> 346
-Range(246, 346).Select
-Range(246, 346).Font.Name = 仿宋_GB2312
-Range(246, 346).Font.Size = 12
+Range(245, 346).Select
+Range(245, 346).Font.Name = 仿宋_GB2312
+Range(245, 346).Font.Size = 12
 Paragraphs.Last.Range.End -> 346
 Range(345, 346).Select
 ActiveDocument.Save

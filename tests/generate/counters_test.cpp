@@ -1,29 +1,16 @@
 #include "generate/numbering/ChapterGrid.h"
 #include "generate/numbering/LevelCounters.h"
 #include "generate/numbering/NumberWords.h"
-#include "platform/error/RunTimeError.h"
+#include "support/Errors.h"
+#include "support/Text.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
 using namespace qvnd;
 using namespace qvnd::generate;
-
-namespace {
-
-long errorOf(const std::function<void()>& statement) {
-    try {
-        statement();
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
-
-} // namespace
+using qvnd::test::errorNumberOf;
 
 TEST(LevelCounters, ClearBelowKeepsTheLevelItselfAndThoseAbove) {
     LevelCounters counters;
@@ -38,9 +25,9 @@ TEST(LevelCounters, ClearBelowKeepsTheLevelItselfAndThoseAbove) {
 
 TEST(LevelCounters, RunFromZeroToThirty) {
     LevelCounters counters;
-    EXPECT_EQ(errorOf([&] { counters.advance(0); }), 0);
-    EXPECT_EQ(errorOf([&] { counters.advance(30); }), 0);
-    EXPECT_EQ(errorOf([&] { counters.advance(31); }), error::subscriptOutOfRange);
+    EXPECT_EQ(errorNumberOf([&] { counters.advance(0); }), std::nullopt);
+    EXPECT_EQ(errorNumberOf([&] { counters.advance(30); }), std::nullopt);
+    EXPECT_EQ(errorNumberOf([&] { counters.advance(31); }), error::subscriptOutOfRange);
     counters.clearBelow(30);
     EXPECT_EQ(counters.at(30), 1);
     counters.clearBelow(-1);
@@ -52,7 +39,7 @@ TEST(LevelCounters, HoldSixteenBits) {
     for (int i = 0; i < 32767; ++i)
         counters.advance(1);
     EXPECT_EQ(counters.at(1), 32767);
-    EXPECT_EQ(errorOf([&] { counters.advance(1); }), error::overflow);
+    EXPECT_EQ(errorNumberOf([&] { counters.advance(1); }), error::overflow);
     EXPECT_EQ(counters.at(1), 32767);
 }
 
@@ -61,7 +48,7 @@ TEST(NumberWords, HasPlacesZeroToTwentyOnly) {
     words.set(20, u"二十"_s);
     EXPECT_EQ(words.at(0), QString());
     EXPECT_EQ(words.at(20), u"二十"_s);
-    EXPECT_EQ(errorOf([&] { words.set(21, u"二十一"_s); }), error::subscriptOutOfRange);
+    EXPECT_EQ(errorNumberOf([&] { words.set(21, u"二十一"_s); }), error::subscriptOutOfRange);
 }
 
 TEST(ChapterGrid, HasRowsZeroToNineOnly) {
@@ -69,6 +56,6 @@ TEST(ChapterGrid, HasRowsZeroToNineOnly) {
     grid.set(9, ChapterColumn::带该级标题, u"是"_s);
     EXPECT_EQ(grid.at(9, ChapterColumn::带该级标题), u"是"_s);
     EXPECT_EQ(grid.at(0, ChapterColumn::级别), QString());
-    EXPECT_EQ(errorOf([&] { grid.set(10, ChapterColumn::级别, u"10"_s); }),
+    EXPECT_EQ(errorNumberOf([&] { grid.set(10, ChapterColumn::级别, u"10"_s); }),
               error::subscriptOutOfRange);
 }

@@ -56,7 +56,7 @@ TEST_F(NodeInsertion, ChildrenAsChaptersAreOnlyOutdentedAtTheirLastMark) {
     childOfADocument();
     build();
     EXPECT_TRUE(logged("Selection.TypeText 第一节 乙"));
-    EXPECT_FALSE(logged("Range(116, 216).ParagraphFormat"));
+    EXPECT_FALSE(logged("Range(115, 216).ParagraphFormat"));
     EXPECT_TRUE(logged("Range(215, 216).ParagraphFormat.IndentCharWidth -2"));
 }
 
@@ -159,13 +159,13 @@ TEST_F(NodeInsertion, AFolderAsTheFirstNodeOfAWindowRunsOnIntoTheNextNode) {
               "Selection.TypeParagraph\n");
 }
 
-TEST_F(NodeInsertion, TheInsertedTextTakesTheBodyFont) {
+TEST_F(NodeInsertion, TheInsertedTextTakesTheBodyFontFromItsFirstCharacter) {
     change(settings(), u"页面设置表"_s, u"正文字体"_s, u"宋体");
     change(settings(), u"页面设置表"_s, u"正文字号"_s, u"10.5");
     document(u"工程.1"_s, u"甲"_s);
     build();
-    EXPECT_TRUE(logged("Range(10, 110).Font.Name = 宋体"));
-    EXPECT_TRUE(logged("Range(10, 110).Font.Size = 10.5"));
+    EXPECT_TRUE(logged("Range(9, 110).Font.Name = 宋体"));
+    EXPECT_TRUE(logged("Range(9, 110).Font.Size = 10.5"));
 }
 
 TEST_F(NodeInsertion, AnUnknownMultiLevelModeRepeatsThePreviousNumber) {

@@ -21,9 +21,11 @@ int indentOf(const GenerationRun& run) {
     return jet::Value(run.services.frmBidSet.txtInde()).ToInteger();
 }
 
+// `start` was the document's end. The insertion point stood before its last mark, so what came in
+// begins one character ahead of it.
 void formatInserted(const GenerationRun& run, const VisitedNode& visited, int start) {
     word::Document& document = run.word.activeDocument();
-    const auto inserted = document.Range(start, endOf(document));
+    const auto inserted = document.Range(start - 1, endOf(document));
     inserted->Select();
     inserted->Font().setName(run.window.BodyFontName.toStdU16String());
     inserted->Font().setSize(store::FontSizeToPoints(run.window.BodySizeName));
