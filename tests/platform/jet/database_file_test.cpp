@@ -1,0 +1,134 @@
+#include "support/JetStore.h"
+
+#include <QFile>
+
+namespace qvnd::jet {
+
+using test::errorOf;
+
+class DatabaseFiles : public test::JetStore {
+protected:
+    QStringList files() const { return QDir(folder_.path()).entryList(QDir::Files, QDir::Name); }
+
+    void write(const QString& name, const QByteArray& bytes) {
+        QFile file(pathOf(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+};
+
+TEST_F(DatabaseFiles, TellTheNameTheyWereOpenedUnder) {
+    create(u"a.mdb"_qs)->Close();
+    EXPECT_EQ(open(u"a.mdb"_qs)->Name(), pathOf(u"a.mdb"_qs));
+}
+
+TEST_F(DatabaseFiles, AMissingFileIs3024) {
+    EXPECT_EQ(errorOf([&] { open(u"a.mdb"_qs); }), 3024);
+    EXPECT_TRUE(files().isEmpty());
+}
+
+TEST_F(DatabaseFiles, AMissingFolderIs3044) {
+    EXPECT_EQ(errorOf([&] { open(u"no/a.mdb"_qs); }), 3044);
+    EXPECT_EQ(errorOf([&] { create(u"no/a.mdb"_qs); }), 3044);
+}
+
+TEST_F(DatabaseFiles, AFolderIsNoFile) {
+    QDir(folder_.path()).mkdir(u"a.mdb"_qs);
+    EXPECT_EQ(errorOf([&] { open(u"a.mdb"_qs); }), 3051);
+}
+
+TEST_F(DatabaseFiles, AFileOfAnotherFormatIs3343AndStaysAsItIs) {
+    write(u"a.mdb"_qs, QByteArray("\x00\x01\x00\x00Standard Jet DB\x00", 20));
+    write(u"b.mdb"_qs, QByteArray());
+    write(u"c.mdb"_qs, QByteArray("SQLite format 3\0 and nothing of the kind behind", 47));
+    for (const QString& name : {u"a.mdb"_qs, u"b.mdb"_qs, u"c.mdb"_qs}) {
+        EXPECT_EQ(errorOf([&] { open(name); }), 3343) << name.toStdString();
+    }
+    EXPECT_EQ(QFileInfo(pathOf(u"b.mdb"_qs)).size(), 0);
+}
+
+TEST_F(DatabaseFiles, OneOfSqliteThatIsNotOursIs3343) {
+    const auto db = create(u"a.mdb"_qs);
+    db->Close();
+    QFile file(pathOf(u"a.mdb"_qs));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(68); // the application's mark
+    file.write("abcd");
+    file.close();
+    EXPECT_EQ(errorOf([&] { open(u"a.mdb"_qs); }), 3343);
+}
+
+TEST_F(DatabaseFiles, CreatingOverAnExistingFileIs3204AndLeavesItAsItIs) {
+    write(u"a.mdb"_qs, "mine");
+    EXPECT_EQ(errorOf([&] { create(u"a.mdb"_qs); }), 3204);
+    EXPECT_EQ(QFileInfo(pathOf(u"a.mdb"_qs)).size(), 4);
+}
+
+TEST_F(DatabaseFiles, WhatAKilledCreationLeftDoesNotStandInTheWay) {
+    write(u"a.mdb.new"_qs, "half");
+    create(u"a.mdb"_qs)->Close();
+    EXPECT_EQ(files(), QStringList{u"a.mdb"_qs});
+}
+
+TEST_F(DatabaseFiles, AreAloneInTheirFolderBetweenCommandsAndWhenClosed) {
+    const auto db = create(u"a.mdb"_qs);
+    db->TableDefs().Append(outlineTable(u"T"_qs));
+    addRows(*db, u"T"_qs, {u"T"_qs, u"T.1"_qs, u"T.2"_qs});
+    EXPECT_EQ(files(), QStringList{u"a.mdb"_qs});
+    db->Close();
+    EXPECT_EQ(files(), QStringList{u"a.mdb"_qs});
+}
+
+TEST_F(DatabaseFiles, ACopyMadeWhileTheDatabaseIsOpenIsComplete) {
+    const auto db = create(u"a.mdb"_qs);
+    db->TableDefs().Append(outlineTable(u"T"_qs));
+    addRows(*db, u"T"_qs, {u"T"_qs, u"T.1"_qs});
+    ASSERT_TRUE(QFile::copy(pathOf(u"a.mdb"_qs), pathOf(u"b.mdb"_qs)));
+    EXPECT_EQ(rowsOf(*open(u"b.mdb"_qs), u"select Key from T"_qs).size(), 2);
+}
+
+TEST_F(DatabaseFiles, HandlesOnOneFileSeeEachOthersRowsAtOnce) {
+    const auto first = create(u"a.mdb"_qs);
+    const auto second = open(u"./a.mdb"_qs);
+    first->TableDefs().Append(outlineTable(u"T"_qs));
+    addRows(*first, u"T"_qs, {u"T"_qs});
+    EXPECT_EQ(rowsOf(*second, u"select Key from T"_qs), QStringList{u"T"_qs});
+    first->Close();
+    addRows(*second, u"T"_qs, {u"T.1"_qs});
+    EXPECT_EQ(rowsOf(*second, u"select Key from T"_qs).size(), 2);
+}
+
+TEST_F(DatabaseFiles, AFileDeletedUnderAnOpenHandleMayBeMadeAnew) {
+    const auto old = create(u"a.mdb"_qs);
+    old->TableDefs().Append(outlineTable(u"T"_qs));
+    ASSERT_TRUE(QFile::remove(pathOf(u"a.mdb"_qs)));
+    const auto fresh = create(u"a.mdb"_qs);
+    EXPECT_EQ(fresh->TableDefs().Count(), 0);
+    EXPECT_EQ(open(u"a.mdb"_qs)->TableDefs().Count(), 0);
+}
+
+TEST_F(DatabaseFiles, AClosedHandleAnswers3420AndMayBeClosedAgain) {
+    const auto db = create(u"a.mdb"_qs);
+    db->Close();
+    db->Close();
+    EXPECT_FALSE(db->IsOpen());
+    EXPECT_EQ(errorOf([&] { (void)db->Name(); }), 3420);
+    EXPECT_EQ(errorOf([&] { db->Execute(u"drop table x"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)db->OpenRecordset(u"x"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)db->TableDefs().Count(); }), 3420);
+}
+
+TEST_F(DatabaseFiles, PathsMayHaveAnyCharacter) {
+    QDir(folder_.path()).mkdir(u"方案 'x' %41?#"_qs);
+    const auto db = create(u"方案 'x' %41?#/库.mdb"_qs);
+    db->TableDefs().Append(outlineTable(u"T"_qs));
+    db->Close();
+    EXPECT_TRUE(open(u"方案 'x' %41?#/库.mdb"_qs)->TableDefs().Contains(u"T"_qs));
+}
+
+TEST_F(DatabaseFiles, TheEngineHasOneWorkspace) {
+    EXPECT_EQ(&engine_.Workspaces(0), workspace_);
+    EXPECT_EQ(errorOf([&] { engine_.Workspaces(1); }), 3265);
+}
+
+} // namespace qvnd::jet

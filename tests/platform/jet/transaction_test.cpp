@@ -1,0 +1,225 @@
+#include "support/JetStore.h"
+
+#include <QCoreApplication>
+
+namespace qvnd::jet {
+
+using test::errorOf;
+
+// Two databases with an outline each; what another program sees of them tells what is lasting.
+class Transactions : public test::JetStore {
+protected:
+    Transactions() : a_(create(u"a.mdb"_qs)), b_(create(u"b.mdb"_qs)) {
+        a_->TableDefs().Append(outlineTable(u"T"_qs));
+        b_->TableDefs().Append(outlineTable(u"T"_qs));
+    }
+
+    qsizetype seenByOthers(const QString& name) const {
+        DBEngine other;
+        return rowsOf(*other.Workspaces(0).OpenDatabase(pathOf(name)), u"select Key from T"_qs)
+            .size();
+    }
+    static void add(Recordset& rows, const QString& key) {
+        rows.AddNew();
+        rows.Set(u"Key", key);
+        rows.Update();
+    }
+
+    std::unique_ptr<Database> a_;
+    std::unique_ptr<Database> b_;
+};
+
+TEST_F(Transactions, HoldBackTheChangesOfEveryDatabaseUntilTheyAreCommitted) {
+    workspace_->BeginTrans();
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    addRows(*b_, u"T"_qs, {u"x"_qs});
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 0);
+    EXPECT_EQ(seenByOthers(u"b.mdb"_qs), 0);
+    workspace_->CommitTrans();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    EXPECT_EQ(seenByOthers(u"b.mdb"_qs), 1);
+}
+
+TEST_F(Transactions, ShowTheirChangesToTheirOwnProgramAtOnce) {
+    workspace_->BeginTrans();
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    EXPECT_EQ(rowsOf(*a_, u"select Key from T"_qs), QStringList{u"x"_qs});
+}
+
+TEST_F(Transactions, CommittingWithoutBeginningIs3034) {
+    EXPECT_EQ(errorOf([&] { workspace_->CommitTrans(); }), 3034);
+    workspace_->BeginTrans();
+    workspace_->CommitTrans();
+    EXPECT_EQ(errorOf([&] { workspace_->CommitTrans(); }), 3034);
+}
+
+TEST_F(Transactions, OneThatAFailureLeftOpenIsCommittedByTheNextBeginning) {
+    workspace_->BeginTrans();
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    EXPECT_EQ(errorOf([&] { a_->TableDefs().Delete(u"none"_qs); }), 3265);
+    EXPECT_TRUE(workspace_->InTransaction());
+    workspace_->BeginTrans();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    EXPECT_TRUE(workspace_->InTransaction());
+}
+
+TEST_F(Transactions, OneThatIsStillOpenIsCommittedWhenTheWorkspaceCloses) {
+    workspace_->BeginTrans();
+    a_->TableDefs().Delete(u"T"_qs);
+    a_->TableDefs().Append(outlineTable(u"U"_qs));
+    addRows(*a_, u"U"_qs, {u"x"_qs});
+    addRows(*b_, u"T"_qs, {u"x"_qs});
+    workspace_->Close();
+    EXPECT_FALSE(a_->IsOpen());
+    EXPECT_EQ(rowsOf(*open(u"a.mdb"_qs), u"select Key from U"_qs).size(), 1);
+    EXPECT_EQ(seenByOthers(u"b.mdb"_qs), 1);
+}
+
+TEST_F(Transactions, OneThatIsStillOpenIsCommittedWhenTheEngineGoes) {
+    {
+        DBEngine other;
+        const auto db = other.Workspaces(0).OpenDatabase(pathOf(u"a.mdb"_qs));
+        other.Workspaces(0).BeginTrans();
+        addRows(*db, u"T"_qs, {u"x"_qs});
+    }
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+}
+
+TEST_F(Transactions, AFailedStatementInOneTakesBackItselfAlone) {
+    workspace_->BeginTrans();
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    addRows(*b_, u"T"_qs, {u"y"_qs, u"x"_qs});
+    EXPECT_EQ(errorOf([&] {
+                  b_->Execute(u"INSERT INTO T IN '"_qs + a_->Name() + u"' SELECT Key FROM T"_qs);
+              }),
+              3022);
+    addRows(*a_, u"T"_qs, {u"z"_qs});
+    workspace_->CommitTrans();
+    EXPECT_EQ(rowsOf(*a_, u"select Key,ID from T"_qs), (QStringList{u"x|1"_qs, u"z|2"_qs}));
+}
+
+TEST_F(Transactions, ADatabaseClosedInOneIsCompleteInItsFile) {
+    workspace_->BeginTrans();
+    addRows(*b_, u"T"_qs, {u"x"_qs});
+    b_->Close();
+    EXPECT_FALSE(QFile::exists(pathOf(u"b.mdb-journal"_qs)));
+    EXPECT_EQ(seenByOthers(u"b.mdb"_qs), 1);
+    workspace_->CommitTrans();
+}
+
+TEST_F(Transactions, SettlingMakesTheChangesLastAndLeavesItOpen) {
+    workspace_->BeginTrans();
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    workspace_->Settle();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    addRows(*a_, u"T"_qs, {u"y"_qs});
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    workspace_->CommitTrans();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 2);
+}
+
+TEST_F(Transactions, OneThatAFailureLeftOpenLastsOnceControlIsBackInTheEventLoop) {
+    int count = 0;
+    QCoreApplication application(count, nullptr);
+    workspace_->BeginTrans();
+    a_->Execute(u"Delete * from T"_qs);
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    EXPECT_TRUE(workspace_->InTransaction());
+}
+
+TEST_F(Transactions, ARowAddedByItselfLastsAtOnce) {
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    add(*rows, u"x"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+}
+
+TEST_F(Transactions, EditedAndDeletedRowsLastAtOnce) {
+    addRows(*a_, u"T"_qs, {u"x"_qs, u"y"_qs});
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    rows->Delete();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    rows->MoveLast();
+    rows->Edit();
+    rows->Set(u"Key", u"z"_qs);
+    rows->Update();
+    DBEngine other;
+    EXPECT_EQ(rowsOf(*other.Workspaces(0).OpenDatabase(a_->Name()), u"select Key from T"_qs),
+              QStringList{u"z"_qs});
+}
+
+TEST_F(Transactions, RowsAddedInARunLastWhenTheirRecordsetCloses) {
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    for (int i = 0; i < 5; ++i) {
+        add(*rows, QString::number(i));
+    }
+    rows->Close();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 5);
+}
+
+TEST_F(Transactions, RowsAddedInARunLastAtTheNextCallOfAnotherKind) {
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    const auto addTwo = [&](const QString& key) {
+        add(*rows, key + u"1"_qs);
+        add(*rows, key + u"2"_qs);
+    };
+    addTwo(u"a"_qs);
+    (void)b_->OpenRecordset(u"T"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 2);
+    addTwo(u"b"_qs);
+    b_->Execute(u"Delete * from T"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 4);
+    addTwo(u"c"_qs);
+    b_->Close();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 6);
+    addTwo(u"d"_qs);
+    workspace_->Settle();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 8);
+}
+
+TEST_F(Transactions, RowsAddedInARunLastOnceControlIsBackInTheEventLoop) {
+    int count = 0;
+    QCoreApplication application(count, nullptr);
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    add(*rows, u"x"_qs);
+    add(*rows, u"y"_qs);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 2);
+}
+
+TEST_F(Transactions, ReadingAnotherRecordsetDoesNotEndARunAndSeesIt) {
+    addRows(*a_, u"T"_qs, {u"x"_qs, u"y"_qs, u"z"_qs});
+    const auto source = a_->OpenRecordset(u"select * from T"_qs);
+    const auto target = b_->OpenRecordset(u"T"_qs);
+    for (; !source->Eof(); source->MoveNext()) {
+        add(*target, source->Get(u"Key").ToText());
+    }
+    EXPECT_EQ(target->RecordCount(), 3);
+    target->MoveLast();
+    EXPECT_EQ(target->Get(u"Key").ToText(), u"z"_qs);
+    target->Close();
+    EXPECT_EQ(seenByOthers(u"b.mdb"_qs), 3);
+}
+
+TEST_F(Transactions, ARefusedRowInARunLeavesTheOthersStanding) {
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    add(*rows, u"x"_qs);
+    add(*rows, u"y"_qs);
+    EXPECT_EQ(errorOf([&] { add(*rows, u"x"_qs); }), 3022);
+    add(*rows, u"z"_qs);
+    rows->Close();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 3);
+}
+
+TEST_F(Transactions, AFileThatAnotherProgramHoldsIs3260AfterAWhile) {
+    DBEngine other;
+    const auto theirs = other.Workspaces(0).OpenDatabase(a_->Name());
+    other.Workspaces(0).BeginTrans();
+    addRows(*theirs, u"T"_qs, {u"x"_qs});
+    EXPECT_EQ(errorOf([&] { a_->Execute(u"Delete * from T"_qs); }), 3260);
+    other.Workspaces(0).CommitTrans();
+    EXPECT_EQ(errorOf([&] { a_->Execute(u"Delete * from T"_qs); }), 0);
+}
+
+} // namespace qvnd::jet
