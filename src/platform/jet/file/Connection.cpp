@@ -85,6 +85,18 @@ std::int64_t Connection::NumberOf(const QByteArray& sql) {
     return number;
 }
 
+void Connection::WriteMark() {
+    const QByteArray version =
+        QByteArray::number(static_cast<qlonglong>(NumberOf("PRAGMA user_version")));
+    sqlite3_busy_timeout(handle_, 0);
+    const int code = sqlite3_exec(handle_, ("PRAGMA user_version=" + version).constData(), nullptr,
+                                  nullptr, nullptr);
+    sqlite3_busy_timeout(handle_, patience);
+    if (code != SQLITE_OK) {
+        Fail();
+    }
+}
+
 bool Connection::InTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
 
 std::int64_t Connection::LastInsertedRow() const { return sqlite3_last_insert_rowid(handle_); }

@@ -69,6 +69,9 @@ public:
     // The first column of the first row of a query that has one; 0 without a row.
     std::int64_t NumberOf(const QByteArray& sql);
 
+    // A write that changes nothing, given up at once when another program is writing.
+    void WriteMark();
+
     bool InTransaction() const;
     std::int64_t LastInsertedRow() const;
     // Rows changed by the statement that ran last.

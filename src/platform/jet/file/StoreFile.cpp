@@ -53,6 +53,18 @@ void createFile(const QString& path, const QString& locale) {
 StoreFile::StoreFile(const QString& path) : connection_(path, Connection::Mode::existing) {
     seenVersion_ = connection_.NumberOf("PRAGMA data_version");
     catalogue_.Load(connection_);
+    ClearAway();
+}
+
+void StoreFile::ClearAway() {
+    if (!QFile::exists(connection_.Path() + QStringLiteral("-journal"))) {
+        return;
+    }
+    try {
+        connection_.WriteMark();
+    } catch (const RunTimeError&) {
+        // Then the journal belongs to another program that is writing just now.
+    }
 }
 
 std::unique_ptr<StoreFile> StoreFile::Open(const QString& path) {

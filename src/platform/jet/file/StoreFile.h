@@ -41,6 +41,9 @@ public:
 
 private:
     explicit StoreFile(const QString& path);
+    // Removes the journal of a process that was killed before it had changed the file: reading
+    // plays a journal back only when there is something to play back.
+    void ClearAway();
 
     Connection connection_;
     Catalogue catalogue_;
