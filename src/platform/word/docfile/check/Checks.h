@@ -13,11 +13,13 @@ void checkContainer(ByteView file, Findings& findings);
 void checkFib(const Evidence& evidence, Findings& findings);
 // Every table of positions: size, order, limits. Rules "plc.*".
 void checkPositions(const Evidence& evidence, Findings& findings);
-// Fills in styles, fonts, authors. Rules "style.*", "font.*", "author.*".
+// Fills in styles, styleProperties, fonts, authors. Rules "style.*", "font.*", "author.*".
 void checkStyles(Evidence& evidence, Findings& findings);
 void checkFonts(Evidence& evidence, Findings& findings);
 // Fills in listOverrides. Rules "list.*".
 void checkLists(Evidence& evidence, Findings& findings);
+// What the styles set. Rules "sprm.*".
+void checkStyleProperties(const Evidence& evidence, Findings& findings);
 // Fills in pieces, pieceLists and text. Rules "piece.*".
 void checkPieces(Evidence& evidence, Findings& findings);
 // Fills in characters and paragraphs. Rules "bte.*", "fkp.*".
@@ -37,9 +39,6 @@ void checkPictures(const Evidence& evidence, Findings& findings);
 // Rules "header.*", "note.*".
 void checkHeaders(const Evidence& evidence, Findings& findings);
 void checkNotes(const Evidence& evidence, Findings& findings);
-
-// What a property list belongs to, and with that which sprm it may hold.
-enum class ListPlace : std::uint8_t { characters, paragraph, tableStyle, section, piece };
 
 // Parses cleanly, right groups, every style, font, list, author named exists. Rules "sprm.*".
 // `where` begins the text of a finding.

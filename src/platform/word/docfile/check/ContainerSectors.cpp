@@ -25,6 +25,10 @@ std::vector<std::uint32_t> numbersOf(ByteView bytes) {
 
 ContainerSectors::ContainerSectors(ByteView file, Findings& findings) : file_(file) {
     readHeader();
+    if (file_.size() % sectorSize_ != 0) {
+        findings.add("cfb.size",
+                     u"文件长度 " + digits(std::int64_t(file_.size())) + u" 不是扇区大小的整数倍");
+    }
     readDifat(findings);
     for (const std::uint32_t number : fatSectors_) {
         const auto entries = numbersOf(sector(number));

@@ -50,6 +50,7 @@ void checkContents(Evidence& evidence, Findings& findings) {
     checkStyles(evidence, findings);
     checkFonts(evidence, findings);
     checkLists(evidence, findings);
+    checkStyleProperties(evidence, findings);
     checkPieces(evidence, findings);
     checkFormattingPages(evidence, findings);
     checkSections(evidence, findings);

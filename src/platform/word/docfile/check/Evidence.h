@@ -54,6 +54,16 @@ struct CheckedParagraph {
     Bytes sprms;
 };
 
+// What a property list belongs to, and with that which sprm it may hold.
+enum class ListPlace : std::uint8_t { characters, paragraph, tableStyle, section, piece };
+
+// A property list of a style, to be checked once the tables it points to are known.
+struct StyleProperties {
+    std::u16string where;
+    ListPlace place = ListPlace::paragraph;
+    ByteView sprms;
+};
+
 // What the checks look at, filled in step by step: each check may rely on those before it.
 struct Evidence {
     Bytes word; // the streams
@@ -62,6 +72,7 @@ struct Evidence {
     Fib fib;
 
     std::vector<std::optional<StyleKind>> styles; // by istd
+    std::vector<StyleProperties> styleProperties;
     std::size_t fonts = 0;
     std::size_t authors = 0;
     std::size_t listOverrides = 0;

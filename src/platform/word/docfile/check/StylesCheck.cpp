@@ -89,7 +89,8 @@ CheckedStyle readStyle(ByteView std, std::size_t baseSize, std::size_t istd, Fin
     reader.seek(baseSize);
     const std::size_t length = reader.u16();
     style.name = reader.text(length);
-    if (style.name.empty() || reader.u16() != 0) {
+    const bool closed = reader.u16() == 0;
+    if (style.name.empty() || !closed) {
         findings.add("style.name", nameOf(istd, style) + u"的名称为空或没有结束");
     }
     readUpxs(reader, countAndNext & 0xF, istd, style, findings);
@@ -179,6 +180,10 @@ void checkStyles(Evidence& evidence, Findings& findings) {
     for (std::size_t istd = 0; istd < styles.size(); ++istd) {
         if (styles[istd]) {
             checkReferences(styles, istd, findings);
+            for (const Upx& upx : styles[istd]->upxs) {
+                evidence.styleProperties.push_back(
+                    {nameOf(istd, *styles[istd]), upx.place, upx.content});
+            }
             if (!names.insert(styles[istd]->name).second) {
                 findings.add("style.unique", nameOf(istd, *styles[istd]) + u"的名称重复");
             }
@@ -186,6 +191,12 @@ void checkStyles(Evidence& evidence, Findings& findings) {
     }
     if (styles.empty() || !styles[0]) {
         findings.add("style.normal", u"样式表没有正文样式");
+    }
+}
+
+void checkStyleProperties(const Evidence& evidence, Findings& findings) {
+    for (const StyleProperties& properties : evidence.styleProperties) {
+        checkPropertyList(properties.sprms, properties.place, properties.where, evidence, findings);
     }
 }
 

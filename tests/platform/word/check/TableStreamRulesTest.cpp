@@ -1,0 +1,344 @@
+#include "platform/word/check/SoundDocument.h"
+
+#include "platform/word/docfile/BookmarkTables.h"
+#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/StyleSheetTable.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+// Each rule about the structures of the table stream: one thing broken breaks that rule and no
+// other.
+namespace qvnd::test {
+namespace {
+
+using namespace word;
+using Rules = std::set<std::string>;
+
+Rules rulesWith(FibPair pair, const Bytes& bytes) {
+    SoundDocument document;
+    document.file.parts[pair] = bytes;
+    return brokenRules(document.bytes());
+}
+
+// The FIB with a change.
+Rules rulesWithFib(const std::function<void(Fib&)>& change) {
+    return brokenRules(changed(SoundDocument(), [&](WordStreams& streams, const Fib& before) {
+        Fib fib = before;
+        change(fib);
+        const Bytes head = encodeFib(fib);
+        std::copy(head.begin(), head.end(), streams.wordDocument.begin());
+    }));
+}
+
+// --- FIB ----------------------------------------------------------------------------------------
+
+TEST(FibRules, PlacesMustLieInTheTableStream) {
+    EXPECT_EQ(rulesWithFib([](Fib& fib) {
+                  fib.set(FibPair::Wss, {0x7FFFFFF, 10});
+              }),
+              Rules{"fib.place"});
+}
+
+TEST(FibRules, TimeOfTheLastSaveIsNoPlace) {
+    EXPECT_EQ(rulesWithFib([](Fib& fib) { fib.set(FibPair::DateTime, {0x7FFFFFF, 10}); }), Rules{});
+}
+
+TEST(FibRules, LengthMustNotExceedTheStream) {
+    EXPECT_EQ(rulesWithFib([](Fib& fib) { fib.cbMac = 0x7FFFFFF; }), Rules{"fib.size"});
+}
+
+TEST(FibRules, VersionMustHaveItsNumberOfPlaces) {
+    const Bytes file = changed(SoundDocument(), [](WordStreams& streams, const Fib&) {
+        constexpr std::size_t newVersionAt = 32 + 2 + 28 + 2 + 88 + 2 + 0xA4 * 8 + 2;
+        put16(streams.wordDocument, newVersionAt, 0x0112);
+    });
+    EXPECT_EQ(brokenRules(file), Rules{"fib.pairs"});
+}
+
+TEST(FibRules, MainTextMustHaveCharacters) {
+    EXPECT_EQ(rulesWithFib([](Fib& fib) { fib.ccp.text = 0; }).count("fib.count"), 1U);
+}
+
+// --- tables of positions ------------------------------------------------------------------------
+
+TEST(PositionRules, SizeMustFit) {
+    EXPECT_EQ(rulesWith(FibPair::PlcfSpl, Bytes(11, 0)), Rules{"plc.size"});
+}
+
+TEST(PositionRules, PositionsMustAscend) {
+    EXPECT_EQ(rulesWith(FibPair::PlcfSpl, encodePlc({0, 9, 5, 20}, hex("0000 0000 0000"))),
+              Rules{"plc.order"});
+}
+
+TEST(PositionRules, PositionsMustLieInTheText) {
+    EXPECT_EQ(rulesWith(FibPair::PlcfSpl, encodePlc({0, 5000, 6000}, hex("0000 0000"))),
+              Rules{"plc.limit"});
+}
+
+// --- styles -------------------------------------------------------------------------------------
+
+class StyleRules : public ::testing::Test {
+protected:
+    StyleDefinition& style(std::size_t istd) { return *document.styles.styles.at(istd); }
+    Rules rules() const { return brokenRules(document.bytes()); }
+
+    SoundDocument document;
+};
+
+TEST_F(StyleRules, BaseMustExistAndBeOfItsKind) {
+    style(16).basedOn = 18;
+    EXPECT_EQ(rules(), Rules{"style.base"});
+    style(16).basedOn = 15;
+    EXPECT_EQ(rules(), Rules{"style.base"});
+}
+
+TEST_F(StyleRules, BasesMustNotRunInACircle) {
+    style(1).basedOn = 16;
+    style(16).basedOn = 1;
+    EXPECT_EQ(rules(), Rules{"style.cycle"});
+}
+
+TEST_F(StyleRules, NextStyleMustExist) {
+    style(16).next = 18;
+    EXPECT_EQ(rules(), Rules{"style.next"});
+}
+
+TEST_F(StyleRules, LinkedStyleMustExist) {
+    style(16).link = 18;
+    EXPECT_EQ(rules(), Rules{"style.link"});
+}
+
+TEST_F(StyleRules, NamesMustBeThereAndBeUnique) {
+    style(16).name = u"Strong";
+    EXPECT_EQ(rules(), Rules{"style.unique"});
+    style(16).name.clear();
+    EXPECT_EQ(rules(), Rules{"style.name"});
+}
+
+TEST_F(StyleRules, PropertiesAreChecked) {
+    style(16).character = document.lists.intern(withSprm16({}, sprm::CRgFtc0, 9));
+    EXPECT_EQ(rules(), Rules{"sprm.font"});
+    style(16).character = PropertyListId::empty;
+    style(16).paragraph = document.lists.intern(withSprm8({}, sprm::CFBold, 1));
+    EXPECT_EQ(rules(), Rules{"sprm.group"});
+}
+
+// The entry of style 16 in the written sheet: where its STD begins.
+std::size_t styleAt(const Bytes& sheet, std::size_t istd) {
+    std::size_t at = 2 + (sheet[0] | (sheet[1] << 8));
+    for (std::size_t i = 0; i < istd; ++i) {
+        const std::size_t size = sheet[at] | (sheet[at + 1] << 8);
+        at += 2 + size + size % 2;
+    }
+    return at + 2;
+}
+
+TEST_F(StyleRules, ParagraphPropertiesMustNameTheirStyle) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    const std::size_t at = styleAt(sheet, 16);
+    put16(sheet, at + 18 + 2 + 2 * 4 + 2 + 2, 3); // Stdf, the name "Body", cbUpx
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(rules(), Rules{"style.papx"});
+}
+
+TEST_F(StyleRules, EntryMustBeWhole) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    put16(sheet, styleAt(sheet, 16) + 18, 0x7000); // the name's length
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(rules(), Rules{"style.parse"});
+}
+
+TEST_F(StyleRules, HeadMustCountEnoughStyles) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    put16(sheet, 4, 0x0C); // cbSTDBaseInFile
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(rules().count("style.head"), 1U);
+}
+
+TEST_F(StyleRules, NormalStyleMustExist) {
+    document.styles.styles[0].reset();
+    EXPECT_EQ(rules().count("style.normal"), 1U);
+}
+
+// --- fonts and authors --------------------------------------------------------------------------
+
+TEST(FontRules, TableMustBeWhole) {
+    EXPECT_EQ(rulesWith(FibPair::SttbfFfn, hex("0200 0000")).count("font.table"), 1U);
+}
+
+TEST(FontRules, EntryMustHaveAName) {
+    SoundDocument document;
+    document.fonts[0].record.resize(45); // in the middle of the name
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"font.entry"});
+}
+
+TEST(AuthorRules, TableMustBeWhole) {
+    EXPECT_EQ(rulesWith(FibPair::SttbfRMark, hex("FFFF 0200 0000 0100 4100")),
+              Rules{"author.table"});
+}
+
+// --- lists --------------------------------------------------------------------------------------
+
+class ListRules : public ::testing::Test {
+protected:
+    Rules rules() const { return brokenRules(document.bytes()); }
+    SoundDocument document;
+};
+
+TEST_F(ListRules, ReferenceMustNameADefinition) {
+    document.listOverrides[0].lsid = 78;
+    EXPECT_EQ(rules(), Rules{"list.lsid"});
+}
+
+TEST_F(ListRules, IdentifiersMustBeUnique) {
+    document.listDefinitions.push_back(document.listDefinitions[0]);
+    EXPECT_EQ(rules(), Rules{"list.unique"});
+}
+
+TEST_F(ListRules, LinkedStyleMustExist) {
+    document.listDefinitions[0].linkedStyles[2] = 18;
+    EXPECT_EQ(rules(), Rules{"list.style"});
+}
+
+TEST_F(ListRules, PlacesInTheNumberTextMustBeInRange) {
+    document.listDefinitions[0].levels[0].head[6] = 3; // behind the text's end
+    EXPECT_EQ(rules(), Rules{"list.text"});
+    document.listDefinitions[0].levels[0].head[6] = 2; // the full stop: no level
+    EXPECT_EQ(rules(), Rules{"list.text"});
+}
+
+TEST_F(ListRules, PropertiesOfALevelAreChecked) {
+    document.listDefinitions[0].levels[3].character =
+        document.lists.intern(withSprm16({}, sprm::CRgFtc0, 9));
+    EXPECT_EQ(rules(), Rules{"sprm.font"});
+}
+
+TEST_F(ListRules, ChangedLevelMustExist) {
+    document.listOverrides[0].levels[0].flags = 0x1A; // level 10
+    EXPECT_EQ(rules(), Rules{"list.override"});
+}
+
+TEST_F(ListRules, SizeMustFitTheCount) {
+    const Bytes file = changed(document, [](WordStreams& streams, const Fib& before) {
+        Fib fib = before;
+        const FcLcb place = fib.at(FibPair::PlfLst);
+        fib.set(FibPair::PlfLst, {place.fc, place.lcb + 2});
+        const Bytes head = encodeFib(fib);
+        std::copy(head.begin(), head.end(), streams.wordDocument.begin());
+    });
+    EXPECT_EQ(brokenRules(file), Rules{"list.size"});
+}
+
+TEST_F(ListRules, TablesMustBeWhole) {
+    document.file.parts[FibPair::PlfLfo] = hex("01000000 4D000000 00000000 00000000 01000000");
+    EXPECT_EQ(rules(), Rules{"list.parse"});
+}
+
+// --- sections -----------------------------------------------------------------------------------
+
+TEST(SectionRules, DocumentMustHaveOne) {
+    SoundDocument document;
+    document.file.sections.clear();
+    EXPECT_EQ(brokenRules(document.bytes()).count("section.none"), 1U);
+}
+
+TEST(SectionRules, SectionMustEndWithItsBreak) {
+    SoundDocument document;
+    document.file.sections[0].length -= 2;
+    document.file.sections[1].length += 2;
+    EXPECT_EQ(brokenRules(document.bytes()).count("section.mark"), 1U);
+}
+
+TEST(SectionRules, LastSectionMustReachTheEnd) {
+    SoundDocument document;
+    document.file.sections[1].length -= 1;
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"section.range"});
+}
+
+TEST(SectionRules, PropertiesMustLieInTheStream) {
+    const Bytes file = changed(SoundDocument(), [](WordStreams& streams, const Fib& fib) {
+        put32(streams.table, fib.at(FibPair::PlcfSed).fc + 12 + 2, 0x7FFFFFF);
+    });
+    EXPECT_EQ(brokenRules(file), Rules{"section.place"});
+}
+
+// --- bookmarks ----------------------------------------------------------------------------------
+
+class BookmarkRules : public ::testing::Test {
+protected:
+    Rules rulesOf(std::vector<Bookmark> bookmarks,
+                  const std::function<void(BookmarkTables&)>& change = {}) {
+        SoundDocument document;
+        BookmarkTables tables = encodeBookmarks(bookmarks, document.file.lengths.text);
+        if (change) {
+            change(tables);
+        }
+        document.file.parts[FibPair::SttbfBkmk] = tables.names;
+        document.file.parts[FibPair::PlcfBkf] = tables.starts;
+        document.file.parts[FibPair::PlcfBkl] = tables.ends;
+        return brokenRules(document.bytes());
+    }
+};
+
+TEST_F(BookmarkRules, NamesMustBeUniqueWhateverTheirCase) {
+    EXPECT_EQ(rulesOf({{u"Mark", 0, 1, 0}, {u"mARK", 2, 3, 0}}), Rules{"bookmark.unique"});
+}
+
+TEST_F(BookmarkRules, NamesMustNotBeLongerThanFortyCharacters) {
+    EXPECT_EQ(rulesOf({{std::u16string(41, u'x'), 0, 1, 0}}), Rules{"bookmark.name"});
+    EXPECT_EQ(rulesOf({{std::u16string(40, u'x'), 0, 1, 0}}), Rules{});
+}
+
+TEST_F(BookmarkRules, EndMustNotStandBeforeTheStart) {
+    EXPECT_EQ(rulesOf({{u"x", 5, 3, 0}}), Rules{"bookmark.order"});
+}
+
+TEST_F(BookmarkRules, EveryBookmarkMustHaveItsOwnEnd) {
+    EXPECT_EQ(rulesOf({{u"x", 1, 3, 0}, {u"y", 2, 5, 0}},
+                      [](BookmarkTables& tables) { put16(tables.starts, 12 + 4, 0); }),
+              Rules{"bookmark.end"});
+}
+
+TEST_F(BookmarkRules, ThereMustBeAsManyNamesStartsAndEnds) {
+    EXPECT_EQ(rulesOf({{u"x", 1, 3, 0}},
+                      [](BookmarkTables& tables) { tables.names = hex("FFFF 0000 0000"); }),
+              Rules{"bookmark.count"});
+}
+
+// --- headers and notes --------------------------------------------------------------------------
+
+TEST(HeaderRules, HeaderTextMustHaveItsTable) {
+    SoundDocument document;
+    document.file.parts.erase(FibPair::PlcfHdd);
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"header.table"});
+}
+
+TEST(HeaderRules, ThereMustBeSixStoriesASection) {
+    std::vector<std::uint32_t> stories(8, 0);
+    stories.resize(13, 3);
+    stories.push_back(4);
+    EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.count"});
+}
+
+TEST(HeaderRules, StoryMustEndWithAParagraphMark) {
+    std::vector<std::uint32_t> stories(8, 0);
+    stories.resize(19, 1); // in the middle of the text
+    stories.push_back(4);
+    EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.mark"});
+}
+
+TEST(NoteRules, EveryReferenceMustHaveItsText) {
+    SoundDocument document;
+    EXPECT_EQ(rulesWith(FibPair::PlcffndTxt, encodePlc({0, 4}, {})), Rules{"note.count"});
+}
+
+TEST(NoteRules, ReferenceMustStandAtItsMark) {
+    EXPECT_EQ(rulesWith(FibPair::PlcffndRef, encodePlc({1, 30}, hex("0100"))), Rules{"note.mark"});
+    EXPECT_EQ(rulesWith(FibPair::PlcffndRef, encodePlc({1, 30}, hex("0000"))), Rules{});
+}
+
+} // namespace
+} // namespace qvnd::test
