@@ -19,6 +19,9 @@ public:
     // leaves the numbers as they are.
     virtual std::vector<int> displayedPages(const DocumentContent& content,
                                             std::span<const Cp> positions) = 0;
+
+    // The sheets of the document asked about last; 0 when that is not known.
+    virtual int pages() const { return 0; }
 };
 
 } // namespace qvnd::word
