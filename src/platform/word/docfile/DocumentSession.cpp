@@ -167,10 +167,12 @@ void DocumentSession::writePositions(const DocumentContent& content,
                                      const EncodedHeaders& headers) {
     const Cp mainLength = lengthOf(content.main);
     Cp limit = mainLength + headers.story.size();
-    for (const Bookmark& bookmark : content.bookmarks) {
+    std::vector<Bookmark> all = content.bookmarks;
+    all.insert(all.end(), marks_.begin(), marks_.end());
+    for (const Bookmark& bookmark : all) {
         limit = std::max(limit, bookmark.end);
     }
-    const BookmarkTables bookmarks = encodeBookmarks(content.bookmarks, limit);
+    const BookmarkTables bookmarks = encodeBookmarks(all, limit);
     table_.put(FibPair::SttbfBkmk, bookmarks.names);
     table_.put(FibPair::PlcfBkf, bookmarks.starts);
     table_.put(FibPair::PlcfBkl, bookmarks.ends);

@@ -20,6 +20,9 @@ public:
     // piece; later ones append what is new.
     void write(const DocumentContent& content);
 
+    // Bookmarks that the file bears besides those of the document.
+    void setMarks(std::vector<Bookmark> marks) { marks_ = std::move(marks); }
+
     CompoundStore& store() { return store_; }
 
 private:
@@ -43,6 +46,7 @@ private:
     TableStream table_;
     FragmentPlaces places_;
     Headers headers_;
+    std::vector<Bookmark> marks_;
     bool saved_ = false; // written at least once
 };
 

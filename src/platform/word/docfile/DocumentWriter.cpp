@@ -14,17 +14,20 @@ struct DocumentWriter::State {
     std::optional<FileStamp> stamp;           // the file as we left it
 
     bool isUntouched() const { return session && stamp && folder->stamp(path) == stamp; }
-    void writeWhole(const std::filesystem::path& target, const DocumentContent& content);
+    void writeWhole(const std::filesystem::path& target, const DocumentContent& content,
+                    std::vector<Bookmark> marks = {});
     void appendNew(const DocumentContent& content);
 };
 
 void DocumentWriter::State::writeWhole(const std::filesystem::path& target,
-                                       const DocumentContent& content) {
+                                       const DocumentContent& content,
+                                       std::vector<Bookmark> marks) {
     std::filesystem::path temporary;
     auto file = folder->createBeside(target, &temporary);
     std::unique_ptr<DocumentSession> written;
     try {
         written = std::make_unique<DocumentSession>(std::move(file));
+        written->setMarks(std::move(marks));
         written->write(content);
         written->store().commit(CompoundStore::Durability::lostPower);
         written->store().detach();
@@ -79,6 +82,11 @@ void DocumentWriter::save(const DocumentContent& content) {
     } else {
         state_->writeWhole(state_->path, content);
     }
+}
+
+void writeMarkedCopy(const std::filesystem::path& path, const DocumentContent& content,
+                     std::vector<Bookmark> marks) {
+    DocumentWriter().state_->writeWhole(path, content, std::move(marks));
 }
 
 } // namespace qvnd::word

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -31,8 +32,16 @@ public:
     void save(const DocumentContent& content);
 
 private:
+    friend void writeMarkedCopy(const std::filesystem::path& path, const DocumentContent& content,
+                                std::vector<Bookmark> marks);
+
     struct State;
     std::unique_ptr<State> state_;
 };
+
+// Writes a copy of the document to `path` that bears further bookmarks, so that a layout of it can
+// be asked where they came to stand. Errors as DocumentWriter::saveAs().
+void writeMarkedCopy(const std::filesystem::path& path, const DocumentContent& content,
+                     std::vector<Bookmark> marks);
 
 } // namespace qvnd::word

@@ -1,0 +1,115 @@
+#include "platform/office/OfficeSuite.h"
+
+#include "platform/error/RunTimeError.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <filesystem>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::office {
+
+namespace {
+
+constexpr long invalidCall = 5;
+constexpr int lookAfterMs = 100;        // between two looks at the stop request
+constexpr qint64 basicTimeMs = 120'000; // start of the suite and a small document
+constexpr qint64 timePerMegabyteMs = 30'000;
+
+RunTimeError failure(long number, const QString& text) { return {number, text.toStdU16String()}; }
+
+qint64 patienceFor(const QString& source) {
+    return basicTimeMs + QFileInfo(source).size() / (1 << 20) * timePerMegabyteMs;
+}
+
+std::filesystem::path native(const QString& path) { return path.toStdU16String(); }
+
+// Puts the result in place of the target, over folders on different disks too.
+void moveInto(const QString& result, const QString& target) {
+    const QString beside = target + u".neu"_s;
+    QFile::remove(beside);
+    if (!QFile::copy(result, beside)) {
+        QFile::remove(beside);
+        throw failure(error::pathAccess, u"无法写入文件“"_s + target + u"”。"_s);
+    }
+    std::error_code error;
+    std::filesystem::rename(native(beside), native(target), error);
+    if (error) {
+        QFile::remove(beside);
+        throw failure(error::permissionDenied, u"无法替换文件“"_s + target + u"”。"_s);
+    }
+}
+
+} // namespace
+
+OfficeSuite::OfficeSuite(QString profileFolder, QString program, Stop stop)
+    : profileFolder_(std::move(profileFolder)), program_(std::move(program)),
+      stop_(std::move(stop)) {}
+
+QString OfficeSuite::installedProgram() {
+    for (const QString& name : {u"soffice"_s, u"libreoffice"_s}) {
+        if (const QString found = QStandardPaths::findExecutable(name); !found.isEmpty()) {
+            return found;
+        }
+    }
+    return {};
+}
+
+void OfficeSuite::convert(const QString& source, const QString& target,
+                          const QString& filter) const {
+    if (!isInstalled()) {
+        throw failure(error::fileNotFound, u"没有安装办公套件（LibreOffice），无法转换“"_s +
+                                               QFileInfo(source).fileName() + u"”。"_s);
+    }
+    const QTemporaryDir scratch;
+    // A plain name: the suite takes some characters of a file's name for a pattern or an option.
+    const QString input = scratch.filePath(u"document."_s + QFileInfo(source).suffix());
+    if (!QFile::copy(source, input)) {
+        throw failure(error::fileNotFound, u"找不到或无法读取文件“"_s + source + u"”。"_s);
+    }
+    const QString output = scratch.filePath(u"out"_s);
+    run({u"--convert-to"_s, filter, u"--outdir"_s, output, input}, source);
+    const QFileInfoList results = QDir(output).entryInfoList(QDir::Files);
+    if (results.isEmpty()) {
+        throw failure(invalidCall, u"办公套件无法转换文件“"_s + source + u"”。"_s);
+    }
+    moveInto(results.first().filePath(), target);
+}
+
+void OfficeSuite::run(const QStringList& arguments, const QString& source) const {
+    QDir().mkpath(profileFolder_);
+    const QString profile = QUrl::fromLocalFile(profileFolder_).toString();
+    QProcess process;
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(program_, QStringList{u"-env:UserInstallation="_s + profile, u"--headless"_s,
+                                        u"--norestore"_s, u"--nolockcheck"_s} +
+                                arguments);
+    QElapsedTimer clock;
+    clock.start();
+    while (!process.waitForFinished(lookAfterMs) && process.state() != QProcess::NotRunning) {
+        const bool stopped = stop_ && stop_();
+        if (stopped || clock.hasExpired(patienceFor(source))) {
+            process.kill();
+            process.waitForFinished();
+            throw stopped
+                ? failure(invalidCall, u"转换已停止。"_s)
+                : failure(error::automationServerGone,
+                          u"办公套件长时间没有响应，已结束。文件：“"_s + source + u"”。"_s);
+        }
+    }
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        throw failure(invalidCall, u"办公套件无法转换文件“"_s + source + u"”。"_s);
+    }
+}
+
+} // namespace qvnd::office

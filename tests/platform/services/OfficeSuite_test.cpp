@@ -1,0 +1,144 @@
+#include "platform/office/OfficeSuite.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/office/OfficePageNumbers.h"
+#include "platform/office/PdfDestinations.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/layout/LayoutEstimate.h"
+#include "support/ContentBuilder.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::office {
+namespace {
+
+long numberOf(const std::function<void()>& call) {
+    try {
+        call();
+    } catch (const RunTimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+class OfficeSuiteTest : public testing::Test {
+protected:
+    QString write(const QString& name, const QByteArray& bytes, bool executable = false) {
+        QFile file(folder.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        if (executable) {
+            file.setPermissions(file.permissions() | QFile::ExeOwner);
+        }
+        return file.fileName();
+    }
+    QByteArray read(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    // A program that stands in for the suite: a shell script.
+    OfficeSuite suite(const QByteArray& script, OfficeSuite::Stop stop = {}) {
+        return OfficeSuite(folder.filePath(u"profile"_s),
+                           write(u"suite.sh"_s, "#!/bin/sh\n" + script, true), std::move(stop));
+    }
+
+    QTemporaryDir folder;
+};
+
+TEST_F(OfficeSuiteTest, WithoutASuiteTheFailureSaysSo) {
+    const OfficeSuite none(folder.filePath(u"profile"_s), QString());
+    const QString source = write(u"a.rtf"_s, "{}");
+    try {
+        none.convert(source, folder.filePath(u"a.doc"_s), u"doc"_s);
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), error::fileNotFound);
+        EXPECT_EQ(error.description(), u"没有安装办公套件（LibreOffice），无法转换“a.rtf”。");
+    }
+}
+
+TEST_F(OfficeSuiteTest, TheResultReplacesTheTargetWhole) {
+    // The last four arguments: format, --outdir, folder, source.
+    const OfficeSuite fake = suite("while [ \"$1\" != --outdir ]; do shift; done\nmkdir -p \"$2\"\n"
+                                   "printf new > \"$2/document.doc\"\n");
+    const QString target = write(u"目标 文件.doc"_s, "old and longer");
+    fake.convert(write(u"a.rtf"_s, "{}"), target, u"doc"_s);
+    EXPECT_EQ(read(target), "new");
+    EXPECT_EQ(QDir(folder.path()).entryList({u"*.neu"_s}).size(), 0);
+}
+
+TEST_F(OfficeSuiteTest, AFailureLeavesTheTargetAsItWas) {
+    const QString target = write(u"a.doc"_s, "old");
+    const QString source = write(u"a.rtf"_s, "{}");
+    EXPECT_EQ(numberOf([&] { suite("exit 1\n").convert(source, target, u"doc"_s); }), 5);
+    EXPECT_EQ(numberOf([&] { suite("exit 0\n").convert(source, target, u"doc"_s); }), 5);
+    EXPECT_EQ(read(target), "old");
+}
+
+TEST_F(OfficeSuiteTest, AMissingSourceIsNamed) {
+    EXPECT_EQ(numberOf([&] {
+                  suite("exit 0\n")
+                      .convert(folder.filePath(u"没有.rtf"_s), folder.filePath(u"a.doc"_s),
+                               u"doc"_s);
+              }),
+              error::fileNotFound);
+}
+
+TEST_F(OfficeSuiteTest, AStopEndsASuiteThatHangs) {
+    QElapsedTimer clock;
+    clock.start();
+    int asked = 0;
+    const OfficeSuite hanging = suite("exec sleep 60\n", [&] { return ++asked > 2; });
+    const QString source = write(u"a.rtf"_s, "{}");
+    EXPECT_EQ(numberOf([&] { hanging.convert(source, folder.filePath(u"a.doc"_s), u"doc"_s); }), 5);
+    EXPECT_LT(clock.elapsed(), 30'000);
+}
+
+TEST_F(OfficeSuiteTest, AFileThatIsNoPdfIsRefused) {
+    const QString path = write(u"a.pdf"_s, "no pdf");
+    EXPECT_EQ(numberOf([&] { readPdfDestinations(path); }), 5);
+}
+
+// A document whose second and third paragraphs each start a page.
+word::DocumentContent threePages(test::ContentBuilder& builder) {
+    using namespace word;
+    const Bytes onNewPage = withSprm8({}, sprm::PFPageBreakBefore, 1);
+    builder.add({{u"封面\r", {}}});
+    builder.add({{u"第一章\r", {}}}, 1, onNewPage);
+    builder.add({{u"第二章\r", {}}}, 1, onNewPage);
+    return std::move(builder.content);
+}
+
+TEST_F(OfficeSuiteTest, TheInstalledSuiteTellsThePagesOfPositions) {
+    if (OfficeSuite::installedProgram().isEmpty()) {
+        GTEST_SKIP() << "no office suite is installed";
+    }
+    test::ContentBuilder builder;
+    const word::DocumentContent content = threePages(builder);
+    OfficePageNumbers numbers{OfficeSuite(folder.filePath(u"profile"_s))};
+    EXPECT_EQ(numbers.displayedPages(content, std::vector<word::Cp>{0, 3, 7}),
+              (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(numbers.pages(), 3);
+}
+
+TEST_F(OfficeSuiteTest, WithoutASuiteTheEstimateAnswers) {
+    test::ContentBuilder builder;
+    const word::DocumentContent content = threePages(builder);
+    OfficePageNumbers exact{OfficeSuite(folder.filePath(u"profile"_s), QString())};
+    word::LayoutEstimate estimate;
+    BestPageNumbers best(exact, estimate);
+    EXPECT_EQ(best.displayedPages(content, std::vector<word::Cp>{0, 3, 7}),
+              (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(best.pages(), 3);
+}
+
+} // namespace
+} // namespace qvnd::office
