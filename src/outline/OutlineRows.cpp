@@ -43,7 +43,7 @@ std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table
 }
 
 QString planDatabasePath(const modMain& state, const QString& plan) {
-    return state.gUserTplPath + plan + files::separator() + plan + ".mdb";
+    return files::resolved(state.gUserTplPath + plan + files::separator() + plan + ".mdb");
 }
 
 QString documentPath(const modMain& state, const QString& plan, const QString& key) {

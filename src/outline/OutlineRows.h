@@ -41,7 +41,7 @@ TableEnd endOf(jet::Database& db, const QString& table, const QString& order);
 std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,
                                          const QString& parentKey);
 
-// gUserTplPath + plan + "/" + plan + ".mdb".
+// gUserTplPath + plan + "/" + plan + ".mdb", spelt as it is on disk.
 QString planDatabasePath(const modMain& state, const QString& plan);
 // gUserTplPath + plan + "/" + key + ".doc".
 QString documentPath(const modMain& state, const QString& plan, const QString& key);

@@ -1,9 +1,17 @@
 #include "tools/Command.h"
 
 #include "tools/DocCommands.h"
+#include "tools/OutlineCommands.h"
+#include "tools/PlanCommands.h"
 
 namespace qvnd::tools {
 
-std::vector<Command> commandTable() { return docCommands(); }
+std::vector<Command> commandTable() {
+    std::vector<Command> table;
+    for (const auto& group : {planCommands(), outlineCommands(), docCommands()}) {
+        table.insert(table.end(), group.begin(), group.end());
+    }
+    return table;
+}
 
 } // namespace qvnd::tools

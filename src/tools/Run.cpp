@@ -36,6 +36,8 @@ ExitStatus runCommand(const Command& command, const GlobalOptions& options, Outp
         return command.run(session, options.words.mid(nameLength));
     } catch (const UsageError& error) {
         return wrongUsage(output, error.reason(), usageOf(command));
+    } catch (const StartFailed&) {
+        return ExitStatus::refused;
     } catch (const RunTimeError& failure) {
         output.note(QString::fromStdU16String(failure.description()));
         return ExitStatus::refused;

@@ -4,12 +4,20 @@
 #include "tools/Output.h"
 #include "tools/TerminalMessageBoxes.h"
 
+#include <memory>
+
 namespace qvnd::tools {
+
+class ProgramRun;
+
+// Thrown when the program could not be started; the user has been told why.
+struct StartFailed {};
 
 // One run of the tool, as a command sees it.
 class Session {
 public:
     Session(const GlobalOptions& options, Output& output);
+    ~Session(); // the orderly exit of a program that was started
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
@@ -17,10 +25,15 @@ public:
     Output& output() { return output_; }
     TerminalMessageBoxes& messages() { return messages_; }
 
+    // The program, started at the first call: Main, then what the workbench does at its load.
+    // Commands that need no program leave the program folder untouched.
+    ProgramRun& program();
+
 private:
     const GlobalOptions& options_;
     Output& output_;
     TerminalMessageBoxes messages_;
+    std::unique_ptr<ProgramRun> program_;
 };
 
 } // namespace qvnd::tools

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "outline/Workbench.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/desktop/SplashScreen.h"
+#include "store/modMain.h"
+
+namespace qvnd::outline {
+
+// What the workbench does at its load: TrvCurrent shows the plan that 当前表 names, if its folder
+// is there, with its last node selected; template and plan folders that the databases do not know
+// are adopted, which fills the two library trees; the commands that need a plan are opened or
+// closed. An error ends it with a message and takes the splash down.
+void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                   desktop::SplashScreen& splash);
+
+// Brings the outline in the folder of the plan shown in TrvCurrent level with the working one.
+void saveCurrentPlan(modMain& state, const Workbench& workbench);
+
+// A click on a node of TrvTemplate_Us. A root becomes the plan shown in TrvCurrent, after the plan
+// shown so far has been saved to its folder; every other node leaves TrvCurrent as it is. In both
+// cases 当前表 names the node's plan from then on. Errors of the store pass through.
+void clickUserPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash,
+                   OutlineNode& node);
+
+} // namespace qvnd::outline

@@ -1,0 +1,198 @@
+#include "plans/DlgNew.h"
+
+#include "outline/LibraryTree.h"
+#include "outline/OutlineRows.h"
+#include "plans/PlanInformation.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Trim.h"
+#include "store/PlanTables.h"
+
+namespace qvnd::plans {
+
+using desktop::Icon;
+using files::Trim;
+using outline::planDatabasePath;
+
+namespace {
+
+const QString hint = QStringLiteral("提示");
+
+QString descriptionOf(const RunTimeError& failure) {
+    return QString::fromStdU16String(failure.description());
+}
+
+} // namespace
+
+DlgNew::DlgNew(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages,
+               desktop::SplashScreen& splash, ShowMode mode)
+    : state_(state), workbench_(workbench), messages_(messages), splash_(splash), mode_(mode) {}
+
+void DlgNew::Load() { LoadOrSavePlanInfo(mode_ == ShowMode::information ? 2 : 1); }
+
+bool DlgNew::BtnOk() {
+    if (mode_ == ShowMode::information) {
+        LoadOrSavePlanInfo(3);
+        return true;
+    }
+    try {
+        return createPlan();
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == error::keyInvalid) {
+            takeBackInvalidName(Trim(form.TxtName));
+        } else {
+            messages_.tell(descriptionOf(failure));
+        }
+        return false;
+    }
+}
+
+bool DlgNew::createPlan() {
+    const QString name = Trim(form.TxtName);
+    if (name.isEmpty()) {
+        messages_.tell(QStringLiteral("对不起，名称不能为空!"), Icon::exclamation,
+                       QStringLiteral("警告！"));
+        return false;
+    }
+    makeCurrent(name);
+    if (!replaceFolder(name)) {
+        return false;
+    }
+    createTables(name);
+    addRootRow(name);
+    createPlanDatabase(name);
+    copyToPlanDatabase(name, name);
+    addInformation(name);
+    copyToPlanDatabase(informationTableOf(name), name);
+    state_.gDbPlan->Close();
+    state_.gDbPlan.reset();
+    registerPlan(name);
+    showAsCurrent(name);
+    outline::updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, true, messages_,
+                                splash_);
+    return true;
+}
+
+void DlgNew::makeCurrent(const QString& name) {
+    const auto current = state_.gDbUser->OpenRecordset(QStringLiteral("Select * from 当前表"));
+    if (!current->Eof()) {
+        current->Delete();
+    }
+    current->AddNew();
+    current->Set(u"名称", name);
+    current->Update();
+}
+
+// False when the user keeps a folder that is there.
+bool DlgNew::replaceFolder(const QString& name) {
+    const QString folder = state_.gUserTplPath + name;
+    if (state_.gFso->FolderExists(folder)) {
+        const QString question = state_.gUserTplPath + "下已存在 " + name + "，是否覆盖？";
+        if (!messages_.ask(question, Icon::question, hint)) {
+            return false;
+        }
+        state_.gFso->DeleteFolder(folder, false);
+    }
+    state_.gFso->CreateFolder(folder);
+    return true;
+}
+
+void DlgNew::createTables(const QString& name) {
+    jet::TableDefs tables = state_.gDbUser->TableDefs();
+    tables.Append(store::informationTable(name));
+    tables.Refresh();
+    tables.Append(store::outlineTable(name));
+    tables.Refresh();
+}
+
+void DlgNew::addRootRow(const QString& name) {
+    const auto rows = state_.gDbUser->OpenRecordset("select * from [" + name + "]");
+    outline::addRow(*rows, {name, name, false});
+}
+
+void DlgNew::createPlanDatabase(const QString& name) {
+    if (state_.gDbPlan) {
+        state_.gDbPlan->Close();
+    }
+    state_.gDbPlan = state_.gWs->CreateDatabase(planDatabasePath(state_, name),
+                                                QString::fromUtf16(jet::dbLangGeneral));
+}
+
+void DlgNew::copyToPlanDatabase(const QString& table, const QString& name) {
+    state_.gDbUser->Execute("SELECT * INTO [" + table + "] IN '" + planDatabasePath(state_, name) +
+                            "' FROM [" + table + "]");
+}
+
+void DlgNew::addInformation(const QString& name) {
+    const auto rs =
+        state_.gDbUser->OpenRecordset("select * from [" + informationTableOf(name) + "]");
+    rs->AddNew();
+    setInformation(*rs, {Trim(form.TxtBldOffice), Trim(form.TxtConOffice), Trim(form.TxtEdit),
+                         Trim(form.TxtDecide), form.DTP, Trim(form.RtfExplain)});
+    rs->Update();
+}
+
+void DlgNew::registerPlan(const QString& name) {
+    const auto list = state_.gDbUser->OpenRecordset(QStringLiteral("SElect * from 遍历表"));
+    list->AddNew();
+    list->Set(u"名称", name);
+    list->Update();
+}
+
+void DlgNew::showAsCurrent(const QString& name) {
+    if (workbench_.TrvCurrent.Count() >= 1) {
+        workbench_.TrvCurrent.Clear();
+    }
+    workbench_.TrvCurrent.Add(name, name, outline::image::root, outline::image::rootSelected);
+    workbench_.cmdEdit = true;
+    workbench_.mnuEdit = true;
+    workbench_.TbarBid[12] = true;
+}
+
+// The folder and the plan's database stay behind.
+void DlgNew::takeBackInvalidName(const QString& name) {
+    jet::Database& db = *state_.gDbUser;
+    db.TableDefs().Delete(name);
+    db.TableDefs().Delete(informationTableOf(name));
+    db.Execute("Delete * from 遍历表 where 名称='" + name + "'");
+    db.Execute("Delete * from 当前表 where 名称='" + name + "'");
+    messages_.tell(QStringLiteral("对不起，工程名称不合法！"), Icon::exclamation, hint);
+}
+
+bool DlgNew::LoadOrSavePlanInfo(int mode) {
+    try {
+        if (mode == 2) {
+            loadInformation();
+        } else if (mode == 3) {
+            saveInformation();
+        }
+        return true;
+    } catch (const RunTimeError&) {
+        messages_.tell(QStringLiteral("更新失败！"), Icon::exclamation, hint);
+        return false;
+    }
+}
+
+void DlgNew::loadInformation() {
+    const QString name = workbench_.TrvCurrent.Item(1).Text();
+    const PlanInformation read = readInformation(*state_.gDbUser, name);
+    form = {name,          read.client, read.contractor, read.author,
+            read.approver, read.date,   read.explanation};
+}
+
+void DlgNew::saveInformation() {
+    const QString name = workbench_.TrvCurrent.Item(1).Text();
+    const QString table = informationTableOf(name);
+    const QString path = planDatabasePath(state_, name);
+    const auto rs = state_.gDbUser->OpenRecordset("SELECT  * FROM " + table);
+    state_.gWs->BeginTrans();
+    rs->Edit();
+    setInformation(*rs, {form.TxtBldOffice, form.TxtConOffice, form.TxtEdit, form.TxtDecide,
+                         form.DTP, form.RtfExplain});
+    rs->Update();
+    const auto copy = state_.gWs->OpenDatabase(path);
+    copy->Execute("DROP TABLE " + table);
+    state_.gDbUser->Execute("select * into [" + table + "] IN '" + path + "' from [" + table + "]");
+    state_.gWs->CommitTrans();
+}
+
+} // namespace qvnd::plans

@@ -1,0 +1,37 @@
+#include "startup/Program.h"
+
+#include "outline/CurrentPlan.h"
+#include "platform/error/IgnoringErrors.h"
+
+namespace qvnd::startup {
+
+Program::Program(const registry::Registry& registry, const outline::Services& services)
+    : registry_(registry), services_(services) {}
+
+bool Program::start(const QString& appPath) {
+    started_ = Main(state_, appPath, {registry_, services_.splash, services_.messages, *this});
+    return started_;
+}
+
+void Program::showFrmBid() {
+    outline::loadWorkbench(state_, workbench_, services_.messages, services_.splash);
+}
+
+void Program::exit() {
+    if (!started_) {
+        return;
+    }
+    started_ = false;
+    ignoringErrors([&] { outline::saveCurrentPlan(state_, workbench_); });
+    ignoringErrors([&] { state_.gDbTemplate->Close(); });
+    ignoringErrors([&] { state_.gDbUser->Close(); });
+    ignoringErrors([&] { state_.gDbBidSet->Close(); });
+    // Commits a transaction that a failed command has left open.
+    ignoringErrors([&] { state_.gWs->Close(); });
+    state_.gDbTemplate.reset();
+    state_.gDbUser.reset();
+    state_.gDbBidSet.reset();
+    state_.gFso.reset();
+}
+
+} // namespace qvnd::startup

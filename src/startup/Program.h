@@ -1,0 +1,40 @@
+#pragma once
+
+#include "outline/Services.h"
+#include "outline/Workbench.h"
+#include "platform/registry/Registry.h"
+#include "startup/Main.h"
+#include "store/modMain.h"
+
+#include <QString>
+
+namespace qvnd::startup {
+
+// The program without its windows: state, workbench, start and end. One object is one run.
+class Program : private ProgramWindows {
+public:
+    // All services outlive the object.
+    Program(const registry::Registry& registry, const outline::Services& services);
+
+    // Main with the load of the workbench; false when it failed, and the user has been told.
+    bool start(const QString& appPath);
+    // The orderly exit: the open plan is saved to its folder and the databases are closed. What
+    // fails on the way does not stop it. Does nothing in a program that did not start.
+    void exit();
+
+    modMain& state() { return state_; }
+    outline::Workbench& workbench() { return workbench_; }
+    const outline::Services& services() const { return services_; }
+
+private:
+    void showMainForm() override {}
+    void showFrmBid() override;
+
+    const registry::Registry& registry_;
+    outline::Services services_;
+    modMain state_;
+    outline::Workbench workbench_;
+    bool started_ = false;
+};
+
+} // namespace qvnd::startup

@@ -1,0 +1,134 @@
+#include "tools/PlanCommands.h"
+
+#include "plans/DlgNew.h"
+#include "plans/PlanInformation.h"
+#include "tools/Arguments.h"
+#include "tools/Plans.h"
+#include "tools/ProgramRun.h"
+#include "tools/Session.h"
+#include "tools/UsageError.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+namespace qvnd::tools {
+
+namespace {
+
+ExitStatus init(Session& session, const QStringList& words) {
+    Arguments(words, {}).expectPositions(0, 0);
+    const modMain& state = session.program().state();
+    const QStringList names = {"gAppPath", "gSysPath", "gWorkPath", "gUserTplPath", "gWordRoot"};
+    const QStringList paths = {state.gAppPath, state.gSysPath, state.gWorkPath, state.gUserTplPath,
+                               state.gWordRoot};
+    QJsonObject json;
+    QStringList lines;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        json[names[i]] = paths[i];
+        lines << names[i] + '=' + paths[i];
+    }
+    session.output().result(json, lines.join('\n'));
+    return ExitStatus::done;
+}
+
+// What the dialog would not let the user type, as far as it would leave the plans' folder.
+bool leavesTheFolder(const QString& name) {
+    return name == "." || name == ".." || name.contains('/') || name.contains('\\') ||
+           name.contains(QChar(u'\0'));
+}
+
+QDate dateOf(const QString& text) {
+    const QDate date = QDate::fromString(text, Qt::ISODate);
+    if (!date.isValid()) {
+        throw UsageError(QStringLiteral("日期应写作 YYYY-MM-DD：%1").arg(text));
+    }
+    return date;
+}
+
+ExitStatus create(Session& session, const QStringList& words) {
+    const Arguments arguments(
+        words, {{}, {"--client", "--contractor", "--author", "--approver", "--date", "--note"}});
+    arguments.expectPositions(1, 1);
+    plans::PlanForm form;
+    form.TxtName = arguments.position(0);
+    form.TxtBldOffice = arguments.option("--client");
+    form.TxtConOffice = arguments.option("--contractor");
+    form.TxtEdit = arguments.option("--author");
+    form.TxtDecide = arguments.option("--approver");
+    form.RtfExplain = arguments.option("--note");
+    if (arguments.hasOption("--date")) {
+        form.DTP = dateOf(arguments.option("--date"));
+    }
+    if (leavesTheFolder(form.TxtName.trimmed())) {
+        session.messages().tell(QStringLiteral("对不起，输入字符非法！"),
+                                desktop::Icon::exclamation);
+        return ExitStatus::refused;
+    }
+    ProgramRun& run = session.program();
+    plans::DlgNew dialog(run.state(), run.workbench(), session.messages(), run.splash(),
+                         plans::ShowMode::newPlan);
+    dialog.form = form;
+    if (!dialog.BtnOk()) {
+        return ExitStatus::refused;
+    }
+    const QString name = run.workbench().TrvCurrent.Item(1).Key();
+    session.output().result(QJsonObject{{"名称", name}}, name);
+    return ExitStatus::done;
+}
+
+ExitStatus list(Session& session, const QStringList& words) {
+    Arguments(words, {}).expectPositions(0, 0);
+    const QStringList names = planNames(session.program());
+    session.output().result(QJsonArray::fromStringList(names), names.join('\n'));
+    return ExitStatus::done;
+}
+
+ExitStatus open(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {});
+    arguments.expectPositions(1, 1);
+    const QString name = arguments.position(0);
+    openPlan(session.program(), name);
+    session.output().result(QJsonObject{{"名称", name}}, name);
+    return ExitStatus::done;
+}
+
+ExitStatus info(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {});
+    arguments.expectPositions(1, 1);
+    const QString name = arguments.position(0);
+    ProgramRun& run = session.program();
+    requirePlan(run, name);
+    const auto read = plans::readInformation(*run.state().gDbUser, name);
+    const std::pair<QString, QString> fields[] = {{"名称", name},
+                                                  {"建设单位", read.client},
+                                                  {"施工单位", read.contractor},
+                                                  {"编制人", read.author},
+                                                  {"审批人", read.approver},
+                                                  {"编制日期", read.date.toString(Qt::ISODate)},
+                                                  {"注释", read.explanation}};
+    QJsonObject json;
+    QStringList lines;
+    for (const auto& [field, text] : fields) {
+        json[field] = text;
+        lines << field + "：" + text;
+    }
+    session.output().result(json, lines.join('\n'));
+    return ExitStatus::done;
+}
+
+} // namespace
+
+std::vector<Command> planCommands() {
+    return {
+        {"init", "", "准备程序文件夹，显示各文件夹", init},
+        {"plan create",
+         "名称 [--client 建设单位] [--contractor 施工单位] [--author 编制人]\n"
+         "              [--approver 审批人] [--date YYYY-MM-DD] [--note 注释]",
+         "新建方案，并成为当前方案", create},
+        {"plan list", "", "列出所有方案", list},
+        {"plan open", "名称", "成为当前方案", open},
+        {"plan info", "名称", "显示方案的工程信息", info},
+    };
+}
+
+} // namespace qvnd::tools

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/registry/RegistryFile.h"
+#include "startup/Program.h"
+#include "tools/TerminalServices.h"
+#include "tools/WordProcessor.h"
+
+#include <memory>
+
+namespace qvnd::tools {
+
+// One run of the program for one command of the tool: the program itself, the services that stand
+// behind it here, and its program folder. A program folder that is not there, or is empty, is
+// first laid out as an installation would: "Sys" with the folders of templates, pictures and
+// custom pages.
+class ProgramRun {
+public:
+    ProgramRun(const QString& home, desktop::MessageBoxes& messages);
+
+    // Main and the load of the workbench; false when Main failed, which has told why.
+    bool start();
+    // The orderly exit.
+    void exit() { program_.exit(); }
+
+    startup::Program& program() { return program_; }
+    modMain& state() { return program_.state(); }
+    outline::Workbench& workbench() { return program_.workbench(); }
+    desktop::SplashScreen& splash() { return splash_; }
+    const outline::Services& services() const { return program_.services(); }
+    GivenFile& fileDialogs() { return fileDialogs_; }
+
+private:
+    void layOut();
+
+    QString home_;
+    registry::RegistryFile registry_;
+    NoSplash splash_;
+    NoEvents events_;
+    GivenFile fileDialogs_;
+    std::unique_ptr<word::ApplicationFactory> word_;
+    startup::Program program_;
+};
+
+} // namespace qvnd::tools

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/desktop/Events.h"
+#include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/SplashScreen.h"
+
+#include <QString>
+
+#include <optional>
+
+// The program's services where there is no screen.
+namespace qvnd::tools {
+
+// Nothing covers the start of a tool.
+class NoSplash : public desktop::SplashScreen {
+public:
+    void show() override {}
+    void unload() override {}
+};
+
+// Nothing waits to be served.
+class NoEvents : public desktop::Events {
+public:
+    void doEvents() override {}
+};
+
+// Answers with the file of the command line.
+class GivenFile : public desktop::FileDialogs {
+public:
+    // A relative name counts from the current folder.
+    void give(const QString& fileName) { fileName_ = fileName; }
+
+    // As a dialog does it: a name without extension that names no file gets the default one.
+    // Cancelled when no file was given.
+    desktop::ChosenFile open(const desktop::OpenFileQuestion& question) override;
+
+private:
+    std::optional<QString> fileName_;
+};
+
+} // namespace qvnd::tools
