@@ -1,6 +1,8 @@
 #include "platform/word/engine/DocumentImport.h"
 
 #include "platform/word/docfile/Fields.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/FieldCodes.h"
 #include "platform/word/engine/ImportTables.h"
 #include "platform/word/engine/LeftOut.h"
@@ -18,12 +20,18 @@ namespace {
 constexpr char16_t picture = 0x01;
 constexpr char16_t noteReference = 0x02;
 constexpr char16_t commentReference = 0x05;
+constexpr char16_t cellMark = 0x07;
 constexpr char16_t drawing = 0x08;
 
 constexpr std::uint8_t embedField = 58;
 constexpr std::uint8_t controlField = 87;
 
 using NewNames = std::unordered_map<std::u16string, std::u16string>; // by folded old name
+
+bool isInTable(ByteView list) {
+    const auto entry = findSprm(list, sprm::PFInTable);
+    return entry && entry->operand[0] == 1;
+}
 
 // Works out what changes in the text of a story that comes in.
 class TextChanges {
@@ -40,6 +48,19 @@ public:
                 removeAnchor(at + i, facts);
             }
             at += run.length;
+        }
+    }
+
+    // A cell's mark outside of any table only ends its paragraph; readers differ in what they
+    // make of it.
+    void repairCellMarks(const PropertyLists& lists) {
+        Cp end = 0;
+        for (const ParagraphRun& paragraph : story_.paragraphs) {
+            end += paragraph.length;
+            if (paragraph.length > 0 && story_.text[end - 1] == cellMark &&
+                !isInTable(lists[paragraph.properties])) {
+                edits.replace(end - 1, 1, u"\r");
+            }
         }
     }
 
@@ -163,6 +184,7 @@ ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
     const std::vector<FieldPlace> fields = fieldPlaces(source.main);
     TextChanges changes(source.main, text, losses);
     changes.removeAnchors();
+    changes.repairCellMarks(source.tables.lists);
     changes.unwrapObjects(fields);
     if (!newNames.empty()) {
         changes.rename(fields, newNames);

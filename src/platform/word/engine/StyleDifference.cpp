@@ -113,13 +113,13 @@ StyleDifference::StyleDifference(const StyleLook& source, const StyleLook& targe
       setByListLevel_(source.setByListLevel()) {
     for (const auto& [property, entries] : source.entries()) {
         const Bytes* there = target.find(property);
-        if (there == nullptr || *there != entries) {
+        if (there == nullptr || !sameEffect(*there, entries)) {
             entries_[property] = entries;
         }
     }
     for (const auto& [property, entries] : target.entries()) {
         if (source.find(property) == nullptr) {
-            if (Bytes plain = unset(entries); !plain.empty() && plain != entries) {
+            if (Bytes plain = unset(entries); !plain.empty() && !sameEffect(plain, entries)) {
                 entries_[property] = std::move(plain);
             }
         }

@@ -143,6 +143,27 @@ Bytes entryOf(SprmOpcode opcode, std::uint32_t operand, std::size_t size) {
     return entry;
 }
 
+// Ico of [MS-DOC] 2.9.119 as COLORREF.
+constexpr std::array<std::uint32_t, 17> colours{
+    0xFF000000, 0x000000, 0xFF0000, 0xFFFF00, 0x00FF00, 0xFF00FF, 0x0000FF, 0x00FFFF, 0xFFFFFF,
+    0x800000,   0x808000, 0x008000, 0x800080, 0x000080, 0x008080, 0x808080, 0xC0C0C0};
+
+// The operand of the entry that has the last word; of a colour its parts.
+Bytes effectOf(ByteView entries) {
+    const ParsedSprms parsed = parseSprms(entries);
+    if (parsed.sprms.empty()) {
+        return {};
+    }
+    const SprmView& last = parsed.sprms.back();
+    if (last.opcode == sprm::CIco && last.operand[0] < colours.size()) {
+        return entryOf(sprm::CCv, colours.at(last.operand[0]), 4);
+    }
+    if (last.opcode == sprm::CCv || last.operand.size() > 2) {
+        return {last.whole.begin(), last.whole.end()};
+    }
+    return {last.operand.begin(), last.operand.end()};
+}
+
 // SHDOperand with automatic colours and no pattern; BrcOperand without a border.
 std::optional<Bytes> defaultOfVariableSize(SprmOpcode opcode) {
     Bytes entry = opcodeBytes(opcode);
@@ -193,6 +214,11 @@ std::optional<Bytes> defaultEntry(SprmOpcode opcode) {
     const auto* found = std::find_if(defaults.begin(), defaults.end(),
                                      [&](const auto& pair) { return pair.first == opcode; });
     return entryOf(opcode, found != defaults.end() ? found->second : 0, size);
+}
+
+bool sameEffect(ByteView one, ByteView other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end()) ||
+           effectOf(one) == effectOf(other);
 }
 
 Bytes entry8(SprmOpcode opcode, unsigned operand) { return entryOf(opcode, operand, 1); }

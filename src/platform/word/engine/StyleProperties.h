@@ -26,6 +26,10 @@ bool isIndent(SprmOpcode property);
 // nothing when that is unknown.
 std::optional<Bytes> defaultEntry(SprmOpcode opcode);
 
+// Whether the entries, all of one property, come to the same: a colour by number and one by its
+// parts, or an older and a newer spelling of the same value.
+bool sameEffect(ByteView one, ByteView other);
+
 // An entry of a list: opcode and operand.
 Bytes entry8(SprmOpcode opcode, unsigned operand);
 Bytes entry16(SprmOpcode opcode, unsigned operand);

@@ -44,6 +44,17 @@ TEST(DocumentImport, ARunOverTwoParagraphsIsSplitWhereTheirStylesDiffer) {
     EXPECT_EQ(operand16(target.runList(1), sprm::CHps), 0xFFFF);
 }
 
+TEST(DocumentImport, ACellMarkOutsideOfTablesEndsItsParagraphLikeAnyOther) {
+    SourceDocument source;
+    source.run(u"a\u0007b\u0007");
+    source.data.main.paragraphs = {{2, 0, PropertyListId::empty},
+                                   {2, 0, source.list(sprm8(sprm::PFInTable, 1))}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\rb\u0007");
+    EXPECT_EQ(target.last.text->paragraphs.size(), 2U);
+}
+
 // --- fonts ----------------------------------------------------------------------------------
 
 TEST(ImportedFonts, AFontOfTheSameNameIsThatOfTheTarget) {

@@ -99,9 +99,18 @@ private:
         case sprm::PAnld80:
             return "old numbering";
         default:
-            return std::to_string(entry.opcode) + "=" +
-                   textOf(std::u16string(entry.operand.begin(), entry.operand.end()));
+            return plainly(entry);
         }
+    }
+    // An automatic colour, whatever the spelling, is the default; colours by number are theirs.
+    static std::string plainly(const SprmView& entry) {
+        const bool isColour = entry.opcode == sprm::CIco || entry.opcode == sprm::CCv;
+        for (unsigned colour = 0; isColour && colour <= 16; ++colour) {
+            if (sameEffect(entry.whole, sprm8(sprm::CIco, colour))) {
+                return colour == 0 ? std::string() : "colour " + std::to_string(colour);
+            }
+        }
+        return textOf(std::u16string(entry.operand.begin(), entry.operand.end()));
     }
     static std::string foldedText(const std::u16string& name) {
         std::u16string folded = name;

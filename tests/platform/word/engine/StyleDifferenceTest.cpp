@@ -73,6 +73,18 @@ TEST_F(StyleDifferences, ADefaultInWordsEqualsNoWord) {
     EXPECT_EQ(under({}, sprm16(sprm::CHps, 20)), Bytes{});
 }
 
+TEST_F(StyleDifferences, AColourByNumberEqualsTheSameColourByItsParts) {
+    const Bytes blue = sprm8(sprm::CIco, 2);
+    EXPECT_EQ(under(blue + sprm32(sprm::CCv, 0x00FF0000), blue), Bytes{});
+    EXPECT_EQ(under(sprm32(sprm::CCv, 0x00000001), blue), sprm32(sprm::CCv, 0x00000001));
+    EXPECT_EQ(under({}, sprm8(sprm::CIco, 0)), Bytes{});
+}
+
+TEST_F(StyleDifferences, TheSameValueInAnOlderSpellingIsNoDifference) {
+    EXPECT_EQ(under(sprm8(sprm::PJc80, 1), sprm8(sprm::PJc80, 1) + sprm8(sprm::PJc, 1)), Bytes{});
+    EXPECT_EQ(under(sprm16(sprm::PDxaLeft80, 100), sprm16(sprm::PDxaLeft, 100)), Bytes{});
+}
+
 TEST_F(StyleDifferences, ABorderOfTheTargetAloneIsTakenBack) {
     const Bytes border = withSprm({}, 0xC64E, Bytes{8, 1, 2, 3, 0, 4, 1, 0, 0});
     EXPECT_EQ(under({}, border), withSprm({}, 0xC64E, Bytes{8, 0, 0, 0, 0, 0, 0, 0, 0}));
