@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/desktop/FileDialogs.h"
+
+#include <QPointer>
+#include <QStringList>
+#include <QWidget>
+
+namespace qvnd::desktop {
+
+// "标签|*.doc|标签|*.rtf" as the name filters of a file dialog. A label that shows its pattern in
+// brackets keeps it; what the dialog lists goes by the pattern alone.
+QStringList nameFilters(const QString& filter);
+
+// The desktop's own dialog for opening a file. A name may be typed that does not exist.
+class WidgetFileDialogs : public FileDialogs {
+public:
+    explicit WidgetFileDialogs(QWidget* parent = nullptr) : parent_(parent) {}
+
+    ChosenFile open(const OpenFileQuestion& question) override;
+
+private:
+    QPointer<QWidget> parent_;
+};
+
+} // namespace qvnd::desktop

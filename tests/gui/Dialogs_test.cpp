@@ -1,0 +1,116 @@
+#include "platform/desktop/windows/WidgetFileDialogs.h"
+#include "platform/desktop/windows/WidgetMessageBoxes.h"
+#include "platform/error/RunTimeError.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::desktop {
+namespace {
+
+// Runs `act` on the modal window once it stands.
+template <typename Window>
+void onceShown(const std::function<void(Window&)>& act) {
+    QTimer::singleShot(0, qApp, [act] {
+        auto* window = qobject_cast<Window*>(QApplication::activeModalWidget());
+        ASSERT_NE(window, nullptr);
+        act(*window);
+    });
+}
+
+void press(QMessageBox& box, const QString& text) {
+    for (QAbstractButton* button : box.buttons()) {
+        if (button->text() == text) {
+            button->click();
+            return;
+        }
+    }
+    ADD_FAILURE() << "no button " << text.toStdString();
+    box.reject();
+}
+
+TEST(WidgetMessageBoxes, ShowsTextTitleAndIconAsGiven) {
+    WidgetMessageBoxes boxes;
+    onceShown<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.text(), u"对不起，名称不能为空!"_s);
+        EXPECT_EQ(box.windowTitle(), u"警告！"_s);
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        press(box, u"确定(&O)"_s);
+    });
+    EXPECT_EQ(boxes.show({u"对不起，名称不能为空!"_s, Icon::exclamation, u"警告！"_s, Buttons::ok}),
+              Answer::ok);
+}
+
+TEST(WidgetMessageBoxes, ABoxWithoutATitleBearsTheProgramsName) {
+    WidgetMessageBoxes boxes;
+    onceShown<QMessageBox>([](QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), u"施工方案编制"_s);
+        box.reject();
+    });
+    boxes.tell(u"出错"_s);
+}
+
+TEST(WidgetMessageBoxes, AnswersWithTheButtonThatWasPressed) {
+    WidgetMessageBoxes boxes;
+    onceShown<QMessageBox>([](QMessageBox& box) { press(box, u"是(&Y)"_s); });
+    EXPECT_TRUE(boxes.ask(u"是否覆盖？"_s, Icon::question));
+    onceShown<QMessageBox>([](QMessageBox& box) { press(box, u"否(&N)"_s); });
+    EXPECT_FALSE(boxes.ask(u"是否覆盖？"_s, Icon::question));
+}
+
+TEST(WidgetMessageBoxes, TheCloseBoxAnswersAsTheButtonThatChangesNothing) {
+    WidgetMessageBoxes boxes;
+    onceShown<QMessageBox>([](QMessageBox& box) { box.reject(); });
+    EXPECT_EQ(boxes.show({u"删除？"_s, Icon::question, {}, Buttons::okCancel}), Answer::cancel);
+    onceShown<QMessageBox>([](QMessageBox& box) { box.reject(); });
+    EXPECT_FALSE(boxes.ask(u"删除？"_s, Icon::question));
+}
+
+TEST(WidgetFileDialogs, FiltersKeepTheirLabelsAndListByThePatternAlone) {
+    EXPECT_EQ(nameFilters(u"Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"_s),
+              (QStringList{u"Word 文档 (*.doc) (*.doc)"_s, u"RTF  格式 (*.rft) (*.rtf)"_s}));
+}
+
+TEST(WidgetFileDialogs, CancellingIsTheErrorThatCommandsExpect) {
+    WidgetFileDialogs dialogs;
+    onceShown<QFileDialog>([](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), u"打开文档"_s);
+        dialog.reject();
+    });
+    try {
+        dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+        FAIL();
+    } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), error::dialogCancelled);
+    }
+}
+
+TEST(WidgetFileDialogs, AnswersWithTheFileAndItsTitle) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"土方 开挖.doc"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    WidgetFileDialogs dialogs;
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    onceShown<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.selectFile(file.fileName());
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    const ChosenFile chosen = dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+    EXPECT_EQ(chosen.fileTitle, u"土方 开挖.doc"_s);
+    EXPECT_EQ(chosen.fileName, file.fileName());
+}
+
+} // namespace
+} // namespace qvnd::desktop
