@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/engine/DocumentFacts.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/DocumentSource.h"
@@ -9,6 +10,8 @@
 #include "tools/Session.h"
 #include "tools/UsageError.h"
 
+#include <QFile>
+#include <QJsonArray>
 #include <QJsonObject>
 
 #include <filesystem>
@@ -126,6 +129,31 @@ ExitStatus info(Session& session, const QStringList& words) {
     });
 }
 
+ExitStatus check(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {});
+    arguments.expectPositions(1, 1);
+    QFile file(arguments.position(0));
+    if (!file.open(QIODevice::ReadOnly)) {
+        session.messages().tell(QStringLiteral("找不到文件“%1”。").arg(arguments.position(0)),
+                                desktop::Icon::exclamation, QStringLiteral("警告！"));
+        return ExitStatus::refused;
+    }
+    const QByteArray bytes = file.readAll();
+    const auto findings =
+        word::checkDocument(word::ByteView(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                                           static_cast<std::size_t>(bytes.size())));
+    QJsonArray json;
+    QStringList lines;
+    for (const word::Finding& finding : findings) {
+        const QString rule = QString::fromStdString(finding.rule);
+        const QString where = QString::fromStdU16String(finding.text);
+        json.append(QJsonObject{{"rule", rule}, {"text", where}});
+        lines += rule + QStringLiteral(": ") + where;
+    }
+    session.output().result(json, lines.join(u'\n'));
+    return findings.empty() ? ExitStatus::done : ExitStatus::refused;
+}
+
 } // namespace
 
 std::vector<Command> docCommands() {
@@ -134,7 +162,9 @@ std::vector<Command> docCommands() {
          QStringLiteral("把各文件依次合成一个文档"), merge},
         {QStringLiteral("doc text"), QStringLiteral("文件"), QStringLiteral("文档的文字"), text},
         {QStringLiteral("doc info"), QStringLiteral("文件"),
-         QStringLiteral("文档里有多少段落、表格、图片等"), info}};
+         QStringLiteral("文档里有多少段落、表格、图片等"), info},
+        {QStringLiteral("doc check"), QStringLiteral("文件"),
+         QStringLiteral("按格式规定严格检查文档"), check}};
 }
 
 } // namespace qvnd::tools

@@ -4,7 +4,8 @@
 
 namespace qvnd::tools {
 
-// The commands on single Word documents: "doc merge", "doc text", "doc info".
+// The commands on single Word documents: "doc merge", "doc text", "doc info", "doc
+// check".
 std::vector<Command> docCommands();
 
 } // namespace qvnd::tools

@@ -1,5 +1,7 @@
 #include "platform/word/engine/WorkingDocument.h"
 
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/StoryBuilder.h"
 #include "platform/word/engine/TemplateStyles.h"
 
@@ -18,6 +20,13 @@ Story emptyHeader(DocumentTables& tables, HeaderKind kind) {
     const StyleIndex style = requireStyle(tables, isFooter(kind) ? sti::footer : sti::header);
     Story story;
     StoryBuilder(story).mark(u'\r', {style, PropertyListId::empty}, PropertyListId::empty);
+    return story;
+}
+
+Story blankHeader(DocumentTables& tables) {
+    Story story;
+    StoryBuilder(story).mark(u'\r', {requireStyle(tables, sti::normal), PropertyListId::empty},
+                             PropertyListId::empty);
     return story;
 }
 
@@ -58,15 +67,24 @@ WorkingStory& WorkingDocument::header(std::size_t section, HeaderKind kind) {
     return open->story;
 }
 
-// A header without text is stored as none: an empty one would show the style's line.
+// A header without text stands in the normal style: its own would show the style's line.
 void WorkingDocument::storeHeaders() {
     for (const auto& [key, open] : headers_) {
         auto& stored = content_.headers[key.first][static_cast<std::size_t>(key.second)];
         Story text = open->story.flattened();
-        if (isEmptyParagraph(text)) {
-            stored.reset();
-        } else {
-            stored = std::move(text);
+        stored = isEmptyParagraph(text) ? blankHeader(content_.tables) : std::move(text);
+    }
+}
+
+void WorkingDocument::setTitlePage(std::size_t section, bool titlePage) {
+    PropertyLists& lists = content_.tables.lists;
+    const Bytes list =
+        withSprm8(lists[sections_.properties(section)], sprm::SFTitlePage, titlePage ? 1 : 0);
+    sections_.setProperties(section, lists.intern(list));
+    for (const HeaderKind kind : {HeaderKind::firstHeader, HeaderKind::firstFooter}) {
+        auto& stored = content_.headers[section][static_cast<std::size_t>(kind)];
+        if (titlePage && !stored) {
+            stored = blankHeader(content_.tables);
         }
     }
 }

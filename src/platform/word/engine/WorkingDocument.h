@@ -33,6 +33,9 @@ public:
     // footers where there is none yet. Valid until the main story's text changes.
     WorkingStory& header(std::size_t section, HeaderKind kind);
 
+    // Whether the section's first page has a header and a footer of its own, empty ones at first.
+    void setTitlePage(std::size_t section, bool titlePage);
+
     // The text of the last section behind `at` (an empty paragraph yet) shall not stand in that
     // section: with the first character inserted there the section ends in front of it, and a new
     // one with these properties begins. Until then nothing shows of it, so a document that ends

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/engine/EngineContents.h"
+#include "platform/word/engine/EngineHeadersFooters.h"
+#include "platform/word/engine/EngineInlineShapes.h"
+#include "platform/word/engine/EnginePageSetup.h"
+#include "platform/word/engine/EngineParagraphs.h"
+#include "platform/word/engine/EngineRange.h"
+#include "platform/word/engine/EngineServices.h"
+#include "platform/word/engine/EngineStyles.h"
+#include "platform/word/engine/StoryEditor.h"
+#include "platform/word/engine/WorkingDocument.h"
+#include "platform/word/model/Document.h"
+#include "platform/word/model/Window.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+namespace qvnd::word {
+
+// An open document with its selection: one in the main story and one in the header or
+// footer that the view shows. Calls on a closed document throw 5825.
+class EngineDocument : public Document {
+public:
+    // `activate` makes it the active document; `closed` hears that it was closed.
+    struct Owner {
+        std::function<void(EngineDocument&)> activate;
+        std::function<void(EngineDocument&)> closed;
+    };
+
+    EngineDocument(DocumentContent content, std::filesystem::path path,
+                   const EngineServices& services, Owner owner);
+
+    void Activate() override;
+    // With a contents in the document its page numbers are brought up to date first.
+    void SaveAs(const std::filesystem::path& path) override;
+    // Throws 5 for a document that was never saved.
+    void Save() override;
+    void Close(std::optional<bool> saveChanges) override;
+    void setSaved(bool saved) override;
+
+    std::unique_ptr<word::Range> Range(int start, int end) override;
+    Paragraphs& paragraphs() override { return paragraphs_; }
+    Styles& styles() override { return styles_; }
+    TablesOfContents& tablesOfContents() override { return contents_; }
+    PageSetup& pageSetup() override { return pageSetup_; }
+
+    const std::filesystem::path& path() const { return path_; }
+    bool isSaved() const { return isSaved_; }
+    // What saving would lose of a document that was opened; told with the first save.
+    void setLosses(std::vector<std::u16string> losses) { losses_ = std::move(losses); }
+
+    // The content, to look at or to change.
+    WorkingDocument& read();
+    WorkingDocument& change();
+
+    // The story that the selection is in, and the selection there.
+    WorkingStory& story();
+    Insertion& insertion();
+    StoryEditor editor();
+    Insertion& mainInsertion() { return main_; }
+    void selectInMain(Cp start, Cp end);
+
+    SeekView seekView() const { return seekView_; }
+    // A header or footer is entered at its start; the main story where it was left.
+    void seek(SeekView view);
+    // The section of the selection; in a header or footer the one that it belongs to.
+    std::size_t selectedSection();
+    HeaderKind headerKind() const;
+    // Text was put in front of that header's text.
+    void moveHeaderInsertion(HeaderKind kind, Cp length);
+
+    void insertFile(const std::filesystem::path& path);
+    EngineInlineShapes& inlineShapes() { return inlineShapes_; }
+    EngineSection& section() { return section_; }
+
+private:
+    void askAndSave(std::optional<bool> saveChanges);
+    void written(const std::filesystem::path& path);
+
+    std::unique_ptr<WorkingDocument> content_;
+    std::filesystem::path path_;
+    const EngineServices& services_;
+    Owner owner_;
+    DocumentWriter writer_;
+    bool isWritten_ = false; // by our writer
+    bool isSaved_ = true;
+    std::vector<std::u16string> losses_;
+
+    SeekView seekView_ = SeekView::mainDocument;
+    Insertion main_;
+    Insertion header_; // of the header or footer that is in view
+
+    EngineParagraphs paragraphs_{*this};
+    EngineStyles styles_{*this};
+    EngineTablesOfContents contents_{*this};
+    EnginePageSetup pageSetup_{*this};
+    EngineInlineShapes inlineShapes_{*this};
+    EngineSection section_{*this};
+};
+
+} // namespace qvnd::word

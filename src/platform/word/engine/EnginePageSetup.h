@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/model/PageSetup.h"
+
+namespace qvnd::word {
+
+class EngineDocument;
+
+// The page settings of all sections; lengths go into the file as twips.
+class EnginePageSetup : public PageSetup {
+public:
+    explicit EnginePageSetup(EngineDocument& document) : document_(document) {}
+
+    void setTopMargin(float points) override;
+    void setBottomMargin(float points) override;
+    void setLeftMargin(float points) override;
+    void setRightMargin(float points) override;
+    void setGutter(float points) override;
+    void setGutterOnTop(bool onTop) override;
+    void setHeaderDistance(float points) override;
+    void setFooterDistance(float points) override;
+
+private:
+    // Throws 4608 for a length that no page has.
+    void setLength(SprmOpcode opcode, float points);
+
+    EngineDocument& document_;
+};
+
+} // namespace qvnd::word
