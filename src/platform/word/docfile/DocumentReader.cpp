@@ -61,6 +61,7 @@ private:
             decodeListDefinitions(document_.partOn(FibPair::PlfLst), lists(), remarks);
         tables.listOverrides =
             decodeListOverrides(document_.part(FibPair::PlfLfo), lists(), remarks);
+        completeListDefinitions(tables.listDefinitions, tables.listOverrides);
         decodeListNames(document_.part(FibPair::SttbListNames), tables.listDefinitions);
         tables.authors = decodeRevisionAuthors(document_.part(FibPair::SttbfRMark), remarks);
     }

@@ -1,5 +1,7 @@
 #include "platform/word/docfile/ListLevels.h"
 
+#include "platform/word/docfile/SoundSprms.h"
+
 #include <algorithm>
 
 namespace qvnd::word {
@@ -22,8 +24,10 @@ ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
     ListLevel level;
     const ByteView head = reader.view(level.head.size());
     std::copy(head.begin(), head.end(), level.head.begin());
-    level.paragraph = lists.intern(reader.view(head[paragraphSize]));
-    level.character = lists.intern(reader.view(head[characterSize]));
+    level.paragraph =
+        lists.intern(soundSprms(reader.view(head[paragraphSize]), {SprmGroup::paragraph}));
+    level.character =
+        lists.intern(soundSprms(reader.view(head[characterSize]), {SprmGroup::character}));
     const std::size_t length = reader.u16();
     level.text = reader.text(length);
     return level;

@@ -5,7 +5,9 @@
 
 namespace qvnd::word {
 
-// One level of a list (LVL, [MS-DOC] 2.9.150). Throws FormatError when it reaches past the end.
+// One level of a list (LVL, [MS-DOC] 2.9.150). Entries of its lists
+// that are not whole or not of the list's kind are left out. Throws FormatError when it reaches
+// past the end.
 ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists);
 void encodeListLevel(LittleEndianWriter& writer, const ListLevel& level,
                      const PropertyLists& lists);

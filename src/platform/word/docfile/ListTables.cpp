@@ -204,6 +204,21 @@ Bytes encodeListOverrides(const std::vector<ListOverride>& overrides, const Prop
     return writer.take();
 }
 
+void completeListDefinitions(std::vector<ListDefinition>& definitions,
+                             const std::vector<ListOverride>& overrides) {
+    for (const ListOverride& entry : overrides) {
+        const bool known =
+            std::any_of(definitions.begin(), definitions.end(),
+                        [&](const ListDefinition& list) { return list.lsid == entry.lsid; });
+        if (!known) {
+            ListDefinition& added = definitions.emplace_back();
+            added.lsid = entry.lsid;
+            added.linkedStyles.fill(StyleDefinition::none);
+            added.levels.resize(levelCount, levelWithoutNumber());
+        }
+    }
+}
+
 void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& definitions) {
     const Sttb names = decodeSttb(sttbListNames).table;
     const std::size_t count = std::min(names.entries.size(), definitions.size());

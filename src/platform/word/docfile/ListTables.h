@@ -27,6 +27,10 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
                                               Remarks& remarks);
 Bytes encodeListOverrides(const std::vector<ListOverride>& overrides, const PropertyLists& lists);
 
+// Gives every override without a definition one whose levels show no number, as it stands there.
+void completeListDefinitions(std::vector<ListDefinition>& definitions,
+                             const std::vector<ListOverride>& overrides);
+
 // Names belong to the definitions in order.
 void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& definitions);
 // Empty when no list has a name.

@@ -1,6 +1,8 @@
 #include "platform/word/docfile/StyleSheetTable.h"
 
 #include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/SoundSprms.h"
+#include "platform/word/docfile/StyleSheetRepair.h"
 
 #include <algorithm>
 
@@ -43,7 +45,7 @@ public:
     // What the style formats. Throws FormatError; what was read before stays.
     void readFormatting() {
         if (style_.kind == StyleKind::table) {
-            style_.table = characterUpx(reader_);
+            style_.table = tableUpx(reader_);
         }
         if (style_.kind != StyleKind::character) {
             style_.paragraph = paragraphUpx(reader_);
@@ -87,11 +89,18 @@ private:
         return content;
     }
 
-    PropertyListId characterUpx(LittleEndianReader& reader) { return lists_.intern(upx(reader)); }
+    PropertyListId tableUpx(LittleEndianReader& reader) {
+        return lists_.intern(soundSprms(upx(reader), {SprmGroup::table}));
+    }
+
+    PropertyListId characterUpx(LittleEndianReader& reader) {
+        return lists_.intern(soundSprms(upx(reader), {SprmGroup::character}));
+    }
 
     PropertyListId paragraphUpx(LittleEndianReader& reader) {
         const ByteView content = upx(reader);
-        return lists_.intern(content.size() < 2 ? ByteView{} : content.subspan(2));
+        const ByteView sprms = content.size() < 2 ? ByteView{} : content.subspan(2);
+        return lists_.intern(soundSprms(sprms, {SprmGroup::paragraph, SprmGroup::table}));
     }
 
     void readOriginal() {
@@ -306,6 +315,7 @@ StyleSheet decodeStyleSheet(ByteView stsh, PropertyLists& lists, Remarks& remark
     if (!sheet.styles[0]) {
         sheet.styles[0] = plainNormal();
     }
+    repairStyleSheet(sheet, remarks);
     return sheet;
 }
 

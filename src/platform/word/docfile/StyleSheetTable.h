@@ -6,7 +6,8 @@
 namespace qvnd::word {
 
 // The style sheet (STSH, [MS-DOC] 2.4.6.5): of the table stream, lcbStshf bytes at fcStshf.
-// The property lists of the styles go into `lists`, unchanged.
+// The property lists of the styles go into `lists`, but for entries that are not whole or not of
+// the list's kind. What the format does not allow is repaired as repairStyleSheet() says.
 // A damaged style becomes an empty slot, named in `remarks`; so that paragraphs always have a
 // style, slot 0 is filled with a plain "Normal" when the file has none. At least 15 slots.
 StyleSheet decodeStyleSheet(ByteView stsh, PropertyLists& lists, Remarks& remarks);

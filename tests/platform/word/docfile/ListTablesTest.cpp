@@ -118,6 +118,23 @@ TEST_F(ListTables, OverrideWhoseLevelsAreCutKeepsItsPlace) {
     EXPECT_EQ(remarks.at(0), u"列表引用表第 1 项起的级别设置已损坏,未读入");
 }
 
+TEST_F(ListTables, OverrideWithoutADefinitionGetsOneThatShowsNoNumber) {
+    std::vector<ListDefinition> known = definitions();
+    completeListDefinitions(known, {{-7, 0, 0, {}}, {8, 0, 0, {}}, {8, 0, 0, {}}});
+    ASSERT_EQ(known.size(), 3U);
+    EXPECT_EQ(known[2].lsid, 8);
+    ASSERT_EQ(known[2].levels.size(), 9U);
+    EXPECT_EQ(known[2].levels[8].head, levelWithoutNumber().head);
+}
+
+TEST_F(ListTables, PropertiesOfALevelThatAreNotWholeAreLeftOut) {
+    std::vector<ListDefinition> damaged = definitions();
+    damaged[1].levels[0].character = lists.intern(hex("3508 01 434A 01"));
+    const Bytes bytes = encodeListDefinitions(damaged, lists).bytes;
+    const auto read = decodeListDefinitions(bytes, lists, remarks);
+    EXPECT_EQ(read[1].levels[0].character, lists.intern(hex("3508 01")));
+}
+
 TEST_F(ListTables, NamesBelongToDefinitionsInOrder) {
     std::vector<ListDefinition> named = definitions();
     named[1].name = u"编号";

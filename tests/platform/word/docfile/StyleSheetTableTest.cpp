@@ -49,7 +49,8 @@ TEST_F(StyleSheetTable, ParagraphStyleKeepsEverythingIncludingOddLists) {
     heading.paragraph = list("0324 01"); // three bytes: padded in the file
     heading.character = list("3508 01 434A 2C00");
 
-    const StyleSheet read = throughFile(sheetOf({{1, heading}}));
+    const StyleSheet read =
+        throughFile(sheetOf({{1, heading}, {15, named(u"Heading 1 Char", StyleKind::character)}}));
 
     ASSERT_TRUE(read.styles.at(1));
     const StyleDefinition& style = *read.styles[1];
@@ -175,6 +176,55 @@ TEST_F(StyleSheetTable, DamagedFormattingKeepsTheStyleAndIsNamed) {
     EXPECT_EQ(read.styles.at(15)->name, u"Bad");
     EXPECT_EQ(read.styles[15]->character, PropertyListId::empty);
     EXPECT_EQ(remarks.at(0), u"样式表第 15 项的格式已损坏,只读入了可读的部分");
+}
+
+TEST_F(StyleSheetTable, PropertiesThatAreNotWholeOrOfAnotherKindAreLeftOut) {
+    StyleDefinition style = named(u"Body", StyleKind::paragraph);
+    style.character = list("3508 01 0324 01 434A");
+    const StyleSheet read = throughFile(sheetOf({{15, style}}));
+    EXPECT_EQ(read.styles.at(15)->character, list("3508 01"));
+}
+
+TEST_F(StyleSheetTable, EveryStyleGetsANameOfItsOwn) {
+    const StyleSheet read = throughFile(sheetOf({{15, named(u"Body", StyleKind::paragraph)},
+                                                 {16, named(u"Body", StyleKind::character)},
+                                                 {17, named(u"Body", StyleKind::list)},
+                                                 {18, named(u"", StyleKind::paragraph)}}));
+    EXPECT_EQ(read.styles.at(15)->name, u"Body");
+    EXPECT_EQ(read.styles.at(16)->name, u"Body 2");
+    EXPECT_EQ(read.styles.at(17)->name, u"Body 3");
+    EXPECT_EQ(read.styles.at(18)->name, u"样式 18");
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST_F(StyleSheetTable, BaseThatIsMissingOfAnotherKindOrInACircleIsGivenUpAndNamed) {
+    StyleDefinition missing = named(u"missing", StyleKind::paragraph);
+    missing.basedOn = 19;
+    StyleDefinition other = named(u"other", StyleKind::character);
+    other.basedOn = 0;
+    StyleDefinition circle = named(u"circle", StyleKind::paragraph);
+    circle.basedOn = 18;
+    StyleDefinition sound = named(u"sound", StyleKind::paragraph);
+    sound.basedOn = 17;
+
+    const StyleSheet read =
+        throughFile(sheetOf({{15, missing}, {16, other}, {17, circle}, {18, sound}}));
+
+    EXPECT_EQ(read.styles.at(15)->basedOn, StyleDefinition::none);
+    EXPECT_EQ(read.styles.at(16)->basedOn, StyleDefinition::none);
+    EXPECT_EQ(read.styles.at(17)->basedOn, StyleDefinition::none);
+    EXPECT_EQ(read.styles.at(18)->basedOn, 17);
+    ASSERT_EQ(remarks.size(), 3U);
+    EXPECT_EQ(remarks[2], u"样式“circle”的基准样式不合规定,不再沿用");
+}
+
+TEST_F(StyleSheetTable, NextAndLinkedStylesExistAfterwards) {
+    StyleDefinition style = named(u"Body", StyleKind::paragraph);
+    style.next = 19;
+    style.link = 19;
+    const StyleSheet read = throughFile(sheetOf({{15, style}}));
+    EXPECT_EQ(read.styles.at(15)->next, 15);
+    EXPECT_EQ(read.styles.at(15)->link, 0);
 }
 
 TEST_F(StyleSheetTable, SheetThatEndsEarlyStillHasANormalStyle) {
