@@ -1,6 +1,7 @@
 #include "tools/Command.h"
 
 #include "tools/DocCommands.h"
+#include "tools/FormatCommands.h"
 #include "tools/OutlineCommands.h"
 #include "tools/PlanCommands.h"
 
@@ -8,7 +9,7 @@ namespace qvnd::tools {
 
 std::vector<Command> commandTable() {
     std::vector<Command> table;
-    for (const auto& group : {planCommands(), outlineCommands(), docCommands()}) {
+    for (const auto& group : {planCommands(), outlineCommands(), formatCommands(), docCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "tools/Command.h"
+
+namespace qvnd::tools {
+
+// The commands on the working format tables: "format show", "format set".
+std::vector<Command> formatCommands();
+
+} // namespace qvnd::tools
