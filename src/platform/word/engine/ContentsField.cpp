@@ -129,26 +129,27 @@ Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf) {
         appendStory(result, partOf(contents, copied, end - copied));
         copied = end;
     };
-    std::optional<Cp> code; // behind the begin mark of the innermost field
-    std::optional<Cp> number;
+    // Behind the begin mark and the separator of the innermost field; 0 when it is no PAGEREF.
+    Cp code = 0;
+    Cp number = 0;
     for (const FieldMark& mark : contents.fields) {
         if (mark.character == 0x13) {
-            code = mark.data == field::pageRef ? std::optional(mark.at + 1) : std::nullopt;
-            number.reset();
+            code = mark.data == field::pageRef ? mark.at + 1 : 0;
+            number = 0;
         } else if (mark.character == 0x14) {
-            number = code ? std::optional(mark.at + 1) : std::nullopt;
-        } else if (code && number) {
-            const std::u16string_view text = contents.text;
-            const auto page = pageOf(bookmarkOf(text.substr(*code, *number - 1 - *code)));
-            if (page && *number < mark.at) {
-                copyTo(*number);
-                const PropertyListId look = characterPropertiesAt(contents, *number);
-                StoryBuilder(result).text(decimal(*page), look);
-                copied = mark.at;
-            }
-            code.reset();
+            number = code != 0 ? mark.at + 1 : 0;
         } else {
-            code.reset();
+            if (number != 0 && number < mark.at) {
+                const std::u16string_view text = contents.text;
+                const auto page = pageOf(bookmarkOf(text.substr(code, number - 1 - code)));
+                if (page) {
+                    copyTo(number);
+                    const PropertyListId look = characterPropertiesAt(contents, number);
+                    StoryBuilder(result).text(decimal(*page), look);
+                    copied = mark.at;
+                }
+            }
+            code = number = 0;
         }
     }
     copyTo(contents.size());

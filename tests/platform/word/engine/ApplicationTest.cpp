@@ -1,0 +1,264 @@
+#include "platform/word/engine/EngineFixture.h"
+
+#include "platform/word/docfile/Dop.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/DocumentMerge.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StyleLookup.h"
+#include "support/Errors.h"
+
+#include <fstream>
+#include <iterator>
+
+namespace qvnd::test {
+
+namespace {
+
+using namespace qvnd::word;
+
+class ApplicationTest : public EngineTest {
+protected:
+    std::string bytesOf(const std::filesystem::path& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+    ByteView page() { return lists()[document().read().sections().properties(0)]; }
+    View& view() { return app.ActiveWindow().ActivePane().View(); }
+};
+
+} // namespace
+
+TEST_F(ApplicationTest, EveryCallAfterQuitFindsTheServerGone) {
+    app.Quit();
+    EXPECT_EQ(errorNumberOf([&] { app.documents(); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { app.Selection(); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { app.Quit(); }), error::automationServerGone);
+}
+
+TEST_F(ApplicationTest, ADocumentThatIsOpenIsReturnedAsItIs) {
+    type(u"甲");
+    document().SaveAs(folder.path() / "a.doc");
+    type(u"乙");
+    Document& again = app.documents().Open(folder.path() / "." / "a.doc");
+    EXPECT_EQ(&again, &app.ActiveDocument());
+    EXPECT_EQ(text(), u"甲乙\r");
+}
+
+TEST_F(ApplicationTest, ClosingAChangedDocumentAsksAndANoLeavesTheFile) {
+    document().SaveAs(folder.path() / "a.doc");
+    const std::string before = bytesOf(folder.path() / "a.doc");
+    type(u"x");
+    document().Close(std::nullopt);
+    EXPECT_EQ(question.asked.size(), 1U);
+    EXPECT_EQ(bytesOf(folder.path() / "a.doc"), before);
+}
+
+TEST_F(ApplicationTest, ADocumentMarkedSavedClosesWithoutAQuestion) {
+    document().SaveAs(folder.path() / "a.doc");
+    type(u"x");
+    document().setSaved(true);
+    app.Quit();
+    EXPECT_TRUE(question.asked.empty());
+}
+
+TEST_F(ApplicationTest, ClosingWithSaveWritesTheChanges) {
+    document().SaveAs(folder.path() / "a.doc");
+    type(u"x");
+    document().Close(true);
+    EXPECT_EQ(readDocument(folder.path() / "a.doc").main.text, u"x\r");
+}
+
+TEST_F(ApplicationTest, OpeningAndClosingLeavesAFileAsItIs) {
+    const auto file = fileOf("a.doc", {u"甲", u"乙"});
+    const std::string before = bytesOf(file);
+    app.documents().Open(file).Close();
+    EXPECT_EQ(bytesOf(file), before);
+    EXPECT_TRUE(question.asked.empty());
+}
+
+TEST_F(ApplicationTest, AnOpenedDocumentIsSavedWithItsChanges) {
+    const auto file = fileOf("a.doc", {u"甲", u"乙"});
+    Document& opened = app.documents().Open(file);
+    type(u"前");
+    opened.Save();
+    type(u"后");
+    opened.Save();
+    EXPECT_EQ(readDocument(file).main.text, u"前后甲\r乙\r");
+}
+
+TEST_F(ApplicationTest, SaveWithoutANameIsRefused) {
+    EXPECT_EQ(errorNumberOf([&] { document().Save(); }), error::invalidCall);
+}
+
+TEST_F(ApplicationTest, CallsOnAClosedDocumentAreRefused) {
+    Document& closed = app.ActiveDocument();
+    closed.Close(false);
+    EXPECT_TRUE(errorNumberOf([&] { closed.paragraphs().First().Range(); }).has_value());
+    EXPECT_EQ(errorNumberOf([&] { app.ActiveDocument(); }), 4248);
+}
+
+TEST_F(ApplicationTest, MissingMembersAreNumber5941) {
+    EXPECT_EQ(errorNumberOf([&] { document().paragraphs().Item(2); }), error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"没有"); }), error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { document().tablesOfContents().Item(1); }), error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { app.ActiveWindow().Panes(2).Close(); }), error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { selection().HeaderFooter(); }), error::memberNotFound);
+}
+
+TEST_F(ApplicationTest, ParagraphsAreCountedFromOne) {
+    type(u"甲\r乙\r丙");
+    Paragraphs& paragraphs = document().paragraphs();
+    EXPECT_EQ(paragraphs.First().Range().End(), 2);
+    EXPECT_EQ(paragraphs.Item(2).Range().Start(), 2);
+    EXPECT_EQ(paragraphs.Last().Range().Start(), 4);
+    EXPECT_EQ(paragraphs.Last().Range().End(), 6);
+}
+
+TEST_F(ApplicationTest, ParagraphRangeTakesAFont) {
+    type(u"甲\r\r乙");
+    document().paragraphs().Item(2).Range().Font().setSize(22);
+    EXPECT_EQ(sprmValue(lookAt(2), sprm::CHps, 0), 44U);
+    EXPECT_TRUE(lookAt(1).empty());
+    EXPECT_TRUE(lookAt(3).empty());
+}
+
+TEST_F(ApplicationTest, RangesBeyondTheTextAreRefused) {
+    EXPECT_EQ(errorNumberOf([&] { document().Range(0, 2); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { document().Range(1, 0); }), 4608);
+    EXPECT_EQ(document().Range(0, 1)->End(), 1);
+}
+
+TEST_F(ApplicationTest, HeadingStylesAreFoundUnderBothNames) {
+    EXPECT_EQ(&document().styles().Item(u"标题 3"), &document().styles().Item(u"heading 3"));
+    EXPECT_EQ(&document().styles().Item(u"标题 3"), &document().styles().Item(u"Heading 3"));
+}
+
+TEST_F(ApplicationTest, ChangingAStyleLeavesTheTextAlone) {
+    type(u"第一章");
+    Style& style = document().styles().Item(u"标题 1");
+    selection().setStyle(style);
+    style.Font().setName(u"仿宋_GB2312");
+    style.Font().setSize(12);
+    style.ParagraphFormat().setAlignment(Alignment::center);
+    const DocumentTables& tables = document().read().tables();
+    const StyleDefinition& heading = *tables.styles.styles.at(1);
+    const ByteView look = tables.lists[heading.character];
+    EXPECT_EQ(tables.fonts.at(sprmValue(look, sprm::CRgFtc1, 0)).name, u"仿宋_GB2312");
+    EXPECT_EQ(sprmValue(look, sprm::CHps, 0), 24U);
+    EXPECT_EQ(sprmValue(tables.lists[heading.paragraph], sprm::PJc, 9), 1U);
+    EXPECT_TRUE(lookAt(0).empty());
+    EXPECT_TRUE(paragraphAt(0).empty());
+}
+
+TEST_F(ApplicationTest, PageSetupIsWrittenInTwips) {
+    PageSetup& setup = document().pageSetup();
+    setup.setTopMargin(app.CentimetersToPoints(2.54F));
+    setup.setLeftMargin(72);
+    setup.setGutter(36);
+    setup.setGutterOnTop(true);
+    setup.setHeaderDistance(28.35F);
+    setup.setFooterDistance(28.35F);
+    EXPECT_EQ(sprmValue(page(), sprm::SDyaTop, 0), 1440U);
+    EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 1440U);
+    EXPECT_EQ(sprmValue(page(), sprm::SDzaGutter, 0), 720U);
+    EXPECT_EQ(sprmValue(page(), sprm::SDyaHdrTop, 0), 567U);
+    EXPECT_EQ(readDop(document().read().settings(), dop::gutterAtTop), 1U);
+    EXPECT_EQ(errorNumberOf([&] { setup.setTopMargin(5000); }), 4608);
+}
+
+TEST_F(ApplicationTest, SelectionFollowsTheViewIntoHeaderAndFooter) {
+    type(u"正文");
+    view().setSeekView(SeekView::currentPageHeader);
+    EXPECT_TRUE(selection().HeaderFooter().IsHeader());
+    type(u"眉");
+    view().setSeekView(SeekView::currentPageFooter);
+    EXPECT_FALSE(selection().HeaderFooter().IsHeader());
+    type(u"脚");
+    view().setSeekView(SeekView::mainDocument);
+    type(u"续");
+    EXPECT_EQ(text(), u"正文续\r");
+    document().SaveAs(folder.path() / "a.doc");
+    const DocumentData saved = readDocument(folder.path() / "a.doc");
+    EXPECT_EQ(saved.headers.at(0)[1]->text, u"眉\r");
+    EXPECT_EQ(saved.headers.at(0)[3]->text, u"脚\r");
+}
+
+TEST_F(ApplicationTest, FontSetInFrontOfTheMoveIntoTheHeaderStaysBehind) {
+    type(u"正文");
+    selection().Font().setSize(30);
+    view().setSeekView(SeekView::currentPageHeader);
+    type(u"眉");
+    const Story header = document().story().flattened();
+    EXPECT_EQ(lists()[header.characters.front().properties].size(), 0U);
+}
+
+TEST_F(ApplicationTest, HeaderIsClearedFromItsStart) {
+    view().setSeekView(SeekView::currentPageHeader);
+    type(u"旧的页眉");
+    view().setSeekView(SeekView::currentPageFooter);
+    view().setSeekView(SeekView::currentPageHeader);
+    selection().Delete(5000);
+    type(u"新");
+    EXPECT_EQ(document().story().flattened().text, u"新\r");
+}
+
+TEST_F(ApplicationTest, AnEmptyHeaderShowsNoLine) {
+    view().setSeekView(SeekView::currentPageHeader);
+    selection().Delete(5000);
+    const auto& header = document().read().content().headers.at(0)[1];
+    ASSERT_TRUE(header.has_value());
+    EXPECT_EQ(header->paragraphs.at(0).style, 0);
+}
+
+TEST_F(ApplicationTest, PageNumberStandsInAFrameAtItsSideAndNotOnTheFirstPage) {
+    view().setSeekView(SeekView::currentPageFooter);
+    type(u"脚");
+    PageNumbers& numbers = selection().Sections(1).Footers(1).PageNumbers();
+    numbers.setRestartNumberingAtSection(true);
+    numbers.setStartingNumber(0);
+    numbers.Add(PageNumberAlignment::right, false);
+    type(u"注");
+    const Story footer = document().story().flattened();
+    EXPECT_EQ(footer.text, u"\x13 PAGE \x14"
+                           u"1\x15\r脚注\r");
+    const ByteView frame = lists()[footer.paragraphs.at(0).properties];
+    EXPECT_EQ(sprmValue(frame, sprm::PDxaAbs, 0), 0xFFF8U);
+    EXPECT_EQ(sprmValue(frame, sprm::PWr, 0), 2U);
+    EXPECT_EQ(sprmValue(page(), sprm::SFTitlePage, 0), 1U);
+    EXPECT_EQ(sprmValue(page(), sprm::SFPgnRestart, 0), 1U);
+    EXPECT_EQ(sprmValue(page(), sprm::SPgnStart97, 9), 0U);
+    const HeaderSet& stored = document().read().content().headers.at(0);
+    EXPECT_EQ(stored[static_cast<std::size_t>(HeaderKind::firstFooter)]->text, u"\r");
+}
+
+TEST_F(ApplicationTest, MergedFilesFollowEachOtherWithNothingBetweenOrBehind) {
+    const std::vector<std::filesystem::path> files{fileOf("a.doc", {u"甲", u"乙"}),
+                                                   fileOf("b.doc", {u"丙"})};
+    const auto merged = mergeDocuments(files, {u"楷体_GB2312", 12.0F, std::nullopt}, report);
+    const WorkingStory& whole = merged->main();
+    EXPECT_EQ(whole.text(0, whole.size()), u"甲\r乙\r丙\r");
+    for (Cp at = 0; at < whole.size(); ++at) {
+        const ByteView look = merged->tables().lists[whole.characterProperties(at)];
+        EXPECT_EQ(sprmValue(look, sprm::CHps, 0), 24U) << at;
+    }
+}
+
+TEST_F(ApplicationTest, NewDocumentIsAnA4PageInSong) {
+    EXPECT_EQ(sprmValue(page(), sprm::SXaPage, 0), 11906U);
+    EXPECT_EQ(sprmValue(page(), sprm::SYaPage, 0), 16838U);
+    EXPECT_EQ(sprmValue(page(), sprm::SDyaTop, 0), 1440U);
+    EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 1797U);
+    const DocumentTables& tables = document().read().tables();
+    EXPECT_EQ(tables.fonts.at(*styleValue(tables, 0, sprm::CRgFtc1)).name, u"宋体");
+    EXPECT_EQ(styleValue(tables, 0, sprm::CHps), 21U);
+    EXPECT_EQ(styleValue(tables, 0, sprm::PJc), 3U);
+    for (unsigned level = 1; level <= 9; ++level) {
+        const StyleDefinition& heading = *tables.styles.styles.at(level);
+        EXPECT_EQ(heading.sti, level);
+        EXPECT_EQ(heading.name, std::u16string(u"标题 ") + static_cast<char16_t>(u'0' + level));
+        EXPECT_EQ(styleValue(tables, static_cast<StyleIndex>(level), sprm::POutLvl), level - 1);
+        EXPECT_EQ(styleValue(tables, static_cast<StyleIndex>(level), sprm::PFKeepFollow), 1U);
+    }
+}
+
+} // namespace qvnd::test

@@ -1,0 +1,252 @@
+#include "platform/word/engine/EngineFixture.h"
+
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StyleLookup.h"
+#include "support/Errors.h"
+
+namespace qvnd::test {
+
+namespace {
+
+using namespace qvnd::word;
+
+class ContentsTest : public EngineTest {
+protected:
+    void heading(std::u16string_view words, char16_t level) {
+        type(words);
+        selection().setStyle(document().styles().Item(std::u16string(u"标题 ") + level));
+        selection().TypeParagraph();
+    }
+    void twoHeadings() {
+        type(u"目录");
+        selection().TypeParagraph();
+        selection().TypeParagraph();
+        heading(u"第一章", u'1');
+        heading(u"第一节", u'2');
+    }
+    TableOfContents& addAt(int place, const TableOfContentsOptions& options = {}) {
+        return document().tablesOfContents().Add(*document().Range(place, place), options);
+    }
+    // What the contents show, a line an entry.
+    std::u16string shown() {
+        const auto fields = contentsFields(story());
+        std::u16string result;
+        std::u16string line;
+        for (const char16_t c : story().text(fields.at(0).start, fields[0].end)) {
+            line += c == u'\t' ? u'>' : c;
+        }
+        const auto code = line.find(u'\x14');
+        return entryLines(line.substr(code + 1, line.size() - code - 2));
+    }
+    static std::u16string entryLines(const std::u16string& text) {
+        std::u16string result;
+        for (std::size_t at = 0; at <= text.size();) {
+            const auto end = std::min(text.find(u'\r', at), text.size());
+            result += entryText(text.substr(at, end - at)) + u'|';
+            at = end + 1;
+        }
+        return result;
+    }
+    std::u16string instruction() {
+        const auto fields = contentsFields(story());
+        const std::u16string code = story().text(fields.at(0).start + 1, fields[0].end);
+        return code.substr(0, code.find(u'\x14'));
+    }
+};
+
+} // namespace
+
+TEST_F(ContentsTest, StandInParagraphsOfTheirOwnBelowTheText) {
+    twoHeadings();
+    addAt(2);
+    const auto field = contentsFields(story()).at(0);
+    EXPECT_EQ(field.start, 3U);
+    EXPECT_EQ(story().paragraphStart(field.start), field.start);
+    EXPECT_EQ(story().text(field.end, story().size()), u"\r\r第一章\r第一节\r\r");
+    EXPECT_EQ(styleAt(field.start), u"目录 1");
+    EXPECT_EQ(styleAt(field.end), u"目录 2");
+    EXPECT_EQ(selection().Range().Start(), static_cast<int>(field.end + 1));
+}
+
+TEST_F(ContentsTest, ListHeadingsWithTheirPages) {
+    twoHeadings();
+    addAt(2);
+    pages.numbers = {3, 12};
+    document().SaveAs(folder.path() / "a.doc");
+    EXPECT_EQ(shown(), u"第一章>3|第一节>12|");
+    EXPECT_EQ(pages.asksFor, (std::vector<std::u16string>{u"第一章", u"第一节"}));
+}
+
+TEST_F(ContentsTest, AreLeftAsTheyAreWhenNoPagesAreKnown) {
+    twoHeadings();
+    addAt(2);
+    document().SaveAs(folder.path() / "a.doc");
+    EXPECT_EQ(shown(), u"第一章>1|第一节>1|");
+}
+
+TEST_F(ContentsTest, NobodyIsAskedForPagesWithoutAContents) {
+    twoHeadings();
+    document().SaveAs(folder.path() / "a.doc");
+    EXPECT_EQ(pages.calls, 0);
+}
+
+TEST_F(ContentsTest, SelectionStaysAtItsTextWhenPageNumbersGrow) {
+    twoHeadings();
+    addAt(2);
+    const auto behind = selection().Range().Start();
+    pages.numbers = {100, 200};
+    document().SaveAs(folder.path() / "a.doc");
+    EXPECT_EQ(selection().Range().Start(), behind + 4);
+    EXPECT_EQ(story().at(static_cast<Cp>(behind + 4)), u'\r');
+}
+
+TEST_F(ContentsTest, GoDownToTheLowestLevelAskedFor) {
+    twoHeadings();
+    TableOfContentsOptions options;
+    options.LowerHeadingLevel = 1;
+    addAt(2, options);
+    EXPECT_EQ(shown(), u"第一章>1|");
+    EXPECT_EQ(instruction(), u" TOC \\o \"1-1\" \\h \\z ");
+}
+
+TEST_F(ContentsTest, WithoutRightAlignmentABlankStandsBeforeTheNumber) {
+    twoHeadings();
+    TableOfContentsOptions options;
+    options.RightAlignPageNumbers = false;
+    addAt(2, options);
+    EXPECT_EQ(shown(), u"第一章 1|第一节 1|");
+    EXPECT_EQ(instruction(), u" TOC \\o \"1-3\" \\p \" \" \\h \\z ");
+}
+
+TEST_F(ContentsTest, WithoutPageNumbersOnlyHeadingsAreListed) {
+    twoHeadings();
+    TableOfContentsOptions options;
+    options.IncludePageNumbers = false;
+    addAt(2, options);
+    EXPECT_EQ(shown(), u"第一章|第一节|");
+    EXPECT_EQ(instruction(), u" TOC \\o \"1-3\" \\n \\h \\z ");
+}
+
+TEST_F(ContentsTest, AddedStylesAreListedUnderTheirLevel) {
+    twoHeadings();
+    TableOfContentsOptions options;
+    options.UseHeadingStyles = false;
+    options.AddedStyles = u"标题 2,1";
+    addAt(2, options);
+    EXPECT_EQ(shown(), u"第一节>1|");
+    EXPECT_EQ(styleAt(contentsFields(story()).at(0).start), u"目录 1");
+    EXPECT_EQ(instruction(), u" TOC \\t \"标题 2,1\" \\h \\z ");
+}
+
+TEST_F(ContentsTest, EmptyHeadingsAreNoEntries) {
+    twoHeadings();
+    heading(u"", u'1');
+    heading(u"\t", u'1');
+    addAt(2);
+    EXPECT_EQ(shown(), u"第一章>1|第一节>1|");
+}
+
+TEST_F(ContentsTest, SayThatThereIsNothingToList) {
+    type(u"目录");
+    selection().TypeParagraph();
+    addAt(2);
+    EXPECT_EQ(shown(), u"未找到目录项。|");
+}
+
+TEST_F(ContentsTest, EntriesLinkToBookmarksOnTheHeadings) {
+    twoHeadings();
+    addAt(2);
+    const auto& bookmarks = document().read().bookmarks();
+    ASSERT_EQ(bookmarks.size(), 2U);
+    EXPECT_TRUE(bookmarks[0].name.starts_with(u"_Toc"));
+    EXPECT_NE(bookmarks[0].name, bookmarks[1].name);
+    EXPECT_EQ(story().text(bookmarks[0].start, bookmarks[0].end), u"第一章");
+    EXPECT_EQ(story().text(bookmarks[1].start, bookmarks[1].end), u"第一节");
+    EXPECT_NE(text().find(u"HYPERLINK \\l \"" + bookmarks[0].name), std::u16string::npos);
+    EXPECT_NE(text().find(u"PAGEREF " + bookmarks[1].name), std::u16string::npos);
+}
+
+TEST_F(ContentsTest, FieldsAreProperlyNested) {
+    twoHeadings();
+    addAt(2);
+    int depth = 0;
+    int deepest = 0;
+    story().forEachFieldMark([&](Cp at, const FieldMark& mark) {
+        EXPECT_EQ(story().at(at), mark.character);
+        depth += mark.character == 0x13 ? 1 : mark.character == 0x15 ? -1 : 0;
+        deepest = std::max(deepest, depth);
+        if (mark.character == 0x15) {
+            EXPECT_EQ((mark.data & field::nested) != 0, depth > 0);
+        }
+    });
+    EXPECT_EQ(depth, 0);
+    EXPECT_EQ(deepest, 3);
+}
+
+TEST_F(ContentsTest, TabLeaderIsThatOfTheContentsStyles) {
+    twoHeadings();
+    addAt(2).setTabLeader(TabLeader::heavy);
+    const DocumentTables& tables = document().read().tables();
+    for (const char16_t level : {u'1', u'9'}) {
+        const auto style = styleNamed(tables.styles, std::u16string(u"目录 ") + level);
+        const auto tabs =
+            findSprm(tables.lists[tables.styles.styles.at(*style)->paragraph], sprm::PChgTabsPapx);
+        ASSERT_TRUE(tabs.has_value());
+        EXPECT_EQ(tabs->operand[5], 2 | (4 << 3));
+        EXPECT_EQ(tabs->operand[3] | (tabs->operand[4] << 8), 11906 - 2 * 1797);
+    }
+}
+
+TEST_F(ContentsTest, DeleteTakesTheContentsWithTheirParagraphs) {
+    twoHeadings();
+    const std::u16string before = text();
+    addAt(2);
+    document().tablesOfContents().Item(1).Delete();
+    EXPECT_EQ(text(), u"目录\r\r第一章\r第一节\r\r");
+    EXPECT_EQ(before, u"目录\r\r第一章\r第一节\r\r");
+    EXPECT_EQ(errorNumberOf([&] { document().tablesOfContents().Item(1); }), error::memberNotFound);
+}
+
+TEST_F(ContentsTest, ContentsMadeAnewUseTheBookmarksThatAreThere) {
+    twoHeadings();
+    addAt(2);
+    document().tablesOfContents().Item(1).Delete();
+    addAt(2);
+    EXPECT_EQ(document().read().bookmarks().size(), 2U);
+}
+
+TEST_F(ContentsTest, PageBreakOfTheParagraphStandsInFrontOfTheContents) {
+    type(u"封面");
+    selection().InsertBreak(BreakType::page);
+    heading(u"第一章", u'1');
+    addAt(3);
+    const auto field = contentsFields(story()).at(0);
+    EXPECT_TRUE(hasPageBreak(lists(), story().paragraphLook(field.start)));
+    EXPECT_FALSE(hasPageBreak(lists(), story().paragraphLook(field.end + 1)));
+    EXPECT_EQ(story().text(field.end, story().size()), u"\r第一章\r\r");
+}
+
+TEST_F(ContentsTest, EntriesShowTextAndNoSpecialCharacters) {
+    EXPECT_EQ(entryText(u"一\t二\v三\x02"), u"一 二 三");
+    EXPECT_EQ(entryText(u"\x13 SEQ \x13 X \x15\x14"
+                        u"5\x15 节"),
+              u"5 节");
+    EXPECT_EQ(entryText(u"\x01 　"), u"");
+}
+
+TEST_F(ContentsTest, AreFoundAgainInASavedFile) {
+    twoHeadings();
+    addAt(2);
+    pages.numbers = {3, 4};
+    document().SaveAs(folder.path() / "a.doc");
+    EngineApplication other(services);
+    Document& opened = other.documents().Open(folder.path() / "a.doc");
+    opened.tablesOfContents().Item(1).Delete();
+    opened.tablesOfContents().Add(other.Selection().Range(), {});
+    opened.setSaved(true);
+    other.Quit();
+    EXPECT_TRUE(question.asked.empty());
+}
+
+} // namespace qvnd::test

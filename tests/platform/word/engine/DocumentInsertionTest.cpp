@@ -1,0 +1,202 @@
+#include "platform/word/engine/EngineFixture.h"
+
+#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/engine/DocumentInsertion.h"
+#include "platform/word/engine/NormalTemplate.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/SprmList.h"
+
+namespace qvnd::test {
+
+namespace {
+
+using namespace qvnd::word;
+
+// Insertion of documents whose sections differ from the page around them.
+class SectionInsertion : public EngineTest {
+protected:
+    PropertyLists& pool() { return document().read().tables().lists; }
+    PropertyListId portrait() { return document().read().sections().properties(0); }
+    PropertyListId landscape() {
+        return SprmList()
+            .byte(sprm::SBOrientation, 2)
+            .word(sprm::SXaPage, 16838)
+            .word(sprm::SYaPage, 11906)
+            .byte(sprm::SFTitlePage, 1)
+            .byte(sprm::SFPgnRestart, 1)
+            .in(pool());
+    }
+    PropertyListId twoColumns() {
+        return pool().intern(withSprm16(pool()[portrait()], sprm::SCcolumns, 1));
+    }
+
+    // One paragraph a section; all but the last end in the break.
+    ImportedText sectionsOf(const std::vector<PropertyListId>& formats) {
+        ImportedText text;
+        text.text = std::make_shared<Story>();
+        StoryBuilder builder(*text.text);
+        for (std::size_t i = 0; i < formats.size(); ++i) {
+            builder.text(std::u16string(1, static_cast<char16_t>(u'A' + i)), PropertyListId::empty);
+            builder.mark(i + 1 < formats.size() ? u'\f' : u'\r', {}, PropertyListId::empty);
+            text.sections.push_back({2, formats[i]});
+        }
+        return text;
+    }
+
+    void insert(const std::vector<PropertyListId>& formats) {
+        const auto at = static_cast<Cp>(selection().Range().Start());
+        const Cp behind = insertDocument(document().change(), at, sectionsOf(formats));
+        select(static_cast<int>(behind), static_cast<int>(behind));
+    }
+
+    // "L" landscape, "P" portrait, "2" two columns, one letter a character of the text.
+    std::u16string formats() {
+        DocumentSections& sections = document().read().sections();
+        std::u16string result;
+        for (Cp at = 0; at < story().size(); ++at) {
+            const ByteView page = pool()[sections.properties(sections.indexAt(at))];
+            const bool wide = sprmValue(page, sprm::SBOrientation, 1) == 2;
+            result += wide ? u'L' : sprmValue(page, sprm::SCcolumns, 0) == 1 ? u'2' : u'P';
+        }
+        return result;
+    }
+    ByteView sectionAt(Cp at) {
+        DocumentSections& sections = document().read().sections();
+        return pool()[sections.properties(sections.indexAt(at))];
+    }
+};
+
+} // namespace
+
+TEST_F(SectionInsertion, ADocumentOfTheSamePageFormatJoinsTheSection) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({portrait()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\rA\ry\r");
+    EXPECT_EQ(document().read().sections().count(), 1U);
+}
+
+TEST_F(SectionInsertion, ALandscapeDocumentStaysLandscapeAndWhatFollowsDoesNotBecomeSo) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\fA\fy\r");
+    EXPECT_EQ(formats(), u"PPLLPP");
+}
+
+TEST_F(SectionInsertion, NothingTypedBehindALandscapeDocumentLeavesNoEmptyPage) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape()});
+    EXPECT_EQ(text(), u"x\fA\r\r");
+    EXPECT_EQ(formats(), u"PPLLL");
+}
+
+TEST_F(SectionInsertion, HeadingsInFrontGoOntoTheLandscapePage) {
+    type(u"x");
+    selection().TypeParagraph();
+    for (const char16_t* heading : {u"一", u"二"}) {
+        type(heading);
+        selection().setStyle(document().styles().Item(u"标题 1"));
+        selection().TypeParagraph();
+    }
+    insert({landscape()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\f一\r二\rA\fy\r");
+    EXPECT_EQ(formats(), u"PPLLLLLLPP");
+}
+
+TEST_F(SectionInsertion, InnerSectionsKeepTheirBreaksAndFormats) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({portrait(), landscape(), portrait()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\rA\fB\fC\ry\r");
+    EXPECT_EQ(formats(), u"PPPPLLPPPP");
+}
+
+TEST_F(SectionInsertion, ColumnsEndWithoutANewPage) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({twoColumns()});
+    type(u"y");
+    EXPECT_EQ(formats(), u"PP22PP");
+    EXPECT_EQ(sprmValue(sectionAt(4), sprm::SBkc, 9), 0U);
+}
+
+TEST_F(SectionInsertion, LandscapeDocumentsOneAfterAnotherHaveNoPageBetweenThem) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape()});
+    insert({landscape()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\fA\fA\fy\r");
+    EXPECT_EQ(formats(), u"PPLLLLPP");
+}
+
+// They show the header and footer of the document, and its numbers go on.
+TEST_F(SectionInsertion, InsertedSectionsHaveNoTitlePageAndNoNumberRestart) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape(), portrait(), landscape()});
+    type(u"y");
+    DocumentSections& sections = document().read().sections();
+    ASSERT_GT(sections.count(), 2U);
+    for (std::size_t i = 0; i < sections.count(); ++i) {
+        EXPECT_FALSE(findSprm(pool()[sections.properties(i)], sprm::SFTitlePage)) << i;
+        EXPECT_FALSE(findSprm(pool()[sections.properties(i)], sprm::SFPgnRestart)) << i;
+        EXPECT_EQ(sections.headerOwner(i, HeaderKind::oddHeader), 0U) << i;
+    }
+}
+
+TEST_F(SectionInsertion, NumberingOfTheDocumentStaysWithItsFirstPages) {
+    selection().Sections(1).Footers(1).PageNumbers().setRestartNumberingAtSection(true);
+    insert({landscape(), portrait()});
+    type(u"y");
+    EXPECT_EQ(formats().substr(0, 2), u"LL");
+    EXPECT_EQ(sprmValue(sectionAt(0), sprm::SFPgnRestart, 0), 1U);
+    EXPECT_FALSE(findSprm(sectionAt(2), sprm::SFPgnRestart).has_value());
+}
+
+TEST_F(SectionInsertion, DeletingTheBreakGivesTheTextToTheNextSection) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape()});
+    type(u"y");
+    select(3, 4);
+    selection().Delete(1);
+    EXPECT_EQ(text(), u"x\fAy\r");
+    EXPECT_EQ(formats(), u"PPPPP");
+}
+
+TEST_F(SectionInsertion, PageSetupGoesToAllSections) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape()});
+    type(u"y");
+    document().pageSetup().setTopMargin(app.CentimetersToPoints(1.5F));
+    for (const Cp at : {0U, 2U, 4U}) {
+        EXPECT_EQ(sprmValue(sectionAt(at), sprm::SDyaTop, 0), 850U);
+    }
+    EXPECT_EQ(formats(), u"PPLLPP");
+}
+
+TEST_F(SectionInsertion, BookmarksOfAnInsertedDocumentMoveWithIt) {
+    type(u"x");
+    selection().TypeParagraph();
+    ImportedText text = sectionsOf({portrait()});
+    text.bookmarks.push_back({u"mark", 0, 1, 0});
+    insertDocument(document().change(), 2, std::move(text));
+    select(0, 0);
+    type(u"abc");
+    ASSERT_EQ(document().read().bookmarks().size(), 1U);
+    EXPECT_EQ(document().read().bookmarks()[0].start, 5U);
+    EXPECT_EQ(document().read().bookmarks()[0].end, 6U);
+    select(5, 6);
+    selection().Delete(1);
+    EXPECT_TRUE(document().read().bookmarks().empty());
+}
+
+} // namespace qvnd::test
