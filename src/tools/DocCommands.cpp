@@ -1,9 +1,10 @@
 #include "tools/DocCommands.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/word/docfile/DocumentSummary.h"
+#include "platform/word/docfile/DocumentText.h"
 #include "platform/word/docfile/DocumentWriter.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
-#include "platform/word/engine/DocumentFacts.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "tools/Arguments.h"
@@ -89,12 +90,12 @@ ExitStatus text(Session& session, const QStringList& words) {
     return refusing(session, [&] {
         const auto document = word::readDocumentFile(pathOf(arguments.position(0)));
         const QString plain =
-            QString::fromStdU16String(plainText(document.main, document.tables.lists));
+            QString::fromStdU16String(word::documentText(document.main, document.tables));
         session.output().result(QJsonObject{{"text", plain}}, plain);
     });
 }
 
-QJsonObject asJson(const word::DocumentFacts& facts) {
+QJsonObject asJson(const word::DocumentSummary& facts) {
     return {{"paragraphs", facts.paragraphs},
             {"tables", facts.tables},
             {"cells", facts.cells},
@@ -124,7 +125,7 @@ ExitStatus info(Session& session, const QStringList& words) {
     arguments.expectPositions(1, 1);
     return refusing(session, [&] {
         const auto document = word::readDocumentFile(pathOf(arguments.position(0)));
-        const QJsonObject facts = asJson(word::factsOf(document));
+        const QJsonObject facts = asJson(word::summarize(document));
         session.output().result(facts, asText(facts));
     });
 }

@@ -2,7 +2,7 @@
 
 #include "platform/word/docfile/Sprm.h"
 
-#include <set>
+#include <map>
 
 namespace qvnd::word {
 
@@ -14,17 +14,16 @@ constexpr std::size_t entrySize = 1;
 // dropped: a variable operand may add to what stands before it.
 Bytes withoutOverruled(ByteView list) {
     const std::vector<SprmView> sprms = parseSprms(list).sprms;
-    std::set<SprmOpcode> seen;
-    std::vector<ByteView> kept;
-    for (auto entry = sprms.rbegin(); entry != sprms.rend(); ++entry) {
-        const bool variable = (entry->opcode >> 13) == 6;
-        if (seen.insert(entry->opcode).second || variable) {
-            kept.push_back(entry->whole);
-        }
+    std::map<SprmOpcode, std::size_t> last;
+    for (const SprmView& entry : sprms) {
+        last[entry.opcode] = entry.operandOffset;
     }
     Bytes result;
-    for (auto whole = kept.rbegin(); whole != kept.rend(); ++whole) {
-        result.insert(result.end(), whole->begin(), whole->end());
+    for (const SprmView& entry : sprms) {
+        const bool variable = (entry.opcode >> 13) == 6;
+        if (variable || last[entry.opcode] == entry.operandOffset) {
+            result.insert(result.end(), entry.whole.begin(), entry.whole.end());
+        }
     }
     return result;
 }

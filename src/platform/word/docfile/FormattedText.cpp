@@ -82,6 +82,9 @@ public:
         }
     }
 
+    // Whether there is text that the pages say nothing of.
+    bool lacksFormatting() const { return characters_.missed() || paragraphs_.missed(); }
+
 private:
     void addCharacters(const Piece& piece) {
         const auto limit = static_cast<std::uint32_t>(piece.limitFc());
@@ -247,6 +250,9 @@ FormattedText readFormattedText(const OpenedDocument& document, const PieceTable
     if (damaged > 0) {
         remarks.push_back(u"有 " + digits(damaged) +
                           u" 页格式数据已损坏，相应文字的格式未能全部读出。");
+    }
+    if (assembly.lacksFormatting()) {
+        remarks.emplace_back(u"部分文字没有格式记录，按默认格式读出。");
     }
     return result;
 }

@@ -91,23 +91,23 @@ FormattingRun FormattingLookup::at(std::uint32_t fc) {
     const auto covers = [&](std::size_t i) {
         return i < runs_.size() && runs_[i].firstFc <= fc && fc < runs_[i].limitFc;
     };
-    if (!covers(hint_)) {
-        if (!covers(hint_ + 1)) {
-            const auto next = std::upper_bound(runs_.begin(), runs_.end(), fc,
-                                               [](std::uint32_t wanted, const FormattingRun& run) {
-                                                   return wanted < run.firstFc;
-                                               });
-            hint_ = next == runs_.begin() ? 0 : static_cast<std::size_t>(next - runs_.begin()) - 1;
-            if (!covers(hint_)) {
-                const std::uint32_t limit =
-                    next == runs_.end() ? std::numeric_limits<std::uint32_t>::max() : next->firstFc;
-                return {fc, limit, 0, PropertyListId::empty};
-            }
-        } else {
-            ++hint_;
-        }
+    if (covers(hint_)) {
+        return runs_[hint_];
     }
-    return runs_[hint_];
+    if (covers(hint_ + 1)) {
+        return runs_[++hint_];
+    }
+    const auto next = std::upper_bound(
+        runs_.begin(), runs_.end(), fc,
+        [](std::uint32_t wanted, const FormattingRun& run) { return wanted < run.firstFc; });
+    hint_ = next == runs_.begin() ? 0 : static_cast<std::size_t>(next - runs_.begin()) - 1;
+    if (covers(hint_)) {
+        return runs_[hint_];
+    }
+    missed_ = true;
+    const std::uint32_t limit =
+        next == runs_.end() ? std::numeric_limits<std::uint32_t>::max() : next->firstFc;
+    return {fc, limit, 0, PropertyListId::empty};
 }
 
 } // namespace qvnd::word

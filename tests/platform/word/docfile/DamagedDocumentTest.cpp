@@ -145,6 +145,7 @@ TEST(DamagedDocument, WithoutBinTablesTheTextIsReadUnformatted) {
     EXPECT_EQ(document.main.text, u"bold\r");
     EXPECT_EQ(document.main.characters.size(), 1U);
     EXPECT_EQ(document.main.characters[0].properties, PropertyListId::empty);
+    EXPECT_EQ(document.remarks.size(), 1U);
 }
 
 TEST(DamagedDocument, APageThatIsNoneIsNamedAndTheOthersRead) {
@@ -157,7 +158,7 @@ TEST(DamagedDocument, APageThatIsNoneIsNamedAndTheOthersRead) {
     ASSERT_EQ(document.main.characters.size(), 2U);
     EXPECT_EQ(document.main.characters[0].properties, PropertyListId::empty);
     EXPECT_NE(document.main.characters[1].properties, PropertyListId::empty);
-    EXPECT_EQ(document.remarks.size(), 1U);
+    EXPECT_EQ(document.remarks.size(), 2U); // of the page, and of the text without formatting
 }
 
 TEST(DamagedDocument, AMainStoryLongerThanTheTextEndsWithIt) {

@@ -127,7 +127,7 @@ TEST(DocumentReader, AParagraphHasThePropertiesOfItsMark) {
 
 TEST(DocumentReader, NeighboursThatLookAlikeAreOneRun) {
     WordFile file;
-    file.pieces = {{u"ab", false, 0, {{2, bold}}, {}}, {u"cd\r", false, 0, {{2, bold}}, {}}};
+    file.pieces = {{u"ab", false, 0, {{2, bold}}, {}}, {u"cd\r", false, 0, {{2, bold}, {1, {}}}, {}}};
     const DocumentData document = readWithoutRemarks(file);
     ASSERT_EQ(document.main.characters.size(), 2U);
     EXPECT_EQ(document.main.characters[0].length, 4U);
