@@ -70,7 +70,7 @@ public:
     void add(const Piece& piece, ByteView stream) {
         const Cp start = result_.size();
         appendText(result_.text, piece, stream);
-        addCharacters(piece);
+        addCharacters(piece, start);
         addParagraphs(piece, start);
     }
 
@@ -82,17 +82,19 @@ public:
         }
     }
 
-    // Whether there is text that the pages say nothing of.
-    bool lacksFormatting() const { return characters_.missed() || paragraphs_.missed(); }
+    // Whether there is text that the pages say nothing of, more than a paragraph mark.
+    bool lacksFormatting() const { return lacksFormatting_; }
 
 private:
-    void addCharacters(const Piece& piece) {
+    void addCharacters(const Piece& piece, Cp start) {
         const auto limit = static_cast<std::uint32_t>(piece.limitFc());
         Cp done = 0;
         for (std::uint32_t fc = piece.fc; done < piece.length;) {
             const FormattingRun run = characters_.at(fc);
             fc = std::min(run.limitFc, limit);
             const Cp reached = ceilingOfHalf(fc - piece.fc, piece.bytesPerCharacter());
+            lacksFormatting_ =
+                lacksFormatting_ || (!run.known && holdsText(start + done, start + reached));
             appendRun(result_.characters,
                       {reached - done, modifiers_.characters(run.properties, piece.modifier)});
             done = reached;
@@ -113,6 +115,11 @@ private:
         }
     }
 
+    bool holdsText(Cp first, Cp limit) const {
+        const auto text = std::u16string_view(result_.text).substr(first, limit - first);
+        return text.find_first_not_of(paragraphMark) != std::u16string_view::npos;
+    }
+
     bool endsSection(Cp end) {
         while (nextSection_ < sectionEnds_.size() && sectionEnds_[nextSection_] < end) {
             ++nextSection_;
@@ -128,6 +135,7 @@ private:
 
     void endParagraph(const Piece& piece, Cp end, std::uint32_t fc) {
         const FormattingRun run = paragraphs_.at(fc);
+        lacksFormatting_ = lacksFormatting_ || (!run.known && holdsText(paragraphStart_, end));
         const auto paragraph = modifiers_.paragraph({run.style, run.properties}, piece.modifier);
         result_.paragraphs.push_back(
             {end - paragraphStart_, paragraph.style, paragraph.properties});
@@ -141,6 +149,7 @@ private:
     PieceModifiers& modifiers_;
     std::size_t nextSection_ = 0;
     Cp paragraphStart_ = 0;
+    bool lacksFormatting_ = false;
 };
 
 // Pieces of a sound file do not share text, save for copies; a file that claims far more text
@@ -175,6 +184,12 @@ std::vector<Run> cut(const std::vector<Run>& runs, const std::vector<Cp>& starts
         result.push_back(run);
     }
     return result;
+}
+
+// Behind the last story stands one more paragraph mark, which belongs to none.
+Cp storiesLength(const OpenedDocument& document) {
+    const PartLengths& ccp = document.fib.ccp;
+    return static_cast<Cp>(std::min<std::uint64_t>(ccp.text + ccp.sideTotal(), 0x7FFFFFFF));
 }
 
 // Files of one piece: the text lies between fcMin and fcMac.
@@ -236,7 +251,11 @@ FormattedText readFormattedText(const OpenedDocument& document, const PieceTable
     FormattedText result;
     TextAssembly assembly(result, characters, paragraphs, sectionEnds, modifiers);
     Piece last;
-    for (const Piece& piece : table.pieces) {
+    for (Piece piece : table.pieces) {
+        piece.length = std::min(piece.length, storiesLength(document) - result.size());
+        if (piece.length == 0) {
+            break;
+        }
         if (std::uint64_t{result.size()} + piece.length > mostCharacters(document)) {
             remarks.emplace_back(u"文件声称的文字多于文件本身，其余部分未能读出。");
             break;

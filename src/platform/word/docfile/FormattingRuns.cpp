@@ -104,10 +104,9 @@ FormattingRun FormattingLookup::at(std::uint32_t fc) {
     if (covers(hint_)) {
         return runs_[hint_];
     }
-    missed_ = true;
     const std::uint32_t limit =
         next == runs_.end() ? std::numeric_limits<std::uint32_t>::max() : next->firstFc;
-    return {fc, limit, 0, PropertyListId::empty};
+    return {fc, limit, 0, PropertyListId::empty, false};
 }
 
 } // namespace qvnd::word

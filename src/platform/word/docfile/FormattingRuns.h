@@ -14,6 +14,7 @@ struct FormattingRun {
     std::uint32_t limitFc = 0;
     StyleIndex style = 0; // of paragraphs
     PropertyListId properties = PropertyListId::empty;
+    bool known = true; // false: no page says anything of this text
 };
 
 // All runs of one page; `sound` is set to false when something had to be left out.
@@ -39,13 +40,10 @@ public:
     // The run with that offset, or a run without properties up to the next one (or up to the
     // highest offset) where the pages say nothing.
     FormattingRun at(std::uint32_t fc);
-    // Whether an offset was asked for that no page knows.
-    bool missed() const { return missed_; }
 
 private:
     const std::vector<FormattingRun>& runs_;
     std::size_t hint_ = 0; // the last answer
-    bool missed_ = false;
 };
 
 } // namespace qvnd::word
