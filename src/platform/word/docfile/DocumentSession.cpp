@@ -95,12 +95,12 @@ void DocumentSession::write(const DocumentContent& content) {
     writePositions(content, headers);
     table_.finish();
     writeFib(lengthOf(content.main), headers.story.size());
-    if (!saved_) {
+    if (!started_) {
         store_.append(store_.addStream(compObjName), encodeCompObj());
         store_.append(store_.addStream(summaryName), encodeSummary({}));
         store_.append(store_.addStream(documentSummaryName), encodeDocumentSummary());
     }
-    saved_ = true;
+    started_ = true;
 }
 
 void DocumentSession::writeText(const DocumentContent& content, const EncodedHeaders& headers,
@@ -186,7 +186,9 @@ void DocumentSession::writePositions(const DocumentContent& content,
 
 void DocumentSession::writeFib(Cp mainLength, Cp headerLength) {
     Fib fib;
-    fib.fComplex = saved_;
+    saves_ = started_ ? static_cast<std::uint16_t>(std::min(saves_ + 1, 15)) : saves_;
+    fib.fComplex = started_;
+    fib.quickSaves = saves_;
     fib.fHasPic = data_.holdsBlobs();
     fib.fcMin = WordStream::fibRoom;
     fib.fcMac = word_.textLimit();

@@ -47,7 +47,8 @@ private:
     FragmentPlaces places_;
     Headers headers_;
     std::vector<Bookmark> marks_;
-    bool saved_ = false; // written at least once
+    bool started_ = false;    // written at least once
+    std::uint16_t saves_ = 0; // after the first one, as far as the format counts
 };
 
 } // namespace qvnd::word

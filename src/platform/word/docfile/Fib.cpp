@@ -12,7 +12,9 @@ constexpr std::uint16_t wordMagic = 0xA5EC;
 // Files of Word 97 carry 0xC1; a few, of its first builds, 0xC0.
 constexpr std::uint16_t firstOfWord97 = 0x00C0;
 constexpr std::uint16_t nFibBack = 0x00BF;
+// FibBase.cQuickSaves since Word 2000; FibRgCswNewData2000.cQuickSavesNew has the number, up to 15.
 constexpr unsigned cQuickSavesSinceWord2000 = 0xF;
+constexpr std::uint16_t mostQuickSaves = 0xF;
 constexpr std::size_t wordsOfRgW97 = 14;
 constexpr std::size_t longsOfRgLw97 = 22;
 
@@ -110,6 +112,7 @@ void readVariableParts(Fib& fib, LittleEndianReader& reader) {
     }
     if (reader.remaining() >= 4 && reader.u16() != 0) {
         fib.nFib = reader.u16();
+        fib.quickSaves = reader.remaining() >= 2 ? reader.u16() : 0;
     }
 }
 
@@ -197,7 +200,7 @@ Bytes encodeFib(const Fib& fib) {
     }
     out.u16(2); // cswNew
     out.u16(Fib::word2003);
-    out.u16(0); // cQuickSavesNew
+    out.u16(std::min(fib.quickSaves, mostQuickSaves));
     return out.take();
 }
 

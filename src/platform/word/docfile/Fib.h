@@ -56,7 +56,8 @@ struct Fib {
     std::uint32_t fcMin = 0; // start and end of the text in files of one piece, as old readers
     std::uint32_t fcMac = 0; // want it
     std::uint16_t lidFE = 0x0804;
-    std::uint32_t cbMac = 0; // bytes of the WordDocument stream that bear meaning
+    std::uint16_t quickSaves = 0; // since the last whole save; 15 stands for more, too
+    std::uint32_t cbMac = 0;      // bytes of the WordDocument stream that bear meaning
     PartLengths ccp;
     std::vector<FcLcb> pairs; // by FibPair; as many as the file has
 

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/FileErrors.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <string>

@@ -128,9 +128,11 @@ TEST_F(DocumentWriterTest, SavingAsWritesTheWholeDocumentAnew) {
         builder.add({plain(u"text\r")});
         save();
     }
+    EXPECT_EQ(fib().quickSaves, 10U);
     const std::size_t grown = file().size();
     const DocumentData before = read();
     saveAs();
+    EXPECT_EQ(fib().quickSaves, 0U);
     EXPECT_EQ(pieces().size(), 1U);
     EXPECT_LT(file().size(), grown);
     EXPECT_EQ(read().main.text, before.main.text);
