@@ -2,6 +2,7 @@
 
 #include "tools/DocCommands.h"
 #include "tools/FormatCommands.h"
+#include "tools/GenerateCommand.h"
 #include "tools/OutlineCommands.h"
 #include "tools/PlanCommands.h"
 
@@ -9,7 +10,8 @@ namespace qvnd::tools {
 
 std::vector<Command> commandTable() {
     std::vector<Command> table;
-    for (const auto& group : {planCommands(), outlineCommands(), formatCommands(), docCommands()}) {
+    for (const auto& group :
+         {planCommands(), outlineCommands(), formatCommands(), generateCommands(), docCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;
