@@ -9,8 +9,8 @@ namespace qvnd::tools {
 ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
     : home_(home),
       registry_(registry::RegistryFile::read(files::withSeparator(home) + "registry.reg")),
-      word_(createWordProcessor(home)),
-      program_(registry_, {messages, splash_, fileDialogs_, events_, *word_}) {}
+      word_(messages),
+      program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory()}) {}
 
 bool ProgramRun::start() {
     layOut();

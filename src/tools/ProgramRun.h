@@ -5,8 +5,6 @@
 #include "tools/TerminalServices.h"
 #include "tools/WordProcessor.h"
 
-#include <memory>
-
 namespace qvnd::tools {
 
 // One run of the program for one command of the tool: the program itself, the services that stand
@@ -37,7 +35,7 @@ private:
     NoSplash splash_;
     NoEvents events_;
     GivenFile fileDialogs_;
-    std::unique_ptr<word::ApplicationFactory> word_;
+    WordProcessor word_;
     startup::Program program_;
 };
 

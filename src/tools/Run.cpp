@@ -19,6 +19,17 @@ const Command* commandNamed(const std::vector<Command>& table, const QStringList
     return found == table.end() ? nullptr : &*found;
 }
 
+// The second words of the commands of a group; empty when there is no such group.
+QString namesBehind(const std::vector<Command>& table, const QString& group) {
+    QStringList names;
+    for (const Command& command : table) {
+        if (command.name.startsWith(group + ' ')) {
+            names << command.name.mid(group.size() + 1);
+        }
+    }
+    return names.join("、");
+}
+
 QString usageOf(const Command& command) {
     return command.parameters.isEmpty() ? command.name : command.name + u' ' + command.parameters;
 }

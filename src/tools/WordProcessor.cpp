@@ -1,24 +1,33 @@
 #include "tools/WordProcessor.h"
 
-#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+
+#include <QFileInfo>
 
 namespace qvnd::tools {
 
 namespace {
 
-class NoWordProcessor : public word::ApplicationFactory {
-public:
-    std::unique_ptr<word::Application> create() override {
-        constexpr long cannotCreateObject = 429;
-        throw RunTimeError(cannotCreateObject,
-                           u"没有可用的文字处理程序，不能新建或转换文档。请选择已有的 .doc 文件。");
-    }
-};
+QString nameOf(const std::filesystem::path& path) {
+    return QFileInfo(files::fromPath(path)).fileName();
+}
 
 } // namespace
 
-std::unique_ptr<word::ApplicationFactory> createWordProcessor(const QString&) {
-    return std::make_unique<NoWordProcessor>();
+WordProcessor::WordProcessor(desktop::MessageBoxes& messages)
+    : losses_(messages), unsaved_(messages), engine_({pages_, losses_, unsaved_}),
+      factory_(engine_, office::OfficeSuite(officeProfile_.path())) {}
+
+void WordProcessor::Losses::notCarried(const std::filesystem::path& path,
+                                       std::u16string_view what) {
+    messages_.tell(nameOf(path) + "：" +
+                       QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size())),
+                   desktop::Icon::information, QStringLiteral("提示"));
+}
+
+bool WordProcessor::Unsaved::save(const std::filesystem::path& document) {
+    return messages_.ask("是否保存对“" + nameOf(document) + "”的更改？", desktop::Icon::question,
+                         QStringLiteral("提示"));
 }
 
 } // namespace qvnd::tools

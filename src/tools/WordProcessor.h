@@ -1,14 +1,47 @@
 #pragma once
 
-#include "platform/word/model/Application.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/office/ConvertingWordProcessor.h"
+#include "platform/word/engine/EngineApplication.h"
+#include "platform/word/layout/LayoutEstimate.h"
 
-#include <QString>
-
-#include <memory>
+#include <QTemporaryDir>
 
 namespace qvnd::tools {
 
-// The word processor that the tool's commands use.
-std::unique_ptr<word::ApplicationFactory> createWordProcessor(const QString& home);
+// The word processor behind the outline commands: our own engine, and the office suite, if it is
+// installed, for files of other formats.
+class WordProcessor {
+public:
+    explicit WordProcessor(desktop::MessageBoxes& messages);
+
+    word::ApplicationFactory& factory() { return factory_; }
+
+private:
+    class Losses : public word::ImportReport {
+    public:
+        explicit Losses(desktop::MessageBoxes& messages) : messages_(messages) {}
+        void notCarried(const std::filesystem::path& path, std::u16string_view what) override;
+
+    private:
+        desktop::MessageBoxes& messages_;
+    };
+
+    class Unsaved : public word::UnsavedChangesQuestion {
+    public:
+        explicit Unsaved(desktop::MessageBoxes& messages) : messages_(messages) {}
+        bool save(const std::filesystem::path& document) override;
+
+    private:
+        desktop::MessageBoxes& messages_;
+    };
+
+    Losses losses_;
+    Unsaved unsaved_;
+    word::LayoutEstimate pages_;
+    word::EngineApplicationFactory engine_;
+    QTemporaryDir officeProfile_;
+    office::ConvertingWordProcessor factory_;
+};
 
 } // namespace qvnd::tools

@@ -53,6 +53,11 @@ TEST(CommandLine, AnUnknownCommandOrOptionIsWrongUsage) {
     EXPECT_EQ(ran({"--home"}).status, ExitStatus::wrongUsage);
 }
 
+TEST(CommandLine, AGroupWithoutItsCommandNamesItsCommands) {
+    EXPECT_EQ(ran({"outline"}).status, ExitStatus::wrongUsage);
+    EXPECT_TRUE(ran({"outline"}).err.contains("show、add-folder、add-document"));
+}
+
 TEST(CommandLine, GlobalOptionsMayStandAnywhereBeforeTheDoubleDash) {
     const auto options =
         parseGlobalOptions({"plan", "--json", "list", "--yes", "--home", "/a", "--", "--no"});

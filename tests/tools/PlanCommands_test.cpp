@@ -178,6 +178,14 @@ TEST_F(Tool, AnAnswerOfNoLeavesTheRowsOutOfTheTable) {
     EXPECT_EQ(json({"outline", "show", "T"}).toArray().size(), 2);
 }
 
+TEST_F(Tool, AMissingFileIsMadeAsAnEmptyDocumentWhenWanted) {
+    expectDone({"plan", "create", "T"});
+    EXPECT_EQ(qvndctl({"--yes", "outline", "add-document", "T", "T", folder.path("新"), "--below"}),
+              ExitStatus::done);
+    EXPECT_TRUE(err.contains("新.doc\n此文件不存在。要创建此文件？")) << err.toStdString();
+    EXPECT_TRUE(folder.read("home/Sys/用户模板/T/T.1.doc").startsWith("\xD0\xCF\x11\xE0"));
+}
+
 TEST_F(Tool, WhatTheWindowsWouldNotOfferIsRefused) {
     folder.write("说明.doc", "document");
     expectDone({"plan", "create", "T"});
