@@ -44,9 +44,18 @@ std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& rang
     const std::uint32_t fc = size();
     const RangeFormatting formatting(ranges, sectionEnds, properties);
     std::vector<std::uint32_t> places = appendText(ranges, formatting.leftOpen());
+    // The pages leave no gap: a run without properties covers what lies between the texts.
+    const std::uint32_t start = characterPages_.entries.empty() ? fc : textLimit();
+    const Cp gap = (fc - start) / 2;
+    std::vector<FormattedCharacters> characters{{gap, {}}};
+    std::vector<FormattedParagraph> paragraphs{{gap, 0, {}}};
+    characters.insert(characters.end(), formatting.characters().begin(),
+                      formatting.characters().end());
+    paragraphs.insert(paragraphs.end(), formatting.paragraphs().begin(),
+                      formatting.paragraphs().end());
     const auto store = [&](ByteView record) { return data.append(record); };
-    appendPages(encodeCharacterPages(formatting.characters(), fc), characterPages_);
-    appendPages(encodeParagraphPages(formatting.paragraphs(), fc, store), paragraphPages_);
+    appendPages(encodeCharacterPages(characters, start), characterPages_);
+    appendPages(encodeParagraphPages(paragraphs, start, store), paragraphPages_);
     return places;
 }
 

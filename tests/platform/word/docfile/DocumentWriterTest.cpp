@@ -189,6 +189,31 @@ TEST_F(DocumentWriterTest, AParagraphThatGoesOnElsewhereReachesBeyondItsPieceInT
     EXPECT_EQ(read().main.paragraphs[0].length, front->size() + 5);
 }
 
+TEST_F(DocumentWriterTest, ThePagesOfFormattingLeaveNoGapBetweenTheTextsOfTwoSaves) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    builder.add({plain(u"two\r")});
+    save();
+    const Bytes text = stream(u"WordDocument");
+    const Bytes table = stream(u"1Table");
+    for (const FibPair pair : {FibPair::PlcfBteChpx, FibPair::PlcfBtePapx}) {
+        const FcLcb place = fib().at(pair);
+        const BinTable pages = decodeBinTable(ByteView(table).subspan(place.fc, place.lcb));
+        ASSERT_EQ(pages.entries.size(), 2U);
+        std::uint32_t limit = pages.entries.front().firstFc;
+        for (const BinTable::Entry& entry : pages.entries) {
+            const std::size_t runSize = pair == FibPair::PlcfBteChpx ? 1 : 13;
+            const auto page = decodeFormattingPage(
+                ByteView(text).subspan(entry.page * formattingPageSize, formattingPageSize),
+                runSize);
+            EXPECT_EQ(entry.firstFc, limit);
+            EXPECT_EQ(page.entries.front().firstFc, limit);
+            limit = page.entries.back().limitFc;
+        }
+        EXPECT_EQ(pages.limitFc, limit);
+    }
+}
+
 TEST_F(DocumentWriterTest, AFragmentUsedTwiceIsWrittenOnce) {
     const auto story = builder.fragment({plain(u"again\r")});
     builder.add(story);
