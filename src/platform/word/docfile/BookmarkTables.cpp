@@ -90,11 +90,11 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
             bookmarks.push_back(std::move(bookmark));
         } else {
             remarks.push_back(u"书签“" + bookmark.name +
-                              (sound ? u"”不在正文中,未读入" : u"”的位置已损坏,未读入"));
+                              (sound ? u"”不在正文中，未读入" : u"”的位置已损坏，未读入"));
         }
     }
     if (starts != names.entries.size()) {
-        remarks.push_back(u"书签表的名称与位置个数不同,多出的未读入");
+        remarks.push_back(u"书签表的名称与位置个数不同，多出的未读入");
     }
     return bookmarks;
 }

@@ -12,6 +12,7 @@
 #include "platform/word/docfile/Sprm.h"
 #include "platform/word/docfile/StoryRepair.h"
 #include "platform/word/docfile/StyleSheetTable.h"
+#include "platform/word/docfile/TableRepair.h"
 
 #include <algorithm>
 
@@ -99,6 +100,7 @@ private:
         lostPictures_ += static_cast<int>(lost.size());
         blankOut(result, lost, lists());
         repairedStyles_ += repairStyles(result, data_.tables.styles);
+        repairedTables_ += repairTables(result, lists());
         closeWithParagraphMark(result);
         return result;
     }
@@ -207,6 +209,8 @@ private:
         remarkOn(data_.remarks, strayFields_, u" 个不成对的域标记已去掉。");
         remarkOn(data_.remarks, lostPictures_, u" 张图片的数据不在文件中，未能读出。");
         remarkOn(data_.remarks, repairedStyles_, u" 个段落的样式不存在，改用正文样式。");
+        remarkOn(data_.remarks, repairedTables_,
+                 u" 个段落所在的表格行没有结束标记，已作为表格之外的段落读入。");
     }
 
     OpenedDocument document_;
@@ -217,6 +221,7 @@ private:
     int strayFields_ = 0;
     int lostPictures_ = 0;
     int repairedStyles_ = 0;
+    int repairedTables_ = 0;
 };
 
 } // namespace

@@ -127,12 +127,12 @@ std::vector<FontEntry> decodeFonts(ByteView sttbfFfn, Remarks& remarks) {
             reader.skip(extra);
             if (!font) {
                 remarks.push_back(u"字体表第 " + digits(std::int64_t(ftc)) +
-                                  u" 项已损坏,改用普通字体");
+                                  u" 项已损坏，改用普通字体");
             }
             fonts.push_back(font ? *std::move(font) : plainFont());
         }
     } catch (const FormatError&) {
-        remarks.push_back(u"字体表已损坏,只读入了前 " + digits(std::int64_t(fonts.size())) +
+        remarks.push_back(u"字体表已损坏，只读入了前 " + digits(std::int64_t(fonts.size())) +
                           u" 项");
     }
     return fonts;

@@ -49,7 +49,7 @@ std::vector<ListDefinition> readLstfs(LittleEndianReader& reader, Remarks& remar
     const std::size_t counted = reader.remaining() < 2 ? 0 : reader.u16();
     const std::size_t count = std::min(counted, reader.remaining() / lstfSize);
     if (count < counted) {
-        remarks.push_back(u"列表定义表已损坏,只读入了前 " + digits(std::int64_t(count)) + u" 项");
+        remarks.push_back(u"列表定义表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
     }
     for (std::size_t i = 0; i < count; ++i) {
         definitions.push_back(readLstf(reader));
@@ -68,7 +68,7 @@ void readLevels(LittleEndianReader& reader, std::vector<ListDefinition>& definit
         } catch (const FormatError&) {
             damaged = true;
             remarks.push_back(u"列表定义表第 " + digits(std::int64_t(i)) +
-                              u" 项起的编号级别已损坏,未读入");
+                              u" 项起的编号级别已损坏，未读入");
         }
         definitions[i].levels.resize(levelsOf(definitions[i]), levelWithoutNumber());
     }
@@ -120,7 +120,7 @@ void readLfoData(LittleEndianReader& reader, std::vector<ListOverride>& override
             }
         } catch (const FormatError&) {
             remarks.push_back(u"列表引用表第 " + digits(std::int64_t(i + 1)) +
-                              u" 项起的级别设置已损坏,未读入");
+                              u" 项起的级别设置已损坏，未读入");
             return;
         }
     }
@@ -182,7 +182,7 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
     const std::size_t counted = reader.remaining() < 4 ? 0 : reader.u32();
     const std::size_t count = std::min(counted, reader.remaining() / lfoSize);
     if (count < counted) {
-        remarks.push_back(u"列表引用表已损坏,只读入了前 " + digits(std::int64_t(count)) + u" 项");
+        remarks.push_back(u"列表引用表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
     }
     std::vector<std::size_t> levels(count);
     for (std::size_t i = 0; i < count; ++i) {

@@ -11,7 +11,7 @@ std::vector<std::u16string> decodeRevisionAuthors(ByteView sttbfRMark, Remarks& 
         authors.push_back(std::move(entry.text));
     }
     if (!decoded.complete) {
-        remarks.push_back(u"修订者名单已损坏,只读入了前 " + digits(std::int64_t(authors.size())) +
+        remarks.push_back(u"修订者名单已损坏，只读入了前 " + digits(std::int64_t(authors.size())) +
                           u" 项");
     }
     return authors;

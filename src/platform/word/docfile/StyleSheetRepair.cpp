@@ -58,7 +58,7 @@ private:
             return;
         }
         style.basedOn = StyleDefinition::none;
-        remarks_.push_back(u"样式“" + style.name + u"”的基准样式不合规定,不再沿用");
+        remarks_.push_back(u"样式“" + style.name + u"”的基准样式不合规定，不再沿用");
     }
 
     void checkOthers(StyleDefinition& style, std::size_t istd) const {

@@ -130,11 +130,11 @@ std::optional<StyleDefinition> readStyle(ByteView std, std::size_t baseSize, std
             reader.readFormatting();
         } catch (const FormatError&) {
             remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) +
-                              u" 项的格式已损坏,只读入了可读的部分");
+                              u" 项的格式已损坏，只读入了可读的部分");
         }
         return reader.take();
     } catch (const FormatError&) {
-        remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) + u" 项已损坏,未读入");
+        remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) + u" 项已损坏，未读入");
         return std::nullopt;
     }
 }
@@ -308,7 +308,7 @@ StyleSheet decodeStyleSheet(ByteView stsh, PropertyLists& lists, Remarks& remark
         const SheetHead head = readHead(reader, sheet);
         readStyles(reader, head, sheet, lists, remarks);
     } catch (const FormatError&) {
-        remarks.push_back(u"样式表已损坏,只读入了前 " + digits(std::int64_t(sheet.styles.size())) +
+        remarks.push_back(u"样式表已损坏，只读入了前 " + digits(std::int64_t(sheet.styles.size())) +
                           u" 项");
     }
     sheet.styles.resize(std::max(sheet.styles.size(), fixedSlots));

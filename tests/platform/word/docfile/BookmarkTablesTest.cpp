@@ -57,7 +57,7 @@ TEST(BookmarkTables, BookmarkOutsideTheMainTextIsLeftOutAndNamed) {
     Remarks remarks;
 
     EXPECT_EQ(decodeBookmarks(viewsOf(tables), 100, remarks).size(), 1U);
-    EXPECT_EQ(remarks.at(0), u"书签“header”不在正文中,未读入");
+    EXPECT_EQ(remarks.at(0), u"书签“header”不在正文中，未读入");
 }
 
 TEST(BookmarkTables, BookmarkWithoutAnEndIsLeftOutAndNamed) {
@@ -72,7 +72,7 @@ TEST(BookmarkTables, BookmarkWithoutAnEndIsLeftOutAndNamed) {
 
     ASSERT_EQ(read.size(), 1U);
     EXPECT_EQ(read[0].name, u"kept");
-    EXPECT_EQ(remarks.at(0), u"书签“lost”的位置已损坏,未读入");
+    EXPECT_EQ(remarks.at(0), u"书签“lost”的位置已损坏，未读入");
 }
 
 TEST(BookmarkTables, SurplusNamesAreTold) {
@@ -81,7 +81,7 @@ TEST(BookmarkTables, SurplusNamesAreTold) {
     Remarks remarks;
 
     EXPECT_TRUE(decodeBookmarks({encodeSttb(names), {}, {}}, 100, remarks).empty());
-    EXPECT_EQ(remarks.at(0), u"书签表的名称与位置个数不同,多出的未读入");
+    EXPECT_EQ(remarks.at(0), u"书签表的名称与位置个数不同，多出的未读入");
 }
 
 } // namespace

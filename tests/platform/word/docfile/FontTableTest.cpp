@@ -62,7 +62,7 @@ TEST(FontTable, DamagedFontIsReplacedInItsPlace) {
     ASSERT_EQ(read.size(), 2U);
     EXPECT_EQ(read[0].name, u"Times New Roman");
     EXPECT_EQ(read[1].name, u"Arial");
-    EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏,改用普通字体");
+    EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏，改用普通字体");
 }
 
 TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
@@ -71,7 +71,7 @@ TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
     bytes.resize(bytes.size() - 1);
 
     EXPECT_EQ(decodeFonts(bytes, remarks).size(), 1U);
-    EXPECT_EQ(remarks.at(0), u"字体表已损坏,只读入了前 1 项");
+    EXPECT_EQ(remarks.at(0), u"字体表已损坏，只读入了前 1 项");
 }
 
 } // namespace

@@ -19,7 +19,7 @@ TEST(RevisionAuthors, TableThatEndsEarlyIsNamed) {
     bytes.resize(bytes.size() - 1);
     Remarks remarks;
     EXPECT_EQ(decodeRevisionAuthors(bytes, remarks).size(), 1U);
-    EXPECT_EQ(remarks.at(0), u"修订者名单已损坏,只读入了前 1 项");
+    EXPECT_EQ(remarks.at(0), u"修订者名单已损坏，只读入了前 1 项");
 }
 
 } // namespace

@@ -159,7 +159,7 @@ TEST_F(StyleSheetTable, DamagedStyleIsDroppedAndNamedWhileOthersStay) {
     EXPECT_FALSE(read.styles.at(15));
     EXPECT_EQ(read.styles.at(16)->name, u"Good");
     ASSERT_EQ(remarks.size(), 1U);
-    EXPECT_EQ(remarks[0], u"样式表第 15 项已损坏,未读入");
+    EXPECT_EQ(remarks[0], u"样式表第 15 项已损坏，未读入");
 }
 
 TEST_F(StyleSheetTable, DamagedFormattingKeepsTheStyleAndIsNamed) {
@@ -175,7 +175,7 @@ TEST_F(StyleSheetTable, DamagedFormattingKeepsTheStyleAndIsNamed) {
 
     EXPECT_EQ(read.styles.at(15)->name, u"Bad");
     EXPECT_EQ(read.styles[15]->character, PropertyListId::empty);
-    EXPECT_EQ(remarks.at(0), u"样式表第 15 项的格式已损坏,只读入了可读的部分");
+    EXPECT_EQ(remarks.at(0), u"样式表第 15 项的格式已损坏，只读入了可读的部分");
 }
 
 TEST_F(StyleSheetTable, PropertiesThatAreNotWholeOrOfAnotherKindAreLeftOut) {
@@ -215,7 +215,7 @@ TEST_F(StyleSheetTable, BaseThatIsMissingOfAnotherKindOrInACircleIsGivenUpAndNam
     EXPECT_EQ(read.styles.at(17)->basedOn, StyleDefinition::none);
     EXPECT_EQ(read.styles.at(18)->basedOn, 17);
     ASSERT_EQ(remarks.size(), 3U);
-    EXPECT_EQ(remarks[2], u"样式“circle”的基准样式不合规定,不再沿用");
+    EXPECT_EQ(remarks[2], u"样式“circle”的基准样式不合规定，不再沿用");
 }
 
 TEST_F(StyleSheetTable, NextAndLinkedStylesExistAfterwards) {
@@ -232,7 +232,7 @@ TEST_F(StyleSheetTable, SheetThatEndsEarlyStillHasANormalStyle) {
 
     EXPECT_EQ(read.styles.size(), 15U);
     EXPECT_EQ(read.styles[0]->name, u"Normal");
-    EXPECT_EQ(remarks.at(0), u"样式表已损坏,只读入了前 0 项");
+    EXPECT_EQ(remarks.at(0), u"样式表已损坏，只读入了前 0 项");
 }
 
 TEST_F(StyleSheetTable, EveryCutIsReadWithoutAFault) {

@@ -52,9 +52,10 @@ void checkBookmarks(const Evidence& evidence, Findings& findings) {
     const Plc ends = decodePlc(evidence.at(FibPair::PlcfBkl), 0);
     const std::size_t count = names.table.entries.size();
     if (!names.complete || starts.count() != count || ends.count() != count) {
-        findings.add("bookmark.count", u"书签的名称 " + digits(std::int64_t(count)) + u" 个,开始 " +
-                                           digits(std::int64_t(starts.count())) + u" 个,结束 " +
-                                           digits(std::int64_t(ends.count())) + u" 个");
+        findings.add("bookmark.count", u"书签的名称 " + digits(std::int64_t(count)) +
+                                           u" 个，开始 " + digits(std::int64_t(starts.count())) +
+                                           u" 个，结束 " + digits(std::int64_t(ends.count())) +
+                                           u" 个");
     }
     checkNames(names.table, findings);
     checkPlaces(names.table, starts, ends, findings);

@@ -25,7 +25,8 @@ void checkHead(const ContainerSectors& sectors, Findings& findings) {
 void checkTableMarks(const ContainerSectors& sectors, Findings& findings) {
     const ContainerSectors::Header& head = sectors.header();
     if (sectors.fatSectors().size() != head.fatSectors) {
-        findings.add("cfb.difat", u"文件头写明 " + digits(head.fatSectors) + u" 个 FAT 扇区,实有 " +
+        findings.add("cfb.difat", u"文件头写明 " + digits(head.fatSectors) +
+                                      u" 个 FAT 扇区，实有 " +
                                       digits(std::int64_t(sectors.fatSectors().size())) + u" 个");
     }
     if (sectors.difatSectors().size() != head.difatSectors) {
@@ -53,7 +54,7 @@ void checkContainer(ByteView file, Findings& findings) {
         checkDirectory(sectors, findings);
         sectors.checkLeftOver(findings);
     } catch (const FormatError&) {
-        findings.add("cfb.header", u"不是复合文档,或文件头不完整");
+        findings.add("cfb.header", u"不是复合文档，或文件头不完整");
     }
 }
 

@@ -116,7 +116,7 @@ std::vector<std::uint32_t> ContainerSectors::walk(Chains& chains, std::uint32_t 
                                                   const std::u16string& owner, Findings& findings) {
     std::vector<std::uint32_t> sectors;
     const auto tell = [&](const char* rule, std::uint32_t number, const char16_t* what) {
-        findings.add(rule, owner + u":" + chains.name + digits(number) + what);
+        findings.add(rule, owner + u"：" + chains.name + digits(number) + what);
     };
     std::uint32_t number = first;
     while (number != cfb::endOfChain) {
@@ -141,12 +141,12 @@ void ContainerSectors::tellLength(std::size_t sectors, std::size_t sectorSize, s
                                   const std::u16string& owner, Findings& findings) {
     const std::uint64_t needed = (size + sectorSize - 1) / sectorSize;
     if (sectors < needed) {
-        findings.add("cfb.chain.short", owner + u":需要 " + digits(std::int64_t(needed)) +
-                                            u" 个扇区,链中只有 " + digits(std::int64_t(sectors)) +
+        findings.add("cfb.chain.short", owner + u"：需要 " + digits(std::int64_t(needed)) +
+                                            u" 个扇区，链中只有 " + digits(std::int64_t(sectors)) +
                                             u" 个");
     } else if (sectors > needed) {
-        findings.add("cfb.chain.long", owner + u":只需 " + digits(std::int64_t(needed)) +
-                                           u" 个扇区,链中却有 " + digits(std::int64_t(sectors)) +
+        findings.add("cfb.chain.long", owner + u"：只需 " + digits(std::int64_t(needed)) +
+                                           u" 个扇区，链中却有 " + digits(std::int64_t(sectors)) +
                                            u" 个");
     }
 }
@@ -164,7 +164,7 @@ Bytes ContainerSectors::claim(std::uint32_t first, std::uint64_t size, const std
         bytes.insert(bytes.end(), content.begin(), content.end());
         const std::uint64_t end = std::min<std::uint64_t>(size, bytes.size() + sectorSize_);
         if (content.size() < sectorSize_ && bytes.size() < std::min(size, end)) {
-            findings.add("cfb.sector", owner + u":扇区 " + digits(number) + u" 超出文件末尾");
+            findings.add("cfb.sector", owner + u"：扇区 " + digits(number) + u" 超出文件末尾");
             break;
         }
     }
@@ -180,7 +180,7 @@ Bytes ContainerSectors::claimAll(std::uint32_t first, const std::u16string& owne
     for (const std::uint32_t number : walk(fat_, first, owner, findings)) {
         const ByteView content = sector(number);
         if (content.size() < sectorSize_) {
-            findings.add("cfb.sector", owner + u":扇区 " + digits(number) + u" 超出文件末尾");
+            findings.add("cfb.sector", owner + u"：扇区 " + digits(number) + u" 超出文件末尾");
             break;
         }
         bytes.insert(bytes.end(), content.begin(), content.end());
@@ -207,7 +207,7 @@ void ContainerSectors::claimMini(std::uint32_t first, std::uint64_t size,
     tellLength(chain.size(), miniSectorSize, size, owner, findings);
     for (const std::uint32_t number : chain) {
         if (std::uint64_t{number} * miniSectorSize >= miniStreamSize_) {
-            findings.add("cfb.sector", owner + u":小扇区 " + digits(number) + u" 在小流之外");
+            findings.add("cfb.sector", owner + u"：小扇区 " + digits(number) + u" 在小流之外");
             break;
         }
     }

@@ -20,7 +20,7 @@ void checkSize(const Fib& fib, Findings& findings) {
     for (const Version& version : versions) {
         if (version.nFib == fib.nFib && version.pairs != fib.pairs.size()) {
             findings.add("fib.pairs", u"FIB 版本 " + hexadecimal(fib.nFib) + u" 应有 " +
-                                          digits(std::int64_t(version.pairs)) + u" 个位置,实有 " +
+                                          digits(std::int64_t(version.pairs)) + u" 个位置，实有 " +
                                           digits(std::int64_t(fib.pairs.size())) + u" 个");
         }
     }
@@ -39,9 +39,9 @@ void checkPlaces(const Evidence& evidence, Findings& findings) {
         const FcLcb place = evidence.fib.pairs[i];
         const bool outside = std::uint64_t{place.fc} + place.lcb > evidence.table.size();
         if (place.lcb != 0 && outside && !isNoPlace(i)) {
-            findings.add("fib.place", u"FIB 第 " + digits(std::int64_t(i)) + u" 个位置(" +
-                                          hexadecimal(place.fc) + u",长 " + digits(place.lcb) +
-                                          u")超出表流");
+            findings.add("fib.place", u"FIB 第 " + digits(std::int64_t(i)) + u" 个位置（" +
+                                          hexadecimal(place.fc) + u"，长 " + digits(place.lcb) +
+                                          u"）超出表流");
         }
     }
 }

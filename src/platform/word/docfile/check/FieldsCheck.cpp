@@ -38,7 +38,7 @@ public:
         checkTable();
         checkText();
         if (!open_.empty()) {
-            findings_.add("field.balance", placeOf(evidence_, open_.back().at) + u":域没有结束");
+            findings_.add("field.balance", placeOf(evidence_, open_.back().at) + u"：域没有结束");
         }
     }
 
@@ -58,7 +58,7 @@ private:
                 cp < length_ && from_ + cp < evidence_.text.size() && charAt(cp) == kind;
             if (!there) {
                 findings_.add("field.mark",
-                              placeOf(evidence_, from_ + cp) + u":域表所指之处不是域字符");
+                              placeOf(evidence_, from_ + cp) + u"：域表所指之处不是域字符");
             }
         }
     }
@@ -84,13 +84,13 @@ private:
             return;
         }
         if (open_.empty() || (c == separator && open_.back().separated)) {
-            findings_.add("field.balance", placeOf(evidence_, at) + u":域字符没有相应的开始");
+            findings_.add("field.balance", placeOf(evidence_, at) + u"：域字符没有相应的开始");
             return;
         }
         // Fields that mark a place (XE, TC, TA, RD) have no result and stand in no table.
         const bool marks = c == end && !open_.back().separated && !open_.back().listed;
         if (listed != open_.back().listed || (!listed && !marks)) {
-            findings_.add("field.table", placeOf(evidence_, at) + u":域字符不在域表中");
+            findings_.add("field.table", placeOf(evidence_, at) + u"：域字符不在域表中");
         }
         if (c == separator) {
             open_.back().separated = true;

@@ -106,7 +106,7 @@ private:
 
     void checkRun(ByteView page, std::size_t offset, std::uint32_t from, std::uint32_t to,
                   std::uint32_t number) {
-        const std::u16string place = where(number) + u"(" + hexadecimal(from) + u" 起)";
+        const std::u16string place = where(number) + u"（" + hexadecimal(from) + u" 起）";
         try {
             FormatRun run = readRecord(page, offset, kind_.paragraphs);
             run.begin = from;
@@ -127,7 +127,7 @@ private:
         const bool there =
             istd < evidence_.styles.size() && evidence_.styles[istd] == StyleKind::paragraph;
         if (!there) {
-            findings_.add("fkp.style", place + u":段落样式 " + digits(istd) + u" 不存在");
+            findings_.add("fkp.style", place + u"：段落样式 " + digits(istd) + u" 不存在");
         }
     }
 

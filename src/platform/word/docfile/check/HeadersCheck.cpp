@@ -29,7 +29,7 @@ void checkStories(const Plc& stories, const Evidence& evidence, Findings& findin
 void checkEmpty(const Plc& stories, Findings& findings) {
     for (std::size_t i = 0; i < stories.count(); ++i) {
         if (stories.positions[i] != 0) {
-            findings.add("header.table", u"有页眉页脚的位置表,却没有页眉页脚的文字");
+            findings.add("header.table", u"有页眉页脚的位置表，却没有页眉页脚的文字");
             return;
         }
     }
@@ -52,7 +52,7 @@ void checkHeaders(const Evidence& evidence, Findings& findings) {
     const std::size_t expected = separators + perSection * evidence.sectionEnds.size() + 1;
     if (stories.count() != expected) {
         findings.add("header.count", u"应有 " + digits(std::int64_t(expected - 1)) +
-                                         u" 个页眉页脚的位置,实有 " +
+                                         u" 个页眉页脚的位置，实有 " +
                                          digits(std::int64_t(stories.count()) - 1) + u" 个");
     }
     if (!evidence.text.empty()) {

@@ -22,7 +22,7 @@ void checkNumberText(ByteView head, const std::u16string& text, const std::u16st
     for (std::size_t i = 0; i < levelPlaces && head[placesAt + i] != 0; ++i) {
         const unsigned place = head[placesAt + i];
         if (place <= before || place > text.size() || text[place - 1] >= levelPlaces) {
-            findings.add("list.text", where + u":编号文字中的位置不对");
+            findings.add("list.text", where + u"：编号文字中的位置不对");
             return;
         }
         before = place;
@@ -108,13 +108,13 @@ void checkOverrideLevels(LittleEndianReader& reader, const CheckedOverride& entr
     constexpr std::uint32_t levelMask = 0xF;
     constexpr std::uint32_t formatted = 0x20;
     if (reader.u32() != dataHead) {
-        findings.add("list.override", where + u":级别设置的开头不对");
+        findings.add("list.override", where + u"：级别设置的开头不对");
     }
     for (std::size_t i = 0; i < entry.levels; ++i) {
         reader.skip(4);
         const std::uint32_t flags = reader.u32();
         if ((flags & levelMask) >= levelPlaces) {
-            findings.add("list.override", where + u":所改的级别不存在");
+            findings.add("list.override", where + u"：所改的级别不存在");
         }
         if ((flags & formatted) != 0) {
             checkLevel(reader, where, evidence, findings);

@@ -28,7 +28,7 @@ ByteView storedProperties(std::uint32_t offset, const std::u16string& where,
         checkPropertyList(sprms, ListPlace::paragraph, where, evidence, findings);
         return sprms;
     } catch (const FormatError&) {
-        findings.add("text.huge", where + u":另存的段落属性超出 Data 流");
+        findings.add("text.huge", where + u"：另存的段落属性超出 Data 流");
         return {};
     }
 }
@@ -109,7 +109,7 @@ void checkBoundaries(const Evidence& evidence, Findings& findings) {
             const char16_t c = evidence.text[cp - 1];
             if (c != paragraphMark && c != cellMark && c != breakMark) {
                 findings.add("text.boundary",
-                             placeOf(evidence, cp - 1) + u":段落在没有段落标记处结束");
+                             placeOf(evidence, cp - 1) + u"：段落在没有段落标记处结束");
             }
         }
     }

@@ -53,7 +53,7 @@ public:
         if (!seen_.insert(offset).second) {
             return;
         }
-        where_ = placeOf(evidence_, cp) + u"的图片(Data 流 " + hexadecimal(offset) + u")";
+        where_ = placeOf(evidence_, cp) + u"的图片（Data 流 " + hexadecimal(offset) + u"）";
         try {
             checkBlob(offset, isData);
         } catch (const FormatError&) {

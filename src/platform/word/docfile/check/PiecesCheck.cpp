@@ -78,7 +78,7 @@ void checkTotal(const std::vector<TextPiece>& pieces, const Evidence& evidence,
     const std::uint64_t held = pieces.empty() ? 0 : pieces.back().end;
     if (pieces.empty() || pieces[0].begin != 0 || held != counted) {
         findings.add("piece.total", u"FIB 共有 " + digits(std::int64_t(counted)) +
-                                        u" 个字符,片段表却有 " + digits(std::int64_t(held)) +
+                                        u" 个字符，片段表却有 " + digits(std::int64_t(held)) +
                                         u" 个");
     }
 }

@@ -80,7 +80,7 @@ public:
 private:
     void below(const char* rule, std::uint32_t index, std::size_t count, const char16_t* what) {
         if (index >= count) {
-            findings_.add(rule, where_ + u":" + what + u" " + digits(index) + u" 不存在");
+            findings_.add(rule, where_ + u"：" + what + u" " + digits(index) + u" 不存在");
         }
     }
 
@@ -96,7 +96,7 @@ private:
         constexpr std::uint32_t noStyle = 0x0FFF;
         const bool there = istd < evidence_.styles.size() && evidence_.styles[istd] == kind;
         if (!there && istd != noStyle) {
-            findings_.add("sprm.style", where_ + u":样式 " + digits(istd) + u" 不存在或种类不对");
+            findings_.add("sprm.style", where_ + u"：样式 " + digits(istd) + u" 不存在或种类不对");
         }
     }
 
@@ -105,7 +105,7 @@ private:
         constexpr std::uint32_t firstNegative = 0xF801; // keeps the list, shows no number
         const std::uint32_t ilfo = operand >= firstNegative ? 0x10000 - operand : operand;
         if (ilfo > evidence_.listOverrides && ilfo != oldNumbering) {
-            findings_.add("sprm.list", where_ + u":列表 " + digits(ilfo) + u" 不存在");
+            findings_.add("sprm.list", where_ + u"：列表 " + digits(ilfo) + u" 不存在");
         }
     }
 
@@ -113,7 +113,7 @@ private:
         constexpr std::uint32_t last = 8;
         constexpr std::uint32_t bodyOfOldNumbering = 0xC; // kept by numbering as Word 95 did
         if (ilvl > last && ilvl > bodyOfOldNumbering) {
-            findings_.add("sprm.level", where_ + u":列表级别 " + digits(ilvl) + u" 不存在");
+            findings_.add("sprm.level", where_ + u"：列表级别 " + digits(ilvl) + u" 不存在");
         }
     }
 
@@ -128,13 +128,13 @@ void checkPropertyList(ByteView sprms, ListPlace place, const std::u16string& wh
                        const Evidence& evidence, Findings& findings) {
     const ParsedSprms parsed = parseSprms(sprms);
     if (!parsed.complete) {
-        findings.add("sprm.parse", where + u":属性表没有完整结束");
+        findings.add("sprm.parse", where + u"：属性表没有完整结束");
     }
     ListCheck check(where, evidence, findings);
     for (const SprmView& entry : parsed.sprms) {
         if (!groupFits(groupOf(entry.opcode), place)) {
             findings.add("sprm.group",
-                         where + u":属性 " + hexadecimal(entry.opcode) + u" 不该在此");
+                         where + u"：属性 " + hexadecimal(entry.opcode) + u" 不该在此");
             continue;
         }
         check.check(entry);

@@ -63,7 +63,7 @@ public:
         closeDeeper(place.depth, at);
         if (paragraph.mark == cellMark && place.depth != 1) {
             tell("table.mark", at,
-                 place.depth == 0 ? u":单元格标记不在表格中" : u":内层表格中有外层的单元格标记");
+                 place.depth == 0 ? u"：单元格标记不在表格中" : u"：内层表格中有外层的单元格标记");
         }
         if (place.depth == 0 || place.depth > deepest) {
             return;
@@ -99,7 +99,7 @@ private:
             const Row row = open_.back();
             open_.pop_back();
             if (row.cells != 0 || row.inCell) {
-                tell("table.row", at, u":之前的表格行没有行结束标记");
+                tell("table.row", at, u"：之前的表格行没有行结束标记");
             }
             // An inner table stands in a cell of the outer one.
             if (!open_.empty()) {
@@ -110,13 +110,13 @@ private:
 
     void endRow(const Row& row, int columns, Cp at) {
         if (row.inCell) {
-            tell("table.cell", at, u":行中最后一个单元格没有结束标记");
+            tell("table.cell", at, u"：行中最后一个单元格没有结束标记");
         }
         if (columns < 0) {
-            tell("table.definition", at, u":行结束标记没有表格定义");
+            tell("table.definition", at, u"：行结束标记没有表格定义");
         } else if (columns != row.cells) {
-            findings_.add("table.cells", placeOf(evidence_, at) + u":表格定义有 " +
-                                             digits(columns) + u" 个单元格,行中有 " +
+            findings_.add("table.cells", placeOf(evidence_, at) + u"：表格定义有 " +
+                                             digits(columns) + u" 个单元格，行中有 " +
                                              digits(row.cells) + u" 个");
         }
     }
