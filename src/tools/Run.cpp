@@ -65,12 +65,14 @@ ExitStatus dispatch(const GlobalOptions& options, Output& output) {
         output.note(usageText(table));
         return ExitStatus::wrongUsage;
     }
-    const Command* command = commandNamed(table, options.words);
-    return command
-               ? runCommand(*command, options, output)
-               : wrongUsage(output,
-                            QStringLiteral("没有这个命令：") + options.words.mid(0, 2).join(u' '),
-                            QStringLiteral("--help"));
+    if (const Command* command = commandNamed(table, options.words)) {
+        return runCommand(*command, options, output);
+    }
+    const QString group = namesBehind(table, options.words[0]);
+    const QString reason = group.isEmpty()
+                               ? "没有这个命令：" + options.words.mid(0, 2).join(' ')
+                               : "“" + options.words[0] + "”后面应是这些命令之一：" + group;
+    return wrongUsage(output, reason, QStringLiteral("--help"));
 }
 
 } // namespace
