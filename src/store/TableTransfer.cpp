@@ -18,11 +18,13 @@ QString databaseIn(const QString& folder, const QString& name) {
     return files::resolved(folder + files::separator() + name + ".mdb");
 }
 
-jet::Database& openPlanDatabase(modMain& state) {
-    if (state.gDbPlan == nullptr) {
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量没有设置");
+// What a handle stands for; error 91 when an earlier statement failed to set it.
+template <class Handle>
+auto& set(const Handle& handle) {
+    if (handle == nullptr) {
+        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
     }
-    return *state.gDbPlan;
+    return *handle;
 }
 
 // Looks from the current row on, not from the first, and by the exact characters.
@@ -92,23 +94,23 @@ public:
 private:
     void adopt(const files::Entry& folder) {
         const QString file = databaseIn(folder.Path, folder.Name);
-        if (!state_.gFso->FileExists(file) || list_ == nullptr) {
+        if (!state_.gFso->FileExists(file)) {
             return;
         }
         bool listed = false;
-        statement_([&] { listed = isListed(*list_, folder.Name); });
+        statement_([&] { listed = isListed(set(list_), folder.Name); });
         if (!listed) {
-            statement_([&] { enlist(*list_, folder.Name); });
+            statement_([&] { enlist(set(list_), folder.Name); });
             statement_([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
             copy(folder.Name);
             copy(folder.Name + informationSuffix.toString());
         }
-        statement_([&] { list_->MoveFirst(); });
+        statement_([&] { set(list_).MoveFirst(); });
     }
 
     void copy(const QString& name) {
         statement_(
-            [&] { openPlanDatabase(state_).Execute(copyStatement(name, state_.gDbUser->Name())); });
+            [&] { set(state_.gDbPlan).Execute(copyStatement(name, state_.gDbUser->Name())); });
     }
 
     modMain& state_;

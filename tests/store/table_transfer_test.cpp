@@ -167,6 +167,30 @@ TEST_F(TableTransfer, ADatabaseWithoutATableOfItsNameIsListedAndReportedOnceWith
     EXPECT_TRUE(messages_.shown[0].title.isEmpty());
 }
 
+TEST_F(TableTransfer, WithoutTheListTheTablesStillComeInAndTheErrorIs91) {
+    layPlan(state_.gUserTplPath, u"工程甲"_qs);
+    state_.gDbUser->TableDefs().Delete(u"遍历表"_qs);
+    importPlans();
+    EXPECT_EQ(rowsOf(*state_.gDbUser, u"select Key from 工程甲"_qs).size(), 2);
+    ASSERT_EQ(messages_.shown.size(), 1U);
+    EXPECT_EQ(messages_.shown[0].text, u"对象变量或 With 块变量未设置"_qs);
+}
+
+TEST_F(TableTransfer, WithoutTheFolderOfThePlansTheTreeIsRefreshedAndTheErrorShown) {
+    state_.gUserTplPath = pathOf(u"没有/"_qs);
+    importPlans();
+    EXPECT_EQ(refreshed_, 1);
+    EXPECT_EQ(messages_.shown.size(), 1U);
+}
+
+TEST_F(TableTransfer, AnErrorOfTheRefreshIsShownToo) {
+    ImportPlanFolders(state_,
+                      {[] { throw RunTimeError(35602, u"关键字不唯一"); }, splash_, messages_});
+    ASSERT_EQ(messages_.shown.size(), 1U);
+    EXPECT_EQ(messages_.shown[0].text, u"关键字不唯一"_qs);
+    EXPECT_EQ(splash_.unloaded, 1);
+}
+
 TEST_F(TableTransfer, ImportingPlansRefreshesTheTreeAndTakesTheSplashDownEvenAfterErrors) {
     folderWithDatabase(state_.gUserTplPath, u"甲"_qs)->Close();
     importPlans();
