@@ -16,8 +16,8 @@ struct Sample {
     DocumentData document;
 
     // `text` with its mark; all characters alike.
-    Sample& add(std::u16string text, const Bytes& paragraph = {}, const Bytes& characters = {},
-                StyleIndex style = 0) {
+    Sample& add(const std::u16string& text, const Bytes& paragraph = {},
+                const Bytes& characters = {}, StyleIndex style = 0) {
         PropertyLists& lists = document.tables.lists;
         const auto length = static_cast<Cp>(text.size());
         document.main.text += text;
