@@ -37,7 +37,7 @@ public:
 
     DocumentData read() {
         readTables();
-        PropertyExpansion expansion(document_.data, data_.tables);
+        PropertyExpansion expansion(document_.data, document_.objects, data_.tables);
         const PieceTable pieces = readPieceTable(document_, data_.remarks);
         places_ = decodeSections(document_.part(FibPair::PlcfSed), mainLength(pieces));
         text_ =

@@ -82,11 +82,11 @@ std::shared_ptr<const Story> closed(const Story& story) {
 } // namespace
 
 DocumentSession::DocumentSession(std::unique_ptr<OutputFile> file)
-    : store_(std::move(file), wordDocumentClass), word_(store_), data_(store_),
+    : store_(std::move(file), wordDocumentClass), word_(store_), data_(store_), objects_(store_),
       table_(store_, store_.addStream(u"1Table")) {}
 
 void DocumentSession::write(const DocumentContent& content) {
-    FileProperties properties(content.tables, data_);
+    FileProperties properties(content.tables, data_, objects_);
     const EncodedHeaders headers = encodeHeaders(content.headers);
     writeText(content, headers, properties);
     writeSections(content, properties);

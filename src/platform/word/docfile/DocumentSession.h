@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/DocumentData.h"
 #include "platform/word/docfile/HeaderStory.h"
+#include "platform/word/docfile/ObjectPool.h"
 #include "platform/word/docfile/TableStream.h"
 #include "platform/word/docfile/WordStream.h"
 
@@ -43,6 +44,7 @@ private:
     CompoundStore store_;
     WordStream word_;
     DataStream data_;
+    ObjectPool objects_;
     TableStream table_;
     FragmentPlaces places_;
     Headers headers_;

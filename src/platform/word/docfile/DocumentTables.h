@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/EmbeddedObjects.h"
 #include "platform/word/docfile/PropertyLists.h"
 #include "platform/word/docfile/Story.h"
 
@@ -102,6 +103,7 @@ struct DocumentTables {
     std::vector<ListDefinition> listDefinitions;
     std::vector<ListOverride> listOverrides;
     std::vector<DataBlob> blobs;         // operand of sprmCPicLocation
+    std::vector<EmbeddedObjectRef> objects; // operand of sprmCObjLocation, for sprmCPicLocation
     std::vector<std::u16string> authors; // of revisions; operand of sprmCIbstRMark and its kin
 };
 

@@ -10,7 +10,7 @@ ByteView FileProperties::of(PropertyListId id) {
     auto known = known_.find(id);
     if (known == known_.end()) {
         std::optional<Bytes> changed;
-        if (findSprm(list, sprm::CPicLocation)) {
+        if (findSprm(list, sprm::CPicLocation) || findSprm(list, sprm::CObjLocation)) {
             changed = converted(list);
         }
         known = known_.emplace(id, std::move(changed)).first;
@@ -21,14 +21,19 @@ ByteView FileProperties::of(PropertyListId id) {
 Bytes FileProperties::converted(ByteView list) {
     LittleEndianWriter out;
     for (const SprmView& entry : parseSprms(list).sprms) {
-        if (entry.opcode != sprm::CPicLocation) {
+        const bool picture = entry.opcode == sprm::CPicLocation;
+        if (!picture && entry.opcode != sprm::CObjLocation) {
             out.bytes(entry.whole);
             continue;
         }
-        const std::uint32_t index = LittleEndianReader(entry.operand, "sprmCPicLocation").u32();
-        if (index < tables_.blobs.size() && tables_.blobs[index] != nullptr) {
-            out.u16(entry.opcode);
+        const std::uint32_t index = LittleEndianReader(entry.operand, "location").u32();
+        if (picture && index < tables_.blobs.size() && tables_.blobs[index] != nullptr) {
+            out.u16(sprm::CPicLocation);
             out.u32(data_.offsetOf(tables_.blobs[index]));
+        } else if (!picture && index < tables_.objects.size() &&
+                   tables_.objects[index] != nullptr) {
+            out.u16(sprm::CPicLocation);
+            out.u32(objects_.numberOf(tables_.objects[index]));
         }
     }
     return out.take();

@@ -68,6 +68,11 @@ OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
     document.table = tableStream(file, document.fib, remarks);
     document.data = optionalStream(file, dataStream, remarks);
     document.entries = file.entries();
+    int damaged = 0;
+    document.objects = readEmbeddedObjects(file, damaged);
+    if (damaged > 0) {
+        remarks.push_back(u"有 " + digits(damaged) + u" 个嵌入对象已损坏，未能读出。");
+    }
     return document;
 }
 

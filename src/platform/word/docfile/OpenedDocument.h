@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/EmbeddedObjects.h"
 #include "platform/word/docfile/Fib.h"
 #include "platform/word/docfile/Remarks.h"
 
@@ -15,6 +16,7 @@ struct OpenedDocument {
     Bytes table;
     Bytes data; // the Data stream; empty when there is none
     std::vector<CompoundFile::Entry> entries;
+    EmbeddedObjects objects;
 
     // The structure's bytes in the table stream: what of them is inside.
     ByteView part(FibPair pair) const;

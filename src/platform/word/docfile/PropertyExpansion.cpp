@@ -88,8 +88,9 @@ std::uint64_t key(PropertyListId list, std::uint16_t modifier, StyleIndex style 
 
 } // namespace
 
-PropertyExpansion::PropertyExpansion(ByteView dataStream, DocumentTables& tables)
-    : dataStream_(dataStream), tables_(tables), blobs_(dataStream, tables.blobs),
+PropertyExpansion::PropertyExpansion(ByteView dataStream, const EmbeddedObjects& objects,
+                                     DocumentTables& tables)
+    : dataStream_(dataStream), objects_(objects), tables_(tables), blobs_(dataStream, tables.blobs),
       // Records of a sound file do not overlap, so that all of them are no more than the stream.
       // A paragraph's record may be named by several pages.
       referredBudget_(std::size_t{8} * dataStream.size()) {}
@@ -115,16 +116,33 @@ PropertyListId PropertyExpansion::expandedCharacters(ByteView list) {
     for (const SprmView& entry : parsed.sprms) {
         if (groupOf(entry.opcode) != SprmGroup::character) {
             damaged = true;
+        } else if (entry.opcode == sprm::CObjLocation) {
+            continue; // of older writers: leads nowhere in these files
         } else if (entry.opcode != sprm::CPicLocation) {
             append(result, entry.whole);
         } else if (object) {
-            append(result, withSprm(ByteView{}, sprm::CObjLocation, entry.operand));
+            if (const auto index = objectIndex(number(entry.operand))) {
+                append(result, withSprm32({}, sprm::CObjLocation, *index));
+            }
         } else if (const auto index = blobs_.indexOf(number(entry.operand))) {
             append(result, withSprm32({}, sprm::CPicLocation, *index));
         }
     }
     damagedLists_ += damaged ? 1 : 0;
     return tables_.lists.intern(result);
+}
+
+std::optional<std::uint32_t> PropertyExpansion::objectIndex(std::uint32_t number) {
+    const auto found = objects_.find(number);
+    if (found == objects_.end()) {
+        return std::nullopt;
+    }
+    const auto next = static_cast<std::uint32_t>(tables_.objects.size());
+    const auto [known, isNew] = objectIndexes_.try_emplace(number, next);
+    if (isNew) {
+        tables_.objects.push_back(found->second);
+    }
+    return known->second;
 }
 
 PropertyExpansion::Paragraph PropertyExpansion::paragraph(StyleIndex style, ByteView list) {

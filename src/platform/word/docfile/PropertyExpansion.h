@@ -3,6 +3,7 @@
 #include "platform/word/docfile/DataBlobs.h"
 #include "platform/word/docfile/DocumentTables.h"
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -10,14 +11,15 @@
 namespace qvnd::word {
 
 // Turns property lists as a file holds them into those of the program: complete in themselves,
-// with an index of `tables.blobs` where the file has an offset into its Data stream.
+// with an index of `tables.blobs` where the file has an offset into its Data stream, and of
+// `tables.objects` where it has the name of an object.
 class PropertyExpansion {
 public:
-    // Both outlive the expansion; lists and blobs are added to `tables`.
-    PropertyExpansion(ByteView dataStream, DocumentTables& tables);
+    // All outlive the expansion; lists, blobs and objects are added to `tables`.
+    PropertyExpansion(ByteView dataStream, const EmbeddedObjects& objects, DocumentTables& tables);
 
     // Keeps character entries only. A picture location that leads nowhere is left out; that of
-    // an embedded object, which names a storage, is kept under the opcode sprmCObjLocation.
+    // an embedded object becomes its index, under the opcode sprmCObjLocation.
     PropertyListId characters(ByteView list);
 
     struct Paragraph {
@@ -34,12 +36,15 @@ public:
 private:
     PropertyListId expandedCharacters(ByteView list);
     void appendParagraphEntries(Bytes& result, StyleIndex& style, ByteView list, bool outer);
+    std::optional<std::uint32_t> objectIndex(std::uint32_t number);
     void appendReferred(Bytes& result, StyleIndex& style, std::uint32_t offset);
 
     ByteView dataStream_;
+    const EmbeddedObjects& objects_;
     DocumentTables& tables_;
     DataBlobCollector blobs_;
     std::unordered_map<std::string, PropertyListId> characters_;
+    std::unordered_map<std::uint32_t, std::uint32_t> objectIndexes_; // by number in the file
     std::size_t referredBudget_;
     int damagedLists_ = 0;
 };

@@ -64,10 +64,10 @@ public:
         }
     }
 
-    // An object leaves its picture behind: the field around it goes.
+    // An object without its data leaves its picture behind: the field around it goes.
     void unwrapObjects(const std::vector<FieldPlace>& fields) {
         for (const FieldPlace& field : fields) {
-            if (!holdsObject(field)) {
+            if (!lacksObject(field)) {
                 continue;
             }
             ++losses_.objects;
@@ -98,7 +98,7 @@ public:
 private:
     void removeAnchor(Cp at, const TextImport::RunFacts& facts) {
         const char16_t c = story_.text[at];
-        if (c == picture && !facts.pictureThere) {
+        if (c == picture && !facts.pictureThere && !facts.objectThere) {
             losses_.objects += facts.object ? 1 : 0;
             losses_.pictures += facts.data || facts.object ? 0 : 1;
             edits.remove(at);
@@ -108,7 +108,11 @@ private:
         }
     }
 
-    bool holdsObject(const FieldPlace& field) {
+    // Whether the field is there for an object that is not.
+    bool lacksObject(const FieldPlace& field) {
+        if (field.separator && factsAt(*field.separator).objectThere) {
+            return false;
+        }
         return field.type == embedField || field.type == controlField ||
                (field.separator && factsAt(*field.separator).object);
     }

@@ -20,6 +20,7 @@ public:
     // Operands of sprmPIlfo, those that are no index included.
     virtual std::uint16_t list(std::uint16_t ilfo) = 0;
     virtual std::optional<std::uint32_t> blob(std::uint32_t index) = 0;
+    virtual std::optional<std::uint32_t> object(std::uint32_t index) = 0;
     virtual std::optional<std::uint16_t> author(std::uint16_t index) = 0;
 };
 

@@ -14,13 +14,28 @@ std::array<std::uint16_t, 4> translated(const std::array<std::uint16_t, 4>& font
     return result;
 }
 
+// The place of what both documents share from now on; it comes along when it is first asked for.
+template <class Shared>
+std::optional<std::uint32_t> shared(std::uint32_t index, const std::vector<Shared>& source,
+                                    std::vector<Shared>& target,
+                                    std::vector<std::optional<std::uint32_t>>& known) {
+    if (index >= source.size() || !source[index]) {
+        return std::nullopt;
+    }
+    if (!known[index]) {
+        known[index] = static_cast<std::uint32_t>(target.size());
+        target.push_back(source[index]);
+    }
+    return known[index];
+}
+
 } // namespace
 
 ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
     : target_(target), source_(source), fonts_(target.fonts, source.fonts),
       rewriter_(source.lists, target.lists, *this), lists_(target, source, rewriter_),
       styles_(target, source, rewriter_, *this, translated(source.styles.defaultFonts, fonts_)),
-      blobs_(source.blobs.size()) {}
+      blobs_(source.blobs.size()), objects_(source.objects.size()) {}
 
 std::optional<StyleIndex> ImportTables::style(StyleIndex istd, StyleKind kind) {
     const auto& styles = source_.styles.styles;
@@ -29,14 +44,11 @@ std::optional<StyleIndex> ImportTables::style(StyleIndex istd, StyleKind kind) {
 }
 
 std::optional<std::uint32_t> ImportTables::blob(std::uint32_t index) {
-    if (index >= blobs_.size() || !source_.blobs[index]) {
-        return std::nullopt;
-    }
-    if (!blobs_[index]) {
-        blobs_[index] = static_cast<std::uint32_t>(target_.blobs.size());
-        target_.blobs.push_back(source_.blobs[index]);
-    }
-    return blobs_[index];
+    return shared(index, source_.blobs, target_.blobs, blobs_);
+}
+
+std::optional<std::uint32_t> ImportTables::object(std::uint32_t index) {
+    return shared(index, source_.objects, target_.objects, objects_);
 }
 
 std::optional<std::uint16_t> ImportTables::author(std::uint16_t index) {

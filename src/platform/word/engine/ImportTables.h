@@ -28,6 +28,7 @@ public:
     std::optional<StyleIndex> style(StyleIndex istd, StyleKind kind) override;
     std::uint16_t list(std::uint16_t ilfo) override { return lists_.list(ilfo); }
     std::optional<std::uint32_t> blob(std::uint32_t index) override;
+    std::optional<std::uint32_t> object(std::uint32_t index) override;
     std::optional<std::uint16_t> author(std::uint16_t index) override;
 
 private:
@@ -38,7 +39,8 @@ private:
     PropertyRewriter rewriter_;
     ListImport lists_;
     StyleImport styles_;
-    std::vector<std::optional<std::uint32_t>> blobs_; // by index in the source
+    std::vector<std::optional<std::uint32_t>> blobs_;   // by index in the source
+    std::vector<std::optional<std::uint32_t>> objects_; // the same
 };
 
 } // namespace qvnd::word

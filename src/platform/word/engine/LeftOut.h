@@ -9,7 +9,7 @@ namespace qvnd::word {
 
 // What was met on the way in and could not come along.
 struct ImportLosses {
-    int objects = 0;  // embedded objects; their pictures stay
+    int objects = 0;  // embedded objects without data; their pictures stay
     int drawings = 0; // anchors of floating shapes
     int pictures = 0; // inline pictures without data
     int lists = 0;    // lists that found no room

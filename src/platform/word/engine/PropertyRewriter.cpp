@@ -18,6 +18,7 @@ enum class Reference {
     tableStyle,
     list,
     blob,
+    object,
     author,
     levelFonts, // OLST: nine ANLV with a font each
     elsewhere,  // into something that does not travel: the entry is dropped
@@ -48,9 +49,8 @@ ReferencePlace placeOfCharacter(SprmOpcode opcode) {
     case sprm::CPropRMark:
     case sprm::CDispFldRMark:
         return {Reference::author, 2}; // behind the length and a flag
-    case sprm::CFOle2:
-    case sprm::CFObj:
     case sprm::CObjLocation:
+        return {Reference::object, 0};
     case sprm::CPbiIBullet:
     case sprm::CPbiGrf:
     case sprm::CIstdPermute:
@@ -117,10 +117,12 @@ bool translateStyle(Bytes& operand, StyleKind kind, ImportReferences& references
                        [&](std::uint16_t istd) { return references.style(istd, kind); });
 }
 
-bool translateBlob(Bytes& operand, ImportReferences& references) {
+// Rewrites the 32-bit index; false when it names nothing.
+template <class Translate>
+bool translate32(Bytes& operand, Translate translate) {
     const std::uint32_t index =
         u16At(operand, 0) | (static_cast<std::uint32_t>(u16At(operand, 2)) << 16);
-    const std::optional<std::uint32_t> there = references.blob(index);
+    const std::optional<std::uint32_t> there = translate(index);
     putU16(operand, 0, static_cast<std::uint16_t>(there.value_or(0)));
     putU16(operand, 2, static_cast<std::uint16_t>(there.value_or(0) >> 16));
     return there.has_value();
@@ -157,7 +159,9 @@ bool translate(Bytes& operand, ReferencePlace place, ImportReferences& reference
         return translate16(operand, place.at,
                            [&](std::uint16_t index) { return references.author(index); });
     case Reference::blob:
-        return translateBlob(operand, references);
+        return translate32(operand, [&](std::uint32_t index) { return references.blob(index); });
+    case Reference::object:
+        return translate32(operand, [&](std::uint32_t index) { return references.object(index); });
     case Reference::levelFonts:
         return translateLevelFonts(operand, references);
     case Reference::elsewhere:
@@ -166,10 +170,13 @@ bool translate(Bytes& operand, ReferencePlace place, ImportReferences& reference
     return true;
 }
 
-// With sprmCFOle2 the location is the name of an object's storage, and no picture.
-bool namesObject(const ParsedSprms& parsed) {
-    return std::any_of(parsed.sprms.begin(), parsed.sprms.end(), [](const SprmView& entry) {
-        return entry.opcode == sprm::CFOle2 && entry.operand[0] == 1;
+// Marks of an object, which mean nothing without one.
+bool marksObject(SprmOpcode opcode) { return opcode == sprm::CFOle2 || opcode == sprm::CFObj; }
+
+bool bringsObject(const ParsedSprms& parsed, ImportReferences& references) {
+    return std::any_of(parsed.sprms.begin(), parsed.sprms.end(), [&](const SprmView& entry) {
+        return entry.opcode == sprm::CObjLocation &&
+               references.object(LittleEndianReader(entry.operand, "sprmCObjLocation").u32());
     });
 }
 
@@ -186,12 +193,12 @@ PropertyListId PropertyRewriter::rewritten(PropertyListId id) {
 
 PropertyListId PropertyRewriter::rewrite(ByteView list) {
     const ParsedSprms parsed = parseSprms(list);
-    const bool object = namesObject(parsed);
+    const bool object = bringsObject(parsed, references_);
     Bytes result;
     result.reserve(list.size());
     for (const SprmView& entry : parsed.sprms) {
         const ReferencePlace place = placeOf(entry.opcode);
-        if (object && entry.opcode == sprm::CPicLocation) {
+        if (!object && marksObject(entry.opcode)) {
             continue;
         }
         Bytes operand(entry.operand.begin(), entry.operand.end());

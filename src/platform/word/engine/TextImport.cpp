@@ -39,6 +39,10 @@ TextImport::RunFacts TextImport::read(ByteView list) const {
             LittleEndianReader operand(entry.operand, "sprmCPicLocation");
             const std::uint32_t index = operand.u32();
             facts.pictureThere = index < source_.blobs.size() && source_.blobs[index];
+        } else if (entry.opcode == sprm::CObjLocation) {
+            LittleEndianReader operand(entry.operand, "sprmCObjLocation");
+            const std::uint32_t index = operand.u32();
+            facts.objectThere = index < source_.objects.size() && source_.objects[index];
         } else if (entry.opcode == sprm::CIstd) {
             LittleEndianReader operand(entry.operand, "sprmCIstd");
             facts.characterStyle = operand.u16();

@@ -23,6 +23,7 @@ public:
         bool special = false;      // sprmCFSpec: characters below U+0020 bear meaning
         bool data = false;         // sprmCFData: no picture but data of a field
         bool object = false;       // sprmCFOle2, sprmCFObj: an embedded object
+        bool objectThere = false;  // sprmCObjLocation names an object of the source
         bool pictureThere = false; // sprmCPicLocation names a blob of the source
         StyleIndex characterStyle = StyleDefinition::none;
     };

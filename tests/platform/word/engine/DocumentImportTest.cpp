@@ -655,11 +655,30 @@ TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {
     EXPECT_EQ(target.last.text->text, u"a\u0002b\r");
 }
 
-TEST(LeftOut, AnObjectLeavesItsPictureInPlace) {
+TEST(ImportedObjects, AnObjectTravelsWithItsField) {
+    SourceDocument source;
+    source.data.tables.objects.push_back(std::make_shared<EmbeddedObject>());
+    source.data.side.embeddedObjects = 1;
+    source.run(u"\u0013 EMBED Equation.3 ");
+    source.run(u"\u0014",
+               sprm32(sprm::CObjLocation, 0) + sprm8(sprm::CFOle2, 1) + sprm8(sprm::CFSpec, 1));
+    source.run(u"x\u0015\r");
+    source.endParagraph();
+    ImportTarget target;
+    target.tables.objects.push_back(std::make_shared<EmbeddedObject>());
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, source.data.main.text);
+    EXPECT_EQ(operand16(target.runList(1), sprm::CObjLocation), 1);
+    EXPECT_EQ(operand8(target.runList(1), sprm::CFOle2), 1);
+    EXPECT_EQ(target.tables.objects.at(1), source.data.tables.objects.at(0));
+    EXPECT_THAT(target.last.leftOut, IsEmpty());
+}
+
+TEST(LeftOut, AnObjectWithoutDataLeavesItsPictureInPlace) {
     SourceDocument source;
     source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1}));
     source.run(u"a\u0013 EMBED Equation.3 ");
-    source.run(u"\u0014", sprm32(sprm::CPicLocation, 123456) + sprm8(sprm::CFOle2, 1) +
+    source.run(u"\u0014", sprm32(sprm::CObjLocation, 123456) + sprm8(sprm::CFOle2, 1) +
                               sprm8(sprm::CFObj, 1) + sprm8(sprm::CFSpec, 1));
     source.run(u"\u0001", sprm32(sprm::CPicLocation, 0) + sprm8(sprm::CFSpec, 1));
     source.run(u"\u0015b\r");
@@ -669,7 +688,7 @@ TEST(LeftOut, AnObjectLeavesItsPictureInPlace) {
     EXPECT_EQ(target.last.text->text, u"a\u0001b\r");
     EXPECT_TRUE(target.last.text->fields.empty());
     EXPECT_EQ(operand16(target.runList(1), sprm::CPicLocation), 0);
-    EXPECT_THAT(target.last.leftOut, ElementsAre(u"嵌入对象 1 个未能带入，只保留其图片"));
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"嵌入对象 1 个没有数据，只带入了其图片"));
 }
 
 TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {

@@ -24,6 +24,9 @@ public:
     std::optional<std::uint32_t> blob(std::uint32_t index) override {
         return index == 99 ? std::nullopt : std::optional(index + 0x10000);
     }
+    std::optional<std::uint32_t> object(std::uint32_t index) override {
+        return index == 99 ? std::nullopt : std::optional(index + 0x20000);
+    }
     std::optional<std::uint16_t> author(std::uint16_t index) override { return away(index, 500); }
 
 private:
@@ -116,8 +119,14 @@ TEST(PropertyRewriter, WhatNamesNothingIsDropped) {
     EXPECT_EQ(rewritten(sprm32(sprm::CPicLocation, 99)), Bytes{});
 }
 
-TEST(PropertyRewriter, TheNameOfAnObjectIsNoPictureAndGoesWithItsMark) {
-    const Bytes list = sprm32(sprm::CPicLocation, 5) + sprm8(sprm::CFOle2, 1) +
+TEST(PropertyRewriter, AnObjectComesWithItsMarks) {
+    const Bytes marks = sprm8(sprm::CFOle2, 1) + sprm8(sprm::CFObj, 1) + sprm8(sprm::CFSpec, 1);
+    EXPECT_EQ(rewritten(sprm32(sprm::CObjLocation, 5) + marks),
+              sprm32(sprm::CObjLocation, 0x20005) + marks);
+}
+
+TEST(PropertyRewriter, MarksOfAnObjectThatIsNotThereGo) {
+    const Bytes list = sprm32(sprm::CObjLocation, 99) + sprm8(sprm::CFOle2, 1) +
                        sprm8(sprm::CFObj, 1) + sprm8(sprm::CFSpec, 1);
     EXPECT_EQ(rewritten(list), sprm8(sprm::CFSpec, 1));
 }

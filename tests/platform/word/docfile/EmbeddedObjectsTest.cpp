@@ -1,0 +1,115 @@
+#include "platform/word/docfile/EmbeddedObjects.h"
+
+#include "platform/word/docfile/CompoundChecks.h"
+#include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/SprmCodes.h"
+#include "support/ContentBuilder.h"
+#include "support/MemoryFolder.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace qvnd::word {
+namespace {
+
+using test::compoundFaults;
+using test::ContentBuilder;
+using test::plain;
+using testing::IsEmpty;
+
+EmbeddedObjectRef someObject(std::uint8_t mark) {
+    auto object = std::make_shared<EmbeddedObject>();
+    object->classId[0] = mark;
+    object->entries.push_back({u"\u0001Ole", false, {}, Bytes(20, mark)});
+    object->entries.push_back({u"Inner", true, {9}, {}});
+    object->entries.push_back({u"Inner/Contents", false, {}, Bytes(5000, mark)});
+    return object;
+}
+
+class EmbeddedObjectsInFiles : public testing::Test {
+protected:
+    // A field whose separator bears the object with that index.
+    void addField(std::uint32_t index) {
+        const Bytes marks = withSprm8(withSprm8({}, sprm::CFSpec, 1), sprm::CFOle2, 1);
+        const Bytes list = withSprm32(marks, sprm::CObjLocation, index);
+        builder.add({plain(u"\u0013EMBED x"), {u"\u0014", list}, plain(u"y\u0015\r")});
+    }
+    DocumentData read() const {
+        EXPECT_THAT(compoundFaults(folder->bytes(path)), IsEmpty());
+        return readDocument(folder->bytes(path));
+    }
+    std::size_t storages() const {
+        const CompoundFile file = CompoundFile::over(folder->bytes(path));
+        const auto& entries = file.entries();
+        return static_cast<std::size_t>(
+            std::count_if(entries.begin(), entries.end(), [](const CompoundFile::Entry& entry) {
+                return entry.path.starts_with(u"ObjectPool/_") &&
+                       entry.path.find(u'/', 12) == std::u16string::npos;
+            }));
+    }
+    static EmbeddedObjectRef objectOf(const DocumentData& document, std::size_t field) {
+        std::size_t met = 0;
+        for (const CharacterRun& run : document.main.characters) {
+            const auto entry = findSprm(document.tables.lists[run.properties], sprm::CObjLocation);
+            if (entry && met++ == field) {
+                LittleEndianReader operand(entry->operand, "sprmCObjLocation");
+                return document.tables.objects.at(operand.u32());
+            }
+        }
+        return nullptr;
+    }
+
+    std::shared_ptr<test::MemoryFolder> folder = std::make_shared<test::MemoryFolder>();
+    const std::filesystem::path path = "/folder/对象.doc";
+    DocumentWriter writer{folder};
+    ContentBuilder builder;
+};
+
+TEST_F(EmbeddedObjectsInFiles, AnObjectComesBackWithAllItHolds) {
+    builder.content.tables.objects = {someObject(7)};
+    addField(0);
+    writer.saveAs(path, builder.content);
+    const EmbeddedObjectRef object = objectOf(read(), 0);
+    ASSERT_TRUE(object);
+    EXPECT_EQ(object->classId, someObject(7)->classId);
+    ASSERT_EQ(object->entries.size(), 3U);
+    for (const EmbeddedObject::Entry& entry : someObject(7)->entries) {
+        const auto found =
+            std::find_if(object->entries.begin(), object->entries.end(),
+                         [&](const auto& there) { return there.path == entry.path; });
+        ASSERT_NE(found, object->entries.end());
+        EXPECT_EQ(found->storage, entry.storage);
+        EXPECT_EQ(found->classId, entry.classId);
+        EXPECT_EQ(found->content, entry.content);
+    }
+}
+
+TEST_F(EmbeddedObjectsInFiles, EachObjectIsInTheFileOnceHoweverOftenItIsSaved) {
+    builder.content.tables.objects = {someObject(1), someObject(2)};
+    addField(0);
+    writer.saveAs(path, builder.content);
+    EXPECT_EQ(storages(), 1U);
+    addField(1);
+    addField(0);
+    writer.save(builder.content);
+    EXPECT_EQ(storages(), 2U);
+    const DocumentData document = read();
+    ASSERT_TRUE(objectOf(document, 2));
+    EXPECT_EQ(objectOf(document, 1)->classId[0], 2);
+    EXPECT_EQ(objectOf(document, 2)->classId[0], 1);
+}
+
+TEST_F(EmbeddedObjectsInFiles, AnObjectThatDoesNotExistIsNotNamed) {
+    addField(3);
+    writer.saveAs(path, builder.content);
+    EXPECT_EQ(storages(), 0U);
+    EXPECT_FALSE(objectOf(read(), 0));
+}
+
+} // namespace
+} // namespace qvnd::word
