@@ -88,7 +88,15 @@ private:
         editor_.eraseSelection();
         if (story_.paragraphStart(insertion_.start) != insertion_.start) {
             editor_.typeParagraph();
+            makePlain(insertion_.start - 1);
         }
+    }
+
+    // Formatting that reaches over the mark up to the contents is lost by some readers, together
+    // with that of the text before it.
+    void makePlain(Cp mark) {
+        story_.changeCharacters(mark, mark + 1,
+                                [](PropertyListId) { return PropertyListId::empty; });
     }
 
     Story makeField() {
@@ -104,8 +112,7 @@ private:
     void setMark(Cp mark, const ParagraphLook& look, bool plain) {
         story_.changeParagraphs(mark, mark + 1, [&](const ParagraphLook&) { return look; });
         if (plain) {
-            story_.changeCharacters(mark, mark + 1,
-                                    [](PropertyListId) { return PropertyListId::empty; });
+            makePlain(mark);
         }
     }
 

@@ -69,6 +69,14 @@ TEST_F(ContentsTest, StandInParagraphsOfTheirOwnBelowTheText) {
     EXPECT_EQ(selection().Range().Start(), static_cast<int>(field.end + 1));
 }
 
+TEST_F(ContentsTest, DoNotContinueTheFormattingOfTheTextAboveThem) {
+    selection().Font().setBold(true);
+    type(u"目录");
+    addAt(2);
+    EXPECT_FALSE(lookAt(1).empty());
+    EXPECT_TRUE(lookAt(2).empty()); // the mark
+}
+
 TEST_F(ContentsTest, ListHeadingsWithTheirPages) {
     twoHeadings();
     addAt(2);
