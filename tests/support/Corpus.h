@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/SourceFolder.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -17,10 +19,9 @@ namespace qvnd::test {
 // the repository; nothing when there is no such folder.
 inline std::optional<std::filesystem::path> corpusFolder() {
     const char* named = std::getenv("QVND_CORPUS");
-    const std::filesystem::path folder =
-        named != nullptr
-            ? std::filesystem::path(named)
-            : std::filesystem::path(QVND_SOURCE_DIR).parent_path() / "shared" / "corpus";
+    const std::filesystem::path folder = named != nullptr
+                                             ? std::filesystem::path(named)
+                                             : sourceFolder().parent_path() / "shared" / "corpus";
     std::error_code error;
     return std::filesystem::is_directory(folder, error) ? std::optional(folder) : std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "platform/error/Utf8.h"
 #include "support/Corpus.h"
+#include "support/SourceFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -24,8 +25,7 @@ Bytes contents(const std::filesystem::path& path) {
 // Files with the rules that they themselves break.
 std::map<std::string, std::set<std::string>> knownFaults() {
     std::map<std::string, std::set<std::string>> faults;
-    std::ifstream in(std::filesystem::path(QVND_SOURCE_DIR) /
-                     "tests/platform/word/check/known_faults.txt");
+    std::ifstream in(test::sourceFolder() / "tests/platform/word/check/known_faults.txt");
     std::string line;
     while (std::getline(in, line)) {
         std::istringstream fields(line);
