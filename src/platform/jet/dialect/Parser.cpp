@@ -93,7 +93,7 @@ std::optional<QString> Parser::ParseFile() {
     if (!token_.IsWord(u"in")) {
         return std::nullopt;
     }
-    const QString file = lexer_.NextFileName().Content;
+    QString file = lexer_.NextFileName().Content;
     Advance();
     return file;
 }
@@ -128,7 +128,7 @@ QString Parser::ParseName(QStringView what) {
     if (!bare && !bracketed) {
         FailExpected(what);
     }
-    const QString name = token_.Content;
+    QString name = token_.Content;
     Advance();
     return name;
 }
