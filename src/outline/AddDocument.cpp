@@ -54,7 +54,7 @@ Added AddDocument::mnuLTDoc() {
 }
 
 Added AddDocument::addBeside(const OutlineNode& selected) {
-    const QString selectedKey = selected.Key();
+    const QString& selectedKey = selected.Key();
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(state_.gSysPath + "标书模板", plan);
@@ -107,7 +107,7 @@ Added AddDocument::addBeside(const OutlineNode& selected) {
 }
 
 Added AddDocument::addBelow(const OutlineNode& selected) {
-    const QString selectedKey = selected.Key();
+    const QString& selectedKey = selected.Key();
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(

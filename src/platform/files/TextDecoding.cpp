@@ -2,6 +2,8 @@
 
 #include <QStringDecoder>
 
+#include <cstdint>
+
 #ifdef Q_OS_WIN
 #include <windows.h>
 #else
@@ -32,7 +34,7 @@ QString decodeGbk(const QByteArray& bytes) {
 
 QString decodeGbk(const QByteArray& bytes) {
     const iconv_t converter = iconv_open("UTF-8", "GB18030");
-    if (converter == iconv_t(-1)) {
+    if (reinterpret_cast<std::intptr_t>(converter) == -1) {
         return QString::fromLatin1(bytes);
     }
     QByteArray text;
