@@ -17,7 +17,7 @@ PARAGRAPHS = {
     "plain": 'fo:text-align="start"',
     "caption": 'fo:text-align="center" fo:margin-top="0.1cm" fo:margin-bottom="0.1cm" '
                'fo:keep-with-next="always"',
-    "figure": 'fo:text-align="center"',
+    "figure": 'fo:text-align="center" fo:line-height="100%" fo:margin-top="0.2cm"',
     "cell": 'fo:text-align="start"',
     "centre": 'fo:text-align="center"',
 }
