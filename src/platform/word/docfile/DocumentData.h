@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/DocumentTables.h"
+#include "platform/word/docfile/FloatingPictures.h"
 #include "platform/word/docfile/Story.h"
 
 #include <array>
@@ -56,7 +57,8 @@ struct DocumentData {
     std::vector<HeaderSet> headers;  // by section
     std::vector<Bookmark> bookmarks; // those of the main story
     SideContents side;
-    Bytes settings; // the Dop as it came
+    std::vector<FloatingPicture> floatingPictures; // those of the main story
+    Bytes settings;                                // the Dop as it came
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
     std::vector<std::u16string> remarks;
 };

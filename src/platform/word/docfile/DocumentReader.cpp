@@ -200,8 +200,19 @@ private:
                              document_.part(FibPair::PlcfBkl)},
                             data_.main.size(), data_.remarks);
         data_.side = countSideContents(document_);
+        readFloatingPicturesOfMain();
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
+    }
+
+    void readFloatingPicturesOfMain() {
+        constexpr char16_t anchor = 0x08;
+        data_.floatingPictures =
+            readFloatingPictures({document_.part(FibPair::PlcSpaMom),
+                                  document_.part(FibPair::DggInfo), document_.wordDocument});
+        std::erase_if(data_.floatingPictures, [&](const FloatingPicture& picture) {
+            return picture.at >= data_.main.size() || data_.main.text[picture.at] != anchor;
+        });
     }
 
     void remarkOnStories() {

@@ -101,21 +101,50 @@ std::optional<Picture> Picture::fromImage(ByteView imageFile) {
     if (!image) {
         return std::nullopt;
     }
-    const double longest = std::max(image->width, image->height);
-    const double scale = std::min(1.0, longestGoal / longest);
+    Picture picture = framed(encodeBlip(*image), image->width, image->height);
+    picture.setLockAspectRatio(true);
+    picture.setFillVisible(false);
+    picture.setLineVisible(false);
+    return picture;
+}
+
+Picture Picture::fromStore(Bytes entry, const art::ShapeProperties& shape, std::int64_t width,
+                           std::int64_t height) {
+    Picture picture = framed(std::move(entry), double(width), double(height));
+    for (const std::uint16_t opid :
+         {art::cropFromTop, art::cropFromBottom, art::cropFromLeft, art::cropFromRight,
+          art::pictureContrast, art::pictureBrightness}) {
+        if (const auto value = shape.value(opid)) {
+            picture.set(opid, *value);
+        }
+    }
+    for (const Dimension& dimension : {horizontal, vertical}) {
+        const double part = std::clamp(picture.visible(dimension), 0.01, 1.0);
+        const double shown = picture.headField(dimension.goalAt);
+        const double goal = std::min(shown / part, double(longestGoal));
+        picture.setHeadField(dimension.goalAt, int(std::lround(goal)));
+        picture.setHeadField(dimension.scaleAt,
+                             std::max(1, int(std::lround(shown / goal * fullScale))));
+    }
+    picture.setLockAspectRatio(true);
+    picture.setFillVisible(false);
+    picture.setLineVisible(false);
+    return picture;
+}
+
+// A picture as wide and as high, no larger than the format allows, in a shape without properties.
+Picture Picture::framed(Bytes bytes, double width, double height) {
+    const double scale = std::min(1.0, longestGoal / std::max(width, height));
     Picture picture;
     picture.head_ = newHead();
-    picture.setHeadField(widthGoalAt, std::max(1, int(std::lround(image->width * scale))));
-    picture.setHeadField(heightGoalAt, std::max(1, int(std::lround(image->height * scale))));
+    picture.setHeadField(widthGoalAt, std::max(1, int(std::lround(width * scale))));
+    picture.setHeadField(heightGoalAt, std::max(1, int(std::lround(height * scale))));
     picture.hasShape_ = true;
     picture.beforeProperties_ = shapeRecord();
     picture.properties_.emplace();
     picture.properties_->setBlip(art::pib, 1);
-    picture.setLockAspectRatio(true);
-    picture.setFillVisible(false);
-    picture.setLineVisible(false);
     picture.afterProperties_ = anchorRecord();
-    picture.rest_ = encodeBlip(*image);
+    picture.rest_ = std::move(bytes);
     return picture;
 }
 

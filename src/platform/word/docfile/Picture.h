@@ -17,6 +17,10 @@ public:
     // larger than the format's longest side (31680 twips) is scaled down in proportion.
     // Nothing when the file is no picture of a kind that documents keep (PNG, JPEG, BMP, EMF, WMF).
     static std::optional<Picture> fromImage(ByteView imageFile);
+    // A picture of a store of drawings (OfficeArtFBSE with the picture in it, or the picture) as it
+    // is shown at that size in twips, cropped and lit as the shape that showed it.
+    static Picture fromStore(Bytes entry, const art::ShapeProperties& shape, std::int64_t width,
+                             std::int64_t height);
     // Nothing when the blob holds something else (form field, hyperlink, ...).
     static std::optional<Picture> fromBlob(ByteView blob);
 
@@ -57,6 +61,8 @@ private:
     };
     static const Dimension horizontal;
     static const Dimension vertical;
+
+    static Picture framed(Bytes picture, double width, double height);
 
     Picture() = default;
     void readShape(LittleEndianReader& reader);

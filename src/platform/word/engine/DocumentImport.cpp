@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace qvnd::word {
 
@@ -36,8 +37,12 @@ bool isInTable(ByteView list) {
 // Works out what changes in the text of a story that comes in.
 class TextChanges {
 public:
-    TextChanges(const Story& story, TextImport& text, ImportLosses& losses)
-        : story_(story), text_(text), losses_(losses) {}
+    TextChanges(const DocumentData& source, TextImport& text, ImportLosses& losses)
+        : story_(source.main), text_(text), losses_(losses) {
+        for (const FloatingPicture& one : source.floatingPictures) {
+            floating_.insert(one.at);
+        }
+    }
 
     // The characters that stand for what does not come along.
     void removeAnchors() {
@@ -103,6 +108,9 @@ private:
             losses_.pictures += facts.data || facts.object ? 0 : 1;
             edits.remove(at);
         } else if (c == noteReference || c == commentReference || c == drawing) {
+            if (c == drawing && floating_.contains(at)) {
+                return;
+            }
             losses_.drawings += c == drawing ? 1 : 0;
             edits.remove(at);
         }
@@ -140,7 +148,8 @@ private:
     const Story& story_;
     TextImport& text_;
     ImportLosses& losses_;
-    std::vector<Cp> ends_; // of the runs
+    std::unordered_set<Cp> floating_; // anchors of pictures that come along
+    std::vector<Cp> ends_;            // of the runs
 };
 
 // Gives the bookmarks names that are free in the target.
@@ -186,7 +195,7 @@ ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
     const NewNames newNames = renamed(result.bookmarks, names);
 
     const std::vector<FieldPlace> fields = fieldPlaces(source.main);
-    TextChanges changes(source.main, text, losses);
+    TextChanges changes(source, text, losses);
     changes.removeAnchors();
     changes.repairCellMarks(source.tables.lists);
     changes.unwrapObjects(fields);
@@ -194,6 +203,8 @@ ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
         changes.rename(fields, newNames);
     }
     Story story = text.imported(source.main);
+    text.putInLine(source.floatingPictures, story);
+    losses.madeInline = static_cast<int>(source.floatingPictures.size());
     changes.edits.applyTo(story);
     for (Bookmark& bookmark : result.bookmarks) {
         bookmark.start = changes.edits.moved(bookmark.start);

@@ -43,7 +43,9 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, side.comments, u"批注", u"条");
     say(lines, side.textBoxes, u"文本框", u"个");
     // A text box is anchored like any other shape.
-    say(lines, std::max(side.drawings, losses.drawings) - side.textBoxes, u"浮动图形", u"个");
+    const int drawings = std::max(side.drawings, losses.drawings + losses.madeInline);
+    say(lines, drawings - side.textBoxes - losses.madeInline, u"浮动图形", u"个");
+    say(lines, losses.madeInline, u"浮动图片", u"个", u"改成了嵌入式图片");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");

@@ -9,10 +9,11 @@ namespace qvnd::word {
 
 // What was met on the way in and could not come along.
 struct ImportLosses {
-    int objects = 0;  // embedded objects without data; their pictures stay
-    int drawings = 0; // anchors of floating shapes
-    int pictures = 0; // inline pictures without data
-    int lists = 0;    // lists that found no room
+    int objects = 0;    // embedded objects without data; their pictures stay
+    int drawings = 0;   // anchors of floating shapes
+    int madeInline = 0; // floating pictures that stand in their lines now
+    int pictures = 0;   // inline pictures without data
+    int lists = 0;      // lists that found no room
 };
 
 // One line of Chinese for each kind of thing that a document holds and a merge leaves out, what

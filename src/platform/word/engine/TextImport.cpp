@@ -9,6 +9,7 @@ namespace qvnd::word {
 
 namespace {
 
+constexpr char16_t pictureMark = 0x01;
 constexpr StyleIndex normalTable = 11; // the style of rows that name none
 
 void add(std::vector<CharacterRun>& runs, Cp length, PropertyListId properties) {
@@ -100,6 +101,41 @@ ParagraphRun TextImport::imported(const ParagraphRun& paragraph) {
 PropertyListId TextImport::importedRun(StyleIndex paragraphStyle, PropertyListId list) {
     return tables_.styles().character(effectiveStyle(paragraphStyle), facts(list).characterStyle,
                                       tables_.rewriter().rewritten(list));
+}
+
+void TextImport::putInLine(const std::vector<FloatingPicture>& pictures, Story& story) {
+    if (pictures.empty()) {
+        return;
+    }
+    std::vector<CharacterRun> runs;
+    auto next = pictures.begin();
+    Cp at = 0;
+    for (const CharacterRun& run : story.characters) {
+        const Cp end = at + run.length;
+        for (; next != pictures.end() && next->at < end; ++next) {
+            if (next->at < at) {
+                continue; // a second picture at one anchor
+            }
+            if (next->at > at) {
+                add(runs, next->at - at, run.properties);
+            }
+            story.text[next->at] = pictureMark;
+            add(runs, 1, inlinePicture(run.properties, next->inlineForm));
+            at = next->at + 1;
+        }
+        if (end > at) {
+            add(runs, end - at, run.properties);
+        }
+        at = end;
+    }
+    story.characters = std::move(runs);
+}
+
+PropertyListId TextImport::inlinePicture(PropertyListId anchor, const DataBlob& picture) {
+    const auto place = static_cast<std::uint32_t>(target_.blobs.size());
+    target_.blobs.push_back(picture);
+    const Bytes special = withSprm8(target_.lists[anchor], sprm::CFSpec, 1);
+    return target_.lists.intern(withSprm32(special, sprm::CPicLocation, place));
 }
 
 // A row that names no table style has the normal one; where the target defines that otherwise,

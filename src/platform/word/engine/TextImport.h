@@ -18,6 +18,9 @@ public:
 
     Story imported(const Story& story);
 
+    // Makes the anchors of floating pictures, in a story just imported, pictures in line.
+    void putInLine(const std::vector<FloatingPicture>& pictures, Story& story);
+
     // What a list of character properties of the source says of its characters.
     struct RunFacts {
         bool special = false;      // sprmCFSpec: characters below U+0020 bear meaning
@@ -34,6 +37,7 @@ private:
     PropertyListId importedRun(StyleIndex paragraphStyle, PropertyListId list);
     PropertyListId withTableStyle(PropertyListId list, PropertyListId rewritten);
     RunFacts read(ByteView list) const;
+    PropertyListId inlinePicture(PropertyListId anchor, const DataBlob& picture);
     StyleIndex effectiveStyle(StyleIndex style) const;
 
     ImportTables& tables_;

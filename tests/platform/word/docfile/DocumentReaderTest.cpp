@@ -127,7 +127,8 @@ TEST(DocumentReader, AParagraphHasThePropertiesOfItsMark) {
 
 TEST(DocumentReader, NeighboursThatLookAlikeAreOneRun) {
     WordFile file;
-    file.pieces = {{u"ab", false, 0, {{2, bold}}, {}}, {u"cd\r", false, 0, {{2, bold}, {1, {}}}, {}}};
+    file.pieces = {{u"ab", false, 0, {{2, bold}}, {}},
+                   {u"cd\r", false, 0, {{2, bold}, {1, {}}}, {}}};
     const DocumentData document = readWithoutRemarks(file);
     ASSERT_EQ(document.main.characters.size(), 2U);
     EXPECT_EQ(document.main.characters[0].length, 4U);
@@ -236,13 +237,25 @@ TEST(DocumentReader, APictureWithoutDataBecomesABlankWithARemark) {
     EXPECT_NE(document.remarks[0].find(u"图片"), std::u16string::npos);
 }
 
-TEST(DocumentReader, AnObjectsLocationIsNoOffset) {
+WordFile fileWithObjectField() {
     WordFile file = plainWordFile(u"\x13 EMBED x \x14\x01\x15\r");
     file.pieces[0].characters = {{10, {}}, {1, hex("0A 08 01 03 6A 39300000 55 08 01")}, {3, {}}};
+    return file;
+}
+
+TEST(DocumentReader, AnObjectsLocationIsThatOfItsStorage) {
+    WordFile file = fileWithObjectField();
+    file.storages = {u"ObjectPool", u"ObjectPool/_12345"};
     const DocumentData document = readSound(file);
-    const Bytes list = charactersAt(document, 10);
-    EXPECT_EQ(list, hex("0A 08 01 0E 68 39300000 55 08 01"));
+    EXPECT_EQ(charactersAt(document, 10), hex("0A 08 01 0E 68 00000000 55 08 01"));
+    EXPECT_EQ(document.tables.objects.size(), 1U);
     EXPECT_TRUE(document.tables.blobs.empty());
+}
+
+TEST(DocumentReader, AnObjectWithoutStorageHasNoLocation) {
+    const DocumentData document = readSound(fileWithObjectField());
+    EXPECT_EQ(charactersAt(document, 10), hex("0A 08 01 55 08 01"));
+    EXPECT_TRUE(document.tables.objects.empty());
 }
 
 TEST(DocumentReader, FieldsComeWithWhatTheFileSaysOfThem) {

@@ -71,14 +71,15 @@ protected:
 };
 
 TEST_F(EmbeddedObjectsInFiles, AnObjectComesBackWithAllItHolds) {
-    builder.content.tables.objects = {someObject(7)};
+    const EmbeddedObjectRef before = someObject(7);
+    builder.content.tables.objects = {before};
     addField(0);
     writer.saveAs(path, builder.content);
     const EmbeddedObjectRef object = objectOf(read(), 0);
     ASSERT_TRUE(object);
-    EXPECT_EQ(object->classId, someObject(7)->classId);
+    EXPECT_EQ(object->classId, before->classId);
     ASSERT_EQ(object->entries.size(), 3U);
-    for (const EmbeddedObject::Entry& entry : someObject(7)->entries) {
+    for (const EmbeddedObject::Entry& entry : before->entries) {
         const auto found =
             std::find_if(object->entries.begin(), object->entries.end(),
                          [&](const auto& there) { return there.path == entry.path; });

@@ -524,6 +524,21 @@ TEST(ImportedRevisions, ARevisionOfNobodyStaysOne) {
     EXPECT_EQ(target.tables.authors.at(operand16(target.runList(), sprm::CIbstRMark)), u"Unknown");
 }
 
+TEST(ImportedPictures, AFloatingPictureComesAsOneInLineAtItsAnchor) {
+    SourceDocument source;
+    source.paragraph(u"a\u0008\u0008b", 0, {}, sprm8(sprm::CFSpec, 1) + sprm16(sprm::CHps, 30));
+    source.data.side.drawings = 2;
+    source.data.floatingPictures = {{1, std::make_shared<Bytes>(Bytes{1, 2})}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0001b\r");
+    EXPECT_EQ(operand16(target.runList(1), sprm::CPicLocation), 0);
+    EXPECT_EQ(operand16(target.runList(1), sprm::CHps), 30);
+    EXPECT_EQ(target.tables.blobs.at(0), source.data.floatingPictures[0].inlineForm);
+    EXPECT_THAT(target.last.leftOut,
+                ElementsAre(u"浮动图形 1 个未能带入", u"浮动图片 1 个改成了嵌入式图片"));
+}
+
 // --- sections, bookmarks, fields ------------------------------------------------------------
 
 TEST(ImportedSections, TheyTravelWithTheirProperties) {
