@@ -26,7 +26,7 @@ void addRows(jet::Recordset& to, jet::Recordset& from) {
 
 std::int16_t idOfKey(jet::Database& db, const QString& table, const QString& key) {
     const auto rs = db.OpenRecordset("Select * from " + table + " where Key='" + key + u'\'');
-    return rs->Eof() ? std::int16_t{0} : rs->Get(u"ID").ToInteger();
+    return rs->Get(u"ID").ToInteger();
 }
 
 TableEnd endOf(jet::Database& db, const QString& table, const QString& order) {

@@ -26,7 +26,8 @@ void addRow(jet::Recordset& rs, const OutlineRow& row);
 // Adds each row of `from`, from the current one on, in the order it comes.
 void addRows(jet::Recordset& to, jet::Recordset& from);
 
-// The ID of the row with that key; 0 when there is none. 16 bits wide: error 6 beyond.
+// The ID of the row with that key; error 3021 when there is none, before anything is moved on its
+// account. 16 bits wide: error 6 beyond.
 std::int16_t idOfKey(jet::Database& db, const QString& table, const QString& key);
 
 struct TableEnd {

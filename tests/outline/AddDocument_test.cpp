@@ -255,6 +255,19 @@ TEST_F(AddDocuments, BesideANodeAFailureLeavesWhatWasDone) {
     EXPECT_EQ(keys("temp"), QStringList({"T.2"}));
 }
 
+TEST_F(AddDocuments, BesideANodeWhoseRowIsGoneNothingIsMovedOut) {
+    makePlan({"T", "T.1", "T.2"});
+    choose("说明.doc");
+    openPlan("T", "T.1");
+    state.gDbUser->Execute("Delete * from T where Key='T.1'");
+    EXPECT_EQ(command.mnuEQDoc(), Added::failed);
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].icon, desktop::Icon::exclamation);
+    EXPECT_EQ(messages.shown[0].title, "提示");
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.2"}));
+    EXPECT_EQ(folder.names("用户模板/T"), QStringList({"T.mdb"}));
+}
+
 TEST_F(AddDocuments, AKeyThatIsTakenIsRefusedByTheStore) {
     makePlan({"T", "T.3", "T.9"});
     choose("说明.doc");

@@ -210,6 +210,16 @@ TEST_F(AddFolder, AMissingPlanDatabaseFailsAfterTheRowsAreBack) {
     EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"T", "T.1", "T.2"}));
 }
 
+TEST_F(AddFolder, BesideANodeWhoseRowIsGoneNothingIsMovedOut) {
+    makePlan({"T", "T.1", "T.2"});
+    openPlan("T", "T.1");
+    state.gDbUser->Execute("Delete * from T where Key='T.1'");
+    EXPECT_EQ(dlgAddDoc(state, workbench, services(), AddMode::beside).OK("x"), Added::failed);
+    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.2"}));
+    EXPECT_EQ(copiedKeys("T"), QStringList({"T", "T.1", "T.2"}));
+}
+
 TEST_F(AddFolder, ApostrophesInTheKeyAreNotQuoted) {
     makePlan({"T'x", "T'x.1"});
     openPlan("T'x", "T'x.1");
