@@ -17,7 +17,7 @@ void addRows(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
     for (rs.MoveNext(); !rs.Eof(); rs.MoveNext()) {
         const QString name = rs.Get(u"名称").ToText();
         const QString key = rs.Get(u"key").ToText();
-        const bool isDocument = rs.Get(u"是否文档").ToText() == u"是";
+        const bool isDocument = rs.Get(u"是否文档").TextOrEmpty() == u"是";
         OutlineNode& node =
             tree.AddChild(parentKeyOf(key), key, name, isDocument ? image::document : image::folder,
                           isDocument ? image::documentSelected : image::folderSelected);

@@ -55,6 +55,18 @@ TEST_F(TreeLoading, OnlyTheExactYesMeansADocument) {
     }
 }
 
+TEST_F(TreeLoading, ARowThatDoesNotSayItsKindIsAFolder) {
+    makePlan({"T", "T.1", "T.2"});
+    const auto table = rows("T");
+    table->MoveNext();
+    table->Edit();
+    table->Set(u"是否文档", jet::Value());
+    table->Update();
+    fillFrom("T");
+    EXPECT_EQ(shown(tree), QStringList({"T", "T.1", "T.2"}));
+    EXPECT_EQ(tree.Item("T.1").Image(), 4);
+}
+
 TEST_F(TreeLoading, NumbersInKeysSortNothing) {
     makePlan({"T", "T.5", "T.2"});
     fillFrom("T");
@@ -128,7 +140,7 @@ TEST_F(TreeLoading, ATableNameWithAPointCannotWork) {
               error::tableNotFound);
 }
 
-TEST_F(TreeLoading, NineThousandRowsFillQuickly) {
+TEST_F(TreeLoading, NineThousandRowsAllBecomeNodes) {
     std::vector<test::OutlineRowText> many{{"T", "T"}};
     for (int i = 1; i < 9000; ++i) {
         many.push_back({"T." + QString::number(i), "名"});
