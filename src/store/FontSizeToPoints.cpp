@@ -1,6 +1,7 @@
 #include "store/FontSizeToPoints.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/files/Trim.h"
 #include "platform/jet/Value.h"
 
 namespace qvnd::store {
@@ -34,7 +35,7 @@ float pointsOfName(QStringView name) {
 } // namespace
 
 float FontSizeToPoints(const QString& text) {
-    const QString trimmed = text.trimmed();
+    const QString trimmed = files::Trim(text);
     try {
         return jet::singleOf(trimmed);
     } catch (const RunTimeError& failure) {

@@ -35,6 +35,10 @@ TEST(FontSizeToPoints, OuterBlanksDoNotCount) {
     EXPECT_EQ(FontSizeToPoints(QStringLiteral(" 小四 ")), 12.0F);
 }
 
+TEST(FontSizeToPoints, OnlyBlanksAreTrimmedFromAName) {
+    EXPECT_EQ(FontSizeToPoints(QStringLiteral("小四\t")), 10.0F);
+}
+
 TEST(FontSizeToPoints, AnyOtherTextIsTen) {
     EXPECT_EQ(FontSizeToPoints(QStringLiteral("大号")), 10.0F);
     EXPECT_EQ(FontSizeToPoints(QStringLiteral("小 四")), 10.0F);
