@@ -5,6 +5,7 @@
 #include "tools/UsageError.h"
 
 #include <algorithm>
+#include <exception>
 #include <ostream>
 
 namespace qvnd::tools {
@@ -102,6 +103,10 @@ ExitStatus run(const QStringList& words, std::ostream& out, std::ostream& err) {
         return dispatch(options, output);
     } catch (const UsageError& error) {
         return wrongUsage(output, error.reason(), QStringLiteral("--help"));
+    } catch (const std::exception& failure) {
+        // Unforeseen, as no memory left: by now the command has ended like an orderly exit.
+        output.note(QStringLiteral("出现意外的错误：") + QString::fromLocal8Bit(failure.what()));
+        return ExitStatus::refused;
     }
 }
 

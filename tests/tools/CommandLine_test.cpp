@@ -13,6 +13,8 @@
 #include <QJsonObject>
 
 #include <sstream>
+#include <stdexcept>
+#include <streambuf>
 
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -30,6 +32,20 @@ Ran ran(const QStringList& words) {
     std::ostringstream err;
     const ExitStatus status = run(words, out, err);
     return {status, QString::fromStdString(out.str()), QString::fromStdString(err.str())};
+}
+
+// A standard output that takes nothing and says so by an exception of its own.
+struct BrokenOutput : std::streambuf {
+    int_type overflow(int_type) override { throw std::runtime_error("broken"); }
+};
+
+TEST(CommandLine, AnUnforeseenFailureIsToldAndRefused) {
+    BrokenOutput broken;
+    std::ostream out(&broken);
+    out.exceptions(std::ios::badbit);
+    std::ostringstream err;
+    EXPECT_EQ(run({"--help"}, out, err), ExitStatus::refused);
+    EXPECT_EQ(err.str(), "出现意外的错误：broken\n");
 }
 
 TEST(CommandLine, WithoutACommandTheUsageGoesToStandardError) {
