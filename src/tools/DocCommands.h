@@ -5,7 +5,7 @@
 namespace qvnd::tools {
 
 // The commands on single Word documents: "doc merge", "doc text", "doc info", "doc
-// check".
+// check" and "doc pdf".
 std::vector<Command> docCommands();
 
 } // namespace qvnd::tools

@@ -67,29 +67,32 @@ std::u16string LittleEndianReader::text(std::size_t count) {
 
 void LittleEndianWriter::u8(unsigned value) { bytes_.push_back(static_cast<std::uint8_t>(value)); }
 
-void LittleEndianWriter::u16(unsigned value) {
-    u8(value & 0xFF);
-    u8((value >> 8) & 0xFF);
+// Room for all bytes of a number at once: tables of positions are written anew with every save.
+void LittleEndianWriter::number(std::uint64_t value, std::size_t size) {
+    const std::size_t at = bytes_.size();
+    bytes_.resize(at + size);
+    for (std::size_t i = 0; i < size; ++i) {
+        bytes_[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
+    }
 }
 
-void LittleEndianWriter::u32(std::uint32_t value) {
-    u16(value & 0xFFFF);
-    u16(value >> 16);
-}
+void LittleEndianWriter::u16(unsigned value) { number(value, 2); }
 
-void LittleEndianWriter::u64(std::uint64_t value) {
-    u32(static_cast<std::uint32_t>(value));
-    u32(static_cast<std::uint32_t>(value >> 32));
-}
+void LittleEndianWriter::u32(std::uint32_t value) { number(value, 4); }
+
+void LittleEndianWriter::u64(std::uint64_t value) { number(value, 8); }
 
 void LittleEndianWriter::bytes(ByteView data) {
     bytes_.insert(bytes_.end(), data.begin(), data.end());
 }
 
 void LittleEndianWriter::text(std::u16string_view text) {
-    bytes_.reserve(bytes_.size() + text.size() * 2);
+    // No reserve(): one for each of many short texts would copy everything each time.
+    std::size_t at = bytes_.size();
+    bytes_.resize(at + text.size() * 2);
     for (const char16_t c : text) {
-        u16(c);
+        bytes_[at++] = static_cast<std::uint8_t>(c);
+        bytes_[at++] = static_cast<std::uint8_t>(c >> 8);
     }
 }
 

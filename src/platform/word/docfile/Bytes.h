@@ -62,6 +62,8 @@ public:
     Bytes take() { return std::move(bytes_); }
 
 private:
+    void number(std::uint64_t value, std::size_t size);
+
     Bytes bytes_;
 };
 

@@ -39,7 +39,7 @@ DocumentData readDocumentFile(const std::filesystem::path& path) {
     try {
         return readDocument(path);
     } catch (const FormatError& refusal) {
-        throw RunTimeError(error::invalidCall, u"不能插入文件“" + nameOf(path) + u"”：" +
+        throw RunTimeError(error::invalidCall, u"不能打开文件“" + nameOf(path) + u"”：" +
                                                    reasonOf(refusal.kind()) + u"。");
     }
 }
