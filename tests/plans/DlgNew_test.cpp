@@ -157,10 +157,12 @@ TEST_F(NewPlan, ANameOfDigitsOnlyIsTakenBackButItsFolderStays) {
     EXPECT_EQ(workbench.TrvCurrent.Count(), 0);
 }
 
-TEST_F(NewPlan, ANameWithABlankIsNotTestedFor) {
+TEST_F(NewPlan, ANameWithABlankIsNotTestedForButTheRefreshForgetsIt) {
     EXPECT_TRUE(create("工程 甲"));
     EXPECT_TRUE(hasTable("工程 甲"));
     EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"工程 甲"}));
+    EXPECT_TRUE(registered(*state.gDbUser).isEmpty());
+    EXPECT_TRUE(shown(workbench.TrvTemplate_Us).isEmpty());
 }
 
 TEST_F(NewPlan, ATableNameThatIsTakenStopsBehindTheInformationTable) {

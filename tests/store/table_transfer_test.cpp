@@ -155,6 +155,7 @@ TEST_F(TableTransfer, APlanWhoseDatabaseCannotBeOpenedIsListedAndTheOthersStillC
     EXPECT_EQ(both, expected);
     EXPECT_TRUE(state_.gDbUser->TableDefs().Contains(u"好"_qs));
     EXPECT_FALSE(state_.gDbUser->TableDefs().Contains(u"坏"_qs));
+    EXPECT_EQ(messages_.shown.size(), 1U);
 }
 
 TEST_F(TableTransfer, ADatabaseWithoutATableOfItsNameIsListedAndReportedOnceWithTheLastError) {
