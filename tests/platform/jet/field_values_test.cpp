@@ -143,6 +143,24 @@ TEST_F(AutoIncrement, RemembersAcrossClosingAndWhenTheTableIsEmpty) {
     EXPECT_EQ(ids(), QStringList{u"3"_qs});
 }
 
+TEST_F(AutoIncrement, BehindTheWidestNumberIs6AndNoRowIsAdded) {
+    TableDef source(u"S"_qs);
+    source.Fields = {TableDef::CreateField(u"ID"_qs, FieldType::Long)};
+    db_->TableDefs().Append(source);
+    const auto rows = db_->OpenRecordset(u"S"_qs);
+    rows->AddNew();
+    rows->Set(u"ID", std::int32_t{2147483647});
+    rows->Update();
+    db_->Execute(u"INSERT INTO T SELECT * FROM S"_qs);
+    EXPECT_EQ(errorOf([&] { addRows(*db_, u"T"_qs, {u"a"_qs}); }), 6);
+    rows->MoveFirst();
+    rows->Edit();
+    rows->Set(u"ID", Value());
+    rows->Update();
+    EXPECT_EQ(errorOf([&] { db_->Execute(u"INSERT INTO T SELECT * FROM S"_qs); }), 6);
+    EXPECT_EQ(ids(), QStringList{u"2147483647"_qs});
+}
+
 TEST_F(AutoIncrement, GoesOnWhenAnotherProgramAddsRowsInBetween) {
     DBEngine other;
     const auto theirs = other.Workspaces(0).OpenDatabase(db_->Name());

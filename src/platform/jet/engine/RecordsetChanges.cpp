@@ -114,7 +114,7 @@ void RecordsetState::InsertRow() {
 void RecordsetState::WriteNewRow(StoredTable& table) {
     const int numbered = table.AutoIncrementPosition();
     if (numbered >= 0) {
-        handRow_[static_cast<std::size_t>(numbered)] = Value(table.LastNumber + 1);
+        handRow_[static_cast<std::size_t>(numbered)] = Value(table.NextNumber());
     }
     Statement& statement =
         File().Sql().Prepared("INSERT INTO " + table.TableName() + "(" + table.AllColumns() +
@@ -125,7 +125,7 @@ void RecordsetState::WriteNewRow(StoredTable& table) {
     }
     statement.Run();
     if (numbered >= 0) {
-        table.Reach(table.LastNumber + 1);
+        table.Reach(table.NextNumber());
     }
 }
 

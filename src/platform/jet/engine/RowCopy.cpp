@@ -127,7 +127,7 @@ private:
         const bool given = passage.SourceColumn >= 0 && !reader_.IsNull(passage.SourceColumn);
         const std::int32_t number =
             given ? reader_.Read(passage.SourceColumn, passage.From->Type).ToLong()
-                  : target_.LastNumber + 1;
+                  : target_.NextNumber();
         writer_.Bind(position, std::int64_t{number});
         target_.Reach(number);
     }

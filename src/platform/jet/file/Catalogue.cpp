@@ -5,6 +5,7 @@
 #include "platform/jet/file/TableCreation.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace qvnd::jet {
 
@@ -81,6 +82,13 @@ QByteArray StoredTable::AllColumns() const {
         columns << ColumnName(i);
     }
     return columns.join(',');
+}
+
+std::int32_t StoredTable::NextNumber() const {
+    if (LastNumber == std::numeric_limits<std::int32_t>::max()) {
+        failOverflow();
+    }
+    return LastNumber + 1;
 }
 
 void StoredTable::Reach(std::int32_t number) {

@@ -26,6 +26,8 @@ struct StoredTable {
     int AutoIncrementPosition() const;
     // "f0,f1,f2"
     QByteArray AllColumns() const;
+    // The number behind LastNumber; error 6 when there is none.
+    std::int32_t NextNumber() const;
     // Takes note of a number that a row bears in the auto-increment field.
     void Reach(std::int32_t number);
 };
