@@ -102,9 +102,9 @@ struct DocumentTables {
     std::vector<FontEntry> fonts;
     std::vector<ListDefinition> listDefinitions;
     std::vector<ListOverride> listOverrides;
-    std::vector<DataBlob> blobs;         // operand of sprmCPicLocation
+    std::vector<DataBlob> blobs;            // operand of sprmCPicLocation
     std::vector<EmbeddedObjectRef> objects; // operand of sprmCObjLocation, for sprmCPicLocation
-    std::vector<std::u16string> authors; // of revisions; operand of sprmCIbstRMark and its kin
+    std::vector<std::u16string> authors;    // of revisions; operand of sprmCIbstRMark and its kin
 };
 
 } // namespace qvnd::word
