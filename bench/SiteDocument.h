@@ -22,7 +22,7 @@ public:
         word::Story story;
         word::StoryBuilder builder(story);
         paragraph(builder, u"第" + decimal(number) + u"项 施工方法及技术措施", bold(), {});
-        for (int part = 1; part <= 12; ++part)
+        for (int part = 1; part <= 6; ++part)
             addPart(builder, part);
         content_.main = {{std::make_shared<const word::Story>(std::move(story)), 0, 0}};
         content_.main[0].length = content_.main[0].fragment->size();
