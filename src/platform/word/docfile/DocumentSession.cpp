@@ -142,7 +142,7 @@ void DocumentSession::writeTables(const DocumentContent& content) {
     table_.put(FibPair::Stshf, encodeStyleSheet(tables.styles, tables.lists));
     table_.put(FibPair::SttbfFfn, encodeFonts(tables.fonts));
     const EncodedListDefinitions lists =
-        encodeListDefinitions(tables.listDefinitions, tables.lists);
+        listDefinitions_.encode(tables.listDefinitions, tables.lists);
     table_.put(FibPair::PlfLst, lists.bytes, lists.size);
     table_.put(FibPair::PlfLfo, encodeListOverrides(tables.listOverrides, tables.lists));
     table_.put(FibPair::SttbListNames, encodeListNames(tables.listDefinitions));

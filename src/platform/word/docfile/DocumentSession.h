@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/DocumentData.h"
 #include "platform/word/docfile/HeaderStory.h"
+#include "platform/word/docfile/ListDefinitionEncoder.h"
 #include "platform/word/docfile/ObjectPool.h"
 #include "platform/word/docfile/TableStream.h"
 #include "platform/word/docfile/WordStream.h"
@@ -47,6 +48,7 @@ private:
     ObjectPool objects_;
     TableStream table_;
     FragmentPlaces places_;
+    ListDefinitionEncoder listDefinitions_;
     Headers headers_;
     std::vector<Bookmark> marks_;
     bool started_ = false;    // written at least once
