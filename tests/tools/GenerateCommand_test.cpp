@@ -1,0 +1,130 @@
+#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/engine/NormalTemplate.h"
+#include "support/Files.h"
+#include "support/Text.h"
+#include "tools/Run.h"
+
+#include <gtest/gtest.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <sstream>
+
+using namespace Qt::StringLiterals;
+using namespace qvnd;
+using namespace qvnd::tools;
+
+namespace {
+
+// A plan 桥 with a document and a chapter that holds another one, in a program folder of its own.
+class GenerateTool : public testing::Test {
+protected:
+    GenerateTool() {
+        folder.write(u"源/说明.doc"_s, {});
+        word::DocumentWriter().saveAs(files::toPath(folder.path(u"源/说明.doc"_s)),
+                                      word::normalTemplate());
+        expectDone({u"plan"_s, u"create"_s, u"桥"_s});
+        document(u"桥"_s);
+        expectDone({u"outline"_s, u"add-folder"_s, u"桥"_s, u"桥"_s, u"概况"_s, u"--below"_s});
+        chapter = out.trimmed();
+        document(chapter);
+    }
+
+    ExitStatus qvndctl(const QStringList& words) {
+        std::ostringstream standardOut;
+        std::ostringstream standardError;
+        const ExitStatus status = run(QStringList{u"--home"_s, folder.path(u"home"_s)} + words,
+                                      standardOut, standardError);
+        out = QString::fromStdString(standardOut.str());
+        err = QString::fromStdString(standardError.str());
+        return status;
+    }
+    void expectDone(const QStringList& words) {
+        EXPECT_EQ(qvndctl(words), ExitStatus::done) << err.toStdString();
+    }
+    void document(const QString& parent) {
+        expectDone({u"outline"_s, u"add-document"_s, u"桥"_s, parent, folder.path(u"源/说明.doc"_s),
+                    u"--below"_s});
+        lastKey = out.trimmed();
+    }
+    QJsonObject generated(const QStringList& options = {}) {
+        expectDone(QStringList{u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"estimate"_s} +
+                   options);
+        return QJsonDocument::fromJson(out.toUtf8()).object();
+    }
+    QString work(const QString& name) const { return folder.path(u"home/工程文档管理/"_s + name); }
+    QString text() {
+        expectDone({u"doc"_s, u"text"_s, work(u"施工方案.doc"_s)});
+        return out;
+    }
+
+    test::TemporaryFolder folder;
+    QString out;
+    QString err;
+    QString chapter;
+    QString lastKey;
+};
+
+} // namespace
+
+TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
+    const QJsonObject told = generated();
+    EXPECT_EQ(told.keys(), QStringList({u"documents"_s, u"messages"_s, u"nodes"_s, u"output"_s,
+                                        u"pages"_s, u"seconds"_s}));
+    EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
+    EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
+    EXPECT_EQ(told[u"documents"_s].toInt(), 2);
+    EXPECT_GE(told[u"pages"_s].toInt(), 4); // cover, contents, two chapters
+    EXPECT_TRUE(told[u"messages"_s].toArray().isEmpty());
+    EXPECT_GT(told[u"seconds"_s].toDouble(), 0);
+    EXPECT_EQ(err, QString()); // no bar where standard error is no terminal
+    EXPECT_TRUE(folder.exists(u"home/工程文档管理/施工方案.doc"_s));
+}
+
+TEST_F(GenerateTool, HeadingsAreNumberedByTheOutline) {
+    generated();
+    const QString lines = text();
+    EXPECT_TRUE(lines.contains(u"第一章 说明\n"_s)) << lines.toStdString();
+    EXPECT_TRUE(lines.contains(u"第二章 概况\n"_s)) << lines.toStdString();
+    EXPECT_TRUE(lines.contains(u"第一节 说明\n"_s)) << lines.toStdString();
+}
+
+TEST_F(GenerateTool, OptionsReachTheNumbering) {
+    generated({u"--multilevel"_s, u"1"_s});
+    EXPECT_TRUE(text().contains(u"2.1 说明\n"_s)) << out.toStdString();
+    document(lastKey);
+    generated({u"--children-numbered"_s, u"a)"_s});
+    EXPECT_TRUE(text().contains(u"a) 说明\n"_s)) << out.toStdString();
+}
+
+TEST_F(GenerateTool, AMissingDocumentIsAMessageAndTheRestIsGenerated) {
+    QFile::remove(folder.path(u"home/Sys/用户模板/桥/"_s + lastKey + u".doc"_s));
+    const QJsonArray messages = generated()[u"messages"_s].toArray();
+    ASSERT_EQ(messages.size(), 1);
+    EXPECT_TRUE(messages.at(0).toString().contains(lastKey + u".doc"_s))
+        << messages.at(0).toString().toStdString();
+    EXPECT_TRUE(err.contains(messages.at(0).toString()));
+}
+
+TEST_F(GenerateTool, ADocumentHeldOpenRefusesTheCommand) {
+    generated();
+    folder.write(u"home/工程文档管理/.~lock.施工方案.doc#"_s, ",user,another-machine,,;");
+    EXPECT_EQ(qvndctl({u"generate"_s, u"桥"_s}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains(u"对不起，请您先关闭Word文档。"_s)) << err.toStdString();
+    EXPECT_EQ(out, QString());
+}
+
+TEST_F(GenerateTool, APlanWithoutNodesIsRefused) {
+    expectDone({u"plan"_s, u"create"_s, u"空"_s});
+    EXPECT_EQ(qvndctl({u"generate"_s, u"空"_s}), ExitStatus::refused);
+    EXPECT_EQ(err, u"没有内容去生成标书！\n"_s);
+}
+
+TEST_F(GenerateTool, AnUnknownPlanIsRefusedAndAWrongOptionIsWrongUsage) {
+    EXPECT_EQ(qvndctl({u"generate"_s, u"没有"_s}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains(u"没有"_s));
+    EXPECT_EQ(qvndctl({u"generate"_s, u"桥"_s, u"--multilevel"_s, u"4"_s}), ExitStatus::wrongUsage);
+    EXPECT_EQ(qvndctl({u"generate"_s}), ExitStatus::wrongUsage);
+}
