@@ -1,10 +1,10 @@
 #include "generate/GenerationWorld.h"
 
 #include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/DocumentText.h"
 #include "platform/word/docfile/Sprm.h"
 #include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
-#include "platform/word/engine/DocumentFacts.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "store/DatabaseCreation.h"
 #include "support/Text.h"
@@ -93,7 +93,7 @@ protected:
     // The lines of the document that are not blank.
     std::string generatedLines() const {
         const word::DocumentData data = generated();
-        const auto text = QString::fromStdU16String(word::plainText(data.main, data.tables.lists));
+        const auto text = QString::fromStdU16String(word::documentText(data.main, data.tables));
         QStringList lines;
         for (const QString& line : text.split(u'\n'))
             if (!line.trimmed().isEmpty())
