@@ -35,7 +35,7 @@ PageSource pageSource(const QString& name) {
 }
 
 QString childStyle(const Arguments& arguments) {
-    const QString style = arguments.option(u"--children-numbered"_s);
+    QString style = arguments.option(u"--children-numbered"_s);
     if (!childStyles().contains(style))
         throw UsageError(
             u"选项 --children-numbered 的值是下列之一：%1"_s.arg(childStyles().join(u' ')));
