@@ -20,6 +20,36 @@ void add(std::vector<CharacterRun>& runs, Cp length, PropertyListId properties) 
     }
 }
 
+// Gives single characters other properties; `places` ascend.
+template <class Change>
+void changeCharacters(std::vector<CharacterRun>& characters, const std::vector<Cp>& places,
+                      Change change) {
+    if (places.empty()) {
+        return;
+    }
+    std::vector<CharacterRun> runs;
+    std::size_t next = 0;
+    Cp at = 0;
+    for (const CharacterRun& run : characters) {
+        const Cp end = at + run.length;
+        for (; next < places.size() && places[next] < end; ++next) {
+            if (places[next] < at) {
+                continue; // a second change at one place
+            }
+            if (places[next] > at) {
+                add(runs, places[next] - at, run.properties);
+            }
+            add(runs, 1, change(run.properties, next));
+            at = places[next] + 1;
+        }
+        if (end > at) {
+            add(runs, end - at, run.properties);
+        }
+        at = end;
+    }
+    characters = std::move(runs);
+}
+
 bool hasStyle(const StyleSheet& sheet, StyleIndex style, StyleKind kind) {
     return style < sheet.styles.size() && sheet.styles[style] && sheet.styles[style]->kind == kind;
 }
@@ -67,7 +97,7 @@ StyleIndex TextImport::effectiveStyle(StyleIndex style) const {
     return hasStyle(source_.styles, style, StyleKind::paragraph) ? style : StyleIndex{0};
 }
 
-Story TextImport::imported(const Story& story) {
+Story TextImport::importedText(const Story& story) {
     Story result;
     result.text = story.text;
     result.fields = story.fields;
@@ -103,32 +133,31 @@ PropertyListId TextImport::importedRun(StyleIndex paragraphStyle, PropertyListId
                                       tables_.rewriter().rewritten(list));
 }
 
+Story TextImport::imported(const Story& story) {
+    Story result = importedText(story);
+    // Without the mark of a special character a field's character is plain text to readers.
+    std::vector<Cp> places;
+    for (const FieldMark& mark : result.fields) {
+        places.push_back(mark.at);
+    }
+    changeCharacters(result.characters, places, [&](PropertyListId list, std::size_t) {
+        const auto special = findSprm(target_.lists[list], sprm::CFSpec);
+        return special && special->operand[0] == 1
+                   ? list
+                   : target_.lists.intern(withSprm8(target_.lists[list], sprm::CFSpec, 1));
+    });
+    return result;
+}
+
 void TextImport::putInLine(const std::vector<FloatingPicture>& pictures, Story& story) {
-    if (pictures.empty()) {
-        return;
+    std::vector<Cp> places;
+    for (const FloatingPicture& picture : pictures) {
+        places.push_back(picture.at);
+        story.text[picture.at] = pictureMark;
     }
-    std::vector<CharacterRun> runs;
-    auto next = pictures.begin();
-    Cp at = 0;
-    for (const CharacterRun& run : story.characters) {
-        const Cp end = at + run.length;
-        for (; next != pictures.end() && next->at < end; ++next) {
-            if (next->at < at) {
-                continue; // a second picture at one anchor
-            }
-            if (next->at > at) {
-                add(runs, next->at - at, run.properties);
-            }
-            story.text[next->at] = pictureMark;
-            add(runs, 1, inlinePicture(run.properties, next->inlineForm));
-            at = next->at + 1;
-        }
-        if (end > at) {
-            add(runs, end - at, run.properties);
-        }
-        at = end;
-    }
-    story.characters = std::move(runs);
+    changeCharacters(story.characters, places, [&](PropertyListId list, std::size_t index) {
+        return inlinePicture(list, pictures[index].inlineForm);
+    });
 }
 
 PropertyListId TextImport::inlinePicture(PropertyListId anchor, const DataBlob& picture) {

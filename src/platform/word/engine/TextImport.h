@@ -37,6 +37,7 @@ private:
     PropertyListId importedRun(StyleIndex paragraphStyle, PropertyListId list);
     PropertyListId withTableStyle(PropertyListId list, PropertyListId rewritten);
     RunFacts read(ByteView list) const;
+    Story importedText(const Story& story);
     PropertyListId inlinePicture(PropertyListId anchor, const DataBlob& picture);
     StyleIndex effectiveStyle(StyleIndex style) const;
 

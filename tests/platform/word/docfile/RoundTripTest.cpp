@@ -1,6 +1,7 @@
 #include "platform/word/docfile/DocumentReader.h"
 #include "platform/word/docfile/DocumentWriter.h"
 #include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/ObjectContents.h"
 #include "platform/word/docfile/Sprm.h"
 #include "platform/word/docfile/SprmCodes.h"
 #include "support/Corpus.h"
@@ -19,6 +20,7 @@ DocumentData copyThroughAFile(const DocumentData& document) {
     content.tables.listDefinitions = document.tables.listDefinitions;
     content.tables.listOverrides = document.tables.listOverrides;
     content.tables.blobs = document.tables.blobs;
+    content.tables.objects = document.tables.objects;
     content.tables.authors = document.tables.authors;
     for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
         content.tables.lists.intern(document.tables.lists[static_cast<PropertyListId>(i)]);
@@ -32,7 +34,7 @@ DocumentData copyThroughAFile(const DocumentData& document) {
     return readDocument(folder->bytes("/folder/copy.doc"));
 }
 
-// A list's entries, with the picture itself where the list names one.
+// A list's entries, with the picture or the object itself where the list names one.
 Bytes comparable(const DocumentData& document, PropertyListId id) {
     Bytes result;
     for (const SprmView& entry : parseSprms(document.tables.lists[id]).sprms) {
@@ -42,6 +44,11 @@ Bytes comparable(const DocumentData& document, PropertyListId id) {
             const std::uint32_t index = LittleEndianReader(entry.operand, "index").u32();
             const Bytes& blob = *document.tables.blobs.at(index);
             result.insert(result.end(), blob.begin(), blob.end());
+        } else if (entry.opcode == sprm::CObjLocation) {
+            result.resize(result.size() - 4);
+            const std::uint32_t index = LittleEndianReader(entry.operand, "index").u32();
+            const Bytes object = test::contentsOf(*document.tables.objects.at(index));
+            result.insert(result.end(), object.begin(), object.end());
         }
     }
     return result;

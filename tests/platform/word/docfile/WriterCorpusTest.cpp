@@ -2,6 +2,7 @@
 #include "platform/word/docfile/DocumentReader.h"
 #include "platform/word/docfile/DocumentWriter.h"
 #include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/ObjectContents.h"
 #include "platform/word/docfile/Sprm.h"
 #include "platform/word/docfile/SprmCodes.h"
 #include "support/Corpus.h"
@@ -21,7 +22,7 @@ std::optional<DocumentData> readable(const std::filesystem::path& path) {
     }
 }
 
-// What a property list means, the blob itself in place of its index.
+// What a property list means, the blob or object itself in place of its index.
 Bytes meaning(const DocumentTables& tables, PropertyListId id) {
     Bytes result;
     for (const SprmView& entry : parseSprms(tables.lists[id]).sprms) {
@@ -29,6 +30,10 @@ Bytes meaning(const DocumentTables& tables, PropertyListId id) {
             const auto index = LittleEndianReader(entry.operand, "index").u32();
             result.insert(result.end(), tables.blobs.at(index)->begin(),
                           tables.blobs.at(index)->end());
+        } else if (entry.opcode == sprm::CObjLocation) {
+            const auto index = LittleEndianReader(entry.operand, "index").u32();
+            const Bytes object = test::contentsOf(*tables.objects.at(index));
+            result.insert(result.end(), object.begin(), object.end());
         } else {
             result.insert(result.end(), entry.whole.begin(), entry.whole.end());
         }

@@ -634,6 +634,21 @@ TEST(ImportedBookmarks, PositionsFollowTheText) {
     EXPECT_EQ(target.last.bookmarks.at(0).end, 3U);
 }
 
+TEST(ImportedFields, TheirCharactersAreSpecialEvenWhereTheSourceForgotTo) {
+    SourceDocument source;
+    source.run(u"a\u0013PAGE");
+    source.run(u"\u0015", sprm8(sprm::CFSpec, 1));
+    source.run(u"\r");
+    source.endParagraph();
+    ImportTarget target;
+    target.import(source.data);
+    ASSERT_EQ(target.last.text->characters.size(), 5U);
+    EXPECT_EQ(operand8(target.runList(0), sprm::CFSpec), -1);
+    EXPECT_EQ(operand8(target.runList(1), sprm::CFSpec), 1);
+    EXPECT_EQ(target.last.text->characters[1].length, 1U);
+    EXPECT_EQ(operand8(target.runList(3), sprm::CFSpec), 1);
+}
+
 TEST(ImportedFields, ATableOfContentsTravelsAsItIs) {
     SourceDocument source;
     source.paragraph(u"\u0013 TOC \\o \"1-3\" \\h \u0014目录\u0015");
@@ -683,8 +698,8 @@ TEST(ImportedObjects, AnObjectTravelsWithItsField) {
     target.tables.objects.push_back(std::make_shared<EmbeddedObject>());
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, source.data.main.text);
-    EXPECT_EQ(operand16(target.runList(1), sprm::CObjLocation), 1);
-    EXPECT_EQ(operand8(target.runList(1), sprm::CFOle2), 1);
+    EXPECT_EQ(operand16(target.runList(2), sprm::CObjLocation), 1);
+    EXPECT_EQ(operand8(target.runList(2), sprm::CFOle2), 1);
     EXPECT_EQ(target.tables.objects.at(1), source.data.tables.objects.at(0));
     EXPECT_THAT(target.last.leftOut, IsEmpty());
 }
