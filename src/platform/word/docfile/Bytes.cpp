@@ -2,6 +2,8 @@
 
 #include "platform/word/docfile/FormatError.h"
 
+#include <array>
+
 namespace qvnd::word {
 
 void LittleEndianReader::require(std::size_t count) const {
@@ -67,13 +69,13 @@ std::u16string LittleEndianReader::text(std::size_t count) {
 
 void LittleEndianWriter::u8(unsigned value) { bytes_.push_back(static_cast<std::uint8_t>(value)); }
 
-// Room for all bytes of a number at once: tables of positions are written anew with every save.
+// All bytes of a number at once: tables of positions are written anew with every save.
 void LittleEndianWriter::number(std::uint64_t value, std::size_t size) {
-    const std::size_t at = bytes_.size();
-    bytes_.resize(at + size);
-    for (std::size_t i = 0; i < size; ++i) {
-        bytes_[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
+    std::array<std::uint8_t, 8> raw{};
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        raw[i] = static_cast<std::uint8_t>(value >> (8 * i));
     }
+    bytes_.insert(bytes_.end(), raw.begin(), raw.begin() + static_cast<std::ptrdiff_t>(size));
 }
 
 void LittleEndianWriter::u16(unsigned value) { number(value, 2); }

@@ -151,7 +151,7 @@ void DocumentSession::writeTables(const DocumentContent& content) {
     table_.put(FibPair::SttbfAssoc, encodeSttb({std::vector<Sttb::Entry>(associatedTexts), 0}));
 }
 
-std::vector<Piece> DocumentSession::pieces(const DocumentContent& content) const {
+std::vector<Piece> DocumentSession::pieces(const DocumentContent& content) {
     std::vector<Piece> result = places_.pieces(content.main);
     if (headers_.piece.length != 0) {
         if (!result.empty() && result.back().limitFc() == headers_.piece.fc) {

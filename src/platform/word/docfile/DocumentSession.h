@@ -40,7 +40,7 @@ private:
     void writePositions(const DocumentContent& content, const EncodedHeaders& headers);
     void writeSections(const DocumentContent& content, FileProperties& properties);
     void writeFib(Cp mainLength, Cp headerLength);
-    std::vector<Piece> pieces(const DocumentContent& content) const;
+    std::vector<Piece> pieces(const DocumentContent& content);
 
     CompoundStore store_;
     WordStream word_;

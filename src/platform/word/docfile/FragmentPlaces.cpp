@@ -30,15 +30,17 @@ bool covers(const Places& places, Cp begin, Cp end) {
     return true;
 }
 
-void appendPiece(std::vector<Piece>& pieces, std::uint32_t fc, Cp length) {
-    if (!pieces.empty() && pieces.back().limitFc() == fc) {
-        pieces.back().length += length;
-        return;
+// Pieces that follow each other in the file are one.
+std::vector<Piece> joined(const std::vector<Piece>& pieces) {
+    std::vector<Piece> result;
+    for (const Piece& piece : pieces) {
+        if (!result.empty() && result.back().limitFc() == piece.fc) {
+            result.back().length += piece.length;
+        } else {
+            result.push_back(piece);
+        }
     }
-    Piece piece;
-    piece.fc = fc;
-    piece.length = length;
-    pieces.push_back(piece);
+    return result;
 }
 
 } // namespace
@@ -48,7 +50,13 @@ std::vector<TextRange> FragmentPlaces::missing(const std::vector<StorySlice>& sl
     // What the answer holds counts as placed, for a fragment that the document uses twice.
     std::unordered_map<const Story*, Places> planned;
     Cp position = 0;
-    for (const StorySlice& slice : slices) {
+    const std::size_t answered = answeredBefore(slices);
+    for (std::size_t i = 0; i < slices.size(); ++i) {
+        const StorySlice& slice = slices[i];
+        if (i < answered) {
+            position += slice.length;
+            continue;
+        }
         const auto known = fragments_.find(slice.fragment.get());
         const bool used = known != fragments_.end();
         if (!used || !covers(known->second.places, slice.begin, slice.begin + slice.length)) {
@@ -83,22 +91,38 @@ void FragmentPlaces::add(const TextRange& range, std::uint32_t fc) {
     fragment.places[range.begin] = {range.length, fc};
 }
 
-std::vector<Piece> FragmentPlaces::pieces(const std::vector<StorySlice>& slices) const {
-    std::vector<Piece> result;
-    for (const StorySlice& slice : slices) {
-        if (slice.length == 0) {
-            continue;
-        }
-        const Places& places = fragments_.at(slice.fragment.get()).places;
-        const Cp end = slice.begin + slice.length;
-        for (Cp at = slice.begin; at < end;) {
-            const auto& [begin, place] = *placeFrom(places, at);
-            const Cp limit = std::min(end, begin + place.length);
-            appendPiece(result, place.fc + 2 * (at - begin), limit - at);
-            at = limit;
-        }
+std::size_t FragmentPlaces::answeredBefore(const std::vector<StorySlice>& slices) const {
+    const auto differs =
+        std::mismatch(slices.begin(), slices.end(), answered_.begin(), answered_.end(),
+                      [](const StorySlice& slice, const Answered& answered) {
+                          return slice.fragment.get() == answered.fragment &&
+                                 slice.begin == answered.begin && slice.length == answered.length;
+                      });
+    return static_cast<std::size_t>(differs.first - slices.begin());
+}
+
+std::vector<Piece> FragmentPlaces::pieces(const std::vector<StorySlice>& slices) {
+    const std::size_t answered = answeredBefore(slices);
+    answered_.resize(answered);
+    pieces_.resize(answered == 0 ? 0 : answered_.back().pieces);
+    for (std::size_t i = answered; i < slices.size(); ++i) {
+        answer(slices[i]);
     }
-    return result;
+    return joined(pieces_);
+}
+
+void FragmentPlaces::answer(const StorySlice& slice) {
+    const Cp end = slice.begin + slice.length;
+    for (Cp at = slice.begin; at < end;) {
+        const Places& places = fragments_.at(slice.fragment.get()).places;
+        const auto& [begin, place] = *placeFrom(places, at);
+        Piece piece;
+        piece.fc = place.fc + 2 * (at - begin);
+        piece.length = std::min(end, begin + place.length) - at;
+        pieces_.push_back(piece);
+        at += piece.length;
+    }
+    answered_.push_back({slice.fragment.get(), slice.begin, slice.length, pieces_.size()});
 }
 
 } // namespace qvnd::word
