@@ -184,7 +184,7 @@ void measure(benchmark::State& state, word::PageNumberSource& pages,
     plan.copyDocuments();
     const double copying = secondsOf([&] { plan.copyDocuments(); });
     double best = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         bool finished = false;
         const double seconds = secondsOf([&] { finished = plan.generate(pages); });
         if (!finished || !plan.complaints().isEmpty()) {
