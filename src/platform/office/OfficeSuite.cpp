@@ -57,7 +57,7 @@ OfficeSuite::OfficeSuite(QString profileFolder, QString program, Stop stop)
 
 QString OfficeSuite::installedProgram() {
     for (const QString& name : {u"soffice"_s, u"libreoffice"_s}) {
-        if (const QString found = QStandardPaths::findExecutable(name); !found.isEmpty()) {
+        if (QString found = QStandardPaths::findExecutable(name); !found.isEmpty()) {
             return found;
         }
     }
