@@ -38,15 +38,18 @@ void raise(int code, const QString& path, const QString& message) {
 
 } // namespace
 
-Connection::Connection(const QString& path, Mode mode) : path_(path) {
-    const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
-                      (mode == Mode::create ? SQLITE_OPEN_CREATE : 0);
-    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, nullptr);
+Connection::Connection(const QString& path, int openFlags) : path_(path) {
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &handle_, openFlags, nullptr);
     if (code != SQLITE_OK) {
         sqlite3_close(handle_);
         handle_ = nullptr;
         raise(code, path, QString::fromUtf8(sqlite3_errstr(code)));
     }
+}
+
+Connection::Connection(const QString& path, Mode mode)
+    : Connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+                           (mode == Mode::create ? SQLITE_OPEN_CREATE : 0)) {
     sqlite3_busy_timeout(handle_, patience);
     registerTextFunctions(handle_);
     // A rollback journal is gone at each commit, so the file alone is the database whenever nothing

@@ -85,6 +85,9 @@ public:
     [[noreturn]] void Fail() const;
 
 private:
+    // Opens the file and no more; the object then stands, so that whatever fails later closes it.
+    Connection(const QString& path, int openFlags);
+
     struct HashBytes {
         std::size_t operator()(const QByteArray& bytes) const { return qHash(bytes); }
     };
