@@ -16,7 +16,6 @@ namespace {
 // PICF, [MS-DOC] 2.9.190.
 constexpr std::size_t picfSize = 0x44;
 constexpr std::size_t headSizeAt = 4;
-constexpr std::size_t kindAt = 6; // mfpf.mm
 constexpr std::size_t shapeFlagsAt = 14;
 constexpr std::size_t widthGoalAt = 28;     // dxaGoal
 constexpr std::size_t heightGoalAt = 30;    // dyaGoal
