@@ -4,7 +4,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace qvnd::test;
-using qvnd::jet::Value;
 
 namespace {
 

@@ -29,7 +29,7 @@ protected:
         rows_->Set(field, value);
         rows_->Update();
         rows_->MoveLast();
-        const Value back = rows_->Get(field);
+        Value back = rows_->Get(field);
         rows_->AddNew();
         return back;
     }

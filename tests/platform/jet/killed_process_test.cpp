@@ -80,7 +80,7 @@ protected:
     }
     QStringList survivors() {
         const auto db = open(u"a.mdb"_qs);
-        const QStringList rows = rowsOf(*db, u"select Key from T"_qs);
+        QStringList rows = rowsOf(*db, u"select Key from T"_qs);
         db->Close();
         EXPECT_EQ(QDir(folder_.path()).entryList({u"a.mdb*"_qs}, QDir::Files),
                   QStringList{u"a.mdb"_qs});
