@@ -1,5 +1,6 @@
 #include "startup/Main.h"
 
+#include "platform/desktop/OpenDocuments.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
@@ -33,7 +34,8 @@ void resolveUserPlans(modMain& state, bool noConfiguredWork) {
 }
 
 void resolveFolders(modMain& state, const QString& appPath, const registry::Registry& registry) {
-    state.gFso = std::make_unique<files::DiskFileSystem>();
+    state.gFso =
+        std::make_unique<files::DiskFileSystem>(std::make_unique<desktop::OpenDocuments>());
     state.AppPath = appPath;
     state.gAppPath = withSeparator(appPath);
     state.HelpFile = state.gAppPath + "Qvnd.hlp";

@@ -1,6 +1,7 @@
 #include "platform/desktop/LockFiles.h"
 
 #include "platform/desktop/Processes.h"
+#include "platform/files/DocumentNames.h"
 #include "platform/files/Paths.h"
 
 #include <QDir>
@@ -16,14 +17,14 @@ namespace {
 // The part of a lock that matters is short; more is not read.
 constexpr qint64 longestLock = 64 * 1024;
 
-bool isTextDocument(const QString& name) {
-    static const QStringList extensions = {"doc", "dot", "docx", "docm", "rtf", "odt", "wps"};
-    return extensions.contains(QFileInfo(name).suffix(), Qt::CaseInsensitive);
-}
+const QLatin1String lockBegin(".~lock.");
+const QLatin1String ownerBegin("~$");
+// So many first characters the owner file's name may lack.
+constexpr int mostLeftOut = 2;
 
 bool hasOwnerFile(const QString& document, const QStringList& names) {
-    for (int leftOut = 0; leftOut <= 2; ++leftOut) {
-        if (names.contains(QLatin1String("~$") + document.mid(leftOut), Qt::CaseInsensitive)) {
+    for (int leftOut = 0; leftOut <= mostLeftOut; ++leftOut) {
+        if (names.contains(ownerBegin + document.mid(leftOut), Qt::CaseInsensitive)) {
             return true;
         }
     }
@@ -99,7 +100,7 @@ bool LockFiles::isAlive(const QString& lockFile) {
 }
 
 bool LockFiles::isOpen(const QString& folder, const QString& document, const QStringList& names) {
-    const QString lock = QLatin1String(".~lock.") + document + u'#';
+    const QString lock = lockBegin + document + u'#';
     if (names.contains(lock)) {
         return isAlive(files::withSeparator(folder) + lock);
     }
@@ -111,17 +112,36 @@ bool LockFiles::isOpenIn(const QStringList& folders) {
         const QString folder = files::resolved(written);
         const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System);
         const bool locked = std::any_of(names.begin(), names.end(), [](const QString& name) {
-            return name.startsWith(QLatin1String(".~lock.")) ||
-                   name.startsWith(QLatin1String("~$"));
+            return name.startsWith(lockBegin) || name.startsWith(ownerBegin);
         });
         if (locked && std::any_of(names.begin(), names.end(), [&](const QString& name) {
-                return isTextDocument(name) && !name.startsWith(QLatin1String("~$")) &&
+                return files::isTextDocument(name) && !name.startsWith(ownerBegin) &&
                        isOpen(folder, name, names);
             })) {
             return true;
         }
     }
     return false;
+}
+
+bool LockFiles::isAnyOpenIn(const QString& folder) { return isOpenIn({folder}); }
+
+bool LockFiles::isDocumentOpen(const QString& path) {
+    const QFileInfo document(files::resolved(path));
+    const QString name = document.fileName();
+    if (!document.isFile() || !files::isTextDocument(name) || name.startsWith(ownerBegin)) {
+        return false;
+    }
+    const QString folder = files::withSeparator(document.path());
+    QStringList names = {lockBegin + name + u'#'};
+    for (int leftOut = 0; leftOut <= mostLeftOut; ++leftOut) {
+        names << ownerBegin + name.mid(leftOut);
+    }
+    names.erase(
+        std::remove_if(names.begin(), names.end(),
+                       [&](const QString& beside) { return !QFileInfo::exists(folder + beside); }),
+        names.end());
+    return isOpen(folder, name, names);
 }
 
 } // namespace qvnd::desktop

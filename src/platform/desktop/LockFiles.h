@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/WordProcessorWindows.h"
+#include "platform/files/FilesInUse.h"
 
 #include <optional>
 
@@ -27,12 +28,14 @@ std::optional<OfficeLock> parseOfficeLock(const QString& text);
 //   name) counts while its document is there, for it does not tell where its owner runs; a lock of
 //   the first kind beside it that does not count speaks for it too, as one suite writes both.
 // Only documents of a word processor are looked at, by their extension.
-class LockFiles : public WordProcessorWindows {
+class LockFiles : public WordProcessorWindows, public files::FilesInUse {
 public:
     // The processes must outlive the object.
     explicit LockFiles(Processes& processes);
 
     bool isOpenIn(const QStringList& folders) override;
+    bool isDocumentOpen(const QString& path) override;
+    bool isAnyOpenIn(const QString& folder) override;
 
 private:
     bool isOpen(const QString& folder, const QString& document, const QStringList& names);

@@ -1,7 +1,9 @@
 #include "platform/files/DiskFileSystem.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/files/DocumentNames.h"
 #include "platform/files/FileErrors.h"
+#include "platform/files/FileLocks.h"
 #include "platform/files/Paths.h"
 #include "platform/files/SafeReplace.h"
 
@@ -9,6 +11,7 @@
 #include <QFileInfo>
 
 #include <filesystem>
+#include <utility>
 
 namespace qvnd::files {
 
@@ -39,20 +42,40 @@ bool endsInDots(const fs::path& path) {
     return name.empty() || name == "." || name == "..";
 }
 
-void refuseReadOnlyFiles(const fs::path& folder) {
-    std::error_code failed;
-    for (fs::recursive_directory_iterator at(folder, failed), end; !failed && at != end;
-         at.increment(failed)) {
-        if (at->is_regular_file(failed) && !isWritable(at->path())) {
-            throwFileError(error::permissionDenied, fromPath(at->path()));
-        }
-    }
-    if (failed) {
-        throwFileError(failed, fromPath(folder));
+} // namespace
+
+DiskFileSystem::DiskFileSystem(std::unique_ptr<FilesInUse> inUse) : inUse_(std::move(inUse)) {}
+
+void DiskFileSystem::refuseInUse(const QString& path) {
+    const QString file = resolved(path);
+    if (isTextDocument(file) &&
+        (isLockedByOther(file) || (inUse_ && inUse_->isDocumentOpen(file)))) {
+        throwFileError(error::permissionDenied, path);
     }
 }
 
-} // namespace
+// Looked at before anything is deleted, so that a folder goes whole or not at all.
+void DiskFileSystem::refuseUndeletable(const QString& folder, bool force) {
+    if (inUse_ && inUse_->isAnyOpenIn(folder)) {
+        throwFileError(error::permissionDenied, folder);
+    }
+    std::error_code failed;
+    for (fs::directory_iterator at(toPath(folder), failed), end; !failed && at != end;
+         at.increment(failed)) {
+        const fs::file_type type = at->symlink_status(failed).type();
+        const QString path = fromPath(at->path());
+        if (type == fs::file_type::directory) {
+            refuseUndeletable(path, force);
+        } else if (type == fs::file_type::regular &&
+                   ((!force && !isWritable(at->path())) ||
+                    (isTextDocument(path) && isLockedByOther(path)))) {
+            throwFileError(error::permissionDenied, path);
+        }
+    }
+    if (failed) {
+        throwFileError(failed, folder);
+    }
+}
 
 bool DiskFileSystem::FolderExists(const QString& path) { return folderExists(path); }
 bool DiskFileSystem::FileExists(const QString& path) { return fileExists(path); }
@@ -71,9 +94,7 @@ void DiskFileSystem::DeleteFolder(const QString& path, bool force) {
     if (endsInDots(folder) || !fs::is_directory(fs::symlink_status(folder, failed))) {
         throwFileError(error::pathNotFound, path);
     }
-    if (!force) {
-        refuseReadOnlyFiles(folder);
-    }
+    refuseUndeletable(fromPath(folder), force);
     fs::remove_all(folder, failed);
     if (failed) {
         throwFileError(failed, path);
@@ -89,6 +110,7 @@ void DiskFileSystem::CopyFile(const QString& source, const QString& target, bool
     if (!overwrite && QFileInfo::exists(to)) {
         throwFileError(error::fileAlreadyExists, target);
     }
+    refuseInUse(to);
     copyWhole(from, to);
 }
 
@@ -100,6 +122,7 @@ void DiskFileSystem::DeleteFile(const QString& path) {
     if (!isWritable(file)) {
         throwFileError(error::permissionDenied, path);
     }
+    refuseInUse(path);
     std::error_code failed;
     fs::remove(file, failed);
     if (failed) {

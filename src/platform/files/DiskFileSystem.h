@@ -1,11 +1,20 @@
 #pragma once
 
 #include "platform/files/FileSystemObject.h"
+#include "platform/files/FilesInUse.h"
+
+#include <memory>
 
 namespace qvnd::files {
 
+// The file system of the machine. A word processor's document that another program holds locked, or
+// of which `inUse` says that it is open, is neither deleted nor overwritten: error 70, with nothing
+// done. Other files are taken as the system gives them.
 class DiskFileSystem : public FileSystemObject {
 public:
+    // Without `inUse` only locks on the files themselves count.
+    explicit DiskFileSystem(std::unique_ptr<FilesInUse> inUse = nullptr);
+
     bool FolderExists(const QString& path) override;
     bool FileExists(const QString& path) override;
     void CreateFolder(const QString& path) override;
@@ -14,6 +23,12 @@ public:
     void DeleteFile(const QString& path) override;
     std::vector<Entry> SubFolders(const QString& folder) override;
     std::vector<Entry> Files(const QString& folder) override;
+
+private:
+    void refuseInUse(const QString& path);
+    void refuseUndeletable(const QString& folder, bool force);
+
+    std::unique_ptr<FilesInUse> inUse_;
 };
 
 } // namespace qvnd::files

@@ -24,13 +24,15 @@ public:
 
     // One level: 76 when the parent is missing, 58 when the folder is there.
     virtual void CreateFolder(const QString& path) = 0;
-    // With all that is in it. Without `force` a file that may not be written stops it with 70;
-    // what was deleted before is gone. Links are removed, not followed. 76 when it is missing.
+    // With all that is in it. A document in use stops it with 70, and without `force` a file that
+    // may not be written; both before anything is deleted. Links are removed, not followed. 76 when
+    // it is missing.
     virtual void DeleteFolder(const QString& path, bool force) = 0;
 
     // The target is replaced whole or not at all. 53 without a source, 76 without the target's
-    // folder, 58 when the target is there and may not be overwritten.
+    // folder, 58 when the target is there and may not be overwritten, 70 when it is in use.
     virtual void CopyFile(const QString& source, const QString& target, bool overwrite) = 0;
+    // 53 when it is missing, 70 when it is in use or may not be written.
     virtual void DeleteFile(const QString& path) = 0;
 
     // In the order of their names; 76 when the folder is missing.
