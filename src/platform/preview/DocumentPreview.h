@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace qvnd::preview {
+
+// The pane in which a window shows a document.
+class DocumentPreview {
+public:
+    virtual ~DocumentPreview() = default;
+
+    // Makes the pane visible with the .doc in it; an absolute path, native separators. Throws
+    // RunTimeError when the file cannot be shown.
+    virtual void show(const QString& path) = 0;
+    // Lets go of the document and takes the pane off the screen.
+    virtual void hide() = 0;
+};
+
+} // namespace qvnd::preview
