@@ -1,10 +1,10 @@
 # A room is one folder of src/ built as one static library. It may use only the rooms that it
-# names; what it does not name is not on its link line.
+# names; what it does not name is not on its link line. Its windows are built elsewhere.
 
 function(qvnd_room target)
   cmake_parse_arguments(ROOM "" "FOLDER" "USES;EXCEPT" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${ROOM_FOLDER}/*.cpp ${ROOM_FOLDER}/*.h)
-  foreach(pattern ${ROOM_EXCEPT})
+  foreach(pattern ${ROOM_EXCEPT} "/windows/")
     list(FILTER sources EXCLUDE REGEX ${pattern})
   endforeach()
   if(NOT sources)

@@ -1,0 +1,301 @@
+#include "outline/windows/OutlineView.h"
+
+#include "outline/OutlineTree.h"
+
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QTimer>
+#include <QUrl>
+
+namespace qvnd::outline {
+
+namespace {
+
+constexpr int expandAfter = 600; // milliseconds over a folder during a drag
+constexpr int scrollMargin = 24;
+
+QStringList localFiles(const QMimeData& data) {
+    QStringList files;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile()) {
+            files << url.toLocalFile();
+        }
+    }
+    return files;
+}
+
+} // namespace
+
+OutlineView::OutlineView(OutlineModel& model, QWidget* parent) : QTreeView(parent), model_(model) {
+    setModel(&model_);
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setIconSize({20, 20});
+    setEditTriggers(NoEditTriggers);
+    setDragEnabled(true);
+    setDragDropMode(DragOnly);
+    setDropIndicatorShown(false);
+    setDefaultDropAction(Qt::CopyAction);
+    setAutoExpandDelay(expandAfter);
+    setAutoScrollMargin(scrollMargin);
+    setContextMenuPolicy(Qt::DefaultContextMenu);
+
+    connect(&model_, &OutlineModel::nodeSelected, this, &OutlineView::showSelected);
+    connect(&model_, &OutlineModel::nodeExpanded, this, &QTreeView::setExpanded);
+    connect(&model_, &QAbstractItemModel::modelAboutToBeReset, this, &OutlineView::rememberShape);
+    connect(this, &QTreeView::expanded, this, [this](const auto& at) { noteExpansion(at, true); });
+    connect(this, &QTreeView::collapsed, this,
+            [this](const auto& at) { noteExpansion(at, false); });
+}
+
+OutlineNode* OutlineView::nodeAt(const QPoint& position) const {
+    return model_.nodeOf(indexAt(position));
+}
+
+// The tree's expansion follows the view's; while the tree tells of a change, it has to wait.
+void OutlineView::noteExpansion(const QModelIndex& index, bool expanded) {
+    OutlineNode* node = model_.nodeOf(index);
+    if (!node || node->Expanded() == expanded) {
+        return;
+    }
+    if (!model_.isFollowing()) {
+        model_.tree().Expand(*node, expanded);
+        return;
+    }
+    QTimer::singleShot(0, this, [this, key = node->Key(), expanded] {
+        if (OutlineNode* later = model_.tree().find(key)) {
+            model_.tree().Expand(*later, expanded);
+        }
+    });
+}
+
+void OutlineView::showSelected(const QModelIndex& index) {
+    if (index == currentIndex()) {
+        return;
+    }
+    if (index.isValid()) {
+        setCurrentIndex(index);
+    } else {
+        selectionModel()->clear();
+    }
+}
+
+void OutlineView::takeOverSelection() {
+    OutlineNode* current = model_.nodeOf(currentIndex());
+    if (current && current != model_.tree().SelectedItem()) {
+        model_.tree().Select(current);
+    }
+}
+
+void OutlineView::rememberShape() {
+    if (!restorePending_) {
+        rememberedPlace_ = verticalScrollBar()->value();
+        restorePending_ = true;
+        QTimer::singleShot(0, this, &OutlineView::restoreShape);
+    }
+    const OutlineTree& tree = model_.tree();
+    for (int i = 1; i <= tree.Count(); ++i) {
+        if (const OutlineNode& node = tree.Item(i); node.Expanded()) {
+            rememberedExpansion_.insert(node.Key());
+        }
+    }
+}
+
+// A node that came back under its key is expanded as it was; a tree of one outline shows its
+// first level.
+void OutlineView::restoreShape() {
+    restorePending_ = false;
+    OutlineTree& tree = model_.tree();
+    scheduleDelayedItemsLayout();
+    for (const QString& key : std::as_const(rememberedExpansion_)) {
+        if (OutlineNode* node = tree.find(key)) {
+            tree.Expand(*node);
+        }
+    }
+    rememberedExpansion_.clear();
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(rememberedPlace_);
+    if (currentIndex().isValid()) {
+        scrollTo(currentIndex());
+    }
+}
+
+void OutlineView::StartLabelEdit() {
+    if (const OutlineNode* node = model_.tree().SelectedItem()) {
+        edit(model_.indexOf(node), AllEditTriggers, nullptr);
+    }
+}
+
+bool OutlineView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    if (trigger == AllEditTriggers && model_.flags(index).testFlag(Qt::ItemIsEditable)) {
+        emit beforeLabelEdit();
+    }
+    return QTreeView::edit(index, trigger, event);
+}
+
+// Left of a row's own rectangle lies its arrow, which opens and closes and selects nothing.
+bool OutlineView::isOnBranch(const QPoint& position) const {
+    const QModelIndex index = indexAt(position);
+    if (!index.isValid() || !model_.hasChildren(index)) {
+        return false;
+    }
+    const int left = visualRect(index).left();
+    return position.x() < left && position.x() >= left - indentation();
+}
+
+void OutlineView::mousePressEvent(QMouseEvent* event) {
+    const QPoint position = event->position().toPoint();
+    pressedKey_.clear();
+    pressedBeside_ = false;
+    if (isOnBranch(position) && event->button() == Qt::LeftButton) {
+        QTreeView::mousePressEvent(event);
+        return;
+    }
+    OutlineNode* node = nodeAt(position);
+    if (event->button() == Qt::LeftButton) {
+        pressedKey_ = node ? node->Key() : QString();
+        pressedBeside_ = !node;
+    }
+    emit mouseDown(event->button(), node, event->globalPosition().toPoint());
+    if (event->button() == Qt::LeftButton) {
+        QTreeView::mousePressEvent(event);
+        takeOverSelection();
+    }
+    event->accept();
+}
+
+void OutlineView::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    emit mouseUp();
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    OutlineNode* node = nodeAt(event->position().toPoint());
+    const QString pressed = std::exchange(pressedKey_, QString());
+    if (node && node->Key() == pressed) {
+        emit nodeClick(node);
+    } else if (!node && std::exchange(pressedBeside_, false)) {
+        emit click();
+    }
+}
+
+void OutlineView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QPoint position = event->position().toPoint();
+    const bool counts =
+        event->button() == Qt::LeftButton && nodeAt(position) && !isOnBranch(position);
+    QTreeView::mouseDoubleClickEvent(event);
+    takeOverSelection();
+    if (counts) {
+        emit dblClick();
+    }
+}
+
+bool OutlineView::answersKey(int key) {
+    switch (key) {
+    case Qt::Key_Delete:
+        emit keyDown(keyDelete);
+        return true;
+    case Qt::Key_F2:
+        emit keyDown(keyF2);
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit keyDown(keyEnter);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void OutlineView::keyPressEvent(QKeyEvent* event) {
+    if (event->modifiers().testFlag(Qt::ControlModifier) || !answersKey(event->key())) {
+        const QModelIndex before = currentIndex();
+        QTreeView::keyPressEvent(event);
+        if (currentIndex().isValid() && currentIndex() != before) {
+            takeOverSelection();
+            emit nodeClick(model_.nodeOf(currentIndex()));
+        }
+        return;
+    }
+    event->accept();
+}
+
+// The mouse's own menu comes with its press.
+void OutlineView::contextMenuEvent(QContextMenuEvent* event) {
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+        return;
+    }
+    const QRect row = visualRect(currentIndex());
+    const QPoint place = row.isEmpty() ? QPoint() : QPoint(row.left(), row.bottom());
+    emit mouseDown(Qt::RightButton, model_.nodeOf(currentIndex()), viewport()->mapToGlobal(place));
+}
+
+void OutlineView::startDrag(Qt::DropActions) {
+    const QModelIndex index = currentIndex();
+    if (!index.isValid()) {
+        return;
+    }
+    pressedKey_.clear();
+    emit oleStartDrag();
+    QMimeData* dragged = model_.mimeData({index});
+    const QPixmap picture = viewport()->grab(visualRect(index));
+    if (runDrag_) {
+        runDrag_(dragged, picture);
+        return;
+    }
+    auto* drag = new QDrag(this);
+    drag->setMimeData(dragged);
+    drag->setPixmap(picture);
+    drag->exec(Qt::CopyAction);
+}
+
+void OutlineView::dragEnterEvent(QDragEnterEvent* event) {
+    QTreeView::dragEnterEvent(event);
+    if (model_.canDropMimeData(event->mimeData(), event->dropAction(), -1, -1, {})) {
+        event->acceptProposedAction();
+    }
+}
+
+void OutlineView::dragMoveEvent(QDragMoveEvent* event) {
+    QTreeView::dragMoveEvent(event);
+    if (model_.canDropMimeData(event->mimeData(), event->dropAction(), -1, -1, {})) {
+        event->acceptProposedAction();
+        emit oleDragOver(nodeAt(event->position().toPoint()));
+    }
+}
+
+void OutlineView::dropEvent(QDropEvent* event) {
+    stopAutoScroll();
+    setState(NoState);
+    viewport()->update();
+    const QMimeData& dropped = *event->mimeData();
+    const bool isNode = dropped.hasFormat(OutlineModel::nodeMimeType);
+    const QStringList files = isNode ? QStringList() : localFiles(dropped);
+    if (!isNode && files.isEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    const OutlineNode* node = nodeAt(event->position().toPoint());
+    // Whoever drags must not wait for the command, which may ask the user something.
+    QTimer::singleShot(0, this, [this, isNode, files, key = node ? node->Key() : QString()] {
+        tellDrop(key, files, isNode);
+    });
+}
+
+void OutlineView::tellDrop(const QString& key, const QStringList& files, bool isNode) {
+    OutlineNode* node = model_.tree().find(key);
+    if (isNode) {
+        emit oleDragDrop(node);
+    } else {
+        emit filesDropped(node, files);
+    }
+}
+
+} // namespace qvnd::outline

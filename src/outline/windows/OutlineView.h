@@ -1,0 +1,96 @@
+#pragma once
+
+#include "outline/OutlineNode.h"
+#include "outline/windows/OutlineModel.h"
+
+#include <QSet>
+#include <QStringList>
+#include <QTreeView>
+
+#include <functional>
+
+namespace qvnd::outline {
+
+// A tree of the workbench. It raises the events that the window's rules speak of and shows what
+// the OutlineTree holds. The tree's selection leads: a selection by code shows without an event,
+// one by mouse or keyboard goes to the tree first and is then told.
+//
+// Expanded nodes and the place scrolled to outlast a refill of the tree, by key.
+class OutlineView : public QTreeView {
+    Q_OBJECT
+
+public:
+    // Key codes of keyDown.
+    static constexpr int keyEnter = 13;
+    static constexpr int keyDelete = 46;
+    static constexpr int keyF2 = 113;
+
+    // Runs a drag to its end; tests put their own here.
+    using DragRunner = std::function<void(QMimeData* data, const QPixmap& picture)>;
+
+    explicit OutlineView(OutlineModel& model, QWidget* parent = nullptr);
+
+    OutlineModel& outline() const { return model_; }
+    // The node whose row lies there, in coordinates of the viewport; null beside all rows.
+    OutlineNode* nodeAt(const QPoint& position) const;
+
+    // Begins the in-place editing of the selected node, if there is one.
+    void StartLabelEdit();
+
+    void setDragRunner(DragRunner runner) { runDrag_ = std::move(runner); }
+    // A drag of the selected node from the press of the mouse on.
+    void startDrag(Qt::DropActions supported) override;
+
+signals:
+    // Every press on the tree; null beside all nodes. `place` is where a pop-up belongs, in
+    // coordinates of the screen. The context key is a press of the right button.
+    void mouseDown(Qt::MouseButton button, qvnd::outline::OutlineNode* node, const QPoint& place);
+    void mouseUp();
+    // A click on a node, or a selection by the keyboard.
+    void nodeClick(qvnd::outline::OutlineNode* node);
+    // A click beside all nodes.
+    void click();
+    void dblClick();
+    // Delete, F2 and Enter, outside of an in-place editing.
+    void keyDown(int code);
+    void beforeLabelEdit();
+
+    // The events of a drag, in their order. The node is null beside all nodes; a drop is told
+    // when the drag itself has ended.
+    void oleStartDrag();
+    void oleDragOver(qvnd::outline::OutlineNode* node);
+    void oleDragDrop(qvnd::outline::OutlineNode* node);
+    // Files from outside; only the local ones, in their order.
+    void filesDropped(qvnd::outline::OutlineNode* node, const QStringList& files);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
+
+private:
+    bool isOnBranch(const QPoint& position) const;
+    void showSelected(const QModelIndex& index);
+    void noteExpansion(const QModelIndex& index, bool expanded);
+    void takeOverSelection();
+    void rememberShape();
+    void restoreShape();
+    void tellDrop(const QString& key, const QStringList& files, bool isNode);
+    bool answersKey(int key);
+
+    OutlineModel& model_;
+    DragRunner runDrag_;
+    QString pressedKey_;
+    bool pressedBeside_ = false;
+    QSet<QString> rememberedExpansion_;
+    int rememberedPlace_ = 0;
+    bool restorePending_ = false;
+};
+
+} // namespace qvnd::outline
