@@ -15,6 +15,10 @@ public:
         texts_ << message.text;
         return messages_.show(message);
     }
+    bool askForRetry(const QString& text, desktop::Icon icon, const QString& title) override {
+        texts_ << text;
+        return messages_.askForRetry(text, icon, title);
+    }
 
     const QStringList& texts() const { return texts_; }
 

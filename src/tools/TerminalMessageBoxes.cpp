@@ -2,6 +2,8 @@
 
 #include "tools/Output.h"
 
+#include <thread>
+
 namespace qvnd::tools {
 
 using desktop::Answer;
@@ -21,6 +23,18 @@ Answer TerminalMessageBoxes::show(const desktop::Message& message) {
         return yes_ ? Answer::yes : Answer::no;
     }
     return yes_ ? Answer::ok : Answer::cancel;
+}
+
+bool TerminalMessageBoxes::askForRetry(const QString& text, desktop::Icon icon,
+                                       const QString& title) {
+    tell(text, icon, title);
+    if (retries_ == mostRetries) {
+        output_.note(QStringLiteral("（已重试 %1 次，不再重试）").arg(mostRetries));
+        return false;
+    }
+    ++retries_;
+    std::this_thread::sleep_for(pause_);
+    return true;
 }
 
 } // namespace qvnd::tools

@@ -33,6 +33,12 @@ public:
     bool ask(const QString& text, Icon icon, const QString& title = {}) {
         return show({text, icon, title, Buttons::yesNo}) == Answer::yes;
     }
+    // A box with one button, before what failed is tried once more. False says to give it up:
+    // nobody is there to put right what the text names, and trying again would never end.
+    virtual bool askForRetry(const QString& text, Icon icon, const QString& title = {}) {
+        tell(text, icon, title);
+        return true;
+    }
 };
 
 } // namespace qvnd::desktop
