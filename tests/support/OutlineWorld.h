@@ -43,6 +43,7 @@ class OutlineWorld {
 public:
     OutlineWorld() {
         folder.makeFolder("Sys/标书模板");
+        folder.makeFolder("Sys/Database");
         folder.makeFolder("用户模板");
         log.base = folder.path().toStdString();
         state.AppPath = folder.path();
@@ -58,7 +59,7 @@ public:
             state.gDbUser->TableDefs().Append(nameTable(table));
         }
         state.gDbUser->TableDefs().Append(outlineTable("temp"));
-        state.gDbTemplate = create(state.gSysPath + "Db_Template.mdb");
+        state.gDbTemplate = create(folder.path("Sys/Database/Db_Template.mdb"));
         state.gDbTemplate->TableDefs().Append(nameTable("遍历表"));
     }
 

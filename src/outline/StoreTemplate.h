@@ -1,0 +1,31 @@
+#pragma once
+
+#include "outline/Services.h"
+#include "outline/Workbench.h"
+#include "store/modMain.h"
+
+#include <QString>
+
+namespace qvnd::outline {
+
+enum class Stored {
+    stored,
+    alreadyThere, // a template of that name is there; the user has been told
+    failed        // the user has not been told
+};
+
+struct StoreOutcome {
+    Stored result = Stored::stored;
+    // What ended a failed command.
+    QString reason;
+};
+
+// mnuSaveTemplate: stores the plan that 当前表 names as a system template: its table, a folder with
+// a copy of it, its documents, a row in 遍历表 of Db_Template.mdb. A plan can be stored once; a
+// template of its name refuses it before anything is done. A document whose file is missing is
+// left out. A folder of that name that is there without its table keeps its database.
+//
+// Any other failure ends the command in silence, and what was done stays done.
+StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Services& services);
+
+} // namespace qvnd::outline
