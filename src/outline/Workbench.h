@@ -29,7 +29,8 @@ struct Workbench {
     bool mnuRename = false;
     bool mnuEditDelete = false;
     bool mnuSaveTemplate = false;
-    // Visible, in the pop-up of TrvTemplate.
+    // Visible: the pop-up of TrvTemplate, and the item in it.
+    bool mnuDelBrowse = false;
     bool mnuBroTemplate = true;
 
     // The buttons of TbarBid by their positions, which are counted from 1 with the separators.

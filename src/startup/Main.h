@@ -18,7 +18,7 @@ public:
 };
 
 struct MainServices {
-    registry::Registry& registry;
+    const registry::Registry& registry;
     desktop::SplashScreen& splash;
     desktop::MessageBoxes& messages;
     ProgramWindows& windows;

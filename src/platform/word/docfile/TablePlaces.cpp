@@ -10,6 +10,8 @@ namespace qvnd::word {
 namespace {
 
 constexpr char16_t cellMark = 0x07;
+// Deeper nesting than any word processor allows is a damaged number.
+constexpr int deepest = 64;
 
 } // namespace
 
@@ -36,7 +38,7 @@ const TablePlaces::Properties& TablePlaces::propertiesOf(PropertyListId id) {
             break;
         case sprm::PItap:
             result.depth =
-                std::clamp(LittleEndianReader(entry.operand, "sprmPItap").i32(), 0, deepestTable);
+                std::clamp(LittleEndianReader(entry.operand, "sprmPItap").i32(), 0, deepest);
             break;
         default:
             break;

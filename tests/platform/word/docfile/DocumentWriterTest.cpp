@@ -19,6 +19,7 @@ using test::bold;
 using test::compoundFaults;
 using test::ContentBuilder;
 using test::plain;
+using testing::ElementsAre;
 using testing::IsEmpty;
 
 class DocumentWriterTest : public testing::Test {

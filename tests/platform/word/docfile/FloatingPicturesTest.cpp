@@ -1,7 +1,6 @@
 #include "platform/word/docfile/FloatingPictures.h"
 
 #include "platform/word/docfile/Blip.h"
-#include "platform/word/docfile/Drawings.h"
 #include "platform/word/docfile/ImageFile.h"
 #include "platform/word/docfile/OfficeArt.h"
 #include "platform/word/docfile/Picture.h"
@@ -43,7 +42,7 @@ public:
         }
         anchor.zeros(6);
         const Bytes anchors = encodePlc({7, 20}, anchor.data());
-        return readFloatingPictures(anchors, Drawings(drawings, wordDocument_));
+        return readFloatingPictures({anchors, drawings, wordDocument_});
     }
 
 private:
@@ -128,9 +127,8 @@ TEST(FloatingPictures, AShapeWhosePictureIsMissingIsNone) {
 
 TEST(FloatingPictures, DamagedDrawingsHoldNone) {
     const Bytes anchors = encodePlc({7, 20}, Bytes(26, 1));
-    const Bytes damaged(9, 0xFF);
-    EXPECT_THAT(readFloatingPictures(anchors, Drawings(damaged, {})), IsEmpty());
-    EXPECT_THAT(readFloatingPictures(anchors, Drawings({}, {})), IsEmpty());
+    EXPECT_THAT(readFloatingPictures({anchors, Bytes(9, 0xFF), {}}), IsEmpty());
+    EXPECT_THAT(readFloatingPictures({anchors, {}, {}}), IsEmpty());
 }
 
 } // namespace

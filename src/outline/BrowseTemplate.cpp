@@ -1,0 +1,58 @@
+#include "outline/BrowseTemplate.h"
+
+#include "outline/OutlineKeys.h"
+#include "outline/TemplateLibrary.h"
+#include "platform/error/RunTimeError.h"
+
+namespace qvnd::outline {
+
+namespace {
+
+using desktop::Icon;
+
+const QString hint = QStringLiteral("提示");
+
+Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                    const QString& key, const QString& path) {
+    messages.tell("找不到 [ " + path + " ]\n此文件可能是被删除了,或是文件、路径名不正确！",
+                  Icon::exclamation, hint);
+    const QString& table = withoutBrackets(workbench.TrvTemplate.Item(1).Text());
+    state.gDbTemplate->Execute("DELETE * FROM [" + table + "] WHERE KEY='" + key + "'");
+    workbench.TrvCurrent.Remove(key);
+    return Browsed::fileMissing;
+}
+
+Browsed browse(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+               preview::DocumentPreview& preview) {
+    const OutlineNode* selected = workbench.TrvTemplate.SelectedItem();
+    if (!selected) {
+        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+    }
+    const QString& key = selected->Key();
+    const QString path = templateDocumentPath(state, tableOfKey(key), key);
+    if (!state.gFso->FileExists(path)) {
+        return dropMissing(state, workbench, messages, key, path);
+    }
+    preview.show(path);
+    return Browsed::shown;
+}
+
+} // namespace
+
+Browsed mnuBroTemplate(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                       preview::DocumentPreview& preview) {
+    try {
+        return browse(state, workbench, messages, preview);
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == error::elementNotFound) {
+            return Browsed::fileMissing;
+        }
+        if (failure.number() > 0) {
+            messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
+                          hint);
+        }
+        return Browsed::failed;
+    }
+}
+
+} // namespace qvnd::outline

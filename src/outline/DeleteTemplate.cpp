@@ -1,0 +1,128 @@
+#include "outline/DeleteTemplate.h"
+
+#include "outline/LibraryTree.h"
+#include "outline/OutlineKeys.h"
+#include "outline/TemplateLibrary.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/jet/TextPattern.h"
+
+namespace qvnd::outline {
+
+namespace {
+
+using desktop::Icon;
+
+const OutlineNode& selectedIn(const OutlineTree& tree) {
+    if (!tree.SelectedItem()) {
+        throw RunTimeError(error::objectNotSet, u"没有选中模板的节点");
+    }
+    return *tree.SelectedItem();
+}
+
+bool isMeant(const OutlineNode& node, desktop::MessageBoxes& messages) {
+    return messages.show({"您真的要删除‘" + node.Text() + "’吗？",
+                          Icon::none,
+                          {},
+                          desktop::Buttons::okCancel}) == desktop::Answer::ok;
+}
+
+// Runs a statement and goes on behind it when a file is in use.
+template <class Statement>
+void passingBy(Statement statement) {
+    try {
+        statement();
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != error::permissionDenied) {
+            throw;
+        }
+    }
+}
+
+void deleteFolder(modMain& state, const QString& folder, desktop::MessageBoxes& messages) {
+    for (;;) {
+        try {
+            state.gFso->DeleteFolder(folder, false);
+            return;
+        } catch (const RunTimeError& failure) {
+            if (failure.number() != error::permissionDenied ||
+                !messages.askForRetry(QStringLiteral("请关闭你正在使用的东西！"), Icon::exclamation,
+                                      QStringLiteral("提示"))) {
+                throw;
+            }
+        }
+    }
+}
+
+void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
+                    desktop::MessageBoxes& messages) {
+    jet::TableDefs tables = state.gDbTemplate->TableDefs();
+    tables.Refresh();
+    tables.Delete(name);
+    tables.Refresh();
+    workbench.TrvTemplate.Remove(name);
+    workbench.mnuBroTemplate = false;
+    {
+        const auto listed =
+            state.gDbTemplate->OpenRecordset("Select * from 遍历表 Where 名称='" + name + u'\'');
+        listed->Delete();
+    }
+    state.gWs->CommitTrans();
+    deleteFolder(state, templateFolder(state, name), messages);
+}
+
+void deleteRows(modMain& state, const QString& name, const QString& key) {
+    const QString statement =
+        "Delete * from " + withoutBrackets(name) + " where key like '" + key + "*'";
+    {
+        const auto copy = state.gWs->OpenDatabase(templateDatabasePath(state, name));
+        copy->Execute(statement);
+        copy->Close();
+    }
+    state.gDbTemplate->Execute(statement);
+}
+
+// File names are compared without case, as the rows' keys were.
+void deleteFiles(modMain& state, const QString& name, const QString& key) {
+    std::vector<files::Entry> entries;
+    passingBy([&] { entries = state.gFso->Files(templateFolder(state, name)); });
+    for (const files::Entry& file : entries) {
+        if (jet::matchesPattern(file.Name, key + u'*')) {
+            passingBy([&] { state.gFso->DeleteFile(file.Path); });
+        }
+    }
+}
+
+void deleteNode(modMain& state, Workbench& workbench, const QString& key,
+                const Services& services) {
+    const QString name = tableOfKey(key);
+    deleteRows(state, name, key);
+    state.gWs->CommitTrans();
+    deleteFiles(state, name, key);
+    workbench.TrvTemplate.Remove(key);
+    updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false, services.messages,
+                       services.splash);
+}
+
+} // namespace
+
+DeleteOutcome mnuDelTemplate(modMain& state, Workbench& workbench, const Services& services) {
+    try {
+        const OutlineNode& selected = selectedIn(workbench.TrvTemplate);
+        if (!isMeant(selected, services.messages)) {
+            return {Deleted::cancelled, {}};
+        }
+        // The node goes before the work is over.
+        const QString key = selected.Key();
+        state.gWs->BeginTrans();
+        if (depthOfKey(key) == 0) {
+            deleteTemplate(state, workbench, key, services.messages);
+        } else {
+            deleteNode(state, workbench, key, services);
+        }
+        return {};
+    } catch (const RunTimeError& failure) {
+        return {Deleted::failed, QString::fromStdU16String(failure.description())};
+    }
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "outline/Workbench.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/preview/DocumentPreview.h"
+#include "store/modMain.h"
+
+namespace qvnd::outline {
+
+// The button of a mouse event as its handlers count them.
+namespace mouse {
+inline constexpr int left = 1;
+inline constexpr int right = 2;
+} // namespace mouse
+
+// The events of TrvTemplate, the tree of the system templates. A looked-up row that is not there
+// counts as no document; errors of the store pass through.
+class TrvTemplateEvents {
+public:
+    TrvTemplateEvents(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      preview::DocumentPreview& preview);
+
+    // The node becomes the selected one. A root is kept as the selected template, and opens
+    // mnuDelete; any other node closes it.
+    void NodeClick(OutlineNode& node);
+    // A document is shown in the preview pane (mnuBroTemplate).
+    void DblClick();
+    // `hit` is the node under the pointer, null for none: it is selected and becomes the node to
+    // copy. True when the menu mnuDelBrowse is to pop up, which it does on the right button for the
+    // node to copy, hit or not; without one in this tree nothing pops up.
+    bool MouseDown(OutlineNode* hit, int button);
+    void MouseUp();
+    void Click();
+
+private:
+    bool isDocument(const QString& key, const QString& condition) const;
+
+    modMain& state_;
+    Workbench& workbench_;
+    desktop::MessageBoxes& messages_;
+    preview::DocumentPreview& preview_;
+};
+
+} // namespace qvnd::outline

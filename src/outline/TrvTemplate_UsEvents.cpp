@@ -1,0 +1,43 @@
+#include "outline/TrvTemplate_UsEvents.h"
+
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "platform/error/RunTimeError.h"
+
+namespace qvnd::outline {
+
+TrvTemplate_UsEvents::TrvTemplate_UsEvents(modMain& state, Workbench& workbench,
+                                           desktop::MessageBoxes& messages,
+                                           preview::DocumentPreview& preview)
+    : state_(state), workbench_(workbench), messages_(messages), preview_(preview) {}
+
+void TrvTemplate_UsEvents::DblClick() {
+    const OutlineNode* selected = workbench_.TrvTemplate_Us.SelectedItem();
+    if (!selected || selected->Image() != image::document) {
+        return;
+    }
+    try {
+        show(*selected);
+    } catch (const RunTimeError&) {
+        messages_.tell(QStringLiteral("打开文档时出现意外的错误！"));
+    }
+}
+
+void TrvTemplate_UsEvents::show(const OutlineNode& document) {
+    const QString path = documentPath(state_, tableOfKey(document.Key()), document.Key());
+    if (state_.gFso->FileExists(path)) {
+        preview_.show(path);
+    } else {
+        messages_.tell(QStringLiteral("文件没找到。可能是被删除或是文件路径不正确！"),
+                       desktop::Icon::exclamation, QStringLiteral("提示"));
+    }
+}
+
+void TrvTemplate_UsEvents::MouseDown(OutlineNode* hit) {
+    if (hit) {
+        workbench_.TrvTemplate_Us.Select(hit);
+        workbench_.copySourceKey = hit->Key();
+    }
+}
+
+} // namespace qvnd::outline

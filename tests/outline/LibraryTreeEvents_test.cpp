@@ -1,0 +1,256 @@
+#include "outline/CurrentPlan.h"
+#include "outline/TrvTemplateEvents.h"
+#include "outline/TrvTemplate_UsEvents.h"
+
+#include "TemplateWorld.h"
+#include "support/Errors.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::outline;
+using desktop::Icon;
+
+namespace {
+
+struct TemplateTree : testing::Test, test::TemplateWorld {
+    TemplateTree() {
+        makeTemplate({"T", "T.1", "T.1.1d", "T.2d"});
+        listTemplates();
+    }
+    OutlineNode& node(const QString& key) { return workbench.TrvTemplate.Item(key); }
+    QString selected() { return workbench.TrvTemplate.SelectedItem()->Key(); }
+
+    TrvTemplateEvents events_{state, workbench, messages, preview};
+};
+
+TEST_F(TemplateTree, AClickOnARootKeepsItsTextAndOpensDelete) {
+    workbench.TrvTemplate.setText(node("T"), "文字");
+    events_.NodeClick(node("T"));
+    EXPECT_TRUE(workbench.TbarBid[9]);
+    EXPECT_TRUE(workbench.mnuDelete);
+    EXPECT_EQ(workbench.selectedTemplate, "文字");
+}
+
+TEST_F(TemplateTree, AClickOnAnyOtherNodeClosesDeleteAndEmptiesTheSelectedTemplate) {
+    for (const char* key : {"T.1", "T.2"}) {
+        events_.NodeClick(node("T"));
+        workbench.TbarBid[9] = false;
+        events_.NodeClick(node(key));
+        EXPECT_TRUE(workbench.TbarBid[9]);
+        EXPECT_FALSE(workbench.mnuDelete);
+        EXPECT_EQ(workbench.selectedTemplate, "");
+        EXPECT_EQ(selected(), key);
+    }
+}
+
+TEST_F(TemplateTree, AClickBesideANodeEmptiesTheSelectedTemplateAndNothingElse) {
+    events_.NodeClick(node("T"));
+    events_.Click();
+    EXPECT_EQ(workbench.selectedTemplate, "");
+    EXPECT_TRUE(workbench.mnuDelete);
+    EXPECT_EQ(selected(), "T");
+}
+
+TEST_F(TemplateTree, ADoubleClickShowsADocument) {
+    selectTemplate("T.2");
+    events_.DblClick();
+    EXPECT_EQ(preview.shown, QStringList{folder.path(templateFile("T.2"))});
+}
+
+TEST_F(TemplateTree, ADoubleClickOnAFolderShowsNothing) {
+    folder.write(templateFile("T.1"), "stray");
+    selectTemplate("T.1");
+    events_.DblClick();
+    EXPECT_TRUE(preview.shown.isEmpty());
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(TemplateTree, ADoubleClickGoesByTheRowAndNotByTheImage) {
+    state.gDbTemplate->Execute(QStringLiteral("Delete * from T where Key='T.2'"));
+    selectTemplate("T.2");
+    events_.DblClick();
+    EXPECT_TRUE(preview.shown.isEmpty());
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(TemplateTree, ASecondDoubleClickOnAMissingDocumentFindsNoRowAndSaysNothing) {
+    QFile::remove(folder.path(templateFile("T.2")));
+    selectTemplate("T.2");
+    events_.DblClick();
+    EXPECT_EQ(messages.shown.size(), 1U);
+    events_.DblClick();
+    EXPECT_EQ(messages.shown.size(), 1U);
+}
+
+TEST_F(TemplateTree, ADoubleClickWithoutASelectionDoesNothing) {
+    events_.DblClick();
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(TemplateTree, AMousePressSelectsTheNodeAndKeepsItToBeCopied) {
+    EXPECT_FALSE(events_.MouseDown(&node("T.1"), mouse::left));
+    EXPECT_EQ(selected(), "T.1");
+    EXPECT_EQ(workbench.copySourceKey, "T.1");
+    EXPECT_FALSE(workbench.mnuDelBrowse);
+}
+
+TEST_F(TemplateTree, AMousePressBesideEveryNodeKeepsWhatWasKept) {
+    events_.MouseDown(&node("T.1"), mouse::left);
+    events_.MouseDown(nullptr, mouse::left);
+    EXPECT_EQ(selected(), "T.1");
+    EXPECT_EQ(workbench.copySourceKey, "T.1");
+}
+
+TEST_F(TemplateTree, TheRightButtonPopsTheMenuUpAndTheReleaseHidesIt) {
+    EXPECT_TRUE(events_.MouseDown(&node("T.2"), mouse::right));
+    EXPECT_TRUE(workbench.mnuDelBrowse);
+    EXPECT_TRUE(workbench.mnuBroTemplate);
+    events_.MouseUp();
+    EXPECT_FALSE(workbench.mnuDelBrowse);
+}
+
+TEST_F(TemplateTree, TheBrowseItemIsHiddenForAFolderAndARoot) {
+    EXPECT_TRUE(events_.MouseDown(&node("T.1"), mouse::right));
+    EXPECT_FALSE(workbench.mnuBroTemplate);
+    events_.MouseDown(&node("T.2"), mouse::right);
+    EXPECT_TRUE(workbench.mnuBroTemplate);
+    events_.MouseDown(&node("T"), mouse::right);
+    EXPECT_FALSE(workbench.mnuBroTemplate);
+}
+
+// The look-up is by prefix and takes the first row that it finds.
+TEST_F(TemplateTree, TheBrowseItemGoesByTheFirstRowWhoseKeyMerelyBeginsAlike) {
+    makeTemplate({"U", "U.10d", "U.1"});
+    listTemplates();
+    events_.MouseDown(&node("U.1"), mouse::right);
+    EXPECT_TRUE(workbench.mnuBroTemplate);
+}
+
+TEST_F(TemplateTree, TheBrowseItemIsHiddenWhenTheRowHasGone) {
+    state.gDbTemplate->Execute(QStringLiteral("Delete * from T where Key='T.2'"));
+    EXPECT_TRUE(events_.MouseDown(&node("T.2"), mouse::right));
+    EXPECT_FALSE(workbench.mnuBroTemplate);
+}
+
+TEST_F(TemplateTree, TheRightButtonBesideEveryNodeIsForTheNodeKeptBefore) {
+    events_.MouseDown(&node("T.2"), mouse::left);
+    selectTemplate("T.1");
+    workbench.mnuBroTemplate = false;
+    EXPECT_TRUE(events_.MouseDown(nullptr, mouse::right));
+    EXPECT_EQ(selected(), "T.2");
+    EXPECT_TRUE(workbench.mnuBroTemplate);
+}
+
+TEST_F(TemplateTree, TheRightButtonPopsNothingUpForANodeOfAnotherTree) {
+    workbench.copySourceKey = "P.1";
+    EXPECT_FALSE(events_.MouseDown(nullptr, mouse::right));
+    workbench.copySourceKey.clear();
+    EXPECT_FALSE(events_.MouseDown(nullptr, mouse::right));
+}
+
+TEST_F(TemplateTree, ErrorsOfTheStorePassThrough) {
+    state.gDbTemplate->TableDefs().Delete("T");
+    selectTemplate("T.2");
+    EXPECT_EQ(test::errorNumberOf([&] { events_.DblClick(); }), error::tableNotFound);
+    EXPECT_EQ(test::errorNumberOf([&] { events_.MouseDown(&node("T.2"), mouse::right); }),
+              error::tableNotFound);
+}
+
+struct PlansTree : testing::Test, test::TemplateWorld {
+    PlansTree() {
+        makePlan("P", rowsOf({"P", "P.1", "P.2d"}));
+        makePlan("Q", rowsOf({"Q", "Q.1d"}));
+        folder.write("用户模板/P/P.2.doc", "document");
+        updateTreeTemplate(state, *state.gDbUser, workbench.TrvTemplate_Us, false, messages,
+                           splash);
+    }
+    OutlineNode& node(const QString& key) { return workbench.TrvTemplate_Us.Item(key); }
+    void doubleClick(const QString& key) {
+        workbench.TrvTemplate_Us.Select(&node(key));
+        events_.DblClick();
+    }
+    void click(const QString& key) { clickUserPlan(state, workbench, splash, node(key)); }
+
+    TrvTemplate_UsEvents events_{state, workbench, messages, preview};
+};
+
+TEST_F(PlansTree, ADoubleClickShowsADocument) {
+    doubleClick("P.2");
+    EXPECT_EQ(preview.shown, QStringList{folder.path("用户模板/P/P.2.doc")});
+}
+
+TEST_F(PlansTree, ADoubleClickOnAnythingElseDoesNothing) {
+    folder.write("用户模板/P/P.1.doc", "stray");
+    folder.write("用户模板/P/P.doc", "stray");
+    doubleClick("P.1");
+    doubleClick("P");
+    workbench.TrvTemplate_Us.Select(nullptr);
+    events_.DblClick();
+    EXPECT_TRUE(preview.shown.isEmpty());
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(PlansTree, AMissingFileIsToldAndNothingIsCleanedUp) {
+    QFile::remove(folder.path("用户模板/P/P.2.doc"));
+    doubleClick("P.2");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "文件没找到。可能是被删除或是文件路径不正确！");
+    EXPECT_EQ(messages.shown[0].icon, Icon::exclamation);
+    EXPECT_EQ(messages.shown[0].title, "提示");
+    EXPECT_EQ(keys("P"), QStringList({"P", "P.1", "P.2"}));
+    EXPECT_NE(workbench.TrvTemplate_Us.find("P.2"), nullptr);
+}
+
+TEST_F(PlansTree, EveryErrorOfThePreviewHasTheSameText) {
+    preview.failure = RunTimeError(31024, u"无法显示");
+    doubleClick("P.2");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！");
+}
+
+TEST_F(PlansTree, AMousePressSelectsTheNodeAndKeepsItToBeCopied) {
+    events_.MouseDown(&node("P.1"));
+    EXPECT_EQ(workbench.TrvTemplate_Us.SelectedItem()->Key(), "P.1");
+    EXPECT_EQ(workbench.copySourceKey, "P.1");
+    events_.MouseDown(nullptr);
+    EXPECT_EQ(workbench.copySourceKey, "P.1");
+}
+
+TEST_F(PlansTree, AClickOnARootSavesTheOpenPlanAndShowsTheClickedOne) {
+    openPlan("P");
+    add(*state.gDbUser->OpenRecordset(QStringLiteral("Select * from P")), {"P.3", "新"});
+    click("Q");
+    EXPECT_EQ(copiedKeys("P").back(), "P.3");
+    EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"Q", "Q.1"}));
+    EXPECT_EQ(registered(*state.gDbUser, "当前表"), QStringList{"Q"});
+}
+
+TEST_F(PlansTree, AClickOnAnyOtherNodeMakesItsPlanCurrentAndLeavesTheOpenOneOnTheScreen) {
+    openPlan("P");
+    add(*state.gDbUser->OpenRecordset(QStringLiteral("Select * from P")), {"P.3", "新"});
+    click("Q.1");
+    EXPECT_EQ(shown(workbench.TrvCurrent).front(), "P");
+    EXPECT_EQ(registered(*state.gDbUser, "当前表"), QStringList{"Q"});
+    EXPECT_EQ(copiedKeys("P").back(), "P.2");
+}
+
+TEST_F(PlansTree, AClickExpandsTheNodeAndOpensTheCommandsOfAPlan) {
+    workbench.cmdEdit = false;
+    workbench.mnuEdit = false;
+    click("P.1");
+    EXPECT_TRUE(node("P.1").Expanded());
+    EXPECT_TRUE(workbench.cmdEdit);
+    EXPECT_TRUE(workbench.mnuEdit);
+    EXPECT_TRUE(workbench.TbarBid[9]);
+    EXPECT_TRUE(workbench.TbarBid[12]);
+}
+
+TEST_F(PlansTree, AClickWritesIntoTheOneRowOfTheCurrentTable) {
+    click("P");
+    click("Q");
+    EXPECT_EQ(registered(*state.gDbUser, "当前表"), QStringList{"Q"});
+}
+
+} // namespace
