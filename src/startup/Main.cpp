@@ -33,14 +33,14 @@ void resolveUserPlans(modMain& state, bool noConfiguredWork) {
     state.gUserTplPath = files::resolved(state.gUserTplPath);
 }
 
-void resolveFolders(modMain& state, const QString& appPath, const registry::Registry& registry) {
+void resolveFolders(modMain& state, const QString& appPath, registry::Registry& registry) {
     state.gFso =
         std::make_unique<files::DiskFileSystem>(std::make_unique<desktop::OpenDocuments>());
     state.AppPath = appPath;
     state.gAppPath = withSeparator(appPath);
     state.HelpFile = state.gAppPath + "Qvnd.hlp";
 
-    const registry::RegOperation reg(registry);
+    registry::RegOperation reg(registry);
     const QString configuration = reg.GetStringValueA(
         QStringLiteral("HKEY_LOCAL_MACHINE\\Software\\TREL\\MAIN\\PATH"), QStringLiteral("cfg"));
     state.gWordRoot = withSeparator(reg.GetStringValueA(

@@ -18,7 +18,7 @@ public:
 };
 
 struct MainServices {
-    const registry::Registry& registry;
+    registry::Registry& registry;
     desktop::SplashScreen& splash;
     desktop::MessageBoxes& messages;
     ProgramWindows& windows;

@@ -5,7 +5,7 @@
 
 namespace qvnd::startup {
 
-Program::Program(const registry::Registry& registry, const outline::Services& services)
+Program::Program(registry::Registry& registry, const outline::Services& services)
     : registry_(registry), services_(services) {}
 
 bool Program::start(const QString& appPath) {

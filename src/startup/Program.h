@@ -14,7 +14,7 @@ namespace qvnd::startup {
 class Program : private ProgramWindows {
 public:
     // All services outlive the object.
-    Program(const registry::Registry& registry, const outline::Services& services);
+    Program(registry::Registry& registry, const outline::Services& services);
 
     // Main with the load of the workbench; false when it failed, and the user has been told.
     bool start(const QString& appPath);
@@ -30,7 +30,7 @@ private:
     void showMainForm() override {}
     void showFrmBid() override;
 
-    const registry::Registry& registry_;
+    registry::Registry& registry_;
     outline::Services services_;
     modMain state_;
     outline::Workbench workbench_;

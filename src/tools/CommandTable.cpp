@@ -5,13 +5,14 @@
 #include "tools/GenerateCommand.h"
 #include "tools/OutlineCommands.h"
 #include "tools/PlanCommands.h"
+#include "tools/RegistryCommands.h"
 
 namespace qvnd::tools {
 
 std::vector<Command> commandTable() {
     std::vector<Command> table;
-    for (const auto& group :
-         {planCommands(), outlineCommands(), formatCommands(), generateCommands(), docCommands()}) {
+    for (const auto& group : {planCommands(), outlineCommands(), formatCommands(),
+                              generateCommands(), docCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

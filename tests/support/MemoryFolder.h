@@ -79,25 +79,25 @@ private:
             : folder_(folder), stored_(std::move(stored)) {}
 
         std::size_t writeSome(std::uint64_t offset, word::ByteView bytes) override {
-            FileTrouble& trouble = folder_.trouble;
-            if (trouble.failingWrite == trouble.writes++) {
+            FileTrouble& asked = folder_.trouble;
+            if (asked.failingWrite == asked.writes++) {
                 throw RunTimeError(error::pathAccess, u"写入失败");
             }
-            if (trouble.shortWrites) {
+            if (asked.shortWrites) {
                 bytes = bytes.first(std::min<std::size_t>(bytes.size(), 512));
             }
             const auto at = static_cast<std::size_t>(offset);
             const std::size_t end = std::max(stored_->bytes.size(), at + bytes.size());
             const std::size_t others = folder_.total() - stored_->bytes.size();
-            if (trouble.capacity && others + end > *trouble.capacity) {
+            if (asked.capacity && others + end > *asked.capacity) {
                 throw RunTimeError(error::diskFull, u"磁盘已满");
             }
             stored_->bytes.resize(end);
             std::copy(bytes.begin(), bytes.end(), stored_->bytes.begin() + static_cast<long>(at));
             ++stored_->version;
-            trouble.bytesWritten += bytes.size();
-            if (trouble.afterWrite) {
-                trouble.afterWrite();
+            asked.bytesWritten += bytes.size();
+            if (asked.afterWrite) {
+                asked.afterWrite();
             }
             return bytes.size();
         }

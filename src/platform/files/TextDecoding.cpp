@@ -30,6 +30,16 @@ QString decodeGbk(const QByteArray& bytes) {
     return QString::fromWCharArray(text.data(), length);
 }
 
+QByteArray encodeGbk(const QString& text) {
+    constexpr UINT gb18030 = 54936;
+    const std::wstring wide = text.toStdWString();
+    const int size = static_cast<int>(wide.size());
+    QByteArray bytes(text.size() * 4, Qt::Uninitialized);
+    bytes.resize(WideCharToMultiByte(gb18030, 0, wide.data(), size, bytes.data(),
+                                     static_cast<int>(bytes.size()), nullptr, nullptr));
+    return bytes;
+}
+
 #else
 
 QString decodeGbk(const QByteArray& bytes) {
@@ -56,6 +66,28 @@ QString decodeGbk(const QByteArray& bytes) {
     }
     iconv_close(converter);
     return QString::fromUtf8(text);
+}
+
+QByteArray encodeGbk(const QString& text) {
+    const iconv_t converter = iconv_open("GB18030", "UTF-8");
+    if (reinterpret_cast<std::intptr_t>(converter) == -1) {
+        return text.toLatin1();
+    }
+    QByteArray input = text.toUtf8();
+    QByteArray bytes(input.size() * 4, Qt::Uninitialized);
+    char* at = input.data();
+    std::size_t left = static_cast<std::size_t>(input.size());
+    char* out = bytes.data();
+    std::size_t room = static_cast<std::size_t>(bytes.size());
+    while (left > 0 && iconv(converter, &at, &left, &out, &room) == std::size_t(-1)) {
+        *out++ = '?';
+        --room;
+        ++at;
+        --left;
+    }
+    iconv_close(converter);
+    bytes.truncate(out - bytes.data());
+    return bytes;
 }
 
 #endif

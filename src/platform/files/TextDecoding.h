@@ -13,4 +13,7 @@ QString decodeText(const QByteArray& bytes);
 // The bytes as GBK whatever they look like.
 QString decodeGbk(const QByteArray& bytes);
 
+// The text in GBK; what that lacks takes the four bytes of GB18030.
+QByteArray encodeGbk(const QString& text);
+
 } // namespace qvnd::files

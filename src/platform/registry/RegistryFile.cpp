@@ -1,9 +1,9 @@
 #include "platform/registry/RegistryFile.h"
 
+#include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/files/TextDecoding.h"
+#include "platform/files/SafeReplace.h"
 #include "platform/registry/RegistryRoots.h"
-#include "platform/registry/RegistryValues.h"
 
 #include <QFile>
 
@@ -11,108 +11,187 @@ namespace qvnd::registry {
 
 namespace {
 
+constexpr qsizetype longestKey = 255; // characters, as the operating system has it
+
+// Empty when the root is none.
 QString pathOf(RootHandle root, const QString& subKey) {
-    return QString::number(root, 16) + u'\\' + subKey.toLower();
+    const QString name = NameOfRoot(root);
+    return name.isEmpty() || subKey.isEmpty() ? name : name + u'\\' + subKey;
 }
 
-// A key path as written in a header; empty when its root is none.
-QString pathOf(const QString& keyPath) {
-    const qsizetype cut = keyPath.indexOf(u'\\');
-    const RootHandle root = RootFromName((cut < 0 ? keyPath : keyPath.left(cut)).toUpper());
-    return root == 0 ? QString() : pathOf(root, cut < 0 ? QString() : keyPath.mid(cut + 1));
+// Can a line of the file hold it?
+bool fitsLine(const QString& text) {
+    return !text.contains(u'\n') && !text.contains(u'\r') && !text.contains(u'\0');
 }
 
-bool continues(const QString& line) {
-    return line.endsWith(u'\\') && line.contains(QLatin1String("=hex"), Qt::CaseInsensitive);
+bool isKeyName(const QString& subKey) {
+    for (const QString& name : subKey.split(u'\\')) {
+        if (name.isEmpty() || name.size() > longestKey) {
+            return false;
+        }
+    }
+    return fitsLine(subKey);
 }
 
 } // namespace
 
 RegistryFile RegistryFile::read(const QString& path) {
-    QFile file(files::resolved(path));
-    return file.open(QIODevice::ReadOnly) ? parse(file.readAll()) : RegistryFile();
+    RegistryFile registry;
+    registry.file_ = path;
+    registry.load();
+    return registry;
 }
 
 RegistryFile RegistryFile::parse(const QByteArray& bytes) {
-    RegistryFile parsed;
-    QString text = files::decodeText(bytes);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    parsed.lines_ = text.split(u'\n');
-    parsed.ansi_ = parsed.lines_.front().trimmed() == QLatin1String("REGEDIT4");
-    parsed.apply();
-    return parsed;
+    RegistryFile registry;
+    registry.text_ = RegistryText::parse(bytes);
+    return registry;
 }
 
-void RegistryFile::apply() {
-    QString current;
-    for (qsizetype i = 0; i < lines_.size(); ++i) {
-        QString statement = lines_[i].trimmed();
-        if (statement.startsWith(u'[') && statement.endsWith(u']')) {
-            enter(statement.mid(1, statement.size() - 2), current);
-            continue;
+bool RegistryFile::load() {
+    QFile file(files::resolved(file_));
+    if (!file.exists()) {
+        text_ = RegistryText();
+        return true;
+    }
+    if (!file.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    text_ = RegistryText::parse(file.readAll());
+    return file.error() == QFileDevice::NoError;
+}
+
+KeyHandle RegistryFile::open(const QString& path, Access access) {
+    open_.insert(++last_, {path, access});
+    return last_;
+}
+
+Status RegistryFile::find(KeyHandle key, Access wanted, QString& path) const {
+    const auto found = open_.constFind(key);
+    if (found == open_.constEnd()) {
+        return status::invalidHandle;
+    }
+    path = found->path;
+    return (found->access & wanted) == wanted ? status::success : status::accessDenied;
+}
+
+Status RegistryFile::change(const Change& change) {
+    if (file_.isEmpty()) {
+        change(text_);
+        return status::success;
+    }
+    if (!load()) {
+        return status::cannotWrite;
+    }
+    const RegistryText before = text_;
+    change(text_);
+    try {
+        files::writeWhole(file_, text_.bytes());
+        return status::success;
+    } catch (const RunTimeError&) {
+        text_ = before;
+        return status::cannotWrite;
+    }
+}
+
+Status RegistryFile::openKey(RootHandle root, const QString& subKey, Access access,
+                             KeyHandle& key) {
+    const QString path = pathOf(root, subKey);
+    if (path.isEmpty()) {
+        return status::invalidHandle;
+    }
+    if (!subKey.isEmpty() && !text_.hasKey(path)) {
+        return status::notFound;
+    }
+    key = open(path, access);
+    return status::success;
+}
+
+Status RegistryFile::createKey(RootHandle root, const QString& subKey, KeyHandle& key) {
+    const QString path = pathOf(root, subKey);
+    if (path.isEmpty()) {
+        return status::invalidHandle;
+    }
+    if (!subKey.isEmpty() && !text_.hasKey(path)) {
+        if (!isKeyName(subKey)) {
+            return status::invalidParameter;
         }
-        bool more = continues(statement);
-        while (more && i + 1 < lines_.size()) {
-            const QString next = lines_[++i].trimmed();
-            statement.chop(1);
-            statement += next;
-            more = next.endsWith(u'\\');
-        }
-        if (!current.isEmpty()) {
-            assign(current, statement);
+        const Status made = change([&](RegistryText& text) { text.addKey(path); });
+        if (made != status::success) {
+            return made;
         }
     }
+    key = open(path, access::readWrite);
+    return status::success;
 }
 
-void RegistryFile::enter(const QString& header, QString& current) {
-    if (header.startsWith(u'-')) {
-        removeKey(pathOf(header.mid(1)));
-        current.clear();
-        return;
-    }
-    current = pathOf(header);
-    // A key brings its parents along.
-    for (QString path = current; !path.isEmpty(); path = path.left(path.lastIndexOf(u'\\'))) {
-        keys_[path];
-        if (!path.contains(u'\\')) {
-            break;
-        }
-    }
+Status RegistryFile::closeKey(KeyHandle key) {
+    return open_.remove(key) ? status::success : status::invalidHandle;
 }
 
-void RegistryFile::removeKey(const QString& keyPath) {
-    if (keyPath.isEmpty()) {
-        return;
+Status RegistryFile::deleteKey(KeyHandle parent, const QString& subKey) {
+    QString path;
+    const Status found = find(parent, 0, path);
+    if (found != status::success) {
+        return found;
     }
-    keys_.removeIf([&](const auto& at) {
-        return at.key() == keyPath || at.key().startsWith(keyPath + u'\\');
-    });
+    if (!isKeyName(subKey)) {
+        return status::invalidParameter;
+    }
+    path += u'\\' + subKey;
+    if (!text_.hasKey(path)) {
+        return status::notFound;
+    }
+    return text_.hasSubKeys(path) ? status::accessDenied
+                                  : change([&](RegistryText& text) { text.removeKey(path); });
 }
 
-void RegistryFile::assign(const QString& keyPath, const QString& statement) {
-    const auto assignment = parseAssignment(statement, ansi_);
-    if (!assignment) {
-        return;
-    }
-    if (assignment->value) {
-        keys_[keyPath].insert(assignment->name.toLower(), *assignment->value);
-    } else {
-        keys_[keyPath].remove(assignment->name.toLower());
-    }
+Status RegistryFile::keySecurity(KeyHandle key) {
+    QString path;
+    return find(key, 0, path);
 }
 
-bool RegistryFile::keyExists(RootHandle root, const QString& subKey) const {
-    return subKey.isEmpty() ? root != 0 : keys_.contains(pathOf(root, subKey));
+Status RegistryFile::queryValue(KeyHandle key, const QString& name, Value& value) {
+    QString path;
+    const Status found = find(key, access::queryValue, path);
+    if (found != status::success) {
+        return found;
+    }
+    const auto held = text_.value(path, name);
+    if (held) {
+        value = *held;
+    }
+    return held ? status::success : status::notFound;
 }
 
-std::optional<Value> RegistryFile::value(RootHandle root, const QString& subKey,
-                                         const QString& name) const {
-    const auto key = keys_.constFind(pathOf(root, subKey));
-    if (key == keys_.constEnd()) {
-        return std::nullopt;
+Status RegistryFile::setValue(KeyHandle key, const QString& name, const Value& value) {
+    QString path;
+    const Status found = find(key, access::setValue, path);
+    if (found != status::success) {
+        return found;
     }
-    const auto found = key->constFind(name.toLower());
-    return found == key->constEnd() ? std::nullopt : std::optional(*found);
+    return fitsLine(name) ? change([&](RegistryText& text) { text.setValue(path, name, value); })
+                          : status::invalidParameter;
+}
+
+Status RegistryFile::deleteValue(KeyHandle key, const QString& name) {
+    QString path;
+    const Status found = find(key, access::setValue, path);
+    if (found != status::success) {
+        return found;
+    }
+    return text_.value(path, name)
+               ? change([&](RegistryText& text) { text.removeValue(path, name); })
+               : status::notFound;
+}
+
+Status RegistryFile::enumValues(KeyHandle key, std::vector<NamedValue>& values) {
+    QString path;
+    const Status found = find(key, access::queryValue, path);
+    if (found == status::success) {
+        values = text_.values(path);
+    }
+    return found;
 }
 
 } // namespace qvnd::registry

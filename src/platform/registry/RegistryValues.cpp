@@ -2,16 +2,24 @@
 
 #include "platform/files/TextDecoding.h"
 
+#include <QStringDecoder>
 #include <QStringEncoder>
-#include <QStringList>
+
+#include <algorithm>
 
 namespace qvnd::registry {
 
 namespace {
 
-QByteArray utf16(const QString& text) {
-    return QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::Stateless)
-        .encode(text);
+constexpr qsizetype bytesInLine = 25;
+
+bool isText(const Value& value) {
+    return value.type == ValueType::text || value.type == ValueType::expandableText;
+}
+
+QString textOf(const QByteArray& utf16) {
+    return QStringDecoder(QStringConverter::Utf16LE, QStringConverter::Flag::Stateless)
+        .decode(utf16);
 }
 
 // Reads a quoted text that starts at `at` and moves behind it; \" and \\ stand for " and \.
@@ -70,9 +78,8 @@ std::optional<Value> hex(const QString& text, bool ansi) {
     if (text.startsWith(QLatin1String("hex("), Qt::CaseInsensitive)) {
         value.type = static_cast<ValueType>(text.mid(4, colon - 5).toUInt(nullptr, 16));
     }
-    const bool isText = value.type == ValueType::text || value.type == ValueType::expandableText;
-    if (isText && ansi) {
-        value.data = utf16(files::decodeGbk(value.data));
+    if (isText(value) && ansi) {
+        value.data = utf16Bytes(files::decodeGbk(value.data));
     }
     return value;
 }
@@ -81,7 +88,7 @@ std::optional<Value> parseValue(const QString& text, bool ansi) {
     if (text.startsWith(u'"')) {
         qsizetype at = 0;
         const auto content = quoted(text, at);
-        return content ? std::optional(Value{ValueType::text, utf16(*content + QChar(u'\0'))})
+        return content ? std::optional(Value{ValueType::text, utf16Bytes(*content + QChar(u'\0'))})
                        : std::nullopt;
     }
     if (text.startsWith(QLatin1String("dword:"), Qt::CaseInsensitive)) {
@@ -91,6 +98,42 @@ std::optional<Value> parseValue(const QString& text, bool ansi) {
         return hex(text, ansi);
     }
     return std::nullopt;
+}
+
+QString escaped(QString text) {
+    return text.replace(u'\\', QLatin1String("\\\\")).replace(u'"', QLatin1String("\\\""));
+}
+
+// The text between quotes, if the value is one that quotes can hold without loss.
+std::optional<QString> quotable(const Value& value) {
+    QString text = textOf(value.data);
+    if (value.type != ValueType::text || !text.endsWith(u'\0') || utf16Bytes(text) != value.data) {
+        return std::nullopt;
+    }
+    text.chop(1);
+    const bool breaks = text.contains(u'\0') || text.contains(u'\n') || text.contains(u'\r');
+    return breaks ? std::nullopt : std::optional(text);
+}
+
+QStringList hexLines(const QString& start, const QByteArray& data) {
+    QStringList lines = {start};
+    for (qsizetype at = 0; at < data.size(); at += bytesInLine) {
+        if (at > 0) {
+            lines.back() += u'\\';
+            lines << QStringLiteral("  ");
+        }
+        lines.back() += QString::fromLatin1(data.mid(at, bytesInLine).toHex(','));
+        if (at + bytesInLine < data.size()) {
+            lines.back() += u',';
+        }
+    }
+    return lines;
+}
+
+QString hexStart(ValueType type) {
+    return type == ValueType::binary
+               ? QStringLiteral("hex:")
+               : QStringLiteral("hex(%1):").arg(static_cast<std::uint32_t>(type), 0, 16);
 }
 
 } // namespace
@@ -115,6 +158,29 @@ std::optional<Assignment> parseAssignment(const QString& statement, bool ansi) {
     }
     assignment.value = parseValue(text, ansi);
     return assignment.value ? std::optional(assignment) : std::nullopt;
+}
+
+QByteArray utf16Bytes(const QString& text) {
+    return QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::Stateless)
+        .encode(text);
+}
+
+QByteArray ansiBytes(const Value& value) {
+    return isText(value) ? files::encodeGbk(textOf(value.data)) : value.data;
+}
+
+QStringList formatAssignment(const QString& name, const Value& value, bool ansi) {
+    const QString start =
+        name.isEmpty() ? QStringLiteral("@=") : u'"' + escaped(name) + QLatin1String("\"=");
+    if (const auto text = quotable(value)) {
+        return {start + u'"' + escaped(*text) + u'"'};
+    }
+    if (value.type == ValueType::number && value.data.size() == 4) {
+        QByteArray highestFirst = value.data;
+        std::reverse_copy(value.data.begin(), value.data.end(), highestFirst.begin());
+        return {start + QLatin1String("dword:") + QString::fromLatin1(highestFirst.toHex())};
+    }
+    return hexLines(start + hexStart(value.type), ansi ? ansiBytes(value) : value.data);
 }
 
 } // namespace qvnd::registry

@@ -2,6 +2,10 @@
 
 #include "platform/registry/Registry.h"
 
+#include <QStringList>
+
+#include <optional>
+
 namespace qvnd::registry {
 
 // One line under a key of a registry file.
@@ -15,5 +19,16 @@ struct Assignment {
 // `"name"=-`; nothing for any other line. With `ansi` the bytes of a hex text are in the local
 // code page (GBK), else they are UTF-16LE.
 std::optional<Assignment> parseAssignment(const QString& statement, bool ansi);
+
+// The lines that parseAssignment reads back as exactly this value: a text that ends in its one
+// terminator as "text", four bytes of a number as dword, everything else as hex, broken into lines
+// as regedit breaks them.
+QStringList formatAssignment(const QString& name, const Value& value, bool ansi);
+
+// The bytes of a text value as the older interface of the operating system tells them: text in
+// the local code page (GBK), every other kind as stored.
+QByteArray ansiBytes(const Value& value);
+// UTF-16LE.
+QByteArray utf16Bytes(const QString& text);
 
 } // namespace qvnd::registry

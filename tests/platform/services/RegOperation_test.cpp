@@ -26,8 +26,7 @@ RegistryFile fileOf(const QString& body) {
         utf16("Windows Registry Editor Version 5.00\r\n\r\n[" + mainKey + "]\r\n" + body));
 }
 
-QString readFrom(const RegistryFile& file, const QString& value = "cfg",
-                 const QString& key = mainKey) {
+QString readFrom(RegistryFile file, const QString& value = "cfg", QString key = mainKey) {
     return RegOperation(file).GetStringValueA(key, value);
 }
 
@@ -111,6 +110,27 @@ TEST(GetStringValue, AValueOfTwoHundredFiftyFiveCharactersOrMoreLosesTheRest) {
     EXPECT_EQ(readFrom(fileOf("\"cfg\"=\"" + QString(400, u'x') + "\"\r\n")), QString(254, u'x'));
 }
 
+TEST(GetStringValue, TheKeyStaysOpenWhenTheValueIsMissingAndIsClosedOtherwise) {
+    auto file = fileOf("\"cfg\"=\"x\"\r\n");
+    RegOperation reg(file);
+    EXPECT_EQ(reg.GetStringValueA(QString(mainKey), "cfg"), "x");
+    EXPECT_EQ(file.openKeys(), 0);
+    EXPECT_EQ(reg.GetStringValueA(QString(mainKey), "none"), "Error");
+    EXPECT_EQ(file.openKeys(), 1);
+}
+
+TEST(GetStringValue, ABareRootIsAKeyWithoutValues) {
+    auto file = fileOf("");
+    EXPECT_EQ(RegOperation(file).GetStringValueA(QString("HKEY_USERS"), "cfg"), "Error");
+}
+
+TEST(GetStringValue, TheCallersKeyPathIsLeftWithTheSubKey) {
+    auto file = fileOf("\"cfg\"=\"x\"\r\n");
+    QString path = mainKey;
+    EXPECT_EQ(RegOperation(file).GetStringValueA(path, "cfg"), "x");
+    EXPECT_EQ(path, "Software\\TREL\\MAIN\\PATH");
+}
+
 TEST(GetStringValue, ATextStoredWithoutTerminatorLosesItsLastCharacter) {
     EXPECT_EQ(readFrom(fileOf("\"cfg\"=hex(1):61,00,62,00,63,00\r\n")), "ab");
 }
@@ -121,9 +141,13 @@ TEST(RegistryFiles, ContinuedHexLinesAreOneValue) {
 }
 
 TEST(RegistryFiles, NumbersAndBytesAreKept) {
-    const auto file = fileOf("\"n\"=dword:0001e240\r\n\"b\"=hex:01,fe\r\n@=\"standard\"\r\n");
+    auto file = fileOf("\"n\"=dword:0001e240\r\n\"b\"=hex:01,fe\r\n@=\"standard\"\r\n");
     const auto value = [&](const char* name) {
-        return *file.value(0x80000002U, "software\\trel\\main\\path", name);
+        KeyHandle key = 0;
+        Value found;
+        file.openKey(0x80000002U, "software\\trel\\main\\path", access::read, key);
+        file.queryValue(key, name, found);
+        return found;
     };
     EXPECT_EQ(value("n").type, ValueType::number);
     EXPECT_EQ(value("n").data, QByteArray("\x40\xE2\x01\x00", 4));
@@ -170,7 +194,7 @@ TEST(RegistryFiles, DamagedBytesNeverFail) {
                              "\"cfg\"=hex(", "\"cfg\"=", "[", "[]", "[-]", "\"a\"="}) {
         EXPECT_EQ(readFrom(fileOf(body)), "Error") << body;
     }
-    EXPECT_EQ(RegistryFile::parse("").lines().size(), 1);
+    EXPECT_TRUE(RegistryFile::parse("").lines().isEmpty());
 }
 
 TEST(RegistryFiles, AMissingFileIsAnEmptyRegistry) {

@@ -38,13 +38,21 @@ struct Bookmark {
     std::uint16_t flags = 0; // BKC
 };
 
+// A text box of the main story: any shape with text, or a chain of them that a text flows through.
+struct TextBox {
+    Cp at = 0;  // its anchor; that of the group it is in, that of the chain's first shape
+    Story text; // ends in a paragraph mark
+};
+
 // How much a file holds of what stands outside the main story's own text and tables.
 struct SideContents {
     int footnotes = 0;
     int endnotes = 0;
     int comments = 0;
-    int textBoxes = 0;
-    int drawings = 0; // floating shapes anchored in the main story
+    int textBoxes = 0;       // shapes with text, anchored in the main story
+    int headerTextBoxes = 0; // those of headers and footers
+    int drawings = 0;        // floating shapes anchored in the main story, each group as one
+    int textFrames = 0;      // those of the drawings that are a text box and nothing else
     int embeddedObjects = 0;
     bool macros = false;
 };
@@ -58,7 +66,8 @@ struct DocumentData {
     std::vector<Bookmark> bookmarks; // those of the main story
     SideContents side;
     std::vector<FloatingPicture> floatingPictures; // those of the main story
-    Bytes settings;                                // the Dop as it came
+    std::vector<TextBox> textBoxes; // those of the main story whose anchor is known, in its order
+    Bytes settings;                 // the Dop as it came
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
     std::vector<std::u16string> remarks;
 };

@@ -13,6 +13,7 @@
 #include "platform/word/docfile/StoryRepair.h"
 #include "platform/word/docfile/StyleSheetTable.h"
 #include "platform/word/docfile/TableRepair.h"
+#include "platform/word/docfile/TextBoxes.h"
 
 #include <algorithm>
 
@@ -199,20 +200,43 @@ private:
             decodeBookmarks({document_.part(FibPair::SttbfBkmk), document_.part(FibPair::PlcfBkf),
                              document_.part(FibPair::PlcfBkl)},
                             data_.main.size(), data_.remarks);
-        data_.side = countSideContents(document_);
-        readFloatingPicturesOfMain();
+        readDrawings();
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
     }
 
-    void readFloatingPicturesOfMain() {
+    void readDrawings() {
+        const Drawings drawings(document_.part(FibPair::DggInfo), document_.wordDocument);
+        data_.side = countSideContents(document_, drawings);
+        readFloatingPicturesOfMain(drawings);
+        readTextBoxes(drawings);
+    }
+
+    void readFloatingPicturesOfMain(const Drawings& drawings) {
         constexpr char16_t anchor = 0x08;
-        data_.floatingPictures =
-            readFloatingPictures({document_.part(FibPair::PlcSpaMom),
-                                  document_.part(FibPair::DggInfo), document_.wordDocument});
+        data_.floatingPictures = readFloatingPictures(document_.part(FibPair::PlcSpaMom), drawings);
         std::erase_if(data_.floatingPictures, [&](const FloatingPicture& picture) {
             return picture.at >= data_.main.size() || data_.main.text[picture.at] != anchor;
         });
+    }
+
+    void readTextBoxes(const Drawings& drawings) {
+        const PartLengths& ccp = document_.fib.ccp;
+        const std::uint64_t wanted = std::uint64_t{ccp.text} + ccp.footnotes + ccp.headers +
+                                     ccp.macros + ccp.comments + ccp.endnotes;
+        const auto start = static_cast<Cp>(std::min<std::uint64_t>(wanted, text_.size()));
+        const Cp length = std::min(ccp.textBoxes, text_.size() - start);
+        const TextBoxTables tables{document_.part(FibPair::PlcftxbxTxt),
+                                   document_.part(FibPair::PlcSpaMom)};
+        const auto fields = decodeFields(document_.part(FibPair::PlcfFldTxbx));
+        for (const TextBoxPlace& place : readTextBoxPlaces(tables, drawings, length)) {
+            if (place.at < data_.main.size()) {
+                std::vector<FieldMark> own;
+                appendFieldMarks(own, fields, place.start, place.length, 0);
+                data_.textBoxes.push_back(
+                    {place.at, story(start + place.start, place.length, own)});
+            }
+        }
     }
 
     void remarkOnStories() {

@@ -7,20 +7,16 @@
 
 namespace qvnd::word {
 
+class Drawings;
+
 // A picture that floats over the main story: a shape that shows a picture and nothing else.
 struct FloatingPicture {
     Cp at = 0;           // its anchor, U+0008
     DataBlob inlineForm; // the same picture in the same size, as one that stands in a line
 };
 
-struct DrawingStreams {
-    ByteView anchors;      // PlcSpaMom
-    ByteView drawings;     // OfficeArtContent, [MS-DOC] 2.9.172
-    ByteView wordDocument; // where most pictures of drawings lie
-};
-
-// The floating pictures of the main story by their anchors, ascending. Pictures in groups, shapes
-// with text, and what is damaged are left out.
-std::vector<FloatingPicture> readFloatingPictures(const DrawingStreams& streams);
+// The floating pictures of the main story by their anchors (PlcSpaMom), ascending. Pictures in
+// groups, shapes with text, and what is damaged are left out.
+std::vector<FloatingPicture> readFloatingPictures(ByteView anchors, const Drawings& drawings);
 
 } // namespace qvnd::word

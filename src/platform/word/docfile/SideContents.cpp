@@ -1,6 +1,7 @@
 #include "platform/word/docfile/SideContents.h"
 
 #include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/TextBoxes.h"
 
 #include <algorithm>
 
@@ -25,14 +26,15 @@ bool isMacroStorage(const CompoundFile::Entry& entry) {
 
 } // namespace
 
-SideContents countSideContents(const OpenedDocument& document) {
+SideContents countSideContents(const OpenedDocument& document, const Drawings& drawings) {
     SideContents side;
     side.footnotes = elements(document, FibPair::PlcffndRef, 2);
     side.endnotes = elements(document, FibPair::PlcfendRef, 2);
     side.comments = elements(document, FibPair::PlcfandRef, 30);
-    // The last text box is there for the format's sake only.
-    side.textBoxes = std::max(elements(document, FibPair::PlcftxbxTxt, 22) - 1, 0);
+    side.textBoxes = countTextBoxes(document.part(FibPair::PlcftxbxTxt));
+    side.headerTextBoxes = countTextBoxes(document.part(FibPair::PlcfHdrtxbxTxt));
     side.drawings = elements(document, FibPair::PlcSpaMom, 26);
+    side.textFrames = countTextFrames(document.part(FibPair::PlcSpaMom), drawings);
     side.embeddedObjects = static_cast<int>(
         std::count_if(document.entries.begin(), document.entries.end(), isEmbeddedObject));
     side.macros = std::any_of(document.entries.begin(), document.entries.end(), isMacroStorage);

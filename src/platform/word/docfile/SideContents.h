@@ -1,11 +1,12 @@
 #pragma once
 
 #include "platform/word/docfile/DocumentData.h"
+#include "platform/word/docfile/Drawings.h"
 #include "platform/word/docfile/OpenedDocument.h"
 
 namespace qvnd::word {
 
 // Counts what the document holds outside of the main story's own text.
-SideContents countSideContents(const OpenedDocument& document);
+SideContents countSideContents(const OpenedDocument& document, const Drawings& drawings);
 
 } // namespace qvnd::word

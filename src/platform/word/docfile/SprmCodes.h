@@ -100,6 +100,7 @@ inline constexpr std::uint16_t PPropRMark = 0xC66F;
 // Tables.
 inline constexpr std::uint16_t TDefTable10 = 0xD606; // of Word 6, kept by some writers
 inline constexpr std::uint16_t TDefTable = 0xD608;
+inline constexpr std::uint16_t TDyaRowHeight = 0x9407;
 inline constexpr std::uint16_t TIstd = 0x563A;
 inline constexpr std::uint16_t TPropRMark = 0xD667;
 

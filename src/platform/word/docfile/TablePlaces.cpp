@@ -10,8 +10,6 @@ namespace qvnd::word {
 namespace {
 
 constexpr char16_t cellMark = 0x07;
-// Deeper nesting than any word processor allows is a damaged number.
-constexpr int deepest = 64;
 
 } // namespace
 
@@ -38,7 +36,7 @@ const TablePlaces::Properties& TablePlaces::propertiesOf(PropertyListId id) {
             break;
         case sprm::PItap:
             result.depth =
-                std::clamp(LittleEndianReader(entry.operand, "sprmPItap").i32(), 0, deepest);
+                std::clamp(LittleEndianReader(entry.operand, "sprmPItap").i32(), 0, deepestTable);
             break;
         default:
             break;

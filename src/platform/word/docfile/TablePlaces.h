@@ -6,6 +6,9 @@
 
 namespace qvnd::word {
 
+// Deeper nesting than any word processor allows is a damaged number.
+inline constexpr int deepestTable = 64;
+
 // Where a paragraph stands in tables, [MS-DOC] 2.4.3: the outermost table has depth 1, a table in
 // one of its cells depth 2, and so on; 0 is outside of tables.
 struct TablePlace {

@@ -8,9 +8,11 @@
 #include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/NameFolding.h"
 #include "platform/word/engine/StoryEdits.h"
+#include "platform/word/engine/TextBoxPlacing.h"
 #include "platform/word/engine/TextImport.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -37,9 +39,11 @@ bool isInTable(ByteView list) {
 // Works out what changes in the text of a story that comes in.
 class TextChanges {
 public:
-    TextChanges(const DocumentData& source, TextImport& text, ImportLosses& losses)
-        : story_(source.main), text_(text), losses_(losses) {
-        for (const FloatingPicture& one : source.floatingPictures) {
+    // `floating`: pictures whose anchors stay.
+    TextChanges(const Story& story, const std::vector<FloatingPicture>& floating, TextImport& text,
+                ImportLosses& losses)
+        : story_(story), text_(text), losses_(losses) {
+        for (const FloatingPicture& one : floating) {
             floating_.insert(one.at);
         }
     }
@@ -165,56 +169,106 @@ NewNames renamed(std::vector<Bookmark>& bookmarks, BookmarkNames& names) {
     return changed;
 }
 
-std::vector<SectionRun> importedSections(const DocumentData& source, const StoryEdits& edits,
-                                         PropertyRewriter& rewriter, Cp size) {
-    std::vector<SectionRun> sections;
-    Cp end = 0;
-    Cp newStart = 0;
-    for (const SectionRun& section : source.sections) {
-        end = std::min(end + section.length, source.main.size());
-        const Cp newEnd = edits.moved(end);
-        sections.push_back({newEnd - newStart, rewriter.rewritten(section.properties)});
-        newStart = newEnd;
+// Brings the stories of one source in, one after another.
+class StoriesImport {
+public:
+    StoriesImport(DocumentTables& target, const DocumentData& source, const NewNames& names)
+        : target_(target), source_(source), names_(names), tables_(target, source.tables),
+          text_(tables_, target, source.tables) {}
+
+    // The main story; afterwards moved() knows what became of its positions.
+    Story main() {
+        main_ = imported(source_.main, source_.floatingPictures, edits_);
+        losses_.madeInline = static_cast<int>(source_.floatingPictures.size());
+        placing_.emplace(main_, target_.lists);
+        for (const TextBox& box : source_.textBoxes) {
+            placeTextBox(box);
+        }
+        placing_->apply();
+        return std::move(main_);
     }
-    if (sections.empty()) {
-        sections.push_back({0, PropertyListId::empty});
+
+    Cp moved(Cp position) const { return placing_->moved(edits_.moved(position)); }
+
+    std::vector<SectionRun> sections(Cp size) {
+        std::vector<SectionRun> sections;
+        Cp end = 0;
+        Cp newStart = 0;
+        for (const SectionRun& section : source_.sections) {
+            end = std::min(end + section.length, source_.main.size());
+            const Cp newEnd = moved(end);
+            sections.push_back(
+                {newEnd - newStart, tables_.rewriter().rewritten(section.properties)});
+            newStart = newEnd;
+        }
+        if (sections.empty()) {
+            sections.push_back({0, PropertyListId::empty});
+        }
+        sections.back().length += size - newStart;
+        return sections;
     }
-    sections.back().length += size - newStart;
-    return sections;
-}
+
+    // Completes the tables; nothing comes in behind it.
+    std::vector<std::u16string> finish() {
+        tables_.finish();
+        losses_.lists = tables_.lists().withoutRoom();
+        return leftOutOf(source_, losses_);
+    }
+
+private:
+    Story imported(const Story& source, const std::vector<FloatingPicture>& floating,
+                   StoryEdits& edits) {
+        const std::vector<FieldPlace> fields = fieldPlaces(source);
+        TextChanges changes(source, floating, text_, losses_);
+        changes.removeAnchors();
+        changes.repairCellMarks(source_.tables.lists);
+        changes.unwrapObjects(fields);
+        if (!names_.empty()) {
+            changes.rename(fields, names_);
+        }
+        Story story = text_.imported(source);
+        text_.putInLine(floating, story);
+        edits = std::move(changes.edits);
+        edits.applyTo(story);
+        return story;
+    }
+
+    void placeTextBox(const TextBox& box) {
+        if (!holdsContent(box.text)) {
+            ++losses_.blankTextBoxes;
+            return;
+        }
+        StoryEdits edits;
+        Story text = imported(box.text, {}, edits);
+        losses_.textBoxesInText += placing_->add(edits_.moved(box.at), std::move(text)) ? 1 : 0;
+    }
+
+    DocumentTables& target_;
+    const DocumentData& source_;
+    const NewNames& names_;
+    ImportTables tables_;
+    TextImport text_;
+    ImportLosses losses_;
+    Story main_;
+    StoryEdits edits_; // of the main story
+    std::optional<TextBoxPlacing> placing_;
+};
 
 } // namespace
 
 ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
                             const DocumentData& source) {
-    ImportTables tables(target, source.tables);
-    TextImport text(tables, target, source.tables);
-    ImportLosses losses;
     ImportedText result;
     result.bookmarks = source.bookmarks;
     const NewNames newNames = renamed(result.bookmarks, names);
-
-    const std::vector<FieldPlace> fields = fieldPlaces(source.main);
-    TextChanges changes(source, text, losses);
-    changes.removeAnchors();
-    changes.repairCellMarks(source.tables.lists);
-    changes.unwrapObjects(fields);
-    if (!newNames.empty()) {
-        changes.rename(fields, newNames);
-    }
-    Story story = text.imported(source.main);
-    text.putInLine(source.floatingPictures, story);
-    losses.madeInline = static_cast<int>(source.floatingPictures.size());
-    changes.edits.applyTo(story);
+    StoriesImport stories(target, source, newNames);
+    result.text = std::make_shared<Story>(stories.main());
     for (Bookmark& bookmark : result.bookmarks) {
-        bookmark.start = changes.edits.moved(bookmark.start);
-        bookmark.end = changes.edits.moved(bookmark.end);
+        bookmark.start = stories.moved(bookmark.start);
+        bookmark.end = stories.moved(bookmark.end);
     }
-    result.sections = importedSections(source, changes.edits, tables.rewriter(), story.size());
-    result.text = std::make_shared<Story>(std::move(story));
-    tables.finish();
-    losses.lists = tables.lists().withoutRoom();
-    result.leftOut = leftOutOf(source, losses);
+    result.sections = stories.sections(result.text->size());
+    result.leftOut = stories.finish();
     return result;
 }
 

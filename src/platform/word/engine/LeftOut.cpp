@@ -18,22 +18,21 @@ void say(std::vector<std::u16string>& lines, int count, std::u16string_view what
     }
 }
 
-// More than marks and spaces.
-bool holdsText(const Story& story) {
-    return std::any_of(story.text.begin(), story.text.end(), [](char16_t c) {
-        return (c > u' ' && c != u'\u3000') || c == 0x01 || c == 0x08;
-    });
-}
-
 bool hasOwnHeaders(const DocumentData& source) {
     return std::any_of(source.headers.begin(), source.headers.end(), [](const HeaderSet& set) {
         return std::any_of(set.begin(), set.end(), [](const std::optional<Story>& header) {
-            return header && holdsText(*header);
+            return header && holdsContent(*header);
         });
     });
 }
 
 } // namespace
+
+bool holdsContent(const Story& story) {
+    return std::any_of(story.text.begin(), story.text.end(), [](char16_t c) {
+        return (c > u' ' && c != u'\u3000') || c == 0x01 || c == 0x07 || c == 0x08;
+    });
+}
 
 std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses) {
     std::vector<std::u16string> lines = source.remarks;
@@ -41,10 +40,13 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, side.footnotes, u"脚注", u"个");
     say(lines, side.endnotes, u"尾注", u"个");
     say(lines, side.comments, u"批注", u"条");
-    say(lines, side.textBoxes, u"文本框", u"个");
+    say(lines, losses.textBoxesInText, u"文本框", u"个", u"改成了正文，放在其锚点所在的段落之后");
+    say(lines, losses.blankTextBoxes, u"空文本框", u"个");
+    say(lines, side.textBoxes - losses.textBoxesInText - losses.blankTextBoxes, u"文本框", u"个");
+    say(lines, side.headerTextBoxes, u"页眉页脚中的文本框", u"个");
     // A text box is anchored like any other shape.
     const int drawings = std::max(side.drawings, losses.drawings + losses.madeInline);
-    say(lines, drawings - side.textBoxes - losses.madeInline, u"浮动图形", u"个");
+    say(lines, drawings - side.textFrames - losses.madeInline, u"浮动图形", u"个");
     say(lines, losses.madeInline, u"浮动图片", u"个", u"改成了嵌入式图片");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");

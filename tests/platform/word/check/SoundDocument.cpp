@@ -133,7 +133,7 @@ Cp SoundDocument::find(std::u16string_view sought) const {
     return static_cast<Cp>(file.pieces[0].text.find(sought));
 }
 
-void SoundDocument::setParagraph(std::u16string_view sought, Bytes properties) {
+void SoundDocument::setParagraph(std::u16string_view sought, const Bytes& properties) {
     Cp begin = 0;
     for (PieceText::Paragraph& paragraph : text().paragraphs) {
         if (begin == find(sought)) {

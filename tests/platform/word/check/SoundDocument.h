@@ -20,7 +20,7 @@ public:
     word::Cp find(std::u16string_view text) const;
     PieceText& text() { return file.pieces[0]; }
     // Sets the properties of the paragraph, or of the characters, that begin at `text`.
-    void setParagraph(std::u16string_view text, word::Bytes properties);
+    void setParagraph(std::u16string_view text, const word::Bytes& properties);
     void setCharacters(std::u16string_view text, word::Bytes properties);
 
     WordStreams streams() const;

@@ -59,6 +59,7 @@ TEST(CharacterPages, LayoutIsThatOfTheFormat) {
 
 TEST(CharacterPages, EqualListsOfAPageAreStoredOnce) {
     std::vector<FormattedCharacters> runs;
+    runs.reserve(99);
     for (int i = 0; i < 99; ++i) {
         runs.push_back({1, i % 2 == 0 ? ByteView(bold) : ByteView(italic)});
     }
@@ -71,6 +72,7 @@ TEST(CharacterPages, AFullPageIsFollowedByTheNextWithoutAGap) {
     for (unsigned i = 0; i < 500; ++i) {
         lists.push_back(withSprm32({}, sprm::CCv, i));
     }
+    runs.reserve(lists.size());
     for (const Bytes& list : lists) {
         runs.push_back({3, list});
     }

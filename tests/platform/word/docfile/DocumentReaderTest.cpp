@@ -374,6 +374,7 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     file.parts[FibPair::PlcfandRef] = plc(4, 30);
     file.parts[FibPair::PlcSpaMom] = plc(5, 26);
     file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
+    file.parts[FibPair::PlcfHdrtxbxTxt] = plc(4, 22);
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
     const SideContents side = readWithoutRemarks(file).side;
     EXPECT_EQ(side.footnotes, 3);
@@ -381,9 +382,37 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     EXPECT_EQ(side.comments, 4);
     EXPECT_EQ(side.drawings, 5);
     EXPECT_EQ(side.textBoxes, 2);
+    EXPECT_EQ(side.headerTextBoxes, 3);
     EXPECT_EQ(side.embeddedObjects, 2);
     EXPECT_TRUE(side.macros);
     EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).side.macros);
+}
+
+TEST(DocumentReader, TextBoxesAreReadWithTheirFields) {
+    const std::u16string boxes = u"one\r\x13 PAGE \x15 two\r";
+    WordFile file = plainWordFile(u"main\r" + std::u16string(u"head\r") + boxes + u"\r\r");
+    file.lengths.text = 5;
+    file.lengths.headers = 5;
+    file.lengths.textBoxes = static_cast<Cp>(boxes.size()) + 1;
+    const std::vector<FieldMark> fields = {{4, 0x13, 0x21}, {11, 0x15, 0}};
+    file.parts[FibPair::PlcfFldTxbx] = encodeFields(fields, file.lengths.textBoxes);
+    const auto shapes = [](std::size_t size, std::size_t at, std::size_t count) {
+        Bytes data(size * count);
+        for (std::size_t i = 0; i < 2; ++i) {
+            data[i * size + at] = static_cast<std::uint8_t>(i + 7);
+        }
+        return data;
+    };
+    file.parts[FibPair::PlcSpaMom] = encodePlc({1, 3, 5}, shapes(26, 0, 2));
+    file.parts[FibPair::PlcftxbxTxt] = encodePlc({0, 4, 17, 18}, shapes(22, 14, 3));
+    const DocumentData document = readWithoutRemarks(file);
+    ASSERT_EQ(document.textBoxes.size(), 2U);
+    EXPECT_EQ(document.textBoxes[0].at, 1U);
+    EXPECT_EQ(document.textBoxes[0].text.text, u"one\r");
+    EXPECT_EQ(document.textBoxes[1].at, 3U);
+    EXPECT_EQ(document.textBoxes[1].text.text, u"\x13 PAGE \x15 two\r");
+    const std::vector<FieldMark> own = {{0, 0x13, 0x21}, {7, 0x15, 0}};
+    EXPECT_EQ(document.textBoxes[1].text.fields, own);
 }
 
 TEST(DocumentReader, TheSettingsAreKeptAsTheyCame) {

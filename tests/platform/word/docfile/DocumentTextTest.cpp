@@ -203,7 +203,11 @@ TEST(DocumentSummary, TheRestIsWhatTheDocumentHolds) {
     DocumentData& document = sample.document;
     document.sections.resize(3);
     document.bookmarks.resize(4);
-    document.side = {5, 6, 7, 8, 9, 10, false};
+    document.side.footnotes = 5;
+    document.side.endnotes = 6;
+    document.side.comments = 7;
+    document.side.drawings = 9;
+    document.side.embeddedObjects = 10;
     document.tables.styles.styles.resize(3);
     document.tables.styles.styles[1] = StyleDefinition{};
     const DocumentSummary summary = summarize(document);

@@ -19,7 +19,6 @@ using test::bold;
 using test::compoundFaults;
 using test::ContentBuilder;
 using test::plain;
-using testing::ElementsAre;
 using testing::IsEmpty;
 
 class DocumentWriterTest : public testing::Test {

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/FloatingPictures.h"
 
 #include "platform/word/docfile/Blip.h"
+#include "platform/word/docfile/Drawings.h"
 #include "platform/word/docfile/ImageFile.h"
 #include "platform/word/docfile/OfficeArt.h"
 #include "platform/word/docfile/Picture.h"
@@ -42,7 +43,7 @@ public:
         }
         anchor.zeros(6);
         const Bytes anchors = encodePlc({7, 20}, anchor.data());
-        return readFloatingPictures({anchors, drawings, wordDocument_});
+        return readFloatingPictures(anchors, Drawings(drawings, wordDocument_));
     }
 
 private:
@@ -127,8 +128,9 @@ TEST(FloatingPictures, AShapeWhosePictureIsMissingIsNone) {
 
 TEST(FloatingPictures, DamagedDrawingsHoldNone) {
     const Bytes anchors = encodePlc({7, 20}, Bytes(26, 1));
-    EXPECT_THAT(readFloatingPictures({anchors, Bytes(9, 0xFF), {}}), IsEmpty());
-    EXPECT_THAT(readFloatingPictures({anchors, {}, {}}), IsEmpty());
+    const Bytes damaged(9, 0xFF);
+    EXPECT_THAT(readFloatingPictures(anchors, Drawings(damaged, {})), IsEmpty());
+    EXPECT_THAT(readFloatingPictures(anchors, Drawings({}, {})), IsEmpty());
 }
 
 } // namespace

@@ -71,7 +71,7 @@ private:
 };
 
 class KilledWriterTest : public testing::Test {
-protected:
+public:
     KilledWriterTest() {
         fs::remove_all(home);
         fs::create_directories(home);
@@ -81,6 +81,7 @@ protected:
         fs::remove_all(home, ignored);
     }
 
+protected:
     static std::u16string line(int state) {
         const std::string number = std::to_string(state);
         return u"第" + std::u16string(number.begin(), number.end()) + u"个 " +

@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 class OutputFileTest : public testing::Test {
-protected:
+public:
     OutputFileTest() { fs::create_directories(home); }
     ~OutputFileTest() override {
         std::error_code ignored;
@@ -23,6 +23,7 @@ protected:
         fs::remove_all(home, ignored);
     }
 
+protected:
     void write(const fs::path& path, const std::string& text) const {
         std::ofstream(path, std::ios::binary) << text;
     }

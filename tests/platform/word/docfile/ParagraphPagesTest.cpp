@@ -84,10 +84,7 @@ TEST(ParagraphPages, LayoutIsThatOfTheFormat) {
 }
 
 TEST(ParagraphPages, EqualListsOfAPageAreStoredOnce) {
-    std::vector<FormattedParagraph> runs;
-    for (int i = 0; i < 29; ++i) {
-        runs.push_back({1, 0, centred});
-    }
+    std::vector<FormattedParagraph> runs(29, {1, 0, centred});
     EXPECT_EQ(encodeParagraphPages(runs, 0, noStore).size(), 1U);
     runs.push_back({1, 0, centred}); // thirty need more than a page's positions
     EXPECT_EQ(encodeParagraphPages(runs, 0, noStore).size(), 2U);

@@ -114,8 +114,8 @@ TEST(Picture, SizeIsKeptToTheTwip) {
         picture.setWidth(twips);
         picture.setHeight(twips + 1);
         const Picture read = *Picture::fromBlob(*picture.blob());
-        EXPECT_NEAR(read.width(), twips, 1 + twips / 2000);
-        EXPECT_NEAR(read.height(), twips + 1, 1 + twips / 2000);
+        EXPECT_NEAR(read.width(), twips, 1 + twips / 2000.0);
+        EXPECT_NEAR(read.height(), twips + 1, 1 + twips / 2000.0);
     }
 }
 

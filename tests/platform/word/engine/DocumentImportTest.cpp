@@ -11,6 +11,18 @@ using namespace qvnd::word::test;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+namespace {
+
+Story textBox(const std::u16string& text, PropertyListId characters = PropertyListId::empty) {
+    Story story;
+    story.text = text;
+    story.characters = {{story.size(), characters}};
+    story.paragraphs = {{story.size(), 0, PropertyListId::empty}};
+    return story;
+}
+
+} // namespace
+
 // --- text -----------------------------------------------------------------------------------
 
 TEST(DocumentImport, TextWithItsFormattingComesAsItIs) {
@@ -659,6 +671,43 @@ TEST(ImportedFields, ATableOfContentsTravelsAsItIs) {
     EXPECT_EQ(target.last.text->fields, source.data.main.fields);
 }
 
+// --- text boxes -----------------------------------------------------------------------------
+
+TEST(ImportedTextBoxes, TheirTextFollowsTheParagraphOfTheirAnchorAndTheUserIsTold) {
+    SourceDocument source;
+    source.paragraph(u"a\u0008b\u0008", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.paragraph(u"c");
+    source.data.sections = {{source.data.main.size(), PropertyListId::empty}};
+    source.data.bookmarks = {{u"c", 5, 6, 0}};
+    source.data.side.drawings = 2;
+    source.data.side.textBoxes = 2;
+    source.data.side.textFrames = 2;
+    const PropertyListId bold = source.list(sprm8(sprm::CFBold, 1));
+    source.data.textBoxes = {{1, textBox(u"one\r", bold)}, {3, textBox(u"two\r")}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"ab\rone\rtwo\rc\r");
+    EXPECT_EQ(target.last.sections.back().length, target.last.text->size());
+    EXPECT_EQ(target.last.bookmarks.at(0).start, 11U);
+    EXPECT_EQ(target.last.bookmarks.at(0).end, 12U);
+    EXPECT_EQ(operand8(target.runList(2), sprm::CFBold), 1);
+    EXPECT_THAT(target.last.leftOut,
+                ElementsAre(u"文本框 2 个改成了正文，放在其锚点所在的段落之后"));
+}
+
+TEST(ImportedTextBoxes, AnchorsWithinTheirTextAreTakenOutAndNamed) {
+    SourceDocument source;
+    source.paragraph(u"a");
+    source.data.side.textBoxes = 1;
+    const PropertyListId special = source.list(sprm8(sprm::CFSpec, 1));
+    source.data.textBoxes = {{0, textBox(u"x\u0008y\r", special)}};
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\rxy\r");
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"文本框 1 个改成了正文，放在其锚点所在的段落之后",
+                                                 u"浮动图形 1 个未能带入"));
+}
+
 // --- what does not come along ---------------------------------------------------------------
 
 TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
@@ -669,12 +718,29 @@ TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
     source.data.side.comments = 2;
     source.data.side.drawings = 4;
     source.data.side.textBoxes = 1;
+    source.data.side.textFrames = 1;
     ImportTarget target;
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"abcd\r");
     EXPECT_THAT(target.last.leftOut,
                 ElementsAre(u"脚注 3 个未能带入", u"尾注 1 个未能带入", u"批注 2 条未能带入",
                             u"文本框 1 个未能带入", u"浮动图形 3 个未能带入"));
+}
+
+TEST(LeftOut, TextBoxesWithoutAnchorEmptyOnesAndThoseOfHeadersAreNamed) {
+    SourceDocument source;
+    source.paragraph(u"a\u0008b", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.data.side.drawings = 3;
+    source.data.side.textBoxes = 3;
+    source.data.side.textFrames = 2;
+    source.data.side.headerTextBoxes = 4;
+    source.data.textBoxes.push_back({1, textBox(u" \u3000\r")});
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"ab\r");
+    EXPECT_THAT(target.last.leftOut,
+                ElementsAre(u"空文本框 1 个未能带入", u"文本框 2 个未能带入",
+                            u"页眉页脚中的文本框 4 个未能带入", u"浮动图形 1 个未能带入"));
 }
 
 TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {

@@ -1,0 +1,257 @@
+#include "platform/word/engine/TextBoxPlacing.h"
+
+#include "platform/word/docfile/TablePlaces.h"
+#include "platform/word/engine/ImportFixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <numeric>
+
+namespace qvnd::word::test {
+namespace {
+
+using testing::ElementsAre;
+
+// Stories of paragraphs, all in one pool of property lists.
+class TextBoxPlacing_ : public testing::Test {
+protected:
+    PropertyLists lists;
+    Story story;
+
+    void paragraph(Story& to, const std::u16string& text, const Bytes& properties = {},
+                   const Bytes& characters = {}) {
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            if (text[i] >= 0x13 && text[i] <= 0x15) {
+                to.fields.push_back(
+                    {static_cast<Cp>(to.size() + i), static_cast<std::uint8_t>(text[i]), 0});
+            }
+        }
+        to.text += text;
+        const auto length = static_cast<Cp>(text.size());
+        to.characters.push_back({length, lists.intern(characters)});
+        to.paragraphs.push_back({length, 0, lists.intern(properties)});
+    }
+    Story box(const std::u16string& text, const Bytes& properties = {},
+              const Bytes& characters = {}) {
+        Story result;
+        paragraph(result, text, properties, characters);
+        return result;
+    }
+    static Bytes cell(unsigned depth = 1) {
+        return sprm8(sprm::PFInTable, 1) + sprm32(sprm::PItap, depth);
+    }
+    static Bytes rowEnd() { return cell() + sprm8(sprm::PFTtp, 1); }
+    static Bytes innerCellEnd() { return cell(2) + sprm8(sprm::PFInnerTableCell, 1); }
+    static Bytes innerRowEnd() { return innerCellEnd() + sprm8(sprm::PFInnerTtp, 1); }
+    void oneCell(Story& to, const std::u16string& text) {
+        paragraph(to, text + u"\u0007", cell());
+        paragraph(to, u"\u0007", rowEnd());
+    }
+
+    void place(Cp anchor, Story text) {
+        TextBoxPlacing placing(story, lists);
+        EXPECT_TRUE(placing.add(anchor, std::move(text)));
+        placing.apply();
+    }
+    std::vector<TablePlace> tablePlaces() {
+        TablePlaces places(lists);
+        std::vector<TablePlace> result;
+        Cp end = 0;
+        for (const ParagraphRun& run : story.paragraphs) {
+            end += run.length;
+            result.push_back(places.of(run.properties, story.text.at(end - 1)));
+        }
+        return result;
+    }
+    PropertyListId charactersAt(Cp at) const {
+        for (const CharacterRun& run : story.characters) {
+            if (at < run.length) {
+                return run.properties;
+            }
+            at -= run.length;
+        }
+        return PropertyListId::empty;
+    }
+    void expectSound() const {
+        const auto add = [](Cp sum, const auto& run) { return sum + run.length; };
+        EXPECT_EQ(std::accumulate(story.paragraphs.begin(), story.paragraphs.end(), Cp{0}, add),
+                  story.size());
+        EXPECT_EQ(std::accumulate(story.characters.begin(), story.characters.end(), Cp{0}, add),
+                  story.size());
+    }
+};
+
+constexpr TablePlace text0{};
+constexpr TablePlace text1{1, false, false};
+constexpr TablePlace cellEnd1{1, true, false};
+constexpr TablePlace rowEnd1{1, false, true};
+constexpr TablePlace text2{2, false, false};
+constexpr TablePlace cellEnd2{2, true, false};
+constexpr TablePlace rowEnd2{2, false, true};
+
+TEST_F(TextBoxPlacing_, TheTextStandsBehindTheParagraphOfItsAnchorWithItsOwnFormat) {
+    paragraph(story, u"anchor\r", sprm8(sprm::PJc80, 1));
+    paragraph(story, u"next\r");
+    place(3, box(u"boxed\r", sprm8(sprm::PJc80, 2), sprm8(sprm::CFBold, 1)));
+    EXPECT_EQ(story.text, u"anchor\rboxed\rnext\r");
+    ASSERT_EQ(story.paragraphs.size(), 3U);
+    EXPECT_EQ(operand8(lists[story.paragraphs[0].properties], sprm::PJc80), 1);
+    EXPECT_EQ(operand8(lists[story.paragraphs[1].properties], sprm::PJc80), 2);
+    EXPECT_EQ(operand8(lists[charactersAt(7)], sprm::CFBold), 1);
+    EXPECT_EQ(operand8(lists[charactersAt(6)], sprm::CFBold), -1);
+    EXPECT_EQ(operand8(lists[charactersAt(13)], sprm::CFBold), -1);
+    expectSound();
+}
+
+TEST_F(TextBoxPlacing_, SeveralOfOneParagraphStandInTheirOrder) {
+    paragraph(story, u"anchors\r");
+    paragraph(story, u"next\r");
+    TextBoxPlacing placing(story, lists);
+    EXPECT_TRUE(placing.add(9, box(u"later\r")));
+    EXPECT_TRUE(placing.add(1, box(u"one\r")));
+    EXPECT_TRUE(placing.add(5, box(u"two\r")));
+    placing.apply();
+    EXPECT_EQ(story.text, u"anchors\rone\rtwo\rnext\rlater\r");
+    expectSound();
+}
+
+TEST_F(TextBoxPlacing_, PositionsInFrontStayAndThoseBehindMoveOn) {
+    paragraph(story, u"ab\r");
+    paragraph(story, u"cd\r");
+    TextBoxPlacing placing(story, lists);
+    placing.add(0, box(u"xyz\r"));
+    placing.apply();
+    EXPECT_EQ(placing.moved(0), 0U);
+    EXPECT_EQ(placing.moved(2), 2U); // in front of the paragraph's mark
+    EXPECT_EQ(placing.moved(3), 7U);
+    EXPECT_EQ(placing.moved(6), 10U);
+}
+
+TEST_F(TextBoxPlacing_, FieldsOfTheStoryAndOfTheTextKeepTheirCharacters) {
+    paragraph(story, u"\u0013A\u0015\r");
+    paragraph(story, u"\u0013B\u0015\r");
+    place(1, box(u"x\u0013C\u0014c\u0015\r"));
+    ASSERT_EQ(story.fields.size(), 7U);
+    for (const FieldMark& mark : story.fields) {
+        EXPECT_EQ(story.text.at(mark.at), mark.character);
+    }
+    EXPECT_TRUE(std::is_sorted(story.fields.begin(), story.fields.end(),
+                               [](const auto& a, const auto& b) { return a.at < b.at; }));
+}
+
+TEST_F(TextBoxPlacing_, ASectionsBreakStaysBehindTheText) {
+    paragraph(story, u"anchor\f", {}, sprm8(sprm::CFBold, 1));
+    paragraph(story, u"next\r");
+    TextBoxPlacing placing(story, lists);
+    placing.add(2, box(u"boxed\r"));
+    placing.apply();
+    EXPECT_EQ(story.text, u"anchor\rboxed\fnext\r");
+    EXPECT_EQ(placing.moved(7), 13U); // where the next section begins
+    expectSound();
+}
+
+TEST_F(TextBoxPlacing_, InACellTheTextStaysInTheCell) {
+    oneCell(story, u"anchor");
+    paragraph(story, u"behind\r");
+    place(2, box(u"boxed\r"));
+    EXPECT_EQ(story.text, u"anchor\rboxed\u0007\u0007behind\r");
+    EXPECT_THAT(tablePlaces(), ElementsAre(text1, cellEnd1, rowEnd1, text0));
+    expectSound();
+}
+
+TEST_F(TextBoxPlacing_, InACellATableOfTheTextBecomesAnInnerOne) {
+    oneCell(story, u"anchor");
+    paragraph(story, u"behind\r");
+    Story text;
+    oneCell(text, u"inner");
+    paragraph(text, u"after\r");
+    place(2, std::move(text));
+    EXPECT_EQ(story.text, u"anchor\rinner\r\rafter\u0007\u0007behind\r");
+    EXPECT_THAT(tablePlaces(), ElementsAre(text1, cellEnd2, rowEnd2, cellEnd1, rowEnd1, text0));
+}
+
+TEST_F(TextBoxPlacing_, InAnInnerCellTheLastParagraphTakesOverTheCellsEnd) {
+    paragraph(story, u"anchor\r", innerCellEnd());
+    paragraph(story, u"\r", innerRowEnd());
+    paragraph(story, u"\u0007", cell());
+    paragraph(story, u"\u0007", rowEnd());
+    paragraph(story, u"behind\r");
+    place(2, box(u"boxed\r"));
+    EXPECT_EQ(story.text, u"anchor\rboxed\r\r\u0007\u0007behind\r");
+    EXPECT_THAT(tablePlaces(), ElementsAre(text2, cellEnd2, rowEnd2, cellEnd1, rowEnd1, text0));
+}
+
+TEST_F(TextBoxPlacing_, OutsideOfTablesATableOfTheTextStaysAsItIs) {
+    paragraph(story, u"anchor\r");
+    Story text;
+    oneCell(text, u"cell");
+    paragraph(text, u"\r");
+    place(2, std::move(text));
+    EXPECT_EQ(story.text, u"anchor\rcell\u0007\u0007\r");
+    EXPECT_THAT(tablePlaces(), ElementsAre(text0, cellEnd1, rowEnd1, text0));
+}
+
+TEST_F(TextBoxPlacing_, ARowOfExactHeightMayGrowAndAnotherStays) {
+    paragraph(story, u"anchor\u0007", cell());
+    paragraph(story, u"\u0007", rowEnd() + sprm16(sprm::TDyaRowHeight, 0x10000U - 400));
+    paragraph(story, u"other\u0007", cell());
+    paragraph(story, u"\u0007", rowEnd() + sprm16(sprm::TDyaRowHeight, 0x10000U - 500));
+    place(2, box(u"boxed\r"));
+    EXPECT_EQ(operand16(lists[story.paragraphs[2].properties], sprm::TDyaRowHeight), 400);
+    EXPECT_EQ(operand16(lists[story.paragraphs[4].properties], sprm::TDyaRowHeight), 0x10000 - 500);
+}
+
+TEST_F(TextBoxPlacing_, AnAnchorInARowsEndCountsForTheRowsLastCell) {
+    oneCell(story, u"cell");
+    paragraph(story, u"behind\r");
+    place(5, box(u"boxed\r"));
+    EXPECT_EQ(story.text, u"cell\rboxed\u0007\u0007behind\r");
+}
+
+TEST_F(TextBoxPlacing_, AFieldsCodeOverSeveralParagraphsIsNotTornApart) {
+    paragraph(story, u"a\u0013 IF x\r");
+    paragraph(story, u"y \u0014result\r");
+    paragraph(story, u"more\u0015\r");
+    paragraph(story, u"behind\r");
+    place(0, box(u"boxed\r"));
+    EXPECT_EQ(story.text, u"a\u0013 IF x\ry \u0014result\rmore\u0015\rboxed\rbehind\r");
+}
+
+TEST_F(TextBoxPlacing_, AFieldsResultTakesTheTextIn) {
+    paragraph(story, u"\u0013 TOC \u0014first\r");
+    paragraph(story, u"second\u0015\r");
+    place(8, box(u"boxed\r"));
+    EXPECT_EQ(story.text, u"\u0013 TOC \u0014first\rboxed\rsecond\u0015\r");
+}
+
+TEST_F(TextBoxPlacing_, BreaksThatLeadToTheNextBoxOfAChainBeginNoPage) {
+    paragraph(story, u"anchor\r");
+    Story text;
+    paragraph(text, u"a\u000Eb\u000Cc\u000E");
+    paragraph(text, u"d\r");
+    place(0, std::move(text));
+    EXPECT_EQ(story.text, u"anchor\ra\vb\vc\rd\r");
+}
+
+TEST_F(TextBoxPlacing_, ATextWithoutAPlaceStaysOutAndIsToldSo) {
+    paragraph(story, u"text\r");
+    TextBoxPlacing placing(story, lists);
+    EXPECT_FALSE(placing.add(5, box(u"behind the end\r")));
+    EXPECT_FALSE(placing.add(0, Story()));
+    EXPECT_FALSE(placing.add(0, box(u"no mark")));
+    placing.apply();
+    EXPECT_EQ(story.text, u"text\r");
+}
+
+TEST_F(TextBoxPlacing_, TablesDoNotNestWithoutEnd) {
+    paragraph(story, u"x\r", cell(deepestTable));
+    TextBoxPlacing placing(story, lists);
+    Story text;
+    oneCell(text, u"cell");
+    paragraph(text, u"\r");
+    EXPECT_FALSE(placing.add(0, std::move(text)));
+}
+
+} // namespace
+} // namespace qvnd::word::test
