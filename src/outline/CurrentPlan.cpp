@@ -44,26 +44,32 @@ void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen
     }
 }
 
-void adoptFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
-                  desktop::SplashScreen& splash) {
-    const auto refresh = [&](jet::Database& db, OutlineTree& tree) {
-        return [&state, &db, &tree, &messages, &splash] {
-            updateTreeTemplate(state, db, tree, false, messages, splash);
-        };
+} // namespace
+
+void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                          desktop::SplashScreen& splash) {
+    const auto refresh = [&] {
+        updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false, messages,
+                           splash);
     };
-    store::ImportTemplateFolders(
-        state, {refresh(*state.gDbTemplate, workbench.TrvTemplate), splash, messages});
-    store::ImportPlanFolders(state,
-                             {refresh(*state.gDbUser, workbench.TrvTemplate_Us), splash, messages});
+    store::ImportTemplateFolders(state, {refresh, splash, messages});
 }
 
-} // namespace
+void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      desktop::SplashScreen& splash) {
+    const auto refresh = [&] {
+        updateTreeTemplate(state, *state.gDbUser, workbench.TrvTemplate_Us, false, messages,
+                           splash);
+    };
+    store::ImportPlanFolders(state, {refresh, splash, messages});
+}
 
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                    desktop::SplashScreen& splash) {
     try {
         showCurrentPlan(state, workbench, splash);
-        adoptFolders(state, workbench, messages, splash);
+        adoptTemplateFolders(state, workbench, messages, splash);
+        adoptPlanFolders(state, workbench, messages, splash);
         const auto name = currentPlan(*state.gDbUser);
         setPlanCommands(workbench, name && state.gFso->FolderExists(state.gUserTplPath + *name));
         if (workbench.TrvCurrent.Count() > 0) {

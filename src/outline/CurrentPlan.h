@@ -14,6 +14,13 @@ namespace qvnd::outline {
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                    desktop::SplashScreen& splash);
 
+// The two adoptions by themselves: ImportTemplateFolders with TrvTemplate, and ImportPlanFolders
+// with TrvTemplate_Us. Failures are told.
+void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                          desktop::SplashScreen& splash);
+void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      desktop::SplashScreen& splash);
+
 // Brings the outline in the folder of the plan shown in TrvCurrent level with the working one.
 void saveCurrentPlan(modMain& state, const Workbench& workbench);
 

@@ -1,0 +1,142 @@
+#include "outline/DeleteNode.h"
+
+#include "outline/LibraryTree.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/PlanFolder.h"
+#include "outline/QueryText.h"
+#include "platform/error/IgnoringErrors.h"
+#include "platform/error/RunTimeError.h"
+
+#include <algorithm>
+
+namespace qvnd::outline {
+
+using desktop::Icon;
+
+namespace {
+
+// The number of a bare "Resume"; this room raises it nowhere, a service might.
+constexpr long resumeWithoutError = 20;
+constexpr std::size_t lastEditButton = 8;
+
+const QString hint = QStringLiteral("提示");
+
+class Deletion {
+public:
+    Deletion(modMain& state, Workbench& workbench, const Services& services)
+        : state_(state), workbench_(workbench), services_(services) {}
+
+    // False when the user does not want it.
+    bool run() {
+        const OutlineNode* selected = workbench_.TrvCurrent.SelectedItem();
+        if (!selected) {
+            throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选中节点");
+        }
+        if (!services_.messages.ask("真的要删除[" + selected->Text() + "]吗？", Icon::question)) {
+            return false;
+        }
+        const QString key = selected->Key();
+        state_.gWs->BeginTrans();
+        if (depthOfKey(key) == 0) {
+            deletePlan(tableOfKey(key));
+        } else {
+            deleteSubtree(tableOfKey(key), key);
+        }
+        std::fill_n(workbench_.TbarBid.begin() + 1, lastEditButton, false);
+        workbench_.TbarBid[12] = workbench_.TrvCurrent.Count() > 0;
+        return true;
+    }
+
+private:
+    void deletePlan(const QString& plan) {
+        jet::Database& db = *state_.gDbUser;
+        db.TableDefs().Delete(plan);
+        db.TableDefs().Delete(plan + "Org");
+        for (const char* list : {"遍历表", "当前表"}) {
+            db.Execute(QStringLiteral("Delete * from ") + list + " where 名称=" + quoted(plan));
+        }
+        workbench_.cmdEdit = false;
+        workbench_.mnuEdit = false;
+        workbench_.TbarBid[9] = false;
+        const QString folder = planFolder(state_, plan);
+        if (state_.gFso->FolderExists(folder)) {
+            state_.gFso->DeleteFolder(folder, false);
+        }
+        workbench_.TrvCurrent.Clear();
+        state_.gWs->CommitTrans();
+        refreshUserPlans();
+        closeNodeCommands();
+    }
+
+    void deleteSubtree(const QString& table, const QString& key) {
+        const QString statement =
+            "Delete * from " + table + " where Key like " + quoted(key + u'*');
+        state_.gDbUser->Execute(statement);
+        deleteFromPlanCopy(table, statement);
+        workbench_.TrvCurrent.Remove(key);
+        state_.gWs->CommitTrans();
+        refreshUserPlans();
+    }
+
+    void deleteFromPlanCopy(const QString& plan, const QString& statement) {
+        if (state_.gDbPlan) {
+            state_.gDbPlan->Close();
+        }
+        state_.gDbPlan = state_.gWs->OpenDatabase(planDatabasePath(state_, plan));
+        state_.gDbPlan->Execute(statement);
+        state_.gDbPlan->Close();
+        state_.gDbPlan.reset();
+    }
+
+    void refreshUserPlans() {
+        updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
+                           services_.messages, services_.splash);
+    }
+
+    void closeNodeCommands() {
+        for (bool Workbench::*command :
+             {&Workbench::mnuBrowseDoc, &Workbench::mnuEQFolder, &Workbench::mnuLTFolder,
+              &Workbench::mnuAddDoc, &Workbench::mnuEQDoc, &Workbench::mnuLTDoc,
+              &Workbench::mnuRename, &Workbench::mnuEditDelete, &Workbench::mnuSaveTemplate}) {
+            workbench_.*command = false;
+        }
+        workbench_.TbarBid[10] = false;
+    }
+
+    modMain& state_;
+    Workbench& workbench_;
+    const Services& services_;
+};
+
+// An open handle would keep the folder from being copied or deleted.
+void closePlanCopy(modMain& state) {
+    if (state.gDbPlan) {
+        ignoringErrors([&] { state.gDbPlan->Close(); });
+        state.gDbPlan.reset();
+    }
+}
+
+void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
+    const long number = failure.number();
+    if (number == error::permissionDenied) {
+        messages.tell(QStringLiteral("请先关闭正在使用与此工程相关的内容！"), Icon::exclamation,
+                      hint);
+    } else if (number > 0 && number != error::itemNotFound && number != resumeWithoutError) {
+        messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation, hint);
+    }
+}
+
+} // namespace
+
+Deleted mnuEditDelete(modMain& state, Workbench& workbench, const Services& services) {
+    try {
+        return Deletion(state, workbench, services).run() ? Deleted::deleted : Deleted::answeredNo;
+    } catch (const RunTimeError& failure) {
+        closePlanCopy(state);
+        tellFailure(failure, services.messages);
+        return Deleted::failed;
+    }
+}
+
+} // namespace qvnd::outline

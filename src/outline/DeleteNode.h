@@ -1,0 +1,21 @@
+#pragma once
+
+#include "outline/Services.h"
+#include "outline/Workbench.h"
+#include "store/modMain.h"
+
+namespace qvnd::outline {
+
+// How mnuEditDelete ended; `failed` has told the user why, but for error 3265.
+enum class Deleted { deleted, answeredNo, failed };
+
+// Deletes the node selected in TrvCurrent, after asking. A root takes the whole plan with it:
+// tables, registration and folder. Any other node takes every row whose key begins with its key's
+// text, from the working table and from the plan's own database, so T.1 takes T.10 along, whose
+// node stays on the screen; document files stay in the folder.
+//
+// It runs in a transaction that covers the databases alone. A failure leaves it open, with what was
+// done up to there in it; nothing is taken back.
+Deleted mnuEditDelete(modMain& state, Workbench& workbench, const Services& services);
+
+} // namespace qvnd::outline

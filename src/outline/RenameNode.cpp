@@ -1,0 +1,69 @@
+#include "outline/RenameNode.h"
+
+#include "outline/OutlineKeys.h"
+#include "outline/QueryText.h"
+#include "platform/error/RunTimeError.h"
+
+namespace qvnd::outline {
+
+using desktop::Icon;
+
+namespace {
+
+OutlineNode& selectedNode(Workbench& workbench) {
+    OutlineNode* selected = workbench.TrvCurrent.SelectedItem();
+    if (!selected) {
+        throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选中节点");
+    }
+    return *selected;
+}
+
+void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
+    messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
+                  QStringLiteral("提示"));
+}
+
+void rename(modMain& state, Workbench& workbench, const QString& newString) {
+    OutlineNode& selected = selectedNode(workbench);
+    const auto row =
+        state.gDbUser->OpenRecordset(rowQuery(tableOfKey(selected.Key()), workbench.clickedKey));
+    row->Edit();
+    row->Set(u"名称", newString);
+    row->Update();
+    workbench.TrvCurrent.setText(selected, newString);
+}
+
+} // namespace
+
+OutlineNode* mnuRename(Workbench& workbench, desktop::MessageBoxes& messages) {
+    try {
+        return &selectedNode(workbench);
+    } catch (const RunTimeError& failure) {
+        tellFailure(failure, messages);
+        return nullptr;
+    }
+}
+
+void BeforeLabelEdit(Workbench& workbench, const OutlineNode& node) {
+    workbench.textBeforeEdit = node.Text();
+}
+
+bool AfterLabelEdit(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                    const QString& newString) {
+    bool isTaken = false;
+    if (newString.isEmpty()) {
+        messages.tell(QStringLiteral("对不起，名称不能为空"), Icon::information);
+    } else {
+        try {
+            rename(state, workbench, newString);
+            isTaken = true;
+        } catch (const RunTimeError& failure) {
+            tellFailure(failure, messages);
+            return false;
+        }
+    }
+    workbench.mnuRename = true;
+    return isTaken;
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,51 @@
+#include "plans/DeletePlan.h"
+
+#include "outline/PlanFolder.h"
+#include "outline/QueryText.h"
+#include "plans/PlanInformation.h"
+#include "platform/error/IgnoringErrors.h"
+
+namespace qvnd::plans {
+
+namespace {
+
+// An empty name names no table, and "Org" alone is not its information table.
+void deleteTables(jet::Database& db, const QString& plan) {
+    if (plan.isEmpty()) {
+        return;
+    }
+    ignoringErrors([&] { db.TableDefs().Delete(plan); });
+    ignoringErrors([&] { db.TableDefs().Delete(informationTableOf(plan)); });
+}
+
+void forgetCurrent(jet::Database& db) {
+    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
+    if (!current->Eof()) {
+        current->Delete();
+    }
+}
+
+} // namespace
+
+bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages) {
+    QString name;
+    ignoringErrors([&] { name = workbench.TrvCurrent.Item(1).Text(); });
+    if (name.isEmpty() || !messages.ask("确实要删除工程 [ " + name + " ]", desktop::Icon::question,
+                                        QStringLiteral("提示"))) {
+        return false;
+    }
+    jet::Database& db = *state.gDbUser;
+    ignoringErrors([&] { state.gFso->DeleteFolder(outline::planFolder(state, name), false); });
+    deleteTables(db, state.gSelectedPlan);
+    ignoringErrors([&] { forgetCurrent(db); });
+    ignoringErrors([&] {
+        db.Execute("Delete * from 遍历表 where 名称=" + outline::quoted(state.gSelectedPlan));
+    });
+    state.gSelectedPlan.clear();
+    ignoringErrors([&] { db.TableDefs().Refresh(); });
+    workbench.TrvCurrent.Clear();
+    ignoringErrors([&] { workbench.TrvTemplate_Us.Remove(name); });
+    return true;
+}
+
+} // namespace qvnd::plans

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/error/RunTimeError.h"
+#include "platform/preview/DocumentPreview.h"
+
+#include <QStringList>
+
+#include <optional>
+
+namespace qvnd::test {
+
+// Keeps what was shown, or fails as told.
+class FakePreview : public preview::DocumentPreview {
+public:
+    void show(const QString& path) override {
+        if (failure) {
+            throw *failure;
+        }
+        shown << path;
+        isUp = true;
+    }
+    void hide() override { isUp = false; }
+
+    QStringList shown;
+    bool isUp = false;
+    std::optional<RunTimeError> failure;
+};
+
+} // namespace qvnd::test
