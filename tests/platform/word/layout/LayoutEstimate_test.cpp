@@ -48,6 +48,7 @@ protected:
             }
         }
         std::vector<Cp> positions;
+        positions.reserve(wanted.size());
         for (const std::size_t index : wanted) {
             positions.push_back(starts.at(index));
         }
