@@ -4,6 +4,7 @@
 #include "tools/FormatCommands.h"
 #include "tools/GenerateCommand.h"
 #include "tools/OutlineCommands.h"
+#include "tools/OutlineDragCommands.h"
 #include "tools/PlanCommands.h"
 #include "tools/RegistryCommands.h"
 
@@ -11,8 +12,9 @@ namespace qvnd::tools {
 
 std::vector<Command> commandTable() {
     std::vector<Command> table;
-    for (const auto& group : {planCommands(), outlineCommands(), formatCommands(),
-                              generateCommands(), docCommands(), registryCommands()}) {
+    for (const auto& group :
+         {planCommands(), outlineCommands(), outlineDragCommands(), formatCommands(),
+          generateCommands(), docCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

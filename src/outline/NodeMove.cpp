@@ -1,0 +1,238 @@
+#include "outline/NodeMove.h"
+
+#include "outline/BareNames.h"
+#include "outline/LibraryTree.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/TreeLoading.h"
+#include "platform/files/Paths.h"
+
+#include <algorithm>
+
+namespace qvnd::outline {
+
+namespace {
+
+// The width of the field of a key.
+constexpr qsizetype longestKey = 255;
+
+} // namespace
+
+bool NodeMove::Row::isDocument() const { return kind.TextOrEmpty() == u"是"; }
+
+NodeMove::NodeMove(modMain& state, Workbench& workbench, const Services& services)
+    : state_(state), workbench_(workbench), services_(services) {}
+
+Moved NodeMove::run(const OutlineNode& target) {
+    dragKey_ = workbench_.dragKey;
+    if (target.Key() == dragKey_ || workbench_.dragIndex == 1) {
+        workbench_.dragKey.clear();
+        return Moved::notMovable;
+    }
+    upward_ = target.Index() <= workbench_.dragIndex;
+    if (!prepare(target.Key())) {
+        workbench_.dragKey.clear();
+        return Moved::notPossible;
+    }
+    copyFiles();
+    if (moveRows()) {
+        documents_->deleteOld(keysNow());
+    }
+    workbench_.dragKey = newKey_;
+    refreshTrees();
+    workbench_.dragKey.clear();
+    return Moved::moved;
+}
+
+// Finds out all that the later statements are built from; they would strike the wrong rows without.
+bool NodeMove::prepare(const QString& targetKey) {
+    return errors_.statement([&] {
+        jet::Database& db = *state_.gDbUser;
+        plan_ = bareName(
+            db.OpenRecordset(QStringLiteral("Select * From 当前表"))->Get(u"名称").TextOrEmpty());
+        rows_ = db.OpenRecordset("Select * From " + plan_);
+    }) && find(dragKey_, source_) &&
+           find(targetKey, target_) && formNewKey() && keysFit();
+}
+
+bool NodeMove::find(const QString& key, Row& row) {
+    return errors_.statement([&] {
+        rows_->FindFirst("key = '" + key + u'\'');
+        // An apostrophe in the key could make the condition another one.
+        if (rows_->NoMatch() || rows_->Get(u"key").ToText().compare(key, Qt::CaseInsensitive)) {
+            throw RunTimeError(
+                error::noCurrentRecord,
+                QStringLiteral("方案“%1”中没有键为“%2”的行").arg(plan_, key).toStdU16String());
+        }
+        row.key = rows_->Get(u"key").ToText();
+        row.name = rows_->Get(u"名称");
+        row.kind = rows_->Get(u"是否文档");
+        row.id = rows_->Get(u"ID").ToInteger();
+    });
+}
+
+bool NodeMove::formNewKey() {
+    return errors_.statement([&] {
+        rows_->MoveLast();
+        const std::int16_t lastId = rows_->Get(u"ID").ToInteger();
+        const std::int16_t base = toInteger(lastId - toInteger(rows_->RecordCount()));
+        const QString parent = target_.isDocument() ? parentKeyOf(target_.key) : target_.key;
+        const auto family = rowsLike(*state_.gDbUser, plan_, parent);
+        newKey_ = outline::newKey(parent, base, toInteger(family->RecordCount()));
+    });
+}
+
+QString NodeMove::moved(const QString& key) const {
+    return QString(key).replace(dragKey_, newKey_, Qt::CaseSensitive);
+}
+
+// The condition for the rows below the moved folder.
+QString NodeMove::below() const { return " Where instr(key,'" + dragKey_ + ".') > 0"; }
+
+// A row whose new key the field cannot take would be cut off from its parent.
+bool NodeMove::keysFit() {
+    return errors_.statement([&] {
+        qsizetype longest = newKey_.size();
+        if (!source_.isDocument()) {
+            const auto rs = state_.gDbUser->OpenRecordset("Select key From " + plan_ + below());
+            for (; !rs->Eof(); rs->MoveNext()) {
+                longest = std::max(longest, moved(rs->Get(u"key").ToText()).size());
+            }
+        }
+        if (longest > longestKey) {
+            throw RunTimeError(error::textTooLong, u"移动后的键超过 255 个字符，不能移动");
+        }
+    });
+}
+
+void NodeMove::copyFiles() {
+    documents_.emplace(*state_.gFso, services_.messages, errors_,
+                       state_.gUserTplPath + plan_ + files::separator());
+    if (source_.isDocument()) {
+        documents_->copy(dragKey_, newKey_);
+        return;
+    }
+    errors_.statement([&] {
+        const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_ + below());
+        for (; !rs->Eof(); rs->MoveNext()) {
+            if (rs->Get(u"是否文档").TextOrEmpty() == u"是") {
+                const QString key = rs->Get(u"key").ToText();
+                documents_->copy(key, moved(key));
+            }
+        }
+    });
+}
+
+// The changes last together, so that a killed process leaves the earlier outline or the new one.
+// True when they last.
+bool NodeMove::moveRows() {
+    jet::Workspace& workspace = *state_.gWs;
+    const bool begun =
+        !workspace.InTransaction() && errors_.statement([&] { workspace.BeginTrans(); });
+    takeOut();
+    putBack();
+    if (!upward_ && !source_.isDocument()) {
+        putDescendantsLast();
+    }
+    if (!source_.isDocument()) {
+        renameDescendants();
+    }
+    return errors_.statement([&] { begun ? workspace.CommitTrans() : workspace.Settle(); });
+}
+
+void NodeMove::execute(const QString& statement) {
+    errors_.statement([&] { state_.gDbUser->Execute(statement); });
+}
+
+void NodeMove::takeOut() {
+    execute("Delete From " + plan_ + " Where [Key] = '" + dragKey_ + u'\'');
+    execute(QStringLiteral("Delete * FROM  temp"));
+    const QString behind =
+        QStringLiteral(" Where [id] %1 %2")
+            .arg(target_.isDocument() ? QStringLiteral(">=") : QStringLiteral(">"))
+            .arg(target_.id);
+    // Rows that did not get into the scratch table stay.
+    if (errors_.statement(
+            [&] { state_.gDbUser->Execute("Insert Into temp Select * From " + plan_ + behind); })) {
+        execute("Delete From " + plan_ + behind);
+    }
+}
+
+void NodeMove::putBack() {
+    Row row = source_;
+    row.key = newKey_;
+    add(row);
+    addFromTemp();
+}
+
+void NodeMove::add(const Row& row) {
+    errors_.statement([&] {
+        rows_->AddNew();
+        rows_->Set(u"名称", row.name);
+        rows_->Set(u"key", row.key);
+        rows_->Set(u"是否文档", row.kind);
+        rows_->Update();
+    });
+}
+
+void NodeMove::addFromTemp() {
+    errors_.statement([&] {
+        const auto temp = state_.gDbUser->OpenRecordset(QStringLiteral("Select * From temp"));
+        for (; !temp->Eof(); temp->MoveNext()) {
+            add({temp->Get(u"key").TextOrEmpty(), temp->Get(u"名称"), temp->Get(u"是否文档")});
+        }
+    });
+}
+
+// Rows below the folder may stand before the place where it is now, and a child has to come behind
+// its parent.
+void NodeMove::putDescendantsLast() {
+    execute(QStringLiteral("Delete From temp"));
+    if (errors_.statement([&] {
+            state_.gDbUser->Execute("Insert Into temp Select * From " + plan_ + below());
+        })) {
+        execute("Delete From " + plan_ + below());
+        addFromTemp();
+    }
+}
+
+void NodeMove::renameDescendants() {
+    errors_.statement([&] {
+        const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_ + below());
+        for (; !rs->Eof(); rs->MoveNext()) {
+            errors_.statement([&] {
+                const QString newKey = moved(rs->Get(u"key").ToText());
+                rs->Edit();
+                rs->Set(u"key", newKey);
+                rs->Update();
+            });
+        }
+    });
+}
+
+QSet<QString> NodeMove::keysNow() {
+    QSet<QString> keys;
+    errors_.statement([&] {
+        const auto rs = state_.gDbUser->OpenRecordset("Select key From " + plan_);
+        for (; !rs->Eof(); rs->MoveNext()) {
+            keys.insert(rs->Get(u"key").TextOrEmpty());
+        }
+    });
+    return keys;
+}
+
+void NodeMove::refreshTrees() {
+    rows_->Close();
+    OutlineTree& tree = workbench_.TrvCurrent;
+    errors_.statement([&] {
+        const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_);
+        tree.Clear();
+        updateTree(*rs, tree, {}, services_.splash);
+    });
+    updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
+                       services_.messages, services_.splash);
+    errors_.statement([&] { tree.Select(&tree.Item(newKey_)); });
+    execute(QStringLiteral("Delete From temp"));
+}
+
+} // namespace qvnd::outline

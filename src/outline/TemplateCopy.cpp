@@ -1,0 +1,171 @@
+#include "outline/TemplateCopy.h"
+
+#include "outline/BareNames.h"
+#include "outline/OutlineKeys.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace qvnd::outline {
+
+using desktop::Icon;
+
+namespace {
+
+const QString notice = QStringLiteral("提示");
+
+// What a walk over the target's children finds out before it ends at a child of the same text.
+struct Siblings {
+    const OutlineNode* clash = nullptr;
+    // The largest last part of the keys walked over.
+    std::optional<std::int16_t> largest;
+};
+
+// Errors 13 and 6 for a part that is no number of 16 bits.
+std::int16_t lastNumberOf(const QString& key) {
+    const QStringView part = QStringView(key).mid(key.lastIndexOf(u'.') + 1);
+    bool isPlain = false;
+    const std::int16_t number = part.toShort(&isPlain);
+    return isPlain ? number : jet::Value(part).ToInteger();
+}
+
+Siblings walk(const OutlineNode& target, const QString& text) {
+    Siblings found;
+    for (const OutlineNode* child : target.childList()) {
+        if (child->Text() == text) {
+            found.clash = child;
+            break;
+        }
+        const std::int16_t number = lastNumberOf(child->Key());
+        found.largest = std::max(found.largest.value_or(number), number);
+    }
+    return found;
+}
+
+QString numberBehind(const Siblings& siblings) {
+    return QString::number(siblings.largest ? toInteger(*siblings.largest + 1) : 1);
+}
+
+} // namespace
+
+TemplateCopy::TemplateCopy(modMain& state, Workbench& workbench, const Services& services)
+    : state_(state), workbench_(workbench), services_(services),
+      trvCurrent_(*state.gDbUser, workbench.TrvCurrent, services.splash) {}
+
+Copied TemplateCopy::DragDrop(const QString& targetKey, const QString& sourceKey,
+                              const OutlineNode* sourceNode) {
+    try {
+        return copy(targetKey, sourceKey, sourceNode);
+    } catch (const RunTimeError& failure) {
+        trvCurrent_.forget();
+        services_.messages.tell(QString::fromStdU16String(failure.description()));
+        return Copied::incomplete;
+    }
+}
+
+Copied TemplateCopy::copy(const QString& targetKey, const QString& sourceKey,
+                          const OutlineNode* given) {
+    if (targetKey.isEmpty()) {
+        return Copied::stopped;
+    }
+    if (isRefusedByDocument()) {
+        return refuse(QStringLiteral("文档下面不能包含文件夹，此时文档不能作为拖放对象."));
+    }
+    const OutlineNode& source = given ? *given : workbench_.TrvTemplate.Item(sourceKey);
+    switch (source.Image()) {
+    case image::document:
+        return copyDocument(targetKey, sourceKey, source);
+    case image::root:
+        return copyChildren(targetKey, source);
+    default:
+        return copyFolder(targetKey, source);
+    }
+}
+
+// Looks at the node that is selected, which need not be the one that is copied.
+bool TemplateCopy::isRefusedByDocument() const {
+    if (workbench_.dropTargetImage != image::document) {
+        return false;
+    }
+    const OutlineNode* selected = workbench_.TrvTemplate.SelectedItem();
+    if (!selected) {
+        throw RunTimeError(error::objectNotSet, u"未设置对象变量：模板树中没有选定的节点");
+    }
+    return selected->Image() != image::document;
+}
+
+Copied TemplateCopy::copyFolder(const QString& targetKey, const OutlineNode& source) {
+    const QString table = bareName(tableOfKey(targetKey));
+    const OutlineNode& target = workbench_.TrvCurrent.Item(targetKey);
+    const Siblings siblings = walk(target, source.Text());
+    if (siblings.clash) {
+        return refuse("[ " + source.Text() + " ]已存在,无法复制!");
+    }
+    const OutlineRow row = addRow(target, source, numberBehind(siblings));
+    trvCurrent_.refill(table, &row, {});
+    return copyChildren(row.key, source);
+}
+
+Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourceKey,
+                                  const OutlineNode& source) {
+    const QString table = bareName(tableOfKey(targetKey));
+    const OutlineNode& target = workbench_.TrvCurrent.Item(targetKey);
+    const Siblings siblings = walk(target, source.Text());
+    if (!siblings.clash) {
+        const OutlineRow row = addRow(target, source, numberBehind(siblings));
+        copyFile(sourceKey, table, row.key);
+        trvCurrent_.refill(table, &row, targetKey);
+        return Copied::copied;
+    }
+    if (!services_.messages.ask("[ " + source.Text() + " ]已存在，是否覆盖？", Icon::information,
+                                notice)) {
+        return Copied::incomplete;
+    }
+    copyFile(sourceKey, table, siblings.clash->Key());
+    // There is no new key here: the second copy bears what the walk over the children left.
+    copyFile(sourceKey, table, siblings.largest ? QString::number(*siblings.largest) : QString());
+    trvCurrent_.refill(table, nullptr, targetKey);
+    return Copied::copied;
+}
+
+Copied TemplateCopy::copyChildren(const QString& targetKey, const OutlineNode& source) {
+    Copied outcome = Copied::copied;
+    for (const OutlineNode* child : source.childList()) {
+        outcome = std::max(outcome, DragDrop(targetKey, child->Key(), child));
+        if (outcome == Copied::stopped) {
+            break;
+        }
+    }
+    return outcome;
+}
+
+OutlineRow TemplateCopy::addRow(const OutlineNode& target, const OutlineNode& source,
+                                const QString& number) {
+    const OutlineNode* first = target.Child();
+    const auto rs = state_.gDbUser->OpenRecordset("Select * From " + tableOfKey(target.Key()) +
+                                                  " Where [key] = '" +
+                                                  (first ? first->Key() : target.Key()) + u'\'');
+    OutlineRow row{target.Key() + u'.' + number, source.Text(), source.Image() == image::document};
+    outline::addRow(*rs, row);
+    newKeys_ << row.key;
+    return row;
+}
+
+// A template's document without a file is copied as its row alone.
+void TemplateCopy::copyFile(const QString& sourceKey, const QString& table, const QString& name) {
+    const QChar separator = files::separator();
+    const QString file = files::withSeparator(state_.AppPath) + "Sys" + separator + "标书模板" +
+                         separator + tableOfKey(sourceKey) + separator + sourceKey + ".doc";
+    if (state_.gFso->FileExists(file)) {
+        state_.gFso->CopyFile(file, documentPath(state_, table, name), true);
+    }
+}
+
+Copied TemplateCopy::refuse(const QString& text) {
+    services_.messages.tell(text, Icon::information, notice);
+    return Copied::stopped;
+}
+
+} // namespace qvnd::outline
