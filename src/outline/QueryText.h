@@ -9,8 +9,7 @@ namespace qvnd::outline {
 // error 3075 in both cases.
 QString quoted(const QString& text);
 
-// "Select * from <table> Where Key='<key>'", the table's name bare; error 3075 as in
-// bareName and quoted.
+// "Select * from <table> Where Key='<key>'", the table's name bare.
 QString rowQuery(const QString& table, const QString& key);
 
 } // namespace qvnd::outline

@@ -41,6 +41,8 @@ void setToolbar(Workbench& workbench, bool isRoot, bool isDocument) {
     button[5] = true;
     button[6] = !isRoot;
     button[7] = isDocument;
+    // Closed by a deletion, like the others, until the next click.
+    button[8] = true;
     if (!isDocument) {
         button[10] = workbench.pasteArmed;
     }

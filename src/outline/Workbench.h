@@ -33,8 +33,10 @@ struct Workbench {
     bool mnuDelBrowse = false;
     bool mnuBroTemplate = true;
 
-    // The buttons of TbarBid by their positions, which are counted from 1 with the separators.
-    std::array<bool, 16> TbarBid{};
+    // The buttons of TbarBid by their positions, which are counted from 1 with the separators. At
+    // first those are open that no event but a deletion closes; the others wait for a node.
+    std::array<bool, 16> TbarBid{false, false, false, false, false, false, false, false,
+                                 true,  true,  false, true,  false, true,  true,  true};
 
     // The key of the TrvCurrent node that was clicked last.
     QString clickedKey;

@@ -96,7 +96,7 @@ std::vector<Cell> cells() {
         {"Toolbar 5", on, on, on, on},
         {"Toolbar 6", off, on, on, on},
         {"Toolbar 7", off, off, on, on},
-        {"Toolbar 8", unchanged, unchanged, unchanged, unchanged},
+        {"Toolbar 8", on, on, on, on},
         {"Toolbar 9", unchanged, unchanged, unchanged, unchanged},
         {"Toolbar 10", off, off, unchanged, unchanged},
         {"Toolbar 11", unchanged, unchanged, unchanged, unchanged},

@@ -175,12 +175,15 @@ void OutlineView::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) {
         return;
     }
-    OutlineNode* node = nodeAt(event->position().toPoint());
+    const QPoint position = event->position().toPoint();
     const QString pressed = std::exchange(pressedKey_, QString());
-    if (node && node->Key() == pressed) {
-        emit nodeClick(node);
-    } else if (!node && std::exchange(pressedBeside_, false)) {
-        emit click();
+    const OutlineNode* node = nodeAt(position);
+    if (node ? node->Key() != pressed : !std::exchange(pressedBeside_, false)) {
+        return;
+    }
+    emit click();
+    if (OutlineNode* clicked = nodeAt(position)) {
+        emit nodeClick(clicked);
     }
 }
 
@@ -213,7 +216,9 @@ bool OutlineView::answersKey(int key) {
 }
 
 void OutlineView::keyPressEvent(QKeyEvent* event) {
-    if (event->modifiers().testFlag(Qt::ControlModifier) || !answersKey(event->key())) {
+    // An Enter that ends an in-place editing comes up here from the editor.
+    const bool inEditor = state() == EditingState && !hasFocus();
+    if (inEditor || event->modifiers().testFlag(Qt::ControlModifier) || !answersKey(event->key())) {
         const QModelIndex before = currentIndex();
         QTreeView::keyPressEvent(event);
         if (currentIndex().isValid() && currentIndex() != before) {

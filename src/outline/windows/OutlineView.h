@@ -46,10 +46,10 @@ signals:
     // coordinates of the screen. The context key is a press of the right button.
     void mouseDown(Qt::MouseButton button, qvnd::outline::OutlineNode* node, const QPoint& place);
     void mouseUp();
-    // A click on a node, or a selection by the keyboard.
-    void nodeClick(qvnd::outline::OutlineNode* node);
-    // A click beside all nodes.
+    // A click anywhere, but on an arrow.
     void click();
+    // A click on a node, behind its `click`, or a selection by the keyboard.
+    void nodeClick(qvnd::outline::OutlineNode* node);
     void dblClick();
     // Delete, F2 and Enter, outside of an in-place editing.
     void keyDown(int code);

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/preview/DocumentPreview.h"
+
+#include <QFrame>
+
+class QScrollBar;
+
+namespace qvnd::outline {
+
+// The preview frame (fraSee): the document view (Olesee) in a clip area (PicSee), with a scroll bar
+// (VSSee). A view taller than the area is scrolled in ten steps of a tenth of its height.
+//
+// The view tells its height as any widget does: by its heightForWidth, or else its sizeHint, and by
+// updateGeometry when that changes.
+class PreviewFrame : public QFrame {
+    Q_OBJECT
+
+public:
+    // `Olesee` becomes a child; `document` shows a file in it and is often the same object.
+    PreviewFrame(QWidget& Olesee, preview::DocumentPreview& document, QWidget* parent = nullptr);
+
+    // Shows documents in the frame; lives as long as the frame.
+    preview::DocumentPreview& document() { return door_; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    class Door : public preview::DocumentPreview {
+    public:
+        explicit Door(PreviewFrame& frame) : frame_(frame) {}
+        void show(const QString& path) override { frame_.showDocument(path); }
+        void hide() override { frame_.hideDocument(); }
+
+    private:
+        PreviewFrame& frame_;
+    };
+
+    void showDocument(const QString& path);
+    void hideDocument();
+    int viewHeight() const;
+    void fitView();
+    void scrollView();
+
+    QWidget& Olesee_;
+    preview::DocumentPreview& document_;
+    QWidget* PicSee_;
+    QScrollBar* VSSee_;
+    Door door_{*this};
+};
+
+} // namespace qvnd::outline

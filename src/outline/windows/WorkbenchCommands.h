@@ -1,0 +1,75 @@
+#pragma once
+
+#include "outline/Services.h"
+#include "outline/Workbench.h"
+#include "outline/dlgAddDoc.h"
+#include "platform/preview/DocumentPreview.h"
+#include "store/modMain.h"
+
+#include <QStringList>
+
+class QWidget;
+
+namespace qvnd::outline {
+
+class WorkbenchFrame;
+
+// What the commands of the workbench work on. All of it outlives them.
+struct WorkbenchParts {
+    modMain& state;
+    Workbench& workbench;
+    Services services;
+    WorkbenchFrame& frame;
+    preview::DocumentPreview& preview;
+};
+
+// The commands behind the menus, the toolbar and the buttons, each one call into the logic or into
+// the frame. In-place editing is the view's affair.
+class WorkbenchCommands {
+public:
+    // `window` is the one that dialogs belong to.
+    WorkbenchCommands(const WorkbenchParts& parts, QWidget& window);
+
+    void mnuNew();
+    void mnuDelete();
+    void mnuExit();
+    void mnuEQFolder();
+    void mnuLTFolder();
+    void mnuEQDoc();
+    void mnuLTDoc();
+    void mnuPaste();
+    void mnuBrowseDoc();
+    void mnuEditDelete();
+    void mnuSaveTemplate();
+    void mnuChongDie();
+    void mnuPingPu();
+    void mnuContent();
+    void mnuIndex();
+    void mnuAbout();
+    void mnuCopy();
+    void mnuDelTemplate();
+    void mnuBroTemplate();
+    // cmdEdit and mnuEdit.
+    void cmdEdit();
+    void cmdExit();
+    // The key "粘贴" of the toolbar.
+    void toolbarPaste();
+
+    // The information of the open plan; nothing happens without one.
+    void OpenPlanInfo();
+    // Adds files below the node of that key, one after another, each as mnuLTDoc would.
+    void addFiles(const QString& key, const QStringList& files);
+    // Opens the commands of the selected node of the open plan, as a click on it does.
+    void openSelected();
+    // The same for the root when no node is selected.
+    void offerRoot();
+
+private:
+    void addFolder(AddMode mode);
+    bool hasHelp();
+
+    WorkbenchParts parts_;
+    QWidget& window_;
+};
+
+} // namespace qvnd::outline

@@ -1,0 +1,216 @@
+#include "outline/windows/frmBid.h"
+
+#include "outline/CurrentPlan.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/TemplateLibrary.h"
+#include "outline/windows/PreviewFrame.h"
+#include "outline/windows/SplitterBar.h"
+#include "outline/windows/WorkbenchToolbar.h"
+#include "platform/error/RunTimeError.h"
+
+#include <QEvent>
+#include <QMdiSubWindow>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::outline {
+
+namespace {
+
+constexpr QSize usualSize{1000, 680};
+
+QTabWidget* tabs(const QString& name, const QString& accessibleName, QWidget* parent) {
+    auto* made = new QTabWidget(parent);
+    made->setObjectName(name);
+    made->setAccessibleName(accessibleName);
+    made->setDocumentMode(true);
+    return made;
+}
+
+OutlineView* view(OutlineModel* model, const QString& accessibleName) {
+    auto* made = new OutlineView(*model);
+    made->setObjectName(model->tree().Name());
+    made->setAccessibleName(accessibleName);
+    return made;
+}
+
+} // namespace
+
+frmBid::frmBid(const Parts& parts, QWidget* parent)
+    : QWidget(parent), state_(parts.state), workbench_(parts.workbench), services_(parts.services),
+      preview_(parts.fraSee.document()),
+      commands_({parts.state, parts.workbench, parts.services, parts.frame, preview_}, *this),
+      menus_(*this), TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
+    setObjectName(u"frmBid"_s);
+    setWindowTitle(u"施工组织方案设计"_s);
+    setAccessibleName(windowTitle());
+    fraSee_->setParent(this);
+    buildTrees();
+    buildButtons();
+    buildBars();
+    setOrder();
+    connectMenus();
+    connectToolbar();
+    connectTrvCurrent();
+    connectRenaming();
+    connectDragging();
+    connectTrvTemplate();
+    connectTrvTemplate_Us();
+    applyCommands();
+}
+
+QSize frmBid::sizeHint() const { return usualSize; }
+
+void frmBid::buildTrees() {
+    const auto planFile = [this](const OutlineNode& node) {
+        return documentPath(state_, tableOfKey(node.Key()), node.Key());
+    };
+    const auto templateFile = [this](const OutlineNode& node) {
+        return templateDocumentPath(state_, tableOfKey(node.Key()), node.Key());
+    };
+    currentModel_ = new OutlineModel(workbench_.TrvCurrent, planFile, this);
+    currentModel_->setEditable(true);
+    TrvCurrent_ = view(currentModel_, u"当前施工组织方案"_s);
+    TrvCurrent_->setDragDropMode(QAbstractItemView::DragDrop);
+    TrvTemplate_ =
+        view(new OutlineModel(workbench_.TrvTemplate, templateFile, this), u"施工方案模板"_s);
+    TrvTemplate_Us_ =
+        view(new OutlineModel(workbench_.TrvTemplate_Us, planFile, this), u"用户方案"_s);
+
+    TabCurrent_ = tabs(u"TabCurrent"_s, u"当前方案"_s, this);
+    TabCurrent_->addTab(TrvCurrent_, u"当前施工组织方案"_s);
+    TabTemplate_ = tabs(u"TabTemplate"_s, u"模板与方案"_s, this);
+    TabTemplate_->addTab(TrvTemplate_, u"施工方案模板"_s);
+    TabTemplate_->addTab(TrvTemplate_Us_, u"用户方案"_s);
+}
+
+QPushButton* frmBid::button(const QString& name, const QString& caption) {
+    auto* made = new QPushButton(caption, this);
+    made->setObjectName(name);
+    made->setAccessibleName(caption);
+    made->setAutoDefault(true);
+    return made;
+}
+
+void frmBid::buildButtons() {
+    cmdEdit_ = button(u"cmdEdit"_s, u"施工方案编辑"_s);
+    cmdExit_ = button(u"cmdExit"_s, u"退出"_s);
+    connect(cmdEdit_, &QPushButton::clicked, this,
+            [this] { run([this] { commands_.cmdEdit(); }); });
+    connect(cmdExit_, &QPushButton::clicked, this,
+            [this] { run([this] { commands_.cmdExit(); }); });
+}
+
+void frmBid::buildBars() {
+    lblResize_ = new SplitterBar(Qt::Vertical, this);
+    lblResize_->setObjectName(u"lblResize"_s);
+    lblResize_->setAccessibleName(u"左右分隔条"_s);
+    imgSpliter_ = new SplitterBar(Qt::Horizontal, this);
+    imgSpliter_->setObjectName(u"imgSpliter"_s);
+    imgSpliter_->setAccessibleName(u"上下分隔条"_s);
+    // A bar goes with the pointer; the panes follow at the end.
+    connect(lblResize_, &SplitterBar::dragged, this, [this](int x) {
+        layout_.dragVertical(x);
+        lblResize_->setGeometry(layout_.places().lblResize);
+    });
+    connect(imgSpliter_, &SplitterBar::dragged, this, [this](int y) {
+        layout_.dragHorizontal(y);
+        imgSpliter_->setGeometry(layout_.places().imgSpliter);
+    });
+    for (SplitterBar* bar : {lblResize_, imgSpliter_}) {
+        bar->raise();
+        connect(bar, &SplitterBar::dropped, this, [this] {
+            layout_.drop();
+            place();
+        });
+    }
+}
+
+void frmBid::setOrder() {
+    const QList<QWidget*> order{TrvCurrent_,  TabTemplate_->tabBar(),
+                                TrvTemplate_, TrvTemplate_Us_,
+                                cmdEdit_,     cmdExit_,
+                                fraSee_,      lblResize_,
+                                imgSpliter_,  TbarBid_};
+    for (qsizetype i = 1; i < order.size(); ++i) {
+        setTabOrder(order[i - 1], order[i]);
+    }
+    setFocusProxy(TrvCurrent_);
+}
+
+void frmBid::Load() {
+    TabTemplate_->setCurrentIndex(0);
+    loadWorkbench(state_, workbench_, services_.messages, services_.splash);
+    run([this] { commands_.openSelected(); });
+    TabTemplate_->setCurrentIndex(0);
+    TrvCurrent_->setFocus();
+}
+
+void frmBid::OpenPlanInfo() {
+    run([this] { commands_.OpenPlanInfo(); });
+}
+
+// Logic tells its failures itself; what is left is told here.
+void frmBid::run(const std::function<void()>& event) {
+    try {
+        event();
+    } catch (const RunTimeError& failure) {
+        services_.messages.tell(QString::fromStdU16String(failure.description()),
+                                desktop::Icon::exclamation, u"提示"_s);
+    }
+    applyCommands();
+}
+
+void frmBid::applyCommands() {
+    menus_.apply(workbench_);
+    TbarBid_->apply(workbench_);
+    cmdEdit_->setEnabled(workbench_.cmdEdit);
+}
+
+void frmBid::place() {
+    const WorkbenchLayout::Places places = layout_.places();
+    TbarBid_->setGeometry(places.TbarBid);
+    TabCurrent_->setGeometry(places.TabCurrent);
+    lblResize_->setGeometry(places.lblResize);
+    fraSee_->setGeometry(places.fraSee);
+    imgSpliter_->setGeometry(places.imgSpliter);
+    TabTemplate_->setGeometry(places.TabTemplate);
+    cmdEdit_->setGeometry(places.cmdEdit);
+    cmdExit_->setGeometry(places.cmdExit);
+}
+
+void frmBid::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (layout_.resize(size())) {
+        place();
+    }
+}
+
+bool frmBid::event(QEvent* event) {
+    if (event->type() == QEvent::ParentChange) {
+        removeCloseItem();
+    }
+    return QWidget::event(event);
+}
+
+void frmBid::removeCloseItem() {
+    auto* window = qobject_cast<QMdiSubWindow*>(parentWidget());
+    if (!window) {
+        return;
+    }
+    window->setWindowFlag(Qt::CustomizeWindowHint);
+    window->setWindowFlag(Qt::WindowCloseButtonHint, false);
+    if (QMenu* menu = window->systemMenu()) {
+        for (QAction* item : menu->actions()) {
+            if (item->shortcut() == QKeySequence(QKeySequence::Close)) {
+                menu->removeAction(item);
+            }
+        }
+    }
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "outline/windows/OutlineView.h"
+#include "outline/windows/WorkbenchCommands.h"
+#include "outline/windows/WorkbenchLayout.h"
+#include "outline/windows/WorkbenchMenus.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QPushButton;
+class QTabWidget;
+
+namespace qvnd::outline {
+
+class PreviewFrame;
+class SplitterBar;
+class WorkbenchToolbar;
+
+// The workbench window: the open plan's outline, the two libraries, a preview, and every command
+// on them. Events go to the logic as they come; behind each of them the window shows what the
+// logic has opened and closed.
+class frmBid : public QWidget {
+    Q_OBJECT
+
+public:
+    // What the window works on; all of it outlives the window. `fraSee` becomes its child.
+    struct Parts {
+        modMain& state;
+        Workbench& workbench;
+        Services services;
+        WorkbenchFrame& frame;
+        PreviewFrame& fraSee;
+    };
+
+    explicit frmBid(const Parts& parts, QWidget* parent = nullptr);
+
+    // The load of the window: the open plan and the libraries are read, and the commands of the
+    // selected node opened.
+    void Load();
+    // Shows what the logic has opened and closed; needed behind changes from outside alone.
+    void applyCommands();
+
+    // The menus that stand in the frame's menu bar while this window is the active one.
+    QList<QMenu*> menus() const { return menus_.menuBar(); }
+    // Shows and edits the information of the open plan.
+    void OpenPlanInfo();
+
+    QSize sizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    using Command = void (WorkbenchCommands::*)();
+
+    void buildTrees();
+    void buildButtons();
+    void buildBars();
+    void setOrder();
+    QPushButton* button(const QString& name, const QString& caption);
+    void connectMenus();
+    void connectToolbar();
+    void connectTrvCurrent();
+    void connectRenaming();
+    void connectDragging();
+    void connectTrvTemplate();
+    void connectTrvTemplate_Us();
+    void bind(QAction* action, Command command);
+    void run(const std::function<void()>& event);
+
+    void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
+    void trvCurrentKeyDown(int code);
+    void rename();
+    void place();
+    void removeCloseItem();
+
+    modMain& state_;
+    Workbench& workbench_;
+    Services services_;
+    preview::DocumentPreview& preview_;
+    WorkbenchCommands commands_;
+    WorkbenchMenus menus_;
+    WorkbenchLayout layout_;
+
+    WorkbenchToolbar* TbarBid_;
+    PreviewFrame* fraSee_;
+    OutlineModel* currentModel_;
+    OutlineView* TrvCurrent_;
+    OutlineView* TrvTemplate_;
+    OutlineView* TrvTemplate_Us_;
+    QTabWidget* TabCurrent_;
+    QTabWidget* TabTemplate_;
+    SplitterBar* lblResize_;
+    SplitterBar* imgSpliter_;
+    QPushButton* cmdEdit_;
+    QPushButton* cmdExit_;
+};
+
+} // namespace qvnd::outline

@@ -1,0 +1,209 @@
+#include "outline/windows/frmBid.h"
+
+#include "outline/CurrentPlan.h"
+#include "outline/RenameNode.h"
+#include "outline/TrvCurrentEvents.h"
+#include "outline/TrvTemplateEvents.h"
+#include "outline/TrvTemplate_UsEvents.h"
+#include "outline/windows/WorkbenchToolbar.h"
+
+#include <QHash>
+#include <QShortcut>
+#include <QTabBar>
+#include <QTabWidget>
+
+using namespace Qt::StringLiterals;
+
+// The wiring of frmBid: each event of a control, and the call it makes.
+namespace qvnd::outline {
+
+namespace {
+
+void onKey(QWidget& tree, const QKeySequence& key, const std::function<void()>& command) {
+    auto* shortcut = new QShortcut(key, &tree);
+    shortcut->setContext(Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, &tree, command);
+}
+
+} // namespace
+
+void frmBid::bind(QAction* action, Command command) {
+    connect(action, &QAction::triggered, this,
+            [this, command] { run([this, command] { (commands_.*command)(); }); });
+}
+
+void frmBid::connectMenus() {
+    bind(menus_.mnuNew, &WorkbenchCommands::mnuNew);
+    bind(menus_.mnuDelete, &WorkbenchCommands::mnuDelete);
+    bind(menus_.mnuEdit, &WorkbenchCommands::cmdEdit);
+    bind(menus_.mnuExit, &WorkbenchCommands::mnuExit);
+    bind(menus_.mnuEQFolder, &WorkbenchCommands::mnuEQFolder);
+    bind(menus_.mnuLTFolder, &WorkbenchCommands::mnuLTFolder);
+    bind(menus_.mnuEQDoc, &WorkbenchCommands::mnuEQDoc);
+    bind(menus_.mnuLTDoc, &WorkbenchCommands::mnuLTDoc);
+    bind(menus_.mnuPaste, &WorkbenchCommands::mnuPaste);
+    bind(menus_.mnuBrowseDoc, &WorkbenchCommands::mnuBrowseDoc);
+    connect(menus_.mnuRename, &QAction::triggered, this, &frmBid::rename);
+    bind(menus_.mnuEditDelete, &WorkbenchCommands::mnuEditDelete);
+    bind(menus_.mnuSaveTemplate, &WorkbenchCommands::mnuSaveTemplate);
+    bind(menus_.mnuChongDie, &WorkbenchCommands::mnuChongDie);
+    bind(menus_.mnuPingPu, &WorkbenchCommands::mnuPingPu);
+    bind(menus_.mnuContent, &WorkbenchCommands::mnuContent);
+    bind(menus_.mnuIndex, &WorkbenchCommands::mnuIndex);
+    bind(menus_.mnuAbout, &WorkbenchCommands::mnuAbout);
+    bind(menus_.mnuCopy, &WorkbenchCommands::mnuCopy);
+    bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate);
+    bind(menus_.mnuBroTemplate, &WorkbenchCommands::mnuBroTemplate);
+
+    // The plan's information has no item of its own: it is where a user asks for the properties of
+    // what a tab shows.
+    QTabBar* bar = TabCurrent_->tabBar();
+    auto* information = new QAction(u"工程信息(&I)..."_s, bar);
+    information->setObjectName(u"OpenPlanInfo"_s);
+    bar->addAction(information);
+    bar->setContextMenuPolicy(Qt::ActionsContextMenu);
+    connect(information, &QAction::triggered, this, &frmBid::OpenPlanInfo);
+    onKey(*TrvCurrent_, QKeySequence(u"Alt+Return"_s), [this] { OpenPlanInfo(); });
+    onKey(*TrvTemplate_, QKeySequence::Copy, [this] { menus_.mnuCopy->trigger(); });
+    onKey(*TrvCurrent_, QKeySequence::Paste, [this] { menus_.mnuPaste->trigger(); });
+}
+
+void frmBid::connectToolbar() {
+    static const QHash<QString, Command> commands{
+        {u"同夹"_s, &WorkbenchCommands::mnuEQFolder},
+        {u"下夹"_s, &WorkbenchCommands::mnuLTFolder},
+        {u"同档"_s, &WorkbenchCommands::mnuEQDoc},
+        {u"下档"_s, &WorkbenchCommands::mnuLTDoc},
+        {u"删除"_s, &WorkbenchCommands::mnuEditDelete},
+        {u"浏览"_s, &WorkbenchCommands::mnuBrowseDoc},
+        {u"复制"_s, &WorkbenchCommands::mnuCopy},
+        {u"粘贴"_s, &WorkbenchCommands::toolbarPaste},
+        {u"编辑"_s, &WorkbenchCommands::cmdEdit},
+        {u"退出"_s, &WorkbenchCommands::cmdExit},
+    };
+    connect(TbarBid_, &WorkbenchToolbar::buttonClick, this, [this](const QString& key) {
+        if (const Command command = commands.value(key)) {
+            run([this, command] { (commands_.*command)(); });
+        } else {
+            rename();
+        }
+    });
+}
+
+void frmBid::trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place) {
+    const bool right = button == Qt::RightButton;
+    PopUp popUp = PopUp::none;
+    run([&] {
+        popUp = TrvCurrentEvents(state_, workbench_, services_, preview_)
+                    .MouseDown(right ? MouseButton::right : MouseButton::left, node);
+    });
+    if (popUp == PopUp::mnuSysEdit) {
+        menus_.mnuSysEdit->popup(place);
+    } else if (popUp == PopUp::onlyMnuNew) {
+        menus_.popUpOnlyMnuNew(place);
+    }
+}
+
+void frmBid::trvCurrentKeyDown(int code) {
+    TrvCurrentEvents events(state_, workbench_, services_, preview_);
+    switch (code) {
+    case OutlineView::keyF2:
+        if (workbench_.mnuRename) {
+            rename();
+        }
+        break;
+    case OutlineView::keyEnter:
+        run([&] { events.DblClick(); });
+        break;
+    default:
+        run([&] { events.KeyDown(code); });
+    }
+}
+
+void frmBid::connectTrvCurrent() {
+    connect(TrvCurrent_, &OutlineView::mouseDown, this, &frmBid::trvCurrentMouseDown);
+    connect(TrvCurrent_, &OutlineView::keyDown, this, &frmBid::trvCurrentKeyDown);
+    connect(TrvCurrent_, &OutlineView::nodeClick, this, [this](const OutlineNode* node) {
+        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).NodeClick(*node); });
+    });
+    connect(TrvCurrent_, &OutlineView::click, this, [this] {
+        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).Click(); });
+    });
+    connect(TrvCurrent_, &OutlineView::dblClick, this, [this] {
+        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).DblClick(); });
+    });
+}
+
+void frmBid::rename() {
+    run([this] {
+        if (mnuRename(workbench_, services_.messages)) {
+            TrvCurrent_->StartLabelEdit();
+        }
+    });
+}
+
+void frmBid::connectRenaming() {
+    connect(TrvCurrent_, &OutlineView::beforeLabelEdit, this, [this] {
+        if (const OutlineNode* node = workbench_.TrvCurrent.SelectedItem()) {
+            BeforeLabelEdit(workbench_, *node);
+        }
+    });
+    connect(currentModel_, &OutlineModel::textEdited, this, [this](const QString& text) {
+        run([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
+    });
+}
+
+void frmBid::connectTrvTemplate() {
+    const auto events = [this] {
+        return TrvTemplateEvents(state_, workbench_, services_.messages, preview_);
+    };
+    connect(TrvTemplate_, &OutlineView::nodeClick, this,
+            [this, events](OutlineNode* node) { run([&] { events().NodeClick(*node); }); });
+    connect(TrvTemplate_, &OutlineView::click, this,
+            [this, events] { run([&] { events().Click(); }); });
+    connect(TrvTemplate_, &OutlineView::dblClick, this,
+            [this, events] { run([&] { events().DblClick(); }); });
+    connect(TrvTemplate_, &OutlineView::keyDown, this, [this, events](int code) {
+        if (code == OutlineView::keyEnter) {
+            run([&] { events().DblClick(); });
+        }
+    });
+    connect(TrvTemplate_, &OutlineView::mouseUp, this,
+            [this, events] { run([&] { events().MouseUp(); }); });
+    connect(TrvTemplate_, &OutlineView::mouseDown, this,
+            [this, events](Qt::MouseButton button, OutlineNode* node, const QPoint& place) {
+                bool popUp = false;
+                run([&] {
+                    popUp = events().MouseDown(node, button == Qt::RightButton ? mouse::right
+                                                                               : mouse::left);
+                });
+                if (popUp) {
+                    menus_.mnuDelBrowse->popup(place);
+                }
+            });
+}
+
+void frmBid::connectTrvTemplate_Us() {
+    const auto events = [this] {
+        return TrvTemplate_UsEvents(state_, workbench_, services_.messages, preview_);
+    };
+    connect(TrvTemplate_Us_, &OutlineView::nodeClick, this, [this](OutlineNode* node) {
+        run([&] {
+            clickUserPlan(state_, workbench_, services_.splash, *node);
+            commands_.offerRoot();
+        });
+    });
+    connect(TrvTemplate_Us_, &OutlineView::dblClick, this,
+            [this, events] { run([&] { events().DblClick(); }); });
+    connect(TrvTemplate_Us_, &OutlineView::keyDown, this, [this, events](int code) {
+        if (code == OutlineView::keyEnter) {
+            run([&] { events().DblClick(); });
+        }
+    });
+    connect(TrvTemplate_Us_, &OutlineView::mouseDown, this,
+            [this, events](Qt::MouseButton, OutlineNode* node) {
+                run([&] { events().MouseDown(node); });
+            });
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/desktop/MessageBoxes.h"
+
+#include <QLineEdit>
+
+namespace qvnd::plans {
+
+// The box that takes a plan's name (TxtName). For a new plan a key that is no letter, digit or
+// non-ASCII character is answered with a message and taken back once it stands in the text; what
+// is pasted is not looked at. For the information of a plan every key and every change gives a
+// message, and the name stays.
+class PlanNameBox : public QLineEdit {
+    Q_OBJECT
+
+public:
+    // The messages outlive the box.
+    explicit PlanNameBox(desktop::MessageBoxes& messages, QWidget* parent = nullptr);
+
+    // From now on the name that stands there is not to be changed.
+    void fixName();
+
+signals:
+    void enterPressed();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+
+private:
+    void lookAt(const QString& typed);
+    void tellFixed();
+    void onChange();
+
+    desktop::MessageBoxes& messages_;
+    QString fixedName_;
+    bool fixed_ = false;
+    bool IllegalChar_ = false;
+};
+
+} // namespace qvnd::plans
