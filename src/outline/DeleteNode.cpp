@@ -1,5 +1,6 @@
 #include "outline/DeleteNode.h"
 
+#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
@@ -71,7 +72,7 @@ private:
 
     void deleteSubtree(const QString& table, const QString& key) {
         const QString statement =
-            "Delete * from " + table + " where Key like " + quoted(key + u'*');
+            "Delete * from " + bareName(table) + " where Key like " + quoted(key + u'*');
         state_.gDbUser->Execute(statement);
         deleteFromPlanCopy(table, statement);
         workbench_.TrvCurrent.Remove(key);

@@ -1,5 +1,6 @@
 #include "outline/QueryText.h"
 
+#include "outline/BareNames.h"
 #include "platform/error/RunTimeError.h"
 
 namespace qvnd::outline {
@@ -13,7 +14,7 @@ QString quoted(const QString& text) {
 }
 
 QString rowQuery(const QString& table, const QString& key) {
-    return "Select * from " + table + " Where Key=" + quoted(key);
+    return "Select * from " + bareName(table) + " Where Key=" + quoted(key);
 }
 
 } // namespace qvnd::outline

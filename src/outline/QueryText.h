@@ -9,7 +9,8 @@ namespace qvnd::outline {
 // error 3075 in both cases.
 QString quoted(const QString& text);
 
-// "Select * from <table> Where Key='<key>'", the table's name bare.
+// "Select * from <table> Where Key='<key>'", the table's name bare; error 3075 as in
+// bareName and quoted.
 QString rowQuery(const QString& table, const QString& key);
 
 } // namespace qvnd::outline

@@ -19,7 +19,8 @@ public:
     // Main with the load of the workbench; false when it failed, and the user has been told.
     bool start(const QString& appPath);
     // The orderly exit: the open plan is saved to its folder and the databases are closed. What
-    // fails on the way does not stop it. Does nothing in a program that did not start.
+    // fails on the way does not stop it. Does nothing in a program that did not start. It is
+    // cmdExit; mnuExit ends the run without it, and so without saving to the plan's folder.
     void exit();
 
     modMain& state() { return state_; }

@@ -5,16 +5,18 @@
 #include "tools/GenerateCommand.h"
 #include "tools/OutlineCommands.h"
 #include "tools/OutlineDragCommands.h"
+#include "tools/OutlineEditCommands.h"
 #include "tools/PlanCommands.h"
+#include "tools/PlanDeletion.h"
 #include "tools/RegistryCommands.h"
 
 namespace qvnd::tools {
 
 std::vector<Command> commandTable() {
     std::vector<Command> table;
-    for (const auto& group :
-         {planCommands(), outlineCommands(), outlineDragCommands(), formatCommands(),
-          generateCommands(), docCommands(), registryCommands()}) {
+    for (const auto& group : {planCommands(), planDeletion(), outlineCommands(),
+                              outlineEditCommands(), outlineDragCommands(), formatCommands(),
+                              generateCommands(), docCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -139,6 +139,23 @@ TEST_F(WholeProgram, TheOrderlyExitLevelsTheOpenPlansCopy) {
     EXPECT_EQ(OutlineWorld::column(*copy, "甲", u"Key"), QStringList({"甲"}));
 }
 
+// mnuExit: the run's end without the orderly exit.
+TEST_F(WholeProgram, ABareEndLevelsNoCopyAndKeepsWhatStandsInAnOpenTransaction) {
+    start();
+    dropPlanFolder("甲", {{"甲", "甲"}, {"甲.1", "章"}});
+    restart();
+    click("甲");
+    state().gWs->BeginTrans();
+    state().gDbUser->Execute("Delete * from 甲 where Key='甲.1'");
+    program.reset();
+    jet::DBEngine engine;
+    const auto copy = engine.Workspaces(0).OpenDatabase(folder.path("Sys/用户模板/甲/甲.mdb"));
+    EXPECT_EQ(OutlineWorld::column(*copy, "甲", u"Key"), QStringList({"甲", "甲.1"}));
+    const auto user =
+        engine.Workspaces(0).OpenDatabase(folder.path("Sys/用户模板/Db_UsTemplate.mdb"));
+    EXPECT_EQ(OutlineWorld::column(*user, "甲", u"Key"), QStringList({"甲"}));
+}
+
 TEST_F(WholeProgram, ExitBeforeOrAfterTheRunIsHarmless) {
     start();
     program->exit();

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +26,7 @@ public:
         const QByteArray name = QFile::encodeName(path);
         holder_ = fork();
         if (holder_ == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGKILL);
             const int file = open(name.constData(), O_RDWR);
             const char isHeld = file >= 0 && take(file, kind) ? 'y' : 'n';
             (void)!write(ready[1], &isHeld, 1);

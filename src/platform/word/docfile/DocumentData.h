@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/DocumentTables.h"
 #include "platform/word/docfile/FloatingPictures.h"
+#include "platform/word/docfile/FrameSpot.h"
 #include "platform/word/docfile/Story.h"
 
 #include <array>
@@ -42,6 +43,7 @@ struct Bookmark {
 struct TextBox {
     Cp at = 0;  // its anchor; that of the group it is in, that of the chain's first shape
     Story text; // ends in a paragraph mark
+    std::optional<FrameSpot> spot; // of one in no group
 };
 
 // How much a file holds of what stands outside the main story's own text and tables.

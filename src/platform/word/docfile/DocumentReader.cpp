@@ -234,7 +234,7 @@ private:
                 std::vector<FieldMark> own;
                 appendFieldMarks(own, fields, place.start, place.length, 0);
                 data_.textBoxes.push_back(
-                    {place.at, story(start + place.start, place.length, own)});
+                    {place.at, story(start + place.start, place.length, own), place.spot});
             }
         }
     }

@@ -150,7 +150,7 @@ void Drawings::readDrawing(ByteView records) {
             // The drawing's own group is no shape; what it holds is anchored.
             forEachRecord(content, [&](const art::RecordHeader& inner, ByteView shape) {
                 if (inner.type == art::spContainer) {
-                    readShape(shape, 0, false);
+                    readShape(shape, 0);
                 } else if (inner.type == shapeGroup) {
                     readGroup(shape, 0, 1);
                 }
@@ -160,21 +160,19 @@ void Drawings::readDrawing(ByteView records) {
 }
 
 void Drawings::readGroup(ByteView records, std::uint32_t outermost, int depth) {
-    bool isFirst = true; // the group as a shape
+    // The first shape is the group itself.
     forEachRecord(records, [&](const art::RecordHeader& header, ByteView content) {
         if (header.type == art::spContainer) {
-            const std::uint32_t id = readShape(content, outermost, isFirst);
+            const std::uint32_t id = readShape(content, outermost);
             outermost = outermost == 0 ? id : outermost;
         } else if (header.type == shapeGroup && depth < deepestGroup) {
             readGroup(content, outermost, depth + 1);
         }
-        isFirst = false;
     });
 }
 
-std::uint32_t Drawings::readShape(ByteView records, std::uint32_t outermost, bool isGroup) {
+std::uint32_t Drawings::readShape(ByteView records, std::uint32_t outermost) {
     Shape shape;
-    shape.isGroup = isGroup;
     std::uint32_t id = 0;
     forEachRecord(records, [&](const art::RecordHeader& header, ByteView content) {
         if (header.type == art::fsp) {
@@ -192,6 +190,7 @@ std::uint32_t Drawings::readShape(ByteView records, std::uint32_t outermost, boo
     if (shape.text && shape.text->link == 0) {
         shapesOfTexts_.try_emplace(shape.text->number, id);
     }
+    shape.id = id;
     shape.outermost = outermost == 0 ? id : outermost;
     shapes_.insert_or_assign(id, std::move(shape));
     return id;

@@ -19,11 +19,11 @@ struct ShapeText {
 };
 
 struct Shape {
+    std::uint32_t id = 0;
     unsigned kind = 0; // MSOSPT
     art::ShapeProperties properties;
     std::optional<ShapeText> text;
     std::uint32_t outermost = 0; // the shape or group that has the anchor; itself when in no group
-    bool isGroup = false;
 };
 
 // The shapes and pictures of a document's drawings (OfficeArtContent, [MS-DOC] 2.9.172). Reads up
@@ -52,7 +52,7 @@ private:
     void readDrawing(ByteView records);
     // `outermost` is 0 for the groups of the drawing itself.
     void readGroup(ByteView records, std::uint32_t outermost, int depth);
-    std::uint32_t readShape(ByteView records, std::uint32_t outermost, bool isGroup);
+    std::uint32_t readShape(ByteView records, std::uint32_t outermost);
 
     ByteView wordDocument_;
     std::vector<StoreEntry> pictures_;

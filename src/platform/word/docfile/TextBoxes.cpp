@@ -3,6 +3,7 @@
 #include "platform/word/docfile/Plc.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <optional>
 #include <unordered_map>
 
@@ -16,7 +17,11 @@ constexpr std::size_t shapeAt = 14;     // lid
 constexpr std::size_t anchorSize = 26;  // Spa
 constexpr unsigned textFrame = 202;     // MSOSPT: a text box
 
-using Anchors = std::unordered_map<std::uint32_t, Cp>; // by shape
+struct Anchor {
+    Cp at = 0;
+    std::optional<FrameSpot> spot;
+};
+using Anchors = std::unordered_map<std::uint32_t, Anchor>; // by shape
 
 // The last text box is there for the format's sake only.
 std::size_t realCount(const Plc& boxes) { return std::max<std::size_t>(boxes.count(), 1) - 1; }
@@ -33,21 +38,56 @@ std::uint32_t shapeOf(ByteView box) {
     return reader.u32();
 }
 
+// A frame's properties have 15 bits for each number.
+constexpr std::int64_t farthest = 31680; // 22 inches, the most that Word allows
+
+FrameSpot::Across across(unsigned bx) {
+    return bx == 0   ? FrameSpot::Across::fromMargin
+           : bx == 1 ? FrameSpot::Across::fromPage
+                     : FrameSpot::Across::fromColumn;
+}
+
+FrameSpot::Down down(unsigned by) {
+    return by == 0   ? FrameSpot::Down::fromMargin
+           : by == 1 ? FrameSpot::Down::fromPage
+                     : FrameSpot::Down::fromParagraph;
+}
+
+// What follows the shape's identifier in a Spa.
+std::optional<FrameSpot> spotOf(LittleEndianReader& spa) {
+    const std::int64_t left = spa.i32();
+    const std::int64_t top = spa.i32();
+    const std::int64_t width = spa.i32() - left;
+    const std::int64_t height = spa.i32() - top;
+    const unsigned flags = spa.u16();
+    if (width <= 0 || height <= 0 ||
+        std::max({width, height, std::abs(left), std::abs(top)}) > farthest) {
+        return std::nullopt;
+    }
+    return FrameSpot{across((flags >> 1U) & 3U), down((flags >> 3U) & 3U),
+                     static_cast<int>(left),     static_cast<int>(top),
+                     static_cast<int>(width),    static_cast<int>(height)};
+}
+
 Anchors anchorsByShape(const Plc& anchors) {
     Anchors result;
     for (std::size_t i = 0; i < anchors.count(); ++i) {
-        const std::uint32_t shape = LittleEndianReader(anchors.element(i), "Spa").u32();
-        result.try_emplace(shape, anchors.positions[i]);
+        LittleEndianReader spa(anchors.element(i), "Spa");
+        const std::uint32_t shape = spa.u32();
+        result.try_emplace(shape, Anchor{anchors.positions[i], spotOf(spa)});
     }
     return result;
 }
 
-std::optional<Cp> anchorOf(std::uint32_t id, const Shape* shape, const Anchors& anchors) {
-    auto found = anchors.find(id);
-    if (found == anchors.end() && shape != nullptr) {
-        found = anchors.find(shape->outermost);
+std::optional<Anchor> anchorOf(std::uint32_t id, const Shape* shape, const Anchors& anchors) {
+    if (const auto found = anchors.find(id); found != anchors.end()) {
+        return found->second;
     }
-    return found != anchors.end() ? std::optional(found->second) : std::nullopt;
+    const auto found = shape != nullptr ? anchors.find(shape->outermost) : anchors.end();
+    if (found == anchors.end()) {
+        return std::nullopt;
+    }
+    return Anchor{found->second.at, std::nullopt}; // the spot is the group's
 }
 
 } // namespace
@@ -87,10 +127,10 @@ std::vector<TextBoxPlace> readTextBoxPlaces(const TextBoxTables& tables, const D
         const std::uint32_t id = shapeOf(boxes.element(i));
         auto at = anchorOf(id, drawings.shape(id), anchors);
         if (const Shape* shape = drawings.shapeOfText(i + 1); !at && shape != nullptr) {
-            at = anchorOf(shape->outermost, shape, anchors);
+            at = anchorOf(shape->id, shape, anchors);
         }
         if (at) {
-            places.push_back({*at, start, limit - start});
+            places.push_back({at->at, start, limit - start, at->spot});
         }
     }
     std::stable_sort(places.begin(), places.end(),

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/word/docfile/Drawings.h"
+#include "platform/word/docfile/FrameSpot.h"
 #include "platform/word/docfile/Story.h"
 
+#include <optional>
 #include <vector>
 
 // Text boxes: PlcftxbxTxt with its FTXBXS, [MS-DOC] 2.8.32 and 2.9.106.
@@ -13,6 +15,7 @@ struct TextBoxPlace {
     Cp at = 0; // its anchor in the main story
     Cp start = 0;
     Cp length = 0;
+    std::optional<FrameSpot> spot; // nothing for one in a group, and for what cannot be
 };
 
 struct TextBoxTables {

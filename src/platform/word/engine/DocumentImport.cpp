@@ -240,7 +240,9 @@ private:
         }
         StoryEdits edits;
         Story text = imported(box.text, {}, edits);
-        losses_.textBoxesInText += placing_->add(edits_.moved(box.at), std::move(text)) ? 1 : 0;
+        const auto form = placing_->add(edits_.moved(box.at), std::move(text), box.spot);
+        losses_.textBoxesInFrames += form == TextBoxPlacing::Form::frame ? 1 : 0;
+        losses_.textBoxesInText += form == TextBoxPlacing::Form::text ? 1 : 0;
     }
 
     DocumentTables& target_;

@@ -40,9 +40,11 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, side.footnotes, u"脚注", u"个");
     say(lines, side.endnotes, u"尾注", u"个");
     say(lines, side.comments, u"批注", u"条");
+    say(lines, losses.textBoxesInFrames, u"文本框", u"个", u"改成了图文框，其边框和填充未能带入");
     say(lines, losses.textBoxesInText, u"文本框", u"个", u"改成了正文，放在其锚点所在的段落之后");
+    const int carried = losses.textBoxesInFrames + losses.textBoxesInText;
     say(lines, losses.blankTextBoxes, u"空文本框", u"个");
-    say(lines, side.textBoxes - losses.textBoxesInText - losses.blankTextBoxes, u"文本框", u"个");
+    say(lines, side.textBoxes - carried - losses.blankTextBoxes, u"文本框", u"个");
     say(lines, side.headerTextBoxes, u"页眉页脚中的文本框", u"个");
     // A text box is anchored like any other shape.
     const int drawings = std::max(side.drawings, losses.drawings + losses.madeInline);

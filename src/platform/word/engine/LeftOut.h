@@ -9,13 +9,14 @@ namespace qvnd::word {
 
 // What was met on the way in and could not come along.
 struct ImportLosses {
-    int objects = 0;         // embedded objects without data; their pictures stay
-    int drawings = 0;        // anchors of floating shapes
-    int madeInline = 0;      // floating pictures that stand in their lines now
-    int textBoxesInText = 0; // text boxes whose text stands in the text now
-    int blankTextBoxes = 0;  // those that hold nothing to carry
-    int pictures = 0;        // inline pictures without data
-    int lists = 0;           // lists that found no room
+    int objects = 0;           // embedded objects without data; their pictures stay
+    int drawings = 0;          // anchors of floating shapes
+    int madeInline = 0;        // floating pictures that stand in their lines now
+    int textBoxesInFrames = 0; // text boxes whose text stands in a frame now
+    int textBoxesInText = 0;   // those whose text stands in the text
+    int blankTextBoxes = 0;    // those that hold nothing to carry
+    int pictures = 0;          // inline pictures without data
+    int lists = 0;             // lists that found no room
 };
 
 // Whether there is more than marks and spaces: text, a table, a picture.

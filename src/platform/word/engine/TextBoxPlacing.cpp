@@ -4,6 +4,7 @@
 #include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/docfile/StoryRepair.h"
 #include "platform/word/engine/FieldCodes.h"
+#include "platform/word/engine/Framing.h"
 #include "platform/word/engine/TableNesting.h"
 
 #include <algorithm>
@@ -41,6 +42,17 @@ void append(Story& story, const Story& more) {
         appendRun(story.characters, run);
     }
     story.paragraphs.insert(story.paragraphs.end(), more.paragraphs.begin(), more.paragraphs.end());
+}
+
+// The paragraph that `before` ends with gets a mark of its own; its old one ends `text`.
+void passEndOn(Story& before, Story& text, const TablePlace& place, PropertyLists& lists) {
+    std::swap(before.text.back(), text.text.back());
+    if (place.cellEnd && place.depth > 1) {
+        PropertyListId& own = before.paragraphs.back().properties;
+        own = withoutInnerCellEnd(own, lists);
+        PropertyListId& last = text.paragraphs.back().properties;
+        last = withInnerCellEnd(last, lists);
+    }
 }
 
 // Takes the runs of characters one after another into another story.
@@ -132,10 +144,46 @@ std::optional<std::size_t> TextBoxPlacing::hostOf(Cp anchor) {
     return paragraph < ends_.size() ? std::optional(paragraph) : std::nullopt;
 }
 
-bool TextBoxPlacing::add(Cp anchor, Story text) {
+std::optional<std::size_t> TextBoxPlacing::frameHostOf(Cp anchor, const Story& text) {
+    std::size_t paragraph = paragraphAt(anchor);
+    if (paragraph >= ends_.size() || placeOf(paragraph).depth > 0) {
+        return std::nullopt;
+    }
+    paragraph = std::max<std::size_t>(paragraph, 1);
+    if (paragraph >= ends_.size() || !isEnded(paragraph - 1) || placeOf(paragraph).depth > 0) {
+        return std::nullopt;
+    }
+    const bool beginsWithTable = places_.of(text.paragraphs[0].properties, paragraphMark).depth > 0;
+    if (beginsWithTable && placeOf(paragraph - 1).depth > 0) {
+        return std::nullopt; // two tables would become one
+    }
+    const Cp start = startOf(paragraph);
+    const bool inCode = std::any_of(codes_.begin(), codes_.end(), [&](const Code& code) {
+        return code.begin < start && start <= code.end;
+    });
+    return inCode ? std::nullopt : std::optional(paragraph);
+}
+
+TextBoxPlacing::Form TextBoxPlacing::add(Cp anchor, Story text,
+                                         const std::optional<FrameSpot>& spot) {
+    if (text.paragraphs.empty()) {
+        return Form::none;
+    }
     calmBreaks(text);
+    if (text.text.back() != paragraphMark) {
+        return Form::none;
+    }
+    if (const auto host = spot ? frameHostOf(anchor, text) : std::nullopt) {
+        putInFrame(text, *spot, lists_);
+        boxes_.push_back({*host, Form::frame, std::move(text)});
+        return Form::frame;
+    }
+    return addText(anchor, std::move(text)) ? Form::text : Form::none;
+}
+
+bool TextBoxPlacing::addText(Cp anchor, Story text) {
     const auto paragraph = hostOf(anchor);
-    if (!paragraph || text.paragraphs.empty() || text.text.back() != paragraphMark) {
+    if (!paragraph) {
         return false;
     }
     const int depth = placeOf(*paragraph).depth;
@@ -146,7 +194,7 @@ bool TextBoxPlacing::add(Cp anchor, Story text) {
     if (depth > 0) {
         growRow(*paragraph, depth);
     }
-    boxes_.push_back({*paragraph, std::move(text)});
+    boxes_.push_back({*paragraph, Form::text, std::move(text)});
     return true;
 }
 
@@ -173,46 +221,45 @@ void TextBoxPlacing::growRow(std::size_t paragraph, int depth) {
     }
 }
 
-// The texts that go behind the paragraph, one after another.
-Story TextBoxPlacing::joined(std::size_t paragraph) {
+// What goes to the paragraph in that form, one after another.
+Story TextBoxPlacing::joined(std::size_t paragraph, Form form) {
     Story text;
-    for (; next_ < boxes_.size() && boxes_[next_].paragraph == paragraph; ++next_) {
+    for (; next_ < boxes_.size() && boxes_[next_].paragraph == paragraph &&
+           boxes_[next_].form == form;
+         ++next_) {
         append(text, boxes_[next_].text);
     }
     return text;
 }
 
-// The paragraph gets a mark of its own; its old one ends what was put behind it.
+void TextBoxPlacing::insert(Story& result, Cp at, const Story& text) {
+    if (text.size() > 0) {
+        append(result, text);
+        const Cp before = insertions_.empty() ? 0 : insertions_.back().total;
+        insertions_.push_back({at, before + text.size()});
+    }
+}
+
 void TextBoxPlacing::apply() {
-    std::stable_sort(boxes_.begin(), boxes_.end(),
-                     [](const Box& a, const Box& b) { return a.paragraph < b.paragraph; });
+    std::stable_sort(boxes_.begin(), boxes_.end(), [](const Box& a, const Box& b) {
+        return std::pair(a.paragraph, a.form) < std::pair(b.paragraph, b.form);
+    });
     Story result;
     RunCursor runs(story_.characters);
-    Cp start = 0;
-    Cp total = 0;
     for (std::size_t i = 0; i < ends_.size(); ++i) {
-        const Cp end = ends_[i];
-        ParagraphRun paragraph = story_.paragraphs[i];
-        result.text.append(story_.text, start, end - start);
-        runs.take(end - start, result.characters);
-        if (Story texts = joined(i); texts.size() > 0) {
-            const TablePlace place = placeOf(i);
-            std::swap(result.text.back(), texts.text.back());
-            if (place.cellEnd && place.depth > 1) {
-                paragraph.properties = withoutInnerCellEnd(paragraph.properties, lists_);
-                PropertyListId& last = texts.paragraphs.back().properties;
-                last = withInnerCellEnd(last, lists_);
-            }
-            result.paragraphs.push_back(paragraph);
-            append(result, texts);
-            insertions_.push_back({end - 1, total += texts.size()});
-        } else {
-            result.paragraphs.push_back(paragraph);
+        const Cp start = startOf(i);
+        insert(result, start, joined(i, Form::frame));
+        result.text.append(story_.text, start, ends_[i] - start);
+        runs.take(ends_[i] - start, result.characters);
+        result.paragraphs.push_back(story_.paragraphs[i]);
+        Story text = joined(i, Form::text);
+        if (text.size() > 0) {
+            passEndOn(result, text, placeOf(i), lists_);
         }
-        start = end;
+        insert(result, ends_[i] - 1, text);
     }
     for (const FieldMark& mark : story_.fields) {
-        result.fields.push_back({moved(mark.at), mark.character, mark.data});
+        result.fields.push_back({movedCharacter(mark.at), mark.character, mark.data});
     }
     std::sort(result.fields.begin(), result.fields.end(),
               [](const FieldMark& a, const FieldMark& b) { return a.at < b.at; });
@@ -225,5 +272,8 @@ Cp TextBoxPlacing::moved(Cp position) const {
                          [](const Insertion& insertion, Cp value) { return insertion.at < value; });
     return next == insertions_.begin() ? position : position + std::prev(next)->total;
 }
+
+// A character goes on with what was put in front of it.
+Cp TextBoxPlacing::movedCharacter(Cp at) const { return moved(at + 1) - 1; }
 
 } // namespace qvnd::word

@@ -9,14 +9,12 @@
 
 namespace qvnd::word {
 
-static bool operator==(const TextBoxPlace& a, const TextBoxPlace& b) {
-    return a.at == b.at && a.start == b.start && a.length == b.length;
-}
-
 namespace {
 
 using test::joined;
+using testing::AllOf;
 using testing::ElementsAre;
+using testing::Field;
 using testing::IsEmpty;
 
 Bytes inARow(const std::vector<Bytes>& parts) {
@@ -110,16 +108,44 @@ std::vector<TextBoxPlace> places(const Bytes& boxes, const Bytes& anchors, const
     return readTextBoxPlaces({boxes, anchors}, Drawings(drawings, {}), length);
 }
 
+auto at(Cp anchor, Cp start, Cp length) {
+    return AllOf(Field(&TextBoxPlace::at, anchor), Field(&TextBoxPlace::start, start),
+                 Field(&TextBoxPlace::length, length));
+}
+
 TEST(TextBoxes, ATextBoxStandsAtItsShapesAnchor) {
     EXPECT_THAT(places(boxTable({{0, 0x402}}, 8), anchorTable({{5, 0x402}}), drawing({})),
-                ElementsAre(TextBoxPlace{5, 0, 8}));
+                ElementsAre(at(5, 0, 8)));
+}
+
+TEST(TextBoxes, TheSpotIsWhatTheAnchorSaysOfTheShapeItself) {
+    Bytes anchors = anchorTable({{5, 0x402}});
+    LittleEndianWriter spa;
+    for (const std::uint32_t side : {100U, 200U, 100U + 1440U, 200U + 720U}) {
+        spa.u32(side);
+    }
+    spa.u16((1U << 1U) | (2U << 3U)); // from the page's edge and from the paragraph
+    std::copy(spa.data().begin(), spa.data().end(), anchors.begin() + 12);
+    const auto own = places(boxTable({{0, 0x402}}, 8), anchors, drawing({}));
+    ASSERT_TRUE(own.at(0).spot);
+    EXPECT_EQ(own[0].spot->across, FrameSpot::Across::fromPage);
+    EXPECT_EQ(own[0].spot->down, FrameSpot::Down::fromParagraph);
+    EXPECT_EQ(own[0].spot->left, 100);
+    EXPECT_EQ(own[0].spot->top, 200);
+    EXPECT_EQ(own[0].spot->width, 1440);
+    EXPECT_EQ(own[0].spot->height, 720);
+    const auto grouped =
+        places(boxTable({{0, 0x405}}, 8), anchors, drawing({group({shape(0x402), shape(0x405)})}));
+    EXPECT_FALSE(grouped.at(0).spot);
+    const auto empty = places(boxTable({{0, 0x402}}, 8), anchorTable({{5, 0x402}}), drawing({}));
+    EXPECT_FALSE(empty.at(0).spot);
 }
 
 TEST(TextBoxes, TheyComeInTheOrderOfTheirAnchors) {
     const Bytes boxes = boxTable({{0, 0x403}, {4, 0x402}, {6, 0x404}}, 9);
     const Bytes anchors = anchorTable({{2, 0x402}, {7, 0x404}, {20, 0x403}});
     EXPECT_THAT(places(boxes, anchors, drawing({})),
-                ElementsAre(TextBoxPlace{2, 4, 2}, TextBoxPlace{7, 6, 3}, TextBoxPlace{20, 0, 4}));
+                ElementsAre(at(2, 4, 2), at(7, 6, 3), at(20, 0, 4)));
 }
 
 TEST(TextBoxes, OneInAGroupStandsAtTheOutermostGroupsAnchor) {
@@ -127,26 +153,26 @@ TEST(TextBoxes, OneInAGroupStandsAtTheOutermostGroupsAnchor) {
     const Bytes outer = group({shape(0x402), shape(0x405), inner});
     const Bytes boxes = boxTable({{0, 0x405}, {3, 0x407}}, 5);
     EXPECT_THAT(places(boxes, anchorTable({{9, 0x402}}), drawing({outer})),
-                ElementsAre(TextBoxPlace{9, 0, 3}, TextBoxPlace{9, 3, 2}));
+                ElementsAre(at(9, 0, 3), at(9, 3, 2)));
 }
 
 TEST(TextBoxes, AShapeThatNamesTheTextStandsInForOneThatTheTextDoesNotName) {
     const Bytes boxes = boxTable({{0, 0}, {3, 0}}, 5);
     const Bytes drawings = drawing({shape(0x402, 0x20000), shape(0x403, 0x10000)});
     EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}, {6, 0x403}}), drawings),
-                ElementsAre(TextBoxPlace{4, 3, 2}, TextBoxPlace{6, 0, 3}));
+                ElementsAre(at(4, 3, 2), at(6, 0, 3)));
 }
 
 TEST(TextBoxes, AChainStandsAtItsFirstShapesAnchor) {
     const Bytes drawings = drawing({shape(0x403, 0x10001), shape(0x402, 0x10000)});
     EXPECT_THAT(places(boxTable({{0, 0}}, 5), anchorTable({{4, 0x403}, {6, 0x402}}), drawings),
-                ElementsAre(TextBoxPlace{6, 0, 5}));
+                ElementsAre(at(6, 0, 5)));
 }
 
 TEST(TextBoxes, OnesForReuseAndOnesWithoutAnchorStayOut) {
     const Bytes boxes = boxTable({{0, 0x402, true}, {3, 0x403}, {5, 0x404}}, 9);
     EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}, {6, 0x404}}), drawing({})),
-                ElementsAre(TextBoxPlace{6, 5, 4}));
+                ElementsAre(at(6, 5, 4)));
     EXPECT_EQ(countTextBoxes(boxes), 2);
     EXPECT_EQ(countTextBoxes({}), 0);
 }
@@ -154,14 +180,12 @@ TEST(TextBoxes, OnesForReuseAndOnesWithoutAnchorStayOut) {
 TEST(TextBoxes, TextsDoNotOverlapAndEndWithTheirPart) {
     const Bytes boxes = boxTable({{0, 0x402}, {20, 0x403}, {4, 0x404}}, 30);
     const Bytes anchors = anchorTable({{1, 0x402}, {2, 0x403}, {3, 0x404}});
-    EXPECT_THAT(places(boxes, anchors, drawing({}), 25),
-                ElementsAre(TextBoxPlace{1, 0, 20}, TextBoxPlace{3, 20, 5}));
+    EXPECT_THAT(places(boxes, anchors, drawing({}), 25), ElementsAre(at(1, 0, 20), at(3, 20, 5)));
 }
 
 TEST(TextBoxes, DamagedDrawingsLeaveThoseWhoseAnchorNamesTheirShape) {
     const Bytes boxes = boxTable({{0, 0x402}, {3, 0x405}}, 5);
-    EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}}), Bytes(9, 0xFF)),
-                ElementsAre(TextBoxPlace{4, 0, 3}));
+    EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}}), Bytes(9, 0xFF)), ElementsAre(at(4, 0, 3)));
     EXPECT_THAT(places({}, {}, {}), IsEmpty());
 }
 

@@ -683,7 +683,7 @@ TEST(ImportedTextBoxes, TheirTextFollowsTheParagraphOfTheirAnchorAndTheUserIsTol
     source.data.side.textBoxes = 2;
     source.data.side.textFrames = 2;
     const PropertyListId bold = source.list(sprm8(sprm::CFBold, 1));
-    source.data.textBoxes = {{1, textBox(u"one\r", bold)}, {3, textBox(u"two\r")}};
+    source.data.textBoxes = {{1, textBox(u"one\r", bold), {}}, {3, textBox(u"two\r"), {}}};
     ImportTarget target;
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"ab\rone\rtwo\rc\r");
@@ -695,12 +695,30 @@ TEST(ImportedTextBoxes, TheirTextFollowsTheParagraphOfTheirAnchorAndTheUserIsTol
                 ElementsAre(u"文本框 2 个改成了正文，放在其锚点所在的段落之后"));
 }
 
+TEST(ImportedTextBoxes, OneWithASpotIsAFrameAndTheUserIsTold) {
+    SourceDocument source;
+    source.paragraph(u"a");
+    source.paragraph(u"b\u0008", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.data.side.drawings = 1;
+    source.data.side.textBoxes = 1;
+    source.data.side.textFrames = 1;
+    FrameSpot spot;
+    spot.width = 100;
+    spot.height = 100;
+    source.data.textBoxes.push_back({3, textBox(u"one\r"), spot});
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\rone\rb\r");
+    EXPECT_EQ(operand16(target.paragraphList(1), sprm::PDxaWidth), 100);
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"文本框 1 个改成了图文框，其边框和填充未能带入"));
+}
+
 TEST(ImportedTextBoxes, AnchorsWithinTheirTextAreTakenOutAndNamed) {
     SourceDocument source;
     source.paragraph(u"a");
     source.data.side.textBoxes = 1;
     const PropertyListId special = source.list(sprm8(sprm::CFSpec, 1));
-    source.data.textBoxes = {{0, textBox(u"x\u0008y\r", special)}};
+    source.data.textBoxes = {{0, textBox(u"x\u0008y\r", special), {}}};
     ImportTarget target;
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"a\rxy\r");
@@ -734,7 +752,7 @@ TEST(LeftOut, TextBoxesWithoutAnchorEmptyOnesAndThoseOfHeadersAreNamed) {
     source.data.side.textBoxes = 3;
     source.data.side.textFrames = 2;
     source.data.side.headerTextBoxes = 4;
-    source.data.textBoxes.push_back({1, textBox(u" \u3000\r")});
+    source.data.textBoxes.push_back({1, textBox(u" \u3000\r"), {}});
     ImportTarget target;
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"ab\r");

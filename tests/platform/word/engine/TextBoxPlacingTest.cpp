@@ -13,6 +13,8 @@ namespace {
 
 using testing::ElementsAre;
 
+using Form = TextBoxPlacing::Form;
+
 // Stories of paragraphs, all in one pool of property lists.
 class TextBoxPlacing_ : public testing::Test {
 protected:
@@ -51,7 +53,7 @@ protected:
 
     void place(Cp anchor, Story text) {
         TextBoxPlacing placing(story, lists);
-        EXPECT_TRUE(placing.add(anchor, std::move(text)));
+        EXPECT_EQ(Form::text, placing.add(anchor, std::move(text)));
         placing.apply();
     }
     std::vector<TablePlace> tablePlaces() {
@@ -108,9 +110,9 @@ TEST_F(TextBoxPlacing_, SeveralOfOneParagraphStandInTheirOrder) {
     paragraph(story, u"anchors\r");
     paragraph(story, u"next\r");
     TextBoxPlacing placing(story, lists);
-    EXPECT_TRUE(placing.add(9, box(u"later\r")));
-    EXPECT_TRUE(placing.add(1, box(u"one\r")));
-    EXPECT_TRUE(placing.add(5, box(u"two\r")));
+    EXPECT_EQ(Form::text, placing.add(9, box(u"later\r")));
+    EXPECT_EQ(Form::text, placing.add(1, box(u"one\r")));
+    EXPECT_EQ(Form::text, placing.add(5, box(u"two\r")));
     placing.apply();
     EXPECT_EQ(story.text, u"anchors\rone\rtwo\rnext\rlater\r");
     expectSound();
@@ -234,12 +236,104 @@ TEST_F(TextBoxPlacing_, BreaksThatLeadToTheNextBoxOfAChainBeginNoPage) {
     EXPECT_EQ(story.text, u"anchor\ra\vb\vc\rd\r");
 }
 
+// --- frames ---------------------------------------------------------------------------------
+
+const FrameSpot spot{
+    FrameSpot::Across::fromPage, FrameSpot::Down::fromParagraph, 700, -3, 2000, 900};
+
+TEST_F(TextBoxPlacing_, WithASpotTheTextIsAFrameInFrontOfTheParagraphOfItsAnchor) {
+    paragraph(story, u"first\r");
+    paragraph(story, u"anchor\r");
+    TextBoxPlacing placing(story, lists);
+    EXPECT_EQ(Form::frame, placing.add(8, box(u"boxed\r", sprm8(sprm::PJc80, 2)), spot));
+    placing.apply();
+    EXPECT_EQ(story.text, u"first\rboxed\ranchor\r");
+    const ByteView frame = lists[story.paragraphs[1].properties];
+    EXPECT_EQ(operand8(frame, sprm::PJc80), 2);
+    EXPECT_EQ(operand8(frame, sprm::PPc), 0xA0);
+    EXPECT_EQ(operand8(frame, sprm::PWr), 2);
+    EXPECT_EQ(operand16(frame, sprm::PDxaAbs), 701);
+    EXPECT_EQ(operand16(frame, sprm::PDyaAbs), 0x10000 - 2);
+    EXPECT_EQ(operand16(frame, sprm::PDxaWidth), 2000);
+    EXPECT_EQ(operand16(frame, sprm::PWHeightAbs), 0x8000 | 900);
+    EXPECT_EQ(operand8(lists[story.paragraphs[2].properties], sprm::PPc), -1);
+    EXPECT_EQ(placing.moved(6), 6U); // a section that begins with the paragraph has the frame
+    EXPECT_EQ(placing.moved(7), 13U);
+    expectSound();
+}
+
+TEST_F(TextBoxPlacing_, ATableGoesIntoTheFrameRowByRow) {
+    paragraph(story, u"first\r");
+    paragraph(story, u"anchor\r");
+    Story text;
+    oneCell(text, u"cell");
+    paragraph(text, u"\r");
+    TextBoxPlacing placing(story, lists);
+    EXPECT_EQ(Form::frame, placing.add(8, std::move(text), spot));
+    placing.apply();
+    EXPECT_THAT(tablePlaces(), ElementsAre(text0, cellEnd1, rowEnd1, text0, text0));
+    for (std::size_t i = 1; i < 4; ++i) {
+        EXPECT_EQ(operand8(lists[story.paragraphs[i].properties], sprm::PPc), 0xA0);
+    }
+}
+
+TEST_F(TextBoxPlacing_, NamesOfPlacesAreNoDistances) {
+    paragraph(story, u"first\r");
+    paragraph(story, u"anchor\r");
+    FrameSpot atZero = spot;
+    atZero.left = -1; // stored as 0 it would say "left"
+    atZero.top = -5;  // stored as -4 it would say "top"
+    TextBoxPlacing placing(story, lists);
+    placing.add(8, box(u"boxed\r"), atZero);
+    placing.apply();
+    const ByteView frame = lists[story.paragraphs[1].properties];
+    EXPECT_EQ(operand16(frame, sprm::PDxaAbs), 1);
+    EXPECT_EQ(operand16(frame, sprm::PDyaAbs), 0x10000 - 3);
+}
+
+TEST_F(TextBoxPlacing_, AFrameStandsInFrontOfTheSecondParagraphRatherThanTheFirst) {
+    paragraph(story, u"anchor\r");
+    paragraph(story, u"second\r");
+    TextBoxPlacing placing(story, lists);
+    EXPECT_EQ(Form::frame, placing.add(2, box(u"boxed\r"), spot));
+    placing.apply();
+    EXPECT_EQ(story.text, u"anchor\rboxed\rsecond\r");
+}
+
+TEST_F(TextBoxPlacing_, WhereNoFrameCanStandTheTextStandsInTheText) {
+    paragraph(story, u"only\r");
+    EXPECT_EQ(Form::text, TextBoxPlacing(story, lists).add(1, box(u"boxed\r"), spot));
+    oneCell(story, u"cell");
+    EXPECT_EQ(Form::text, TextBoxPlacing(story, lists).add(6, box(u"boxed\r"), spot));
+    paragraph(story, u"a\u0013 IF x\r"); // behind the table
+    paragraph(story, u"y\u0015\r");
+    EXPECT_EQ(Form::frame, TextBoxPlacing(story, lists).add(12, box(u"boxed\r"), spot));
+    EXPECT_EQ(Form::text, TextBoxPlacing(story, lists).add(20, box(u"boxed\r"), spot));
+    Story table;
+    oneCell(table, u"cell");
+    paragraph(table, u"\r");
+    EXPECT_EQ(Form::text, TextBoxPlacing(story, lists).add(12, std::move(table), spot));
+}
+
+TEST_F(TextBoxPlacing_, FieldsThatBeginTheParagraphGoOnBehindTheFrame) {
+    paragraph(story, u"first\r");
+    paragraph(story, u"\u0013A\u0015\r");
+    TextBoxPlacing placing(story, lists);
+    EXPECT_EQ(Form::frame, placing.add(7, box(u"boxed\r"), spot));
+    placing.apply();
+    for (const FieldMark& mark : story.fields) {
+        EXPECT_EQ(story.text.at(mark.at), mark.character);
+    }
+}
+
+// --- no place -------------------------------------------------------------------------------
+
 TEST_F(TextBoxPlacing_, ATextWithoutAPlaceStaysOutAndIsToldSo) {
     paragraph(story, u"text\r");
     TextBoxPlacing placing(story, lists);
-    EXPECT_FALSE(placing.add(5, box(u"behind the end\r")));
-    EXPECT_FALSE(placing.add(0, Story()));
-    EXPECT_FALSE(placing.add(0, box(u"no mark")));
+    EXPECT_EQ(Form::none, placing.add(5, box(u"behind the end\r")));
+    EXPECT_EQ(Form::none, placing.add(0, Story()));
+    EXPECT_EQ(Form::none, placing.add(0, box(u"no mark")));
     placing.apply();
     EXPECT_EQ(story.text, u"text\r");
 }
@@ -250,7 +344,7 @@ TEST_F(TextBoxPlacing_, TablesDoNotNestWithoutEnd) {
     Story text;
     oneCell(text, u"cell");
     paragraph(text, u"\r");
-    EXPECT_FALSE(placing.add(0, std::move(text)));
+    EXPECT_EQ(Form::none, placing.add(0, std::move(text)));
 }
 
 } // namespace

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "tools/Command.h"
+
+namespace qvnd::tools {
+
+// "plan delete".
+std::vector<Command> planDeletion();
+
+} // namespace qvnd::tools
