@@ -6,10 +6,14 @@
 namespace qvnd::startup {
 
 Program::Program(registry::Registry& registry, const outline::Services& services)
-    : registry_(registry), services_(services) {}
+    : registry_(registry), services_(services), windows_(this) {}
+
+Program::Program(registry::Registry& registry, const outline::Services& services,
+                 ProgramWindows& windows)
+    : registry_(registry), services_(services), windows_(&windows) {}
 
 bool Program::start(const QString& appPath) {
-    started_ = Main(state_, appPath, {registry_, services_.splash, services_.messages, *this});
+    started_ = Main(state_, appPath, {registry_, services_.splash, services_.messages, *windows_});
     return started_;
 }
 
@@ -23,9 +27,22 @@ void Program::exit() {
     }
     started_ = false;
     ignoringErrors([&] { outline::saveCurrentPlan(state_, workbench_); });
+    closeDatabases();
+}
+
+void Program::endAtOnce() {
+    if (started_) {
+        started_ = false;
+        closeDatabases();
+    }
+}
+
+void Program::closeDatabases() {
     ignoringErrors([&] { state_.gDbTemplate->Close(); });
     ignoringErrors([&] { state_.gDbUser->Close(); });
     ignoringErrors([&] { state_.gDbBidSet->Close(); });
+    state_.gDbRoster.reset();
+    state_.gDbPlan.reset();
     // Commits a transaction that a failed command has left open.
     ignoringErrors([&] { state_.gWs->Close(); });
     state_.gDbTemplate.reset();

@@ -10,11 +10,15 @@
 
 namespace qvnd::startup {
 
-// The program without its windows: state, workbench, start and end. One object is one run.
+// The program but for its windows: state, workbench, start and end. One object is one run.
 class Program : private ProgramWindows {
 public:
-    // All services outlive the object.
+    // Without windows: the workbench is loaded where its window would show. All services outlive
+    // the object.
     Program(registry::Registry& registry, const outline::Services& services);
+    // With windows, which load the workbench themselves; they outlive the object too.
+    Program(registry::Registry& registry, const outline::Services& services,
+            ProgramWindows& windows);
 
     // Main with the load of the workbench; false when it failed, and the user has been told.
     bool start(const QString& appPath);
@@ -22,6 +26,9 @@ public:
     // fails on the way does not stop it. Does nothing in a program that did not start. It is
     // cmdExit; mnuExit ends the run without it, and so without saving to the plan's folder.
     void exit();
+    // The end at once: the open plan is not saved to its folder. What the databases hold stays,
+    // also what stands in a transaction that a failed command has left open.
+    void endAtOnce();
 
     modMain& state() { return state_; }
     outline::Workbench& workbench() { return workbench_; }
@@ -31,8 +38,11 @@ private:
     void showMainForm() override {}
     void showFrmBid() override;
 
+    void closeDatabases();
+
     registry::Registry& registry_;
     outline::Services services_;
+    ProgramWindows* windows_;
     modMain state_;
     outline::Workbench workbench_;
     bool started_ = false;

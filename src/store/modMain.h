@@ -31,6 +31,8 @@ struct modMain {
     std::unique_ptr<jet::Database> gDbUser;
     std::unique_ptr<jet::Database> gDbTemplate;
     std::unique_ptr<jet::Database> gDbBidSet;
+    // The roster, if there is one: opened and closed by the main window, no query runs on it.
+    std::unique_ptr<jet::Database> gDbRoster;
     // A per-plan or per-template database, opened and closed by whoever needs it.
     std::unique_ptr<jet::Database> gDbPlan;
 

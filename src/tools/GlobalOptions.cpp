@@ -1,17 +1,11 @@
 #include "tools/GlobalOptions.h"
 
+#include "startup/ProgramFolder.h"
 #include "tools/UsageError.h"
 
 #include <QDir>
-#include <QStandardPaths>
 
 namespace qvnd::tools {
-
-QString defaultHome() {
-    return QDir::toNativeSeparators(
-        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-        QLatin1String("/qvnd"));
-}
 
 GlobalOptions parseGlobalOptions(const QStringList& words) {
     GlobalOptions options;
@@ -39,8 +33,8 @@ GlobalOptions parseGlobalOptions(const QStringList& words) {
             options.words << word;
         }
     }
-    options.home =
-        home.isEmpty() ? defaultHome() : QDir::toNativeSeparators(QDir(home).absolutePath());
+    options.home = home.isEmpty() ? startup::userProgramFolder()
+                                  : QDir::toNativeSeparators(QDir(home).absolutePath());
     return options;
 }
 

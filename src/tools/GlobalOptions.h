@@ -17,9 +17,6 @@ struct GlobalOptions {
     QStringList words;
 };
 
-// The folder that serves without --home: "qvnd" in the user's own data folder.
-QString defaultHome();
-
 // Takes the global options out of the command line, wherever they stand before a "--". Throws
 // UsageError for an unknown option before the command.
 GlobalOptions parseGlobalOptions(const QStringList& words);

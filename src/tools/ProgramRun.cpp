@@ -1,8 +1,7 @@
 #include "tools/ProgramRun.h"
 
 #include "platform/files/Paths.h"
-
-#include <QDir>
+#include "startup/FirstStart.h"
 
 namespace qvnd::tools {
 
@@ -13,20 +12,8 @@ ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
       program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory()}) {}
 
 bool ProgramRun::start() {
-    layOut();
+    startup::layOutProgramFolder(home_);
     return program_.start(home_);
-}
-
-void ProgramRun::layOut() {
-    const QString sys = files::resolved(files::withSeparator(home_) + "Sys");
-    const bool isNew =
-        !QDir(home_).exists() || QDir(home_).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
-    if (!isNew && !files::folderExists(sys)) {
-        return;
-    }
-    for (const char* name : {"标书模板", "图片库", "自定义"}) {
-        QDir().mkpath(files::withSeparator(sys) + name);
-    }
 }
 
 } // namespace qvnd::tools

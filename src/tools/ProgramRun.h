@@ -2,8 +2,8 @@
 
 #include "platform/registry/RegistryFile.h"
 #include "startup/Program.h"
+#include "startup/WordProcessor.h"
 #include "tools/TerminalServices.h"
-#include "tools/WordProcessor.h"
 
 namespace qvnd::tools {
 
@@ -28,14 +28,12 @@ public:
     GivenFile& fileDialogs() { return fileDialogs_; }
 
 private:
-    void layOut();
-
     QString home_;
     registry::RegistryFile registry_;
     NoSplash splash_;
     NoEvents events_;
     GivenFile fileDialogs_;
-    WordProcessor word_;
+    startup::WordProcessor word_;
     startup::Program program_;
 };
 

@@ -1,6 +1,7 @@
 #include "tools/Run.h"
 
 #include "platform/error/RunTimeError.h"
+#include "startup/ProgramFolder.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
 
@@ -87,7 +88,7 @@ QString usageText(const std::vector<Command>& table) {
                                   "  --yes, --no    对询问一律答“是”或“否”，缺省为“否”\n"
                                   "\n"
                                   "命令：\n")
-                       .arg(defaultHome());
+                       .arg(startup::userProgramFolder());
     for (const Command& command : table) {
         text += "  " + usageOf(command) + "\n      " + command.meaning + u'\n';
     }

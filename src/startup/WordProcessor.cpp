@@ -1,10 +1,10 @@
-#include "tools/WordProcessor.h"
+#include "startup/WordProcessor.h"
 
 #include "platform/files/Paths.h"
 
 #include <QFileInfo>
 
-namespace qvnd::tools {
+namespace qvnd::startup {
 
 namespace {
 
@@ -30,4 +30,4 @@ bool WordProcessor::Unsaved::save(const std::filesystem::path& document) {
                          QStringLiteral("提示"));
 }
 
-} // namespace qvnd::tools
+} // namespace qvnd::startup

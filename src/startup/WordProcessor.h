@@ -7,7 +7,7 @@
 
 #include <QTemporaryDir>
 
-namespace qvnd::tools {
+namespace qvnd::startup {
 
 // The word processor behind the outline commands: our own engine, and the office suite, if it is
 // installed, for files of other formats.
@@ -44,4 +44,4 @@ private:
     office::ConvertingWordProcessor factory_;
 };
 
-} // namespace qvnd::tools
+} // namespace qvnd::startup

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+namespace qvnd::desktop {
+
+// Starts other programs. Neither call waits for the program that it starts.
+class Shell {
+public:
+    virtual ~Shell() = default;
+
+    // Starts a program in a normal window; RunTimeError 53 when there is none of that path.
+    virtual void run(const QString& program) = 0;
+    // Opens a file with the desktop's own handler for its kind (verb 2 of a document);
+    // RunTimeError 53 when the file is missing, 31031 when no handler takes it.
+    virtual void open(const QString& file) = 0;
+};
+
+} // namespace qvnd::desktop

@@ -1,0 +1,92 @@
+#include "startup/FirstStart.h"
+
+#include "platform/files/Paths.h"
+#include "platform/files/SafeReplace.h"
+#include "platform/registry/RegistryRoots.h"
+#include "platform/registry/RegistryValues.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+namespace qvnd::startup {
+
+namespace {
+
+const QString helpFile = QStringLiteral("Qvnd.hlp");
+const QString configurationKey = QStringLiteral("Software\\TREL\\MAIN\\PATH");
+const QString configurationValue = QStringLiteral("cfg");
+
+bool sameContent(const QString& one, const QString& other) {
+    QFile first(one);
+    QFile second(other);
+    return first.size() == second.size() && first.open(QIODevice::ReadOnly) &&
+           second.open(QIODevice::ReadOnly) && first.readAll() == second.readAll();
+}
+
+bool isConfigured(registry::Registry& registry) {
+    registry::KeyHandle key = 0;
+    const auto root = registry::RootFromName(QStringLiteral("HKEY_LOCAL_MACHINE"));
+    if (registry.openKey(root, configurationKey, registry::access::read, key) !=
+        registry::status::success) {
+        return false;
+    }
+    registry::Value value;
+    const auto found = registry.queryValue(key, configurationValue, value);
+    registry.closeKey(key);
+    return found == registry::status::success;
+}
+
+void configure(registry::Registry& registry, const QString& folder) {
+    registry::KeyHandle key = 0;
+    const auto root = registry::RootFromName(QStringLiteral("HKEY_LOCAL_MACHINE"));
+    if (registry.createKey(root, configurationKey, key) == registry::status::success) {
+        // With its terminator, as readers expect a text.
+        registry.setValue(key, configurationValue,
+                          {registry::ValueType::text, registry::utf16Bytes(folder + QChar(0))});
+        registry.closeKey(key);
+    }
+}
+
+} // namespace
+
+void layOutProgramFolder(const QString& programFolder) {
+    const QString sys = files::resolved(files::withSeparator(programFolder) + "Sys");
+    const QDir folder(programFolder);
+    const bool isNew = !folder.exists() || folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
+    if (!isNew && !files::folderExists(sys)) {
+        return;
+    }
+    for (const char* name : {"标书模板", "图片库", "自定义"}) {
+        QDir().mkpath(files::withSeparator(sys) + name);
+    }
+}
+
+void bringShippedFiles(const QString& shared, const QString& programFolder) {
+    QDirIterator shipped(shared, QDir::Files, QDirIterator::Subdirectories);
+    while (shipped.hasNext()) {
+        const QString source = shipped.next();
+        const QString name = QDir(shared).relativeFilePath(source);
+        const QString target =
+            files::resolved(files::withSeparator(programFolder) + QDir::toNativeSeparators(name));
+        const bool isStale = name == helpFile && !sameContent(source, target);
+        if (!QFileInfo::exists(target) || isStale) {
+            QDir().mkpath(QFileInfo(target).path());
+            files::copyWhole(source, target);
+        }
+    }
+}
+
+void chooseWorkFolder(registry::Registry& registry, const QString& programFolder,
+                      const QString& documents) {
+    const QString work = QDir::toNativeSeparators(documents + QStringLiteral("/工程文档管理"));
+    if (isConfigured(registry) || documents.isEmpty() || !QDir().mkpath(work)) {
+        return;
+    }
+    files::writeWhole(files::withSeparator(programFolder) + "cfgpath",
+                      ("work\n" + work + "\n").toUtf8());
+    configure(registry, files::withoutSeparator(programFolder));
+}
+
+} // namespace qvnd::startup

@@ -1,0 +1,190 @@
+#include "startup/windows/MainForm.h"
+
+#include "platform/desktop/UserName.h"
+#include "platform/error/IgnoringErrors.h"
+#include "startup/StatusPanels.h"
+#include "startup/windows/frmAbout.h"
+
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QStatusBar>
+
+namespace qvnd::startup {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString panelText = u"卷宗编制管理软件"_s;
+
+} // namespace
+
+MainForm::MainForm(const Parts& parts) : parts_(parts), area_(new QMdiArea(this)) {
+    setObjectName(u"MainForm"_s);
+    setWindowTitle(u"卷宗编制系统"_s);
+    area_->setObjectName(u"MdiArea"_s);
+    area_->setAccessibleName(u"子窗口"_s);
+    setCentralWidget(area_);
+    buildMenus();
+    buildStatusBar();
+    connect(area_, &QMdiArea::subWindowActivated, this, &MainForm::showMenusOf);
+    showMenusOf(nullptr);
+}
+
+// The children tell the frame of their end, so they end first.
+MainForm::~MainForm() { delete area_; }
+
+void MainForm::Load() {
+    openRoster();
+    const auto texts =
+        statusPanels(desktop::userName(), parts_.program.state().gWorkPath, QDate::currentDate());
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+        panels_[i]->setText(texts[i]);
+        panels_[i]->setToolTip(texts[i]);
+    }
+}
+
+// Nothing runs on the roster: it is only held open, and its absence is no failure.
+void MainForm::openRoster() {
+    modMain& state = parts_.program.state();
+    ignoringErrors(
+        [&] { state.gDbRoster = state.gWs->OpenDatabase(state.gSysPath + "Database/roster.mdb"); });
+}
+
+void MainForm::buildMenus() {
+    QMenu* file = menu(u"MenuFile"_s, u"方案管理(&S)"_s);
+    QMenu* popup = menu(u"PMenuDelprj"_s, u"PopDelprj"_s);
+    QMenu* window = menu(u"sysWin"_s, u"窗口(&W)"_s);
+    QMenu* help = menu(u"sysHelp"_s, u"帮助(&H)"_s);
+    const auto add = [](QMenu* menu, const QString& name, const QString& caption) {
+        QAction* action = menu->addAction(caption);
+        action->setObjectName(name);
+        return action;
+    };
+    connect(add(file, u"mnuBuild"_s, u"方案编辑(&B)"_s), &QAction::triggered, this,
+            &MainForm::mnuBuild);
+    connect(add(file, u"MenuExit"_s, u"退出(&E)"_s), &QAction::triggered, this,
+            &MainForm::endAtOnce);
+    add(popup, u"MenuPopDelprj"_s, u"删除方案(&D)"_s);
+    popup->menuAction()->setVisible(false);
+    connect(add(window, u"listWin"_s, u"层叠(&C)"_s), &QAction::triggered, this,
+            &MainForm::arrangeCascade);
+    connect(add(window, u"winA"_s, u"横向平铺(&H)"_s), &QAction::triggered, this,
+            &MainForm::arrangeTile);
+    QAction* contents = add(help, u"help1"_s, u"内容(&C)"_s);
+    contents->setShortcut(QKeySequence::HelpContents);
+    connect(contents, &QAction::triggered, this, &MainForm::showHelpContents);
+    connect(add(help, u"help2"_s, u"索引(&I)"_s), &QAction::triggered, this,
+            &MainForm::showHelpIndex);
+    help->addSeparator()->setObjectName(u"s1"_s);
+    connect(add(help, u"sysAbout"_s, u"关于"_s), &QAction::triggered, this, &MainForm::showAbout);
+    menus_ = {file, popup, window, help};
+}
+
+QMenu* MainForm::menu(const QString& name, const QString& title) {
+    auto* menu = new QMenu(title, this);
+    menu->setObjectName(name);
+    return menu;
+}
+
+// Each panel has a third of the width, whatever it says.
+void MainForm::buildStatusBar() {
+    QStatusBar* bar = statusBar();
+    bar->setObjectName(u"st1"_s);
+    bar->setAccessibleName(panelText);
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+        auto* panel = new QLabel(panelText, bar);
+        panel->setObjectName(u"st1Panel%1"_s.arg(i + 1));
+        panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        panel->setContentsMargins(6, 0, 6, 0);
+        bar->addWidget(panel, 1);
+        panels_[i] = panel;
+    }
+}
+
+void MainForm::showMenusOf(QMdiSubWindow* child) {
+    menuBar()->clear();
+    const bool isWorkbench = child && child == frmBid_;
+    for (QMenu* menu : isWorkbench ? workbench_.menus : menus_) {
+        menuBar()->addMenu(menu);
+    }
+}
+
+void MainForm::showWorkbench() {
+    if (!frmBid_) {
+        workbench_ = parts_.loadWorkbench();
+        frmBid_ = area_->addSubWindow(
+            workbench_.widget, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                   Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint);
+        frmBid_->setAttribute(Qt::WA_DeleteOnClose);
+        connect(frmBid_, &QObject::destroyed, this, [this] {
+            frmBid_ = nullptr;
+            workbench_ = {};
+            showMenusOf(nullptr);
+        });
+    }
+    frmBid_->showMaximized();
+    area_->setActiveSubWindow(frmBid_);
+    showMenusOf(frmBid_);
+}
+
+// The active child goes, the workbench among them, which then comes back freshly loaded.
+void MainForm::mnuBuild() {
+    if (QMdiSubWindow* active = area_->activeSubWindow()) {
+        area_->removeSubWindow(active);
+        delete active;
+    }
+    showWorkbench();
+}
+
+void MainForm::showPlanEditor() {
+    parts_.messages.tell(u"方案编辑窗口在这个版本中还没有。请用 qvndctl generate 生成施工方案。"_s,
+                         desktop::Icon::information, u"提示"_s);
+}
+
+void MainForm::arrangeCascade() { area_->cascadeSubWindows(); }
+
+void MainForm::arrangeTile() { area_->tileSubWindows(); }
+
+void MainForm::help(void (desktop::HelpWindow::*page)(const QString&)) {
+    const QString& file = parts_.program.state().HelpFile;
+    if (file.isEmpty()) {
+        parts_.messages.tell(u"无法显示帮助目录，该工程没有相关联的帮助。"_s,
+                             desktop::Icon::information, windowTitle());
+        return;
+    }
+    try {
+        (parts_.help.*page)(file);
+    } catch (const RunTimeError& failure) {
+        parts_.messages.tell(QString::fromStdU16String(failure.description()));
+    }
+}
+
+void MainForm::showHelpContents() { help(&desktop::HelpWindow::showContents); }
+
+void MainForm::showHelpIndex() { help(&desktop::HelpWindow::showIndex); }
+
+void MainForm::showAbout() {
+    frmAbout(parts_.registry, parts_.messages, parts_.shell, this).exec();
+}
+
+void MainForm::endAtOnce() {
+    parts_.program.endAtOnce();
+    parts_.end();
+}
+
+void MainForm::exit() { close(); }
+
+void MainForm::closeEvent(QCloseEvent* event) {
+    parts_.program.exit();
+    for (QMdiSubWindow* child : area_->subWindowList()) {
+        delete child;
+    }
+    event->accept();
+    parts_.end();
+}
+
+} // namespace qvnd::startup

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "outline/windows/WorkbenchFrame.h"
+#include "platform/desktop/HelpWindow.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/desktop/Shell.h"
+#include "platform/registry/Registry.h"
+#include "startup/Program.h"
+
+#include <QMainWindow>
+
+#include <array>
+#include <functional>
+
+class QLabel;
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace qvnd::startup {
+
+// What a child window of the frame is to it: a widget, and the menus that stand in the frame's menu
+// bar while the child is the active one.
+struct ChildWindow {
+    QWidget* widget = nullptr;
+    QList<QMenu*> menus;
+};
+
+// The frame ("卷宗编制系统") in which the workbench and the plan edit window live as child windows.
+// It owns the status bar, a small menu of its own that stands while no child is active, the
+// arrangement of the windows, and the end of the run.
+class MainForm : public QMainWindow, public outline::WorkbenchFrame {
+    Q_OBJECT
+
+public:
+    // What the frame works on; all of it outlives the frame.
+    struct Parts {
+        Program& program;
+        registry::Registry& registry;
+        desktop::MessageBoxes& messages;
+        desktop::HelpWindow& help;
+        desktop::Shell& shell;
+        // Makes and loads the workbench window (frmBid).
+        std::function<ChildWindow()> loadWorkbench;
+        // Ends the process.
+        std::function<void()> end;
+    };
+
+    explicit MainForm(const Parts& parts);
+    ~MainForm() override;
+
+    // The load of the frame: the texts of the status bar.
+    void Load();
+    // Shows the workbench, loading it when it is not loaded.
+    void showWorkbench();
+
+    void showPlanEditor() override;
+    void arrangeCascade() override;
+    void arrangeTile() override;
+    void showHelpContents() override;
+    void showHelpIndex() override;
+    void showAbout() override;
+    void endAtOnce() override;
+    void exit() override;
+
+protected:
+    // The unload: the orderly exit.
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildMenus();
+    void buildStatusBar();
+    QMenu* menu(const QString& name, const QString& title);
+    void mnuBuild();
+    void showMenusOf(QMdiSubWindow* child);
+    void help(void (desktop::HelpWindow::*page)(const QString&));
+    void openRoster();
+
+    Parts parts_;
+    QMdiArea* area_;
+    std::array<QLabel*, 3> panels_{};
+    QList<QMenu*> menus_;
+    ChildWindow workbench_;
+    QMdiSubWindow* frmBid_ = nullptr;
+};
+
+} // namespace qvnd::startup

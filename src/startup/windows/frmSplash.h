@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/desktop/SplashScreen.h"
+
+#include <QWidget>
+
+#include <memory>
+
+namespace qvnd::startup {
+
+// The picture that covers the start, above all other windows, as large as its image. When the
+// start has failed behind it, a click or a key takes it down, which ends the program.
+class frmSplash : public QWidget {
+    Q_OBJECT
+
+public:
+    frmSplash();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+// The splash as the program's routines see it.
+class WidgetSplash : public desktop::SplashScreen {
+public:
+    void show() override;
+    void unload() override;
+
+    bool isLoaded() const { return form_ != nullptr; }
+
+private:
+    std::unique_ptr<frmSplash> form_;
+};
+
+} // namespace qvnd::startup
