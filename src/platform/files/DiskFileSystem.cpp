@@ -110,8 +110,10 @@ void DiskFileSystem::CopyFile(const QString& source, const QString& target, bool
     if (!overwrite && QFileInfo::exists(to)) {
         throwFileError(error::fileAlreadyExists, target);
     }
-    refuseInUse(to);
-    copyWhole(from, to);
+    if (QFileInfo::exists(to)) {
+        refuseInUse(to);
+    }
+    copyAsSpelt(from, to);
 }
 
 void DiskFileSystem::DeleteFile(const QString& path) {

@@ -4,15 +4,27 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <system_error>
+
 namespace qvnd::files {
 
 namespace {
 
-// The spelling of `name` inside `folder`, or `name` itself when nothing there is called so.
+std::filesystem::path nativePath(const QString& path) {
+#ifdef Q_OS_WIN
+    return {path.toStdWString()};
+#else
+    return {QFile::encodeName(path).toStdString()};
+#endif
+}
+
+// The spelling of `name` inside `folder`, or `name` itself when nothing there is called so. The
+// names alone are read, as a folder may hold thousands of documents.
 QString spellingIn(const QString& folder, const QString& name) {
-    const QStringList entries = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden |
-                                                       QDir::System | QDir::NoDotAndDotDot);
-    for (const QString& entry : entries) {
+    std::error_code failed;
+    for (std::filesystem::directory_iterator at(nativePath(folder), failed), end;
+         !failed && at != end; at.increment(failed)) {
+        const QString entry = fromPath(at->path().filename());
         if (entry.compare(name, Qt::CaseInsensitive) == 0) {
             return entry;
         }
@@ -59,13 +71,7 @@ bool fileExists(const QString& path) {
     return !path.isEmpty() && QFileInfo(resolved(path)).isFile();
 }
 
-std::filesystem::path toPath(const QString& path) {
-#ifdef Q_OS_WIN
-    return {resolved(path).toStdWString()};
-#else
-    return {QFile::encodeName(resolved(path)).toStdString()};
-#endif
-}
+std::filesystem::path toPath(const QString& path) { return nativePath(resolved(path)); }
 
 QString fromPath(const std::filesystem::path& path) {
 #ifdef Q_OS_WIN

@@ -67,11 +67,15 @@ void writeWhole(const QString& path, const QByteArray& bytes) {
 }
 
 void copyWhole(const QString& source, const QString& target) {
-    QFile from(resolved(source));
+    copyAsSpelt(resolved(source), resolved(target));
+}
+
+void copyAsSpelt(const QString& source, const QString& target) {
+    QFile from(source);
     if (!from.open(QIODevice::ReadOnly)) {
         throwFileError(from.exists() ? error::permissionDenied : error::fileNotFound, source);
     }
-    QSaveFile to(resolved(target));
+    QSaveFile to(target);
     open(to);
     while (!from.atEnd()) {
         const QByteArray block = from.read(blockSize);

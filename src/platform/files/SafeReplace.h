@@ -12,5 +12,7 @@ namespace qvnd::files {
 void writeWhole(const QString& path, const QByteArray& bytes);
 // The source stays as it is; copying a file onto itself changes nothing.
 void copyWhole(const QString& source, const QString& target);
+// The same for names that are already spelt as on disk; saves looking through their folders.
+void copyAsSpelt(const QString& source, const QString& target);
 
 } // namespace qvnd::files
