@@ -48,7 +48,7 @@ void DocumentMove::deleteOld(File& file) {
         tryToCopy(file);
         tryToDelete(file);
     }
-    if (fso_.FileExists(path) && file.errors.first()) {
+    if (file.errors.first() && fso_.FileExists(path)) {
         errors_.statement([&] { throw RunTimeError(*file.errors.first()); });
     }
 }

@@ -56,8 +56,25 @@ TemplateCopy::TemplateCopy(modMain& state, Workbench& workbench, const Services&
 
 Copied TemplateCopy::DragDrop(const QString& targetKey, const QString& sourceKey,
                               const OutlineNode* sourceNode) {
+    jet::Workspace& workspace = *state_.gWs;
+    if (sourceNode || workspace.InTransaction()) {
+        return guarded(targetKey, sourceKey, sourceNode);
+    }
     try {
-        return copy(targetKey, sourceKey, sourceNode);
+        workspace.BeginTrans();
+        const Copied outcome = guarded(targetKey, sourceKey, nullptr);
+        workspace.CommitTrans();
+        return outcome;
+    } catch (const RunTimeError& failure) {
+        services_.messages.tell(QString::fromStdU16String(failure.description()));
+        return Copied::incomplete;
+    }
+}
+
+Copied TemplateCopy::guarded(const QString& targetKey, const QString& sourceKey,
+                             const OutlineNode* given) {
+    try {
+        return copy(targetKey, sourceKey, given);
     } catch (const RunTimeError& failure) {
         trvCurrent_.forget();
         services_.messages.tell(QString::fromStdU16String(failure.description()));
@@ -119,6 +136,7 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
         trvCurrent_.refill(table, &row, targetKey);
         return Copied::copied;
     }
+    state_.gWs->Settle();
     if (!services_.messages.ask("[ " + source.Text() + " ]已存在，是否覆盖？", Icon::information,
                                 notice)) {
         return Copied::incomplete;

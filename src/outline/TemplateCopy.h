@@ -24,6 +24,8 @@ enum class Copied {
 // its children. Child nodes of a document are not copied; the plan's own copy of its outline is
 // not touched. TrvCurrent is refilled behind every folder and every document.
 //
+// The rows last together at the end; whoever is asked in between finds those so far lasting.
+//
 // A document of a text that a child of the target bears already asks whether to overwrite that
 // child's file; a folder of such a text stops the whole copy.
 class TemplateCopy {
@@ -40,6 +42,7 @@ public:
     const QStringList& newKeys() const { return newKeys_; }
 
 private:
+    Copied guarded(const QString& targetKey, const QString& sourceKey, const OutlineNode* given);
     Copied copy(const QString& targetKey, const QString& sourceKey, const OutlineNode* given);
     Copied copyFolder(const QString& targetKey, const OutlineNode& source);
     Copied copyDocument(const QString& targetKey, const QString& sourceKey,

@@ -92,6 +92,28 @@ TEST_F(CopyTemplate, ADocumentDroppedOnAPlanDocumentBecomesItsChild) {
     EXPECT_EQ(document("T.2.5"), "M.6");
 }
 
+TEST_F(CopyTemplate, TheRowsLastWhenTheCopyEndsAndWhenTheUserIsAsked) {
+    makePlan("T", {{"T", "T"}, {"T.1", "丙", "是"}});
+    openPlan("T");
+    sample();
+    test::ActingMessageBoxes boxes;
+    QStringList seen;
+    const auto lasting = [&] {
+        jet::Workspace other;
+        return column(*other.OpenDatabase(state.gDbUser->Name()), "T", u"Key");
+    };
+    boxes.onBox = [&](std::size_t) { seen = lasting(); };
+    workbench.copySourceKey = "M";
+    OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word},
+                &workbench.TrvCurrent.Item("T"));
+    EXPECT_EQ(seen, QStringList({"T", "T.1", "T.2", "T.2.1", "T.2.2", "T.2.2.1"}));
+    EXPECT_EQ(lasting(), keys("T"));
+    EXPECT_FALSE(state.gWs->InTransaction());
+    state.gWs->BeginTrans();
+    dragTemplate("M.6", "T.2");
+    EXPECT_TRUE(state.gWs->InTransaction());
+}
+
 TEST_F(CopyTemplate, AFolderDroppedOnAPlanDocumentIsRefused) {
     plan({"T", "T.1d"});
     sample();
