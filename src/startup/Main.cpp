@@ -4,6 +4,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
+#include "platform/jet/legacy/JetFileReader.h"
 #include "platform/registry/RegOperation.h"
 #include "startup/Databases.h"
 #include "startup/WorkFolder.h"
@@ -36,6 +37,7 @@ void resolveUserPlans(modMain& state, bool noConfiguredWork) {
 void resolveFolders(modMain& state, const QString& appPath, registry::Registry& registry) {
     state.gFso =
         std::make_unique<files::DiskFileSystem>(std::make_unique<desktop::OpenDocuments>());
+    state.gLegacyReader = std::make_unique<jet::legacy::JetFileReader>();
     state.AppPath = appPath;
     state.gAppPath = withSeparator(appPath);
     state.HelpFile = state.gAppPath + "Qvnd.hlp";

@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "store/LegacyPlans.h"
 #include "store/Names.h"
 
 namespace qvnd::store {
@@ -48,6 +49,12 @@ void show(const std::optional<RunTimeError>& failure, desktop::MessageBoxes& mes
         messages.tell(QString::fromStdU16String(failure->description()),
                       desktop::Icon::exclamation);
     }
+}
+
+// Why the last database of an older installation stays where and as it is. Its folder is not
+// listed: a listed outline without a table would cost a template its database.
+void showTakeover(const modMain& state, desktop::MessageBoxes& messages) {
+    messages.tell(state.LegacyTakeovers.back().Failure, desktop::Icon::exclamation);
 }
 
 // Runs each statement with its error remembered and the next one following.
@@ -97,6 +104,10 @@ private:
         if (!state_.gFso->FileExists(file)) {
             return;
         }
+        if (!adoptLegacyFile(state_, file, folder.Name, true)) {
+            showTakeover(state_, surroundings_.messages);
+            return;
+        }
         bool listed = false;
         statement_([&] { listed = isListed(set(list_), folder.Name); });
         if (!listed) {
@@ -125,6 +136,10 @@ void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
     for (const files::Entry& folder : state.gFso->SubFolders(state.gSysPath + "标书模板")) {
         const QString file = databaseIn(folder.Path, folder.Name);
         if (!state.gFso->FileExists(file)) {
+            continue;
+        }
+        if (!adoptLegacyFile(state, file, folder.Name, false)) {
+            showTakeover(state, surroundings.messages);
             continue;
         }
         if (!isListed(*list, folder.Name)) {

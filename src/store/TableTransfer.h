@@ -28,6 +28,9 @@ struct ImportSurroundings {
 // tree, takes the splash down, and shows the last error that a statement met, if any. No error
 // stops it, so a folder whose database is no use is listed all the same, until the refresh finds
 // its table missing. gDbPlan is closed at the end.
+//
+// A database of an older installation is taken over first, listed or not (see LegacyPlans.h). One
+// that cannot be read gets a message of its own, and its folder is passed over.
 void ImportPlanFolders(modMain& state, const ImportSurroundings& surroundings);
 
 // The same for the folders of gSysPath + "标书模板" and gDbTemplate, with the outline alone. Here

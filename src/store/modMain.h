@@ -2,10 +2,13 @@
 
 #include "platform/files/FileSystemObject.h"
 #include "platform/jet/DBEngine.h"
+#include "platform/jet/legacy/LegacyDatabase.h"
+#include "store/LegacyTakeover.h"
 
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 namespace qvnd {
 
@@ -35,6 +38,11 @@ struct modMain {
     std::unique_ptr<jet::Database> gDbRoster;
     // A per-plan or per-template database, opened and closed by whoever needs it.
     std::unique_ptr<jet::Database> gDbPlan;
+
+    // Opens the databases of older installations; without it they are not known as such.
+    std::unique_ptr<jet::legacy::LegacyReader> gLegacyReader;
+    // What became of those that this run came upon, in order.
+    std::vector<store::LegacyTakeover> LegacyTakeovers;
 
     // The plan's name while the root of the current-plan tree is selected, empty otherwise.
     QString gSelectedPlan;

@@ -3,6 +3,7 @@
 #include "tools/DocCommands.h"
 #include "tools/FormatCommands.h"
 #include "tools/GenerateCommand.h"
+#include "tools/ImportLegacyCommand.h"
 #include "tools/OutlineCommands.h"
 #include "tools/OutlineDragCommands.h"
 #include "tools/OutlineEditCommands.h"
@@ -14,9 +15,10 @@ namespace qvnd::tools {
 
 std::vector<Command> commandTable() {
     std::vector<Command> table;
-    for (const auto& group : {planCommands(), planDeletion(), outlineCommands(),
-                              outlineEditCommands(), outlineDragCommands(), formatCommands(),
-                              generateCommands(), docCommands(), registryCommands()}) {
+    for (const auto& group :
+         {planCommands(), planDeletion(), importLegacyCommands(), outlineCommands(),
+          outlineEditCommands(), outlineDragCommands(), formatCommands(), generateCommands(),
+          docCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

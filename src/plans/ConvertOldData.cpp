@@ -1,0 +1,50 @@
+#include "plans/ConvertOldData.h"
+
+#include "platform/files/Paths.h"
+
+namespace qvnd::plans {
+
+namespace {
+
+const QString title = QStringLiteral("转换标书");
+
+QString prompt() {
+    return QStringList{QStringLiteral("请选择要转换的类型:"), QStringLiteral("  1:  转换用户标书"),
+                       QStringLiteral("  2:  转换标书模板"), QStringLiteral("请输入1-2:")}
+        .join(QLatin1String("\n\n"));
+}
+
+QString below(const QString& folder, const QStringList& names) {
+    return folder + files::separator() + names.join(files::separator());
+}
+
+void showForPlans(const modMain& state, ConversionDialog& dialog) {
+    dialog.bType = 1;
+    dialog.sPath = state.gUserTplPath;
+    dialog.Text2 = state.gUserTplPath;
+    dialog.FillListBox(state.gUserTplPath);
+    dialog.Text1 = state.gUserTplPath + "Db_UsTemplate.mdb";
+    dialog.Show();
+}
+
+void showForTemplates(const modMain& state, ConversionDialog& dialog) {
+    dialog.bType = 2;
+    dialog.sPath = below(state.AppPath, {"Sys", "标书模板", ""});
+    dialog.Text2 = dialog.sPath;
+    dialog.FillListBox(dialog.Text2);
+    dialog.Text1 = below(state.AppPath, {"Sys", "Database", "Db_Template.mdb"});
+    dialog.Show();
+}
+
+} // namespace
+
+void convertOldData(const modMain& state, desktop::InputBoxes& input, ConversionDialog& dialog) {
+    const QString answer = input.ask({prompt(), title, QStringLiteral("1")});
+    if (answer == QLatin1String("1")) {
+        showForPlans(state, dialog);
+    } else if (answer == QLatin1String("2")) {
+        showForTemplates(state, dialog);
+    }
+}
+
+} // namespace qvnd::plans

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/desktop/InputBoxes.h"
+#include "store/modMain.h"
+
+#include <QString>
+
+namespace qvnd::plans {
+
+// The dialog that brings plans or templates of older installations in. The command fills it and
+// shows it.
+class ConversionDialog {
+public:
+    virtual ~ConversionDialog() = default;
+
+    int bType = 0; // 1 plans, 2 templates
+    QString sPath; // the folder to look through
+    QString Text1; // the central database
+    QString Text2; // the folder as shown
+
+    // Lists what the folder holds.
+    virtual void FillListBox(const QString& path) = 0;
+    // Modal: returns when the user is done with it.
+    virtual void Show() = 0;
+};
+
+// 转换标书: asks whether plans ("1") or templates ("2") are to be converted and shows the dialog
+// for them. Any other answer, an empty one included, ends it.
+void convertOldData(const modMain& state, desktop::InputBoxes& input, ConversionDialog& dialog);
+
+} // namespace qvnd::plans

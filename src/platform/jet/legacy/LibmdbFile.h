@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/jet/legacy/LegacyDatabase.h"
+
+namespace qvnd::jet::legacy {
+
+// Read a Jet file with libmdb, which trusts what it reads: call these only where a crash does no
+// harm. They throw std::runtime_error for a file that cannot be read whole.
+
+QStringList readTableNames(const QString& path);
+// Error 3078 is for the caller: the name must be one of the table names. Binary and object fields
+// come as Null.
+LegacyTable readTable(const QString& path, const QString& name);
+
+} // namespace qvnd::jet::legacy

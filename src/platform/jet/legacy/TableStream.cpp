@@ -1,0 +1,114 @@
+#include "platform/jet/legacy/TableStream.h"
+
+#include <QDataStream>
+#include <QDateTime>
+#include <QIODevice>
+#include <QStringList>
+
+namespace qvnd::jet::legacy {
+
+namespace {
+
+enum class Kind : quint8 { null, text, whole, fraction, moment };
+
+void write(QDataStream& out, const Value& value) {
+    if (value.IsNull()) {
+        out << Kind::null;
+    } else if (value.IsText()) {
+        out << Kind::text << value.ToText();
+    } else if (value.IsDate()) {
+        out << Kind::moment << value.ToDate();
+    } else if (value == Value(value.ToDouble())) {
+        out << Kind::fraction << value.ToDouble();
+    } else {
+        out << Kind::whole << qint32{value.ToLong()};
+    }
+}
+
+Value readValue(QDataStream& in) {
+    Kind kind = Kind::null;
+    in >> kind;
+    if (kind == Kind::text) {
+        QString text;
+        in >> text;
+        return {text};
+    }
+    if (kind == Kind::whole) {
+        qint32 number = 0;
+        in >> number;
+        return {std::int32_t{number}};
+    }
+    if (kind == Kind::fraction) {
+        double number = 0;
+        in >> number;
+        return {number};
+    }
+    if (kind == Kind::moment) {
+        QDateTime moment;
+        in >> moment;
+        return {moment};
+    }
+    if (kind != Kind::null) {
+        in.setStatus(QDataStream::ReadCorruptData);
+    }
+    return {};
+}
+
+bool isWhole(const QDataStream& in) { return in.status() == QDataStream::Ok && in.atEnd(); }
+
+} // namespace
+
+QByteArray bytesOf(const QStringList& names) {
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << names;
+    return bytes;
+}
+
+std::optional<QStringList> namesIn(const QByteArray& bytes) {
+    QDataStream in(bytes);
+    QStringList names;
+    in >> names;
+    return isWhole(in) ? std::optional(names) : std::nullopt;
+}
+
+QByteArray bytesOf(const LegacyTable& table) {
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << table.Name << static_cast<quint32>(table.Fields.size())
+        << static_cast<quint32>(table.Rows.size());
+    for (const Field& field : table.Fields) {
+        out << field.Name << static_cast<qint32>(field.Type);
+    }
+    for (const auto& row : table.Rows) {
+        for (const Value& value : row) {
+            write(out, value);
+        }
+    }
+    return bytes;
+}
+
+std::optional<LegacyTable> tableIn(const QByteArray& bytes) {
+    QDataStream in(bytes);
+    LegacyTable table;
+    quint32 fields = 0;
+    quint32 rows = 0;
+    in >> table.Name >> fields >> rows;
+    for (quint32 i = 0; i < fields && in.status() == QDataStream::Ok; ++i) {
+        Field field;
+        qint32 type = 0;
+        in >> field.Name >> type;
+        field.Type = static_cast<FieldType>(type);
+        table.Fields.push_back(field);
+    }
+    for (quint32 i = 0; i < rows && in.status() == QDataStream::Ok; ++i) {
+        std::vector<Value> row;
+        for (quint32 k = 0; k < fields && in.status() == QDataStream::Ok; ++k) {
+            row.push_back(readValue(in));
+        }
+        table.Rows.push_back(std::move(row));
+    }
+    return isWhole(in) ? std::optional(table) : std::nullopt;
+}
+
+} // namespace qvnd::jet::legacy

@@ -1,0 +1,217 @@
+#include "platform/jet/legacy/JetFileReader.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/files/TextDecoding.h"
+#include "support/Corpus.h"
+#include "support/Errors.h"
+#include "support/Files.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <QRandomGenerator>
+
+using namespace qvnd;
+using namespace qvnd::jet::legacy;
+
+namespace {
+
+const QStringList jet4Files = {"testAccess2_2000.mdb", "testAccess2_2002-2003.mdb",
+                               "testAccess2.accdb"};
+const QString jet3File = "testAccess_V1997.mdb";
+
+// The genuine files, each test on copies of its own.
+struct JetFiles : testing::Test {
+    test::TemporaryFolder folder;
+    JetFileReader reader;
+
+    void SetUp() override {
+        const auto corpus = test::corpusFolder();
+        if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
+            GTEST_SKIP() << "no genuine Jet files here";
+        }
+    }
+    static QByteArray genuine(const QString& name) {
+        QFile file(files::fromPath(*test::corpusFolder() / "jet") + "/" + name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QString put(const QByteArray& bytes) const {
+        folder.write("old.mdb", bytes);
+        return folder.path("old.mdb");
+    }
+    QString copy(const QString& name) const { return put(genuine(name)); }
+
+    static QString text(const LegacyTable& table, int row, const char* field) {
+        const int position = table.PositionOf(QString(field));
+        return position < 0
+                   ? "no field"
+                   : table.Rows[static_cast<std::size_t>(row)][static_cast<std::size_t>(position)]
+                         .TextOrEmpty();
+    }
+    static int rowOf(const LegacyTable& table, const char* field, const QString& value) {
+        for (int row = 0; row < static_cast<int>(table.Rows.size()); ++row) {
+            if (text(table, row, field) == value) {
+                return row;
+            }
+        }
+        return -1;
+    }
+    void expectDamaged(const QString& path) {
+        try {
+            const auto database = reader.Open(path);
+            for (const QString& name : database->TableNames()) {
+                database->Table(name);
+            }
+            ADD_FAILURE() << "read as if whole";
+        } catch (const RunTimeError& failure) {
+            EXPECT_EQ(failure.number(), 3343);
+            EXPECT_TRUE(QString::fromStdU16String(failure.description()).contains(path));
+        }
+    }
+};
+
+TEST_F(JetFiles, EveryGenuineFileIsRecognizedAndItsUserTablesAreNamed) {
+    EXPECT_TRUE(reader.Recognizes(copy(jet3File)));
+    EXPECT_EQ(reader.Open(copy(jet3File))->TableNames(),
+              QStringList({"Table1", "Table2", "Table3", "Table4"}));
+    for (const QString& name : jet4Files) {
+        EXPECT_TRUE(reader.Recognizes(copy(name)));
+        EXPECT_EQ(reader.Open(copy(name))->TableNames(), QStringList({"Table1", "Table2"}));
+    }
+    EXPECT_EQ(reader.Open(copy("testACCESS.mdb"))->TableNames(),
+              QStringList({"Titles", "Tracks", "Menus", "Batch"}));
+}
+
+TEST_F(JetFiles, FieldsHaveTheirNamesAndTypesInOrder) {
+    const LegacyTable table = reader.Open(copy("testACCESS.mdb"))->Table("Tracks");
+    ASSERT_EQ(table.Fields.size(), 3U);
+    EXPECT_EQ(table.Fields[0].Name, "TitleID");
+    EXPECT_EQ(table.Fields[0].Type, jet::FieldType::Long);
+    EXPECT_EQ(table.Fields[2].Name, "TrackName");
+    EXPECT_EQ(table.Fields[2].Type, jet::FieldType::Memo);
+    EXPECT_TRUE(table.Rows.empty());
+    EXPECT_EQ(table.PositionOf(u"trackid"), 1);
+    EXPECT_EQ(table.PositionOf(u"none"), -1);
+}
+
+TEST_F(JetFiles, RowsOfVersionFourWithMemosDatesAndChineseText) {
+    for (const QString& name : jet4Files) {
+        SCOPED_TRACE(name.toStdString());
+        const LegacyTable table = reader.Open(copy(name))->Table("table1");
+        ASSERT_EQ(table.Rows.size(), 2U);
+        const int first = rowOf(table, "ID", "1");
+        const int second = rowOf(table, "ID", "2");
+        ASSERT_TRUE(first >= 0 && second >= 0);
+        EXPECT_EQ(text(table, first, "ShortTextField"), "the quick");
+        EXPECT_EQ(text(table, second, "ShortTextField"), "普林斯顿大学");
+        EXPECT_EQ(text(table, first, "NumberField"), "3");
+        EXPECT_EQ(text(table, first, "CurrencyField"), "6.23");
+        EXPECT_EQ(text(table, first, "DateField"), "2015-6-24");
+        EXPECT_EQ(text(table, second, "DateField"), "");
+        EXPECT_EQ(text(table, first, "PlainTextMemo"), "red and brown");
+        EXPECT_EQ(text(table, first, "RichTextMemo"), "<div><strong>fox</strong> jumped</div>");
+        EXPECT_TRUE(text(table, first, "RichTextField").contains("over the <strong>bold"));
+        EXPECT_EQ(text(table, second, "RichTextField"), "");
+    }
+}
+
+TEST_F(JetFiles, RowsOfVersionThreeInTheOrderOfTheFile) {
+    const LegacyTable table = reader.Open(copy(jet3File))->Table("Table1");
+    ASSERT_EQ(table.Rows.size(), 2U);
+    EXPECT_EQ(text(table, 0, "A"), "a");
+    EXPECT_EQ(text(table, 1, "A"), "abcdefg");
+    EXPECT_EQ(text(table, 1, "B"), "hijklmnop");
+    EXPECT_EQ(text(table, 1, "C"), "2");
+    EXPECT_EQ(text(table, 1, "D"), "222");
+    EXPECT_EQ(text(table, 1, "E"), "333333333");
+    EXPECT_NEAR(table.Rows[1][5].ToDouble(), 444.555, 0.001);
+    EXPECT_EQ(text(table, 1, "G"), "1974-9-21");
+    EXPECT_EQ(text(table, 1, "H"), "3.5");
+    EXPECT_EQ(text(table, 0, "I"), "0");
+    EXPECT_EQ(text(table, 1, "I"), "-1");
+}
+
+TEST_F(JetFiles, GbkBytesUnderTheWesternCodePageAreChineseTextAndNames) {
+    QByteArray bytes = genuine(jet3File);
+    bytes.replace("abcdefg", files::encodeGbk("工程甲") + "7");
+    bytes.replace("hijklmnop", files::encodeGbk("施工部署") + "!");
+    bytes.replace("Table1", files::encodeGbk("标书表"));
+    const auto database = reader.Open(put(bytes));
+    EXPECT_TRUE(database->TableNames().contains("标书表"));
+    const LegacyTable table = database->Table("标书表");
+    EXPECT_EQ(table.Name, "标书表");
+    EXPECT_EQ(text(table, 1, "A"), "工程甲7");
+    EXPECT_EQ(text(table, 1, "B"), "施工部署!");
+}
+
+TEST_F(JetFiles, AMissingTableIsError3078) {
+    const auto database = reader.Open(copy(jet3File));
+    EXPECT_EQ(test::errorNumberOf([&] { database->Table("none"); }), 3078);
+}
+
+TEST_F(JetFiles, ReadingLeavesTheFileAsItWasAndNothingBesideIt) {
+    const QString path = copy("testAccess2_2000.mdb");
+    reader.Open(path)->Table("Table1");
+    EXPECT_EQ(folder.read("old.mdb"), genuine("testAccess2_2000.mdb"));
+    EXPECT_EQ(folder.names(), QStringList{"old.mdb"});
+}
+
+TEST_F(JetFiles, FilesOfOtherKindsAreNotRecognized) {
+    EXPECT_FALSE(reader.Recognizes(put("SQLite format 3")));
+    EXPECT_FALSE(reader.Recognizes(put("")));
+    EXPECT_FALSE(reader.Recognizes(folder.path("none.mdb")));
+}
+
+TEST_F(JetFiles, ACutFileIsDamaged) {
+    const QByteArray whole = genuine(jet3File);
+    for (const qsizetype length : {4, 100, 2048, 6144, 2048 * 20 + 1}) {
+        SCOPED_TRACE(length);
+        expectDamaged(put(whole.left(length)));
+    }
+    expectDamaged(put(whole.left(2048 * 12)));
+}
+
+TEST_F(JetFiles, AFileWithoutItsCatalogueIsDamaged) {
+    QByteArray bytes = genuine("testAccess2_2000.mdb");
+    bytes.replace(4096 * 2, 4096, QByteArray(4096, '\0'));
+    expectDamaged(put(bytes));
+}
+
+TEST_F(JetFiles, AnUnknownVersionIsDamaged) {
+    QByteArray bytes = genuine(jet3File);
+    bytes[0x14] = 42;
+    expectDamaged(put(bytes));
+}
+
+// Each ends with an error of its own or is read; whatever libmdb does, this process goes on.
+TEST_F(JetFiles, MutatedFilesNeverCrashOrHangTheProgram) {
+    QRandomGenerator random(20260103);
+    const JetFileReader hasty(std::chrono::milliseconds(500));
+    int refused = 0;
+    constexpr int rounds = 80;
+    for (int round = 0; round < rounds; ++round) {
+        QByteArray bytes = genuine(round % 2 == 0 ? jet3File : jet4Files[0]);
+        const int pageSize = round % 2 == 0 ? 2048 : 4096;
+        const int pages = static_cast<int>(bytes.size()) / pageSize;
+        const int mutations = 1 + random.bounded(60);
+        for (int i = 0; i < mutations; ++i) {
+            // Page heads hold what leads astray: counts, offsets, links.
+            const int page = random.bounded(pages);
+            const int offset =
+                random.bounded(2) == 0 ? random.bounded(64) : random.bounded(pageSize);
+            bytes[page * pageSize + offset] = static_cast<char>(random.bounded(256));
+        }
+        const auto failure = test::errorNumberOf([&] {
+            const auto database = hasty.Open(put(bytes));
+            for (const QString& name : database->TableNames()) {
+                database->Table(name);
+            }
+        });
+        EXPECT_TRUE(!failure || *failure == 3343 || *failure == 3078) << *failure;
+        refused += failure ? 1 : 0;
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_LT(refused, rounds);
+}
+
+} // namespace

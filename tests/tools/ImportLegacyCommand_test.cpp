@@ -1,0 +1,70 @@
+#include "support/Corpus.h"
+#include "support/Files.h"
+#include "support/Text.h"
+#include "tools/Run.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+using namespace qvnd;
+using namespace qvnd::tools;
+
+namespace {
+
+struct LegacyTool : testing::Test {
+    test::TemporaryFolder folder;
+    QString out;
+    QString err;
+
+    ExitStatus qvndctl(const QStringList& words) {
+        std::ostringstream standardOut;
+        std::ostringstream standardError;
+        const ExitStatus status =
+            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
+        out = QString::fromStdString(standardOut.str()).trimmed();
+        err = QString::fromStdString(standardError.str()).trimmed();
+        return status;
+    }
+};
+
+TEST_F(LegacyTool, WithoutOldPlansTheListIsEmpty) {
+    EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::done);
+    EXPECT_EQ(out, "没有旧版的方案或模板。");
+    EXPECT_EQ(qvndctl({"--json", "plan", "import-legacy"}), ExitStatus::done);
+    EXPECT_EQ(out, "[]");
+}
+
+TEST_F(LegacyTool, ADamagedJetFileIsNamedAndLeftAsItWas) {
+    qvndctl({"init"});
+    const QByteArray damaged = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + "cut";
+    folder.write("home/Sys/用户模板/旧工程/旧工程.mdb", damaged);
+    folder.write("home/Sys/标书模板/旧模板/旧模板.mdb", damaged);
+    EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("旧工程.mdb")) << err.toStdString();
+    EXPECT_TRUE(err.contains("旧模板.mdb")) << err.toStdString();
+    EXPECT_TRUE(out.contains("方案 旧工程：未接收。")) << out.toStdString();
+    EXPECT_TRUE(out.contains("模板 旧模板：未接收。")) << out.toStdString();
+    EXPECT_EQ(folder.read("home/Sys/用户模板/旧工程/旧工程.mdb"), damaged);
+    EXPECT_EQ(folder.read("home/Sys/标书模板/旧模板/旧模板.mdb"), damaged);
+    EXPECT_EQ(qvndctl({"plan", "list"}), ExitStatus::done);
+    EXPECT_EQ(out, "");
+}
+
+TEST_F(LegacyTool, AGenuineJetFileWithoutAnOutlineIsNamedAndLeftAsItWas) {
+    const auto corpus = test::corpusFolder();
+    if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
+        GTEST_SKIP() << "no genuine Jet files here";
+    }
+    QFile genuine(files::fromPath(*corpus / "jet" / "testAccess_V1997.mdb"));
+    ASSERT_TRUE(genuine.open(QIODevice::ReadOnly));
+    const QByteArray bytes = genuine.readAll();
+    qvndctl({"init"});
+    folder.write("home/Sys/用户模板/旧工程/旧工程.mdb", bytes);
+    EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::refused);
+    EXPECT_TRUE(out.contains("没有提纲表『旧工程』")) << out.toStdString();
+    EXPECT_EQ(folder.read("home/Sys/用户模板/旧工程/旧工程.mdb"), bytes);
+    EXPECT_EQ(folder.names("home/Sys/用户模板/旧工程"), QStringList{"旧工程.mdb"});
+}
+
+} // namespace
