@@ -24,7 +24,7 @@ QString spellingIn(const QString& folder, const QString& name) {
     std::error_code failed;
     for (std::filesystem::directory_iterator at(nativePath(folder), failed), end;
          !failed && at != end; at.increment(failed)) {
-        const QString entry = fromPath(at->path().filename());
+        QString entry = fromPath(at->path().filename());
         if (entry.compare(name, Qt::CaseInsensitive) == 0) {
             return entry;
         }
