@@ -76,7 +76,12 @@ struct Frame : testing::Test, ProgramWindows {
         action->trigger();
     }
     // The frame's own menus stand only while no child window does.
-    void unloadChild() { delete area().activeSubWindow(); }
+    void unloadChild() {
+        QMdiSubWindow* child = area().activeSubWindow();
+        area().removeSubWindow(child);
+        delete child;
+        QApplication::processEvents();
+    }
 };
 
 TEST_F(Frame, BearsItsCaption) { EXPECT_EQ(form->windowTitle(), "卷宗编制系统"); }

@@ -30,12 +30,12 @@ MainForm::MainForm(const Parts& parts) : parts_(parts), area_(new QMdiArea(this)
     setCentralWidget(area_);
     buildMenus();
     buildStatusBar();
-    connect(area_, &QMdiArea::subWindowActivated, this, &MainForm::showMenusOf);
-    showMenusOf(nullptr);
+    connect(area_, &QMdiArea::subWindowActivated, this, &MainForm::showMenus);
+    showMenus();
 }
 
-// The children tell the frame of their end, so they end first.
-MainForm::~MainForm() { delete area_; }
+// The children end behind the frame, which then no longer listens.
+MainForm::~MainForm() { area_->disconnect(this); }
 
 void MainForm::Load() {
     openRoster();
@@ -105,10 +105,11 @@ void MainForm::buildStatusBar() {
     }
 }
 
-void MainForm::showMenusOf(QMdiSubWindow* child) {
+// By the current child, which stays so while another program is in front.
+void MainForm::showMenus() {
+    const QMdiSubWindow* child = area_->currentSubWindow();
     menuBar()->clear();
-    const bool isWorkbench = child && child == frmBid_;
-    for (QMenu* menu : isWorkbench ? workbench_.menus : menus_) {
+    for (QMenu* menu : child&& child == frmBid_ ? workbench_.menus : menus_) {
         menuBar()->addMenu(menu);
     }
 }
@@ -119,23 +120,26 @@ void MainForm::showWorkbench() {
         frmBid_ = area_->addSubWindow(
             workbench_.widget, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                    Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint);
-        frmBid_->setAttribute(Qt::WA_DeleteOnClose);
-        connect(frmBid_, &QObject::destroyed, this, [this] {
-            frmBid_ = nullptr;
-            workbench_ = {};
-            showMenusOf(nullptr);
-        });
     }
     frmBid_->showMaximized();
     area_->setActiveSubWindow(frmBid_);
-    showMenusOf(frmBid_);
+    showMenus();
+}
+
+// A child may be in the middle of an event of its own, so it ends when that is over.
+void MainForm::unload(QMdiSubWindow* child) {
+    area_->removeSubWindow(child);
+    child->deleteLater();
+    if (child == frmBid_) {
+        frmBid_ = nullptr;
+        showMenus();
+    }
 }
 
 // The active child goes, the workbench among them, which then comes back freshly loaded.
 void MainForm::mnuBuild() {
     if (QMdiSubWindow* active = area_->activeSubWindow()) {
-        area_->removeSubWindow(active);
-        delete active;
+        unload(active);
     }
     showWorkbench();
 }
@@ -181,7 +185,7 @@ void MainForm::exit() { close(); }
 void MainForm::closeEvent(QCloseEvent* event) {
     parts_.program.exit();
     for (QMdiSubWindow* child : area_->subWindowList()) {
-        delete child;
+        unload(child);
     }
     event->accept();
     parts_.end();

@@ -8,13 +8,14 @@
 #include "startup/Program.h"
 
 #include <QMainWindow>
+#include <QMdiSubWindow>
+#include <QPointer>
 
 #include <array>
 #include <functional>
 
 class QLabel;
 class QMdiArea;
-class QMdiSubWindow;
 
 namespace qvnd::startup {
 
@@ -71,7 +72,8 @@ private:
     void buildStatusBar();
     QMenu* menu(const QString& name, const QString& title);
     void mnuBuild();
-    void showMenusOf(QMdiSubWindow* child);
+    void unload(QMdiSubWindow* child);
+    void showMenus();
     void help(void (desktop::HelpWindow::*page)(const QString&));
     void openRoster();
 
@@ -80,7 +82,7 @@ private:
     std::array<QLabel*, 3> panels_{};
     QList<QMenu*> menus_;
     ChildWindow workbench_;
-    QMdiSubWindow* frmBid_ = nullptr;
+    QPointer<QMdiSubWindow> frmBid_;
 };
 
 } // namespace qvnd::startup

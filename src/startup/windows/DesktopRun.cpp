@@ -1,0 +1,39 @@
+#include "startup/windows/DesktopRun.h"
+
+#include "outline/windows/frmBid.h"
+
+namespace qvnd::startup {
+
+DesktopRun::DesktopRun(const DesktopServices& services)
+    : services_(services), program_(services.registry, services.outline, *this) {}
+
+DesktopRun::~DesktopRun() = default;
+
+bool DesktopRun::start(const QString& programFolder) { return program_.start(programFolder); }
+
+void DesktopRun::showMainForm() {
+    mainForm_ = std::make_unique<MainForm>(
+        MainForm::Parts{program_, services_.registry, services_.outline.messages, services_.help,
+                        services_.shell, [this] { return loadWorkbench(); }, services_.end});
+    mainForm_->Load();
+    mainForm_->showMaximized();
+}
+
+void DesktopRun::showFrmBid() { mainForm_->showWorkbench(); }
+
+ChildWindow DesktopRun::loadWorkbench() {
+    auto* window = new outline::frmBid({program_.state(), program_.workbench(), services_.outline,
+                                        *mainForm_, *services_.makePreview()});
+    window->Load();
+    return {window, window->menus()};
+}
+
+void DesktopRun::bringToFront() {
+    if (mainForm_) {
+        mainForm_->setWindowState(mainForm_->windowState() & ~Qt::WindowMinimized);
+        mainForm_->raise();
+        mainForm_->activateWindow();
+    }
+}
+
+} // namespace qvnd::startup
