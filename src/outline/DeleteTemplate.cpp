@@ -1,7 +1,9 @@
 #include "outline/DeleteTemplate.h"
 
+#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
+#include "outline/QueryText.h"
 #include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/TextPattern.h"
@@ -63,7 +65,7 @@ void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
     workbench.mnuBroTemplate = false;
     {
         const auto listed =
-            state.gDbTemplate->OpenRecordset("Select * from 遍历表 Where 名称='" + name + u'\'');
+            state.gDbTemplate->OpenRecordset("Select * from 遍历表 Where 名称=" + quoted(name));
         listed->Delete();
     }
     state.gWs->CommitTrans();
@@ -72,7 +74,7 @@ void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
 
 void deleteRows(modMain& state, const QString& name, const QString& key) {
     const QString statement =
-        "Delete * from " + withoutBrackets(name) + " where key like '" + key + "*'";
+        "Delete * from " + bareName(name) + " where key like " + quoted(key + u'*');
     {
         const auto copy = state.gWs->OpenDatabase(templateDatabasePath(state, name));
         copy->Execute(statement);

@@ -1,5 +1,6 @@
 #include "outline/StoreTemplate.h"
 
+#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineRows.h"
 #include "outline/TemplateLibrary.h"
@@ -16,7 +17,7 @@ QString currentPlan(modMain& state) {
 }
 
 void copyTable(modMain& state, const QString& name) {
-    state.gDbUser->Execute("Select * into " + withoutBrackets(name) + " in '" +
+    state.gDbUser->Execute("Select * into " + bareName(name) + " in '" +
                            templateLibraryPath(state) + "' from " + name);
 }
 

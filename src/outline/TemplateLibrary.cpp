@@ -1,6 +1,5 @@
 #include "outline/TemplateLibrary.h"
 
-#include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 
 namespace qvnd::outline {
@@ -19,13 +18,6 @@ QString templateDatabasePath(const modMain& state, const QString& name) {
 
 QString templateDocumentPath(const modMain& state, const QString& name, const QString& key) {
     return templateFolder(state, name) + files::separator() + key + ".doc";
-}
-
-const QString& withoutBrackets(const QString& name) {
-    if (name.contains(u'[') || name.contains(u']')) {
-        throw RunTimeError(error::nameInvalid, ("名称“" + name + "”中有方括号").toStdU16String());
-    }
-    return name;
 }
 
 } // namespace qvnd::outline

@@ -17,8 +17,4 @@ QString templateDatabasePath(const modMain& state, const QString& name);
 // folder + "/" + key + ".doc".
 QString templateDocumentPath(const modMain& state, const QString& name, const QString& key);
 
-// The name, fit to stand in a statement. A bracket in it could make the statement mean another
-// table: error 3125. What else is no bare name is left to the store, which refuses it (3075).
-const QString& withoutBrackets(const QString& name);
-
 } // namespace qvnd::outline

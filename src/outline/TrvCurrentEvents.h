@@ -1,13 +1,12 @@
 #pragma once
 
+#include "outline/MouseButton.h"
 #include "outline/Services.h"
 #include "outline/Workbench.h"
 #include "platform/preview/DocumentPreview.h"
 #include "store/modMain.h"
 
 namespace qvnd::outline {
-
-enum class MouseButton { left = 1, right = 2 };
 
 // What a mouse button brings up over TrvCurrent: nothing, the menu mnuSysEdit, or mnuSys with
 // mnuNew as its only item (the others are hidden as long as it is up).

@@ -2,7 +2,8 @@
 
 #include "outline/BrowseTemplate.h"
 #include "outline/OutlineKeys.h"
-#include "outline/TemplateLibrary.h"
+#include "outline/QueryText.h"
+#include "platform/error/RunTimeError.h"
 
 namespace qvnd::outline {
 
@@ -21,38 +22,57 @@ void TrvTemplateEvents::NodeClick(OutlineNode& node) {
 
 void TrvTemplateEvents::DblClick() {
     const OutlineNode* selected = workbench_.TrvTemplate.SelectedItem();
-    if (selected && isDocument(selected->Key(), "Key='" + selected->Key() + u'\'')) {
-        mnuBroTemplate(state_, workbench_, messages_, preview_);
+    if (!selected) {
+        return;
+    }
+    try {
+        if (isDocument(rowQuery(tableOfKey(selected->Key()), selected->Key()))) {
+            mnuBroTemplate(state_, workbench_, messages_, preview_);
+        }
+    } catch (const RunTimeError& failure) {
+        tell(failure);
     }
 }
 
-bool TrvTemplateEvents::MouseDown(OutlineNode* hit, int button) {
+bool TrvTemplateEvents::MouseDown(MouseButton button, OutlineNode* hit) {
     if (hit) {
         workbench_.TrvTemplate.Select(hit);
         workbench_.copySourceKey = hit->Key();
     }
-    if (button != mouse::right) {
-        return false;
-    }
+    return button == MouseButton::right && readyMenu();
+}
+
+// The menu is for the node to copy, wherever the pointer is.
+bool TrvTemplateEvents::readyMenu() {
     workbench_.mnuDelBrowse = true;
     OutlineNode* meant = workbench_.TrvTemplate.find(workbench_.copySourceKey);
     if (!meant) {
         return false;
     }
     workbench_.TrvTemplate.Select(meant);
-    workbench_.mnuBroTemplate = isDocument(meant->Key(), "key like '" + meant->Key() + "*'");
-    return true;
+    try {
+        workbench_.mnuBroTemplate = isDocument("Select * from " + tableOfKey(meant->Key()) +
+                                               " where key like " + quoted(meant->Key() + u'*'));
+        return true;
+    } catch (const RunTimeError& failure) {
+        tell(failure);
+        return false;
+    }
 }
 
 void TrvTemplateEvents::MouseUp() { workbench_.mnuDelBrowse = false; }
 
 void TrvTemplateEvents::Click() { workbench_.selectedTemplate.clear(); }
 
-// Of the first row that the condition finds in the key's template.
-bool TrvTemplateEvents::isDocument(const QString& key, const QString& condition) const {
-    const auto row = state_.gDbTemplate->OpenRecordset(
-        "Select * from " + withoutBrackets(tableOfKey(key)) + " where " + condition);
+// Of the first row that the query finds.
+bool TrvTemplateEvents::isDocument(const QString& query) {
+    const auto row = state_.gDbTemplate->OpenRecordset(query);
     return !row->Eof() && row->Get(u"是否文档").TextOrEmpty() == u"是";
+}
+
+void TrvTemplateEvents::tell(const RunTimeError& failure) {
+    messages_.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
+                   QStringLiteral("提示"));
 }
 
 } // namespace qvnd::outline

@@ -1,20 +1,16 @@
 #pragma once
 
+#include "outline/MouseButton.h"
 #include "outline/Workbench.h"
 #include "platform/desktop/MessageBoxes.h"
+#include "platform/error/RunTimeError.h"
 #include "platform/preview/DocumentPreview.h"
 #include "store/modMain.h"
 
 namespace qvnd::outline {
 
-// The button of a mouse event as its handlers count them.
-namespace mouse {
-inline constexpr int left = 1;
-inline constexpr int right = 2;
-} // namespace mouse
-
 // The events of TrvTemplate, the tree of the system templates. A looked-up row that is not there
-// counts as no document; errors of the store pass through.
+// counts as no document; a failure of the look-up is told and ends the event.
 class TrvTemplateEvents {
 public:
     TrvTemplateEvents(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
@@ -28,12 +24,14 @@ public:
     // `hit` is the node under the pointer, null for none: it is selected and becomes the node to
     // copy. True when the menu mnuDelBrowse is to pop up, which it does on the right button for the
     // node to copy, hit or not; without one in this tree nothing pops up.
-    bool MouseDown(OutlineNode* hit, int button);
+    bool MouseDown(MouseButton button, OutlineNode* hit);
     void MouseUp();
     void Click();
 
 private:
-    bool isDocument(const QString& key, const QString& condition) const;
+    bool readyMenu();
+    bool isDocument(const QString& query);
+    void tell(const RunTimeError& failure);
 
     modMain& state_;
     Workbench& workbench_;

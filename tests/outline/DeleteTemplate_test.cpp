@@ -292,7 +292,7 @@ TEST_F(DeletingFromATemplate, WithoutARollbackTheRowsOfTheFoldersDatabaseAreGone
 TEST_F(DeletingFromATemplate, AKeyThatIsNoBareNameDeletesNothing) {
     makeTemplate({"甲", "甲.1d"});
     for (const char* key : {"甲 乙.1", "甲'.1", "甲#.1", "甲?.1", "甲*.1", "[甲].1", "[甲]",
-                            "甲 乙", "甲*", "", ".1"}) {
+                            "甲 乙", "甲*", "", ".1", "甲.' or key like '"}) {
         workbench.TrvTemplate.Clear();
         workbench.TrvTemplate.Select(
             &workbench.TrvTemplate.Add(key, "x", image::folder, image::folderSelected));

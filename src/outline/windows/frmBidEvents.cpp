@@ -174,8 +174,8 @@ void frmBid::connectTrvTemplate() {
             [this, events](Qt::MouseButton button, OutlineNode* node, const QPoint& place) {
                 bool popUp = false;
                 run([&] {
-                    popUp = events().MouseDown(node, button == Qt::RightButton ? mouse::right
-                                                                               : mouse::left);
+                    popUp = events().MouseDown(
+                        button == Qt::RightButton ? MouseButton::right : MouseButton::left, node);
                 });
                 if (popUp) {
                     menus_.mnuDelBrowse->popup(place);
