@@ -55,6 +55,7 @@ public:
     void removePreview() override {}
     void loadPreview(const QString& /*path*/) override {}
     void updatePreview() override {}
+    void activatePreview() override {}
 };
 
 class NoEvents : public desktop::Events {

@@ -20,6 +20,7 @@ public:
     void removePreview() override {}
     void loadPreview(const QString& /*path*/) override {}
     void updatePreview() override {}
+    void activatePreview() override {}
 };
 
 // The controls of the format dialog as the options set them.

@@ -4,7 +4,8 @@
 
 namespace qvnd::generate {
 
-// What the plan edit window shows while it generates: the pointer and the preview of a document.
+// What the plan edit window shows: the pointer and the preview of a document. Whatever concerns the
+// preview may throw RunTimeError.
 class BidEditScreen {
 public:
     virtual ~BidEditScreen() = default;
@@ -17,6 +18,8 @@ public:
     virtual void removePreview() = 0;
     virtual void loadPreview(const QString& path) = 0;
     virtual void updatePreview() = 0;
+    // Opens the loaded document in its own application (verb 2).
+    virtual void activatePreview() = 0;
 };
 
 } // namespace qvnd::generate

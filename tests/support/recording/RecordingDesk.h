@@ -67,6 +67,7 @@ public:
         log_.write("preview load " + log_.text(files::toPath(path)));
     }
     void updatePreview() override { log_.write("preview update"); }
+    void activatePreview() override { log_.write("preview activate"); }
 
 private:
     CallLog& log_;

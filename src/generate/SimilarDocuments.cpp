@@ -1,0 +1,143 @@
+#include "generate/SimilarDocuments.h"
+
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/QueryText.h"
+#include "outline/TemplateLibrary.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+#include "platform/files/Trim.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+using desktop::Icon;
+
+[[noreturn]] void objectNotSet() {
+    throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+}
+
+QString descriptionOf(const RunTimeError& failure) {
+    return QString::fromStdU16String(failure.description());
+}
+
+} // namespace
+
+SimilarDocuments::SimilarDocuments(modMain& state, const outline::OutlineTree& TrvEdit,
+                                   const SimilarDocumentsServices& services)
+    : state_(state), TrvEdit_(TrvEdit), services_(services) {}
+
+void SimilarDocuments::Load() {
+    const outline::OutlineNode* selected = TrvEdit_.SelectedItem();
+    if (!selected || selected->Image() != outline::image::document) {
+        return;
+    }
+    const auto templates = state_.gDbTemplate->OpenRecordset(u"Select * from 遍历表"_s);
+    for (; !templates->Eof(); templates->MoveNext()) {
+        const auto found = documentsOf(templates->Get(u"名称").ToText(), selected->Text());
+        rows_.insert(rows_.begin(), found.begin(), found.end());
+    }
+    enabled_ = !rows_.empty();
+}
+
+std::vector<SimilarDocuments::Row> SimilarDocuments::documentsOf(const QString& table,
+                                                                 const QString& name) const {
+    std::vector<Row> found;
+    const auto rs = state_.gDbTemplate->OpenRecordset(
+        "Select * from " + table + " where 名称=" + outline::quoted(name) + " and 是否文档='是'");
+    for (; !rs->Eof(); rs->MoveNext()) {
+        const QString key = rs->Get(u"key").TextOrEmpty();
+        found.push_back({rs->Get(u"名称").TextOrEmpty(),
+                         outline::templateDocumentPath(state_, outline::tableOfKey(key), key)});
+    }
+    return found;
+}
+
+void SimilarDocuments::cmdBrowse() {
+    try {
+        const auto chosen =
+            services_.cmdlglike.open({u"打开文档"_s, u"Word文档(*.doc)|*.doc"_s, {}});
+        rows_.push_back({chosen.fileTitle.section(u'.', 0, 0), chosen.fileName});
+        enabled_ = true;
+    } catch (const RunTimeError&) { // NOLINT(bugprone-empty-catch): ends in silence
+    }
+}
+
+bool SimilarDocuments::cmdInsert() {
+    try {
+        if (services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
+            services_.messages.tell(u"对不起，请先关闭Word文档！"_s, Icon::information);
+            return false;
+        }
+        services_.word.hold(services_.wordProcessor.create());
+        const QString path = target();
+        if (rows_.empty()) {
+            return false;
+        }
+        insertInto(path);
+        return true;
+    } catch (const RunTimeError& failure) {
+        services_.messages.tell(descriptionOf(failure), Icon::exclamation, u"提示"_s);
+        return false;
+    }
+}
+
+void SimilarDocuments::insertInto(const QString& path) {
+    WordSession& word = services_.word;
+    word.keepDocument(word.application().documents().Open(files::toPath(path)));
+    word.document().Activate();
+    word.selection().InsertFile(files::toPath(selectedRow().path));
+    word.activeDocument().Close(true);
+    services_.frmBidEdit.loadPreview(path);
+    services_.frmBidEdit.updatePreview();
+    word.application().Quit();
+    word.dropApplication();
+}
+
+// The folders whose documents the insertion opens.
+QStringList SimilarDocuments::foldersAtWork() const {
+    QStringList folders;
+    if (TrvEdit_.SelectedItem()) {
+        folders << QFileInfo(target()).path();
+    }
+    if (selected_) {
+        folders << QFileInfo(selectedRow().path).path();
+    }
+    return folders;
+}
+
+QString SimilarDocuments::target() const {
+    const outline::OutlineNode* selected = TrvEdit_.SelectedItem();
+    if (!selected) {
+        objectNotSet();
+    }
+    const QString& key = selected->Key();
+    return outline::documentPath(state_, outline::tableOfKey(key), files::Trim(key));
+}
+
+const SimilarDocuments::Row& SimilarDocuments::selectedRow() const {
+    if (!selected_ || *selected_ >= rows_.size()) {
+        objectNotSet();
+    }
+    return rows_[*selected_];
+}
+
+void SimilarDocuments::cmdOpen() {
+    try {
+        services_.frmBidEdit.loadPreview(selectedRow().path);
+        services_.frmBidEdit.activatePreview();
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == error::objectNotSet) {
+            services_.messages.tell(u"没有文档，所以不能打开！"_s, Icon::exclamation, u"警告！"_s);
+        } else {
+            services_.messages.tell(descriptionOf(failure));
+        }
+    }
+}
+
+} // namespace qvnd::generate
