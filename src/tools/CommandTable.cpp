@@ -10,6 +10,8 @@
 #include "tools/PlanCommands.h"
 #include "tools/PlanDeletion.h"
 #include "tools/RegistryCommands.h"
+#include "tools/SimilarCommand.h"
+#include "tools/TemplateCommands.h"
 
 namespace qvnd::tools {
 
@@ -17,8 +19,8 @@ std::vector<Command> commandTable() {
     std::vector<Command> table;
     for (const auto& group :
          {planCommands(), planDeletion(), importLegacyCommands(), outlineCommands(),
-          outlineEditCommands(), outlineDragCommands(), formatCommands(), generateCommands(),
-          docCommands(), registryCommands()}) {
+          outlineEditCommands(), outlineDragCommands(), templateCommands(), similarCommands(),
+          formatCommands(), generateCommands(), docCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -7,6 +7,7 @@
 #include "outline/TreeLoading.h"
 #include "outline/dlgAddDoc.h"
 #include "tools/Arguments.h"
+#include "tools/OutlineText.h"
 #include "tools/Plans.h"
 #include "tools/ProgramRun.h"
 #include "tools/Session.h"
@@ -97,34 +98,6 @@ ExitStatus addDocument(Session& session, const QStringList& words) {
     outline::AddDocument command(run.state(), run.workbench(), run.services());
     const outline::Added outcome = isBelow ? command.mnuLTDoc() : command.mnuEQDoc();
     return ended(session, outcome, command.newKey());
-}
-
-QJsonArray rowsAsJson(jet::Recordset& rs) {
-    QJsonArray json;
-    for (; !rs.Eof(); rs.MoveNext()) {
-        const QString key = rs.Get(u"Key").TextOrEmpty();
-        json << QJsonObject{{"ID", rs.Get(u"ID").ToLong()},
-                            {"Key", key},
-                            {"名称", rs.Get(u"名称").TextOrEmpty()},
-                            {"是否文档", rs.Get(u"是否文档").TextOrEmpty()},
-                            {"depth", outline::depthOfKey(key)}};
-    }
-    return json;
-}
-
-// For people: as the tree shows it.
-QString treeAsText(const outline::OutlineTree& tree) {
-    QStringList lines;
-    std::vector<const outline::OutlineNode*> pending(tree.topLevel().rbegin(),
-                                                     tree.topLevel().rend());
-    while (!pending.empty()) {
-        const outline::OutlineNode& node = *pending.back();
-        pending.pop_back();
-        lines << QString(2 * outline::depthOfKey(node.Key()), ' ') + node.Text() + "  [" +
-                     node.Key() + (node.Image() == outline::image::document ? "]  文档" : "]");
-        pending.insert(pending.end(), node.childList().rbegin(), node.childList().rend());
-    }
-    return lines.join('\n');
 }
 
 ExitStatus showOutline(Session& session, const QStringList& words) {

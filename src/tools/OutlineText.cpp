@@ -1,0 +1,36 @@
+#include "tools/OutlineText.h"
+
+#include "outline/OutlineKeys.h"
+
+#include <QJsonObject>
+
+namespace qvnd::tools {
+
+QJsonArray rowsAsJson(jet::Recordset& rs) {
+    QJsonArray json;
+    for (; !rs.Eof(); rs.MoveNext()) {
+        const QString key = rs.Get(u"Key").TextOrEmpty();
+        json << QJsonObject{{"ID", rs.Get(u"ID").ToLong()},
+                            {"Key", key},
+                            {"名称", rs.Get(u"名称").TextOrEmpty()},
+                            {"是否文档", rs.Get(u"是否文档").TextOrEmpty()},
+                            {"depth", outline::depthOfKey(key)}};
+    }
+    return json;
+}
+
+QString treeAsText(const outline::OutlineTree& tree) {
+    QStringList lines;
+    std::vector<const outline::OutlineNode*> pending(tree.topLevel().rbegin(),
+                                                     tree.topLevel().rend());
+    while (!pending.empty()) {
+        const outline::OutlineNode& node = *pending.back();
+        pending.pop_back();
+        lines << QString(2 * outline::depthOfKey(node.Key()), ' ') + node.Text() + "  [" +
+                     node.Key() + (node.Image() == outline::image::document ? "]  文档" : "]");
+        pending.insert(pending.end(), node.childList().rbegin(), node.childList().rend());
+    }
+    return lines.join('\n');
+}
+
+} // namespace qvnd::tools
