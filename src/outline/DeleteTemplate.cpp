@@ -111,7 +111,7 @@ DeleteOutcome mnuDelTemplate(modMain& state, Workbench& workbench, const Service
     try {
         const OutlineNode& selected = selectedIn(workbench.TrvTemplate);
         if (!isMeant(selected, services.messages)) {
-            return {Deleted::cancelled, {}};
+            return {TemplateDeleted::cancelled, {}};
         }
         // The node goes before the work is over.
         const QString key = selected.Key();
@@ -123,7 +123,7 @@ DeleteOutcome mnuDelTemplate(modMain& state, Workbench& workbench, const Service
         }
         return {};
     } catch (const RunTimeError& failure) {
-        return {Deleted::failed, QString::fromStdU16String(failure.description())};
+        return {TemplateDeleted::failed, QString::fromStdU16String(failure.description())};
     }
 }
 

@@ -8,14 +8,14 @@
 
 namespace qvnd::outline {
 
-enum class Deleted {
+enum class TemplateDeleted {
     deleted,
     cancelled, // at the question
     failed     // in silence; what was done up to it stays done
 };
 
 struct DeleteOutcome {
-    Deleted result = Deleted::deleted;
+    TemplateDeleted result = TemplateDeleted::deleted;
     // What ended a failed command.
     QString reason;
 };

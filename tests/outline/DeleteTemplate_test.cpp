@@ -63,8 +63,8 @@ TEST_F(DeletingFromATemplate, AsksWithOkAndCancelAndWithoutTitleOrIcon) {
 TEST_F(DeletingFromATemplate, CancelChangesNothing) {
     makeTemplate({"T", "T.1d"});
     messages.otherwise = Answer::cancel;
-    EXPECT_EQ(remove("T.1").result, Deleted::cancelled);
-    EXPECT_EQ(remove("T").result, Deleted::cancelled);
+    EXPECT_EQ(remove("T.1").result, TemplateDeleted::cancelled);
+    EXPECT_EQ(remove("T").result, TemplateDeleted::cancelled);
     EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.1"}));
     EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.1"}));
     EXPECT_EQ(shown(workbench.TrvTemplate), QStringList({"T", "T.1"}));
@@ -74,7 +74,7 @@ TEST_F(DeletingFromATemplate, CancelChangesNothing) {
 }
 
 TEST_F(DeletingFromATemplate, WithNothingSelectedItEndsInSilence) {
-    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_FALSE(state.gWs->InTransaction());
 }
@@ -84,7 +84,7 @@ TEST_F(DeletingFromATemplate, WithNothingSelectedItEndsInSilence) {
 TEST_F(DeletingFromATemplate, ARootTakesTableRowNodeAndFolderAlong) {
     makeTemplate({"S", "S.1d"});
     makeTemplate({"T", "T.1d"});
-    EXPECT_EQ(remove("T").result, Deleted::deleted);
+    EXPECT_EQ(remove("T").result, TemplateDeleted::deleted);
     EXPECT_FALSE(hasTable("T"));
     EXPECT_EQ(registered(*state.gDbTemplate), QStringList{"S"});
     EXPECT_FALSE(folder.exists("Sys/标书模板/T"));
@@ -118,7 +118,7 @@ TEST_F(DeletingFromATemplate, AnotherTemplateWhoseNameBeginsAlikeStays) {
 TEST_F(DeletingFromATemplate, AFolderInUseIsToldAndTriedUntilItGoes) {
     makeTemplate({"T", "T.1d"});
     files->busyFor = 3;
-    EXPECT_EQ(remove("T").result, Deleted::deleted);
+    EXPECT_EQ(remove("T").result, TemplateDeleted::deleted);
     ASSERT_EQ(messages.shown.size(), 4U);
     for (std::size_t i = 1; i < 4; ++i) {
         EXPECT_EQ(messages.shown[i].text, "请关闭你正在使用的东西！");
@@ -166,7 +166,7 @@ TEST_F(DeletingFromATemplate, WhereNobodyCanCloseTheFileItEndsWithTheReason) {
     listTemplates();
     selectTemplate("T");
     const auto outcome = mnuDelTemplate(state, workbench, {nobody, splash, dialogs, events, word});
-    EXPECT_EQ(outcome.result, Deleted::failed);
+    EXPECT_EQ(outcome.result, TemplateDeleted::failed);
     EXPECT_EQ(outcome.reason, "没有权限");
     EXPECT_TRUE(folder.exists(templateFile("T.1")));
 }
@@ -176,7 +176,7 @@ TEST_F(DeletingFromATemplate, AMissingFolderEndsItInSilenceBehindTheCommit) {
     listTemplates();
     QDir(folder.path("Sys/标书模板/T")).removeRecursively();
     selectTemplate("T");
-    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_FALSE(state.gWs->InTransaction());
     EXPECT_FALSE(hasTable("T"));
@@ -187,7 +187,7 @@ TEST_F(DeletingFromATemplate, ARootWithoutItsTableLeavesTheTransactionOpenAndThe
     listTemplates();
     selectTemplate("T");
     state.gDbTemplate->TableDefs().Delete("T");
-    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_TRUE(state.gWs->InTransaction());
     EXPECT_EQ(shown(workbench.TrvTemplate), QStringList({"T", "T.1"}));
@@ -200,7 +200,7 @@ TEST_F(DeletingFromATemplate, ARootWithoutItsRowLosesTableAndNodeButKeepsItsFold
     listTemplates();
     selectTemplate("T");
     state.gDbTemplate->Execute(QStringLiteral("Delete * from 遍历表"));
-    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
     EXPECT_TRUE(state.gWs->InTransaction());
     EXPECT_FALSE(hasTable("T"));
     EXPECT_EQ(workbench.TrvTemplate.Count(), 0);
@@ -211,7 +211,7 @@ TEST_F(DeletingFromATemplate, ARootWithoutItsRowLosesTableAndNodeButKeepsItsFold
 
 TEST_F(DeletingFromATemplate, ANodeTakesItsSubtreeAlongInBothDatabasesAndOnDisk) {
     makeTemplate({"T", "T.1", "T.1.1d", "T.1.2", "T.1.2.1d", "T.2d"});
-    EXPECT_EQ(remove("T.1").result, Deleted::deleted);
+    EXPECT_EQ(remove("T.1").result, TemplateDeleted::deleted);
     EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.2"}));
     EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.2"}));
     EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.2.doc", "T.mdb"}));
@@ -248,7 +248,7 @@ TEST_F(DeletingFromATemplate, TheTreeIsListedAnewBehindANode) {
 TEST_F(DeletingFromATemplate, AFileInUseStaysAndTheRestGoes) {
     makeTemplate({"T", "T.1", "T.1.1d", "T.1.2d", "T.1.3d"});
     files->busyFile = "T.1.2.doc";
-    EXPECT_EQ(remove("T.1").result, Deleted::deleted);
+    EXPECT_EQ(remove("T.1").result, TemplateDeleted::deleted);
     EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.1.2.doc", "T.mdb"}));
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(templateKeys("T"), QStringList{"T"});
@@ -258,7 +258,7 @@ TEST_F(DeletingFromATemplate, AnyOtherFailureOfAFileEndsItAndTheNodeStaysOnTheSc
     makeTemplate({"T", "T.1", "T.1.1d", "T.1.2d", "T.1.3d"});
     files->busyFile = "T.1.2.doc";
     files->busyNumber = error::pathAccess;
-    EXPECT_EQ(remove("T.1").result, Deleted::failed);
+    EXPECT_EQ(remove("T.1").result, TemplateDeleted::failed);
     EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.1.2.doc", "T.1.3.doc", "T.mdb"}));
     EXPECT_EQ(templateKeys("T"), QStringList{"T"});
     EXPECT_NE(workbench.TrvTemplate.find("T.1"), nullptr);
@@ -267,7 +267,7 @@ TEST_F(DeletingFromATemplate, AnyOtherFailureOfAFileEndsItAndTheNodeStaysOnTheSc
 TEST_F(DeletingFromATemplate, AMissingDatabaseOfTheFolderLeavesTheTransactionOpenAndTheRowsThere) {
     makeTemplate({"T", "T.1d"});
     QFile::remove(templateDatabasePath(state, "T"));
-    EXPECT_EQ(remove("T.1").result, Deleted::failed);
+    EXPECT_EQ(remove("T.1").result, TemplateDeleted::failed);
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_TRUE(state.gWs->InTransaction());
     EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.1"}));
@@ -279,7 +279,7 @@ TEST_F(DeletingFromATemplate, WithoutARollbackTheRowsOfTheFoldersDatabaseAreGone
     listTemplates();
     selectTemplate("T.1");
     state.gDbTemplate->TableDefs().Delete("T");
-    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
     EXPECT_TRUE(state.gWs->InTransaction());
     state.gWs->BeginTrans();
     state.gWs->CommitTrans();
@@ -296,7 +296,7 @@ TEST_F(DeletingFromATemplate, AKeyThatIsNoBareNameDeletesNothing) {
         workbench.TrvTemplate.Clear();
         workbench.TrvTemplate.Select(
             &workbench.TrvTemplate.Add(key, "x", image::folder, image::folderSelected));
-        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed) << key;
+        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed) << key;
         EXPECT_EQ(templateKeys("甲"), QStringList({"甲", "甲.1"})) << key;
         EXPECT_EQ(templateCopyKeys("甲"), QStringList({"甲", "甲.1"})) << key;
         EXPECT_TRUE(folder.exists(templateFile("甲.1"))) << key;
@@ -311,7 +311,7 @@ TEST_F(DeletingFromATemplate, ATemplateWhoseNameNeedsBracketsCannotBePruned) {
         workbench.TrvTemplate.Clear();
         FillOutlineTree(*rs, workbench.TrvTemplate);
         selectTemplate(name + ".1");
-        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
         EXPECT_EQ(templateKeys(name), QStringList({name, name + ".1"}));
         EXPECT_EQ(templateCopyKeys(name), QStringList({name, name + ".1"}));
         EXPECT_TRUE(folder.exists(templateFile(name + ".1")));
@@ -324,7 +324,7 @@ TEST_F(DeletingFromATemplate, ATemplateWithAnApostropheLosesItsTableAndThenNothi
     makeTemplate({"甲", "甲.1d"});
     workbench.TrvTemplate.Select(
         &workbench.TrvTemplate.Add("甲'乙", "甲'乙", image::root, image::rootSelected));
-    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, Deleted::failed);
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
     EXPECT_FALSE(hasTable("甲'乙"));
     EXPECT_TRUE(folder.exists(templateFile("甲'乙.1")));
     EXPECT_EQ(registered(*state.gDbTemplate), QStringList({"甲'乙", "甲"}));
@@ -335,10 +335,10 @@ TEST_F(DeletingFromATemplate, ATemplateWithAnApostropheLosesItsTableAndThenNothi
 TEST_F(DeletingFromATemplate, EmojiAndRightToLeftTemplatesCanBePruned) {
     for (const QString name : {"塔吊🏗️", "مشروع"}) {
         makeTemplate({name, name + ".1d", name + ".2d"});
-        EXPECT_EQ(remove(name + ".1").result, Deleted::deleted);
+        EXPECT_EQ(remove(name + ".1").result, TemplateDeleted::deleted);
         EXPECT_EQ(templateKeys(name), QStringList({name, name + ".2"}));
         EXPECT_FALSE(folder.exists(templateFile(name + ".1")));
-        EXPECT_EQ(remove(name).result, Deleted::deleted);
+        EXPECT_EQ(remove(name).result, TemplateDeleted::deleted);
         EXPECT_FALSE(folder.exists("Sys/标书模板/" + name));
     }
 }
