@@ -131,6 +131,7 @@ std::vector<NamedValue> RegistryText::values(const QString& keyPath) const {
     std::sort(entries.begin(), entries.end(),
               [](const Entry& a, const Entry& b) { return a.order < b.order; });
     std::vector<NamedValue> values;
+    values.reserve(entries.size());
     for (const Entry& entry : entries) {
         values.push_back(entry.named);
     }
@@ -186,9 +187,11 @@ void RegistryText::setValue(const QString& keyPath, const QString& name, const V
     read();
 }
 
-void RegistryText::removeStatements(const std::vector<Statement>& statements) {
-    for (auto at = statements.rbegin(); at != statements.rend(); ++at) {
-        lines_.replace(at->first, at->count, {});
+void RegistryText::removeStatements(std::vector<Statement> statements) {
+    // From the last on, so that the places of the others hold.
+    std::reverse(statements.begin(), statements.end());
+    for (const Statement& statement : statements) {
+        lines_.replace(statement.first, statement.count, {});
     }
     read();
 }
@@ -207,7 +210,7 @@ void RegistryText::removeKey(const QString& keyPath) {
             lines.insert(lines.end(), section.statements.begin(), section.statements.end());
         }
     }
-    removeStatements(lines);
+    removeStatements(std::move(lines));
     const qsizetype cut = keyPath.lastIndexOf(u'\\');
     if (cut >= 0 && !hasKey(keyPath.left(cut)) && keyPath.left(cut).contains(u'\\')) {
         addKey(keyPath.left(cut));

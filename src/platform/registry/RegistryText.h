@@ -71,7 +71,7 @@ private:
     void forget(const QString& key);
     qsizetype sectionFor(const QString& keyPath);
     std::vector<Statement> statementsOf(const QString& key, const QString& name) const;
-    void removeStatements(const std::vector<Statement>& statements);
+    void removeStatements(std::vector<Statement> statements);
 
     files::TextLines lines_{files::TextEncoding::utf16LittleEndian};
     bool ansi_ = false;

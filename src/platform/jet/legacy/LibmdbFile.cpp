@@ -147,7 +147,7 @@ private:
     QString text(const MdbColumn& column) const {
         char* read = mdb_col_to_string(mdb_, mdb_->pg_buf, column.cur_value_start, column.col_type,
                                        column.cur_value_len);
-        const QString text = file_.textOf(read != nullptr ? read : "");
+        QString text = file_.textOf(read != nullptr ? read : "");
         g_free(read);
         return text;
     }
@@ -190,6 +190,7 @@ LegacyTable rowsOf(const File& file, MdbCatalogEntry* entry) {
     mdb_rewind_table(definition);
     while (mdb_fetch_row(definition) != 0) {
         std::vector<Value> values;
+        values.reserve(columns.size());
         for (MdbColumn* column : columns) {
             values.push_back(row.value(*column));
         }
