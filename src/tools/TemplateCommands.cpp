@@ -80,10 +80,10 @@ ExitStatus remove(Session& session, const QStringList& words) {
     }
     tree.Select(node);
     const auto outcome = outline::mnuDelTemplate(run.state(), run.workbench(), run.services());
-    if (outcome.result == outline::Deleted::failed) {
+    if (outcome.result == outline::TemplateDeleted::failed) {
         session.output().note("没有删除完：" + outcome.reason);
     }
-    if (outcome.result != outline::Deleted::deleted) {
+    if (outcome.result != outline::TemplateDeleted::deleted) {
         return ExitStatus::refused;
     }
     session.output().result(key, key);
