@@ -3,6 +3,7 @@
 #include "outline/windows/SplitterBar.h"
 #include "outline/windows/WorkbenchLayout.h"
 
+#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
@@ -24,7 +25,7 @@ TEST(WorkbenchLayoutRules, TheBarStandsByTheSizeOfTheForm) {
     EXPECT_NEAR(inTwips(bar.left()), 0.4 * 15000 + 20, 8);
     EXPECT_EQ(inTwips(bar.top()), 450);
     EXPECT_NEAR(inTwips(bar.width()), 80, 15);
-    EXPECT_NEAR(inTwips(bar.height()), 9000 * 3 / 5 - 300, 15);
+    EXPECT_NEAR(inTwips(bar.height()), 0.6 * 9000 - 300, 15);
 }
 
 TEST(WorkbenchLayoutRules, ASmallFormIsLeftAsItWas) {
@@ -156,6 +157,16 @@ TEST_F(WorkbenchWindow, AShortDocumentDoesNotScroll) {
     item("mnuBrowseDoc").trigger();
     EXPECT_EQ(bar->maximum(), 0);
     EXPECT_EQ(pane->y(), 0);
+}
+
+TEST_F(WorkbenchWindow, TheEmptyPreviewSaysHowToFillIt) {
+    open("T.2");
+    const auto* hint = fraSee->findChild<QLabel*>();
+    ASSERT_NE(hint, nullptr);
+    EXPECT_TRUE(hint->isVisible());
+    EXPECT_EQ(hint->text(), "双击文档即可在此预览");
+    item("mnuBrowseDoc").trigger();
+    EXPECT_FALSE(hint->isVisible());
 }
 
 TEST_F(WorkbenchWindow, ADocumentThatGrowsWhileItIsShownCanBeScrolled) {

@@ -87,11 +87,11 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
 }
 
 QString OutlineModel::toolTip(const OutlineNode& node) const {
-    const QString key = u"编号："_s + node.Key();
-    if (node.Image() != image::document || !fileOf_) {
-        return key;
+    QString tip = u"编号："_s + node.Key();
+    if (node.Image() == image::document && fileOf_) {
+        tip += u"\n文件："_s + fileOf_(node);
     }
-    return key + u"\n文件："_s + fileOf_(node);
+    return tip;
 }
 
 bool OutlineModel::setData(const QModelIndex& index, const QVariant& value, int role) {

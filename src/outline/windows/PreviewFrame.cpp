@@ -1,5 +1,6 @@
 #include "outline/windows/PreviewFrame.h"
 
+#include <QLabel>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -17,14 +18,17 @@ constexpr int scrollBarGap = 4; // 60 twips
 
 PreviewFrame::PreviewFrame(QWidget& Olesee, preview::DocumentPreview& document, QWidget* parent)
     : QFrame(parent), Olesee_(Olesee), document_(document), PicSee_(new QWidget(this)),
-      VSSee_(new QScrollBar(Qt::Vertical, this)) {
+      VSSee_(new QScrollBar(Qt::Vertical, this)),
+      hint_(new QLabel(u"双击文档即可在此预览"_s, PicSee_)) {
     setObjectName(u"fraSee"_s);
     setAccessibleName(u"文档预览"_s);
     setFrameShape(QFrame::StyledPanel);
     PicSee_->setObjectName(u"PicSee"_s);
     PicSee_->setAccessibleName(u"预览区"_s);
     PicSee_->setAutoFillBackground(true);
-    PicSee_->setBackgroundRole(QPalette::Dark);
+    PicSee_->setBackgroundRole(QPalette::Midlight);
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setWordWrap(true);
     PicSee_->installEventFilter(this);
     VSSee_->setObjectName(u"VSSee"_s);
     VSSee_->setAccessibleName(u"预览滚动条"_s);
@@ -61,6 +65,9 @@ int PreviewFrame::viewHeight() const {
 void PreviewFrame::fitView() {
     const bool taller = !Olesee_.isHidden() && viewHeight() > PicSee_->height();
     VSSee_->setMaximum(taller ? scrollSteps : 0);
+    VSSee_->setEnabled(taller);
+    hint_->setVisible(Olesee_.isHidden());
+    hint_->resize(PicSee_->size());
     Olesee_.resize(PicSee_->width(), viewHeight());
     scrollView();
 }

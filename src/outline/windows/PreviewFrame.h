@@ -4,6 +4,7 @@
 
 #include <QFrame>
 
+class QLabel;
 class QScrollBar;
 
 namespace qvnd::outline {
@@ -48,6 +49,8 @@ private:
     preview::DocumentPreview& document_;
     QWidget* PicSee_;
     QScrollBar* VSSee_;
+    // What stands in the area while no document is shown.
+    QLabel* hint_;
     Door door_{*this};
 };
 
