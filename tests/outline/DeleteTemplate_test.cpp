@@ -296,7 +296,8 @@ TEST_F(DeletingFromATemplate, AKeyThatIsNoBareNameDeletesNothing) {
         workbench.TrvTemplate.Clear();
         workbench.TrvTemplate.Select(
             &workbench.TrvTemplate.Add(key, "x", image::folder, image::folderSelected));
-        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed) << key;
+        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed)
+            << key;
         EXPECT_EQ(templateKeys("甲"), QStringList({"甲", "甲.1"})) << key;
         EXPECT_EQ(templateCopyKeys("甲"), QStringList({"甲", "甲.1"})) << key;
         EXPECT_TRUE(folder.exists(templateFile("甲.1"))) << key;
