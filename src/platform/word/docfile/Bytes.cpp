@@ -2,7 +2,10 @@
 
 #include "platform/word/docfile/FormatError.h"
 
-#include <array>
+#include <algorithm>
+#include <bit>
+#include <stdexcept>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -67,49 +70,57 @@ std::u16string LittleEndianReader::text(std::size_t count) {
     return result;
 }
 
-void LittleEndianWriter::u8(unsigned value) { bytes_.push_back(static_cast<std::uint8_t>(value)); }
-
-// All bytes of a number at once: tables of positions are written anew with every save.
-void LittleEndianWriter::number(std::uint64_t value, std::size_t size) {
-    std::array<std::uint8_t, 8> raw{};
-    for (std::size_t i = 0; i < raw.size(); ++i) {
-        raw[i] = static_cast<std::uint8_t>(value >> (8 * i));
-    }
-    bytes_.insert(bytes_.end(), raw.begin(), raw.begin() + static_cast<std::ptrdiff_t>(size));
+void LittleEndianWriter::grow(std::size_t count) {
+    constexpr std::size_t least = 64;
+    bytes_.resize(std::max({2 * bytes_.size(), size_ + count, least}));
 }
 
-void LittleEndianWriter::u16(unsigned value) { number(value, 2); }
+Bytes LittleEndianWriter::take() {
+    bytes_.resize(std::exchange(size_, 0));
+    return std::exchange(bytes_, {});
+}
 
-void LittleEndianWriter::u32(std::uint32_t value) { number(value, 4); }
-
-void LittleEndianWriter::u64(std::uint64_t value) { number(value, 8); }
+void LittleEndianWriter::u32s(std::span<const std::uint32_t> values) {
+    std::uint8_t* place = room(4 * values.size());
+    if constexpr (std::endian::native == std::endian::little) {
+        const auto* const raw = reinterpret_cast<const std::uint8_t*>(values.data());
+        std::copy(raw, raw + 4 * values.size(), place);
+    } else {
+        for (const std::uint32_t value : values) {
+            for (int shift = 0; shift < 32; shift += 8) {
+                *place++ = static_cast<std::uint8_t>(value >> shift);
+            }
+        }
+    }
+}
 
 void LittleEndianWriter::bytes(ByteView data) {
-    bytes_.insert(bytes_.end(), data.begin(), data.end());
+    std::copy(data.begin(), data.end(), room(data.size()));
 }
 
 void LittleEndianWriter::text(std::u16string_view text) {
-    // No reserve(): one for each of many short texts would copy everything each time.
-    std::size_t at = bytes_.size();
-    bytes_.resize(at + text.size() * 2);
+    std::uint8_t* place = room(text.size() * 2);
     for (const char16_t c : text) {
-        bytes_[at++] = static_cast<std::uint8_t>(c);
-        bytes_[at++] = static_cast<std::uint8_t>(c >> 8);
+        *place++ = static_cast<std::uint8_t>(c);
+        *place++ = static_cast<std::uint8_t>(c >> 8);
     }
 }
 
-void LittleEndianWriter::zeros(std::size_t count) { bytes_.resize(bytes_.size() + count); }
+void LittleEndianWriter::zeros(std::size_t count) { room(count); }
 
 void LittleEndianWriter::align(std::size_t unit) {
-    const std::size_t over = bytes_.size() % unit;
+    const std::size_t over = size_ % unit;
     if (over != 0) {
         zeros(unit - over);
     }
 }
 
 void LittleEndianWriter::patchU16(std::size_t at, unsigned value) {
-    bytes_.at(at) = static_cast<std::uint8_t>(value);
-    bytes_.at(at + 1) = static_cast<std::uint8_t>(value >> 8);
+    if (at + 2 > size_) {
+        throw std::out_of_range("a number is changed behind the end");
+    }
+    bytes_[at] = static_cast<std::uint8_t>(value);
+    bytes_[at + 1] = static_cast<std::uint8_t>(value >> 8);
 }
 
 void LittleEndianWriter::patchU32(std::size_t at, std::uint32_t value) {

@@ -45,11 +45,12 @@ private:
 // Appends integers, least significant byte first.
 class LittleEndianWriter {
 public:
-    std::size_t position() const { return bytes_.size(); }
-    void u8(unsigned value);
-    void u16(unsigned value);
-    void u32(std::uint32_t value);
-    void u64(std::uint64_t value);
+    std::size_t position() const { return size_; }
+    void u8(unsigned value) { *room(1) = static_cast<std::uint8_t>(value); }
+    void u16(unsigned value) { number<2>(value); }
+    void u32(std::uint32_t value) { number<4>(value); }
+    void u64(std::uint64_t value) { number<8>(value); }
+    void u32s(std::span<const std::uint32_t> values);
     void bytes(ByteView data);
     void text(std::u16string_view text);
     void zeros(std::size_t count);
@@ -58,13 +59,35 @@ public:
     void patchU16(std::size_t at, unsigned value);
     void patchU32(std::size_t at, std::uint32_t value);
 
-    const Bytes& data() const { return bytes_; }
-    Bytes take() { return std::move(bytes_); }
+    // What is there so far, until more is appended.
+    ByteView data() const { return {bytes_.data(), size_}; }
+    // What is there so far; the writer is empty again.
+    Bytes take();
 
 private:
-    void number(std::uint64_t value, std::size_t size);
+    // `count` more bytes, zero, to be filled before the next are asked for.
+    std::uint8_t* room(std::size_t count) {
+        if (count > bytes_.size() - size_) {
+            grow(count);
+        }
+        std::uint8_t* const place = bytes_.data() + size_;
+        size_ += count;
+        return place;
+    }
+    void grow(std::size_t count);
 
+    template <std::size_t size>
+    void number(std::uint64_t value) {
+        std::uint8_t* const place = room(size);
+        for (std::size_t i = 0; i < size; ++i) {
+            place[i] = static_cast<std::uint8_t>(value >> (8 * i));
+        }
+    }
+
+    // Larger than what is there, so that a number is stored and not pushed: tables of positions
+    // are written anew with every save.
     Bytes bytes_;
+    std::size_t size_ = 0;
 };
 
 } // namespace qvnd::word

@@ -107,15 +107,16 @@ Bytes encodeFields(std::span<const FieldMark> marks, Cp length) {
     if (marks.empty()) {
         return {};
     }
-    std::vector<std::uint32_t> positions;
-    LittleEndianWriter flds;
+    LittleEndianWriter plc;
     for (const FieldMark& mark : marks) {
-        positions.push_back(mark.at);
-        flds.u8(mark.character);
-        flds.u8(mark.character == fieldSeparator ? unusedData : mark.data);
+        plc.u32(mark.at);
     }
-    positions.push_back(std::max(length, positions.back() + 1));
-    return encodePlc(positions, flds.data());
+    plc.u32(std::max(length, marks.back().at + 1));
+    for (const FieldMark& mark : marks) {
+        plc.u8(mark.character);
+        plc.u8(mark.character == fieldSeparator ? unusedData : mark.data);
+    }
+    return plc.take();
 }
 
 std::vector<FieldMark> decodeFields(ByteView plcfld) {

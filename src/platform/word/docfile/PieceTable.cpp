@@ -59,15 +59,6 @@ PieceTable decodePieces(ByteView plcPcd, std::uint64_t streamSize, int& damage) 
 } // namespace
 
 Bytes encodeClx(const PieceTable& table) {
-    LittleEndianWriter pcds;
-    std::vector<std::uint32_t> positions{0};
-    for (const Piece& piece : table.pieces) {
-        pcds.u16(piece.flags);
-        pcds.u32(piece.compressed ? (piece.fc * 2) | compressedBit : piece.fc);
-        pcds.u16(piece.modifier);
-        positions.push_back(positions.back() + piece.length);
-    }
-    const Bytes plc = encodePlc(positions, pcds.data());
     LittleEndianWriter clx;
     for (const Bytes& modifier : table.modifiers) {
         clx.u8(prcMark);
@@ -75,8 +66,18 @@ Bytes encodeClx(const PieceTable& table) {
         clx.bytes(modifier);
     }
     clx.u8(pcdtMark);
-    clx.u32(static_cast<std::uint32_t>(plc.size()));
-    clx.bytes(plc);
+    clx.u32(static_cast<std::uint32_t>(table.pieces.size() * (4 + pcdSize) + 4));
+    Cp position = 0;
+    for (const Piece& piece : table.pieces) {
+        clx.u32(position);
+        position += piece.length;
+    }
+    clx.u32(position);
+    for (const Piece& piece : table.pieces) {
+        clx.u16(piece.flags);
+        clx.u32(piece.compressed ? (piece.fc * 2) | compressedBit : piece.fc);
+        clx.u16(piece.modifier);
+    }
     return clx.take();
 }
 

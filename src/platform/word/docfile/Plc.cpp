@@ -20,9 +20,7 @@ Plc decodePlc(ByteView bytes, std::size_t dataSize) {
 
 Bytes encodePlc(const std::vector<std::uint32_t>& positions, ByteView data) {
     LittleEndianWriter writer;
-    for (const std::uint32_t position : positions) {
-        writer.u32(position);
-    }
+    writer.u32s(positions);
     writer.bytes(data);
     return writer.take();
 }

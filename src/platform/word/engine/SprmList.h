@@ -31,7 +31,7 @@ public:
         return *this;
     }
     PropertyListId in(PropertyLists& lists) const { return lists.intern(list_.data()); }
-    const Bytes& data() const { return list_.data(); }
+    ByteView data() const { return list_.data(); }
 
 private:
     LittleEndianWriter list_;

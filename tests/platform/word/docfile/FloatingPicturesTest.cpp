@@ -19,7 +19,7 @@ namespace {
 using test::joined;
 using testing::IsEmpty;
 
-Bytes record(unsigned version, unsigned instance, std::uint16_t type, const Bytes& content) {
+Bytes record(unsigned version, unsigned instance, std::uint16_t type, ByteView content) {
     LittleEndianWriter writer;
     art::writeRecord(writer, version, instance, type, content);
     return writer.take();

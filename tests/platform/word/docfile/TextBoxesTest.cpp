@@ -25,7 +25,7 @@ Bytes inARow(const std::vector<Bytes>& parts) {
     return all;
 }
 
-Bytes record(unsigned version, unsigned instance, std::uint16_t type, const Bytes& content) {
+Bytes record(unsigned version, unsigned instance, std::uint16_t type, ByteView content) {
     LittleEndianWriter writer;
     art::writeRecord(writer, version, instance, type, content);
     return writer.take();
