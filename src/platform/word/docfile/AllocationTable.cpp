@@ -30,17 +30,20 @@ void AllocationTable::set(std::uint32_t sector, std::uint32_t value) {
 
 // Free sectors in parts that are written anyway come first, so that few parts are touched.
 std::uint32_t AllocationTable::takeFree() {
-    auto found = free_.begin();
-    for (const std::size_t part : touched_) {
-        const auto near = free_.lower_bound(static_cast<std::uint32_t>(part * entriesInPart));
-        if (near != free_.end() && *near / entriesInPart == part) {
-            found = near;
-            break;
-        }
+    const auto near = NumberSet::firstOfBoth(touched_, partsWithFree_);
+    const std::size_t part = near ? *near : partsWithFree_.firstFrom(0).value();
+    const std::size_t sector = free_.firstFrom(part * entriesInPart).value();
+    free_.erase(sector);
+    const auto following = free_.firstFrom(sector);
+    if (!following || *following / entriesInPart != part) {
+        partsWithFree_.erase(part);
     }
-    const std::uint32_t sector = *found;
-    free_.erase(found);
-    return sector;
+    return static_cast<std::uint32_t>(sector);
+}
+
+void AllocationTable::addFree(std::uint32_t sector) {
+    free_.insert(sector);
+    partsWithFree_.insert(sector / entriesInPart);
 }
 
 std::uint32_t AllocationTable::allocate() {
@@ -67,7 +70,7 @@ void AllocationTable::release(std::uint32_t sector) {
     set(sector, cfb::freeSector);
     if (fresh_[sector]) {
         fresh_[sector] = false;
-        free_.insert(sector);
+        addFree(sector);
     } else {
         freeAfterCommit_.push_back(sector);
     }
@@ -82,9 +85,10 @@ bool AllocationTable::moveTouchedParts() {
         tableSectors_.push_back(cfb::freeSector);
         touched_.insert(index);
     }
-    const std::set<std::size_t> touched = touched_;
-    for (const std::size_t index : touched) {
-        if (!moved_.insert(index).second) {
+    const NumberSet touched = touched_;
+    for (auto next = touched.firstFrom(0); next; next = touched.firstFrom(*next + 1)) {
+        const std::size_t index = *next;
+        if (!moved_.insert(index)) {
             continue;
         }
         any = true;
@@ -123,10 +127,12 @@ bool AllocationTable::replaceDifat() {
 }
 
 Bytes AllocationTable::part(std::size_t index) const {
+    const std::size_t begin = index * entriesInPart;
+    const std::size_t count = std::min(entriesInPart, entries_.size() - begin);
     LittleEndianWriter out;
-    for (std::size_t i = 0; i < entriesInPart; ++i) {
-        const std::size_t sector = index * entriesInPart + i;
-        out.u32(sector < entries_.size() ? entries_[sector] : cfb::freeSector);
+    out.u32s(std::span(entries_).subspan(begin, count));
+    for (std::size_t i = count; i < entriesInPart; ++i) {
+        out.u32(cfb::freeSector);
     }
     return out.take();
 }
@@ -147,8 +153,8 @@ std::vector<SectorWrite> AllocationTable::layOut() {
         changed = replaceDifat() || changed;
     }
     std::vector<SectorWrite> writes;
-    for (const std::size_t index : moved_) {
-        writes.push_back({tableSectors_[index], part(index)});
+    for (auto index = moved_.firstFrom(0); index; index = moved_.firstFrom(*index + 1)) {
+        writes.push_back({tableSectors_[*index], part(*index)});
     }
     for (std::size_t i = 0; difatMoved_ && i < difatSectors_.size(); ++i) {
         writes.push_back({difatSectors_[i], difatPart(i)});
@@ -161,7 +167,9 @@ void AllocationTable::committed() {
         fresh_[sector] = false;
     }
     freshList_.clear();
-    free_.insert(freeAfterCommit_.begin(), freeAfterCommit_.end());
+    for (const std::uint32_t sector : freeAfterCommit_) {
+        addFree(sector);
+    }
     freeAfterCommit_.clear();
     touched_.clear();
     moved_.clear();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/NumberSet.h"
 
 #include <cstdint>
-#include <set>
 #include <vector>
 
 namespace qvnd::word {
@@ -45,6 +45,7 @@ public:
 
 private:
     std::uint32_t takeFree();
+    void addFree(std::uint32_t sector);
     void set(std::uint32_t sector, std::uint32_t value);
     bool moveTouchedParts();
     bool replaceDifat();
@@ -54,12 +55,13 @@ private:
     std::vector<std::uint32_t> entries_; // by sector
     std::vector<bool> fresh_;            // by sector
     std::vector<std::uint32_t> freshList_;
-    std::set<std::uint32_t> free_;
+    NumberSet free_;
+    NumberSet partsWithFree_; // parts that have entries of free_
     std::vector<std::uint32_t> freeAfterCommit_;
     std::vector<std::uint32_t> tableSectors_; // where part i of the table lies
     std::vector<std::uint32_t> difatSectors_;
-    std::set<std::size_t> touched_; // parts with changed entries
-    std::set<std::size_t> moved_;   // parts that have their place for the next state
+    NumberSet touched_; // parts with changed entries
+    NumberSet moved_;   // parts that have their place for the next state
     bool difatTouched_ = false;
     bool difatMoved_ = false;
 };

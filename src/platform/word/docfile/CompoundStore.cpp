@@ -281,11 +281,24 @@ Bytes CompoundStore::header() const {
     return out.take();
 }
 
+// Neighbouring sectors at once.
+void CompoundStore::writeTable(std::vector<SectorWrite> writes) {
+    std::sort(writes.begin(), writes.end(),
+              [](const SectorWrite& a, const SectorWrite& b) { return a.sector < b.sector; });
+    Bytes run;
+    for (std::size_t i = 0; i < writes.size(); ++i) {
+        run.insert(run.end(), writes[i].bytes.begin(), writes[i].bytes.end());
+        const bool goesOn = i + 1 < writes.size() && writes[i + 1].sector == writes[i].sector + 1;
+        if (!goesOn) {
+            file_->writeAt(fileOffset(writes[i].sector + 1) - run.size(), run);
+            run.clear();
+        }
+    }
+}
+
 void CompoundStore::commit(Durability durability) {
     updateDirectory();
-    for (const SectorWrite& write : table_.layOut()) {
-        file_->writeAt(fileOffset(write.sector), write.bytes);
-    }
+    writeTable(table_.layOut());
     if (durability == Durability::lostPower) {
         file_->sync();
     }

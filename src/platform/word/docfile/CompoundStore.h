@@ -78,6 +78,7 @@ private:
     void placeInMiniStream(StreamState& stream);
     void releaseMini(StreamState& stream);
     void updateDirectory();
+    void writeTable(std::vector<SectorWrite> writes);
     Bytes header() const;
 
     std::unique_ptr<OutputFile> file_;
