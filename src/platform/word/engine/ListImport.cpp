@@ -38,11 +38,7 @@ bool sameBullets(const ListDefinition& one, const ListDefinition& other) {
 
 ListImport::ListImport(DocumentTables& target, const DocumentTables& source,
                        PropertyRewriter& rewriter)
-    : target_(target), source_(source), rewriter_(rewriter), known_(source.listOverrides.size()) {
-    for (const ListDefinition& list : target.listDefinitions) {
-        numbers_.insert(list.lsid);
-    }
-}
+    : target_(target), source_(source), rewriter_(rewriter), known_(source.listOverrides.size()) {}
 
 std::uint16_t ListImport::list(std::uint16_t ilfo) {
     const std::uint16_t index = listIndexOf(ilfo);
@@ -147,12 +143,26 @@ std::int32_t ListImport::bringDefinition(const ListDefinition& definition) {
     return target_.listDefinitions.back().lsid;
 }
 
-std::int32_t ListImport::freshNumber(std::int32_t lsid) {
-    // 0 and -1 mean "no list"; the step visits every number before it meets one again.
+// Lists are few, at most those that overrides have room for.
+bool ListImport::isFree(std::int32_t lsid) const {
+    // 0 and -1 mean "no list". A list may still be on its way, while its levels bring others.
+    return lsid != 0 && lsid != -1 &&
+           std::none_of(target_.listDefinitions.begin(), target_.listDefinitions.end(),
+                        [&](const ListDefinition& list) { return list.lsid == lsid; }) &&
+           std::none_of(definitions_.begin(), definitions_.end(),
+                        [&](const auto& brought) { return brought.second == lsid; });
+}
+
+std::int32_t ListImport::freshNumber(std::int32_t lsid) const {
+    if (isFree(lsid)) {
+        return lsid;
+    }
+    // The step visits every number before it meets one again. Documents that were made from each
+    // other have lists of the same number, so the search begins behind those that it found before.
     constexpr std::uint32_t step = 0x9E3779B1;
-    auto number = static_cast<std::uint32_t>(lsid);
-    while (number == 0 || number == 0xFFFFFFFF ||
-           !numbers_.insert(static_cast<std::int32_t>(number)).second) {
+    const auto there = static_cast<std::uint32_t>(target_.listDefinitions.size());
+    std::uint32_t number = static_cast<std::uint32_t>(lsid) + there * step;
+    while (!isFree(static_cast<std::int32_t>(number))) {
         number += step;
     }
     return static_cast<std::int32_t>(number);

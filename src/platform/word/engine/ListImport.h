@@ -7,7 +7,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <unordered_set>
 #include <vector>
 
 namespace qvnd::word {
@@ -39,13 +38,13 @@ private:
     std::int32_t bringDefinition(const ListDefinition& definition);
     std::optional<std::uint16_t> sharedBullets(const ListDefinition& definition) const;
     ListLevel rewritten(const ListLevel& level);
-    std::int32_t freshNumber(std::int32_t lsid);
+    std::int32_t freshNumber(std::int32_t lsid) const;
+    bool isFree(std::int32_t lsid) const;
     const ListDefinition* sourceDefinition(std::int32_t lsid) const;
 
     DocumentTables& target_;
     const DocumentTables& source_;
     PropertyRewriter& rewriter_;
-    std::unordered_set<std::int32_t> numbers_;         // lsids of the target
     std::vector<std::optional<std::uint16_t>> known_;  // by index of the source's override
     std::map<std::int32_t, std::int32_t> definitions_; // lsid here, lsid there
     std::map<std::int32_t, std::uint16_t> plain_;      // lsid here: override without levels

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <set>
 
 using namespace qvnd::word;
 using namespace qvnd::word::test;
@@ -362,6 +363,26 @@ TEST(ImportedLists, EachInsertionBringsListsOfItsOwn) {
     EXPECT_EQ(target.tables.listDefinitions[0].lsid, 4711);
     EXPECT_NE(target.tables.listDefinitions[1].lsid, 4711);
     EXPECT_EQ(target.tables.listOverrides[1].lsid, target.tables.listDefinitions[1].lsid);
+}
+
+TEST(ImportedLists, NoTwoListsGetOneNumberHoweverOftenADocumentComes) {
+    SourceDocument source;
+    // The second list has the number that the first one would get next.
+    const auto next = static_cast<std::int32_t>(4711U + 2 * 0x9E3779B1U);
+    for (const std::int32_t lsid : {4711, next}) {
+        source.paragraph(u"x", 0, sprm16(sprm::PIlfo, source.addList(lsid, 0)));
+    }
+    ImportTarget target;
+    for (int i = 0; i < 30; ++i) {
+        target.import(source.data);
+    }
+    std::set<std::int32_t> numbers;
+    for (const ListDefinition& list : target.tables.listDefinitions) {
+        EXPECT_TRUE(numbers.insert(list.lsid).second) << list.lsid;
+        EXPECT_NE(list.lsid, 0);
+        EXPECT_NE(list.lsid, -1);
+    }
+    EXPECT_EQ(numbers.size(), 60U);
 }
 
 TEST(ImportedLists, OverridesOfOneListStayOverridesOfOneList) {
