@@ -3,6 +3,7 @@
 #include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StoryBuilder.h"
+#include "platform/word/engine/StoryEdits.h"
 
 #include <optional>
 #include <string>
@@ -123,12 +124,7 @@ std::vector<FieldSpan> contentsFields(const WorkingStory& story) {
 }
 
 Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf) {
-    Story result;
-    Cp copied = 0;
-    const auto copyTo = [&](Cp end) {
-        appendStory(result, partOf(contents, copied, end - copied));
-        copied = end;
-    };
+    StoryEdits numbers;
     // Behind the begin mark and the separator of the innermost field; 0 when it is no PAGEREF.
     Cp code = 0;
     Cp number = 0;
@@ -143,16 +139,14 @@ Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf) {
                 const std::u16string_view text = contents.text;
                 const auto page = pageOf(bookmarkOf(text.substr(code, number - 1 - code)));
                 if (page) {
-                    copyTo(number);
-                    const PropertyListId look = characterPropertiesAt(contents, number);
-                    StoryBuilder(result).text(decimal(*page), look);
-                    copied = mark.at;
+                    numbers.replace(number, mark.at - number, decimal(*page));
                 }
             }
             code = number = 0;
         }
     }
-    copyTo(contents.size());
+    Story result = contents;
+    numbers.applyTo(result);
     return result;
 }
 
