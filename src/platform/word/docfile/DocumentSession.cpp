@@ -34,7 +34,7 @@ std::set<Cp> endsOf(const std::vector<SectionRun>& sections) {
     std::set<Cp> ends;
     Cp end = 0;
     for (const SectionRun& section : sections) {
-        ends.insert(end += section.length);
+        ends.insert(ends.end(), end += section.length);
     }
     return ends;
 }
@@ -43,7 +43,9 @@ std::vector<FieldMark> fieldsOf(const std::vector<StorySlice>& slices) {
     std::vector<FieldMark> marks;
     Cp at = 0;
     for (const StorySlice& slice : slices) {
-        appendFieldMarks(marks, slice.fragment->fields, slice.begin, slice.length, at);
+        if (!slice.fragment->fields.empty()) {
+            appendFieldMarks(marks, slice.fragment->fields, slice.begin, slice.length, at);
+        }
         at += slice.length;
     }
     return marks;
@@ -141,11 +143,10 @@ void DocumentSession::writeTables(const DocumentContent& content) {
     const DocumentTables& tables = content.tables;
     table_.put(FibPair::Stshf, encodeStyleSheet(tables.styles, tables.lists));
     table_.put(FibPair::SttbfFfn, encodeFonts(tables.fonts));
-    const EncodedListDefinitions lists =
-        listDefinitions_.encode(tables.listDefinitions, tables.lists);
-    table_.put(FibPair::PlfLst, lists.bytes, lists.size);
+    const auto lists = listDefinitions_.encode(tables.listDefinitions, tables.lists);
+    table_.putFront(FibPair::PlfLst, lists.front, lists.kept, lists.size);
     table_.put(FibPair::PlfLfo, encodeListOverrides(tables.listOverrides, tables.lists));
-    table_.put(FibPair::SttbListNames, encodeListNames(tables.listDefinitions));
+    table_.put(FibPair::SttbListNames, listDefinitions_.encodeNames(tables.listDefinitions));
     table_.put(FibPair::SttbfRMark, encodeRevisionAuthors(tables.authors));
     table_.put(FibPair::Dop, dopOfWord2003(content.settings));
     table_.put(FibPair::SttbfAssoc, encodeSttb({std::vector<Sttb::Entry>(associatedTexts), 0}));
@@ -179,8 +180,8 @@ void DocumentSession::writePositions(const DocumentContent& content,
     table_.put(FibPair::PlcfFldMom, encodeFields(fieldsOf(content.main), mainLength));
     table_.put(FibPair::PlcfFldHdr, encodeFields(headers.story.fields, headers.story.size()));
     table_.put(FibPair::PlcfHdd, headers.plcfHdd);
-    table_.put(FibPair::PlcfBteChpx, encodeBinTable(word_.characterPages()));
-    table_.put(FibPair::PlcfBtePapx, encodeBinTable(word_.paragraphPages()));
+    table_.put(FibPair::PlcfBteChpx, word_.characterPages().parts());
+    table_.put(FibPair::PlcfBtePapx, word_.paragraphPages().parts());
     table_.put(FibPair::Clx, encodeClx({pieces(content), {}}));
 }
 

@@ -98,15 +98,15 @@ FormattingEntries decodeFormattingPage(ByteView page, std::size_t entrySize) {
     return result;
 }
 
-Bytes encodeBinTable(const BinTable& table) {
-    std::vector<std::uint32_t> positions;
-    LittleEndianWriter pages;
-    for (const BinTable::Entry& entry : table.entries) {
-        positions.push_back(entry.firstFc);
-        pages.u32(entry.page);
+void BinTableEncoder::add(std::uint32_t firstFc, std::uint32_t limitFc, std::uint32_t page) {
+    if (empty()) {
+        positions_.u32(firstFc);
+    } else {
+        positions_.patchU32(positions_.position() - 4, firstFc);
     }
-    positions.push_back(table.limitFc);
-    return encodePlc(positions, pages.data());
+    positions_.u32(limitFc);
+    pages_.u32(page);
+    limitFc_ = limitFc;
 }
 
 BinTable decodeBinTable(ByteView plc) {

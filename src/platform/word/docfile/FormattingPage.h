@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/Bytes.h"
 
+#include <array>
 #include <map>
 #include <optional>
 #include <vector>
@@ -72,7 +73,22 @@ struct BinTable {
     std::uint32_t limitFc = 0; // behind the text of the last page
 };
 
-Bytes encodeBinTable(const BinTable& table);
 BinTable decodeBinTable(ByteView plc);
+
+// A bin table that grows page by page, kept as the file has it.
+class BinTableEncoder {
+public:
+    // The page with the number `page` covers [firstFc, limitFc), behind all that is there.
+    void add(std::uint32_t firstFc, std::uint32_t limitFc, std::uint32_t page);
+    bool empty() const { return pages_.position() == 0; }
+    std::uint32_t limitFc() const { return limitFc_; }
+    // The table: its positions and, behind them, its page numbers. Valid until the next add().
+    std::array<ByteView, 2> parts() const { return {positions_.data(), pages_.data()}; }
+
+private:
+    LittleEndianWriter positions_;
+    LittleEndianWriter pages_;
+    std::uint32_t limitFc_ = 0;
+};
 
 } // namespace qvnd::word

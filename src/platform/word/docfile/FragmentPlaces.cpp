@@ -30,33 +30,16 @@ bool covers(const Places& places, Cp begin, Cp end) {
     return true;
 }
 
-// Pieces that follow each other in the file are one.
-std::vector<Piece> joined(const std::vector<Piece>& pieces) {
-    std::vector<Piece> result;
-    for (const Piece& piece : pieces) {
-        if (!result.empty() && result.back().limitFc() == piece.fc) {
-            result.back().length += piece.length;
-        } else {
-            result.push_back(piece);
-        }
-    }
-    return result;
-}
-
 } // namespace
 
 std::vector<TextRange> FragmentPlaces::missing(const std::vector<StorySlice>& slices) const {
     std::vector<TextRange> result;
     // What the answer holds counts as placed, for a fragment that the document uses twice.
     std::unordered_map<const Story*, Places> planned;
-    Cp position = 0;
     const std::size_t answered = answeredBefore(slices);
-    for (std::size_t i = 0; i < slices.size(); ++i) {
+    Cp position = answered == 0 ? 0 : answered_[answered - 1].end;
+    for (std::size_t i = answered; i < slices.size(); ++i) {
         const StorySlice& slice = slices[i];
-        if (i < answered) {
-            position += slice.length;
-            continue;
-        }
         const auto known = fragments_.find(slice.fragment.get());
         const bool used = known != fragments_.end();
         if (!used || !covers(known->second.places, slice.begin, slice.begin + slice.length)) {
@@ -101,14 +84,22 @@ std::size_t FragmentPlaces::answeredBefore(const std::vector<StorySlice>& slices
     return static_cast<std::size_t>(differs.first - slices.begin());
 }
 
-std::vector<Piece> FragmentPlaces::pieces(const std::vector<StorySlice>& slices) {
+const std::vector<Piece>& FragmentPlaces::pieces(const std::vector<StorySlice>& slices) {
     const std::size_t answered = answeredBefore(slices);
-    answered_.resize(answered);
-    pieces_.resize(answered == 0 ? 0 : answered_.back().pieces);
+    takeBack(answered);
     for (std::size_t i = answered; i < slices.size(); ++i) {
         answer(slices[i]);
     }
-    return joined(pieces_);
+    return pieces_;
+}
+
+// Only so many answers count any more.
+void FragmentPlaces::takeBack(std::size_t answered) {
+    answered_.resize(answered);
+    pieces_.resize(answered == 0 ? 0 : answered_.back().pieces);
+    if (!pieces_.empty()) {
+        pieces_.back().length = answered_.back().lastLength;
+    }
 }
 
 void FragmentPlaces::answer(const StorySlice& slice) {
@@ -119,10 +110,21 @@ void FragmentPlaces::answer(const StorySlice& slice) {
         Piece piece;
         piece.fc = place.fc + 2 * (at - begin);
         piece.length = std::min(end, begin + place.length) - at;
-        pieces_.push_back(piece);
+        add(piece);
         at += piece.length;
     }
-    answered_.push_back({slice.fragment.get(), slice.begin, slice.length, pieces_.size()});
+    const Cp start = answered_.empty() ? 0 : answered_.back().end;
+    answered_.push_back({slice.fragment.get(), slice.begin, slice.length, start + slice.length,
+                         pieces_.size(), pieces_.empty() ? 0 : pieces_.back().length});
+}
+
+// Pieces that follow each other in the file are one.
+void FragmentPlaces::add(const Piece& piece) {
+    if (!pieces_.empty() && pieces_.back().limitFc() == piece.fc) {
+        pieces_.back().length += piece.length;
+    } else {
+        pieces_.push_back(piece);
+    }
 }
 
 } // namespace qvnd::word

@@ -30,15 +30,17 @@ public:
     void add(const TextRange& range, std::uint32_t fc);
     // The slices as pieces; those that follow each other in the file are joined. Everything has
     // its place.
-    std::vector<Piece> pieces(const std::vector<StorySlice>& slices);
+    const std::vector<Piece>& pieces(const std::vector<StorySlice>& slices);
 
 private:
-    // A slice that pieces() was asked for, and how many pieces it and those before it are.
+    // A slice that pieces() was asked for, and what it and those before it come to.
     struct Answered {
         const Story* fragment = nullptr;
         Cp begin = 0;
         Cp length = 0;
-        std::size_t pieces = 0;
+        Cp end = 0;             // in the document
+        std::size_t pieces = 0; // joined
+        Cp lastLength = 0;      // of the last of those pieces
     };
     struct Place {
         Cp length = 0;
@@ -52,14 +54,16 @@ private:
 
     // How many slices at the front are those of the last pieces().
     std::size_t answeredBefore(const std::vector<StorySlice>& slices) const;
+    void takeBack(std::size_t answered);
     void answer(const StorySlice& slice);
+    void add(const Piece& piece);
     static void addMissing(std::vector<TextRange>& ranges, Places& places, const StorySlice& slice,
                            Cp position);
 
     std::unordered_map<const Story*, Fragment> fragments_;
     // A document that is saved again and again has mostly grown near its end.
     std::vector<Answered> answered_;
-    std::vector<Piece> pieces_; // not joined
+    std::vector<Piece> pieces_; // of those
 };
 
 } // namespace qvnd::word

@@ -1,7 +1,9 @@
 #include "platform/word/docfile/ListDefinitionEncoder.h"
 
 #include <algorithm>
+#include <numeric>
 #include <tuple>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -9,9 +11,11 @@ namespace {
 
 constexpr std::size_t countSize = 2; // the number of definitions at the start of PlfLst
 
+// Every level of every list is asked about with every save: nothing is called for most of them.
 bool same(const ListLevel& a, const ListLevel& b) {
-    return std::tie(a.head, a.paragraph, a.character, a.text) ==
-           std::tie(b.head, b.paragraph, b.character, b.text);
+    return a.head == b.head && a.paragraph == b.paragraph && a.character == b.character &&
+           a.text.size() == b.text.size() &&
+           std::equal(a.text.begin(), a.text.end(), b.text.begin());
 }
 
 // Names stand in a table of their own.
@@ -24,37 +28,49 @@ bool same(const ListDefinition& a, const ListDefinition& b) {
 
 } // namespace
 
-EncodedListDefinitions ListDefinitionEncoder::encode(const std::vector<ListDefinition>& definitions,
-                                                     const PropertyLists& lists) {
+ListDefinitionEncoder::Encoded
+ListDefinitionEncoder::encode(const std::vector<ListDefinition>& definitions,
+                              const PropertyLists& lists) {
     if (!beginsWithKnown(definitions)) {
         *this = {};
     }
-    append({definitions.begin() + static_cast<std::ptrdiff_t>(known_.size()), definitions.end()},
-           lists);
+    const std::size_t before = known_.size();
+    known_.insert(known_.end(), definitions.begin() + static_cast<std::ptrdiff_t>(before),
+                  definitions.end());
+    order_.insert(order_.begin(), known_.size() - before, 0);
+    std::iota(order_.begin(), order_.end() - static_cast<std::ptrdiff_t>(before), before);
+
+    const EncodedListDefinitions added = encodeListDefinitions(
+        {known_.begin() + static_cast<std::ptrdiff_t>(before), known_.end()}, lists);
+    const ByteView bytes = added.bytes;
+    const ByteView heads = bytes.subspan(countSize, added.size - countSize);
+    const ByteView levels = bytes.subspan(added.size);
+    heads_.insert(heads_.begin(), heads.begin(), heads.end());
     LittleEndianWriter writer;
     writer.u16(static_cast<unsigned>(known_.size()));
     writer.bytes(heads_);
-    EncodedListDefinitions result;
-    result.size = writer.position();
-    writer.bytes(levels_);
-    result.bytes = writer.take();
-    return result;
+    const std::size_t size = writer.position();
+    writer.bytes(levels);
+    return {writer.take(), std::exchange(levelsSize_, levelsSize_ + levels.size()), size};
+}
+
+Bytes ListDefinitionEncoder::encodeNames(const std::vector<ListDefinition>& definitions) const {
+    const bool named = std::any_of(definitions.begin(), definitions.end(),
+                                   [](const ListDefinition& list) { return !list.name.empty(); });
+    if (!named) {
+        return {};
+    }
+    std::vector<std::u16string> names;
+    for (const std::size_t index : order_) {
+        names.push_back(definitions.at(index).name);
+    }
+    return encodeListNames(names);
 }
 
 bool ListDefinitionEncoder::beginsWithKnown(const std::vector<ListDefinition>& definitions) const {
     return definitions.size() >= known_.size() &&
            std::equal(known_.begin(), known_.end(), definitions.begin(),
                       [](const ListDefinition& a, const ListDefinition& b) { return same(a, b); });
-}
-
-void ListDefinitionEncoder::append(const std::vector<ListDefinition>& added,
-                                   const PropertyLists& lists) {
-    const EncodedListDefinitions encoded = encodeListDefinitions(added, lists);
-    const auto begin = encoded.bytes.begin();
-    const auto levels = begin + static_cast<std::ptrdiff_t>(encoded.size);
-    heads_.insert(heads_.end(), begin + countSize, levels);
-    levels_.insert(levels_.end(), levels, encoded.bytes.end());
-    known_.insert(known_.end(), added.begin(), added.end());
 }
 
 } // namespace qvnd::word

@@ -227,14 +227,12 @@ void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& defini
     }
 }
 
-Bytes encodeListNames(const std::vector<ListDefinition>& definitions) {
-    Sttb names;
-    bool named = false;
-    for (const ListDefinition& definition : definitions) {
-        names.entries.push_back({definition.name, {}});
-        named = named || !definition.name.empty();
+Bytes encodeListNames(const std::vector<std::u16string>& names) {
+    Sttb table;
+    for (const std::u16string& name : names) {
+        table.entries.push_back({name, {}});
     }
-    return named ? encodeSttb(names) : Bytes{};
+    return encodeSttb(table);
 }
 
 } // namespace qvnd::word

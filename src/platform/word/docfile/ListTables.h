@@ -33,7 +33,6 @@ void completeListDefinitions(std::vector<ListDefinition>& definitions,
 
 // Names belong to the definitions in order.
 void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& definitions);
-// Empty when no list has a name.
-Bytes encodeListNames(const std::vector<ListDefinition>& definitions);
+Bytes encodeListNames(const std::vector<std::u16string>& names);
 
 } // namespace qvnd::word

@@ -45,7 +45,7 @@ std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& rang
     const RangeFormatting formatting(ranges, sectionEnds, properties);
     std::vector<std::uint32_t> places = appendText(ranges, formatting.leftOpen());
     // The pages leave no gap: a run without properties covers what lies between the texts.
-    const std::uint32_t start = characterPages_.entries.empty() ? fc : textLimit();
+    const std::uint32_t start = characterPages_.empty() ? fc : textLimit();
     const Cp gap = (fc - start) / 2;
     std::vector<FormattedCharacters> characters{{gap, {}}};
     std::vector<FormattedParagraph> paragraphs{{gap, 0, {}}};
@@ -83,12 +83,11 @@ std::vector<std::uint32_t> WordStream::appendText(const std::vector<TextRange>& 
     return places;
 }
 
-void WordStream::appendPages(const std::vector<FormattingPage>& pages, BinTable& table) {
+void WordStream::appendPages(const std::vector<FormattingPage>& pages, BinTableEncoder& table) {
     Bytes bytes;
     for (const FormattingPage& page : pages) {
         const std::size_t at = size() + bytes.size();
-        table.entries.push_back({page.firstFc, static_cast<std::uint32_t>(at / sectorSize)});
-        table.limitFc = page.limitFc;
+        table.add(page.firstFc, page.limitFc, static_cast<std::uint32_t>(at / sectorSize));
         bytes.insert(bytes.end(), page.bytes.begin(), page.bytes.end());
     }
     store_.append(stream_, bytes);

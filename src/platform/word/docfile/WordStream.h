@@ -36,20 +36,20 @@ public:
 
     std::uint32_t size() const { return store_.size(stream_); }
     // Behind the last text.
-    std::uint32_t textLimit() const { return characterPages_.limitFc; }
-    const BinTable& characterPages() const { return characterPages_; }
-    const BinTable& paragraphPages() const { return paragraphPages_; }
+    std::uint32_t textLimit() const { return characterPages_.limitFc(); }
+    const BinTableEncoder& characterPages() const { return characterPages_; }
+    const BinTableEncoder& paragraphPages() const { return paragraphPages_; }
 
 private:
     std::vector<std::uint32_t> appendText(const std::vector<TextRange>& ranges,
                                           const std::vector<bool>& leftOpen);
     void fillSector();
-    void appendPages(const std::vector<FormattingPage>& pages, BinTable& table);
+    void appendPages(const std::vector<FormattingPage>& pages, BinTableEncoder& table);
 
     CompoundStore& store_;
     CompoundStore::Stream stream_;
-    BinTable characterPages_;
-    BinTable paragraphPages_;
+    BinTableEncoder characterPages_;
+    BinTableEncoder paragraphPages_;
     std::map<Bytes, std::uint32_t> sections_;
     Bytes fib_; // as in the file, whole sectors
 };

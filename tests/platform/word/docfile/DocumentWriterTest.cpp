@@ -155,6 +155,25 @@ TEST_F(DocumentWriterTest, AFragmentThatIsSplitIsNotWrittenAgain) {
     EXPECT_EQ(stream(u"WordDocument").size(), size + 3 * 512);
 }
 
+TEST_F(DocumentWriterTest, PiecesThatWereJoinedComeApartAndTogetherAgain) {
+    builder.add({plain(u"one\r")});
+    builder.add({plain(u"two\r")});
+    saveAs();
+    EXPECT_EQ(pieces().size(), 1U);
+    std::vector<StorySlice>& slices = builder.content.main;
+    const StorySlice two = slices[1];
+    builder.content.sections.back().length -= two.length;
+    slices.erase(slices.begin() + 1);
+    save();
+    EXPECT_EQ(read().main.text, u"one\r\r");
+    EXPECT_EQ(pieces().size(), 2U);
+    builder.content.sections.back().length += two.length;
+    slices.insert(slices.begin() + 1, two);
+    save();
+    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(pieces().size(), 1U);
+}
+
 TEST_F(DocumentWriterTest, AParagraphInPartsHasThePropertiesOfItsMark) {
     auto& main = builder.content.main;
     const auto heading = builder.fragment({plain(u"tail\r")}, 1);
@@ -373,6 +392,35 @@ TEST_F(DocumentWriterTest, StructuresThatDidNotChangeAreNotWrittenAgain) {
     builder.add({plain(u"more\r")});
     save();
     EXPECT_LE(folder->trouble.bytesWritten, 24U * 512);
+}
+
+TEST_F(DocumentWriterTest, ListsOfEverySaveAreReadBackWithTheirNamesAndLevels) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    constexpr int saves = 12;
+    for (int i = 1; i <= saves; ++i) {
+        ListDefinition list;
+        list.lsid = i;
+        list.levels.resize(i % 2 == 0 ? 1 : 9);
+        list.levels[0].text = std::u16string(static_cast<std::size_t>(i), u'.');
+        list.name = std::u16string(1, static_cast<char16_t>(u'a' + i));
+        builder.content.tables.listDefinitions.push_back(list);
+        builder.content.tables.listOverrides.push_back({i, 0, 0, {}});
+        save();
+    }
+    const DocumentData document = read();
+    EXPECT_THAT(document.remarks, IsEmpty());
+    ASSERT_EQ(document.tables.listDefinitions.size(), std::size_t{saves});
+    for (int i = 1; i <= saves; ++i) {
+        EXPECT_EQ(document.tables.listOverrides[static_cast<std::size_t>(i - 1)].lsid, i);
+        const auto& lists = document.tables.listDefinitions;
+        const auto list = std::find_if(lists.begin(), lists.end(),
+                                       [&](const ListDefinition& l) { return l.lsid == i; });
+        ASSERT_NE(list, lists.end());
+        EXPECT_EQ(list->name, std::u16string(1, static_cast<char16_t>(u'a' + i)));
+        ASSERT_EQ(list->levels.size(), i % 2 == 0 ? 1U : 9U);
+        EXPECT_EQ(list->levels[0].text, std::u16string(static_cast<std::size_t>(i), u'.'));
+    }
 }
 
 TEST_F(DocumentWriterTest, SavesOfEqualFragmentsCostAboutTheSameEach) {

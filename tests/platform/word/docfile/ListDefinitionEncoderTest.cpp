@@ -19,45 +19,94 @@ protected:
         definition.levels[0].character = lists.intern(properties);
         return definition;
     }
-    // The encoder's answer is that of encoding everything at once.
-    void expectAsAtOnce(const std::vector<ListDefinition>& definitions) {
-        const auto grown = encoder.encode(definitions, lists);
-        const auto atOnce = encodeListDefinitions(definitions, lists);
-        EXPECT_EQ(grown.bytes, atOnce.bytes);
-        EXPECT_EQ(grown.size, atOnce.size);
+    // Does what a save does, and answers how many bytes it leaves where they are.
+    std::size_t save(const std::vector<ListDefinition>& definitions) {
+        const ListDefinitionEncoder::Encoded encoded = encoder.encode(definitions, lists);
+        EXPECT_LE(encoded.kept, file.size());
+        file.erase(file.begin(), file.end() - static_cast<std::ptrdiff_t>(encoded.kept));
+        file.insert(file.begin(), encoded.front.begin(), encoded.front.end());
+        size = encoded.size;
+        return encoded.kept;
+    }
+    // The file is as if everything had been encoded at once in this order.
+    void expectFile(const std::vector<ListDefinition>& definitions) {
+        const EncodedListDefinitions atOnce = encodeListDefinitions(definitions, lists);
+        EXPECT_EQ(file, atOnce.bytes);
+        EXPECT_EQ(size, atOnce.size);
     }
 
     PropertyLists lists;
     ListDefinitionEncoder encoder;
+    Bytes file;
+    std::size_t size = 0;
 };
 
 } // namespace
 
-TEST_F(ListDefinitionEncoderTest, WithoutListsThereIsTheCountAlone) { expectAsAtOnce({}); }
+TEST_F(ListDefinitionEncoderTest, WithoutListsThereIsTheCountAlone) {
+    EXPECT_EQ(save({}), 0U);
+    EXPECT_EQ(file, (Bytes{0, 0}));
+    EXPECT_EQ(size, 2U);
+}
 
-TEST_F(ListDefinitionEncoderTest, ListsThatCameAreAppended) {
+TEST_F(ListDefinitionEncoderTest, TheFirstListsAreInOrder) {
+    save({list(1, u"一"), list(2, u"二、")});
+    expectFile({list(1, u"一"), list(2, u"二、")});
+}
+
+TEST_F(ListDefinitionEncoderTest, ListsThatCameStandInFrontAndLevelsStayWhereTheyAre) {
     std::vector<ListDefinition> definitions{list(1, u"一")};
-    expectAsAtOnce(definitions);
+    save(definitions);
+    const std::size_t levels = file.size() - size;
     definitions.push_back(list(2, u"二、"));
     definitions.push_back(list(3, u"(三)"));
-    expectAsAtOnce(definitions);
-    expectAsAtOnce(definitions);
+    EXPECT_EQ(save(definitions), levels);
+    expectFile({definitions[1], definitions[2], definitions[0]});
+    definitions.push_back(list(4, u"4"));
+    save(definitions);
+    expectFile({definitions[3], definitions[1], definitions[2], definitions[0]});
+}
+
+TEST_F(ListDefinitionEncoderTest, WithNothingNewAllLevelsStay) {
+    const std::vector<ListDefinition> definitions{list(1, u"一"), list(2, u"二")};
+    save(definitions);
+    EXPECT_EQ(save(definitions), file.size() - size);
+    expectFile(definitions);
 }
 
 TEST_F(ListDefinitionEncoderTest, AListThatChangedIsEncodedAgain) {
     std::vector<ListDefinition> definitions{list(1, u"一"), list(2, u"二")};
-    expectAsAtOnce(definitions);
-    definitions[0].levels[0].text = u"甲乙";
-    expectAsAtOnce(definitions);
+    save(definitions);
+    definitions[0].levels[0].text = u"甲";
+    EXPECT_EQ(save(definitions), 0U);
+    expectFile(definitions);
     definitions[1].linkedStyles[4] = 7;
-    expectAsAtOnce(definitions);
+    save(definitions);
+    expectFile(definitions);
     definitions[1].levels.resize(1);
-    expectAsAtOnce(definitions);
+    save(definitions);
+    expectFile(definitions);
 }
 
 TEST_F(ListDefinitionEncoderTest, FewerListsThanBeforeAreEncodedAgain) {
-    expectAsAtOnce({list(1, u"一"), list(2, u"二")});
-    expectAsAtOnce({list(1, u"一")});
+    save({list(1, u"一"), list(2, u"二")});
+    save({list(1, u"一")});
+    expectFile({list(1, u"一")});
+}
+
+TEST_F(ListDefinitionEncoderTest, NamesStandInTheOrderOfTheFile) {
+    std::vector<ListDefinition> definitions{list(1, u"一")};
+    definitions[0].name = u"甲";
+    save(definitions);
+    definitions.push_back(list(2, u"二"));
+    definitions[1].name = u"乙";
+    save(definitions);
+    EXPECT_EQ(encoder.encodeNames(definitions), encodeListNames({u"乙", u"甲"}));
+}
+
+TEST_F(ListDefinitionEncoderTest, NoTableOfNamesWhenNoListHasOne) {
+    save({list(1, u"一")});
+    EXPECT_TRUE(encoder.encodeNames({list(1, u"一")}).empty());
 }
 
 } // namespace qvnd::test

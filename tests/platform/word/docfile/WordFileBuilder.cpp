@@ -90,15 +90,18 @@ private:
     }
 
     void writePages(const std::vector<FormattingPage>& pages, FibPair pair) {
-        BinTable bins;
+        BinTableEncoder bins;
         for (const FormattingPage& page : pages) {
             document_.align(formattingPageSize);
-            bins.entries.push_back(
-                {page.firstFc, static_cast<std::uint32_t>(document_.position() / 512)});
-            bins.limitFc = page.limitFc;
+            bins.add(page.firstFc, page.limitFc,
+                     static_cast<std::uint32_t>(document_.position() / 512));
             document_.bytes(page.bytes);
         }
-        writePart(pair, encodeBinTable(bins));
+        LittleEndianWriter table;
+        for (const ByteView part : bins.parts()) {
+            table.bytes(part);
+        }
+        writePart(pair, table.take());
     }
 
     void writeSections() {

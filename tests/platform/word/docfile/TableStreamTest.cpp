@@ -1,0 +1,128 @@
+#include "platform/word/docfile/TableStream.h"
+
+#include "platform/word/docfile/CompoundFile.h"
+#include "support/MemoryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <stdexcept>
+
+namespace qvnd::word {
+namespace {
+
+using Durability = CompoundStore::Durability;
+
+Bytes pattern(std::size_t size, unsigned seed) {
+    std::mt19937 random(seed);
+    Bytes bytes(size);
+    for (auto& byte : bytes) {
+        byte = static_cast<std::uint8_t>(random());
+    }
+    return bytes;
+}
+
+Bytes joined(const Bytes& front, const Bytes& back) {
+    Bytes all = front;
+    all.insert(all.end(), back.begin(), back.end());
+    return all;
+}
+
+class TableStreamTest : public testing::Test {
+protected:
+    TableStreamTest()
+        : store(folder.createBeside("/folder/target", &path), ClassId{}),
+          table(store, store.addStream(u"1Table")) {}
+
+    // What the file has of a structure after a commit; `size` bytes of it.
+    Bytes inFile(FibPair pair, std::size_t size) {
+        table.finish();
+        store.commit(Durability::killedProcess);
+        const Bytes stream = CompoundFile::over(folder.bytes(path)).stream(u"1Table");
+        const ByteView found = ByteView(stream).subspan(table.place(pair).fc, size);
+        return {found.begin(), found.end()};
+    }
+
+    test::MemoryFolder folder;
+    std::filesystem::path path;
+    CompoundStore store;
+    TableStream table;
+};
+
+TEST_F(TableStreamTest, AStructureWithoutBytesHasNoPlace) {
+    table.put(FibPair::Clx, Bytes{});
+    EXPECT_EQ(table.place(FibPair::Clx).lcb, 0U);
+    EXPECT_EQ(table.place(FibPair::Dop).lcb, 0U);
+}
+
+TEST_F(TableStreamTest, StructuresGrowShrinkAndChangeAnywhere) {
+    Bytes other = pattern(700, 99);
+    unsigned seed = 0;
+    for (const std::size_t size : {3, 512, 513, 5000, 5100, 40, 12000, 12000}) {
+        Bytes bytes = pattern(size, ++seed);
+        table.put(FibPair::Clx, bytes);
+        table.put(FibPair::Dop, other);
+        EXPECT_EQ(table.place(FibPair::Clx).lcb, size);
+        EXPECT_EQ(inFile(FibPair::Clx, size), bytes);
+        for (const std::size_t at : {std::size_t{0}, size / 2, size - 1}) {
+            bytes[at] ^= 0xFF;
+            table.put(FibPair::Clx, bytes);
+            EXPECT_EQ(inFile(FibPair::Clx, size), bytes) << size << " " << at;
+        }
+        EXPECT_EQ(inFile(FibPair::Dop, other.size()), other);
+    }
+}
+
+TEST_F(TableStreamTest, PartsStandRightBehindEachOther) {
+    for (const std::size_t size : {10, 500, 512, 700, 4000, 4100}) {
+        const Bytes first = pattern(size, 1);
+        const Bytes second = pattern(size / 2, static_cast<unsigned>(size));
+        table.put(FibPair::PlcfBteChpx, {first, second});
+        const Bytes all = joined(first, second);
+        EXPECT_EQ(table.place(FibPair::PlcfBteChpx).lcb, all.size());
+        EXPECT_EQ(inFile(FibPair::PlcfBteChpx, all.size()), all) << size;
+    }
+}
+
+TEST_F(TableStreamTest, WhatGrowsAtItsFrontKeepsItsEnd) {
+    Bytes all;
+    for (unsigned seed = 1; seed < 60; ++seed) {
+        const Bytes front = pattern(30 + 7 * seed, seed);
+        const std::size_t kept = all.size() - all.size() / 10;
+        all = joined(front, Bytes(all.end() - static_cast<std::ptrdiff_t>(kept), all.end()));
+        table.putFront(FibPair::PlfLst, front, kept, front.size());
+        EXPECT_EQ(table.place(FibPair::PlfLst).lcb, front.size());
+        ASSERT_EQ(inFile(FibPair::PlfLst, all.size()), all) << seed;
+    }
+}
+
+TEST_F(TableStreamTest, WhatGrowsAtItsFrontMayStartAnew) {
+    const Bytes old = pattern(3000, 1);
+    table.putFront(FibPair::PlfLst, old, 0, 100);
+    EXPECT_EQ(inFile(FibPair::PlfLst, old.size()), old);
+    const Bytes fresh = pattern(200, 2);
+    table.putFront(FibPair::PlfLst, fresh, 0, 50);
+    EXPECT_EQ(table.place(FibPair::PlfLst).lcb, 50U);
+    EXPECT_EQ(inFile(FibPair::PlfLst, fresh.size()), fresh);
+}
+
+TEST_F(TableStreamTest, NoMoreIsKeptThanThereIs) {
+    table.putFront(FibPair::PlfLst, Bytes(10), 0, 10);
+    EXPECT_THROW(table.putFront(FibPair::PlfLst, Bytes(10), 11, 10), std::invalid_argument);
+}
+
+TEST_F(TableStreamTest, OnlyWhatChangesIsWritten) {
+    Bytes bytes = pattern(40000, 1);
+    table.put(FibPair::Clx, bytes);
+    table.putFront(FibPair::PlfLst, pattern(40000, 2), 0, 40000);
+    store.commit(Durability::killedProcess);
+    const std::size_t before = folder.trouble.bytesWritten;
+    bytes[20000] ^= 0xFF;
+    table.put(FibPair::Clx, bytes);
+    table.putFront(FibPair::PlfLst, pattern(10, 2), 39990, 40000);
+    store.commit(Durability::killedProcess);
+    EXPECT_LT(folder.trouble.bytesWritten - before, 10 * CompoundStore::sectorSize);
+}
+
+} // namespace
+} // namespace qvnd::word
