@@ -162,6 +162,13 @@ TEST_F(Frame, BuildWithNoChildOpenMaximisesTheWorkbenchWithoutAMessage) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(Frame, TheWorkbenchCannotBeClosedAlone) {
+    area().activeSubWindow()->close();
+    QApplication::processEvents();
+    ASSERT_NE(area().activeSubWindow(), nullptr);
+    EXPECT_TRUE(area().activeSubWindow()->isVisible());
+}
+
 TEST_F(Frame, ArrangesChildrenOverAndBesideEachOther) {
     auto* other = area().addSubWindow(new QWidget);
     other->show();
@@ -253,7 +260,7 @@ struct About : testing::Test {
     test::FakeShell shell;
     registry::RegistryFile registry;
     About() {
-        QApplication::setApplicationDisplayName("卷宗编制系统");
+        QApplication::setApplicationName("卷宗编制系统");
         QApplication::setApplicationVersion("1.2.3");
     }
     static QString text(frmAbout& box, const char* name) {

@@ -108,9 +108,14 @@ void MainForm::buildStatusBar() {
 // By the current child, which stays so while another program is in front.
 void MainForm::showMenus() {
     const QMdiSubWindow* child = area_->currentSubWindow();
+    const bool isWorkbench = child && child == frmBid_;
     menuBar()->clear();
-    for (QMenu* menu : child&& child == frmBid_ ? workbench_.menus : menus_) {
+    for (QMenu* menu : isWorkbench ? workbench_.menus : menus_) {
         menuBar()->addMenu(menu);
+    }
+    // A maximised child's buttons would offer to close it.
+    if (QWidget* buttons = menuBar()->cornerWidget(Qt::TopRightCorner)) {
+        buttons->hide();
     }
 }
 
@@ -120,6 +125,7 @@ void MainForm::showWorkbench() {
         frmBid_ = area_->addSubWindow(
             workbench_.widget, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                    Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint);
+        frmBid_->installEventFilter(this);
     }
     frmBid_->showMaximized();
     area_->setActiveSubWindow(frmBid_);
@@ -181,6 +187,14 @@ void MainForm::endAtOnce() {
 }
 
 void MainForm::exit() { close(); }
+
+bool MainForm::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched == frmBid_) {
+        event->ignore();
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
 
 void MainForm::closeEvent(QCloseEvent* event) {
     parts_.program.exit();

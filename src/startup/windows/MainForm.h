@@ -66,6 +66,8 @@ public:
 protected:
     // The unload: the orderly exit.
     void closeEvent(QCloseEvent* event) override;
+    // The workbench cannot be closed alone, by no button and no key.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildMenus();

@@ -31,7 +31,7 @@ frmAbout::frmAbout(registry::Registry& registry, desktop::MessageBoxes& messages
                    desktop::Shell& shell, QWidget* parent)
     : QDialog(parent), registry_(registry), messages_(messages), shell_(shell) {
     setObjectName(u"frmAbout"_s);
-    setWindowTitle(u"关于 "_s + QApplication::applicationDisplayName());
+    setWindowTitle(u"关于 "_s + QApplication::applicationName());
     auto* picture = label(u"Image1"_s, {});
     picture->setAccessibleName(u"程序图标"_s);
     picture->setPixmap(startup::picture(u"qvnd"_s, pictureSize));
@@ -52,7 +52,7 @@ frmAbout::frmAbout(registry::Registry& registry, desktop::MessageBoxes& messages
 }
 
 void frmAbout::buildTexts(QVBoxLayout& texts) {
-    QLabel* title = label(u"lblTitle"_s, QApplication::applicationDisplayName() + u"——QVND"_s);
+    QLabel* title = label(u"lblTitle"_s, QApplication::applicationName() + u"——QVND"_s);
     QFont font = title->font();
     font.setPointSizeF(font.pointSizeF() * 1.4);
     font.setBold(true);
