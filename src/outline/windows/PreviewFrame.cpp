@@ -39,13 +39,14 @@ PreviewFrame::PreviewFrame(QWidget& Olesee, preview::DocumentPreview& document, 
     Olesee_.setParent(PicSee_);
     Olesee_.setObjectName(u"Olesee"_s);
     Olesee_.hide();
+    Olesee_.installEventFilter(this);
     connect(VSSee_, &QScrollBar::valueChanged, this, &PreviewFrame::scrollView);
 }
 
 void PreviewFrame::showDocument(const QString& path) {
     document_.show(path);
     Olesee_.show();
-    VSSee_->setValue(0);
+    Olesee_.move(0, 0);
     fitView();
 }
 
@@ -64,12 +65,13 @@ int PreviewFrame::viewHeight() const {
 
 void PreviewFrame::fitView() {
     const bool taller = !Olesee_.isHidden() && viewHeight() > PicSee_->height();
+    const double place = -double(Olesee_.y()) / std::max(1, Olesee_.height());
     VSSee_->setMaximum(taller ? scrollSteps : 0);
     VSSee_->setEnabled(taller);
     hint_->setVisible(Olesee_.isHidden());
     hint_->resize(PicSee_->size());
     Olesee_.resize(PicSee_->width(), viewHeight());
-    scrollView();
+    Olesee_.move(0, taller ? -qRound(place * Olesee_.height()) : 0);
 }
 
 void PreviewFrame::scrollView() {
@@ -77,8 +79,16 @@ void PreviewFrame::scrollView() {
     Olesee_.move(0, height > PicSee_->height() ? -qRound(VSSee_->value() * height * 0.1) : 0);
 }
 
+// The view may have moved itself.
+void PreviewFrame::followView() {
+    const QSignalBlocker asItIs(VSSee_);
+    VSSee_->setValue(qRound(-double(Olesee_.y()) * scrollSteps / std::max(1, Olesee_.height())));
+}
+
 bool PreviewFrame::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == PicSee_ && event->type() == QEvent::LayoutRequest) {
+    if (watched == &Olesee_ && event->type() == QEvent::Move) {
+        followView();
+    } else if (watched == PicSee_ && event->type() == QEvent::LayoutRequest) {
         fitView();
     } else if (watched == PicSee_ && event->type() == QEvent::Wheel) {
         const bool up = static_cast<QWheelEvent*>(event)->angleDelta().y() > 0;

@@ -13,7 +13,8 @@ namespace qvnd::outline {
 // (VSSee). A view taller than the area is scrolled in ten steps of a tenth of its height.
 //
 // The view tells its height as any widget does: by its heightForWidth, or else its sizeHint, and by
-// updateGeometry when that changes.
+// updateGeometry when that changes; the part seen keeps its place in the whole. It may move itself
+// in the area, and the scroll bar follows to the nearest step.
 class PreviewFrame : public QFrame {
     Q_OBJECT
 
@@ -44,6 +45,7 @@ private:
     int viewHeight() const;
     void fitView();
     void scrollView();
+    void followView();
 
     QWidget& Olesee_;
     preview::DocumentPreview& document_;

@@ -1,5 +1,6 @@
 #include "platform/word/docfile/Blip.h"
 
+#include "platform/word/docfile/FormatError.h"
 #include "platform/word/docfile/Md4.h"
 #include "platform/word/docfile/OfficeArt.h"
 
@@ -102,7 +103,69 @@ Bytes blipContent(const ImageFile& image, const BlipForm& form,
     return writer.take();
 }
 
+std::optional<ImageKind> kindOf(std::uint16_t type) {
+    switch (type) {
+    case art::blipPng:
+        return ImageKind::png;
+    case art::blipJpeg:
+    case art::blipJpegOfCmyk:
+        return ImageKind::jpeg;
+    case art::blipDib:
+        return ImageKind::dib;
+    case art::blipEmf:
+        return ImageKind::emf;
+    case art::blipWmf:
+        return ImageKind::wmf;
+    default:
+        return std::nullopt;
+    }
+}
+
+// The instances that tell of a second digest are odd ones.
+ByteView pictureIn(ByteView blip, const art::RecordHeader& header, bool metafile) {
+    constexpr std::size_t digestSize = 16;
+    constexpr std::size_t metafileHeadSize = 34;
+    LittleEndianReader reader(blip, "OfficeArtBlip");
+    reader.skip((header.instance & 1) != 0 ? 2 * digestSize : digestSize);
+    reader.skip(metafile ? metafileHeadSize : 1);
+    return reader.view(reader.remaining());
+}
+
+// Behind the head of an entry stand its name and the blip.
+ByteView blipOf(ByteView entry) {
+    constexpr std::size_t nameSizeAt = 33;
+    constexpr std::size_t headSize = 36;
+    LittleEndianReader reader(entry, "OfficeArtFBSE");
+    reader.seek(nameSizeAt);
+    const std::size_t nameSize = reader.u8();
+    reader.seek(headSize);
+    reader.skip(nameSize);
+    return reader.view(reader.remaining());
+}
+
 } // namespace
+
+std::optional<StoredImage> decodeBlip(ByteView record) {
+    try {
+        LittleEndianReader reader(record, "OfficeArtBStoreContainerFileBlock");
+        const art::RecordHeader header = art::readHeader(reader);
+        const ByteView content =
+            reader.view(std::min<std::size_t>(header.length, reader.remaining()));
+        if (header.type == art::fbse) {
+            const ByteView blip = blipOf(content);
+            const bool nested = blip.size() > 4 && (blip[2] | (blip[3] << 8)) == art::fbse;
+            return nested ? std::nullopt : decodeBlip(blip);
+        }
+        const auto kind = kindOf(header.type);
+        if (!kind) {
+            return std::nullopt;
+        }
+        const bool metafile = *kind == ImageKind::emf || *kind == ImageKind::wmf;
+        return StoredImage{*kind, pictureIn(content, header, metafile)};
+    } catch (const FormatError&) {
+        return std::nullopt;
+    }
+}
 
 Bytes encodeBlip(const ImageFile& image) {
     constexpr unsigned macPict = 4;

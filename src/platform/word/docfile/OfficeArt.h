@@ -17,6 +17,7 @@ inline constexpr std::uint16_t blipWmf = 0xF01B;
 inline constexpr std::uint16_t blipJpeg = 0xF01D;
 inline constexpr std::uint16_t blipPng = 0xF01E;
 inline constexpr std::uint16_t blipDib = 0xF01F;
+inline constexpr std::uint16_t blipJpegOfCmyk = 0xF02A;
 
 // Version of records that hold other records.
 inline constexpr unsigned container = 0xF;

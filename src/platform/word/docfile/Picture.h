@@ -48,6 +48,9 @@ public:
     void setFillTransparency(double part);
     void setLockAspectRatio(bool lock);
 
+    // The picture itself as it is kept: an entry of a picture store or a blip.
+    ByteView stored() const { return rest_; }
+
     // Those of the shape record; nothing without one.
     const std::optional<art::ShapeProperties>& properties() const { return properties_; }
 

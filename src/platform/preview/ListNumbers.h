@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/word/engine/ListMembership.h"
+
+#include <QString>
+
+#include <array>
+#include <map>
+#include <optional>
+#include <set>
+
+namespace qvnd::preview {
+
+// The number or bullet in front of a paragraph.
+struct ListLabel {
+    QString text;  // without what follows it; bullets of symbol fonts as they came
+    QChar follows; // tab, space, or null for nothing
+    word::PropertyListId characters = word::PropertyListId::empty; // of the level
+};
+
+// Counts the paragraphs of lists, from the head of the document on.
+class ListNumbers {
+public:
+    // Both must outlive the object.
+    ListNumbers(const word::DocumentTables& tables, word::ListLevels& levels)
+        : tables_(tables), levels_(levels) {}
+
+    // The label of the next paragraph with these operands of sprmPIlfo and sprmPIlvl; nothing
+    // when it bears none. Paragraphs of the same list count on whichever override they name.
+    std::optional<ListLabel> next(std::uint16_t ilfo, std::uint8_t ilvl);
+
+private:
+    static constexpr std::size_t deepest = 9;
+    using Counts = std::array<std::optional<int>, deepest>;
+
+    int startOf(std::uint16_t ilfo, std::uint8_t ilvl);
+    bool overridesStart(std::uint16_t ilfo, std::uint8_t ilvl) const;
+    void count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl);
+    QString composed(const word::ListLevel& level, Counts& counts, std::uint16_t ilfo);
+
+    const word::DocumentTables& tables_;
+    word::ListLevels& levels_;
+    std::map<std::int32_t, Counts> counts_; // by lsid
+    std::set<std::pair<std::uint16_t, std::uint8_t>> begun_;
+};
+
+} // namespace qvnd::preview

@@ -1,0 +1,103 @@
+#include "platform/preview/Settings.h"
+
+#include <algorithm>
+#include <array>
+
+namespace qvnd::preview {
+
+namespace {
+
+constexpr double twipsPerPoint = 20;
+constexpr std::size_t shdSize = 10;
+
+// A pattern of a Shd or Shd80 as one colour: its fore colour over its back colour.
+std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
+                                           std::optional<std::uint32_t> back, unsigned pattern) {
+    constexpr unsigned solid = 1;
+    constexpr std::array<unsigned, 12> percents{5, 10, 20, 25, 30, 40, 50, 60, 70, 75, 80, 90};
+    if (pattern == 0 || pattern == 0xFFFF) {
+        return back;
+    }
+    const std::uint32_t under = back.value_or(0xFFFFFF);
+    const std::uint32_t over = fore.value_or(0);
+    unsigned part = pattern == solid ? 100 : 50;
+    if (pattern > solid && pattern < solid + 1 + percents.size()) {
+        part = percents.at(pattern - solid - 1);
+    }
+    std::uint32_t mixed = 0;
+    for (const unsigned shift : {0U, 8U, 16U}) {
+        const std::uint32_t a = (over >> shift) & 0xFF;
+        const std::uint32_t b = (under >> shift) & 0xFF;
+        mixed |= ((a * part + b * (100 - part)) / 100) << shift;
+    }
+    return mixed;
+}
+
+} // namespace
+
+std::optional<word::SprmView> settingOf(const word::StyleLook& look, word::SprmOpcode property) {
+    const word::Bytes* entries = look.find(property);
+    if (entries == nullptr) {
+        return std::nullopt;
+    }
+    const word::ParsedSprms parsed = word::parseSprms(*entries);
+    return parsed.sprms.empty() ? std::nullopt : std::optional(parsed.sprms.back());
+}
+
+std::uint32_t numberOf(const word::SprmView& entry) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < std::min<std::size_t>(entry.operand.size(), 4); ++i) {
+        number |= std::uint32_t{entry.operand[i]} << (8 * i);
+    }
+    return number;
+}
+
+std::int16_t signedNumberOf(const word::SprmView& entry) {
+    return static_cast<std::int16_t>(numberOf(entry));
+}
+
+std::uint32_t numberOf(const word::StyleLook& look, word::SprmOpcode property,
+                       std::uint32_t otherwise) {
+    const auto entry = settingOf(look, property);
+    return entry ? numberOf(*entry) : otherwise;
+}
+
+double pointsOf(const word::StyleLook& look, word::SprmOpcode property) {
+    const auto entry = settingOf(look, property);
+    return entry ? signedNumberOf(*entry) / twipsPerPoint : 0;
+}
+
+std::optional<std::uint32_t> colourOfIndex(unsigned ico) {
+    constexpr std::array<std::uint32_t, 17> colours{
+        0,        0x000000, 0x0000FF, 0x00FFFF, 0x00FF00, 0xFF00FF, 0xFF0000, 0xFFFF00, 0xFFFFFF,
+        0x000080, 0x008080, 0x008000, 0x800080, 0x800000, 0x808000, 0x808080, 0xC0C0C0};
+    return ico == 0 || ico >= colours.size() ? std::nullopt : std::optional(colours.at(ico));
+}
+
+std::optional<std::uint32_t> colourOfReference(std::uint32_t colorref) {
+    if ((colorref >> 24) == 0xFF) {
+        return std::nullopt;
+    }
+    return ((colorref & 0xFF) << 16) | (colorref & 0xFF00) | ((colorref >> 16) & 0xFF);
+}
+
+std::optional<std::uint32_t> colourOfShading(word::ByteView shd) {
+    if (shd.size() < shdSize) {
+        return std::nullopt;
+    }
+    word::LittleEndianReader reader(shd, "Shd");
+    const auto fore = colourOfReference(reader.u32());
+    const auto back = colourOfReference(reader.u32());
+    return patternColour(fore, back, reader.u16());
+}
+
+std::optional<std::uint32_t> colourOfShading(const word::SprmView& entry) {
+    if (entry.operand.size() > shdSize) {
+        return colourOfShading(entry.operand.subspan(1)); // behind its length
+    }
+    const std::uint32_t shd80 = numberOf(entry);
+    return patternColour(colourOfIndex(shd80 & 0x1F), colourOfIndex((shd80 >> 5) & 0x1F),
+                         (shd80 >> 10) & 0x3F);
+}
+
+} // namespace qvnd::preview

@@ -1,0 +1,208 @@
+#include "platform/preview/windows/PreviewPane.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/preview/windows/ReadingPages.h"
+
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::preview {
+
+namespace {
+
+constexpr std::chrono::milliseconds firstSight{120};
+constexpr QRgb desk = 0xFF8A9099;
+constexpr int lineStep = 40;
+constexpr double pageStep = 0.9; // of the area
+constexpr int wheelStep = 120;   // pixels a notch, and a notch is 120 as well
+
+void paintPaper(QPainter& painter, const QRect& page) {
+    for (int i = 1; i <= 4; ++i) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(QColor(0, 0, 0, 28 - 6 * i));
+        painter.drawRoundedRect(page.adjusted(-i, -i + 1, i, i + 1), i, i);
+    }
+    painter.fillRect(page, Qt::white);
+}
+
+QString cutLine() { return u"文档较长，这里只显示开头部分，打开文档可查看全文。"_s; }
+
+} // namespace
+
+PreviewPane::PreviewPane(QWidget* parent) : QWidget(parent), notice_(new QLabel(this)) {
+    setObjectName(u"Olesee"_s);
+    setAccessibleName(u"文档视图"_s);
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
+    notice_->setObjectName(u"lblNotice"_s);
+    notice_->setWordWrap(true);
+    notice_->setMargin(6);
+    notice_->setAutoFillBackground(true);
+    notice_->setBackgroundRole(QPalette::ToolTipBase);
+    notice_->setForegroundRole(QPalette::ToolTipText);
+    notice_->hide();
+}
+
+PreviewPane::~PreviewPane() = default;
+
+void PreviewPane::show(const QString& path) {
+    letGo();
+    path_ = path;
+    ReadingLoad::Receiver receiver;
+    receiver.read = [this](ReadingLoad::Pages pages, bool) { showReading(std::move(pages)); };
+    receiver.failed = [this](const QString& reason) { say(reason); };
+    receiver.picture = [this](std::size_t picture, const QImage& image) {
+        if (reading_) {
+            reading_->setImage(picture, image);
+            update();
+        }
+    };
+    load_ = std::make_unique<ReadingLoad>(path, cutLine(), std::move(receiver));
+    try {
+        if (ReadingLoad::Pages pages = load_->wait(firstSight)) {
+            showReading(std::move(pages));
+        } else {
+            say(u"正在读取文档……"_s);
+        }
+    } catch (const RunTimeError&) {
+        hide();
+        throw;
+    }
+    QWidget::show();
+}
+
+void PreviewPane::hide() {
+    letGo();
+    QWidget::hide();
+}
+
+void PreviewPane::letGo() {
+    load_.reset();
+    source_ = nullptr;
+    reading_.reset();
+    path_.clear();
+    pages_ = 0;
+    column_ = PageColumn();
+    places_.clear();
+    setAccessibleDescription({});
+    say({});
+    updateGeometry();
+    update();
+}
+
+void PreviewPane::showReading(ReadingLoad::Pages pages) {
+    say({});
+    const int top = -y(); // more pages come below, and nothing above moves
+    reading_ = std::move(pages);
+    showPages(*reading_);
+    keepPlace(top);
+}
+
+void PreviewPane::showPages(PageSource& source) {
+    source_ = &source;
+    pages_ = source.count();
+    std::vector<QSizeF> sizes;
+    for (int page = 0; page < pages_; ++page) {
+        sizes.push_back(source.size(page));
+    }
+    column_ = PageColumn(std::move(sizes));
+    places_ = column_.placesFor(width());
+    setAccessibleDescription(u"%1，共 %2 页"_s.arg(QFileInfo(path_).fileName()).arg(pages_));
+    updateGeometry();
+    update();
+}
+
+QSize PreviewPane::sizeHint() const {
+    constexpr int usualWidth = 480;
+    return {usualWidth, column_.heightFor(usualWidth)};
+}
+
+void PreviewPane::say(const QString& text) {
+    notice_->setText(text);
+    notice_->setVisible(!text.isEmpty());
+    placeNotice();
+}
+
+// At the top of what is seen, wherever the document has been scrolled to.
+void PreviewPane::placeNotice() {
+    notice_->setGeometry(0, std::max(0, -y()), width(), notice_->heightForWidth(width()));
+}
+
+void PreviewPane::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(event->rect(), QColor::fromRgb(desk));
+    for (std::size_t page = 0; page < places_.size(); ++page) {
+        const QRect exposed = event->rect() & places_[page];
+        if (!exposed.isEmpty()) {
+            paintPaper(painter, places_[page]);
+            source_->paint(painter, static_cast<int>(page), places_[page], exposed);
+        }
+    }
+}
+
+void PreviewPane::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    placeNotice();
+}
+
+void PreviewPane::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    places_ = column_.placesFor(width());
+    placeNotice();
+}
+
+int PreviewPane::areaHeight() const {
+    return parentWidget() != nullptr ? parentWidget()->height() : height();
+}
+
+void PreviewPane::scrollTo(int top) {
+    move(x(), -std::clamp(top, 0, std::max(0, height() - areaHeight())));
+}
+
+// Once the area has given the view its new height.
+void PreviewPane::keepPlace(int top) {
+    QMetaObject::invokeMethod(
+        this, [this, top] { scrollTo(top); }, Qt::QueuedConnection);
+}
+
+void PreviewPane::keyPressEvent(QKeyEvent* event) {
+    const int page = qRound(areaHeight() * pageStep);
+    switch (event->key()) {
+    case Qt::Key_PageUp:
+        return scrollTo(-y() - page);
+    case Qt::Key_PageDown:
+    case Qt::Key_Space:
+        return scrollTo(-y() + page);
+    case Qt::Key_Up:
+        return scrollTo(-y() - lineStep);
+    case Qt::Key_Down:
+        return scrollTo(-y() + lineStep);
+    case Qt::Key_Home:
+        return scrollTo(0);
+    case Qt::Key_End:
+        return scrollTo(height());
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void PreviewPane::wheelEvent(QWheelEvent* event) {
+    const int pixels = event->pixelDelta().isNull()
+                           ? event->angleDelta().y() * wheelStep / QWheelEvent::DefaultDeltasPerStep
+                           : event->pixelDelta().y();
+    scrollTo(-y() - pixels);
+    event->accept();
+}
+
+} // namespace qvnd::preview

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "platform/preview/DocumentPreview.h"
+#include "platform/preview/windows/PageColumn.h"
+#include "platform/preview/windows/ReadingLoad.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QLabel;
+
+namespace qvnd::preview {
+
+class PageSource;
+
+// The document view (Olesee): pages on a grey desk, fitted to its width, as high as they need.
+// It stands in a clip area, its parent, and moves itself there for wheel and keys (Page Up, Page
+// Down, arrows, Home, End); whoever owns the area may move it as well.
+//
+// What our own engine reads of a document is shown at once, of a long one the first pages, to which
+// the others come. A document that takes longer to read is announced, and the window goes on.
+class PreviewPane : public QWidget, public DocumentPreview {
+    Q_OBJECT
+
+public:
+    explicit PreviewPane(QWidget* parent = nullptr);
+    ~PreviewPane() override;
+
+    // Throws RunTimeError with a Chinese reason when the file cannot be opened at all: missing,
+    // no .doc, encrypted, damaged. The pane is then empty and hidden.
+    void show(const QString& path) override;
+    void hide() override;
+    using QWidget::show;
+
+    bool hasHeightForWidth() const override { return true; }
+    int heightForWidth(int width) const override { return column_.heightFor(width); }
+    QSize sizeHint() const override;
+
+    // 0 without a document.
+    int pageCount() const { return pages_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void letGo();
+    void showReading(ReadingLoad::Pages pages);
+    void showPages(PageSource& source);
+    void say(const QString& text);
+    void placeNotice();
+    int areaHeight() const;
+    void scrollTo(int top);
+    void keepPlace(int top);
+
+    QString path_;
+    std::unique_ptr<ReadingLoad> load_;
+    std::unique_ptr<ReadingPages> reading_;
+    PageSource* source_ = nullptr; // what is on the screen
+    int pages_ = 0;
+    PageColumn column_;
+    std::vector<QRect> places_; // of the pages at the present width
+    QLabel* notice_;
+};
+
+} // namespace qvnd::preview

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/preview/DocumentReading.h"
+
+#include <QTextDocument>
+
+#include <memory>
+
+namespace qvnd::preview {
+
+class PictureObjects;
+
+// A reading as a text document, broken into pages of its paper.
+struct ReadingText {
+    // Of the document: small units make its measures independent of the screen's.
+    static constexpr int unitsPerPoint = 4;
+
+    std::unique_ptr<QTextDocument> document;
+    PictureObjects* pictures = nullptr; // owned by the document
+};
+
+// `lastLine`: what is to stand behind a reading that is cut; empty for nothing.
+ReadingText readingText(const DocumentReading& reading, const QString& lastLine);
+
+} // namespace qvnd::preview

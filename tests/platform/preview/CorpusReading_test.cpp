@@ -1,0 +1,92 @@
+#include "WrittenDocument.h"
+
+#include "platform/word/docfile/DocumentText.h"
+#include "platform/word/docfile/FormatError.h"
+#include "support/Corpus.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace qvnd::preview {
+namespace {
+
+constexpr ReadingLimits everything{1'000'000, 100'000'000};
+
+std::vector<std::filesystem::path> corpus() { return test::readableCorpusFiles(); }
+
+// What letters a text has, in order: symbols, blanks and hyphens are shown in other ways.
+QString lettersOf(const QString& text) {
+    QString letters;
+    for (const QChar c : text) {
+        if (c.isLetterOrNumber() && c.unicode() < 0xE000) {
+            letters += c;
+        }
+    }
+    return letters;
+}
+
+int hiddenRuns(const word::DocumentData& document) {
+    int hidden = 0;
+    for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
+        const auto id = static_cast<word::PropertyListId>(i);
+        hidden += word::findSprm(document.tables.lists[id], word::sprm::CFVanish) ? 1 : 0;
+    }
+    return hidden;
+}
+
+TEST(CorpusReading, NoLetterOfADocumentIsLost) {
+    if (!test::corpusFolder()) {
+        GTEST_SKIP() << "no corpus";
+    }
+    int compared = 0;
+    for (const auto& path : corpus()) {
+        const word::DocumentData document = word::readDocument(path);
+        if (hiddenRuns(document) > 0) {
+            continue; // hidden text is left out on purpose
+        }
+        DocumentReading reading = ownReading(document, everything);
+        for (TextLook& look : reading.looks) {
+            look.capitals = false;
+        }
+        const QString wanted = lettersOf(
+            QString::fromStdU16String(word::documentText(document.main, document.tables)));
+        const QString read = lettersOf(plainText(reading));
+        // Labels of lists and texts of text boxes come in between.
+        qsizetype at = 0;
+        for (const QChar c : read) {
+            at += at < wanted.size() && c.toUpper() == wanted.at(at).toUpper() ? 1 : 0;
+        }
+        EXPECT_EQ(at, wanted.size())
+            << path.filename() << " stops before " << wanted.mid(at, 30).toStdString();
+        ++compared;
+    }
+    EXPECT_GT(compared, 50);
+}
+
+TEST(CorpusReading, ChangedFilesAreReadOrRefused) {
+    if (!test::corpusFolder()) {
+        GTEST_SKIP() << "no corpus";
+    }
+    std::mt19937 random(20260210);
+    int read = 0;
+    for (const auto& path : corpus()) {
+        std::ifstream in(path, std::ios::binary);
+        word::Bytes bytes(std::istreambuf_iterator<char>(in), {});
+        if (bytes.size() > 100'000) {
+            continue;
+        }
+        for (int change = 0; change < 30; ++change) {
+            bytes[random() % bytes.size()] = static_cast<std::uint8_t>(random());
+        }
+        try {
+            read += ownReading(word::readDocument(bytes)).blocks.empty() ? 0 : 1;
+        } catch (const word::FormatError&) {
+            continue;
+        }
+    }
+    EXPECT_GT(read, 20);
+}
+
+} // namespace
+} // namespace qvnd::preview
