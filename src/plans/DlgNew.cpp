@@ -2,6 +2,7 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineRows.h"
+#include "outline/PlanFolder.h"
 #include "plans/PlanInformation.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
@@ -84,7 +85,7 @@ void DlgNew::makeCurrent(const QString& name) {
 
 // False when the user keeps a folder that is there.
 bool DlgNew::replaceFolder(const QString& name) {
-    const QString folder = state_.gUserTplPath + name;
+    const QString folder = outline::planFolder(state_, name);
     if (state_.gFso->FolderExists(folder)) {
         const QString question = state_.gUserTplPath + "下已存在 " + name + "，是否覆盖？";
         if (!messages_.ask(question, Icon::question, hint)) {

@@ -13,6 +13,11 @@ namespace qvnd::test {
 // A temporary folder that goes with the object. Paths in it are written with "/".
 class TemporaryFolder {
 public:
+    // `nameTemplate` tells where and under which name, with XXXXXX in it; empty: as the system
+    // has it.
+    explicit TemporaryFolder(const QString& nameTemplate = QString())
+        : folder_(nameTemplate.isEmpty() ? QDir::tempPath() + "/qvnd-XXXXXX" : nameTemplate) {}
+
     QString path(const QString& name = {}) const {
         const QString inside = name.isEmpty() ? folder_.path() : folder_.filePath(name);
         return QDir::toNativeSeparators(inside);
