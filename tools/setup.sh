@@ -38,7 +38,7 @@ install_build_packages() {
   need_packages g++ cmake ninja-build pkg-config qt6-base-dev libgl-dev libsqlite3-dev libqpdf-dev \
     mdbtools-dev
   need_packages qt6-svg-dev libqt6svg6 qt6-pdf-dev qt6-tools-dev qt6-tools-dev-tools \
-    qt6-documentation-tools qt6-translations-l10n
+    qt6-documentation-tools libqt6sql6-sqlite qt6-translations-l10n
 }
 
 # The office suite draws pages and makes PDF files; a Chinese font lets it draw the text.
