@@ -75,7 +75,6 @@ void MainForm::buildMenus() {
     connect(add(window, u"winA"_s, u"横向平铺(&H)"_s), &QAction::triggered, this,
             &MainForm::arrangeTile);
     QAction* contents = add(help, u"help1"_s, u"内容(&C)"_s);
-    contents->setShortcut(QKeySequence::HelpContents);
     connect(contents, &QAction::triggered, this, &MainForm::showHelpContents);
     connect(add(help, u"help2"_s, u"索引(&I)"_s), &QAction::triggered, this,
             &MainForm::showHelpIndex);
