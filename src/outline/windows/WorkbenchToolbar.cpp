@@ -3,6 +3,7 @@
 #include "outline/Workbench.h"
 #include "outline/windows/OutlineIcons.h"
 
+#include <QLayout>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -10,6 +11,10 @@ using namespace Qt::StringLiterals;
 namespace qvnd::outline {
 
 namespace {
+
+// The bar is 450 twips high; the style's own margins would squeeze the buttons in it.
+constexpr int sideMargin = 4;
+constexpr int narrowMargin = 1;
 
 struct Button {
     QString key; // empty: a separator
@@ -44,6 +49,7 @@ WorkbenchToolbar::WorkbenchToolbar(QWidget* parent) : QToolBar(parent) {
     setObjectName(u"TbarBid"_s);
     setAccessibleName(u"工具栏"_s);
     setIconSize({20, 20});
+    layout()->setContentsMargins(sideMargin, narrowMargin, sideMargin, narrowMargin);
     setMovable(false);
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     std::size_t position = 1;

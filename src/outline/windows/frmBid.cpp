@@ -28,6 +28,9 @@ QTabWidget* tabs(const QString& name, const QString& accessibleName, QWidget* pa
     made->setObjectName(name);
     made->setAccessibleName(accessibleName);
     made->setDocumentMode(true);
+    // It would pass the keyboard on to its bar, and so lead back to where Tab has been.
+    made->setFocusPolicy(Qt::NoFocus);
+    made->tabBar()->setFocusPolicy(Qt::TabFocus);
     return made;
 }
 
@@ -134,8 +137,7 @@ void frmBid::setOrder() {
     const QList<QWidget*> order{TrvCurrent_,  TabTemplate_->tabBar(),
                                 TrvTemplate_, TrvTemplate_Us_,
                                 cmdEdit_,     cmdExit_,
-                                fraSee_,      lblResize_,
-                                imgSpliter_,  TbarBid_};
+                                lblResize_,   imgSpliter_};
     for (qsizetype i = 1; i < order.size(); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }

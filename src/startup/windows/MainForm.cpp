@@ -86,6 +86,7 @@ void MainForm::buildMenus() {
 QMenu* MainForm::menu(const QString& name, const QString& title) {
     auto* menu = new QMenu(title, this);
     menu->setObjectName(name);
+    menu->setAccessibleName(QString(title).remove(u'&').section(u'(', 0, 0));
     return menu;
 }
 
