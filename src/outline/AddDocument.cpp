@@ -6,6 +6,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "platform/jet/LastingTogether.h"
 
 #include <algorithm>
 
@@ -70,6 +71,7 @@ Added AddDocument::addBeside(const OutlineNode& selected) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
 
+    jet::LastingTogether changes(*state_.gWs);
     try {
         db.Execute(QStringLiteral("DROP TABLE temp"));
     } catch (const RunTimeError& failure) {
@@ -98,6 +100,7 @@ Added AddDocument::addBeside(const OutlineNode& selected) {
     const auto rows = db.OpenRecordset("Select * from " + plan);
     const auto moved = db.OpenRecordset(QStringLiteral("Select * from temp"));
     addRows(*rows, *moved);
+    changes.end();
 
     const auto refilled = db.OpenRecordset("Select * from " + plan + inOrder);
     workbench_.TrvCurrent.Clear();

@@ -1,6 +1,7 @@
 #include "outline/AddDocument.h"
 
 #include "outline/OutlineKeys.h"
+#include "support/Commits.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -72,6 +73,16 @@ TEST_F(AddDocuments, BesideANodeTheDocumentStandsRightBehindIt) {
     EXPECT_EQ(workbench.TrvCurrent.Item("T.4").Image(), 5);
     EXPECT_EQ(selectedKey(), "T.4");
     EXPECT_TRUE(messages.shown.empty());
+}
+
+// A process killed in between would leave the rows behind the place out of the table.
+TEST_F(AddDocuments, TheRowsThatMakeRoomLastTogetherWithTheNewOne) {
+    makePlan({"T", "T.1", "T.2", "T.3"});
+    choose("说明.doc");
+    test::Commits commits(state.gDbUser->Name());
+    EXPECT_EQ(beside("T.1"), Added::added);
+    EXPECT_EQ(commits.count(), 1);
+    EXPECT_FALSE(state.gWs->InTransaction());
 }
 
 TEST_F(AddDocuments, BesideANodeThePlansCopyTakesTheRowAtItsEnd) {

@@ -1,5 +1,6 @@
 #include "outline/dlgAddDoc.h"
 
+#include "support/Commits.h"
 #include "support/Errors.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -48,6 +49,31 @@ TEST_F(AddFolder, WorkedExampleBelow) {
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2", "T.3", "T.1.1"}));
     EXPECT_EQ(ids("T"), QStringList({"1", "2", "3", "4", "5"}));
     EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"T", "T.1", "T.1.1", "T.2", "T.3"}));
+}
+
+// A process killed in between would leave the rows behind the place out of the table.
+TEST_F(AddFolder, TheRowsThatMakeRoomLastTogetherWithTheNewOne) {
+    makePlan({"T", "T.1", "T.2", "T.3"});
+    test::Commits commits(state.gDbUser->Name());
+    EXPECT_EQ(add("T.1", AddMode::beside), Added::added);
+    EXPECT_EQ(commits.count(), 1);
+    EXPECT_FALSE(state.gWs->InTransaction());
+}
+
+TEST_F(AddFolder, ATransactionThatWasLeftOpenStaysOpen) {
+    makePlan({"T", "T.1", "T.2"});
+    state.gWs->BeginTrans();
+    EXPECT_EQ(add("T.1", AddMode::beside), Added::added);
+    EXPECT_TRUE(state.gWs->InTransaction());
+}
+
+TEST_F(AddFolder, AfterDeletingTheLastNodeTheSameNumberComesAgain) {
+    makePlan({"T", "T.1", "T.2"});
+    add("T", AddMode::below);
+    EXPECT_EQ(key, "T.3");
+    state.gDbUser->Execute("Delete * from T where Key='T.3'");
+    add("T", AddMode::below, "又一个");
+    EXPECT_EQ(key, "T.3");
 }
 
 TEST_F(AddFolder, MovedRowsKeepKeyNameAndKind) {
