@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "platform/jet/LastingTogether.h"
 #include "store/LegacyPlans.h"
 #include "store/Names.h"
 
@@ -111,12 +112,18 @@ private:
         bool listed = false;
         statement_([&] { listed = isListed(set(list_), folder.Name); });
         if (!listed) {
-            statement_([&] { enlist(set(list_), folder.Name); });
-            statement_([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
-            copy(folder.Name);
-            copy(folder.Name + informationSuffix.toString());
+            statement_([&] { takeIn(folder.Name, file); });
         }
         statement_([&] { set(list_).MoveFirst(); });
+    }
+
+    void takeIn(const QString& name, const QString& file) {
+        jet::LastingTogether changes(*state_.gWs);
+        statement_([&] { enlist(set(list_), name); });
+        statement_([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
+        copy(name);
+        copy(name + informationSuffix.toString());
+        changes.end();
     }
 
     void copy(const QString& name) {
@@ -143,9 +150,11 @@ void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
             continue;
         }
         if (!isListed(*list, folder.Name)) {
+            jet::LastingTogether changes(*state.gWs);
             enlist(*list, folder.Name);
             state.gDbPlan = state.gWs->OpenDatabase(file);
             state.gDbPlan->Execute(copyStatement(folder.Name, state.gDbTemplate->Name()));
+            changes.end();
         }
         list->MoveFirst();
     }

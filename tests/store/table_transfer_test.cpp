@@ -3,6 +3,7 @@
 #include "platform/files/DiskFileSystem.h"
 #include "store/DatabaseCreation.h"
 #include "store/PlanTables.h"
+#include "support/Commits.h"
 #include "support/FakeMessageBoxes.h"
 #include "support/JetStore.h"
 
@@ -240,6 +241,20 @@ TEST_F(TableTransfer, ATemplateFolderComesInWithItsOutlineAlone) {
     EXPECT_EQ(state_.gDbTemplate->TableDefs().Names(), (QStringList{u"遍历表"_qs, u"模板"_qs}));
     EXPECT_EQ(refreshed_, 1);
     EXPECT_EQ(splash_.unloaded, 1);
+}
+
+// A killed process must not leave a listed name without its tables: the next refresh would forget
+// it, and with a template its database.
+TEST_F(TableTransfer, NameAndTablesOfAnAdoptedFolderLastTogether) {
+    layPlan(state_.gUserTplPath, u"工程甲"_qs);
+    layPlan(templatesFolder(), u"模板"_qs);
+    test::Commits ofPlans(state_.gDbUser->Name());
+    test::Commits ofTemplates(state_.gDbTemplate->Name());
+    importPlans();
+    importTemplates();
+    EXPECT_EQ(ofPlans.count(), 1);
+    EXPECT_EQ(ofTemplates.count(), 1);
+    EXPECT_FALSE(state_.gWs->InTransaction());
 }
 
 TEST_F(TableTransfer, TheFirstErrorWithATemplateEndsTheWorkAndGoesToTheMessage) {
