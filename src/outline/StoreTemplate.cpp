@@ -5,6 +5,7 @@
 #include "outline/OutlineRows.h"
 #include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/jet/LastingTogether.h"
 
 namespace qvnd::outline {
 
@@ -55,12 +56,14 @@ void enlist(modMain& state, const QString& name) {
 }
 
 void store(modMain& state, const QString& plan) {
+    jet::LastingTogether changes(*state.gWs);
     copyTable(state, plan);
     const auto documents =
         state.gDbUser->OpenRecordset("Select * from " + plan + " where 是否文档='是'");
     makeFolder(state, plan);
     copyDocuments(state, plan, *documents);
     enlist(state, plan);
+    changes.end();
 }
 
 } // namespace

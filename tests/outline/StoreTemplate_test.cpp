@@ -1,6 +1,7 @@
 #include "outline/StoreTemplate.h"
 
 #include "TemplateWorld.h"
+#include "support/Commits.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -54,6 +55,15 @@ TEST_F(StoringATemplate, CopiesTableFolderDatabaseDocumentsAndListsIt) {
     EXPECT_EQ(registered(*state.gDbTemplate), QStringList{"T"});
     EXPECT_EQ(shown(workbench.TrvTemplate), keys);
     EXPECT_TRUE(messages.shown.empty());
+}
+
+// A table that a killed process left without its row would refuse the plan ever after.
+TEST_F(StoringATemplate, TableAndRowOfTheTemplateLastTogether) {
+    makeCurrentPlan({"T", "T.1d", "T.2d"});
+    test::Commits commits(state.gDbTemplate->Name());
+    EXPECT_EQ(store().result, Stored::stored);
+    EXPECT_EQ(commits.count(), 1);
+    EXPECT_FALSE(state.gWs->InTransaction());
 }
 
 TEST_F(StoringATemplate, TheDatabaseOfTheFolderStandsAlone) {
