@@ -25,4 +25,12 @@ const QString& bareName(const QString& table) {
     return table;
 }
 
+QString bracketedName(const QString& table) {
+    if (table.contains(u'[') || table.contains(u']')) {
+        throw RunTimeError(error::nameInvalid,
+                           QStringLiteral("名称“%1”中有方括号").arg(table).toStdU16String());
+    }
+    return u'[' + table + u']';
+}
+
 } // namespace qvnd::outline

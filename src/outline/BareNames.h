@@ -9,4 +9,8 @@ namespace qvnd::outline {
 // table's alias.
 const QString& bareName(const QString& table);
 
+// The name in brackets. Error 3125 with a plain word for a name with a bracket in it, which could
+// make the statement mean another table.
+QString bracketedName(const QString& table);
+
 } // namespace qvnd::outline

@@ -1,5 +1,6 @@
 #include "outline/BrowseDocument.h"
 
+#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
@@ -28,7 +29,8 @@ void dropDocument(modMain& state, Workbench& workbench, const Services& services
     services.messages.tell("找不到 [ " + path + " ] \n此文件可能是被删除了,或是文件路径名不正确！",
                            Icon::exclamation, QStringLiteral("提示"));
     OutlineTree& tree = workbench.TrvCurrent;
-    state.gDbUser->Execute("DELETE * FROM [" + tree.Item(1).Text() + "] WHERE KEY=" + quoted(key));
+    const QString table = bracketedName(tree.Item(1).Text());
+    state.gDbUser->Execute("DELETE * FROM " + table + " WHERE KEY=" + quoted(key));
     tree.Remove(key);
     updateTreeTemplate(state, *state.gDbUser, workbench.TrvTemplate_Us, false, services.messages,
                        services.splash);

@@ -1,5 +1,6 @@
 #include "outline/BrowseTemplate.h"
 
+#include "outline/BareNames.h"
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "outline/TemplateLibrary.h"
@@ -13,20 +14,12 @@ using desktop::Icon;
 
 const QString hint = QStringLiteral("提示");
 
-// A bracket within the brackets could make the statement mean another table.
-const QString& withoutBrackets(const QString& name) {
-    if (name.contains(u'[') || name.contains(u']')) {
-        throw RunTimeError(error::nameInvalid, ("名称“" + name + "”中有方括号").toStdU16String());
-    }
-    return name;
-}
-
 Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                     const QString& key, const QString& path) {
     messages.tell("找不到 [ " + path + " ]\n此文件可能是被删除了,或是文件、路径名不正确！",
                   Icon::exclamation, hint);
-    const QString& table = withoutBrackets(workbench.TrvTemplate.Item(1).Text());
-    state.gDbTemplate->Execute("DELETE * FROM [" + table + "] WHERE KEY=" + quoted(key));
+    const QString table = bracketedName(workbench.TrvTemplate.Item(1).Text());
+    state.gDbTemplate->Execute("DELETE * FROM " + table + " WHERE KEY=" + quoted(key));
     workbench.TrvCurrent.Remove(key);
     return Browsed::fileMissing;
 }

@@ -85,6 +85,16 @@ TEST_F(BrowseDocuments, TheTableOfADropStandsInBrackets) {
     EXPECT_EQ(keys("甲 乙"), QStringList({"甲 乙"}));
 }
 
+TEST_F(BrowseDocuments, ATextWithBracketsNamesNoTable) {
+    makePlan("U", {{"U", "U"}, {"T.2", "同键", "是"}});
+    openPlan("T", "T.2");
+    workbench.TrvCurrent.setText(workbench.TrvCurrent.Item("T"), "U] [T");
+    browseOrDropDocument(state, workbench, services(), preview);
+    EXPECT_EQ(messages.shown.size(), 2U);
+    EXPECT_EQ(keys("U"), QStringList({"U", "T.2"}));
+    EXPECT_TRUE(workbench.TrvCurrent.find("T.2"));
+}
+
 TEST_F(BrowseDocuments, TheFirstNodesTextIsThePlan) {
     makeFile("T.2");
     makePlan({"U", "U.1"});
