@@ -19,6 +19,7 @@
 #include <QListWidget>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextBlock>
 #include <QToolBar>
 #include <QWindow>
 
@@ -176,13 +177,22 @@ TEST_F(HelpWindow, ZoomsAndGoesBackToTheUsualSize) {
     EXPECT_EQ(viewer().browser().font().pointSize(), usual);
 }
 
-TEST_F(HelpWindow, StyleComesOutOfTheHelpFile) {
+TEST_F(HelpWindow, PicturesAndStyleComeOutOfTheHelpFile) {
     help.showPage(file, "frmBid");
-    EXPECT_TRUE(viewer()
-                    .browser()
-                    .loadResource(QTextDocument::StyleSheetResource, QUrl("help.css"))
+    auto& browser = viewer().browser();
+    const QUrl picture("pictures/frmBid.png");
+    EXPECT_FALSE(
+        browser.loadResource(QTextDocument::ImageResource, picture).toByteArray().isEmpty());
+    EXPECT_TRUE(browser.loadResource(QTextDocument::StyleSheetResource, QUrl("help.css"))
                     .toString()
                     .contains("h1"));
+}
+
+TEST_F(HelpWindow, ThePageWearsItsStyle) {
+    help.showPage(file, "DlgNew");
+    const QTextBlock heading = viewer().browser().document()->firstBlock();
+    EXPECT_EQ(heading.text(), "新建方案、工程信息");
+    EXPECT_EQ(heading.begin().fragment().charFormat().foreground().color(), QColor("#1d4e89"));
 }
 
 TEST_F(HelpWindow, EscapeClosesIt) {

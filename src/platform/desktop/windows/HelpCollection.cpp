@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHelpEngine>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -132,6 +133,14 @@ QUrl HelpCollection::pageOf(const QString& window) const {
 
 QList<QUrl> HelpCollection::pages() const {
     return engine_->files(namespace_, QStringList(), u"html"_s);
+}
+
+QString HelpCollection::html(const QUrl& page) const {
+    static const QString chinese =
+        u"\\x{2018}-\\x{201d}\\x{2026}\\x{3000}-\\x{303f}\\x{4e00}-\\x{9fff}\\x{ff00}-\\x{ffef}"_s;
+    static const QRegularExpression lineBreak(
+        u"(?<=[%1])\\n\\s*(?=[%1<])|(?<=>)\\n\\s*(?=[%1])"_s.arg(chinese));
+    return QString::fromUtf8(data(page)).remove(lineBreak);
 }
 
 QByteArray HelpCollection::data(const QUrl& url) const { return engine_->fileData(url); }

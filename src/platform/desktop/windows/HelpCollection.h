@@ -34,6 +34,9 @@ public:
     // The page of one window, by its object name; empty when it has none.
     QUrl pageOf(const QString& window) const;
     QList<QUrl> pages() const;
+    // The text of a page as HTML. Line breaks of the source beside Chinese are gone, where HTML
+    // would otherwise show a blank.
+    QString html(const QUrl& page) const;
     // Of a page, a picture or a style sheet; empty for what is not in the file.
     QByteArray data(const QUrl& url) const;
 

@@ -14,11 +14,15 @@ HelpTextBrowser::HelpTextBrowser(const HelpCollection& collection, QWidget* pare
 }
 
 QVariant HelpTextBrowser::loadResource(int type, const QUrl& name) {
-    const QByteArray content = collection_.data(collection_.home().resolved(name));
-    if (type == QTextDocument::ImageResource) {
-        return content;
+    const QUrl url = collection_.home().resolved(name);
+    switch (type) {
+    case QTextDocument::HtmlResource:
+        return collection_.html(url);
+    case QTextDocument::ImageResource:
+        return collection_.data(url);
+    default:
+        return QString::fromUtf8(collection_.data(url));
     }
-    return QString::fromUtf8(content);
 }
 
 void HelpTextBrowser::mark(const QStringList& words) {

@@ -27,7 +27,7 @@ namespace qvnd::desktop {
 
 namespace {
 
-constexpr QSize usualSize{940, 680};
+constexpr QSize usualSize{1120, 740};
 constexpr int navigationWidth = 270;
 
 template <typename Control>
@@ -64,9 +64,9 @@ QModelIndex entryOf(const QHelpContentModel& contents, const QUrl& page,
     return {};
 }
 
-HelpText textOf(const QUrl& page, const QByteArray& html) {
+HelpText textOf(const QUrl& page, const QString& html) {
     QTextDocument document;
-    document.setHtml(QString::fromUtf8(html));
+    document.setHtml(html);
     return {page, document.metaInformation(QTextDocument::DocumentTitle), document.toPlainText()};
 }
 
@@ -225,7 +225,7 @@ const HelpSearch& HelpViewer::pages() {
     if (!pages_) {
         std::vector<HelpText> texts;
         for (const QUrl& page : collection_.pages()) {
-            texts.push_back(textOf(page, collection_.data(page)));
+            texts.push_back(textOf(page, collection_.html(page)));
         }
         pages_ = std::make_unique<HelpSearch>(std::move(texts));
     }
