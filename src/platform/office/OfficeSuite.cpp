@@ -1,6 +1,7 @@
 #include "platform/office/OfficeSuite.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/office/ProcessGroup.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -91,6 +92,7 @@ void OfficeSuite::run(const QStringList& arguments, const QString& source) const
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
+    setOwnGroup(process);
     process.start(program_, QStringList{u"-env:UserInstallation="_s + profile, u"--headless"_s,
                                         u"--norestore"_s, u"--nolockcheck"_s} +
                                 arguments);
@@ -99,7 +101,7 @@ void OfficeSuite::run(const QStringList& arguments, const QString& source) const
     while (!process.waitForFinished(lookAfterMs) && process.state() != QProcess::NotRunning) {
         const bool stopped = stop_ && stop_();
         if (stopped || clock.hasExpired(patienceFor(source))) {
-            process.kill();
+            endGroup(process);
             process.waitForFinished();
             throw stopped
                 ? failure(invalidCall, u"转换已停止。"_s)

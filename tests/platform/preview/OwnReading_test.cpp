@@ -21,6 +21,11 @@ DocumentReading readingOf(const test::ContentBuilder& builder, const ReadingLimi
     return ownReading(test::readBack(builder.content), limits);
 }
 
+word::Bytes listOf(const SprmList& list) {
+    const word::ByteView view = list.data();
+    return {view.begin(), view.end()};
+}
+
 const TextLook& lookOf(const DocumentReading& reading, const TextRun& run) {
     return reading.looks.at(run.look);
 }
@@ -31,8 +36,8 @@ TEST(OwnReading, RunsBearTheLooksOfStyleAndCharacters) {
     heading.character =
         SprmList().byte(sprm::CFBold, 1).word(sprm::CHps, 32).in(builder.content.tables.lists);
     builder.add({{u"第一章", {}},
-                 {u"红", SprmList().byte(sprm::CIco, 6).byte(sprm::CFItalic, 1).data()},
-                 {u"蓝\r", SprmList().dword(sprm::CCv, 0x00FF0000).byte(sprm::CKul, 1).data()}},
+                 {u"红", listOf(SprmList().byte(sprm::CIco, 6).byte(sprm::CFItalic, 1))},
+                 {u"蓝\r", listOf(SprmList().dword(sprm::CCv, 0x00FF0000).byte(sprm::CKul, 1))}},
                 1);
     const DocumentReading reading = readingOf(builder);
     const Paragraph& paragraph = paragraphOf(reading.blocks.at(0));
@@ -53,13 +58,12 @@ TEST(OwnReading, RunsBearTheLooksOfStyleAndCharacters) {
 TEST(OwnReading, ParagraphsBearIndentsSpacingAndAlignmentInPoints) {
     test::ContentBuilder builder;
     builder.add({test::plain(u"正文\r")}, 0,
-                SprmList()
-                    .byte(sprm::PJc, 1)
-                    .word(sprm::PDxaLeft, 420)
-                    .word(sprm::PDxaLeft1, 0xFE5C) // -420
-                    .word(sprm::PDyaBefore, 120)
-                    .dword(sprm::PDyaLine, 0x00010168) // one line and a half
-                    .data());
+                listOf(SprmList()
+                           .byte(sprm::PJc, 1)
+                           .word(sprm::PDxaLeft, 420)
+                           .word(sprm::PDxaLeft1, 0xFE5C) // -420
+                           .word(sprm::PDyaBefore, 120)
+                           .dword(sprm::PDyaLine, 0x00010168)));
     const DocumentReading reading = readingOf(builder);
     const ParagraphLook& look = paragraphOf(reading.blocks.at(0)).look;
     EXPECT_EQ(look.alignment, Alignment::centre);
@@ -127,7 +131,7 @@ void addList(test::ContentBuilder& builder, unsigned flags = 0) {
 }
 
 word::Bytes inList(unsigned level) {
-    return SprmList().byte(sprm::PIlvl, level).word(sprm::PIlfo, 1).data();
+    return listOf(SprmList().byte(sprm::PIlvl, level).word(sprm::PIlfo, 1));
 }
 
 QStringList labelsOf(const test::ContentBuilder& builder) {
@@ -160,7 +164,7 @@ TEST(OwnReading, ALevelInLegalFormShowsAllItsNumbersInDigits) {
 // Text of cells, and the row's end with edges at the given places.
 void addRow(test::ContentBuilder& builder, const std::vector<std::u16string>& cells,
             const std::vector<int>& edges, const std::vector<unsigned>& flags = {}) {
-    const word::Bytes inTable = SprmList().byte(sprm::PFInTable, 1).dword(sprm::PItap, 1).data();
+    const word::Bytes inTable = listOf(SprmList().byte(sprm::PFInTable, 1).dword(sprm::PItap, 1));
     word::LittleEndianWriter definition;
     const std::size_t size = 2 + edges.size() * 2 + cells.size() * 20;
     definition.u16(static_cast<unsigned>(size));
@@ -172,12 +176,11 @@ void addRow(test::ContentBuilder& builder, const std::vector<std::u16string>& ce
         definition.u16(i < flags.size() ? flags[i] : 0);
         definition.zeros(18);
     }
-    const word::Bytes rowEnd = SprmList()
-                                   .byte(sprm::PFInTable, 1)
-                                   .dword(sprm::PItap, 1)
-                                   .byte(sprm::PFTtp, 1)
-                                   .bytes(sprm::TDefTable, definition.data())
-                                   .data();
+    const word::Bytes rowEnd = listOf(SprmList()
+                                          .byte(sprm::PFInTable, 1)
+                                          .dword(sprm::PItap, 1)
+                                          .byte(sprm::PFTtp, 1)
+                                          .bytes(sprm::TDefTable, definition.data()));
     for (const std::u16string& cell : cells) {
         builder.add({test::plain(cell + u"\x07")}, 0, inTable);
     }
@@ -246,7 +249,7 @@ TEST(OwnReading, AnInlinePictureComesWithItsFileAndSize) {
     auto picture = *word::Picture::fromImage(file);
     picture.setWidth(2000);
     builder.content.tables.blobs.push_back(picture.blob());
-    builder.add({{u"\x01", SprmList().dword(sprm::CPicLocation, 0).byte(sprm::CFSpec, 1).data()},
+    builder.add({{u"\x01", listOf(SprmList().dword(sprm::CPicLocation, 0).byte(sprm::CFSpec, 1))},
                  test::plain(u"\r")});
     const DocumentReading reading = readingOf(builder);
     const Paragraph& paragraph = paragraphOf(reading.blocks.at(0));

@@ -32,11 +32,16 @@ void paintPaper(QPainter& painter, const QRect& page) {
     painter.fillRect(page, Qt::white);
 }
 
-QString cutLine() { return u"文档较长，这里只显示开头部分，打开文档可查看全文。"_s; }
+// Where exact pages follow, the reading is only a first sight.
+QString cutLine(bool exactPagesFollow) {
+    return exactPagesFollow ? u"文档较长，这里先显示开头部分，其余内容随精确版面显示。"_s
+                            : u"文档较长，这里只显示开头部分，打开文档可查看全文。"_s;
+}
 
 } // namespace
 
-PreviewPane::PreviewPane(QWidget* parent) : QWidget(parent), notice_(new QLabel(this)) {
+PreviewPane::PreviewPane(PageConversion& conversion, QWidget* parent)
+    : QWidget(parent), conversion_(conversion), notice_(new QLabel(this)) {
     setObjectName(u"Olesee"_s);
     setAccessibleName(u"文档视图"_s);
     setFocusPolicy(Qt::StrongFocus);
@@ -67,7 +72,8 @@ void PreviewPane::show(const QString& path) {
             update();
         }
     };
-    load_ = std::make_unique<ReadingLoad>(path, cutLine(), std::move(receiver));
+    load_ = std::make_unique<ReadingLoad>(path, cutLine(conversion_.isAvailable()),
+                                          std::move(receiver));
     try {
         if (ReadingLoad::Pages pages = load_->wait(firstSight)) {
             showReading(std::move(pages));
@@ -87,8 +93,11 @@ void PreviewPane::hide() {
 }
 
 void PreviewPane::letGo() {
+    wish_.reset();
     load_.reset();
     source_ = nullptr;
+    isExact_ = false;
+    exact_.reset();
     reading_.reset();
     path_.clear();
     pages_ = 0;
@@ -103,9 +112,58 @@ void PreviewPane::letGo() {
 void PreviewPane::showReading(ReadingLoad::Pages pages) {
     say({});
     const int top = -y(); // more pages come below, and nothing above moves
+    const bool isFirst = !reading_;
     reading_ = std::move(pages);
     showPages(*reading_);
-    keepPlace(top);
+    if (isFirst) {
+        convert();
+    } else {
+        keepPlace(top);
+    }
+}
+
+void PreviewPane::convert() {
+    if (conversion_.isAvailable()) {
+        wish_ = conversion_.convert(
+            path_, [this](const PageConversion::Outcome& outcome) { takeConversion(outcome); });
+    }
+}
+
+void PreviewPane::takeConversion(const PageConversion::Outcome& outcome) {
+    QString failure = outcome.failure;
+    if (failure.isEmpty()) {
+        exact_ = std::make_unique<PdfPages>(outcome.pdf);
+        failure = exact_->isValid() ? QString() : u"转换的结果无法打开。"_s;
+    }
+    if (!failure.isEmpty()) {
+        exact_.reset();
+        say(failure + u"这里显示的是按内容读出的版面。"_s);
+        return;
+    }
+    connect(exact_.get(), &PdfPages::drawn, this, &PreviewPane::showExactPages);
+    exact_->prepare(std::min(pageSeen(), exact_->count() - 1), places_.front().width(),
+                    devicePixelRatioF());
+}
+
+// Once the page that is seen is drawn, so that no white one comes in between.
+void PreviewPane::showExactPages() {
+    if (!isExact_) {
+        const double place = -double(y()) / std::max(1, height());
+        isExact_ = true;
+        showPages(*exact_);
+        load_.reset();
+        reading_.reset();
+        const int total = std::max(heightForWidth(width()), areaHeight());
+        keepPlace(qRound(place * total));
+    }
+    update();
+}
+
+// The first one that reaches into the area.
+int PreviewPane::pageSeen() const {
+    const auto seen = std::find_if(places_.begin(), places_.end(),
+                                   [this](const QRect& page) { return page.bottom() >= -y(); });
+    return static_cast<int>(std::min(seen, places_.end() - 1) - places_.begin());
 }
 
 void PreviewPane::showPages(PageSource& source) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/preview/DocumentPreview.h"
+#include "platform/preview/PageConversion.h"
 #include "platform/preview/windows/PageColumn.h"
+#include "platform/preview/windows/PdfPages.h"
 #include "platform/preview/windows/ReadingLoad.h"
 
 #include <QWidget>
@@ -12,19 +14,20 @@ class QLabel;
 
 namespace qvnd::preview {
 
-class PageSource;
-
 // The document view (Olesee): pages on a grey desk, fitted to its width, as high as they need.
 // It stands in a clip area, its parent, and moves itself there for wheel and keys (Page Up, Page
 // Down, arrows, Home, End); whoever owns the area may move it as well.
 //
 // What our own engine reads of a document is shown at once, of a long one the first pages, to which
-// the others come. A document that takes longer to read is announced, and the window goes on.
+// the others come. A document that takes longer to read is announced, and the window goes on. With
+// an office suite the exact pages take over when they are there, at the place that is seen; why
+// they do not come is said in the pane.
 class PreviewPane : public QWidget, public DocumentPreview {
     Q_OBJECT
 
 public:
-    explicit PreviewPane(QWidget* parent = nullptr);
+    // `conversion` must outlive the pane.
+    explicit PreviewPane(PageConversion& conversion, QWidget* parent = nullptr);
     ~PreviewPane() override;
 
     // Throws RunTimeError with a Chinese reason when the file cannot be opened at all: missing,
@@ -39,6 +42,8 @@ public:
 
     // 0 without a document.
     int pageCount() const { return pages_; }
+    // Whether the pages seen are the exact ones.
+    bool isExact() const { return isExact_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -51,15 +56,23 @@ private:
     void letGo();
     void showReading(ReadingLoad::Pages pages);
     void showPages(PageSource& source);
+    void convert();
+    void takeConversion(const PageConversion::Outcome& outcome);
+    void showExactPages();
+    int pageSeen() const;
     void say(const QString& text);
     void placeNotice();
     int areaHeight() const;
     void scrollTo(int top);
     void keepPlace(int top);
 
+    PageConversion& conversion_;
     QString path_;
     std::unique_ptr<ReadingLoad> load_;
     std::unique_ptr<ReadingPages> reading_;
+    std::unique_ptr<PageConversion::Wish> wish_;
+    std::unique_ptr<PdfPages> exact_;
+    bool isExact_ = false;
     PageSource* source_ = nullptr; // what is on the screen
     int pages_ = 0;
     PageColumn column_;

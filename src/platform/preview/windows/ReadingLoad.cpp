@@ -6,6 +6,7 @@
 #include "platform/word/engine/DocumentSource.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QImageReader>
 #include <QThread>
 #include <QThreadPool>
@@ -52,11 +53,11 @@ std::optional<RunTimeError> failureOf(const std::exception& failure) {
 
 } // namespace
 
-// What thread and receiver share; the lock guards all of it.
+// What thread and receiver share.
 struct ReadingLoad::Shared : std::enable_shared_from_this<Shared> {
-    std::mutex lock;
+    std::mutex lock; // of isDone and isLate
     std::condition_variable ready;
-    QObject* mailbox = nullptr; // nothing when the receiver has gone
+    Mailbox::Sender mail;
     Receiver receiver;
     bool isDone = false;
     bool isLate = false; // the receiver did not wait for it
@@ -65,18 +66,14 @@ struct ReadingLoad::Shared : std::enable_shared_from_this<Shared> {
     bool isWhole = false;
     std::optional<RunTimeError> failure;
 
-    template <typename Call>
-    void post(Call call) {
-        if (mailbox != nullptr) {
-            QMetaObject::invokeMethod(mailbox, std::move(call), Qt::QueuedConnection);
-        }
-    }
+    Shared(Mailbox::Sender sender, Receiver given)
+        : mail(std::move(sender)), receiver(std::move(given)) {}
 
     void finish() {
         const std::scoped_lock guard(lock);
         isDone = true;
         if (isLate) {
-            post([self = shared_from_this()] { self->handOverLate(); });
+            mail.post([self = shared_from_this()] { self->handOverLate(); });
         }
         ready.notify_all();
     }
@@ -87,11 +84,6 @@ struct ReadingLoad::Shared : std::enable_shared_from_this<Shared> {
         } else {
             receiver.read(std::move(first), isWhole);
         }
-    }
-
-    bool isWanted() {
-        const std::scoped_lock guard(lock);
-        return mailbox != nullptr;
     }
 };
 
@@ -105,7 +97,7 @@ public:
     void run() {
         DocumentReading reading;
         const auto document = readFirstPages(reading);
-        if (document && reading.isCut && shared_->isWanted()) {
+        if (document && reading.isCut && shared_->mail.isOpen()) {
             reading = ownReading(*document);
             handOver(pagesOf(reading));
         }
@@ -130,6 +122,7 @@ private:
 
     Pages pagesOf(const DocumentReading& reading) const {
         auto pages = std::make_unique<ReadingPages>(reading, lastLine_);
+        QCoreApplication::processEvents(); // its timers belong to this thread
         pages->moveTo(target_);
         return pages;
     }
@@ -137,16 +130,16 @@ private:
     // A queued call can be copied, pages cannot.
     void handOver(Pages pages) {
         const auto held = std::make_shared<Pages>(std::move(pages));
-        const std::scoped_lock guard(shared_->lock);
-        shared_->post([shared = shared_, held] { shared->receiver.read(std::move(*held), true); });
+        shared_->mail.post(
+            [shared = shared_, held] { shared->receiver.read(std::move(*held), true); });
     }
 
     void decodePictures(const std::vector<Picture>& pictures) {
-        for (std::size_t i = 0; i < pictures.size() && shared_->isWanted(); ++i) {
+        for (std::size_t i = 0; i < pictures.size() && shared_->mail.isOpen(); ++i) {
             const QImage image = decoded(pictures[i]);
             if (!image.isNull()) {
-                const std::scoped_lock guard(shared_->lock);
-                shared_->post([shared = shared_, i, image] { shared->receiver.picture(i, image); });
+                shared_->mail.post(
+                    [shared = shared_, i, image] { shared->receiver.picture(i, image); });
             }
         }
     }
@@ -158,20 +151,14 @@ private:
 };
 
 ReadingLoad::ReadingLoad(const QString& path, const QString& lastLine, Receiver receiver)
-    : shared_(std::make_shared<Shared>()) {
-    shared_->mailbox = new QObject;
-    shared_->receiver = std::move(receiver);
+    : shared_(std::make_shared<Shared>(mailbox_.sender(), std::move(receiver))) {
     QThreadPool::globalInstance()->start(
         [work = std::make_shared<Work>(shared_, path, lastLine, QThread::currentThread())] {
             work->run();
         });
 }
 
-ReadingLoad::~ReadingLoad() {
-    const std::scoped_lock guard(shared_->lock);
-    delete shared_->mailbox; // takes what is on its way with it
-    shared_->mailbox = nullptr;
-}
+ReadingLoad::~ReadingLoad() = default;
 
 ReadingLoad::Pages ReadingLoad::wait(std::chrono::milliseconds patience) {
     std::unique_lock guard(shared_->lock);

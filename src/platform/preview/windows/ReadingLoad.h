@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/preview/Mailbox.h"
 #include "platform/preview/windows/ReadingPages.h"
 
 #include <QImage>
@@ -39,6 +40,7 @@ private:
     struct Shared;
     class Work;
 
+    Mailbox mailbox_;
     std::shared_ptr<Shared> shared_;
 };
 
