@@ -77,6 +77,7 @@ Selection.TypeParagraph
 Selection.ParagraphFormat.Alignment = 1
 Selection.Font.Name = 宋体
 Selection.Font.Size = 14
+Selection.Font.Bold = false
 Selection.TypeText 2003-5-1
 Selection.ParagraphFormat.Alignment = 1
 Selection.Font.Name = 宋体

@@ -11,6 +11,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <set>
 
 using namespace Qt::StringLiterals;
 using namespace qvnd;
@@ -90,6 +91,22 @@ protected:
     word::DocumentData generated() const {
         return word::readDocument(place("work") / u"施工方案.doc");
     }
+    // Whether all characters of the first such words are bold, or all are not; fails otherwise.
+    bool isBold(std::u16string_view words) const {
+        const word::DocumentData data = generated();
+        const auto at = data.main.text.find(words);
+        EXPECT_NE(at, std::u16string::npos);
+        std::set<unsigned> found;
+        word::Cp begin = 0;
+        for (const word::CharacterRun& run : data.main.characters) {
+            const auto bold = word::findSprm(data.tables.lists[run.properties], word::sprm::CFBold);
+            if (begin + run.length > at && begin < at + words.size())
+                found.insert(bold ? bold->operand[0] : 0U);
+            begin += run.length;
+        }
+        EXPECT_EQ(found.size(), 1U);
+        return found == std::set<unsigned>{1};
+    }
     // The lines of the document that are not blank.
     std::string generatedLines() const {
         const word::DocumentData data = generated();
@@ -164,6 +181,15 @@ TEST_F(GeneratedDocument, SetsTheBodyFontOverEveryCharacterThatCameIn) {
         }
         begin += run.length;
     }
+}
+
+TEST_F(GeneratedDocument, TheNamesOfTheCoverAreBoldAndItsDateIsNot) {
+    plan();
+    generate();
+    EXPECT_TRUE(isBold(u"工程名称"));
+    EXPECT_TRUE(isBold(u"单位名称"));
+    EXPECT_FALSE(isBold(u"2026-5-1"));
+    EXPECT_TRUE(isBold(u"目录"));
 }
 
 TEST_F(GeneratedDocument, AMissingDocumentIsNamedAndTheRestIsThere) {

@@ -19,8 +19,8 @@ void setSize(GenerationRun& run, const SettingsRow& cover, QStringView field) {
     run.attempt([&] { run.word.selection().Font().setSize(cover.fontSize(field)); });
 }
 
-void setBold(GenerationRun& run) {
-    run.attempt([&] { run.word.selection().Font().setBold(true); });
+void setBold(GenerationRun& run, bool bold) {
+    run.attempt([&] { run.word.selection().Font().setBold(bold); });
 }
 
 void centre(GenerationRun& run) {
@@ -36,7 +36,7 @@ void typeProjectName(GenerationRun& run, const SettingsRow& cover) {
     typeParagraphs(run, 2);
     setFont(run, cover, u"工程字体");
     setSize(run, cover, u"工程字号");
-    setBold(run);
+    setBold(run, true);
     centre(run);
     typeParagraphs(run, 1);
     typeField(run, cover, u"工程名称");
@@ -54,7 +54,7 @@ void typeSpacing(GenerationRun& run, const SettingsRow& cover) {
 
 void typeOrganisation(GenerationRun& run, const SettingsRow& cover) {
     setFont(run, cover, u"单位字体");
-    setBold(run);
+    setBold(run, true);
     typeField(run, cover, u"单位名称");
     centre(run);
     run.attempt([&] {
@@ -69,12 +69,15 @@ void typeDate(GenerationRun& run, const SettingsRow& cover) {
     setSize(run, cover, u"日期字号");
     bool dated = false;
     run.attempt([&] { dated = !cover.value(u"日期").IsNull(); });
-    if (dated)
+    if (dated) {
+        // The names' bold is still in force; the date stands without it.
+        setBold(run, false);
         typeField(run, cover, u"日期");
+    }
     // Set behind the date: it carries into what is typed next.
     centre(run);
     setFont(run, cover, u"日期字体");
-    setBold(run);
+    setBold(run, true);
     setSize(run, cover, u"日期字号");
 }
 
