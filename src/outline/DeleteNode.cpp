@@ -1,6 +1,7 @@
 #include "outline/DeleteNode.h"
 
 #include "outline/BareNames.h"
+#include "outline/InformationTable.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
@@ -53,7 +54,7 @@ private:
     void deletePlan(const QString& plan) {
         jet::Database& db = *state_.gDbUser;
         db.TableDefs().Delete(plan);
-        db.TableDefs().Delete(plan + "Org");
+        deleteInformationTable(db, plan);
         for (const char* list : {"遍历表", "当前表"}) {
             db.Execute(QStringLiteral("Delete * from ") + list + " where 名称=" + quoted(plan));
         }

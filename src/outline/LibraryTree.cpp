@@ -1,5 +1,6 @@
 #include "outline/LibraryTree.h"
 
+#include "outline/InformationTable.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
@@ -77,10 +78,11 @@ private:
 
     void forget(const QString& name) {
         statement([&] { list_->Delete(); });
-        for (const QString& table : {name, name + "Org"}) {
-            if (db_.TableDefs().Contains(table)) {
-                statement([&] { db_.TableDefs().Delete(table); });
-            }
+        if (db_.TableDefs().Contains(name)) {
+            statement([&] { db_.TableDefs().Delete(name); });
+        }
+        if (hasInformationTable(db_, name)) {
+            statement([&] { deleteInformationTable(db_, name); });
         }
     }
 

@@ -1,8 +1,8 @@
 #include "plans/DeletePlan.h"
 
+#include "outline/InformationTable.h"
 #include "outline/PlanFolder.h"
 #include "outline/QueryText.h"
-#include "plans/PlanInformation.h"
 #include "platform/error/IgnoringErrors.h"
 
 namespace qvnd::plans {
@@ -15,7 +15,7 @@ void deleteTables(jet::Database& db, const QString& plan) {
         return;
     }
     ignoringErrors([&] { db.TableDefs().Delete(plan); });
-    ignoringErrors([&] { db.TableDefs().Delete(informationTableOf(plan)); });
+    ignoringErrors([&] { outline::deleteInformationTable(db, plan); });
 }
 
 void forgetCurrent(jet::Database& db) {

@@ -305,6 +305,14 @@ TEST_F(DeleteNodes, AMissingTableEndsItInSilence) {
     EXPECT_TRUE(state.gWs->InTransaction());
 }
 
+TEST_F(DeleteNodes, AnOutlineNamedLikeTheMissingInformationTableStays) {
+    makePlan({"T", "T.1"});
+    makeWholePlan({"TOrg", "TOrg.1"});
+    EXPECT_EQ(remove("T", "T"), Deleted::failed);
+    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(keys("TOrg"), QStringList({"TOrg", "TOrg.1"}));
+}
+
 struct SilentNumbers : DeleteNodes, testing::WithParamInterface<long> {};
 INSTANTIATE_TEST_SUITE_P(Numbers, SilentNumbers, testing::Values(3265, 20, 0, -1, -2147221504));
 

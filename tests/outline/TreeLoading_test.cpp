@@ -220,6 +220,17 @@ TEST_F(LibraryTrees, ATemplateWhoseFolderIsGoneIsForgottenWithoutAWord) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(LibraryTrees, AnOutlineNamedLikeAnInformationTableIsNotForgottenWithAnother) {
+    makeTemplate("甲");
+    makeTemplate("甲Org");
+    QDir(folder.path("Sys/标书模板/甲")).removeRecursively();
+    refreshTemplates();
+    EXPECT_EQ(registered(*state.gDbTemplate), QStringList({"甲Org"}));
+    EXPECT_EQ(shown(templates), QStringList({"甲Org", "甲Org.1"}));
+    EXPECT_TRUE(folder.exists("Sys/标书模板/甲Org/甲Org.mdb"));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
 TEST_F(LibraryTrees, ATemplateWhoseTableIsGoneLosesItsDatabaseFileToo) {
     makeTemplate("甲");
     state.gDbTemplate->TableDefs().Delete("甲");

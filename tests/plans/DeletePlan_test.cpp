@@ -143,6 +143,16 @@ TEST_F(DeletePlans, WithoutASelectedPlanNoTableIsTouchedNotEvenOneCalledOrg) {
     EXPECT_EQ(plans(), QStringList({"甲", "Org"}));
 }
 
+TEST_F(DeletePlans, AnOutlineNamedLikeAMissingInformationTableStays) {
+    makePlan("甲", {{"甲", "甲"}, {"甲.1", "章"}});
+    makeWholePlan("甲Org");
+    click("甲", "甲");
+    EXPECT_TRUE(remove());
+    EXPECT_FALSE(hasTable("甲"));
+    EXPECT_EQ(plans(), QStringList({"甲Org"}));
+    EXPECT_EQ(keys("甲Org"), QStringList({"甲Org", "甲Org.1", "甲Org.2"}));
+}
+
 TEST_F(DeletePlans, AFolderInUseStaysWholeAndTheRestGoesWithoutAWord) {
     makeWholePlan("甲");
     makeCurrent("甲");

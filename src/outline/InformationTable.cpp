@@ -1,0 +1,39 @@
+#include "outline/InformationTable.h"
+
+#include "platform/error/RunTimeError.h"
+#include "store/Names.h"
+
+namespace qvnd::outline {
+
+namespace {
+
+QString informationTable(const QString& plan) { return plan + store::informationSuffix.toString(); }
+
+bool isListed(jet::Database& db, const QString& name) {
+    if (!db.TableDefs().Contains(store::table::planList.toString())) {
+        return false;
+    }
+    const auto list = db.OpenRecordset("Select * from " + store::table::planList.toString());
+    for (; !list->Eof(); list->MoveNext()) {
+        if (list->Get(store::field::name).TextOrEmpty().compare(name, Qt::CaseInsensitive) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+bool hasInformationTable(jet::Database& db, const QString& plan) {
+    const QString table = informationTable(plan);
+    return db.TableDefs().Contains(table) && !isListed(db, table);
+}
+
+void deleteInformationTable(jet::Database& db, const QString& plan) {
+    if (!hasInformationTable(db, plan)) {
+        throw RunTimeError(error::itemNotFound, u"在此集合中找不到项目");
+    }
+    db.TableDefs().Delete(informationTable(plan));
+}
+
+} // namespace qvnd::outline
