@@ -6,6 +6,7 @@
 #include "plans/PlanInformation.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
+#include "platform/jet/LastingTogether.h"
 #include "store/PlanTables.h"
 
 namespace qvnd::plans {
@@ -58,6 +59,7 @@ bool DlgNew::createPlan() {
     if (!replaceFolder(name)) {
         return false;
     }
+    jet::LastingTogether changes(*state_.gWs);
     createTables(name);
     addRootRow(name);
     createPlanDatabase(name);
@@ -67,6 +69,7 @@ bool DlgNew::createPlan() {
     state_.gDbPlan->Close();
     state_.gDbPlan.reset();
     registerPlan(name);
+    changes.end();
     showAsCurrent(name);
     outline::updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, true, messages_,
                                 splash_);

@@ -1,6 +1,7 @@
 #include "plans/DlgNew.h"
 
 #include "plans/PlanInformation.h"
+#include "support/Commits.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -46,6 +47,15 @@ TEST_F(NewPlan, ANewPlanHasItsRootRowAloneInBothDatabases) {
     EXPECT_EQ(column(*state.gDbUser, "工程甲", u"是否文档"), QStringList({"否"}));
     EXPECT_EQ(copiedKeys("工程甲"), QStringList({"工程甲"}));
     EXPECT_TRUE(messages.shown.empty());
+}
+
+// Tables that a killed process left without their row would refuse the name ever after. Before
+// them the plan is made the current one.
+TEST_F(NewPlan, TablesAndRegistrationLastTogether) {
+    test::Commits commits(state.gDbUser->Name());
+    create("工程甲");
+    EXPECT_EQ(commits.count(), 2);
+    EXPECT_FALSE(state.gWs->InTransaction());
 }
 
 TEST_F(NewPlan, ItsInformationIsTrimmedInBothDatabases) {
