@@ -47,4 +47,10 @@ void convertOldData(const modMain& state, desktop::InputBoxes& input, Conversion
     }
 }
 
+QStringList conversionNotice() {
+    return {QStringLiteral("如果你还不知道此项的具体功能请先看帮助。"),
+            QStringLiteral("因为意外的操作可能造成 2.2.1 版本以前生成"
+                           "的标书或模板不能在主界面窗口中显示出来！")};
+}
+
 } // namespace qvnd::plans

@@ -4,6 +4,7 @@
 #include "store/modMain.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace qvnd::plans {
 
@@ -27,5 +28,9 @@ public:
 // 转换标书: asks whether plans ("1") or templates ("2") are to be converted and shows the dialog
 // for them. Any other answer, an empty one included, ends it.
 void convertOldData(const modMain& state, desktop::InputBoxes& input, ConversionDialog& dialog);
+
+// The two paragraphs that warn of converting without need. No command shows them by itself; they
+// are for whoever offers the conversion to a user.
+QStringList conversionNotice();
 
 } // namespace qvnd::plans

@@ -70,6 +70,13 @@ TEST_F(Conversion, TheQuestionHasItsPromptTitleAndProposal) {
     EXPECT_EQ(input.asked[0].proposal, "1");
 }
 
+TEST_F(Conversion, TheNoticeOfItsRiskHasTwoParagraphs) {
+    EXPECT_EQ(conversionNotice(),
+              QStringList({"如果你还不知道此项的具体功能请先看帮助。",
+                           "因为意外的操作可能造成 2.2.1 "
+                           "版本以前生成的标书或模板不能在主界面窗口中显示出来！"}));
+}
+
 TEST_F(Conversion, AnEmptyAnswerOrAnyOtherEndsTheCommand) {
     for (const char* answer : {"", "0", "3", "12", "一"}) {
         EXPECT_TRUE(answered(answer).isEmpty()) << answer;
