@@ -222,7 +222,7 @@ QSet<QString> NodeMove::keysNow() {
 }
 
 void NodeMove::refreshTrees() {
-    rows_->Close();
+    errors_.statement([&] { rows_->Close(); });
     OutlineTree& tree = workbench_.TrvCurrent;
     errors_.statement([&] {
         const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_);
