@@ -1,5 +1,6 @@
 // qvnd_help_pictures HOME FOLDER: takes the pictures of the help from the real windows, on the
 // program folder HOME, and puts them into FOLDER. take-pictures runs it.
+#include "startup/windows/Pictures.h"
 #include "outline/windows/OutlineIcons.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/PreviewFrame.h"
@@ -79,7 +80,7 @@ private:
         frame_.resize(frameSize);
         frame_.findChild<QLabel*>(u"st1Panel1"_s)->setText(u"当前用户： 王建国"_s);
         frame_.findChild<QLabel*>(u"st1Panel2"_s)
-            ->setText(u"当前工作路径： /home/wang/文档/工程文档管理/"_s);
+            ->setText(u"当前工作路径： /home/wang/工程文档管理/"_s);
         settle(100);
         tree(u"TrvTemplate"_s).expandToDepth(0);
         tree(u"TrvTemplate_Us"_s).expandToDepth(0);
@@ -182,6 +183,7 @@ int main(int argc, char* argv[]) {
     QApplication::setApplicationName(u"卷宗编制系统"_s);
     QApplication::setApplicationDisplayName(u"卷宗编制系统"_s);
     QApplication::setApplicationVersion(QStringLiteral(QVND_VERSION));
+    QApplication::setWindowIcon(QIcon(startup::picture(u"qvnd"_s, QSize(64, 64))));
     const QString home = QString::fromLocal8Bit(argv[1]);
     auto registry = registry::RegistryFile::read(files::withSeparator(home) + u"registry.reg"_s);
     desktop::WidgetMessageBoxes messages;

@@ -21,7 +21,8 @@ HelpViewer& QtHelpWindow::open(const QString& helpFile) {
     viewer_.reset();
     collection_.reset();
     if (cacheFolder_.isEmpty()) {
-        cacheFolder_ = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + u"/help"_s;
+        cacheFolder_ = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                       u"/qvnd/help"_s;
     }
     collection_ = std::make_unique<HelpCollection>(helpFile, cacheFolder_);
     viewer_ = std::make_unique<HelpViewer>(*collection_);
