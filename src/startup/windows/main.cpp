@@ -55,8 +55,8 @@ void prepare(const QString& executables, const QString& home, registry::Registry
     }
 }
 
-outline::PreviewFrame* newPreview() {
-    auto* pane = new preview::PreviewPane;
+outline::PreviewFrame* newPreview(preview::PageConversion& conversion) {
+    auto* pane = new preview::PreviewPane(conversion);
     return new outline::PreviewFrame(*pane, *pane);
 }
 
@@ -84,11 +84,12 @@ int main(int argc, char* argv[]) {
     desktop::WidgetShell shell;
     desktop::QtHelpWindow help;
     startup::WordProcessor word(messages);
+    preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
     startup::DesktopRun run({registry,
                              {messages, splash, fileDialogs, events, word.factory()},
                              help,
                              shell,
-                             newPreview,
+                             [&conversion] { return newPreview(conversion); },
                              [] { QCoreApplication::exit(); }});
     QObject::connect(&instance, &startup::SingleInstance::startedAgain,
                      [&run] { run.bringToFront(); });
