@@ -192,6 +192,19 @@ TEST_F(GeneratedDocument, TheNamesOfTheCoverAreBoldAndItsDateIsNot) {
     EXPECT_TRUE(isBold(u"目录"));
 }
 
+TEST_F(GeneratedDocument, ACustomPageWhoseFileIsMissingLeavesTheCoverPageBlank) {
+    plan();
+    putTable(settings(), u"是否设置表"_s, {selectionRow(u"否", nullptr, u"否", nullptr, u"是")});
+    putTable(settings(), u"当前自定义"_s, {{{u"路径"_s, u"扉页"}}});
+    EXPECT_EQ(generate(), BuildOutcome::finished);
+    EXPECT_NE(linesOf("message").find("扉页.doc"), std::string::npos);
+    const word::DocumentData data = generated();
+    EXPECT_TRUE(data.main.text.starts_with(u"\r目录\r"));
+    ASSERT_GE(data.main.paragraphs.size(), 2U);
+    const auto& look = data.tables.lists[data.main.paragraphs[1].properties];
+    EXPECT_TRUE(word::findSprm(look, word::sprm::PFPageBreakBefore).has_value());
+}
+
 TEST_F(GeneratedDocument, AMissingDocumentIsNamedAndTheRestIsThere) {
     plan();
     std::filesystem::remove(place("plans") / u"工程" / u"工程.2.1.doc");

@@ -155,10 +155,10 @@ void StoryEditor::typeParagraph() {
 
 void StoryEditor::breakPage() {
     eraseSelection();
-    if (story_.paragraphStart(at_.start) != at_.start) {
+    if (at_.start == 0 || story_.paragraphStart(at_.start) != at_.start) {
         typeParagraph();
     }
-    if (at_.start == 0 || hasPageBreak(tables_.lists, story_.paragraphLook(at_.start))) {
+    if (hasPageBreak(tables_.lists, story_.paragraphLook(at_.start))) {
         return;
     }
     const Cp end = story_.paragraphEnd(at_.start);

@@ -37,8 +37,8 @@ public:
     // At the end of a paragraph the new one gets the style that follows. A page break in front of
     // the paragraph stays with its first part.
     void typeParagraph();
-    // What is typed next begins a new page, in a paragraph of its own. Adds nothing at the very
-    // start of the story or where a page begins already.
+    // What is typed next begins a new page, in a paragraph of its own. At the very start of the
+    // story an empty page stays in front; where a page begins already nothing is added.
     void breakPage();
     // Deletes the selection, or up to `count` characters forward.
     void erase(Cp count);

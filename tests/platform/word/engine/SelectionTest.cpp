@@ -136,10 +136,12 @@ TEST_F(SelectionTest, PageBreakEndsAParagraphWithTextAndAddsNoEmptyOne) {
     EXPECT_TRUE(breaksAt(11));
 }
 
-TEST_F(SelectionTest, PageBreakAtTheStartOfTheDocumentAddsNothing) {
+TEST_F(SelectionTest, PageBreakAtTheStartOfTheDocumentLeavesABlankPageInFront) {
     selection().InsertBreak(BreakType::page);
-    EXPECT_EQ(text(), u"\r");
+    type(u"目录");
+    EXPECT_EQ(text(), u"\r目录\r");
     EXPECT_FALSE(breaksAt(0));
+    EXPECT_TRUE(breaksAt(1));
 }
 
 TEST_F(SelectionTest, PageBreakBehindAPageBreakAddsNothing) {
