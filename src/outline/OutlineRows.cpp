@@ -1,5 +1,6 @@
 #include "outline/OutlineRows.h"
 
+#include "outline/BareNames.h"
 #include "outline/OutlineKeys.h"
 #include "platform/files/Paths.h"
 #include "store/modMain.h"
@@ -25,19 +26,21 @@ void addRows(jet::Recordset& to, jet::Recordset& from) {
 }
 
 std::int16_t idOfKey(jet::Database& db, const QString& table, const QString& key) {
-    const auto rs = db.OpenRecordset("Select * from " + table + " where Key='" + key + u'\'');
+    const auto rs =
+        db.OpenRecordset("Select * from " + bareName(table) + " where Key='" + key + u'\'');
     return rs->Get(u"ID").ToInteger();
 }
 
 TableEnd endOf(jet::Database& db, const QString& table, const QString& order) {
-    const auto rs = db.OpenRecordset("Select * from " + table + order);
+    const auto rs = db.OpenRecordset("Select * from " + bareName(table) + order);
     rs->MoveLast();
     return {rs->Get(u"ID").ToInteger(), toInteger(rs->RecordCount())};
 }
 
 std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,
                                          const QString& parentKey) {
-    auto rs = db.OpenRecordset("Select * from " + table + " where Key like '" + parentKey + "*'");
+    auto rs = db.OpenRecordset("Select * from " + bareName(table) + " where Key like '" +
+                               parentKey + "*'");
     rs->MoveLast();
     return rs;
 }

@@ -12,7 +12,7 @@ struct modMain;
 }
 
 // Statements on outline tables that several commands share. Table names stand bare in them, as
-// each command's rules want it; errors of the store pass through.
+// each command's rules want it: error 3075 as in bareName. Errors of the store pass through.
 namespace qvnd::outline {
 
 struct OutlineRow {

@@ -85,6 +85,22 @@ TEST_F(AddDocuments, TheRowsThatMakeRoomLastTogetherWithTheNewOne) {
     EXPECT_FALSE(state.gWs->InTransaction());
 }
 
+TEST_F(AddDocuments, APlanNameThatNeedsBracketsIsToldAndNotTakenForAnotherTable) {
+    makePlan({"T", "T.1"});
+    makePlan({"T 乙", "T 乙.1", "T 乙.2"});
+    choose("说明.doc");
+    for (const bool isBelow : {false, true}) {
+        messages.shown.clear();
+        openPlan("T 乙", "T 乙.1");
+        EXPECT_EQ(isBelow ? command.mnuLTDoc() : command.mnuEQDoc(), Added::failed);
+        ASSERT_EQ(messages.shown.size(), 1U);
+        EXPECT_TRUE(messages.shown[0].text.contains("T 乙"))
+            << messages.shown[0].text.toStdString();
+        EXPECT_EQ(keys("T"), QStringList({"T", "T.1"}));
+        EXPECT_EQ(keys("T 乙"), QStringList({"T 乙", "T 乙.1", "T 乙.2"}));
+    }
+}
+
 TEST_F(AddDocuments, BesideANodeThePlansCopyTakesTheRowAtItsEnd) {
     makePlan({"T", "T.1", "T.2"});
     choose("说明.doc");

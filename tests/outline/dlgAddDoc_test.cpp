@@ -60,6 +60,22 @@ TEST_F(AddFolder, TheRowsThatMakeRoomLastTogetherWithTheNewOne) {
     EXPECT_FALSE(state.gWs->InTransaction());
 }
 
+TEST_F(AddFolder, APlanNameThatNeedsBracketsIsToldAndNotTakenForAnotherTable) {
+    makePlan({"T", "T.1"});
+    makePlan({"T 乙", "T 乙.1", "T 乙.2"});
+    for (const AddMode mode : {AddMode::below, AddMode::beside}) {
+        messages.shown.clear();
+        openPlan("T 乙", "T 乙.1");
+        dlgAddDoc dialog(state, workbench, services(), mode);
+        EXPECT_EQ(dialog.OK("章"), Added::failed);
+        ASSERT_EQ(messages.shown.size(), 1U);
+        EXPECT_TRUE(messages.shown[0].text.contains("T 乙"))
+            << messages.shown[0].text.toStdString();
+        EXPECT_EQ(keys("T"), QStringList({"T", "T.1"}));
+        EXPECT_EQ(keys("T 乙"), QStringList({"T 乙", "T 乙.1", "T 乙.2"}));
+    }
+}
+
 TEST_F(AddFolder, ATransactionThatWasLeftOpenStaysOpen) {
     makePlan({"T", "T.1", "T.2"});
     state.gWs->BeginTrans();
