@@ -1,5 +1,6 @@
 #include "tools/GenerateOptions.h"
 
+#include "platform/files/Trim.h"
 #include "tools/Arguments.h"
 #include "tools/UsageError.h"
 
@@ -49,7 +50,7 @@ GenerateOptions::GenerateOptions(const QStringList& words) {
                                       {u"--multilevel"_s, u"--multilevel-text"_s,
                                        u"--children-numbered"_s, u"--indent"_s, u"--pages"_s}});
     arguments.expectPositions(1, 1);
-    plan = arguments.position(0).trimmed();
+    plan = files::Trim(arguments.position(0));
     switches.gBlankLineAroundTitle = arguments.has(u"--blank-lines"_s);
     switches.gMultLevelOn = arguments.hasOption(u"--multilevel"_s);
     switches.gMultLevelMode = within(arguments, u"--multilevel"_s, 0, 2);

@@ -78,6 +78,19 @@ TEST_F(CoverPage, WithoutAPictureEightParagraphsStandBeforeAndBehindTheOrganisat
     }
 }
 
+TEST_F(CoverPage, APictureNameKeepsItsWideBlanks) {
+    cover(u"图片"_s, u"\u3000楼.jpg ");
+    build();
+    EXPECT_TRUE(
+        logged("Selection.InlineShapes.AddPicture app/sys/图片库/\u3000楼.jpg, false, true"));
+    EXPECT_EQ(behindPicture(), paragraphs(3));
+    log.lines.clear();
+    cover(u"图片"_s, u"\u3000");
+    build();
+    EXPECT_TRUE(logged("Selection.InlineShapes.AddPicture"));
+    EXPECT_EQ(behindPicture(), paragraphs(3));
+}
+
 TEST_F(CoverPage, APictureOfNullShowsNoneAndSpacesLikeOne) {
     cover(u"图片"_s, Value());
     build();

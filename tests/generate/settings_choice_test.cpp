@@ -70,6 +70,13 @@ TEST(SettingsChoice, ANameThatIsNullOrBlankFallsBackToTheWorkingTables) {
     }
 }
 
+TEST(SettingsChoice, AWideBlankIsAName) {
+    EXPECT_EQ(bodyFontTable(settings(u"是", u"\u3000")), u"\u3000页面"_s);
+    EXPECT_EQ(pageTable(settings(u"是", u"\u3000")), u"\u3000页面"_s);
+    EXPECT_EQ(bodyFontTable(settings(u"是\u3000", u"甲")), u"页面设置表"_s);
+    EXPECT_EQ(chooseCover(cover(u"是", u"\u3000")).table, u"\u3000"_s);
+}
+
 TEST(SettingsChoice, ACoverIsTheChosenEntryOrTheWorkingCover) {
     EXPECT_EQ(chooseCover(cover(u"是", u"封面甲")).table, u"封面甲"_s);
     EXPECT_EQ(chooseCover(cover(u"否", u"封面甲")).table, u"封面表"_s);

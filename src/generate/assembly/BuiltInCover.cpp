@@ -1,6 +1,7 @@
 #include "generate/assembly/BuiltInCover.h"
 
 #include "generate/assembly/CoverPicture.h"
+#include "platform/files/Trim.h"
 
 namespace qvnd::generate {
 
@@ -47,7 +48,7 @@ void typeSpacing(GenerationRun& run, const SettingsRow& cover) {
     bool blank = false;
     run.attempt([&] {
         const jet::Value picture = cover.value(u"图片");
-        blank = !picture.IsNull() && picture.ToText().trimmed().isEmpty();
+        blank = !picture.IsNull() && files::Trim(picture.ToText()).isEmpty();
     });
     typeParagraphs(run, blank ? 8 : 3);
 }

@@ -2,6 +2,7 @@
 
 #include "generate/assembly/ProgramFile.h"
 #include "platform/files/Paths.h"
+#include "platform/files/Trim.h"
 
 using namespace Qt::StringLiterals;
 
@@ -13,7 +14,7 @@ constexpr double pointsPerCentimetre = 28.345;
 
 std::filesystem::path picturePath(const GenerationRun& run, const SettingsRow& cover) {
     return files::toPath(
-        programFile(run.program.modMain.gAppPath, u"图片库"_s, cover.text(u"图片").trimmed()));
+        programFile(run.program.modMain.gAppPath, u"图片库"_s, files::Trim(cover.text(u"图片"))));
 }
 
 float pointsOf(const SettingsRow& cover, QStringView field) {
@@ -44,7 +45,7 @@ void setShape(GenerationRun& run, const SettingsRow& cover) {
 
 void insertCoverPicture(GenerationRun& run, const SettingsRow& cover) {
     bool wanted = false;
-    run.attempt([&] { wanted = !cover.value(u"图片").TextOrEmpty().trimmed().isEmpty(); });
+    run.attempt([&] { wanted = !files::Trim(cover.value(u"图片").TextOrEmpty()).isEmpty(); });
     if (!wanted)
         return;
     run.attempt([&] {

@@ -1,5 +1,7 @@
 #include "generate/settings/SettingsChoice.h"
 
+#include "platform/files/Trim.h"
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::generate {
@@ -8,7 +10,7 @@ namespace {
 
 bool isYes(const jet::Value& flag) { return flag.TextOrEmpty() == u"是"; }
 
-bool blank(const jet::Value& name) { return name.TextOrEmpty().trimmed().isEmpty(); }
+bool blank(const jet::Value& name) { return files::Trim(name.TextOrEmpty()).isEmpty(); }
 
 QString libraryTable(const jet::Value& name, const QString& suffix, const QString& workingTable) {
     return blank(name) ? workingTable : name.ToText() + suffix;
@@ -25,7 +27,7 @@ std::optional<SelectionRow> readSelectionRow(jet::Database& gDbBidSet) {
 }
 
 QString bodyFontTable(const std::optional<SelectionRow>& row) {
-    if (!row || row->是否设置.TextOrEmpty().trimmed() != u"是")
+    if (!row || files::Trim(row->是否设置.TextOrEmpty()) != u"是")
         return u"页面设置表"_s;
     return libraryTable(row->设置名称, u"页面"_s, u"页面设置表"_s);
 }
