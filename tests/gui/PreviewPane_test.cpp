@@ -195,12 +195,13 @@ TEST_F(PreviewPaneTest, ASuiteThatHangsIsEndedAndThatIsSaid) {
     EXPECT_EQ(notice().text(), "办公套件长时间没有响应，已结束。这里显示的是按内容读出的版面。");
 }
 
-TEST_F(PreviewPaneTest, APdfThatCannotBeReadIsSaid) {
+TEST_F(PreviewPaneTest, APdfThatCannotBeReadIsSaidAndNotKept) {
     office.setScript(test::FakeOffice::makePdf());
     open(true);
     show(document("a.doc", 3));
     ASSERT_TRUE(waitFor([&] { return !notice().isHidden(); }));
     EXPECT_EQ(notice().text(), "转换的结果无法打开。这里显示的是按内容读出的版面。");
+    EXPECT_EQ(QDir(office.folder.path("cache")).entryList({"*.pdf"}), QStringList());
 }
 
 TEST_F(PreviewPaneTest, HidingLetsGoOfTheDocument) {

@@ -83,6 +83,14 @@ struct Paragraph {
 
 struct Block;
 
+struct Borders {
+    bool left = false;
+    bool top = false;
+    bool right = false;
+    bool bottom = false;
+    bool operator==(const Borders&) const = default;
+};
+
 struct Cell {
     std::size_t column = 0; // of the table's grid
     std::size_t columnSpan = 1;
@@ -90,13 +98,14 @@ struct Cell {
     std::vector<Block> blocks; // at least one paragraph
     std::optional<std::uint32_t> background;
     bool isMiddle = false; // its content stands halfway down, or else at its top
+    Borders borders;
 };
 
 struct Table {
     std::vector<double> columnWidths;
     double left = 0; // of its edge, from the margin of the text
     Alignment alignment = Alignment::left;
-    bool bordered = true;
+    double padding = 5.4; // left and right in each cell
     // By row, each cell at its first row only; together they fill the grid.
     std::vector<std::vector<Cell>> rows;
 };

@@ -22,6 +22,9 @@ constexpr SprmOpcode TDefTableShd80 = 0xD609;
 constexpr SprmOpcode TDefTableShd = 0xD612;
 constexpr SprmOpcode TVertMerge = 0xD62B;
 constexpr SprmOpcode TVertAlign = 0xD62C;
+constexpr SprmOpcode TDxaGapHalf = 0x9602;
+constexpr SprmOpcode TCellPaddingDefault = 0xD634;
+constexpr int widestPadding = 1000;
 
 constexpr std::size_t mostCells = 64;
 constexpr std::size_t shdSize = 10;
@@ -42,9 +45,10 @@ void readCell(LittleEndianReader& reader, RowDefinition::Cell& cell) {
     cell.mergedAbove = (flags & verticalMask) == mergedDown;
     cell.isMiddle = (flags & verticalAlignment) != 0;
     reader.skip(2); // wWidth
-    for (int side = 0; side < 4; ++side) {
-        cell.bordered = isBorder(reader.u32()) || cell.bordered;
-    }
+    cell.borders.top = isBorder(reader.u32());
+    cell.borders.left = isBorder(reader.u32());
+    cell.borders.bottom = isBorder(reader.u32());
+    cell.borders.right = isBorder(reader.u32());
 }
 
 // TDefTableOperand, [MS-DOC] 2.9.322: a length of two bytes, the number of cells, their edges,
@@ -101,6 +105,15 @@ void readVerticalAlignment(ByteView operand, RowDefinition& row) {
     }
 }
 
+// CSSAOperand: its length, cells, sides (2 is left), unit (3 is twips), width.
+void readPadding(ByteView operand, RowDefinition& row) {
+    constexpr unsigned left = 2;
+    constexpr unsigned twips = 3;
+    if (operand.size() >= 7 && (operand[3] & left) != 0 && operand[4] == twips) {
+        row.padding = std::min(operand[5] | (operand[6] << 8), widestPadding);
+    }
+}
+
 Alignment alignmentOf(std::uint32_t jc) {
     return jc == 1 ? Alignment::centre : jc == 2 ? Alignment::right : Alignment::left;
 }
@@ -141,6 +154,12 @@ void apply(const SprmView& entry, RowDefinition& row) {
     case TVertMerge:
         readVerticalMerge(entry.operand, row);
         break;
+    case TDxaGapHalf:
+        row.padding = std::clamp<int>(signedNumberOf(entry), 0, widestPadding);
+        break;
+    case TCellPaddingDefault:
+        readPadding(entry.operand, row);
+        break;
     case TVertAlign:
         readVerticalAlignment(entry.operand, row);
         break;
@@ -158,6 +177,9 @@ RowDefinition rowDefinition(ByteView properties) {
     RowDefinition row;
     for (const SprmView& entry : word::parseSprms(properties).sprms) {
         apply(entry, row);
+    }
+    for (RowDefinition::Cell& cell : row.cells) {
+        cell.borders = row.bordered ? Borders{true, true, true, true} : cell.borders;
     }
     return row;
 }

@@ -13,7 +13,7 @@ struct RowDefinition {
     struct Cell {
         bool mergedLeft = false;  // goes on what stands left of it
         bool mergedAbove = false; // goes on what stands above it
-        bool bordered = false;
+        Borders borders;
         bool isMiddle = false; // content halfway down, or at the bottom
         std::optional<std::uint32_t> background;
     };
@@ -21,6 +21,7 @@ struct RowDefinition {
     std::vector<int> edges; // one more than cells, never descending; or none
     std::vector<Cell> cells;
     Alignment alignment = Alignment::left;
+    int padding = 108;     // left and right in each cell
     bool bordered = false; // borders of the table as a whole, or a table style
 };
 

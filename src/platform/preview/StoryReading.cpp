@@ -137,6 +137,7 @@ void StoryReading::addTextBoxes() {
         }
         constexpr double twipsPerPoint = 20;
         constexpr double usualWidth = 200;
+        cell.borders = {true, true, true, true};
         Table frame;
         frame.columnWidths = {box->spot ? box->spot->width / twipsPerPoint : usualWidth};
         frame.rows.emplace_back().push_back(std::move(cell));

@@ -21,6 +21,7 @@ struct Piece {
     std::size_t columnSpan = 1;
     bool mergedAbove = false;
     bool isMiddle = false;
+    Borders borders;
     std::optional<std::uint32_t> background;
     std::vector<Block> blocks;
 };
@@ -84,6 +85,9 @@ std::vector<Piece> piecesOf(TextRow& text, const RowDefinition& row,
         if (joins) {
             pieces.back().columnSpan += end > column ? end - column : 0;
             append(pieces.back().blocks, blocks);
+            if (i < row.cells.size()) {
+                pieces.back().borders.right = row.cells[i].borders.right;
+            }
         } else {
             Piece piece;
             piece.column = column;
@@ -92,6 +96,7 @@ std::vector<Piece> piecesOf(TextRow& text, const RowDefinition& row,
             if (i < row.cells.size()) {
                 piece.mergedAbove = row.cells[i].mergedAbove;
                 piece.isMiddle = row.cells[i].isMiddle;
+                piece.borders = row.cells[i].borders;
                 piece.background = row.cells[i].background;
             }
             pieces.push_back(std::move(piece));
@@ -102,18 +107,27 @@ std::vector<Piece> piecesOf(TextRow& text, const RowDefinition& row,
 }
 
 Cell cellOf(Piece& piece) {
-    Cell cell{piece.column,     piece.columnSpan, 1, std::move(piece.blocks),
-              piece.background, piece.isMiddle};
+    Cell cell;
+    cell.column = piece.column;
+    cell.columnSpan = piece.columnSpan;
+    cell.blocks = std::move(piece.blocks);
+    cell.background = piece.background;
+    cell.isMiddle = piece.isMiddle;
+    cell.borders = piece.borders;
     if (cell.blocks.empty()) {
         cell.blocks.push_back({Paragraph{}});
     }
     return cell;
 }
 
-// Empty cells where a row does not reach.
+// Empty cells without borders where a row does not reach.
 void fill(std::vector<Cell>& row, std::size_t from, std::size_t to) {
     if (from < to) {
-        row.push_back({from, to - from, 1, {Block{Paragraph{}}}, {}, false});
+        Cell cell;
+        cell.column = from;
+        cell.columnSpan = to - from;
+        cell.blocks.push_back({Paragraph{}});
+        row.push_back(std::move(cell));
     }
 }
 
@@ -159,6 +173,7 @@ private:
     void grow(const Place& over, Piece& piece) {
         Cell& cell = table_.rows[over.row][over.cell];
         ++cell.rowSpan;
+        cell.borders.bottom = piece.borders.bottom;
         const bool isEmpty = std::all_of(piece.blocks.begin(), piece.blocks.end(), [](auto& block) {
             const auto* paragraph = std::get_if<Paragraph>(&block.content);
             return paragraph != nullptr && paragraph->runs.empty();
@@ -171,11 +186,6 @@ private:
     Table& table_;
     std::vector<std::optional<Place>> above_; // by first column
 };
-
-bool isBordered(const RowDefinition& row) {
-    return row.bordered || std::any_of(row.cells.begin(), row.cells.end(),
-                                       [](const auto& cell) { return cell.bordered; });
-}
 
 } // namespace
 
@@ -195,7 +205,7 @@ Table tableOf(std::vector<TextRow> rows) {
     }
     table.left = edges.front() / twipsPerPoint;
     table.alignment = definitions.front().alignment;
-    table.bordered = std::any_of(definitions.begin(), definitions.end(), isBordered);
+    table.padding = definitions.front().padding / twipsPerPoint;
     Grid grid(table, table.columnWidths.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         grid.add(piecesOf(rows[i], definitions[i], edges));

@@ -174,12 +174,15 @@ void addRow(test::ContentBuilder& builder, const std::vector<std::u16string>& ce
     }
     for (std::size_t i = 0; i < cells.size(); ++i) {
         definition.u16(i < flags.size() ? flags[i] : 0);
-        definition.zeros(18);
+        definition.zeros(2);
+        definition.u32(i == 0 ? 0x0104 : 0); // the first has a border on its top
+        definition.zeros(12);
     }
     const word::Bytes rowEnd = listOf(SprmList()
                                           .byte(sprm::PFInTable, 1)
                                           .dword(sprm::PItap, 1)
                                           .byte(sprm::PFTtp, 1)
+                                          .word(0x9602, 40) // sprmTDxaGapHalf
                                           .bytes(sprm::TDefTable, definition.data()));
     for (const std::u16string& cell : cells) {
         builder.add({test::plain(cell + u"\x07")}, 0, inTable);
@@ -200,6 +203,16 @@ TEST(OwnReading, RowsWithDifferentEdgesShareOneGrid) {
     EXPECT_EQ(table.rows[0][1].column, 2U);
     EXPECT_EQ(table.rows[1].size(), 3U);
     EXPECT_EQ(textOf(paragraphOf(table.rows[1][2].blocks.at(0))), "三");
+}
+
+TEST(OwnReading, CellsHaveTheBordersAndPaddingThatTheRowSays) {
+    test::ContentBuilder builder;
+    addRow(builder, {u"甲", u"乙"}, {0, 2000, 4000});
+    const DocumentReading reading = readingOf(builder);
+    const Table& table = tableOf(reading.blocks.at(0));
+    EXPECT_EQ(table.rows.at(0).at(0).borders, (Borders{false, true, false, false}));
+    EXPECT_EQ(table.rows.at(0).at(1).borders, Borders{});
+    EXPECT_EQ(table.padding, 2);
 }
 
 TEST(OwnReading, CellsMergedDownBecomeOne) {

@@ -26,12 +26,19 @@ bool isChinese(const QString& name) {
 }
 
 QStringList standIns(bool sansSerif, bool chinese) {
+    if (chinese && sansSerif) {
+        return {u"SimHei"_s, u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s, u"Source Han Sans SC"_s,
+                u"WenQuanYi Zen Hei"_s};
+    }
     if (chinese) {
-        return sansSerif
-                   ? QStringList{u"SimHei"_s, u"Microsoft YaHei"_s, u"Noto Sans CJK SC"_s,
-                                 u"Source Han Sans SC"_s, u"WenQuanYi Zen Hei"_s}
-                   : QStringList{u"SimSun"_s, u"Noto Serif CJK SC"_s, u"Source Han Serif SC"_s,
-                                 u"AR PL UMing CN"_s, u"Noto Sans CJK SC"_s};
+        // Unlike those of SimSun, the strokes of other serif faces get lost on a page that is
+        // fitted to a pane.
+        return {u"SimSun"_s,
+                u"NSimSun"_s,
+                u"AR PL UMing CN"_s,
+                u"Noto Sans CJK SC"_s,
+                u"Source Han Sans SC"_s,
+                u"Noto Serif CJK SC"_s};
     }
     return sansSerif ? QStringList{u"Arial"_s, u"Liberation Sans"_s, u"DejaVu Sans"_s}
                      : QStringList{u"Times New Roman"_s, u"Liberation Serif"_s, u"DejaVu Serif"_s};

@@ -3,6 +3,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/preview/windows/ReadingPages.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
@@ -133,7 +134,10 @@ void PreviewPane::takeConversion(const PageConversion::Outcome& outcome) {
     QString failure = outcome.failure;
     if (failure.isEmpty()) {
         exact_ = std::make_unique<PdfPages>(outcome.pdf);
-        failure = exact_->isValid() ? QString() : u"转换的结果无法打开。"_s;
+        if (!exact_->isValid()) {
+            failure = u"转换的结果无法打开。"_s;
+            QFile::remove(outcome.pdf); // the next look draws it anew
+        }
     }
     if (!failure.isEmpty()) {
         exact_.reset();

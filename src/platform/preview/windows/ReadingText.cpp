@@ -18,7 +18,6 @@ namespace qvnd::preview {
 namespace {
 
 constexpr double units = ReadingText::unitsPerPoint;
-constexpr double cellPadding = 5.4; // points, left and right
 constexpr double borderWidth = 0.5;
 
 Qt::Alignment alignmentOf(Alignment alignment) {
@@ -200,13 +199,21 @@ private:
                            PictureObjects::place(index, size * (scale * units)));
     }
 
+    static void setBorders(QTextTableCellFormat& format, const Borders& borders) {
+        const auto width = [](bool there) { return there ? borderWidth * units : 0; };
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        format.setBorderBrush(Qt::black);
+        format.setLeftBorder(width(borders.left));
+        format.setTopBorder(width(borders.top));
+        format.setRightBorder(width(borders.right));
+        format.setBottomBorder(width(borders.bottom));
+    }
+
     static QTextTableFormat tableFormat(const Table& table, double scale) {
         QTextTableFormat format;
         format.setCellSpacing(0);
         format.setCellPadding(0);
-        format.setBorder(table.bordered ? borderWidth * units : 0);
-        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-        format.setBorderBrush(Qt::black);
+        format.setBorder(0); // each cell has its own
         format.setBorderCollapse(true);
         format.setAlignment(alignmentOf(table.alignment));
         if (table.alignment == Alignment::left) {
@@ -223,7 +230,7 @@ private:
     void write(const Table& table, double room) {
         const double width =
             std::accumulate(table.columnWidths.begin(), table.columnWidths.end(), 0.0);
-        const double most = room + 2 * cellPadding; // tables reach into the margins by that much
+        const double most = room + 2 * table.padding; // tables reach into the margins by that much
         const double scale = width > most ? most / width : 1;
         QTextTable* made = cursor_.insertTable(
             int(table.rows.size()), int(table.columnWidths.size()), tableFormat(table, scale));
@@ -247,11 +254,12 @@ private:
             std::accumulate(first, first + static_cast<std::ptrdiff_t>(cell.columnSpan), 0.0);
         QTextTableCell place = made.cellAt(row, column);
         cursor_ = place.firstCursorPosition();
-        write(cell.blocks, std::max(1.0, width * scale - 2 * cellPadding));
+        write(cell.blocks, std::max(1.0, width * scale - 2 * table.padding));
         // After its content, whose first paragraph's mark shares the format with the cell.
         QTextTableCellFormat format = place.format().toTableCellFormat();
-        format.setLeftPadding(cellPadding * units);
-        format.setRightPadding(cellPadding * units);
+        format.setLeftPadding(table.padding * units);
+        format.setRightPadding(table.padding * units);
+        setBorders(format, cell.borders);
         format.setVerticalAlignment(cell.isMiddle ? QTextCharFormat::AlignMiddle
                                                   : QTextCharFormat::AlignTop);
         if (cell.background) {
