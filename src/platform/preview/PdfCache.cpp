@@ -22,7 +22,7 @@ QString PdfCache::find(const QByteArray& contentHash) const {
 }
 
 QString PdfCache::keep(const QByteArray& contentHash, const QString& pdf) const {
-    const QString path = pathOf(contentHash);
+    QString path = pathOf(contentHash);
     QDir().mkpath(folder_);
     QFile::remove(path);
     if (!QFile::rename(pdf, path)) {

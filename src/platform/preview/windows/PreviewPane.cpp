@@ -174,6 +174,7 @@ void PreviewPane::showPages(PageSource& source) {
     source_ = &source;
     pages_ = source.count();
     std::vector<QSizeF> sizes;
+    sizes.reserve(static_cast<std::size_t>(pages_));
     for (int page = 0; page < pages_; ++page) {
         sizes.push_back(source.size(page));
     }
