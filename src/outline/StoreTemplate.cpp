@@ -5,6 +5,7 @@
 #include "outline/OutlineRows.h"
 #include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
 #include "platform/jet/LastingTogether.h"
 
 namespace qvnd::outline {
@@ -22,29 +23,53 @@ void copyTable(modMain& state, const QString& name) {
                            templateLibraryPath(state) + "' from " + name);
 }
 
-void makeFolder(modMain& state, const QString& name) {
-    const QString folder = templateFolder(state, name);
-    if (state.gFso->FolderExists(folder)) {
-        return;
-    }
-    state.gFso->CreateFolder(folder);
-    const QString file = templateDatabasePath(state, name);
+void makeDatabase(modMain& state, const QString& folder, const QString& name) {
+    const QString file = folder + files::separator() + name + ".mdb";
     const auto database = state.gWs->CreateDatabase(file, QString::fromUtf16(jet::dbLangGeneral));
     state.gDbUser->Execute("Select * into [" + name + "] in '" + file + "' from [" + name + "]");
     database->Close();
 }
 
-void copyDocuments(modMain& state, const QString& plan, jet::Recordset& documents) {
+void copyDocuments(modMain& state, const QString& plan, jet::Recordset& documents,
+                   const QString& folder) {
     for (; !documents.Eof(); documents.MoveNext()) {
         const QString key = documents.Get(u"Key").ToText();
         try {
             state.gFso->CopyFile(documentPath(state, plan, key),
-                                 templateDocumentPath(state, plan, key), true);
+                                 folder + files::separator() + key + ".doc", true);
         } catch (const RunTimeError& failure) {
             if (failure.number() != error::fileNotFound) {
                 throw;
             }
         }
+    }
+}
+
+// A folder that bears the template's name and a database is adopted at the next start: it must not
+// bear the name before all is in it. After a failure it has what had come by then.
+void makeFolder(modMain& state, const QString& name, jet::Recordset& documents) {
+    const QString folder = templateFolder(state, name);
+    const QString unfinished = templateFolder(state, QStringLiteral(".~stored"));
+    if (state.gFso->FolderExists(unfinished)) {
+        state.gFso->DeleteFolder(unfinished, true); // left by a killed process
+    }
+    state.gFso->CreateFolder(unfinished);
+    try {
+        makeDatabase(state, unfinished, name);
+        copyDocuments(state, name, documents, unfinished);
+    } catch (const RunTimeError&) {
+        state.gFso->MoveFolder(unfinished, folder);
+        throw;
+    }
+    state.gFso->MoveFolder(unfinished, folder);
+}
+
+void fillFolder(modMain& state, const QString& name, jet::Recordset& documents) {
+    const QString folder = templateFolder(state, name);
+    if (state.gFso->FolderExists(folder)) {
+        copyDocuments(state, name, documents, folder);
+    } else {
+        makeFolder(state, name, documents);
     }
 }
 
@@ -55,13 +80,13 @@ void enlist(modMain& state, const QString& name) {
     list->Update();
 }
 
-void store(modMain& state, const QString& plan) {
+// The library's table and row last together, behind the folder.
+void storePlan(modMain& state, const QString& plan) {
     jet::LastingTogether changes(*state.gWs);
     copyTable(state, plan);
     const auto documents =
         state.gDbUser->OpenRecordset("Select * from " + plan + " where 是否文档='是'");
-    makeFolder(state, plan);
-    copyDocuments(state, plan, *documents);
+    fillFolder(state, plan, *documents);
     enlist(state, plan);
     changes.end();
 }
@@ -72,7 +97,7 @@ StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Service
     QString plan;
     try {
         plan = currentPlan(state);
-        store(state, plan);
+        storePlan(state, plan);
         updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false,
                            services.messages, services.splash);
         return {};

@@ -25,7 +25,8 @@ struct StoreOutcome {
 // template of its name refuses it before anything is done. A document whose file is missing is
 // left out. A folder of that name that is there without its table keeps its database.
 //
-// Any other failure ends the command in silence, and what was done stays done.
+// Any other failure ends the command in silence, and what was done stays done. A killed process
+// leaves no template, or the whole folder, which the next start adopts.
 StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Services& services);
 
 } // namespace qvnd::outline

@@ -55,11 +55,12 @@ bool DlgNew::createPlan() {
                        QStringLiteral("警告！"));
         return false;
     }
+    // A killed process must not leave a plan current that has no table: no start would get past it.
+    jet::LastingTogether changes(*state_.gWs);
     makeCurrent(name);
     if (!replaceFolder(name)) {
         return false;
     }
-    jet::LastingTogether changes(*state_.gWs);
     createTables(name);
     addRootRow(name);
     createPlanDatabase(name);

@@ -163,16 +163,25 @@ void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
     surroundings.splash.unload();
 }
 
-// True when the table has been dropped, false when that failed.
-bool dropFrom(modMain& state, const QString& file, const QString& name) {
+// The number of the error that a statement meets; 0 without one.
+template <class Statement>
+long errorOf(Statement statement) {
     try {
-        const auto local = state.gWs->OpenDatabase(file);
-        local->Execute("DROP TABLE " + name);
-        local->Close();
-        return true;
-    } catch (const RunTimeError&) {
-        return false;
+        statement();
+        return 0;
+    } catch (const RunTimeError& failure) {
+        return failure.number();
     }
+}
+
+// The old table goes and the new one comes at one stroke: a killed process must not leave the
+// folder without its outline.
+void replaceIn(modMain& state, const QString& file, const QString& name, const QString& statement) {
+    jet::LastingTogether changes(*state.gWs);
+    const auto local = state.gWs->OpenDatabase(file);
+    local->Execute("DROP TABLE " + name);
+    state.gDbUser->Execute(statement);
+    changes.end();
 }
 
 } // namespace
@@ -199,15 +208,9 @@ void SaveCurrentPlanTables(modMain& state, const std::optional<QString>& openPla
     const QString& name = *openPlan;
     const QString file = databaseIn(state.gUserTplPath + name, name);
     const QString statement = "SELECT * INTO [" + name + "] IN '" + file + "' FROM [" + name + "]";
-    for (;;) {
-        try {
-            state.gDbUser->Execute(statement);
-            return;
-        } catch (const RunTimeError& failure) {
-            if (failure.number() != error::tableExists || !dropFrom(state, file, name)) {
-                return;
-            }
-        }
+    long failure = errorOf([&] { state.gDbUser->Execute(statement); });
+    while (failure == error::tableExists) {
+        failure = errorOf([&] { replaceIn(state, file, name, statement); });
     }
 }
 

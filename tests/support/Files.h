@@ -5,10 +5,18 @@
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QString>
 #include <QTemporaryDir>
 
 namespace qvnd::test {
+
+// The name template of a folder in memory, where there is a file system for that: databases there
+// need not wait for a disk. Empty otherwise.
+inline QString inMemory() {
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    return memory.isDir() && memory.isWritable() ? "/dev/shm/qvnd-XXXXXX" : QString();
+}
 
 // A temporary folder that goes with the object. Paths in it are written with "/".
 class TemporaryFolder {

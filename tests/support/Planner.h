@@ -186,11 +186,6 @@ public:
     std::unique_ptr<startup::Program> program;
 
 private:
-    // Where there is a file system in memory the databases need not wait for a disk.
-    static QString inMemory() {
-        const QFileInfo memory(QStringLiteral("/dev/shm"));
-        return memory.isDir() && memory.isWritable() ? "/dev/shm/qvnd-XXXXXX" : QString();
-    }
     static desktop::Answer answer(bool yes) {
         return yes ? desktop::Answer::yes : desktop::Answer::no;
     }

@@ -42,6 +42,9 @@ bool endsInDots(const fs::path& path) {
     return name.empty() || name == "." || name == "..";
 }
 
+// Where a folder goes to be deleted. No plan can bear that name, so nothing is taken for one.
+fs::path outOfPlace(const fs::path& folder) { return folder.parent_path() / ".~deleted"; }
+
 } // namespace
 
 DiskFileSystem::DiskFileSystem(std::unique_ptr<FilesInUse> inUse) : inUse_(std::move(inUse)) {}
@@ -95,9 +98,33 @@ void DiskFileSystem::DeleteFolder(const QString& path, bool force) {
         throwFileError(error::pathNotFound, path);
     }
     refuseUndeletable(fromPath(folder), force);
-    fs::remove_all(folder, failed);
+    const fs::path doomed = outOfPlace(folder);
+    fs::remove_all(doomed, failed); // left by a killed process
+    fs::rename(folder, doomed, failed);
     if (failed) {
         throwFileError(failed, path);
+    }
+    fs::remove_all(doomed, failed);
+    if (failed) {
+        std::error_code ignored;
+        fs::rename(doomed, folder, ignored);
+        throwFileError(failed, path);
+    }
+}
+
+void DiskFileSystem::MoveFolder(const QString& source, const QString& target) {
+    const fs::path from = toPath(withoutSeparator(source));
+    std::error_code failed;
+    if (!fs::is_directory(from, failed)) {
+        throwFileError(error::pathNotFound, source);
+    }
+    const fs::path to = toPath(withoutSeparator(target));
+    if (fs::exists(to, failed)) {
+        throwFileError(error::fileAlreadyExists, target);
+    }
+    fs::rename(from, to, failed);
+    if (failed) {
+        throwFileError(failed, source);
     }
 }
 

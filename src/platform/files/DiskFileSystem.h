@@ -19,6 +19,7 @@ public:
     bool FileExists(const QString& path) override;
     void CreateFolder(const QString& path) override;
     void DeleteFolder(const QString& path, bool force) override;
+    void MoveFolder(const QString& source, const QString& target) override;
     void CopyFile(const QString& source, const QString& target, bool overwrite) override;
     void DeleteFile(const QString& path) override;
     std::vector<Entry> SubFolders(const QString& folder) override;

@@ -26,8 +26,13 @@ public:
     virtual void CreateFolder(const QString& path) = 0;
     // With all that is in it. A document in use stops it with 70, and without `force` a file that
     // may not be written; both before anything is deleted. Links are removed, not followed. 76 when
-    // it is missing.
+    // it is missing. It leaves its place at one stroke, so that a killed process leaves it whole or
+    // gone.
     virtual void DeleteFolder(const QString& path, bool force) = 0;
+
+    // Gives a folder another name in the same place. 76 when it is missing, 58 when the new name is
+    // taken.
+    virtual void MoveFolder(const QString& source, const QString& target) = 0;
 
     // The target is replaced whole or not at all. 53 without a source, 76 without the target's
     // folder, 58 when the target is there and may not be overwritten, 70 when it is in use.

@@ -96,6 +96,25 @@ TEST_F(DiskFiles, DeleteFolderDoesNotFollowALink) {
     EXPECT_TRUE(folder.exists("别处/a.doc"));
 }
 
+TEST_F(DiskFiles, DeleteFolderClearsAwayWhatAKilledDeletionLeft) {
+    folder.write("a/x.doc", "x");
+    folder.write(".~deleted/y.doc", "y");
+    gFso.DeleteFolder(folder.path("a"), false);
+    EXPECT_EQ(folder.names(), QStringList());
+}
+
+TEST_F(DiskFiles, MoveFolderTakesAllAlongToANameThatIsFree) {
+    folder.write("a/x.doc", "x");
+    folder.makeFolder("b");
+    gFso.MoveFolder(folder.path("a"), folder.path("c"));
+    EXPECT_EQ(folder.names(), QStringList({"b", "c"}));
+    EXPECT_EQ(folder.read("c/x.doc"), "x");
+    EXPECT_EQ(errorNumberOf([&] { gFso.MoveFolder(folder.path("c"), folder.path("b")); }),
+              error::fileAlreadyExists);
+    EXPECT_EQ(errorNumberOf([&] { gFso.MoveFolder(folder.path("a"), folder.path("d")); }),
+              error::pathNotFound);
+}
+
 TEST_F(DiskFiles, CopyFileReplacesTheTargetWhole) {
     folder.write("a.doc", "new");
     folder.write("b.doc", "old and longer");
