@@ -4,24 +4,78 @@
 #include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
+#include "platform/word/engine/SectionProperties.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace qvnd::word {
+
+namespace {
+
+constexpr float twipsPerPoint = 20;
+
+RunTimeError negativeLength() {
+    return {4608, u"左右页边距、装订距离和页眉页脚的距离不能是负数，没有设置。"};
+}
+
+RunTimeError noRoom() { return {4608, u"页边距或装订距离太大，页面上放不下正文，没有设置。"}; }
+
+// Only the top and bottom margin may be negative: the text then stays below header and footer
+// whatever their height ([MS-DOC] sprmSDyaTop).
+bool mayBeNegative(SprmOpcode opcode) {
+    return opcode == sprm::SDyaTop || opcode == sprm::SDyaBottom;
+}
+
+int lengthIn(ByteView page, SprmOpcode opcode, std::uint16_t otherwise) {
+    return static_cast<std::int16_t>(sprmValue(page, opcode, otherwise));
+}
+
+// The smaller side of what the margins leave for text.
+int roomForText(ByteView page, bool gutterOnTop) {
+    const int gutter = lengthIn(page, sprm::SDzaGutter, 0);
+    const int width = lengthIn(page, sprm::SXaPage, 12240) - lengthIn(page, sprm::SDxaLeft, 1800) -
+                      lengthIn(page, sprm::SDxaRight, 1800) - (gutterOnTop ? 0 : gutter);
+    const int height =
+        lengthIn(page, sprm::SYaPage, 15840) - std::abs(lengthIn(page, sprm::SDyaTop, 1440)) -
+        std::abs(lengthIn(page, sprm::SDyaBottom, 1440)) - (gutterOnTop ? gutter : 0);
+    return std::min(width, height);
+}
+
+bool leavesRoom(ByteView old, ByteView changed, bool gutterOnTop) {
+    constexpr int leastRoom = 720; // twips
+    const int room = roomForText(changed, gutterOnTop);
+    return room >= leastRoom || room >= roomForText(old, gutterOnTop);
+}
+
+} // namespace
 
 void EnginePageSetup::setLength(SprmOpcode opcode, float points) {
     constexpr float widestPage = 1584; // points
     if (!(std::abs(points) <= widestPage)) {
         throw outOfRange();
     }
-    constexpr float twipsPerPoint = 20;
+    if (points < 0 && !mayBeNegative(opcode)) {
+        throw negativeLength();
+    }
     const auto operand = static_cast<std::uint16_t>(std::lround(points * twipsPerPoint));
     WorkingDocument& content = document_.change();
+    const bool gutterOnTop = readDop(content.settings(), dop::gutterAtTop) != 0;
     PropertyLists& lists = content.tables().lists;
     DocumentSections& sections = content.sections();
+    bool fits = true;
     for (std::size_t i = 0; i < sections.count(); ++i) {
-        const Bytes list = withSprm16(lists[sections.properties(i)], opcode, operand);
-        sections.setProperties(i, lists.intern(list));
+        const ByteView old = lists[sections.properties(i)];
+        const Bytes list = withSprm16(old, opcode, operand);
+        if (leavesRoom(old, list, gutterOnTop)) {
+            sections.setProperties(i, lists.intern(list));
+        } else {
+            fits = false;
+        }
+    }
+    if (!fits) {
+        throw noRoom();
     }
 }
 

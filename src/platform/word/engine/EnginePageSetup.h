@@ -22,7 +22,8 @@ public:
     void setFooterDistance(float points) override;
 
 private:
-    // Throws 4608 for a length that no page has.
+    // Throws 4608 for a length that no page has. A section whose text would have no room left
+    // keeps its own length; the others take the new one, and 4608 is thrown behind that.
     void setLength(SprmOpcode opcode, float points);
 
     EngineDocument& document_;

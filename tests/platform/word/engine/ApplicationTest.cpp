@@ -166,6 +166,41 @@ TEST_F(ApplicationTest, PageSetupIsWrittenInTwips) {
     EXPECT_EQ(errorNumberOf([&] { setup.setTopMargin(5000); }), 4608);
 }
 
+TEST_F(ApplicationTest, AMarginThatLeavesNoRoomForTextIsRefusedAndTheOldOneStays) {
+    PageSetup& setup = document().pageSetup();
+    setup.setLeftMargin(72);
+    setup.setRightMargin(72);
+    setup.setBottomMargin(72);
+    EXPECT_EQ(errorNumberOf([&] { setup.setLeftMargin(500); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setGutter(440); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setTopMargin(750); }), 4608);
+    EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 1440U);
+    setup.setLeftMargin(480);
+    EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 9600U);
+}
+
+TEST_F(ApplicationTest, AMarginBelowNothingIsOneOfTopAndBottomOnly) {
+    PageSetup& setup = document().pageSetup();
+    EXPECT_EQ(errorNumberOf([&] { setup.setLeftMargin(-1); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setRightMargin(-1); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setGutter(-1); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setHeaderDistance(-1); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setFooterDistance(-1); }), 4608);
+    setup.setTopMargin(-72);
+    EXPECT_EQ(static_cast<std::int16_t>(sprmValue(page(), sprm::SDyaTop, 0)), -1440);
+}
+
+TEST_F(ApplicationTest, APageTooSmallForAMarginKeepsItsOwnAndTheOthersTakeIt) {
+    type(u"甲乙");
+    WorkingDocument& content = document().change();
+    PropertyLists& lists = content.tables().lists;
+    const Bytes small = withSprm16(lists[content.sections().properties(0)], sprm::SXaPage, 5000);
+    content.sections().cut(1, lists.intern(small));
+    EXPECT_EQ(errorNumberOf([&] { document().pageSetup().setLeftMargin(200); }), 4608);
+    EXPECT_NE(sprmValue(lists[content.sections().properties(0)], sprm::SDxaLeft, 0), 4000U);
+    EXPECT_EQ(sprmValue(lists[content.sections().properties(1)], sprm::SDxaLeft, 0), 4000U);
+}
+
 TEST_F(ApplicationTest, SelectionFollowsTheViewIntoHeaderAndFooter) {
     type(u"正文");
     view().setSeekView(SeekView::currentPageHeader);
