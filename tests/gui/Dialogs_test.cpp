@@ -96,6 +96,26 @@ TEST(WidgetFileDialogs, CancellingIsTheErrorThatCommandsExpect) {
     }
 }
 
+TEST(WidgetFileDialogs, OpensInTheFolderOfTheLastChoice) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"a.doc"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.close();
+    WidgetFileDialogs dialogs;
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    onceShown<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.selectFile(file.fileName());
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+    onceShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath(), folder.path());
+        dialog.reject();
+    });
+    EXPECT_THROW(dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s}),
+                 RunTimeError);
+}
+
 TEST(WidgetFileDialogs, AnswersWithTheFileAndItsTitle) {
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"土方 开挖.doc"_s));

@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QIcon>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QStandardPaths>
 #include <QTranslator>
 
@@ -32,6 +33,7 @@ void nameTheProgram(QApplication& application) {
     QApplication::setApplicationName(u"卷宗编制系统"_s);
     QApplication::setApplicationVersion(QStringLiteral(QVND_VERSION));
     QApplication::setWindowIcon(QIcon(startup::picture(u"qvnd"_s, QSize(256, 256))));
+    QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
     auto* chinese = new QTranslator(&application);
     if (chinese->load(u"qtbase_zh_CN"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(chinese);

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +23,10 @@ QStringList nameFilters(const QString& filter) {
 }
 
 ChosenFile WidgetFileDialogs::open(const OpenFileQuestion& question) {
-    QFileDialog dialog(parent_, question.title);
+    if (!QFileInfo(folder_).isDir()) {
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    }
+    QFileDialog dialog(parent_, question.title, folder_);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilters(nameFilters(question.filter));
@@ -32,6 +36,7 @@ ChosenFile WidgetFileDialogs::open(const OpenFileQuestion& question) {
         throw RunTimeError(error::dialogCancelled, u"选定“取消”。");
     }
     const QString path = dialog.selectedFiles().constFirst();
+    folder_ = QFileInfo(path).path();
     return {QDir::toNativeSeparators(path), QFileInfo(path).fileName()};
 }
 

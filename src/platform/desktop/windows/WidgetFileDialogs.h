@@ -12,7 +12,8 @@ namespace qvnd::desktop {
 // brackets keeps it; what the dialog lists goes by the pattern alone.
 QStringList nameFilters(const QString& filter);
 
-// The desktop's own dialog for opening a file. A name may be typed that does not exist.
+// The desktop's own dialog for opening a file. A name may be typed that does not exist. It opens in
+// the folder of the last choice, at first in the user's documents.
 class WidgetFileDialogs : public FileDialogs {
 public:
     explicit WidgetFileDialogs(QWidget* parent = nullptr) : parent_(parent) {}
@@ -21,6 +22,7 @@ public:
 
 private:
     QPointer<QWidget> parent_;
+    QString folder_;
 };
 
 } // namespace qvnd::desktop
