@@ -225,6 +225,33 @@ TEST_F(GeneratedDocument, AStopLeavesTheOutlineWithoutCoverAndContents) {
     EXPECT_TRUE(generatedLines().ends_with("第三章 附则\n附则正文")) << generatedLines();
 }
 
+TEST_F(GeneratedDocument, RebuildingTheContentsLeavesTheFileAsItIs) {
+    plan();
+    generate();
+    const word::Bytes before = bytesOf(place("work") / u"施工方案.doc");
+    word::EngineApplicationFactory real(engine);
+    const generate::GenerationServices platform{real,    messages, dlgTB,   events,
+                                                windows, screen,   controls};
+    EXPECT_TRUE(generate::RebuildContents({program, switches, word}, platform));
+    EXPECT_FALSE(logged("message"));
+    EXPECT_EQ(bytesOf(place("work") / u"施工方案.doc"), before);
+}
+
+TEST_F(GeneratedDocument, RebuildingContentsThatAreNotThereIsAnErrorOfTheCaller) {
+    plan();
+    stopAt("label 正在设置封面...");
+    generate();
+    word::EngineApplicationFactory real(engine);
+    const generate::GenerationServices platform{real,    messages, dlgTB,   events,
+                                                windows, screen,   controls};
+    try {
+        generate::RebuildContents({program, switches, word}, platform);
+        FAIL() << "contents were found in a document without any";
+    } catch (const RunTimeError& failure) {
+        EXPECT_EQ(failure.number(), error::memberNotFound);
+    }
+}
+
 TEST_F(GeneratedDocument, IsSoundByTheStrictChecker) {
     plan();
     generate();

@@ -237,6 +237,15 @@ TEST_F(ApplicationTest, HeaderIsClearedFromItsStart) {
     EXPECT_EQ(document().story().flattened().text, u"新\r");
 }
 
+TEST_F(ApplicationTest, OfALongHeaderOnlyTheFirstFiveThousandCharactersGo) {
+    view().setSeekView(SeekView::currentPageHeader);
+    type(std::u16string(5000, u'旧') + u"余下的");
+    view().setSeekView(SeekView::currentPageFooter);
+    view().setSeekView(SeekView::currentPageHeader);
+    selection().Delete(5000);
+    EXPECT_EQ(document().story().flattened().text, u"余下的\r");
+}
+
 TEST_F(ApplicationTest, AnEmptyHeaderShowsNoLine) {
     view().setSeekView(SeekView::currentPageHeader);
     selection().Delete(5000);
