@@ -178,6 +178,22 @@ TEST_F(Frame, ArrangesChildrenOverAndBesideEachOther) {
     EXPECT_FALSE(area().subWindowList()[0]->geometry().intersects(other->geometry()));
 }
 
+TEST_F(Frame, TilesHorizontallyOneChildBelowTheOtherOverTheWholeWidth) {
+    auto* other = area().addSubWindow(new QWidget);
+    auto* small = area().addSubWindow(new QWidget);
+    other->show();
+    small->showMinimized();
+    trigger("winA");
+    const QRect first = area().subWindowList()[0]->geometry();
+    const QRect second = other->geometry();
+    EXPECT_FALSE(area().subWindowList()[0]->isMaximized());
+    EXPECT_EQ(first.width(), area().viewport()->width());
+    EXPECT_EQ(second.width(), area().viewport()->width());
+    EXPECT_EQ(first.bottom() + 1, second.top());
+    EXPECT_EQ(second.bottom() + 1, area().viewport()->height());
+    EXPECT_TRUE(small->isMinimized());
+}
+
 TEST_F(Frame, HelpShowsContentsAndIndexOfTheHelpFile) {
     trigger("help1");
     trigger("help2");

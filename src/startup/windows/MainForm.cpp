@@ -157,7 +157,18 @@ void MainForm::showPlanEditor() {
 
 void MainForm::arrangeCascade() { area_->cascadeSubWindows(); }
 
-void MainForm::arrangeTile() { area_->tileSubWindows(); }
+// One below the other, each as wide as the frame; the area itself would put two side by side.
+void MainForm::arrangeTile() {
+    QList<QMdiSubWindow*> rows = area_->subWindowList();
+    rows.removeIf([](const QMdiSubWindow* child) { return child->isMinimized(); });
+    const QSize all = area_->viewport()->size();
+    for (qsizetype i = 0; i < rows.size(); ++i) {
+        const auto top = static_cast<int>(all.height() * i / rows.size());
+        const auto below = static_cast<int>(all.height() * (i + 1) / rows.size());
+        rows[i]->showNormal();
+        rows[i]->setGeometry(0, top, all.width(), below - top);
+    }
+}
 
 void MainForm::help(void (desktop::HelpWindow::*page)(const QString&)) {
     const QString& file = parts_.program.state().HelpFile;
