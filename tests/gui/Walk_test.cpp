@@ -1,9 +1,12 @@
 #include "gui/WindowTexts.h"
 #include "gui/support/DesktopWorld.h"
+#include "gui/support/HelpFile.h"
 #include "gui/support/ModalWindow.h"
 #include "gui/support/WindowWalk.h"
 #include "outline/windows/dlgAddDocWindow.h"
 #include "plans/windows/DlgNewWindow.h"
+#include "platform/desktop/windows/HelpViewer.h"
+#include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "startup/windows/frmAbout.h"
 
@@ -82,6 +85,12 @@ void showMessage(desktop::Buttons buttons, const Look& look) {
         {QStringLiteral("真的要删除[质量保证]吗？"), desktop::Icon::question, {}, buttons});
 }
 
+void showHelp(Program& program, const Look& look) {
+    desktop::QtHelpWindow help(program.world.folder.path("cache"));
+    help.showContents(builtHelpFile());
+    show(*help.viewer(), look);
+}
+
 struct Walked {
     const char* name;
     std::function<void(Program&, const Look&)> open;
@@ -115,6 +124,7 @@ const Walked windows[] = {
      [](Program& program, const Look& look) {
          showDlgAddDoc(program, outline::AddMode::below, look);
      }},
+    {"HelpWindow", showHelp},
     {"MessageBoxOk", [](Program&, const Look& look) { showMessage(desktop::Buttons::ok, look); }},
     {"MessageBoxOkCancel",
      [](Program&, const Look& look) { showMessage(desktop::Buttons::okCancel, look); }},
@@ -249,6 +259,14 @@ TEST_F(BadWindow, AMnemonicTakenTwiceIsFound) {
     add(new QPushButton("取消(&C)"), "cmdCancel");
     show();
     EXPECT_EQ(sharedMnemonics(window), QStringList{"cmdOne and cmdOther share Alt+O"});
+}
+
+TEST_F(BadWindow, AMnemonicThatATabSharesIsFound) {
+    auto& tabs = add(new QTabWidget, "TabBoth");
+    tabs.addTab(new QWidget, "索引(&I)");
+    add(new QPushButton("图片(&I)"), "cmdPicture");
+    show();
+    EXPECT_EQ(sharedMnemonics(window).size(), 1);
 }
 
 TEST_F(BadWindow, ATextThatIsCutIsFound) {

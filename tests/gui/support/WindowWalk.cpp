@@ -330,8 +330,14 @@ QStringList sharedMnemonics(QWidget& window) {
             mnemonics.take(title->text(), QKeySequence::mnemonic(title->text()));
         }
     }
-    forEachWidget(window,
-                  [&](QWidget& widget) { mnemonics.take(nameOf(widget), mnemonicOf(widget)); });
+    forEachWidget(window, [&](QWidget& widget) {
+        mnemonics.take(nameOf(widget), mnemonicOf(widget));
+        if (const auto* bar = qobject_cast<const QTabBar*>(&widget)) {
+            for (int tab = 0; tab < bar->count(); ++tab) {
+                mnemonics.take(bar->tabText(tab), QKeySequence::mnemonic(bar->tabText(tab)));
+            }
+        }
+    });
     for (QMenu* menu : menusOf(window)) {
         mnemonics.begin();
         for (const QAction* item : menu->actions()) {
