@@ -1,12 +1,18 @@
-// What a click, a renaming and the deletions cost on an outline of ten thousand rows with two
-// thousand documents, and how that grows from a tenth of it.
+// What every command but moving and copying (bench_drag) costs on an outline of ten thousand rows
+// with two thousand documents, and how that grows from a tenth of it.
 
+#include "outline/AddDocument.h"
+#include "outline/CurrentPlan.h"
 #include "outline/DeleteNode.h"
+#include "outline/DeleteTemplate.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineRows.h"
 #include "outline/RenameNode.h"
+#include "outline/StoreTemplate.h"
+#include "outline/TemplateLibrary.h"
 #include "outline/TreeLoading.h"
 #include "outline/TrvCurrentEvents.h"
+#include "outline/dlgAddDoc.h"
 #include "plans/DeletePlan.h"
 #include "platform/desktop/OpenDocuments.h"
 #include "platform/files/DiskFileSystem.h"
@@ -16,6 +22,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -35,8 +42,10 @@ class Silence : public desktop::MessageBoxes,
                 public preview::DocumentPreview {
 public:
     desktop::Answer show(const desktop::Message& message) override {
-        if (message.buttons != desktop::Buttons::yesNo) {
+        if (message.buttons == desktop::Buttons::ok) {
             std::fprintf(stderr, "%s\n", qPrintable(message.text));
+        }
+        if (message.buttons != desktop::Buttons::yesNo) {
             return desktop::Answer::ok;
         }
         return desktop::Answer::yes;
@@ -45,9 +54,13 @@ public:
     void unload() override {}
     void show(const QString& /*path*/) override {}
     void hide() override {}
-    desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override { return {}; }
+    desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override {
+        return {chosen, QFileInfo(chosen).fileName()};
+    }
     void doEvents() override {}
     std::unique_ptr<word::Application> create() override { return nullptr; }
+
+    QString chosen;
 };
 
 // A plan of so many rows, ten to a folder, a fifth of them documents with their files.
@@ -56,6 +69,10 @@ public:
     explicit Plan(int rows) {
         const QString root = files::withSeparator(directory_.path());
         QDir(root).mkpath("plans/" + plan);
+        QDir(root).mkpath(QStringLiteral("Sys/标书模板"));
+        QDir(root).mkpath(QStringLiteral("Sys/Database"));
+        state_.AppPath = root;
+        state_.gSysPath = root + "Sys/";
         state_.gUserTplPath = root + "plans/";
         state_.gFso =
             std::make_unique<files::DiskFileSystem>(std::make_unique<desktop::OpenDocuments>());
@@ -68,6 +85,9 @@ public:
             rs->Set(u"名称", plan);
             rs->Update();
         }
+        state_.gDbUser->TableDefs().Append(store::outlineTable(QStringLiteral("temp")));
+        state_.gDbTemplate = state_.gWs->CreateDatabase(outline::templateLibraryPath(state_), {});
+        state_.gDbTemplate->TableDefs().Append(store::nameTable(QStringLiteral("遍历表")));
         state_.gDbUser->TableDefs().Append(store::informationTable(plan));
         fill(*state_.gDbUser, rows, true);
         fill(*state_.gWs->CreateDatabase(outline::planDatabasePath(state_, plan), {}), rows, false);
@@ -100,6 +120,39 @@ public:
         click(key);
         outline::TrvCurrentEvents tree(state_, workbench_, services_, silence_);
         return timed([&] { tree.DblClick(); });
+    }
+    double addFolder(const QString& key, outline::AddMode mode) {
+        click(key);
+        return timed([&] {
+            outline::dlgAddDoc(state_, workbench_, services_, mode).OK(QStringLiteral("新夹"));
+        });
+    }
+    double addDocument(const QString& key, outline::AddMode mode) {
+        click(key);
+        silence_.chosen = files::withSeparator(directory_.path()) + "new.doc";
+        QFile file(silence_.chosen);
+        (void)file.open(QIODevice::WriteOnly);
+        file.close();
+        outline::AddDocument command(state_, workbench_, services_);
+        return timed(
+            [&] { mode == outline::AddMode::beside ? command.mnuEQDoc() : command.mnuLTDoc(); });
+    }
+    double openPlan() {
+        return timed([&] {
+            outline::clickUserPlan(state_, workbench_, silence_,
+                                   workbench_.TrvTemplate_Us.Item(plan));
+        });
+    }
+    double savePlan() {
+        return timed([&] { outline::saveCurrentPlan(state_, workbench_); });
+    }
+    double storeTemplate() {
+        return timed([&] { outline::mnuSaveTemplate(state_, workbench_, services_); });
+    }
+    double deleteTemplate(const QString& key) {
+        storeTemplate();
+        workbench_.TrvTemplate.Select(&workbench_.TrvTemplate.Item(key));
+        return timed([&] { outline::mnuDelTemplate(state_, workbench_, services_); });
     }
     double deletePlan() {
         click(plan);
@@ -145,8 +198,20 @@ struct Times {
     double (*measure)(Plan&);
 };
 
+constexpr auto beside = outline::AddMode::beside;
+constexpr auto below = outline::AddMode::below;
+
 const Times commands[] = {
     {"click", [](Plan& p) { return p.click(plan + ".11.13"); }},
+    {"folder beside the first", [](Plan& p) { return p.addFolder(plan + ".1", beside); }},
+    {"folder below", [](Plan& p) { return p.addFolder(plan + ".21", below); }},
+    {"document beside the first", [](Plan& p) { return p.addDocument(plan + ".1", beside); }},
+    {"document below", [](Plan& p) { return p.addDocument(plan + ".21", below); }},
+    {"open the plan", [](Plan& p) { return p.openPlan(); }},
+    {"save to the plan's folder", [](Plan& p) { return p.savePlan(); }},
+    {"store as template (copies files)", [](Plan& p) { return p.storeTemplate(); }},
+    {"delete a ninth of a template", [](Plan& p) { return p.deleteTemplate(plan + ".1"); }},
+    {"delete a template", [](Plan& p) { return p.deleteTemplate(plan); }},
     {"rename", [](Plan& p) { return p.rename(plan + ".11.13"); }},
     {"drop a document without file", [](Plan& p) { return p.dropDocument(plan + ".21.23"); }},
     {"delete a folder of ten", [](Plan& p) { return p.deleteNode(plan + ".31"); }},
