@@ -197,7 +197,7 @@ QString SideBySide::add(const Step& step, const QString& key) {
 // Every fifth is not there; the others have a text that no other has.
 QString SideBySide::file(unsigned number) {
     const QString folder = "files/" + QString::number(++files_) + "/";
-    const QString path = folder + pick(fileTitles, number);
+    QString path = folder + pick(fileTitles, number);
     if (number % 5) {
         planner_.folder.write(path, "text " + QByteArray::number(files_));
     }
