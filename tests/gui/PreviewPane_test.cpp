@@ -12,6 +12,7 @@
 #include <QPdfWriter>
 #include <QScrollBar>
 #include <QTest>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -105,6 +106,18 @@ TEST_F(PreviewPaneTest, WithoutASuiteOurOwnReadingStandsAndNothingIsSaid) {
     EXPECT_TRUE(notice().isHidden());
     EXPECT_TRUE(hasInk(area().grab().toImage()));
     EXPECT_EQ(office.starts(), 0);
+}
+
+// The pages draw with its fonts.
+TEST_F(PreviewPaneTest, TheThreadThatReadADocumentDoesNotEnd) {
+    QThreadPool& pool = *QThreadPool::globalInstance();
+    pool.setExpiryTimeout(1);
+    open(false);
+    show(document("a.doc", 100));
+    EXPECT_LT(pool.expiryTimeout(), 0);
+    QTest::qWait(50);
+    frame->resize(700, 480);
+    EXPECT_TRUE(hasInk(area().grab().toImage()));
 }
 
 TEST_F(PreviewPaneTest, TheViewIsAsHighAsItsPagesNeed) {

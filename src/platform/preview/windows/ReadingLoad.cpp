@@ -150,8 +150,11 @@ private:
     QThread* target_;
 };
 
+// The pages draw with the fonts of the thread that made them, and those end with it: so no thread
+// ends for having nothing to do.
 ReadingLoad::ReadingLoad(const QString& path, const QString& lastLine, Receiver receiver)
     : shared_(std::make_shared<Shared>(mailbox_.sender(), std::move(receiver))) {
+    QThreadPool::globalInstance()->setExpiryTimeout(-1);
     QThreadPool::globalInstance()->start(
         [work = std::make_shared<Work>(shared_, path, lastLine, QThread::currentThread())] {
             work->run();
