@@ -35,7 +35,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize frameSize{780, 560};
-constexpr int patience = 8000; // milliseconds for a document to be drawn
+constexpr int patience = 15000; // milliseconds for a document to be drawn exactly
 
 class NoEvents : public desktop::Events {
 public:
@@ -59,7 +59,7 @@ public:
     void take() {
         prepareFrame();
         doubleClick(u"TrvCurrent"_s, 4);
-        settle(patience);
+        awaitExactPages();
         keep(u"MainForm"_s, frame_);
         keep(u"frmBid"_s, *part(u"frmBid"_s));
         keep(u"preview"_s, *part(u"fraSee"_s));
@@ -104,6 +104,17 @@ private:
         emit view.dblClick();
     }
 
+    // Without an office suite the reading of our own engine stays.
+    void awaitExactPages() {
+        const auto* pane = frame_.findChild<preview::PreviewPane*>();
+        QElapsedTimer timer;
+        timer.start();
+        while (!pane->isExact() && timer.elapsed() < patience) {
+            settle(100);
+        }
+        settle(500);
+    }
+
     void takeLibraries() {
         auto* tabs = frame_.findChild<QTabWidget*>(u"TabTemplate"_s);
         tabs->setCurrentIndex(0);
@@ -117,13 +128,19 @@ private:
 
     // The dialog that a menu item opens, filled as in use.
     void takeDialog(const QString& item, const QString& dialog) {
-        QTimer::singleShot(0, &frame_, [&] {
+        QTimer shutter;
+        shutter.callOnTimeout(&frame_, [&] {
             QWidget* window = QApplication::activeModalWidget();
+            if (window == nullptr) {
+                return;
+            }
+            shutter.stop();
             fill(*window);
             settle(50);
             keep(dialog, *window);
             window->close();
         });
+        shutter.start(50);
         frame_.findChild<QAction*>(item)->trigger();
     }
 
@@ -193,12 +210,13 @@ int main(int argc, char* argv[]) {
     desktop::QtHelpWindow help;
     desktop::WidgetShell shell;
     startup::WordProcessor word(messages);
+    preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
     startup::DesktopRun run({registry,
                              {messages, splash, fileDialogs, events, word.factory()},
                              help,
                              shell,
-                             [] {
-                                 auto* pane = new preview::PreviewPane;
+                             [&conversion] {
+                                 auto* pane = new preview::PreviewPane(conversion);
                                  return new outline::PreviewFrame(*pane, *pane);
                              },
                              [] {}});

@@ -39,20 +39,6 @@ TEST_F(DiskFiles, NamesAreFoundWithoutRegardToCase) {
     EXPECT_EQ(resolved(folder.path("SYS/DATABASE/new.mdb")), folder.path("sys/Database/new.mdb"));
 }
 
-// Few letters are asked for one by one, many, and those with more than two spellings, by reading
-// the folder.
-TEST_F(DiskFiles, NamesOfFewLettersAndOfManyAreFoundAlike) {
-    for (const char* name :
-         {"工程.4.12.DOC", "工程Task.1.Doc", "PlanOfManyLetters.1.dOc", "ÜBUNG.doc", "甲.é.doc"}) {
-        const QString path = folder.path(name);
-        ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly)) << name;
-        EXPECT_EQ(resolved(folder.path(QString(name).toLower())), path);
-        EXPECT_EQ(resolved(folder.path(QString(name).toUpper())), path);
-    }
-    const QString missing = folder.path("工程.5.doc");
-    EXPECT_EQ(resolved(missing), missing);
-}
-
 TEST_F(DiskFiles, ANameThatExistsAsWrittenWinsOverOneOfAnotherCase) {
     folder.write("a.txt", "small");
     folder.write("A.txt", "large");

@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QScreen>
 #include <QSplitter>
 #include <QStyle>
 #include <QTabWidget>
@@ -28,6 +29,7 @@ namespace qvnd::desktop {
 namespace {
 
 constexpr QSize usualSize{1120, 740};
+constexpr double mostOfTheScreen = 0.9;
 constexpr int navigationWidth = 270;
 
 template <typename Control>
@@ -78,7 +80,7 @@ HelpViewer::HelpViewer(const HelpCollection& collection)
       tabs_(named(new QTabWidget, u"HelpTabs"_s, u"目录、索引和搜索"_s)) {
     setObjectName(u"HelpWindow"_s);
     setAttribute(Qt::WA_QuitOnClose, false);
-    resize(usualSize);
+    resize(usualSize.boundedTo(screen()->availableSize() * mostOfTheScreen));
     buildToolbar();
     buildPanes();
     connect(browser_, &QTextBrowser::sourceChanged, this, [this](const QUrl& page) {
