@@ -232,6 +232,13 @@ TEST_F(Frame, UnloadSavesThePlanAndClosesTheDatabases) {
     EXPECT_EQ(ended, 1);
 }
 
+TEST_F(Frame, AnUnloadedChildGoesWithTheFrameAtTheLatest) {
+    const QPointer<QWidget> child = area().subWindowList().constFirst()->widget();
+    form->close();
+    form.reset();
+    EXPECT_EQ(child, nullptr) << "it would outlive what it works on";
+}
+
 // The copy of an open plan in its own folder, behind the given end of the run.
 struct Ends : Frame {
     void makePlan() {

@@ -132,9 +132,11 @@ void MainForm::showWorkbench() {
     showMenus();
 }
 
-// A child may be in the middle of an event of its own, so it ends when that is over.
+// A child may be in the middle of an event of its own, so it ends when that is over, and with the
+// frame at the latest: it works on what ends behind the frame.
 void MainForm::unload(QMdiSubWindow* child) {
     area_->removeSubWindow(child);
+    child->setParent(this);
     child->deleteLater();
     if (child == frmBid_) {
         frmBid_ = nullptr;
