@@ -75,6 +75,10 @@ protected:
             ++done;
         }
     }
+    static bool isNumber(const QString& key) {
+        return !key.isEmpty() &&
+               std::all_of(key.begin(), key.end(), [](QChar digit) { return digit.isDigit(); });
+    }
     // Every plan of the list fills a tree from its table.
     static void expectLoadable(jet::Database& library) {
         const auto list = library.OpenRecordset("Select * from 遍历表");
@@ -82,9 +86,10 @@ protected:
             const QString name = list->Get(u"名称").TextOrEmpty();
             outline::OutlineTree tree{"tree"};
             const auto rows = library.OpenRecordset("Select * from [" + name + "] order by ID asc");
-            const bool hasRows = !rows->Eof();
+            // No tree takes a key of digits alone, and so nothing of a plan with such a name.
+            const bool hasTree = !rows->Eof() && !isNumber(rows->Get(u"key").ToText());
             outline::FillOutlineTree(*rows, tree);
-            EXPECT_EQ(tree.Count() > 0, hasRows) << name.toStdString();
+            EXPECT_EQ(tree.Count() > 0, hasTree) << name.toStdString();
         }
     }
     void expectLoadable() {
