@@ -156,8 +156,12 @@ void frmBid::OpenPlanInfo() {
     run([this] { commands_.OpenPlanInfo(); });
 }
 
-// Logic tells its failures itself; what is left is told here.
+// Logic tells its failures itself; what is left is told here. Behind the end of the program there
+// is nothing left to work on.
 void frmBid::run(const std::function<void()>& event) {
+    if (!state_.gDbUser) {
+        return;
+    }
     try {
         event();
     } catch (const RunTimeError& failure) {

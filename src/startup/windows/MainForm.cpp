@@ -194,7 +194,15 @@ void MainForm::showAbout() {
     frmAbout(parts_.registry, parts_.messages, parts_.shell, this).exec();
 }
 
+// A name that is being typed is taken over as long as there is a store to take it.
+void MainForm::finishTyping() {
+    if (QWidget* typing = focusWidget()) {
+        typing->clearFocus();
+    }
+}
+
 void MainForm::endAtOnce() {
+    finishTyping();
     parts_.program.endAtOnce();
     parts_.end();
 }
@@ -210,6 +218,7 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {
+    finishTyping();
     parts_.program.exit();
     for (QMdiSubWindow* child : area_->subWindowList()) {
         unload(child);

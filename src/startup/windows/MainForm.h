@@ -78,6 +78,7 @@ private:
     void showMenus();
     void help(void (desktop::HelpWindow::*page)(const QString&));
     void openRoster();
+    void finishTyping();
 
     Parts parts_;
     QMdiArea* area_;
