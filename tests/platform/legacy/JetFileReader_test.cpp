@@ -186,9 +186,9 @@ TEST_F(JetFiles, AnUnknownVersionIsDamaged) {
 // Each ends with an error of its own or is read; whatever libmdb does, this process goes on.
 TEST_F(JetFiles, MutatedFilesNeverCrashOrHangTheProgram) {
     QRandomGenerator random(20260103);
-    const JetFileReader hasty(std::chrono::milliseconds(500));
+    const JetFileReader hasty(std::chrono::seconds(3));
     int refused = 0;
-    constexpr int rounds = 80;
+    constexpr int rounds = 60;
     for (int round = 0; round < rounds; ++round) {
         QByteArray bytes = genuine(round % 2 == 0 ? jet3File : jet4Files[0]);
         const int pageSize = round % 2 == 0 ? 2048 : 4096;

@@ -67,8 +67,18 @@ QByteArray bytesOf(const QStringList& names) {
 
 std::optional<QStringList> namesIn(const QByteArray& bytes) {
     QDataStream in(bytes);
+    quint32 count = 0;
+    in >> count;
+    // Each name takes the four bytes of its length at least, so no stray count asks for memory.
+    if (count > static_cast<quint64>(bytes.size()) / sizeof(quint32)) {
+        return std::nullopt;
+    }
     QStringList names;
-    in >> names;
+    for (quint32 i = 0; i < count && in.status() == QDataStream::Ok; ++i) {
+        QString name;
+        in >> name;
+        names << name;
+    }
     return isWhole(in) ? std::optional(names) : std::nullopt;
 }
 
