@@ -32,6 +32,7 @@ void makeDatabase(modMain& state, const QString& folder, const QString& name) {
 
 void copyDocuments(modMain& state, const QString& plan, jet::Recordset& documents,
                    const QString& folder) {
+    const auto names = state.gFso->holdNames();
     for (; !documents.Eof(); documents.MoveNext()) {
         const QString key = documents.Get(u"Key").ToText();
         try {

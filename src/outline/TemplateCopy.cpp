@@ -77,6 +77,7 @@ Copied TemplateCopy::guarded(const QString& targetKey, const QString& sourceKey,
         return copy(targetKey, sourceKey, given);
     } catch (const RunTimeError& failure) {
         trvCurrent_.forget();
+        names_.reset();
         services_.messages.tell(QString::fromStdU16String(failure.description()));
         return Copied::incomplete;
     }
@@ -137,6 +138,7 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
         return Copied::copied;
     }
     state_.gWs->Settle();
+    names_.reset();
     if (!services_.messages.ask("[ " + source.Text() + " ]已存在，是否覆盖？", Icon::information,
                                 notice)) {
         return Copied::incomplete;
@@ -176,12 +178,16 @@ void TemplateCopy::copyFile(const QString& sourceKey, const QString& table, cons
     const QChar separator = files::separator();
     const QString file = files::withSeparator(state_.AppPath) + "Sys" + separator + "标书模板" +
                          separator + tableOfKey(sourceKey) + separator + sourceKey + ".doc";
+    if (!names_) {
+        names_ = state_.gFso->holdNames();
+    }
     if (state_.gFso->FileExists(file)) {
         state_.gFso->CopyFile(file, documentPath(state_, table, name), true);
     }
 }
 
 Copied TemplateCopy::refuse(const QString& text) {
+    names_.reset();
     services_.messages.tell(text, Icon::information, notice);
     return Copied::stopped;
 }

@@ -7,6 +7,8 @@
 
 #include <QStringList>
 
+#include <memory>
+
 namespace qvnd::outline {
 
 // How a copy ended; the user has been told of all but `copied`.
@@ -58,6 +60,8 @@ private:
     Services services_;
     TreeRefill trvCurrent_;
     QStringList newKeys_;
+    // Held from the first file to the next message, as nobody may wait on them.
+    std::shared_ptr<files::FolderNames> names_;
 };
 
 } // namespace qvnd::outline

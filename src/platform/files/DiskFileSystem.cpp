@@ -49,6 +49,26 @@ fs::path outOfPlace(const fs::path& folder) { return folder.parent_path() / ".~d
 
 DiskFileSystem::DiskFileSystem(std::unique_ptr<FilesInUse> inUse) : inUse_(std::move(inUse)) {}
 
+std::shared_ptr<FolderNames> DiskFileSystem::holdNames() {
+    std::shared_ptr<FolderNames> names = names_.lock();
+    if (!names) {
+        names = std::make_shared<FolderNames>();
+        names_ = names;
+    }
+    return names;
+}
+
+QString DiskFileSystem::spelt(const QString& path) const {
+    const std::shared_ptr<FolderNames> names = names_.lock();
+    return names ? names->resolved(path) : resolved(path);
+}
+
+void DiskFileSystem::forgetNames() {
+    if (const std::shared_ptr<FolderNames> names = names_.lock()) {
+        names->forgetAll();
+    }
+}
+
 void DiskFileSystem::refuseInUse(const QString& path) {
     const QString file = resolved(path);
     if (isTextDocument(file) &&
@@ -81,9 +101,13 @@ void DiskFileSystem::refuseUndeletable(const QString& folder, bool force) {
 }
 
 bool DiskFileSystem::FolderExists(const QString& path) { return folderExists(path); }
-bool DiskFileSystem::FileExists(const QString& path) { return fileExists(path); }
+
+bool DiskFileSystem::FileExists(const QString& path) {
+    return !path.isEmpty() && QFileInfo(spelt(path)).isFile();
+}
 
 void DiskFileSystem::CreateFolder(const QString& path) {
+    forgetNames();
     const QString name = withoutSeparator(path);
     std::error_code failed;
     if (!fs::create_directory(toPath(name), failed)) {
@@ -92,6 +116,7 @@ void DiskFileSystem::CreateFolder(const QString& path) {
 }
 
 void DiskFileSystem::DeleteFolder(const QString& path, bool force) {
+    forgetNames();
     const fs::path folder = toPath(withoutSeparator(path));
     std::error_code failed;
     if (endsInDots(folder) || !fs::is_directory(fs::symlink_status(folder, failed))) {
@@ -113,6 +138,7 @@ void DiskFileSystem::DeleteFolder(const QString& path, bool force) {
 }
 
 void DiskFileSystem::MoveFolder(const QString& source, const QString& target) {
+    forgetNames();
     const fs::path from = toPath(withoutSeparator(source));
     std::error_code failed;
     if (!fs::is_directory(from, failed)) {
@@ -129,8 +155,8 @@ void DiskFileSystem::MoveFolder(const QString& source, const QString& target) {
 }
 
 void DiskFileSystem::CopyFile(const QString& source, const QString& target, bool overwrite) {
-    const QString from = resolved(source);
-    const QString to = resolved(target);
+    const QString from = spelt(source);
+    const QString to = spelt(target);
     if (!QFileInfo(from).isFile()) {
         throwFileError(error::fileNotFound, source);
     }
@@ -141,6 +167,9 @@ void DiskFileSystem::CopyFile(const QString& source, const QString& target, bool
         refuseInUse(to);
     }
     copyAsSpelt(from, to);
+    if (const std::shared_ptr<FolderNames> names = names_.lock()) {
+        names->add(to);
+    }
 }
 
 void DiskFileSystem::DeleteFile(const QString& path) {
@@ -156,6 +185,9 @@ void DiskFileSystem::DeleteFile(const QString& path) {
     fs::remove(file, failed);
     if (failed) {
         throwFileError(failed, path);
+    }
+    if (const std::shared_ptr<FolderNames> names = names_.lock()) {
+        names->remove(fromPath(file));
     }
 }
 

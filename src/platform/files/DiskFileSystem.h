@@ -22,14 +22,18 @@ public:
     void MoveFolder(const QString& source, const QString& target) override;
     void CopyFile(const QString& source, const QString& target, bool overwrite) override;
     void DeleteFile(const QString& path) override;
+    std::shared_ptr<FolderNames> holdNames() override;
     std::vector<Entry> SubFolders(const QString& folder) override;
     std::vector<Entry> Files(const QString& folder) override;
 
 private:
+    QString spelt(const QString& path) const;
+    void forgetNames();
     void refuseInUse(const QString& path);
     void refuseUndeletable(const QString& folder, bool force);
 
     std::unique_ptr<FilesInUse> inUse_;
+    std::weak_ptr<FolderNames> names_;
 };
 
 } // namespace qvnd::files

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "platform/files/FolderNames.h"
+
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 namespace qvnd::files {
@@ -39,6 +42,10 @@ public:
     virtual void CopyFile(const QString& source, const QString& target, bool overwrite) = 0;
     // 53 when it is missing, 70 when it is in use or may not be written.
     virtual void DeleteFile(const QString& path) = 0;
+
+    // While what it returns is kept, folders are read once for all look-ups of names, so that a run
+    // of copies takes the time of the copying. To be let go before the user is asked anything.
+    virtual std::shared_ptr<FolderNames> holdNames() = 0;
 
     // In the order of their names; 76 when the folder is missing.
     virtual std::vector<Entry> SubFolders(const QString& folder) = 0;

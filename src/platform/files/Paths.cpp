@@ -18,13 +18,9 @@ std::filesystem::path nativePath(const QString& path) {
 #endif
 }
 
-// The spelling of `name` inside `folder`, or `name` itself when nothing there is called so. The
-// names alone are read, as a folder may hold thousands of documents.
+// The spelling of `name` inside `folder`, or `name` itself when nothing there is called so.
 QString spellingIn(const QString& folder, const QString& name) {
-    std::error_code failed;
-    for (std::filesystem::directory_iterator at(nativePath(folder), failed), end;
-         !failed && at != end; at.increment(failed)) {
-        QString entry = fromPath(at->path().filename());
+    for (const QString& entry : namesOf(folder)) {
         if (entry.compare(name, Qt::CaseInsensitive) == 0) {
             return entry;
         }
@@ -61,6 +57,16 @@ QString resolved(const QString& path) {
     }
     const QString folder = resolved(path.left(cut));
     return folder + separator() + spellingIn(folder, name) + path.mid(end);
+}
+
+QStringList namesOf(const QString& folder) {
+    QStringList names;
+    std::error_code failed;
+    for (std::filesystem::directory_iterator at(nativePath(folder), failed), end;
+         !failed && at != end; at.increment(failed)) {
+        names << fromPath(at->path().filename());
+    }
+    return names;
 }
 
 bool folderExists(const QString& path) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <filesystem>
 
@@ -20,6 +21,10 @@ QString withoutSeparator(const QString& path);
 // differs only in case from one that does takes that one's spelling. What does not exist at all
 // stays as written.
 QString resolved(const QString& path);
+
+// The names in a folder, `folder` as spelt on disk, in no order. The names alone are read, as a
+// folder may hold thousands of documents; of a folder that cannot be read, what could be.
+QStringList namesOf(const QString& folder);
 
 bool folderExists(const QString& path);
 bool fileExists(const QString& path);

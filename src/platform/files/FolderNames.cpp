@@ -1,0 +1,75 @@
+#include "platform/files/FolderNames.h"
+
+#include "platform/files/Paths.h"
+
+#include <QFileInfo>
+
+namespace qvnd::files {
+
+namespace {
+
+struct Place {
+    QString folder;
+    QString name;
+};
+
+Place placeOf(const QString& path) {
+    const qsizetype cut = path.lastIndexOf(separator());
+    return {path.left(cut), path.mid(cut + 1)};
+}
+
+// Two names are equal under this exactly when a comparison without case finds them equal; folding a
+// text as a whole would join more, such as "ß" and "ss".
+QString withoutCase(const QString& name) {
+    QString folded;
+    folded.reserve(name.size());
+    for (const uint point : name.toUcs4()) {
+        const char32_t plain = QChar::toCaseFolded(point);
+        folded += QString::fromUcs4(&plain, 1);
+    }
+    return folded;
+}
+
+} // namespace
+
+FolderNames::Names& FolderNames::namesIn(const QString& folder) {
+    const auto known = folders_.find(folder);
+    if (known != folders_.end()) {
+        return *known;
+    }
+    Names names;
+    for (const QString& name : namesOf(folder)) {
+        names.insert(withoutCase(name), name);
+    }
+    return *folders_.insert(folder, names);
+}
+
+QString FolderNames::resolved(const QString& path) {
+    const Place place = placeOf(path);
+    if (place.folder.isEmpty() || place.name.isEmpty() || !QFileInfo(place.folder).isDir()) {
+        return files::resolved(path);
+    }
+    if (QFileInfo::exists(path)) {
+        return path;
+    }
+    const auto spelling = namesIn(place.folder).value(withoutCase(place.name), place.name);
+    return place.folder + separator() + spelling;
+}
+
+void FolderNames::add(const QString& path) {
+    const Place place = placeOf(path);
+    const auto known = folders_.find(place.folder);
+    if (known != folders_.end()) {
+        known->insert(withoutCase(place.name), place.name);
+    }
+}
+
+void FolderNames::remove(const QString& path) {
+    const Place place = placeOf(path);
+    const auto known = folders_.find(place.folder);
+    if (known != folders_.end()) {
+        known->remove(withoutCase(place.name));
+    }
+}
+
+} // namespace qvnd::files
