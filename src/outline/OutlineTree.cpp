@@ -4,7 +4,6 @@
 #include "platform/error/RunTimeError.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 namespace qvnd::outline {
@@ -90,6 +89,7 @@ void OutlineTree::dropSubtree(OutlineNode& node) {
         pending.pop_back();
         doomed.insert(next);
         byKey_.remove(next->key_);
+        expanded_.erase(next);
         pending.insert(pending.end(), next->children_.begin(), next->children_.end());
     }
     std::erase_if(nodes_, [&](const auto& owned) { return doomed.contains(owned.get()); });
@@ -123,6 +123,7 @@ void OutlineTree::Clear() {
     }
     topLevel_.clear();
     byKey_.clear();
+    expanded_.clear();
     nodes_.clear();
     for (auto* observer : observers_) {
         observer->cleared();
@@ -167,8 +168,23 @@ void OutlineTree::Expand(OutlineNode& node, bool expanded) {
         return;
     }
     node.expanded_ = expanded;
+    if (expanded) {
+        expanded_.insert(&node);
+    } else {
+        expanded_.erase(&node);
+    }
     for (auto* observer : observers_) {
         observer->expandedChanged(node);
+    }
+}
+
+void OutlineTree::CollapseAll() {
+    std::vector<OutlineNode*> nodes(expanded_.begin(), expanded_.end());
+    std::sort(nodes.begin(), nodes.end(), [](const OutlineNode* one, const OutlineNode* other) {
+        return one->Index() < other->Index();
+    });
+    for (OutlineNode* node : nodes) {
+        Expand(*node, false);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 namespace qvnd::outline {
@@ -54,6 +55,8 @@ public:
     OutlineNode* SelectedItem() const { return selected_; }
     void Select(OutlineNode* node);
     void Expand(OutlineNode& node, bool expanded = true);
+    // Costs what is expanded, not what is there.
+    void CollapseAll();
     void setText(OutlineNode& node, const QString& text);
 
     // The observer must outlive its stay or take itself off; both are harmless when repeated.
@@ -74,6 +77,7 @@ private:
     std::vector<std::unique_ptr<OutlineNode>> nodes_;
     Siblings topLevel_;
     QHash<QString, OutlineNode*> byKey_;
+    std::unordered_set<OutlineNode*> expanded_;
     OutlineNode* selected_ = nullptr;
     std::vector<OutlineTreeObserver*> observers_;
 };

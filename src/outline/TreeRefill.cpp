@@ -38,9 +38,7 @@ void TreeRefill::append(const OutlineRow& row) {
 }
 
 void TreeRefill::select(const QString& selectKey) {
-    for (int index = 1; index <= tree_.Count(); ++index) {
-        tree_.Expand(tree_.Item(index), false);
-    }
+    tree_.CollapseAll();
     OutlineNode* node = tree_.find(selectKey);
     if (!node || node->Index() == 1) {
         tree_.Select(nullptr);

@@ -144,4 +144,32 @@ TEST_F(OutlineTreeNodes, AnObserverHearsOfEachChangeBeforeAndAfter) {
     EXPECT_EQ(listener.heard.size(), 10);
 }
 
+TEST_F(OutlineTreeNodes, CollapseAllCollapsesWhatIsExpandedAndTellsNothingOfTheRest) {
+    fill();
+    tree.Expand(tree.Item("T.5"));
+    tree.Expand(tree.Item("T"));
+    tree.Expand(tree.Item("T.2"));
+    tree.Expand(tree.Item("T.2"), false);
+    Listener listener;
+    tree.addObserver(&listener);
+    tree.CollapseAll();
+    EXPECT_EQ(listener.heard, QStringList({"expand T", "expand T.5"}));
+    EXPECT_FALSE(tree.Item("T").Expanded());
+    EXPECT_FALSE(tree.Item("T.5").Expanded());
+    tree.CollapseAll();
+    EXPECT_EQ(listener.heard.size(), 2);
+    tree.removeObserver(&listener);
+}
+
+TEST_F(OutlineTreeNodes, CollapseAllForgetsNodesThatAreGone) {
+    fill();
+    tree.Expand(tree.Item("T.5"));
+    tree.Remove("T.5");
+    tree.CollapseAll();
+    tree.Expand(tree.Item("T"));
+    tree.Clear();
+    tree.CollapseAll();
+    EXPECT_EQ(tree.Count(), 0);
+}
+
 } // namespace
