@@ -204,6 +204,107 @@ TEST_F(Recordsets, ContentsAreReadWhenAskedForNotWhenOpened) {
     EXPECT_EQ(first->Get(u"名称").ToText(), u"改"_qs);
 }
 
+// So many rows that going through them reads some ahead of the current one.
+class RowsInARow : public Recordsets {
+protected:
+    RowsInARow() {
+        QStringList keys;
+        for (int i = 0; i < 200; ++i) {
+            keys << QStringLiteral("T.%1").arg(i);
+        }
+        addRows(*db_, u"T"_qs, keys);
+        rows_ = all();
+        for (int i = 0; i < 100; ++i) {
+            rows_->MoveNext();
+            EXPECT_EQ(rows_->Get(u"Key").ToText(), keys[i + 1]);
+        }
+    }
+
+    QString next(QStringView field) const {
+        rows_->MoveNext();
+        return rows_->Get(field).ToText();
+    }
+
+    void rename(const QString& key) {
+        const auto row = db_->OpenRecordset(u"Select * from T Where Key='"_qs + key + u'\'');
+        row->Edit();
+        row->Set(u"名称", u"改"_qs);
+        row->Update();
+    }
+
+    std::unique_ptr<Recordset> rows_;
+};
+
+TEST_F(RowsInARow, AreAllReadEachOnceInTheirOrder) {
+    for (int i = 101; i < 200; ++i) {
+        EXPECT_EQ(next(u"Key"), QStringLiteral("T.%1").arg(i));
+    }
+    rows_->MoveNext();
+    EXPECT_TRUE(rows_->Eof());
+    rows_->MoveFirst();
+    EXPECT_EQ(rows_->Get(u"Key").ToText(), u"T.0"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.1"_qs);
+}
+
+TEST_F(RowsInARow, ShowAChangeToARowThatComesLater) {
+    rename(u"T.102"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.101"_qs);
+    EXPECT_EQ(next(u"名称"), u"改"_qs);
+}
+
+TEST_F(RowsInARow, AnswerThatALaterRowIsGoneWhenItsTurnComes) {
+    db_->Execute(u"Delete * from T Where Key='T.102'"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.101"_qs);
+    rows_->MoveNext();
+    EXPECT_EQ(errorOf([&] { (void)rows_->Get(u"Key"); }), 3167);
+    EXPECT_EQ(next(u"Key"), u"T.103"_qs);
+}
+
+TEST_F(RowsInARow, AnswerThatARowGoneBeforeTheReadingWasAheadIsGoneToo) {
+    db_->Execute(u"Delete * from T Where Key='T.103'"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.101"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.102"_qs);
+    rows_->MoveNext();
+    EXPECT_EQ(errorOf([&] { (void)rows_->Get(u"Key"); }), 3167);
+    for (int i = 104; i < 200; ++i) {
+        EXPECT_EQ(next(u"Key"), QStringLiteral("T.%1").arg(i));
+    }
+}
+
+TEST_F(RowsInARow, ShowWhatATransactionChanges) {
+    workspace_->BeginTrans();
+    rename(u"T.102"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.101"_qs);
+    EXPECT_EQ(next(u"名称"), u"改"_qs);
+    workspace_->CommitTrans();
+    EXPECT_EQ(next(u"Key"), u"T.103"_qs);
+}
+
+TEST_F(RowsInARow, CanBeEditedOneByOne) {
+    for (int i = 101; i < 120; ++i) {
+        EXPECT_EQ(next(u"Key"), QStringLiteral("T.%1").arg(i));
+        rows_->Edit();
+        rows_->Set(u"名称", QStringLiteral("改 %1").arg(i));
+        rows_->Update();
+        EXPECT_EQ(rows_->Get(u"名称").ToText(), QStringLiteral("改 %1").arg(i));
+    }
+    EXPECT_EQ(rowsOf(*db_, u"Select 名称 from T Where Key='T.119'"_qs), QStringList{u"改 119"_qs});
+}
+
+TEST_F(RowsInARow, LockTheFileNoLongerThanTheyAreRead) {
+    EXPECT_EQ(next(u"Key"), u"T.101"_qs);
+    DBEngine other;
+    const auto theirs = other.Workspaces(0).OpenDatabase(db_->Name());
+    EXPECT_EQ(errorOf([&] { theirs->Execute(u"Delete * from T Where Key='T.150'"_qs); }), 0);
+}
+
+TEST_F(RowsInARow, AreReadAnewAfterARequery) {
+    db_->Execute(u"Delete * from T Where Key='T.0'"_qs);
+    rows_->Requery();
+    EXPECT_EQ(rows_->Get(u"Key").ToText(), u"T.1"_qs);
+    EXPECT_EQ(next(u"Key"), u"T.2"_qs);
+}
+
 TEST_F(Recordsets, AValueTwiceInAUniqueIndexIs3022AndTheRowStaysInHand) {
     addRows(*db_, u"T"_qs, {u"T"_qs});
     const auto rows = all();

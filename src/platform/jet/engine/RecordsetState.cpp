@@ -8,8 +8,35 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 namespace qvnd::jet {
+
+namespace {
+
+constexpr std::size_t mostRowsAtOnce = 64;
+
+// Keeps what is read in one state of the file, which is locked once for all.
+class ReadLock {
+public:
+    explicit ReadLock(Connection& connection) : connection_(connection) {
+        connection_.Prepared("BEGIN").Run();
+    }
+    ~ReadLock() {
+        try {
+            connection_.Prepared("ROLLBACK").Run();
+        } catch (const RunTimeError&) {
+            // Nothing was written; the file's next user finds out what it has come to.
+        }
+    }
+    ReadLock(const ReadLock&) = delete;
+    ReadLock& operator=(const ReadLock&) = delete;
+
+private:
+    Connection& connection_;
+};
+
+} // namespace
 
 RecordsetState::RecordsetState(std::shared_ptr<Session> session, Query query, Opened opened)
     : session_(std::move(session)), query_(std::move(query)), opened_(opened),
@@ -56,6 +83,7 @@ void RecordsetState::Load() {
     }
     rows_ = RowsWhere(query_.Where);
     reached_ = 0;
+    readPlace_.reset();
     MoveTo(0);
 }
 
@@ -131,25 +159,56 @@ Value RecordsetState::Get(QStringView field) {
     return row_[position];
 }
 
+// Whoever goes through the rows one by one gets them read many at a time: to lock the file and to
+// look for its journal costs several times what a row costs. What an own change or another place
+// makes doubtful is read anew.
 void RecordsetState::ReadRow() {
-    const std::int64_t wanted = rows_[Current()];
-    const StoredTable& table = Table();
-    Connection& connection = File().Sql();
-    Statement& statement = connection.Prepared("SELECT " + table.AllColumns() + " FROM " +
-                                               table.TableName() + " WHERE rid=?1");
-    statement.Reset();
-    statement.Bind(1, wanted);
-    if (!statement.Step()) {
-        statement.Reset();
+    const std::size_t place = Current();
+    const bool isNext = readPlace_ && place == *readPlace_ + 1;
+    const std::int64_t stamp = File().Sql().ChangeStamp();
+    if (!isNext || ahead_.empty() || aheadStamp_ != stamp || File().IsPending()) {
+        atOnce_ = isNext ? std::min(2 * atOnce_, mostRowsAtOnce) : 1;
+        ReadAhead(place);
+    }
+    row_ = std::move(ahead_.front());
+    ahead_.pop_front();
+    rowStamp_ = stamp;
+    readPlace_ = place;
+}
+
+void RecordsetState::ReadAhead(std::size_t place) {
+    ahead_.clear();
+    readPlace_.reset();
+    StoreFile& file = File();
+    const std::size_t wanted = file.IsPending() ? 1 : std::min(atOnce_, rows_.size() - place);
+    std::optional<ReadLock> lock;
+    if (wanted > 1) {
+        lock.emplace(file.Sql());
+    }
+    std::vector<Value> row;
+    while (ahead_.size() < wanted && ReadInto(row, rows_[place + ahead_.size()])) {
+        ahead_.push_back(std::move(row));
+    }
+    if (ahead_.empty()) {
         failRecordDeleted();
     }
-    row_.clear();
-    int column = 0;
-    for (const Field& field : table.Definition.Fields) {
-        row_.push_back(statement.Read(column++, field.Type));
+    aheadStamp_ = file.Sql().ChangeStamp();
+}
+
+bool RecordsetState::ReadInto(std::vector<Value>& row, std::int64_t number) const {
+    const StoredTable& table = Table();
+    Statement& statement = File().Sql().Prepared("SELECT " + table.AllColumns() + " FROM " +
+                                                 table.TableName() + " WHERE rid=?1");
+    statement.Reset();
+    statement.Bind(1, number);
+    const bool isThere = statement.Step();
+    const std::vector<Field>& fields = table.Definition.Fields;
+    row.clear();
+    for (std::size_t i = 0; isThere && i < fields.size(); ++i) {
+        row.push_back(statement.Read(static_cast<int>(i), fields[i].Type));
     }
     statement.Reset();
-    rowStamp_ = connection.ChangeStamp();
+    return isThere;
 }
 
 void RecordsetState::MoveFirst() {

@@ -5,6 +5,7 @@
 #include "platform/jet/engine/Session.h"
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -52,6 +53,9 @@ private:
     // A place behind the last row is the end.
     void MoveTo(std::size_t place);
     void ReadRow();
+    void ReadAhead(std::size_t place);
+    // False when the row is gone.
+    bool ReadInto(std::vector<Value>& row, std::int64_t number) const;
     void Load();
     std::vector<std::int64_t> RowsWhere(const std::optional<Expression>& where) const;
     void InsertRow();
@@ -73,6 +77,12 @@ private:
 
     std::vector<Value> row_; // the current row, by position in the table
     std::int64_t rowStamp_ = -1;
+    std::optional<std::size_t> readPlace_; // of the row read last
+
+    // Rows behind the one read last, in their order, as the file had them at the stamp.
+    std::deque<std::vector<Value>> ahead_;
+    std::int64_t aheadStamp_ = -1;
+    std::size_t atOnce_ = 1; // rows to read with one lock of the file
 
     InHand inHand_ = InHand::Nothing;
     std::vector<Value> handRow_;
