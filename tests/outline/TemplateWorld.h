@@ -2,7 +2,7 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/TemplateLibrary.h"
-#include "support/FakeDocumentPreview.h"
+#include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 
 namespace qvnd::test {
@@ -58,7 +58,7 @@ public:
     }
     bool hasTable(const QString& name) { return state.gDbTemplate->TableDefs().Contains(name); }
 
-    FakeDocumentPreview preview;
+    FakePreview preview;
 };
 
 } // namespace qvnd::test

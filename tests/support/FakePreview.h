@@ -19,9 +19,13 @@ public:
         shown << path;
         isUp = true;
     }
-    void hide() override { isUp = false; }
+    void hide() override {
+        ++hidden;
+        isUp = false;
+    }
 
     QStringList shown;
+    int hidden = 0;
     bool isUp = false;
     std::optional<RunTimeError> failure;
 };

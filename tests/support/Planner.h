@@ -18,9 +18,9 @@
 #include "plans/DlgNew.h"
 #include "platform/registry/RegistryFile.h"
 #include "startup/Program.h"
-#include "support/FakeDocumentPreview.h"
 #include "support/FakeFileDialogs.h"
 #include "support/FakeMessageBoxes.h"
+#include "support/FakePreview.h"
 #include "support/Files.h"
 #include "support/OutlineWorld.h"
 #include "support/RecordingWord.h"
@@ -180,7 +180,7 @@ public:
     CountingSplash splash;
     FakeFileDialogs dialogs;
     CountingEvents events;
-    FakeDocumentPreview preview;
+    FakePreview preview;
     CallLog log;
     RecordingApplicationFactory word{log};
     std::unique_ptr<startup::Program> program;

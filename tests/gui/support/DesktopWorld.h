@@ -42,7 +42,7 @@ private:
     desktop::FileDialogs& dialogs_;
     word::ApplicationFactory& word_;
     startup::WidgetSplash splash_;
-    FakeDocumentPreview preview_;
+    FakePreview preview_;
     std::unique_ptr<startup::DesktopRun> run_;
     bool ended_ = false;
 };

@@ -4,7 +4,7 @@
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/WorkbenchToolbar.h"
 #include "outline/windows/frmBid.h"
-#include "support/FakeDocumentPreview.h"
+#include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 
 #include <QDir>
@@ -146,7 +146,7 @@ protected:
 
     OutlineWorld world;
     RecordingFrame frame;
-    FakeDocumentPreview preview;
+    FakePreview preview;
     TallPane* pane = nullptr;
     outline::PreviewFrame* fraSee = nullptr;
     std::unique_ptr<outline::frmBid> form;
