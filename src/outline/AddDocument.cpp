@@ -35,7 +35,8 @@ Added AddDocument::guarded(Command command) {
         return Added::nothingSelected;
     }
     try {
-        return command(*selected);
+        // By its key: dialog, question and word processor let events run, and the tree with them.
+        return command(QString(selected->Key()));
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::dialogCancelled) {
             return Added::cancelled;
@@ -47,15 +48,14 @@ Added AddDocument::guarded(Command command) {
 }
 
 Added AddDocument::mnuEQDoc() {
-    return guarded([this](const OutlineNode& selected) { return addBeside(selected); });
+    return guarded([this](const QString& selectedKey) { return addBeside(selectedKey); });
 }
 
 Added AddDocument::mnuLTDoc() {
-    return guarded([this](const OutlineNode& selected) { return addBelow(selected); });
+    return guarded([this](const QString& selectedKey) { return addBelow(selectedKey); });
 }
 
-Added AddDocument::addBeside(const OutlineNode& selected) {
-    const QString& selectedKey = selected.Key();
+Added AddDocument::addBeside(const QString& selectedKey) {
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(state_.gSysPath + "标书模板", plan);
@@ -64,10 +64,11 @@ Added AddDocument::addBeside(const OutlineNode& selected) {
          QStringLiteral("Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"), QStringLiteral("doc")});
 
     const std::int16_t insertPoint = idOfKey(db, plan, selectedKey);
-    if (!selected.Parent()) {
+    const OutlineNode* parent = workbench_.TrvCurrent.Item(selectedKey).Parent();
+    if (!parent) {
         throw RunTimeError(error::objectNotSet, u"未设置对象变量：根节点没有上级节点");
     }
-    if (hasDocument(*selected.Parent(), comparedName(chosen.fileTitle))) {
+    if (hasDocument(*parent, comparedName(chosen.fileTitle))) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
 
@@ -109,8 +110,7 @@ Added AddDocument::addBeside(const OutlineNode& selected) {
     return Added::added;
 }
 
-Added AddDocument::addBelow(const OutlineNode& selected) {
-    const QString& selectedKey = selected.Key();
+Added AddDocument::addBelow(const QString& selectedKey) {
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(
@@ -132,7 +132,7 @@ Added AddDocument::addBelow(const OutlineNode& selected) {
     if (depthOfKey(newKey_) > deepestLevel) {
         return refuse(Added::tooDeep, QStringLiteral("对不起，系统最多支持九级深度！"));
     }
-    if (hasDocument(selected, name)) {
+    if (hasDocument(workbench_.TrvCurrent.Item(selectedKey), name)) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
     addRow(*family, {newKey_, name, true});

@@ -24,8 +24,8 @@ public:
     const QString& newKey() const { return newKey_; }
 
 private:
-    Added addBeside(const OutlineNode& selected);
-    Added addBelow(const OutlineNode& selected);
+    Added addBeside(const QString& selectedKey);
+    Added addBelow(const QString& selectedKey);
     void createMissingFolders(const QString& templates, const QString& plan);
     bool bringFile(const QString& source, const QString& target, const QString& question);
     void makeEmptyDocument(const QString& target);

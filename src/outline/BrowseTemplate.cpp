@@ -30,7 +30,7 @@ Browsed browse(modMain& state, Workbench& workbench, desktop::MessageBoxes& mess
     if (!selected) {
         throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
     }
-    const QString& key = selected->Key();
+    const QString key = selected->Key(); // outlasts the node while the user is told
     const QString path = templateDocumentPath(state, tableOfKey(key), key);
     if (!state.gFso->FileExists(path)) {
         return dropMissing(state, workbench, messages, key, path);

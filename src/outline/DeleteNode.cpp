@@ -35,10 +35,11 @@ public:
         if (!selected) {
             throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选中节点");
         }
+        // The node may be another object by the time of the answer.
+        const QString key = selected->Key();
         if (!services_.messages.ask("真的要删除[" + selected->Text() + "]吗？", Icon::question)) {
             return false;
         }
-        const QString key = selected->Key();
         state_.gWs->BeginTrans();
         if (depthOfKey(key) == 0) {
             deletePlan(tableOfKey(key));

@@ -110,11 +110,11 @@ void deleteNode(modMain& state, Workbench& workbench, const QString& key,
 DeleteOutcome mnuDelTemplate(modMain& state, Workbench& workbench, const Services& services) {
     try {
         const OutlineNode& selected = selectedIn(workbench.TrvTemplate);
+        // The node goes before the work is over, and may be another object before it begins.
+        const QString key = selected.Key();
         if (!isMeant(selected, services.messages)) {
             return {TemplateDeleted::cancelled, {}};
         }
-        // The node goes before the work is over.
-        const QString key = selected.Key();
         state.gWs->BeginTrans();
         if (depthOfKey(key) == 0) {
             deleteTemplate(state, workbench, key, services.messages);

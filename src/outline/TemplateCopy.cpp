@@ -137,13 +137,14 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
         trvCurrent_.refill(table, &row, targetKey);
         return Copied::copied;
     }
+    const QString clashKey = siblings.clash->Key(); // the tree may change while the user is asked
     state_.gWs->Settle();
     names_.reset();
     if (!services_.messages.ask("[ " + source.Text() + " ]已存在，是否覆盖？", Icon::information,
                                 notice)) {
         return Copied::incomplete;
     }
-    copyFile(sourceKey, table, siblings.clash->Key());
+    copyFile(sourceKey, table, clashKey);
     // There is no new key here: the second copy bears what the walk over the children left.
     copyFile(sourceKey, table, siblings.largest ? QString::number(*siblings.largest) : QString());
     trvCurrent_.refill(table, nullptr, targetKey);
@@ -151,9 +152,13 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
 }
 
 Copied TemplateCopy::copyChildren(const QString& targetKey, const OutlineNode& source) {
-    Copied outcome = Copied::copied;
+    QStringList keys; // the nodes may be others behind a question
     for (const OutlineNode* child : source.childList()) {
-        outcome = std::max(outcome, DragDrop(targetKey, child->Key(), child));
+        keys << child->Key();
+    }
+    Copied outcome = Copied::copied;
+    for (const QString& key : keys) {
+        outcome = std::max(outcome, DragDrop(targetKey, key, &workbench_.TrvTemplate.Item(key)));
         if (outcome == Copied::stopped) {
             break;
         }

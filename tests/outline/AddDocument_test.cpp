@@ -57,6 +57,36 @@ TEST(DocumentNames, ATitleWithoutAPointIsKeptWholeInBoth) {
     EXPECT_EQ(comparedName("甲"), "甲");
 }
 
+// Whatever the node was when the command began
+
+TEST_F(AddDocuments, TheTreeMayBeFilledAnewWhileTheDialogIsOpen) {
+    makePlan({"T", "T.1", "T.2"});
+    choose("说明.doc");
+    dialogs.whileOpen = [this] { openPlan("T", "T.2"); };
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2", "T.1.1"}));
+    EXPECT_EQ(beside("T.1"), Added::added);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.4", "T.2", "T.1.1"}));
+}
+
+TEST_F(AddDocuments, TheTreeMayBeFilledAnewWhileAQuestionIsOpen) {
+    makePlan({"T", "T.1", "T.2"});
+    dialogs.chosen = folder.path("没有.doc");
+    messages.otherwise = desktop::Answer::yes;
+    messages.whileOpen = [this] { openPlan("T", "T.2"); };
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2", "T.1.1"}));
+}
+
+TEST_F(AddDocuments, ANodeThatIsGoneBehindTheDialogIsTold) {
+    makePlan({"T", "T.1", "T.2"});
+    choose("说明.doc");
+    dialogs.whileOpen = [this] { workbench.TrvCurrent.Remove("T.1"); };
+    EXPECT_EQ(beside("T.1"), Added::failed);
+    expectOnly("找不到元素", desktop::Icon::exclamation, "提示");
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2"}));
+}
+
 // Beside the selected node
 
 TEST_F(AddDocuments, BesideANodeTheDocumentStandsRightBehindIt) {

@@ -50,6 +50,17 @@ TEST_F(BrowsingATemplate, AMissingFileOfTheFirstTemplateLosesItsRowAndNoOther) {
     EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.1", "T.10"}));
 }
 
+TEST_F(BrowsingATemplate, AMissingFileLosesItsRowEvenWhenTheTreeWasListedAnewMeanwhile) {
+    makeTemplate({"T", "T.1d", "T.2d"});
+    removeFile("T.1");
+    messages.whileOpen = [this] {
+        messages.whileOpen = nullptr;
+        listTemplates();
+    };
+    EXPECT_EQ(browse("T.1"), Browsed::fileMissing);
+    EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.2"}));
+}
+
 TEST_F(BrowsingATemplate, AMissingFileOfAnyOtherTemplateKeepsItsRow) {
     makeTemplate({"S", "S.1d"});
     makeTemplate({"T", "T.1d"});

@@ -65,6 +65,14 @@ TEST_F(DeleteNodes, ItAsksWithTheNodesTextAndNoTitle) {
     EXPECT_EQ(messages.shown[0].buttons, desktop::Buttons::yesNo);
 }
 
+TEST_F(DeleteNodes, WhatWasAskedForGoesEvenWhenTheTreeWasFilledAnewMeanwhile) {
+    makePlan({"T", "T.1", "T.2"});
+    messages.whileOpen = [this] { openPlan("T", "T.2"); };
+    EXPECT_EQ(remove("T", "T.1"), Deleted::deleted);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.2"}));
+    EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"T", "T.2"}));
+}
+
 TEST_F(DeleteNodes, OnNoNothingHappens) {
     makePlan({"T", "T.1"});
     messages.otherwise = desktop::Answer::no;

@@ -60,6 +60,19 @@ TEST_F(DeletingFromATemplate, AsksWithOkAndCancelAndWithoutTitleOrIcon) {
     EXPECT_EQ(messages.shown[0].title, "");
 }
 
+TEST_F(DeletingFromATemplate, WhatWasAskedForGoesEvenWhenTheTreeWasListedAnewMeanwhile) {
+    makeTemplate({"T", "T.1d", "T.2d"});
+    listTemplates();
+    selectTemplate("T.1");
+    messages.whileOpen = [this] {
+        messages.whileOpen = nullptr;
+        listTemplates();
+        selectTemplate("T.2");
+    };
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::deleted);
+    EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.2"}));
+}
+
 TEST_F(DeletingFromATemplate, CancelChangesNothing) {
     makeTemplate({"T", "T.1d"});
     messages.otherwise = Answer::cancel;

@@ -62,6 +62,24 @@ TEST_F(CopyTemplate, AFolderComesWithAllThatIsBelowItUnderNewNumbers) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(CopyTemplate, TheTreesMayBeFilledAnewWhileAQuestionIsOpen) {
+    makePlan("T", {{"T", "T"}, {"T.1", "丙", "是"}});
+    folder.write(documentName("T.1"), "mine");
+    openPlan("T");
+    sample();
+    messages.otherwise = desktop::Answer::yes;
+    messages.whileOpen = [this] {
+        openPlan("T");
+        const auto rs = state.gDbTemplate->OpenRecordset("Select * from M order by ID asc");
+        workbench.TrvTemplate.Clear();
+        FillOutlineTree(*rs, workbench.TrvTemplate);
+    };
+    EXPECT_TRUE(dragTemplate("M", "T").done);
+    expectOnly("[ 丙 ]已存在，是否覆盖？", desktop::Icon::information, "提示");
+    EXPECT_EQ(document("T.1"), "M.6");
+    EXPECT_EQ(names().last(), "尾");
+}
+
 TEST_F(CopyTemplate, TheNumberIsOneMoreThanTheLargestOfTheChildren) {
     plan({"T", "T.1", "T.1.7", "T.1.3d"});
     sample();

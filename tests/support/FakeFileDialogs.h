@@ -5,6 +5,7 @@
 
 #include <QFileInfo>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -15,12 +16,17 @@ class FakeFileDialogs : public desktop::FileDialogs {
 public:
     desktop::ChosenFile open(const desktop::OpenFileQuestion& question) override {
         asked.push_back(question);
+        if (const auto act = whileOpen) {
+            act();
+        }
         if (!chosen) {
             throw RunTimeError(error::dialogCancelled, u"选定“取消”。");
         }
         return {*chosen, QFileInfo(*chosen).fileName()};
     }
 
+    // What happens while the dialog is open.
+    std::function<void()> whileOpen;
     std::optional<QString> chosen;
     std::vector<desktop::OpenFileQuestion> asked;
 };

@@ -3,6 +3,7 @@
 #include "platform/desktop/MessageBoxes.h"
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 namespace qvnd::test {
@@ -12,6 +13,9 @@ class FakeMessageBoxes : public desktop::MessageBoxes {
 public:
     desktop::Answer show(const desktop::Message& message) override {
         shown.push_back(message);
+        if (const auto act = whileOpen) {
+            act();
+        }
         if (message.buttons == desktop::Buttons::ok) {
             return desktop::Answer::ok;
         }
@@ -23,6 +27,8 @@ public:
         return answer;
     }
 
+    // What happens while a box is open.
+    std::function<void()> whileOpen;
     std::vector<desktop::Message> shown;
     std::deque<desktop::Answer> answers;
     desktop::Answer otherwise = desktop::Answer::no;
