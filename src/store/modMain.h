@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/desktop/OneCommand.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/jet/DBEngine.h"
 #include "platform/jet/legacy/LegacyDatabase.h"
@@ -46,6 +47,9 @@ struct modMain {
 
     // The plan's name while the root of the current-plan tree is selected, empty otherwise.
     QString gSelectedPlan;
+
+    // The user's command that runs, if one does.
+    desktop::OneCommand Command;
 
     // Set by the stop button of the progress dialog, cleared by the stop path of the generation.
     bool StopRequested = false;

@@ -14,6 +14,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <vector>
 
 namespace qvnd::test {
@@ -27,7 +28,13 @@ public:
 
 class CountingEvents : public desktop::Events {
 public:
-    void doEvents() override { ++served; }
+    void doEvents() override {
+        ++served;
+        if (const auto act = whileServed) {
+            act();
+        }
+    }
+    std::function<void()> whileServed;
     int served = 0;
 };
 

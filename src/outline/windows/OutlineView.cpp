@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTimer>
 #include <QUrl>
@@ -18,6 +19,7 @@ namespace {
 
 constexpr int expandAfter = 600; // milliseconds over a folder during a drag
 constexpr int scrollMargin = 24;
+constexpr int lookAgainAfter = 50; // milliseconds
 
 QStringList localFiles(const QMimeData& data) {
     QStringList files;
@@ -27,6 +29,22 @@ QStringList localFiles(const QMimeData& data) {
         }
     }
     return files;
+}
+
+bool isInput(const QEvent& event) {
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::ContextMenu:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
@@ -131,6 +149,28 @@ void OutlineView::StartLabelEdit() {
     }
 }
 
+// What the name is taken for may show a box, and the editor loses the keyboard to it.
+void OutlineView::FinishLabelEdit() {
+    if (state() != EditingState) {
+        return;
+    }
+    const QPointer<QWidget> editor(indexWidget(currentIndex()));
+    if (editor) {
+        commitData(editor);
+    }
+    if (editor) {
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+bool OutlineView::viewportEvent(QEvent* event) {
+    if (isInput(*event) && isBusy_()) {
+        event->ignore();
+        return true;
+    }
+    return QTreeView::viewportEvent(event);
+}
+
 bool OutlineView::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
     if (trigger == AllEditTriggers && model_.flags(index).testFlag(Qt::ItemIsEditable)) {
         emit beforeLabelEdit();
@@ -216,6 +256,10 @@ bool OutlineView::answersKey(int key) {
 }
 
 void OutlineView::keyPressEvent(QKeyEvent* event) {
+    if (isBusy_()) {
+        event->ignore();
+        return;
+    }
     // An Enter that ends an in-place editing comes up here from the editor.
     const bool inEditor = state() == EditingState && !hasFocus();
     if (inEditor || event->modifiers().testFlag(Qt::ControlModifier) || !answersKey(event->key())) {
@@ -295,6 +339,10 @@ void OutlineView::dropEvent(QDropEvent* event) {
 }
 
 void OutlineView::tellDrop(const QString& key, const QStringList& files, bool isNode) {
+    if (isBusy_()) {
+        QTimer::singleShot(lookAgainAfter, this, [=, this] { tellDrop(key, files, isNode); });
+        return;
+    }
     OutlineNode* node = model_.tree().find(key);
     if (isNode) {
         emit oleDragDrop(node);

@@ -36,6 +36,12 @@ public:
 
     // Begins the in-place editing of the selected node, if there is one.
     void StartLabelEdit();
+    // Ends it as Enter does; nothing happens without one.
+    void FinishLabelEdit();
+
+    // While it says so, mouse, keyboard and drags from outside are refused, and a drop that has
+    // come before is told when it no longer does.
+    void setBusy(std::function<bool()> isBusy) { isBusy_ = std::move(isBusy); }
 
     void setDragRunner(DragRunner runner) { runDrag_ = std::move(runner); }
     // A drag of the selected node from the press of the mouse on.
@@ -72,6 +78,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
 
 private:
@@ -86,6 +93,7 @@ private:
 
     OutlineModel& model_;
     DragRunner runDrag_;
+    std::function<bool()> isBusy_ = [] { return false; };
     QString pressedKey_;
     bool pressedBeside_ = false;
     QSet<QString> rememberedExpansion_;

@@ -34,10 +34,12 @@ QTabWidget* tabs(const QString& name, const QString& accessibleName, QWidget* pa
     return made;
 }
 
-OutlineView* view(OutlineModel* model, const QString& accessibleName) {
+OutlineView* view(OutlineModel* model, const QString& accessibleName,
+                  const std::function<bool()>& isBusy) {
     auto* made = new OutlineView(*model);
     made->setObjectName(model->tree().Name());
     made->setAccessibleName(accessibleName);
+    made->setBusy(isBusy);
     return made;
 }
 
@@ -75,14 +77,15 @@ void frmBid::buildTrees() {
     const auto templateFile = [this](const OutlineNode& node) {
         return templateDocumentPath(state_, tableOfKey(node.Key()), node.Key());
     };
+    const auto isBusy = [this] { return state_.Command.isRunning(); };
     currentModel_ = new OutlineModel(workbench_.TrvCurrent, planFile, this);
     currentModel_->setEditable(true);
-    TrvCurrent_ = view(currentModel_, u"当前施工组织方案"_s);
+    TrvCurrent_ = view(currentModel_, u"当前施工组织方案"_s, isBusy);
     TrvCurrent_->setDragDropMode(QAbstractItemView::DragDrop);
-    TrvTemplate_ =
-        view(new OutlineModel(workbench_.TrvTemplate, templateFile, this), u"施工方案模板"_s);
+    TrvTemplate_ = view(new OutlineModel(workbench_.TrvTemplate, templateFile, this),
+                        u"施工方案模板"_s, isBusy);
     TrvTemplate_Us_ =
-        view(new OutlineModel(workbench_.TrvTemplate_Us, planFile, this), u"用户方案"_s);
+        view(new OutlineModel(workbench_.TrvTemplate_Us, planFile, this), u"用户方案"_s, isBusy);
 
     TabCurrent_ = tabs(u"TabCurrent"_s, u"当前方案"_s, this);
     TabCurrent_->addTab(TrvCurrent_, u"当前施工组织方案"_s);
@@ -146,8 +149,10 @@ void frmBid::setOrder() {
 
 void frmBid::Load() {
     TabTemplate_->setCurrentIndex(0);
-    loadWorkbench(state_, workbench_, services_.messages, services_.splash);
-    run([this] { commands_.openSelected(); });
+    run([this] {
+        loadWorkbench(state_, workbench_, services_.messages, services_.splash);
+        commands_.openSelected();
+    });
     TabTemplate_->setCurrentIndex(0);
     TrvCurrent_->setFocus();
 }
@@ -156,19 +161,31 @@ void frmBid::OpenPlanInfo() {
     run([this] { commands_.OpenPlanInfo(); });
 }
 
+// A name that is being typed is taken over before a command works on its node.
+void frmBid::run(const std::function<void()>& event) {
+    if (!state_.Command.isRunning()) {
+        TrvCurrent_->FinishLabelEdit();
+    }
+    runWhileTyping(event);
+}
+
 // Logic tells its failures itself; what is left is told here. Behind the end of the program there
 // is nothing left to work on.
-void frmBid::run(const std::function<void()>& event) {
+void frmBid::runWhileTyping(const std::function<void()>& event) {
     if (!state_.gDbUser) {
         return;
     }
-    try {
-        event();
-    } catch (const RunTimeError& failure) {
-        services_.messages.tell(QString::fromStdU16String(failure.description()),
-                                desktop::Icon::exclamation, u"提示"_s);
+    const bool hasRun = state_.Command.run([&] {
+        try {
+            event();
+        } catch (const RunTimeError& failure) {
+            services_.messages.tell(QString::fromStdU16String(failure.description()),
+                                    desktop::Icon::exclamation, u"提示"_s);
+        }
+    });
+    if (hasRun) {
+        applyCommands();
     }
-    applyCommands();
 }
 
 void frmBid::applyCommands() {

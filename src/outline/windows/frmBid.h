@@ -70,6 +70,7 @@ private:
     void connectTrvTemplate_Us();
     void bind(QAction* action, Command command);
     void run(const std::function<void()>& event);
+    void runWhileTyping(const std::function<void()>& event);
 
     void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
     void trvCurrentKeyDown(int code);

@@ -149,7 +149,7 @@ void frmBid::connectRenaming() {
         }
     });
     connect(currentModel_, &OutlineModel::textEdited, this, [this](const QString& text) {
-        run([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
+        runWhileTyping([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
     });
 }
 

@@ -10,6 +10,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScopedValueRollback>
 #include <QStatusBar>
 
 namespace qvnd::startup {
@@ -64,22 +65,23 @@ void MainForm::buildMenus() {
         action->setObjectName(name);
         return action;
     };
-    connect(add(file, u"mnuBuild"_s, u"方案编辑(&B)"_s), &QAction::triggered, this,
-            &MainForm::mnuBuild);
-    connect(add(file, u"MenuExit"_s, u"退出(&E)"_s), &QAction::triggered, this,
-            &MainForm::endAtOnce);
+    const auto bind = [this](const QAction* action, void (MainForm::*item)()) {
+        connect(action, &QAction::triggered, this, [this, item] {
+            if (!isBusy()) {
+                (this->*item)();
+            }
+        });
+    };
+    bind(add(file, u"mnuBuild"_s, u"方案编辑(&B)"_s), &MainForm::mnuBuild);
+    bind(add(file, u"MenuExit"_s, u"退出(&E)"_s), &MainForm::endAtOnce);
     add(popup, u"MenuPopDelprj"_s, u"删除方案(&D)"_s);
     popup->menuAction()->setVisible(false);
-    connect(add(window, u"listWin"_s, u"层叠(&C)"_s), &QAction::triggered, this,
-            &MainForm::arrangeCascade);
-    connect(add(window, u"winA"_s, u"横向平铺(&H)"_s), &QAction::triggered, this,
-            &MainForm::arrangeTile);
-    QAction* contents = add(help, u"help1"_s, u"内容(&C)"_s);
-    connect(contents, &QAction::triggered, this, &MainForm::showHelpContents);
-    connect(add(help, u"help2"_s, u"索引(&I)"_s), &QAction::triggered, this,
-            &MainForm::showHelpIndex);
+    bind(add(window, u"listWin"_s, u"层叠(&C)"_s), &MainForm::arrangeCascade);
+    bind(add(window, u"winA"_s, u"横向平铺(&H)"_s), &MainForm::arrangeTile);
+    bind(add(help, u"help1"_s, u"内容(&C)"_s), &MainForm::showHelpContents);
+    bind(add(help, u"help2"_s, u"索引(&I)"_s), &MainForm::showHelpIndex);
     help->addSeparator()->setObjectName(u"s1"_s);
-    connect(add(help, u"sysAbout"_s, u"关于"_s), &QAction::triggered, this, &MainForm::showAbout);
+    bind(add(help, u"sysAbout"_s, u"关于"_s), &MainForm::showAbout);
     menus_ = {file, popup, window, help};
 }
 
@@ -207,7 +209,13 @@ void MainForm::endAtOnce() {
     parts_.end();
 }
 
-void MainForm::exit() { close(); }
+void MainForm::exit() {
+    const QScopedValueRollback isExit(isExit_, true);
+    close();
+}
+
+// The exit is a command itself.
+bool MainForm::isBusy() const { return parts_.program.state().Command.isRunning() && !isExit_; }
 
 bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close && watched == frmBid_) {
@@ -218,6 +226,10 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainForm::closeEvent(QCloseEvent* event) {
+    if (isBusy()) {
+        event->ignore();
+        return;
+    }
     finishTyping();
     parts_.program.exit();
     for (QMdiSubWindow* child : area_->subWindowList()) {

@@ -79,6 +79,7 @@ private:
     void help(void (desktop::HelpWindow::*page)(const QString&));
     void openRoster();
     void finishTyping();
+    bool isBusy() const;
 
     Parts parts_;
     QMdiArea* area_;
@@ -86,6 +87,7 @@ private:
     QList<QMenu*> menus_;
     ChildWindow workbench_;
     QPointer<QMdiSubWindow> frmBid_;
+    bool isExit_ = false;
 };
 
 } // namespace qvnd::startup
