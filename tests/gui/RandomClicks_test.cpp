@@ -1,6 +1,11 @@
+#include "gui/support/HelpFile.h"
 #include "gui/support/RandomUser.h"
+#include "platform/desktop/windows/HelpKey.h"
+#include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
+#include "platform/files/Paths.h"
 #include "platform/jet/file/TextFunctions.h"
+#include "platform/preview/windows/PreviewPane.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutEstimate.h"
 
@@ -29,10 +34,13 @@ private:
 };
 
 // Files and folders as a file manager offers them, and some that are not there.
-QStringList offeredFiles(const TemporaryFolder& folder) {
+QStringList offeredFiles(const TemporaryFolder& folder, word::ApplicationFactory& engine) {
     for (const char* file : {"一.doc", "二.doc", "三.四.doc", "表.rtf", "无后缀", "名'.doc"}) {
         folder.write(QString("文件/") + file, "document");
     }
+    const auto word = engine.create();
+    word->documents().Add().SaveAs(files::toPath(folder.path("文件/一.doc")));
+    word->Quit();
     QStringList files;
     for (const char* file : {"一.doc", "二.doc", "三.四.doc", "表.rtf", "无后缀", "名'.doc",
                              "没有.doc", "没有.rtf", "没有/一.doc", "."}) {
@@ -65,8 +73,32 @@ public:
     int count = 0;
 };
 
+// Every window, and what of the workbench has a behaviour of its own.
+const QStringList windows{"frmSplash",      "MainForm",   "frmBid",    "TrvCurrent", "TrvTemplate",
+                          "TrvTemplate_Us", "TbarBid",    "fraSee",    "mnuSys",     "mnuSysEdit",
+                          "mnuDelBrowse",   "DlgNew",     "dlgAddDoc", "frmAbout",   "HelpWindow",
+                          "QMessageBox",    "QFileDialog"};
+
+preview::ConversionSettings withoutSuite(const TemporaryFolder& folder) {
+    preview::ConversionSettings settings;
+    settings.profileFolder = folder.path("profile");
+    settings.cacheFolder = folder.path("pages");
+    return settings;
+}
+
 class RandomClicks : public testing::TestWithParam<unsigned> {
 protected:
+    RandomClicks() {
+        QFile::copy(builtHelpFile(), world.folder.path("Qvnd.hlp"));
+        world.helpWindow = &help;
+        world.makePreview = [this] {
+            auto* pane = new preview::PreviewPane(conversion);
+            return new outline::PreviewFrame(*pane, *pane);
+        };
+        qApp->installEventFilter(&helpKey);
+    }
+    ~RandomClicks() override { qApp->removeEventFilter(&helpKey); }
+
     void act(int count) {
         for (int i = 0; i < count && !HasFailure(); ++i) {
             const QString deed = user.act();
@@ -84,6 +116,10 @@ protected:
         const auto list = library.OpenRecordset("Select * from 遍历表");
         for (; !list->Eof(); list->MoveNext()) {
             const QString name = list->Get(u"名称").TextOrEmpty();
+            // Deleted, it stays on the list until that is read anew: no statement names it.
+            if (name.contains(u'\'') && !library.TableDefs().Contains(name)) {
+                continue;
+            }
             outline::OutlineTree tree{"tree"};
             const auto rows = library.OpenRecordset("Select * from [" + name + "] order by ID asc");
             // No tree takes a key of digits alone, and so nothing of a plan with such a name.
@@ -97,6 +133,11 @@ protected:
         ASSERT_TRUE(state.gDbUser && state.gDbTemplate);
         EXPECT_NO_THROW(expectLoadable(*state.gDbUser)) << "after " << done;
         EXPECT_NO_THROW(expectLoadable(*state.gDbTemplate)) << "after " << done;
+    }
+    void expectAllReached() {
+        for (const QString& window : windows) {
+            EXPECT_TRUE(user.reached().contains(window)) << window.toStdString();
+        }
     }
     void expectSoundDatabases() {
         int looked = 0;
@@ -114,18 +155,24 @@ protected:
     Engine engine;
     Dice dice{GetParam()};
     TemporaryFolder home;
-    QStringList files = offeredFiles(home);
+    QStringList files = offeredFiles(home, engine.factory());
     RandomFileDialogs dialogs{dice, files};
+    preview::PageConversion conversion{withoutSuite(home)};
+    desktop::QtHelpWindow help{home.path("help")};
     DesktopWorld world{messages, dialogs, engine.factory()};
+    desktop::HelpKey helpKey{help, [this] { return world.folder.path("Qvnd.hlp"); }, messages};
     RandomUser user{world, dice, files};
     int done = 0;
 };
 
-// QVND_RANDOM_SEED runs another script, QVND_RANDOM_EVENTS a longer or shorter one.
+constexpr int usual = 900;
+
+// A planner who does one thing a second: the four scripts together are his hour. QVND_RANDOM_SEED
+// runs another script, QVND_RANDOM_EVENTS a longer or shorter one.
 TEST_P(RandomClicks, LeaveALoadableOutlineAndLetNoErrorEscape) {
     constexpr int between = 100;
     const int events = qEnvironmentVariableIntValue("QVND_RANDOM_EVENTS");
-    const int rounds = (events > 0 ? events : 900) / between;
+    const int rounds = (events > 0 ? events : usual) / between;
     std::cout << "seed " << GetParam() << ", " << rounds * between << " events" << std::endl;
     ASSERT_TRUE(user.start());
     for (int round = 0; round < rounds && !HasFailure(); ++round) {
@@ -133,7 +180,10 @@ TEST_P(RandomClicks, LeaveALoadableOutlineAndLetNoErrorEscape) {
         expectLoadable();
     }
     EXPECT_GT(messages.count, done / 50) << "the script hardly reached a command";
-    world.mainForm().close();
+    if (done >= usual) {
+        expectAllReached();
+    }
+    user.close();
     EXPECT_TRUE(world.hasEnded());
     world.drop();
     expectSoundDatabases();

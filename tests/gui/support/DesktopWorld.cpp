@@ -70,9 +70,7 @@ outline::Services DesktopWorld::services() { return {messages_, splash_, dialogs
 bool DesktopWorld::start() {
     ended_ = false;
     run_ = std::make_unique<startup::DesktopRun>(startup::DesktopServices{
-        registry, services(), help, shell,
-        [this] { return new outline::PreviewFrame(*new TallPane, preview_); },
-        [this] { ended_ = true; }});
+        registry, services(), *helpWindow, shell, makePreview, [this] { ended_ = true; }});
     return run_->start(folder.path());
 }
 

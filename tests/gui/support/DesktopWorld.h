@@ -7,13 +7,14 @@
 #include "support/FakeHelpWindow.h"
 #include "support/FakeShell.h"
 
+#include <functional>
 #include <memory>
 
 namespace qvnd::test {
 
 // The whole program with its windows on a real store in a temporary folder: plan 甲 with folders
-// and documents, template 模板 with a folder and a document. Help, shell and document view are
-// fakes. It can be ended and started again on the same folder.
+// and documents, template 模板 with a folder and a document. The shell is a fake, help and document
+// view are until a test puts its own there. It can be ended and started again on the same folder.
 class DesktopWorld {
 public:
     // All of it outlives the world.
@@ -36,6 +37,11 @@ public:
     FakeHelpWindow help;
     FakeShell shell;
     CountingEvents events;
+    // For the next start.
+    desktop::HelpWindow* helpWindow = &help;
+    std::function<outline::PreviewFrame*()> makePreview = [this] {
+        return new outline::PreviewFrame(*new TallPane, preview_);
+    };
 
 private:
     desktop::MessageBoxes& messages_;

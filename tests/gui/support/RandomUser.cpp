@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QDragMoveEvent>
 #include <QEventLoop>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -30,7 +31,10 @@ QPoint inside(Dice& dice, const QWidget& widget) {
 
 } // namespace
 
-desktop::ChosenFile RandomFileDialogs::open(const desktop::OpenFileQuestion&) {
+desktop::ChosenFile RandomFileDialogs::open(const desktop::OpenFileQuestion& question) {
+    if (dice_.in(2)) {
+        return desktop::WidgetFileDialogs::open(question);
+    }
     if (dice_.in(4)) {
         throw RunTimeError(error::dialogCancelled, u"选定“取消”。");
     }
@@ -57,6 +61,8 @@ const std::vector<RandomUser::Deed>& RandomUser::deeds() {
         {"rename", 3, &RandomUser::renameNode},
         {"start again", 1, &RandomUser::startAgain},
         {"close the frame", 1, &RandomUser::closeFrame},
+        {"open a window", 6, &RandomUser::openWindow},
+        {"read the help", 2, &RandomUser::readHelp},
     };
     return all;
 }
@@ -73,7 +79,10 @@ QString RandomUser::act() {
     const Acting acting(*this);
     QEventLoop loop;
     QTimer::singleShot(0, &loop, [&] {
-        guarded([&] { (this->*deed->run)(); });
+        // What an earlier act has left open is answered first.
+        if (!isHeldUp()) {
+            guarded([&] { (this->*deed->run)(); });
+        }
         // What has been posted by then comes first.
         QTimer::singleShot(0, &loop, [&] { QTimer::singleShot(0, &loop, &QEventLoop::quit); });
     });
@@ -106,12 +115,56 @@ void RandomUser::attend() {
             return;
         }
         attend();
-        if (QWidget* popup = QApplication::activePopupWidget()) {
-            guarded([&] { answerMenu(*popup); });
-        } else if (QWidget* modal = QApplication::activeModalWidget()) {
-            guarded([&] { answerDialog(*modal); });
-        }
+        guarded([&] { answer(); });
     });
+}
+
+bool RandomUser::isHeldUp() {
+    return QApplication::activePopupWidget() || QApplication::activeModalWidget();
+}
+
+void RandomUser::answer() {
+    if (QWidget* popup = QApplication::activePopupWidget()) {
+        reach(*popup);
+        answerMenu(*popup);
+    } else if (QWidget* modal = QApplication::activeModalWidget()) {
+        reach(*modal);
+        if (dice_.in(8)) {
+            reachPast();
+        } else {
+            answerDialog(*modal);
+        }
+    } else {
+        clickSplash();
+    }
+}
+
+void RandomUser::reach(const QWidget& window) {
+    const bool isOurs = !window.objectName().isEmpty() && !window.inherits("QFileDialog");
+    reached_ << (isOurs ? window.objectName() : QString(window.metaObject()->className()));
+}
+
+void RandomUser::clickSplash() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == "frmSplash" && window->isVisible()) {
+            reach(*window);
+            if (dice_.in(3)) {
+                QTest::mouseClick(window, Qt::LeftButton);
+            }
+            return;
+        }
+    }
+}
+
+// The commands that are not behind the box on the screen alone.
+void RandomUser::reachPast() {
+    if (world_.hasEnded() || !world_.run().mainForm()) {
+        return;
+    }
+    static const std::vector<void (RandomUser::*)()> ways{
+        &RandomUser::chooseCommand, &RandomUser::pressToolbar, &RandomUser::clickTree,
+        &RandomUser::dropFiles,     &RandomUser::drag,         &RandomUser::closeFrame};
+    (this->*dice_.oneOf(ways))();
 }
 
 void RandomUser::answerMenu(QWidget& popup) {
@@ -133,6 +186,8 @@ void RandomUser::answerDialog(QWidget& dialog) {
         dialog.close();
     } else if (auto* box = qobject_cast<QMessageBox*>(&dialog)) {
         answerMessage(*box);
+    } else if (auto* files = qobject_cast<QFileDialog*>(&dialog)) {
+        answerFileDialog(*files);
     } else {
         useControl(dialog);
     }
@@ -144,6 +199,17 @@ void RandomUser::answerMessage(QMessageBox& box) {
     } else {
         QTest::mouseClick(dice_.oneOf(box.buttons()), Qt::LeftButton);
     }
+}
+
+// By the name alone: its list would lead to files that are no affair of a test.
+void RandomUser::answerFileDialog(QFileDialog& dialog) {
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    if (!name || dice_.in(3)) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return;
+    }
+    name->setText(dice_.oneOf(files_));
+    QTest::keyClick(name, Qt::Key_Return);
 }
 
 void RandomUser::useControl(QWidget& dialog) {
@@ -237,6 +303,7 @@ void RandomUser::clickTree() {
     }
     const QPoint at =
         dice_.in(12) ? inside(dice_, *view->viewport()) : randomRow(*view).value_or(QPoint(20, 5));
+    reach(*view);
     const QPointer<QWidget> viewport(view->viewport());
     if (dice_.in(3)) {
         QTest::mouseClick(viewport, Qt::RightButton, {}, at);
@@ -252,6 +319,9 @@ void RandomUser::clickAnywhere() {
     startup::MainForm& frame = world_.mainForm();
     const QPoint at = inside(dice_, frame);
     if (QWidget* child = frame.childAt(at)) {
+        for (const QWidget* part = child; part; part = part->parentWidget()) {
+            reach(*part);
+        }
         clickIn(*child);
     }
 }
@@ -407,6 +477,7 @@ void RandomUser::pressToolbar() {
     if (!bar) {
         return;
     }
+    reach(*bar);
     QAction* action = bar->at(1 + dice_.upTo(outline::WorkbenchToolbar::positions));
     if (QWidget* face = bar->widgetForAction(action);
         face && (action != bar->at(15) || dice_.in(4))) {
@@ -479,6 +550,35 @@ bool RandomUser::start() {
 void RandomUser::closeFrame() {
     if (dice_.in(3)) {
         world_.mainForm().close();
+    }
+}
+
+void RandomUser::close() {
+    const Acting acting(*this);
+    world_.mainForm().close();
+}
+
+// Those that chance comes to seldom.
+void RandomUser::openWindow() {
+    static const QStringList openers{"mnuNew",      "mnuAbout", "OpenPlanInfo", "mnuLTFolder",
+                                     "mnuEQFolder", "mnuLTDoc", "mnuContent"};
+    auto* opener = world_.mainForm().findChild<QAction*>(dice_.oneOf(openers));
+    if (opener && opener->isEnabled()) {
+        opener->trigger();
+    }
+}
+
+void RandomUser::readHelp() {
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->objectName() == "HelpWindow" && window->isVisible()) {
+            reach(*window);
+            if (dice_.in(5)) {
+                window->close();
+            } else {
+                useControl(*window);
+            }
+            return;
+        }
     }
 }
 

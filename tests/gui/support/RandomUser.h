@@ -1,16 +1,19 @@
 #pragma once
 
 #include "gui/support/DesktopWorld.h"
+#include "platform/desktop/windows/WidgetFileDialogs.h"
 
 #include <QDialog>
 #include <QObject>
 #include <QPointer>
 #include <QScopedValueRollback>
+#include <QSet>
 
 #include <functional>
 #include <optional>
 #include <random>
 
+class QFileDialog;
 class QLineEdit;
 class QMessageBox;
 
@@ -34,8 +37,8 @@ private:
     std::mt19937 engine_;
 };
 
-// Gives a file that is there, one that is not, or cancels.
-class RandomFileDialogs : public desktop::FileDialogs {
+// Gives a file that is there, one that is not, or cancels; shows the real dialog now and then.
+class RandomFileDialogs : public desktop::WidgetFileDialogs {
 public:
     RandomFileDialogs(Dice& dice, const QStringList& files) : dice_(dice), files_(files) {}
 
@@ -48,7 +51,8 @@ private:
 
 // Somebody who clicks, types, drags and drops without thinking, over all windows of the program,
 // and starts it again when it has ended. Boxes, dialogs and menus that come up are answered in the
-// same manner, and in the end closed.
+// same manner, and in the end closed; sometimes he reaches past them, as screen readers and the
+// menu bars of some desktops do.
 class RandomUser : public QObject {
 public:
     // All of it outlives the user. `files` are what a file manager offers.
@@ -58,6 +62,11 @@ public:
     bool start();
     // One act, and everything that follows from it. What was done is answered, for a report.
     QString act();
+    // Closes the frame and answers what comes of it.
+    void close();
+    // Object names of the windows and pop-ups that were used; a box or dialog of the toolkit by its
+    // class.
+    const QSet<QString>& reached() const { return reached_; }
     // What escaped from a window, if anything.
     const QStringList& escaped() const { return escaped_; }
 
@@ -89,9 +98,17 @@ private:
     void renameNode();
     void startAgain();
     void closeFrame();
+    void openWindow();
+    void readHelp();
 
     void guarded(const std::function<void()>& work);
     void attend();
+    void answer();
+    void reach(const QWidget& window);
+    void reachPast();
+    static bool isHeldUp();
+    void clickSplash();
+    void answerFileDialog(QFileDialog& dialog);
     void answerMenu(QWidget& popup);
     void answerDialog(QWidget& dialog);
     void answerMessage(QMessageBox& box);
@@ -109,6 +126,7 @@ private:
     Dice& dice_;
     QStringList files_;
     QStringList escaped_;
+    QSet<QString> reached_;
     QPointer<QWidget> attended_;
     int patience_ = 0;
     bool isActing_ = false;
