@@ -180,7 +180,8 @@ TEST_P(RandomClicks, LeaveALoadableOutlineAndLetNoErrorEscape) {
         expectLoadable();
     }
     EXPECT_GT(messages.count, done / 50) << "the script hardly reached a command";
-    if (done >= usual) {
+    // Chance may leave a window out of any other script.
+    if (done >= usual && !qEnvironmentVariableIsSet("QVND_RANDOM_SEED")) {
         expectAllReached();
     }
     user.close();

@@ -57,7 +57,7 @@ const std::vector<RandomUser::Deed>& RandomUser::deeds() {
         {"press the toolbar", 10, &RandomUser::pressToolbar},
         {"move a bar", 2, &RandomUser::moveBar},
         {"resize", 2, &RandomUser::resize},
-        {"switch the tab", 3, &RandomUser::switchTab},
+        {"switch the tab", 6, &RandomUser::switchTab},
         {"rename", 3, &RandomUser::renameNode},
         {"start again", 1, &RandomUser::startAgain},
         {"close the frame", 1, &RandomUser::closeFrame},
