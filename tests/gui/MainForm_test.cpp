@@ -101,7 +101,7 @@ TEST_F(Frame, EachPanelHasAThirdOfTheWidth) {
         QApplication::processEvents();
         for (int i = 1; i <= 3; ++i) {
             const int panel = form->findChild<QLabel*>("st1Panel" + QString::number(i))->width();
-            EXPECT_NEAR(panel, width / 3, 20) << i;
+            EXPECT_NEAR(panel, width / 3.0, 20) << i;
         }
     }
 }

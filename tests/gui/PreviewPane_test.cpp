@@ -33,7 +33,7 @@ protected:
         for (int i = 0; i < paragraphs; ++i) {
             builder.add({test::bold(u"施工方案的一段文字，说明各道工序的做法。\r")});
         }
-        const QString path = office.folder.path(name);
+        QString path = office.folder.path(name);
         word::DocumentWriter().saveAs(path.toStdU16String(), builder.content);
         return path;
     }

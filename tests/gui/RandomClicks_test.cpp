@@ -55,9 +55,9 @@ std::string soundnessOf(const QString& path) {
     sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr);
     jet::registerTextFunctions(db);
     sqlite3_prepare_v2(db, "PRAGMA integrity_check", -1, &check, nullptr);
-    const std::string answer = sqlite3_step(check) == SQLITE_ROW
-                                   ? reinterpret_cast<const char*>(sqlite3_column_text(check, 0))
-                                   : sqlite3_errmsg(db);
+    std::string answer = sqlite3_step(check) == SQLITE_ROW
+                             ? reinterpret_cast<const char*>(sqlite3_column_text(check, 0))
+                             : sqlite3_errmsg(db);
     sqlite3_finalize(check);
     sqlite3_close(db);
     return answer;
