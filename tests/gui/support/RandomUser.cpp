@@ -8,6 +8,7 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -54,6 +55,7 @@ const std::vector<RandomUser::Deed>& RandomUser::deeds() {
         {"drag", 12, &RandomUser::drag},
         {"drop files", 3, &RandomUser::dropFiles},
         {"choose a command", 16, &RandomUser::chooseCommand},
+        {"choose of the frame", 4, &RandomUser::chooseOfFrame},
         {"press the toolbar", 10, &RandomUser::pressToolbar},
         {"move a bar", 2, &RandomUser::moveBar},
         {"resize", 2, &RandomUser::resize},
@@ -80,7 +82,7 @@ QString RandomUser::act() {
     QEventLoop loop;
     QTimer::singleShot(0, &loop, [&] {
         // What an earlier act has left open is answered first.
-        if (!isHeldUp()) {
+        if (!inFront()) {
             guarded([&] { (this->*deed->run)(); });
         }
         // What has been posted by then comes first.
@@ -119,8 +121,9 @@ void RandomUser::attend() {
     });
 }
 
-bool RandomUser::isHeldUp() {
-    return QApplication::activePopupWidget() || QApplication::activeModalWidget();
+QWidget* RandomUser::inFront() {
+    QWidget* popup = QApplication::activePopupWidget();
+    return popup ? popup : QApplication::activeModalWidget();
 }
 
 void RandomUser::answer() {
@@ -128,10 +131,10 @@ void RandomUser::answer() {
         reach(*popup);
         answerMenu(*popup);
     } else if (QWidget* modal = QApplication::activeModalWidget()) {
-        reach(*modal);
         if (dice_.in(8)) {
             reachPast();
         } else {
+            reach(*modal);
             answerDialog(*modal);
         }
     } else {
@@ -140,6 +143,9 @@ void RandomUser::answer() {
 }
 
 void RandomUser::reach(const QWidget& window) {
+    if (const QWidget* front = inFront(); front && front != &window) {
+        return;
+    }
     const bool isOurs = !window.objectName().isEmpty() && !window.inherits("QFileDialog");
     reached_ << (isOurs ? window.objectName() : QString(window.metaObject()->className()));
 }
@@ -162,8 +168,9 @@ void RandomUser::reachPast() {
         return;
     }
     static const std::vector<void (RandomUser::*)()> ways{
-        &RandomUser::chooseCommand, &RandomUser::pressToolbar, &RandomUser::clickTree,
-        &RandomUser::dropFiles,     &RandomUser::drag,         &RandomUser::closeFrame};
+        &RandomUser::chooseCommand, &RandomUser::chooseOfFrame, &RandomUser::pressToolbar,
+        &RandomUser::clickTree,     &RandomUser::dropFiles,     &RandomUser::drag,
+        &RandomUser::closeFrame};
     (this->*dice_.oneOf(ways))();
 }
 
@@ -416,7 +423,7 @@ void RandomUser::drag() {
             const std::unique_ptr<QMimeData> data(picked);
             if (target) {
                 hover(*target, *data);
-                letGo(*target, *data);
+                drags_ += letGo(*target, *data) ? 1 : 0;
             }
         });
     const QPointer<QWidget> viewport(view->viewport());
@@ -470,6 +477,23 @@ void RandomUser::chooseCommand() {
         return;
     }
     command->trigger();
+}
+
+// Its own items stand in no menu bar while the workbench is the current child.
+void RandomUser::chooseOfFrame() {
+    static const QStringList items{"mnuBuild", "MenuExit", "help1",   "help2",
+                                   "listWin",  "winA",     "sysAbout"};
+    const QString name = dice_.oneOf(items);
+    if (name == "MenuExit" && !dice_.in(2)) {
+        return;
+    }
+    const auto* area = world_.mainForm().findChild<QMdiArea*>();
+    const QMdiSubWindow* before = area->currentSubWindow();
+    const bool isFree = !inFront();
+    world_.mainForm().findChild<QAction*>(name)->trigger();
+    if (isFree && (name != "mnuBuild" || area->currentSubWindow() != before)) {
+        reached_ << name;
+    }
 }
 
 void RandomUser::pressToolbar() {

@@ -64,9 +64,12 @@ public:
     QString act();
     // Closes the frame and answers what comes of it.
     void close();
-    // Object names of the windows and pop-ups that were used; a box or dialog of the toolkit by its
-    // class.
+    // Object names of the windows, pop-ups and items of the frame that were used; a box or dialog
+    // of the toolkit by its class. What stood behind a box does not count, and mnuBuild only when
+    // it put another workbench in place.
     const QSet<QString>& reached() const { return reached_; }
+    // How many nodes were dragged to where they were let go.
+    int drags() const { return drags_; }
     // What escaped from a window, if anything.
     const QStringList& escaped() const { return escaped_; }
 
@@ -91,6 +94,7 @@ private:
     void drag();
     void dropFiles();
     void chooseCommand();
+    void chooseOfFrame();
     void pressToolbar();
     void moveBar();
     void resize();
@@ -106,7 +110,8 @@ private:
     void answer();
     void reach(const QWidget& window);
     void reachPast();
-    static bool isHeldUp();
+    // The pop-up or box that keeps the user from what is behind it; null when there is none.
+    static QWidget* inFront();
     void clickSplash();
     void answerFileDialog(QFileDialog& dialog);
     void answerMenu(QWidget& popup);
@@ -129,6 +134,7 @@ private:
     QSet<QString> reached_;
     QPointer<QWidget> attended_;
     int patience_ = 0;
+    int drags_ = 0;
     bool isActing_ = false;
     bool isAttending_ = false;
 };
