@@ -110,13 +110,15 @@ Rows rowsOf(jet::Database& library, const QString& plan) {
     return rows;
 }
 
-// The listed plans or templates. A deleted one stays on the list until that is read anew.
+// The listed plans or templates. A deleted one stays on the list until that is read anew. One that
+// came by the name of the scratch table is left out: the next adding puts other rows into it.
 QStringList plansOf(jet::Database& library) {
     QStringList plans;
     for (const auto list = library.OpenRecordset("Select * from 遍历表"); !list->Eof();
          list->MoveNext()) {
         plans << list->Get(u"名称").TextOrEmpty();
     }
+    plans.removeAll("temp");
     return plans;
 }
 
@@ -299,6 +301,8 @@ TEST_P(RandomClicks, LeaveALoadableOutlineAndLetNoErrorEscape) {
     std::cout << "seed " << GetParam() << ", " << events << " events" << std::endl;
     Script script{GetParam()};
     ASSERT_TRUE(script.user.start());
+    script.expectLoadable();
+    EXPECT_EQ(script.rowsHeld, 10) << "of the plan and the template that there are at first";
     for (int left = events; left > 0 && !HasFailure(); left -= between) {
         script.act(std::min(left, between));
         script.expectLoadable();
@@ -307,7 +311,6 @@ TEST_P(RandomClicks, LeaveALoadableOutlineAndLetNoErrorEscape) {
     if (script.done >= usual) {
         const auto reached = windows & script.user.reached();
         EXPECT_GE(reached.size(), windows.size() * 2 / 3) << "the script hardly got about";
-        EXPECT_GE(script.rowsHeld, script.done / 50) << "the script left hardly a row";
     }
     script.user.close();
     EXPECT_TRUE(script.world.hasEnded());
