@@ -224,6 +224,17 @@ TEST_F(HelpWindow, EveryControlHasAnAccessibleNameAndAKeyboardWay) {
     }
 }
 
+TEST_F(HelpWindow, MayGoWhileContentsAndIndexAreStillBeingRead) {
+    for (int i = 0; i < 100; ++i) {
+        desktop::QtHelpWindow another(folder.path("cache" + QString::number(i)));
+        another.showContents(file);
+        another.showPage(file, "DlgNew");
+        QTest::keyClick(another.viewer()->windowHandle(), Qt::Key_Escape);
+        another.showContents(file);
+        EXPECT_TRUE(another.viewer()->isVisible());
+    }
+}
+
 TEST_F(HelpWindow, CanBeUsedBesideAModalDialogAndOutlivesIt) {
     help.showContents(file);
     QDialog dialog;

@@ -5,8 +5,11 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
+#include <QHelpContentModel>
 #include <QHelpEngine>
+#include <QHelpIndexModel>
 #include <QRegularExpression>
+#include <QThread>
 
 #include <algorithm>
 
@@ -74,6 +77,16 @@ HelpCollection::HelpCollection(const QString& helpFile, const QString& cacheFold
 
 HelpCollection::~HelpCollection() = default;
 
+// Contents and index are read in threads of their own, which look into the engine: it must not go
+// under them.
+void HelpCollection::EndOfEngine::operator()(QHelpEngine* engine) const {
+    while (engine->contentModel()->isCreatingContents() ||
+           engine->indexModel()->isCreatingIndex()) {
+        QThread::msleep(1);
+    }
+    delete engine;
+}
+
 bool HelpCollection::isOf(const QString& helpFile) const {
     const QFileInfo info(helpFile);
     return helpFile == helpFile_ && info.lastModified() == changed_ && info.size() == size_;
@@ -103,7 +116,7 @@ void HelpCollection::catalogue(const QString& cacheFolder, const QByteArray& con
 }
 
 bool HelpCollection::openCatalogue(const QString& path) {
-    engine_ = std::make_unique<QHelpEngine>(path);
+    engine_.reset(new QHelpEngine(path));
     engine_->setReadOnly(false);
     const QString file = QFileInfo(helpFile_).absoluteFilePath();
     return engine_->setupData() &&

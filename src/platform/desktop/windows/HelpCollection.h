@@ -41,6 +41,10 @@ public:
     QByteArray data(const QUrl& url) const;
 
 private:
+    struct EndOfEngine {
+        void operator()(QHelpEngine* engine) const;
+    };
+
     void catalogue(const QString& cacheFolder, const QByteArray& content);
     bool openCatalogue(const QString& path);
     void expectReadable() const;
@@ -49,7 +53,7 @@ private:
     QDateTime changed_;
     qint64 size_ = 0;
     QString namespace_;
-    std::unique_ptr<QHelpEngine> engine_;
+    std::unique_ptr<QHelpEngine, EndOfEngine> engine_;
 };
 
 } // namespace qvnd::desktop
