@@ -1,6 +1,7 @@
 #include "gui/support/WorkbenchWindow.h"
 
 #include <QDragMoveEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 
@@ -30,6 +31,13 @@ protected:
     void dragOnto(const QString& key) {
         EXPECT_TRUE(hover(rowOf(trvCurrent(), key)));
         drop(rowOf(trvCurrent(), key));
+    }
+
+    // A document as a file manager offers it.
+    void putFile(const QString& name) {
+        writeDocument(world.folder.path(name));
+        data = std::make_unique<QMimeData>();
+        data->setUrls({QUrl::fromLocalFile(world.folder.path(name))});
     }
 
     std::unique_ptr<QMimeData> data;
@@ -133,9 +141,7 @@ TEST_F(WorkbenchDrag, AFileOfATakenNameIsRefusedAndTheNextOneAdded) {
 
 TEST_F(WorkbenchDrag, FilesBesideAllNodesAreLeftAlone) {
     open("T.2");
-    writeDocument(world.folder.path("甲.doc"));
-    data = std::make_unique<QMimeData>();
-    data->setUrls({QUrl::fromLocalFile(world.folder.path("甲.doc"))});
+    putFile("甲.doc");
     hover(beside(trvCurrent()));
     drop(beside(trvCurrent()));
     EXPECT_EQ(world.keys("T").size(), 6);
@@ -145,6 +151,78 @@ TEST_F(WorkbenchDrag, TheLibrariesTakeNoDrops) {
     open();
     EXPECT_FALSE(trvTemplate().viewport()->acceptDrops());
     EXPECT_FALSE(trvUser().viewport()->acceptDrops());
+}
+
+// A drop is told when the drag has ended; by then its node may have gone.
+class DropOnANodeThatGoes : public WorkbenchDrag {
+protected:
+    void dropAndRemove(const QString& key) {
+        const QPoint at = rowOf(trvCurrent(), key);
+        EXPECT_TRUE(hover(at));
+        QDropEvent event(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(trvCurrent().viewport(), &event);
+        EXPECT_TRUE(event.isAccepted());
+        world.workbench.TrvCurrent.Remove(key);
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(DropOnANodeThatGoes, AddsNoFilesAndSaysSo) {
+    open("T.1");
+    putFile("外来.doc");
+    dropAndRemove("T.3");
+    ASSERT_EQ(world.messages.shown.size(), 1U);
+    EXPECT_EQ(lastMessage(), "拖放到的节点已不存在，请重新拖放。");
+    EXPECT_EQ(world.keys("T").size(), 6);
+}
+
+TEST_F(DropOnANodeThatGoes, EndsTheDragOfANodeAndMovesNothing) {
+    open();
+    trvCurrent().expandAll();
+    pickUp(trvCurrent(), "T.1.1");
+    dropAndRemove("T.3");
+    EXPECT_EQ(lastMessage(), "拖放到的节点已不存在，请重新拖放。");
+    EXPECT_EQ(world.workbench.dragKey, QString());
+    EXPECT_TRUE(world.keys("T").contains("T.1.1"));
+    EXPECT_EQ(world.keys("T").size(), 6);
+}
+
+class DragIntoANameThatIsBeingTyped : public WorkbenchDrag {
+protected:
+    void beginTyping() {
+        open("T.1");
+        form->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+        trvCurrent().setFocus();
+        QTest::keyClick(&trvCurrent(), Qt::Key_F2);
+        auto* editor = trvCurrent().findChild<QLineEdit*>();
+        ASSERT_NE(editor, nullptr);
+        editor->setText("基础");
+        putFile("外来.doc");
+    }
+    void expectNamed() {
+        EXPECT_EQ(world.workbench.TrvCurrent.Item(QString("T.1")).Text(), "基础");
+        EXPECT_EQ(world.workbench.TrvCurrent.Item(QString("T.3")).Text(), "名T.3");
+        const QStringList names = world.column(*world.state.gDbUser, "T", u"名称");
+        EXPECT_EQ(names[1], "基础");
+        EXPECT_TRUE(names.contains("名T.3"));
+        EXPECT_TRUE(names.contains("外来"));
+    }
+};
+
+TEST_F(DragIntoANameThatIsBeingTyped, TakesItOverForItsOwnNode) {
+    beginTyping();
+    dragOnto("T.3");
+    expectNamed();
+}
+
+TEST_F(DragIntoANameThatIsBeingTyped, TakesItOverWhenTheDropIsOnTheSameNode) {
+    beginTyping();
+    const QPoint at = rowOf(trvCurrent(), "T.1");
+    QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(trvCurrent().viewport(), &enter);
+    drop(at);
+    expectNamed();
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 #include <QContextMenuEvent>
 #include <QDrag>
 #include <QDropEvent>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
@@ -151,10 +153,12 @@ void OutlineView::StartLabelEdit() {
 
 // What the name is taken for may show a box, and the editor loses the keyboard to it.
 void OutlineView::FinishLabelEdit() {
-    if (state() != EditingState) {
+    const QPointer<QWidget> editor(indexWidget(currentIndex()));
+    if (!editor) {
         return;
     }
-    const QPointer<QWidget> editor(indexWidget(currentIndex()));
+    // What the input method has not handed over yet belongs to the name, too.
+    QGuiApplication::inputMethod()->commit();
     if (editor) {
         commitData(editor);
     }
@@ -165,6 +169,9 @@ void OutlineView::FinishLabelEdit() {
 
 bool OutlineView::viewportEvent(QEvent* event) {
     if (isInput(*event) && isBusy_()) {
+        if (event->type() == QEvent::Drop) {
+            endHover();
+        }
         event->ignore();
         return true;
     }
@@ -304,7 +311,9 @@ void OutlineView::startDrag(Qt::DropActions) {
     drag->exec(Qt::CopyAction);
 }
 
+// The name that is being typed is another node's than the one that the drag will point at.
 void OutlineView::dragEnterEvent(QDragEnterEvent* event) {
+    FinishLabelEdit();
     QTreeView::dragEnterEvent(event);
     if (model_.canDropMimeData(event->mimeData(), event->dropAction(), -1, -1, {})) {
         event->acceptProposedAction();
@@ -319,10 +328,14 @@ void OutlineView::dragMoveEvent(QDragMoveEvent* event) {
     }
 }
 
-void OutlineView::dropEvent(QDropEvent* event) {
+void OutlineView::endHover() {
     stopAutoScroll();
     setState(NoState);
     viewport()->update();
+}
+
+void OutlineView::dropEvent(QDropEvent* event) {
+    endHover();
     const QMimeData& dropped = *event->mimeData();
     const bool isNode = dropped.hasFormat(OutlineModel::nodeMimeType);
     const QStringList files = isNode ? QStringList() : localFiles(dropped);
@@ -344,7 +357,9 @@ void OutlineView::tellDrop(const QString& key, const QStringList& files, bool is
         return;
     }
     OutlineNode* node = model_.tree().find(key);
-    if (isNode) {
+    if (!node && !key.isEmpty()) {
+        emit dropTargetGone();
+    } else if (isNode) {
         emit oleDragDrop(node);
     } else {
         emit filesDropped(node, files);

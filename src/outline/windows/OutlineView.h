@@ -66,6 +66,8 @@ signals:
     void oleStartDrag();
     void oleDragOver(qvnd::outline::OutlineNode* node);
     void oleDragDrop(qvnd::outline::OutlineNode* node);
+    // Instead of a drop, when its node went in the meantime.
+    void dropTargetGone();
     // Files from outside; only the local ones, in their order.
     void filesDropped(qvnd::outline::OutlineNode* node, const QStringList& files);
 
@@ -88,6 +90,7 @@ private:
     void takeOverSelection();
     void rememberShape();
     void restoreShape();
+    void endHover();
     void tellDrop(const QString& key, const QStringList& files, bool isNode);
     bool answersKey(int key);
 

@@ -166,12 +166,12 @@ void frmBid::run(const std::function<void()>& event) {
     if (!state_.Command.isRunning()) {
         TrvCurrent_->FinishLabelEdit();
     }
-    runWhileTyping(event);
+    runAlone(event);
 }
 
 // Logic tells its failures itself; what is left is told here. Behind the end of the program there
 // is nothing left to work on.
-void frmBid::runWhileTyping(const std::function<void()>& event) {
+void frmBid::runAlone(const std::function<void()>& event) {
     if (!state_.gDbUser) {
         return;
     }

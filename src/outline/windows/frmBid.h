@@ -54,7 +54,7 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    using Command = void (WorkbenchCommands::*)();
+    using CommandOfMenu = void (WorkbenchCommands::*)();
 
     void buildTrees();
     void buildButtons();
@@ -68,9 +68,9 @@ private:
     void connectDragging();
     void connectTrvTemplate();
     void connectTrvTemplate_Us();
-    void bind(QAction* action, Command command);
+    void bind(QAction* action, CommandOfMenu command);
     void run(const std::function<void()>& event);
-    void runWhileTyping(const std::function<void()>& event);
+    void runAlone(const std::function<void()>& event);
 
     void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
     void trvCurrentKeyDown(int code);

@@ -27,7 +27,7 @@ void onKey(QWidget& tree, const QKeySequence& key, const std::function<void()>& 
 
 } // namespace
 
-void frmBid::bind(QAction* action, Command command) {
+void frmBid::bind(QAction* action, CommandOfMenu command) {
     connect(action, &QAction::triggered, this,
             [this, command] { run([this, command] { (commands_.*command)(); }); });
 }
@@ -69,7 +69,7 @@ void frmBid::connectMenus() {
 }
 
 void frmBid::connectToolbar() {
-    static const QHash<QString, Command> commands{
+    static const QHash<QString, CommandOfMenu> commands{
         {u"同夹"_s, &WorkbenchCommands::mnuEQFolder},
         {u"下夹"_s, &WorkbenchCommands::mnuLTFolder},
         {u"同档"_s, &WorkbenchCommands::mnuEQDoc},
@@ -82,7 +82,7 @@ void frmBid::connectToolbar() {
         {u"退出"_s, &WorkbenchCommands::cmdExit},
     };
     connect(TbarBid_, &WorkbenchToolbar::buttonClick, this, [this](const QString& key) {
-        if (const Command command = commands.value(key)) {
+        if (const CommandOfMenu command = commands.value(key)) {
             run([this, command] { (commands_.*command)(); });
         } else {
             rename();
@@ -149,7 +149,7 @@ void frmBid::connectRenaming() {
         }
     });
     connect(currentModel_, &OutlineModel::textEdited, this, [this](const QString& text) {
-        runWhileTyping([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
+        runAlone([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
     });
 }
 

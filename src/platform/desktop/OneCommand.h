@@ -7,7 +7,7 @@ namespace qvnd::desktop {
 // Sees to it that one command runs at a time. A command that asks the user something, or lets the
 // desktop's events run, has not ended yet, and another one would change what it works on. A box
 // keeps mouse and keyboard away from the other windows, but not a screen reader, a menu bar that
-// the desktop shows, a drop of files, or the end of the session.
+// the desktop shows, or a drop of files.
 class OneCommand {
 public:
     bool isRunning() const { return running_; }
