@@ -12,9 +12,10 @@ class RecordsetState;
 // A window onto the rows of a table or query, one of them current, that can be changed through it.
 //
 // Which rows it has, and their order, is settled when it is opened or requeried; their contents
-// are read when asked for. Rows added through it stand at its end, whether or not the query's
-// condition holds for them, and do not become current. A row that something else deleted stays
-// in its place and answers with error 3167.
+// are read when asked for: what this program has changed by then shows, and what another program
+// changes, at the latest some dozens of rows further on. Rows added through it stand at its end,
+// whether or not the query's condition holds for them, and do not become current. A row that
+// something else deleted stays in its place and answers with error 3167.
 //
 // Errors of every operation: 3420 when it or its database is closed.
 class Recordset {

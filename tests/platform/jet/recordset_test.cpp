@@ -1,5 +1,7 @@
 #include "support/JetStore.h"
 
+#include <QFile>
+
 namespace qvnd::jet {
 
 using test::errorOf;
@@ -303,6 +305,50 @@ TEST_F(RowsInARow, AreReadAnewAfterARequery) {
     rows_->Requery();
     EXPECT_EQ(rows_->Get(u"Key").ToText(), u"T.1"_qs);
     EXPECT_EQ(next(u"Key"), u"T.2"_qs);
+}
+
+// The place in the file of the page that holds the text.
+qint64 pageWith(const QByteArray& file, const QString& text) {
+    const auto sizeAt = [&](int at) { return static_cast<unsigned char>(file[at]); };
+    const qint64 pageSize = sizeAt(16) * 256 + sizeAt(17);
+    return file.indexOf(text.toUtf8()) / pageSize * pageSize;
+}
+
+TEST_F(RowsInARow, ARowThatCannotBeReadFailsInItsTurnAndNotBefore) {
+    const auto nameOf = [](int i) {
+        return QStringLiteral("名称之%1号").arg(i, 3, 10, QChar(u'0'));
+    };
+    rows_->MoveFirst();
+    for (int i = 0; i < 200; ++i) {
+        rows_->Edit();
+        rows_->Set(u"名称", nameOf(i));
+        rows_->Update();
+        rows_->MoveNext();
+    }
+    rows_.reset();
+    const QString path = db_->Name();
+    db_->Close();
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QByteArray bytes = file.readAll();
+    const qint64 bad = pageWith(bytes, nameOf(150));
+    ASSERT_GT(bad, 0);
+    ASSERT_NE(bad, pageWith(bytes, nameOf(100)));
+    file.seek(bad);
+    file.write(QByteArray(8, '\xff'));
+    file.close();
+
+    const auto damaged = workspace_->OpenDatabase(path);
+    const auto rows = damaged->OpenRecordset(u"Select * from T Order By ID"_qs);
+    int read = 0;
+    long failure = 0;
+    for (; !rows->Eof() && failure == 0; rows->MoveNext()) {
+        failure = errorOf([&] { EXPECT_EQ(rows->Get(u"名称").ToText(), nameOf(read)); });
+        read += failure == 0 ? 1 : 0;
+    }
+    EXPECT_NE(failure, 0);
+    EXPECT_EQ(pageWith(bytes, nameOf(read)), bad);
+    EXPECT_NE(pageWith(bytes, nameOf(read - 1)), bad);
 }
 
 TEST_F(Recordsets, AValueTwiceInAUniqueIndexIs3022AndTheRowStaysInHand) {

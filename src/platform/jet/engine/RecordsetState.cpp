@@ -164,10 +164,10 @@ Value RecordsetState::Get(QStringView field) {
 // makes doubtful is read anew.
 void RecordsetState::ReadRow() {
     const std::size_t place = Current();
-    const bool isNext = readPlace_ && place == *readPlace_ + 1;
     const std::int64_t stamp = File().Sql().ChangeStamp();
-    if (!isNext || ahead_.empty() || aheadStamp_ != stamp || File().IsPending()) {
-        atOnce_ = isNext ? std::min(2 * atOnce_, mostRowsAtOnce) : 1;
+    const bool goesOn = readPlace_ && place == *readPlace_ + 1 && aheadStamp_ == stamp;
+    if (!goesOn || ahead_.empty() || File().IsPending()) {
+        atOnce_ = goesOn ? std::min(2 * atOnce_, mostRowsAtOnce) : 1;
         ReadAhead(place);
     }
     row_ = std::move(ahead_.front());
@@ -186,13 +186,27 @@ void RecordsetState::ReadAhead(std::size_t place) {
         lock.emplace(file.Sql());
     }
     std::vector<Value> row;
-    while (ahead_.size() < wanted && ReadInto(row, rows_[place + ahead_.size()])) {
+    while (ahead_.size() < wanted && ReadNext(row, rows_[place + ahead_.size()])) {
         ahead_.push_back(std::move(row));
     }
-    if (ahead_.empty()) {
-        failRecordDeleted();
-    }
     aheadStamp_ = file.Sql().ChangeStamp();
+}
+
+// A row behind the wanted one that is gone or cannot be read fails when its own turn comes.
+bool RecordsetState::ReadNext(std::vector<Value>& row, std::int64_t number) const {
+    const bool isWanted = ahead_.empty();
+    try {
+        const bool isThere = ReadInto(row, number);
+        if (isWanted && !isThere) {
+            failRecordDeleted();
+        }
+        return isThere;
+    } catch (const RunTimeError&) {
+        if (isWanted) {
+            throw;
+        }
+        return false;
+    }
 }
 
 bool RecordsetState::ReadInto(std::vector<Value>& row, std::int64_t number) const {

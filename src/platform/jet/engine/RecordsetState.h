@@ -54,6 +54,7 @@ private:
     void MoveTo(std::size_t place);
     void ReadRow();
     void ReadAhead(std::size_t place);
+    bool ReadNext(std::vector<Value>& row, std::int64_t number) const;
     // False when the row is gone.
     bool ReadInto(std::vector<Value>& row, std::int64_t number) const;
     void Load();
