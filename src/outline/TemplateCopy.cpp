@@ -56,14 +56,20 @@ TemplateCopy::TemplateCopy(modMain& state, Workbench& workbench, const Services&
 
 Copied TemplateCopy::DragDrop(const QString& targetKey, const QString& sourceKey,
                               const OutlineNode* sourceNode) {
-    jet::Workspace& workspace = *state_.gWs;
-    if (sourceNode || workspace.InTransaction()) {
+    if (sourceNode) {
         return guarded(targetKey, sourceKey, sourceNode);
     }
+    jet::Workspace& workspace = *state_.gWs;
+    const bool begins = !workspace.InTransaction();
     try {
-        workspace.BeginTrans();
+        if (begins) {
+            workspace.BeginTrans();
+        }
         const Copied outcome = guarded(targetKey, sourceKey, nullptr);
-        workspace.CommitTrans();
+        names_.reset();
+        if (begins) {
+            workspace.CommitTrans();
+        }
         return outcome;
     } catch (const RunTimeError& failure) {
         services_.messages.tell(QString::fromStdU16String(failure.description()));

@@ -61,7 +61,7 @@ private:
     TreeRefill trvCurrent_;
     QStringList newKeys_;
     // Held from the first file to the next message, as nobody may wait on them.
-    std::shared_ptr<files::FolderNames> names_;
+    std::shared_ptr<const void> names_;
 };
 
 } // namespace qvnd::outline

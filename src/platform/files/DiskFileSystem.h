@@ -2,6 +2,7 @@
 
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/FilesInUse.h"
+#include "platform/files/FolderNames.h"
 
 #include <memory>
 
@@ -22,7 +23,7 @@ public:
     void MoveFolder(const QString& source, const QString& target) override;
     void CopyFile(const QString& source, const QString& target, bool overwrite) override;
     void DeleteFile(const QString& path) override;
-    std::shared_ptr<FolderNames> holdNames() override;
+    std::shared_ptr<const void> holdNames() override;
     std::vector<Entry> SubFolders(const QString& folder) override;
     std::vector<Entry> Files(const QString& folder) override;
 

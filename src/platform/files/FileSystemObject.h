@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/files/FolderNames.h"
-
 #include <QString>
 
 #include <memory>
@@ -45,7 +43,7 @@ public:
 
     // While what it returns is kept, folders are read once for all look-ups of names, so that a run
     // of copies takes the time of the copying. To be let go before the user is asked anything.
-    virtual std::shared_ptr<FolderNames> holdNames() = 0;
+    virtual std::shared_ptr<const void> holdNames() = 0;
 
     // In the order of their names; 76 when the folder is missing.
     virtual std::vector<Entry> SubFolders(const QString& folder) = 0;

@@ -30,6 +30,14 @@ QString withoutCase(const QString& name) {
     return folded;
 }
 
+// Of names that differ in case alone, a look-up finds the first.
+void insertFirst(QHash<QString, QString>& names, const QString& name) {
+    const QString key = withoutCase(name);
+    if (!names.contains(key)) {
+        names.insert(key, name);
+    }
+}
+
 } // namespace
 
 FolderNames::Names& FolderNames::namesIn(const QString& folder) {
@@ -39,7 +47,7 @@ FolderNames::Names& FolderNames::namesIn(const QString& folder) {
     }
     Names names;
     for (const QString& name : namesOf(folder)) {
-        names.insert(withoutCase(name), name);
+        insertFirst(names, name);
     }
     return *folders_.insert(folder, names);
 }
@@ -60,16 +68,10 @@ void FolderNames::add(const QString& path) {
     const Place place = placeOf(path);
     const auto known = folders_.find(place.folder);
     if (known != folders_.end()) {
-        known->insert(withoutCase(place.name), place.name);
+        insertFirst(*known, place.name);
     }
 }
 
-void FolderNames::remove(const QString& path) {
-    const Place place = placeOf(path);
-    const auto known = folders_.find(place.folder);
-    if (known != folders_.end()) {
-        known->remove(withoutCase(place.name));
-    }
-}
+void FolderNames::remove(const QString& path) { folders_.remove(placeOf(path).folder); }
 
 } // namespace qvnd::files

@@ -13,8 +13,9 @@ public:
     // As files::resolved says.
     QString resolved(const QString& path);
 
-    // A file has come or gone by ourselves. `path` as spelt on disk.
+    // A file has come by ourselves; `path` as spelt on disk.
     void add(const QString& path);
+    // One has gone: its folder is read anew, as a name in another case may be left.
     void remove(const QString& path);
     void forgetAll() { folders_.clear(); }
 

@@ -23,8 +23,12 @@ TEST_F(HeldNames, ResolveAsWithoutHolding) {
     folder.write("sys/a.Doc", "x");
     folder.write("sys/B.doc", "x");
     folder.write("sys/b.doc", "x");
-    for (const char* name : {"sys/A.doc", "sys/a.Doc", "sys/B.doc", "sys/b.doc", "sys/neu.doc",
-                             "SYS/A.DOC", "SYS/neu.doc", "missing/a.doc", "sys/", "sys"}) {
+    folder.write("sys/AB.doc", "x");
+    folder.write("sys/ab.doc", "x");
+    folder.write("sys/aB.doc", "x");
+    for (const char* name :
+         {"sys/A.doc", "sys/a.Doc", "sys/B.doc", "sys/b.doc", "sys/neu.doc", "sys/Ab.doc",
+          "sys/AB.DOC", "SYS/A.DOC", "SYS/neu.doc", "missing/a.doc", "sys/", "sys"}) {
         EXPECT_EQ(resolved(name), files::resolved(folder.path(name))) << name;
     }
     EXPECT_EQ(names.resolved("a"), files::resolved("a"));
@@ -57,6 +61,17 @@ TEST_F(HeldNames, WhatWeAddAndRemoveIsKnown) {
     EXPECT_EQ(resolved("x/SECOND.doc"), folder.path("x/second.doc"));
     names.remove(folder.path("x/second.doc"));
     EXPECT_EQ(resolved("x/SECOND.doc"), folder.path("x/SECOND.doc"));
+}
+
+TEST_F(HeldNames, ANameInAnotherCaseIsFoundWhenTheOneBesideItHasGone) {
+    folder.write("x/AB.doc", "one");
+    folder.write("x/ab.doc", "other");
+    const auto held = gFso.holdNames();
+    EXPECT_TRUE(gFso.FileExists(folder.path("x/Ab.doc")));
+    gFso.DeleteFile(folder.path("x/AB.doc"));
+    EXPECT_TRUE(gFso.FileExists(folder.path("x/Ab.doc")));
+    gFso.DeleteFile(folder.path("x/ab.doc"));
+    EXPECT_FALSE(gFso.FileExists(folder.path("x/Ab.doc")));
 }
 
 TEST_F(HeldNames, ACopyInARunOfCopiesMeetsTheFileOfAnotherCase) {
