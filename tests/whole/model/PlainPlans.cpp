@@ -111,7 +111,7 @@ void PlainProgram::load() {
 void PlainProgram::adoptPlans() {
     bool failed = false;
     for (auto at = planFolders.begin(); at != planFolders.end(); ++at) {
-        const QString name = at.key();
+        const QString& name = at.key();
         if (!at->database || user.list.contains(name)) {
             continue;
         }
@@ -135,7 +135,7 @@ void PlainProgram::adoptPlans() {
 
 void PlainProgram::adoptTemplates() {
     for (auto at = templateFolders.begin(); at != templateFolders.end(); ++at) {
-        const QString name = at.key();
+        const QString& name = at.key();
         if (!at->database || library.list.contains(name)) {
             continue;
         }
