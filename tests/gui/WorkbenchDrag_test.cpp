@@ -12,7 +12,10 @@ class WorkbenchDrag : public WorkbenchWindow {
 protected:
     // From the press on the node to where the drag itself would run.
     void pickUp(outline::OutlineView& view, const QString& key) {
-        view.setDragRunner([this](QMimeData* picked, const QPixmap&) { data.reset(picked); });
+        view.setDragRunner([this](QMimeData* picked, const QPixmap& shown) {
+            data.reset(picked);
+            picture = shown;
+        });
         QTest::mousePress(view.viewport(), Qt::LeftButton, {}, rowOf(view, key));
         view.startDrag(Qt::CopyAction);
     }
@@ -41,6 +44,7 @@ protected:
     }
 
     std::unique_ptr<QMimeData> data;
+    QPixmap picture;
 };
 
 TEST_F(WorkbenchDrag, TheStartKeepsTheNodeAndHoveringSelects) {
@@ -50,6 +54,18 @@ TEST_F(WorkbenchDrag, TheStartKeepsTheNodeAndHoveringSelects) {
     EXPECT_TRUE(hover(rowOf(trvCurrent(), "T.2")));
     EXPECT_EQ(selected(), "T.2");
     EXPECT_EQ(world.keys("T").size(), 6);
+}
+
+TEST_F(WorkbenchDrag, ThePictureOfADragIsOfTheNameAndNotOfTheWholeRow) {
+    open("T.1");
+    const outline::OutlineModel& model = trvCurrent().outline();
+    const int row =
+        trvCurrent().visualRect(model.indexOf(&model.tree().Item(QString("T.3")))).width();
+    pickUp(trvCurrent(), "T.3");
+    const int name = trvCurrent().fontMetrics().horizontalAdvance("名T.3");
+    EXPECT_GT(picture.width(), name);
+    EXPECT_LT(picture.width(), name + 60);
+    EXPECT_LT(picture.width(), row);
 }
 
 TEST_F(WorkbenchDrag, ADropInsideTheOpenPlanMovesTheNode) {

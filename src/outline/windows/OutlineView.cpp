@@ -15,6 +15,8 @@
 #include <QTimer>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace qvnd::outline {
 
 namespace {
@@ -292,6 +294,13 @@ void OutlineView::contextMenuEvent(QContextMenuEvent* event) {
     emit mouseDown(Qt::RightButton, model_.nodeOf(currentIndex()), viewport()->mapToGlobal(place));
 }
 
+// Icon and name of a row, without the blank behind them.
+QRect OutlineView::nameRect(const QModelIndex& index) const {
+    QRect row = visualRect(index);
+    row.setWidth(std::min(row.width(), sizeHintForIndex(index).width()));
+    return row;
+}
+
 void OutlineView::startDrag(Qt::DropActions) {
     const QModelIndex index = currentIndex();
     if (!index.isValid()) {
@@ -300,7 +309,7 @@ void OutlineView::startDrag(Qt::DropActions) {
     pressedKey_.clear();
     emit oleStartDrag();
     QMimeData* dragged = model_.mimeData({index});
-    const QPixmap picture = viewport()->grab(visualRect(index));
+    const QPixmap picture = viewport()->grab(nameRect(index));
     if (runDrag_) {
         runDrag_(dragged, picture);
         return;

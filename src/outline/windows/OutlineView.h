@@ -85,6 +85,7 @@ protected:
 
 private:
     bool isOnBranch(const QPoint& position) const;
+    QRect nameRect(const QModelIndex& index) const;
     void showSelected(const QModelIndex& index);
     void noteExpansion(const QModelIndex& index, bool expanded);
     void takeOverSelection();
