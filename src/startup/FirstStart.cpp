@@ -49,6 +49,13 @@ void configure(registry::Registry& registry, const QString& folder) {
     }
 }
 
+// Plans that the companion made before the program's first start lie beside the program.
+bool holdsPlans(const QString& programFolder) {
+    const QString plans = files::resolved(files::withSeparator(programFolder) + "Sys" +
+                                          files::separator() + "用户模板");
+    return !QDir(plans).entryList(QDir::Dirs | QDir::NoDotAndDotDot).isEmpty();
+}
+
 } // namespace
 
 void layOutProgramFolder(const QString& programFolder) {
@@ -81,7 +88,8 @@ void bringShippedFiles(const QString& shared, const QString& programFolder) {
 void chooseWorkFolder(registry::Registry& registry, const QString& programFolder,
                       const QString& documents) {
     const QString work = QDir::toNativeSeparators(documents + QStringLiteral("/工程文档管理"));
-    if (isConfigured(registry) || documents.isEmpty() || !QDir().mkpath(work)) {
+    if (isConfigured(registry) || holdsPlans(programFolder) || documents.isEmpty() ||
+        !QDir().mkpath(work)) {
         return;
     }
     files::writeWhole(files::withSeparator(programFolder) + "cfgpath",

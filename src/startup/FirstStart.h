@@ -20,8 +20,9 @@ void bringShippedFiles(const QString& shared, const QString& programFolder);
 
 // Unless the registry names a configuration folder already: makes the work folder "工程文档管理" in
 // `documents`, names it in a `cfgpath` file of the program folder, and names the program folder in
-// the registry as the configuration folder. Where the work folder cannot be made nothing is
-// written, so that start-up falls back to the one beside the program.
+// the registry as the configuration folder. Where the work folder cannot be made, or plans lie
+// beside the program already, nothing is written, so that start-up falls back to the folder beside
+// the program.
 void chooseWorkFolder(registry::Registry& registry, const QString& programFolder,
                       const QString& documents);
 

@@ -93,6 +93,23 @@ TEST_F(FirstStart, WithoutAPlaceForTheWorkFolderNothingIsWritten) {
     EXPECT_FALSE(QFile::exists(inHome("cfgpath")));
 }
 
+TEST_F(FirstStart, PlansThatLieBesideTheProgramAlreadyStayInSight) {
+    layOutProgramFolder(home);
+    write(inHome("Sys/用户模板/Db_UsTemplate.mdb"), "x");
+    write(inHome("Sys/用户模板/滨江/滨江.1.doc"), "x");
+    chooseWorkFolder(registry, home, documents);
+    EXPECT_EQ(configuration(), "Error");
+    EXPECT_FALSE(QFile::exists(inHome("cfgpath")));
+    EXPECT_FALSE(QDir().exists(documents));
+}
+
+TEST_F(FirstStart, AUsedFolderWithoutPlansGetsTheWorkFolderAllTheSame) {
+    layOutProgramFolder(home);
+    write(inHome("Sys/用户模板/Db_UsTemplate.mdb"), "x");
+    chooseWorkFolder(registry, home, documents);
+    EXPECT_EQ(configuration(), home);
+}
+
 TEST_F(FirstStart, ShippedFilesComeIntoTheProgramFolder) {
     const QString shared = folder.path() + "/shared";
     write(shared + "/Qvnd.hlp", "help");
