@@ -96,18 +96,23 @@ TEST(WidgetFileDialogs, CancellingIsTheErrorThatCommandsExpect) {
     }
 }
 
-TEST(WidgetFileDialogs, OpensInTheFolderOfTheLastChoice) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath(u"a.doc"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+// Makes the file and chooses it in the dialog.
+ChosenFile choose(WidgetFileDialogs& dialogs, const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     file.close();
-    WidgetFileDialogs dialogs;
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     onceShown<QFileDialog>([&](QFileDialog& dialog) {
-        dialog.selectFile(file.fileName());
+        dialog.selectFile(path);
         QMetaObject::invokeMethod(&dialog, "accept");
     });
-    dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+    return dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+}
+
+TEST(WidgetFileDialogs, OpensInTheFolderOfTheLastChoice) {
+    const QTemporaryDir folder;
+    WidgetFileDialogs dialogs;
+    choose(dialogs, folder.filePath(u"a.doc"_s));
     onceShown<QFileDialog>([&](QFileDialog& dialog) {
         EXPECT_EQ(dialog.directory().absolutePath(), folder.path());
         dialog.reject();
@@ -118,18 +123,11 @@ TEST(WidgetFileDialogs, OpensInTheFolderOfTheLastChoice) {
 
 TEST(WidgetFileDialogs, AnswersWithTheFileAndItsTitle) {
     const QTemporaryDir folder;
-    QFile file(folder.filePath(u"土方 开挖.doc"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
     WidgetFileDialogs dialogs;
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    onceShown<QFileDialog>([&](QFileDialog& dialog) {
-        dialog.selectFile(file.fileName());
-        QMetaObject::invokeMethod(&dialog, "accept");
-    });
-    const ChosenFile chosen = dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+    const QString file = folder.filePath(u"土方 开挖.doc"_s);
+    const ChosenFile chosen = choose(dialogs, file);
     EXPECT_EQ(chosen.fileTitle, u"土方 开挖.doc"_s);
-    EXPECT_EQ(chosen.fileName, file.fileName());
+    EXPECT_EQ(chosen.fileName, file);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "gui/support/DesktopWorld.h"
+#include "gui/support/Renaming.h"
 #include "gui/support/WorkbenchWindow.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 
@@ -72,13 +73,6 @@ protected:
     void putUrl(QMimeData& data, const QString& file) {
         writeDocument(world.folder.path(file));
         data.setUrls({QUrl::fromLocalFile(world.folder.path(file))});
-    }
-    QLineEdit* beginRenaming() {
-        form->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
-        trvCurrent().setFocus();
-        QTest::keyClick(&trvCurrent(), Qt::Key_F2);
-        return trvCurrent().findChild<QLineEdit*>();
     }
 
     bool accepted = false;
@@ -238,7 +232,7 @@ TEST_F(OneCommand, NoneBeginsWhileTheWorkbenchIsLoading) {
 
 TEST_F(OneCommand, ANameThatIsBeingTypedIsTakenOverBeforeTheQuestion) {
     open("T.1");
-    QLineEdit* editor = beginRenaming();
+    QLineEdit* editor = beginRenaming(trvCurrent());
     ASSERT_NE(editor, nullptr);
     editor->setText("基础");
     world.messages.otherwise = desktop::Answer::no;
@@ -250,7 +244,7 @@ TEST_F(OneCommand, ANameThatIsBeingTypedIsTakenOverBeforeTheQuestion) {
 
 TEST_F(OneCommand, AnEmptyNameThatIsBeingTypedIsToldBeforeTheQuestion) {
     open("T.1");
-    QLineEdit* editor = beginRenaming();
+    QLineEdit* editor = beginRenaming(trvCurrent());
     ASSERT_NE(editor, nullptr);
     editor->clear();
     world.messages.otherwise = desktop::Answer::no;
@@ -355,13 +349,9 @@ TEST_F(NameTyped, AnEmptyOneIsToldOnce) {
     outline::OutlineTree& current = real.run().program().workbench().TrvCurrent;
     current.Select(&current.Item(QString("甲.3")));
     auto& view = *real.mainForm().findChild<outline::OutlineView*>("TrvCurrent");
-    real.mainForm().activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&real.mainForm()));
-    view.setFocus();
     real.run().program().workbench().mnuRename = true;
     real.run().program().workbench().clickedKey = "甲.3";
-    QTest::keyClick(&view, Qt::Key_F2);
-    auto* editor = view.findChild<QLineEdit*>();
+    QLineEdit* editor = beginRenaming(view);
     ASSERT_NE(editor, nullptr);
     editor->clear();
     QTest::keyClick(editor, Qt::Key_Return);

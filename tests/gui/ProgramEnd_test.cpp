@@ -1,4 +1,5 @@
 #include "gui/support/DesktopWorld.h"
+#include "gui/support/Renaming.h"
 
 #include <gtest/gtest.h>
 
@@ -15,12 +16,8 @@ protected:
         outline::OutlineTree& tree = world.run().program().workbench().TrvCurrent;
         tree.Select(&tree.Item(QString("甲.3")));
         auto& view = *world.mainForm().findChild<outline::OutlineView*>("TrvCurrent");
-        world.mainForm().activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&world.mainForm()));
-        view.setFocus();
         world.run().program().workbench().clickedKey = "甲.3";
-        QTest::keyClick(&view, Qt::Key_F2);
-        editor = view.findChild<QLineEdit*>();
+        editor = beginRenaming(view);
     }
     QString nameAfterNextStart() {
         world.drop();

@@ -1,3 +1,4 @@
+#include "gui/support/Renaming.h"
 #include "gui/support/WorkbenchWindow.h"
 
 #include <QDragMoveEvent>
@@ -207,11 +208,7 @@ class DragIntoANameThatIsBeingTyped : public WorkbenchDrag {
 protected:
     void beginTyping() {
         open("T.1");
-        form->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-        trvCurrent().setFocus();
-        QTest::keyClick(&trvCurrent(), Qt::Key_F2);
-        auto* editor = trvCurrent().findChild<QLineEdit*>();
+        QLineEdit* editor = beginRenaming(trvCurrent());
         ASSERT_NE(editor, nullptr);
         editor->setText("基础");
         putFile("外来.doc");
