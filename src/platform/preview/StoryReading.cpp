@@ -90,8 +90,7 @@ void StoryReading::sectionEndsAt(word::Cp end) {
         ++section_;
         sectionEnd_ += sections[section_].length;
         startsPage_ =
-            word::sectionShape(context_.document.tables.lists[sections[section_].properties])
-                .startsPage;
+            word::startsPage(context_.document.tables.lists[sections[section_].properties]);
     }
 }
 

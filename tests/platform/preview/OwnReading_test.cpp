@@ -313,6 +313,20 @@ TEST(OwnReading, TheFirstSectionTellsThePaper) {
     EXPECT_EQ(paper.left, 72);
 }
 
+TEST(OwnReading, AGutterOnTopStandsAboveTheTextAndNotBesideIt) {
+    test::ContentBuilder builder;
+    builder.content.sections[0].properties = SprmList()
+                                                 .word(sprm::SDxaLeft, 1440)
+                                                 .word(sprm::SDyaTop, 1440)
+                                                 .word(sprm::SDzaGutter, 720)
+                                                 .in(builder.content.tables.lists);
+    EXPECT_EQ(readingOf(builder).paper.left, 108);
+    EXPECT_EQ(readingOf(builder).paper.top, 72);
+    word::writeDop(builder.content.settings, word::dop::gutterAtTop, 1);
+    EXPECT_EQ(readingOf(builder).paper.left, 72);
+    EXPECT_EQ(readingOf(builder).paper.top, 108);
+}
+
 TEST(OwnReading, AFileThatCannotBeOpenedIsRefusedWithTheReason) {
     const test::ScratchFolder folder;
     const auto path = folder.write("a.doc", test::ascii("no document"));

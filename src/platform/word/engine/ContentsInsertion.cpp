@@ -1,5 +1,6 @@
 #include "platform/word/engine/ContentsInsertion.h"
 
+#include "platform/word/docfile/SectionPaper.h"
 #include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/ParagraphChange.h"
@@ -41,14 +42,8 @@ std::array<std::uint8_t, 6> rightTab(int position, TabLeader leader) {
 int textWidth(WorkingDocument& document, Cp at) {
     const DocumentSections& sections = document.sections();
     const ByteView page = document.tables().lists[sections.properties(sections.indexAt(at))];
-    const auto length = [&](SprmOpcode opcode, std::uint32_t otherwise) {
-        return static_cast<int>(sprmValue(page, opcode, otherwise));
-    };
-    constexpr std::uint32_t defaultMargin = 1800;
-    const int width = length(sprm::SXaPage, 12240) - length(sprm::SDxaLeft, defaultMargin) -
-                      length(sprm::SDxaRight, defaultMargin) - length(sprm::SDzaGutter, 0);
     constexpr int narrowest = 1440;
-    return std::max(width, narrowest);
+    return std::max(sectionPaper(page, gutterOnTop(document.settings())).textWidth(), narrowest);
 }
 
 class ContentsInsertion {

@@ -1,14 +1,13 @@
 #include "platform/word/engine/EnginePageSetup.h"
 
 #include "platform/word/docfile/Dop.h"
+#include "platform/word/docfile/SectionPaper.h"
 #include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
-#include "platform/word/engine/SectionProperties.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace qvnd::word {
 
@@ -28,25 +27,22 @@ bool mayBeNegative(SprmOpcode opcode) {
     return opcode == sprm::SDyaTop || opcode == sprm::SDyaBottom;
 }
 
-int lengthIn(ByteView page, SprmOpcode opcode, std::uint16_t otherwise) {
-    return static_cast<std::int16_t>(sprmValue(page, opcode, otherwise));
-}
-
 // The smaller side of what the margins leave for text.
 int roomForText(ByteView page, bool gutterOnTop) {
-    const int gutter = lengthIn(page, sprm::SDzaGutter, 0);
-    const int width = lengthIn(page, sprm::SXaPage, 12240) - lengthIn(page, sprm::SDxaLeft, 1800) -
-                      lengthIn(page, sprm::SDxaRight, 1800) - (gutterOnTop ? 0 : gutter);
-    const int height =
-        lengthIn(page, sprm::SYaPage, 15840) - std::abs(lengthIn(page, sprm::SDyaTop, 1440)) -
-        std::abs(lengthIn(page, sprm::SDyaBottom, 1440)) - (gutterOnTop ? gutter : 0);
-    return std::min(width, height);
+    const SectionPaper paper = sectionPaper(page, gutterOnTop);
+    return std::min(paper.textWidth(), paper.textHeight());
 }
 
 bool leavesRoom(ByteView old, ByteView changed, bool gutterOnTop) {
     constexpr int leastRoom = 720; // twips
     const int room = roomForText(changed, gutterOnTop);
     return room >= leastRoom || room >= roomForText(old, gutterOnTop);
+}
+
+// The side of the gutter is set after its width, so a width that fits one of the sides counts.
+bool leavesRoom(SprmOpcode opcode, ByteView old, ByteView changed, bool gutterOnTop) {
+    return leavesRoom(old, changed, gutterOnTop) ||
+           (opcode == sprm::SDzaGutter && leavesRoom(old, changed, !gutterOnTop));
 }
 
 } // namespace
@@ -61,14 +57,14 @@ void EnginePageSetup::setLength(SprmOpcode opcode, float points) {
     }
     const auto operand = static_cast<std::uint16_t>(std::lround(points * twipsPerPoint));
     WorkingDocument& content = document_.change();
-    const bool gutterOnTop = readDop(content.settings(), dop::gutterAtTop) != 0;
+    const bool onTop = gutterOnTop(content.settings());
     PropertyLists& lists = content.tables().lists;
     DocumentSections& sections = content.sections();
     bool fits = true;
     for (std::size_t i = 0; i < sections.count(); ++i) {
         const ByteView old = lists[sections.properties(i)];
         const Bytes list = withSprm16(old, opcode, operand);
-        if (leavesRoom(old, list, gutterOnTop)) {
+        if (leavesRoom(opcode, old, list, onTop)) {
             sections.setProperties(i, lists.intern(list));
         } else {
             fits = false;
@@ -88,7 +84,22 @@ void EnginePageSetup::setHeaderDistance(float points) { setLength(sprm::SDyaHdrT
 void EnginePageSetup::setFooterDistance(float points) { setLength(sprm::SDyaHdrBottom, points); }
 
 void EnginePageSetup::setGutterOnTop(bool onTop) {
-    writeDop(document_.change().settings(), dop::gutterAtTop, onTop ? 1 : 0);
+    WorkingDocument& content = document_.change();
+    writeDop(content.settings(), dop::gutterAtTop, onTop ? 1 : 0);
+    PropertyLists& lists = content.tables().lists;
+    DocumentSections& sections = content.sections();
+    bool fits = true;
+    for (std::size_t i = 0; i < sections.count(); ++i) {
+        const ByteView page = lists[sections.properties(i)];
+        const Bytes withoutGutter = withoutSprm(page, sprm::SDzaGutter);
+        if (!leavesRoom(withoutGutter, page, onTop)) {
+            sections.setProperties(i, lists.intern(withoutGutter));
+            fits = false;
+        }
+    }
+    if (!fits) {
+        throw noRoom();
+    }
 }
 
 } // namespace qvnd::word

@@ -16,7 +16,11 @@ public:
     void setBottomMargin(float points) override;
     void setLeftMargin(float points) override;
     void setRightMargin(float points) override;
+    // A gutter that leaves room for text on top or at the side alone is taken: setGutterOnTop()
+    // may follow, and tells then.
     void setGutter(float points) override;
+    // Throws 4608 when a section's gutter leaves no room for text on that side; the section is then
+    // without a gutter.
     void setGutterOnTop(bool onTop) override;
     void setHeaderDistance(float points) override;
     void setFooterDistance(float points) override;

@@ -1,10 +1,10 @@
 #include "platform/word/layout/SectionShape.h"
 
+#include "platform/word/docfile/SectionPaper.h"
 #include "platform/word/docfile/Sprm.h"
 #include "platform/word/docfile/SprmCodes.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace qvnd::word {
 
@@ -20,21 +20,20 @@ int wordAt(ByteView list, SprmOpcode opcode, int otherwise) {
 
 } // namespace
 
-SectionShape sectionShape(ByteView list) {
+bool startsPage(ByteView list) {
+    const auto kind = findSprm(list, sprm::SBkc);
+    return !kind || kind->operand[0] != 0;
+}
+
+SectionShape sectionShape(ByteView list, bool gutterOnTop) {
     constexpr int leastText = 720;
     SectionShape shape;
-    const int gutter = wordAt(list, sprm::SDzaGutter, 0);
-    const int width = wordAt(list, sprm::SXaPage, 12240) - wordAt(list, sprm::SDxaLeft, 1800) -
-                      wordAt(list, sprm::SDxaRight, 1800) - gutter;
-    const int height = wordAt(list, sprm::SYaPage, 15840) -
-                       std::abs(wordAt(list, sprm::SDyaTop, 1440)) -
-                       std::abs(wordAt(list, sprm::SDyaBottom, 1440));
+    const SectionPaper paper = sectionPaper(list, gutterOnTop);
     shape.page.columns = std::clamp(wordAt(list, columnCount, 0) + 1, 1, 44);
     const int gaps = (shape.page.columns - 1) * wordAt(list, columnSpacing, 720);
-    shape.page.textWidth = std::max(leastText, (width - gaps) / shape.page.columns);
-    shape.page.textHeight = std::max(leastText, height);
-    const auto kind = findSprm(list, sprm::SBkc);
-    shape.startsPage = !kind || kind->operand[0] != 0;
+    shape.page.textWidth = std::max(leastText, (paper.textWidth() - gaps) / shape.page.columns);
+    shape.page.textHeight = std::max(leastText, paper.textHeight());
+    shape.startsPage = startsPage(list);
     return shape;
 }
 

@@ -7,11 +7,14 @@ namespace qvnd::word {
 
 struct SectionShape {
     PageShape page;
-    bool startsPage = true; // false for a continuous section break
+    bool startsPage = true;
 };
 
-// What a section's property list (SEPX) says of its paper; what it does not say is as for a
-// section without properties, [MS-DOC] 2.6.4.
-SectionShape sectionShape(ByteView properties);
+// False for a section that begins with a continuous section break.
+bool startsPage(ByteView properties);
+
+// What a section's property list (SEPX) says of the room for its text, which is never less than
+// half an inch either way. `gutterOnTop`: see sectionPaper().
+SectionShape sectionShape(ByteView properties, bool gutterOnTop);
 
 } // namespace qvnd::word

@@ -1,5 +1,6 @@
 #include "platform/word/layout/StoryFlow.h"
 
+#include "platform/word/docfile/SectionPaper.h"
 #include "platform/word/layout/FlatStory.h"
 #include "platform/word/layout/FormatLookup.h"
 #include "platform/word/layout/LineBreaking.h"
@@ -35,7 +36,8 @@ int sum(const std::vector<int>& values) { return std::accumulate(values.begin(),
 class Flow {
 public:
     explicit Flow(const DocumentContent& content)
-        : content_(content), formats_(content.tables), story_(flatten(content.main)) {}
+        : content_(content), formats_(content.tables), story_(flatten(content.main)),
+          gutterOnTop_(gutterOnTop(content.settings)) {}
 
     std::vector<PlacedParagraph> run();
 
@@ -54,6 +56,7 @@ private:
     const DocumentContent& content_;
     FormatLookup formats_;
     FlatStory story_;
+    bool gutterOnTop_;
     Pages pages_;
     std::vector<PlacedParagraph> placed_;
     std::vector<Row> rows_;            // the open row of each depth, outermost first
@@ -108,7 +111,8 @@ FlowParagraph Flow::next(const ParagraphRun& run) {
 void Flow::enterSections(Cp at) {
     while (at >= sectionEnd_ && section_ < content_.sections.size()) {
         const SectionRun& section = content_.sections[section_];
-        const SectionShape shape = sectionShape(content_.tables.lists[section.properties]);
+        const SectionShape shape =
+            sectionShape(content_.tables.lists[section.properties], gutterOnTop_);
         if (section_ > 0 && shape.startsPage) {
             pages_.breakPage();
         }

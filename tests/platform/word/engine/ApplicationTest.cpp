@@ -172,11 +172,29 @@ TEST_F(ApplicationTest, AMarginThatLeavesNoRoomForTextIsRefusedAndTheOldOneStays
     setup.setRightMargin(72);
     setup.setBottomMargin(72);
     EXPECT_EQ(errorNumberOf([&] { setup.setLeftMargin(500); }), 4608);
-    EXPECT_EQ(errorNumberOf([&] { setup.setGutter(440); }), 4608);
+    EXPECT_EQ(errorNumberOf([&] { setup.setGutter(700); }), 4608);
     EXPECT_EQ(errorNumberOf([&] { setup.setTopMargin(750); }), 4608);
     EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 1440U);
     setup.setLeftMargin(480);
     EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 9600U);
+}
+
+TEST_F(ApplicationTest, AGutterTooWideForTheSideIsTakenWhenItIsOnTopWhicheverIsSetFirst) {
+    PageSetup& setup = document().pageSetup();
+    setup.setGutter(500);
+    setup.setGutterOnTop(true);
+    EXPECT_EQ(sprmValue(page(), sprm::SDzaGutter, 0), 10000U);
+    setup.setGutter(10);
+    setup.setGutter(500);
+    EXPECT_EQ(sprmValue(page(), sprm::SDzaGutter, 0), 10000U);
+}
+
+TEST_F(ApplicationTest, AGutterThatFitsOnTopAloneIsRefusedAtTheSideAndTheTextKeepsItsRoom) {
+    PageSetup& setup = document().pageSetup();
+    setup.setGutter(500);
+    EXPECT_EQ(errorNumberOf([&] { setup.setGutterOnTop(false); }), 4608);
+    EXPECT_EQ(sprmValue(page(), sprm::SDzaGutter, 0), 0U);
+    EXPECT_EQ(readDop(document().read().settings(), dop::gutterAtTop), 0U);
 }
 
 TEST_F(ApplicationTest, AMarginBelowNothingIsOneOfTopAndBottomOnly) {

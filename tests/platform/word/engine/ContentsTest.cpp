@@ -48,6 +48,14 @@ protected:
         }
         return result;
     }
+    // Of the first level, in twips from the left edge of the text.
+    int tabPosition() {
+        const DocumentTables& tables = document().read().tables();
+        const auto style = styleNamed(tables.styles, u"目录 1");
+        const auto tabs =
+            findSprm(tables.lists[tables.styles.styles.at(*style)->paragraph], sprm::PChgTabsPapx);
+        return tabs ? tabs->operand[3] | (tabs->operand[4] << 8) : -1;
+    }
     std::u16string instruction() {
         const auto fields = contentsFields(story());
         const std::u16string code = story().text(fields.at(0).start + 1, fields[0].end);
@@ -190,6 +198,17 @@ TEST_F(ContentsTest, FieldsAreProperlyNested) {
     });
     EXPECT_EQ(depth, 0);
     EXPECT_EQ(deepest, 3);
+}
+
+TEST_F(ContentsTest, TheRightTabStandsAtTheEdgeOfTheTextWhereverTheGutterIs) {
+    document().pageSetup().setGutter(50);
+    twoHeadings();
+    addAt(3);
+    EXPECT_EQ(tabPosition(), 11906 - 2 * 1797 - 1000);
+    document().tablesOfContents().Item(1).Delete();
+    document().pageSetup().setGutterOnTop(true);
+    addAt(3);
+    EXPECT_EQ(tabPosition(), 11906 - 2 * 1797);
 }
 
 TEST_F(ContentsTest, TabLeaderIsThatOfTheContentsStyles) {

@@ -76,6 +76,16 @@ TEST_F(LayoutEstimateTest, LongTextTakesAsManyLinesAsItNeeds) {
     EXPECT_EQ(pagesOf({0, 39}), (std::vector<int>{1, 3}));
 }
 
+TEST_F(LayoutEstimateTest, AGutterTakesFromTheWidthAtTheSideAndFromTheHeightOnTop) {
+    auto& section = builder.content.sections[0].properties;
+    auto& lists = builder.content.tables.lists;
+    section = lists.intern(withSprm16(lists[section], sprm::SDzaGutter, 4536)); // 8 cm
+    paragraphs(44, std::u16string(30, u'施')); // one line without a gutter, 18 characters with it
+    EXPECT_EQ(pagesOf({21, 22, 43}), (std::vector<int>{1, 2, 2}));
+    writeDop(builder.content.settings, dop::gutterAtTop, 1);
+    EXPECT_EQ(pagesOf({29, 30, 43}), (std::vector<int>{1, 2, 2}));
+}
+
 TEST_F(LayoutEstimateTest, LatinLettersAreNarrowerThanChineseOnes) {
     paragraphs(44, std::u16string(60, u'i'));
     EXPECT_EQ(pagesOf({43}), (std::vector<int>{1}));
