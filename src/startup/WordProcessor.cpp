@@ -15,7 +15,7 @@ QString nameOf(const std::filesystem::path& path) {
 } // namespace
 
 WordProcessor::WordProcessor(desktop::MessageBoxes& messages)
-    : losses_(messages), unsaved_(messages), engine_({pages_, losses_, unsaved_}),
+    : losses_(messages), unsaved_(messages), engine_({pages_, losses_, unsaved_, &pictures_}),
       factory_(engine_, office::OfficeSuite(officeProfile_.path())) {}
 
 void WordProcessor::Losses::notCarried(const std::filesystem::path& path,

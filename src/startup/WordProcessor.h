@@ -2,6 +2,7 @@
 
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/office/ConvertingWordProcessor.h"
+#include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutEstimate.h"
 
@@ -39,6 +40,7 @@ private:
     Losses losses_;
     Unsaved unsaved_;
     word::LayoutEstimate pages_;
+    pictures::PictureDecoder pictures_;
     word::EngineApplicationFactory engine_;
     QTemporaryDir officeProfile_;
     office::ConvertingWordProcessor factory_;

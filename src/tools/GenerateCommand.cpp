@@ -4,6 +4,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
+#include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "tools/CollectedMessages.h"
 #include "tools/GenerateOptions.h"
@@ -82,7 +83,7 @@ public:
         : session_(session), options_(options), messages_(session.messages()),
           bar_(session.output().err()), losses_(messages_, dlgTB()), unsaved_(messages_),
           controls_(options), locks_(processes_),
-          factory_({pages_.source(options.pages), losses_, unsaved_}) {}
+          factory_({pages_.source(options.pages), losses_, unsaved_, &pictures_}) {}
 
     ExitStatus run() {
         if (!pages_.offers(options_.pages)) {
@@ -124,6 +125,7 @@ private:
     const GenerateOptions& options_;
     CollectedMessages messages_;
     PageNumberChoice pages_;
+    pictures::PictureDecoder pictures_;
     TerminalProgress bar_;
     NoProgress noBar_;
     LossMessages losses_;

@@ -3,6 +3,7 @@
 #include "platform/error/RunTimeError.h"
 
 #include <optional>
+#include <string>
 
 namespace qvnd::test {
 
@@ -15,6 +16,17 @@ std::optional<long> errorNumberOf(Action action) {
         return e.number();
     }
     return std::nullopt;
+}
+
+// Its description; empty when it ends well.
+template <class Action>
+std::u16string descriptionOf(Action action) {
+    try {
+        action();
+    } catch (const RunTimeError& e) {
+        return e.description();
+    }
+    return {};
 }
 
 } // namespace qvnd::test

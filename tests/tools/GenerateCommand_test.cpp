@@ -1,6 +1,8 @@
 #include "platform/word/docfile/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "support/Files.h"
+#include "support/Gif.h"
+#include "support/Images.h"
 #include "support/Text.h"
 #include "tools/Run.h"
 
@@ -106,6 +108,33 @@ TEST_F(GenerateTool, AMissingDocumentIsAMessageAndTheRestIsGenerated) {
     EXPECT_TRUE(messages.at(0).toString().contains(lastKey + u".doc"_s))
         << messages.at(0).toString().toStdString();
     EXPECT_TRUE(err.contains(messages.at(0).toString()));
+}
+
+TEST_F(GenerateTool, AGifComesOntoTheCover) {
+    const word::Bytes gif = test::gifOfRedThenBlue();
+    folder.write(
+        u"home/Sys/图片库/标志.gif"_s,
+        QByteArray(reinterpret_cast<const char*>(gif.data()), static_cast<qsizetype>(gif.size())));
+    expectDone({u"format"_s, u"set"_s, u"封面表"_s, u"图片"_s, u"标志.gif"_s});
+    EXPECT_TRUE(generated()[u"messages"_s].toArray().isEmpty()) << err.toStdString();
+    expectDone({u"--json"_s, u"doc"_s, u"info"_s, work(u"施工方案.doc"_s)});
+    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8())[u"pictures"_s].toInt(), 1);
+}
+
+TEST_F(GenerateTool, ACoverPictureWithoutWidthOrHeightIsToldInWords) {
+    const word::Bytes png = test::png(96, 96);
+    folder.write(
+        u"home/Sys/图片库/标志.png"_s,
+        QByteArray(reinterpret_cast<const char*>(png.data()), static_cast<qsizetype>(png.size())));
+    expectDone({u"format"_s, u"set"_s, u"封面表"_s, u"图片"_s, u"标志.png"_s});
+    expectDone({u"format"_s, u"set"_s, u"封面表"_s, u"图片宽度"_s, u"0"_s});
+    expectDone({u"format"_s, u"set"_s, u"封面表"_s, u"图片高度"_s, u"0"_s});
+    const QJsonArray messages = generated()[u"messages"_s].toArray();
+    ASSERT_EQ(messages.size(), 2);
+    EXPECT_EQ(messages.at(0).toString(),
+              u"图片的高度要大于 0、不超过 55.88 厘米。没有设置，图片保持原来的高度。"_s);
+    EXPECT_EQ(messages.at(1).toString(),
+              u"图片的宽度要大于 0、不超过 55.88 厘米。没有设置，图片保持原来的宽度。"_s);
 }
 
 TEST_F(GenerateTool, ADocumentHeldOpenRefusesTheCommand) {

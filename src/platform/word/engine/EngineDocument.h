@@ -74,6 +74,7 @@ public:
 
     void insertFile(const std::filesystem::path& path);
     EngineInlineShapes& inlineShapes() { return inlineShapes_; }
+    const EngineServices& services() const { return services_; }
     EngineSection& section() { return section_; }
 
 private:

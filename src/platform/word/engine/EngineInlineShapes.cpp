@@ -11,19 +11,26 @@
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 namespace qvnd::word {
 
 namespace {
 
 constexpr double twipsPerPoint = 20;
-constexpr float tallestPicture = 1584; // points
+constexpr double longestSide = 31680; // twips, 55.88 cm
 
-std::int32_t twips(float points) {
-    if (!(points > 0 && points <= tallestPicture)) {
-        throw outOfRange();
+// `side` names the length to the user.
+std::int32_t sideInTwips(float points, std::u16string_view side) {
+    const double twips = std::round(points * twipsPerPoint);
+    if (!(twips >= 1 && twips <= longestSide)) {
+        const std::u16string name(side);
+        throw RunTimeError(outOfRange().number(), u"图片的" + name +
+                                                      u"要大于 0、不超过 55.88 厘米。没有设置，"
+                                                      u"图片保持原来的" +
+                                                      name + u"。");
     }
-    return static_cast<std::int32_t>(std::lround(points * twipsPerPoint));
+    return static_cast<std::int32_t>(twips);
 }
 
 Bytes contentOf(const std::filesystem::path& path) {
@@ -51,10 +58,11 @@ void EngineInlineShape::setLockAspectRatio(bool lock) {
     change([=](Picture& picture) { picture.setLockAspectRatio(lock); });
 }
 void EngineInlineShape::setHeight(float points) {
-    change([height = twips(points)](Picture& picture) { picture.setHeight(height); });
+    change(
+        [height = sideInTwips(points, u"高度")](Picture& picture) { picture.setHeight(height); });
 }
 void EngineInlineShape::setWidth(float points) {
-    change([width = twips(points)](Picture& picture) { picture.setWidth(width); });
+    change([width = sideInTwips(points, u"宽度")](Picture& picture) { picture.setWidth(width); });
 }
 void EngineInlineShape::setVisible(bool visible) {
     change([=](Picture& picture) { picture.setFillVisible(visible); });
@@ -100,17 +108,27 @@ EngineInlineShape& EngineInlineShapes::shapeOf(std::size_t blob) {
     return *item;
 }
 
+Picture EngineInlineShapes::read(const std::filesystem::path& path) const {
+    const Bytes file = contentOf(path);
+    if (auto picture = Picture::fromImage(file)) {
+        return std::move(*picture);
+    }
+    const PictureConverter* converter = document_.services().pictures;
+    const auto converted = converter != nullptr ? converter->convert(file) : std::nullopt;
+    if (auto picture = converted ? Picture::fromImage(*converted) : std::nullopt) {
+        return std::move(*picture);
+    }
+    throw RunTimeError(error::invalidCall,
+                       u"不能插入图片“" + path.filename().u16string() +
+                           u"”：文件已损坏，或者不是 PNG、JPEG、GIF、BMP、EMF、WMF 图片。");
+}
+
 InlineShape& EngineInlineShapes::AddPicture(const std::filesystem::path& path, bool /*linkToFile*/,
                                             bool /*saveWithDocument*/) {
-    const auto picture = Picture::fromImage(contentOf(path));
-    if (!picture) {
-        throw RunTimeError(error::invalidCall,
-                           u"不能插入图片“" + path.filename().u16string() +
-                               u"”：文件已损坏，或者不是 PNG、JPEG、BMP、EMF、WMF 图片。");
-    }
+    const Picture picture = read(path);
     DocumentTables& tables = document_.change().tables();
     const std::size_t blob = tables.blobs.size();
-    tables.blobs.push_back(picture->blob());
+    tables.blobs.push_back(picture.blob());
 
     StoryEditor editor = document_.editor();
     editor.typeCharacter(u'\x01', [&](PropertyListId typing) {

@@ -22,6 +22,8 @@ public:
     LineFormat& Line() override { return line_; }
     word::PictureFormat& PictureFormat() override { return *this; }
     void setLockAspectRatio(bool lock) override;
+    // Throws 4608, with the limits in its description, for a length that is 0 or less or longer
+    // than the format's longest side; the picture keeps the one that it has.
     void setHeight(float points) override;
     void setWidth(float points) override;
 
@@ -60,13 +62,15 @@ public:
     explicit EngineInlineShapes(EngineDocument& document) : document_(document) {}
 
     // At the insertion point, which ends behind the picture. Always kept in the document: a link
-    // would break with the first move of the file. Throws 53 for a missing file, 5 for one that
-    // is no picture.
+    // would break with the first move of the file. A picture of a format that documents do not
+    // hold goes through the converter of the services. Throws 53 for a missing file, 5 for one
+    // that is no picture.
     InlineShape& AddPicture(const std::filesystem::path& path, bool linkToFile,
                             bool saveWithDocument) override;
     InlineShape& Item(int index) override;
 
 private:
+    Picture read(const std::filesystem::path& path) const;
     EngineInlineShape& shapeOf(std::size_t blob);
 
     EngineDocument& document_;

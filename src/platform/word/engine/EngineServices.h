@@ -1,9 +1,11 @@
 #pragma once
 
+#include "platform/word/docfile/Bytes.h"
 #include "platform/word/engine/ImportReport.h"
 #include "platform/word/layout/PageNumberSource.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace qvnd::word {
 
@@ -15,11 +17,23 @@ public:
     virtual bool save(const std::filesystem::path& document) = 0;
 };
 
+// Turns pictures of formats that the document format has no place for, such as GIF, into one that
+// it has.
+class PictureConverter {
+public:
+    virtual ~PictureConverter() = default;
+    // The picture as a PNG, JPEG, BMP, EMF or WMF file; of an animation the first frame. Nothing
+    // when the bytes cannot be read as a picture.
+    virtual std::optional<Bytes> convert(ByteView file) const = 0;
+};
+
 // What the engine needs from outside; all must outlive it.
 struct EngineServices {
     PageNumberSource& pages;
     ImportReport& report;
     UnsavedChangesQuestion& unsaved;
+    // Null: pictures of other formats are refused.
+    const PictureConverter* pictures = nullptr;
 };
 
 } // namespace qvnd::word

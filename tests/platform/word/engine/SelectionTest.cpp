@@ -12,6 +12,21 @@ namespace {
 
 using namespace qvnd::word;
 
+// Knows one file.
+class ConverterOf : public PictureConverter {
+public:
+    ConverterOf(Bytes known, Bytes result) : known_(std::move(known)), result_(std::move(result)) {}
+    std::optional<Bytes> convert(ByteView file) const override {
+        return std::equal(file.begin(), file.end(), known_.begin(), known_.end())
+                   ? std::optional(result_)
+                   : std::nullopt;
+    }
+
+private:
+    Bytes known_;
+    Bytes result_;
+};
+
 class SelectionTest : public EngineTest {
 protected:
     unsigned halfPointsAt(Cp at) { return sprmValue(lookAt(at), sprm::CHps, 0); }
@@ -273,6 +288,37 @@ TEST_F(SelectionTest, TextBehindAPictureIsNoPicture) {
     type(u"y");
     EXPECT_TRUE(lookAt(1).empty());
     EXPECT_TRUE(lookAt(2).empty());
+}
+
+TEST_F(SelectionTest, APictureOfAnotherFormatComesInAsTheConverterGivesIt) {
+    const ConverterOf converter{ascii("GIF89a"), png(20, 10)};
+    services.pictures = &converter;
+    EngineApplication other(services);
+    other.documents().Add();
+    other.Selection().InlineShapes().AddPicture(folder.write("a.gif", ascii("GIF89a")), false,
+                                                true);
+    const DocumentTables& tables = other.active().read().tables();
+    ASSERT_EQ(tables.blobs.size(), 1U);
+    EXPECT_EQ(Picture::fromBlob(*tables.blobs[0])->naturalWidth(), 300);
+    EXPECT_EQ(errorNumberOf([&] {
+                  other.Selection().InlineShapes().AddPicture(
+                      folder.write("b.gif", ascii("GIF87a")), false, true);
+              }),
+              error::invalidCall);
+}
+
+TEST_F(SelectionTest, ASideThatNoPictureCanHaveIsToldInWordsAndTheOldOneStays) {
+    InlineShape& shape =
+        selection().InlineShapes().AddPicture(folder.write("a.png", png(96, 96)), false, true);
+    for (const float side : {0.0F, -1.0F, 0.01F, 1585.0F}) {
+        EXPECT_EQ(descriptionOf([&] { shape.setHeight(side); }),
+                  u"图片的高度要大于 0、不超过 55.88 厘米。没有设置，图片保持原来的高度。");
+        EXPECT_EQ(descriptionOf([&] { shape.setWidth(side); }),
+                  u"图片的宽度要大于 0、不超过 55.88 厘米。没有设置，图片保持原来的宽度。");
+    }
+    const Picture picture = *Picture::fromBlob(*document().read().tables().blobs.at(0));
+    EXPECT_EQ(picture.height(), 1440);
+    EXPECT_EQ(picture.width(), 1440);
 }
 
 TEST_F(SelectionTest, FileThatIsNoPictureIsRefused) {
