@@ -1,0 +1,1 @@
+// Carries the compiled headers; holds no code.
