@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentData.h"
-#include "platform/word/docfile/DocumentWriter.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/StoryBuilder.h"
 

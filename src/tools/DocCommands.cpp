@@ -2,10 +2,10 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/office/OfficeSuite.h"
-#include "platform/word/docfile/DocumentSummary.h"
-#include "platform/word/docfile/DocumentText.h"
-#include "platform/word/docfile/DocumentWriter.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
+#include "platform/word/docfile/text/DocumentText.h"
+#include "platform/word/docfile/writer/DocumentSummary.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "tools/Arguments.h"

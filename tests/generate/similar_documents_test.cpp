@@ -2,8 +2,8 @@
 
 #include "generate/GenerationWorld.h"
 #include "outline/TemplateWorld.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/DocumentText.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/text/DocumentText.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutEstimate.h"
 #include "support/Errors.h"

@@ -2,7 +2,7 @@
 
 #include "outline/windows/PreviewFrame.h"
 #include "platform/error/RunTimeError.h"
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "support/ContentBuilder.h"
 #include "support/FakeOffice.h"
 #include "support/WaitFor.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/container/Bytes.h"
 
 #include <string_view>
 

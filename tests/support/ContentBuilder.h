@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentData.h"
-#include "platform/word/docfile/Dop.h"
-#include "platform/word/docfile/FontTable.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/styles/FontTable.h"
 
 #include <memory>
 #include <string>

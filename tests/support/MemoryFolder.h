@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/error/RunTimeError.h"
-#include "platform/word/docfile/OutputFile.h"
+#include "platform/word/docfile/container/OutputFile.h"
 
 #include <algorithm>
 #include <functional>

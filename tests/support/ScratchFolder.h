@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/container/Bytes.h"
 
 namespace qvnd::test {
 

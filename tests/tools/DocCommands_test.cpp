@@ -1,6 +1,6 @@
 #include "platform/error/RunTimeError.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/StoryEditor.h"
 #include "platform/word/engine/WorkingDocument.h"

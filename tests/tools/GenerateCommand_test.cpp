@@ -1,4 +1,4 @@
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "support/Files.h"
 #include "support/Gif.h"

@@ -2,7 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/office/PdfDestinations.h"
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/layout/SectionPages.h"
 
 #include <QTemporaryDir>

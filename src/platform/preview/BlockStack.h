@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/TableGrid.h"
-#include "platform/word/docfile/TablePlaces.h"
+#include "platform/word/docfile/text/TablePlaces.h"
 
 #include <vector>
 

@@ -2,7 +2,7 @@
 
 #include "platform/preview/DocumentReading.h"
 #include "platform/preview/ListNumbers.h"
-#include "platform/word/docfile/DocumentTables.h"
+#include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/engine/StyleLooks.h"
 
 #include <map>

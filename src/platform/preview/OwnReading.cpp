@@ -2,7 +2,7 @@
 
 #include "platform/files/Paths.h"
 #include "platform/preview/StoryReading.h"
-#include "platform/word/docfile/SectionPaper.h"
+#include "platform/word/docfile/formatting/SectionPaper.h"
 #include "platform/word/engine/DocumentSource.h"
 
 #include <algorithm>

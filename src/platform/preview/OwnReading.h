@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/DocumentReading.h"
-#include "platform/word/docfile/DocumentData.h"
+#include "platform/word/docfile/document/DocumentData.h"
 
 #include <QString>
 

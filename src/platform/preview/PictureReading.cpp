@@ -1,7 +1,7 @@
 #include "platform/preview/PictureReading.h"
 
-#include "platform/word/docfile/Blip.h"
-#include "platform/word/docfile/Picture.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "platform/word/docfile/pictures/Picture.h"
 
 #include <algorithm>
 

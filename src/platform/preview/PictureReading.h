@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/DocumentReading.h"
-#include "platform/word/docfile/DocumentTables.h"
+#include "platform/word/docfile/document/DocumentTables.h"
 
 #include <optional>
 

@@ -1,7 +1,7 @@
 #include "platform/preview/RowDefinition.h"
 
 #include "platform/preview/Settings.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/DocumentReading.h"
-#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/container/Bytes.h"
 
 #include <optional>
 #include <vector>

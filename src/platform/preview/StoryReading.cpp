@@ -3,8 +3,8 @@
 #include "platform/preview/PictureReading.h"
 #include "platform/preview/Settings.h"
 #include "platform/preview/Symbols.h"
-#include "platform/word/docfile/Fields.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/layout/SectionShape.h"
 
 #include <algorithm>

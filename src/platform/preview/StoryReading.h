@@ -4,7 +4,7 @@
 #include "platform/preview/ListNumbers.h"
 #include "platform/preview/Looks.h"
 #include "platform/preview/OwnReading.h"
-#include "platform/word/docfile/DocumentData.h"
+#include "platform/word/docfile/document/DocumentData.h"
 
 #include <map>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/DocumentReading.h"
-#include "platform/word/docfile/PropertyLists.h"
+#include "platform/word/docfile/document/PropertyLists.h"
 
 #include <vector>
 

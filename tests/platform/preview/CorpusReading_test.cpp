@@ -1,7 +1,7 @@
 #include "WrittenDocument.h"
 
-#include "platform/word/docfile/DocumentText.h"
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/text/DocumentText.h"
 #include "support/Corpus.h"
 
 #include <gtest/gtest.h>

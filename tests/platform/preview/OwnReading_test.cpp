@@ -1,8 +1,8 @@
 #include "WrittenDocument.h"
 
 #include "platform/error/RunTimeError.h"
-#include "platform/word/docfile/Blip.h"
-#include "platform/word/docfile/Picture.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/engine/SprmList.h"
 #include "support/Images.h"
 

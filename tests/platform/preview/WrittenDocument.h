@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/preview/OwnReading.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "support/ContentBuilder.h"
 #include "support/ScratchFolder.h"
 

@@ -3,8 +3,8 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/office/PdfDestinations.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/layout/LayoutEstimate.h"
 #include "support/ContentBuilder.h"
 

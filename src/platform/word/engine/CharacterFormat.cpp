@@ -1,6 +1,6 @@
 #include "platform/word/engine/CharacterFormat.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
 #include <array>

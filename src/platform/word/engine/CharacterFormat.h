@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentTables.h"
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/format/Sprm.h"
 
 // Which entries of a character property list are a matter of looks, and which make the character
 // what it is (picture, field mark, symbol, revision).

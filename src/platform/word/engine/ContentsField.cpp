@@ -1,6 +1,6 @@
 #include "platform/word/engine/ContentsField.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StoryBuilder.h"
 #include "platform/word/engine/StoryEdits.h"

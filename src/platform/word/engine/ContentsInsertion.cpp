@@ -1,7 +1,7 @@
 #include "platform/word/engine/ContentsInsertion.h"
 
-#include "platform/word/docfile/SectionPaper.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/formatting/SectionPaper.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/ParagraphChange.h"
 #include "platform/word/engine/SectionProperties.h"

@@ -1,8 +1,8 @@
 #include "platform/word/engine/DocumentImport.h"
 
-#include "platform/word/docfile/Fields.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/engine/FieldCodes.h"
 #include "platform/word/engine/ImportTables.h"
 #include "platform/word/engine/LeftOut.h"

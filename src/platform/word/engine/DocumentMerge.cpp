@@ -1,6 +1,6 @@
 #include "platform/word/engine/DocumentMerge.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "platform/word/engine/NormalTemplate.h"

@@ -2,8 +2,8 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 
 namespace qvnd::word {
 

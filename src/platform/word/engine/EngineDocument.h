@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/EngineContents.h"
 #include "platform/word/engine/EngineHeadersFooters.h"
 #include "platform/word/engine/EngineInlineShapes.h"

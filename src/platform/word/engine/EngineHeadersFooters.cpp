@@ -1,7 +1,7 @@
 #include "platform/word/engine/EngineHeadersFooters.h"
 
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
 #include "platform/word/engine/SprmList.h"

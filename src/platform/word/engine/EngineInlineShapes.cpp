@@ -1,6 +1,6 @@
 #include "platform/word/engine/EngineInlineShapes.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
 #include "platform/word/engine/SectionProperties.h"

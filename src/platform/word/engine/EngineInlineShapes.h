@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/Picture.h"
+#include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/model/InlineShapes.h"
 
 #include <functional>

@@ -1,8 +1,8 @@
 #include "platform/word/engine/EnginePageSetup.h"
 
-#include "platform/word/docfile/Dop.h"
-#include "platform/word/docfile/SectionPaper.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/formatting/SectionPaper.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
 

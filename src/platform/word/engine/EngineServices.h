@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/container/Bytes.h"
 #include "platform/word/engine/ImportReport.h"
 #include "platform/word/layout/PageNumberSource.h"
 

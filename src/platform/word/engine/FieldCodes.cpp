@@ -1,6 +1,6 @@
 #include "platform/word/engine/FieldCodes.h"
 
-#include "platform/word/docfile/Fields.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/engine/NameFolding.h"
 
 #include <algorithm>

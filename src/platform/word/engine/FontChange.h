@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/engine/WorkingStory.h"
 
 #include <optional>

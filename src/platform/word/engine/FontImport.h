@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentTables.h"
+#include "platform/word/docfile/document/DocumentTables.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "platform/word/engine/Fonts.h"
 
-#include "platform/word/docfile/FontTable.h"
+#include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/engine/NameFolding.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/word/docfile/FrameSpot.h"
-#include "platform/word/docfile/PropertyLists.h"
-#include "platform/word/docfile/Story.h"
+#include "platform/word/docfile/document/FrameSpot.h"
+#include "platform/word/docfile/document/PropertyLists.h"
+#include "platform/word/docfile/document/Story.h"
 
 namespace qvnd::word {
 

@@ -1,7 +1,7 @@
 #include "platform/word/engine/LeftOut.h"
 
-#include "platform/word/docfile/Dop.h"
-#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Dop.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
 #include "platform/word/engine/NormalTemplate.h"
 
-#include "platform/word/docfile/Dop.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/BuiltInStyles.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StoryBuilder.h"

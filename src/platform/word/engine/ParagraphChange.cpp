@@ -1,7 +1,7 @@
 #include "platform/word/engine/ParagraphChange.h"
 
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StyleLookup.h"
 

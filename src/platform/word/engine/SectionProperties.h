@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/format/Sprm.h"
 
 #include <cstdint>
 

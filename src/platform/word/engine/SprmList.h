@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
-#include "platform/word/docfile/PropertyLists.h"
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/document/PropertyLists.h"
+#include "platform/word/docfile/format/Sprm.h"
 
 namespace qvnd::word {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/Story.h"
+#include "platform/word/docfile/document/Story.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "platform/word/engine/StyleDifference.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/ListMembership.h"
 #include "platform/word/engine/StyleProperties.h"
 

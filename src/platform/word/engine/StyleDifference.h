@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/StyleLook.h"
 
 #include <map>

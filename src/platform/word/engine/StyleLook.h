@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentTables.h"
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/format/Sprm.h"
 
 #include <cstdint>
 #include <map>

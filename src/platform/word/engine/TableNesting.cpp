@@ -1,8 +1,8 @@
 #include "platform/word/engine/TableNesting.h"
 
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
-#include "platform/word/docfile/TablePlaces.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/TablePlaces.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/PropertyLists.h"
-#include "platform/word/docfile/Story.h"
+#include "platform/word/docfile/document/PropertyLists.h"
+#include "platform/word/docfile/document/Story.h"
 
 namespace qvnd::word {
 

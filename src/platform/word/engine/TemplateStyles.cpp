@@ -1,6 +1,6 @@
 #include "platform/word/engine/TemplateStyles.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/Fonts.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StyleLookup.h"

@@ -1,8 +1,8 @@
 #include "platform/word/engine/TextBoxPlacing.h"
 
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
-#include "platform/word/docfile/StoryRepair.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/StoryRepair.h"
 #include "platform/word/engine/FieldCodes.h"
 #include "platform/word/engine/Framing.h"
 #include "platform/word/engine/TableNesting.h"

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/word/docfile/FrameSpot.h"
-#include "platform/word/docfile/PropertyLists.h"
-#include "platform/word/docfile/Story.h"
-#include "platform/word/docfile/TablePlaces.h"
+#include "platform/word/docfile/document/FrameSpot.h"
+#include "platform/word/docfile/document/PropertyLists.h"
+#include "platform/word/docfile/document/Story.h"
+#include "platform/word/docfile/text/TablePlaces.h"
 
 #include <optional>
 #include <vector>

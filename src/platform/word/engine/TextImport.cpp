@@ -1,7 +1,7 @@
 #include "platform/word/engine/TextImport.h"
 
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "platform/word/engine/WorkingDocument.h"
 
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/StoryBuilder.h"
 #include "platform/word/engine/TemplateStyles.h"
 

@@ -1,8 +1,8 @@
 #include "platform/word/layout/SectionShape.h"
 
-#include "platform/word/docfile/SectionPaper.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/formatting/SectionPaper.h"
 
 #include <algorithm>
 

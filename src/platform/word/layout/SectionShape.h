@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
+#include "platform/word/docfile/container/Bytes.h"
 #include "platform/word/layout/Pages.h"
 
 namespace qvnd::word {

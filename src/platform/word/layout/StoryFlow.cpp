@@ -1,6 +1,6 @@
 #include "platform/word/layout/StoryFlow.h"
 
-#include "platform/word/docfile/SectionPaper.h"
+#include "platform/word/docfile/formatting/SectionPaper.h"
 #include "platform/word/layout/FlatStory.h"
 #include "platform/word/layout/FormatLookup.h"
 #include "platform/word/layout/LineBreaking.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentTables.h"
 #include "platform/word/docfile/WordFileBuilder.h"
+#include "platform/word/docfile/document/DocumentTables.h"
 
 #include <functional>
 #include <set>

@@ -1,10 +1,10 @@
 #include "platform/word/check/SoundDocument.h"
 
-#include "platform/word/docfile/BookmarkTables.h"
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
-#include "platform/word/docfile/StyleSheetTable.h"
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "platform/word/check/SoundDocument.h"
 
-#include "platform/word/docfile/ParagraphPages.h"
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/word/docfile/BookmarkTables.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
 
-#include "platform/word/docfile/Sttb.h"
+#include "platform/word/docfile/format/Sttb.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "platform/word/docfile/CharacterPages.h"
+#include "platform/word/docfile/formatting/CharacterPages.h"
 
-#include "platform/word/docfile/FormatError.h"
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
-#include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/container/CompoundFile.h"
 
-#include "platform/word/docfile/CompoundFormat.h"
-#include "platform/word/docfile/CompoundStore.h"
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/container/CompoundFormat.h"
+#include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/container/FormatError.h"
 #include "support/Corpus.h"
 #include "support/MemoryFolder.h"
 

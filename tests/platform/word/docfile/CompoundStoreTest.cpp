@@ -1,7 +1,7 @@
-#include "platform/word/docfile/CompoundStore.h"
+#include "platform/word/docfile/container/CompoundStore.h"
 
 #include "platform/word/docfile/CompoundChecks.h"
-#include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/container/CompoundFile.h"
 #include "support/MemoryFolder.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
-#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 
-#include "platform/word/docfile/DocumentText.h"
-#include "platform/word/docfile/FormatError.h"
 #include "platform/word/docfile/StoryChecks.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/text/DocumentText.h"
 #include "support/Corpus.h"
 
 #include <fstream>

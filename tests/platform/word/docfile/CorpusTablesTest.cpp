@@ -1,10 +1,10 @@
-#include "platform/word/docfile/BookmarkTables.h"
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/Fib.h"
-#include "platform/word/docfile/FontTable.h"
-#include "platform/word/docfile/ListTables.h"
-#include "platform/word/docfile/RevisionAuthors.h"
-#include "platform/word/docfile/StyleSheetTable.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/format/Fib.h"
+#include "platform/word/docfile/styles/FontTable.h"
+#include "platform/word/docfile/styles/ListTables.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/text/RevisionAuthors.h"
 
 #include "support/Corpus.h"
 

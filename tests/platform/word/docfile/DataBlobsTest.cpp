@@ -1,4 +1,4 @@
-#include "platform/word/docfile/DataBlobs.h"
+#include "platform/word/docfile/document/DataBlobs.h"
 
 #include "support/ByteText.h"
 

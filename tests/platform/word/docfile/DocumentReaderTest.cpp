@@ -1,13 +1,13 @@
-#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 
-#include "platform/word/docfile/Fields.h"
-#include "platform/word/docfile/HeaderStory.h"
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/docfile/StoryChecks.h"
-#include "platform/word/docfile/StyleSheetTable.h"
 #include "platform/word/docfile/WordFileBuilder.h"
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
+#include "platform/word/docfile/text/Fields.h"
+#include "platform/word/docfile/text/HeaderStory.h"
 #include "support/ByteText.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
-#include "platform/word/docfile/DocumentText.h"
+#include "platform/word/docfile/text/DocumentText.h"
 
-#include "platform/word/docfile/DocumentSummary.h"
-#include "platform/word/docfile/Fields.h"
+#include "platform/word/docfile/text/Fields.h"
+#include "platform/word/docfile/writer/DocumentSummary.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,11 +1,11 @@
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 
 #include "platform/word/docfile/CompoundChecks.h"
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/Fib.h"
-#include "platform/word/docfile/FormattingPage.h"
-#include "platform/word/docfile/PieceTable.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/format/Fib.h"
+#include "platform/word/docfile/formatting/FormattingPage.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/text/PieceTable.h"
 #include "support/ContentBuilder.h"
 #include "support/MemoryFolder.h"
 

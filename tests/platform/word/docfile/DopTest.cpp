@@ -1,4 +1,4 @@
-#include "platform/word/docfile/Dop.h"
+#include "platform/word/docfile/format/Dop.h"
 
 #include <gtest/gtest.h>
 

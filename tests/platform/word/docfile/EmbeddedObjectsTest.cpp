@@ -1,11 +1,11 @@
-#include "platform/word/docfile/EmbeddedObjects.h"
+#include "platform/word/docfile/objects/EmbeddedObjects.h"
 
 #include "platform/word/docfile/CompoundChecks.h"
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/DocumentWriter.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "support/ContentBuilder.h"
 #include "support/MemoryFolder.h"
 

@@ -1,6 +1,6 @@
-#include "platform/word/docfile/Fib.h"
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/format/Fib.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/container/FormatError.h"
 
 #include "support/Corpus.h"
 

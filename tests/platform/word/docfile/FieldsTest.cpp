@@ -1,4 +1,4 @@
-#include "platform/word/docfile/Fields.h"
+#include "platform/word/docfile/text/Fields.h"
 
 #include "support/ByteText.h"
 

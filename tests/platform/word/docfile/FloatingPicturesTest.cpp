@@ -1,11 +1,11 @@
-#include "platform/word/docfile/FloatingPictures.h"
+#include "platform/word/docfile/pictures/FloatingPictures.h"
 
-#include "platform/word/docfile/Blip.h"
-#include "platform/word/docfile/Drawings.h"
-#include "platform/word/docfile/ImageFile.h"
-#include "platform/word/docfile/OfficeArt.h"
-#include "platform/word/docfile/Picture.h"
-#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "platform/word/docfile/pictures/Drawings.h"
+#include "platform/word/docfile/pictures/ImageFile.h"
+#include "platform/word/docfile/pictures/Picture.h"
 #include "support/Images.h"
 
 #include <gmock/gmock.h>

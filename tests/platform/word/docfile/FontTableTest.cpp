@@ -1,4 +1,4 @@
-#include "platform/word/docfile/FontTable.h"
+#include "platform/word/docfile/styles/FontTable.h"
 
 #include "support/ByteText.h"
 

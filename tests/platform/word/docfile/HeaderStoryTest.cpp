@@ -1,6 +1,6 @@
-#include "platform/word/docfile/HeaderStory.h"
+#include "platform/word/docfile/text/HeaderStory.h"
 
-#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/format/Plc.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/word/docfile/ImageFile.h"
+#include "platform/word/docfile/pictures/ImageFile.h"
 
 #include "support/Images.h"
 

@@ -1,7 +1,7 @@
 #include "platform/word/docfile/CompoundChecks.h"
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/DocumentWriter.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "support/ContentBuilder.h"
 
 #include <csignal>

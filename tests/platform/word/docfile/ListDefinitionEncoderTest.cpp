@@ -1,4 +1,4 @@
-#include "platform/word/docfile/ListDefinitionEncoder.h"
+#include "platform/word/docfile/styles/ListDefinitionEncoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "platform/word/docfile/ListTables.h"
+#include "platform/word/docfile/styles/ListTables.h"
 
-#include "platform/word/docfile/ListLevels.h"
+#include "platform/word/docfile/styles/ListLevels.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

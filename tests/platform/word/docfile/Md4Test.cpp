@@ -1,4 +1,4 @@
-#include "platform/word/docfile/Md4.h"
+#include "platform/word/docfile/pictures/Md4.h"
 
 #include "support/ByteText.h"
 

@@ -1,4 +1,4 @@
-#include "platform/word/docfile/NumberSet.h"
+#include "platform/word/docfile/container/NumberSet.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/EmbeddedObjects.h"
+#include "platform/word/docfile/objects/EmbeddedObjects.h"
 
 #include <map>
 

@@ -1,4 +1,4 @@
-#include "platform/word/docfile/OleStreams.h"
+#include "platform/word/docfile/objects/OleStreams.h"
 
 #include <gtest/gtest.h>
 

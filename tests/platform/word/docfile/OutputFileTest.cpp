@@ -1,8 +1,8 @@
-#include "platform/word/docfile/OutputFile.h"
+#include "platform/word/docfile/container/OutputFile.h"
 
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
-#include "platform/word/docfile/FileErrors.h"
+#include "platform/word/docfile/container/FileErrors.h"
 #include "support/Errors.h"
 
 #include <fstream>

@@ -1,7 +1,7 @@
-#include "platform/word/docfile/Picture.h"
+#include "platform/word/docfile/pictures/Picture.h"
 
-#include "platform/word/docfile/Md4.h"
-#include "platform/word/docfile/OfficeArt.h"
+#include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/pictures/Md4.h"
 #include "support/Images.h"
 
 #include <gtest/gtest.h>

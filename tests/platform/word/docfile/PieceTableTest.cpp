@@ -1,6 +1,6 @@
-#include "platform/word/docfile/PieceTable.h"
+#include "platform/word/docfile/text/PieceTable.h"
 
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/container/FormatError.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/word/docfile/RevisionAuthors.h"
+#include "platform/word/docfile/text/RevisionAuthors.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "platform/word/docfile/Sections.h"
+#include "platform/word/docfile/formatting/Sections.h"
 
-#include "platform/word/docfile/FormatError.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

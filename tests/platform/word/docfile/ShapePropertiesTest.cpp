@@ -1,6 +1,6 @@
-#include "platform/word/docfile/ShapeProperties.h"
+#include "platform/word/docfile/format/ShapeProperties.h"
 
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/container/FormatError.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/format/Sprm.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/word/docfile/Sttb.h"
+#include "platform/word/docfile/format/Sttb.h"
 
 #include "support/ByteText.h"
 

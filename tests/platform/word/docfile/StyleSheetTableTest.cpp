@@ -1,4 +1,4 @@
-#include "platform/word/docfile/StyleSheetTable.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
 
 #include "support/ByteText.h"
 

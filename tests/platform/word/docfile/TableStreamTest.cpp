@@ -1,6 +1,6 @@
-#include "platform/word/docfile/TableStream.h"
+#include "platform/word/docfile/writer/TableStream.h"
 
-#include "platform/word/docfile/CompoundFile.h"
+#include "platform/word/docfile/container/CompoundFile.h"
 #include "support/MemoryFolder.h"
 
 #include <gtest/gtest.h>

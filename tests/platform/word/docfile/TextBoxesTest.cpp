@@ -1,7 +1,7 @@
-#include "platform/word/docfile/TextBoxes.h"
+#include "platform/word/docfile/pictures/TextBoxes.h"
 
-#include "platform/word/docfile/OfficeArt.h"
-#include "platform/word/docfile/Plc.h"
+#include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/format/Plc.h"
 #include "support/ByteText.h"
 
 #include <gmock/gmock.h>

@@ -1,10 +1,10 @@
 #include "platform/word/docfile/WordFileBuilder.h"
 
-#include "platform/word/docfile/CompoundStore.h"
-#include "platform/word/docfile/FontTable.h"
-#include "platform/word/docfile/ParagraphPages.h"
-#include "platform/word/docfile/Sections.h"
-#include "platform/word/docfile/StyleSheetTable.h"
+#include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/formatting/ParagraphPages.h"
+#include "platform/word/docfile/formatting/Sections.h"
+#include "platform/word/docfile/styles/FontTable.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "support/MemoryFolder.h"
 
 #include <numeric>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/word/docfile/CharacterPages.h"
-#include "platform/word/docfile/Fib.h"
-#include "platform/word/docfile/PieceTable.h"
+#include "platform/word/docfile/format/Fib.h"
+#include "platform/word/docfile/formatting/CharacterPages.h"
+#include "platform/word/docfile/text/PieceTable.h"
 
 #include <map>
 #include <string>

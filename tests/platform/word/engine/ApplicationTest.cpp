@@ -1,7 +1,7 @@
 #include "platform/word/engine/EngineFixture.h"
 
-#include "platform/word/docfile/Dop.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StyleLookup.h"

@@ -1,6 +1,6 @@
 #include "platform/word/engine/DocumentImport.h"
 
-#include "platform/word/docfile/Dop.h"
+#include "platform/word/docfile/format/Dop.h"
 #include "platform/word/engine/ImportFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "platform/word/engine/EngineFixture.h"
 
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/SectionProperties.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentReader.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/engine/StoryBuilder.h"
 #include "support/ScratchFolder.h"

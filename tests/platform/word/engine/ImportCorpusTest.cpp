@@ -1,5 +1,5 @@
-#include "platform/word/docfile/DocumentReader.h"
-#include "platform/word/docfile/FormatError.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/engine/ImportFixture.h"
 #include "platform/word/engine/StyleProperties.h"
 #include "support/Corpus.h"

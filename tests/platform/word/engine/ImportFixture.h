@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/word/docfile/DocumentData.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
+#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/BuiltInStyles.h"
 #include "platform/word/engine/DocumentImport.h"
 #include "platform/word/engine/StyleLooks.h"

@@ -1,6 +1,6 @@
 #include "platform/word/engine/TextBoxPlacing.h"
 
-#include "platform/word/docfile/TablePlaces.h"
+#include "platform/word/docfile/text/TablePlaces.h"
 #include "platform/word/engine/ImportFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Remarks.h"
-#include "platform/word/docfile/Sttb.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/Sttb.h"
 
 #include <set>
 

@@ -1,8 +1,8 @@
 #include "platform/word/docfile/check/ContainerSectors.h"
 
-#include "platform/word/docfile/CompoundFormat.h"
-#include "platform/word/docfile/FormatError.h"
-#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/container/CompoundFormat.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/document/Remarks.h"
 
 #include <algorithm>
 

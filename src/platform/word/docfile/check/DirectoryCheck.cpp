@@ -1,7 +1,7 @@
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/CompoundFormat.h"
-#include "platform/word/docfile/Remarks.h"
 #include "platform/word/docfile/check/ContainerSectors.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/container/CompoundFormat.h"
+#include "platform/word/docfile/document/Remarks.h"
 
 #include <vector>
 

@@ -1,8 +1,8 @@
 #include "platform/word/docfile/check/DocumentCheck.h"
 
-#include "platform/word/docfile/CompoundFile.h"
-#include "platform/word/docfile/FormatError.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/container/FormatError.h"
 
 #include <exception>
 

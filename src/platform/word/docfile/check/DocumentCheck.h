@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
 #include "platform/word/docfile/check/Finding.h"
+#include "platform/word/docfile/container/Bytes.h"
 
 #include <vector>
 

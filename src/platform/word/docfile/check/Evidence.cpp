@@ -1,7 +1,7 @@
 #include "platform/word/docfile/check/Evidence.h"
 
-#include "platform/word/docfile/Remarks.h"
-#include "platform/word/docfile/Sprm.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Sprm.h"
 
 #include <algorithm>
 

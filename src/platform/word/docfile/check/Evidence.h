@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/word/docfile/Bytes.h"
-#include "platform/word/docfile/DocumentTables.h"
-#include "platform/word/docfile/Fib.h"
-#include "platform/word/docfile/Story.h"
+#include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/document/Story.h"
+#include "platform/word/docfile/format/Fib.h"
 
 #include <array>
 #include <optional>

@@ -1,5 +1,5 @@
-#include "platform/word/docfile/Remarks.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/document/Remarks.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "platform/word/docfile/check/Finding.h"
 
-#include "platform/word/docfile/Remarks.h"
+#include "platform/word/docfile/document/Remarks.h"
 
 namespace qvnd::word {
 

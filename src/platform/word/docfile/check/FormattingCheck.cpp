@@ -1,7 +1,7 @@
-#include "platform/word/docfile/FormatError.h"
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Remarks.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Plc.h"
 
 #include <algorithm>
 #include <set>

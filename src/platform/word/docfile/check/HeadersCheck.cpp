@@ -1,6 +1,6 @@
-#include "platform/word/docfile/Plc.h"
-#include "platform/word/docfile/Remarks.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Plc.h"
 
 namespace qvnd::word {
 

@@ -1,9 +1,9 @@
-#include "platform/word/docfile/FormatError.h"
-#include "platform/word/docfile/PieceTable.h"
-#include "platform/word/docfile/Remarks.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/PieceTable.h"
 
 #include <algorithm>
 #include <set>

@@ -1,6 +1,6 @@
-#include "platform/word/docfile/FormatError.h"
-#include "platform/word/docfile/Remarks.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/document/Remarks.h"
 
 #include <set>
 

@@ -1,7 +1,7 @@
-#include "platform/word/docfile/Remarks.h"
-#include "platform/word/docfile/Sprm.h"
-#include "platform/word/docfile/SprmCodes.h"
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
 #include <map>

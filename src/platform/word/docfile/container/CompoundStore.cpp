@@ -1,0 +1,326 @@
+#include "platform/word/docfile/container/CompoundStore.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/word/docfile/container/CompoundFormat.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t smallLimit = 4096;
+constexpr std::size_t miniSectorSize = 64;
+constexpr std::size_t sectorSize = CompoundStore::sectorSize;
+
+std::uint64_t fileOffset(std::uint32_t sector) { return (std::uint64_t{sector} + 1) * sectorSize; }
+
+std::size_t roundedUp(std::size_t size, std::size_t unit) {
+    return (size + unit - 1) / unit * unit;
+}
+
+ByteView sectorOf(ByteView bytes, std::size_t index) {
+    const std::size_t at = std::min(index * sectorSize, bytes.size());
+    return bytes.subspan(at, std::min(sectorSize, bytes.size() - at));
+}
+
+} // namespace
+
+CompoundStore::CompoundStore(std::unique_ptr<OutputFile> file, const ClassId& rootClass)
+    : file_(std::move(file)), directory_(rootClass) {}
+
+void CompoundStore::detach() {
+    file_->close();
+    file_.reset();
+}
+
+void CompoundStore::attach(std::unique_ptr<OutputFile> file) { file_ = std::move(file); }
+
+CompoundStore::Stream CompoundStore::addStream(std::u16string_view name) {
+    return addStream(CompoundDirectory::root, name);
+}
+
+CompoundStore::Stream CompoundStore::addStream(Stream storage, std::u16string_view name) {
+    const Stream stream = directory_.addStream(storage, name);
+    streams_[stream];
+    return stream;
+}
+
+CompoundStore::Stream CompoundStore::addStorage(Stream storage, std::u16string_view name,
+                                                const ClassId& classId) {
+    return directory_.addStorage(storage, name, classId);
+}
+
+void CompoundStore::append(Stream number, ByteView bytes) {
+    StreamState& stream = streams_.at(number);
+    if (!stream.small) {
+        appendToChain(stream, bytes);
+        return;
+    }
+    stream.content.insert(stream.content.end(), bytes.begin(), bytes.end());
+    stream.size = static_cast<std::uint32_t>(stream.content.size());
+    stream.changed = true;
+    if (stream.size >= smallLimit) {
+        growOutOfMiniStream(stream);
+    }
+}
+
+void CompoundStore::growOutOfMiniStream(StreamState& stream) {
+    releaseMini(stream);
+    stream.small = false;
+    stream.size = 0;
+    const Bytes content = std::exchange(stream.content, {});
+    appendToChain(stream, content);
+}
+
+void CompoundStore::overwrite(Stream number, std::uint32_t offset, ByteView bytes) {
+    StreamState& stream = streams_.at(number);
+    const std::uint64_t end = std::uint64_t{offset} + bytes.size();
+    const bool whole = bytes.size() % sectorSize == 0 || end == stream.size;
+    if (stream.small || offset % sectorSize != 0 || !whole || end > stream.size) {
+        throw std::invalid_argument("a stream is overwritten in whole sectors");
+    }
+    overwriteSectors(stream, offset / sectorSize, bytes);
+    if (end == stream.size) {
+        const ByteView tail = bytes.last(bytes.size() % sectorSize);
+        stream.tail.assign(tail.begin(), tail.end());
+    }
+}
+
+void CompoundStore::replace(Stream number, ByteView bytes) {
+    StreamState& stream = streams_.at(number);
+    if (!stream.small) {
+        releaseChain(stream);
+    }
+    releaseMini(stream);
+    stream.small = true;
+    stream.size = 0;
+    stream.content.clear();
+    append(number, bytes);
+    stream.changed = stream.small;
+}
+
+void CompoundStore::appendToChain(Chain& chain, ByteView bytes) {
+    if (bytes.empty()) {
+        return;
+    }
+    Bytes joined;
+    if (!chain.tail.empty()) {
+        // The last sector is written anew, the bytes that it has in front.
+        joined = std::exchange(chain.tail, {});
+        const std::size_t room = std::min(sectorSize - joined.size(), bytes.size());
+        joined.insert(joined.end(), bytes.begin(), bytes.begin() + static_cast<long>(room));
+        overwriteSectors(chain, chain.sectors.size() - 1, joined);
+        chain.size += static_cast<std::uint32_t>(room);
+        bytes = bytes.subspan(room);
+        chain.tail = joined.size() < sectorSize ? std::move(joined) : Bytes{};
+    }
+    if (bytes.empty()) {
+        return;
+    }
+    const std::size_t first = chain.sectors.size();
+    for (std::size_t done = 0; done < bytes.size(); done += sectorSize) {
+        const std::uint32_t sector = table_.allocate();
+        if (!chain.sectors.empty()) {
+            table_.link(chain.sectors.back(), sector);
+        }
+        chain.sectors.push_back(sector);
+    }
+    chain.size += static_cast<std::uint32_t>(bytes.size());
+    const ByteView tail = bytes.last(bytes.size() % sectorSize);
+    chain.tail.assign(tail.begin(), tail.end());
+    writeSectors(chain.sectors, first, bytes);
+}
+
+// Puts fresh sectors in place of those that the committed state uses.
+void CompoundStore::overwriteSectors(Chain& chain, std::size_t index, ByteView bytes) {
+    const std::size_t count = roundedUp(bytes.size(), sectorSize) / sectorSize;
+    for (std::size_t i = index; i < index + count; ++i) {
+        const std::uint32_t old = chain.sectors[i];
+        if (table_.fresh(old)) {
+            continue;
+        }
+        const std::uint32_t sector = table_.allocate();
+        table_.link(sector, i + 1 < chain.sectors.size() ? chain.sectors[i + 1] : cfb::endOfChain);
+        if (i > 0) {
+            table_.link(chain.sectors[i - 1], sector);
+        }
+        table_.release(old);
+        chain.sectors[i] = sector;
+    }
+    writeSectors(chain.sectors, index, bytes);
+}
+
+void CompoundStore::releaseChain(Chain& chain) {
+    for (const std::uint32_t sector : chain.sectors) {
+        table_.release(sector);
+    }
+    chain.sectors.clear();
+    chain.size = 0;
+    chain.tail.clear();
+}
+
+// Writes neighbouring sectors at once; the end of the last one is filled with zeros.
+void CompoundStore::writeSectors(const std::vector<std::uint32_t>& sectors, std::size_t first,
+                                 ByteView bytes) {
+    const std::size_t whole = bytes.size() / sectorSize;
+    for (std::size_t i = 0; i < whole;) {
+        std::size_t run = 1;
+        while (i + run < whole && sectors[first + i + run] == sectors[first + i] + run) {
+            ++run;
+        }
+        file_->writeAt(fileOffset(sectors[first + i]),
+                       bytes.subspan(i * sectorSize, run * sectorSize));
+        i += run;
+    }
+    if (bytes.size() % sectorSize != 0) {
+        const ByteView rest = bytes.subspan(whole * sectorSize);
+        Bytes padded(rest.begin(), rest.end());
+        padded.resize(sectorSize);
+        file_->writeAt(fileOffset(sectors[first + whole]), padded);
+    }
+}
+
+void CompoundStore::updateImage(Image& image, Bytes bytes) {
+    bytes.resize(roundedUp(bytes.size(), sectorSize));
+    const std::size_t known = image.chain.sectors.size();
+    for (std::size_t i = 0; i < known; ++i) {
+        const ByteView now = sectorOf(bytes, i);
+        const ByteView before = sectorOf(image.written, i);
+        if (!std::equal(now.begin(), now.end(), before.begin(), before.end())) {
+            overwriteSectors(image.chain, i, now);
+        }
+    }
+    appendToChain(image.chain, ByteView(bytes).subspan(known * sectorSize));
+    image.written = std::move(bytes);
+}
+
+void CompoundStore::releaseMini(StreamState& stream) {
+    for (const std::uint32_t sector : stream.miniSectors) {
+        miniFat_[sector] = cfb::freeSector;
+    }
+    stream.miniSectors.clear();
+}
+
+// Sectors of the mini stream may be used again at once: the sectors that hold them are fresh.
+void CompoundStore::placeInMiniStream(StreamState& stream) {
+    releaseMini(stream);
+    stream.changed = false;
+    std::size_t place = 0;
+    for (std::size_t at = 0; at < stream.content.size(); at += miniSectorSize) {
+        while (place < miniFat_.size() && miniFat_[place] != cfb::freeSector) {
+            ++place;
+        }
+        if (place == miniFat_.size()) {
+            miniFat_.push_back(cfb::freeSector);
+            miniStream_.resize(miniFat_.size() * miniSectorSize);
+        }
+        const auto sector = static_cast<std::uint32_t>(place);
+        miniFat_[sector] = cfb::endOfChain;
+        if (!stream.miniSectors.empty()) {
+            miniFat_[stream.miniSectors.back()] = sector;
+        }
+        stream.miniSectors.push_back(sector);
+        const std::size_t count = std::min(miniSectorSize, stream.content.size() - at);
+        std::copy_n(stream.content.begin() + static_cast<long>(at), count,
+                    miniStream_.begin() + static_cast<long>(sector * miniSectorSize));
+    }
+}
+
+void CompoundStore::updateDirectory() {
+    for (auto& [number, stream] : streams_) {
+        if (stream.small && stream.changed) {
+            placeInMiniStream(stream);
+        }
+        const auto& sectors = stream.small ? stream.miniSectors : stream.sectors;
+        directory_.place(number, sectors.empty() ? cfb::endOfChain : sectors.front(), stream.size);
+    }
+    updateImage(miniStreamImage_, miniStream_);
+    LittleEndianWriter miniFat;
+    for (const std::uint32_t next : miniFat_) {
+        miniFat.u32(next);
+    }
+    while (miniFat.position() % sectorSize != 0) {
+        miniFat.u32(cfb::freeSector);
+    }
+    updateImage(miniFatImage_, miniFat.take());
+    const auto& mini = miniStreamImage_.chain.sectors;
+    directory_.place(CompoundDirectory::root, mini.empty() ? cfb::endOfChain : mini.front(),
+                     static_cast<std::uint32_t>(miniStream_.size()));
+    updateImage(directoryImage_, directory_.encode());
+}
+
+Bytes CompoundStore::header() const {
+    const auto firstOf = [](const std::vector<std::uint32_t>& sectors) {
+        return sectors.empty() ? cfb::endOfChain : sectors.front();
+    };
+    const auto& miniFat = miniFatImage_.chain.sectors;
+    LittleEndianWriter out;
+    out.bytes(cfb::signature);
+    out.zeros(16);
+    out.u16(0x003E);
+    out.u16(3); // version
+    out.u16(0xFFFE);
+    out.u16(9); // sectors of 512 bytes, small ones of 64
+    out.u16(6);
+    out.zeros(6);
+    out.u32(0); // directory sectors: not counted in version 3
+    out.u32(static_cast<std::uint32_t>(table_.tableSectors().size()));
+    out.u32(firstOf(directoryImage_.chain.sectors));
+    out.u32(0);
+    out.u32(smallLimit);
+    out.u32(firstOf(miniFat));
+    out.u32(static_cast<std::uint32_t>(miniFat.size()));
+    out.u32(firstOf(table_.difatSectors()));
+    out.u32(static_cast<std::uint32_t>(table_.difatSectors().size()));
+    for (std::size_t i = 0; i < cfb::difatPlacesInHeader; ++i) {
+        out.u32(i < table_.tableSectors().size() ? table_.tableSectors()[i] : cfb::freeSector);
+    }
+    return out.take();
+}
+
+// Neighbouring sectors at once.
+void CompoundStore::writeTable(std::vector<SectorWrite> writes) {
+    std::sort(writes.begin(), writes.end(),
+              [](const SectorWrite& a, const SectorWrite& b) { return a.sector < b.sector; });
+    Bytes run;
+    for (std::size_t i = 0; i < writes.size(); ++i) {
+        run.insert(run.end(), writes[i].bytes.begin(), writes[i].bytes.end());
+        const bool goesOn = i + 1 < writes.size() && writes[i + 1].sector == writes[i].sector + 1;
+        if (!goesOn) {
+            file_->writeAt(fileOffset(writes[i].sector + 1) - run.size(), run);
+            run.clear();
+        }
+    }
+}
+
+void CompoundStore::commit(Durability durability) {
+    updateDirectory();
+    writeTable(table_.layOut());
+    if (durability == Durability::lostPower) {
+        file_->sync();
+    }
+    committing_ = true;
+    file_->writeAt(0, header());
+    if (durability == Durability::lostPower) {
+        file_->sync();
+    }
+    committing_ = false;
+    committedSize_ = fileOffset(table_.sectorCount());
+    table_.committed();
+}
+
+void CompoundStore::abandon() noexcept {
+    try {
+        if (file_ != nullptr && !committing_) {
+            file_->truncate(committedSize_);
+        }
+    } catch (const RunTimeError&) {
+        // The space stays taken; the state of the file is the same with or without it.
+    }
+    file_.reset();
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/document/FrameSpot.h"
+#include "platform/word/docfile/document/Story.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qvnd::word {
+
+// A section of the main story: its length, its break mark included, and its properties (SEPX).
+struct SectionRun {
+    Cp length = 0;
+    PropertyListId properties = PropertyListId::empty;
+};
+
+enum class HeaderKind : std::uint8_t {
+    evenHeader,
+    oddHeader, // the primary header
+    evenFooter,
+    oddFooter, // the primary footer
+    firstHeader,
+    firstFooter
+};
+
+// The headers and footers of one section; one that is absent is that of the section before.
+using HeaderSet = std::array<std::optional<Story>, 6>;
+
+struct Bookmark {
+    std::u16string name;
+    Cp start = 0; // in the main story
+    Cp end = 0;
+    std::uint16_t flags = 0; // BKC
+};
+
+// A text box of the main story: any shape with text, or a chain of them that a text flows through.
+struct TextBox {
+    Cp at = 0;  // its anchor; that of the group it is in, that of the chain's first shape
+    Story text; // ends in a paragraph mark
+    std::optional<FrameSpot> spot; // of one in no group
+};
+
+// A picture that floats over the main story: a shape that shows a picture and nothing else.
+struct FloatingPicture {
+    Cp at = 0;           // its anchor, U+0008
+    DataBlob inlineForm; // the same picture in the same size, as one that stands in a line
+};
+
+// How much a file holds of what stands outside the main story's own text and tables.
+struct SideContents {
+    int footnotes = 0;
+    int endnotes = 0;
+    int comments = 0;
+    int textBoxes = 0;       // shapes with text, anchored in the main story
+    int headerTextBoxes = 0; // those of headers and footers
+    int drawings = 0;        // floating shapes anchored in the main story, each group as one
+    int textFrames = 0;      // those of the drawings that are a text box and nothing else
+    int embeddedObjects = 0;
+    bool macros = false;
+};
+
+// A Word document as read from a file: everything that a merge needs, references as indexes.
+struct DocumentData {
+    DocumentTables tables;
+    Story main; // ends in a paragraph mark
+    std::vector<SectionRun> sections;
+    std::vector<HeaderSet> headers;  // by section
+    std::vector<Bookmark> bookmarks; // those of the main story
+    SideContents side;
+    std::vector<FloatingPicture> floatingPictures; // those of the main story
+    std::vector<TextBox> textBoxes; // those of the main story whose anchor is known, in its order
+    Bytes settings;                 // the Dop as it came
+    // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
+    std::vector<std::u16string> remarks;
+};
+
+// A part of an immutable fragment of text. A story under work is a sequence of slices: inserting
+// splits one and puts new ones between, nothing is copied.
+struct StorySlice {
+    std::shared_ptr<const Story> fragment;
+    Cp begin = 0;
+    Cp length = 0;
+};
+
+// A document under work, as the writer wants it: tables, and the main story in slices.
+struct DocumentContent {
+    DocumentTables tables;
+    std::vector<StorySlice> main;
+    std::vector<SectionRun> sections;
+    std::vector<HeaderSet> headers;
+    std::vector<Bookmark> bookmarks;
+    Bytes settings; // the Dop
+};
+
+} // namespace qvnd::word

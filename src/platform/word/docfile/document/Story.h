@@ -1,0 +1,54 @@
+#pragma once
+
+#include "platform/word/docfile/document/PropertyLists.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace qvnd::word {
+
+// A character position, counted in UTF-16 code units from the start of a story or fragment.
+using Cp = std::uint32_t;
+// An index into the style sheet (istd).
+using StyleIndex = std::uint16_t;
+
+// Characters that share one list of character properties (CHPX).
+struct CharacterRun {
+    Cp length = 0;
+    PropertyListId properties = PropertyListId::empty;
+    bool operator==(const CharacterRun&) const = default;
+};
+
+// One paragraph, its mark included (PAPX). In a fragment the last one may lack its mark: then the
+// paragraph goes on in what follows, and the properties that count stand there.
+struct ParagraphRun {
+    Cp length = 0;
+    StyleIndex style = 0;
+    PropertyListId properties = PropertyListId::empty;
+    bool operator==(const ParagraphRun&) const = default;
+};
+
+// A field character in the text: U+0013 begin, U+0014 separator, U+0015 end, with its FLD.
+struct FieldMark {
+    Cp at = 0;
+    std::uint8_t character = 0; // 0x13, 0x14 or 0x15 (the low five bits of FLD.fldch)
+    std::uint8_t data = 0;      // begin: field type (flt); end: flags (grffld); separator: unused
+    bool operator==(const FieldMark&) const = default;
+};
+
+// Text with its formatting. Invariant: the lengths of `characters` and those of `paragraphs` each
+// add up to text.size(); `fields` ascend.
+// Characters that bear meaning ([MS-DOC] 2.4.1): 0x0D paragraph, 0x07 cell or row mark, 0x0C page
+// or section break, 0x0B line break, 0x01 picture, 0x02 note reference, 0x05 comment reference,
+// 0x08 drawing, 0x13 to 0x15 fields.
+struct Story {
+    std::u16string text;
+    std::vector<CharacterRun> characters;
+    std::vector<ParagraphRun> paragraphs;
+    std::vector<FieldMark> fields;
+
+    Cp size() const { return static_cast<Cp>(text.size()); }
+};
+
+} // namespace qvnd::word

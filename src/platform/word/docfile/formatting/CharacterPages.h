@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/word/docfile/document/Story.h"
+#include "platform/word/docfile/formatting/FormattingPage.h"
+
+#include <span>
+
+// Character formatting in pages, [MS-DOC] 2.9.33 ChpxFkp and 2.9.32 Chpx.
+namespace qvnd::word {
+
+// Characters with one property list, in the form that the file needs (operands are offsets and
+// indexes of the file).
+struct FormattedCharacters {
+    Cp length = 0;
+    ByteView properties;
+};
+
+// A Chpx counts its bytes in one byte.
+inline constexpr std::size_t longestCharacterProperties = 255;
+
+// The pages for text at file offset `fc`, two bytes a character; runs of length 0 are left out.
+// A list longer than longestCharacterProperties loses first what later entries overrule, then
+// the entries that do not fit: `*shortened` (where given) is raised by one for each list that
+// lost something in the second way.
+std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,
+                                                 std::uint32_t fc, int* shortened = nullptr);
+
+struct CharacterEntry {
+    std::uint32_t firstFc = 0;
+    std::uint32_t limitFc = 0;
+    ByteView properties; // of the page's bytes
+};
+
+struct CharacterPage {
+    std::vector<CharacterEntry> entries; // ascending, none empty
+    bool sound = true;                   // false: something was out of bounds and left out
+};
+
+// Throws FormatError (damaged) for what cannot be a page.
+CharacterPage decodeCharacterPage(ByteView page);
+
+} // namespace qvnd::word

@@ -1,0 +1,123 @@
+#include "platform/word/docfile/formatting/FormattingPage.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Plc.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t countAt = formattingPageSize - 1;
+constexpr std::uint32_t pageNumberMask = 0x003FFFFF; // PnFkpChpx: the other bits are unused
+
+void putU32(Bytes& page, std::size_t at, std::uint32_t value) {
+    for (std::size_t i = 0; i < 4; ++i) {
+        page[at + i] = static_cast<std::uint8_t>(value >> (8 * i));
+    }
+}
+
+} // namespace
+
+FormattingPageBuilder::FormattingPageBuilder(std::size_t entrySize, std::uint32_t firstFc)
+    : entrySize_(entrySize), limits_{firstFc}, recordsAt_(countAt), page_(formattingPageSize) {}
+
+std::optional<std::size_t> FormattingPageBuilder::place(ByteView record) const {
+    const std::size_t runs = limits_.size(); // with the new one
+    const std::size_t front = (runs + 1) * 4 + runs * entrySize_;
+    if (front > recordsAt_) {
+        return std::nullopt;
+    }
+    if (record.empty()) {
+        return 0;
+    }
+    if (const auto known = placed_.find(Bytes(record.begin(), record.end()));
+        known != placed_.end()) {
+        return known->second;
+    }
+    if (record.size() > recordsAt_) {
+        return std::nullopt;
+    }
+    const std::size_t at = (recordsAt_ - record.size()) & ~std::size_t{1};
+    return at >= front ? std::optional(at) : std::nullopt;
+}
+
+bool FormattingPageBuilder::add(std::uint32_t limitFc, ByteView record) {
+    const auto at = place(record);
+    if (!at) {
+        return false;
+    }
+    if (*at != 0 && *at < recordsAt_) {
+        std::copy(record.begin(), record.end(), page_.begin() + static_cast<std::ptrdiff_t>(*at));
+        placed_.emplace(Bytes(record.begin(), record.end()), *at);
+        recordsAt_ = *at;
+    }
+    limits_.push_back(limitFc);
+    offsets_.push_back(static_cast<std::uint8_t>(*at / 2));
+    return true;
+}
+
+FormattingPage FormattingPageBuilder::finish() const {
+    FormattingPage result{page_, limits_.front(), limits_.back()};
+    for (std::size_t i = 0; i < limits_.size(); ++i) {
+        putU32(result.bytes, i * 4, limits_[i]);
+    }
+    for (std::size_t i = 0; i < offsets_.size(); ++i) {
+        result.bytes[limits_.size() * 4 + i * entrySize_] = offsets_[i];
+    }
+    result.bytes[countAt] = static_cast<std::uint8_t>(offsets_.size());
+    return result;
+}
+
+FormattingEntries decodeFormattingPage(ByteView page, std::size_t entrySize) {
+    if (page.size() != formattingPageSize) {
+        throw FormatError(FormatError::Kind::damaged, "FKP: not a whole page");
+    }
+    const std::size_t count = page[countAt];
+    const std::size_t front = (count + 1) * 4 + count * entrySize;
+    if (count == 0 || front > countAt) {
+        throw FormatError(FormatError::Kind::damaged,
+                          "FKP: impossible number of runs " + std::to_string(count));
+    }
+    LittleEndianReader reader(page, "FKP");
+    FormattingEntries result;
+    std::uint32_t first = reader.u32();
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::uint32_t limit = reader.u32();
+        const std::size_t at = std::size_t{2} * page[(count + 1) * 4 + i * entrySize];
+        const bool inBounds = at == 0 || (at >= front && at < countAt);
+        result.sound = result.sound && inBounds && limit > first;
+        if (limit > first) {
+            const bool bare = at == 0 || !inBounds;
+            result.entries.push_back(
+                {first, limit, bare ? ByteView{} : page.subspan(at, countAt - at)});
+        }
+        first = std::max(first, limit);
+    }
+    return result;
+}
+
+void BinTableEncoder::add(std::uint32_t firstFc, std::uint32_t limitFc, std::uint32_t page) {
+    if (empty()) {
+        positions_.u32(firstFc);
+    } else {
+        positions_.patchU32(positions_.position() - 4, firstFc);
+    }
+    positions_.u32(limitFc);
+    pages_.u32(page);
+    limitFc_ = limitFc;
+}
+
+BinTable decodeBinTable(ByteView plc) {
+    const Plc decoded = decodePlc(plc, 4);
+    BinTable table;
+    LittleEndianReader pages(decoded.data, "PnFkp");
+    for (std::size_t i = 0; i < decoded.count(); ++i) {
+        table.entries.push_back({decoded.positions[i], pages.u32() & pageNumberMask});
+    }
+    table.limitFc = decoded.positions.empty() ? 0 : decoded.positions.back();
+    return table;
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,129 @@
+#include "platform/word/docfile/formatting/ParagraphPages.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t entrySize = 13;
+
+// PapxInFkps. An odd length counts in the first byte, an even one in a second byte behind a 0.
+Bytes papx(StyleIndex style, ByteView properties) {
+    const std::size_t size = 2 + properties.size();
+    LittleEndianWriter writer;
+    if (size % 2 == 1) {
+        writer.u8(static_cast<unsigned>((size + 1) / 2));
+    } else {
+        writer.u8(0);
+        writer.u8(static_cast<unsigned>(size / 2));
+    }
+    writer.u16(style);
+    writer.bytes(properties);
+    return writer.take();
+}
+
+ByteView cut(ByteView properties, std::size_t limit) {
+    if (properties.size() <= limit) {
+        return properties;
+    }
+    std::size_t size = 0;
+    for (const SprmView& entry : parseSprms(properties).sprms) {
+        if (size + entry.whole.size() > limit) {
+            break;
+        }
+        size += entry.whole.size();
+    }
+    return properties.first(size);
+}
+
+Bytes hugePapx(const FormattedParagraph& paragraph, const StoreInDataStream& store) {
+    const ByteView stored = cut(paragraph.properties, longestParagraphProperties);
+    const std::uint32_t offset = store(encodePrcData(stored));
+    return papx(paragraph.style, withSprm32({}, sprm::PHugePapx, offset));
+}
+
+// The most bytes of GrpPrlAndIstd in a page with this one paragraph.
+constexpr std::size_t longestInPage = 487;
+
+Bytes record(const FormattedParagraph& paragraph, const StoreInDataStream& store) {
+    const bool huge = 2 + paragraph.properties.size() > longestInPage;
+    return huge ? hugePapx(paragraph, store) : papx(paragraph.style, paragraph.properties);
+}
+
+// The GrpPrlAndIstd of a record that goes on to the end of the page; nothing when it does not
+// fit. The shortest that can be is the style alone.
+std::optional<ByteView> unpacked(ByteView record) {
+    const bool second = record[0] == 0;
+    if (second && record.size() < 2) {
+        return std::nullopt;
+    }
+    const std::size_t size = second ? std::size_t{2} * record[1] : std::size_t{2} * record[0] - 1;
+    const std::size_t start = second ? 2 : 1;
+    if (size < 2 || size > record.size() - start) {
+        return std::nullopt;
+    }
+    return record.subspan(start, size);
+}
+
+} // namespace
+
+std::vector<FormattingPage> encodeParagraphPages(std::span<const FormattedParagraph> paragraphs,
+                                                 std::uint32_t fc, const StoreInDataStream& store) {
+    std::vector<FormattingPage> pages;
+    FormattingPageBuilder page(entrySize, fc);
+    for (const FormattedParagraph& paragraph : paragraphs) {
+        if (paragraph.length == 0) {
+            continue;
+        }
+        const std::uint32_t limit = fc + paragraph.length * 2;
+        const Bytes packed = record(paragraph, store);
+        if (!page.add(limit, packed)) {
+            pages.push_back(page.finish());
+            page = FormattingPageBuilder(entrySize, fc);
+            page.add(limit, packed);
+        }
+        fc = limit;
+    }
+    if (!page.empty()) {
+        pages.push_back(page.finish());
+    }
+    return pages;
+}
+
+Bytes encodePrcData(ByteView properties) {
+    LittleEndianWriter writer;
+    writer.u16(static_cast<unsigned>(properties.size()));
+    writer.bytes(properties);
+    return writer.take();
+}
+
+ByteView decodePrcData(ByteView dataStream, std::uint32_t offset) {
+    LittleEndianReader reader(dataStream, "PrcData");
+    reader.seek(offset);
+    const std::size_t size = reader.u16();
+    return reader.view(size);
+}
+
+ParagraphPage decodeParagraphPage(ByteView bytes) {
+    const FormattingEntries decoded = decodeFormattingPage(bytes, entrySize);
+    ParagraphPage page;
+    page.sound = decoded.sound;
+    for (const FormattingEntry& entry : decoded.entries) {
+        ParagraphEntry run{entry.firstFc, entry.limitFc, 0, {}};
+        if (!entry.record.empty()) {
+            const auto content = unpacked(entry.record);
+            page.sound = page.sound && content;
+            if (content) {
+                run.style = LittleEndianReader(*content, "PAPX").u16();
+                run.properties = content->subspan(2);
+            }
+        }
+        page.entries.push_back(run);
+    }
+    return page;
+}
+
+} // namespace qvnd::word

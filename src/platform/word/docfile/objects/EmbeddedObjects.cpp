@@ -1,0 +1,85 @@
+#include "platform/word/docfile/objects/EmbeddedObjects.h"
+
+#include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/container/FormatError.h"
+
+#include <optional>
+#include <set>
+#include <string_view>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::u16string_view pool = u"ObjectPool/";
+
+// The number in "_1234"; nothing for any other name.
+std::optional<std::uint32_t> numberOf(std::u16string_view name) {
+    constexpr std::size_t mostDigits = 10;
+    if (name.size() < 2 || name.size() > mostDigits + 1 || name[0] != u'_') {
+        return std::nullopt;
+    }
+    std::uint64_t number = 0;
+    for (const char16_t digit : name.substr(1)) {
+        if (digit < u'0' || digit > u'9') {
+            return std::nullopt;
+        }
+        number = number * 10 + (digit - u'0');
+    }
+    return number <= 0xFFFFFFFF ? std::optional(static_cast<std::uint32_t>(number)) : std::nullopt;
+}
+
+struct Place {
+    std::uint32_t object = 0;
+    std::u16string_view path; // within the object; empty for its storage
+};
+
+std::optional<Place> placeOf(std::u16string_view path) {
+    if (!path.starts_with(pool)) {
+        return std::nullopt;
+    }
+    const std::u16string_view rest = path.substr(pool.size());
+    const std::size_t slash = rest.find(u'/');
+    const std::optional<std::uint32_t> number = numberOf(rest.substr(0, slash));
+    const auto within =
+        slash == std::u16string_view::npos ? std::u16string_view{} : rest.substr(slash + 1);
+    return number ? std::optional(Place{*number, within}) : std::nullopt;
+}
+
+} // namespace
+
+EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
+    std::map<std::uint32_t, std::shared_ptr<EmbeddedObject>> objects;
+    std::set<std::uint32_t> broken;
+    for (const CompoundFile::Entry& entry : file.entries()) {
+        const std::optional<Place> place = placeOf(entry.path);
+        if (!place) {
+            continue;
+        }
+        auto& object = objects[place->object];
+        if (!object) {
+            object = std::make_shared<EmbeddedObject>();
+        }
+        if (place->path.empty()) {
+            object->classId = entry.classId;
+            continue;
+        }
+        try {
+            Bytes content = entry.storage ? Bytes{} : file.stream(entry.path);
+            object->entries.push_back(
+                {std::u16string(place->path), entry.storage, entry.classId, std::move(content)});
+        } catch (const FormatError&) {
+            broken.insert(place->object);
+        }
+    }
+    damaged = static_cast<int>(broken.size());
+    EmbeddedObjects result;
+    for (auto& [number, object] : objects) {
+        if (!broken.contains(number)) {
+            result.emplace(number, std::move(object));
+        }
+    }
+    return result;
+}
+
+} // namespace qvnd::word

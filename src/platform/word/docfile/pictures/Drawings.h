@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/format/ShapeProperties.h"
+
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+namespace qvnd::word {
+
+// What a shape shows when it is text: a story of text boxes, or a later part of one that flows
+// through a chain of shapes.
+struct ShapeText {
+    std::uint16_t number = 0; // of the story in PlcftxbxTxt, counted from 1
+    std::uint16_t link = 0;   // place in the chain, counted from 0
+};
+
+struct Shape {
+    std::uint32_t id = 0;
+    unsigned kind = 0; // MSOSPT
+    art::ShapeProperties properties;
+    std::optional<ShapeText> text;
+    std::uint32_t outermost = 0; // the shape or group that has the anchor; itself when in no group
+};
+
+// The shapes and pictures of a document's drawings (OfficeArtContent, [MS-DOC] 2.9.172). Reads up
+// to the first damage. The views must outlive it.
+class Drawings {
+public:
+    // `wordDocument`: the main stream, where most pictures of drawings lie.
+    Drawings(ByteView content, ByteView wordDocument);
+
+    // By its identifier; null when there is none.
+    const Shape* shape(std::uint32_t id) const;
+    // The first shape that shows a story, by the story's number; null when there is none.
+    const Shape* shapeOfText(std::size_t number) const;
+    // An entry of the store of pictures with its picture in it, counted from 1; empty when there
+    // is no such picture.
+    Bytes picture(std::uint32_t number) const;
+
+private:
+    struct StoreEntry {
+        art::RecordHeader header;
+        ByteView content;
+    };
+
+    void read(ByteView content);
+    void readStore(ByteView records);
+    void readDrawing(ByteView records);
+    // `outermost` is 0 for the groups of the drawing itself.
+    void readGroup(ByteView records, std::uint32_t outermost, int depth);
+    std::uint32_t readShape(ByteView records, std::uint32_t outermost);
+
+    ByteView wordDocument_;
+    std::vector<StoreEntry> pictures_;
+    std::unordered_map<std::uint32_t, Shape> shapes_;
+    std::unordered_map<std::size_t, std::uint32_t> shapesOfTexts_;
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,277 @@
+#include "platform/word/docfile/reader/DocumentReader.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/formatting/Sections.h"
+#include "platform/word/docfile/pictures/FloatingPictures.h"
+#include "platform/word/docfile/pictures/TextBoxes.h"
+#include "platform/word/docfile/reader/FormattedText.h"
+#include "platform/word/docfile/reader/SideContents.h"
+#include "platform/word/docfile/styles/FontTable.h"
+#include "platform/word/docfile/styles/ListTables.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/text/HeaderStory.h"
+#include "platform/word/docfile/text/RevisionAuthors.h"
+#include "platform/word/docfile/text/StoryRepair.h"
+#include "platform/word/docfile/text/TableRepair.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr char16_t breakCharacter = 0x0C;
+
+void remarkOn(Remarks& remarks, int count, std::u16string_view what) {
+    if (count > 0) {
+        remarks.push_back(u"有 " + digits(count) + std::u16string(what));
+    }
+}
+
+// Reads one document; the steps stand in read().
+class DocumentReading {
+public:
+    DocumentReading(OpenedDocument document, Remarks remarks) : document_(std::move(document)) {
+        data_.remarks = std::move(remarks);
+    }
+
+    DocumentData read() {
+        readTables();
+        PropertyExpansion expansion(document_.data, document_.objects, data_.tables);
+        const PieceTable pieces = readPieceTable(document_, data_.remarks);
+        places_ = decodeSections(document_.part(FibPair::PlcfSed), mainLength(pieces));
+        text_ =
+            readFormattedText(document_, pieces, sectionEnds(), expansion, lists(), data_.remarks);
+        readMain(mainLength(pieces));
+        readHeaders();
+        readRest();
+        remarkOn(data_.remarks, expansion.damagedLists(), u" 组格式属性已损坏，未能全部读出。");
+        remarkOnStories();
+        return std::move(data_);
+    }
+
+private:
+    PropertyLists& lists() { return data_.tables.lists; }
+
+    void readTables() {
+        DocumentTables& tables = data_.tables;
+        Remarks& remarks = data_.remarks;
+        tables.styles = decodeStyleSheet(document_.part(FibPair::Stshf), lists(), remarks);
+        tables.fonts = decodeFonts(document_.part(FibPair::SttbfFfn), remarks);
+        tables.listDefinitions =
+            decodeListDefinitions(document_.partOn(FibPair::PlfLst), lists(), remarks);
+        tables.listOverrides =
+            decodeListOverrides(document_.part(FibPair::PlfLfo), lists(), remarks);
+        completeListDefinitions(tables.listDefinitions, tables.listOverrides);
+        decodeListNames(document_.part(FibPair::SttbListNames), tables.listDefinitions);
+        tables.authors = decodeRevisionAuthors(document_.part(FibPair::SttbfRMark), remarks);
+    }
+
+    static Cp lengthOf(const PieceTable& pieces) {
+        std::uint64_t length = 0;
+        for (const Piece& piece : pieces.pieces) {
+            length += piece.length;
+        }
+        return static_cast<Cp>(std::min<std::uint64_t>(length, 0x7FFFFFFF));
+    }
+
+    Cp mainLength(const PieceTable& pieces) const {
+        return std::min(document_.fib.ccp.text, lengthOf(pieces));
+    }
+
+    std::vector<Cp> sectionEnds() const {
+        std::vector<Cp> ends;
+        Cp end = 0;
+        for (const SectionPlace& place : places_) {
+            ends.push_back(end += place.length);
+        }
+        return ends;
+    }
+
+    // A story with its fields; what claims to be a field or a picture and is none is blanked out.
+    Story story(Cp start, Cp length, std::span<const FieldMark> fields) {
+        Story result = text_.part(start, length);
+        MatchedFields matched = matchFields(fields, result.text);
+        damagedFields_ += matched.damage;
+        result.fields = std::move(matched.marks);
+        strayFields_ += static_cast<int>(matched.strays.size());
+        blankOut(result, matched.strays, lists());
+        const std::vector<Cp> lost = picturesWithoutData(result, lists());
+        lostPictures_ += static_cast<int>(lost.size());
+        blankOut(result, lost, lists());
+        repairedStyles_ += repairStyles(result, data_.tables.styles);
+        repairedTables_ += repairTables(result, lists());
+        closeWithParagraphMark(result);
+        return result;
+    }
+
+    void readMain(Cp length) {
+        if (text_.size() < length || document_.fib.ccp.text > length) {
+            data_.remarks.emplace_back(u"正文不完整，只读出了文件中存在的部分。");
+        }
+        data_.main = story(0, length, decodeFields(document_.part(FibPair::PlcfFldMom)));
+        joinSectionsWithoutBreak();
+        for (const SectionPlace& place : places_) {
+            data_.sections.push_back({place.length, sectionProperties(place)});
+        }
+        Cp total = 0;
+        for (const SectionRun& section : data_.sections) {
+            total += section.length;
+        }
+        data_.sections.back().length += data_.main.size() - total;
+    }
+
+    // A section other than the last ends in its break; a boundary without one is none. The text
+    // before it belongs to the section whose break comes next.
+    void joinSectionsWithoutBreak() {
+        std::vector<SectionPlace> joined;
+        Cp end = 0;
+        Cp pending = 0;
+        for (std::size_t i = 0; i < places_.size(); ++i) {
+            SectionPlace place = places_[i];
+            end += place.length;
+            const bool last = i + 1 == places_.size();
+            if (last || (end <= data_.main.size() && data_.main.text[end - 1] == breakCharacter)) {
+                place.length += pending;
+                pending = 0;
+                joined.push_back(place);
+            } else {
+                pending += place.length;
+            }
+        }
+        remarkOn(data_.remarks, static_cast<int>(places_.size() - joined.size()),
+                 u" 个分节符已损坏，相应的节已合并。");
+        places_ = std::move(joined);
+    }
+
+    PropertyListId sectionProperties(const SectionPlace& place) {
+        if (!place.sepx) {
+            return PropertyListId::empty;
+        }
+        try {
+            Bytes kept;
+            for (const SprmView& entry :
+                 parseSprms(decodeSepx(document_.wordDocument, *place.sepx)).sprms) {
+                if (groupOf(entry.opcode) == SprmGroup::section) {
+                    kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
+                }
+            }
+            return lists().intern(kept);
+        } catch (const FormatError&) {
+            remarkOn(data_.remarks, 1, u" 节的页面设置已损坏，改用默认设置。");
+            return PropertyListId::empty;
+        }
+    }
+
+    void readHeaders() {
+        data_.headers.resize(data_.sections.size());
+        const PartLengths& ccp = document_.fib.ccp;
+        const auto start = static_cast<Cp>(
+            std::min<std::uint64_t>(std::uint64_t{ccp.text} + ccp.footnotes, text_.size()));
+        const Cp length = std::min(ccp.headers, text_.size() - start);
+        const std::size_t most = places_.back().number + 1;
+        int damage = 0;
+        const auto headers = decodeHeaders(document_.part(FibPair::PlcfHdd), length, most, &damage);
+        remarkOn(data_.remarks, damage, u" 处页眉或页脚已损坏，未能读出。");
+        const auto fields = decodeFields(document_.part(FibPair::PlcfFldHdr));
+        for (std::size_t i = 0; i < places_.size(); ++i) {
+            if (places_[i].number < headers.size()) {
+                data_.headers[i] = headerSet(headers[places_[i].number], start, fields);
+            }
+        }
+    }
+
+    HeaderSet headerSet(const HeaderPlaces& places, Cp start,
+                        const std::vector<FieldMark>& fields) {
+        HeaderSet set;
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            if (places[i]) {
+                std::vector<FieldMark> own;
+                appendFieldMarks(own, fields, places[i]->start, places[i]->length, 0);
+                set[i] = story(start + places[i]->start, places[i]->length, own);
+            }
+        }
+        return set;
+    }
+
+    void readRest() {
+        data_.bookmarks =
+            decodeBookmarks({document_.part(FibPair::SttbfBkmk), document_.part(FibPair::PlcfBkf),
+                             document_.part(FibPair::PlcfBkl)},
+                            data_.main.size(), data_.remarks);
+        readDrawings();
+        const ByteView dop = document_.part(FibPair::Dop);
+        data_.settings.assign(dop.begin(), dop.end());
+    }
+
+    void readDrawings() {
+        const Drawings drawings(document_.part(FibPair::DggInfo), document_.wordDocument);
+        data_.side = countSideContents(document_, drawings);
+        readFloatingPicturesOfMain(drawings);
+        readTextBoxes(drawings);
+    }
+
+    void readFloatingPicturesOfMain(const Drawings& drawings) {
+        constexpr char16_t anchor = 0x08;
+        data_.floatingPictures = readFloatingPictures(document_.part(FibPair::PlcSpaMom), drawings);
+        std::erase_if(data_.floatingPictures, [&](const FloatingPicture& picture) {
+            return picture.at >= data_.main.size() || data_.main.text[picture.at] != anchor;
+        });
+    }
+
+    void readTextBoxes(const Drawings& drawings) {
+        const PartLengths& ccp = document_.fib.ccp;
+        const std::uint64_t wanted = std::uint64_t{ccp.text} + ccp.footnotes + ccp.headers +
+                                     ccp.macros + ccp.comments + ccp.endnotes;
+        const auto start = static_cast<Cp>(std::min<std::uint64_t>(wanted, text_.size()));
+        const Cp length = std::min(ccp.textBoxes, text_.size() - start);
+        const TextBoxTables tables{document_.part(FibPair::PlcftxbxTxt),
+                                   document_.part(FibPair::PlcSpaMom)};
+        const auto fields = decodeFields(document_.part(FibPair::PlcfFldTxbx));
+        for (const TextBoxPlace& place : readTextBoxPlaces(tables, drawings, length)) {
+            if (place.at < data_.main.size()) {
+                std::vector<FieldMark> own;
+                appendFieldMarks(own, fields, place.start, place.length, 0);
+                data_.textBoxes.push_back(
+                    {place.at, story(start + place.start, place.length, own), place.spot});
+            }
+        }
+    }
+
+    void remarkOnStories() {
+        remarkOn(data_.remarks, damagedFields_, u" 处域标记与文件的记录不符，已按文字修复。");
+        remarkOn(data_.remarks, strayFields_, u" 个不成对的域标记已去掉。");
+        remarkOn(data_.remarks, lostPictures_, u" 张图片的数据不在文件中，未能读出。");
+        remarkOn(data_.remarks, repairedStyles_, u" 个段落的样式不存在，改用正文样式。");
+        remarkOn(data_.remarks, repairedTables_,
+                 u" 个段落所在的表格行没有结束标记，已作为表格之外的段落读入。");
+    }
+
+    OpenedDocument document_;
+    DocumentData data_;
+    std::vector<SectionPlace> places_;
+    FormattedText text_;
+    int damagedFields_ = 0;
+    int strayFields_ = 0;
+    int lostPictures_ = 0;
+    int repairedStyles_ = 0;
+    int repairedTables_ = 0;
+};
+
+} // namespace
+
+DocumentData readDocument(const std::filesystem::path& path) {
+    Remarks remarks;
+    OpenedDocument document = openDocument(path, remarks);
+    return DocumentReading(std::move(document), std::move(remarks)).read();
+}
+
+DocumentData readDocument(ByteView file) {
+    Remarks remarks;
+    OpenedDocument document = openDocument(file, remarks);
+    return DocumentReading(std::move(document), std::move(remarks)).read();
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/word/docfile/document/DocumentData.h"
+
+#include <filesystem>
+
+namespace qvnd::word {
+
+// Reads a Word 97-2003 document. What contradicts itself in one place is left out and named in
+// `remarks`; what leaves no document to read throws FormatError with the reason.
+DocumentData readDocument(const std::filesystem::path& path);
+DocumentData readDocument(ByteView file);
+
+} // namespace qvnd::word

@@ -1,0 +1,279 @@
+#include "platform/word/docfile/reader/FormattedText.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/formatting/CharacterPages.h"
+#include "platform/word/docfile/formatting/FormattingRuns.h"
+#include "platform/word/docfile/formatting/ParagraphPages.h"
+#include "platform/word/docfile/text/StoryRepair.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr char16_t paragraphMark = 0x0D;
+constexpr char16_t cellMark = 0x07;
+constexpr char16_t breakCharacter = 0x0C;
+
+Cp ceilingOfHalf(std::uint32_t bytes, std::uint32_t unit) { return (bytes + unit - 1) / unit; }
+
+void appendText(std::u16string& text, const Piece& piece, ByteView stream) {
+    const ByteView bytes =
+        stream.subspan(piece.fc, std::size_t{piece.length} * piece.bytesPerCharacter());
+    if (piece.compressed) {
+        std::transform(bytes.begin(), bytes.end(), std::back_inserter(text), decompressed);
+    } else {
+        text += LittleEndianReader(bytes, "text").text(piece.length);
+    }
+}
+
+FormattingRuns characterRuns(const OpenedDocument& document, PropertyExpansion& expansion) {
+    const auto decode = [&](ByteView page, bool& sound) {
+        const CharacterPage decoded = decodeCharacterPage(page);
+        sound = decoded.sound;
+        std::vector<FormattingRun> runs;
+        for (const CharacterEntry& entry : decoded.entries) {
+            runs.push_back(
+                {entry.firstFc, entry.limitFc, 0, expansion.characters(entry.properties)});
+        }
+        return runs;
+    };
+    return readFormattingRuns(document.wordDocument,
+                              decodeBinTable(document.part(FibPair::PlcfBteChpx)), decode);
+}
+
+FormattingRuns paragraphRuns(const OpenedDocument& document, PropertyExpansion& expansion) {
+    const auto decode = [&](ByteView page, bool& sound) {
+        const ParagraphPage decoded = decodeParagraphPage(page);
+        sound = decoded.sound;
+        std::vector<FormattingRun> runs;
+        for (const ParagraphEntry& entry : decoded.entries) {
+            const auto paragraph = expansion.paragraph(entry.style, entry.properties);
+            runs.push_back({entry.firstFc, entry.limitFc, paragraph.style, paragraph.properties});
+        }
+        return runs;
+    };
+    return readFormattingRuns(document.wordDocument,
+                              decodeBinTable(document.part(FibPair::PlcfBtePapx)), decode);
+}
+
+// Puts text and formatting together, piece by piece.
+class TextAssembly {
+public:
+    TextAssembly(FormattedText& result, const FormattingRuns& characters,
+                 const FormattingRuns& paragraphs, std::span<const Cp> sectionEnds,
+                 PieceModifiers& modifiers)
+        : result_(result), characters_(characters.runs), paragraphs_(paragraphs.runs),
+          sectionEnds_(sectionEnds), modifiers_(modifiers) {}
+
+    void add(const Piece& piece, ByteView stream) {
+        const Cp start = result_.size();
+        appendText(result_.text, piece, stream);
+        addCharacters(piece, start);
+        addParagraphs(piece, start);
+    }
+
+    // The last paragraph, should it lack its mark.
+    void close(const Piece& last) {
+        if (paragraphStart_ < result_.size()) {
+            endParagraph(last, result_.size(),
+                         static_cast<std::uint32_t>(last.limitFc()) - last.bytesPerCharacter());
+        }
+    }
+
+    // Whether there is text that the pages say nothing of, more than a paragraph mark.
+    bool lacksFormatting() const { return lacksFormatting_; }
+
+private:
+    void addCharacters(const Piece& piece, Cp start) {
+        const auto limit = static_cast<std::uint32_t>(piece.limitFc());
+        Cp done = 0;
+        for (std::uint32_t fc = piece.fc; done < piece.length;) {
+            const FormattingRun run = characters_.at(fc);
+            fc = std::min(run.limitFc, limit);
+            const Cp reached = ceilingOfHalf(fc - piece.fc, piece.bytesPerCharacter());
+            lacksFormatting_ =
+                lacksFormatting_ || (!run.known && holdsText(start + done, start + reached));
+            appendRun(result_.characters,
+                      {reached - done, modifiers_.characters(run.properties, piece.modifier)});
+            done = reached;
+        }
+    }
+
+    void addParagraphs(const Piece& piece, Cp start) {
+        for (Cp i = 0; i < piece.length; ++i) {
+            const char16_t c = result_.text[start + i];
+            if (c != paragraphMark && c != cellMark && c != breakCharacter) {
+                continue;
+            }
+            const std::uint32_t fc = piece.fc + i * piece.bytesPerCharacter();
+            const Cp end = start + i + 1;
+            if (c != breakCharacter || endsSection(end) || endsParagraph(piece, fc)) {
+                endParagraph(piece, end, fc);
+            }
+        }
+    }
+
+    bool holdsText(Cp first, Cp limit) const {
+        const auto text = std::u16string_view(result_.text).substr(first, limit - first);
+        return text.find_first_not_of(paragraphMark) != std::u16string_view::npos;
+    }
+
+    bool endsSection(Cp end) {
+        while (nextSection_ < sectionEnds_.size() && sectionEnds_[nextSection_] < end) {
+            ++nextSection_;
+        }
+        return nextSection_ < sectionEnds_.size() && sectionEnds_[nextSection_] == end;
+    }
+
+    // Whether the pages say that a paragraph ends with the character at `fc`. A break that they
+    // say so of is followed by a new paragraph; any other stands within one.
+    bool endsParagraph(const Piece& piece, std::uint32_t fc) {
+        return paragraphs_.at(fc).limitFc == fc + piece.bytesPerCharacter();
+    }
+
+    void endParagraph(const Piece& piece, Cp end, std::uint32_t fc) {
+        const FormattingRun run = paragraphs_.at(fc);
+        lacksFormatting_ = lacksFormatting_ || (!run.known && holdsText(paragraphStart_, end));
+        const auto paragraph = modifiers_.paragraph({run.style, run.properties}, piece.modifier);
+        result_.paragraphs.push_back(
+            {end - paragraphStart_, paragraph.style, paragraph.properties});
+        paragraphStart_ = end;
+    }
+
+    FormattedText& result_;
+    FormattingLookup characters_;
+    FormattingLookup paragraphs_;
+    std::span<const Cp> sectionEnds_;
+    PieceModifiers& modifiers_;
+    std::size_t nextSection_ = 0;
+    Cp paragraphStart_ = 0;
+    bool lacksFormatting_ = false;
+};
+
+// Pieces of a sound file do not share text, save for copies; a file that claims far more text
+// than it has bytes would exhaust the memory.
+std::uint64_t mostCharacters(const OpenedDocument& document) {
+    return std::uint64_t{4} * document.wordDocument.size() + 1024;
+}
+
+template <typename Run>
+std::vector<Cp> startsOf(const std::vector<Run>& runs) {
+    std::vector<Cp> starts;
+    starts.reserve(runs.size());
+    Cp at = 0;
+    for (const Run& run : runs) {
+        starts.push_back(at);
+        at += run.length;
+    }
+    return starts;
+}
+
+// The runs of [start, start + length), the first and the last cut to it.
+template <typename Run>
+std::vector<Run> cut(const std::vector<Run>& runs, const std::vector<Cp>& starts, Cp start,
+                     Cp length) {
+    std::vector<Run> result;
+    const auto after = std::upper_bound(starts.begin(), starts.end(), start);
+    auto i = static_cast<std::size_t>(std::max<std::ptrdiff_t>(after - starts.begin() - 1, 0));
+    for (; i < runs.size() && starts[i] < start + length; ++i) {
+        Run run = runs[i];
+        const Cp first = std::max(starts[i], start);
+        run.length = std::min(starts[i] + run.length, start + length) - first;
+        result.push_back(run);
+    }
+    return result;
+}
+
+// Behind the last story stands one more paragraph mark, which belongs to none.
+Cp storiesLength(const OpenedDocument& document) {
+    const PartLengths& ccp = document.fib.ccp;
+    return static_cast<Cp>(std::min<std::uint64_t>(ccp.text + ccp.sideTotal(), 0x7FFFFFFF));
+}
+
+// Files of one piece: the text lies between fcMin and fcMac.
+PieceTable singlePiece(const OpenedDocument& document) {
+    const Fib& fib = document.fib;
+    const std::uint64_t wanted = fib.ccp.text + fib.ccp.sideTotal();
+    const std::uint64_t limit = std::min<std::uint64_t>(fib.fcMac, document.wordDocument.size());
+    if (wanted == 0 || fib.fcMin >= limit) {
+        throw FormatError(FormatError::Kind::damaged, "neither a piece table nor a place of text");
+    }
+    Piece piece;
+    piece.fc = fib.fcMin;
+    piece.compressed = limit - fib.fcMin < 2 * wanted;
+    piece.length = static_cast<Cp>(
+        std::min<std::uint64_t>(wanted, (limit - fib.fcMin) / piece.bytesPerCharacter()));
+    return {{piece}, {}};
+}
+
+} // namespace
+
+Story FormattedText::part(Cp start, Cp length) const {
+    Story story;
+    start = std::min(start, size());
+    length = std::min(length, size() - start);
+    story.text = text.substr(start, length);
+    if (length > 0) {
+        story.characters = cut(characters, characterStarts_, start, length);
+        story.paragraphs = cut(paragraphs, paragraphStarts_, start, length);
+    }
+    return story;
+}
+
+void FormattedText::index() {
+    characterStarts_ = startsOf(characters);
+    paragraphStarts_ = startsOf(paragraphs);
+}
+
+PieceTable readPieceTable(const OpenedDocument& document, Remarks& remarks) {
+    int damage = 0;
+    PieceTable table;
+    try {
+        table = decodeClx(document.part(FibPair::Clx), document.wordDocument.size(), &damage);
+    } catch (const FormatError&) {
+        table = singlePiece(document);
+        remarks.emplace_back(u"文字位置表已损坏，文字按文件头所记的位置读出。");
+    }
+    if (damage > 0) {
+        remarks.push_back(u"有 " + digits(damage) + u" 段文字的位置超出文件范围，未能读出。");
+    }
+    return table;
+}
+
+FormattedText readFormattedText(const OpenedDocument& document, const PieceTable& table,
+                                std::span<const Cp> sectionEnds, PropertyExpansion& expansion,
+                                PropertyLists& lists, Remarks& remarks) {
+    const FormattingRuns characters = characterRuns(document, expansion);
+    const FormattingRuns paragraphs = paragraphRuns(document, expansion);
+    PieceModifiers modifiers(table.modifiers, expansion, lists);
+    FormattedText result;
+    TextAssembly assembly(result, characters, paragraphs, sectionEnds, modifiers);
+    Piece last;
+    for (Piece piece : table.pieces) {
+        piece.length = std::min(piece.length, storiesLength(document) - result.size());
+        if (piece.length == 0) {
+            break;
+        }
+        if (std::uint64_t{result.size()} + piece.length > mostCharacters(document)) {
+            remarks.emplace_back(u"文件声称的文字多于文件本身，其余部分未能读出。");
+            break;
+        }
+        assembly.add(piece, document.wordDocument);
+        last = piece;
+    }
+    assembly.close(last);
+    result.index();
+    const int damaged = characters.damagedPages + paragraphs.damagedPages;
+    if (damaged > 0) {
+        remarks.push_back(u"有 " + digits(damaged) +
+                          u" 页格式数据已损坏，相应文字的格式未能全部读出。");
+    }
+    if (assembly.lacksFormatting()) {
+        remarks.emplace_back(u"部分文字没有格式记录，按默认格式读出。");
+    }
+    return result;
+}
+
+} // namespace qvnd::word

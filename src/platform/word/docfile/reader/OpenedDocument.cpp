@@ -1,0 +1,119 @@
+#include "platform/word/docfile/reader/OpenedDocument.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::u16string_view mainStream = u"WordDocument";
+constexpr std::u16string_view dataStream = u"Data";
+constexpr std::u16string_view encryptedPackage = u"EncryptedPackage";
+
+// Word for Windows 1 and 2 and Word for DOS wrote no compound files.
+bool isFileOfOldWord(ByteView start) {
+    if (start.size() < 2) {
+        return false;
+    }
+    const unsigned magic = start[0] | (start[1] << 8);
+    return magic == 0xA59B || magic == 0xA5DB || magic == 0xA5DC || magic == 0xBE31;
+}
+
+[[noreturn]] void refuseOldWord() {
+    throw FormatError(FormatError::Kind::olderThanWord97, "no compound file, but an old Word's");
+}
+
+bool notCompound(const FormatError& error) {
+    return error.kind() == FormatError::Kind::notCompoundFile;
+}
+
+Bytes optionalStream(const CompoundFile& file, std::u16string_view name, Remarks& remarks) {
+    if (!file.has(name)) {
+        return {};
+    }
+    try {
+        return file.stream(name);
+    } catch (const FormatError&) {
+        remarks.push_back(u"数据流“" + std::u16string(name) + u"”已损坏，其中的内容未能读出。");
+        return {};
+    }
+}
+
+Bytes tableStream(const CompoundFile& file, const Fib& fib, Remarks& remarks) {
+    const std::u16string_view named = fib.tableStreamName();
+    if (file.has(named)) {
+        return file.stream(named);
+    }
+    const std::u16string_view other = fib.fWhichTblStm ? u"0Table" : u"1Table";
+    if (!file.has(other)) {
+        throw FormatError(FormatError::Kind::damaged, "no table stream");
+    }
+    remarks.emplace_back(u"文件头所指的表流不存在，改用了另一个表流。");
+    return file.stream(other);
+}
+
+OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
+    if (!file.has(mainStream)) {
+        const bool package = file.has(encryptedPackage);
+        throw FormatError(package ? FormatError::Kind::encrypted : FormatError::Kind::notWord,
+                          "no WordDocument stream");
+    }
+    OpenedDocument document;
+    document.wordDocument = file.stream(mainStream);
+    document.fib = readFib(document.wordDocument);
+    document.table = tableStream(file, document.fib, remarks);
+    document.data = optionalStream(file, dataStream, remarks);
+    document.entries = file.entries();
+    int damaged = 0;
+    document.objects = readEmbeddedObjects(file, damaged);
+    if (damaged > 0) {
+        remarks.push_back(u"有 " + digits(damaged) + u" 个嵌入对象已损坏，未能读出。");
+    }
+    return document;
+}
+
+} // namespace
+
+ByteView OpenedDocument::part(FibPair pair) const {
+    const ByteView rest = partOn(pair);
+    return rest.first(std::min<std::size_t>(rest.size(), fib.at(pair).lcb));
+}
+
+ByteView OpenedDocument::partOn(FibPair pair) const {
+    const FcLcb place = fib.at(pair);
+    if (place.lcb == 0 || place.fc > table.size()) {
+        return {};
+    }
+    return ByteView(table).subspan(place.fc);
+}
+
+OpenedDocument openDocument(const std::filesystem::path& path, Remarks& remarks) {
+    try {
+        return opened(CompoundFile::open(path), remarks);
+    } catch (const FormatError& error) {
+        std::array<std::uint8_t, 2> start{};
+        std::ifstream file(path, std::ios::binary);
+        file.read(reinterpret_cast<char*>(start.data()), start.size());
+        if (notCompound(error) && isFileOfOldWord(start)) {
+            refuseOldWord();
+        }
+        throw;
+    }
+}
+
+OpenedDocument openDocument(ByteView file, Remarks& remarks) {
+    try {
+        return opened(CompoundFile::over(file), remarks);
+    } catch (const FormatError& error) {
+        if (notCompound(error) && isFileOfOldWord(file)) {
+            refuseOldWord();
+        }
+        throw;
+    }
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,44 @@
+#include "platform/word/docfile/reader/SideContents.h"
+
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/pictures/TextBoxes.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+int elements(const OpenedDocument& document, FibPair pair, std::size_t dataSize) {
+    return static_cast<int>(decodePlc(document.part(pair), dataSize).count());
+}
+
+// An embedded object is a storage of its own in the storage ObjectPool.
+bool isEmbeddedObject(const CompoundFile::Entry& entry) {
+    constexpr std::u16string_view pool = u"ObjectPool/";
+    return entry.storage && entry.path.starts_with(pool) &&
+           entry.path.find(u'/', pool.size()) == std::u16string::npos;
+}
+
+bool isMacroStorage(const CompoundFile::Entry& entry) {
+    return entry.storage && (entry.path == u"Macros" || entry.path == u"_VBA_PROJECT_CUR");
+}
+
+} // namespace
+
+SideContents countSideContents(const OpenedDocument& document, const Drawings& drawings) {
+    SideContents side;
+    side.footnotes = elements(document, FibPair::PlcffndRef, 2);
+    side.endnotes = elements(document, FibPair::PlcfendRef, 2);
+    side.comments = elements(document, FibPair::PlcfandRef, 30);
+    side.textBoxes = countTextBoxes(document.part(FibPair::PlcftxbxTxt));
+    side.headerTextBoxes = countTextBoxes(document.part(FibPair::PlcfHdrtxbxTxt));
+    side.drawings = elements(document, FibPair::PlcSpaMom, 26);
+    side.textFrames = countTextFrames(document.part(FibPair::PlcSpaMom), drawings);
+    side.embeddedObjects = static_cast<int>(
+        std::count_if(document.entries.begin(), document.entries.end(), isEmbeddedObject));
+    side.macros = std::any_of(document.entries.begin(), document.entries.end(), isMacroStorage);
+    return side;
+}
+
+} // namespace qvnd::word

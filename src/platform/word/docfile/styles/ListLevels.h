@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/document/DocumentTables.h"
+
+namespace qvnd::word {
+
+// One level of a list (LVL, [MS-DOC] 2.9.150). Entries of its lists
+// that are not whole or not of the list's kind are left out. Throws FormatError when it reaches
+// past the end.
+ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists);
+void encodeListLevel(LittleEndianWriter& writer, const ListLevel& level,
+                     const PropertyLists& lists);
+
+// A level that shows no number and adds no distance.
+ListLevel levelWithoutNumber();
+
+} // namespace qvnd::word

@@ -1,0 +1,112 @@
+#include "platform/word/docfile/text/BookmarkTables.h"
+
+#include "platform/word/docfile/format/Sttb.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t cpSize = 4;
+constexpr std::size_t fbkfSize = 4;
+
+Cp cpAt(ByteView plc, std::size_t index) {
+    LittleEndianReader reader(plc, "PlcfBkl");
+    reader.seek(index * cpSize);
+    return reader.u32();
+}
+
+// Indexes of `bookmarks`, by start or by end.
+template <typename Position>
+std::vector<std::size_t> orderBy(std::span<const Bookmark> bookmarks, Position position) {
+    std::vector<std::size_t> order(bookmarks.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return position(bookmarks[a]) < position(bookmarks[b]);
+    });
+    return order;
+}
+
+std::vector<std::size_t> placesOf(const std::vector<std::size_t>& order) {
+    std::vector<std::size_t> places(order.size());
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        places[order[i]] = i;
+    }
+    return places;
+}
+
+Bytes encodeNames(std::span<const Bookmark> bookmarks, const std::vector<std::size_t>& order) {
+    Sttb names;
+    for (const std::size_t i : order) {
+        names.entries.push_back({bookmarks[i].name, {}});
+    }
+    return encodeSttb(names);
+}
+
+Bytes encodeStarts(std::span<const Bookmark> bookmarks, const std::vector<std::size_t>& order,
+                   const std::vector<std::size_t>& endPlaces, Cp end) {
+    LittleEndianWriter writer;
+    for (const std::size_t i : order) {
+        writer.u32(bookmarks[i].start);
+    }
+    writer.u32(end);
+    for (const std::size_t i : order) {
+        writer.u16(static_cast<unsigned>(endPlaces[i]));
+        writer.u16(bookmarks[i].flags);
+    }
+    return writer.take();
+}
+
+Bytes encodeEnds(std::span<const Bookmark> bookmarks, const std::vector<std::size_t>& order,
+                 Cp end) {
+    LittleEndianWriter writer;
+    for (const std::size_t i : order) {
+        writer.u32(bookmarks[i].end);
+    }
+    writer.u32(end);
+    return writer.take();
+}
+
+} // namespace
+
+std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainLength,
+                                      Remarks& remarks) {
+    const Sttb names = decodeSttb(tables.names).table;
+    const std::size_t starts =
+        tables.starts.size() < cpSize ? 0 : (tables.starts.size() - cpSize) / (cpSize + fbkfSize);
+    const std::size_t ends =
+        tables.ends.size() < cpSize ? 0 : (tables.ends.size() - cpSize) / cpSize;
+    std::vector<Bookmark> bookmarks;
+    for (std::size_t i = 0; i < std::min(starts, names.entries.size()); ++i) {
+        LittleEndianReader fbkf(tables.starts, "PlcfBkf");
+        fbkf.seek((starts + 1) * cpSize + i * fbkfSize);
+        const std::size_t endPlace = fbkf.u16();
+        Bookmark bookmark{names.entries[i].text, cpAt(tables.starts, i), 0, fbkf.u16()};
+        bookmark.end = endPlace < ends ? cpAt(tables.ends, endPlace) : 0;
+        const bool sound = endPlace < ends && bookmark.start <= bookmark.end;
+        if (sound && bookmark.end <= mainLength) {
+            bookmarks.push_back(std::move(bookmark));
+        } else {
+            remarks.push_back(u"书签“" + bookmark.name +
+                              (sound ? u"”不在正文中，未读入" : u"”的位置已损坏，未读入"));
+        }
+    }
+    if (starts != names.entries.size()) {
+        remarks.push_back(u"书签表的名称与位置个数不同，多出的未读入");
+    }
+    return bookmarks;
+}
+
+BookmarkTables encodeBookmarks(std::span<const Bookmark> bookmarks, Cp end) {
+    if (bookmarks.empty()) {
+        return {};
+    }
+    const auto byStart = orderBy(bookmarks, [](const Bookmark& b) { return b.start; });
+    const auto byEnd = orderBy(bookmarks, [](const Bookmark& b) { return b.end; });
+    return {encodeNames(bookmarks, byStart), encodeStarts(bookmarks, byStart, placesOf(byEnd), end),
+            encodeEnds(bookmarks, byEnd, end)};
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/Remarks.h"
+
+#include <span>
+
+namespace qvnd::word {
+
+// Bookmarks ([MS-DOC] 2.8.10, 2.8.12, 2.9.279): names, where each starts, where each ends.
+struct BookmarkTables {
+    Bytes names;  // SttbfBkmk
+    Bytes starts; // PlcfBkf
+    Bytes ends;   // PlcfBkl
+};
+struct BookmarkTableViews {
+    ByteView names;
+    ByteView starts;
+    ByteView ends;
+};
+
+// The bookmarks that lie within the first `mainLength` characters, the main story. Others, and
+// those whose end is missing or lies before their start, are left out and named in `remarks`.
+std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainLength,
+                                      Remarks& remarks);
+
+// `end` is the position that closes both tables: the length of all stories and at least every end
+// of a bookmark. All three are empty when there is no bookmark.
+BookmarkTables encodeBookmarks(std::span<const Bookmark> bookmarks, Cp end);
+
+} // namespace qvnd::word

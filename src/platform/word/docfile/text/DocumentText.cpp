@@ -1,0 +1,126 @@
+#include "platform/word/docfile/text/DocumentText.h"
+
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/TablePlaces.h"
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr char16_t tab = 0x09;
+constexpr char16_t lineBreak = 0x0B;
+constexpr char16_t pageBreak = 0x0C;
+constexpr char16_t columnBreak = 0x0E;
+constexpr char16_t symbolCharacter = 0x28;
+constexpr char16_t fixedHyphen = 0x1E;
+constexpr char16_t firstPrintable = 0x20;
+
+// Writes one character after the other; the caller tells where paragraphs end.
+class TextCollector {
+public:
+    TextCollector(const Story& story, const DocumentTables& tables)
+        : story_(story), lists_(tables.lists), places_(tables.lists) {}
+
+    std::u16string collect() {
+        Cp at = 0;
+        for (const ParagraphRun& paragraph : story_.paragraphs) {
+            const Cp end = at + paragraph.length;
+            for (; at + 1 < end; ++at) {
+                take(at);
+            }
+            if (at < end) {
+                endParagraph(at, paragraph);
+                ++at;
+            }
+        }
+        return std::move(result_);
+    }
+
+private:
+    void endParagraph(Cp at, const ParagraphRun& paragraph) {
+        const char16_t mark = story_.text[at];
+        if (mark != 0x0D && mark != 0x07 && mark != pageBreak) {
+            take(at);
+            return;
+        }
+        const TablePlace place = places_.of(paragraph.properties, mark);
+        if (instructions()) {
+            return;
+        }
+        if (place.rowEnd && !result_.empty() && result_.back() == tab) {
+            result_.back() = u'\n'; // the tab behind the row's last cell
+        } else {
+            result_.push_back(place.cellEnd ? tab : u'\n');
+        }
+    }
+
+    void take(Cp at) {
+        const char16_t c = story_.text[at];
+        if (nextField_ < story_.fields.size() && story_.fields[nextField_].at == at) {
+            takeFieldMark(story_.fields[nextField_++].character);
+        } else if (!instructions()) {
+            takeCharacter(at, c);
+        }
+    }
+
+    void takeFieldMark(std::uint8_t character) {
+        if (character == 0x13) {
+            open_.push_back(true);
+            ++hidden_;
+        } else if (!open_.empty()) {
+            hidden_ -= open_.back() ? 1 : 0;
+            open_.back() = false;
+            if (character == 0x15) {
+                open_.pop_back();
+            }
+        }
+    }
+
+    bool instructions() const { return hidden_ > 0; }
+
+    void takeCharacter(Cp at, char16_t c) {
+        if (c == lineBreak || c == pageBreak || c == columnBreak) {
+            result_.push_back(u'\n');
+        } else if (c == fixedHyphen) {
+            result_.push_back(u'-');
+        } else if (c == symbolCharacter) {
+            result_.push_back(symbolAt(at));
+        } else if (c >= firstPrintable || c == tab) {
+            result_.push_back(c);
+        }
+    }
+
+    // What stands as a bracket in the text may be a symbol of another font.
+    char16_t symbolAt(Cp at) {
+        while (run_ < story_.characters.size() &&
+               runStart_ + story_.characters[run_].length <= at) {
+            runStart_ += story_.characters[run_++].length;
+        }
+        const auto symbol = findSprm(lists_[story_.characters[run_].properties], sprm::CSymbol);
+        if (!symbol) {
+            return symbolCharacter;
+        }
+        LittleEndianReader reader(symbol->operand, "sprmCSymbol");
+        reader.skip(2); // the font
+        return static_cast<char16_t>(reader.u16());
+    }
+
+    const Story& story_;
+    const PropertyLists& lists_;
+    TablePlaces places_;
+    std::u16string result_;
+    std::vector<bool> open_; // a field each: whether its instructions are being passed
+    int hidden_ = 0;         // how many of them are
+    std::size_t nextField_ = 0;
+    std::size_t run_ = 0;
+    Cp runStart_ = 0;
+};
+
+} // namespace
+
+std::u16string documentText(const Story& story, const DocumentTables& tables) {
+    return TextCollector(story, tables).collect();
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,151 @@
+#include "platform/word/docfile/text/Fields.h"
+
+#include "platform/word/docfile/format/Plc.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t fldSize = 2;
+constexpr std::uint8_t characterMask = 0x1F;
+constexpr std::uint8_t unknownKind = 1;
+constexpr std::uint8_t unusedData = 0xFF; // what a separator bears
+constexpr std::uint8_t endHasSeparator = 0x80;
+
+// All field characters of the text, in order, with what is known of them.
+std::vector<FieldMark> characterMarks(std::span<const FieldMark> known, std::u16string_view text,
+                                      int& damage) {
+    std::vector<FieldMark> marks;
+    std::size_t used = 0;
+    auto next = known.begin();
+    for (Cp at = 0; at < text.size(); ++at) {
+        if (!isFieldCharacter(text[at])) {
+            continue;
+        }
+        next = std::find_if(next, known.end(), [&](const FieldMark& m) { return m.at >= at; });
+        if (next != known.end() && next->at == at && next->character == text[at]) {
+            marks.push_back(*next);
+            ++used;
+        } else {
+            const std::uint8_t data = text[at] == fieldBegin ? unknownKind : std::uint8_t{0};
+            marks.push_back({at, static_cast<std::uint8_t>(text[at]), data});
+            ++damage;
+        }
+    }
+    damage += static_cast<int>(known.size() - used);
+    return marks;
+}
+
+// Finds each begin's end; what has no counterpart keeps `false`.
+class FieldMatcher {
+public:
+    explicit FieldMatcher(std::vector<FieldMark>& marks) : marks_(marks), kept_(marks.size()) {}
+
+    std::vector<bool> match() {
+        for (std::size_t i = 0; i < marks_.size(); ++i) {
+            switch (marks_[i].character) {
+            case fieldBegin:
+                open_.push_back({i, none});
+                break;
+            case fieldSeparator:
+                separate(i);
+                break;
+            default:
+                close(i);
+            }
+        }
+        return kept_;
+    }
+
+private:
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+    struct Open {
+        std::size_t begin;
+        std::size_t separator;
+    };
+
+    void separate(std::size_t i) {
+        if (!open_.empty() && open_.back().separator == none) {
+            open_.back().separator = i;
+        }
+    }
+
+    void close(std::size_t i) {
+        if (open_.empty()) {
+            return;
+        }
+        const Open field = open_.back();
+        open_.pop_back();
+        kept_[field.begin] = kept_[i] = true;
+        if (field.separator != none) {
+            kept_[field.separator] = true;
+            marks_[i].data |= endHasSeparator;
+        } else {
+            marks_[i].data &= static_cast<std::uint8_t>(~endHasSeparator);
+        }
+    }
+
+    std::vector<FieldMark>& marks_;
+    std::vector<bool> kept_;
+    std::vector<Open> open_;
+};
+
+} // namespace
+
+void appendFieldMarks(std::vector<FieldMark>& marks, std::span<const FieldMark> ofFragment,
+                      Cp begin, Cp length, Cp at) {
+    auto mark = std::lower_bound(ofFragment.begin(), ofFragment.end(), begin,
+                                 [](const FieldMark& m, Cp position) { return m.at < position; });
+    for (; mark != ofFragment.end() && mark->at - begin < length; ++mark) {
+        marks.push_back({mark->at - begin + at, mark->character, mark->data});
+    }
+}
+
+Bytes encodeFields(std::span<const FieldMark> marks, Cp length) {
+    if (marks.empty()) {
+        return {};
+    }
+    LittleEndianWriter plc;
+    for (const FieldMark& mark : marks) {
+        plc.u32(mark.at);
+    }
+    plc.u32(std::max(length, marks.back().at + 1));
+    for (const FieldMark& mark : marks) {
+        plc.u8(mark.character);
+        plc.u8(mark.character == fieldSeparator ? unusedData : mark.data);
+    }
+    return plc.take();
+}
+
+std::vector<FieldMark> decodeFields(ByteView plcfld) {
+    const Plc plc = decodePlc(plcfld, fldSize);
+    std::vector<FieldMark> marks;
+    for (std::size_t i = 0; i < plc.count(); ++i) {
+        const ByteView fld = plc.element(i);
+        marks.push_back(
+            {plc.positions[i], static_cast<std::uint8_t>(fld[0] & characterMask), fld[1]});
+    }
+    const auto before = [](const FieldMark& a, const FieldMark& b) { return a.at < b.at; };
+    const auto same = [](const FieldMark& a, const FieldMark& b) { return a.at == b.at; };
+    std::stable_sort(marks.begin(), marks.end(), before);
+    marks.erase(std::unique(marks.begin(), marks.end(), same), marks.end());
+    return marks;
+}
+
+MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view text) {
+    MatchedFields result;
+    std::vector<FieldMark> marks = characterMarks(known, text, result.damage);
+    const std::vector<bool> kept = FieldMatcher(marks).match();
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        if (kept[i]) {
+            result.marks.push_back(marks[i]);
+        } else {
+            result.strays.push_back(marks[i].at);
+        }
+    }
+    return result;
+}
+
+} // namespace qvnd::word

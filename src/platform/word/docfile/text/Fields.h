@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/document/Story.h"
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+// Fields: Plcfld and Fld, [MS-DOC] 2.8.25 and 2.9.88. Positions count from the start of a story.
+namespace qvnd::word {
+
+inline constexpr char16_t fieldBegin = 0x13;
+inline constexpr char16_t fieldSeparator = 0x14;
+inline constexpr char16_t fieldEnd = 0x15;
+
+inline bool isFieldCharacter(char16_t c) { return c >= fieldBegin && c <= fieldEnd; }
+
+// Appends those of a fragment's marks that lie in [begin, begin + length), as they stand when
+// that part of the fragment starts at `at` of the story.
+void appendFieldMarks(std::vector<FieldMark>& marks, std::span<const FieldMark> ofFragment,
+                      Cp begin, Cp length, Cp at);
+
+// The Plcfld of a story `length` characters long; no bytes when there is no mark.
+Bytes encodeFields(std::span<const FieldMark> marks, Cp length);
+
+// What a Plcfld says, ascending and each position once; nothing is known yet of the text.
+std::vector<FieldMark> decodeFields(ByteView plcfld);
+
+struct MatchedFields {
+    // Ascending, each at its character in the text, every begin with its end (and at most one
+    // separator between), properly nested.
+    std::vector<FieldMark> marks;
+    // Field characters of the text that belong to no such field, ascending.
+    std::vector<Cp> strays;
+    // How many of the given marks name no field character, or are missing for one.
+    int damage = 0;
+};
+
+// The fields of a story's text with what `known`, ascending, says of them. A character that
+// `known` does not name still makes a field, of the unknown kind, when it has its counterpart.
+MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view text);
+
+} // namespace qvnd::word

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/word/docfile/document/DocumentData.h"
+
+#include <optional>
+#include <span>
+#include <vector>
+
+// The header document: the separators of notes, then six stories a section, [MS-DOC] 2.3.3 and
+// 2.8.22 Plcfhdd.
+namespace qvnd::word {
+
+inline constexpr std::size_t separatorStories = 6;
+inline constexpr std::size_t headersPerSection = 6;
+
+// The header document as it is written: `story` is all its text (ccpHdd is story.size()), each
+// header or footer with the guard paragraph behind it that the format demands and one more
+// paragraph mark at the very end. Both are empty when no section has a header or footer.
+struct EncodedHeaders {
+    Story story;
+    Bytes plcfHdd;
+};
+
+// A header or footer in `sections` ends in a paragraph mark of its own (the guard is not part
+// of it); the separators stay empty.
+EncodedHeaders encodeHeaders(std::span<const HeaderSet> sections);
+
+// Where a story of the header document lies, without its guard paragraph.
+struct HeaderPlace {
+    Cp start = 0;
+    Cp length = 0;
+    bool operator==(const HeaderPlace&) const = default;
+};
+using HeaderPlaces = std::array<std::optional<HeaderPlace>, headersPerSection>;
+
+// One entry a section, at most `sections`, for a header document of `length` characters. Stories
+// that lie outside of it are left out, and counted in `*damage` where given.
+std::vector<HeaderPlaces> decodeHeaders(ByteView plcfHdd, Cp length, std::size_t sections,
+                                        int* damage = nullptr);
+
+} // namespace qvnd::word

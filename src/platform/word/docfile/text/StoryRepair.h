@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/text/Fields.h"
+
+#include <span>
+
+// What makes a story from a file keep its invariants, whatever the file says.
+namespace qvnd::word {
+
+// Appends a run; one that looks like the last becomes part of it, an empty one nothing.
+void appendRun(std::vector<CharacterRun>& runs, CharacterRun run);
+
+// Appends a paragraph mark unless the text ends in one. Answers whether it did.
+bool closeWithParagraphMark(Story& story);
+
+// Puts blanks, without special meaning, where characters claim a meaning that they have not.
+// `positions` ascend.
+void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists);
+
+// The picture characters whose properties lead to no picture, form data or object, ascending.
+std::vector<Cp> picturesWithoutData(const Story& story, const PropertyLists& lists);
+
+// Gives paragraphs whose style does not exist, or is no paragraph style, style 0. Answers how many
+// there were.
+int repairStyles(Story& story, const StyleSheet& styles);
+
+} // namespace qvnd::word

@@ -1,0 +1,121 @@
+#include "platform/word/docfile/text/TableRepair.h"
+
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/TablePlaces.h"
+
+#include <set>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr char16_t cellMark = 0x07;
+constexpr char16_t paragraphMark = 0x0D;
+
+bool placesInTable(const SprmView& entry) {
+    switch (entry.opcode) {
+    case sprm::PFInTable:
+    case sprm::PItap:
+    case sprm::PFTtp:
+    case sprm::PFInnerTableCell:
+    case sprm::PFInnerTtp:
+        return true;
+    default:
+        return groupOf(entry.opcode) == SprmGroup::table;
+    }
+}
+
+// The paragraph's properties as text of a cell at `depth`, or outside of tables.
+PropertyListId textAt(int depth, PropertyListId properties, PropertyLists& lists) {
+    Bytes kept;
+    for (const SprmView& entry : parseSprms(lists[properties]).sprms) {
+        if (!placesInTable(entry)) {
+            kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
+        }
+    }
+    if (depth > 0) {
+        kept = withSprm32(withSprm8(kept, sprm::PFInTable, 1), sprm::PItap,
+                          static_cast<std::uint32_t>(depth));
+    }
+    return lists.intern(kept);
+}
+
+class Repair {
+public:
+    Repair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
+
+    int run() {
+        for (std::size_t i = 0; i < story_.paragraphs.size(); ++i) {
+            end_ += story_.paragraphs[i].length;
+            ends_.push_back(end_);
+            take(i);
+        }
+        closeDeeper(0, story_.paragraphs.size());
+        return static_cast<int>(moved_.size());
+    }
+
+private:
+    // Rows begun and not ended, by depth: their first paragraph, or none.
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+
+    TablePlace placeOf(std::size_t i) {
+        const ParagraphRun& paragraph = story_.paragraphs[i];
+        return paragraph.length == 0 ? TablePlace{}
+                                     : places_.of(paragraph.properties, story_.text[ends_[i] - 1]);
+    }
+
+    void take(std::size_t i) {
+        const TablePlace place = placeOf(i);
+        const auto depth = static_cast<std::size_t>(place.depth);
+        closeDeeper(depth, i);
+        if (depth == 0) {
+            if (story_.paragraphs[i].length != 0 && story_.text[end_ - 1] == cellMark) {
+                move(i, 0);
+            }
+            return;
+        }
+        rows_.resize(depth, none);
+        for (std::size_t& first : rows_) {
+            first = first == none ? i : first;
+        }
+        if (place.rowEnd) {
+            rows_.back() = none;
+        }
+    }
+
+    void closeDeeper(std::size_t depth, std::size_t limit) {
+        while (rows_.size() > depth) {
+            const std::size_t first = rows_.back();
+            const int level = static_cast<int>(rows_.size());
+            rows_.pop_back();
+            for (std::size_t i = first; first != none && i < limit; ++i) {
+                if (placeOf(i).depth >= level) {
+                    move(i, level - 1);
+                }
+            }
+        }
+    }
+
+    void move(std::size_t i, int depth) {
+        ParagraphRun& paragraph = story_.paragraphs[i];
+        paragraph.properties = textAt(depth, paragraph.properties, lists_);
+        char16_t& mark = story_.text[ends_[i] - 1];
+        mark = mark == cellMark ? paragraphMark : mark;
+        moved_.insert(i);
+    }
+
+    Story& story_;
+    PropertyLists& lists_;
+    TablePlaces places_;
+    std::vector<Cp> ends_;
+    Cp end_ = 0;
+    std::vector<std::size_t> rows_;
+    std::set<std::size_t> moved_;
+};
+
+} // namespace
+
+int repairTables(Story& story, PropertyLists& lists) { return Repair(story, lists).run(); }
+
+} // namespace qvnd::word

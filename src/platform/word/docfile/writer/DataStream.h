@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/document/DocumentTables.h"
+
+#include <unordered_map>
+#include <utility>
+
+namespace qvnd::word {
+
+// The Data stream of a document that is saved again and again: what is in it stays where it is,
+// and each blob is in it once. It comes into being with the first thing to be put in.
+class DataStream {
+public:
+    // `store` outlives the object.
+    explicit DataStream(CompoundStore& store) : store_(store) {}
+
+    // Both answer the offset in the stream. What they add is in the file after flush().
+    std::uint32_t offsetOf(const DataBlob& blob);
+    std::uint32_t append(ByteView record);
+
+    void flush();
+    bool holdsBlobs() const { return !offsets_.empty(); }
+
+private:
+    CompoundStore& store_;
+    std::optional<CompoundStore::Stream> stream_;
+    Bytes pending_;
+    std::uint32_t size_ = 0; // with what is pending
+    // By identity; the blob is kept so that no other can take its address.
+    std::unordered_map<const Bytes*, std::pair<DataBlob, std::uint32_t>> offsets_;
+};
+
+} // namespace qvnd::word

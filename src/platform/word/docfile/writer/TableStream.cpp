@@ -1,0 +1,112 @@
+#include "platform/word/docfile/writer/TableStream.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t sectorSize = CompoundStore::sectorSize;
+constexpr std::size_t leastSize = 4096;
+
+std::size_t wholeSectors(std::size_t size) {
+    return (size + sectorSize - 1) / sectorSize * sectorSize;
+}
+
+// A structure that has outgrown its place gets a new one of twice the size, so that growing step by
+// step costs no more than a constant times its last size.
+std::size_t roomFor(std::size_t size, bool outgrown) {
+    return wholeSectors(outgrown ? 2 * size : size);
+}
+
+} // namespace
+
+void TableStream::put(FibPair pair, const std::array<ByteView, 2>& parts) {
+    Extent& extent = extents_[pair];
+    const std::size_t size = parts[0].size() + parts[1].size();
+    extent.counted = static_cast<std::uint32_t>(size);
+    if (size > extent.bytes.size()) {
+        Bytes place(roomFor(size, !extent.bytes.empty()));
+        const auto behind = std::copy(parts[0].begin(), parts[0].end(), place.begin());
+        std::copy(parts[1].begin(), parts[1].end(), behind);
+        append(extent, std::move(place));
+    } else {
+        change(extent, 0, parts);
+    }
+}
+
+void TableStream::putFront(FibPair pair, ByteView front, std::size_t kept, std::size_t counted) {
+    Extent& extent = extents_[pair];
+    const std::size_t size = front.size() + kept;
+    if (kept > extent.bytes.size() - extent.begin) {
+        throw std::invalid_argument("more of a structure is kept than there is");
+    }
+    extent.counted = static_cast<std::uint32_t>(counted);
+    if (size > extent.bytes.size()) {
+        Bytes place(roomFor(size, !extent.bytes.empty()));
+        std::copy(extent.bytes.end() - static_cast<std::ptrdiff_t>(kept), extent.bytes.end(),
+                  place.end() - static_cast<std::ptrdiff_t>(kept));
+        std::copy(front.begin(), front.end(), place.end() - static_cast<std::ptrdiff_t>(size));
+        append(extent, std::move(place));
+    } else {
+        change(extent, extent.bytes.size() - size, {front, ByteView{}});
+    }
+    extent.begin = extent.bytes.size() - size;
+}
+
+void TableStream::append(Extent& extent, Bytes bytes) {
+    extent.offset = store_.size(stream_);
+    extent.bytes = std::move(bytes);
+    store_.append(stream_, extent.bytes);
+}
+
+// Neighbouring sectors that change are written at once.
+void TableStream::change(Extent& extent, std::size_t at, const std::array<ByteView, 2>& parts) {
+    std::size_t begin = 0; // of the sectors that have changed and are not yet written
+    std::size_t end = 0;
+    for (ByteView rest : parts) {
+        while (!rest.empty()) {
+            const std::size_t count = std::min(rest.size(), sectorSize - at % sectorSize);
+            std::uint8_t* const place = extent.bytes.data() + at;
+            if (!std::equal(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(count),
+                            place)) {
+                std::copy_n(rest.begin(), count, place);
+                const std::size_t sector = at / sectorSize * sectorSize;
+                if (begin == end || sector > end) {
+                    write(extent, begin, end);
+                    begin = sector;
+                }
+                end = sector + sectorSize;
+            }
+            at += count;
+            rest = rest.subspan(count);
+        }
+    }
+    write(extent, begin, end);
+}
+
+void TableStream::write(const Extent& extent, std::size_t begin, std::size_t end) {
+    if (begin < end) {
+        store_.overwrite(stream_, extent.offset + static_cast<std::uint32_t>(begin),
+                         ByteView(extent.bytes).subspan(begin, end - begin));
+    }
+}
+
+void TableStream::finish() {
+    if (store_.size(stream_) < leastSize) {
+        store_.append(stream_, Bytes(leastSize - store_.size(stream_)));
+    }
+}
+
+FcLcb TableStream::place(FibPair pair) const {
+    const auto found = extents_.find(pair);
+    if (found == extents_.end() || found->second.counted == 0) {
+        return {};
+    }
+    const Extent& extent = found->second;
+    return {extent.offset + static_cast<std::uint32_t>(extent.begin), extent.counted};
+}
+
+} // namespace qvnd::word

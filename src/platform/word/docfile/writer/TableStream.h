@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/format/Fib.h"
+
+#include <array>
+#include <map>
+
+namespace qvnd::word {
+
+// The table stream of a document that is saved again and again: every structure has sectors of its
+// own, and only sectors whose bytes change are written.
+class TableStream {
+public:
+    // `stream` is an empty stream of `store`, which outlives the object.
+    TableStream(CompoundStore& store, CompoundStore::Stream stream)
+        : store_(store), stream_(stream) {}
+
+    // Brings the structure to `bytes`. No bytes: the document does without the structure.
+    void put(FibPair pair, ByteView bytes) { put(pair, std::array{bytes, ByteView{}}); }
+    // The same for a structure in two parts, one right behind the other.
+    void put(FibPair pair, const std::array<ByteView, 2>& parts);
+    // Brings a structure that grows at its front to `front` and, behind that, the last `kept` bytes
+    // that it had: they stay where they are. `counted` of all bytes count as its length (lcb).
+    // Such a structure is written with this alone.
+    void putFront(FibPair pair, ByteView front, std::size_t kept, std::size_t counted);
+    // Brings the stream to the size from which on it may be changed by parts.
+    void finish();
+
+    FcLcb place(FibPair pair) const;
+
+private:
+    // The place of a structure: whole sectors, which it fills from the front, or from the end when
+    // it grows at its front.
+    struct Extent {
+        std::uint32_t offset = 0;
+        Bytes bytes;           // as in the file
+        std::size_t begin = 0; // of the structure
+        std::uint32_t counted = 0;
+    };
+
+    void append(Extent& extent, Bytes bytes);
+    void change(Extent& extent, std::size_t at, const std::array<ByteView, 2>& parts);
+    void write(const Extent& extent, std::size_t begin, std::size_t end);
+
+    CompoundStore& store_;
+    CompoundStore::Stream stream_;
+    std::map<FibPair, Extent> extents_;
+};
+
+} // namespace qvnd::word

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/formatting/FormattingPage.h"
+#include "platform/word/docfile/writer/FileProperties.h"
+#include "platform/word/docfile/writer/FragmentPlaces.h"
+
+#include <map>
+#include <set>
+
+namespace qvnd::word {
+
+// The WordDocument stream of a document that is saved again and again: the FIB at its start, and
+// behind it for every save what is new: text, the pages of its formatting, section properties.
+class WordStream {
+public:
+    // Room for the FIB; the text starts behind it.
+    static constexpr std::uint32_t fibRoom = 2048;
+
+    // Starts the stream; `store` outlives the object.
+    explicit WordStream(CompoundStore& store);
+
+    // Appends the text of the ranges and its formatting; an entry of the answer is where the text
+    // of that range starts. `sectionEnds`: positions of the document behind the break of each
+    // section.
+    std::vector<std::uint32_t> append(const std::vector<TextRange>& ranges,
+                                      const std::set<Cp>& sectionEnds, FileProperties& properties,
+                                      DataStream& data);
+    // Where the section properties lie: one place for each list, by contents.
+    std::uint32_t placeOfSection(ByteView properties);
+    // Writes the FIB, which must fit its room, as far as it has changed.
+    void putFib(const Bytes& fib);
+    // Fills the last sector, and the stream to the size from which on it may be changed by parts.
+    // Call before putFib().
+    void finish();
+
+    std::uint32_t size() const { return store_.size(stream_); }
+    // Behind the last text.
+    std::uint32_t textLimit() const { return characterPages_.limitFc(); }
+    const BinTableEncoder& characterPages() const { return characterPages_; }
+    const BinTableEncoder& paragraphPages() const { return paragraphPages_; }
+
+private:
+    std::vector<std::uint32_t> appendText(const std::vector<TextRange>& ranges,
+                                          const std::vector<bool>& leftOpen);
+    void fillSector();
+    void appendPages(const std::vector<FormattingPage>& pages, BinTableEncoder& table);
+
+    CompoundStore& store_;
+    CompoundStore::Stream stream_;
+    BinTableEncoder characterPages_;
+    BinTableEncoder paragraphPages_;
+    std::map<Bytes, std::uint32_t> sections_;
+    Bytes fib_; // as in the file, whole sectors
+};
+
+} // namespace qvnd::word
