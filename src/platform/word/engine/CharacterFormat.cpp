@@ -1,24 +1,12 @@
 #include "platform/word/engine/CharacterFormat.h"
 
-#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/SprmFacts.h"
 
 #include <algorithm>
-#include <array>
 
 namespace qvnd::word {
 
 namespace {
-
-constexpr SprmOpcode revisionTime = 0x6805;       // sprmCDttmRMark
-constexpr SprmOpcode deletionTime = 0x6864;       // sprmCDttmRMarkDel
-constexpr SprmOpcode displayedFieldMark = 0xCA62; // sprmCDispFldRMark
-
-constexpr std::array substance{sprm::CFRMarkDel,   sprm::CFRMarkIns,   sprm::CFFldVanish,
-                               sprm::CPicLocation, sprm::CIbstRMark,   sprm::CFData,
-                               sprm::CSymbol,      sprm::CFOle2,       sprm::CFSpec,
-                               sprm::CFObj,        sprm::CObjLocation, sprm::CIbstRMarkDel,
-                               sprm::CPropRMark90, sprm::CPropRMark,   revisionTime,
-                               deletionTime,       displayedFieldMark};
 
 template <typename Keeps>
 PropertyListId filtered(PropertyLists& lists, PropertyListId id, const Keeps& keeps) {
@@ -34,7 +22,8 @@ PropertyListId filtered(PropertyLists& lists, PropertyListId id, const Keeps& ke
 } // namespace
 
 bool isLook(SprmOpcode opcode) {
-    return std::find(substance.begin(), substance.end(), opcode) == substance.end();
+    const SprmKind kind = factsOf(opcode).kind;
+    return kind != SprmKind::substance && kind != SprmKind::revision;
 }
 
 PropertyListId looksOnly(PropertyLists& lists, PropertyListId id) {

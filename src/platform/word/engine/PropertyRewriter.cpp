@@ -2,95 +2,13 @@
 
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/SprmFacts.h"
 
 #include <algorithm>
 
 namespace qvnd::word {
 
 namespace {
-
-// What an operand names, and where in the operand the name stands.
-enum class Reference {
-    none,
-    font,
-    characterStyle,
-    paragraphStyle,
-    tableStyle,
-    list,
-    blob,
-    object,
-    author,
-    levelFonts, // OLST: nine ANLV with a font each
-    elsewhere,  // into something that does not travel: the entry is dropped
-};
-
-struct ReferencePlace {
-    Reference kind = Reference::none;
-    std::size_t at = 0;
-};
-
-ReferencePlace placeOfCharacter(SprmOpcode opcode) {
-    switch (opcode) {
-    case sprm::CRgFtc0:
-    case sprm::CRgFtc1:
-    case sprm::CRgFtc2:
-    case sprm::CFtcBi:
-    case sprm::CFtc:
-    case sprm::CSymbol:
-        return {Reference::font, 0};
-    case sprm::CIstd:
-        return {Reference::characterStyle, 0};
-    case sprm::CPicLocation:
-        return {Reference::blob, 0};
-    case sprm::CIbstRMark:
-    case sprm::CIbstRMarkDel:
-        return {Reference::author, 0};
-    case sprm::CPropRMark90:
-    case sprm::CPropRMark:
-    case sprm::CDispFldRMark:
-        return {Reference::author, 2}; // behind the length and a flag
-    case sprm::CObjLocation:
-        return {Reference::object, 0};
-    case sprm::CPbiIBullet:
-    case sprm::CPbiGrf:
-    case sprm::CIstdPermute:
-        return {Reference::elsewhere, 0};
-    default:
-        return {};
-    }
-}
-
-ReferencePlace placeOfOther(SprmOpcode opcode) {
-    switch (opcode) {
-    case sprm::PIstd:
-        return {Reference::paragraphStyle, 0};
-    case sprm::TIstd:
-        return {Reference::tableStyle, 0};
-    case sprm::PIlfo:
-        return {Reference::list, 0};
-    case sprm::PNumRM:
-        return {Reference::author, 3}; // ibstNumRM of NumRM
-    case sprm::PPropRMark90:
-    case sprm::PPropRMark:
-    case sprm::SPropRMark90:
-    case sprm::SPropRMark:
-    case sprm::TPropRMark:
-        return {Reference::author, 2};
-    case sprm::PAnld80:
-        return {Reference::font, 7}; // ftc of the ANLV, behind the length
-    case sprm::SOlstAnm80:
-        return {Reference::levelFonts, 0};
-    case sprm::PIstdPermute:
-        return {Reference::elsewhere, 0};
-    default:
-        return {};
-    }
-}
-
-ReferencePlace placeOf(SprmOpcode opcode) {
-    return groupOf(opcode) == SprmGroup::character ? placeOfCharacter(opcode)
-                                                   : placeOfOther(opcode);
-}
 
 std::uint16_t u16At(ByteView bytes, std::size_t at) {
     return static_cast<std::uint16_t>(bytes[at] | (bytes[at + 1] << 8));
@@ -138,33 +56,34 @@ bool translateLevelFonts(Bytes& operand, ImportReferences& references) {
 }
 
 // False when the entry means nothing in the target.
-bool translate(Bytes& operand, ReferencePlace place, ImportReferences& references) {
-    switch (place.kind) {
-    case Reference::none:
+bool translate(Bytes& operand, const SprmFacts& facts, ImportReferences& references) {
+    switch (facts.target) {
+    case SprmTarget::none:
+    case SprmTarget::dataStream: // the reader has put the list itself in its place
         return true;
-    case Reference::font:
-        return translate16(operand, place.at,
+    case SprmTarget::font:
+        return translate16(operand, facts.targetAt,
                            [&](std::uint16_t ftc) { return references.font(ftc); });
-    case Reference::characterStyle:
+    case SprmTarget::characterStyle:
         return translateStyle(operand, StyleKind::character, references);
-    case Reference::paragraphStyle:
+    case SprmTarget::paragraphStyle:
         return translateStyle(operand, StyleKind::paragraph, references);
-    case Reference::tableStyle:
+    case SprmTarget::tableStyle:
         return translateStyle(operand, StyleKind::table, references);
-    case Reference::list:
-        return translate16(operand, place.at, [&](std::uint16_t ilfo) {
+    case SprmTarget::list:
+        return translate16(operand, facts.targetAt, [&](std::uint16_t ilfo) {
             return std::optional(references.list(ilfo));
         });
-    case Reference::author:
-        return translate16(operand, place.at,
+    case SprmTarget::author:
+        return translate16(operand, facts.targetAt,
                            [&](std::uint16_t index) { return references.author(index); });
-    case Reference::blob:
+    case SprmTarget::blob:
         return translate32(operand, [&](std::uint32_t index) { return references.blob(index); });
-    case Reference::object:
+    case SprmTarget::object:
         return translate32(operand, [&](std::uint32_t index) { return references.object(index); });
-    case Reference::levelFonts:
+    case SprmTarget::levelFonts:
         return translateLevelFonts(operand, references);
-    case Reference::elsewhere:
+    case SprmTarget::elsewhere:
         return false;
     }
     return true;
@@ -197,12 +116,11 @@ PropertyListId PropertyRewriter::rewrite(ByteView list) {
     Bytes result;
     result.reserve(list.size());
     for (const SprmView& entry : parsed.sprms) {
-        const ReferencePlace place = placeOf(entry.opcode);
         if (!object && marksObject(entry.opcode)) {
             continue;
         }
         Bytes operand(entry.operand.begin(), entry.operand.end());
-        if (translate(operand, place, references_)) {
+        if (translate(operand, factsOf(entry.opcode), references_)) {
             result.insert(result.end(), entry.whole.begin(), entry.whole.begin() + 2);
             result.insert(result.end(), operand.begin(), operand.end());
         }

@@ -12,9 +12,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr SprmOpcode paragraphWall = 0x2664; // sprmPWall
-constexpr SprmOpcode characterWall = 0x2A83; // sprmCWall
-
 void append(Bytes& list, ByteView part) { list.insert(list.end(), part.begin(), part.end()); }
 
 // Says what holds without the entries: the default in every spelling that they use.
@@ -177,7 +174,7 @@ StyleDifference::Entries StyleDifference::entriesUnder(const ParsedSprms& direct
             }
         }
     }
-    if (contains(direct, paragraphWall) || contains(direct, characterWall)) {
+    if (contains(direct, sprm::PWall) || contains(direct, sprm::CWall)) {
         return entries; // what stood before the tracked change leans on the style as well
     }
     if (const auto level = joinedLevel(direct, levels)) {

@@ -2,6 +2,7 @@
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/SprmFacts.h"
 
 #include <algorithm>
 
@@ -40,40 +41,31 @@ public:
         : where_(where), evidence_(evidence), findings_(findings) {}
 
     void check(const SprmView& entry) {
-        switch (entry.opcode) {
-        case sprm::CRgFtc0:
-        case sprm::CRgFtc1:
-        case sprm::CRgFtc2:
-        case sprm::CFtcBi:
-            below("sprm.font", operandOf(entry), evidence_.fonts, u"字体");
+        const SprmFacts facts = factsOf(entry.opcode);
+        switch (facts.target) {
+        case SprmTarget::font:
+            font(entry, facts);
             break;
-        case sprm::CIbstRMark:
-        case sprm::CIbstRMarkDel:
-            below("sprm.author", operandOf(entry), evidence_.authors, u"修订者");
+        case SprmTarget::author:
+            author(entry, facts);
             break;
-        case sprm::CPropRMark90:
-        case sprm::CPropRMark:
-        case sprm::PPropRMark90:
-        case sprm::PPropRMark:
-            propertyRevision(entry);
-            break;
-        case sprm::CIstd:
+        case SprmTarget::characterStyle:
             style(operandOf(entry), StyleKind::character);
             break;
-        case sprm::PIstd:
+        case SprmTarget::paragraphStyle:
             style(operandOf(entry), StyleKind::paragraph);
             break;
-        case sprm::TIstd:
+        case SprmTarget::tableStyle:
             style(operandOf(entry), StyleKind::table);
             break;
-        case sprm::PIlfo:
+        case SprmTarget::list:
             list(operandOf(entry));
-            break;
-        case sprm::PIlvl:
-            level(operandOf(entry));
             break;
         default:
             break;
+        }
+        if (entry.opcode == sprm::PIlvl) {
+            level(operandOf(entry));
         }
     }
 
@@ -84,10 +76,19 @@ private:
         }
     }
 
-    void propertyRevision(const SprmView& entry) {
-        constexpr std::size_t authorAt = 2; // cb, fPropRMark, ibstshort
-        if (entry.operand.size() >= authorAt + 2 && entry.operand[1] != 0) {
-            below("sprm.author", entry.operand[authorAt] | (entry.operand[authorAt + 1] << 8),
+    // Fonts of Word 6 numbering (ANLV) are looked at by no program.
+    void font(const SprmView& entry, const SprmFacts& facts) {
+        if (facts.targetAt == 0) {
+            below("sprm.font", operandOf(entry) & 0xFFFF, evidence_.fonts, u"字体");
+        }
+    }
+
+    // Behind the length and a flag: an author counts where the flag says that there is a change.
+    void author(const SprmView& entry, const SprmFacts& facts) {
+        const std::size_t at = facts.targetAt;
+        const bool there = at == 0 || entry.operand[1] != 0;
+        if (entry.operand.size() >= at + 2 && there) {
+            below("sprm.author", entry.operand[at] | (entry.operand[at + 1] << 8),
                   evidence_.authors, u"修订者");
         }
     }

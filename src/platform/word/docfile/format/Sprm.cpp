@@ -1,8 +1,7 @@
 #include "platform/word/docfile/format/Sprm.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
-
-#include <array>
+#include "platform/word/docfile/format/SprmFacts.h"
 
 namespace qvnd::word {
 
@@ -49,9 +48,8 @@ Bytes littleEndian(std::uint32_t value, std::size_t size) {
 } // namespace
 
 std::optional<std::size_t> operandSize(SprmOpcode opcode, ByteView rest) {
-    constexpr std::array<std::size_t, 8> fixed{1, 1, 2, 4, 2, 2, 0, 3};
-    const unsigned spra = opcode >> 13;
-    const auto size = spra == 6 ? variableSize(opcode, rest) : std::optional(fixed[spra]);
+    const auto fixed = fixedOperandSize(opcode);
+    const auto size = fixed ? fixed : variableSize(opcode, rest);
     return size && *size <= rest.size() ? size : std::nullopt;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/SprmFacts.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "platform/word/docfile/text/PieceTable.h"
 
@@ -77,9 +78,7 @@ bool changesStyle(const SprmView& entry, StyleIndex& style) {
     }
 }
 
-bool refersToData(SprmOpcode opcode) {
-    return opcode == sprm::PHugePapx || opcode == sprm::PHugePapx97 || opcode == sprm::PTableProps;
-}
+bool refersToData(SprmOpcode opcode) { return factsOf(opcode).target == SprmTarget::dataStream; }
 
 std::uint64_t key(PropertyListId list, std::uint16_t modifier, StyleIndex style = 0) {
     return (std::uint64_t{static_cast<std::uint32_t>(list)} << 32) |
