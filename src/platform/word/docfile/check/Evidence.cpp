@@ -15,19 +15,15 @@ ByteView Evidence::at(FibPair pair) const {
     return ByteView(table).subspan(place.fc, place.lcb);
 }
 
-std::array<Cp, partCount> Evidence::partLengths() const {
-    return {fib.ccp.text,     fib.ccp.footnotes, fib.ccp.headers,   fib.ccp.macros,
-            fib.ccp.comments, fib.ccp.endnotes,  fib.ccp.textBoxes, fib.ccp.headerTextBoxes};
+std::array<Cp, textParts.size()> Evidence::partLengths() const {
+    std::array<Cp, textParts.size()> lengths{};
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        lengths[i] = lengthOf(textParts[i].part, fib.ccp);
+    }
+    return lengths;
 }
 
-Cp Evidence::partBegin(Part part) const {
-    const auto lengths = partLengths();
-    Cp begin = 0;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(part); ++i) {
-        begin += lengths[i];
-    }
-    return begin;
-}
+Cp Evidence::partBegin(TextPart part) const { return static_cast<Cp>(startOf(part, fib.ccp)); }
 
 const TextPiece* Evidence::pieceOf(Cp cp) const {
     const auto behind = std::upper_bound(pieces.begin(), pieces.end(), cp,
@@ -65,14 +61,12 @@ const FormatRun* runAt(const std::vector<FormatRun>& runs, std::uint32_t fc) {
 }
 
 std::u16string placeOf(const Evidence& evidence, Cp cp) {
-    static constexpr std::array<const char16_t*, partCount> names{
-        u"正文", u"脚注", u"页眉页脚", u"宏", u"批注", u"尾注", u"文本框", u"页眉文本框"};
-    const auto lengths = evidence.partLengths();
-    for (std::size_t i = 0; i < partCount; ++i) {
-        if (cp < lengths[i]) {
-            return std::u16string(names[i]) + u"第 " + digits(std::int64_t{cp} + 1) + u" 个字符";
+    for (const TextPartFacts& part : textParts) {
+        const Cp length = lengthOf(part.part, evidence.fib.ccp);
+        if (cp < length) {
+            return std::u16string(part.name) + u"第 " + digits(std::int64_t{cp} + 1) + u" 个字符";
         }
-        cp -= lengths[i];
+        cp -= length;
     }
     return u"文末之后第 " + digits(std::int64_t{cp} + 1) + u" 个字符";
 }

@@ -3,7 +3,7 @@
 #include "platform/word/docfile/container/Bytes.h"
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/docfile/document/Story.h"
-#include "platform/word/docfile/format/Fib.h"
+#include "platform/word/docfile/format/TextParts.h"
 
 #include <array>
 #include <optional>
@@ -11,19 +11,6 @@
 #include <vector>
 
 namespace qvnd::word {
-
-// The parts of a document in the order in which they follow each other in the text.
-enum class Part : std::uint8_t {
-    text,
-    footnotes,
-    headers,
-    macros,
-    comments,
-    endnotes,
-    textBoxes,
-    headerTextBoxes
-};
-inline constexpr std::size_t partCount = 8;
 
 // Where a stretch of text lies (Pcd).
 struct TextPiece {
@@ -87,8 +74,8 @@ struct Evidence {
 
     // Empty when the FIB's place lies outside of the table stream.
     ByteView at(FibPair pair) const;
-    std::array<Cp, partCount> partLengths() const;
-    Cp partBegin(Part part) const;
+    std::array<Cp, textParts.size()> partLengths() const;
+    Cp partBegin(TextPart part) const;
     // Nothing when no piece holds `cp`.
     std::optional<std::uint32_t> fcOf(Cp cp) const;
     const TextPiece* pieceOf(Cp cp) const;

@@ -3,7 +3,7 @@
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
-#include <array>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -13,26 +13,13 @@ constexpr char16_t begin = 0x13;
 constexpr char16_t separator = 0x14;
 constexpr char16_t end = 0x15;
 
-struct FieldTable {
-    Part part;
-    FibPair pair;
-};
-constexpr std::array<FieldTable, 8> tables{{{Part::text, FibPair::PlcfFldMom},
-                                            {Part::footnotes, FibPair::PlcfFldFtn},
-                                            {Part::headers, FibPair::PlcfFldHdr},
-                                            {Part::macros, FibPair::PlcfFldMcr},
-                                            {Part::comments, FibPair::PlcfFldAtn},
-                                            {Part::endnotes, FibPair::PlcfFldEdn},
-                                            {Part::textBoxes, FibPair::PlcfFldTxbx},
-                                            {Part::headerTextBoxes, FibPair::PlcffldHdrTxbx}}};
-
 // The fields of one part: marks in the text, marks in the table, their balance.
 class PartFields {
 public:
-    PartFields(const FieldTable& table, const Evidence& evidence, Findings& findings)
-        : evidence_(evidence), findings_(findings), from_(evidence.partBegin(table.part)),
-          length_(evidence.partLengths()[static_cast<std::size_t>(table.part)]),
-          marks_(decodePlc(evidence.at(table.pair), 2)) {}
+    PartFields(const TextPartFacts& part, const Evidence& evidence, Findings& findings)
+        : evidence_(evidence), findings_(findings), from_(evidence.partBegin(part.part)),
+          length_(lengthOf(part.part, evidence.fib.ccp)),
+          marks_(decodePlc(evidence.at(part.fields), 2)) {}
 
     void check() {
         checkTable();
@@ -115,8 +102,8 @@ void checkFields(const Evidence& evidence, Findings& findings) {
     if (evidence.text.empty()) {
         return;
     }
-    for (const FieldTable& table : tables) {
-        PartFields(table, evidence, findings).check();
+    for (const TextPartFacts& part : textParts) {
+        PartFields(part, evidence, findings).check();
     }
 }
 

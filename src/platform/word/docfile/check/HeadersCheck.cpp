@@ -12,7 +12,7 @@ constexpr std::size_t perSection = 6;
 
 // Every story that is there ends in a paragraph mark.
 void checkStories(const Plc& stories, const Evidence& evidence, Findings& findings) {
-    const Cp from = evidence.partBegin(Part::headers);
+    const Cp from = evidence.partBegin(TextPart::headers);
     for (std::size_t i = 0; i + 1 < stories.count(); ++i) {
         const Cp begin = stories.positions[i];
         const Cp end = stories.positions[i + 1];

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/format/Fib.h"
 
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/TextParts.h"
 
 #include <algorithm>
 
@@ -89,7 +90,10 @@ void takeLongs(Fib& fib, const std::vector<std::uint32_t>& longs) {
         return value > 0x7FFFFFFF ? 0 : value;
     };
     fib.cbMac = at(0);
-    fib.ccp = {at(3), at(4), at(5), at(6), at(7), at(8), at(9), at(10)};
+    constexpr std::size_t firstPart = 3; // ccpText
+    for (const TextPartFacts& part : textParts) {
+        fib.ccp.*part.length = at(firstPart + static_cast<std::size_t>(part.part));
+    }
 }
 
 void readVariableParts(Fib& fib, LittleEndianReader& reader) {
@@ -135,8 +139,7 @@ void writeBase(const Fib& fib, LittleEndianWriter& out) {
 } // namespace
 
 std::uint64_t PartLengths::sideTotal() const {
-    return std::uint64_t{footnotes} + headers + macros + comments + endnotes + textBoxes +
-           headerTextBoxes;
+    return startOf(TextPart::headerTextBoxes, *this) + headerTextBoxes - text;
 }
 
 FcLcb Fib::at(FibPair pair) const {
@@ -185,10 +188,8 @@ Bytes encodeFib(const Fib& fib) {
     out.u16(longsOfRgLw97);
     out.u32(fib.cbMac);
     out.zeros(8);
-    for (const std::uint32_t length :
-         {fib.ccp.text, fib.ccp.footnotes, fib.ccp.headers, fib.ccp.macros, fib.ccp.comments,
-          fib.ccp.endnotes, fib.ccp.textBoxes, fib.ccp.headerTextBoxes}) {
-        out.u32(length);
+    for (const TextPartFacts& part : textParts) {
+        out.u32(fib.ccp.*part.length);
     }
     out.zeros(4 * (longsOfRgLw97 - 11));
 

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/TextParts.h"
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/pictures/FloatingPictures.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
@@ -81,6 +82,23 @@ private:
         return std::min(document_.fib.ccp.text, lengthOf(pieces));
     }
 
+    std::vector<FieldMark> fieldsOf(TextPart part) const {
+        return decodeFields(document_.part(factsOf(part).fields));
+    }
+
+    struct PartPlace {
+        Cp start = 0;
+        Cp length = 0;
+    };
+
+    // What of the part there is in the text.
+    PartPlace placeOf(TextPart part) const {
+        const PartLengths& ccp = document_.fib.ccp;
+        const auto start =
+            static_cast<Cp>(std::min<std::uint64_t>(startOf(part, ccp), text_.size()));
+        return {start, std::min(word::lengthOf(part, ccp), text_.size() - start)};
+    }
+
     std::vector<Cp> sectionEnds() const {
         std::vector<Cp> ends;
         Cp end = 0;
@@ -111,7 +129,7 @@ private:
         if (text_.size() < length || document_.fib.ccp.text > length) {
             data_.remarks.emplace_back(u"正文不完整，只读出了文件中存在的部分。");
         }
-        data_.main = story(0, length, decodeFields(document_.part(FibPair::PlcfFldMom)));
+        data_.main = story(0, length, fieldsOf(TextPart::main));
         joinSectionsWithoutBreak();
         for (const SectionPlace& place : places_) {
             data_.sections.push_back({place.length, sectionProperties(place)});
@@ -167,15 +185,12 @@ private:
 
     void readHeaders() {
         data_.headers.resize(data_.sections.size());
-        const PartLengths& ccp = document_.fib.ccp;
-        const auto start = static_cast<Cp>(
-            std::min<std::uint64_t>(std::uint64_t{ccp.text} + ccp.footnotes, text_.size()));
-        const Cp length = std::min(ccp.headers, text_.size() - start);
+        const auto [start, length] = placeOf(TextPart::headers);
         const std::size_t most = places_.back().number + 1;
         int damage = 0;
         const auto headers = decodeHeaders(document_.part(FibPair::PlcfHdd), length, most, &damage);
         remarkOn(data_.remarks, damage, u" 处页眉或页脚已损坏，未能读出。");
-        const auto fields = decodeFields(document_.part(FibPair::PlcfFldHdr));
+        const auto fields = fieldsOf(TextPart::headers);
         for (std::size_t i = 0; i < places_.size(); ++i) {
             if (places_[i].number < headers.size()) {
                 data_.headers[i] = headerSet(headers[places_[i].number], start, fields);
@@ -222,14 +237,10 @@ private:
     }
 
     void readTextBoxes(const Drawings& drawings) {
-        const PartLengths& ccp = document_.fib.ccp;
-        const std::uint64_t wanted = std::uint64_t{ccp.text} + ccp.footnotes + ccp.headers +
-                                     ccp.macros + ccp.comments + ccp.endnotes;
-        const auto start = static_cast<Cp>(std::min<std::uint64_t>(wanted, text_.size()));
-        const Cp length = std::min(ccp.textBoxes, text_.size() - start);
+        const auto [start, length] = placeOf(TextPart::textBoxes);
         const TextBoxTables tables{document_.part(FibPair::PlcftxbxTxt),
                                    document_.part(FibPair::PlcSpaMom)};
-        const auto fields = decodeFields(document_.part(FibPair::PlcfFldTxbx));
+        const auto fields = fieldsOf(TextPart::textBoxes);
         for (const TextBoxPlace& place : readTextBoxPlaces(tables, drawings, length)) {
             if (place.at < data_.main.size()) {
                 std::vector<FieldMark> own;

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/reader/SideContents.h"
 
 #include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/TextParts.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
 
 #include <algorithm>
@@ -9,8 +10,12 @@ namespace qvnd::word {
 
 namespace {
 
-int elements(const OpenedDocument& document, FibPair pair, std::size_t dataSize) {
-    return static_cast<int>(decodePlc(document.part(pair), dataSize).count());
+// How many anchors stand for texts of the part.
+int references(const OpenedDocument& document, TextPart part) {
+    const auto& table = factsOf(part).references;
+    return table
+               ? static_cast<int>(decodePlc(document.part(table->pair), table->elementSize).count())
+               : 0;
 }
 
 // An embedded object is a storage of its own in the storage ObjectPool.
@@ -28,12 +33,12 @@ bool isMacroStorage(const CompoundFile::Entry& entry) {
 
 SideContents countSideContents(const OpenedDocument& document, const Drawings& drawings) {
     SideContents side;
-    side.footnotes = elements(document, FibPair::PlcffndRef, 2);
-    side.endnotes = elements(document, FibPair::PlcfendRef, 2);
-    side.comments = elements(document, FibPair::PlcfandRef, 30);
+    side.footnotes = references(document, TextPart::footnotes);
+    side.endnotes = references(document, TextPart::endnotes);
+    side.comments = references(document, TextPart::comments);
     side.textBoxes = countTextBoxes(document.part(FibPair::PlcftxbxTxt));
     side.headerTextBoxes = countTextBoxes(document.part(FibPair::PlcfHdrtxbxTxt));
-    side.drawings = elements(document, FibPair::PlcSpaMom, 26);
+    side.drawings = references(document, TextPart::textBoxes);
     side.textFrames = countTextFrames(document.part(FibPair::PlcSpaMom), drawings);
     side.embeddedObjects = static_cast<int>(
         std::count_if(document.entries.begin(), document.entries.end(), isEmbeddedObject));
