@@ -49,6 +49,8 @@ struct Index {
     bool Unique = false;
     QStringList Fields;
 
+    bool IsUnique() const { return Unique || Primary; }
+
     friend bool operator==(const Index&, const Index&) = default;
 };
 

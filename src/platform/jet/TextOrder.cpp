@@ -2,7 +2,10 @@
 
 #include <QChar>
 
+#include <algorithm>
 #include <cstdint>
+#include <unordered_map>
+#include <vector>
 
 namespace qvnd::jet {
 
@@ -23,7 +26,55 @@ char32_t codePoint(std::string_view text, std::size_t& at) {
     return c;
 }
 
-char32_t folded(char32_t c) { return QChar::toCaseFolded(c); }
+constexpr char32_t behindAscii = 0x80;
+
+// The Kelvin sign and the long s, which fold to k and s, stay themselves: so the indexes of the
+// file, which fold ASCII letters alone, agree with us on every text that has no other letters.
+char32_t folded(char32_t c) {
+    const char32_t f = QChar::toCaseFolded(c);
+    return c >= behindAscii && f < behindAscii ? c : f;
+}
+
+// Chinese, Japanese and Korean characters have no case; to know that spares most look-ups.
+bool mayHaveCase(char32_t c) {
+    const bool isCaseless =
+        (c >= 0x2E80 && c < 0xA640) || (c >= 0xAC00 && c < 0xD800) || (c >= 0xF900 && c < 0xFB00);
+    return c >= behindAscii && !isCaseless;
+}
+
+using Letters = std::vector<char32_t>;
+
+// Letters beyond ASCII that are equal to each other, by the letter that they fold to.
+std::unordered_map<char32_t, Letters> lettersByFolding() {
+    constexpr char32_t behindLastLetter = 0x1F000;
+    std::unordered_map<char32_t, Letters> letters;
+    for (char32_t c = behindAscii; c < behindLastLetter; ++c) {
+        if (const char32_t f = folded(c); f != c) {
+            Letters& equal = letters[f];
+            if (equal.empty()) {
+                equal.push_back(f);
+            }
+            equal.push_back(c);
+        }
+    }
+    return letters;
+}
+
+// The letter itself first.
+Letters equalLetters(char32_t c) {
+    static const std::unordered_map<char32_t, Letters> letters = lettersByFolding();
+    const auto found = letters.find(folded(c));
+    Letters equal = found == letters.end() ? Letters{c} : found->second;
+    std::iter_swap(equal.begin(), std::find(equal.begin(), equal.end(), c));
+    return equal;
+}
+
+void append(QStringList& texts, char32_t letter) {
+    const QString text = QString::fromUcs4(&letter, 1);
+    for (QString& each : texts) {
+        each += text;
+    }
+}
 
 } // namespace
 
@@ -47,6 +98,28 @@ int compareText(std::string_view a, std::string_view b) {
         }
     }
     return static_cast<int>(i < a.size()) - static_cast<int>(j < b.size());
+}
+
+std::optional<QStringList> spellings(const QString& text, qsizetype atMost) {
+    const auto caseless = [](QChar c) { return !mayHaveCase(c.unicode()); };
+    if (std::all_of(text.begin(), text.end(), caseless)) {
+        return QStringList{text};
+    }
+    QStringList texts{QString()};
+    for (const char32_t c : text.toUcs4()) {
+        const QStringList before = texts;
+        texts.clear();
+        for (const char32_t letter : mayHaveCase(c) ? equalLetters(c) : Letters{c}) {
+            QStringList continued = before;
+            append(continued, letter);
+            texts += continued;
+        }
+        if (texts.size() > atMost) {
+            return std::nullopt;
+        }
+    }
+    // A lone surrogate has no place in UTF-8, nor in the list.
+    return texts.front() == text ? std::optional(texts) : std::nullopt;
 }
 
 int positionOf(QStringView part, QStringView text) {

@@ -315,8 +315,10 @@ qint64 pageWith(const QByteArray& file, const QString& text) {
 }
 
 TEST_F(RowsInARow, ARowThatCannotBeReadFailsInItsTurnAndNotBefore) {
-    const auto nameOf = [](int i) {
-        return QStringLiteral("名称之%1号").arg(i, 3, 10, QChar(u'0'));
+    // Long texts go on in pages of their own, of which the one with this in it is not the last.
+    const auto markOf = [](int i) { return QStringLiteral("第 %1 号").arg(i); };
+    const auto nameOf = [&](int i) {
+        return QString(2000, u'长') + markOf(i) + QString(4000, u'长');
     };
     rows_->MoveFirst();
     for (int i = 0; i < 200; ++i) {
@@ -330,10 +332,8 @@ TEST_F(RowsInARow, ARowThatCannotBeReadFailsInItsTurnAndNotBefore) {
     db_->Close();
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-    const QByteArray bytes = file.readAll();
-    const qint64 bad = pageWith(bytes, nameOf(150));
+    const qint64 bad = pageWith(file.readAll(), markOf(150));
     ASSERT_GT(bad, 0);
-    ASSERT_NE(bad, pageWith(bytes, nameOf(100)));
     file.seek(bad);
     file.write(QByteArray(8, '\xff'));
     file.close();
@@ -347,8 +347,7 @@ TEST_F(RowsInARow, ARowThatCannotBeReadFailsInItsTurnAndNotBefore) {
         read += failure == 0 ? 1 : 0;
     }
     EXPECT_NE(failure, 0);
-    EXPECT_EQ(pageWith(bytes, nameOf(read)), bad);
-    EXPECT_NE(pageWith(bytes, nameOf(read - 1)), bad);
+    EXPECT_EQ(read, 150);
 }
 
 TEST_F(Recordsets, AValueTwiceInAUniqueIndexIs3022AndTheRowStaysInHand) {

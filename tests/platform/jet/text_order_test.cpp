@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 namespace qvnd::jet {
 
 namespace {
@@ -39,6 +41,44 @@ TEST(TextOrder, ChineseCharactersThatShareBytesAreToldApart) {
     EXPECT_NE(order(u"一", u"丁"), 0);
     EXPECT_EQ(order(u"一", u"丁") < 0, order(u"丁", u"一") > 0);
     EXPECT_NE(order(u"𠀀", u"𠀁"), 0);
+}
+
+TEST(TextOrder, NoLetterBeyondAsciiEqualsAnAsciiLetter) {
+    EXPECT_NE(order(u"\u212A", u"k"), 0); // Kelvin
+    EXPECT_NE(order(u"\u017F", u"s"), 0); // long s
+}
+
+TEST(TextOrder, EverySpellingOfALetterIsEqualToItAndNoneIsMissing) {
+    std::map<char32_t, int> equal; // how many letters beyond ASCII fold to this one
+    for (char32_t c = 0x80; c <= 0x10FFFF; ++c) {
+        if (!QChar::isSurrogate(c)) {
+            const char32_t f = QChar::toCaseFolded(c);
+            ++equal[f < 0x80 ? c : f];
+        }
+    }
+    for (char32_t c = 0x80; c <= 0x10FFFF; ++c) {
+        const char32_t f = QChar::toCaseFolded(c);
+        const int expected = QChar::isSurrogate(c) ? 1 : equal[f < 0x80 ? c : f];
+        if (expected < 2) {
+            continue;
+        }
+        const QString letter = QString::fromUcs4(&c, 1);
+        const auto all = spellings(letter, 10);
+        ASSERT_TRUE(all);
+        EXPECT_EQ(all->size(), expected) << std::hex << static_cast<std::uint32_t>(c);
+        EXPECT_EQ(all->front(), letter);
+        for (const QString& spelling : *all) {
+            EXPECT_EQ(order(spelling, letter), 0);
+        }
+    }
+}
+
+TEST(TextOrder, ATextHasTheSpellingsOfItsLettersBeyondAscii) {
+    EXPECT_EQ(spellings(u"滨江工程.1 Abc"_qs, 1), QStringList{u"滨江工程.1 Abc"_qs});
+    EXPECT_EQ(spellings(u"xＡ栋"_qs, 2), (QStringList{u"xＡ栋"_qs, u"xａ栋"_qs}));
+    EXPECT_EQ(spellings(u"ÄÖ"_qs, 4)->size(), 4);
+    EXPECT_EQ(spellings(u"ÄÖ"_qs, 3), std::nullopt);
+    EXPECT_EQ(spellings(QString(), 1), QStringList{QString()});
 }
 
 TEST(TextOrder, PositionsCountFromOneWithoutCase) {

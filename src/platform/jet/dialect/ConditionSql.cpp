@@ -4,6 +4,7 @@
 #include "platform/jet/Failure.h"
 #include "platform/jet/TextOrder.h"
 #include "platform/jet/TextPattern.h"
+#include "platform/jet/file/SameText.h"
 
 namespace qvnd::jet {
 
@@ -76,7 +77,7 @@ private:
         if (position < 0) {
             failUnknownParameter(name);
         }
-        result_.Sql += StoredTable::ColumnName(position);
+        result_.Sql += table_.ColumnName(position);
         return kindOf(table_.Definition.Fields[static_cast<std::size_t>(position)].Type);
     }
 
@@ -86,7 +87,28 @@ private:
         return kindOf(value);
     }
 
+    // A text field that is to have a text given in words; an index can answer that. False for
+    // anything else.
+    bool WriteSameText(const Expression& field, const Expression& text) {
+        const bool isPair = field.Kind == ExpressionKind::Field &&
+                            text.Kind == ExpressionKind::Literal && text.Content.IsText();
+        const int position = isPair ? table_.PositionOf(field.Name) : -1;
+        if (position < 0 ||
+            !table_.Definition.Fields[static_cast<std::size_t>(position)].IsText()) {
+            return false;
+        }
+        result_.Sql +=
+            sameTextSql(table_.ColumnName(position), text.Content.ToText(), result_.Parameters);
+        return true;
+    }
+
     Kind WriteComparison(const Expression& expression) {
+        const Expression& first = expression.Parts[0];
+        const Expression& second = expression.Parts[1];
+        if (expression.Name == u"=" &&
+            (WriteSameText(first, second) || WriteSameText(second, first))) {
+            return Kind::Truth;
+        }
         result_.Sql += '(';
         const Kind left = Write(expression.Parts[0]);
         result_.Sql += expression.Name.toLatin1();
@@ -195,9 +217,11 @@ QByteArray translatedOrder(const std::vector<OrderItem>& order, const StoredTabl
         if (position < 0) {
             failUnknownParameter(item.Field);
         }
-        sql += StoredTable::ColumnName(position) + (item.Descending ? " DESC," : " ASC,");
+        const bool isText = table.Definition.Fields[static_cast<std::size_t>(position)].IsText();
+        sql += table.ColumnName(position) + (isText ? " COLLATE JET" : "") +
+               (item.Descending ? " DESC," : " ASC,");
     }
-    return sql + "rid";
+    return sql + "rowid";
 }
 
 } // namespace qvnd::jet

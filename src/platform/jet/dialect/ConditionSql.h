@@ -6,7 +6,7 @@
 namespace qvnd::jet {
 
 // A condition as SQLite understands it. Every value of the statement is a parameter, and every
-// name a column's number, so nothing that stands in a statement can break out of it.
+// name that of a column of the table, quoted, so nothing in a statement can break out of it.
 struct ConditionSql {
     QByteArray Sql;
     std::vector<Value> Parameters;

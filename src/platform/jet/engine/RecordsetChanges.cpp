@@ -2,6 +2,7 @@
 
 #include "platform/jet/Failure.h"
 #include "platform/jet/FieldConversion.h"
+#include "platform/jet/file/SameText.h"
 
 namespace qvnd::jet {
 
@@ -116,6 +117,7 @@ void RecordsetState::WriteNewRow(StoredTable& table) {
     if (numbered >= 0) {
         handRow_[static_cast<std::size_t>(numbered)] = Value(table.NextNumber());
     }
+    refuseSameTexts(File().Sql(), table, handRow_);
     Statement& statement =
         File().Sql().Prepared("INSERT INTO " + table.TableName() + "(" + table.AllColumns() +
                               ") VALUES(" + placesFor(handRow_.size()) + ")");
@@ -135,15 +137,16 @@ void RecordsetState::ChangeRow() {
     for (std::size_t i = 0; i < handSet_.size(); ++i) {
         if (handSet_[i]) {
             const int column = static_cast<int>(i);
-            changes << StoredTable::ColumnName(column) + "=?" + QByteArray::number(column + 2);
+            changes << Table().ColumnName(column) + "=?" + QByteArray::number(column + 2);
         }
     }
     if (changes.isEmpty()) {
         return;
     }
     SingleChange change(file, session_->Workspace().StaysPending());
+    refuseSameTexts(file.Sql(), Table(), handRow_, rows_[Current()]);
     Statement statement(file.Sql(), "UPDATE " + Table().TableName() + " SET " + changes.join(',') +
-                                        " WHERE rid=?1");
+                                        " WHERE rowid=?1");
     statement.Bind(1, rows_[Current()]);
     for (std::size_t i = 0; i < handSet_.size(); ++i) {
         if (handSet_[i]) {
@@ -163,7 +166,7 @@ void RecordsetState::Delete() {
     const std::int64_t row = rows_[Current()];
     inHand_ = InHand::Nothing;
     SingleChange change(file, session_->Workspace().StaysPending());
-    Statement statement(file.Sql(), "DELETE FROM " + Table().TableName() + " WHERE rid=?1");
+    Statement statement(file.Sql(), "DELETE FROM " + Table().TableName() + " WHERE rowid=?1");
     statement.Bind(1, row);
     statement.Run();
     if (file.Sql().Changes() == 0) {

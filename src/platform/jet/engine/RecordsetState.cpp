@@ -90,7 +90,7 @@ void RecordsetState::Load() {
 std::vector<std::int64_t> RecordsetState::RowsWhere(const std::optional<Expression>& where) const {
     const StoredTable& table = Table();
     const ConditionSql condition = translatedWhere(where, table);
-    Statement statement(File().Sql(), "SELECT rid FROM " + table.TableName() + condition.Sql +
+    Statement statement(File().Sql(), "SELECT rowid FROM " + table.TableName() + condition.Sql +
                                           translatedOrder(query_.Order, table));
     condition.BindTo(statement);
     std::vector<std::int64_t> rows;
@@ -212,7 +212,7 @@ bool RecordsetState::ReadNext(std::vector<Value>& row, std::int64_t number) cons
 bool RecordsetState::ReadInto(std::vector<Value>& row, std::int64_t number) const {
     const StoredTable& table = Table();
     Statement& statement = File().Sql().Prepared("SELECT " + table.AllColumns() + " FROM " +
-                                                 table.TableName() + " WHERE rid=?1");
+                                                 table.TableName() + " WHERE rowid=?1");
     statement.Reset();
     statement.Bind(1, number);
     const bool isThere = statement.Step();

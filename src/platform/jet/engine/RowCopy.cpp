@@ -4,6 +4,7 @@
 #include "platform/jet/Failure.h"
 #include "platform/jet/FieldConversion.h"
 #include "platform/jet/dialect/ConditionSql.h"
+#include "platform/jet/file/SameText.h"
 
 namespace qvnd::jet {
 
@@ -71,7 +72,7 @@ QByteArray selectSql(const std::vector<int>& positions, const Query& query,
                      const StoredTable& source, ConditionSql& condition) {
     QByteArrayList columns;
     for (const int position : positions) {
-        columns << StoredTable::ColumnName(position);
+        columns << source.ColumnName(position);
     }
     condition = translatedWhere(query.Where, source);
     return "SELECT " + columns.join(',') + " FROM " + source.TableName() + condition.Sql +
@@ -91,7 +92,7 @@ QByteArray insertSql(const StoredTable& target) {
 QByteArray keptApart(const QByteArray& select, const StoredTable& source, const StoredTable& target,
                      bool sameFile) {
     return sameFile && source.Id == target.Id
-               ? "WITH rows AS MATERIALIZED (" + select + ") SELECT * FROM rows"
+               ? "WITH jet_rows AS MATERIALIZED (" + select + ") SELECT * FROM jet_rows"
                : select;
 }
 
@@ -100,27 +101,42 @@ class Carrier {
 public:
     Carrier(std::vector<Passage> passages, StoredTable& target, Statement& reader,
             Statement& writer)
-        : passages_(std::move(passages)), target_(target), reader_(reader), writer_(writer) {}
-
-    void CarryRow() {
-        for (std::size_t i = 0; i < passages_.size(); ++i) {
-            CarryField(static_cast<int>(i) + 1, passages_[i]);
+        : passages_(std::move(passages)), target_(target), reader_(reader), writer_(writer),
+          row_(passages_.size()), isCompared_(passages_.size()) {
+        for (const std::vector<int>& positions : target.UniqueTexts()) {
+            for (const int position : positions) {
+                isCompared_[static_cast<std::size_t>(position)] = true;
+            }
         }
+    }
+
+    void CarryRow(Connection& targetFile) {
+        for (std::size_t i = 0; i < passages_.size(); ++i) {
+            CarryField(i, passages_[i]);
+        }
+        refuseSameTexts(targetFile, target_, row_);
         writer_.Run();
     }
 
 private:
-    void CarryField(int position, const Passage& passage) {
+    void CarryField(std::size_t field, const Passage& passage) {
+        const int position = static_cast<int>(field) + 1;
         if (passage.To->IsAutoIncrement()) {
             CarryNumber(position, passage);
-        } else if (passage.SourceColumn < 0) {
-            writer_.Bind(position, defaultOf(*passage.To));
-        } else if (passage.Unchanged) {
+        } else if (passage.Unchanged && !isCompared_[field]) {
             writer_.BindColumn(position, reader_, passage.SourceColumn);
         } else {
-            const Value value = reader_.Read(passage.SourceColumn, passage.From->Type);
-            writer_.Bind(position, convertedFor(*passage.To, value));
+            row_[field] = ValueFor(passage);
+            writer_.Bind(position, row_[field]);
         }
+    }
+
+    Value ValueFor(const Passage& passage) const {
+        if (passage.SourceColumn < 0) {
+            return defaultOf(*passage.To);
+        }
+        const Value value = reader_.Read(passage.SourceColumn, passage.From->Type);
+        return passage.Unchanged ? value : convertedFor(*passage.To, value);
     }
 
     void CarryNumber(int position, const Passage& passage) {
@@ -128,6 +144,7 @@ private:
         const std::int32_t number =
             given ? reader_.Read(passage.SourceColumn, passage.From->Type).ToLong()
                   : target_.NextNumber();
+        row_[static_cast<std::size_t>(position - 1)] = Value(number);
         writer_.Bind(position, std::int64_t{number});
         target_.Reach(number);
     }
@@ -136,6 +153,8 @@ private:
     StoredTable& target_;
     Statement& reader_;
     Statement& writer_;
+    std::vector<Value> row_;       // by position, the values of the unique indexes
+    std::vector<bool> isCompared_; // is a field of such an index
 };
 
 } // namespace
@@ -161,7 +180,7 @@ void copyRows(StoreFile& sourceFile, const Query& query, StoreFile& targetFile,
     Statement writer(targetFile.Sql(), insertSql(target));
     Carrier carrier(passages(positions, source, target), target, reader, writer);
     while (reader.Step()) {
-        carrier.CarryRow();
+        carrier.CarryRow(targetFile.Sql());
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/jet/Failure.h"
 #include "platform/jet/TextOrder.h"
+#include "platform/jet/file/SqlNames.h"
 #include "platform/jet/file/TableCreation.h"
 
 #include <algorithm>
@@ -12,9 +13,10 @@ namespace qvnd::jet {
 namespace {
 
 constexpr std::int64_t applicationId = 0x51564E44; // "QVND"
-constexpr std::int64_t arrangement = 1;
 
-QByteArray tableId(std::int64_t id) { return QByteArray::number(static_cast<qlonglong>(id)); }
+QByteArray textOf(std::int64_t number) {
+    return QByteArray::number(static_cast<qlonglong>(number));
+}
 
 std::vector<Field> loadFields(Connection& connection, std::int64_t table) {
     Statement statement(connection, "SELECT name,type,size,attributes,zero_length,default_value "
@@ -62,7 +64,32 @@ std::vector<Index> loadIndexes(Connection& connection, std::int64_t table) {
     return indexes;
 }
 
+std::vector<std::vector<int>> uniqueTextsOf(const StoredTable& table) {
+    std::vector<std::vector<int>> found;
+    for (const Index& index : table.Definition.Indexes) {
+        std::vector<int> positions;
+        bool hasText = false;
+        for (const QString& name : index.Fields) {
+            positions.push_back(table.PositionOf(name));
+            hasText = hasText || table.Definition.FieldNamed(name).IsText();
+        }
+        if (index.IsUnique() && hasText) {
+            found.push_back(std::move(positions));
+        }
+    }
+    return found;
+}
+
 } // namespace
+
+StoredTable::StoredTable(std::int64_t id, TableDef definition)
+    : Id(id), Definition(std::move(definition)), tableName_(sqlTableName(Definition.Name)) {
+    for (const Field& field : Definition.Fields) {
+        columnNames_ << sqlColumnName(field.Name);
+    }
+    allColumns_ = columnNames_.join(',');
+    uniqueTexts_ = uniqueTextsOf(*this);
+}
 
 int StoredTable::PositionOf(QStringView field) const {
     const Field* found = Definition.FindField(field);
@@ -76,12 +103,17 @@ int StoredTable::AutoIncrementPosition() const {
                                             : static_cast<int>(found - Definition.Fields.begin());
 }
 
-QByteArray StoredTable::AllColumns() const {
-    QByteArrayList columns;
-    for (int i = 0; i < static_cast<int>(Definition.Fields.size()); ++i) {
-        columns << ColumnName(i);
-    }
-    return columns.join(',');
+int StoredTable::RowIdPosition() const {
+    const auto& indexes = Definition.Indexes;
+    const bool isRowId = std::any_of(indexes.begin(), indexes.end(),
+                                     [&](const Index& index) { return IsRowId(index); });
+    return isRowId ? AutoIncrementPosition() : -1;
+}
+
+bool StoredTable::IsRowId(const Index& index) const {
+    const int numbered = AutoIncrementPosition();
+    return numbered >= 0 && index.IsUnique() && index.Fields.size() == 1 &&
+           PositionOf(index.Fields.front()) == numbered;
 }
 
 std::int32_t StoredTable::NextNumber() const {
@@ -98,10 +130,14 @@ void StoredTable::Reach(std::int32_t number) {
     }
 }
 
+void Catalogue::CreateTableList(Connection& connection) {
+    connection.Run("CREATE TABLE jet_tables(id INTEGER PRIMARY KEY AUTOINCREMENT, "
+                   "name TEXT NOT NULL UNIQUE, last_number INTEGER NOT NULL DEFAULT 0)");
+}
+
 void Catalogue::Create(Connection& connection, const QString& locale) {
+    CreateTableList(connection);
     connection.Run("CREATE TABLE jet_info(name TEXT PRIMARY KEY, value TEXT);"
-                   "CREATE TABLE jet_tables(id INTEGER PRIMARY KEY AUTOINCREMENT, "
-                   "name TEXT NOT NULL UNIQUE COLLATE JET, last_number INTEGER NOT NULL DEFAULT 0);"
                    "CREATE TABLE jet_fields(table_id INTEGER, position INTEGER, name TEXT NOT NULL,"
                    "type INTEGER NOT NULL, size INTEGER NOT NULL, attributes INTEGER NOT NULL,"
                    "zero_length INTEGER NOT NULL, default_value TEXT, "
@@ -112,30 +148,38 @@ void Catalogue::Create(Connection& connection, const QString& locale) {
                    "CREATE TABLE jet_index_fields(table_id INTEGER, index_position INTEGER, "
                    "position INTEGER, field_position INTEGER NOT NULL, "
                    "PRIMARY KEY(table_id, index_position, position));");
-    connection.Run("PRAGMA application_id=" + tableId(applicationId));
-    connection.Run("PRAGMA user_version=" + tableId(arrangement));
+    connection.Run("PRAGMA application_id=" + textOf(applicationId));
+    connection.Run("PRAGMA user_version=" + textOf(Arrangement));
     Statement info(connection, "INSERT INTO jet_info(name,value) VALUES('locale',?1)");
     info.Bind(1, Value(locale));
     info.Run();
 }
 
-void Catalogue::Load(Connection& connection) {
-    if (connection.NumberOf("PRAGMA application_id") != applicationId ||
-        connection.NumberOf("PRAGMA user_version") != arrangement) {
-        failUnrecognizedFormat(connection.Path());
-    }
+std::int64_t Catalogue::ArrangementOf(Connection& connection) {
+    return connection.NumberOf("PRAGMA application_id") == applicationId
+               ? connection.NumberOf("PRAGMA user_version")
+               : -1;
+}
+
+std::vector<StoredTable> Catalogue::TablesIn(Connection& connection) {
     std::vector<StoredTable> tables;
     Statement statement(connection, "SELECT id,name,last_number FROM jet_tables ORDER BY id");
     while (statement.Step()) {
-        StoredTable table;
-        table.Id = statement.Number(0);
-        table.Definition.Name = statement.Text(1);
-        table.LastNumber = static_cast<std::int32_t>(statement.Number(2));
-        table.Definition.Fields = loadFields(connection, table.Id);
-        table.Definition.Indexes = loadIndexes(connection, table.Id);
-        tables.push_back(std::move(table));
+        const std::int64_t id = statement.Number(0);
+        TableDef definition(statement.Text(1));
+        definition.Fields = loadFields(connection, id);
+        definition.Indexes = loadIndexes(connection, id);
+        tables.emplace_back(id, std::move(definition));
+        tables.back().LastNumber = static_cast<std::int32_t>(statement.Number(2));
     }
-    tables_ = std::move(tables);
+    return tables;
+}
+
+void Catalogue::Load(Connection& connection) {
+    if (ArrangementOf(connection) != Arrangement) {
+        failUnrecognizedFormat(connection.Path());
+    }
+    tables_ = TablesIn(connection);
 }
 
 StoredTable* Catalogue::Find(QStringView name) {
@@ -156,8 +200,7 @@ StoredTable& Catalogue::Add(Connection& connection, const TableDef& definition) 
     if (Find(definition.Name) != nullptr) {
         failTableExists(definition.Name);
     }
-    StoredTable table;
-    table.Definition = definition;
+    StoredTable table(0, definition);
     createTable(connection, table);
     tables_.push_back(std::move(table));
     return tables_.back();
@@ -167,9 +210,9 @@ void Catalogue::Remove(Connection& connection, std::int64_t id) {
     const StoredTable* table = Find(id);
     connection.Run("DROP TABLE " + table->TableName());
     for (const char* part : {"jet_index_fields", "jet_indexes", "jet_fields"}) {
-        connection.Run(QByteArray("DELETE FROM ") + part + " WHERE table_id=" + tableId(id));
+        connection.Run(QByteArray("DELETE FROM ") + part + " WHERE table_id=" + textOf(id));
     }
-    connection.Run("DELETE FROM jet_tables WHERE id=" + tableId(id));
+    connection.Run("DELETE FROM jet_tables WHERE id=" + textOf(id));
     tables_.erase(tables_.begin() + (table - tables_.data()));
 }
 

@@ -10,29 +10,49 @@
 
 namespace qvnd::jet {
 
-// One table as the file keeps it. Its rows stand in an SQLite table named after its number, "t7",
-// in columns named after their positions, "f0", "f1"; so no name that a user gives ever meets the
-// names of SQLite. The column "rid" numbers the rows in the order in which they came.
+// One table as the file keeps it: an SQLite table of its own name, with its fields as columns of
+// their own names (see SqlNames.h for the few exceptions).
+//
+// "rowid" numbers the rows in their order. It is the auto-increment field where a unique index
+// lies on that field alone, and a column of its own, behind the others, everywhere else.
 struct StoredTable {
-    std::int64_t Id = 0;
+    StoredTable(std::int64_t id, TableDef definition);
+
+    std::int64_t Id;
     TableDef Definition;
     std::int32_t LastNumber = 0; // the last number that the auto-increment field gave
     bool NumberChanged = false;  // LastNumber is ahead of the file
 
-    QByteArray TableName() const { return "t" + QByteArray::number(static_cast<qlonglong>(Id)); }
-    static QByteArray ColumnName(int position) { return "f" + QByteArray::number(position); }
+    // Names as SQL statements have them.
+    const QByteArray& TableName() const { return tableName_; }
+    const QByteArray& ColumnName(int position) const { return columnNames_.at(position); }
+    // Of all fields, joined by commas.
+    const QByteArray& AllColumns() const { return allColumns_; }
+
     // Position of a field, or of the auto-increment field; -1 when there is none.
     int PositionOf(QStringView field) const;
     int AutoIncrementPosition() const;
-    // "f0,f1,f2"
-    QByteArray AllColumns() const;
+    // Position of the field that is "rowid"; -1 when that is a column of its own.
+    int RowIdPosition() const;
+    // A unique index on that field is the table itself, without an index of SQLite's.
+    bool IsRowId(const Index& index) const;
+    // The positions of the fields of each unique index that has a text among them.
+    const std::vector<std::vector<int>>& UniqueTexts() const { return uniqueTexts_; }
+
     // The number behind LastNumber; error 6 when there is none.
     std::int32_t NextNumber() const;
     // Takes note of a number that a row bears in the auto-increment field.
     void Reach(std::int32_t number);
+
+private:
+    QByteArray tableName_;
+    QByteArrayList columnNames_;
+    QByteArray allColumns_;
+    std::vector<std::vector<int>> uniqueTexts_;
 };
 
-// The definitions of all tables of one file. They are kept in the file itself:
+// The definitions of all tables of one file. What SQLite has no place for is kept in tables of the
+// file itself:
 //
 //   jet_info(name, value)                                           "locale"
 //   jet_tables(id, name, last_number)
@@ -44,6 +64,14 @@ struct StoredTable {
 class Catalogue {
 public:
     static void Create(Connection& connection, const QString& locale);
+
+    // What user_version says of a file in this arrangement; -1 for a file that is none of ours.
+    static constexpr std::int64_t Arrangement = 2;
+    static std::int64_t ArrangementOf(Connection& connection);
+    // The tables that a file lists, in the order of creation.
+    static std::vector<StoredTable> TablesIn(Connection& connection);
+    // Makes jet_tables.
+    static void CreateTableList(Connection& connection);
 
     // Error 3343 when the file is none of ours.
     void Load(Connection& connection);

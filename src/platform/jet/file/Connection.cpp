@@ -52,6 +52,9 @@ Connection::Connection(const QString& path, Mode mode)
                            (mode == Mode::create ? SQLITE_OPEN_CREATE : 0)) {
     sqlite3_busy_timeout(handle_, patience);
     registerTextFunctions(handle_);
+    // A name in double quotes that names nothing is an error, never a text.
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     // A rollback journal is gone at each commit, so the file alone is the database whenever nothing
     // is being written; full synchronisation keeps a commit through a power failure as well.
     Run("PRAGMA journal_mode=DELETE");

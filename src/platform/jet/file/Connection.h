@@ -52,7 +52,8 @@ private:
     sqlite3_stmt* statement_ = nullptr;
 };
 
-// One SQLite connection, with the collation and the functions of the dialect.
+// One SQLite connection, with the collation and the functions of the dialect. They serve our
+// queries alone: nothing in the file refers to them.
 class Connection {
 public:
     // Opens an existing file for reading and writing, or makes one. A journal that a killed

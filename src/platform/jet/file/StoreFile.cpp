@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/Failure.h"
+#include "platform/jet/file/FirstArrangement.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,6 +52,7 @@ void createFile(const QString& path, const QString& locale) {
 } // namespace
 
 StoreFile::StoreFile(const QString& path) : connection_(path, Connection::Mode::existing) {
+    bringOverFirstArrangement(connection_);
     seenVersion_ = connection_.NumberOf("PRAGMA data_version");
     catalogue_.Load(connection_);
     ClearAway();

@@ -2,6 +2,8 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/Failure.h"
+#include "platform/jet/TextOrder.h"
+#include "platform/jet/file/SqlNames.h"
 
 #include <algorithm>
 
@@ -62,7 +64,7 @@ QByteArray columnType(FieldType type) {
     case FieldType::Memo:
         break;
     }
-    return "TEXT COLLATE JET";
+    return "TEXT";
 }
 
 void enterTable(Connection& connection, StoredTable& table) {
@@ -108,27 +110,54 @@ void enterIndex(Connection& connection, const StoredTable& table, int number) {
     }
 }
 
-void makeRows(Connection& connection, const StoredTable& table) {
-    QByteArray sql = "CREATE TABLE " + table.TableName() + "(rid INTEGER PRIMARY KEY AUTOINCREMENT";
-    int position = 0;
-    for (const Field& field : table.Definition.Fields) {
-        sql += "," + StoredTable::ColumnName(position++) + " " + columnType(field.Type);
-    }
-    connection.Run(sql + ")");
+// Two indexes of one name are told apart by their positions.
+QByteArray nameOf(const StoredTable& table, int position) {
+    const auto& indexes = table.Definition.Indexes;
+    const QString& name = indexes[static_cast<std::size_t>(position)].Name;
+    const bool isTaken =
+        std::any_of(indexes.begin(), indexes.begin() + position,
+                    [&](const Index& other) { return sameName(other.Name, name); });
+    return sqlIndexName(table.Definition.Name,
+                        isTaken ? name + '.' + QString::number(position) : name);
 }
 
-void makeIndex(Connection& connection, const StoredTable& table, int number) {
-    const Index& index = table.Definition.Indexes[static_cast<std::size_t>(number)];
+void makeIndex(Connection& connection, const StoredTable& table, int position) {
+    const Index& index = table.Definition.Indexes[static_cast<std::size_t>(position)];
     QByteArrayList columns;
-    for (const QString& field : index.Fields) {
-        columns << StoredTable::ColumnName(table.PositionOf(field));
+    for (const QString& name : index.Fields) {
+        const bool isText = table.Definition.FieldNamed(name).IsText();
+        columns << table.ColumnName(table.PositionOf(name)) + (isText ? " COLLATE NOCASE" : "");
     }
-    const QByteArray name = table.TableName() + "_" + QByteArray::number(number);
-    connection.Run(QByteArray("CREATE ") + (index.Unique || index.Primary ? "UNIQUE " : "") +
-                   "INDEX " + name + " ON " + table.TableName() + "(" + columns.join(',') + ")");
+    connection.Run(QByteArray("CREATE ") + (index.IsUnique() ? "UNIQUE " : "") + "INDEX " +
+                   nameOf(table, position) + " ON " + table.TableName() + "(" + columns.join(',') +
+                   ")");
 }
 
 } // namespace
+
+void makeRows(Connection& connection, const StoredTable& table) {
+    const int rowId = table.RowIdPosition();
+    QByteArrayList columns;
+    int position = 0;
+    for (const Field& field : table.Definition.Fields) {
+        const QByteArray type = position == rowId ? "INTEGER PRIMARY KEY" : columnType(field.Type);
+        columns << table.ColumnName(position++) + " " + type;
+    }
+    if (rowId < 0) {
+        columns << "rowid INTEGER PRIMARY KEY AUTOINCREMENT";
+    }
+    connection.Run("CREATE TABLE " + table.TableName() + "(" + columns.join(',') + ")");
+}
+
+void makeIndexes(Connection& connection, const StoredTable& table) {
+    int position = 0;
+    for (const Index& index : table.Definition.Indexes) {
+        if (!table.IsRowId(index)) {
+            makeIndex(connection, table, position);
+        }
+        ++position;
+    }
+}
 
 void checkDefinition(const TableDef& definition) {
     checkName(definition.Name);
@@ -142,8 +171,8 @@ void createTable(Connection& connection, StoredTable& table) {
     makeRows(connection, table);
     for (int i = 0; i < static_cast<int>(table.Definition.Indexes.size()); ++i) {
         enterIndex(connection, table, i);
-        makeIndex(connection, table, i);
     }
+    makeIndexes(connection, table);
 }
 
 } // namespace qvnd::jet
