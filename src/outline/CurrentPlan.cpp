@@ -17,23 +17,6 @@ std::optional<QString> currentPlan(jet::Database& db) {
     return current->Eof() ? std::nullopt : std::optional(current->Get(u"名称").TextOrEmpty());
 }
 
-void setCurrentPlan(jet::Database& db, const QString& name) {
-    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
-    if (current->Eof()) {
-        current->AddNew();
-    } else {
-        current->Edit();
-    }
-    current->Set(u"名称", name);
-    current->Update();
-}
-
-void setPlanCommands(Workbench& workbench, bool enabled) {
-    workbench.cmdEdit = enabled;
-    workbench.mnuEdit = enabled;
-    workbench.TbarBid[12] = enabled;
-}
-
 void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash) {
     const QString name = currentPlan(*state.gDbUser).value_or(QString());
     if (!name.isEmpty() && state.gFso->FolderExists(state.gUserTplPath + name)) {
@@ -45,6 +28,25 @@ void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen
 }
 
 } // namespace
+
+void setCurrentPlan(jet::Database& db, const QString& name) {
+    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
+    if (current->Eof()) {
+        current->AddNew();
+    } else if (current->Get(u"名称").TextOrEmpty() == name) {
+        return;
+    } else {
+        current->Edit();
+    }
+    current->Set(u"名称", name);
+    current->Update();
+}
+
+void offerPlanCommands(Workbench& workbench, bool enabled) {
+    workbench.cmdEdit = enabled;
+    workbench.mnuEdit = enabled;
+    workbench.TbarBid[12] = enabled;
+}
 
 void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                           desktop::SplashScreen& splash) {
@@ -71,7 +73,7 @@ void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& 
         adoptTemplateFolders(state, workbench, messages, splash);
         adoptPlanFolders(state, workbench, messages, splash);
         const auto name = currentPlan(*state.gDbUser);
-        setPlanCommands(workbench, name && state.gFso->FolderExists(state.gUserTplPath + *name));
+        offerPlanCommands(workbench, name && state.gFso->FolderExists(state.gUserTplPath + *name));
         if (workbench.TrvCurrent.Count() > 0) {
             workbench.TrvCurrent.Select(&workbench.TrvCurrent.Item(workbench.TrvCurrent.Count()));
         }

@@ -24,6 +24,12 @@ void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxe
 // Brings the outline in the folder of the plan shown in TrvCurrent level with the working one.
 void saveCurrentPlan(modMain& state, const Workbench& workbench);
 
+// Has 当前表 name the plan; nothing is written when it does already. Errors of the store.
+void setCurrentPlan(jet::Database& db, const QString& name);
+
+// Opens or closes the commands that need an open plan.
+void offerPlanCommands(Workbench& workbench, bool enabled);
+
 // A click on a node of TrvTemplate_Us. A root becomes the plan shown in TrvCurrent, after the plan
 // shown so far has been saved to its folder; every other node leaves TrvCurrent as it is. In both
 // cases 当前表 names the node's plan from then on. Errors of the store pass through.

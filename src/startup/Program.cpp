@@ -3,6 +3,8 @@
 #include "outline/CurrentPlan.h"
 #include "platform/error/IgnoringErrors.h"
 
+#include <optional>
+
 namespace qvnd::startup {
 
 Program::Program(registry::Registry& registry, const outline::Services& services)
@@ -26,6 +28,8 @@ void Program::exit() {
         return;
     }
     started_ = false;
+    std::optional<files::TurnScope> turn;
+    ignoringErrors([&] { turn.emplace(state_.Turn.get()); });
     ignoringErrors([&] { outline::saveCurrentPlan(state_, workbench_); });
     closeDatabases();
 }

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/OneCommand.h"
 #include "platform/files/FileSystemObject.h"
+#include "platform/files/WorkSpaceTurn.h"
 #include "platform/jet/DBEngine.h"
 #include "platform/jet/legacy/LegacyDatabase.h"
 #include "store/LegacyTakeover.h"
@@ -50,6 +51,8 @@ struct modMain {
 
     // The user's command that runs, if one does.
     desktop::OneCommand Command;
+    // What keeps the commands of several programs apart; null where no other program can be.
+    std::unique_ptr<files::WorkSpaceTurn> Turn;
 
     // Set by the stop button of the progress dialog, cleared by the stop path of the generation.
     bool StopRequested = false;

@@ -6,13 +6,14 @@
 namespace qvnd::tools {
 
 ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
-    : home_(home),
+    : home_(home), turn_(home),
       registry_(registry::RegistryFile::read(files::withSeparator(home) + "registry.reg")),
       word_(messages),
       program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory()}) {}
 
 bool ProgramRun::start() {
     startup::layOutProgramFolder(home_);
+    turn_.take();
     return program_.start(home_);
 }
 

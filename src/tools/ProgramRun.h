@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/WorkSpaceTurn.h"
 #include "platform/registry/RegistryFile.h"
 #include "startup/Program.h"
 #include "startup/WordProcessor.h"
@@ -10,12 +11,13 @@ namespace qvnd::tools {
 // One run of the program for one command of the tool: the program itself, the services that stand
 // behind it here, and its program folder. A program folder that is not there, or is empty, is
 // first laid out as an installation would: "Sys" with the folders of templates, pictures and
-// custom pages.
+// custom pages. From its start to its end it has the turn at the work space.
 class ProgramRun {
 public:
     ProgramRun(const QString& home, desktop::MessageBoxes& messages);
 
-    // Main and the load of the workbench; false when Main failed, which has told why.
+    // Main and the load of the workbench; false when Main failed, which has told why. Error 3260
+    // when the turn does not come.
     bool start();
     // The orderly exit.
     void exit() { program_.exit(); }
@@ -29,6 +31,7 @@ public:
 
 private:
     QString home_;
+    files::WorkSpaceTurn turn_;
     registry::RegistryFile registry_;
     NoSplash splash_;
     NoEvents events_;

@@ -7,7 +7,7 @@
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/SplitterBar.h"
 #include "outline/windows/WorkbenchToolbar.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 
 #include <QEvent>
 #include <QMdiSubWindow>
@@ -49,7 +49,8 @@ frmBid::frmBid(const Parts& parts, QWidget* parent)
     : QWidget(parent), state_(parts.state), workbench_(parts.workbench), services_(parts.services),
       preview_(parts.fraSee.document()),
       commands_({parts.state, parts.workbench, parts.services, parts.frame, preview_}, *this),
-      menus_(*this), TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
+      others_(parts.state, parts.workbench, parts.services), menus_(*this),
+      TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
     setObjectName(u"frmBid"_s);
     setWindowTitle(u"施工组织方案设计"_s);
     setAccessibleName(windowTitle());
@@ -169,19 +170,49 @@ void frmBid::run(const std::function<void()>& event) {
     runAlone(event);
 }
 
-// Logic tells its failures itself; what is left is told here. Behind the end of the program there
-// is nothing left to work on.
+// Behind the end of the program there is nothing left to work on.
 void frmBid::runAlone(const std::function<void()>& event) {
+    if (state_.gDbUser && state_.Command.run([&] { runInTurn(event); })) {
+        applyCommands();
+    }
+}
+
+// Logic tells its failures itself; what is left is told here. An event whose node another program
+// may have changed does not come to that: the user sees the change first.
+void frmBid::runInTurn(const std::function<void()>& event) {
+    try {
+        const files::TurnScope turn(state_.Turn.get());
+        if (lookAtOthers()) {
+            services_.messages.tell(
+                u"另一个程序改动了方案或模板，现在显示的是改动后的内容。请再操作一次。"_s,
+                desktop::Icon::information, u"提示"_s);
+            return;
+        }
+        event();
+    } catch (const RunTimeError& failure) {
+        services_.messages.tell(QString::fromStdU16String(failure.description()),
+                                desktop::Icon::exclamation, u"提示"_s);
+    }
+}
+
+bool frmBid::lookAtOthers() {
+    const bool hasChanged = others_.look();
+    if (hasChanged) {
+        commands_.openSelected();
+    }
+    return hasChanged;
+}
+
+// Whoever comes back from another program's window finds its changes without being told of them.
+void frmBid::seeOtherPrograms() {
     if (!state_.gDbUser) {
         return;
     }
     const bool hasRun = state_.Command.run([&] {
-        try {
-            event();
-        } catch (const RunTimeError& failure) {
-            services_.messages.tell(QString::fromStdU16String(failure.description()),
-                                    desktop::Icon::exclamation, u"提示"_s);
-        }
+        ignoringErrors([&] {
+            const files::TurnScope turn(state_.Turn.get(), std::chrono::milliseconds(0));
+            lookAtOthers();
+        });
     });
     if (hasRun) {
         applyCommands();
@@ -216,6 +247,8 @@ void frmBid::resizeEvent(QResizeEvent* event) {
 bool frmBid::event(QEvent* event) {
     if (event->type() == QEvent::ParentChange) {
         removeCloseItem();
+    } else if (event->type() == QEvent::WindowActivate) {
+        seeOtherPrograms();
     }
     return QWidget::event(event);
 }

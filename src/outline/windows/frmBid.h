@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/OtherPrograms.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/WorkbenchCommands.h"
 #include "outline/windows/WorkbenchLayout.h"
@@ -71,6 +72,9 @@ private:
     void bind(QAction* action, CommandOfMenu command);
     void run(const std::function<void()>& event);
     void runAlone(const std::function<void()>& event);
+    void runInTurn(const std::function<void()>& event);
+    void seeOtherPrograms();
+    bool lookAtOthers();
 
     void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
     void trvCurrentKeyDown(int code);
@@ -83,6 +87,7 @@ private:
     Services services_;
     preview::DocumentPreview& preview_;
     WorkbenchCommands commands_;
+    OtherPrograms others_;
     WorkbenchMenus menus_;
     WorkbenchLayout layout_;
 

@@ -67,6 +67,8 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& source, OpenAs
         asTable ? RecordsetState::Opened::AsTable : RecordsetState::Opened::AsQuery));
 }
 
+int Database::ForeignChanges() const { return session_->EnterFile().ForeignChanges(); }
+
 void Database::Close() { session_->Close(); }
 
 bool Database::IsOpen() const { return session_->IsOpen(); }

@@ -45,6 +45,10 @@ public:
     // The first row is current. Errors as Execute.
     std::unique_ptr<Recordset> OpenRecordset(const QString& source, OpenAs as = OpenAs::Query);
 
+    // Grows whenever another program has changed the file since the last call on it, so that
+    // whoever shows its rows knows when to read them anew.
+    int ForeignChanges() const;
+
     void Close();
     bool IsOpen() const;
 

@@ -1,6 +1,7 @@
 #include "startup/windows/DesktopRun.h"
 
 #include "outline/windows/frmBid.h"
+#include "platform/error/RunTimeError.h"
 
 namespace qvnd::startup {
 
@@ -9,7 +10,18 @@ DesktopRun::DesktopRun(const DesktopServices& services)
 
 DesktopRun::~DesktopRun() = default;
 
-bool DesktopRun::start(const QString& programFolder) { return program_.start(programFolder); }
+bool DesktopRun::start(const QString& programFolder) {
+    auto& turn = program_.state().Turn;
+    turn = std::make_unique<files::WorkSpaceTurn>(programFolder);
+    try {
+        const files::TurnScope held(turn.get());
+        return program_.start(programFolder);
+    } catch (const RunTimeError& failure) {
+        services_.outline.messages.tell(QString::fromStdU16String(failure.description()),
+                                        desktop::Icon::exclamation, QStringLiteral("提示"));
+        return false;
+    }
+}
 
 void DesktopRun::showMainForm() {
     mainForm_ = std::make_unique<MainForm>(

@@ -212,6 +212,17 @@ TEST_F(Transactions, ARefusedRowInARunLeavesTheOthersStanding) {
     EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 3);
 }
 
+TEST_F(Transactions, ChangesOfAnotherProgramAreCountedAndOwnOnesAreNot) {
+    const int before = a_->ForeignChanges();
+    addRows(*a_, u"T"_qs, {u"own"_qs});
+    EXPECT_EQ(a_->ForeignChanges(), before);
+    DBEngine other;
+    addRows(*other.Workspaces(0).OpenDatabase(a_->Name()), u"T"_qs, {u"theirs"_qs});
+    EXPECT_GT(a_->ForeignChanges(), before);
+    EXPECT_EQ(a_->ForeignChanges(), a_->ForeignChanges());
+    EXPECT_EQ(b_->ForeignChanges(), 0);
+}
+
 TEST_F(Transactions, AFileThatAnotherProgramHoldsIs3260AfterAWhile) {
     DBEngine other;
     const auto theirs = other.Workspaces(0).OpenDatabase(a_->Name());

@@ -118,14 +118,18 @@ StoredTable& StoreFile::TableOf(std::int64_t id) {
     return *table;
 }
 
-void StoreFile::Refresh() {
-    if (IsPending()) {
-        return;
-    }
+void StoreFile::LoadIfChanged() {
     const std::int64_t version = connection_.NumberOf("PRAGMA data_version");
     if (version != seenVersion_) {
         catalogue_.Load(connection_);
         seenVersion_ = version;
+        ++foreignChanges_;
+    }
+}
+
+void StoreFile::Refresh() {
+    if (!IsPending()) {
+        LoadIfChanged();
     }
 }
 
@@ -134,11 +138,7 @@ bool StoreFile::BeginWrite() {
         return false;
     }
     connection_.Prepared("BEGIN IMMEDIATE").Run();
-    const std::int64_t version = connection_.NumberOf("PRAGMA data_version");
-    if (version != seenVersion_) {
-        catalogue_.Load(connection_);
-        seenVersion_ = version;
-    }
+    LoadIfChanged();
     return true;
 }
 

@@ -27,6 +27,8 @@ public:
 
     // Reads the definitions anew if another program has changed the file.
     void Refresh();
+    // How often such a change has been met; one number may stand for several changes.
+    int ForeignChanges() const { return foreignChanges_; }
 
     bool IsPending() const { return connection_.InTransaction(); }
     // Begins a transaction if none is open; true when it did.
@@ -44,10 +46,12 @@ private:
     // Removes the journal of a process that was killed before it had changed the file: reading
     // plays a journal back only when there is something to play back.
     void ClearAway();
+    void LoadIfChanged();
 
     Connection connection_;
     Catalogue catalogue_;
     std::int64_t seenVersion_ = 0;
+    int foreignChanges_ = 0;
 };
 
 // One operation on a file that consists of several statements and is done wholly or not at all.

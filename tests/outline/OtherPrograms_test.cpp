@@ -1,0 +1,114 @@
+#include "outline/OtherPrograms.h"
+
+#include "outline/CurrentPlan.h"
+#include "support/OutlineWorld.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace qvnd;
+using namespace qvnd::test;
+
+namespace {
+
+// A workbench with the plan T open and another program at work on the same databases.
+class OtherPrograms : public testing::Test {
+protected:
+    OtherPrograms() {
+        world.makePlan("T", {{"T", "T"}, {"T.1", "一"}, {"T.2", "二"}});
+        world.makePlan("U", {{"U", "U"}});
+        outline::setCurrentPlan(*world.state.gDbUser, "T");
+        outline::loadWorkbench(world.state, world.workbench, world.messages, world.splash);
+        select("T.2");
+    }
+
+    outline::OutlineTree& tree() { return world.workbench.TrvCurrent; }
+    void select(const QString& key) { tree().Select(&tree().Item(key)); }
+    QString selected() {
+        return tree().SelectedItem() == nullptr ? QString() : tree().SelectedItem()->Key();
+    }
+    // What another program does to the plans' database.
+    void theyDo(const std::function<void(jet::Database&)>& act) {
+        jet::DBEngine theirs;
+        act(*theirs.Workspaces(0).OpenDatabase(world.state.gDbUser->Name()));
+    }
+    void theyAdd(const QString& table, const OutlineRowText& row) {
+        theyDo([&](jet::Database& db) {
+            OutlineWorld::add(*db.OpenRecordset("Select * from [" + table + "]"), row);
+        });
+    }
+    QString currentPlan() {
+        return world.state.gDbUser->OpenRecordset("Select * from 当前表")->Get(u"名称").ToText();
+    }
+
+    OutlineWorld world;
+    outline::OtherPrograms others{world.state, world.workbench, world.services()};
+};
+
+TEST_F(OtherPrograms, ThatChangeNothingLeaveTheTreesAsTheyAre) {
+    const outline::OutlineNode* before = &tree().Item("T.1");
+    EXPECT_FALSE(others.look());
+    world.state.gDbUser->Execute("Delete * from 当前表");
+    EXPECT_FALSE(others.look());
+    EXPECT_EQ(&tree().Item("T.1"), before);
+}
+
+TEST_F(OtherPrograms, ThatAddANodeHaveItShownWithTheSelectionKept) {
+    theyAdd("T", {"T.3", "三"});
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(tree()), (QStringList{"T", "T.1", "T.2", "T.3"}));
+    EXPECT_EQ(selected(), "T.2");
+    EXPECT_FALSE(others.look());
+}
+
+TEST_F(OtherPrograms, ThatRenameANodeHaveItsNameShown) {
+    theyDo([](jet::Database& db) {
+        const auto row = db.OpenRecordset("Select * from T where Key='T.1'");
+        row->Edit();
+        row->Set(u"名称", u"另一个名称");
+        row->Update();
+    });
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(tree().Item("T.1").Text(), "另一个名称");
+}
+
+TEST_F(OtherPrograms, ThatDeleteTheSelectedNodeHaveTheRootSelected) {
+    theyDo([](jet::Database& db) { db.Execute("Delete * from T where Key='T.2'"); });
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(selected(), "T");
+}
+
+TEST_F(OtherPrograms, ThatDeleteTheOpenPlanLeaveTheTreeEmptyAndItsCommandsClosed) {
+    theyDo([](jet::Database& db) {
+        db.TableDefs().Delete("T");
+        db.Execute("Delete * from 遍历表 where 名称='T'");
+    });
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(tree().Count(), 0);
+    EXPECT_FALSE(world.workbench.cmdEdit);
+    EXPECT_FALSE(world.workbench.mnuEdit);
+    EXPECT_EQ(OutlineWorld::shown(world.workbench.TrvTemplate_Us), QStringList{"U"});
+}
+
+TEST_F(OtherPrograms, ThatOpenAnotherPlanDoNotTakeTheOneThatIsShown) {
+    theyDo([](jet::Database& db) { outline::setCurrentPlan(db, "U"); });
+    EXPECT_EQ(currentPlan(), "U");
+    EXPECT_FALSE(others.look());
+    EXPECT_EQ(currentPlan(), "T");
+}
+
+TEST_F(OtherPrograms, ThatMakeAPlanHaveItListed) {
+    theyDo([this](jet::Database& db) {
+        OutlineWorld::makeTable(db, "V", {{"V", "V"}});
+        world.registerName(db, "V");
+    });
+    world.folder.makeFolder("用户模板/V");
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(world.workbench.TrvTemplate_Us),
+              (QStringList{"T", "T.1", "T.2", "U", "V"}));
+    EXPECT_EQ(selected(), "T.2");
+}
+
+} // namespace
