@@ -7,7 +7,7 @@ namespace qvnd::jet {
 // The locale that every database of this program is created with.
 inline constexpr char16_t dbLangGeneral[] = u";LANGID=0x0409;CP=1252;COUNTRY=0";
 
-// The engine: holds the one workspace that exists without being asked for.
+// The engine: owns the default workspace, the only one there is.
 class DBEngine {
 public:
     // The only index is 0; another raises error 3265.

@@ -1,5 +1,6 @@
 #include "platform/jet/Database.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/dialect/Parser.h"
 #include "platform/jet/engine/CommandRunner.h"
@@ -36,12 +37,9 @@ Query queryOf(const QString& source) {
 
 Database::Database(std::shared_ptr<Session> session) : session_(std::move(session)) {}
 
+// On failure the changes stay pending, and the next call on the workspace tries again.
 Database::~Database() {
-    try {
-        Close();
-    } catch (const RunTimeError&) {
-        // A dropped handle has nobody to tell; what is pending is tried again at the next call.
-    }
+    ignoringErrors([this] { Close(); });
 }
 
 QString Database::Name() const {

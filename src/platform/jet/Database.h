@@ -13,8 +13,9 @@ class Session;
 
 enum class OpenAs { Query, Table };
 
-// An open database, one file. Closing or dropping the handle closes it; rows that were written are
-// then in the file, and nothing stands beside it. Several handles on one file share its state.
+// An open database, one file. Close and the destructor commit what was written; behind that no
+// journal is left beside the file. The destructor swallows errors; call Close to see them. Several
+// handles on one file share its state.
 //
 // Operations on a closed handle raise error 3420.
 class Database {

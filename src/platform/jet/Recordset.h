@@ -21,7 +21,7 @@ class RecordsetState;
 class Recordset {
 public:
     explicit Recordset(std::unique_ptr<RecordsetState> state);
-    ~Recordset();
+    ~Recordset(); // as Close, but swallows errors
     Recordset(Recordset&&) noexcept;
     Recordset& operator=(Recordset&&) noexcept;
 

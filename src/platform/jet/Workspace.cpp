@@ -1,5 +1,6 @@
 #include "platform/jet/Workspace.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/engine/Session.h"
 #include "platform/jet/engine/WorkspaceState.h"
 
@@ -19,11 +20,7 @@ std::unique_ptr<Database> handleOn(const std::shared_ptr<WorkspaceState>& state,
 Workspace::Workspace() : state_(std::make_shared<WorkspaceState>()) {}
 
 Workspace::~Workspace() {
-    try {
-        Close();
-    } catch (const RunTimeError&) {
-        // The end of the run has nobody to tell; Close by name reports.
-    }
+    ignoringErrors([this] { Close(); });
 }
 
 std::unique_ptr<Database> Workspace::OpenDatabase(const QString& path) {

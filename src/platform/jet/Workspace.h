@@ -18,7 +18,7 @@ class WorkspaceState;
 class Workspace {
 public:
     Workspace();
-    ~Workspace(); // as Close
+    ~Workspace(); // as Close, but swallows errors
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
 

@@ -1,5 +1,6 @@
 #include "platform/jet/engine/RecordsetState.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/FieldConversion.h"
 #include "platform/jet/file/SameText.h"
@@ -23,11 +24,7 @@ public:
         : file_(file), staysPending_(staysPending), began_(file.BeginWrite()) {}
     ~SingleChange() {
         if (!done_ && began_ && file_.IsPending()) {
-            try {
-                file_.Rollback();
-            } catch (const RunTimeError&) {
-                // The failure that brought us here is the one to report.
-            }
+            ignoringErrors([this] { file_.Rollback(); });
         }
     }
     SingleChange(const SingleChange&) = delete;

@@ -1,5 +1,6 @@
 #include "platform/jet/engine/RecordsetState.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/FieldConversion.h"
 #include "platform/jet/TextOrder.h"
@@ -22,12 +23,9 @@ public:
     explicit ReadLock(Connection& connection) : connection_(connection) {
         connection_.Prepared("BEGIN").Run();
     }
+    // Nothing was written; a failure shows again at the next statement.
     ~ReadLock() {
-        try {
-            connection_.Prepared("ROLLBACK").Run();
-        } catch (const RunTimeError&) {
-            // Nothing was written; the file's next user finds out what it has come to.
-        }
+        ignoringErrors([this] { connection_.Prepared("ROLLBACK").Run(); });
     }
     ReadLock(const ReadLock&) = delete;
     ReadLock& operator=(const ReadLock&) = delete;
@@ -44,13 +42,9 @@ RecordsetState::RecordsetState(std::shared_ptr<Session> session, Query query, Op
     Load();
 }
 
+// On failure the rows stay pending, and the next call on the workspace tries again.
 RecordsetState::~RecordsetState() {
-    try {
-        Close();
-    } catch (const RunTimeError&) {
-        // A dropped recordset has nobody to tell; the rows stay pending and the next call on the
-        // workspace tries again.
-    }
+    ignoringErrors([this] { Close(); });
 }
 
 StoreFile& RecordsetState::File() const {

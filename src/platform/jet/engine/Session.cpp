@@ -1,5 +1,6 @@
 #include "platform/jet/engine/Session.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/Failure.h"
 
 namespace qvnd::jet {
@@ -9,11 +10,7 @@ Session::Session(std::shared_ptr<WorkspaceState> workspace, std::shared_ptr<Stor
     : workspace_(std::move(workspace)), file_(std::move(file)), name_(std::move(name)) {}
 
 Session::~Session() {
-    try {
-        Close();
-    } catch (const RunTimeError&) {
-        // A dropped handle has nobody to tell; Close by name reports.
-    }
+    ignoringErrors([this] { Close(); });
 }
 
 StoreFile& Session::File() const {

@@ -32,7 +32,7 @@ public:
 
     std::shared_ptr<StoreFile> Open(const QString& path);
     std::shared_ptr<StoreFile> Create(const QString& path, const QString& locale);
-    // Gives a file up; the last to do so makes it complete first.
+    // Drops a reference to a file; the last one commits what is pending before it goes.
     static void Release(std::shared_ptr<StoreFile>& file);
 
     void Register(const std::shared_ptr<Session>& session);
@@ -44,8 +44,8 @@ public:
     bool InTransaction() const { return inTransaction_; }
     void Settle();
 
-    // Called before every call that writes, opens or closes: ends a run, and raises what a
-    // settling in the event loop could not report.
+    // Called before every call that writes, opens or closes: ends a run, and raises the failure
+    // that a commit in the event loop has met.
     void Enter();
     // Called before a recordset adds a row: true when the row belongs to the run under way.
     bool EnterAddition(std::uint64_t recordset);
@@ -60,7 +60,7 @@ public:
 
 private:
     std::vector<std::shared_ptr<StoreFile>> LiveFiles();
-    // Has the event loop settle what is left pending when control returns to it.
+    // Posts an event that commits what is pending.
     void PostSettling();
     void SettleFromEventLoop();
 

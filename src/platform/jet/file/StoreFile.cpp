@@ -1,6 +1,6 @@
 #include "platform/jet/file/StoreFile.h"
 
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/file/FirstArrangement.h"
 
@@ -62,11 +62,8 @@ void StoreFile::ClearAway() {
     if (!QFile::exists(connection_.Path() + QStringLiteral("-journal"))) {
         return;
     }
-    try {
-        connection_.WriteMark();
-    } catch (const RunTimeError&) {
-        // Then the journal belongs to another program that is writing just now.
-    }
+    // It fails when the journal belongs to another program that is writing just now.
+    ignoringErrors([this] { connection_.WriteMark(); });
 }
 
 std::unique_ptr<StoreFile> StoreFile::Open(const QString& path) {
@@ -92,13 +89,9 @@ std::unique_ptr<StoreFile> StoreFile::Create(const QString& path, const QString&
 }
 
 StoreFile::~StoreFile() {
+    // On failure SQLite takes the transaction back.
     if (IsPending()) {
-        try {
-            Commit();
-        } catch (const RunTimeError&) {
-            // Whoever drops the last handle without Close has nobody to tell; SQLite takes the
-            // unfinished transaction back.
-        }
+        ignoringErrors([this] { Commit(); });
     }
 }
 
@@ -170,11 +163,7 @@ WriteScope::WriteScope(StoreFile& file, bool staysPending)
 
 WriteScope::~WriteScope() {
     if (!finished_) {
-        try {
-            TakeBack();
-        } catch (const RunTimeError&) {
-            // The failure that brought us here is the one to report.
-        }
+        ignoringErrors([this] { TakeBack(); });
     }
 }
 

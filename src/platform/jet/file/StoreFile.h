@@ -5,8 +5,8 @@
 
 namespace qvnd::jet {
 
-// One database file, open: its connection, its definitions, and whether something is written that
-// is not yet lasting. All handles of a run on the same file share one of these.
+// One open database file: its connection, its definitions, and the transaction that may be open on
+// it. All handles of a run on the same file share one of these.
 class StoreFile {
 public:
     // The errors of Workspace::OpenDatabase.
@@ -33,18 +33,18 @@ public:
     bool IsPending() const { return connection_.InTransaction(); }
     // Begins a transaction if none is open; true when it did.
     bool BeginWrite();
-    // Makes lasting what is pending; on failure it stays pending.
+    // Commits the open transaction; on failure it stays open.
     void Commit();
-    // Takes back everything that is pending.
+    // Rolls the open transaction back.
     void Rollback();
 
-    // Has the file been deleted or replaced behind our back?
+    // True when the file was deleted, or another one stands under its path.
     bool IsGone() const;
 
 private:
     explicit StoreFile(const QString& path);
-    // Removes the journal of a process that was killed before it had changed the file: reading
-    // plays a journal back only when there is something to play back.
+    // Removes the journal of a process that was killed before it had changed the file. SQLite
+    // itself removes a journal only when there is a change to roll back.
     void ClearAway();
     void LoadIfChanged();
 
@@ -54,10 +54,10 @@ private:
     int foreignChanges_ = 0;
 };
 
-// One operation on a file that consists of several statements and is done wholly or not at all.
+// An operation of several statements on one file: all of them take effect, or none.
 class WriteScope {
 public:
-    // With `staysPending` what was done joins the transaction that is open, or opens one.
+    // With `staysPending` the transaction that is open, or is begun here, is left open by Finish.
     WriteScope(StoreFile& file, bool staysPending);
     ~WriteScope(); // takes everything back unless Finish was called
     WriteScope(const WriteScope&) = delete;
