@@ -162,6 +162,24 @@ TEST_F(CompoundFileTest, ADirectoryTreeInACircleIsReadOnce) {
     EXPECT_TRUE(opened().has(u"Large"));
 }
 
+// 10,000 of them once took gigabytes for their paths.
+TEST_F(CompoundFileTest, StoragesNestedTooDeeplyAreLeftOutAndCounted) {
+    std::filesystem::path path;
+    CompoundStore store(folder.createBeside("/y", &path), {});
+    CompoundStore::Stream inner = 0;
+    for (int depth = 0; depth < 500; ++depth) {
+        inner = store.addStorage(inner, u"storage_with_a_long_name", {});
+    }
+    store.append(store.addStream(u"Beside"), counted(5000));
+    store.commit(CompoundStore::Durability::killedProcess);
+    file = folder.bytes(path);
+
+    const CompoundFile read = opened();
+    EXPECT_EQ(read.entries().size(), CompoundFile::deepestStorage + 1);
+    EXPECT_EQ(read.tooDeep(), 1U);
+    EXPECT_EQ(read.stream(u"Beside"), counted(5000));
+}
+
 TEST_F(CompoundFileTest, ADirectoryInACircleIsDamage) {
     setNumber(tableEntry(number(48)), number(48));
     EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged);

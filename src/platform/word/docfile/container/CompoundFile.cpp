@@ -11,6 +11,8 @@ namespace qvnd::word {
 
 namespace {
 
+constexpr std::size_t noFolder = static_cast<std::size_t>(-1);
+
 [[noreturn]] void throwDamaged(const std::string& detail) {
     throw FormatError(FormatError::Kind::damaged, "compound file: " + detail);
 }
@@ -169,6 +171,7 @@ void CompoundFile::readFat(const Header& header) {
     }
 }
 
+// Turns the directory's tree into entries with their paths.
 void CompoundFile::readDirectory(const Header& header) {
     const Bytes directory = chain(header.firstDirectorySector, file_.size(), "the directory");
     std::vector<Node> nodes;
@@ -184,25 +187,37 @@ void CompoundFile::readDirectory(const Header& header) {
 
     std::vector<bool> seen(nodes.size(), false);
     seen[0] = true;
-    std::vector<std::pair<std::uint32_t, std::u16string>> open{{nodes[0].child, u""}};
+    // Names in one storage lie in a tree of their own; `folder` is where in the entries they are.
+    struct Open {
+        std::uint32_t index = 0;
+        std::size_t folder = noFolder;
+        std::size_t depth = 0;
+    };
+    std::vector<Open> open{{nodes[0].child, noFolder, 0}};
     while (!open.empty()) {
-        const auto [index, folder] = std::move(open.back());
+        const auto [index, folder, depth] = open.back();
         open.pop_back();
         if (index >= nodes.size() || seen[index]) {
             continue;
         }
         seen[index] = true;
         const Node& node = nodes[index];
-        open.emplace_back(node.left, folder);
-        open.emplace_back(node.right, folder);
+        open.push_back({node.left, folder, depth});
+        open.push_back({node.right, folder, depth});
         if (node.kind != cfb::kindStorage && node.kind != cfb::kindStream) {
             continue;
         }
         const bool storage = node.kind == cfb::kindStorage;
-        entries_.push_back({folder + node.name, storage, storage ? 0 : node.size, node.classId});
+        if (storage && depth >= deepestStorage) {
+            ++tooDeep_;
+            continue;
+        }
+        std::u16string path =
+            folder == noFolder ? node.name : entries_[folder].path + u"/" + node.name;
+        entries_.push_back({std::move(path), storage, storage ? 0 : node.size, node.classId});
         firstSectors_.push_back(node.firstSector);
         if (storage) {
-            open.emplace_back(node.child, folder + node.name + u"/");
+            open.push_back({node.child, entries_.size() - 1, depth + 1});
         }
     }
 }
@@ -272,12 +287,19 @@ const CompoundFile::Entry* CompoundFile::find(std::u16string_view path) const {
 
 Bytes CompoundFile::stream(std::u16string_view path) const {
     const Entry* entry = find(path);
-    if (entry == nullptr || entry->storage) {
+    if (entry == nullptr) {
         throwDamaged("a stream that is needed is not there");
     }
-    const std::uint32_t first = firstSectors_[static_cast<std::size_t>(entry - entries_.data())];
-    return entry->size < miniCutoff_ ? miniChain(first, entry->size)
-                                     : chain(first, entry->size, "a stream");
+    return stream(*entry);
+}
+
+Bytes CompoundFile::stream(const Entry& entry) const {
+    if (entry.storage) {
+        throwDamaged("a storage stands where a stream is needed");
+    }
+    const std::uint32_t first = firstSectors_[static_cast<std::size_t>(&entry - entries_.data())];
+    return entry.size < miniCutoff_ ? miniChain(first, entry.size)
+                                    : chain(first, entry.size, "a stream");
 }
 
 } // namespace qvnd::word

@@ -21,6 +21,10 @@ using ClassId = std::array<std::uint8_t, 16>;
 // not hide the others.
 class CompoundFile {
 public:
+    // Each level of storages makes the paths of what lies in it longer, so depth is bounded. An
+    // embedded document in an embedded document takes two levels.
+    static constexpr std::size_t deepestStorage = 16;
+
     struct Entry {
         // Names from the root on, joined by '/': "ObjectPool/_1234/\001Ole".
         std::u16string path;
@@ -44,6 +48,8 @@ public:
     // Storages and streams without the root, a storage before what it holds.
     const std::vector<Entry>& entries() const { return entries_; }
     const ClassId& rootClassId() const { return rootClassId_; }
+    // Storages that were left out with all they hold, because they lie deeper than deepestStorage.
+    std::size_t tooDeep() const { return tooDeep_; }
 
     // Paths are compared without regard to case.
     bool has(std::u16string_view path) const { return find(path) != nullptr; }
@@ -52,6 +58,8 @@ public:
     // chain of sectors runs in a circle or out of the file. A chain that ends early gives the
     // bytes that exist.
     Bytes stream(std::u16string_view path) const;
+    // The same for an entry of entries().
+    Bytes stream(const Entry& entry) const;
 
 private:
     struct Node;
@@ -75,6 +83,7 @@ private:
     std::vector<Entry> entries_;
     std::vector<std::uint32_t> firstSectors_; // by entry
     ClassId rootClassId_{};
+    std::size_t tooDeep_ = 0;
     std::uint32_t miniStreamStart_ = 0;
     std::uint64_t miniStreamSize_ = 0;
     mutable std::optional<Bytes> miniStream_;

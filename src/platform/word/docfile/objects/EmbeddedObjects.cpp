@@ -65,7 +65,7 @@ EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
             continue;
         }
         try {
-            Bytes content = entry.storage ? Bytes{} : file.stream(entry.path);
+            Bytes content = entry.storage ? Bytes{} : file.stream(entry);
             object->entries.push_back(
                 {std::u16string(place->path), entry.storage, entry.classId, std::move(content)});
         } catch (const FormatError&) {

@@ -68,6 +68,10 @@ OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
     document.table = tableStream(file, document.fib, remarks);
     document.data = optionalStream(file, dataStream, remarks);
     document.entries = file.entries();
+    if (file.tooDeep() > 0) {
+        remarks.push_back(u"有 " + digits(static_cast<std::int64_t>(file.tooDeep())) +
+                          u" 个存储嵌套过深，其中的内容未能读出。");
+    }
     int damaged = 0;
     document.objects = readEmbeddedObjects(file, damaged);
     if (damaged > 0) {
