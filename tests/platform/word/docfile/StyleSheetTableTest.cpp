@@ -2,6 +2,7 @@
 
 #include "support/ByteText.h"
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 namespace qvnd::word {
@@ -11,12 +12,13 @@ using test::hex;
 
 class StyleSheetTable : public ::testing::Test {
 protected:
-    StyleSheet sheetOf(std::initializer_list<std::pair<std::size_t, StyleDefinition>> styles) {
+    StyleSheet sheetOf(const std::vector<std::pair<std::size_t, StyleDefinition>>& styles) {
         StyleSheet sheet;
         sheet.styles.resize(20);
         sheet.styles[0] = StyleDefinition{};
         sheet.styles[0]->name = u"Normal";
         for (const auto& [istd, style] : styles) {
+            sheet.styles.resize(std::max(sheet.styles.size(), istd + 1));
             sheet.styles[istd] = style;
         }
         return sheet;
@@ -30,9 +32,9 @@ protected:
     Remarks remarks;
 };
 
-StyleDefinition named(const char16_t* name, StyleKind kind) {
+StyleDefinition named(std::u16string name, StyleKind kind) {
     StyleDefinition style;
-    style.name = name;
+    style.name = std::move(name);
     style.kind = kind;
     return style;
 }
@@ -216,6 +218,41 @@ TEST_F(StyleSheetTable, BaseThatIsMissingOfAnotherKindOrInACircleIsGivenUpAndNam
     EXPECT_EQ(read.styles.at(18)->basedOn, 17);
     ASSERT_EQ(remarks.size(), 3U);
     EXPECT_EQ(remarks[2], u"样式“circle”的基准样式不合规定，不再沿用");
+}
+
+// 4,095 styles, each over the next, took seconds and as many nested calls to bring in.
+TEST_F(StyleSheetTable, NoChainOfBasesIsLongerThan64) {
+    std::vector<std::pair<std::size_t, StyleDefinition>> styles;
+    for (StyleIndex istd = 15; istd < 1000; ++istd) {
+        StyleDefinition style = named(u"s" + digits(istd), StyleKind::paragraph);
+        style.basedOn = istd + 1 < 1000 ? static_cast<StyleIndex>(istd + 1) : StyleIndex{0};
+        styles.emplace_back(istd, style);
+    }
+    const StyleSheet read = throughFile(sheetOf(styles));
+    for (std::size_t istd = 15; istd < 1000; ++istd) {
+        int depth = 1;
+        for (StyleIndex at = read.styles[istd]->basedOn; at != StyleDefinition::none;
+             at = read.styles[at]->basedOn) {
+            ++depth;
+        }
+        ASSERT_LE(depth, 64) << istd;
+    }
+    EXPECT_EQ(read.styles[999]->basedOn, 0);
+    EXPECT_EQ(read.styles[990]->basedOn, 991);
+    EXPECT_EQ(remarks.front(), u"样式“s15”的基准样式不合规定，不再沿用");
+}
+
+// Each of them once tried every number before it.
+TEST_F(StyleSheetTable, ThousandsOfStylesOfOneNameAreToldApartQuickly) {
+    std::vector<std::pair<std::size_t, StyleDefinition>> styles;
+    for (std::size_t istd = 15; istd < 20000; ++istd) {
+        styles.emplace_back(istd, named(u"Body", StyleKind::paragraph));
+    }
+    const auto start = std::chrono::steady_clock::now();
+    const StyleSheet read = throughFile(sheetOf(styles));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_EQ(read.styles[15]->name, u"Body");
+    EXPECT_EQ(read.styles[19999]->name, u"Body 19985");
 }
 
 TEST_F(StyleSheetTable, NextAndLinkedStylesExistAfterwards) {

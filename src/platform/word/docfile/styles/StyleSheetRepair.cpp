@@ -1,14 +1,20 @@
 #include "platform/word/docfile/styles/StyleSheetRepair.h"
 
-#include <set>
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace qvnd::word {
 
 namespace {
 
+// Word itself stops far earlier. What comes to know a style walks over its bases.
+constexpr std::size_t deepestBase = 64;
+
 class Repair {
 public:
-    Repair(StyleSheet& sheet, Remarks& remarks) : sheet_(sheet), remarks_(remarks) {}
+    Repair(StyleSheet& sheet, Remarks& remarks)
+        : sheet_(sheet), remarks_(remarks), depths_(sheet.styles.size()) {}
 
     void run() {
         for (std::size_t istd = 0; istd < sheet_.styles.size(); ++istd) {
@@ -30,23 +36,42 @@ private:
         if (style.name.empty()) {
             style.name = u"样式 " + digits(std::int64_t(istd));
         }
-        const std::u16string wanted = style.name;
-        for (int number = 2; !names_.insert(style.name).second; ++number) {
-            style.name = wanted + u" " + digits(number);
+        const auto [last, isNew] = names_.try_emplace(style.name, 1);
+        if (isNew) {
+            return;
         }
+        // Of many equal names each search begins behind the one before.
+        const std::u16string wanted = style.name;
+        int& number = last->second;
+        do {
+            style.name = wanted + u" " + digits(++number);
+        } while (!names_.try_emplace(style.name, 1).second);
     }
 
-    // Whether the way from `istd` over its bases ends, and with styles of one kind.
-    bool basesAreSound(std::size_t istd) const {
-        std::set<StyleIndex> seen{static_cast<StyleIndex>(istd)};
-        const StyleDefinition* style = at(static_cast<StyleIndex>(istd));
-        while (style->basedOn != StyleDefinition::none) {
-            const StyleDefinition* base = at(style->basedOn);
-            if (base == nullptr || base->kind != style->kind ||
-                !seen.insert(style->basedOn).second) {
+    // Whether the way from `istd` over its bases ends in time, and with styles of one kind. What
+    // is known of a base is not looked at again.
+    bool basesAreSound(std::size_t istd) {
+        std::vector<std::size_t> way;
+        std::size_t at = istd;
+        while (depths_[at] == 0) {
+            way.push_back(at);
+            const StyleDefinition& style = *sheet_.styles[at];
+            if (style.basedOn == StyleDefinition::none) {
+                depths_[at] = 1;
+                way.pop_back();
+                break;
+            }
+            const StyleDefinition* base = this->at(style.basedOn);
+            if (base == nullptr || base->kind != style.kind || way.size() > deepestBase) {
                 return false;
             }
-            style = base;
+            at = style.basedOn;
+        }
+        if (depths_[at] + way.size() > deepestBase) {
+            return false;
+        }
+        for (std::size_t depth = depths_[at]; !way.empty(); way.pop_back()) {
+            depths_[way.back()] = ++depth;
         }
         return true;
     }
@@ -58,6 +83,7 @@ private:
             return;
         }
         style.basedOn = StyleDefinition::none;
+        depths_[istd] = 1;
         remarks_.push_back(u"样式“" + style.name + u"”的基准样式不合规定，不再沿用");
     }
 
@@ -72,7 +98,8 @@ private:
 
     StyleSheet& sheet_;
     Remarks& remarks_;
-    std::set<std::u16string> names_;
+    std::unordered_map<std::u16string, int> names_; // with the last number given behind it
+    std::vector<std::size_t> depths_; // styles from there to the root; 0 while unknown
 };
 
 } // namespace
