@@ -23,22 +23,40 @@ bool linksStyle(const ListDefinition& list) {
                        [](StyleIndex style) { return style != StyleDefinition::none; });
 }
 
-bool same(const ListLevel& one, const ListLevel& other) {
-    return one.head == other.head && one.paragraph == other.paragraph &&
-           one.character == other.character && one.text == other.text;
+bool isPlainBullets(const ListDefinition& list) { return showsBullets(list) && !linksStyle(list); }
+
+// All that shows of a list without numbers: two lists with equal keys may be one.
+Bytes bulletKey(const ListDefinition& list) {
+    LittleEndianWriter key;
+    key.u32(static_cast<std::uint32_t>(list.name.size()));
+    key.text(list.name);
+    key.u8(list.flags);
+    for (const ListLevel& level : list.levels) {
+        key.bytes(level.head);
+        key.u32(static_cast<std::uint32_t>(level.paragraph));
+        key.u32(static_cast<std::uint32_t>(level.character));
+        key.u32(static_cast<std::uint32_t>(level.text.size()));
+        key.text(level.text);
+    }
+    return key.take();
 }
 
-bool sameBullets(const ListDefinition& one, const ListDefinition& other) {
-    return one.name == other.name && one.flags == other.flags && !linksStyle(one) &&
-           std::equal(one.levels.begin(), one.levels.end(), other.levels.begin(),
-                      other.levels.end(), same);
+using DefinitionsByNumber = std::unordered_map<std::int32_t, const ListDefinition*>;
+
+DefinitionsByNumber byNumber(const std::vector<ListDefinition>& definitions) {
+    DefinitionsByNumber result;
+    for (const ListDefinition& definition : definitions) {
+        result.try_emplace(definition.lsid, &definition);
+    }
+    return result;
 }
 
 } // namespace
 
 ListImport::ListImport(DocumentTables& target, const DocumentTables& source,
                        PropertyRewriter& rewriter)
-    : target_(target), source_(source), rewriter_(rewriter), known_(source.listOverrides.size()) {}
+    : target_(target), source_(source), rewriter_(rewriter), known_(source.listOverrides.size()),
+      sourceDefinitions_(byNumber(source.listDefinitions)) {}
 
 std::uint16_t ListImport::list(std::uint16_t ilfo) {
     const std::uint16_t index = listIndexOf(ilfo);
@@ -59,9 +77,8 @@ std::uint16_t ListImport::list(std::uint16_t ilfo) {
 }
 
 const ListDefinition* ListImport::sourceDefinition(std::int32_t lsid) const {
-    const auto found = std::find_if(source_.listDefinitions.begin(), source_.listDefinitions.end(),
-                                    [&](const ListDefinition& list) { return list.lsid == lsid; });
-    return found != source_.listDefinitions.end() ? &*found : nullptr;
+    const auto found = sourceDefinitions_.find(lsid);
+    return found != sourceDefinitions_.end() ? found->second : nullptr;
 }
 
 std::uint16_t ListImport::bring(const ListOverride& list) {
@@ -81,7 +98,8 @@ std::uint16_t ListImport::bring(const ListOverride& list) {
             level.level = rewritten(*level.level);
         }
     }
-    if (list.levels.empty() && showsBullets(*definition) && !linksStyle(*definition)) {
+    const bool bullets = list.levels.empty() && isPlainBullets(*definition);
+    if (bullets) {
         if (const auto shared = sharedBullets(*definition)) {
             return *shared;
         }
@@ -96,6 +114,9 @@ std::uint16_t ListImport::bring(const ListOverride& list) {
     if (list.levels.empty()) {
         plain_[list.lsid] = index;
     }
+    if (bullets) {
+        bullets_->try_emplace(bulletKey(inTarget(*definition)), index);
+    }
     return index;
 }
 
@@ -106,38 +127,44 @@ ListLevel ListImport::rewritten(const ListLevel& level) {
     return result;
 }
 
-std::optional<std::uint16_t> ListImport::sharedBullets(const ListDefinition& definition) const {
-    ListDefinition wanted = definition;
-    for (ListLevel& level : wanted.levels) {
-        level.paragraph = rewriter_.rewritten(level.paragraph);
-        level.character = rewriter_.rewritten(level.character);
+// The definition with its levels in terms of the target.
+ListDefinition ListImport::inTarget(const ListDefinition& definition) {
+    ListDefinition result = definition;
+    for (ListLevel& level : result.levels) {
+        level = rewritten(level);
     }
+    return result;
+}
+
+std::optional<std::uint16_t> ListImport::sharedBullets(const ListDefinition& definition) {
+    if (!bullets_) {
+        indexBullets();
+    }
+    const auto found = bullets_->find(bulletKey(inTarget(definition)));
+    return found != bullets_->end() ? std::optional(found->second) : std::nullopt;
+}
+
+void ListImport::indexBullets() {
+    bullets_.emplace();
+    const DefinitionsByNumber definitions = byNumber(target_.listDefinitions);
     for (std::size_t i = 0; i < target_.listOverrides.size(); ++i) {
         const ListOverride& list = target_.listOverrides[i];
-        if (!list.levels.empty()) {
-            continue;
-        }
-        const auto found =
-            std::find_if(target_.listDefinitions.begin(), target_.listDefinitions.end(),
-                         [&](const ListDefinition& there) { return there.lsid == list.lsid; });
-        if (found != target_.listDefinitions.end() && sameBullets(*found, wanted)) {
-            return static_cast<std::uint16_t>(i + 1);
+        const auto found = definitions.find(list.lsid);
+        if (list.levels.empty() && found != definitions.end() && isPlainBullets(*found->second)) {
+            bullets_->try_emplace(bulletKey(*found->second), static_cast<std::uint16_t>(i + 1));
         }
     }
-    return std::nullopt;
 }
 
 std::int32_t ListImport::bringDefinition(const ListDefinition& definition) {
     if (const auto known = definitions_.find(definition.lsid); known != definitions_.end()) {
         return known->second;
     }
-    ListDefinition list = definition;
-    list.lsid = freshNumber(definition.lsid);
-    definitions_[definition.lsid] = list.lsid;
+    const std::int32_t lsid = freshNumber(definition.lsid);
+    definitions_[definition.lsid] = lsid; // before its levels come, which may name it
+    ListDefinition list = inTarget(definition);
+    list.lsid = lsid;
     list.linkedStyles.fill(StyleDefinition::none);
-    for (ListLevel& level : list.levels) {
-        level = rewritten(level);
-    }
     brought_.push_back({target_.listDefinitions.size(), &definition});
     target_.listDefinitions.push_back(std::move(list));
     return target_.listDefinitions.back().lsid;

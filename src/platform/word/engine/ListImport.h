@@ -7,6 +7,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace qvnd::word {
@@ -36,8 +37,10 @@ private:
 
     std::uint16_t bring(const ListOverride& list);
     std::int32_t bringDefinition(const ListDefinition& definition);
-    std::optional<std::uint16_t> sharedBullets(const ListDefinition& definition) const;
+    std::optional<std::uint16_t> sharedBullets(const ListDefinition& definition);
+    void indexBullets();
     ListLevel rewritten(const ListLevel& level);
+    ListDefinition inTarget(const ListDefinition& definition);
     std::int32_t freshNumber(std::int32_t lsid) const;
     bool isFree(std::int32_t lsid) const;
     const ListDefinition* sourceDefinition(std::int32_t lsid) const;
@@ -48,6 +51,10 @@ private:
     std::vector<std::optional<std::uint16_t>> known_;  // by index of the source's override
     std::map<std::int32_t, std::int32_t> definitions_; // lsid here, lsid there
     std::map<std::int32_t, std::uint16_t> plain_;      // lsid here: override without levels
+    std::unordered_map<std::int32_t, const ListDefinition*> sourceDefinitions_; // by lsid
+    // Lists of the target with nothing but bullets, by all that shows of them; filled when it is
+    // first asked for.
+    std::optional<std::map<Bytes, std::uint16_t>> bullets_;
     std::vector<Brought> brought_;
     int withoutRoom_ = 0;
 };

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/engine/ImportFixture.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <set>
@@ -408,6 +409,23 @@ TEST(ImportedLists, EqualListsOfBulletsAreShared) {
     target.import(source.data);
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
     EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
+}
+
+// Each of them was once held against each that had come before.
+TEST(ImportedLists, ThousandsOfListsOfBulletsComeQuickly) {
+    SourceDocument source;
+    for (int i = 0; i < 2000; ++i) {
+        const std::uint16_t list = source.addList(1000 + i, 23);
+        source.data.tables.listDefinitions.back().levels[0].text =
+            std::u16string(1, static_cast<char16_t>(0x4E00 + i));
+        source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    }
+    ImportTarget target;
+    const auto start = std::chrono::steady_clock::now();
+    target.import(source.data);
+    target.import(source.data);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(target.tables.listOverrides.size(), 2000U);
 }
 
 TEST(ImportedLists, ListsThatNothingUsesStayBehind) {
