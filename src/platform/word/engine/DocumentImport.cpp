@@ -212,6 +212,7 @@ public:
     std::vector<std::u16string> finish() {
         tables_.finish();
         losses_.lists = tables_.lists().withoutRoom();
+        losses_.longFormats = text_.longFormats();
         return leftOutOf(source_, losses_);
     }
 

@@ -53,6 +53,7 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
+    say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
     if (hasOwnHeaders(source)) {
         lines.emplace_back(u"文件自带的页眉页脚未能带入");
     }

@@ -17,6 +17,7 @@ struct ImportLosses {
     int blankTextBoxes = 0;    // those that hold nothing to carry
     int pictures = 0;          // inline pictures without data
     int lists = 0;             // lists that found no room
+    int longFormats = 0;       // property lists that a file has no room for as a whole
 };
 
 // Whether there is more than marks and spaces: text, a table, a picture.

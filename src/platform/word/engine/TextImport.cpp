@@ -2,6 +2,8 @@
 
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/formatting/CharacterPages.h"
+#include "platform/word/docfile/formatting/ParagraphPages.h"
 
 #include <algorithm>
 
@@ -125,12 +127,33 @@ ParagraphRun TextImport::imported(const ParagraphRun& paragraph) {
     const StyleIndex style = effectiveStyle(paragraph.style);
     const PropertyListId direct =
         withTableStyle(paragraph.properties, tables_.rewriter().rewritten(paragraph.properties));
-    return {paragraph.length, styles.paragraphStyle(style), styles.paragraph(style, direct)};
+    return {paragraph.length, styles.paragraphStyle(style),
+            fitted(styles.paragraph(style, direct), false)};
 }
 
 PropertyListId TextImport::importedRun(StyleIndex paragraphStyle, PropertyListId list) {
-    return tables_.styles().character(effectiveStyle(paragraphStyle), facts(list).characterStyle,
-                                      tables_.rewriter().rewritten(list));
+    return fitted(tables_.styles().character(effectiveStyle(paragraphStyle),
+                                             facts(list).characterStyle,
+                                             tables_.rewriter().rewritten(list)),
+                  true);
+}
+
+// The list itself where a file has room for it, else what of it there is room for.
+PropertyListId TextImport::fitted(PropertyListId list, bool ofCharacters) {
+    const ByteView whole = target_.lists[list];
+    const std::size_t longest =
+        ofCharacters ? longestCharacterProperties : longestParagraphProperties;
+    if (whole.size() <= longest) {
+        return list;
+    }
+    const auto [known, isNew] = fitted_.try_emplace(list, list);
+    if (isNew) {
+        FittedList result =
+            ofCharacters ? fittedCharacterProperties(whole) : fittedParagraphProperties(whole);
+        longFormats_ += result.lost ? 1 : 0;
+        known->second = target_.lists.intern(result.list);
+    }
+    return known->second;
 }
 
 Story TextImport::imported(const Story& story) {

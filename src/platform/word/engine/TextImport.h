@@ -4,6 +4,7 @@
 #include "platform/word/engine/ImportTables.h"
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -17,6 +18,9 @@ public:
         : tables_(tables), target_(target), source_(source), facts_(source.lists.size()) {}
 
     Story imported(const Story& story);
+
+    // Property lists that no file has room for as a whole; they came in part.
+    int longFormats() const { return longFormats_; }
 
     // Makes the anchors of floating pictures, in a story just imported, pictures in line.
     void putInLine(const std::vector<FloatingPicture>& pictures, Story& story);
@@ -35,6 +39,7 @@ public:
 private:
     ParagraphRun imported(const ParagraphRun& paragraph);
     PropertyListId importedRun(StyleIndex paragraphStyle, PropertyListId list);
+    PropertyListId fitted(PropertyListId list, bool ofCharacters);
     PropertyListId withTableStyle(PropertyListId list, PropertyListId rewritten);
     RunFacts read(ByteView list) const;
     Story importedText(const Story& story);
@@ -45,6 +50,8 @@ private:
     DocumentTables& target_;
     const DocumentTables& source_;
     std::vector<std::optional<RunFacts>> facts_;
+    std::map<PropertyListId, PropertyListId> fitted_; // of lists that are too long
+    int longFormats_ = 0;
 };
 
 } // namespace qvnd::word

@@ -106,28 +106,61 @@ TEST(CharacterPages, AListTooLongLosesWhatLaterEntriesOverrule) {
         list.insert(list.end(), bold.begin(), bold.end());
     }
     list.insert(list.end(), italic.begin(), italic.end());
-    int shortened = 0;
     const std::vector<FormattedCharacters> runs{{1, list}};
-    const auto pages = encodeCharacterPages(runs, 512, &shortened);
+    const auto pages = encodeCharacterPages(runs, 512);
     const CharacterPage page = decodeCharacterPage(pages[0].bytes);
     EXPECT_EQ(Bytes(page.entries[0].properties.begin(), page.entries[0].properties.end()),
               hex("35 08 01 36 08 01"));
-    EXPECT_EQ(shortened, 0);
+    EXPECT_FALSE(fittedCharacterProperties(list).lost);
 }
 
-TEST(CharacterPages, AListStillTooLongIsCutBetweenEntriesAndCounted) {
+TEST(CharacterPages, AListTooLongLosesIdentifiersOfSessionsBeforeLooks) {
+    Bytes list;
+    for (unsigned i = 0; i < 42; ++i) {
+        list = withSprm32(list, static_cast<SprmOpcode>(0x6840 + i), i);
+    }
+    const Bytes whole = withSprm32(list, sprm::CRsidProp, 7);
+    const FittedList fitted = fittedCharacterProperties(whole);
+    EXPECT_EQ(fitted.list, list);
+    EXPECT_FALSE(fitted.lost);
+}
+
+TEST(CharacterPages, AListTooLongLosesFormerFormattingBeforeTheLastLook) {
+    Bytes list = hex("89 CA 07 01 00 00 00 00 00 00");
+    for (unsigned i = 0; i < 42; ++i) {
+        list = withSprm32(list, static_cast<SprmOpcode>(0x6840 + i), i);
+    }
+    const FittedList fitted = fittedCharacterProperties(list);
+    EXPECT_FALSE(findSprm(fitted.list, sprm::CPropRMark));
+    EXPECT_EQ(fitted.list.size(), 42U * 6);
+    EXPECT_TRUE(fitted.lost);
+}
+
+TEST(CharacterPages, AListTooLongKeepsItsPicture) {
+    Bytes list;
+    for (unsigned i = 0; i < 60; ++i) {
+        list = withSprm32(list, static_cast<SprmOpcode>(0x6840 + i), i);
+    }
+    list = withSprm32(withSprm8(list, sprm::CFSpec, 1), sprm::CPicLocation, 3);
+    const FittedList fitted = fittedCharacterProperties(list);
+    EXPECT_TRUE(findSprm(fitted.list, sprm::CFSpec));
+    EXPECT_TRUE(findSprm(fitted.list, sprm::CPicLocation));
+    EXPECT_LE(fitted.list.size(), longestCharacterProperties);
+    EXPECT_TRUE(fitted.lost);
+}
+
+TEST(CharacterPages, AListStillTooLongIsCutBetweenEntriesAndToldSo) {
     Bytes list;
     for (unsigned i = 0; i < 64; ++i) {
         const Bytes entry = withSprm32({}, static_cast<SprmOpcode>(0x6800 + i), i);
         list.insert(list.end(), entry.begin(), entry.end());
     }
-    int shortened = 0;
     const std::vector<FormattedCharacters> runs{{1, list}, {1, bold}};
-    const auto pages = encodeCharacterPages(runs, 512, &shortened);
+    const auto pages = encodeCharacterPages(runs, 512);
     const CharacterPage page = decodeCharacterPage(pages[0].bytes);
     EXPECT_EQ(page.entries[0].properties.size(), 252U);
     EXPECT_TRUE(parseSprms(page.entries[0].properties).complete);
-    EXPECT_EQ(shortened, 1);
+    EXPECT_TRUE(fittedCharacterProperties(list).lost);
 }
 
 TEST(CharacterPages, TheLongestListFitsAPage) {

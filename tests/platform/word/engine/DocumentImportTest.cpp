@@ -69,6 +69,19 @@ TEST(DocumentImport, ACellMarkOutsideOfTablesEndsItsParagraphLikeAnyOther) {
     EXPECT_EQ(target.last.text->paragraphs.size(), 2U);
 }
 
+TEST(DocumentImport, FormattingThatNoFileHasRoomForComesInPartAndIsTold) {
+    SourceDocument source;
+    Bytes looks;
+    for (unsigned i = 0; i < 60; ++i) {
+        looks = withSprm32(looks, static_cast<SprmOpcode>(0x6840 + i), i);
+    }
+    source.paragraph(u"x", 0, {}, looks);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_LE(target.runList(0).size(), 255U);
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"格式 1 种过于繁复，只带入了一部分"));
+}
+
 // --- fonts ----------------------------------------------------------------------------------
 
 TEST(ImportedFonts, AFontOfTheSameNameIsThatOfTheTarget) {

@@ -1,8 +1,11 @@
 #include "platform/word/docfile/formatting/CharacterPages.h"
 
 #include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/SprmFacts.h"
 
 #include <map>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -28,22 +31,39 @@ Bytes withoutOverruled(ByteView list) {
     return result;
 }
 
-Bytes fitted(ByteView list, int* shortened) {
-    Bytes shorter = withoutOverruled(list);
-    if (shorter.size() <= longestCharacterProperties) {
-        return shorter;
-    }
+template <class Keeps>
+Bytes filtered(ByteView list, Keeps keeps) {
     Bytes result;
-    for (const SprmView& entry : parseSprms(shorter).sprms) {
-        if (result.size() + entry.whole.size() <= longestCharacterProperties) {
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        if (keeps(entry)) {
             result.insert(result.end(), entry.whole.begin(), entry.whole.end());
         }
     }
-    if (shortened != nullptr) {
-        ++*shortened;
-    }
     return result;
 }
+
+bool isOf(SprmKind kind, const SprmView& entry) { return factsOf(entry.opcode).kind == kind; }
+
+// Formatting before a tracked change: the longest of the entries that tell of revisions.
+bool isFormerFormatting(const SprmView& entry) {
+    return entry.opcode == sprm::CPropRMark || entry.opcode == sprm::CPropRMark90;
+}
+
+// What makes the character what it is stays in any case: it is short.
+Bytes asFarAsItFits(ByteView list) {
+    const auto isSubstance = [](const SprmView& entry) { return isOf(SprmKind::substance, entry); };
+    std::size_t used = filtered(list, isSubstance).size();
+    return filtered(list, [&](const SprmView& entry) {
+        if (isSubstance(entry)) {
+            return true;
+        }
+        const bool fits = used + entry.whole.size() <= longestCharacterProperties;
+        used += fits ? entry.whole.size() : 0;
+        return fits;
+    });
+}
+
+bool fits(ByteView list) { return list.size() <= longestCharacterProperties; }
 
 Bytes chpx(ByteView properties) {
     LittleEndianWriter writer;
@@ -56,8 +76,24 @@ Bytes chpx(ByteView properties) {
 
 } // namespace
 
+FittedList fittedCharacterProperties(ByteView list) {
+    if (fits(list)) {
+        return {{list.begin(), list.end()}, false};
+    }
+    Bytes shorter = withoutOverruled(list);
+    if (!fits(shorter)) {
+        shorter = filtered(shorter,
+                           [](const SprmView& entry) { return !isOf(SprmKind::session, entry); });
+    }
+    if (fits(shorter)) {
+        return {std::move(shorter), false};
+    }
+    shorter = filtered(shorter, [](const SprmView& entry) { return !isFormerFormatting(entry); });
+    return {asFarAsItFits(shorter), true};
+}
+
 std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,
-                                                 std::uint32_t fc, int* shortened) {
+                                                 std::uint32_t fc) {
     std::vector<FormattingPage> pages;
     FormattingPageBuilder page(entrySize, fc);
     for (const FormattedCharacters& run : runs) {
@@ -65,9 +101,9 @@ std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharac
             continue;
         }
         const std::uint32_t limit = fc + run.length * 2;
-        const bool tooLong = run.properties.size() > longestCharacterProperties;
-        const Bytes record =
-            tooLong ? chpx(fitted(run.properties, shortened)) : chpx(run.properties);
+        const Bytes record = fits(run.properties)
+                                 ? chpx(run.properties)
+                                 : chpx(fittedCharacterProperties(run.properties).list);
         if (!page.add(limit, record)) {
             pages.push_back(page.finish());
             page = FormattingPageBuilder(entrySize, fc);

@@ -18,12 +18,19 @@ struct FormattedCharacters {
 // A Chpx counts its bytes in one byte.
 inline constexpr std::size_t longestCharacterProperties = 255;
 
+// A list that a Chpx has room for. A longer one loses, each only as far as it must: what later
+// entries overrule, identifiers of editing sessions, what stood before a tracked change, then the
+// entries that do not fit. Whether it lost something of the last two kinds stands in `lost`.
+struct FittedList {
+    Bytes list;
+    bool lost = false;
+};
+FittedList fittedCharacterProperties(ByteView list);
+
 // The pages for text at file offset `fc`, two bytes a character; runs of length 0 are left out.
-// A list longer than longestCharacterProperties loses first what later entries overrule, then
-// the entries that do not fit: `*shortened` (where given) is raised by one for each list that
-// lost something in the second way.
+// Lists longer than longestCharacterProperties are fitted.
 std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,
-                                                 std::uint32_t fc, int* shortened = nullptr);
+                                                 std::uint32_t fc);
 
 struct CharacterEntry {
     std::uint32_t firstFc = 0;

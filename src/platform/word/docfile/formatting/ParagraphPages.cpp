@@ -25,22 +25,8 @@ Bytes papx(StyleIndex style, ByteView properties) {
     return writer.take();
 }
 
-ByteView cut(ByteView properties, std::size_t limit) {
-    if (properties.size() <= limit) {
-        return properties;
-    }
-    std::size_t size = 0;
-    for (const SprmView& entry : parseSprms(properties).sprms) {
-        if (size + entry.whole.size() > limit) {
-            break;
-        }
-        size += entry.whole.size();
-    }
-    return properties.first(size);
-}
-
 Bytes hugePapx(const FormattedParagraph& paragraph, const StoreInDataStream& store) {
-    const ByteView stored = cut(paragraph.properties, longestParagraphProperties);
+    const Bytes stored = fittedParagraphProperties(paragraph.properties).list;
     const std::uint32_t offset = store(encodePrcData(stored));
     return papx(paragraph.style, withSprm32({}, sprm::PHugePapx, offset));
 }
@@ -69,6 +55,21 @@ std::optional<ByteView> unpacked(ByteView record) {
 }
 
 } // namespace
+
+FittedList fittedParagraphProperties(ByteView list) {
+    if (list.size() <= longestParagraphProperties) {
+        return {{list.begin(), list.end()}, false};
+    }
+    FittedList result;
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        result.lost = result.list.size() + entry.whole.size() > longestParagraphProperties;
+        if (result.lost) {
+            break;
+        }
+        result.list.insert(result.list.end(), entry.whole.begin(), entry.whole.end());
+    }
+    return result;
+}
 
 std::vector<FormattingPage> encodeParagraphPages(std::span<const FormattedParagraph> paragraphs,
                                                  std::uint32_t fc, const StoreInDataStream& store) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/Story.h"
+#include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/FormattingPage.h"
 
 #include <functional>
@@ -23,10 +24,12 @@ using StoreInDataStream = std::function<std::uint32_t(ByteView record)>;
 // The most bytes of properties that a PrcData holds.
 inline constexpr std::size_t longestParagraphProperties = 0x3FA2;
 
+// A list that a PrcData has room for: the entries up to the first that does not fit.
+FittedList fittedParagraphProperties(ByteView list);
+
 // The pages for text at file offset `fc`, two bytes a character; paragraphs of length 0 are left
 // out. Properties that no page has room for are given to `store` as a PrcData record, and the
-// page names its offset (sprmPHugePapx). What exceeds longestParagraphProperties is cut there,
-// between two entries.
+// page names its offset (sprmPHugePapx). Lists longer than longestParagraphProperties are fitted.
 std::vector<FormattingPage> encodeParagraphPages(std::span<const FormattedParagraph> paragraphs,
                                                  std::uint32_t fc, const StoreInDataStream& store);
 
