@@ -92,10 +92,14 @@ void StoryEdits::applyTo(Story& story) {
     story.text = std::move(text);
     shorten(story.characters, *this);
     shorten(story.paragraphs, *this);
-    std::erase_if(story.fields, [&](const FieldMark& mark) { return removed(mark.at); });
-    for (FieldMark& mark : story.fields) {
-        mark.at = moved(mark.at);
-    }
+    const auto moveMarks = [this](auto& marks) {
+        std::erase_if(marks, [this](const auto& mark) { return removed(mark.at); });
+        for (auto& mark : marks) {
+            mark.at = moved(mark.at);
+        }
+    };
+    moveMarks(story.fields);
+    moveMarks(story.anchors);
 }
 
 } // namespace qvnd::word

@@ -55,12 +55,8 @@ Story partOf(const Story& story, Cp begin, Cp length) {
     part.text = story.text.substr(begin, length);
     part.characters = runsOf(story.characters, begin, begin + length);
     part.paragraphs = runsOf(story.paragraphs, begin, begin + length);
-    const auto first = std::lower_bound(story.fields.begin(), story.fields.end(), begin,
-                                        [](const FieldMark& mark, Cp at) { return mark.at < at; });
-    for (auto mark = first; mark != story.fields.end() && mark->at < begin + length; ++mark) {
-        part.fields.push_back(*mark);
-        part.fields.back().at -= begin;
-    }
+    appendMarks(part.fields, story.fields, begin, length, 0);
+    appendMarks(part.anchors, story.anchors, begin, length, 0);
     return part;
 }
 
@@ -77,10 +73,8 @@ void appendStory(Story& target, const Story& part) {
     target.paragraphs.insert(target.paragraphs.end(), run, part.paragraphs.end());
     target.characters.insert(target.characters.end(), part.characters.begin(),
                              part.characters.end());
-    for (FieldMark mark : part.fields) {
-        mark.at += offset;
-        target.fields.push_back(mark);
-    }
+    appendMarks(target.fields, part.fields, 0, part.size(), offset);
+    appendMarks(target.anchors, part.anchors, 0, part.size(), offset);
     target.text += part.text;
 }
 

@@ -34,9 +34,8 @@ void calmBreaks(Story& text) {
 }
 
 void append(Story& story, const Story& more) {
-    for (const FieldMark& mark : more.fields) {
-        story.fields.push_back({story.size() + mark.at, mark.character, mark.data});
-    }
+    appendMarks(story.fields, more.fields, 0, more.size(), story.size());
+    appendMarks(story.anchors, more.anchors, 0, more.size(), story.size());
     story.text += more.text;
     for (const CharacterRun& run : more.characters) {
         appendRun(story.characters, run);
@@ -240,6 +239,17 @@ void TextBoxPlacing::insert(Story& result, Cp at, const Story& text) {
     }
 }
 
+// Puts the marks of the story among those of what was inserted.
+template <class Mark>
+void TextBoxPlacing::moveMarks(const std::vector<Mark>& marks, std::vector<Mark>& result) const {
+    for (Mark mark : marks) {
+        mark.at = movedCharacter(mark.at);
+        result.push_back(mark);
+    }
+    std::sort(result.begin(), result.end(),
+              [](const Mark& a, const Mark& b) { return a.at < b.at; });
+}
+
 void TextBoxPlacing::apply() {
     std::stable_sort(boxes_.begin(), boxes_.end(), [](const Box& a, const Box& b) {
         return std::pair(a.paragraph, a.form) < std::pair(b.paragraph, b.form);
@@ -258,11 +268,8 @@ void TextBoxPlacing::apply() {
         }
         insert(result, ends_[i] - 1, text);
     }
-    for (const FieldMark& mark : story_.fields) {
-        result.fields.push_back({movedCharacter(mark.at), mark.character, mark.data});
-    }
-    std::sort(result.fields.begin(), result.fields.end(),
-              [](const FieldMark& a, const FieldMark& b) { return a.at < b.at; });
+    moveMarks(story_.fields, result.fields);
+    moveMarks(story_.anchors, result.anchors);
     story_ = std::move(result);
 }
 

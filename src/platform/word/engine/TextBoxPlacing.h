@@ -51,6 +51,8 @@ private:
     };
 
     void readCodes();
+    template <class Mark>
+    void moveMarks(const std::vector<Mark>& marks, std::vector<Mark>& result) const;
     Cp movedCharacter(Cp at) const;
     Cp startOf(std::size_t paragraph) const { return paragraph == 0 ? 0 : ends_[paragraph - 1]; }
     std::size_t paragraphAt(Cp position) const;

@@ -103,6 +103,7 @@ Story TextImport::importedText(const Story& story) {
     Story result;
     result.text = story.text;
     result.fields = story.fields;
+    result.anchors = story.anchors;
     result.paragraphs.reserve(story.paragraphs.size());
     auto run = story.characters.begin();
     Cp leftOfRun = run != story.characters.end() ? run->length : 0;

@@ -32,9 +32,9 @@ TEST(Fields, OnlyTheLowFiveBitsAreTheCharacter) {
 TEST(Fields, MarksOfAFragmentsPartMoveWithIt) {
     const std::vector<FieldMark> fragment{{1, 0x13, page}, {8, 0x14, 0}, {10, 0x15, 0}};
     std::vector<FieldMark> marks;
-    appendFieldMarks(marks, fragment, 5, 5, 100);
+    appendMarks(marks, fragment, 5, 5, 100);
     EXPECT_EQ(marks, (std::vector<FieldMark>{{103, 0x14, 0}}));
-    appendFieldMarks(marks, fragment, 0, 11, 200);
+    appendMarks(marks, fragment, 0, 11, 200);
     ASSERT_EQ(marks.size(), 4U);
     EXPECT_EQ(marks[1].at, 201U);
     EXPECT_EQ(marks[3].at, 210U);

@@ -48,6 +48,17 @@ TEST(StoryEdits, FieldMarksBehindAnEditMoveAlong) {
     EXPECT_EQ(text.characters.at(1).length, 8U);
 }
 
+TEST(StoryEdits, AnchorsMoveWithTheirCharactersAndGoWithThem) {
+    Story text = story();
+    text.anchors = {
+        {1, AnchorKind::footnote, 4}, {3, AnchorKind::comment, 5}, {7, AnchorKind::endnote, 6}};
+    StoryEdits edits;
+    edits.replace(3, 2, u"longer");
+    edits.applyTo(text);
+    const std::vector<Anchor> anchors{{1, AnchorKind::footnote, 4}, {11, AnchorKind::endnote, 6}};
+    EXPECT_EQ(text.anchors, anchors);
+}
+
 TEST(StoryEdits, PositionsAreFoundAgain) {
     Story text = story();
     StoryEdits edits;

@@ -142,6 +142,16 @@ TEST_F(TextBoxPlacing_, FieldsOfTheStoryAndOfTheTextKeepTheirCharacters) {
                                [](const auto& a, const auto& b) { return a.at < b.at; }));
 }
 
+TEST_F(TextBoxPlacing_, AnchorsOfTheStoryKeepTheirCharacters) {
+    paragraph(story, u"a\r");
+    paragraph(story, u"bc\r");
+    story.anchors = {{0, AnchorKind::footnote, 1}, {3, AnchorKind::footnote, 2}};
+    place(0, box(u"box\r"));
+    ASSERT_EQ(story.anchors.size(), 2U);
+    EXPECT_EQ(story.text[story.anchors[0].at], u'a');
+    EXPECT_EQ(story.text[story.anchors[1].at], u'c');
+}
+
 TEST_F(TextBoxPlacing_, ASectionsBreakStaysBehindTheText) {
     paragraph(story, u"anchor\f", {}, sprm8(sprm::CFBold, 1));
     paragraph(story, u"next\r");

@@ -54,6 +54,18 @@ TEST_F(WorkingStoryTest, InsertingCutsASliceAndCopiesNothing) {
     EXPECT_EQ(story.characterProperties(1), bold);
 }
 
+TEST_F(WorkingStoryTest, AnchorsStayWithTheirCharactersWhereverASliceIsCut) {
+    Story noted = *paragraphs({u"abc"});
+    noted.anchors = {{0, AnchorKind::footnote, 7}, {2, AnchorKind::endnote, 8}};
+    story.insertFragment(0, std::make_shared<const Story>(std::move(noted)));
+    story.insertText(1, u"--", bold);
+    const std::vector<Anchor> both{{0, AnchorKind::footnote, 7}, {4, AnchorKind::endnote, 8}};
+    EXPECT_EQ(story.flattened().anchors, both);
+    story.erase(0, 2);
+    const std::vector<Anchor> one{{2, AnchorKind::endnote, 8}};
+    EXPECT_EQ(story.flattened().anchors, one);
+}
+
 TEST_F(WorkingStoryTest, SealedFragmentsDoNotGrowAnyMore) {
     story.insertText(6, u"x", none);
     const auto sealed = slices[1].fragment;

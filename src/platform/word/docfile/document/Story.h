@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/PropertyLists.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -37,8 +38,32 @@ struct FieldMark {
     bool operator==(const FieldMark&) const = default;
 };
 
+enum class AnchorKind : std::uint8_t { footnote, endnote, comment };
+
+// A character that stands for something with a text of its own, by its index in the pool of that
+// kind (DocumentTables). It travels with its character.
+struct Anchor {
+    Cp at = 0;
+    AnchorKind kind = AnchorKind::footnote;
+    std::uint32_t index = 0;
+    bool operator==(const Anchor&) const = default;
+};
+
+// Appends those of a fragment's marks, fields or anchors, that lie in [begin, begin + length), as
+// they stand when that part of the fragment starts at `at`.
+template <class Mark>
+void appendMarks(std::vector<Mark>& marks, const std::vector<Mark>& ofFragment, Cp begin, Cp length,
+                 Cp at) {
+    auto mark = std::lower_bound(ofFragment.begin(), ofFragment.end(), begin,
+                                 [](const Mark& m, Cp position) { return m.at < position; });
+    for (; mark != ofFragment.end() && mark->at - begin < length; ++mark) {
+        marks.push_back(*mark);
+        marks.back().at = mark->at - begin + at;
+    }
+}
+
 // Text with its formatting. Invariant: the lengths of `characters` and those of `paragraphs` each
-// add up to text.size(); `fields` ascend.
+// add up to text.size(); `fields` and `anchors` ascend.
 // Characters that bear meaning ([MS-DOC] 2.4.1): 0x0D paragraph, 0x07 cell or row mark, 0x0C page
 // or section break, 0x0B line break, 0x01 picture, 0x02 note reference, 0x05 comment reference,
 // 0x08 drawing, 0x13 to 0x15 fields.
@@ -47,6 +72,7 @@ struct Story {
     std::vector<CharacterRun> characters;
     std::vector<ParagraphRun> paragraphs;
     std::vector<FieldMark> fields;
+    std::vector<Anchor> anchors;
 
     Cp size() const { return static_cast<Cp>(text.size()); }
 };

@@ -204,7 +204,7 @@ private:
         for (std::size_t i = 0; i < places.size(); ++i) {
             if (places[i]) {
                 std::vector<FieldMark> own;
-                appendFieldMarks(own, fields, places[i]->start, places[i]->length, 0);
+                appendMarks(own, fields, places[i]->start, places[i]->length, 0);
                 set[i] = story(start + places[i]->start, places[i]->length, own);
             }
         }
@@ -244,7 +244,7 @@ private:
         for (const TextBoxPlace& place : readTextBoxPlaces(tables, drawings, length)) {
             if (place.at < data_.main.size()) {
                 std::vector<FieldMark> own;
-                appendFieldMarks(own, fields, place.start, place.length, 0);
+                appendMarks(own, fields, place.start, place.length, 0);
                 data_.textBoxes.push_back(
                     {place.at, story(start + place.start, place.length, own), place.spot});
             }

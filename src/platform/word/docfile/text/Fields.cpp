@@ -94,15 +94,6 @@ private:
 
 } // namespace
 
-void appendFieldMarks(std::vector<FieldMark>& marks, std::span<const FieldMark> ofFragment,
-                      Cp begin, Cp length, Cp at) {
-    auto mark = std::lower_bound(ofFragment.begin(), ofFragment.end(), begin,
-                                 [](const FieldMark& m, Cp position) { return m.at < position; });
-    for (; mark != ofFragment.end() && mark->at - begin < length; ++mark) {
-        marks.push_back({mark->at - begin + at, mark->character, mark->data});
-    }
-}
-
 Bytes encodeFields(std::span<const FieldMark> marks, Cp length) {
     if (marks.empty()) {
         return {};

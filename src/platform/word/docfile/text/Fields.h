@@ -16,11 +16,6 @@ inline constexpr char16_t fieldEnd = 0x15;
 
 inline bool isFieldCharacter(char16_t c) { return c >= fieldBegin && c <= fieldEnd; }
 
-// Appends those of a fragment's marks that lie in [begin, begin + length), as they stand when
-// that part of the fragment starts at `at` of the story.
-void appendFieldMarks(std::vector<FieldMark>& marks, std::span<const FieldMark> ofFragment,
-                      Cp begin, Cp length, Cp at);
-
 // The Plcfld of a story `length` characters long; no bytes when there is no mark.
 Bytes encodeFields(std::span<const FieldMark> marks, Cp length);
 

@@ -18,7 +18,8 @@ void appendMark(Story& story) {
 }
 
 void append(Story& story, const Story& part) {
-    appendFieldMarks(story.fields, part.fields, 0, part.size(), story.size());
+    appendMarks(story.fields, part.fields, 0, part.size(), story.size());
+    appendMarks(story.anchors, part.anchors, 0, part.size(), story.size());
     story.text += part.text;
     story.characters.insert(story.characters.end(), part.characters.begin(), part.characters.end());
     story.paragraphs.insert(story.paragraphs.end(), part.paragraphs.begin(), part.paragraphs.end());

@@ -44,7 +44,7 @@ std::vector<FieldMark> fieldsOf(const std::vector<StorySlice>& slices) {
     Cp at = 0;
     for (const StorySlice& slice : slices) {
         if (!slice.fragment->fields.empty()) {
-            appendFieldMarks(marks, slice.fragment->fields, slice.begin, slice.length, at);
+            appendMarks(marks, slice.fragment->fields, slice.begin, slice.length, at);
         }
         at += slice.length;
     }
