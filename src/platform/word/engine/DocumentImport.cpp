@@ -39,12 +39,16 @@ bool isInTable(ByteView list) {
 // Works out what changes in the text of a story that comes in.
 class TextChanges {
 public:
-    // `floating`: pictures whose anchors stay.
-    TextChanges(const Story& story, const std::vector<FloatingPicture>& floating, TextImport& text,
-                ImportLosses& losses)
-        : story_(story), text_(text), losses_(losses) {
+    // `floating`: pictures whose anchors stay. In a text of its own, that of a note or a comment,
+    // the characters that repeat the reference stay as well.
+    TextChanges(const Story& story, const std::vector<FloatingPicture>& floating, bool ofItsOwn,
+                TextImport& text, ImportLosses& losses)
+        : story_(story), text_(text), losses_(losses), ofItsOwn_(ofItsOwn) {
         for (const FloatingPicture& one : floating) {
-            floating_.insert(one.at);
+            kept_.insert(one.at);
+        }
+        for (const Anchor& anchor : story.anchors) {
+            kept_.insert(anchor.at);
         }
     }
 
@@ -112,7 +116,7 @@ private:
             losses_.pictures += facts.data || facts.object ? 0 : 1;
             edits.remove(at);
         } else if (c == noteReference || c == commentReference || c == drawing) {
-            if (c == drawing && floating_.contains(at)) {
+            if (kept_.contains(at) || (ofItsOwn_ && c != drawing)) {
                 return;
             }
             losses_.drawings += c == drawing ? 1 : 0;
@@ -152,14 +156,18 @@ private:
     const Story& story_;
     TextImport& text_;
     ImportLosses& losses_;
-    std::unordered_set<Cp> floating_; // anchors of pictures that come along
-    std::vector<Cp> ends_;            // of the runs
+    bool ofItsOwn_;
+    std::unordered_set<Cp> kept_; // anchors of what comes along
+    std::vector<Cp> ends_;        // of the runs
 };
 
 // Gives the bookmarks names that are free in the target.
 NewNames renamed(std::vector<Bookmark>& bookmarks, BookmarkNames& names) {
     NewNames changed;
     for (Bookmark& bookmark : bookmarks) {
+        if (bookmark.comment) {
+            continue;
+        }
         std::u16string name = names.addUnique(bookmark.name);
         if (name != bookmark.name) {
             changed.emplace(foldedName(bookmark.name), name);
@@ -174,11 +182,16 @@ class StoriesImport {
 public:
     StoriesImport(DocumentTables& target, const DocumentData& source, const NewNames& names)
         : target_(target), source_(source), names_(names), tables_(target, source.tables),
-          text_(tables_, target, source.tables) {}
+          text_(tables_, target, source.tables) {
+        losses_.footnotes = source.side.footnotes;
+        losses_.endnotes = source.side.endnotes;
+        losses_.comments = source.side.comments;
+    }
 
     // The main story; afterwards moved() knows what became of its positions.
     Story main() {
-        main_ = imported(source_.main, source_.floatingPictures, edits_);
+        main_ = imported(source_.main, source_.floatingPictures, false, edits_);
+        bringSideTexts(main_.anchors);
         losses_.madeInline = static_cast<int>(source_.floatingPictures.size());
         placing_.emplace(main_, target_.lists);
         for (const TextBox& box : source_.textBoxes) {
@@ -186,6 +199,17 @@ public:
         }
         placing_->apply();
         return std::move(main_);
+    }
+
+    // Ranges of comments that came along name their comments in the target; the others go.
+    void tieToComments(std::vector<Bookmark>& ranges) const {
+        std::erase_if(ranges, [&](Bookmark& range) {
+            const auto there = range.comment ? comments_.find(*range.comment) : comments_.end();
+            if (there != comments_.end()) {
+                range.comment = there->second;
+            }
+            return range.comment && there == comments_.end();
+        });
     }
 
     Cp moved(Cp position) const { return placing_->moved(edits_.moved(position)); }
@@ -217,10 +241,43 @@ public:
     }
 
 private:
-    Story imported(const Story& source, const std::vector<FloatingPicture>& floating,
+    // What the anchors name comes along, and they name it in the target.
+    void bringSideTexts(std::vector<Anchor>& anchors) {
+        for (Anchor& anchor : anchors) {
+            if (anchor.kind == AnchorKind::comment) {
+                anchor.index = comment(anchor.index);
+            } else {
+                (anchor.kind == AnchorKind::footnote ? losses_.footnotes : losses_.endnotes) -= 1;
+                anchor.index = note(anchor.index);
+            }
+        }
+    }
+
+    std::uint32_t note(std::uint32_t index) {
+        const Note& there = source_.tables.notes.at(index);
+        target_.notes.push_back({sideText(*there.text), there.automatic});
+        return static_cast<std::uint32_t>(target_.notes.size() - 1);
+    }
+
+    std::uint32_t comment(std::uint32_t index) {
+        Comment comment = source_.tables.comments.at(index);
+        comment.text = sideText(*comment.text);
+        target_.comments.push_back(std::move(comment));
+        --losses_.comments;
+        const auto place = static_cast<std::uint32_t>(target_.comments.size() - 1);
+        comments_.emplace(index, place);
+        return place;
+    }
+
+    std::shared_ptr<const Story> sideText(const Story& text) {
+        StoryEdits edits;
+        return std::make_shared<const Story>(imported(text, {}, true, edits));
+    }
+
+    Story imported(const Story& source, const std::vector<FloatingPicture>& floating, bool ofItsOwn,
                    StoryEdits& edits) {
         const std::vector<FieldPlace> fields = fieldPlaces(source);
-        TextChanges changes(source, floating, text_, losses_);
+        TextChanges changes(source, floating, ofItsOwn, text_, losses_);
         changes.removeAnchors();
         changes.repairCellMarks(source_.tables.lists);
         changes.unwrapObjects(fields);
@@ -240,7 +297,7 @@ private:
             return;
         }
         StoryEdits edits;
-        Story text = imported(box.text, {}, edits);
+        Story text = imported(box.text, {}, false, edits);
         const auto form = placing_->add(edits_.moved(box.at), std::move(text), box.spot);
         losses_.textBoxesInFrames += form == TextBoxPlacing::Form::frame ? 1 : 0;
         losses_.textBoxesInText += form == TextBoxPlacing::Form::text ? 1 : 0;
@@ -255,6 +312,7 @@ private:
     Story main_;
     StoryEdits edits_; // of the main story
     std::optional<TextBoxPlacing> placing_;
+    std::unordered_map<std::uint32_t, std::uint32_t> comments_; // index here, index there
 };
 
 } // namespace
@@ -270,6 +328,7 @@ ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
         bookmark.start = stories.moved(bookmark.start);
         bookmark.end = stories.moved(bookmark.end);
     }
+    stories.tieToComments(result.bookmarks);
     result.sections = stories.sections(result.text->size());
     result.leftOut = stories.finish();
     return result;

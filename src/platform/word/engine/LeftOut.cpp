@@ -37,9 +37,9 @@ bool holdsContent(const Story& story) {
 std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses) {
     std::vector<std::u16string> lines = source.remarks;
     const SideContents& side = source.side;
-    say(lines, side.footnotes, u"脚注", u"个");
-    say(lines, side.endnotes, u"尾注", u"个");
-    say(lines, side.comments, u"批注", u"条");
+    say(lines, losses.footnotes, u"脚注", u"个");
+    say(lines, losses.endnotes, u"尾注", u"个");
+    say(lines, losses.comments, u"批注", u"条");
     say(lines, losses.textBoxesInFrames, u"文本框", u"个", u"改成了图文框，其边框和填充未能带入");
     say(lines, losses.textBoxesInText, u"文本框", u"个", u"改成了正文，放在其锚点所在的段落之后");
     const int carried = losses.textBoxesInFrames + losses.textBoxesInText;

@@ -9,6 +9,9 @@ namespace qvnd::word {
 
 // What was met on the way in and could not come along.
 struct ImportLosses {
+    int footnotes = 0; // those that did not come
+    int endnotes = 0;
+    int comments = 0;
     int objects = 0;           // embedded objects without data; their pictures stay
     int drawings = 0;          // anchors of floating shapes
     int madeInline = 0;        // floating pictures that stand in their lines now

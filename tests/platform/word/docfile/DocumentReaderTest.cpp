@@ -376,7 +376,10 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
     file.parts[FibPair::PlcfHdrtxbxTxt] = plc(4, 22);
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
-    const SideContents side = readWithoutRemarks(file).side;
+    const DocumentData document = readSound(file);
+    EXPECT_THAT(document.remarks,
+                testing::ElementsAre(u"有 9 个脚注、尾注或批注已损坏，未能读出。"));
+    const SideContents& side = document.side;
     EXPECT_EQ(side.footnotes, 3);
     EXPECT_EQ(side.endnotes, 2);
     EXPECT_EQ(side.comments, 4);

@@ -22,6 +22,8 @@ DocumentData copyThroughAFile(const DocumentData& document) {
     content.tables.blobs = document.tables.blobs;
     content.tables.objects = document.tables.objects;
     content.tables.authors = document.tables.authors;
+    content.tables.notes = document.tables.notes;
+    content.tables.comments = document.tables.comments;
     for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
         content.tables.lists.intern(document.tables.lists[static_cast<PropertyListId>(i)]);
     }
@@ -75,8 +77,25 @@ void expectSameStory(const DocumentData& first, const Story& one, const Document
     }
 }
 
+const Story& textOf(const DocumentData& document, const Anchor& anchor) {
+    return anchor.kind == AnchorKind::comment ? *document.tables.comments.at(anchor.index).text
+                                              : *document.tables.notes.at(anchor.index).text;
+}
+
+void expectSameSideTexts(const DocumentData& first, const DocumentData& second) {
+    ASSERT_EQ(first.main.anchors.size(), second.main.anchors.size());
+    for (std::size_t i = 0; i < first.main.anchors.size(); ++i) {
+        const Anchor& one = first.main.anchors[i];
+        const Anchor& other = second.main.anchors[i];
+        EXPECT_EQ(one.at, other.at);
+        EXPECT_EQ(one.kind, other.kind);
+        expectSameStory(first, textOf(first, one), second, textOf(second, other));
+    }
+}
+
 void expectSame(const DocumentData& first, const DocumentData& second) {
     expectSameStory(first, first.main, second, second.main);
+    expectSameSideTexts(first, second);
     ASSERT_EQ(first.sections.size(), second.sections.size());
     for (std::size_t i = 0; i < first.sections.size(); ++i) {
         EXPECT_EQ(first.sections[i].length, second.sections[i].length);

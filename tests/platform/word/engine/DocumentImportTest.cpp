@@ -82,6 +82,72 @@ TEST(DocumentImport, FormattingThatNoFileHasRoomForComesInPartAndIsTold) {
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"格式 1 种过于繁复，只带入了一部分"));
 }
 
+// --- notes and comments -----------------------------------------------------------------------
+
+TEST(ImportedNotes, AFootnoteComesWithItsTextInTermsOfTheTarget) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"楷体_GB2312", 134);
+    source.run(u"a");
+    source.run(u"\u0002", sprm8(sprm::CFSpec, 1));
+    source.run(u"\r");
+    source.endParagraph();
+    Story note = textBox(u"\u0002 note\r", source.list(sprm16(sprm::CRgFtc1, font)));
+    note.characters = {{1, source.list(sprm8(sprm::CFSpec, 1))},
+                       {6, source.list(sprm16(sprm::CRgFtc1, font))}};
+    source.data.tables.notes.push_back({std::make_shared<const Story>(note), true});
+    source.data.main.anchors = {{1, AnchorKind::footnote, 0}};
+    source.data.side.footnotes = 1;
+    ImportTarget target;
+    target.tables.notes.push_back({std::make_shared<const Story>(note), true});
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0002\r");
+    const std::vector<Anchor> anchors{{1, AnchorKind::footnote, 1}};
+    EXPECT_EQ(target.last.text->anchors, anchors);
+    const Story& brought = *target.tables.notes.at(1).text;
+    EXPECT_EQ(brought.text, u"\u0002 note\r");
+    const ByteView list = target.tables.lists[brought.characters.back().properties];
+    EXPECT_EQ(target.tables.fonts.at(operand16(list, sprm::CRgFtc1)).name, u"楷体_GB2312");
+    EXPECT_THAT(target.last.leftOut, IsEmpty());
+}
+
+TEST(ImportedNotes, AReferenceWithoutANoteGoes) {
+    SourceDocument source;
+    source.run(u"a");
+    source.run(u"\u0002\u0005", sprm8(sprm::CFSpec, 1));
+    source.run(u"\r");
+    source.endParagraph();
+    source.data.side.footnotes = 1;
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\r");
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"脚注 1 个未能带入"));
+}
+
+TEST(ImportedNotes, ACommentComesWithItsAuthorAndItsRange) {
+    SourceDocument source;
+    source.run(u"abc");
+    source.run(u"\u0005", sprm8(sprm::CFSpec, 1));
+    source.run(u"\r");
+    source.endParagraph();
+    source.data.tables.comments.push_back(
+        {std::make_shared<const Story>(textBox(u"comment\r")), u"王工", u"W", 5});
+    source.data.main.anchors = {{3, AnchorKind::comment, 0}};
+    source.data.bookmarks.push_back({u"", 1, 3, 0, 0U});
+    source.data.bookmarks.push_back({u"", 0, 2, 0, 7U}); // of a comment that is not there
+    source.data.side.comments = 1;
+    ImportTarget target;
+    target.tables.comments.resize(4);
+    target.import(source.data);
+    ASSERT_EQ(target.tables.comments.size(), 5U);
+    EXPECT_EQ(target.tables.comments[4].author, u"王工");
+    EXPECT_EQ(target.last.text->anchors.at(0).index, 4U);
+    ASSERT_EQ(target.last.bookmarks.size(), 1U);
+    EXPECT_EQ(target.last.bookmarks[0].comment, 4U);
+    EXPECT_EQ(target.last.bookmarks[0].start, 1U);
+    EXPECT_EQ(target.last.bookmarks[0].end, 3U);
+    EXPECT_THAT(target.last.leftOut, IsEmpty());
+}
+
 // --- fonts ----------------------------------------------------------------------------------
 
 TEST(ImportedFonts, AFontOfTheSameNameIsThatOfTheTarget) {

@@ -31,11 +31,14 @@ enum class HeaderKind : std::uint8_t {
 // The headers and footers of one section; one that is absent is that of the section before.
 using HeaderSet = std::array<std::optional<Story>, 6>;
 
+// A stretch of the main story that keeps its place in the text: a bookmark, or what a comment
+// speaks of, which has no name.
 struct Bookmark {
     std::u16string name;
     Cp start = 0; // in the main story
     Cp end = 0;
-    std::uint16_t flags = 0; // BKC
+    std::uint16_t flags = 0;                             // BKC
+    std::optional<std::uint32_t> comment = std::nullopt; // index of the comment
 };
 
 // A text box of the main story: any shape with text, or a chain of them that a text flows through.
@@ -70,7 +73,7 @@ struct DocumentData {
     Story main; // ends in a paragraph mark
     std::vector<SectionRun> sections;
     std::vector<HeaderSet> headers;  // by section
-    std::vector<Bookmark> bookmarks; // those of the main story
+    std::vector<Bookmark> bookmarks; // those of the main story, and ranges of comments
     SideContents side;
     std::vector<FloatingPicture> floatingPictures; // those of the main story
     std::vector<TextBox> textBoxes; // those of the main story whose anchor is known, in its order

@@ -96,6 +96,19 @@ struct ListOverride { // LFO; sprmPIlfo names it, counted from 1
 // hyperlink data (NilPICFAndBinData). Shared, since a merge keeps it as it is.
 using DataBlob = std::shared_ptr<const Bytes>;
 
+// A footnote or an endnote. Nobody changes its text any more.
+struct Note {
+    std::shared_ptr<const Story> text; // ends in a paragraph mark
+    bool automatic = true;             // numbered by the program, else marked as the user likes
+};
+
+struct Comment {
+    std::shared_ptr<const Story> text; // ends in a paragraph mark
+    std::u16string author;
+    std::u16string initials;
+    std::uint32_t date = 0; // DTTM; 0 when it is not known
+};
+
 struct DocumentTables {
     PropertyLists lists;
     StyleSheet styles;
@@ -105,6 +118,8 @@ struct DocumentTables {
     std::vector<DataBlob> blobs;            // operand of sprmCPicLocation
     std::vector<EmbeddedObjectRef> objects; // operand of sprmCObjLocation, for sprmCPicLocation
     std::vector<std::u16string> authors;    // of revisions; operand of sprmCIbstRMark and its kin
+    std::vector<Note> notes;                // footnotes and endnotes, named by anchors
+    std::vector<Comment> comments;          // named by anchors
 };
 
 } // namespace qvnd::word

@@ -12,6 +12,7 @@
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/text/CommentTables.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
 #include "platform/word/docfile/text/StoryRepair.h"
@@ -48,6 +49,7 @@ public:
         readMain(mainLength(pieces));
         readHeaders();
         readRest();
+        readSideTexts();
         remarkOn(data_.remarks, expansion.damagedLists(), u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
         return std::move(data_);
@@ -221,6 +223,82 @@ private:
         data_.settings.assign(dop.begin(), dop.end());
     }
 
+    void readSideTexts() {
+        readNotes(TextPart::footnotes, AnchorKind::footnote);
+        readNotes(TextPart::endnotes, AnchorKind::endnote);
+        readComments();
+        std::vector<Anchor>& anchors = data_.main.anchors;
+        std::stable_sort(anchors.begin(), anchors.end(),
+                         [](const Anchor& a, const Anchor& b) { return a.at < b.at; });
+        const auto second =
+            std::unique(anchors.begin(), anchors.end(),
+                        [](const Anchor& a, const Anchor& b) { return a.at == b.at; });
+        damagedTexts_ += static_cast<int>(anchors.end() - second);
+        anchors.erase(second, anchors.end());
+    }
+
+    ByteView tableOf(const std::optional<PositionTable>& table) const {
+        return table ? document_.part(table->pair) : ByteView{};
+    }
+
+    // Whether the character there may stand for a text of that part. A mark of the user's own may
+    // be any character.
+    bool standsFor(TextPart part, Cp at, bool automatic) {
+        const bool there =
+            at < data_.main.size() && (!automatic || data_.main.text[at] == factsOf(part).anchor);
+        damagedTexts_ += there ? 0 : 1;
+        return there;
+    }
+
+    std::shared_ptr<const Story> sideText(Cp partStart, const TextPlace& place,
+                                          const std::vector<FieldMark>& fields) {
+        std::vector<FieldMark> own;
+        appendMarks(own, fields, place.start, place.length, 0);
+        return std::make_shared<const Story>(story(partStart + place.start, place.length, own));
+    }
+
+    void readNotes(TextPart part, AnchorKind kind) {
+        const TextPartFacts& facts = factsOf(part);
+        const auto [start, length] = placeOf(part);
+        const std::vector<FieldMark> fields = fieldsOf(part);
+        std::vector<Note>& notes = data_.tables.notes;
+        for (const NotePlace& place :
+             decodeNotes(tableOf(facts.references), tableOf(facts.texts), length, &damagedTexts_)) {
+            if (standsFor(part, place.at, place.automatic)) {
+                data_.main.anchors.push_back(
+                    {place.at, kind, static_cast<std::uint32_t>(notes.size())});
+                notes.push_back({sideText(start, place.text, fields), place.automatic});
+            }
+        }
+    }
+
+    void readComments() {
+        const TextPartFacts& facts = factsOf(TextPart::comments);
+        const auto [start, length] = placeOf(TextPart::comments);
+        const std::vector<FieldMark> fields = fieldsOf(TextPart::comments);
+        const CommentTableViews tables{tableOf(facts.references),
+                                       tableOf(facts.texts),
+                                       document_.part(FibPair::GrpXstAtnOwners),
+                                       document_.part(FibPair::AtrdExtra),
+                                       document_.part(FibPair::SttbfAtnBkmk),
+                                       document_.part(FibPair::PlcfAtnBkf),
+                                       document_.part(FibPair::PlcfAtnBkl)};
+        std::vector<Comment>& comments = data_.tables.comments;
+        for (const CommentPlace& place :
+             decodeComments(tables, data_.main.size(), length, &damagedTexts_)) {
+            if (!standsFor(TextPart::comments, place.at, true)) {
+                continue;
+            }
+            const auto index = static_cast<std::uint32_t>(comments.size());
+            data_.main.anchors.push_back({place.at, AnchorKind::comment, index});
+            comments.push_back(
+                {sideText(start, place.text, fields), place.author, place.initials, place.date});
+            if (place.range) {
+                data_.bookmarks.push_back({u"", place.range->start, place.range->end, 0, index});
+            }
+        }
+    }
+
     void readDrawings() {
         const Drawings drawings(document_.part(FibPair::DggInfo), document_.wordDocument);
         data_.side = countSideContents(document_, drawings);
@@ -252,6 +330,7 @@ private:
     }
 
     void remarkOnStories() {
+        remarkOn(data_.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
         remarkOn(data_.remarks, damagedFields_, u" 处域标记与文件的记录不符，已按文字修复。");
         remarkOn(data_.remarks, strayFields_, u" 个不成对的域标记已去掉。");
         remarkOn(data_.remarks, lostPictures_, u" 张图片的数据不在文件中，未能读出。");
@@ -264,6 +343,7 @@ private:
     DocumentData data_;
     std::vector<SectionPlace> places_;
     FormattedText text_;
+    int damagedTexts_ = 0; // of notes and comments
     int damagedFields_ = 0;
     int strayFields_ = 0;
     int lostPictures_ = 0;

@@ -2,17 +2,21 @@
 
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/Sttb.h"
+#include "platform/word/docfile/format/TextParts.h"
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/objects/OleStreams.h"
 #include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/text/CommentTables.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
+#include <unordered_map>
 #include <utility>
 
 namespace qvnd::word {
@@ -72,13 +76,20 @@ Bytes contentsOf(const Story& story, FileProperties& properties) {
     return out.take();
 }
 
-// With the paragraph mark that ends all text of a document with more than a main story.
-std::shared_ptr<const Story> closed(const Story& story) {
-    Story result = story;
-    result.text.push_back(0x0D);
-    result.characters.push_back({1, PropertyListId::empty});
-    result.paragraphs.push_back({1, 0, PropertyListId::empty});
-    return std::make_shared<const Story>(std::move(result));
+void append(std::vector<StorySlice>& slices, const std::vector<StorySlice>& more) {
+    slices.insert(slices.end(), more.begin(), more.end());
+}
+
+// Pieces that follow each other in the file are one.
+void append(std::vector<Piece>& pieces, const Piece& piece) {
+    if (piece.length == 0) {
+        return;
+    }
+    if (!pieces.empty() && pieces.back().limitFc() == piece.fc) {
+        pieces.back().length += piece.length;
+    } else {
+        pieces.push_back(piece);
+    }
 }
 
 } // namespace
@@ -87,16 +98,43 @@ DocumentSession::DocumentSession(std::unique_ptr<OutputFile> file)
     : store_(std::move(file), wordDocumentClass), word_(store_), data_(store_), objects_(store_),
       table_(store_, store_.addStream(u"1Table")) {}
 
+DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) const {
+    const DocumentTables& tables = content.tables;
+    const auto note = [&](std::uint32_t index) -> const auto& {
+        return tables.notes.at(index).text;
+    };
+    const auto comment = [&](std::uint32_t index) -> const auto& {
+        return tables.comments.at(index).text;
+    };
+    const std::vector<Anchor> anchors = anchorsOf(content.main);
+    Parts parts;
+    parts.main = lengthOf(content.main);
+    parts.footnotes = gatherSideText(anchors, AnchorKind::footnote, note, footnotesEnd_);
+    parts.headers = encodeHeaders(content.headers);
+    parts.comments = gatherSideText(anchors, AnchorKind::comment, comment, commentsEnd_);
+    parts.endnotes = gatherSideText(anchors, AnchorKind::endnote, note, endnotesEnd_);
+    if (!parts.footnotes.slices.empty()) {
+        parts.front = content.main;
+        append(parts.front, parts.footnotes.slices);
+    }
+    append(parts.back, parts.comments.slices);
+    append(parts.back, parts.endnotes.slices);
+    if (parts.length() > parts.main) {
+        parts.back.push_back({textEnd_, 0, textEnd_->size()});
+    }
+    return parts;
+}
+
 void DocumentSession::write(const DocumentContent& content) {
     FileProperties properties(content.tables, data_, objects_);
-    const EncodedHeaders headers = encodeHeaders(content.headers);
-    writeText(content, headers, properties);
+    const Parts parts = partsOf(content);
+    writeText(content, parts, properties);
     writeSections(content, properties);
     data_.flush();
     writeTables(content);
-    writePositions(content, headers);
+    writePositions(content, parts);
     table_.finish();
-    writeFib(lengthOf(content.main), headers.story.size());
+    writeFib(parts);
     if (!started_) {
         store_.append(store_.addStream(compObjName), encodeCompObj());
         store_.append(store_.addStream(summaryName), encodeSummary({}));
@@ -105,27 +143,38 @@ void DocumentSession::write(const DocumentContent& content) {
     started_ = true;
 }
 
-void DocumentSession::writeText(const DocumentContent& content, const EncodedHeaders& headers,
+void DocumentSession::writeText(const DocumentContent& content, const Parts& parts,
                                 FileProperties& properties) {
-    std::vector<TextRange> ranges = places_.missing(content.main);
-    const std::size_t ofMain = ranges.size();
-    Bytes key = headers.story.text.empty() ? Bytes{} : contentsOf(headers.story, properties);
+    std::vector<TextRange> ranges =
+        front_.missing(parts.front.empty() ? content.main : parts.front);
+    const std::size_t ofFront = ranges.size();
+    const Story& headers = parts.headers.story;
+    Bytes key = headers.text.empty() ? Bytes{} : contentsOf(headers, properties);
     const bool headersChanged = key != headers_.key;
     headers_.key = std::move(key);
-    headers_.piece.length = headers.story.text.empty() ? 0 : headers.story.size() + 1;
-    if (headersChanged && headers_.piece.length != 0) {
-        ranges.push_back({closed(headers.story), 0, headers_.piece.length, lengthOf(content.main)});
+    headers_.piece.length = headers.size();
+    if (headersChanged && headers.size() != 0) {
+        ranges.push_back(
+            {std::make_shared<const Story>(headers), 0, headers.size(), parts.headersAt()});
+    }
+    const std::size_t behindHeaders = ranges.size();
+    for (TextRange& range : back_.missing(parts.back)) {
+        range.position += parts.backAt();
+        ranges.push_back(std::move(range));
     }
     if (ranges.empty()) {
         return;
     }
     const std::vector<std::uint32_t> places =
         word_.append(ranges, endsOf(content.sections), properties, data_);
-    for (std::size_t i = 0; i < ofMain; ++i) {
-        places_.add(ranges[i], places[i]);
-    }
-    if (ranges.size() > ofMain) {
-        headers_.piece.fc = places.back();
+    for (std::size_t i = 0; i < ranges.size(); ++i) {
+        if (i < ofFront) {
+            front_.add(ranges[i], places[i]);
+        } else if (i < behindHeaders) {
+            headers_.piece.fc = places[i];
+        } else {
+            back_.add(ranges[i], places[i]);
+        }
     }
 }
 
@@ -152,23 +201,38 @@ void DocumentSession::writeTables(const DocumentContent& content) {
     table_.put(FibPair::SttbfAssoc, encodeSttb({std::vector<Sttb::Entry>(associatedTexts), 0}));
 }
 
-std::vector<Piece> DocumentSession::pieces(const DocumentContent& content) {
-    std::vector<Piece> result = places_.pieces(content.main);
-    if (headers_.piece.length != 0) {
-        if (!result.empty() && result.back().limitFc() == headers_.piece.fc) {
-            result.back().length += headers_.piece.length;
-        } else {
-            result.push_back(headers_.piece);
-        }
+std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const Parts& parts) {
+    std::vector<Piece> result = front_.pieces(parts.front.empty() ? content.main : parts.front);
+    append(result, headers_.piece);
+    for (const Piece& piece : back_.pieces(parts.back)) {
+        append(result, piece);
     }
     return result;
 }
 
-void DocumentSession::writePositions(const DocumentContent& content,
-                                     const EncodedHeaders& headers) {
-    const Cp mainLength = lengthOf(content.main);
-    Cp limit = mainLength + headers.story.size();
-    std::vector<Bookmark> all = content.bookmarks;
+void DocumentSession::writePositions(const DocumentContent& content, const Parts& parts) {
+    const auto putFields = [&](TextPart part, const std::vector<FieldMark>& marks, Cp length) {
+        table_.put(factsOf(part).fields, encodeFields(marks, length));
+    };
+    const Story& headers = parts.headers.story;
+    putFields(TextPart::main, fieldsOf(content.main), parts.main);
+    putFields(TextPart::footnotes, fieldsOf(parts.footnotes.slices), parts.footnotes.length);
+    putFields(TextPart::headers, headers.fields, headers.size());
+    putFields(TextPart::comments, fieldsOf(parts.comments.slices), parts.comments.length);
+    putFields(TextPart::endnotes, fieldsOf(parts.endnotes.slices), parts.endnotes.length);
+    writeBookmarks(content, parts.length());
+    writeNotes(content, parts);
+    writeComments(content, parts);
+    table_.put(FibPair::PlcfHdd, parts.headers.plcfHdd);
+    table_.put(FibPair::PlcfBteChpx, word_.characterPages().parts());
+    table_.put(FibPair::PlcfBtePapx, word_.paragraphPages().parts());
+    table_.put(FibPair::Clx, encodeClx({pieces(content, parts), {}}));
+}
+
+void DocumentSession::writeBookmarks(const DocumentContent& content, Cp limit) {
+    std::vector<Bookmark> all;
+    std::copy_if(content.bookmarks.begin(), content.bookmarks.end(), std::back_inserter(all),
+                 [](const Bookmark& bookmark) { return !bookmark.comment; });
     all.insert(all.end(), marks_.begin(), marks_.end());
     for (const Bookmark& bookmark : all) {
         limit = std::max(limit, bookmark.end);
@@ -177,15 +241,53 @@ void DocumentSession::writePositions(const DocumentContent& content,
     table_.put(FibPair::SttbfBkmk, bookmarks.names);
     table_.put(FibPair::PlcfBkf, bookmarks.starts);
     table_.put(FibPair::PlcfBkl, bookmarks.ends);
-    table_.put(FibPair::PlcfFldMom, encodeFields(fieldsOf(content.main), mainLength));
-    table_.put(FibPair::PlcfFldHdr, encodeFields(headers.story.fields, headers.story.size()));
-    table_.put(FibPair::PlcfHdd, headers.plcfHdd);
-    table_.put(FibPair::PlcfBteChpx, word_.characterPages().parts());
-    table_.put(FibPair::PlcfBtePapx, word_.paragraphPages().parts());
-    table_.put(FibPair::Clx, encodeClx({pieces(content), {}}));
 }
 
-void DocumentSession::writeFib(Cp mainLength, Cp headerLength) {
+void DocumentSession::writeNotes(const DocumentContent& content, const Parts& parts) {
+    const auto put = [&](TextPart part, const SideText& text) {
+        std::vector<NotePlace> notes;
+        for (const SideReference& reference : text.references) {
+            notes.push_back({reference.at,
+                             content.tables.notes[reference.index].automatic,
+                             {reference.start, reference.length}});
+        }
+        const NoteTables tables = encodeNotes(notes, parts.main);
+        table_.put(factsOf(part).references->pair, tables.references);
+        table_.put(factsOf(part).texts->pair, tables.texts);
+    };
+    put(TextPart::footnotes, parts.footnotes);
+    put(TextPart::endnotes, parts.endnotes);
+}
+
+void DocumentSession::writeComments(const DocumentContent& content, const Parts& parts) {
+    std::unordered_map<std::uint32_t, CommentRange> ranges;
+    for (const Bookmark& range : content.bookmarks) {
+        if (range.comment && range.start < range.end) {
+            ranges.emplace(*range.comment, CommentRange{range.start, range.end});
+        }
+    }
+    std::vector<CommentPlace> comments;
+    for (const SideReference& reference : parts.comments.references) {
+        const Comment& comment = content.tables.comments[reference.index];
+        const auto range = ranges.find(reference.index);
+        comments.push_back({reference.at,
+                            {reference.start, reference.length},
+                            comment.author,
+                            comment.initials,
+                            comment.date,
+                            range != ranges.end() ? std::optional(range->second) : std::nullopt});
+    }
+    const CommentTables tables = encodeComments(comments, parts.length());
+    table_.put(FibPair::PlcfandRef, tables.references);
+    table_.put(FibPair::PlcfandTxt, tables.texts);
+    table_.put(FibPair::GrpXstAtnOwners, tables.owners);
+    table_.put(FibPair::AtrdExtra, tables.dates);
+    table_.put(FibPair::SttbfAtnBkmk, tables.rangeTags);
+    table_.put(FibPair::PlcfAtnBkf, tables.rangeStarts);
+    table_.put(FibPair::PlcfAtnBkl, tables.rangeEnds);
+}
+
+void DocumentSession::writeFib(const Parts& parts) {
     Fib fib;
     saves_ = started_ ? static_cast<std::uint16_t>(std::min(saves_ + 1, 15)) : saves_;
     fib.fComplex = started_;
@@ -194,8 +296,11 @@ void DocumentSession::writeFib(Cp mainLength, Cp headerLength) {
     fib.fcMin = WordStream::fibRoom;
     fib.fcMac = word_.textLimit();
     fib.cbMac = word_.size();
-    fib.ccp.text = mainLength;
-    fib.ccp.headers = headerLength;
+    fib.ccp.text = parts.main;
+    fib.ccp.footnotes = parts.footnotes.length;
+    fib.ccp.headers = parts.headers.story.size();
+    fib.ccp.comments = parts.comments.length;
+    fib.ccp.endnotes = parts.endnotes.length;
     for (std::size_t i = 0; i < Fib::pairsOfWord2003; ++i) {
         const auto pair = static_cast<FibPair>(i);
         fib.set(pair, table_.place(pair));

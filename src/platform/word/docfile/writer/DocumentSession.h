@@ -4,6 +4,7 @@
 #include "platform/word/docfile/objects/ObjectPool.h"
 #include "platform/word/docfile/styles/ListDefinitionEncoder.h"
 #include "platform/word/docfile/text/HeaderStory.h"
+#include "platform/word/docfile/writer/SideText.h"
 #include "platform/word/docfile/writer/TableStream.h"
 #include "platform/word/docfile/writer/WordStream.h"
 
@@ -34,20 +35,45 @@ private:
         Piece piece;
     };
 
-    void writeText(const DocumentContent& content, const EncodedHeaders& headers,
-                   FileProperties& properties);
+    // The parts of the text in the order in which they follow each other in the file.
+    struct Parts {
+        Cp main = 0; // length
+        SideText footnotes;
+        EncodedHeaders headers;
+        SideText comments;
+        SideText endnotes;
+        // What is known by fragments, in front of the headers and behind them.
+        std::vector<StorySlice> front; // empty when that is the main story alone
+        std::vector<StorySlice> back;
+
+        Cp headersAt() const { return main + footnotes.length; }
+        Cp backAt() const { return headersAt() + headers.story.size(); }
+        // Without the mark that ends all text of a document with more than a main story.
+        Cp length() const { return backAt() + comments.length + endnotes.length; }
+    };
+
+    Parts partsOf(const DocumentContent& content) const;
+    void writeText(const DocumentContent& content, const Parts& parts, FileProperties& properties);
     void writeTables(const DocumentContent& content);
-    void writePositions(const DocumentContent& content, const EncodedHeaders& headers);
+    void writePositions(const DocumentContent& content, const Parts& parts);
+    void writeBookmarks(const DocumentContent& content, Cp limit);
+    void writeNotes(const DocumentContent& content, const Parts& parts);
+    void writeComments(const DocumentContent& content, const Parts& parts);
     void writeSections(const DocumentContent& content, FileProperties& properties);
-    void writeFib(Cp mainLength, Cp headerLength);
-    std::vector<Piece> pieces(const DocumentContent& content);
+    void writeFib(const Parts& parts);
+    std::vector<Piece> pieces(const DocumentContent& content, const Parts& parts);
 
     CompoundStore store_;
     WordStream word_;
     DataStream data_;
     ObjectPool objects_;
     TableStream table_;
-    FragmentPlaces places_;
+    FragmentPlaces front_; // the main story and the footnotes
+    FragmentPlaces back_;  // what lies behind the headers
+    std::shared_ptr<const Story> footnotesEnd_ = lonelyMark();
+    std::shared_ptr<const Story> commentsEnd_ = lonelyMark();
+    std::shared_ptr<const Story> endnotesEnd_ = lonelyMark();
+    std::shared_ptr<const Story> textEnd_ = lonelyMark();
     ListDefinitionEncoder listDefinitions_;
     Headers headers_;
     std::vector<Bookmark> marks_;

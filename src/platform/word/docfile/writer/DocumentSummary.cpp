@@ -125,7 +125,9 @@ DocumentSummary summarize(const DocumentData& document) {
     summary.footnotes = document.side.footnotes;
     summary.endnotes = document.side.endnotes;
     summary.comments = document.side.comments;
-    summary.bookmarks = static_cast<int>(document.bookmarks.size());
+    summary.bookmarks =
+        static_cast<int>(std::count_if(document.bookmarks.begin(), document.bookmarks.end(),
+                                       [](const Bookmark& bookmark) { return !bookmark.comment; }));
     summary.shapes = document.side.drawings;
     summary.embeddedObjects = document.side.embeddedObjects;
     const auto& styles = document.tables.styles.styles;

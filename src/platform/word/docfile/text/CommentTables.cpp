@@ -1,0 +1,224 @@
+#include "platform/word/docfile/text/CommentTables.h"
+
+#include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/Sttb.h"
+
+#include <algorithm>
+#include <numeric>
+#include <unordered_map>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t atrdSize = 30;      // ATRDPre10
+constexpr std::size_t initialsRoom = 9;   // of its xstUsrInitl, behind the length
+constexpr std::size_t atrdExtraSize = 18; // ATRDPost10
+constexpr std::size_t fbkfSize = 4;
+constexpr std::uint16_t atnbeSize = 10;
+constexpr std::uint16_t rangeOfComment = 0x0100; // ATNBE.bmc
+constexpr std::uint32_t noTag = 0xFFFFFFFF;
+
+std::vector<std::u16string> decodeOwners(ByteView bytes) {
+    std::vector<std::u16string> owners;
+    LittleEndianReader reader(bytes, "GrpXstAtnOwners");
+    while (reader.remaining() >= 2) {
+        const std::size_t length = reader.u16();
+        if (length * 2 > reader.remaining()) {
+            break;
+        }
+        owners.push_back(reader.text(length));
+    }
+    return owners;
+}
+
+using Ranges = std::unordered_map<std::uint32_t, CommentRange>; // by tag
+
+Ranges decodeRanges(const CommentTableViews& tables, Cp mainLength) {
+    const Sttb tags = decodeSttb(tables.rangeTags).table;
+    const Plc starts = decodePlc(tables.rangeStarts, fbkfSize);
+    const Plc ends = decodePlc(tables.rangeEnds, 0);
+    Ranges ranges;
+    for (std::size_t i = 0; i < std::min(tags.entries.size(), starts.count()); ++i) {
+        const std::size_t end = LittleEndianReader(starts.element(i), "FBKF").u16();
+        if (tags.entries[i].extra.size() < atnbeSize || end >= ends.count()) {
+            continue;
+        }
+        LittleEndianReader atnbe(tags.entries[i].extra, "ATNBE");
+        atnbe.skip(2);
+        const CommentRange range{starts.positions[i], ends.positions[end]};
+        if (range.start < range.end && range.end <= mainLength) {
+            ranges.try_emplace(atnbe.u32(), range);
+        }
+    }
+    return ranges;
+}
+
+struct Reference {
+    std::u16string initials;
+    std::size_t owner = 0;
+    std::uint32_t tag = noTag;
+};
+
+Reference decodeReference(ByteView atrd) {
+    LittleEndianReader reader(atrd, "ATRDPre10");
+    Reference reference;
+    const std::size_t length = reader.u16();
+    reference.initials = reader.text(initialsRoom);
+    reference.initials.resize(std::min(length, initialsRoom));
+    reference.owner = reader.u16();
+    reader.skip(4);
+    reference.tag = reader.u32();
+    return reference;
+}
+
+std::uint32_t dateOf(ByteView dates, std::size_t index) {
+    LittleEndianReader reader(dates, "AtrdExtra");
+    if ((index + 1) * atrdExtraSize > dates.size()) {
+        return 0;
+    }
+    reader.seek(index * atrdExtraSize);
+    return reader.u32();
+}
+
+// The comments' tables under way.
+class CommentWriter {
+public:
+    explicit CommentWriter(std::span<const CommentPlace> comments) : comments_(comments) {}
+
+    CommentTables write(Cp end) {
+        std::vector<std::uint32_t> positions;
+        std::vector<TextPlace> texts;
+        for (const CommentPlace& comment : comments_) {
+            positions.push_back(comment.at);
+            texts.push_back(comment.text);
+            writeReference(comment);
+            dates_.u32(comment.date);
+            dates_.zeros(atrdExtraSize - 4);
+        }
+        positions.push_back(end);
+        CommentTables tables;
+        tables.references = encodePlc(positions, atrds_.data());
+        tables.texts = encodeTextPlaces(texts);
+        tables.owners = encodeOwners();
+        tables.dates = dates_.take();
+        writeRanges(tables, end);
+        return tables;
+    }
+
+private:
+    void writeReference(const CommentPlace& comment) {
+        const std::u16string initials = comment.initials.substr(0, initialsRoom);
+        atrds_.u16(static_cast<unsigned>(initials.size()));
+        atrds_.text(initials);
+        atrds_.zeros(2 * (initialsRoom - initials.size()));
+        const auto owner = std::find(owners_.begin(), owners_.end(), comment.author);
+        atrds_.u16(static_cast<unsigned>(owner - owners_.begin()));
+        if (owner == owners_.end()) {
+            owners_.push_back(comment.author);
+        }
+        atrds_.zeros(4);
+        if (comment.range) {
+            atrds_.u32(static_cast<std::uint32_t>(ranges_.size()));
+            ranges_.push_back(*comment.range);
+        } else {
+            atrds_.u32(noTag);
+        }
+    }
+
+    Bytes encodeOwners() const {
+        LittleEndianWriter writer;
+        for (const std::u16string& owner : owners_) {
+            writer.u16(static_cast<unsigned>(owner.size()));
+            writer.text(owner);
+        }
+        return writer.take();
+    }
+
+    // Tags count the ranges; both tables of positions ascend, so each has an order of its own.
+    void writeRanges(CommentTables& tables, Cp end) const {
+        if (ranges_.empty()) {
+            return;
+        }
+        const std::vector<std::size_t> byStart = order(&CommentRange::start);
+        const std::vector<std::size_t> byEnd = order(&CommentRange::end);
+        std::vector<std::size_t> endPlaces(byEnd.size());
+        for (std::size_t i = 0; i < byEnd.size(); ++i) {
+            endPlaces[byEnd[i]] = i;
+        }
+        Sttb tags;
+        tags.extraSize = atnbeSize;
+        std::vector<std::uint32_t> starts;
+        std::vector<std::uint32_t> ends;
+        LittleEndianWriter fbkfs;
+        for (const std::size_t i : byStart) {
+            LittleEndianWriter atnbe;
+            atnbe.u16(rangeOfComment);
+            atnbe.u32(static_cast<std::uint32_t>(i));
+            atnbe.u32(noTag);
+            tags.entries.push_back({u"", atnbe.take()});
+            starts.push_back(ranges_[i].start);
+            fbkfs.u16(static_cast<unsigned>(endPlaces[i]));
+            fbkfs.u16(0);
+        }
+        for (const std::size_t i : byEnd) {
+            ends.push_back(ranges_[i].end);
+        }
+        starts.push_back(end);
+        ends.push_back(end);
+        tables.rangeTags = encodeSttb(tags);
+        tables.rangeStarts = encodePlc(starts, fbkfs.data());
+        tables.rangeEnds = encodePlc(ends, {});
+    }
+
+    std::vector<std::size_t> order(Cp CommentRange::*position) const {
+        std::vector<std::size_t> result(ranges_.size());
+        std::iota(result.begin(), result.end(), std::size_t{0});
+        std::stable_sort(result.begin(), result.end(), [&](std::size_t a, std::size_t b) {
+            return ranges_[a].*position < ranges_[b].*position;
+        });
+        return result;
+    }
+
+    std::span<const CommentPlace> comments_;
+    LittleEndianWriter atrds_;
+    LittleEndianWriter dates_;
+    std::vector<std::u16string> owners_;
+    std::vector<CommentRange> ranges_;
+};
+
+} // namespace
+
+std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mainLength,
+                                         Cp partLength, int* damage) {
+    const Plc references = decodePlc(tables.references, atrdSize);
+    const std::vector<TextPlace> texts = decodeTextPlaces(tables.texts, partLength);
+    const std::vector<std::u16string> owners = decodeOwners(tables.owners);
+    const Ranges ranges = decodeRanges(tables, mainLength);
+    std::vector<CommentPlace> comments;
+    for (std::size_t i = 0; i < references.count(); ++i) {
+        if (i >= texts.size() || texts[i].length == 0) {
+            if (damage != nullptr) {
+                ++*damage;
+            }
+            continue;
+        }
+        const Reference reference = decodeReference(references.element(i));
+        CommentPlace comment{references.positions[i], texts[i],    {}, reference.initials,
+                             dateOf(tables.dates, i), std::nullopt};
+        if (reference.owner < owners.size()) {
+            comment.author = owners[reference.owner];
+        }
+        if (const auto found = ranges.find(reference.tag); found != ranges.end()) {
+            comment.range = found->second;
+        }
+        comments.push_back(std::move(comment));
+    }
+    return comments;
+}
+
+CommentTables encodeComments(std::span<const CommentPlace> comments, Cp end) {
+    return comments.empty() ? CommentTables{} : CommentWriter(comments).write(end);
+}
+
+} // namespace qvnd::word

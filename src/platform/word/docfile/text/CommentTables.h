@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/word/docfile/text/NoteTables.h"
+
+#include <optional>
+#include <string>
+
+// Comments: PlcfandRef with ATRDPre10, PlcfandTxt, GrpXstAtnOwners, AtrdExtra, and the bookmarks
+// of what they speak of (SttbfAtnBkmk, PlcfAtnBkf, PlcfAtnBkl), [MS-DOC] 2.8 and 2.9.
+namespace qvnd::word {
+
+// A stretch of the main story.
+struct CommentRange {
+    Cp start = 0;
+    Cp end = 0;
+};
+
+struct CommentPlace {
+    Cp at = 0; // its reference in the main story
+    TextPlace text;
+    std::u16string author;
+    std::u16string initials;           // the format keeps nine characters
+    std::uint32_t date = 0;            // DTTM; 0 where the file does not tell
+    std::optional<CommentRange> range; // nothing for a comment on a place
+};
+
+struct CommentTableViews {
+    ByteView references;  // PlcfandRef
+    ByteView texts;       // PlcfandTxt
+    ByteView owners;      // GrpXstAtnOwners
+    ByteView dates;       // AtrdExtra
+    ByteView rangeTags;   // SttbfAtnBkmk
+    ByteView rangeStarts; // PlcfAtnBkf
+    ByteView rangeEnds;   // PlcfAtnBkl
+};
+
+// Comments without a text are left out, and counted in `*damage` where given. A range that is
+// damaged or not inside the first `mainLength` characters counts as none.
+std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mainLength,
+                                         Cp partLength, int* damage = nullptr);
+
+struct CommentTables {
+    Bytes references;
+    Bytes texts;
+    Bytes owners;
+    Bytes dates;
+    Bytes rangeTags;
+    Bytes rangeStarts;
+    Bytes rangeEnds;
+};
+// `end` is the position that closes the tables over the main story. All are empty when there is no
+// comment.
+CommentTables encodeComments(std::span<const CommentPlace> comments, Cp end);
+
+} // namespace qvnd::word

@@ -1,0 +1,89 @@
+#include "platform/word/docfile/text/NoteTables.h"
+
+#include "platform/word/docfile/text/CommentTables.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+
+TEST(NoteTables, ReferencesAndTextsComeBack) {
+    const std::vector<NotePlace> notes{{3, true, {0, 5}}, {8, false, {5, 2}}};
+    const NoteTables tables = encodeNotes(notes, 20);
+    EXPECT_EQ(tables.references, hex("03000000 08000000 14000000 0100 0000"));
+    EXPECT_EQ(tables.texts, hex("00000000 05000000 07000000 08000000"));
+    const auto read = decodeNotes(tables.references, tables.texts, 8);
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].at, 3U);
+    EXPECT_TRUE(read[0].automatic);
+    EXPECT_EQ(read[1].text.start, 5U);
+    EXPECT_EQ(read[1].text.length, 2U);
+    EXPECT_FALSE(read[1].automatic);
+}
+
+TEST(NoteTables, NoNotesAreNoBytes) {
+    EXPECT_TRUE(encodeNotes({}, 20).references.empty());
+    EXPECT_TRUE(encodeNotes({}, 20).texts.empty());
+    EXPECT_TRUE(decodeNotes({}, {}, 0).empty());
+}
+
+TEST(NoteTables, TextsOutsideOfThePartAndThoseThatAreMissingAreCounted) {
+    const Bytes references = hex("01000000 02000000 03000000 09000000 0100 0100 0100");
+    const Bytes texts = hex("00000000 04000000 FFFFFF7F 05000000 06000000");
+    int damage = 0;
+    const auto read = decodeNotes(references, texts, 6, &damage);
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[1].text.start, 4U);
+    EXPECT_EQ(read[1].text.length, 2U);
+    EXPECT_EQ(damage, 1);
+}
+
+TEST(CommentTables, AuthorsDatesAndRangesComeBack) {
+    const std::vector<CommentPlace> comments{
+        {4, {0, 3}, u"王工", u"W", 0x12345678, CommentRange{1, 4}},
+        {6, {3, 2}, u"Li", u"more than nine", 0, std::nullopt},
+        {9, {5, 2}, u"王工", u"W", 7, CommentRange{0, 9}}};
+    const CommentTables tables = encodeComments(comments, 12);
+    int damage = 0;
+    const auto read = decodeComments({tables.references, tables.texts, tables.owners, tables.dates,
+                                      tables.rangeTags, tables.rangeStarts, tables.rangeEnds},
+                                     10, 8, &damage);
+    ASSERT_EQ(read.size(), 3U);
+    EXPECT_EQ(damage, 0);
+    EXPECT_EQ(read[0].at, 4U);
+    EXPECT_EQ(read[0].author, u"王工");
+    EXPECT_EQ(read[0].initials, u"W");
+    EXPECT_EQ(read[0].date, 0x12345678U);
+    ASSERT_TRUE(read[0].range);
+    EXPECT_EQ(read[0].range->start, 1U);
+    EXPECT_EQ(read[0].range->end, 4U);
+    EXPECT_EQ(read[1].author, u"Li");
+    EXPECT_EQ(read[1].initials, u"more than");
+    EXPECT_FALSE(read[1].range);
+    EXPECT_EQ(read[2].author, u"王工");
+    ASSERT_TRUE(read[2].range);
+    EXPECT_EQ(read[2].range->start, 0U);
+    EXPECT_EQ(read[2].range->end, 9U);
+    EXPECT_EQ(tables.owners.size(), 2U * 2 + 2 * 4);
+}
+
+TEST(CommentTables, EveryCutIsReadWithoutAFault) {
+    const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{1, 4}}};
+    const CommentTables tables = encodeComments(comments, 12);
+    for (std::size_t size = 0; size < 64; ++size) {
+        const auto cut = [&](const Bytes& bytes) {
+            return ByteView(bytes).first(std::min(size, bytes.size()));
+        };
+        const auto read = decodeComments(
+            {cut(tables.references), cut(tables.texts), cut(tables.owners), cut(tables.dates),
+             cut(tables.rangeTags), cut(tables.rangeStarts), cut(tables.rangeEnds)},
+            10, 4);
+        EXPECT_LE(read.size(), 1U);
+    }
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,174 @@
+#include "platform/word/docfile/check/DocumentCheck.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "support/ContentBuilder.h"
+#include "support/MemoryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::ContentBuilder;
+using test::plain;
+using test::Words;
+
+// Notes and comments of a document under work, as a file gives them back.
+class SideTextWriter : public testing::Test {
+protected:
+    static Words special(char16_t character) {
+        return {std::u16string(1, character), withSprm8({}, sprm::CFSpec, 1)};
+    }
+    std::shared_ptr<const Story> noteText(const std::u16string& text) {
+        return builder.fragment({special(0x02), plain(text + u"\r")});
+    }
+    // Adds a paragraph whose last character is the anchor.
+    void add(const std::u16string& text, AnchorKind kind, std::uint32_t index) {
+        const char16_t mark = kind == AnchorKind::comment ? 0x05 : 0x02;
+        Story story = *builder.fragment({plain(text), special(mark), plain(u"\r")});
+        story.anchors = {{static_cast<Cp>(text.size()), kind, index}};
+        builder.add(std::make_shared<const Story>(std::move(story)));
+    }
+    void addNote(const std::u16string& text, AnchorKind kind, const std::u16string& note) {
+        auto& notes = builder.content.tables.notes;
+        notes.push_back({noteText(note), true});
+        add(text, kind, static_cast<std::uint32_t>(notes.size() - 1));
+    }
+    void addComment(const std::u16string& text, const std::u16string& comment,
+                    const std::u16string& author) {
+        auto& comments = builder.content.tables.comments;
+        comments.push_back(
+            {builder.fragment({special(0x05), plain(comment + u"\r")}), author, u"W", 99});
+        add(text, AnchorKind::comment, static_cast<std::uint32_t>(comments.size() - 1));
+    }
+    void addHeader(const std::u16string& text) {
+        HeaderSet set;
+        set[1] = *builder.fragment({plain(text + u"\r")});
+        builder.content.headers = {set};
+    }
+    DocumentData read() const {
+        const Bytes& file = folder->bytes(path);
+        for (const Finding& finding : checkDocument(file)) {
+            ADD_FAILURE() << finding.rule;
+        }
+        return readDocument(file);
+    }
+    // "kind:text" of each anchor of the main story, in order.
+    static std::vector<std::u16string> notesOf(const DocumentData& document) {
+        std::vector<std::u16string> result;
+        for (const Anchor& anchor : document.main.anchors) {
+            const DocumentTables& tables = document.tables;
+            const bool comment = anchor.kind == AnchorKind::comment;
+            const Story& text = comment ? *tables.comments.at(anchor.index).text
+                                        : *tables.notes.at(anchor.index).text;
+            const char16_t* kind = anchor.kind == AnchorKind::footnote ? u"f:" : u"e:";
+            result.push_back((comment ? u"c:" : kind) + text.text.substr(1));
+        }
+        return result;
+    }
+
+    std::shared_ptr<test::MemoryFolder> folder = std::make_shared<test::MemoryFolder>();
+    const std::filesystem::path path = "/folder/a.doc";
+    DocumentWriter writer{folder};
+    ContentBuilder builder;
+};
+
+using Texts = std::vector<std::u16string>;
+
+TEST_F(SideTextWriter, NotesComeBackAtTheirPlaces) {
+    addNote(u"one", AnchorKind::footnote, u"first");
+    addNote(u"two", AnchorKind::endnote, u"second");
+    addNote(u"three", AnchorKind::footnote, u"third");
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(document.main.text, builder.text());
+    EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"e:second\r", u"f:third\r"}));
+    EXPECT_EQ(document.side.footnotes, 2);
+    EXPECT_EQ(document.side.endnotes, 1);
+    EXPECT_TRUE(document.remarks.empty());
+}
+
+TEST_F(SideTextWriter, ANoteMayBearAMarkOfTheUsersOwn) {
+    builder.content.tables.notes.push_back({builder.fragment({plain(u"* text\r")}), false});
+    Story story = *builder.fragment({plain(u"a*\r")});
+    story.anchors = {{1, AnchorKind::footnote, 0}};
+    builder.add(std::make_shared<const Story>(std::move(story)));
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    ASSERT_EQ(document.tables.notes.size(), 1U);
+    EXPECT_FALSE(document.tables.notes[0].automatic);
+    EXPECT_EQ(document.main.anchors.at(0).at, 1U);
+}
+
+TEST_F(SideTextWriter, AllPartsStandTogether) {
+    addHeader(u"页眉");
+    addNote(u"one", AnchorKind::footnote, u"first");
+    addComment(u"two", u"批注", u"王工");
+    addNote(u"three", AnchorKind::endnote, u"last");
+    builder.content.bookmarks.push_back({u"", 4, 7, 0, 0U});
+    builder.content.bookmarks.push_back({u"name", 1, 2, 0, {}});
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"c:批注\r", u"e:last\r"}));
+    EXPECT_EQ(document.headers.at(0)[1]->text, u"页眉\r");
+    EXPECT_EQ(document.tables.comments.at(0).author, u"王工");
+    EXPECT_EQ(document.tables.comments.at(0).date, 99U);
+    ASSERT_EQ(document.bookmarks.size(), 2U);
+    EXPECT_EQ(document.bookmarks[0].name, u"name");
+    EXPECT_EQ(document.bookmarks[1].comment, 0U);
+    EXPECT_EQ(document.bookmarks[1].start, 4U);
+    EXPECT_EQ(document.bookmarks[1].end, 7U);
+}
+
+TEST_F(SideTextWriter, EverySaveAddsWhatIsNew) {
+    writer.saveAs(path, builder.content);
+    Texts expected;
+    for (int i = 0; i < 12; ++i) {
+        const std::u16string number(1, static_cast<char16_t>(u'a' + i));
+        if (i == 5) {
+            addHeader(u"header");
+        }
+        if (i % 3 == 2) {
+            addComment(number, u"comment " + number, u"author");
+            expected.push_back(u"c:comment " + number + u"\r");
+        } else {
+            const bool foot = i % 2 == 0;
+            addNote(number, foot ? AnchorKind::footnote : AnchorKind::endnote, u"note " + number);
+            expected.push_back((foot ? u"f:note " : u"e:note ") + number + u"\r");
+        }
+        writer.save(builder.content);
+        const DocumentData document = read();
+        ASSERT_EQ(document.main.text, builder.text());
+        ASSERT_EQ(notesOf(document), expected);
+    }
+}
+
+TEST_F(SideTextWriter, ASaveWritesNoNoteTwice) {
+    addNote(u"one", AnchorKind::footnote, u"a note that is known by its words");
+    writer.saveAs(path, builder.content);
+    builder.add({plain(u"more\r")});
+    writer.save(builder.content);
+    const Bytes& file = folder->bytes(path);
+    const std::u16string words = u"known by its words";
+    Bytes wanted;
+    for (const char16_t c : words) {
+        wanted.push_back(static_cast<std::uint8_t>(c));
+        wanted.push_back(0);
+    }
+    const auto first = std::search(file.begin(), file.end(), wanted.begin(), wanted.end());
+    ASSERT_NE(first, file.end());
+    EXPECT_EQ(std::search(first + 1, file.end(), wanted.begin(), wanted.end()), file.end());
+}
+
+TEST_F(SideTextWriter, ANoteWhoseReferenceIsGoneIsNotWritten) {
+    addNote(u"one", AnchorKind::footnote, u"first");
+    addNote(u"two", AnchorKind::footnote, u"second");
+    writer.saveAs(path, builder.content);
+    builder.content.main.erase(builder.content.main.begin());
+    builder.content.sections.back().length -= 5;
+    writer.save(builder.content);
+    EXPECT_EQ(notesOf(read()), (Texts{u"f:second\r"}));
+}
+
+} // namespace
+} // namespace qvnd::word
