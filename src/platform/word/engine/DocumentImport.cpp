@@ -177,6 +177,10 @@ NewNames renamed(std::vector<Bookmark>& bookmarks, BookmarkNames& names) {
     return changed;
 }
 
+bool hasHeaders(const HeaderSet& set) {
+    return std::any_of(set.begin(), set.end(), [](const auto& header) { return bool(header); });
+}
+
 // Brings the stories of one source in, one after another.
 class StoriesImport {
 public:
@@ -230,6 +234,23 @@ public:
         }
         sections.back().length += size - newStart;
         return sections;
+    }
+
+    // The last section shows the headers of the target, so its own stay behind.
+    std::vector<HeaderSet> headers() {
+        std::vector<HeaderSet> result;
+        for (std::size_t i = 0; i + 1 < source_.sections.size() && i < source_.headers.size();
+             ++i) {
+            HeaderSet& set = result.emplace_back();
+            for (std::size_t kind = 0; kind < set.size(); ++kind) {
+                if (const std::optional<Story>& header = source_.headers[i][kind]) {
+                    StoryEdits edits;
+                    set[kind] = imported(*header, {}, false, edits);
+                }
+            }
+        }
+        const bool any = std::any_of(result.begin(), result.end(), hasHeaders);
+        return any ? result : std::vector<HeaderSet>{};
     }
 
     // Completes the tables; nothing comes in behind it.
@@ -330,6 +351,10 @@ ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
     }
     stories.tieToComments(result.bookmarks);
     result.sections = stories.sections(result.text->size());
+    result.headers = stories.headers();
+    if (!result.headers.empty()) {
+        result.headers.resize(result.sections.size());
+    }
     result.leftOut = stories.finish();
     return result;
 }

@@ -17,6 +17,9 @@ struct ImportedText {
     // their break mark (U+000C); the last one has none of its own, and whether its properties
     // count is for the caller to decide.
     std::vector<SectionRun> sections;
+    // Headers and footers of their own that the sections have, one set a section; nothing for the
+    // last one, whose page the target makes. No set at all when no section has any.
+    std::vector<HeaderSet> headers;
     std::vector<Bookmark> bookmarks; // positions in the text; names unique in the target
     // What the document holds and the text does not, in Chinese, one line each: the remarks of the
     // source first.

@@ -4,6 +4,7 @@
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StyleLookup.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace qvnd::word {
@@ -42,16 +43,27 @@ private:
     SectionRun& first() { return text_.sections.front(); }
     SectionRun& last() { return text_.sections.back(); }
 
+    // Such a section keeps its title page and its page numbers as well.
+    bool bringsHeaders(std::size_t section) const {
+        return section < text_.headers.size() &&
+               std::any_of(text_.headers[section].begin(), text_.headers[section].end(),
+                           [](const auto& header) { return bool(header); });
+    }
+
     void prepareSections() {
         // A section that waits for its end must end before its properties are asked for.
         document_.endOpenSection(at_);
         target_ = document_.sections().properties(document_.sections().indexAt(at_));
-        for (SectionRun& section : text_.sections) {
-            section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));
+        for (std::size_t i = 0; i < text_.sections.size(); ++i) {
+            SectionRun& section = text_.sections[i];
+            if (!bringsHeaders(i)) {
+                section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));
+            }
         }
         isClosedOff_ = !samePageFormat(formatOf(last()), targetFormat());
         hasSections_ = text_.sections.size() > 1 || isClosedOff_;
-        isSeparated_ = hasSections_ && !samePageFormat(formatOf(first()), targetFormat());
+        isSeparated_ = hasSections_ &&
+                       (bringsHeaders(0) || !samePageFormat(formatOf(first()), targetFormat()));
     }
 
     // A table and a section cannot begin in the middle of a paragraph.
@@ -117,7 +129,9 @@ private:
         const Cp sectionStart = document_.sections().start(document_.sections().indexAt(at_));
         if (border == sectionStart) {
             front_ = lists_.intern(
-                withBreakOf(withNumberingOf(lists_[front_], targetFormat()), targetFormat()));
+                withBreakOf(bringsHeaders(0) ? Bytes(lists_[front_].begin(), lists_[front_].end())
+                                             : withNumberingOf(lists_[front_], targetFormat()),
+                            targetFormat()));
             return;
         }
         setBreakInFrontOf(border);
@@ -162,6 +176,7 @@ private:
         if (breaks > 0) {
             continueTarget();
         }
+        placeHeaders(breaks);
         const std::size_t rest = sections.indexAt(at_ + text_.text->size());
         if (endsOpen_) {
             sections.setProperties(rest, last().properties);
@@ -171,6 +186,22 @@ private:
         } else if (hasSections_) {
             sections.setProperties(rest,
                                    lists_.intern(withBreakOf(targetFormat(), formatOf(last()))));
+        }
+    }
+
+    // What follows the document shows the headers that were shown in front of it.
+    void placeHeaders(std::size_t breaks) {
+        DocumentSections& sections = document_.sections();
+        Cp at = at_;
+        const std::size_t rest = sections.indexAt(at_ + text_.text->size());
+        for (std::size_t i = 0; i < std::min(breaks, text_.headers.size()); ++i) {
+            for (std::size_t kind = 0; kind < text_.headers[i].size(); ++kind) {
+                if (std::optional<Story>& header = text_.headers[i][kind]) {
+                    sections.bringHeader(sections.indexAt(at), rest, static_cast<HeaderKind>(kind),
+                                         std::move(*header));
+                }
+            }
+            at += text_.sections[i].length;
         }
     }
 

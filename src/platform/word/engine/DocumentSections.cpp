@@ -5,7 +5,7 @@
 namespace qvnd::word {
 
 DocumentSections::DocumentSections(std::vector<SectionRun>& runs, std::vector<HeaderSet>& headers)
-    : runs_(runs), headers_(headers) {
+    : origins_(runs.size()), runs_(runs), headers_(headers) {
     headers_.resize(runs_.size());
     for (const SectionRun& run : runs_) {
         size_ += run.length;
@@ -37,10 +37,42 @@ void DocumentSections::setProperties(std::size_t index, PropertyListId propertie
 }
 
 std::size_t DocumentSections::headerOwner(std::size_t index, HeaderKind kind) const {
-    while (index > 0 && !headers_[index][static_cast<std::size_t>(kind)]) {
-        --index;
+    const auto at = static_cast<std::size_t>(kind);
+    bool returned = false;
+    for (; index > 0; --index) {
+        const Origin origin = origins_[index][at];
+        returned = returned || origin == Origin::returned;
+        const bool own = headers_[index][at] && origin != Origin::returned;
+        if (own && !(returned && origin == Origin::brought)) {
+            break;
+        }
     }
     return index;
+}
+
+void DocumentSections::bringHeader(std::size_t index, std::size_t behind, HeaderKind kind,
+                                   Story header) {
+    const auto at = static_cast<std::size_t>(kind);
+    std::optional<Story>& own = headers_[index][at];
+    if (!headers_[behind][at]) {
+        const bool ofDocument = own && origins_[index][at] == Origin::document;
+        headers_[behind][at] = ofDocument ? std::move(own) : std::nullopt;
+        origins_[behind][at] = ofDocument ? Origin::document : Origin::returned;
+    }
+    own = std::move(header);
+    origins_[index][at] = Origin::brought;
+}
+
+void DocumentSections::fillReturned(const Story& blank) {
+    for (std::size_t index = 0; index < headers_.size(); ++index) {
+        for (std::size_t kind = 0; kind < origins_[index].size(); ++kind) {
+            if (origins_[index][kind] == Origin::returned) {
+                const auto owner = headerOwner(index, static_cast<HeaderKind>(kind));
+                const std::optional<Story>& shown = headers_[owner][kind];
+                headers_[index][kind] = shown ? *shown : blank;
+            }
+        }
+    }
 }
 
 void DocumentSections::cut(Cp at, PropertyListId front) {
@@ -53,6 +85,7 @@ void DocumentSections::cut(Cp at, PropertyListId front) {
     runs_[place.index].length -= frontLength;
     runs_.insert(runs_.begin() + offset, SectionRun{frontLength, front});
     headers_.insert(headers_.begin() + offset + 1, HeaderSet{});
+    origins_.insert(origins_.begin() + offset + 1, Origins{});
 }
 
 void DocumentSections::inserted(Cp at, Cp length) {
@@ -80,10 +113,12 @@ void DocumentSections::erased(Cp start, Cp end) {
                 auto& next = headers_[place.index + 1][kind];
                 if (!next) {
                     next = std::move(headers_[place.index][kind]);
+                    origins_[place.index + 1][kind] = origins_[place.index][kind];
                 }
             }
             runs_.erase(runs_.begin() + index);
             headers_.erase(headers_.begin() + index);
+            origins_.erase(origins_.begin() + index);
         }
     }
 }

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentData.h"
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -23,7 +24,14 @@ public:
 
     // The section whose header or footer of that kind the section shows: itself or the nearest
     // one before that has its own; the first one when none has.
+    // Headers that came with an inserted document count for the sections of that document alone.
     std::size_t headerOwner(std::size_t index, HeaderKind kind) const;
+    // Gives the section a header that came with an inserted document. The section `behind` that
+    // document shows again what is shown in front of it.
+    void bringHeader(std::size_t index, std::size_t behind, HeaderKind kind, Story header);
+    // Puts into sections that return to the document's headers what they show, for the writer.
+    // `blank`: for those that show nothing.
+    void fillReturned(const Story& blank);
 
     // The section is cut behind a break mark: its front part becomes a section with properties of
     // its own and keeps the headers, which the rest inherits.
@@ -38,8 +46,13 @@ private:
         std::size_t index = 0;
         Cp start = 0;
     };
+    // Whose header of one kind a section has, when it has one.
+    enum class Origin : std::uint8_t { document, brought, returned };
+    using Origins = std::array<Origin, 6>; // by HeaderKind
+
     Place placeOf(Cp at) const;
 
+    std::vector<Origins> origins_; // by section
     std::vector<SectionRun>& runs_;
     std::vector<HeaderSet>& headers_;
     Cp size_ = 0;

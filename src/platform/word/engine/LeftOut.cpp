@@ -18,11 +18,16 @@ void say(std::vector<std::u16string>& lines, int count, std::u16string_view what
     }
 }
 
-bool hasOwnHeaders(const DocumentData& source) {
-    return std::any_of(source.headers.begin(), source.headers.end(), [](const HeaderSet& set) {
-        return std::any_of(set.begin(), set.end(), [](const std::optional<Story>& header) {
-            return header && holdsContent(*header);
-        });
+// Whether the last section shows a header or footer, its own or that of a section before it.
+bool showsHeaderAtTheEnd(const DocumentData& source) {
+    HeaderSet shown;
+    for (const HeaderSet& set : source.headers) {
+        for (std::size_t kind = 0; kind < set.size(); ++kind) {
+            shown[kind] = set[kind] ? set[kind] : shown[kind];
+        }
+    }
+    return std::any_of(shown.begin(), shown.end(), [](const std::optional<Story>& header) {
+        return header && holdsContent(*header);
     });
 }
 
@@ -54,8 +59,9 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
     say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
-    if (hasOwnHeaders(source)) {
-        lines.emplace_back(u"文件自带的页眉页脚未能带入");
+    if (showsHeaderAtTheEnd(source)) {
+        lines.emplace_back(source.sections.size() > 1 ? u"文件最后一节的页眉页脚未能带入"
+                                                      : u"文件自带的页眉页脚未能带入");
     }
     if (side.macros) {
         lines.emplace_back(u"宏未能带入");

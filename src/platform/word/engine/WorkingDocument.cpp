@@ -93,6 +93,7 @@ void WorkingDocument::endSectionOnInsertion(Cp at, PropertyListId next) { openEn
 
 const DocumentContent& WorkingDocument::content() {
     storeHeaders();
+    sections_.fillReturned(blankHeader(content_.tables));
     main_.seal();
     return content_;
 }

@@ -699,6 +699,23 @@ TEST(ImportedSections, TheyShrinkByWhatIsTakenOut) {
     EXPECT_EQ(target.last.sections[1].length, 2U);
 }
 
+TEST(ImportedSections, InnerOnesComeWithTheirHeadersAndTheLastOnesStayBehind) {
+    SourceDocument source;
+    source.paragraph(u"a\u000C");
+    source.paragraph(u"b");
+    source.data.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    source.data.sections = {{3, PropertyListId::empty}, {2, PropertyListId::empty}};
+    source.data.headers.resize(2);
+    source.data.headers[0][1] = textBox(u"inner\r");
+    source.data.headers[1][1] = textBox(u"last\r");
+    ImportTarget target;
+    target.import(source.data);
+    ASSERT_EQ(target.last.headers.size(), 2U);
+    EXPECT_EQ(target.last.headers[0][1]->text, u"inner\r");
+    EXPECT_FALSE(target.last.headers[1][1]);
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"文件最后一节的页眉页脚未能带入"));
+}
+
 TEST(ImportedBookmarks, ATakenNameGetsANewOneAndReferencesFollow) {
     SourceDocument source;
     source.paragraph(u"\u0013 REF bm \\h \u0014x\u0015\u0013PAGEREF \"bm\"\u0014y\u0015"

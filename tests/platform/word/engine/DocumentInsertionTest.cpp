@@ -43,6 +43,37 @@ protected:
         return text;
     }
 
+    static Story headerOf(const std::u16string& text) {
+        Story story;
+        StoryBuilder builder(story);
+        builder.text(text, PropertyListId::empty);
+        builder.mark(u'\r', {}, PropertyListId::empty);
+        return story;
+    }
+    // What the sections show as their primary header, as a file would have it.
+    std::vector<std::u16string> headers() {
+        std::vector<std::u16string> result;
+        std::u16string shown;
+        for (const HeaderSet& set : document().change().content().headers) {
+            const auto& header = set[static_cast<std::size_t>(HeaderKind::oddHeader)];
+            shown = header ? header->text : shown;
+            result.push_back(shown);
+        }
+        return result;
+    }
+    void insertWithHeader(const std::vector<PropertyListId>& formats, std::size_t section) {
+        ImportedText text = sectionsOf(formats);
+        text.headers.resize(formats.size());
+        text.headers[section][static_cast<std::size_t>(HeaderKind::oddHeader)] = headerOf(u"own");
+        insertDocument(document().change(), static_cast<Cp>(selection().Range().Start()),
+                       std::move(text));
+        select(static_cast<int>(story().size() - 1), static_cast<int>(story().size() - 1));
+    }
+    void typeHeader(const std::u16string& text) {
+        WorkingStory& header = document().change().header(0, HeaderKind::oddHeader);
+        header.insertText(0, text, PropertyListId::empty);
+    }
+
     void insert(const std::vector<PropertyListId>& formats) {
         const auto at = static_cast<Cp>(selection().Range().Start());
         const Cp behind = insertDocument(document().change(), at, sectionsOf(formats));
@@ -158,6 +189,41 @@ TEST_F(SectionInsertion, NumberingOfTheDocumentStaysWithItsFirstPages) {
     EXPECT_EQ(formats().substr(0, 2), u"LL");
     EXPECT_EQ(sprmValue(sectionAt(0), sprm::SFPgnRestart, 0), 1U);
     EXPECT_FALSE(findSprm(sectionAt(2), sprm::SFPgnRestart).has_value());
+}
+
+TEST_F(SectionInsertion, AnInnerSectionShowsItsOwnHeaderAndWhatFollowsThatOfTheDocument) {
+    type(u"x");
+    selection().TypeParagraph();
+    insertWithHeader({portrait(), landscape(), portrait()}, 1);
+    type(u"y");
+    typeHeader(u"plan");
+    EXPECT_EQ(formats(), u"PPPPLLPPPP");
+    EXPECT_EQ(headers(), (std::vector<std::u16string>{u"plan\r", u"own\r", u"plan\r"}));
+    EXPECT_EQ(sprmValue(sectionAt(4), sprm::SFTitlePage, 0), 1U);
+}
+
+TEST_F(SectionInsertion, AFirstSectionWithAHeaderOfItsOwnBeginsAnew) {
+    typeHeader(u"plan");
+    type(u"x");
+    selection().TypeParagraph();
+    insertWithHeader({portrait(), portrait()}, 0);
+    EXPECT_EQ(headers(), (std::vector<std::u16string>{u"plan\r", u"own\r", u"plan\r"}));
+}
+
+TEST_F(SectionInsertion, AtTheVeryStartTheDocumentsHeaderGoesToWhatFollows) {
+    typeHeader(u"plan");
+    insertWithHeader({portrait(), portrait()}, 0);
+    EXPECT_EQ(headers(), (std::vector<std::u16string>{u"own\r", u"plan\r"}));
+}
+
+TEST_F(SectionInsertion, TwoDocumentsWithHeadersOfTheirOwnDoNotMix) {
+    type(u"x");
+    selection().TypeParagraph();
+    insertWithHeader({landscape(), portrait()}, 0);
+    insertWithHeader({landscape(), portrait()}, 0);
+    typeHeader(u"plan");
+    EXPECT_EQ(headers(),
+              (std::vector<std::u16string>{u"plan\r", u"own\r", u"plan\r", u"own\r", u"plan\r"}));
 }
 
 TEST_F(SectionInsertion, DeletingTheBreakGivesTheTextToTheNextSection) {
