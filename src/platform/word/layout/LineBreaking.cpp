@@ -46,12 +46,15 @@ private:
     bool insideFieldCode(char16_t c) {
         if (c == 0x13) {
             fieldShows_.push_back(false);
-        } else if (c == 0x14 && !fieldShows_.empty()) {
+            ++codes_;
+        } else if ((c == 0x14 || c == 0x15) && !fieldShows_.empty()) {
+            codes_ -= fieldShows_.back() ? 0 : 1;
             fieldShows_.back() = true;
-        } else if (c == 0x15 && !fieldShows_.empty()) {
-            fieldShows_.pop_back();
+            if (c == 0x15) {
+                fieldShows_.pop_back();
+            }
         }
-        return std::find(fieldShows_.begin(), fieldShows_.end(), false) != fieldShows_.end();
+        return codes_ > 0;
     }
 
     static int textHeight(char16_t c, const CharacterSize& size) {
@@ -100,6 +103,7 @@ private:
     int word_ = 0; // of the line, the part behind the last place for a break
     int height_ = 0;
     std::vector<bool> fieldShows_; // of the open fields: whether the result has begun
+    std::size_t codes_ = 0;        // how many of them are still in their code
     std::vector<int> heights_;
 };
 
