@@ -4,12 +4,20 @@
 #include "platform/error/Utf8.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/reader/ForeignFile.h"
 
 namespace qvnd::word {
 
 namespace {
 
 std::u16string nameOf(const std::filesystem::path& path) { return path.filename().u16string(); }
+
+// What the file is instead, where that can be told.
+std::u16string insteadOf(const std::filesystem::path& path) {
+    const std::u16string format = foreignFormat(path);
+    return format.empty() ? std::u16string()
+                          : u"，而是" + format + u"，请用相应的程序打开后另存为 Word 97-2003 文档";
+}
 
 std::u16string reasonOf(FormatError::Kind kind) {
     switch (kind) {
@@ -29,6 +37,10 @@ std::u16string reasonOf(FormatError::Kind kind) {
     return u"文件已损坏";
 }
 
+bool isForeign(FormatError::Kind kind) {
+    return kind == FormatError::Kind::notCompoundFile || kind == FormatError::Kind::notWord;
+}
+
 } // namespace
 
 DocumentData readDocumentFile(const std::filesystem::path& path) {
@@ -39,8 +51,10 @@ DocumentData readDocumentFile(const std::filesystem::path& path) {
     try {
         return readDocument(path);
     } catch (const FormatError& refusal) {
-        throw RunTimeError(error::invalidCall, u"不能打开文件“" + nameOf(path) + u"”：" +
-                                                   reasonOf(refusal.kind()) + u"。");
+        throw RunTimeError(error::invalidCall,
+                           u"不能打开文件“" + nameOf(path) + u"”：" + reasonOf(refusal.kind()) +
+                               (isForeign(refusal.kind()) ? insteadOf(path) : std::u16string()) +
+                               u"。");
     }
 }
 

@@ -215,7 +215,9 @@ TEST_F(SelectionTest, FileThatIsNoDocumentIsRefusedWithItsReason) {
         selection().InsertFile(file);
         FAIL() << "a text file was inserted";
     } catch (const RunTimeError& refusal) {
-        EXPECT_EQ(refusal.description(), u"不能打开文件“文.doc”：不是 Word 97-2003 格式的文档。");
+        EXPECT_EQ(refusal.description(),
+                  u"不能打开文件“文.doc”：不是 Word 97-2003 格式的文档，而是RTF 文档，"
+                  u"请用相应的程序打开后另存为 Word 97-2003 文档。");
     }
     EXPECT_EQ(text(), u"abc\r");
 }
