@@ -9,6 +9,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 namespace qvnd::startup {
 
@@ -58,11 +59,23 @@ bool holdsPlans(const QString& programFolder) {
 
 } // namespace
 
+bool isPortable(const QString& executableFolder) {
+    return QFileInfo::exists(files::withSeparator(executableFolder) + "qvnd.portable");
+}
+
+QString programFolder(const QString& executableFolder) {
+    if (isPortable(executableFolder)) {
+        return QDir::toNativeSeparators(executableFolder);
+    }
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return QDir::toNativeSeparators(data + "/qvnd");
+}
+
 void layOutProgramFolder(const QString& programFolder) {
     const QString sys = files::resolved(files::withSeparator(programFolder) + "Sys");
     const QDir folder(programFolder);
     const bool isNew = !folder.exists() || folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
-    if (!isNew && !files::folderExists(sys)) {
+    if (!isNew && !isPortable(programFolder) && !files::folderExists(sys)) {
         return;
     }
     for (const char* name : {"标书模板", "图片库", "自定义"}) {

@@ -6,11 +6,20 @@
 
 namespace qvnd::startup {
 
-// What an installed program finds at its first start, and what later starts leave alone.
+// Where the program keeps its own files, what it finds there at its first start, and what later
+// starts leave alone.
+
+// The file beside the executable that makes an installation portable ("qvnd.portable").
+bool isPortable(const QString& executableFolder);
+
+// The program's folder (App.Path), with native separators: the executable's own in a portable
+// installation, else "qvnd" in the user's data folder.
+QString programFolder(const QString& executableFolder);
 
 // Makes the program folder with "Sys" and the folders of templates, pictures and custom pages in
 // it. A folder that already holds something, but no "Sys", is left as it is: an installation that
-// is damaged is not mended in silence.
+// is damaged is not mended in silence. A portable one holds the executable from the start and is
+// laid out all the same.
 void layOutProgramFolder(const QString& programFolder);
 
 // Puts what is shipped in `shared` into the program folder: each file that is missing there, and

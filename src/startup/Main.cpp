@@ -4,10 +4,10 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
+#include "platform/files/PublicFonction.h"
 #include "platform/jet/legacy/JetFileReader.h"
 #include "platform/registry/RegOperation.h"
-#include "startup/Databases.h"
-#include "startup/WorkFolder.h"
+#include "store/DatabaseCreation.h"
 
 namespace qvnd::startup {
 
@@ -16,6 +16,42 @@ namespace {
 using files::folderExists;
 using files::separator;
 using files::withSeparator;
+
+const QString defaultWorkFolder = QStringLiteral("工程文档管理");
+constexpr qsizetype rootLength = 3; // of a path such as "C:\\"
+
+struct WorkFolder {
+    QString path; // may lack a separator at its end
+    // There is a configuration folder, but it names no work folder: the plans then lie below the
+    // program's folder.
+    bool noConfiguredWork = false;
+};
+
+// The work folder by the configuration folder's file `cfgpath`, without one the default beside the
+// program. An empty `configurationFolder` means that none is configured.
+WorkFolder configuredWorkFolder(const QString& configurationFolder, const QString& gAppPath) {
+    if (configurationFolder.isEmpty()) {
+        return {gAppPath + defaultWorkFolder, false};
+    }
+    const QString work = files::ReadKeyedLine(
+        configurationFolder + separator() + QLatin1String("cfgpath"), QStringLiteral("work"));
+    return work.isEmpty() ? WorkFolder{gAppPath + defaultWorkFolder, true}
+                          : WorkFolder{work, false};
+}
+
+// A missing work folder of three characters or more gives way to the default beside the program,
+// which is made; a shorter one is kept as it is.
+QString existingWorkFolder(const QString& work, const QString& gAppPath) {
+    if (folderExists(work)) {
+        return work;
+    }
+    if (work.size() < rootLength) {
+        files::MakePath(work.mid(rootLength), work.left(rootLength));
+        return work;
+    }
+    files::MakePath(defaultWorkFolder, gAppPath);
+    return gAppPath + defaultWorkFolder;
+}
 
 void resolveUserPlans(modMain& state, bool noConfiguredWork) {
     if (noConfiguredWork) {
@@ -56,6 +92,36 @@ void resolveFolders(modMain& state, const QString& appPath, registry::Registry& 
     state.gSysPath = state.gAppPath + "Sys" + separator();
     state.gWorkPath = withSeparator(work);
     resolveUserPlans(state, configured.noConfiguredWork);
+}
+
+using Create = void (*)(modMain& state, const QString& path);
+
+// The handle from the creation gives way to the one that stays open.
+void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString& path,
+          Create create) {
+    if (!state.gFso->FileExists(path)) {
+        create(state, path);
+        handle->Close();
+    }
+    handle = state.gWs->OpenDatabase(files::resolved(path));
+}
+
+// Opens the three databases that stay open for the run; one that is missing is made with its
+// tables first. A file that exists is taken as it is.
+void openDatabases(modMain& state) {
+    state.gWs = &state.DBEngine.Workspaces(0);
+    open(state, state.gDbUser, state.gUserTplPath + "Db_UsTemplate.mdb", store::CreateUserDb);
+
+    const QString wanted = state.AppPath + separator() + "sys" + separator() + "Database";
+    if (!state.gFso->FolderExists(wanted)) {
+        state.gFso->CreateFolder(wanted);
+    }
+    const QString folder = withSeparator(files::resolved(wanted));
+    open(state, state.gDbTemplate, folder + "Db_Template.mdb", store::CreateTemplateDb);
+    open(state, state.gDbBidSet, folder + "Db_BidSet.mdb",
+         [](modMain& started, const QString& path) {
+             store::CreateBidSetDb(started, path, QDate::currentDate());
+         });
 }
 
 } // namespace

@@ -1,13 +1,13 @@
 #include "tools/GlobalOptions.h"
 
-#include "startup/ProgramFolder.h"
+#include "startup/FirstStart.h"
 #include "tools/UsageError.h"
 
 #include <QDir>
 
 namespace qvnd::tools {
 
-GlobalOptions parseGlobalOptions(const QStringList& words) {
+GlobalOptions parseGlobalOptions(const QStringList& words, const QString& executableFolder) {
     GlobalOptions options;
     QString home;
     for (qsizetype i = 0; i < words.size(); ++i) {
@@ -33,7 +33,7 @@ GlobalOptions parseGlobalOptions(const QStringList& words) {
             options.words << word;
         }
     }
-    options.home = home.isEmpty() ? startup::userProgramFolder()
+    options.home = home.isEmpty() ? startup::programFolder(executableFolder)
                                   : QDir::toNativeSeparators(QDir(home).absolutePath());
     return options;
 }

@@ -17,8 +17,9 @@ struct GlobalOptions {
     QStringList words;
 };
 
-// Takes the global options out of the command line, wherever they stand before a "--". Throws
-// UsageError for an unknown option before the command.
-GlobalOptions parseGlobalOptions(const QStringList& words);
+// Takes the global options out of the command line, wherever they stand before a "--". Without
+// "--home" the program's folder is that of the program with windows, whose executable lies in
+// `executableFolder` too. Throws UsageError for an unknown option before the command.
+GlobalOptions parseGlobalOptions(const QStringList& words, const QString& executableFolder = {});
 
 } // namespace qvnd::tools

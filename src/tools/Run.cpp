@@ -1,7 +1,6 @@
 #include "tools/Run.h"
 
 #include "platform/error/RunTimeError.h"
-#include "startup/ProgramFolder.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
 
@@ -60,11 +59,12 @@ ExitStatus runCommand(const Command& command, const GlobalOptions& options, Outp
 ExitStatus dispatch(const GlobalOptions& options, Output& output) {
     const auto table = commandTable();
     if (options.help) {
-        output.result(usageText(table), usageText(table));
+        const QString text = usageText(table, options.home);
+        output.result(text, text);
         return ExitStatus::done;
     }
     if (options.words.isEmpty()) {
-        output.note(usageText(table));
+        output.note(usageText(table, options.home));
         return ExitStatus::wrongUsage;
     }
     if (const Command* command = commandNamed(table, options.words)) {
@@ -79,16 +79,18 @@ ExitStatus dispatch(const GlobalOptions& options, Output& output) {
 
 } // namespace
 
-QString usageText(const std::vector<Command>& table) {
-    QString text = QStringLiteral("用法：qvndctl [--home 文件夹] [--json] [--yes|--no] 命令 ...\n"
-                                  "\n"
-                                  "  --home 文件夹  程序文件夹，缺省为 %1；\n"
-                                  "                 注册表是其中的文件 registry.reg\n"
-                                  "  --json         结果以一个 JSON 值写到标准输出\n"
-                                  "  --yes, --no    对询问一律答“是”或“否”，缺省为“否”\n"
-                                  "\n"
-                                  "命令：\n")
-                       .arg(startup::userProgramFolder());
+QString usageText(const std::vector<Command>& table, const QString& home) {
+    QString text =
+        QStringLiteral("用法：qvndctl [--home 文件夹] [--json] [--yes|--no] 命令 ...\n"
+                       "\n"
+                       "  --home 文件夹  程序文件夹，其中的 registry.reg 是注册表；缺省为用户数据\n"
+                       "                 文件夹中的 qvnd，旁边有文件 qvnd.portable 时为程序\n"
+                       "                 所在的文件夹。现为 %1\n"
+                       "  --json         结果以一个 JSON 值写到标准输出\n"
+                       "  --yes, --no    对询问一律答“是”或“否”，缺省为“否”\n"
+                       "\n"
+                       "命令：\n")
+            .arg(home);
     for (const Command& command : table) {
         text += "  " + usageOf(command) + "\n      " + command.meaning + u'\n';
     }
@@ -96,10 +98,11 @@ QString usageText(const std::vector<Command>& table) {
            QStringLiteral("\n退出码：0 完成；1 被拒绝或失败，原因在标准错误上；2 用法不对。");
 }
 
-ExitStatus run(const QStringList& words, std::ostream& out, std::ostream& err) {
+ExitStatus run(const QStringList& words, std::ostream& out, std::ostream& err,
+               const QString& executableFolder) {
     Output output(out, err);
     try {
-        const GlobalOptions options = parseGlobalOptions(words);
+        const GlobalOptions options = parseGlobalOptions(words, executableFolder);
         output.setJson(options.json);
         return dispatch(options, output);
     } catch (const UsageError& error) {

@@ -55,6 +55,26 @@ TEST_F(FirstStart, LeavesAFolderWithoutSysThatHoldsSomethingAsItIs) {
     EXPECT_FALSE(QDir(home).exists("Sys"));
 }
 
+TEST_F(FirstStart, TheProgramFolderIsTheUsersOwnWithoutAMark) {
+    EXPECT_FALSE(isPortable(home));
+    EXPECT_NE(programFolder(home), home);
+    EXPECT_TRUE(programFolder(home).endsWith(files::separator() + QString("qvnd")));
+}
+
+TEST_F(FirstStart, TheProgramFolderIsTheExecutablesOwnWhereAMarkLiesBesideIt) {
+    write(inHome("qvnd.portable"), "");
+    EXPECT_EQ(programFolder(home), home);
+}
+
+TEST_F(FirstStart, LaysOutAPortableFolderThatHoldsTheExecutableFromTheStart) {
+    write(inHome("qvnd"), "the executable");
+    write(inHome("qvnd.portable"), "");
+    layOutProgramFolder(home);
+    for (const char* name : {"标书模板", "图片库", "自定义"}) {
+        EXPECT_TRUE(QDir(inHome("Sys")).exists(name)) << name;
+    }
+}
+
 TEST_F(FirstStart, StartUpFindsTheWorkFolderInTheUsersDocuments) {
     layOutProgramFolder(home);
     chooseWorkFolder(registry, home, documents);

@@ -1,3 +1,4 @@
+#include "support/Files.h"
 #include "support/Text.h"
 #include "tools/Arguments.h"
 #include "tools/GlobalOptions.h"
@@ -93,6 +94,15 @@ TEST(CommandLine, ARelativeHomeIsMadeAbsolute) {
     EXPECT_EQ(parseGlobalOptions({"--home", "x"}).home,
               QDir::toNativeSeparators(QDir::currentPath() + "/x"));
     EXPECT_TRUE(parseGlobalOptions({"init"}).home.endsWith("qvnd"));
+}
+
+TEST(CommandLine, BesideThePortableMarkTheHomeIsTheExecutablesFolder) {
+    const test::TemporaryFolder executables;
+    EXPECT_NE(parseGlobalOptions({"init"}, executables.path()).home, executables.path());
+    executables.write("qvnd.portable", "");
+    EXPECT_EQ(parseGlobalOptions({"init"}, executables.path()).home, executables.path());
+    EXPECT_EQ(parseGlobalOptions({"--home", "/a", "init"}, executables.path()).home,
+              QDir::toNativeSeparators("/a"));
 }
 
 TEST(CommandArguments, FlagsOptionsAndPositionsComeInAnyOrder) {
