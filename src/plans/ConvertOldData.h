@@ -1,10 +1,13 @@
 #pragma once
 
 #include "platform/desktop/InputBoxes.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "store/modMain.h"
 
 #include <QString>
 #include <QStringList>
+
+#include <functional>
 
 namespace qvnd::plans {
 
@@ -23,6 +26,27 @@ public:
     virtual void FillListBox(const QString& path) = 0;
     // Modal: returns when the user is done with it.
     virtual void Show() = 0;
+};
+
+// The conversion dialog's work without its window: what it lists are the folders whose database is
+// a Jet file of an older installation, and showing it converts them all.
+class LegacyConversion : public ConversionDialog {
+public:
+    // `update` adopts the converted folders of a type (bType) and lists the library anew.
+    LegacyConversion(modMain& state, desktop::MessageBoxes& messages,
+                     std::function<void(int bType)> update);
+
+    QStringList ListBox;
+
+    void FillListBox(const QString& path) override;
+    // A folder that cannot be converted stays as it is, gets a message, and does not stop the
+    // others. What was done is in modMain::LegacyTakeovers.
+    void Show() override;
+
+private:
+    modMain& state_;
+    desktop::MessageBoxes& messages_;
+    std::function<void(int bType)> update_;
 };
 
 // 转换标书: asks whether plans ("1") or templates ("2") are to be converted and shows the dialog

@@ -4,6 +4,7 @@
 #include "outline/OutlineRows.h"
 #include "outline/PlanFolder.h"
 #include "plans/PlanInformation.h"
+#include "plans/PlanName.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/LastingTogether.h"
@@ -48,11 +49,24 @@ bool DlgNew::BtnOk() {
     }
 }
 
-bool DlgNew::createPlan() {
-    const QString name = Trim(form.TxtName);
+// What is refused here never reaches the databases: neither half a plan nor the name in 当前表.
+bool DlgNew::isRefused(const QString& name) {
     if (name.isEmpty()) {
         messages_.tell(QStringLiteral("对不起，名称不能为空!"), Icon::exclamation,
                        QStringLiteral("警告！"));
+        return true;
+    }
+    const QString illegal = illegalCharacters(name);
+    if (!illegal.isEmpty()) {
+        messages_.tell(illegalCharactersText(illegal), Icon::exclamation);
+        return true;
+    }
+    return false;
+}
+
+bool DlgNew::createPlan() {
+    const QString name = Trim(form.TxtName);
+    if (isRefused(name)) {
         return false;
     }
     // A killed process must not leave a plan current that has no table: no start would get past it.
@@ -164,24 +178,31 @@ void DlgNew::takeBackInvalidName(const QString& name) {
 }
 
 bool DlgNew::LoadOrSavePlanInfo(int mode) {
+    bool isDone = true;
     try {
         if (mode == 2) {
-            loadInformation();
+            isDone = loadInformation();
         } else if (mode == 3) {
             saveInformation();
         }
-        return true;
     } catch (const RunTimeError&) {
-        messages_.tell(QStringLiteral("更新失败！"), Icon::exclamation, hint);
-        return false;
+        isDone = false;
     }
+    if (!isDone) {
+        messages_.tell(QStringLiteral("更新失败！"), Icon::exclamation, hint);
+    }
+    return isDone;
 }
 
-void DlgNew::loadInformation() {
+// False when a field could not be read.
+bool DlgNew::loadInformation() {
     const QString name = workbench_.TrvCurrent.Item(1).Text();
-    const PlanInformation read = readInformation(*state_.gDbUser, name);
-    form = {name,          read.client, read.contractor, read.author,
-            read.approver, read.date,   read.explanation};
+    PlanInformation shown{form.TxtBldOffice, form.TxtConOffice, form.TxtEdit,
+                          form.TxtDecide,    form.DTP,          form.RtfExplain};
+    const QStringList unread = readInformation(*state_.gDbUser, name, shown);
+    form = {name,           shown.client, shown.contractor, shown.author,
+            shown.approver, shown.date,   shown.explanation};
+    return unread.isEmpty();
 }
 
 void DlgNew::saveInformation() {

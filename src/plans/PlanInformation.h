@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 
 namespace qvnd::plans {
 
@@ -20,10 +21,11 @@ struct PlanInformation {
 // The name of the plan's information table.
 QString informationTableOf(const QString& plan);
 
-// Reads the row of the plan's information table. The table's name stands bare in the statement.
-// Errors of the store pass through: 3078 without the table, 3021 without a row, 94 for a field
-// that holds nothing.
-PlanInformation readInformation(jet::Database& db, const QString& plan);
+// Reads the row of the plan's information table into `information`, field by field: a field that
+// holds nothing (Null), or no value of its kind, leaves its member as it was. Returns the names of
+// these fields. The table's name stands bare in the statement. Throws 3078 without the table and
+// 3021 without a row, and has then read nothing.
+QStringList readInformation(jet::Database& db, const QString& plan, PlanInformation& information);
 
 // Sets the fields of the row in hand of `rs`, which has been opened by AddNew or Edit.
 void setInformation(jet::Recordset& rs, const PlanInformation& information);

@@ -31,12 +31,6 @@ ExitStatus init(Session& session, const QStringList& words) {
     return ExitStatus::done;
 }
 
-// What the dialog would not let the user type, as far as it would leave the plans' folder.
-bool leavesTheFolder(const QString& name) {
-    return name == "." || name == ".." || name.contains('/') || name.contains('\\') ||
-           name.contains(QChar(u'\0'));
-}
-
 QDate dateOf(const QString& text) {
     const QDate date = QDate::fromString(text, Qt::ISODate);
     if (!date.isValid()) {
@@ -58,11 +52,6 @@ ExitStatus create(Session& session, const QStringList& words) {
     form.RtfExplain = arguments.option("--note");
     if (arguments.hasOption("--date")) {
         form.DTP = dateOf(arguments.option("--date"));
-    }
-    if (leavesTheFolder(form.TxtName.trimmed())) {
-        session.messages().tell(QStringLiteral("对不起，输入字符非法！"),
-                                desktop::Icon::exclamation);
-        return ExitStatus::refused;
     }
     ProgramRun& run = session.program();
     plans::DlgNew dialog(run.state(), run.workbench(), session.messages(), run.splash(),
@@ -98,18 +87,19 @@ ExitStatus info(Session& session, const QStringList& words) {
     const QString name = arguments.position(0);
     ProgramRun& run = session.program();
     requirePlan(run, name);
-    const auto read = plans::readInformation(*run.state().gDbUser, name);
+    plans::PlanInformation shown;
+    const QStringList unread = plans::readInformation(*run.state().gDbUser, name, shown);
     const std::pair<QString, QString> fields[] = {{"名称", name},
-                                                  {"建设单位", read.client},
-                                                  {"施工单位", read.contractor},
-                                                  {"编制人", read.author},
-                                                  {"审批人", read.approver},
-                                                  {"编制日期", read.date.toString(Qt::ISODate)},
-                                                  {"注释", read.explanation}};
+                                                  {"建设单位", shown.client},
+                                                  {"施工单位", shown.contractor},
+                                                  {"编制人", shown.author},
+                                                  {"审批人", shown.approver},
+                                                  {"编制日期", shown.date.toString(Qt::ISODate)},
+                                                  {"注释", shown.explanation}};
     QJsonObject json;
     QStringList lines;
     for (const auto& [field, text] : fields) {
-        json[field] = text;
+        json[field] = unread.contains(field) ? QJsonValue() : QJsonValue(text);
         lines << field + "：" + text;
     }
     session.output().result(json, lines.join('\n'));

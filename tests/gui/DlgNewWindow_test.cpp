@@ -4,14 +4,18 @@
 
 #include <gtest/gtest.h>
 
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QDateEdit>
+#include <QFormLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSet>
+#include <QStyleOptionGroupBox>
 #include <QTest>
 #include <QTextEdit>
 
@@ -70,6 +74,65 @@ TEST_F(DlgNewWindowTest, LabelsAndButtonsBearTheStatedTexts) {
     EXPECT_EQ(dialog->findChild<QDateEdit*>("DTP")->date(), QDate::currentDate());
 }
 
+TEST_F(DlgNewWindowTest, LabelsAndFieldsStandOnOneGrid) {
+    show();
+    QCoreApplication::processEvents();
+    QSet<int> labelEnds;
+    QSet<QPair<int, int>> fields;
+    QRect form;
+    for (const char* name :
+         {"TxtName", "TxtBldOffice", "TxtConOffice", "TxtEdit", "TxtDecide", "DTP"}) {
+        const auto* field = dialog->findChild<QWidget*>(name);
+        fields << qMakePair(field->geometry().left(), field->geometry().right());
+        form |= field->geometry();
+        const auto* label =
+            dialog->findChild<QFormLayout*>()->labelForField(const_cast<QWidget*>(field));
+        labelEnds << label->geometry().right();
+        form |= label->geometry();
+        EXPECT_LE(qAbs(label->geometry().center().y() - field->geometry().center().y()), 1) << name;
+    }
+    EXPECT_EQ(labelEnds.size(), 1);
+    EXPECT_EQ(fields.size(), 1);
+    const QRect frame = dialog->findChild<QGroupBox*>()->geometry();
+    EXPECT_EQ(frame.left(), form.left());
+    EXPECT_EQ(frame.right(), form.right());
+}
+
+TEST_F(DlgNewWindowTest, TheTitleOfTheNotesStandsInTheirFrame) {
+    show();
+    auto* frame = dialog->findChild<QGroupBox*>();
+    QStyleOptionGroupBox option;
+    option.initFrom(frame);
+    option.text = frame->title();
+    option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
+    const auto place = [&](QStyle::SubControl part) {
+        return frame->style()->subControlRect(QStyle::CC_GroupBox, &option, part, frame);
+    };
+    const QRect title = place(QStyle::SC_GroupBoxLabel);
+    const QRect border = place(QStyle::SC_GroupBoxFrame);
+    EXPECT_GT(title.left(), border.left());
+    EXPECT_GE(title.bottom(), border.top()) << "not above the frame";
+}
+
+TEST_F(DlgNewWindowTest, TheNameInTheInformationLooksLocked) {
+    show();
+    const QColor open = TxtName().palette().color(QPalette::Base);
+    makePlan("滨江");
+    show(ShowMode::information);
+    const QColor locked = TxtName().palette().color(QPalette::Base);
+    EXPECT_NE(locked, open);
+    EXPECT_EQ(locked, dialog->palette().color(QPalette::Disabled, QPalette::Window));
+    EXPECT_EQ(box("TxtBldOffice").palette().color(QPalette::Base), open);
+    EXPECT_FALSE(TxtName().toolTip().isEmpty());
+}
+
+TEST_F(DlgNewWindowTest, TheCalendarSpeaksChineseWhateverTheDesktopSpeaks) {
+    show();
+    const QCalendarWidget* calendar = dialog->findChild<QDateEdit*>("DTP")->calendarWidget();
+    EXPECT_EQ(calendar->locale().language(), QLocale::Chinese);
+    EXPECT_EQ(calendar->firstDayOfWeek(), Qt::Monday);
+}
+
 TEST_F(DlgNewWindowTest, EveryBoxHasAnAccessibleName) {
     show();
     EXPECT_EQ(box("TxtEdit").accessibleName(), "编制人");
@@ -112,6 +175,34 @@ TEST_F(DlgNewWindowTest, BackspaceIsNoIllegalKey) {
     QTest::keyClick(&TxtName(), Qt::Key_Backspace);
     EXPECT_EQ(TxtName().text(), "甲");
     EXPECT_EQ(told(), QStringList());
+}
+
+TEST_F(DlgNewWindowTest, AWordOfAnInputMethodLosesExactlyItsIllegalCharacters) {
+    show();
+    QTest::keyClicks(&TxtName(), "A");
+    QInputMethodEvent word;
+    word.setCommitString("1.0版 ");
+    QCoreApplication::sendEvent(&TxtName(), &word);
+    EXPECT_EQ(TxtName().text(), "A10版");
+    ASSERT_EQ(told().size(), 1);
+    EXPECT_TRUE(told()[0].startsWith("对不起，输入字符非法！\n")) << told()[0].toStdString();
+    EXPECT_TRUE(told()[0].endsWith("“.”、“ ”")) << told()[0].toStdString();
+    EXPECT_EQ(world.messages.shown[0].icon, desktop::Icon::exclamation);
+    EXPECT_EQ(world.messages.shown[0].title, QString());
+}
+
+TEST_F(DlgNewWindowTest, APastedTextLosesExactlyItsIllegalCharacters) {
+    show();
+    TxtName().setText("甲乙");
+    TxtName().setCursorPosition(1);
+    QGuiApplication::clipboard()->setText("1.0/2_版");
+    QTest::keyClick(&TxtName(), Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(TxtName().text(), "甲102版乙");
+    EXPECT_EQ(TxtName().cursorPosition(), 5);
+    ASSERT_EQ(told().size(), 1);
+    EXPECT_TRUE(told()[0].endsWith("“.”、“/”、“_”")) << told()[0].toStdString();
+    QTest::keyClick(&TxtName(), 'b');
+    EXPECT_EQ(TxtName().text(), "甲102版b乙");
 }
 
 TEST_F(DlgNewWindowTest, ASpaceCanBePasted) {

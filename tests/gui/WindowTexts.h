@@ -116,6 +116,7 @@ inline const std::map<std::string, std::vector<StatedText>>& statedTexts() {
         {"DlgNewInformation",
          {
              {"DlgNew", "工程信息"},
+             {"TxtName", "方案建好以后不能改名称"},
              {"QLabel", "方案名称："},
              {"QLabel", "建设单位："},
              {"QLabel", "施工单位："},

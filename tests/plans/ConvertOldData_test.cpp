@@ -1,6 +1,5 @@
 #include "plans/ConvertOldData.h"
 
-#include "plans/LegacyConversion.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
 #include "support/FakeLegacyReader.h"

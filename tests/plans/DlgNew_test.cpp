@@ -62,7 +62,8 @@ TEST_F(NewPlan, ItsInformationIsTrimmedInBothDatabases) {
     create("工程甲");
     const auto copy = planDatabase("工程甲");
     for (jet::Database* db : {state.gDbUser.get(), copy.get()}) {
-        const auto read = readInformation(*db, "工程甲");
+        PlanInformation read;
+        EXPECT_EQ(readInformation(*db, "工程甲", read), QStringList());
         EXPECT_EQ(read.client, "甲方");
         EXPECT_EQ(read.contractor, "乙方");
         EXPECT_EQ(read.author, "李明");
@@ -185,11 +186,35 @@ TEST_F(NewPlan, ATableNameThatIsTakenStopsBehindTheInformationTable) {
 }
 
 TEST_F(NewPlan, AFolderThatCannotBeMadeStopsBehindTheCurrentPlan) {
-    EXPECT_FALSE(create("甲/乙"));
+    folder.write("用户模板/工程甲", "a file in the place of the folder");
+    EXPECT_FALSE(create("工程甲"));
     ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_TRUE(messages.shown[0].text.startsWith("路径未找到"));
-    EXPECT_EQ(current(), QStringList({"甲/乙"}));
-    EXPECT_FALSE(hasTable("甲/乙"));
+    EXPECT_EQ(current(), QStringList({"工程甲"}));
+    EXPECT_FALSE(hasTable("工程甲"));
+}
+
+TEST_F(NewPlan, ANameWithAnIllegalCharacterReachesNeitherDatabaseNorFolder) {
+    for (const char* name :
+         {"甲/乙", "1.0版", "..", "甲\\乙", "甲'乙", "[甲]", "甲_乙", "甲\n乙"}) {
+        messages.shown.clear();
+        EXPECT_FALSE(create(name)) << name;
+        ASSERT_EQ(messages.shown.size(), 1U) << name;
+        EXPECT_TRUE(messages.shown[0].text.startsWith("对不起，输入字符非法！\n")) << name;
+        EXPECT_EQ(messages.shown[0].icon, desktop::Icon::exclamation);
+        EXPECT_EQ(messages.shown[0].title, "");
+    }
+    EXPECT_TRUE(current().isEmpty());
+    EXPECT_EQ(folder.names("用户模板"), QStringList({"Db_UsTemplate.mdb"}));
+}
+
+TEST_F(NewPlan, TheRefusalNamesEachIllegalCharacterOnce) {
+    create("1.0.2/甲");
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_TRUE(messages.shown[0].text.endsWith("不能有：“.”、“/”"))
+        << messages.shown[0].text.toStdString();
+    create("甲\t乙");
+    EXPECT_TRUE(messages.shown[1].text.endsWith("不能有：U+0009"))
+        << messages.shown[1].text.toStdString();
 }
 
 TEST_F(NewPlan, APlanDatabaseThatIsStillOpenIsClosed) {
@@ -211,7 +236,53 @@ struct Information : NewPlan {
     DlgNew dialog{state, workbench, messages, splash, ShowMode::information};
 
     Information() { create("工程甲"); }
+
+    static PlanInformation read(jet::Database& db) {
+        PlanInformation information;
+        readInformation(db, "工程甲", information);
+        return information;
+    }
+    void makeNull(const QString& plan, const QString& field) {
+        const auto rs = state.gDbUser->OpenRecordset("Select * from " + plan + "Org");
+        rs->Edit();
+        rs->Set(field, jet::Value());
+        rs->Update();
+    }
 };
+
+TEST_F(Information, AFieldThatHoldsNothingLeavesTheOtherControlsTheirValues) {
+    const QStringList fields = {"建设单位", "施工单位", "编制人", "审批人", "编制日期", "注释"};
+    for (const QString& empty : fields) {
+        const QString plan = "无" + empty;
+        create(plan);
+        makeNull(plan, empty);
+        messages.shown.clear();
+        DlgNew opened(state, workbench, messages, splash, ShowMode::information);
+        opened.Load();
+        const auto unless = [&](const char* field, const QString& text) {
+            return empty == QString(field) ? QString() : text;
+        };
+        const bool isDateEmpty = empty == "编制日期";
+        const QDate date = isDateEmpty ? QDate::currentDate() : QDate(2026, 2, 10);
+        EXPECT_EQ(opened.form.TxtName, plan);
+        EXPECT_EQ(opened.form.TxtBldOffice, unless("建设单位", "甲方"));
+        EXPECT_EQ(opened.form.TxtConOffice, unless("施工单位", "乙方"));
+        EXPECT_EQ(opened.form.TxtEdit, unless("编制人", "李明"));
+        EXPECT_EQ(opened.form.TxtDecide, unless("审批人", "王 建国"));
+        EXPECT_EQ(opened.form.DTP, date);
+        EXPECT_EQ(opened.form.RtfExplain, unless("注释", "注 释"));
+        expectOnly("更新失败！", desktop::Icon::exclamation, "提示");
+    }
+}
+
+TEST_F(Information, OkBehindAFieldThatHeldNothingWritesTheOthersBackAsTheyWere) {
+    makeNull("工程甲", "编制日期");
+    dialog.Load();
+    EXPECT_TRUE(dialog.BtnOk());
+    EXPECT_EQ(read(*state.gDbUser).client, "甲方");
+    EXPECT_EQ(read(*state.gDbUser).explanation, "注 释");
+    EXPECT_EQ(read(*state.gDbUser).date, QDate::currentDate());
+}
 
 TEST_F(Information, TheLoadFillsTheFormOfTheOpenPlan) {
     dialog.Load();
@@ -237,10 +308,10 @@ TEST_F(Information, OkWritesBothDatabasesWithoutTrimmingAndEndsTheTransaction) {
     EXPECT_TRUE(dialog.BtnOk());
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_FALSE(state.gWs->InTransaction());
-    EXPECT_EQ(readInformation(*state.gDbUser, "工程甲").client, " 新甲方 ");
+    EXPECT_EQ(read(*state.gDbUser).client, " 新甲方 ");
     const auto copy = planDatabase("工程甲");
-    EXPECT_EQ(readInformation(*copy, "工程甲").client, " 新甲方 ");
-    EXPECT_EQ(readInformation(*copy, "工程甲").date, QDate(2026, 3, 1));
+    EXPECT_EQ(read(*copy).client, " 新甲方 ");
+    EXPECT_EQ(read(*copy).date, QDate(2026, 3, 1));
 }
 
 TEST_F(Information, AFailureIsToldTheDialogGoesAndTheTransactionStaysOpen) {
@@ -250,7 +321,7 @@ TEST_F(Information, AFailureIsToldTheDialogGoesAndTheTransactionStaysOpen) {
     EXPECT_TRUE(dialog.BtnOk());
     expectOnly("更新失败！", desktop::Icon::exclamation, "提示");
     EXPECT_TRUE(state.gWs->InTransaction());
-    EXPECT_EQ(readInformation(*state.gDbUser, "工程甲").client, "新甲方");
+    EXPECT_EQ(read(*state.gDbUser).client, "新甲方");
 }
 
 TEST_F(Information, WithoutAnOpenPlanTheLoadFails) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/PlanTables.h"
 #include "support/Planner.h"
 
 namespace qvnd::test {
@@ -62,6 +63,23 @@ public:
         return true;
     }
 
+    // A plan whose name no dialog looked at, and which is the current one: root row, information,
+    // folder and database.
+    void addOldPlan(const QString& name) {
+        modMain& state = planner_.state();
+        state.gFso->CreateFolder(state.gUserTplPath + name);
+        const auto own = state.gWs->CreateDatabase(outline::planDatabasePath(state, name),
+                                                   QString::fromUtf16(jet::dbLangGeneral));
+        for (jet::Database* db : {state.gDbUser.get(), own.get()}) {
+            OutlineWorld::makeTable(*db, name, {{name, name}});
+            db->TableDefs().Append(store::informationTable(name));
+            const auto information = db->OpenRecordset("Select * from [" + name + "Org]");
+            information->AddNew();
+            information->Update();
+        }
+        makeCurrent(name);
+    }
+
     // All their rows, in the central databases and in those of their folders, and their files.
     QStringList now() {
         modMain& state = planner_.state();
@@ -78,6 +96,18 @@ public:
     const QStringList& before() const { return before_; }
 
 private:
+    void makeCurrent(const QString& name) {
+        for (const char* table : {"遍历表", "当前表"}) {
+            const auto list =
+                planner_.state().gDbUser->OpenRecordset(QString("Select * from %1").arg(table));
+            if (QString(table) == "当前表" && !list->Eof()) {
+                list->Delete();
+            }
+            list->AddNew();
+            list->Set(u"名称", name);
+            list->Update();
+        }
+    }
     static QStringList rows(const QString& label, jet::Database& db, const QString& table) {
         QStringList found;
         try {

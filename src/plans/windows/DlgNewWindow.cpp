@@ -2,6 +2,7 @@
 
 #include "plans/windows/PlanNameBox.h"
 
+#include <QCalendarWidget>
 #include <QDateEdit>
 #include <QFormLayout>
 #include <QGroupBox>
@@ -22,6 +23,13 @@ namespace {
 
 constexpr int textWidth = 340;
 constexpr int explanationHeight = 110;
+constexpr int gap = 4;
+
+// The title of the frame stands in its upper edge and not above it.
+const QString titleInFrame =
+    u"QGroupBox { border: 1px solid palette(mid); border-radius: 3px;"
+    " margin-top: 0.7em; padding-top: 0.5em; }"
+    "QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; }"_s;
 
 // Enter in a box of one line runs the command, and does not go on to the dialog.
 class EnterFilter : public QObject {
@@ -69,18 +77,10 @@ DlgNewWindow::DlgNewWindow(modMain& state, outline::Workbench& workbench,
     TxtEdit_ = addText(*form, u"编  制  人："_s, u"TxtEdit"_s);
     TxtDecide_ = addText(*form, u"审  批  人："_s, u"TxtDecide"_s);
     addTo(*form, u"审批日期："_s, *DTP_, u"DTP"_s);
-    DTP_->setCalendarPopup(true);
-    DTP_->setLocale(QLocale(QLocale::Chinese, QLocale::China));
-    DTP_->setDisplayFormat(u"yyyy年MM月dd日"_s);
-
-    auto* frame = new QGroupBox(u"注释"_s);
-    auto* inside = new QVBoxLayout(frame);
-    RtfExplain_->setObjectName(u"RtfExplain"_s);
-    RtfExplain_->setAccessibleName(u"注释"_s);
-    RtfExplain_->setTabChangesFocus(true);
-    RtfExplain_->setMinimumHeight(explanationHeight);
-    inside->addWidget(RtfExplain_);
-    layout->addWidget(frame, 1);
+    setUpDate();
+    layout->addSpacing(gap);
+    addExplanation(*layout);
+    layout->addSpacing(gap);
     addButtons(*layout);
 
     connect(TxtName_, &PlanNameBox::enterPressed, this, &DlgNewWindow::BtnOk);
@@ -90,9 +90,30 @@ DlgNewWindow::DlgNewWindow(modMain& state, outline::Workbench& workbench,
     setWindowTitle(isNew ? u"新建方案"_s : u"工程信息"_s);
     setAccessibleName(windowTitle());
     if (!isNew) {
-        TxtName_->fixName();
+        TxtName_->fixName(dialog_.form.TxtName);
     }
     (isNew ? TxtName_ : TxtBldOffice_)->setFocus();
+}
+
+void DlgNewWindow::setUpDate() {
+    const QLocale chinese(QLocale::Chinese, QLocale::China);
+    DTP_->setCalendarPopup(true);
+    DTP_->setLocale(chinese);
+    DTP_->setDisplayFormat(u"yyyy年MM月dd日"_s);
+    DTP_->calendarWidget()->setLocale(chinese);
+    DTP_->calendarWidget()->setFirstDayOfWeek(Qt::Monday);
+}
+
+void DlgNewWindow::addExplanation(QBoxLayout& layout) {
+    auto* frame = new QGroupBox(u"注释"_s);
+    frame->setStyleSheet(titleInFrame);
+    auto* inside = new QVBoxLayout(frame);
+    RtfExplain_->setObjectName(u"RtfExplain"_s);
+    RtfExplain_->setAccessibleName(u"注释"_s);
+    RtfExplain_->setTabChangesFocus(true);
+    RtfExplain_->setMinimumHeight(explanationHeight);
+    inside->addWidget(RtfExplain_);
+    layout.addWidget(frame, 1);
 }
 
 void DlgNewWindow::addTo(QFormLayout& form, const QString& label, QWidget& box,
@@ -127,7 +148,6 @@ void DlgNewWindow::addButtons(QBoxLayout& layout) {
 
 void DlgNewWindow::fillControls() {
     const PlanForm& form = dialog_.form;
-    TxtName_->setText(form.TxtName);
     TxtBldOffice_->setText(form.TxtBldOffice);
     TxtConOffice_->setText(form.TxtConOffice);
     TxtEdit_->setText(form.TxtEdit);

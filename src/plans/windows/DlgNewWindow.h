@@ -29,6 +29,8 @@ protected:
 private:
     void addTo(QFormLayout& form, const QString& label, QWidget& box, const QString& name);
     QLineEdit* addText(QFormLayout& form, const QString& label, const QString& name);
+    void setUpDate();
+    void addExplanation(QBoxLayout& layout);
     void addButtons(QBoxLayout& layout);
     void fillControls();
     void readControls();

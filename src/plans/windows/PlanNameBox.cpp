@@ -1,10 +1,10 @@
 #include "plans/windows/PlanNameBox.h"
 
+#include "plans/PlanName.h"
+
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QSignalBlocker>
-
-#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -12,9 +12,10 @@ namespace qvnd::plans {
 
 namespace {
 
-bool isLegal(QChar typed) {
-    return typed.unicode() > 0x7F || (typed >= u'a' && typed <= u'z') ||
-           (typed >= u'A' && typed <= u'Z') || (typed >= u'0' && typed <= u'9');
+// The characters of a text that cannot be typed, each once; a blank among them.
+QString untypable(const QString& text) {
+    QString illegal = illegalCharacters(text);
+    return text.contains(u' ') ? illegal + u' ' : illegal;
 }
 
 bool isEnter(int key) { return key == Qt::Key_Return || key == Qt::Key_Enter; }
@@ -34,21 +35,30 @@ PlanNameBox::PlanNameBox(desktop::MessageBoxes& messages, QWidget* parent)
     connect(this, &QLineEdit::textChanged, this, &PlanNameBox::onChange);
 }
 
-void PlanNameBox::fixName() {
+void PlanNameBox::fixName(const QString& name) {
+    const QSignalBlocker blocker(this);
+    setText(name);
     fixed_ = true;
-    fixedName_ = text();
+    fixedName_ = name;
+    lookFixed();
+}
+
+// It stays enabled, since every key has its message, and looks like a box that is not.
+void PlanNameBox::lookFixed() {
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, colours.color(QPalette::Disabled, QPalette::Window));
+    colours.setColor(QPalette::Text, colours.color(QPalette::Active, QPalette::WindowText));
+    setPalette(colours);
+    setCursor(Qt::ArrowCursor);
+    setToolTip(u"方案建好以后不能改名称"_s);
 }
 
 void PlanNameBox::tellFixed() {
     messages_.tell(u"工程名称不能更改！"_s, desktop::Icon::exclamation, u"提示"_s);
 }
 
-void PlanNameBox::lookAt(const QString& typed) {
-    if (std::all_of(typed.begin(), typed.end(), isLegal)) {
-        return;
-    }
-    messages_.tell(u"对不起，输入字符非法！"_s, desktop::Icon::exclamation);
-    IllegalChar_ = true;
+void PlanNameBox::tellIllegal(const QString& illegal) {
+    messages_.tell(illegalCharactersText(illegal), desktop::Icon::exclamation);
 }
 
 void PlanNameBox::keyPressEvent(QKeyEvent* event) {
@@ -66,22 +76,31 @@ void PlanNameBox::keyPressEvent(QKeyEvent* event) {
         emit enterPressed();
         return;
     }
-    if (event->key() != Qt::Key_Backspace) {
-        lookAt(event->text());
+    const QString typed = event->text();
+    if (event->key() != Qt::Key_Backspace && typed.size() == 1 && !mayBeTyped(typed.front())) {
+        messages_.tell(u"对不起，输入字符非法！"_s, desktop::Icon::exclamation);
+        IllegalChar_ = true;
     }
     QLineEdit::keyPressEvent(event);
 }
 
-// An input method hands over whole words; each of their characters is a key.
+// An input method hands over whole words, whose blanks are as illegal as typed ones.
 void PlanNameBox::inputMethodEvent(QInputMethodEvent* event) {
-    if (!event->commitString().isEmpty()) {
-        if (fixed_) {
-            tellFixed();
-            return;
-        }
-        lookAt(event->commitString());
+    const QString committed = event->commitString();
+    if (!committed.isEmpty() && fixed_) {
+        tellFixed();
+        return;
     }
-    QLineEdit::inputMethodEvent(event);
+    const QString illegal = untypable(committed);
+    if (illegal.isEmpty()) {
+        QLineEdit::inputMethodEvent(event);
+        return;
+    }
+    QInputMethodEvent legal(event->preeditString(), event->attributes());
+    legal.setCommitString(without(committed, illegal), event->replacementStart(),
+                          event->replacementLength());
+    QLineEdit::inputMethodEvent(&legal);
+    tellIllegal(illegal);
 }
 
 void PlanNameBox::onChange() {
@@ -94,6 +113,14 @@ void PlanNameBox::onChange() {
     if (IllegalChar_) {
         IllegalChar_ = false;
         backspace();
+        return;
+    }
+    const QString illegal = illegalCharacters(text());
+    if (!illegal.isEmpty()) {
+        const qsizetype kept = without(text().left(cursorPosition()), illegal).size();
+        setText(without(text(), illegal));
+        setCursorPosition(static_cast<int>(kept));
+        tellIllegal(illegal);
     }
 }
 

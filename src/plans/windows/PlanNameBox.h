@@ -7,9 +7,10 @@
 namespace qvnd::plans {
 
 // The box that takes a plan's name (TxtName). For a new plan a key that is no letter, digit or
-// non-ASCII character is answered with a message and taken back once it stands in the text; what
-// is pasted is not looked at. For the information of a plan every key and every change gives a
-// message, and the name stays.
+// non-ASCII character is answered with a message and taken back once it stands in the text. Text
+// that comes in one piece, by an input method, by pasting or by dropping, loses exactly the
+// characters that a name cannot hold, and a message names them. For the information of a plan every
+// key and every change gives a message, and the name stays.
 class PlanNameBox : public QLineEdit {
     Q_OBJECT
 
@@ -17,8 +18,8 @@ public:
     // The messages outlive the box.
     explicit PlanNameBox(desktop::MessageBoxes& messages, QWidget* parent = nullptr);
 
-    // From now on the name that stands there is not to be changed.
-    void fixName();
+    // Shows the name, which is not to be changed from now on.
+    void fixName(const QString& name);
 
 signals:
     void enterPressed();
@@ -28,8 +29,9 @@ protected:
     void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
-    void lookAt(const QString& typed);
+    void lookFixed();
     void tellFixed();
+    void tellIllegal(const QString& illegal);
     void onChange();
 
     desktop::MessageBoxes& messages_;

@@ -1,5 +1,7 @@
 #include "whole/model/PlainProgram.h"
 
+#include <QRegularExpression>
+
 // Plans coming, going and being opened; what start and exit do; the lists of outlines.
 namespace qvnd::model {
 
@@ -9,6 +11,17 @@ bool isNameOfTable(const QString& name) {
     return !name.isEmpty() && name.size() <= 64 &&
            std::none_of(name.begin(), name.end(),
                         [](QChar c) { return c < ' ' || QString(".!`[]").contains(c); });
+}
+
+// What stands in the name and may not; a blank may.
+QStringList illegalIn(const QString& name) {
+    static const QRegularExpression ascii("[!-/:-@\\[-`{-~]");
+    QStringList found;
+    for (auto all = ascii.globalMatch(name); all.hasNext();) {
+        found << all.next().captured();
+    }
+    found.removeDuplicates();
+    return found;
 }
 
 } // namespace
@@ -153,6 +166,12 @@ void PlainProgram::newPlan(const QString& typed) {
     const QString name = typed.trimmed();
     if (name.isEmpty()) {
         tell("对不起，名称不能为空!", 3, "警告！");
+        return;
+    }
+    if (const QStringList illegal = illegalIn(name); !illegal.isEmpty()) {
+        tell("对不起，输入字符非法！\n方案名称只能由汉字、字母和数字组成，不能有：“" +
+                 illegal.join("”、“") + "”",
+             3, "");
         return;
     }
     try {
