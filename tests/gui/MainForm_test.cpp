@@ -2,6 +2,7 @@
 
 #include "platform/registry/RegistryFile.h"
 #include "startup/FirstStart.h"
+#include "startup/windows/StatusPanel.h"
 #include "startup/windows/frmAbout.h"
 #include "startup/windows/frmSplash.h"
 #include "support/FakeHelpWindow.h"
@@ -16,8 +17,10 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QPainter>
 #include <QPushButton>
 #include <QStatusBar>
+#include <QStyleOptionTitleBar>
 #include <QTimer>
 
 using namespace qvnd;
@@ -104,6 +107,70 @@ TEST_F(Frame, EachPanelHasAThirdOfTheWidth) {
             EXPECT_NEAR(panel, width / 3.0, 20) << i;
         }
     }
+}
+
+TEST_F(Frame, APathThatIsTooLongLosesItsMiddle) {
+    form->resize(900, 600);
+    QApplication::processEvents();
+    auto* panel = form->findChild<StatusPanel*>("st1Panel2");
+    panel->tell("当前工作路径： /home/user/" + QString(300, 'x') + "/工程文档管理/");
+    EXPECT_TRUE(panel->shownText().startsWith("当前工作路径： /home/"))
+        << panel->shownText().toStdString();
+    EXPECT_TRUE(panel->shownText().contains(QChar(0x2026)));
+    EXPECT_TRUE(panel->shownText().endsWith("/工程文档管理/")) << panel->shownText().toStdString();
+    EXPECT_LE(panel->fontMetrics().horizontalAdvance(panel->shownText()), panel->width());
+    EXPECT_EQ(panel->toolTip(), panel->text());
+    panel->tell("短");
+    EXPECT_EQ(panel->shownText(), "短");
+}
+
+TEST(StatusPanels, TellUserWorkFolderAndDate) {
+    const auto panels = statusPanels("张工", "/工程/", QDate(2026, 3, 7));
+    EXPECT_EQ(panels[0], "当前用户： 张工");
+    EXPECT_EQ(panels[1], "当前工作路径： /工程/");
+    EXPECT_EQ(panels[2], "今天是： 2026年03月07日");
+}
+
+TEST_F(Frame, TheCascadedWorkbenchShowsNoCloseButton) {
+    trigger("listWin");
+    QMdiSubWindow* child = area().subWindowList().constFirst();
+    child->showNormal();
+    QStyleOptionTitleBar bar;
+    bar.initFrom(child);
+    bar.subControls = QStyle::SC_All;
+    bar.titleBarFlags = child->windowFlags();
+    bar.rect = QRect(0, 0, child->width(), 24);
+    const auto place = [&](QStyle::SubControl part) {
+        return child->style()->subControlRect(QStyle::CC_TitleBar, &bar, part, child);
+    };
+    EXPECT_TRUE(place(QStyle::SC_TitleBarCloseButton).isEmpty());
+    EXPECT_FALSE(place(QStyle::SC_TitleBarSysMenu).isEmpty());
+    const QRect maximise = place(QStyle::SC_TitleBarMaxButton);
+    EXPECT_GT(maximise.right(), child->width() - 2 * maximise.width()) << "no gap in its place";
+
+    QImage drawn(bar.rect.size(), QImage::Format_RGB32);
+    QImage behind(bar.rect.size(), QImage::Format_RGB32);
+    for (QImage* image : {&drawn, &behind}) {
+        image->fill(Qt::white);
+        QPainter painter(image);
+        QStyleOptionTitleBar shown = bar;
+        if (image == &behind) {
+            shown.subControls.setFlag(QStyle::SC_TitleBarCloseButton, false);
+        }
+        child->style()->drawComplexControl(QStyle::CC_TitleBar, &shown, &painter, child);
+    }
+    EXPECT_EQ(drawn, behind);
+}
+
+TEST_F(Frame, TheWorkbenchMaximisedAgainBringsNoDeadButtonIntoTheMenuBar) {
+    QMdiSubWindow* child = area().subWindowList().constFirst();
+    trigger("listWin");
+    child->showNormal();
+    QApplication::processEvents();
+    child->showMaximized();
+    QApplication::processEvents();
+    const QWidget* buttons = form->menuBar()->cornerWidget(Qt::TopRightCorner);
+    EXPECT_TRUE(buttons == nullptr || !buttons->isVisible());
 }
 
 TEST_F(Frame, ComesUpWithoutARoster) {

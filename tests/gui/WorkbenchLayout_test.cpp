@@ -1,3 +1,4 @@
+#include "gui/support/WindowWalk.h"
 #include "gui/support/WorkbenchWindow.h"
 
 #include "outline/windows/SplitterBar.h"
@@ -8,6 +9,7 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTabBar>
 
 namespace qvnd::test {
 namespace {
@@ -94,6 +96,84 @@ TEST(WorkbenchLayoutRules, TheLowerBarChangesTheHeightOfTheUprightOne) {
     layout.dragHorizontal(40);
     EXPECT_EQ(layout.places().lblResize.height(), before.height() + 40);
     EXPECT_EQ(layout.places().imgSpliter.top(), before.bottom() + 41);
+}
+
+TEST(WorkbenchLayoutRules, RestoredBarsStandInAFormOfTheirSizeAlone) {
+    WorkbenchLayout before;
+    before.resize(form);
+    before.dragVertical(100);
+    before.dragHorizontal(-40);
+    before.drop();
+    const QRect bar = before.places().lblResize;
+
+    WorkbenchLayout after;
+    after.restore(before.bars());
+    after.resize({900, 600});
+    EXPECT_EQ(after.places().lblResize.left(), qRound((0.4 * 13500 + 20) / 15));
+    after.resize(form);
+    EXPECT_EQ(after.places().lblResize, bar);
+}
+
+TEST(WorkbenchLayoutRules, ADragEndsWhatWasRestored) {
+    WorkbenchLayout layout;
+    layout.restore({form, 9000, 4000});
+    layout.resize(form);
+    layout.dragVertical(10);
+    layout.drop();
+    layout.resize({900, 600});
+    layout.resize(form);
+    EXPECT_NEAR(inTwips(layout.places().lblResize.left()), 0.4 * 15000 + 20, 8);
+}
+
+TEST(WorkbenchLayoutRules, RestoredBarsOutsideTheirLimitsAreLeftOut) {
+    for (const WorkbenchLayout::Bars& bars :
+         {WorkbenchLayout::Bars{form, 100, 4000}, WorkbenchLayout::Bars{form, 9000, 8999}}) {
+        WorkbenchLayout layout;
+        layout.restore(bars);
+        layout.resize(form);
+        EXPECT_NEAR(inTwips(layout.places().lblResize.left()), 0.4 * 15000 + 20, 8);
+    }
+}
+
+TEST(WorkbenchLayoutRules, TheLeastSizeHoldsEveryPaneWhereverTheBarsStand) {
+    const QSize plan(130, 100);
+    const QSize preview(180, 110);
+    const QSize libraries(200, 95);
+    const QSize least = WorkbenchLayout::leastSize(300, plan, preview, libraries);
+    for (const int x : {-2000, 2000}) {
+        for (const int y : {-2000, 2000}) {
+            WorkbenchLayout layout;
+            ASSERT_TRUE(layout.resize(least));
+            layout.dragVertical(x);
+            layout.dragHorizontal(y);
+            layout.drop();
+            const auto at = layout.places();
+            const auto holds = [](const QRect& place, const QSize& pane) {
+                return place.width() + 1 >= pane.width() && place.height() + 1 >= pane.height();
+            };
+            EXPECT_TRUE(holds(at.TabCurrent, plan));
+            EXPECT_TRUE(holds(at.fraSee, preview));
+            EXPECT_TRUE(holds(at.TabTemplate, libraries));
+            EXPECT_GE(at.TbarBid.width(), 300);
+            EXPECT_GE(at.cmdEdit.top(), at.imgSpliter.bottom());
+        }
+    }
+}
+
+TEST_F(WorkbenchWindow, NothingIsCutAtTheSmallestSize) {
+    open();
+    form->resize(form->minimumSizeHint());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(form->size(), form->minimumSizeHint());
+    EXPECT_EQ(cutTexts(*form), QStringList());
+    EXPECT_GE(toolbar().width(), toolbar().sizeHint().width());
+    for (const char* name : {"TabCurrent", "TabTemplate"}) {
+        const auto* tabs = form->findChild<QTabWidget*>(name);
+        EXPECT_GE(tabs->width(), tabs->tabBar()->sizeHint().width()) << name;
+    }
+    for (const char* name : {"cmdEdit", "cmdExit"}) {
+        EXPECT_TRUE(form->rect().contains(form->findChild<QPushButton*>(name)->geometry()));
+    }
 }
 
 TEST_F(WorkbenchWindow, ADraggedBarMovesAtOnceAndThePanesAtItsEnd) {

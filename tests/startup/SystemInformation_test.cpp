@@ -3,7 +3,6 @@
 #include "platform/files/Paths.h"
 #include "platform/registry/RegistryFile.h"
 #include "platform/registry/RegistryRoots.h"
-#include "startup/StatusPanels.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -69,13 +68,6 @@ TEST(SystemInformationProgram, IsLookedForInTheFolderOfSharedTools) {
 TEST(SystemInformationProgram, IsNoneWhereTheRegistrySaysNothing) {
     registry::RegistryFile registry;
     EXPECT_EQ(systemInformationProgram(registry), std::nullopt);
-}
-
-TEST(StatusPanels, TellUserWorkFolderAndDate) {
-    const auto panels = statusPanels("张工", "/工程/", QDate(2026, 3, 7));
-    EXPECT_EQ(panels[0], "当前用户： 张工");
-    EXPECT_EQ(panels[1], "当前工作路径： /工程/");
-    EXPECT_EQ(panels[2], "今天是： 2026年03月07日");
 }
 
 } // namespace

@@ -11,7 +11,18 @@ namespace qvnd::outline {
 
 namespace {
 
-QIcon treeIcon(const char* name) { return QIcon(QStringLiteral(":/icons/tree/%1.svg").arg(name)); }
+// A selected row gets the same picture as any other: the toolkit would paint it over in the colour
+// of the selection.
+QIcon treeIcon(const char* name) {
+    const QIcon drawn(QStringLiteral(":/icons/tree/%1.svg").arg(name));
+    QIcon icon;
+    for (const int size : {16, 20, 24, 32, 40, 48, 64}) {
+        const QPixmap picture = drawn.pixmap(QSize(size, size), 1.0);
+        icon.addPixmap(picture, QIcon::Normal);
+        icon.addPixmap(picture, QIcon::Selected);
+    }
+    return icon;
+}
 
 } // namespace
 

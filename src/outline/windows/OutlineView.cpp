@@ -10,6 +10,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPointer>
 #include <QScrollBar>
 #include <QTimer>
@@ -23,6 +24,7 @@ namespace {
 
 constexpr int expandAfter = 600; // milliseconds over a folder during a drag
 constexpr int scrollMargin = 24;
+constexpr int emptyMargin = 16;    // beside the text of an empty tree
 constexpr int lookAgainAfter = 50; // milliseconds
 
 QStringList localFiles(const QMimeData& data) {
@@ -66,6 +68,7 @@ OutlineView::OutlineView(OutlineModel& model, QWidget* parent) : QTreeView(paren
     setAutoExpandDelay(expandAfter);
     setAutoScrollMargin(scrollMargin);
     setContextMenuPolicy(Qt::DefaultContextMenu);
+    greyInactiveSelection();
 
     connect(&model_, &OutlineModel::nodeSelected, this, &OutlineView::showSelected);
     connect(&model_, &OutlineModel::nodeExpanded, this, &QTreeView::setExpanded);
@@ -166,6 +169,38 @@ void OutlineView::FinishLabelEdit() {
     }
     if (editor) {
         closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+// The toolkit's palette has one colour for the selection with the keyboard and without it.
+void OutlineView::greyInactiveSelection() {
+    QPalette colours = palette();
+    const QColor paper = colours.color(QPalette::Active, QPalette::Base);
+    const QColor ink = colours.color(QPalette::Active, QPalette::Text);
+    const auto mixed = [](int one, int other) { return (4 * one + other) / 5; };
+    const QColor grey(mixed(paper.red(), ink.red()), mixed(paper.green(), ink.green()),
+                      mixed(paper.blue(), ink.blue()));
+    if (colours.color(QPalette::Inactive, QPalette::Highlight) != grey) {
+        colours.setColor(QPalette::Inactive, QPalette::Highlight, grey);
+        colours.setColor(QPalette::Inactive, QPalette::HighlightedText, ink);
+        setPalette(colours);
+    }
+}
+
+void OutlineView::changeEvent(QEvent* event) {
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) {
+        greyInactiveSelection();
+    }
+}
+
+void OutlineView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (!emptyText_.isEmpty() && model_.rowCount() == 0) {
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect().adjusted(emptyMargin, 0, -emptyMargin, 0),
+                         Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
     }
 }
 

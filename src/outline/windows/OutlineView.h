@@ -34,6 +34,9 @@ public:
     // The node whose row lies there, in coordinates of the viewport; null beside all rows.
     OutlineNode* nodeAt(const QPoint& position) const;
 
+    // What stands in the tree while it is empty.
+    void setEmptyText(const QString& text) { emptyText_ = text; }
+
     // Begins the in-place editing of the selected node, if there is one.
     void StartLabelEdit();
     // Ends it as Enter does; nothing happens without one.
@@ -81,6 +84,8 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool viewportEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
     bool edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) override;
 
 private:
@@ -95,7 +100,10 @@ private:
     void tellDrop(const QString& key, const QStringList& files, bool isNode);
     bool answersKey(int key);
 
+    void greyInactiveSelection();
+
     OutlineModel& model_;
+    QString emptyText_;
     DragRunner runDrag_;
     std::function<bool()> isBusy_ = [] { return false; };
     QString pressedKey_;

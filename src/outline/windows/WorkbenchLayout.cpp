@@ -16,6 +16,10 @@ constexpr double margin = 100;
 constexpr double paneGap = 200;
 constexpr double buttonWidth = 2100;
 constexpr double buttonHeight = 500;
+// The limits of the bars, as shares of the form's width and height.
+constexpr double leastLeft = 0.4;
+constexpr double leastUpper = 0.3;
+constexpr double highest = 0.7;
 
 int pixels(double twips) { return qRound(twips / twipsPerPixel); }
 
@@ -26,9 +30,10 @@ QRect rect(double left, double from, double right, double to) {
 
 } // namespace
 
-void WorkbenchLayout::Bar::put(double at, double size) {
+void WorkbenchLayout::Bar::put(double at, double lowest, double size) {
     place = wanted = at;
-    high = 0.7 * size;
+    low = lowest * size;
+    high = highest * size;
 }
 
 void WorkbenchLayout::Bar::drag(double to) {
@@ -46,18 +51,53 @@ bool WorkbenchLayout::resize(const QSize& form) {
     if (width < leastWidth || height < leastHeight) {
         return false;
     }
+    form_ = form;
     width_ = width;
     height_ = height;
-    left_.low = 0.4 * width;
-    left_.put(0.4 * width + barGap, width);
-    upper_.low = 0.3 * height;
-    upper_.put(height * 3 / 5 - 300, height);
+    putBars();
     return true;
 }
 
-void WorkbenchLayout::dragVertical(int x) { left_.drag(left_.place + x * twipsPerPixel + barGap); }
+void WorkbenchLayout::putBars() {
+    left_.put(leastLeft * width_ + barGap, leastLeft, width_);
+    upper_.put(height_ * 3 / 5 - 300, leastUpper, height_);
+    if (restored_ && restored_->form == form_ && left_.allows(restored_->vertical) &&
+        upper_.allows(restored_->horizontal)) {
+        left_.place = left_.wanted = restored_->vertical;
+        upper_.place = upper_.wanted = restored_->horizontal;
+    }
+}
 
-void WorkbenchLayout::dragHorizontal(int y) { upper_.drag(upper_.place + y * twipsPerPixel); }
+WorkbenchLayout::Bars WorkbenchLayout::bars() const { return {form_, left_.place, upper_.place}; }
+
+void WorkbenchLayout::restore(const Bars& bars) {
+    restored_ = bars;
+    putBars();
+}
+
+QSize WorkbenchLayout::leastSize(int toolbarWidth, const QSize& plan, const QSize& preview,
+                                 const QSize& libraries) {
+    const auto twips = [](int pixels) { return double(pixels) * twipsPerPixel; };
+    const double width =
+        std::max({twips(toolbarWidth), (twips(plan.width()) + margin) / leastLeft,
+                  (twips(preview.width()) + barWidth + margin) / (1 - highest),
+                  margin + twips(libraries.width()) + paneGap + buttonWidth + margin});
+    const double above = std::max(twips(plan.height()), twips(preview.height()));
+    const double below = std::max(twips(libraries.height()), buttonHeight + margin + buttonHeight);
+    const double height =
+        std::max(above / leastUpper, (top + barWidth + below + margin) / (1 - highest));
+    return {pixels(width), pixels(height)};
+}
+
+void WorkbenchLayout::dragVertical(int x) {
+    restored_.reset();
+    left_.drag(left_.place + x * twipsPerPixel + barGap);
+}
+
+void WorkbenchLayout::dragHorizontal(int y) {
+    restored_.reset();
+    upper_.drag(upper_.place + y * twipsPerPixel);
+}
 
 void WorkbenchLayout::drop() {
     left_.drop();

@@ -4,6 +4,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
 #include "outline/TemplateLibrary.h"
+#include "outline/windows/EmptyPlanHint.h"
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/SplitterBar.h"
 #include "outline/windows/WorkbenchToolbar.h"
@@ -22,6 +23,8 @@ namespace qvnd::outline {
 namespace {
 
 constexpr QSize usualSize{1000, 680};
+constexpr QSize leastPreview{180, 120};
+constexpr int leastRows = 3; // of a tree
 
 QTabWidget* tabs(const QString& name, const QString& accessibleName, QWidget* parent) {
     auto* made = new QTabWidget(parent);
@@ -71,6 +74,37 @@ frmBid::frmBid(const Parts& parts, QWidget* parent)
 
 QSize frmBid::sizeHint() const { return usualSize; }
 
+QSize frmBid::minimumSizeHint() const {
+    const auto least = [](const QTabWidget& tabs, const QTreeView& tree) {
+        const QSize bar = tabs.tabBar()->sizeHint();
+        const int row = tree.fontMetrics().height() + tree.iconSize().height() / 2;
+        return QSize(bar.width(), bar.height() + leastRows * row);
+    };
+    return WorkbenchLayout::leastSize(TbarBid_->sizeHint().width(),
+                                      least(*TabCurrent_, *TrvCurrent_), leastPreview,
+                                      least(*TabTemplate_, *TrvTemplate_));
+}
+
+frmBid::Shape frmBid::shape() const {
+    const OutlineNode* selected = workbench_.TrvCurrent.SelectedItem();
+    return {layout_.bars(), TabTemplate_->currentIndex(), selected ? selected->Key() : QString()};
+}
+
+void frmBid::restore(const Shape& shape) {
+    layout_.restore(shape.bars);
+    place();
+    if (shape.library >= 0 && shape.library < TabTemplate_->count()) {
+        TabTemplate_->setCurrentIndex(shape.library);
+    }
+    if (OutlineNode* node = workbench_.TrvCurrent.find(shape.selected)) {
+        run([&] {
+            workbench_.TrvCurrent.Select(node);
+            commands_.openSelected();
+        });
+        TrvCurrent_->scrollTo(TrvCurrent_->currentIndex());
+    }
+}
+
 void frmBid::buildTrees() {
     const auto planFile = [this](const OutlineNode& node) {
         return documentPath(state_, tableOfKey(node.Key()), node.Key());
@@ -83,6 +117,9 @@ void frmBid::buildTrees() {
     currentModel_->setEditable(true);
     TrvCurrent_ = view(currentModel_, u"当前施工组织方案"_s, isBusy);
     TrvCurrent_->setDragDropMode(QAbstractItemView::DragDrop);
+    hint_ = new EmptyPlanHint(TrvCurrent_->viewport());
+    connect(hint_, &EmptyPlanHint::newPlan, this, [this] { menus_.mnuNew->trigger(); });
+    connect(hint_, &EmptyPlanHint::openGuide, this, [this] { menus_.mnuContent->trigger(); });
     TrvTemplate_ = view(new OutlineModel(workbench_.TrvTemplate, templateFile, this),
                         u"施工方案模板"_s, isBusy);
     TrvTemplate_Us_ =
@@ -93,6 +130,8 @@ void frmBid::buildTrees() {
     TabTemplate_ = tabs(u"TabTemplate"_s, u"模板与方案"_s, this);
     TabTemplate_->addTab(TrvTemplate_, u"施工方案模板"_s);
     TabTemplate_->addTab(TrvTemplate_Us_, u"用户方案"_s);
+    TrvTemplate_->setEmptyText(u"还没有模板。打开一个方案，选“存入方案模板”，它就成为模板。"_s);
+    TrvTemplate_Us_->setEmptyText(u"还没有方案。"_s);
 }
 
 QPushButton* frmBid::button(const QString& name, const QString& caption) {
@@ -138,14 +177,26 @@ void frmBid::buildBars() {
 }
 
 void frmBid::setOrder() {
-    const QList<QWidget*> order{TrvCurrent_,  TabTemplate_->tabBar(),
-                                TrvTemplate_, TrvTemplate_Us_,
-                                cmdEdit_,     cmdExit_,
-                                lblResize_,   imgSpliter_};
+    QList<QWidget*> order{TrvCurrent_};
+    for (QPushButton* button : hint_->findChildren<QPushButton*>()) {
+        order << button;
+    }
+    order << QList<QWidget*>{TabTemplate_->tabBar(),
+                             TrvTemplate_,
+                             TrvTemplate_Us_,
+                             cmdEdit_,
+                             cmdExit_,
+                             lblResize_,
+                             imgSpliter_};
     for (qsizetype i = 1; i < order.size(); ++i) {
         setTabOrder(order[i - 1], order[i]);
     }
-    setFocusProxy(TrvCurrent_);
+}
+
+// As a focus proxy the tree would cut the way of the Tab key short.
+void frmBid::focusInEvent(QFocusEvent* event) {
+    QWidget::focusInEvent(event);
+    TrvCurrent_->setFocus();
 }
 
 void frmBid::Load() {
@@ -223,6 +274,7 @@ void frmBid::applyCommands() {
     menus_.apply(workbench_);
     TbarBid_->apply(workbench_);
     cmdEdit_->setEnabled(workbench_.cmdEdit);
+    hint_->apply(workbench_);
 }
 
 void frmBid::place() {

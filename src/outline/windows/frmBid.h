@@ -15,6 +15,7 @@ class QTabWidget;
 
 namespace qvnd::outline {
 
+class EmptyPlanHint;
 class PreviewFrame;
 class SplitterBar;
 class WorkbenchToolbar;
@@ -48,11 +49,24 @@ public:
     // Shows and edits the information of the open plan.
     void OpenPlanInfo();
 
+    // What of the window outlasts a run of the program.
+    struct Shape {
+        WorkbenchLayout::Bars bars;
+        int library = 0;  // the tab of TabTemplate, counted from 0
+        QString selected; // the key of the selected node of TrvCurrent; empty without one
+    };
+    Shape shape() const;
+    // Gives it back. A tab or a node that is not there is left out; the node counts as clicked.
+    void restore(const Shape& shape);
+
     QSize sizeHint() const override;
+    // So large that nothing is cut wherever the bars stand.
+    QSize minimumSizeHint() const override;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
     bool event(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     using CommandOfMenu = void (WorkbenchCommands::*)();
@@ -95,6 +109,7 @@ private:
     PreviewFrame* fraSee_;
     OutlineModel* currentModel_;
     OutlineView* TrvCurrent_;
+    EmptyPlanHint* hint_;
     OutlineView* TrvTemplate_;
     OutlineView* TrvTemplate_Us_;
     QTabWidget* TabCurrent_;

@@ -1,9 +1,59 @@
 #include "startup/windows/DesktopRun.h"
 
 #include "outline/windows/frmBid.h"
+#include "platform/desktop/windows/HelpKey.h"
+#include "platform/desktop/windows/QtHelpWindow.h"
+#include "platform/desktop/windows/WidgetEvents.h"
+#include "platform/desktop/windows/WidgetFileDialogs.h"
+#include "platform/desktop/windows/WidgetShell.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+#include "platform/preview/windows/PreviewPane.h"
+#include "platform/registry/RegistryFile.h"
+#include "startup/FirstStart.h"
+#include "startup/WordProcessor.h"
+#include "startup/windows/SingleInstance.h"
+#include "startup/windows/frmSplash.h"
+
+#include <QApplication>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
 
 namespace qvnd::startup {
+
+namespace {
+
+constexpr int startFailed = 1; // exit status
+
+// What an installed program needs before it starts; the program starts even where it fails.
+void prepare(const QString& executableFolder, const QString& home, registry::Registry& registry,
+             desktop::MessageBoxes& messages) {
+    try {
+        layOutProgramFolder(home);
+        bringShippedFiles(executableFolder + u"/../share/qvnd"_s, home);
+        if (!isPortable(executableFolder)) {
+            chooseWorkFolder(registry, home,
+                             QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+        }
+    } catch (const RunTimeError& failure) {
+        messages.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
+                      u"提示"_s);
+    }
+}
+
+outline::PreviewFrame* newPreview(preview::PageConversion& conversion) {
+    auto* pane = new preview::PreviewPane(conversion);
+    return new outline::PreviewFrame(*pane, *pane);
+}
+
+void bringWindowToFront(QWidget& window) {
+    window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
 
 DesktopRun::DesktopRun(const DesktopServices& services)
     : services_(services), program_(services.registry, services.outline, *this) {}
@@ -11,6 +61,8 @@ DesktopRun::DesktopRun(const DesktopServices& services)
 DesktopRun::~DesktopRun() = default;
 
 bool DesktopRun::start(const QString& programFolder) {
+    memory_.emplace(programFolder);
+    remembered_ = memory_->load();
     auto& turn = program_.state().Turn;
     turn = std::make_unique<files::WorkSpaceTurn>(programFolder);
     try {
@@ -24,28 +76,86 @@ bool DesktopRun::start(const QString& programFolder) {
 }
 
 void DesktopRun::showMainForm() {
-    mainForm_ = std::make_unique<MainForm>(
-        MainForm::Parts{program_, services_.registry, services_.outline.messages, services_.help,
-                        services_.shell, [this] { return loadWorkbench(); }, services_.end});
+    mainForm_ = std::make_unique<MainForm>(MainForm::Parts{
+        program_, services_.registry, services_.outline.messages, services_.help, services_.shell,
+        [this] { return loadWorkbench(); }, services_.end, [this] { rememberWindows(); }});
     mainForm_->Load();
-    mainForm_->showMaximized();
+    if (mainForm_->restoreGeometry(remembered_.frame)) {
+        mainForm_->show();
+    } else {
+        mainForm_->showMaximized();
+    }
 }
 
-void DesktopRun::showFrmBid() { mainForm_->showWorkbench(); }
+void DesktopRun::showFrmBid() {
+    mainForm_->showWorkbench();
+    mainForm_->placeWorkbench(remembered_.workbench);
+    frmBid_->restore({{remembered_.barsFor, remembered_.verticalBar, remembered_.horizontalBar},
+                      remembered_.library,
+                      remembered_.node});
+}
 
 ChildWindow DesktopRun::loadWorkbench() {
     auto* window = new outline::frmBid({program_.state(), program_.workbench(), services_.outline,
                                         *mainForm_, *services_.makePreview()});
     window->Load();
+    frmBid_ = window;
     return {window, window->menus()};
+}
+
+void DesktopRun::rememberWindows() const {
+    RememberedWindows windows = remembered_;
+    windows.frame = mainForm_->saveGeometry();
+    windows.workbench = mainForm_->workbenchPlace();
+    if (frmBid_) {
+        const outline::frmBid::Shape shape = frmBid_->shape();
+        windows.barsFor = shape.bars.form;
+        windows.verticalBar = shape.bars.vertical;
+        windows.horizontalBar = shape.bars.horizontal;
+        windows.library = shape.library;
+        windows.node = shape.selected;
+    }
+    memory_->save(windows);
 }
 
 void DesktopRun::bringToFront() {
     if (mainForm_) {
-        mainForm_->setWindowState(mainForm_->windowState() & ~Qt::WindowMinimized);
-        mainForm_->raise();
-        mainForm_->activateWindow();
+        bringWindowToFront(*mainForm_);
     }
+    if (QWidget* box = QApplication::activeModalWidget()) {
+        bringWindowToFront(*box);
+    }
+}
+
+int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& messages) {
+    const QString home = programFolder(executableFolder);
+    SingleInstance instance(home);
+    if (!instance.begin()) {
+        messages.tell(u"卷宗编制系统已经在运行，它的窗口已显示到最前面。"_s,
+                      desktop::Icon::information, u"提示"_s);
+        return 0;
+    }
+    auto registry = registry::RegistryFile::read(files::withSeparator(home) + u"registry.reg"_s);
+    prepare(executableFolder, home, registry, messages);
+
+    WidgetSplash splash;
+    desktop::WidgetFileDialogs fileDialogs;
+    desktop::WidgetEvents events;
+    desktop::WidgetShell shell;
+    desktop::QtHelpWindow help;
+    WordProcessor word(messages);
+    preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
+    DesktopRun run({registry,
+                    {messages, splash, fileDialogs, events, word.factory()},
+                    help,
+                    shell,
+                    [&conversion] { return newPreview(conversion); },
+                    [] { QCoreApplication::exit(); }});
+    QObject::connect(&instance, &SingleInstance::startedAgain, [&run] { run.bringToFront(); });
+    desktop::HelpKey helpKey(
+        help, [&run] { return run.program().state().HelpFile; }, messages);
+    qApp->installEventFilter(&helpKey);
+    return run.start(home) ? QApplication::exec() : startFailed;
 }
 
 } // namespace qvnd::startup

@@ -4,10 +4,18 @@
 #include "platform/desktop/HelpWindow.h"
 #include "platform/desktop/Shell.h"
 #include "startup/Program.h"
+#include "startup/WindowMemory.h"
 #include "startup/windows/MainForm.h"
+
+#include <QPointer>
 
 #include <functional>
 #include <memory>
+#include <optional>
+
+namespace qvnd::outline {
+class frmBid;
+}
 
 namespace qvnd::startup {
 
@@ -23,7 +31,8 @@ struct DesktopServices {
     std::function<void()> end;
 };
 
-// One run of the program with its windows: the frame, and the workbench in it.
+// One run of the program with its windows: the frame, and the workbench in it. They stand as they
+// stood when the last run ended; at the first start the frame is maximised.
 class DesktopRun : private ProgramWindows {
 public:
     explicit DesktopRun(const DesktopServices& services);
@@ -31,7 +40,7 @@ public:
 
     // Main; false when it failed, and the user has been told. The frame may stand even then.
     bool start(const QString& programFolder);
-    // Brings the frame to front, as another start of the program asks for.
+    // Brings the frame, and a box that is open, to front, as another start of the program asks for.
     void bringToFront();
 
     Program& program() { return program_; }
@@ -42,10 +51,19 @@ private:
     void showMainForm() override;
     void showFrmBid() override;
     ChildWindow loadWorkbench();
+    void rememberWindows() const;
 
     DesktopServices services_;
     Program program_;
+    std::optional<WindowMemory> memory_;
+    RememberedWindows remembered_;
     std::unique_ptr<MainForm> mainForm_;
+    QPointer<outline::frmBid> frmBid_;
 };
+
+// Runs the program for the executable in that folder, from its first start there to its end, and
+// returns the exit status. A failed start ends it with status 1 when the user has read why; a start
+// beside another run of the same program folder brings that one to front and ends with 0.
+int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& messages);
 
 } // namespace qvnd::startup

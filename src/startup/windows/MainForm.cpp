@@ -2,11 +2,11 @@
 
 #include "platform/desktop/UserName.h"
 #include "platform/error/IgnoringErrors.h"
-#include "startup/StatusPanels.h"
+#include "startup/windows/ChildTitleStyle.h"
+#include "startup/windows/StatusPanel.h"
 #include "startup/windows/frmAbout.h"
 
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -23,7 +23,9 @@ const QString panelText = u"卷宗编制管理软件"_s;
 
 } // namespace
 
-MainForm::MainForm(const Parts& parts) : parts_(parts), area_(new QMdiArea(this)) {
+MainForm::MainForm(const Parts& parts)
+    : parts_(parts), area_(new QMdiArea(this)), titleStyle_(new ChildTitleStyle) {
+    titleStyle_->setParent(this);
     setObjectName(u"MainForm"_s);
     setWindowTitle(u"卷宗编制系统"_s);
     area_->setObjectName(u"MdiArea"_s);
@@ -43,8 +45,7 @@ void MainForm::Load() {
     const auto texts =
         statusPanels(desktop::userName(), parts_.program.state().gWorkPath, QDate::currentDate());
     for (std::size_t i = 0; i < panels_.size(); ++i) {
-        panels_[i]->setText(texts[i]);
-        panels_[i]->setToolTip(texts[i]);
+        panels_[i]->tell(texts[i]);
     }
 }
 
@@ -98,10 +99,8 @@ void MainForm::buildStatusBar() {
     bar->setObjectName(u"st1"_s);
     bar->setAccessibleName(panelText);
     for (std::size_t i = 0; i < panels_.size(); ++i) {
-        auto* panel = new QLabel(panelText, bar);
+        auto* panel = new StatusPanel(panelText, bar);
         panel->setObjectName(u"st1Panel%1"_s.arg(i + 1));
-        panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-        panel->setContentsMargins(6, 0, 6, 0);
         bar->addWidget(panel, 1);
         panels_[i] = panel;
     }
@@ -115,8 +114,13 @@ void MainForm::showMenus() {
     for (QMenu* menu : isWorkbench ? workbench_.menus : menus_) {
         menuBar()->addMenu(menu);
     }
-    // A maximised child's buttons would offer to close it.
-    if (QWidget* buttons = menuBar()->cornerWidget(Qt::TopRightCorner)) {
+    hideDeadButtons();
+}
+
+// The buttons of the maximised workbench would offer to close it.
+void MainForm::hideDeadButtons() {
+    QWidget* buttons = menuBar()->cornerWidget(Qt::TopRightCorner);
+    if (buttons && frmBid_ && area_->currentSubWindow() == frmBid_) {
         buttons->hide();
     }
 }
@@ -127,11 +131,30 @@ void MainForm::showWorkbench() {
         frmBid_ = area_->addSubWindow(
             workbench_.widget, Qt::SubWindow | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                    Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint);
+        frmBid_->setStyle(titleStyle_);
         frmBid_->installEventFilter(this);
+        // Its buttons come into the menu bar with the next event.
+        connect(frmBid_, &QMdiSubWindow::windowStateChanged, this, &MainForm::hideDeadButtons,
+                Qt::QueuedConnection);
+        // The frame is as large at least as its maximised child has to be.
+        setMinimumSize(workbench_.widget->minimumSizeHint().expandedTo(QSize(0, 0)) +
+                       QSize(0, menuBar()->sizeHint().height() + statusBar()->sizeHint().height()));
     }
     frmBid_->showMaximized();
     area_->setActiveSubWindow(frmBid_);
     showMenus();
+}
+
+QRect MainForm::workbenchPlace() const {
+    return frmBid_ && !frmBid_->isMaximized() && !frmBid_->isMinimized() ? frmBid_->geometry()
+                                                                         : QRect();
+}
+
+void MainForm::placeWorkbench(const QRect& place) {
+    if (frmBid_ && area_->rect().intersects(place)) {
+        frmBid_->showNormal();
+        frmBid_->setGeometry(place);
+    }
 }
 
 // A child may be in the middle of an event of its own, so it ends when that is over, and with the
@@ -205,6 +228,7 @@ void MainForm::finishTyping() {
 
 void MainForm::endAtOnce() {
     finishTyping();
+    parts_.leave();
     parts_.program.endAtOnce();
     parts_.end();
 }
@@ -231,6 +255,7 @@ void MainForm::closeEvent(QCloseEvent* event) {
         return;
     }
     finishTyping();
+    parts_.leave();
     parts_.program.exit();
     for (QMdiSubWindow* child : area_->subWindowList()) {
         unload(child);

@@ -14,10 +14,12 @@
 #include <array>
 #include <functional>
 
-class QLabel;
 class QMdiArea;
 
 namespace qvnd::startup {
+
+class ChildTitleStyle;
+class StatusPanel;
 
 // What a child window of the frame is to it: a widget, and the menus that stand in the frame's menu
 // bar while the child is the active one.
@@ -44,6 +46,8 @@ public:
         std::function<ChildWindow()> loadWorkbench;
         // Ends the process.
         std::function<void()> end;
+        // Called once before a run ends, while all windows stand.
+        std::function<void()> leave = [] {};
     };
 
     explicit MainForm(const Parts& parts);
@@ -53,6 +57,10 @@ public:
     void Load();
     // Shows the workbench, loading it when it is not loaded.
     void showWorkbench();
+
+    // Place and size of the workbench in the frame; null while it is maximised or not there.
+    QRect workbenchPlace() const;
+    void placeWorkbench(const QRect& place);
 
     void showPlanEditor() override;
     void arrangeCascade() override;
@@ -76,6 +84,7 @@ private:
     void mnuBuild();
     void unload(QMdiSubWindow* child);
     void showMenus();
+    void hideDeadButtons();
     void help(void (desktop::HelpWindow::*page)(const QString&));
     void openRoster();
     void finishTyping();
@@ -83,7 +92,8 @@ private:
 
     Parts parts_;
     QMdiArea* area_;
-    std::array<QLabel*, 3> panels_{};
+    std::array<StatusPanel*, 3> panels_{};
+    ChildTitleStyle* titleStyle_;
     QList<QMenu*> menus_;
     ChildWindow workbench_;
     QPointer<QMdiSubWindow> frmBid_;

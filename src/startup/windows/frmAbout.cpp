@@ -1,6 +1,6 @@
 #include "startup/windows/frmAbout.h"
 
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "startup/SystemInformation.h"
 #include "startup/windows/Pictures.h"
 
@@ -85,14 +85,8 @@ QWidget* frmAbout::buildButtons() {
 
 void frmAbout::StartSysInfo() {
     const auto program = systemInformationProgram(registry_);
-    if (!program) {
-        messages_.tell(u"此时系统信息不可用"_s);
-        return;
-    }
-    try {
-        shell_.run(*program);
-    } catch (const RunTimeError&) {
-        messages_.tell(u"此时系统信息不可用"_s);
+    if (!program || !ignoringErrors([&] { shell_.run(*program); })) {
+        messages_.tell(u"此时系统信息不可用"_s, desktop::Icon::information, u"提示"_s);
     }
 }
 

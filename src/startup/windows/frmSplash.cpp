@@ -37,10 +37,6 @@ frmSplash::frmSplash()
     }
 }
 
-void frmSplash::mousePressEvent(QMouseEvent*) { close(); }
-
-void frmSplash::keyPressEvent(QKeyEvent*) { close(); }
-
 void WidgetSplash::show() {
     form_ = std::make_unique<frmSplash>();
     form_->show();

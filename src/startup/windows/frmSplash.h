@@ -8,17 +8,12 @@
 
 namespace qvnd::startup {
 
-// The picture that covers the start, above all other windows, as large as its image. When the
-// start has failed behind it, a click or a key takes it down, which ends the program.
+// The picture that covers the start, above all other windows, as large as its image.
 class frmSplash : public QWidget {
     Q_OBJECT
 
 public:
     frmSplash();
-
-protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 };
 
 // The splash as the program's routines see it.

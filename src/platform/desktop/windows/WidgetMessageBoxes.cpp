@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QWindow>
 
 #include <map>
 #include <utility>
@@ -52,6 +53,18 @@ Offered addButtons(QMessageBox& box, Buttons buttons) {
     return offered;
 }
 
+// A box opens behind a window that stays on top unless it belongs to that window.
+void putInFront(QMessageBox& box) {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint)) {
+            box.setWindowFlag(Qt::WindowStaysOnTopHint);
+            box.winId(); // makes its window
+            box.windowHandle()->setTransientParent(window->windowHandle());
+            return;
+        }
+    }
+}
+
 } // namespace
 
 Answer WidgetMessageBoxes::show(const Message& message) {
@@ -62,6 +75,7 @@ Answer WidgetMessageBoxes::show(const Message& message) {
     box.setWindowTitle(message.title.isEmpty() ? QApplication::applicationDisplayName()
                                                : message.title);
     const Offered offered = addButtons(box, message.buttons);
+    putInFront(box);
     box.exec();
     QAbstractButton* pressed = box.clickedButton();
     return offered.at(pressed != nullptr ? pressed : box.escapeButton());

@@ -8,7 +8,8 @@
 namespace qvnd::desktop {
 
 // Message boxes as windows of the desktop, their buttons in Chinese. A box without a title bears
-// the name of the program; the close box answers as the button that changes nothing.
+// the name of the program; the close box answers as the button that changes nothing. A box stands
+// in front of every window of the program, also of one that stays on top, as the splash does.
 class WidgetMessageBoxes : public MessageBoxes {
 public:
     explicit WidgetMessageBoxes(QWidget* parent = nullptr) : parent_(parent) {}
