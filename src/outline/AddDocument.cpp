@@ -6,7 +6,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 
 #include <algorithm>
 
@@ -72,7 +72,7 @@ Added AddDocument::addBeside(const QString& selectedKey) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
 
-    jet::LastingTogether changes(*state_.gWs);
+    jet::TransactionScope changes(*state_.gWs);
     try {
         db.Execute(QStringLiteral("DROP TABLE temp"));
     } catch (const RunTimeError& failure) {
@@ -101,7 +101,7 @@ Added AddDocument::addBeside(const QString& selectedKey) {
     const auto rows = db.OpenRecordset("Select * from " + plan);
     const auto moved = db.OpenRecordset(QStringLiteral("Select * from temp"));
     addRows(*rows, *moved);
-    changes.end();
+    changes.commit();
 
     const auto refilled = db.OpenRecordset("Select * from " + plan + inOrder);
     workbench_.TrvCurrent.Clear();

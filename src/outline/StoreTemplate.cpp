@@ -6,7 +6,7 @@
 #include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 
 namespace qvnd::outline {
 
@@ -83,13 +83,13 @@ void enlist(modMain& state, const QString& name) {
 
 // The library's table and row last together, behind the folder.
 void storePlan(modMain& state, const QString& plan) {
-    jet::LastingTogether changes(*state.gWs);
+    jet::TransactionScope changes(*state.gWs);
     copyTable(state, plan);
     const auto documents =
         state.gDbUser->OpenRecordset("Select * from " + plan + " where 是否文档='是'");
     fillFolder(state, plan, *documents);
     enlist(state, plan);
-    changes.end();
+    changes.commit();
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 
 #include <algorithm>
 
@@ -48,7 +48,7 @@ Added dlgAddDoc::run(const QString& name) {
     const QString selectedKey = selected->Key();
     const QString table = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
-    jet::LastingTogether changes(*state_.gWs);
+    jet::TransactionScope changes(*state_.gWs);
 
     std::int16_t base = 0;
     if (mode_ == AddMode::beside) {
@@ -71,7 +71,7 @@ Added dlgAddDoc::run(const QString& name) {
         moveRowsBack(table);
     }
     levelPlanCopy(table);
-    changes.end();
+    changes.commit();
     refill(table);
     return Added::added;
 }

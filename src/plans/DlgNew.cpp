@@ -7,7 +7,7 @@
 #include "plans/PlanName.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 #include "store/PlanTables.h"
 
 namespace qvnd::plans {
@@ -70,7 +70,7 @@ bool DlgNew::createPlan() {
         return false;
     }
     // A killed process must not leave a plan current that has no table: no start would get past it.
-    jet::LastingTogether changes(*state_.gWs);
+    jet::TransactionScope changes(*state_.gWs);
     makeCurrent(name);
     if (!replaceFolder(name)) {
         return false;
@@ -84,7 +84,7 @@ bool DlgNew::createPlan() {
     state_.gDbPlan->Close();
     state_.gDbPlan.reset();
     registerPlan(name);
-    changes.end();
+    changes.commit();
     showAsCurrent(name);
     outline::updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, true, messages_,
                                 splash_);

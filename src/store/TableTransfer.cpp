@@ -2,7 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 #include "store/LegacyPlans.h"
 #include "store/Names.h"
 
@@ -118,12 +118,12 @@ private:
     }
 
     void takeIn(const QString& name, const QString& file) {
-        jet::LastingTogether changes(*state_.gWs);
+        jet::TransactionScope changes(*state_.gWs);
         statement_([&] { enlist(set(list_), name); });
         statement_([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
         copy(name);
         copy(name + informationSuffix.toString());
-        changes.end();
+        changes.commit();
     }
 
     void copy(const QString& name) {
@@ -150,11 +150,11 @@ void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
             continue;
         }
         if (!isListed(*list, folder.Name)) {
-            jet::LastingTogether changes(*state.gWs);
+            jet::TransactionScope changes(*state.gWs);
             enlist(*list, folder.Name);
             state.gDbPlan = state.gWs->OpenDatabase(file);
             state.gDbPlan->Execute(copyStatement(folder.Name, state.gDbTemplate->Name()));
-            changes.end();
+            changes.commit();
         }
         list->MoveFirst();
     }
@@ -177,11 +177,11 @@ long errorOf(Statement statement) {
 // The old table goes and the new one comes at one stroke: a killed process must not leave the
 // folder without its outline.
 void replaceIn(modMain& state, const QString& file, const QString& name, const QString& statement) {
-    jet::LastingTogether changes(*state.gWs);
+    jet::TransactionScope changes(*state.gWs);
     const auto local = state.gWs->OpenDatabase(file);
     local->Execute("DROP TABLE " + name);
     state.gDbUser->Execute(statement);
-    changes.end();
+    changes.commit();
 }
 
 } // namespace

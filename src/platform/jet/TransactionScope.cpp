@@ -1,21 +1,21 @@
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 
 #include "platform/error/IgnoringErrors.h"
 
 namespace qvnd::jet {
 
-LastingTogether::LastingTogether(Workspace& workspace) : workspace_(workspace) {
+TransactionScope::TransactionScope(Workspace& workspace) : workspace_(workspace) {
     if (!workspace_.InTransaction()) {
         workspace_.BeginTrans();
         begun_ = true;
     }
 }
 
-LastingTogether::~LastingTogether() {
-    ignoringErrors([this] { end(); });
+TransactionScope::~TransactionScope() {
+    ignoringErrors([this] { commit(); });
 }
 
-void LastingTogether::end() {
+void TransactionScope::commit() {
     if (begun_) {
         begun_ = false;
         workspace_.CommitTrans();

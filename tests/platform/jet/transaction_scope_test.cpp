@@ -1,13 +1,13 @@
-#include "platform/jet/LastingTogether.h"
+#include "platform/jet/TransactionScope.h"
 
 #include "support/Commits.h"
 #include "support/JetStore.h"
 
 namespace qvnd::jet {
 
-class LastingTogetherTest : public test::JetStore {
+class TransactionScopeTest : public test::JetStore {
 protected:
-    LastingTogetherTest() : database_(create(QStringLiteral("a.mdb"))) {
+    TransactionScopeTest() : database_(create(QStringLiteral("a.mdb"))) {
         database_->TableDefs().Append(outlineTable(QStringLiteral("T")));
     }
     void change() { addRows(*database_, QStringLiteral("T"), {QStringLiteral("T")}); }
@@ -19,20 +19,20 @@ protected:
     std::unique_ptr<Database> database_;
 };
 
-TEST_F(LastingTogetherTest, AllChangesLastAtTheEndAtOnce) {
+TEST_F(TransactionScopeTest, AllChangesLastAtTheEndAtOnce) {
     test::Commits commits(database_->Name());
-    LastingTogether together(*workspace_);
+    TransactionScope scope(*workspace_);
     changeTwice();
     EXPECT_EQ(commits.count(), 0);
-    together.end();
+    scope.commit();
     EXPECT_EQ(commits.count(), 1);
     EXPECT_FALSE(workspace_->InTransaction());
 }
 
-TEST_F(LastingTogetherTest, WhatWasDoneBeforeAFailureLasts) {
+TEST_F(TransactionScopeTest, WhatWasDoneBeforeAFailureLasts) {
     test::Commits commits(database_->Name());
     EXPECT_EQ(test::errorOf([&] {
-                  const LastingTogether together(*workspace_);
+                  const TransactionScope scope(*workspace_);
                   change();
                   database_->Execute(QStringLiteral("Delete * from 没有"));
               }),
@@ -41,13 +41,13 @@ TEST_F(LastingTogetherTest, WhatWasDoneBeforeAFailureLasts) {
     EXPECT_FALSE(workspace_->InTransaction());
 }
 
-TEST_F(LastingTogetherTest, ATransactionThatWasOpenStaysOpen) {
+TEST_F(TransactionScopeTest, ATransactionThatWasOpenStaysOpen) {
     test::Commits commits(database_->Name());
     workspace_->BeginTrans();
     {
-        LastingTogether together(*workspace_);
+        TransactionScope scope(*workspace_);
         change();
-        together.end();
+        scope.commit();
     }
     EXPECT_TRUE(workspace_->InTransaction());
     EXPECT_EQ(commits.count(), 0);
