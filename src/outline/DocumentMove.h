@@ -1,7 +1,7 @@
 #pragma once
 
-#include "outline/RecordedErrors.h"
 #include "platform/desktop/MessageBoxes.h"
+#include "platform/error/RecordedErrors.h"
 #include "platform/files/FileSystemObject.h"
 
 #include <QSet>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "outline/DocumentMove.h"
-#include "outline/RecordedErrors.h"
 #include "outline/Services.h"
 #include "outline/Workbench.h"
+#include "platform/error/RecordedErrors.h"
 #include "store/modMain.h"
 
 #include <QSet>

@@ -1,6 +1,6 @@
 #include "store/TableTransfer.h"
 
-#include "platform/error/RunTimeError.h"
+#include "platform/error/RecordedErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/TransactionScope.h"
 #include "store/LegacyPlans.h"
@@ -58,43 +58,23 @@ void showTakeover(const modMain& state, desktop::MessageBoxes& messages) {
     messages.tell(state.LegacyTakeovers.back().Failure, desktop::Icon::exclamation);
 }
 
-// Runs each statement with its error remembered and the next one following.
-class RememberingErrors {
-public:
-    template <class Statement>
-    bool operator()(Statement statement) {
-        try {
-            statement();
-            return true;
-        } catch (const RunTimeError& failure) {
-            last_ = failure;
-            return false;
-        }
-    }
-
-    const std::optional<RunTimeError>& last() const { return last_; }
-
-private:
-    std::optional<RunTimeError> last_;
-};
-
 class PlanImport {
 public:
     PlanImport(modMain& state, const ImportSurroundings& surroundings)
         : state_(state), surroundings_(surroundings) {}
 
     void run() {
-        statement_([&] {
+        errors_.statement([&] {
             list_ = state_.gDbUser->OpenRecordset(table::planList.toString(), jet::OpenAs::Table);
         });
         std::vector<files::Entry> folders;
-        statement_([&] { folders = state_.gFso->SubFolders(state_.gUserTplPath); });
+        errors_.statement([&] { folders = state_.gFso->SubFolders(state_.gUserTplPath); });
         for (const files::Entry& folder : folders) {
             adopt(folder);
         }
-        statement_([&] { surroundings_.refreshTree(); });
+        errors_.statement([&] { surroundings_.refreshTree(); });
         surroundings_.splash.unload();
-        show(statement_.last(), surroundings_.messages);
+        show(errors_.last(), surroundings_.messages);
         list_.reset();
         state_.gDbPlan.reset();
     }
@@ -110,30 +90,30 @@ private:
             return;
         }
         bool listed = false;
-        statement_([&] { listed = isListed(set(list_), folder.Name); });
+        errors_.statement([&] { listed = isListed(set(list_), folder.Name); });
         if (!listed) {
-            statement_([&] { takeIn(folder.Name, file); });
+            errors_.statement([&] { takeIn(folder.Name, file); });
         }
-        statement_([&] { set(list_).MoveFirst(); });
+        errors_.statement([&] { set(list_).MoveFirst(); });
     }
 
     void takeIn(const QString& name, const QString& file) {
         jet::TransactionScope changes(*state_.gWs);
-        statement_([&] { enlist(set(list_), name); });
-        statement_([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
+        errors_.statement([&] { enlist(set(list_), name); });
+        errors_.statement([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
         copy(name);
         copy(name + informationSuffix.toString());
         changes.commit();
     }
 
     void copy(const QString& name) {
-        statement_(
+        errors_.statement(
             [&] { set(state_.gDbPlan).Execute(copyStatement(name, state_.gDbUser->Name())); });
     }
 
     modMain& state_;
     const ImportSurroundings& surroundings_;
-    RememberingErrors statement_;
+    RecordedErrors errors_;
     std::unique_ptr<jet::Recordset> list_;
 };
 
@@ -161,17 +141,6 @@ void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
     state.gDbTemplate->TableDefs().Refresh();
     surroundings.refreshTree();
     surroundings.splash.unload();
-}
-
-// The number of the error that a statement meets; 0 without one.
-template <class Statement>
-long errorOf(Statement statement) {
-    try {
-        statement();
-        return 0;
-    } catch (const RunTimeError& failure) {
-        return failure.number();
-    }
 }
 
 // The old table goes and the new one comes at one stroke: a killed process must not leave the
@@ -208,9 +177,10 @@ void SaveCurrentPlanTables(modMain& state, const std::optional<QString>& openPla
     const QString& name = *openPlan;
     const QString file = databaseIn(state.gUserTplPath + name, name);
     const QString statement = "SELECT * INTO [" + name + "] IN '" + file + "' FROM [" + name + "]";
-    long failure = errorOf([&] { state.gDbUser->Execute(statement); });
-    while (failure == error::tableExists) {
-        failure = errorOf([&] { replaceIn(state, file, name, statement); });
+    RecordedErrors errors;
+    bool isDone = errors.statement([&] { state.gDbUser->Execute(statement); });
+    while (!isDone && errors.number() == error::tableExists) {
+        isDone = errors.statement([&] { replaceIn(state, file, name, statement); });
     }
 }
 
