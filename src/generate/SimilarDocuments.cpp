@@ -7,6 +7,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
+#include "store/Names.h"
 
 #include <QFileInfo>
 
@@ -39,7 +40,8 @@ void SimilarDocuments::Load() {
     }
     const auto templates = state_.gDbTemplate->OpenRecordset(u"Select * from 遍历表"_s);
     for (; !templates->Eof(); templates->MoveNext()) {
-        const auto found = documentsOf(templates->Get(u"名称").ToText(), selected->Text());
+        const auto found =
+            documentsOf(templates->Get(store::field::name).ToText(), selected->Text());
         rows_.insert(rows_.begin(), found.begin(), found.end());
     }
     enabled_ = !rows_.empty();
@@ -51,8 +53,8 @@ std::vector<SimilarDocuments::Row> SimilarDocuments::documentsOf(const QString& 
     const auto rs = state_.gDbTemplate->OpenRecordset(
         "Select * from " + table + " where 名称=" + outline::quoted(name) + " and 是否文档='是'");
     for (; !rs->Eof(); rs->MoveNext()) {
-        const QString key = rs->Get(u"key").TextOrEmpty();
-        found.push_back({rs->Get(u"名称").TextOrEmpty(),
+        const QString key = rs->Get(store::field::key).TextOrEmpty();
+        found.push_back({rs->Get(store::field::name).TextOrEmpty(),
                          outline::templateDocumentPath(state_, outline::tableOfKey(key), key)});
     }
     return found;

@@ -6,6 +6,7 @@
 #include "outline/OutlineRows.h"
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 
 namespace qvnd::outline {
 
@@ -55,7 +56,7 @@ void mnuBrowseDoc(modMain& state, Workbench& workbench, desktop::MessageBoxes& m
         const QString& key = selectedNode(workbench).Key();
         const QString plan = tableOfKey(key);
         const auto row = state.gDbUser->OpenRecordset(rowQuery(plan, key));
-        if (row->Get(u"是否文档").TextOrEmpty() == u"是") {
+        if (row->Get(store::field::isDocument).TextOrEmpty() == u"是") {
             preview.show(documentPath(state, plan, key));
         }
     } catch (const RunTimeError&) {

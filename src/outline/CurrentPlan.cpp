@@ -4,6 +4,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 #include "store/TableTransfer.h"
 
 #include <optional>
@@ -14,7 +15,8 @@ namespace {
 
 std::optional<QString> currentPlan(jet::Database& db) {
     const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
-    return current->Eof() ? std::nullopt : std::optional(current->Get(u"名称").TextOrEmpty());
+    return current->Eof() ? std::nullopt
+                          : std::optional(current->Get(store::field::name).TextOrEmpty());
 }
 
 void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash) {
@@ -33,12 +35,12 @@ void setCurrentPlan(jet::Database& db, const QString& name) {
     const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
     if (current->Eof()) {
         current->AddNew();
-    } else if (current->Get(u"名称").TextOrEmpty() == name) {
+    } else if (current->Get(store::field::name).TextOrEmpty() == name) {
         return;
     } else {
         current->Edit();
     }
-    current->Set(u"名称", name);
+    current->Set(store::field::name, name);
     current->Update();
 }
 

@@ -7,8 +7,6 @@ namespace qvnd::outline {
 
 namespace {
 
-QString informationTable(const QString& plan) { return plan + store::informationSuffix.toString(); }
-
 bool isListed(jet::Database& db, const QString& name) {
     if (!db.TableDefs().Contains(store::table::planList.toString())) {
         return false;
@@ -25,7 +23,7 @@ bool isListed(jet::Database& db, const QString& name) {
 } // namespace
 
 bool hasInformationTable(jet::Database& db, const QString& plan) {
-    const QString table = informationTable(plan);
+    const QString table = store::informationTableOf(plan);
     return db.TableDefs().Contains(table) && !isListed(db, table);
 }
 
@@ -33,7 +31,7 @@ void deleteInformationTable(jet::Database& db, const QString& plan) {
     if (!hasInformationTable(db, plan)) {
         throw RunTimeError(error::itemNotFound, u"在此集合中找不到项目");
     }
-    db.TableDefs().Delete(informationTable(plan));
+    db.TableDefs().Delete(store::informationTableOf(plan));
 }
 
 } // namespace qvnd::outline

@@ -4,6 +4,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "store/Names.h"
 
 #include <functional>
 
@@ -24,7 +25,7 @@ public:
         statement([&] {
             list_ = db_.OpenRecordset(QStringLiteral("Select * from 遍历表"));
             for (; !list_->Eof(); list_->MoveNext()) {
-                statement([&] { visit(list_->Get(u"名称").ToText()); });
+                statement([&] { visit(list_->Get(store::field::name).ToText()); });
             }
         });
         return pending_;

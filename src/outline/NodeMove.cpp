@@ -6,6 +6,7 @@
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
 #include "platform/files/Paths.h"
+#include "store/Names.h"
 
 #include <algorithm>
 
@@ -48,8 +49,9 @@ Moved NodeMove::run(const OutlineNode& target) {
 bool NodeMove::prepare(const QString& targetKey) {
     return errors_.statement([&] {
         jet::Database& db = *state_.gDbUser;
-        plan_ = bareName(
-            db.OpenRecordset(QStringLiteral("Select * From 当前表"))->Get(u"名称").TextOrEmpty());
+        plan_ = bareName(db.OpenRecordset(QStringLiteral("Select * From 当前表"))
+                             ->Get(store::field::name)
+                             .TextOrEmpty());
         rows_ = db.OpenRecordset("Select * From " + plan_);
     }) && find(dragKey_, source_) &&
            find(targetKey, target_) && formNewKey() && keysFit();
@@ -59,22 +61,23 @@ bool NodeMove::find(const QString& key, Row& row) {
     return errors_.statement([&] {
         rows_->FindFirst("key = '" + key + u'\'');
         // An apostrophe in the key could make the condition another one.
-        if (rows_->NoMatch() || rows_->Get(u"key").ToText().compare(key, Qt::CaseInsensitive)) {
+        if (rows_->NoMatch() ||
+            rows_->Get(store::field::key).ToText().compare(key, Qt::CaseInsensitive)) {
             throw RunTimeError(
                 error::noCurrentRecord,
                 QStringLiteral("方案“%1”中没有键为“%2”的行").arg(plan_, key).toStdU16String());
         }
-        row.key = rows_->Get(u"key").ToText();
-        row.name = rows_->Get(u"名称");
-        row.kind = rows_->Get(u"是否文档");
-        row.id = rows_->Get(u"ID").ToInteger();
+        row.key = rows_->Get(store::field::key).ToText();
+        row.name = rows_->Get(store::field::name);
+        row.kind = rows_->Get(store::field::isDocument);
+        row.id = rows_->Get(store::field::id).ToInteger();
     });
 }
 
 bool NodeMove::formNewKey() {
     return errors_.statement([&] {
         rows_->MoveLast();
-        const std::int16_t lastId = rows_->Get(u"ID").ToInteger();
+        const std::int16_t lastId = rows_->Get(store::field::id).ToInteger();
         const std::int16_t base = toInteger(lastId - toInteger(rows_->RecordCount()));
         const QString parent = target_.isDocument() ? parentKeyOf(target_.key) : target_.key;
         const auto family = rowsLike(*state_.gDbUser, plan_, parent);
@@ -96,7 +99,7 @@ bool NodeMove::keysFit() {
         if (!source_.isDocument()) {
             const auto rs = state_.gDbUser->OpenRecordset("Select key From " + plan_ + below());
             for (; !rs->Eof(); rs->MoveNext()) {
-                longest = std::max(longest, moved(rs->Get(u"key").ToText()).size());
+                longest = std::max(longest, moved(rs->Get(store::field::key).ToText()).size());
             }
         }
         if (longest > longestKey) {
@@ -116,8 +119,8 @@ void NodeMove::copyFiles() {
     errors_.statement([&] {
         const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_ + below());
         for (; !rs->Eof(); rs->MoveNext()) {
-            if (rs->Get(u"是否文档").TextOrEmpty() == u"是") {
-                const QString key = rs->Get(u"key").ToText();
+            if (rs->Get(store::field::isDocument).TextOrEmpty() == u"是") {
+                const QString key = rs->Get(store::field::key).ToText();
                 documents_->copy(key, moved(key));
             }
         }
@@ -169,9 +172,9 @@ void NodeMove::putBack() {
 void NodeMove::add(const Row& row) {
     errors_.statement([&] {
         rows_->AddNew();
-        rows_->Set(u"名称", row.name);
-        rows_->Set(u"key", row.key);
-        rows_->Set(u"是否文档", row.kind);
+        rows_->Set(store::field::name, row.name);
+        rows_->Set(store::field::key, row.key);
+        rows_->Set(store::field::isDocument, row.kind);
         rows_->Update();
     });
 }
@@ -180,7 +183,8 @@ void NodeMove::addFromTemp() {
     errors_.statement([&] {
         const auto temp = state_.gDbUser->OpenRecordset(QStringLiteral("Select * From temp"));
         for (; !temp->Eof(); temp->MoveNext()) {
-            add({temp->Get(u"key").TextOrEmpty(), temp->Get(u"名称"), temp->Get(u"是否文档")});
+            add({temp->Get(store::field::key).TextOrEmpty(), temp->Get(store::field::name),
+                 temp->Get(store::field::isDocument)});
         }
     });
 }
@@ -202,9 +206,9 @@ void NodeMove::renameDescendants() {
         const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_ + below());
         for (; !rs->Eof(); rs->MoveNext()) {
             errors_.statement([&] {
-                const QString newKey = moved(rs->Get(u"key").ToText());
+                const QString newKey = moved(rs->Get(store::field::key).ToText());
                 rs->Edit();
-                rs->Set(u"key", newKey);
+                rs->Set(store::field::key, newKey);
                 rs->Update();
             });
         }
@@ -216,7 +220,7 @@ QSet<QString> NodeMove::keysNow() {
     errors_.statement([&] {
         const auto rs = state_.gDbUser->OpenRecordset("Select key From " + plan_);
         for (; !rs->Eof(); rs->MoveNext()) {
-            keys.insert(rs->Get(u"key").TextOrEmpty());
+            keys.insert(rs->Get(store::field::key).TextOrEmpty());
         }
     });
     return keys;

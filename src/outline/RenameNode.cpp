@@ -3,6 +3,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 
 namespace qvnd::outline {
 
@@ -28,7 +29,7 @@ void rename(modMain& state, Workbench& workbench, const QString& newString) {
     const auto row =
         state.gDbUser->OpenRecordset(rowQuery(tableOfKey(selected.Key()), workbench.clickedKey));
     row->Edit();
-    row->Set(u"名称", newString);
+    row->Set(store::field::name, newString);
     row->Update();
     workbench.TrvCurrent.setText(selected, newString);
 }

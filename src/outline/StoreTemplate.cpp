@@ -7,6 +7,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/TransactionScope.h"
+#include "store/Names.h"
 
 namespace qvnd::outline {
 
@@ -14,7 +15,7 @@ namespace {
 
 QString currentPlan(modMain& state) {
     return state.gDbUser->OpenRecordset(QStringLiteral("Select * from 当前表"))
-        ->Get(u"名称")
+        ->Get(store::field::name)
         .TextOrEmpty();
 }
 
@@ -34,7 +35,7 @@ void copyDocuments(modMain& state, const QString& plan, jet::Recordset& document
                    const QString& folder) {
     const auto names = state.gFso->holdNames();
     for (; !documents.Eof(); documents.MoveNext()) {
-        const QString key = documents.Get(u"Key").ToText();
+        const QString key = documents.Get(store::field::key).ToText();
         try {
             state.gFso->CopyFile(documentPath(state, plan, key),
                                  folder + files::separator() + key + ".doc", true);
@@ -77,7 +78,7 @@ void fillFolder(modMain& state, const QString& name, jet::Recordset& documents) 
 void enlist(modMain& state, const QString& name) {
     const auto list = state.gDbTemplate->OpenRecordset(QStringLiteral("遍历表"));
     list->AddNew();
-    list->Set(u"名称", name);
+    list->Set(store::field::name, name);
     list->Update();
 }
 

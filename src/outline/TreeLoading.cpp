@@ -3,6 +3,7 @@
 #include "outline/OutlineKeys.h"
 #include "platform/desktop/SplashScreen.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 #include "store/modMain.h"
 
 namespace qvnd::outline {
@@ -13,11 +14,12 @@ void addRows(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
     if (rs.Eof()) {
         return;
     }
-    tree.Add(rs.Get(u"key").ToText(), rs.Get(u"名称").ToText(), image::root, image::rootSelected);
+    tree.Add(rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(), image::root,
+             image::rootSelected);
     for (rs.MoveNext(); !rs.Eof(); rs.MoveNext()) {
-        const QString name = rs.Get(u"名称").ToText();
-        const QString key = rs.Get(u"key").ToText();
-        const bool isDocument = rs.Get(u"是否文档").TextOrEmpty() == u"是";
+        const QString name = rs.Get(store::field::name).ToText();
+        const QString key = rs.Get(store::field::key).ToText();
+        const bool isDocument = rs.Get(store::field::isDocument).TextOrEmpty() == u"是";
         OutlineNode& node =
             tree.AddChild(parentKeyOf(key), key, name, isDocument ? image::document : image::folder,
                           isDocument ? image::documentSelected : image::folderSelected);

@@ -6,6 +6,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 
 #include <optional>
 
@@ -16,7 +17,8 @@ namespace {
 // What the row of the key says of being a document; nothing without a row.
 std::optional<QString> documentMark(jet::Database& db, const QString& key) {
     const auto row = db.OpenRecordset(rowQuery(tableOfKey(key), key));
-    return row->Eof() ? std::nullopt : std::optional(row->Get(u"是否文档").TextOrEmpty());
+    return row->Eof() ? std::nullopt
+                      : std::optional(row->Get(store::field::isDocument).TextOrEmpty());
 }
 
 void setMenu(Workbench& workbench, const NodeCommands& commands) {

@@ -4,6 +4,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 
 namespace qvnd::outline {
 
@@ -67,7 +68,7 @@ void TrvTemplateEvents::Click() { workbench_.selectedTemplate.clear(); }
 // Of the first row that the query finds.
 bool TrvTemplateEvents::isDocument(const QString& query) {
     const auto row = state_.gDbTemplate->OpenRecordset(query);
-    return !row->Eof() && row->Get(u"是否文档").TextOrEmpty() == u"是";
+    return !row->Eof() && row->Get(store::field::isDocument).TextOrEmpty() == u"是";
 }
 
 void TrvTemplateEvents::tell(const RunTimeError& failure) {

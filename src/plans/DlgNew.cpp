@@ -8,6 +8,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
+#include "store/Names.h"
 #include "store/PlanTables.h"
 
 namespace qvnd::plans {
@@ -80,7 +81,7 @@ bool DlgNew::createPlan() {
     createPlanDatabase(name);
     copyToPlanDatabase(name, name);
     addInformation(name);
-    copyToPlanDatabase(informationTableOf(name), name);
+    copyToPlanDatabase(store::informationTableOf(name), name);
     state_.gDbPlan->Close();
     state_.gDbPlan.reset();
     registerPlan(name);
@@ -97,7 +98,7 @@ void DlgNew::makeCurrent(const QString& name) {
         current->Delete();
     }
     current->AddNew();
-    current->Set(u"名称", name);
+    current->Set(store::field::name, name);
     current->Update();
 }
 
@@ -143,7 +144,7 @@ void DlgNew::copyToPlanDatabase(const QString& table, const QString& name) {
 
 void DlgNew::addInformation(const QString& name) {
     const auto rs =
-        state_.gDbUser->OpenRecordset("select * from [" + informationTableOf(name) + "]");
+        state_.gDbUser->OpenRecordset("select * from [" + store::informationTableOf(name) + "]");
     rs->AddNew();
     setInformation(*rs, {Trim(form.TxtBldOffice), Trim(form.TxtConOffice), Trim(form.TxtEdit),
                          Trim(form.TxtDecide), form.DTP, Trim(form.RtfExplain)});
@@ -153,7 +154,7 @@ void DlgNew::addInformation(const QString& name) {
 void DlgNew::registerPlan(const QString& name) {
     const auto list = state_.gDbUser->OpenRecordset(QStringLiteral("SElect * from 遍历表"));
     list->AddNew();
-    list->Set(u"名称", name);
+    list->Set(store::field::name, name);
     list->Update();
 }
 
@@ -171,7 +172,7 @@ void DlgNew::showAsCurrent(const QString& name) {
 void DlgNew::takeBackInvalidName(const QString& name) {
     jet::Database& db = *state_.gDbUser;
     db.TableDefs().Delete(name);
-    db.TableDefs().Delete(informationTableOf(name));
+    db.TableDefs().Delete(store::informationTableOf(name));
     db.Execute("Delete * from 遍历表 where 名称='" + name + "'");
     db.Execute("Delete * from 当前表 where 名称='" + name + "'");
     messages_.tell(QStringLiteral("对不起，工程名称不合法！"), Icon::exclamation, hint);
@@ -207,7 +208,7 @@ bool DlgNew::loadInformation() {
 
 void DlgNew::saveInformation() {
     const QString name = workbench_.TrvCurrent.Item(1).Text();
-    const QString table = informationTableOf(name);
+    const QString table = store::informationTableOf(name);
     const QString path = planDatabasePath(state_, name);
     const auto rs = state_.gDbUser->OpenRecordset("SELECT  * FROM " + table);
     state_.gWs->BeginTrans();

@@ -1,38 +1,39 @@
 #include "plans/PlanInformation.h"
 
 #include "platform/error/IgnoringErrors.h"
+#include "store/Names.h"
 
 namespace qvnd::plans {
 
-QString informationTableOf(const QString& plan) { return plan + "Org"; }
+namespace field = store::field;
 
 QStringList readInformation(jet::Database& db, const QString& plan, PlanInformation& information) {
-    const auto rs = db.OpenRecordset("SELECT  * FROM " + informationTableOf(plan));
+    const auto rs = db.OpenRecordset("SELECT  * FROM " + store::informationTableOf(plan));
     rs->MoveFirst();
     QStringList unread;
-    const auto read = [&](const char16_t* field, auto& member, auto convert) {
-        if (!ignoringErrors([&] { member = convert(rs->Get(field)); })) {
-            unread << QString::fromUtf16(field);
+    const auto read = [&](QStringView name, auto& member, auto convert) {
+        if (!ignoringErrors([&] { member = convert(rs->Get(name)); })) {
+            unread << name.toString();
         }
     };
     const auto text = [](const jet::Value& value) { return value.ToText(); };
     const auto day = [](const jet::Value& value) { return value.ToDate().date(); };
-    read(u"建设单位", information.client, text);
-    read(u"施工单位", information.contractor, text);
-    read(u"编制人", information.author, text);
-    read(u"审批人", information.approver, text);
-    read(u"编制日期", information.date, day);
-    read(u"注释", information.explanation, text);
+    read(field::client, information.client, text);
+    read(field::contractor, information.contractor, text);
+    read(field::author, information.author, text);
+    read(field::approver, information.approver, text);
+    read(field::planDate, information.date, day);
+    read(field::note, information.explanation, text);
     return unread;
 }
 
 void setInformation(jet::Recordset& rs, const PlanInformation& information) {
-    rs.Set(u"建设单位", information.client);
-    rs.Set(u"施工单位", information.contractor);
-    rs.Set(u"编制人", information.author);
-    rs.Set(u"审批人", information.approver);
-    rs.Set(u"编制日期", information.date);
-    rs.Set(u"注释", information.explanation);
+    rs.Set(field::client, information.client);
+    rs.Set(field::contractor, information.contractor);
+    rs.Set(field::author, information.author);
+    rs.Set(field::approver, information.approver);
+    rs.Set(field::planDate, information.date);
+    rs.Set(field::note, information.explanation);
 }
 
 } // namespace qvnd::plans

@@ -18,9 +18,6 @@ struct PlanInformation {
     QString explanation; // 注释
 };
 
-// The name of the plan's information table.
-QString informationTableOf(const QString& plan);
-
 // Reads the row of the plan's information table into `information`, field by field: a field that
 // holds nothing (Null), or no value of its kind, leaves its member as it was. Returns the names of
 // these fields. The table's name stands bare in the statement. Throws 3078 without the table and

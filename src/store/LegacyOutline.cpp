@@ -90,7 +90,7 @@ LegacyOutline legacyOutline(const jet::legacy::LegacyDatabase& database, const Q
 
 std::optional<std::vector<Value>> legacyInformation(const jet::legacy::LegacyDatabase& database,
                                                     const QString& name) {
-    const QString information = name + informationSuffix.toString();
+    const QString information = informationTableOf(name);
     if (!hasTable(database, information)) {
         return std::nullopt;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStringView>
 
 // The names under which the databases keep their tables and fields. They are data: they stand in
@@ -113,8 +114,8 @@ inline constexpr QStringView headerDistance = u"距页眉";
 inline constexpr QStringView footerDistance = u"距页脚";
 } // namespace field
 
-// A plan's information table is the plan's name with this behind it.
-inline constexpr QStringView informationSuffix = u"Org";
+// The name of a plan's information table.
+inline QString informationTableOf(const QString& plan) { return plan + QStringLiteral("Org"); }
 
 // Yes and no as the tables have them.
 inline constexpr QStringView yes = u"是";

@@ -56,7 +56,7 @@ TableDef outlineTable(const QString& name) {
 }
 
 TableDef informationTable(const QString& plan) {
-    TableDef information(plan + informationSuffix.toString());
+    TableDef information(informationTableOf(plan));
     information.Fields = {
         emptyText(field::client, FieldType::Text, 100),
         emptyText(field::contractor, FieldType::Text, 100),

@@ -102,7 +102,7 @@ private:
         errors_.statement([&] { enlist(set(list_), name); });
         errors_.statement([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
         copy(name);
-        copy(name + informationSuffix.toString());
+        copy(informationTableOf(name));
         changes.commit();
     }
 

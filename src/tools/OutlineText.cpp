@@ -1,6 +1,7 @@
 #include "tools/OutlineText.h"
 
 #include "outline/OutlineKeys.h"
+#include "store/Names.h"
 
 #include <QJsonObject>
 
@@ -9,11 +10,11 @@ namespace qvnd::tools {
 QJsonArray rowsAsJson(jet::Recordset& rs) {
     QJsonArray json;
     for (; !rs.Eof(); rs.MoveNext()) {
-        const QString key = rs.Get(u"Key").TextOrEmpty();
-        json << QJsonObject{{"ID", rs.Get(u"ID").ToLong()},
+        const QString key = rs.Get(store::field::key).TextOrEmpty();
+        json << QJsonObject{{"ID", rs.Get(store::field::id).ToLong()},
                             {"Key", key},
-                            {"名称", rs.Get(u"名称").TextOrEmpty()},
-                            {"是否文档", rs.Get(u"是否文档").TextOrEmpty()},
+                            {"名称", rs.Get(store::field::name).TextOrEmpty()},
+                            {"是否文档", rs.Get(store::field::isDocument).TextOrEmpty()},
                             {"depth", outline::depthOfKey(key)}};
     }
     return json;

@@ -5,6 +5,7 @@
 #include "generate/settings/SettingsChoice.h"
 #include "generate/settings/SettingsRow.h"
 #include "platform/files/Paths.h"
+#include "store/Names.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,7 +19,7 @@ void insertCustomPage(GenerationRun& run) {
     if (page.hasRow())
         run.attempt([&] {
             run.gPathTmp = programFile(run.program.modMain.gAppPath, u"自定义"_s,
-                                       page.text(u"路径") + u".doc"_s);
+                                       page.text(store::field::path) + u".doc"_s);
         });
     run.attempt([&] { run.word.selection().InsertFile(files::toPath(run.gPathTmp)); });
 }
