@@ -115,7 +115,7 @@ void NodeMove::copyFiles() {
         documents_->copy(dragKey_, newKey_);
         return;
     }
-    const auto names = state_.gFso->holdNames();
+    const files::NameScope names(*state_.gFso);
     errors_.statement([&] {
         const auto rs = state_.gDbUser->OpenRecordset("Select * From " + plan_ + below());
         for (; !rs->Eof(); rs->MoveNext()) {

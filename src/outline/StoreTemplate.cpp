@@ -33,7 +33,7 @@ void makeDatabase(modMain& state, const QString& folder, const QString& name) {
 
 void copyDocuments(modMain& state, const QString& plan, jet::Recordset& documents,
                    const QString& folder) {
-    const auto names = state.gFso->holdNames();
+    const files::NameScope names(*state.gFso);
     for (; !documents.Eof(); documents.MoveNext()) {
         const QString key = documents.Get(store::field::key).ToText();
         try {

@@ -190,7 +190,7 @@ void TemplateCopy::copyFile(const QString& sourceKey, const QString& table, cons
     const QString file = files::withSeparator(state_.AppPath) + "Sys" + separator + "标书模板" +
                          separator + tableOfKey(sourceKey) + separator + sourceKey + ".doc";
     if (!names_) {
-        names_ = state_.gFso->holdNames();
+        names_.emplace(*state_.gFso);
     }
     if (state_.gFso->FileExists(file)) {
         state_.gFso->CopyFile(file, documentPath(state_, table, name), true);

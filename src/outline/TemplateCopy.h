@@ -7,7 +7,7 @@
 
 #include <QStringList>
 
-#include <memory>
+#include <optional>
 
 namespace qvnd::outline {
 
@@ -60,8 +60,8 @@ private:
     Services services_;
     TreeRefill trvCurrent_;
     QStringList newKeys_;
-    // Held from the first file to the next message, as nobody may wait on them.
-    std::shared_ptr<const void> names_;
+    // From the first file to the next message.
+    std::optional<files::NameScope> names_;
 };
 
 } // namespace qvnd::outline

@@ -49,7 +49,7 @@ fs::path outOfPlace(const fs::path& folder) { return folder.parent_path() / ".~d
 
 DiskFileSystem::DiskFileSystem(std::unique_ptr<FilesInUse> inUse) : inUse_(std::move(inUse)) {}
 
-std::shared_ptr<const void> DiskFileSystem::holdNames() {
+std::shared_ptr<const void> DiskFileSystem::keepNames() {
     std::shared_ptr<FolderNames> names = names_.lock();
     if (!names) {
         names = std::make_shared<FolderNames>();

@@ -23,11 +23,11 @@ public:
     void MoveFolder(const QString& source, const QString& target) override;
     void CopyFile(const QString& source, const QString& target, bool overwrite) override;
     void DeleteFile(const QString& path) override;
-    std::shared_ptr<const void> holdNames() override;
     std::vector<Entry> SubFolders(const QString& folder) override;
     std::vector<Entry> Files(const QString& folder) override;
 
 private:
+    std::shared_ptr<const void> keepNames() override;
     QString spelt(const QString& path) const;
     void forgetNames();
     void refuseInUse(const QString& path);

@@ -41,13 +41,25 @@ public:
     // 53 when it is missing, 70 when it is in use or may not be written.
     virtual void DeleteFile(const QString& path) = 0;
 
-    // While what it returns is kept, folders are read once for all look-ups of names, so that a run
-    // of copies takes the time of the copying. To be let go before the user is asked anything.
-    virtual std::shared_ptr<const void> holdNames() = 0;
-
     // In the order of their names; 76 when the folder is missing.
     virtual std::vector<Entry> SubFolders(const QString& folder) = 0;
     virtual std::vector<Entry> Files(const QString& folder) = 0;
+
+private:
+    friend class NameScope;
+    // The names of folders are kept for as long as anyone has what it returns.
+    virtual std::shared_ptr<const void> keepNames() = 0;
+};
+
+// While it lives, folders are read once for all look-ups of names, so that a run of copies takes
+// the time of the copying. What other programs change meanwhile is not seen; it must be gone before
+// the user is asked anything. Several may live at a time.
+class NameScope {
+public:
+    explicit NameScope(FileSystemObject& files) : names_(files.keepNames()) {}
+
+private:
+    std::shared_ptr<const void> names_;
 };
 
 } // namespace qvnd::files

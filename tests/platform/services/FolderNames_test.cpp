@@ -66,7 +66,7 @@ TEST_F(HeldNames, WhatWeAddAndRemoveIsKnown) {
 TEST_F(HeldNames, ANameInAnotherCaseIsFoundWhenTheOneBesideItHasGone) {
     folder.write("x/AB.doc", "one");
     folder.write("x/ab.doc", "other");
-    const auto held = gFso.holdNames();
+    const NameScope held(gFso);
     EXPECT_TRUE(gFso.FileExists(folder.path("x/Ab.doc")));
     gFso.DeleteFile(folder.path("x/AB.doc"));
     EXPECT_TRUE(gFso.FileExists(folder.path("x/Ab.doc")));
@@ -77,7 +77,7 @@ TEST_F(HeldNames, ANameInAnotherCaseIsFoundWhenTheOneBesideItHasGone) {
 TEST_F(HeldNames, ACopyInARunOfCopiesMeetsTheFileOfAnotherCase) {
     folder.write("from.doc", "new");
     folder.write("x/A.doc", "old");
-    const auto held = gFso.holdNames();
+    const NameScope held(gFso);
     gFso.CopyFile(folder.path("from.doc"), folder.path("x/a.doc"), true);
     gFso.CopyFile(folder.path("from.doc"), folder.path("x/b.doc"), true);
     gFso.CopyFile(folder.path("from.doc"), folder.path("x/B.DOC"), true);
@@ -89,7 +89,7 @@ TEST_F(HeldNames, ACopyInARunOfCopiesMeetsTheFileOfAnotherCase) {
 
 TEST_F(HeldNames, ADeletedFileIsGoneInTheSameRun) {
     folder.write("x/A.doc", "old");
-    const auto held = gFso.holdNames();
+    const NameScope held(gFso);
     EXPECT_TRUE(gFso.FileExists(folder.path("x/a.DOC")));
     gFso.DeleteFile(folder.path("x/A.doc"));
     EXPECT_FALSE(gFso.FileExists(folder.path("x/a.DOC")));
@@ -100,7 +100,7 @@ TEST_F(HeldNames, ADeletedFileIsGoneInTheSameRun) {
 
 TEST_F(HeldNames, AFolderThatComesOrGoesEndsWhatIsHeld) {
     folder.write("x/A.doc", "old");
-    const auto held = gFso.holdNames();
+    const NameScope held(gFso);
     EXPECT_TRUE(gFso.FileExists(folder.path("x/a.doc")));
     gFso.MoveFolder(folder.path("x"), folder.path("y"));
     gFso.CreateFolder(folder.path("x"));
@@ -112,15 +112,21 @@ TEST_F(HeldNames, AFolderThatComesOrGoesEndsWhatIsHeld) {
 
 TEST_F(HeldNames, WithoutHoldingEachLookUpReadsTheDisk) {
     folder.write("x/A.doc", "old");
-    gFso.holdNames().reset();
+    { const NameScope held(gFso); }
     EXPECT_TRUE(gFso.FileExists(folder.path("x/a.doc")));
     folder.write("x/B.doc", "new");
     EXPECT_TRUE(gFso.FileExists(folder.path("x/b.doc")));
 }
 
-TEST_F(HeldNames, TwoThatHoldAtATimeHoldTheSame) {
-    const auto one = gFso.holdNames();
-    EXPECT_EQ(gFso.holdNames(), one);
+TEST_F(HeldNames, AreHeldForAsLongAsTheLastOfSeveralScopes) {
+    folder.write("x/A.doc", "old");
+    const NameScope outer(gFso);
+    {
+        const NameScope inner(gFso);
+        EXPECT_TRUE(gFso.FileExists(folder.path("x/a.doc")));
+    }
+    folder.write("x/B.doc", "new");
+    EXPECT_FALSE(gFso.FileExists(folder.path("x/b.doc")));
 }
 
 } // namespace
