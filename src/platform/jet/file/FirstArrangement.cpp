@@ -35,17 +35,17 @@ private:
     Connection& connection_;
 };
 
-// The old table's place and names, as far as another table bears its name.
+// The old table's name, behind a renaming where another table needs that name.
 QByteArray movedAside(Connection& connection, const StoredTable& table,
                       const std::vector<StoredTable>& all) {
-    const QByteArray old = "t" + textOf(table.Id);
+    QByteArray old = "t" + textOf(table.Id);
     const bool isWanted = std::any_of(all.begin(), all.end(), [&](const StoredTable& other) {
         return other.TableName().toLower() == '"' + old + '"';
     });
     if (!isWanted) {
         return old;
     }
-    const QByteArray aside = "jet_first_" + old;
+    QByteArray aside = "jet_first_" + old;
     connection.Run("ALTER TABLE " + old + " RENAME TO " + aside);
     return aside;
 }
