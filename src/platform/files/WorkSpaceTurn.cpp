@@ -45,20 +45,34 @@ void WorkSpaceTurn::take(std::chrono::milliseconds longest) {
     if (file_.isOpen() || !file_.open(QIODevice::ReadWrite)) {
         return;
     }
+    if (lockWhole(file_) || (longest.count() > 0 && waitForLock(longest))) {
+        sign();
+        return;
+    }
+    const QString reason =
+        QStringLiteral("『%1』正由%2使用，等了 %3 秒还没有轮到。请等它做完再试。")
+            .arg(withoutSeparator(folder_), holder())
+            .arg(longest.count() / 1000);
+    file_.close();
+    throw RunTimeError(error::storeBusy, reason.toStdU16String());
+}
+
+bool WorkSpaceTurn::waitForLock(std::chrono::milliseconds longest) {
+    const auto tell = [this](bool isWaiting) {
+        if (onWaiting) {
+            onWaiting(isWaiting);
+        }
+    };
     QElapsedTimer waiting;
     waiting.start();
-    while (!lockWhole(file_)) {
-        if (waiting.hasExpired(longest.count())) {
-            const QString reason =
-                QStringLiteral("『%1』正由%2使用，等了 %3 秒还没有轮到。请等它做完再试。")
-                    .arg(withoutSeparator(folder_), holder())
-                    .arg(longest.count() / 1000);
-            file_.close();
-            throw RunTimeError(error::storeBusy, reason.toStdU16String());
-        }
+    tell(true);
+    bool isLocked = false;
+    while (!isLocked && !waiting.hasExpired(longest.count())) {
         QThread::msleep(pause);
+        isLocked = lockWhole(file_);
     }
-    sign();
+    tell(false);
+    return isLocked;
 }
 
 // The lock goes with the last handle on the file.

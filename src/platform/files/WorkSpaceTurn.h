@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 
 namespace qvnd::files {
 
@@ -23,6 +24,9 @@ public:
     WorkSpaceTurn(const WorkSpaceTurn&) = delete;
     WorkSpaceTurn& operator=(const WorkSpaceTurn&) = delete;
 
+    // Told true when the turn has to be waited for, and false when that is over; a window shows it.
+    std::function<void(bool)> onWaiting;
+
     // Waits for the turn. Error 3260 when it does not come in time; its description tells which
     // program has it.
     void take(std::chrono::milliseconds longest = patience);
@@ -31,6 +35,7 @@ public:
     bool isTaken() const { return file_.isOpen(); }
 
 private:
+    bool waitForLock(std::chrono::milliseconds longest);
     // Says in the file who has the turn.
     void sign();
     QString holder();

@@ -20,6 +20,8 @@
 
 using namespace Qt::StringLiterals;
 
+#include <QGuiApplication>
+
 namespace qvnd::startup {
 
 namespace {
@@ -65,6 +67,10 @@ bool DesktopRun::start(const QString& programFolder) {
     remembered_ = memory_->load();
     auto& turn = program_.state().Turn;
     turn = std::make_unique<files::WorkSpaceTurn>(programFolder);
+    turn->onWaiting = [](bool isWaiting) {
+        isWaiting ? QGuiApplication::setOverrideCursor(Qt::WaitCursor)
+                  : QGuiApplication::restoreOverrideCursor();
+    };
     try {
         const files::TurnScope held(turn.get());
         return program_.start(programFolder);

@@ -13,6 +13,7 @@
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 using namespace qvnd;
 using namespace std::chrono_literals;
@@ -66,6 +67,19 @@ TEST_F(WorkSpaceTurns, WhoWaitsInVainIsToldWhatHoldsTheWorkSpaceAndHowLongItWait
         << told.toStdString();
     EXPECT_TRUE(told.contains("等了 1 秒")) << told.toStdString();
     EXPECT_EQ(WorkSpaceTurn::patience, 30s);
+}
+
+TEST_F(WorkSpaceTurns, TellThatTheyAreWaitedForAndThatThisIsOver) {
+    std::vector<bool> told;
+    other.onWaiting = [&](bool isWaiting) { told.push_back(isWaiting); };
+    other.take();
+    other.giveBack();
+    EXPECT_TRUE(told.empty());
+    one.take();
+    EXPECT_NE(refusal(other, 0ms), QString());
+    EXPECT_TRUE(told.empty());
+    EXPECT_NE(refusal(other, 50ms), QString());
+    EXPECT_EQ(told, (std::vector<bool>{true, false}));
 }
 
 TEST_F(WorkSpaceTurns, TakenTwiceByOneIsTakenOnce) {
