@@ -7,8 +7,8 @@
 
 namespace qvnd::store {
 
-// Each makes one database file with its tables. A file is used as it is ever after: none is
-// upgraded, and nothing checks its tables. Engine errors go to the caller.
+// Each makes one database file with its tables. The tables of a file that exists are not checked,
+// and none is added to it. Errors of the store pass through.
 
 // Db_UsTemplate.mdb: 遍历表, 当前表, 标书表, temp. Leaves it open in gDbUser.
 void CreateUserDb(modMain& state, const QString& path);

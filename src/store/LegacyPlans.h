@@ -14,10 +14,10 @@ namespace qvnd::store {
 // `file`, which is then kept beside as "<file>.jet" ("<file>.jet.2" when another one bears that
 // name). Fields that we do not know stay in the kept file alone.
 //
-// Wholly or not at all: the new database takes the file's place when it is complete, and the Jet
-// file is kept before that; a killed process leaves the one or the other, and the next run does
-// it again. Errors: 3343 for a damaged file, 3078 for one without an outline of that name, those of
-// the store and the file system; the file is then as it was.
+// Wholly or not at all: the Jet file is copied first, then the complete new database replaces it in
+// one step. A killed process leaves one of the two in place, and the next run tries again. Errors:
+// 3343 for a damaged file, 3078 for one without an outline of that name, those of the store and the
+// file system; the file is then as it was.
 LegacyTakeover takeOverLegacyFile(modMain& state, const QString& file, const QString& name,
                                   bool withInformation);
 

@@ -46,8 +46,8 @@ public:
     // 3021 without a current row.
     void Edit();
     // Writes the row; 3020 without AddNew or Edit, 3022 when a unique index has its value already
-    // (the row then stays in hand). Lasting at once, except that rows added one straight after
-    // the other share one transaction, see Workspace::Settle.
+    // (the row then stays in hand). Committed at once, except that rows added one straight
+    // after the other share one transaction, see Workspace::Settle.
     void Update();
     // Deletes the current row; it is then no longer readable (3167) until the next move.
     void Delete();

@@ -12,9 +12,8 @@ class WorkspaceState;
 
 // The databases of one run and the transaction that spans them.
 //
-// A statement outside a transaction lasts when its call returns, a killed process notwithstanding.
-// There is no rollback: whatever was done stays done, also in a transaction that a failure left
-// open.
+// A statement outside a transaction is committed when its call returns. There is no rollback: what
+// was done stays done, also in a transaction that a failure left open.
 class Workspace {
 public:
     Workspace();
@@ -31,15 +30,15 @@ public:
     // ends, there is a whole database under the name or none.
     std::unique_ptr<Database> CreateDatabase(const QString& path, const QString& locale);
 
-    // Until CommitTrans the changes in all open databases wait to be lasting together. A
-    // transaction that is still open is committed first.
+    // Until CommitTrans the changes in all open databases stay uncommitted. A transaction that is
+    // still open is committed first.
     void BeginTrans();
     // Error 3034 without BeginTrans.
     void CommitTrans();
     bool InTransaction() const;
 
-    // Makes lasting what is written and not yet so: rows added one straight after the other, and
-    // the changes of a transaction, which stays open. Happens by itself before every other kind of
+    // Commits what is uncommitted: rows added one straight after the other, and the changes of a
+    // transaction, which stays open. Happens by itself before every other kind of
     // call on the workspace, when a recordset or database closes, and when control returns to the
     // event loop.
     void Settle();

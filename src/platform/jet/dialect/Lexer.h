@@ -21,7 +21,7 @@ struct Token {
     bool IsSymbol(QStringView symbol) const {
         return Kind == TokenKind::Symbol && Content == symbol;
     }
-    // Is it this keyword, in any case? Bracketed names never are.
+    // True for this keyword in any case; a bracketed name is no keyword.
     bool IsWord(QStringView word) const {
         return Kind == TokenKind::Word && word.compare(Content, Qt::CaseInsensitive) == 0;
     }

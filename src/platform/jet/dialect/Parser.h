@@ -24,7 +24,7 @@ public:
     explicit Parser(const QString& statement);
 
     Command ParseCommand();
-    // What stands behind WHERE, by itself.
+    // A condition alone, as it stands behind WHERE.
     Expression ParseCondition();
 
 private:

@@ -4,7 +4,7 @@
 
 namespace qvnd::jet {
 
-// Is the word part of the dialect's grammar, so that it is a name only in brackets?
+// True for a word of the dialect's grammar, which is a name only in brackets. Without case.
 bool isReservedWord(QStringView word);
 
 } // namespace qvnd::jet

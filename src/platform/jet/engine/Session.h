@@ -25,8 +25,8 @@ public:
     // The file, for reading; error 3420 after Close.
     StoreFile& File() const;
     const std::shared_ptr<StoreFile>& SharedFile() const { return file_; }
-    // The file, for a call that is more than reading on: ends a run of added rows, and sees what
-    // other programs did to the definitions.
+    // The file, for every call but the reading of further rows: ends a run of added rows, and reads
+    // the definitions anew if another program has changed the file.
     StoreFile& EnterFile();
 
     void Close();

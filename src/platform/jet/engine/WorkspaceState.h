@@ -17,12 +17,12 @@ namespace qvnd::jet {
 
 class Session;
 
-// What the handles of one workspace share: the open files, one StoreFile each, and the moments at
-// which what is written becomes lasting.
+// What the handles of one workspace share: the open files, one StoreFile each, and the decision
+// when to commit.
 //
-// Rows that one recordset adds straight after each other form a run. The first of a run is lasting
-// at once; from the second on they wait for the end of the run, or a quarter of a second, so that
-// ten thousand rows do not cost ten thousand transactions. Reading does not end a run.
+// Rows that one recordset adds straight after each other form a run. The first row of a run is
+// committed at once, the others at its end or every quarter of a second, so that ten thousand rows
+// do not cost ten thousand transactions. Reading does not end a run.
 class WorkspaceState : public std::enable_shared_from_this<WorkspaceState> {
 public:
     WorkspaceState() = default;
@@ -49,11 +49,11 @@ public:
     void Enter();
     // Called before a recordset adds a row: true when the row belongs to the run under way.
     bool EnterAddition(std::uint64_t recordset);
-    // Called behind a row of a run.
+    // Called after each row of a run that was left uncommitted.
     void LeaveAddition();
     // Called when a recordset closes; ends its run.
     void LeaveRecordset(std::uint64_t recordset);
-    // Asked before every change: does it wait for the end of a transaction?
+    // Called before every change. True when it stays uncommitted until the end of a transaction.
     bool StaysPending();
 
     std::uint64_t NextRecordset() { return ++lastRecordset_; }

@@ -41,7 +41,7 @@ struct StoredTable {
 
     // The number behind LastNumber; error 6 when there is none.
     std::int32_t NextNumber() const;
-    // Takes note of a number that a row bears in the auto-increment field.
+    // Raises LastNumber to the number that a row has in the auto-increment field.
     void Reach(std::int32_t number);
 
 private:
@@ -85,7 +85,7 @@ public:
     // The errors are those of TableDefs::Append.
     StoredTable& Add(Connection& connection, const TableDef& definition);
     void Remove(Connection& connection, std::int64_t id);
-    // Brings the file level with LastNumber of every table.
+    // Writes the LastNumber of every table whose number has changed.
     void WriteNumbers(Connection& connection);
 
 private:

@@ -8,12 +8,11 @@
 
 namespace qvnd::jet::legacy {
 
-// Runs `work` where it can do no harm and hands over its result: in a process of its own, with
-// limits on time and memory. Nothing when the work threw, crashed, took longer than `limit`, or
-// wrote a complaint to standard error. What the work does to memory or the environment is not seen
-// here.
+// Runs `work` in a child process with limits on time and memory, and returns its result. Nothing
+// when the work threw, crashed, took longer than `limit`, or wrote to standard error. Its changes
+// to memory and environment stay in the child.
 //
-// On a system without fork the work runs in this process, and only what it throws is caught.
+// On a system without fork the work runs in this process, and only exceptions are caught.
 std::optional<QByteArray> runGuarded(const std::function<QByteArray()>& work,
                                      std::chrono::milliseconds limit);
 

@@ -6,9 +6,9 @@
 
 namespace qvnd::jet::legacy {
 
-// Reads genuine Jet 3 and 4 and ACE files. The file is looked at by a process of its own, so a
-// damaged one cannot bring the program down; reading never changes it. A file counts as damaged
-// when it cannot be read whole: every row that a table tells of, every memo.
+// Reads genuine Jet 3, Jet 4 and ACE files in a child process, so that a damaged file cannot crash
+// the program. The file is never changed. It counts as damaged unless every row that its tables
+// declare, and every memo, can be read.
 class JetFileReader : public LegacyReader {
 public:
     // Reading is given up after this time and a second more for each megabyte of the file.

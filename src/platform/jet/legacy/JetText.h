@@ -15,9 +15,9 @@ inline constexpr int simplifiedChinese = 936;
 // common characters (GB 2312). Else they are western.
 QString textOfBytes(const QByteArray& bytes, int codePage);
 
-// A text of a later file, which holds Unicode. One that was brought over from version 3 as if it
-// were western ("ÖÐ¹ú") is set right when it has nothing but western characters and all its pairs
-// are common Chinese ones; every other stays.
+// A text of a later file, which holds Unicode. A text that was converted from version 3 as western
+// ("ÖÐ¹ú" for 中国) is decoded again as GBK, provided that it has western characters alone and all
+// its pairs are common Chinese characters. Any other text is returned unchanged.
 QString mendedText(const QString& text);
 
 } // namespace qvnd::jet::legacy

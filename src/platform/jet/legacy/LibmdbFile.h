@@ -4,8 +4,8 @@
 
 namespace qvnd::jet::legacy {
 
-// Read a Jet file with libmdb, which trusts what it reads: call these only where a crash does no
-// harm. They throw std::runtime_error for a file that cannot be read whole.
+// Read a Jet file with libmdb, which may crash on a damaged file: call these in a child process
+// only. They throw std::runtime_error for a file that cannot be read whole.
 
 QStringList readTableNames(const QString& path);
 // Error 3078 is for the caller: the name must be one of the table names. Binary and object fields

@@ -8,8 +8,8 @@
 
 namespace qvnd::jet::legacy {
 
-// What one process hands to the other. The bytes may come from a process gone astray: anything
-// that is no whole list or table gives nothing.
+// Lists and tables as bytes for the pipe between two processes. The sender may have been killed or
+// have written nonsense: reading gives nothing unless the bytes are one whole list or table.
 
 QByteArray bytesOf(const QStringList& names);
 std::optional<QStringList> namesIn(const QByteArray& bytes);
