@@ -60,10 +60,10 @@ install_test_packages() {
   want_packages antiword catdoc poppler-utils
 }
 
-# build_preset PRESET: configures and builds into build/PRESET.
+# build_preset PRESET [TARGET ...]: configures and builds into build/PRESET, all or the targets.
 build_preset() {
   say "Configuring the '$1' build"
   cmake --preset "$1" | grep -vE '^-- (Performing|Found|Looking|Detecting|Could NOT)' || true
   say "Building '$1' into build/$1"
-  cmake --build "build/$1"
+  cmake --build "build/$1" ${2:+--target "${@:2}"}
 }
