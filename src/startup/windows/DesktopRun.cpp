@@ -16,11 +16,10 @@
 #include "startup/windows/frmSplash.h"
 
 #include <QApplication>
+#include <QGuiApplication>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
-
-#include <QGuiApplication>
 
 namespace qvnd::startup {
 
