@@ -8,6 +8,7 @@
 #include "platform/jet/legacy/JetFileReader.h"
 #include "platform/registry/RegOperation.h"
 #include "store/DatabaseCreation.h"
+#include "store/LegacyCentral.h"
 
 namespace qvnd::startup {
 
@@ -99,15 +100,20 @@ using Create = void (*)(modMain& state, const QString& path);
 // The handle from the creation gives way to the one that stays open.
 void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString& path,
           Create create) {
-    if (!state.gFso->FileExists(path)) {
-        create(state, path);
+    const auto createClosed = [&](const QString& wanted) {
+        create(state, wanted);
         handle->Close();
+    };
+    if (state.gFso->FileExists(path)) {
+        store::takeOverCentralFile(state, files::resolved(path), createClosed);
+    } else {
+        createClosed(path);
     }
     handle = state.gWs->OpenDatabase(files::resolved(path));
 }
 
 // Opens the three databases that stay open for the run; one that is missing is made with its
-// tables first. A file that exists is taken as it is.
+// tables first. A file of an older installation is taken over; any other one is taken as it is.
 void openDatabases(modMain& state) {
     state.gWs = &state.DBEngine.Workspaces(0);
     open(state, state.gDbUser, state.gUserTplPath + "Db_UsTemplate.mdb", store::CreateUserDb);
@@ -124,6 +130,15 @@ void openDatabases(modMain& state) {
          });
 }
 
+// Nobody would look for settings and plans in a file that was put aside in silence.
+void tellWhatWasMadeAnew(const modMain& state, desktop::MessageBoxes& messages) {
+    for (const store::LegacyTakeover& takeover : state.LegacyTakeovers) {
+        if (const QString text = store::centralFailureText(takeover); !text.isEmpty()) {
+            messages.tell(text, desktop::Icon::exclamation, QStringLiteral("提示"));
+        }
+    }
+}
+
 } // namespace
 
 bool Main(modMain& state, const QString& appPath, const MainServices& services) {
@@ -131,6 +146,7 @@ bool Main(modMain& state, const QString& appPath, const MainServices& services) 
         services.splash.show();
         resolveFolders(state, appPath, services.registry);
         openDatabases(state);
+        tellWhatWasMadeAnew(state, services.messages);
         services.windows.showMainForm();
         services.windows.showFrmBid();
         services.splash.unload();

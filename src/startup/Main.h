@@ -25,8 +25,8 @@ struct MainServices {
 };
 
 // The entry point of the program: works out the folders, opens the three databases (making those
-// that are missing), shows the windows and takes the splash down. `appPath` is the program's own
-// folder.
+// that are missing, taking over those of an older installation), shows the windows and takes the
+// splash down. `appPath` is the program's own folder.
 //
 // At the first run-time error a box shows its number directly followed by its description, under
 // the title "提示"; later steps do not run, the splash stays up and the databases not reached stay

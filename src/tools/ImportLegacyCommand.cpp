@@ -11,31 +11,54 @@ namespace qvnd::tools {
 
 namespace {
 
+using store::LegacyKind;
 using store::LegacyTakeover;
 
+QString kindOf(const LegacyTakeover& taken) {
+    switch (taken.Kind) {
+    case LegacyKind::plan:
+        return QStringLiteral("方案");
+    case LegacyKind::templateFolder:
+        return QStringLiteral("模板");
+    default:
+        return QStringLiteral("数据库");
+    }
+}
+
 QJsonObject jsonOf(const LegacyTakeover& taken) {
-    QJsonObject json{{"类型", taken.IsPlan ? "方案" : "模板"}, {"名称", taken.Name}};
+    QJsonObject json{{"类型", kindOf(taken)}, {"名称", taken.Name}};
+    if (!taken.KeptAs.isEmpty()) {
+        json["原文件"] = taken.KeptAs;
+    }
     if (!taken.Failure.isEmpty()) {
         json["错误"] = taken.Failure;
-        return json;
+    } else if (taken.Kind == LegacyKind::central) {
+        json["表数"] = taken.Tables;
+    } else {
+        json["提纲行数"] = taken.Rows;
+        json["工程信息"] = taken.Information;
     }
-    json["提纲行数"] = taken.Rows;
-    json["工程信息"] = taken.Information;
-    json["原文件"] = taken.KeptAs;
     return json;
 }
 
-QString lineOf(const LegacyTakeover& taken) {
-    const QString name =
-        (taken.IsPlan ? QStringLiteral("方案 %1：") : QStringLiteral("模板 %1：")).arg(taken.Name);
-    if (!taken.Failure.isEmpty()) {
-        return name + QStringLiteral("未接收。") + taken.Failure;
+QString contentsOf(const LegacyTakeover& taken) {
+    if (taken.Kind == LegacyKind::central) {
+        return QStringLiteral("%1 个表").arg(taken.Tables);
     }
-    const QString information =
-        taken.Information ? QStringLiteral("，工程信息一份") : QStringLiteral("，没有工程信息");
-    return name + QStringLiteral("提纲 %1 行").arg(taken.Rows) +
-           (taken.IsPlan ? information : QString()) +
-           QStringLiteral("；原文件保存为 %1").arg(taken.KeptAs);
+    const QString outline = QStringLiteral("提纲 %1 行").arg(taken.Rows);
+    if (taken.Kind == LegacyKind::templateFolder) {
+        return outline;
+    }
+    return outline + (taken.Information ? QStringLiteral("，工程信息一份")
+                                        : QStringLiteral("，没有工程信息"));
+}
+
+QString lineOf(const LegacyTakeover& taken) {
+    const QString name = kindOf(taken) + ' ' + taken.Name + QStringLiteral("：");
+    const QString kept =
+        taken.KeptAs.isEmpty() ? QString() : QStringLiteral("；原文件保存为 %1").arg(taken.KeptAs);
+    return taken.Failure.isEmpty() ? name + contentsOf(taken) + kept
+                                   : name + QStringLiteral("未接收。") + taken.Failure + kept;
 }
 
 // The start of the program has taken over all that could be; this tells of it.

@@ -224,7 +224,7 @@ TEST_F(LegacyPlans, AdoptionOfPlansBringsOldOnesIntoTheCentralDatabase) {
     EXPECT_EQ(rowsOf(*state_.gDbUser, u"select 编制人 from 滨江工程Org"_qs),
               QStringList{u"张三"_qs});
     ASSERT_EQ(state_.LegacyTakeovers.size(), 1U);
-    EXPECT_TRUE(state_.LegacyTakeovers[0].IsPlan);
+    EXPECT_EQ(state_.LegacyTakeovers[0].Kind, LegacyKind::plan);
 }
 
 TEST_F(LegacyPlans, AdoptionOfTemplatesBringsOldOnesIntoTheCentralDatabase) {
@@ -235,7 +235,7 @@ TEST_F(LegacyPlans, AdoptionOfTemplatesBringsOldOnesIntoTheCentralDatabase) {
     EXPECT_EQ(rowsOf(*state_.gDbTemplate, u"select * from 遍历表"_qs), QStringList{plan_});
     EXPECT_EQ(rowsOf(*state_.gDbTemplate, u"select Key from 滨江工程 order by ID"_qs).size(), 3);
     ASSERT_EQ(state_.LegacyTakeovers.size(), 1U);
-    EXPECT_FALSE(state_.LegacyTakeovers[0].IsPlan);
+    EXPECT_EQ(state_.LegacyTakeovers[0].Kind, LegacyKind::templateFolder);
     EXPECT_FALSE(state_.LegacyTakeovers[0].Information);
 }
 

@@ -67,4 +67,40 @@ TEST_F(LegacyTool, AGenuineJetFileWithoutAnOutlineIsNamedAndLeftAsItWas) {
     EXPECT_EQ(folder.names("home/Sys/用户模板/旧工程"), QStringList{"旧工程.mdb"});
 }
 
+TEST_F(LegacyTool, DamagedCentralDatabasesOfAnOlderInstallationAreToldMadeAnewAndKept) {
+    const QByteArray damaged = QByteArray("\0\1\0\0Standard Jet DB\0", 20) + "cut";
+    const QStringList centrals{"home/Sys/用户模板/Db_UsTemplate.mdb",
+                               "home/Sys/Database/Db_Template.mdb",
+                               "home/Sys/Database/Db_BidSet.mdb"};
+    for (const QString& central : centrals) {
+        folder.write(central, damaged);
+    }
+    EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::refused);
+    for (const QString& central : centrals) {
+        const QString name = central.section('/', -1);
+        EXPECT_TRUE(out.contains("数据库 " + name + "：未接收。")) << out.toStdString();
+        EXPECT_TRUE(err.contains("旧版数据库“" + name + "”不能接收，已经重新建立一个新的。"))
+            << err.toStdString();
+        EXPECT_EQ(folder.read(central + ".jet"), damaged);
+    }
+    EXPECT_EQ(qvndctl({"plan", "create", "桥"}), ExitStatus::done);
+    EXPECT_EQ(err, "");
+}
+
+TEST_F(LegacyTool, GenuineCentralDatabasesAreTakenOverTableByTable) {
+    const auto corpus = test::corpusFolder();
+    if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
+        GTEST_SKIP() << "no genuine Jet files here";
+    }
+    QFile genuine(files::fromPath(*corpus / "jet" / "testAccess_V1997.mdb"));
+    ASSERT_TRUE(genuine.open(QIODevice::ReadOnly));
+    const QByteArray bytes = genuine.readAll();
+    folder.write("home/Sys/Database/Db_BidSet.mdb", bytes);
+    EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::done) << err.toStdString();
+    EXPECT_TRUE(out.startsWith("数据库 Db_BidSet.mdb：")) << out.toStdString();
+    EXPECT_EQ(folder.read("home/Sys/Database/Db_BidSet.mdb.jet"), bytes);
+    EXPECT_EQ(qvndctl({"format", "show", "章节设置表"}), ExitStatus::done);
+    EXPECT_TRUE(out.contains("级别：9")) << out.toStdString();
+}
+
 } // namespace
