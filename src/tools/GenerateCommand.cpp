@@ -1,23 +1,24 @@
 #include "tools/GenerateCommand.h"
 
 #include "generate/driver/BuildBid.h"
+#include "generate/driver/RebuildContents.h"
 #include "outline/TreeLoading.h"
-#include "platform/desktop/LockFiles.h"
-#include "platform/desktop/Processes.h"
-#include "platform/pictures/PictureDecoder.h"
-#include "platform/word/engine/EngineApplication.h"
-#include "tools/CollectedMessages.h"
+#include "platform/error/RunTimeError.h"
+#include "tools/Arguments.h"
 #include "tools/GenerateOptions.h"
 #include "tools/GenerateServices.h"
-#include "tools/PageNumberChoice.h"
 #include "tools/Plans.h"
 #include "tools/ProgramRun.h"
 #include "tools/Session.h"
-#include "tools/TerminalProgress.h"
 
 #include <QElapsedTimer>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonObject>
+
+#include <algorithm>
+#include <optional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -26,46 +27,114 @@ namespace qvnd::tools {
 namespace {
 
 using generate::BuildOutcome;
+using outline::OutlineNode;
+using outline::OutlineTree;
+
+// A node whose heading or document is not in the target, or not whole.
+struct MissingNode {
+    QString key;
+    QString name;
+    bool isDocument = false;
+    QString reason;
+};
 
 // What is told about a finished document.
 struct Generated {
     QString output;
     int nodes = 0; // without the root
     int documents = 0;
-    int pages = 0; // 0: not known
+    std::vector<MissingNode> missing; // in the order of the outline
+    int pages = 0;                    // 0: not known
+    PageNumberChoice::Origin pageNumbers;
     QStringList messages;
     double seconds = 0;
+
+    int missingDocuments() const {
+        return static_cast<int>(
+            std::count_if(missing.begin(), missing.end(),
+                          [](const MissingNode& node) { return node.isDocument; }));
+    }
 };
 
-void loadOutline(ProgramRun& run, const QString& plan, outline::OutlineTree& TrvEdit) {
+void loadOutline(ProgramRun& run, const QString& plan, OutlineTree& TrvEdit) {
     requirePlan(run, plan);
     const auto rows =
         run.state().gDbUser->OpenRecordset(u"Select * from ["_s + plan + u"] order by ID asc"_s);
     outline::FillOutlineTree(*rows, TrvEdit);
 }
 
-int documentsIn(const outline::OutlineTree& tree) {
+bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
+
+int documentsIn(const OutlineTree& tree) {
     int count = 0;
     for (int i = 1; i <= tree.Count(); ++i)
-        count += tree.Item(i).Image() == outline::image::document ? 1 : 0;
+        count += isDocument(tree.Item(i)) ? 1 : 0;
     return count;
 }
 
-void tell(Output& output, const Generated& done) {
-    const QJsonObject json{
+std::vector<MissingNode> missingIn(const OutlineTree& tree, const generate::BidEditState& window) {
+    QHash<QString, std::optional<QString>> failures;
+    for (const generate::VisitedEntry& visited : window.Visited)
+        failures.insert(visited.Key, visited.Failure);
+    const std::optional<QString> notReached = u"生成在到达这个节点之前中断了。"_s;
+    std::vector<MissingNode> missing;
+    for (int i = 2; i <= tree.Count(); ++i) {
+        const OutlineNode& node = tree.Item(i);
+        if (const auto failure = failures.value(node.Key(), notReached))
+            missing.push_back({node.Key(), node.Text(), isDocument(node), *failure});
+    }
+    return missing;
+}
+
+QJsonArray asJson(const std::vector<MissingNode>& missing) {
+    QJsonArray json;
+    for (const MissingNode& node : missing)
+        json.append(QJsonObject{{u"key"_s, node.key},
+                                {u"name"_s, node.name},
+                                {u"document"_s, node.isDocument},
+                                {u"reason"_s, node.reason}});
+    return json;
+}
+
+QJsonValue textOrNull(const QString& text) { return text.isEmpty() ? QJsonValue() : text; }
+
+QJsonObject asJson(const Generated& done) {
+    return {
         {u"output"_s, done.output},
         {u"nodes"_s, done.nodes},
         {u"documents"_s, done.documents},
+        {u"inserted"_s, done.documents - done.missingDocuments()},
+        {u"missing"_s, asJson(done.missing)},
         {u"pages"_s, done.pages > 0 ? QJsonValue(done.pages) : QJsonValue()},
+        {u"pageNumbers"_s, textOrNull(done.pageNumbers.source)},
+        {u"pageNumbersFallback"_s, textOrNull(done.pageNumbers.fallback)},
         {u"messages"_s, QJsonArray::fromStringList(done.messages)},
         {u"seconds"_s, done.seconds},
     };
-    const QString pages = done.pages > 0 ? u"，%1 页"_s.arg(done.pages) : QString();
-    output.result(json, u"%1\n%2 个节点，%3 个文档%4，用时 %5 秒"_s.arg(done.output)
-                            .arg(done.nodes)
-                            .arg(done.documents)
-                            .arg(pages)
-                            .arg(done.seconds, 0, 'f', 2));
+}
+
+QString pagesAsText(const Generated& done) {
+    if (done.pages == 0)
+        return {};
+    const bool exact = done.pageNumbers.source == u"office";
+    return u"，%1 页（页码%2）"_s.arg(done.pages).arg(exact ? u"由办公套件排出"_s : u"是估计的"_s);
+}
+
+QString asText(const Generated& done) {
+    const int lost = done.missingDocuments();
+    const QString documents = lost == 0
+                                  ? u"%1 个文档全部放入"_s.arg(done.documents)
+                                  : u"%1 个文档放入 %2 个，%3 个没有放入"_s.arg(done.documents)
+                                        .arg(done.documents - lost)
+                                        .arg(lost);
+    QStringList lines{done.output, u"%1 个节点，%2%3，用时 %4 秒"_s.arg(done.nodes)
+                                       .arg(documents, pagesAsText(done))
+                                       .arg(done.seconds, 0, 'f', 2)};
+    for (const MissingNode& node : done.missing)
+        lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.reason);
+    if (!done.pageNumbers.fallback.isEmpty())
+        lines << u"没有用办公套件的页码：%1"_s.arg(done.pageNumbers.fallback);
+    return lines.join(u'\n');
 }
 
 // Why there is no document where no box has said it.
@@ -76,80 +145,81 @@ void explain(Output& output, BuildOutcome outcome) {
         output.note(u"“施工方案.doc”没有保存。"_s);
 }
 
-// One run of the command with everything that it reaches for.
-class GenerateRun {
-public:
-    GenerateRun(Session& session, const GenerateOptions& options)
-        : session_(session), options_(options), messages_(session.messages()),
-          bar_(session.output().err()), losses_(messages_, dlgTB()), unsaved_(messages_),
-          controls_(options), locks_(processes_),
-          factory_({pages_.source(options.pages), losses_, unsaved_, &pictures_}) {}
+QString targetOf(Session& session) {
+    return session.program().state().gWorkPath + u"施工方案.doc"_s;
+}
 
-    ExitStatus run() {
-        if (!pages_.offers(options_.pages)) {
-            session_.output().note(u"没有安装办公软件，不能用它的页码。"_s);
-            return ExitStatus::refused;
-        }
-        QElapsedTimer timer;
-        timer.start();
-        outline::OutlineTree TrvEdit(u"TrvEdit"_s);
-        loadOutline(session_.program(), options_.plan, TrvEdit);
-        const BuildOutcome outcome = build(TrvEdit);
-        explain(session_.output(), outcome);
-        if (outcome != BuildOutcome::finished)
-            return ExitStatus::refused;
-        tell(session_.output(),
-             {session_.program().state().gWorkPath + u"施工方案.doc"_s, TrvEdit.Count() - 1,
-              documentsIn(TrvEdit), pages_.source(options_.pages).pages(), messages_.texts(),
-              static_cast<double>(timer.elapsed()) / 1000});
-        return ExitStatus::done;
-    }
-
-private:
-    desktop::ProgressDialog& dlgTB() {
-        if (standardErrorIsATerminal())
-            return bar_;
-        return noBar_;
-    }
-
-    BuildOutcome build(const outline::OutlineTree& TrvEdit) {
-        const generate::GenerationServices services{factory_, messages_, dlgTB(),  events_,
-                                                    locks_,   screen_,   controls_};
-        const BuildOutcome outcome = generate::BuildBid(
-            {session_.program().state(), options_.switches, word_}, services, window_, TrvEdit);
-        dlgTB().unload();
-        return outcome;
-    }
-
-    Session& session_;
-    const GenerateOptions& options_;
-    CollectedMessages messages_;
-    PageNumberChoice pages_;
-    pictures::PictureDecoder pictures_;
-    TerminalProgress bar_;
-    NoProgress noBar_;
-    LossMessages losses_;
-    AskedQuestion unsaved_;
-    GivenControls controls_;
-    NoEvents events_;
-    NoScreen screen_;
-    desktop::SystemProcesses processes_;
-    desktop::LockFiles locks_;
-    word::EngineApplicationFactory factory_;
-    generate::WordSession word_;
-    generate::BidEditState window_;
-};
+BuildOutcome build(TerminalGeneration& tools, const GenerateOptions& options,
+                   const OutlineTree& TrvEdit, generate::BidEditState& window) {
+    window.AfterNodeFlag = !options.isFirstRun;
+    const BuildOutcome outcome =
+        generate::BuildBid(tools.program(), tools.services(), window, TrvEdit);
+    tools.dlgTB().unload();
+    return outcome;
+}
 
 ExitStatus generatePlan(Session& session, const QStringList& words) {
     const GenerateOptions options(words);
-    return GenerateRun(session, options).run();
+    TerminalGeneration tools(session, options);
+    if (!tools.pages().isOffered()) {
+        session.output().note(u"没有安装办公软件，不能用它的页码。"_s);
+        return ExitStatus::refused;
+    }
+    QElapsedTimer timer;
+    timer.start();
+    OutlineTree TrvEdit(u"TrvEdit"_s);
+    loadOutline(session.program(), options.plan, TrvEdit);
+    generate::BidEditState window;
+    const BuildOutcome outcome = build(tools, options, TrvEdit, window);
+    explain(session.output(), outcome);
+    if (outcome != BuildOutcome::finished)
+        return ExitStatus::refused;
+    const Generated done{targetOf(session),
+                         TrvEdit.Count() - 1,
+                         documentsIn(TrvEdit),
+                         missingIn(TrvEdit, window),
+                         tools.pages().source().pages(),
+                         tools.pages().origin(),
+                         tools.messages(),
+                         static_cast<double>(timer.elapsed()) / 1000};
+    session.output().result(asJson(done), asText(done));
+    return done.missing.empty() ? ExitStatus::done : ExitStatus::refused;
+}
+
+// The command has no answer of its own for a document without contents.
+[[noreturn]] void failWithoutContents(const RunTimeError& failure) {
+    throw RunTimeError(failure.number(), u"“施工方案.doc”里没有目录，请重新生成施工方案。");
+}
+
+ExitStatus rebuildContents(Session& session, const QStringList& words) {
+    Arguments(words, {}).expectPositions(0, 0);
+    GenerateOptions options;
+    // The numbers are thrown away with the contents.
+    options.pages = PageSource::estimate;
+    TerminalGeneration tools(session, options);
+    try {
+        if (!generate::RebuildContents(tools.program(), tools.services()))
+            return ExitStatus::refused;
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == error::memberNotFound)
+            failWithoutContents(failure);
+        throw;
+    }
+    session.output().result(
+        QJsonObject{{u"output"_s, targetOf(session)}, {u"saved"_s, false}},
+        u"目录已经重新生成；这个命令不保存，文件保持原样：%1"_s.arg(targetOf(session)));
+    return ExitStatus::done;
 }
 
 } // namespace
 
 std::vector<Command> generateCommands() {
-    return {{u"generate"_s, GenerateOptions::parameters(), u"生成工作文件夹中的“施工方案.doc”"_s,
-             generatePlan}};
+    return {{u"generate"_s, GenerateOptions::parameters(),
+             u"生成工作文件夹中的“施工方案.doc”；有没放入的文档时退出码为 1"_s, generatePlan},
+            {u"contents rebuild"_s,
+             {},
+             u"在“施工方案.doc”里重新生成目录（不保存文件）"_s,
+             rebuildContents}};
 }
 
 } // namespace qvnd::tools

@@ -4,7 +4,7 @@
 
 namespace qvnd::tools {
 
-// "generate": makes 施工方案.doc of a plan in the work folder.
+// "generate" and "contents rebuild".
 std::vector<Command> generateCommands();
 
 } // namespace qvnd::tools

@@ -12,6 +12,8 @@ enum class PageSource { automatic, office, estimate };
 
 // What stands behind "generate": the plan, and what the format dialog would hold in memory.
 struct GenerateOptions {
+    // The plan edit window as it opens.
+    GenerateOptions() = default;
     // Throws UsageError for an unknown word, a style that the dialog does not offer, an indent
     // outside 0 to 100 or a mode outside 0 to 2.
     explicit GenerateOptions(const QStringList& words);
@@ -21,9 +23,12 @@ struct GenerateOptions {
 
     QString plan;
     generate::FormatSwitches switches;
-    // Of documents under documents; empty unless they are numbered.
+    // Of documents under documents; empty unless they are numbered, and when nothing is picked.
     QString childStyle;
     QString childIndent = QStringLiteral("2");
+    // As the first run of a plan edit window: the heading of a folder that is the outline's first
+    // node runs on into what follows. A later run ends its paragraph.
+    bool isFirstRun = false;
     PageSource pages = PageSource::automatic;
 };
 

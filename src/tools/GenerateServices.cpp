@@ -1,5 +1,8 @@
 #include "tools/GenerateServices.h"
 
+#include "tools/ProgramRun.h"
+#include "tools/Session.h"
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::tools {
@@ -22,6 +25,26 @@ void LossMessages::notCarried(const std::filesystem::path& path, std::u16string_
 bool AskedQuestion::save(const std::filesystem::path& document) {
     return messages_.ask(u"是否将更改保存到“%1”中？"_s.arg(fileName(document)),
                          desktop::Icon::question, u"提示"_s);
+}
+
+TerminalGeneration::TerminalGeneration(Session& session, const GenerateOptions& options)
+    : session_(session), options_(options), messages_(session.messages()),
+      bar_(session.output().err()), pages_(options.pages), losses_(messages_, dlgTB()),
+      unsaved_(messages_), controls_(options), locks_(processes_),
+      factory_({pages_.source(), losses_, unsaved_, &pictures_}) {}
+
+desktop::ProgressDialog& TerminalGeneration::dlgTB() {
+    if (standardErrorIsATerminal())
+        return bar_;
+    return noBar_;
+}
+
+generate::GenerationServices TerminalGeneration::services() {
+    return {factory_, messages_, dlgTB(), events_, locks_, screen_, controls_};
+}
+
+generate::ProgramState TerminalGeneration::program() {
+    return {session_.program().state(), options_.switches, word_};
 }
 
 } // namespace qvnd::tools

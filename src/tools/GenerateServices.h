@@ -1,14 +1,21 @@
 #pragma once
 
-#include "generate/driver/BidEditScreen.h"
-#include "generate/numbering/FormatSwitches.h"
-#include "platform/desktop/MessageBoxes.h"
-#include "platform/desktop/ProgressDialog.h"
-#include "platform/word/engine/EngineServices.h"
+#include "generate/driver/GenerationServices.h"
+#include "generate/driver/ProgramState.h"
+#include "platform/desktop/LockFiles.h"
+#include "platform/desktop/Processes.h"
+#include "platform/pictures/PictureDecoder.h"
+#include "platform/word/engine/EngineApplication.h"
+#include "tools/CollectedMessages.h"
 #include "tools/GenerateOptions.h"
+#include "tools/PageNumberChoice.h"
+#include "tools/TerminalProgress.h"
+#include "tools/TerminalServices.h"
 
 // What generation finds around it where there is no screen.
 namespace qvnd::tools {
+
+class Session;
 
 // A terminal has neither pointer nor preview.
 class NoScreen : public generate::BidEditScreen {
@@ -54,6 +61,40 @@ public:
 
 private:
     desktop::MessageBoxes& messages_;
+};
+
+// Everything that generation reaches for, made once for a command.
+class TerminalGeneration {
+public:
+    // The options must outlive the object.
+    TerminalGeneration(Session& session, const GenerateOptions& options);
+    TerminalGeneration(const TerminalGeneration&) = delete;
+    TerminalGeneration& operator=(const TerminalGeneration&) = delete;
+
+    PageNumberChoice& pages() { return pages_; }
+    desktop::ProgressDialog& dlgTB();
+    const QStringList& messages() const { return messages_.texts(); }
+    generate::GenerationServices services();
+    // Starts the program if it does not run yet.
+    generate::ProgramState program();
+
+private:
+    Session& session_;
+    const GenerateOptions& options_;
+    CollectedMessages messages_;
+    TerminalProgress bar_;
+    NoProgress noBar_;
+    PageNumberChoice pages_;
+    pictures::PictureDecoder pictures_;
+    LossMessages losses_;
+    AskedQuestion unsaved_;
+    GivenControls controls_;
+    NoEvents events_;
+    NoScreen screen_;
+    desktop::SystemProcesses processes_;
+    desktop::LockFiles locks_;
+    word::EngineApplicationFactory factory_;
+    generate::WordSession word_;
 };
 
 } // namespace qvnd::tools

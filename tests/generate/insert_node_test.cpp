@@ -30,6 +30,18 @@ TEST_F(NodeInsertion, AnEmptyNumberTextMakesNeitherBreakNorHeading) {
               "Selection.TypeParagraph\nParagraphs.Last.Range.End -> 4\n");
 }
 
+TEST_F(NodeInsertion, TheWindowKeepsWhatBecameOfEachNode) {
+    smallPlan();
+    log.failAt("Selection.InsertFile", 53, u"找不到文件");
+    build();
+    ASSERT_EQ(window.Visited.size(), 2U);
+    EXPECT_EQ(window.Visited[0].Failure, std::nullopt);
+    EXPECT_EQ(window.Visited[1].Failure, u"找不到文件"_s);
+    EXPECT_EQ(window.Visited[1].Key, TrvEdit.Item(3).Key());
+    build();
+    EXPECT_EQ(window.Visited.size(), 2U);
+}
+
 TEST_F(NodeInsertion, AffixesAloneMakeAHeading) {
     putTable(settings(), u"序号表"_s, {{{u"一型"_s, u""}}});
     folder(u"工程.1"_s, u"甲"_s);

@@ -73,11 +73,14 @@ protected:
 
 TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     const QJsonObject told = generated();
-    EXPECT_EQ(told.keys(), QStringList({u"documents"_s, u"messages"_s, u"nodes"_s, u"output"_s,
-                                        u"pages"_s, u"seconds"_s}));
+    EXPECT_EQ(told.keys(), QStringList({u"documents"_s, u"inserted"_s, u"messages"_s, u"missing"_s,
+                                        u"nodes"_s, u"output"_s, u"pageNumbers"_s,
+                                        u"pageNumbersFallback"_s, u"pages"_s, u"seconds"_s}));
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
     EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
+    EXPECT_EQ(told[u"inserted"_s].toInt(), 2);
+    EXPECT_TRUE(told[u"missing"_s].toArray().isEmpty());
     EXPECT_GE(told[u"pages"_s].toInt(), 4); // cover, contents, two chapters
     EXPECT_TRUE(told[u"messages"_s].toArray().isEmpty());
     EXPECT_GT(told[u"seconds"_s].toDouble(), 0);
@@ -101,13 +104,81 @@ TEST_F(GenerateTool, OptionsReachTheNumbering) {
     EXPECT_TRUE(text().contains(u"a) 说明\n"_s)) << out.toStdString();
 }
 
-TEST_F(GenerateTool, AMissingDocumentIsAMessageAndTheRestIsGenerated) {
+TEST_F(GenerateTool, ADocumentThatDidNotComeInIsNamedWithItsReasonAndTheRestIsGenerated) {
     QFile::remove(folder.path(u"home/Sys/用户模板/桥/"_s + lastKey + u".doc"_s));
-    const QJsonArray messages = generated()[u"messages"_s].toArray();
-    ASSERT_EQ(messages.size(), 1);
-    EXPECT_TRUE(messages.at(0).toString().contains(lastKey + u".doc"_s))
-        << messages.at(0).toString().toStdString();
-    EXPECT_TRUE(err.contains(messages.at(0).toString()));
+    EXPECT_EQ(qvndctl({u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"estimate"_s}),
+              ExitStatus::refused);
+    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    EXPECT_EQ(told[u"documents"_s].toInt(), 2);
+    EXPECT_EQ(told[u"inserted"_s].toInt(), 1);
+    const QJsonArray missing = told[u"missing"_s].toArray();
+    ASSERT_EQ(missing.size(), 1);
+    EXPECT_EQ(missing.at(0)[u"key"_s].toString(), lastKey);
+    EXPECT_EQ(missing.at(0)[u"name"_s].toString(), u"说明"_s);
+    EXPECT_TRUE(missing.at(0)[u"document"_s].toBool());
+    const QString reason = missing.at(0)[u"reason"_s].toString();
+    EXPECT_TRUE(reason.contains(lastKey + u".doc"_s)) << reason.toStdString();
+    EXPECT_EQ(told[u"messages"_s].toArray(), QJsonArray{reason});
+    EXPECT_TRUE(err.contains(reason));
+    EXPECT_TRUE(text().contains(u"第二章 概况\n"_s)) << out.toStdString();
+
+    EXPECT_EQ(qvndctl({u"generate"_s, u"桥"_s, u"--pages"_s, u"estimate"_s}), ExitStatus::refused);
+    EXPECT_TRUE(out.contains(u"3 个节点，2 个文档放入 1 个，1 个没有放入，"_s))
+        << out.toStdString();
+    EXPECT_TRUE(out.contains(u"没有放入：%1 说明：%2\n"_s.arg(lastKey, reason)))
+        << out.toStdString();
+}
+
+TEST_F(GenerateTool, ItSaysWhereThePageNumbersComeFromAndWhyTheyAreEstimated) {
+    EXPECT_EQ(generated()[u"pageNumbers"_s].toString(), u"estimate"_s);
+    EXPECT_TRUE(generated()[u"pageNumbersFallback"_s].isNull());
+    expectDone({u"generate"_s, u"桥"_s, u"--pages"_s, u"estimate"_s});
+    EXPECT_TRUE(out.contains(u"2 个文档全部放入，"_s)) << out.toStdString();
+    EXPECT_TRUE(out.contains(u"（页码是估计的）"_s)) << out.toStdString();
+
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QByteArray());
+    expectDone({u"--json"_s, u"generate"_s, u"桥"_s});
+    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    expectDone({u"generate"_s, u"桥"_s});
+    qputenv("PATH", path);
+    EXPECT_EQ(told[u"pageNumbers"_s].toString(), u"estimate"_s);
+    EXPECT_EQ(told[u"pageNumbersFallback"_s].toString(), u"没有安装办公套件（LibreOffice）。"_s);
+    EXPECT_TRUE(out.endsWith(u"没有用办公套件的页码：没有安装办公套件（LibreOffice）。\n"_s))
+        << out.toStdString();
+}
+
+TEST_F(GenerateTool, ItRunsAsALaterRunOfAWindowUnlessTheFirstIsAskedFor) {
+    expectDone({u"plan"_s, u"create"_s, u"路"_s});
+    expectDone({u"outline"_s, u"add-folder"_s, u"路"_s, u"路"_s, u"概况"_s, u"--below"_s});
+    expectDone({u"outline"_s, u"add-folder"_s, u"路"_s, u"路"_s, u"部署"_s, u"--below"_s});
+    expectDone({u"format"_s, u"set"_s, u"章节设置表"_s, u"置页头"_s, u"否"_s});
+    expectDone({u"generate"_s, u"路"_s, u"--pages"_s, u"estimate"_s});
+    EXPECT_TRUE(text().contains(u"第一章 概况\n"_s)) << out.toStdString();
+    expectDone({u"generate"_s, u"路"_s, u"--first-run"_s, u"--pages"_s, u"estimate"_s});
+    EXPECT_TRUE(text().contains(u"第一章 概况第二章 部署\n"_s)) << out.toStdString();
+}
+
+TEST_F(GenerateTool, TheContentsOfAFinishedDocumentAreRebuiltAndTheFileStaysAsItIs) {
+    generated();
+    const QByteArray before = folder.read(u"home/工程文档管理/施工方案.doc"_s);
+    expectDone({u"--json"_s, u"contents"_s, u"rebuild"_s});
+    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
+    EXPECT_EQ(told[u"saved"_s], QJsonValue(false));
+    EXPECT_EQ(folder.read(u"home/工程文档管理/施工方案.doc"_s), before);
+}
+
+TEST_F(GenerateTool, RebuildingContentsSaysWhatIsMissing) {
+    EXPECT_EQ(qvndctl({u"contents"_s, u"rebuild"_s}), ExitStatus::refused);
+    EXPECT_EQ(err, u"还没生成标书!\n"_s);
+    folder.write(u"home/工程文档管理/别的.txt"_s, "x");
+    EXPECT_EQ(qvndctl({u"contents"_s, u"rebuild"_s}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains(u"施工方案.doc"_s)) << err.toStdString();
+    QFile::copy(folder.path(u"源/说明.doc"_s), work(u"施工方案.doc"_s));
+    EXPECT_EQ(qvndctl({u"contents"_s, u"rebuild"_s}), ExitStatus::refused);
+    EXPECT_EQ(err, u"“施工方案.doc”里没有目录，请重新生成施工方案。\n"_s);
+    EXPECT_EQ(qvndctl({u"contents"_s, u"rebuild"_s, u"桥"_s}), ExitStatus::wrongUsage);
 }
 
 TEST_F(GenerateTool, AGifComesOntoTheCover) {

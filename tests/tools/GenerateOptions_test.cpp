@@ -36,6 +36,28 @@ TEST(GenerateOptions, EveryOptionReachesItsSwitch) {
     EXPECT_EQ(options.pages, PageSource::estimate);
 }
 
+TEST(GenerateOptions, TheTextOfModeTwoIsThatOfTheDialogUnlessOneIsGiven) {
+    const auto textOf = [](const QStringList& options) {
+        return GenerateOptions(QStringList{u"新楼"_s, u"--multilevel"_s} + options)
+            .switches.gMultLevelText;
+    };
+    EXPECT_EQ(textOf({u"2"_s}), u"第章"_s);
+    EXPECT_EQ(textOf({u"2"_s, u"--multilevel-text"_s, u"卷"_s}), u"卷"_s);
+    EXPECT_EQ(textOf({u"2"_s, u"--multilevel-text"_s, QString()}), QString());
+    EXPECT_EQ(textOf({u"1"_s}), QString());
+}
+
+TEST(GenerateOptions, ChildrenCanBeNumberedWithNothingPicked) {
+    const GenerateOptions options({u"新楼"_s, u"--children-numbered"_s, QString()});
+    EXPECT_TRUE(options.switches.gChildDocAsNumber);
+    EXPECT_EQ(options.childStyle, QString());
+}
+
+TEST(GenerateOptions, TheFirstRunOfAWindowIsAskedFor) {
+    EXPECT_FALSE(GenerateOptions({u"新楼"_s}).isFirstRun);
+    EXPECT_TRUE(GenerateOptions({u"新楼"_s, u"--first-run"_s}).isFirstRun);
+}
+
 TEST(GenerateOptions, ValuesOutsideTheirRangeAreWrongUsage) {
     const QList<QStringList> wrong{{u"--multilevel"_s, u"3"_s},
                                    {u"--multilevel"_s, u"-1"_s},

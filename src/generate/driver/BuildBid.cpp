@@ -34,6 +34,7 @@ void walk(GenerationRun& run) {
     BidEditState& window = run.window;
     window.LevelCounters.clear();
     window.VisitedCount = 0;
+    window.Visited.clear();
     window.LastLevel = 0;
     run.attempt([&] {
         WalkOutline(run.TrvEdit, run.TrvEdit.Item(1).Child(),

@@ -17,7 +17,8 @@ enum class BuildOutcome {
 // The command "生成卷宗编制" (mnuBuildbid): makes 施工方案.doc in the work folder from the outline
 // as TrvEdit shows it and the format settings. The outline comes first; cover and contents are
 // then typed in front of it; page format, header and footer come last. A failing statement is
-// reported and the run goes on with the next one.
+// reported and the run goes on with the next one. What became of each node stands in
+// BidEditState::Visited; a node that is not there was not reached.
 BuildOutcome BuildBid(const ProgramState& program, const GenerationServices& services,
                       BidEditState& window, const outline::OutlineTree& TrvEdit);
 

@@ -41,12 +41,15 @@ void showError(const GenerationRun& run, const RunTimeError& error) {
 
 void InsertOutlineNode(GenerationRun& run, const outline::OutlineNode& node, int& level,
                        const QString& numberText) {
+    std::optional<QString> failure;
     try {
         level = std::min(level, ChapterGrid::lastRow);
         insert(run, {node, level}, numberText);
     } catch (const RunTimeError& error) {
+        failure = QString::fromStdU16String(error.description());
         showError(run, error);
     }
+    run.window.Visited.push_back({node.Key(), failure});
 }
 
 } // namespace qvnd::generate

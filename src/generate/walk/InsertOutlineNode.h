@@ -8,7 +8,7 @@ namespace qvnd::generate {
 // sets the body font over it and saves. `level` comes back limited to 9.
 //
 // An error ends this node only, half done as it is: its description is shown (nothing for number
-// 0), and the walk goes on.
+// 0) and kept in BidEditState::Visited, and the walk goes on.
 void InsertOutlineNode(GenerationRun& run, const outline::OutlineNode& node, int& level,
                        const QString& numberText);
 

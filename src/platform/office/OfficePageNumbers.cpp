@@ -75,9 +75,11 @@ std::vector<int> BestPageNumbers::displayedPages(const word::DocumentContent& co
                                                  std::span<const word::Cp> positions) {
     try {
         used_ = &exact_;
+        whyEstimated_.reset();
         return exact_.displayedPages(content, positions);
-    } catch (const RunTimeError&) {
+    } catch (const RunTimeError& failure) {
         used_ = &estimate_;
+        whyEstimated_ = QString::fromStdU16String(failure.description());
         return estimate_.displayedPages(content, positions);
     }
 }

@@ -3,6 +3,7 @@
 #include "platform/office/OfficeSuite.h"
 #include "platform/word/layout/PageNumberSource.h"
 
+#include <optional>
 #include <utility>
 
 namespace qvnd::office {
@@ -33,10 +34,14 @@ public:
                                     std::span<const word::Cp> positions) override;
     int pages() const override { return used_ == nullptr ? 0 : used_->pages(); }
 
+    // Why the last answer is an estimate, in Chinese; nothing when it is exact.
+    const std::optional<QString>& whyEstimated() const { return whyEstimated_; }
+
 private:
     word::PageNumberSource& exact_;
     word::PageNumberSource& estimate_;
     word::PageNumberSource* used_ = nullptr;
+    std::optional<QString> whyEstimated_;
 };
 
 } // namespace qvnd::office
