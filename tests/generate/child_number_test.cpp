@@ -1,4 +1,4 @@
-#include "generate/numbering/FormatChildNumber.h"
+#include "generate/numbering/NumberText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,4 @@
-#include "generate/numbering/ChapterGrid.h"
-#include "generate/numbering/LevelCounters.h"
-#include "generate/numbering/NumberWords.h"
+#include "generate/numbering/NumberingTables.h"
 #include "support/Errors.h"
 #include "support/Text.h"
 

@@ -1,4 +1,4 @@
-#include "generate/numbering/FormatLevelNumber.h"
+#include "generate/numbering/NumberText.h"
 
 #include <gtest/gtest.h>
 

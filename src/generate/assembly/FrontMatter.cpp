@@ -1,10 +1,8 @@
 #include "generate/assembly/FrontMatter.h"
 
-#include "generate/assembly/ContentsHeading.h"
-#include "generate/assembly/ContentsTable.h"
+#include "generate/assembly/Contents.h"
 #include "generate/assembly/Cover.h"
 #include "generate/assembly/HeaderFooter.h"
-#include "generate/assembly/PageFormat.h"
 #include "generate/settings/SettingsChoice.h"
 #include "generate/settings/SettingsRow.h"
 
@@ -33,6 +31,25 @@ void addCover(GenerationRun& run) {
     run.services.dlgTB.setLabel(u"正在设置封面..."_s);
     run.attempt([&] { run.word.activeDocument().paragraphs().First().Range().Select(); });
     typeCover(run);
+}
+
+// Sets margins, gutter and the distances of header and footer from a row of the shape of
+// 页面设置表, in centimetres. Page size and orientation stay. Without a row nothing is set.
+void setPageFormat(GenerationRun& run, const SettingsRow& page) {
+    if (page.opened() && !page.hasRow())
+        return;
+    const auto setup = [&]() -> word::PageSetup& { return run.word.activeDocument().pageSetup(); };
+    const auto points = [&](QStringView field) {
+        return run.word.application().CentimetersToPoints(page.single(field));
+    };
+    run.attempt([&] { setup().setTopMargin(points(u"页边距上")); });
+    run.attempt([&] { setup().setBottomMargin(points(u"页边距下")); });
+    run.attempt([&] { setup().setLeftMargin(points(u"页边距左")); });
+    run.attempt([&] { setup().setRightMargin(points(u"页边距右")); });
+    run.attempt([&] { setup().setGutter(points(u"装订距离")); });
+    run.attempt([&] { setup().setGutterOnTop(!page.equals(u"装订位置", u"边")); });
+    run.attempt([&] { setup().setHeaderDistance(points(u"距页眉")); });
+    run.attempt([&] { setup().setFooterDistance(points(u"距页脚")); });
 }
 
 void addPageFormat(GenerationRun& run) {

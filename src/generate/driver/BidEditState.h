@@ -1,8 +1,6 @@
 #pragma once
 
-#include "generate/numbering/ChapterGrid.h"
-#include "generate/numbering/LevelCounters.h"
-#include "generate/numbering/NumberWords.h"
+#include "generate/numbering/NumberingTables.h"
 
 #include <QString>
 

@@ -4,7 +4,6 @@
 #include "generate/driver/FinishDocument.h"
 #include "generate/driver/GenerationRun.h"
 #include "generate/driver/StartDocument.h"
-#include "generate/driver/StopPath.h"
 #include "generate/settings/LoadSettings.h"
 #include "generate/walk/VisitNode.h"
 #include "generate/walk/WalkOutline.h"

@@ -1,5 +1,6 @@
 #include "generate/driver/FinishDocument.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
 
 namespace qvnd::generate {
@@ -34,6 +35,17 @@ bool finishDocument(GenerationRun& run) {
     run.services.screen.showNormalPointer();
     run.window.LevelCounters.clear();
     return saved;
+}
+
+void leaveStopped(GenerationRun& run) {
+    run.letEventsRun();
+    ignoringErrors([&] { run.word.activeDocument().Close(); });
+    ignoringErrors([&] { run.word.application().Quit(); });
+    run.program.modMain.StopRequested = false;
+    run.word.dropDocument();
+    run.word.dropApplication();
+    run.window.LevelCounters.clear();
+    run.services.screen.showNormalPointer();
 }
 
 } // namespace qvnd::generate

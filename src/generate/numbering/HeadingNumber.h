@@ -1,7 +1,7 @@
 #pragma once
 
-#include "generate/numbering/ChapterGrid.h"
 #include "generate/numbering/FormatSwitches.h"
+#include "generate/numbering/NumberingTables.h"
 
 #include <QString>
 

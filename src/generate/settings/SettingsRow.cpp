@@ -30,4 +30,14 @@ bool SettingsRow::equals(QStringView field, QStringView text) const {
     return !held.IsNull() && held.ToText() == text;
 }
 
+std::optional<word::Alignment> alignmentOf(QStringView position) {
+    if (position == u"左")
+        return word::Alignment::left;
+    if (position == u"中")
+        return word::Alignment::center;
+    if (position == u"右")
+        return word::Alignment::right;
+    return std::nullopt;
+}
+
 } // namespace qvnd::generate

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "platform/jet/Database.h"
+#include "platform/word/model/Format.h"
 
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace qvnd::generate {
 
@@ -34,5 +36,8 @@ public:
 private:
     std::unique_ptr<jet::Recordset> rows_;
 };
+
+// What a 位置 field says: "左", "中" or "右"; nothing for any other text.
+std::optional<word::Alignment> alignmentOf(QStringView position);
 
 } // namespace qvnd::generate

@@ -1,6 +1,6 @@
 #include "generate/walk/VisitNode.h"
 
-#include "generate/numbering/FormatLevelNumber.h"
+#include "generate/numbering/NumberText.h"
 #include "generate/walk/InsertOutlineNode.h"
 
 #include <limits>

@@ -1,8 +1,12 @@
-#include "generate/numbering/FormatLevelNumber.h"
+#include "generate/numbering/NumberText.h"
 
 #include "platform/error/RunTimeError.h"
 
+#include <QStringList>
+
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace qvnd::generate {
 
@@ -36,6 +40,14 @@ QString styledNumber(const LevelNumbering& numbering, int level, int counter) {
     return QString::number(counter);
 }
 
+// From 11 on the tens are written once and the units name the list's empty entry.
+QString roman(int number) {
+    static const QStringList numerals = u",I,II,III,IV,V,VI,VII,VIII,IX,X"_s.split(',');
+    if (number < 0)
+        return {};
+    return (number < 11 ? numerals.at(number) : u"X"_s) + u'.';
+}
+
 } // namespace
 
 QString FormatLevelNumber(const LevelNumbering& numbering, int level, int counter) {
@@ -49,6 +61,27 @@ QString FormatLevelNumber(const LevelNumbering& numbering, int level, int counte
         // A number that cannot be made is no reason to lose the node: the text so far stands.
     }
     return text;
+}
+
+QString FormatChildNumber(const QString& number, const QString& style) {
+    const int n = number.toInt();
+    if (style == u"无")
+        return {};
+    if (style == u"1、")
+        return number + u'、';
+    if (style == u"1.")
+        return number + u'.';
+    if (style == u"1)")
+        return number + u')';
+    if (style == u"A.")
+        return QString(QChar(n + 64)) + u'.';
+    if (style == u"A)")
+        return QString(QChar(n + 64)) + u')';
+    if (style == u"a)")
+        return QString(QChar(n + 96)) + u')';
+    if (style == u"I.")
+        return roman(n);
+    return number;
 }
 
 } // namespace qvnd::generate

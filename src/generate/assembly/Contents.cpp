@@ -1,4 +1,4 @@
-#include "generate/assembly/ContentsTable.h"
+#include "generate/assembly/Contents.h"
 
 #include <optional>
 
@@ -21,6 +21,14 @@ std::optional<word::TabLeader> leaderOf(QStringView style) {
 }
 
 } // namespace
+
+void typeContentsHeading(GenerationRun& run) {
+    const auto selection = [&]() -> word::Selection& { return run.word.selection(); };
+    run.attempt([&] { selection().ParagraphFormat().setAlignment(word::Alignment::center); });
+    run.attempt([&] { selection().Font().setSize(16); });
+    run.attempt([&] { selection().Font().setBold(true); });
+    run.attempt([&] { selection().TypeText(u"目录"); });
+}
 
 void addContentsTable(GenerationRun& run, const SettingsRow& headerFooter) {
     if (headerFooter.opened() && !headerFooter.hasRow())

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "generate/numbering/ChapterGrid.h"
-#include "generate/numbering/LevelCounters.h"
-#include "generate/numbering/NumberWords.h"
+#include "generate/numbering/NumberingTables.h"
 
 #include <QString>
 
@@ -22,5 +20,10 @@ struct LevelNumbering {
 // "A型" and "aa型" the character of that code without a limit (27 is "["); anything else decimal.
 // Never throws: a fault gives what was made until then.
 QString FormatLevelNumber(const LevelNumbering& numbering, int level, int counter);
+
+// The number of a document under a document in one of the styles "无", "1、", "1.", "A.", "1)",
+// "a)", "A)" and "I."; `number` is a decimal text. In the Roman style every number from 11 on is
+// "X.". Any other style gives the number unchanged. Never throws: a fault gives an empty text.
+QString FormatChildNumber(const QString& number, const QString& style);
 
 } // namespace qvnd::generate
