@@ -11,7 +11,7 @@ namespace qvnd::tools {
 class Session;
 
 // Opens the plan and clicks the node as a user does, so that it is selected and the workbench
-// offers what it offers there. Null, with a word on standard error, when there is no such node.
+// enables what it enables there. Null, with a note on standard error, when there is no such node.
 outline::OutlineNode* clickNode(Session& session, const QString& plan, const QString& key);
 
 } // namespace qvnd::tools

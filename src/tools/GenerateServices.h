@@ -12,12 +12,12 @@
 #include "tools/TerminalProgress.h"
 #include "tools/TerminalServices.h"
 
-// What generation finds around it where there is no screen.
+// The services of generation for a terminal.
 namespace qvnd::tools {
 
 class Session;
 
-// A terminal has neither pointer nor preview.
+// A terminal has neither pointer nor preview: does nothing.
 class NoScreen : public generate::BidEditScreen {
 public:
     void showHourglass() override {}
@@ -41,7 +41,7 @@ private:
     const GenerateOptions& options_;
 };
 
-// What a document loses on its way in, as a message in place of the progress.
+// Shows what a document loses when it is inserted as a message, with the progress hidden.
 class LossMessages : public word::ImportReport {
 public:
     LossMessages(desktop::MessageBoxes& messages, desktop::ProgressDialog& dlgTB)
@@ -63,7 +63,7 @@ private:
     desktop::MessageBoxes& messages_;
 };
 
-// Everything that generation reaches for, made once for a command.
+// Owns all services of one run of a generation command.
 class TerminalGeneration {
 public:
     // The options must outlive the object.

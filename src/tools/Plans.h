@@ -13,9 +13,9 @@ class ProgramRun;
 
 // The plans that the library lists, in its order.
 QStringList planNames(ProgramRun& run);
-// Throws RunTimeError (3078) with a plain word when there is no plan of that name.
+// Throws RunTimeError 3078 with a Chinese description when there is no plan of that name.
 void requirePlan(ProgramRun& run, const QString& name);
-// Makes it the open plan as a click on its root does; an open one is left as it is.
+// Opens the plan as a click on its root does. Does nothing when it is the open one.
 void openPlan(ProgramRun& run, const QString& name);
 
 } // namespace qvnd::tools

@@ -16,7 +16,7 @@ public:
     explicit TerminalProgress(std::ostream& terminal) : terminal_(terminal) {}
 
     void show() override;
-    // Wipes the line, so that a message can stand in its place.
+    // Clears the line, so that a message can be printed in its place.
     void hide() override;
     void unload() override { hide(); }
     void setProgress(double part) override;
@@ -31,7 +31,7 @@ private:
     QString label_;
 };
 
-// No terminal, no bar.
+// Shows nothing; used when standard error is no terminal.
 class NoProgress : public desktop::ProgressDialog {
 public:
     void show() override {}

@@ -9,8 +9,9 @@
 
 namespace qvnd::preview {
 
-// The way of one document to its PDF: its content is read and looked up in another thread; one
-// that was never drawn goes through the suite. The object's end ends the suite.
+// Converts one document to PDF. Another thread reads the file and looks its content up in the
+// cache; content that is not in the cache goes through the office suite. The destructor ends the
+// suite.
 class ConversionRun : public QObject {
 public:
     // `done` is called once.
@@ -18,11 +19,11 @@ public:
                   const QString& document, PageConversion::Answer done);
     ~ConversionRun() override;
 
-    // Takes away what runs that never ended have left in the folder.
+    // Deletes the files that killed runs have left in the folder.
     static void clearLeftovers(const QString& cacheFolder);
 
 private:
-    // What the other thread found.
+    // The result of the other thread.
     struct Content {
         QByteArray hash;
         qint64 size = 0;
@@ -44,7 +45,7 @@ private:
     Content content_;
     QTimer timer_;
     QProcess process_;
-    Mailbox mailbox_; // the last to come and the first to go
+    Mailbox mailbox_; // declared last, so that it is destroyed first
 };
 
 } // namespace qvnd::preview

@@ -12,7 +12,7 @@ public:
     // Makes the pane visible with the .doc in it; an absolute path, native separators. Throws
     // RunTimeError when the file cannot be shown.
     virtual void show(const QString& path) = 0;
-    // Lets go of the document and takes the pane off the screen.
+    // Closes the document and hides the pane.
     virtual void hide() = 0;
 };
 

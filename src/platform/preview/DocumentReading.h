@@ -131,7 +131,4 @@ struct DocumentReading {
     bool isCut = false; // the document goes on behind the last block
 };
 
-// Its text: a line for each paragraph, numbers of lists included; cells separated by tabs.
-QString plainText(const DocumentReading& reading);
-
 } // namespace qvnd::preview

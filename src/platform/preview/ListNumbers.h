@@ -18,7 +18,7 @@ struct ListLabel {
     word::PropertyListId characters = word::PropertyListId::empty; // of the level
 };
 
-// Counts the paragraphs of lists, from the head of the document on.
+// Counts the paragraphs of lists, beginning at the start of the document.
 class ListNumbers {
 public:
     // Both must outlive the object.
@@ -26,7 +26,7 @@ public:
         : tables_(tables), levels_(levels) {}
 
     // The label of the next paragraph with these operands of sprmPIlfo and sprmPIlvl; nothing
-    // when it bears none. Paragraphs of the same list count on whichever override they name.
+    // when it has none. Paragraphs of the same list share one count, whichever override they name.
     std::optional<ListLabel> next(std::uint16_t ilfo, std::uint8_t ilvl);
 
 private:

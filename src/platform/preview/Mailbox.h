@@ -7,8 +7,8 @@
 
 namespace qvnd::preview {
 
-// Lets other threads have work done in the thread that made the object, for as long as it is
-// there; what comes later, or is still on its way then, is dropped.
+// Runs functions that other threads post in the thread that made the object. Functions that have
+// not run when the object is destroyed, and those posted later, are dropped.
 class Mailbox {
 public:
     Mailbox() : slot_(std::make_shared<Slot>()) {}
@@ -19,7 +19,7 @@ public:
     Mailbox(const Mailbox&) = delete;
     Mailbox& operator=(const Mailbox&) = delete;
 
-    // The side of the other threads.
+    // Used by the other threads.
     class Sender {
     public:
         template <typename Call>

@@ -19,20 +19,20 @@ struct ConversionSettings {
     QString profileFolder; // of the suite, for this purpose alone
     QString cacheFolder;   // for PDFs, and for files on their way
     PdfCache::Limits cache;
-    // How long a document must stay wanted before the suite is started for it: whoever only
-    // passes by shall not start one.
+    // How long a document must stay wanted before the suite is started for it, so that a user who
+    // walks through the outline starts none.
     std::chrono::milliseconds settling{150};
     // How long the suite may take.
     std::chrono::milliseconds patience{60'000};
     std::chrono::milliseconds patiencePerMegabyte{20'000};
 
-    // As this desktop has them.
+    // The values for this desktop.
     static ConversionSettings ofDesktop();
 };
 
 // Turns documents into PDF through the office suite: in a process of its own, one document at a
-// time, without ever waiting for it. A document drawn once is found again by its content.
-// Answers come in the thread of the object, never from within a call.
+// time, without blocking the caller. The PDF of a document is kept and found again by the document's
+// content. Answers come in the thread of the object, never from within a call.
 class PageConversion : public QObject {
 public:
     struct Outcome {
@@ -41,8 +41,8 @@ public:
     };
     using Answer = std::function<void(const Outcome&)>;
 
-    // A document that is wanted. Its end, or that of the conversion, means that no answer comes
-    // any more and that what is being done for it is ended.
+    // A request for one document. When it or the conversion is destroyed, its work is ended and no
+    // answer comes.
     class Wish {
     public:
         ~Wish();
@@ -77,7 +77,7 @@ private:
 
     ConversionSettings settings_;
     PdfCache cache_;
-    std::deque<Request> requests_; // the first is at work
+    std::deque<Request> requests_; // the first one is being converted
     std::unique_ptr<ConversionRun> run_;
     int lastNumber_ = 0;
     std::shared_ptr<PageConversion*> self_; // tells wishes whether the object is still there

@@ -4,8 +4,8 @@
 
 namespace qvnd::preview {
 
-// Drawn documents in a folder, by the content that they were drawn from. The ones least lately
-// asked for go when there are too many.
+// PDFs in a folder, named after the content that they were drawn from. When there are too many,
+// those that were asked for least recently are deleted.
 class PdfCache {
 public:
     struct Limits {
@@ -19,7 +19,7 @@ public:
     const QString& folder() const { return folder_; }
     // The path of the PDF for that content; empty when there is none.
     QString find(const QByteArray& contentHash) const;
-    // Moves a PDF in and makes room for it; answers its path, empty when the folder refuses it.
+    // Moves a PDF in and makes room for it; answers its path, empty when it cannot be written.
     QString keep(const QByteArray& contentHash, const QString& pdf) const;
 
 private:

@@ -12,8 +12,8 @@
 
 namespace qvnd::preview {
 
-// The exact pages. A page is drawn when it is first wanted, in another thread, as sharp as the
-// screen; until then it is what it was at another size, or white.
+// The exact pages, from a PDF. Another thread draws a page at the resolution of the screen when the
+// page is first wanted; until then an image of another size stands in for it, or white paper.
 class PdfPages : public QObject, public PageSource {
     Q_OBJECT
 
@@ -30,7 +30,7 @@ public:
     void paint(QPainter& painter, int page, const QRectF& target, const QRectF& exposed) override;
 
 signals:
-    // The page can be painted, or can be painted better.
+    // The page has an image now, or a better one.
     void drawn(int page);
 
 private:

@@ -8,7 +8,7 @@
 
 namespace qvnd::preview {
 
-// Draws the pictures of a text: a pale field until the picture is there, then the picture.
+// Draws the pictures of a text. A grey rectangle stands in for one that is not decoded yet.
 class PictureObjects : public QObject, public QTextObjectInterface {
     Q_OBJECT
     Q_INTERFACES(QTextObjectInterface)

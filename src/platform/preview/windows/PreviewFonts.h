@@ -4,9 +4,9 @@
 
 namespace qvnd::preview {
 
-// The families of this desktop that serve for the fonts that a document names: the named ones
-// where they are installed, else ones of the same kind (serif, sans serif), Chinese ones behind
-// Western ones.
+// The installed families to use for the fonts that a document names: the named ones if they are
+// installed, else others of the same kind (serif, sans serif); Chinese families come after Western
+// ones.
 QStringList installedFamilies(const QStringList& named);
 
 } // namespace qvnd::preview

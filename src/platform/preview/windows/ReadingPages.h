@@ -7,16 +7,16 @@
 
 namespace qvnd::preview {
 
-// Pages as our own engine reads the document: near to the exact ones, and there at once. May be
-// made in any thread.
+// Pages as our own engine reads the document: close to the exact ones, and available at once. May
+// be made in any thread.
 class ReadingPages : public PageSource {
 public:
     ReadingPages(const DocumentReading& reading, const QString& lastLine);
 
-    // To the thread that is to draw them; called in the thread that made them.
+    // Moves them to the thread that draws them; to be called in the thread that made them.
     void moveTo(QThread* thread) { text_.document->moveToThread(thread); }
     void setImage(std::size_t picture, const QImage& image);
-    // What stands on the pages, for those who cannot see them.
+    // The text of the pages, for screen readers.
     QString text() const { return text_.document->toPlainText(); }
 
     int count() const override { return count_; }

@@ -12,7 +12,7 @@ class PictureObjects;
 
 // A reading as a text document, broken into pages of its paper.
 struct ReadingText {
-    // Of the document: small units make its measures independent of the screen's.
+    // Units of the document in a point: small ones keep its layout independent of the screen.
     static constexpr int unitsPerPoint = 4;
 
     std::unique_ptr<QTextDocument> document;
