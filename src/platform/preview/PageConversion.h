@@ -31,8 +31,8 @@ struct ConversionSettings {
 };
 
 // Turns documents into PDF through the office suite: in a process of its own, one document at a
-// time, without blocking the caller. The PDF of a document is kept and found again by the document's
-// content. Answers come in the thread of the object, never from within a call.
+// time, without blocking the caller. The PDF of a document is kept and found again by the
+// document's content. Answers come in the thread of the object, never from within a call.
 class PageConversion : public QObject {
 public:
     struct Outcome {
