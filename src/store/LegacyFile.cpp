@@ -66,7 +66,7 @@ QString replaceLegacyFile(const QString& file,
                           const std::function<void(const QString& path)>& build) {
     const Unfinished unfinished(file);
     build(unfinished.path());
-    const QString kept = keepingPath(file);
+    QString kept = keepingPath(file);
     if (!QFile::exists(kept)) {
         files::copyWhole(file, kept);
     }

@@ -24,10 +24,12 @@ using Rows = std::vector<std::vector<Value>>;
 
 Rows rowsFor(const TableDef& definition, const LegacyTable& old) {
     std::vector<int> positions;
+    positions.reserve(definition.Fields.size());
     for (const Field& field : definition.Fields) {
         positions.push_back(old.PositionOf(field.Name));
     }
     Rows rows;
+    rows.reserve(old.Rows.size());
     for (const std::vector<Value>& oldRow : old.Rows) {
         std::vector<Value> row;
         for (const int position : positions) {
