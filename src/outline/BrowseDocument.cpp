@@ -1,8 +1,8 @@
 #include "outline/BrowseDocument.h"
 
-#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
@@ -17,34 +17,29 @@ namespace {
 // The document view's own "cannot open the file".
 constexpr long documentNotShown = 31024;
 
-OutlineNode& selectedNode(const Workbench& workbench) {
-    OutlineNode* selected = workbench.TrvCurrent.SelectedItem();
-    if (!selected) {
-        throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选中节点");
-    }
-    return *selected;
-}
-
 void dropDocument(modMain& state, Workbench& workbench, const Services& services,
                   const QString& key, const QString& path) {
-    services.messages.tell("找不到 [ " + path + " ] \n此文件可能是被删除了,或是文件路径名不正确！",
-                           Icon::exclamation, QStringLiteral("提示"));
     OutlineTree& tree = workbench.TrvCurrent;
+    services.messages.tell("找不到 [ " + path +
+                               " ] \n此文件可能是被删除了,或是文件路径名不正确！\n" +
+                               nameWithKey(tree.Item(key)),
+                           Icon::exclamation, QStringLiteral("提示"));
     const QString table = bracketedName(tree.Item(1).Text());
     state.gDbUser->Execute("DELETE * FROM " + table + " WHERE KEY=" + quoted(key));
+    OutlineNode* neighbour = neighbourOf(tree, tree.Item(key));
     tree.Remove(key);
-    updateTreeTemplate(state, *state.gDbUser, workbench.TrvTemplate_Us, false, services.messages,
-                       services.splash);
+    tree.Select(neighbour);
+    refreshUserPlans(state, workbench, services.messages, services.splash);
 }
 
 void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
+    const QString cause = QString::fromStdU16String(failure.description());
     if (failure.number() == documentNotShown) {
-        messages.tell(
-            QStringLiteral("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！"),
-            Icon::exclamation, QStringLiteral("错误提示"));
+        messages.tell("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！\n" +
+                          cause,
+                      Icon::exclamation, QStringLiteral("错误提示"));
     } else if (failure.number() != error::objectNotSet && failure.number() != 0) {
-        messages.tell(QString::fromStdU16String(failure.description()), Icon::none,
-                      QStringLiteral("提示"));
+        messages.tell(cause, Icon::none, QStringLiteral("提示"));
     }
 }
 
@@ -53,21 +48,21 @@ void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
 void mnuBrowseDoc(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                   preview::DocumentPreview& preview) {
     try {
-        const QString& key = selectedNode(workbench).Key();
-        const QString plan = tableOfKey(key);
-        const auto row = state.gDbUser->OpenRecordset(rowQuery(plan, key));
+        const QString& key = workbench.TrvCurrent.Selected().Key();
+        const auto row = rowOfKey(*state.gDbUser, key);
         if (row->Get(store::field::isDocument).TextOrEmpty() == u"是") {
-            preview.show(documentPath(state, plan, key));
+            preview.show(documentPath(state, tableOfKey(key), key));
         }
-    } catch (const RunTimeError&) {
-        messages.tell(QStringLiteral("打开文档时出现意外的错误！"));
+    } catch (const RunTimeError& failure) {
+        messages.tell("打开文档时出现意外的错误！\n" +
+                      QString::fromStdU16String(failure.description()));
     }
 }
 
 void browseOrDropDocument(modMain& state, Workbench& workbench, const Services& services,
                           preview::DocumentPreview& preview) {
     try {
-        const OutlineNode& selected = selectedNode(workbench);
+        const OutlineNode& selected = workbench.TrvCurrent.Selected();
         if (selected.Image() != image::document) {
             return;
         }

@@ -9,15 +9,16 @@
 namespace qvnd::outline {
 
 // mnuBrowseDoc: shows the document of the selected node in the preview pane when its row says that
-// it is one; nothing happens for a folder. Any failure is told in one fixed sentence.
+// it is one; nothing happens for a folder. Any failure is told in one fixed sentence, with its
+// cause behind.
 void mnuBrowseDoc(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                   preview::DocumentPreview& preview);
 
 // A double click in TrvCurrent. A selected document is shown in the preview pane. When its file is
 // gone, the user is told, and the document goes from the working table (its own row alone) and from
-// the tree (with all below it). The plan's name is taken from the text of the tree's first node.
-// Nothing happens on a folder, on a root and without a selection. A failure is told; nothing
-// passes.
+// the tree (with all below it), whose neighbour is then selected. The plan's name is taken from the
+// text of the tree's first node. Nothing happens on a folder, on a root and without a selection. A
+// failure is told; nothing passes.
 void browseOrDropDocument(modMain& state, Workbench& workbench, const Services& services,
                           preview::DocumentPreview& preview);
 

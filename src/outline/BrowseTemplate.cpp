@@ -1,9 +1,8 @@
 #include "outline/BrowseTemplate.h"
 
-#include "outline/BareNames.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
-#include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
 
 namespace qvnd::outline {
@@ -16,7 +15,8 @@ const QString hint = QStringLiteral("提示");
 
 Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                     const QString& key, const QString& path) {
-    messages.tell("找不到 [ " + path + " ]\n此文件可能是被删除了,或是文件、路径名不正确！",
+    messages.tell("找不到 [ " + path + " ]\n此文件可能是被删除了,或是文件、路径名不正确！\n" +
+                      nameWithKey(workbench.TrvTemplate.Item(key)),
                   Icon::exclamation, hint);
     const QString table = bracketedName(workbench.TrvTemplate.Item(1).Text());
     state.gDbTemplate->Execute("DELETE * FROM " + table + " WHERE KEY=" + quoted(key));
@@ -26,11 +26,8 @@ Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes&
 
 Browsed browse(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                preview::DocumentPreview& preview) {
-    const OutlineNode* selected = workbench.TrvTemplate.SelectedItem();
-    if (!selected) {
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
-    }
-    const QString key = selected->Key(); // outlasts the node while the user is told
+    // A copy: the node may go while the user is told.
+    const QString key = workbench.TrvTemplate.Selected().Key();
     const QString path = templateDocumentPath(state, tableOfKey(key), key);
     if (!state.gFso->FileExists(path)) {
         return dropMissing(state, workbench, messages, key, path);

@@ -15,7 +15,9 @@ bool isDigitsOnly(const QString& key) {
            std::all_of(key.begin(), key.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
-[[noreturn]] void elementNotFound() { throw RunTimeError(error::elementNotFound, u"找不到元素"); }
+[[noreturn]] void fail(long number, const QString& description) {
+    throw RunTimeError(number, description.toStdU16String());
+}
 
 } // namespace
 
@@ -24,10 +26,10 @@ OutlineTree::~OutlineTree() = default;
 
 void OutlineTree::checkKey(const QString& key) const {
     if (isDigitsOnly(key)) {
-        throw RunTimeError(error::keyInvalid, u"无效的关键字");
+        fail(error::keyInvalid, QStringLiteral("“%1”不能用作节点的编号").arg(key));
     }
     if (!key.isEmpty() && byKey_.contains(key)) {
-        throw RunTimeError(error::keyNotUnique, u"集合中的关键字不唯一");
+        fail(error::keyNotUnique, QStringLiteral("编号为“%1”的节点已经存在").arg(key));
     }
 }
 
@@ -132,7 +134,7 @@ void OutlineTree::Clear() {
 
 OutlineNode& OutlineTree::Item(int index) const {
     if (index < 1 || index > Count()) {
-        elementNotFound();
+        fail(error::elementNotFound, QStringLiteral("没有第 %1 个节点").arg(index));
     }
     return *nodes_[static_cast<std::size_t>(index) - 1];
 }
@@ -140,7 +142,7 @@ OutlineNode& OutlineTree::Item(int index) const {
 OutlineNode& OutlineTree::Item(const QString& key) const {
     OutlineNode* node = find(key);
     if (!node) {
-        elementNotFound();
+        fail(error::elementNotFound, QStringLiteral("编号为“%1”的节点已不存在").arg(key));
     }
     return *node;
 }
@@ -151,6 +153,13 @@ OutlineNode* OutlineTree::Next(const OutlineNode& node) const {
     const Siblings& siblings = node.parent_ ? node.parent_->children_ : topLevel_;
     const auto next = static_cast<std::size_t>(node.row_) + 1;
     return next < siblings.size() ? siblings[next] : nullptr;
+}
+
+OutlineNode& OutlineTree::Selected() const {
+    if (!selected_) {
+        fail(error::objectNotSet, QStringLiteral("没有选中节点，请先选中一个节点。"));
+    }
+    return *selected_;
 }
 
 void OutlineTree::Select(OutlineNode* node) {
@@ -203,6 +212,26 @@ void OutlineTree::addObserver(OutlineTreeObserver* observer) {
 
 void OutlineTree::removeObserver(OutlineTreeObserver* observer) {
     std::erase(observers_, observer);
+}
+
+QString nameWithKey(const OutlineNode& document) {
+    return QStringLiteral("文档：%1（%2）").arg(document.Text(), document.Key());
+}
+
+OutlineNode& parentOf(const OutlineNode& node) {
+    if (!node.Parent()) {
+        fail(error::objectNotSet,
+             QStringLiteral("“%1”是根节点，没有同级，请添加到下级。").arg(node.Text()));
+    }
+    return *node.Parent();
+}
+
+OutlineNode* neighbourOf(const OutlineTree& tree, const OutlineNode& node) {
+    if (OutlineNode* next = tree.Next(node)) {
+        return next;
+    }
+    const auto& siblings = node.Parent() ? node.Parent()->childList() : tree.topLevel();
+    return node.row() > 0 ? siblings[static_cast<std::size_t>(node.row()) - 1] : node.Parent();
 }
 
 } // namespace qvnd::outline

@@ -18,7 +18,7 @@ class OutlineTreeObserver;
 // table. A tree may hold several outlines one after another as top-level nodes.
 //
 // Errors are RunTimeErrors with the numbers of a tree control: 35601 element not found, 35602
-// key not unique, 35603 key invalid.
+// key not unique, 35603 key invalid. Their descriptions tell the key.
 class OutlineTree {
 public:
     // `name` is the control's name ("TrvCurrent"); some routines go by it.
@@ -52,7 +52,10 @@ public:
     // The next sibling; null behind the last.
     OutlineNode* Next(const OutlineNode& node) const;
 
+    // Null when nothing is selected.
     OutlineNode* SelectedItem() const { return selected_; }
+    // The same for a command that cannot go on without: error 91, with words for the user.
+    OutlineNode& Selected() const;
     void Select(OutlineNode* node);
     void Expand(OutlineNode& node, bool expanded = true);
     // Costs what is expanded, not what is there.
@@ -81,5 +84,15 @@ private:
     OutlineNode* selected_ = nullptr;
     std::vector<OutlineTreeObserver*> observers_;
 };
+
+// A document as messages tell it: "文档：<text>（<key>）".
+QString nameWithKey(const OutlineNode& document);
+
+// The parent of a node; error 91, with words for the user, for a root.
+OutlineNode& parentOf(const OutlineNode& node);
+
+// The node that takes the selection when `node` is removed: the next sibling, else the previous
+// one, else the parent. Null when it is alone.
+OutlineNode* neighbourOf(const OutlineTree& tree, const OutlineNode& node);
 
 } // namespace qvnd::outline

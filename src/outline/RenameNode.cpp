@@ -1,7 +1,6 @@
 #include "outline/RenameNode.h"
 
-#include "outline/OutlineKeys.h"
-#include "outline/QueryText.h"
+#include "outline/OutlineRows.h"
 #include "platform/error/RunTimeError.h"
 #include "store/Names.h"
 
@@ -11,23 +10,14 @@ using desktop::Icon;
 
 namespace {
 
-OutlineNode& selectedNode(Workbench& workbench) {
-    OutlineNode* selected = workbench.TrvCurrent.SelectedItem();
-    if (!selected) {
-        throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选中节点");
-    }
-    return *selected;
-}
-
 void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
     messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
                   QStringLiteral("提示"));
 }
 
 void rename(modMain& state, Workbench& workbench, const QString& newString) {
-    OutlineNode& selected = selectedNode(workbench);
-    const auto row =
-        state.gDbUser->OpenRecordset(rowQuery(tableOfKey(selected.Key()), workbench.clickedKey));
+    OutlineNode& selected = workbench.TrvCurrent.Selected();
+    const auto row = rowOfKey(*state.gDbUser, workbench.clickedKey);
     row->Edit();
     row->Set(store::field::name, newString);
     row->Update();
@@ -38,7 +28,7 @@ void rename(modMain& state, Workbench& workbench, const QString& newString) {
 
 OutlineNode* mnuRename(Workbench& workbench, desktop::MessageBoxes& messages) {
     try {
-        return &selectedNode(workbench);
+        return &workbench.TrvCurrent.Selected();
     } catch (const RunTimeError& failure) {
         tellFailure(failure, messages);
         return nullptr;

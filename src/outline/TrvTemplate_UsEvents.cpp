@@ -1,7 +1,7 @@
 #include "outline/TrvTemplate_UsEvents.h"
 
 #include "outline/OutlineKeys.h"
-#include "outline/OutlineRows.h"
+#include "outline/OutlinePaths.h"
 #include "platform/error/RunTimeError.h"
 
 namespace qvnd::outline {
@@ -18,8 +18,9 @@ void TrvTemplate_UsEvents::DblClick() {
     }
     try {
         show(*selected);
-    } catch (const RunTimeError&) {
-        messages_.tell(QStringLiteral("打开文档时出现意外的错误！"));
+    } catch (const RunTimeError& failure) {
+        messages_.tell("打开文档时出现意外的错误！\n" +
+                       QString::fromStdU16String(failure.description()));
     }
 }
 
@@ -28,7 +29,7 @@ void TrvTemplate_UsEvents::show(const OutlineNode& document) {
     if (state_.gFso->FileExists(path)) {
         preview_.show(path);
     } else {
-        messages_.tell(QStringLiteral("文件没找到。可能是被删除或是文件路径不正确！"),
+        messages_.tell("文件没找到。可能是被删除或是文件路径不正确！\n" + nameWithKey(document),
                        desktop::Icon::exclamation, QStringLiteral("提示"));
     }
 }

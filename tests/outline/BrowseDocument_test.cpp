@@ -61,7 +61,8 @@ TEST_F(BrowseDocuments, ADoubleClickOnAFolderOrARootDoesNothing) {
 
 TEST_F(BrowseDocuments, ADocumentWhoseFileHasGoneIsToldAndDropped) {
     doubleClick("T.2");
-    expectOnly("找不到 [ " + file("T.2") + " ] \n此文件可能是被删除了,或是文件路径名不正确！",
+    expectOnly("找不到 [ " + file("T.2") +
+                   " ] \n此文件可能是被删除了,或是文件路径名不正确！\n文档：档（T.2）",
                desktop::Icon::exclamation, "提示");
     EXPECT_TRUE(preview.shown.isEmpty());
     EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"T", "T.1", "T.20"}));
@@ -76,6 +77,28 @@ TEST_F(BrowseDocuments, TheDroppedRowIsMatchedExactlyAndItsChildrenStayInTheTabl
 TEST_F(BrowseDocuments, TheUsersPlansAreListedAnewAfterADrop) {
     doubleClick("T.20");
     EXPECT_EQ(shown(workbench.TrvTemplate_Us), QStringList({"T", "T.1", "T.2", "T.2.3"}));
+}
+
+TEST_F(BrowseDocuments, AfterADropTheNeighbourIsSelected) {
+    doubleClick("T.2");
+    EXPECT_EQ(selectedKey(), "T.20");
+}
+
+TEST_F(BrowseDocuments, AKeyThatLeadsOutOfThePlansFolderShowsNothingAndDropsNothing) {
+    folder.write("用户模板/外.doc", "outside");
+    for (const char* key : {"T./../../外", "T.\\..\\外", "T./etc/外", "T.C:外", "T.NUL"}) {
+        messages.shown.clear();
+        OutlineWorld::add(*state.gDbUser->OpenRecordset("Select * from T"), {key, "外", "是"});
+        openPlan("T");
+        workbench.TrvCurrent.Select(&workbench.TrvCurrent.AddChild(
+            "T", QString(key) + "x", "外", image::document, image::documentSelected));
+        browseOrDropDocument(state, workbench, services(), preview);
+        ASSERT_EQ(messages.shown.size(), 1U) << key;
+        EXPECT_TRUE(messages.shown[0].text.contains("不是文档的编号")) << key;
+    }
+    EXPECT_TRUE(preview.shown.isEmpty());
+    EXPECT_EQ(keys("T").size(), 10);
+    EXPECT_EQ(folder.read("用户模板/外.doc"), "outside");
 }
 
 TEST_F(BrowseDocuments, TheTableOfADropStandsInBrackets) {
@@ -102,7 +125,7 @@ TEST_F(BrowseDocuments, TheFirstNodesTextIsThePlan) {
     workbench.TrvCurrent.setText(workbench.TrvCurrent.Item("T"), "U");
     browseOrDropDocument(state, workbench, services(), preview);
     expectOnly("找不到 [ " + documentPath(state, "U", "T.2") +
-                   " ] \n此文件可能是被删除了,或是文件路径名不正确！",
+                   " ] \n此文件可能是被删除了,或是文件路径名不正确！\n文档：档（T.2）",
                desktop::Icon::exclamation, "提示");
     EXPECT_EQ(keys("T").size(), 5);
     EXPECT_EQ(keys("U"), QStringList({"U", "U.1"}));
@@ -124,11 +147,11 @@ TEST_F(BrowseDocuments, ADoubleClickWithoutASelectionIsSilent) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
-TEST_F(BrowseDocuments, AnUnshowableDocumentIsToldInItsOwnSentence) {
+TEST_F(BrowseDocuments, AnUnshowableDocumentIsToldInItsOwnSentenceAndItsCauseBehind) {
     makeFile("T.2");
     preview.failure.emplace(31024, u"说明");
     doubleClick("T.2");
-    expectOnly("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！",
+    expectOnly("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！\n说明",
                desktop::Icon::exclamation, "错误提示");
     EXPECT_EQ(keys("T").size(), 5);
 }
@@ -180,18 +203,20 @@ TEST_F(BrowseDocuments, TheCommandGoesByTheRowAndNotByTheTree) {
     EXPECT_EQ(preview.shown, QStringList({file("T.1")}));
 }
 
-TEST_F(BrowseDocuments, AnyFailureOfTheCommandIsToldInOneSentence) {
+TEST_F(BrowseDocuments, AnyFailureOfTheCommandIsToldInOneSentenceAndItsCauseBehind) {
     preview.failure.emplace(31024, u"说明");
     browse("T.2");
-    expectOnly("打开文档时出现意外的错误！", desktop::Icon::none, "");
+    expectOnly("打开文档时出现意外的错误！\n说明", desktop::Icon::none, "");
     messages.shown.clear();
     browse({});
-    expectOnly("打开文档时出现意外的错误！", desktop::Icon::none, "");
+    expectOnly("打开文档时出现意外的错误！\n没有选中节点，请先选中一个节点。", desktop::Icon::none,
+               "");
     messages.shown.clear();
     openPlan("T", "T.2");
     state.gDbUser->Execute("Delete * from T where Key='T.2'");
     mnuBrowseDoc(state, workbench, messages, preview);
-    expectOnly("打开文档时出现意外的错误！", desktop::Icon::none, "");
+    expectOnly("打开文档时出现意外的错误！\n编号为“T.2”的节点已不在“T”中，请重新打开它后再试。",
+               desktop::Icon::none, "");
 }
 
 TEST_F(BrowseDocuments, TheCommandNeverDropsARow) {

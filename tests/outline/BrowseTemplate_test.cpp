@@ -38,7 +38,7 @@ TEST_F(BrowsingATemplate, AMissingFileIsToldWithItsPathOnTwoLines) {
     removeFile("T.1");
     EXPECT_EQ(browse("T.1"), Browsed::fileMissing);
     expectHint("找不到 [ " + folder.path(templateFile("T.1")) +
-               " ]\n此文件可能是被删除了,或是文件、路径名不正确！");
+               " ]\n此文件可能是被删除了,或是文件、路径名不正确！\n文档：名T.1（T.1）");
     EXPECT_TRUE(preview.shown.isEmpty());
 }
 

@@ -198,18 +198,19 @@ TEST_F(PlansTree, AMissingFileIsToldAndNothingIsCleanedUp) {
     QFile::remove(folder.path("用户模板/P/P.2.doc"));
     doubleClick("P.2");
     ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0].text, "文件没找到。可能是被删除或是文件路径不正确！");
+    EXPECT_EQ(messages.shown[0].text,
+              "文件没找到。可能是被删除或是文件路径不正确！\n文档：名P.2（P.2）");
     EXPECT_EQ(messages.shown[0].icon, Icon::exclamation);
     EXPECT_EQ(messages.shown[0].title, "提示");
     EXPECT_EQ(keys("P"), QStringList({"P", "P.1", "P.2"}));
     EXPECT_NE(workbench.TrvTemplate_Us.find("P.2"), nullptr);
 }
 
-TEST_F(PlansTree, EveryErrorOfThePreviewHasTheSameText) {
+TEST_F(PlansTree, EveryErrorOfThePreviewHasTheSameTextAndItsCauseBehind) {
     preview.failure = RunTimeError(31024, u"无法显示");
     doubleClick("P.2");
     ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！");
+    EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！\n无法显示");
 }
 
 TEST_F(PlansTree, AMousePressSelectsTheNodeAndKeepsItToBeCopied) {

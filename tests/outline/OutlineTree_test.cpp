@@ -172,4 +172,34 @@ TEST_F(OutlineTreeNodes, CollapseAllForgetsNodesThatAreGone) {
     EXPECT_EQ(tree.Count(), 0);
 }
 
+TEST(OutlineTreeNeighbours, AreTheNextSiblingThePreviousOneOrTheParent) {
+    OutlineTree tree("TrvCurrent");
+    tree.Add("T", "T", image::root, image::rootSelected);
+    for (const char* key : {"T.1", "T.2"}) {
+        tree.AddChild("T", key, key, image::folder, image::folderSelected);
+    }
+    const auto neighbour = [&](const QString& key) { return neighbourOf(tree, tree.Item(key)); };
+    EXPECT_EQ(neighbour("T.1"), tree.find("T.2"));
+    EXPECT_EQ(neighbour("T.2"), tree.find("T.1"));
+    tree.Remove("T.1");
+    EXPECT_EQ(neighbour("T.2"), tree.find("T"));
+    EXPECT_EQ(neighbour("T"), nullptr);
+}
+
+TEST(OutlineTreeErrors, TellTheUserWhatIsMissing) {
+    OutlineTree tree("TrvCurrent");
+    OutlineNode& root = tree.Add("T", "名", image::root, image::rootSelected);
+    const auto descriptionOf = [](const auto& action) {
+        try {
+            action();
+        } catch (const qvnd::RunTimeError& failure) {
+            return QString::fromStdU16String(failure.description());
+        }
+        return QString();
+    };
+    EXPECT_EQ(descriptionOf([&] { tree.Item(QString("T.7")); }), "编号为“T.7”的节点已不存在");
+    EXPECT_EQ(descriptionOf([&] { tree.Selected(); }), "没有选中节点，请先选中一个节点。");
+    EXPECT_EQ(descriptionOf([&] { parentOf(root); }), "“名”是根节点，没有同级，请添加到下级。");
+}
+
 } // namespace

@@ -216,7 +216,8 @@ void PlainProgram::browseTemplate() {
         return;
     }
     tell("找不到 [ " + templatesPath() + name + "/" + file + " ]\n" +
-             "此文件可能是被删除了,或是文件、路径名不正确！",
+             "此文件可能是被删除了,或是文件、路径名不正确！\n文档：" + templates.selected->text +
+             "（" + key + "）",
          3, "提示");
     const QString first = templates.nodes.front().text;
     if (!library.has(first)) {

@@ -212,8 +212,12 @@ void PlainProgram::deleteSubtree(const QString& plan, const QString& key) {
     };
     user.outline(bare(plan)).take(isMeant);
     copyOf(plan).outline(plan).take(isMeant);
+    Node* neighbour = Tree::neighbourOf(current.item(key));
     current.remove(current.item(key));
     refreshPlans();
+    if (neighbour) {
+        click(neighbour->key);
+    }
 }
 
 void PlainProgram::rename(const QString& text) {
@@ -243,20 +247,27 @@ void PlainProgram::doubleClick() {
         return;
     }
     const QString plan = current.nodes.front().text;
+    if (plan.trimmed().isEmpty()) {
+        tellFailure(); // no folder can have that name
+        return;
+    }
     const QString key = selected->key;
     const QString name = key + ".doc";
     if (planFolders.contains(plan) && planFolders[plan].files.contains(name)) {
         return;
     }
     tell("找不到 [ " + plansPath() + plan + "/" + name + " ] \n" +
-             "此文件可能是被删除了,或是文件路径名不正确！",
+             "此文件可能是被删除了,或是文件路径名不正确！\n文档：" + selected->text + "（" + key +
+             "）",
          3, "提示");
     if (!user.has(plan) || key.contains('\'')) {
         tellFailure();
         return;
     }
     user.outline(plan).take([&](const Row& row) { return row.key == key; });
+    Node* neighbour = Tree::neighbourOf(current.item(key));
     current.remove(current.item(key));
+    current.selected = neighbour;
     refreshPlans();
 }
 

@@ -68,6 +68,18 @@ public:
         }
         drop(node);
     }
+    // What is selected when the node goes: the next sibling, the one before, or the parent.
+    static Node* neighbourOf(const Node& node) {
+        if (!node.parent) {
+            return nullptr;
+        }
+        const auto& siblings = node.parent->children;
+        const auto at = std::find(siblings.begin(), siblings.end(), &node);
+        if (std::next(at) != siblings.end()) {
+            return *std::next(at);
+        }
+        return at != siblings.begin() ? *std::prev(at) : node.parent;
+    }
     void clear() {
         nodes.clear();
         selected = nullptr;
