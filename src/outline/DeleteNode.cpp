@@ -1,11 +1,10 @@
 #include "outline/DeleteNode.h"
 
-#include "outline/BareNames.h"
 #include "outline/InformationTable.h"
 #include "outline/LibraryTree.h"
+#include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlineRows.h"
-#include "outline/PlanFolder.h"
+#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
@@ -31,13 +30,10 @@ public:
 
     // False when the user does not want it.
     bool run() {
-        const OutlineNode* selected = workbench_.TrvCurrent.SelectedItem();
-        if (!selected) {
-            throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选中节点");
-        }
+        const OutlineNode& selected = workbench_.TrvCurrent.Selected();
         // The node may be another object by the time of the answer.
-        const QString key = selected->Key();
-        if (!services_.messages.ask("真的要删除[" + selected->Text() + "]吗？", Icon::question)) {
+        const QString key = selected.Key();
+        if (!services_.messages.ask("真的要删除[" + selected.Text() + "]吗？", Icon::question)) {
             return false;
         }
         state_.gWs->BeginTrans();
@@ -73,13 +69,18 @@ private:
     }
 
     void deleteSubtree(const QString& table, const QString& key) {
-        const QString statement =
-            "Delete * from " + bareName(table) + " where Key like " + quoted(key + u'*');
+        const QString statement = "Delete * from " + bareName(table) + subtreeCondition(table, key);
         state_.gDbUser->Execute(statement);
         deleteFromPlanCopy(table, statement);
-        workbench_.TrvCurrent.Remove(key);
+        OutlineTree& tree = workbench_.TrvCurrent;
+        OutlineNode* neighbour = neighbourOf(tree, tree.Item(key));
+        tree.Remove(key);
         state_.gWs->CommitTrans();
         refreshUserPlans();
+        tree.Select(neighbour);
+        if (neighbour) {
+            countAsClicked(state_, workbench_, services_.messages, *neighbour, Toolbar::waits);
+        }
     }
 
     void deleteFromPlanCopy(const QString& plan, const QString& statement) {
@@ -93,8 +94,7 @@ private:
     }
 
     void refreshUserPlans() {
-        updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
-                           services_.messages, services_.splash);
+        outline::refreshUserPlans(state_, workbench_, services_.messages, services_.splash);
     }
 
     void closeNodeCommands() {

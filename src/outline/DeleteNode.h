@@ -12,7 +12,9 @@ enum class Deleted { deleted, answeredNo, failed };
 // Deletes the node selected in TrvCurrent, after asking. A root takes the whole plan with it:
 // tables, registration and folder. Any other node takes every row whose key begins with its key's
 // text, from the working table and from the plan's own database, so T.1 takes T.10 along, whose
-// node stays on the screen; document files stay in the folder.
+// node stays on the screen; document files stay in the folder. The neighbour of the node is then
+// selected and counts as clicked, but for the toolbar. A node whose key is no key (OutlinePaths.h)
+// takes its own row alone.
 //
 // It runs in a transaction that covers the databases alone. A failure leaves it open, with what was
 // done up to there in it; nothing is taken back.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "outline/MouseButton.h"
 #include "outline/Services.h"
 #include "outline/Workbench.h"
 #include "platform/preview/DocumentPreview.h"
@@ -26,8 +25,7 @@ public:
     TrvCurrentEvents(modMain& state, Workbench& workbench, const Services& services,
                      preview::DocumentPreview& preview);
 
-    // Opens and closes the commands by the kind of the node's row. A node without a row, which an
-    // older tree may show, leaves them as they were; a failure of the store is told and does too.
+    // See countAsClicked.
     void NodeClick(const OutlineNode& node);
     // `hit` is the node under the pointer, null for none: it is selected. Answers what to pop up.
     PopUp MouseDown(MouseButton button, OutlineNode* hit);

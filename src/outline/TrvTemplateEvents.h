@@ -1,6 +1,5 @@
 #pragma once
 
-#include "outline/MouseButton.h"
 #include "outline/Workbench.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"

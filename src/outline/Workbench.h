@@ -7,6 +7,9 @@
 
 namespace qvnd::outline {
 
+// As the mouse events of the trees count the buttons.
+enum class MouseButton { left = 1, right = 2 };
+
 // What the workbench window (frmBid) holds: its trees, which of its commands are open to the user,
 // and what its events hand on to each other. Nothing here is derived from the data at any time: it
 // stays as the last event left it. Members bear the names of the controls that show them.
@@ -38,7 +41,8 @@ struct Workbench {
     std::array<bool, 16> TbarBid{false, false, false, false, false, false, false, false,
                                  true,  true,  false, true,  false, true,  true,  true};
 
-    // The key of the TrvCurrent node that was clicked last.
+    // The key of the TrvCurrent node that was clicked last; a node that a command selects counts as
+    // clicked.
     QString clickedKey;
     // The text of a node when its in-place renaming began.
     QString textBeforeEdit;

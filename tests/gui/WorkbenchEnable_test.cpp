@@ -1,8 +1,12 @@
+#include "gui/support/Renaming.h"
 #include "gui/support/WorkbenchWindow.h"
 
 #include "outline/OutlineKeys.h"
 
+#include <QApplication>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 
 namespace qvnd::test {
 namespace {
@@ -159,6 +163,118 @@ TEST_F(WorkbenchWindow, APlanWhoseFolderIsGoneOpensNothing) {
     EXPECT_EQ(world.workbench.TrvCurrent.Count(), 0);
     EXPECT_FALSE(item("mnuEdit").isEnabled());
     EXPECT_FALSE(toolbar().at(12)->isEnabled());
+}
+
+// A node that a command selected counts as clicked
+
+class SelectedByACommand : public WorkbenchWindow {
+protected:
+    // F2 on whatever is selected; the text goes to the row and the node of that key.
+    void renameTo(const QString& text, const QString& key) {
+        QLineEdit* editor = beginRenaming(trvCurrent());
+        ASSERT_NE(editor, nullptr);
+        editor->setText(text);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(world.workbench.TrvCurrent.Item(key).Text(), text);
+        const auto row =
+            world.state.gDbUser->OpenRecordset("Select * from T where Key='" + key + u'\'');
+        EXPECT_EQ(row->Get(u"名称").TextOrEmpty(), text);
+    }
+    void expectFolderCommands() {
+        EXPECT_TRUE(item("mnuRename").isEnabled() && item("mnuEQFolder").isEnabled() &&
+                    item("mnuLTFolder").isEnabled());
+        EXPECT_FALSE(item("mnuBrowseDoc").isEnabled());
+    }
+};
+
+TEST_F(SelectedByACommand, AFolderJustAddedIsRenamedByF2AndOffersItsCommands) {
+    open("T");
+    QTimer::singleShot(0, [] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        dialog->findChild<QLineEdit*>("TxtAdd")->setText("新章");
+        dialog->findChild<QPushButton*>("OKButton")->click();
+    });
+    item("mnuLTFolder").trigger();
+    const QString key = selected();
+    ASSERT_NE(key, "T");
+    EXPECT_EQ(world.workbench.clickedKey, key);
+    EXPECT_EQ(world.state.gSelectedPlan, QString());
+    expectFolderCommands();
+    renameTo("改名", key);
+    EXPECT_EQ(world.workbench.TrvCurrent.Item(QString("T")).Text(), "T");
+}
+
+TEST_F(SelectedByACommand, ADocumentJustAddedCanBeBrowsedAndRenamed) {
+    open("T.1");
+    writeDocument(world.folder.path("说明.doc"));
+    world.dialogs.chosen = world.folder.path("说明.doc");
+    item("mnuEQDoc").trigger();
+    const QString key = selected();
+    EXPECT_EQ(world.workbench.clickedKey, key);
+    EXPECT_TRUE(item("mnuBrowseDoc").isEnabled());
+    EXPECT_FALSE(item("mnuLTFolder").isEnabled());
+    renameTo("改名", key);
+}
+
+TEST_F(SelectedByACommand, AMovedNodeIsRenamedUnderItsNewKey) {
+    open("T.1");
+    trvCurrent().expandAll();
+    click(trvCurrent(), "T.1.1");
+    emit trvCurrent().oleStartDrag();
+    emit trvCurrent().oleDragDrop(&world.workbench.TrvCurrent.Item(QString("T.3")));
+    const QString key = selected();
+    EXPECT_TRUE(key.startsWith("T.3."));
+    EXPECT_EQ(world.workbench.clickedKey, key);
+    EXPECT_TRUE(item("mnuBrowseDoc").isEnabled());
+    renameTo("改名", key);
+}
+
+TEST_F(SelectedByACommand, TheTargetOfACopiedDocumentCountsAsClicked) {
+    open("T.2");
+    world.workbench.copySourceKey = "M.2";
+    trvTemplate().outline().tree().Select(&world.workbench.TrvTemplate.Item(QString("M.2")));
+    emit trvCurrent().oleDragDrop(&world.workbench.TrvCurrent.Item(QString("T.3")));
+    EXPECT_EQ(selected(), "T.3");
+    EXPECT_EQ(world.workbench.clickedKey, "T.3");
+    expectFolderCommands();
+    renameTo("改名", "T.3");
+}
+
+TEST_F(SelectedByACommand, TheNodeThatIsSelectedAtTheLoadIsRenamedWithoutAClick) {
+    open();
+    EXPECT_EQ(world.workbench.clickedKey, "T.3");
+    renameTo("改名", "T.3");
+}
+
+TEST_F(SelectedByACommand, TheNodeUnderADragThatIsGivenUpIsTheOneThatF2Renames) {
+    open("T.1");
+    emit trvCurrent().oleDragOver(&world.workbench.TrvCurrent.Item(QString("T.3")));
+    EXPECT_EQ(world.workbench.clickedKey, "T.3");
+    renameTo("改名", "T.3");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item(QString("T.1")).Text(), "名T.1");
+}
+
+TEST_F(SelectedByACommand, BehindADeletionF2RenamesTheNeighbourWhileTheButtonsWait) {
+    open("T.1");
+    world.messages.otherwise = desktop::Answer::yes;
+    item("mnuEditDelete").trigger();
+    EXPECT_EQ(selected(), "T.2");
+    EXPECT_TRUE(item("mnuBrowseDoc").isEnabled());
+    EXPECT_FALSE(item("mnuLTFolder").isEnabled());
+    for (int position = 1; position <= 8; ++position) {
+        EXPECT_FALSE(toolbar().at(position)->isEnabled()) << position;
+    }
+    renameTo("改名", "T.2");
+}
+
+TEST_F(SelectedByACommand, BehindTheDeletionOfThePlanNoNodeCountsAsClicked) {
+    open("T");
+    world.messages.otherwise = desktop::Answer::yes;
+    item("mnuEditDelete").trigger();
+    EXPECT_EQ(world.workbench.clickedKey, QString());
+    EXPECT_FALSE(item("mnuLTFolder").isEnabled());
 }
 
 } // namespace

@@ -87,7 +87,7 @@ TEST_F(DeleteNodes, WithNoNodeSelectedTheErrorsDescriptionIsShown) {
     makePlan({"T", "T.1"});
     EXPECT_EQ(remove("T", {}), Deleted::failed);
     ASSERT_EQ(messages.shown.size(), 1U);
-    expectBox(0, "未设置对象变量：没有选中节点", desktop::Icon::exclamation, "提示");
+    expectBox(0, "没有选中节点，请先选中一个节点。", desktop::Icon::exclamation, "提示");
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1"}));
     EXPECT_FALSE(state.gWs->InTransaction());
 }
@@ -156,12 +156,37 @@ TEST_F(DeleteNodes, AfterASubtreeButtonsOneToEightAreOffAndTwelveOn) {
     }
 }
 
-TEST_F(DeleteNodes, ASubtreeLeavesTheMenuItemsAsTheyWere) {
+TEST_F(DeleteNodes, ASubtreeLeavesTheCommandsOfThePlanAsTheyWere) {
     makePlan({"T", "T.1"});
-    workbench.mnuEQFolder = workbench.mnuRename = workbench.mnuEditDelete = true;
     remove("T", "T.1");
-    EXPECT_TRUE(workbench.mnuEQFolder && workbench.mnuRename && workbench.mnuEditDelete);
     EXPECT_TRUE(workbench.cmdEdit && workbench.mnuEdit);
+}
+
+TEST_F(DeleteNodes, AfterASubtreeTheNeighbourIsSelectedAndCountsAsClicked) {
+    makePlan({"T", "T.1", "T.2d", "T.3"});
+    remove("T", "T.1");
+    EXPECT_EQ(selectedKey(), "T.2");
+    EXPECT_EQ(workbench.clickedKey, "T.2");
+    EXPECT_TRUE(workbench.mnuBrowseDoc && workbench.mnuRename);
+    EXPECT_FALSE(workbench.mnuLTFolder);
+    remove("T", "T.3");
+    EXPECT_EQ(selectedKey(), "T.2");
+    remove("T", "T.2");
+    EXPECT_EQ(selectedKey(), "T");
+    EXPECT_EQ(workbench.clickedKey, "T");
+    EXPECT_FALSE(workbench.mnuRename);
+    for (int position = 1; position <= 8; ++position) {
+        EXPECT_FALSE(workbench.TbarBid[position]) << position;
+    }
+}
+
+TEST_F(DeleteNodes, ATextThatIsNoKeyTakesItsOwnRowAloneAndNoFile) {
+    makePlan("T", {{"T", "T"}, {"T.*", "星", "是"}, {"T.1", "甲"}, {"T./../外", "外", "是"}});
+    folder.write("用户模板/外.doc", "outside");
+    EXPECT_EQ(remove("T", "T.*"), Deleted::deleted);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T./../外"}));
+    EXPECT_EQ(copiedKeys("T"), QStringList({"T", "T.1", "T./../外"}));
+    EXPECT_EQ(folder.read("用户模板/外.doc"), "outside");
 }
 
 // The root
@@ -406,13 +431,10 @@ TEST_P(OddNames, AreDeletedAsAWholeOrToldAndTouchNoOtherPlan) {
     EXPECT_EQ(folder.read("用户模板/甲/甲.1.doc"), "text");
 }
 
-TEST_F(DeleteNodes, ABracketInAKeyIsAPatternThatIsToldWhenItStaysOpen) {
-    makePlan({"T", "T.1"});
-    openPlan("T");
-    workbench.TrvCurrent.Select(&workbench.TrvCurrent.AddChild("T", "T.[1", "开", 4, 3));
-    EXPECT_EQ(mnuEditDelete(state, workbench, services()), Deleted::failed);
+TEST_F(DeleteNodes, ABracketInAKeyIsNoPattern) {
+    makePlan("T", {{"T", "T"}, {"T.[1", "开"}, {"T.1", "甲"}});
+    EXPECT_EQ(remove("T", "T.[1"), Deleted::deleted);
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1"}));
-    EXPECT_EQ(messages.shown.size(), 2U);
 }
 
 TEST_F(DeleteNodes, ARootWithAnEmptyKeyDeletesNothing) {

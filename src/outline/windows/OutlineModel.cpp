@@ -2,6 +2,7 @@
 
 #include "outline/OutlineTree.h"
 #include "outline/windows/OutlineIcons.h"
+#include "platform/error/IgnoringErrors.h"
 
 #include <QMimeData>
 #include <QScopedValueRollback>
@@ -89,7 +90,7 @@ QVariant OutlineModel::data(const QModelIndex& index, int role) const {
 QString OutlineModel::toolTip(const OutlineNode& node) const {
     QString tip = u"编号："_s + node.Key();
     if (node.Image() == image::document && fileOf_) {
-        tip += u"\n文件："_s + fileOf_(node);
+        ignoringErrors([&] { tip += u"\n文件："_s + fileOf_(node); });
     }
     return tip;
 }

@@ -18,7 +18,7 @@ class OutlineModel : public QAbstractItemModel, private OutlineTreeObserver {
     Q_OBJECT
 
 public:
-    // Tells the file of a document node for its tool tip.
+    // Tells the file of a document node for its tool tip; a run-time error when it has none.
     using FileOfNode = std::function<QString(const OutlineNode&)>;
 
     // The tree outlives the model. Without `fileOf` a tool tip names the key alone.

@@ -1,9 +1,9 @@
 #include "outline/windows/frmBid.h"
 
 #include "outline/CurrentPlan.h"
+#include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlineRows.h"
-#include "outline/TemplateLibrary.h"
+#include "outline/OutlinePaths.h"
 #include "outline/windows/EmptyPlanHint.h"
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/SplitterBar.h"
@@ -97,10 +97,7 @@ void frmBid::restore(const Shape& shape) {
         TabTemplate_->setCurrentIndex(shape.library);
     }
     if (OutlineNode* node = workbench_.TrvCurrent.find(shape.selected)) {
-        run([&] {
-            workbench_.TrvCurrent.Select(node);
-            commands_.openSelected();
-        });
+        run([&] { workbench_.TrvCurrent.Select(node); });
         TrvCurrent_->scrollTo(TrvCurrent_->currentIndex());
     }
 }
@@ -201,10 +198,7 @@ void frmBid::focusInEvent(QFocusEvent* event) {
 
 void frmBid::Load() {
     TabTemplate_->setCurrentIndex(0);
-    run([this] {
-        loadWorkbench(state_, workbench_, services_.messages, services_.splash);
-        commands_.openSelected();
-    });
+    run([this] { loadWorkbench(state_, workbench_, services_.messages, services_.splash); });
     TabTemplate_->setCurrentIndex(0);
     TrvCurrent_->setFocus();
 }
@@ -240,6 +234,9 @@ void frmBid::runInTurn(const std::function<void()>& event) {
             return;
         }
         event();
+        if (state_.gDbUser) {
+            followSelection(state_, workbench_, services_.messages);
+        }
     } catch (const RunTimeError& failure) {
         services_.messages.tell(QString::fromStdU16String(failure.description()),
                                 desktop::Icon::exclamation, u"提示"_s);
@@ -249,7 +246,8 @@ void frmBid::runInTurn(const std::function<void()>& event) {
 bool frmBid::lookAtOthers() {
     const bool hasChanged = others_.look();
     if (hasChanged) {
-        commands_.openSelected();
+        workbench_.clickedKey.clear(); // the row of the same key may be another one
+        followSelection(state_, workbench_, services_.messages);
     }
     return hasChanged;
 }
