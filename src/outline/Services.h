@@ -2,6 +2,7 @@
 
 #include "platform/desktop/Events.h"
 #include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/SplashScreen.h"
 #include "platform/word/model/Application.h"
@@ -15,6 +16,7 @@ struct Services {
     desktop::FileDialogs& fileDialogs;
     desktop::Events& events;
     word::ApplicationFactory& word;
+    desktop::LongRun& longRun;
 };
 
 } // namespace qvnd::outline

@@ -4,6 +4,8 @@
 
 #include <QFileInfo>
 
+#include <utility>
+
 namespace qvnd::startup {
 
 namespace {
@@ -14,9 +16,11 @@ QString nameOf(const std::filesystem::path& path) {
 
 } // namespace
 
-WordProcessor::WordProcessor(desktop::MessageBoxes& messages)
+WordProcessor::WordProcessor(desktop::MessageBoxes& messages, office::OfficeSuite::Stop stop)
     : losses_(messages), unsaved_(messages), engine_({pages_, losses_, unsaved_, &pictures_}),
-      factory_(engine_, office::OfficeSuite(officeProfile_.path())) {}
+      factory_(engine_,
+               office::OfficeSuite(officeProfile_.path(), office::OfficeSuite::installedProgram(),
+                                   std::move(stop))) {}
 
 void WordProcessor::Losses::notCarried(const std::filesystem::path& path,
                                        std::u16string_view what) {

@@ -14,7 +14,8 @@ namespace qvnd::startup {
 // installed, for files of other formats.
 class WordProcessor {
 public:
-    explicit WordProcessor(desktop::MessageBoxes& messages);
+    // `stop` is asked now and then while the office suite works; true ends its work.
+    explicit WordProcessor(desktop::MessageBoxes& messages, office::OfficeSuite::Stop stop = {});
 
     word::ApplicationFactory& factory() { return factory_; }
 

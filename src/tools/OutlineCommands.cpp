@@ -3,7 +3,7 @@
 #include "outline/AddDocument.h"
 #include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlineRows.h"
+#include "outline/OutlinePaths.h"
 #include "outline/TreeLoading.h"
 #include "outline/dlgAddDoc.h"
 #include "tools/Arguments.h"

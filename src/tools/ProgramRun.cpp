@@ -9,7 +9,7 @@ ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
     : home_(home), turn_(home),
       registry_(registry::RegistryFile::read(files::withSeparator(home) + "registry.reg")),
       word_(messages),
-      program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory()}) {}
+      program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory(), longRun_}) {}
 
 bool ProgramRun::start() {
     startup::layOutProgramFolder(home_);

@@ -36,6 +36,7 @@ private:
     NoSplash splash_;
     NoEvents events_;
     GivenFile fileDialogs_;
+    NoLongRun longRun_;
     startup::WordProcessor word_;
     startup::Program program_;
 };

@@ -2,6 +2,7 @@
 
 #include "platform/desktop/Events.h"
 #include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/desktop/SplashScreen.h"
 
 #include <QString>
@@ -22,6 +23,15 @@ public:
 class NoEvents : public desktop::Events {
 public:
     void doEvents() override {}
+};
+
+// A terminal shows no progress, and its user cancels by ending the process.
+class NoLongRun : public desktop::LongRun {
+public:
+    void begin(const QString&, int) override {}
+    void next(const QString&) override {}
+    bool isCancelled() override { return false; }
+    void end() override {}
 };
 
 // Answers with the file of the command line.

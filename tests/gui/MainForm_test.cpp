@@ -6,6 +6,7 @@
 #include "startup/windows/frmAbout.h"
 #include "startup/windows/frmSplash.h"
 #include "support/FakeHelpWindow.h"
+#include "support/FakeLongRun.h"
 #include "support/FakeShell.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -37,10 +38,11 @@ struct Frame : testing::Test, ProgramWindows {
     test::CountingEvents events;
     test::CallLog log;
     test::RecordingApplicationFactory word{log};
+    test::FakeLongRun longRun;
     test::FakeHelpWindow helpWindow;
     test::FakeShell shell;
     registry::RegistryFile registry;
-    Program program{registry, {messages, splash, dialogs, events, word}, *this};
+    Program program{registry, {messages, splash, dialogs, events, word, longRun}, *this};
     int loaded = 0;
     int ended = 0;
     std::unique_ptr<MainForm> form;

@@ -140,7 +140,9 @@ TEST_F(WorkbenchDrag, FilesFromOutsideAreAddedBelowTheNodeOneAfterAnother) {
     }
     EXPECT_EQ(names, (QStringList{"乙", "甲"}));
     EXPECT_TRUE(world.dialogs.asked.empty());
-    EXPECT_TRUE(world.messages.shown.empty());
+    ASSERT_EQ(world.messages.shown.size(), 1U);
+    EXPECT_EQ(lastMessage(), "已添加 2 个文档。\n下列 1 个没有添加：\n"
+                             "Sys：这是文件夹，请打开它，拖放其中的文件。");
 }
 
 TEST_F(WorkbenchDrag, AFileOfATakenNameIsRefusedAndTheNextOneAdded) {
@@ -152,16 +154,18 @@ TEST_F(WorkbenchDrag, AFileOfATakenNameIsRefusedAndTheNextOneAdded) {
     const QUrl first = QUrl::fromLocalFile(world.folder.path("甲.doc"));
     data->setUrls({first, first, QUrl::fromLocalFile(world.folder.path("乙.doc"))});
     dragOnto("T.3");
-    EXPECT_EQ(lastMessage(), "对不起，命名重复！");
+    ASSERT_EQ(world.messages.shown.size(), 1U);
+    EXPECT_EQ(lastMessage(), "已添加 2 个文档。\n下列 1 个没有添加：\n甲.doc：对不起，命名重复！");
     EXPECT_EQ(world.workbench.TrvCurrent.Item(QString("T.3")).Children(), 2);
 }
 
-TEST_F(WorkbenchDrag, FilesBesideAllNodesAreLeftAlone) {
+TEST_F(WorkbenchDrag, FilesBesideAllNodesAreLeftAloneAndTheStatusBarSaysWhereTo) {
     open("T.2");
     putFile("甲.doc");
     hover(beside(trvCurrent()));
     drop(beside(trvCurrent()));
     EXPECT_EQ(world.keys("T").size(), 6);
+    EXPECT_EQ(frame.status, QStringList("请把文件拖放到一个节点上。"));
 }
 
 TEST_F(WorkbenchDrag, TheLibrariesTakeNoDrops) {

@@ -1,8 +1,9 @@
 #include "startup/Program.h"
 
 #include "outline/CurrentPlan.h"
-#include "outline/OutlineRows.h"
+#include "outline/OutlinePaths.h"
 #include "platform/registry/RegistryFile.h"
+#include "support/FakeLongRun.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -22,6 +23,7 @@ struct WholeProgram : testing::Test {
     test::CountingEvents events;
     test::CallLog log;
     test::RecordingApplicationFactory word{log};
+    test::FakeLongRun longRun;
     registry::RegistryFile registry;
     std::unique_ptr<Program> program;
 
@@ -29,7 +31,7 @@ struct WholeProgram : testing::Test {
 
     bool start() {
         program = std::make_unique<Program>(
-            registry, outline::Services{messages, splash, dialogs, events, word});
+            registry, outline::Services{messages, splash, dialogs, events, word, longRun});
         return program->start(folder.path());
     }
     void restart() {
@@ -160,7 +162,7 @@ TEST_F(WholeProgram, ExitBeforeOrAfterTheRunIsHarmless) {
     start();
     program->exit();
     program->exit();
-    Program other(registry, {messages, splash, dialogs, events, word});
+    Program other(registry, {messages, splash, dialogs, events, word, longRun});
     other.exit();
     EXPECT_TRUE(messages.shown.empty());
 }

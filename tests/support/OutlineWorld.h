@@ -1,6 +1,7 @@
 #pragma once
 
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/Services.h"
 #include "outline/TreeLoading.h"
@@ -8,6 +9,7 @@
 #include "platform/files/DiskFileSystem.h"
 #include "store/modMain.h"
 #include "support/FakeFileDialogs.h"
+#include "support/FakeLongRun.h"
 #include "support/FakeMessageBoxes.h"
 #include "support/Files.h"
 #include "support/RecordingWord.h"
@@ -210,7 +212,7 @@ public:
         return node ? node->Key() : QString();
     }
 
-    outline::Services services() { return {messages, splash, dialogs, events, word}; }
+    outline::Services services() { return {messages, splash, dialogs, events, word, longRun}; }
 
     TemporaryFolder folder;
     modMain state;
@@ -221,6 +223,7 @@ public:
     CountingEvents events;
     CallLog log;
     RecordingApplicationFactory word{log};
+    FakeLongRun longRun;
 };
 
 } // namespace qvnd::test

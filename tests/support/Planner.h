@@ -19,6 +19,7 @@
 #include "platform/registry/RegistryFile.h"
 #include "startup/Program.h"
 #include "support/FakeFileDialogs.h"
+#include "support/FakeLongRun.h"
 #include "support/FakeMessageBoxes.h"
 #include "support/FakePreview.h"
 #include "support/Files.h"
@@ -62,7 +63,7 @@ public:
 
     modMain& state() { return program->state(); }
     outline::Workbench& workbench() { return program->workbench(); }
-    outline::Services services() { return {messages, splash, dialogs, events, word}; }
+    outline::Services services() { return {messages, splash, dialogs, events, word, longRun}; }
     outline::OutlineTree& current() { return workbench().TrvCurrent; }
     outline::OutlineTree& templates() { return workbench().TrvTemplate; }
     outline::OutlineTree& plans() { return workbench().TrvTemplate_Us; }
@@ -183,6 +184,7 @@ public:
     FakePreview preview;
     CallLog log;
     RecordingApplicationFactory word{log};
+    FakeLongRun longRun;
     std::unique_ptr<startup::Program> program;
 
 private:

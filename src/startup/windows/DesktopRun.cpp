@@ -5,6 +5,7 @@
 #include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetEvents.h"
 #include "platform/desktop/windows/WidgetFileDialogs.h"
+#include "platform/desktop/windows/WidgetLongRun.h"
 #include "platform/desktop/windows/WidgetShell.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
@@ -148,10 +149,11 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
     desktop::WidgetEvents events;
     desktop::WidgetShell shell;
     desktop::QtHelpWindow help;
-    WordProcessor word(messages);
+    desktop::WidgetLongRun longRun;
+    WordProcessor word(messages, [&longRun] { return longRun.isCancelled(); });
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
     DesktopRun run({registry,
-                    {messages, splash, fileDialogs, events, word.factory()},
+                    {messages, splash, fileDialogs, events, word.factory(), longRun},
                     help,
                     shell,
                     [&conversion] { return newPreview(conversion); },

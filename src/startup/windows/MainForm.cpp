@@ -19,6 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int statusTime = 10'000; // milliseconds
+
 const QString panelText = u"卷宗编制管理软件"_s;
 
 } // namespace
@@ -218,6 +220,9 @@ void MainForm::showHelpIndex() { help(&desktop::HelpWindow::showIndex); }
 void MainForm::showAbout() {
     frmAbout(parts_.registry, parts_.messages, parts_.shell, this).exec();
 }
+
+// It stands before the panels.
+void MainForm::showStatus(const QString& text) { statusBar()->showMessage(text, statusTime); }
 
 // A name that is being typed is taken over as long as there is a store to take it.
 void MainForm::finishTyping() {

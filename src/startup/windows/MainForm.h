@@ -68,6 +68,7 @@ public:
     void showHelpContents() override;
     void showHelpIndex() override;
     void showAbout() override;
+    void showStatus(const QString& text) override;
     void endAtOnce() override;
     void exit() override;
 

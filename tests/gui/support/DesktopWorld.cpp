@@ -65,7 +65,9 @@ DesktopWorld::DesktopWorld(desktop::MessageBoxes& messages, desktop::FileDialogs
     program.exit();
 }
 
-outline::Services DesktopWorld::services() { return {messages_, splash_, dialogs_, events, word_}; }
+outline::Services DesktopWorld::services() {
+    return {messages_, splash_, dialogs_, events, word_, longRun};
+}
 
 bool DesktopWorld::start() {
     ended_ = false;

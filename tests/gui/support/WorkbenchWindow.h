@@ -27,10 +27,12 @@ public:
     void showHelpContents() override { asked << "showHelpContents"; }
     void showHelpIndex() override { asked << "showHelpIndex"; }
     void showAbout() override { asked << "showAbout"; }
+    void showStatus(const QString& text) override { status << text; }
     void endAtOnce() override { asked << "endAtOnce"; }
     void exit() override { asked << "exit"; }
 
     QStringList asked;
+    QStringList status;
 };
 
 // A document view of a given height.

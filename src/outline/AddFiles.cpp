@@ -1,0 +1,195 @@
+#include "outline/AddFiles.h"
+
+#include "outline/AddDocument.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace qvnd::outline {
+
+namespace {
+
+// More names of one reason are only counted, so that the box stays on the screen.
+constexpr qsizetype mostNames = 20;
+
+// Answers the question for a file with the one at hand.
+class GivenFile : public desktop::FileDialogs {
+public:
+    explicit GivenFile(const QString& file)
+        : file_{QDir::toNativeSeparators(file), QFileInfo(file).fileName()} {}
+
+    desktop::ChosenFile open(const desktop::OpenFileQuestion&) override { return file_; }
+
+private:
+    desktop::ChosenFile file_;
+};
+
+// Keeps the text of each box for the end, and answers no.
+class KeptMessages : public desktop::MessageBoxes {
+public:
+    desktop::Answer show(const desktop::Message& message) override {
+        texts_ << message.text;
+        switch (message.buttons) {
+        case desktop::Buttons::yesNo:
+            return desktop::Answer::no;
+        case desktop::Buttons::okCancel:
+            return desktop::Answer::cancel;
+        default:
+            return desktop::Answer::ok;
+        }
+    }
+    bool askForRetry(const QString& text, desktop::Icon, const QString&) override {
+        texts_ << text;
+        return false;
+    }
+
+    QStringList take() { return std::exchange(texts_, {}); }
+
+private:
+    QStringList texts_;
+};
+
+// The progress of one file is part of that of all.
+class PartOfRun : public desktop::LongRun {
+public:
+    explicit PartOfRun(desktop::LongRun& whole) : whole_(whole) {}
+
+    void begin(const QString&, int) override {}
+    void next(const QString&) override {}
+    bool isCancelled() override { return whole_.isCancelled(); }
+    void end() override {}
+
+private:
+    desktop::LongRun& whole_;
+};
+
+class Addition {
+public:
+    Addition(modMain& state, Workbench& workbench, const Services& services, const QString& key)
+        : state_(state), workbench_(workbench), services_(services), key_(key) {}
+
+    FilesAdded run(const QStringList& files) {
+        desktop::LongRun& progress = services_.longRun;
+        progress.begin(QStringLiteral("添加文档"), static_cast<int>(files.size()));
+        for (qsizetype i = 0; i < files.size(); ++i) {
+            const QString name = QFileInfo(files[i]).fileName();
+            progress.next(
+                QStringLiteral("正在添加 %1（%2/%3）").arg(name).arg(i + 1).arg(files.size()));
+            const bool isDone = !progress.isCancelled() && add(files[i], name);
+            if (!isDone && progress.isCancelled()) {
+                done_.left = static_cast<int>(files.size() - i);
+                break;
+            }
+        }
+        progress.end();
+        return done_;
+    }
+
+private:
+    // False when it was refused; a file that the user cancelled at is not counted as refused.
+    bool add(const QString& file, const QString& name) {
+        const QString reason = tryToAdd(file);
+        if (!reason.isEmpty() && !services_.longRun.isCancelled()) {
+            done_.refused.push_back({name, reason});
+        }
+        return reason.isEmpty();
+    }
+
+    // Why it was not added; empty when it was.
+    QString tryToAdd(const QString& file) {
+        const QFileInfo info(file);
+        if (info.isDir()) {
+            return QStringLiteral("这是文件夹，请打开它，拖放其中的文件。");
+        }
+        if (!info.isFile()) {
+            return QStringLiteral("文件已不存在。");
+        }
+        OutlineNode* node = workbench_.TrvCurrent.find(key_);
+        if (!node) {
+            return QStringLiteral("拖放到的节点已不存在。");
+        }
+        workbench_.TrvCurrent.Select(node);
+        return addBelowSelected(file);
+    }
+
+    QString addBelowSelected(const QString& file) {
+        GivenFile given(file);
+        KeptMessages messages;
+        PartOfRun part(services_.longRun);
+        AddDocument command(
+            state_, workbench_,
+            {messages, services_.splash, given, services_.events, services_.word, part});
+        const Added outcome = command.mnuLTDoc();
+        const QString told = messages.take().join(u'\n');
+        if (outcome != Added::added) {
+            return told.isEmpty() ? QStringLiteral("没有添加。") : told;
+        }
+        done_.newKeys << command.newKey();
+        if (!told.isEmpty()) {
+            services_.messages.tell(told, desktop::Icon::exclamation);
+        }
+        return {};
+    }
+
+    modMain& state_;
+    Workbench& workbench_;
+    const Services& services_;
+    const QString& key_;
+    FilesAdded done_;
+};
+
+QString listOf(const QStringList& names) {
+    const QString shown = names.mid(0, mostNames).join(QStringLiteral("、"));
+    return names.size() <= mostNames ? shown
+                                     : shown + QStringLiteral(" 等 %1 个文件").arg(names.size());
+}
+
+// Each reason once, with the files that it holds for, in the order of the files.
+QStringList linesOf(const std::vector<RefusedFile>& refused) {
+    QStringList reasons;
+    for (const RefusedFile& file : refused) {
+        if (!reasons.contains(file.reason)) {
+            reasons << file.reason;
+        }
+    }
+    QStringList lines;
+    for (const QString& reason : reasons) {
+        QStringList names;
+        for (const RefusedFile& file : refused) {
+            if (file.reason == reason) {
+                names << file.name;
+            }
+        }
+        lines << listOf(names) + "：" + reason;
+    }
+    return lines;
+}
+
+QString summaryOf(const FilesAdded& done) {
+    QStringList lines{done.newKeys.isEmpty()
+                          ? QStringLiteral("没有添加任何文档。")
+                          : QStringLiteral("已添加 %1 个文档。").arg(done.newKeys.size())};
+    if (!done.refused.empty()) {
+        lines << QStringLiteral("下列 %1 个没有添加：").arg(done.refused.size())
+              << linesOf(done.refused);
+    }
+    if (done.left > 0) {
+        lines << QStringLiteral("已取消，其余 %1 个没有添加。").arg(done.left);
+    }
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+FilesAdded addFiles(modMain& state, Workbench& workbench, const Services& services,
+                    const QString& key, const QStringList& files) {
+    const FilesAdded done = Addition(state, workbench, services, key).run(files);
+    if (!done.refused.empty() || done.left > 0) {
+        services.messages.tell(summaryOf(done), desktop::Icon::information, QStringLiteral("提示"));
+    }
+    return done;
+}
+
+} // namespace qvnd::outline

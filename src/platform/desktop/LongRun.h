@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+namespace qvnd::desktop {
+
+// The progress of work in several pieces, which the user may cancel. It comes on the screen when
+// the work has taken a second, so that short work shows nothing.
+class LongRun {
+public:
+    virtual ~LongRun() = default;
+
+    // `pieces`: how many calls of next() will follow. Every begin() needs its end().
+    virtual void begin(const QString& title, int pieces) = 0;
+    // The next piece begins; `text` names it.
+    virtual void next(const QString& text) = 0;
+    // True when the user has cancelled, until the next begin(). While the progress is on the screen
+    // the desktop's events are served. To be asked between pieces and, now and then, within one;
+    // false when nothing has begun.
+    virtual bool isCancelled() = 0;
+    virtual void end() = 0;
+};
+
+} // namespace qvnd::desktop

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/desktop/LongRun.h"
+
+#include <QElapsedTimer>
+#include <QProgressDialog>
+
+#include <memory>
+
+namespace qvnd::desktop {
+
+// Shows the progress in a dialog that keeps mouse and keyboard away from the other windows.
+class WidgetLongRun : public LongRun {
+public:
+    // `patience`: milliseconds before the dialog comes.
+    explicit WidgetLongRun(int patience = 1000) : patience_(patience) {}
+
+    void begin(const QString& title, int pieces) override;
+    void next(const QString& text) override;
+    bool isCancelled() override;
+    void end() override;
+
+private:
+    void show();
+
+    int patience_;
+    QElapsedTimer clock_;
+    bool running_ = false;
+    bool cancelled_ = false;
+    QString title_;
+    QString text_;
+    int pieces_ = 0;
+    int done_ = 0;
+    std::unique_ptr<QProgressDialog> dialog_;
+};
+
+} // namespace qvnd::desktop

@@ -1,0 +1,58 @@
+#include "platform/desktop/windows/WidgetLongRun.h"
+
+#include "support/Text.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace qvnd::test {
+namespace {
+
+QWidget* dialog() { return QApplication::activeModalWidget(); }
+
+TEST(LongRuns, ShowNothingBeforeTheirTimeHasPassed) {
+    desktop::WidgetLongRun run(60'000);
+    run.begin("添加文档", 2);
+    run.next("甲.doc");
+    EXPECT_FALSE(run.isCancelled());
+    EXPECT_EQ(dialog(), nullptr);
+    run.end();
+}
+
+TEST(LongRuns, ThenNameThePieceAndEndWithTheWork) {
+    desktop::WidgetLongRun run(0);
+    run.begin("添加文档", 2);
+    run.next("甲.doc");
+    QTest::qWait(5);
+    EXPECT_FALSE(run.isCancelled());
+    ASSERT_NE(dialog(), nullptr);
+    EXPECT_EQ(dialog()->windowTitle(), "添加文档");
+    EXPECT_EQ(dialog()->findChild<QLabel*>()->text(), "甲.doc");
+    run.next("乙.doc");
+    EXPECT_EQ(dialog()->findChild<QLabel*>()->text(), "乙.doc");
+    run.end();
+    EXPECT_EQ(dialog(), nullptr);
+    EXPECT_FALSE(run.isCancelled());
+}
+
+TEST(LongRuns, AreCancelledByTheButtonUntilTheNextBegins) {
+    desktop::WidgetLongRun run(0);
+    run.begin("添加文档", 2);
+    run.next("甲.rtf");
+    QTest::qWait(5);
+    run.isCancelled();
+    ASSERT_NE(dialog(), nullptr);
+    dialog()->findChild<QPushButton*>()->click();
+    EXPECT_TRUE(run.isCancelled());
+    run.end();
+    run.begin("添加文档", 1);
+    EXPECT_FALSE(run.isCancelled());
+    run.end();
+}
+
+} // namespace
+} // namespace qvnd::test

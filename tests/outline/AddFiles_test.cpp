@@ -1,0 +1,125 @@
+#include "outline/AddFiles.h"
+
+#include "support/OutlineWorld.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::outline;
+using test::OutlineWorld;
+
+namespace {
+
+struct AddingFiles : testing::Test, OutlineWorld {
+    AddingFiles() {
+        makePlan({"T", "T.1", "T.2"});
+        openPlan("T", "T.2");
+    }
+    QString file(const QString& name) {
+        folder.write("来源/" + name, "document");
+        return folder.path("来源/" + name);
+    }
+    FilesAdded addBelow(const QString& key, const QStringList& files) {
+        return addFiles(state, workbench, services(), key, files);
+    }
+    QStringList namesBelow(const QString& key) const {
+        QStringList names;
+        for (const OutlineNode* child : workbench.TrvCurrent.Item(key).childList()) {
+            names << child->Text();
+        }
+        return names;
+    }
+    QString onlyBox() {
+        EXPECT_EQ(messages.shown.size(), 1U);
+        return messages.shown.empty() ? QString() : messages.shown.back().text;
+    }
+};
+
+TEST_F(AddingFiles, AllComeInTheirOrderAndNothingIsTold) {
+    const FilesAdded done = addBelow("T.1", {file("乙.doc"), file("甲.doc")});
+    EXPECT_EQ(namesBelow("T.1"), QStringList({"乙", "甲"}));
+    EXPECT_EQ(done.newKeys.size(), 2);
+    EXPECT_EQ(selectedKey(), done.newKeys.back());
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(dialogs.asked.empty());
+}
+
+TEST_F(AddingFiles, OneBoxAtTheEndListsWhatWasRefusedAndWhyEachReasonOnce) {
+    folder.makeFolder("来源/图纸");
+    addBelow("T.1", {file("甲.doc"), file("甲.doc"), folder.path("来源/图纸"), file("乙.doc"),
+                     file("乙.doc"), folder.path("来源/没有.doc")});
+    EXPECT_EQ(onlyBox(),
+              "已添加 2 个文档。\n下列 4 个没有添加：\n甲.doc、乙.doc：对不起，命名重复！\n"
+              "图纸：这是文件夹，请打开它，拖放其中的文件。\n没有.doc：文件已不存在。");
+    EXPECT_EQ(messages.shown[0].icon, desktop::Icon::information);
+    EXPECT_EQ(messages.shown[0].title, "提示");
+    EXPECT_EQ(namesBelow("T.1"), QStringList({"甲", "乙"}));
+}
+
+TEST_F(AddingFiles, ADroppedFolderAloneIsToldToo) {
+    folder.makeFolder("来源/图纸");
+    addBelow("T.1", {folder.path("来源/图纸")});
+    EXPECT_EQ(onlyBox(), "没有添加任何文档。\n下列 1 个没有添加：\n"
+                         "图纸：这是文件夹，请打开它，拖放其中的文件。");
+    EXPECT_EQ(keys("T").size(), 3);
+}
+
+TEST_F(AddingFiles, AFailureIsListedByItsDescriptionAndTheNextFileFollows) {
+    folder.write("用户模板/T/T.1.1.doc/in the way", "");
+    const FilesAdded done = addBelow("T.1", {file("甲.doc"), file("乙.doc")});
+    EXPECT_EQ(done.newKeys.size() + static_cast<qsizetype>(done.refused.size()), 2);
+    EXPECT_FALSE(done.refused.empty());
+    EXPECT_FALSE(done.refused[0].reason.isEmpty());
+    EXPECT_EQ(messages.shown.size(), 1U);
+}
+
+TEST_F(AddingFiles, ManyNamesOfOneReasonAreCountedSoThatTheBoxStaysOnTheScreen) {
+    QStringList files;
+    for (int i = 0; i < 31; ++i) {
+        files << folder.path(QStringLiteral("来源/%1.doc").arg(i));
+    }
+    addBelow("T.1", files);
+    EXPECT_TRUE(onlyBox().contains("18.doc、19.doc 等 31 个文件：文件已不存在。"))
+        << onlyBox().toStdString();
+}
+
+TEST_F(AddingFiles, TheProgressNamesEachFileAndEnds) {
+    addBelow("T.1", {file("甲.doc"), file("乙.doc")});
+    EXPECT_EQ(longRun.shown,
+              QStringList({"添加文档 2", "正在添加 甲.doc（1/2）", "正在添加 乙.doc（2/2）"}));
+    EXPECT_FALSE(longRun.running);
+}
+
+TEST_F(AddingFiles, CancellingLeavesTheRestAndSaysHowMany) {
+    longRun.cancel = [this] { return longRun.shown.size() > 2; };
+    const FilesAdded done = addBelow("T.1", {file("甲.doc"), file("乙.doc"), file("丙.doc")});
+    EXPECT_EQ(done.left, 2);
+    EXPECT_EQ(namesBelow("T.1"), QStringList({"甲"}));
+    EXPECT_EQ(onlyBox(), "已添加 1 个文档。\n已取消，其余 2 个没有添加。");
+}
+
+TEST_F(AddingFiles, AConversionThatIsCancelledIsNotToldAsRefused) {
+    bool pressed = false;
+    longRun.cancel = [&] { return pressed; };
+    log.at("Documents.Open", [&] { pressed = true; });
+    log.failAt("Documents.Open", error::invalidCall, u"转换已停止。");
+    const FilesAdded done = addBelow("T.1", {file("甲.rtf"), file("乙.doc")});
+    EXPECT_TRUE(done.refused.empty());
+    EXPECT_EQ(done.left, 2);
+    EXPECT_EQ(onlyBox(), "没有添加任何文档。\n已取消，其余 2 个没有添加。");
+}
+
+TEST_F(AddingFiles, ATargetThatGoesInBetweenIsTold) {
+    longRun.cancel = [this] {
+        if (longRun.shown.size() == 3 && workbench.TrvCurrent.find("T.1")) {
+            workbench.TrvCurrent.Remove("T.1");
+        }
+        return false;
+    };
+    const FilesAdded done = addBelow("T.1", {file("甲.doc"), file("乙.doc")});
+    EXPECT_EQ(done.newKeys.size(), 1);
+    EXPECT_EQ(onlyBox(), "已添加 1 个文档。\n下列 1 个没有添加：\n乙.doc：拖放到的节点已不存在。");
+}
+
+} // namespace
