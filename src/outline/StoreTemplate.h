@@ -16,6 +16,7 @@ enum class Stored {
 
 struct StoreOutcome {
     Stored result = Stored::stored;
+    QString plan;
     // What ended a failed command.
     QString reason;
 };
@@ -23,7 +24,8 @@ struct StoreOutcome {
 // mnuSaveTemplate: stores the plan that 当前表 names as a system template: its table, a folder with
 // a copy of it, its documents, a row in 遍历表 of Db_Template.mdb. A plan can be stored once; a
 // template of its name refuses it before anything is done. A document whose file is missing is
-// left out. A folder of that name that is there without its table keeps its database.
+// left out, and so is one whose key is no key. A folder of that name that is there without its
+// table keeps its database.
 //
 // Any other failure ends the command in silence, and what was done stays done. A killed process
 // leaves no template, or the whole folder, which the next start adopts.

@@ -276,6 +276,30 @@ TEST_F(Workbench, StoringTheOpenPlanListsItAmongTheTemplates) {
     EXPECT_TRUE(world.workbench.TrvTemplate.find("T.2.1"));
 }
 
+TEST_F(Workbench, StoringSaysInTheStatusBarThatItIsDoneAndARefusalIsNotSaidSo) {
+    open("T");
+    item("mnuSaveTemplate").trigger();
+    EXPECT_EQ(frame.status, QStringList("方案“T”已存入方案模板。"));
+    item("mnuSaveTemplate").trigger();
+    EXPECT_EQ(frame.status.size(), 1);
+    EXPECT_TRUE(lastMessage().startsWith("标书模板中已存在"));
+}
+
+TEST_F(Workbench, CopyingAndOverwritingSaySoInTheStatusBarAsNothingOfThemIsSeen) {
+    open("T.3");
+    trvTemplate().expandAll();
+    click(trvTemplate(), "M.2");
+    item("mnuCopy").trigger();
+    EXPECT_EQ(frame.status, QStringList("已复制“模板文”，可以粘贴到当前方案中。"));
+    click(trvCurrent(), "T.3");
+    item("mnuPaste").trigger();
+    EXPECT_EQ(frame.status.size(), 1);
+    world.messages.otherwise = desktop::Answer::yes;
+    click(trvCurrent(), "T.3");
+    item("mnuPaste").trigger();
+    EXPECT_EQ(frame.status.back(), "已用模板的内容覆盖同名文档。");
+}
+
 TEST_F(Workbench, EditingLetsGoOfThePreviewFirst) {
     open("T.2");
     item("mnuBrowseDoc").trigger();

@@ -1,38 +1,22 @@
 #include "outline/windows/WorkbenchCommands.h"
 
 #include "outline/AddDocument.h"
+#include "outline/AddFiles.h"
 #include "outline/BrowseDocument.h"
+#include "outline/BrowseTemplate.h"
+#include "outline/CopyPaste.h"
 #include "outline/DeleteNode.h"
+#include "outline/DeleteTemplate.h"
 #include "outline/StoreTemplate.h"
-#include "outline/TrvCurrentEvents.h"
-#include "outline/windows/TemplateCommands.h"
+#include "outline/TreeDrag.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/dlgAddDocWindow.h"
 #include "plans/DeletePlan.h"
 #include "plans/windows/DlgNewWindow.h"
 
-#include <QDir>
-#include <QFileInfo>
-
 using namespace Qt::StringLiterals;
 
 namespace qvnd::outline {
-
-namespace {
-
-// Answers for the user who has chosen already.
-class ChosenBefore : public desktop::FileDialogs {
-public:
-    explicit ChosenBefore(const QString& file)
-        : chosen_{QDir::toNativeSeparators(file), QFileInfo(file).fileName()} {}
-
-    desktop::ChosenFile open(const desktop::OpenFileQuestion&) override { return chosen_; }
-
-private:
-    desktop::ChosenFile chosen_;
-};
-
-} // namespace
 
 WorkbenchCommands::WorkbenchCommands(const WorkbenchParts& parts, QWidget& window)
     : parts_(parts), window_(window) {}
@@ -41,7 +25,7 @@ void WorkbenchCommands::mnuNew() {
     plans::DlgNewWindow dialog(parts_.state, parts_.workbench, parts_.services.messages,
                                parts_.services.splash, plans::ShowMode::newPlan, &window_);
     dialog.exec();
-    offerRoot();
+    selectRoot();
 }
 
 void WorkbenchCommands::OpenPlanInfo() {
@@ -53,21 +37,13 @@ void WorkbenchCommands::OpenPlanInfo() {
     dialog.exec();
 }
 
-void WorkbenchCommands::openSelected() {
-    if (const OutlineNode* node = parts_.workbench.TrvCurrent.SelectedItem()) {
-        TrvCurrentEvents(parts_.state, parts_.workbench, parts_.services, parts_.preview)
-            .NodeClick(*node);
-    }
-}
-
-void WorkbenchCommands::offerRoot() {
+void WorkbenchCommands::selectRoot() {
     OutlineTree& tree = parts_.workbench.TrvCurrent;
     if (tree.Count() == 0 || tree.SelectedItem()) {
         return;
     }
     tree.Select(&tree.Item(1));
     tree.Expand(tree.Item(1));
-    openSelected();
 }
 
 void WorkbenchCommands::mnuDelete() {
@@ -89,21 +65,25 @@ void WorkbenchCommands::mnuLTDoc() {
     AddDocument(parts_.state, parts_.workbench, parts_.services).mnuLTDoc();
 }
 
-void WorkbenchCommands::addFiles(const QString& key, const QStringList& files) {
-    for (const QString& file : files) {
-        OutlineNode* node = parts_.workbench.TrvCurrent.find(key);
-        if (!node) {
-            return;
-        }
-        if (!QFileInfo(file).isFile()) {
-            continue;
-        }
-        parts_.workbench.TrvCurrent.Select(node);
-        ChosenBefore chosen(file);
-        const Services& given = parts_.services;
-        const Services services{given.messages, given.splash, chosen, given.events, given.word};
-        AddDocument(parts_.state, parts_.workbench, services).mnuLTDoc();
+void WorkbenchCommands::addFiles(const OutlineNode* node, const QStringList& files) {
+    if (node) {
+        outline::addFiles(parts_.state, parts_.workbench, parts_.services, node->Key(), files);
+    } else {
+        parts_.frame.showStatus(u"请把文件拖放到一个节点上。"_s);
     }
+}
+
+void WorkbenchCommands::drop(OutlineNode* node) {
+    const Dropped dropped = OLEDragDrop(parts_.state, parts_.workbench, parts_.services, node);
+    if (!dropped.failure.isEmpty()) {
+        parts_.frame.showStatus(u"移动没有全部完成："_s + dropped.failure);
+    } else if (dropped.done && dropped.newKeys.isEmpty()) {
+        tellOverwritten();
+    }
+}
+
+void WorkbenchCommands::tellOverwritten() {
+    parts_.frame.showStatus(u"已用模板的内容覆盖同名文档。"_s);
 }
 
 void WorkbenchCommands::mnuBrowseDoc() {
@@ -115,11 +95,48 @@ void WorkbenchCommands::mnuEditDelete() {
 }
 
 void WorkbenchCommands::mnuSaveTemplate() {
-    outline::mnuSaveTemplate(parts_.state, parts_.workbench, parts_.services);
+    const StoreOutcome outcome =
+        outline::mnuSaveTemplate(parts_.state, parts_.workbench, parts_.services);
+    if (outcome.result == Stored::stored) {
+        parts_.frame.showStatus(u"方案“%1”已存入方案模板。"_s.arg(outcome.plan));
+    } else if (outcome.result == Stored::failed) {
+        parts_.frame.showStatus(u"方案“%1”没有存入方案模板："_s.arg(outcome.plan) + outcome.reason);
+    }
 }
 
-void WorkbenchCommands::mnuDelTemplate() { deleteTemplate(parts_); }
-void WorkbenchCommands::mnuBroTemplate() { browseTemplate(parts_); }
+void WorkbenchCommands::mnuDelTemplate() {
+    const DeleteOutcome outcome =
+        outline::mnuDelTemplate(parts_.state, parts_.workbench, parts_.services);
+    if (outcome.result == TemplateDeleted::failed) {
+        parts_.frame.showStatus(u"没有全部删除："_s + outcome.reason);
+    }
+}
+
+void WorkbenchCommands::mnuBroTemplate() {
+    outline::mnuBroTemplate(parts_.state, parts_.workbench, parts_.services.messages,
+                            parts_.preview);
+}
+
+void WorkbenchCommands::mnuCopy() {
+    outline::mnuCopy(parts_.workbench);
+    if (const OutlineNode* copied = parts_.workbench.TrvTemplate.SelectedItem()) {
+        parts_.frame.showStatus(u"已复制“%1”，可以粘贴到当前方案中。"_s.arg(copied->Text()));
+    }
+}
+
+void WorkbenchCommands::mnuPaste() {
+    tellPasted(outline::mnuPaste(parts_.state, parts_.workbench, parts_.services));
+}
+
+void WorkbenchCommands::toolbarPaste() {
+    tellPasted(outline::toolbarPaste(parts_.state, parts_.workbench, parts_.services));
+}
+
+void WorkbenchCommands::tellPasted(const Pasted& pasted) {
+    if (pasted.outcome == Copied::copied && pasted.newKeys.isEmpty()) {
+        tellOverwritten();
+    }
+}
 
 void WorkbenchCommands::mnuChongDie() { parts_.frame.arrangeCascade(); }
 void WorkbenchCommands::mnuPingPu() { parts_.frame.arrangeTile(); }

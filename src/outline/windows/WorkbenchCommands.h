@@ -13,6 +13,7 @@ class QWidget;
 namespace qvnd::outline {
 
 class WorkbenchFrame;
+struct Pasted;
 
 // What the commands of the workbench work on. All of it outlives them.
 struct WorkbenchParts {
@@ -57,15 +58,16 @@ public:
 
     // The information of the open plan; nothing happens without one.
     void OpenPlanInfo();
-    // Adds files below the node of that key, one after another, each as mnuLTDoc would.
-    void addFiles(const QString& key, const QStringList& files);
-    // Opens the commands of the selected node of the open plan, as a click on it does.
-    void openSelected();
-    // The same for the root when no node is selected.
-    void offerRoot();
+    // A drop on a node of TrvCurrent, null beside all nodes: of a node, and of files from outside.
+    void drop(OutlineNode* node);
+    void addFiles(const OutlineNode* node, const QStringList& files);
+    // Selects the root of the open plan when no node is selected.
+    void selectRoot();
 
 private:
     void addFolder(AddMode mode);
+    void tellPasted(const Pasted& pasted);
+    void tellOverwritten();
     bool hasHelp();
 
     WorkbenchParts parts_;

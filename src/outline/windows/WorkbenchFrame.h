@@ -1,5 +1,7 @@
 #pragma once
 
+class QString;
+
 namespace qvnd::outline {
 
 // What the workbench window asks of the program around it.
@@ -18,6 +20,9 @@ public:
     virtual void showHelpContents() = 0;
     virtual void showHelpIndex() = 0;
     virtual void showAbout() = 0;
+
+    // Tells in the status bar, for a while, what a command has done that the window does not show.
+    virtual void showStatus(const QString& text) = 0;
 
     // Ends the program at once: nothing is saved and nothing closed.
     virtual void endAtOnce() = 0;
