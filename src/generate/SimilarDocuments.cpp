@@ -1,9 +1,8 @@
 #include "generate/SimilarDocuments.h"
 
 #include "outline/OutlineKeys.h"
-#include "outline/OutlineRows.h"
+#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
-#include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"

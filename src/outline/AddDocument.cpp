@@ -2,11 +2,15 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
+
+#include <QStringList>
 
 #include <algorithm>
 
@@ -16,6 +20,13 @@ using desktop::Icon;
 
 namespace {
 
+// Part 0 joined with the parts 1 to upperBound - leftOut.
+QString joined(const QString& title, qsizetype leftOut) {
+    const QStringList parts = title.split(u'.');
+    const qsizetype upperBound = parts.size() - 1;
+    return parts.mid(0, std::max<qsizetype>(1, upperBound - leftOut + 1)).join(u'.');
+}
+
 bool hasDocument(const OutlineNode& parent, const QString& name) {
     const auto& children = parent.childList();
     return std::any_of(children.begin(), children.end(), [&](const OutlineNode* node) {
@@ -24,6 +35,10 @@ bool hasDocument(const OutlineNode& parent, const QString& name) {
 }
 
 } // namespace
+
+QString storedName(const QString& fileTitle) { return joined(files::Trim(fileTitle), 1); }
+
+QString comparedName(const QString& fileTitle) { return joined(fileTitle, 2); }
 
 AddDocument::AddDocument(modMain& state, Workbench& workbench, const Services& services)
     : state_(state), workbench_(workbench), services_(services) {}
@@ -63,30 +78,14 @@ Added AddDocument::addBeside(const QString& selectedKey) {
         {QStringLiteral("打开文档"),
          QStringLiteral("Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"), QStringLiteral("doc")});
 
-    const std::int16_t insertPoint = idOfKey(db, plan, selectedKey);
-    const OutlineNode* parent = workbench_.TrvCurrent.Item(selectedKey).Parent();
-    if (!parent) {
-        throw RunTimeError(error::objectNotSet, u"未设置对象变量：根节点没有上级节点");
-    }
-    if (hasDocument(*parent, comparedName(chosen.fileTitle))) {
+    const std::int16_t insertPoint = idOfKey(db, selectedKey);
+    const OutlineNode& parent = parentOf(workbench_.TrvCurrent.Item(selectedKey));
+    if (hasDocument(parent, comparedName(chosen.fileTitle))) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
 
     jet::TransactionScope changes(*state_.gWs);
-    try {
-        db.Execute(QStringLiteral("DROP TABLE temp"));
-    } catch (const RunTimeError& failure) {
-        if (failure.number() != error::tableToDropNotFound) {
-            throw;
-        }
-    }
-    const QString behind = " where ID > " + QString::number(insertPoint);
-    const QString inOrder = QStringLiteral(" order by ID asc");
-    db.Execute("Select * into  temp  from " + plan + behind);
-    const std::int16_t lastId = endOf(db, plan, inOrder).lastId;
-    db.Execute("Delete * from " + plan + behind);
-    const std::int16_t base = toInteger(lastId - endOf(db, plan, inOrder).count);
-
+    const std::int16_t base = moveRowsOut(db, plan, insertPoint);
     const QString parentKey = parentKeyOf(selectedKey);
     const auto family = rowsLike(db, plan, parentKey);
     newKey_ = outline::newKey(parentKey, base, toInteger(family->RecordCount()));
@@ -98,12 +97,10 @@ Added AddDocument::addBeside(const QString& selectedKey) {
     const QString name = storedName(chosen.fileTitle);
     addRow(*family, {newKey_, name, true});
     addToPlanCopy(plan, name);
-    const auto rows = db.OpenRecordset("Select * from " + plan);
-    const auto moved = db.OpenRecordset(QStringLiteral("Select * from temp"));
-    addRows(*rows, *moved);
+    moveRowsBack(db, plan);
     changes.commit();
 
-    const auto refilled = db.OpenRecordset("Select * from " + plan + inOrder);
+    const auto refilled = db.OpenRecordset("Select * from " + plan + " order by ID asc");
     workbench_.TrvCurrent.Clear();
     updateTree(*refilled, workbench_.TrvCurrent, {}, services_.splash);
     refreshAndSelect();
@@ -119,7 +116,7 @@ Added AddDocument::addBelow(const QString& selectedKey) {
         {QStringLiteral("打开文档"), QStringLiteral("Word文档 (*.doc)|*.doc|RTF格式 (*.rtf)|*.rtf"),
          QStringLiteral("doc")});
 
-    const TableEnd end = endOf(db, plan, {});
+    const TableEnd end = endOf(db, plan);
     const std::int16_t base = toInteger(end.lastId - end.count);
     const auto family = rowsLike(db, plan, selectedKey);
     newKey_ = outline::newKey(selectedKey, base, toInteger(family->RecordCount()));
@@ -151,7 +148,7 @@ Added AddDocument::refuse(Added reason, const QString& text) {
 void AddDocument::createMissingFolders(const QString& templates, const QString& plan) {
     const QString plans =
         files::withSeparator(state_.AppPath) + "Sys" + files::separator() + "用户模板";
-    for (const QString& folder : {plans, templates, state_.gUserTplPath + plan}) {
+    for (const QString& folder : {plans, templates, planFolder(state_, plan)}) {
         if (!state_.gFso->FolderExists(folder)) {
             state_.gFso->CreateFolder(folder);
         }
@@ -209,8 +206,7 @@ void AddDocument::addToPlanCopy(const QString& plan, const QString& name) {
 }
 
 void AddDocument::refreshAndSelect() {
-    updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
-                       services_.messages, services_.splash);
+    refreshUserPlans(state_, workbench_, services_.messages, services_.splash);
     workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_));
 }
 

@@ -2,10 +2,14 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
+#include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
 #include "store/TableTransfer.h"
+
+#include <QStringList>
 
 #include <optional>
 
@@ -13,19 +17,73 @@ namespace qvnd::outline {
 
 namespace {
 
+// More rows are only counted, so that the box stays on the screen.
+constexpr qsizetype mostRows = 20;
+
 std::optional<QString> currentPlan(jet::Database& db) {
     const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
     return current->Eof() ? std::nullopt
                           : std::optional(current->Get(store::field::name).TextOrEmpty());
 }
 
+// False for a name that can be no folder's, too.
+bool hasPlanFolder(modMain& state, const QString& name) {
+    bool has = false;
+    ignoringErrors([&] { has = state.gFso->FolderExists(planFolder(state, name)); });
+    return has;
+}
+
 void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash) {
     const QString name = currentPlan(*state.gDbUser).value_or(QString());
-    if (!name.isEmpty() && state.gFso->FolderExists(state.gUserTplPath + name)) {
+    if (hasPlanFolder(state, name)) {
         const auto rs =
             state.gDbUser->OpenRecordset("Select * from [" + name + "] order by ID asc");
         workbench.TrvCurrent.Clear();
         updateTree(*rs, workbench.TrvCurrent, {}, splash);
+    }
+}
+
+QStringList listed(jet::Database& db) {
+    QStringList names;
+    ignoringErrors([&] {
+        const auto list = db.OpenRecordset(QStringLiteral("Select * from 遍历表"));
+        for (; !list->Eof(); list->MoveNext()) {
+            names << list->Get(store::field::name).TextOrEmpty();
+        }
+    });
+    return names;
+}
+
+// The rows of an outline whose keys are not its name with numbers behind, as the user reads them.
+QStringList oddRows(jet::Database& db, const QString& table) {
+    QStringList rows;
+    ignoringErrors([&] {
+        const auto rs =
+            db.OpenRecordset("Select * from " + bracketedName(table) + " order by ID asc");
+        for (; !rs->Eof(); rs->MoveNext()) {
+            const QString key = rs->Get(store::field::key).TextOrEmpty();
+            if (!isKeyOf(table, key)) {
+                rows << QStringLiteral("%1（%2）")
+                            .arg(rs->Get(store::field::name).TextOrEmpty(), key);
+            }
+        }
+    });
+    return rows;
+}
+
+// Of the outlines that have come since `before`. They may have been made by anyone.
+void tellOddKeys(jet::Database& db, const QStringList& before, desktop::MessageBoxes& messages) {
+    for (const QString& name : listed(db)) {
+        const QStringList rows = before.contains(name) ? QStringList() : oddRows(db, name);
+        if (!rows.isEmpty()) {
+            messages.tell(
+                QStringLiteral("收入的“%1”中，下列 %2 个节点的编号不合规则，它们没有对应的文件，"
+                               "不能浏览、复制或生成：\n%3")
+                    .arg(name)
+                    .arg(rows.size())
+                    .arg(rows.mid(0, mostRows).join(u'\n')),
+                desktop::Icon::exclamation, QStringLiteral("提示"));
+        }
     }
 }
 
@@ -52,20 +110,18 @@ void offerPlanCommands(Workbench& workbench, bool enabled) {
 
 void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                           desktop::SplashScreen& splash) {
-    const auto refresh = [&] {
-        updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false, messages,
-                           splash);
-    };
+    const auto refresh = [&] { refreshTemplates(state, workbench, messages, splash); };
+    const QStringList before = listed(*state.gDbTemplate);
     store::ImportTemplateFolders(state, {refresh, splash, messages});
+    tellOddKeys(*state.gDbTemplate, before, messages);
 }
 
 void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                       desktop::SplashScreen& splash) {
-    const auto refresh = [&] {
-        updateTreeTemplate(state, *state.gDbUser, workbench.TrvTemplate_Us, false, messages,
-                           splash);
-    };
+    const auto refresh = [&] { refreshUserPlans(state, workbench, messages, splash); };
+    const QStringList before = listed(*state.gDbUser);
     store::ImportPlanFolders(state, {refresh, splash, messages});
+    tellOddKeys(*state.gDbUser, before, messages);
 }
 
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
@@ -75,7 +131,7 @@ void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& 
         adoptTemplateFolders(state, workbench, messages, splash);
         adoptPlanFolders(state, workbench, messages, splash);
         const auto name = currentPlan(*state.gDbUser);
-        offerPlanCommands(workbench, name && state.gFso->FolderExists(state.gUserTplPath + *name));
+        offerPlanCommands(workbench, name && hasPlanFolder(state, *name));
         if (workbench.TrvCurrent.Count() > 0) {
             workbench.TrvCurrent.Select(&workbench.TrvCurrent.Item(workbench.TrvCurrent.Count()));
         }
@@ -88,8 +144,9 @@ void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& 
 
 void saveCurrentPlan(modMain& state, const Workbench& workbench) {
     const OutlineTree& tree = workbench.TrvCurrent;
-    store::SaveCurrentPlanTables(state, tree.Count() > 0 ? std::optional(tree.Item(1).Text())
-                                                         : std::nullopt);
+    if (tree.Count() > 0 && hasPlanFolder(state, tree.Item(1).Text())) {
+        store::SaveCurrentPlanTables(state, tree.Item(1).Text());
+    }
 }
 
 void clickUserPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash,

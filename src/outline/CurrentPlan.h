@@ -15,7 +15,8 @@ void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& 
                    desktop::SplashScreen& splash);
 
 // The two adoptions by themselves: ImportTemplateFolders with TrvTemplate, and ImportPlanFolders
-// with TrvTemplate_Us. Failures are told.
+// with TrvTemplate_Us. Failures are told, and so are the rows of what was adopted whose keys are
+// not the outline's name with numbers behind it (see OutlinePaths.h).
 void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                           desktop::SplashScreen& splash);
 void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,

@@ -1,10 +1,9 @@
 #include "outline/DeleteTemplate.h"
 
-#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
-#include "outline/TemplateLibrary.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/TextPattern.h"
 
@@ -13,13 +12,6 @@ namespace qvnd::outline {
 namespace {
 
 using desktop::Icon;
-
-const OutlineNode& selectedIn(const OutlineTree& tree) {
-    if (!tree.SelectedItem()) {
-        throw RunTimeError(error::objectNotSet, u"没有选中模板的节点");
-    }
-    return *tree.SelectedItem();
-}
 
 bool isMeant(const OutlineNode& node, desktop::MessageBoxes& messages) {
     return messages.show({"您真的要删除‘" + node.Text() + "’吗？",
@@ -57,6 +49,7 @@ void deleteFolder(modMain& state, const QString& folder, desktop::MessageBoxes& 
 
 void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
                     desktop::MessageBoxes& messages) {
+    const QString folder = templateFolder(state, name);
     jet::TableDefs tables = state.gDbTemplate->TableDefs();
     tables.Refresh();
     tables.Delete(name);
@@ -69,12 +62,11 @@ void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
         listed->Delete();
     }
     state.gWs->CommitTrans();
-    deleteFolder(state, templateFolder(state, name), messages);
+    deleteFolder(state, folder, messages);
 }
 
 void deleteRows(modMain& state, const QString& name, const QString& key) {
-    const QString statement =
-        "Delete * from " + bareName(name) + " where key like " + quoted(key + u'*');
+    const QString statement = "Delete * from " + bareName(name) + subtreeCondition(name, key);
     {
         const auto copy = state.gWs->OpenDatabase(templateDatabasePath(state, name));
         copy->Execute(statement);
@@ -85,6 +77,9 @@ void deleteRows(modMain& state, const QString& name, const QString& key) {
 
 // File names are compared without case, as the rows' keys were.
 void deleteFiles(modMain& state, const QString& name, const QString& key) {
+    if (!isKeyOf(name, key)) {
+        return; // it names no file
+    }
     std::vector<files::Entry> entries;
     passingBy([&] { entries = state.gFso->Files(templateFolder(state, name)); });
     for (const files::Entry& file : entries) {
@@ -101,15 +96,14 @@ void deleteNode(modMain& state, Workbench& workbench, const QString& key,
     state.gWs->CommitTrans();
     deleteFiles(state, name, key);
     workbench.TrvTemplate.Remove(key);
-    updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false, services.messages,
-                       services.splash);
+    refreshTemplates(state, workbench, services.messages, services.splash);
 }
 
 } // namespace
 
 DeleteOutcome mnuDelTemplate(modMain& state, Workbench& workbench, const Services& services) {
     try {
-        const OutlineNode& selected = selectedIn(workbench.TrvTemplate);
+        const OutlineNode& selected = workbench.TrvTemplate.Selected();
         // The node goes before the work is over, and may be another object before it begins.
         const QString key = selected.Key();
         if (!isMeant(selected, services.messages)) {

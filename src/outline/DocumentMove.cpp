@@ -1,14 +1,15 @@
 #include "outline/DocumentMove.h"
 
+#include "outline/OutlinePaths.h"
 #include "platform/error/RunTimeError.h"
 
 #include <utility>
 
 namespace qvnd::outline {
 
-DocumentMove::DocumentMove(files::FileSystemObject& fso, desktop::MessageBoxes& messages,
-                           RecordedErrors& errors, QString folder)
-    : fso_(fso), messages_(messages), errors_(errors), folder_(std::move(folder)) {}
+DocumentMove::DocumentMove(const modMain& state, desktop::MessageBoxes& messages,
+                           RecordedErrors& errors, QString plan)
+    : state_(state), messages_(messages), errors_(errors), plan_(std::move(plan)) {}
 
 // Names are compared without case: a file whose name would only change case stays where it is, as
 // copying it onto itself and deleting it would lose it.
@@ -16,18 +17,25 @@ void DocumentMove::copy(const QString& oldKey, const QString& newKey) {
     if (oldKey.compare(newKey, Qt::CaseInsensitive) == 0) {
         return;
     }
-    File& file = files_.emplace_back(File{oldKey, newKey, {}, false});
-    tryToCopy(file);
+    errors_.statement([&] {
+        files_.push_back({oldKey,
+                          newKey,
+                          documentPath(state_, plan_, oldKey),
+                          documentPath(state_, plan_, newKey),
+                          {},
+                          false});
+        tryToCopy(files_.back());
+    });
 }
 
 void DocumentMove::tryToCopy(File& file) {
-    file.copied = file.errors.statement(
-        [&] { fso_.CopyFile(pathOf(file.oldKey), pathOf(file.newKey), true); });
+    file.copied =
+        file.errors.statement([&] { state_.gFso->CopyFile(file.oldPath, file.newPath, true); });
 }
 
 void DocumentMove::tryToDelete(File& file) {
     if (file.copied) {
-        file.errors.statement([&] { fso_.DeleteFile(pathOf(file.oldKey)); });
+        file.errors.statement([&] { state_.gFso->DeleteFile(file.oldPath); });
     }
 }
 
@@ -40,15 +48,14 @@ void DocumentMove::deleteOld(const QSet<QString>& keysNow) {
 }
 
 void DocumentMove::deleteOld(File& file) {
-    const QString path = pathOf(file.oldKey);
     tryToDelete(file);
     while (file.errors.number() == error::permissionDenied &&
-           messages_.askForRetry("请关闭打开的 [" + path + "] 文档！", desktop::Icon::exclamation,
-                                 QStringLiteral("提示"))) {
+           messages_.askForRetry("请关闭打开的 [" + file.oldPath + "] 文档！",
+                                 desktop::Icon::exclamation, QStringLiteral("提示"))) {
         tryToCopy(file);
         tryToDelete(file);
     }
-    if (file.errors.first() && fso_.FileExists(path)) {
+    if (file.errors.first() && state_.gFso->FileExists(file.oldPath)) {
         errors_.statement([&] { throw RunTimeError(*file.errors.first()); });
     }
 }

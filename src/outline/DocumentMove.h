@@ -2,7 +2,7 @@
 
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RecordedErrors.h"
-#include "platform/files/FileSystemObject.h"
+#include "store/modMain.h"
 
 #include <QSet>
 #include <QString>
@@ -16,11 +16,11 @@ namespace qvnd::outline {
 // file is there.
 class DocumentMove {
 public:
-    // `folder` ends in a separator; a document's file bears its key.
-    DocumentMove(files::FileSystemObject& fso, desktop::MessageBoxes& messages,
-                 RecordedErrors& errors, QString folder);
+    DocumentMove(const modMain& state, desktop::MessageBoxes& messages, RecordedErrors& errors,
+                 QString plan);
 
-    // Copies one file, over whatever has the new name. A document may have none.
+    // Copies one file, over whatever has the new name. A document may have none; one whose key
+    // names no file (see documentPath) is recorded and left out.
     void copy(const QString& oldKey, const QString& newKey);
 
     // Deletes the old files; `keysNow` are the keys of all rows. A file stays that has no whole
@@ -35,19 +35,20 @@ private:
     struct File {
         QString oldKey;
         QString newKey;
+        QString oldPath;
+        QString newPath;
         RecordedErrors errors;
         bool copied = false;
     };
 
-    QString pathOf(const QString& key) const { return folder_ + key + ".doc"; }
     void tryToCopy(File& file);
     void tryToDelete(File& file);
     void deleteOld(File& file);
 
-    files::FileSystemObject& fso_;
+    const modMain& state_;
     desktop::MessageBoxes& messages_;
     RecordedErrors& errors_;
-    QString folder_;
+    QString plan_;
     std::vector<File> files_;
 };
 

@@ -1,12 +1,11 @@
 #include "outline/LibraryTree.h"
 
 #include "outline/InformationTable.h"
+#include "outline/OutlinePaths.h"
 #include "outline/TreeLoading.h"
-#include "platform/error/RunTimeError.h"
-#include "platform/files/Paths.h"
+#include "platform/error/IgnoringErrors.h"
+#include "platform/error/RecordedErrors.h"
 #include "store/Names.h"
-
-#include <functional>
 
 namespace qvnd::outline {
 
@@ -22,33 +21,29 @@ public:
     // True when an error is pending at the end.
     bool run() {
         tree_.Clear();
-        statement([&] {
+        errors_.statement([&] {
             list_ = db_.OpenRecordset(QStringLiteral("Select * from 遍历表"));
             for (; !list_->Eof(); list_->MoveNext()) {
-                statement([&] { visit(list_->Get(store::field::name).ToText()); });
+                errors_.statement([&] { visit(list_->Get(store::field::name).ToText()); });
             }
         });
-        return pending_;
+        return errors_.first().has_value();
     }
 
 private:
-    using Statement = std::function<void()>;
-
-    void statement(const Statement& action) {
-        try {
-            action();
-        } catch (const RunTimeError&) {
-            pending_ = true;
-        }
+    QString folderOf(const QString& name) const {
+        return isTemplates_ ? templateFolder(state_, name) : planFolder(state_, name);
     }
 
-    QString folderOf(const QString& name) const {
-        return isTemplates_ ? state_.gSysPath + "标书模板" + files::separator() + name
-                            : state_.gUserTplPath + name;
+    // A name that can be no folder's has none.
+    bool hasFolder(const QString& name) const {
+        bool has = false;
+        ignoringErrors([&] { has = state_.gFso->FolderExists(folderOf(name)); });
+        return has;
     }
 
     void visit(const QString& name) {
-        if (state_.gFso->FolderExists(folderOf(name))) {
+        if (hasFolder(name)) {
             load(name);
         } else if (isTemplates_ || !keepMissing_) {
             forget(name);
@@ -68,22 +63,22 @@ private:
     }
 
     void dropRowWithoutTable(const QString& name) {
-        statement([&] { list_->Delete(); });
+        errors_.statement([&] { list_->Delete(); });
         if (isTemplates_) {
-            const QString file = folderOf(name) + files::separator() + name + ".mdb";
+            const QString file = templateDatabasePath(state_, name);
             if (state_.gFso->FileExists(file)) {
-                statement([&] { state_.gFso->DeleteFile(file); });
+                errors_.statement([&] { state_.gFso->DeleteFile(file); });
             }
         }
     }
 
     void forget(const QString& name) {
-        statement([&] { list_->Delete(); });
+        errors_.statement([&] { list_->Delete(); });
         if (db_.TableDefs().Contains(name)) {
-            statement([&] { db_.TableDefs().Delete(name); });
+            errors_.statement([&] { db_.TableDefs().Delete(name); });
         }
         if (hasInformationTable(db_, name)) {
-            statement([&] { deleteInformationTable(db_, name); });
+            errors_.statement([&] { deleteInformationTable(db_, name); });
         }
     }
 
@@ -94,7 +89,7 @@ private:
     bool keepMissing_;
     bool isTemplates_;
     std::unique_ptr<jet::Recordset> list_;
-    bool pending_ = false;
+    RecordedErrors errors_;
 };
 
 } // namespace
@@ -106,6 +101,16 @@ void updateTreeTemplate(modMain& state, jet::Database& db, OutlineTree& tree, bo
     if (pending) {
         messages.tell(QStringLiteral("更新标书模板库时发生错误!"), desktop::Icon::exclamation);
     }
+}
+
+void refreshTemplates(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      desktop::SplashScreen& splash) {
+    updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false, messages, splash);
+}
+
+void refreshUserPlans(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      desktop::SplashScreen& splash) {
+    updateTreeTemplate(state, *state.gDbUser, workbench.TrvTemplate_Us, false, messages, splash);
 }
 
 } // namespace qvnd::outline

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "outline/OutlineTree.h"
+#include "outline/Workbench.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/SplashScreen.h"
 #include "store/modMain.h"
@@ -16,5 +16,11 @@ namespace qvnd::outline {
 // once. An error that the clean-up answers is not pending.
 void updateTreeTemplate(modMain& state, jet::Database& db, OutlineTree& tree, bool keepMissing,
                         desktop::MessageBoxes& messages, desktop::SplashScreen& splash);
+
+// The same for the two library trees of the workbench, with nothing kept missing.
+void refreshTemplates(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      desktop::SplashScreen& splash);
+void refreshUserPlans(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
+                      desktop::SplashScreen& splash);
 
 } // namespace qvnd::outline

@@ -1,11 +1,11 @@
 #include "outline/NodeMove.h"
 
-#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
+#include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
-#include "platform/files/Paths.h"
 #include "store/Names.h"
 
 #include <algorithm>
@@ -65,7 +65,7 @@ bool NodeMove::find(const QString& key, Row& row) {
             rows_->Get(store::field::key).ToText().compare(key, Qt::CaseInsensitive)) {
             throw RunTimeError(
                 error::noCurrentRecord,
-                QStringLiteral("方案“%1”中没有键为“%2”的行").arg(plan_, key).toStdU16String());
+                QStringLiteral("方案“%1”中没有编号为“%2”的行").arg(plan_, key).toStdU16String());
         }
         row.key = rows_->Get(store::field::key).ToText();
         row.name = rows_->Get(store::field::name);
@@ -82,6 +82,11 @@ bool NodeMove::formNewKey() {
         const QString parent = target_.isDocument() ? parentKeyOf(target_.key) : target_.key;
         const auto family = rowsLike(*state_.gDbUser, plan_, parent);
         newKey_ = outline::newKey(parent, base, toInteger(family->RecordCount()));
+        if (!isKeyOf(tableOfKey(newKey_), newKey_)) {
+            throw RunTimeError(
+                error::keyInvalid,
+                QStringLiteral("“%1”不是节点的编号，不能移到那里").arg(parent).toStdU16String());
+        }
     });
 }
 
@@ -109,8 +114,7 @@ bool NodeMove::keysFit() {
 }
 
 void NodeMove::copyFiles() {
-    documents_.emplace(*state_.gFso, services_.messages, errors_,
-                       state_.gUserTplPath + plan_ + files::separator());
+    documents_.emplace(state_, services_.messages, errors_, plan_);
     if (source_.isDocument()) {
         documents_->copy(dragKey_, newKey_);
         return;
@@ -234,8 +238,7 @@ void NodeMove::refreshTrees() {
         tree.Clear();
         updateTree(*rs, tree, {}, services_.splash);
     });
-    updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
-                       services_.messages, services_.splash);
+    refreshUserPlans(state_, workbench_, services_.messages, services_.splash);
     errors_.statement([&] { tree.Select(&tree.Item(newKey_)); });
     execute(QStringLiteral("Delete From temp"));
 }

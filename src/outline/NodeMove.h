@@ -19,7 +19,8 @@ enum class Moved {
     // Dropped on itself, or the root: nothing to do.
     notMovable,
     // There is no row of the node or of the target, or no key for the new place: 16-bit numbers
-    // are used up, or a key would be longer than its field. Nothing was changed.
+    // are used up, the target's key is no key, or a key would be longer than its field. Nothing
+    // was changed.
     notPossible,
 };
 

@@ -2,7 +2,7 @@
 
 #include "outline/CurrentPlan.h"
 #include "outline/LibraryTree.h"
-#include "outline/PlanFolder.h"
+#include "outline/OutlinePaths.h"
 #include "outline/TreeLoading.h"
 
 #include <algorithm>

@@ -2,11 +2,32 @@
 
 #include "platform/error/RunTimeError.h"
 
+#include <QList>
+
+#include <algorithm>
 #include <limits>
 
 namespace qvnd::outline {
 
+namespace {
+
+bool isNumber(QStringView text) {
+    return !text.isEmpty() &&
+           std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
+} // namespace
+
 QString tableOfKey(const QString& key) { return key.section(u'.', 0, 0); }
+
+bool isKeyOf(const QString& table, const QString& key) {
+    if (!key.startsWith(table, Qt::CaseInsensitive)) {
+        return false;
+    }
+    // Nothing before the first point.
+    const auto parts = QStringView(key).mid(table.size()).split(u'.');
+    return parts.front().isEmpty() && std::all_of(parts.begin() + 1, parts.end(), isNumber);
+}
 
 int depthOfKey(const QString& key) { return static_cast<int>(key.count(u'.')); }
 

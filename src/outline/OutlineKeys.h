@@ -11,6 +11,10 @@ namespace qvnd::outline {
 // The part before the first point: the table that holds the row.
 QString tableOfKey(const QString& key);
 
+// True for the table's name, and for that name with numbers behind it, each after a point. Letters
+// are compared without case. A database that comes from elsewhere may hold other texts as keys.
+bool isKeyOf(const QString& table, const QString& key);
+
 // The number of points: 0 for the root.
 int depthOfKey(const QString& key);
 

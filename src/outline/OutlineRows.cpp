@@ -1,12 +1,29 @@
 #include "outline/OutlineRows.h"
 
-#include "outline/BareNames.h"
 #include "outline/OutlineKeys.h"
-#include "platform/files/Paths.h"
+#include "outline/QueryText.h"
+#include "platform/error/RunTimeError.h"
 #include "store/Names.h"
-#include "store/modMain.h"
 
 namespace qvnd::outline {
+
+namespace {
+
+std::unique_ptr<jet::Recordset> inOrder(jet::Database& db, const QString& table) {
+    return db.OpenRecordset("Select * from " + bareName(table) + " order by ID asc");
+}
+
+void dropScratchTable(jet::Database& db) {
+    try {
+        db.Execute(QStringLiteral("DROP TABLE temp"));
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != error::tableToDropNotFound) {
+            throw;
+        }
+    }
+}
+
+} // namespace
 
 void addRow(jet::Recordset& rs, const OutlineRow& row) {
     rs.AddNew();
@@ -16,27 +33,53 @@ void addRow(jet::Recordset& rs, const OutlineRow& row) {
     rs.Update();
 }
 
-void addRows(jet::Recordset& to, jet::Recordset& from) {
-    for (; !from.Eof(); from.MoveNext()) {
-        to.AddNew();
-        for (const QStringView field :
-             {store::field::key, store::field::name, store::field::isDocument}) {
-            to.Set(field, from.Get(field));
-        }
-        to.Update();
+std::unique_ptr<jet::Recordset> rowOfKey(jet::Database& db, const QString& key) {
+    auto row = db.OpenRecordset(rowQuery(tableOfKey(key), key));
+    if (row->Eof()) {
+        throw RunTimeError(error::noCurrentRecord,
+                           QStringLiteral("编号为“%1”的节点已不在“%2”中，请重新打开它后再试。")
+                               .arg(key, tableOfKey(key))
+                               .toStdU16String());
     }
+    return row;
 }
 
-std::int16_t idOfKey(jet::Database& db, const QString& table, const QString& key) {
-    const auto rs =
-        db.OpenRecordset("Select * from " + bareName(table) + " where Key='" + key + u'\'');
-    return rs->Get(store::field::id).ToInteger();
+std::optional<QString> documentMark(jet::Database& db, const QString& key) {
+    const auto row = db.OpenRecordset(rowQuery(tableOfKey(key), key));
+    return row->Eof() ? std::nullopt
+                      : std::optional(row->Get(store::field::isDocument).TextOrEmpty());
 }
 
-TableEnd endOf(jet::Database& db, const QString& table, const QString& order) {
-    const auto rs = db.OpenRecordset("Select * from " + bareName(table) + order);
+std::int16_t idOfKey(jet::Database& db, const QString& key) {
+    return rowOfKey(db, key)->Get(store::field::id).ToInteger();
+}
+
+TableEnd endOf(jet::Database& db, const QString& table) {
+    const auto rs = inOrder(db, table);
     rs->MoveLast();
     return {rs->Get(store::field::id).ToInteger(), toInteger(rs->RecordCount())};
+}
+
+std::int16_t moveRowsOut(jet::Database& db, const QString& table, std::int16_t place) {
+    const QString behind = " where ID > " + QString::number(place);
+    dropScratchTable(db);
+    db.Execute("Select * into  temp  from " + bareName(table) + behind);
+    const std::int16_t lastId = endOf(db, table).lastId;
+    db.Execute("Delete * from " + table + behind);
+    return toInteger(lastId - endOf(db, table).count);
+}
+
+void moveRowsBack(jet::Database& db, const QString& table) {
+    const auto moved = db.OpenRecordset(QStringLiteral("Select * from temp"));
+    const auto rows = db.OpenRecordset("Select * from " + bareName(table));
+    for (; !moved->Eof(); moved->MoveNext()) {
+        rows->AddNew();
+        for (const QStringView field :
+             {store::field::key, store::field::name, store::field::isDocument}) {
+            rows->Set(field, moved->Get(field));
+        }
+        rows->Update();
+    }
 }
 
 std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,
@@ -45,14 +88,6 @@ std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table
                                parentKey + "*'");
     rs->MoveLast();
     return rs;
-}
-
-QString planDatabasePath(const modMain& state, const QString& plan) {
-    return files::resolved(state.gUserTplPath + plan + files::separator() + plan + ".mdb");
-}
-
-QString documentPath(const modMain& state, const QString& plan, const QString& key) {
-    return state.gUserTplPath + plan + files::separator() + key + ".doc";
 }
 
 } // namespace qvnd::outline

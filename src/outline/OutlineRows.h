@@ -1,18 +1,16 @@
 #pragma once
 
+#include "outline/OutlinePaths.h"
 #include "platform/jet/Database.h"
 
 #include <QString>
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
-namespace qvnd {
-struct modMain;
-}
-
-// Statements on outline tables that several commands share. Table names stand bare in them, as
-// each command's rules want it: error 3075 as in bareName. Errors of the store pass through.
+// Statements on outline tables that several commands share. Table names stand bare in them: error
+// 3075 as in bareName. Errors of the store pass through.
 namespace qvnd::outline {
 
 struct OutlineRow {
@@ -23,28 +21,32 @@ struct OutlineRow {
 
 // Adds a row; the table numbers it.
 void addRow(jet::Recordset& rs, const OutlineRow& row);
-// Adds each row of `from`, from the current one on, in the order it comes.
-void addRows(jet::Recordset& to, jet::Recordset& from);
 
-// The ID of the row with that key; error 3021 when there is none, before anything is moved on its
-// account. 16 bits wide: error 6 beyond.
-std::int16_t idOfKey(jet::Database& db, const QString& table, const QString& key);
+// The row of that key in the table that the key names. Error 3021, which tells the key, when there
+// is none.
+std::unique_ptr<jet::Recordset> rowOfKey(jet::Database& db, const QString& key);
+// What the row of that key says of being a document; nothing without a row.
+std::optional<QString> documentMark(jet::Database& db, const QString& key);
+// The ID of the row of that key. 16 bits wide: error 6 beyond; 3021 as in rowOfKey.
+std::int16_t idOfKey(jet::Database& db, const QString& key);
 
 struct TableEnd {
     std::int16_t lastId = 0;
     std::int16_t count = 0;
 };
-// The last row's ID and the row count in the order of `order` ("" or " order by ID asc").
-// Error 3021 for a table without rows.
-TableEnd endOf(jet::Database& db, const QString& table, const QString& order);
+// The last row's ID, in the order of the IDs, and the row count. Error 3021 for a table without
+// rows.
+TableEnd endOf(jet::Database& db, const QString& table);
+
+// Takes the rows behind the ID `place` out of the table, into the scratch table `temp`, which is
+// made anew. Answers the base of the number that a new row there gets: the last ID before, less the
+// number of rows that are left.
+std::int16_t moveRowsOut(jet::Database& db, const QString& table, std::int16_t place);
+// Adds them at the table's end again, with new IDs and their old keys.
+void moveRowsBack(jet::Database& db, const QString& table);
 
 // The rows whose key begins with `parentKey`, the last one current; error 3021 when there is none.
 std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,
                                          const QString& parentKey);
-
-// gUserTplPath + plan + "/" + plan + ".mdb", spelt as it is on disk.
-QString planDatabasePath(const modMain& state, const QString& plan);
-// gUserTplPath + plan + "/" + key + ".doc".
-QString documentPath(const modMain& state, const QString& plan, const QString& key);
 
 } // namespace qvnd::outline

@@ -1,9 +1,9 @@
 #include "outline/StoreTemplate.h"
 
-#include "outline/BareNames.h"
 #include "outline/LibraryTree.h"
-#include "outline/OutlineRows.h"
-#include "outline/TemplateLibrary.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
+#include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/TransactionScope.h"
@@ -36,6 +36,9 @@ void copyDocuments(modMain& state, const QString& plan, jet::Recordset& document
     const files::NameScope names(*state.gFso);
     for (; !documents.Eof(); documents.MoveNext()) {
         const QString key = documents.Get(store::field::key).ToText();
+        if (!isKeyOf(plan, key)) {
+            continue; // it names no file
+        }
         try {
             state.gFso->CopyFile(documentPath(state, plan, key),
                                  folder + files::separator() + key + ".doc", true);
@@ -100,16 +103,15 @@ StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Service
     try {
         plan = currentPlan(state);
         storePlan(state, plan);
-        updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, false,
-                           services.messages, services.splash);
-        return {};
+        refreshTemplates(state, workbench, services.messages, services.splash);
+        return {Stored::stored, plan, {}};
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::tableExists) {
             services.messages.tell("标书模板中已存在 [ " + plan + " ] ！",
                                    desktop::Icon::information, QStringLiteral("提示"));
-            return {Stored::alreadyThere, {}};
+            return {Stored::alreadyThere, plan, {}};
         }
-        return {Stored::failed, QString::fromStdU16String(failure.description())};
+        return {Stored::failed, plan, QString::fromStdU16String(failure.description())};
     }
 }
 

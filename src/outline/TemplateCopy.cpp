@@ -1,7 +1,8 @@
 #include "outline/TemplateCopy.h"
 
-#include "outline/BareNames.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
+#include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 
@@ -97,7 +98,7 @@ Copied TemplateCopy::copy(const QString& targetKey, const QString& sourceKey,
     if (isRefusedByDocument()) {
         return refuse(QStringLiteral("文档下面不能包含文件夹，此时文档不能作为拖放对象."));
     }
-    const OutlineNode& source = given ? *given : workbench_.TrvTemplate.Item(sourceKey);
+    const OutlineNode& source = given ? *given : sourceOf(sourceKey);
     switch (source.Image()) {
     case image::document:
         return copyDocument(targetKey, sourceKey, source);
@@ -108,16 +109,25 @@ Copied TemplateCopy::copy(const QString& targetKey, const QString& sourceKey,
     }
 }
 
+const OutlineNode& TemplateCopy::sourceOf(const QString& key) const {
+    const OutlineNode* other = workbench_.TrvTemplate_Us.find(key);
+    if (other && !workbench_.TrvTemplate.find(key)) {
+        throw RunTimeError(
+            error::elementNotFound,
+            QStringLiteral("“%1”（%2）在“用户方案”中，不能复制。只能复制“施工方案模板”"
+                           "中的节点。")
+                .arg(other->Text(), key)
+                .toStdU16String());
+    }
+    return workbench_.TrvTemplate.Item(key);
+}
+
 // Looks at the node that is selected, which need not be the one that is copied.
 bool TemplateCopy::isRefusedByDocument() const {
     if (workbench_.dropTargetImage != image::document) {
         return false;
     }
-    const OutlineNode* selected = workbench_.TrvTemplate.SelectedItem();
-    if (!selected) {
-        throw RunTimeError(error::objectNotSet, u"未设置对象变量：模板树中没有选定的节点");
-    }
-    return selected->Image() != image::document;
+    return workbench_.TrvTemplate.Selected().Image() != image::document;
 }
 
 Copied TemplateCopy::copyFolder(const QString& targetKey, const OutlineNode& source) {
@@ -138,8 +148,9 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
     const OutlineNode& target = workbench_.TrvCurrent.Item(targetKey);
     const Siblings siblings = walk(target, source.Text());
     if (!siblings.clash) {
+        const QString file = templateDocumentPath(state_, tableOfKey(sourceKey), sourceKey);
         const OutlineRow row = addRow(target, source, numberBehind(siblings));
-        copyFile(sourceKey, table, row.key);
+        copyFile(file, documentPath(state_, table, row.key));
         trvCurrent_.refill(table, &row, targetKey);
         return Copied::copied;
     }
@@ -150,9 +161,11 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
                                 notice)) {
         return Copied::incomplete;
     }
-    copyFile(sourceKey, table, clashKey);
+    const QString file = templateDocumentPath(state_, tableOfKey(sourceKey), sourceKey);
+    copyFile(file, documentPath(state_, table, clashKey));
     // There is no new key here: the second copy bears what the walk over the children left.
-    copyFile(sourceKey, table, siblings.largest ? QString::number(*siblings.largest) : QString());
+    const QString left = siblings.largest ? QString::number(*siblings.largest) : QString();
+    copyFile(file, planFolder(state_, table) + files::separator() + left + ".doc");
     trvCurrent_.refill(table, nullptr, targetKey);
     return Copied::copied;
 }
@@ -185,15 +198,12 @@ OutlineRow TemplateCopy::addRow(const OutlineNode& target, const OutlineNode& so
 }
 
 // A template's document without a file is copied as its row alone.
-void TemplateCopy::copyFile(const QString& sourceKey, const QString& table, const QString& name) {
-    const QChar separator = files::separator();
-    const QString file = files::withSeparator(state_.AppPath) + "Sys" + separator + "标书模板" +
-                         separator + tableOfKey(sourceKey) + separator + sourceKey + ".doc";
+void TemplateCopy::copyFile(const QString& file, const QString& target) {
     if (!names_) {
         names_.emplace(*state_.gFso);
     }
     if (state_.gFso->FileExists(file)) {
-        state_.gFso->CopyFile(file, documentPath(state_, table, name), true);
+        state_.gFso->CopyFile(file, target, true);
     }
 }
 

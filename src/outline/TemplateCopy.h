@@ -1,7 +1,7 @@
 #pragma once
 
 #include "outline/Services.h"
-#include "outline/TreeRefill.h"
+#include "outline/TreeLoading.h"
 #include "outline/Workbench.h"
 #include "store/modMain.h"
 
@@ -50,9 +50,10 @@ private:
     Copied copyDocument(const QString& targetKey, const QString& sourceKey,
                         const OutlineNode& source);
     Copied copyChildren(const QString& targetKey, const OutlineNode& source);
+    const OutlineNode& sourceOf(const QString& key) const;
     bool isRefusedByDocument() const;
     OutlineRow addRow(const OutlineNode& target, const OutlineNode& source, const QString& number);
-    void copyFile(const QString& sourceKey, const QString& table, const QString& name);
+    void copyFile(const QString& file, const QString& target);
     Copied refuse(const QString& text);
 
     modMain& state_;

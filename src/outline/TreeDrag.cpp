@@ -28,8 +28,7 @@ private:
 };
 
 void Drop::refreshPlans() {
-    updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, false,
-                       services_.messages, services_.splash);
+    refreshUserPlans(state_, workbench_, services_.messages, services_.splash);
 }
 
 Dropped Drop::copyInto(OutlineNode& node) {

@@ -2,7 +2,7 @@
 
 #include "outline/OutlineKeys.h"
 #include "platform/desktop/SplashScreen.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
 #include "store/modMain.h"
 
@@ -10,40 +10,39 @@ namespace qvnd::outline {
 
 namespace {
 
-void addRows(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
+// Error 35601 when its parent is not in the tree, 35602 when its key is.
+OutlineNode& addNode(OutlineTree& tree, const OutlineRow& row) {
+    return tree.AddChild(parentKeyOf(row.key), row.key, row.name,
+                         row.isDocument ? image::document : image::folder,
+                         row.isDocument ? image::documentSelected : image::folderSelected);
+}
+
+void addNodes(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
     if (rs.Eof()) {
         return;
     }
     tree.Add(rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(), image::root,
              image::rootSelected);
     for (rs.MoveNext(); !rs.Eof(); rs.MoveNext()) {
-        const QString name = rs.Get(store::field::name).ToText();
-        const QString key = rs.Get(store::field::key).ToText();
-        const bool isDocument = rs.Get(store::field::isDocument).TextOrEmpty() == u"是";
         OutlineNode& node =
-            tree.AddChild(parentKeyOf(key), key, name, isDocument ? image::document : image::folder,
-                          isDocument ? image::documentSelected : image::folderSelected);
-        if (key == selectKey) {
+            addNode(tree, {rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(),
+                           rs.Get(store::field::isDocument).TextOrEmpty() == u"是"});
+        if (node.Key() == selectKey) {
             tree.Select(&node);
             tree.Expand(node);
         }
     }
 }
 
-void fill(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
-    try {
-        addRows(rs, tree, selectKey);
-    } catch (const RunTimeError&) { // NOLINT(bugprone-empty-catch): the fill ends here in silence
-    }
-}
-
 } // namespace
 
-void FillOutlineTree(jet::Recordset& rs, OutlineTree& tree) { fill(rs, tree, {}); }
+void FillOutlineTree(jet::Recordset& rs, OutlineTree& tree) {
+    ignoringErrors([&] { addNodes(rs, tree, {}); });
+}
 
 void updateTree(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey,
                 desktop::SplashScreen& splash) {
-    fill(rs, tree, selectKey);
+    ignoringErrors([&] { addNodes(rs, tree, selectKey); });
     splash.unload();
 }
 
@@ -53,6 +52,43 @@ void updateTreeView(modMain& state, const QString& key, OutlineTree& tree,
     const auto rs =
         state.gDbUser->OpenRecordset("Select * from " + tableOfKey(key) + " ORDER BY ID ASC");
     updateTree(*rs, tree, {}, splash);
+}
+
+void TreeRefill::refill(const QString& table, const OutlineRow* added, const QString& selectKey) {
+    if (table.isEmpty() || table != shown_) {
+        read(table, selectKey);
+        return;
+    }
+    if (added) {
+        append(*added);
+    }
+    select(selectKey);
+    splash_.unload();
+}
+
+void TreeRefill::read(const QString& table, const QString& selectKey) {
+    const auto rs = db_.OpenRecordset("Select * From " + table + " Order By [id]");
+    tree_.Clear();
+    updateTree(*rs, tree_, selectKey, splash_);
+    shown_ = rs->Eof() ? table : QString();
+}
+
+// As in a fill, a row without its parent in the tree is left out in silence.
+void TreeRefill::append(const OutlineRow& row) {
+    if (!ignoringErrors([&] { addNode(tree_, row); })) {
+        shown_.clear();
+    }
+}
+
+void TreeRefill::select(const QString& selectKey) {
+    tree_.CollapseAll();
+    OutlineNode* node = tree_.find(selectKey);
+    if (!node || node->Index() == 1) {
+        tree_.Select(nullptr);
+        return;
+    }
+    tree_.Select(node);
+    tree_.Expand(*node);
 }
 
 } // namespace qvnd::outline

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/OutlineRows.h"
 #include "outline/OutlineTree.h"
 #include "platform/jet/Recordset.h"
 
@@ -34,5 +35,35 @@ void updateTree(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey,
 // Errors of the store pass through.
 void updateTreeView(modMain& state, const QString& key, OutlineTree& tree,
                     desktop::SplashScreen& splash);
+
+// updateTree again and again, within one command that adds rows to the table's end. The first
+// refill reads the table. A later one costs only the rows that were added since, as long as the
+// tree shows the whole table, and leaves the tree as reading the table would.
+//
+// After each refill every node is collapsed and none selected, but the one of `selectKey`, which
+// is selected and expanded unless it is the root.
+class TreeRefill {
+public:
+    TreeRefill(jet::Database& db, OutlineTree& tree, desktop::SplashScreen& splash)
+        : db_(db), tree_(tree), splash_(splash) {}
+
+    // `added` is the one row that was added since the last refill, null when none was. Errors of
+    // the store pass through, before the tree is touched.
+    void refill(const QString& table, const OutlineRow* added, const QString& selectKey);
+    // Makes the next refill read the table: for when rows may have been added that no refill was
+    // told of.
+    void forget() { shown_.clear(); }
+
+private:
+    void read(const QString& table, const QString& selectKey);
+    void append(const OutlineRow& row);
+    void select(const QString& selectKey);
+
+    jet::Database& db_;
+    OutlineTree& tree_;
+    desktop::SplashScreen& splash_;
+    // The table that the tree shows to its last row; empty when there is none.
+    QString shown_;
+};
 
 } // namespace qvnd::outline

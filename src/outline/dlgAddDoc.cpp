@@ -1,6 +1,7 @@
 #include "outline/dlgAddDoc.h"
 
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
@@ -12,16 +13,6 @@
 namespace qvnd::outline {
 
 using desktop::Icon;
-
-namespace {
-
-const QString inOrder = QStringLiteral(" order by ID asc");
-
-[[noreturn]] void objectNotSet() {
-    throw RunTimeError(error::objectNotSet, u"未设置对象变量：没有选定的节点或上级节点");
-}
-
-} // namespace
 
 dlgAddDoc::dlgAddDoc(modMain& state, Workbench& workbench, const Services& services, AddMode mode)
     : state_(state), workbench_(workbench), services_(services), mode_(mode) {}
@@ -37,24 +28,21 @@ Added dlgAddDoc::OK(const QString& TxtAdd) {
 
 Added dlgAddDoc::run(const QString& name) {
     const QString warning = QStringLiteral("警告！");
-    const OutlineNode* selected = workbench_.TrvCurrent.SelectedItem();
-    if (!selected) {
-        objectNotSet();
-    }
-    if (isTaken(*selected, name)) {
+    const OutlineNode& selected = workbench_.TrvCurrent.Selected();
+    if (isTaken(selected, name)) {
         services_.messages.tell(QStringLiteral("对不起，命名重复！"), Icon::exclamation, warning);
         return Added::duplicateName;
     }
-    const QString selectedKey = selected->Key();
+    const QString selectedKey = selected.Key();
     const QString table = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     jet::TransactionScope changes(*state_.gWs);
 
     std::int16_t base = 0;
     if (mode_ == AddMode::beside) {
-        base = moveRowsOut(table, selectedKey);
+        base = moveRowsOut(db, table, idOfKey(db, selectedKey));
     } else {
-        const TableEnd end = endOf(db, table, inOrder);
+        const TableEnd end = endOf(db, table);
         base = toInteger(end.lastId - end.count);
     }
 
@@ -68,7 +56,7 @@ Added dlgAddDoc::run(const QString& name) {
     }
     addRow(*family, {files::Trim(newKey_), name, false});
     if (mode_ == AddMode::beside) {
-        moveRowsBack(table);
+        moveRowsBack(db, table);
     }
     levelPlanCopy(table);
     changes.commit();
@@ -77,43 +65,11 @@ Added dlgAddDoc::run(const QString& name) {
 }
 
 bool dlgAddDoc::isTaken(const OutlineNode& selected, const QString& name) const {
-    const OutlineNode* parent = mode_ == AddMode::below ? &selected : selected.Parent();
-    if (!parent) {
-        objectNotSet();
-    }
-    const auto& siblings = parent->childList();
+    const OutlineNode& parent = mode_ == AddMode::below ? selected : parentOf(selected);
+    const auto& siblings = parent.childList();
     return std::any_of(siblings.begin(), siblings.end(), [&](const OutlineNode* node) {
         return node->Image() == image::folder && files::Trim(node->Text()) == name;
     });
-}
-
-std::int16_t dlgAddDoc::moveRowsOut(const QString& table, const QString& selectedKey) {
-    jet::Database& db = *state_.gDbUser;
-    const QString behind = " where ID > " + QString::number(idOfKey(db, table, selectedKey));
-    dropScratchTable();
-    db.Execute("Select * into  temp  from " + table + behind);
-    const std::int16_t lastId = endOf(db, table, inOrder).lastId;
-    db.Execute("Delete * from " + table + behind);
-    return toInteger(lastId - endOf(db, table, inOrder).count);
-}
-
-void dlgAddDoc::dropScratchTable() {
-    jet::TableDefs tables = state_.gDbUser->TableDefs();
-    tables.Refresh();
-    for (const QString& name : tables.Names()) {
-        if (files::Trim(name) == u"temp") {
-            tables.Delete(name);
-            tables.Refresh();
-            return;
-        }
-    }
-}
-
-void dlgAddDoc::moveRowsBack(const QString& table) {
-    jet::Database& db = *state_.gDbUser;
-    const auto moved = db.OpenRecordset(QStringLiteral(" select * from temp"));
-    const auto rows = db.OpenRecordset("Select * from " + table);
-    addRows(*rows, *moved);
 }
 
 void dlgAddDoc::levelPlanCopy(const QString& table) {
@@ -126,7 +82,7 @@ void dlgAddDoc::levelPlanCopy(const QString& table) {
 }
 
 void dlgAddDoc::refill(const QString& table) {
-    const auto rs = state_.gDbUser->OpenRecordset("Select * from " + table + inOrder);
+    const auto rs = state_.gDbUser->OpenRecordset("Select * from " + table + " order by ID asc");
     workbench_.TrvCurrent.Clear();
     FillOutlineTree(*rs, workbench_.TrvCurrent);
     workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_));

@@ -34,9 +34,6 @@ public:
 private:
     Added run(const QString& name);
     bool isTaken(const OutlineNode& selected, const QString& name) const;
-    std::int16_t moveRowsOut(const QString& table, const QString& selectedKey);
-    void dropScratchTable();
-    void moveRowsBack(const QString& table);
     void levelPlanCopy(const QString& table);
     void refill(const QString& table);
 

@@ -1,7 +1,7 @@
 #include "plans/DeletePlan.h"
 
 #include "outline/InformationTable.h"
-#include "outline/PlanFolder.h"
+#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
 

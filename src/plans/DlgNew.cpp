@@ -1,8 +1,8 @@
 #include "plans/DlgNew.h"
 
 #include "outline/LibraryTree.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
-#include "outline/PlanFolder.h"
 #include "plans/PlanInformation.h"
 #include "plans/PlanName.h"
 #include "platform/error/RunTimeError.h"

@@ -188,3 +188,13 @@ TEST_F(NodeInsertion, AnUnknownMultiLevelModeRepeatsThePreviousNumber) {
     build();
     EXPECT_TRUE(logged("Selection.TypeText 旧 甲"));
 }
+
+TEST_F(NodeInsertion, ATextThatIsNoKeyIsToldAndInsertsNoFile) {
+    for (const auto& key : {u"工程./外"_s, u"工程.\\外"_s, u"工程.NUL"_s}) {
+        document(key, u"外"_s);
+    }
+    build();
+    EXPECT_FALSE(logged("Selection.InsertFile"));
+    EXPECT_TRUE(logged("message [none] “工程./外”不是文档的编号，没有对应的文件"));
+    EXPECT_TRUE(logged("message [none] “工程.NUL”不是文档的编号，没有对应的文件"));
+}

@@ -162,7 +162,7 @@ TEST_F(DeletingFromATemplate, WhenTheFolderIsInUseTableAndRowHaveGoneForGood) {
     watching.state = &state;
     listTemplates();
     selectTemplate("T");
-    mnuDelTemplate(state, workbench, {watching, splash, dialogs, events, word});
+    mnuDelTemplate(state, workbench, {watching, splash, dialogs, events, word, longRun});
     EXPECT_TRUE(committed);
 }
 
@@ -178,7 +178,8 @@ TEST_F(DeletingFromATemplate, WhereNobodyCanCloseTheFileItEndsWithTheReason) {
     nobody.otherwise = Answer::ok;
     listTemplates();
     selectTemplate("T");
-    const auto outcome = mnuDelTemplate(state, workbench, {nobody, splash, dialogs, events, word});
+    const auto outcome =
+        mnuDelTemplate(state, workbench, {nobody, splash, dialogs, events, word, longRun});
     EXPECT_EQ(outcome.result, TemplateDeleted::failed);
     EXPECT_EQ(outcome.reason, "没有权限");
     EXPECT_TRUE(folder.exists(templateFile("T.1")));
@@ -355,6 +356,34 @@ TEST_F(DeletingFromATemplate, EmojiAndRightToLeftTemplatesCanBePruned) {
         EXPECT_EQ(remove(name).result, TemplateDeleted::deleted);
         EXPECT_FALSE(folder.exists("Sys/标书模板/" + name));
     }
+}
+
+TEST_F(DeletingFromATemplate, ATextThatIsNoKeyTakesItsOwnRowAloneAndNoFile) {
+    makeTemplate({"T", "T.1d"});
+    add(*state.gDbTemplate->OpenRecordset("Select * from T"), {"T.*", "星", "是"});
+    folder.write("Sys/标书模板/外.doc", "outside");
+    listTemplates();
+    selectTemplate("T.*");
+    messages.otherwise = desktop::Answer::ok;
+    EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::deleted);
+    EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.1"}));
+    EXPECT_TRUE(folder.exists(templateFile("T.1")));
+    EXPECT_EQ(folder.read("Sys/标书模板/外.doc"), "outside");
+}
+
+TEST_F(DeletingFromATemplate, ARootWhoseKeyIsAPathDeletesNoFolder) {
+    makeTemplate({"T", "T.1d"});
+    listTemplates();
+    for (const char* key : {"../../外", "/外", "..\\外"}) {
+        folder.write("外/文.doc", "outside");
+        workbench.TrvTemplate.Select(
+            &workbench.TrvTemplate.Add(key, "外", image::root, image::rootSelected));
+        messages.otherwise = desktop::Answer::ok;
+        EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::failed);
+        state.gWs->CommitTrans();
+    }
+    EXPECT_TRUE(folder.exists("外/文.doc"));
+    EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.1"}));
 }
 
 } // namespace

@@ -180,8 +180,29 @@ TEST_F(MoveNode, KeysThatHoldTheKeyFurtherInChangeTooAtEveryPlace) {
     EXPECT_EQ(drag("T.1", "T.2").newKeys, QStringList("T.2.4"));
     EXPECT_EQ(keys("T"), QStringList({"T", "T.2", "T.2.4", "T.2.T", "T.2.T.1", "T.2.4.T",
                                       "T.2.4.T.2.4", "T.2.4.T.2.4.5", "T.2.T.2.4.6"}));
-    EXPECT_EQ(document("T.2.4.T.2.4.5"), "T.1.T.1.5");
-    EXPECT_EQ(document("T.2.T.2.4.6"), "T.2.T.1.6");
+    // Texts that are no keys name no files.
+    EXPECT_EQ(document("T.1.T.1.5"), "T.1.T.1.5");
+    EXPECT_EQ(documents(), QStringList({"T.1.T.1.5.doc", "T.2.T.1.6.doc"}));
+}
+
+TEST_F(MoveNode, AFolderMovesTheFilesOfItsDocumentsAndNoneThatATextNamesOutside) {
+    plan({"T", "T.1", "T.1.5d", "T.2"});
+    add(*state.gDbUser->OpenRecordset("Select * from T"), {"T.1./../../外", "外", "是"});
+    openPlan("T");
+    folder.write("用户模板/外.doc", "outside");
+    const QString newKey = drag("T.1", "T.2").newKeys.value(0);
+    EXPECT_EQ(document(newKey + ".5"), "T.1.5");
+    EXPECT_EQ(folder.read("用户模板/外.doc"), "outside");
+    EXPECT_FALSE(folder.exists("外.doc"));
+}
+
+TEST_F(MoveNode, ATargetWhoseKeyIsNoKeyIsRefusedAndNothingChanges) {
+    plan({"T", "T.1d", "T.甲"});
+    const Dropped dropped = drag("T.1", "T.甲");
+    EXPECT_FALSE(dropped.done);
+    EXPECT_EQ(dropped.failure, "“T.甲”不是节点的编号，不能移到那里");
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.甲"}));
+    EXPECT_EQ(document("T.1"), "T.1");
 }
 
 TEST_F(MoveNode, AKeyOfOtherCaseIsFoundButNotReplacedAndKeepsItsFile) {
@@ -395,7 +416,7 @@ TEST_F(MoveNode, WhatIsSavedWhileTheDocumentIsOpenComesAlong) {
         }
     };
     startDrag("T.2");
-    OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word},
+    OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word, longRun},
                 &workbench.TrvCurrent.Item("T.1"));
     EXPECT_EQ(boxes.shown.size(), 2U);
     EXPECT_EQ(document("T.1.1"), "saved");
@@ -447,8 +468,9 @@ TEST_F(MoveNode, WhereNobodyClosesTheFileTheMoveEndsAndTheOldFileStays) {
     boxes.mostBoxes = 2;
     const test::HeldLock reader(folder.path("用户模板/T/T.2.doc"), test::LockKind::whole);
     startDrag("T.2");
-    const Dropped dropped = OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word},
-                                        &workbench.TrvCurrent.Item("T.1"));
+    const Dropped dropped =
+        OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word, longRun},
+                    &workbench.TrvCurrent.Item("T.1"));
     EXPECT_EQ(boxes.shown.size(), 2U);
     EXPECT_TRUE(dropped.failure.contains("T.2.doc"));
     EXPECT_EQ(shownKeys(), QStringList({"T", "T.1", "T.1.1"}));

@@ -235,4 +235,15 @@ TEST_F(StoringATemplate, ADatabasePathWithAnApostropheServes) {
     EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.1"}));
 }
 
+TEST_F(StoringATemplate, ATextThatIsNoKeyBringsNoFileFromOutsideThePlansFolder) {
+    makeCurrentPlan({"T", "T.1d"});
+    folder.write("用户模板/外.doc", "outside");
+    for (const char* key : {"T./../外", "T.\\..\\外", "T.NUL", "T./外"}) {
+        add(*state.gDbUser->OpenRecordset("Select * from T"), {key, "外", "是"});
+    }
+    EXPECT_EQ(store().result, Stored::stored);
+    EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.1.doc", "T.mdb"}));
+    EXPECT_EQ(folder.read("用户模板/外.doc"), "outside");
+}
+
 } // namespace

@@ -122,7 +122,7 @@ TEST_F(CopyTemplate, TheRowsLastWhenTheCopyEndsAndWhenTheUserIsAsked) {
     };
     boxes.onBox = [&](std::size_t) { seen = lasting(); };
     workbench.copySourceKey = "M";
-    OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word},
+    OLEDragDrop(state, workbench, {boxes, splash, dialogs, events, word, longRun},
                 &workbench.TrvCurrent.Item("T"));
     EXPECT_EQ(seen, QStringList({"T", "T.1", "T.2", "T.2.1", "T.2.2", "T.2.2.1"}));
     EXPECT_EQ(lasting(), keys("T"));
@@ -159,7 +159,7 @@ TEST_F(CopyTemplate, NothingSelectedInTheTemplatesIsAnErrorOnlyOnADocument) {
     workbench.copySourceKey = "M.6";
     EXPECT_TRUE(dropOn("T.2").done);
     EXPECT_FALSE(dropOn("T.1").done);
-    expectOnly("未设置对象变量：模板树中没有选定的节点", desktop::Icon::none, "");
+    expectOnly("没有选中节点，请先选中一个节点。", desktop::Icon::none, "");
 }
 
 TEST_F(CopyTemplate, AFoldersDocumentsPassWhenTheTargetIsAFolder) {
@@ -303,8 +303,34 @@ TEST_F(CopyTemplate, AKeyOfAnotherTreeIsNotFound) {
     sample();
     workbench.copySourceKey = "T.1";
     EXPECT_FALSE(dropOn("T.1").done);
-    expectOnly("找不到元素", desktop::Icon::none, "");
+    expectOnly("编号为“T.1”的节点已不存在", desktop::Icon::none, "");
     EXPECT_EQ(keys("T").size(), 2);
+}
+
+TEST_F(CopyTemplate, ANodeOfAUsersPlanIsToldByItsNameAndWhereToCopyFrom) {
+    plan({"T", "T.1"});
+    sample();
+    workbench.TrvTemplate_Us.Add("U", "U", image::root, image::rootSelected);
+    workbench.TrvTemplate_Us.AddChild("U", "U.1", "说明", image::document, 6);
+    workbench.copySourceKey = "U.1";
+    EXPECT_FALSE(dropOn("T.1").done);
+    expectOnly("“说明”（U.1）在“用户方案”中，不能复制。只能复制“施工方案模板”中的节点。",
+               desktop::Icon::none, "");
+}
+
+TEST_F(CopyTemplate, AKeyThatLeadsOutOfTheFolderCopiesNeitherRowNorFile) {
+    plan({"T", "T.1"});
+    folder.write("Sys/标书模板/外.doc", "outside");
+    systemTemplate({{"M", "M"}, {"M./../外", "外", "是"}, {"M.1", "内", "是"}});
+    workbench.TrvTemplate.AddChild("M", "M.\\..\\外", "也", image::document, 6);
+    for (const char* key : {"M./../外", "M.\\..\\外"}) {
+        if (!workbench.TrvTemplate.find(key)) {
+            workbench.TrvTemplate.AddChild("M", key, "外", image::document, 6);
+        }
+        EXPECT_FALSE(dragTemplate(key, "T.1").done) << key;
+    }
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1"}));
+    EXPECT_TRUE(documents().isEmpty());
 }
 
 TEST_F(CopyTemplate, WithoutATargetNothingHappens) {
@@ -447,7 +473,7 @@ TEST_F(CopyTemplate, ARowThatCannotHangInTheTreeHidesWhatIsCopiedBehindIt) {
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.9.1", "T.1.1"}));
     EXPECT_EQ(shownKeys(), QStringList({"T", "T.1"}));
     ASSERT_EQ(messages.shown.size(), 2U);
-    EXPECT_EQ(messages.shown[0].text, "找不到元素");
+    EXPECT_EQ(messages.shown[0].text, "编号为“T.1.1”的节点已不存在");
 }
 
 } // namespace

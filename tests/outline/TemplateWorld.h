@@ -1,7 +1,7 @@
 #pragma once
 
 #include "outline/LibraryTree.h"
-#include "outline/TemplateLibrary.h"
+#include "outline/OutlinePaths.h"
 #include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 

@@ -1,4 +1,4 @@
-#include "outline/TreeRefill.h"
+#include "outline/TreeLoading.h"
 
 #include "support/DragWorld.h"
 #include "support/Text.h"

@@ -1,19 +1,12 @@
 #include "generate/walk/InsertNodeDocument.h"
 
+#include "outline/OutlinePaths.h"
 #include "platform/files/Paths.h"
 #include "store/FontSizeToPoints.h"
-
-using namespace Qt::StringLiterals;
 
 namespace qvnd::generate {
 
 namespace {
-
-// The plan's name is the key of node 1.
-QString documentPath(const GenerationRun& run, const VisitedNode& visited) {
-    return files::withSeparator(run.program.modMain.gUserTplPath + run.TrvEdit.Item(1).Key()) +
-           visited.node.Key() + u".doc"_s;
-}
 
 int endOf(word::Document& document) { return document.paragraphs().Last().Range().End(); }
 
@@ -50,7 +43,9 @@ void insertNodeDocument(GenerationRun& run, const VisitedNode& visited) {
     if (run.switches().gBlankLineAroundTitle)
         selection.TypeParagraph();
     const int start = endOf(run.word.activeDocument());
-    run.gPathTmp = documentPath(run, visited);
+    // The plan's name is the key of node 1.
+    run.gPathTmp =
+        outline::documentPath(run.program.modMain, run.TrvEdit.Item(1).Key(), visited.node.Key());
     selection.InsertFile(files::toPath(run.gPathTmp));
     formatInserted(run, visited, start);
     selectLastMark(run, visited);

@@ -1,6 +1,6 @@
 #pragma once
 
-class QString;
+#include <QString>
 
 namespace qvnd::outline {
 

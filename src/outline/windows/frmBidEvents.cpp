@@ -154,29 +154,6 @@ void frmBid::connectRenaming() {
     });
 }
 
-void frmBid::connectDragging() {
-    connect(TrvCurrent_, &OutlineView::oleStartDrag, this,
-            [this] { run([this] { OLEStartDrag(workbench_); }); });
-    connect(TrvCurrent_, &OutlineView::oleDragOver, this, [this](OutlineNode* node) {
-        if (node != workbench_.TrvCurrent.SelectedItem()) {
-            run([&] { OLEDragOver(workbench_, node); });
-        }
-    });
-    connect(TrvCurrent_, &OutlineView::oleDragDrop, this,
-            [this](OutlineNode* node) { run([&] { commands_.drop(node); }); });
-    connect(TrvCurrent_, &OutlineView::dropTargetGone, this, [this] {
-        run([this] {
-            workbench_.dragKey.clear(); // or the next drop would count as the end of this drag
-            services_.messages.tell(QStringLiteral("拖放到的节点已不存在，请重新拖放。"),
-                                    desktop::Icon::information, QStringLiteral("提示"));
-        });
-    });
-    connect(TrvCurrent_, &OutlineView::filesDropped, this,
-            [this](const OutlineNode* node, const QStringList& files) {
-                run([&] { commands_.addFiles(node, files); });
-            });
-}
-
 void frmBid::connectTrvTemplate() {
     const auto events = [this] {
         return TrvTemplateEvents(state_, workbench_, services_.messages, preview_);
@@ -227,6 +204,29 @@ void frmBid::connectTrvTemplate_Us() {
     connect(TrvTemplate_Us_, &OutlineView::mouseDown, this,
             [this, events](Qt::MouseButton, OutlineNode* node) {
                 run([&] { events().MouseDown(node); });
+            });
+}
+
+void frmBid::connectDragging() {
+    connect(TrvCurrent_, &OutlineView::oleStartDrag, this,
+            [this] { run([this] { OLEStartDrag(workbench_); }); });
+    connect(TrvCurrent_, &OutlineView::oleDragOver, this, [this](OutlineNode* node) {
+        if (node != workbench_.TrvCurrent.SelectedItem()) {
+            run([&] { OLEDragOver(workbench_, node); });
+        }
+    });
+    connect(TrvCurrent_, &OutlineView::oleDragDrop, this,
+            [this](OutlineNode* node) { run([&] { commands_.drop(node); }); });
+    connect(TrvCurrent_, &OutlineView::dropTargetGone, this, [this] {
+        run([this] {
+            workbench_.dragKey.clear(); // or the next drop would count as the end of this drag
+            services_.messages.tell(QStringLiteral("拖放到的节点已不存在，请重新拖放。"),
+                                    desktop::Icon::information, QStringLiteral("提示"));
+        });
+    });
+    connect(TrvCurrent_, &OutlineView::filesDropped, this,
+            [this](const OutlineNode* node, const QStringList& files) {
+                run([&] { commands_.addFiles(node, files); });
             });
 }
 

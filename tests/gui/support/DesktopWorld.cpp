@@ -2,6 +2,7 @@
 
 #include "plans/DlgNew.h"
 #include "startup/FirstStart.h"
+#include "support/FakeLongRun.h"
 
 namespace qvnd::test {
 
@@ -66,6 +67,7 @@ DesktopWorld::DesktopWorld(desktop::MessageBoxes& messages, desktop::FileDialogs
 }
 
 outline::Services DesktopWorld::services() {
+    static FakeLongRun longRun;
     return {messages_, splash_, dialogs_, events, word_, longRun};
 }
 

@@ -5,7 +5,6 @@
 #include "startup/windows/DesktopRun.h"
 #include "startup/windows/frmSplash.h"
 #include "support/FakeHelpWindow.h"
-#include "support/FakeLongRun.h"
 #include "support/FakeShell.h"
 
 #include <functional>
@@ -48,7 +47,6 @@ private:
     desktop::MessageBoxes& messages_;
     desktop::FileDialogs& dialogs_;
     word::ApplicationFactory& word_;
-    FakeLongRun longRun;
     startup::WidgetSplash splash_;
     FakePreview preview_;
     std::unique_ptr<startup::DesktopRun> run_;

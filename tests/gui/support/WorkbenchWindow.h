@@ -31,8 +31,8 @@ public:
     void endAtOnce() override { asked << "endAtOnce"; }
     void exit() override { asked << "exit"; }
 
-    QStringList asked;
     QStringList status;
+    QStringList asked;
 };
 
 // A document view of a given height.

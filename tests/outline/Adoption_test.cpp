@@ -1,0 +1,74 @@
+#include "outline/CurrentPlan.h"
+
+#include "support/OutlineWorld.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::outline;
+
+namespace {
+
+// Folders that came from elsewhere, with a database that anyone may have made.
+struct Adoption : testing::Test, test::OutlineWorld {
+    const std::vector<test::OutlineRowText> rows{
+        {"甲", "甲"}, {"甲.1", "章"}, {"甲./../../外", "外", "是"}, {"乙.2", "他人", "是"}};
+
+    void dropIn(const QString& folderName) {
+        folder.makeFolder(folderName);
+        makeTable(*create(folder.path(folderName + "/甲.mdb")), "甲", rows);
+    }
+    QStringList toldOf(const QString& part) const {
+        QStringList texts;
+        for (const auto& message : messages.shown) {
+            if (message.text.contains(part)) {
+                texts << message.text;
+            }
+        }
+        return texts;
+    }
+    const QString told = "收入的“甲”中，下列 2 个节点的编号不合规则，它们没有对应的文件，"
+                         "不能浏览、复制或生成：\n外（甲./../../外）\n他人（乙.2）";
+};
+
+TEST_F(Adoption, OfAPlanTellsTheRowsWhoseKeysAreNoKeysOnce) {
+    dropIn("用户模板/甲");
+    adoptPlanFolders(state, workbench, messages, splash);
+    EXPECT_EQ(keys("甲").size(), 4);
+    EXPECT_EQ(toldOf("编号"), QStringList(told));
+    messages.shown.clear();
+    adoptPlanFolders(state, workbench, messages, splash);
+    EXPECT_TRUE(toldOf("编号").isEmpty());
+}
+
+TEST_F(Adoption, OfATemplateTellsThemToo) {
+    dropIn("Sys/标书模板/甲");
+    adoptTemplateFolders(state, workbench, messages, splash);
+    EXPECT_EQ(toldOf("编号"), QStringList(told));
+}
+
+TEST_F(Adoption, OfAnOutlineWithKeysAloneTellsNothing) {
+    folder.makeFolder("Sys/标书模板/丙");
+    makeTable(*create(folder.path("Sys/标书模板/丙/丙.mdb")), "丙",
+              {{"丙", "丙"}, {"丙.1", "章"}, {"丙.1.12", "文", "是"}});
+    adoptTemplateFolders(state, workbench, messages, splash);
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+// A list that comes with a shared work space may name anything.
+TEST_F(Adoption, ANameInTheListThatLeadsOutOfTheFolderIsForgottenAndNothingElseTouched) {
+    folder.write("外/外.mdb", "outside");
+    for (const char* name : {"../外", "..", "甲/..", "NUL"}) {
+        registerName(*state.gDbUser, name);
+        registerName(*state.gDbTemplate, name);
+    }
+    adoptTemplateFolders(state, workbench, messages, splash);
+    adoptPlanFolders(state, workbench, messages, splash);
+    EXPECT_TRUE(registered(*state.gDbUser).isEmpty());
+    EXPECT_TRUE(registered(*state.gDbTemplate).isEmpty());
+    EXPECT_TRUE(folder.exists("外/外.mdb"));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+} // namespace
