@@ -270,5 +270,51 @@ TEST_F(PreviewPaneTest, AnotherDocumentIsShownFromItsTop) {
     EXPECT_EQ(bar().value(), 0);
 }
 
+// A file that the word processor has saved
+
+TEST_F(PreviewPaneTest, ASavedDocumentIsShownAnewAtThePlaceThatIsSeen) {
+    open(false);
+    show(document("a.doc", 200));
+    ASSERT_TRUE(waitFor([&] { return pane->pageCount() > 3; }));
+    const int pages = pane->pageCount();
+    QCoreApplication::processEvents();
+    pane->move(0, -300);
+    document("a.doc", 300);
+    ASSERT_TRUE(waitFor([&] { return pane->pageCount() > pages; }));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(top(), 300);
+}
+
+TEST_F(PreviewPaneTest, ASavedDocumentIsDrawnExactlyAnew) {
+    writePdf(2, Qt::red);
+    open(true);
+    show(document("a.doc", 3));
+    ASSERT_TRUE(waitFor([&] { return pane->isExact(); }));
+    writePdf(5, Qt::blue);
+    document("a.doc", 40);
+    ASSERT_TRUE(waitFor([&] { return pane->isExact() && pane->pageCount() == 5; }));
+}
+
+TEST_F(PreviewPaneTest, WhileTheSavedFileCannotBeReadThePagesSeenStay) {
+    open(false);
+    show(document("a.doc", 3));
+    office.folder.write("a.doc", "half written");
+    ASSERT_TRUE(waitFor([&] { return !notice().isHidden(); }));
+    EXPECT_EQ(pane->pageCount(), 1);
+    EXPECT_TRUE(hasInk(area().grab().toImage()));
+    document("a.doc", 200);
+    EXPECT_TRUE(waitFor([&] { return pane->pageCount() > 3; }));
+    EXPECT_TRUE(notice().isHidden());
+}
+
+TEST_F(PreviewPaneTest, AHiddenPaneFollowsNoFile) {
+    open(false);
+    show(document("a.doc", 3));
+    frame->document().hide();
+    document("a.doc", 200);
+    QTest::qWait(700);
+    EXPECT_EQ(pane->pageCount(), 0);
+}
+
 } // namespace
 } // namespace qvnd::preview

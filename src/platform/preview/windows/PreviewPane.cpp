@@ -11,6 +11,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -61,9 +62,9 @@ PreviewPane::PreviewPane(PageConversion& conversion, QWidget* parent)
 
 PreviewPane::~PreviewPane() = default;
 
-void PreviewPane::show(const QString& path) {
-    letGo();
-    path_ = path;
+// The first pages if they are there at once.
+ReadingLoad::Pages PreviewPane::beginReading() {
+    isRead_ = false;
     ReadingLoad::Receiver receiver;
     receiver.read = [this](ReadingLoad::Pages pages, bool) { showReading(std::move(pages)); };
     receiver.failed = [this](const QString& reason) { say(reason); };
@@ -73,10 +74,16 @@ void PreviewPane::show(const QString& path) {
             update();
         }
     };
-    load_ = std::make_unique<ReadingLoad>(path, cutLine(conversion_.isAvailable()),
+    load_ = std::make_unique<ReadingLoad>(path_, cutLine(conversion_.isAvailable()),
                                           std::move(receiver));
+    return load_->wait(firstSight);
+}
+
+void PreviewPane::show(const QString& path) {
+    letGo();
+    path_ = path;
     try {
-        if (ReadingLoad::Pages pages = load_->wait(firstSight)) {
+        if (ReadingLoad::Pages pages = beginReading()) {
             showReading(std::move(pages));
         } else {
             say(u"正在读取文档……"_s);
@@ -85,7 +92,19 @@ void PreviewPane::show(const QString& path) {
         hide();
         throw;
     }
+    watch_.watch(path_);
     QWidget::show();
+}
+
+void PreviewPane::readAnew() {
+    wish_.reset();
+    try {
+        if (ReadingLoad::Pages pages = beginReading()) {
+            showReading(std::move(pages));
+        }
+    } catch (const RunTimeError& failure) {
+        say(QString::fromStdU16String(failure.description()));
+    }
 }
 
 void PreviewPane::hide() {
@@ -94,6 +113,7 @@ void PreviewPane::hide() {
 }
 
 void PreviewPane::letGo() {
+    watch_.watch({});
     wish_.reset();
     load_.reset();
     source_ = nullptr;
@@ -113,13 +133,16 @@ void PreviewPane::letGo() {
 void PreviewPane::showReading(ReadingLoad::Pages pages) {
     say({});
     const int top = -y(); // more pages come below, and nothing above moves
-    const bool isFirst = !reading_;
+    const bool isFirst = !source_;
     reading_ = std::move(pages);
     showPages(*reading_);
-    if (isFirst) {
-        convert();
-    } else {
+    exact_.reset();
+    isExact_ = false;
+    if (!isFirst) {
         keepPlace(top);
+    }
+    if (!std::exchange(isRead_, true)) {
+        convert();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/preview/DocumentPreview.h"
+#include "platform/preview/FileWatch.h"
 #include "platform/preview/PageConversion.h"
 #include "platform/preview/windows/PageColumn.h"
 #include "platform/preview/windows/PdfPages.h"
@@ -22,6 +23,9 @@ namespace qvnd::preview {
 // the others come. A document that takes longer to read is announced, and the window goes on. With
 // an office suite the exact pages take over when they are there, at the place that is seen; why
 // they do not come is said in the pane.
+//
+// The pane follows the file: when a word processor has saved it, its new state takes the place of
+// the one that is seen. While it cannot be read, the pages seen stay and the reason is said.
 class PreviewPane : public QWidget, public DocumentPreview {
     Q_OBJECT
 
@@ -54,6 +58,8 @@ protected:
 
 private:
     void letGo();
+    ReadingLoad::Pages beginReading();
+    void readAnew();
     void showReading(ReadingLoad::Pages pages);
     void showPages(PageSource& source);
     void convert();
@@ -68,7 +74,9 @@ private:
 
     PageConversion& conversion_;
     QString path_;
+    FileWatch watch_{[this] { readAnew(); }};
     std::unique_ptr<ReadingLoad> load_;
+    bool isRead_ = false; // the file as it is, at least in part
     std::unique_ptr<ReadingPages> reading_;
     std::unique_ptr<PageConversion::Wish> wish_;
     std::unique_ptr<PdfPages> exact_;
