@@ -1,5 +1,6 @@
 #include "tools/Command.h"
 
+#include "tools/CheckCommand.h"
 #include "tools/DocCommands.h"
 #include "tools/FormatCommands.h"
 #include "tools/GenerateCommand.h"
@@ -20,7 +21,8 @@ std::vector<Command> commandTable() {
     for (const auto& group :
          {planCommands(), planDeletion(), importLegacyCommands(), outlineCommands(),
           outlineEditCommands(), outlineDragCommands(), templateCommands(), similarCommands(),
-          formatCommands(), generateCommands(), docCommands(), registryCommands()}) {
+          formatCommands(), checkCommands(), generateCommands(), docCommands(),
+          registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -1,0 +1,141 @@
+#include "generate/PlanCheck.h"
+
+#include "outline/OutlineRows.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/engine/DocumentImport.h"
+#include "platform/word/engine/DocumentSource.h"
+#include "platform/word/engine/NormalTemplate.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+using outline::OutlineNode;
+using Kind = PlanFinding::Kind;
+
+QString adviceFor(Kind kind) {
+    switch (kind) {
+    case Kind::missing:
+        return u"把文件放回方案的文件夹，或在工作台中删除这个节点，重新添加文档。"_s;
+    case Kind::open:
+        return u"在文字处理软件中关闭它，再生成。"_s;
+    case Kind::encrypted:
+        return u"用文字处理软件打开它，去掉打开密码，再保存。"_s;
+    case Kind::unreadable:
+        return u"用文字处理软件打开它，另存为 Word 97-2003 文档（.doc）；打不开时换一个完好的文件。"_s;
+    case Kind::notCarried:
+        return u"不影响生成。需要这些内容时，在文档中把它们改成正文或嵌入式图片。"_s;
+    case Kind::emptyFolder:
+        return u"在它下面添加文档；不需要这个标题时删除它。"_s;
+    case Kind::runsOn:
+        return u"在格式设置中选中“标题前后插入空行”，或把一个文档放到最前面；在同一窗口中再生成一次也可以。"_s;
+    }
+    return {};
+}
+
+// What the door of the engine says of a document that it refuses.
+QString refusalOf(const std::filesystem::path& path) {
+    try {
+        word::readDocumentFile(path);
+        return {};
+    } catch (const RunTimeError& refusal) {
+        return QString::fromStdU16String(refusal.description());
+    }
+}
+
+class Check {
+public:
+    explicit Check(const PlanCheckParts& parts) : parts_(parts) {}
+
+    std::vector<PlanFinding> run() {
+        for (int i = 2; i <= parts_.TrvEdit.Count(); ++i) {
+            if (parts_.nextNode)
+                parts_.nextNode();
+            const OutlineNode& node = parts_.TrvEdit.Item(i);
+            if (node.Image() == outline::image::document)
+                look(node);
+            else
+                lookAtFolder(node);
+        }
+        return std::move(found_);
+    }
+
+private:
+    void add(Kind kind, const OutlineNode& node, const QString& what) {
+        found_.push_back({kind, node.Key(), node.Text(), what, adviceFor(kind)});
+    }
+
+    void lookAtFolder(const OutlineNode& node) {
+        if (node.Child() == nullptr)
+            add(Kind::emptyFolder, node, u"文件夹是空的，生成后只有一个标题。"_s);
+        const bool isFirst = &node == parts_.TrvEdit.Item(1).Child();
+        if (isFirst && parts_.firstHeadingRunsOn && parts_.TrvEdit.Count() > 2)
+            add(Kind::runsOn, node,
+                u"它是第一个节点，没有正文，下一个标题会接在它的标题后面，成为一行。"_s);
+    }
+
+    void look(const OutlineNode& node) {
+        const QString path =
+            outline::documentPath(parts_.state, parts_.TrvEdit.Item(1).Key(), node.Key());
+        if (!parts_.state.gFso->FileExists(path)) {
+            add(Kind::missing, node, u"找不到文件“"_s + path + u"”。"_s);
+            return;
+        }
+        if (parts_.inUse.isDocumentOpen(path))
+            add(Kind::open, node, u"文档在文字处理软件中打开着，这时不能生成。"_s);
+        read(node, files::toPath(path));
+    }
+
+    void read(const OutlineNode& node, const std::filesystem::path& path) {
+        try {
+            const auto carried =
+                word::importDocument(target_.tables, names_, word::readDocument(path));
+            for (const std::u16string& line : carried.leftOut)
+                add(Kind::notCarried, node, QString::fromStdU16String(line));
+        } catch (const word::FormatError& refusal) {
+            const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
+            add(isLocked ? Kind::encrypted : Kind::unreadable, node, refusalOf(path));
+        }
+    }
+
+    const PlanCheckParts& parts_;
+    // What generating would put the documents into; without their texts.
+    word::DocumentContent target_ = word::normalTemplate();
+    word::BookmarkNames names_;
+    std::vector<PlanFinding> found_;
+};
+
+} // namespace
+
+bool PlanFinding::keepsDocumentOut() const {
+    return kind == Kind::missing || kind == Kind::encrypted || kind == Kind::unreadable;
+}
+
+QString nameOf(PlanFinding::Kind kind) {
+    switch (kind) {
+    case Kind::missing:
+        return u"missing"_s;
+    case Kind::open:
+        return u"open"_s;
+    case Kind::encrypted:
+        return u"encrypted"_s;
+    case Kind::unreadable:
+        return u"unreadable"_s;
+    case Kind::notCarried:
+        return u"notCarried"_s;
+    case Kind::emptyFolder:
+        return u"emptyFolder"_s;
+    case Kind::runsOn:
+        return u"runsOn"_s;
+    }
+    return {};
+}
+
+std::vector<PlanFinding> checkPlan(const PlanCheckParts& parts) { return Check(parts).run(); }
+
+} // namespace qvnd::generate

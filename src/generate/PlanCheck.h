@@ -1,0 +1,55 @@
+#pragma once
+
+#include "outline/OutlineTree.h"
+#include "platform/files/FilesInUse.h"
+#include "store/modMain.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace qvnd::generate {
+
+// Something that a planner should know before generating: the node, what is the matter with it, and
+// what to do about it.
+struct PlanFinding {
+    enum class Kind {
+        missing,     // a document without a file
+        open,        // a document that a word processor holds open, which refuses the generation
+        encrypted,   // a document with a password
+        unreadable,  // a damaged document, or one of another format
+        notCarried,  // something in a document that stays behind
+        emptyFolder, // a heading with nothing below it
+        runsOn,      // a first folder: its heading goes on in the next node's
+    };
+
+    Kind kind;
+    QString key;
+    QString name;
+    QString what;
+    QString advice;
+
+    // Whether the node's document will not come in.
+    bool keepsDocumentOut() const;
+};
+
+// The kind as scripts see it: the enumerator's name.
+QString nameOf(PlanFinding::Kind kind);
+
+struct PlanCheckParts {
+    modMain& state;
+    const outline::OutlineTree& TrvEdit;
+    files::FilesInUse& inUse;
+    // Whether the paragraph of a first folder's heading stays open: in the first run of a window,
+    // without blank lines around titles.
+    bool firstHeadingRunsOn;
+    // Called ahead of each node, so that events can run.
+    std::function<void()> nextNode;
+};
+
+// Looks at every node of the tree and reads every document, as generating will. Changes nothing.
+// In the order of the tree.
+std::vector<PlanFinding> checkPlan(const PlanCheckParts& parts);
+
+} // namespace qvnd::generate
