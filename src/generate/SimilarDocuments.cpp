@@ -71,10 +71,11 @@ void SimilarDocuments::cmdBrowse() {
 
 bool SimilarDocuments::cmdInsert() {
     try {
-        if (services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
+        if (services_.word.isAtWork() || services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
             services_.messages.tell(u"对不起，请先关闭Word文档！"_s, Icon::information);
             return false;
         }
+        const WordSession::Work work(services_.word);
         services_.word.hold(services_.wordProcessor.create());
         const QString path = target();
         if (rows_.empty()) {

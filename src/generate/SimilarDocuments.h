@@ -56,8 +56,9 @@ public:
     void cmdBrowse();
     // Puts the selected row's document in front of what the document selected in TrvEdit holds, and
     // shows that in the preview. Refused while a document of either folder is open in a word
-    // processor. With an empty list the word processor that it starts is left running. True when it
-    // was inserted; an error is shown and leaves the word processor as it is.
+    // processor, and while an insertion is under way. With an empty list the word processor that it
+    // starts is left running. True when it was inserted; an error is shown and leaves the word
+    // processor as it is.
     bool cmdInsert();
     // Shows the selected row's document in the preview and starts its application on it.
     void cmdOpen();

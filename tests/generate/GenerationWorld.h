@@ -4,6 +4,7 @@
 #include "generate/driver/BuildBid.h"
 #include "generate/driver/RebuildContents.h"
 #include "platform/jet/Workspace.h"
+#include "support/FakeWordProcessorWindows.h"
 #include "support/RecordingWord.h"
 #include "support/recording/RecordingDesk.h"
 
@@ -20,17 +21,6 @@ public:
 
     QString style;
     QString indent = QStringLiteral("2");
-};
-
-class FakeWordProcessorWindows : public desktop::WordProcessorWindows {
-public:
-    bool isOpenIn(const QStringList& folders) override {
-        asked = folders;
-        return open;
-    }
-
-    bool open = false;
-    QStringList asked;
 };
 
 // A plan 工程 in a temporary work space, settings of a first installation, and everything that

@@ -101,6 +101,21 @@ TEST_F(ErrorsInTheCommand, AServerThatDoesNotStartLeavesEveryStatementWithoutAnO
     EXPECT_TRUE(logged("message [none] 部件不能创建对象"));
 }
 
+TEST_F(ErrorsInTheCommand, APreviewThatCannotBeTurnedOnIsToldAndTheRunGoesOn) {
+    log.failAt("preview on", 31024, u"无法显示");
+    EXPECT_EQ(build(), BuildOutcome::finished);
+    EXPECT_EQ(linesBetween("preview on", "progress 0.1"),
+              "dlgTB.hide\nmessage [none] 无法显示\ndlgTB.show\ndlgTB.show\nprogress 0.05\n"
+              "create Word.Application\nDocuments.Add\nActiveDocument.Activate\n"
+              "ActiveDocument.SaveAs work/施工方案.doc\nApplication.Visible = true\n");
+}
+
+TEST_F(ErrorsInTheCommand, APreviewThatFailsWithNumberZeroLeavesForTheStopPath) {
+    log.failAt("preview on", 0, u"");
+    EXPECT_EQ(build(), BuildOutcome::stopped);
+    EXPECT_EQ(wholeLog(), "pointer hourglass\npreview on\nevents\npointer normal\n");
+}
+
 TEST_F(ErrorsInTheCommand, AFailedLastSaveIsToldByTheOutcome) {
     log.failAt("ActiveDocument.SaveAs", 61, u"磁盘已满", 2);
     EXPECT_EQ(build(), BuildOutcome::notSaved);

@@ -200,6 +200,16 @@ TEST_F(SimilarDocumentsDialog, NothingIsStartedWhileAWordProcessorHoldsADocument
               QStringList({folder.path("用户模板/P"), folder.path("Sys/标书模板/乙")}));
 }
 
+TEST_F(SimilarDocumentsDialog, ASecondInsertionInTheFirstIsRefused) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(0);
+    log.at("Selection.InsertFile", [&] { EXPECT_FALSE(dialog.cmdInsert()); });
+    EXPECT_TRUE(dialog.cmdInsert());
+    expectMessage("对不起，请先关闭Word文档！", desktop::Icon::information, "");
+    EXPECT_TRUE(dialog.cmdInsert()) << "the next one may run again";
+}
+
 TEST_F(SimilarDocumentsDialog, AnErrorIsShownAndTheWordProcessorStays) {
     makeTwoTemplates();
     auto dialog = loaded();

@@ -12,9 +12,11 @@ class FakeShell : public desktop::Shell {
 public:
     void run(const QString& program) override { start(started, program); }
     void open(const QString& file) override { start(opened, file); }
+    void openAsTemplate(const QString& file) override { start(basedOn, file); }
 
     QStringList started;
     QStringList opened;
+    QStringList basedOn;
     bool isBroken = false;
 
 private:

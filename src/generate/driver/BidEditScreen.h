@@ -22,4 +22,14 @@ public:
     virtual void activatePreview() = 0;
 };
 
+// The same with the sizes of the preview: the view of the document (OleEdit) in its pane (PicEdit),
+// and the scroll bar (VSEdit).
+class BidEditPane : public BidEditScreen {
+public:
+    // Brings the view down to the pane, width and height, when it is larger.
+    virtual void shrinkPreview() = 0;
+    // Gives the scroll bar ten steps when the view is taller than the pane, else none.
+    virtual void setScrollSteps() = 0;
+};
+
 } // namespace qvnd::generate

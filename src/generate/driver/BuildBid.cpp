@@ -20,8 +20,10 @@ bool refused(const GenerationRun& run) {
         services.messages.tell(u"没有内容去生成标书！"_s, desktop::Icon::information);
         return true;
     }
-    const QString& planFolder = run.program.modMain.gUserTplPath + run.TrvEdit.Item(1).Key();
-    if (services.wordProcessorWindows.isOpenIn({run.program.modMain.gWorkPath, planFolder})) {
+    const modMain& state = run.program.modMain;
+    const QString planFolder = state.gUserTplPath + run.TrvEdit.Item(1).Key();
+    if (run.word.isAtWork() ||
+        services.wordProcessorWindows.isOpenIn({state.gWorkPath, planFolder})) {
         services.messages.tell(u"对不起，请您先关闭Word文档。如不在任务栏显示请按Ctrl+Alt+Del ！"_s,
                                desktop::Icon::exclamation);
         return true;
@@ -57,6 +59,7 @@ BuildOutcome BuildBid(const ProgramState& program, const GenerationServices& ser
     GenerationRun run(program, services, window, TrvEdit);
     if (refused(run))
         return BuildOutcome::refused;
+    const WordSession::Work work(run.word);
     try {
         return build(run);
     } catch (const LeaveForStopPath&) {

@@ -8,7 +8,7 @@
 namespace qvnd::generate {
 
 enum class BuildOutcome {
-    refused,  // nothing has changed
+    refused,  // nothing has changed; also while another run is under way
     stopped,  // the file holds what was saved last: the outline without cover and contents
     notSaved, // ran to its end, but the finished document could not be written
     finished,

@@ -6,9 +6,10 @@ namespace qvnd::generate {
 
 namespace {
 
-void showThatItRuns(const GenerationServices& services) {
+void showThatItRuns(GenerationRun& run) {
+    const GenerationServices& services = run.services;
     services.screen.showHourglass();
-    services.screen.turnPreviewOn();
+    run.attempt([&] { services.screen.turnPreviewOn(); });
     services.dlgTB.show();
     services.dlgTB.setProgress(0.05);
 }
@@ -49,7 +50,7 @@ void typeEmptyParagraphs(GenerationRun& run) {
 } // namespace
 
 void startDocument(GenerationRun& run) {
-    showThatItRuns(run.services);
+    showThatItRuns(run);
     startWordProcessor(run);
     createTarget(run);
     typeEmptyParagraphs(run);

@@ -11,6 +11,24 @@ namespace qvnd::generate {
 // 91. A reference may outlive its command: what is still held is dropped before the next start.
 class WordSession {
 public:
+    // A command's work through the session. While it lasts, the word processor's window counts as
+    // open, so that a second command is refused and does not drop what the first one holds.
+    class Work {
+    public:
+        explicit Work(WordSession& session) : session_(session), before_(session.isAtWork_) {
+            session.isAtWork_ = true;
+        }
+        ~Work() { session_.isAtWork_ = before_; }
+        Work(const Work&) = delete;
+        Work& operator=(const Work&) = delete;
+
+    private:
+        WordSession& session_;
+        bool before_;
+    };
+
+    bool isAtWork() const { return isAtWork_; }
+
     bool held() const { return application_ != nullptr; }
     void hold(std::unique_ptr<word::Application> application);
     void dropApplication();
@@ -27,6 +45,7 @@ public:
 private:
     std::unique_ptr<word::Application> application_;
     word::Document* document_ = nullptr;
+    bool isAtWork_ = false;
 };
 
 } // namespace qvnd::generate

@@ -5,8 +5,8 @@
 namespace qvnd::desktop {
 
 // The small dialog over a long run (dlgTB): a label, a bar and a stop button. The button is
-// served only while Events::doEvents or a message box runs; it sets modMain::StopRequested and
-// unloads the dialog.
+// served only while Events::doEvents or a message box runs, and while progress is shown; it sets
+// modMain::StopRequested and unloads the dialog.
 class ProgressDialog {
 public:
     virtual ~ProgressDialog() = default;

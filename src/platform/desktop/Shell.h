@@ -14,6 +14,9 @@ public:
     // Opens a file with the desktop's own handler for its kind (verb 2 of a document);
     // RunTimeError 53 when the file is missing, 31031 when no handler takes it.
     virtual void open(const QString& file) = 0;
+    // Opens a new, unnamed document based on the file in the desktop's word processor; saving it
+    // asks for a name and leaves the file as it is. Errors as open().
+    virtual void openAsTemplate(const QString& file) = 0;
 };
 
 } // namespace qvnd::desktop

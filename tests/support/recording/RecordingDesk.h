@@ -55,7 +55,7 @@ private:
     CallLog& log_;
 };
 
-class RecordingScreen : public generate::BidEditScreen {
+class RecordingScreen : public generate::BidEditPane {
 public:
     explicit RecordingScreen(CallLog& log) : log_(log) {}
     void showHourglass() override { log_.write("pointer hourglass"); }
@@ -68,6 +68,8 @@ public:
     }
     void updatePreview() override { log_.write("preview update"); }
     void activatePreview() override { log_.write("preview activate"); }
+    void shrinkPreview() override { log_.write("preview shrink"); }
+    void setScrollSteps() override { log_.write("preview scroll steps"); }
 
 private:
     CallLog& log_;

@@ -1,10 +1,13 @@
 #include "platform/desktop/windows/WidgetShell.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/office/OfficeSuite.h"
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QUrl>
 
 namespace qvnd::desktop {
@@ -23,6 +26,23 @@ void WidgetShell::run(const QString& program) {
     if (!QProcess::startDetached(program, {})) {
         notFound(program);
     }
+}
+
+void WidgetShell::openAsTemplate(const QString& file) {
+    if (!QFileInfo::exists(file)) {
+        notFound(file);
+    }
+    const QString suite = office::OfficeSuite::installedProgram();
+    if (!suite.isEmpty() && QProcess::startDetached(suite, {QStringLiteral("-n"), file})) {
+        return;
+    }
+    QTemporaryDir folder;
+    folder.setAutoRemove(false); // the word processor works on the copy
+    const QString copy = folder.filePath(QFileInfo(file).fileName());
+    if (!QFile::copy(file, copy)) {
+        throw RunTimeError(error::pathAccess, ("无法写入临时文件：" + copy).toStdU16String());
+    }
+    open(copy);
 }
 
 void WidgetShell::open(const QString& file) {

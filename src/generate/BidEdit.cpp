@@ -1,0 +1,236 @@
+#include "generate/BidEdit.h"
+
+#include "generate/assembly/ProgramFile.h"
+#include "generate/driver/RebuildContents.h"
+#include "outline/BareNames.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/TreeLoading.h"
+#include "platform/error/IgnoringErrors.h"
+#include "platform/files/Paths.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+using desktop::Icon;
+using outline::OutlineNode;
+
+// The document view's own "cannot open the file".
+constexpr long documentNotShown = 31024;
+
+QString descriptionOf(const RunTimeError& failure) {
+    return QString::fromStdU16String(failure.description());
+}
+
+bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
+
+} // namespace
+
+BidEdit::BidEdit(const ProgramState& program, const BidEditServices& services)
+    : program_(program), services_(services) {}
+
+void BidEdit::Load() {
+    desktop::MessageBoxes& messages = services_.generation.messages;
+    try {
+        jet::Database& gDbUser = *program_.modMain.gDbUser;
+        const auto current = gDbUser.OpenRecordset(u"Select * from 当前表"_s);
+        QString plan;
+        if (current->Eof())
+            messages.tell(QString());
+        else
+            plan = current->Get(u"名称").TextOrEmpty();
+        const auto rows = gDbUser.OpenRecordset(u"Select * from "_s + outline::bracketedName(plan) +
+                                                u" order by ID asc"_s);
+        TrvEdit.Clear();
+        outline::FillOutlineTree(*rows, TrvEdit);
+        TrvEdit.Select(&TrvEdit.Item(TrvEdit.Count()));
+    } catch (const RunTimeError& failure) {
+        messages.tell(descriptionOf(failure));
+    }
+    NodeClick();
+}
+
+void BidEdit::NodeClick() {
+    const OutlineNode* selected = TrvEdit.SelectedItem();
+    openDocument = selected && isDocument(*selected);
+}
+
+const OutlineNode& BidEdit::selectedNode() const {
+    const OutlineNode* selected = TrvEdit.SelectedItem();
+    if (!selected)
+        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+    return *selected;
+}
+
+QString BidEdit::documentOf(const OutlineNode& node, const QString& plan) const {
+    return outline::documentPath(program_.modMain, plan, node.Key());
+}
+
+BuildOutcome BidEdit::mnuBuildbid() {
+    const BuildOutcome outcome = BuildBid(program_, services_.generation, state_, TrvEdit);
+    // A refused run has no dialog; the one on the screen may be another run's.
+    if (outcome != BuildOutcome::refused)
+        services_.generation.dlgTB.unload();
+    if (outcome == BuildOutcome::finished)
+        ignoringErrors([&] { services_.pane.turnPreviewOn(); });
+    return outcome;
+}
+
+void BidEdit::mnuBul() { RebuildContents(program_, services_.generation); }
+
+void BidEdit::mnuBrowseDoc() {
+    BidEditPane& pane = services_.pane;
+    try {
+        const OutlineNode& node = selectedNode();
+        if (!isDocument(node)) {
+            pane.turnPreviewOff();
+            return;
+        }
+        pane.turnPreviewOn();
+        pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
+        pane.updatePreview();
+        pane.shrinkPreview();
+        pane.setScrollSteps();
+    } catch (const RunTimeError&) {
+        services_.generation.messages.tell(u"打开文档时出现意外的错误！"_s, Icon::exclamation);
+    }
+}
+
+void BidEdit::DblClick() {
+    BidEditPane& pane = services_.pane;
+    try {
+        const OutlineNode& node = selectedNode();
+        if (!isDocument(node)) {
+            pane.turnPreviewOff();
+            return;
+        }
+        pane.turnPreviewOn();
+        pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
+        pane.setScrollSteps();
+        pane.updatePreview();
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == documentNotShown)
+            services_.generation.messages.tell(
+                u"出现意外的错误。可能是你的系统不稳定，请退出程序重新进入或是重启计算机。"_s,
+                Icon::information, u"提示"_s);
+    }
+}
+
+void BidEdit::mnuDocOpen() {
+    BidEditPane& pane = services_.pane;
+    try {
+        const OutlineNode* node = TrvEdit.SelectedItem();
+        if (!node || (!isDocument(*node) && node->Image() != outline::image::documentSelected))
+            return;
+        pane.loadPreview(documentOf(*node, TrvEdit.Item(1).Text()));
+        pane.activatePreview();
+        pane.shrinkPreview();
+    } catch (const RunTimeError&) {
+        services_.generation.messages.tell(u"打开文档时出现意外的错误！"_s);
+    }
+}
+
+void BidEdit::mnuOpenDoc() {
+    const OutlineNode& node = selectedNode();
+    if (!isDocument(node))
+        return;
+    BidEditPane& pane = services_.pane;
+    pane.turnPreviewOn();
+    pane.loadPreview(documentOf(node, TrvEdit.Item(1).Text()));
+    pane.activatePreview();
+    pane.updatePreview();
+    pane.turnPreviewOff();
+}
+
+QString BidEdit::finishedDocument() const { return program_.modMain.gWorkPath + u"施工方案.doc"_s; }
+
+bool BidEdit::isFinishedThere() const {
+    if (program_.modMain.gFso->FileExists(finishedDocument()))
+        return true;
+    services_.generation.messages.tell(u"对不起，系统尚未生成标书！"_s, Icon::exclamation);
+    return false;
+}
+
+void BidEdit::browseAsTemplate() {
+    if (isFinishedThere())
+        services_.shell.openAsTemplate(files::resolved(finishedDocument()));
+}
+
+void BidEdit::mnuBrowsebid() {
+    if (!isFinishedThere())
+        return;
+    services_.pane.loadPreview(finishedDocument());
+    services_.pane.activatePreview();
+    services_.pane.updatePreview();
+}
+
+QString BidEdit::companion() const {
+    return programFile(program_.modMain.gAppPath, u"文档柜"_s, u"文档柜.exe"_s);
+}
+
+void BidEdit::mnuBidData() { services_.shell.run(files::resolved(companion())); }
+
+void BidEdit::showBidData() {
+    const QString program = files::resolved(companion());
+    if (services_.windows.activate(u"文档柜"_s, program))
+        return;
+    if (program_.modMain.gFso->FileExists(program))
+        services_.shell.run(program);
+    else
+        services_.generation.messages.tell(u"没找到"_s + companion(), Icon::information);
+}
+
+void BidEdit::withHourglass(const std::function<void()>& work) {
+    services_.pane.showHourglass();
+    try {
+        work();
+    } catch (const RunTimeError&) {
+        services_.pane.showNormalPointer();
+        throw;
+    }
+    services_.pane.showNormalPointer();
+}
+
+std::vector<PlanFinding> BidEdit::check() {
+    std::vector<PlanFinding> found;
+    if (TrvEdit.Count() == 0)
+        return found;
+    withHourglass([&] {
+        const bool runsOn = !program_.switches.gBlankLineAroundTitle && !state_.AfterNodeFlag;
+        found = checkPlan({program_.modMain, TrvEdit, services_.inUse, runsOn,
+                           [this] { services_.generation.events.doEvents(); }});
+    });
+    return found;
+}
+
+void BidEdit::printPdf() {
+    desktop::MessageBoxes& messages = services_.generation.messages;
+    if (!isFinishedThere())
+        return;
+    if (!services_.pdf.isAvailable()) {
+        messages.tell(u"输出 PDF 需要办公软件 LibreOffice，但没有找到。"_s, Icon::exclamation,
+                      u"提示"_s);
+        return;
+    }
+    const QString pdf = program_.modMain.gWorkPath + u"施工方案.pdf"_s;
+    withHourglass([&] { services_.pdf.print(files::resolved(finishedDocument()), pdf); });
+    messages.tell(u"已输出 PDF 文件：\n"_s + pdf, Icon::information, u"提示"_s);
+}
+
+void BidEdit::runOfToolbar(const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const RunTimeError& failure) {
+        services_.generation.dlgTB.unload();
+        services_.pane.showNormalPointer();
+        program_.word.dropApplication();
+        services_.generation.dlgTB.unload();
+        if (failure.number() != 0)
+            services_.generation.messages.tell(descriptionOf(failure));
+    }
+}
+
+} // namespace qvnd::generate

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "generate/PlanCheck.h"
+#include "generate/driver/BuildBid.h"
+#include "platform/desktop/Shell.h"
+#include "platform/desktop/WindowLookup.h"
+#include "platform/office/PdfPrinter.h"
+
+#include <functional>
+#include <vector>
+
+namespace qvnd::generate {
+
+// What the plan edit window reaches outside itself; all of it outlives the window.
+struct BidEditServices {
+    GenerationServices generation;
+    // The screen of `generation`, with its sizes.
+    BidEditPane& pane;
+    desktop::Shell& shell;
+    desktop::WindowLookup& windows;
+    files::FilesInUse& inUse;
+    office::PdfPrinter& pdf;
+};
+
+// The plan edit window (frmBidEdit) without its window: the open plan's outline, which it never
+// changes, and the commands that preview, open and generate it. Where two commands do nearly the
+// same, their differences are meant.
+//
+// Unless a command says otherwise, an error passes to the caller.
+class BidEdit {
+public:
+    BidEdit(const ProgramState& program, const BidEditServices& services);
+
+    // Fills TrvEdit from the table of the open plan and selects the last node. An error shows its
+    // description; without an open plan an empty text is shown first.
+    void Load();
+    // Opens and closes the commands that open a document, by the kind of the selected node.
+    void NodeClick();
+
+    // mnuBuildbid and the key "生成标书". A finished document stands in the preview.
+    BuildOutcome mnuBuildbid();
+    void mnuBul();
+
+    // The selected document in the preview; a node of another kind turns the preview off. The menu
+    // shows it brought down to the pane and reports any error with one text; the double click is
+    // silent about all errors but 31024.
+    void mnuBrowseDoc();
+    void DblClick();
+
+    // The selected document in its own application. mnuDocOpen ("打开" and the key "打开文档")
+    // shows its failure and leaves the preview as it is; mnuOpenDoc ("打开文档") turns it off at
+    // the end.
+    void mnuDocOpen();
+    void mnuOpenDoc();
+
+    // The finished document: the key opens a new document based on it in the word processor, the
+    // menu shows the file itself and opens it. Both tell when there is none.
+    void browseAsTemplate();
+    void mnuBrowsebid();
+
+    // The companion tool: the menu starts it without any test; the key brings its window to front,
+    // else starts it, and tells when it is not there.
+    void mnuBidData();
+    void showBidData();
+
+    // What a planner should know before generating the outline as TrvEdit shows it. Events run
+    // while the documents are read.
+    std::vector<PlanFinding> check();
+    // Makes 施工方案.pdf of the finished document beside it; tells what came of it.
+    void printPdf();
+
+    // Runs a command of the toolbar: after an error the progress dialog is gone, the pointer the
+    // usual one and the word processor dropped; its description is shown, nothing for number 0.
+    void runOfToolbar(const std::function<void()>& command);
+
+    outline::OutlineTree TrvEdit{QStringLiteral("TrvEdit")};
+    // Enabled: button 4 of the toolbar and mnuOpenDoc.
+    bool openDocument = false;
+
+private:
+    const outline::OutlineNode& selectedNode() const;
+    QString documentOf(const outline::OutlineNode& node, const QString& plan) const;
+    QString finishedDocument() const;
+    bool isFinishedThere() const;
+    QString companion() const;
+    void withHourglass(const std::function<void()>& work);
+
+    ProgramState program_;
+    BidEditServices services_;
+    BidEditState state_;
+};
+
+} // namespace qvnd::generate

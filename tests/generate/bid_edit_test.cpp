@@ -1,0 +1,355 @@
+#include "generate/BidEdit.h"
+
+#include "generate/GenerationWorld.h"
+#include "support/Errors.h"
+#include "support/FakeFilesInUse.h"
+#include "support/FakePdfPrinter.h"
+#include "support/FakeShell.h"
+#include "support/FakeWindowLookup.h"
+#include "support/OutlineWorld.h"
+
+#include <fstream>
+
+using namespace Qt::StringLiterals;
+using namespace qvnd;
+using namespace qvnd::test;
+using generate::BidEdit;
+using generate::BuildOutcome;
+
+namespace {
+
+// The plan 工程 as the open one: a folder with a document, and a document at the end.
+class PlanEdit : public GenerationWorld {
+protected:
+    PlanEdit() {
+        program.gDbUser =
+            workspace.CreateDatabase(program.gUserTplPath + u"Db_UsTemplate.mdb"_s, {});
+        program.gDbUser->TableDefs().Append(OutlineWorld::nameTable("当前表"));
+        OutlineWorld::makeTable(*program.gDbUser, "工程",
+                                {{"工程", "工程"},
+                                 {"工程.1", "概况"},
+                                 {"工程.1.2", "说明", "是"},
+                                 {"工程.3", "附则", "是"}});
+        setCurrentPlan("工程");
+    }
+
+    void setCurrentPlan(const QString& name) {
+        program.gDbUser->Execute("DELETE * FROM 当前表");
+        const auto current = program.gDbUser->OpenRecordset("Select * from 当前表");
+        current->AddNew();
+        current->Set(u"名称", name);
+        current->Update();
+    }
+    BidEdit& loaded(const QString& select = u"工程.3"_s) {
+        edit = std::make_unique<BidEdit>(
+            state(), generate::BidEditServices{services(), screen, shell, lookup, inUse, pdf});
+        edit->Load();
+        edit->TrvEdit.Select(edit->TrvEdit.find(select));
+        edit->NodeClick();
+        return *edit;
+    }
+    void writeFinished() const { std::ofstream(place("work") / u"施工方案.doc") << "finished"; }
+    void writeCompanion() const {
+        std::filesystem::create_directories(place("app") / "sys" / u"文档柜");
+        std::ofstream(place("app") / "sys" / u"文档柜" / u"文档柜.exe") << "program";
+    }
+    QString companion() const { return program.gAppPath + u"sys/文档柜/文档柜.exe"_s; }
+    QString finished() const { return program.gWorkPath + u"施工方案.doc"_s; }
+
+    FakeShell shell;
+    FakeWindowLookup lookup;
+    FakeFilesInUse inUse;
+    FakePdfPrinter pdf;
+    std::unique_ptr<BidEdit> edit;
+};
+
+} // namespace
+
+// Load and enabling
+
+TEST_F(PlanEdit, LoadFillsTheTreeByIdAndSelectsTheLastNode) {
+    loaded();
+    edit->TrvEdit.Select(nullptr);
+    edit->Load();
+    EXPECT_EQ(edit->TrvEdit.Count(), 4);
+    EXPECT_EQ(edit->TrvEdit.Item(3).Parent()->Key(), u"工程.1"_s);
+    EXPECT_EQ(edit->TrvEdit.SelectedItem()->Key(), u"工程.3"_s);
+    EXPECT_TRUE(edit->openDocument);
+    EXPECT_EQ(wholeLog(), "");
+}
+
+TEST_F(PlanEdit, LoadedAgainTheTreeShowsThePlanThatIsOpenThen) {
+    loaded();
+    OutlineWorld::makeTable(*program.gDbUser, "乙", {{"乙", "乙"}, {"乙.1", "章"}});
+    setCurrentPlan("乙");
+    edit->Load();
+    EXPECT_EQ(edit->TrvEdit.Count(), 2);
+    EXPECT_FALSE(edit->openDocument);
+}
+
+TEST_F(PlanEdit, OpeningADocumentIsOnOfferOnADocumentAlone) {
+    EXPECT_TRUE(loaded(u"工程.1.2"_s).openDocument);
+    EXPECT_FALSE(loaded(u"工程.1"_s).openDocument);
+    EXPECT_FALSE(loaded(u"工程"_s).openDocument);
+    edit->TrvEdit.Select(nullptr);
+    edit->NodeClick();
+    EXPECT_FALSE(edit->openDocument);
+}
+
+TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
+    program.gDbUser->Execute("DELETE * FROM 当前表");
+    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf});
+    fresh.Load();
+    ASSERT_EQ(log.lines.size(), 2U) << wholeLog();
+    EXPECT_EQ(log.lines[0], "message [none] ");
+    EXPECT_TRUE(log.lines[1].starts_with("message [none] "));
+    EXPECT_GT(log.lines[1].size(), std::string("message [none] ").size());
+    EXPECT_EQ(fresh.TrvEdit.Count(), 0);
+}
+
+TEST_F(PlanEdit, AnErrorOfTheLoadShowsItsDescription) {
+    setCurrentPlan("没有");
+    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf});
+    fresh.Load();
+    ASSERT_EQ(log.lines.size(), 1U) << wholeLog();
+    EXPECT_NE(log.lines[0].find("没有"), std::string::npos) << log.lines[0];
+}
+
+// Preview
+
+TEST_F(PlanEdit, BrowsingShowsTheDocumentBroughtDownToThePane) {
+    loaded(u"工程.1.2"_s).mnuBrowseDoc();
+    EXPECT_EQ(wholeLog(), "preview on\npreview load plans/工程/工程.1.2.doc\npreview update\n"
+                          "preview shrink\npreview scroll steps\n");
+}
+
+TEST_F(PlanEdit, ADoubleClickShowsTheDocumentAtItsSizeAndUpdatesBehindTheScrollBar) {
+    loaded(u"工程.1.2"_s).DblClick();
+    EXPECT_EQ(wholeLog(), "preview on\npreview load plans/工程/工程.1.2.doc\n"
+                          "preview scroll steps\npreview update\n");
+}
+
+TEST_F(PlanEdit, OnAFolderBothTurnThePreviewOffWithoutAMessage) {
+    loaded(u"工程.1"_s).mnuBrowseDoc();
+    edit->DblClick();
+    EXPECT_EQ(wholeLog(), "preview off\npreview off\n");
+}
+
+TEST_F(PlanEdit, ThePreviewsPlanIsTheFirstPartOfTheKey) {
+    loaded();
+    edit->TrvEdit.setText(edit->TrvEdit.Item(1), u"别名"_s);
+    edit->mnuBrowseDoc();
+    edit->DblClick();
+    EXPECT_EQ(linesOf("preview load"),
+              "preview load plans/工程/工程.3.doc\npreview load plans/工程/工程.3.doc\n");
+}
+
+TEST_F(PlanEdit, AnyErrorOfBrowsingShowsOneText) {
+    log.failAt("preview load", error::fileNotFound, u"找不到文件");
+    loaded().mnuBrowseDoc();
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 打开文档时出现意外的错误！\n");
+    edit->TrvEdit.Select(nullptr);
+    edit->mnuBrowseDoc();
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 打开文档时出现意外的错误！\n"
+                                  "message [exclamation] 打开文档时出现意外的错误！\n");
+}
+
+TEST_F(PlanEdit, TheDoubleClickTellsOneErrorNumberAlone) {
+    log.failAt("preview load", 31024, u"无法显示");
+    log.failAt("preview load", error::fileNotFound, u"找不到文件"); // the one behind it
+    loaded().DblClick();
+    EXPECT_EQ(linesOf("message"), "message [information] 出现意外的错误。可能是你的系统不稳定，"
+                                  "请退出程序重新进入或是重启计算机。\n");
+    edit->DblClick();
+    edit->TrvEdit.Select(nullptr);
+    edit->DblClick();
+    EXPECT_EQ(log.lines.size(), 5U) << wholeLog();
+}
+
+// Opening a document
+
+TEST_F(PlanEdit, OpenOfThePopUpLeavesThePreviewAsItIs) {
+    loaded().mnuDocOpen();
+    EXPECT_EQ(wholeLog(), "preview load plans/工程/工程.3.doc\npreview activate\npreview shrink\n");
+}
+
+TEST_F(PlanEdit, OpenDocumentOfTheMenuTurnsThePreviewOffAtTheEnd) {
+    loaded().mnuOpenDoc();
+    EXPECT_EQ(wholeLog(), "preview on\npreview load plans/工程/工程.3.doc\npreview activate\n"
+                          "preview update\npreview off\n");
+}
+
+TEST_F(PlanEdit, OpeningTakesThePlansNameFromTheRootsText) {
+    loaded();
+    edit->TrvEdit.setText(edit->TrvEdit.Item(1), u"别名"_s);
+    edit->mnuDocOpen();
+    edit->mnuOpenDoc();
+    EXPECT_EQ(linesOf("preview load"),
+              "preview load plans/别名/工程.3.doc\npreview load plans/别名/工程.3.doc\n");
+}
+
+TEST_F(PlanEdit, AFolderOrNothingSelectedOpensNothing) {
+    loaded(u"工程.1"_s).mnuDocOpen();
+    edit->mnuOpenDoc();
+    edit->TrvEdit.Select(nullptr);
+    edit->mnuDocOpen();
+    EXPECT_EQ(wholeLog(), "");
+}
+
+TEST_F(PlanEdit, AFailedOpeningIsToldByThePopUpsCommandAndPassesFromTheMenus) {
+    log.failAt("preview activate", 31031, u"没有可以打开此文件的程序");
+    log.failAt("preview activate", 31031, u"没有可以打开此文件的程序"); // the one behind it
+    loaded().mnuDocOpen();
+    EXPECT_EQ(linesOf("message"), "message [none] 打开文档时出现意外的错误！\n");
+    EXPECT_EQ(errorNumberOf([&] { edit->mnuOpenDoc(); }), 31031);
+}
+
+// The finished document
+
+TEST_F(PlanEdit, WithoutAFinishedDocumentBothWaysOfBrowsingSaySo) {
+    loaded().browseAsTemplate();
+    edit->mnuBrowsebid();
+    EXPECT_EQ(wholeLog(), "message [exclamation] 对不起，系统尚未生成标书！\n"
+                          "message [exclamation] 对不起，系统尚未生成标书！\n");
+    EXPECT_TRUE(shell.basedOn.isEmpty());
+}
+
+TEST_F(PlanEdit, TheKeyOpensANewDocumentBasedOnTheFinishedOne) {
+    writeFinished();
+    loaded().browseAsTemplate();
+    EXPECT_EQ(shell.basedOn, QStringList{finished()});
+    EXPECT_EQ(wholeLog(), "");
+}
+
+TEST_F(PlanEdit, TheMenuShowsTheFinishedFileItselfAndOpensIt) {
+    writeFinished();
+    loaded().mnuBrowsebid();
+    EXPECT_TRUE(shell.basedOn.isEmpty());
+    EXPECT_EQ(wholeLog(), "preview load work/施工方案.doc\npreview activate\npreview update\n");
+}
+
+// The companion tool
+
+TEST_F(PlanEdit, TheMenuStartsTheCompanionWithoutAnyTest) {
+    lookup.isThere = true;
+    loaded().mnuBidData();
+    EXPECT_EQ(shell.started, QStringList{companion()});
+    EXPECT_TRUE(lookup.asked.isEmpty());
+    shell.isBroken = true;
+    EXPECT_EQ(errorNumberOf([&] { edit->mnuBidData(); }), error::fileNotFound);
+    EXPECT_EQ(wholeLog(), "");
+}
+
+TEST_F(PlanEdit, TheKeyActivatesTheCompanionsWindow) {
+    writeCompanion();
+    lookup.isThere = true;
+    loaded().showBidData();
+    EXPECT_EQ(lookup.asked, QStringList({u"文档柜"_s, companion()}));
+    EXPECT_TRUE(shell.started.isEmpty());
+}
+
+TEST_F(PlanEdit, TheKeyStartsTheCompanionThatHasNoWindow) {
+    writeCompanion();
+    loaded().showBidData();
+    EXPECT_EQ(shell.started, QStringList{companion()});
+}
+
+TEST_F(PlanEdit, TheKeyNamesACompanionThatIsNotThere) {
+    loaded().showBidData();
+    EXPECT_EQ(wholeLog(), "message [information] 没找到" + companion().toStdString() + "\n");
+    EXPECT_TRUE(shell.started.isEmpty());
+}
+
+// Generation
+
+TEST_F(PlanEdit, TheFinishedDocumentStandsInThePreview) {
+    EXPECT_EQ(loaded().mnuBuildbid(), BuildOutcome::finished);
+    EXPECT_EQ(linesBetween("Application.Quit", "never"),
+              "preview remove\npreview load work/施工方案.doc\npreview update\npreview off\n"
+              "Application dropped\npointer normal\ndlgTB.unload\npreview on\n");
+}
+
+TEST_F(PlanEdit, AStoppedRunLeavesNoDialogAndNoHourglass) {
+    stopAt("progress 0.95");
+    EXPECT_EQ(loaded().mnuBuildbid(), BuildOutcome::stopped);
+    EXPECT_EQ(linesBetween("Application dropped", "never"), "pointer normal\ndlgTB.unload\n");
+}
+
+TEST_F(PlanEdit, AVanishedWordProcessorLeavesNoDialogAndNoHourglass) {
+    log.failAt("Selection.Font.Name = 黑体", error::automationServerGone, u"远程服务器不存在");
+    EXPECT_EQ(loaded().mnuBuildbid(), BuildOutcome::stopped);
+    EXPECT_EQ(linesBetween("Application dropped", "never"), "pointer normal\ndlgTB.unload\n");
+    EXPECT_FALSE(logged("message"));
+}
+
+TEST_F(PlanEdit, ASecondRunInTheFirstIsRefusedAndTheFirstGoesOn) {
+    loaded();
+    BuildOutcome second = BuildOutcome::finished;
+    log.at("Selection.InsertFile", [&] { second = edit->mnuBuildbid(); });
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::finished);
+    EXPECT_EQ(second, BuildOutcome::refused);
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 对不起，请您先关闭Word文档。"
+                                  "如不在任务栏显示请按Ctrl+Alt+Del ！\n");
+    EXPECT_EQ(linesOf("create Word.Application"), "create Word.Application\n");
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::finished) << "the next one may run again";
+}
+
+TEST_F(PlanEdit, RebuildingTheContentsIsRefusedForAnEmptyWorkFolderAlone) {
+    loaded().mnuBul();
+    EXPECT_EQ(wholeLog(), "message [exclamation] 还没生成标书!\n");
+    writeFinished();
+    windows.open = true; // no question about open documents here
+    edit->mnuBul();
+    EXPECT_TRUE(logged("TablesOfContents.Add"));
+}
+
+// PDF
+
+TEST_F(PlanEdit, ThePdfOfTheFinishedDocumentStandsBesideIt) {
+    writeFinished();
+    loaded().printPdf();
+    EXPECT_EQ(pdf.printed, QStringList({finished(), program.gWorkPath + u"施工方案.pdf"_s}));
+    EXPECT_EQ(wholeLog(),
+              "pointer hourglass\npointer normal\nmessage [information] 已输出 PDF 文件：\n" +
+                  (program.gWorkPath + u"施工方案.pdf"_s).toStdString() + "\n");
+}
+
+TEST_F(PlanEdit, WithoutADocumentOrASuiteThereIsNoPdf) {
+    loaded().printPdf();
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 对不起，系统尚未生成标书！\n");
+    writeFinished();
+    pdf.isInstalled = false;
+    edit->printPdf();
+    EXPECT_EQ(log.lines.back(),
+              "message [exclamation] 输出 PDF 需要办公软件 LibreOffice，但没有找到。");
+    EXPECT_TRUE(pdf.printed.isEmpty());
+}
+
+TEST_F(PlanEdit, AFailedPdfTakesTheHourglassAwayAndPasses) {
+    writeFinished();
+    pdf.failure = RunTimeError(error::invalidCall, u"办公套件无法转换文件");
+    EXPECT_EQ(errorNumberOf([&] { loaded().printPdf(); }), error::invalidCall);
+    EXPECT_EQ(wholeLog(), "pointer hourglass\npointer normal\n");
+}
+
+// The toolbar's routine
+
+TEST_F(PlanEdit, AnErrorOfTheToolbarTakesDownDialogAndPointerAndShowsItsDescription) {
+    word.hold(factory.create());
+    loaded().runOfToolbar([] { throw RunTimeError(error::fileNotFound, u"找不到文件"); });
+    EXPECT_EQ(linesBetween("create Word.Application", "never"),
+              "dlgTB.unload\npointer normal\nApplication dropped\ndlgTB.unload\n"
+              "message [none] 找不到文件\n");
+}
+
+TEST_F(PlanEdit, ErrorZeroOfTheToolbarShowsNothing) {
+    loaded().runOfToolbar([] { throw RunTimeError(0, u""); });
+    EXPECT_EQ(wholeLog(), "dlgTB.unload\npointer normal\ndlgTB.unload\n");
+}
+
+TEST_F(PlanEdit, ACommandOfTheToolbarThatEndsWellIsLeftAlone) {
+    int runs = 0;
+    loaded().runOfToolbar([&] { ++runs; });
+    EXPECT_EQ(runs, 1);
+    EXPECT_EQ(wholeLog(), "");
+}
