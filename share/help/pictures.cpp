@@ -1,6 +1,7 @@
 // qvnd_help_pictures HOME FOLDER: takes the pictures of the help from the real windows, on the
 // program folder HOME, and puts them into FOLDER. take-pictures runs it.
 #include "startup/windows/Pictures.h"
+#include "generate/windows/dlgTB.h"
 #include "outline/windows/OutlineIcons.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/PreviewFrame.h"
@@ -59,7 +60,7 @@ public:
     void take() {
         prepareFrame();
         doubleClick(u"TrvCurrent"_s, 4);
-        awaitExactPages();
+        awaitExactPages(*part(u"frmBid"_s));
         keep(u"MainForm"_s, frame_);
         keep(u"frmBid"_s, *part(u"frmBid"_s));
         keep(u"preview"_s, *part(u"fraSee"_s));
@@ -69,6 +70,7 @@ public:
         takeDialog(u"mnuAbout"_s, u"frmAbout"_s);
         startup::frmSplash splash;
         keep(u"frmSplash"_s, splash);
+        takePlanEditor();
         takeIcons();
     }
 
@@ -105,8 +107,8 @@ private:
     }
 
     // Without an office suite the reading of our own engine stays.
-    void awaitExactPages() {
-        const auto* pane = frame_.findChild<preview::PreviewPane*>();
+    static void awaitExactPages(const QWidget& window) {
+        const auto* pane = window.findChild<preview::PreviewPane*>();
         QElapsedTimer timer;
         timer.start();
         while (!pane->isExact() && timer.elapsed() < patience) {
@@ -124,6 +126,23 @@ private:
         settle(50);
         keep(u"plans"_s, *tabs);
         tabs->setCurrentIndex(0);
+    }
+
+    void takePlanEditor() {
+        frame_.showPlanEditor();
+        settle(200);
+        doubleClick(u"TrvEdit"_s, 4);
+        awaitExactPages(*part(u"frmBidEdit"_s));
+        keep(u"frmBidEdit"_s, *part(u"frmBidEdit"_s));
+        takeDialog(u"mnuBidLike"_s, u"dlgLike"_s);
+        frame_.findChild<QAction*>(u"mnuCheck"_s)->trigger();
+        settle(100);
+        keep(u"dlgCheck"_s, *part(u"dlgCheck"_s));
+        generate::dlgTB progress;
+        progress.setLabel(u"正在设置封面..."_s);
+        progress.setProgress(0.8);
+        keep(u"dlgTB"_s, progress);
+        frame_.unloadPlanEditor();
     }
 
     // The dialog that a menu item opens, filled as in use.
@@ -211,6 +230,7 @@ int main(int argc, char* argv[]) {
     desktop::WidgetShell shell;
     startup::WordProcessor word(messages);
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
+    startup::DesktopPlanEditing planEditing(messages, events, conversion, [] { return false; });
     startup::DesktopRun run({registry,
                              {messages, splash, fileDialogs, events, word.factory()},
                              help,
@@ -219,7 +239,8 @@ int main(int argc, char* argv[]) {
                                  auto* pane = new preview::PreviewPane(conversion);
                                  return new outline::PreviewFrame(*pane, *pane);
                              },
-                             [] {}});
+                             [] {},
+                             planEditing.services()});
     if (!run.start(home)) {
         return 1;
     }

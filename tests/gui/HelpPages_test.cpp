@@ -1,5 +1,6 @@
 #include "platform/desktop/windows/HelpSearch.h"
 #include "support/HelpFile.h"
+#include "support/PlanEditWindow.h"
 #include "support/SourceFolder.h"
 #include "support/Text.h"
 #include "support/WorkbenchWindow.h"
@@ -246,6 +247,27 @@ TEST_F(HelpOnWorkbench, ItsPagesNameEveryMenuItemAndEveryButton) {
     }
     EXPECT_GT(items, 20);
     for (const QAction* button : toolbar().actions()) {
+        EXPECT_TRUE(button->isSeparator() || told.contains(button->toolTip()))
+            << qPrintable(button->toolTip());
+    }
+}
+
+struct HelpOnPlanEditing : test::PlanEditWindow {
+    test::TemporaryFolder cache;
+    desktop::HelpCollection help{test::builtHelpFile(), cache.path("help")};
+};
+
+TEST_F(HelpOnPlanEditing, ItsPageNamesEveryMenuItemAndEveryButton) {
+    open();
+    QTextDocument document;
+    document.setHtml(help.html(help.pageOf("frmBidEdit")));
+    const QString told = document.toPlainText();
+    for (const QMenu* menu : form->findChildren<QMenu*>()) {
+        for (const QAction* action : menu->actions()) {
+            EXPECT_TRUE(told.contains(spoken(action->text()))) << qPrintable(action->text());
+        }
+    }
+    for (const QAction* button : form->findChild<generate::BidEditToolbar*>()->actions()) {
         EXPECT_TRUE(button->isSeparator() || told.contains(button->toolTip()))
             << qPrintable(button->toolTip());
     }

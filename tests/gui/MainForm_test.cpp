@@ -44,7 +44,11 @@ struct Frame : testing::Test, ProgramWindows {
     registry::RegistryFile registry;
     Program program{registry, {messages, splash, dialogs, events, word, longRun}, *this};
     int loaded = 0;
+    int made = 0;   // plan edit windows
+    int filled = 0; // how often one was
     int ended = 0;
+    QPointer<QWidget> planEditor;
+    QMenu editorMenu{u"施工方案编辑(&E)"_s};
     std::unique_ptr<MainForm> form;
     QMenu childMenu{u"方案编辑(&E)"_s};
 
@@ -57,7 +61,12 @@ struct Frame : testing::Test, ProgramWindows {
             MainForm::Parts{program, registry, messages, helpWindow, shell,
                             [this] {
                                 ++loaded;
-                                return ChildWindow{new QWidget, {&childMenu}};
+                                return ChildWindow{new QWidget, {&childMenu}, {}};
+                            },
+                            [this] {
+                                ++made;
+                                planEditor = new QWidget;
+                                return ChildWindow{planEditor, {&editorMenu}, [this] { ++filled; }};
                             },
                             [this] { ++ended; }});
         form->Load();
@@ -345,6 +354,77 @@ TEST_F(Ends, ExitOfTheMenuLeavesThePlansCopyBehind) {
     trigger("MenuExit");
     EXPECT_EQ(ended, 1);
     EXPECT_EQ(copiedKeys(), QStringList{"甲"});
+}
+
+// The plan edit window beside the workbench
+
+struct PlanEditor : Frame {
+    PlanEditor() { form->showPlanEditor(); }
+    // Runs what an ended window has left to do.
+    static void settle() {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+};
+
+TEST_F(PlanEditor, StandsMaximizedInFrontWithItsOwnMenus) {
+    EXPECT_EQ(area().currentSubWindow()->widget(), planEditor);
+    EXPECT_TRUE(area().currentSubWindow()->isMaximized());
+    EXPECT_EQ(menuBar(), QStringList{"施工方案编辑(&E)"});
+    EXPECT_EQ(area().subWindowList().size(), 2);
+    EXPECT_EQ(filled, 1);
+}
+
+TEST_F(PlanEditor, ShownAgainItIsFilledAnew) {
+    form->showPlanEditor();
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(filled, 2);
+}
+
+TEST_F(PlanEditor, UnloadedItIsGoneAndTheWorkbenchIsThereAgain) {
+    form->unloadPlanEditor();
+    form->maximizeFrmBid();
+    settle();
+    EXPECT_TRUE(planEditor.isNull());
+    EXPECT_EQ(area().subWindowList().size(), 1);
+    EXPECT_TRUE(area().currentSubWindow()->isMaximized());
+    EXPECT_EQ(menuBar(), QStringList{childMenu.title()});
+    form->showPlanEditor();
+    EXPECT_EQ(made, 2);
+}
+
+TEST_F(PlanEditor, TheWayBackByTheMenuLeavesTheWorkbenchAsItWas) {
+    QMdiSubWindow* workbench = area().subWindowList().constFirst();
+    workbench->showNormal();
+    const QRect place(10, 10, 300, 200);
+    workbench->setGeometry(place);
+    form->unloadPlanEditor();
+    form->showFrmBid();
+    settle();
+    EXPECT_EQ(area().currentSubWindow(), workbench);
+    EXPECT_FALSE(workbench->isMaximized());
+    EXPECT_EQ(workbench->geometry(), place);
+}
+
+TEST_F(PlanEditor, ItsCloseBoxUnloadsIt) {
+    area().currentSubWindow()->close();
+    settle();
+    EXPECT_TRUE(planEditor.isNull());
+    EXPECT_EQ(menuBar(), QStringList{childMenu.title()});
+}
+
+TEST_F(PlanEditor, WhileACommandRunsItCannotBeClosed) {
+    program.state().Command.run([&] { area().currentSubWindow()->close(); });
+    settle();
+    EXPECT_FALSE(planEditor.isNull());
+    EXPECT_EQ(menuBar(), QStringList{"施工方案编辑(&E)"});
+}
+
+TEST_F(PlanEditor, ClosingTheFrameEndsItToo) {
+    form->close();
+    settle();
+    EXPECT_TRUE(planEditor.isNull());
+    EXPECT_EQ(ended, 1);
 }
 
 struct About : testing::Test {

@@ -1,3 +1,6 @@
+#include "generate/windows/FindingsWindow.h"
+#include "generate/windows/dlgLike.h"
+#include "generate/windows/dlgTB.h"
 #include "gui/WindowTexts.h"
 #include "gui/support/DesktopWorld.h"
 #include "gui/support/HelpFile.h"
@@ -9,6 +12,7 @@
 #include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "startup/windows/frmAbout.h"
+#include "support/recording/RecordingDesk.h"
 
 #include <gtest/gtest.h>
 
@@ -56,12 +60,32 @@ void showFrame(Program& program, const Look& look) {
     show(frame, look);
 }
 
-void showEmptyFrame(Program& program, const Look& look) {
+void takeWorkbenchAway(Program& program) {
     auto& area = *program.world.mainForm().findChild<QMdiArea*>();
     QMdiSubWindow* workbench = area.subWindowList().constFirst();
     area.removeSubWindow(workbench);
     delete workbench;
+}
+
+void showEmptyFrame(Program& program, const Look& look) {
+    takeWorkbenchAway(program);
     showFrame(program, look);
+}
+
+void showPlanEditor(Program& program, const Look& look) {
+    program.world.mainForm().showPlanEditor();
+    takeWorkbenchAway(program);
+    showFrame(program, look);
+}
+
+void showDlgLike(Program& program, const Look& look) {
+    outline::OutlineTree TrvEdit("TrvEdit");
+    RecordingScreen screen(program.log);
+    generate::WordSession session;
+    generate::dlgLike dialog(program.state(), TrvEdit,
+                             {program.messages, program.dialogs, program.world.openDocuments,
+                              program.word, session, screen});
+    show(dialog, look);
 }
 
 void showDlgNew(Program& program, plans::ShowMode mode, const Look& look) {
@@ -100,6 +124,20 @@ struct Walked {
 const Walked windows[] = {
     {"MainForm", showEmptyFrame},
     {"frmBid", showFrame},
+    {"frmBidEdit", showPlanEditor},
+    {"dlgTB",
+     [](Program&, const Look& look) {
+         generate::dlgTB dialog;
+         show(dialog, look);
+     }},
+    {"dlgLike", showDlgLike},
+    {"dlgCheck",
+     [](Program&, const Look& look) {
+         generate::FindingsWindow list("生成前检查");
+         list.setObjectName("dlgCheck");
+         list.present({"没有发现问题，可以生成。", {"节点", "情况", "办法"}, {}});
+         show(list, look);
+     }},
     {"frmSplash",
      [](Program&, const Look& look) {
          startup::frmSplash window;

@@ -45,6 +45,7 @@ PreviewFrame::PreviewFrame(QWidget& Olesee, preview::DocumentPreview& document, 
 
 void PreviewFrame::showDocument(const QString& path) {
     document_.show(path);
+    path_ = path;
     Olesee_.show();
     Olesee_.move(0, 0);
     fitView();
@@ -88,6 +89,9 @@ void PreviewFrame::followView() {
 bool PreviewFrame::eventFilter(QObject* watched, QEvent* event) {
     if (watched == &Olesee_ && event->type() == QEvent::Move) {
         followView();
+    } else if (watched == &Olesee_ && event->type() == QEvent::MouseButtonDblClick) {
+        emit openRequested(path_);
+        return true;
     } else if (watched == PicSee_ && event->type() == QEvent::LayoutRequest) {
         fitView();
     } else if (watched == PicSee_ && event->type() == QEvent::Wheel) {

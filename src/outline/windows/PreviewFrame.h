@@ -25,6 +25,10 @@ public:
     // Shows documents in the frame; lives as long as the frame.
     preview::DocumentPreview& document() { return door_; }
 
+signals:
+    // A double click on the document that is seen.
+    void openRequested(const QString& path);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -49,6 +53,7 @@ private:
 
     QWidget& Olesee_;
     preview::DocumentPreview& document_;
+    QString path_; // of the document that is seen
     QWidget* PicSee_;
     QScrollBar* VSSee_;
     // What stands in the area while no document is shown.

@@ -11,6 +11,8 @@ public:
 
     // The window that edits and generates the open plan (frmBidEdit).
     virtual void showPlanEditor() = 0;
+    // Opens a document in the desktop's word processor; throws as desktop::Shell::open().
+    virtual void openDocument(const QString& file) = 0;
 
     // Arranges the child windows of the frame.
     virtual void arrangeCascade() = 0;

@@ -50,7 +50,7 @@ OutlineView* view(OutlineModel* model, const QString& accessibleName,
 
 frmBid::frmBid(const Parts& parts, QWidget* parent)
     : QWidget(parent), state_(parts.state), workbench_(parts.workbench), services_(parts.services),
-      preview_(parts.fraSee.document()),
+      preview_(parts.fraSee.document()), frame_(parts.frame),
       commands_({parts.state, parts.workbench, parts.services, parts.frame, preview_}, *this),
       others_(parts.state, parts.workbench, parts.services), menus_(*this),
       TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
@@ -67,6 +67,7 @@ frmBid::frmBid(const Parts& parts, QWidget* parent)
     connectTrvCurrent();
     connectRenaming();
     connectDragging();
+    connectOpening();
     connectTrvTemplate();
     connectTrvTemplate_Us();
     applyCommands();

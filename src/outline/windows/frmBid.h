@@ -81,6 +81,7 @@ private:
     void connectTrvCurrent();
     void connectRenaming();
     void connectDragging();
+    void connectOpening();
     void connectTrvTemplate();
     void connectTrvTemplate_Us();
     void bind(QAction* action, CommandOfMenu command);
@@ -93,6 +94,7 @@ private:
     void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
     void trvCurrentKeyDown(int code);
     void rename();
+    void openSelectedDocument(const OutlineTree& tree);
     void place();
     void removeCloseItem();
 
@@ -100,6 +102,7 @@ private:
     Workbench& workbench_;
     Services services_;
     preview::DocumentPreview& preview_;
+    WorkbenchFrame& frame_;
     WorkbenchCommands commands_;
     OtherPrograms others_;
     WorkbenchMenus menus_;

@@ -1,12 +1,17 @@
 #include "outline/windows/frmBid.h"
 
 #include "outline/CurrentPlan.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
 #include "outline/RenameNode.h"
 #include "outline/TreeDrag.h"
 #include "outline/TrvCurrentEvents.h"
 #include "outline/TrvTemplateEvents.h"
 #include "outline/TrvTemplate_UsEvents.h"
+#include "outline/windows/PreviewFrame.h"
+#include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/WorkbenchToolbar.h"
+#include "platform/files/Paths.h"
 
 #include <QHash>
 #include <QShortcut>
@@ -152,6 +157,29 @@ void frmBid::connectRenaming() {
     connect(currentModel_, &OutlineModel::textEdited, this, [this](const QString& text) {
         runAlone([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
     });
+}
+
+// A document goes to the word processor by a double click on its preview, and by Ctrl+Enter on its
+// node.
+void frmBid::connectOpening() {
+    connect(fraSee_, &PreviewFrame::openRequested, this,
+            [this](const QString& path) { run([&] { frame_.openDocument(path); }); });
+    const std::pair<QWidget*, OutlineTree*> trees[] = {
+        {TrvCurrent_, &workbench_.TrvCurrent}, {TrvTemplate_Us_, &workbench_.TrvTemplate_Us}};
+    for (const auto& [view, tree] : trees) {
+        for (const char* key : {"Ctrl+Return", "Ctrl+Enter"}) {
+            onKey(*view, QKeySequence(QLatin1String(key)),
+                  [this, tree = tree] { run([&] { openSelectedDocument(*tree); }); });
+        }
+    }
+}
+
+void frmBid::openSelectedDocument(const OutlineTree& tree) {
+    const OutlineNode* node = tree.SelectedItem();
+    if (node && node->Image() == image::document) {
+        frame_.openDocument(
+            files::resolved(documentPath(state_, tableOfKey(node->Key()), node->Key())));
+    }
 }
 
 void frmBid::connectTrvTemplate() {

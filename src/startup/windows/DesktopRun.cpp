@@ -1,5 +1,6 @@
 #include "startup/windows/DesktopRun.h"
 
+#include "generate/windows/frmBidEdit.h"
 #include "outline/windows/frmBid.h"
 #include "platform/desktop/windows/HelpKey.h"
 #include "platform/desktop/windows/QtHelpWindow.h"
@@ -84,7 +85,8 @@ bool DesktopRun::start(const QString& programFolder) {
 void DesktopRun::showMainForm() {
     mainForm_ = std::make_unique<MainForm>(MainForm::Parts{
         program_, services_.registry, services_.outline.messages, services_.help, services_.shell,
-        [this] { return loadWorkbench(); }, services_.end, [this] { rememberWindows(); }});
+        [this] { return loadWorkbench(); }, [this] { return makePlanEditor(); }, services_.end,
+        [this] { rememberWindows(); }});
     mainForm_->Load();
     if (mainForm_->restoreGeometry(remembered_.frame)) {
         mainForm_->show();
@@ -106,7 +108,30 @@ ChildWindow DesktopRun::loadWorkbench() {
                                         *mainForm_, *services_.makePreview()});
     window->Load();
     frmBid_ = window;
-    return {window, window->menus()};
+    return {window, window->menus(), [window] { window->Load(); }};
+}
+
+ChildWindow DesktopRun::makePlanEditor() {
+    const outline::Services& around = services_.outline;
+    const PlanEditing& editing = services_.planEditing;
+    const DocumentView view = editing.makeView();
+    auto* window = new generate::frmBidEdit({{program_.state(), switches_, word_},
+                                             around.messages,
+                                             around.fileDialogs,
+                                             around.events,
+                                             editing.generation,
+                                             around.word,
+                                             editing.openDocuments,
+                                             editing.windows,
+                                             services_.shell,
+                                             editing.inUse,
+                                             editing.pdf,
+                                             controls_,
+                                             *mainForm_,
+                                             {},
+                                             *view.widget,
+                                             *view.document});
+    return {window, window->menus(), [window] { window->Load(); }};
 }
 
 void DesktopRun::rememberWindows() const {
@@ -152,12 +177,17 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
     desktop::WidgetLongRun longRun;
     WordProcessor word(messages, [&longRun] { return longRun.isCancelled(); });
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
+    DesktopRun* running = nullptr;
+    DesktopPlanEditing planEditing(messages, events, conversion,
+                                   [&running] { return running->program().state().StopRequested; });
     DesktopRun run({registry,
                     {messages, splash, fileDialogs, events, word.factory(), longRun},
                     help,
                     shell,
                     [&conversion] { return newPreview(conversion); },
-                    [] { QCoreApplication::exit(); }});
+                    [] { QCoreApplication::exit(); },
+                    planEditing.services()});
+    running = &run;
     QObject::connect(&instance, &SingleInstance::startedAgain, [&run] { run.bringToFront(); });
     desktop::HelpKey helpKey(
         help, [&run] { return run.program().state().HelpFile; }, messages);

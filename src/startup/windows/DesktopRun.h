@@ -1,11 +1,14 @@
 #pragma once
 
+#include "generate/driver/WordSession.h"
+#include "generate/numbering/FormatSwitches.h"
 #include "outline/windows/PreviewFrame.h"
 #include "platform/desktop/HelpWindow.h"
 #include "platform/desktop/Shell.h"
 #include "startup/Program.h"
 #include "startup/WindowMemory.h"
 #include "startup/windows/MainForm.h"
+#include "startup/windows/PlanEditing.h"
 
 #include <QPointer>
 
@@ -29,10 +32,11 @@ struct DesktopServices {
     std::function<outline::PreviewFrame*()> makePreview;
     // Ends the process.
     std::function<void()> end;
+    PlanEditing planEditing;
 };
 
-// One run of the program with its windows: the frame, and the workbench in it. They stand as they
-// stood when the last run ended; at the first start the frame is maximised.
+// One run of the program with its windows: the frame, the workbench and the plan edit window in it.
+// They stand as they stood when the last run ended; at the first start the frame is maximised.
 class DesktopRun : private ProgramWindows {
 public:
     explicit DesktopRun(const DesktopServices& services);
@@ -51,12 +55,23 @@ private:
     void showMainForm() override;
     void showFrmBid() override;
     ChildWindow loadWorkbench();
+    ChildWindow makePlanEditor();
     void rememberWindows() const;
+
+    // The two controls as the format dialog has them at first.
+    class UntouchedControls : public generate::ChildDocumentControls {
+    public:
+        QString cboBianHao() override { return {}; }
+        QString txtInde() override { return QStringLiteral("2"); }
+    };
 
     DesktopServices services_;
     Program program_;
     std::optional<WindowMemory> memory_;
     RememberedWindows remembered_;
+    generate::FormatSwitches switches_;
+    UntouchedControls controls_;
+    generate::WordSession word_;
     std::unique_ptr<MainForm> mainForm_;
     QPointer<outline::frmBid> frmBid_;
 };

@@ -32,6 +32,8 @@ MainForm::MainForm(const Parts& parts)
     setWindowTitle(u"卷宗编制系统"_s);
     area_->setObjectName(u"MdiArea"_s);
     area_->setAccessibleName(u"子窗口"_s);
+    // A child that comes to front stays as large as it was.
+    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     setCentralWidget(area_);
     buildMenus();
     buildStatusBar();
@@ -111,9 +113,11 @@ void MainForm::buildStatusBar() {
 // By the current child, which stays so while another program is in front.
 void MainForm::showMenus() {
     const QMdiSubWindow* child = area_->currentSubWindow();
-    const bool isWorkbench = child && child == frmBid_;
+    const QList<QMenu*>& menus = child && child == frmBid_       ? workbench_.menus
+                                 : child && child == frmBidEdit_ ? planEditor_.menus
+                                                                 : menus_;
     menuBar()->clear();
-    for (QMenu* menu : isWorkbench ? workbench_.menus : menus_) {
+    for (QMenu* menu : menus) {
         menuBar()->addMenu(menu);
     }
     hideDeadButtons();
@@ -142,9 +146,23 @@ void MainForm::showWorkbench() {
         setMinimumSize(workbench_.widget->minimumSizeHint().expandedTo(QSize(0, 0)) +
                        QSize(0, menuBar()->sizeHint().height() + statusBar()->sizeHint().height()));
     }
-    frmBid_->showMaximized();
-    area_->setActiveSubWindow(frmBid_);
-    showMenus();
+    maximizeFrmBid();
+}
+
+void MainForm::maximizeFrmBid() {
+    if (frmBid_) {
+        frmBid_->showMaximized();
+        area_->setActiveSubWindow(frmBid_);
+        showMenus();
+    }
+}
+
+void MainForm::showFrmBid() {
+    if (frmBid_) {
+        frmBid_->show();
+        area_->setActiveSubWindow(frmBid_);
+        showMenus();
+    }
 }
 
 QRect MainForm::workbenchPlace() const {
@@ -167,8 +185,10 @@ void MainForm::unload(QMdiSubWindow* child) {
     child->deleteLater();
     if (child == frmBid_) {
         frmBid_ = nullptr;
-        showMenus();
+    } else if (child == frmBidEdit_) {
+        frmBidEdit_ = nullptr;
     }
+    showMenus();
 }
 
 // The active child goes, the workbench among them, which then comes back freshly loaded.
@@ -180,9 +200,24 @@ void MainForm::mnuBuild() {
 }
 
 void MainForm::showPlanEditor() {
-    parts_.messages.tell(u"方案编辑窗口在这个版本中还没有。请用 qvndctl generate 生成施工方案。"_s,
-                         desktop::Icon::information, u"提示"_s);
+    if (!frmBidEdit_) {
+        planEditor_ = parts_.makePlanEditor();
+        frmBidEdit_ = area_->addSubWindow(planEditor_.widget);
+        frmBidEdit_->installEventFilter(this);
+    }
+    frmBidEdit_->showMaximized();
+    area_->setActiveSubWindow(frmBidEdit_);
+    showMenus();
+    planEditor_.load();
 }
+
+void MainForm::unloadPlanEditor() {
+    if (frmBidEdit_) {
+        unload(frmBidEdit_);
+    }
+}
+
+void MainForm::openDocument(const QString& file) { parts_.shell.open(file); }
 
 void MainForm::arrangeCascade() { area_->cascadeSubWindows(); }
 
@@ -249,6 +284,13 @@ bool MainForm::isBusy() const { return parts_.program.state().Command.isRunning(
 bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::Close && watched == frmBid_) {
         event->ignore();
+        return true;
+    }
+    if (event->type() == QEvent::Close && watched == frmBidEdit_) {
+        event->ignore();
+        if (!isBusy()) {
+            unloadPlanEditor();
+        }
         return true;
     }
     return QMainWindow::eventFilter(watched, event);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/windows/BidEditFrame.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "platform/desktop/HelpWindow.h"
 #include "platform/desktop/MessageBoxes.h"
@@ -26,12 +27,14 @@ class StatusPanel;
 struct ChildWindow {
     QWidget* widget = nullptr;
     QList<QMenu*> menus;
+    // Loads the window's contents anew.
+    std::function<void()> load;
 };
 
 // The frame ("卷宗编制系统") in which the workbench and the plan edit window live as child windows.
 // It owns the status bar, a small menu of its own that stands while no child is active, the
 // arrangement of the windows, and the end of the run.
-class MainForm : public QMainWindow, public outline::WorkbenchFrame {
+class MainForm : public QMainWindow, public outline::WorkbenchFrame, public generate::BidEditFrame {
     Q_OBJECT
 
 public:
@@ -44,6 +47,8 @@ public:
         desktop::Shell& shell;
         // Makes and loads the workbench window (frmBid).
         std::function<ChildWindow()> loadWorkbench;
+        // Makes the plan edit window (frmBidEdit), still without its contents.
+        std::function<ChildWindow()> makePlanEditor;
         // Ends the process.
         std::function<void()> end;
         // Called once before a run ends, while all windows stand.
@@ -63,6 +68,10 @@ public:
     void placeWorkbench(const QRect& place);
 
     void showPlanEditor() override;
+    void openDocument(const QString& file) override;
+    void unloadPlanEditor() override;
+    void showFrmBid() override;
+    void maximizeFrmBid() override;
     void arrangeCascade() override;
     void arrangeTile() override;
     void showHelpContents() override;
@@ -75,7 +84,8 @@ public:
 protected:
     // The unload: the orderly exit.
     void closeEvent(QCloseEvent* event) override;
-    // The workbench cannot be closed alone, by no button and no key.
+    // The workbench cannot be closed alone, by no button and no key; the plan edit window not while
+    // a command runs.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -98,6 +108,8 @@ private:
     QList<QMenu*> menus_;
     ChildWindow workbench_;
     QPointer<QMdiSubWindow> frmBid_;
+    ChildWindow planEditor_;
+    QPointer<QMdiSubWindow> frmBidEdit_;
     bool isExit_ = false;
 };
 

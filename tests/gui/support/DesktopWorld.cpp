@@ -73,8 +73,14 @@ outline::Services DesktopWorld::services() {
 
 bool DesktopWorld::start() {
     ended_ = false;
-    run_ = std::make_unique<startup::DesktopRun>(startup::DesktopServices{
-        registry, services(), *helpWindow, shell, makePreview, [this] { ended_ = true; }});
+    run_ = std::make_unique<startup::DesktopRun>(
+        startup::DesktopServices{registry,
+                                 services(),
+                                 *helpWindow,
+                                 shell,
+                                 makePreview,
+                                 [this] { ended_ = true; },
+                                 {word_, openDocuments, windows, inUse, pdf, makeView}});
     return run_->start(folder.path());
 }
 

@@ -4,8 +4,12 @@
 #include "platform/registry/RegistryFile.h"
 #include "startup/windows/DesktopRun.h"
 #include "startup/windows/frmSplash.h"
+#include "support/FakeFilesInUse.h"
 #include "support/FakeHelpWindow.h"
+#include "support/FakePdfPrinter.h"
 #include "support/FakeShell.h"
+#include "support/FakeWindowLookup.h"
+#include "support/FakeWordProcessorWindows.h"
 
 #include <functional>
 #include <memory>
@@ -36,12 +40,20 @@ public:
     registry::RegistryFile registry;
     FakeHelpWindow help;
     FakeShell shell;
+    FakeWindowLookup windows;
+    FakeWordProcessorWindows openDocuments;
+    FakeFilesInUse inUse;
+    FakePdfPrinter pdf;
     CountingEvents events;
     // For the next start.
     desktop::HelpWindow* helpWindow = &help;
     std::function<outline::PreviewFrame*()> makePreview = [this] {
         return new outline::PreviewFrame(*new TallPane, preview_);
     };
+    std::function<startup::DocumentView()> makeView = [this] {
+        return startup::DocumentView{new TallPane, &editPreview};
+    };
+    FakePreview editPreview; // of the plan edit window
 
 private:
     desktop::MessageBoxes& messages_;

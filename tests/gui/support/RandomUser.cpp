@@ -1,5 +1,7 @@
 #include "gui/support/RandomUser.h"
 
+#include "generate/windows/BidEditToolbar.h"
+#include "generate/windows/dlgTB.h"
 #include "outline/windows/SplitterBar.h"
 
 #include <QAbstractButton>
@@ -13,6 +15,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTextEdit>
 #include <QTimer>
@@ -44,7 +47,9 @@ desktop::ChosenFile RandomFileDialogs::open(const desktop::OpenFileQuestion& que
 }
 
 RandomUser::RandomUser(DesktopWorld& world, Dice& dice, const QStringList& files)
-    : world_(world), dice_(dice), files_(files) {}
+    : world_(world), dice_(dice), files_(files) {
+    world_.events.whileServed = [this] { meetProgress(); };
+}
 
 const std::vector<RandomUser::Deed>& RandomUser::deeds() {
     static const std::vector<Deed> all{
@@ -148,6 +153,23 @@ void RandomUser::reach(const QWidget& window) {
     }
     const bool isOurs = !window.objectName().isEmpty() && !window.inherits("QFileDialog");
     reached_ << (isOurs ? window.objectName() : QString(window.metaObject()->className()));
+}
+
+void RandomUser::meetProgress() {
+    if (world_.hasEnded() || !world_.run().mainForm()) {
+        return;
+    }
+    auto* dialog = world_.mainForm().findChild<generate::dlgTB*>();
+    if (!dialog || !dialog->isVisible() || isServed_) {
+        return;
+    }
+    const QScopedValueRollback served(isServed_, true);
+    reach(*dialog);
+    if (dice_.in(8)) {
+        dialog->findChild<QPushButton*>()->click();
+    } else if (dice_.in(4)) {
+        reachPast();
+    }
 }
 
 void RandomUser::clickSplash() {
@@ -498,6 +520,15 @@ void RandomUser::chooseOfFrame() {
 
 void RandomUser::pressToolbar() {
     auto* bar = world_.mainForm().findChild<outline::WorkbenchToolbar*>();
+    if (auto* editors = world_.mainForm().findChild<generate::BidEditToolbar*>();
+        editors && (!bar || dice_.in(2))) {
+        reach(*editors);
+        QAction* action = editors->at(1 + dice_.upTo(generate::BidEditToolbar::positions));
+        if (QWidget* face = editors->widgetForAction(action)) {
+            QTest::mouseClick(face, Qt::LeftButton);
+        }
+        return;
+    }
     if (!bar) {
         return;
     }
@@ -584,8 +615,9 @@ void RandomUser::close() {
 
 // Those that chance comes to seldom.
 void RandomUser::openWindow() {
-    static const QStringList openers{"mnuNew",      "mnuAbout", "OpenPlanInfo", "mnuLTFolder",
-                                     "mnuEQFolder", "mnuLTDoc", "mnuContent"};
+    static const QStringList openers{"mnuNew",      "mnuAbout",  "OpenPlanInfo", "mnuLTFolder",
+                                     "mnuEQFolder", "mnuLTDoc",  "mnuContent",   "mnuEdit",
+                                     "mnuBuildbid", "mnuBidLike"};
     auto* opener = world_.mainForm().findChild<QAction*>(dice_.oneOf(openers));
     if (opener && opener->isEnabled()) {
         opener->trigger();

@@ -104,6 +104,8 @@ private:
     void closeFrame();
     void openWindow();
     void readHelp();
+    // While a generation lets events run.
+    void meetProgress();
 
     void guarded(const std::function<void()>& work);
     void attend();
@@ -137,6 +139,7 @@ private:
     int drags_ = 0;
     bool isActing_ = false;
     bool isAttending_ = false;
+    bool isServed_ = false;
 };
 
 } // namespace qvnd::test

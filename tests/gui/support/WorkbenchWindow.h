@@ -22,6 +22,7 @@ namespace qvnd::test {
 class RecordingFrame : public outline::WorkbenchFrame {
 public:
     void showPlanEditor() override { asked << "showPlanEditor"; }
+    void openDocument(const QString& file) override { opened << file; }
     void arrangeCascade() override { asked << "arrangeCascade"; }
     void arrangeTile() override { asked << "arrangeTile"; }
     void showHelpContents() override { asked << "showHelpContents"; }
@@ -33,6 +34,7 @@ public:
 
     QStringList status;
     QStringList asked;
+    QStringList opened;
 };
 
 // A document view of a given height.

@@ -1,0 +1,72 @@
+#include "generate/windows/FindingsWindow.h"
+
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+constexpr QSize usualSize{720, 360};
+constexpr int keyRole = Qt::UserRole;
+
+} // namespace
+
+FindingsWindow::FindingsWindow(const QString& title, QWidget* parent)
+    : QDialog(parent), summary_(new QLabel), list_(new QTreeWidget) {
+    setWindowTitle(title);
+    setAccessibleName(title);
+    summary_->setObjectName(u"lblSummary"_s);
+    summary_->setWordWrap(true);
+    list_->setObjectName(u"lstFindings"_s);
+    list_->setAccessibleName(title);
+    list_->setRootIsDecorated(false);
+    list_->setWordWrap(true);
+    list_->setAlternatingRowColors(true);
+    auto* close = new QPushButton(u"关闭"_s);
+    close->setObjectName(u"cmdClose"_s);
+    close->setAccessibleName(u"关闭"_s);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(summary_);
+    layout->addWidget(list_);
+    layout->addWidget(close, 0, Qt::AlignRight);
+    resize(usualSize);
+    connect(close, &QPushButton::clicked, this, &QDialog::hide);
+    connect(list_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
+        if (item && !item->data(0, keyRole).toString().isEmpty()) {
+            emit nodeChosen(item->data(0, keyRole).toString());
+        }
+    });
+}
+
+void FindingsWindow::present(const Contents& contents) {
+    summary_->setText(contents.summary);
+    {
+        const QSignalBlocker quiet(list_);
+        list_->clear();
+    }
+    list_->setHeaderLabels(contents.headers);
+    for (const Row& row : contents.rows) {
+        auto* item = new QTreeWidgetItem(row.columns);
+        item->setData(0, keyRole, row.key);
+        for (int column = 0; column < row.columns.size(); ++column) {
+            item->setToolTip(column, row.columns[column]);
+        }
+        list_->addTopLevelItem(item);
+    }
+    list_->setVisible(!contents.rows.isEmpty());
+    for (int column = 0; column + 1 < contents.headers.size(); ++column) {
+        list_->resizeColumnToContents(column);
+        list_->setColumnWidth(column, std::min(list_->columnWidth(column), usualSize.width() / 3));
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+} // namespace qvnd::generate

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "generate/driver/BidEditScreen.h"
+#include "platform/desktop/Shell.h"
+#include "platform/preview/DocumentPreview.h"
+
+#include <QFrame>
+
+class QLabel;
+class QScrollBar;
+
+namespace qvnd::generate {
+
+// The preview of the plan edit window: the view of a document (OleEdit) in its pane, and the scroll
+// bar (VSEdit) over its right edge. At its own size the view is as high as the document and moves
+// in ten steps of a tenth of what does not fit. Brought down to the pane it keeps its place there,
+// and the pages move inside it with wheel and keys.
+//
+// Loading a document turns the pane on; one that cannot be shown leaves its reason there.
+class PicEdit : public QFrame, public BidEditPane {
+    Q_OBJECT
+
+public:
+    // `view` becomes a child; it tells its height as any widget does and may move itself in its
+    // parent. `document` shows a file in it and is often the same object. The shell outlives both.
+    PicEdit(QWidget& view, preview::DocumentPreview& document, desktop::Shell& shell,
+            QWidget* parent = nullptr);
+    ~PicEdit() override;
+
+    void showHourglass() override;
+    void showNormalPointer() override;
+
+    void turnPreviewOn() override;
+    void turnPreviewOff() override;
+    void removePreview() override;
+    void loadPreview(const QString& path) override;
+    void updatePreview() override;
+    // 91 when no document is loaded, else as Shell::open().
+    void activatePreview() override;
+    void shrinkPreview() override;
+    void setScrollSteps() override;
+
+    // The document that is seen; empty when there is none.
+    QString documentSeen() const { return isOn_ ? path_ : QString(); }
+
+signals:
+    // A double click on the document.
+    void openRequested();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void fit();
+    void scroll();
+    void say(const QString& text);
+    bool scrollsByItself(QEvent& event);
+
+    QWidget& view_;
+    preview::DocumentPreview& document_;
+    desktop::Shell& shell_;
+    QWidget* OleEdit_;
+    QScrollBar* VSEdit_;
+    QLabel* hint_; // what stands in the pane while no document is seen
+    QString path_; // of the loaded document; empty when there is none
+    bool isOn_ = true;
+    bool isShrunk_ = true;
+    bool isHourglass_ = false;
+};
+
+} // namespace qvnd::generate

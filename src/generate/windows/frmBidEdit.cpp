@@ -1,0 +1,267 @@
+#include "generate/windows/frmBidEdit.h"
+
+#include "generate/BidEdit.h"
+#include "generate/windows/BidEditToolbar.h"
+#include "generate/windows/FindingsWindow.h"
+#include "generate/windows/PicEdit.h"
+#include "generate/windows/dlgLike.h"
+#include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
+#include "outline/windows/OutlineView.h"
+#include "outline/windows/SplitterBar.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/WorkSpaceTurn.h"
+
+#include <QHash>
+#include <QShortcut>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+constexpr QSize usualSize{1000, 680};
+constexpr QRgb silver = 0xFFC0C0C0;
+
+} // namespace
+
+frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
+    : QWidget(parent), parts_(parts),
+      PicEdit_(new PicEdit(parts.view, parts.document, parts.shell, this)),
+      dlgTB_(parts.program.modMain, parts.events, this),
+      edit_(std::make_unique<BidEdit>(
+          parts.program, BidEditServices{{parts_.generation, parts_.messages, dlgTB_, parts_.events,
+                                          parts_.wordProcessorWindows, *PicEdit_, parts_.frmBidSet},
+                                         *PicEdit_,
+                                         parts_.shell,
+                                         parts_.windows,
+                                         parts_.inUse,
+                                         parts_.pdf})),
+      menus_(*this), TbarBidSet_(new BidEditToolbar(this)) {
+    setObjectName(u"frmBidEdit"_s);
+    setWindowTitle(u"施工组织方案编辑"_s);
+    setAccessibleName(windowTitle());
+    buildTree();
+    buildSplitter();
+    connectMenus();
+    connectToolbar();
+    connectTree();
+    connect(PicEdit_, &PicEdit::openRequested, this, [this] { run([this] { openSeen(); }); });
+    setTabOrder(TrvEdit_, Image1_);
+    setFocusProxy(TrvEdit_);
+    applyCommands();
+}
+
+frmBidEdit::~frmBidEdit() = default;
+
+QSize frmBidEdit::sizeHint() const { return usualSize; }
+
+void frmBidEdit::buildTree() {
+    const auto file = [this](const outline::OutlineNode& node) {
+        return outline::documentPath(parts_.program.modMain, outline::tableOfKey(node.Key()),
+                                     node.Key());
+    };
+    TrvEdit_ =
+        new outline::OutlineView(*new outline::OutlineModel(edit_->TrvEdit, file, this), this);
+    TrvEdit_->setObjectName(u"TrvEdit"_s);
+    TrvEdit_->setAccessibleName(u"方案大纲"_s);
+    TrvEdit_->setBusy([this] { return parts_.program.modMain.Command.isRunning(); });
+}
+
+void frmBidEdit::buildSplitter() {
+    Image1_ = new outline::SplitterBar(Qt::Vertical, this);
+    Image1_->setObjectName(u"Image1"_s);
+    Image1_->setAccessibleName(u"左右分隔条"_s);
+    QPalette colours = Image1_->palette();
+    colours.setColor(QPalette::Window, QColor::fromRgb(silver));
+    Image1_->setPalette(colours);
+    Image1_->setAutoFillBackground(true);
+    connect(Image1_, &outline::SplitterBar::dragged, this, [this](int x) {
+        layout_.drag(x);
+        Image1_->setGeometry(layout_.places().Image1);
+    });
+    connect(Image1_, &outline::SplitterBar::dropped, this, [this] {
+        layout_.drop();
+        placePanes();
+    });
+}
+
+void frmBidEdit::Load() {
+    edit_->Load();
+    applyCommands();
+    TrvEdit_->setFocus();
+}
+
+void frmBidEdit::bind(QAction* action, const Event& event) {
+    connect(action, &QAction::triggered, this, [this, event] { run(event); });
+}
+
+void frmBidEdit::connectMenus() {
+    bind(menus_.mnuBidSet, [this] { parts_.showSettings(); });
+    bind(menus_.mnuBul, [this] { edit_->mnuBul(); });
+    connect(menus_.mnuBuildbid, &QAction::triggered, this, &frmBidEdit::generate);
+    bind(menus_.mnuBrowsebid, [this] { edit_->mnuBrowsebid(); });
+    bind(menus_.mnuBack, [this] {
+        parts_.frame.unloadPlanEditor();
+        parts_.frame.showFrmBid();
+    });
+    bind(menus_.mnuBidData, [this] { edit_->mnuBidData(); });
+    bind(menus_.mnuBidLike, [this] { like(); });
+    bind(menus_.mnuOpenDoc, [this] { edit_->mnuOpenDoc(); });
+    bind(menus_.mnuCheck, [this] { check(); });
+    bind(menus_.mnuPdf, [this] { edit_->printPdf(); });
+    bind(menus_.mnuDocOpen, [this] { edit_->mnuDocOpen(); });
+    bind(menus_.mnuBrowseDoc, [this] { edit_->mnuBrowseDoc(); });
+}
+
+void frmBidEdit::connectToolbar() {
+    const QHash<QString, Event> commands{
+        {u"打开类似文档"_s, [this] { like(); }},
+        {u"标书设置"_s, [this] { setUp(); }},
+        {u"浏览"_s, [this] { edit_->browseAsTemplate(); }},
+        {u"返回"_s,
+         [this] {
+             parts_.frame.unloadPlanEditor();
+             parts_.frame.maximizeFrmBid();
+         }},
+        {u"资料库"_s, [this] { edit_->showBidData(); }},
+        {u"打开文档"_s, [this] { edit_->mnuDocOpen(); }},
+    };
+    connect(TbarBidSet_, &BidEditToolbar::buttonClick, this, [this, commands](const QString& key) {
+        if (key == u"生成标书")
+            generate();
+        else
+            runOfToolbar(commands.value(key));
+    });
+}
+
+void frmBidEdit::connectTree() {
+    using outline::OutlineView;
+    connect(TrvEdit_, &OutlineView::nodeClick, this,
+            [this] { run([this] { edit_->NodeClick(); }); });
+    connect(TrvEdit_, &OutlineView::dblClick, this, [this] { run([this] { edit_->DblClick(); }); });
+    connect(TrvEdit_, &OutlineView::keyDown, this, [this](int code) {
+        if (code == OutlineView::keyEnter)
+            run([this] { edit_->DblClick(); });
+    });
+    connect(TrvEdit_, &OutlineView::mouseDown, this,
+            [this](Qt::MouseButton button, outline::OutlineNode* node, const QPoint& place) {
+                if (button == Qt::RightButton)
+                    popUp(node, place);
+            });
+    for (const char* key : {"Ctrl+Return", "Ctrl+Enter"}) {
+        auto* open = new QShortcut(QKeySequence(QLatin1String(key)), TrvEdit_);
+        open->setContext(Qt::WidgetShortcut);
+        connect(open, &QShortcut::activated, this,
+                [this] { run([this] { edit_->mnuDocOpen(); }); });
+    }
+}
+
+void frmBidEdit::run(const Event& event) {
+    modMain& state = parts_.program.modMain;
+    if (!state.gDbUser)
+        return;
+    const bool hasRun = state.Command.run([&] {
+        try {
+            const files::TurnScope turn(state.Turn.get());
+            event();
+        } catch (const RunTimeError& failure) {
+            parts_.messages.tell(QString::fromStdU16String(failure.description()),
+                                 desktop::Icon::exclamation, u"提示"_s);
+        }
+    });
+    if (hasRun)
+        applyCommands();
+}
+
+void frmBidEdit::runOfToolbar(const Event& event) {
+    run([&] { edit_->runOfToolbar(event); });
+}
+
+// A second one while the first runs is the logic's to refuse.
+void frmBidEdit::generate() {
+    if (parts_.program.word.isAtWork())
+        edit_->mnuBuildbid();
+    else
+        runOfToolbar([this] { edit_->mnuBuildbid(); });
+}
+
+void frmBidEdit::setUp() {
+    parts_.showSettings();
+    TbarBidSet_->at(BidEditToolbar::generate)->setEnabled(true);
+}
+
+void frmBidEdit::like() {
+    dlgLike dialog(parts_.program.modMain, edit_->TrvEdit,
+                   {parts_.messages, parts_.fileDialogs, parts_.wordProcessorWindows,
+                    parts_.insertion, likeWord_, *PicEdit_},
+                   this);
+    dialog.Load();
+    dialog.exec();
+}
+
+void frmBidEdit::check() {
+    const std::vector<PlanFinding> found = edit_->check();
+    if (!findings_) {
+        findings_ = new FindingsWindow(u"生成前检查"_s, this);
+        findings_->setObjectName(u"dlgCheck"_s);
+        connect(findings_, &FindingsWindow::nodeChosen, this, &frmBidEdit::chooseNode);
+    }
+    FindingsWindow::Contents contents;
+    contents.headers = QStringList{u"节点"_s, u"情况"_s, u"办法"_s};
+    for (const PlanFinding& finding : found)
+        contents.rows << FindingsWindow::Row{finding.key,
+                                             {finding.name, finding.what, finding.advice}};
+    contents.summary =
+        found.empty()
+            ? u"没有发现问题，可以生成。"_s
+            : u"发现 %1 处需要注意的情况。单击一行，大纲中就选中有关的节点。"_s.arg(found.size());
+    findings_->present(contents);
+}
+
+void frmBidEdit::chooseNode(const QString& key) {
+    outline::OutlineNode* node = edit_->TrvEdit.find(key);
+    if (node && !parts_.program.modMain.Command.isRunning()) {
+        edit_->TrvEdit.Select(node);
+        run([this] { edit_->NodeClick(); });
+    }
+}
+
+void frmBidEdit::openSeen() {
+    if (const QString seen = PicEdit_->documentSeen(); !seen.isEmpty())
+        parts_.shell.open(seen);
+}
+
+// The commands of the pop-up mean the node under the pointer.
+void frmBidEdit::popUp(outline::OutlineNode* node, const QPoint& place) {
+    if (node) {
+        edit_->TrvEdit.Select(node);
+        run([this] { edit_->NodeClick(); });
+    }
+    menus_.mnuOpen->popup(place);
+}
+
+void frmBidEdit::applyCommands() {
+    menus_.mnuOpenDoc->setEnabled(edit_->openDocument);
+    TbarBidSet_->at(BidEditToolbar::openDocument)->setEnabled(edit_->openDocument);
+    menus_.mnuBidSet->setEnabled(bool(parts_.showSettings));
+    TbarBidSet_->at(1)->setEnabled(bool(parts_.showSettings));
+}
+
+void frmBidEdit::placePanes() {
+    const BidEditLayout::Places places = layout_.places();
+    TbarBidSet_->setGeometry(places.TbarBidSet);
+    TrvEdit_->setGeometry(places.TrvEdit);
+    Image1_->setGeometry(places.Image1);
+    PicEdit_->setGeometry(places.PicEdit);
+}
+
+void frmBidEdit::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    constexpr int toolbarHeight = 30; // 450 twips
+    if (layout_.resize(size(), toolbarHeight))
+        placePanes();
+}
+
+} // namespace qvnd::generate

@@ -1,0 +1,116 @@
+#pragma once
+
+#include "generate/driver/ProgramState.h"
+#include "generate/windows/BidEditFrame.h"
+#include "generate/windows/BidEditLayout.h"
+#include "generate/windows/BidEditMenus.h"
+#include "generate/windows/dlgTB.h"
+#include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/desktop/Shell.h"
+#include "platform/desktop/WindowLookup.h"
+#include "platform/desktop/WordProcessorWindows.h"
+#include "platform/files/FilesInUse.h"
+#include "platform/office/PdfPrinter.h"
+#include "platform/preview/DocumentPreview.h"
+
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+namespace qvnd::outline {
+class OutlineNode;
+class OutlineView;
+class SplitterBar;
+} // namespace qvnd::outline
+
+namespace qvnd::generate {
+
+class BidEdit;
+class BidEditToolbar;
+class FindingsWindow;
+class PicEdit;
+
+// The plan edit window: the open plan's outline, which it only reads, a preview, and the commands
+// that open, generate and show. Events go to the logic as they come.
+class frmBidEdit : public QWidget {
+    Q_OBJECT
+
+public:
+    // What the window works on; all of it outlives the window.
+    struct Parts {
+        ProgramState program;
+        desktop::MessageBoxes& messages;
+        desktop::FileDialogs& fileDialogs;
+        desktop::Events& events;
+        // Of the generation, and of the insertion of similar documents.
+        word::ApplicationFactory& generation;
+        word::ApplicationFactory& insertion;
+        desktop::WordProcessorWindows& wordProcessorWindows;
+        desktop::WindowLookup& windows;
+        desktop::Shell& shell;
+        files::FilesInUse& inUse;
+        office::PdfPrinter& pdf;
+        ChildDocumentControls& frmBidSet;
+        BidEditFrame& frame;
+        // Shows the format dialog and waits for its end; without it the command is closed.
+        std::function<void()> showSettings;
+        // The view of a document, which becomes a child, and what shows a file in it.
+        QWidget& view;
+        preview::DocumentPreview& document;
+    };
+
+    explicit frmBidEdit(const Parts& parts, QWidget* parent = nullptr);
+    ~frmBidEdit() override;
+
+    // Fills the tree with the open plan.
+    void Load();
+    // The menus that stand in the frame's menu bar while this window is the active one.
+    QList<QMenu*> menus() const { return menus_.menuBar(); }
+
+    QSize sizeHint() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    using Event = std::function<void()>;
+
+    void buildTree();
+    void buildSplitter();
+    void connectMenus();
+    void connectToolbar();
+    void connectTree();
+    void bind(QAction* action, const Event& event);
+
+    // Runs an event of the user's alone: not while another command runs, nor behind the program's
+    // end, and in turn with other programs on the work space. What the logic lets pass is told
+    // here.
+    void run(const Event& event);
+    // The same for a command of the toolbar, under its own error routine.
+    void runOfToolbar(const Event& event);
+    void generate();
+    void setUp();
+    void like();
+    void openSeen();
+    void check();
+    void chooseNode(const QString& key);
+    void popUp(outline::OutlineNode* node, const QPoint& place);
+    void applyCommands();
+    void placePanes();
+
+    Parts parts_;
+    PicEdit* PicEdit_;
+    ProgressWindow dlgTB_;
+    std::unique_ptr<BidEdit> edit_;
+    WordSession likeWord_;
+    BidEditMenus menus_;
+    BidEditLayout layout_;
+    BidEditToolbar* TbarBidSet_;
+    outline::OutlineView* TrvEdit_ = nullptr;
+    outline::SplitterBar* Image1_ = nullptr;
+    FindingsWindow* findings_ = nullptr;
+};
+
+} // namespace qvnd::generate

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/office/OfficePageNumbers.h"
+#include "platform/pictures/PictureDecoder.h"
+#include "platform/word/engine/EngineApplication.h"
+#include "platform/word/layout/LayoutEstimate.h"
+
+namespace qvnd::startup {
+
+// The word processor behind generation in a window: our own engine, with the page numbers of the
+// office suite where it is installed and works, else estimated. What a document loses on its way in
+// raises no box: there may be hundreds of documents.
+class GenerationWord {
+public:
+    GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite);
+
+    word::ApplicationFactory& factory() { return factory_; }
+
+private:
+    class Losses : public word::ImportReport {
+    public:
+        void notCarried(const std::filesystem::path&, std::u16string_view) override {}
+    };
+
+    class Unsaved : public word::UnsavedChangesQuestion {
+    public:
+        explicit Unsaved(desktop::MessageBoxes& messages) : messages_(messages) {}
+        bool save(const std::filesystem::path& document) override;
+
+    private:
+        desktop::MessageBoxes& messages_;
+    };
+
+    Losses losses_;
+    Unsaved unsaved_;
+    pictures::PictureDecoder pictures_;
+    office::OfficePageNumbers exact_;
+    word::LayoutEstimate estimate_;
+    office::BestPageNumbers pages_;
+    word::EngineApplicationFactory factory_;
+};
+
+} // namespace qvnd::startup

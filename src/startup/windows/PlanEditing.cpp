@@ -1,0 +1,39 @@
+#include "startup/windows/PlanEditing.h"
+
+#include "platform/preview/windows/PreviewPane.h"
+
+#include <QStandardPaths>
+
+#include <utility>
+
+namespace qvnd::startup {
+
+namespace {
+
+// The suite as commands wait for it, with a profile of its own. The windows stay alive meanwhile.
+office::OfficeSuite suite(desktop::Events& events, std::function<bool()> isStopped) {
+    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    return office::OfficeSuite(cache + QStringLiteral("/office"),
+                               office::OfficeSuite::installedProgram(),
+                               [&events, isStopped = std::move(isStopped)] {
+                                   events.doEvents();
+                                   return isStopped();
+                               });
+}
+
+} // namespace
+
+DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
+                                       preview::PageConversion& conversion,
+                                       std::function<bool()> isStopped)
+    : conversion_(conversion), generation_(messages, suite(events, std::move(isStopped))),
+      pdf_(suite(events, [] { return false; })) {}
+
+PlanEditing DesktopPlanEditing::services() {
+    return {generation_.factory(), openDocuments_, windows_, openDocuments_, pdf_, [this] {
+                auto* pane = new preview::PreviewPane(conversion_);
+                return DocumentView{pane, pane};
+            }};
+}
+
+} // namespace qvnd::startup
