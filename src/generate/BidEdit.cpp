@@ -69,11 +69,22 @@ QString BidEdit::documentOf(const OutlineNode& node, const QString& plan) const 
     return outline::documentPath(program_.modMain, plan, node.Key());
 }
 
+void BidEdit::report(BuildOutcome outcome) {
+    if (outcome != BuildOutcome::finished)
+        return;
+    report_ = reportOf(TrvEdit, state_, services_.record.losses());
+    report_->pages = services_.record.pages();
+    report_->whyEstimated = services_.record.whyEstimated();
+}
+
 BuildOutcome BidEdit::mnuBuildbid() {
+    if (!program_.word.isAtWork())
+        services_.record.clear();
     const BuildOutcome outcome = BuildBid(program_, services_.generation, state_, TrvEdit);
     // A refused run has no dialog; the one on the screen may be another run's.
     if (outcome != BuildOutcome::refused)
         services_.generation.dlgTB.unload();
+    report(outcome);
     if (outcome == BuildOutcome::finished)
         ignoringErrors([&] { services_.pane.turnPreviewOn(); });
     return outcome;

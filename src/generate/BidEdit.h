@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/GenerationReport.h"
 #include "generate/PlanCheck.h"
 #include "generate/driver/BuildBid.h"
 #include "platform/desktop/Shell.h"
@@ -7,6 +8,7 @@
 #include "platform/office/PdfPrinter.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace qvnd::generate {
@@ -20,6 +22,8 @@ struct BidEditServices {
     desktop::WindowLookup& windows;
     files::FilesInUse& inUse;
     office::PdfPrinter& pdf;
+    // Of the word processor of `generation`.
+    GenerationRecord& record;
 };
 
 // The plan edit window (frmBidEdit) without its window: the open plan's outline, which it never
@@ -66,6 +70,8 @@ public:
     // What a planner should know before generating the outline as TrvEdit shows it. Events run
     // while the documents are read.
     std::vector<PlanFinding> check();
+    // Of the run that was finished last in this window; nothing before.
+    const std::optional<GenerationReport>& report() const { return report_; }
     // Makes 施工方案.pdf of the finished document beside it; tells what came of it.
     void printPdf();
 
@@ -83,11 +89,13 @@ private:
     QString finishedDocument() const;
     bool isFinishedThere() const;
     QString companion() const;
+    void report(BuildOutcome outcome);
     void withHourglass(const std::function<void()>& work);
 
     ProgramState program_;
     BidEditServices services_;
     BidEditState state_;
+    std::optional<GenerationReport> report_;
 };
 
 } // namespace qvnd::generate

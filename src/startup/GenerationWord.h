@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/GenerationReport.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/pictures/PictureDecoder.h"
@@ -10,19 +11,21 @@ namespace qvnd::startup {
 
 // The word processor behind generation in a window: our own engine, with the page numbers of the
 // office suite where it is installed and works, else estimated. What a document loses on its way in
-// raises no box: there may be hundreds of documents.
-class GenerationWord {
+// is kept for the report and raises no box: there may be hundreds of documents.
+class GenerationWord : public generate::GenerationRecord {
 public:
     GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite);
 
     word::ApplicationFactory& factory() { return factory_; }
 
-private:
-    class Losses : public word::ImportReport {
-    public:
-        void notCarried(const std::filesystem::path&, std::u16string_view) override {}
-    };
+    void clear() override { losses_.clear(); }
+    const std::vector<generate::CollectedLosses::Loss>& losses() const override {
+        return losses_.losses();
+    }
+    int pages() const override { return pages_.pages(); }
+    std::optional<QString> whyEstimated() const override { return pages_.whyEstimated(); }
 
+private:
     class Unsaved : public word::UnsavedChangesQuestion {
     public:
         explicit Unsaved(desktop::MessageBoxes& messages) : messages_(messages) {}
@@ -32,7 +35,7 @@ private:
         desktop::MessageBoxes& messages_;
     };
 
-    Losses losses_;
+    generate::CollectedLosses losses_;
     Unsaved unsaved_;
     pictures::PictureDecoder pictures_;
     office::OfficePageNumbers exact_;

@@ -1,6 +1,5 @@
 #include "tools/CheckCommand.h"
 
-#include "generate/PlanCheck.h"
 #include "outline/TreeLoading.h"
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
@@ -10,7 +9,6 @@
 #include "tools/ProgramRun.h"
 #include "tools/Session.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -23,31 +21,12 @@ namespace {
 
 using generate::PlanFinding;
 
-std::vector<PlanFinding> findingsOf(ProgramRun& run, const QString& plan, bool isFirstRun) {
-    requirePlan(run, plan);
-    const auto rows =
-        run.state().gDbUser->OpenRecordset(u"Select * from ["_s + plan + u"] order by ID asc"_s);
-    outline::OutlineTree TrvEdit(u"TrvEdit"_s);
-    outline::FillOutlineTree(*rows, TrvEdit);
-    if (TrvEdit.Count() == 0)
-        return {};
-    desktop::SystemProcesses processes;
-    desktop::LockFiles locks(processes);
-    return generate::checkPlan({run.state(), TrvEdit, locks, isFirstRun, {}});
-}
-
 void tell(Output& output, const std::vector<PlanFinding>& found) {
-    QJsonArray json;
     QStringList lines;
-    for (const PlanFinding& finding : found) {
-        json.append(QJsonObject{{u"key"_s, finding.key},
-                                {u"name"_s, finding.name},
-                                {u"kind"_s, nameOf(finding.kind)},
-                                {u"what"_s, finding.what},
-                                {u"advice"_s, finding.advice}});
+    for (const PlanFinding& finding : found)
         lines << u"%1 %2：%3%4"_s.arg(finding.key, finding.name, finding.what, finding.advice);
-    }
-    output.result(json, lines.isEmpty() ? u"没有发现问题，可以生成。"_s : lines.join(u'\n'));
+    const QString text = lines.isEmpty() ? u"没有发现问题，可以生成。"_s : lines.join(u'\n');
+    output.result(findingsAsJson(found), text);
 }
 
 bool isInTheWay(const PlanFinding& finding) {
@@ -57,14 +36,40 @@ bool isInTheWay(const PlanFinding& finding) {
 ExitStatus check(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{u"--first-run"_s}, {}});
     arguments.expectPositions(1, 1);
-    const auto found = findingsOf(session.program(), files::Trim(arguments.position(0)),
-                                  arguments.has(u"--first-run"_s));
+    ProgramRun& run = session.program();
+    const QString plan = files::Trim(arguments.position(0));
+    requirePlan(run, plan);
+    const auto rows =
+        run.state().gDbUser->OpenRecordset(u"Select * from ["_s + plan + u"] order by ID asc"_s);
+    outline::OutlineTree TrvEdit(u"TrvEdit"_s);
+    outline::FillOutlineTree(*rows, TrvEdit);
+    const auto found = findingsOf(run.state(), TrvEdit, arguments.has(u"--first-run"_s));
     tell(session.output(), found);
     return std::any_of(found.begin(), found.end(), isInTheWay) ? ExitStatus::refused
                                                                : ExitStatus::done;
 }
 
 } // namespace
+
+std::vector<PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& TrvEdit,
+                                    bool isFirstRun) {
+    if (TrvEdit.Count() == 0)
+        return {};
+    desktop::SystemProcesses processes;
+    desktop::LockFiles locks(processes);
+    return generate::checkPlan({state, TrvEdit, locks, isFirstRun, {}});
+}
+
+QJsonArray findingsAsJson(const std::vector<PlanFinding>& found) {
+    QJsonArray json;
+    for (const PlanFinding& finding : found)
+        json.append(QJsonObject{{u"key"_s, finding.key},
+                                {u"name"_s, finding.name},
+                                {u"kind"_s, nameOf(finding.kind)},
+                                {u"what"_s, finding.what},
+                                {u"advice"_s, finding.advice}});
+    return json;
+}
 
 std::vector<Command> checkCommands() {
     return {{u"check"_s, u"方案 [--first-run]"_s,

@@ -1,8 +1,17 @@
 #pragma once
 
+#include "generate/PlanCheck.h"
 #include "tools/Command.h"
 
+#include <QJsonArray>
+
 namespace qvnd::tools {
+
+// What a planner should know before generating the plan in the tree; `isFirstRun` as the option of
+// "generate".
+std::vector<generate::PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& TrvEdit,
+                                              bool isFirstRun);
+QJsonArray findingsAsJson(const std::vector<generate::PlanFinding>& found);
 
 // "check": what a planner should know before generating a plan.
 std::vector<Command> checkCommands();

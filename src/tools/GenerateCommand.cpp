@@ -1,10 +1,12 @@
 #include "tools/GenerateCommand.h"
 
+#include "generate/GenerationReport.h"
 #include "generate/driver/BuildBid.h"
 #include "generate/driver/RebuildContents.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "tools/Arguments.h"
+#include "tools/CheckCommand.h"
 #include "tools/GenerateOptions.h"
 #include "tools/GenerateServices.h"
 #include "tools/Plans.h"
@@ -12,12 +14,10 @@
 #include "tools/Session.h"
 
 #include <QElapsedTimer>
-#include <QHash>
 #include <QJsonArray>
 #include <QJsonObject>
 
-#include <algorithm>
-#include <optional>
+#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -27,33 +27,18 @@ namespace qvnd::tools {
 namespace {
 
 using generate::BuildOutcome;
-using outline::OutlineNode;
+using generate::GenerationReport;
+using generate::ReportedNode;
 using outline::OutlineTree;
-
-// A node whose heading or document is not in the target, or not whole.
-struct MissingNode {
-    QString key;
-    QString name;
-    bool isDocument = false;
-    QString reason;
-};
 
 // What is told about a finished document.
 struct Generated {
     QString output;
-    int nodes = 0; // without the root
-    int documents = 0;
-    std::vector<MissingNode> missing; // in the order of the outline
-    int pages = 0;                    // 0: not known
+    GenerationReport report;
+    QJsonArray check; // ahead of the run; only for JSON
     PageNumberChoice::Origin pageNumbers;
     QStringList messages;
     double seconds = 0;
-
-    int missingDocuments() const {
-        return static_cast<int>(
-            std::count_if(missing.begin(), missing.end(),
-                          [](const MissingNode& node) { return node.isDocument; }));
-    }
 };
 
 void loadOutline(ProgramRun& run, const QString& plan, OutlineTree& TrvEdit) {
@@ -63,36 +48,13 @@ void loadOutline(ProgramRun& run, const QString& plan, OutlineTree& TrvEdit) {
     outline::FillOutlineTree(*rows, TrvEdit);
 }
 
-bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
-
-int documentsIn(const OutlineTree& tree) {
-    int count = 0;
-    for (int i = 1; i <= tree.Count(); ++i)
-        count += isDocument(tree.Item(i)) ? 1 : 0;
-    return count;
-}
-
-std::vector<MissingNode> missingIn(const OutlineTree& tree, const generate::BidEditState& window) {
-    QHash<QString, std::optional<QString>> failures;
-    for (const generate::VisitedEntry& visited : window.Visited)
-        failures.insert(visited.Key, visited.Failure);
-    const std::optional<QString> notReached = u"生成在到达这个节点之前中断了。"_s;
-    std::vector<MissingNode> missing;
-    for (int i = 2; i <= tree.Count(); ++i) {
-        const OutlineNode& node = tree.Item(i);
-        if (const auto failure = failures.value(node.Key(), notReached))
-            missing.push_back({node.Key(), node.Text(), isDocument(node), *failure});
-    }
-    return missing;
-}
-
-QJsonArray asJson(const std::vector<MissingNode>& missing) {
+QJsonArray asJson(const std::vector<ReportedNode>& nodes) {
     QJsonArray json;
-    for (const MissingNode& node : missing)
+    for (const ReportedNode& node : nodes)
         json.append(QJsonObject{{u"key"_s, node.key},
                                 {u"name"_s, node.name},
                                 {u"document"_s, node.isDocument},
-                                {u"reason"_s, node.reason}});
+                                {u"reason"_s, node.what}});
     return json;
 }
 
@@ -101,11 +63,13 @@ QJsonValue textOrNull(const QString& text) { return text.isEmpty() ? QJsonValue(
 QJsonObject asJson(const Generated& done) {
     return {
         {u"output"_s, done.output},
-        {u"nodes"_s, done.nodes},
-        {u"documents"_s, done.documents},
-        {u"inserted"_s, done.documents - done.missingDocuments()},
-        {u"missing"_s, asJson(done.missing)},
-        {u"pages"_s, done.pages > 0 ? QJsonValue(done.pages) : QJsonValue()},
+        {u"nodes"_s, done.report.nodes},
+        {u"documents"_s, done.report.documents},
+        {u"inserted"_s, done.report.documents - done.report.missingDocuments()},
+        {u"missing"_s, asJson(done.report.missing)},
+        {u"leftOut"_s, asJson(done.report.leftOut)},
+        {u"check"_s, done.check},
+        {u"pages"_s, done.report.pages > 0 ? QJsonValue(done.report.pages) : QJsonValue()},
         {u"pageNumbers"_s, textOrNull(done.pageNumbers.source)},
         {u"pageNumbersFallback"_s, textOrNull(done.pageNumbers.fallback)},
         {u"messages"_s, QJsonArray::fromStringList(done.messages)},
@@ -114,24 +78,25 @@ QJsonObject asJson(const Generated& done) {
 }
 
 QString pagesAsText(const Generated& done) {
-    if (done.pages == 0)
+    if (done.report.pages == 0)
         return {};
     const bool exact = done.pageNumbers.source == u"office";
-    return u"，%1 页（页码%2）"_s.arg(done.pages).arg(exact ? u"由办公套件排出"_s : u"是估计的"_s);
+    return u"，%1 页（页码%2）"_s.arg(done.report.pages)
+        .arg(exact ? u"由办公套件排出"_s : u"是估计的"_s);
 }
 
 QString asText(const Generated& done) {
-    const int lost = done.missingDocuments();
-    const QString documents = lost == 0
-                                  ? u"%1 个文档全部放入"_s.arg(done.documents)
-                                  : u"%1 个文档放入 %2 个，%3 个没有放入"_s.arg(done.documents)
-                                        .arg(done.documents - lost)
-                                        .arg(lost);
-    QStringList lines{done.output, u"%1 个节点，%2%3，用时 %4 秒"_s.arg(done.nodes)
+    const int lost = done.report.missingDocuments();
+    const QString documents =
+        lost == 0 ? u"%1 个文档全部放入"_s.arg(done.report.documents)
+                  : u"%1 个文档放入 %2 个，%3 个没有放入"_s.arg(done.report.documents)
+                        .arg(done.report.documents - lost)
+                        .arg(lost);
+    QStringList lines{done.output, u"%1 个节点，%2%3，用时 %4 秒"_s.arg(done.report.nodes)
                                        .arg(documents, pagesAsText(done))
                                        .arg(done.seconds, 0, 'f', 2)};
-    for (const MissingNode& node : done.missing)
-        lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.reason);
+    for (const ReportedNode& node : done.report.missing)
+        lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.what);
     if (!done.pageNumbers.fallback.isEmpty())
         lines << u"没有用办公套件的页码：%1"_s.arg(done.pageNumbers.fallback);
     return lines.join(u'\n');
@@ -169,21 +134,22 @@ ExitStatus generatePlan(Session& session, const QStringList& words) {
     timer.start();
     OutlineTree TrvEdit(u"TrvEdit"_s);
     loadOutline(session.program(), options.plan, TrvEdit);
+    const QJsonArray check =
+        session.output().isJson()
+            ? findingsAsJson(findingsOf(session.program().state(), TrvEdit, options.isFirstRun))
+            : QJsonArray();
     generate::BidEditState window;
     const BuildOutcome outcome = build(tools, options, TrvEdit, window);
     explain(session.output(), outcome);
     if (outcome != BuildOutcome::finished)
         return ExitStatus::refused;
-    const Generated done{targetOf(session),
-                         TrvEdit.Count() - 1,
-                         documentsIn(TrvEdit),
-                         missingIn(TrvEdit, window),
-                         tools.pages().source().pages(),
-                         tools.pages().origin(),
-                         tools.messages(),
-                         static_cast<double>(timer.elapsed()) / 1000};
+    GenerationReport report = reportOf(TrvEdit, window, tools.losses().losses());
+    report.pages = tools.pages().source().pages();
+    const Generated done{
+        targetOf(session),      std::move(report), check,
+        tools.pages().origin(), tools.messages(),  static_cast<double>(timer.elapsed()) / 1000};
     session.output().result(asJson(done), asText(done));
-    return done.missing.empty() ? ExitStatus::done : ExitStatus::refused;
+    return done.report.missing.empty() ? ExitStatus::done : ExitStatus::refused;
 }
 
 // The command has no answer of its own for a document without contents.

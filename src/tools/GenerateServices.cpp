@@ -17,6 +17,7 @@ QString fileName(const std::filesystem::path& path) {
 
 void LossMessages::notCarried(const std::filesystem::path& path, std::u16string_view what) {
     const QString loss = QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()));
+    collected_.notCarried(path, what);
     dlgTB_.hide();
     messages_.tell(fileName(path) + u'：' + loss, desktop::Icon::information, u"提示"_s);
     dlgTB_.show();

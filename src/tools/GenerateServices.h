@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/GenerationReport.h"
 #include "generate/driver/GenerationServices.h"
 #include "generate/driver/ProgramState.h"
 #include "platform/desktop/LockFiles.h"
@@ -41,16 +42,19 @@ private:
     const GenerateOptions& options_;
 };
 
-// Shows what a document loses when it is inserted as a message, with the progress hidden.
+// Shows what a document loses when it is inserted as a message, with the progress hidden, and keeps
+// it for the report.
 class LossMessages : public word::ImportReport {
 public:
     LossMessages(desktop::MessageBoxes& messages, desktop::ProgressDialog& dlgTB)
         : messages_(messages), dlgTB_(dlgTB) {}
+    const generate::CollectedLosses& collected() const { return collected_; }
     void notCarried(const std::filesystem::path& path, std::u16string_view what) override;
 
 private:
     desktop::MessageBoxes& messages_;
     desktop::ProgressDialog& dlgTB_;
+    generate::CollectedLosses collected_;
 };
 
 // Asks the user about a changed document.
@@ -73,6 +77,7 @@ public:
 
     PageNumberChoice& pages() { return pages_; }
     desktop::ProgressDialog& dlgTB();
+    const generate::CollectedLosses& losses() const { return losses_.collected(); }
     const QStringList& messages() const { return messages_.texts(); }
     generate::GenerationServices services();
     // Starts the program if it does not run yet.

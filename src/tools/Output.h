@@ -15,6 +15,7 @@ public:
     Output(std::ostream& out, std::ostream& err) : out_(out), err_(err) {}
 
     void setJson(bool json) { json_ = json; }
+    bool isJson() const { return json_; }
 
     // The result, in the form asked for; once in a command.
     void result(const QJsonValue& json, const QString& text);

@@ -3,6 +3,7 @@
 #include "generate/GenerationWorld.h"
 #include "support/Errors.h"
 #include "support/FakeFilesInUse.h"
+#include "support/FakeGenerationRecord.h"
 #include "support/FakePdfPrinter.h"
 #include "support/FakeShell.h"
 #include "support/FakeWindowLookup.h"
@@ -42,7 +43,8 @@ protected:
     }
     BidEdit& loaded(const QString& select = u"工程.3"_s) {
         edit = std::make_unique<BidEdit>(
-            state(), generate::BidEditServices{services(), screen, shell, lookup, inUse, pdf});
+            state(),
+            generate::BidEditServices{services(), screen, shell, lookup, inUse, pdf, record});
         edit->Load();
         edit->TrvEdit.Select(edit->TrvEdit.find(select));
         edit->NodeClick();
@@ -60,6 +62,7 @@ protected:
     FakeWindowLookup lookup;
     FakeFilesInUse inUse;
     FakePdfPrinter pdf;
+    FakeGenerationRecord record;
     std::unique_ptr<BidEdit> edit;
 };
 
@@ -98,7 +101,7 @@ TEST_F(PlanEdit, OpeningADocumentIsOnOfferOnADocumentAlone) {
 
 TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
     program.gDbUser->Execute("DELETE * FROM 当前表");
-    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf});
+    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, record});
     fresh.Load();
     ASSERT_EQ(log.lines.size(), 2U) << wholeLog();
     EXPECT_EQ(log.lines[0], "message [none] ");
@@ -109,7 +112,7 @@ TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
 
 TEST_F(PlanEdit, AnErrorOfTheLoadShowsItsDescription) {
     setCurrentPlan("没有");
-    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf});
+    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, record});
     fresh.Load();
     ASSERT_EQ(log.lines.size(), 1U) << wholeLog();
     EXPECT_NE(log.lines[0].find("没有"), std::string::npos) << log.lines[0];
@@ -301,6 +304,37 @@ TEST_F(PlanEdit, RebuildingTheContentsIsRefusedForAnEmptyWorkFolderAlone) {
     windows.open = true; // no question about open documents here
     edit->mnuBul();
     EXPECT_TRUE(logged("TablesOfContents.Add"));
+}
+
+// The report
+
+TEST_F(PlanEdit, AFinishedRunLeavesAReport) {
+    record.lost = {{u"工程.3"_s, u"2 个脚注"_s}};
+    record.pageCount = 7;
+    record.estimated = u"没有安装办公套件。"_s;
+    log.failAt("Selection.InsertFile plans/工程/工程.1.2.doc", 5174, u"找不到该文件");
+    loaded();
+    EXPECT_FALSE(edit->report());
+    edit->mnuBuildbid();
+    ASSERT_TRUE(edit->report());
+    EXPECT_EQ(edit->report()->missing[0].key, u"工程.1.2"_s);
+    EXPECT_EQ(edit->report()->leftOut[0].key, u"工程.3"_s);
+    EXPECT_EQ(edit->report()->pages, 7);
+    EXPECT_EQ(edit->report()->whyEstimated, u"没有安装办公套件。"_s);
+    EXPECT_EQ(record.cleared, 1);
+}
+
+TEST_F(PlanEdit, AStoppedOrRefusedRunLeavesTheReportBeforeIt) {
+    loaded();
+    edit->mnuBuildbid();
+    const int nodes = edit->report()->nodes;
+    windows.open = true;
+    edit->mnuBuildbid();
+    EXPECT_EQ(edit->report()->nodes, nodes);
+    windows.open = false;
+    stopAt("progress 0.95");
+    edit->mnuBuildbid();
+    EXPECT_TRUE(edit->report());
 }
 
 // PDF

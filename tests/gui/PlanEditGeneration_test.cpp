@@ -1,5 +1,7 @@
 #include "gui/support/PlanEditWindow.h"
 
+#include "generate/windows/FindingsWindow.h"
+
 #include "platform/files/Paths.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/text/DocumentText.h"
@@ -10,7 +12,7 @@
 #include <QProcess>
 #include <QProgressBar>
 #include <QScopedValueRollback>
-#include <QStorageInfo>
+#include <QTreeWidget>
 
 namespace qvnd::test {
 namespace {
@@ -276,6 +278,33 @@ TEST_F(WindowGeneration, AnEncryptedDocumentCostsOneBoxAndTheRestIsThere) {
     ASSERT_EQ(messages().size(), 1);
     EXPECT_TRUE(messages()[0].contains("设有打开密码")) << messages()[0].toStdString();
     EXPECT_TRUE(textOfFinished().contains("部署正文"));
+    expectUsable();
+}
+
+// The report
+
+TEST_F(WindowGeneration, TheReportIsOnOfferBehindARunAndShownWhenSomethingIsMissing) {
+    open();
+    EXPECT_FALSE(item("mnuReport").isEnabled());
+    choose("mnuBuildbid");
+    EXPECT_TRUE(item("mnuReport").isEnabled());
+    EXPECT_EQ(form->findChild<generate::FindingsWindow*>("dlgReport"), nullptr);
+    QFile::remove(fileOf("T.1.1"));
+    record.lost = {{"T.2", "2 个脚注"}};
+    choose("mnuBuildbid");
+    auto* report = form->findChild<generate::FindingsWindow*>("dlgReport");
+    ASSERT_NE(report, nullptr);
+    EXPECT_TRUE(report->isVisible());
+    auto& list = *report->findChild<QTreeWidget*>();
+    ASSERT_EQ(list.topLevelItemCount(), 2);
+    EXPECT_EQ(list.topLevelItem(0)->text(0), "编制依据");
+    EXPECT_EQ(list.topLevelItem(0)->text(1), "没有放入");
+    EXPECT_EQ(list.topLevelItem(1)->text(2), "2 个脚注");
+    list.setCurrentItem(list.topLevelItem(0));
+    EXPECT_EQ(tree().outline().tree().SelectedItem()->Key(), "T.1.1");
+    report->close();
+    choose("mnuReport");
+    EXPECT_TRUE(report->isVisible());
     expectUsable();
 }
 

@@ -114,6 +114,7 @@ inline const std::map<std::string, std::vector<StatedText>>& statedTexts() {
              {"mnuBrowseDoc", "浏览"},
              {"mnuCheckReport", "检查与输出(&C)"},
              {"mnuCheck", "生成前检查"},
+             {"mnuReport", "生成报告"},
              {"mnuPdf", "输出 PDF"},
          }},
         {"dlgTB",

@@ -73,14 +73,17 @@ protected:
 
 TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     const QJsonObject told = generated();
-    EXPECT_EQ(told.keys(), QStringList({u"documents"_s, u"inserted"_s, u"messages"_s, u"missing"_s,
-                                        u"nodes"_s, u"output"_s, u"pageNumbers"_s,
-                                        u"pageNumbersFallback"_s, u"pages"_s, u"seconds"_s}));
+    EXPECT_EQ(told.keys(),
+              QStringList({u"check"_s, u"documents"_s, u"inserted"_s, u"leftOut"_s, u"messages"_s,
+                           u"missing"_s, u"nodes"_s, u"output"_s, u"pageNumbers"_s,
+                           u"pageNumbersFallback"_s, u"pages"_s, u"seconds"_s}));
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
     EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
     EXPECT_EQ(told[u"inserted"_s].toInt(), 2);
     EXPECT_TRUE(told[u"missing"_s].toArray().isEmpty());
+    EXPECT_TRUE(told[u"leftOut"_s].toArray().isEmpty());
+    EXPECT_TRUE(told[u"check"_s].toArray().isEmpty());
     EXPECT_GE(told[u"pages"_s].toInt(), 4); // cover, contents, two chapters
     EXPECT_TRUE(told[u"messages"_s].toArray().isEmpty());
     EXPECT_GT(told[u"seconds"_s].toDouble(), 0);
@@ -110,6 +113,7 @@ TEST_F(GenerateTool, ADocumentThatDidNotComeInIsNamedWithItsReasonAndTheRestIsGe
               ExitStatus::refused);
     const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
+    EXPECT_EQ(told[u"check"_s].toArray().size(), 1);
     EXPECT_EQ(told[u"inserted"_s].toInt(), 1);
     const QJsonArray missing = told[u"missing"_s].toArray();
     ASSERT_EQ(missing.size(), 1);

@@ -43,6 +43,7 @@ BidEditMenus::BidEditMenus(QWidget& window) {
 
     mnuCheckReport = menu(window, u"mnuCheckReport"_s, u"检查与输出(&C)"_s);
     mnuCheck = item(*mnuCheckReport, u"mnuCheck"_s, u"生成前检查"_s, u"check"_s);
+    mnuReport = item(*mnuCheckReport, u"mnuReport"_s, u"生成报告"_s, u"report"_s);
     mnuPdf = item(*mnuCheckReport, u"mnuPdf"_s, u"输出 PDF"_s, u"pdf"_s);
 
     mnuOpen = menu(window, u"mnuOpen"_s, QString());

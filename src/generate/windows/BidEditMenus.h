@@ -30,6 +30,7 @@ public:
 
     QMenu* mnuCheckReport;
     QAction* mnuCheck;
+    QAction* mnuReport;
     QAction* mnuPdf;
 
     // The pop-up of TrvEdit.

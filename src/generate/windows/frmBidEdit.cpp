@@ -37,7 +37,8 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
                                          parts_.shell,
                                          parts_.windows,
                                          parts_.inUse,
-                                         parts_.pdf})),
+                                         parts_.pdf,
+                                         parts_.record})),
       menus_(*this), TbarBidSet_(new BidEditToolbar(this)) {
     setObjectName(u"frmBidEdit"_s);
     setWindowTitle(u"施工组织方案编辑"_s);
@@ -110,6 +111,7 @@ void frmBidEdit::connectMenus() {
     bind(menus_.mnuBidLike, [this] { like(); });
     bind(menus_.mnuOpenDoc, [this] { edit_->mnuOpenDoc(); });
     bind(menus_.mnuCheck, [this] { check(); });
+    bind(menus_.mnuReport, [this] { report(); });
     bind(menus_.mnuPdf, [this] { edit_->printPdf(); });
     bind(menus_.mnuDocOpen, [this] { edit_->mnuDocOpen(); });
     bind(menus_.mnuBrowseDoc, [this] { edit_->mnuBrowseDoc(); });
@@ -184,7 +186,16 @@ void frmBidEdit::generate() {
     if (parts_.program.word.isAtWork())
         edit_->mnuBuildbid();
     else
-        runOfToolbar([this] { edit_->mnuBuildbid(); });
+        runOfToolbar([this] { build(); });
+}
+
+// What did not come in whole raises no boxes of its own, so the report is shown.
+void frmBidEdit::build() {
+    if (edit_->mnuBuildbid() != BuildOutcome::finished)
+        return;
+    const GenerationReport& told = *edit_->report();
+    if (!told.missing.empty() || !told.leftOut.empty())
+        report();
 }
 
 void frmBidEdit::setUp() {
@@ -220,6 +231,23 @@ void frmBidEdit::check() {
     findings_->present(contents);
 }
 
+void frmBidEdit::report() {
+    const GenerationReport& told = *edit_->report();
+    if (!report_) {
+        report_ = new FindingsWindow(u"生成报告"_s, this);
+        report_->setObjectName(u"dlgReport"_s);
+        connect(report_, &FindingsWindow::nodeChosen, this, &frmBidEdit::chooseNode);
+    }
+    FindingsWindow::Contents contents;
+    contents.summary = summaryOf(told);
+    contents.headers = QStringList{u"节点"_s, u"情况"_s, u"说明"_s};
+    for (const ReportedNode& node : told.missing)
+        contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有放入"_s, node.what}};
+    for (const ReportedNode& node : told.leftOut)
+        contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有带入"_s, node.what}};
+    report_->present(contents);
+}
+
 void frmBidEdit::chooseNode(const QString& key) {
     outline::OutlineNode* node = edit_->TrvEdit.find(key);
     if (node && !parts_.program.modMain.Command.isRunning()) {
@@ -243,6 +271,7 @@ void frmBidEdit::popUp(outline::OutlineNode* node, const QPoint& place) {
 }
 
 void frmBidEdit::applyCommands() {
+    menus_.mnuReport->setEnabled(edit_->report().has_value());
     menus_.mnuOpenDoc->setEnabled(edit_->openDocument);
     TbarBidSet_->at(BidEditToolbar::openDocument)->setEnabled(edit_->openDocument);
     menus_.mnuBidSet->setEnabled(bool(parts_.showSettings));

@@ -30,6 +30,7 @@ namespace qvnd::generate {
 class BidEdit;
 class BidEditToolbar;
 class FindingsWindow;
+class GenerationRecord;
 class PicEdit;
 
 // The plan edit window: the open plan's outline, which it only reads, a preview, and the commands
@@ -52,6 +53,7 @@ public:
         desktop::Shell& shell;
         files::FilesInUse& inUse;
         office::PdfPrinter& pdf;
+        GenerationRecord& record;
         ChildDocumentControls& frmBidSet;
         BidEditFrame& frame;
         // Shows the format dialog and waits for its end; without it the command is closed.
@@ -91,10 +93,12 @@ private:
     // The same for a command of the toolbar, under its own error routine.
     void runOfToolbar(const Event& event);
     void generate();
+    void build();
     void setUp();
     void like();
     void openSeen();
     void check();
+    void report();
     void chooseNode(const QString& key);
     void popUp(outline::OutlineNode* node, const QPoint& place);
     void applyCommands();
@@ -111,6 +115,7 @@ private:
     outline::OutlineView* TrvEdit_ = nullptr;
     outline::SplitterBar* Image1_ = nullptr;
     FindingsWindow* findings_ = nullptr;
+    FindingsWindow* report_ = nullptr;
 };
 
 } // namespace qvnd::generate

@@ -126,6 +126,7 @@ ChildWindow DesktopRun::makePlanEditor() {
                                              services_.shell,
                                              editing.inUse,
                                              editing.pdf,
+                                             editing.record,
                                              controls_,
                                              *mainForm_,
                                              {},

@@ -30,10 +30,11 @@ DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop:
       pdf_(suite(events, [] { return false; })) {}
 
 PlanEditing DesktopPlanEditing::services() {
-    return {generation_.factory(), openDocuments_, windows_, openDocuments_, pdf_, [this] {
-                auto* pane = new preview::PreviewPane(conversion_);
-                return DocumentView{pane, pane};
-            }};
+    return {
+        generation_.factory(), openDocuments_, windows_, openDocuments_, pdf_, generation_, [this] {
+            auto* pane = new preview::PreviewPane(conversion_);
+            return DocumentView{pane, pane};
+        }};
 }
 
 } // namespace qvnd::startup

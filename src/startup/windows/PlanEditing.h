@@ -27,6 +27,7 @@ struct PlanEditing {
     desktop::WindowLookup& windows;
     files::FilesInUse& inUse;
     office::PdfPrinter& pdf;
+    generate::GenerationRecord& record;
     // Makes the view of a plan edit window, which then owns it.
     std::function<DocumentView()> makeView;
 };

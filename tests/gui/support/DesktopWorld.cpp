@@ -80,7 +80,7 @@ bool DesktopWorld::start() {
                                  shell,
                                  makePreview,
                                  [this] { ended_ = true; },
-                                 {word_, openDocuments, windows, inUse, pdf, makeView}});
+                                 {word_, openDocuments, windows, inUse, pdf, record, makeView}});
     return run_->start(folder.path());
 }
 

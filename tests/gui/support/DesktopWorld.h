@@ -5,6 +5,7 @@
 #include "startup/windows/DesktopRun.h"
 #include "startup/windows/frmSplash.h"
 #include "support/FakeFilesInUse.h"
+#include "support/FakeGenerationRecord.h"
 #include "support/FakeHelpWindow.h"
 #include "support/FakePdfPrinter.h"
 #include "support/FakeShell.h"
@@ -44,6 +45,7 @@ public:
     FakeWordProcessorWindows openDocuments;
     FakeFilesInUse inUse;
     FakePdfPrinter pdf;
+    FakeGenerationRecord record;
     CountingEvents events;
     // For the next start.
     desktop::HelpWindow* helpWindow = &help;

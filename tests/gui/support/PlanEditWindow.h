@@ -9,6 +9,7 @@
 #include "platform/word/layout/LayoutEstimate.h"
 #include "store/DatabaseCreation.h"
 #include "support/FakeFilesInUse.h"
+#include "support/FakeGenerationRecord.h"
 #include "support/FakePdfPrinter.h"
 #include "support/FakeShell.h"
 #include "support/FakeWindowLookup.h"
@@ -87,6 +88,7 @@ protected:
                 shell,
                 inUse,
                 pdf,
+                record,
                 controls,
                 frame,
                 showSettings,
@@ -152,6 +154,7 @@ protected:
     FakeWordProcessorWindows openDocuments;
     FakeFilesInUse inUse;
     FakePdfPrinter pdf;
+    FakeGenerationRecord record;
     FirstControls controls;
     generate::FormatSwitches switches;
     generate::WordSession word;

@@ -1,0 +1,76 @@
+#include "generate/GenerationReport.h"
+
+#include "platform/files/Paths.h"
+
+#include <QFileInfo>
+#include <QHash>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::generate {
+
+namespace {
+
+using outline::OutlineNode;
+using outline::OutlineTree;
+
+bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
+
+ReportedNode reported(const OutlineNode& node, const QString& what) {
+    return {node.Key(), node.Text(), isDocument(node), what};
+}
+
+void addMissing(GenerationReport& report, const OutlineTree& tree, const BidEditState& run) {
+    QHash<QString, std::optional<QString>> failures;
+    for (const VisitedEntry& visited : run.Visited)
+        failures.insert(visited.Key, visited.Failure);
+    const std::optional<QString> notReached = u"生成在到达这个节点之前中断了。"_s;
+    for (int i = 2; i <= tree.Count(); ++i) {
+        const OutlineNode& node = tree.Item(i);
+        if (const auto failure = failures.value(node.Key(), notReached))
+            report.missing.push_back(reported(node, *failure));
+    }
+}
+
+} // namespace
+
+void CollectedLosses::notCarried(const std::filesystem::path& path, std::u16string_view what) {
+    losses_.push_back({QFileInfo(files::fromPath(path)).completeBaseName(),
+                       QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()))});
+}
+
+int GenerationReport::missingDocuments() const {
+    return static_cast<int>(std::count_if(
+        missing.begin(), missing.end(), [](const ReportedNode& node) { return node.isDocument; }));
+}
+
+GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
+                          const std::vector<CollectedLosses::Loss>& losses) {
+    GenerationReport report;
+    report.nodes = TrvEdit.Count() - 1;
+    for (int i = 2; i <= TrvEdit.Count(); ++i)
+        report.documents += isDocument(TrvEdit.Item(i)) ? 1 : 0;
+    addMissing(report, TrvEdit, run);
+    for (const CollectedLosses::Loss& loss : losses) {
+        if (const OutlineNode* node = TrvEdit.find(loss.key))
+            report.leftOut.push_back(reported(*node, loss.what));
+    }
+    return report;
+}
+
+QString summaryOf(const GenerationReport& report) {
+    const int lost = report.missingDocuments();
+    QString text = u"%1 个节点，%2 个文档"_s.arg(report.nodes).arg(report.documents);
+    text += lost == 0 ? u"全部放入"_s
+                      : u"放入 %1 个，%2 个没有放入"_s.arg(report.documents - lost).arg(lost);
+    if (report.pages > 0)
+        text += u"，%1 页"_s.arg(report.pages);
+    text += u"。"_s;
+    if (report.whyEstimated)
+        text += u"\n目录的页码是估计的："_s + *report.whyEstimated;
+    return text;
+}
+
+} // namespace qvnd::generate

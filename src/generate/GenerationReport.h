@@ -1,0 +1,74 @@
+#pragma once
+
+#include "generate/driver/BidEditState.h"
+#include "outline/OutlineTree.h"
+#include "platform/word/engine/ImportReport.h"
+
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace qvnd::generate {
+
+// A node that a report speaks of, and what it says.
+struct ReportedNode {
+    QString key;
+    QString name;
+    bool isDocument = false;
+    QString what;
+};
+
+// Keeps what documents lose on their way in, for a report.
+class CollectedLosses : public word::ImportReport {
+public:
+    struct Loss {
+        QString key; // of the document's node, after which its file is named
+        QString what;
+    };
+
+    void notCarried(const std::filesystem::path& path, std::u16string_view what) override;
+    void clear() { losses_.clear(); }
+    const std::vector<Loss>& losses() const { return losses_; }
+
+private:
+    std::vector<Loss> losses_;
+};
+
+// What the word processor of the generation notes of a run.
+class GenerationRecord {
+public:
+    virtual ~GenerationRecord() = default;
+
+    // Forgets the run before.
+    virtual void clear() = 0;
+    virtual const std::vector<CollectedLosses::Loss>& losses() const = 0;
+    // Of the finished document; 0 when that is not known.
+    virtual int pages() const = 0;
+    // Why the page numbers of the contents are an estimate; nothing when they are exact.
+    virtual std::optional<QString> whyEstimated() const = 0;
+};
+
+// What became of a finished run.
+struct GenerationReport {
+    int nodes = 0; // without the root
+    int documents = 0;
+    // Nodes whose heading or document is not in the target, or not whole, in the tree's order.
+    std::vector<ReportedNode> missing;
+    // What was left out of documents that came in, in their order.
+    std::vector<ReportedNode> leftOut;
+    // As in GenerationRecord.
+    int pages = 0;
+    std::optional<QString> whyEstimated;
+
+    int missingDocuments() const;
+};
+
+// Pages and their source are for the caller to add.
+GenerationReport reportOf(const outline::OutlineTree& TrvEdit, const BidEditState& run,
+                          const std::vector<CollectedLosses::Loss>& losses);
+
+// The report's first lines in Chinese: how much came in, and where the page numbers come from.
+QString summaryOf(const GenerationReport& report);
+
+} // namespace qvnd::generate

@@ -1,0 +1,62 @@
+#include "generate/GenerationReport.h"
+
+#include "generate/GenerationWorld.h"
+
+using namespace Qt::StringLiterals;
+using namespace qvnd;
+using namespace qvnd::test;
+
+namespace {
+
+class Report : public GenerationWorld {
+protected:
+    Report() {
+        folder(u"工程.1"_s, u"概况"_s);
+        document(u"工程.1.1"_s, u"说明"_s);
+        document(u"工程.2"_s, u"附则"_s);
+    }
+    generate::GenerationReport report() { return reportOf(TrvEdit, window, losses.losses()); }
+
+    generate::CollectedLosses losses;
+};
+
+} // namespace
+
+TEST_F(Report, OfARunWithoutFailuresIsEmpty) {
+    build();
+    const auto told = report();
+    EXPECT_EQ(told.nodes, 3);
+    EXPECT_EQ(told.documents, 2);
+    EXPECT_TRUE(told.missing.empty() && told.leftOut.empty());
+    EXPECT_EQ(summaryOf(told), u"3 个节点，2 个文档全部放入。"_s);
+}
+
+TEST_F(Report, NamesTheDocumentThatDidNotComeInAndWhy) {
+    log.failAt("Selection.InsertFile plans/工程/工程.1.1.doc", 5174, u"找不到该文件");
+    build();
+    const auto told = report();
+    ASSERT_EQ(told.missing.size(), 1U);
+    EXPECT_EQ(told.missing[0].key, u"工程.1.1"_s);
+    EXPECT_EQ(told.missing[0].name, u"说明"_s);
+    EXPECT_EQ(told.missing[0].what, u"找不到该文件"_s);
+    EXPECT_EQ(summaryOf(told), u"3 个节点，2 个文档放入 1 个，1 个没有放入。"_s);
+}
+
+TEST_F(Report, NamesWhatWasLeftOutOfADocumentByItsFile) {
+    losses.notCarried(u"/方案/工程/工程.2.doc", u"2 个脚注");
+    losses.notCarried(u"/别处/封面.doc", u"没有节点");
+    build();
+    const auto told = report();
+    ASSERT_EQ(told.leftOut.size(), 1U);
+    EXPECT_EQ(told.leftOut[0].name, u"附则"_s);
+    EXPECT_EQ(told.leftOut[0].what, u"2 个脚注"_s);
+}
+
+TEST_F(Report, TellsPagesAndWhyTheirNumbersAreEstimated) {
+    build();
+    auto told = report();
+    told.pages = 12;
+    told.whyEstimated = u"没有安装办公套件。"_s;
+    EXPECT_EQ(summaryOf(told),
+              u"3 个节点，2 个文档全部放入，12 页。\n目录的页码是估计的：没有安装办公套件。"_s);
+}
