@@ -43,4 +43,12 @@ float FontSizeToPoints(const QString& text) {
     }
 }
 
+QStringList namedFontSizes() {
+    QStringList names;
+    for (const NamedSize& size : namedSizes) {
+        names << size.name.toString();
+    }
+    return names;
+}
+
 } // namespace qvnd::store

@@ -5,6 +5,7 @@
 #include "platform/files/WorkSpaceTurn.h"
 #include "platform/jet/DBEngine.h"
 #include "platform/jet/legacy/LegacyDatabase.h"
+#include "store/FormatSwitches.h"
 #include "store/LegacyTakeover.h"
 
 #include <QString>
@@ -48,6 +49,9 @@ struct modMain {
 
     // The plan's name while the root of the current-plan tree is selected, empty otherwise.
     QString gSelectedPlan;
+
+    // What the format dialog decides for the length of the run.
+    qvnd::FormatSwitches FormatSwitches;
 
     // The user's command that runs, if one does.
     desktop::OneCommand Command;

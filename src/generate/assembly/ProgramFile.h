@@ -1,10 +1,9 @@
 #pragma once
 
-#include <QString>
+#include "store/ProgramFiles.h"
 
 namespace qvnd::generate {
 
-// The path of a file in a folder below "sys" of the program folder.
-QString programFile(const QString& gAppPath, const QString& folder, const QString& name);
+using store::programFile;
 
 } // namespace qvnd::generate

@@ -1,32 +1,12 @@
 #pragma once
 
-#include <QString>
+#include "format/ChildDocumentControls.h"
+#include "store/FormatSwitches.h"
 
+// What generation reads of the format dialog beside the tables.
 namespace qvnd::generate {
 
-// The format switches that live in memory for the length of the run and reach no table.
-struct FormatSwitches {
-    // Headings numbered over all levels, as in 2.1.4.
-    bool gMultLevelOn = false;
-    // 0 keeps 前缀 and 后缀, 1 drops them, 2 drops them but puts gMultLevelText around the
-    // number of level 1. Another value leaves each heading the number of the one before it.
-    int gMultLevelMode = 0;
-    // Mode 2: the first character goes before the number, the rest behind it.
-    QString gMultLevelText;
-    bool gBlankLineAroundTitle = false;
-    // A document under a document gets a numbered plain paragraph in place of a heading.
-    bool gChildDocAsNumber = false;
-};
-
-// The two controls of the format dialog that generation reads where it needs them. Reading may
-// load the dialog, with all that its load does.
-class ChildDocumentControls {
-public:
-    virtual ~ChildDocumentControls() = default;
-    // The numbering style of FormatChildNumber; empty while nothing is picked.
-    virtual QString cboBianHao() = 0;
-    // The indent in character widths as text, "2" at first.
-    virtual QString txtInde() = 0;
-};
+using format::ChildDocumentControls;
+using qvnd::FormatSwitches;
 
 } // namespace qvnd::generate

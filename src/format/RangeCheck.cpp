@@ -1,0 +1,59 @@
+#include "format/RangeCheck.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/jet/Value.h"
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::format {
+
+namespace {
+
+bool isWithin(float number, const LengthRange& range) {
+    return number >= range.least && number <= range.most;
+}
+
+void leaveBox(TextBox& box, const LengthRange& range, desktop::MessageBoxes& messages,
+              const std::function<void()>& write) {
+    if (isWithin(jet::singleOf(box.text()), range)) {
+        write();
+        return;
+    }
+    messages.tell(range.refusal, desktop::Icon::exclamation, u"警告"_s);
+    box.setText(range.reset);
+}
+
+} // namespace
+
+QString LengthRange::problemOf(const QString& text) const {
+    try {
+        return isWithin(jet::singleOf(text), *this) ? QString() : refusal;
+    } catch (const RunTimeError& failure) {
+        return QString::fromStdU16String(failure.description());
+    }
+}
+
+const LengthRange& pageLength() {
+    static const LengthRange range{-55.87F, 55.87F, u"对不起，该范围必须在-55.87-55.87之间！"_s,
+                                   u"0"_s};
+    return range;
+}
+
+const LengthRange& pictureLength() {
+    static const LengthRange range{0, 40, u"对不起，该范围必须在0-40之间！"_s, u"10"_s};
+    return range;
+}
+
+void checkOnLeaving(TextBox& box, const LengthRange& range, desktop::MessageBoxes& messages,
+                    const std::function<void()>& write) {
+    box.Problem = [&range](const QString& text) { return range.problemOf(text); };
+    box.LostFocus = [&box, &range, &messages, write] {
+        try {
+            leaveBox(box, range, messages, write);
+        } catch (const RunTimeError& failure) {
+            messages.tell(QString::fromStdU16String(failure.description()));
+        }
+    };
+}
+
+} // namespace qvnd::format

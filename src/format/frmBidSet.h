@@ -1,0 +1,36 @@
+#pragma once
+
+#include "format/BidSetForm.h"
+#include "format/ChildDocumentControls.h"
+#include "format/FormatServices.h"
+#include "store/modMain.h"
+
+#include <memory>
+
+namespace qvnd::format {
+
+// The format dialog without its window: one object for the run. It is loaded at its first show, or
+// when generation touches one of its controls; 确定 and 取消 hide it, and a hidden dialog keeps
+// what its controls hold and is not loaded again. The close box alone unloads it.
+class frmBidSet : public ChildDocumentControls {
+public:
+    // State and services outlive the object.
+    frmBidSet(modMain& state, const FormatServices& services);
+
+    bool isLoaded() const { return form_ != nullptr; }
+    // The controls; loads the dialog if it is not. They stay valid until Unload.
+    BidSetForm& form();
+    // What the close box does: the tables stay as they are, the controls are gone. No window may
+    // show them any more.
+    void Unload();
+
+    QString cboBianHao() override { return form().childDocuments.cboBianHao.text(); }
+    QString txtInde() override { return form().childDocuments.txtInde.text(); }
+
+private:
+    modMain& state_;
+    FormatServices services_;
+    std::unique_ptr<BidSetForm> form_;
+};
+
+} // namespace qvnd::format
