@@ -11,8 +11,6 @@ namespace qvnd::word {
 namespace {
 
 constexpr char16_t cellMark = 0x07;
-constexpr std::uint16_t tInsert = 0x7621; // adds columns to a definition
-constexpr std::uint16_t tDelete = 0x5622; // removes columns from it
 
 // What a paragraph says of its place in tables.
 struct TablePlace {
@@ -30,9 +28,11 @@ TablePlace placeOfParagraph(const CheckedParagraph& paragraph) {
     for (const SprmView& entry : parseSprms(paragraph.sprms).sprms) {
         if (entry.opcode == sprm::TDefTable) {
             place.columns = entry.operand.size() > 2 ? entry.operand[2] : -1;
-        } else if (entry.opcode == tInsert && entry.operand.size() >= 2 && place.columns >= 0) {
+        } else if (entry.opcode == sprm::TInsert && entry.operand.size() >= 2 &&
+                   place.columns >= 0) {
             place.columns += signedByte(entry.operand[1]);
-        } else if (entry.opcode == tDelete && entry.operand.size() >= 2 && place.columns >= 0) {
+        } else if (entry.opcode == sprm::TDelete && entry.operand.size() >= 2 &&
+                   place.columns >= 0) {
             place.columns -= std::max(0, entry.operand[1] - entry.operand[0]);
         } else if (!entry.operand.empty()) {
             values[entry.opcode] = entry.operand[0];

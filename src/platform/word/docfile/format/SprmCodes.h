@@ -158,6 +158,8 @@ inline constexpr std::uint16_t PTIstdInfo = 0xC66C;
 inline constexpr std::uint16_t TDefTable10 = 0xD606; // of Word 6, kept by some writers
 inline constexpr std::uint16_t TDefTable = 0xD608;
 inline constexpr std::uint16_t TDyaRowHeight = 0x9407;
+inline constexpr std::uint16_t TInsert = 0x7621; // adds columns to a definition
+inline constexpr std::uint16_t TDelete = 0x5622; // takes columns out of it
 inline constexpr std::uint16_t TIstd = 0x563A;
 inline constexpr std::uint16_t TPropRMark = 0xD667;
 

@@ -15,6 +15,7 @@
 #include "platform/word/docfile/text/CommentTables.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
+#include "platform/word/docfile/text/RowRepair.h"
 #include "platform/word/docfile/text/StoryRepair.h"
 #include "platform/word/docfile/text/TableRepair.h"
 
@@ -123,6 +124,7 @@ private:
         blankOut(result, lost, lists());
         repairedStyles_ += repairStyles(result, data_.tables.styles);
         repairedTables_ += repairTables(result, lists());
+        repairedRows_ += repairRows(result, lists());
         closeWithParagraphMark(result);
         return result;
     }
@@ -337,6 +339,7 @@ private:
         remarkOn(data_.remarks, repairedStyles_, u" 个段落的样式不存在，改用正文样式。");
         remarkOn(data_.remarks, repairedTables_,
                  u" 个段落所在的表格行没有结束标记，已作为表格之外的段落读入。");
+        remarkOn(data_.remarks, repairedRows_, u" 个表格行的定义与其单元格不符，已修复。");
     }
 
     OpenedDocument document_;
@@ -349,6 +352,7 @@ private:
     int lostPictures_ = 0;
     int repairedStyles_ = 0;
     int repairedTables_ = 0;
+    int repairedRows_ = 0;
 };
 
 } // namespace

@@ -26,21 +26,6 @@ bool placesInTable(const SprmView& entry) {
     }
 }
 
-// The paragraph's properties as text of a cell at `depth`, or outside of tables.
-PropertyListId textAt(int depth, PropertyListId properties, PropertyLists& lists) {
-    Bytes kept;
-    for (const SprmView& entry : parseSprms(lists[properties]).sprms) {
-        if (!placesInTable(entry)) {
-            kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
-        }
-    }
-    if (depth > 0) {
-        kept = withSprm32(withSprm8(kept, sprm::PFInTable, 1), sprm::PItap,
-                          static_cast<std::uint32_t>(depth));
-    }
-    return lists.intern(kept);
-}
-
 class Repair {
 public:
     Repair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
@@ -99,7 +84,7 @@ private:
 
     void move(std::size_t i, int depth) {
         ParagraphRun& paragraph = story_.paragraphs[i];
-        paragraph.properties = textAt(depth, paragraph.properties, lists_);
+        paragraph.properties = asTextAt(depth, paragraph.properties, lists_);
         char16_t& mark = story_.text[ends_[i] - 1];
         mark = mark == cellMark ? paragraphMark : mark;
         moved_.insert(i);
@@ -115,6 +100,20 @@ private:
 };
 
 } // namespace
+
+PropertyListId asTextAt(int depth, PropertyListId properties, PropertyLists& lists) {
+    Bytes kept;
+    for (const SprmView& entry : parseSprms(lists[properties]).sprms) {
+        if (!placesInTable(entry)) {
+            kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
+        }
+    }
+    if (depth > 0) {
+        kept = withSprm32(withSprm8(kept, sprm::PFInTable, 1), sprm::PItap,
+                          static_cast<std::uint32_t>(depth));
+    }
+    return lists.intern(kept);
+}
 
 int repairTables(Story& story, PropertyLists& lists) { return Repair(story, lists).run(); }
 

@@ -10,4 +10,7 @@ namespace qvnd::word {
 // which stay as they are.
 int repairTables(Story& story, PropertyLists& lists);
 
+// A paragraph's properties as those of text in a cell at `depth`; outside of tables for 0.
+PropertyListId asTextAt(int depth, PropertyListId properties, PropertyLists& lists);
+
 } // namespace qvnd::word

@@ -1,0 +1,208 @@
+#include "platform/word/docfile/text/RowRepair.h"
+
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/TablePlaces.h"
+#include "platform/word/docfile/text/TableRepair.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr char16_t cellMark = 0x07;
+constexpr char16_t paragraphMark = 0x0D;
+constexpr int mostCells = 63;
+constexpr std::size_t tcSize = 20;        // TC80
+constexpr std::size_t edgesAt = 3;        // behind cb and itcMac of TDefTableOperand
+constexpr std::uint16_t usualWidth = 830; // twips, of a cell of which nothing is known
+
+std::uint16_t u16At(ByteView bytes, std::size_t at) {
+    return static_cast<std::uint16_t>(bytes[at] | (bytes[at + 1] << 8));
+}
+
+// What a row's property list says of its columns: the last definition, and columns that were put
+// in or taken out behind it.
+struct Columns {
+    std::optional<SprmView> definition;
+    int count = -1;
+};
+
+Columns columnsOf(ByteView list) {
+    Columns columns;
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        if (entry.opcode == sprm::TDefTable) {
+            const ByteView operand = entry.operand;
+            const bool whole = operand.size() >= edgesAt &&
+                               operand.size() >= edgesAt + 2 * (std::size_t{operand[2]} + 1);
+            columns.definition = whole ? std::optional(entry) : std::nullopt;
+            columns.count = whole ? operand[2] : -1;
+        } else if (entry.opcode == sprm::TInsert && columns.count >= 0) {
+            columns.count += entry.operand[1];
+        } else if (entry.opcode == sprm::TDelete && columns.count >= 0) {
+            columns.count -= std::max(0, entry.operand[1] - entry.operand[0]);
+        }
+    }
+    return columns;
+}
+
+// The edges of the cells: those of the old definition as far as there are any, then on with the
+// width of its last cell.
+std::vector<std::uint16_t> edges(const Columns& columns, std::size_t cells) {
+    std::vector<std::uint16_t> result;
+    const std::size_t known =
+        columns.definition ? std::size_t{columns.definition->operand[2]} + 1 : 0;
+    for (std::size_t i = 0; i < std::min(known, cells + 1); ++i) {
+        result.push_back(u16At(columns.definition->operand, edgesAt + 2 * i));
+    }
+    if (result.empty()) {
+        result.push_back(0);
+    }
+    const std::size_t last = result.size() - 1;
+    const auto width =
+        last == 0 ? usualWidth : static_cast<std::uint16_t>(result[last] - result[last - 1]);
+    while (result.size() < cells + 1) {
+        result.push_back(static_cast<std::uint16_t>(result.back() + width));
+    }
+    return result;
+}
+
+// TDefTableOperand for so many cells; each keeps what the old definition says of its borders.
+Bytes definitionFor(const Columns& columns, std::size_t cells) {
+    LittleEndianWriter content;
+    content.u8(static_cast<unsigned>(cells));
+    for (const std::uint16_t edge : edges(columns, cells)) {
+        content.u16(edge);
+    }
+    if (columns.definition) {
+        const ByteView operand = columns.definition->operand;
+        const std::size_t tcsAt = edgesAt + 2 * (std::size_t{operand[2]} + 1);
+        content.bytes(operand.subspan(tcsAt).first(
+            std::min(operand.size() - tcsAt, cells * tcSize) / tcSize * tcSize));
+    }
+    LittleEndianWriter operand;
+    operand.u16(static_cast<unsigned>(content.data().size() + 1));
+    operand.bytes(content.data());
+    return operand.take();
+}
+
+// The list with a definition of so many cells where its last one was: later entries go over it.
+Bytes withCells(ByteView list, const Columns& columns, std::size_t cells) {
+    const Bytes definition = withSprm({}, sprm::TDefTable, definitionFor(columns, cells));
+    const std::size_t place = columns.definition ? columns.definition->operandOffset : 0;
+    Bytes result = columns.definition ? Bytes{} : definition;
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        const bool dropped = entry.opcode == sprm::TDefTable || entry.opcode == sprm::TInsert ||
+                             entry.opcode == sprm::TDelete;
+        const ByteView kept = dropped ? ByteView{} : entry.whole;
+        result.insert(result.end(), kept.begin(), kept.end());
+        if (columns.definition && entry.operandOffset == place) {
+            result.insert(result.end(), definition.begin(), definition.end());
+        }
+    }
+    return result;
+}
+
+class RowsRepair {
+public:
+    RowsRepair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
+
+    int run() {
+        Cp end = 0;
+        for (const ParagraphRun& paragraph : story_.paragraphs) {
+            ends_.push_back(end += paragraph.length);
+        }
+        for (std::size_t i = 0; i < ends_.size(); ++i) {
+            const TablePlace place = placeOf(i);
+            rows_.resize(static_cast<std::size_t>(place.depth), i);
+            if (place.rowEnd) {
+                repair(rows_.back(), i, place.depth);
+                rows_.back() = i + 1;
+            }
+        }
+        return repaired_;
+    }
+
+private:
+    TablePlace placeOf(std::size_t i) {
+        const ParagraphRun& paragraph = story_.paragraphs[i];
+        return paragraph.length == 0 ? TablePlace{}
+                                     : places_.of(paragraph.properties, story_.text[ends_[i] - 1]);
+    }
+
+    // The row from its first paragraph to its end.
+    void repair(std::size_t first, std::size_t end, int depth) {
+        const bool closed = closeLastCell(first, end, depth);
+        int cells = 0;
+        for (std::size_t i = first; i < end; ++i) {
+            const TablePlace place = placeOf(i);
+            cells += place.depth == depth && place.cellEnd ? 1 : 0;
+        }
+        if (!closed || cells == 0 || cells > mostCells) {
+            takeOut(first, end, depth);
+            return;
+        }
+        PropertyListId& properties = story_.paragraphs[end].properties;
+        const Columns columns = columnsOf(lists_[properties]);
+        if (columns.count != cells) {
+            properties = lists_.intern(
+                withCells(lists_[properties], columns, static_cast<std::size_t>(cells)));
+            ++repaired_;
+        }
+    }
+
+    // Whether the last cell of the row has an end, perhaps now.
+    bool closeLastCell(std::size_t first, std::size_t end, int depth) {
+        if (first == end) {
+            return true;
+        }
+        const TablePlace last = placeOf(end - 1);
+        if (last.depth != depth) {
+            return false;
+        }
+        if (!last.cellEnd) {
+            endCell(end - 1, depth);
+            ++repaired_;
+        }
+        return true;
+    }
+
+    void endCell(std::size_t i, int depth) {
+        ParagraphRun& paragraph = story_.paragraphs[i];
+        if (depth == 1) {
+            story_.text[ends_[i] - 1] = cellMark;
+            paragraph.properties =
+                lists_.intern(withoutSprm(lists_[paragraph.properties], sprm::PFTtp));
+        } else {
+            paragraph.properties =
+                lists_.intern(withSprm8(lists_[paragraph.properties], sprm::PFInnerTableCell, 1));
+        }
+    }
+
+    void takeOut(std::size_t first, std::size_t end, int depth) {
+        for (std::size_t i = first; i <= end; ++i) {
+            if (placeOf(i).depth >= depth) {
+                ParagraphRun& paragraph = story_.paragraphs[i];
+                paragraph.properties = asTextAt(depth - 1, paragraph.properties, lists_);
+                char16_t& mark = story_.text[ends_[i] - 1];
+                mark = mark == cellMark ? paragraphMark : mark;
+            }
+        }
+        ++repaired_;
+    }
+
+    Story& story_;
+    PropertyLists& lists_;
+    TablePlaces places_;
+    std::vector<Cp> ends_;
+    std::vector<std::size_t> rows_; // by depth: the first paragraph of the row that is under way
+    int repaired_ = 0;
+};
+
+} // namespace
+
+int repairRows(Story& story, PropertyLists& lists) { return RowsRepair(story, lists).run(); }
+
+} // namespace qvnd::word

@@ -1,0 +1,146 @@
+#include "platform/word/docfile/text/RowRepair.h"
+
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "support/ByteText.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::hex;
+using test::joined;
+
+Bytes flag(SprmOpcode opcode) { return withSprm8({}, opcode, 1); }
+Bytes cell(unsigned depth = 1) {
+    return joined({flag(sprm::PFInTable), withSprm32({}, sprm::PItap, depth)});
+}
+Bytes innerCell() { return joined({cell(2), flag(sprm::PFInnerTableCell)}); }
+
+class RowRepair : public ::testing::Test {
+protected:
+    void add(std::u16string_view text, const Bytes& properties) {
+        story.text += text;
+        story.paragraphs.push_back({static_cast<Cp>(text.size()), 0, lists.intern(properties)});
+    }
+    void rowEnd(const Bytes& definition) {
+        Bytes list = joined({cell(), flag(sprm::PFTtp)});
+        if (!definition.empty()) {
+            list = withSprm(list, sprm::TDefTable, definition);
+        }
+        add(u"\a", list);
+    }
+    ByteView listOf(std::size_t paragraph) const {
+        return lists[story.paragraphs.at(paragraph).properties];
+    }
+    Bytes definitionOf(std::size_t paragraph) const {
+        const auto entry = findSprm(listOf(paragraph), sprm::TDefTable);
+        return entry ? Bytes(entry->operand.begin(), entry->operand.end()) : Bytes{};
+    }
+
+    // Two cells of 100 and 200 twips.
+    const Bytes two = hex("0800 02 0000 6400 2C01");
+    Story story;
+    PropertyLists lists;
+};
+
+TEST_F(RowRepair, SoundRowsStayAsTheyAre) {
+    add(u"a\a", cell());
+    add(u"b\a", cell());
+    rowEnd(two);
+    add(u"end\r", {});
+    const std::vector<ParagraphRun> before = story.paragraphs;
+    EXPECT_EQ(repairRows(story, lists), 0);
+    EXPECT_EQ(story.paragraphs, before);
+    EXPECT_EQ(story.text, u"a\ab\a\aend\r");
+}
+
+TEST_F(RowRepair, ADefinitionWithTooFewCellsGrowsByTheWidthOfItsLast) {
+    add(u"a\a", cell());
+    add(u"b\a", cell());
+    add(u"c\a", cell());
+    rowEnd(two);
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(3), hex("0A00 03 0000 6400 2C01 F401"));
+}
+
+TEST_F(RowRepair, ADefinitionWithTooManyCellsLosesTheLast) {
+    add(u"a\a", cell());
+    rowEnd(two);
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(1), hex("0600 01 0000 6400"));
+}
+
+TEST_F(RowRepair, BordersOfTheCellsThatStayAreKept) {
+    const Bytes borders = joined({Bytes(20, 0x11), Bytes(20, 0x22)});
+    add(u"a\a", cell());
+    rowEnd(joined({hex("3000 02 0000 6400 2C01"), borders}));
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(1), joined({hex("1A00 01 0000 6400"), Bytes(20, 0x11)}));
+}
+
+TEST_F(RowRepair, ARowWithoutADefinitionGetsOne) {
+    add(u"a\a", cell());
+    add(u"b\a", cell());
+    rowEnd({});
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(2), hex("0800 02 0000 3E03 7C06"));
+}
+
+TEST_F(RowRepair, ADefinitionThatIsCutIsNone) {
+    add(u"a\a", cell());
+    rowEnd(hex("0400 01 0000"));
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(1), hex("0600 01 0000 3E03"));
+}
+
+TEST_F(RowRepair, ColumnsPutInLaterCount) {
+    add(u"a\a", cell());
+    add(u"b\a", cell());
+    add(u"c\a", cell());
+    Bytes list = joined({cell(), flag(sprm::PFTtp)});
+    list = withSprm(list, sprm::TDefTable, two);
+    add(u"\a", withSprm32(list, sprm::TInsert, 0x00640102));
+    EXPECT_EQ(repairRows(story, lists), 0);
+}
+
+TEST_F(RowRepair, TheLastCellGetsItsEnd) {
+    add(u"a\a", cell());
+    add(u"b\r", cell());
+    rowEnd(two);
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(story.text, u"a\ab\a\a");
+}
+
+TEST_F(RowRepair, TheLastCellOfAnInnerRowGetsItsEnd) {
+    add(u"in\r", cell(2));
+    add(u"\r", withSprm(joined({innerCell(), flag(sprm::PFInnerTtp)}), sprm::TDefTable,
+                        hex("0600 01 0000 6400")));
+    add(u"a\a", cell());
+    rowEnd(hex("0600 01 0000 6400"));
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(findSprm(listOf(0), sprm::PFInnerTableCell)->operand[0], 1);
+}
+
+TEST_F(RowRepair, ARowWithoutACellBecomesText) {
+    add(u"x\r", {});
+    rowEnd(two);
+    add(u"end\r", {});
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(story.text, u"x\r\rend\r");
+    EXPECT_TRUE(listOf(1).empty());
+}
+
+TEST_F(RowRepair, MoreCellsThanADefinitionHoldsBecomeText) {
+    for (int i = 0; i < 64; ++i) {
+        add(u"a\a", cell());
+    }
+    rowEnd(two);
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(story.text.find(u'\a'), std::u16string::npos);
+    EXPECT_TRUE(listOf(0).empty());
+}
+
+} // namespace
+} // namespace qvnd::word
