@@ -61,7 +61,7 @@ ListImport::ListImport(DocumentTables& target, const DocumentTables& source,
 std::uint16_t ListImport::list(std::uint16_t ilfo) {
     const std::uint16_t index = listIndexOf(ilfo);
     if (index == 0) {
-        return ilfo;
+        return ilfo == listOfWord95 ? listOfWord95 : noList;
     }
     if (index > source_.listOverrides.size()) {
         return noList;

@@ -31,6 +31,7 @@ protected:
         ListDefinition simple;
         simple.lsid = 1234567;
         simple.levels = {level(u"\u2022")};
+        simple.levels[0].head[6] = 0; // a bullet has no number
         return {outline, simple};
     }
 
@@ -133,6 +134,20 @@ TEST_F(ListTables, PropertiesOfALevelThatAreNotWholeAreLeftOut) {
     const Bytes bytes = encodeListDefinitions(damaged, lists).bytes;
     const auto read = decodeListDefinitions(bytes, lists, remarks);
     EXPECT_EQ(read[1].levels[0].character, lists.intern(hex("3508 01")));
+}
+
+TEST_F(ListTables, PlacesOfNumbersThatAreWrongAreReadFromTheText) {
+    std::vector<ListDefinition> wrong = definitions();
+    wrong[0].levels[2].text = u"第\u0001.\u0002条";
+    wrong[0].levels[2].head[6] = 4;
+    wrong[0].levels[2].head[7] = 2;
+    wrong[1].levels[0].head[6] = 9;
+    const auto read =
+        decodeListDefinitions(encodeListDefinitions(wrong, lists).bytes, lists, remarks);
+    EXPECT_EQ(read[0].levels[2].head[6], 2);
+    EXPECT_EQ(read[0].levels[2].head[7], 4);
+    EXPECT_EQ(read[0].levels[2].head[8], 0);
+    EXPECT_EQ(read[1].levels[0].head[6], 0);
 }
 
 TEST_F(ListTables, NamesBelongToDefinitionsInOrder) {

@@ -507,6 +507,16 @@ TEST(ImportedLists, ThousandsOfListsOfBulletsComeQuickly) {
     EXPECT_EQ(target.tables.listOverrides.size(), 2000U);
 }
 
+TEST(ImportedLists, ANumberThatNamesNoListMeansNone) {
+    SourceDocument source;
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, 32514));
+    source.paragraph(u"y", 0, sprm16(sprm::PIlfo, 0x07FF)); // numbered as Word 95 did
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(0), sprm::PIlfo), 0);
+    EXPECT_EQ(operand16(target.paragraphList(1), sprm::PIlfo), 0x07FF);
+}
+
 TEST(ImportedLists, ListsThatNothingUsesStayBehind) {
     SourceDocument source;
     source.addList(9, 0);

@@ -11,12 +11,38 @@ namespace {
 // Offsets in LVLF.
 constexpr std::size_t startAt = 0;
 constexpr std::size_t numberFormat = 4;
+constexpr std::size_t numberPlaces = 6; // rgbxchNums, counted from 1; 0 ends them
 constexpr std::size_t followedBy = 15;
 constexpr std::size_t characterSize = 24; // cbGrpprlChpx
 constexpr std::size_t paragraphSize = 25; // cbGrpprlPapx
 
 constexpr std::uint8_t formatNone = 0xFF;
 constexpr std::uint8_t followedByNothing = 2;
+
+constexpr std::size_t levelCount = 9;
+
+bool placesAreSound(const ListLevel& level) {
+    unsigned before = 0;
+    for (std::size_t i = 0; i < levelCount && level.head[numberPlaces + i] != 0; ++i) {
+        const unsigned place = level.head[numberPlaces + i];
+        if (place <= before || place > level.text.size() || level.text[place - 1] >= levelCount) {
+            return false;
+        }
+        before = place;
+    }
+    return true;
+}
+
+// The places of numbers as the number text itself shows them.
+void placeNumbers(ListLevel& level) {
+    std::fill_n(level.head.begin() + numberPlaces, levelCount, std::uint8_t{0});
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < std::min<std::size_t>(level.text.size(), 255); ++i) {
+        if (level.text[i] < levelCount && next < levelCount) {
+            level.head[numberPlaces + next++] = static_cast<std::uint8_t>(i + 1);
+        }
+    }
+}
 
 } // namespace
 
@@ -30,6 +56,9 @@ ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
         lists.intern(soundSprms(reader.view(head[characterSize]), {SprmGroup::character}));
     const std::size_t length = reader.u16();
     level.text = reader.text(length);
+    if (!placesAreSound(level)) {
+        placeNumbers(level);
+    }
     return level;
 }
 
