@@ -65,6 +65,19 @@ TEST(FontTable, DamagedFontIsReplacedInItsPlace) {
     EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏，改用普通字体");
 }
 
+TEST(FontTable, ANameThatIsNotClosedIsWrittenAnew) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"Arial")});
+    bytes.back() = 0x41;
+    const std::vector<FontEntry> read = decodeFonts(bytes, remarks);
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_TRUE(read[0].name.starts_with(u"Arial"));
+    const Bytes& record = read[0].record;
+    EXPECT_EQ(record.at(record.size() - 1), 0);
+    EXPECT_EQ(record.at(record.size() - 2), 0);
+    EXPECT_EQ(decodeFonts(encodeFonts(read), remarks).at(0).name, read[0].name);
+}
+
 TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
     Remarks remarks;
     Bytes bytes = encodeFonts({makeFont(u"Arial"), makeFont(u"Verdana")});

@@ -49,6 +49,27 @@ std::u16string zeroTerminated(ByteView text) {
     return name;
 }
 
+// Whether the names are there to the end, as readers want them.
+bool namesAreClosed(ByteView record) {
+    const std::size_t size = record.size();
+    return size >= namesAt + 4 && record[size - 1] == 0 && record[size - 2] == 0;
+}
+
+// The record with its names written anew behind what it says of the font itself.
+Bytes withNames(ByteView record, const FontEntry& font) {
+    LittleEndianWriter writer;
+    writer.bytes(record.first(alternateAt));
+    writer.u8(font.alternateName.empty() ? 0 : static_cast<unsigned>(font.name.size() + 1));
+    writer.bytes(record.subspan(alternateAt + 1, namesAt - alternateAt - 1));
+    writer.text(font.name);
+    writer.u16(0);
+    if (!font.alternateName.empty()) {
+        writer.text(font.alternateName);
+        writer.u16(0);
+    }
+    return writer.take();
+}
+
 std::optional<FontEntry> readFont(ByteView record) {
     if (record.size() < namesAt + 2) {
         return std::nullopt;
@@ -63,6 +84,11 @@ std::optional<FontEntry> readFont(ByteView record) {
     font.record.assign(record.begin(), record.end());
     if (font.name.empty()) {
         return std::nullopt;
+    }
+    if (!namesAreClosed(record)) {
+        font.name.resize(std::min(font.name.size(), longestName));
+        font.alternateName.clear();
+        font.record = withNames(record, font);
     }
     return font;
 }
