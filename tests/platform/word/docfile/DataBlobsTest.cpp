@@ -45,6 +45,34 @@ TEST(DataBlobs, CollectorTakesEachOffsetOnce) {
     EXPECT_EQ(*blobs[1], blob(80, 1));
 }
 
+Bytes picture(std::uint32_t lengthOfShape) {
+    LittleEndianWriter writer;
+    writer.u32(0x44 + 8);
+    writer.u16(0x44);
+    writer.u16(0x64); // a picture in line
+    writer.zeros(0x44 - 8);
+    writer.u16(0x0F);
+    writer.u16(0xF004); // OfficeArtSpContainer
+    writer.u32(lengthOfShape);
+    return writer.take();
+}
+
+TEST(DataBlobs, APictureWhoseRecordsAreNotWholeIsNone) {
+    std::vector<DataBlob> blobs;
+    const Bytes whole = picture(0);
+    EXPECT_EQ(DataBlobCollector(whole, blobs).indexOf(0), 0U);
+    const Bytes cut = picture(100);
+    EXPECT_EQ(DataBlobCollector(cut, blobs).indexOf(0), std::nullopt);
+}
+
+TEST(DataBlobs, AHeadOfAWrongSizeIsMended) {
+    Bytes stream = picture(0);
+    stream[4] = 0x20;
+    std::vector<DataBlob> blobs;
+    EXPECT_EQ(DataBlobCollector(stream, blobs).indexOf(0), 0U);
+    EXPECT_EQ(*blobs.at(0), picture(0));
+}
+
 TEST(DataBlobs, WrittenBlobsAreFoundAtTheirOffsets) {
     const std::vector<DataBlob> blobs{std::make_shared<const Bytes>(blob(80, 1)),
                                       std::make_shared<const Bytes>(blob(70, 2))};

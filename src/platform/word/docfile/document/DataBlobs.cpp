@@ -1,10 +1,47 @@
 #include "platform/word/docfile/document/DataBlobs.h"
 
+#include "platform/word/docfile/format/OfficeArt.h"
+
 namespace qvnd::word {
 
 namespace {
 
 constexpr std::size_t smallestHead = 14; // lcb, cbHeader, mfpf
+constexpr std::size_t headSizeAt = 4;
+constexpr std::size_t kindAt = 6;
+constexpr std::size_t picfSize = 0x44;
+constexpr unsigned inlineShape = 0x64; // mfpf.mm of a picture in line
+constexpr unsigned linkedShape = 0x66; // the same with the name of its file in front
+
+// Whether what lies behind the PICF is whole; other kinds than pictures are looked at by nobody.
+bool isWhole(ByteView blob) {
+    LittleEndianReader reader(blob, "PICF");
+    reader.seek(kindAt);
+    const unsigned kind = reader.u16();
+    if (kind != inlineShape && kind != linkedShape) {
+        return true;
+    }
+    reader.seek(picfSize);
+    if (kind == linkedShape) {
+        const std::size_t name = reader.remaining() > 0 ? reader.u8() : 0;
+        if (name > reader.remaining()) {
+            return false;
+        }
+        reader.skip(name);
+    }
+    return art::recordsAreWhole(reader.view(reader.remaining()), art::spContainer);
+}
+
+// The blob with the head that every one of them has; nothing when it is not whole.
+std::optional<Bytes> soundBlob(ByteView found) {
+    if (found.size() < picfSize) {
+        return std::nullopt;
+    }
+    Bytes blob(found.begin(), found.end());
+    blob[headSizeAt] = picfSize;
+    blob[headSizeAt + 1] = 0;
+    return isWhole(blob) ? std::optional(std::move(blob)) : std::nullopt;
+}
 
 } // namespace
 
@@ -26,9 +63,10 @@ std::optional<std::uint32_t> DataBlobCollector::indexOf(std::uint32_t offset) {
         return known->second;
     }
     std::optional<std::uint32_t> index;
-    if (const auto found = dataBlobAt(dataStream_, offset)) {
+    const auto found = dataBlobAt(dataStream_, offset);
+    if (auto blob = found ? soundBlob(*found) : std::nullopt) {
         index = static_cast<std::uint32_t>(blobs_.size());
-        blobs_.push_back(std::make_shared<const Bytes>(found->begin(), found->end()));
+        blobs_.push_back(std::make_shared<const Bytes>(*std::move(blob)));
     }
     known_.emplace(offset, index);
     return index;

@@ -33,6 +33,10 @@ struct RecordHeader {
 // Throws FormatError when fewer than 8 bytes are left.
 RecordHeader readHeader(LittleEndianReader& reader);
 
+// Whether the bytes are records without a gap, the first of that type, and containers are filled
+// by theirs, not too deep in each other.
+bool recordsAreWhole(ByteView bytes, std::uint16_t firstType);
+
 // Writes header and content.
 void writeRecord(LittleEndianWriter& writer, unsigned version, unsigned instance,
                  std::uint16_t type, ByteView content);
