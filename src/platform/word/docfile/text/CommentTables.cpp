@@ -150,6 +150,8 @@ private:
         tags.extraSize = atnbeSize;
         std::vector<std::uint32_t> starts;
         std::vector<std::uint32_t> ends;
+        starts.reserve(byStart.size() + 1);
+        ends.reserve(byEnd.size() + 1);
         LittleEndianWriter fbkfs;
         for (const std::size_t i : byStart) {
             LittleEndianWriter atnbe;
