@@ -66,6 +66,7 @@ public:
         keep(u"preview"_s, *part(u"fraSee"_s));
         takeLibraries();
         takeDialog(u"mnuNew"_s, u"DlgNew"_s);
+        click(u"TrvCurrent"_s, 1);
         takeDialog(u"mnuLTFolder"_s, u"dlgAddDoc"_s);
         takeDialog(u"mnuAbout"_s, u"frmAbout"_s);
         startup::frmSplash splash;
@@ -93,7 +94,7 @@ private:
     }
 
     // On the row with that number, counted over what is expanded.
-    void doubleClick(const QString& name, int row) {
+    void click(const QString& name, int row) {
         outline::OutlineView& view = tree(name);
         view.expandToDepth(1);
         QModelIndex index = view.outline().index(0, 0);
@@ -103,7 +104,11 @@ private:
         view.setCurrentIndex(index);
         view.outline().tree().Select(view.outline().nodeOf(index));
         emit view.nodeClick(view.outline().nodeOf(index));
-        emit view.dblClick();
+    }
+
+    void doubleClick(const QString& name, int row) {
+        click(name, row);
+        emit tree(name).dblClick();
     }
 
     // Without an office suite the reading of our own engine stays.
@@ -160,7 +165,11 @@ private:
             window->close();
         });
         shutter.start(50);
-        frame_.findChild<QAction*>(item)->trigger();
+        auto* action = frame_.findChild<QAction*>(item);
+        if (!action->isEnabled()) {
+            qFatal("%s is off, so %s has no picture", qPrintable(item), qPrintable(dialog));
+        }
+        action->trigger();
     }
 
     static void fill(QWidget& window) {
