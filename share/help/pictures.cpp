@@ -7,6 +7,7 @@
 #include "outline/windows/PreviewFrame.h"
 #include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetFileDialogs.h"
+#include "platform/desktop/windows/WidgetLongRun.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "platform/desktop/windows/WidgetShell.h"
 #include "platform/files/Paths.h"
@@ -237,11 +238,12 @@ int main(int argc, char* argv[]) {
     NoEvents events;
     desktop::QtHelpWindow help;
     desktop::WidgetShell shell;
+    desktop::WidgetLongRun longRun;
     startup::WordProcessor word(messages);
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
     startup::DesktopPlanEditing planEditing(messages, events, conversion, [] { return false; });
     startup::DesktopRun run({registry,
-                             {messages, splash, fileDialogs, events, word.factory()},
+                             {messages, splash, fileDialogs, events, word.factory(), longRun},
                              help,
                              shell,
                              [&conversion] {
