@@ -192,7 +192,7 @@ TEST(DamagedDocument, PiecesThatClaimFarMoreTextThanThereIsDoNotExhaustTheMemory
 WordFile richFile() {
     WordFile file;
     const Bytes cell = hex("16 24 01");
-    const Bytes row = hex("16 24 01 17 24 01 08 D6 02 00 00");
+    const Bytes row = hex("16 24 01 17 24 01 08 D6 08 00 02 00 00 64 00 2C 01");
     file.pieces = {
         {u"Title\rText \x13 PAGE \x14"
          u"1\x15 and \x01 end\r",

@@ -201,7 +201,7 @@ TEST(DocumentReader, AReferralIntoNowhereOrOnwardsIsLeftOutWithARemark) {
 }
 
 TEST(DocumentReader, RowEndsKeepTheirTableProperties) {
-    const Bytes row = hex("16 24 01 17 24 01 08 D6 02 00 00");
+    const Bytes row = hex("16 24 01 17 24 01 08 D6 06 00 01 00 00 64 00");
     WordFile file = plainWordFile(u"a\x07\x07z\r");
     file.pieces[0].paragraphs = {{2, 0, hex("16 24 01")}, {1, 0, row}, {2, 0, {}}};
     const DocumentData document = readWithoutRemarks(file);
