@@ -66,6 +66,7 @@ void frmBidEdit::buildTree() {
     TrvEdit_ =
         new outline::OutlineView(*new outline::OutlineModel(edit_->TrvEdit, file, this), this);
     TrvEdit_->setObjectName(u"TrvEdit"_s);
+    TrvEdit_->setDragDropMode(QAbstractItemView::NoDragDrop);
     TrvEdit_->setAccessibleName(u"方案大纲"_s);
     TrvEdit_->setBusy([this] { return parts_.program.modMain.Command.isRunning(); });
 }

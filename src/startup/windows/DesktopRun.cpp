@@ -178,9 +178,7 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
     desktop::WidgetLongRun longRun;
     WordProcessor word(messages, [&longRun] { return longRun.isCancelled(); });
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
-    DesktopRun* running = nullptr;
-    DesktopPlanEditing planEditing(messages, events, conversion,
-                                   [&running] { return running->program().state().StopRequested; });
+    DesktopPlanEditing planEditing(messages, events, conversion);
     DesktopRun run({registry,
                     {messages, splash, fileDialogs, events, word.factory(), longRun},
                     help,
@@ -188,7 +186,6 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
                     [&conversion] { return newPreview(conversion); },
                     [] { QCoreApplication::exit(); },
                     planEditing.services()});
-    running = &run;
     QObject::connect(&instance, &SingleInstance::startedAgain, [&run] { run.bringToFront(); });
     desktop::HelpKey helpKey(
         help, [&run] { return run.program().state().HelpFile; }, messages);

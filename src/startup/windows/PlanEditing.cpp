@@ -4,30 +4,25 @@
 
 #include <QStandardPaths>
 
-#include <utility>
-
 namespace qvnd::startup {
 
 namespace {
 
 // The suite as commands wait for it, with a profile of its own. The windows stay alive meanwhile.
-office::OfficeSuite suite(desktop::Events& events, std::function<bool()> isStopped) {
+office::OfficeSuite suite(desktop::Events& events) {
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
     return office::OfficeSuite(cache + QStringLiteral("/office"),
-                               office::OfficeSuite::installedProgram(),
-                               [&events, isStopped = std::move(isStopped)] {
+                               office::OfficeSuite::installedProgram(), [&events] {
                                    events.doEvents();
-                                   return isStopped();
+                                   return false;
                                });
 }
 
 } // namespace
 
 DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
-                                       preview::PageConversion& conversion,
-                                       std::function<bool()> isStopped)
-    : conversion_(conversion), generation_(messages, suite(events, std::move(isStopped))),
-      pdf_(suite(events, [] { return false; })) {}
+                                       preview::PageConversion& conversion)
+    : conversion_(conversion), generation_(messages, suite(events)), pdf_(suite(events)) {}
 
 PlanEditing DesktopPlanEditing::services() {
     return {

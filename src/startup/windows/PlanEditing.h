@@ -35,10 +35,9 @@ struct PlanEditing {
 // These services on a real desktop.
 class DesktopPlanEditing {
 public:
-    // `isStopped` is asked while the office suite tells page numbers; true ends its work. All of it
-    // outlives the object.
+    // All of it outlives the object.
     DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
-                       preview::PageConversion& conversion, std::function<bool()> isStopped);
+                       preview::PageConversion& conversion);
 
     PlanEditing services();
 
