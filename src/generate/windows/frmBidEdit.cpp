@@ -50,7 +50,6 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
     connectTree();
     connect(PicEdit_, &PicEdit::openRequested, this, [this] { run([this] { openSeen(); }); });
     setTabOrder(TrvEdit_, Image1_);
-    setFocusProxy(TrvEdit_);
     applyCommands();
 }
 

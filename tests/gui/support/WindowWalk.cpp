@@ -80,6 +80,9 @@ void forEachWidget(QWidget& window, const std::function<void(QWidget&)>& look) {
 }
 
 bool isControl(const QWidget& widget) {
+    if (widget.inherits("QHeaderView")) {
+        return false; // only tells what stands below it
+    }
     if (const auto* slider = qobject_cast<const QAbstractSlider*>(&widget)) {
         return qobject_cast<const QAbstractScrollArea*>(slider->parentWidget()) == nullptr;
     }
