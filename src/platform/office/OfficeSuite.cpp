@@ -65,6 +65,11 @@ QString OfficeSuite::installedProgram() {
     return {};
 }
 
+QString OfficeSuite::profileOption(const QString& folder) {
+    return u"-env:UserInstallation="_s +
+           QString::fromLatin1(QUrl::fromLocalFile(folder).toEncoded());
+}
+
 void OfficeSuite::convert(const QString& source, const QString& target,
                           const QString& filter) const {
     if (!isInstalled()) {
@@ -88,12 +93,11 @@ void OfficeSuite::convert(const QString& source, const QString& target,
 
 void OfficeSuite::run(const QStringList& arguments, const QString& source) const {
     QDir().mkpath(profileFolder_);
-    const QString profile = QUrl::fromLocalFile(profileFolder_).toString();
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     setOwnGroup(process);
-    process.start(program_, QStringList{u"-env:UserInstallation="_s + profile, u"--headless"_s,
+    process.start(program_, QStringList{profileOption(profileFolder_), u"--headless"_s,
                                         u"--norestore"_s, u"--nolockcheck"_s} +
                                 arguments);
     QElapsedTimer clock;

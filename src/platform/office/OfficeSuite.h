@@ -21,6 +21,9 @@ public:
 
     // The program as this desktop finds it; empty when there is none.
     static QString installedProgram();
+    // The option that names the folder of the suite's profile. It is plain ASCII, as arguments go
+    // through the locale's encoding, which may know no Chinese.
+    static QString profileOption(const QString& folder);
     bool isInstalled() const { return !program_.isEmpty(); }
 
     // Converts `source` into `target`, replacing it whole. `filter` is the suite's name of the

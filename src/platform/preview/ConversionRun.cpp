@@ -1,5 +1,6 @@
 #include "platform/preview/ConversionRun.h"
 
+#include "platform/office/OfficeSuite.h"
 #include "platform/office/ProcessGroup.h"
 
 #include <QCryptographicHash>
@@ -7,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QThreadPool>
-#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -105,14 +105,13 @@ void ConversionRun::startSuite() {
         }
     });
     QDir().mkpath(settings_.profileFolder);
-    const QString profile = QUrl::fromLocalFile(settings_.profileFolder).toString();
     process_.setStandardOutputFile(QProcess::nullDevice());
     process_.setStandardErrorFile(QProcess::nullDevice());
     office::setOwnGroup(process_);
-    process_.start(settings_.program,
-                   {u"-env:UserInstallation="_s + profile, u"--headless"_s, u"--norestore"_s,
-                    u"--nolockcheck"_s, u"--convert-to"_s, u"pdf:writer_pdf_Export"_s,
-                    u"--outdir"_s, inScratch(u"out"_s), inScratch(u"document.doc"_s)});
+    process_.start(settings_.program, {office::OfficeSuite::profileOption(settings_.profileFolder),
+                                       u"--headless"_s, u"--norestore"_s, u"--nolockcheck"_s,
+                                       u"--convert-to"_s, u"pdf:writer_pdf_Export"_s, u"--outdir"_s,
+                                       inScratch(u"out"_s), inScratch(u"document.doc"_s)});
 }
 
 void ConversionRun::suiteEnded(bool well) {

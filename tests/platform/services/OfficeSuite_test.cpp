@@ -14,6 +14,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QUrl>
 
 using namespace Qt::StringLiterals;
 
@@ -52,6 +53,19 @@ protected:
 
     QTemporaryDir folder;
 };
+
+TEST_F(OfficeSuiteTest, TheProfilesAddressIsAsciiWhateverItsFolder) {
+    const QString profile = folder.filePath(u"卷宗 编制/profile"_s);
+    const QString seen = folder.filePath(u"seen"_s);
+    const OfficeSuite suite(
+        profile, write(u"suite.sh"_s,
+                       "#!/bin/sh\nprintf %s \"$1\" > '" + seen.toUtf8() + "'\nexit 1\n", true));
+    EXPECT_EQ(numberOf([&] {
+                  suite.convert(write(u"a.rtf"_s, "{}"), folder.filePath(u"a.doc"_s), u"doc"_s);
+              }),
+              error::invalidCall);
+    EXPECT_EQ(read(seen), "-env:UserInstallation=" + QUrl::fromLocalFile(profile).toEncoded());
+}
 
 TEST_F(OfficeSuiteTest, WithoutASuiteTheFailureSaysSo) {
     const OfficeSuite none(folder.filePath(u"profile"_s), QString());
