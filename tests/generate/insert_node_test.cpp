@@ -195,6 +195,6 @@ TEST_F(NodeInsertion, ATextThatIsNoKeyIsToldAndInsertsNoFile) {
     }
     build();
     EXPECT_FALSE(logged("Selection.InsertFile"));
-    EXPECT_TRUE(logged("message [none] “工程./外”不是文档的编号，没有对应的文件"));
-    EXPECT_TRUE(logged("message [none] “工程.NUL”不是文档的编号，没有对应的文件"));
+    EXPECT_TRUE(logged("message [information] “工程./外”不是文档的编号，没有对应的文件"));
+    EXPECT_TRUE(logged("message [information] “工程.NUL”不是文档的编号，没有对应的文件"));
 }

@@ -270,6 +270,7 @@ TEST_F(SelectedByACommand, BehindADeletionF2RenamesTheNeighbourWhileTheButtonsWa
 }
 
 TEST_F(SelectedByACommand, BehindTheDeletionOfThePlanNoNodeCountsAsClicked) {
+    OutlineWorld::makeTable(*world.state.gDbUser, "TOrg", {});
     open("T");
     world.messages.otherwise = desktop::Answer::yes;
     item("mnuEditDelete").trigger();
