@@ -2,9 +2,9 @@
 
 #include "generate/assembly/ProgramFile.h"
 #include "generate/driver/RebuildContents.h"
-#include "outline/BareNames.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
+#include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"

@@ -3,8 +3,8 @@
 #include "outline/OutlineRows.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/engine/DocumentImport.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "platform/word/engine/NormalTemplate.h"
@@ -80,8 +80,13 @@ private:
     }
 
     void look(const OutlineNode& node) {
-        const QString path =
-            outline::documentPath(parts_.state, parts_.TrvEdit.Item(1).Key(), node.Key());
+        QString path;
+        try {
+            path = outline::documentPath(parts_.state, parts_.TrvEdit.Item(1).Key(), node.Key());
+        } catch (const RunTimeError& refusal) {
+            add(Kind::missing, node, QString::fromStdU16String(refusal.description()) + u"。"_s);
+            return;
+        }
         if (!parts_.state.gFso->FileExists(path)) {
             add(Kind::missing, node, u"找不到文件“"_s + path + u"”。"_s);
             return;
