@@ -4,7 +4,7 @@ namespace qvnd::outline {
 
 class OutlineNode;
 
-// Told of every change of an OutlineTree, before and after where the shape changes, so that an
+// Receives every change of an OutlineTree, before and after where the shape changes, so that an
 // item model can follow. A null parent means the top level. The tree must not be changed from
 // within a call.
 class OutlineTreeObserver {

@@ -26,7 +26,7 @@ enum class Copied {
 // its children. Child nodes of a document are not copied; the plan's own copy of its outline is
 // not touched. TrvCurrent is refilled behind every folder and every document.
 //
-// The rows last together at the end; whoever is asked in between finds those so far lasting.
+// All rows are committed together at the end. A question to the user commits those added so far.
 //
 // A document of a text that a child of the target bears already asks whether to overwrite that
 // child's file; a folder of such a text stops the whole copy.

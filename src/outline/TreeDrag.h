@@ -12,9 +12,6 @@ namespace qvnd::outline {
 // The drag events of TrvCurrent. MouseUp and OLECompleteDrag of TrvCurrent do nothing. A node in a
 // call is the one under the pointer, null where there is none.
 
-// What a drag allows (AllowedEffects): to be dropped as a copy.
-inline constexpr int dropEffectCopy = 1;
-
 // The selected node is taken up: its key and Index are kept as dragKey and dragIndex. False, and
 // nothing kept, when no node is selected or its Index is wider than 16 bits.
 bool OLEStartDrag(Workbench& workbench);

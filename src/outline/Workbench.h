@@ -11,8 +11,8 @@ namespace qvnd::outline {
 enum class MouseButton { left = 1, right = 2 };
 
 // What the workbench window (frmBid) holds: its trees, which of its commands are open to the user,
-// and what its events hand on to each other. Nothing here is derived from the data at any time: it
-// stays as the last event left it. Members bear the names of the controls that show them.
+// and what its events hand on to each other. The events set these values; they are not derived from
+// the data. Members bear the names of the controls that show them.
 struct Workbench {
     OutlineTree TrvCurrent{QStringLiteral("TrvCurrent")};
     OutlineTree TrvTemplate{QStringLiteral("TrvTemplate")};

@@ -12,8 +12,8 @@
 namespace qvnd::outline {
 
 // A tree of the workbench. It raises the events that the window's rules speak of and shows what
-// the OutlineTree holds. The tree's selection leads: a selection by code shows without an event,
-// one by mouse or keyboard goes to the tree first and is then told.
+// the OutlineTree holds. A selection by code is shown without an event. One by mouse or keyboard is
+// first made in the OutlineTree and then signalled.
 //
 // Expanded nodes and the place scrolled to outlast a refill of the tree, by key.
 class OutlineView : public QTreeView {
@@ -42,8 +42,8 @@ public:
     // Ends it as Enter does; nothing happens without one.
     void FinishLabelEdit();
 
-    // While it says so, mouse, keyboard and drags from outside are refused, and a drop that has
-    // come before is told when it no longer does.
+    // While isBusy() is true, mouse, keyboard and drags from outside are ignored. A drop that came
+    // before is signalled when it has become false.
     void setBusy(std::function<bool()> isBusy) { isBusy_ = std::move(isBusy); }
 
     void setDragRunner(DragRunner runner) { runDrag_ = std::move(runner); }

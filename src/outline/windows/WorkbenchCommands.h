@@ -25,7 +25,7 @@ struct WorkbenchParts {
 };
 
 // The commands behind the menus, the toolbar and the buttons, each one call into the logic or into
-// the frame. In-place editing is the view's affair.
+// the frame. OutlineView does the in-place editing.
 class WorkbenchCommands {
 public:
     // `window` is the one that dialogs belong to.

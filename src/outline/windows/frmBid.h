@@ -41,7 +41,8 @@ public:
     // The load of the window: the open plan and the libraries are read, and the commands of the
     // selected node opened.
     void Load();
-    // Shows what the logic has opened and closed; needed behind changes from outside alone.
+    // Enables and shows the commands as the Workbench says. Every event of this window ends with
+    // it; only changes from outside need the call.
     void applyCommands();
 
     // The menus that stand in the frame's menu bar while this window is the active one.
