@@ -58,12 +58,7 @@ void BidEdit::NodeClick() {
     openDocument = selected && isDocument(*selected);
 }
 
-const OutlineNode& BidEdit::selectedNode() const {
-    const OutlineNode* selected = TrvEdit.SelectedItem();
-    if (!selected)
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
-    return *selected;
-}
+const OutlineNode& BidEdit::selectedNode() const { return TrvEdit.Selected(); }
 
 QString BidEdit::documentOf(const OutlineNode& node, const QString& plan) const {
     return outline::documentPath(program_.modMain, plan, node.Key());

@@ -18,8 +18,8 @@ namespace {
 
 using desktop::Icon;
 
-[[noreturn]] void objectNotSet() {
-    throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+[[noreturn]] void noRowSelected() {
+    throw RunTimeError(error::objectNotSet, u"没有选中文档，请先在列表中选中一个文档。");
 }
 
 QString descriptionOf(const RunTimeError& failure) {
@@ -114,17 +114,13 @@ QStringList SimilarDocuments::foldersAtWork() const {
 }
 
 QString SimilarDocuments::target() const {
-    const outline::OutlineNode* selected = TrvEdit_.SelectedItem();
-    if (!selected) {
-        objectNotSet();
-    }
-    const QString& key = selected->Key();
+    const QString& key = TrvEdit_.Selected().Key();
     return outline::documentPath(state_, outline::tableOfKey(key), files::Trim(key));
 }
 
 const SimilarDocuments::Row& SimilarDocuments::selectedRow() const {
     if (!selected_ || *selected_ >= rows_.size()) {
-        objectNotSet();
+        noRowSelected();
     }
     return rows_[*selected_];
 }

@@ -24,7 +24,7 @@ QString databaseIn(const QString& folder, const QString& name) {
 template <class Handle>
 auto& set(const Handle& handle) {
     if (handle == nullptr) {
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+        throw RunTimeError(error::objectNotSet, u"方案列表或收入的数据库没有打开，没有全部收入。");
     }
     return *handle;
 }

@@ -175,7 +175,7 @@ TEST_F(TableTransfer, WithoutTheListTheTablesStillComeInAndTheErrorIs91) {
     importPlans();
     EXPECT_EQ(rowsOf(*state_.gDbUser, u"select Key from 工程甲"_qs).size(), 2);
     ASSERT_EQ(messages_.shown.size(), 1U);
-    EXPECT_EQ(messages_.shown[0].text, u"对象变量或 With 块变量未设置"_qs);
+    EXPECT_EQ(messages_.shown[0].text, u"方案列表或收入的数据库没有打开，没有全部收入。"_qs);
 }
 
 TEST_F(TableTransfer, WithoutTheFolderOfThePlansTheTreeIsRefreshedAndTheErrorShown) {
