@@ -7,6 +7,8 @@
 #include "platform/error/RecordedErrors.h"
 #include "store/Names.h"
 
+#include <optional>
+
 namespace qvnd::outline {
 
 namespace {
@@ -35,17 +37,20 @@ private:
         return isTemplates_ ? templateFolder(state_, name) : planFolder(state_, name);
     }
 
-    // A name that can be no folder's has none.
-    bool hasFolder(const QString& name) const {
-        bool has = false;
+    // Nothing for a name that can be no folder's.
+    std::optional<bool> hasFolder(const QString& name) const {
+        std::optional<bool> has;
         ignoringErrors([&] { has = state_.gFso->FolderExists(folderOf(name)); });
         return has;
     }
 
+    // The rows of a name that can be no folder's stay: such a plan may have been made before names
+    // were checked, and its tables are then the only newest copy of its outline.
     void visit(const QString& name) {
-        if (hasFolder(name)) {
+        const std::optional<bool> has = hasFolder(name);
+        if (has == true) {
             load(name);
-        } else if (isTemplates_ || !keepMissing_) {
+        } else if (has == false && (isTemplates_ || !keepMissing_)) {
             forget(name);
         }
     }

@@ -57,16 +57,19 @@ TEST_F(Adoption, OfAnOutlineWithKeysAloneTellsNothing) {
 }
 
 // A list that comes with a shared work space may name anything.
-TEST_F(Adoption, ANameInTheListThatLeadsOutOfTheFolderIsForgottenAndNothingElseTouched) {
+TEST_F(Adoption, ANameInTheListThatLeadsOutOfTheFolderShowsNothingAndLosesNothing) {
     folder.write("外/外.mdb", "outside");
     for (const char* name : {"../外", "..", "甲/..", "NUL"}) {
         registerName(*state.gDbUser, name);
         registerName(*state.gDbTemplate, name);
     }
+    makeTable(*state.gDbUser, "NUL", {{"NUL", "NUL"}, {"NUL.1", "章"}});
     adoptTemplateFolders(state, workbench, messages, splash);
     adoptPlanFolders(state, workbench, messages, splash);
-    EXPECT_TRUE(registered(*state.gDbUser).isEmpty());
-    EXPECT_TRUE(registered(*state.gDbTemplate).isEmpty());
+    EXPECT_EQ(workbench.TrvTemplate.Count(), 0);
+    EXPECT_EQ(workbench.TrvTemplate_Us.Count(), 0);
+    EXPECT_EQ(registered(*state.gDbUser), QStringList({"../外", "..", "甲/..", "NUL"}));
+    EXPECT_EQ(state.gDbUser->OpenRecordset("select * from NUL")->RecordCount(), 1);
     EXPECT_TRUE(folder.exists("外/外.mdb"));
     EXPECT_TRUE(messages.shown.empty());
 }
