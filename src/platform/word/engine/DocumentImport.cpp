@@ -3,6 +3,8 @@
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/docfile/text/RowRepair.h"
+#include "platform/word/docfile/text/TableRepair.h"
 #include "platform/word/engine/FieldCodes.h"
 #include "platform/word/engine/ImportTables.h"
 #include "platform/word/engine/LeftOut.h"
@@ -309,6 +311,11 @@ private:
         text_.putInLine(floating, story);
         edits = std::move(changes.edits);
         edits.applyTo(story);
+        if (!edits.empty()) {
+            // A field that went may have taken marks of cells with it.
+            repairTables(story, target_.lists);
+            repairRows(story, target_.lists);
+        }
         return story;
     }
 

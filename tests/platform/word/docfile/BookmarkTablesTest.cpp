@@ -75,6 +75,18 @@ TEST(BookmarkTables, BookmarkWithoutAnEndIsLeftOutAndNamed) {
     EXPECT_EQ(remarks.at(0), u"书签“lost”的位置已损坏，未读入");
 }
 
+TEST(BookmarkTables, NamesAreNeitherEmptyNorLongerThanTheFormatAllows) {
+    const BookmarkTables tables = encodeBookmarks(
+        std::vector<Bookmark>{{u"", 1, 2, 0}, {std::u16string(60, u'x'), 3, 4, 0}}, 20);
+    Remarks remarks;
+
+    const auto read = decodeBookmarks(viewsOf(tables), 10, remarks);
+
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_EQ(read[0].name, std::u16string(40, u'x'));
+    EXPECT_EQ(remarks.size(), 1U);
+}
+
 TEST(BookmarkTables, SurplusNamesAreTold) {
     Sttb names;
     names.entries = {{u"only a name", {}}};

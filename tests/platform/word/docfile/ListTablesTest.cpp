@@ -104,6 +104,15 @@ TEST_F(ListTables, EncodingDecodedOverridesGivesEqualBytes) {
     EXPECT_TRUE(remarks.empty());
 }
 
+TEST_F(ListTables, AnOverrideOfALevelThatThereIsNotIsLeftOut) {
+    ListOverride entry;
+    entry.lsid = -7;
+    entry.levels = {{5, 0x1C, std::nullopt}, {6, 0x12, std::nullopt}};
+    const auto read = decodeListOverrides(encodeListOverrides({entry}, lists), lists, remarks);
+    ASSERT_EQ(read.at(0).levels.size(), 1U);
+    EXPECT_EQ(read[0].levels[0].startAt, 6);
+}
+
 TEST_F(ListTables, OverrideWhoseLevelsAreCutKeepsItsPlace) {
     ListOverride restarted;
     restarted.lsid = 5;

@@ -60,13 +60,16 @@ TEST(DocumentImport, ARunOverTwoParagraphsIsSplitWhereTheirStylesDiffer) {
 
 TEST(DocumentImport, ACellMarkOutsideOfTablesEndsItsParagraphLikeAnyOther) {
     SourceDocument source;
-    source.run(u"a\u0007b\u0007");
-    source.data.main.paragraphs = {{2, 0, PropertyListId::empty},
-                                   {2, 0, source.list(sprm8(sprm::PFInTable, 1))}};
+    source.run(u"a\u0007b\u0007\u0007");
+    const Bytes inTable = sprm8(sprm::PFInTable, 1);
+    const Bytes rowEnd =
+        withSprm(inTable + sprm8(sprm::PFTtp, 1), sprm::TDefTable, Bytes{6, 0, 1, 0, 0, 100, 0});
+    source.data.main.paragraphs = {
+        {2, 0, PropertyListId::empty}, {2, 0, source.list(inTable)}, {1, 0, source.list(rowEnd)}};
     ImportTarget target;
     target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"a\rb\u0007");
-    EXPECT_EQ(target.last.text->paragraphs.size(), 2U);
+    EXPECT_EQ(target.last.text->text, u"a\rb\u0007\u0007");
+    EXPECT_EQ(target.last.text->paragraphs.size(), 3U);
 }
 
 TEST(DocumentImport, FormattingThatNoFileHasRoomForComesInPartAndIsTold) {

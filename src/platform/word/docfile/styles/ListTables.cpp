@@ -16,6 +16,7 @@ constexpr std::uint8_t simpleList = 0x01;
 constexpr std::size_t levelCount = 9;
 constexpr std::uint32_t lfoDataHead = 0xFFFFFFFF; // cp of LFOData
 constexpr std::uint32_t hasLevel = 0x20;          // fFormatting
+constexpr std::uint32_t levelMask = 0x0F;         // iLvl
 
 std::size_t levelsOf(const ListDefinition& definition) {
     return (definition.flags & simpleList) != 0 ? 1 : levelCount;
@@ -116,7 +117,10 @@ void readLfoData(LittleEndianReader& reader, std::vector<ListOverride>& override
                 reader.skip(4);
             }
             for (std::size_t level = 0; level < counts[i]; ++level) {
-                overrides[i].levels.push_back(readLfoLevel(reader, lists));
+                ListLevelOverride read = readLfoLevel(reader, lists);
+                if ((read.flags & levelMask) < levelCount) {
+                    overrides[i].levels.push_back(std::move(read));
+                }
             }
         } catch (const FormatError&) {
             remarks.push_back(u"列表引用表第 " + digits(std::int64_t(i + 1)) +

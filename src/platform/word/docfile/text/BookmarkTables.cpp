@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t cpSize = 4;
 constexpr std::size_t fbkfSize = 4;
+constexpr std::size_t longestName = 40;
 
 Cp cpAt(ByteView plc, std::size_t index) {
     LittleEndianReader reader(plc, "PlcfBkl");
@@ -85,7 +86,9 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
         const std::size_t endPlace = fbkf.u16();
         Bookmark bookmark{names.entries[i].text, cpAt(tables.starts, i), 0, fbkf.u16()};
         bookmark.end = endPlace < ends ? cpAt(tables.ends, endPlace) : 0;
-        const bool sound = endPlace < ends && bookmark.start <= bookmark.end;
+        bookmark.name.resize(std::min(bookmark.name.size(), longestName));
+        const bool sound =
+            endPlace < ends && bookmark.start <= bookmark.end && !bookmark.name.empty();
         if (sound && bookmark.end <= mainLength) {
             bookmarks.push_back(std::move(bookmark));
         } else {

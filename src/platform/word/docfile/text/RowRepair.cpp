@@ -162,6 +162,9 @@ private:
         if (last.depth != depth) {
             return false;
         }
+        if (!last.cellEnd && story_.text[ends_[end - 1] - 1] != paragraphMark) {
+            return false;
+        }
         if (!last.cellEnd) {
             endCell(end - 1, depth);
             ++repaired_;
