@@ -140,10 +140,6 @@ private:
         doubleClick(u"TrvEdit"_s, 4);
         awaitExactPages(*part(u"frmBidEdit"_s));
         keep(u"frmBidEdit"_s, *part(u"frmBidEdit"_s));
-        takeDialog(u"mnuBidLike"_s, u"dlgLike"_s);
-        frame_.findChild<QAction*>(u"mnuCheck"_s)->trigger();
-        settle(100);
-        keep(u"dlgCheck"_s, *part(u"dlgCheck"_s));
         generate::dlgTB progress;
         progress.setLabel(u"正在设置封面..."_s);
         progress.setProgress(0.8);

@@ -398,6 +398,7 @@ TEST_F(PlanEditCheck, OfASoundPlanItSaysSo) {
     choose("mnuCheck");
     EXPECT_EQ(summary(), "没有发现问题，可以生成。");
     EXPECT_FALSE(list().isVisible());
+    EXPECT_LT(list().window()->height(), 200) << "no empty room for rows";
 }
 
 TEST_F(PlanEditCheck, AskedAgainItShowsWhatIsSoNow) {

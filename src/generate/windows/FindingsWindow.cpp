@@ -59,7 +59,9 @@ void FindingsWindow::present(const Contents& contents) {
         }
         list_->addTopLevelItem(item);
     }
-    list_->setVisible(!contents.rows.isEmpty());
+    const bool hasRows = !contents.rows.isEmpty();
+    list_->setVisible(hasRows);
+    resize(hasRows ? usualSize : QSize(usualSize.width() / 2, sizeHint().height()));
     for (int column = 0; column + 1 < contents.headers.size(); ++column) {
         list_->resizeColumnToContents(column);
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), usualSize.width() / 3));
