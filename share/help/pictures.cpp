@@ -7,6 +7,8 @@
 #include "outline/windows/PreviewFrame.h"
 #include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetFileDialogs.h"
+#include "platform/desktop/windows/WidgetFonts.h"
+#include "platform/desktop/windows/WidgetInputBoxes.h"
 #include "platform/desktop/windows/WidgetLongRun.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "platform/desktop/windows/WidgetShell.h"
@@ -20,10 +22,12 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTextEdit>
 #include <QThread>
@@ -42,6 +46,12 @@ constexpr int patience = 15000; // milliseconds for a document to be drawn exact
 class NoEvents : public desktop::Events {
 public:
     void doEvents() override {}
+};
+
+// No notice of a missing printer stands in the way of a picture.
+class PrinterFonts : public desktop::WidgetFonts {
+public:
+    bool hasPrinter() override { return true; }
 };
 
 void settle(int milliseconds) {
@@ -140,11 +150,53 @@ private:
         doubleClick(u"TrvEdit"_s, 4);
         awaitExactPages(*part(u"frmBidEdit"_s));
         keep(u"frmBidEdit"_s, *part(u"frmBidEdit"_s));
+        takeFormatDialog();
         generate::dlgTB progress;
         progress.setLabel(u"正在设置封面..."_s);
         progress.setProgress(0.8);
         keep(u"dlgTB"_s, progress);
         frame_.unloadPlanEditor();
+    }
+
+    // Every tab of the format dialog, and the dialog behind its button.
+    void takeFormatDialog() {
+        QTimer shutter;
+        shutter.callOnTimeout(&frame_, [&] {
+            QWidget* window = QApplication::activeModalWidget();
+            if (window == nullptr) {
+                return;
+            }
+            shutter.stop();
+            keepTabs(*window);
+            takeMultLevel(*window);
+            window->close();
+        });
+        shutter.start(50);
+        frame_.findChild<QAction*>(u"mnuBidSet"_s)->trigger();
+    }
+
+    void keepTabs(QWidget& window) {
+        auto* outer = window.findChild<QTabWidget*>(u"SSTab1"_s);
+        auto* inner = window.findChild<QTabWidget*>(u"SSTab2"_s);
+        settle(50);
+        keep(u"frmBidSet-cover"_s, window);
+        outer->setCurrentIndex(1);
+        const QString tabs[] = {u"headings"_s, u"headerfooter"_s, u"page"_s, u"other"_s};
+        for (int tab = 0; tab < inner->count(); ++tab) {
+            inner->setCurrentIndex(tab);
+            settle(50);
+            keep(u"frmBidSet-"_s + tabs[tab], window);
+        }
+    }
+
+    void takeMultLevel(QWidget& window) {
+        window.findChild<QCheckBox*>(u"chkMultLevel"_s)->click();
+        QTimer::singleShot(100, &window, [this] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            keep(u"frmMultLevel"_s, *dialog);
+            dialog->close();
+        });
+        window.findChild<QPushButton*>(u"Command1"_s)->click();
     }
 
     // The dialog that a menu item opens, filled as in use.
@@ -231,6 +283,8 @@ int main(int argc, char* argv[]) {
     desktop::WidgetMessageBoxes messages;
     startup::WidgetSplash splash;
     desktop::WidgetFileDialogs fileDialogs;
+    desktop::WidgetInputBoxes inputBoxes;
+    PrinterFonts fonts;
     NoEvents events;
     desktop::QtHelpWindow help;
     desktop::WidgetShell shell;
@@ -240,6 +294,8 @@ int main(int argc, char* argv[]) {
     startup::DesktopPlanEditing planEditing(messages, events, conversion);
     startup::DesktopRun run({registry,
                              {messages, splash, fileDialogs, events, word.factory(), longRun},
+                             inputBoxes,
+                             fonts,
                              help,
                              shell,
                              [&conversion] {

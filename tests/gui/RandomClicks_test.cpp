@@ -75,10 +75,11 @@ public:
 
 // Every window, and what of the workbench has a behaviour of its own.
 const QSet<QString> windows{
-    "frmSplash",  "MainForm",  "frmBid",     "TrvCurrent", "TrvTemplate",  "TrvTemplate_Us",
-    "TbarBid",    "fraSee",    "mnuSys",     "mnuSysEdit", "mnuDelBrowse", "DlgNew",
-    "frmBidEdit", "TrvEdit",   "TbarBidSet", "PicEdit",    "mnuOpen",      "dlgTB",
-    "dlgLike",    "dlgAddDoc", "frmAbout",   "HelpWindow", "QMessageBox",  "QFileDialog"};
+    "frmSplash",      "MainForm",   "frmBid",      "TrvCurrent",  "TrvTemplate",
+    "TrvTemplate_Us", "TbarBid",    "fraSee",      "mnuSys",      "mnuSysEdit",
+    "mnuDelBrowse",   "DlgNew",     "frmBidEdit",  "TrvEdit",     "TbarBidSet",
+    "PicEdit",        "mnuOpen",    "dlgTB",       "dlgLike",     "dlgAddDoc",
+    "frmAbout",       "HelpWindow", "QMessageBox", "QFileDialog", "frmBidSet"};
 const QSet<QString> itemsOfFrame{"mnuBuild", "MenuExit", "help1",   "help2",
                                  "listWin",  "winA",     "sysAbout"};
 

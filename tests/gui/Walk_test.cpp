@@ -1,3 +1,5 @@
+#include "format/windows/frmBidSetWindow.h"
+#include "format/windows/frmMultLevelWindow.h"
 #include "generate/windows/FindingsWindow.h"
 #include "generate/windows/dlgLike.h"
 #include "generate/windows/dlgTB.h"
@@ -100,6 +102,14 @@ void showDlgAddDoc(Program& program, outline::AddMode mode, const Look& look) {
     show(dialog, look);
 }
 
+void showFrmBidSet(Program& program, const Look& look) {
+    DesktopWorld& world = program.world;
+    format::frmBidSet dialog(program.state(), {program.messages, world.inputs, program.dialogs,
+                                               world.fonts, world.shell, program.word});
+    format::frmBidSetWindow window(program.state(), dialog, program.messages);
+    show(window, look);
+}
+
 void showMessage(desktop::Buttons buttons, const Look& look) {
     onceModal<QMessageBox>([&](QMessageBox& box) {
         look(box);
@@ -161,6 +171,12 @@ const Walked windows[] = {
     {"dlgAddDocBelow",
      [](Program& program, const Look& look) {
          showDlgAddDoc(program, outline::AddMode::below, look);
+     }},
+    {"frmBidSet", showFrmBidSet},
+    {"frmMultLevel",
+     [](Program& program, const Look& look) {
+         format::frmMultLevelWindow window(program.state().FormatSwitches, program.messages);
+         show(window, look);
      }},
     {"HelpWindow", showHelp},
     {"MessageBoxOk", [](Program&, const Look& look) { showMessage(desktop::Buttons::ok, look); }},

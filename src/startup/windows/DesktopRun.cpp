@@ -6,6 +6,8 @@
 #include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetEvents.h"
 #include "platform/desktop/windows/WidgetFileDialogs.h"
+#include "platform/desktop/windows/WidgetFonts.h"
+#include "platform/desktop/windows/WidgetInputBoxes.h"
 #include "platform/desktop/windows/WidgetLongRun.h"
 #include "platform/desktop/windows/WidgetShell.h"
 #include "platform/error/RunTimeError.h"
@@ -59,7 +61,11 @@ void bringWindowToFront(QWidget& window) {
 } // namespace
 
 DesktopRun::DesktopRun(const DesktopServices& services)
-    : services_(services), program_(services.registry, services.outline, *this) {}
+    : services_(services), program_(services.registry, services.outline, *this),
+      frmBidSet_(program_.state(),
+                 {services.outline.messages, services.inputBoxes, services.outline.fileDialogs,
+                  services.fonts, services.shell, services.outline.word}),
+      formatDialog_(program_.state(), frmBidSet_, services.outline.messages) {}
 
 DesktopRun::~DesktopRun() = default;
 
@@ -115,23 +121,24 @@ ChildWindow DesktopRun::makePlanEditor() {
     const outline::Services& around = services_.outline;
     const PlanEditing& editing = services_.planEditing;
     const DocumentView view = editing.makeView();
-    auto* window = new generate::frmBidEdit({{program_.state(), switches_, word_},
-                                             around.messages,
-                                             around.fileDialogs,
-                                             around.events,
-                                             editing.generation,
-                                             around.word,
-                                             editing.openDocuments,
-                                             editing.windows,
-                                             services_.shell,
-                                             editing.inUse,
-                                             editing.pdf,
-                                             editing.record,
-                                             controls_,
-                                             *mainForm_,
-                                             {},
-                                             *view.widget,
-                                             *view.document});
+    auto* window =
+        new generate::frmBidEdit({{program_.state(), program_.state().FormatSwitches, word_},
+                                  around.messages,
+                                  around.fileDialogs,
+                                  around.events,
+                                  editing.generation,
+                                  around.word,
+                                  editing.openDocuments,
+                                  editing.windows,
+                                  services_.shell,
+                                  editing.inUse,
+                                  editing.pdf,
+                                  editing.record,
+                                  frmBidSet_,
+                                  *mainForm_,
+                                  [this] { formatDialog_.show(mainForm_.get()); },
+                                  *view.widget,
+                                  *view.document});
     return {window, window->menus(), [window] { window->Load(); }};
 }
 
@@ -172,6 +179,8 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
 
     WidgetSplash splash;
     desktop::WidgetFileDialogs fileDialogs;
+    desktop::WidgetInputBoxes inputBoxes;
+    desktop::WidgetFonts fonts;
     desktop::WidgetEvents events;
     desktop::WidgetShell shell;
     desktop::QtHelpWindow help;
@@ -181,6 +190,8 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
     DesktopPlanEditing planEditing(messages, events, conversion);
     DesktopRun run({registry,
                     {messages, splash, fileDialogs, events, word.factory(), longRun},
+                    inputBoxes,
+                    fonts,
                     help,
                     shell,
                     [&conversion] { return newPreview(conversion); },

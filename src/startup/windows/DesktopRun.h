@@ -1,9 +1,11 @@
 #pragma once
 
+#include "format/windows/frmBidSetWindow.h"
 #include "generate/driver/WordSession.h"
-#include "generate/numbering/FormatSwitches.h"
 #include "outline/windows/PreviewFrame.h"
+#include "platform/desktop/Fonts.h"
 #include "platform/desktop/HelpWindow.h"
+#include "platform/desktop/InputBoxes.h"
 #include "platform/desktop/Shell.h"
 #include "startup/Program.h"
 #include "startup/WindowMemory.h"
@@ -26,6 +28,8 @@ namespace qvnd::startup {
 struct DesktopServices {
     registry::Registry& registry;
     outline::Services outline;
+    desktop::InputBoxes& inputBoxes;
+    desktop::Fonts& fonts;
     desktop::HelpWindow& help;
     desktop::Shell& shell;
     // Makes the preview of a workbench window, which then owns it.
@@ -58,19 +62,12 @@ private:
     ChildWindow makePlanEditor();
     void rememberWindows() const;
 
-    // The two controls as the format dialog has them at first.
-    class UntouchedControls : public generate::ChildDocumentControls {
-    public:
-        QString cboBianHao() override { return {}; }
-        QString txtInde() override { return QStringLiteral("2"); }
-    };
-
     DesktopServices services_;
     Program program_;
+    format::frmBidSet frmBidSet_;
+    format::FormatDialog formatDialog_;
     std::optional<WindowMemory> memory_;
     RememberedWindows remembered_;
-    generate::FormatSwitches switches_;
-    UntouchedControls controls_;
     generate::WordSession word_;
     std::unique_ptr<MainForm> mainForm_;
     QPointer<outline::frmBid> frmBid_;

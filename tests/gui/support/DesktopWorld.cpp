@@ -76,6 +76,8 @@ bool DesktopWorld::start() {
     run_ = std::make_unique<startup::DesktopRun>(
         startup::DesktopServices{registry,
                                  services(),
+                                 inputs,
+                                 fonts,
                                  *helpWindow,
                                  shell,
                                  makePreview,

@@ -5,8 +5,10 @@
 #include "startup/windows/DesktopRun.h"
 #include "startup/windows/frmSplash.h"
 #include "support/FakeFilesInUse.h"
+#include "support/FakeFonts.h"
 #include "support/FakeGenerationRecord.h"
 #include "support/FakeHelpWindow.h"
+#include "support/FakeInputBoxes.h"
 #include "support/FakePdfPrinter.h"
 #include "support/FakeShell.h"
 #include "support/FakeWindowLookup.h"
@@ -41,6 +43,8 @@ public:
     registry::RegistryFile registry;
     FakeHelpWindow help;
     FakeShell shell;
+    FakeInputBoxes inputs;
+    FakeFonts fonts;
     FakeWindowLookup windows;
     FakeWordProcessorWindows openDocuments;
     FakeFilesInUse inUse;

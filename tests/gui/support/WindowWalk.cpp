@@ -20,6 +20,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
@@ -50,6 +51,27 @@ bool isInside(const QWidget& widget, const QWidget& window) {
     return widget.isVisible();
 }
 
+// Brings every tab to front in turn, those inside a tab too, and looks each time.
+void forEachPage(QWidget& window, const std::function<void()>& look) {
+    std::set<QTabWidget*> opened;
+    const std::function<void()> openTabs = [&] {
+        QCoreApplication::processEvents();
+        look();
+        for (QTabWidget* tabs : window.findChildren<QTabWidget*>()) {
+            if (!tabs->isVisible() || !opened.insert(tabs).second) {
+                continue;
+            }
+            const int front = tabs->currentIndex();
+            for (int tab = 0; tab < tabs->count(); ++tab) {
+                tabs->setCurrentIndex(tab);
+                openTabs();
+            }
+            tabs->setCurrentIndex(front);
+        }
+    };
+    openTabs();
+}
+
 // Every shown widget of the window's own, also those of a tab in the back, for which the tab is
 // brought to front.
 void forEachWidget(QWidget& window, const std::function<void(QWidget&)>& look) {
@@ -59,29 +81,22 @@ void forEachWidget(QWidget& window, const std::function<void(QWidget&)>& look) {
             look(widget);
         }
     };
-    const auto lookAtAll = [&] {
-        QCoreApplication::processEvents();
+    look(window);
+    forEachPage(window, [&] {
         for (QWidget* widget : window.findChildren<QWidget*>()) {
             if (widget->window() == &window) {
                 lookOnce(*widget);
             }
         }
-    };
-    look(window);
-    lookAtAll();
-    for (QTabWidget* tabs : window.findChildren<QTabWidget*>()) {
-        const int front = tabs->currentIndex();
-        for (int tab = 0; tab < tabs->count(); ++tab) {
-            tabs->setCurrentIndex(tab);
-            lookAtAll();
-        }
-        tabs->setCurrentIndex(front);
-    }
+    });
 }
 
 bool isControl(const QWidget& widget) {
     if (widget.inherits("QHeaderView")) {
         return false; // only tells what stands below it
+    }
+    if (widget.focusProxy()) {
+        return false; // as the text of a combo box, whose keyboard the box has
     }
     if (const auto* slider = qobject_cast<const QAbstractSlider*>(&widget)) {
         return qobject_cast<const QAbstractScrollArea*>(slider->parentWidget()) == nullptr;
@@ -201,6 +216,15 @@ std::set<QWidget*> tabOrder() {
     return visited;
 }
 
+// Of the options of a frame the Tab key reaches one, the arrow keys the others.
+bool isReachedByArrows(const QWidget& control, const std::set<QWidget*>& visited) {
+    return control.inherits("QRadioButton") &&
+           std::any_of(visited.begin(), visited.end(), [&](const QWidget* other) {
+               return other && other->inherits("QRadioButton") &&
+                      other->parentWidget() == control.parentWidget();
+           });
+}
+
 void openCommands(QWidget& window) {
     for (QAction* action : window.findChildren<QAction*>()) {
         action->setEnabled(true);
@@ -300,19 +324,10 @@ QStringList unreachable(QWidget& window) {
     QStringList found;
     const QList<QWidget*> all = controls(window);
     std::set<QWidget*> visited;
-    const QList<QTabWidget*> tabs = window.findChildren<QTabWidget*>();
-    int pages = 1;
-    for (const QTabWidget* tab : tabs) {
-        pages = std::max(pages, tab->count());
-    }
-    for (int page = 0; page < pages; ++page) {
-        for (QTabWidget* tab : tabs) {
-            tab->setCurrentIndex(std::min(page, tab->count() - 1));
-        }
-        visited.merge(tabOrder());
-    }
+    forEachPage(window, [&] { visited.merge(tabOrder()); });
     for (QWidget* control : all) {
-        if (visited.count(control) == 0 && mnemonicOf(*control).isEmpty()) {
+        if (visited.count(control) == 0 && mnemonicOf(*control).isEmpty() &&
+            !isReachedByArrows(*control, visited)) {
             found << nameOf(*control);
         }
     }

@@ -1,0 +1,51 @@
+#include "format/windows/LibraryList.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace qvnd::format {
+
+LibraryList::LibraryList(QWidget* parent) : QListWidget(parent) {
+    setUniformItemSizes(true);
+    setMinimumHeight(4 * fontMetrics().lineSpacing());
+    connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
+        hasTold_ = true;
+        if (row >= 0) {
+            emit entryClicked(row);
+        }
+    });
+    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        if (!hasTold_) {
+            emit entryClicked(row(item));
+        }
+    });
+    connect(this, &QListWidget::itemDoubleClicked, this, &LibraryList::entryOpened);
+}
+
+void LibraryList::setEntries(const QStringList& entries, qsizetype selected) {
+    const QSignalBlocker blocker(this);
+    if (entries != entries_) {
+        entries_ = entries;
+        clear();
+        addItems(entries);
+    }
+    setCurrentRow(static_cast<int>(selected));
+}
+
+void LibraryList::mousePressEvent(QMouseEvent* event) {
+    hasTold_ = false;
+    QListWidget::mousePressEvent(event);
+}
+
+void LibraryList::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        event->accept();
+        if (currentItem()) {
+            emit entryOpened();
+        }
+        return;
+    }
+    QListWidget::keyPressEvent(event);
+}
+
+} // namespace qvnd::format

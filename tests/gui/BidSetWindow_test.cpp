@@ -1,0 +1,389 @@
+#include "gui/support/DesktopWorld.h"
+#include "gui/support/FormatWindow.h"
+#include "gui/support/ModalWindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTest>
+#include <QWheelEvent>
+
+namespace qvnd::test {
+namespace {
+
+using format::FormatDialog;
+using format::frmBidSetWindow;
+
+using BidSetWindow = FormatWindow;
+
+// --- the frames ----------------------------------------------------------------------------------
+
+TEST_F(BidSetWindow, HoldsEachControlInItsFrameOnItsTab) {
+    open();
+    EXPECT_EQ(window->windowTitle(), "卷宗编制设置");
+    const std::pair<const char*, QStringList> frames[] = {
+        {"Frame1", {"封面预览 ", "lblPrjName", "Picture1", "Image1", "lblOffName", "lblDate"}},
+        {"Frame2", {"工程名称", "TxtPrjName", "cmbPrjFont", "cmbPrjSize"}},
+        {"Frame3", {"单位名称 ", "TxtOffName", "cmbOffFont", "cmbOffSize"}},
+        {"Fradate", {"编制日期", "cmbDate", "cmbDateFont", "cmbDateSize"}},
+        {"fraPic", {"图片", "cmbPic", "cmdBrowse", "TxtWidth", "TxtHeight"}},
+        {"Frame20", {"封面格式库", "lstcover", "chkCover", "cmdSaveCover", "cmdDeleteCover"}},
+        {"FraSelf", {"自定义库", "lstSelf", "chkSelf", "cmdSelfBld", "cmdSelfDel", "Oleself"}},
+        {"Frame21", {"标书设置库", "lstSet", "chkSet"}},
+        {"Frame7",
+         {"设置", "Frame8", "Frame9", "Frame10", "Frame11", "Frame12", "chkHead", "chkIsNot",
+          "chkMultLevel", "Command1", "chkBlackLine"}},
+        {"Frame8", {"级别", "cmbClass"}},
+        {"Frame9", {"字体", "cmbChapterFont"}},
+        {"Frame10", {"字号", "cmbChapterSize"}},
+        {"Frame11", {"标题前缀", "Txtformer", "cmbMiddle", "Txtback"}},
+        {"Frame12", {"编号、标题位置", "optLeft", "optMiddle", "optRight"}},
+        {"Frame6", {"预览", "Frame13", "Frame14"}},
+        {"Frame13", {"投标结构树", "lblTree"}},
+        {"Frame14", {"标题样式", "lblModel"}},
+        {"Frame4",
+         {"页眉设置", "chkHeader", "TxtHeaderCon", "cmbHeaderFont", "cmbHeaderSize",
+          "optHeaderLeft", "optHeaderMiddle", "optHeaderRight"}},
+        {"Frame5",
+         {"页脚设置", "chkfooter", "TxtFooterCon", "cmbFooterFont", "cmbFooterSize",
+          "optFooterLeft", "optFooterMiddle", "optFooterRight"}},
+        {"Frame15", {"目录设置", "cmbPageClass", "cmbPageSign", "chkPageIsNot", "chkPageRight"}},
+        {"Frame16",
+         {"页边距", "txtPageupdis", "TxtPageDownDis", "TxtPageLeftDis", "TxtPageRightdis"}},
+        {"Frame17", {"距边界", "Txtheader", "TxtFooter"}},
+        {"frame18", {"正文", "cmbTextFont", "cmbTextSize"}},
+        {"Frame19", {"装订", "TxtBind", "optSide", "optTop"}},
+        {"Frame22", {"文档下级的文档", "Option1(0)", "Option1(1)", "cboBianHao", "txtInde"}},
+    };
+    for (const auto& [name, contents] : frames) {
+        const auto& frame = part<QGroupBox>(name);
+        EXPECT_EQ(frame.title(), contents.front()) << name;
+        for (const QString& control : contents.mid(1)) {
+            EXPECT_TRUE(frame.findChild<QWidget*>(control)) << control.toStdString();
+        }
+    }
+    const auto tabsOf = [&](const QString& name) {
+        QStringList titles;
+        for (int i = 0; i < part<QTabWidget>(name).count(); ++i) {
+            titles << part<QTabWidget>(name).tabText(i);
+        }
+        return titles;
+    };
+    EXPECT_EQ(tabsOf("SSTab1"), (QStringList{"封面设置", "方案设置"}));
+    EXPECT_EQ(tabsOf("SSTab2"),
+              (QStringList{"章节设置", "页眉、页脚及目录", "页面、正文设置", "其  它"}));
+}
+
+TEST_F(BidSetWindow, GivesEveryControlOfItsLogicAWidget) {
+    open();
+    ASSERT_GT(world.form().controls.all().size(), 70U);
+    for (const format::Control* control : world.form().controls.all()) {
+        EXPECT_TRUE(window->findChild<QWidget*>(control->name())) << qPrintable(control->name());
+    }
+}
+
+TEST_F(BidSetWindow, TheTabKeyWalksAPageInReadingOrder) {
+    open();
+    const std::pair<const char*, QStringList> pages[] = {
+        {"TxtPrjName",
+         {"cmbPrjFont", "cmbPrjSize", "TxtOffName", "cmbOffFont", "cmbOffSize", "cmbDate",
+          "cmbDateFont", "cmbDateSize", "cmbPic", "cmdBrowse", "TxtWidth", "TxtHeight", "lstcover",
+          "cmdSaveCover", "lstSelf", "cmdSelfBld", "cmdDecide", "cmdCancel"}},
+        {"cmbClass",
+         {"cmbChapterFont", "cmbChapterSize", "Txtformer", "cmbMiddle", "Txtback", "opt", "chkHead",
+          "chkMultLevel", "chkIsNot", "chkBlackLine", "lstSet", "cmdSaveSet", "cmdDecide"}},
+        {"txtPageupdis",
+         {"TxtPageDownDis", "TxtPageLeftDis", "TxtPageRightdis", "Txtheader", "TxtFooter",
+          "cmbTextFont", "cmbTextSize", "TxtBind", "opt", "lstSet"}},
+    };
+    for (const auto& [first, rest] : pages) {
+        reach(first).setFocus();
+        for (const QString& next : rest) {
+            do { // a date is walked part by part
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            } while (QApplication::focusWidget()->objectName() == "cmbDate" && next != "cmbDate");
+            const QString reached = QApplication::focusWidget()->objectName();
+            // Of the options of a frame, the one that the toolkit chooses.
+            ASSERT_EQ(next == "opt" ? reached.first(3) : reached, next);
+        }
+    }
+}
+
+TEST_F(BidSetWindow, FitsOnASmallScreen) {
+    open();
+    EXPECT_LE(window->minimumSizeHint().width(), 1024 - 16);
+    EXPECT_LE(window->minimumSizeHint().height(), 700 - 48) << "with a title bar above it";
+}
+
+// --- load, 确定, 取消 and the close box ----------------------------------------------------------
+
+TEST_F(BidSetWindow, ShowsWhatTheTablesHold) {
+    world.change("页面设置表", u"页边距上", 3.25);
+    world.change("页眉页脚表", u"制表样式", QString("无"));
+    world.change("封面表", u"图片宽度", 7);
+    open();
+    EXPECT_EQ(text("txtPageupdis"), "3.25");
+    EXPECT_EQ(text("cmbPageSign"), "(无)");
+    EXPECT_EQ(text("TxtWidth"), "7");
+    EXPECT_EQ(text("cmbClass"), "1");
+    EXPECT_EQ(text("cmbPrjFont"), "仿宋_GB2312");
+    EXPECT_TRUE(isChecked("optSide"));
+    EXPECT_FALSE(isChecked("optTop"));
+}
+
+TEST_F(BidSetWindow, WithoutAPrinterTellsSoOnceAndOffersTheFontsOfTheScreen) {
+    world.fonts.withPrinter = false;
+    open();
+    EXPECT_EQ(told(),
+              QStringList{"你没有安装打印机，以后在打印的时候可能对你所选的字体会不支持！"});
+    EXPECT_EQ(world.messages.shown.back().icon, desktop::Icon::information);
+    EXPECT_EQ(world.messages.shown.back().title, "提示");
+    for (const char* name : {"cmbPrjFont", "cmbDateFont", "cmbChapterFont", "cmbOffFont",
+                             "cmbHeaderFont", "cmbFooterFont", "cmbTextFont"}) {
+        const auto& box = part<QComboBox>(name);
+        ASSERT_EQ(box.count(), world.fonts.ofScreen.size()) << name;
+        for (int i = 0; i < box.count(); ++i) {
+            EXPECT_EQ(box.itemText(i), world.fonts.ofScreen[i]) << name;
+        }
+    }
+}
+
+TEST_F(BidSetWindow, AnUncheckedRightAlignmentComesBackWithTheNextLoad) {
+    open();
+    click("chkPageRight");
+    EXPECT_EQ(saved("页眉页脚表.是否右对齐"), "否");
+    click("cmdDecide");
+    EXPECT_FALSE(window->isVisible());
+    openAgain();
+    EXPECT_TRUE(isChecked("chkPageRight"));
+    EXPECT_EQ(saved("页眉页脚表.是否右对齐"), "是");
+}
+
+TEST_F(BidSetWindow, DecidingAtOnceClearsTheLibrariesChosenBefore) {
+    FormatWorld::add(world.settings(), "是否设置表",
+                     {{"是否封面", "是"},
+                      {"封面名称", "旧"},
+                      {"是否设置", "是"},
+                      {"设置名称", "旧"},
+                      {"是否定义", "是"}});
+    open();
+    click("cmdDecide");
+    EXPECT_EQ(world.rowCount("是否设置表"), 1);
+    for (const char* field : {"是否封面", "是否设置", "是否定义"}) {
+        EXPECT_EQ(saved(QStringLiteral("是否设置表.") + field), "否") << field;
+    }
+}
+
+TEST_F(BidSetWindow, CancellingTakesNothingBack) {
+    open();
+    pick("cmbChapterFont", "黑体");
+    const auto before = tables();
+    click("cmdCancel");
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ(saved("章节设置表 1.字体"), "黑体");
+    EXPECT_EQ(changesSince(before), QStringList());
+}
+
+TEST_F(BidSetWindow, BlankLinesCountFromTheDecisionOn) {
+    open();
+    click("chkBlackLine");
+    click("cmdCancel");
+    EXPECT_FALSE(world.state.FormatSwitches.gBlankLineAroundTitle);
+    window->show();
+    EXPECT_TRUE(isChecked("chkBlackLine"));
+    click("cmdDecide");
+    EXPECT_TRUE(world.state.FormatSwitches.gBlankLineAroundTitle);
+    openAgain();
+    EXPECT_TRUE(isChecked("chkBlackLine"));
+}
+
+TEST_F(BidSetWindow, AnOpenPlanGivesItsNamesAtALoadAlone) {
+    world.openPlan("滨江", "一建");
+    open();
+    EXPECT_EQ(text("TxtPrjName"), "滨江");
+    EXPECT_EQ(saved("封面表.单位名称"), "一建");
+    type("TxtPrjName", "别名");
+    leave("TxtPrjName");
+    click("cmdCancel");
+    window->show();
+    EXPECT_EQ(text("TxtPrjName"), "别名");
+    openAgain();
+    EXPECT_EQ(text("TxtPrjName"), "滨江");
+}
+
+struct BidSetDialog : BidSetWindow {
+    FormatDialog dialog{world.state, world.dialog, world.messages};
+
+    void show(const std::function<void(frmBidSetWindow&)>& act) {
+        bool hasActed = false;
+        onceModal<frmBidSetWindow>([&](frmBidSetWindow& shown) {
+            hasActed = true;
+            shown.activateWindow();
+            ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
+            act(shown);
+        });
+        dialog.show(nullptr);
+        EXPECT_TRUE(hasActed);
+    }
+    static void press(frmBidSetWindow& shown, const char* button) {
+        shown.findChild<QPushButton*>(QLatin1String(button))->click();
+    }
+};
+
+TEST_F(BidSetDialog, IsHiddenByItsButtonsAndKeepsWhatItHolds) {
+    for (const char* button : {"cmdDecide", "cmdCancel"}) {
+        show([&](frmBidSetWindow& shown) {
+            shown.setProperty("marked", true);
+            press(shown, button);
+        });
+        EXPECT_TRUE(world.dialog.isLoaded()) << button;
+        EXPECT_TRUE(world.state.FormatSwitches.gBidSetLoaded) << button;
+    }
+    show([&](frmBidSetWindow& shown) {
+        EXPECT_TRUE(shown.property("marked").toBool()) << "the same window as before";
+        shown.close();
+    });
+}
+
+TEST_F(BidSetDialog, IsUnloadedByItsCloseBox) {
+    show([](frmBidSetWindow& shown) { shown.close(); });
+    EXPECT_FALSE(world.dialog.isLoaded());
+    EXPECT_FALSE(world.state.FormatSwitches.gBidSetLoaded);
+}
+
+TEST_F(BidSetDialog, EscapeHidesItAsCancelDoes) {
+    show([](frmBidSetWindow& shown) { QTest::keyClick(&shown, Qt::Key_Escape); });
+    EXPECT_TRUE(world.dialog.isLoaded());
+}
+
+TEST_F(BidSetDialog, ATextThatIsBeingTypedIsStoredWhateverEndsTheDialog) {
+    const std::pair<const char*, std::function<void(frmBidSetWindow&)>> ends[] = {
+        {"甲", [](auto& shown) { press(shown, "cmdDecide"); }},
+        {"乙", [](auto& shown) { press(shown, "cmdCancel"); }},
+        {"丙", [](auto& shown) { QTest::keyClick(shown.focusWidget(), Qt::Key_Return); }},
+        {"丁", [](auto& shown) { QTest::keyClick(shown.focusWidget(), Qt::Key_Escape); }},
+        {"戊", [](auto& shown) { shown.close(); }},
+    };
+    for (const auto& end : ends) {
+        show([&](frmBidSetWindow& shown) {
+            auto* box = shown.findChild<QLineEdit*>("TxtOffName");
+            box->setFocus();
+            box->clear();
+            QInputMethodEvent typed;
+            typed.setCommitString(end.first);
+            QCoreApplication::sendEvent(box, &typed);
+            end.second(shown);
+        });
+        EXPECT_EQ(saved("封面表.单位名称"), end.first);
+    }
+}
+
+TEST_F(BidSetDialog, ARefusedLengthKeepsTheDialogOpenOnceItIsTold) {
+    show([&](frmBidSetWindow& shown) {
+        shown.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(1);
+        shown.findChild<QTabWidget*>("SSTab2")->setCurrentIndex(2);
+        auto* box = shown.findChild<QLineEdit*>("txtPageupdis");
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, "99");
+        QTest::keyClick(box, Qt::Key_Return);
+        EXPECT_TRUE(shown.isVisible());
+        EXPECT_EQ(told(), QStringList{"对不起，该范围必须在-55.87-55.87之间！"});
+        EXPECT_EQ(box->text(), "0");
+        press(shown, "cmdDecide");
+    });
+    EXPECT_EQ(saved("页面设置表.页边距上"), "1.5");
+}
+
+TEST(BidSetProgram, ThePlanEditWindowOpensTheSettingsOfItsPlan) {
+    FakeMessageBoxes messages;
+    FakeFileDialogs dialogs;
+    CallLog log;
+    RecordingApplicationFactory word{log};
+    DesktopWorld program(messages, dialogs, word);
+    ASSERT_TRUE(program.start());
+    program.mainForm().showPlanEditor();
+    QString project;
+    onceModal<frmBidSetWindow>([&](frmBidSetWindow& shown) {
+        project = shown.findChild<QLineEdit*>("TxtPrjName")->text();
+        shown.close();
+    });
+    program.mainForm().findChild<QAction*>("mnuBidSet")->trigger();
+    EXPECT_EQ(project, "甲");
+}
+
+// --- keys ----------------------------------------------------------------------------------------
+
+TEST_F(BidSetWindow, NoComboTakesTyping) {
+    world.change("封面表", u"日期", QDate::currentDate());
+    open();
+    for (const char* name :
+         {"cmbChapterFont", "cmbChapterSize", "cmbClass", "cmbDateFont", "cmbDateSize",
+          "cmbFooterFont", "cmbFooterSize", "cmbHeaderFont", "cmbHeaderSize", "cmbMiddle",
+          "cmbOffFont", "cmbOffSize", "cmbPageClass", "cmbPageSign", "cmbPrjFont", "cmbPrjSize",
+          "cmbTextFont", "cmbTextSize", "cmbPic"}) {
+        const QString before = text(name);
+        const auto stored = tables();
+        for (const Qt::Key pressed : {Qt::Key_X, Qt::Key_1, Qt::Key_Up, Qt::Key_Down,
+                                      Qt::Key_PageDown, Qt::Key_Space, Qt::Key_End}) {
+            key(name, pressed);
+        }
+        key(name, Qt::Key_V, Qt::ControlModifier);
+        EXPECT_EQ(text(name), before) << name;
+        EXPECT_EQ(changesSince(stored), QStringList()) << name;
+    }
+}
+
+TEST_F(BidSetWindow, ErasingLeavesTheOtherCombosAlone) {
+    open();
+    key("cmbChapterFont", Qt::Key_Backspace);
+    key("cmbChapterFont", Qt::Key_Delete);
+    EXPECT_EQ(text("cmbChapterFont"), "仿宋_GB2312");
+}
+
+TEST_F(BidSetWindow, TheWheelChangesNoCombo) {
+    open();
+    QWidget& box = reach("cmbChapterSize");
+    box.setFocus();
+    const QPointF place = box.rect().center();
+    QWheelEvent turned(place, box.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                       Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&box, &turned);
+    EXPECT_EQ(text("cmbChapterSize"), "小四");
+    EXPECT_EQ(saved("章节设置表 1.字号"), "小四");
+}
+
+TEST_F(BidSetWindow, TheOpenListIsWalkedByTheArrowKeys) {
+    open();
+    auto& box = static_cast<QComboBox&>(reach("cmbPageClass"));
+    box.setFocus();
+    QTest::keyClick(&box, Qt::Key_Down, Qt::AltModifier);
+    ASSERT_TRUE(box.view()->isVisible());
+    QTest::keyClick(box.view(), Qt::Key_Down);
+    QTest::keyClick(box.view(), Qt::Key_Return);
+    EXPECT_EQ(saved("页眉页脚表.显示级别"), "4");
+}
+
+TEST_F(BidSetWindow, ALetterCannotBeTypedIntoTheIndent) {
+    open();
+    click("Option1(1)");
+    reach("txtInde").setFocus();
+    QTest::keyClicks(&part("txtInde"), "a3-");
+    EXPECT_EQ(text("txtInde"), "23");
+}
+
+TEST_F(BidSetWindow, APointAloneInTheIndentIsTold) {
+    open();
+    click("Option1(1)");
+    type("txtInde", ".");
+    EXPECT_EQ(told().size(), 1);
+    EXPECT_TRUE(window->isVisible());
+}
+
+} // namespace
+} // namespace qvnd::test
