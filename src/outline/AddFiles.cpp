@@ -185,7 +185,7 @@ QString summaryOf(const FilesAdded& done) {
 
 FilesAdded addFiles(modMain& state, Workbench& workbench, const Services& services,
                     const QString& key, const QStringList& files) {
-    const FilesAdded done = Addition(state, workbench, services, key).run(files);
+    FilesAdded done = Addition(state, workbench, services, key).run(files);
     if (!done.refused.empty() || done.left > 0) {
         services.messages.tell(summaryOf(done), desktop::Icon::information, QStringLiteral("提示"));
     }

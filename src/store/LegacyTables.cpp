@@ -32,6 +32,7 @@ Rows rowsFor(const TableDef& definition, const LegacyTable& old) {
     rows.reserve(old.Rows.size());
     for (const std::vector<Value>& oldRow : old.Rows) {
         std::vector<Value> row;
+        row.reserve(positions.size());
         for (const int position : positions) {
             row.push_back(position < 0 ? Value() : oldRow[static_cast<std::size_t>(position)]);
         }

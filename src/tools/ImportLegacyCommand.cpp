@@ -45,7 +45,7 @@ QString contentsOf(const LegacyTakeover& taken) {
     if (taken.Kind == LegacyKind::central) {
         return QStringLiteral("%1 个表").arg(taken.Tables);
     }
-    const QString outline = QStringLiteral("提纲 %1 行").arg(taken.Rows);
+    QString outline = QStringLiteral("提纲 %1 行").arg(taken.Rows);
     if (taken.Kind == LegacyKind::templateFolder) {
         return outline;
     }

@@ -168,7 +168,7 @@ QImage EmfPlayer::bitmap(In& in) {
     in.seek(headerAt);
     const word::ByteView header = in.view(headerSize);
     in.seek(pixelsAt);
-    const QImage image = dibImage(header, in.view(pixelsSize));
+    QImage image = dibImage(header, in.view(pixelsSize));
     in.seek(back);
     return image;
 }
