@@ -16,7 +16,7 @@ enum class ExitStatus { done = 0, refused = 1, wrongUsage = 2 };
 // Output::note) and answers with `refused`; it may throw UsageError, and RunTimeError, whose
 // description is then shown.
 struct Command {
-    // One or two words: "init", "plan create".
+    // One to three words: "init", "plan create", "format library save".
     QString name;
     // What follows the name, for the usage text.
     QString parameters;

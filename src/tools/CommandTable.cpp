@@ -3,6 +3,7 @@
 #include "tools/CheckCommand.h"
 #include "tools/DocCommands.h"
 #include "tools/FormatCommands.h"
+#include "tools/FormatLibraryCommands.h"
 #include "tools/GenerateCommand.h"
 #include "tools/ImportLegacyCommand.h"
 #include "tools/OutlineCommands.h"
@@ -21,8 +22,8 @@ std::vector<Command> commandTable() {
     for (const auto& group :
          {planCommands(), planDeletion(), importLegacyCommands(), outlineCommands(),
           outlineEditCommands(), outlineDragCommands(), templateCommands(), similarCommands(),
-          formatCommands(), checkCommands(), generateCommands(), docCommands(),
-          registryCommands()}) {
+          formatCommands(), formatLibraryCommands(), checkCommands(), generateCommands(),
+          docCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -1,7 +1,10 @@
 #include "tools/FormatCommands.h"
 
+#include "format/FieldRules.h"
+#include "store/FormatTables.h"
 #include "store/Names.h"
 #include "tools/Arguments.h"
+#include "tools/Plans.h"
 #include "tools/ProgramRun.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
@@ -17,18 +20,24 @@ namespace qvnd::tools {
 
 namespace {
 
-// The tables that generation reads, each in the order of its rows.
-const QStringList& workingTables() {
-    namespace table = store::table;
-    static const QStringList names = {table::cover.toString(), table::chapters.toString(),
-                                      table::headerFooter.toString(), table::pageSetup.toString()};
+QStringList tableNames() {
+    QStringList names;
+    for (const jet::TableDef& table : store::formatTables()) {
+        names << table.Name;
+    }
     return names;
 }
 
+// Those that hold one row or none.
+bool holdsOneRow(const QString& table) {
+    namespace name = store::table;
+    return table == name::selection || table == name::currentCustomPages || table == name::cover ||
+           table == name::headerFooter || table == name::pageSetup;
+}
+
 std::unique_ptr<jet::Recordset> rowsOf(Session& session, const QString& table) {
-    if (!workingTables().contains(table)) {
-        throw UsageError(
-            u"没有这个格式表：%1（有：%2）"_s.arg(table, workingTables().join(u"、"_s)));
+    if (!tableNames().contains(table)) {
+        throw UsageError(u"没有这个格式表：%1（有：%2）"_s.arg(table, tableNames().join(u"、"_s)));
     }
     return session.program().state().gDbBidSet->OpenRecordset(u"Select * from [%1]"_s.arg(table));
 }
@@ -50,17 +59,20 @@ QString rowAsText(const jet::Recordset& row) {
     return lines.join(u'\n');
 }
 
+void tell(Session& session, jet::Recordset& rows) {
+    QJsonArray json;
+    QStringList texts;
+    for (; !rows.Eof(); rows.MoveNext()) {
+        json.append(rowAsJson(rows));
+        texts << rowAsText(rows);
+    }
+    session.output().result(json, texts.join(u"\n\n"_s));
+}
+
 ExitStatus show(Session& session, const QStringList& words) {
     const Arguments arguments(words, {});
     arguments.expectPositions(1, 1);
-    const auto rows = rowsOf(session, arguments.position(0));
-    QJsonArray json;
-    QStringList texts;
-    for (; !rows->Eof(); rows->MoveNext()) {
-        json.append(rowAsJson(*rows));
-        texts << rowAsText(*rows);
-    }
-    session.output().result(json, texts.join(u"\n\n"_s));
+    tell(session, *rowsOf(session, arguments.position(0)));
     return ExitStatus::done;
 }
 
@@ -71,6 +83,28 @@ bool isWanted(const jet::Recordset& row, const QString& condition) {
            row.Get(condition.left(sign)).TextOrEmpty() == condition.mid(sign + 1);
 }
 
+// Opens the row that is meant for writing; a table of one row that has none gets it. False when
+// there is no such row.
+bool openRow(jet::Recordset& rows, const QString& table, const QString& condition) {
+    if (rows.Eof() && condition.isEmpty() && holdsOneRow(table)) {
+        rows.AddNew();
+        return true;
+    }
+    while (!rows.Eof() && !isWanted(rows, condition)) {
+        rows.MoveNext();
+    }
+    if (!rows.Eof()) {
+        rows.Edit();
+        return true;
+    }
+    return false;
+}
+
+ExitStatus refuse(Session& session, const QString& why) {
+    session.messages().tell(why, desktop::Icon::exclamation, u"提示"_s);
+    return ExitStatus::refused;
+}
+
 ExitStatus set(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{}, {u"--where"_s}});
     arguments.expectPositions(3, 3);
@@ -78,25 +112,49 @@ ExitStatus set(Session& session, const QStringList& words) {
     if (!condition.isEmpty() && !condition.contains(u'=')) {
         throw UsageError(u"--where 应写作 字段=值：%1"_s.arg(condition));
     }
-    const auto rows = rowsOf(session, arguments.position(0));
-    while (!rows->Eof() && !isWanted(*rows, condition)) {
-        rows->MoveNext();
+    const QString table = arguments.position(0);
+    const QString field = arguments.position(1);
+    const QString value = arguments.position(2);
+    const auto rows = rowsOf(session, table);
+    if (const QString problem = format::problemOf(table, field, value); !problem.isEmpty()) {
+        return refuse(session, problem);
     }
-    if (rows->Eof()) {
-        session.messages().tell(u"没有符合条件的行。"_s, desktop::Icon::exclamation, u"提示"_s);
-        return ExitStatus::refused;
+    if (!openRow(*rows, table, condition)) {
+        return refuse(session, u"没有符合条件的行。"_s);
     }
-    rows->Edit();
-    rows->Set(arguments.position(1), arguments.position(2));
+    format::setField(*rows, table, field, value);
     rows->Update();
+    if (rows->Eof()) {
+        rows->Requery();
+    }
     session.output().result(rowAsJson(*rows), {});
+    return ExitStatus::done;
+}
+
+// The plan becomes the open one, and the dialog is loaded as at its first show.
+ExitStatus load(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {});
+    arguments.expectPositions(1, 1);
+    ProgramRun& run = session.program();
+    openPlan(run, arguments.position(0));
+    run.frmBidSet().form();
+    const auto cover = rowsOf(session, store::table::cover.toString());
+    const QStringList names{cover->Get(store::field::projectName).TextOrEmpty(),
+                            cover->Get(store::field::officeName).TextOrEmpty()};
+    session.output().result(
+        QJsonObject{{store::field::projectName.toString(), names[0]},
+                    {store::field::officeName.toString(), names[1]},
+                    {store::field::rightAligned.toString(), store::yes.toString()}},
+        u"封面：%1，%2；目录页码右对齐"_s.arg(names[0], names[1]));
     return ExitStatus::done;
 }
 
 } // namespace
 
 std::vector<Command> formatCommands() {
-    return {{u"format show"_s, u"格式表"_s, u"显示一个格式表的各行"_s, show},
+    return {{u"format load"_s, u"方案"_s, u"打开格式设置：封面取方案的名称和单位，目录页码右对齐"_s,
+             load},
+            {u"format show"_s, u"格式表"_s, u"显示一个格式表的各行"_s, show},
             {u"format set"_s, u"格式表 [--where 字段=值] 字段 值"_s,
              u"改写第一行（或符合条件的行）的一个字段"_s, set}};
 }

@@ -4,7 +4,7 @@
 
 namespace qvnd::tools {
 
-// The commands on the working format tables: "format show", "format set".
+// The commands on the format tables: "format load", "format show", "format set".
 std::vector<Command> formatCommands();
 
 } // namespace qvnd::tools

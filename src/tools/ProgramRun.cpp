@@ -9,7 +9,9 @@ ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
     : home_(home), turn_(home),
       registry_(registry::RegistryFile::read(files::withSeparator(home) + "registry.reg")),
       word_(messages),
-      program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory(), longRun_}) {}
+      program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory(), longRun_}),
+      frmBidSet_(program_.state(),
+                 {messages, inputBoxes_, fileDialogs_, fonts_, shell_, word_.factory()}) {}
 
 bool ProgramRun::start() {
     startup::layOutProgramFolder(home_);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "format/frmBidSet.h"
 #include "platform/files/WorkSpaceTurn.h"
 #include "platform/registry/RegistryFile.h"
 #include "startup/Program.h"
@@ -28,6 +29,7 @@ public:
     desktop::SplashScreen& splash() { return splash_; }
     const outline::Services& services() const { return program_.services(); }
     GivenFile& fileDialogs() { return fileDialogs_; }
+    format::frmBidSet& frmBidSet() { return frmBidSet_; }
 
 private:
     QString home_;
@@ -39,6 +41,10 @@ private:
     NoLongRun longRun_;
     startup::WordProcessor word_;
     startup::Program program_;
+    NoFonts fonts_;
+    NoInputBoxes inputBoxes_;
+    NoShell shell_;
+    format::frmBidSet frmBidSet_;
 };
 
 } // namespace qvnd::tools

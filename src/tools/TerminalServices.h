@@ -2,7 +2,10 @@
 
 #include "platform/desktop/Events.h"
 #include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/Fonts.h"
+#include "platform/desktop/InputBoxes.h"
 #include "platform/desktop/LongRun.h"
+#include "platform/desktop/Shell.h"
 #include "platform/desktop/SplashScreen.h"
 
 #include <QString>
@@ -32,6 +35,28 @@ public:
     void next(const QString&) override {}
     bool isCancelled() override { return false; }
     void end() override {}
+};
+
+// A terminal offers no fonts for a choice, and so asks for no printer.
+class NoFonts : public desktop::Fonts {
+public:
+    bool hasPrinter() override { return true; }
+    QStringList printerFonts() override { return {}; }
+    QStringList screenFonts() override { return {}; }
+};
+
+// Names come on the command line; nobody is asked for one.
+class NoInputBoxes : public desktop::InputBoxes {
+public:
+    QString ask(const desktop::InputQuestion& /*question*/) override { return {}; }
+};
+
+// A command starts no other program.
+class NoShell : public desktop::Shell {
+public:
+    void run(const QString& /*program*/) override {}
+    void open(const QString& /*file*/) override {}
+    void openAsTemplate(const QString& /*file*/) override {}
 };
 
 // Answers with the file of the command line.
