@@ -37,6 +37,7 @@ class NoFiles : public desktop::FileDialogs {
 class NoShell : public desktop::Shell {
     void run(const QString&) override {}
     void open(const QString&) override {}
+    void openAsTemplate(const QString&) override {}
 };
 class NoWord : public word::ApplicationFactory {
     std::unique_ptr<word::Application> create() override { return nullptr; }

@@ -55,7 +55,7 @@ TEST_F(BidSetFormTest, WithoutAPrinterTheUserIsToldOnceAndTheScreensFontsServe) 
 }
 
 TEST_F(BidSetFormTest, TheSizeListHasThirtySevenEntriesThatAllHavePoints) {
-    const QStringList sizes = sizeList();
+    const QStringList& sizes = sizeList();
     ASSERT_EQ(sizes.size(), 37);
     EXPECT_EQ(sizes.first(), u"初号"_s);
     EXPECT_EQ(sizes.at(15), u"八号"_s);
