@@ -28,6 +28,7 @@ class Silence : public desktop::MessageBoxes,
                 public desktop::SplashScreen,
                 public desktop::FileDialogs,
                 public desktop::Events,
+                public desktop::LongRun,
                 public word::ApplicationFactory {
 public:
     desktop::Answer show(const desktop::Message& message) override {
@@ -39,6 +40,10 @@ public:
     void unload() override {}
     desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override { return {}; }
     void doEvents() override {}
+    void begin(const QString& /*title*/, int /*pieces*/) override {}
+    void next(const QString& /*text*/) override {}
+    bool isCancelled() override { return false; }
+    void end() override {}
     std::unique_ptr<word::Application> create() override { return nullptr; }
 };
 
@@ -116,7 +121,7 @@ private:
         QElapsedTimer clock;
         clock.start();
         const auto dropped = outline::OLEDragDrop(
-            state_, workbench_, {silence_, silence_, silence_, silence_, silence_},
+            state_, workbench_, {silence_, silence_, silence_, silence_, silence_, silence_},
             &workbench_.TrvCurrent.Item(target));
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         if (!dropped.done) {

@@ -6,10 +6,10 @@
 #include "outline/DeleteNode.h"
 #include "outline/DeleteTemplate.h"
 #include "outline/LibraryTree.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/RenameNode.h"
 #include "outline/StoreTemplate.h"
-#include "outline/TemplateLibrary.h"
 #include "outline/TreeLoading.h"
 #include "outline/TrvCurrentEvents.h"
 #include "outline/dlgAddDoc.h"
@@ -38,6 +38,7 @@ class Silence : public desktop::MessageBoxes,
                 public desktop::SplashScreen,
                 public desktop::FileDialogs,
                 public desktop::Events,
+                public desktop::LongRun,
                 public word::ApplicationFactory,
                 public preview::DocumentPreview {
 public:
@@ -58,6 +59,10 @@ public:
         return {chosen, QFileInfo(chosen).fileName()};
     }
     void doEvents() override {}
+    void begin(const QString& /*title*/, int /*pieces*/) override {}
+    void next(const QString& /*text*/) override {}
+    bool isCancelled() override { return false; }
+    void end() override {}
     std::unique_ptr<word::Application> create() override { return nullptr; }
 
     QString chosen;
@@ -190,7 +195,7 @@ private:
     modMain state_;
     outline::Workbench workbench_;
     Silence silence_;
-    outline::Services services_{silence_, silence_, silence_, silence_, silence_};
+    outline::Services services_{silence_, silence_, silence_, silence_, silence_, silence_};
 };
 
 struct Times {

@@ -40,6 +40,7 @@ class Silence : public desktop::MessageBoxes,
                 public desktop::SplashScreen,
                 public desktop::FileDialogs,
                 public desktop::Events,
+                public desktop::LongRun,
                 public desktop::WordProcessorWindows,
                 public word::ApplicationFactory,
                 public preview::DocumentPreview,
@@ -54,6 +55,10 @@ public:
     void hide() override {}
     desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override { return {}; }
     void doEvents() override {}
+    void begin(const QString& /*title*/, int /*pieces*/) override {}
+    void next(const QString& /*text*/) override {}
+    bool isCancelled() override { return false; }
+    void end() override {}
     bool isOpenIn(const QStringList& /*folders*/) override { return false; }
     std::unique_ptr<word::Application> create() override { return nullptr; }
     void showHourglass() override {}
@@ -158,7 +163,7 @@ private:
     modMain state_;
     outline::Workbench workbench_;
     Silence silence_;
-    outline::Services services_{silence_, silence_, silence_, silence_, silence_};
+    outline::Services services_{silence_, silence_, silence_, silence_, silence_, silence_};
 };
 
 struct Times {

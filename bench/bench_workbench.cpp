@@ -42,6 +42,12 @@ class NoFiles : public desktop::FileDialogs {
 class NoEvents : public desktop::Events {
     void doEvents() override {}
 };
+class NoLongRun : public desktop::LongRun {
+    void begin(const QString&, int) override {}
+    void next(const QString&) override {}
+    bool isCancelled() override { return false; }
+    void end() override {}
+};
 class NoWord : public word::ApplicationFactory {
     std::unique_ptr<word::Application> create() override { return nullptr; }
 };
@@ -51,11 +57,13 @@ class NoPreview : public preview::DocumentPreview {
 };
 class NoFrame : public outline::WorkbenchFrame {
     void showPlanEditor() override {}
+    void openDocument(const QString&) override {}
     void arrangeCascade() override {}
     void arrangeTile() override {}
     void showHelpContents() override {}
     void showHelpIndex() override {}
     void showAbout() override {}
+    void showStatus(const QString&) override {}
     void endAtOnce() override {}
     void exit() override {}
 };
@@ -86,8 +94,12 @@ public:
 
     std::unique_ptr<outline::frmBid> window() {
         auto* fraSee = new outline::PreviewFrame(*new QWidget, preview_);
-        return std::make_unique<outline::frmBid>(outline::frmBid::Parts{
-            state, *workbench, {messages_, splash_, files_, events_, word_}, frame_, *fraSee});
+        return std::make_unique<outline::frmBid>(
+            outline::frmBid::Parts{state,
+                                   *workbench,
+                                   {messages_, splash_, files_, events_, word_, longRun_},
+                                   frame_,
+                                   *fraSee});
     }
 
     modMain state;
@@ -133,6 +145,7 @@ private:
     NoFiles files_;
     NoEvents events_;
     NoWord word_;
+    NoLongRun longRun_;
     NoPreview preview_;
     NoFrame frame_;
 };
