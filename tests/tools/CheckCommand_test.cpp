@@ -47,7 +47,7 @@ protected:
     // "key kind" of each finding.
     QStringList kinds() const {
         QStringList lines;
-        for (const QJsonValue& finding : QJsonDocument::fromJson(out.toUtf8()).array()) {
+        for (const auto& finding : QJsonDocument::fromJson(out.toUtf8()).array()) {
             lines << finding[u"key"_s].toString() + u' ' + finding[u"kind"_s].toString();
         }
         return lines;
