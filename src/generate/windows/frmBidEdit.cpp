@@ -12,6 +12,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/WorkSpaceTurn.h"
 
+#include <QAbstractItemModel>
 #include <QHash>
 #include <QShortcut>
 
@@ -53,7 +54,13 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
     applyCommands();
 }
 
-frmBidEdit::~frmBidEdit() = default;
+// The view and its model read the tree of edit_, which goes with the members and so before the
+// children.
+frmBidEdit::~frmBidEdit() {
+    const QAbstractItemModel* model = TrvEdit_->model();
+    delete TrvEdit_;
+    delete model;
+}
 
 QSize frmBidEdit::sizeHint() const { return usualSize; }
 
