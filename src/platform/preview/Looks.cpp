@@ -26,7 +26,7 @@ constexpr double farthest = 1584; // no indent or space is larger than the large
 double bounded(double points) { return std::clamp(points, -farthest, farthest); }
 
 // In points, or in hundredths of a character, which count when they are there.
-double indentOf(const StyleLook& look, SprmOpcode inTwips, SprmOpcode inCharacters) {
+double indentOf(const ResolvedProperties& look, SprmOpcode inTwips, SprmOpcode inCharacters) {
     const auto characters = settingOf(look, inCharacters);
     if (characters && signedNumberOf(*characters) != 0) {
         return bounded(signedNumberOf(*characters) / 100.0 * ordinarySize);
@@ -49,7 +49,7 @@ Alignment alignmentOf(std::uint32_t jc) {
 }
 
 // LSPD, [MS-DOC] 2.9.134.
-void readSpacing(const StyleLook& look, ParagraphLook& result) {
+void readSpacing(const ResolvedProperties& look, ParagraphLook& result) {
     constexpr double singleLine = 240;
     constexpr double mostLines = 20;
     const std::uint32_t lspd = numberOf(look, sprm::PDyaLine, 0x000100F0);
@@ -65,7 +65,7 @@ void readSpacing(const StyleLook& look, ParagraphLook& result) {
     result.line = bounded(std::abs(line) / twipsPerPoint);
 }
 
-void readTabStops(const StyleLook& look, ParagraphLook& result) {
+void readTabStops(const ResolvedProperties& look, ParagraphLook& result) {
     constexpr unsigned kindMask = 7; // TBD.jc
     for (const auto& [position, tbd] : look.tabStops()) {
         const unsigned kind = tbd & kindMask;
@@ -76,7 +76,7 @@ void readTabStops(const StyleLook& look, ParagraphLook& result) {
     }
 }
 
-ParagraphLook paragraphLookOf(const StyleLook& look) {
+ParagraphLook paragraphLookOf(const ResolvedProperties& look) {
     constexpr unsigned levels = 9;
     ParagraphLook result;
     result.alignment = alignmentOf(numberOf(look, sprm::PJc80, 0));
@@ -96,7 +96,7 @@ ParagraphLook paragraphLookOf(const StyleLook& look) {
     return result;
 }
 
-std::optional<std::uint32_t> textColour(const StyleLook& look) {
+std::optional<std::uint32_t> textColour(const ResolvedProperties& look) {
     const auto entry = settingOf(look, sprm::CIco);
     if (!entry) {
         return std::nullopt;
@@ -105,7 +105,7 @@ std::optional<std::uint32_t> textColour(const StyleLook& look) {
                                        : colourOfReference(numberOf(*entry));
 }
 
-TextLook textLookOf(const StyleLook& look) {
+TextLook textLookOf(const ResolvedProperties& look) {
     constexpr double smallest = 1;
     constexpr double largest = 1638;
     TextLook result;
@@ -146,18 +146,18 @@ Looks::Looks(const DocumentTables& tables, std::vector<TextLook>& looks)
 const Looks::OfParagraph& Looks::paragraph(StyleIndex style, PropertyListId properties) {
     const auto [at, isNew] = paragraphs_.try_emplace({style, properties});
     if (isNew) {
-        StyleLook look = styles_.paragraph(style);
+        ResolvedProperties look = styles_.paragraph(style);
         look.lay(tables_.lists[properties], levels_);
         at->second = {paragraphLookOf(look), look.list(), look.listLevel()};
     }
     return at->second;
 }
 
-StyleLook Looks::resolved(StyleIndex paragraphStyle, PropertyListId properties) {
+ResolvedProperties Looks::resolved(StyleIndex paragraphStyle, PropertyListId properties) {
     const ByteView own = tables_.lists[properties];
     const auto named = findSprm(own, sprm::CIstd);
     const auto style = named ? static_cast<StyleIndex>(numberOf(*named)) : StyleDefinition::none;
-    StyleLook look = styles_.character(paragraphStyle, style);
+    ResolvedProperties look = styles_.character(paragraphStyle, style);
     look.lay(own, levels_);
     return look;
 }
@@ -174,7 +174,7 @@ std::size_t Looks::label(StyleIndex paragraphStyle, PropertyListId properties,
                          PropertyListId level) {
     const auto [at, isNew] = labels_.try_emplace({{paragraphStyle, properties}, level});
     if (isNew) {
-        StyleLook look = resolved(paragraphStyle, properties);
+        ResolvedProperties look = resolved(paragraphStyle, properties);
         look.lay(tables_.lists[level], levels_);
         at->second = keep(look, {});
         looks_[at->second].underlined = isSet(tables_.lists[level], sprm::CKul);
@@ -183,7 +183,7 @@ std::size_t Looks::label(StyleIndex paragraphStyle, PropertyListId properties,
     return at->second;
 }
 
-std::size_t Looks::keep(const StyleLook& look, ByteView own) {
+std::size_t Looks::keep(const ResolvedProperties& look, ByteView own) {
     TextLook result = textLookOf(look);
     const QString western = fontName(numberOf(look, sprm::CRgFtc0, 0));
     const QString chinese = fontName(numberOf(look, sprm::CRgFtc1, 0));

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/preview/DocumentReading.h"
-#include "platform/preview/ListNumbers.h"
 #include "platform/word/docfile/document/DocumentTables.h"
-#include "platform/word/engine/StyleLooks.h"
+#include "platform/word/formatting/ListNumbers.h"
+#include "platform/word/formatting/StyleResolver.h"
 
 #include <map>
 
@@ -32,13 +32,14 @@ public:
     QString fontName(std::uint32_t index) const;
 
 private:
-    word::StyleLook resolved(word::StyleIndex paragraphStyle, word::PropertyListId properties);
-    std::size_t keep(const word::StyleLook& look, word::ByteView own);
+    word::ResolvedProperties resolved(word::StyleIndex paragraphStyle,
+                                      word::PropertyListId properties);
+    std::size_t keep(const word::ResolvedProperties& look, word::ByteView own);
 
     const word::DocumentTables& tables_;
     std::vector<TextLook>& looks_;
     word::ListLevels levels_;
-    word::StyleLooks styles_;
+    word::StyleResolver styles_;
     using Key = std::pair<word::StyleIndex, word::PropertyListId>;
     std::map<Key, OfParagraph> paragraphs_;
     std::map<Key, std::size_t> texts_;

@@ -35,7 +35,8 @@ std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
 
 } // namespace
 
-std::optional<word::SprmView> settingOf(const word::StyleLook& look, word::SprmOpcode property) {
+std::optional<word::SprmView> settingOf(const word::ResolvedProperties& look,
+                                        word::SprmOpcode property) {
     const word::Bytes* entries = look.find(property);
     if (entries == nullptr) {
         return std::nullopt;
@@ -56,13 +57,13 @@ std::int16_t signedNumberOf(const word::SprmView& entry) {
     return static_cast<std::int16_t>(numberOf(entry));
 }
 
-std::uint32_t numberOf(const word::StyleLook& look, word::SprmOpcode property,
+std::uint32_t numberOf(const word::ResolvedProperties& look, word::SprmOpcode property,
                        std::uint32_t otherwise) {
     const auto entry = settingOf(look, property);
     return entry ? numberOf(*entry) : otherwise;
 }
 
-double pointsOf(const word::StyleLook& look, word::SprmOpcode property) {
+double pointsOf(const word::ResolvedProperties& look, word::SprmOpcode property) {
     const auto entry = settingOf(look, property);
     return entry ? signedNumberOf(*entry) / twipsPerPoint : 0;
 }

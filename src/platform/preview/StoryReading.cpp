@@ -2,9 +2,9 @@
 
 #include "platform/preview/PictureReading.h"
 #include "platform/preview/Settings.h"
-#include "platform/preview/Symbols.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/SectionShape.h"
 
 #include <algorithm>
@@ -116,13 +116,14 @@ void StoryReading::label(Paragraph& paragraph, const word::ParagraphRun& run,
     }
     const auto markProperties = runAt(runStart_).properties;
     paragraph.label.look = context_.looks.label(run.style, markProperties, found->characters);
-    const QStringList& fonts = context_.reading.looks[paragraph.label.look].fonts;
-    for (const QChar c : found->text) {
-        const bool isSymbol = c.unicode() >= privateArea || isSymbolFont(fonts.first());
-        paragraph.label.text += isSymbol ? symbolAsText(c.unicode(), fonts.first()) : c;
+    const std::u16string font =
+        context_.reading.looks[paragraph.label.look].fonts.first().toStdU16String();
+    for (const char16_t c : found->text) {
+        const bool isSymbol = c >= privateArea || word::isSymbolFont(font);
+        paragraph.label.text += QChar(isSymbol ? word::symbolAsText(c, font) : c);
     }
-    if (!found->follows.isNull()) {
-        paragraph.label.text += found->follows;
+    if (found->follows != 0) {
+        paragraph.label.text += QChar(found->follows);
     }
 }
 
@@ -187,7 +188,7 @@ void StoryReading::takeCharacter(word::Cp at, const word::ParagraphRun& run) {
     } else if (c == symbolCharacter) {
         append(symbol(properties), look);
     } else if (c >= privateArea && c < privateArea + 0x100) {
-        append(symbolAsText(c, text.fonts.first()), look);
+        append(word::symbolAsText(c, text.fonts.first().toStdU16String()), look);
     } else if (c >= firstPrintable || c == tab) {
         append(text.capitals ? QChar(c).toUpper() : QChar(c), look);
     }
@@ -248,7 +249,7 @@ char16_t StoryReading::symbol(word::PropertyListId properties) const {
     }
     word::LittleEndianReader reader(entry->operand, "sprmCSymbol");
     const unsigned font = reader.u16();
-    return symbolAsText(reader.u16(), context_.looks.fontName(font)).unicode();
+    return word::symbolAsText(reader.u16(), context_.looks.fontName(font).toStdU16String());
 }
 
 // Form fields and hyperlinks keep data behind the same character.

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/preview/BlockStack.h"
-#include "platform/preview/ListNumbers.h"
 #include "platform/preview/Looks.h"
 #include "platform/preview/OwnReading.h"
 #include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/formatting/ListNumbers.h"
 
 #include <map>
 #include <vector>
@@ -20,7 +20,7 @@ struct ReadingContext {
     const word::DocumentData& document;
     DocumentReading& reading;
     Looks looks;
-    ListNumbers numbers;
+    word::ListNumbers numbers;
     word::TablePlaces places;
     std::map<std::uint32_t, std::optional<std::size_t>> pictures; // by blob
 };

@@ -1,6 +1,6 @@
 #include "platform/word/engine/BookmarkNames.h"
 
-#include "platform/word/engine/NameFolding.h"
+#include "platform/word/formatting/NameFolding.h"
 
 namespace qvnd::word {
 

@@ -1,9 +1,9 @@
 #include "platform/word/engine/ContentsEntries.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/BuiltInStyles.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StyleLookup.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
 #include <algorithm>
 #include <map>

@@ -8,10 +8,10 @@
 #include "platform/word/engine/FieldCodes.h"
 #include "platform/word/engine/ImportTables.h"
 #include "platform/word/engine/LeftOut.h"
-#include "platform/word/engine/NameFolding.h"
 #include "platform/word/engine/StoryEdits.h"
 #include "platform/word/engine/TextBoxPlacing.h"
 #include "platform/word/engine/TextImport.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,10 +1,10 @@
 #include "platform/word/engine/EngineStyles.h"
 
-#include "platform/word/engine/BuiltInStyles.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
 #include "platform/word/engine/StyleLookup.h"
 #include "platform/word/engine/TemplateStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
 namespace qvnd::word {
 

@@ -1,7 +1,7 @@
 #include "platform/word/engine/FieldCodes.h"
 
 #include "platform/word/docfile/text/Fields.h"
-#include "platform/word/engine/NameFolding.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "platform/word/engine/Fonts.h"
 
 #include "platform/word/docfile/styles/FontTable.h"
-#include "platform/word/engine/NameFolding.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "platform/word/engine/ListImport.h"
 
-#include "platform/word/engine/ListMembership.h"
+#include "platform/word/formatting/ListMembership.h"
 
 #include <algorithm>
 

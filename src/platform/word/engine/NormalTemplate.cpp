@@ -2,10 +2,10 @@
 
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/BuiltInStyles.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StoryBuilder.h"
 #include "platform/word/engine/TemplateStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
 #include <memory>
 

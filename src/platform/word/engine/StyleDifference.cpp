@@ -1,8 +1,8 @@
 #include "platform/word/engine/StyleDifference.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/ListMembership.h"
-#include "platform/word/engine/StyleProperties.h"
+#include "platform/word/formatting/ListMembership.h"
+#include "platform/word/formatting/StyleProperties.h"
 
 #include <algorithm>
 #include <array>
@@ -105,7 +105,7 @@ void appendTabChange(Bytes& list, const std::vector<std::int16_t>& taken,
 
 } // namespace
 
-StyleDifference::StyleDifference(const StyleLook& source, const StyleLook& target)
+StyleDifference::StyleDifference(const ResolvedProperties& source, const ResolvedProperties& target)
     : sourceTabs_(source.tabStops()), targetTabs_(target.tabStops()),
       setByListLevel_(source.setByListLevel()) {
     for (const auto& [property, entries] : source.entries()) {
@@ -132,7 +132,8 @@ StyleDifference::StyleDifference(const StyleLook& source, const StyleLook& targe
     addListMembership(source, target);
 }
 
-void StyleDifference::addListMembership(const StyleLook& source, const StyleLook& target) {
+void StyleDifference::addListMembership(const ResolvedProperties& source,
+                                        const ResolvedProperties& target) {
     if (source.list() == target.list()) {
         entries_.erase(sprm::PIlfo);
         return;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/StyleLook.h"
+#include "platform/word/formatting/ResolvedProperties.h"
 
 #include <map>
 
@@ -11,7 +11,7 @@ namespace qvnd::word {
 // source that it had. Both looks are in terms of the target's tables.
 class StyleDifference {
 public:
-    StyleDifference(const StyleLook& source, const StyleLook& target);
+    StyleDifference(const ResolvedProperties& source, const ResolvedProperties& target);
 
     // Whether the styles look alike.
     bool empty() const {
@@ -27,7 +27,7 @@ public:
 private:
     using Entries = std::map<SprmOpcode, Bytes>;
 
-    void addListMembership(const StyleLook& source, const StyleLook& target);
+    void addListMembership(const ResolvedProperties& source, const ResolvedProperties& target);
     Entries entriesUnder(const ParsedSprms& direct, ListLevels& levels) const;
     Bytes resolved(const SprmView& entry) const;
     void appendTabs(Bytes& list, const ParsedSprms& direct, ListLevels& levels) const;

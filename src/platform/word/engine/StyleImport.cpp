@@ -1,6 +1,6 @@
 #include "platform/word/engine/StyleImport.h"
 
-#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
 #include <algorithm>
 

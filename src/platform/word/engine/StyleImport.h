@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
-#include "platform/word/engine/ListMembership.h"
 #include "platform/word/engine/PropertyRewriter.h"
 #include "platform/word/engine/StyleDifference.h"
-#include "platform/word/engine/StyleLooks.h"
 #include "platform/word/engine/StyleMatch.h"
+#include "platform/word/formatting/ListMembership.h"
+#include "platform/word/formatting/StyleResolver.h"
 
 #include <map>
 #include <optional>
@@ -58,8 +58,8 @@ private:
     ImportReferences& references_;
     ListLevels levels_; // of the target
     StyleMatch match_;
-    StyleLooks sourceLooks_;
-    StyleLooks targetLooks_;
+    StyleResolver sourceLooks_;
+    StyleResolver targetLooks_;
     std::vector<std::optional<StyleIndex>> places_; // by istd of the source
     std::set<StyleIndex> brought_;                  // istds of the source
     std::set<StyleIndex> underWay_;

@@ -1,8 +1,8 @@
 #include "platform/word/engine/StyleLookup.h"
 
-#include "platform/word/engine/BuiltInStyles.h"
-#include "platform/word/engine/NameFolding.h"
 #include "platform/word/engine/SectionProperties.h"
+#include "platform/word/formatting/BuiltInStyles.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "platform/word/engine/StyleMatch.h"
 
 #include "platform/error/Utf8.h"
-#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
 namespace qvnd::word {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
-#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
 namespace qvnd::word {
 

@@ -1,7 +1,7 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/engine/ImportFixture.h"
-#include "platform/word/engine/StyleProperties.h"
+#include "platform/word/formatting/StyleProperties.h"
 #include "support/Corpus.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ public:
               [&](PropertyListId id) { return tables.lists[id]; }, levels_) {}
 
     Description paragraph(const ParagraphRun& run) {
-        StyleLook look = styles_.paragraph(run.style);
+        ResolvedProperties look = styles_.paragraph(run.style);
         look.lay(tables_.lists[run.properties], levels_);
         Description result = described(look);
         for (const auto& [position, tbd] : look.tabStops()) {
@@ -53,13 +53,14 @@ public:
         }
         const bool valid = above < tables_.styles.styles.size() && tables_.styles.styles[above] &&
                            tables_.styles.styles[above]->kind == StyleKind::character;
-        StyleLook look = styles_.character(paragraph, valid ? above : StyleDefinition::none);
+        ResolvedProperties look =
+            styles_.character(paragraph, valid ? above : StyleDefinition::none);
         look.lay(tables_.lists[list], levels_);
         return described(look);
     }
 
 private:
-    Description described(const StyleLook& look) {
+    Description described(const ResolvedProperties& look) {
         Description result;
         for (const auto& [property, entries] : look.entries()) {
             // Of several spellings the last has the word.
@@ -77,7 +78,7 @@ private:
         }
         return result;
     }
-    std::string valueOf(const SprmView& entry, const StyleLook& look) {
+    std::string valueOf(const SprmView& entry, const ResolvedProperties& look) {
         const unsigned index =
             entry.operand.size() < 2
                 ? 0U
@@ -122,7 +123,7 @@ private:
 
     const DocumentTables& tables_;
     ListLevels levels_;
-    StyleLooks styles_;
+    StyleResolver styles_;
 };
 
 std::optional<DocumentData> readable(const std::filesystem::path& file) {

@@ -3,9 +3,9 @@
 #include "platform/word/docfile/document/DocumentData.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/BuiltInStyles.h"
 #include "platform/word/engine/DocumentImport.h"
-#include "platform/word/engine/StyleLooks.h"
+#include "platform/word/formatting/BuiltInStyles.h"
+#include "platform/word/formatting/StyleResolver.h"
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #include "platform/word/engine/StyleDifference.h"
 
 #include "platform/word/engine/ImportFixture.h"
-#include "platform/word/engine/ListMembership.h"
-#include "platform/word/engine/StyleProperties.h"
+#include "platform/word/formatting/ListMembership.h"
+#include "platform/word/formatting/StyleProperties.h"
 
 #include <gtest/gtest.h>
 
@@ -16,8 +16,8 @@ protected:
     DocumentTables tables;
     ListLevels levels{tables};
 
-    StyleLook look(const Bytes& list) {
-        StyleLook result;
+    ResolvedProperties look(const Bytes& list) {
+        ResolvedProperties result;
         result.lay(list, levels);
         return result;
     }
@@ -103,7 +103,7 @@ TEST_F(StyleDifferences, AnOlderSpellingOfTheSamePropertyHasTheLastWordToo) {
 }
 
 TEST_F(StyleDifferences, ALaterLayerReplacesEverySpellingOfAnEarlierOne) {
-    StyleLook look = this->look(sprm8(sprm::CIco, 2) + sprm32(sprm::CCv, 0x00FF0000));
+    ResolvedProperties look = this->look(sprm8(sprm::CIco, 2) + sprm32(sprm::CCv, 0x00FF0000));
     look.lay(sprm8(sprm::CIco, 6), levels);
     EXPECT_EQ(*look.find(sprm::CIco), sprm8(sprm::CIco, 6));
 }
@@ -131,7 +131,7 @@ TEST_F(StyleDifferences, AToggleLeansOnWhereTheStylesAgree) {
 }
 
 TEST_F(StyleDifferences, AToggleInALayerIsResolvedAgainstTheLayersBelow) {
-    StyleLook look = this->look(sprm8(sprm::CFBold, 1));
+    ResolvedProperties look = this->look(sprm8(sprm::CFBold, 1));
     look.lay(sprm8(sprm::CFBold, 0x81), levels);
     EXPECT_FALSE(look.toggle(sprm::CFBold));
     look.lay(sprm8(sprm::CFBold, 0x80), levels);
@@ -168,7 +168,7 @@ TEST_F(StyleDifferences, MoreTabStopsThanOneEntryHoldsTakeTwo) {
     for (int i = 1; i <= 60; ++i) {
         stops[static_cast<std::int16_t>(i * 100)] = 0;
     }
-    StyleLook result = look(under(tabs({}, many), {}));
+    ResolvedProperties result = look(under(tabs({}, many), {}));
     EXPECT_EQ(result.tabStops(), stops);
 }
 
@@ -195,7 +195,8 @@ TEST_F(StyleDifferences, ADirectListKeepsTheIndentsOfItsLevel) {
 
 TEST_F(StyleDifferences, IndentsInTheStyleItselfGoOverThoseOfItsList) {
     const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420));
-    const StyleLook styled = look(sprm16(sprm::PIlfo, list) + sprm16(sprm::PDxaLeft80, 777));
+    const ResolvedProperties styled =
+        look(sprm16(sprm::PIlfo, list) + sprm16(sprm::PDxaLeft80, 777));
     EXPECT_EQ(*styled.find(sprm::PDxaLeft80), sprm16(sprm::PDxaLeft80, 777));
 }
 
@@ -213,7 +214,7 @@ TEST_F(StyleDifferences, WhatStoodBeforeATrackedChangeLeansOnTheSourcesStyleToo)
 TEST_F(StyleDifferences, ADirectListThatIsSwitchedOffTakesItsIndentsAlong) {
     const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420) + tabs({}, {420}));
     const Bytes source = sprm16(sprm::PIlfo, list);
-    const StyleLook off = look(under(source, {}, sprm16(sprm::PIlfo, 0)));
+    const ResolvedProperties off = look(under(source, {}, sprm16(sprm::PIlfo, 0)));
     EXPECT_EQ(off.list(), 0);
     EXPECT_TRUE(off.tabStops().empty());
     EXPECT_EQ(operand16(under(source, {}, sprm16(sprm::PIlfo, 0)), sprm::PDxaLeft80), 0);
@@ -221,7 +222,7 @@ TEST_F(StyleDifferences, ADirectListThatIsSwitchedOffTakesItsIndentsAlong) {
 
 TEST_F(StyleDifferences, ALayerThatLeavesTheListTakesBackWhatItsLevelDid) {
     const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420) + tabs({}, {420}));
-    StyleLook styled = look(sprm16(sprm::PIlfo, list) + sprm8(sprm::PJc80, 1));
+    ResolvedProperties styled = look(sprm16(sprm::PIlfo, list) + sprm8(sprm::PJc80, 1));
     styled.lay(sprm16(sprm::PIlfo, 0), levels);
     EXPECT_EQ(styled.find(sprm::PDxaLeft80), nullptr);
     EXPECT_TRUE(styled.tabStops().empty());

@@ -1,4 +1,4 @@
-#include "platform/word/engine/ListMembership.h"
+#include "platform/word/formatting/ListMembership.h"
 
 namespace qvnd::word {
 

@@ -1,10 +1,10 @@
-#include "platform/preview/ListNumbers.h"
+#include "platform/word/formatting/ListNumbers.h"
 
-#include "platform/preview/NumberForms.h"
+#include "platform/word/formatting/NumberForms.h"
 
 #include <algorithm>
 
-namespace qvnd::preview {
+namespace qvnd::word {
 
 namespace {
 
@@ -24,25 +24,23 @@ constexpr int highest = 0x7FFFFFF0;
 constexpr std::uint32_t levelMask = 0x0F;
 constexpr std::uint32_t startFlag = 0x10;
 
-unsigned formOf(const word::ListLevel& level) { return level.head[formAt]; }
+unsigned formOf(const ListLevel& level) { return level.head[formAt]; }
 
-int ownStart(const word::ListLevel& level) {
-    return word::LittleEndianReader(level.head, "LVLF").i32();
-}
+int ownStart(const ListLevel& level) { return LittleEndianReader(level.head, "LVLF").i32(); }
 
-QChar followerOf(const word::ListLevel& level) {
+char16_t followerOf(const ListLevel& level) {
     switch (level.head[followsAt]) {
     case 0:
         return u'\t';
     case 1:
         return u' ';
     default:
-        return {};
+        return 0;
     }
 }
 
 // Whether a paragraph of a higher level makes this one count from its start again.
-bool restartsAfter(const word::ListLevel& level, std::uint8_t higher) {
+bool restartsAfter(const ListLevel& level, std::uint8_t higher) {
     const bool limited = (level.head[flagsAt] & noRestartFlag) != 0;
     return !limited || higher < level.head[restartLimitAt];
 }
@@ -50,15 +48,15 @@ bool restartsAfter(const word::ListLevel& level, std::uint8_t higher) {
 } // namespace
 
 bool ListNumbers::overridesStart(std::uint16_t ilfo, std::uint8_t ilvl) const {
-    const auto& levels = tables_.listOverrides[word::listIndexOf(ilfo) - 1U].levels;
-    return std::any_of(levels.begin(), levels.end(), [&](const word::ListLevelOverride& level) {
+    const auto& levels = tables_.listOverrides[listIndexOf(ilfo) - 1U].levels;
+    return std::any_of(levels.begin(), levels.end(), [&](const ListLevelOverride& level) {
         return (level.flags & levelMask) == ilvl && (level.flags & startFlag) != 0;
     });
 }
 
 int ListNumbers::startOf(std::uint16_t ilfo, std::uint8_t ilvl) {
-    const word::ListLevel* level = levels_.level(ilfo, ilvl);
-    for (const auto& overriding : tables_.listOverrides[word::listIndexOf(ilfo) - 1U].levels) {
+    const ListLevel* level = levels_.level(ilfo, ilvl);
+    for (const auto& overriding : tables_.listOverrides[listIndexOf(ilfo) - 1U].levels) {
         if ((overriding.flags & levelMask) == ilvl && (overriding.flags & startFlag) != 0) {
             return overriding.level && level == &*overriding.level ? ownStart(*level)
                                                                    : overriding.startAt;
@@ -73,45 +71,44 @@ void ListNumbers::count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl) {
     const bool starts = !own || (first && overridesStart(ilfo, ilvl));
     own = starts ? startOf(ilfo, ilvl) : std::min(*own, highest) + 1;
     for (std::uint8_t deeper = ilvl + 1; deeper < deepest; ++deeper) {
-        const word::ListLevel* level = levels_.level(ilfo, deeper);
+        const ListLevel* level = levels_.level(ilfo, deeper);
         if (level != nullptr && restartsAfter(*level, ilvl)) {
             counts.at(deeper).reset();
         }
     }
 }
 
-QString ListNumbers::composed(const word::ListLevel& level, Counts& counts, std::uint16_t ilfo) {
+std::u16string ListNumbers::composed(const ListLevel& level, Counts& counts, std::uint16_t ilfo) {
     const bool digitsOnly = (level.head[flagsAt] & legalFlag) != 0;
-    QString text;
+    std::u16string text;
     for (const char16_t c : level.text) {
         if (c >= deepest) {
-            text += QChar(c);
+            text += c;
             continue;
         }
         const auto place = static_cast<std::uint8_t>(c);
-        const word::ListLevel* shown = levels_.level(ilfo, place);
+        const ListLevel* shown = levels_.level(ilfo, place);
         if (!counts.at(place)) {
             counts.at(place) = startOf(ilfo, place);
         }
         const unsigned form = shown != nullptr && !digitsOnly ? formOf(*shown) : 0;
-        text += form == noForm ? QString() : numberInForm(*counts.at(place), form);
+        text += form == noForm ? std::u16string() : numberInForm(*counts.at(place), form);
     }
     return text;
 }
 
 std::optional<ListLabel> ListNumbers::next(std::uint16_t ilfo, std::uint8_t ilvl) {
-    const word::ListLevel* level = ilvl < deepest ? levels_.level(ilfo, ilvl) : nullptr;
-    if (level == nullptr || ilfo > word::lastListIndex) {
+    const ListLevel* level = ilvl < deepest ? levels_.level(ilfo, ilvl) : nullptr;
+    if (level == nullptr || ilfo > lastListIndex) {
         return std::nullopt;
     }
-    Counts& counts = counts_[tables_.listOverrides[word::listIndexOf(ilfo) - 1U].lsid];
+    Counts& counts = counts_[tables_.listOverrides[listIndexOf(ilfo) - 1U].lsid];
     count(counts, ilfo, ilvl);
     ListLabel label;
-    label.text = formOf(*level) == bulletForm ? QString::fromStdU16String(level->text)
-                                              : composed(*level, counts, ilfo);
+    label.text = formOf(*level) == bulletForm ? level->text : composed(*level, counts, ilfo);
     label.follows = followerOf(*level);
     label.characters = level->character;
-    return label.text.isEmpty() ? std::nullopt : std::optional(label);
+    return label.text.empty() ? std::nullopt : std::optional(label);
 }
 
-} // namespace qvnd::preview
+} // namespace qvnd::word

@@ -1,15 +1,16 @@
-#include "platform/word/engine/StyleLooks.h"
+#include "platform/word/formatting/StyleResolver.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/BuiltInStyles.h"
-#include "platform/word/engine/StyleProperties.h"
+#include "platform/word/formatting/BuiltInStyles.h"
+#include "platform/word/formatting/StyleProperties.h"
 
 #include <algorithm>
 
 namespace qvnd::word {
 
-StyleLooks::StyleLooks(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
-                       ListOf listOf, ListLevels& levels)
+StyleResolver::StyleResolver(const StyleSheet& sheet,
+                             const std::array<std::uint16_t, 4>& defaultFonts, ListOf listOf,
+                             ListLevels& levels)
     : sheet_(sheet), listOf_(std::move(listOf)), levels_(levels) {
     constexpr std::array<SprmOpcode, 4> fonts{sprm::CRgFtc0, sprm::CRgFtc1, sprm::CRgFtc2,
                                               sprm::CFtcBi};
@@ -18,13 +19,13 @@ StyleLooks::StyleLooks(const StyleSheet& sheet, const std::array<std::uint16_t, 
     }
 }
 
-const StyleDefinition* StyleLooks::definition(StyleIndex style, StyleKind kind) const {
+const StyleDefinition* StyleResolver::definition(StyleIndex style, StyleKind kind) const {
     const bool there =
         style < sheet_.styles.size() && sheet_.styles[style] && sheet_.styles[style]->kind == kind;
     return there ? &*sheet_.styles[style] : nullptr;
 }
 
-std::vector<StyleIndex> StyleLooks::chain(StyleIndex style, StyleKind kind) const {
+std::vector<StyleIndex> StyleResolver::chain(StyleIndex style, StyleKind kind) const {
     std::vector<StyleIndex> result;
     std::set<StyleIndex> seen;
     while (definition(style, kind) != nullptr && seen.insert(style).second) {
@@ -35,11 +36,11 @@ std::vector<StyleIndex> StyleLooks::chain(StyleIndex style, StyleKind kind) cons
     return result;
 }
 
-const StyleLook& StyleLooks::paragraph(StyleIndex style) {
+const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
     if (const auto known = paragraphs_.find(style); known != paragraphs_.end()) {
         return known->second;
     }
-    StyleLook look;
+    ResolvedProperties look;
     for (const StyleIndex layer : chain(style, StyleKind::paragraph)) {
         const StyleDefinition& definition = *sheet_.styles[layer];
         if (definition.sti >= sti::heading1 && definition.sti < sti::heading1 + 9) {
@@ -51,12 +52,13 @@ const StyleLook& StyleLooks::paragraph(StyleIndex style) {
     return paragraphs_.emplace(style, std::move(look)).first->second;
 }
 
-const StyleLook& StyleLooks::character(StyleIndex paragraphStyle, StyleIndex characterStyle) {
+const ResolvedProperties& StyleResolver::character(StyleIndex paragraphStyle,
+                                                   StyleIndex characterStyle) {
     const std::pair key(paragraphStyle, characterStyle);
     if (const auto known = characters_.find(key); known != characters_.end()) {
         return known->second;
     }
-    StyleLook look =
+    ResolvedProperties look =
         characterStyle == StyleDefinition::none ? defaults_ : character(paragraphStyle);
     const bool above = characterStyle != StyleDefinition::none;
     const StyleKind kind = above ? StyleKind::character : StyleKind::paragraph;

@@ -1,28 +1,28 @@
 #pragma once
 
-#include "platform/word/engine/ListMembership.h"
-
-#include <QString>
+#include "platform/word/formatting/ListMembership.h"
 
 #include <array>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
+#include <utility>
 
-namespace qvnd::preview {
+namespace qvnd::word {
 
 // The number or bullet in front of a paragraph.
 struct ListLabel {
-    QString text;  // without what follows it; bullets of symbol fonts as they came
-    QChar follows; // tab, space, or null for nothing
-    word::PropertyListId characters = word::PropertyListId::empty; // of the level
+    std::u16string text;  // without what follows it; bullets of symbol fonts as they came
+    char16_t follows = 0; // tab, space, or 0 for nothing
+    PropertyListId characters = PropertyListId::empty; // of the level
 };
 
 // Counts the paragraphs of lists, beginning at the start of the document.
 class ListNumbers {
 public:
     // Both must outlive the object.
-    ListNumbers(const word::DocumentTables& tables, word::ListLevels& levels)
+    ListNumbers(const DocumentTables& tables, ListLevels& levels)
         : tables_(tables), levels_(levels) {}
 
     // The label of the next paragraph with these operands of sprmPIlfo and sprmPIlvl; nothing
@@ -36,12 +36,12 @@ private:
     int startOf(std::uint16_t ilfo, std::uint8_t ilvl);
     bool overridesStart(std::uint16_t ilfo, std::uint8_t ilvl) const;
     void count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl);
-    QString composed(const word::ListLevel& level, Counts& counts, std::uint16_t ilfo);
+    std::u16string composed(const ListLevel& level, Counts& counts, std::uint16_t ilfo);
 
-    const word::DocumentTables& tables_;
-    word::ListLevels& levels_;
+    const DocumentTables& tables_;
+    ListLevels& levels_;
     std::map<std::int32_t, Counts> counts_; // by lsid
     std::set<std::pair<std::uint16_t, std::uint8_t>> begun_;
 };
 
-} // namespace qvnd::preview
+} // namespace qvnd::word

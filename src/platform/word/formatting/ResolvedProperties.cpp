@@ -1,8 +1,8 @@
-#include "platform/word/engine/StyleLook.h"
+#include "platform/word/formatting/ResolvedProperties.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/ListMembership.h"
-#include "platform/word/engine/StyleProperties.h"
+#include "platform/word/formatting/ListMembership.h"
+#include "platform/word/formatting/StyleProperties.h"
 
 #include <cstdlib>
 #include <utility>
@@ -78,32 +78,32 @@ std::set<std::int16_t> tabStopsTakenAway(const SprmView& entry) {
     return positions;
 }
 
-const Bytes* StyleLook::find(SprmOpcode property) const {
+const Bytes* ResolvedProperties::find(SprmOpcode property) const {
     const auto found = entries_.find(property);
     return found != entries_.end() ? &found->second : nullptr;
 }
 
-bool StyleLook::toggle(SprmOpcode property) const {
+bool ResolvedProperties::toggle(SprmOpcode property) const {
     const Bytes* entry = find(property);
     return entry != nullptr && entry->back() == 1;
 }
 
-std::uint16_t StyleLook::list() const {
+std::uint16_t ResolvedProperties::list() const {
     const Bytes* entry = find(sprm::PIlfo);
     return entry != nullptr ? static_cast<std::uint16_t>(i16At(*entry, opcodeSize)) : noList;
 }
 
-std::uint8_t StyleLook::listLevel() const {
+std::uint8_t ResolvedProperties::listLevel() const {
     const Bytes* entry = find(sprm::PIlvl);
     return entry != nullptr ? entry->back() : 0;
 }
 
-void StyleLook::set(const Bytes& entry) {
+void ResolvedProperties::set(const Bytes& entry) {
     const auto opcode = static_cast<SprmOpcode>(entry[0] | (entry[1] << 8));
     entries_[propertySetBy(opcode)] = entry;
 }
 
-std::optional<Bytes> StyleLook::resolved(const SprmView& toggled) const {
+std::optional<Bytes> ResolvedProperties::resolved(const SprmView& toggled) const {
     const std::uint8_t operand = toggled.operand[0];
     if ((operand & 0x80) == 0) {
         return entry8(toggled.opcode, operand == 1 ? 1 : 0);
@@ -114,7 +114,7 @@ std::optional<Bytes> StyleLook::resolved(const SprmView& toggled) const {
 
 // Each property with its entries in the order of the list, older spellings before newer ones as
 // they came; of one spelling the last.
-StyleLook::Layer StyleLook::layerOf(ByteView list) {
+ResolvedProperties::Layer ResolvedProperties::layerOf(ByteView list) {
     Layer layer;
     std::map<SprmOpcode, std::vector<std::pair<SprmOpcode, Bytes>>> spelled;
     for (const SprmView& entry : parseSprms(list).sprms) {
@@ -137,7 +137,7 @@ StyleLook::Layer StyleLook::layerOf(ByteView list) {
     return layer;
 }
 
-void StyleLook::joinList(ByteView list, ListLevels& levels) {
+void ResolvedProperties::joinList(ByteView list, ListLevels& levels) {
     const std::optional<SprmView> ilfo = findSprm(list, sprm::PIlfo);
     const std::optional<SprmView> ilvl = findSprm(list, sprm::PIlvl);
     if (!ilfo && !ilvl) {
@@ -163,7 +163,7 @@ void StyleLook::joinList(ByteView list, ListLevels& levels) {
     applyTabStops(tabStops_, paragraph);
 }
 
-void StyleLook::leaveList() {
+void ResolvedProperties::leaveList() {
     for (const SprmOpcode property : setByListLevel_) {
         entries_.erase(property);
     }
@@ -174,7 +174,7 @@ void StyleLook::leaveList() {
     tabsOfListLevel_.clear();
 }
 
-void StyleLook::lay(ByteView list, ListLevels& levels) {
+void ResolvedProperties::lay(ByteView list, ListLevels& levels) {
     joinList(list, levels);
     for (auto& [property, entries] : layerOf(list)) {
         entries_[property] = std::move(entries);

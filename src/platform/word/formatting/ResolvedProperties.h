@@ -24,7 +24,7 @@ std::set<std::int16_t> tabStopsTakenAway(const SprmView& entry);
 
 // What layers of property lists come to, one laid over the other: for each property the entries
 // that set it in the topmost layer that does. Toggles are resolved to 0 and 1.
-class StyleLook {
+class ResolvedProperties {
 public:
     // Lays a list over what is there. `levels` tells what a list's level does to paragraphs that
     // join it (sprmPIlfo); the layer's own indents and tab stops go over those. A layer that

@@ -1,10 +1,12 @@
-#include "platform/preview/Symbols.h"
+#include "platform/word/formatting/Symbols.h"
+
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 #include <array>
 #include <span>
 
-namespace qvnd::preview {
+namespace qvnd::word {
 
 namespace {
 
@@ -34,32 +36,27 @@ constexpr std::array<Pair, 44> symbol{{
 
 constexpr char16_t privateArea = 0xF000;
 
-QChar counterpart(std::span<const Pair> pairs, std::uint8_t code, QChar otherwise) {
+char16_t counterpart(std::span<const Pair> pairs, std::uint8_t code, char16_t otherwise) {
     const auto found = std::find_if(pairs.begin(), pairs.end(),
                                     [&](const Pair& pair) { return pair.code == code; });
-    return found != pairs.end() ? QChar(found->text) : otherwise;
+    return found != pairs.end() ? found->text : otherwise;
 }
 
-bool isWingdings(const QString& font) {
-    return font.startsWith(QLatin1String("Wingdings"), Qt::CaseInsensitive);
-}
+bool isWingdings(std::u16string_view font) { return foldedName(font).starts_with(u"wingdings"); }
 
-bool isSymbol(const QString& font) {
-    return font.compare(QLatin1String("Symbol"), Qt::CaseInsensitive) == 0;
-}
+bool isSymbol(std::u16string_view font) { return foldedName(font) == u"symbol"; }
 
 } // namespace
 
-bool isSymbolFont(const QString& font) {
-    return isWingdings(font) || isSymbol(font) ||
-           font.compare(QLatin1String("Webdings"), Qt::CaseInsensitive) == 0;
+bool isSymbolFont(std::u16string_view font) {
+    return isWingdings(font) || isSymbol(font) || foldedName(font).starts_with(u"webdings");
 }
 
-QChar symbolAsText(char16_t code, const QString& font) {
-    const QChar bullet(u'•');
+char16_t symbolAsText(char16_t code, std::u16string_view font) {
+    constexpr char16_t bullet = u'•';
     const bool isPrivate = code >= privateArea && code < privateArea + 0x100;
     if (!isPrivate && code >= 0x100) {
-        return {code};
+        return code;
     }
     const auto low = static_cast<std::uint8_t>(code);
     if (isWingdings(font)) {
@@ -68,9 +65,9 @@ QChar symbolAsText(char16_t code, const QString& font) {
     if (isSymbol(font) || isPrivate) {
         const bool isPlain =
             low >= 0x20 && low < 0x41; // digits and signs are where they always are
-        return counterpart(symbol, low, isPlain ? QChar(low) : bullet);
+        return counterpart(symbol, low, isPlain ? char16_t{low} : bullet);
     }
-    return {code};
+    return code;
 }
 
-} // namespace qvnd::preview
+} // namespace qvnd::word

@@ -1,4 +1,4 @@
-#include "platform/word/engine/StyleProperties.h"
+#include "platform/word/formatting/StyleProperties.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/format/SprmFacts.h"

@@ -1,4 +1,4 @@
-#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 #include "platform/word/engine/BookmarkNames.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "platform/word/engine/BuiltInStyles.h"
+#include "platform/word/formatting/BuiltInStyles.h"
 
-#include "platform/word/engine/NameFolding.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <array>
 #include <string>
