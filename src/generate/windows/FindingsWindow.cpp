@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -15,10 +16,27 @@ namespace {
 constexpr QSize usualSize{720, 360};
 constexpr int keyRole = Qt::UserRole;
 
+// Gives a row the height that its texts need in the columns as wide as they are; a tree by itself
+// counts one line each.
+class WrappedTexts : public QStyledItemDelegate {
+public:
+    explicit WrappedTexts(QTreeView& view) : QStyledItemDelegate(&view), view_(view) {}
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QStyleOptionViewItem inColumn = option;
+        inColumn.rect = QRect(0, 0, view_.columnWidth(index.column()), 1);
+        return QStyledItemDelegate::sizeHint(inColumn, index);
+    }
+
+private:
+    QTreeView& view_;
+};
+
 } // namespace
 
 FindingsWindow::FindingsWindow(const QString& title, QWidget* parent)
-    : QDialog(parent), summary_(new QLabel), list_(new QTreeWidget) {
+    : QDialog(parent), summary_(new QLabel), list_(new QTreeWidget),
+      close_(new QPushButton(u"关闭"_s)) {
     setWindowTitle(title);
     setAccessibleName(title);
     summary_->setObjectName(u"lblSummary"_s);
@@ -27,21 +45,27 @@ FindingsWindow::FindingsWindow(const QString& title, QWidget* parent)
     list_->setAccessibleName(title);
     list_->setRootIsDecorated(false);
     list_->setWordWrap(true);
+    list_->setItemDelegate(new WrappedTexts(*list_));
     list_->setAlternatingRowColors(true);
-    auto* close = new QPushButton(u"关闭"_s);
-    close->setObjectName(u"cmdClose"_s);
-    close->setAccessibleName(u"关闭"_s);
+    close_->setObjectName(u"cmdClose"_s);
+    close_->setAccessibleName(u"关闭"_s);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(summary_);
     layout->addWidget(list_);
-    layout->addWidget(close, 0, Qt::AlignRight);
+    layout->addWidget(close_, 0, Qt::AlignRight);
     resize(usualSize);
-    connect(close, &QPushButton::clicked, this, &QDialog::hide);
-    connect(list_, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
-        if (item && !item->data(0, keyRole).toString().isEmpty()) {
-            emit nodeChosen(item->data(0, keyRole).toString());
-        }
-    });
+    connect(close_, &QPushButton::clicked, this, &QDialog::hide);
+    connect(list_, &QTreeWidget::currentItemChanged, this, &FindingsWindow::choose);
+    connect(list_->header(), &QHeaderView::sectionResized, list_, &QTreeView::doItemsLayout,
+            Qt::QueuedConnection);
+    // The row that is the current one already, while another node has been selected.
+    connect(list_, &QTreeWidget::itemClicked, this, &FindingsWindow::choose);
+}
+
+void FindingsWindow::choose(const QTreeWidgetItem* item) {
+    if (item && !item->data(0, keyRole).toString().isEmpty()) {
+        emit nodeChosen(item->data(0, keyRole).toString());
+    }
 }
 
 void FindingsWindow::present(const Contents& contents) {
@@ -66,6 +90,7 @@ void FindingsWindow::present(const Contents& contents) {
         list_->resizeColumnToContents(column);
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), usualSize.width() / 3));
     }
+    close_->setFocus(); // in the list it would choose the first row
     show();
     raise();
     activateWindow();

@@ -8,7 +8,9 @@
 #include <functional>
 
 class QLabel;
+class QPushButton;
 class QTreeWidget;
+class QTreeWidgetItem;
 
 namespace qvnd::generate {
 
@@ -34,11 +36,15 @@ public:
     void present(const Contents& contents);
 
 signals:
+    // Also for the row that has been chosen before.
     void nodeChosen(const QString& key);
 
 private:
+    void choose(const QTreeWidgetItem* item);
+
     QLabel* summary_;
     QTreeWidget* list_;
+    QPushButton* close_;
 };
 
 } // namespace qvnd::generate
