@@ -3,14 +3,12 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -70,17 +68,9 @@ PicEdit::PicEdit(QWidget& view, preview::DocumentPreview& document, desktop::She
     connect(VSEdit_, &QScrollBar::valueChanged, this, &PicEdit::scroll);
 }
 
-PicEdit::~PicEdit() { showNormalPointer(); }
+void PicEdit::showHourglass() { window()->setCursor(Qt::WaitCursor); }
 
-void PicEdit::showHourglass() {
-    if (!std::exchange(isHourglass_, true))
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-}
-
-void PicEdit::showNormalPointer() {
-    if (std::exchange(isHourglass_, false))
-        QGuiApplication::restoreOverrideCursor();
-}
+void PicEdit::showNormalPointer() { window()->unsetCursor(); }
 
 void PicEdit::turnPreviewOn() {
     isOn_ = true;

@@ -25,8 +25,8 @@ public:
     // parent. `document` shows a file in it and is often the same object. The shell outlives both.
     PicEdit(QWidget& view, preview::DocumentPreview& document, desktop::Shell& shell,
             QWidget* parent = nullptr);
-    ~PicEdit() override;
 
+    // Of the frame: dialogs and boxes in front of it keep the usual pointer.
     void showHourglass() override;
     void showNormalPointer() override;
 
@@ -66,7 +66,6 @@ private:
     QString path_; // of the loaded document; empty when there is none
     bool isOn_ = true;
     bool isShrunk_ = true;
-    bool isHourglass_ = false;
 };
 
 } // namespace qvnd::generate
