@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <cmath>
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::generate {
@@ -13,6 +15,7 @@ namespace {
 
 constexpr int barSteps = 1000;
 constexpr int usualWidth = 360;
+constexpr double visibleStep = 0.0099; // of the bar
 constexpr qint64 betweenEventsMs = 40;
 
 } // namespace
@@ -57,8 +60,7 @@ void ProgressWindow::show() {
     }
     dialog_->show();
     dialog_->raise();
-    events_.doEvents();
-    sinceEvents_.start();
+    serveEvents();
 }
 
 void ProgressWindow::hide() {
@@ -88,7 +90,12 @@ void ProgressWindow::setProgress(double part) {
     if (dialog_) {
         dialog_->setProgress(part);
     }
-    serveEvents();
+    if (std::abs(part - servedAt_) >= visibleStep) {
+        servedAt_ = part;
+        serveEvents();
+    } else {
+        serveEventsInTime();
+    }
 }
 
 void ProgressWindow::setLabel(const QString& text) {
@@ -99,9 +106,13 @@ void ProgressWindow::setLabel(const QString& text) {
 }
 
 void ProgressWindow::serveEvents() {
+    events_.doEvents();
+    sinceEvents_.start();
+}
+
+void ProgressWindow::serveEventsInTime() {
     if (!sinceEvents_.isValid() || sinceEvents_.elapsed() >= betweenEventsMs) {
-        events_.doEvents();
-        sinceEvents_.start();
+        serveEvents();
     }
 }
 

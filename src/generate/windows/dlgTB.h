@@ -40,8 +40,9 @@ private:
 // Loads and unloads dlgTB for a run. The stop button lets waiting events run, requests the stop and
 // unloads the dialog, which then stays away until the run has unloaded it too.
 //
-// Showing progress serves the desktop's events now and then, as calls into a word processor do, so
-// that the windows stay alive and the button can be pressed.
+// Showing progress serves the desktop's events, as calls into a word processor do, so that the
+// windows stay alive and the button can be pressed: at each label, whenever the bar has moved by a
+// hundredth, and else every 40 milliseconds.
 class ProgressWindow : public desktop::ProgressDialog {
 public:
     // All of it outlives the object.
@@ -65,12 +66,14 @@ private:
     void stop();
     void takeDown();
     void serveEvents();
+    void serveEventsInTime();
 
     modMain& state_;
     desktop::Events& events_;
     QWidget* parent_;
     std::unique_ptr<dlgTB, Later> dialog_;
     bool isStopped_ = false;
+    double servedAt_ = 0; // the progress
     QElapsedTimer sinceEvents_;
 };
 
