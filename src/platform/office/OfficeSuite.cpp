@@ -22,7 +22,7 @@ namespace qvnd::office {
 namespace {
 
 constexpr long invalidCall = 5;
-constexpr int lookAfterMs = 100;        // between two looks at the stop request
+constexpr int lookAfterMs = 30;         // between two looks at the stop request
 constexpr qint64 basicTimeMs = 120'000; // start of the suite and a small document
 constexpr qint64 timePerMegabyteMs = 30'000;
 

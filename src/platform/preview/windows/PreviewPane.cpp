@@ -19,7 +19,8 @@ namespace qvnd::preview {
 
 namespace {
 
-constexpr std::chrono::milliseconds firstSight{120};
+// How long a window may stand still for a document that is read at once.
+constexpr std::chrono::milliseconds firstSight{80};
 constexpr QRgb desk = 0xFF8A9099;
 constexpr int lineStep = 40;
 constexpr double pageStep = 0.9; // of the area
