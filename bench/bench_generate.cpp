@@ -5,17 +5,14 @@
 //   outMB   the finished document, peakMB the process's memory at its highest
 // BM_GenerateOfficePages does the same with exact pages from the office suite.
 
-#include "SiteDocument.h"
+#include "SitePlan.h"
 
 #include "generate/driver/BuildBid.h"
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
-#include "platform/files/DiskFileSystem.h"
-#include "platform/files/Paths.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutEstimate.h"
-#include "store/DatabaseCreation.h"
 
 #include <QTemporaryDir>
 
@@ -63,92 +60,26 @@ public:
     void doEvents() override {}
 };
 
-class NoControls : public generate::ChildDocumentControls {
-public:
-    QString cboBianHao() override { return {}; }
-    QString txtInde() override { return u"2"_s; }
-};
-
-class NoQuestion : public word::UnsavedChangesQuestion {
-public:
-    bool save(const fs::path& /*document*/) override { return false; }
-};
-
-// A message would mean that something went wrong: it ends the benchmark.
-class Complaints : public desktop::MessageBoxes, public word::ImportReport {
-public:
-    desktop::Answer show(const desktop::Message& message) override {
-        texts << message.text;
-        return desktop::Answer::ok;
-    }
-    void notCarried(const fs::path& /*path*/, std::u16string_view what) override {
-        texts << QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()));
-    }
-    QStringList texts;
-};
-
-// A plan of so many documents, ten to a chapter, with its files and settings in a folder.
+// A plan with everything that generating it reaches for.
 class Plan {
 public:
-    explicit Plan(int documents) {
-        const QString root = files::withSeparator(home_.path());
-        for (const char* folder : {"work", "plans/工程", "copies"})
-            fs::create_directories(files::toPath(root + QString::fromUtf8(folder)));
-        program_.AppPath = home_.path();
-        program_.gAppPath = root;
-        program_.gWorkPath = files::withSeparator(root + u"work"_s);
-        program_.gUserTplPath = files::withSeparator(root + u"plans"_s);
-        program_.gFso = std::make_unique<files::DiskFileSystem>();
-        program_.gWs = &program_.DBEngine.Workspaces(0);
-        store::CreateBidSetDb(program_, root + u"Db_BidSet.mdb"_s, QDate(2026, 5, 1));
-        fill(documents);
-    }
+    explicit Plan(int documents) : plan_(documents) {}
 
     bool generate(word::PageNumberSource& pages) {
         word::EngineApplicationFactory factory({pages, complaints_, question_});
         const generate::GenerationServices services{factory, complaints_, dlgTB_,   events_,
                                                     locks_,  screen_,     controls_};
-        return generate::BuildBid({program_, switches_, word_}, services, window_, TrvEdit_) ==
-               generate::BuildOutcome::finished;
+        return generate::BuildBid({plan_.program(), switches_, word_}, services, window_,
+                                  plan_.TrvEdit()) == generate::BuildOutcome::finished;
     }
-    void copyDocuments() const {
-        const fs::path target = files::toPath(program_.gAppPath + u"copies"_s);
-        for (const fs::path& document : documents_)
-            fs::copy_file(document, target / document.filename(),
-                          fs::copy_options::overwrite_existing);
-    }
+    void copyDocuments() const { plan_.copyDocuments(); }
 
     const QStringList& complaints() const { return complaints_.texts; }
-    double documentBytes() const { return static_cast<double>(fs::file_size(documents_.front())); }
-    double outputBytes() const {
-        return static_cast<double>(
-            fs::file_size(files::toPath(program_.gWorkPath + u"施工方案.doc"_s)));
-    }
+    double documentBytes() const { return plan_.documentBytes(); }
+    double outputBytes() const { return plan_.outputBytes(); }
 
 private:
-    void fill(int documents) {
-        TrvEdit_.Add(u"工程"_s, u"工程"_s, 1, 2);
-        QString chapter;
-        for (int i = 0; i < documents; ++i) {
-            if (i % 10 == 0) {
-                chapter = u"工程.%1"_s.arg(i / 10 + 1);
-                TrvEdit_.AddChild(u"工程"_s, chapter, u"分部工程"_s, outline::image::folder,
-                                  outline::image::folderSelected);
-            }
-            const QString key = chapter + u".%1"_s.arg(i % 10 + 1);
-            TrvEdit_.AddChild(chapter, key, u"施工方法"_s, outline::image::document,
-                              outline::image::documentSelected);
-            documents_.push_back(
-                files::toPath(program_.gUserTplPath + u"工程/"_s + key + u".doc"_s));
-            SiteDocument(i + 1).saveAs(documents_.back());
-        }
-    }
-
-    QTemporaryDir home_;
-    modMain program_;
-    std::vector<fs::path> documents_;
-    outline::OutlineTree TrvEdit_{u"TrvEdit"_s};
-
+    SitePlan plan_;
     generate::FormatSwitches switches_;
     generate::WordSession word_;
     generate::BidEditState window_;
