@@ -85,7 +85,9 @@ BuildOutcome BidEdit::mnuBuildbid() {
     return outcome;
 }
 
-void BidEdit::mnuBul() { RebuildContents(program_, services_.generation); }
+void BidEdit::mnuBul() {
+    withHourglass([&] { RebuildContents(program_, services_.generation); });
+}
 
 void BidEdit::mnuBrowseDoc() {
     BidEditPane& pane = services_.pane;
@@ -200,16 +202,22 @@ void BidEdit::withHourglass(const std::function<void()>& work) {
     services_.pane.showNormalPointer();
 }
 
-std::vector<PlanFinding> BidEdit::check() {
+std::optional<std::vector<PlanFinding>> BidEdit::check() {
+    const bool runsOn = !program_.switches.gBlankLineAroundTitle && !state_.AfterNodeFlag;
+    desktop::LongRun& progress = services_.longRun;
+    const auto goOn = [&](const OutlineNode& node) {
+        services_.generation.events.doEvents();
+        progress.next(node.Text());
+        return !progress.isCancelled();
+    };
     std::vector<PlanFinding> found;
-    if (TrvEdit.Count() == 0)
-        return found;
+    bool isCancelled = false;
     withHourglass([&] {
-        const bool runsOn = !program_.switches.gBlankLineAroundTitle && !state_.AfterNodeFlag;
-        found = checkPlan({program_.modMain, TrvEdit, services_.inUse, runsOn,
-                           [this] { services_.generation.events.doEvents(); }});
+        const desktop::LongRunScope scope(progress, u"生成前检查"_s, TrvEdit.Count() - 1);
+        found = checkPlan({program_.modMain, TrvEdit, services_.inUse, runsOn, goOn});
+        isCancelled = progress.isCancelled();
     });
-    return found;
+    return isCancelled ? std::nullopt : std::optional(std::move(found));
 }
 
 void BidEdit::printPdf() {
@@ -222,8 +230,24 @@ void BidEdit::printPdf() {
         return;
     }
     const QString pdf = program_.modMain.gWorkPath + u"施工方案.pdf"_s;
-    withHourglass([&] { services_.pdf.print(files::resolved(finishedDocument()), pdf); });
-    messages.tell(u"已输出 PDF 文件：\n"_s + pdf, Icon::information, u"提示"_s);
+    if (drawPdf(pdf))
+        messages.tell(u"已输出 PDF 文件：\n"_s + pdf, Icon::information, u"提示"_s);
+}
+
+bool BidEdit::drawPdf(const QString& pdf) {
+    bool isDrawn = true;
+    withHourglass([&] {
+        const desktop::LongRunScope scope(services_.longRun, u"输出 PDF"_s, 0);
+        services_.longRun.next(u"正在排版并写出“施工方案.pdf”……"_s);
+        try {
+            services_.pdf.print(files::resolved(finishedDocument()), pdf);
+        } catch (const RunTimeError&) {
+            isDrawn = false;
+            if (!services_.longRun.isCancelled())
+                throw;
+        }
+    });
+    return isDrawn;
 }
 
 void BidEdit::runOfToolbar(const std::function<void()>& command) {

@@ -3,6 +3,7 @@
 #include "generate/GenerationReport.h"
 #include "generate/PlanCheck.h"
 #include "generate/driver/BuildBid.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/desktop/Shell.h"
 #include "platform/desktop/WindowLookup.h"
 #include "platform/office/PdfPrinter.h"
@@ -22,6 +23,8 @@ struct BidEditServices {
     desktop::WindowLookup& windows;
     files::FilesInUse& inUse;
     office::PdfPrinter& pdf;
+    // The progress of the check and of the PDF.
+    desktop::LongRun& longRun;
     // Of the word processor of `generation`.
     GenerationRecord& record;
 };
@@ -67,12 +70,13 @@ public:
     void mnuBidData();
     void showBidData();
 
-    // What a planner should know before generating the outline as TrvEdit shows it. Events run
-    // while the documents are read.
-    std::vector<PlanFinding> check();
+    // What a planner should know before generating the outline as TrvEdit shows it; nothing when
+    // he has cancelled. Events run while the documents are read.
+    std::optional<std::vector<PlanFinding>> check();
     // Of the run that was finished last in this window; nothing before.
     const std::optional<GenerationReport>& report() const { return report_; }
-    // Makes 施工方案.pdf of the finished document beside it; tells what came of it.
+    // Makes 施工方案.pdf of the finished document beside it; tells what came of it, unless the user
+    // has cancelled.
     void printPdf();
 
     // Runs a command of the toolbar: after an error the progress dialog is gone, the pointer the
@@ -90,6 +94,8 @@ private:
     bool isFinishedThere() const;
     QString companion() const;
     void report(BuildOutcome outcome);
+    // False when the user has cancelled.
+    bool drawPdf(const QString& pdf);
     void withHourglass(const std::function<void()>& work);
 
     ProgramState program_;

@@ -1,6 +1,7 @@
 #include "generate/PlanCheck.h"
 
-#include "outline/OutlineRows.h"
+#include "outline/OutlinePaths.h"
+#include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/word/docfile/container/FormatError.h"
@@ -8,6 +9,8 @@
 #include "platform/word/engine/DocumentImport.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "platform/word/engine/NormalTemplate.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -32,6 +35,8 @@ QString adviceFor(Kind kind) {
         return u"不影响生成。需要这些内容时，在文档中把它们改成正文或嵌入式图片。"_s;
     case Kind::emptyFolder:
         return u"在它下面添加文档；不需要这个标题时删除它。"_s;
+    case Kind::emptyPlan:
+        return u"在工作台中为方案添加文件夹和文档。"_s;
     case Kind::runsOn:
         return u"在格式设置中选中“标题前后插入空行”，或把一个文档放到最前面；在同一窗口中再生成一次也可以。"_s;
     }
@@ -54,20 +59,52 @@ public:
 
     std::vector<PlanFinding> run() {
         for (int i = 2; i <= parts_.TrvEdit.Count(); ++i) {
-            if (parts_.nextNode)
-                parts_.nextNode();
             const OutlineNode& node = parts_.TrvEdit.Item(i);
+            if (parts_.goOn && !parts_.goOn(node))
+                return std::move(found_);
             if (node.Image() == outline::image::document)
                 look(node);
             else
                 lookAtFolder(node);
         }
+        lookAtPlan();
         return std::move(found_);
     }
 
 private:
     void add(Kind kind, const OutlineNode& node, const QString& what) {
         found_.push_back({kind, node.Key(), node.Text(), what, adviceFor(kind)});
+    }
+
+    void addToPlan(Kind kind, const QString& what) {
+        const bool hasRoot = parts_.TrvEdit.Count() > 0;
+        const OutlineNode* root = hasRoot ? &parts_.TrvEdit.Item(1) : nullptr;
+        found_.push_back({kind, root ? root->Key() : QString(), root ? root->Text() : QString(),
+                          what, adviceFor(kind)});
+    }
+
+    // What the generation asks before it begins.
+    void lookAtPlan() {
+        if (parts_.TrvEdit.Count() < 2) {
+            addToPlan(Kind::emptyPlan, u"没有内容去生成标书！"_s);
+            return;
+        }
+        const bool isAnyNamed =
+            std::any_of(found_.begin(), found_.end(),
+                        [](const PlanFinding& finding) { return finding.kind == Kind::open; });
+        if (parts_.inUse.isAnyOpenIn(parts_.state.gWorkPath))
+            addToPlan(Kind::open, u"工作文件夹中有文档在文字处理软件中打开着，这时不能生成。"_s);
+        else if (!isAnyNamed && isAnyOpenInPlan())
+            addToPlan(Kind::open, u"方案的文件夹中有文档在文字处理软件中打开着，这时不能生成。"_s);
+    }
+
+    bool isAnyOpenInPlan() const {
+        bool isOpen = false;
+        ignoringErrors([&] {
+            isOpen = parts_.inUse.isAnyOpenIn(
+                outline::planFolder(parts_.state, parts_.TrvEdit.Item(1).Key()));
+        });
+        return isOpen;
     }
 
     void lookAtFolder(const OutlineNode& node) {
@@ -121,6 +158,10 @@ bool PlanFinding::keepsDocumentOut() const {
     return kind == Kind::missing || kind == Kind::encrypted || kind == Kind::unreadable;
 }
 
+bool PlanFinding::keepsFromGenerating() const {
+    return kind == Kind::open || kind == Kind::emptyPlan;
+}
+
 QString nameOf(PlanFinding::Kind kind) {
     switch (kind) {
     case Kind::missing:
@@ -137,6 +178,8 @@ QString nameOf(PlanFinding::Kind kind) {
         return u"emptyFolder"_s;
     case Kind::runsOn:
         return u"runsOn"_s;
+    case Kind::emptyPlan:
+        return u"emptyPlan"_s;
     }
     return {};
 }

@@ -22,6 +22,7 @@ struct PlanFinding {
         notCarried,  // something in a document that stays behind
         emptyFolder, // a heading with nothing below it
         runsOn,      // a first folder: its heading goes on in the next node's
+        emptyPlan,   // nothing below the root, which refuses the generation
     };
 
     Kind kind;
@@ -32,6 +33,8 @@ struct PlanFinding {
 
     // Whether the node's document will not come in.
     bool keepsDocumentOut() const;
+    // Whether the generation will be refused.
+    bool keepsFromGenerating() const;
 };
 
 // The kind as scripts see it: the enumerator's name.
@@ -44,12 +47,12 @@ struct PlanCheckParts {
     // Whether the paragraph of a first folder's heading stays open: in the first run of a window,
     // without blank lines around titles.
     bool firstHeadingRunsOn;
-    // Called ahead of each node, so that events can run.
-    std::function<void()> nextNode;
+    // Called ahead of each node, so that events can run; false ends the check.
+    std::function<bool(const outline::OutlineNode&)> goOn;
 };
 
 // Looks at every node of the tree and reads every document, as generating will. Changes nothing.
-// In the order of the tree.
+// In the order of the tree; what concerns the whole plan comes last, with the root's key.
 std::vector<PlanFinding> checkPlan(const PlanCheckParts& parts);
 
 } // namespace qvnd::generate

@@ -1,20 +1,26 @@
 #pragma once
 
 #include "generate/GenerationReport.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutEstimate.h"
 
+#include <utility>
+
 namespace qvnd::startup {
 
 // The word processor behind generation in a window: our own engine, with the page numbers of the
 // office suite where it is installed and works, else estimated. What a document loses on its way in
-// is kept for the report and raises no box: there may be hundreds of documents.
+// is kept for the report and raises no box: there may be hundreds of documents. A user who cancels
+// the wait for the office suite gets the estimate.
 class GenerationWord : public generate::GenerationRecord {
 public:
-    GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite);
+    // All of it outlives the object; the suite asks `longRun` whether to stop.
+    GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
+                   desktop::LongRun& longRun);
 
     word::ApplicationFactory& factory() { return factory_; }
 
@@ -35,10 +41,24 @@ private:
         desktop::MessageBoxes& messages_;
     };
 
+    // The office suite lays the whole document out, after the progress dialog has gone.
+    class Awaited : public word::PageNumberSource {
+    public:
+        Awaited(office::OfficeSuite suite, desktop::LongRun& longRun)
+            : exact_(std::move(suite)), longRun_(longRun) {}
+        std::vector<int> displayedPages(const word::DocumentContent& content,
+                                        std::span<const word::Cp> positions) override;
+        int pages() const override { return exact_.pages(); }
+
+    private:
+        office::OfficePageNumbers exact_;
+        desktop::LongRun& longRun_;
+    };
+
     generate::CollectedLosses losses_;
     Unsaved unsaved_;
     pictures::PictureDecoder pictures_;
-    office::OfficePageNumbers exact_;
+    Awaited exact_;
     word::LayoutEstimate estimate_;
     office::BestPageNumbers pages_;
     word::EngineApplicationFactory factory_;

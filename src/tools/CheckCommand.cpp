@@ -30,7 +30,7 @@ void tell(Output& output, const std::vector<PlanFinding>& found) {
 }
 
 bool isInTheWay(const PlanFinding& finding) {
-    return finding.keepsDocumentOut() || finding.kind == PlanFinding::Kind::open;
+    return finding.keepsDocumentOut() || finding.keepsFromGenerating();
 }
 
 ExitStatus check(Session& session, const QStringList& words) {
@@ -53,8 +53,6 @@ ExitStatus check(Session& session, const QStringList& words) {
 
 std::vector<PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& TrvEdit,
                                     bool isFirstRun) {
-    if (TrvEdit.Count() == 0)
-        return {};
     desktop::SystemProcesses processes;
     desktop::LockFiles locks(processes);
     return generate::checkPlan({state, TrvEdit, locks, isFirstRun, {}});

@@ -4,6 +4,7 @@
 #include "support/Errors.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FakeGenerationRecord.h"
+#include "support/FakeLongRun.h"
 #include "support/FakePdfPrinter.h"
 #include "support/FakeShell.h"
 #include "support/FakeWindowLookup.h"
@@ -42,9 +43,9 @@ protected:
         current->Update();
     }
     BidEdit& loaded(const QString& select = u"工程.3"_s) {
-        edit = std::make_unique<BidEdit>(
-            state(),
-            generate::BidEditServices{services(), screen, shell, lookup, inUse, pdf, record});
+        edit = std::make_unique<BidEdit>(state(), generate::BidEditServices{services(), screen,
+                                                                            shell, lookup, inUse,
+                                                                            pdf, longRun, record});
         edit->Load();
         edit->TrvEdit.Select(edit->TrvEdit.find(select));
         edit->NodeClick();
@@ -62,6 +63,7 @@ protected:
     FakeWindowLookup lookup;
     FakeFilesInUse inUse;
     FakePdfPrinter pdf;
+    FakeLongRun longRun;
     FakeGenerationRecord record;
     std::unique_ptr<BidEdit> edit;
 };
@@ -101,7 +103,7 @@ TEST_F(PlanEdit, OpeningADocumentIsOnOfferOnADocumentAlone) {
 
 TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
     program.gDbUser->Execute("DELETE * FROM 当前表");
-    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, record});
+    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, longRun, record});
     fresh.Load();
     ASSERT_EQ(log.lines.size(), 2U) << wholeLog();
     EXPECT_EQ(log.lines[0], "message [none] ");
@@ -112,7 +114,7 @@ TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
 
 TEST_F(PlanEdit, AnErrorOfTheLoadShowsItsDescription) {
     setCurrentPlan("没有");
-    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, record});
+    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, longRun, record});
     fresh.Load();
     ASSERT_EQ(log.lines.size(), 1U) << wholeLog();
     EXPECT_NE(log.lines[0].find("没有"), std::string::npos) << log.lines[0];
@@ -299,11 +301,20 @@ TEST_F(PlanEdit, ASecondRunInTheFirstIsRefusedAndTheFirstGoesOn) {
 
 TEST_F(PlanEdit, RebuildingTheContentsIsRefusedForAnEmptyWorkFolderAlone) {
     loaded().mnuBul();
-    EXPECT_EQ(wholeLog(), "message [exclamation] 还没生成标书!\n");
+    EXPECT_EQ(wholeLog(), "pointer hourglass\nmessage [exclamation] 还没生成标书!\n"
+                          "pointer normal\n");
     writeFinished();
     windows.open = true; // no question about open documents here
     edit->mnuBul();
     EXPECT_TRUE(logged("TablesOfContents.Add"));
+    EXPECT_EQ(log.lines.back(), "pointer normal");
+}
+
+TEST_F(PlanEdit, AFailedRebuildingTakesTheHourglassAwayAndPasses) {
+    writeFinished();
+    log.failAt("TablesOfContents(1).Delete", error::memberNotFound, u"集合所要求的成员不存在");
+    EXPECT_EQ(errorNumberOf([&] { loaded().mnuBul(); }), error::memberNotFound);
+    EXPECT_EQ(log.lines.back(), "pointer normal");
 }
 
 // The report
@@ -337,6 +348,25 @@ TEST_F(PlanEdit, AStoppedOrRefusedRunLeavesTheReportBeforeIt) {
     EXPECT_TRUE(edit->report());
 }
 
+// The check
+
+TEST_F(PlanEdit, TheCheckShowsHowFarItIsAndTellsWhatItHasFound) {
+    const auto found = loaded().check();
+    ASSERT_TRUE(found);
+    EXPECT_FALSE(found->empty());
+    EXPECT_EQ(longRun.shown, QStringList({u"生成前检查 3"_s, u"概况"_s, u"说明"_s, u"附则"_s}));
+    EXPECT_EQ(wholeLog(), "pointer hourglass\nevents\nevents\nevents\npointer normal\n");
+    EXPECT_FALSE(longRun.running);
+}
+
+TEST_F(PlanEdit, ACancelledCheckTellsNothing) {
+    longRun.cancel = [this] { return longRun.shown.size() == 3; };
+    EXPECT_FALSE(loaded().check());
+    EXPECT_EQ(longRun.shown.last(), u"说明"_s);
+    EXPECT_EQ(log.lines.back(), "pointer normal");
+    EXPECT_FALSE(longRun.running);
+}
+
 // PDF
 
 TEST_F(PlanEdit, ThePdfOfTheFinishedDocumentStandsBesideIt) {
@@ -364,6 +394,15 @@ TEST_F(PlanEdit, AFailedPdfTakesTheHourglassAwayAndPasses) {
     pdf.failure = RunTimeError(error::invalidCall, u"办公套件无法转换文件");
     EXPECT_EQ(errorNumberOf([&] { loaded().printPdf(); }), error::invalidCall);
     EXPECT_EQ(wholeLog(), "pointer hourglass\npointer normal\n");
+}
+
+TEST_F(PlanEdit, ACancelledPdfIsNoFailure) {
+    writeFinished();
+    pdf.failure = RunTimeError(error::invalidCall, u"转换已停止。");
+    longRun.cancel = [] { return true; };
+    loaded().printPdf();
+    EXPECT_EQ(wholeLog(), "pointer hourglass\npointer normal\n");
+    EXPECT_FALSE(longRun.running);
 }
 
 // The toolbar's routine

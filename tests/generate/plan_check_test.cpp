@@ -46,7 +46,8 @@ protected:
     }
 
     std::vector<PlanFinding> check() {
-        return generate::checkPlan({program, TrvEdit, inUse, runsOn, [this] { ++yields; }});
+        return generate::checkPlan(
+            {program, TrvEdit, inUse, runsOn, [this](const auto&) { return ++yields < patience; }});
     }
     // "key kind" of each finding.
     QStringList kinds() {
@@ -63,6 +64,7 @@ protected:
     word::LayoutEstimate pages;
     bool runsOn = false;
     int yields = 0;
+    int patience = 100; // of the user, in nodes
 };
 
 } // namespace
@@ -139,6 +141,42 @@ TEST_F(PlanCheck, FindingsComeInTheOrderOfTheTree) {
     folder(u"工程.3"_s, u"也空"_s);
     EXPECT_EQ(kinds(),
               QStringList({u"工程.1 emptyFolder"_s, u"工程.2 missing"_s, u"工程.3 emptyFolder"_s}));
+}
+
+TEST_F(PlanCheck, APlanOfOnlyARootIsNamedAsTheGenerationRefusesIt) {
+    EXPECT_EQ(kinds(), QStringList{u"工程 emptyPlan"_s});
+    EXPECT_EQ(check()[0].what, u"没有内容去生成标书！"_s);
+    EXPECT_TRUE(check()[0].keepsFromGenerating());
+    TrvEdit.Clear();
+    EXPECT_EQ(kinds(), QStringList{u" emptyPlan"_s});
+}
+
+TEST_F(PlanCheck, AnOpenDocumentBesideThoseOfTheOutlineIsNamedAtTheRoot) {
+    soundDocument(u"工程.1"_s, u"说明"_s);
+    std::ofstream(place("plans") / u"工程" / u"草稿.doc") << "draft";
+    inUse.open = QStringList{u"草稿.doc"_s};
+    EXPECT_EQ(kinds(), QStringList{u"工程 open"_s});
+    inUse.open << u"工程.1.doc"_s;
+    EXPECT_EQ(kinds(), QStringList{u"工程.1 open"_s}) << "once is enough";
+}
+
+TEST_F(PlanCheck, AnOpenDocumentOfTheWorkFolderIsNamedAtTheRoot) {
+    soundDocument(u"工程.1"_s, u"说明"_s);
+    std::ofstream(place("work") / u"施工方案.doc") << "finished";
+    inUse.open = QStringList{u"施工方案.doc"_s};
+    const auto found = check();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].key, u"工程"_s);
+    EXPECT_TRUE(found[0].what.contains(u"工作文件夹"_s));
+    EXPECT_TRUE(found[0].keepsFromGenerating());
+    EXPECT_FALSE(found[0].keepsDocumentOut());
+}
+
+TEST_F(PlanCheck, AUserWhoHasEnoughEndsIt) {
+    document(u"工程.1"_s, u"缺"_s);
+    document(u"工程.2"_s, u"也缺"_s);
+    patience = 2;
+    EXPECT_EQ(kinds(), QStringList{u"工程.1 missing"_s});
 }
 
 TEST_F(PlanCheck, NoFileIsChanged) {

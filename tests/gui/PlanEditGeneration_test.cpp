@@ -2,6 +2,8 @@
 
 #include "generate/windows/FindingsWindow.h"
 
+#include "platform/desktop/LockFiles.h"
+#include "platform/desktop/Processes.h"
 #include "platform/files/Paths.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/text/DocumentText.h"
@@ -25,7 +27,7 @@ protected:
     void stop() { dlgTB()->findChild<QPushButton*>("cmdStop")->click(); }
     int progress() { return dlgTB()->findChild<QProgressBar*>("PrgBid")->value(); }
     QString label() { return dlgTB()->findChild<QLabel*>("Label1")->text(); }
-    // Whenever events run.
+    // Whenever events run: at every step of the progress, as each moves the bar by a hundredth.
     void atEachYield(const std::function<void()>& act) {
         world.events.whileServed = [this, act] {
             if (dlgTB() && !isActing_) {
@@ -34,6 +36,7 @@ protected:
             }
         };
     }
+    bool isAt(const QString& shown, int done) { return label() == shown && progress() == done; }
     QString textOfFinished() const {
         const auto data = word::readDocument(files::toPath(finished()));
         return QString::fromStdU16String(word::documentText(data.main, data.tables));
@@ -109,7 +112,8 @@ TEST_F(WindowGeneration, ADialogOnTopShowsHowFarItIs) {
         EXPECT_TRUE(dlgTB()->windowFlags() & Qt::WindowStaysOnTopHint);
         EXPECT_FALSE(dlgTB()->isModal());
         EXPECT_EQ(dlgTB()->windowTitle(), "生成卷宗编制");
-        EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+        EXPECT_TRUE(hasHourglass());
+        EXPECT_NE(dlgTB()->cursor().shape(), Qt::WaitCursor) << "its button can be pressed";
         if (labels.isEmpty() || labels.last() != label()) {
             labels << label();
         }
@@ -122,7 +126,7 @@ TEST_F(WindowGeneration, ADialogOnTopShowsHowFarItIs) {
     expectUsable();
 }
 
-// The three points of the cover, the page and the header where events run, by what has been shown.
+// What is shown when the button is pressed, in the order of the run.
 struct Yield {
     const char* name;
     const char* label;
@@ -134,12 +138,13 @@ class StopInTheWindow : public WindowGeneration, public testing::WithParamInterf
 TEST_P(StopInTheWindow, EndsTheRunWithTheBodyOnDiskAndTheWindowUsable) {
     open();
     atEachYield([this] {
-        if (label() == GetParam().label && progress() == GetParam().progress) {
+        if (isAt(GetParam().label, GetParam().progress)) {
             stop();
         }
     });
+    world.folder.write("施工方案.doc", "earlier");
     choose("mnuBuildbid");
-    EXPECT_TRUE(messages().size() <= 1) << messages().join("|").toStdString();
+    EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
     expectBodyAlone();
     EXPECT_FALSE(world.state.StopRequested);
     expectUsable();
@@ -149,10 +154,97 @@ TEST_P(StopInTheWindow, EndsTheRunWithTheBodyOnDiskAndTheWindowUsable) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Yields, StopInTheWindow,
-                         testing::Values(Yield{"Cover", "正在设置封面...", 800},
+                         testing::Values(Yield{"Start", "正在生成...", 50},
+                                         Yield{"Settings", "正在生成...", 150},
+                                         Yield{"FirstNode", "正在生成...", 163},
+                                         Yield{"LastNode", "正在生成...", 488},
+                                         Yield{"Cover", "正在设置封面...", 800},
+                                         Yield{"Picture", "正在设置封面...", 810},
                                          Yield{"PageTable", "正在设置封面...", 830},
-                                         Yield{"HeaderTable", "正在设置页面格式...", 860}),
+                                         Yield{"HeaderTable", "正在设置页面格式...", 860},
+                                         Yield{"Contents", "正在设置页面格式...", 880},
+                                         Yield{"ContentsDone", "正在设置页面格式...", 900},
+                                         Yield{"Header", "正在设置页眉页脚...", 900},
+                                         Yield{"HeaderDone", "正在设置页眉页脚...", 950},
+                                         Yield{"End", "正在设置页眉页脚...", 1000}),
                          [](const auto& yield) { return std::string(yield.param.name); });
+
+// The word processor of the program asks in a box.
+class StopWithAQuestion : public WindowGeneration {
+protected:
+    void stopWithTheContentsIn() {
+        generation = &asking.factory();
+        open();
+        atEachYield([this] {
+            if (isAt("正在设置页眉页脚...", 900)) {
+                stop();
+            }
+        });
+        choose("mnuBuildbid");
+        ASSERT_EQ(messages(), QStringList{"是否保存对“施工方案.doc”的更改？"});
+    }
+
+    startup::GenerationWord asking{world.messages, office::OfficeSuite({}, {}), world.longRun};
+};
+
+TEST_F(StopWithAQuestion, AnsweredNoTheFileStaysAsLastSaved) {
+    stopWithTheContentsIn();
+    expectBodyAlone();
+    expectUsable();
+}
+
+TEST_F(StopWithAQuestion, AnsweredYesTheFileIsAsItWasAtTheStop) {
+    world.messages.otherwise = desktop::Answer::yes;
+    stopWithTheContentsIn();
+    expectWhole();
+    expectUsable();
+}
+
+TEST_F(StopWithAQuestion, ASecondRunInItIsRefusedAndOtherCommandsDoNothing) {
+    bool isSecond = false;
+    world.messages.whileOpen = [&] {
+        if (!std::exchange(isSecond, true)) {
+            choose("mnuBrowsebid");
+            press("返回");
+            choose("mnuBuildbid");
+        }
+    };
+    generation = &asking.factory();
+    open();
+    atEachYield([this] {
+        if (isAt("正在设置页眉页脚...", 950)) {
+            stop();
+        }
+    });
+    choose("mnuBuildbid");
+    EXPECT_EQ(messages(), (QStringList{"是否保存对“施工方案.doc”的更改？", busy}));
+    EXPECT_TRUE(frame.asked.isEmpty() && preview.shown.isEmpty());
+    expectBodyAlone();
+    expectUsable();
+}
+
+TEST_F(WindowGeneration, WhileAStoppedRunEndsASecondOneIsRefused) {
+    open();
+    bool isStopped = false;
+    int yields = 0;
+    world.events.whileServed = [&] {
+        if (isStopped) {
+            ++yields;
+            choose("mnuBuildbid");
+            choose("mnuBrowseDoc");
+        } else if (dlgTB() && label() == "正在设置封面...") {
+            const QScopedValueRollback once(world.events.whileServed, {});
+            stop();
+            isStopped = true;
+        }
+    };
+    choose("mnuBuildbid");
+    EXPECT_EQ(yields, 1);
+    EXPECT_EQ(messages(), QStringList{busy});
+    EXPECT_TRUE(preview.shown.isEmpty());
+    expectBodyAlone();
+    expectUsable();
+}
 
 TEST_F(WindowGeneration, ClosingTheDialogStopsToo) {
     open();
@@ -195,7 +287,7 @@ TEST_F(WindowGeneration, AtEveryYieldASecondRunMeetsTheOpenWordProcessor) {
         press("生成标书");
     });
     choose("mnuBuildbid");
-    EXPECT_GE(yields, 4);
+    EXPECT_GE(yields, 13) << "at each step of the progress";
     EXPECT_EQ(messages(), QStringList(2 * yields, busy));
     expectWhole();
     expectUsable();
@@ -281,6 +373,44 @@ TEST_F(WindowGeneration, AnEncryptedDocumentCostsOneBoxAndTheRestIsThere) {
     expectUsable();
 }
 
+// Open in a word processor of this desktop or of a colleague's.
+TEST_F(WindowGeneration, ALockedDocumentStopsItBeforeAnythingChangesAndTheCheckNamesIt) {
+    desktop::SystemProcesses processes;
+    desktop::LockFiles locks(processes);
+    wordProcessorWindows = &locks;
+    filesInUse = &locks;
+    world.folder.write("用户模板/T/.~lock.T.1.1.doc#",
+                       ",colleague,another-desk,01.05.2026 09:00,file:///home/colleague;");
+    world.folder.write("施工方案.doc", "earlier");
+    open();
+    choose("mnuBuildbid");
+    EXPECT_EQ(messages(), QStringList{busy});
+    EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
+    expectUsable();
+    choose("mnuCheck");
+    const auto& list = *form->findChild<QTreeWidget*>("lstFindings");
+    ASSERT_EQ(list.topLevelItemCount(), 2);
+    EXPECT_EQ(list.topLevelItem(1)->text(0), "编制依据");
+    EXPECT_TRUE(list.topLevelItem(1)->text(1).contains("打开着"));
+    QFile::remove(world.folder.path("用户模板/T/.~lock.T.1.1.doc#"));
+    choose("mnuBuildbid");
+    expectWhole();
+}
+
+TEST_F(WindowGeneration, AFinishedDocumentThatIsOpenIsNotOverwritten) {
+    desktop::SystemProcesses processes;
+    desktop::LockFiles locks(processes);
+    wordProcessorWindows = &locks;
+    world.folder.write("施工方案.doc", "earlier");
+    world.folder.write(".~lock.施工方案.doc#",
+                       ",colleague,another-desk,01.05.2026 09:00,file:///home/colleague;");
+    open();
+    choose("mnuBuildbid");
+    EXPECT_EQ(messages(), QStringList{busy});
+    EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
+    expectUsable();
+}
+
 // The report
 
 TEST_F(WindowGeneration, TheReportIsOnOfferBehindARunAndShownWhenSomethingIsMissing) {
@@ -306,6 +436,10 @@ TEST_F(WindowGeneration, TheReportIsOnOfferBehindARunAndShownWhenSomethingIsMiss
     choose("mnuReport");
     EXPECT_TRUE(report->isVisible());
     expectUsable();
+    writeDocument("T.1.1", u"依据正文");
+    record.lost.clear();
+    choose("mnuBuildbid");
+    EXPECT_FALSE(report->isVisible()) << "it told of the run before";
 }
 
 // Disks. A file system of their own needs the right to mount one.
@@ -354,6 +488,32 @@ TEST_F(WindowGenerationOnADisk, AFullDiskIsToldAndAReadableDocumentStays) {
     expectUsable();
 }
 
+TEST_F(WindowGenerationOnADisk, OnADiskWithRoomForNothingMoreTheNextRunReplacesIt) {
+    const SmallDisk disk(work.path(), "size=256k");
+    if (!disk.isMounted()) {
+        GTEST_SKIP() << "no right to mount a small disk: the full disk was not tested";
+    }
+    world.state.gWorkPath = work.root();
+    open();
+    choose("mnuBuildbid");
+    expectWhole();
+    QFile filler(work.path("别的.bin"));
+    ASSERT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (filler.write(QByteArray(1024, 'x')) > 0) {
+    }
+    filler.close();
+    choose("mnuBuildbid");
+    ASSERT_FALSE(messages().isEmpty());
+    for (const QString& message : messages()) {
+        EXPECT_TRUE(message.contains("磁盘")) << message.toStdString();
+    }
+    EXPECT_NO_THROW(word::readDocument(files::toPath(finished())));
+    expectUsable();
+    filler.remove();
+    choose("mnuBuildbid");
+    expectWhole();
+}
+
 TEST_F(WindowGenerationOnADisk, AReadOnlyWorkFolderIsToldAndTheFormerDocumentStays) {
     const SmallDisk disk(work.path(), "size=1m");
     work.write("施工方案.doc", "earlier");
@@ -374,14 +534,18 @@ class WindowGenerationWithASuite : public WindowGeneration {
 protected:
     void withSuite(const QByteArray& script, const office::OfficeSuite::Stop& isStopped = {}) {
         suite.setScript(script);
-        real = std::make_unique<startup::GenerationWord>(
-            world.messages, office::OfficeSuite(suite.folder.path("profile"),
-                                                suite.folder.path("office.sh"), isStopped));
+        const office::OfficeSuite office(suite.folder.path("profile"),
+                                         suite.folder.path("office.sh"), isStopped);
+        real = std::make_unique<startup::GenerationWord>(world.messages, office, world.longRun);
         generation = &real->factory();
+        generationRecord = real.get();
+        suitePrinter = std::make_unique<office::SuitePdfPrinter>(office);
+        printer = suitePrinter.get();
     }
 
     FakeOffice suite;
     std::unique_ptr<startup::GenerationWord> real;
+    std::unique_ptr<office::SuitePdfPrinter> suitePrinter;
 };
 
 TEST_F(WindowGenerationWithASuite, ASuiteThatIsKilledLeavesTheEstimate) {
@@ -391,6 +555,61 @@ TEST_F(WindowGenerationWithASuite, ASuiteThatIsKilledLeavesTheEstimate) {
     EXPECT_GE(suite.starts(), 1);
     EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
     expectWhole();
+    expectUsable();
+    choose("mnuReport");
+    const QString summary = form->findChild<QLabel*>("lblSummary")->text();
+    EXPECT_TRUE(summary.contains("目录的页码是估计的")) << summary.toStdString();
+}
+
+TEST_F(WindowGenerationWithASuite, TheWaitForThePageNumbersIsShownAndCancelledItLeavesTheEstimate) {
+    withSuite("sleep 30\n", [this] { return world.longRun.isCancelled(); });
+    int looks = 0;
+    world.longRun.cancel = [&] {
+        EXPECT_TRUE(hasHourglass());
+        EXPECT_EQ(dlgTB(), nullptr);
+        return ++looks == 3;
+    };
+    open();
+    choose("mnuBuildbid");
+    EXPECT_EQ(world.longRun.shown[0], "计算目录的页码 0");
+    EXPECT_FALSE(world.longRun.running);
+    EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
+    expectWhole();
+    expectUsable();
+    choose("mnuReport");
+    const QString summary = form->findChild<QLabel*>("lblSummary")->text();
+    EXPECT_TRUE(summary.contains("目录的页码是估计的：转换已停止。")) << summary.toStdString();
+}
+
+TEST_F(WindowGenerationWithASuite, KilledWhileItDrawsThePdfTheFormerPdfStays) {
+    withSuite("mkdir -p \"$out\"; printf part > \"$out/document.pdf\"; kill -9 $$\n");
+    world.folder.write("施工方案.doc", "finished");
+    world.folder.write("施工方案.pdf", "earlier");
+    open();
+    choose("mnuPdf");
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_TRUE(messages()[0].startsWith("办公套件无法转换文件")) << messages()[0].toStdString();
+    EXPECT_EQ(world.folder.read("施工方案.pdf"), "earlier");
+    expectUsable();
+}
+
+TEST_F(WindowGenerationWithASuite, WhileItDrawsThePdfNoOtherCommandRuns) {
+    int yields = 0;
+    withSuite("sleep 0.2\n" + FakeOffice::makePdf(), [&] {
+        ++yields;
+        choose("mnuBuildbid");
+        choose("mnuPdf");
+        press("返回");
+        return false;
+    });
+    world.folder.write("施工方案.doc", "finished");
+    open();
+    choose("mnuPdf");
+    EXPECT_GE(yields, 2);
+    EXPECT_EQ(suite.starts(), 1);
+    EXPECT_TRUE(frame.asked.isEmpty());
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_TRUE(messages()[0].endsWith("施工方案.pdf"));
     expectUsable();
 }
 

@@ -412,6 +412,77 @@ TEST_F(PlanEditCheck, AskedAgainItShowsWhatIsSoNow) {
     EXPECT_EQ(list().topLevelItemCount(), 0);
 }
 
+TEST_F(PlanEditCheck, AClickOnTheCurrentRowSelectsItsNodeAgain) {
+    QFile::remove(fileOf("T.1.1"));
+    switches.gBlankLineAroundTitle = true;
+    open();
+    choose("mnuCheck");
+    const auto clickRow = [&] {
+        QTest::mouseClick(list().viewport(), Qt::LeftButton, {},
+                          list().visualItemRect(list().topLevelItem(0)).center());
+    };
+    clickRow();
+    EXPECT_EQ(tree().outline().tree().SelectedItem()->Key(), "T.1.1");
+    click("T.1");
+    clickRow();
+    EXPECT_EQ(tree().outline().tree().SelectedItem()->Key(), "T.1.1");
+    EXPECT_TRUE(item("mnuOpenDoc").isEnabled());
+}
+
+TEST_F(PlanEditCheck, OpenedItLeavesTheSelectedNodeUntilARowIsChosen) {
+    QFile::remove(fileOf("T.1.1"));
+    open();
+    choose("mnuCheck");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(list().window()));
+    EXPECT_EQ(tree().outline().tree().SelectedItem()->Key(), "T.2");
+    list().setFocus();
+    QTest::keyClick(&list(), Qt::Key_Down);
+    EXPECT_NE(tree().outline().tree().SelectedItem()->Key(), "T.2");
+}
+
+TEST_F(PlanEditCheck, LongTextsStandInSeveralLines) {
+    open();
+    choose("mnuCheck");
+    QTest::qWait(1);
+    const int line = list().fontMetrics().lineSpacing();
+    EXPECT_GE(list().visualItemRect(list().topLevelItem(0)).height(), 2 * line)
+        << "the advice for a heading that runs on is long";
+}
+
+TEST_F(PlanEditCheck, OfAPlanWithNothingInItSaysThatThereIsNothingToGenerate) {
+    world.state.gDbUser->Execute("DELETE * FROM T WHERE Key<>'T'");
+    open();
+    choose("mnuCheck");
+    ASSERT_EQ(list().topLevelItemCount(), 1);
+    EXPECT_EQ(list().topLevelItem(0)->text(1), "没有内容去生成标书！");
+}
+
+TEST_F(PlanEditCheck, CancelledItShowsNoList) {
+    world.longRun.cancel = [] { return true; };
+    open();
+    choose("mnuCheck");
+    EXPECT_EQ(form->findChild<QTreeWidget*>("lstFindings"), nullptr);
+    expectUsable();
+}
+
+TEST_F(PlanEditCheck, NoOtherCommandRunsInIt) {
+    open();
+    int yields = 0;
+    world.events.whileServed = [&] {
+        ++yields;
+        for (const char* name : {"mnuCheck", "mnuBrowsebid", "mnuOpenDoc", "mnuBack", "mnuPdf"}) {
+            choose(name);
+        }
+        press("生成标书");
+    };
+    choose("mnuCheck");
+    EXPECT_EQ(yields, 3) << "at each node";
+    EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
+    EXPECT_TRUE(frame.asked.isEmpty() && shell.opened.isEmpty() && pdf.printed.isEmpty());
+    EXPECT_FALSE(QFile::exists(finished()));
+    expectUsable();
+}
+
 TEST_F(PlanEditWindow, ThePdfStandsBesideTheFinishedDocument) {
     open();
     choose("mnuPdf");

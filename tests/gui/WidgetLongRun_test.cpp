@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTest>
 
@@ -37,6 +38,18 @@ TEST(LongRuns, ThenNameThePieceAndEndWithTheWork) {
     run.end();
     EXPECT_EQ(dialog(), nullptr);
     EXPECT_FALSE(run.isCancelled());
+}
+
+TEST(LongRuns, OfUnknownLengthShowABusyBar) {
+    desktop::WidgetLongRun run(0);
+    run.begin("输出 PDF", 0);
+    run.next("施工方案.pdf");
+    QTest::qWait(5);
+    EXPECT_FALSE(run.isCancelled());
+    ASSERT_NE(dialog(), nullptr);
+    const auto* bar = dialog()->findChild<QProgressBar*>();
+    EXPECT_EQ(bar->minimum(), bar->maximum());
+    run.end();
 }
 
 TEST(LongRuns, AreCancelledByTheButtonUntilTheNextBegins) {

@@ -2,8 +2,11 @@
 
 #include "platform/files/FilesInUse.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QStringList>
+
+#include <algorithm>
 
 namespace qvnd::test {
 
@@ -13,7 +16,11 @@ public:
     bool isDocumentOpen(const QString& path) override {
         return open.contains(QFileInfo(path).fileName());
     }
-    bool isAnyOpenIn(const QString&) override { return !open.isEmpty(); }
+    bool isAnyOpenIn(const QString& folder) override {
+        return std::any_of(open.begin(), open.end(), [&](const QString& name) {
+            return QFileInfo::exists(QDir(folder).filePath(name));
+        });
+    }
 
     QStringList open;
 };

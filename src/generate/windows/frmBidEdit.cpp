@@ -39,6 +39,7 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
                                          parts_.windows,
                                          parts_.inUse,
                                          parts_.pdf,
+                                         parts_.longRun,
                                          parts_.record})),
       menus_(*this), TbarBidSet_(new BidEditToolbar(this)) {
     setObjectName(u"frmBidEdit"_s);
@@ -196,8 +197,12 @@ void frmBidEdit::generate() {
         runOfToolbar([this] { build(); });
 }
 
-// What did not come in whole raises no boxes of its own, so the report is shown.
+// What did not come in whole raises no boxes of its own, so the report is shown. Lists of the
+// state before are out of date.
 void frmBidEdit::build() {
+    for (FindingsWindow* former : {findings_, report_})
+        if (former)
+            former->hide();
     if (edit_->mnuBuildbid() != BuildOutcome::finished)
         return;
     const GenerationReport& told = *edit_->report();
@@ -220,7 +225,9 @@ void frmBidEdit::like() {
 }
 
 void frmBidEdit::check() {
-    const std::vector<PlanFinding> found = edit_->check();
+    const auto found = edit_->check();
+    if (!found)
+        return;
     if (!findings_) {
         findings_ = new FindingsWindow(u"生成前检查"_s, this);
         findings_->setObjectName(u"dlgCheck"_s);
@@ -228,13 +235,13 @@ void frmBidEdit::check() {
     }
     FindingsWindow::Contents contents;
     contents.headers = QStringList{u"节点"_s, u"情况"_s, u"办法"_s};
-    for (const PlanFinding& finding : found)
+    for (const PlanFinding& finding : *found)
         contents.rows << FindingsWindow::Row{finding.key,
                                              {finding.name, finding.what, finding.advice}};
     contents.summary =
-        found.empty()
+        found->empty()
             ? u"没有发现问题，可以生成。"_s
-            : u"发现 %1 处需要注意的情况。单击一行，大纲中就选中有关的节点。"_s.arg(found.size());
+            : u"发现 %1 处需要注意的情况。单击一行，大纲中就选中有关的节点。"_s.arg(found->size());
     findings_->present(contents);
 }
 
@@ -251,13 +258,14 @@ void frmBidEdit::report() {
     for (const ReportedNode& node : told.missing)
         contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有放入"_s, node.what}};
     for (const ReportedNode& node : told.leftOut)
-        contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有带入"_s, node.what}};
+        contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有原样带入"_s, node.what}};
     report_->present(contents);
 }
 
 void frmBidEdit::chooseNode(const QString& key) {
     outline::OutlineNode* node = edit_->TrvEdit.find(key);
-    if (node && !parts_.program.modMain.Command.isRunning()) {
+    if (node && node != edit_->TrvEdit.SelectedItem() &&
+        !parts_.program.modMain.Command.isRunning()) {
         edit_->TrvEdit.Select(node);
         run([this] { edit_->NodeClick(); });
     }

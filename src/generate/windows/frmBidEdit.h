@@ -6,6 +6,7 @@
 #include "generate/windows/BidEditMenus.h"
 #include "generate/windows/dlgTB.h"
 #include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/Shell.h"
 #include "platform/desktop/WindowLookup.h"
@@ -45,6 +46,7 @@ public:
         desktop::MessageBoxes& messages;
         desktop::FileDialogs& fileDialogs;
         desktop::Events& events;
+        desktop::LongRun& longRun;
         // Of the generation, and of the insertion of similar documents.
         word::ApplicationFactory& generation;
         word::ApplicationFactory& insertion;

@@ -10,7 +10,8 @@ class LongRun {
 public:
     virtual ~LongRun() = default;
 
-    // `pieces`: how many calls of next() will follow. Every begin() needs its end().
+    // `pieces`: how many calls of next() will follow; 0 for one piece of unknown length. Every
+    // begin() needs its end().
     virtual void begin(const QString& title, int pieces) = 0;
     // The next piece begins; `text` names it.
     virtual void next(const QString& text) = 0;
@@ -19,6 +20,20 @@ public:
     // false when nothing has begun.
     virtual bool isCancelled() = 0;
     virtual void end() = 0;
+};
+
+// A long run from its begin() to its end(), however its work ends.
+class LongRunScope {
+public:
+    LongRunScope(LongRun& run, const QString& title, int pieces) : run_(run) {
+        run_.begin(title, pieces);
+    }
+    ~LongRunScope() { run_.end(); }
+    LongRunScope(const LongRunScope&) = delete;
+    LongRunScope& operator=(const LongRunScope&) = delete;
+
+private:
+    LongRun& run_;
 };
 
 } // namespace qvnd::desktop

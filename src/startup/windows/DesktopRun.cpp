@@ -126,6 +126,7 @@ ChildWindow DesktopRun::makePlanEditor() {
                                   around.messages,
                                   around.fileDialogs,
                                   around.events,
+                                  around.longRun,
                                   editing.generation,
                                   around.word,
                                   editing.openDocuments,
@@ -187,7 +188,7 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
     desktop::WidgetLongRun longRun;
     WordProcessor word(messages, [&longRun] { return longRun.isCancelled(); });
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
-    DesktopPlanEditing planEditing(messages, events, conversion);
+    DesktopPlanEditing planEditing(messages, events, longRun, conversion);
     DesktopRun run({registry,
                     {messages, splash, fileDialogs, events, word.factory(), longRun},
                     inputBoxes,

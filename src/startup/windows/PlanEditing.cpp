@@ -8,21 +8,24 @@ namespace qvnd::startup {
 
 namespace {
 
-// The suite as commands wait for it, with a profile of its own. The windows stay alive meanwhile.
-office::OfficeSuite suite(desktop::Events& events) {
+// The suite as commands wait for it, with a profile of its own. The windows stay alive meanwhile,
+// and a long run that is cancelled ends the suite's work.
+office::OfficeSuite suite(desktop::Events& events, desktop::LongRun& longRun) {
     const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
     return office::OfficeSuite(cache + QStringLiteral("/office"),
-                               office::OfficeSuite::installedProgram(), [&events] {
+                               office::OfficeSuite::installedProgram(), [&events, &longRun] {
                                    events.doEvents();
-                                   return false;
+                                   return longRun.isCancelled();
                                });
 }
 
 } // namespace
 
 DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
+                                       desktop::LongRun& longRun,
                                        preview::PageConversion& conversion)
-    : conversion_(conversion), generation_(messages, suite(events)), pdf_(suite(events)) {}
+    : conversion_(conversion), generation_(messages, suite(events, longRun), longRun),
+      pdf_(suite(events, longRun)) {}
 
 PlanEditing DesktopPlanEditing::services() {
     return {

@@ -3,6 +3,7 @@
 #include "platform/desktop/DesktopWindows.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/LockFiles.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/office/PdfPrinter.h"
 #include "platform/preview/DocumentPreview.h"
 #include "platform/preview/PageConversion.h"
@@ -37,7 +38,7 @@ class DesktopPlanEditing {
 public:
     // All of it outlives the object.
     DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
-                       preview::PageConversion& conversion);
+                       desktop::LongRun& longRun, preview::PageConversion& conversion);
 
     PlanEditing services();
 

@@ -63,7 +63,10 @@ protected:
     void notCarried(const std::filesystem::path&, std::u16string_view what) override {
         ADD_FAILURE() << toUtf8(what);
     }
-    bool save(const std::filesystem::path&) override { return false; }
+    bool save(const std::filesystem::path&) override {
+        ++unsaved;
+        return false;
+    }
 
     QString fileOf(const QString& key) const {
         return world.folder.path("用户模板/T/" + key + ".doc");
@@ -81,14 +84,15 @@ protected:
                 world.messages,
                 world.dialogs,
                 world.events,
+                world.longRun,
                 *generation,
                 world.word,
-                openDocuments,
+                *wordProcessorWindows,
                 windows,
                 shell,
-                inUse,
-                pdf,
-                record,
+                *filesInUse,
+                *printer,
+                *generationRecord,
                 controls,
                 frame,
                 showSettings,
@@ -137,9 +141,10 @@ protected:
         }
         return texts;
     }
+    bool hasHourglass() const { return form->cursor().shape() == Qt::WaitCursor; }
     // Pointer, dialog and word processor of a command are gone, and the next one may run.
     void expectUsable() {
-        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        EXPECT_FALSE(hasHourglass());
         EXPECT_EQ(dlgTB(), nullptr);
         EXPECT_FALSE(world.state.Command.isRunning());
         EXPECT_FALSE(word.isAtWork());
@@ -153,8 +158,11 @@ protected:
     FakeWindowLookup windows;
     FakeWordProcessorWindows openDocuments;
     FakeFilesInUse inUse;
+    desktop::WordProcessorWindows* wordProcessorWindows = &openDocuments;
+    files::FilesInUse* filesInUse = &inUse;
     FakePdfPrinter pdf;
     FakeGenerationRecord record;
+    generate::GenerationRecord* generationRecord = &record;
     FirstControls controls;
     generate::FormatSwitches switches;
     generate::WordSession word;
@@ -162,6 +170,8 @@ protected:
     word::LayoutEstimate pages;
     word::EngineApplicationFactory engine{{pages, *this, *this}};
     word::ApplicationFactory* generation = &engine;
+    office::PdfPrinter* printer = &pdf;
+    int unsaved = 0; // how often a changed document was closed
     TallPane* pane = nullptr;
     std::unique_ptr<generate::frmBidEdit> form;
 };

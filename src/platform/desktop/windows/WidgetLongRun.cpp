@@ -28,7 +28,7 @@ void WidgetLongRun::next(const QString& text) {
     ++done_;
     if (dialog_) {
         dialog_->setLabelText(text_);
-        dialog_->setValue(done_);
+        dialog_->setValue(std::min(done_, pieces_));
     }
 }
 
@@ -53,7 +53,7 @@ void WidgetLongRun::show() {
     dialog_->setAutoClose(false);
     dialog_->setAutoReset(false);
     dialog_->setMinimumDuration(0);
-    dialog_->setValue(std::max(0, done_));
+    dialog_->setValue(std::clamp(done_, 0, pieces_));
     dialog_->show();
 }
 
