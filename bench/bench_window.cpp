@@ -1,0 +1,272 @@
+// Generates a plan of 400 documents from the plan edit window, with the pages of the contents
+// estimated and, where an office suite is installed, exact. The first run finds an empty preview,
+// the second one the finished document in it. Beside the time stand, of either run,
+//   ratio    the time against generating the same plan without a window
+//   events   the part of the time in which events were served
+//   longest  the longest time, in milliseconds, for which no event was served
+// and where that was.
+
+#include "SitePlan.h"
+
+#include "generate/driver/BuildBid.h"
+#include "generate/windows/BidEditToolbar.h"
+#include "generate/windows/dlgTB.h"
+#include "generate/windows/frmBidEdit.h"
+#include "platform/desktop/DesktopWindows.h"
+#include "platform/desktop/LockFiles.h"
+#include "platform/desktop/Processes.h"
+#include "platform/desktop/windows/WidgetEvents.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/preview/windows/PreviewPane.h"
+#include "startup/GenerationWord.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QProgressBar>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <iostream>
+
+namespace qvnd::bench {
+
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Serves the desktop's events and notes the longest time from one time to the next.
+class TimedEvents : public desktop::WidgetEvents {
+public:
+    void doEvents() override {
+        note();
+        desktop::WidgetEvents::doEvents();
+        serving += static_cast<double>(clock_.nsecsElapsed()) / 1e9;
+        note();
+    }
+    // Begins anew.
+    void start() {
+        longest = 0;
+        serving = 0;
+        clock_.start();
+    }
+    void note() {
+        const double passed = static_cast<double>(clock_.nsecsElapsed()) / 1e6;
+        clock_.start();
+        if (passed > longest) {
+            longest = passed;
+            place = placeOf ? placeOf() : QString();
+        }
+    }
+
+    double longest = 0; // milliseconds
+    double serving = 0; // seconds
+    QString place;
+    std::function<QString()> placeOf;
+
+private:
+    QElapsedTimer clock_;
+};
+
+class NoFiles : public desktop::FileDialogs {
+    desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override {
+        throw RunTimeError(error::dialogCancelled, u"cancelled");
+    }
+};
+class NoShell : public desktop::Shell {
+    void run(const QString& /*program*/) override {}
+    void open(const QString& /*file*/) override {}
+    void openAsTemplate(const QString& /*file*/) override {}
+};
+class NoPdf : public office::PdfPrinter {
+    bool isAvailable() const override { return false; }
+    void print(const QString& /*document*/, const QString& /*pdf*/) override {}
+};
+class NoLongRun : public desktop::LongRun {
+    void begin(const QString& /*title*/, int /*pieces*/) override {}
+    void next(const QString& /*text*/) override {}
+    bool isCancelled() override { return false; }
+    void end() override {}
+};
+class NoFrame : public generate::BidEditFrame {
+    void unloadPlanEditor() override {}
+    void showFrmBid() override {}
+    void maximizeFrmBid() override {}
+};
+class NoProgress : public desktop::ProgressDialog {
+    void show() override {}
+    void hide() override {}
+    void unload() override {}
+    void setProgress(double /*part*/) override {}
+    void setLabel(const QString& /*text*/) override {}
+};
+class NoScreen : public generate::BidEditScreen {
+    void showHourglass() override {}
+    void showNormalPointer() override {}
+    void turnPreviewOn() override {}
+    void turnPreviewOff() override {}
+    void removePreview() override {}
+    void loadPreview(const QString& /*path*/) override {}
+    void updatePreview() override {}
+    void activatePreview() override {}
+};
+class NoEvents : public desktop::Events {
+    void doEvents() override {}
+};
+
+// The plan in its window, and the same generation without one.
+class Window {
+public:
+    Window(int documents, const QString& suite)
+        : plan_(documents), word_(complaints_,
+                                  office::OfficeSuite(home_.filePath(u"profile"_s), suite,
+                                                      [this] {
+                                                          events_.doEvents();
+                                                          return false;
+                                                      }),
+                                  longRun_) {
+        conversion_ = std::make_unique<preview::PageConversion>(conversionSettings(suite));
+        auto* pane = new preview::PreviewPane(*conversion_);
+        form_ = std::make_unique<generate::frmBidEdit>(
+            generate::frmBidEdit::Parts{{plan_.program(), switches_, session_},
+                                        complaints_,
+                                        files_,
+                                        events_,
+                                        longRun_,
+                                        word_.factory(),
+                                        word_.factory(),
+                                        locks_,
+                                        windows_,
+                                        shell_,
+                                        locks_,
+                                        pdf_,
+                                        word_,
+                                        controls_,
+                                        frame_,
+                                        {},
+                                        *pane,
+                                        *pane});
+        form_->resize(1400, 900);
+        form_->show();
+        form_->Load();
+        QCoreApplication::processEvents();
+        events_.placeOf = [this] { return place(); };
+    }
+
+    double secondsWithout() {
+        generate::BidEditState window;
+        const generate::GenerationServices services{
+            word_.factory(), complaints_, noProgress_, noEvents_, locks_, noScreen_, controls_};
+        QElapsedTimer clock;
+        clock.start();
+        generate::BuildBid({plan_.program(), switches_, session_}, services, window,
+                           plan_.TrvEdit());
+        return static_cast<double>(clock.nsecsElapsed()) / 1e9;
+    }
+    double seconds() {
+        QElapsedTimer clock;
+        events_.start();
+        clock.start();
+        form_->findChild<generate::BidEditToolbar*>()
+            ->at(generate::BidEditToolbar::generate)
+            ->trigger();
+        const double passed = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+        events_.note();
+        return passed;
+    }
+    const TimedEvents& events() const { return events_; }
+    const QStringList& complaints() const { return complaints_.texts; }
+
+private:
+    preview::ConversionSettings conversionSettings(const QString& suite) const {
+        preview::ConversionSettings settings;
+        settings.program = suite;
+        settings.profileFolder = home_.filePath(u"preview"_s);
+        settings.cacheFolder = home_.filePath(u"pages"_s);
+        return settings;
+    }
+    QString place() const {
+        const auto* dialog = form_->findChild<generate::dlgTB*>();
+        return dialog ? dialog->findChild<QLabel*>(u"Label1"_s)->text() + u' ' +
+                            QString::number(dialog->findChild<QProgressBar*>()->value())
+                      : u"without the dialog"_s;
+    }
+
+    QTemporaryDir home_;
+    SitePlan plan_;
+    Complaints complaints_;
+    TimedEvents events_;
+    NoEvents noEvents_;
+    NoFiles files_;
+    NoShell shell_;
+    NoPdf pdf_;
+    NoLongRun longRun_;
+    NoFrame frame_;
+    NoProgress noProgress_;
+    NoScreen noScreen_;
+    NoControls controls_;
+    desktop::SystemProcesses processes_;
+    desktop::LockFiles locks_{processes_};
+    desktop::DesktopWindows windows_{processes_};
+    startup::GenerationWord word_;
+    generate::FormatSwitches switches_;
+    generate::WordSession session_;
+    std::unique_ptr<preview::PageConversion> conversion_;
+    std::unique_ptr<generate::frmBidEdit> form_;
+};
+
+void measure(benchmark::State& state, const QString& suite) {
+    Window window(static_cast<int>(state.range(0)), suite);
+    window.secondsWithout();
+    const double without = window.secondsWithout();
+    QStringList places;
+    for (int run = 1; state.KeepRunning(); ++run) {
+        const double seconds = window.seconds();
+        if (!window.complaints().isEmpty()) {
+            state.SkipWithError(window.complaints().first().toStdString().c_str());
+            return;
+        }
+        state.SetIterationTime(seconds);
+        const std::string number = std::to_string(run);
+        state.counters["ratio" + number] = seconds / without;
+        state.counters["events" + number] = window.events().serving / seconds;
+        state.counters["longest" + number] = window.events().longest;
+        places << window.events().place;
+    }
+    state.SetLabel(places.join(u" | "_s).toStdString());
+}
+
+void BM_GenerateFromWindow(benchmark::State& state) { measure(state, {}); }
+
+void BM_GenerateFromWindowOfficePages(benchmark::State& state) {
+    const QString suite = office::OfficeSuite::installedProgram();
+    if (suite.isEmpty()) {
+        state.SkipWithError("no office suite");
+        return;
+    }
+    measure(state, suite);
+}
+
+BENCHMARK(BM_GenerateFromWindow)
+    ->Arg(400)
+    ->Iterations(2)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_GenerateFromWindowOfficePages)
+    ->Arg(400)
+    ->Iterations(2)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+} // namespace qvnd::bench
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
