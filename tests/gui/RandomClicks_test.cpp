@@ -75,11 +75,11 @@ public:
 
 // Every window, and what of the workbench has a behaviour of its own.
 const QSet<QString> windows{
-    "frmSplash",      "MainForm",   "frmBid",      "TrvCurrent",  "TrvTemplate",
-    "TrvTemplate_Us", "TbarBid",    "fraSee",      "mnuSys",      "mnuSysEdit",
-    "mnuDelBrowse",   "DlgNew",     "frmBidEdit",  "TrvEdit",     "TbarBidSet",
-    "PicEdit",        "mnuOpen",    "dlgTB",       "dlgLike",     "dlgAddDoc",
-    "frmAbout",       "HelpWindow", "QMessageBox", "QFileDialog", "frmBidSet"};
+    "frmSplash",  "MainForm",  "frmBid",     "TrvCurrent", "TrvTemplate",  "TrvTemplate_Us",
+    "TbarBid",    "fraSee",    "mnuSys",     "mnuSysEdit", "mnuDelBrowse", "DlgNew",
+    "frmBidEdit", "TrvEdit",   "TbarBidSet", "PicEdit",    "mnuOpen",      "dlgTB",
+    "dlgLike",    "dlgAddDoc", "frmAbout",   "HelpWindow", "QMessageBox",  "QFileDialog",
+    "frmBidSet",  "dlgCheck",  "dlgReport"};
 const QSet<QString> itemsOfFrame{"mnuBuild", "MenuExit", "help1",   "help2",
                                  "listWin",  "winA",     "sysAbout"};
 
@@ -177,6 +177,11 @@ public:
             auto* pane = new preview::PreviewPane(conversion);
             return new outline::PreviewFrame(*pane, *pane);
         };
+        world.makeView = [this] {
+            auto* pane = new preview::PreviewPane(conversion);
+            return startup::DocumentView{pane, pane};
+        };
+        putSoundDocument();
         qApp->installEventFilter(&helpKey);
     }
     ~Script() { qApp->removeEventFilter(&helpKey); }
@@ -229,6 +234,16 @@ public:
     int rowsHeld = 0; // by the trees that were looked at
 
 private:
+    // One document of the plan that comes in; generating refuses the others.
+    void putSoundDocument() {
+        QDirIterator found(world.folder.path(), {"甲.1.1.doc"}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (found.hasNext()) {
+            const QString path = found.next();
+            QFile::remove(path);
+            QFile::copy(files.front(), path);
+        }
+    }
     void expectLoadable(jet::Database& library) {
         for (const QString& plan : plansOf(library)) {
             // No statement can name it, and so none has taken it off.

@@ -70,6 +70,7 @@ const std::vector<RandomUser::Deed>& RandomUser::deeds() {
         {"close the frame", 1, &RandomUser::closeFrame},
         {"open a window", 6, &RandomUser::openWindow},
         {"read the help", 2, &RandomUser::readHelp},
+        {"read findings", 4, &RandomUser::readFindings},
     };
     return all;
 }
@@ -615,18 +616,24 @@ void RandomUser::close() {
 
 // Those that chance comes to seldom.
 void RandomUser::openWindow() {
-    static const QStringList openers{"mnuNew",      "mnuAbout",  "OpenPlanInfo", "mnuLTFolder",
-                                     "mnuEQFolder", "mnuLTDoc",  "mnuContent",   "mnuEdit",
-                                     "mnuBuildbid", "mnuBidLike"};
+    static const QStringList openers{"mnuNew",       "mnuAbout",   "OpenPlanInfo", "mnuLTFolder",
+                                     "mnuEQFolder",  "mnuLTDoc",   "mnuContent",   "mnuEdit",
+                                     "mnuBuildbid",  "mnuBidLike", "mnuCheck",     "mnuReport",
+                                     "mnuBrowsebid", "mnuPdf"};
     auto* opener = world_.mainForm().findChild<QAction*>(dice_.oneOf(openers));
     if (opener && opener->isEnabled()) {
         opener->trigger();
     }
 }
 
-void RandomUser::readHelp() {
+void RandomUser::readHelp() { read({"HelpWindow"}); }
+
+void RandomUser::readFindings() { read({"dlgCheck", "dlgReport"}); }
+
+// The first of these windows that is open beside the others.
+void RandomUser::read(const QStringList& windows) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->objectName() == "HelpWindow" && window->isVisible()) {
+        if (windows.contains(window->objectName()) && window->isVisible()) {
             reach(*window);
             if (dice_.in(5)) {
                 window->close();

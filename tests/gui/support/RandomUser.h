@@ -104,6 +104,8 @@ private:
     void closeFrame();
     void openWindow();
     void readHelp();
+    void readFindings();
+    void read(const QStringList& windows);
     // While a generation lets events run.
     void meetProgress();
 
