@@ -63,7 +63,7 @@ void HeadingPage::connect() {
     connectPosition(optRight, TextAlign::right, u"右");
     chkHead.Click = [this] { writeField(field::startsPage, yesNo(chkHead)); };
     chkIsNot.Click = [this] {
-        lblModel.setCaption(headingText() + (chkIsNot.checked() ? u" 标题"_s : QString()));
+        composeByTitleBox();
         writeField(field::withTitle, yesNo(chkIsNot));
     };
     chkMultLevel.Click = [this] {
@@ -80,6 +80,7 @@ void HeadingPage::connectPosition(OptionButton& option, TextAlign alignment, QSt
 }
 
 void HeadingPage::Load() {
+    const QScopedValueRollback loading(isLoading_, true);
     std::unique_ptr<jet::Recordset> row;
     ignoringErrors([&] { row = state_.gDbBidSet->OpenRecordset(rowOf(u"1"_s)); });
     if (!row) {
@@ -176,6 +177,13 @@ void HeadingPage::setAll(jet::Recordset& row, RowIs there) {
 
 QString HeadingPage::headingText() const {
     return Txtformer.text() + cmbMiddle.text() + Txtback.text();
+}
+
+// The load moves the preview by the affixes alone.
+void HeadingPage::composeByTitleBox() {
+    if (!isLoading_) {
+        lblModel.setCaption(headingText() + (chkIsNot.checked() ? u" 标题"_s : QString()));
+    }
 }
 
 // Whatever chkIsNot says: only its own click leaves the title out.

@@ -38,7 +38,8 @@ public:
     Label lblTree;         // the name of the level
 
     // The row of level 1 into the controls, or what the dialog falls back to without one, which
-    // writes nothing. A statement that fails is passed over.
+    // writes nothing. A statement that fails is passed over. The preview moves by a new text of
+    // Txtformer or Txtback alone, so without affixes it keeps its first texts.
     void Load();
     // The fields of a row of a heading table into the controls, in their order. Boxes and options
     // that really change write their field into the row of the level shown.
@@ -57,7 +58,9 @@ private:
     void writeField(QStringView field, const QString& value);
     QString headingText() const;
     void compose();
+    void composeByTitleBox();
 
+    bool isLoading_ = false;
     // While the fallbacks are shown.
     bool writesNothing_ = false;
     modMain& state_;

@@ -73,12 +73,22 @@ TEST_F(HeadingPageTest, WithoutTheTableTheDialogOpensAndTheControlsStayAsTheyWer
     EXPECT_TRUE(messages.shown.empty());
 }
 
-// The box 带该级标题 changes from its design value and composes the preview.
-TEST_F(HeadingPageTest, WithoutAnAffixTheTitleBoxComposesThePreviewAtTheLoad) {
+TEST_F(HeadingPageTest, WithoutAnAffixThePreviewKeepsItsFirstTextsUntilTheFirstClick) {
     change(table, u"前缀", u"", u"级别='1'"_s);
     change(table, u"后缀", u"", u"级别='1'"_s);
+    for (const char16_t* withTitle : {u"是", u"否"}) {
+        change(table, u"带该级标题", withTitle, u"级别='1'"_s);
+        dialog.Unload();
+        EXPECT_EQ(page().lblModel.caption(), u"第一章 标题 "_s);
+        EXPECT_EQ(page().lblTree.caption(), u"第1级标题"_s);
+    }
+    page().chkIsNot.click();
     EXPECT_EQ(page().lblModel.caption(), u"一 标题"_s);
-    EXPECT_EQ(page().lblTree.caption(), u"第1级标题"_s);
+}
+
+TEST_F(HeadingPageTest, ThePreviewOfAFallbackKeepsItsFirstTexts) {
+    empty(table);
+    EXPECT_EQ(page().lblModel.caption(), u"第一章 标题 "_s);
 }
 
 TEST_F(HeadingPageTest, ThePreviewIsMovedByTheAffixesOfTheLoad) {

@@ -1,9 +1,0 @@
-#pragma once
-
-#include "store/ProgramFiles.h"
-
-namespace qvnd::generate {
-
-using store::programFile;
-
-} // namespace qvnd::generate
