@@ -1,5 +1,7 @@
 #include "format/windows/CoverPreview.h"
 
+#include "format/CoverPage.h"
+
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -12,9 +14,12 @@ namespace {
 
 constexpr int twipsPerPixel = 15;
 // Image1 lies in Picture1, which clips it.
-constexpr QSize boxSize(615 / twipsPerPixel, 735 / twipsPerPixel);
-constexpr QRect pictureInBox(-135 / twipsPerPixel, -135 / twipsPerPixel, 855 / twipsPerPixel,
-                             975 / twipsPerPixel);
+constexpr QSize boxSize(CoverPreviewBox::pictureWidth / twipsPerPixel,
+                        CoverPreviewBox::pictureHeight / twipsPerPixel);
+constexpr QRect pictureInBox(CoverPreviewBox::imageLeft / twipsPerPixel,
+                             CoverPreviewBox::imageTop / twipsPerPixel,
+                             CoverPreviewBox::imageWidth / twipsPerPixel,
+                             CoverPreviewBox::imageHeight / twipsPerPixel);
 constexpr QSize sheetSize(280, 396); // A4
 constexpr int margin = 16;
 
