@@ -2,7 +2,7 @@
 
 #include "SiteDocument.h"
 
-#include "generate/numbering/FormatSwitches.h"
+#include "format/ChildDocumentControls.h"
 #include "outline/TreeLoading.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/files/DiskFileSystem.h"
@@ -18,7 +18,7 @@
 
 namespace qvnd::bench {
 
-class NoControls : public generate::ChildDocumentControls {
+class NoControls : public format::ChildDocumentControls {
 public:
     QString cboBianHao() override { return {}; }
     QString txtInde() override { return QStringLiteral("2"); }

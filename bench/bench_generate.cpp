@@ -80,7 +80,7 @@ public:
 
 private:
     SitePlan plan_;
-    generate::FormatSwitches switches_;
+    FormatSwitches switches_;
     generate::WordSession word_;
     generate::BidEditState window_;
     Complaints complaints_;

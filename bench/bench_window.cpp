@@ -210,7 +210,7 @@ private:
     desktop::LockFiles locks_{processes_};
     desktop::DesktopWindows windows_{processes_};
     startup::GenerationWord word_;
-    generate::FormatSwitches switches_;
+    FormatSwitches switches_;
     generate::WordSession session_;
     std::unique_ptr<preview::PageConversion> conversion_;
     std::unique_ptr<generate::frmBidEdit> form_;

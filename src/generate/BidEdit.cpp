@@ -1,6 +1,5 @@
 #include "generate/BidEdit.h"
 
-#include "generate/assembly/ProgramFile.h"
 #include "generate/driver/RebuildContents.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
@@ -8,6 +7,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
+#include "store/ProgramFiles.h"
 
 using namespace Qt::StringLiterals;
 
@@ -176,7 +176,7 @@ void BidEdit::mnuBrowsebid() {
 }
 
 QString BidEdit::companion() const {
-    return programFile(program_.modMain.gAppPath, u"文档柜"_s, u"文档柜.exe"_s);
+    return store::programFile(program_.modMain.gAppPath, u"文档柜"_s, u"文档柜.exe"_s);
 }
 
 void BidEdit::mnuBidData() { services_.shell.run(files::resolved(companion())); }

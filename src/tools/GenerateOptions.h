@@ -1,6 +1,6 @@
 #pragma once
 
-#include "generate/numbering/FormatSwitches.h"
+#include "store/FormatSwitches.h"
 
 #include <QString>
 #include <QStringList>
@@ -22,7 +22,7 @@ struct GenerateOptions {
     static QString parameters();
 
     QString plan;
-    generate::FormatSwitches switches;
+    FormatSwitches switches;
     // Of documents under documents; empty unless they are numbered, and when nothing is picked.
     QString childStyle;
     QString childIndent = QStringLiteral("2");

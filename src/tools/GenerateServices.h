@@ -32,7 +32,7 @@ public:
 };
 
 // The controls of the format dialog as the options set them.
-class GivenControls : public generate::ChildDocumentControls {
+class GivenControls : public format::ChildDocumentControls {
 public:
     explicit GivenControls(const GenerateOptions& options) : options_(options) {}
     QString cboBianHao() override { return options_.childStyle; }

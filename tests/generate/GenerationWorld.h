@@ -14,7 +14,7 @@
 
 namespace qvnd::test {
 
-class FakeChildDocumentControls : public generate::ChildDocumentControls {
+class FakeChildDocumentControls : public format::ChildDocumentControls {
 public:
     QString cboBianHao() override { return style; }
     QString txtInde() override { return indent; }
@@ -58,7 +58,7 @@ protected:
     CallLog log;
     jet::Workspace workspace;
     modMain program;
-    generate::FormatSwitches switches;
+    FormatSwitches switches;
     generate::WordSession word;
     generate::BidEditState window;
     outline::OutlineTree TrvEdit{QStringLiteral("TrvEdit")};

@@ -9,7 +9,7 @@ using namespace qvnd::generate;
 namespace {
 
 struct HeadingNumber : testing::Test {
-    FormatSwitches switches;
+    qvnd::FormatSwitches switches;
     ChapterGrid grid;
     QString text = u"前一个"_s;
 

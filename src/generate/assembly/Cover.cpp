@@ -1,11 +1,11 @@
 #include "generate/assembly/Cover.h"
 
 #include "generate/assembly/BuiltInCover.h"
-#include "generate/assembly/ProgramFile.h"
 #include "generate/settings/SettingsChoice.h"
 #include "generate/settings/SettingsRow.h"
 #include "platform/files/Paths.h"
 #include "store/Names.h"
+#include "store/ProgramFiles.h"
 
 using namespace Qt::StringLiterals;
 
@@ -18,8 +18,8 @@ void insertCustomPage(GenerationRun& run) {
     run.attempt([&] { page = {run.database(), u"Select * from 当前自定义"_s}; });
     if (page.hasRow())
         run.attempt([&] {
-            run.gPathTmp = programFile(run.program.modMain.gAppPath, u"自定义"_s,
-                                       page.text(store::field::path) + u".doc"_s);
+            run.gPathTmp =
+                store::customPageFile(run.program.modMain.gAppPath, page.text(store::field::path));
         });
     run.attempt([&] { run.word.selection().InsertFile(files::toPath(run.gPathTmp)); });
 }

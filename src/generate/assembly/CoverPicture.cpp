@@ -1,10 +1,8 @@
 #include "generate/assembly/CoverPicture.h"
 
-#include "generate/assembly/ProgramFile.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
-
-using namespace Qt::StringLiterals;
+#include "store/ProgramFiles.h"
 
 namespace qvnd::generate {
 
@@ -14,7 +12,7 @@ constexpr double pointsPerCentimetre = 28.345;
 
 std::filesystem::path picturePath(const GenerationRun& run, const SettingsRow& cover) {
     return files::toPath(
-        programFile(run.program.modMain.gAppPath, u"图片库"_s, files::Trim(cover.text(u"图片"))));
+        store::pictureFile(run.program.modMain.gAppPath, files::Trim(cover.text(u"图片"))));
 }
 
 float pointsOf(const SettingsRow& cover, QStringView field) {

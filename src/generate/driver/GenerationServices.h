@@ -1,7 +1,7 @@
 #pragma once
 
+#include "format/ChildDocumentControls.h"
 #include "generate/driver/BidEditScreen.h"
-#include "generate/numbering/FormatSwitches.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/ProgressDialog.h"
@@ -18,7 +18,7 @@ struct GenerationServices {
     desktop::Events& events;
     desktop::WordProcessorWindows& wordProcessorWindows;
     BidEditScreen& screen;
-    ChildDocumentControls& frmBidSet;
+    format::ChildDocumentControls& frmBidSet;
 };
 
 } // namespace qvnd::generate

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "generate/driver/WordSession.h"
-#include "generate/numbering/FormatSwitches.h"
+#include "store/FormatSwitches.h"
 #include "store/modMain.h"
 
 namespace qvnd::generate {

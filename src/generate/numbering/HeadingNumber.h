@@ -1,7 +1,7 @@
 #pragma once
 
-#include "generate/numbering/FormatSwitches.h"
 #include "generate/numbering/NumberingTables.h"
+#include "store/FormatSwitches.h"
 
 #include <QString>
 

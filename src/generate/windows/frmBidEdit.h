@@ -1,5 +1,6 @@
 #pragma once
 
+#include "format/ChildDocumentControls.h"
 #include "generate/driver/ProgramState.h"
 #include "generate/windows/BidEditFrame.h"
 #include "generate/windows/BidEditLayout.h"
@@ -56,7 +57,7 @@ public:
         files::FilesInUse& inUse;
         office::PdfPrinter& pdf;
         GenerationRecord& record;
-        ChildDocumentControls& frmBidSet;
+        format::ChildDocumentControls& frmBidSet;
         BidEditFrame& frame;
         // Shows the format dialog and waits for its end; without it the command is closed.
         std::function<void()> showSettings;

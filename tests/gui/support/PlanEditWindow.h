@@ -32,7 +32,7 @@ public:
 };
 
 // The format dialog's two controls as they are at first.
-class FirstControls : public generate::ChildDocumentControls {
+class FirstControls : public format::ChildDocumentControls {
 public:
     QString cboBianHao() override { return {}; }
     QString txtInde() override { return QStringLiteral("2"); }
@@ -164,7 +164,7 @@ protected:
     FakeGenerationRecord record;
     generate::GenerationRecord* generationRecord = &record;
     FirstControls controls;
-    generate::FormatSwitches switches;
+    FormatSwitches switches;
     generate::WordSession word;
     std::function<void()> showSettings;
     word::LayoutEstimate pages;
