@@ -128,10 +128,29 @@ bool DocumentProbe::startsPage(const QString& text) const {
     return paragraph && paragraph->look.startsPage;
 }
 
-int DocumentProbe::pageStarts() const {
-    int count = 0;
+QString DocumentProbe::headings() const {
+    QStringList headings;
     eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        count += paragraph.look.startsPage ? 1 : 0;
+        if (paragraph.look.headingLevel > 0) {
+            headings << textOf(paragraph);
+        }
+    });
+    return headings.join(u'|');
+}
+
+int DocumentProbe::blanksBehind(const QString& text) const {
+    int count = -1;
+    bool counting = false;
+    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
+        const QString own = textOf(paragraph);
+        if (count < 0 && own == text) {
+            count = 0;
+            counting = true;
+        } else if (counting && own.isEmpty()) {
+            ++count;
+        } else {
+            counting = false;
+        }
     });
     return count;
 }

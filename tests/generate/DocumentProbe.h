@@ -27,9 +27,11 @@ public:
     QString contents() const;
     // Whether a new page begins before the paragraph of that text.
     bool startsPage(const QString& text) const;
-    // How many paragraphs begin a page.
-    int pageStarts() const;
-    // The first line's indent of the paragraph of that text, in points.
+    // The paragraphs in a style of headings, joined by "|".
+    QString headings() const;
+    // How many empty paragraphs follow the one of that text; -1 when there is no such paragraph.
+    int blanksBehind(const QString& text) const;
+    // The indent of the first line of the paragraph of that text, in points; -1 when there is none.
     double indentOf(const QString& text) const;
     // Text and look of the first paragraph with text in the header or footer of the pages.
     QString header() const { return storyOf(word::HeaderKind::oddHeader); }
