@@ -56,7 +56,6 @@ TEST_F(BidSetEdge, TypingBringsTheTitleBackIntoThePreviewOfAnUncheckedBox) {
 TEST_F(BidSetEdge, ThePreviewKeepsItsFirstTextsWithoutAffixes) {
     world.change("章节设置表", u"前缀", QString(""), "级别='1'");
     world.change("章节设置表", u"后缀", QString(""), "级别='1'");
-    world.change("章节设置表", u"带该级标题", QString("否"), "级别='1'"); // no Click of its box
     open();
     EXPECT_EQ(text("lblModel"), "第一章 标题 ");
     EXPECT_EQ(text("lblTree"), "第1级标题");
@@ -168,6 +167,16 @@ TEST_F(BidSetEdge, ASizeOfThePictureIsWithinFortyCentimetresAndWhole) {
     type("TxtWidth", "10.4");
     leave("TxtWidth");
     EXPECT_EQ(saved("封面表.图片宽度"), "10");
+}
+
+// --- the date of the cover
+// ------------------------------------------------------------------------
+
+TEST_F(BidSetEdge, AClickOnTheDayThatIsShownStoresIt) {
+    open();
+    EXPECT_EQ(saved("封面表.日期"), "2026-5-1");
+    clickDay("cmbDate", QDate::currentDate());
+    EXPECT_EQ(saved("封面表.日期"), QDate::currentDate().toString("yyyy-M-d"));
 }
 
 // --- the picture of the cover --------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include "gui/support/ModalWindow.h"
 
 #include <QInputMethodEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -176,6 +177,23 @@ TEST_F(FrmMultLevel, AlwaysOpensWithItsFirstTextsAndNoOption) {
     });
     EXPECT_EQ(switches().gMultLevelMode, 2) << "no option, no change";
     EXPECT_EQ(switches().gMultLevelText, "卷篇");
+}
+
+TEST_F(FrmMultLevel, BearsTheCaptionsOfItsControls) {
+    openFromButton([&](auto& shown) {
+        const std::pair<const char*, const char*> captions[] = {
+            {"Option1(0)", "沿用以前的标题前、后缀"},
+            {"Option1(1)", "不沿用以前的标题前、后缀"},
+            {"Option1(2)", "只第一级设为:"},
+            {"Command1(0)", "确定"},
+            {"Command1(1)", "取消"},
+        };
+        for (const auto& [name, caption] : captions) {
+            EXPECT_EQ(button(shown, name).text(), caption) << name;
+        }
+        EXPECT_EQ(shown.template findChild<QLabel*>("Label1")->text(), "N");
+        button(shown, "Command1(1)").click();
+    });
 }
 
 TEST_F(FrmMultLevel, TheThirdOptionOpensTheTextsAndTheOthersCloseThem) {

@@ -5,7 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
-#include <QGroupBox>
+#include <QDateEdit>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabBar>
@@ -21,63 +21,7 @@ using format::frmBidSetWindow;
 
 using BidSetWindow = FormatWindow;
 
-// --- the frames ----------------------------------------------------------------------------------
-
-TEST_F(BidSetWindow, HoldsEachControlInItsFrameOnItsTab) {
-    open();
-    EXPECT_EQ(window->windowTitle(), "卷宗编制设置");
-    const std::pair<const char*, QStringList> frames[] = {
-        {"Frame1", {"封面预览 ", "lblPrjName", "Picture1", "Image1", "lblOffName", "lblDate"}},
-        {"Frame2", {"工程名称", "TxtPrjName", "cmbPrjFont", "cmbPrjSize"}},
-        {"Frame3", {"单位名称 ", "TxtOffName", "cmbOffFont", "cmbOffSize"}},
-        {"Fradate", {"编制日期", "cmbDate", "cmbDateFont", "cmbDateSize"}},
-        {"fraPic", {"图片", "cmbPic", "cmdBrowse", "TxtWidth", "TxtHeight"}},
-        {"Frame20", {"封面格式库", "lstcover", "chkCover", "cmdSaveCover", "cmdDeleteCover"}},
-        {"FraSelf", {"自定义库", "lstSelf", "chkSelf", "cmdSelfBld", "cmdSelfDel", "Oleself"}},
-        {"Frame21", {"标书设置库", "lstSet", "chkSet"}},
-        {"Frame7",
-         {"设置", "Frame8", "Frame9", "Frame10", "Frame11", "Frame12", "chkHead", "chkIsNot",
-          "chkMultLevel", "Command1", "chkBlackLine"}},
-        {"Frame8", {"级别", "cmbClass"}},
-        {"Frame9", {"字体", "cmbChapterFont"}},
-        {"Frame10", {"字号", "cmbChapterSize"}},
-        {"Frame11", {"标题前缀", "Txtformer", "cmbMiddle", "Txtback"}},
-        {"Frame12", {"编号、标题位置", "optLeft", "optMiddle", "optRight"}},
-        {"Frame6", {"预览", "Frame13", "Frame14"}},
-        {"Frame13", {"投标结构树", "lblTree"}},
-        {"Frame14", {"标题样式", "lblModel"}},
-        {"Frame4",
-         {"页眉设置", "chkHeader", "TxtHeaderCon", "cmbHeaderFont", "cmbHeaderSize",
-          "optHeaderLeft", "optHeaderMiddle", "optHeaderRight"}},
-        {"Frame5",
-         {"页脚设置", "chkfooter", "TxtFooterCon", "cmbFooterFont", "cmbFooterSize",
-          "optFooterLeft", "optFooterMiddle", "optFooterRight"}},
-        {"Frame15", {"目录设置", "cmbPageClass", "cmbPageSign", "chkPageIsNot", "chkPageRight"}},
-        {"Frame16",
-         {"页边距", "txtPageupdis", "TxtPageDownDis", "TxtPageLeftDis", "TxtPageRightdis"}},
-        {"Frame17", {"距边界", "Txtheader", "TxtFooter"}},
-        {"frame18", {"正文", "cmbTextFont", "cmbTextSize"}},
-        {"Frame19", {"装订", "TxtBind", "optSide", "optTop"}},
-        {"Frame22", {"文档下级的文档", "Option1(0)", "Option1(1)", "cboBianHao", "txtInde"}},
-    };
-    for (const auto& [name, contents] : frames) {
-        const auto& frame = part<QGroupBox>(name);
-        EXPECT_EQ(frame.title(), contents.front()) << name;
-        for (const QString& control : contents.mid(1)) {
-            EXPECT_TRUE(frame.findChild<QWidget*>(control)) << control.toStdString();
-        }
-    }
-    const auto tabsOf = [&](const QString& name) {
-        QStringList titles;
-        for (int i = 0; i < part<QTabWidget>(name).count(); ++i) {
-            titles << part<QTabWidget>(name).tabText(i);
-        }
-        return titles;
-    };
-    EXPECT_EQ(tabsOf("SSTab1"), (QStringList{"封面设置", "方案设置"}));
-    EXPECT_EQ(tabsOf("SSTab2"),
-              (QStringList{"章节设置", "页眉、页脚及目录", "页面、正文设置", "其  它"}));
-}
+// --- the window ----------------------------------------------------------------------------------
 
 TEST_F(BidSetWindow, GivesEveryControlOfItsLogicAWidget) {
     open();
@@ -118,6 +62,16 @@ TEST_F(BidSetWindow, FitsOnASmallScreen) {
     open();
     EXPECT_LE(window->minimumSizeHint().width(), 1024 - 16);
     EXPECT_LE(window->minimumSizeHint().height(), 700 - 48) << "with a title bar above it";
+}
+
+TEST_F(BidSetWindow, AHugeTextInAPreviewDoesNotOutgrowTheScreen) {
+    open();
+    pick("cmbChapterSize", "72");
+    type("Txtformer", QString(50, u'章'));
+    pick("cmbPrjSize", "72");
+    type("TxtPrjName", QString(50, u'楼'));
+    EXPECT_LE(window->minimumSizeHint().height(), 700 - 48);
+    EXPECT_LE(window->height(), 700 - 48);
 }
 
 // --- load, 确定, 取消 and the close box ----------------------------------------------------------
@@ -283,6 +237,25 @@ TEST_F(BidSetDialog, ATextThatIsBeingTypedIsStoredWhateverEndsTheDialog) {
     }
 }
 
+TEST_F(BidSetDialog, ADateThatIsBeingTypedIsStoredWhateverEndsTheDialog) {
+    const std::pair<const char*, std::function<void(frmBidSetWindow&)>> ends[] = {
+        {"2031", [](auto& shown) { press(shown, "cmdDecide"); }},
+        {"2032", [](auto& shown) { QTest::keyClick(shown.focusWidget(), Qt::Key_Return); }},
+        {"2033", [](auto& shown) { QTest::keyClick(shown.focusWidget(), Qt::Key_Escape); }},
+        {"2034", [](auto& shown) { shown.close(); }},
+    };
+    for (const auto& end : ends) {
+        show([&](frmBidSetWindow& shown) {
+            auto* date = shown.findChild<QDateEdit*>("cmbDate");
+            date->setFocus();
+            date->setSelectedSection(QDateTimeEdit::YearSection);
+            QTest::keyClicks(date, end.first);
+            end.second(shown);
+        });
+        EXPECT_TRUE(saved("封面表.日期").startsWith(end.first)) << end.first;
+    }
+}
+
 TEST_F(BidSetDialog, ARefusedLengthKeepsTheDialogOpenOnceItIsTold) {
     show([&](frmBidSetWindow& shown) {
         shown.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(1);
@@ -346,16 +319,22 @@ TEST_F(BidSetWindow, ErasingLeavesTheOtherCombosAlone) {
     EXPECT_EQ(text("cmbChapterFont"), "仿宋_GB2312");
 }
 
-TEST_F(BidSetWindow, TheWheelChangesNoCombo) {
+TEST_F(BidSetWindow, TheWheelChangesNoValue) {
     open();
-    QWidget& box = reach("cmbChapterSize");
-    box.setFocus();
-    const QPointF place = box.rect().center();
-    QWheelEvent turned(place, box.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
-                       Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(&box, &turned);
-    EXPECT_EQ(text("cmbChapterSize"), "小四");
-    EXPECT_EQ(saved("章节设置表 1.字号"), "小四");
+    click("Option1(1)");
+    pick("cboBianHao", "1.");
+    const auto stored = tables();
+    const auto visible = shown();
+    for (const char* name : {"cmbChapterSize", "cboBianHao", "cmbDate", "cmbPageSign"}) {
+        QWidget& box = reach(name);
+        box.setFocus();
+        const QPointF place = box.rect().center();
+        QWheelEvent turned(place, box.mapToGlobal(place), {}, {0, -120}, Qt::NoButton,
+                           Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&box, &turned);
+        EXPECT_EQ(changes(visible, shown()), QStringList()) << name;
+        EXPECT_EQ(changesSince(stored), QStringList()) << name;
+    }
 }
 
 TEST_F(BidSetWindow, TheOpenListIsWalkedByTheArrowKeys) {

@@ -54,6 +54,13 @@ void ClosedComboBox::setEntries(const QStringList& entries) {
     }
 }
 
+void ClosedComboBox::setShownText(const QString& text) {
+    setEditText(text);
+    if (typing_ == Typing::none) {
+        lineEdit()->setCursorPosition(0);
+    }
+}
+
 bool ClosedComboBox::erases(const QKeyEvent& event) const {
     return typing_ == Typing::erasing &&
            (event.key() == Qt::Key_Backspace || event.key() == Qt::Key_Delete);

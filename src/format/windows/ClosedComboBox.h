@@ -22,6 +22,9 @@ public:
     // Costs nothing when it is the same list as before.
     void setEntries(const QStringList& entries);
 
+    // A text that is longer than the box shows its beginning, one that can be erased its end.
+    void setShownText(const QString& text);
+
 signals:
     // The text that an erasing has left.
     void erased(const QString& text);

@@ -8,6 +8,7 @@
 #include "format/windows/LibraryList.h"
 #include "format/windows/TextField.h"
 
+#include <QCalendarWidget>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
@@ -35,7 +36,7 @@ void show(const ComboBox& box, ClosedComboBox& field) {
     const QSignalBlocker blocker(field);
     field.setEntries(box.entries());
     field.setCurrentIndex(static_cast<int>(box.entries().indexOf(box.text())));
-    field.setEditText(box.text());
+    field.setShownText(box.text());
 }
 
 void show(const ComboBox& box, QComboBox& field) {
@@ -121,6 +122,9 @@ void listen(ListBox& list, LibraryList& field) {
 
 void listen(DatePicker& picker, QDateEdit& field) {
     QObject::connect(&field, &QDateEdit::dateChanged, &field,
+                     [&picker](QDate date) { picker.pick(date); });
+    // A click on the day that is shown already is a pick too, and changes no date.
+    QObject::connect(field.calendarWidget(), &QCalendarWidget::clicked, &field,
                      [&picker](QDate date) { picker.pick(date); });
 }
 

@@ -20,18 +20,18 @@ using enum FieldKind;
 
 constexpr Field projectFields[] = {
     {text, u"TxtPrjName", u"", u"工程名称", 0, 0, 2, u"首次打开本对话框时，自动填入当前方案的名称"},
-    {combo, u"cmbPrjFont", u"字体", u"工程名称的字体", 1, 0},
+    {font, u"cmbPrjFont", u"字体", u"工程名称的字体", 1, 0},
     {combo, u"cmbPrjSize", u"字号", u"工程名称的字号", 1, 1},
 };
 constexpr Field officeFields[] = {
     {text, u"TxtOffName", u"", u"单位名称", 0, 0, 2,
      u"首次打开本对话框时，自动填入当前方案的施工单位"},
-    {combo, u"cmbOffFont", u"字体", u"单位名称的字体", 1, 0},
+    {font, u"cmbOffFont", u"字体", u"单位名称的字体", 1, 0},
     {combo, u"cmbOffSize", u"字号", u"单位名称的字号", 1, 1},
 };
 constexpr Field dateFields[] = {
     {date, u"cmbDate", u"日期", u"编制日期", 0, 0, 2, u"首次打开本对话框时，是当天的日期"},
-    {combo, u"cmbDateFont", u"字体", u"编制日期的字体", 1, 0},
+    {font, u"cmbDateFont", u"字体", u"编制日期的字体", 1, 0},
     {combo, u"cmbDateSize", u"字号", u"编制日期的字号", 1, 1},
 };
 constexpr Field pictureFields[] = {
@@ -78,6 +78,15 @@ QGroupBox* newLibraryFrame(QStringView name, QStringView title, std::span<const 
     return frame;
 }
 
+// The frames one below the other, each of the same height.
+QVBoxLayout* newColumn(std::span<QGroupBox* const> frames) {
+    auto* column = new QVBoxLayout;
+    for (QGroupBox* frame : frames) {
+        column->addWidget(frame, 1);
+    }
+    return column;
+}
+
 void watchLengths(ProblemNotice& notice, const QWidget& frame) {
     for (const char* name : {"TxtWidth", "TxtHeight"}) {
         notice.watch(*frame.findChild<TextField*>(QLatin1String(name)));
@@ -98,18 +107,14 @@ QWidget* newCoverTab() {
     auto* tab = new QWidget;
     auto* grid = new QGridLayout(tab);
     spaceOut(*grid);
-    constexpr int frames = static_cast<int>(std::size(middle));
-    grid->addWidget(newPreviewFrame(), 0, 0, frames, 1);
-    for (int row = 0; row < frames; ++row) {
-        grid->addWidget(middle[row], row, 1);
-    }
-    grid->addWidget(newLibraryFrame(u"Frame20", u"封面格式库", coverLibraryFields, u"lstcover"), 0,
-                    2, 2, 1);
-    grid->addWidget(newLibraryFrame(u"FraSelf", u"自定义库", customFields, u"lstSelf"), 2, 2, 2, 1);
-    grid->addWidget(notice, frames, 0, 1, 3);
-    grid->setRowStretch(frames + 1, 1);
-    grid->setColumnStretch(1, 3);
-    grid->setColumnStretch(2, 2);
+    grid->addWidget(newPreviewFrame(), 0, 0);
+    grid->addLayout(newColumn(middle), 0, 1);
+    QGroupBox* const right[] = {
+        newLibraryFrame(u"Frame20", u"封面格式库", coverLibraryFields, u"lstcover"),
+        newLibraryFrame(u"FraSelf", u"自定义库", customFields, u"lstSelf")};
+    grid->addLayout(newColumn(right), 0, 2);
+    grid->addWidget(notice, 1, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
     return tab;
 }
 

@@ -3,9 +3,11 @@
 #include "format/windows/ClosedComboBox.h"
 #include "format/windows/TextField.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -25,7 +27,29 @@ namespace {
 constexpr int gap = 8;            // pixels
 constexpr int betweenFields = 14; // pixels
 constexpr int shortField = 72;    // pixels
+constexpr int lettersOfFont = 11;
+constexpr int widthOfFontList = 36; // average letters
+// Of a row's free room a name of a font takes more than the field beside it.
+constexpr int stretchOfField = 2;
+constexpr int stretchOfFont = 3;
 const char* const columnOfLabel = "columnOfLabel";
+
+// Leaves the wheel to what is below, so that no value changes by scrolling.
+class WithoutWheel : public QObject {
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() != QEvent::Wheel) {
+            return false;
+        }
+        event->ignore();
+        return true;
+    }
+};
+
+void takeWheelFrom(QWidget& control) { control.installEventFilter(new WithoutWheel(&control)); }
 
 QWidget* newControl(const Field& field) {
     const QString caption = field.caption.toString();
@@ -39,14 +63,24 @@ QWidget* newControl(const Field& field) {
     }
     case FieldKind::combo:
         return new ClosedComboBox(ClosedComboBox::Typing::none);
+    case FieldKind::font: {
+        auto* made = new ClosedComboBox(ClosedComboBox::Typing::none);
+        made->setMinimumContentsLength(lettersOfFont);
+        made->view()->setMinimumWidth(widthOfFontList * made->fontMetrics().averageCharWidth());
+        return made;
+    }
     case FieldKind::picture:
         return new ClosedComboBox(ClosedComboBox::Typing::erasing);
-    case FieldKind::dropDown:
-        return new QComboBox;
+    case FieldKind::dropDown: {
+        auto* made = new QComboBox;
+        takeWheelFrom(*made);
+        return made;
+    }
     case FieldKind::date: {
         auto* made = new QDateEdit;
         made->setCalendarPopup(true);
         made->setKeyboardTracking(false);
+        takeWheelFrom(*made);
         return made;
     }
     case FieldKind::check:
@@ -58,6 +92,12 @@ QWidget* newControl(const Field& field) {
         made->setAutoDefault(false);
         return made;
     }
+    case FieldKind::more: {
+        auto* made = new QPushButton(caption);
+        made->setAutoDefault(false);
+        made->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+        return made;
+    }
     case FieldKind::label:
     case FieldKind::unit:
         break;
@@ -67,7 +107,7 @@ QWidget* newControl(const Field& field) {
 
 bool bearsItsCaption(FieldKind kind) {
     return kind == FieldKind::check || kind == FieldKind::option || kind == FieldKind::button ||
-           kind == FieldKind::label || kind == FieldKind::unit;
+           kind == FieldKind::more || kind == FieldKind::label || kind == FieldKind::unit;
 }
 
 void place(QGridLayout& grid, const Field& field) {
@@ -93,6 +133,14 @@ void place(QGridLayout& grid, const Field& field) {
     grid.addWidget(control, field.row, column + 1, 1, columns - 1);
 }
 
+void stretch(QGridLayout& grid, const Field& field) {
+    const int wish = field.kind == FieldKind::font ? stretchOfFont : stretchOfField;
+    for (int column = field.column; column < field.column + field.span; ++column) {
+        const int place = column * 2 + 1;
+        grid.setColumnStretch(place, std::max(grid.columnStretch(place), wish));
+    }
+}
+
 } // namespace
 
 void spaceOut(QGridLayout& grid) {
@@ -108,13 +156,9 @@ QGroupBox* newFrame(QStringView name, QStringView title, std::span<const Field> 
     frame->setAccessibleName(title.trimmed().toString());
     auto* inside = new QGridLayout(frame);
     spaceOut(*inside);
-    int columns = 1;
     for (const Field& field : fields) {
         place(*inside, field);
-        columns = std::max(columns, field.column + field.span);
-    }
-    for (int column = 0; column < columns; ++column) {
-        inside->setColumnStretch(column * 2 + 1, 1);
+        stretch(*inside, field);
     }
     if (grid) {
         *grid = inside;

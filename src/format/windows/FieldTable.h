@@ -16,12 +16,14 @@ enum class FieldKind {
     text,     // TextField
     length,   // TextField for a short number
     combo,    // ClosedComboBox
+    font,     // ClosedComboBox wide enough for the name of a font
     picture,  // ClosedComboBox whose text can be erased
     dropDown, // a plain list to choose from
     date,
     check,
     option,
     button,
+    more,  // a button for the dialog behind it, no wider than it needs
     label, // text of a preview
     unit,  // plain words behind a field
 };

@@ -5,9 +5,16 @@
 
 namespace qvnd::format {
 
+namespace {
+
+constexpr int lettersOfName = 24; // average letters
+constexpr int shownEntries = 4;
+
+} // namespace
+
 LibraryList::LibraryList(QWidget* parent) : QListWidget(parent) {
     setUniformItemSizes(true);
-    setMinimumHeight(4 * fontMetrics().lineSpacing());
+    setMinimumHeight(shownEntries * fontMetrics().lineSpacing());
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
         hasTold_ = true;
         if (row >= 0) {
@@ -30,6 +37,10 @@ void LibraryList::setEntries(const QStringList& entries, qsizetype selected) {
         addItems(entries);
     }
     setCurrentRow(static_cast<int>(selected));
+}
+
+QSize LibraryList::sizeHint() const {
+    return {lettersOfName * fontMetrics().averageCharWidth(), QListWidget::sizeHint().height()};
 }
 
 void LibraryList::mousePressEvent(QMouseEvent* event) {

@@ -15,6 +15,9 @@ public:
     // Shows the entries with that one selected, -1 for none; tells nobody.
     void setEntries(const QStringList& entries, qsizetype selected);
 
+    // Wide enough for a name, narrower than a list's usual.
+    QSize sizeHint() const override;
+
 signals:
     void entryClicked(int entry);
     void entryOpened();

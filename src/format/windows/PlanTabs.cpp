@@ -23,7 +23,7 @@ using enum FieldKind;
 // --- 章节设置 ------------------------------------------------------------------------------------
 
 constexpr Field levelFields[] = {{combo, u"cmbClass", u"", u"标题级别"}};
-constexpr Field fontFields[] = {{combo, u"cmbChapterFont", u"", u"标题字体"}};
+constexpr Field fontFields[] = {{font, u"cmbChapterFont", u"", u"标题字体"}};
 constexpr Field sizeFields[] = {{combo, u"cmbChapterSize", u"", u"标题字号"}};
 constexpr Field affixFields[] = {
     {text, u"Txtformer", u"编号前", u"编号前的文字", 0, 0},
@@ -41,7 +41,7 @@ constexpr Field headingFields[] = {
      u"不选时，生成的标题只有编号和名称，不带编号前、编号后的文字"},
     {check, u"chkMultLevel", u"标题以多级方式显示", u"", 2, 1, 1,
      u"标题编号为各级编号，如 2.1.3；退出程序后不保留"},
-    {button, u"Command1", u"...", u"多级标题设置", 2, 2, 1, u"多级标题设置"},
+    {more, u"Command1", u"...", u"多级标题设置", 2, 2, 1, u"多级标题设置"},
     {check, u"chkBlackLine", u"标题前后插入空行", u"", 3, 1, 1,
      u"按“确 定”后起作用；退出程序后不保留"},
 };
@@ -60,6 +60,8 @@ QGroupBox* newHeadingSettings() {
     second->addWidget(newFrame(u"Frame11", u"标题前缀", affixFields), 3);
     second->addWidget(newFrame(u"Frame12", u"编号、标题位置", positionFields), 2);
     grid->addLayout(second, 1, 0, 1, 6);
+    // The button stands right behind its box.
+    grid->setColumnStretch(3, 0);
     return frame;
 }
 
@@ -72,6 +74,8 @@ QGroupBox* newHeadingPreview() {
     heading->setTextFormat(Qt::PlainText);
     heading->setAlignment(Qt::AlignCenter);
     heading->setWordWrap(true);
+    // A long text in a large size is cut off here and does not make the window outgrow the screen.
+    heading->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     grid->addWidget(tree, 0, 0);
     grid->addWidget(model, 0, 1);
     grid->setColumnStretch(0, 1);
@@ -93,7 +97,7 @@ constexpr QStringView footerSizeTip = u"带页眉时不起作用：页脚的字�
 constexpr Field headerFields[] = {
     {check, u"chkHeader", u"页眉", u"带页眉", 0, 0, 2},
     {text, u"TxtHeaderCon", u"", u"页眉内容", 1, 0, 2},
-    {combo, u"cmbHeaderFont", u"字体", u"页眉字体", 2, 0, 1, headerFontTip},
+    {font, u"cmbHeaderFont", u"字体", u"页眉字体", 2, 0, 1, headerFontTip},
     {combo, u"cmbHeaderSize", u"字号", u"页眉字号", 2, 1, 1, headerSizeTip},
     {option, u"optHeaderLeft", u"页眉居左", u"", 3, 0, 2},
     {option, u"optHeaderMiddle", u"页眉居中", u"", 4, 0, 2},
@@ -102,7 +106,7 @@ constexpr Field headerFields[] = {
 constexpr Field footerFields[] = {
     {check, u"chkfooter", u"页脚", u"带页脚", 0, 0, 2},
     {text, u"TxtFooterCon", u"", u"页脚内容", 1, 0, 2},
-    {combo, u"cmbFooterFont", u"字体", u"页脚字体", 2, 0, 1, footerFontTip},
+    {font, u"cmbFooterFont", u"字体", u"页脚字体", 2, 0, 1, footerFontTip},
     {combo, u"cmbFooterSize", u"字号", u"页脚字号", 2, 1, 1, footerSizeTip},
     {option, u"optFooterLeft", u"页脚居左", u"", 3, 0, 2},
     {option, u"optFooterMiddle", u"页脚居中", u"", 4, 0, 2, u"页码同时移到右边"},
@@ -131,7 +135,7 @@ constexpr Field edgeFields[] = {
     {length, u"TxtFooter", u"页脚(cm)", u"页脚距边界", 1, 0, 1, centimetres},
 };
 constexpr Field bodyFields[] = {
-    {combo, u"cmbTextFont", u"字体", u"正文字体", 0, 0},
+    {font, u"cmbTextFont", u"字体", u"正文字体", 0, 0},
     {combo, u"cmbTextSize", u"字号", u"正文字号", 1, 0},
 };
 constexpr Field bindingFields[] = {

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDateEdit>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QTabBar>
@@ -106,11 +107,12 @@ void frmBidSetWindow::setOrder() {
 // A box that the user has typed into is left before the dialog goes, by whatever key. False when
 // its text is refused.
 bool frmBidSetWindow::finishTyping() {
-    auto* field = qobject_cast<TextField*>(focusWidget());
+    QWidget* box = focusWidget();
+    auto* field = qobject_cast<TextField*>(box);
     const bool isTaken = !field || field->problem().isEmpty();
-    if (field && field->hasFocus()) {
-        field->clearFocus();
-        QCoreApplication::sendPostedEvents(field, QEvent::MetaCall);
+    if ((field || qobject_cast<QDateEdit*>(box)) && box->hasFocus()) {
+        box->clearFocus();
+        QCoreApplication::sendPostedEvents(box, QEvent::MetaCall);
     }
     return isTaken;
 }

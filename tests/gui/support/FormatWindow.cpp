@@ -1,8 +1,11 @@
 #include "gui/support/FormatWindow.h"
 
+#include "format/windows/CoverPreview.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QImage>
@@ -12,6 +15,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTest>
 
 namespace qvnd::test {
@@ -90,6 +94,46 @@ void FormatWindow::clickEntry(const QString& list, int row) {
     QCoreApplication::processEvents();
 }
 
+void FormatWindow::doubleClickEntry(const QString& list, int row) {
+    clickEntry(list, row);
+    auto& box = part<QListWidget>(list);
+    QTest::mouseDClick(box.viewport(), Qt::LeftButton, {},
+                       box.visualItemRect(box.item(row)).center());
+    QCoreApplication::processEvents();
+}
+
+namespace {
+
+// The sheet of a month begins with the last days of the one before and ends with the first of the
+// next; a first column may tell the weeks' numbers, the first row the names of the days.
+QModelIndex cellOf(const QTableView& sheet, QDate day) {
+    const QAbstractItemModel& cells = *sheet.model();
+    QModelIndex found;
+    for (int row = 1; row < cells.rowCount(); ++row) {
+        for (int column = cells.columnCount() - 7; column < cells.columnCount(); ++column) {
+            const QModelIndex cell = cells.index(row, column);
+            if (cell.data().toInt() == day.day() && (!found.isValid() || day.day() > 15)) {
+                found = cell;
+            }
+        }
+    }
+    return found;
+}
+
+} // namespace
+
+void FormatWindow::clickDay(const QString& name, QDate day) {
+    auto& date = static_cast<QDateEdit&>(reach(name));
+    date.setFocus();
+    QTest::mouseClick(&date, Qt::LeftButton, {}, QPoint(date.width() - 6, date.height() / 2));
+    ASSERT_TRUE(date.calendarWidget()->isVisible());
+    date.calendarWidget()->setCurrentPage(day.year(), day.month());
+    auto& days = *date.calendarWidget()->findChild<QTableView*>("qt_calendar_calendarview");
+    QTest::mouseClick(days.viewport(), Qt::LeftButton, {},
+                      days.visualRect(cellOf(days, day)).center());
+    QCoreApplication::processEvents();
+}
+
 void FormatWindow::key(const QString& name, Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QWidget& control = reach(name);
     control.setFocus();
@@ -136,9 +180,9 @@ QMap<QString, QString> FormatWindow::tables() {
     return all;
 }
 
-QStringList FormatWindow::changesSince(const QMap<QString, QString>& before) {
+QStringList FormatWindow::changes(const QMap<QString, QString>& before,
+                                  const QMap<QString, QString>& after) {
     QStringList changes;
-    const QMap<QString, QString> after = tables();
     for (auto at = after.begin(); at != after.end(); ++at) {
         if (!before.contains(at.key()) || before[at.key()] != at.value()) {
             changes << at.key() + '=' + at.value();
@@ -150,6 +194,67 @@ QStringList FormatWindow::changesSince(const QMap<QString, QString>& before) {
         }
     }
     return changes;
+}
+
+namespace {
+
+QString yesNo(bool yes) { return yes ? "是" : "否"; }
+
+QString placeOf(Qt::Alignment alignment) {
+    return alignment & Qt::AlignLeft ? "左" : alignment & Qt::AlignRight ? "右" : "中";
+}
+
+void describe(const QLabel& label, const QString& name, QMap<QString, QString>& all) {
+    all[name + ".text"] = label.text();
+    all[name + ".font"] = label.font().family();
+    all[name + ".size"] = QString::number(label.font().pointSizeF(), 'f', 1);
+    all[name + ".place"] = placeOf(label.alignment());
+}
+
+void describe(const QListWidget& list, const QString& name, QMap<QString, QString>& all) {
+    QStringList entries;
+    for (int row = 0; row < list.count(); ++row) {
+        entries << list.item(row)->text();
+    }
+    all[name + ".entries"] = entries.join(' ');
+    all[name + ".text"] = list.currentItem() ? list.currentItem()->text() : QString();
+}
+
+void describe(const QWidget& control, QMap<QString, QString>& all) {
+    const QString name = control.objectName();
+    all[name + ".enabled"] = yesNo(control.isEnabled());
+    if (const auto* label = qobject_cast<const QLabel*>(&control)) {
+        describe(*label, name, all);
+    } else if (const auto* list = qobject_cast<const QListWidget*>(&control)) {
+        describe(*list, name, all);
+    } else if (const auto* picture = qobject_cast<const format::PictureView*>(&control)) {
+        all[name + ".picture"] = yesNo(picture->hasPicture());
+    } else if (const auto* button = qobject_cast<const QAbstractButton*>(&control)) {
+        all[name + ".checked"] = yesNo(button->isChecked());
+    } else if (const auto* box = qobject_cast<const QComboBox*>(&control)) {
+        all[name + ".text"] = box->currentText();
+        all[name + ".count"] = QString::number(box->count());
+    } else if (const auto* date = qobject_cast<const QDateEdit*>(&control)) {
+        all[name + ".date"] = date->date().toString(Qt::ISODate);
+    } else if (const auto* field = qobject_cast<const QLineEdit*>(&control)) {
+        all[name + ".text"] = field->text();
+    }
+}
+
+} // namespace
+
+QMap<QString, QString> FormatWindow::shown() {
+    QMap<QString, QString> all;
+    for (const format::Control* control : world.form().controls.all()) {
+        describe(part(control->name()), all);
+    }
+    const FormatSwitches& switches = world.state.FormatSwitches;
+    all["gMultLevelOn"] = yesNo(switches.gMultLevelOn);
+    all["gChildDocAsNumber"] = yesNo(switches.gChildDocAsNumber);
+    all["gBlankLineAroundTitle"] = yesNo(switches.gBlankLineAroundTitle);
+    all["opened"] = world.shell.opened.join(' ').section('/', -1);
+    all["visible"] = yesNo(window->isVisible());
+    return all;
 }
 
 QStringList FormatWindow::told() const {

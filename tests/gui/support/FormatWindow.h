@@ -4,6 +4,7 @@
 #include "support/FormatWorld.h"
 
 #include <QColor>
+#include <QDate>
 #include <QMap>
 
 #include <gtest/gtest.h>
@@ -38,6 +39,9 @@ protected:
     // Tab, and what waits behind it.
     void leave(const QString& name);
     void clickEntry(const QString& list, int row);
+    void doubleClickEntry(const QString& list, int row);
+    // Opens the calendar of a date and clicks a day of it.
+    void clickDay(const QString& name, QDate day);
     void key(const QString& name, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
     QString text(const QString& name);
@@ -45,8 +49,15 @@ protected:
 
     // "table.field" or "table 级别.field" to the text of every field that the dialog writes.
     QMap<QString, QString> tables();
-    // What differs from `before`, as "key=text".
-    QStringList changesSince(const QMap<QString, QString>& before);
+    // What differs, as "key=text", in the order of the keys.
+    static QStringList changes(const QMap<QString, QString>& before,
+                               const QMap<QString, QString>& after);
+    QStringList changesSince(const QMap<QString, QString>& before) {
+        return changes(before, tables());
+    }
+    // What the dialog shows and what the program holds beside the tables: "control.aspect" to its
+    // text, "是" and "否" for yes and no.
+    QMap<QString, QString> shown();
     QStringList told() const;
     // One field by its key in tables().
     QString saved(const QString& key) { return tables().value(key); }
