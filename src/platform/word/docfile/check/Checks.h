@@ -36,6 +36,8 @@ void checkFields(const Evidence& evidence, Findings& findings);
 void checkBookmarks(const Evidence& evidence, Findings& findings);
 // Rules "picture.*".
 void checkPictures(const Evidence& evidence, Findings& findings);
+// Records, identifiers, anchors, pictures and texts of drawings. Rules "drawing.*".
+void checkDrawings(const Evidence& evidence, Findings& findings);
 // Rules "header.*", "note.*".
 void checkHeaders(const Evidence& evidence, Findings& findings);
 void checkNotes(const Evidence& evidence, Findings& findings);

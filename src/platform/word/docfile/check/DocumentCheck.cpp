@@ -59,6 +59,7 @@ void checkContents(Evidence& evidence, Findings& findings) {
     checkFields(evidence, findings);
     checkBookmarks(evidence, findings);
     checkPictures(evidence, findings);
+    checkDrawings(evidence, findings);
     checkHeaders(evidence, findings);
     checkNotes(evidence, findings);
 }

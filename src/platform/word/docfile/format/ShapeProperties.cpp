@@ -56,6 +56,41 @@ void ShapeProperties::setFlag(std::uint16_t opid, std::uint32_t flag, bool on) {
     set(opid, before | (on ? flag : 0) | (flag << countsShift));
 }
 
+std::vector<ShapeProperties::Entry> ShapeProperties::entries() const {
+    constexpr std::size_t propertySize = 6;
+    std::vector<Entry> result;
+    std::size_t complexAt = propertySize * properties_.size();
+    for (const Property& property : properties_) {
+        const bool complex = (property.opid & isComplex) != 0;
+        Entry entry;
+        entry.opid = property.opid & number;
+        entry.namesBlip = (property.opid & isBlip) != 0 && !complex;
+        entry.value = property.value;
+        entry.valueAt = propertySize * result.size() + 2;
+        entry.complexAt = complexAt;
+        entry.complexSize = property.complex.size();
+        complexAt += property.complex.size();
+        result.push_back(entry);
+    }
+    return result;
+}
+
+void ShapeProperties::inherit(const ShapeProperties& defaults) {
+    for (const Property& property : defaults.properties_) {
+        if ((property.opid & (isBlip | isComplex)) != 0) {
+            continue;
+        }
+        const std::optional<std::uint32_t> own = value(property.opid);
+        if (!own) {
+            set(property.opid, property.value);
+        } else if (isFlags(property.opid)) {
+            const std::uint32_t counting = property.value & ~(*own) & 0xFFFF0000U;
+            const std::uint32_t values = counting >> countsShift;
+            set(property.opid, (*own & ~values) | counting | (property.value & values));
+        }
+    }
+}
+
 Bytes ShapeProperties::encode() const {
     LittleEndianWriter writer;
     for (const Property& property : properties_) {

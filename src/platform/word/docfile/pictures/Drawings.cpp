@@ -9,15 +9,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr std::uint16_t drawingGroup = 0xF000;  // OfficeArtDggContainer
-constexpr std::uint16_t pictureStore = 0xF001;  // OfficeArtBStoreContainer
-constexpr std::uint16_t drawing = 0xF002;       // OfficeArtDgContainer
-constexpr std::uint16_t shapeGroup = 0xF003;    // OfficeArtSpgrContainer
-constexpr std::uint16_t clientTextbox = 0xF00D; // OfficeArtClientTextbox
-constexpr std::uint16_t textOfShape = 0x0080;   // opid lTxid
-constexpr std::size_t entrySize = 36;           // OfficeArtFBSE without name and picture
-constexpr std::size_t delayAt = 28;             // foDelay
-constexpr std::size_t nameSizeAt = 33;          // cbName
 constexpr int deepestGroup = 64;
 
 // Calls `visit` with each record of a container, up to the first that does not fit.
@@ -33,16 +24,19 @@ void forEachRecord(ByteView records, Visit visit) {
     }
 }
 
+// The record whose content that is.
+ByteView wholeView(ByteView content) {
+    return {content.data() - art::headerSize, content.size() + art::headerSize};
+}
+
 Bytes wholeRecord(const art::RecordHeader& header, ByteView content) {
     LittleEndianWriter writer;
     art::writeRecord(writer, header.version, header.instance, header.type, content);
     return writer.take();
 }
 
-bool isPicture(std::uint16_t type) { return type >= 0xF018 && type <= 0xF117; }
-
 // The picture record at that offset; nothing when there is none.
-Bytes delayedPicture(ByteView stream, std::uint32_t offset) {
+Bytes pictureAt(ByteView stream, std::uint32_t offset) {
     if (offset > stream.size()) {
         return {};
     }
@@ -50,46 +44,69 @@ Bytes delayedPicture(ByteView stream, std::uint32_t offset) {
     LittleEndianReader reader(stream.subspan(offset), "OfficeArtBlip");
     if (reader.remaining() >= art::headerSize) {
         const art::RecordHeader header = art::readHeader(reader);
-        if (isPicture(header.type) && header.length <= reader.remaining()) {
+        if (art::isBlip(header.type) && header.length <= reader.remaining()) {
             found = wholeRecord(header, reader.view(header.length));
         }
     }
     return found;
 }
 
-// An entry of the store with its picture in it; empty when it has none.
-Bytes storeEntry(const art::RecordHeader& header, ByteView content, ByteView wordDocument) {
-    if (isPicture(header.type)) {
-        return wholeRecord(header, content);
-    }
-    if (header.type != art::fbse || content.size() < entrySize) {
+// An entry of a store around a picture that has none: its kind, its digest.
+Bytes entryAround(ByteView blip) {
+    LittleEndianReader reader(blip, "OfficeArtBlip");
+    const art::RecordHeader header = art::readHeader(reader);
+    constexpr std::size_t digestSize = 16;
+    if (reader.remaining() < digestSize) {
         return {};
     }
-    Bytes entry(content.begin(), content.begin() + entrySize);
-    const std::size_t picturesAt = entrySize + entry[nameSizeAt];
+    constexpr unsigned firstKind = art::blipEmf - 2; // MSOBLIPTYPE: 2 for EMF, and so on
+    const unsigned kind = (header.type - firstKind) & 0xFF;
+    LittleEndianWriter entry;
+    entry.u8(kind);
+    entry.u8(kind);
+    entry.bytes(reader.view(digestSize));
+    entry.u16(0xFF);
+    entry.u32(static_cast<std::uint32_t>(blip.size()));
+    entry.zeros(art::fbseSize - entry.position());
+    entry.bytes(blip);
+    LittleEndianWriter whole;
+    art::writeRecord(whole, 2, kind, art::fbse, entry.data());
+    return whole.take();
+}
+
+// An entry of the store with its picture in it; empty when it has none.
+Bytes storeEntry(const art::RecordHeader& header, ByteView content, ByteView wordDocument) {
+    if (art::isBlip(header.type)) {
+        return entryAround(wholeRecord(header, content));
+    }
+    if (header.type != art::fbse || content.size() < art::fbseSize) {
+        return {};
+    }
+    Bytes entry(content.begin(), content.begin() + art::fbseSize);
+    const std::size_t picturesAt = art::fbseSize + entry[art::fbseNameAt];
     Bytes picture;
     if (content.size() > picturesAt + art::headerSize) {
-        picture.assign(content.begin() + static_cast<std::ptrdiff_t>(picturesAt), content.end());
+        picture = pictureAt(content, static_cast<std::uint32_t>(picturesAt));
     } else {
         LittleEndianReader reader(content, "OfficeArtFBSE");
-        reader.seek(delayAt);
-        picture = delayedPicture(wordDocument, reader.u32());
+        reader.seek(art::fbseDelayAt);
+        picture = pictureAt(wordDocument, reader.u32());
     }
     if (picture.empty()) {
         return {};
     }
-    entry[nameSizeAt] = 0;
-    std::fill_n(entry.begin() + delayAt, 4, std::uint8_t{0});
+    entry[art::fbseNameAt] = 0;
+    std::fill_n(entry.begin() + art::fbseDelayAt, 4, std::uint8_t{0});
     entry.insert(entry.end(), picture.begin(), picture.end());
     return wholeRecord({header.version, header.instance, header.type, 0}, entry);
 }
 
-std::optional<ShapeText> shapeText(std::uint32_t id) {
+std::optional<TextOfShape> shapeText(std::uint32_t id) {
     const auto number = static_cast<std::uint16_t>(id >> 16);
     if (number == 0) {
         return std::nullopt;
     }
-    return ShapeText{number, static_cast<std::uint16_t>(id)};
+    return TextOfShape{number, static_cast<std::uint16_t>(id)};
 }
 
 } // namespace
@@ -104,15 +121,16 @@ Drawings::Drawings(ByteView content, ByteView wordDocument) : wordDocument_(word
 
 void Drawings::read(ByteView content) {
     LittleEndianReader reader(content, "OfficeArtContent");
+    unsigned label = 0; // dgglbl
     while (reader.remaining() >= art::headerSize) {
         const art::RecordHeader header = art::readHeader(reader);
         const ByteView records = reader.view(header.length);
-        if (header.type == drawingGroup) {
-            readStore(records);
-        } else if (header.type == drawing) {
-            readDrawing(records);
+        if (header.type == art::dggContainer) {
+            readShared(records);
+        } else if (header.type == art::dgContainer) {
+            readDrawing(label == 0 ? DrawingOf::main : DrawingOf::headers, records);
         }
-        reader.skip(std::min<std::size_t>(reader.remaining(), 1)); // dgglbl of what follows
+        label = reader.atEnd() ? 0 : reader.u8();
     }
 }
 
@@ -134,41 +152,54 @@ Bytes Drawings::picture(std::uint32_t number) const {
     return storeEntry(entry.header, entry.content, wordDocument_);
 }
 
-void Drawings::readStore(ByteView records) {
+ByteView Drawings::anchored(DrawingOf part, std::uint32_t id) const {
+    const auto& shapes = anchored_[static_cast<std::size_t>(part)];
+    const auto found = shapes.find(id);
+    return found != shapes.end() ? found->second : ByteView{};
+}
+
+void Drawings::readShared(ByteView records) {
     forEachRecord(records, [&](const art::RecordHeader& header, ByteView content) {
-        if (header.type == pictureStore) {
+        if (header.type == art::bstoreContainer) {
             forEachRecord(content, [&](const art::RecordHeader& entry, ByteView bytes) {
                 pictures_.push_back({entry, bytes});
             });
+        } else if (header.type == art::fopt) {
+            defaults_ = art::ShapeProperties(content, header.instance);
         }
     });
 }
 
-void Drawings::readDrawing(ByteView records) {
+void Drawings::readDrawing(DrawingOf part, ByteView records) {
+    auto& anchored = anchored_[static_cast<std::size_t>(part)];
     forEachRecord(records, [&](const art::RecordHeader& header, ByteView content) {
-        if (header.type == shapeGroup) {
-            // The drawing's own group is no shape; what it holds is anchored.
-            forEachRecord(content, [&](const art::RecordHeader& inner, ByteView shape) {
-                if (inner.type == art::spContainer) {
-                    readShape(shape, 0);
-                } else if (inner.type == shapeGroup) {
-                    readGroup(shape, 0, 1);
-                }
-            });
+        if (header.type != art::spgrContainer) {
+            return;
         }
+        // The drawing's own group is no shape; what it holds is anchored.
+        forEachRecord(content, [&](const art::RecordHeader& inner, ByteView shape) {
+            std::uint32_t id = 0;
+            if (inner.type == art::spContainer) {
+                id = readShape(shape, 0);
+            } else if (inner.type == art::spgrContainer) {
+                id = readGroup(shape, 0, 1);
+            }
+            anchored.try_emplace(id, wholeView(shape));
+        });
     });
 }
 
-void Drawings::readGroup(ByteView records, std::uint32_t outermost, int depth) {
+std::uint32_t Drawings::readGroup(ByteView records, std::uint32_t outermost, int depth) {
     // The first shape is the group itself.
     forEachRecord(records, [&](const art::RecordHeader& header, ByteView content) {
         if (header.type == art::spContainer) {
             const std::uint32_t id = readShape(content, outermost);
             outermost = outermost == 0 ? id : outermost;
-        } else if (header.type == shapeGroup && depth < deepestGroup) {
+        } else if (header.type == art::spgrContainer && depth < deepestGroup) {
             readGroup(content, outermost, depth + 1);
         }
     });
+    return outermost;
 }
 
 std::uint32_t Drawings::readShape(ByteView records, std::uint32_t outermost) {
@@ -180,11 +211,11 @@ std::uint32_t Drawings::readShape(ByteView records, std::uint32_t outermost) {
             id = LittleEndianReader(content, "OfficeArtFSP").u32();
         } else if (header.type == art::fopt) {
             shape.properties = art::ShapeProperties(content, header.instance);
-        } else if (header.type == clientTextbox) {
+        } else if (header.type == art::clientTextbox) {
             shape.text = shapeText(LittleEndianReader(content, "OfficeArtClientTextbox").u32());
         }
     });
-    if (const auto text = shapeText(shape.properties.value(textOfShape).value_or(0))) {
+    if (const auto text = shapeText(shape.properties.value(art::textOfShape).value_or(0))) {
         shape.text = text;
     }
     if (shape.text && shape.text->link == 0) {

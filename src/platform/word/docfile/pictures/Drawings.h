@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <unordered_map>
@@ -13,7 +14,7 @@ namespace qvnd::word {
 
 // What a shape shows when it is text: a story of text boxes, or a later part of one that flows
 // through a chain of shapes.
-struct ShapeText {
+struct TextOfShape {
     std::uint16_t number = 0; // of the story in PlcftxbxTxt, counted from 1
     std::uint16_t link = 0;   // place in the chain, counted from 0
 };
@@ -22,9 +23,12 @@ struct Shape {
     std::uint32_t id = 0;
     unsigned kind = 0; // MSOSPT
     art::ShapeProperties properties;
-    std::optional<ShapeText> text;
+    std::optional<TextOfShape> text;
     std::uint32_t outermost = 0; // the shape or group that has the anchor; itself when in no group
 };
+
+// Which part of the text a drawing floats over.
+enum class DrawingOf : std::uint8_t { main, headers };
 
 // The shapes and pictures of a document's drawings (OfficeArtContent, [MS-DOC] 2.9.172). Reads up
 // to the first damage. The views must outlive it.
@@ -37,6 +41,10 @@ public:
     const Shape* shape(std::uint32_t id) const;
     // The first shape that shows a story, by the story's number; null when there is none.
     const Shape* shapeOfText(std::size_t number) const;
+    // The record of a shape or group that is in no group; empty when there is none.
+    ByteView anchored(DrawingOf part, std::uint32_t id) const;
+    // What shapes have that do not say otherwise.
+    const art::ShapeProperties& defaults() const { return defaults_; }
     // An entry of the store of pictures with its picture in it, counted from 1; empty when there
     // is no such picture.
     Bytes picture(std::uint32_t number) const;
@@ -48,16 +56,18 @@ private:
     };
 
     void read(ByteView content);
-    void readStore(ByteView records);
-    void readDrawing(ByteView records);
-    // `outermost` is 0 for the groups of the drawing itself.
-    void readGroup(ByteView records, std::uint32_t outermost, int depth);
+    void readShared(ByteView records);
+    void readDrawing(DrawingOf part, ByteView records);
+    // `outermost` is 0 for the groups of the drawing itself. Both answer the outermost shape.
+    std::uint32_t readGroup(ByteView records, std::uint32_t outermost, int depth);
     std::uint32_t readShape(ByteView records, std::uint32_t outermost);
 
     ByteView wordDocument_;
     std::vector<StoreEntry> pictures_;
     std::unordered_map<std::uint32_t, Shape> shapes_;
     std::unordered_map<std::size_t, std::uint32_t> shapesOfTexts_;
+    std::array<std::unordered_map<std::uint32_t, ByteView>, 2> anchored_; // by DrawingOf
+    art::ShapeProperties defaults_;
 };
 
 } // namespace qvnd::word

@@ -11,9 +11,8 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr unsigned pictureFrame = 75;         // MSOSPT
-constexpr std::uint16_t textOfShape = 0x0080; // opid lTxid
-constexpr std::size_t anchorSize = 26;        // Spa
+constexpr unsigned pictureFrame = 75;  // MSOSPT
+constexpr std::size_t anchorSize = 26; // Spa
 
 DataBlob inlineForm(const Drawings& drawings, ByteView anchor) {
     LittleEndianReader reader(anchor, "Spa");
@@ -24,7 +23,7 @@ DataBlob inlineForm(const Drawings& drawings, ByteView anchor) {
     const std::int64_t width = reader.i32() - left;
     const std::int64_t height = reader.i32() - top;
     if (shape == nullptr || shape->kind != pictureFrame || shape->outermost != id ||
-        shape->properties.value(textOfShape)) {
+        shape->properties.value(art::textOfShape)) {
         return nullptr;
     }
     const Bytes entry = drawings.picture(shape->properties.value(art::pib).value_or(0));

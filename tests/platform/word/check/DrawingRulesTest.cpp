@@ -1,0 +1,157 @@
+#include "platform/word/check/SoundDocument.h"
+#include "platform/word/docfile/DrawingBytes.h"
+
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "support/Images.h"
+
+#include <gtest/gtest.h>
+
+// Each rule about drawings: one thing broken breaks that rule and no other.
+namespace qvnd::test {
+namespace {
+
+using namespace word;
+using namespace word::test;
+using Rules = std::set<std::string>;
+
+// A document with a shape that shows a text, and one that shows a picture.
+class DrawnDocument {
+public:
+    ShapeBytes box;
+    ShapeBytes picture;
+    std::vector<Bytes> pictures{encodeBlip(*recogniseImage(png(4, 2)))};
+    std::vector<BoxBytes> boxes{{0, 1, 0x402}};
+    std::u16string boxText = u"框\r";
+    Bytes behind; // the drawing
+
+    DrawnDocument() {
+        box.id = 0x402;
+        box.text = 0x10000;
+        picture.id = 0x403;
+        picture.anchor = 1;
+        picture.properties.setBlip(art::pib, 1);
+    }
+
+    Rules rules() {
+        const Cp first = document_.find(u"节");
+        const Cp second = document_.find(u"末");
+        for (const Cp cp : {first, second}) {
+            document_.text().characters[cp].properties = withSprm8({}, sprm::CFSpec, 1);
+            document_.text().text[cp] = 0x08;
+        }
+        document_.text().text[first] = firstMark;
+        auto& piece = document_.text();
+        const auto back = piece.text.size() - 1; // in front of the mark that ends all text
+        piece.text.insert(back, boxText + u"\r");
+        piece.characters.push_back({static_cast<Cp>(boxText.size() + 1), {}});
+        const PieceText::Paragraph last = piece.paragraphs.back();
+        piece.paragraphs.back() = {static_cast<Cp>(boxText.size()), 0, {}};
+        piece.paragraphs.push_back({1, 0, {}});
+        piece.paragraphs.push_back(last);
+        document_.file.lengths.textBoxes = static_cast<Cp>(boxText.size() + 1);
+        auto& parts = document_.file.parts;
+        parts[FibPair::DggInfo] = joined(
+            {sharedBytes(pictures), drawingBytes(0, {box.bytes(), picture.bytes()}), behind});
+        parts[FibPair::PlcSpaMom] = anchorTable({{first, 0x402}, {second, anchoredShape}});
+        parts[FibPair::PlcftxbxTxt] = boxTable(boxes, static_cast<Cp>(boxText.size()));
+        parts[FibPair::PlcfTxbxBkd] = breaks;
+        return brokenRules(document_.bytes());
+    }
+
+    char16_t firstMark = 0x08;
+    std::uint32_t anchoredShape = 0x403;
+    Bytes breaks = encodePlc({0, 2, 5}, hex("0000 0000 0000 ffff 0000 0000"));
+
+private:
+    SoundDocument document_;
+};
+
+TEST(DrawingRules, ASoundDocumentBreaksNone) { EXPECT_EQ(DrawnDocument().rules(), Rules{}); }
+
+TEST(DrawingRules, RecordsMustFillTheirPlace) {
+    DrawnDocument document;
+    document.behind = Bytes(3, 0);
+    EXPECT_EQ(document.rules(), Rules{"drawing.records"});
+}
+
+TEST(DrawingRules, EachPartHasOneDrawing) {
+    DrawnDocument document;
+    document.behind = drawingBytes(0, {});
+    EXPECT_EQ(document.rules().count("drawing.records"), 1U);
+}
+
+TEST(DrawingRules, AnIdentifierIsUsedOnce) {
+    DrawnDocument document;
+    document.behind = drawingBytes(1, {});
+    document.picture.id = 0x402;
+    document.anchoredShape = 0x402;
+    EXPECT_EQ(document.rules().count("drawing.id"), 1U);
+}
+
+TEST(DrawingRules, AnIdentifierLiesInAClusterOfItsDrawing) {
+    DrawnDocument document;
+    document.picture.id = document.anchoredShape = 0x802;
+    EXPECT_EQ(document.rules(), Rules{"drawing.id"});
+}
+
+TEST(DrawingRules, AnAnchorNamesAShape) {
+    DrawnDocument document;
+    document.anchoredShape = 0x404;
+    EXPECT_EQ(document.rules(), Rules{"drawing.anchor"});
+}
+
+TEST(DrawingRules, AShapeKnowsThePlaceOfItsAnchor) {
+    DrawnDocument document;
+    document.picture.anchor = 0;
+    EXPECT_EQ(document.rules(), Rules{"drawing.anchor"});
+}
+
+TEST(DrawingRules, AnAnchorStandsAtItsCharacter) {
+    DrawnDocument document;
+    document.firstMark = u'x';
+    EXPECT_EQ(document.rules(), Rules{"drawing.mark"});
+}
+
+TEST(DrawingRules, AShapeNamesAPictureThatThereIs) {
+    DrawnDocument document;
+    document.pictures.clear();
+    EXPECT_EQ(document.rules(), Rules{"drawing.picture"});
+}
+
+TEST(DrawingRules, APictureElsewhereIsARecordOfTheMainStream) {
+    DrawnDocument document;
+    Bytes& entry = document.pictures[0];
+    entry.resize(art::headerSize + art::fbseSize);
+    put32(entry, 4, art::fbseSize);
+    put32(entry, art::headerSize + art::fbseCountAt, 1);
+    EXPECT_EQ(document.rules(), Rules{"drawing.picture"});
+}
+
+TEST(DrawingRules, AShapeNamesATextThatNamesIt) {
+    DrawnDocument document;
+    document.boxes[0].first = 0x403;
+    EXPECT_EQ(document.rules().count("drawing.text"), 1U);
+}
+
+TEST(DrawingRules, AChainIsAsLongAsItsTextSays) {
+    DrawnDocument document;
+    document.boxes[0].shapes = 2;
+    EXPECT_EQ(document.rules(), Rules{"drawing.text"});
+}
+
+TEST(DrawingRules, ATextEndsInAParagraphMark) {
+    DrawnDocument document;
+    document.boxText = u"框框";
+    EXPECT_EQ(document.rules().count("drawing.text"), 1U);
+}
+
+TEST(DrawingRules, ABreakLiesInItsText) {
+    DrawnDocument document;
+    document.breaks = encodePlc({0, 4, 5}, hex("0000 0000 0000 ffff 0000 0000"));
+    EXPECT_EQ(document.rules(), Rules{"drawing.break"});
+}
+
+} // namespace
+} // namespace qvnd::test
