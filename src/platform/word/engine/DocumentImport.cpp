@@ -66,6 +66,9 @@ public:
         }
     }
 
+    // What stands for the drawing there is named in another way.
+    void countNoDrawingAt(Cp at) { named_.insert(at); }
+
     // A cell's mark outside of any table only ends its paragraph; readers differ in what they
     // make of it.
     void repairCellMarks(const PropertyLists& lists) {
@@ -121,7 +124,7 @@ private:
             if (kept_.contains(at) || (ofItsOwn_ && c != drawing)) {
                 return;
             }
-            losses_.drawings += c == drawing ? 1 : 0;
+            losses_.drawings += c == drawing && !named_.contains(at) ? 1 : 0;
             edits.remove(at);
         }
     }
@@ -159,8 +162,9 @@ private:
     TextImport& text_;
     ImportLosses& losses_;
     bool ofItsOwn_;
-    std::unordered_set<Cp> kept_; // anchors of what comes along
-    std::vector<Cp> ends_;        // of the runs
+    std::unordered_set<Cp> kept_;  // anchors of what comes along
+    std::unordered_set<Cp> named_; // those of text boxes that come as text
+    std::vector<Cp> ends_;         // of the runs
 };
 
 // Gives the bookmarks names that are free in the target.
@@ -188,20 +192,25 @@ class StoriesImport {
 public:
     StoriesImport(DocumentTables& target, const DocumentData& source, const NewNames& names)
         : target_(target), source_(source), names_(names), tables_(target, source.tables),
-          text_(tables_, target, source.tables) {
+          text_(tables_, target, source.tables), firstShape_(target.shapes) {
         losses_.footnotes = source.side.footnotes;
         losses_.endnotes = source.side.endnotes;
         losses_.comments = source.side.comments;
+        target.shapes += source.tables.shapes;
     }
 
     // The main story; afterwards moved() knows what became of its positions.
     Story main() {
-        main_ = imported(source_.main, source_.floatingPictures, false, edits_);
-        bringSideTexts(main_.anchors);
-        losses_.madeInline = static_cast<int>(source_.floatingPictures.size());
+        std::vector<FloatingPicture> damaged = source_.floatingPictures;
+        std::erase_if(damaged, [](const FloatingPicture& one) { return one.inDrawing; });
+        main_ = imported(source_.main, damaged, false, edits_);
+        bringAnchored(main_.anchors);
+        losses_.madeInline = static_cast<int>(damaged.size());
         placing_.emplace(main_, target_.lists);
         for (const TextBox& box : source_.textBoxes) {
-            placeTextBox(box);
+            if (!box.inDrawing) {
+                placeTextBox(box);
+            }
         }
         placing_->apply();
         return std::move(main_);
@@ -248,6 +257,7 @@ public:
                 if (const std::optional<Story>& header = source_.headers[i][kind]) {
                     StoryEdits edits;
                     set[kind] = imported(*header, {}, false, edits);
+                    bringAnchored(set[kind]->anchors);
                 }
             }
         }
@@ -265,15 +275,67 @@ public:
 
 private:
     // What the anchors name comes along, and they name it in the target.
-    void bringSideTexts(std::vector<Anchor>& anchors) {
+    void bringAnchored(std::vector<Anchor>& anchors) {
         for (Anchor& anchor : anchors) {
-            if (anchor.kind == AnchorKind::comment) {
+            switch (anchor.kind) {
+            case AnchorKind::comment:
                 anchor.index = comment(anchor.index);
-            } else {
-                (anchor.kind == AnchorKind::footnote ? losses_.footnotes : losses_.endnotes) -= 1;
+                break;
+            case AnchorKind::drawing:
+                anchor.index = bringDrawing(anchor.index);
+                break;
+            case AnchorKind::footnote:
+                --losses_.footnotes;
                 anchor.index = note(anchor.index);
+                break;
+            case AnchorKind::endnote:
+                --losses_.endnotes;
+                anchor.index = note(anchor.index);
+                break;
             }
         }
+    }
+
+    std::uint32_t bringDrawing(std::uint32_t index) {
+        Drawing brought = source_.tables.drawings.at(index);
+        for (ShapeReference& reference : brought.references) {
+            reference.index = targetOf(reference);
+        }
+        target_.drawings.push_back(std::move(brought));
+        return static_cast<std::uint32_t>(target_.drawings.size() - 1);
+    }
+
+    std::uint32_t targetOf(const ShapeReference& reference) {
+        switch (reference.kind) {
+        case ShapeReference::Kind::shape:
+        case ShapeReference::Kind::otherShape:
+            return firstShape_ + reference.index;
+        case ShapeReference::Kind::picture:
+            return tables_.shapePicture(reference.index);
+        case ShapeReference::Kind::text:
+            return shapeText(reference.index);
+        case ShapeReference::Kind::object:
+            return tables_.object(reference.index).value_or(0);
+        case ShapeReference::Kind::anchor:
+            break;
+        }
+        return 0;
+    }
+
+    std::uint32_t shapeText(std::uint32_t index) {
+        const auto next = static_cast<std::uint32_t>(target_.shapeTexts.size());
+        const auto [known, isNew] = shapeTexts_.try_emplace(index, next);
+        if (isNew) {
+            ShapeText there = source_.tables.shapeTexts.at(index);
+            StoryEdits edits;
+            there.text = std::make_shared<const Story>(imported(*there.text, {}, false, edits));
+            for (Cp& at : there.breaks) {
+                at = edits.moved(at);
+            }
+            target_.shapeTexts.push_back(std::move(there));
+            ++losses_.broughtTexts;
+        }
+        return known->second;
     }
 
     std::uint32_t note(std::uint32_t index) {
@@ -301,6 +363,11 @@ private:
                    StoryEdits& edits) {
         const std::vector<FieldPlace> fields = fieldPlaces(source);
         TextChanges changes(source, floating, ofItsOwn, text_, losses_);
+        if (&source == &source_.main) {
+            for (const TextBox& box : source_.textBoxes) {
+                changes.countNoDrawingAt(box.at);
+            }
+        }
         changes.removeAnchors();
         changes.repairCellMarks(source_.tables.lists);
         changes.unwrapObjects(fields);
@@ -340,7 +407,9 @@ private:
     Story main_;
     StoryEdits edits_; // of the main story
     std::optional<TextBoxPlacing> placing_;
-    std::unordered_map<std::uint32_t, std::uint32_t> comments_; // index here, index there
+    std::unordered_map<std::uint32_t, std::uint32_t> comments_;   // index here, index there
+    std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_; // the same
+    std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 
 } // namespace

@@ -35,7 +35,8 @@ ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
     : target_(target), source_(source), fonts_(target.fonts, source.fonts),
       rewriter_(source.lists, target.lists, *this), lists_(target, source, rewriter_),
       styles_(target, source, rewriter_, *this, translated(source.styles.defaultFonts, fonts_)),
-      blobs_(source.blobs.size()), objects_(source.objects.size()) {}
+      blobs_(source.blobs.size()), objects_(source.objects.size()),
+      shapePictures_(source.shapePictures.size()) {}
 
 std::optional<StyleIndex> ImportTables::style(StyleIndex istd, StyleKind kind) {
     const auto& styles = source_.styles.styles;
@@ -49,6 +50,10 @@ std::optional<std::uint32_t> ImportTables::blob(std::uint32_t index) {
 
 std::optional<std::uint32_t> ImportTables::object(std::uint32_t index) {
     return shared(index, source_.objects, target_.objects, objects_);
+}
+
+std::uint32_t ImportTables::shapePicture(std::uint32_t index) {
+    return shared(index, source_.shapePictures, target_.shapePictures, shapePictures_).value();
 }
 
 std::optional<std::uint16_t> ImportTables::author(std::uint16_t index) {

@@ -29,6 +29,8 @@ public:
     std::uint16_t list(std::uint16_t ilfo) override { return lists_.list(ilfo); }
     std::optional<std::uint32_t> blob(std::uint32_t index) override;
     std::optional<std::uint32_t> object(std::uint32_t index) override;
+    // The picture exists.
+    std::uint32_t shapePicture(std::uint32_t index);
     std::optional<std::uint16_t> author(std::uint16_t index) override;
 
 private:
@@ -41,6 +43,7 @@ private:
     StyleImport styles_;
     std::vector<std::optional<std::uint32_t>> blobs_;   // by index in the source
     std::vector<std::optional<std::uint32_t>> objects_; // the same
+    std::vector<std::optional<std::uint32_t>> shapePictures_;
 };
 
 } // namespace qvnd::word

@@ -47,13 +47,11 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, losses.comments, u"批注", u"条");
     say(lines, losses.textBoxesInFrames, u"文本框", u"个", u"改成了图文框，其边框和填充未能带入");
     say(lines, losses.textBoxesInText, u"文本框", u"个", u"改成了正文，放在其锚点所在的段落之后");
-    const int carried = losses.textBoxesInFrames + losses.textBoxesInText;
+    const int flattened = losses.textBoxesInFrames + losses.textBoxesInText;
     say(lines, losses.blankTextBoxes, u"空文本框", u"个");
-    say(lines, side.textBoxes - carried - losses.blankTextBoxes, u"文本框", u"个");
-    say(lines, side.headerTextBoxes, u"页眉页脚中的文本框", u"个");
-    // A text box is anchored like any other shape.
-    const int drawings = std::max(side.drawings, losses.drawings + losses.madeInline);
-    say(lines, drawings - side.textFrames - losses.madeInline, u"浮动图形", u"个");
+    const int texts = losses.broughtTexts + flattened + losses.blankTextBoxes;
+    say(lines, side.textBoxes - texts, u"文本框", u"个");
+    say(lines, losses.drawings, u"浮动图形", u"个");
     say(lines, losses.madeInline, u"浮动图片", u"个", u"改成了嵌入式图片");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");

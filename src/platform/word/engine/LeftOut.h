@@ -13,8 +13,9 @@ struct ImportLosses {
     int endnotes = 0;
     int comments = 0;
     int objects = 0;           // embedded objects without data; their pictures stay
-    int drawings = 0;          // anchors of floating shapes
-    int madeInline = 0;        // floating pictures that stand in their lines now
+    int drawings = 0;          // anchors of floating shapes that are damaged
+    int broughtTexts = 0;      // texts of shapes that came with their shapes
+    int madeInline = 0;        // damaged shapes whose pictures stand in their lines now
     int textBoxesInFrames = 0; // text boxes whose text stands in a frame now
     int textBoxesInText = 0;   // those whose text stands in the text
     int blankTextBoxes = 0;    // those that hold nothing to carry

@@ -159,11 +159,18 @@ PropertyListId TextImport::fitted(PropertyListId list, bool ofCharacters) {
 
 Story TextImport::imported(const Story& story) {
     Story result = importedText(story);
-    // Without the mark of a special character a field's character is plain text to readers.
+    // Without the mark of a special character the character of a field or a drawing is plain text
+    // to readers.
     std::vector<Cp> places;
     for (const FieldMark& mark : result.fields) {
         places.push_back(mark.at);
     }
+    for (const Anchor& anchor : result.anchors) {
+        if (anchor.kind == AnchorKind::drawing) {
+            places.push_back(anchor.at);
+        }
+    }
+    std::sort(places.begin(), places.end());
     changeCharacters(result.characters, places, [&](PropertyListId list, std::size_t) {
         const auto special = findSprm(target_.lists[list], sprm::CFSpec);
         return special && special->operand[0] == 1

@@ -374,7 +374,6 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     file.parts[FibPair::PlcfandRef] = plc(4, 30);
     file.parts[FibPair::PlcSpaMom] = plc(5, 26);
     file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
-    file.parts[FibPair::PlcfHdrtxbxTxt] = plc(4, 22);
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
     const DocumentData document = readSound(file);
     EXPECT_THAT(document.remarks,
@@ -385,7 +384,6 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     EXPECT_EQ(side.comments, 4);
     EXPECT_EQ(side.drawings, 5);
     EXPECT_EQ(side.textBoxes, 2);
-    EXPECT_EQ(side.headerTextBoxes, 3);
     EXPECT_EQ(side.embeddedObjects, 2);
     EXPECT_TRUE(side.macros);
     EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).side.macros);

@@ -31,7 +31,6 @@ Bytes record(unsigned version, unsigned instance, std::uint16_t type, ByteView c
     return writer.take();
 }
 
-constexpr unsigned rectangle = 1;
 constexpr unsigned textFrame = 202;
 constexpr std::uint16_t shapeGroup = 0xF003;
 
@@ -187,13 +186,6 @@ TEST(TextBoxes, DamagedDrawingsLeaveThoseWhoseAnchorNamesTheirShape) {
     const Bytes boxes = boxTable({{0, 0x402}, {3, 0x405}}, 5);
     EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}}), Bytes(9, 0xFF)), ElementsAre(at(4, 0, 3)));
     EXPECT_THAT(places({}, {}, {}), IsEmpty());
-}
-
-TEST(TextBoxes, OnlyFramesAroundTextCountAsNothingButTextBoxes) {
-    const Bytes drawings = drawing({shape(0x402, 0x10000), shape(0x403, 0x20000, rectangle),
-                                    shape(0x404), group({shape(0x405), shape(0x406, 0x30000)})});
-    const Bytes anchors = anchorTable({{1, 0x402}, {2, 0x403}, {3, 0x404}, {4, 0x405}});
-    EXPECT_EQ(countTextFrames(anchors, Drawings(drawings, {})), 1);
 }
 
 TEST(Drawings, GroupsNestedWithoutEndAreReadToABound) {

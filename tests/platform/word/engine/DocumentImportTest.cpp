@@ -670,7 +670,6 @@ TEST(ImportedRevisions, ARevisionOfNobodyStaysOne) {
 TEST(ImportedPictures, AFloatingPictureComesAsOneInLineAtItsAnchor) {
     SourceDocument source;
     source.paragraph(u"a\u0008\u0008b", 0, {}, sprm8(sprm::CFSpec, 1) + sprm16(sprm::CHps, 30));
-    source.data.side.drawings = 2;
     source.data.floatingPictures = {{1, std::make_shared<Bytes>(Bytes{1, 2})}};
     ImportTarget target;
     target.import(source.data);
@@ -819,6 +818,109 @@ TEST(ImportedFields, ATableOfContentsTravelsAsItIs) {
     EXPECT_EQ(target.last.text->fields, source.data.main.fields);
 }
 
+// --- drawings -------------------------------------------------------------------------------
+
+// A document whose one drawing names one of everything, and a target that holds some already.
+class ImportedDrawings : public testing::Test {
+protected:
+    ImportedDrawings() {
+        using Kind = ShapeReference::Kind;
+        source.paragraph(u"a\u0008b", 0, {}, sprm8(sprm::CFSpec, 1));
+        DocumentTables& tables = source.data.tables;
+        tables.shapes = 2;
+        tables.shapePictures = {std::make_shared<Bytes>(Bytes{1}),
+                                std::make_shared<Bytes>(Bytes{2})};
+        tables.objects = {std::make_shared<EmbeddedObject>()};
+        const auto text = std::make_shared<Story>(
+            textBox(u"x\u0002y\r", source.list(sprm8(sprm::CFSpec, 1) + sprm8(sprm::CFBold, 1))));
+        tables.shapeTexts = {{text, {2}}};
+        tables.drawings = {{Bytes(22, 7),
+                            Bytes(100, 9),
+                            {{0, Kind::shape, 0, 0},
+                             {4, Kind::otherShape, 1, 0},
+                             {8, Kind::picture, 1, 0},
+                             {12, Kind::text, 0, 3},
+                             {16, Kind::object, 0, 0},
+                             {20, Kind::anchor, 0, 0}}}};
+        source.data.main.anchors = {{1, AnchorKind::drawing, 0}};
+        source.data.side.textBoxes = 1;
+        target.tables.shapes = 10;
+        target.tables.shapePictures = {std::make_shared<Bytes>()};
+        target.tables.objects = {std::make_shared<EmbeddedObject>()};
+        target.tables.shapeTexts.resize(4);
+        target.tables.drawings.resize(6);
+    }
+
+    SourceDocument source;
+    ImportTarget target;
+};
+
+TEST_F(ImportedDrawings, ADrawingComesWithAllThatItNamesInTermsOfTheTarget) {
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0008b\r");
+    const std::vector<Anchor> anchors{{1, AnchorKind::drawing, 6}};
+    EXPECT_EQ(target.last.text->anchors, anchors);
+    const Drawing& drawing = target.tables.drawings.at(6);
+    EXPECT_EQ(drawing.place, Bytes(22, 7));
+    EXPECT_EQ(drawing.records, Bytes(100, 9));
+    std::vector<std::uint32_t> indexes;
+    for (const ShapeReference& reference : drawing.references) {
+        indexes.push_back(reference.index);
+    }
+    EXPECT_EQ(indexes, (std::vector<std::uint32_t>{10, 11, 1, 4, 1, 0}));
+    EXPECT_EQ(drawing.references[3].link, 3);
+    EXPECT_EQ(target.tables.shapes, 12U);
+    EXPECT_EQ(*target.tables.shapePictures.at(1), Bytes{2});
+    EXPECT_TRUE(target.last.leftOut.empty());
+}
+
+TEST_F(ImportedDrawings, TheTextOfAShapeIsImportedLikeAnyOther) {
+    target.import(source.data);
+    const ShapeText& text = target.tables.shapeTexts.at(4);
+    EXPECT_EQ(text.text->text, u"xy\r"); // a note cannot stand there
+    EXPECT_EQ(text.breaks, std::vector<Cp>{1});
+    EXPECT_EQ(operand8(target.tables.lists[text.text->characters.at(0).properties], sprm::CFBold),
+              1);
+}
+
+TEST_F(ImportedDrawings, ASecondInsertionBringsDrawingsOfItsOwn) {
+    target.import(source.data);
+    target.import(source.data);
+    EXPECT_EQ(target.tables.drawings.size(), 8U);
+    EXPECT_EQ(target.tables.drawings[7].references[0].index, 12U);
+    EXPECT_EQ(target.tables.shapes, 14U);
+}
+
+TEST_F(ImportedDrawings, TheCharacterOfADrawingIsSpecial) {
+    source.data.main.characters = {{4, PropertyListId::empty}};
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0008b\r");
+    EXPECT_EQ(operand8(target.runList(1), sprm::CFSpec), 1);
+}
+
+TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
+    source.data.main.anchors.clear();
+    source.data.main.text[1] = u'\f';
+    source.data.main.paragraphs = {{2, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    source.data.sections = {{2, PropertyListId::empty}, {2, PropertyListId::empty}};
+    Story header = textBox(u"h\u0008\r", source.list(sprm8(sprm::CFSpec, 1)));
+    header.anchors = {{1, AnchorKind::drawing, 0}};
+    source.data.headers.resize(2);
+    source.data.headers[0][1] = header;
+    target.import(source.data);
+    ASSERT_EQ(target.last.headers.size(), 2U);
+    const std::vector<Anchor> anchors{{1, AnchorKind::drawing, 6}};
+    EXPECT_EQ(target.last.headers[0][1]->anchors, anchors);
+}
+
+TEST_F(ImportedDrawings, WhatOthersDrawFlatIsNotBroughtTwice) {
+    source.data.textBoxes = {{1, textBox(u"xy\r"), {}, true}};
+    source.data.floatingPictures = {{1, std::make_shared<Bytes>(Bytes{1}), true}};
+    target.import(source.data);
+    EXPECT_EQ(target.last.text->text, u"a\u0008b\r");
+    EXPECT_TRUE(target.last.leftOut.empty());
+}
+
 // --- text boxes -----------------------------------------------------------------------------
 
 TEST(ImportedTextBoxes, TheirTextFollowsTheParagraphOfTheirAnchorAndTheUserIsTold) {
@@ -827,9 +929,7 @@ TEST(ImportedTextBoxes, TheirTextFollowsTheParagraphOfTheirAnchorAndTheUserIsTol
     source.paragraph(u"c");
     source.data.sections = {{source.data.main.size(), PropertyListId::empty}};
     source.data.bookmarks = {{u"c", 5, 6, 0}};
-    source.data.side.drawings = 2;
     source.data.side.textBoxes = 2;
-    source.data.side.textFrames = 2;
     const PropertyListId bold = source.list(sprm8(sprm::CFBold, 1));
     source.data.textBoxes = {{1, textBox(u"one\r", bold), {}}, {3, textBox(u"two\r"), {}}};
     ImportTarget target;
@@ -847,9 +947,7 @@ TEST(ImportedTextBoxes, OneWithASpotIsAFrameAndTheUserIsTold) {
     SourceDocument source;
     source.paragraph(u"a");
     source.paragraph(u"b\u0008", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.data.side.drawings = 1;
     source.data.side.textBoxes = 1;
-    source.data.side.textFrames = 1;
     FrameSpot spot;
     spot.width = 100;
     spot.height = 100;
@@ -882,31 +980,24 @@ TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
     source.data.side.footnotes = 3;
     source.data.side.endnotes = 1;
     source.data.side.comments = 2;
-    source.data.side.drawings = 4;
     source.data.side.textBoxes = 1;
-    source.data.side.textFrames = 1;
     ImportTarget target;
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"abcd\r");
     EXPECT_THAT(target.last.leftOut,
                 ElementsAre(u"脚注 3 个未能带入", u"尾注 1 个未能带入", u"批注 2 条未能带入",
-                            u"文本框 1 个未能带入", u"浮动图形 3 个未能带入"));
+                            u"文本框 1 个未能带入", u"浮动图形 1 个未能带入"));
 }
 
-TEST(LeftOut, TextBoxesWithoutAnchorEmptyOnesAndThoseOfHeadersAreNamed) {
+TEST(LeftOut, TextBoxesWithoutAnchorAndEmptyOnesAreNamed) {
     SourceDocument source;
     source.paragraph(u"a\u0008b", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.data.side.drawings = 3;
     source.data.side.textBoxes = 3;
-    source.data.side.textFrames = 2;
-    source.data.side.headerTextBoxes = 4;
     source.data.textBoxes.push_back({1, textBox(u" \u3000\r"), {}});
     ImportTarget target;
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"ab\r");
-    EXPECT_THAT(target.last.leftOut,
-                ElementsAre(u"空文本框 1 个未能带入", u"文本框 2 个未能带入",
-                            u"页眉页脚中的文本框 4 个未能带入", u"浮动图形 1 个未能带入"));
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"空文本框 1 个未能带入", u"文本框 2 个未能带入"));
 }
 
 TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {

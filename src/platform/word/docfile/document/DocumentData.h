@@ -46,12 +46,14 @@ struct TextBox {
     Cp at = 0;  // its anchor; that of the group it is in, that of the chain's first shape
     Story text; // ends in a paragraph mark
     std::optional<FrameSpot> spot; // of one in no group
+    bool inDrawing = false;        // its shape is one of DocumentTables::drawings
 };
 
 // A picture that floats over the main story: a shape that shows a picture and nothing else.
 struct FloatingPicture {
-    Cp at = 0;           // its anchor, U+0008
-    DataBlob inlineForm; // the same picture in the same size, as one that stands in a line
+    Cp at = 0;              // its anchor, U+0008
+    DataBlob inlineForm;    // the same picture in the same size, as one that stands in a line
+    bool inDrawing = false; // it is one of DocumentTables::drawings
 };
 
 // How much a file holds of what stands outside the main story's own text and tables.
@@ -59,10 +61,8 @@ struct SideContents {
     int footnotes = 0;
     int endnotes = 0;
     int comments = 0;
-    int textBoxes = 0;       // shapes with text, anchored in the main story
-    int headerTextBoxes = 0; // those of headers and footers
-    int drawings = 0;        // floating shapes anchored in the main story, each group as one
-    int textFrames = 0;      // those of the drawings that are a text box and nothing else
+    int textBoxes = 0; // texts of shapes that are anchored in the main story
+    int drawings = 0;  // floating shapes anchored in the main story, each group as one
     int embeddedObjects = 0;
     bool macros = false;
 };

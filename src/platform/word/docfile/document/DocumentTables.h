@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/document/Drawing.h"
 #include "platform/word/docfile/document/PropertyLists.h"
 #include "platform/word/docfile/document/Story.h"
 #include "platform/word/docfile/objects/EmbeddedObjects.h"
@@ -120,6 +121,10 @@ struct DocumentTables {
     std::vector<std::u16string> authors;    // of revisions; operand of sprmCIbstRMark and its kin
     std::vector<Note> notes;                // footnotes and endnotes, named by anchors
     std::vector<Comment> comments;          // named by anchors
+    std::vector<Drawing> drawings;          // named by anchors
+    std::vector<DataBlob> shapePictures;    // entries of a store, the picture within: encodeBlip()
+    std::vector<ShapeText> shapeTexts;
+    std::uint32_t shapes = 0; // in all drawings
 };
 
 } // namespace qvnd::word

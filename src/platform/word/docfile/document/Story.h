@@ -38,9 +38,9 @@ struct FieldMark {
     bool operator==(const FieldMark&) const = default;
 };
 
-enum class AnchorKind : std::uint8_t { footnote, endnote, comment };
+enum class AnchorKind : std::uint8_t { footnote, endnote, comment, drawing };
 
-// A character that stands for something with a text of its own, by its index in the pool of that
+// A character that stands for a text of its own or for a drawing, by its index in the pool of that
 // kind (DocumentTables). It travels with its character.
 struct Anchor {
     Cp at = 0;
@@ -75,6 +75,7 @@ struct Story {
     std::vector<Anchor> anchors;
 
     Cp size() const { return static_cast<Cp>(text.size()); }
+    bool operator==(const Story&) const = default;
 };
 
 } // namespace qvnd::word

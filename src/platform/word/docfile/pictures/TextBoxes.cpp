@@ -12,10 +12,10 @@ namespace qvnd::word {
 namespace {
 
 constexpr std::size_t textBoxSize = 22; // FTXBXS
+constexpr std::size_t breakSize = 6;    // Tbkd
 constexpr std::size_t reusableAt = 8;   // fReusable
 constexpr std::size_t shapeAt = 14;     // lid
 constexpr std::size_t anchorSize = 26;  // Spa
-constexpr unsigned textFrame = 202;     // MSOSPT: a text box
 
 struct Anchor {
     Cp at = 0;
@@ -101,14 +101,28 @@ int countTextBoxes(ByteView table) {
     return count;
 }
 
-int countTextFrames(ByteView anchorTable, const Drawings& drawings) {
-    const Plc anchors = decodePlc(anchorTable, anchorSize);
-    int count = 0;
-    for (std::size_t i = 0; i < anchors.count(); ++i) {
-        const Shape* shape = drawings.shape(LittleEndianReader(anchors.element(i), "Spa").u32());
-        count += shape != nullptr && shape->kind == textFrame && shape->text ? 1 : 0;
+std::vector<BoxText> readBoxTexts(ByteView table, ByteView breakTable, Cp length) {
+    const Plc boxes = decodePlc(table, textBoxSize);
+    std::vector<BoxText> texts(boxes.count() == 0 ? 0 : realCount(boxes));
+    Cp end = 0; // texts do not overlap, whatever a damaged table says
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const Cp start = std::max(boxes.positions[i], end);
+        const Cp limit = std::min(boxes.positions[i + 1], length);
+        if (start < limit && !isForReuse(boxes.element(i))) {
+            end = limit;
+            texts[i] = {start, limit - start, {}};
+        }
     }
-    return count;
+    const Plc breaks = decodePlc(breakTable, breakSize);
+    for (std::size_t i = 0; i + 1 < breaks.count(); ++i) {
+        const std::size_t box = LittleEndianReader(breaks.element(i), "Tbkd").u16();
+        const Cp at = breaks.positions[i];
+        if (box < texts.size() && at > texts[box].start &&
+            at < texts[box].start + texts[box].length) {
+            texts[box].breaks.push_back(at - texts[box].start);
+        }
+    }
+    return texts;
 }
 
 std::vector<TextBoxPlace> readTextBoxPlaces(const TextBoxTables& tables, const Drawings& drawings,
@@ -130,7 +144,7 @@ std::vector<TextBoxPlace> readTextBoxPlaces(const TextBoxTables& tables, const D
             at = anchorOf(shape->id, shape, anchors);
         }
         if (at) {
-            places.push_back({at->at, start, limit - start, at->spot});
+            places.push_back({i + 1, at->at, start, limit - start, at->spot});
         }
     }
     std::stable_sort(places.begin(), places.end(),

@@ -12,7 +12,8 @@ namespace qvnd::word {
 
 // Where a text box's text lies in the part of the text boxes.
 struct TextBoxPlace {
-    Cp at = 0; // its anchor in the main story
+    std::size_t number = 0; // in its table, counted from 1
+    Cp at = 0;              // its anchor in the main story
     Cp start = 0;
     Cp length = 0;
     std::optional<FrameSpot> spot; // nothing for one in a group, and for what cannot be
@@ -23,11 +24,19 @@ struct TextBoxTables {
     ByteView anchors; // PlcSpaMom
 };
 
-// How many text boxes a PlcftxbxTxt or PlcfHdrtxbxTxt holds, those kept for reuse not counted.
+// How many text boxes a PlcftxbxTxt holds, those kept for reuse not counted.
 int countTextBoxes(ByteView boxes);
 
-// How many anchored shapes are a text box and nothing else: plain frames around text.
-int countTextFrames(ByteView anchors, const Drawings& drawings);
+// A stretch of the part of the text boxes that belongs to a shape or to a chain of shapes.
+struct BoxText {
+    Cp start = 0;
+    Cp length = 0;          // 0 for one that is kept for reuse
+    std::vector<Cp> breaks; // where the second shape's part begins, the third's, ...
+};
+
+// By their numbers in the table, from the first on; the one that closes the table is not counted.
+// `breaks`: PlcfTxbxBkd or PlcfTxbxHdrBkd. `length`: of the part.
+std::vector<BoxText> readBoxTexts(ByteView boxes, ByteView breaks, Cp length);
 
 // The text boxes whose anchor is known, in the order of the anchors; those of one anchor in the
 // order of their texts. `length`: of the part of the text boxes.

@@ -1,9 +1,11 @@
 #include "platform/word/docfile/reader/DocumentReader.h"
 
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/TextParts.h"
 #include "platform/word/docfile/formatting/Sections.h"
+#include "platform/word/docfile/pictures/CarriedDrawings.h"
 #include "platform/word/docfile/pictures/FloatingPictures.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
 #include "platform/word/docfile/reader/FormattedText.h"
@@ -26,6 +28,7 @@ namespace qvnd::word {
 namespace {
 
 constexpr char16_t breakCharacter = 0x0C;
+constexpr std::uint32_t noText = 0xFFFFFFFF;
 
 void remarkOn(Remarks& remarks, int count, std::u16string_view what) {
     if (count > 0) {
@@ -48,8 +51,11 @@ public:
         text_ =
             readFormattedText(document_, pieces, sectionEnds(), expansion, lists(), data_.remarks);
         readMain(mainLength(pieces));
+        const Drawings drawings(document_.part(FibPair::DggInfo), document_.wordDocument);
+        readDrawings(drawings);
         readHeaders();
         readRest();
+        readFlatDrawings(drawings);
         readSideTexts();
         remarkOn(data_.remarks, expansion.damagedLists(), u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
@@ -210,6 +216,10 @@ private:
                 std::vector<FieldMark> own;
                 appendMarks(own, fields, places[i]->start, places[i]->length, 0);
                 set[i] = story(start + places[i]->start, places[i]->length, own);
+                appendMarks(set[i]->anchors, headerAnchors_, places[i]->start, places[i]->length,
+                            0);
+                std::erase_if(set[i]->anchors,
+                              [&](const Anchor& anchor) { return !isDrawing(*set[i], anchor.at); });
             }
         }
         return set;
@@ -220,7 +230,7 @@ private:
             decodeBookmarks({document_.part(FibPair::SttbfBkmk), document_.part(FibPair::PlcfBkf),
                              document_.part(FibPair::PlcfBkl)},
                             data_.main.size(), data_.remarks);
-        readDrawings();
+        data_.side = countSideContents(document_);
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
     }
@@ -229,14 +239,19 @@ private:
         readNotes(TextPart::footnotes, AnchorKind::footnote);
         readNotes(TextPart::endnotes, AnchorKind::endnote);
         readComments();
-        std::vector<Anchor>& anchors = data_.main.anchors;
+        damagedTexts_ += sortAnchors(data_.main.anchors);
+    }
+
+    // Of two at one place the first stays. Answers how many go.
+    static int sortAnchors(std::vector<Anchor>& anchors) {
         std::stable_sort(anchors.begin(), anchors.end(),
                          [](const Anchor& a, const Anchor& b) { return a.at < b.at; });
         const auto second =
             std::unique(anchors.begin(), anchors.end(),
                         [](const Anchor& a, const Anchor& b) { return a.at == b.at; });
-        damagedTexts_ += static_cast<int>(anchors.end() - second);
+        const auto gone = static_cast<int>(anchors.end() - second);
         anchors.erase(second, anchors.end());
+        return gone;
     }
 
     ByteView tableOf(const std::optional<PositionTable>& table) const {
@@ -301,19 +316,76 @@ private:
         }
     }
 
-    void readDrawings() {
-        const Drawings drawings(document_.part(FibPair::DggInfo), document_.wordDocument);
-        data_.side = countSideContents(document_, drawings);
+    // Shapes with all that they show; their anchors become those of the stories.
+    void readDrawings(const Drawings& drawings) {
+        CarriedDrawings carried(drawings, document_.objects, data_.tables);
+        data_.main.anchors = readDrawingsOf(TextPart::textBoxes, FibPair::PlcfTxbxBkd,
+                                            DrawingOf::main, carried, mainBoxes_);
+        std::erase_if(data_.main.anchors,
+                      [&](const Anchor& anchor) { return !isDrawing(data_.main, anchor.at); });
+        std::vector<std::uint32_t> headerBoxes;
+        headerAnchors_ = readDrawingsOf(TextPart::headerTextBoxes, FibPair::PlcfTxbxHdrBkd,
+                                        DrawingOf::headers, carried, headerBoxes);
+    }
+
+    static bool isDrawing(const Story& story, Cp at) {
+        return at < story.size() && story.text[at] == factsOf(TextPart::textBoxes).anchor;
+    }
+
+    // The anchors of drawings over one part of the text, ascending. `known`: which of the tables'
+    // texts each number of a text box is; `noText` for one that no shape shows.
+    std::vector<Anchor> readDrawingsOf(TextPart boxes, FibPair breaks, DrawingOf part,
+                                       CarriedDrawings& carried,
+                                       std::vector<std::uint32_t>& known) {
+        const TextPartFacts& facts = factsOf(boxes);
+        const auto [start, length] = placeOf(boxes);
+        const std::vector<FieldMark> fields = fieldsOf(boxes);
+        const std::vector<BoxText> texts =
+            readBoxTexts(tableOf(facts.texts), document_.part(breaks), length);
+        known.assign(texts.size(), noText);
+        const auto textOf = [&, start = start](std::uint16_t number) {
+            if (number == 0 || number > texts.size() || texts[number - 1U].length == 0) {
+                return std::optional<std::uint32_t>();
+            }
+            std::uint32_t& index = known[number - 1U];
+            if (index == noText) {
+                const BoxText& text = texts[number - 1U];
+                index = static_cast<std::uint32_t>(data_.tables.shapeTexts.size());
+                data_.tables.shapeTexts.push_back(
+                    {sideText(start, {text.start, text.length}, fields), text.breaks});
+            }
+            return std::optional(index);
+        };
+        std::vector<Anchor> anchors;
+        const Plc places = decodePlc(tableOf(facts.references), facts.references->elementSize);
+        for (std::size_t i = 0; i < places.count(); ++i) {
+            if (const auto drawing = carried.add(part, places.element(i), textOf)) {
+                anchors.push_back({places.positions[i], AnchorKind::drawing, *drawing});
+            }
+        }
+        sortAnchors(anchors);
+        return anchors;
+    }
+
+    // What shapes look like to those who draw none: pictures in line, texts in frames.
+    void readFlatDrawings(const Drawings& drawings) {
         readFloatingPicturesOfMain(drawings);
         readTextBoxes(drawings);
     }
 
+    bool isCarried(Cp at) const {
+        return std::any_of(data_.main.anchors.begin(), data_.main.anchors.end(),
+                           [&](const Anchor& anchor) { return anchor.at == at; });
+    }
+
     void readFloatingPicturesOfMain(const Drawings& drawings) {
-        constexpr char16_t anchor = 0x08;
         data_.floatingPictures = readFloatingPictures(document_.part(FibPair::PlcSpaMom), drawings);
         std::erase_if(data_.floatingPictures, [&](const FloatingPicture& picture) {
-            return picture.at >= data_.main.size() || data_.main.text[picture.at] != anchor;
+            return !isDrawing(data_.main, picture.at);
         });
+        for (FloatingPicture& picture : data_.floatingPictures) {
+            picture.inDrawing = isCarried(picture.at);
+        }
     }
 
     void readTextBoxes(const Drawings& drawings) {
@@ -325,8 +397,11 @@ private:
             if (place.at < data_.main.size()) {
                 std::vector<FieldMark> own;
                 appendMarks(own, fields, place.start, place.length, 0);
-                data_.textBoxes.push_back(
-                    {place.at, story(start + place.start, place.length, own), place.spot});
+                const bool inDrawing = place.number <= mainBoxes_.size() &&
+                                       mainBoxes_[place.number - 1] != noText &&
+                                       isCarried(place.at);
+                data_.textBoxes.push_back({place.at, story(start + place.start, place.length, own),
+                                           place.spot, inDrawing});
             }
         }
     }
@@ -346,7 +421,9 @@ private:
     DocumentData data_;
     std::vector<SectionPlace> places_;
     FormattedText text_;
-    int damagedTexts_ = 0; // of notes and comments
+    std::vector<Anchor> headerAnchors_;    // of drawings, in the part of the headers
+    std::vector<std::uint32_t> mainBoxes_; // texts by the numbers of their text boxes
+    int damagedTexts_ = 0;                 // of notes and comments
     int damagedFields_ = 0;
     int strayFields_ = 0;
     int lostPictures_ = 0;

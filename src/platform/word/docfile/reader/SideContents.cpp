@@ -31,15 +31,13 @@ bool isMacroStorage(const CompoundFile::Entry& entry) {
 
 } // namespace
 
-SideContents countSideContents(const OpenedDocument& document, const Drawings& drawings) {
+SideContents countSideContents(const OpenedDocument& document) {
     SideContents side;
     side.footnotes = references(document, TextPart::footnotes);
     side.endnotes = references(document, TextPart::endnotes);
     side.comments = references(document, TextPart::comments);
     side.textBoxes = countTextBoxes(document.part(FibPair::PlcftxbxTxt));
-    side.headerTextBoxes = countTextBoxes(document.part(FibPair::PlcfHdrtxbxTxt));
     side.drawings = references(document, TextPart::textBoxes);
-    side.textFrames = countTextFrames(document.part(FibPair::PlcSpaMom), drawings);
     side.embeddedObjects = static_cast<int>(
         std::count_if(document.entries.begin(), document.entries.end(), isEmbeddedObject));
     side.macros = std::any_of(document.entries.begin(), document.entries.end(), isMacroStorage);

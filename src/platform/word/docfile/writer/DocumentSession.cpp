@@ -55,27 +55,6 @@ std::vector<FieldMark> fieldsOf(const std::vector<StorySlice>& slices) {
     return marks;
 }
 
-// Everything that the file holds of a story, its fields apart.
-Bytes contentsOf(const Story& story, FileProperties& properties) {
-    LittleEndianWriter out;
-    out.u32(story.size());
-    out.text(story.text);
-    for (const CharacterRun& run : story.characters) {
-        const ByteView list = properties.of(run.properties);
-        out.u32(run.length);
-        out.u32(static_cast<std::uint32_t>(list.size()));
-        out.bytes(list);
-    }
-    for (const ParagraphRun& run : story.paragraphs) {
-        const ByteView list = properties.of(run.properties);
-        out.u32(run.length);
-        out.u16(run.style);
-        out.u32(static_cast<std::uint32_t>(list.size()));
-        out.bytes(list);
-    }
-    return out.take();
-}
-
 void append(std::vector<StorySlice>& slices, const std::vector<StorySlice>& more) {
     slices.insert(slices.end(), more.begin(), more.end());
 }
@@ -98,7 +77,7 @@ DocumentSession::DocumentSession(std::unique_ptr<OutputFile> file)
     : store_(std::move(file), wordDocumentClass), word_(store_), data_(store_), objects_(store_),
       table_(store_, store_.addStream(u"1Table")) {}
 
-DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) const {
+DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) {
     const DocumentTables& tables = content.tables;
     const auto note = [&](std::uint32_t index) -> const auto& {
         return tables.notes.at(index).text;
@@ -113,22 +92,37 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
     parts.headers = encodeHeaders(content.headers);
     parts.comments = gatherSideText(anchors, AnchorKind::comment, comment, commentsEnd_);
     parts.endnotes = gatherSideText(anchors, AnchorKind::endnote, note, endnotesEnd_);
-    if (!parts.footnotes.slices.empty()) {
-        parts.front = content.main;
-        append(parts.front, parts.footnotes.slices);
-    }
-    append(parts.back, parts.comments.slices);
-    append(parts.back, parts.endnotes.slices);
-    if (parts.length() > parts.main) {
-        parts.back.push_back({textEnd_, 0, textEnd_->size()});
-    }
+    parts.drawings = gatherDrawings(anchors, tables, shapeStories_, drawingsEnd_);
+    parts.headerDrawings =
+        gatherDrawings(parts.headers.story.anchors, tables, shapeStories_, headerDrawingsEnd_);
+    parts.side = sideText(parts);
     return parts;
+}
+
+std::vector<StorySlice> DocumentSession::sideText(const Parts& parts) {
+    std::vector<StorySlice> side = parts.footnotes.slices;
+    if (parts.headers.story.size() != 0) {
+        // Headers that are as they were stay where they are in the file.
+        if (parts.headers.story != *headers_) {
+            headers_ = std::make_shared<const Story>(parts.headers.story);
+        }
+        side.push_back({headers_, 0, headers_->size()});
+    }
+    append(side, parts.comments.slices);
+    append(side, parts.endnotes.slices);
+    append(side, parts.drawings.slices);
+    append(side, parts.headerDrawings.slices);
+    if (!side.empty()) {
+        side.push_back({textEnd_, 0, textEnd_->size()});
+    }
+    return side;
 }
 
 void DocumentSession::write(const DocumentContent& content) {
     FileProperties properties(content.tables, data_, objects_);
     const Parts parts = partsOf(content);
     writeText(content, parts, properties);
+    writeDrawings(content, parts);
     writeSections(content, properties);
     data_.flush();
     writeTables(content);
@@ -145,21 +139,10 @@ void DocumentSession::write(const DocumentContent& content) {
 
 void DocumentSession::writeText(const DocumentContent& content, const Parts& parts,
                                 FileProperties& properties) {
-    std::vector<TextRange> ranges =
-        front_.missing(parts.front.empty() ? content.main : parts.front);
-    const std::size_t ofFront = ranges.size();
-    const Story& headers = parts.headers.story;
-    Bytes key = headers.text.empty() ? Bytes{} : contentsOf(headers, properties);
-    const bool headersChanged = key != headers_.key;
-    headers_.key = std::move(key);
-    headers_.piece.length = headers.size();
-    if (headersChanged && headers.size() != 0) {
-        ranges.push_back(
-            {std::make_shared<const Story>(headers), 0, headers.size(), parts.headersAt()});
-    }
-    const std::size_t behindHeaders = ranges.size();
-    for (TextRange& range : back_.missing(parts.back)) {
-        range.position += parts.backAt();
+    std::vector<TextRange> ranges = main_.missing(content.main);
+    const std::size_t ofMain = ranges.size();
+    for (TextRange& range : side_.missing(parts.side)) {
+        range.position += parts.main;
         ranges.push_back(std::move(range));
     }
     if (ranges.empty()) {
@@ -168,14 +151,25 @@ void DocumentSession::writeText(const DocumentContent& content, const Parts& par
     const std::vector<std::uint32_t> places =
         word_.append(ranges, endsOf(content.sections), properties, data_);
     for (std::size_t i = 0; i < ranges.size(); ++i) {
-        if (i < ofFront) {
-            front_.add(ranges[i], places[i]);
-        } else if (i < behindHeaders) {
-            headers_.piece.fc = places[i];
-        } else {
-            back_.add(ranges[i], places[i]);
-        }
+        (i < ofMain ? main_ : side_).add(ranges[i], places[i]);
     }
+}
+
+void DocumentSession::writeDrawings(const DocumentContent& content, const Parts& parts) {
+    const DrawingStores stores{
+        [this](const DataBlob& entry) { return word_.placeOfPicture(entry); },
+        [this](const EmbeddedObjectRef& object) { return objects_.numberOf(object); }};
+    const EncodedDrawings drawings =
+        encodeDrawings(parts.drawings, parts.main, parts.headerDrawings, parts.headers.story.size(),
+                       content.tables, stores);
+    const auto put = [&](TextPart part, FibPair breaks, const DrawingTables& tables) {
+        table_.put(factsOf(part).references->pair, tables.anchors);
+        table_.put(factsOf(part).texts->pair, tables.boxes);
+        table_.put(breaks, tables.breaks);
+    };
+    table_.put(FibPair::DggInfo, drawings.content);
+    put(TextPart::textBoxes, FibPair::PlcfTxbxBkd, drawings.main);
+    put(TextPart::headerTextBoxes, FibPair::PlcfTxbxHdrBkd, drawings.headers);
 }
 
 void DocumentSession::writeSections(const DocumentContent& content, FileProperties& properties) {
@@ -202,9 +196,8 @@ void DocumentSession::writeTables(const DocumentContent& content) {
 }
 
 std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const Parts& parts) {
-    std::vector<Piece> result = front_.pieces(parts.front.empty() ? content.main : parts.front);
-    append(result, headers_.piece);
-    for (const Piece& piece : back_.pieces(parts.back)) {
+    std::vector<Piece> result = main_.pieces(content.main);
+    for (const Piece& piece : side_.pieces(parts.side)) {
         append(result, piece);
     }
     return result;
@@ -220,6 +213,9 @@ void DocumentSession::writePositions(const DocumentContent& content, const Parts
     putFields(TextPart::headers, headers.fields, headers.size());
     putFields(TextPart::comments, fieldsOf(parts.comments.slices), parts.comments.length);
     putFields(TextPart::endnotes, fieldsOf(parts.endnotes.slices), parts.endnotes.length);
+    putFields(TextPart::textBoxes, fieldsOf(parts.drawings.slices), parts.drawings.length);
+    putFields(TextPart::headerTextBoxes, fieldsOf(parts.headerDrawings.slices),
+              parts.headerDrawings.length);
     writeBookmarks(content, parts.length());
     writeNotes(content, parts);
     writeComments(content, parts);
@@ -301,6 +297,8 @@ void DocumentSession::writeFib(const Parts& parts) {
     fib.ccp.headers = parts.headers.story.size();
     fib.ccp.comments = parts.comments.length;
     fib.ccp.endnotes = parts.endnotes.length;
+    fib.ccp.textBoxes = parts.drawings.length;
+    fib.ccp.headerTextBoxes = parts.headerDrawings.length;
     for (std::size_t i = 0; i < Fib::pairsOfWord2003; ++i) {
         const auto pair = static_cast<FibPair>(i);
         fib.set(pair, table_.place(pair));

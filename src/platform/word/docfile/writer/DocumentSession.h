@@ -4,6 +4,7 @@
 #include "platform/word/docfile/objects/ObjectPool.h"
 #include "platform/word/docfile/styles/ListDefinitionEncoder.h"
 #include "platform/word/docfile/text/HeaderStory.h"
+#include "platform/word/docfile/writer/DrawingParts.h"
 #include "platform/word/docfile/writer/SideText.h"
 #include "platform/word/docfile/writer/TableStream.h"
 #include "platform/word/docfile/writer/WordStream.h"
@@ -29,12 +30,6 @@ public:
     CompoundStore& store() { return store_; }
 
 private:
-    // The headers and footers behind the main text, as they are in the file.
-    struct Headers {
-        Bytes key; // text and properties, to tell whether they have changed
-        Piece piece;
-    };
-
     // The parts of the text in the order in which they follow each other in the file.
     struct Parts {
         Cp main = 0; // length
@@ -42,23 +37,28 @@ private:
         EncodedHeaders headers;
         SideText comments;
         SideText endnotes;
-        // What is known by fragments, in front of the headers and behind them.
-        std::vector<StorySlice> front; // empty when that is the main story alone
-        std::vector<StorySlice> back;
+        DrawingPart drawings;       // those of the main story
+        DrawingPart headerDrawings; // those of the headers
+        // All text behind the main story; a document with any ends in one more mark.
+        std::vector<StorySlice> side;
 
         Cp headersAt() const { return main + footnotes.length; }
-        Cp backAt() const { return headersAt() + headers.story.size(); }
-        // Without the mark that ends all text of a document with more than a main story.
-        Cp length() const { return backAt() + comments.length + endnotes.length; }
+        // Without the mark that ends all text.
+        Cp length() const {
+            return headersAt() + headers.story.size() + comments.length + endnotes.length +
+                   drawings.length + headerDrawings.length;
+        }
     };
 
-    Parts partsOf(const DocumentContent& content) const;
+    Parts partsOf(const DocumentContent& content);
+    std::vector<StorySlice> sideText(const Parts& parts);
     void writeText(const DocumentContent& content, const Parts& parts, FileProperties& properties);
     void writeTables(const DocumentContent& content);
     void writePositions(const DocumentContent& content, const Parts& parts);
     void writeBookmarks(const DocumentContent& content, Cp limit);
     void writeNotes(const DocumentContent& content, const Parts& parts);
     void writeComments(const DocumentContent& content, const Parts& parts);
+    void writeDrawings(const DocumentContent& content, const Parts& parts);
     void writeSections(const DocumentContent& content, FileProperties& properties);
     void writeFib(const Parts& parts);
     std::vector<Piece> pieces(const DocumentContent& content, const Parts& parts);
@@ -68,14 +68,17 @@ private:
     DataStream data_;
     ObjectPool objects_;
     TableStream table_;
-    FragmentPlaces front_; // the main story and the footnotes
-    FragmentPlaces back_;  // what lies behind the headers
+    FragmentPlaces main_;
+    FragmentPlaces side_; // what lies behind the main story
+    std::shared_ptr<const Story> headers_ = std::make_shared<const Story>(); // as in the file
+    ShapeStories shapeStories_;
     std::shared_ptr<const Story> footnotesEnd_ = lonelyMark();
     std::shared_ptr<const Story> commentsEnd_ = lonelyMark();
     std::shared_ptr<const Story> endnotesEnd_ = lonelyMark();
+    std::shared_ptr<const Story> drawingsEnd_ = lonelyMark();
+    std::shared_ptr<const Story> headerDrawingsEnd_ = lonelyMark();
     std::shared_ptr<const Story> textEnd_ = lonelyMark();
     ListDefinitionEncoder listDefinitions_;
-    Headers headers_;
     std::vector<Bookmark> marks_;
     bool started_ = false;    // written at least once
     std::uint16_t saves_ = 0; // after the first one, as far as the format counts

@@ -1,9 +1,11 @@
 #include "platform/word/docfile/writer/WordStream.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "platform/word/docfile/formatting/Sections.h"
+#include "platform/word/docfile/pictures/Md4.h"
 #include "platform/word/docfile/writer/RangeFormatting.h"
 
 #include <algorithm>
@@ -28,6 +30,10 @@ void appendUtf16(Bytes& bytes, std::u16string_view text) {
         *out++ = static_cast<std::uint8_t>(c);
         *out++ = static_cast<std::uint8_t>(c >> 8);
     }
+}
+
+RunTimeError documentTooLarge() {
+    return {error::overflow, u"文档过大,Word 97-2003 格式无法保存。"};
 }
 
 } // namespace
@@ -67,7 +73,7 @@ std::vector<std::uint32_t> WordStream::appendText(const std::vector<TextRange>& 
         const TextRange& range = ranges[i];
         const std::uint64_t fc = std::uint64_t{size()} + bytes.size();
         if (fc + std::uint64_t{2} * (range.length + 1) > mostBytes) {
-            throw RunTimeError(error::overflow, u"文档过大,Word 97-2003 格式无法保存。");
+            throw documentTooLarge();
         }
         places.push_back(static_cast<std::uint32_t>(fc));
         appendUtf16(bytes,
@@ -99,6 +105,22 @@ std::uint32_t WordStream::placeOfSection(ByteView properties) {
     if (isNew) {
         store_.append(stream_, encodeSepx(properties));
     }
+    return found->second;
+}
+
+std::uint32_t WordStream::placeOfPicture(const DataBlob& entry) {
+    if (const auto known = pictureEntries_.find(entry); known != pictureEntries_.end()) {
+        return known->second;
+    }
+    const ByteView blip = ByteView(*entry).subspan(art::headerSize + art::fbseSize);
+    const auto [found, isNew] = pictures_.try_emplace(md4(blip), size());
+    if (isNew) {
+        if (std::uint64_t{size()} + blip.size() > mostBytes) {
+            throw documentTooLarge();
+        }
+        store_.append(stream_, blip);
+    }
+    pictureEntries_.emplace(entry, found->second);
     return found->second;
 }
 

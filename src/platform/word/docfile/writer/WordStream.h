@@ -5,6 +5,7 @@
 #include "platform/word/docfile/writer/FileProperties.h"
 #include "platform/word/docfile/writer/FragmentPlaces.h"
 
+#include <array>
 #include <map>
 #include <set>
 
@@ -28,6 +29,9 @@ public:
                                       DataStream& data);
     // Where the section properties lie: one place for each list, by contents.
     std::uint32_t placeOfSection(ByteView properties);
+    // The offset of the picture (OfficeArtBlip) in an entry of DocumentTables::shapePictures. It is
+    // appended unless it or an equal one is there already.
+    std::uint32_t placeOfPicture(const DataBlob& entry);
     // Writes the FIB, which must fit its room, as far as it has changed.
     void putFib(const Bytes& fib);
     // Fills the last sector, and the stream to the size from which on it may be changed by parts.
@@ -51,6 +55,8 @@ private:
     BinTableEncoder characterPages_;
     BinTableEncoder paragraphPages_;
     std::map<Bytes, std::uint32_t> sections_;
+    std::map<std::array<std::uint8_t, 16>, std::uint32_t> pictures_; // by digest
+    std::map<DataBlob, std::uint32_t> pictureEntries_;               // the same by identity
     Bytes fib_; // as in the file, whole sectors
 };
 

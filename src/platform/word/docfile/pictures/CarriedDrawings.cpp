@@ -1,0 +1,303 @@
+#include "platform/word/docfile/pictures/CarriedDrawings.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+using Kind = ShapeReference::Kind;
+
+constexpr int deepestGroup = 60;
+constexpr std::size_t placeSize = 22; // of a Spa without its shape
+constexpr std::size_t fspSize = 8;
+constexpr std::size_t fspgrSize = 16;
+
+// Copies the records of one drawing and notes where they name something, by the file's numbers.
+class RecordCopy {
+public:
+    explicit RecordCopy(const art::ShapeProperties& defaults) : defaults_(defaults) {}
+
+    // Throws FormatError for what is no sound shape or group.
+    void copy(ByteView record) {
+        LittleEndianReader reader(record, "OfficeArtSpgrContainerFileBlock");
+        const art::RecordHeader header = art::readHeader(reader);
+        copyFileBlock(header, reader.view(header.length), 0);
+    }
+
+    Bytes take() { return out_.take(); }
+    std::vector<ShapeReference> references;
+
+private:
+    static void require(bool sound) {
+        if (!sound) {
+            throw FormatError(FormatError::Kind::damaged, "OfficeArtSpContainer");
+        }
+    }
+
+    // Writes a container record around what `content` writes.
+    template <class Content>
+    void writeContainer(const art::RecordHeader& header, Content content) {
+        out_.u16(art::container | (header.instance << 4));
+        out_.u16(header.type);
+        const std::size_t lengthAt = out_.position();
+        out_.u32(0);
+        content();
+        out_.patchU32(lengthAt, static_cast<std::uint32_t>(out_.position() - lengthAt - 4));
+    }
+
+    template <class Visit>
+    static void forEachRecord(ByteView content, Visit visit) {
+        LittleEndianReader reader(content, "OfficeArt");
+        while (!reader.atEnd()) {
+            const art::RecordHeader header = art::readHeader(reader);
+            visit(header, reader.view(header.length));
+        }
+    }
+
+    void copyFileBlock(const art::RecordHeader& header, ByteView content, int depth) {
+        require(depth <= deepestGroup);
+        if (header.type == art::spContainer) {
+            copyShape(header, content, depth == 0);
+            return;
+        }
+        require(header.type == art::spgrContainer);
+        writeContainer(header, [&] {
+            bool first = true;
+            forEachRecord(content, [&](const art::RecordHeader& inner, ByteView bytes) {
+                require(!first || inner.type == art::spContainer);
+                if (inner.type == art::spContainer) {
+                    copyShape(inner, bytes, first && depth == 0);
+                } else {
+                    copyFileBlock(inner, bytes, depth + 1);
+                }
+                first = false;
+            });
+            require(!first);
+        });
+    }
+
+    void copyShape(const art::RecordHeader& header, ByteView content, bool outermost) {
+        writeContainer(header, [&] {
+            std::vector<std::uint16_t> seen;
+            const auto has = [&](std::uint16_t type) {
+                return std::find(seen.begin(), seen.end(), type) != seen.end();
+            };
+            forEachRecord(content, [&](const art::RecordHeader& inner, ByteView bytes) {
+                require(has(art::fsp) || inner.type == art::fsp || inner.type == art::fspgr);
+                require(!has(inner.type));
+                seen.push_back(inner.type);
+                copyRecord(inner, bytes, outermost);
+            });
+            require(has(art::fsp));
+            if (outermost && !has(art::clientAnchor)) {
+                copyNamed({0, 0, art::clientAnchor, 0}, Bytes(4), Kind::anchor);
+            }
+        });
+    }
+
+    static void requireInUse(ByteView shape) {
+        constexpr std::uint32_t noShape =
+            art::shapeIsPatriarch | art::shapeIsDeleted | art::shapeIsBackground;
+        LittleEndianReader reader(shape, "OfficeArtFSP");
+        reader.skip(4);
+        require(shape.size() == fspSize && (reader.u32() & noShape) == 0);
+    }
+
+    void copyRecord(const art::RecordHeader& header, ByteView bytes, bool outermost) {
+        require(header.type != art::fspgr || bytes.size() == fspgrSize);
+        require(header.version != art::container);
+        switch (header.type) {
+        case art::fopt:
+        case art::secondaryFopt:
+        case art::tertiaryFopt:
+            copyProperties(header, bytes);
+            return;
+        case art::fsp:
+            requireInUse(bytes);
+            copyNamed(header, bytes, Kind::shape);
+            return;
+        case art::clientTextbox:
+            copyNamed(header, bytes, Kind::text);
+            return;
+        case art::clientAnchor:
+            if (outermost) {
+                copyNamed(header, bytes, Kind::anchor);
+            }
+            return;
+        default:
+            art::writeRecord(out_, header.version, header.instance, header.type, bytes);
+        }
+    }
+
+    // A record that begins with what it names.
+    void copyNamed(const art::RecordHeader& header, ByteView bytes, Kind kind) {
+        const std::uint32_t value = LittleEndianReader(bytes, "OfficeArtClient").u32();
+        refer(out_.position() + art::headerSize, kind, value);
+        art::writeRecord(out_, header.version, header.instance, header.type, bytes);
+    }
+
+    void copyProperties(const art::RecordHeader& header, ByteView bytes) {
+        art::ShapeProperties properties(bytes, header.instance);
+        if (header.type == art::fopt) {
+            properties.inherit(defaults_);
+        }
+        const std::size_t start = out_.position() + art::headerSize;
+        for (const art::ShapeProperties::Entry& entry : properties.entries()) {
+            noteProperty(entry, start);
+        }
+        const Bytes encoded = properties.encode();
+        noteRelations(properties, encoded, start);
+        art::writeRecord(out_, header.version, properties.count(), header.type, encoded);
+    }
+
+    void noteProperty(const art::ShapeProperties::Entry& entry, std::size_t start) {
+        if (entry.namesBlip) {
+            refer(start + entry.valueAt, Kind::picture, entry.value);
+        } else if (entry.opid == art::textOfShape) {
+            refer(start + entry.valueAt, Kind::text, entry.value);
+        } else if (entry.opid == art::nextShape || entry.opid == art::masterShape) {
+            refer(start + entry.valueAt, Kind::otherShape, entry.value);
+        } else if (entry.opid == art::pictureId) {
+            refer(start + entry.valueAt, Kind::object, entry.value);
+        }
+    }
+
+    // An array of triples of shapes: three numbers of 16 bits, then the triples.
+    void noteRelations(const art::ShapeProperties& properties, const Bytes& encoded,
+                       std::size_t start) {
+        constexpr std::size_t headSize = 6;
+        for (const art::ShapeProperties::Entry& entry : properties.entries()) {
+            if (entry.opid != art::shapeRelations || entry.complexSize < headSize) {
+                continue;
+            }
+            for (std::size_t at = headSize; at + 4 <= entry.complexSize; at += 4) {
+                LittleEndianReader reader(encoded, "OfficeArtFOPT");
+                reader.seek(entry.complexAt + at);
+                refer(start + entry.complexAt + at, Kind::otherShape, reader.u32());
+            }
+        }
+    }
+
+    void refer(std::size_t at, Kind kind, std::uint32_t value) {
+        ShapeReference reference;
+        reference.at = static_cast<std::uint32_t>(at);
+        reference.kind = kind;
+        reference.index = value;
+        references.push_back(reference);
+    }
+
+    const art::ShapeProperties& defaults_;
+    LittleEndianWriter out_;
+};
+
+void put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
+    for (unsigned shift = 0; shift < 32; shift += 8) {
+        bytes[at++] = static_cast<std::uint8_t>(value >> shift);
+    }
+}
+
+} // namespace
+
+std::optional<std::uint32_t> CarriedDrawings::add(DrawingOf part, ByteView spa,
+                                                  const TextOf& textOf) {
+    LittleEndianReader reader(spa, "Spa");
+    const std::uint32_t id = reader.u32();
+    const ByteView record = drawings_.anchored(part, id);
+    if (record.empty() || !anchored_[static_cast<std::size_t>(part)].insert(id).second) {
+        return std::nullopt;
+    }
+    RecordCopy copy(drawings_.defaults());
+    try {
+        copy.copy(record);
+    } catch (const FormatError&) {
+        return std::nullopt;
+    }
+    const ByteView place = reader.view(placeSize);
+    Drawing drawing{{place.begin(), place.end()}, copy.take(), std::move(copy.references)};
+    resolve(part, drawing, textOf);
+    tables_.drawings.push_back(std::move(drawing));
+    return static_cast<std::uint32_t>(tables_.drawings.size() - 1);
+}
+
+// The file's numbers become places in the tables; what names nothing stays 0.
+void CarriedDrawings::resolve(DrawingOf part, Drawing& drawing, const TextOf& textOf) {
+    std::vector<ShapeReference> known;
+    for (ShapeReference& reference : drawing.references) {
+        const std::uint32_t value = reference.index;
+        std::optional<std::uint32_t> index;
+        switch (reference.kind) {
+        case Kind::shape:
+            index = newShape(part, value);
+            break;
+        case Kind::otherShape:
+            index = value != 0 ? std::optional(shapeOf(part, value)) : std::nullopt;
+            break;
+        case Kind::picture:
+            index = pictureOf(value);
+            break;
+        case Kind::text:
+            reference.link = static_cast<std::uint16_t>(value);
+            index = textOf(static_cast<std::uint16_t>(value >> 16));
+            break;
+        case Kind::object:
+            index = objectOf(value);
+            if (!index) {
+                continue; // the number is not that of an object
+            }
+            break;
+        case Kind::anchor:
+            index = 0;
+            break;
+        }
+        put32(drawing.records, reference.at, 0);
+        if (index) {
+            reference.index = *index;
+            known.push_back(reference);
+        }
+    }
+    drawing.references = std::move(known);
+}
+
+std::optional<std::uint32_t> CarriedDrawings::pictureOf(std::uint32_t number) {
+    const auto [known, isNew] = pictures_.try_emplace(number);
+    if (isNew) {
+        Bytes entry = drawings_.picture(number);
+        if (!entry.empty()) {
+            known->second = static_cast<std::uint32_t>(tables_.shapePictures.size());
+            tables_.shapePictures.push_back(std::make_shared<const Bytes>(std::move(entry)));
+        }
+    }
+    return known->second;
+}
+
+std::optional<std::uint32_t> CarriedDrawings::objectOf(std::uint32_t number) {
+    const auto found = objects_.find(number);
+    if (found == objects_.end()) {
+        return std::nullopt;
+    }
+    auto& objects = tables_.objects;
+    const auto place = std::find(objects.begin(), objects.end(), found->second);
+    const auto index = static_cast<std::uint32_t>(place - objects.begin());
+    if (place == objects.end()) {
+        objects.push_back(found->second);
+    }
+    return index;
+}
+
+// A shape of its own, even where a damaged file has used its identifier before.
+std::uint32_t CarriedDrawings::newShape(DrawingOf part, std::uint32_t id) {
+    const std::uint32_t index = shapeOf(part, id);
+    return present_.insert(index).second ? index : tables_.shapes++;
+}
+
+std::uint32_t CarriedDrawings::shapeOf(DrawingOf part, std::uint32_t id) {
+    const auto [known, isNew] =
+        shapes_[static_cast<std::size_t>(part)].try_emplace(id, tables_.shapes);
+    tables_.shapes += isNew ? 1 : 0;
+    return known->second;
+}
+
+} // namespace qvnd::word

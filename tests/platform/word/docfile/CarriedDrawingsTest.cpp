@@ -1,0 +1,245 @@
+#include "platform/word/docfile/pictures/CarriedDrawings.h"
+
+#include "platform/word/docfile/DrawingBytes.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "support/Images.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using namespace test;
+using Kind = ShapeReference::Kind;
+using qvnd::test::joined;
+using testing::Contains;
+using testing::Field;
+
+// One file's drawings, taken over by way of their anchors.
+class CarriedDrawingsTest : public testing::Test {
+protected:
+    std::vector<Bytes> shapes;  // of the main text
+    std::vector<Bytes> headers; // of the headers
+    std::vector<Bytes> pictures;
+    Bytes defaults;
+    EmbeddedObjects objects;
+    DocumentTables tables;
+
+    ShapeBytes shape(std::uint32_t id) const {
+        ShapeBytes result;
+        result.id = id;
+        return result;
+    }
+
+    void open() {
+        content_ = sharedBytes(pictures);
+        if (!defaults.empty()) {
+            content_.insert(content_.end(), defaults.begin(), defaults.end());
+            const auto size = static_cast<std::uint32_t>(content_.size() - art::headerSize);
+            const Bytes length = number32(size);
+            std::copy(length.begin(), length.end(), content_.begin() + 4);
+        }
+        content_ = joined({content_, drawingBytes(0, shapes), drawingBytes(1, headers)});
+        drawings_.emplace(content_, ByteView{});
+        carried_.emplace(*drawings_, objects, tables);
+    }
+
+    std::optional<std::uint32_t> add(std::uint32_t id, DrawingOf part = DrawingOf::main) {
+        if (!carried_) {
+            open();
+        }
+        Bytes spa(26, 0x11);
+        const Bytes number = number32(id);
+        std::copy(number.begin(), number.end(), spa.begin());
+        return carried_->add(part, spa, [this](std::uint16_t text) {
+            return text == 1 ? std::optional<std::uint32_t>(40) : std::nullopt;
+        });
+    }
+
+    const Drawing& drawing(std::uint32_t id) {
+        const auto index = add(id);
+        EXPECT_TRUE(index.has_value());
+        return tables.drawings.at(index.value_or(0));
+    }
+
+    static std::vector<std::uint32_t> named(const Drawing& drawing, Kind kind) {
+        std::vector<std::uint32_t> result;
+        for (const ShapeReference& reference : drawing.references) {
+            if (reference.kind == kind) {
+                result.push_back(reference.index);
+            }
+        }
+        return result;
+    }
+
+private:
+    Bytes content_;
+    std::optional<Drawings> drawings_;
+    std::optional<CarriedDrawings> carried_;
+};
+
+using Numbers = std::vector<std::uint32_t>;
+
+TEST_F(CarriedDrawingsTest, AShapeKeepsItsPlaceAndNamesItself) {
+    shapes = {shape(0x402).bytes()};
+    const Drawing& one = drawing(0x402);
+    EXPECT_EQ(one.place, Bytes(22, 0x11));
+    EXPECT_EQ(named(one, Kind::shape), Numbers{0});
+    EXPECT_EQ(named(one, Kind::anchor), Numbers{0});
+    EXPECT_EQ(tables.shapes, 1U);
+    EXPECT_TRUE(art::recordsAreWhole(one.records, art::spContainer));
+}
+
+TEST_F(CarriedDrawingsTest, WhatIsNamedIsZeroInTheRecords) {
+    shapes = {shape(0x402).bytes()};
+    const Drawing& one = drawing(0x402);
+    for (const ShapeReference& reference : one.references) {
+        LittleEndianReader reader(one.records, "records");
+        reader.seek(reference.at);
+        EXPECT_EQ(reader.u32(), 0U);
+    }
+}
+
+TEST_F(CarriedDrawingsTest, AGroupComesWithAllItsShapes) {
+    ShapeBytes inner = shape(0x404);
+    inner.anchor.reset();
+    ShapeBytes deeper = shape(0x406);
+    deeper.anchor.reset();
+    ShapeBytes deeperHead = shape(0x405);
+    deeperHead.anchor.reset();
+    shapes = {groupBytes(
+        {shape(0x403).bytes(), inner.bytes(), groupBytes({deeperHead.bytes(), deeper.bytes()})})};
+    const Drawing& group = drawing(0x403);
+    EXPECT_EQ(named(group, Kind::shape), (Numbers{0, 1, 2, 3}));
+    EXPECT_TRUE(art::recordsAreWhole(group.records, art::spgrContainer));
+}
+
+TEST_F(CarriedDrawingsTest, PicturesComeOnceAndBringTheirBytes) {
+    pictures = {encodeBlip(*recogniseImage(qvnd::test::png(4, 2)))};
+    ShapeBytes first = shape(0x402);
+    first.properties.setBlip(art::pib, 1);
+    ShapeBytes second = shape(0x403);
+    second.properties.setBlip(art::pib, 1);
+    shapes = {first.bytes(), second.bytes()};
+    EXPECT_EQ(named(drawing(0x402), Kind::picture), Numbers{0});
+    EXPECT_EQ(named(drawing(0x403), Kind::picture), Numbers{0});
+    ASSERT_EQ(tables.shapePictures.size(), 1U);
+    EXPECT_EQ(*tables.shapePictures[0], pictures[0]);
+}
+
+TEST_F(CarriedDrawingsTest, APictureThatIsMissingIsNoneAndTheShapeStays) {
+    ShapeBytes one = shape(0x402);
+    one.properties.setBlip(art::pib, 7);
+    shapes = {one.bytes()};
+    EXPECT_EQ(named(drawing(0x402), Kind::picture), Numbers{});
+}
+
+TEST_F(CarriedDrawingsTest, TextsAreNamedWithTheirPlaceInTheChain) {
+    ShapeBytes one = shape(0x402);
+    one.text = 0x10002;
+    ShapeBytes other = shape(0x403);
+    other.text = 0x90000;
+    shapes = {one.bytes(), other.bytes()};
+    const Drawing& first = drawing(0x402);
+    EXPECT_EQ(named(first, Kind::text), (Numbers{40, 40})); // property and text box record
+    EXPECT_THAT(first.references, Contains(Field(&ShapeReference::link, 2)));
+    EXPECT_EQ(named(drawing(0x403), Kind::text), Numbers{});
+}
+
+TEST_F(CarriedDrawingsTest, AChainNamesItsNextShapeBeforeThatComes) {
+    ShapeBytes one = shape(0x402);
+    one.properties.set(art::nextShape, 0x403);
+    shapes = {one.bytes(), shape(0x403).bytes()};
+    EXPECT_EQ(named(drawing(0x402), Kind::otherShape), Numbers{1});
+    EXPECT_EQ(named(drawing(0x403), Kind::shape), Numbers{1});
+    EXPECT_EQ(tables.shapes, 2U);
+}
+
+TEST_F(CarriedDrawingsTest, OnlyNumbersOfObjectsAreTakenForThem) {
+    objects.emplace(77, std::make_shared<EmbeddedObject>());
+    ShapeBytes one = shape(0x402);
+    one.properties.set(art::pictureId, 77);
+    ShapeBytes other = shape(0x403);
+    other.properties.set(art::pictureId, 1);
+    shapes = {one.bytes(), other.bytes()};
+    EXPECT_EQ(named(drawing(0x402), Kind::object), Numbers{0});
+    EXPECT_EQ(named(drawing(0x403), Kind::object), Numbers{});
+    EXPECT_EQ(tables.objects.size(), 1U);
+}
+
+TEST_F(CarriedDrawingsTest, WhatAllShapesHaveComesAlongWhereAShapeSaysNothing) {
+    art::ShapeProperties all;
+    all.set(0x0181, 0x123456);
+    all.set(0x01C0, 0x654321);
+    all.set(art::fillFlags, 0x00110011);
+    defaults = artRecord(3, all.count(), art::fopt, all.encode());
+    ShapeBytes one = shape(0x402);
+    one.properties.set(0x0181, 0xFF);
+    one.properties.set(art::fillFlags, 0x00100000); // not filled
+    shapes = {one.bytes()};
+    const Bytes records = drawing(0x402).records;
+    LittleEndianReader reader(records, "records");
+    art::readHeader(reader);
+    reader.skip(art::headerSize + 8); // FSP
+    const art::RecordHeader header = art::readHeader(reader);
+    const art::ShapeProperties now(reader.view(header.length), header.instance);
+    EXPECT_EQ(now.value(0x0181), 0xFFU);
+    EXPECT_EQ(now.value(0x01C0), 0x654321U);
+    EXPECT_EQ(now.value(art::fillFlags), 0x00110001U);
+}
+
+TEST_F(CarriedDrawingsTest, AShapeOfTheHeadersIsNoneOfTheMainText) {
+    headers = {shape(0x802).bytes()};
+    EXPECT_FALSE(add(0x802));
+    EXPECT_TRUE(add(0x802, DrawingOf::headers));
+}
+
+TEST_F(CarriedDrawingsTest, OneShapeHasOneAnchor) {
+    shapes = {shape(0x402).bytes()};
+    EXPECT_TRUE(add(0x402));
+    EXPECT_FALSE(add(0x402));
+    EXPECT_FALSE(add(0x499));
+}
+
+TEST_F(CarriedDrawingsTest, TwoShapesOfOneIdentifierBecomeTwo) {
+    ShapeBytes inner = shape(0x402);
+    inner.anchor.reset();
+    shapes = {groupBytes({shape(0x402).bytes(), inner.bytes(), inner.bytes()})};
+    EXPECT_EQ(named(drawing(0x402), Kind::shape), (Numbers{0, 1, 2}));
+}
+
+TEST_F(CarriedDrawingsTest, DamagedShapesAreNone) {
+    Bytes cut = shape(0x402).bytes();
+    cut.resize(cut.size() - 3);
+    const auto size = static_cast<std::uint32_t>(cut.size() - art::headerSize);
+    const Bytes length = number32(size);
+    std::copy(length.begin(), length.end(), cut.begin() + 4);
+    ShapeBytes deleted = shape(0x403);
+    deleted.flags |= art::shapeIsDeleted;
+    shapes = {cut, deleted.bytes()};
+    EXPECT_FALSE(add(0x402));
+    EXPECT_FALSE(add(0x403));
+    EXPECT_TRUE(tables.drawings.empty());
+}
+
+TEST_F(CarriedDrawingsTest, GroupsNestedTooDeeplyAreNone) {
+    ShapeBytes inner = shape(0x404);
+    inner.anchor.reset();
+    Bytes nested = groupBytes({inner.bytes()});
+    for (int i = 0; i < 100; ++i) {
+        nested = groupBytes({inner.bytes(), nested});
+    }
+    shapes = {groupBytes({shape(0x402).bytes(), nested})};
+    EXPECT_FALSE(add(0x402));
+}
+
+TEST_F(CarriedDrawingsTest, AShapeWithoutAnAnchorOfItsOwnGetsOne) {
+    ShapeBytes one = shape(0x402);
+    one.anchor.reset();
+    shapes = {one.bytes()};
+    EXPECT_EQ(named(drawing(0x402), Kind::anchor), Numbers{0});
+}
+
+} // namespace
+} // namespace qvnd::word

@@ -1,0 +1,241 @@
+#include "platform/word/docfile/DrawingBytes.h"
+#include "platform/word/docfile/check/DocumentCheck.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "support/ContentBuilder.h"
+#include "support/Images.h"
+#include "support/MemoryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using namespace test;
+using Kind = ShapeReference::Kind;
+using qvnd::test::ContentBuilder;
+using qvnd::test::plain;
+using qvnd::test::Words;
+
+// Drawings of a document under work, as a file gives them back.
+class DrawingWriter : public testing::Test {
+protected:
+    // A shape whose references are the places of the numbers in its bytes.
+    Drawing drawing() {
+        ShapeBytes shape;
+        shape.id = 0;
+        Drawing result{Bytes(22, 0x22), shape.bytes(), {}};
+        const auto head = static_cast<std::uint32_t>(2 * art::headerSize);
+        result.references.push_back({head, Kind::shape, builder.content.tables.shapes++, 0});
+        const auto end = static_cast<std::uint32_t>(result.records.size());
+        result.references.push_back({end - 4, Kind::anchor, 0, 0});
+        return result;
+    }
+    // A shape that shows the part `link` of a text.
+    Drawing drawingOfText(std::uint32_t text, std::uint16_t link = 0) {
+        ShapeBytes shape;
+        shape.text = 1;
+        Drawing result = drawing();
+        result.records = shape.bytes();
+        const auto valueAt = static_cast<std::uint32_t>(2 * art::headerSize + 8 + 8 + 2);
+        const auto end = static_cast<std::uint32_t>(result.records.size());
+        result.references.back() = {valueAt, Kind::text, text, link};
+        result.references.push_back({end - 16, Kind::anchor, 0, 0});
+        result.references.push_back({end - 4, Kind::text, text, link});
+        return result;
+    }
+    Drawing drawingOfPicture(std::uint32_t picture) {
+        ShapeBytes shape;
+        shape.kind = 75;
+        shape.properties.setBlip(art::pib, 1);
+        Drawing result = drawing();
+        const ShapeReference anchor = result.references.back();
+        result.records = shape.bytes();
+        const auto valueAt = static_cast<std::uint32_t>(2 * art::headerSize + 8 + 8 + 2);
+        const auto end = static_cast<std::uint32_t>(result.records.size());
+        result.references.back() = {valueAt, Kind::picture, picture, 0};
+        result.references.push_back({end - 4, anchor.kind, 0, 0});
+        return result;
+    }
+    std::uint32_t addText(const std::u16string& text, std::vector<Cp> breaks = {}) {
+        auto& texts = builder.content.tables.shapeTexts;
+        texts.push_back({builder.fragment({plain(text)}), std::move(breaks)});
+        return static_cast<std::uint32_t>(texts.size() - 1);
+    }
+    std::uint32_t addPicture(unsigned width) {
+        auto& pictures = builder.content.tables.shapePictures;
+        pictures.push_back(
+            std::make_shared<const Bytes>(encodeBlip(*recogniseImage(qvnd::test::png(width, 2)))));
+        return static_cast<std::uint32_t>(pictures.size() - 1);
+    }
+    Story anchored(const std::u16string& text, Drawing one) {
+        auto& drawings = builder.content.tables.drawings;
+        drawings.push_back(std::move(one));
+        const Words mark{u"\u0008", withSprm8({}, sprm::CFSpec, 1)};
+        Story story = *builder.fragment({plain(text), mark, plain(u"\r")});
+        story.anchors = {{static_cast<Cp>(text.size()), AnchorKind::drawing,
+                          static_cast<std::uint32_t>(drawings.size() - 1)}};
+        return story;
+    }
+    // Adds a paragraph whose last character is the anchor.
+    void add(const std::u16string& text, Drawing one) {
+        builder.add(std::make_shared<const Story>(anchored(text, std::move(one))));
+    }
+    DocumentData read() const {
+        const Bytes& file = folder->bytes(path);
+        for (const Finding& finding : checkDocument(file)) {
+            ADD_FAILURE() << finding.rule << ": "
+                          << std::string(finding.text.begin(), finding.text.end());
+        }
+        return readDocument(file);
+    }
+    static std::vector<std::u16string> textsOf(const DocumentData& document) {
+        std::vector<std::u16string> result;
+        for (const ShapeText& text : document.tables.shapeTexts) {
+            result.push_back(text.text->text);
+        }
+        return result;
+    }
+    std::ptrdiff_t occurrences(std::string_view text) const {
+        const Bytes words(text.begin(), text.end());
+        const Bytes& file = folder->bytes(path);
+        std::ptrdiff_t count = 0;
+        for (auto at = file.begin();; ++at, ++count) {
+            at = std::search(at, file.end(), words.begin(), words.end());
+            if (at == file.end()) {
+                return count;
+            }
+        }
+    }
+
+    std::shared_ptr<qvnd::test::MemoryFolder> folder = std::make_shared<qvnd::test::MemoryFolder>();
+    const std::filesystem::path path = "/folder/a.doc";
+    DocumentWriter writer{folder};
+    ContentBuilder builder;
+};
+
+using Texts = std::vector<std::u16string>;
+
+TEST_F(DrawingWriter, AShapeComesBackAtItsAnchor) {
+    add(u"one", drawing());
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    ASSERT_EQ(document.main.anchors.size(), 1U);
+    EXPECT_EQ(document.main.anchors[0].at, 3U);
+    EXPECT_EQ(document.main.anchors[0].kind, AnchorKind::drawing);
+    ASSERT_EQ(document.tables.drawings.size(), 1U);
+    EXPECT_EQ(document.tables.drawings[0].place, Bytes(22, 0x22));
+    EXPECT_EQ(document.tables.drawings[0].records.size(),
+              builder.content.tables.drawings[0].records.size());
+}
+
+TEST_F(DrawingWriter, TextsOfShapesAreTextOfTheFile) {
+    add(u"one", drawingOfText(addText(u"first\r")));
+    add(u"two", drawing());
+    add(u"three", drawingOfText(addText(u"second\r")));
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(document.main.text, builder.text());
+    EXPECT_EQ(textsOf(document), (Texts{u"first\r", u"second\r"}));
+    EXPECT_EQ(document.tables.drawings.size(), 3U);
+    EXPECT_TRUE(document.remarks.empty());
+}
+
+TEST_F(DrawingWriter, AChainOfShapesSharesOneTextAndItsBreaks) {
+    const std::uint32_t text = addText(u"first second third\r", {6, 13});
+    add(u"a", drawingOfText(text, 0));
+    add(u"b", drawingOfText(text, 1));
+    add(u"c", drawingOfText(text, 2));
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    ASSERT_EQ(document.tables.shapeTexts.size(), 1U);
+    EXPECT_EQ(document.tables.shapeTexts[0].breaks, (std::vector<Cp>{6, 13}));
+}
+
+TEST_F(DrawingWriter, AChainWhoseFirstShapeIsGoneShowsNoText) {
+    const std::uint32_t text = addText(u"first second\r", {6});
+    add(u"a", drawingOfText(text, 0));
+    add(u"b", drawingOfText(text, 1));
+    builder.content.main.erase(builder.content.main.begin());
+    builder.content.sections.back().length -= 3;
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(document.tables.drawings.size(), 1U);
+    EXPECT_TRUE(document.tables.shapeTexts.empty());
+}
+
+TEST_F(DrawingWriter, EqualPicturesAreStoredOnceAndCountTheirUses) {
+    add(u"a", drawingOfPicture(addPicture(4)));
+    add(u"b", drawingOfPicture(addPicture(4)));
+    add(u"c", drawingOfPicture(addPicture(5)));
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(document.tables.shapePictures.size(), 2U);
+    EXPECT_EQ(occurrences("\x89PNG"), 2);
+    LittleEndianReader entry(*document.tables.shapePictures[0], "entry");
+    entry.seek(art::headerSize + art::fbseCountAt);
+    EXPECT_EQ(entry.u32(), 2U);
+}
+
+TEST_F(DrawingWriter, HeadersHaveDrawingsAndTextsOfTheirOwn) {
+    add(u"body", drawingOfText(addText(u"in the body\r")));
+    HeaderSet set;
+    set[1] = anchored(u"header", drawingOfText(addText(u"in the header\r")));
+    builder.content.headers = {set};
+    writer.saveAs(path, builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(textsOf(document), (Texts{u"in the body\r", u"in the header\r"}));
+    ASSERT_EQ(document.headers.at(0)[1]->anchors.size(), 1U);
+    EXPECT_EQ(document.headers[0][1]->anchors[0].at, 6U);
+}
+
+TEST_F(DrawingWriter, ACopiedHeaderHasItsOwnShapes) {
+    HeaderSet set;
+    set[1] = anchored(u"header", drawingOfText(addText(u"text\r")));
+    set[3] = set[1];
+    builder.content.headers = {set};
+    writer.saveAs(path, builder.content);
+    builder.add({plain(u"more\r")});
+    writer.save(builder.content);
+    const DocumentData document = read();
+    EXPECT_EQ(document.tables.drawings.size(), 2U);
+    EXPECT_EQ(textsOf(document), (Texts{u"text\r", u"text\r"}));
+}
+
+TEST_F(DrawingWriter, MoreShapesThanAClusterHoldsAreTakenBack) {
+    for (int i = 0; i < 1500; ++i) {
+        add(u"x", drawing());
+    }
+    HeaderSet set;
+    set[1] = anchored(u"header", drawing());
+    builder.content.headers = {set};
+    writer.saveAs(path, builder.content);
+    EXPECT_EQ(read().tables.drawings.size(), 1501U);
+}
+
+TEST_F(DrawingWriter, EverySaveAddsWhatIsNewAndNothingTwice) {
+    writer.saveAs(path, builder.content);
+    Texts expected;
+    for (unsigned i = 0; i < 6; ++i) {
+        const std::u16string words = u"words of box " + std::u16string(1, char16_t(u'a' + i));
+        expected.push_back(words + u"\r");
+        add(u"text", drawingOfText(addText(words + u"\r")));
+        add(u"picture", drawingOfPicture(addPicture(4 + i)));
+        writer.save(builder.content);
+        ASSERT_EQ(textsOf(read()), expected);
+    }
+    EXPECT_EQ(occurrences("\x89PNG"), 6);
+}
+
+TEST_F(DrawingWriter, ADrawingWhoseAnchorIsGoneIsNotWritten) {
+    add(u"a", drawingOfPicture(addPicture(4)));
+    writer.saveAs(path, builder.content);
+    builder.content.main.erase(builder.content.main.begin());
+    builder.content.sections.back().length -= 3;
+    writer.save(builder.content);
+    EXPECT_TRUE(read().tables.drawings.empty());
+}
+
+} // namespace
+} // namespace qvnd::word
