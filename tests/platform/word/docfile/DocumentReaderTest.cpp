@@ -200,6 +200,19 @@ TEST(DocumentReader, AReferralIntoNowhereOrOnwardsIsLeftOutWithARemark) {
     EXPECT_EQ(document.remarks.size(), 1U);
 }
 
+TEST(DocumentReader, ALevelThatNoListHasIsLeftOutWithARemark) {
+    WordFile file = plainWordFile(u"a\rb\rc\r");
+    const Bytes ninth = hex("0A 26 08");
+    const Bytes bodyOfOldNumbering = hex("0A 26 0C");
+    file.pieces[0].paragraphs = {
+        {2, 0, hex("0A 26 09") + centred}, {2, 0, ninth}, {2, 0, bodyOfOldNumbering}};
+    const DocumentData document = readSound(file);
+    EXPECT_EQ(paragraphList(document, 0), centred);
+    EXPECT_EQ(paragraphList(document, 1), ninth);
+    EXPECT_EQ(paragraphList(document, 2), bodyOfOldNumbering);
+    EXPECT_EQ(document.remarks.size(), 1U);
+}
+
 TEST(DocumentReader, RowEndsKeepTheirTableProperties) {
     const Bytes row = hex("16 24 01 17 24 01 08 D6 06 00 01 00 00 64 00");
     WordFile file = plainWordFile(u"a\x07\x07z\r");

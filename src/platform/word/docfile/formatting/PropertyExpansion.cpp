@@ -5,6 +5,7 @@
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/format/SprmFacts.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
+#include "platform/word/docfile/formatting/SoundSprms.h"
 #include "platform/word/docfile/text/PieceTable.h"
 
 #include <algorithm>
@@ -156,7 +157,8 @@ void PropertyExpansion::appendParagraphEntries(Bytes& result, StyleIndex& style,
     bool damaged = brokenOff(list, parsed);
     for (const SprmView& entry : parsed.sprms) {
         const SprmGroup group = groupOf(entry.opcode);
-        if (group != SprmGroup::paragraph && group != SprmGroup::table) {
+        if ((group != SprmGroup::paragraph && group != SprmGroup::table) ||
+            !hasSoundOperand(entry)) {
             damaged = true;
         } else if (refersToData(entry.opcode)) {
             // A record that refers on would run in circles.

@@ -6,8 +6,11 @@
 
 namespace qvnd::word {
 
+// Whether the operand is one that the format knows; most operands may be anything.
+bool hasSoundOperand(const SprmView& entry);
+
 // The entries of a list that are whole and of one of the groups, up to the first that is not
-// whole; a padding byte at the end is left out.
+// whole, those without a sound operand and a padding byte at the end left out.
 Bytes soundSprms(ByteView list, std::initializer_list<SprmGroup> groups);
 
 } // namespace qvnd::word
