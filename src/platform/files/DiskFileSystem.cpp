@@ -109,6 +109,9 @@ bool DiskFileSystem::FileExists(const QString& path) {
 void DiskFileSystem::CreateFolder(const QString& path) {
     forgetNames();
     const QString name = withoutSeparator(path);
+    if (observer_ != nullptr && !QFileInfo::exists(resolved(name))) {
+        observer_->beforeMakingFolder(resolved(name));
+    }
     std::error_code failed;
     if (!fs::create_directory(toPath(name), failed)) {
         failed ? throwFileError(failed, path) : throwFileError(error::fileAlreadyExists, path);
@@ -123,6 +126,9 @@ void DiskFileSystem::DeleteFolder(const QString& path, bool force) {
         throwFileError(error::pathNotFound, path);
     }
     refuseUndeletable(fromPath(folder), force);
+    if (observer_ != nullptr && observer_->takeFolder(fromPath(folder))) {
+        return;
+    }
     const fs::path doomed = outOfPlace(folder);
     fs::remove_all(doomed, failed); // left by a killed process
     fs::rename(folder, doomed, failed);
@@ -148,6 +154,9 @@ void DiskFileSystem::MoveFolder(const QString& source, const QString& target) {
     if (fs::exists(to, failed)) {
         throwFileError(error::fileAlreadyExists, target);
     }
+    if (observer_ != nullptr) {
+        observer_->beforeMovingFolder(fromPath(from), fromPath(to));
+    }
     fs::rename(from, to, failed);
     if (failed) {
         throwFileError(failed, source);
@@ -166,6 +175,9 @@ void DiskFileSystem::CopyFile(const QString& source, const QString& target, bool
     if (QFileInfo::exists(to)) {
         refuseInUse(to);
     }
+    if (observer_ != nullptr) {
+        observer_->beforeReplacing(to);
+    }
     copyAsSpelt(from, to);
     if (const std::shared_ptr<FolderNames> names = names_.lock()) {
         names->add(to);
@@ -181,6 +193,9 @@ void DiskFileSystem::DeleteFile(const QString& path) {
         throwFileError(error::permissionDenied, path);
     }
     refuseInUse(path);
+    if (observer_ != nullptr) {
+        observer_->beforeReplacing(fromPath(file));
+    }
     std::error_code failed;
     fs::remove(file, failed);
     if (failed) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/ChangeObserver.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/FilesInUse.h"
 #include "platform/files/FolderNames.h"
@@ -15,6 +16,9 @@ class DiskFileSystem : public FileSystemObject {
 public:
     // Without `inUse` only locks on the files themselves count.
     explicit DiskFileSystem(std::unique_ptr<FilesInUse> inUse = nullptr);
+
+    // Has the observer, which outlives it or is taken away by null, told of every change.
+    void observe(ChangeObserver* observer) override { observer_ = observer; }
 
     bool FolderExists(const QString& path) override;
     bool FileExists(const QString& path) override;
@@ -33,6 +37,7 @@ private:
     void refuseInUse(const QString& path);
     void refuseUndeletable(const QString& folder, bool force);
 
+    ChangeObserver* observer_ = nullptr;
     std::unique_ptr<FilesInUse> inUse_;
     std::weak_ptr<FolderNames> names_;
 };

@@ -7,6 +7,8 @@
 
 namespace qvnd::files {
 
+class ChangeObserver;
+
 // A folder or file as a listing shows it.
 struct Entry {
     QString Name;
@@ -44,6 +46,10 @@ public:
     // In the order of their names; 76 when the folder is missing.
     virtual std::vector<Entry> SubFolders(const QString& folder) = 0;
     virtual std::vector<Entry> Files(const QString& folder) = 0;
+
+    // Has the observer told of every change before it is made. Without effect where changes are
+    // made by something that does not know of observers.
+    virtual void observe(ChangeObserver* observer) { static_cast<void>(observer); }
 
 private:
     friend class NameScope;

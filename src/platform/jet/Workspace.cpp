@@ -44,6 +44,8 @@ void Workspace::Settle() {
     state_->Settle();
 }
 
+void Workspace::Observe(ChangeObserver* observer) { state_->Observe(observer); }
+
 void Workspace::Close() { state_->CloseAll(); }
 
 } // namespace qvnd::jet

@@ -8,6 +8,7 @@
 
 namespace qvnd::jet {
 
+class ChangeObserver;
 class WorkspaceState;
 
 // The databases of one run and the transaction that spans them.
@@ -42,6 +43,10 @@ public:
     // call on the workspace, when a recordset or database closes, and when control returns to the
     // event loop.
     void Settle();
+
+    // Has the observer, which outlives the workspace or is taken away by null, told of every change
+    // from now on.
+    void Observe(ChangeObserver* observer);
 
     // Commits, and closes all databases opened through it.
     void Close();

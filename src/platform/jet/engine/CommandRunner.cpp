@@ -70,7 +70,9 @@ void CommandRunner::operator()(const DeleteFrom& command) {
     WriteScope scope(file_, session_.Workspace().StaysPending());
     const StoredTable& table = file_.TableNamed(command.Table);
     const ConditionSql condition = translatedWhere(command.Where, table);
-    Statement statement(file_.Sql(), "DELETE FROM " + table.TableName() + condition.Sql);
+    // A table that is emptied without a condition would not be told to an observer of its rows.
+    const QByteArray where = condition.Sql.isEmpty() ? QByteArray(" WHERE 1") : condition.Sql;
+    Statement statement(file_.Sql(), "DELETE FROM " + table.TableName() + where);
     condition.BindTo(statement);
     statement.Run();
     scope.Finish();

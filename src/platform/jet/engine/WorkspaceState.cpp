@@ -29,15 +29,27 @@ std::shared_ptr<StoreFile> WorkspaceState::Open(const QString& path) {
     std::shared_ptr<StoreFile> file = known.lock();
     if (file == nullptr || file->IsGone()) {
         file = StoreFile::Open(path);
+        file->Observe(observer_);
         known = file;
     }
     return file;
 }
 
 std::shared_ptr<StoreFile> WorkspaceState::Create(const QString& path, const QString& locale) {
+    if (observer_ != nullptr) {
+        observer_->BeforeCreation(path);
+    }
     std::shared_ptr<StoreFile> file = StoreFile::Create(path, locale);
+    file->Observe(observer_);
     files_[identityOf(path)] = file;
     return file;
+}
+
+void WorkspaceState::Observe(ChangeObserver* observer) {
+    observer_ = observer;
+    for (const std::shared_ptr<StoreFile>& file : LiveFiles()) {
+        file->Observe(observer);
+    }
 }
 
 void WorkspaceState::Release(std::shared_ptr<StoreFile>& file) {

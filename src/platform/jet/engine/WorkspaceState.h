@@ -35,6 +35,9 @@ public:
     // Drops a reference to a file; the last one commits what is pending before it goes.
     static void Release(std::shared_ptr<StoreFile>& file);
 
+    // For the files that are open and those to come; null ends it.
+    void Observe(ChangeObserver* observer);
+
     void Register(const std::shared_ptr<Session>& session);
     // Commits, and closes every session.
     void CloseAll();
@@ -64,6 +67,7 @@ private:
     void PostSettling();
     void SettleFromEventLoop();
 
+    ChangeObserver* observer_ = nullptr;
     std::map<QString, std::weak_ptr<StoreFile>> files_;
     std::vector<std::weak_ptr<Session>> sessions_;
     std::optional<RunTimeError> unreported_;

@@ -6,6 +6,8 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
+
 namespace qvnd::jet {
 
 namespace {
@@ -59,6 +61,22 @@ Connection::Connection(const QString& path, Mode mode)
     // is being written; full synchronisation keeps a commit through a power failure as well.
     Run("PRAGMA journal_mode=DELETE");
     Run("PRAGMA synchronous=FULL");
+}
+
+Connection::Connection(const QByteArray& image)
+    : Connection(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX) {
+    auto* bytes =
+        static_cast<unsigned char*>(sqlite3_malloc64(static_cast<sqlite3_uint64>(image.size())));
+    if (bytes == nullptr && !image.isEmpty()) {
+        raise(SQLITE_NOMEM, path_, QString::fromUtf8(sqlite3_errstr(SQLITE_NOMEM)));
+    }
+    std::memcpy(bytes, image.constData(), static_cast<std::size_t>(image.size()));
+    // SQLite frees the bytes, also when it refuses them.
+    if (sqlite3_deserialize(handle_, "main", bytes, image.size(), image.size(),
+                            SQLITE_DESERIALIZE_FREEONCLOSE | SQLITE_DESERIALIZE_RESIZEABLE) !=
+        SQLITE_OK) {
+        Fail();
+    }
 }
 
 Connection::~Connection() {

@@ -28,6 +28,7 @@ public:
 
     void Bind(int position, const Value& value);
     void Bind(int position, std::int64_t number);
+    void Bind(int position, const QByteArray& bytes);
     // Binds what another statement, of any connection, has in a column of its row.
     void BindColumn(int position, const Statement& source, int column);
 
@@ -40,6 +41,9 @@ public:
 
     std::int64_t Number(int column) const;
     QString Text(int column) const;
+    QByteArray Bytes(int column) const;
+    int Columns() const;
+    QString ColumnName(int column) const;
     bool IsNull(int column) const;
     // Characters of the column's text; 0 for Null.
     qsizetype TextLength(int column) const;
@@ -60,6 +64,8 @@ public:
     // process left is played back by the first read.
     enum class Mode { existing, create };
     Connection(const QString& path, Mode mode);
+    // A database in memory that begins as the image says, see Image.h. It never reaches a file.
+    explicit Connection(const QByteArray& image);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

@@ -53,6 +53,13 @@ void Statement::Bind(int position, std::int64_t number) {
     }
 }
 
+void Statement::Bind(int position, const QByteArray& bytes) {
+    if (sqlite3_bind_blob(statement_, position, bytes.constData(), static_cast<int>(bytes.size()),
+                          SQLITE_TRANSIENT) != SQLITE_OK) {
+        connection_.Fail();
+    }
+}
+
 void Statement::BindColumn(int position, const Statement& source, int column) {
     if (sqlite3_bind_value(statement_, position, sqlite3_column_value(source.statement_, column)) !=
         SQLITE_OK) {
@@ -84,6 +91,17 @@ std::int64_t Statement::Number(int column) const {
 QString Statement::Text(int column) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
     return QString::fromUtf8(text, sqlite3_column_bytes(statement_, column));
+}
+
+QByteArray Statement::Bytes(int column) const {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_, column));
+    return {bytes, sqlite3_column_bytes(statement_, column)};
+}
+
+int Statement::Columns() const { return sqlite3_column_count(statement_); }
+
+QString Statement::ColumnName(int column) const {
+    return QString::fromUtf8(sqlite3_column_name(statement_, column));
 }
 
 bool Statement::IsNull(int column) const {

@@ -95,6 +95,15 @@ StoreFile::~StoreFile() {
     }
 }
 
+void StoreFile::Observe(ChangeObserver* observer) {
+    observer_ = observer;
+    const auto told = [](void* self, int, const char*, const char* table, sqlite3_int64) {
+        const auto* file = static_cast<const StoreFile*>(self);
+        file->observer_->AfterChange(file->connection_.Path(), QString::fromUtf8(table));
+    };
+    sqlite3_update_hook(connection_.Handle(), observer == nullptr ? nullptr : +told, this);
+}
+
 StoredTable& StoreFile::TableNamed(QStringView name) {
     StoredTable* table = catalogue_.Find(name);
     if (table == nullptr) {
@@ -129,6 +138,9 @@ void StoreFile::Refresh() {
 bool StoreFile::BeginWrite() {
     if (IsPending()) {
         return false;
+    }
+    if (observer_ != nullptr) {
+        observer_->BeforeChange(connection_.Path());
     }
     connection_.Prepared("BEGIN IMMEDIATE").Run();
     LoadIfChanged();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/jet/ChangeObserver.h"
 #include "platform/jet/file/Catalogue.h"
 #include "platform/jet/file/Connection.h"
 
@@ -19,6 +20,9 @@ public:
 
     Connection& Sql() { return connection_; }
     Catalogue& Tables() { return catalogue_; }
+
+    // Told before each transaction and of the tables it changes; null for nobody.
+    void Observe(ChangeObserver* observer);
 
     // 3078 when there is none of that name.
     StoredTable& TableNamed(QStringView name);
@@ -48,6 +52,7 @@ private:
     void ClearAway();
     void LoadIfChanged();
 
+    ChangeObserver* observer_ = nullptr;
     Connection connection_;
     Catalogue catalogue_;
     std::int64_t seenVersion_ = 0;

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/container/OutputFile.h"
 
 #include "platform/word/docfile/container/FileErrors.h"
+#include "platform/word/docfile/container/WriteObserver.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -131,6 +132,8 @@ fs::path behindLinks(const fs::path& path) {
     return failed ? path : real;
 }
 
+WriteObserver* observer = nullptr;
+
 class RealOutputFolder final : public OutputFolder {
 public:
     std::unique_ptr<OutputFile> createBeside(const fs::path& target, fs::path* path) override {
@@ -147,6 +150,9 @@ public:
     }
 
     std::unique_ptr<OutputFile> openForUpdate(const fs::path& path) override {
+        if (observer != nullptr) {
+            observer->beforeEditing(behindLinks(path));
+        }
         return opened(openFile(path, false), path, path);
     }
 
@@ -157,6 +163,9 @@ public:
         if (fs::exists(status)) {
             requireReplaceable(real, status);
             fs::permissions(from, status.permissions(), failed);
+        }
+        if (observer != nullptr) {
+            observer->beforeReplacing(real);
         }
         fs::rename(from, real, failed);
         if (failed) {
@@ -205,6 +214,8 @@ void OutputFile::writeAt(std::uint64_t offset, ByteView bytes) {
         bytes = bytes.subspan(written);
     }
 }
+
+void observeWrites(WriteObserver* told) { observer = told; }
 
 std::shared_ptr<OutputFolder> realOutputFolder() { return std::make_shared<RealOutputFolder>(); }
 

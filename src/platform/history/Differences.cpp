@@ -1,0 +1,126 @@
+#include "platform/history/Differences.h"
+
+#include "platform/jet/file/Image.h"
+
+namespace qvnd::history {
+
+namespace {
+
+using jet::ImageTables;
+
+const QString nameField = QStringLiteral("名称");
+const QString keyField = QStringLiteral("Key");
+const QString numberField = QStringLiteral("ID");
+
+struct Row {
+    QString key;
+    QString name;
+    QMap<QString, QString> rest;
+    friend bool operator==(const Row&, const Row&) = default;
+};
+
+QString fieldOf(const ImageTables::Row& row, const QString& name) {
+    for (auto field = row.fields.begin(); field != row.fields.end(); ++field) {
+        if (field.key().compare(name, Qt::CaseInsensitive) == 0) {
+            return *field;
+        }
+    }
+    return {};
+}
+
+Row rowOf(const ImageTables::Row& stored) {
+    Row row{fieldOf(stored, keyField), fieldOf(stored, nameField), stored.fields};
+    row.rest.remove(numberField);
+    row.rest.remove(QStringLiteral("rowid"));
+    return row;
+}
+
+QList<Row> rowsOf(ImageTables& image, const QString& table) {
+    QList<Row> rows;
+    for (const ImageTables::Row& row : image.rowsOf(table)) {
+        rows << rowOf(row);
+    }
+    return rows;
+}
+
+class TableComparison {
+public:
+    TableComparison(QString database, QString table) : base_{{}, database, table, {}, {}, {}} {}
+
+    QList<Change> of(const QList<Row>& before, const QList<Row>& after) {
+        match(before, after);
+        return changes_;
+    }
+
+private:
+    // Rows without a key are told apart by all that is in them.
+    static QString identityOf(const Row& row) {
+        return row.key.isEmpty() ? QStringList(row.rest.values()).join(QChar(0)) : row.key;
+    }
+    void match(const QList<Row>& before, const QList<Row>& after) {
+        QMultiHash<QString, const Row*> left;
+        for (const Row& row : after) {
+            left.insert(identityOf(row), &row);
+        }
+        for (const Row& row : before) {
+            const auto found = left.find(identityOf(row));
+            if (found == left.end()) {
+                add(Change::Kind::rowRemoved, row);
+                continue;
+            }
+            if (**found != row) {
+                add(Change::Kind::rowChanged, **found, row.name);
+            }
+            left.erase(found);
+        }
+        const QSet<const Row*> added(left.begin(), left.end());
+        for (const Row& row : after) {
+            if (added.contains(&row)) {
+                add(Change::Kind::rowAdded, row);
+            }
+        }
+    }
+    void add(Change::Kind kind, const Row& row, const QString& nameBefore = {}) {
+        Change change = base_;
+        change.kind = kind;
+        change.key = row.key;
+        change.name = row.name;
+        change.nameBefore = nameBefore == row.name ? QString() : nameBefore;
+        changes_ << change;
+    }
+
+    Change base_;
+    QList<Change> changes_;
+};
+
+} // namespace
+
+QList<Change> differences(const QString& databaseName, const QByteArray& before,
+                          const QByteArray& after, const std::optional<QSet<QString>>& tables) {
+    ImageTables old(before);
+    ImageTables fresh(after);
+    QMap<QString, std::int64_t> all = old.tables();
+    all.insert(fresh.tables());
+    QList<Change> changes;
+    for (const QString& table : all.keys()) {
+        const bool was = old.tables().contains(table);
+        const bool is = fresh.tables().contains(table);
+        const bool isSame = was && is && old.tables()[table] == fresh.tables()[table];
+        if (isSame && tables && !tables->contains(table)) {
+            continue;
+        }
+        if (was != is) {
+            changes << Change{is ? Change::Kind::tableMade : Change::Kind::tableDropped,
+                              databaseName,
+                              table,
+                              {},
+                              table,
+                              {}};
+        }
+        changes
+            << TableComparison(databaseName, table).of(rowsOf(old, table), rowsOf(fresh, table));
+    }
+    return changes;
+}
+
+} // namespace qvnd::history

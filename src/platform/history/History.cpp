@@ -1,0 +1,156 @@
+#include "platform/history/History.h"
+
+#include "platform/error/IgnoringErrors.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+
+#include <QFileInfo>
+
+namespace qvnd::history {
+
+History::History(const QString& folder, const Places& places, jet::Workspace& workspace,
+                 files::FileSystemObject& files, QString program)
+    : folder_(files::withSeparator(folder)), workspace_(workspace), files_(files),
+      program_(std::move(program)), kept_(folder_ + QStringLiteral("kept")),
+      recorder_(folder_, places, kept_), restoration_(recorder_, kept_) {
+    workspace_.Observe(&recorder_);
+    files_.observe(&recorder_);
+    word::observeWrites(&recorder_);
+}
+
+History::~History() {
+    workspace_.Observe(nullptr);
+    files_.observe(nullptr);
+    word::observeWrites(nullptr);
+}
+
+bool History::exists() const { return QFileInfo::exists(folder_ + QStringLiteral("history.db")); }
+
+History::Found History::mend() {
+    if (!exists()) {
+        return {};
+    }
+    Found found;
+    found.restored = restoration_.carryOnKilled();
+    found.unfinished = recorder_.finishKilled();
+    return found;
+}
+
+void History::begin(const CommandFrame& frame) {
+    workspace_.Settle();
+    recorder_.begin(frame, program_);
+}
+
+// A command that cannot be recorded whole is taken back whole.
+History::Outcome History::finish(const QString& selectedAfter) {
+    Outcome outcome;
+    try {
+        workspace_.Settle();
+        outcome.refusal = recorder_.refusal();
+        if (outcome.refusal.isEmpty()) {
+            outcome.step = recorder_.finish(selectedAfter);
+            return outcome;
+        }
+    } catch (const RunTimeError& failure) {
+        outcome.refusal = QString::fromStdU16String(failure.description());
+    }
+    try {
+        recorder_.running().hasBegun() ? restoration_.takeBack() : recorder_.drop();
+    } catch (const RunTimeError& failure) {
+        outcome.refusal += u'\n' + QString::fromStdU16String(failure.description());
+        recorder_.leave();
+    }
+    return outcome;
+}
+
+std::optional<Step> History::undoable() {
+    if (!exists()) {
+        return std::nullopt;
+    }
+    std::optional<Step> step = recorder_.file().step(head());
+    while (step && step->isMinor) {
+        step = recorder_.file().step(step->parent);
+    }
+    return step;
+}
+
+std::optional<Step> History::redoable() {
+    if (!exists()) {
+        return std::nullopt;
+    }
+    const Position position = recorder_.file().position();
+    std::optional<Step> next;
+    for (std::int64_t at = position.tip; at != position.head && at != beginning;) {
+        const std::optional<Step> step = recorder_.file().step(at);
+        if (!step) {
+            return std::nullopt;
+        }
+        if (!step->isMinor) {
+            next = step;
+        }
+        at = step->parent;
+    }
+    return next;
+}
+
+std::optional<Step> History::undo() {
+    const std::optional<Step> step = undoable();
+    if (step) {
+        workspace_.Settle();
+        restoration_.goTo(step->parent);
+    }
+    return step;
+}
+
+std::optional<Step> History::redo() {
+    const std::optional<Step> step = redoable();
+    if (step) {
+        workspace_.Settle();
+        restoration_.goTo(step->id);
+    }
+    return step;
+}
+
+void History::goTo(std::int64_t step) {
+    if (step != beginning && (!exists() || !recorder_.file().step(step))) {
+        throw RunTimeError(error::invalidCall,
+                           QStringLiteral("操作历史中没有第 %1 步。").arg(step).toStdU16String());
+    }
+    if (exists()) {
+        workspace_.Settle();
+        restoration_.goTo(step);
+    }
+}
+
+QList<Step> History::steps() { return exists() ? recorder_.file().steps() : QList<Step>(); }
+
+QList<Step> History::stepsWith(const QString& text) {
+    return exists() ? recorder_.file().stepsWith(text) : QList<Step>();
+}
+
+std::optional<Step> History::step(std::int64_t id) {
+    return exists() ? recorder_.file().step(id) : std::nullopt;
+}
+
+QList<Change> History::changesOf(std::int64_t step) {
+    return exists() ? recorder_.file().changesOf(step) : QList<Change>();
+}
+
+std::int64_t History::head() { return exists() ? recorder_.file().position().head : beginning; }
+
+void History::takeOut(std::int64_t step, const QString& file, const QString& target) {
+    for (const FileChange& change : recorder_.file().filesOf(step)) {
+        if (change.path == file) {
+            for (const QString& content : {change.before, change.after}) {
+                if (kept_.has(content)) {
+                    kept_.put(content, target);
+                    return;
+                }
+            }
+        }
+    }
+    throw RunTimeError(error::fileNotFound,
+                       QStringLiteral("操作历史没有保留『%1』的内容。").arg(file).toStdU16String());
+}
+
+} // namespace qvnd::history

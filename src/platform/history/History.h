@@ -1,0 +1,97 @@
+#pragma once
+
+#include "platform/files/FileSystemObject.h"
+#include "platform/history/Recorder.h"
+#include "platform/history/Restoration.h"
+#include "platform/history/Step.h"
+#include "platform/jet/Workspace.h"
+
+#include <chrono>
+#include <optional>
+
+namespace qvnd::history {
+
+// How much is kept. Steps that are older than `whole` are joined to one a day; when the kept
+// contents take more than `bytes`, the oldest go. The newest `least` steps stay in any case.
+struct Limits {
+    std::chrono::days whole{30};
+    std::int64_t bytes = std::int64_t{2} << 30;
+    int least = 50;
+};
+
+// The history of the work space: every command that changes something, and the way back. It is the
+// one object of its kind in a process, and used while the work space's turn is held.
+//
+// Errors are RunTimeError; after one nothing is lost, and the work space has the state before the
+// call or, at the next start at the latest, the one behind it.
+class History {
+public:
+    // `folder` need not exist; nothing is written before the first change. `program` is named in
+    // the steps. Both services outlive the object.
+    History(const QString& folder, const Places& places, jet::Workspace& workspace,
+            files::FileSystemObject& files, QString program);
+    ~History();
+    History(const History&) = delete;
+    History& operator=(const History&) = delete;
+
+    // What an earlier run has left behind, mended by this call.
+    struct Found {
+        std::optional<Step> unfinished; // a command that was killed, now a step
+        bool restored = false;          // a restoration was brought to its end
+    };
+    Found mend();
+
+    // A command begins; what it changes is recorded until `finish`.
+    void begin(const CommandFrame& frame);
+    struct Outcome {
+        std::optional<Step> step; // null when nothing was changed, or nothing lasts
+        // Why a change was refused or the command taken back; empty when neither was.
+        QString refusal;
+    };
+    Outcome finish(const QString& selectedAfter);
+    bool isUnderWay() const { return recorder_.isUnderWay(); }
+    // Commands go on without being recorded until the program ends.
+    void goOnWithout() { recorder_.stop(); }
+
+    // The command that 撤消, or 恢复, would take; null when there is none.
+    std::optional<Step> undoable();
+    std::optional<Step> redoable();
+    // Take it; null when there is none.
+    std::optional<Step> undo();
+    std::optional<Step> redo();
+    // To the state behind a step, or to the beginning. Error 5 for a step that is not there.
+    void goTo(std::int64_t step);
+
+    // Oldest first.
+    QList<Step> steps();
+    // Of which a name or the title bears the text.
+    QList<Step> stepsWith(const QString& text);
+    std::optional<Step> step(std::int64_t id);
+    QList<Change> changesOf(std::int64_t step);
+    std::int64_t head();
+
+    // Puts the content that a file had before the step at `target`, which is replaced. Error 53
+    // when the step has kept none.
+    void takeOut(std::int64_t step, const QString& file, const QString& target);
+
+    // Thins by the limits; returns how many steps went.
+    int thin(const Limits& limits, const QDateTime& now);
+
+private:
+    bool exists() const;
+    std::optional<std::int64_t> joinableAt(const QList<Step>& steps, const Limits& limits,
+                                           const QDateTime& now);
+    void joinWithParent(const Step& step);
+    // Takes away kept contents that no step needs any more.
+    void dropUnused();
+
+    QString folder_;
+    jet::Workspace& workspace_;
+    files::FileSystemObject& files_;
+    QString program_;
+    KeptFiles kept_;
+    Recorder recorder_;
+    Restoration restoration_;
+};
+
+} // namespace qvnd::history

@@ -1,0 +1,370 @@
+#include "platform/history/HistoryFile.h"
+
+#include "platform/error/IgnoringErrors.h"
+
+#include <QFile>
+#include <QStringList>
+
+namespace qvnd::history {
+
+namespace {
+
+using jet::Statement;
+using jet::Value;
+
+constexpr std::int64_t arrangement = 1;
+// Of a mirror; SQLite stores it without overflow chains that long images would make.
+constexpr qsizetype mirrorPiece = 65536;
+
+constexpr char tables[] =
+    "CREATE TABLE state(id INTEGER PRIMARY KEY, head INTEGER, tip INTEGER, last INTEGER);"
+    "INSERT INTO state VALUES(1,0,0,0);"
+    "CREATE TABLE steps(id INTEGER PRIMARY KEY, parent INTEGER, kind INTEGER, time TEXT,"
+    " title TEXT, plan TEXT, program TEXT, note TEXT, minor INTEGER, selected_before TEXT,"
+    " selected_after TEXT);"
+    "CREATE TABLE changes(step INTEGER, position INTEGER, kind INTEGER, database TEXT,"
+    " table_name TEXT, key TEXT, name TEXT, name_before TEXT, PRIMARY KEY(step, position));"
+    "CREATE TABLE file_steps(step INTEGER, path TEXT, before TEXT, after TEXT,"
+    " PRIMARY KEY(step, path));"
+    "CREATE INDEX file_steps_on_disk ON file_steps(path) WHERE after='?' OR before='?';"
+    "CREATE TABLE database_steps(step INTEGER, path TEXT, delta BLOB, PRIMARY KEY(step, path));"
+    "CREATE TABLE mirror(path TEXT, piece INTEGER, bytes BLOB, PRIMARY KEY(path, piece));"
+    "CREATE TABLE present(path TEXT PRIMARY KEY, size INTEGER, time INTEGER, content TEXT);"
+    "CREATE TABLE pending(target INTEGER);"
+    "CREATE TABLE pending_files(path TEXT, keep TEXT, put TEXT);";
+
+// Null texts are empty ones here.
+Value text(const QString& text) { return Value(text.isNull() ? QStringLiteral("") : text); }
+
+jet::Connection::Mode modeFor(const QString& path) {
+    return QFile::exists(path) ? jet::Connection::Mode::existing : jet::Connection::Mode::create;
+}
+
+constexpr char stepColumns[] = "SELECT id,parent,kind,time,title,plan,program,note,minor,"
+                               "selected_before,selected_after FROM steps ";
+
+Step stepIn(const Statement& row) {
+    Step step;
+    step.id = row.Number(0);
+    step.parent = row.Number(1);
+    step.kind = static_cast<StepKind>(row.Number(2));
+    step.time = QDateTime::fromString(row.Text(3), Qt::ISODateWithMs);
+    step.title = row.Text(4);
+    step.plan = row.Text(5);
+    step.program = row.Text(6);
+    step.note = row.Text(7);
+    step.isMinor = row.Number(8) != 0;
+    step.selectedBefore = row.Text(9);
+    step.selectedAfter = row.Text(10);
+    return step;
+}
+
+QList<Step> stepsIn(Statement& rows) {
+    QList<Step> steps;
+    while (rows.Step()) {
+        steps << stepIn(rows);
+    }
+    return steps;
+}
+
+} // namespace
+
+HistoryFile::HistoryFile(const QString& path, Places places)
+    : places_(std::move(places)), sql_(path, modeFor(path)) {
+    // No waiting for the device at each step: a killed process loses nothing by it.
+    sql_.Run("PRAGMA journal_mode=WAL");
+    sql_.Run("PRAGMA synchronous=NORMAL");
+    if (sql_.NumberOf("PRAGMA user_version") == 0) {
+        Transaction all(*this);
+        sql_.Run(tables);
+        sql_.Run("PRAGMA user_version=" + QByteArray::number(qlonglong{arrangement}));
+        all.commit();
+    }
+}
+
+HistoryFile::Transaction::Transaction(HistoryFile& file) : file_(file) {
+    file_.sql_.Run("BEGIN IMMEDIATE");
+}
+
+HistoryFile::Transaction::~Transaction() {
+    if (!done_) {
+        file_.images_.clear();
+        ignoringErrors([this] { file_.sql_.Run("ROLLBACK"); });
+    }
+}
+
+void HistoryFile::Transaction::commit() {
+    file_.sql_.Run("COMMIT");
+    done_ = true;
+}
+
+void HistoryFile::run(const QByteArray& sql, const QStringList& values) {
+    Statement& statement = sql_.Prepared(sql);
+    int position = 0;
+    for (const QString& value : values) {
+        statement.Bind(++position, text(value));
+    }
+    statement.Run();
+}
+
+Position HistoryFile::position() {
+    Statement row(sql_, "SELECT head,tip,last FROM state");
+    row.Step();
+    return {row.Number(0), row.Number(1), row.Number(2)};
+}
+
+void HistoryFile::setPosition(const Position& position) {
+    Statement statement(sql_, "UPDATE state SET head=?1,tip=?2,last=?3");
+    statement.Bind(1, position.head);
+    statement.Bind(2, position.tip);
+    statement.Bind(3, position.last);
+    statement.Run();
+}
+
+void HistoryFile::add(const Step& step, const QList<Change>& changes) {
+    Statement statement(sql_, "INSERT INTO steps VALUES(?1,?2,?3,?4,?5,?6,?7,?8,?9,?10,?11)");
+    statement.Bind(1, step.id);
+    statement.Bind(2, step.parent);
+    statement.Bind(3, std::int64_t{static_cast<int>(step.kind)});
+    statement.Bind(4, text(step.time.toString(Qt::ISODateWithMs)));
+    statement.Bind(5, text(step.title));
+    statement.Bind(6, text(step.plan));
+    statement.Bind(7, text(step.program));
+    statement.Bind(8, text(step.note));
+    statement.Bind(9, std::int64_t{step.isMinor});
+    statement.Bind(10, text(step.selectedBefore));
+    statement.Bind(11, text(step.selectedAfter));
+    statement.Run();
+    Statement line(sql_, "INSERT INTO changes VALUES(?1,?2,?3,?4,?5,?6,?7,?8)");
+    std::int64_t position = 0;
+    for (const Change& change : changes) {
+        line.Bind(1, step.id);
+        line.Bind(2, position++);
+        line.Bind(3, std::int64_t{static_cast<int>(change.kind)});
+        line.Bind(4, text(change.database));
+        line.Bind(5, text(change.table));
+        line.Bind(6, text(change.key));
+        line.Bind(7, text(change.name));
+        line.Bind(8, text(change.nameBefore));
+        line.Run();
+    }
+}
+
+void HistoryFile::addChange(std::int64_t step, const FileChange& change) {
+    Statement& statement = sql_.Prepared("INSERT INTO file_steps VALUES(?1,?2,?3,?4)");
+    statement.Bind(1, step);
+    statement.Bind(2, text(places_.shortOf(change.path)));
+    statement.Bind(3, text(change.before));
+    statement.Bind(4, text(change.after));
+    statement.Run();
+}
+
+void HistoryFile::addChange(std::int64_t step, const DatabaseChange& change) {
+    Statement statement(sql_, "INSERT INTO database_steps VALUES(?1,?2,?3)");
+    statement.Bind(1, step);
+    statement.Bind(2, text(places_.shortOf(change.path)));
+    statement.Bind(3, change.delta);
+    statement.Run();
+}
+
+std::optional<Step> HistoryFile::step(std::int64_t id) {
+    Statement rows(sql_, QByteArray(stepColumns) + "WHERE id=?1");
+    rows.Bind(1, id);
+    const QList<Step> found = stepsIn(rows);
+    return found.isEmpty() ? std::nullopt : std::optional(found.first());
+}
+
+QList<Step> HistoryFile::steps() {
+    Statement rows(sql_, QByteArray(stepColumns) + "ORDER BY id");
+    return stepsIn(rows);
+}
+
+QList<Step> HistoryFile::stepsWith(const QString& wanted) {
+    Statement rows(sql_, QByteArray(stepColumns) +
+                             "WHERE instr(title,?1) OR id IN (SELECT step FROM changes "
+                             "WHERE instr(name,?1) OR instr(name_before,?1)) ORDER BY id");
+    rows.Bind(1, text(wanted));
+    return stepsIn(rows);
+}
+
+QList<Change> HistoryFile::changesOf(std::int64_t step) {
+    Statement rows(sql_, "SELECT kind,database,table_name,key,name,name_before FROM changes "
+                         "WHERE step=?1 ORDER BY position");
+    rows.Bind(1, step);
+    QList<Change> changes;
+    while (rows.Step()) {
+        changes << Change{static_cast<Change::Kind>(rows.Number(0)),
+                          rows.Text(1),
+                          rows.Text(2),
+                          rows.Text(3),
+                          rows.Text(4),
+                          rows.Text(5)};
+    }
+    return changes;
+}
+
+QList<FileChange> HistoryFile::filesOf(std::int64_t step) {
+    Statement rows(sql_, "SELECT path,before,after FROM file_steps WHERE step=?1 ORDER BY path");
+    rows.Bind(1, step);
+    QList<FileChange> changes;
+    while (rows.Step()) {
+        changes << FileChange{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
+    }
+    return changes;
+}
+
+QList<DatabaseChange> HistoryFile::databasesOf(std::int64_t step) {
+    Statement rows(sql_, "SELECT path,delta FROM database_steps WHERE step=?1 ORDER BY path");
+    rows.Bind(1, step);
+    QList<DatabaseChange> changes;
+    while (rows.Step()) {
+        changes << DatabaseChange{places_.longOf(rows.Text(0)), rows.Bytes(1)};
+    }
+    return changes;
+}
+
+void HistoryFile::contentOnDiskIsKept(const QString& path, const QString& content) {
+    run("UPDATE file_steps SET after=?2 WHERE path=?1 AND after='?'",
+        {places_.shortOf(path), content});
+    run("UPDATE file_steps SET before=?2 WHERE path=?1 AND before='?'",
+        {places_.shortOf(path), content});
+}
+
+void HistoryFile::remove(std::int64_t step) {
+    const QByteArray id = QByteArray::number(qlonglong{step});
+    for (const char* table : {"changes", "file_steps", "database_steps"}) {
+        sql_.Run(QByteArray("DELETE FROM ") + table + " WHERE step=" + id);
+    }
+    sql_.Run("DELETE FROM steps WHERE id=" + id);
+}
+
+void HistoryFile::replaceParent(std::int64_t parent, std::int64_t by) {
+    sql_.Run("UPDATE steps SET parent=" + QByteArray::number(qlonglong{by}) +
+             " WHERE parent=" + QByteArray::number(qlonglong{parent}));
+}
+
+bool HistoryFile::isContentUsed(std::int64_t ofStep) {
+    Statement row(sql_, "SELECT 1 FROM file_steps WHERE before LIKE ?1 OR after LIKE ?1 "
+                        "UNION SELECT 1 FROM present WHERE content LIKE ?1 LIMIT 1");
+    row.Bind(1, text(QString::number(ofStep) + QStringLiteral("/%")));
+    return row.Step();
+}
+
+QByteArray HistoryFile::mirror(const QString& path) {
+    const std::int64_t version = sql_.NumberOf("PRAGMA data_version");
+    if (version != imagesOf_) {
+        images_.clear();
+        imagesOf_ = version;
+    }
+    const auto known = images_.constFind(path);
+    if (known != images_.constEnd()) {
+        return *known;
+    }
+    Statement rows(sql_, "SELECT bytes FROM mirror WHERE path=?1 ORDER BY piece");
+    rows.Bind(1, text(places_.shortOf(path)));
+    QByteArray image;
+    while (rows.Step()) {
+        image += rows.Bytes(0);
+    }
+    images_[path] = image;
+    return image;
+}
+
+bool HistoryFile::hasMirror(const QString& path) {
+    Statement& row = sql_.Prepared("SELECT 1 FROM mirror WHERE path=?1 LIMIT 1");
+    row.Reset();
+    row.Bind(1, text(places_.shortOf(path)));
+    const bool has = row.Step();
+    row.Reset();
+    return has;
+}
+
+void HistoryFile::setMirror(const QString& path, const QByteArray& before,
+                            const QByteArray& after) {
+    Statement put(sql_, "INSERT OR REPLACE INTO mirror VALUES(?1,?2,?3)");
+    put.Bind(1, text(places_.shortOf(path)));
+    qsizetype at = 0;
+    for (; at < after.size() || at == 0; at += mirrorPiece) {
+        const QByteArray piece = after.mid(at, mirrorPiece);
+        if (at == 0 || piece != before.mid(at, mirrorPiece)) {
+            put.Bind(2, std::int64_t{at / mirrorPiece});
+            put.Bind(3, piece);
+            put.Run();
+        }
+    }
+    Statement rest(sql_, "DELETE FROM mirror WHERE path=?1 AND piece>=?2");
+    rest.Bind(1, text(places_.shortOf(path)));
+    rest.Bind(2, std::int64_t{at / mirrorPiece});
+    rest.Run();
+    images_[path] = after;
+}
+
+void HistoryFile::removeMirror(const QString& path) {
+    run("DELETE FROM mirror WHERE path=?1", {places_.shortOf(path)});
+    images_.remove(path);
+}
+
+QStringList HistoryFile::mirrorsBelow(const QString& folder) {
+    Statement rows(sql_, "SELECT DISTINCT path FROM mirror");
+    QStringList paths;
+    while (rows.Step()) {
+        const QString path = places_.longOf(rows.Text(0));
+        if (path.startsWith(folder)) {
+            paths << path;
+        }
+    }
+    return paths;
+}
+
+std::optional<Present> HistoryFile::present(const QString& path) {
+    Statement& row = sql_.Prepared("SELECT size,time,content FROM present WHERE path=?1");
+    row.Reset();
+    row.Bind(1, text(places_.shortOf(path)));
+    std::optional<Present> found;
+    if (row.Step()) {
+        found = Present{{row.Number(0), row.Number(1)}, row.Text(2)};
+    }
+    row.Reset();
+    return found;
+}
+
+void HistoryFile::setPresent(const QString& path, const Present& present) {
+    Statement& statement = sql_.Prepared("INSERT OR REPLACE INTO present VALUES(?1,?2,?3,?4)");
+    statement.Bind(1, text(places_.shortOf(path)));
+    statement.Bind(2, present.stamp.size);
+    statement.Bind(3, present.stamp.time);
+    statement.Bind(4, text(present.content));
+    statement.Run();
+}
+
+std::optional<std::int64_t> HistoryFile::pendingTarget() {
+    Statement row(sql_, "SELECT target FROM pending");
+    return row.Step() ? std::optional(row.Number(0)) : std::nullopt;
+}
+
+QList<PendingFile> HistoryFile::pendingFiles() {
+    Statement rows(sql_, "SELECT path,keep,put FROM pending_files ORDER BY rowid");
+    QList<PendingFile> files;
+    while (rows.Step()) {
+        files << PendingFile{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
+    }
+    return files;
+}
+
+void HistoryFile::setPending(std::int64_t target, const QList<PendingFile>& files) {
+    sql_.Run("INSERT INTO pending VALUES(" + QByteArray::number(qlonglong{target}) + ")");
+    for (const PendingFile& file : files) {
+        run("INSERT INTO pending_files VALUES(?1,?2,?3)",
+            {places_.shortOf(file.path), file.keep, file.put});
+    }
+}
+
+void HistoryFile::clearPending() { sql_.Run("DELETE FROM pending; DELETE FROM pending_files"); }
+
+std::int64_t HistoryFile::size() {
+    return sql_.NumberOf("PRAGMA page_count") * sql_.NumberOf("PRAGMA page_size");
+}
+
+void HistoryFile::shrink() { sql_.Run("VACUUM"); }
+
+} // namespace qvnd::history

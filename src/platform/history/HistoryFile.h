@@ -1,0 +1,120 @@
+#pragma once
+
+#include "platform/history/KeptFiles.h"
+#include "platform/history/Places.h"
+#include "platform/history/Step.h"
+#include "platform/jet/file/Connection.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+namespace qvnd::history {
+
+// Where the work space stands in the tree of steps.
+struct Position {
+    std::int64_t head = beginning; // the state that the work space has
+    std::int64_t tip = beginning;  // the end of the branch that 恢复 follows
+    std::int64_t last = beginning; // the greatest number that a step has had
+};
+
+// What a step changed of one path: the contents before and after it, see KeptFiles.h.
+struct FileChange {
+    QString path;
+    QString before;
+    QString after;
+};
+
+// What a step changed of one database.
+struct DatabaseChange {
+    QString path;
+    QByteArray delta; // see PageDelta.h
+};
+
+// A file as we left it.
+struct Present {
+    Stamp stamp;
+    QString content; // that it was made from; content::onDisk for none
+};
+
+// One file of a restoration under way.
+struct PendingFile {
+    QString path;
+    QString keep; // where what stands at the path goes first; empty when it need not be kept
+    QString put;  // what then comes there
+};
+
+// history.db. Each call is a transaction of its own unless a Transaction spans it. Errors are those
+// of the store (platform/jet).
+class HistoryFile {
+public:
+    // Opens the file or makes it.
+    HistoryFile(const QString& path, Places places);
+
+    // All calls while it lives take effect at commit, or not at all.
+    class Transaction {
+    public:
+        explicit Transaction(HistoryFile& file);
+        ~Transaction();
+        Transaction(const Transaction&) = delete;
+        Transaction& operator=(const Transaction&) = delete;
+        void commit();
+
+    private:
+        HistoryFile& file_;
+        bool done_ = false;
+    };
+
+    Position position();
+    void setPosition(const Position& position);
+
+    void add(const Step& step, const QList<Change>& changes);
+    void addChange(std::int64_t step, const FileChange& change);
+    void addChange(std::int64_t step, const DatabaseChange& change);
+    std::optional<Step> step(std::int64_t id);
+    // Oldest first.
+    QList<Step> steps();
+    // Those of which a change bears the text in its name, or whose title does.
+    QList<Step> stepsWith(const QString& text);
+    QList<Change> changesOf(std::int64_t step);
+    QList<FileChange> filesOf(std::int64_t step);
+    QList<DatabaseChange> databasesOf(std::int64_t step);
+    // The contents that steps say are on disk alone are kept from now on.
+    void contentOnDiskIsKept(const QString& path, const QString& content);
+    void remove(std::int64_t step);
+    // The step's children become children of its parent.
+    void replaceParent(std::int64_t parent, std::int64_t by);
+    bool isContentUsed(std::int64_t ofStep);
+
+    // The image of a database as the last step left it; empty when none is known.
+    QByteArray mirror(const QString& path);
+    bool hasMirror(const QString& path);
+    void setMirror(const QString& path, const QByteArray& before, const QByteArray& after);
+    void removeMirror(const QString& path);
+    QStringList mirrorsBelow(const QString& folder);
+
+    std::optional<Present> present(const QString& path);
+    void setPresent(const QString& path, const Present& present);
+
+    // The target of the restoration under way.
+    std::optional<std::int64_t> pendingTarget();
+    QList<PendingFile> pendingFiles();
+    void setPending(std::int64_t target, const QList<PendingFile>& files);
+    void clearPending();
+
+    // Bytes of the file.
+    std::int64_t size();
+    // Gives the room of removed steps back.
+    void shrink();
+
+private:
+    void run(const QByteArray& sql, const QStringList& values);
+
+    Places places_;
+    jet::Connection sql_;
+    QMap<QString, QByteArray> images_; // of mirrors, by the path
+    std::int64_t imagesOf_ = -1;       // the data version that they were read at
+};
+
+} // namespace qvnd::history

@@ -1,0 +1,149 @@
+#include "platform/history/KeptFiles.h"
+
+#include "platform/files/FileErrors.h"
+#include "platform/files/Paths.h"
+#include "platform/files/SafeReplace.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <filesystem>
+
+namespace qvnd::history {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Without a look for another spelling: the paths of the history are spelt as on disk.
+fs::path toPath(const QString& path) { return path.toStdU16String(); }
+
+void check(std::error_code failed, const QString& path) {
+    if (failed) {
+        files::throwFileError(failed, path);
+    }
+}
+
+} // namespace
+
+Stamp stampOf(const QString& path) {
+    std::error_code failed;
+    const fs::path file = toPath(path);
+    if (!fs::is_regular_file(file, failed)) {
+        return {};
+    }
+    Stamp stamp;
+    stamp.size = static_cast<std::int64_t>(fs::file_size(file, failed));
+    stamp.time = fs::last_write_time(file, failed).time_since_epoch().count();
+    return stamp;
+}
+
+KeptFiles::KeptFiles(const QString& folder) : folder_(files::withSeparator(folder)) {}
+
+QString KeptFiles::pathOf(const QString& name) const { return folder_ + name; }
+
+bool KeptFiles::has(const QString& name) const {
+    return isKept(name) && QFileInfo::exists(pathOf(name));
+}
+
+bool KeptFiles::isKept(const QString& name) {
+    return name != content::absent && name != content::folder && name != content::onDisk;
+}
+
+void KeptFiles::prepare(std::int64_t step) const {
+    std::error_code failed;
+    fs::create_directories(toPath(pathOf(QString::number(step))), failed);
+    check(failed, folder_);
+}
+
+void KeptFiles::removeStep(std::int64_t step) const {
+    std::error_code ignored; // what stays only takes room
+    fs::remove_all(toPath(pathOf(QString::number(step))), ignored);
+}
+
+QList<std::int64_t> KeptFiles::steps() const {
+    QList<std::int64_t> steps;
+    for (const QString& name : QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        steps << name.toLongLong();
+    }
+    return steps;
+}
+
+void KeptFiles::link(const QString& file, const QString& name) const {
+    std::error_code failed;
+    fs::create_hard_link(toPath(file), toPath(pathOf(name)), failed);
+    if (failed) {
+        copy(file, name);
+    }
+}
+
+void KeptFiles::copy(const QString& file, const QString& name) const {
+    std::error_code failed;
+    fs::copy_file(toPath(file), toPath(pathOf(name)), fs::copy_options::overwrite_existing, failed);
+    check(failed, file);
+}
+
+bool KeptFiles::take(const QString& path, const QString& name) const {
+    std::error_code failed;
+    fs::rename(toPath(path), toPath(pathOf(name)), failed);
+    if (!failed) {
+        return true;
+    }
+    failed.clear();
+    fs::copy(toPath(path), toPath(pathOf(name)),
+             fs::copy_options::recursive | fs::copy_options::overwrite_existing |
+                 fs::copy_options::copy_symlinks,
+             failed);
+    check(failed, path);
+    if (!fs::is_directory(toPath(path), failed)) {
+        fs::remove(toPath(path), failed);
+        check(failed, path);
+        return true;
+    }
+    return false;
+}
+
+void KeptFiles::put(const QString& name, const QString& path) const {
+    std::error_code failed;
+    fs::create_directories(toPath(path).parent_path(), failed);
+    check(failed, path);
+    files::copyAsSpelt(pathOf(name), path);
+}
+
+bool KeptFiles::isLinkedTo(const QString& name, const QString& path) const {
+    std::error_code failed;
+    return fs::equivalent(toPath(pathOf(name)), toPath(path), failed) && !failed;
+}
+
+void KeptFiles::drop(const QString& name) const {
+    std::error_code ignored;
+    fs::remove(toPath(pathOf(name)), ignored);
+}
+
+void KeptFiles::removeUnfinished(const QString& path) {
+    const QFileInfo file(path);
+    const QString name = file.fileName();
+    // As QSaveFile and the store name their unfinished files.
+    static const QRegularExpression unfinished(
+        QStringLiteral("^\\.([A-Za-z]{6}|new|new-journal)$"));
+    for (const QString& other : QDir(file.path()).entryList(QDir::Files | QDir::Hidden)) {
+        if (other.startsWith(name) && unfinished.match(other.mid(name.size())).hasMatch()) {
+            QFile::remove(file.dir().filePath(other));
+        }
+    }
+}
+
+std::int64_t KeptFiles::size() const {
+    std::int64_t bytes = 0;
+    std::error_code failed;
+    for (fs::recursive_directory_iterator at(toPath(folder_), failed), end; !failed && at != end;
+         at.increment(failed)) {
+        if (at->is_regular_file(failed)) {
+            bytes += static_cast<std::int64_t>(at->file_size(failed));
+        }
+    }
+    return bytes;
+}
+
+} // namespace qvnd::history

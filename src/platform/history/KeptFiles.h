@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include <cstdint>
+
+namespace qvnd::history {
+
+// What tells whether a file is still the one that we left.
+struct Stamp {
+    std::int64_t size = -1; // -1 when there is no file
+    std::int64_t time = 0;  // of the last change, in the file system's own unit
+    friend bool operator==(const Stamp&, const Stamp&) = default;
+};
+Stamp stampOf(const QString& path);
+
+// The folder of the contents that steps took away. A content is named by its path below that
+// folder, "57/3"; the constants stand for what has none.
+namespace content {
+inline const QString absent = QStringLiteral("-"); // neither file nor folder
+inline const QString folder = QStringLiteral("/"); // a folder
+inline const QString onDisk = QStringLiteral("?"); // the file stands at its path, nowhere else
+} // namespace content
+
+// Errors of all operations: RunTimeError as in FileSystemObject.
+class KeptFiles {
+public:
+    explicit KeptFiles(const QString& folder);
+
+    QString pathOf(const QString& name) const;
+    bool has(const QString& name) const;
+    // True for a name that stands for a file here.
+    static bool isKept(const QString& name);
+    // Makes the folder of a step.
+    void prepare(std::int64_t step) const;
+    void removeStep(std::int64_t step) const;
+    // The steps that have a folder.
+    QList<std::int64_t> steps() const;
+
+    // A second name for the file's bytes, which nobody may write to from then on; a copy where the
+    // file system has no such names.
+    void link(const QString& file, const QString& name) const;
+    void copy(const QString& file, const QString& name) const;
+    // The file or folder itself. False for a folder on another file system, which is copied.
+    bool take(const QString& path, const QString& name) const;
+    // Puts a copy of the content at the path, whole or not at all; nothing else is touched.
+    void put(const QString& name, const QString& path) const;
+    // Whether the path still has the very bytes that were linked.
+    bool isLinkedTo(const QString& name, const QString& path) const;
+    // Takes the name away again.
+    void drop(const QString& name) const;
+    // Removes what a killed process has left beside the path while it wrote a file for it.
+    static void removeUnfinished(const QString& path);
+    // Bytes of all contents.
+    std::int64_t size() const;
+
+private:
+    QString folder_;
+};
+
+} // namespace qvnd::history

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/files/ChangeObserver.h"
+#include "platform/history/HistoryFile.h"
+#include "platform/history/RunningCommand.h"
+#include "platform/jet/ChangeObserver.h"
+#include "platform/word/docfile/container/WriteObserver.h"
+
+#include <QMap>
+#include <QSet>
+
+#include <memory>
+
+namespace qvnd::history {
+
+// Sees every change that a command makes and keeps what goes; at the command's end makes a step of
+// it. Outside a command it lets changes pass unseen.
+class Recorder : public jet::ChangeObserver,
+                 public files::ChangeObserver,
+                 public word::WriteObserver {
+public:
+    // `folder` is the history's own, `file` the one in it; both outlive the recorder.
+    Recorder(const QString& folder, const Places& places, KeptFiles& kept);
+
+    // The history file, opened or made at the first call. Errors as HistoryFile.
+    HistoryFile& file();
+
+    // Changes are recorded from now on as those of one command.
+    void begin(const CommandFrame& frame, const QString& program);
+    // Ends it; null when nothing was changed. Errors leave the command as begun.
+    std::optional<Step> finish(const QString& selectedAfter);
+    bool isUnderWay() const { return frame_.has_value(); }
+    // The command under way, as far as it has changed anything; its files tell what was before.
+    RunningCommand& running() { return running_; }
+    // Forgets the command under way without a step.
+    void drop();
+    // Lets the command under way stand as it is; the next start finds it as a killed one.
+    void leave() { frame_.reset(); }
+    // Why a change of the command under way was refused; empty when none was.
+    const QString& refusal() const { return refusal_; }
+    // From now on nothing is recorded or refused, until the program ends.
+    void stop() { isStopped_ = true; }
+
+    // The step that keeps files which another program has changed; it changes nothing itself.
+    void recordOutside(const QStringList& files);
+    // The step of a command that was killed; null when none was.
+    std::optional<Step> finishKilled();
+    // A database that another program has changed since our last change becomes a step.
+    void seeOutside(const QString& database);
+
+    void BeforeChange(const QString& path) override;
+    void BeforeCreation(const QString& path) override;
+    void AfterChange(const QString& path, const QString& table) override;
+    void beforeReplacing(const QString& file) override;
+    void beforeEditing(const QString& file) override;
+    void beforeMakingFolder(const QString& folder) override;
+    bool takeFolder(const QString& folder) override;
+    void beforeMovingFolder(const QString& from, const QString& to) override;
+    void beforeReplacing(const std::filesystem::path& file) override;
+    void beforeEditing(const std::filesystem::path& file) override;
+
+private:
+    enum class Keeping { link, copy };
+
+    bool records(const QString& path) const;
+    template <typename Action>
+    void refusing(Action&& action);
+    void ensureBegun();
+    void touchDatabase(const QString& path);
+    void touchFile(const QString& path, Keeping keeping);
+    void touchTree(const QString& folder, const QString& content);
+    void addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found);
+    void addFiles(QList<Change>& changes, QList<FileChange>& found);
+    std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
+    void record(const Step& step, const QList<Change>& changes, const QList<FileChange>& files,
+                const QList<DatabaseChange>& databases);
+
+    QString folder_;
+    Places places_;
+    KeptFiles& kept_;
+    std::unique_ptr<HistoryFile> file_;
+    std::optional<CommandFrame> frame_;
+    QString program_;
+    RunningCommand running_;
+    QMap<QString, QString> spellings_;    // of databases, by the paths they were opened under
+    QMap<QString, QSet<QString>> tables_; // that were changed, by database
+    QString refusal_;
+    bool isStopped_ = false;
+};
+
+} // namespace qvnd::history

@@ -1,0 +1,244 @@
+#include "platform/history/Restoration.h"
+
+#include "platform/error/IgnoringErrors.h"
+#include "platform/history/PageDelta.h"
+#include "platform/jet/file/Image.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace qvnd::history {
+
+namespace {
+
+// Names below a folder are longer than its own: files go before their folders, and come behind
+// them.
+void inOrder(QList<PendingFile>& gone, QList<PendingFile>& folders, QList<PendingFile>& come) {
+    const auto shorter = [](const PendingFile& one, const PendingFile& other) {
+        return one.path.size() < other.path.size();
+    };
+    std::sort(gone.rbegin(), gone.rend(), shorter);
+    std::sort(folders.begin(), folders.end(), shorter);
+    std::sort(come.begin(), come.end(), shorter);
+}
+
+} // namespace
+
+Restoration::Way Restoration::wayTo(std::int64_t target) {
+    HistoryFile& file = recorder_.file();
+    QList<std::int64_t> ancestors{target};
+    while (ancestors.last() != beginning) {
+        const std::optional<Step> step = file.step(ancestors.last());
+        ancestors << (step ? step->parent : beginning);
+    }
+    Way way;
+    std::int64_t at = file.position().head;
+    for (; !ancestors.contains(at); at = file.step(at).value_or(Step{}).parent) {
+        way.up << at;
+    }
+    for (const std::int64_t step : ancestors) {
+        if (step == at) {
+            break;
+        }
+        way.down.prepend(step);
+    }
+    return way;
+}
+
+Restoration::Goal Restoration::goalOf(const Way& way) {
+    HistoryFile& file = recorder_.file();
+    Goal goal;
+    for (const std::int64_t step : way.up + way.down) {
+        for (const FileChange& change : file.filesOf(step)) {
+            goal.files[change.path] = way.up.contains(step) ? change.before : change.after;
+        }
+        for (const DatabaseChange& change : file.databasesOf(step)) {
+            if (!goal.databases.contains(change.path)) {
+                goal.databases << change.path;
+            }
+        }
+    }
+    return goal;
+}
+
+QByteArray Restoration::imageAt(const QString& database, const Way& way) {
+    HistoryFile& file = recorder_.file();
+    QByteArray image = file.mirror(database);
+    for (const std::int64_t step : way.up + way.down) {
+        for (const DatabaseChange& change : file.databasesOf(step)) {
+            if (change.path == database) {
+                image = applied(change.delta, image,
+                                way.up.contains(step) ? Direction::back : Direction::forward);
+            }
+        }
+    }
+    return image;
+}
+
+QStringList Restoration::changedOutside(const Goal& goal) {
+    QStringList changed;
+    for (auto file = goal.files.begin(); file != goal.files.end(); ++file) {
+        const Stamp stamp = stampOf(file.key());
+        const std::optional<Present> present = recorder_.file().present(file.key());
+        if (*file != content::onDisk && stamp != Stamp{} && present && present->stamp != stamp) {
+            changed << file.key();
+        }
+    }
+    return changed;
+}
+
+void Restoration::goTo(std::int64_t target) {
+    for (const QString& database : goalOf(wayTo(target)).databases) {
+        recorder_.seeOutside(database);
+    }
+    if (const QStringList outside = changedOutside(goalOf(wayTo(target))); !outside.isEmpty()) {
+        recorder_.recordOutside(outside);
+    }
+    const Goal goal = goalOf(wayTo(target));
+    HistoryFile& file = recorder_.file();
+    HistoryFile::Transaction all(file);
+    Position position = file.position();
+    ++position.last; // the contents that go lie under a number of their own
+    file.setPosition(position);
+    file.setPending(target, planned(goal, position.last));
+    kept_.prepare(position.last);
+    all.commit();
+    carryOn();
+}
+
+QList<PendingFile> Restoration::planned(const Goal& goal, std::int64_t number) {
+    QList<PendingFile> gone;
+    QList<PendingFile> folders;
+    QList<PendingFile> come;
+    int kept = 0;
+    for (auto wanted = goal.files.begin(); wanted != goal.files.end(); ++wanted) {
+        const Stamp stamp = stampOf(wanted.key());
+        const std::optional<Present> present = recorder_.file().present(wanted.key());
+        const bool isKnown = present && present->stamp == stamp && kept_.has(present->content);
+        if (*wanted == content::onDisk || (isKnown && present->content == *wanted)) {
+            continue;
+        }
+        PendingFile file{wanted.key(), {}, *wanted};
+        if (stamp != Stamp{} && !isKnown) {
+            file.keep = QStringLiteral("%1/%2").arg(number).arg(++kept);
+        }
+        (*wanted == content::absent ? gone : *wanted == content::folder ? folders : come) << file;
+    }
+    inOrder(gone, folders, come);
+    return gone + folders + come;
+}
+
+// What was done already is done again without harm.
+void Restoration::perform(const PendingFile& file) {
+    if (!file.keep.isEmpty() && !kept_.has(file.keep) && QFileInfo(file.path).isFile()) {
+        kept_.take(file.path, file.keep);
+    }
+    if (file.put == content::absent) {
+        // A folder with something of another program in it stays.
+        QFileInfo(file.path).isDir() ? QDir().rmdir(file.path) : QFile::remove(file.path);
+    } else if (file.put == content::folder) {
+        QDir().mkpath(file.path);
+    } else {
+        kept_.put(file.put, file.path);
+    }
+}
+
+// Databases that go leave their folders before these go, and come behind the folders.
+void Restoration::carryOut(const QList<PendingFile>& files,
+                           const QMap<QString, QByteArray>& images) {
+    for (auto image = images.begin(); image != images.end(); ++image) {
+        if (image->isEmpty()) {
+            jet::putImage(image.key(), *image);
+        }
+    }
+    for (const PendingFile& file : files) {
+        perform(file);
+    }
+    for (auto image = images.begin(); image != images.end(); ++image) {
+        if (!image->isEmpty()) {
+            jet::putImage(image.key(), *image);
+        }
+    }
+}
+
+bool Restoration::carryOnKilled() {
+    for (const PendingFile& file : recorder_.file().pendingFiles()) {
+        KeptFiles::removeUnfinished(file.path);
+    }
+    return carryOn();
+}
+
+bool Restoration::carryOn() {
+    HistoryFile& file = recorder_.file();
+    const std::optional<std::int64_t> target = file.pendingTarget();
+    if (!target) {
+        return false;
+    }
+    const Way way = wayTo(*target);
+    const QList<PendingFile> files = file.pendingFiles();
+    QMap<QString, QByteArray> images;
+    for (const QString& database : goalOf(way).databases) {
+        images[database] = imageAt(database, way);
+    }
+    carryOut(files, images);
+    HistoryFile::Transaction all(file);
+    for (const PendingFile& done : files) {
+        if (!done.keep.isEmpty()) {
+            file.contentOnDiskIsKept(done.path, done.keep);
+        }
+        file.setPresent(done.path, {stampOf(done.path), done.put});
+    }
+    for (const QString& database : images.keys()) {
+        file.setMirror(database, file.mirror(database), jet::imageOf(database));
+        file.setPresent(database, {stampOf(database), content::onDisk});
+    }
+    Position position = file.position();
+    position.head = *target;
+    position.tip = isAbove(*target, position.tip) ? position.tip : *target;
+    file.setPosition(position);
+    file.clearPending();
+    all.commit();
+    return true;
+}
+
+bool Restoration::isAbove(std::int64_t one, std::int64_t other) {
+    while (other != one && other != beginning) {
+        other = recorder_.file().step(other).value_or(Step{}).parent;
+    }
+    return other == one;
+}
+
+void Restoration::takeBack() {
+    RunningCommand& command = recorder_.running();
+    QList<PendingFile> gone;
+    QList<PendingFile> folders;
+    QList<PendingFile> come;
+    QMap<QString, QByteArray> images;
+    const auto& touched = command.touched();
+    for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
+        const QString& before = entry->before;
+        if (entry->kind == Touched::Kind::database) {
+            images[entry.key()] = recorder_.file().mirror(entry.key());
+        } else if (!KeptFiles::isKept(before) || kept_.has(before)) {
+            (before == content::absent   ? gone
+             : before == content::folder ? folders
+                                         : come)
+                << PendingFile{entry.key(), {}, before};
+        }
+    }
+    inOrder(gone, folders, come);
+    carryOut(gone + folders + come, images);
+    for (const QString& database : images.keys()) {
+        // On a full disk the next command takes it for another program's change.
+        ignoringErrors([&] {
+            HistoryFile::Transaction all(recorder_.file());
+            recorder_.file().setMirror(database, images[database], jet::imageOf(database));
+            all.commit();
+        });
+    }
+    recorder_.drop();
+}
+
+} // namespace qvnd::history

@@ -1,0 +1,112 @@
+#include "platform/history/RunningCommand.h"
+
+#include "platform/error/RunTimeError.h"
+
+#include <QDataStream>
+#include <QFileInfo>
+
+namespace qvnd::history {
+
+namespace {
+
+// The first field of an entry says what it is.
+const QString commandEntry = QStringLiteral("command");
+const QString touchedEntry = QStringLiteral("touched");
+const QString movedEntry = QStringLiteral("moved");
+
+constexpr qsizetype fieldsOfCommand = 8;
+
+} // namespace
+
+RunningCommand::RunningCommand(const QString& file) : path_(file) {}
+
+std::optional<RunningCommand> RunningCommand::left(const QString& file) {
+    QFile rest(file);
+    if (!rest.open(QIODevice::ReadOnly)) {
+        return std::nullopt;
+    }
+    RunningCommand found(file);
+    QDataStream in(&rest);
+    for (;;) {
+        QStringList fields;
+        in >> fields;
+        if (in.status() != QDataStream::Ok || fields.isEmpty()) {
+            break;
+        }
+        found.read(fields);
+    }
+    return found;
+}
+
+void RunningCommand::begin(std::int64_t step, const CommandFrame& frame, const QString& program) {
+    step_ = step;
+    frame_ = frame;
+    program_ = program;
+    time_ = QDateTime::currentDateTime();
+    write({commandEntry, QString::number(step), frame.caption, frame.plan, frame.selectedKey,
+           frame.selectedName, program, time_.toString(Qt::ISODateWithMs)});
+}
+
+void RunningCommand::touch(const QString& path, Touched::Kind kind, const QString& before) {
+    if (!touched_.contains(path)) {
+        write({touchedEntry, QString::number(static_cast<int>(kind)), path, before});
+        touched_[path] = {kind, before};
+    }
+}
+
+void RunningCommand::moveFolder(const QString& from, const QString& to) {
+    write({movedEntry, from, to});
+    rename(from, to);
+}
+
+void RunningCommand::rename(const QString& from, const QString& to) {
+    QMap<QString, Touched> renamed;
+    for (auto entry = touched_.begin(); entry != touched_.end(); ++entry) {
+        const QString& path = entry.key();
+        const bool isBelow = path == from || path.startsWith(from + QLatin1Char('/')) ||
+                             path.startsWith(from + QLatin1Char('\\'));
+        renamed[isBelow ? to + path.mid(from.size()) : path] = *entry;
+    }
+    touched_ = renamed;
+}
+
+QString RunningCommand::nextContent() {
+    return QString::number(step_) + QLatin1Char('/') + QString::number(++contents_);
+}
+
+void RunningCommand::write(const QStringList& fields) {
+    if (file_ == nullptr) {
+        file_ = std::make_unique<QFile>(path_);
+        file_->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered);
+    }
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    out << fields;
+    if (file_->write(bytes) != bytes.size()) {
+        const QString reason = file_->errorString();
+        throw RunTimeError(
+            error::pathAccess,
+            QStringLiteral("操作历史『%1』不能写入：%2。").arg(path_, reason).toStdU16String());
+    }
+}
+
+void RunningCommand::read(const QStringList& fields) {
+    if (fields[0] == commandEntry && fields.size() == fieldsOfCommand) {
+        step_ = fields[1].toLongLong();
+        frame_ = {fields[2], fields[3], fields[4], fields[5], {}};
+        program_ = fields[6];
+        time_ = QDateTime::fromString(fields[7], Qt::ISODateWithMs);
+    } else if (fields[0] == touchedEntry && fields.size() == 4) {
+        touched_[fields[2]] = {static_cast<Touched::Kind>(fields[1].toInt()), fields[3]};
+    } else if (fields[0] == movedEntry && fields.size() == 3 && QFileInfo::exists(fields[2])) {
+        rename(fields[1], fields[2]);
+    }
+}
+
+void RunningCommand::end() {
+    file_.reset();
+    QFile::remove(path_);
+    *this = RunningCommand(path_);
+}
+
+} // namespace qvnd::history

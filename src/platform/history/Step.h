@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+namespace qvnd::history {
+
+// The first state of all, before any step.
+inline constexpr std::int64_t beginning = 0;
+
+enum class StepKind {
+    command = 0,
+    unfinished = 1, // a command that the process did not live to end
+    outside = 2,    // what another program had changed, kept before it was replaced
+};
+
+// One change in words, as the user reads it.
+struct Change {
+    enum class Kind {
+        rowAdded,
+        rowRemoved,
+        rowChanged,
+        tableMade,
+        tableDropped,
+        fileAdded,
+        fileRemoved,
+        fileReplaced,
+    };
+    Kind kind = Kind::rowChanged;
+    QString database;   // file name of the database; empty for a file
+    QString table;      // empty for a file
+    QString key;        // of an outline's row; the whole path of a file
+    QString name;       // of a row; the file's name
+    QString nameBefore; // of a row that has another name now
+    friend bool operator==(const Change&, const Change&) = default;
+};
+
+// One step of the history: a state of the work space and how it came from its parent's.
+struct Step {
+    std::int64_t id = beginning;
+    std::int64_t parent = beginning;
+    StepKind kind = StepKind::command;
+    QDateTime time;
+    QString title;   // "删除[施工部署]"
+    QString plan;    // the plan that was open; empty without one
+    QString program; // that ran the command
+    QString note;    // what the command did beyond what its title says; empty for nothing
+    // Bookkeeping alone: which plan is open, a plan's own copy of its tables. 撤消 passes it by.
+    bool isMinor = false;
+    QString selectedBefore; // keys of the selected node
+    QString selectedAfter;
+};
+
+// What is known of a command when it begins.
+struct CommandFrame {
+    QString caption; // of the menu item or button; "删除"
+    QString plan;
+    QString selectedKey;
+    QString selectedName;
+    // Tells, behind the command, what it did beyond what was asked.
+    std::function<QString(const CommandFrame&, const QList<Change>&)> note;
+};
+
+} // namespace qvnd::history

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace qvnd::jet {
+
+// Told of each change of a database before it begins, so that the state before it can be kept. What
+// it throws refuses the change, with nothing done.
+class ChangeObserver {
+public:
+    virtual ~ChangeObserver() = default;
+
+    // A transaction of our own is about to begin on the file. No other one is open on it.
+    virtual void BeforeChange(const QString& path) = 0;
+    // A database is about to be made where no file is.
+    virtual void BeforeCreation(const QString& path) = 0;
+    // Rows of the table were changed. `table` is its name in the file.
+    virtual void AfterChange(const QString& path, const QString& table) = 0;
+};
+
+} // namespace qvnd::jet

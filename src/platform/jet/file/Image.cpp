@@ -1,0 +1,130 @@
+#include "platform/jet/file/Image.h"
+
+#include "platform/error/RunTimeError.h"
+#include "platform/jet/Failure.h"
+#include "platform/jet/file/SqlNames.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+#include <sqlite3.h>
+
+namespace qvnd::jet {
+
+namespace {
+
+constexpr int counterPlace = 24; // of the header of an SQLite file, four bytes
+
+std::uint32_t bigEndian(const unsigned char* bytes) {
+    return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
+           std::uint32_t{bytes[2]} << 8 | std::uint32_t{bytes[3]};
+}
+
+void writeFile(const QString& path, const QByteArray& image) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(image) != image.size() || !file.commit()) {
+        failCannotAccess(path);
+    }
+}
+
+// All pages in one transaction of the file.
+void overwrite(const QString& path, const QByteArray& image) {
+    Connection target(path, Connection::Mode::existing);
+    const Connection source(image);
+    sqlite3_backup* copy = sqlite3_backup_init(target.Handle(), "main", source.Handle(), "main");
+    if (copy == nullptr) {
+        target.Fail();
+    }
+    const int stepped = sqlite3_backup_step(copy, -1);
+    const int finished = sqlite3_backup_finish(copy);
+    if (stepped != SQLITE_DONE || finished != SQLITE_OK) {
+        fail(error::storeFailed, QStringLiteral("不能恢复『%1』：%2。")
+                                     .arg(path, QString::fromUtf8(sqlite3_errstr(stepped))));
+    }
+}
+
+} // namespace
+
+QByteArray imageOf(const QString& path) {
+    if (!QFile::exists(path)) {
+        return {};
+    }
+    Connection connection(path, Connection::Mode::existing);
+    connection.NumberOf("PRAGMA user_version");
+    sqlite3_int64 size = 0;
+    unsigned char* bytes = sqlite3_serialize(connection.Handle(), "main", &size, 0);
+    if (bytes == nullptr) {
+        connection.Fail();
+    }
+    const QByteArray image(reinterpret_cast<const char*>(bytes), size);
+    sqlite3_free(bytes);
+    return image;
+}
+
+std::uint32_t changeCounterOf(const QString& path) {
+    if (!QFile::exists(path)) {
+        return 0;
+    }
+    Connection connection(path, Connection::Mode::existing);
+    connection.NumberOf("PRAGMA user_version"); // plays a journal back
+    sqlite3_file* file = nullptr;
+    sqlite3_file_control(connection.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+    unsigned char bytes[4] = {};
+    if (file == nullptr || file->pMethods->xRead(file, bytes, 4, counterPlace) != SQLITE_OK) {
+        failCannotAccess(path);
+    }
+    return bigEndian(bytes);
+}
+
+std::uint32_t changeCounterIn(const QByteArray& image) {
+    return image.size() < counterPlace + 4
+               ? 0
+               : bigEndian(reinterpret_cast<const unsigned char*>(image.constData()) +
+                           counterPlace);
+}
+
+void putImage(const QString& path, const QByteArray& image) {
+    if (image.isEmpty()) {
+        if (QFile::exists(path) && !QFile::remove(path)) {
+            failCannotAccess(path);
+        }
+        QFile::remove(path + QStringLiteral("-journal"));
+    } else if (QFile::exists(path)) {
+        overwrite(path, image);
+    } else {
+        writeFile(path, image);
+    }
+}
+
+ImageTables::ImageTables(const QByteArray& image) : isEmpty_(image.isEmpty()), connection_(image) {
+    if (isEmpty_ || connection_.NumberOf("SELECT count(*) FROM sqlite_master "
+                                         "WHERE name='jet_tables'") == 0) {
+        return;
+    }
+    Statement statement(connection_, "SELECT name,id FROM jet_tables");
+    while (statement.Step()) {
+        tables_[statement.Text(0)] = statement.Number(1);
+    }
+}
+
+QMap<std::int64_t, ImageTables::Row> ImageTables::rowsOf(const QString& table) {
+    QMap<std::int64_t, Row> rows;
+    if (!tables_.contains(table)) {
+        return rows;
+    }
+    Statement statement(connection_, "SELECT rowid,* FROM " + sqlTableName(table));
+    const int columns = statement.Columns();
+    QStringList names;
+    for (int column = 1; column < columns; ++column) {
+        names << statement.ColumnName(column);
+    }
+    while (statement.Step()) {
+        Row& row = rows[statement.Number(0)];
+        for (int column = 1; column < columns; ++column) {
+            row.fields[names[column - 1]] = statement.Text(column);
+        }
+    }
+    return rows;
+}
+
+} // namespace qvnd::jet

@@ -1,0 +1,280 @@
+#include "platform/history/HistoryWorld.h"
+
+#include "platform/word/docfile/container/OutputFile.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace qvnd;
+using history::Change;
+using history::StepKind;
+
+namespace {
+
+class HistoryTest : public testing::Test {
+protected:
+    HistoryTest() { world.write("source.doc", "from outside"); }
+
+    using State = test::HistoryWorld::State;
+    test::HistoryWorld world;
+    history::History& history() { return *world.history; }
+};
+
+TEST_F(HistoryTest, ACommandThatChangesNothingLeavesNothingBehind) {
+    EXPECT_FALSE(world.run("浏览", [] {}).step);
+    EXPECT_FALSE(QFile::exists(world.path(".~history")));
+    EXPECT_FALSE(history().undo());
+}
+
+TEST_F(HistoryTest, UndoBringsRowsTablesFoldersAndFilesBackAndRedoTakesThemAgain) {
+    const State before = world.state();
+    const auto made = world.run("新建", [&] { world.makePlan("甲"); });
+    const State behind = world.state();
+    ASSERT_TRUE(made.step);
+    EXPECT_EQ(made.refusal, QString());
+    ASSERT_TRUE(history().undo());
+    EXPECT_EQ(world.state(), before);
+    ASSERT_TRUE(history().redo());
+    EXPECT_EQ(world.state(), behind);
+}
+
+TEST_F(HistoryTest, ADeletedPlanComesBackWithItsDocuments) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const State before = world.state();
+    const auto deleted = world.run("删除", [&] { world.deletePlan("甲"); });
+    const State behind = world.state();
+    ASSERT_TRUE(deleted.step);
+    EXPECT_FALSE(QFile::exists(world.path("甲")));
+    history().undo();
+    EXPECT_EQ(world.state(), before);
+    history().redo();
+    EXPECT_EQ(world.state(), behind);
+    history().undo();
+    history().undo();
+    EXPECT_FALSE(QFile::exists(world.path("甲")));
+    history().redo();
+    EXPECT_EQ(world.state(), before);
+}
+
+TEST_F(HistoryTest, AutomaticNumbersGoBackWithTheRows) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    world.run("添加", [&] { test::HistoryWorld::addRow(*world.db, "甲", "甲.3"); });
+    const State before = world.state();
+    history().undo();
+    world.run("添加", [&] { test::HistoryWorld::addRow(*world.db, "甲", "甲.3"); });
+    EXPECT_EQ(world.state(), before);
+}
+
+TEST_F(HistoryTest, AnOverwrittenFileComesBackByteForByte) {
+    world.write("a.doc", "first");
+    world.run("覆盖",
+              [&] { world.files->CopyFile(world.path("source.doc"), world.path("a.doc"), true); });
+    EXPECT_EQ(world.read("a.doc"), "from outside");
+    history().undo();
+    EXPECT_EQ(world.read("a.doc"), "first");
+    history().redo();
+    EXPECT_EQ(world.read("a.doc"), "from outside");
+}
+
+TEST_F(HistoryTest, ADocumentThatTheEngineWritesInPlaceComesBack) {
+    world.write("a.doc", "first text");
+    world.run("插入", [&] {
+        const auto folder = word::realOutputFolder();
+        const auto file = folder->openForUpdate(world.path("a.doc").toStdString());
+        const std::uint8_t bytes[] = {'X', 'Y'};
+        file->writeAt(0, bytes);
+        file->close();
+    });
+    EXPECT_EQ(world.read("a.doc"), "XYrst text");
+    history().undo();
+    EXPECT_EQ(world.read("a.doc"), "first text");
+    history().redo();
+    EXPECT_EQ(world.read("a.doc"), "XYrst text");
+}
+
+TEST_F(HistoryTest, AFolderThatIsMovedComesBack) {
+    const State before = world.state();
+    world.run("存入", [&] {
+        world.files->CreateFolder(world.path("new"));
+        world.files->CopyFile(world.path("source.doc"), world.path("new/1.doc"), true);
+        const auto own = world.create("new/new.mdb");
+        own->TableDefs().Append(test::HistoryWorld::table("T"));
+        own->Close();
+        world.files->MoveFolder(world.path("new"), world.path("模"));
+    });
+    const State behind = world.state();
+    history().undo();
+    EXPECT_EQ(world.state(), before);
+    history().redo();
+    EXPECT_EQ(world.state(), behind);
+}
+
+TEST_F(HistoryTest, TitleNamesTheCommandAndTheNodeThatWasSelected) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const auto deleted = world.run(
+        "删除", [&] { world.db->Execute("Delete * from 甲 where Key like '甲.*'"); }, "甲.2");
+    ASSERT_TRUE(deleted.step);
+    EXPECT_EQ(deleted.step->title, "删除[名甲.2]");
+    EXPECT_EQ(history().undoable()->title, "删除[名甲.2]");
+    const auto changes = history().changesOf(deleted.step->id);
+    ASSERT_EQ(changes.size(), 2);
+    EXPECT_EQ(changes[0].kind, Change::Kind::rowRemoved);
+    EXPECT_EQ(changes[0].name, "名甲.1");
+    EXPECT_EQ(changes[0].table, "甲");
+}
+
+TEST_F(HistoryTest, UndoAndRedoGoOnAfterARestart) {
+    const State before = world.state();
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const State behind = world.state();
+    world.restart();
+    EXPECT_EQ(history().undo()->title, "新建[名甲.1]");
+    EXPECT_EQ(world.state(), before);
+    world.restart();
+    EXPECT_EQ(history().redo()->title, "新建[名甲.1]");
+    EXPECT_EQ(world.state(), behind);
+}
+
+TEST_F(HistoryTest, ANewCommandEndsTheRedoneBranchAndTheOldOneStaysReachable) {
+    world.run("一", [&] { world.makePlan("甲"); });
+    const State one = world.state();
+    const auto second = world.run("二", [&] { world.makePlan("乙"); });
+    const State two = world.state();
+    history().undo();
+    world.run("三", [&] { world.makePlan("丙"); });
+    const State three = world.state();
+    EXPECT_FALSE(history().redoable());
+    history().goTo(second.step->id);
+    EXPECT_EQ(world.state(), two);
+    history().undo();
+    EXPECT_EQ(world.state(), one);
+    history().goTo(history().steps().last().id);
+    EXPECT_EQ(world.state(), three);
+}
+
+TEST_F(HistoryTest, UndoPassesBookkeepingBy) {
+    world.run("一", [&] { world.makePlan("甲"); });
+    world.run("准备", [&] { world.db->TableDefs().Append(test::HistoryWorld::table("temp")); });
+    const auto minor =
+        world.run("单击", [&] { test::HistoryWorld::addRow(*world.db, "temp", "甲"); });
+    EXPECT_TRUE(minor.step->isMinor);
+    EXPECT_EQ(history().undo()->title, "一[名甲.1]");
+    EXPECT_FALSE(QFile::exists(world.path("甲")));
+}
+
+TEST_F(HistoryTest, AFileChangedOutsideIsKeptAsAStepBeforeUndoTakesIt) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    world.write("甲/甲.1.doc", "edited in a word processor");
+    history().undo();
+    EXPECT_FALSE(QFile::exists(world.path("甲")));
+    const auto steps = history().steps();
+    ASSERT_EQ(steps.last().kind, StepKind::outside);
+    EXPECT_EQ(steps.last().title, "外部改动[甲.1.doc]");
+    history().takeOut(steps.last().id, world.path("甲/甲.1.doc"), world.path("kept.doc"));
+    EXPECT_EQ(world.read("kept.doc"), "edited in a word processor");
+    history().redo();
+    EXPECT_EQ(world.read("甲/甲.1.doc"), "edited in a word processor");
+}
+
+TEST_F(HistoryTest, AFileCopiedIntoAFolderThatUndoTakesAwayStays) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    world.write("甲/notes.txt", "mine");
+    history().undo();
+    EXPECT_EQ(world.read("甲/notes.txt"), "mine");
+    EXPECT_FALSE(QFile::exists(world.path("甲/甲.1.doc")));
+}
+
+TEST_F(HistoryTest, ADatabaseChangedOutsideBecomesAStepOfItsOwn) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    test::HistoryWorld::addRow(*world.db, "甲", "甲.8"); // by no command
+    const State changed = world.state();
+    history().undo();
+    EXPECT_FALSE(world.state().contains("甲"));
+    const auto last = history().steps().last();
+    EXPECT_EQ(last.kind, StepKind::outside);
+    EXPECT_EQ(history().changesOf(last.id).first().key, "甲.8");
+    history().goTo(last.id);
+    EXPECT_EQ(world.state(), changed);
+}
+
+TEST_F(HistoryTest, ADeletedPlanTakesNothingOfTheHistoryAlong) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    world.run("删除", [&] { world.deletePlan("甲"); });
+    EXPECT_EQ(history().steps().size(), 2);
+    EXPECT_EQ(history().stepsWith("名甲.2").size(), 2);
+    EXPECT_EQ(history().stepsWith("没有的名称").size(), 0);
+}
+
+TEST_F(HistoryTest, ACommandIsRefusedWholeWhenTheHistoryCannotBeWritten) {
+    world.write(".~history", "a file where the folder should be");
+    const State before = world.state();
+    const auto outcome = world.run("新建", [&] { world.makePlan("甲"); });
+    EXPECT_FALSE(outcome.step);
+    EXPECT_NE(outcome.refusal, QString());
+    EXPECT_EQ(world.state(), before);
+    history().goOnWithout();
+    world.run("新建", [&] { world.makePlan("甲"); });
+    EXPECT_TRUE(QFile::exists(world.path("甲/甲.1.doc")));
+}
+
+TEST_F(HistoryTest, ACommandIsTakenBackWhenTheHistoryCannotBeWrittenAtItsEnd) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const State before = world.state();
+    const auto outcome = world.run("删除", [&] {
+        world.deletePlan("甲");
+        test::PlainSqlite(world.path(".~history/history.db"))
+            .rows("CREATE TRIGGER full BEFORE INSERT ON steps BEGIN SELECT RAISE(ABORT,'full'); "
+                  "END");
+    });
+    EXPECT_FALSE(outcome.step);
+    EXPECT_NE(outcome.refusal, QString());
+    EXPECT_EQ(world.state(), before);
+}
+
+TEST_F(HistoryTest, RandomCommandsUndoneAndRedoneGiveTheRecordedStates) {
+    std::mt19937 random(7);
+    const auto pick = [&](int below) { return static_cast<int>(random() % unsigned(below)); };
+    QMap<std::int64_t, State> states{{history::beginning, world.state()}};
+    const QStringList plans{"甲", "乙", "丙"};
+    for (int i = 0; i < 150; ++i) {
+        const QString plan = plans[pick(3)];
+        const bool isThere = world.db->TableDefs().Contains(plan);
+        switch (pick(6)) {
+        case 0:
+            history().undo();
+            break;
+        case 1:
+            history().redo();
+            break;
+        case 2:
+            history().goTo(states.keys()[pick(static_cast<int>(states.size()))]);
+            break;
+        case 3:
+            world.run("插", [&] {
+                if (isThere) {
+                    test::HistoryWorld::addRow(*world.db, plan, plan + ".x" + QString::number(i));
+                    world.write("source.doc", QByteArray::number(i));
+                    world.files->CopyFile(world.path("source.doc"),
+                                          world.path(plan + "/" + plan + ".1.doc"), true);
+                }
+            });
+            break;
+        default:
+            world.run("换", [&] { isThere ? world.deletePlan(plan) : world.makePlan(plan); });
+        }
+        State now = world.state();
+        now.remove("source.doc"); // written by no command
+        const auto known = states.constFind(history().head());
+        if (known == states.constEnd()) {
+            states[history().head()] = now;
+        } else {
+            State then = *known;
+            then.remove("source.doc");
+            ASSERT_EQ(now, then) << "action " << i << " at step " << history().head();
+        }
+    }
+    EXPECT_GT(states.size(), 40);
+}
+
+} // namespace

@@ -1,0 +1,149 @@
+#include "platform/history/HistoryWorld.h"
+#include "support/TracedProcess.h"
+
+#ifdef __linux__
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace qvnd;
+using test::HistoryWorld;
+using test::TracedProcess;
+
+namespace {
+
+// A work space in three states: 甲 alone; then 乙 made; and what a command makes of it.
+class KilledHistory : public testing::TestWithParam<int> {
+protected:
+    using State = HistoryWorld::State;
+    using Command = std::function<void(HistoryWorld&)>;
+
+    static void prepare(const QString& base) {
+        HistoryWorld world(base);
+        world.write("source.doc", QByteArray(20000, 'x'));
+        world.run("新建", [&] { world.makePlan("甲"); });
+        world.run("新建", [&] { world.makePlan("乙"); });
+    }
+    static State stateIn(const QString& base) { return HistoryWorld(base).state(); }
+
+    // A plan goes, a row and a file of another one change, a third one comes.
+    static void changeMuch(HistoryWorld& world) {
+        world.run("换", [&] {
+            world.deletePlan("乙");
+            HistoryWorld::addRow(*world.db, "甲", "甲.7");
+            world.files->DeleteFile(world.path("甲/甲.1.doc"));
+            world.makePlan("丙");
+        });
+    }
+
+    // A file whose time is another one counts as changed outside.
+    static void copyWithTimes(const std::filesystem::path& from, const std::filesystem::path& to) {
+        namespace fs = std::filesystem;
+        fs::copy(from, to, fs::copy_options::recursive);
+        for (const auto& entry : fs::recursive_directory_iterator(from)) {
+            fs::last_write_time(to / entry.path().lexically_relative(from),
+                                fs::last_write_time(entry.path()));
+        }
+    }
+    // Kills the command before each change of a file in turn; `check` sees the folder behind it.
+    void killEverywhere(const Command& before, const Command& command,
+                        const std::function<void(const QString&)>& check) {
+        const test::TemporaryFolder original(test::inMemory());
+        prepare(original.path());
+        {
+            HistoryWorld world(original.path());
+            before(world);
+        }
+        for (int deadly = 1;; ++deadly) {
+            const test::TemporaryFolder folder(test::inMemory());
+            const QString base = folder.path("w");
+            copyWithTimes(original.path().toStdString(), base.toStdString());
+            const int changes = TracedProcess::run(
+                [&] {
+                    HistoryWorld world(base);
+                    command(world);
+                },
+                deadly);
+            if (changes < 0) {
+                GTEST_SKIP() << "processes cannot be traced here";
+            }
+            SCOPED_TRACE("killed before change " + std::to_string(deadly));
+            check(base);
+            if (changes < deadly - 1 || ::testing::Test::HasFailure()) {
+                EXPECT_GT(deadly, 20);
+                return;
+            }
+        }
+    }
+    // The state that an undisturbed run of the command leads to.
+    static State stateBehind(const Command& before, const Command& command) {
+        const test::TemporaryFolder folder(test::inMemory());
+        prepare(folder.path());
+        HistoryWorld world(folder.path());
+        before(world);
+        command(world);
+        return world.state();
+    }
+};
+
+void nothing(HistoryWorld&) {}
+void undo(HistoryWorld& world) { world.history->undo(); }
+void redo(HistoryWorld& world) { world.history->redo(); }
+
+TEST_F(KilledHistory, ACommandKilledAnywhereIsFoundAndOneUndoLeadsToBeforeIt) {
+    const State before = stateBehind(nothing, nothing);
+    const State behind = stateBehind(nothing, changeMuch);
+    int unfinished = 0;
+    killEverywhere(nothing, changeMuch, [&](const QString& base) {
+        HistoryWorld world(base);
+        const auto found = world.history->mend();
+        if (found.unfinished) {
+            ++unfinished;
+            EXPECT_EQ(found.unfinished->kind, history::StepKind::unfinished);
+            ASSERT_TRUE(world.history->undo());
+            EXPECT_EQ(world.state(), before);
+        } else if (world.state() != before) {
+            EXPECT_EQ(world.state(), behind);
+            world.history->undo();
+            EXPECT_EQ(world.state(), before);
+        }
+    });
+    EXPECT_GT(unfinished, 10);
+}
+
+TEST_F(KilledHistory, AnUndoKilledAnywhereLeavesEitherStateWhole) {
+    const State before = stateBehind(nothing, nothing);
+    const State behind = stateBehind(nothing, changeMuch);
+    int restored = 0;
+    killEverywhere(changeMuch, undo, [&](const QString& base) {
+        HistoryWorld world(base);
+        const auto found = world.history->mend();
+        restored += found.restored;
+        const State now = world.state();
+        EXPECT_EQ(now, world.history->redoable() ? before : behind);
+        EXPECT_TRUE(!found.restored || now == before);
+    });
+    EXPECT_GT(restored, 10);
+}
+
+TEST_F(KilledHistory, ARedoKilledAnywhereLeavesEitherStateWhole) {
+    const State before = stateBehind(nothing, nothing);
+    const State behind = stateBehind(nothing, changeMuch);
+    const auto changeAndUndo = [](HistoryWorld& world) {
+        changeMuch(world);
+        undo(world);
+    };
+    int restored = 0;
+    killEverywhere(changeAndUndo, redo, [&](const QString& base) {
+        HistoryWorld world(base);
+        const auto found = world.history->mend();
+        restored += found.restored;
+        EXPECT_EQ(world.state(), world.history->redoable() ? before : behind);
+    });
+    EXPECT_GT(restored, 10);
+}
+
+} // namespace
+
+#endif

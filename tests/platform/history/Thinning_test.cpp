@@ -1,0 +1,86 @@
+#include "platform/history/HistoryWorld.h"
+#include "support/PlainSqlite.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using history::Limits;
+using test::HistoryWorld;
+
+namespace {
+
+class ThinnedHistory : public testing::Test {
+protected:
+    ThinnedHistory() {
+        world.write("source.doc", QByteArray(50000, 'x'));
+        for (int i = 0; i < 12; ++i) {
+            states << world.state();
+            const QString plan = "P" + QString::number(i);
+            world.run("新建", [&] { world.makePlan(plan); });
+        }
+    }
+    // Three steps a day, the last one today.
+    void spreadOverDays() {
+        world.close();
+        test::PlainSqlite file(world.path(".~history/history.db"));
+        for (int i = 1; i <= 12; ++i) {
+            const QString time = now.addDays(-40 + (i - 1) / 3).toString(Qt::ISODateWithMs);
+            file.rows(QString("UPDATE steps SET time='%1' WHERE id=%2").arg(time).arg(i));
+        }
+        world.open();
+    }
+    QStringList titles() {
+        QStringList found;
+        for (const history::Step& step : world.history->steps()) {
+            found << step.title;
+        }
+        return found;
+    }
+
+    const QDateTime now = QDateTime::currentDateTime();
+    HistoryWorld world;
+    QList<HistoryWorld::State> states;
+};
+
+TEST_F(ThinnedHistory, StepsOfTheLastDaysStay) {
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, Limits{}.bytes, 0}, now), 0);
+    EXPECT_EQ(world.history->steps().size(), 12);
+}
+
+TEST_F(ThinnedHistory, OlderStepsAreJoinedToOneADayAndLeadBackAllTheSame) {
+    spreadOverDays();
+    const HistoryWorld::State last = world.state();
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, Limits{}.bytes, 0}, now), 8);
+    EXPECT_EQ(world.history->steps().size(), 4);
+    for (const int state : {9, 6, 3, 0}) {
+        ASSERT_TRUE(world.history->undo()) << state;
+        EXPECT_EQ(world.state(), states[state]) << state;
+    }
+    for (int i = 0; i < 4; ++i) {
+        ASSERT_TRUE(world.history->redo());
+    }
+    EXPECT_EQ(world.state(), last);
+}
+
+TEST_F(ThinnedHistory, TheLastStepsStayHoweverOldTheyAre) {
+    spreadOverDays();
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, 0, 12}, now), 0);
+    EXPECT_EQ(world.history->steps().size(), 12);
+}
+
+TEST_F(ThinnedHistory, TheOldestStepsGoWhenTooMuchIsKept) {
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, 0, 5}, now), 7);
+    for (int i = 11; i >= 7; --i) {
+        ASSERT_TRUE(world.history->undo());
+        EXPECT_EQ(world.state(), states[i]);
+    }
+    EXPECT_FALSE(world.history->undo());
+}
+
+TEST(HistoryLimits, AreThirtyDaysTwoGigabytesAndFiftyCommands) {
+    EXPECT_EQ(Limits{}.whole, std::chrono::days{30});
+    EXPECT_EQ(Limits{}.bytes, 2147483648LL);
+    EXPECT_EQ(Limits{}.least, 50);
+}
+
+} // namespace
