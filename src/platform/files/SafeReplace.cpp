@@ -51,8 +51,9 @@ void write(QSaveFile& file, const QByteArray& bytes) {
     }
 }
 
+// What is still held back is written first: QSaveFile passes over a failure to write it at the end.
 void commit(QSaveFile& file) {
-    if (!file.commit()) {
+    if (!file.flush() || !file.commit()) {
         throwFrom(file.error(), file.fileName());
     }
 }

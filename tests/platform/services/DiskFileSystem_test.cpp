@@ -2,6 +2,7 @@
 
 #include "support/Errors.h"
 #include "support/Files.h"
+#include "support/RestrictedProcess.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -76,6 +77,35 @@ TEST_F(DiskFiles, DeleteFolderWithoutForceStopsAtAReadOnlyFile) {
     EXPECT_TRUE(folder.exists("甲/a.doc"));
     gFso.DeleteFolder(folder.path("甲"), true);
     EXPECT_FALSE(folder.exists("甲"));
+}
+
+TEST_F(DiskFiles, DeleteFolderStopsAtAReadOnlyFileInAFolderBelowToo) {
+    folder.write("甲/a.doc", "x");
+    folder.write("甲/乙/b.doc", "x");
+    setWritable("甲/乙/b.doc", false);
+    EXPECT_EQ(errorNumberOf([&] { gFso.DeleteFolder(folder.path("甲"), false); }),
+              error::permissionDenied);
+    EXPECT_TRUE(folder.exists("甲/a.doc"));
+    EXPECT_TRUE(folder.exists("甲/乙/b.doc"));
+}
+
+TEST_F(DiskFiles, AFolderThatCannotBeDeletedWholeComesBackUnderItsName) {
+    folder.write("甲/乙/b.doc", "x");
+    const auto protectedFolder = QFile::ReadOwner | QFile::ExeOwner;
+    QFile::setPermissions(folder.path("甲/乙"), protectedFolder);
+    std::vector<std::string> owned;
+    for (const char* name : {"", "甲", "甲/乙", "甲/乙/b.doc"}) {
+        owned.push_back(folder.path(name).toStdString());
+    }
+    const auto number = test::RestrictedProcess::withoutPrivileges(
+        owned, [&] { return errorNumberOf([&] { gFso.DeleteFolder(folder.path("甲"), false); }); });
+    QFile::setPermissions(folder.path("甲/乙"), protectedFolder | QFile::WriteOwner);
+    if (!number) {
+        GTEST_SKIP() << "no user without rights";
+    }
+    EXPECT_EQ(number, error::permissionDenied);
+    EXPECT_EQ(folder.names(), QStringList{"甲"});
+    EXPECT_EQ(folder.read("甲/乙/b.doc"), "x");
 }
 
 TEST_F(DiskFiles, DeleteFolderNeverClimbsOutOfTheFolder) {

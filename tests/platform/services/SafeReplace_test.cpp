@@ -1,0 +1,66 @@
+#include "platform/files/SafeReplace.h"
+
+#include "support/Errors.h"
+#include "support/Files.h"
+#include "support/RestrictedProcess.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::files;
+using test::errorNumberOf;
+using test::RestrictedProcess;
+
+namespace {
+
+// What a copy or a write leaves that cannot be brought to its end.
+struct SafeReplaces : testing::Test {
+    SafeReplaces() {
+        folder.write("target.doc", "earlier");
+        folder.write("source.doc", QByteArray(5000, 'x'));
+    }
+    void expectEarlierState() const {
+        EXPECT_EQ(folder.read("target.doc"), "earlier");
+        EXPECT_EQ(folder.read("source.doc").size(), 5000);
+        EXPECT_EQ(folder.names(), QStringList({"source.doc", "target.doc"}));
+    }
+
+    test::TemporaryFolder folder;
+};
+
+TEST_F(SafeReplaces, AFullDiskLeavesTheEarlierFile) {
+    const QString target = folder.path("target.doc");
+    EXPECT_EQ(
+        RestrictedProcess::withFilesUpTo(
+            4096,
+            [&] { return errorNumberOf([&] { writeWhole(target, QByteArray(5000, 'x')); }); }),
+        error::diskFull);
+    expectEarlierState();
+}
+
+TEST_F(SafeReplaces, AFullDiskLeavesTheEarlierFileOfACopyToo) {
+    EXPECT_EQ(RestrictedProcess::withFilesUpTo(4096,
+                                               [&] {
+                                                   return errorNumberOf([&] {
+                                                       copyWhole(folder.path("source.doc"),
+                                                                 folder.path("target.doc"));
+                                                   });
+                                               }),
+              error::diskFull);
+    expectEarlierState();
+}
+
+TEST_F(SafeReplaces, ASourceThatCannotBeReadToItsEndLeavesTheEarlierFile) {
+    const auto number = RestrictedProcess::withReadsBelow(1 << 16, [&] {
+        return errorNumberOf(
+            [&] { copyWhole(folder.path("source.doc"), folder.path("target.doc")); });
+    });
+    if (!number) {
+        GTEST_SKIP() << "no filter of system calls";
+    }
+    EXPECT_EQ(number, error::pathAccess);
+    expectEarlierState();
+}
+
+} // namespace
