@@ -9,19 +9,27 @@
 #include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace qvnd::test {
 
-// What goes wrong with the files of a MemoryFolder, and what they were asked.
+// What a file of a MemoryFolder was asked to do.
+enum class FileCall { write, writeHead, sync, truncate, close, replace };
+
+// What goes wrong with the files of a MemoryFolder, and what they were asked. What fails counts
+// from 0 over all files. As on a disk, a write that fails leaves the blocks that came before.
 struct FileTrouble {
-    std::optional<std::size_t> failingWrite; // counted from 0 over all files
-    std::optional<std::size_t> capacity;     // bytes that all files together may have
-    bool shortWrites = false;                // at most one block a call
-    bool failingSync = false;
+    std::optional<std::size_t> failingWrite;
+    std::optional<std::size_t> failingSync;
+    std::optional<std::size_t> capacity; // bytes that all files together may have
+    bool shortWrites = false;            // at most one block a call
+    bool failingClose = false;           // the file is closed all the same
+    bool failingReplace = false;
 
     std::size_t writes = 0;
     std::size_t bytesWritten = 0;
     std::size_t syncs = 0;
+    std::vector<FileCall> calls; // in their order
     std::function<void()> afterWrite;
 };
 
@@ -53,6 +61,10 @@ public:
     }
 
     void replace(const Path& from, const Path& to) override {
+        trouble.calls.push_back(FileCall::replace);
+        if (trouble.failingReplace) {
+            throw RunTimeError(error::permissionDenied, u"没有权限");
+        }
         files[to] = std::exchange(files[from], nullptr);
         files.erase(from);
     }
@@ -80,22 +92,24 @@ private:
 
         std::size_t writeSome(std::uint64_t offset, word::ByteView bytes) override {
             FileTrouble& asked = folder_.trouble;
-            if (asked.failingWrite == asked.writes++) {
-                throw RunTimeError(error::pathAccess, u"写入失败");
-            }
+            const bool fails = asked.failingWrite == asked.writes++;
+            asked.calls.push_back(offset == 0 ? FileCall::writeHead : FileCall::write);
             if (asked.shortWrites) {
-                bytes = bytes.first(std::min<std::size_t>(bytes.size(), 512));
+                bytes = bytes.first(std::min(bytes.size(), block));
             }
             const auto at = static_cast<std::size_t>(offset);
-            const std::size_t end = std::max(stored_->bytes.size(), at + bytes.size());
-            const std::size_t others = folder_.total() - stored_->bytes.size();
-            if (asked.capacity && others + end > *asked.capacity) {
-                throw RunTimeError(error::diskFull, u"磁盘已满");
+            if (fails) {
+                put(at, bytes.first(bytes.size() / 2 / block * block));
+                throw RunTimeError(error::pathAccess, u"写入失败");
             }
-            stored_->bytes.resize(end);
-            std::copy(bytes.begin(), bytes.end(), stored_->bytes.begin() + static_cast<long>(at));
-            ++stored_->version;
-            asked.bytesWritten += bytes.size();
+            const std::size_t room = roomFrom(at);
+            if (room < bytes.size()) {
+                bytes = bytes.first(room / block * block);
+                if (bytes.empty()) {
+                    throw RunTimeError(error::diskFull, u"磁盘已满");
+                }
+            }
+            put(at, bytes);
             if (asked.afterWrite) {
                 asked.afterWrite();
             }
@@ -104,18 +118,45 @@ private:
 
         std::uint64_t size() override { return stored_->bytes.size(); }
         void truncate(std::uint64_t size) override {
+            folder_.trouble.calls.push_back(FileCall::truncate);
             stored_->bytes.resize(static_cast<std::size_t>(size));
             ++stored_->version;
         }
         void sync() override {
-            ++folder_.trouble.syncs;
-            if (folder_.trouble.failingSync) {
+            FileTrouble& asked = folder_.trouble;
+            asked.calls.push_back(FileCall::sync);
+            if (asked.failingSync == asked.syncs++) {
                 throw RunTimeError(error::diskFull, u"磁盘已满");
             }
         }
-        void close() override {}
+        void close() override {
+            folder_.trouble.calls.push_back(FileCall::close);
+            if (folder_.trouble.failingClose) {
+                throw RunTimeError(error::diskFull, u"磁盘已满");
+            }
+        }
 
     private:
+        static constexpr std::size_t block = 512;
+
+        void put(std::size_t at, word::ByteView bytes) {
+            stored_->bytes.resize(std::max(stored_->bytes.size(), at + bytes.size()));
+            std::copy(bytes.begin(), bytes.end(), stored_->bytes.begin() + static_cast<long>(at));
+            ++stored_->version;
+            folder_.trouble.bytesWritten += bytes.size();
+        }
+        // How many bytes the disk takes from there on.
+        std::size_t roomFrom(std::size_t at) const {
+            if (!folder_.trouble.capacity) {
+                return static_cast<std::size_t>(-1);
+            }
+            const std::size_t size = stored_->bytes.size();
+            const std::size_t others = folder_.total() - size;
+            const std::size_t mine =
+                *folder_.trouble.capacity - std::min(*folder_.trouble.capacity, others);
+            return std::max({mine, size, at}) - at;
+        }
+
         MemoryFolder& folder_;
         std::shared_ptr<Stored> stored_;
     };

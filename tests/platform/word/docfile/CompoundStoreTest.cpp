@@ -12,6 +12,7 @@ namespace qvnd::word {
 namespace {
 
 using test::compoundFaults;
+using test::FileCall;
 using testing::IsEmpty;
 using Durability = CompoundStore::Durability;
 
@@ -169,6 +170,22 @@ TEST_F(CompoundStoreTest, FilesBeyondTheHeadersTableGrowADifatChain) {
     }
 }
 
+// The header names 109 sectors of the table; the next one is the first that the chain names.
+TEST_F(CompoundStoreTest, TheTablesSectorsMayPassTheHeadersPlacesByOne) {
+    constexpr std::size_t namedInHeader = 109 * 128 * 512;
+    constexpr std::size_t step = 32 * 512;
+    const auto stream = store.addStream(u"Large");
+    store.append(stream, pattern(namedInHeader - 10 * step, 9));
+    const Bytes part = pattern(step, 3);
+    for (int i = 0; i < 16; ++i) {
+        commit();
+        store.append(stream, part);
+    }
+    commit();
+    EXPECT_EQ(store.size(stream), namedInHeader + 6 * step);
+    EXPECT_EQ(readBack(u"Large").size(), store.size(stream));
+}
+
 TEST_F(CompoundStoreTest, WhatIsFirstWrittenLiesInOrder) {
     const auto stream = store.addStream(u"Text");
     for (unsigned i = 0; i < 20; ++i) {
@@ -229,8 +246,37 @@ TEST_F(CompoundStoreTest, DurabilityAgainstLostPowerWaitsBeforeAndAfterTheHeader
     store.append(store.addStream(u"Text"), pattern(50000, 1));
     store.commit(Durability::killedProcess);
     EXPECT_EQ(folder.trouble.syncs, 0U);
+    store.append(store.addStream(u"More"), pattern(5000, 2));
     store.commit(Durability::lostPower);
     EXPECT_EQ(folder.trouble.syncs, 2U);
+    const std::vector<FileCall>& calls = folder.trouble.calls;
+    EXPECT_EQ(std::vector(calls.end() - 4, calls.end()),
+              (std::vector{FileCall::write, FileCall::sync, FileCall::writeHead, FileCall::sync}));
+}
+
+// The header may have reached the disk: to cut the file would destroy what it names.
+TEST_F(CompoundStoreTest, WhatWasWrittenStaysWhenTheSyncBehindTheHeaderFails) {
+    const auto stream = store.addStream(u"Text");
+    store.append(stream, pattern(50000, 1));
+    store.commit(Durability::lostPower);
+    store.append(stream, pattern(50000, 2));
+    folder.trouble.failingSync = folder.trouble.syncs + 1;
+    EXPECT_THROW(store.commit(Durability::lostPower), RunTimeError);
+    store.abandon();
+    EXPECT_THAT(compoundFaults(file()), IsEmpty());
+    EXPECT_EQ(readBack(u"Text").size(), 100000U);
+}
+
+TEST_F(CompoundStoreTest, WhatWasAppendedGoesWhenTheSyncBeforeTheHeaderFails) {
+    const auto stream = store.addStream(u"Text");
+    store.append(stream, pattern(50000, 1));
+    store.commit(Durability::lostPower);
+    const Bytes before = file();
+    store.append(stream, pattern(50000, 2));
+    folder.trouble.failingSync = folder.trouble.syncs;
+    EXPECT_THROW(store.commit(Durability::lostPower), RunTimeError);
+    store.abandon();
+    EXPECT_EQ(file(), before);
 }
 
 TEST_F(CompoundStoreTest, AfterEveryWriteTheFileIsWhollyTheOldOrTheNewState) {

@@ -18,6 +18,8 @@ namespace {
 using test::bold;
 using test::compoundFaults;
 using test::ContentBuilder;
+using test::FileCall;
+using test::FileTrouble;
 using test::plain;
 using testing::IsEmpty;
 
@@ -508,9 +510,56 @@ TEST_F(DocumentWriterTest, AFailedSaveAsKeepsTheOldFileAndLeavesNoOther) {
         }
     }
     folder->trouble.failingWrite.reset();
-    folder->trouble.failingSync = true;
+    folder->trouble.failingSync = folder->trouble.syncs;
     EXPECT_THROW(saveAs(), RunTimeError);
     EXPECT_EQ(folder->files.size(), 1U);
+}
+
+TEST_F(DocumentWriterTest, ASaveAsThatFailsAtItsEndKeepsTheOldFileAndLeavesNoOther) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    const Bytes before = file();
+    builder.add({plain(u"two\r")});
+    for (bool FileTrouble::*failing : {&FileTrouble::failingClose, &FileTrouble::failingReplace}) {
+        folder->trouble.*failing = true;
+        EXPECT_THROW(saveAs(), RunTimeError);
+        folder->trouble.*failing = false;
+        EXPECT_EQ(file(), before);
+        EXPECT_EQ(folder->files.size(), 1U);
+    }
+    saveAs();
+    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+}
+
+TEST_F(DocumentWriterTest, ASaveWhoseCloseFailsLeavesAWholeFileAndTheNextOneSucceeds) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    builder.add({plain(u"two\r")});
+    folder->trouble.failingClose = true;
+    EXPECT_THROW(save(), RunTimeError);
+    folder->trouble.failingClose = false;
+    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    builder.add({plain(u"three\r")});
+    save();
+    EXPECT_EQ(read().main.text, u"one\rtwo\rthree\r\r");
+}
+
+TEST_F(DocumentWriterTest, TheFileIsClosedBeforeItTakesTheOldOnesPlace) {
+    saveAs();
+    const std::vector<FileCall>& calls = folder->trouble.calls;
+    ASSERT_GE(calls.size(), 3U);
+    EXPECT_EQ(std::vector(calls.end() - 3, calls.end()),
+              (std::vector{FileCall::sync, FileCall::close, FileCall::replace}));
+}
+
+// More have no number in the FIB.
+TEST_F(DocumentWriterTest, MoreThanFifteenSavesCountAsFifteen) {
+    saveAs();
+    for (unsigned saves = 1; saves <= 17; ++saves) {
+        builder.add({plain(u"x\r")});
+        save();
+        EXPECT_EQ(fib().quickSaves, std::min(saves, 15U)) << saves;
+    }
 }
 
 TEST_F(DocumentWriterTest, AFileThatOthersChangedOrRemovedIsWrittenWhole) {

@@ -107,6 +107,16 @@ TEST_F(OutputFileTest, ALinkStaysAndItsTargetIsReplaced) {
     EXPECT_EQ(read(home / "inner" / "real.doc"), "new");
 }
 
+// Another file system may begin at the link, and a file takes another's place only within one.
+TEST_F(OutputFileTest, ATemporaryFileLiesBesideTheTargetOfALink) {
+    fs::create_directory(home / "inner");
+    write(home / "inner" / "real.doc", "old");
+    fs::create_symlink(home / "inner" / "real.doc", home / "link.doc");
+    fs::path temporary;
+    folder->createBeside(home / "link.doc", &temporary);
+    EXPECT_EQ(temporary.parent_path(), fs::canonical(home / "inner"));
+}
+
 TEST_F(OutputFileTest, AProtectedFileIsNotReplaced) {
     const fs::path target = home / "target.doc";
     write(target, "old");

@@ -15,7 +15,6 @@ constexpr std::uint16_t firstOfWord97 = 0x00C0;
 constexpr std::uint16_t nFibBack = 0x00BF;
 // FibBase.cQuickSaves since Word 2000; FibRgCswNewData2000.cQuickSavesNew has the number, up to 15.
 constexpr unsigned cQuickSavesSinceWord2000 = 0xF;
-constexpr std::uint16_t mostQuickSaves = 0xF;
 constexpr std::size_t wordsOfRgW97 = 14;
 constexpr std::size_t longsOfRgLw97 = 22;
 
@@ -201,7 +200,7 @@ Bytes encodeFib(const Fib& fib) {
     }
     out.u16(2); // cswNew
     out.u16(Fib::word2003);
-    out.u16(std::min(fib.quickSaves, mostQuickSaves));
+    out.u16(fib.quickSaves);
     return out.take();
 }
 

@@ -25,6 +25,8 @@ namespace {
 
 // Title, author and other words of a document (SttbfAssoc), all empty.
 constexpr std::size_t associatedTexts = 18;
+// Further saves are not counted.
+constexpr int mostCountedSaves = 15;
 
 Cp lengthOf(const std::vector<StorySlice>& slices) {
     Cp length = 0;
@@ -285,7 +287,7 @@ void DocumentSession::writeComments(const DocumentContent& content, const Parts&
 
 void DocumentSession::writeFib(const Parts& parts) {
     Fib fib;
-    saves_ = started_ ? static_cast<std::uint16_t>(std::min(saves_ + 1, 15)) : saves_;
+    saves_ = started_ ? static_cast<std::uint16_t>(std::min(saves_ + 1, mostCountedSaves)) : saves_;
     fib.fComplex = started_;
     fib.quickSaves = saves_;
     fib.fHasPic = data_.holdsBlobs();
