@@ -95,6 +95,16 @@ TEST_F(StyleDifferences, DirectFormattingHasTheLastWord) {
     EXPECT_EQ(under(sprm16(sprm::CHps, 24), sprm16(sprm::CHps, 21), direct), direct);
 }
 
+TEST_F(StyleDifferences, WhatStandsBeforeAReturnToTheStyleHasNoWord) {
+    const Bytes source = sprm16(sprm::CHps, 24);
+    const Bytes target = sprm16(sprm::CHps, 21);
+    const Bytes plain = sprm8(sprm::CPlain, 0);
+    const Bytes voided = sprm16(sprm::CHps, 30) + plain;
+    EXPECT_EQ(under(source, target, voided), voided + source);
+    const Bytes said = plain + sprm16(sprm::CHps, 30);
+    EXPECT_EQ(under(source, target, said), said);
+}
+
 TEST_F(StyleDifferences, AnOlderSpellingOfTheSamePropertyHasTheLastWordToo) {
     const Bytes direct = sprm8(sprm::CIco, 6);
     EXPECT_EQ(under(sprm8(sprm::CIco, 2) + sprm32(sprm::CCv, 0x00FF0000), {}, direct), direct);

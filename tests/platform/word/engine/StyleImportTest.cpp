@@ -1,0 +1,83 @@
+#include "platform/word/engine/ImportFixture.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd::word;
+using namespace qvnd::word::test;
+
+// Styles whose links to each other cannot be taken over as they are.
+namespace {
+
+StyleDefinition own(StyleKind kind, const std::u16string& name,
+                    StyleIndex base = StyleDefinition::none) {
+    return styleOf(kind, name, StyleDefinition::userDefined, base);
+}
+
+// A row's paragraph of that table style.
+Bytes rowOf(StyleIndex style) { return sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, style); }
+
+TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
+    SourceDocument source;
+    const StyleIndex letters = source.addStyle(own(StyleKind::character, u"字"));
+    const StyleIndex style = source.addStyle(own(StyleKind::paragraph, u"引文", letters));
+    source.paragraph(u"x", style);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.styleOfParagraph().name, u"引文");
+    EXPECT_EQ(target.styleOfParagraph().basedOn, StyleDefinition::none);
+}
+
+TEST(ImportedStyleLinks, ATableStyleOverAnotherBaseIsAnotherStyle) {
+    SourceDocument source;
+    const StyleIndex grid = source.addStyle(own(StyleKind::table, u"网格", 11));
+    source.paragraph(u"x", 0, rowOf(grid));
+    ImportTarget target;
+    target.tables.styles.styles.push_back(own(StyleKind::table, u"网格"));
+    target.import(source.data);
+    const StyleDefinition& brought =
+        *target.tables.styles.styles.at(operand16(target.paragraphList(), sprm::TIstd));
+    EXPECT_EQ(brought.name, u"网格_2");
+    EXPECT_EQ(brought.basedOn, 11);
+}
+
+TEST(ImportedStyleLinks, ATableStyleOverABaseOfAnotherKindIsTheTargetsWithoutABase) {
+    SourceDocument source;
+    const StyleIndex grid = source.addStyle(own(StyleKind::table, u"网格", 0));
+    source.paragraph(u"x", 0, rowOf(grid));
+    ImportTarget target;
+    target.tables.styles.styles.push_back(own(StyleKind::table, u"网格"));
+    target.import(source.data);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::TIstd), 15);
+    EXPECT_EQ(target.tables.styles.styles.size(), 16U);
+}
+
+TEST(ImportedStyleLinks, ATieThatIsNotReturnedIsNone) {
+    SourceDocument source;
+    const StyleIndex tied = source.addStyle(own(StyleKind::character, u"字"));
+    const StyleIndex style = source.addStyle(own(StyleKind::paragraph, u"引文", 0));
+    source.style(style).link = tied;
+    source.run(u"x", sprm16(sprm::CIstd, tied));
+    source.run(u"\r");
+    source.endParagraph(style);
+    ImportTarget target;
+    target.import(source.data);
+    EXPECT_EQ(target.styleOfParagraph().name, u"引文");
+    EXPECT_EQ(target.styleOfParagraph().link, 0);
+}
+
+// 0 and -1 are no numbers of a list: paragraphs that name them have none.
+TEST(ImportedListNumbers, AListUnderANumberThatMeansNoneGetsAnother) {
+    for (const std::int32_t reserved : {0, -1}) {
+        SourceDocument source;
+        source.paragraph(u"x", 0, sprm16(sprm::PIlfo, source.addList(reserved, 0)));
+        ImportTarget target;
+        target.import(source.data);
+        ASSERT_EQ(target.tables.listDefinitions.size(), 1U);
+        const std::int32_t number = target.tables.listDefinitions[0].lsid;
+        EXPECT_NE(number, 0);
+        EXPECT_NE(number, -1);
+        EXPECT_EQ(target.tables.listOverrides.at(0).lsid, number);
+    }
+}
+
+} // namespace
