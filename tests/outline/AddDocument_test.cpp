@@ -413,6 +413,19 @@ TEST_F(AddDocuments, BelowANodeARefusedDepthLeavesTheFile) {
     EXPECT_EQ(keys("T").size(), 10);
 }
 
+TEST_F(AddDocuments, TheNinthLevelIsTheDeepestBelowANode) {
+    const QString eighth = "T.1.1.1.1.1.1.1.1";
+    QStringList rows{"T"};
+    while (rows.last() != eighth) {
+        rows << rows.last() + ".1";
+    }
+    makePlan(rows);
+    choose("深.doc");
+    EXPECT_EQ(below(eighth), Added::added);
+    EXPECT_EQ(depthOfKey(command.newKey()), 9);
+    EXPECT_EQ(keys("T").last(), command.newKey());
+}
+
 TEST_F(AddDocuments, BelowANodeADuplicateNameLeavesTheFile) {
     makePlan("T", {{"T", "T"}, {"T.1", "甲.乙", "是"}});
     choose("甲.乙.doc");

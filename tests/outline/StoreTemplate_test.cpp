@@ -2,6 +2,7 @@
 
 #include "TemplateWorld.h"
 #include "support/Commits.h"
+#include "support/DragWorld.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -163,6 +164,18 @@ TEST_F(StoringATemplate, AnyOtherErrorEndsItInSilenceAndWhatWasDoneStays) {
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_TRUE(hasTable("T"));
     EXPECT_EQ(registered(*state.gDbTemplate), QStringList());
+}
+
+TEST_F(StoringATemplate, ADocumentThatCannotBeCopiedLeavesTheFolderWithWhatHadComeByThen) {
+    makeCurrentPlan({"T", "T.1d", "T.2d"});
+    state.gFso =
+        std::make_unique<test::FailingDisk>([](test::FailingDisk::Call, const QString& path) {
+            return path.endsWith("T.2.doc") ? error::diskFull : 0L;
+        });
+    EXPECT_EQ(store().result, Stored::failed);
+    EXPECT_EQ(folder.names("Sys/标书模板"), QStringList{"T"});
+    EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.1.doc", "T.mdb"}));
+    EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.1", "T.2"}));
 }
 
 TEST_F(StoringATemplate, WithoutACurrentPlanItEndsInSilence) {

@@ -143,6 +143,14 @@ TEST_F(DeletePlans, WithoutASelectedPlanNoTableIsTouchedNotEvenOneCalledOrg) {
     EXPECT_EQ(plans(), QStringList({"甲", "Org"}));
 }
 
+TEST_F(DeletePlans, WithoutASelectedPlanATableCalledOrgThatNoPlanListsStaysToo) {
+    makeWholePlan("甲");
+    makeTable(*state.gDbUser, "Org", {});
+    click("甲", "甲.1");
+    EXPECT_TRUE(remove());
+    EXPECT_TRUE(hasTable("Org"));
+}
+
 TEST_F(DeletePlans, AnOutlineNamedLikeAMissingInformationTableStays) {
     makePlan("甲", {{"甲", "甲"}, {"甲.1", "章"}});
     makeWholePlan("甲Org");

@@ -145,6 +145,13 @@ TEST_F(StartUp, AWorkValueOfOneOrTwoCharactersThatNamesNoFolderIsKept) {
     expectFailure("76路径未找到");
 }
 
+TEST_F(StartUp, AWorkValueOfThreeCharactersThatNamesNoFolderGivesWayToTheDefault) {
+    folder.makeFolder("app/sys");
+    configureWork("zqx");
+    EXPECT_TRUE(start());
+    EXPECT_EQ(state.gWorkPath, folderIn("工程文档管理"));
+}
+
 TEST_F(StartUp, WordsFolderComesFromTheRegistry) {
     configure("", "/opt/word");
     folder.makeFolder("app/sys");

@@ -279,6 +279,16 @@ TEST_F(TableTransfer, LeavingAPlanReplacesTheOutlineInItsFolder) {
               (QStringList{u"工程甲|1"_qs, u"工程甲.1|2"_qs, u"工程甲.2|3"_qs}));
 }
 
+// A process killed in between would leave the folder without its outline.
+TEST_F(TableTransfer, TheOldOutlineInTheFolderGoesAtOneStrokeWithTheComingOfTheNewOne) {
+    layPlan(state_.gUserTplPath, u"工程甲"_qs);
+    importPlans();
+    test::Commits commits(planFile(u"工程甲"_qs));
+    SaveCurrentPlanTables(state_, u"工程甲"_qs);
+    EXPECT_EQ(commits.count(), 1);
+    EXPECT_FALSE(state_.gWs->InTransaction());
+}
+
 TEST_F(TableTransfer, LeavingAPlanDoesNotWriteItsInformation) {
     layPlan(state_.gUserTplPath, u"工程甲"_qs);
     importPlans();

@@ -151,6 +151,18 @@ TEST_F(TableCopies, ATextThatTheTargetRefusesStopsTheInsertWhole) {
     EXPECT_EQ(errorOf([&] { a_->Execute(u"INSERT INTO y SELECT 名称 FROM T"_qs); }), 3315);
 }
 
+TEST_F(TableCopies, ATextMayFillANarrowerFieldThatIsElseTheSameAndNotExceedIt) {
+    for (const int size : {3, 2}) { // the longest key is T.1
+        TableDef narrow(u"x%1"_qs.arg(size));
+        narrow.Fields = {TableDef::CreateField(u"Key"_qs, FieldType::Text, size)};
+        narrow.Fields[0].AllowZeroLength = true;
+        a_->TableDefs().Append(narrow);
+        const QString insert = u"INSERT INTO "_qs + narrow.Name + u" SELECT Key FROM T"_qs;
+        EXPECT_EQ(errorOf([&] { a_->Execute(insert); }), size == 3 ? 0 : 3163);
+        EXPECT_EQ(rowsOf(*a_, u"select * from "_qs + narrow.Name).size(), size == 3 ? 3 : 0);
+    }
+}
+
 TEST_F(TableCopies, ATableMayBeAppendedToItself) {
     a_->Execute(u"Select Key,名称 into x from T"_qs);
     a_->Execute(u"INSERT INTO x SELECT * FROM x"_qs);

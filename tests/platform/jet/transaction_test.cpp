@@ -2,6 +2,9 @@
 
 #include <QCoreApplication>
 
+#include <chrono>
+#include <thread>
+
 namespace qvnd::jet {
 
 using test::errorOf;
@@ -221,6 +224,24 @@ TEST_F(Transactions, ChangesOfAnotherProgramAreCountedAndOwnOnesAreNot) {
     EXPECT_GT(a_->ForeignChanges(), before);
     EXPECT_EQ(a_->ForeignChanges(), a_->ForeignChanges());
     EXPECT_EQ(b_->ForeignChanges(), 0);
+}
+
+// The number is taken while the other program still writes; it is known only once that has ended.
+TEST_F(Transactions, ARowThatWaitsForAnotherProgramIsNumberedBehindItsRows) {
+    DBEngine other;
+    const auto theirs = other.Workspaces(0).OpenDatabase(a_->Name());
+    other.Workspaces(0).BeginTrans();
+    addRows(*theirs, u"T"_qs, {u"theirs"_qs});
+    std::thread ending([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        other.Workspaces(0).CommitTrans();
+    });
+    const auto started = std::chrono::steady_clock::now();
+    addRows(*a_, u"T"_qs, {u"own"_qs});
+    EXPECT_GT(std::chrono::steady_clock::now() - started, std::chrono::milliseconds(50));
+    ending.join();
+    EXPECT_EQ(rowsOf(*a_, u"select Key,ID from T order by ID"_qs),
+              (QStringList{u"theirs|1"_qs, u"own|2"_qs}));
 }
 
 TEST_F(Transactions, AFileThatAnotherProgramHoldsIs3260AfterAWhile) {

@@ -1,0 +1,74 @@
+#include "outline/TreeDrag.h"
+
+#include "support/DragWorld.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::outline;
+using test::DragWorld;
+
+namespace {
+
+constexpr qsizetype longestKey = 255;
+
+struct MoveLimits : testing::Test, DragWorld {
+    // A key below T of that length.
+    static QString keyOf(qsizetype length) { return "T." + QString(length - 2, u'9'); }
+    void addRow(const test::OutlineRowText& row) {
+        add(*state.gDbUser->OpenRecordset("Select * from T"), row);
+    }
+};
+
+TEST_F(MoveLimits, ANewKeyMayFillItsFieldAndNotExceedItByOne) {
+    const QString fits = keyOf(longestKey - 2); // ".1" comes behind it
+    plan({"T", fits, "T.2"});
+    EXPECT_TRUE(drag("T.2", fits).done);
+    EXPECT_EQ(keys("T"), QStringList({"T", fits, fits + ".1"}));
+
+    const QString exceeds = keyOf(longestKey - 1);
+    addRow({exceeds, "长"});
+    openPlan("T");
+    const QStringList before = keys("T");
+    const Dropped dropped = drag(fits + ".1", exceeds);
+    EXPECT_FALSE(dropped.done);
+    EXPECT_EQ(dropped.failure, "移动后的键超过 255 个字符，不能移动");
+    EXPECT_EQ(keys("T"), before);
+}
+
+TEST_F(MoveLimits, TheKeyOfADescendantMayFillItsFieldAndNotExceedItByOne) {
+    const QString fits = keyOf(longestKey - 4); // ".1.7"
+    plan({"T", fits, "T.2", "T.2.7"});
+    EXPECT_TRUE(drag("T.2", fits).done);
+    EXPECT_EQ(keys("T"), QStringList({"T", fits, fits + ".1", fits + ".1.7"}));
+
+    const QString exceeds = keyOf(longestKey - 3);
+    addRow({exceeds, "长"});
+    openPlan("T");
+    const QStringList before = keys("T");
+    EXPECT_FALSE(drag(fits + ".1", exceeds).done);
+    EXPECT_EQ(keys("T"), before);
+}
+
+// The condition for this key names other rows: those of T.1, and those without a key.
+TEST_F(MoveLimits, AKeyThatReadsAsAnotherConditionMovesNoOtherRow) {
+    const QString key = QStringLiteral("T.1' or key='");
+    plan({"T", "T.1d", key, "T.2"});
+    const Dropped dropped = drag(key, "T.2");
+    EXPECT_FALSE(dropped.done);
+    EXPECT_EQ(dropped.failure, "方案“T”中没有编号为“" + key + "”的行");
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", key, "T.2"}));
+    EXPECT_EQ(ids("T"), QStringList({"1", "2", "3", "4"}));
+    EXPECT_EQ(document("T.1"), "T.1");
+}
+
+TEST_F(MoveLimits, ADocumentWhoseRowKeepsItsKeyKeepsItsFile) {
+    plan({"T", "T.1", "T.1.1d", "T.2"});
+    addRow({"T.2.2.1", "占", "是"}); // the key that T.1.1 would get
+    EXPECT_EQ(drag("T.1", "T.2").newKeys, QStringList("T.2.2"));
+    EXPECT_TRUE(keys("T").contains("T.1.1"));
+    EXPECT_EQ(document("T.1.1"), "T.1.1");
+}
+
+} // namespace
