@@ -32,6 +32,10 @@ qint64 patienceFor(const QString& source) {
     return basicTimeMs + QFileInfo(source).size() / (1 << 20) * timePerMegabyteMs;
 }
 
+// By itself it would bear the program's Chinese name, which arguments lose where the locale's
+// encoding knows no Chinese; the suite then waits for a file that is not there.
+QString plainScratch() { return QDir(QDir::tempPath()).filePath(u"qvnd-XXXXXX"_s); }
+
 std::filesystem::path native(const QString& path) { return path.toStdU16String(); }
 
 // Puts the result in place of the target, over folders on different disks too.
@@ -70,13 +74,17 @@ QString OfficeSuite::profileOption(const QString& folder) {
            QString::fromLatin1(QUrl::fromLocalFile(folder).toEncoded());
 }
 
+QString OfficeSuite::cacheFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) + u"/qvnd"_s;
+}
+
 void OfficeSuite::convert(const QString& source, const QString& target,
                           const QString& filter) const {
     if (!isInstalled()) {
         throw failure(error::fileNotFound, u"没有安装办公套件（LibreOffice），无法转换“"_s +
                                                QFileInfo(source).fileName() + u"”。"_s);
     }
-    const QTemporaryDir scratch;
+    const QTemporaryDir scratch(plainScratch());
     // A plain name: the suite takes some characters of a file's name for a pattern or an option.
     const QString input = scratch.filePath(u"document."_s + QFileInfo(source).suffix());
     if (!QFile::copy(source, input)) {

@@ -24,6 +24,9 @@ public:
     // The option that names the folder of the suite's profile. It is plain ASCII, as arguments go
     // through the locale's encoding, which may know no Chinese.
     static QString profileOption(const QString& folder);
+    // Where profiles and files on their way to the suite may lie on this desktop: plain ASCII as
+    // far as it is in our hands.
+    static QString cacheFolder();
     bool isInstalled() const { return !program_.isEmpty(); }
 
     // Converts `source` into `target`, replacing it whole. `filter` is the suite's name of the

@@ -3,8 +3,6 @@
 #include "platform/office/OfficeSuite.h"
 #include "platform/preview/ConversionRun.h"
 
-#include <QStandardPaths>
-
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -12,7 +10,7 @@ using namespace Qt::StringLiterals;
 namespace qvnd::preview {
 
 ConversionSettings ConversionSettings::ofDesktop() {
-    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
+    const QString cache = office::OfficeSuite::cacheFolder();
     ConversionSettings settings;
     settings.program = office::OfficeSuite::installedProgram();
     settings.profileFolder = cache + u"/preview-office"_s;

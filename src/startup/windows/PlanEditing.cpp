@@ -2,8 +2,6 @@
 
 #include "platform/preview/windows/PreviewPane.h"
 
-#include <QStandardPaths>
-
 namespace qvnd::startup {
 
 namespace {
@@ -11,8 +9,7 @@ namespace {
 // The suite as commands wait for it, with a profile of its own. The windows stay alive meanwhile,
 // and a long run that is cancelled ends the suite's work.
 office::OfficeSuite suite(desktop::Events& events, desktop::LongRun& longRun) {
-    const QString cache = QStandardPaths::writableLocation(QStandardPaths::CacheLocation);
-    return office::OfficeSuite(cache + QStringLiteral("/office"),
+    return office::OfficeSuite(office::OfficeSuite::cacheFolder() + QStringLiteral("/office"),
                                office::OfficeSuite::installedProgram(), [&events, &longRun] {
                                    events.doEvents();
                                    return longRun.isCancelled();
@@ -24,7 +21,7 @@ office::OfficeSuite suite(desktop::Events& events, desktop::LongRun& longRun) {
 DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
                                        desktop::LongRun& longRun,
                                        preview::PageConversion& conversion)
-    : conversion_(conversion), generation_(messages, suite(events, longRun), longRun),
+    : conversion_(conversion), generation_(messages, suite(events, longRun), longRun, events),
       pdf_(suite(events, longRun)) {}
 
 PlanEditing DesktopPlanEditing::services() {

@@ -10,11 +10,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QUrl>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -65,6 +68,30 @@ TEST_F(OfficeSuiteTest, TheProfilesAddressIsAsciiWhateverItsFolder) {
               }),
               error::invalidCall);
     EXPECT_EQ(read(seen), "-env:UserInstallation=" + QUrl::fromLocalFile(profile).toEncoded());
+}
+
+TEST_F(OfficeSuiteTest, EveryArgumentIsAsciiWhateverTheProgramsName) {
+    const QString name = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName(u"卷宗编制系统"_s);
+    const QString seen = folder.filePath(u"seen"_s);
+    const OfficeSuite fake = suite("printf '%s\\n' \"$@\" > '" + seen.toUtf8() + "'\nexit 1\n");
+    EXPECT_EQ(numberOf([&] {
+                  fake.convert(write(u"甲.rtf"_s, "{}"), folder.filePath(u"乙.doc"_s), u"doc"_s);
+              }),
+              error::invalidCall);
+    QCoreApplication::setApplicationName(name);
+    const QByteArray arguments = read(seen);
+    EXPECT_TRUE(arguments.contains("document.rtf"));
+    EXPECT_TRUE(std::all_of(arguments.begin(), arguments.end(), [](char c) { return c > 0; }))
+        << arguments.toStdString();
+}
+
+TEST_F(OfficeSuiteTest, TheCacheFolderDoesNotBearTheProgramsName) {
+    const QString name = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName(u"卷宗编制系统"_s);
+    EXPECT_FALSE(OfficeSuite::cacheFolder().contains(u"卷宗"_s));
+    EXPECT_TRUE(OfficeSuite::cacheFolder().endsWith(u"/qvnd"_s));
+    QCoreApplication::setApplicationName(name);
 }
 
 TEST_F(OfficeSuiteTest, WithoutASuiteTheFailureSaysSo) {

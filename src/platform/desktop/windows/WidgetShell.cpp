@@ -33,7 +33,9 @@ void WidgetShell::openAsTemplate(const QString& file) {
         notFound(file);
     }
     const QString suite = office::OfficeSuite::installedProgram();
-    if (!suite.isEmpty() && QProcess::startDetached(suite, {QStringLiteral("-n"), file})) {
+    // An address is plain ASCII, whatever encoding arguments go through.
+    const QString address = QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
+    if (!suite.isEmpty() && QProcess::startDetached(suite, {QStringLiteral("-n"), address})) {
         return;
     }
     QTemporaryDir folder;
