@@ -307,6 +307,27 @@ TEST_F(PreviewPaneTest, WhileTheSavedFileCannotBeReadThePagesSeenStay) {
     EXPECT_TRUE(notice().isHidden());
 }
 
+TEST_F(PreviewPaneTest, WhileItDoesNotFollowThePagesSeenStayAndAfterwardsTheNewOnesCome) {
+    open(false);
+    show(document("a.doc", 3));
+    pane->setFollowing(false);
+    document("a.doc", 200);
+    QTest::qWait(700);
+    EXPECT_EQ(pane->pageCount(), 1);
+    pane->setFollowing(true);
+    EXPECT_TRUE(waitFor([&] { return pane->pageCount() > 3; }));
+}
+
+TEST_F(PreviewPaneTest, AVeryLongDocumentIsAnnouncedAtOnceAndThenShown) {
+    open(false);
+    const QString path = document("a.doc", 40000);
+    ASSERT_GT(QFileInfo(path).size(), 2'000'000);
+    frame->document().show(path);
+    EXPECT_EQ(pane->pageCount(), 0);
+    EXPECT_EQ(notice().text(), "正在读取文档……");
+    EXPECT_TRUE(waitFor([&] { return pane->pageCount() > 3; }));
+}
+
 TEST_F(PreviewPaneTest, AHiddenPaneFollowsNoFile) {
     open(false);
     show(document("a.doc", 3));

@@ -24,9 +24,12 @@ public:
         isUp = false;
     }
 
+    void setFollowing(bool follows) override { isFollowing = follows; }
+
     QStringList shown;
     int hidden = 0;
     bool isUp = false;
+    bool isFollowing = true;
     std::optional<RunTimeError> failure;
 };
 

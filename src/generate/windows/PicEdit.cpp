@@ -68,9 +68,15 @@ PicEdit::PicEdit(QWidget& view, preview::DocumentPreview& document, desktop::She
     connect(VSEdit_, &QScrollBar::valueChanged, this, &PicEdit::scroll);
 }
 
-void PicEdit::showHourglass() { window()->setCursor(Qt::WaitCursor); }
+void PicEdit::showHourglass() {
+    window()->setCursor(Qt::WaitCursor);
+    document_.setFollowing(false);
+}
 
-void PicEdit::showNormalPointer() { window()->unsetCursor(); }
+void PicEdit::showNormalPointer() {
+    document_.setFollowing(true);
+    window()->unsetCursor();
+}
 
 void PicEdit::turnPreviewOn() {
     isOn_ = true;

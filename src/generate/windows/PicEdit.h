@@ -26,7 +26,8 @@ public:
     PicEdit(QWidget& view, preview::DocumentPreview& document, desktop::Shell& shell,
             QWidget* parent = nullptr);
 
-    // Of the frame: dialogs and boxes in front of it keep the usual pointer.
+    // Of the frame: dialogs and boxes in front of it keep the usual pointer. A document that is
+    // written meanwhile is shown anew at the end.
     void showHourglass() override;
     void showNormalPointer() override;
 

@@ -14,6 +14,9 @@ public:
     virtual void show(const QString& path) = 0;
     // Closes the document and hides the pane.
     virtual void hide() = 0;
+    // False while the file is being written again and again: the pages seen stay until it is true
+    // again. A pane that does not follow its file by itself need not care.
+    virtual void setFollowing(bool /*follows*/) {}
 };
 
 } // namespace qvnd::preview

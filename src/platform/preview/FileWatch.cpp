@@ -46,8 +46,15 @@ FileWatch::Stamp FileWatch::stamp() const {
     return {file.lastModified(), file.size()};
 }
 
+void FileWatch::setPaused(bool isPaused) {
+    isPaused_ = isPaused;
+    if (!isPaused_ && !path_.isEmpty()) {
+        settling_.start();
+    }
+}
+
 void FileWatch::look() {
-    if (!QFileInfo::exists(path_)) {
+    if (isPaused_ || !QFileInfo::exists(path_)) {
         return;
     }
     follow();

@@ -19,6 +19,8 @@ public:
 
     // Watches this file from now on, as it is now; an empty path watches nothing.
     void watch(const QString& path);
+    // Paused it tells nothing; a change in the meantime is told when the pause is over.
+    void setPaused(bool isPaused);
 
 private:
     using Stamp = std::pair<QDateTime, qint64>; // last change, size
@@ -30,6 +32,7 @@ private:
     std::function<void()> changed_;
     QString path_;
     Stamp seen_;
+    bool isPaused_ = false;
     QFileSystemWatcher watcher_;
     QTimer settling_;
 };

@@ -145,6 +145,7 @@ protected:
     // Pointer, dialog and word processor of a command are gone, and the next one may run.
     void expectUsable() {
         EXPECT_FALSE(hasHourglass());
+        EXPECT_TRUE(preview.isFollowing);
         EXPECT_EQ(dlgTB(), nullptr);
         EXPECT_FALSE(world.state.Command.isRunning());
         EXPECT_FALSE(word.isAtWork());

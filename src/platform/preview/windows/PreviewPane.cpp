@@ -19,8 +19,10 @@ namespace qvnd::preview {
 
 namespace {
 
-// How long a window may stand still for a document that is read at once.
+// How long a window may stand still for a document that is read at once, and how large one is that
+// hardly ever is.
 constexpr std::chrono::milliseconds firstSight{80};
+constexpr qint64 readInTime = 2'000'000;
 constexpr QRgb desk = 0xFF8A9099;
 constexpr int lineStep = 40;
 constexpr double pageStep = 0.9; // of the area
@@ -77,7 +79,8 @@ ReadingLoad::Pages PreviewPane::beginReading() {
     };
     load_ = std::make_unique<ReadingLoad>(path_, cutLine(conversion_.isAvailable()),
                                           std::move(receiver));
-    return load_->wait(firstSight);
+    const bool isLong = QFileInfo(path_).size() > readInTime;
+    return load_->wait(isLong ? std::chrono::milliseconds(0) : firstSight);
 }
 
 void PreviewPane::show(const QString& path) {

@@ -38,6 +38,7 @@ public:
     // no .doc, encrypted, damaged. The pane is then empty and hidden.
     void show(const QString& path) override;
     void hide() override;
+    void setFollowing(bool follows) override { watch_.setPaused(!follows); }
     using QWidget::show;
 
     bool hasHeightForWidth() const override { return true; }
