@@ -1,14 +1,13 @@
 #pragma once
 
 #include "generate/GenerationReport.h"
+#include "platform/desktop/Events.h"
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutEstimate.h"
-
-#include <utility>
 
 namespace qvnd::startup {
 
@@ -20,7 +19,7 @@ class GenerationWord : public generate::GenerationRecord {
 public:
     // All of it outlives the object; the suite asks `longRun` whether to stop.
     GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
-                   desktop::LongRun& longRun);
+                   desktop::LongRun& longRun, desktop::Events& events);
 
     word::ApplicationFactory& factory() { return factory_; }
 
@@ -41,26 +40,28 @@ private:
         desktop::MessageBoxes& messages_;
     };
 
-    // The office suite lays the whole document out, after the progress dialog has gone.
+    // The whole document is laid out when the progress dialog has gone already.
     class Awaited : public word::PageNumberSource {
     public:
-        Awaited(office::OfficeSuite suite, desktop::LongRun& longRun)
-            : exact_(std::move(suite)), longRun_(longRun) {}
+        Awaited(word::PageNumberSource& source, desktop::LongRun& longRun, desktop::Events& events)
+            : source_(source), longRun_(longRun), events_(events) {}
         std::vector<int> displayedPages(const word::DocumentContent& content,
                                         std::span<const word::Cp> positions) override;
-        int pages() const override { return exact_.pages(); }
+        int pages() const override { return source_.pages(); }
 
     private:
-        office::OfficePageNumbers exact_;
+        word::PageNumberSource& source_;
         desktop::LongRun& longRun_;
+        desktop::Events& events_;
     };
 
     generate::CollectedLosses losses_;
     Unsaved unsaved_;
     pictures::PictureDecoder pictures_;
-    Awaited exact_;
+    office::OfficePageNumbers exact_;
     word::LayoutEstimate estimate_;
     office::BestPageNumbers pages_;
+    Awaited awaited_;
     word::EngineApplicationFactory factory_;
 };
 

@@ -113,6 +113,7 @@ TEST_F(WindowGeneration, ADialogOnTopShowsHowFarItIs) {
         EXPECT_FALSE(dlgTB()->isModal());
         EXPECT_EQ(dlgTB()->windowTitle(), "生成卷宗编制");
         EXPECT_TRUE(hasHourglass());
+        EXPECT_FALSE(preview.isFollowing) << "the document is written again and again";
         EXPECT_NE(dlgTB()->cursor().shape(), Qt::WaitCursor) << "its button can be pressed";
         if (labels.isEmpty() || labels.last() != label()) {
             labels << label();
@@ -184,7 +185,8 @@ protected:
         ASSERT_EQ(messages(), QStringList{"是否保存对“施工方案.doc”的更改？"});
     }
 
-    startup::GenerationWord asking{world.messages, office::OfficeSuite({}, {}), world.longRun};
+    startup::GenerationWord asking{world.messages, office::OfficeSuite({}, {}), world.longRun,
+                                   world.events};
 };
 
 TEST_F(StopWithAQuestion, AnsweredNoTheFileStaysAsLastSaved) {
@@ -536,7 +538,8 @@ protected:
         suite.setScript(script);
         const office::OfficeSuite office(suite.folder.path("profile"),
                                          suite.folder.path("office.sh"), isStopped);
-        real = std::make_unique<startup::GenerationWord>(world.messages, office, world.longRun);
+        real = std::make_unique<startup::GenerationWord>(world.messages, office, world.longRun,
+                                                         world.events);
         generation = &real->factory();
         generationRecord = real.get();
         suitePrinter = std::make_unique<office::SuitePdfPrinter>(office);
