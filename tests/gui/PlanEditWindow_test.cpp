@@ -444,6 +444,7 @@ TEST_F(PlanEditCheck, LongTextsStandInSeveralLines) {
     open();
     choose("mnuCheck");
     QTest::qWait(1);
+    EXPECT_EQ(list().columnWidth(1), 240) << "as wide as it may be";
     const int line = list().fontMetrics().lineSpacing();
     EXPECT_GE(list().visualItemRect(list().topLevelItem(0)).height(), 2 * line)
         << "the advice for a heading that runs on is long";

@@ -16,8 +16,8 @@ namespace {
 constexpr QSize usualSize{720, 360};
 constexpr int keyRole = Qt::UserRole;
 
-// Gives a row the height that its texts need in the columns as wide as they are; a tree by itself
-// counts one line each.
+// Gives a row the height that its texts need in columns as wide as they are, while the texts want
+// the width of one line each; a tree by itself counts one line.
 class WrappedTexts : public QStyledItemDelegate {
 public:
     explicit WrappedTexts(QTreeView& view) : QStyledItemDelegate(&view), view_(view) {}
@@ -25,7 +25,8 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         QStyleOptionViewItem inColumn = option;
         inColumn.rect = QRect(0, 0, view_.columnWidth(index.column()), 1);
-        return QStyledItemDelegate::sizeHint(inColumn, index);
+        return {QStyledItemDelegate::sizeHint(option, index).width(),
+                QStyledItemDelegate::sizeHint(inColumn, index).height()};
     }
 
 private:
