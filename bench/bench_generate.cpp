@@ -32,8 +32,6 @@ namespace qvnd::bench {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class NoProgress : public desktop::ProgressDialog {
 public:
     void show() override {}
