@@ -26,6 +26,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QTabWidget>
@@ -150,12 +151,36 @@ private:
         doubleClick(u"TrvEdit"_s, 4);
         awaitExactPages(*part(u"frmBidEdit"_s));
         keep(u"frmBidEdit"_s, *part(u"frmBidEdit"_s));
+        takeDialog(u"mnuBidLike"_s, u"dlgLike"_s);
         takeFormatDialog();
+        takeFindings();
         generate::dlgTB progress;
         progress.setLabel(u"正在设置封面..."_s);
         progress.setProgress(0.8);
         keep(u"dlgTB"_s, progress);
         frame_.unloadPlanEditor();
+    }
+
+    // Of a plan in which a document is missing, so both lists have something to tell.
+    void takeFindings() {
+        QTimer answer;
+        answer.callOnTimeout(&frame_, [] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                box->close();
+            }
+        });
+        answer.start(50);
+        takeList(u"mnuCheck"_s, u"dlgCheck"_s);
+        takeList(u"mnuBuildbid"_s, u"dlgReport"_s);
+    }
+
+    void takeList(const QString& item, const QString& list) {
+        frame_.findChild<QAction*>(item)->trigger();
+        QWidget* window = part(list);
+        window->resize(640, 220);
+        settle(200);
+        keep(list, *window);
+        window->close();
     }
 
     // Every tab of the format dialog, and the dialog behind its button.
