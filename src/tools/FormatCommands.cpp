@@ -139,13 +139,13 @@ ExitStatus load(Session& session, const QStringList& words) {
     openPlan(run, arguments.position(0));
     run.frmBidSet().form();
     const auto cover = rowsOf(session, store::table::cover.toString());
-    const QStringList names{cover->Get(store::field::projectName).TextOrEmpty(),
-                            cover->Get(store::field::officeName).TextOrEmpty()};
+    const QString project = cover->Get(store::field::projectName).TextOrEmpty();
+    const QString office = cover->Get(store::field::officeName).TextOrEmpty();
     session.output().result(
-        QJsonObject{{store::field::projectName.toString(), names[0]},
-                    {store::field::officeName.toString(), names[1]},
+        QJsonObject{{store::field::projectName.toString(), project},
+                    {store::field::officeName.toString(), office},
                     {store::field::rightAligned.toString(), store::yes.toString()}},
-        u"封面：%1，%2；目录页码右对齐"_s.arg(names[0], names[1]));
+        u"封面：%1；目录页码右对齐"_s.arg(office.isEmpty() ? project : project + u'，' + office));
     return ExitStatus::done;
 }
 

@@ -168,6 +168,19 @@ TEST_F(FormatCommands, LoadTakesThePlansNamesOnTheCoverAndTurnsTheRightAlignment
     EXPECT_EQ(call({u"format"_s, u"load"_s, u"没有"_s}), ExitStatus::refused);
 }
 
+TEST_F(FormatCommands, LoadTellsTheNamesThatThePlanHas) {
+    const auto loaded = [this](const QString& plan) {
+        std::ostringstream out;
+        std::ostringstream err;
+        run({u"--home"_s, home.filePath(u"程序"_s), u"format"_s, u"load"_s, plan}, out, err);
+        return QString::fromStdString(out.str()).trimmed();
+    };
+    call({u"plan"_s, u"create"_s, u"滨江工程"_s, u"--contractor"_s, u"一建公司"_s});
+    call({u"plan"_s, u"create"_s, u"别的工程"_s});
+    EXPECT_EQ(loaded(u"滨江工程"_s), u"封面：滨江工程，一建公司；目录页码右对齐"_s);
+    EXPECT_EQ(loaded(u"别的工程"_s), u"封面：别的工程；目录页码右对齐"_s);
+}
+
 TEST_F(FormatCommands, ASettingLibraryIsSavedShownUsedAndDeleted) {
     const auto library = [this](const QString& verb, const QStringList& rest) {
         return call(QStringList{u"format"_s, u"library"_s, verb} + rest);
