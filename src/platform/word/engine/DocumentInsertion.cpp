@@ -25,7 +25,6 @@ public:
         beginParagraphIfNeeded();
         movePageBreak();
         separateInFront();
-        closeOff();
         const Cp length = text_.text->size();
         story_.insertFragment(at_, text_.text);
         for (Bookmark& bookmark : text_.bookmarks) {
@@ -51,8 +50,6 @@ private:
     }
 
     void prepareSections() {
-        // A section that waits for its end must end before its properties are asked for.
-        document_.endOpenSection(at_);
         target_ = document_.sections().properties(document_.sections().indexAt(at_));
         for (std::size_t i = 0; i < text_.sections.size(); ++i) {
             SectionRun& section = text_.sections[i];
@@ -60,8 +57,7 @@ private:
                 section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));
             }
         }
-        isClosedOff_ = !samePageFormat(formatOf(last()), targetFormat());
-        hasSections_ = text_.sections.size() > 1 || isClosedOff_;
+        hasSections_ = text_.sections.size() > 1;
         isSeparated_ = hasSections_ &&
                        (bringsHeaders(0) || !samePageFormat(formatOf(first()), targetFormat()));
     }
@@ -153,21 +149,10 @@ private:
     // What follows in the section that was cut does not begin anew.
     void continueTarget() { target_ = lists_.intern(withoutOwnNumbering(targetFormat())); }
 
-    void closeOff() {
-        // The last section gets its break when something follows that must not stand in it.
-        if (isClosedOff_ && isLastParagraph()) {
-            endsOpen_ = true;
-        } else if (isClosedOff_ && text_.text->text.back() == u'\r') {
-            text_.text->text.back() = u'\f';
-        }
-    }
-
-    bool isLastParagraph() const { return at_ + 1 == story_.size(); }
-
     void cutSections() {
         DocumentSections& sections = document_.sections();
         Cp at = at_;
-        const std::size_t breaks = text_.sections.size() - (isClosedOff_ && !endsOpen_ ? 0 : 1);
+        const std::size_t breaks = text_.sections.size() - 1;
         first().properties = front_;
         for (std::size_t i = 0; i < breaks; ++i) {
             at += text_.sections[i].length;
@@ -178,12 +163,7 @@ private:
         }
         placeHeaders(breaks);
         const std::size_t rest = sections.indexAt(at_ + text_.text->size());
-        if (endsOpen_) {
-            sections.setProperties(rest, last().properties);
-            document_.endSectionOnInsertion(at_ + text_.text->size(), afterBreak());
-        } else if (isClosedOff_) {
-            sections.setProperties(rest, afterBreak());
-        } else if (hasSections_) {
+        if (hasSections_) {
             sections.setProperties(rest,
                                    lists_.intern(withBreakOf(targetFormat(), formatOf(last()))));
         }
@@ -205,13 +185,6 @@ private:
         }
     }
 
-    PropertyListId afterBreak() {
-        continueTarget();
-        const auto kind = samePaper(formatOf(last()), targetFormat()) ? SectionBreak::continuous
-                                                                      : SectionBreak::nextPage;
-        return lists_.intern(withBreak(targetFormat(), kind));
-    }
-
     WorkingDocument& document_;
     WorkingStory& story_;
     PropertyLists& lists_;
@@ -221,8 +194,6 @@ private:
     PropertyListId front_ = PropertyListId::empty;  // of the first inserted section
     bool hasSections_ = false;
     bool isSeparated_ = false;
-    bool isClosedOff_ = false;
-    bool endsOpen_ = false; // closed off, but nothing follows yet
 };
 
 } // namespace

@@ -89,8 +89,6 @@ void WorkingDocument::setTitlePage(std::size_t section, bool titlePage) {
     }
 }
 
-void WorkingDocument::endSectionOnInsertion(Cp at, PropertyListId next) { openEnd_ = {at, next}; }
-
 const DocumentContent& WorkingDocument::content() {
     storeHeaders();
     sections_.fillReturned(blankHeader(content_.tables));
@@ -104,28 +102,10 @@ void WorkingDocument::closeHeaders() {
 }
 
 // Whose header is whose may change with the sections, so none stays open.
-void WorkingDocument::changing(Cp at) {
-    closeHeaders();
-    endOpenSection(at);
-}
-
-void WorkingDocument::endOpenSection(Cp at) {
-    if (!openEnd_ || at < openEnd_->at) {
-        return;
-    }
-    const OpenEnd end = *openEnd_;
-    openEnd_.reset();
-    const PropertyListId front = sections_.properties(sections_.indexAt(end.at));
-    main_.replaceMark(end.at - 1, u'\f');
-    sections_.cut(end.at, front);
-    sections_.setProperties(sections_.indexAt(end.at), end.next);
-}
+void WorkingDocument::changing(Cp) { closeHeaders(); }
 
 void WorkingDocument::inserted(Cp at, Cp length) {
     sections_.inserted(at, length);
-    if (openEnd_ && at < openEnd_->at) {
-        openEnd_->at += length;
-    }
     if (at > lastBookmarkEnd_) {
         return;
     }
@@ -139,11 +119,6 @@ void WorkingDocument::inserted(Cp at, Cp length) {
 
 void WorkingDocument::erased(Cp start, Cp end) {
     sections_.erased(start, end);
-    if (openEnd_ && end <= openEnd_->at) {
-        openEnd_->at -= end - start;
-    } else if (openEnd_ && start < openEnd_->at) {
-        openEnd_.reset();
-    }
     if (start >= lastBookmarkEnd_) {
         return;
     }

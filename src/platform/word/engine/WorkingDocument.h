@@ -7,7 +7,6 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace qvnd::word {
@@ -36,14 +35,6 @@ public:
     // Whether the section's first page has a header and a footer of its own, empty ones at first.
     void setTitlePage(std::size_t section, bool titlePage);
 
-    // The text of the last section behind `at` (an empty paragraph yet) shall not stand in that
-    // section: with the first character inserted there the section ends in front of it, and a new
-    // one with these properties begins. Until then nothing shows of it, so a document that ends
-    // with an inserted landscape page does not get an empty page behind it.
-    void endSectionOnInsertion(Cp at, PropertyListId next);
-    // Ends it now, where an insertion at `at` would.
-    void endOpenSection(Cp at);
-
     // All of it, as the writer wants it. What is typed from here on goes into new fragments.
     const DocumentContent& content();
 
@@ -53,11 +44,6 @@ private:
         std::vector<StorySlice> slices;
         WorkingStory story;
     };
-    struct OpenEnd {
-        Cp at = 0;
-        PropertyListId next = PropertyListId::empty;
-    };
-
     void changing(Cp at) override;
     void inserted(Cp at, Cp length) override;
     void erased(Cp start, Cp end) override;
@@ -69,7 +55,6 @@ private:
     WorkingStory main_;
     DocumentSections sections_;
     std::map<std::pair<std::size_t, HeaderKind>, std::unique_ptr<HeaderUnderWork>> headers_;
-    std::optional<OpenEnd> openEnd_;
     Cp lastBookmarkEnd_ = 0; // no bookmark ends behind it
 };
 

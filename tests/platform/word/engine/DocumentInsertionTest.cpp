@@ -108,21 +108,23 @@ TEST_F(SectionInsertion, ADocumentOfTheSamePageFormatJoinsTheSection) {
     EXPECT_EQ(document().read().sections().count(), 1U);
 }
 
-TEST_F(SectionInsertion, ALandscapeDocumentStaysLandscapeAndWhatFollowsDoesNotBecomeSo) {
+TEST_F(SectionInsertion, TheLastSectionsOwnFormatStaysBehind) {
     type(u"x");
     selection().TypeParagraph();
     insert({landscape()});
     type(u"y");
-    EXPECT_EQ(text(), u"x\fA\fy\r");
-    EXPECT_EQ(formats(), u"PPLLPP");
+    EXPECT_EQ(text(), u"x\rA\ry\r");
+    EXPECT_EQ(formats(), u"PPPPPP");
+    EXPECT_EQ(document().read().sections().count(), 1U);
 }
 
-TEST_F(SectionInsertion, NothingTypedBehindALandscapeDocumentLeavesNoEmptyPage) {
+TEST_F(SectionInsertion, BehindTheLastInnerSectionThePageIsThatOfTheDocument) {
     type(u"x");
     selection().TypeParagraph();
-    insert({landscape()});
-    EXPECT_EQ(text(), u"x\fA\r\r");
-    EXPECT_EQ(formats(), u"PPLLL");
+    insert({landscape(), landscape()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\fA\fB\ry\r");
+    EXPECT_EQ(formats(), u"PPLLPPPP");
 }
 
 TEST_F(SectionInsertion, HeadingsInFrontGoOntoTheLandscapePage) {
@@ -133,10 +135,10 @@ TEST_F(SectionInsertion, HeadingsInFrontGoOntoTheLandscapePage) {
         selection().setStyle(document().styles().Item(u"标题 1"));
         selection().TypeParagraph();
     }
-    insert({landscape()});
+    insert({landscape(), portrait()});
     type(u"y");
-    EXPECT_EQ(text(), u"x\f一\r二\rA\fy\r");
-    EXPECT_EQ(formats(), u"PPLLLLLLPP");
+    EXPECT_EQ(text(), u"x\f一\r二\rA\fB\ry\r");
+    EXPECT_EQ(formats(), u"PPLLLLLLPPPP");
 }
 
 TEST_F(SectionInsertion, InnerSectionsKeepTheirBreaksAndFormats) {
@@ -148,23 +150,25 @@ TEST_F(SectionInsertion, InnerSectionsKeepTheirBreaksAndFormats) {
     EXPECT_EQ(formats(), u"PPPPLLPPPP");
 }
 
-TEST_F(SectionInsertion, ColumnsEndWithoutANewPage) {
+TEST_F(SectionInsertion, ColumnsOfAnInnerSectionEndAsTheirDocumentSays) {
     type(u"x");
     selection().TypeParagraph();
-    insert({twoColumns()});
+    const PropertyListId continuous =
+        pool().intern(withBreak(pool()[portrait()], SectionBreak::continuous));
+    insert({twoColumns(), continuous});
     type(u"y");
-    EXPECT_EQ(formats(), u"PP22PP");
+    EXPECT_EQ(formats(), u"PP22PPPP");
     EXPECT_EQ(sprmValue(sectionAt(4), sprm::SBkc, 9), 0U);
 }
 
-TEST_F(SectionInsertion, LandscapeDocumentsOneAfterAnotherHaveNoPageBetweenThem) {
+TEST_F(SectionInsertion, DocumentsWithSectionsOneAfterAnotherDoNotMix) {
     type(u"x");
     selection().TypeParagraph();
-    insert({landscape()});
-    insert({landscape()});
+    insert({landscape(), portrait()});
+    insert({landscape(), portrait()});
     type(u"y");
-    EXPECT_EQ(text(), u"x\fA\fA\fy\r");
-    EXPECT_EQ(formats(), u"PPLLLLPP");
+    EXPECT_EQ(text(), u"x\fA\fB\fA\fB\ry\r");
+    EXPECT_EQ(formats(), u"PPLLPPLLPPPP");
 }
 
 // They show the header and footer of the document, and its numbers go on.
@@ -229,24 +233,24 @@ TEST_F(SectionInsertion, TwoDocumentsWithHeadersOfTheirOwnDoNotMix) {
 TEST_F(SectionInsertion, DeletingTheBreakGivesTheTextToTheNextSection) {
     type(u"x");
     selection().TypeParagraph();
-    insert({landscape()});
+    insert({landscape(), portrait()});
     type(u"y");
     select(3, 4);
     selection().Delete(1);
-    EXPECT_EQ(text(), u"x\fAy\r");
-    EXPECT_EQ(formats(), u"PPPPP");
+    EXPECT_EQ(text(), u"x\fAB\ry\r");
+    EXPECT_EQ(formats(), u"PPPPPPP");
 }
 
 TEST_F(SectionInsertion, PageSetupGoesToAllSections) {
     type(u"x");
     selection().TypeParagraph();
-    insert({landscape()});
+    insert({landscape(), portrait()});
     type(u"y");
     document().pageSetup().setTopMargin(app.CentimetersToPoints(1.5F));
     for (const Cp at : {0U, 2U, 4U}) {
         EXPECT_EQ(sprmValue(sectionAt(at), sprm::SDyaTop, 0), 850U);
     }
-    EXPECT_EQ(formats(), u"PPLLPP");
+    EXPECT_EQ(formats(), u"PPLLPPPP");
 }
 
 TEST_F(SectionInsertion, BookmarksOfAnInsertedDocumentMoveWithIt) {
