@@ -1,5 +1,6 @@
 #include "platform/word/docfile/reader/ForeignFile.h"
 
+#include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/container/CompoundStore.h"
 #include "support/MemoryFolder.h"
 #include "support/ScratchFolder.h"
@@ -42,6 +43,38 @@ TEST(ForeignFile, ACompoundFileIsNamedByItsStreams) {
     store.commit(CompoundStore::Durability::killedProcess);
     const test::ScratchFolder folder;
     EXPECT_EQ(foreignFormat(folder.write("a.doc", memory.bytes(path))), u"Excel 工作簿");
+}
+
+// A document whose FIB has these flags, and whose table stream begins with these bytes.
+std::u16string kindOf(unsigned flags, const Bytes& table) {
+    qvnd::test::WordStreams streams = qvnd::test::wordStreams(qvnd::test::plainWordFile(u"x\r"));
+    streams.wordDocument[10] = static_cast<std::uint8_t>(flags);
+    streams.wordDocument[11] = static_cast<std::uint8_t>(flags >> 8);
+    streams.table = table;
+    streams.table.resize(5000);
+    const Bytes file = qvnd::test::compoundFile(streams);
+    const qvnd::test::ScratchFolder folder;
+    return encryptionOf(folder.write("a.doc", file));
+}
+
+TEST(ForeignFile, EachKindOfEncryptionIsNamed) {
+    EXPECT_EQ(kindOf(0x0300, {1, 0, 1, 0}), u"RC4");
+    EXPECT_EQ(kindOf(0x0300, {2, 0, 2, 0}), u"RC4 CryptoAPI");
+    EXPECT_EQ(kindOf(0x0300, {4, 0, 2, 0}), u"RC4 CryptoAPI");
+    EXPECT_EQ(kindOf(0x8300, {}), u"XOR 混淆");
+    EXPECT_EQ(kindOf(0x0300, {9, 0, 9, 0}), u"");
+    EXPECT_EQ(kindOf(0x0200, {1, 0, 1, 0}), u""); // not encrypted
+}
+
+TEST(ForeignFile, AnEncryptedPackageIsOneOfALaterOffice) {
+    qvnd::test::MemoryFolder memory;
+    std::filesystem::path path;
+    CompoundStore store(memory.createBeside("/x", &path), {});
+    store.append(store.addStream(u"EncryptedPackage"), Bytes(5000));
+    store.commit(CompoundStore::Durability::killedProcess);
+    const qvnd::test::ScratchFolder folder;
+    EXPECT_EQ(encryptionOf(folder.write("a.doc", memory.bytes(path))),
+              u"Office 2007 及以后版本的加密");
 }
 
 } // namespace

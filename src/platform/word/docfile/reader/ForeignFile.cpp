@@ -70,6 +70,32 @@ std::u16string formatOfXml(std::string_view text) {
     return text.find("word.document") != text.npos ? u"Word XML 文档" : u"XML 文件";
 }
 
+// The flags of the FIB and the version at the start of the table stream are never encrypted.
+std::u16string encryptionOfWord(const CompoundFile& file) {
+    constexpr std::size_t flagsAt = 10;
+    constexpr unsigned encrypted = 0x0100;
+    constexpr unsigned secondTable = 0x0200;
+    constexpr unsigned obfuscated = 0x8000;
+    const Bytes main = file.stream(u"WordDocument");
+    LittleEndianReader fib(main, "FibBase");
+    fib.seek(flagsAt);
+    const unsigned flags = fib.u16();
+    if ((flags & encrypted) == 0) {
+        return {};
+    }
+    if ((flags & obfuscated) != 0) {
+        return u"XOR 混淆";
+    }
+    const Bytes table = file.stream((flags & secondTable) != 0 ? u"1Table" : u"0Table");
+    LittleEndianReader version(table, "EncryptionVersionInfo");
+    const unsigned major = version.u16();
+    const unsigned minor = version.u16();
+    if (major == 1 && minor == 1) {
+        return u"RC4";
+    }
+    return major >= 2 && major <= 4 && minor == 2 ? u"RC4 CryptoAPI" : u"";
+}
+
 } // namespace
 
 std::u16string foreignFormat(ByteView start) {
@@ -99,6 +125,18 @@ std::u16string foreignFormat(const std::filesystem::path& path) {
         file.read(reinterpret_cast<char*>(start.data()), static_cast<std::streamsize>(enough));
         start.resize(static_cast<std::size_t>(file.gcount()));
         return foreignFormat(ByteView(start));
+    }
+}
+
+std::u16string encryptionOf(const std::filesystem::path& path) {
+    try {
+        const CompoundFile file = CompoundFile::open(path);
+        if (file.has(u"EncryptedPackage")) {
+            return u"Office 2007 及以后版本的加密";
+        }
+        return file.has(u"WordDocument") ? encryptionOfWord(file) : std::u16string();
+    } catch (const FormatError&) {
+        return {};
     }
 }
 

@@ -15,4 +15,8 @@ std::u16string foreignFormat(ByteView start);
 // That of a file; a compound file is told by the streams that it holds.
 std::u16string foreignFormat(const std::filesystem::path& path);
 
+// How a file that needs a password is encrypted ([MS-OFFCRYPTO]), for the user; empty for a file
+// that is not, and where it cannot be told.
+std::u16string encryptionOf(const std::filesystem::path& path);
+
 } // namespace qvnd::word
