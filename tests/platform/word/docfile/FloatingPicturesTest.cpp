@@ -102,6 +102,17 @@ TEST(FloatingPictures, APictureInTheMainStreamIsFoundThere) {
     EXPECT_TRUE(holds(pictures[0].inlineForm, test::png(4, 2)));
 }
 
+TEST(FloatingPictures, ARecordThatClaimsToHoldOthersHoldsNone) {
+    Bytes entry = encodeBlip(*recogniseImage(test::png(4, 2)));
+    entry[0] |= 0x0F;
+    entry[art::headerSize + art::fbseSize] |= 0x0F;
+    const Bytes content = record(15, 0, 0xF000, record(15, 1, 0xF001, entry));
+    const Bytes picture = Drawings(content, {}).picture(1);
+    ASSERT_FALSE(picture.empty());
+    EXPECT_EQ(picture[0] & 0x0F, 2);
+    EXPECT_EQ(picture[art::headerSize + art::fbseSize] & 0x0F, 0);
+}
+
 TEST(FloatingPictures, ACroppedPictureIsShownInTheSameSize) {
     DrawingBuilder drawing;
     drawing.properties.set(art::cropFromLeft, 0x8000); // half

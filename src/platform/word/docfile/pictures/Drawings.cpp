@@ -10,6 +10,7 @@ namespace qvnd::word {
 namespace {
 
 constexpr int deepestGroup = 64;
+constexpr unsigned entryVersion = 2; // of OfficeArtFBSE
 
 // Calls `visit` with each record of a container, up to the first that does not fit.
 template <class Visit>
@@ -45,7 +46,8 @@ Bytes pictureAt(ByteView stream, std::uint32_t offset) {
     if (reader.remaining() >= art::headerSize) {
         const art::RecordHeader header = art::readHeader(reader);
         if (art::isBlip(header.type) && header.length <= reader.remaining()) {
-            found = wholeRecord(header, reader.view(header.length));
+            // No picture holds records, whatever a damaged one says.
+            found = wholeRecord({0, header.instance, header.type, 0}, reader.view(header.length));
         }
     }
     return found;
@@ -70,14 +72,14 @@ Bytes entryAround(ByteView blip) {
     entry.zeros(art::fbseSize - entry.position());
     entry.bytes(blip);
     LittleEndianWriter whole;
-    art::writeRecord(whole, 2, kind, art::fbse, entry.data());
+    art::writeRecord(whole, entryVersion, kind, art::fbse, entry.data());
     return whole.take();
 }
 
 // An entry of the store with its picture in it; empty when it has none.
 Bytes storeEntry(const art::RecordHeader& header, ByteView content, ByteView wordDocument) {
     if (art::isBlip(header.type)) {
-        return entryAround(wholeRecord(header, content));
+        return entryAround(wholeRecord({0, header.instance, header.type, 0}, content));
     }
     if (header.type != art::fbse || content.size() < art::fbseSize) {
         return {};
@@ -98,7 +100,7 @@ Bytes storeEntry(const art::RecordHeader& header, ByteView content, ByteView wor
     entry[art::fbseNameAt] = 0;
     std::fill_n(entry.begin() + art::fbseDelayAt, 4, std::uint8_t{0});
     entry.insert(entry.end(), picture.begin(), picture.end());
-    return wholeRecord({header.version, header.instance, header.type, 0}, entry);
+    return wholeRecord({entryVersion, header.instance, header.type, 0}, entry);
 }
 
 std::optional<TextOfShape> shapeText(std::uint32_t id) {

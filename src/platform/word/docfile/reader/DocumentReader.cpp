@@ -373,9 +373,13 @@ private:
         readTextBoxes(drawings);
     }
 
+    // Whether a drawing is anchored there; so far the main story has no other anchors.
     bool isCarried(Cp at) const {
-        return std::any_of(data_.main.anchors.begin(), data_.main.anchors.end(),
-                           [&](const Anchor& anchor) { return anchor.at == at; });
+        const std::vector<Anchor>& anchors = data_.main.anchors;
+        const auto found =
+            std::lower_bound(anchors.begin(), anchors.end(), at,
+                             [](const Anchor& anchor, Cp wanted) { return anchor.at < wanted; });
+        return found != anchors.end() && found->at == at;
     }
 
     void readFloatingPicturesOfMain(const Drawings& drawings) {
