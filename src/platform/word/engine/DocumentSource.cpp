@@ -37,6 +37,11 @@ std::u16string reasonOf(FormatError::Kind kind) {
     return u"文件已损坏";
 }
 
+std::u16string kindOfEncryption(const std::filesystem::path& path) {
+    const std::u16string kind = encryptionOf(path);
+    return kind.empty() ? kind : u"（加密方式：" + kind + u"）";
+}
+
 bool isForeign(FormatError::Kind kind) {
     return kind == FormatError::Kind::notCompoundFile || kind == FormatError::Kind::notWord;
 }
@@ -51,10 +56,14 @@ DocumentData readDocumentFile(const std::filesystem::path& path) {
     try {
         return readDocument(path);
     } catch (const FormatError& refusal) {
+        std::u16string reason = reasonOf(refusal.kind());
+        if (isForeign(refusal.kind())) {
+            reason += insteadOf(path);
+        } else if (refusal.kind() == FormatError::Kind::encrypted) {
+            reason += kindOfEncryption(path);
+        }
         throw RunTimeError(error::invalidCall,
-                           u"不能打开文件“" + nameOf(path) + u"”：" + reasonOf(refusal.kind()) +
-                               (isForeign(refusal.kind()) ? insteadOf(path) : std::u16string()) +
-                               u"。");
+                           u"不能打开文件“" + nameOf(path) + u"”：" + reason + u"。");
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/word/engine/EngineApplication.h"
 
+#include "platform/word/engine/DocumentOpening.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "platform/word/engine/EngineErrors.h"
 #include "platform/word/engine/LeftOut.h"
@@ -15,18 +16,6 @@ std::filesystem::path comparable(const std::filesystem::path& path) {
     std::error_code failed;
     auto canonical = std::filesystem::weakly_canonical(path, failed);
     return failed ? path.lexically_normal() : canonical;
-}
-
-DocumentContent contentOf(DocumentData data) {
-    DocumentContent content;
-    content.tables = std::move(data.tables);
-    const Cp length = data.main.size();
-    content.main.push_back({std::make_shared<const Story>(std::move(data.main)), 0, length});
-    content.sections = std::move(data.sections);
-    content.headers = std::move(data.headers);
-    content.bookmarks = std::move(data.bookmarks);
-    content.settings = std::move(data.settings);
-    return content;
 }
 
 } // namespace
@@ -88,8 +77,8 @@ EngineDocument& EngineApplication::enter(DocumentContent content, std::filesyste
 EngineDocument& EngineApplication::enterFile(const std::filesystem::path& file,
                                              std::filesystem::path path) {
     DocumentData data = readDocumentFile(file);
-    auto losses = leftOutOf(data, {});
-    EngineDocument& document = enter(contentOf(std::move(data)), std::move(path));
+    auto losses = leftOutOfOpened(data);
+    EngineDocument& document = enter(openedDocument(std::move(data)), std::move(path));
     document.setLosses(std::move(losses));
     return document;
 }

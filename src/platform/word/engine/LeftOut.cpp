@@ -2,6 +2,8 @@
 
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/engine/SectionProperties.h"
 
 #include <algorithm>
 #include <string_view>
@@ -31,6 +33,17 @@ bool showsHeaderAtTheEnd(const DocumentData& source) {
     });
 }
 
+// Such a page changes how tables and pictures fit; other margins hardly do.
+bool turnsOrDividesThePageAtTheEnd(const DocumentData& source) {
+    constexpr std::uint32_t landscape = 2;
+    if (source.sections.empty()) {
+        return false;
+    }
+    const ByteView page = source.tables.lists[source.sections.back().properties];
+    return sprmValue(page, sprm::SBOrientation, 1) == landscape ||
+           sprmValue(page, sprm::SCcolumns, 0) > 0;
+}
+
 } // namespace
 
 bool holdsContent(const Story& story) {
@@ -57,6 +70,9 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
     say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
+    if (turnsOrDividesThePageAtTheEnd(source)) {
+        lines.emplace_back(u"文件最后一节的横向页面或分栏未能带入，按方案的页面排版");
+    }
     if (showsHeaderAtTheEnd(source)) {
         lines.emplace_back(source.sections.size() > 1 ? u"文件最后一节的页眉页脚未能带入"
                                                       : u"文件自带的页眉页脚未能带入");
@@ -66,6 +82,17 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     }
     if (readDop(source.settings, dop::protectedForForms) != 0) {
         lines.emplace_back(u"窗体保护未能带入");
+    }
+    return lines;
+}
+
+std::vector<std::u16string> leftOutOfOpened(const DocumentData& source) {
+    std::vector<std::u16string> lines = source.remarks;
+    const auto apart = std::count_if(source.textBoxes.begin(), source.textBoxes.end(),
+                                     [](const TextBox& box) { return !box.inDrawing; });
+    say(lines, static_cast<int>(apart), u"文本框", u"个");
+    if (source.side.macros) {
+        lines.emplace_back(u"宏未能带入");
     }
     return lines;
 }

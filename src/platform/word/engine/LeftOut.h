@@ -31,4 +31,8 @@ bool holdsContent(const Story& story);
 // its reader left out first. Empty when nothing is missing.
 std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses);
 
+// The same for a document that is opened to be worked on and saved: it keeps all that it has but
+// what nothing in it leads to.
+std::vector<std::u16string> leftOutOfOpened(const DocumentData& source);
+
 } // namespace qvnd::word

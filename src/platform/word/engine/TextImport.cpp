@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
+#include "platform/word/docfile/text/StoryRepair.h"
 
 #include <algorithm>
 
@@ -159,24 +160,7 @@ PropertyListId TextImport::fitted(PropertyListId list, bool ofCharacters) {
 
 Story TextImport::imported(const Story& story) {
     Story result = importedText(story);
-    // Without the mark of a special character the character of a field or a drawing is plain text
-    // to readers.
-    std::vector<Cp> places;
-    for (const FieldMark& mark : result.fields) {
-        places.push_back(mark.at);
-    }
-    for (const Anchor& anchor : result.anchors) {
-        if (anchor.kind == AnchorKind::drawing) {
-            places.push_back(anchor.at);
-        }
-    }
-    std::sort(places.begin(), places.end());
-    changeCharacters(result.characters, places, [&](PropertyListId list, std::size_t) {
-        const auto special = findSprm(target_.lists[list], sprm::CFSpec);
-        return special && special->operand[0] == 1
-                   ? list
-                   : target_.lists.intern(withSprm8(target_.lists[list], sprm::CFSpec, 1));
-    });
+    markSpecial(result, target_.lists);
     return result;
 }
 

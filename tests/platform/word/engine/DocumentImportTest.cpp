@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/engine/ImportFixture.h"
+#include "platform/word/engine/LeftOut.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
@@ -998,6 +999,34 @@ TEST(LeftOut, TextBoxesWithoutAnchorAndEmptyOnesAreNamed) {
     target.import(source.data);
     EXPECT_EQ(target.last.text->text, u"ab\r");
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"空文本框 1 个未能带入", u"文本框 2 个未能带入"));
+}
+
+TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
+    SourceDocument source;
+    source.paragraph(u"a\u0008");
+    source.data.sections = {{3, source.list(sprm8(sprm::SBOrientation, 2))}};
+    source.data.headers.resize(1);
+    source.data.headers[0][1] = textBox(u"header\r");
+    source.data.side.textBoxes = 2;
+    source.data.textBoxes = {{1, textBox(u"in a shape\r"), {}, true}};
+    EXPECT_THAT(leftOutOfOpened(source.data), ElementsAre());
+    source.data.remarks = {u"remark"};
+    source.data.side.macros = true;
+    source.data.textBoxes.push_back({1, textBox(u"its shape is damaged\r"), {}, false});
+    EXPECT_THAT(leftOutOfOpened(source.data),
+                ElementsAre(u"remark", u"文本框 1 个未能带入", u"宏未能带入"));
+}
+
+TEST(LeftOut, ATurnedOrDividedPageAtTheEndIsNamed) {
+    for (const Bytes& page : {sprm8(sprm::SBOrientation, 2), sprm16(sprm::SCcolumns, 1)}) {
+        SourceDocument source;
+        source.paragraph(u"a");
+        source.data.sections = {{2, source.list(page)}};
+        ImportTarget target;
+        target.import(source.data);
+        EXPECT_THAT(target.last.leftOut,
+                    ElementsAre(u"文件最后一节的横向页面或分栏未能带入，按方案的页面排版"));
+    }
 }
 
 TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {

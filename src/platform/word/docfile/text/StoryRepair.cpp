@@ -130,6 +130,33 @@ void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists)
     story.characters = splitter.finish();
 }
 
+void markSpecial(Story& story, PropertyLists& lists) {
+    std::vector<Cp> places;
+    for (const FieldMark& mark : story.fields) {
+        places.push_back(mark.at);
+    }
+    for (const Anchor& anchor : story.anchors) {
+        if (anchor.kind == AnchorKind::drawing) {
+            places.push_back(anchor.at);
+        }
+    }
+    if (places.empty()) {
+        return;
+    }
+    std::sort(places.begin(), places.end());
+    places.erase(std::unique(places.begin(), places.end()), places.end());
+    RunSplitter splitter(story.characters);
+    for (const Cp at : places) {
+        CharacterRun run = splitter.takeAt(at);
+        const auto special = findSprm(lists[run.properties], sprm::CFSpec);
+        if (!special || special->operand[0] != 1) {
+            run.properties = lists.intern(withSprm8(lists[run.properties], sprm::CFSpec, 1));
+        }
+        splitter.append(run);
+    }
+    story.characters = splitter.finish();
+}
+
 std::vector<Cp> picturesWithoutData(const Story& story, const PropertyLists& lists) {
     std::vector<Cp> positions;
     std::unordered_map<PropertyListId, bool> known;

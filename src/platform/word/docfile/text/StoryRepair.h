@@ -18,6 +18,10 @@ bool closeWithParagraphMark(Story& story);
 // `positions` ascend.
 void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists);
 
+// Marks the characters of fields and drawings as special ones: without the mark they are plain text
+// to readers.
+void markSpecial(Story& story, PropertyLists& lists);
+
 // The picture characters whose properties lead to no picture, form data or object, ascending.
 std::vector<Cp> picturesWithoutData(const Story& story, const PropertyLists& lists);
 

@@ -1,0 +1,108 @@
+#include "platform/word/engine/DocumentOpening.h"
+
+#include "platform/word/engine/ImportFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using namespace test;
+
+ByteView paragraphList(const DocumentContent& content) {
+    return content.tables.lists[content.main.at(0).fragment->paragraphs.at(0).properties];
+}
+ByteView runList(const DocumentContent& content, std::size_t run = 0) {
+    return content.tables.lists[content.main.at(0).fragment->characters.at(run).properties];
+}
+
+TEST(DocumentOpening, ASoundDocumentStaysAsItIs) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"宋体");
+    const std::uint16_t list = source.addList(7, 0);
+    const Bytes paragraph = sprm16(sprm::PIlfo, list);
+    const Bytes characters = sprm16(sprm::CRgFtc0, font) + sprm8(sprm::CFBold, 1);
+    source.paragraph(u"text", 0, paragraph, characters);
+    source.data.bookmarks = {{u"mark", 0, 2, 0}};
+    const DocumentContent content = openedDocument(std::move(source.data));
+    EXPECT_EQ(bytesOf(paragraphList(content)), paragraph);
+    EXPECT_EQ(bytesOf(runList(content)), characters);
+    EXPECT_EQ(content.main.at(0).fragment->text, u"text\r");
+    EXPECT_EQ(content.bookmarks.at(0).name, u"mark");
+}
+
+TEST(DocumentOpening, NamesOfWhatTheDocumentDoesNotHaveGo) {
+    SourceDocument source;
+    source.paragraph(u"text", 0, sprm16(sprm::PIlfo, 3) + sprm8(sprm::PFKeep, 1),
+                     sprm16(sprm::CRgFtc0, 99) + sprm16(sprm::CIstd, 77) + sprm8(sprm::CFBold, 1));
+    const DocumentContent content = openedDocument(std::move(source.data));
+    EXPECT_EQ(operand16(paragraphList(content), sprm::PIlfo), 0);
+    EXPECT_EQ(operand8(paragraphList(content), sprm::PFKeep), 1);
+    EXPECT_EQ(bytesOf(runList(content)), sprm8(sprm::CFBold, 1));
+}
+
+TEST(DocumentOpening, AListWhoseDefinitionIsMissingIsNone) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(7, 0);
+    source.data.tables.listDefinitions.clear();
+    source.paragraph(u"text", 0, sprm16(sprm::PIlfo, list));
+    const DocumentContent content = openedDocument(std::move(source.data));
+    EXPECT_EQ(operand16(paragraphList(content), sprm::PIlfo), 0);
+}
+
+TEST(DocumentOpening, OfTwoListsWithOneNumberTheFirstStays) {
+    SourceDocument source;
+    source.addList(7, 0);
+    source.addList(7, 23);
+    source.data.tables.listDefinitions[0].linkedStyles[0] = 900;
+    source.paragraph(u"text");
+    const DocumentContent content = openedDocument(std::move(source.data));
+    ASSERT_EQ(content.tables.listDefinitions.size(), 1U);
+    EXPECT_EQ(content.tables.listDefinitions[0].levels[0].head[4], 0);
+    EXPECT_EQ(content.tables.listDefinitions[0].linkedStyles[0], StyleDefinition::none);
+}
+
+TEST(DocumentOpening, EqualNamesOfBookmarksBecomeDifferent) {
+    SourceDocument source;
+    source.paragraph(u"text");
+    source.data.bookmarks = {{u"mark", 0, 1, 0}, {u"MARK", 1, 2, 0}};
+    const DocumentContent content = openedDocument(std::move(source.data));
+    EXPECT_EQ(content.bookmarks.at(0).name, u"mark");
+    EXPECT_NE(content.bookmarks.at(1).name, u"MARK");
+}
+
+TEST(DocumentOpening, CharactersOfFieldsAreSpecial) {
+    SourceDocument source;
+    source.paragraph(u"\u0013 PAGE \u0015");
+    const DocumentContent content = openedDocument(std::move(source.data));
+    EXPECT_EQ(operand8(runList(content, 0), sprm::CFSpec), 1);
+    EXPECT_EQ(operand8(runList(content, 1), sprm::CFSpec), -1);
+    EXPECT_EQ(operand8(runList(content, 2), sprm::CFSpec), 1);
+}
+
+TEST(DocumentOpening, ARevisionOfNobodyStaysOne) {
+    SourceDocument source;
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIbstRMark, 9));
+    const DocumentContent content = openedDocument(std::move(source.data));
+    EXPECT_EQ(content.tables.authors.at(operand16(runList(content), sprm::CIbstRMark)), u"Unknown");
+}
+
+TEST(DocumentOpening, StylesHeadersAndTextsOfShapesAreLookedAtToo) {
+    SourceDocument source;
+    const Bytes missing = sprm16(sprm::CRgFtc0, 99);
+    source.paragraph(u"x");
+    source.style(0).character = source.list(missing);
+    Story other = source.data.main;
+    other.characters = {{other.size(), source.list(missing)}};
+    source.data.headers.resize(1);
+    source.data.headers[0][1] = other;
+    source.data.tables.shapeTexts = {{std::make_shared<Story>(other), {}}};
+    const DocumentContent content = openedDocument(std::move(source.data));
+    const PropertyLists& lists = content.tables.lists;
+    EXPECT_TRUE(lists[content.tables.styles.styles[0]->character].empty());
+    EXPECT_TRUE(lists[content.headers.at(0)[1]->characters.at(0).properties].empty());
+    EXPECT_TRUE(lists[content.tables.shapeTexts.at(0).text->characters.at(0).properties].empty());
+}
+
+} // namespace
+} // namespace qvnd::word
