@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/word/docfile/container/Bytes.h"
+
+#include <set>
+#include <string>
+
+namespace qvnd::test {
+
+// What became of a file that was put into a new document.
+struct InsertionOutcome {
+    bool accepted = false;
+    std::set<std::string>
+        broken; // rules of the format that the result breaks; none for a sound one
+    word::Bytes result;
+};
+
+// Reads the file, inserts it into a new document and checks what is saved of that; then saves the
+// file itself and checks it. A refusal is no fault; anything
+// thrown besides is let through.
+InsertionOutcome insertAndCheck(word::ByteView file);
+
+} // namespace qvnd::test
