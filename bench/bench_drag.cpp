@@ -37,6 +37,7 @@ public:
                                                           : desktop::Answer::ok;
     }
     void show() override {}
+    void tell(const QString& /*text*/) override {}
     void unload() override {}
     desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override { return {}; }
     void doEvents() override {}

@@ -52,6 +52,7 @@ public:
         return desktop::Answer::yes;
     }
     void show() override {}
+    void tell(const QString& /*text*/) override {}
     void unload() override {}
     void show(const QString& /*path*/) override {}
     void hide() override {}

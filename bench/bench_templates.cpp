@@ -50,6 +50,7 @@ public:
         return desktop::Answer::ok;
     }
     void show() override {}
+    void tell(const QString& /*text*/) override {}
     void unload() override {}
     void show(const QString& /*path*/) override {}
     void hide() override {}

@@ -29,6 +29,7 @@ using namespace Qt::StringLiterals;
 
 class NoSplash : public desktop::SplashScreen {
     void show() override {}
+    void tell(const QString& /*text*/) override {}
     void unload() override {}
 };
 class NoMessages : public desktop::MessageBoxes {

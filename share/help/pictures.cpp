@@ -328,6 +328,7 @@ int main(int argc, char* argv[]) {
                                  return new outline::PreviewFrame(*pane, *pane);
                              },
                              [] {},
+                             [] {},
                              planEditing.services()});
     if (!run.start(home)) {
         return 1;

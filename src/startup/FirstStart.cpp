@@ -1,5 +1,6 @@
 #include "startup/FirstStart.h"
 
+#include "platform/files/FileLock.h"
 #include "platform/files/Paths.h"
 #include "platform/files/SafeReplace.h"
 #include "platform/registry/RegistryRoots.h"
@@ -73,8 +74,9 @@ QString programFolder(const QString& executableFolder) {
 
 void layOutProgramFolder(const QString& programFolder) {
     const QString sys = files::resolved(files::withSeparator(programFolder) + "Sys");
-    const QDir folder(programFolder);
-    const bool isNew = !folder.exists() || folder.isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot);
+    QStringList held = QDir(programFolder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    held.removeAll(files::FileLock::fileName);
+    const bool isNew = held.isEmpty();
     if (!isNew && !isPortable(programFolder) && !files::folderExists(sys)) {
         return;
     }

@@ -17,9 +17,9 @@ bool isPortable(const QString& executableFolder);
 QString programFolder(const QString& executableFolder);
 
 // Makes the program folder with "Sys" and the folders of templates, pictures and custom pages in
-// it. A folder that already holds something, but no "Sys", is left as it is: an installation that
-// is damaged is not mended in silence. A portable one holds the executable from the start and is
-// laid out all the same.
+// it. A folder that already holds more than its lock (FileLock), but no "Sys", is left as it is: an
+// installation that is damaged is not mended in silence. A portable one holds the executable from
+// the start and is laid out all the same.
 void layOutProgramFolder(const QString& programFolder);
 
 // Puts what is shipped in `shared` into the program folder: each file that is missing there, and

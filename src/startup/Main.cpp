@@ -145,6 +145,9 @@ bool Main(modMain& state, const QString& appPath, const MainServices& services) 
     try {
         services.splash.show();
         resolveFolders(state, appPath, services.registry);
+        if (state.Turn) {
+            state.Turn->cover(state.gUserTplPath);
+        }
         openDatabases(state);
         tellWhatWasMadeAnew(state, services.messages);
         services.windows.showMainForm();

@@ -24,7 +24,8 @@ struct MainServices {
     ProgramWindows& windows;
 };
 
-// The entry point of the program: works out the folders, opens the three databases (making those
+// The entry point of the program: works out the folders, has the turn cover the plans' (the caller
+// has taken it where there is one), opens the three databases (making those
 // that are missing, taking over those of an older installation), shows the windows and takes the
 // splash down. `appPath` is the program's own folder.
 //

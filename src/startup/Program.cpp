@@ -3,8 +3,6 @@
 #include "outline/CurrentPlan.h"
 #include "platform/error/IgnoringErrors.h"
 
-#include <optional>
-
 namespace qvnd::startup {
 
 Program::Program(registry::Registry& registry, const outline::Services& services)
@@ -23,15 +21,26 @@ void Program::showFrmBid() {
     outline::loadWorkbench(state_, workbench_, services_.messages, services_.splash);
 }
 
-void Program::exit() {
+bool Program::exit() {
     if (!started_) {
-        return;
+        return true;
+    }
+    if (!savePlanInTurn()) {
+        return false;
     }
     started_ = false;
-    std::optional<files::TurnScope> turn;
-    ignoringErrors([&] { turn.emplace(state_.Turn.get()); });
-    ignoringErrors([&] { outline::saveCurrentPlan(state_, workbench_); });
     closeDatabases();
+    return true;
+}
+
+bool Program::savePlanInTurn() {
+    try {
+        const files::TurnScope turn(state_.Turn.get());
+        outline::saveCurrentPlan(state_, workbench_);
+    } catch (const RunTimeError& failure) {
+        return failure.number() != error::dialogCancelled;
+    }
+    return true;
 }
 
 void Program::endAtOnce() {

@@ -23,9 +23,11 @@ public:
     // Main with the load of the workbench; false when it failed, and the user has been told.
     bool start(const QString& appPath);
     // The orderly exit: the open plan is saved to its folder and the databases are closed. What
-    // fails on the way does not stop it. Does nothing in a program that did not start. It is
-    // cmdExit; mnuExit ends the run without it, and so without saving to the plan's folder.
-    void exit();
+    // fails on the way does not stop it; when the turn does not come in time the plan's folder is
+    // left as it is, which loses nothing. False when the user ended the wait for the turn: the run
+    // then goes on. Does nothing in a program that did not start. It is cmdExit; mnuExit ends the
+    // run without it, and so without saving to the plan's folder.
+    bool exit();
     // The end at once: the open plan is not saved to its folder. What the databases hold stays,
     // also what stands in a transaction that a failed command has left open.
     void endAtOnce();
@@ -38,6 +40,8 @@ private:
     void showMainForm() override {}
     void showFrmBid() override;
 
+    // False when the user no longer wants to wait.
+    bool savePlanInTurn();
     void closeDatabases();
 
     registry::Registry& registry_;

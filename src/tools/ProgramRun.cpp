@@ -6,17 +6,23 @@
 namespace qvnd::tools {
 
 ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
-    : home_(home), turn_(home),
-      registry_(registry::RegistryFile::read(files::withSeparator(home) + "registry.reg")),
-      word_(messages),
+    : home_(home), word_(messages),
       program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory(), longRun_}),
       frmBidSet_(program_.state(),
                  {messages, inputBoxes_, fileDialogs_, fonts_, shell_, word_.factory()}) {}
 
 bool ProgramRun::start() {
+    auto& turn = program_.state().Turn;
+    turn = std::make_unique<files::WorkSpaceTurn>(home_);
+    turn->take();
+    registry_ = registry::RegistryFile::read(files::withSeparator(home_) + "registry.reg");
     startup::layOutProgramFolder(home_);
-    turn_.take();
     return program_.start(home_);
+}
+
+void ProgramRun::exit() {
+    program_.exit();
+    program_.state().Turn.reset();
 }
 
 } // namespace qvnd::tools

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "format/frmBidSet.h"
-#include "platform/files/WorkSpaceTurn.h"
 #include "platform/registry/RegistryFile.h"
 #include "startup/Program.h"
 #include "startup/WordProcessor.h"
@@ -17,11 +16,12 @@ class ProgramRun {
 public:
     ProgramRun(const QString& home, desktop::MessageBoxes& messages);
 
-    // Main and the load of the workbench; false when Main failed, which has told why. Error 3260
-    // when the turn does not come.
+    // Waits for the turn, which comes before anything in the program folder is read or written;
+    // then Main and the load of the workbench. False when Main failed, which has told why. Errors
+    // as WorkSpaceTurn::take.
     bool start();
     // The orderly exit.
-    void exit() { program_.exit(); }
+    void exit();
 
     startup::Program& program() { return program_; }
     modMain& state() { return program_.state(); }
@@ -33,7 +33,6 @@ public:
 
 private:
     QString home_;
-    files::WorkSpaceTurn turn_;
     registry::RegistryFile registry_;
     NoSplash splash_;
     NoEvents events_;

@@ -19,6 +19,7 @@ namespace qvnd::tools {
 class NoSplash : public desktop::SplashScreen {
 public:
     void show() override {}
+    void tell(const QString&) override {}
     void unload() override {}
 };
 

@@ -18,6 +18,7 @@ using test::FakeLegacyReader;
 class QuietSplash : public desktop::SplashScreen {
 public:
     void show() override {}
+    void tell(const QString&) override {}
     void unload() override {}
 };
 

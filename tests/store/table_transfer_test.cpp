@@ -12,6 +12,7 @@ namespace qvnd::store {
 class FakeSplash : public desktop::SplashScreen {
 public:
     void show() override {}
+    void tell(const QString&) override {}
     void unload() override { ++unloaded; }
     int unloaded = 0;
 };

@@ -24,8 +24,10 @@ namespace qvnd::test {
 class CountingSplash : public desktop::SplashScreen {
 public:
     void show() override { up = true; }
+    void tell(const QString& text) override { told << text; }
     void unload() override { up = false; }
     bool up = false;
+    QStringList told;
 };
 
 class CountingEvents : public desktop::Events {

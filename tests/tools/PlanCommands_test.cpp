@@ -122,7 +122,7 @@ TEST_F(Tool, APlanNameNeverLeavesThePlansFolder) {
         EXPECT_EQ(qvndctl({"--yes", "plan", "create", name}), ExitStatus::refused) << name;
         EXPECT_TRUE(err.startsWith("对不起，输入字符非法！\n")) << err.toStdString();
     }
-    EXPECT_EQ(folder.names("home/Sys/用户模板"), QStringList({"Db_UsTemplate.mdb"}));
+    EXPECT_EQ(folder.names("home/Sys/用户模板"), QStringList({"Db_UsTemplate.mdb", "qvnd.lock"}));
 }
 
 TEST_F(Tool, ANameWithAnIllegalCharacterIsRefusedAndTheCharacterNamed) {

@@ -260,8 +260,10 @@ void frmBid::seeOtherPrograms() {
     }
     const bool hasRun = state_.Command.run([&] {
         ignoringErrors([&] {
-            const files::TurnScope turn(state_.Turn.get(), std::chrono::milliseconds(0));
-            lookAtOthers();
+            const files::TurnScope turn(state_.Turn.get(), files::TurnScope::Waits::no);
+            if (turn.holds()) {
+                lookAtOthers();
+            }
         });
     });
     if (hasRun) {

@@ -1,18 +1,13 @@
 #include "platform/files/WorkSpaceTurn.h"
 
 #include "platform/error/RunTimeError.h"
-#include "platform/files/Paths.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QScopeGuard>
 #include <QThread>
 
-#ifdef _WIN32
-#include <io.h>
-#include <windows.h>
-#else
-#include <sys/file.h>
-#endif
+#include <algorithm>
+#include <utility>
 
 namespace qvnd::files {
 
@@ -20,77 +15,94 @@ namespace {
 
 constexpr unsigned long pause = 20; // milliseconds between two attempts
 
-#ifdef _WIN32
-
-// A byte behind the text, which others may read meanwhile.
-bool lockWhole(QFile& file) {
-    OVERLAPPED place{};
-    place.Offset = 1U << 30;
-    return LockFileEx(reinterpret_cast<HANDLE>(_get_osfhandle(file.handle())),
-                      LOCKFILE_EXCLUSIVE_LOCK | LOCKFILE_FAIL_IMMEDIATELY, 0, 1, 0, &place) != 0;
-}
-
-#else
-
-bool lockWhole(QFile& file) { return flock(file.handle(), LOCK_EX | LOCK_NB) == 0; }
-
-#endif
-
 } // namespace
 
-WorkSpaceTurn::WorkSpaceTurn(const QString& programFolder)
-    : folder_(programFolder), file_(withSeparator(programFolder) + "qvnd.lock") {}
+WorkSpaceTurn::WorkSpaceTurn(const QString& programFolder, FileLock::LockCall lock)
+    : lockCall_(std::move(lock)) {
+    locks_.push_back(std::make_unique<FileLock>(programFolder, lockCall_));
+}
 
 void WorkSpaceTurn::take(std::chrono::milliseconds longest) {
-    if (file_.isOpen() || !file_.open(QIODevice::ReadWrite)) {
-        return;
+    if (!tryTake()) {
+        waitFor([this] { return tryTake(); }, longest);
     }
-    if (lockWhole(file_) || (longest.count() > 0 && waitForLock(longest))) {
-        sign();
-        return;
-    }
-    const QString reason =
-        QStringLiteral("『%1』正由%2使用，等了 %3 秒还没有轮到。请等它做完再试。")
-            .arg(withoutSeparator(folder_), holder())
-            .arg(longest.count() / 1000);
-    file_.close();
-    throw RunTimeError(error::storeBusy, reason.toStdU16String());
 }
 
-bool WorkSpaceTurn::waitForLock(std::chrono::milliseconds longest) {
-    const auto tell = [this](bool isWaiting) {
-        if (onWaiting) {
-            onWaiting(isWaiting);
-        }
-    };
+bool WorkSpaceTurn::tryTake() {
+    if (!isTaken_) {
+        isTaken_ = lockAll();
+    }
+    return isTaken_;
+}
+
+// All of them or none, so that nobody keeps one folder from those who could use it.
+bool WorkSpaceTurn::lockAll() {
+    auto givesBack = qScopeGuard([this] { giveBack(); });
+    if (!std::all_of(locks_.begin(), locks_.end(),
+                     [this](const auto& one) { return lock(*one); })) {
+        return false;
+    }
+    givesBack.dismiss();
+    return true;
+}
+
+bool WorkSpaceTurn::lock(FileLock& lock) {
+    const bool isTaken = lock.tryTake();
+    if (!isTaken) {
+        missing_ = &lock;
+    }
+    return isTaken;
+}
+
+void WorkSpaceTurn::waitFor(const std::function<bool()>& attempt,
+                            std::chrono::milliseconds longest) {
     QElapsedTimer waiting;
     waiting.start();
-    tell(true);
-    bool isLocked = false;
-    while (!isLocked && !waiting.hasExpired(longest.count())) {
-        QThread::msleep(pause);
-        isLocked = lockWhole(file_);
+    if (wait_) {
+        wait_->begin(reason());
     }
-    tell(false);
-    return isLocked;
+    const auto ends = qScopeGuard([this] {
+        if (wait_) {
+            wait_->end();
+        }
+    });
+    while (!attempt()) {
+        if (wait_ && !wait_->goesOn()) {
+            throw RunTimeError(error::dialogCancelled, u"等待已取消");
+        }
+        if (waiting.hasExpired(longest.count())) {
+            throw RunTimeError(
+                error::storeBusy,
+                QStringLiteral("『%1』正由%2使用，等了 %3 秒还没有轮到。请等它做完再试。")
+                    .arg(missing_->folder(), missing_->holder())
+                    .arg(longest.count() / 1000)
+                    .toStdU16String());
+        }
+        QThread::msleep(pause);
+    }
 }
 
-// The lock goes with the last handle on the file.
-void WorkSpaceTurn::giveBack() { file_.close(); }
-
-void WorkSpaceTurn::sign() {
-    const QString text = QStringLiteral("程序“%1”（进程 %2）")
-                             .arg(QCoreApplication::applicationName())
-                             .arg(QCoreApplication::applicationPid());
-    file_.resize(0);
-    file_.write(text.toUtf8());
-    file_.flush();
+QString WorkSpaceTurn::reason() const {
+    return QStringLiteral("『%1』正由%2使用。").arg(missing_->folder(), missing_->holder());
 }
 
-QString WorkSpaceTurn::holder() {
-    file_.seek(0);
-    const QString text = QString::fromUtf8(file_.readAll());
-    return text.isEmpty() ? QStringLiteral("另一个程序") : text;
+void WorkSpaceTurn::giveBack() {
+    for (const auto& lock : locks_) {
+        lock->giveBack();
+    }
+    isTaken_ = false;
+}
+
+void WorkSpaceTurn::cover(const QString& folder, std::chrono::milliseconds longest) {
+    auto added = std::make_unique<FileLock>(folder, lockCall_);
+    if (std::any_of(locks_.begin(), locks_.end(),
+                    [&](const auto& known) { return known->folder() == added->folder(); })) {
+        return;
+    }
+    if (isTaken_ && !lock(*added)) {
+        waitFor([&] { return lock(*added); }, longest);
+    }
+    locks_.push_back(std::move(added));
 }
 
 } // namespace qvnd::files

@@ -20,7 +20,6 @@
 #include "startup/windows/frmSplash.h"
 
 #include <QApplication>
-#include <QGuiApplication>
 #include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
@@ -61,7 +60,8 @@ void bringWindowToFront(QWidget& window) {
 } // namespace
 
 DesktopRun::DesktopRun(const DesktopServices& services)
-    : services_(services), program_(services.registry, services.outline, *this),
+    : services_(services), startWait_(services.outline.splash, services.outline.events),
+      commandWait_(services.outline.longRun), program_(services.registry, services.outline, *this),
       frmBidSet_(program_.state(),
                  {services.outline.messages, services.inputBoxes, services.outline.fileDialogs,
                   services.fonts, services.shell, services.outline.word}),
@@ -70,22 +70,27 @@ DesktopRun::DesktopRun(const DesktopServices& services)
 DesktopRun::~DesktopRun() = default;
 
 bool DesktopRun::start(const QString& programFolder) {
-    memory_.emplace(programFolder);
-    remembered_ = memory_->load();
-    auto& turn = program_.state().Turn;
-    turn = std::make_unique<files::WorkSpaceTurn>(programFolder);
-    turn->onWaiting = [](bool isWaiting) {
-        isWaiting ? QGuiApplication::setOverrideCursor(Qt::WaitCursor)
-                  : QGuiApplication::restoreOverrideCursor();
-    };
+    services_.outline.splash.show();
     try {
-        const files::TurnScope held(turn.get());
-        return program_.start(programFolder);
+        return startInTurn(programFolder);
     } catch (const RunTimeError& failure) {
         services_.outline.messages.tell(QString::fromStdU16String(failure.description()),
-                                        desktop::Icon::exclamation, QStringLiteral("提示"));
+                                        desktop::Icon::exclamation, u"提示"_s);
         return false;
     }
+}
+
+bool DesktopRun::startInTurn(const QString& programFolder) {
+    auto& turn = program_.state().Turn;
+    turn = std::make_unique<files::WorkSpaceTurn>(programFolder);
+    turn->setWait(&startWait_);
+    const files::TurnScope held(turn.get());
+    services_.prepare();
+    memory_.emplace(programFolder);
+    remembered_ = memory_->load();
+    const bool isStarted = program_.start(programFolder);
+    turn->setWait(&commandWait_);
+    return isStarted;
 }
 
 void DesktopRun::showMainForm() {
@@ -175,9 +180,7 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
                       desktop::Icon::information, u"提示"_s);
         return 0;
     }
-    auto registry = registry::RegistryFile::read(files::withSeparator(home) + u"registry.reg"_s);
-    prepare(executableFolder, home, registry, messages);
-
+    registry::RegistryFile registry;
     WidgetSplash splash;
     desktop::WidgetFileDialogs fileDialogs;
     desktop::WidgetInputBoxes inputBoxes;
@@ -196,6 +199,11 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
                     help,
                     shell,
                     [&conversion] { return newPreview(conversion); },
+                    [&] {
+                        registry = registry::RegistryFile::read(files::withSeparator(home) +
+                                                                u"registry.reg"_s);
+                        prepare(executableFolder, home, registry, messages);
+                    },
                     [] { QCoreApplication::exit(); },
                     planEditing.services()});
     QObject::connect(&instance, &SingleInstance::startedAgain, [&run] { run.bringToFront(); });

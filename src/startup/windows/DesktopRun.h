@@ -8,6 +8,7 @@
 #include "platform/desktop/InputBoxes.h"
 #include "platform/desktop/Shell.h"
 #include "startup/Program.h"
+#include "startup/TurnWaits.h"
 #include "startup/WindowMemory.h"
 #include "startup/windows/MainForm.h"
 #include "startup/windows/PlanEditing.h"
@@ -34,6 +35,9 @@ struct DesktopServices {
     desktop::Shell& shell;
     // Makes the preview of a workbench window, which then owns it.
     std::function<outline::PreviewFrame*()> makePreview;
+    // Lays out what the start needs; called before anything else reads or writes the program
+    // folder, with the turn at it taken.
+    std::function<void()> prepare;
     // Ends the process.
     std::function<void()> end;
     PlanEditing planEditing;
@@ -46,7 +50,8 @@ public:
     explicit DesktopRun(const DesktopServices& services);
     ~DesktopRun() override;
 
-    // Main; false when it failed, and the user has been told. The frame may stand even then.
+    // Shows the splash, waits for the turn at the work space, prepares, and runs Main; false when
+    // one of them failed, and the user has been told. The frame may stand even then.
     bool start(const QString& programFolder);
     // Brings the frame, and a box that is open, to front, as another start of the program asks for.
     void bringToFront();
@@ -58,11 +63,14 @@ public:
 private:
     void showMainForm() override;
     void showFrmBid() override;
+    bool startInTurn(const QString& programFolder);
     ChildWindow loadWorkbench();
     ChildWindow makePlanEditor();
     void rememberWindows() const;
 
     DesktopServices services_;
+    StartWait startWait_;
+    CommandWait commandWait_;
     Program program_;
     format::frmBidSet frmBidSet_;
     format::FormatDialog formatDialog_;

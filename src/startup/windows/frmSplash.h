@@ -6,6 +6,8 @@
 
 #include <memory>
 
+class QLabel;
+
 namespace qvnd::startup {
 
 // The picture that covers the start, above all other windows, as large as its image.
@@ -14,12 +16,19 @@ class frmSplash : public QWidget {
 
 public:
     frmSplash();
+
+    // The line below the name; see SplashScreen.
+    void tell(const QString& text);
+
+private:
+    QLabel* waiting_;
 };
 
 // The splash as the program's routines see it.
 class WidgetSplash : public desktop::SplashScreen {
 public:
     void show() override;
+    void tell(const QString& text) override;
     void unload() override;
 
     bool isLoaded() const { return form_ != nullptr; }

@@ -81,6 +81,7 @@ bool DesktopWorld::start() {
                                  *helpWindow,
                                  shell,
                                  makePreview,
+                                 prepare,
                                  [this] { ended_ = true; },
                                  {word_, openDocuments, windows, inUse, pdf, record, makeView}});
     return run_->start(folder.path());

@@ -56,6 +56,7 @@ public:
     std::function<outline::PreviewFrame*()> makePreview = [this] {
         return new outline::PreviewFrame(*new TallPane, preview_);
     };
+    std::function<void()> prepare = [] {};
     std::function<startup::DocumentView()> makeView = [this] {
         return startup::DocumentView{new TallPane, &editPreview};
     };

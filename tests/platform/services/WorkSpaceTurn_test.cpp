@@ -1,15 +1,20 @@
 #include "platform/files/WorkSpaceTurn.h"
 
 #include "platform/error/RunTimeError.h"
+#include "support/FakeTurnWait.h"
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <csignal>
+#include <fcntl.h>
+#include <functional>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -33,6 +38,22 @@ protected:
             return QString::fromStdU16String(failure.description());
         }
     }
+
+    // Acts as a user who owns nothing, where the test runs as one who may do everything.
+    static void asAnyUser(const std::function<void()>& act) {
+        constexpr uid_t nobody = 65534;
+        const bool mayDoEverything = geteuid() == 0;
+        if (mayDoEverything) {
+            ASSERT_EQ(seteuid(nobody), 0);
+        }
+        const auto back = qScopeGuard([mayDoEverything] {
+            if (mayDoEverything) {
+                (void)!seteuid(0);
+            }
+        });
+        act();
+    }
+    QByteArray path(const QString& name) const { return QFile::encodeName(folder.filePath(name)); }
 
     QTemporaryDir folder;
     WorkSpaceTurn one{folder.path()};
@@ -69,17 +90,38 @@ TEST_F(WorkSpaceTurns, WhoWaitsInVainIsToldWhatHoldsTheWorkSpaceAndHowLongItWait
     EXPECT_EQ(WorkSpaceTurn::patience, 30s);
 }
 
-TEST_F(WorkSpaceTurns, TellThatTheyAreWaitedForAndThatThisIsOver) {
-    std::vector<bool> told;
-    other.onWaiting = [&](bool isWaiting) { told.push_back(isWaiting); };
+TEST_F(WorkSpaceTurns, TellWhatIsWaitedForAndThatThisIsOver) {
+    test::FakeTurnWait wait;
+    other.setWait(&wait);
     other.take();
     other.giveBack();
-    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(wait.told.isEmpty());
     one.take();
-    EXPECT_NE(refusal(other, 0ms), QString());
-    EXPECT_TRUE(told.empty());
+    EXPECT_FALSE(other.tryTake());
+    EXPECT_TRUE(wait.told.isEmpty());
     EXPECT_NE(refusal(other, 50ms), QString());
-    EXPECT_EQ(told, (std::vector<bool>{true, false}));
+    EXPECT_EQ(wait.told, (QStringList{QStringLiteral("『%1』正由程序“%2”（进程 %3）使用。")
+                                          .arg(QDir::toNativeSeparators(folder.path()),
+                                               QCoreApplication::applicationName())
+                                          .arg(QCoreApplication::applicationPid()),
+                                      "end"}));
+    EXPECT_GT(wait.asked, 0);
+}
+
+TEST_F(WorkSpaceTurns, WhoNoLongerWantsToWaitIsLetGoAtOnce) {
+    test::FakeTurnWait wait;
+    wait.goOn = [&wait] { return wait.asked < 3; };
+    other.setWait(&wait);
+    one.take();
+    try {
+        other.take(10s);
+        FAIL() << "the turn came";
+    } catch (const RunTimeError& failure) {
+        EXPECT_EQ(failure.number(), error::dialogCancelled);
+    }
+    EXPECT_EQ(wait.asked, 3);
+    EXPECT_EQ(wait.told.back(), "end");
+    EXPECT_FALSE(other.isTaken());
 }
 
 TEST_F(WorkSpaceTurns, TakenTwiceByOneIsTakenOnce) {
@@ -118,10 +160,118 @@ TEST_F(WorkSpaceTurns, OfAKilledProcessComesFree) {
     EXPECT_EQ(refusal(one, 0ms), QString());
 }
 
-TEST_F(WorkSpaceTurns, OfAFolderThatIsMissingIsGivenWithoutALock) {
-    WorkSpaceTurn nowhere(folder.path() + "/missing");
+TEST_F(WorkSpaceTurns, OfAFolderThatIsMissingMakesItSoThatTwoFirstStartsAreKeptApart) {
+    WorkSpaceTurn first(folder.filePath("new/program"));
+    WorkSpaceTurn second(folder.filePath("new/program"));
+    first.take();
+    EXPECT_NE(refusal(second, 0ms), QString());
+}
+
+TEST_F(WorkSpaceTurns, WhereNothingCanBeWrittenIsGivenWithoutALock) {
+    ASSERT_TRUE(QFile(folder.filePath("file")).open(QIODevice::WriteOnly));
+    WorkSpaceTurn nowhere(folder.filePath("file/missing"));
     EXPECT_EQ(refusal(nowhere, 0ms), QString());
-    EXPECT_TRUE(QDir(folder.path()).isEmpty());
+    EXPECT_TRUE(nowhere.isTaken());
+}
+
+TEST_F(WorkSpaceTurns, OfAnotherUsersFileAreTakenByReadingItAlone) {
+    one.take();
+    one.giveBack();
+    ASSERT_EQ(chmod(path("qvnd.lock"), 0444), 0);
+    ASSERT_EQ(chmod(path(""), 0755), 0);
+    asAnyUser([this] {
+        EXPECT_EQ(refusal(one, 0ms), QString());
+        EXPECT_NE(refusal(other, 0ms), QString());
+        one.giveBack();
+        EXPECT_EQ(refusal(other, 0ms), QString());
+    });
+}
+
+TEST_F(WorkSpaceTurns, OfAFileThatCannotBeOpenedFailAtOnceWithTheReason) {
+    ASSERT_EQ(mkdir(path("qvnd.lock"), 0755), 0);
+    try {
+        one.take(10s);
+        FAIL() << "the turn came";
+    } catch (const RunTimeError& failure) {
+        EXPECT_EQ(failure.number(), error::cannotAccessFile);
+        EXPECT_TRUE(QString::fromStdU16String(failure.description()).contains("qvnd.lock"));
+    }
+}
+
+TEST_F(WorkSpaceTurns, OnADiskWithoutLocksFailAtOnceWithTheReason) {
+    int attempts = 0;
+    WorkSpaceTurn without(folder.path(), [&attempts](QFile&) {
+        ++attempts;
+        return files::LockAttempt{files::LockAttempt::Outcome::failed, "No locks available"};
+    });
+    try {
+        without.take(10s);
+        FAIL() << "the turn came";
+    } catch (const RunTimeError& failure) {
+        EXPECT_EQ(failure.number(), error::cannotAccessFile);
+        const QString told = QString::fromStdU16String(failure.description());
+        EXPECT_TRUE(told.contains("不能加锁") && told.contains("No locks available"))
+            << told.toStdString();
+    }
+    EXPECT_EQ(attempts, 1);
+}
+
+TEST_F(WorkSpaceTurns, TheSystemTellsAHeldLockFromOneThatCannotBeTaken) {
+    using Outcome = files::LockAttempt::Outcome;
+    one.take();
+    QFile held(folder.filePath("qvnd.lock"));
+    ASSERT_TRUE(held.open(QIODevice::ReadOnly));
+    EXPECT_EQ(files::systemLock(held).outcome, Outcome::held);
+    // A handle that only names the file takes no locks.
+    const int named = open(path("qvnd.lock"), O_PATH | O_CLOEXEC);
+    QFile nameless;
+    ASSERT_TRUE(nameless.open(named, QIODevice::ReadOnly, QFile::AutoCloseHandle));
+    EXPECT_EQ(files::systemLock(nameless).outcome, Outcome::failed);
+    EXPECT_NE(files::systemLock(nameless).reason, QString());
+}
+
+TEST_F(WorkSpaceTurns, OfTwoProgramFoldersOnOneWorkFolderAreKeptApart) {
+    const QString plans = folder.filePath("plans");
+    WorkSpaceTurn first(folder.filePath("first"));
+    WorkSpaceTurn second(folder.filePath("second"));
+    first.cover(plans);
+    second.cover(plans);
+    first.take();
+    const QString told = refusal(second, 0ms);
+    EXPECT_TRUE(told.contains(QDir::toNativeSeparators(plans))) << told.toStdString();
+    WorkSpaceTurn sameProgram(folder.filePath("second"));
+    EXPECT_EQ(refusal(sameProgram, 0ms), QString()) << "what it could not use whole it gave back";
+}
+
+TEST_F(WorkSpaceTurns, ThatAreTakenWaitForAFolderThatTheyCoverLater) {
+    const QString plans = folder.filePath("plans");
+    WorkSpaceTurn first(folder.filePath("first"));
+    first.cover(plans);
+    first.take();
+    WorkSpaceTurn second(folder.filePath("second"));
+    second.take();
+    EXPECT_THROW(second.cover(plans, 50ms), RunTimeError);
+    EXPECT_TRUE(second.isTaken());
+    std::thread holder([&] {
+        std::this_thread::sleep_for(100ms);
+        first.giveBack();
+    });
+    second.cover(plans, 10s);
+    holder.join();
+    EXPECT_NE(refusal(first, 0ms), QString());
+}
+
+TEST_F(WorkSpaceTurns, WhoDoesNotWaitGoesOnWithoutIt) {
+    one.take();
+    {
+        const files::TurnScope reading(&other, files::TurnScope::Waits::no);
+        EXPECT_FALSE(reading.holds());
+    }
+    EXPECT_TRUE(one.isTaken());
+    one.giveBack();
+    const files::TurnScope reading(&other, files::TurnScope::Waits::no);
+    EXPECT_TRUE(reading.holds());
+    EXPECT_TRUE(other.isTaken());
 }
 
 } // namespace
