@@ -53,6 +53,19 @@ void BidEdit::Load() {
     NodeClick();
 }
 
+bool BidEdit::lookAtOthers() {
+    const int changes = program_.modMain.gDbUser->ForeignChanges();
+    if (changes == seen_)
+        return false;
+    const outline::ShownOutlines fresh = plan_.read();
+    if (fresh.areNews()) {
+        plan_.show(fresh);
+        NodeClick();
+    }
+    seen_ = changes;
+    return fresh.areNews();
+}
+
 void BidEdit::NodeClick() {
     const OutlineNode* selected = TrvEdit.SelectedItem();
     openDocument = selected && isDocument(*selected);

@@ -3,6 +3,7 @@
 #include "generate/GenerationReport.h"
 #include "generate/PlanCheck.h"
 #include "generate/driver/BuildBid.h"
+#include "outline/ShownOutlines.h"
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/Shell.h"
 #include "platform/desktop/WindowLookup.h"
@@ -41,6 +42,12 @@ public:
     // Fills TrvEdit from the table of the open plan and selects the last node. An error shows its
     // description; without an open plan an empty text is shown first.
     void Load();
+    // Fills TrvEdit anew if another program has changed the plan since the last look that ended
+    // well; true when it did. The selected node stays the selected one, else it is the root; a plan
+    // that is gone leaves the tree empty. Nothing is written; errors of the store pass.
+    bool lookAtOthers();
+    // Has 当前表 name the plan of TrvEdit again, if another program may have changed that.
+    void keepPlanOpen() { plan_.keepOpen(); }
     // Opens and closes the commands that open a document, by the kind of the selected node.
     void NodeClick();
 
@@ -101,6 +108,8 @@ private:
     ProgramState program_;
     BidEditServices services_;
     BidEditState state_;
+    outline::ShownPlan plan_{program_.modMain, TrvEdit};
+    int seen_ = 0; // the changes of Db_UsTemplate.mdb at the last look
     std::optional<GenerationReport> report_;
 };
 

@@ -149,6 +149,10 @@ void saveCurrentPlan(modMain& state, const Workbench& workbench) {
     }
 }
 
+bool opensPlan(modMain& state, const OutlineNode& node) {
+    return node.Image() == image::root || currentPlan(*state.gDbUser) != tableOfKey(node.Key());
+}
+
 void clickUserPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash,
                    OutlineNode& node) {
     workbench.TrvTemplate_Us.Select(&node);

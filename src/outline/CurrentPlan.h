@@ -31,6 +31,10 @@ void setCurrentPlan(jet::Database& db, const QString& name);
 // Opens or closes the commands that need an open plan.
 void offerPlanCommands(Workbench& workbench, bool enabled);
 
+// True when a click on that node of TrvTemplate_Us changes something: it opens another plan, or
+// opens the same one anew after saving it to its folder. Errors of the store pass.
+bool opensPlan(modMain& state, const OutlineNode& node);
+
 // A click on a node of TrvTemplate_Us. A root becomes the plan shown in TrvCurrent, after the plan
 // shown so far has been saved to its folder; every other node leaves TrvCurrent as it is. In both
 // cases 当前表 names the node's plan from then on. Errors of the store pass through.

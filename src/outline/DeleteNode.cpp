@@ -9,8 +9,6 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 
-#include <algorithm>
-
 namespace qvnd::outline {
 
 using desktop::Icon;
@@ -19,7 +17,6 @@ namespace {
 
 // The number of a bare "Resume"; this room raises it nowhere, a service might.
 constexpr long resumeWithoutError = 20;
-constexpr std::size_t lastEditButton = 8;
 
 const QString hint = QStringLiteral("提示");
 
@@ -42,7 +39,7 @@ public:
         } else {
             deleteSubtree(tableOfKey(key), key);
         }
-        std::fill_n(workbench_.TbarBid.begin() + 1, lastEditButton, false);
+        closeEditButtons(workbench_);
         workbench_.TbarBid[12] = workbench_.TrvCurrent.Count() > 0;
         return true;
     }
@@ -65,7 +62,7 @@ private:
         workbench_.TrvCurrent.Clear();
         state_.gWs->CommitTrans();
         refreshUserPlans();
-        closeNodeCommands();
+        closeNodeCommands(workbench_);
     }
 
     void deleteSubtree(const QString& table, const QString& key) {
@@ -95,16 +92,6 @@ private:
 
     void refreshUserPlans() {
         outline::refreshUserPlans(state_, workbench_, services_.messages, services_.splash);
-    }
-
-    void closeNodeCommands() {
-        for (bool Workbench::*command :
-             {&Workbench::mnuBrowseDoc, &Workbench::mnuEQFolder, &Workbench::mnuLTFolder,
-              &Workbench::mnuAddDoc, &Workbench::mnuEQDoc, &Workbench::mnuLTDoc,
-              &Workbench::mnuRename, &Workbench::mnuEditDelete, &Workbench::mnuSaveTemplate}) {
-            workbench_.*command = false;
-        }
-        workbench_.TbarBid[10] = false;
     }
 
     modMain& state_;

@@ -2,7 +2,6 @@
 
 #include "outline/InformationTable.h"
 #include "outline/OutlinePaths.h"
-#include "outline/TreeLoading.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RecordedErrors.h"
 #include "store/Names.h"
@@ -13,12 +12,24 @@ namespace qvnd::outline {
 
 namespace {
 
+bool isOfTemplates(const OutlineTree& tree) { return tree.Name() == u"TrvTemplate"; }
+
+// Nothing for a name that can be no folder's.
+std::optional<bool> hasFolder(modMain& state, const OutlineTree& tree, const QString& name) {
+    std::optional<bool> has;
+    ignoringErrors([&] {
+        has = state.gFso->FolderExists(isOfTemplates(tree) ? templateFolder(state, name)
+                                                           : planFolder(state, name));
+    });
+    return has;
+}
+
 class LibraryRefresh {
 public:
     LibraryRefresh(modMain& state, jet::Database& db, OutlineTree& tree, bool keepMissing,
                    desktop::SplashScreen& splash)
         : state_(state), db_(db), tree_(tree), splash_(splash), keepMissing_(keepMissing),
-          isTemplates_(tree.Name() == u"TrvTemplate") {}
+          isTemplates_(isOfTemplates(tree)) {}
 
     // True when an error is pending at the end.
     bool run() {
@@ -33,21 +44,10 @@ public:
     }
 
 private:
-    QString folderOf(const QString& name) const {
-        return isTemplates_ ? templateFolder(state_, name) : planFolder(state_, name);
-    }
-
-    // Nothing for a name that can be no folder's.
-    std::optional<bool> hasFolder(const QString& name) const {
-        std::optional<bool> has;
-        ignoringErrors([&] { has = state_.gFso->FolderExists(folderOf(name)); });
-        return has;
-    }
-
     // The rows of a name that can be no folder's stay: such a plan may have been made before names
     // were checked, and its tables are then the only newest copy of its outline.
     void visit(const QString& name) {
-        const std::optional<bool> has = hasFolder(name);
+        const std::optional<bool> has = hasFolder(state_, tree_, name);
         if (has == true) {
             load(name);
         } else if (has == false && (isTemplates_ || !keepMissing_)) {
@@ -106,6 +106,19 @@ void updateTreeTemplate(modMain& state, jet::Database& db, OutlineTree& tree, bo
     if (pending) {
         messages.tell(QStringLiteral("更新标书模板库时发生错误!"), desktop::Icon::exclamation);
     }
+}
+
+std::vector<std::vector<OutlineRow>> readLibrary(modMain& state, jet::Database& db,
+                                                 const OutlineTree& tree) {
+    std::vector<std::vector<OutlineRow>> outlines;
+    const auto list = db.OpenRecordset(QStringLiteral("Select * from 遍历表"));
+    for (; !list->Eof(); list->MoveNext()) {
+        const QString name = list->Get(store::field::name).TextOrEmpty();
+        if (hasFolder(state, tree, name) == true) {
+            outlines.push_back(readOutline(db, name));
+        }
+    }
+    return outlines;
 }
 
 void refreshTemplates(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,

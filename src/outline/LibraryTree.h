@@ -1,9 +1,12 @@
 #pragma once
 
+#include "outline/TreeLoading.h"
 #include "outline/Workbench.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/SplashScreen.h"
 #include "store/modMain.h"
+
+#include <vector>
 
 namespace qvnd::outline {
 
@@ -17,7 +20,12 @@ namespace qvnd::outline {
 void updateTreeTemplate(modMain& state, jet::Database& db, OutlineTree& tree, bool keepMissing,
                         desktop::MessageBoxes& messages, desktop::SplashScreen& splash);
 
-// The same for the two library trees of the workbench, with nothing kept missing.
+// The rows of the outlines that it would list, read without changing anything: nothing is dropped.
+// Errors of the store pass, as readOutline says.
+std::vector<std::vector<OutlineRow>> readLibrary(modMain& state, jet::Database& db,
+                                                 const OutlineTree& tree);
+
+// updateTreeTemplate for the two library trees of the workbench, with nothing kept missing.
 void refreshTemplates(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                       desktop::SplashScreen& splash);
 void refreshUserPlans(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,

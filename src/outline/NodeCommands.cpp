@@ -4,6 +4,8 @@
 #include "outline/OutlineRows.h"
 #include "platform/error/RunTimeError.h"
 
+#include <algorithm>
+
 namespace qvnd::outline {
 
 namespace {
@@ -52,6 +54,20 @@ NodeCommands commandsOf(const OutlineNode& node, bool isDocument) {
     commands.mnuEQDoc = true;
     commands.mnuRename = true;
     return commands;
+}
+
+void closeNodeCommands(Workbench& workbench) {
+    NodeCommands none;
+    none.mnuAddDoc = none.mnuLTDoc = none.mnuEditDelete = none.mnuSaveTemplate = false;
+    setMenu(workbench, none);
+    closeEditButtons(workbench);
+    workbench.TbarBid[10] = false;
+    workbench.TbarBid[12] = false;
+}
+
+void closeEditButtons(Workbench& workbench) {
+    constexpr std::size_t lastEditButton = 8;
+    std::fill_n(workbench.TbarBid.begin() + 1, lastEditButton, false);
 }
 
 void countAsClicked(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,

@@ -28,6 +28,12 @@ NodeCommands commandsOf(const OutlineNode& node, bool isDocument);
 // them until the next click by the user.
 enum class Toolbar { follows, waits };
 
+// Closes all of them, for when the open plan is gone: the items of the menu, and the buttons 1 to
+// 8, 10 and 12 of the toolbar. The next click on a node opens them again.
+void closeNodeCommands(Workbench& workbench);
+// The buttons 1 to 8 alone.
+void closeEditButtons(Workbench& workbench);
+
 // A click on a node of TrvCurrent: its key becomes clickedKey, gSelectedPlan is the text of a root
 // and empty for any other node, and the commands open and close by the kind of the node's row. A
 // node without a row, which an older tree may show, leaves them as they were; a failure of the

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "outline/Services.h"
+#include "outline/ShownOutlines.h"
 #include "outline/Workbench.h"
 #include "store/modMain.h"
 
@@ -10,24 +10,29 @@ namespace qvnd::outline {
 // databases while it is open.
 class OtherPrograms {
 public:
-    OtherPrograms(modMain& state, Workbench& workbench, const Services& services)
-        : state_(state), workbench_(workbench), services_(services) {}
+    // State and workbench outlive the object.
+    OtherPrograms(modMain& state, Workbench& workbench)
+        : state_(state), workbench_(workbench), current_(state, workbench.TrvCurrent) {}
 
     // Fills those trees anew that no longer show what the databases hold, if another program has
-    // changed these since the last look. True when a tree was filled: its nodes are new ones then.
+    // changed these since the last look that ended well. True when a tree was filled: its nodes are
+    // new ones then. Nothing is written, not even what a refresh of the libraries would drop.
     //
-    // TrvCurrent keeps its plan, which 当前表 names again, and its selected node; its root is
-    // selected when that node is gone. A plan that is gone leaves the tree empty and the commands
-    // that need a plan closed. Errors of the store pass through.
+    // TrvCurrent keeps its plan and its selected node; its root is selected when that node is gone.
+    // A plan that is gone leaves the tree empty and the commands that need a plan or a node closed.
+    // Errors of the store pass; the trees are then as before, and the next look looks again.
     bool look();
 
+    // Has 当前表 name the plan of TrvCurrent again, if another program may have changed that; to be
+    // called before a command. Errors of the store pass.
+    void keepPlanOpen() { current_.keepOpen(); }
+
 private:
-    bool lookAtCurrent();
-    bool lookAtLibrary(jet::Database& database, OutlineTree& tree);
+    void showCurrent(const ShownOutlines& fresh);
 
     modMain& state_;
     Workbench& workbench_;
-    Services services_;
+    ShownPlan current_;
     int seen_ = 0; // the changes of both databases at the last look
 };
 

@@ -17,16 +17,39 @@ OutlineNode& addNode(OutlineTree& tree, const OutlineRow& row) {
                          row.isDocument ? image::documentSelected : image::folderSelected);
 }
 
+OutlineNode& addRoot(OutlineTree& tree, const OutlineRow& row) {
+    return tree.Add(row.key, row.name, image::root, image::rootSelected);
+}
+
+OutlineRow rowAt(jet::Recordset& rs) {
+    return {rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(),
+            rs.Get(store::field::isDocument).TextOrEmpty() == u"是"};
+}
+
+// Not a fault of the table that is read.
+bool isOfTheStore(const RunTimeError& failure) {
+    switch (failure.number()) {
+    case error::storeFailed:
+    case error::storeDiskFull:
+    case error::cannotOpenFile:
+    case error::folderInvalid:
+    case error::cannotAccessFile:
+    case error::storeBusy:
+    case error::unrecognizedFormat:
+    case error::objectClosed:
+        return true;
+    default:
+        return false;
+    }
+}
+
 void addNodes(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
     if (rs.Eof()) {
         return;
     }
-    tree.Add(rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(), image::root,
-             image::rootSelected);
+    addRoot(tree, {rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(), false});
     for (rs.MoveNext(); !rs.Eof(); rs.MoveNext()) {
-        OutlineNode& node =
-            addNode(tree, {rs.Get(store::field::key).ToText(), rs.Get(store::field::name).ToText(),
-                           rs.Get(store::field::isDocument).TextOrEmpty() == u"是"});
+        OutlineNode& node = addNode(tree, rowAt(rs));
         if (node.Key() == selectKey) {
             tree.Select(&node);
             tree.Expand(node);
@@ -38,6 +61,33 @@ void addNodes(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey) {
 
 void FillOutlineTree(jet::Recordset& rs, OutlineTree& tree) {
     ignoringErrors([&] { addNodes(rs, tree, {}); });
+}
+
+std::vector<OutlineRow> readOutline(jet::Database& db, const QString& table) {
+    std::vector<OutlineRow> rows;
+    try {
+        const auto rs = db.OpenRecordset("Select * from " + table + " order by ID asc");
+        for (; !rs->Eof(); rs->MoveNext()) {
+            rows.push_back(rowAt(*rs));
+        }
+    } catch (const RunTimeError& failure) {
+        if (isOfTheStore(failure)) {
+            throw;
+        }
+    }
+    return rows;
+}
+
+void addOutline(const std::vector<OutlineRow>& rows, OutlineTree& tree) {
+    ignoringErrors([&] {
+        for (const OutlineRow& row : rows) {
+            if (&row == &rows.front()) {
+                addRoot(tree, row);
+            } else {
+                addNode(tree, row);
+            }
+        }
+    });
 }
 
 void updateTree(jet::Recordset& rs, OutlineTree& tree, const QString& selectKey,

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace qvnd {
 
 struct modMain;
@@ -25,6 +27,14 @@ namespace qvnd::outline {
 
 // Adds every row from the current one on. The tree is not cleared and nothing is selected.
 void FillOutlineTree(jet::Recordset& rs, OutlineTree& tree);
+
+// The rows of the table as such a fill reads them, in the order of their IDs: up to the first one
+// that is no outline's, none when there is no such table. `table` is the name as it stands in a
+// statement, bare or in brackets. Errors that say that the store could not
+// be read (busy, closed, damaged, no access) pass, so that what is missing is never taken for gone.
+std::vector<OutlineRow> readOutline(jet::Database& db, const QString& table);
+// Adds rows that have been read already, as FillOutlineTree does.
+void addOutline(const std::vector<OutlineRow>& rows, OutlineTree& tree);
 
 // The same; a node other than the root whose key is `selectKey` is selected and expanded. Takes
 // the splash down at its end.

@@ -1,7 +1,9 @@
 #include "outline/OtherPrograms.h"
 
 #include "outline/CurrentPlan.h"
+#include "outline/NodeCommands.h"
 #include "support/OutlineWorld.h"
+#include "support/PlainSqlite.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +14,25 @@ using namespace qvnd;
 using namespace qvnd::test;
 
 namespace {
+
+// Another program locks a database once its changes have been noticed and before its rows are read:
+// at the first question for a plan's folder.
+class LockingFiles : public files::DiskFileSystem {
+public:
+    explicit LockingFiles(const QString& database)
+        : theirs_(std::make_unique<PlainSqlite>(database)) {}
+
+    bool FolderExists(const QString& path) override {
+        if (theirs_) {
+            theirs_->rows("BEGIN EXCLUSIVE");
+        }
+        return DiskFileSystem::FolderExists(path);
+    }
+    void release() { theirs_.reset(); }
+
+private:
+    std::unique_ptr<PlainSqlite> theirs_;
+};
 
 // A workbench with the plan T open and another program at work on the same databases.
 class OtherPrograms : public testing::Test {
@@ -44,7 +65,7 @@ protected:
     }
 
     OutlineWorld world;
-    outline::OtherPrograms others{world.state, world.workbench, world.services()};
+    outline::OtherPrograms others{world.state, world.workbench};
 };
 
 TEST_F(OtherPrograms, ThatChangeNothingLeaveTheTreesAsTheyAre) {
@@ -92,11 +113,89 @@ TEST_F(OtherPrograms, ThatDeleteTheOpenPlanLeaveTheTreeEmptyAndItsCommandsClosed
     EXPECT_EQ(OutlineWorld::shown(world.workbench.TrvTemplate_Us), QStringList{"U"});
 }
 
+TEST_F(OtherPrograms, ThatDeleteTheOpenPlanCloseEveryCommandOfANode) {
+    outline::Workbench& workbench = world.workbench;
+    workbench.pasteArmed = true;
+    select("T");
+    outline::followSelection(world.state, workbench, world.messages);
+    select("T.2");
+    outline::followSelection(world.state, workbench, world.messages);
+    ASSERT_TRUE(workbench.mnuRename && workbench.mnuDelete && workbench.TbarBid[1]);
+    theyDo([](jet::Database& db) { db.TableDefs().Delete("T"); });
+    EXPECT_TRUE(others.look());
+    for (const bool isOpen :
+         {workbench.mnuBrowseDoc, workbench.mnuEQFolder, workbench.mnuLTFolder, workbench.mnuAddDoc,
+          workbench.mnuEQDoc, workbench.mnuLTDoc, workbench.mnuRename, workbench.mnuEditDelete,
+          workbench.mnuSaveTemplate, workbench.mnuDelete, workbench.mnuPaste}) {
+        EXPECT_FALSE(isOpen);
+    }
+    for (const std::size_t button : {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12}) {
+        EXPECT_FALSE(workbench.TbarBid[button]) << button;
+    }
+    EXPECT_EQ(workbench.clickedKey, "");
+    EXPECT_EQ(world.state.gSelectedPlan, "");
+}
+
 TEST_F(OtherPrograms, ThatOpenAnotherPlanDoNotTakeTheOneThatIsShown) {
     theyDo([](jet::Database& db) { outline::setCurrentPlan(db, "U"); });
     EXPECT_EQ(currentPlan(), "U");
     EXPECT_FALSE(others.look());
+    EXPECT_EQ(currentPlan(), "U") << "a look writes nothing";
+    others.keepPlanOpen();
     EXPECT_EQ(currentPlan(), "T");
+}
+
+TEST_F(OtherPrograms, ThatRenameTheRootDoNotLoseThePlan) {
+    theyDo([](jet::Database& db) {
+        const auto row = db.OpenRecordset("Select * from T where Key='T'");
+        row->Edit();
+        row->Set(u"名称", u"新名");
+        row->Update();
+    });
+    EXPECT_TRUE(others.look());
+    theyAdd("T", {"T.3", "三"});
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(tree()), (QStringList{"T", "T.1", "T.2", "T.3"}));
+}
+
+TEST_F(OtherPrograms, ThatHoldTheDatabaseAreSeenAgainBehindAReadingThatFailed) {
+    auto files = std::make_unique<LockingFiles>(world.state.gDbUser->Name());
+    LockingFiles& theirs = *files;
+    world.state.gFso = std::move(files);
+    theyAdd("T", {"T.3", "三"});
+    EXPECT_THROW(others.look(), RunTimeError);
+    EXPECT_EQ(OutlineWorld::shown(tree()), (QStringList{"T", "T.1", "T.2"}));
+    theirs.release();
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(tree()), (QStringList{"T", "T.1", "T.2", "T.3"}));
+}
+
+TEST_F(OtherPrograms, ThatTookAFolderAwayHaveNothingDroppedByALook) {
+    world.registerName(*world.state.gDbTemplate, "M");
+    OutlineWorld::makeTable(*world.state.gDbTemplate, "M", {{"M", "M"}});
+    ASSERT_TRUE(QDir(outline::planFolder(world.state, "U")).removeRecursively());
+    theyAdd("T", {"T.3", "三"});
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(world.workbench.TrvTemplate_Us),
+              (QStringList{"T", "T.1", "T.2", "T.3"}));
+    EXPECT_EQ(world.registered(*world.state.gDbUser), (QStringList{"T", "U"}));
+    EXPECT_EQ(world.registered(*world.state.gDbTemplate), QStringList{"M"});
+    EXPECT_TRUE(world.state.gDbUser->TableDefs().Contains("U"));
+    EXPECT_TRUE(world.state.gDbTemplate->TableDefs().Contains("M"));
+    EXPECT_TRUE(world.messages.shown.empty());
+}
+
+TEST_F(OtherPrograms, ThatLeaveATableThatIsNoOutlineDoNotHoldUpTheLook) {
+    theyDo([this](jet::Database& db) {
+        db.TableDefs().Append(OutlineWorld::nameTable("V"));
+        world.registerName(db, "V");
+    });
+    theyAdd("T", {"T.3", "三"});
+    world.folder.makeFolder("用户模板/V");
+    EXPECT_TRUE(others.look());
+    EXPECT_FALSE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(world.workbench.TrvTemplate_Us),
+              (QStringList{"T", "T.1", "T.2", "T.3", "U"}));
 }
 
 TEST_F(OtherPrograms, ThatMakeAPlanHaveItListed) {

@@ -9,10 +9,9 @@
 #include "outline/OutlineRows.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/SplitterBar.h"
-#include "platform/error/RunTimeError.h"
-#include "platform/files/WorkSpaceTurn.h"
 
 #include <QAbstractItemModel>
+#include <QEvent>
 #include <QHash>
 #include <QShortcut>
 
@@ -41,6 +40,7 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
                                          parts_.pdf,
                                          parts_.longRun,
                                          parts_.record})),
+      inTurn_(parts.program.modMain, parts.messages, [this] { return edit_->lookAtOthers(); }),
       menus_(*this), TbarBidSet_(new BidEditToolbar(this)) {
     setObjectName(u"frmBidEdit"_s);
     setWindowTitle(u"施工组织方案编辑"_s);
@@ -50,7 +50,7 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
     connectMenus();
     connectToolbar();
     connectTree();
-    connect(PicEdit_, &PicEdit::openRequested, this, [this] { run([this] { openSeen(); }); });
+    connect(PicEdit_, &PicEdit::openRequested, this, [this] { read([this] { openSeen(); }); });
     setTabOrder(TrvEdit_, Image1_);
     applyCommands();
 }
@@ -106,20 +106,24 @@ void frmBidEdit::bind(QAction* action, const Event& event) {
     connect(action, &QAction::triggered, this, [this, event] { run(event); });
 }
 
+void frmBidEdit::bindAtOnce(QAction* action, const Event& event) {
+    connect(action, &QAction::triggered, this, [this, event] { read(event); });
+}
+
 void frmBidEdit::connectMenus() {
     bind(menus_.mnuBidSet, [this] { parts_.showSettings(); });
     bind(menus_.mnuBul, [this] { edit_->mnuBul(); });
     connect(menus_.mnuBuildbid, &QAction::triggered, this, &frmBidEdit::generate);
-    bind(menus_.mnuBrowsebid, [this] { edit_->mnuBrowsebid(); });
-    bind(menus_.mnuBack, [this] {
+    bindAtOnce(menus_.mnuBrowsebid, [this] { edit_->mnuBrowsebid(); });
+    bindAtOnce(menus_.mnuBack, [this] {
         parts_.frame.unloadPlanEditor();
         parts_.frame.showFrmBid();
     });
-    bind(menus_.mnuBidData, [this] { edit_->mnuBidData(); });
+    bindAtOnce(menus_.mnuBidData, [this] { edit_->mnuBidData(); });
     bind(menus_.mnuBidLike, [this] { like(); });
     bind(menus_.mnuOpenDoc, [this] { edit_->mnuOpenDoc(); });
     bind(menus_.mnuCheck, [this] { check(); });
-    bind(menus_.mnuReport, [this] { report(); });
+    bindAtOnce(menus_.mnuReport, [this] { report(); });
     bind(menus_.mnuPdf, [this] { edit_->printPdf(); });
     bind(menus_.mnuDocOpen, [this] { edit_->mnuDocOpen(); });
     bind(menus_.mnuBrowseDoc, [this] { edit_->mnuBrowseDoc(); });
@@ -129,6 +133,9 @@ void frmBidEdit::connectToolbar() {
     const QHash<QString, Event> commands{
         {u"打开类似文档"_s, [this] { like(); }},
         {u"标书设置"_s, [this] { setUp(); }},
+        {u"打开文档"_s, [this] { edit_->mnuDocOpen(); }},
+    };
+    const QHash<QString, Event> atOnce{
         {u"浏览"_s, [this] { edit_->browseAsTemplate(); }},
         {u"返回"_s,
          [this] {
@@ -136,20 +143,24 @@ void frmBidEdit::connectToolbar() {
              parts_.frame.maximizeFrmBid();
          }},
         {u"资料库"_s, [this] { edit_->showBidData(); }},
-        {u"打开文档"_s, [this] { edit_->mnuDocOpen(); }},
     };
-    connect(TbarBidSet_, &BidEditToolbar::buttonClick, this, [this, commands](const QString& key) {
-        if (key == u"生成标书")
-            generate();
-        else
-            runOfToolbar(commands.value(key));
-    });
+    connect(TbarBidSet_, &BidEditToolbar::buttonClick, this,
+            [this, commands, atOnce](const QString& key) {
+                if (key == u"生成标书")
+                    generate();
+                else if (atOnce.contains(key))
+                    read([&] { edit_->runOfToolbar(atOnce.value(key)); });
+                else
+                    runOfToolbar(commands.value(key));
+            });
 }
 
 void frmBidEdit::connectTree() {
     using outline::OutlineView;
-    connect(TrvEdit_, &OutlineView::nodeClick, this,
-            [this] { run([this] { edit_->NodeClick(); }); });
+    connect(TrvEdit_, &OutlineView::nodeClick, this, [this] {
+        read([this] { edit_->NodeClick(); });
+        seeOtherPrograms();
+    });
     connect(TrvEdit_, &OutlineView::dblClick, this, [this] { run([this] { edit_->DblClick(); }); });
     connect(TrvEdit_, &OutlineView::keyDown, this, [this](int code) {
         if (code == OutlineView::keyEnter)
@@ -168,21 +179,29 @@ void frmBidEdit::connectTree() {
     }
 }
 
+void frmBidEdit::read(const Event& event) {
+    if (inTurn_.read(event))
+        applyCommands();
+}
+
 void frmBidEdit::run(const Event& event) {
-    modMain& state = parts_.program.modMain;
-    if (!state.gDbUser)
-        return;
-    const bool hasRun = state.Command.run([&] {
-        try {
-            const files::TurnScope turn(state.Turn.get());
-            event();
-        } catch (const RunTimeError& failure) {
-            parts_.messages.tell(QString::fromStdU16String(failure.description()),
-                                 desktop::Icon::exclamation, u"提示"_s);
-        }
+    const bool hasRun = inTurn_.run([&] {
+        edit_->keepPlanOpen();
+        event();
     });
     if (hasRun)
         applyCommands();
+}
+
+void frmBidEdit::seeOtherPrograms() {
+    if (inTurn_.look())
+        applyCommands();
+}
+
+bool frmBidEdit::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate)
+        seeOtherPrograms();
+    return QWidget::event(event);
 }
 
 void frmBidEdit::runOfToolbar(const Event& event) {
@@ -267,7 +286,7 @@ void frmBidEdit::chooseNode(const QString& key) {
     if (node && node != edit_->TrvEdit.SelectedItem() &&
         !parts_.program.modMain.Command.isRunning()) {
         edit_->TrvEdit.Select(node);
-        run([this] { edit_->NodeClick(); });
+        read([this] { edit_->NodeClick(); });
     }
 }
 
@@ -280,7 +299,7 @@ void frmBidEdit::openSeen() {
 void frmBidEdit::popUp(outline::OutlineNode* node, const QPoint& place) {
     if (node) {
         edit_->TrvEdit.Select(node);
-        run([this] { edit_->NodeClick(); });
+        read([this] { edit_->NodeClick(); });
     }
     menus_.mnuOpen->popup(place);
 }

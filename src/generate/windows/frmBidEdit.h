@@ -6,6 +6,7 @@
 #include "generate/windows/BidEditLayout.h"
 #include "generate/windows/BidEditMenus.h"
 #include "generate/windows/dlgTB.h"
+#include "outline/CommandsInTurn.h"
 #include "platform/desktop/FileDialogs.h"
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
@@ -78,9 +79,10 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
-    using Event = std::function<void()>;
+    using Event = outline::CommandsInTurn::Event;
 
     void buildTree();
     void buildSplitter();
@@ -88,13 +90,14 @@ private:
     void connectToolbar();
     void connectTree();
     void bind(QAction* action, const Event& event);
+    void bindAtOnce(QAction* action, const Event& event);
 
-    // Runs an event of the user's alone: not while another command runs, nor behind the program's
-    // end, and in turn with other programs on the work space. What the logic lets pass is told
-    // here.
+    // The two kinds of events; see CommandsInTurn.
+    void read(const Event& event);
     void run(const Event& event);
     // The same for a command of the toolbar, under its own error routine.
     void runOfToolbar(const Event& event);
+    void seeOtherPrograms();
     void generate();
     void build();
     void setUp();
@@ -111,6 +114,7 @@ private:
     PicEdit* PicEdit_;
     ProgressWindow dlgTB_;
     std::unique_ptr<BidEdit> edit_;
+    outline::CommandsInTurn inTurn_;
     WordSession likeWord_;
     BidEditMenus menus_;
     BidEditLayout layout_;

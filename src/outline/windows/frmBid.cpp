@@ -7,8 +7,8 @@
 #include "outline/windows/EmptyPlanHint.h"
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/SplitterBar.h"
+#include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/WorkbenchToolbar.h"
-#include "platform/error/IgnoringErrors.h"
 
 #include <QEvent>
 #include <QMdiSubWindow>
@@ -52,8 +52,9 @@ frmBid::frmBid(const Parts& parts, QWidget* parent)
     : QWidget(parent), state_(parts.state), workbench_(parts.workbench), services_(parts.services),
       preview_(parts.fraSee.document()), frame_(parts.frame),
       commands_({parts.state, parts.workbench, parts.services, parts.frame, preview_}, *this),
-      others_(parts.state, parts.workbench, parts.services), menus_(*this),
-      TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
+      others_(parts.state, parts.workbench),
+      inTurn_(parts.state, parts.services.messages, [this] { return lookAtOthers(); }),
+      menus_(*this), TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
     setObjectName(u"frmBid"_s);
     setWindowTitle(u"施工组织方案设计"_s);
     setAccessibleName(windowTitle());
@@ -98,7 +99,9 @@ void frmBid::restore(const Shape& shape) {
         TabTemplate_->setCurrentIndex(shape.library);
     }
     if (OutlineNode* node = workbench_.TrvCurrent.find(shape.selected)) {
-        run([&] { workbench_.TrvCurrent.Select(node); });
+        workbench_.TrvCurrent.Select(node);
+        followSelection(state_, workbench_, services_.messages);
+        applyCommands();
         TrvCurrent_->scrollTo(TrvCurrent_->currentIndex());
     }
 }
@@ -146,7 +149,7 @@ void frmBid::buildButtons() {
     connect(cmdEdit_, &QPushButton::clicked, this,
             [this] { run([this] { commands_.cmdEdit(); }); });
     connect(cmdExit_, &QPushButton::clicked, this,
-            [this] { run([this] { commands_.cmdExit(); }); });
+            [this] { read([this] { commands_.cmdExit(); }); });
 }
 
 void frmBid::buildBars() {
@@ -199,7 +202,7 @@ void frmBid::focusInEvent(QFocusEvent* event) {
 
 void frmBid::Load() {
     TabTemplate_->setCurrentIndex(0);
-    run([this] { loadWorkbench(state_, workbench_, services_.messages, services_.splash); });
+    load([this] { loadWorkbench(state_, workbench_, services_.messages, services_.splash); });
     TabTemplate_->setCurrentIndex(0);
     TrvCurrent_->setFocus();
 }
@@ -208,39 +211,45 @@ void frmBid::OpenPlanInfo() {
     run([this] { commands_.OpenPlanInfo(); });
 }
 
-// A name that is being typed is taken over before a command works on its node.
-void frmBid::run(const std::function<void()>& event) {
-    if (!state_.Command.isRunning()) {
-        TrvCurrent_->FinishLabelEdit();
-    }
-    runAlone(event);
-}
-
-// Behind the end of the program there is nothing left to work on.
-void frmBid::runAlone(const std::function<void()>& event) {
-    if (state_.gDbUser && state_.Command.run([&] { runInTurn(event); })) {
-        applyCommands();
-    }
-}
-
-// Logic tells its failures itself; what is left is told here. An event whose node another program
-// may have changed does not come to that: the user sees the change first.
-void frmBid::runInTurn(const std::function<void()>& event) {
-    try {
-        const files::TurnScope turn(state_.Turn.get());
-        if (lookAtOthers()) {
-            services_.messages.tell(
-                u"另一个程序改动了方案或模板，现在显示的是改动后的内容。请再操作一次。"_s,
-                desktop::Icon::information, u"提示"_s);
-            return;
-        }
+// A command may have selected another node.
+CommandsInTurn::Event frmBid::thenFollow(const std::function<void()>& event) {
+    return [this, &event] {
         event();
         if (state_.gDbUser) {
             followSelection(state_, workbench_, services_.messages);
         }
-    } catch (const RunTimeError& failure) {
-        services_.messages.tell(QString::fromStdU16String(failure.description()),
-                                desktop::Icon::exclamation, u"提示"_s);
+    };
+}
+
+void frmBid::read(const std::function<void()>& event) {
+    if (state_.Command.isRunning()) {
+        return;
+    }
+    const CommandsInTurn::Gesture gesture(inTurn_);
+    TrvCurrent_->FinishLabelEdit();
+    if (inTurn_.read(thenFollow(event))) {
+        applyCommands();
+    }
+}
+
+void frmBid::run(const std::function<void()>& event) {
+    if (state_.Command.isRunning()) {
+        return;
+    }
+    const CommandsInTurn::Gesture gesture(inTurn_);
+    TrvCurrent_->FinishLabelEdit();
+    const bool hasRun = inTurn_.run(thenFollow([&] {
+        others_.keepPlanOpen();
+        event();
+    }));
+    if (hasRun) {
+        applyCommands();
+    }
+}
+
+void frmBid::load(const std::function<void()>& event) {
+    if (inTurn_.runWithoutLook(thenFollow(event))) {
+        applyCommands();
     }
 }
 
@@ -253,21 +262,10 @@ bool frmBid::lookAtOthers() {
     return hasChanged;
 }
 
-// Whoever comes back from another program's window finds its changes without being told of them.
 void frmBid::seeOtherPrograms() {
-    if (!state_.gDbUser) {
-        return;
-    }
-    const bool hasRun = state_.Command.run([&] {
-        ignoringErrors([&] {
-            const files::TurnScope turn(state_.Turn.get(), files::TurnScope::Waits::no);
-            if (turn.holds()) {
-                lookAtOthers();
-            }
-        });
-    });
-    if (hasRun) {
+    if (inTurn_.look()) {
         applyCommands();
+        frame_.showStatus(u"另一个程序改动了方案或模板，现在显示的是改动后的内容。"_s);
     }
 }
 

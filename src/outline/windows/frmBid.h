@@ -1,5 +1,6 @@
 #pragma once
 
+#include "outline/CommandsInTurn.h"
 #include "outline/OtherPrograms.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/WorkbenchCommands.h"
@@ -57,7 +58,8 @@ public:
         QString selected; // the key of the selected node of TrvCurrent; empty without one
     };
     Shape shape() const;
-    // Gives it back. A tab or a node that is not there is left out; the node counts as clicked.
+    // Gives it back. A tab or a node that is not there is left out; the node counts as clicked. No
+    // command: it neither waits for a turn nor looks what other programs have done.
     void restore(const Shape& shape);
 
     QSize sizeHint() const override;
@@ -86,15 +88,21 @@ private:
     void connectTrvTemplate();
     void connectTrvTemplate_Us();
     void bind(QAction* action, CommandOfMenu command);
+    void bindAtOnce(QAction* action, CommandOfMenu command);
+    // The two kinds of events; see CommandsInTurn. A name that is being typed is taken over before.
+    void read(const std::function<void()>& event);
     void run(const std::function<void()>& event);
-    void runAlone(const std::function<void()>& event);
-    void runInTurn(const std::function<void()>& event);
+    // For a command that is not to look at what other programs have done.
+    void load(const std::function<void()>& event);
+    CommandsInTurn::Event thenFollow(const std::function<void()>& event);
     void seeOtherPrograms();
     bool lookAtOthers();
 
     void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
     void trvCurrentKeyDown(int code);
+    void trvTemplate_UsNodeClick(OutlineNode* node);
     void rename();
+    void takeName(const QString& name);
     void openSelectedDocument(const OutlineTree& tree);
     void place();
     void removeCloseItem();
@@ -106,6 +114,7 @@ private:
     WorkbenchFrame& frame_;
     WorkbenchCommands commands_;
     OtherPrograms others_;
+    CommandsInTurn inTurn_;
     WorkbenchMenus menus_;
     WorkbenchLayout layout_;
 

@@ -38,11 +38,16 @@ void frmBid::bind(QAction* action, CommandOfMenu command) {
             [this, command] { run([this, command] { (commands_.*command)(); }); });
 }
 
+void frmBid::bindAtOnce(QAction* action, CommandOfMenu command) {
+    connect(action, &QAction::triggered, this,
+            [this, command] { read([this, command] { (commands_.*command)(); }); });
+}
+
 void frmBid::connectMenus() {
     bind(menus_.mnuNew, &WorkbenchCommands::mnuNew);
     bind(menus_.mnuDelete, &WorkbenchCommands::mnuDelete);
     bind(menus_.mnuEdit, &WorkbenchCommands::cmdEdit);
-    bind(menus_.mnuExit, &WorkbenchCommands::mnuExit);
+    bindAtOnce(menus_.mnuExit, &WorkbenchCommands::mnuExit);
     bind(menus_.mnuEQFolder, &WorkbenchCommands::mnuEQFolder);
     bind(menus_.mnuLTFolder, &WorkbenchCommands::mnuLTFolder);
     bind(menus_.mnuEQDoc, &WorkbenchCommands::mnuEQDoc);
@@ -52,12 +57,12 @@ void frmBid::connectMenus() {
     connect(menus_.mnuRename, &QAction::triggered, this, &frmBid::rename);
     bind(menus_.mnuEditDelete, &WorkbenchCommands::mnuEditDelete);
     bind(menus_.mnuSaveTemplate, &WorkbenchCommands::mnuSaveTemplate);
-    bind(menus_.mnuChongDie, &WorkbenchCommands::mnuChongDie);
-    bind(menus_.mnuPingPu, &WorkbenchCommands::mnuPingPu);
-    bind(menus_.mnuContent, &WorkbenchCommands::mnuContent);
-    bind(menus_.mnuIndex, &WorkbenchCommands::mnuIndex);
-    bind(menus_.mnuAbout, &WorkbenchCommands::mnuAbout);
-    bind(menus_.mnuCopy, &WorkbenchCommands::mnuCopy);
+    bindAtOnce(menus_.mnuChongDie, &WorkbenchCommands::mnuChongDie);
+    bindAtOnce(menus_.mnuPingPu, &WorkbenchCommands::mnuPingPu);
+    bindAtOnce(menus_.mnuContent, &WorkbenchCommands::mnuContent);
+    bindAtOnce(menus_.mnuIndex, &WorkbenchCommands::mnuIndex);
+    bindAtOnce(menus_.mnuAbout, &WorkbenchCommands::mnuAbout);
+    bindAtOnce(menus_.mnuCopy, &WorkbenchCommands::mnuCopy);
     bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate);
     bind(menus_.mnuBroTemplate, &WorkbenchCommands::mnuBroTemplate);
 
@@ -75,6 +80,10 @@ void frmBid::connectMenus() {
 }
 
 void frmBid::connectToolbar() {
+    static const QHash<QString, CommandOfMenu> atOnce{
+        {u"复制"_s, &WorkbenchCommands::mnuCopy},
+        {u"退出"_s, &WorkbenchCommands::cmdExit},
+    };
     static const QHash<QString, CommandOfMenu> commands{
         {u"同夹"_s, &WorkbenchCommands::mnuEQFolder},
         {u"下夹"_s, &WorkbenchCommands::mnuLTFolder},
@@ -82,14 +91,14 @@ void frmBid::connectToolbar() {
         {u"下档"_s, &WorkbenchCommands::mnuLTDoc},
         {u"删除"_s, &WorkbenchCommands::mnuEditDelete},
         {u"浏览"_s, &WorkbenchCommands::mnuBrowseDoc},
-        {u"复制"_s, &WorkbenchCommands::mnuCopy},
         {u"粘贴"_s, &WorkbenchCommands::toolbarPaste},
         {u"编辑"_s, &WorkbenchCommands::cmdEdit},
-        {u"退出"_s, &WorkbenchCommands::cmdExit},
     };
     connect(TbarBid_, &WorkbenchToolbar::buttonClick, this, [this](const QString& key) {
         if (const CommandOfMenu command = commands.value(key)) {
             run([this, command] { (commands_.*command)(); });
+        } else if (const CommandOfMenu shown = atOnce.value(key)) {
+            read([this, shown] { (commands_.*shown)(); });
         } else {
             rename();
         }
@@ -99,7 +108,7 @@ void frmBid::connectToolbar() {
 void frmBid::trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place) {
     const bool right = button == Qt::RightButton;
     PopUp popUp = PopUp::none;
-    run([&] {
+    read([&] {
         popUp = TrvCurrentEvents(state_, workbench_, services_, preview_)
                     .MouseDown(right ? MouseButton::right : MouseButton::left, node);
     });
@@ -129,19 +138,24 @@ void frmBid::trvCurrentKeyDown(int code) {
 void frmBid::connectTrvCurrent() {
     connect(TrvCurrent_, &OutlineView::mouseDown, this, &frmBid::trvCurrentMouseDown);
     connect(TrvCurrent_, &OutlineView::keyDown, this, &frmBid::trvCurrentKeyDown);
+    // It ends a movement, so the tree may be filled anew behind it.
     connect(TrvCurrent_, &OutlineView::nodeClick, this, [this](const OutlineNode* node) {
-        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).NodeClick(*node); });
+        read([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).NodeClick(*node); });
+        seeOtherPrograms();
     });
     connect(TrvCurrent_, &OutlineView::click, this, [this] {
-        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).Click(); });
+        read([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).Click(); });
     });
     connect(TrvCurrent_, &OutlineView::dblClick, this, [this] {
         run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).DblClick(); });
     });
 }
 
+// Nothing is changed before the name has been typed.
 void frmBid::rename() {
-    run([this] {
+    TrvCurrent_->FinishLabelEdit();
+    seeOtherPrograms();
+    read([this] {
         if (mnuRename(workbench_, services_.messages)) {
             TrvCurrent_->StartLabelEdit();
         }
@@ -154,16 +168,28 @@ void frmBid::connectRenaming() {
             BeforeLabelEdit(workbench_, *node);
         }
     });
-    connect(currentModel_, &OutlineModel::textEdited, this, [this](const QString& text) {
-        runAlone([&] { AfterLabelEdit(state_, workbench_, services_.messages, text); });
-    });
+    connect(currentModel_, &OutlineModel::textEdited, this, &frmBid::takeName);
+}
+
+void frmBid::takeName(const QString& name) {
+    bool isHandled = false;
+    const bool hasRun = inTurn_.run(thenFollow([&] {
+        isHandled = true;
+        AfterLabelEdit(state_, workbench_, services_.messages, name);
+    }));
+    if (hasRun) {
+        applyCommands();
+    }
+    if (!isHandled) {
+        frame_.showStatus(u"名称“%1”没有改成。"_s.arg(name));
+    }
 }
 
 // A document goes to the word processor by a double click on its preview, and by Ctrl+Enter on its
 // node.
 void frmBid::connectOpening() {
     connect(fraSee_, &PreviewFrame::openRequested, this,
-            [this](const QString& path) { run([&] { frame_.openDocument(path); }); });
+            [this](const QString& path) { read([&] { frame_.openDocument(path); }); });
     const std::pair<QWidget*, OutlineTree*> trees[] = {
         {TrvCurrent_, &workbench_.TrvCurrent}, {TrvTemplate_Us_, &workbench_.TrvTemplate_Us}};
     for (const auto& [view, tree] : trees) {
@@ -187,9 +213,9 @@ void frmBid::connectTrvTemplate() {
         return TrvTemplateEvents(state_, workbench_, services_.messages, preview_);
     };
     connect(TrvTemplate_, &OutlineView::nodeClick, this,
-            [this, events](OutlineNode* node) { run([&] { events().NodeClick(*node); }); });
+            [this, events](OutlineNode* node) { read([&] { events().NodeClick(*node); }); });
     connect(TrvTemplate_, &OutlineView::click, this,
-            [this, events] { run([&] { events().Click(); }); });
+            [this, events] { read([&] { events().Click(); }); });
     connect(TrvTemplate_, &OutlineView::dblClick, this,
             [this, events] { run([&] { events().DblClick(); }); });
     connect(TrvTemplate_, &OutlineView::keyDown, this, [this, events](int code) {
@@ -198,11 +224,11 @@ void frmBid::connectTrvTemplate() {
         }
     });
     connect(TrvTemplate_, &OutlineView::mouseUp, this,
-            [this, events] { run([&] { events().MouseUp(); }); });
+            [this, events] { read([&] { events().MouseUp(); }); });
     connect(TrvTemplate_, &OutlineView::mouseDown, this,
             [this, events](Qt::MouseButton button, OutlineNode* node, const QPoint& place) {
                 bool popUp = false;
-                run([&] {
+                read([&] {
                     popUp = events().MouseDown(
                         button == Qt::RightButton ? MouseButton::right : MouseButton::left, node);
                 });
@@ -216,12 +242,7 @@ void frmBid::connectTrvTemplate_Us() {
     const auto events = [this] {
         return TrvTemplate_UsEvents(state_, workbench_, services_.messages, preview_);
     };
-    connect(TrvTemplate_Us_, &OutlineView::nodeClick, this, [this](OutlineNode* node) {
-        run([&] {
-            clickUserPlan(state_, workbench_, services_.splash, *node);
-            commands_.selectRoot();
-        });
-    });
+    connect(TrvTemplate_Us_, &OutlineView::nodeClick, this, &frmBid::trvTemplate_UsNodeClick);
     connect(TrvTemplate_Us_, &OutlineView::dblClick, this,
             [this, events] { run([&] { events().DblClick(); }); });
     connect(TrvTemplate_Us_, &OutlineView::keyDown, this, [this, events](int code) {
@@ -231,22 +252,38 @@ void frmBid::connectTrvTemplate_Us() {
     });
     connect(TrvTemplate_Us_, &OutlineView::mouseDown, this,
             [this, events](Qt::MouseButton, OutlineNode* node) {
-                run([&] { events().MouseDown(node); });
+                read([&] { events().MouseDown(node); });
             });
+}
+
+// A root opens its plan, which saves the one that was open.
+void frmBid::trvTemplate_UsNodeClick(OutlineNode* node) {
+    const auto click = [&] {
+        clickUserPlan(state_, workbench_, services_.splash, *node);
+        commands_.selectRoot();
+    };
+    const CommandsInTurn::Gesture gesture(inTurn_);
+    bool writes = true;
+    read([&] { writes = opensPlan(state_, *node); });
+    if (writes) {
+        run(click);
+    } else {
+        read(click);
+    }
 }
 
 void frmBid::connectDragging() {
     connect(TrvCurrent_, &OutlineView::oleStartDrag, this,
-            [this] { run([this] { OLEStartDrag(workbench_); }); });
+            [this] { read([this] { OLEStartDrag(workbench_); }); });
     connect(TrvCurrent_, &OutlineView::oleDragOver, this, [this](OutlineNode* node) {
         if (node != workbench_.TrvCurrent.SelectedItem()) {
-            run([&] { OLEDragOver(workbench_, node); });
+            read([&] { OLEDragOver(workbench_, node); });
         }
     });
     connect(TrvCurrent_, &OutlineView::oleDragDrop, this,
             [this](OutlineNode* node) { run([&] { commands_.drop(node); }); });
     connect(TrvCurrent_, &OutlineView::dropTargetGone, this, [this] {
-        run([this] {
+        read([this] {
             workbench_.dragKey.clear(); // or the next drop would count as the end of this drag
             services_.messages.tell(QStringLiteral("拖放到的节点已不存在，请重新拖放。"),
                                     desktop::Icon::information, QStringLiteral("提示"));

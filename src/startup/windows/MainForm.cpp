@@ -26,7 +26,8 @@ const QString panelText = u"卷宗编制管理软件"_s;
 } // namespace
 
 MainForm::MainForm(const Parts& parts)
-    : parts_(parts), area_(new QMdiArea(this)), titleStyle_(new ChildTitleStyle) {
+    : parts_(parts), inTurn_(parts.program.state(), parts.messages, [] { return false; }),
+      area_(new QMdiArea(this)), titleStyle_(new ChildTitleStyle) {
     titleStyle_->setParent(this);
     setObjectName(u"MainForm"_s);
     setWindowTitle(u"卷宗编制系统"_s);
@@ -193,6 +194,12 @@ void MainForm::unload(QMdiSubWindow* child) {
 
 // The active child goes, the workbench among them, which then comes back freshly loaded.
 void MainForm::mnuBuild() {
+    const outline::CommandsInTurn::Gesture gesture(inTurn_);
+    bool hasTurn = false;
+    inTurn_.runWithoutLook([&] { hasTurn = true; });
+    if (!hasTurn) {
+        return;
+    }
     if (QMdiSubWindow* active = area_->activeSubWindow()) {
         unload(active);
     }
@@ -296,14 +303,27 @@ bool MainForm::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
+// A command while it waits for its turn, unless it is the end of one already.
+bool MainForm::endRun() {
+    bool hasEnded = false;
+    const auto exitProgram = [&] { hasEnded = parts_.program.exit(); };
+    if (!parts_.program.state().Command.run(exitProgram)) {
+        exitProgram();
+    }
+    return hasEnded;
+}
+
 void MainForm::closeEvent(QCloseEvent* event) {
     if (isBusy()) {
         event->ignore();
         return;
     }
     finishTyping();
+    if (!endRun()) {
+        event->ignore();
+        return;
+    }
     parts_.leave();
-    parts_.program.exit();
     for (QMdiSubWindow* child : area_->subWindowList()) {
         unload(child);
     }

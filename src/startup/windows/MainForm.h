@@ -1,6 +1,7 @@
 #pragma once
 
 #include "generate/windows/BidEditFrame.h"
+#include "outline/CommandsInTurn.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "platform/desktop/HelpWindow.h"
 #include "platform/desktop/MessageBoxes.h"
@@ -99,9 +100,12 @@ private:
     void help(void (desktop::HelpWindow::*page)(const QString&));
     void openRoster();
     void finishTyping();
+    // False when the user would rather stay than wait for the turn.
+    bool endRun();
     bool isBusy() const;
 
     Parts parts_;
+    outline::CommandsInTurn inTurn_;
     QMdiArea* area_;
     std::array<StatusPanel*, 3> panels_{};
     ChildTitleStyle* titleStyle_;

@@ -1,0 +1,102 @@
+#include "outline/CommandsInTurn.h"
+
+#include "platform/error/IgnoringErrors.h"
+
+#include <utility>
+
+namespace qvnd::outline {
+
+namespace {
+
+const QString hint = QStringLiteral("提示");
+
+} // namespace
+
+CommandsInTurn::CommandsInTurn(modMain& state, desktop::MessageBoxes& messages, Look look)
+    : state_(state), messages_(messages), look_(std::move(look)) {}
+
+CommandsInTurn::Gesture::Gesture(CommandsInTurn& commands)
+    : commands_(commands.inGesture_ ? nullptr : &commands) {
+    if (commands_) {
+        commands_->inGesture_ = true;
+        commands_->isGestureOver_ = false;
+    }
+}
+
+CommandsInTurn::Gesture::~Gesture() {
+    if (commands_) {
+        commands_->inGesture_ = false;
+        commands_->turn_.reset();
+    }
+}
+
+// Behind the end of the program there is nothing left to work on.
+bool CommandsInTurn::runAlone(const Event& event) {
+    return state_.gDbUser && state_.Command.run([&] {
+        try {
+            event();
+        } catch (const RunTimeError& failure) {
+            tell(failure);
+        }
+    });
+}
+
+void CommandsInTurn::tell(const RunTimeError& failure) {
+    messages_.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
+                   hint);
+}
+
+bool CommandsInTurn::read(const Event& event) {
+    return !(inGesture_ && isGestureOver_) && runAlone(event);
+}
+
+bool CommandsInTurn::run(const Event& event) {
+    const Gesture gesture(*this);
+    return runAlone([&] { act(event, true); });
+}
+
+bool CommandsInTurn::runWithoutLook(const Event& event) {
+    const Gesture gesture(*this);
+    return runAlone([&] { act(event, false); });
+}
+
+void CommandsInTurn::act(const Event& event, bool looks) {
+    if (!isGestureOver_ && mayAct(looks)) {
+        event();
+    }
+}
+
+bool CommandsInTurn::mayAct(bool looks) {
+    isGestureOver_ = true;
+    try {
+        if (!turn_) {
+            turn_.emplace(state_.Turn.get());
+        }
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != error::dialogCancelled) {
+            tell(failure);
+        }
+        return false;
+    }
+    if (looks && look_()) {
+        messages_.tell(QStringLiteral("另一个程序改动了方案或模板，现在显示的是改动后的内容。"
+                                      "请再操作一次。"),
+                       desktop::Icon::information, hint);
+        return false;
+    }
+    isGestureOver_ = false;
+    return true;
+}
+
+bool CommandsInTurn::look() {
+    bool hasChanged = false;
+    runAlone([&] {
+        ignoringErrors([&] {
+            const files::TurnScope turn(state_.Turn.get(), files::TurnScope::Waits::no);
+            hasChanged = turn.holds() && look_();
+        });
+    });
+    return hasChanged;
+}
+
+} // namespace qvnd::outline

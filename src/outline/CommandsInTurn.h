@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/error/RunTimeError.h"
+#include "store/modMain.h"
+
+#include <functional>
+#include <optional>
+
+namespace qvnd::outline {
+
+// Runs the events of a window: one at a time, and those that may change something in turn with
+// other programs on the work space. Behind the end of the program none runs any more.
+//
+// Logic tells its failures itself; a RunTimeError that it lets pass is told here.
+class CommandsInTurn {
+public:
+    using Event = std::function<void()>;
+    // Fills what the window shows anew if another program has changed it; true when it did. Errors
+    // of the store pass.
+    using Look = std::function<bool()>;
+
+    // State and boxes outlive the object.
+    CommandsInTurn(modMain& state, desktop::MessageBoxes& messages, Look look);
+
+    // What the user does in one movement, for as long as the object lives: its commands wait for
+    // the turn together, once, and raise one box at most. When the turn has not come, or the user
+    // has been shown what another program changed, the events that are left are not run: they may
+    // mean nodes that are gone.
+    class Gesture {
+    public:
+        explicit Gesture(CommandsInTurn& commands);
+        ~Gesture();
+        Gesture(const Gesture&) = delete;
+        Gesture& operator=(const Gesture&) = delete;
+
+    private:
+        CommandsInTurn* commands_; // null inside another one
+    };
+
+    // An event that only reads, selects or shows: never waits for the turn. False, and nothing run,
+    // while another event runs.
+    bool read(const Event& event);
+    // A command: waits for the turn, and looks. It is not run when that showed something new, as it
+    // was meant for what the user saw before; nor when the user ends the wait. False while another
+    // event runs.
+    bool run(const Event& event);
+    // The same without the look, for a command that reads all anew itself.
+    bool runWithoutLook(const Event& event);
+    // Looks for the user who comes back from another program; not while one of them has the turn.
+    // True when something was filled anew. Failures are left to the next command.
+    bool look();
+
+private:
+    bool runAlone(const Event& event);
+    void act(const Event& event, bool looks);
+    bool mayAct(bool looks);
+    void tell(const RunTimeError& failure);
+
+    modMain& state_;
+    desktop::MessageBoxes& messages_;
+    Look look_;
+    bool inGesture_ = false;
+    bool isGestureOver_ = false;
+    std::optional<files::TurnScope> turn_;
+};
+
+} // namespace qvnd::outline
