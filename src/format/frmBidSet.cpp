@@ -8,8 +8,27 @@ frmBidSet::frmBidSet(modMain& state, const FormatServices& services)
 BidSetForm& frmBidSet::form() {
     if (!form_) {
         form_ = std::make_unique<BidSetForm>(state_, services_);
+        seen_ = state_.gDbBidSet->ForeignChanges();
     }
     return *form_;
+}
+
+bool frmBidSet::isOutdated() const { return form_ && state_.gDbBidSet->ForeignChanges() != seen_; }
+
+void frmBidSet::loadAnew() {
+    const bool isMultLevel = state_.FormatSwitches.gMultLevelOn;
+    const ChildDocumentPage& before = form_->childDocuments;
+    const bool isParagraph = before.Option1_1.value();
+    const QString style = before.cboBianHao.text();
+    const QString indent = before.txtInde.text();
+    Unload();
+    form().headings.chkMultLevel.setChecked(isMultLevel);
+    ChildDocumentPage& page = form().childDocuments;
+    if (isParagraph) {
+        page.Option1_1.select();
+    }
+    page.cboBianHao.setText(style);
+    page.txtInde.setText(indent);
 }
 
 void frmBidSet::Unload() {

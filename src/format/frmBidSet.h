@@ -20,6 +20,13 @@ public:
     bool isLoaded() const { return form_ != nullptr; }
     // The controls; loads the dialog if it is not. They stay valid until Unload.
     BidSetForm& form();
+    // True when another program has changed the tables since the dialog was loaded: its controls
+    // would show what was there before, and write it back. False while it is not loaded. Errors of
+    // the store pass.
+    bool isOutdated() const;
+    // Loads a loaded dialog anew. What stands in no table is kept: the page of child documents, and
+    // whether headings are multi-level. No window may show its controls.
+    void loadAnew();
     // What the close box does: the tables stay as they are, the controls are gone. No window may
     // show them any more.
     void Unload();
@@ -31,6 +38,7 @@ private:
     modMain& state_;
     FormatServices services_;
     std::unique_ptr<BidSetForm> form_;
+    int seen_ = 0; // the changes of Db_BidSet.mdb at the load
 };
 
 } // namespace qvnd::format

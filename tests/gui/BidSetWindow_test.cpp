@@ -193,6 +193,31 @@ struct BidSetDialog : BidSetWindow {
     }
 };
 
+TEST_F(BidSetDialog, ShowsWhatAnotherProgramHasChangedAndKeepsWhatStandsInNoTable) {
+    show([](frmBidSetWindow& shown) { press(shown, "cmdCancel"); });
+    world.form().childDocuments.Option1_1.click();
+    world.form().childDocuments.txtInde.setText("7");
+    world.state.FormatSwitches.gMultLevelOn = true;
+    {
+        jet::DBEngine theirs;
+        const auto settings = theirs.Workspaces(0).OpenDatabase(world.settings().Name());
+        const auto rows = settings->OpenRecordset("Select * from 页面设置表");
+        rows->Edit();
+        rows->Set(u"页边距上", 4.5);
+        rows->Update();
+    }
+    show([](frmBidSetWindow& shown) { press(shown, "cmdCancel"); });
+    EXPECT_EQ(world.form().page.txtPageupdis.text(), "4.5");
+    EXPECT_TRUE(world.form().childDocuments.Option1_1.value());
+    EXPECT_EQ(world.form().childDocuments.txtInde.text(), "7");
+    EXPECT_TRUE(world.form().headings.chkMultLevel.checked());
+    ASSERT_EQ(world.messages.shown.size(), 1U);
+    EXPECT_EQ(world.messages.shown[0].text, "另一个程序改动了格式设置，现在显示的是改动后的内容。"
+                                            "要采用封面库、设置库或自定义页，请重新选取。");
+    show([](frmBidSetWindow& shown) { press(shown, "cmdCancel"); });
+    EXPECT_EQ(world.messages.shown.size(), 1U);
+}
+
 TEST_F(BidSetDialog, IsHiddenByItsButtonsAndKeepsWhatItHolds) {
     for (const char* button : {"cmdDecide", "cmdCancel"}) {
         show([&](frmBidSetWindow& shown) {

@@ -146,6 +146,13 @@ FormatDialog::FormatDialog(modMain& state, frmBidSet& dialog, desktop::MessageBo
 FormatDialog::~FormatDialog() { delete window_.data(); }
 
 void FormatDialog::show(QWidget* parent) {
+    if (dialog_.isOutdated()) {
+        delete window_.data();
+        dialog_.loadAnew();
+        messages_.tell(u"另一个程序改动了格式设置，现在显示的是改动后的内容。"
+                       "要采用封面库、设置库或自定义页，请重新选取。"_s,
+                       desktop::Icon::information, u"提示"_s);
+    }
     if (!window_) {
         window_ = new frmBidSetWindow(state_, dialog_, messages_, parent);
     }

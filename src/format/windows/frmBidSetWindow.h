@@ -49,7 +49,8 @@ private:
 };
 
 // Shows the format dialog modally over `parent`. Between two calls it stays loaded, unless the user
-// closed it by its close box.
+// closed it by its close box. When another program has changed its tables meanwhile, it is loaded
+// anew and the user is told.
 class FormatDialog {
 public:
     // All of it outlives the object.
