@@ -18,4 +18,9 @@ void CommandWait::begin(const QString& reason) {
     longRun_.next(reason + QStringLiteral("\n轮到时自动继续。"));
 }
 
+bool CommandWait::goesOn() {
+    events_.keepPainted();
+    return !longRun_.isCancelled();
+}
+
 } // namespace qvnd::startup

@@ -23,18 +23,20 @@ private:
     desktop::Events& events_;
 };
 
-// A command waits for its turn: a progress says for what, keeps the windows alive, and lets the
-// user cancel. The service outlives the object.
+// A command waits for its turn: the windows stay painted, and soon a progress says for what it
+// waits and lets the user cancel. The services outlive the object.
 class CommandWait : public files::TurnWait {
 public:
-    explicit CommandWait(desktop::LongRun& longRun) : longRun_(longRun) {}
+    CommandWait(desktop::LongRun& longRun, desktop::Events& events)
+        : longRun_(longRun), events_(events) {}
 
     void begin(const QString& reason) override;
-    bool goesOn() override { return !longRun_.isCancelled(); }
+    bool goesOn() override;
     void end() override { longRun_.end(); }
 
 private:
     desktop::LongRun& longRun_;
+    desktop::Events& events_;
 };
 
 } // namespace qvnd::startup

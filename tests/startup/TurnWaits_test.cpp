@@ -26,7 +26,8 @@ TEST(TurnWaits, OfACommandShowAProgressOfUnknownLengthThatCanBeCancelled) {
     FakeLongRun longRun;
     bool cancels = false;
     longRun.cancel = [&cancels] { return cancels; };
-    startup::CommandWait wait(longRun);
+    CountingEvents events;
+    startup::CommandWait wait(longRun, events);
     wait.begin("『甲』正由乙使用。");
     EXPECT_EQ(longRun.shown, (QStringList{"正在等待 0", "『甲』正由乙使用。\n轮到时自动继续。"}));
     EXPECT_TRUE(wait.goesOn());
@@ -34,6 +35,8 @@ TEST(TurnWaits, OfACommandShowAProgressOfUnknownLengthThatCanBeCancelled) {
     EXPECT_FALSE(wait.goesOn());
     wait.end();
     EXPECT_FALSE(longRun.running);
+    EXPECT_EQ(events.painted, 2);
+    EXPECT_EQ(events.served, 0) << "input waits, but for that of the progress";
 }
 
 } // namespace

@@ -38,8 +38,10 @@ public:
             act();
         }
     }
+    void keepPainted() override { ++painted; }
     std::function<void()> whileServed;
     int served = 0;
+    int painted = 0;
 };
 
 struct OutlineRowText {

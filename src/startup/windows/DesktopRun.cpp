@@ -61,7 +61,8 @@ void bringWindowToFront(QWidget& window) {
 
 DesktopRun::DesktopRun(const DesktopServices& services)
     : services_(services), startWait_(services.outline.splash, services.outline.events),
-      commandWait_(services.outline.longRun), program_(services.registry, services.outline, *this),
+      commandWait_(services.outline.longRun, services.outline.events),
+      program_(services.registry, services.outline, *this),
       frmBidSet_(program_.state(),
                  {services.outline.messages, services.inputBoxes, services.outline.fileDialogs,
                   services.fonts, services.shell, services.outline.word}),

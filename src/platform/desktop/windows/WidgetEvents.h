@@ -10,6 +10,9 @@ namespace qvnd::desktop {
 class WidgetEvents : public Events {
 public:
     void doEvents() override { QCoreApplication::processEvents(); }
+    void keepPainted() override {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
 };
 
 } // namespace qvnd::desktop
