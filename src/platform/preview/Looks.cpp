@@ -1,7 +1,7 @@
 #include "platform/preview/Looks.h"
 
-#include "platform/preview/Settings.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,13 +11,6 @@ namespace qvnd::preview {
 namespace {
 
 using namespace word;
-
-constexpr SprmOpcode CFStrike = 0x0837;
-constexpr SprmOpcode CFCaps = 0x083B;
-constexpr SprmOpcode CFDStrike = 0x2A53;
-constexpr SprmOpcode CIss = 0x2A48;
-constexpr SprmOpcode CShd80 = 0x4866;
-constexpr SprmOpcode PShd80 = 0x442D;
 
 constexpr double twipsPerPoint = 20;
 constexpr double ordinarySize = 10.5;
@@ -31,7 +24,7 @@ double indentOf(const ResolvedProperties& look, SprmOpcode inTwips, SprmOpcode i
     if (characters && signedNumberOf(*characters) != 0) {
         return bounded(signedNumberOf(*characters) / 100.0 * ordinarySize);
     }
-    return bounded(pointsOf(look, inTwips));
+    return bounded(signedNumberOf(look, inTwips, 0) / twipsPerPoint);
 }
 
 Alignment alignmentOf(std::uint32_t jc) {
@@ -90,7 +83,7 @@ ParagraphLook paragraphLookOf(const ResolvedProperties& look) {
     const std::uint32_t level = numberOf(look, sprm::POutLvl, levels);
     result.headingLevel = level < levels ? static_cast<int>(level) + 1 : 0;
     result.startsPage = numberOf(look, sprm::PFPageBreakBefore, 0) != 0;
-    if (const auto shading = settingOf(look, PShd80)) {
+    if (const auto shading = settingOf(look, sprm::PShd80)) {
         result.background = colourOfShading(*shading);
     }
     return result;
@@ -113,15 +106,15 @@ TextLook textLookOf(const ResolvedProperties& look) {
     result.bold = look.toggle(sprm::CFBold);
     result.italic = look.toggle(sprm::CFItalic);
     result.underlined = numberOf(look, sprm::CKul, 0) != 0;
-    result.struckOut = look.toggle(CFStrike) || numberOf(look, CFDStrike, 0) != 0;
-    result.capitals = look.toggle(CFCaps);
+    result.struckOut = look.toggle(sprm::CFStrike) || numberOf(look, sprm::CFDStrike, 0) != 0;
+    result.capitals = look.toggle(sprm::CFCaps);
     result.hidden = look.toggle(sprm::CFVanish);
-    const std::uint32_t script = numberOf(look, CIss, 0);
+    const std::uint32_t script = numberOf(look, sprm::CIss, 0);
     result.script = script == 1   ? TextLook::Script::raised
                     : script == 2 ? TextLook::Script::lowered
                                   : TextLook::Script::normal;
     result.colour = textColour(look);
-    if (const auto shading = settingOf(look, CShd80)) {
+    if (const auto shading = settingOf(look, sprm::CShd80)) {
         result.background = colourOfShading(*shading);
     }
     if (const auto marker = colourOfIndex(numberOf(look, sprm::CHighlight, 0))) {

@@ -1,7 +1,7 @@
 #include "platform/preview/RowDefinition.h"
 
-#include "platform/preview/Settings.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
 
@@ -14,16 +14,6 @@ using word::LittleEndianReader;
 using word::SprmOpcode;
 using word::SprmView;
 
-constexpr SprmOpcode TJc90 = 0x5400;
-constexpr SprmOpcode TJc = 0x548A;
-constexpr SprmOpcode TTableBorders80 = 0xD605;
-constexpr SprmOpcode TTableBorders = 0xD613;
-constexpr SprmOpcode TDefTableShd80 = 0xD609;
-constexpr SprmOpcode TDefTableShd = 0xD612;
-constexpr SprmOpcode TVertMerge = 0xD62B;
-constexpr SprmOpcode TVertAlign = 0xD62C;
-constexpr SprmOpcode TDxaGapHalf = 0x9602;
-constexpr SprmOpcode TCellPaddingDefault = 0xD634;
 constexpr int widestPadding = 1000;
 
 constexpr std::size_t mostCells = 64;
@@ -76,15 +66,15 @@ void readCells(ByteView operand, RowDefinition& row) {
 
 void readShading(ByteView shds, RowDefinition& row) {
     for (std::size_t i = 0; i < row.cells.size() && shds.size() >= (i + 1) * shdSize; ++i) {
-        row.cells[i].background = colourOfShading(shds.subspan(i * shdSize, shdSize));
+        row.cells[i].background = word::colourOfShd(shds.subspan(i * shdSize, shdSize));
     }
 }
 
 // Shd80 of two bytes each; the newer spelling, when there is one, comes later.
 void readOldShading(ByteView shds, RowDefinition& row) {
     for (std::size_t i = 0; i < row.cells.size() && shds.size() >= (i + 1) * 2; ++i) {
-        const SprmView entry{0, shds.subspan(i * 2, 2), {}, 0};
-        row.cells[i].background = colourOfShading(entry);
+        row.cells[i].background =
+            word::colourOfShd80(static_cast<unsigned>(shds[2 * i] | (shds[2 * i + 1] << 8)));
     }
 }
 
@@ -135,36 +125,36 @@ void apply(const SprmView& entry, RowDefinition& row) {
     case word::sprm::TDefTable:
         readCells(entry.operand, row);
         break;
-    case TJc90:
-    case TJc:
-        row.alignment = alignmentOf(numberOf(entry));
+    case word::sprm::TJc90:
+    case word::sprm::TJc:
+        row.alignment = alignmentOf(word::numberOf(entry));
         break;
-    case TTableBorders80:
+    case word::sprm::TTableBorders80:
         row.bordered = hasBorders(behindLength(), 4, 1);
         break;
-    case TTableBorders:
+    case word::sprm::TTableBorders:
         row.bordered = hasBorders(behindLength(), 8, 5);
         break;
-    case TDefTableShd80:
+    case word::sprm::TDefTableShd80:
         readOldShading(behindLength(), row);
         break;
-    case TDefTableShd:
+    case word::sprm::TDefTableShd:
         readShading(behindLength(), row);
         break;
-    case TVertMerge:
+    case word::sprm::TVertMerge:
         readVerticalMerge(entry.operand, row);
         break;
-    case TDxaGapHalf:
-        row.padding = std::clamp<int>(signedNumberOf(entry), 0, widestPadding);
+    case word::sprm::TDxaGapHalf:
+        row.padding = std::clamp<int>(word::signedNumberOf(entry), 0, widestPadding);
         break;
-    case TCellPaddingDefault:
+    case word::sprm::TCellPaddingDefault:
         readPadding(entry.operand, row);
         break;
-    case TVertAlign:
+    case word::sprm::TVertAlign:
         readVerticalAlignment(entry.operand, row);
         break;
     case word::sprm::TIstd:
-        row.bordered = row.bordered || numberOf(entry) != tableNormal;
+        row.bordered = row.bordered || word::numberOf(entry) != tableNormal;
         break;
     default:
         break;

@@ -1,11 +1,11 @@
 #include "platform/preview/StoryReading.h"
 
 #include "platform/preview/PictureReading.h"
-#include "platform/preview/Settings.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/formatting/PropertyValues.h"
+#include "platform/word/formatting/ResolvedSection.h"
 #include "platform/word/formatting/Symbols.h"
-#include "platform/word/layout/SectionShape.h"
 
 #include <algorithm>
 
@@ -89,8 +89,9 @@ void StoryReading::sectionEndsAt(word::Cp end) {
     while (isMain() && end >= sectionEnd_ && section_ + 1 < sections.size()) {
         ++section_;
         sectionEnd_ += sections[section_].length;
-        startsPage_ =
-            word::startsPage(context_.document.tables.lists[sections[section_].properties]);
+        const auto section = word::resolvedSectionOf(
+            context_.document.tables.lists[sections[section_].properties], false);
+        startsPage_ = section.start != word::ResolvedSection::Start::continuous;
     }
 }
 
@@ -256,7 +257,7 @@ char16_t StoryReading::symbol(word::PropertyListId properties) const {
 std::optional<std::size_t> StoryReading::pictureAt(word::PropertyListId properties) {
     const auto& tables = context_.document.tables;
     const auto location = word::findSprm(tables.lists[properties], sprm::CPicLocation);
-    const std::uint32_t blob = location ? numberOf(*location) : 0;
+    const std::uint32_t blob = location ? word::numberOf(*location) : 0;
     if (!location || isSet(tables.lists[properties], sprm::CFData) || blob >= tables.blobs.size()) {
         return std::nullopt;
     }

@@ -60,6 +60,7 @@ inline constexpr DopField gutterAtTop{82, 15, 1};
 inline constexpr DopField documentKind{88, 0, 16}; // adt
 inline constexpr DopField kerningPunctuation{90, 0, 1};
 inline constexpr DopField characterSpacing{90, 1, 2}; // iJustification: 1 squeezes punctuation
+inline constexpr DopField noLeading{84, 19, 1};       // fNoExtLeading
 inline constexpr DopField gridOriginX{400, 0, 16};    // drawing grid, twips
 inline constexpr DopField gridOriginY{402, 0, 16};
 inline constexpr DopField gridWidth{404, 0, 16};
@@ -71,6 +72,8 @@ inline constexpr DopField footnoteNumbers{492, 0, 16}; // an NFC
 inline constexpr DopField endnoteNumbers{494, 0, 16};
 // Dop2000
 inline constexpr DopField pixelsPerInch{506, 2, 10};
+inline constexpr DopField addsParagraphSpaces{512, 2, 1}; // else the larger of two counts
+inline constexpr DopField tableLinesOffGrid{512, 3, 1};
 // Dop2002
 inline constexpr DopField formatLive{548, 2, 1};
 inline constexpr DopField showMarkup{548, 12, 1};

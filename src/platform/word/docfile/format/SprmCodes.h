@@ -74,6 +74,10 @@ inline constexpr std::uint16_t CRsidText = 0x6816;
 inline constexpr std::uint16_t CShd = 0xCA71;
 inline constexpr std::uint16_t CShd80 = 0x4866;
 inline constexpr std::uint16_t CWall = 0x2A83;
+inline constexpr std::uint16_t CFDStrike = 0x2A53;
+inline constexpr std::uint16_t CIss = 0x2A48;
+inline constexpr std::uint16_t CDxaSpace = 0x8840;
+inline constexpr std::uint16_t CHpsPos = 0x4845;
 
 // Paragraphs.
 inline constexpr std::uint16_t PIstd = 0x4600;
@@ -152,6 +156,11 @@ inline constexpr std::uint16_t PIpgp = 0x6465;
 inline constexpr std::uint16_t PCnf = 0xC666;
 inline constexpr std::uint16_t PRsid = 0x6467;
 inline constexpr std::uint16_t PIstdListPermute = 0xC669;
+inline constexpr std::uint16_t PDylBefore = 0x4458;
+inline constexpr std::uint16_t PDylAfter = 0x4459;
+inline constexpr std::uint16_t PFDyaBeforeAuto = 0x245B;
+inline constexpr std::uint16_t PFDyaAfterAuto = 0x245C;
+inline constexpr std::uint16_t PFContextualSpacing = 0x246D;
 inline constexpr std::uint16_t PTIstdInfo = 0xC66C;
 
 // Tables.
@@ -162,6 +171,24 @@ inline constexpr std::uint16_t TInsert = 0x7621; // adds columns to a definition
 inline constexpr std::uint16_t TDelete = 0x5622; // takes columns out of it
 inline constexpr std::uint16_t TIstd = 0x563A;
 inline constexpr std::uint16_t TPropRMark = 0xD667;
+inline constexpr std::uint16_t TJc90 = 0x5400;
+inline constexpr std::uint16_t TJc = 0x548A;
+inline constexpr std::uint16_t TDxaGapHalf = 0x9602;
+inline constexpr std::uint16_t TFCantSplit90 = 0x3403;
+inline constexpr std::uint16_t TFCantSplit = 0x3466;
+inline constexpr std::uint16_t TTableHeader = 0x3404;
+inline constexpr std::uint16_t TTableBorders80 = 0xD605;
+inline constexpr std::uint16_t TTableBorders = 0xD613;
+inline constexpr std::uint16_t TDefTableShd80 = 0xD609;
+inline constexpr std::uint16_t TDefTableShd = 0xD612;
+inline constexpr std::uint16_t TDefTableShd2nd = 0xD616;
+inline constexpr std::uint16_t TDefTableShd3rd = 0xD60C;
+inline constexpr std::uint16_t TSetBrc80 = 0xD620;
+inline constexpr std::uint16_t TSetBrc = 0xD62F;
+inline constexpr std::uint16_t TVertMerge = 0xD62B;
+inline constexpr std::uint16_t TVertAlign = 0xD62C;
+inline constexpr std::uint16_t TCellPadding = 0xD632;
+inline constexpr std::uint16_t TCellPaddingDefault = 0xD634;
 
 // Sections.
 inline constexpr std::uint16_t SBkc = 0x3009;
@@ -187,5 +214,13 @@ inline constexpr std::uint16_t SDzaGutter = 0xB025;
 inline constexpr std::uint16_t SOlstAnm80 = 0xD202;
 inline constexpr std::uint16_t SPropRMark90 = 0xD227;
 inline constexpr std::uint16_t SPropRMark = 0xD243;
+inline constexpr std::uint16_t SFEvenlySpaced = 0x3005;
+inline constexpr std::uint16_t SLBetween = 0x3019;
+inline constexpr std::uint16_t SClm = 0x5032;
+inline constexpr std::uint16_t SDyaLinePitch = 0x9031;
+inline constexpr std::uint16_t SDxtCharSpace = 0x7030;
+inline constexpr std::uint16_t STextFlow = 0x5033;
+inline constexpr std::uint16_t SDxaColWidth = 0xF203;
+inline constexpr std::uint16_t SDxaColSpacing = 0xF204;
 
 } // namespace qvnd::word::sprm

@@ -1,16 +1,14 @@
-#include "platform/preview/Settings.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
 #include <array>
 
-namespace qvnd::preview {
+namespace qvnd::word {
 
 namespace {
 
-constexpr double twipsPerPoint = 20;
 constexpr std::size_t shdSize = 10;
 
-// A pattern of a Shd or Shd80 as one colour: its fore colour over its back colour.
 std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
                                            std::optional<std::uint32_t> back, unsigned pattern) {
     constexpr unsigned solid = 1;
@@ -33,19 +31,23 @@ std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
     return mixed;
 }
 
-} // namespace
-
-std::optional<word::SprmView> settingOf(const word::ResolvedProperties& look,
-                                        word::SprmOpcode property) {
-    const word::Bytes* entries = look.find(property);
-    if (entries == nullptr) {
-        return std::nullopt;
-    }
-    const word::ParsedSprms parsed = word::parseSprms(*entries);
-    return parsed.sprms.empty() ? std::nullopt : std::optional(parsed.sprms.back());
+// brcType: 0 no border, 0xFF none either; 3 and 10 to 23 have more than one stroke.
+Border borderOf(unsigned type, unsigned eighths, unsigned space,
+                std::optional<std::uint32_t> colour) {
+    constexpr unsigned none = 0xFF;
+    constexpr int twipsPerPoint = 20;
+    Border border;
+    border.visible = type != 0 && type != none;
+    border.isDouble = type == 3 || (type >= 10 && type <= 23);
+    border.width = std::max(5, static_cast<int>(eighths) * twipsPerPoint / 8);
+    border.space = static_cast<int>(space & 0x1F) * twipsPerPoint;
+    border.colour = colour;
+    return border;
 }
 
-std::uint32_t numberOf(const word::SprmView& entry) {
+} // namespace
+
+std::uint32_t numberOf(const SprmView& entry) {
     std::uint32_t number = 0;
     for (std::size_t i = 0; i < std::min<std::size_t>(entry.operand.size(), 4); ++i) {
         number |= std::uint32_t{entry.operand[i]} << (8 * i);
@@ -53,19 +55,28 @@ std::uint32_t numberOf(const word::SprmView& entry) {
     return number;
 }
 
-std::int16_t signedNumberOf(const word::SprmView& entry) {
+std::int16_t signedNumberOf(const SprmView& entry) {
     return static_cast<std::int16_t>(numberOf(entry));
 }
 
-std::uint32_t numberOf(const word::ResolvedProperties& look, word::SprmOpcode property,
+std::optional<SprmView> settingOf(const ResolvedProperties& look, SprmOpcode property) {
+    const Bytes* entries = look.find(property);
+    if (entries == nullptr) {
+        return std::nullopt;
+    }
+    const ParsedSprms parsed = parseSprms(*entries);
+    return parsed.sprms.empty() ? std::nullopt : std::optional(parsed.sprms.back());
+}
+
+std::uint32_t numberOf(const ResolvedProperties& look, SprmOpcode property,
                        std::uint32_t otherwise) {
     const auto entry = settingOf(look, property);
     return entry ? numberOf(*entry) : otherwise;
 }
 
-double pointsOf(const word::ResolvedProperties& look, word::SprmOpcode property) {
+int signedNumberOf(const ResolvedProperties& look, SprmOpcode property, int otherwise) {
     const auto entry = settingOf(look, property);
-    return entry ? signedNumberOf(*entry) / twipsPerPoint : 0;
+    return entry ? signedNumberOf(*entry) : otherwise;
 }
 
 std::optional<std::uint32_t> colourOfIndex(unsigned ico) {
@@ -82,23 +93,44 @@ std::optional<std::uint32_t> colourOfReference(std::uint32_t colorref) {
     return ((colorref & 0xFF) << 16) | (colorref & 0xFF00) | ((colorref >> 16) & 0xFF);
 }
 
-std::optional<std::uint32_t> colourOfShading(word::ByteView shd) {
+std::optional<std::uint32_t> colourOfShd(ByteView shd) {
     if (shd.size() < shdSize) {
         return std::nullopt;
     }
-    word::LittleEndianReader reader(shd, "Shd");
+    LittleEndianReader reader(shd, "Shd");
     const auto fore = colourOfReference(reader.u32());
     const auto back = colourOfReference(reader.u32());
     return patternColour(fore, back, reader.u16());
 }
 
-std::optional<std::uint32_t> colourOfShading(const word::SprmView& entry) {
-    if (entry.operand.size() > shdSize) {
-        return colourOfShading(entry.operand.subspan(1)); // behind its length
+std::optional<std::uint32_t> colourOfShd80(unsigned shd80) {
+    constexpr unsigned none = 0xFFFF;
+    if (shd80 == none) {
+        return std::nullopt;
     }
-    const std::uint32_t shd80 = numberOf(entry);
     return patternColour(colourOfIndex(shd80 & 0x1F), colourOfIndex((shd80 >> 5) & 0x1F),
                          (shd80 >> 10) & 0x3F);
 }
 
-} // namespace qvnd::preview
+std::optional<std::uint32_t> colourOfShading(const SprmView& entry) {
+    return entry.operand.size() > shdSize ? colourOfShd(entry.operand.subspan(1))
+                                          : colourOfShd80(numberOf(entry) & 0xFFFF);
+}
+
+Border borderOf(ByteView brc) {
+    constexpr std::size_t brc80Size = 4;
+    constexpr std::size_t brcSize = 8;
+    if (brc.size() == brcSize) {
+        LittleEndianReader reader(brc, "Brc");
+        const auto colour = colourOfReference(reader.u32());
+        const unsigned width = reader.u8();
+        const unsigned type = reader.u8();
+        return borderOf(type, width, reader.u8(), colour);
+    }
+    if (brc.size() == brc80Size) {
+        return borderOf(brc[1], brc[0], brc[3], colourOfIndex(brc[2]));
+    }
+    return {};
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,134 @@
+#include "platform/word/formatting/ResolvedParagraph.h"
+
+#include "platform/word/docfile/format/SprmCodes.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr int farthest = 31680; // twips; no distance is longer than the largest paper
+
+int bounded(int twips) { return std::clamp(twips, -farthest, farthest); }
+
+bool isSet(const ResolvedProperties& look, SprmOpcode property, bool otherwise) {
+    return numberOf(look, property, otherwise ? 1 : 0) != 0;
+}
+
+Indent indentOf(const ResolvedProperties& look, SprmOpcode inTwips, SprmOpcode inCharacters) {
+    return {bounded(signedNumberOf(look, inTwips, 0)), signedNumberOf(look, inCharacters, 0)};
+}
+
+LineAlignment alignmentOf(std::uint32_t jc) {
+    constexpr std::array<LineAlignment, 5> alignments{
+        LineAlignment::left, LineAlignment::centre, LineAlignment::right, LineAlignment::justified,
+        LineAlignment::distributed};
+    constexpr std::uint32_t lastOfJustified = 9; // 5 to 9 are ways to stretch Arabic and Thai
+    return jc < alignments.size()  ? alignments.at(jc)
+           : jc <= lastOfJustified ? LineAlignment::justified
+                                   : LineAlignment::left;
+}
+
+// LSPD, [MS-DOC] 2.9.134.
+void readLineSpacing(const ResolvedProperties& look, ResolvedParagraph& format) {
+    constexpr std::uint32_t oneLine = 0x000100F0;
+    constexpr int mostLines = 132 * 240;
+    const std::uint32_t lspd = numberOf(look, sprm::PDyaLine, oneLine);
+    const auto line = static_cast<std::int16_t>(lspd & 0xFFFF);
+    if (line == 0) {
+        return;
+    }
+    if ((lspd >> 16) == 1) {
+        format.line = std::clamp(std::abs(int{line}), 1, mostLines);
+        return;
+    }
+    format.spacing =
+        line < 0 ? ResolvedParagraph::Spacing::exact : ResolvedParagraph::Spacing::atLeast;
+    format.line = std::min(std::abs(int{line}), farthest);
+}
+
+void readSpacing(const ResolvedProperties& look, ResolvedParagraph& format) {
+    const auto distance = [&](SprmOpcode property) {
+        return static_cast<int>(std::min<std::uint32_t>(numberOf(look, property, 0), farthest));
+    };
+    format.before = distance(sprm::PDyaBefore);
+    format.after = distance(sprm::PDyaAfter);
+    format.linesBefore = std::clamp(signedNumberOf(look, sprm::PDylBefore, 0), 0, 13200);
+    format.linesAfter = std::clamp(signedNumberOf(look, sprm::PDylAfter, 0), 0, 13200);
+    format.automaticBefore = isSet(look, sprm::PFDyaBeforeAuto, false);
+    format.automaticAfter = isSet(look, sprm::PFDyaAfterAuto, false);
+    format.contextual = isSet(look, sprm::PFContextualSpacing, false);
+    readLineSpacing(look, format);
+}
+
+// TBD, [MS-DOC] 2.9.301: three bits of alignment, three of leader.
+void readTabStops(const ResolvedProperties& look, ResolvedParagraph& format) {
+    constexpr std::array<char16_t, 6> leaders{0, u'.', u'-', u'_', u'_', u'·'};
+    constexpr unsigned lastKind = 4;
+    for (const auto& [position, tbd] : look.tabStops()) {
+        const unsigned kind = tbd & 7U;
+        const unsigned leader = (tbd >> 3) & 7U;
+        if (kind <= lastKind) {
+            format.tabStops.push_back({position, static_cast<TabStop::Kind>(kind),
+                                       leader < leaders.size() ? leaders.at(leader) : u'\0'});
+        }
+    }
+}
+
+void readFlow(const ResolvedProperties& look, ResolvedParagraph& format) {
+    format.keepsLines = isSet(look, sprm::PFKeep, false);
+    format.keepsWithNext = isSet(look, sprm::PFKeepFollow, false);
+    format.startsPage = isSet(look, sprm::PFPageBreakBefore, false);
+    format.controlsWidows = isSet(look, sprm::PFWidowControl, true);
+    format.snapsToGrid = isSet(look, sprm::PFUsePgsuSettings, true);
+    format.forbidsLineEnds = isSet(look, sprm::PFKinsoku, true);
+    format.breaksWords = !isSet(look, sprm::PFWordWrap, true);
+    format.hangsPunctuation = isSet(look, sprm::PFOverflowPunct, true);
+    format.spacesLatin = isSet(look, sprm::PFAutoSpaceDE, true);
+    format.spacesDigits = isSet(look, sprm::PFAutoSpaceDN, true);
+    for (const SprmOpcode property : {sprm::PDxaAbs, sprm::PDyaAbs, sprm::PDxaWidth}) {
+        format.framed = format.framed || numberOf(look, property, 0) != 0;
+    }
+}
+
+Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
+    constexpr std::size_t brcSize = 8;
+    const auto entry = settingOf(look, property);
+    if (!entry) {
+        return {};
+    }
+    // The newer spelling has its length in front.
+    return borderOf(entry->operand.size() > brcSize ? entry->operand.subspan(1) : entry->operand);
+}
+
+} // namespace
+
+ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look) {
+    constexpr std::uint32_t levels = 9;
+    ResolvedParagraph format;
+    format.alignment = alignmentOf(numberOf(look, sprm::PJc80, 0));
+    format.left = indentOf(look, sprm::PDxaLeft80, sprm::PDcxaLeft);
+    format.right = indentOf(look, sprm::PDxaRight80, sprm::PDcxaRight);
+    format.firstLine = indentOf(look, sprm::PDxaLeft180, sprm::PDcxaLeft1);
+    readSpacing(look, format);
+    readTabStops(look, format);
+    readFlow(look, format);
+    const std::uint32_t level = numberOf(look, sprm::POutLvl, levels);
+    format.outlineLevel = level < levels ? static_cast<int>(level) + 1 : 0;
+    format.list = look.list();
+    format.listLevel = look.listLevel();
+    format.topSide = sideOf(look, sprm::PBrcTop80);
+    format.leftSide = sideOf(look, sprm::PBrcLeft80);
+    format.bottomSide = sideOf(look, sprm::PBrcBottom80);
+    format.rightSide = sideOf(look, sprm::PBrcRight80);
+    format.between = sideOf(look, sprm::PBrcBetween80);
+    if (const auto shading = settingOf(look, sprm::PShd80)) {
+        format.background = colourOfShading(*shading);
+    }
+    return format;
+}
+
+} // namespace qvnd::word

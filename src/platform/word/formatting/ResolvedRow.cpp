@@ -1,0 +1,302 @@
+#include "platform/word/formatting/ResolvedRow.h"
+
+#include "platform/word/docfile/format/SprmCodes.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <utility>
+
+namespace qvnd::word {
+
+namespace {
+
+constexpr std::size_t mostCells = 64;
+constexpr std::size_t shdSize = 10;
+constexpr std::size_t brc80Size = 4;
+constexpr std::size_t brcSize = 8;
+constexpr int widestPadding = 1000;
+
+// Tc80, [MS-DOC] 2.9.313.
+constexpr std::size_t tcSize = 20;
+constexpr unsigned horizontalMask = 0x03;
+constexpr unsigned mergedAcross = 0x02; // 2 and 3: goes on the cell before
+constexpr unsigned verticalMask = 0x60;
+constexpr unsigned mergedDown = 0x20;
+constexpr unsigned alignmentShift = 7;
+
+VerticalAlignment verticalAlignmentOf(unsigned value) {
+    return value == 1   ? VerticalAlignment::centre
+           : value == 2 ? VerticalAlignment::bottom
+                        : VerticalAlignment::top;
+}
+
+// Reads the entries of a row one after the other.
+class RowReader {
+public:
+    explicit RowReader(const DocumentTables& tables) : tables_(tables) {}
+
+    void read(ByteView properties, int depth = 0) {
+        for (const SprmView& entry : parseSprms(properties).sprms) {
+            if (entry.opcode == sprm::TIstd && depth == 0) {
+                readStyle(static_cast<StyleIndex>(numberOf(entry)));
+            }
+        }
+        for (const SprmView& entry : parseSprms(properties).sprms) {
+            readShape(entry);
+            readFlow(entry);
+            readLook(entry);
+        }
+    }
+
+    ResolvedRow finish() {
+        settleBorders();
+        return std::move(row_);
+    }
+
+private:
+    // Base styles first. A circle ends where it closes.
+    void readStyle(StyleIndex style) {
+        constexpr std::size_t deepest = 16;
+        std::vector<const StyleDefinition*> chain;
+        const auto& styles = tables_.styles.styles;
+        while (style < styles.size() && styles[style] && styles[style]->kind == StyleKind::table &&
+               chain.size() < deepest) {
+            chain.push_back(&*styles[style]);
+            style = styles[style]->basedOn;
+        }
+        for (auto layer = chain.rbegin(); layer != chain.rend(); ++layer) {
+            read(tables_.lists[(*layer)->table], 1);
+        }
+    }
+
+    void readShape(const SprmView& entry) {
+        switch (entry.opcode) {
+        case sprm::TDefTable:
+            readCells(entry.operand);
+            break;
+        case sprm::TDxaGapHalf:
+            padding_ = {std::clamp<int>(signedNumberOf(entry), 0, widestPadding),
+                        std::clamp<int>(signedNumberOf(entry), 0, widestPadding)};
+            setPadding();
+            break;
+        case sprm::TCellPaddingDefault:
+            readPadding(entry.operand, true);
+            break;
+        case sprm::TCellPadding:
+            readPadding(entry.operand, false);
+            break;
+        case sprm::TVertMerge:
+            readVerticalMerge(entry.operand);
+            break;
+        case sprm::TVertAlign:
+            forCells(entry.operand, [&](ResolvedCell& cell) {
+                cell.alignment = verticalAlignmentOf(entry.operand.back());
+            });
+            break;
+        default:
+            break;
+        }
+    }
+
+    void readFlow(const SprmView& entry) {
+        switch (entry.opcode) {
+        case sprm::TDyaRowHeight:
+            row_.height = std::abs(int{signedNumberOf(entry)});
+            row_.exactHeight = signedNumberOf(entry) < 0;
+            break;
+        case sprm::TFCantSplit:
+        case sprm::TFCantSplit90:
+            row_.staysWhole = numberOf(entry) != 0;
+            break;
+        case sprm::TTableHeader:
+            row_.isHeading = numberOf(entry) != 0;
+            break;
+        case sprm::TJc:
+        case sprm::TJc90:
+            row_.alignment = numberOf(entry) == 1   ? LineAlignment::centre
+                             : numberOf(entry) == 2 ? LineAlignment::right
+                                                    : LineAlignment::left;
+            break;
+        default:
+            break;
+        }
+    }
+
+    void readLook(const SprmView& entry) {
+        switch (entry.opcode) {
+        case sprm::TTableBorders80:
+            readTableBorders(entry.operand, brc80Size);
+            break;
+        case sprm::TTableBorders:
+            readTableBorders(entry.operand, brcSize);
+            break;
+        case sprm::TSetBrc80:
+        case sprm::TSetBrc:
+            readCellBorders(entry.operand);
+            break;
+        case sprm::TDefTableShd80:
+            forEach(entry.operand.subspan(1), 2, 0, [](ResolvedCell& cell, ByteView shd) {
+                cell.background = colourOfShd80(static_cast<unsigned>(shd[0] | (shd[1] << 8)));
+            });
+            break;
+        case sprm::TDefTableShd:
+            forEach(entry.operand.subspan(1), shdSize, 0, setBackground);
+            break;
+        case sprm::TDefTableShd2nd:
+            forEach(entry.operand.subspan(1), shdSize, 22, setBackground);
+            break;
+        case sprm::TDefTableShd3rd:
+            forEach(entry.operand.subspan(1), shdSize, 44, setBackground);
+            break;
+        default:
+            break;
+        }
+    }
+
+    static void setBackground(ResolvedCell& cell, ByteView shd) {
+        cell.background = colourOfShd(shd);
+    }
+
+    // Calls `set` with each cell from `first` on and its part of an array.
+    template <class Set>
+    void forEach(ByteView parts, std::size_t size, std::size_t first, Set set) {
+        for (std::size_t i = first; i < row_.cells.size() && parts.size() >= size; ++i) {
+            set(row_.cells[i], parts.first(size));
+            parts = parts.subspan(size);
+        }
+    }
+
+    // An operand that begins with its length, the first cell and the one behind the last.
+    template <class Set>
+    void forCells(ByteView operand, Set set) {
+        if (operand.size() < 4) {
+            return;
+        }
+        for (std::size_t i = operand[1]; i < std::min<std::size_t>(operand[2], row_.cells.size());
+             ++i) {
+            set(row_.cells[i]);
+        }
+    }
+
+    // TDefTableOperand, [MS-DOC] 2.9.322: a length of two bytes, the number of cells, their edges,
+    // then what is known of each.
+    void readCells(ByteView operand) {
+        if (operand.size() < 3) {
+            return;
+        }
+        LittleEndianReader reader(operand.subspan(2), "TDefTableOperand");
+        const std::size_t count = reader.u8();
+        if (count == 0 || count > mostCells || reader.remaining() < (count + 1) * 2) {
+            return;
+        }
+        row_.cells.assign(count, {});
+        int edge = reader.i16();
+        for (ResolvedCell& cell : row_.cells) {
+            cell.left = edge;
+            cell.right = edge = std::max<int>(edge, reader.i16());
+        }
+        for (std::size_t i = 0; i < count && reader.remaining() >= tcSize; ++i) {
+            readCell(reader, row_.cells[i]);
+        }
+        setPadding();
+    }
+
+    static void readCell(LittleEndianReader& reader, ResolvedCell& cell) {
+        const unsigned flags = reader.u16();
+        cell.mergedLeft = (flags & horizontalMask) >= mergedAcross;
+        cell.mergedAbove = (flags & verticalMask) == mergedDown;
+        cell.alignment = verticalAlignmentOf((flags >> alignmentShift) & 3U);
+        reader.skip(2); // wWidth
+        for (Border* side : {&cell.topSide, &cell.leftSide, &cell.bottomSide, &cell.rightSide}) {
+            *side = borderOf(reader.view(brc80Size));
+        }
+    }
+
+    void setPadding() {
+        for (ResolvedCell& cell : row_.cells) {
+            cell.leftPadding = padding_.first;
+            cell.rightPadding = padding_.second;
+        }
+    }
+
+    // CSSAOperand, [MS-DOC] 2.9.45: its length, first cell, the one behind the last, sides (top 1,
+    // left 2, bottom 4, right 8), unit (3 is twips), width.
+    void readPadding(ByteView operand, bool everywhere) {
+        constexpr unsigned twips = 3;
+        if (operand.size() < 7 || operand[4] != twips) {
+            return;
+        }
+        const unsigned sides = operand[3];
+        const int width = std::min(operand[5] | (operand[6] << 8), widestPadding);
+        const std::size_t first = everywhere ? 0 : operand[1];
+        const std::size_t end = everywhere ? row_.cells.size() : operand[2];
+        for (std::size_t i = first; i < std::min(end, row_.cells.size()); ++i) {
+            ResolvedCell& cell = row_.cells[i];
+            cell.topPadding = (sides & 1U) != 0 ? width : cell.topPadding;
+            cell.leftPadding = (sides & 2U) != 0 ? width : cell.leftPadding;
+            cell.bottomPadding = (sides & 4U) != 0 ? width : cell.bottomPadding;
+            cell.rightPadding = (sides & 8U) != 0 ? width : cell.rightPadding;
+        }
+    }
+
+    // VertMergeOperand, [MS-DOC] 2.9.339: its length, the cell, 0 none, 1 goes on, 3 starts.
+    void readVerticalMerge(ByteView operand) {
+        if (operand.size() >= 3 && operand[1] < row_.cells.size()) {
+            row_.cells[operand[1]].mergedAbove = operand[2] == 1;
+        }
+    }
+
+    // Top, left, bottom, right, between rows, between columns.
+    void readTableBorders(ByteView operand, std::size_t size) {
+        for (std::size_t i = 0; i < table_.size() && operand.size() >= 1 + (i + 1) * size; ++i) {
+            table_.at(i) = borderOf(operand.subspan(1 + i * size, size));
+        }
+    }
+
+    // TableBrc80Operand and TableBrcOperand: length, cells, sides as for padding, the border.
+    void readCellBorders(ByteView operand) {
+        const std::size_t head = 4;
+        if (operand.size() < head + brc80Size) {
+            return;
+        }
+        const Border border = borderOf(operand.subspan(head));
+        const unsigned sides = operand[3];
+        forCells(operand, [&](ResolvedCell& cell) {
+            cell.topSide = (sides & 1U) != 0 ? border : cell.topSide;
+            cell.leftSide = (sides & 2U) != 0 ? border : cell.leftSide;
+            cell.bottomSide = (sides & 4U) != 0 ? border : cell.bottomSide;
+            cell.rightSide = (sides & 8U) != 0 ? border : cell.rightSide;
+        });
+    }
+
+    // A border of the table stands where the cell has none of its own. Which row is the first or
+    // the last is not known here: the outer borders are those of every row.
+    void settleBorders() {
+        for (std::size_t i = 0; i < row_.cells.size(); ++i) {
+            ResolvedCell& cell = row_.cells[i];
+            const auto settle = [](Border& side, const Border& ofTable) {
+                side = side.visible ? side : ofTable;
+            };
+            settle(cell.topSide, table_[4].visible ? table_[4] : table_[0]);
+            settle(cell.bottomSide, table_[4].visible ? table_[4] : table_[2]);
+            settle(cell.leftSide, i == 0 ? table_[1] : table_[5]);
+            settle(cell.rightSide, i + 1 == row_.cells.size() ? table_[3] : table_[5]);
+        }
+    }
+
+    const DocumentTables& tables_;
+    ResolvedRow row_;
+    std::array<Border, 6> table_{};
+    std::pair<int, int> padding_{108, 108};
+};
+
+} // namespace
+
+ResolvedRow resolvedRowOf(ByteView properties, const DocumentTables& tables) {
+    RowReader reader(tables);
+    reader.read(properties);
+    return reader.finish();
+}
+
+} // namespace qvnd::word

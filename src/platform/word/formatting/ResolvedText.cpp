@@ -1,0 +1,101 @@
+#include "platform/word/formatting/ResolvedText.h"
+
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/formatting/PropertyValues.h"
+
+#include <algorithm>
+
+namespace qvnd::word {
+
+namespace {
+
+std::optional<std::uint32_t> colourOf(const ResolvedProperties& look) {
+    const auto entry = settingOf(look, sprm::CIco);
+    if (!entry) {
+        return std::nullopt;
+    }
+    return entry->opcode == sprm::CIco ? colourOfIndex(numberOf(*entry))
+                                       : colourOfReference(numberOf(*entry));
+}
+
+std::optional<std::uint32_t> backgroundOf(const ResolvedProperties& look) {
+    if (const auto marker = colourOfIndex(numberOf(look, sprm::CHighlight, 0))) {
+        return marker;
+    }
+    const auto shading = settingOf(look, sprm::CShd80);
+    return shading ? colourOfShading(*shading) : std::nullopt;
+}
+
+void readFonts(const ResolvedProperties& look, ResolvedText& format) {
+    const auto font = [&](SprmOpcode property) {
+        return static_cast<std::uint16_t>(numberOf(look, property, 0));
+    };
+    format.latinFont = font(sprm::CRgFtc0);
+    format.eastAsianFont = font(sprm::CRgFtc1);
+    format.otherFont = font(sprm::CRgFtc2);
+    format.eastAsianHint = numberOf(look, sprm::CIdctHint, 0) == 1;
+}
+
+void readMeasures(const ResolvedProperties& look, ResolvedText& format) {
+    constexpr std::uint32_t smallest = 2;
+    constexpr std::uint32_t largest = 3276;
+    constexpr int farthest = 31680; // no distance is longer than the largest paper
+    format.halfPoints =
+        static_cast<int>(std::clamp(numberOf(look, sprm::CHps, 20), smallest, largest));
+    format.spacing = std::clamp(signedNumberOf(look, sprm::CDxaSpace, 0), -farthest, farthest);
+    format.scalePercent =
+        static_cast<int>(std::clamp<std::uint32_t>(numberOf(look, sprm::CCharScale, 100), 1, 600));
+    format.raisedBy = std::clamp(signedNumberOf(look, sprm::CHpsPos, 0), -3168, 3168);
+    const std::uint32_t script = numberOf(look, sprm::CIss, 0);
+    format.script = script == 1   ? ResolvedText::Script::raised
+                    : script == 2 ? ResolvedText::Script::lowered
+                                  : ResolvedText::Script::normal;
+}
+
+void readMeaning(ByteView own, ResolvedText& format) {
+    for (const SprmView& entry : parseSprms(own).sprms) {
+        switch (entry.opcode) {
+        case sprm::CFSpec:
+            format.special = entry.operand[0] == 1;
+            break;
+        case sprm::CFRMarkDel:
+            format.deleted = entry.operand[0] == 1;
+            break;
+        case sprm::CFData:
+        case sprm::CFOle2:
+            format.isData = format.isData || entry.operand[0] == 1;
+            break;
+        case sprm::CPicLocation:
+            format.blob = numberOf(entry);
+            break;
+        case sprm::CSymbol:
+            format.symbol = {static_cast<std::uint16_t>(numberOf(entry)),
+                             static_cast<char16_t>(numberOf(entry) >> 16)};
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+} // namespace
+
+ResolvedText resolvedTextOf(const ResolvedProperties& look, ByteView own) {
+    ResolvedText format;
+    readFonts(look, format);
+    readMeasures(look, format);
+    format.bold = look.toggle(sprm::CFBold);
+    format.italic = look.toggle(sprm::CFItalic);
+    format.underlined = numberOf(look, sprm::CKul, 0) != 0;
+    format.struckOut = look.toggle(sprm::CFStrike) || numberOf(look, sprm::CFDStrike, 0) != 0;
+    format.capitals = look.toggle(sprm::CFCaps);
+    format.smallCapitals = look.toggle(sprm::CFSmallCaps);
+    format.hidden = look.toggle(sprm::CFVanish);
+    format.snapsToGrid = numberOf(look, sprm::CFUsePgsuSettings, 1) != 0;
+    format.colour = colourOf(look);
+    format.background = backgroundOf(look);
+    readMeaning(own, format);
+    return format;
+}
+
+} // namespace qvnd::word

@@ -1,0 +1,221 @@
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/formatting/FormatResolver.h"
+#include "platform/word/formatting/ResolvedSection.h"
+#include "support/ContentBuilder.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using test::ContentBuilder;
+
+// Formatting as it comes out of the styles of a small document.
+class Formats : public testing::Test {
+protected:
+    Bytes& styleList(StyleIndex style, bool ofParagraphs) {
+        lists.emplace_back();
+        pending.push_back({style, ofParagraphs, lists.size() - 1});
+        return lists.back();
+    }
+    FormatResolver& formats() {
+        if (!resolver) {
+            for (const auto& [style, ofParagraphs, list] : pending) {
+                StyleDefinition& definition = *builder.content.tables.styles.styles[style];
+                (ofParagraphs ? definition.paragraph : definition.character) =
+                    builder.content.tables.lists.intern(lists[list]);
+            }
+            resolver.emplace(builder.content.tables);
+        }
+        return *resolver;
+    }
+    const ResolvedText& text(const Bytes& own, StyleIndex style = 0) {
+        return formats().text(style, builder.content.tables.lists.intern(own));
+    }
+    const ResolvedParagraph& paragraph(const Bytes& own, StyleIndex style = 0) {
+        return formats().paragraph(style, builder.content.tables.lists.intern(own));
+    }
+
+    struct Pending {
+        StyleIndex style;
+        bool ofParagraphs;
+        std::size_t list;
+    };
+    ContentBuilder builder;
+    std::deque<Bytes> lists;
+    std::vector<Pending> pending;
+    std::optional<FormatResolver> resolver;
+};
+
+TEST_F(Formats, AToggleOfACharacterMayTurnItsStyleAround) {
+    styleList(1, false) = withSprm8({}, sprm::CFBold, 1);
+    EXPECT_TRUE(text({}, 1).bold);
+    EXPECT_TRUE(text(withSprm8({}, sprm::CFBold, 0x80), 1).bold);
+    EXPECT_FALSE(text(withSprm8({}, sprm::CFBold, 0x81), 1).bold);
+    EXPECT_TRUE(text(withSprm8({}, sprm::CFBold, 0x81), 0).bold);
+}
+
+TEST_F(Formats, FontsAreThoseOfTheScriptsAndOfTheSheetWhereNobodySaysOne) {
+    EXPECT_EQ(text({}).latinFont, 0);
+    EXPECT_EQ(text({}).eastAsianFont, 1);
+    const Bytes own = withSprm16(withSprm8({}, sprm::CIdctHint, 1), sprm::CRgFtc1, 0);
+    EXPECT_EQ(text(own).eastAsianFont, 0);
+    EXPECT_TRUE(text(own).eastAsianHint);
+}
+
+TEST_F(Formats, ColoursByNumberAndByPartsAreOneProperty) {
+    EXPECT_EQ(text({}).colour, std::nullopt);
+    EXPECT_EQ(text(withSprm8({}, sprm::CIco, 6)).colour, 0xFF0000U);
+    EXPECT_EQ(text(withSprm32({}, sprm::CCv, 0x00112233)).colour, 0x332211U);
+    EXPECT_EQ(text(withSprm32({}, sprm::CCv, 0xFF000000)).colour, std::nullopt);
+}
+
+TEST_F(Formats, IndentsInCharactersCountWhereTheyAreGiven) {
+    const Bytes own = withSprm16(withSprm16({}, sprm::PDxaLeft180, 480), sprm::PDcxaLeft1, 200);
+    EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(240), 480);
+    EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(210), 420);
+    EXPECT_DOUBLE_EQ(paragraph(withSprm16({}, sprm::PDxaLeft180, 360)).firstLine.in(210), 360);
+}
+
+TEST_F(Formats, LineSpacingIsAMultipleOrAtLeastOrExact) {
+    const ResolvedParagraph& plain = paragraph({});
+    EXPECT_EQ(plain.spacing, ResolvedParagraph::Spacing::multiple);
+    EXPECT_EQ(plain.line, 240);
+    const ResolvedParagraph& half = paragraph(withSprm32({}, sprm::PDyaLine, 0x00010168));
+    EXPECT_EQ(half.spacing, ResolvedParagraph::Spacing::multiple);
+    EXPECT_EQ(half.line, 360);
+    const ResolvedParagraph& least = paragraph(withSprm32({}, sprm::PDyaLine, 400));
+    EXPECT_EQ(least.spacing, ResolvedParagraph::Spacing::atLeast);
+    EXPECT_EQ(least.line, 400);
+    const ResolvedParagraph& exact =
+        paragraph(withSprm32({}, sprm::PDyaLine, static_cast<std::uint16_t>(-560)));
+    EXPECT_EQ(exact.spacing, ResolvedParagraph::Spacing::exact);
+    EXPECT_EQ(exact.line, 560);
+}
+
+TEST_F(Formats, ABuiltInHeadingIsAtItsLevelWithoutSayingSo) {
+    EXPECT_EQ(paragraph({}, 1).outlineLevel, 1);
+    EXPECT_EQ(paragraph({}, 0).outlineLevel, 0);
+    EXPECT_EQ(paragraph(withSprm8({}, sprm::POutLvl, 2), 0).outlineLevel, 3);
+}
+
+TEST_F(Formats, TabStopsBearTheirKindAndLeader) {
+    // One stop at 8296 twips, to the right, with dots.
+    Bytes own{0x0D, 0xC6, 5, 0, 1, 0x68, 0x20, 0x0A};
+    const ResolvedParagraph& format = paragraph(own);
+    ASSERT_EQ(format.tabStops.size(), 1U);
+    EXPECT_EQ(format.tabStops[0], (TabStop{8296, TabStop::Kind::right, u'.'}));
+}
+
+TEST_F(Formats, ParagraphsControlWidowsUnlessTheySayOtherwise) {
+    EXPECT_TRUE(paragraph({}).controlsWidows);
+    EXPECT_FALSE(paragraph(withSprm8({}, sprm::PFWidowControl, 0)).controlsWidows);
+    EXPECT_TRUE(paragraph(withSprm8({}, sprm::PFKeepFollow, 1)).keepsWithNext);
+    EXPECT_TRUE(paragraph(withSprm8({}, sprm::PFPageBreakBefore, 1)).startsPage);
+}
+
+// A row of two cells, 100 to 1100 to 3100 twips; the second goes on what stands above it.
+Bytes twoCells() {
+    LittleEndianWriter writer;
+    writer.u16(sprm::TDefTable);
+    writer.u16(2 * 20 + 6 + 1 + 1);
+    writer.u8(2);
+    for (const unsigned edge : {100U, 1100U, 3100U}) {
+        writer.u16(edge);
+    }
+    for (const unsigned flags : {0x0080U, 0x0020U}) {
+        writer.u16(flags);
+        writer.u16(0);
+        for (int side = 0; side < 4; ++side) {
+            writer.u32(0x00010104); // half a point, single, black
+        }
+    }
+    return writer.take();
+}
+
+TEST_F(Formats, ARowTellsItsCellsWithEdgesBordersAndMerges) {
+    const ResolvedRow row = resolvedRowOf(twoCells(), builder.content.tables);
+    ASSERT_EQ(row.cells.size(), 2U);
+    EXPECT_EQ(row.cells[0].left, 100);
+    EXPECT_EQ(row.cells[0].right, 1100);
+    EXPECT_EQ(row.cells[1].right, 3100);
+    EXPECT_FALSE(row.cells[0].mergedAbove);
+    EXPECT_TRUE(row.cells[1].mergedAbove);
+    EXPECT_EQ(row.cells[0].alignment, VerticalAlignment::centre);
+    EXPECT_TRUE(row.cells[0].topSide.visible);
+    EXPECT_EQ(row.cells[0].topSide.width, 10);
+    EXPECT_EQ(row.cells[0].topSide.colour, 0x000000U);
+}
+
+TEST_F(Formats, ARowTellsItsHeightAndWhetherItMayBeParted) {
+    Bytes list = twoCells();
+    list = withSprm16(list, sprm::TDyaRowHeight, static_cast<std::uint16_t>(-500));
+    list = withSprm8(list, sprm::TFCantSplit, 1);
+    list = withSprm8(list, sprm::TTableHeader, 1);
+    const ResolvedRow row = resolvedRowOf(list, builder.content.tables);
+    EXPECT_EQ(row.height, 500);
+    EXPECT_TRUE(row.exactHeight);
+    EXPECT_TRUE(row.staysWhole);
+    EXPECT_TRUE(row.isHeading);
+}
+
+TEST_F(Formats, ADamagedRowDefinitionGivesNoCells) {
+    Bytes list{0x08, 0xD6, 3, 0, 200, 0};
+    EXPECT_TRUE(resolvedRowOf(list, builder.content.tables).cells.empty());
+}
+
+TEST(ResolvedSections, ColumnsShareTheRoomBetweenTheMargins) {
+    Bytes list = withSprm16({}, sprm::SXaPage, 11906);
+    list = withSprm16(list, sprm::SDxaLeft, 1800);
+    list = withSprm16(list, sprm::SDxaRight, 1800);
+    list = withSprm16(list, sprm::SCcolumns, 1);
+    list = withSprm16(list, sprm::SDxaColumns, 306);
+    const ResolvedSection format = resolvedSectionOf(list, false);
+    ASSERT_EQ(format.columns.size(), 2U);
+    EXPECT_EQ(format.columns[0].width, 4000);
+    EXPECT_EQ(format.columns[1].left, 4306);
+}
+
+TEST(ResolvedSections, ANegativeMarginStaysWhereItIs) {
+    const Bytes list = withSprm16({}, sprm::SDyaTop, static_cast<std::uint16_t>(-1440));
+    const ResolvedSection format = resolvedSectionOf(list, false);
+    EXPECT_EQ(format.paper.top, 1440);
+    EXPECT_TRUE(format.topIsFixed);
+    EXPECT_FALSE(format.bottomIsFixed);
+}
+
+TEST(ResolvedSections, MarginsWiderThanThePaperLeaveRoomForText) {
+    Bytes list = withSprm16({}, sprm::SXaPage, 1000);
+    list = withSprm16(list, sprm::SDxaLeft, 30000);
+    const ResolvedSection format = resolvedSectionOf(list, false);
+    EXPECT_GE(format.paper.textWidth(), 720);
+    EXPECT_GE(format.columns[0].width, 720);
+}
+
+TEST(ResolvedSections, TheGridTellsItsPitchAndWhatItAddsToCharacters) {
+    Bytes list = withSprm16({}, sprm::SClm, 2);
+    list = withSprm16(list, sprm::SDyaLinePitch, 312);
+    const ResolvedSection format = resolvedSectionOf(list, false);
+    EXPECT_EQ(format.grid, GridKind::lines);
+    EXPECT_EQ(format.linePitch, 312);
+}
+
+TEST(Borders, OldAndNewSpellingsComeToTheSame) {
+    const Bytes old{8, 1, 6, 2};
+    const Bytes now{0xFF, 0, 0, 0, 8, 1, 2, 0};
+    EXPECT_EQ(borderOf(old), borderOf(now));
+    EXPECT_EQ(borderOf(old).width, 20);
+    EXPECT_EQ(borderOf(old).space, 40);
+    EXPECT_FALSE(borderOf(Bytes{0, 0, 0, 0}).visible);
+    EXPECT_FALSE(borderOf(Bytes{0xFF, 0xFF, 0xFF, 0xFF}).visible);
+}
+
+TEST(Shadings, APatternIsMixedOfItsTwoColours) {
+    EXPECT_EQ(colourOfShd80(0xFFFF), std::nullopt);
+    EXPECT_EQ(colourOfShd80(0), std::nullopt);
+    EXPECT_EQ(colourOfShd80(8U << 5), 0xFFFFFFU);         // white behind
+    EXPECT_EQ(colourOfShd80((1U << 10) | 6U), 0xFF0000U); // solid red
+}
+
+} // namespace
+} // namespace qvnd::word
