@@ -1,0 +1,404 @@
+#include "platform/word/layout/DocumentLayout.h"
+
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/formatting/NumberForms.h"
+#include "platform/word/formatting/ResolvedSection.h"
+#include "platform/word/layout/ColumnFlow.h"
+#include "platform/word/layout/HeaderStrips.h"
+#include "platform/word/layout/NoteStrips.h"
+
+#include <algorithm>
+#include <deque>
+
+namespace qvnd::layout {
+
+namespace {
+
+using word::ResolvedSection;
+
+constexpr double separatorHeight = 200; // of the line above footnotes, twips
+constexpr double separatorLength = 2880;
+constexpr double leastBody = 720; // that headers and footers leave
+
+} // namespace
+
+class DocumentLayout::Work {
+public:
+    Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
+        : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
+          headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteHeight()) {
+        const bool onTop = word::gutterOnTop(source_.settings);
+        word::Cp at = 0;
+        for (const word::SectionRun& section : source_.sections) {
+            sections_.push_back(
+                word::resolvedSectionOf(source_.tables->lists[section.properties], onTop));
+            at += section.length;
+            sectionEnds_.push_back(at);
+        }
+        if (sections_.empty()) {
+            sections_.push_back(word::resolvedSectionOf({}, onTop));
+            sectionEnds_.push_back(source_.main->size());
+        }
+        beginPage();
+    }
+
+    std::optional<Page> nextPage() {
+        while (finished_.empty() && !done_) {
+            step();
+        }
+        if (finished_.empty()) {
+            return std::nullopt;
+        }
+        Page page = std::move(finished_.front());
+        finished_.pop_front();
+        return page;
+    }
+
+    bool showsPageCount() const { return headers_.showsPageCount(); }
+    const std::vector<LinePlace>& lines() const { return lines_; }
+
+private:
+    const ResolvedSection& section() const { return sections_[section_]; }
+
+    bool addsSpaces() const {
+        constexpr std::size_t knownFrom = 516; // settings of Word 97 do not say it
+        return source_.settings.size() < knownFrom ||
+               word::readDop(source_.settings, word::dop::addsParagraphSpaces) != 0;
+    }
+
+    ColumnFlow::NoteHeight noteHeight() {
+        return [this](std::uint32_t note, bool first) {
+            return heightOf(notes_.strips(note, pageSetting()), addsSpaces()) +
+                   (first ? separatorHeight : 0);
+        };
+    }
+
+    LineSetting settingOf(double width) const {
+        LineSetting setting;
+        setting.width = width;
+        setting.options = options_;
+        const auto tab = word::readDop(source_.settings, word::dop::defaultTab);
+        setting.defaultTab = tab > 0 ? tab : setting.defaultTab;
+        setting.hasLeading = word::readDop(source_.settings, word::dop::noLeading) == 0;
+        setting.compressesPunctuation =
+            word::readDop(source_.settings, word::dop::characterSpacing) != 0;
+        setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;
+        return setting;
+    }
+    LineSetting columnSetting() const {
+        LineSetting setting = settingOf(section().columns[column_].width);
+        setting.grid = gridOf(section());
+        return setting;
+    }
+    // Headers, footers and notes keep to no grid.
+    LineSetting pageSetting() const { return settingOf(section().paper.textWidth()); }
+
+    // One block, or the end.
+    void step() {
+        if (!pending_.empty()) {
+            Strip strip = std::move(pending_.front());
+            pending_.pop_front();
+            feed(std::move(strip));
+            return;
+        }
+        if (block_ == body_.blocks().size()) {
+            finish();
+            return;
+        }
+        const Block& block = body_.blocks()[block_++];
+        const word::Cp start = body_.startOf(block);
+        while (section_ + 1 < sections_.size() && start >= sectionEnds_[section_]) {
+            enterSection();
+        }
+        body_.setPage({page_.numberText, options_.totalPages}, addsSpaces());
+        Strips strips = body_.compose(block, columnSetting());
+        attachBoxes(strips);
+        std::move(strips.begin(), strips.end(), std::back_inserter(pending_));
+    }
+
+    // Text boxes are set at their anchors' lines.
+    void attachBoxes(Strips& strips) {
+        for (const word::Cp anchor : body_.takeAnchors()) {
+            const auto [first, last] = std::equal_range(
+                source_.textBoxes.begin(), source_.textBoxes.end(), anchor, AnchorOrder{});
+            for (auto box = first; box != last && !strips.empty(); ++box) {
+                auto strip = std::find_if(strips.rbegin(), strips.rend(),
+                                          [&](const Strip& s) { return s.at <= anchor; });
+                strip = strip == strips.rend() ? std::prev(strip) : strip;
+                if (box->spot) {
+                    strip->boxes.push_back({*box->spot, layerOf(*box)});
+                }
+            }
+        }
+    }
+
+    struct AnchorOrder {
+        bool operator()(const word::TextBox& box, word::Cp at) const { return box.at < at; }
+        bool operator()(word::Cp at, const word::TextBox& box) const { return at < box.at; }
+    };
+
+    Layer layerOf(const word::TextBox& box) {
+        constexpr double padding = 144; // left and right within a text box, twips
+        constexpr double paddingAbove = 72;
+        LineSetting setting = settingOf(std::max(200.0, box.spot->width - 2 * padding));
+        Layer layer;
+        double y = paddingAbove;
+        for (const Strip& strip : BlockComposer(shared_, box.text).composeAll(setting)) {
+            layer.append(strip.layer, padding, y + strip.before);
+            y += strip.before + strip.height + strip.after;
+        }
+        return layer;
+    }
+
+    void feed(Strip strip) {
+        if (strip.startsPage && !isPageEmpty()) {
+            newPage();
+        }
+        const bool endsPage = strip.endsPage;
+        const bool endsColumn = strip.endsColumn;
+        Strips overflow;
+        if (!flow_.add(std::move(strip), overflow)) {
+            pending_.insert(pending_.begin(), std::make_move_iterator(overflow.begin()),
+                            std::make_move_iterator(overflow.end()));
+            goesOn_ = true;
+            nextColumn();
+        } else if (endsPage) {
+            newPage();
+        } else if (endsColumn) {
+            nextColumn();
+        }
+    }
+
+    bool isPageEmpty() const { return flow_.isEmpty() && column_ == 0 && regionTop_ == bodyTop_; }
+
+    void nextColumn() {
+        if (column_ + 1 < section().columns.size()) {
+            flushColumn();
+            ++column_;
+            beginColumn();
+        } else {
+            newPage();
+        }
+    }
+
+    void newPage() {
+        flushColumn();
+        finishPage();
+        beginPage();
+    }
+
+    void enterSection() {
+        const ResolvedSection before = section();
+        ++section_;
+        firstOfSection_ = true;
+        const ResolvedSection& now = section();
+        const bool sameSheet = now.start == ResolvedSection::Start::continuous &&
+                               now.paper.width == before.paper.width &&
+                               now.paper.height == before.paper.height;
+        if (sameSheet && !isPageEmpty()) {
+            flushColumn();
+            regionTop_ += regionUsed_;
+            column_ = 0;
+            regionUsed_ = 0;
+            beginColumn();
+            return;
+        }
+        if (isPageEmpty()) {
+            openPage(); // nothing stands on it yet: it becomes a page of this section
+            return;
+        }
+        newPage();
+    }
+
+    void beginPage() {
+        ++page_.sheet;
+        number_ = page_.sheet == 0 ? 1 : number_ + 1;
+        openPage();
+        skipForParity();
+    }
+
+    // A section that begins on an even or odd page leaves one empty before it where need be.
+    void skipForParity() {
+        const bool wantsEven = section().start == ResolvedSection::Start::evenPage;
+        const bool wantsOdd = section().start == ResolvedSection::Start::oddPage;
+        const bool isOdd = number_ % 2 != 0;
+        if (isFirstOfSection_ && ((wantsEven && isOdd) || (wantsOdd && !isOdd))) {
+            Page empty = page_;
+            empty.layer = {};
+            finished_.push_back(std::move(empty));
+            ++page_.sheet;
+            number_ += section().restartsNumbers ? 0 : 1;
+            page_.layer = {};
+            layHeaders();
+        }
+    }
+
+    void openPage() {
+        if (firstOfSection_) {
+            isFirstOfSection_ = true;
+            firstOfSection_ = false;
+            number_ = section().restartsNumbers ? section().firstNumber : number_;
+        } else {
+            isFirstOfSection_ = false;
+        }
+        page_.layer = {};
+        page_.width = section().paper.width;
+        page_.height = section().paper.height;
+        layHeaders();
+        regionTop_ = bodyTop_;
+        regionUsed_ = 0;
+        column_ = 0;
+        pageNotes_.clear();
+        notesHeight_ = 0;
+        beginColumn();
+    }
+
+    void layHeaders() {
+        page_.number = number_;
+        page_.numberText = word::numberInForm(number_, section().numberForm);
+        HeaderStrips::Of of;
+        of.section = section_;
+        of.firstPage = section().hasTitlePage && isFirstOfSection_;
+        of.evenPage = number_ % 2 == 0;
+        const PageFields fields{page_.numberText, options_.totalPages};
+        const word::SectionPaper& paper = section().paper;
+        const auto header = headers_.header(of, fields, pageSetting());
+        const auto footer = headers_.footer(of, fields, pageSetting());
+        page_.layer.append(header.layer, paper.left, section().headerTop);
+        const double footerTop = paper.height - section().footerBottom - footer.height;
+        page_.layer.append(footer.layer, paper.left, footerTop);
+        bodyTop_ = paper.top;
+        bodyBottom_ = paper.height - paper.bottom;
+        if (!section().topIsFixed && header.height > 0) {
+            bodyTop_ = std::max<double>(bodyTop_, section().headerTop + header.height);
+        }
+        if (!section().bottomIsFixed && footer.height > 0) {
+            bodyBottom_ = std::min(bodyBottom_, footerTop);
+        }
+        bodyBottom_ = std::max(bodyBottom_, bodyTop_ + leastBody);
+    }
+
+    void beginColumn() {
+        flow_.begin(bodyBottom_ - regionTop_, goesOn_, notesHeight_);
+        goesOn_ = false;
+    }
+
+    void flushColumn() {
+        const double x = section().paper.left + section().columns[column_].left;
+        for (const FlowedStrip& flowed : flow_.strips()) {
+            const double y = regionTop_ + flowed.y;
+            page_.layer.append(flowed.strip.layer, x, y);
+            for (const AnchoredBox& box : flowed.strip.boxes) {
+                placeBox(box, x, y);
+            }
+            const bool ascends = lines_.empty() || lines_.back().at <= flowed.strip.at;
+            if (ascends) {
+                lines_.push_back({flowed.strip.at, page_.sheet, number_});
+            }
+        }
+        regionUsed_ = std::max(regionUsed_, flow_.used());
+        pageNotes_.insert(pageNotes_.end(), flow_.notes().begin(), flow_.notes().end());
+        notesHeight_ = flow_.notesHeight();
+        flow_.begin(0, false, notesHeight_);
+    }
+
+    void placeBox(const AnchoredBox& box, double columnLeft, double stripTop) {
+        using Spot = word::FrameSpot;
+        const word::SectionPaper& paper = section().paper;
+        const double x = box.spot.across == Spot::Across::fromPage     ? 0
+                         : box.spot.across == Spot::Across::fromMargin ? paper.left
+                                                                       : columnLeft;
+        const double y = box.spot.down == Spot::Down::fromPage     ? 0
+                         : box.spot.down == Spot::Down::fromMargin ? paper.top
+                                                                   : stripTop;
+        page_.layer.append(box.layer, x + box.spot.left, y + box.spot.top);
+    }
+
+    void finishPage() {
+        placeNotes();
+        finished_.push_back(std::move(page_));
+        Page next;
+        next.sheet = finished_.back().sheet;
+        page_ = std::move(next);
+    }
+
+    void placeNotes() {
+        if (pageNotes_.empty()) {
+            return;
+        }
+        const double x = section().paper.left;
+        double y = bodyBottom_ - notesHeight_ + separatorHeight;
+        const double rule = y - separatorHeight / 2;
+        page_.layer.rules.push_back({x, rule, x + separatorLength, rule, 10, false, {}});
+        for (const std::uint32_t note : pageNotes_) {
+            for (const Strip& strip : notes_.strips(note, pageSetting())) {
+                page_.layer.append(strip.layer, x, y + strip.before);
+                y += strip.before + strip.height + strip.after;
+            }
+        }
+    }
+
+    // Endnotes stand behind the text.
+    void finish() {
+        if (!endnotesFed_) {
+            endnotesFed_ = true;
+            for (const std::uint32_t note : notes_.endnotes()) {
+                const Strips& strips = notes_.strips(note, columnSetting());
+                pending_.insert(pending_.end(), strips.begin(), strips.end());
+            }
+            if (!pending_.empty()) {
+                return;
+            }
+        }
+        flushColumn();
+        finishPage();
+        done_ = true;
+    }
+
+    LayoutSource source_;
+    LayoutOptions options_;
+    StoryReader::Shared shared_;
+    NoteStrips notes_;
+    HeaderStrips headers_;
+    BlockComposer body_;
+    ColumnFlow flow_;
+    std::vector<ResolvedSection> sections_;
+    std::vector<word::Cp> sectionEnds_;
+    std::size_t section_ = 0;
+    bool firstOfSection_ = true;    // the next page is
+    bool isFirstOfSection_ = false; // this page is
+    std::size_t block_ = 0;
+    std::deque<Strip> pending_;
+    std::deque<Page> finished_;
+    std::vector<LinePlace> lines_;
+    Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
+    int number_ = 1;
+    double bodyTop_ = 0;
+    double bodyBottom_ = 0;
+    double regionTop_ = 0;  // of the columns being filled
+    double regionUsed_ = 0; // by the highest of them
+    std::size_t column_ = 0;
+    bool goesOn_ = false; // the next column, with what did not fit into this one
+    std::vector<std::uint32_t> pageNotes_;
+    double notesHeight_ = 0;
+    bool endnotesFed_ = false;
+    bool done_ = false;
+};
+
+DocumentLayout::DocumentLayout(const LayoutSource& source, FontMetrics& fonts,
+                               const LayoutOptions& options)
+    : work_(std::make_unique<Work>(source, fonts, options)) {}
+
+DocumentLayout::~DocumentLayout() = default;
+
+std::optional<Page> DocumentLayout::nextPage() { return work_->nextPage(); }
+bool DocumentLayout::showsPageCount() const { return work_->showsPageCount(); }
+const std::vector<LinePlace>& DocumentLayout::lines() const { return work_->lines(); }
+
+LayoutSource sourceOf(const word::DocumentData& document) {
+    return {&document.tables, &document.main,     document.sections,
+            document.headers, document.textBoxes, document.floatingPictures,
+            document.settings};
+}
+
+} // namespace qvnd::layout

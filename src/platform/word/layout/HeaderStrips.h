@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/word/layout/BlockComposer.h"
+
+#include <map>
+#include <memory>
+
+namespace qvnd::layout {
+
+// Headers and footers as each page shows them.
+class HeaderStrips {
+public:
+    // A page: which section, and what kind of header it has.
+    struct Of {
+        std::size_t section = 0;
+        bool firstPage = false; // has those of a title page
+        bool evenPage = false;
+    };
+    // From the upper left corner of the header or footer.
+    struct Set {
+        Layer layer;
+        double height = 0;
+    };
+
+    explicit HeaderStrips(StoryReader::Shared& shared);
+
+    Set header(const Of& page, const PageFields& fields, const LineSetting& setting);
+    Set footer(const Of& page, const PageFields& fields, const LineSetting& setting);
+    // Whether one of them has shown how many pages there are.
+    bool showsPageCount() const { return showsPageCount_; }
+
+private:
+    Set set(const Of& page, word::HeaderKind first, word::HeaderKind even, word::HeaderKind odd,
+            const PageFields& fields, const LineSetting& setting);
+    const word::Story* story(std::size_t section, word::HeaderKind kind) const;
+
+    StoryReader::Shared& shared_;
+    bool facingPages_;
+    bool showsPageCount_ = false;
+    std::map<const word::Story*, std::unique_ptr<BlockComposer>> composers_;
+};
+
+} // namespace qvnd::layout

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/word/docfile/document/DocumentData.h"
+
+#include <span>
+
+namespace qvnd::layout {
+
+// The document that is laid out. What it points to must outlive the layout.
+struct LayoutSource {
+    const word::DocumentTables* tables = nullptr;
+    const word::Story* main = nullptr;
+    std::span<const word::SectionRun> sections;
+    std::span<const word::HeaderSet> headers; // by section
+    std::span<const word::TextBox> textBoxes; // ascending by anchor
+    std::span<const word::FloatingPicture> floatingPictures;
+    word::ByteView settings; // the Dop
+};
+
+LayoutSource sourceOf(const word::DocumentData& document);
+
+// How a word processor sets text where the document leaves it open.
+struct LayoutOptions {
+    // Room between Chinese and Latin text, in parts of the font size.
+    double latinGap = 0.25;
+    // Whether the mark of a paragraph that holds text counts for the height of its line.
+    bool marksCount = true;
+    int totalPages = 1; // what NUMPAGES shows
+};
+
+} // namespace qvnd::layout

@@ -1,0 +1,43 @@
+#include "platform/word/layout/NoteStrips.h"
+
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/formatting/NumberForms.h"
+
+#include <algorithm>
+
+namespace qvnd::layout {
+
+NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
+    const LayoutSource& source = shared.source;
+    shared.noteMarks.assign(source.tables->notes.size(), {});
+    const auto first = [&](word::DopField field) {
+        return std::max(1, static_cast<int>(word::readDop(source.settings, field)));
+    };
+    int footnote = first(word::dop::firstFootnote);
+    int endnote = first(word::dop::firstEndnote);
+    for (const word::Anchor& anchor : source.main->anchors) {
+        if (!namesNote(anchor) || anchor.index >= shared.noteMarks.size()) {
+            continue;
+        }
+        const bool atFoot = anchor.kind == word::AnchorKind::footnote;
+        if (!atFoot) {
+            endnotes_.push_back(anchor.index);
+        }
+        if (source.tables->notes[anchor.index].automatic) {
+            const auto form = atFoot ? word::dop::footnoteNumbers : word::dop::endnoteNumbers;
+            shared.noteMarks[anchor.index] = word::numberInForm(
+                atFoot ? footnote++ : endnote++, word::readDop(source.settings, form));
+        }
+    }
+}
+
+const Strips& NoteStrips::strips(std::uint32_t note, const LineSetting& setting) {
+    const auto [known, isNew] = composed_.try_emplace({note, static_cast<int>(setting.width)});
+    const auto& notes = shared_.source.tables->notes;
+    if (isNew && note < notes.size() && notes[note].text) {
+        known->second = BlockComposer(shared_, *notes[note].text, note).composeAll(setting);
+    }
+    return known->second;
+}
+
+} // namespace qvnd::layout

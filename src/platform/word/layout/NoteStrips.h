@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/word/layout/BlockComposer.h"
+
+#include <map>
+#include <memory>
+
+namespace qvnd::layout {
+
+// Footnotes and endnotes: their numbers, and their texts as strips.
+class NoteStrips {
+public:
+    // Numbers all notes that the main story refers to. `shared` must outlive the object.
+    explicit NoteStrips(StoryReader::Shared& shared);
+
+    // The text of a note, composed once for a width.
+    const Strips& strips(std::uint32_t note, const LineSetting& setting);
+    // The endnotes in the order of the text.
+    const std::vector<std::uint32_t>& endnotes() const { return endnotes_; }
+
+private:
+    StoryReader::Shared& shared_;
+    std::vector<std::uint32_t> endnotes_;
+    std::map<std::pair<std::uint32_t, int>, Strips> composed_; // by note and width
+};
+
+} // namespace qvnd::layout

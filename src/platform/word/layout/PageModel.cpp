@@ -1,0 +1,30 @@
+#include "platform/word/layout/PageModel.h"
+
+namespace qvnd::layout {
+
+void Layer::append(const Layer& other, double right, double down) {
+    for (Fill fill : other.fills) {
+        fill.x += right;
+        fill.y += down;
+        fills.push_back(fill);
+    }
+    for (PlacedPicture picture : other.pictures) {
+        picture.x += right;
+        picture.y += down;
+        pictures.push_back(std::move(picture));
+    }
+    for (Rule rule : other.rules) {
+        rule.x1 += right;
+        rule.x2 += right;
+        rule.y1 += down;
+        rule.y2 += down;
+        rules.push_back(rule);
+    }
+    for (PlacedText text : other.texts) {
+        text.x += right;
+        text.baseline += down;
+        texts.push_back(std::move(text));
+    }
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,279 @@
+#include "platform/word/layout/RowComposer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qvnd::layout {
+
+namespace {
+
+using word::Border;
+using word::LineAlignment;
+using word::ResolvedCell;
+using word::VerticalAlignment;
+
+constexpr double sameEdge = 20; // twips between edges that are one
+
+double paddingOf(const ResolvedCell& cell) { return cell.topPadding + cell.bottomPadding; }
+
+double borderAbove(const ComposedRow& row) {
+    double width = 0;
+    for (const ComposedCell& cell : row.cells) {
+        width =
+            std::max<double>(width, cell.format.topSide.visible ? cell.format.topSide.width : 0);
+    }
+    return width;
+}
+
+// The cell of the next row that goes on this one.
+const ComposedCell* goesOn(const ComposedCell& cell, const ComposedRow& below) {
+    for (const ComposedCell& other : below.cells) {
+        if (other.format.mergedAbove && std::abs(other.left - cell.left) < sameEdge) {
+            return &other;
+        }
+    }
+    return nullptr;
+}
+
+// The last row that a cell of `first` reaches to.
+std::size_t lastRowOf(const std::vector<ComposedRow>& rows, std::size_t first,
+                      const ComposedCell& cell) {
+    std::size_t last = first;
+    while (last + 1 < rows.size() && goesOn(cell, rows[last + 1]) != nullptr) {
+        ++last;
+    }
+    return last;
+}
+
+// As its cells ask for that end in it.
+double ownHeight(const std::vector<ComposedRow>& rows, std::size_t at) {
+    const ComposedRow& row = rows[at];
+    double height = row.format.height;
+    if (row.format.exactHeight && height > 0) {
+        return height;
+    }
+    for (const ComposedCell& cell : row.cells) {
+        if (!cell.format.mergedAbove && lastRowOf(rows, at, cell) == at) {
+            height = std::max(height, cell.contentHeight + paddingOf(cell.format));
+        }
+    }
+    return height + borderAbove(row);
+}
+
+void addRule(Layer& layer, const Border& side, double x1, double y1, double x2, double y2) {
+    if (side.visible) {
+        layer.rules.push_back(
+            {x1, y1, x2, y2, static_cast<double>(side.width), side.isDouble, side.colour});
+    }
+}
+
+void addFrame(Layer& layer, const ComposedCell& cell, double height, bool goesOnBelow) {
+    const ResolvedCell& format = cell.format;
+    if (format.mergedLeft) {
+        return;
+    }
+    if (format.background) {
+        layer.fills.push_back({cell.left, 0, cell.right - cell.left, height, *format.background});
+    }
+    if (!format.mergedAbove) {
+        addRule(layer, format.topSide, cell.left, 0, cell.right, 0);
+    }
+    if (!goesOnBelow) {
+        addRule(layer, format.bottomSide, cell.left, height, cell.right, height);
+    }
+    addRule(layer, format.leftSide, cell.left, 0, cell.left, height);
+    addRule(layer, format.rightSide, cell.right, 0, cell.right, height);
+}
+
+// How far down a cell's content begins in the room that it has.
+double downIn(const ComposedCell& cell, double room) {
+    const double rest = std::max(0.0, room - cell.contentHeight - paddingOf(cell.format));
+    switch (cell.format.alignment) {
+    case VerticalAlignment::centre:
+        return rest / 2;
+    case VerticalAlignment::bottom:
+        return rest;
+    default:
+        return 0;
+    }
+}
+
+// Content of a part of a row, put into its layer.
+void addContent(Strip& row, const RowParts& parts) {
+    for (const RowParts::Cell& cell : parts.cells) {
+        double y = cell.above;
+        for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+            const Strip& strip = cell.strips[i];
+            y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
+            row.layer.append(strip.layer, cell.x, y);
+            row.notes.insert(row.notes.end(), strip.notes.begin(), strip.notes.end());
+            y += strip.height;
+        }
+    }
+}
+
+Strip stripOf(RowParts parts, const Strip& like) {
+    Strip strip = like;
+    strip.layer = parts.frame;
+    strip.notes.clear();
+    strip.height = parts.height;
+    addContent(strip, parts);
+    strip.row = std::make_shared<const RowParts>(std::move(parts));
+    return strip;
+}
+
+// Moves a frame's lower edge.
+Layer atHeight(Layer frame, double before, double now) {
+    for (Fill& fill : frame.fills) {
+        fill.height = fill.height >= before - 1 ? now : std::min(fill.height, now);
+    }
+    for (Rule& rule : frame.rules) {
+        rule.y1 = rule.y1 >= before - 1 ? now : rule.y1;
+        rule.y2 = rule.y2 >= before - 1 ? now : rule.y2;
+    }
+    return frame;
+}
+
+} // namespace
+
+std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t texts,
+                                  double columnWidth) {
+    std::vector<ComposedCell> cells;
+    if (row.cells.empty()) {
+        const double width = columnWidth / static_cast<double>(std::max<std::size_t>(texts, 1));
+        for (std::size_t i = 0; i < texts; ++i) {
+            const double left = static_cast<double>(i) * width;
+            cells.push_back({left, left + width, {}, {}, 0});
+        }
+        return cells;
+    }
+    const double tableWidth = row.cells.back().right - row.cells.front().left;
+    double shift = 0;
+    if (row.alignment == LineAlignment::centre) {
+        shift = (columnWidth - tableWidth) / 2 - row.cells.front().left;
+    } else if (row.alignment == LineAlignment::right) {
+        shift = columnWidth - tableWidth - row.cells.front().left;
+    }
+    std::size_t first = 0; // of the cells that are joined
+    for (const ResolvedCell& format : row.cells) {
+        cells.push_back({format.left + shift, format.right + shift, format, {}, 0});
+        if (!format.mergedLeft || cells.size() == 1) {
+            cells.back().format.mergedLeft = false;
+            first = cells.size() - 1;
+            continue;
+        }
+        cells[first].right = cells.back().right;
+        cells[first].format.rightSide = format.rightSide;
+        cells.back().left = cells.back().right;
+    }
+    return cells;
+}
+
+void settleHeights(std::vector<ComposedRow>& rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        rows[i].height = ownHeight(rows, i);
+    }
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        for (const ComposedCell& cell : rows[i].cells) {
+            const std::size_t last = cell.format.mergedAbove ? i : lastRowOf(rows, i, cell);
+            if (last == i) {
+                continue;
+            }
+            double room = 0;
+            for (std::size_t k = i; k <= last; ++k) {
+                room += rows[k].height;
+            }
+            const double wanted = cell.contentHeight + paddingOf(cell.format);
+            if (wanted > room && !rows[last].format.exactHeight) {
+                rows[last].height += wanted - room;
+            }
+        }
+    }
+}
+
+Strips stripsOf(const std::vector<ComposedRow>& rows) {
+    Strips strips;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const ComposedRow& row = rows[i];
+        RowParts parts;
+        parts.height = row.height;
+        Strip like;
+        for (const ComposedCell& cell : row.cells) {
+            const bool isOpen = i + 1 < rows.size() && goesOn(cell, rows[i + 1]) != nullptr;
+            addFrame(parts.frame, cell, row.height, isOpen);
+            double room = row.height;
+            const std::size_t last = cell.format.mergedAbove ? i : lastRowOf(rows, i, cell);
+            for (std::size_t k = i + 1; k <= last; ++k) {
+                room += rows[k].height;
+            }
+            parts.cells.push_back(
+                {cell.left + cell.format.leftPadding,
+                 cell.right - cell.left - cell.format.leftPadding - cell.format.rightPadding,
+                 cell.format.topPadding + downIn(cell, room),
+                 static_cast<double>(cell.format.bottomPadding), cell.strips});
+            if (like.at == 0 && !cell.strips.empty()) {
+                like.at = cell.strips.front().at;
+                like.startsPage = cell.strips.front().startsPage;
+                like.keepsWithNext = cell.strips.front().keepsWithNext;
+            }
+        }
+        like.keepsLines = row.format.staysWhole || row.format.exactHeight;
+        like.isHeading = row.format.isHeading;
+        strips.push_back(stripOf(std::move(parts), like));
+    }
+    return strips;
+}
+
+std::optional<PartedRow> partRow(const Strip& row, double room) {
+    if (!row.row || row.keepsLines) {
+        return std::nullopt;
+    }
+    RowParts head;
+    RowParts rest;
+    bool headHasText = false;
+    bool restHasText = false;
+    double restHeight = 0;
+    for (const RowParts::Cell& cell : row.row->cells) {
+        RowParts::Cell upper = cell;
+        RowParts::Cell lower = cell;
+        upper.strips.clear();
+        lower.strips.clear();
+        lower.above = 0;
+        double y = cell.above;
+        for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+            const Strip& strip = cell.strips[i];
+            y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
+            y += strip.height;
+            const bool fits = lower.strips.empty() && y + cell.below <= room;
+            (fits ? upper : lower).strips.push_back(strip);
+        }
+        if (!cell.strips.empty() && upper.strips.empty()) {
+            return std::nullopt; // a cell whose first line does not fit moves the whole row
+        }
+        headHasText = headHasText || !upper.strips.empty();
+        restHasText = restHasText || !lower.strips.empty();
+        restHeight = std::max(restHeight, heightOf(lower.strips, true) + cell.below);
+        head.cells.push_back(std::move(upper));
+        rest.cells.push_back(std::move(lower));
+    }
+    if (!headHasText || !restHasText) {
+        return std::nullopt;
+    }
+    head.height = room;
+    head.frame = atHeight(row.row->frame, row.row->height, room);
+    rest.height = restHeight;
+    rest.frame = atHeight(row.row->frame, row.row->height, restHeight);
+    PartedRow parts{stripOf(std::move(head), row), stripOf(std::move(rest), row)};
+    parts.rest.startsPage = false;
+    if (!parts.rest.row->cells.empty()) {
+        for (const RowParts::Cell& cell : parts.rest.row->cells) {
+            if (!cell.strips.empty()) {
+                parts.rest.at = cell.strips.front().at;
+                break;
+            }
+        }
+    }
+    return parts;
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,102 @@
+#include "platform/word/layout/StoryBlocks.h"
+
+#include <utility>
+
+namespace qvnd::layout {
+
+namespace {
+
+// What is open at one depth of nesting: rows that are whole, and the row being read.
+struct OpenTable {
+    Table table;
+    std::vector<Blocks> cells; // whole ones of the row being read
+    Blocks cell;               // the one being read
+};
+
+class BlockReader {
+public:
+    Blocks finish() {
+        closeDeeperThan(0);
+        return std::move(blocks_);
+    }
+
+    void take(std::size_t paragraph, const word::TablePlace& place) {
+        const auto depth = static_cast<std::size_t>(place.depth);
+        closeDeeperThan(depth);
+        while (open_.size() < depth) {
+            open_.emplace_back();
+        }
+        if (depth == 0) {
+            blocks_.push_back({paragraph, nullptr});
+        } else if (place.rowEnd) {
+            endRow(paragraph);
+        } else {
+            OpenTable& table = open_.back();
+            table.cell.push_back({paragraph, nullptr});
+            if (place.cellEnd) {
+                table.cells.push_back(std::move(table.cell));
+                table.cell.clear();
+            }
+        }
+    }
+
+private:
+    void endRow(std::size_t mark) {
+        OpenTable& table = open_.back();
+        if (!table.cell.empty()) {
+            table.cells.push_back(std::move(table.cell));
+            table.cell.clear();
+        }
+        table.table.rows.push_back({std::move(table.cells), mark});
+        table.cells.clear();
+    }
+
+    void closeDeeperThan(std::size_t depth) {
+        while (open_.size() > depth) {
+            OpenTable closed = std::move(open_.back());
+            open_.pop_back();
+            Blocks& outer = open_.empty() ? blocks_ : open_.back().cell;
+            if (!closed.table.rows.empty()) {
+                const std::size_t first = firstParagraph(closed.table);
+                outer.push_back({first, std::make_shared<const Table>(std::move(closed.table))});
+            }
+            for (Blocks& cell : closed.cells) {
+                outer.insert(outer.end(), cell.begin(), cell.end());
+            }
+            outer.insert(outer.end(), closed.cell.begin(), closed.cell.end());
+        }
+    }
+
+    static std::size_t firstParagraph(const Table& table) {
+        const TableRow& row = table.rows.front();
+        for (const Blocks& cell : row.cells) {
+            if (!cell.empty()) {
+                return cell.front().paragraph;
+            }
+        }
+        return row.mark;
+    }
+
+    Blocks blocks_;
+    std::vector<OpenTable> open_;
+};
+
+} // namespace
+
+Blocks blocksOf(const word::Story& story, word::FormatResolver& formats,
+                std::vector<word::Cp>& starts) {
+    BlockReader reader;
+    starts.clear();
+    starts.reserve(story.paragraphs.size());
+    word::Cp at = 0;
+    for (std::size_t i = 0; i < story.paragraphs.size(); ++i) {
+        const word::ParagraphRun& run = story.paragraphs[i];
+        starts.push_back(at);
+        at += run.length;
+        const char16_t mark = run.length > 0 ? story.text[at - 1] : u'\r';
+        reader.take(i, formats.place(run.properties, mark));
+    }
+    return reader.finish();
+}
+
+} // namespace qvnd::layout

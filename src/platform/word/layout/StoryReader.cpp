@@ -1,0 +1,365 @@
+#include "platform/word/layout/StoryReader.h"
+
+#include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/pictures/Picture.h"
+#include "platform/word/docfile/text/Fields.h"
+#include "platform/word/formatting/Symbols.h"
+#include "platform/word/layout/CharacterClasses.h"
+
+#include <algorithm>
+
+namespace qvnd::layout {
+
+namespace {
+
+constexpr double twipsPerHalfPoint = 10;
+constexpr double scriptSize = 0.65; // of raised and lowered text, in parts of the size
+constexpr double scriptRise = 0.33;
+constexpr double smallCapitalSize = 0.8;
+
+constexpr char16_t pictureCharacter = 0x01;
+constexpr char16_t noteReference = 0x02;
+constexpr char16_t drawing = 0x08;
+constexpr char16_t tab = 0x09;
+constexpr char16_t lineBreak = 0x0B;
+constexpr char16_t pageBreak = 0x0C;
+constexpr char16_t columnBreak = 0x0E;
+constexpr char16_t fixedHyphen = 0x1E;
+constexpr char16_t symbolCharacter = 0x28;
+constexpr char16_t firstPrintable = 0x20;
+constexpr char16_t privateArea = 0xF000;
+constexpr char16_t privateEnd = 0xF100;
+
+// Types of fields (flt), [MS-DOC] 2.9.90.
+constexpr std::uint8_t pageField = 0x21;
+constexpr std::uint8_t pageCountField = 0x1A;
+
+bool isMark(char16_t c) { return c == u'\r' || c == u'\a' || c == pageBreak; }
+
+bool isHigh(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
+bool isLow(char16_t c) { return c >= 0xDC00 && c < 0xE000; }
+
+char32_t upper(char32_t c) {
+    const bool latin = (c >= U'a' && c <= U'z') || (c >= 0xE0 && c <= 0xFE && c != 0xF7);
+    return latin ? c - 0x20 : c;
+}
+
+} // namespace
+
+StoryReader::StoryReader(Shared& shared, const word::Story& story,
+                         std::optional<std::uint32_t> note)
+    : shared_(shared), story_(story), note_(note) {
+    findFields();
+}
+
+// Instructions are not seen; the result of a page field is counted anew. What lies within a span
+// that is already unseen needs no span of its own.
+void StoryReader::findFields() {
+    struct Open {
+        word::Cp begin = 0;
+        word::Cp separator = 0;
+        std::uint8_t type = 0;
+    };
+    std::vector<Open> open;
+    const auto add = [&](word::Cp begin, word::Cp end, Span::Shows shows) {
+        while (!spans_.empty() && spans_.back().begin >= begin) {
+            spans_.pop_back();
+        }
+        spans_.push_back({begin, end, shows});
+    };
+    for (const word::FieldMark& mark : story_.fields) {
+        if (mark.character == word::fieldBegin) {
+            open.push_back({mark.at, 0, mark.data});
+        } else if (open.empty()) {
+            continue;
+        } else if (mark.character == word::fieldSeparator) {
+            open.back().separator = mark.at;
+            add(open.back().begin, mark.at + 1, Span::Shows::nothing);
+        } else {
+            const Open field = open.back();
+            open.pop_back();
+            const bool counts = field.type == pageField || field.type == pageCountField;
+            if (counts) {
+                add(field.begin, mark.at + 1,
+                    field.type == pageField ? Span::Shows::pageNumber : Span::Shows::pageCount);
+            } else if (field.separator == 0) {
+                add(field.begin, mark.at + 1, Span::Shows::nothing);
+            } else {
+                spans_.push_back({mark.at, mark.at + 1, Span::Shows::nothing});
+            }
+        }
+    }
+}
+
+const StoryReader::Span* StoryReader::spanAt(word::Cp at) const {
+    auto behind = std::upper_bound(spans_.begin(), spans_.end(), at,
+                                   [](word::Cp p, const Span& span) { return p < span.begin; });
+    if (behind == spans_.begin()) {
+        return nullptr;
+    }
+    --behind;
+    return at < behind->end ? &*behind : nullptr;
+}
+
+const word::CharacterRun& StoryReader::runAt(word::Cp at) {
+    if (at < runStart_) {
+        run_ = 0;
+        runStart_ = 0;
+    }
+    while (run_ + 1 < story_.characters.size() &&
+           runStart_ + story_.characters[run_].length <= at) {
+        runStart_ += story_.characters[run_++].length;
+    }
+    return story_.characters[run_];
+}
+
+// Most characters have the format of the one before.
+const word::ResolvedText& StoryReader::formatAt(word::Cp at, word::StyleIndex style) {
+    const word::CharacterRun& run = runAt(at);
+    if (&run != formatRun_ || style != formatStyle_) {
+        formatRun_ = &run;
+        formatStyle_ = style;
+        format_ = &shared_.formats.text(style, run.properties);
+    }
+    return *format_;
+}
+
+std::u16string StoryReader::fontName(std::uint16_t index) const {
+    const auto& fonts = shared_.source.tables->fonts;
+    return index < fonts.size() ? fonts[index].name : std::u16string();
+}
+
+FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
+    const bool eastAsian = isEastAsian(c) || (format.eastAsianHint && isOfEitherScript(c));
+    const std::uint16_t font = eastAsian                      ? format.eastAsianFont
+                               : c < 0x80 || isLatinLetter(c) ? format.latinFont
+                                                              : format.otherFont;
+    const unsigned style =
+        (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (eastAsian ? 4U : 0U);
+    const auto [known, isNew] = faces_.try_emplace({font, style});
+    if (isNew) {
+        known->second = shared_.fonts.face({fontName(font), format.bold, format.italic, eastAsian});
+    }
+    return shared_.fonts.shownBy(known->second, c);
+}
+
+ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const PageFields& fields) {
+    ParagraphItems result;
+    const word::ParagraphRun& run = story_.paragraphs[paragraph];
+    word::Cp end = start + run.length;
+    if (end > start && isMark(story_.text[end - 1])) {
+        --end;
+    }
+    readLabel(paragraph, start, result);
+    for (word::Cp at = start; at < end; ++at) {
+        const Span* span = spanAt(at);
+        if (span != nullptr) {
+            if (span->shows != Span::Shows::nothing && at == span->begin) {
+                // The look of the field's last character but one is that of its result.
+                const word::Cp shown = span->end > span->begin + 2 ? span->end - 2 : at;
+                const auto& look = shared_.formats.text(run.style, runAt(shown).properties);
+                addText(span->shows == Span::Shows::pageNumber ? fields.number
+                                                               : word::digits(fields.totalPages),
+                        at, look, result);
+            }
+            at = std::min(span->end, end) - 1;
+            continue;
+        }
+        const auto& format = formatAt(at, run.style);
+        if (!format.hidden && !format.deleted) {
+            readCharacter(story_.text[at], at, format, result);
+        }
+    }
+    const word::Cp markAt = std::min(end, story_.size() - 1);
+    const auto& mark = shared_.formats.text(run.style, runAt(markAt).properties);
+    result.markSize = mark.halfPoints * twipsPerHalfPoint;
+    result.markFace = faceOf(mark, mark.eastAsianHint ? U'中' : U'x');
+    result.characterWidth = result.items.empty() ? result.markSize : result.items.front().size;
+    return result;
+}
+
+void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result) {
+    const word::ParagraphRun& run = story_.paragraphs[paragraph];
+    const auto& look = shared_.formats.paragraph(run.style, run.properties);
+    const auto [known, isNew] = labels_.try_emplace(paragraph);
+    if (isNew && look.list != word::noList) {
+        known->second = shared_.numbers.next(look.list, look.listLevel);
+    }
+    if (!known->second) {
+        return;
+    }
+    const word::ListLabel& label = *known->second;
+    const word::Cp mark = start + run.length - 1;
+    const auto& format = shared_.formats.label(run.style, runAt(mark).properties, label.characters);
+    if (format.hidden) {
+        return;
+    }
+    const std::u16string font = fontName(format.latinFont);
+    for (const char16_t c : label.text) {
+        const bool isSymbol = c >= privateArea || word::isSymbolFont(font);
+        addCharacter(isSymbol ? word::symbolAsText(c, font) : c, start, format, result);
+    }
+    if (label.follows != 0) {
+        TextItem follower;
+        follower.kind = TextItem::Kind::tab;
+        if (label.follows == u' ') {
+            addCharacter(U' ', start, format, result);
+        } else {
+            follower.format = &format;
+            follower.size = format.halfPoints * twipsPerHalfPoint;
+            follower.face = faceOf(format, U' ');
+            follower.at = start;
+            result.items.push_back(std::move(follower));
+        }
+    }
+    for (TextItem& item : result.items) {
+        item.isLabel = true;
+    }
+    if (!result.items.empty()) {
+        result.items.back().endsLabel = true;
+    }
+}
+
+void StoryReader::readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
+                                ParagraphItems& result) {
+    if (c < firstPrintable && c != tab) {
+        addSpecial(c, at, format, result);
+    } else if (c == symbolCharacter && format.special && format.symbol) {
+        addSymbol(at, format, result);
+    } else if (c >= privateArea && c < privateEnd) {
+        addCharacter(word::symbolAsText(c, fontName(format.latinFont)), at, format, result);
+    } else if (isLow(c)) {
+        const bool paired = at > 0 && isHigh(story_.text[at - 1]);
+        if (paired) {
+            addCharacter(0x10000 + ((char32_t{story_.text[at - 1]} - 0xD800) << 10) + (c - 0xDC00),
+                         at - 1, format, result);
+        }
+    } else if (!isHigh(c)) {
+        addCharacter(c, at, format, result);
+    }
+}
+
+void StoryReader::addText(std::u16string_view text, word::Cp at, const word::ResolvedText& format,
+                          ParagraphItems& result) {
+    for (const char16_t c : text) {
+        addCharacter(c, at, format, result);
+    }
+}
+
+void StoryReader::addCharacter(char32_t c, word::Cp at, const word::ResolvedText& format,
+                               ParagraphItems& result) {
+    TextItem item;
+    item.at = at;
+    item.format = &format;
+    item.size = format.halfPoints * twipsPerHalfPoint;
+    item.raised = format.raisedBy * twipsPerHalfPoint;
+    if (format.script != word::ResolvedText::Script::normal) {
+        const double rise =
+            format.script == word::ResolvedText::Script::raised ? scriptRise : -0.15;
+        item.raised += rise * item.size;
+        item.size *= scriptSize;
+    }
+    const bool shrinks = format.smallCapitals && upper(c) != c;
+    item.size *= shrinks ? smallCapitalSize : 1;
+    item.character = format.capitals || format.smallCapitals ? upper(c) : c;
+    item.face = faceOf(format, item.character);
+    if (c == tab) {
+        item.kind = TextItem::Kind::tab;
+    } else {
+        item.width = shared_.fonts.advance(item.face, item.character) * item.size *
+                         format.scalePercent / 100 +
+                     format.spacing;
+    }
+    result.items.push_back(std::move(item));
+}
+
+void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,
+                             ParagraphItems& result) {
+    TextItem item;
+    item.at = at;
+    item.format = &format;
+    item.size = format.halfPoints * twipsPerHalfPoint;
+    item.face = faceOf(format, U' ');
+    switch (c) {
+    case pictureCharacter:
+        addPicture(at, format, result);
+        return;
+    case noteReference:
+        addNote(at, format, result);
+        return;
+    case drawing:
+        result.anchors.push_back(at);
+        return;
+    case fixedHyphen:
+        addCharacter(0x2011, at, format, result);
+        result.items.back().character = U'-';
+        return;
+    case lineBreak:
+        item.kind = TextItem::Kind::lineBreak;
+        break;
+    case pageBreak:
+        item.kind = TextItem::Kind::pageBreak;
+        break;
+    case columnBreak:
+        item.kind = TextItem::Kind::columnBreak;
+        break;
+    default:
+        return;
+    }
+    result.items.push_back(std::move(item));
+}
+
+// Form fields and hyperlinks keep data behind the same character.
+void StoryReader::addPicture(word::Cp at, const word::ResolvedText& format,
+                             ParagraphItems& result) {
+    const auto& blobs = shared_.source.tables->blobs;
+    if (!format.blob || format.isData || *format.blob >= blobs.size() || !blobs[*format.blob]) {
+        return;
+    }
+    const word::DataBlob& blob = blobs[*format.blob];
+    const auto [known, isNew] = shared_.pictureSizes.try_emplace(*format.blob, 0.0, 0.0);
+    if (isNew) {
+        if (const auto picture = word::Picture::fromBlob(*blob)) {
+            known->second = {picture->width(), picture->height()};
+        }
+    }
+    if (known->second.first <= 0) {
+        return;
+    }
+    TextItem item;
+    item.kind = TextItem::Kind::picture;
+    item.at = at;
+    item.format = &format;
+    item.size = format.halfPoints * twipsPerHalfPoint;
+    item.face = faceOf(format, U'x');
+    item.width = known->second.first;
+    item.height = known->second.second;
+    item.raised = format.raisedBy * twipsPerHalfPoint;
+    item.picture = blob;
+    result.items.push_back(std::move(item));
+}
+
+// In the text the number of the note referred to, in the note its own.
+void StoryReader::addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result) {
+    const auto anchor =
+        std::lower_bound(story_.anchors.begin(), story_.anchors.end(), at,
+                         [](const word::Anchor& a, word::Cp position) { return a.at < position; });
+    const bool refers = anchor != story_.anchors.end() && anchor->at == at && namesNote(*anchor);
+    const std::optional<std::uint32_t> note = refers ? std::optional(anchor->index) : note_;
+    if (!note || *note >= shared_.noteMarks.size()) {
+        return;
+    }
+    const std::size_t first = result.items.size();
+    addText(shared_.noteMarks[*note], at, format, result);
+    if (refers && anchor->kind == word::AnchorKind::footnote && result.items.size() > first) {
+        result.items[first].note = note;
+    }
+}
+
+// What stands as a bracket in the text may be a symbol of another font.
+void StoryReader::addSymbol(word::Cp at, const word::ResolvedText& format, ParagraphItems& result) {
+    const std::u16string font = fontName(format.symbol->font);
+    addCharacter(word::symbolAsText(format.symbol->code, font), at, format, result);
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,214 @@
+#include "platform/word/layout/ColumnFlow.h"
+#include "platform/word/layout/RowComposer.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::layout {
+namespace {
+
+constexpr double lineHeight = 100;
+
+// A paragraph of lines of 100 twips.
+Strips paragraph(std::size_t index, std::size_t lines) {
+    Strips strips(lines);
+    for (std::size_t i = 0; i < lines; ++i) {
+        strips[i].height = lineHeight;
+        strips[i].paragraph = index;
+        strips[i].line = i;
+        strips[i].lines = lines;
+        strips[i].controlsWidows = true;
+    }
+    return strips;
+}
+
+// A column of ten lines.
+class Columns : public testing::Test {
+protected:
+    Columns() : flow(true, [this](std::uint32_t, bool first) { return first ? 150.0 : 100.0; }) {
+        flow.begin(10 * lineHeight, false, 0);
+    }
+
+    // Puts strips until the column is full; the number of those that stand in it.
+    std::size_t fill(const Strips& strips) {
+        for (const Strip& strip : strips) {
+            if (!flow.add(strip, overflow)) {
+                break;
+            }
+        }
+        return flow.strips().size();
+    }
+
+    Strips joined(Strips first, const Strips& second) {
+        first.insert(first.end(), second.begin(), second.end());
+        return first;
+    }
+
+    ColumnFlow flow;
+    Strips overflow;
+};
+
+TEST_F(Columns, ALineThatDoesNotFitBeginsTheNextColumn) {
+    EXPECT_EQ(fill(paragraph(0, 20)), 10U);
+    ASSERT_EQ(overflow.size(), 1U);
+    EXPECT_EQ(overflow[0].line, 10U);
+}
+
+TEST_F(Columns, TheLastLineOfAParagraphNeverStandsAlone) {
+    EXPECT_EQ(fill(paragraph(0, 11)), 9U);
+    EXPECT_EQ(overflow.size(), 2U);
+}
+
+TEST_F(Columns, TheFirstLineOfAParagraphNeverStandsAlone) {
+    EXPECT_EQ(fill(joined(paragraph(0, 9), paragraph(1, 4))), 9U);
+    EXPECT_EQ(overflow.size(), 2U);
+}
+
+TEST_F(Columns, LinesMayStandAloneWhereWidowsAreNotControlled) {
+    Strips strips = paragraph(0, 11);
+    for (Strip& strip : strips) {
+        strip.controlsWidows = false;
+    }
+    EXPECT_EQ(fill(strips), 10U);
+}
+
+TEST_F(Columns, AParagraphThatStaysWholeMovesWhole) {
+    Strips second = paragraph(1, 4);
+    for (Strip& strip : second) {
+        strip.keepsLines = true;
+    }
+    EXPECT_EQ(fill(joined(paragraph(0, 8), second)), 8U);
+    EXPECT_EQ(overflow.size(), 3U);
+}
+
+TEST_F(Columns, AHeadingGoesWithWhatFollowsIt) {
+    Strips heading = paragraph(1, 1);
+    heading[0].keepsWithNext = true;
+    EXPECT_EQ(fill(joined(joined(paragraph(0, 9), heading), paragraph(2, 4))), 9U);
+    ASSERT_EQ(overflow.size(), 2U);
+    EXPECT_EQ(overflow[0].paragraph, 1U);
+}
+
+TEST_F(Columns, APageFullOfHeadingsIsPartedWhereItEnds) {
+    Strips headings;
+    for (std::size_t i = 0; i < 12; ++i) {
+        headings.push_back(paragraph(i, 1)[0]);
+        headings.back().keepsWithNext = true;
+    }
+    EXPECT_EQ(fill(headings), 10U);
+}
+
+TEST_F(Columns, SpaceAboveFallsAwayWhereTextGoesOnOnTheNextPage) {
+    Strips strips = paragraph(0, 1);
+    strips[0].before = 250;
+    fill(strips);
+    EXPECT_DOUBLE_EQ(flow.strips()[0].y, 250);
+    flow.begin(1000, true, 0);
+    fill(strips);
+    EXPECT_DOUBLE_EQ(flow.strips()[0].y, 0);
+}
+
+TEST_F(Columns, SpacesAddUpOrTheLargerCounts) {
+    Strips strips = joined(paragraph(0, 1), paragraph(1, 1));
+    strips[0].after = 60;
+    strips[1].before = 100;
+    EXPECT_DOUBLE_EQ(gapBetween(strips[0], strips[1], true), 160);
+    EXPECT_DOUBLE_EQ(gapBetween(strips[0], strips[1], false), 100);
+    strips[0].contextual = strips[1].contextual = true;
+    EXPECT_DOUBLE_EQ(gapBetween(strips[0], strips[1], true), 0);
+    strips[1].style = 3;
+    EXPECT_DOUBLE_EQ(gapBetween(strips[0], strips[1], true), 160);
+}
+
+TEST_F(Columns, ANoteTakesItsRoomFromThePageOfItsLine) {
+    Strips strips = paragraph(0, 20);
+    strips[8].notes = {0};
+    EXPECT_EQ(fill(strips), 8U); // eight lines, as the ninth and its note need 250
+    EXPECT_EQ(flow.notesHeight(), 0);
+    flow.begin(1000, false, 0);
+    strips[8].notes.clear();
+    strips[2].notes = {0, 1};
+    EXPECT_EQ(fill(strips), 7U);
+    EXPECT_EQ(flow.notesHeight(), 250);
+    EXPECT_EQ(flow.notes(), (std::vector<std::uint32_t>{0, 1}));
+}
+
+// A row with cells of so many lines each.
+Strip row(std::vector<std::size_t> lines) {
+    std::vector<ComposedRow> rows(1);
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        ComposedCell cell;
+        cell.left = static_cast<double>(i) * 1000;
+        cell.right = cell.left + 1000;
+        cell.strips = paragraph(i, lines[i]);
+        cell.contentHeight = heightOf(cell.strips, true);
+        rows[0].cells.push_back(std::move(cell));
+    }
+    settleHeights(rows);
+    return stripsOf(rows)[0];
+}
+
+TEST_F(Columns, ARowIsAsHighAsItsHighestCell) { EXPECT_DOUBLE_EQ(row({2, 5, 1}).height, 500); }
+
+TEST_F(Columns, ARowIsPartedByTheEndOfThePage) {
+    Strip large = row({15, 2});
+    EXPECT_EQ(fill({large}), 1U);
+    EXPECT_DOUBLE_EQ(flow.strips()[0].strip.height, 1000);
+    ASSERT_EQ(overflow.size(), 1U);
+    EXPECT_DOUBLE_EQ(overflow[0].height, 500);
+}
+
+TEST_F(Columns, ARowThatStaysWholeMovesToTheNextPage) {
+    Strip whole = row({4});
+    whole.keepsLines = true;
+    EXPECT_EQ(fill(joined(paragraph(7, 8), {whole})), 8U);
+    EXPECT_DOUBLE_EQ(overflow[0].height, 400);
+}
+
+TEST_F(Columns, HeadingRowsStandAgainAboveTheRowsOfAFurtherPage) {
+    Strip heading = row({1});
+    heading.isHeading = true;
+    Strip further = row({2});
+    further.headings = std::make_shared<const Strips>(Strips{heading});
+    flow.begin(1000, true, 0);
+    EXPECT_EQ(fill({further}), 2U);
+    EXPECT_DOUBLE_EQ(flow.strips()[1].y, 100);
+}
+
+TEST(Rows, ACellThatReachesDownMakesItsLastRowHighEnough) {
+    std::vector<ComposedRow> rows(2);
+    for (ComposedRow& one : rows) {
+        one.cells.resize(2);
+        one.cells[0].right = one.cells[1].left = 1000;
+        one.cells[1].right = 2000;
+        one.cells[1].strips = paragraph(0, 1);
+        one.cells[1].contentHeight = 100;
+    }
+    rows[0].cells[0].contentHeight = 500;
+    rows[1].cells[0].format.mergedAbove = true;
+    settleHeights(rows);
+    EXPECT_DOUBLE_EQ(rows[0].height + rows[1].height, 500);
+}
+
+TEST(Rows, CellsMergedAcrossJoinTheFirstOfThem) {
+    word::ResolvedRow format;
+    format.cells.resize(3);
+    for (int i = 0; i < 3; ++i) {
+        format.cells[static_cast<std::size_t>(i)].left = i * 1000;
+        format.cells[static_cast<std::size_t>(i)].right = (i + 1) * 1000;
+    }
+    format.cells[1].mergedLeft = true;
+    const auto cells = cellsOf(format, 3, 8000);
+    EXPECT_DOUBLE_EQ(cells[0].right, 2000);
+    EXPECT_DOUBLE_EQ(cells[2].left, 2000);
+}
+
+TEST(Rows, ATableStandsInTheMiddleWhereItSaysSo) {
+    word::ResolvedRow format;
+    format.cells.resize(1);
+    format.cells[0].right = 2000;
+    format.alignment = word::LineAlignment::centre;
+    EXPECT_DOUBLE_EQ(cellsOf(format, 1, 8000)[0].left, 3000);
+}
+
+} // namespace
+} // namespace qvnd::layout

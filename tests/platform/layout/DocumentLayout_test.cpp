@@ -1,0 +1,272 @@
+#include "platform/word/layout/DocumentLayout.h"
+
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/layout/CharacterClasses.h"
+#include "support/ContentBuilder.h"
+#include "support/FixedFonts.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::layout {
+namespace {
+
+using word::Bytes;
+using word::withSprm16;
+using word::withSprm32;
+using word::withSprm8;
+namespace sprm = word::sprm;
+
+// A document on pages with room for ten lines of ten Chinese characters of 10 points.
+class Pages : public testing::Test {
+protected:
+    Pages() {
+        document.tables = std::move(builder.content.tables);
+        document.settings = word::Bytes(builder.content.settings);
+        document.sections.push_back({0, intern(section())});
+    }
+
+    static Bytes section() {
+        Bytes list = withSprm16({}, sprm::SXaPage, 4000);
+        list = withSprm16(list, sprm::SYaPage, 4000);
+        for (const auto side : {sprm::SDxaLeft, sprm::SDxaRight, sprm::SDyaTop, sprm::SDyaBottom}) {
+            list = withSprm16(list, side, 1000);
+        }
+        return list;
+    }
+
+    word::PropertyListId intern(const Bytes& list) { return document.tables.lists.intern(list); }
+
+    word::Story story(const std::u16string& text, const Bytes& paragraph = {}) {
+        word::Story result;
+        append(result, text, paragraph);
+        return result;
+    }
+    void append(word::Story& to, const std::u16string& text, const Bytes& paragraph = {}) {
+        to.text += text;
+        to.characters.push_back({static_cast<word::Cp>(text.size()), {}});
+        std::size_t begin = 0;
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            if (text[at] == u'\r') {
+                to.paragraphs.push_back(
+                    {static_cast<word::Cp>(at + 1 - begin), 0, intern(paragraph)});
+                begin = at + 1;
+            }
+        }
+    }
+    void type(const std::u16string& text, const Bytes& paragraph = {}) {
+        append(document.main, text, paragraph);
+        document.sections.back().length = document.main.size() - before;
+    }
+    void paragraphs(int count) {
+        for (int i = 0; i < count; ++i) {
+            type(u"一\r");
+        }
+    }
+    void nextSection(const Bytes& list) {
+        before = document.main.size();
+        document.sections.push_back({0, intern(list)});
+        document.headers.resize(document.sections.size());
+    }
+
+    std::vector<Page> pages() {
+        source = sourceOf(document);
+        layout = std::make_unique<DocumentLayout>(source, fonts, LayoutOptions{});
+        std::vector<Page> result;
+        while (auto page = layout->nextPage()) {
+            result.push_back(std::move(*page));
+        }
+        return result;
+    }
+
+    static std::u16string textOf(const Page& page) {
+        std::u16string text;
+        for (const PlacedText& run : page.layer.texts) {
+            text += run.text;
+        }
+        return text;
+    }
+
+    test::ContentBuilder builder;
+    test::FixedFonts fonts;
+    word::DocumentData document;
+    LayoutSource source;
+    std::unique_ptr<DocumentLayout> layout;
+    word::Cp before = 0;
+};
+
+TEST_F(Pages, ADocumentWithoutTextHasOnePage) {
+    type(u"\r");
+    EXPECT_EQ(pages().size(), 1U);
+}
+
+TEST_F(Pages, TenLinesFillAPage) {
+    paragraphs(10);
+    EXPECT_EQ(pages().size(), 1U);
+    paragraphs(1);
+    EXPECT_EQ(pages().size(), 2U);
+}
+
+TEST_F(Pages, PagesComeOneByOneAsTheyAreAskedFor) {
+    paragraphs(50);
+    source = sourceOf(document);
+    DocumentLayout lazy(source, fonts, {});
+    ASSERT_TRUE(lazy.nextPage());
+    EXPECT_LT(lazy.lines().back().at, 40U);
+}
+
+TEST_F(Pages, LinesTellTheirPagesAndNumbers) {
+    paragraphs(25);
+    pages();
+    const auto& lines = layout->lines();
+    ASSERT_EQ(lines.size(), 25U);
+    EXPECT_EQ(lines[9].sheet, 0);
+    EXPECT_EQ(lines[10].sheet, 1);
+    EXPECT_EQ(lines[10].number, 2);
+    EXPECT_EQ(lines[24].sheet, 2);
+}
+
+TEST_F(Pages, APageBreakPutsTheRestOnTheNextPage) {
+    type(u"甲\f乙\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[0]), u"甲");
+    EXPECT_EQ(textOf(found[1]), u"乙");
+}
+
+TEST_F(Pages, AParagraphMayStartAPage) {
+    type(u"甲\r");
+    type(u"乙\r", withSprm8({}, sprm::PFPageBreakBefore, 1));
+    EXPECT_EQ(textOf(pages().at(1)), u"乙");
+}
+
+TEST_F(Pages, ASectionStartsAPageAndMayCountAnew) {
+    type(u"甲\r");
+    nextSection(withSprm16(withSprm8(section(), sprm::SFPgnRestart, 1), sprm::SPgnStart97, 7));
+    type(u"乙\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].number, 1);
+    EXPECT_EQ(found[1].number, 7);
+}
+
+TEST_F(Pages, AContinuousSectionGoesOnUnderTheLast) {
+    type(u"甲\r");
+    nextSection(withSprm8(section(), sprm::SBkc, 0));
+    type(u"乙\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[1].baseline - found[0].layer.texts[0].baseline, 200);
+}
+
+TEST_F(Pages, ASectionOnAnOddPageLeavesAnEvenOneEmpty) {
+    type(u"甲\r");
+    nextSection(withSprm8(section(), sprm::SBkc, 4));
+    type(u"乙\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 3U);
+    EXPECT_EQ(textOf(found[1]), u"");
+    EXPECT_EQ(found[2].number, 3);
+}
+
+TEST_F(Pages, TwoColumnsAreFilledOneAfterTheOther) {
+    Bytes list = withSprm16(section(), sprm::SCcolumns, 1);
+    list = withSprm16(list, sprm::SDxaColumns, 200);
+    document.sections[0].properties = intern(list);
+    paragraphs(12);
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[10].x, 1000 + 900 + 200);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[10].baseline, found[0].layer.texts[0].baseline);
+}
+
+TEST_F(Pages, HeadersStandOnEachPageAndPushTheTextDown) {
+    paragraphs(12);
+    document.headers.resize(1);
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
+        story(u"眉\r眉\r眉\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[1]).substr(0, 3), u"眉眉眉");
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[0].baseline, 720 + 160);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[3].baseline, 720 + 600 + 160);
+}
+
+TEST_F(Pages, ATitlePageHasHeadersOfItsOwn) {
+    paragraphs(12);
+    document.sections[0].properties = intern(withSprm8(section(), sprm::SFTitlePage, 1));
+    document.headers.resize(1);
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] = story(u"眉\r");
+    const auto found = pages();
+    EXPECT_EQ(textOf(found[0])[0], u'一');
+    EXPECT_EQ(textOf(found[1])[0], u'眉');
+}
+
+TEST_F(Pages, APageFieldShowsTheNumberOfItsPage) {
+    paragraphs(12);
+    word::Story footer = story(u"\x13PAGE\x14"
+                               u"9\x15\r");
+    footer.fields = {{0, 0x13, 0x21}, {5, 0x14, 0}, {7, 0x15, 0}};
+    document.headers.resize(1);
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] = footer;
+    const auto found = pages();
+    EXPECT_EQ(textOf(found[0])[0], u'1');
+    EXPECT_EQ(textOf(found[1])[0], u'2');
+    EXPECT_EQ(textOf(found[1]).find(u"PAGE"), std::u16string::npos);
+}
+
+TEST_F(Pages, HiddenTextAndInstructionsOfFieldsAreNotSeen) {
+    type(u"甲\x13HYPERLINK x\x14乙\x15丙\r");
+    document.main.fields = {{1, 0x13, 0x58}, {13, 0x14, 0}, {15, 0x15, 0}};
+    EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
+    document.main.characters = {{1, intern(withSprm8({}, sprm::CFVanish, 1))},
+                                {document.main.size() - 1, {}}};
+    EXPECT_EQ(textOf(pages().at(0)), u"乙丙");
+}
+
+TEST_F(Pages, AFootnoteStandsOnThePageOfItsReference) {
+    type(u"甲\x02\r");
+    paragraphs(9);
+    document.main.anchors = {{1, word::AnchorKind::footnote, 0}};
+    document.tables.notes.push_back(
+        {std::make_shared<const word::Story>(story(u"\x02注\r")), true});
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[0]).substr(0, 2), u"甲1");
+    EXPECT_EQ(textOf(found[0]).substr(textOf(found[0]).size() - 2), u"1注");
+    EXPECT_EQ(found[0].layer.rules.size(), 1U);
+    EXPECT_TRUE(found[1].layer.rules.empty());
+}
+
+TEST_F(Pages, ATableStandsCellBesideCell) {
+    word::LittleEndianWriter definition;
+    definition.u16(sprm::TDefTable);
+    definition.u16(2 * 2 + 2 + 1 + 1);
+    definition.u8(2);
+    for (const unsigned edge : {0U, 1000U, 2000U}) {
+        definition.u16(edge);
+    }
+    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+    Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
+    const Bytes row = definition.take();
+    mark.insert(mark.end(), row.begin(), row.end());
+    document.main.text = u"甲\a乙\a\a\r";
+    document.main.characters = {{6, {}}};
+    document.main.paragraphs = {
+        {2, 0, intern(inTable)}, {2, 0, intern(inTable)}, {1, 0, intern(mark)}, {1, 0, {}}};
+    document.sections[0].length = 6;
+    const auto found = pages();
+    ASSERT_EQ(textOf(found[0]), u"甲乙");
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[0].x, 1000 + 108);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[1].x, 2000 + 108);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[0].baseline, found[0].layer.texts[1].baseline);
+}
+
+TEST_F(Pages, APictureHigherThanThePageStandsOnOneOfItsOwn) {
+    paragraphs(1);
+    type(u"二\r", withSprm32({}, sprm::PDyaLine, static_cast<std::uint16_t>(-9000)));
+    paragraphs(1);
+    EXPECT_EQ(pages().size(), 3U);
+}
+
+} // namespace
+} // namespace qvnd::layout

@@ -1,0 +1,239 @@
+#include "platform/word/layout/LineComposer.h"
+#include "support/FixedFonts.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::layout {
+namespace {
+
+using word::LineAlignment;
+using word::ResolvedParagraph;
+using word::TabStop;
+
+// Lines of ten Chinese characters of 10 points: 2000 twips.
+class LineComposer : public testing::Test {
+protected:
+    LineComposer() {
+        setting.width = 2000;
+        format.spacesLatin = format.spacesDigits = false;
+    }
+
+    void type(std::u32string_view text) {
+        for (const char32_t c : text) {
+            TextItem item;
+            item.character = c;
+            item.size = 200;
+            item.format = &look;
+            item.at = static_cast<word::Cp>(items.items.size());
+            item.width = fonts.advance(0, c) * item.size;
+            item.kind = c == U'\t'   ? TextItem::Kind::tab
+                        : c == U'\v' ? TextItem::Kind::lineBreak
+                        : c == U'\f' ? TextItem::Kind::pageBreak
+                                     : TextItem::Kind::character;
+            items.items.push_back(item);
+        }
+        items.markSize = items.characterWidth = 200;
+    }
+
+    const Strips& compose() {
+        strips = composeLines(items, format, fonts, setting);
+        return strips;
+    }
+
+    // The texts of the lines, runs joined.
+    std::vector<std::u16string> lines() {
+        std::vector<std::u16string> result;
+        for (const Strip& strip : compose()) {
+            std::u16string text;
+            for (const PlacedText& run : strip.layer.texts) {
+                text += run.text;
+            }
+            result.push_back(text);
+        }
+        return result;
+    }
+
+    double leftOf(std::size_t line) { return compose()[line].layer.texts.front().x; }
+    double rightOf(std::size_t line) {
+        const PlacedText& run = compose()[line].layer.texts.back();
+        double x = run.x;
+        for (const float advance : run.advances) {
+            x += advance;
+        }
+        return x;
+    }
+
+    test::FixedFonts fonts;
+    word::ResolvedText look;
+    ParagraphItems items;
+    ResolvedParagraph format;
+    LineSetting setting;
+    Strips strips;
+};
+
+using Lines = std::vector<std::u16string>;
+
+TEST_F(LineComposer, ChineseTextEndsItsLinesAnywhere) {
+    type(U"一二三四五六七八九十甲乙");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九十", u"甲乙"}));
+}
+
+TEST_F(LineComposer, LatinWordsStayWholeAndTheBlankAtTheEndTakesNoRoom) {
+    type(U"aaaa bbbb cccc dddd eeee"); // twenty letters a line
+    EXPECT_EQ(lines(), (Lines{u"aaaa bbbb cccc dddd ", u"eeee"}));
+}
+
+TEST_F(LineComposer, AWordLongerThanTheLineIsCut) {
+    type(std::u32string(25, U'a'));
+    EXPECT_EQ(lines(), (Lines{std::u16string(20, u'a'), std::u16string(5, u'a')}));
+}
+
+TEST_F(LineComposer, ForbiddenCharactersBeginNoLineUnlessTheyHang) {
+    type(U"一二三四五六七八九十）甲");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"十）甲"}));
+}
+
+TEST_F(LineComposer, AFullStopMayHangBeyondTheMargin) {
+    type(U"一二三四五六七八九十。甲");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九十。", u"甲"}));
+    format.hangsPunctuation = false;
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"十。甲"}));
+}
+
+TEST_F(LineComposer, OpeningBracketsEndNoLine) {
+    type(U"一二三四五六七八九（甲乙");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"（甲乙"}));
+    format.forbidsLineEnds = false;
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九（", u"甲乙"}));
+}
+
+TEST_F(LineComposer, AGapStandsBetweenChineseAndLatinWhereItIsWanted) {
+    type(U"一a一1");
+    EXPECT_DOUBLE_EQ(rightOf(0), 600);
+    format.spacesLatin = true;
+    EXPECT_DOUBLE_EQ(rightOf(0), 700);
+    format.spacesDigits = true;
+    EXPECT_DOUBLE_EQ(rightOf(0), 750);
+}
+
+TEST_F(LineComposer, PunctuationSideBySideIsCompressedWhereTheDocumentSaysSo) {
+    type(U"一）。（二");
+    EXPECT_DOUBLE_EQ(rightOf(0), 1000);
+    setting.compressesPunctuation = true;
+    EXPECT_DOUBLE_EQ(rightOf(0), 800);
+}
+
+TEST_F(LineComposer, BlanksBesideTextDoNotCountForTheHeight) {
+    type(U"一 二");
+    items.items[1].size = 400;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 200);
+}
+
+TEST_F(LineComposer, JustifiedLinesReachTheMarginButNotTheLast) {
+    type(U"一二三四五六七八aaaaa甲乙");
+    format.alignment = LineAlignment::justified;
+    ASSERT_EQ(lines(), (Lines{u"一二三四五六七八", u"aaaaa甲乙"}));
+    EXPECT_NEAR(rightOf(0), 2000, 0.1);
+    EXPECT_NEAR(rightOf(1), 900, 0.1);
+    format.alignment = LineAlignment::distributed;
+    EXPECT_NEAR(rightOf(1), 2000, 0.1);
+}
+
+TEST_F(LineComposer, LinesStandInTheMiddleOrAtTheRight) {
+    type(U"一二");
+    format.alignment = LineAlignment::centre;
+    EXPECT_DOUBLE_EQ(leftOf(0), 800);
+    format.alignment = LineAlignment::right;
+    EXPECT_DOUBLE_EQ(leftOf(0), 1600);
+}
+
+TEST_F(LineComposer, IndentsMoveTheFirstLineAndTheOthers) {
+    type(U"一二三四五六七八九十");
+    format.firstLine.characters = 200;
+    format.left.twips = 200;
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七", u"八九十"}));
+    EXPECT_DOUBLE_EQ(leftOf(0), 600);
+    EXPECT_DOUBLE_EQ(leftOf(1), 200);
+}
+
+TEST_F(LineComposer, ARightTabPutsWhatFollowsBeforeItsStopAndFillsTheGap) {
+    type(U"一\t12");
+    format.tabStops = {{2000, TabStop::Kind::right, u'.'}};
+    EXPECT_EQ(lines(), (Lines{u"一................12"}));
+    EXPECT_DOUBLE_EQ(rightOf(0), 2000);
+}
+
+TEST_F(LineComposer, ADecimalTabPutsThePointAtItsStop) {
+    type(U"\t12.5");
+    format.tabStops = {{1000, TabStop::Kind::decimal, 0}};
+    EXPECT_DOUBLE_EQ(leftOf(0), 800);
+}
+
+TEST_F(LineComposer, TabsWithoutAStopGoToTheDefaultOnes) {
+    type(U"一\t二\t三");
+    setting.defaultTab = 420;
+    compose();
+    EXPECT_DOUBLE_EQ(strips[0].layer.texts[1].x, 420);
+    EXPECT_DOUBLE_EQ(strips[0].layer.texts[2].x, 840);
+}
+
+TEST_F(LineComposer, ALineIsAsHighAsItsLargestCharacter) {
+    type(U"一二");
+    items.items[1].size = 400;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 400);
+    EXPECT_DOUBLE_EQ(compose()[0].layer.texts[0].baseline, 320);
+}
+
+TEST_F(LineComposer, SpacingIsAMultipleAtLeastOrExact) {
+    type(U"一");
+    format.line = 360;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 300);
+    format.spacing = ResolvedParagraph::Spacing::atLeast;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 360);
+    format.line = 100;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 200);
+    format.spacing = ResolvedParagraph::Spacing::exact;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 100);
+}
+
+TEST_F(LineComposer, LinesOnAGridTakeWholeLinesOfIt) {
+    type(U"一");
+    setting.grid.linePitch = 312;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 312);
+    items.items[0].size = 400;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 624);
+    format.line = 480; // twice as far apart: one unit of two lines is enough
+    EXPECT_DOUBLE_EQ(compose()[0].height, 624);
+    format.line = 240;
+    format.snapsToGrid = false;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 400);
+}
+
+TEST_F(LineComposer, AnEmptyParagraphIsAsHighAsItsMark) {
+    items.markSize = 240;
+    ASSERT_EQ(compose().size(), 1U);
+    EXPECT_DOUBLE_EQ(strips[0].height, 240);
+}
+
+TEST_F(LineComposer, ABreakEndsItsLineAndTheMarkStandsBehindIt) {
+    type(U"一\v二\f");
+    ASSERT_EQ(compose().size(), 3U);
+    EXPECT_FALSE(strips[0].endsPage);
+    EXPECT_TRUE(strips[1].endsPage);
+    EXPECT_TRUE(strips[2].layer.texts.empty());
+}
+
+TEST_F(LineComposer, PicturesTakeTheirRoomInTheLine) {
+    type(U"一二");
+    items.items[1].kind = TextItem::Kind::picture;
+    items.items[1].width = 1500;
+    items.items[1].height = 900;
+    ASSERT_EQ(compose().size(), 1U);
+    EXPECT_DOUBLE_EQ(strips[0].height, 940); // the letter's descent stands below it
+    ASSERT_EQ(strips[0].layer.pictures.size(), 1U);
+    EXPECT_DOUBLE_EQ(strips[0].layer.pictures[0].x, 200);
+    EXPECT_DOUBLE_EQ(strips[0].layer.pictures[0].y, 0);
+}
+
+} // namespace
+} // namespace qvnd::layout
