@@ -9,6 +9,7 @@
 #include "tools/OutlineCommands.h"
 #include "tools/OutlineDragCommands.h"
 #include "tools/OutlineEditCommands.h"
+#include "tools/PageCommands.h"
 #include "tools/PlanCommands.h"
 #include "tools/PlanDeletion.h"
 #include "tools/RegistryCommands.h"
@@ -23,7 +24,7 @@ std::vector<Command> commandTable() {
          {planCommands(), planDeletion(), importLegacyCommands(), outlineCommands(),
           outlineEditCommands(), outlineDragCommands(), templateCommands(), similarCommands(),
           formatCommands(), formatLibraryCommands(), checkCommands(), generateCommands(),
-          docCommands(), registryCommands()}) {
+          docCommands(), pageCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -1,7 +1,6 @@
 #include "tools/DocCommands.h"
 
 #include "platform/error/RunTimeError.h"
-#include "platform/office/OfficeSuite.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/docfile/text/DocumentText.h"
 #include "platform/word/docfile/writer/DocumentSummary.h"
@@ -15,7 +14,6 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <QTemporaryDir>
 
 #include <filesystem>
 
@@ -157,18 +155,6 @@ ExitStatus check(Session& session, const QStringList& words) {
     return findings.empty() ? ExitStatus::done : ExitStatus::refused;
 }
 
-ExitStatus pdf(Session& session, const QStringList& words) {
-    const Arguments arguments(words, {});
-    arguments.expectPositions(2, 2);
-    return refusing(session, [&] {
-        const QTemporaryDir profile;
-        office::OfficeSuite(profile.path())
-            .convert(arguments.position(0), arguments.position(1),
-                     QStringLiteral("pdf:writer_pdf_Export"));
-        session.output().result(QJsonObject{{"output", arguments.position(1)}}, {});
-    });
-}
-
 } // namespace
 
 std::vector<Command> docCommands() {
@@ -179,9 +165,7 @@ std::vector<Command> docCommands() {
         {QStringLiteral("doc info"), QStringLiteral("文件"),
          QStringLiteral("文档里有多少段落、表格、图片等"), info},
         {QStringLiteral("doc check"), QStringLiteral("文件"),
-         QStringLiteral("按格式规定严格检查文档"), check},
-        {QStringLiteral("doc pdf"), QStringLiteral("文件 输出"),
-         QStringLiteral("由办公套件转成 PDF"), pdf}};
+         QStringLiteral("按格式规定严格检查文档"), check}};
 }
 
 } // namespace qvnd::tools

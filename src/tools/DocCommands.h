@@ -4,8 +4,8 @@
 
 namespace qvnd::tools {
 
-// The commands on single Word documents: "doc merge", "doc text", "doc info", "doc
-// check" and "doc pdf".
+// The commands on single Word documents: "doc merge", "doc text", "doc info" and "doc
+// check".
 std::vector<Command> docCommands();
 
 } // namespace qvnd::tools

@@ -1,0 +1,270 @@
+#include "platform/drawing/FontFaces.h"
+
+#include "platform/drawing/KnownFaces.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/error/Utf8.h"
+#include "platform/word/formatting/NameFolding.h"
+#include "platform/word/layout/CharacterClasses.h"
+
+#include <fontconfig/fontconfig.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_TRUETYPE_TABLES_H
+
+#include <cmath>
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <unordered_map>
+#include <vector>
+
+namespace qvnd::drawing {
+
+namespace {
+
+using layout::FaceHeights;
+using layout::FaceId;
+using layout::FaceRequest;
+
+using Pattern = std::unique_ptr<FcPattern, decltype(&FcPatternDestroy)>;
+
+Pattern patternOf(const FaceRequest& request, std::optional<char32_t> mustHave) {
+    Pattern pattern(FcPatternCreate(), &FcPatternDestroy);
+    const std::string family = toUtf8(request.name);
+    FcPatternAddString(pattern.get(), FC_FAMILY, reinterpret_cast<const FcChar8*>(family.c_str()));
+    FcPatternAddInteger(pattern.get(), FC_WEIGHT, request.bold ? FC_WEIGHT_BOLD : FC_WEIGHT_NORMAL);
+    FcPatternAddInteger(pattern.get(), FC_SLANT, request.italic ? FC_SLANT_ITALIC : FC_SLANT_ROMAN);
+    FcPatternAddBool(pattern.get(), FC_OUTLINE, FcTrue);
+    if (request.eastAsian) {
+        FcPatternAddString(pattern.get(), FC_LANG, reinterpret_cast<const FcChar8*>("zh-cn"));
+    }
+    if (mustHave) {
+        FcCharSet* characters = FcCharSetCreate();
+        FcCharSetAddChar(characters, *mustHave);
+        FcPatternAddCharSet(pattern.get(), FC_CHARSET, characters);
+        FcCharSetDestroy(characters);
+    }
+    FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
+    FcDefaultSubstitute(pattern.get());
+    return pattern;
+}
+
+// The file of a face and its place in it.
+struct FaceFile {
+    std::string path;
+    int index = 0;
+    std::u16string family;
+    bool bold = false;
+    bool italic = false;
+    bool operator<(const FaceFile& other) const {
+        return std::tie(path, index) < std::tie(other.path, other.index);
+    }
+};
+
+std::optional<FaceFile> bestFile(const FaceRequest& request, std::optional<char32_t> mustHave) {
+    const Pattern wanted = patternOf(request, mustHave);
+    FcResult result = FcResultNoMatch;
+    const Pattern found(FcFontMatch(nullptr, wanted.get(), &result), &FcPatternDestroy);
+    FcChar8* path = nullptr;
+    if (!found || FcPatternGetString(found.get(), FC_FILE, 0, &path) != FcResultMatch) {
+        return std::nullopt;
+    }
+    FaceFile file;
+    file.path = reinterpret_cast<const char*>(path);
+    FcPatternGetInteger(found.get(), FC_INDEX, 0, &file.index);
+    int weight = FC_WEIGHT_NORMAL;
+    int slant = FC_SLANT_ROMAN;
+    FcPatternGetInteger(found.get(), FC_WEIGHT, 0, &weight);
+    FcPatternGetInteger(found.get(), FC_SLANT, 0, &slant);
+    file.bold = weight >= FC_WEIGHT_DEMIBOLD;
+    file.italic = slant != FC_SLANT_ROMAN;
+    FcChar8* family = nullptr;
+    if (FcPatternGetString(found.get(), FC_FAMILY, 0, &family) == FcResultMatch) {
+        file.family = fromUtf8(reinterpret_cast<const char*>(family));
+    }
+    return file;
+}
+
+bool isMark(char32_t c) {
+    return (c >= 0x300 && c <= 0x36F) || (c >= 0x200B && c <= 0x200F) || c == 0xFEFF;
+}
+
+} // namespace
+
+class FontFaces::Store {
+public:
+    explicit Store(FontChoice choice) : choice_(choice) {
+        if (FT_Init_FreeType(&library_) != 0 || !bestFile({u"serif", false, false, false}, {})) {
+            throw RunTimeError(5, u"这台电脑上没有可用的字体。");
+        }
+    }
+    ~Store() {
+        for (auto& [file, face] : files_) {
+            FT_Done_Face(face);
+        }
+        FT_Done_FreeType(library_);
+    }
+    Store(const Store&) = delete;
+    Store& operator=(const Store&) = delete;
+
+    FaceId face(const FaceRequest& request) {
+        const Key key{request.name, request.bold, request.italic, request.eastAsian};
+        const auto known = requests_.find(key);
+        if (known != requests_.end()) {
+            return known->second;
+        }
+        const auto file = bestFile(request, std::nullopt);
+        const FaceId id = add(request, *file);
+        requests_.emplace(key, id);
+        return id;
+    }
+
+    FaceId shownBy(FaceId id, char32_t c) {
+        Face& face = *faces_[id];
+        if (FT_Get_Char_Index(face.face, c) != 0 || c < 0x20) {
+            return id;
+        }
+        const auto known = face.standIns.find(c);
+        if (known != face.standIns.end()) {
+            return known->second;
+        }
+        FaceId standIn = id;
+        if (const auto file = bestFile(face.request, c)) {
+            const FaceId other = addStandIn(face, *file);
+            standIn = FT_Get_Char_Index(faces_[other]->face, c) != 0 ? other : id;
+        }
+        faces_[id]->standIns.emplace(c, standIn);
+        return standIn;
+    }
+
+    double advance(FaceId id, char32_t c) {
+        Face& face = *faces_[id];
+        if (c < face.advances.size() && !std::isnan(face.advances[c])) {
+            return face.advances[c];
+        }
+        const double width = measure(face, c);
+        constexpr std::size_t kept = 0x10000;
+        if (c < kept) {
+            if (face.advances.empty()) {
+                face.advances.assign(kept, std::nanf(""));
+            }
+            face.advances[c] = static_cast<float>(width);
+        }
+        return width;
+    }
+
+    FaceHeights heights(FaceId id) const { return faces_[id]->heights; }
+
+    DrawnFace drawn(FaceId id) const {
+        const Face& face = *faces_[id];
+        return {face.face, face.embolden, face.slant};
+    }
+
+private:
+    using Key = std::tuple<std::u16string, bool, bool, bool>;
+
+    struct Face {
+        FaceRequest request;
+        FT_Face face = nullptr;
+        FaceHeights heights;
+        std::optional<KnownFace> known; // whose measures count
+        bool embolden = false;
+        bool slant = false;
+        std::vector<float> advances; // by character; not a number while it is not known
+        std::unordered_map<char32_t, FaceId> standIns;
+        std::map<FaceFile, FaceId> standInsByFile;
+    };
+
+    FT_Face open(const FaceFile& file) {
+        const auto known = files_.find(file);
+        if (known != files_.end()) {
+            return known->second;
+        }
+        FT_Face face = nullptr;
+        if (FT_New_Face(library_, file.path.c_str(), file.index, &face) != 0) {
+            throw RunTimeError(5, u"读不了字体文件：" + fromUtf8(file.path));
+        }
+        files_.emplace(file, face);
+        return face;
+    }
+
+    FaceId add(const FaceRequest& request, const FaceFile& file) {
+        auto face = std::make_unique<Face>();
+        face->request = request;
+        face->face = open(file);
+        face->embolden = request.bold && !file.bold;
+        face->slant = request.italic && !file.italic;
+        if (choice_ == FontChoice::named) {
+            face->known = knownFace(request.name);
+        }
+        face->heights = face->known ? face->known->heights : ownHeights(*face);
+        faces_.push_back(std::move(face));
+        return static_cast<FaceId>(faces_.size() - 1);
+    }
+
+    // A stand-in for some characters: in a known face they have that face's room.
+    FaceId addStandIn(Face& face, const FaceFile& file) {
+        const auto known = face.standInsByFile.find(file);
+        if (known != face.standInsByFile.end()) {
+            return known->second;
+        }
+        const FaceId id = add(face.request, file);
+        face.standInsByFile.emplace(file, id);
+        return id;
+    }
+
+    FaceHeights ownHeights(const Face& face) const {
+        const double units = std::max<double>(face.face->units_per_EM, 1);
+        const double ascent = face.face->ascender / units;
+        const double descent = -face.face->descender / units;
+        const double line = face.face->height / units;
+        if (choice_ == FontChoice::named && face.request.eastAsian) {
+            return eastAsianHeights(ascent, descent);
+        }
+        return {ascent, descent, std::max(0.0, line - ascent - descent)};
+    }
+
+    double measure(const Face& face, char32_t c) const {
+        if (isMark(c)) {
+            return 0;
+        }
+        if (face.known && face.known->eastAsian &&
+            (layout::isEastAsian(c) || (face.request.eastAsian && layout::isOfEitherScript(c)))) {
+            return 1;
+        }
+        if (face.known && face.known->halfWidthLatin) {
+            return layout::isOfEitherScript(c) ? 1 : 0.5;
+        }
+        const FT_UInt glyph = FT_Get_Char_Index(face.face, c);
+        if (FT_Load_Glyph(face.face, glyph, FT_LOAD_NO_SCALE) != 0) {
+            return 0.5;
+        }
+        return static_cast<double>(face.face->glyph->metrics.horiAdvance) /
+               std::max<double>(face.face->units_per_EM, 1);
+    }
+
+    FontChoice choice_;
+    FT_Library library_ = nullptr;
+    std::map<FaceFile, FT_Face> files_;
+    std::map<Key, FaceId> requests_;
+    std::vector<std::unique_ptr<Face>> faces_;
+};
+
+FontFaces::FontFaces(FontChoice choice) : store_(std::make_unique<Store>(choice)) {}
+FontFaces::~FontFaces() = default;
+
+FaceId FontFaces::face(const FaceRequest& request) { return store_->face(request); }
+FaceId FontFaces::shownBy(FaceId face, char32_t character) {
+    return store_->shownBy(face, character);
+}
+double FontFaces::advance(FaceId face, char32_t character) {
+    return store_->advance(face, character);
+}
+FaceHeights FontFaces::heights(FaceId face) { return store_->heights(face); }
+unsigned FontFaces::glyph(FaceId face, char32_t character) const {
+    return FT_Get_Char_Index(store_->drawn(face).face, character);
+}
+DrawnFace FontFaces::drawn(FaceId face) const { return store_->drawn(face); }
+
+} // namespace qvnd::drawing

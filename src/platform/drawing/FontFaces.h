@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/word/layout/FontMetrics.h"
+
+#include <memory>
+
+struct FT_FaceRec_;
+
+namespace qvnd::drawing {
+
+// Which measures the layout goes by.
+enum class FontChoice : std::uint8_t {
+    named, // those of the faces that the document names, installed or not
+    here   // those of the faces that this desktop shows instead
+};
+
+// A face that is painted, and what is done to it where it lacks the look.
+struct DrawnFace {
+    FT_FaceRec_* face = nullptr; // lives as long as the FontFaces
+    bool embolden = false;
+    bool slant = false;
+};
+
+// The faces of this desktop, found by fontconfig and read by FreeType. One thread at a time.
+class FontFaces : public layout::FontMetrics {
+public:
+    // Throws RunTimeError (5) when the desktop has no font at all.
+    explicit FontFaces(FontChoice choice);
+    ~FontFaces() override;
+    FontFaces(const FontFaces&) = delete;
+    FontFaces& operator=(const FontFaces&) = delete;
+
+    layout::FaceId face(const layout::FaceRequest& request) override;
+    layout::FaceId shownBy(layout::FaceId face, char32_t character) override;
+    double advance(layout::FaceId face, char32_t character) override;
+    layout::FaceHeights heights(layout::FaceId face) override;
+
+    DrawnFace drawn(layout::FaceId face) const;
+    // The number of a character's glyph in the face that is painted; 0 for none.
+    unsigned glyph(layout::FaceId face, char32_t character) const;
+
+private:
+    class Store;
+    std::unique_ptr<Store> store_;
+};
+
+} // namespace qvnd::drawing

@@ -1,0 +1,257 @@
+#include "tools/PageCommands.h"
+
+#include "platform/drawing/PagePainter.h"
+#include "platform/error/RunTimeError.h"
+#include "platform/office/OfficeSuite.h"
+#include "platform/pictures/PageImages.h"
+#include "platform/word/docfile/text/DocumentText.h"
+#include "platform/word/engine/DocumentSource.h"
+#include "platform/word/formatting/FormatResolver.h"
+#include "platform/word/layout/DocumentLayout.h"
+#include "tools/Arguments.h"
+#include "tools/Session.h"
+#include "tools/UsageError.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::tools {
+
+namespace {
+
+ExitStatus refusing(Session& session, const std::function<void()>& work) {
+    try {
+        work();
+        return ExitStatus::done;
+    } catch (const RunTimeError& failure) {
+        session.messages().tell(QString::fromStdU16String(failure.description()),
+                                desktop::Icon::exclamation, u"警告！"_s);
+        return ExitStatus::refused;
+    }
+}
+
+drawing::FontChoice fontsOf(const Arguments& arguments) {
+    if (!arguments.hasOption(u"--fonts"_s)) {
+        return drawing::FontChoice::named;
+    }
+    if (arguments.option(u"--fonts"_s) != u"here"_s) {
+        throw UsageError(u"--fonts 只能是 here"_s);
+    }
+    return drawing::FontChoice::here;
+}
+
+// A document with what its layout needs, laid out from its first page on.
+class LaidOut {
+public:
+    LaidOut(const QString& path, drawing::FontChoice choice)
+        : document_(word::readDocumentFile(std::filesystem::path(path.toStdU16String()))),
+          source_(layout::sourceOf(document_)), fonts_(choice) {
+        if (choice == drawing::FontChoice::here) {
+            // As the office suite of the desktop sets text.
+            options_.latinGap = 0.2;
+            options_.marksCount = false;
+        }
+        begin();
+    }
+
+    // Calls `take` with each page. A document that shows how many pages it has is laid out once
+    // before, to count them.
+    void forEachPage(const std::function<void(const layout::Page&)>& take) {
+        const std::optional<layout::Page> first = layout_->nextPage();
+        if (first && layout_->showsPageCount()) {
+            int pages = 1;
+            while (layout_->nextPage()) {
+                ++pages;
+            }
+            options_.totalPages = pages;
+            begin();
+            while (const auto page = layout_->nextPage()) {
+                take(*page);
+            }
+            return;
+        }
+        for (auto page = first; page; page = layout_->nextPage()) {
+            take(*page);
+        }
+    }
+
+    const word::DocumentData& document() const { return document_; }
+    const drawing::FontFaces& fonts() const { return fonts_; }
+    const layout::DocumentLayout& layout() const { return *layout_; }
+
+private:
+    void begin() { layout_ = std::make_unique<layout::DocumentLayout>(source_, fonts_, options_); }
+
+    word::DocumentData document_;
+    layout::LayoutSource source_;
+    drawing::FontFaces fonts_;
+    layout::LayoutOptions options_;
+    std::unique_ptr<layout::DocumentLayout> layout_;
+};
+
+// A file that takes the old one's place when it is whole.
+class WholeFile {
+public:
+    explicit WholeFile(const QString& path) : file_(path) {
+        if (!file_.open(QIODevice::WriteOnly)) {
+            fail();
+        }
+    }
+    void write(word::ByteView bytes) {
+        const auto size = static_cast<qint64>(bytes.size());
+        if (file_.write(reinterpret_cast<const char*>(bytes.data()), size) != size) {
+            fail();
+        }
+    }
+    void commit() {
+        if (!file_.commit()) {
+            fail();
+        }
+    }
+
+private:
+    [[noreturn]] void fail() {
+        throw RunTimeError(error::pathAccess, u"写不了文件“" + file_.fileName().toStdU16String() +
+                                                  u"”：" + file_.errorString().toStdU16String());
+    }
+    QSaveFile file_;
+};
+
+void officePdf(const QString& from, const QString& to) {
+    const QTemporaryDir profile;
+    office::OfficeSuite(profile.path()).convert(from, to, u"pdf:writer_pdf_Export"_s);
+}
+
+int ownPdf(const QString& from, const QString& to, drawing::FontChoice fonts) {
+    LaidOut document(from, fonts);
+    WholeFile file(to);
+    drawing::PagePainter painter(document.fonts(), pictures::pageImage);
+    const auto pdf = painter.pdf([&](word::ByteView bytes) { file.write(bytes); });
+    int pages = 0;
+    document.forEachPage([&](const layout::Page& page) {
+        pdf->add(page);
+        ++pages;
+    });
+    pdf->finish();
+    file.commit();
+    return pages;
+}
+
+ExitStatus pdf(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {{u"--office"_s}, {u"--fonts"_s}});
+    arguments.expectPositions(2, 2);
+    const drawing::FontChoice fonts = fontsOf(arguments);
+    return refusing(session, [&] {
+        QJsonObject told{{"output", arguments.position(1)}};
+        if (arguments.has(u"--office"_s)) {
+            officePdf(arguments.position(0), arguments.position(1));
+        } else {
+            told.insert("pages", ownPdf(arguments.position(0), arguments.position(1), fonts));
+        }
+        session.output().result(told, {});
+    });
+}
+
+ExitStatus png(Session& session, const QStringList& words) {
+    constexpr int widest = 20000;
+    const Arguments arguments(words, {{}, {u"--fonts"_s, u"--page"_s, u"--width"_s}});
+    arguments.expectPositions(2, 2);
+    const drawing::FontChoice fonts = fontsOf(arguments);
+    const int wanted = arguments.number(u"--page"_s, 1);
+    const int width = arguments.number(u"--width"_s, 800);
+    if (width < 1 || width > widest) {
+        throw UsageError(u"--width 要 1 到 20000 之间的像素数"_s);
+    }
+    return refusing(session, [&] {
+        LaidOut document(arguments.position(0), fonts);
+        drawing::PagePainter painter(document.fonts(), pictures::pageImage);
+        int pages = 0;
+        document.forEachPage([&](const layout::Page& page) {
+            if (++pages == wanted) {
+                WholeFile file(arguments.position(1));
+                file.write(drawing::pngOf(painter.image(page, width)));
+                file.commit();
+            }
+        });
+        if (wanted < 1 || wanted > pages) {
+            throw RunTimeError(error::memberNotFound,
+                               u"没有第 " + QString::number(wanted).toStdU16String() +
+                                   u" 页，文档共 " + QString::number(pages).toStdU16String() +
+                                   u" 页。");
+        }
+        session.output().result(QJsonObject{{"output", arguments.position(1)}}, {});
+    });
+}
+
+// A paragraph of an outline level, without its mark.
+struct Heading {
+    int level = 0;
+    word::Cp at = 0;
+    QString text;
+};
+
+std::vector<Heading> headingsOf(const word::DocumentData& document) {
+    std::vector<Heading> headings;
+    word::FormatResolver formats(document.tables);
+    word::Cp at = 0;
+    for (const word::ParagraphRun& run : document.main.paragraphs) {
+        const int level = formats.paragraph(run.style, run.properties).outlineLevel;
+        const QString text =
+            QString::fromStdU16String(document.main.text.substr(at, run.length)).simplified();
+        if (level > 0 && !text.isEmpty()) {
+            headings.push_back({level, at, text});
+        }
+        at += run.length;
+    }
+    return headings;
+}
+
+const layout::LinePlace& placeOf(const std::vector<layout::LinePlace>& lines, word::Cp at) {
+    const auto behind =
+        std::upper_bound(lines.begin(), lines.end(), at,
+                         [](word::Cp p, const layout::LinePlace& line) { return p < line.at; });
+    return behind == lines.begin() ? *behind : *std::prev(behind);
+}
+
+ExitStatus pages(Session& session, const QStringList& words) {
+    const Arguments arguments(words, {{}, {u"--fonts"_s}});
+    arguments.expectPositions(1, 1);
+    const drawing::FontChoice fonts = fontsOf(arguments);
+    return refusing(session, [&] {
+        LaidOut document(arguments.position(0), fonts);
+        int count = 0;
+        document.forEachPage([&](const layout::Page&) { ++count; });
+        QJsonArray json;
+        QStringList lines{u"共 %1 页"_s.arg(count)};
+        for (const Heading& heading : headingsOf(document.document())) {
+            const layout::LinePlace& place = placeOf(document.layout().lines(), heading.at);
+            json.append(QJsonObject{{"level", heading.level},
+                                    {"text", heading.text},
+                                    {"page", place.sheet + 1},
+                                    {"number", place.number}});
+            lines += QString(2 * (heading.level - 1), u' ') + heading.text + u'\t' +
+                     QString::number(place.number);
+        }
+        session.output().result(QJsonObject{{"pages", count}, {"headings", json}},
+                                lines.join(u'\n'));
+    });
+}
+
+} // namespace
+
+std::vector<Command> pageCommands() {
+    return {{u"doc pdf"_s, u"[--office] [--fonts here] 文件 输出"_s,
+             u"把文档排成页，写成 PDF（--office 由办公套件写）"_s, pdf},
+            {u"doc png"_s, u"[--page 页] [--width 像素] [--fonts here] 文件 输出"_s,
+             u"把一页画成图片"_s, png},
+            {u"doc pages"_s, u"[--fonts here] 文件"_s, u"文档的页数和各标题所在的页"_s, pages}};
+}
+
+} // namespace qvnd::tools

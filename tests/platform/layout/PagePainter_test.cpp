@@ -1,0 +1,168 @@
+#include "platform/drawing/PagePainter.h"
+
+#include "platform/drawing/KnownFaces.h"
+#include "platform/error/RunTimeError.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+namespace qvnd::drawing {
+namespace {
+
+using layout::Fill;
+using layout::Page;
+using layout::PlacedText;
+
+// A page of 1000 by 500 twips: 100 by 50 pixels below.
+class Painting : public testing::Test {
+protected:
+    Painting() {
+        page.width = 1000;
+        page.height = 500;
+    }
+
+    PixelImage paint() { return PagePainter(fonts, nullptr).image(page, 100); }
+
+    static std::uint32_t at(const PixelImage& image, int x, int y) {
+        const auto* pixel = image.pixels.data() + (static_cast<std::size_t>(y) * 100 + x) * 4U;
+        return (std::uint32_t{pixel[2]} << 16) | (std::uint32_t{pixel[1]} << 8) | pixel[0];
+    }
+
+    void type(const std::u16string& text, double size = 200) {
+        PlacedText run;
+        run.x = 100;
+        run.baseline = 300;
+        run.size = size;
+        run.face = fonts.face({u"serif", false, false, false});
+        run.text = text;
+        run.advances.assign(text.size(), static_cast<float>(size));
+        page.layer.texts.push_back(run);
+    }
+
+    std::string pdf(int pages) {
+        std::string bytes;
+        PagePainter painter(fonts, nullptr);
+        const auto file = painter.pdf([&](word::ByteView part) {
+            bytes.append(reinterpret_cast<const char*>(part.data()), part.size());
+        });
+        for (int i = 0; i < pages; ++i) {
+            file->add(page);
+        }
+        file->finish();
+        return bytes;
+    }
+
+    FontFaces fonts{FontChoice::here};
+    Page page;
+};
+
+TEST_F(Painting, APageIsWhiteWhereNothingStands) {
+    const PixelImage image = paint();
+    EXPECT_EQ(image.width, 100);
+    EXPECT_EQ(image.height, 50);
+    EXPECT_EQ(at(image, 50, 25), 0xFFFFFFU);
+}
+
+TEST_F(Painting, FillsAndRulesStandAtTheirPlacesInTheirColours) {
+    page.layer.fills.push_back({100, 100, 300, 100, 0x3366CC});
+    page.layer.rules.push_back({0, 400, 1000, 400, 40, false, 0xFF0000});
+    const PixelImage image = paint();
+    EXPECT_EQ(at(image, 20, 15), 0x3366CCU);
+    EXPECT_EQ(at(image, 45, 15), 0xFFFFFFU);
+    EXPECT_EQ(at(image, 50, 40), 0xFF0000U);
+}
+
+TEST_F(Painting, TextStandsOnItsLine) {
+    type(u"HHH");
+    const PixelImage image = paint();
+    int above = 0;
+    int below = 0;
+    for (int y = 0; y < 50; ++y) {
+        for (int x = 0; x < 100; ++x) {
+            (y < 30 ? above : below) += at(image, x, y) != 0xFFFFFF ? 1 : 0;
+        }
+    }
+    EXPECT_GT(above, 20);
+    EXPECT_EQ(below, 0);
+}
+
+TEST_F(Painting, APictureFillsItsPlace) {
+    page.layer.pictures.push_back({100, 100, 200, 200, nullptr});
+    PagePainter painter(fonts, [](const word::DataBlob&) {
+        return PixelImage{1, 1, {0x00, 0x00, 0xFF, 0xFF}}; // one red pixel
+    });
+    const PixelImage image = painter.image(page, 100);
+    EXPECT_EQ(at(image, 20, 20), 0xFF0000U);
+    EXPECT_EQ(at(image, 60, 40), 0xFFFFFFU);
+}
+
+TEST_F(Painting, APictureThatCannotBeReadLeavesItsPlaceEmpty) {
+    page.layer.pictures.push_back({100, 100, 200, 200, nullptr});
+    PagePainter painter(fonts, [](const word::DataBlob&) { return std::optional<PixelImage>(); });
+    EXPECT_EQ(at(painter.image(page, 100), 20, 20), 0xFFFFFFU);
+}
+
+TEST_F(Painting, APdfHasItsPagesInTheirSize) {
+    type(u"HHH");
+    const std::string bytes = pdf(3);
+    EXPECT_EQ(bytes.substr(0, 5), "%PDF-");
+    EXPECT_NE(bytes.find("/Count 3"), std::string::npos);
+    EXPECT_NE(bytes.find("/MediaBox [ 0 0 50 25 ]"), std::string::npos);
+}
+
+TEST_F(Painting, APdfEmbedsOnlyTheGlyphsThatItUses) {
+    type(u"H");
+    const std::size_t one = pdf(1).size();
+    std::u16string many;
+    for (char16_t c = u'!'; c < u'~'; ++c) {
+        many += c;
+    }
+    type(many);
+    EXPECT_GT(pdf(1).size(), one + 2000);
+    EXPECT_LT(one, 20000U);
+}
+
+TEST_F(Painting, AFailureToWriteComesBackToTheCaller) {
+    PagePainter painter(fonts, nullptr);
+    const auto file =
+        painter.pdf([](word::ByteView) { throw RunTimeError(error::diskFull, u"磁盘已满。"); });
+    EXPECT_THROW(
+        {
+            file->add(page);
+            file->finish();
+        },
+        RunTimeError);
+}
+
+TEST_F(Painting, AnImageIsWrittenAsPng) {
+    const word::Bytes png = pngOf(paint());
+    ASSERT_GT(png.size(), 8U);
+    EXPECT_EQ(std::string(png.begin() + 1, png.begin() + 4), "PNG");
+}
+
+TEST(KnownFaces, ALineOfAnEastAsianFaceIsThreeTenthsHigherThanTheFace) {
+    for (const char16_t* name :
+         {u"宋体", u"SimSun", u"仿宋_GB2312", u"KaiTi_GB2312", u"方正大标宋"}) {
+        const auto face = knownFace(name);
+        ASSERT_TRUE(face);
+        EXPECT_NEAR(face->heights.ascent + face->heights.descent, 1.3, 0.001);
+        EXPECT_TRUE(face->halfWidthLatin);
+    }
+    EXPECT_FALSE(knownFace(u"Nothing Known"));
+}
+
+TEST(KnownFaces, MeasuresOfANamedFaceAreItsOwnWhateverStandsInForIt) {
+    FontFaces fonts(FontChoice::named);
+    const layout::FaceId face = fonts.face({u"仿宋_GB2312", false, false, true});
+    EXPECT_DOUBLE_EQ(fonts.advance(fonts.shownBy(face, U'施'), U'施'), 1);
+    const layout::FaceId latin = fonts.face({u"仿宋_GB2312", false, false, false});
+    EXPECT_DOUBLE_EQ(fonts.advance(fonts.shownBy(latin, U'x'), U'x'), 0.5);
+    const layout::FaceHeights times =
+        fonts.heights(fonts.face({u"Times New Roman", true, false, false}));
+    EXPECT_NEAR(times.ascent + times.descent + times.leading, 1.149, 0.001);
+}
+
+} // namespace
+} // namespace qvnd::drawing
