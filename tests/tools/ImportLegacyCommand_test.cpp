@@ -54,7 +54,7 @@ TEST_F(LegacyTool, ADamagedJetFileIsNamedAndLeftAsItWas) {
 TEST_F(LegacyTool, AGenuineJetFileWithoutAnOutlineIsNamedAndLeftAsItWas) {
     const auto corpus = test::corpusFolder();
     if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
-        GTEST_SKIP() << "no genuine Jet files here";
+        GTEST_SKIP() << "no genuine Jet files here (they lie in the folder that QVND_CORPUS names)";
     }
     QFile genuine(files::fromPath(*corpus / "jet" / "testAccess_V1997.mdb"));
     ASSERT_TRUE(genuine.open(QIODevice::ReadOnly));
@@ -90,7 +90,7 @@ TEST_F(LegacyTool, DamagedCentralDatabasesOfAnOlderInstallationAreToldMadeAnewAn
 TEST_F(LegacyTool, GenuineCentralDatabasesAreTakenOverTableByTable) {
     const auto corpus = test::corpusFolder();
     if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
-        GTEST_SKIP() << "no genuine Jet files here";
+        GTEST_SKIP() << "no genuine Jet files here (they lie in the folder that QVND_CORPUS names)";
     }
     QFile genuine(files::fromPath(*corpus / "jet" / "testAccess_V1997.mdb"));
     ASSERT_TRUE(genuine.open(QIODevice::ReadOnly));

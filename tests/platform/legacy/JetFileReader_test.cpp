@@ -28,7 +28,8 @@ struct JetFiles : testing::Test {
     void SetUp() override {
         const auto corpus = test::corpusFolder();
         if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
-            GTEST_SKIP() << "no genuine Jet files here";
+            GTEST_SKIP()
+                << "no genuine Jet files here (they lie in the folder that QVND_CORPUS names)";
         }
     }
     static QByteArray genuine(const QString& name) {

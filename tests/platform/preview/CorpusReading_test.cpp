@@ -77,7 +77,7 @@ int hiddenRuns(const word::DocumentData& document) {
 
 TEST(CorpusReading, NoLetterOfADocumentIsLost) {
     if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no corpus";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     int compared = 0;
     for (const auto& path : corpus()) {
@@ -106,7 +106,7 @@ TEST(CorpusReading, NoLetterOfADocumentIsLost) {
 
 TEST(CorpusReading, ChangedFilesAreReadOrRefused) {
     if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no corpus";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     std::mt19937 random(20260210);
     int read = 0;

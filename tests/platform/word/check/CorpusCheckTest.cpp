@@ -43,7 +43,7 @@ class CorpusCheck : public ::testing::Test {
 protected:
     void SetUp() override {
         if (!test::corpusFolder()) {
-            GTEST_SKIP() << "no corpus of documents here";
+            GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
         }
     }
 };

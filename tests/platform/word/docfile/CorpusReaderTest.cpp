@@ -40,7 +40,7 @@ protected:
     void SetUp() override {
         const auto folder = test::corpusFolder();
         if (!folder) {
-            GTEST_SKIP() << "no corpus of real documents here";
+            GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
         }
         classes_ = classes(*folder);
         folder_ = *folder;

@@ -38,7 +38,7 @@ class CorpusTables : public ::testing::Test {
 protected:
     void SetUp() override {
         if (!test::corpusFolder()) {
-            GTEST_SKIP() << "no corpus of documents here";
+            GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
         }
     }
     // Calls `look` with every readable document.

@@ -86,6 +86,20 @@ TEST(Fib, WordSixAndNinetyFiveAreOlder) {
     EXPECT_EQ(refusal(encodedWith(2, 0xBF)), FormatError::Kind::olderThanWord97);
 }
 
+TEST(Fib, TheMagicNumbersOfOlderVersionsAreThreeAndTwo) {
+    const auto refusalOf = [](unsigned magic) {
+        Bytes stream = encodedWith(0, static_cast<std::uint8_t>(magic));
+        stream.at(1) = static_cast<std::uint8_t>(magic >> 8);
+        return refusal(stream);
+    };
+    for (const unsigned older : {0xA5DBU, 0xA5DCU, 0xA697U, 0xA698U, 0xA699U}) {
+        EXPECT_EQ(refusalOf(older), FormatError::Kind::olderThanWord97) << older;
+    }
+    for (const unsigned other : {0xA5DAU, 0xA5DDU, 0xA696U, 0xA69AU}) {
+        EXPECT_EQ(refusalOf(other), FormatError::Kind::notWord) << other;
+    }
+}
+
 TEST(Fib, TheFirstBuildsOfWord97AreRead) {
     EXPECT_EQ(readFib(encodedWith(2, 0xC0)).nFib, Fib::word2003);
 }
@@ -132,7 +146,7 @@ TEST(Fib, NegativeCountsAreTakenAsNone) {
 
 TEST(Fib, EveryRealDocumentIsReadOrRefusedWithAReason) {
     if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no corpus";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     std::size_t read = 0;
     for (const auto& path : test::corpusFiles()) {

@@ -153,7 +153,7 @@ void expectSame(const DocumentData& first, const DocumentData& second) {
 TEST(RoundTrip, WhatWasReadIsWrittenAndReadAgainAlike) {
     const auto files = test::corpusFiles();
     if (files.empty()) {
-        GTEST_SKIP() << "no corpus of real documents here";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     for (const auto& path : files) {
         SCOPED_TRACE(path.filename().string());

@@ -125,7 +125,7 @@ DocumentContent underWork(DocumentData data) {
 
 TEST(WriterCorpus, WhatIsWrittenWholeIsReadBackTheSame) {
     if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no corpus";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     std::size_t checked = 0;
     for (const auto& path : test::corpusFiles()) {
@@ -150,7 +150,7 @@ TEST(WriterCorpus, WhatIsWrittenWholeIsReadBackTheSame) {
 // Most of the text first, and then its middle third, which comes to lie behind the rest.
 TEST(WriterCorpus, WhatIsWrittenInTwoStepsIsReadBackTheSame) {
     if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no corpus";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     for (const auto& path : test::corpusFiles()) {
         auto original = readable(path);

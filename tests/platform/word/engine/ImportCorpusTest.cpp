@@ -220,7 +220,7 @@ Cp total(const std::vector<Run>& runs) {
 TEST(ImportedCorpus, EveryDocumentStaysWholeAndKeepsItsLook) {
     const auto files = corpusFiles();
     if (files.empty()) {
-        GTEST_SKIP() << "no corpus of real documents here";
+        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
     }
     int compared = 0;
     for (const auto& file : files) {
