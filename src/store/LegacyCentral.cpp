@@ -12,6 +12,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 namespace qvnd::store {
@@ -89,12 +90,24 @@ void fill(jet::Database& database, const std::vector<LegacyTable>& tables) {
     }
 }
 
-// Faults of the place where the file lies, not of the file.
-bool isOfTheDisk(const RunTimeError& failure) {
-    constexpr long faults[] = {
-        error::diskFull,      error::permissionDenied, error::pathAccess,       error::pathNotFound,
-        error::storeDiskFull, error::folderInvalid,    error::cannotAccessFile, error::storeBusy};
-    return std::find(std::begin(faults), std::end(faults), failure.number()) != std::end(faults);
+// Faults of the file itself. Every other one may be gone at the next start.
+bool isDamage(const RunTimeError& failure) {
+    return failure.number() == error::unrecognizedFormat ||
+           failure.number() == error::tableNotFound;
+}
+
+// All tables of the file; nothing, and why in the takeover, when it is damaged.
+std::optional<std::vector<LegacyTable>> readWhole(const modMain& state, const QString& file,
+                                                  LegacyTakeover& takeover) {
+    try {
+        return tablesIn(state, file);
+    } catch (const RunTimeError& failure) {
+        if (!isDamage(failure)) {
+            throw;
+        }
+        takeover.Failure = QString::fromStdU16String(failure.description());
+        return std::nullopt;
+    }
 }
 
 } // namespace
@@ -105,22 +118,16 @@ void takeOverCentralFile(modMain& state, const QString& file,
         return;
     }
     LegacyTakeover takeover{QFileInfo(file).fileName(), LegacyKind::central};
-    try {
-        const std::vector<LegacyTable> tables = tablesIn(state, file);
-        takeover.KeptAs = replaceLegacyFile(file, [&](const QString& path) {
-            create(path);
+    const auto tables = readWhole(state, file, takeover);
+    takeover.KeptAs = replaceLegacyFile(file, [&](const QString& path) {
+        create(path);
+        if (tables) {
             const auto database = state.gWs->OpenDatabase(path);
-            fill(*database, tables);
+            fill(*database, *tables);
             database->Close();
-        });
-        takeover.Tables = static_cast<int>(tables.size());
-    } catch (const RunTimeError& failure) {
-        if (isOfTheDisk(failure)) {
-            throw;
         }
-        takeover.Failure = QString::fromStdU16String(failure.description());
-        takeover.KeptAs = replaceLegacyFile(file, create);
-    }
+    });
+    takeover.Tables = tables ? static_cast<int>(tables->size()) : 0;
     state.LegacyTakeovers.push_back(takeover);
 }
 

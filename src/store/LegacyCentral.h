@@ -15,10 +15,10 @@ namespace qvnd::store {
 //
 // `create` makes a new database of that kind at a path, and closes it.
 //
-// A Jet file that cannot be read whole gives way to a new database as a first start makes it; its
-// takeover bears the reason. In both cases the old file is kept beside, see replaceLegacyFile(),
-// and the takeover is added to state.LegacyTakeovers. Errors of the disk pass through, and the file
-// is as it was.
+// A damaged Jet file is replaced by a new database, as a first start makes it, and the takeover
+// tells why. In both cases the old file is kept beside, see replaceLegacyFile(), and the takeover
+// is added to state.LegacyTakeovers. Every other error passes through and leaves the file as it
+// was: 3051 when it could not be read this time, those of the disk and of the store.
 void takeOverCentralFile(modMain& state, const QString& file,
                          const std::function<void(const QString& path)>& create);
 

@@ -21,10 +21,9 @@ bool hasTable(const LegacyDatabase& database, const QString& name) {
 }
 
 [[noreturn]] void failNoOutline(const QString& file, const QString& name) {
-    throw RunTimeError(error::tableNotFound,
-                       QStringLiteral("旧版数据库『%1』中没有提纲表『%2』；文件保持原样。")
-                           .arg(file, name)
-                           .toStdU16String());
+    throw RunTimeError(
+        error::tableNotFound,
+        QStringLiteral("旧版数据库『%1』中没有提纲表『%2』。").arg(file, name).toStdU16String());
 }
 
 LegacyTable outlineIn(const LegacyDatabase& database, const QString& name, const QString& file) {
@@ -89,7 +88,8 @@ bool adoptLegacyFile(modMain& state, const QString& file, const QString& name,
         return true;
     } catch (const RunTimeError& failure) {
         LegacyTakeover refused{name, kind};
-        refused.Failure = QString::fromStdU16String(failure.description());
+        refused.Failure =
+            QString::fromStdU16String(failure.description()) + QStringLiteral("\n文件保持原样。");
         state.LegacyTakeovers.push_back(refused);
         return false;
     }

@@ -5,6 +5,7 @@
 #include "store/PlanTables.h"
 #include "support/FakeLegacyReader.h"
 #include "support/JetStore.h"
+#include "support/TracedProcess.h"
 
 namespace qvnd::store {
 
@@ -171,6 +172,57 @@ TEST_F(LegacyCentral, AFullDiskLeavesTheOldFileAsItWas) {
     EXPECT_EQ(namesBeside(), QStringList{u"Db.mdb"_qs});
     EXPECT_TRUE(state_.LegacyTakeovers.empty());
 }
+
+TEST_F(LegacyCentral, AFileThatCouldNotBeReadThisTimeStaysAsItWasForTheNextStart) {
+    write("JET busy");
+    EXPECT_EQ(test::errorOf([&] { takeOverPlans(); }), error::cannotAccessFile);
+    EXPECT_EQ(read(file_), "JET busy");
+    EXPECT_EQ(namesBeside(), QStringList{u"Db.mdb"_qs});
+    EXPECT_TRUE(state_.LegacyTakeovers.empty());
+}
+
+TEST_F(LegacyCentral, AFaultOfTheStoreLeavesTheOldFileAsItWas) {
+    lay({names(u"遍历表"_qs, {u"桥"_qs})});
+    for (const long fault : {error::storeFailed, error::storeBusy, error::unrecognizedFormat}) {
+        EXPECT_EQ(test::errorOf([&] {
+                      takeOverCentralFile(state_, file_, [&](const QString&) {
+                          throw RunTimeError(fault, u"读写出错");
+                      });
+                  }),
+                  fault);
+        EXPECT_EQ(read(file_), "JET:old");
+        EXPECT_EQ(namesBeside(), QStringList{u"Db.mdb"_qs});
+    }
+}
+
+#ifdef __linux__
+TEST_F(LegacyCentral, ATakeoverKilledAtWhateverPointLeavesTheOldFileOrTheWholeNewOne) {
+    const FakeLegacyReader::Tables tables{names(u"遍历表"_qs, {u"桥"_qs, u"路"_qs}),
+                                          outline(u"桥"_qs), outline(u"路"_qs)};
+    lay(tables);
+    const auto work = [this] { takeOverPlans(); };
+    const int changes = test::TracedProcess::run(work, 0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    ASSERT_GT(changes, 20);
+    for (int deadly = 1; deadly <= changes; ++deadly) {
+        SCOPED_TRACE(deadly);
+        for (const QString& left : namesBeside()) {
+            QFile::remove(pathOf(left));
+        }
+        lay(tables);
+        test::TracedProcess::run(work, deadly);
+        ASSERT_TRUE(read(file_) == "JET:old" || read(file_).startsWith("SQLite format 3"));
+        takeOverPlans();
+        ASSERT_EQ(rows(u"select * from 遍历表"_qs), (QStringList{u"桥"_qs, u"路"_qs}));
+        ASSERT_EQ(rows(u"select Key from 桥"_qs).size(), 2);
+        ASSERT_EQ(rows(u"select Key from 路"_qs).size(), 2);
+        ASSERT_EQ(read(file_ + u".jet"_qs), "JET:old");
+        ASSERT_EQ(namesBeside(), (QStringList{u"Db.mdb"_qs, u"Db.mdb.jet"_qs}));
+    }
+}
+#endif
 
 TEST_F(LegacyCentral, AnyOtherFileIsLeftAlone) {
     write("junk");

@@ -10,7 +10,8 @@
 namespace qvnd::test {
 
 // Databases of older installations as a test makes them up: a file that begins with "JET:name" is
-// the database put under that name; one that begins with "JET" otherwise is damaged.
+// the database put under that name; "JET busy" cannot be read this time; one that begins with "JET"
+// otherwise is damaged.
 class FakeLegacyReader : public jet::legacy::LegacyReader {
 public:
     using Tables = std::vector<jet::legacy::LegacyTable>;
@@ -21,7 +22,11 @@ public:
         return contentsOf(path).startsWith("JET");
     }
     std::unique_ptr<jet::legacy::LegacyDatabase> Open(const QString& path) const override {
-        const auto found = files_.find(contentsOf(path).mid(4));
+        const QString content = contentsOf(path);
+        if (content == "JET busy") {
+            throw RunTimeError(error::cannotAccessFile, u"没能读完");
+        }
+        const auto found = files_.find(content.mid(4));
         if (found == files_.end()) {
             throw RunTimeError(error::unrecognizedFormat, (path + "已损坏").toStdU16String());
         }

@@ -2,12 +2,15 @@
 
 #include <QtGlobal>
 
+#include <new>
+
 #ifdef Q_OS_UNIX
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -25,6 +28,8 @@ using Clock = std::chrono::steady_clock;
 constexpr rlim_t memoryLimit = rlim_t{2} << 30;
 // Behind the result, so that a cut one is not taken for whole.
 const QByteArray endMark = "whole";
+// What the child ends with when it lacked memory or a place for complaints.
+constexpr int exitHindered = 2;
 
 void limitTo(int resource, rlim_t most) {
     const rlimit limit = {most, most};
@@ -54,7 +59,7 @@ std::FILE* silence() {
 
 bool hasComplaints(std::FILE* complaints) {
     std::fflush(stderr);
-    return complaints == nullptr || lseek(fileno(complaints), 0, SEEK_END) > 0;
+    return lseek(fileno(complaints), 0, SEEK_END) > 0;
 }
 
 bool writeAll(int descriptor, const QByteArray& bytes) {
@@ -70,18 +75,23 @@ bool writeAll(int descriptor, const QByteArray& bytes) {
     return true;
 }
 
+int exitOf(const std::function<QByteArray()>& work, int descriptor, std::FILE* complaints) {
+    try {
+        const QByteArray result = work();
+        const bool done = !hasComplaints(complaints) && writeAll(descriptor, result + endMark);
+        return done ? EXIT_SUCCESS : EXIT_FAILURE;
+    } catch (const std::bad_alloc&) {
+        return exitHindered;
+    } catch (...) { // the process ends here, whatever it was
+        return EXIT_FAILURE;
+    }
+}
+
 [[noreturn]] void runChild(int descriptor, const std::function<QByteArray()>& work,
                            std::chrono::milliseconds limit) {
     limitChild(limit);
     std::FILE* complaints = silence();
-    bool done = false;
-    try {
-        const QByteArray result = work();
-        done = !hasComplaints(complaints) && writeAll(descriptor, result + endMark);
-    } catch (...) { // the process ends here, whatever it was
-        done = false;
-    }
-    _exit(done ? EXIT_SUCCESS : EXIT_FAILURE);
+    _exit(complaints == nullptr ? exitHindered : exitOf(work, descriptor, complaints));
 }
 
 // What comes until the other end closes; nothing when it has not by then.
@@ -107,22 +117,47 @@ std::optional<QByteArray> readUntil(int descriptor, Clock::time_point deadline) 
     }
 }
 
-bool endedWell(pid_t child) {
+// The signals by which a process ends through a fault of its own.
+bool isCrash(int signal) {
+    for (const int crash : {SIGSEGV, SIGBUS, SIGABRT, SIGFPE, SIGILL, SIGSYS}) {
+        if (signal == crash) {
+            return true;
+        }
+    }
+    return false;
+}
+
+GuardedEnd endOf(pid_t child) {
     int status = 0;
     pid_t ended = -1;
     do {
         ended = waitpid(child, &status, 0);
     } while (ended < 0 && errno == EINTR);
-    return ended == child && WIFEXITED(status) && WEXITSTATUS(status) == EXIT_SUCCESS;
+    if (ended == child && WIFEXITED(status) && WEXITSTATUS(status) != exitHindered) {
+        return WEXITSTATUS(status) == EXIT_SUCCESS ? GuardedEnd::whole : GuardedEnd::failed;
+    }
+    const bool hasCrashed = ended == child && WIFSIGNALED(status) && isCrash(WTERMSIG(status));
+    return hasCrashed ? GuardedEnd::failed : GuardedEnd::hindered;
+}
+
+GuardedResult resultOf(pid_t child, std::optional<QByteArray> bytes) {
+    const GuardedEnd end = endOf(child);
+    if (!bytes) {
+        return {GuardedEnd::hindered};
+    }
+    if (end != GuardedEnd::whole || !bytes->endsWith(endMark)) {
+        return {end == GuardedEnd::hindered ? GuardedEnd::hindered : GuardedEnd::failed};
+    }
+    bytes->chop(endMark.size());
+    return {GuardedEnd::whole, *bytes};
 }
 
 } // namespace
 
-std::optional<QByteArray> runGuarded(const std::function<QByteArray()>& work,
-                                     std::chrono::milliseconds limit) {
+GuardedResult runGuarded(const std::function<QByteArray()>& work, std::chrono::milliseconds limit) {
     int ends[2];
     if (pipe(ends) != 0) {
-        return std::nullopt;
+        return {};
     }
     const pid_t child = fork();
     if (child == 0) {
@@ -130,26 +165,26 @@ std::optional<QByteArray> runGuarded(const std::function<QByteArray()>& work,
         runChild(ends[1], work, limit);
     }
     close(ends[1]);
-    auto result = child > 0 ? readUntil(ends[0], Clock::now() + limit) : std::nullopt;
+    auto bytes = child > 0 ? readUntil(ends[0], Clock::now() + limit) : std::nullopt;
     close(ends[0]);
-    if (child > 0 && !result) {
+    if (child < 0) {
+        return {};
+    }
+    if (!bytes) {
         kill(child, SIGKILL);
     }
-    if (child < 0 || !endedWell(child) || !result || !result->endsWith(endMark)) {
-        return std::nullopt;
-    }
-    result->chop(endMark.size());
-    return result;
+    return resultOf(child, std::move(bytes));
 }
 
 #else
 
-std::optional<QByteArray> runGuarded(const std::function<QByteArray()>& work,
-                                     std::chrono::milliseconds) {
+GuardedResult runGuarded(const std::function<QByteArray()>& work, std::chrono::milliseconds) {
     try {
-        return work();
+        return {GuardedEnd::whole, work()};
+    } catch (const std::bad_alloc&) {
+        return {GuardedEnd::hindered};
     } catch (const std::exception&) {
-        return std::nullopt;
+        return {GuardedEnd::failed};
     }
 }
 

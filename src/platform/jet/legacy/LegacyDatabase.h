@@ -31,7 +31,7 @@ public:
     // The users' tables; those that the engine keeps for itself are left out.
     virtual QStringList TableNames() const = 0;
     // The table of that name without regard to case, whole. Error 3078 when there is none, 3343
-    // when the file is damaged.
+    // when the file is damaged, 3051 when it could not be read this time.
     virtual LegacyTable Table(const QString& name) const = 0;
 };
 
@@ -42,7 +42,8 @@ public:
 
     // Is this a file of that kind, whole or damaged? False for one that is missing.
     virtual bool Recognizes(const QString& path) const = 0;
-    // Error 3343 when the file is damaged, 3051 when it may not be read; the description names it.
+    // Error 3343 when the file is damaged, 3051 when it may not or could not be read this time;
+    // the description names it.
     virtual std::unique_ptr<LegacyDatabase> Open(const QString& path) const = 0;
 };
 
