@@ -1,27 +1,17 @@
-#include "platform/jet/file/Connection.h"
+#include "support/FirstArrangementFile.h"
 #include "support/JetStore.h"
 #include "support/PlainSqlite.h"
-#include "support/SourceFolder.h"
 #include "support/TracedProcess.h"
 
 #include <QFile>
 
 #include <thread>
 
-// Files in which the tables were "t7" and their columns "f0", as the program made them at first.
-// Each lies as SQL text in tests/store/first_arrangement.
 namespace qvnd::store {
 
 using test::PlainSqlite;
 
 namespace {
-
-QString textOf(const QString& name) {
-    const auto path =
-        test::sourceFolder() / "tests/store/first_arrangement" / (name + ".sql").toStdString();
-    QFile file(QString::fromStdString(path.string()));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
 
 // What a file holds, read without our store: the catalogue, and the rows of every table by its
 // number, in their order.
@@ -86,12 +76,7 @@ protected:
     FirstArrangement() : path_(pathOf(u"old.mdb"_qs)) { lay(path_); }
 
     static void lay(const QString& path) {
-        // With our collation, as the file's indexes had it.
-        QFile::remove(path);
-        jet::Connection connection(path, jet::Connection::Mode::create);
-        const QString sql = textOf(QString::fromUtf8(GetParam()));
-        ASSERT_FALSE(sql.isEmpty());
-        connection.Run(sql.toUtf8());
+        ASSERT_TRUE(test::layFirstArrangement(QString::fromUtf8(GetParam()), path));
     }
     Contents first() const {
         PlainSqlite file(path_);
@@ -168,16 +153,48 @@ TEST_P(FirstArrangement, OpenedByTwoAtATimeIsBroughtOverOnce) {
 
 INSTANTIATE_TEST_SUITE_P(Files, FirstArrangement,
                          testing::Values("Db_UsTemplate", "Db_Template", "Db_BidSet", "plan",
-                                         "template"));
+                                         "template", "odd_names", "odd_plan"));
+
+class OneFirstArrangement : public test::JetStore {
+protected:
+    std::unique_ptr<jet::Database> opened(const QString& name) {
+        EXPECT_TRUE(test::layFirstArrangement(name, pathOf(u"old.mdb"_qs)));
+        return open(u"old.mdb"_qs);
+    }
+};
+
+TEST_F(OneFirstArrangement, WithFullWidthLettersInAUniqueIndexStillRefusesTheirOtherCase) {
+    const auto db = opened(u"odd_names"_qs);
+    EXPECT_EQ(test::errorOf([&] { addRows(*db, u"ＢＩＭ工程"_qs, {u"ｂｉｍ工程.1"_qs}); }), 3022);
+    EXPECT_EQ(rowsOf(*db, u"select 名称 from ＢＩＭ工程 where Key='ｂｉｍ工程.1'"_qs),
+              QStringList{u"Ａ区"_qs});
+}
+
+TEST_F(OneFirstArrangement, InWhichAPlanIsNamedLikeAnIndexKeepsBoth) {
+    const auto db = opened(u"odd_names"_qs);
+    EXPECT_EQ(rowsOf(*db, u"select Key from [t6_0] order by ID"_qs),
+              (QStringList{u"t6_0"_qs, u"t6_0.1"_qs}));
+    EXPECT_EQ(test::errorOf([&] { addRows(*db, u"t6_0"_qs, {u"t6_0.1"_qs}); }), 3022);
+    EXPECT_EQ(db->TableDefs()[u"ＢＩＭ工程"_qs].Indexes.size(), 2U);
+}
+
+TEST_F(OneFirstArrangement, InWhichNumbersAreMissingKeepsEveryRowInItsOrder) {
+    const auto db = opened(u"null_number"_qs);
+    EXPECT_EQ(rowsOf(*db, u"select Key,ID from 甲 order by ID"_qs),
+              (QStringList{u"甲|1"_qs, u"甲.1.1|2"_qs, u"甲.1|3"_qs, u"甲.2|4"_qs}));
+}
+
+TEST_F(OneFirstArrangement, InWhichNumbersAreMissingGivesNoNumberAgain) {
+    const auto db = opened(u"null_number"_qs);
+    addRows(*db, u"甲"_qs, {u"甲.3"_qs});
+    EXPECT_EQ(rowsOf(*db, u"select ID from 甲 where Key='甲.3'"_qs), QStringList{u"5"_qs});
+}
 
 TEST(FirstArrangementFile, OfAnotherVersionIsRefusedAndStaysAsItIs) {
     const QTemporaryDir folder;
     const QString path = QDir(folder.path()).filePath(u"a.mdb"_qs);
-    {
-        jet::Connection connection(path, jet::Connection::Mode::create);
-        connection.Run(textOf(u"plan"_qs).toUtf8());
-        connection.Run("PRAGMA user_version=3");
-    }
+    ASSERT_TRUE(test::layFirstArrangement(u"plan"_qs, path));
+    jet::Connection(path, jet::Connection::Mode::existing).Run("PRAGMA user_version=3");
     jet::DBEngine engine;
     EXPECT_EQ(test::errorOf([&] { engine.Workspaces(0).OpenDatabase(path); }), 3343);
     EXPECT_EQ(PlainSqlite(path).rows(u"select count(*) from t18"_qs), QStringList{u"4"_qs});

@@ -35,7 +35,7 @@ private:
     Connection& connection_;
 };
 
-// The old table's name, behind a renaming where another table needs that name.
+// The old table's name. The table is renamed first where another one needs its name.
 QByteArray movedAside(Connection& connection, const StoredTable& table,
                       const std::vector<StoredTable>& all) {
     QByteArray old = "t" + textOf(table.Id);
@@ -57,18 +57,38 @@ void dropIndexes(Connection& connection, const StoredTable& table) {
     }
 }
 
+QByteArray firstColumn(int position) { return "f" + textOf(position); }
+
+// The numbers of the rows. Where one lacks its number, all get new ones, 1 and up in the order in
+// which they have been read so far: the rows without a number first.
+QByteArray numbersOf(Connection& connection, const QByteArray& column, const QByteArray& old) {
+    const bool isMissing =
+        connection.NumberOf("SELECT count(*) FROM " + old + " WHERE " + column + " IS NULL") > 0;
+    return isMissing ? "row_number() OVER (ORDER BY " + column + ",rid)" : column;
+}
+
 void copyRows(Connection& connection, const StoredTable& table, const QByteArray& old) {
+    const int rowId = table.RowIdPosition();
     QByteArrayList from;
-    for (std::size_t i = 0; i < table.Definition.Fields.size(); ++i) {
-        from << "f" + textOf(static_cast<std::int64_t>(i));
+    for (int i = 0; i < static_cast<int>(table.Definition.Fields.size()); ++i) {
+        from << (i == rowId ? numbersOf(connection, firstColumn(i), old) : firstColumn(i));
     }
     QByteArray to = table.AllColumns();
-    if (table.RowIdPosition() < 0) {
+    if (rowId < 0) {
         from << "rid";
         to += ",rowid";
     }
     connection.Run("INSERT INTO " + table.TableName() + "(" + to + ") SELECT " + from.join(',') +
                    " FROM " + old + " ORDER BY rid");
+}
+
+// No number that a row has may be given again.
+void reachNumbers(Connection& connection, const StoredTable& table) {
+    if (table.RowIdPosition() >= 0) {
+        connection.Run("UPDATE jet_tables SET last_number=max(last_number,"
+                       "(SELECT coalesce(max(rowid),0) FROM " +
+                       table.TableName() + ")) WHERE id=" + textOf(table.Id));
+    }
 }
 
 void bringOverTables(Connection& connection, const std::vector<StoredTable>& tables) {
@@ -80,6 +100,7 @@ void bringOverTables(Connection& connection, const std::vector<StoredTable>& tab
     for (const StoredTable& table : tables) {
         makeRows(connection, table);
         copyRows(connection, table, old.front());
+        reachNumbers(connection, table);
         makeIndexes(connection, table);
         connection.Run("DROP TABLE " + old.takeFirst());
     }

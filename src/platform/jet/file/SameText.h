@@ -17,9 +17,10 @@ namespace qvnd::jet {
 QByteArray sameTextSql(const QByteArray& column, const QString& text,
                        std::vector<Value>& parameters);
 
-// Error 3022 when another row has the texts of `row` in a unique index of the table without being
-// the same to SQLite, which refuses the others itself. `row` has a value for each field, of which
-// those of unique indexes are read; `self` is the row that it is about to replace, if any.
+// Error 3022 when another row has the texts of `row` in a unique index of the table, but in letters
+// beyond ASCII of another case. SQLite takes such texts for different; those that it takes for the
+// same, it refuses itself. `row` has a value for each field, of which those of unique indexes are
+// read; `self` is the row that it is about to replace, if any.
 void refuseSameTexts(Connection& connection, const StoredTable& table,
                      const std::vector<Value>& row,
                      std::optional<std::int64_t> self = std::nullopt);
