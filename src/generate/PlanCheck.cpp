@@ -11,6 +11,7 @@
 #include "platform/word/engine/NormalTemplate.h"
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -21,26 +22,32 @@ namespace {
 using outline::OutlineNode;
 using Kind = PlanFinding::Kind;
 
-QString adviceFor(Kind kind) {
-    switch (kind) {
-    case Kind::missing:
-        return u"把文件放回方案的文件夹，或在工作台中删除这个节点，重新添加文档。"_s;
-    case Kind::open:
-        return u"在文字处理软件中关闭它，再生成。"_s;
-    case Kind::encrypted:
-        return u"用文字处理软件打开它，去掉打开密码，再保存。"_s;
-    case Kind::unreadable:
-        return u"用文字处理软件打开它，另存为 Word 97-2003 文档（.doc）；打不开时换一个完好的文件。"_s;
-    case Kind::notCarried:
-        return u"不影响生成。需要这些内容时，在文档中把它们改成正文或嵌入式图片。"_s;
-    case Kind::emptyFolder:
-        return u"在它下面添加文档；不需要这个标题时删除它。"_s;
-    case Kind::emptyPlan:
-        return u"在工作台中为方案添加文件夹和文档。"_s;
-    case Kind::runsOn:
-        return u"在格式设置中选中“标题前后插入空行”，或把一个文档放到最前面；在同一窗口中再生成一次也可以。"_s;
-    }
-    return {};
+// What a kind is called by scripts, and what to do about it.
+struct KindText {
+    Kind kind;
+    const char16_t* name;
+    const char16_t* advice;
+};
+
+constexpr KindText kindTexts[] = {
+    {Kind::missing, u"missing",
+     u"把文件放回方案的文件夹，或在工作台中删除这个节点，重新添加文档。"},
+    {Kind::oddKey, u"oddKey", u"在工作台中删除这个节点，重新添加文档。"},
+    {Kind::open, u"open", u"在文字处理软件中关闭它，再生成。"},
+    {Kind::encrypted, u"encrypted", u"用文字处理软件打开它，去掉打开密码，再保存。"},
+    {Kind::unreadable, u"unreadable",
+     u"用文字处理软件打开它，另存为 Word 97-2003 文档（.doc）；打不开时换一个完好的文件。"},
+    {Kind::notCarried, u"notCarried",
+     u"不影响生成。需要这些内容时，在文档中把它们改成正文或嵌入式图片。"},
+    {Kind::emptyFolder, u"emptyFolder", u"在它下面添加文档；不需要这个标题时删除它。"},
+    {Kind::emptyPlan, u"emptyPlan", u"在工作台中为方案添加文件夹和文档。"},
+    {Kind::runsOn, u"runsOn",
+     u"在格式设置中选中“标题前后插入空行”，或把一个文档放到最前面；在同一窗口中再生成一次也可以。"},
+};
+
+const KindText& textsOf(Kind kind) {
+    return *std::find_if(std::begin(kindTexts), std::end(kindTexts),
+                         [kind](const KindText& texts) { return texts.kind == kind; });
 }
 
 // What the door of the engine says of a document that it refuses.
@@ -73,14 +80,15 @@ public:
 
 private:
     void add(Kind kind, const OutlineNode& node, const QString& what) {
-        found_.push_back({kind, node.Key(), node.Text(), what, adviceFor(kind)});
+        found_.push_back(
+            {kind, node.Key(), node.Text(), what, QString::fromUtf16(textsOf(kind).advice)});
     }
 
     void addToPlan(Kind kind, const QString& what) {
         const bool hasRoot = parts_.TrvEdit.Count() > 0;
         const OutlineNode* root = hasRoot ? &parts_.TrvEdit.Item(1) : nullptr;
         found_.push_back({kind, root ? root->Key() : QString(), root ? root->Text() : QString(),
-                          what, adviceFor(kind)});
+                          what, QString::fromUtf16(textsOf(kind).advice)});
     }
 
     // What the generation asks before it begins.
@@ -121,7 +129,7 @@ private:
         try {
             path = outline::documentPath(parts_.state, parts_.TrvEdit.Item(1).Key(), node.Key());
         } catch (const RunTimeError& refusal) {
-            add(Kind::missing, node, QString::fromStdU16String(refusal.description()) + u"。"_s);
+            add(Kind::oddKey, node, QString::fromStdU16String(refusal.description()) + u"。"_s);
             return;
         }
         if (!parts_.state.gFso->FileExists(path)) {
@@ -142,6 +150,8 @@ private:
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
             add(isLocked ? Kind::encrypted : Kind::unreadable, node, refusalOf(path));
+        } catch (const RunTimeError& refusal) {
+            add(Kind::unreadable, node, QString::fromStdU16String(refusal.description()));
         }
     }
 
@@ -155,34 +165,15 @@ private:
 } // namespace
 
 bool PlanFinding::keepsDocumentOut() const {
-    return kind == Kind::missing || kind == Kind::encrypted || kind == Kind::unreadable;
+    return kind == Kind::missing || kind == Kind::oddKey || kind == Kind::encrypted ||
+           kind == Kind::unreadable;
 }
 
 bool PlanFinding::keepsFromGenerating() const {
     return kind == Kind::open || kind == Kind::emptyPlan;
 }
 
-QString nameOf(PlanFinding::Kind kind) {
-    switch (kind) {
-    case Kind::missing:
-        return u"missing"_s;
-    case Kind::open:
-        return u"open"_s;
-    case Kind::encrypted:
-        return u"encrypted"_s;
-    case Kind::unreadable:
-        return u"unreadable"_s;
-    case Kind::notCarried:
-        return u"notCarried"_s;
-    case Kind::emptyFolder:
-        return u"emptyFolder"_s;
-    case Kind::runsOn:
-        return u"runsOn"_s;
-    case Kind::emptyPlan:
-        return u"emptyPlan"_s;
-    }
-    return {};
-}
+QString nameOf(PlanFinding::Kind kind) { return QString::fromUtf16(textsOf(kind).name); }
 
 std::vector<PlanFinding> checkPlan(const PlanCheckParts& parts) { return Check(parts).run(); }
 

@@ -16,6 +16,7 @@ namespace qvnd::generate {
 struct PlanFinding {
     enum class Kind {
         missing,     // a document without a file
+        oddKey,      // a document whose key is none, so that it can have no file
         open,        // a document that a word processor holds open, which refuses the generation
         encrypted,   // a document with a password
         unreadable,  // a damaged document, or one of another format

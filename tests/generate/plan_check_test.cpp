@@ -86,6 +86,17 @@ TEST_F(PlanCheck, AMissingDocumentIsNamedWithItsFile) {
     EXPECT_TRUE(found[0].keepsDocumentOut());
 }
 
+TEST_F(PlanCheck, ADocumentWhoseKeyIsNoneIsAFindingOfItsOwnAndTheOthersAreRead) {
+    document(u"工程.a"_s, u"外来"_s);
+    soundDocument(u"工程.2"_s, u"说明"_s);
+    const auto found = check();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(nameOf(found[0].kind), u"oddKey"_s);
+    EXPECT_EQ(found[0].key, u"工程.a"_s);
+    EXPECT_TRUE(found[0].keepsDocumentOut());
+    EXPECT_TRUE(found[0].advice.contains(u"删除这个节点"_s));
+}
+
 TEST_F(PlanCheck, AnOpenDocumentIsNamedAndStillRead) {
     soundDocument(u"工程.1"_s, u"说明"_s);
     inUse.open = QStringList{u"工程.1.doc"_s};

@@ -1,3 +1,4 @@
+#include "platform/jet/DBEngine.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "support/Files.h"
@@ -56,6 +57,18 @@ protected:
                    options);
         return QJsonDocument::fromJson(out.toUtf8()).object();
     }
+    // As a row of a plan that someone else has made.
+    void addDocumentRow(const QString& key, const QString& name) const {
+        jet::DBEngine engine;
+        const auto db = engine.Workspaces(0).OpenDatabase(
+            folder.path(u"home/Sys/用户模板/Db_UsTemplate.mdb"_s));
+        const auto rows = db->OpenRecordset(u"Select * from 桥"_s);
+        rows->AddNew();
+        rows->Set(u"名称", name);
+        rows->Set(u"Key", key);
+        rows->Set(u"是否文档", u"是"_s);
+        rows->Update();
+    }
     QString work(const QString& name) const { return folder.path(u"home/工程文档管理/"_s + name); }
     QString text() {
         expectDone({u"doc"_s, u"text"_s, work(u"施工方案.doc"_s)});
@@ -70,6 +83,20 @@ protected:
 };
 
 } // namespace
+
+TEST_F(GenerateTool, ARowWhoseKeyIsNoneIsNamedAndAllOthersComeInWithAndWithoutJson) {
+    addDocumentRow(u"桥.a"_s, u"外来"_s);
+    const QStringList words{u"generate"_s, u"桥"_s, u"--pages"_s, u"estimate"_s};
+    EXPECT_EQ(qvndctl(words), ExitStatus::refused) << err.toStdString();
+    EXPECT_TRUE(out.contains(u"3 个文档放入 2 个"_s)) << out.toStdString();
+    EXPECT_TRUE(out.contains(u"没有放入：桥.a 外来："_s)) << out.toStdString();
+    EXPECT_EQ(qvndctl(QStringList{u"--json"_s} + words), ExitStatus::refused);
+    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    EXPECT_EQ(told[u"inserted"_s].toInt(), 2) << out.toStdString();
+    EXPECT_EQ(told[u"check"_s].toArray().last()[u"kind"_s].toString(), u"oddKey"_s);
+    EXPECT_EQ(qvndctl({u"check"_s, u"桥"_s}), ExitStatus::refused);
+    EXPECT_TRUE(out.contains(u"桥.a 外来"_s)) << out.toStdString();
+}
 
 TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     const QJsonObject told = generated();
