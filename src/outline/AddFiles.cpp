@@ -65,6 +65,20 @@ private:
     desktop::LongRun& whole_;
 };
 
+// The progress on the screen, for as long as the object lives.
+class ShownProgress {
+public:
+    ShownProgress(desktop::LongRun& progress, int pieces) : progress_(progress) {
+        progress_.begin(QStringLiteral("添加文档"), pieces);
+    }
+    ~ShownProgress() { progress_.end(); }
+    ShownProgress(const ShownProgress&) = delete;
+    ShownProgress& operator=(const ShownProgress&) = delete;
+
+private:
+    desktop::LongRun& progress_;
+};
+
 class Addition {
 public:
     Addition(modMain& state, Workbench& workbench, const Services& services, const QString& key)
@@ -72,7 +86,7 @@ public:
 
     FilesAdded run(const QStringList& files) {
         desktop::LongRun& progress = services_.longRun;
-        progress.begin(QStringLiteral("添加文档"), static_cast<int>(files.size()));
+        const ShownProgress shown(progress, static_cast<int>(files.size()));
         for (qsizetype i = 0; i < files.size(); ++i) {
             const QString name = QFileInfo(files[i]).fileName();
             progress.next(
@@ -83,7 +97,6 @@ public:
                 break;
             }
         }
-        progress.end();
         return done_;
     }
 
@@ -111,10 +124,10 @@ private:
             return QStringLiteral("拖放到的节点已不存在。");
         }
         workbench_.TrvCurrent.Select(node);
-        return addBelowSelected(file);
+        return addBelowSelected(file, info.fileName());
     }
 
-    QString addBelowSelected(const QString& file) {
+    QString addBelowSelected(const QString& file, const QString& name) {
         GivenFile given(file);
         KeptMessages messages;
         PartOfRun part(services_.longRun);
@@ -128,7 +141,7 @@ private:
         }
         done_.newKeys << command.newKey();
         if (!told.isEmpty()) {
-            services_.messages.tell(told, desktop::Icon::exclamation);
+            done_.warned.push_back({name, told});
         }
         return {};
     }
@@ -147,9 +160,9 @@ QString listOf(const QStringList& names) {
 }
 
 // Each reason once, with the files that it holds for, in the order of the files.
-QStringList linesOf(const std::vector<RefusedFile>& refused) {
+QStringList linesOf(const std::vector<FileRemark>& remarks) {
     QStringList reasons;
-    for (const RefusedFile& file : refused) {
+    for (const FileRemark& file : remarks) {
         if (!reasons.contains(file.reason)) {
             reasons << file.reason;
         }
@@ -157,7 +170,7 @@ QStringList linesOf(const std::vector<RefusedFile>& refused) {
     QStringList lines;
     for (const QString& reason : reasons) {
         QStringList names;
-        for (const RefusedFile& file : refused) {
+        for (const FileRemark& file : remarks) {
             if (file.reason == reason) {
                 names << file.name;
             }
@@ -175,6 +188,10 @@ QString summaryOf(const FilesAdded& done) {
         lines << QStringLiteral("下列 %1 个没有添加：").arg(done.refused.size())
               << linesOf(done.refused);
     }
+    if (!done.warned.empty()) {
+        lines << QStringLiteral("下列 %1 个已添加，但随后出错：").arg(done.warned.size())
+              << linesOf(done.warned);
+    }
     if (done.left > 0) {
         lines << QStringLiteral("已取消，其余 %1 个没有添加。").arg(done.left);
     }
@@ -186,7 +203,7 @@ QString summaryOf(const FilesAdded& done) {
 FilesAdded addFiles(modMain& state, Workbench& workbench, const Services& services,
                     const QString& key, const QStringList& files) {
     FilesAdded done = Addition(state, workbench, services, key).run(files);
-    if (!done.refused.empty() || done.left > 0) {
+    if (!done.refused.empty() || !done.warned.empty() || done.left > 0) {
         services.messages.tell(summaryOf(done), desktop::Icon::information, QStringLiteral("提示"));
     }
     return done;

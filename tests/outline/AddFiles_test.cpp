@@ -110,6 +110,22 @@ TEST_F(AddingFiles, AConversionThatIsCancelledIsNotToldAsRefused) {
     EXPECT_EQ(onlyBox(), "没有添加任何文档。\n已取消，其余 2 个没有添加。");
 }
 
+// A listed plan whose name no statement can hold lets every refresh of the library fail.
+TEST_F(AddingFiles, WhatFailsBehindAnAdditionIsListedInTheOneBoxAtTheEnd) {
+    folder.makeFolder("用户模板/坏'名");
+    registerName(*state.gDbUser, "坏'名");
+    const FilesAdded done = addBelow("T.1", {file("甲.doc"), file("乙.doc")});
+    EXPECT_EQ(done.newKeys.size(), 2);
+    EXPECT_EQ(onlyBox(), "已添加 2 个文档。\n下列 2 个已添加，但随后出错：\n"
+                         "甲.doc、乙.doc：更新标书模板库时发生错误!");
+}
+
+TEST_F(AddingFiles, TheProgressGoesWhenAnErrorEndsTheCommand) {
+    longRun.cancel = []() -> bool { throw RunTimeError(error::storeFailed, u"读写出错"); };
+    EXPECT_THROW(addBelow("T.1", {file("甲.doc")}), RunTimeError);
+    EXPECT_FALSE(longRun.running);
+}
+
 TEST_F(AddingFiles, ATargetThatGoesInBetweenIsTold) {
     longRun.cancel = [this] {
         if (longRun.shown.size() == 3 && workbench.TrvCurrent.find("T.1")) {
