@@ -1,22 +1,13 @@
 #include "platform/registry/ReadRegistryRaw.h"
 
 #include "platform/registry/RegistryRoots.h"
-
-#include <QStringDecoder>
+#include "platform/registry/RegistryValues.h"
 
 namespace qvnd::registry {
 
 namespace {
 
 constexpr long failed = -1;
-
-QString textOf(const Value& value) {
-    if (value.type == ValueType::text || value.type == ValueType::expandableText) {
-        return QStringDecoder(QStringConverter::Utf16LE, QStringConverter::Flag::Stateless)
-            .decode(value.data);
-    }
-    return QString::fromLatin1(value.data);
-}
 
 } // namespace
 

@@ -4,22 +4,12 @@
 #include "platform/registry/RegistryRoots.h"
 #include "platform/registry/RegistryValues.h"
 
-#include <QStringDecoder>
-
 namespace qvnd::registry {
 
 namespace {
 
 constexpr qsizetype bufferLength = 255;
 constexpr qsizetype numberLength = 4;
-
-QString textOf(const Value& value) {
-    if (value.type == ValueType::text || value.type == ValueType::expandableText) {
-        return QStringDecoder(QStringConverter::Utf16LE, QStringConverter::Flag::Stateless)
-            .decode(value.data);
-    }
-    return QString::fromLatin1(value.data);
-}
 
 Value numberValue(std::int32_t number) {
     Value value{ValueType::number, {}};

@@ -17,7 +17,7 @@ bool isText(const Value& value) {
     return value.type == ValueType::text || value.type == ValueType::expandableText;
 }
 
-QString textOf(const QByteArray& utf16) {
+QString decoded(const QByteArray& utf16) {
     return QStringDecoder(QStringConverter::Utf16LE, QStringConverter::Flag::Stateless)
         .decode(utf16);
 }
@@ -106,7 +106,7 @@ QString escaped(QString text) {
 
 // The text between quotes, if the value is one that quotes can hold without loss.
 std::optional<QString> quotable(const Value& value) {
-    QString text = textOf(value.data);
+    QString text = decoded(value.data);
     if (value.type != ValueType::text || !text.endsWith(u'\0') || utf16Bytes(text) != value.data) {
         return std::nullopt;
     }
@@ -166,7 +166,11 @@ QByteArray utf16Bytes(const QString& text) {
 }
 
 QByteArray ansiBytes(const Value& value) {
-    return isText(value) ? files::encodeGbk(textOf(value.data)) : value.data;
+    return isText(value) ? files::encodeGbk(decoded(value.data)) : value.data;
+}
+
+QString textOf(const Value& value) {
+    return isText(value) ? decoded(value.data) : QString::fromLatin1(value.data);
 }
 
 QStringList formatAssignment(const QString& name, const Value& value, bool ansi) {

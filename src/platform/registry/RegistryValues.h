@@ -30,5 +30,7 @@ QStringList formatAssignment(const QString& name, const Value& value, bool ansi)
 QByteArray ansiBytes(const Value& value);
 // UTF-16LE.
 QByteArray utf16Bytes(const QString& text);
+// The value as a text: what its UTF-16LE says, of a kind that is no text its bytes as Latin-1.
+QString textOf(const Value& value);
 
 } // namespace qvnd::registry
