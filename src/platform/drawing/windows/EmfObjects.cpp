@@ -93,14 +93,7 @@ void EmfPlayer::createFont(In& in) {
     in.skip(4);
     font.escapement = in.i32();
     in.skip(4);
-    if (const int weight = in.i32(); weight > 0) {
-        font.weight = weight;
-    }
-    font.italic = in.u8() != 0;
-    font.underline = in.u8() != 0;
-    font.strikeOut = in.u8() != 0;
-    font.charset = in.u8();
-    in.skip(4);
+    readFontStyle(in, in.i32(), font);
     font.face = QString::fromStdU16String(in.text(std::min(faceUnits, in.remaining() / 2)))
                     .section(QChar(0), 0, 0);
     objects_.put(number, font);

@@ -43,6 +43,17 @@ double angleOf(const QRectF& box, QPointF place) {
 
 } // namespace
 
+void readFontStyle(word::LittleEndianReader& in, int weight, LogicalFont& font) {
+    if (weight > 0) {
+        font.weight = weight;
+    }
+    font.italic = in.u8() != 0;
+    font.underline = in.u8() != 0;
+    font.strikeOut = in.u8() != 0;
+    font.charset = in.u8();
+    in.skip(4); // precision, clipping, quality, pitch
+}
+
 QPainterPath arcOf(const QRectF& box, QPointF start, QPointF end, ArcKind kind) {
     const double from = angleOf(box, start);
     double sweep = angleOf(box, end) - from;

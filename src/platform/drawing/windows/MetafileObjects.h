@@ -15,6 +15,10 @@ QBrush brushOf(unsigned style, std::uint32_t colorRef, unsigned hatch);
 // PenStyle ([MS-WMF] 2.1.1.23); the bits above the style are ends and joins, which are round here.
 LogicalPen penOf(unsigned style, double width, std::uint32_t colorRef);
 
+// The part of a font's record between its weight and its face ([MS-WMF] 2.2.1.2, [MS-EMF] 2.2.13);
+// a weight that is not above 0 leaves the font's own.
+void readFontStyle(word::LittleEndianReader& in, int weight, LogicalFont& font);
+
 enum class ArcKind { open, chord, pie };
 // The arc of the ellipse in `box`, counter-clockwise from the ray to `start` to the ray to `end`.
 QPainterPath arcOf(const QRectF& box, QPointF start, QPointF end, ArcKind kind);

@@ -154,14 +154,7 @@ void WmfPlayer::createFont(In& in) {
     in.skip(2);
     font.escapement = in.i16();
     in.skip(2);
-    if (const int weight = in.i16(); weight > 0) {
-        font.weight = weight;
-    }
-    font.italic = in.u8() != 0;
-    font.underline = in.u8() != 0;
-    font.strikeOut = in.u8() != 0;
-    font.charset = in.u8();
-    in.skip(4);
+    readFontStyle(in, in.i16(), font);
     QByteArray face;
     while (in.remaining() > 0) {
         const char letter = static_cast<char>(in.u8());
