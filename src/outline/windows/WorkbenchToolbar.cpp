@@ -1,10 +1,6 @@
 #include "outline/windows/WorkbenchToolbar.h"
 
 #include "outline/Workbench.h"
-#include "outline/windows/OutlineIcons.h"
-
-#include <QLayout>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 
@@ -12,18 +8,8 @@ namespace qvnd::outline {
 
 namespace {
 
-// The bar is 450 twips high; the style's own margins would squeeze the buttons in it.
-constexpr int sideMargin = 4;
-constexpr int narrowMargin = 1;
-
-struct Button {
-    QString key; // empty: a separator
-    QString tip;
-    QString icon;
-};
-
-const std::array<Button, WorkbenchToolbar::positions>& buttons() {
-    static const std::array<Button, WorkbenchToolbar::positions> all{{
+std::vector<CommandToolbar::Button> buttons() {
+    return {
         {u"同夹"_s, u"添加同级文件夹"_s, u"folder-beside"_s},
         {u"下夹"_s, u"添加下级文件夹"_s, u"folder-below"_s},
         {},
@@ -39,40 +25,17 @@ const std::array<Button, WorkbenchToolbar::positions>& buttons() {
         {},
         {u"编辑"_s, u"标书编辑"_s, u"edit"_s},
         {u"退出"_s, u"退出"_s, u"exit"_s},
-    }};
-    return all;
+    };
 }
 
 } // namespace
 
-WorkbenchToolbar::WorkbenchToolbar(QWidget* parent) : QToolBar(parent) {
-    setObjectName(u"TbarBid"_s);
-    setAccessibleName(u"工具栏"_s);
-    setIconSize({20, 20});
-    layout()->setContentsMargins(sideMargin, narrowMargin, sideMargin, narrowMargin);
-    setMovable(false);
-    setToolButtonStyle(Qt::ToolButtonIconOnly);
-    std::size_t position = 1;
-    for (const Button& button : buttons()) {
-        QAction*& action = buttons_[position++];
-        if (button.key.isEmpty()) {
-            action = addSeparator();
-            continue;
-        }
-        action = addAction(commandIcon(button.icon), button.key);
-        action->setToolTip(button.tip);
-        action->setObjectName(u"TbarBid_"_s + button.key);
-        QWidget* face = widgetForAction(action);
-        face->setAccessibleName(button.tip);
-        face->setFocusPolicy(Qt::TabFocus);
-        connect(action, &QAction::triggered, this,
-                [this, &button] { emit buttonClick(button.key); });
-    }
-}
+WorkbenchToolbar::WorkbenchToolbar(QWidget* parent)
+    : CommandToolbar(u"TbarBid"_s, buttons(), parent) {}
 
 void WorkbenchToolbar::apply(const Workbench& workbench) {
-    for (std::size_t position = 1; position <= positions; ++position) {
-        buttons_[position]->setEnabled(workbench.TbarBid[position]);
+    for (int position = 1; position <= actions().size(); ++position) {
+        at(position)->setEnabled(workbench.TbarBid[static_cast<std::size_t>(position)]);
     }
 }
 

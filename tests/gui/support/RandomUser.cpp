@@ -524,7 +524,7 @@ void RandomUser::pressToolbar() {
     if (auto* editors = world_.mainForm().findChild<generate::BidEditToolbar*>();
         editors && (!bar || dice_.in(2))) {
         reach(*editors);
-        QAction* action = editors->at(1 + dice_.upTo(generate::BidEditToolbar::positions));
+        QAction* action = editors->at(1 + dice_.upTo(static_cast<int>(editors->actions().size())));
         if (QWidget* face = editors->widgetForAction(action)) {
             QTest::mouseClick(face, Qt::LeftButton);
         }
@@ -534,7 +534,7 @@ void RandomUser::pressToolbar() {
         return;
     }
     reach(*bar);
-    QAction* action = bar->at(1 + dice_.upTo(outline::WorkbenchToolbar::positions));
+    QAction* action = bar->at(1 + dice_.upTo(static_cast<int>(bar->actions().size())));
     if (QWidget* face = bar->widgetForAction(action);
         face && (action != bar->at(15) || dice_.in(4))) {
         QTest::mouseClick(face, Qt::LeftButton);
