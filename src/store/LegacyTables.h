@@ -9,9 +9,9 @@ namespace qvnd::store {
 // Fields meet by their names; one that the old table lacks gets its default, one that only the old
 // table has stays behind.
 //
-// The definition gives way where the rows need it: a text field is made as wide as its longest
-// text, and a unique index that the rows do not allow is left out. A value that the field's type
-// cannot take, such as a date kept as some text, becomes Null.
+// The definition is changed where the rows do not fit it: a text field is made as wide as its
+// longest text, and a unique index that the rows do not allow is left out. A value that the field's
+// type cannot take, such as a date kept as some text, becomes Null.
 //
 // An automatic number keeps the old numbers and the rows come in their order; if one is missing or
 // given twice, all are made anew, 1 and up, in the order of the file.
