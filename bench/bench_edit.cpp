@@ -17,6 +17,7 @@
 #include "platform/desktop/OpenDocuments.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
+#include "store/OutlineFolders.h"
 #include "store/PlanTables.h"
 
 #include <QDir>
@@ -92,11 +93,11 @@ public:
             rs->Update();
         }
         state_.gDbUser->TableDefs().Append(store::outlineTable(QStringLiteral("temp")));
-        state_.gDbTemplate = state_.gWs->CreateDatabase(outline::templateLibraryPath(state_), {});
+        state_.gDbTemplate = state_.gWs->CreateDatabase(store::templateLibraryPath(state_), {});
         state_.gDbTemplate->TableDefs().Append(store::nameTable(QStringLiteral("遍历表")));
         state_.gDbUser->TableDefs().Append(store::informationTable(plan));
         fill(*state_.gDbUser, rows, true);
-        fill(*state_.gWs->CreateDatabase(outline::planDatabasePath(state_, plan), {}), rows, false);
+        fill(*state_.gWs->CreateDatabase(store::planDatabasePath(state_, plan), {}), rows, false);
         outline::FillOutlineTree(
             *state_.gDbUser->OpenRecordset("Select * from " + plan + " order by ID asc"),
             workbench_.TrvCurrent);

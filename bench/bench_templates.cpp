@@ -4,6 +4,7 @@
 
 #include "generate/SimilarDocuments.h"
 #include "outline/DeleteTemplate.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/StoreTemplate.h"
 #include "outline/TreeLoading.h"

@@ -2,6 +2,7 @@
 
 #include "format/RangeCheck.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/files/PlainName.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/DateText.h"
 #include "store/FontSizeToPoints.h"
@@ -235,7 +236,8 @@ void CoverPage::pictureClicked() {
 }
 
 QString CoverPage::fileOf(const QString& picture) const {
-    return store::pictureFile(state_.gAppPath, files::Trim(picture));
+    const QString name = files::Trim(picture);
+    return files::isPlainName(name) ? store::pictureFile(state_.gAppPath, name) : QString();
 }
 
 void CoverPage::browse(desktop::FileDialogs& fileDialogs) {
@@ -259,7 +261,7 @@ void CoverPage::browse(desktop::FileDialogs& fileDialogs) {
 }
 
 void CoverPage::bringIn(const desktop::ChosenFile& chosen) {
-    const QString copy = fileOf(chosen.fileTitle);
+    const QString copy = store::pictureFile(state_.gAppPath, chosen.fileTitle);
     state_.gFso->CopyFile(chosen.fileName, copy, true);
     cmbPic.setEntries(cmbPic.entries() + QStringList(chosen.fileTitle));
     if (state_.gFso->FileExists(chosen.fileName)) {

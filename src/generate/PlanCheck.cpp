@@ -110,7 +110,7 @@ private:
         bool isOpen = false;
         ignoringErrors([&] {
             isOpen = parts_.inUse.isAnyOpenIn(
-                outline::planFolder(parts_.state, parts_.TrvEdit.Item(1).Key()));
+                store::planFolder(parts_.state, parts_.TrvEdit.Item(1).Key()));
         });
         return isOpen;
     }

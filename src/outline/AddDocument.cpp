@@ -9,6 +9,7 @@
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
+#include "store/OutlineFolders.h"
 
 #include <QStringList>
 
@@ -73,7 +74,7 @@ Added AddDocument::mnuLTDoc() {
 Added AddDocument::addBeside(const QString& selectedKey) {
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
-    createMissingFolders(state_.gSysPath + "标书模板", plan);
+    createMissingFolders(plan);
     const auto chosen = services_.fileDialogs.open(
         {QStringLiteral("打开文档"),
          QStringLiteral("Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"), QStringLiteral("doc")});
@@ -110,8 +111,7 @@ Added AddDocument::addBeside(const QString& selectedKey) {
 Added AddDocument::addBelow(const QString& selectedKey) {
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
-    createMissingFolders(
-        files::withSeparator(state_.AppPath) + "Sys" + files::separator() + "标书模板", plan);
+    createMissingFolders(plan);
     const auto chosen = services_.fileDialogs.open(
         {QStringLiteral("打开文档"), QStringLiteral("Word文档 (*.doc)|*.doc|RTF格式 (*.rtf)|*.rtf"),
          QStringLiteral("doc")});
@@ -145,10 +145,11 @@ Added AddDocument::refuse(Added reason, const QString& text) {
     return reason;
 }
 
-void AddDocument::createMissingFolders(const QString& templates, const QString& plan) {
+void AddDocument::createMissingFolders(const QString& plan) {
     const QString plans =
         files::withSeparator(state_.AppPath) + "Sys" + files::separator() + "用户模板";
-    for (const QString& folder : {plans, templates, planFolder(state_, plan)}) {
+    for (const QString& folder :
+         {plans, store::templatesFolder(state_), store::planFolder(state_, plan)}) {
         if (!state_.gFso->FolderExists(folder)) {
             state_.gFso->CreateFolder(folder);
         }
@@ -196,7 +197,7 @@ void AddDocument::addToPlanCopy(const QString& plan, const QString& name) {
     if (state_.gDbPlan) {
         state_.gDbPlan->Close();
     }
-    state_.gDbPlan = state_.gWs->OpenDatabase(planDatabasePath(state_, plan));
+    state_.gDbPlan = state_.gWs->OpenDatabase(store::planDatabasePath(state_, plan));
     {
         const auto copy = state_.gDbPlan->OpenRecordset(plan, jet::OpenAs::Table);
         addRow(*copy, {newKey_, name, true});

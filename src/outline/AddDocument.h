@@ -26,7 +26,7 @@ public:
 private:
     Added addBeside(const QString& selectedKey);
     Added addBelow(const QString& selectedKey);
-    void createMissingFolders(const QString& templates, const QString& plan);
+    void createMissingFolders(const QString& plan);
     bool bringFile(const QString& source, const QString& target, const QString& question);
     void makeEmptyDocument(const QString& target);
     void convert(const QString& source, const QString& target);

@@ -4,10 +4,10 @@
 #include "outline/LibraryTree.h"
 #include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
+#include "store/OutlineFolders.h"
 
 namespace qvnd::outline {
 
@@ -46,16 +46,18 @@ public:
 
 private:
     void deletePlan(const QString& plan) {
+        // A name that is refused here must not have cost the plan its tables.
+        const QString folder = store::planFolder(state_, plan);
+        const QString isListed = " where 名称=" + quoted(plan);
         jet::Database& db = *state_.gDbUser;
         db.TableDefs().Delete(plan);
         deleteInformationTable(db, plan);
         for (const char* list : {"遍历表", "当前表"}) {
-            db.Execute(QStringLiteral("Delete * from ") + list + " where 名称=" + quoted(plan));
+            db.Execute(QStringLiteral("Delete * from ") + list + isListed);
         }
         workbench_.cmdEdit = false;
         workbench_.mnuEdit = false;
         workbench_.TbarBid[9] = false;
-        const QString folder = planFolder(state_, plan);
         if (state_.gFso->FolderExists(folder)) {
             state_.gFso->DeleteFolder(folder, false);
         }
@@ -84,7 +86,7 @@ private:
         if (state_.gDbPlan) {
             state_.gDbPlan->Close();
         }
-        state_.gDbPlan = state_.gWs->OpenDatabase(planDatabasePath(state_, plan));
+        state_.gDbPlan = state_.gWs->OpenDatabase(store::planDatabasePath(state_, plan));
         state_.gDbPlan->Execute(statement);
         state_.gDbPlan->Close();
         state_.gDbPlan.reset();

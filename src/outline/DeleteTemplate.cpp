@@ -2,10 +2,10 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "platform/jet/TextPattern.h"
+#include "store/OutlineFolders.h"
 
 namespace qvnd::outline {
 
@@ -18,18 +18,6 @@ bool isMeant(const OutlineNode& node, desktop::MessageBoxes& messages) {
                           Icon::none,
                           {},
                           desktop::Buttons::okCancel}) == desktop::Answer::ok;
-}
-
-// Runs a statement and goes on behind it when a file is in use.
-template <class Statement>
-void passingBy(Statement statement) {
-    try {
-        statement();
-    } catch (const RunTimeError& failure) {
-        if (failure.number() != error::permissionDenied) {
-            throw;
-        }
-    }
 }
 
 void deleteFolder(modMain& state, const QString& folder, desktop::MessageBoxes& messages) {
@@ -49,7 +37,7 @@ void deleteFolder(modMain& state, const QString& folder, desktop::MessageBoxes& 
 
 void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
                     desktop::MessageBoxes& messages) {
-    const QString folder = templateFolder(state, name);
+    const QString folder = store::templateFolder(state, name);
     jet::TableDefs tables = state.gDbTemplate->TableDefs();
     tables.Refresh();
     tables.Delete(name);
@@ -68,23 +56,24 @@ void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
 void deleteRows(modMain& state, const QString& name, const QString& key) {
     const QString statement = "Delete * from " + bareName(name) + subtreeCondition(name, key);
     {
-        const auto copy = state.gWs->OpenDatabase(templateDatabasePath(state, name));
+        const auto copy = state.gWs->OpenDatabase(store::templateDatabasePath(state, name));
         copy->Execute(statement);
         copy->Close();
     }
     state.gDbTemplate->Execute(statement);
 }
 
-// File names are compared without case, as the rows' keys were.
+// A file in use stays. File names are compared without case, as the rows' keys were.
 void deleteFiles(modMain& state, const QString& name, const QString& key) {
     if (!isKeyOf(name, key)) {
         return; // it names no file
     }
     std::vector<files::Entry> entries;
-    passingBy([&] { entries = state.gFso->Files(templateFolder(state, name)); });
+    ignoringError(error::permissionDenied,
+                  [&] { entries = state.gFso->Files(store::templateFolder(state, name)); });
     for (const files::Entry& file : entries) {
         if (jet::matchesPattern(file.Name, key + u'*')) {
-            passingBy([&] { state.gFso->DeleteFile(file.Path); });
+            ignoringError(error::permissionDenied, [&] { state.gFso->DeleteFile(file.Path); });
         }
     }
 }

@@ -1,12 +1,9 @@
 #include "outline/LibraryTree.h"
 
 #include "outline/InformationTable.h"
-#include "outline/OutlinePaths.h"
-#include "platform/error/IgnoringErrors.h"
 #include "platform/error/RecordedErrors.h"
 #include "store/Names.h"
-
-#include <optional>
+#include "store/OutlineFolders.h"
 
 namespace qvnd::outline {
 
@@ -14,14 +11,9 @@ namespace {
 
 bool isOfTemplates(const OutlineTree& tree) { return tree.Name() == u"TrvTemplate"; }
 
-// Nothing for a name that can be no folder's.
-std::optional<bool> hasFolder(modMain& state, const OutlineTree& tree, const QString& name) {
-    std::optional<bool> has;
-    ignoringErrors([&] {
-        has = state.gFso->FolderExists(isOfTemplates(tree) ? templateFolder(state, name)
-                                                           : planFolder(state, name));
-    });
-    return has;
+store::FolderState folderOf(const modMain& state, const OutlineTree& tree, const QString& name) {
+    return isOfTemplates(tree) ? store::stateOfTemplateFolder(state, name)
+                               : store::stateOfPlanFolder(state, name);
 }
 
 class LibraryRefresh {
@@ -47,10 +39,10 @@ private:
     // The rows of a name that can be no folder's stay: such a plan may have been made before names
     // were checked, and its tables are then the only newest copy of its outline.
     void visit(const QString& name) {
-        const std::optional<bool> has = hasFolder(state_, tree_, name);
-        if (has == true) {
+        const store::FolderState folder = folderOf(state_, tree_, name);
+        if (folder == store::FolderState::there) {
             load(name);
-        } else if (has == false && (isTemplates_ || !keepMissing_)) {
+        } else if (folder == store::FolderState::missing && (isTemplates_ || !keepMissing_)) {
             forget(name);
         }
     }
@@ -70,7 +62,7 @@ private:
     void dropRowWithoutTable(const QString& name) {
         errors_.statement([&] { list_->Delete(); });
         if (isTemplates_) {
-            const QString file = templateDatabasePath(state_, name);
+            const QString file = store::templateDatabasePath(state_, name);
             if (state_.gFso->FileExists(file)) {
                 errors_.statement([&] { state_.gFso->DeleteFile(file); });
             }
@@ -114,7 +106,7 @@ std::vector<std::vector<OutlineRow>> readLibrary(modMain& state, jet::Database& 
     const auto list = db.OpenRecordset(QStringLiteral("Select * from 遍历表"));
     for (; !list->Eof(); list->MoveNext()) {
         const QString name = list->Get(store::field::name).TextOrEmpty();
-        if (hasFolder(state, tree, name) == true) {
+        if (folderOf(state, tree, name) == store::FolderState::there) {
             outlines.push_back(readOutline(db, name));
         }
     }

@@ -2,7 +2,6 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"

@@ -2,7 +2,7 @@
 
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
 
 namespace qvnd::outline {
@@ -14,13 +14,8 @@ std::unique_ptr<jet::Recordset> inOrder(jet::Database& db, const QString& table)
 }
 
 void dropScratchTable(jet::Database& db) {
-    try {
-        db.Execute(QStringLiteral("DROP TABLE temp"));
-    } catch (const RunTimeError& failure) {
-        if (failure.number() != error::tableToDropNotFound) {
-            throw;
-        }
-    }
+    ignoringError(error::tableToDropNotFound,
+                  [&] { db.Execute(QStringLiteral("DROP TABLE temp")); });
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "outline/OutlinePaths.h"
 #include "platform/jet/Database.h"
 
 #include <QString>

@@ -4,10 +4,11 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/TransactionScope.h"
 #include "store/Names.h"
+#include "store/OutlineFolders.h"
 
 namespace qvnd::outline {
 
@@ -21,11 +22,11 @@ QString currentPlan(modMain& state) {
 
 void copyTable(modMain& state, const QString& name) {
     state.gDbUser->Execute("Select * into " + bareName(name) + " in '" +
-                           templateLibraryPath(state) + "' from " + name);
+                           store::templateLibraryPath(state) + "' from " + name);
 }
 
 void makeDatabase(modMain& state, const QString& folder, const QString& name) {
-    const QString file = folder + files::separator() + name + ".mdb";
+    const QString file = store::databaseIn(folder, name);
     const auto database = state.gWs->CreateDatabase(file, QString::fromUtf16(jet::dbLangGeneral));
     state.gDbUser->Execute("Select * into [" + name + "] in '" + file + "' from [" + name + "]");
     database->Close();
@@ -39,22 +40,18 @@ void copyDocuments(modMain& state, const QString& plan, jet::Recordset& document
         if (!isKeyOf(plan, key)) {
             continue; // it names no file
         }
-        try {
+        ignoringError(error::fileNotFound, [&] {
             state.gFso->CopyFile(documentPath(state, plan, key),
                                  folder + files::separator() + key + ".doc", true);
-        } catch (const RunTimeError& failure) {
-            if (failure.number() != error::fileNotFound) {
-                throw;
-            }
-        }
+        });
     }
 }
 
 // A folder that bears the template's name and a database is adopted at the next start: it must not
 // bear the name before all is in it. After a failure it has what had come by then.
 void makeFolder(modMain& state, const QString& name, jet::Recordset& documents) {
-    const QString folder = templateFolder(state, name);
-    const QString unfinished = templateFolder(state, QStringLiteral(".~stored"));
+    const QString folder = store::templateFolder(state, name);
+    const QString unfinished = store::templateFolder(state, QStringLiteral(".~stored"));
     if (state.gFso->FolderExists(unfinished)) {
         state.gFso->DeleteFolder(unfinished, true); // left by a killed process
     }
@@ -70,7 +67,7 @@ void makeFolder(modMain& state, const QString& name, jet::Recordset& documents) 
 }
 
 void fillFolder(modMain& state, const QString& name, jet::Recordset& documents) {
-    const QString folder = templateFolder(state, name);
+    const QString folder = store::templateFolder(state, name);
     if (state.gFso->FolderExists(folder)) {
         copyDocuments(state, name, documents, folder);
     } else {
@@ -85,7 +82,7 @@ void enlist(modMain& state, const QString& name) {
     list->Update();
 }
 
-// The library's table and row last together, behind the folder.
+// The folder is filled before the table and the row are committed together.
 void storePlan(modMain& state, const QString& plan) {
     jet::TransactionScope changes(*state.gWs);
     copyTable(state, plan);

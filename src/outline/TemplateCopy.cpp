@@ -5,6 +5,7 @@
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "store/OutlineFolders.h"
 
 #include <algorithm>
 #include <optional>
@@ -165,7 +166,7 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
     copyFile(file, documentPath(state_, table, clashKey));
     // There is no new key here: the second copy bears what the walk over the children left.
     const QString left = siblings.largest ? QString::number(*siblings.largest) : QString();
-    copyFile(file, planFolder(state_, table) + files::separator() + left + ".doc");
+    copyFile(file, store::planFolder(state_, table) + files::separator() + left + ".doc");
     trvCurrent_.refill(table, nullptr, targetKey);
     return Copied::copied;
 }

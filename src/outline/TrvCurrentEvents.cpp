@@ -4,7 +4,7 @@
 #include "outline/DeleteNode.h"
 #include "outline/NodeCommands.h"
 #include "outline/OutlineRows.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
 
 namespace qvnd::outline {
@@ -32,13 +32,13 @@ PopUp TrvCurrentEvents::MouseDown(MouseButton button, OutlineNode* hit) {
     return PopUp::mnuSysEdit;
 }
 
+// NodeClick, which follows, tells of a failure.
 void TrvCurrentEvents::lookUpForBrowsing(const OutlineNode& node) {
-    try {
+    ignoringErrors([&] {
         if (const auto mark = documentMark(*state_.gDbUser, node.Key())) {
             workbench_.mnuBrowseDoc = *mark != u"否";
         }
-    } catch (const RunTimeError&) { // NOLINT(bugprone-empty-catch): NodeClick, which follows, tells
-    }
+    });
 }
 
 void TrvCurrentEvents::Click() { state_.gSelectedPlan.clear(); }

@@ -1,12 +1,12 @@
 #include "outline/dlgAddDoc.h"
 
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
+#include "store/OutlineFolders.h"
 
 #include <algorithm>
 
@@ -73,7 +73,7 @@ bool dlgAddDoc::isTaken(const OutlineNode& selected, const QString& name) const 
 }
 
 void dlgAddDoc::levelPlanCopy(const QString& table) {
-    state_.gDbPlan = state_.gWs->OpenDatabase(planDatabasePath(state_, table));
+    state_.gDbPlan = state_.gWs->OpenDatabase(store::planDatabasePath(state_, table));
     state_.gDbPlan->Execute("DELETE * FROM " + table);
     state_.gDbUser->Execute("INSERT INTO " + table + " IN '" + state_.gDbPlan->Name() +
                             "' SELECT * FROM " + table);

@@ -3,6 +3,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
 #include "store/LegacyPlans.h"
+#include "store/OutlineFolders.h"
 
 namespace qvnd::plans {
 
@@ -38,11 +39,6 @@ void showForTemplates(const modMain& state, ConversionDialog& dialog) {
     dialog.Show();
 }
 
-QString databaseIn(const QString& folder, const QString& name) {
-    return files::resolved(files::withSeparator(folder) + name + files::separator() + name +
-                           ".mdb");
-}
-
 } // namespace
 
 LegacyConversion::LegacyConversion(modMain& state, desktop::MessageBoxes& messages,
@@ -55,7 +51,7 @@ void LegacyConversion::FillListBox(const QString& path) {
     ignoringErrors([&] { folders = state_.gFso->SubFolders(path); });
     for (const files::Entry& folder : folders) {
         if (state_.gLegacyReader != nullptr &&
-            state_.gLegacyReader->Recognizes(databaseIn(path, folder.Name))) {
+            state_.gLegacyReader->Recognizes(store::databaseIn(folder.Path, folder.Name))) {
             ListBox << folder.Name;
         }
     }
@@ -64,7 +60,9 @@ void LegacyConversion::FillListBox(const QString& path) {
 void LegacyConversion::Show() {
     bool converted = false;
     for (const QString& name : ListBox) {
-        if (store::adoptLegacyFile(state_, databaseIn(sPath, name), name, bType == 1)) {
+        if (store::adoptLegacyFile(state_,
+                                   store::databaseIn(files::withSeparator(sPath) + name, name),
+                                   name, bType == 1)) {
             converted = true;
         } else {
             messages_.tell(state_.LegacyTakeovers.back().Failure, desktop::Icon::exclamation,

@@ -1,15 +1,15 @@
 #include "plans/DeletePlan.h"
 
 #include "outline/InformationTable.h"
-#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
+#include "store/OutlineFolders.h"
 
 namespace qvnd::plans {
 
 namespace {
 
-// An empty name names no table, and "Org" alone is not its information table.
+// Without a name nothing is deleted: a table "Org" would be the plan's of that very name.
 void deleteTables(jet::Database& db, const QString& plan) {
     if (plan.isEmpty()) {
         return;
@@ -35,7 +35,7 @@ bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBo
         return false;
     }
     jet::Database& db = *state.gDbUser;
-    ignoringErrors([&] { state.gFso->DeleteFolder(outline::planFolder(state, name), false); });
+    ignoringErrors([&] { state.gFso->DeleteFolder(store::planFolder(state, name), false); });
     deleteTables(db, state.gSelectedPlan);
     ignoringErrors([&] { forgetCurrent(db); });
     ignoringErrors([&] {

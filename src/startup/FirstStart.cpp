@@ -5,6 +5,7 @@
 #include "platform/files/SafeReplace.h"
 #include "platform/registry/RegistryRoots.h"
 #include "platform/registry/RegistryValues.h"
+#include "store/ProgramFiles.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -80,8 +81,9 @@ void layOutProgramFolder(const QString& programFolder) {
     if (!isNew && !isPortable(programFolder) && !files::folderExists(sys)) {
         return;
     }
-    for (const char* name : {"标书模板", "图片库", "自定义"}) {
-        QDir().mkpath(files::withSeparator(sys) + name);
+    for (const QStringView name :
+         {store::folder::templates, store::folder::pictures, store::folder::customPages}) {
+        QDir().mkpath(files::withSeparator(sys) + name.toString());
     }
 }
 

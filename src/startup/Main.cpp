@@ -40,8 +40,8 @@ WorkFolder configuredWorkFolder(const QString& configurationFolder, const QStrin
                           : WorkFolder{work, false};
 }
 
-// A missing work folder of three characters or more gives way to the default beside the program,
-// which is made; a shorter one is kept as it is.
+// In place of a missing work folder of three characters or more the default beside the program is
+// made and used; a shorter one is kept as it is.
 QString existingWorkFolder(const QString& work, const QString& gAppPath) {
     if (folderExists(work)) {
         return work;
@@ -97,7 +97,7 @@ void resolveFolders(modMain& state, const QString& appPath, registry::Registry& 
 
 using Create = void (*)(modMain& state, const QString& path);
 
-// The handle from the creation gives way to the one that stays open.
+// A creation leaves its handle open; it is closed, and the file opened again for the run.
 void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString& path,
           Create create) {
     const auto createClosed = [&](const QString& wanted) {
@@ -130,7 +130,7 @@ void openDatabases(modMain& state) {
          });
 }
 
-// Nobody would look for settings and plans in a file that was put aside in silence.
+// A user who is not told would take the settings and plans of the replaced file for lost.
 void tellWhatWasMadeAnew(const modMain& state, desktop::MessageBoxes& messages) {
     for (const store::LegacyTakeover& takeover : state.LegacyTakeovers) {
         if (const QString text = store::centralFailureText(takeover); !text.isEmpty()) {

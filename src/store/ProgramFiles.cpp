@@ -1,6 +1,7 @@
 #include "store/ProgramFiles.h"
 
 #include "platform/files/Paths.h"
+#include "platform/files/PlainName.h"
 
 using namespace Qt::StringLiterals;
 
@@ -8,27 +9,26 @@ namespace qvnd::store {
 
 namespace {
 
-const QString pictures = u"图片库"_s;
-const QString customPages = u"自定义"_s;
-
-QString folderOf(const QString& gAppPath, const QString& name) {
-    return files::withSeparator(gAppPath + u"sys"_s) + name;
+QString folderOf(const QString& gAppPath, QStringView name) {
+    return files::withSeparator(gAppPath + u"sys"_s) + name.toString();
 }
 
 } // namespace
 
-QString programFile(const QString& gAppPath, const QString& folder, const QString& name) {
-    return files::withSeparator(folderOf(gAppPath, folder)) + name;
+QString programFile(const QString& gAppPath, QStringView folder, const QString& name) {
+    return files::withSeparator(folderOf(gAppPath, folder)) + files::plainName(name);
 }
 
 QString pictureFile(const QString& gAppPath, const QString& name) {
-    return programFile(gAppPath, pictures, name);
+    return programFile(gAppPath, folder::pictures, name);
 }
 
-QString customPageFolder(const QString& gAppPath) { return folderOf(gAppPath, customPages); }
+QString customPageFolder(const QString& gAppPath) {
+    return folderOf(gAppPath, folder::customPages);
+}
 
 QString customPageFile(const QString& gAppPath, const QString& name) {
-    return programFile(gAppPath, customPages, name + u".doc"_s);
+    return programFile(gAppPath, folder::customPages, name + u".doc"_s);
 }
 
 } // namespace qvnd::store

@@ -1,10 +1,10 @@
 #include "store/TableTransfer.h"
 
 #include "platform/error/RecordedErrors.h"
-#include "platform/files/Paths.h"
 #include "platform/jet/TransactionScope.h"
 #include "store/LegacyPlans.h"
 #include "store/Names.h"
+#include "store/OutlineFolders.h"
 
 namespace qvnd::store {
 
@@ -13,20 +13,6 @@ namespace {
 // "SELECT * INTO 甲 IN 'file' FROM 甲", the name bare.
 QString copyStatement(const QString& table, const QString& file) {
     return "SELECT * INTO " + table + " IN '" + file + "' FROM " + table;
-}
-
-// Spelt as on disk, whatever the case of its letters.
-QString databaseIn(const QString& folder, const QString& name) {
-    return files::resolved(folder + files::separator() + name + ".mdb");
-}
-
-// What a handle stands for; error 91 when an earlier statement failed to set it.
-template <class Handle>
-auto& set(const Handle& handle) {
-    if (handle == nullptr) {
-        throw RunTimeError(error::objectNotSet, u"方案列表或收入的数据库没有打开，没有全部收入。");
-    }
-    return *handle;
 }
 
 // Looks from the current row on, not from the first, and by the exact characters.
@@ -90,25 +76,44 @@ private:
             return;
         }
         bool listed = false;
-        errors_.statement([&] { listed = isListed(set(list_), folder.Name); });
+        errors_.statement([&] { listed = isListed(list(), folder.Name); });
         if (!listed) {
             errors_.statement([&] { takeIn(folder.Name, file); });
         }
-        errors_.statement([&] { set(list_).MoveFirst(); });
+        errors_.statement([&] { list().MoveFirst(); });
     }
 
     void takeIn(const QString& name, const QString& file) {
         jet::TransactionScope changes(*state_.gWs);
-        errors_.statement([&] { enlist(set(list_), name); });
+        errors_.statement([&] { enlist(list(), name); });
         errors_.statement([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
         copy(name);
         copy(informationTableOf(name));
         changes.commit();
     }
 
+    jet::Recordset& list() const {
+        requireOpen(list_ != nullptr);
+        return *list_;
+    }
+    jet::Database& planDatabase() const {
+        requireOpen(state_.gDbPlan != nullptr);
+        return *state_.gDbPlan;
+    }
+
+    // Error 91, with the first cause, where an earlier statement failed to open what is used.
+    void requireOpen(bool isOpen) const {
+        if (isOpen) {
+            return;
+        }
+        throw RunTimeError(error::objectNotSet,
+                           u"方案列表或收入的数据库没有打开，没有全部收入。\n" +
+                               errors_.first()->description());
+    }
+
     void copy(const QString& name) {
         errors_.statement(
-            [&] { set(state_.gDbPlan).Execute(copyStatement(name, state_.gDbUser->Name())); });
+            [&] { planDatabase().Execute(copyStatement(name, state_.gDbUser->Name())); });
     }
 
     modMain& state_;
@@ -120,7 +125,7 @@ private:
 void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
     const auto list =
         state.gDbTemplate->OpenRecordset(table::planList.toString(), jet::OpenAs::Table);
-    for (const files::Entry& folder : state.gFso->SubFolders(state.gSysPath + "标书模板")) {
+    for (const files::Entry& folder : state.gFso->SubFolders(templatesFolder(state))) {
         const QString file = databaseIn(folder.Path, folder.Name);
         if (!state.gFso->FileExists(file)) {
             continue;
@@ -175,9 +180,12 @@ void SaveCurrentPlanTables(modMain& state, const std::optional<QString>& openPla
         return;
     }
     const QString& name = *openPlan;
-    const QString file = databaseIn(state.gUserTplPath + name, name);
-    const QString statement = "SELECT * INTO [" + name + "] IN '" + file + "' FROM [" + name + "]";
     RecordedErrors errors;
+    QString file;
+    if (!errors.statement([&] { file = planDatabasePath(state, name); })) {
+        return;
+    }
+    const QString statement = "SELECT * INTO [" + name + "] IN '" + file + "' FROM [" + name + "]";
     bool isDone = errors.statement([&] { state.gDbUser->Execute(statement); });
     while (!isDone && errors.number() == error::tableExists) {
         isDone = errors.statement([&] { replaceIn(state, file, name, statement); });

@@ -3,9 +3,9 @@
 #include "outline/AddDocument.h"
 #include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/TreeLoading.h"
 #include "outline/dlgAddDoc.h"
+#include "store/OutlineFolders.h"
 #include "tools/Arguments.h"
 #include "tools/OutlineText.h"
 #include "tools/Plans.h"
@@ -108,7 +108,7 @@ ExitStatus showOutline(Session& session, const QStringList& words) {
     requirePlan(run, plan);
     std::unique_ptr<jet::Database> copy;
     if (arguments.has("--copy")) {
-        copy = run.state().gWs->OpenDatabase(outline::planDatabasePath(run.state(), plan));
+        copy = run.state().gWs->OpenDatabase(store::planDatabasePath(run.state(), plan));
     }
     jet::Database& db = copy ? *copy : *run.state().gDbUser;
     const QString inOrder = "Select * from [" + plan + "] order by ID asc";

@@ -1,6 +1,7 @@
 #include "tools/PlanDeletion.h"
 
 #include "plans/DeletePlan.h"
+#include "store/OutlineFolders.h"
 #include "tools/Arguments.h"
 #include "tools/ClickedNode.h"
 #include "tools/ProgramRun.h"
@@ -26,14 +27,14 @@ ExitStatus deletePlan(Session& session, const QStringList& words) {
         session.output().note(QStringLiteral("此方案不能删除"));
         return ExitStatus::refused;
     }
-    const QString folder = run.state().gUserTplPath + root->Text();
+    const QString folder = root->Text();
     if (!plans::mnuDelete(run.state(), run.workbench(), session.messages())) {
         return ExitStatus::refused;
     }
-    if (run.state().gFso->FolderExists(folder)) {
+    if (store::stateOfPlanFolder(run.state(), folder) == store::FolderState::there) {
         session.output().note(
             QStringLiteral("文件夹没有删除，其中可能有文件正在使用；下次启动时会重新收入：%1")
-                .arg(folder));
+                .arg(store::planFolder(run.state(), folder)));
         return ExitStatus::refused;
     }
     session.output().result(QJsonObject{{"名称", plan}}, plan);

@@ -41,6 +41,13 @@ TEST_F(CoverPageTest, LoadTakesTheNamesOfTheOpenPlanOverWhatWasTyped) {
     EXPECT_EQ(page().lblOffName.caption(), u"一建公司"_s);
 }
 
+TEST_F(CoverPageTest, APictureWhoseNameLeadsOutOfTheFolderIsNotShown) {
+    folder.write(u"秘密.jpg"_s, "BM");
+    page().cmbPic.setText(u"../../秘密.jpg"_s);
+    EXPECT_TRUE(page().Image1.picture().isEmpty());
+    EXPECT_EQ(of(u"图片"), QString());
+}
+
 TEST_F(CoverPageTest, OnlyALoadTakesTheNamesOfThePlan) {
     openPlan(u"滨江工程"_s, u"一建公司"_s);
     enter(page().TxtPrjName, u"改名"_s);

@@ -37,6 +37,22 @@ protected:
 
 } // namespace
 
+TEST_F(CoverPage, APictureWhoseNameLeadsOutOfTheFolderIsToldAndNotInserted) {
+    cover(u"图片"_s, u"../../秘密.jpg");
+    build();
+    EXPECT_FALSE(logged("Selection.InlineShapes.AddPicture"));
+    EXPECT_TRUE(logged("message [none] “../../秘密.jpg”不能用作文件或文件夹的名称"));
+}
+
+TEST_F(CoverPage, ACustomPageWhoseNameLeadsOutOfTheFolderIsToldAndNothingIsInsertedForIt) {
+    wantCustomPage();
+    putTable(settings(), u"当前自定义"_s, {{{u"路径"_s, u"../../秘密"}}});
+    build();
+    EXPECT_TRUE(logged("message [none] “../../秘密.doc”不能用作文件或文件夹的名称"));
+    EXPECT_EQ(wholeCover().find("InsertFile plans"), std::string::npos) << wholeCover();
+    EXPECT_EQ(wholeCover().find("秘密.doc, "), std::string::npos) << wholeCover();
+}
+
 TEST_F(CoverPage, APictureIsInsertedSetInOrderAndLeftBehind) {
     cover(u"图片"_s, u" 楼.jpg ");
     build();

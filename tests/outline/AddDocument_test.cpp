@@ -1,6 +1,7 @@
 #include "outline/AddDocument.h"
 
 #include "outline/OutlineKeys.h"
+#include "store/OutlineFolders.h"
 #include "support/Commits.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -453,7 +454,7 @@ TEST_F(AddDocuments, ADocumentMayStandUnderAndBesideADocument) {
 
 TEST_F(AddDocuments, APlanDatabaseThatIsStillOpenIsClosedFirst) {
     makePlan({"T", "T.1"});
-    state.gDbPlan = state.gWs->OpenDatabase(planDatabasePath(state, "T"));
+    state.gDbPlan = state.gWs->OpenDatabase(store::planDatabasePath(state, "T"));
     choose("说明.doc");
     EXPECT_EQ(below("T.1"), Added::added);
     EXPECT_EQ(state.gDbPlan, nullptr);

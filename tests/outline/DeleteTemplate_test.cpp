@@ -2,6 +2,7 @@
 
 #include "TemplateWorld.h"
 #include "platform/error/RunTimeError.h"
+#include "store/OutlineFolders.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -280,7 +281,7 @@ TEST_F(DeletingFromATemplate, AnyOtherFailureOfAFileEndsItAndTheNodeStaysOnTheSc
 
 TEST_F(DeletingFromATemplate, AMissingDatabaseOfTheFolderLeavesTheTransactionOpenAndTheRowsThere) {
     makeTemplate({"T", "T.1d"});
-    QFile::remove(templateDatabasePath(state, "T"));
+    QFile::remove(store::templateDatabasePath(state, "T"));
     EXPECT_EQ(remove("T.1").result, TemplateDeleted::failed);
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_TRUE(state.gWs->InTransaction());

@@ -3,6 +3,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "platform/error/RunTimeError.h"
+#include "store/OutlineFolders.h"
 #include "store/modMain.h"
 #include "support/Errors.h"
 #include "support/Text.h"
@@ -14,17 +15,6 @@ using namespace qvnd::outline;
 using test::errorNumberOf;
 
 namespace {
-
-TEST(PlanFolders, APlansFolderLiesStraightInThePlansFolder) {
-    modMain state;
-    state.gUserTplPath = "用户模板/";
-    for (const char* plan : {"甲", "甲 乙", "甲.乙", "😀", "*", "..甲"}) {
-        EXPECT_EQ(planFolder(state, plan), QString("用户模板/") + plan);
-    }
-    for (const char* plan : {"", ".", "..", " ", " . ", "甲/乙", "../甲", "甲\\..", "/"}) {
-        EXPECT_EQ(errorNumberOf([&] { planFolder(state, plan); }), error::pathNotFound) << plan;
-    }
-}
 
 TEST(OutlineKeyTexts, AreTheTablesNameAndNumbersBehindPoints) {
     for (const char* key : {"甲", "甲.1", "甲.4.12", "甲.007"}) {
@@ -66,11 +56,14 @@ TEST_F(Leading, NoKeyLeadsOutOfTheFolder) {
 TEST_F(Leading, NoNameLeadsOutOfTheFolder) {
     for (const char* name : {"", "..", ". .", "../外", "甲/乙", "甲\\..\\外", "/etc",
                              "C:", "C:\\外", "nul", "CON", "COM1", "lpt9.文", "aux ", "甲\n"}) {
-        EXPECT_EQ(errorNumberOf([&] { planFolder(state, name); }), error::pathNotFound) << name;
-        EXPECT_EQ(errorNumberOf([&] { planDatabasePath(state, name); }), error::pathNotFound);
+        EXPECT_EQ(errorNumberOf([&] { store::planFolder(state, name); }), error::pathNotFound)
+            << name;
+        EXPECT_EQ(errorNumberOf([&] { store::planDatabasePath(state, name); }),
+                  error::pathNotFound);
         EXPECT_EQ(errorNumberOf([&] { documentPath(state, name, "甲.1"); }), error::pathNotFound);
-        EXPECT_EQ(errorNumberOf([&] { templateFolder(state, name); }), error::pathNotFound);
-        EXPECT_EQ(errorNumberOf([&] { templateDatabasePath(state, name); }), error::pathNotFound);
+        EXPECT_EQ(errorNumberOf([&] { store::templateFolder(state, name); }), error::pathNotFound);
+        EXPECT_EQ(errorNumberOf([&] { store::templateDatabasePath(state, name); }),
+                  error::pathNotFound);
     }
 }
 

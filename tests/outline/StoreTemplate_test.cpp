@@ -1,6 +1,7 @@
 #include "outline/StoreTemplate.h"
 
 #include "TemplateWorld.h"
+#include "store/OutlineFolders.h"
 #include "support/Commits.h"
 #include "support/DragWorld.h"
 #include "support/Text.h"
@@ -79,8 +80,9 @@ TEST_F(StoringATemplate, TheInformationTableIsNotStored) {
     state.gDbUser->TableDefs().Append(nameTable("TOrg"));
     store();
     EXPECT_FALSE(hasTable("TOrg"));
-    EXPECT_FALSE(
-        state.gWs->OpenDatabase(templateDatabasePath(state, "T"))->TableDefs().Contains("TOrg"));
+    EXPECT_FALSE(state.gWs->OpenDatabase(store::templateDatabasePath(state, "T"))
+                     ->TableDefs()
+                     .Contains("TOrg"));
 }
 
 TEST_F(StoringATemplate, ItIsThePlanOfTheCurrentTableNotTheOneOnTheScreen) {
@@ -116,7 +118,7 @@ TEST_F(StoringATemplate, APlanCanBeStoredOnceAndIsNotOverwritten) {
 TEST_F(StoringATemplate, AFolderThatIsThereKeepsItsOldDatabase) {
     makeCurrentPlan({"T", "T.1d"});
     folder.makeFolder("Sys/标书模板/T");
-    makeTable(*create(templateDatabasePath(state, "T")), "T", {{"T", "旧"}});
+    makeTable(*create(store::templateDatabasePath(state, "T")), "T", {{"T", "旧"}});
     EXPECT_EQ(store().result, Stored::stored);
     EXPECT_EQ(templateCopyKeys("T"), QStringList{"T"});
     EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.1"}));

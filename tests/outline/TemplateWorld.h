@@ -1,7 +1,7 @@
 #pragma once
 
 #include "outline/LibraryTree.h"
-#include "outline/OutlinePaths.h"
+#include "store/OutlineFolders.h"
 #include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 
@@ -17,7 +17,7 @@ public:
         const auto rows = rowsOf(keys);
         makeTable(*state.gDbTemplate, name, rows);
         folder.makeFolder("Sys/标书模板/" + name);
-        makeTable(*create(outline::templateDatabasePath(state, name)), name, rows);
+        makeTable(*create(store::templateDatabasePath(state, name)), name, rows);
         for (const auto& row : rows) {
             if (row.isDocument == u"是") {
                 folder.write(templateFile(row.key), "template " + row.key.toUtf8());
@@ -53,7 +53,7 @@ public:
         return column(*state.gDbTemplate, name, u"Key");
     }
     QStringList templateCopyKeys(const QString& name) {
-        return column(*state.gWs->OpenDatabase(outline::templateDatabasePath(state, name)), name,
+        return column(*state.gWs->OpenDatabase(store::templateDatabasePath(state, name)), name,
                       u"Key");
     }
     bool hasTable(const QString& name) { return state.gDbTemplate->TableDefs().Contains(name); }

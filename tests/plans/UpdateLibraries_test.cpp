@@ -1,5 +1,6 @@
 #include "plans/UpdateLibraries.h"
 
+#include "store/OutlineFolders.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -43,7 +44,7 @@ struct LibraryUpdates : testing::Test, OutlineWorld {
 };
 
 TEST_F(LibraryUpdates, PlansAreAdoptedUnderTheHourglass) {
-    drop("用户模板", "外来", outline::planDatabasePath(state, "外来"));
+    drop("用户模板", "外来", store::planDatabasePath(state, "外来"));
     update.plans();
     EXPECT_EQ(pointer.changes, QStringList({"hourglass 0 0", "usual 0 2"}));
     EXPECT_EQ(keys("外来"), QStringList({"外来", "外来.1"}));

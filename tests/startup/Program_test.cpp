@@ -1,8 +1,8 @@
 #include "startup/Program.h"
 
 #include "outline/CurrentPlan.h"
-#include "outline/OutlinePaths.h"
 #include "platform/registry/RegistryFile.h"
+#include "store/OutlineFolders.h"
 #include "support/FakeLongRun.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -58,13 +58,13 @@ struct WholeProgram : testing::Test {
     // A plan's folder with its database, as another user may hand it over.
     void dropPlanFolder(const QString& name, const std::vector<test::OutlineRowText>& rows) {
         folder.makeFolder("Sys/用户模板/" + name);
-        const auto db = state().gWs->CreateDatabase(outline::planDatabasePath(state(), name),
+        const auto db = state().gWs->CreateDatabase(store::planDatabasePath(state(), name),
                                                     QString::fromUtf16(jet::dbLangGeneral));
         OutlineWorld::makeTable(*db, name, rows);
         OutlineWorld::makeTable(*db, name + "Org", {});
     }
     QStringList copiedKeys(const QString& plan) {
-        const auto copy = state().gWs->OpenDatabase(outline::planDatabasePath(state(), plan));
+        const auto copy = state().gWs->OpenDatabase(store::planDatabasePath(state(), plan));
         return OutlineWorld::column(*copy, plan, u"Key");
     }
 };

@@ -170,13 +170,14 @@ TEST_F(TableTransfer, ADatabaseWithoutATableOfItsNameIsListedAndReportedOnceWith
     EXPECT_TRUE(messages_.shown[0].title.isEmpty());
 }
 
-TEST_F(TableTransfer, WithoutTheListTheTablesStillComeInAndTheErrorIs91) {
+TEST_F(TableTransfer, WithoutTheListTheTablesStillComeInAndTheErrorIs91WithItsCause) {
     layPlan(state_.gUserTplPath, u"工程甲"_qs);
     state_.gDbUser->TableDefs().Delete(u"遍历表"_qs);
     importPlans();
     EXPECT_EQ(rowsOf(*state_.gDbUser, u"select Key from 工程甲"_qs).size(), 2);
     ASSERT_EQ(messages_.shown.size(), 1U);
-    EXPECT_EQ(messages_.shown[0].text, u"方案列表或收入的数据库没有打开，没有全部收入。"_qs);
+    EXPECT_EQ(messages_.shown[0].text, u"方案列表或收入的数据库没有打开，没有全部收入。\n"
+                                       "找不到表『遍历表』，请确认它存在，且名称拼写正确。"_qs);
 }
 
 TEST_F(TableTransfer, WithoutTheFolderOfThePlansTheTreeIsRefreshedAndTheErrorShown) {

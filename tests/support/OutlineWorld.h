@@ -1,12 +1,12 @@
 #pragma once
 
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/Services.h"
 #include "outline/TreeLoading.h"
 #include "outline/Workbench.h"
 #include "platform/files/DiskFileSystem.h"
+#include "store/OutlineFolders.h"
 #include "store/modMain.h"
 #include "support/FakeFileDialogs.h"
 #include "support/FakeLongRun.h"
@@ -135,7 +135,7 @@ public:
     void makePlan(const QString& plan, const std::vector<OutlineRowText>& rows) {
         makeTable(*state.gDbUser, plan, rows);
         folder.makeFolder("用户模板/" + plan);
-        makeTable(*create(outline::planDatabasePath(state, plan)), plan, rows);
+        makeTable(*create(store::planDatabasePath(state, plan)), plan, rows);
         registerName(*state.gDbUser, plan);
     }
 
@@ -175,8 +175,7 @@ public:
     QStringList ids(const QString& table) { return column(*state.gDbUser, table, u"ID"); }
     // Of the plan's own database.
     QStringList copiedKeys(const QString& plan, QStringView field = u"Key") {
-        return column(*state.gWs->OpenDatabase(outline::planDatabasePath(state, plan)), plan,
-                      field);
+        return column(*state.gWs->OpenDatabase(store::planDatabasePath(state, plan)), plan, field);
     }
     // The names that a table without an ID holds.
     QStringList registered(jet::Database& db, const QString& table = "遍历表") {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/OutlineFolders.h"
 #include "store/PlanTables.h"
 #include "support/Planner.h"
 
@@ -25,7 +26,7 @@ public:
     // Adds rows to a plan's outline in both databases, with a file for each document.
     void add(const QString& plan, const std::vector<OutlineRowText>& rows) {
         modMain& state = planner_.state();
-        const auto own = state.gWs->OpenDatabase(outline::planDatabasePath(state, plan));
+        const auto own = state.gWs->OpenDatabase(store::planDatabasePath(state, plan));
         for (jet::Database* db : {state.gDbUser.get(), own.get()}) {
             const auto rs = db->OpenRecordset("Select * from [" + plan + "]");
             for (const OutlineRowText& row : rows) {
@@ -68,7 +69,7 @@ public:
     void addOldPlan(const QString& name) {
         modMain& state = planner_.state();
         state.gFso->CreateFolder(state.gUserTplPath + name);
-        const auto own = state.gWs->CreateDatabase(outline::planDatabasePath(state, name),
+        const auto own = state.gWs->CreateDatabase(store::planDatabasePath(state, name),
                                                    QString::fromUtf16(jet::dbLangGeneral));
         for (jet::Database* db : {state.gDbUser.get(), own.get()}) {
             OutlineWorld::makeTable(*db, name, {{name, name}});

@@ -15,11 +15,14 @@ namespace {
 
 void insertCustomPage(GenerationRun& run) {
     SettingsRow page;
-    run.attempt([&] { page = {run.database(), u"Select * from 当前自定义"_s}; });
+    run.attempt([&] {
+        page = {run.database(), "Select * from " + store::table::currentCustomPages.toString()};
+    });
     if (page.hasRow())
         run.attempt([&] {
-            run.gPathTmp =
-                store::customPageFile(run.program.modMain.gAppPath, page.text(store::field::path));
+            const QString name = page.text(store::field::path);
+            run.gPathTmp.clear(); // of a name that leads elsewhere nothing is inserted
+            run.gPathTmp = store::customPageFile(run.program.modMain.gAppPath, name);
         });
     run.attempt([&] { run.word.selection().InsertFile(files::toPath(run.gPathTmp)); });
 }

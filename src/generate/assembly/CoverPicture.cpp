@@ -2,6 +2,7 @@
 
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
+#include "store/Names.h"
 #include "store/ProgramFiles.h"
 
 namespace qvnd::generate {
@@ -11,8 +12,8 @@ namespace {
 constexpr double pointsPerCentimetre = 28.345;
 
 std::filesystem::path picturePath(const GenerationRun& run, const SettingsRow& cover) {
-    return files::toPath(
-        store::pictureFile(run.program.modMain.gAppPath, files::Trim(cover.text(u"图片"))));
+    return files::toPath(store::pictureFile(run.program.modMain.gAppPath,
+                                            files::Trim(cover.text(store::field::picture))));
 }
 
 float pointsOf(const SettingsRow& cover, QStringView field) {
@@ -29,8 +30,8 @@ void setShape(GenerationRun& run, const SettingsRow& cover) {
     run.attempt([&] { shape().Line().setTransparency(0); });
     run.attempt([&] { shape().Line().setVisible(false); });
     run.attempt([&] { shape().setLockAspectRatio(false); });
-    run.attempt([&] { shape().setHeight(pointsOf(cover, u"图片高度")); });
-    run.attempt([&] { shape().setWidth(pointsOf(cover, u"图片宽度")); });
+    run.attempt([&] { shape().setHeight(pointsOf(cover, store::field::pictureHeight)); });
+    run.attempt([&] { shape().setWidth(pointsOf(cover, store::field::pictureWidth)); });
     run.attempt([&] { shape().PictureFormat().setBrightness(0.5F); });
     run.attempt([&] { shape().PictureFormat().setContrast(0.5F); });
     run.attempt([&] { shape().PictureFormat().setCropLeft(0); });
@@ -43,7 +44,8 @@ void setShape(GenerationRun& run, const SettingsRow& cover) {
 
 void insertCoverPicture(GenerationRun& run, const SettingsRow& cover) {
     bool wanted = false;
-    run.attempt([&] { wanted = !files::Trim(cover.value(u"图片").TextOrEmpty()).isEmpty(); });
+    run.attempt(
+        [&] { wanted = !files::Trim(cover.value(store::field::picture).TextOrEmpty()).isEmpty(); });
     if (!wanted)
         return;
     run.attempt([&] {

@@ -7,7 +7,7 @@
 #include "generate/settings/LoadSettings.h"
 #include "generate/walk/VisitNode.h"
 #include "generate/walk/WalkOutline.h"
-#include "outline/OutlinePaths.h"
+#include "store/OutlineFolders.h"
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +22,7 @@ bool refused(const GenerationRun& run) {
         return true;
     }
     const modMain& state = run.program.modMain;
-    const QString planFolder = outline::planFolder(state, run.TrvEdit.Item(1).Key());
+    const QString planFolder = store::planFolder(state, run.TrvEdit.Item(1).Key());
     if (run.word.isAtWork() ||
         services.wordProcessorWindows.isOpenIn({state.gWorkPath, planFolder})) {
         services.messages.tell(u"对不起，请您先关闭Word文档。如不在任务栏显示请按Ctrl+Alt+Del ！"_s,

@@ -6,6 +6,7 @@
 #include "generate/windows/PicEdit.h"
 #include "generate/windows/dlgLike.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/SplitterBar.h"

@@ -2,6 +2,7 @@
 
 #include "outline/CurrentPlan.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/RenameNode.h"
 #include "outline/TreeDrag.h"

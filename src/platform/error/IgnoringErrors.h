@@ -16,4 +16,18 @@ bool ignoringErrors(Statement statement) {
     }
 }
 
+// The same for one error alone; every other one passes through.
+template <class Statement>
+bool ignoringError(long number, Statement statement) {
+    try {
+        statement();
+        return true;
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != number) {
+            throw;
+        }
+        return false;
+    }
+}
+
 } // namespace qvnd
