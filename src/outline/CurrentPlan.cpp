@@ -2,15 +2,17 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
+#include "store/OutlineFolders.h"
 #include "store/TableTransfer.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
+#include <algorithm>
 #include <optional>
 
 namespace qvnd::outline {
@@ -26,11 +28,8 @@ std::optional<QString> currentPlan(jet::Database& db) {
                           : std::optional(current->Get(store::field::name).TextOrEmpty());
 }
 
-// False for a name that can be no folder's, too.
-bool hasPlanFolder(modMain& state, const QString& name) {
-    bool has = false;
-    ignoringErrors([&] { has = state.gFso->FolderExists(planFolder(state, name)); });
-    return has;
+bool hasPlanFolder(const modMain& state, const QString& name) {
+    return store::stateOfPlanFolder(state, name) == store::FolderState::there;
 }
 
 void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash) {
@@ -54,36 +53,68 @@ QStringList listed(jet::Database& db) {
     return names;
 }
 
-// The rows of an outline whose keys are not its name with numbers behind, as the user reads them.
-QStringList oddRows(jet::Database& db, const QString& table) {
+// The rows of an outline as the user reads them, in order.
+struct OutlineFaults {
+    QStringList oddKeys; // not the outline's name with numbers behind
+    QStringList hidden;  // from the first on whose parent is not there
+};
+
+OutlineFaults faultsOf(jet::Database& db, const QString& table) {
+    OutlineFaults faults;
     QStringList rows;
     ignoringErrors([&] {
         const auto rs =
             db.OpenRecordset("Select * from " + bracketedName(table) + " order by ID asc");
         for (; !rs->Eof(); rs->MoveNext()) {
             const QString key = rs->Get(store::field::key).TextOrEmpty();
+            rows << QStringLiteral("%1（%2）").arg(rs->Get(store::field::name).TextOrEmpty(), key);
             if (!isKeyOf(table, key)) {
-                rows << QStringLiteral("%1（%2）")
-                            .arg(rs->Get(store::field::name).TextOrEmpty(), key);
+                faults.oddKeys << rows.back();
             }
         }
+        OutlineTree shown(table);
+        rs->MoveFirst();
+        FillOutlineTree(*rs, shown);
+        // A root that the tree refuses lacks no parent.
+        faults.hidden = shown.Count() > 0 ? rows.mid(shown.Count()) : QStringList();
     });
-    return rows;
+    return faults;
+}
+
+QString textOf(const QString& outline, const OutlineFaults& faults) {
+    QStringList lines;
+    if (!faults.oddKeys.isEmpty()) {
+        lines << QStringLiteral("收入的“%1”中，下列 %2 个节点的编号不合规则，它们没有对应的文件，"
+                                "不能浏览、复制或生成：\n%3")
+                     .arg(outline, QString::number(faults.oddKeys.size()),
+                          faults.oddKeys.mid(0, mostRows).join(u'\n'));
+    }
+    if (!faults.hidden.isEmpty()) {
+        lines << QStringLiteral("“%1”中有 %2 个节点没有显示，从“%3”起：它的上级不在大纲中。")
+                     .arg(outline, QString::number(faults.hidden.size()), faults.hidden.front());
+    }
+    return lines.join(u'\n');
 }
 
 // Of the outlines that have come since `before`. They may have been made by anyone.
-void tellOddKeys(jet::Database& db, const QStringList& before, desktop::MessageBoxes& messages) {
+void tellFaults(jet::Database& db, const QStringList& before, desktop::MessageBoxes& messages) {
     for (const QString& name : listed(db)) {
-        const QStringList rows = before.contains(name) ? QStringList() : oddRows(db, name);
-        if (!rows.isEmpty()) {
-            messages.tell(
-                QStringLiteral("收入的“%1”中，下列 %2 个节点的编号不合规则，它们没有对应的文件，"
-                               "不能浏览、复制或生成：\n%3")
-                    .arg(name)
-                    .arg(rows.size())
-                    .arg(rows.mid(0, mostRows).join(u'\n')),
-                desktop::Icon::exclamation, QStringLiteral("提示"));
+        const QString text = before.contains(name) ? QString() : textOf(name, faultsOf(db, name));
+        if (!text.isEmpty()) {
+            messages.tell(text, desktop::Icon::exclamation, QStringLiteral("提示"));
         }
+    }
+}
+
+// A database of an older installation, all of whose outlines have come with this start.
+void tellFaultsOfTakenOver(const modMain& state, jet::Database& db,
+                           desktop::MessageBoxes& messages) {
+    const QString file = QFileInfo(db.Name()).fileName();
+    const auto& all = state.LegacyTakeovers;
+    if (std::any_of(all.begin(), all.end(), [&](const store::LegacyTakeover& taken) {
+            return taken.Kind == store::LegacyKind::central && taken.Name == file;
+        })) {
+        tellFaults(db, {}, messages);
     }
 }
 
@@ -113,7 +144,7 @@ void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::Message
     const auto refresh = [&] { refreshTemplates(state, workbench, messages, splash); };
     const QStringList before = listed(*state.gDbTemplate);
     store::ImportTemplateFolders(state, {refresh, splash, messages});
-    tellOddKeys(*state.gDbTemplate, before, messages);
+    tellFaults(*state.gDbTemplate, before, messages);
 }
 
 void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
@@ -121,13 +152,15 @@ void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxe
     const auto refresh = [&] { refreshUserPlans(state, workbench, messages, splash); };
     const QStringList before = listed(*state.gDbUser);
     store::ImportPlanFolders(state, {refresh, splash, messages});
-    tellOddKeys(*state.gDbUser, before, messages);
+    tellFaults(*state.gDbUser, before, messages);
 }
 
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                    desktop::SplashScreen& splash) {
     try {
         showCurrentPlan(state, workbench, splash);
+        tellFaultsOfTakenOver(state, *state.gDbTemplate, messages);
+        tellFaultsOfTakenOver(state, *state.gDbUser, messages);
         adoptTemplateFolders(state, workbench, messages, splash);
         adoptPlanFolders(state, workbench, messages, splash);
         const auto name = currentPlan(*state.gDbUser);

@@ -10,13 +10,15 @@ namespace qvnd::outline {
 // What the workbench does at its load: TrvCurrent shows the plan that 当前表 names, if its folder
 // is there, with its last node selected; template and plan folders that the databases do not know
 // are adopted, which fills the two library trees; the commands that need a plan are opened or
-// closed. An error ends it with a message and takes the splash down.
+// closed. Before that, the same faults are told of central databases that this start has taken over
+// from an older installation. An error ends it with a message and takes the splash down.
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                    desktop::SplashScreen& splash);
 
 // The two adoptions by themselves: ImportTemplateFolders with TrvTemplate, and ImportPlanFolders
-// with TrvTemplate_Us. Failures are told, and so are the rows of what was adopted whose keys are
-// not the outline's name with numbers behind it (see OutlinePaths.h).
+// with TrvTemplate_Us. Failures are told, and so are, of what was adopted, the rows whose keys are
+// not the outline's name with numbers behind it (see OutlinePaths.h) and how many rows do not show
+// as a parent is missing.
 void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                           desktop::SplashScreen& splash);
 void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,

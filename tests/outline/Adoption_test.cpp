@@ -28,8 +28,10 @@ struct Adoption : testing::Test, test::OutlineWorld {
         }
         return texts;
     }
-    const QString told = "收入的“甲”中，下列 2 个节点的编号不合规则，它们没有对应的文件，"
-                         "不能浏览、复制或生成：\n外（甲./../../外）\n他人（乙.2）";
+    const QString told =
+        "收入的“甲”中，下列 2 个节点的编号不合规则，它们没有对应的文件，"
+        "不能浏览、复制或生成：\n外（甲./../../外）\n他人（乙.2）\n"
+        "“甲”中有 2 个节点没有显示，从“外（甲./../../外）”起：它的上级不在大纲中。";
 };
 
 TEST_F(Adoption, OfAPlanTellsTheRowsWhoseKeysAreNoKeysOnce) {
@@ -54,6 +56,25 @@ TEST_F(Adoption, OfAnOutlineWithKeysAloneTellsNothing) {
               {{"丙", "丙"}, {"丙.1", "章"}, {"丙.1.12", "文", "是"}});
     adoptTemplateFolders(state, workbench, messages, splash);
     EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(Adoption, OfAnOutlineWithAMissingParentTellsHowManyRowsDoNotShow) {
+    folder.makeFolder("用户模板/丁");
+    makeTable(*create(folder.path("用户模板/丁/丁.mdb")), "丁",
+              {{"丁", "丁"}, {"丁.1", "章"}, {"丁.7.1", "节"}, {"丁.2", "章二"}});
+    adoptPlanFolders(state, workbench, messages, splash);
+    EXPECT_EQ(toldOf("没有显示"), QStringList("“丁”中有 2 个节点没有显示，从“节（丁.7.1）”起："
+                                              "它的上级不在大纲中。"));
+}
+
+TEST_F(Adoption, OfACentralDatabaseOfAnOlderInstallationTellsTheFaultsOfItsOutlinesAtTheStart) {
+    makePlan("甲", rows);
+    setCurrentPlan(*state.gDbUser, "甲");
+    loadWorkbench(state, workbench, messages, splash);
+    EXPECT_TRUE(toldOf("编号").isEmpty());
+    state.LegacyTakeovers = {{"Db_UsTemplate.mdb", store::LegacyKind::central}};
+    loadWorkbench(state, workbench, messages, splash);
+    EXPECT_EQ(toldOf("编号"), QStringList(told));
 }
 
 // A list that comes with a shared work space may name anything.
