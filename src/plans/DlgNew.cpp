@@ -1,21 +1,21 @@
 #include "plans/DlgNew.h"
 
 #include "outline/LibraryTree.h"
-#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "plans/PlanInformation.h"
 #include "plans/PlanName.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/files/PlainName.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
 #include "store/Names.h"
+#include "store/OutlineFolders.h"
 #include "store/PlanTables.h"
 
 namespace qvnd::plans {
 
 using desktop::Icon;
 using files::Trim;
-using outline::planDatabasePath;
 
 namespace {
 
@@ -62,6 +62,11 @@ bool DlgNew::isRefused(const QString& name) {
         messages_.tell(illegalCharactersText(illegal), Icon::exclamation);
         return true;
     }
+    if (!files::isPlainName(name)) {
+        messages_.tell(QStringLiteral("“%1”不能用作文件夹的名称，请换一个名称。").arg(name),
+                       Icon::exclamation);
+        return true;
+    }
     return false;
 }
 
@@ -104,7 +109,7 @@ void DlgNew::makeCurrent(const QString& name) {
 
 // False when the user keeps a folder that is there.
 bool DlgNew::replaceFolder(const QString& name) {
-    const QString folder = outline::planFolder(state_, name);
+    const QString folder = store::planFolder(state_, name);
     if (state_.gFso->FolderExists(folder)) {
         const QString question = state_.gUserTplPath + "下已存在 " + name + "，是否覆盖？";
         if (!messages_.ask(question, Icon::question, hint)) {
@@ -133,13 +138,13 @@ void DlgNew::createPlanDatabase(const QString& name) {
     if (state_.gDbPlan) {
         state_.gDbPlan->Close();
     }
-    state_.gDbPlan = state_.gWs->CreateDatabase(planDatabasePath(state_, name),
+    state_.gDbPlan = state_.gWs->CreateDatabase(store::planDatabasePath(state_, name),
                                                 QString::fromUtf16(jet::dbLangGeneral));
 }
 
 void DlgNew::copyToPlanDatabase(const QString& table, const QString& name) {
-    state_.gDbUser->Execute("SELECT * INTO [" + table + "] IN '" + planDatabasePath(state_, name) +
-                            "' FROM [" + table + "]");
+    state_.gDbUser->Execute("SELECT * INTO [" + table + "] IN '" +
+                            store::planDatabasePath(state_, name) + "' FROM [" + table + "]");
 }
 
 void DlgNew::addInformation(const QString& name) {
@@ -198,6 +203,7 @@ bool DlgNew::LoadOrSavePlanInfo(int mode) {
 // False when a field could not be read.
 bool DlgNew::loadInformation() {
     const QString name = workbench_.TrvCurrent.Item(1).Text();
+    form.TxtName = name;
     PlanInformation shown{form.TxtBldOffice, form.TxtConOffice, form.TxtEdit,
                           form.TxtDecide,    form.DTP,          form.RtfExplain};
     const QStringList unread = readInformation(*state_.gDbUser, name, shown);
@@ -209,7 +215,7 @@ bool DlgNew::loadInformation() {
 void DlgNew::saveInformation() {
     const QString name = workbench_.TrvCurrent.Item(1).Text();
     const QString table = store::informationTableOf(name);
-    const QString path = planDatabasePath(state_, name);
+    const QString path = store::planDatabasePath(state_, name);
     const auto rs = state_.gDbUser->OpenRecordset("SELECT  * FROM " + table);
     state_.gWs->BeginTrans();
     rs->Edit();

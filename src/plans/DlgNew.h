@@ -27,9 +27,9 @@ enum class ShowMode { newPlan, information = 2 };
 // The dialog through which a plan comes into being, without its window. A new plan starts with its
 // root row alone.
 //
-// A name that is empty, or holds a character that names cannot hold, is refused before anything is
-// written. Behind that nothing is undone: whatever stops BtnOk, the steps before it stand. Even a
-// plan that goes no further has become the current plan in 当前表.
+// A name that is empty, holds a character that names cannot hold, or can be no folder's ("CON") is
+// refused before anything is written. Behind that nothing is undone: whatever stops BtnOk, the
+// steps before it stand. Even a plan that goes no further has become the current plan in 当前表.
 class DlgNew {
 public:
     DlgNew(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages,
@@ -42,8 +42,8 @@ public:
     // Creates the plan, or writes the information back. True when the dialog has unloaded itself;
     // else it stays, and the user has been told why.
     bool BtnOk();
-    // 2 fills the form from the information of the plan in TrvCurrent, one control after the
-    // other: a field that cannot be read leaves its control as it was, and the others are filled.
+    // 2 fills the form from the plan in TrvCurrent, one control after the other, the name first:
+    // what cannot be read leaves its control as it was, and the others are filled.
     // 3 writes the form to the plan's two databases; any other mode does nothing. After a failure
     // the user is told "更新失败！", and the transaction of mode 3 stays open. True when it did
     // what it should.

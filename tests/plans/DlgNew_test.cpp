@@ -1,6 +1,7 @@
 #include "plans/DlgNew.h"
 
 #include "plans/PlanInformation.h"
+#include "store/OutlineFolders.h"
 #include "support/Commits.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -28,7 +29,7 @@ struct NewPlan : testing::Test, OutlineWorld {
         return dialog.BtnOk();
     }
     std::unique_ptr<jet::Database> planDatabase(const QString& plan) {
-        return state.gWs->OpenDatabase(outline::planDatabasePath(state, plan));
+        return state.gWs->OpenDatabase(store::planDatabasePath(state, plan));
     }
     bool hasTable(const QString& name) { return state.gDbUser->TableDefs().Contains(name); }
     QStringList current() { return registered(*state.gDbUser, "当前表"); }
@@ -47,6 +48,19 @@ TEST_F(NewPlan, ANewPlanHasItsRootRowAloneInBothDatabases) {
     EXPECT_EQ(column(*state.gDbUser, "工程甲", u"是否文档"), QStringList({"否"}));
     EXPECT_EQ(copiedKeys("工程甲"), QStringList({"工程甲"}));
     EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(NewPlan, ANameThatCanBeNoFoldersIsRefusedBeforeAnythingIsWritten) {
+    ASSERT_TRUE(create("工程甲"));
+    for (const char* name : {"CON", "nul", "COM1"}) {
+        messages.shown.clear();
+        EXPECT_FALSE(create(name));
+        expectOnly(QString("“%1”不能用作文件夹的名称，请换一个名称。").arg(name),
+                   desktop::Icon::exclamation, "");
+        EXPECT_EQ(current(), QStringList{"工程甲"});
+        EXPECT_FALSE(hasTable(name));
+        EXPECT_FALSE(folder.exists(QString("用户模板/") + name));
+    }
 }
 
 // Tables that a killed process left without their row would refuse the name ever after. Before
@@ -327,6 +341,13 @@ TEST_F(Information, AFailureIsToldTheDialogGoesAndTheTransactionStaysOpen) {
 TEST_F(Information, WithoutAnOpenPlanTheLoadFails) {
     workbench.TrvCurrent.Clear();
     dialog.Load();
+    expectOnly("更新失败！", desktop::Icon::exclamation, "提示");
+}
+
+TEST_F(Information, WithoutItsTableTheNameShowsAllTheSame) {
+    state.gDbUser->TableDefs().Delete("工程甲Org");
+    dialog.Load();
+    EXPECT_EQ(dialog.form.TxtName, "工程甲");
     expectOnly("更新失败！", desktop::Icon::exclamation, "提示");
 }
 
