@@ -2,6 +2,7 @@
 
 #include "generate/driver/RebuildContents.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
@@ -102,6 +103,12 @@ void BidEdit::mnuBul() {
     withHourglass([&] { RebuildContents(program_, services_.generation); });
 }
 
+void BidEdit::tellUnexpected(const RunTimeError& failure, Icon icon) {
+    services_.generation.messages.tell(
+        outline::failureText(u"打开文档时出现意外的错误！"_s, failure, TrvEdit.SelectedItem()),
+        icon);
+}
+
 void BidEdit::mnuBrowseDoc() {
     BidEditPane& pane = services_.pane;
     try {
@@ -115,8 +122,8 @@ void BidEdit::mnuBrowseDoc() {
         pane.updatePreview();
         pane.shrinkPreview();
         pane.setScrollSteps();
-    } catch (const RunTimeError&) {
-        services_.generation.messages.tell(u"打开文档时出现意外的错误！"_s, Icon::exclamation);
+    } catch (const RunTimeError& failure) {
+        tellUnexpected(failure, Icon::exclamation);
     }
 }
 
@@ -135,7 +142,9 @@ void BidEdit::DblClick() {
     } catch (const RunTimeError& failure) {
         if (failure.number() == documentNotShown)
             services_.generation.messages.tell(
-                u"出现意外的错误。可能是你的系统不稳定，请退出程序重新进入或是重启计算机。"_s,
+                outline::failureText(
+                    u"出现意外的错误。可能是你的系统不稳定，请退出程序重新进入或是重启计算机。"_s,
+                    failure, TrvEdit.SelectedItem()),
                 Icon::information, u"提示"_s);
     }
 }
@@ -149,8 +158,8 @@ void BidEdit::mnuDocOpen() {
         pane.loadPreview(documentOf(*node, TrvEdit.Item(1).Text()));
         pane.activatePreview();
         pane.shrinkPreview();
-    } catch (const RunTimeError&) {
-        services_.generation.messages.tell(u"打开文档时出现意外的错误！"_s);
+    } catch (const RunTimeError& failure) {
+        tellUnexpected(failure, Icon::none);
     }
 }
 
@@ -189,7 +198,7 @@ void BidEdit::mnuBrowsebid() {
 }
 
 QString BidEdit::companion() const {
-    return store::programFile(program_.modMain.gAppPath, u"文档柜"_s, u"文档柜.exe"_s);
+    return store::programFile(program_.modMain.gAppPath, store::folder::cabinet, u"文档柜.exe"_s);
 }
 
 void BidEdit::mnuBidData() { services_.shell.run(files::resolved(companion())); }

@@ -96,6 +96,7 @@ public:
 
 private:
     const outline::OutlineNode& selectedNode() const;
+    void tellUnexpected(const RunTimeError& failure, desktop::Icon icon);
     QString documentOf(const outline::OutlineNode& node, const QString& plan) const;
     QString finishedDocument() const;
     bool isFinishedThere() const;

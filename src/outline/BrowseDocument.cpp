@@ -32,14 +32,15 @@ void dropDocument(modMain& state, Workbench& workbench, const Services& services
     refreshUserPlans(state, workbench, services.messages, services.splash);
 }
 
-void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
-    const QString cause = QString::fromStdU16String(failure.description());
+void tellFailure(const RunTimeError& failure, const OutlineNode* document,
+                 desktop::MessageBoxes& messages) {
     if (failure.number() == documentNotShown) {
-        messages.tell("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！\n" +
-                          cause,
-                      Icon::exclamation, QStringLiteral("错误提示"));
+        const auto sentence =
+            QStringLiteral("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！");
+        messages.tell(failureText(sentence, failure, document), Icon::exclamation,
+                      QStringLiteral("错误提示"));
     } else if (failure.number() != error::objectNotSet && failure.number() != 0) {
-        messages.tell(cause, Icon::none, QStringLiteral("提示"));
+        messages.tell(failureText({}, failure, document), Icon::none, QStringLiteral("提示"));
     }
 }
 
@@ -54,8 +55,8 @@ void mnuBrowseDoc(modMain& state, Workbench& workbench, desktop::MessageBoxes& m
             preview.show(documentPath(state, tableOfKey(key), key));
         }
     } catch (const RunTimeError& failure) {
-        messages.tell("打开文档时出现意外的错误！\n" +
-                      QString::fromStdU16String(failure.description()));
+        messages.tell(failureText(QStringLiteral("打开文档时出现意外的错误！"), failure,
+                                  workbench.TrvCurrent.SelectedItem()));
     }
 }
 
@@ -74,7 +75,7 @@ void browseOrDropDocument(modMain& state, Workbench& workbench, const Services& 
             dropDocument(state, workbench, services, key, path);
         }
     } catch (const RunTimeError& failure) {
-        tellFailure(failure, services.messages);
+        tellFailure(failure, workbench.TrvCurrent.SelectedItem(), services.messages);
     }
 }
 

@@ -47,8 +47,8 @@ Browsed mnuBroTemplate(modMain& state, Workbench& workbench, desktop::MessageBox
             return Browsed::fileMissing;
         }
         if (failure.number() > 0) {
-            messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
-                          hint);
+            messages.tell(failureText({}, failure, workbench.TrvTemplate.SelectedItem()),
+                          Icon::exclamation, hint);
         }
         return Browsed::failed;
     }

@@ -1,7 +1,8 @@
 #include "outline/OutlineTree.h"
 
 #include "outline/OutlineTreeObserver.h"
-#include "platform/error/RunTimeError.h"
+
+#include <QStringList>
 
 #include <algorithm>
 #include <utility>
@@ -214,8 +215,22 @@ void OutlineTree::removeObserver(OutlineTreeObserver* observer) {
     std::erase(observers_, observer);
 }
 
-QString nameWithKey(const OutlineNode& document) {
-    return QStringLiteral("文档：%1（%2）").arg(document.Text(), document.Key());
+QString nameWithKey(const OutlineNode& node) {
+    const QString words = node.Image() == image::document ? QStringLiteral("文档：%1（%2）")
+                                                          : QStringLiteral("节点：%1（%2）");
+    return words.arg(node.Text(), node.Key());
+}
+
+QString failureText(const QString& sentence, const RunTimeError& failure, const OutlineNode* node) {
+    QStringList lines;
+    if (!sentence.isEmpty()) {
+        lines << sentence;
+    }
+    lines << QString::fromStdU16String(failure.description());
+    if (node != nullptr) {
+        lines << nameWithKey(*node);
+    }
+    return lines.join(u'\n');
 }
 
 OutlineNode& parentOf(const OutlineNode& node) {

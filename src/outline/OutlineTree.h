@@ -1,6 +1,7 @@
 #pragma once
 
 #include "outline/OutlineNode.h"
+#include "platform/error/RunTimeError.h"
 
 #include <QHash>
 #include <QString>
@@ -85,8 +86,12 @@ private:
     std::vector<OutlineTreeObserver*> observers_;
 };
 
-// A document as messages tell it: "文档：<text>（<key>）".
-QString nameWithKey(const OutlineNode& document);
+// A node as messages tell it: "文档：<text>（<key>）", "节点：..." for one that is no document.
+QString nameWithKey(const OutlineNode& node);
+
+// What a box tells of a failure: the sentence, the failure's cause, and the node that it is about,
+// a line each. An empty sentence and a missing node have no line.
+QString failureText(const QString& sentence, const RunTimeError& failure, const OutlineNode* node);
 
 // The parent of a node; error 91, with words for the user, for a root.
 OutlineNode& parentOf(const OutlineNode& node);

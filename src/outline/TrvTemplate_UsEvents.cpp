@@ -19,8 +19,8 @@ void TrvTemplate_UsEvents::DblClick() {
     try {
         show(*selected);
     } catch (const RunTimeError& failure) {
-        messages_.tell("打开文档时出现意外的错误！\n" +
-                       QString::fromStdU16String(failure.description()));
+        messages_.tell(
+            failureText(QStringLiteral("打开文档时出现意外的错误！"), failure, selected));
     }
 }
 

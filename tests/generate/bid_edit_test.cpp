@@ -149,22 +149,25 @@ TEST_F(PlanEdit, ThePreviewsPlanIsTheFirstPartOfTheKey) {
               "preview load plans/工程/工程.3.doc\npreview load plans/工程/工程.3.doc\n");
 }
 
-TEST_F(PlanEdit, AnyErrorOfBrowsingShowsOneText) {
+TEST_F(PlanEdit, AnyErrorOfBrowsingShowsOneSentenceWithItsCauseAndTheDocument) {
     log.failAt("preview load", error::fileNotFound, u"找不到文件");
     loaded().mnuBrowseDoc();
-    EXPECT_EQ(linesOf("message"), "message [exclamation] 打开文档时出现意外的错误！\n");
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 打开文档时出现意外的错误！\n找不到文件\n"
+                                  "文档：附则（工程.3）\n");
+    log.lines.clear();
     edit->TrvEdit.Select(nullptr);
     edit->mnuBrowseDoc();
     EXPECT_EQ(linesOf("message"), "message [exclamation] 打开文档时出现意外的错误！\n"
-                                  "message [exclamation] 打开文档时出现意外的错误！\n");
+                                  "没有选中节点，请先选中一个节点。\n");
 }
 
-TEST_F(PlanEdit, TheDoubleClickTellsOneErrorNumberAlone) {
+TEST_F(PlanEdit, TheDoubleClickTellsOneErrorNumberAloneWithItsCauseAndTheDocument) {
     log.failAt("preview load", 31024, u"无法显示");
     log.failAt("preview load", error::fileNotFound, u"找不到文件"); // the one behind it
     loaded().DblClick();
     EXPECT_EQ(linesOf("message"), "message [information] 出现意外的错误。可能是你的系统不稳定，"
-                                  "请退出程序重新进入或是重启计算机。\n");
+                                  "请退出程序重新进入或是重启计算机。\n无法显示\n"
+                                  "文档：附则（工程.3）\n");
     edit->DblClick();
     edit->TrvEdit.Select(nullptr);
     edit->DblClick();
@@ -205,7 +208,9 @@ TEST_F(PlanEdit, AFailedOpeningIsToldByThePopUpsCommandAndPassesFromTheMenus) {
     log.failAt("preview activate", 31031, u"没有可以打开此文件的程序");
     log.failAt("preview activate", 31031, u"没有可以打开此文件的程序"); // the one behind it
     loaded().mnuDocOpen();
-    EXPECT_EQ(linesOf("message"), "message [none] 打开文档时出现意外的错误！\n");
+    EXPECT_EQ(linesOf("message"), "message [none] 打开文档时出现意外的错误！\n"
+                                  "没有可以打开此文件的程序\n"
+                                  "文档：附则（工程.3）\n");
     EXPECT_EQ(errorNumberOf([&] { edit->mnuOpenDoc(); }), 31031);
 }
 

@@ -1,5 +1,6 @@
 #include "outline/BrowseDocument.h"
 
+#include "outline/OutlinePaths.h"
 #include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -151,7 +152,8 @@ TEST_F(BrowseDocuments, AnUnshowableDocumentIsToldInItsOwnSentenceAndItsCauseBeh
     makeFile("T.2");
     preview.failure.emplace(31024, u"说明");
     doubleClick("T.2");
-    expectOnly("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！\n说明",
+    expectOnly("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！\n说明\n"
+               "文档：档（T.2）",
                desktop::Icon::exclamation, "错误提示");
     EXPECT_EQ(keys("T").size(), 5);
 }
@@ -173,7 +175,7 @@ TEST_P(OtherNumbers, OfTheDoubleClickAreToldByTheirDescription) {
     makeFile("T.2");
     preview.failure.emplace(GetParam(), u"说明");
     doubleClick("T.2");
-    expectOnly("说明", desktop::Icon::none, "提示");
+    expectOnly("说明\n文档：档（T.2）", desktop::Icon::none, "提示");
 }
 
 // The command
@@ -206,7 +208,7 @@ TEST_F(BrowseDocuments, TheCommandGoesByTheRowAndNotByTheTree) {
 TEST_F(BrowseDocuments, AnyFailureOfTheCommandIsToldInOneSentenceAndItsCauseBehind) {
     preview.failure.emplace(31024, u"说明");
     browse("T.2");
-    expectOnly("打开文档时出现意外的错误！\n说明", desktop::Icon::none, "");
+    expectOnly("打开文档时出现意外的错误！\n说明\n文档：档（T.2）", desktop::Icon::none, "");
     messages.shown.clear();
     browse({});
     expectOnly("打开文档时出现意外的错误！\n没有选中节点，请先选中一个节点。", desktop::Icon::none,
@@ -215,7 +217,8 @@ TEST_F(BrowseDocuments, AnyFailureOfTheCommandIsToldInOneSentenceAndItsCauseBehi
     openPlan("T", "T.2");
     state.gDbUser->Execute("Delete * from T where Key='T.2'");
     mnuBrowseDoc(state, workbench, messages, preview);
-    expectOnly("打开文档时出现意外的错误！\n编号为“T.2”的节点已不在“T”中，请重新打开它后再试。",
+    expectOnly("打开文档时出现意外的错误！\n编号为“T.2”的节点已不在“T”中，请重新打开它后再试。\n"
+               "文档：档（T.2）",
                desktop::Icon::none, "");
 }
 

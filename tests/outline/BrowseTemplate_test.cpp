@@ -120,7 +120,7 @@ TEST_F(BrowsingATemplate, WhatThePreviewRaisesIsShown) {
     makeTemplate({"T", "T.1d"});
     preview.failure = RunTimeError(31024, u"无法显示");
     EXPECT_EQ(browse("T.1"), Browsed::failed);
-    expectHint("无法显示");
+    expectHint("无法显示\n文档：名T.1（T.1）");
 }
 
 TEST_F(BrowsingATemplate, AnElementThatIsNotFoundIsNotTold) {

@@ -210,7 +210,7 @@ TEST_F(PlansTree, EveryErrorOfThePreviewHasTheSameTextAndItsCauseBehind) {
     preview.failure = RunTimeError(31024, u"无法显示");
     doubleClick("P.2");
     ASSERT_EQ(messages.shown.size(), 1U);
-    EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！\n无法显示");
+    EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！\n无法显示\n文档：名P.2（P.2）");
 }
 
 TEST_F(PlansTree, AMousePressSelectsTheNodeAndKeepsItToBeCopied) {

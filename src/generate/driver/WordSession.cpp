@@ -11,7 +11,7 @@ namespace {
 template <class Object>
 Object& referenced(Object* object) {
     if (object == nullptr)
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+        throw RunTimeError(error::objectNotSet, u"文字处理软件没有启动，或者其中没有打开的文档。");
     return *object;
 }
 

@@ -10,7 +10,7 @@ SettingsRow::SettingsRow(jet::Database& database, const QString& query)
 
 jet::Value SettingsRow::value(QStringView field) const {
     if (!opened())
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+        throw RunTimeError(error::objectNotSet, u"这一页格式设置的表没有打开。");
     return rows_->Get(field);
 }
 

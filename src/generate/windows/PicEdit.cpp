@@ -118,7 +118,7 @@ void PicEdit::updatePreview() { view_.update(); }
 
 void PicEdit::activatePreview() {
     if (path_.isEmpty())
-        throw RunTimeError(error::objectNotSet, u"对象变量或 With 块变量未设置");
+        throw RunTimeError(error::objectNotSet, u"没有浏览的文档，请先浏览一个文档。");
     shell_.open(path_);
 }
 
