@@ -7,6 +7,7 @@
 #include "platform/jet/DateText.h"
 #include "store/FontSizeToPoints.h"
 #include "store/Names.h"
+#include "store/PlanLists.h"
 #include "store/ProgramFiles.h"
 
 using namespace Qt::StringLiterals;
@@ -102,7 +103,7 @@ void CoverPage::Load() {
 
 void CoverPage::takeNamesOfPlan(jet::Recordset& cover) {
     std::unique_ptr<jet::Recordset> plan;
-    ignoringErrors([&] { plan = state_.gDbUser->OpenRecordset(u"Select * from 当前表"_s); });
+    ignoringErrors([&] { plan = store::openCurrentPlan(*state_.gDbUser); });
     if (!plan || plan->Eof()) {
         return;
     }

@@ -48,7 +48,7 @@ void dropTable(jet::Database& database, const QString& name) {
     tables.Refresh();
 }
 
-// So that a page stays inside its folder.
+// What some system does not take in the name of a file.
 void requireFileName(const QString& name) {
     for (const QChar character : name) {
         if (character < u' ' || u"\\/:*?\"<>|"_s.contains(character)) {
@@ -145,13 +145,14 @@ bool isCustomPage(jet::Database& database, const QString& name) {
 
 void createCustomPage(modMain& state, word::ApplicationFactory& word, const QString& name) {
     requireFileName(name);
+    const QString file = store::customPageFile(state.gAppPath, name);
     const QString folder = store::customPageFolder(state.gAppPath);
     if (!state.gFso->FolderExists(folder)) {
         state.gFso->CreateFolder(folder);
     }
     const auto application = word.create();
     word::Document& page = application->documents().Add();
-    page.SaveAs(files::toPath(store::customPageFile(state.gAppPath, name)));
+    page.SaveAs(files::toPath(file));
     page.Close();
     application->Quit();
 }

@@ -8,6 +8,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
+#include "store/PlanLists.h"
 #include "store/ProgramFiles.h"
 
 using namespace Qt::StringLiterals;
@@ -37,7 +38,7 @@ void BidEdit::Load() {
     desktop::MessageBoxes& messages = services_.generation.messages;
     try {
         jet::Database& gDbUser = *program_.modMain.gDbUser;
-        const auto current = gDbUser.OpenRecordset(u"Select * from 当前表"_s);
+        const auto current = store::openCurrentPlan(gDbUser);
         QString plan;
         if (current->Eof())
             messages.tell(QString());
@@ -109,16 +110,22 @@ void BidEdit::tellUnexpected(const RunTimeError& failure, Icon icon) {
         icon);
 }
 
+bool BidEdit::loadSelected() {
+    const OutlineNode& node = selectedNode();
+    if (!isDocument(node)) {
+        services_.pane.turnPreviewOff();
+        return false;
+    }
+    services_.pane.turnPreviewOn();
+    services_.pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
+    return true;
+}
+
 void BidEdit::mnuBrowseDoc() {
     BidEditPane& pane = services_.pane;
     try {
-        const OutlineNode& node = selectedNode();
-        if (!isDocument(node)) {
-            pane.turnPreviewOff();
+        if (!loadSelected())
             return;
-        }
-        pane.turnPreviewOn();
-        pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
         pane.updatePreview();
         pane.shrinkPreview();
         pane.setScrollSteps();
@@ -130,13 +137,8 @@ void BidEdit::mnuBrowseDoc() {
 void BidEdit::DblClick() {
     BidEditPane& pane = services_.pane;
     try {
-        const OutlineNode& node = selectedNode();
-        if (!isDocument(node)) {
-            pane.turnPreviewOff();
+        if (!loadSelected())
             return;
-        }
-        pane.turnPreviewOn();
-        pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
         pane.setScrollSteps();
         pane.updatePreview();
     } catch (const RunTimeError& failure) {
@@ -175,7 +177,9 @@ void BidEdit::mnuOpenDoc() {
     pane.turnPreviewOff();
 }
 
-QString BidEdit::finishedDocument() const { return program_.modMain.gWorkPath + u"施工方案.doc"_s; }
+QString BidEdit::finishedDocument() const {
+    return store::finishedDocument(program_.modMain.gWorkPath);
+}
 
 bool BidEdit::isFinishedThere() const {
     if (program_.modMain.gFso->FileExists(finishedDocument()))

@@ -96,6 +96,9 @@ public:
 
 private:
     const outline::OutlineNode& selectedNode() const;
+    // Turns the preview on and loads the selected document; turns it off, and answers false, when
+    // that is no document. Error 91 without a selection.
+    bool loadSelected();
     void tellUnexpected(const RunTimeError& failure, desktop::Icon icon);
     QString documentOf(const outline::OutlineNode& node, const QString& plan) const;
     QString finishedDocument() const;

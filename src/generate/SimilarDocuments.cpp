@@ -7,6 +7,7 @@
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "store/Names.h"
+#include "store/PlanLists.h"
 
 #include <QFileInfo>
 
@@ -37,7 +38,7 @@ void SimilarDocuments::Load() {
     if (!selected || selected->Image() != outline::image::document) {
         return;
     }
-    const auto templates = state_.gDbTemplate->OpenRecordset(u"Select * from 遍历表"_s);
+    const auto templates = store::openPlanList(*state_.gDbTemplate);
     for (; !templates->Eof(); templates->MoveNext()) {
         const auto found =
             documentsOf(templates->Get(store::field::name).ToText(), selected->Text());

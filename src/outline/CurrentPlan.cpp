@@ -7,6 +7,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
+#include "store/PlanLists.h"
 #include "store/TableTransfer.h"
 
 #include <QFileInfo>
@@ -22,18 +23,12 @@ namespace {
 // More rows are only counted, so that the box stays on the screen.
 constexpr qsizetype mostRows = 20;
 
-std::optional<QString> currentPlan(jet::Database& db) {
-    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
-    return current->Eof() ? std::nullopt
-                          : std::optional(current->Get(store::field::name).TextOrEmpty());
-}
-
 bool hasPlanFolder(const modMain& state, const QString& name) {
     return store::stateOfPlanFolder(state, name) == store::FolderState::there;
 }
 
 void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash) {
-    const QString name = currentPlan(*state.gDbUser).value_or(QString());
+    const QString name = store::currentPlan(*state.gDbUser).value_or(QString());
     if (hasPlanFolder(state, name)) {
         const auto rs =
             state.gDbUser->OpenRecordset("Select * from [" + name + "] order by ID asc");
@@ -44,12 +39,7 @@ void showCurrentPlan(modMain& state, Workbench& workbench, desktop::SplashScreen
 
 QStringList listed(jet::Database& db) {
     QStringList names;
-    ignoringErrors([&] {
-        const auto list = db.OpenRecordset(QStringLiteral("Select * from 遍历表"));
-        for (; !list->Eof(); list->MoveNext()) {
-            names << list->Get(store::field::name).TextOrEmpty();
-        }
-    });
+    ignoringErrors([&] { names = store::listedNames(db); });
     return names;
 }
 
@@ -121,7 +111,7 @@ void tellFaultsOfTakenOver(const modMain& state, jet::Database& db,
 } // namespace
 
 void setCurrentPlan(jet::Database& db, const QString& name) {
-    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
+    const auto current = store::openCurrentPlan(db);
     if (current->Eof()) {
         current->AddNew();
     } else if (current->Get(store::field::name).TextOrEmpty() == name) {
@@ -163,7 +153,7 @@ void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& 
         tellFaultsOfTakenOver(state, *state.gDbUser, messages);
         adoptTemplateFolders(state, workbench, messages, splash);
         adoptPlanFolders(state, workbench, messages, splash);
-        const auto name = currentPlan(*state.gDbUser);
+        const auto name = store::currentPlan(*state.gDbUser);
         offerPlanCommands(workbench, name && hasPlanFolder(state, *name));
         if (workbench.TrvCurrent.Count() > 0) {
             workbench.TrvCurrent.Select(&workbench.TrvCurrent.Item(workbench.TrvCurrent.Count()));
@@ -183,7 +173,8 @@ void saveCurrentPlan(modMain& state, const Workbench& workbench) {
 }
 
 bool opensPlan(modMain& state, const OutlineNode& node) {
-    return node.Image() == image::root || currentPlan(*state.gDbUser) != tableOfKey(node.Key());
+    return node.Image() == image::root ||
+           store::currentPlan(*state.gDbUser) != tableOfKey(node.Key());
 }
 
 void clickUserPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash,

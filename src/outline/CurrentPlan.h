@@ -10,8 +10,9 @@ namespace qvnd::outline {
 // What the workbench does at its load: TrvCurrent shows the plan that 当前表 names, if its folder
 // is there, with its last node selected; template and plan folders that the databases do not know
 // are adopted, which fills the two library trees; the commands that need a plan are opened or
-// closed. Before that, the same faults are told of central databases that this start has taken over
-// from an older installation. An error ends it with a message and takes the splash down.
+// closed. Of a central database that this start has taken over from an older installation, the
+// faults of its outlines are told as those of adopted ones are. An error ends it with a message and
+// takes the splash down.
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                    desktop::SplashScreen& splash);
 

@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "store/Names.h"
+#include "store/PlanLists.h"
 
 namespace qvnd::outline {
 
@@ -11,13 +12,7 @@ bool isListed(jet::Database& db, const QString& name) {
     if (!db.TableDefs().Contains(store::table::planList.toString())) {
         return false;
     }
-    const auto list = db.OpenRecordset("Select * from " + store::table::planList.toString());
-    for (; !list->Eof(); list->MoveNext()) {
-        if (list->Get(store::field::name).TextOrEmpty().compare(name, Qt::CaseInsensitive) == 0) {
-            return true;
-        }
-    }
-    return false;
+    return store::listedNames(db).contains(name, Qt::CaseInsensitive);
 }
 
 } // namespace

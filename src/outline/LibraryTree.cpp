@@ -4,6 +4,7 @@
 #include "platform/error/RecordedErrors.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
+#include "store/PlanLists.h"
 
 namespace qvnd::outline {
 
@@ -27,7 +28,7 @@ public:
     bool run() {
         tree_.Clear();
         errors_.statement([&] {
-            list_ = db_.OpenRecordset(QStringLiteral("Select * from 遍历表"));
+            list_ = store::openPlanList(db_);
             for (; !list_->Eof(); list_->MoveNext()) {
                 errors_.statement([&] { visit(list_->Get(store::field::name).ToText()); });
             }
@@ -103,9 +104,7 @@ void updateTreeTemplate(modMain& state, jet::Database& db, OutlineTree& tree, bo
 std::vector<std::vector<OutlineRow>> readLibrary(modMain& state, jet::Database& db,
                                                  const OutlineTree& tree) {
     std::vector<std::vector<OutlineRow>> outlines;
-    const auto list = db.OpenRecordset(QStringLiteral("Select * from 遍历表"));
-    for (; !list->Eof(); list->MoveNext()) {
-        const QString name = list->Get(store::field::name).TextOrEmpty();
+    for (const QString& name : store::listedNames(db)) {
         if (folderOf(state, tree, name) == store::FolderState::there) {
             outlines.push_back(readOutline(db, name));
         }

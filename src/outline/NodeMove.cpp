@@ -6,6 +6,7 @@
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
 #include "store/Names.h"
+#include "store/PlanLists.h"
 
 #include <algorithm>
 
@@ -48,9 +49,7 @@ Moved NodeMove::run(const OutlineNode& target) {
 bool NodeMove::prepare(const QString& targetKey) {
     return errors_.statement([&] {
         jet::Database& db = *state_.gDbUser;
-        plan_ = bareName(db.OpenRecordset(QStringLiteral("Select * From 当前表"))
-                             ->Get(store::field::name)
-                             .TextOrEmpty());
+        plan_ = bareName(store::openCurrentPlan(db)->Get(store::field::name).TextOrEmpty());
         rows_ = db.OpenRecordset("Select * From " + plan_);
     }) && find(dragKey_, source_) &&
            find(targetKey, target_) && formNewKey() && keysFit();

@@ -2,10 +2,9 @@
 
 #include "outline/CurrentPlan.h"
 #include "outline/OutlineKeys.h"
-#include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
-#include "platform/error/IgnoringErrors.h"
+#include "store/OutlineFolders.h"
 
 #include <algorithm>
 #include <utility>
@@ -31,9 +30,8 @@ void fill(OutlineTree& tree, const std::vector<std::vector<OutlineRow>>& outline
 
 // A plan whose folder is gone will be forgotten at the next refresh of the plans.
 bool isThere(modMain& state, const QString& plan) {
-    bool hasFolder = false;
-    ignoringErrors([&] { hasFolder = state.gFso->FolderExists(planFolder(state, plan)); });
-    return hasFolder && state.gDbUser->TableDefs().Contains(plan);
+    return store::stateOfPlanFolder(state, plan) == store::FolderState::there &&
+           state.gDbUser->TableDefs().Contains(plan);
 }
 
 } // namespace

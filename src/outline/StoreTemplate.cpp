@@ -9,16 +9,11 @@
 #include "platform/jet/TransactionScope.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
+#include "store/PlanLists.h"
 
 namespace qvnd::outline {
 
 namespace {
-
-QString currentPlan(modMain& state) {
-    return state.gDbUser->OpenRecordset(QStringLiteral("Select * from 当前表"))
-        ->Get(store::field::name)
-        .TextOrEmpty();
-}
 
 void copyTable(modMain& state, const QString& name) {
     state.gDbUser->Execute("Select * into " + bareName(name) + " in '" +
@@ -75,13 +70,6 @@ void fillFolder(modMain& state, const QString& name, jet::Recordset& documents) 
     }
 }
 
-void enlist(modMain& state, const QString& name) {
-    const auto list = state.gDbTemplate->OpenRecordset(QStringLiteral("遍历表"));
-    list->AddNew();
-    list->Set(store::field::name, name);
-    list->Update();
-}
-
 // The folder is filled before the table and the row are committed together.
 void storePlan(modMain& state, const QString& plan) {
     jet::TransactionScope changes(*state.gWs);
@@ -89,7 +77,7 @@ void storePlan(modMain& state, const QString& plan) {
     const auto documents =
         state.gDbUser->OpenRecordset("Select * from " + plan + " where 是否文档='是'");
     fillFolder(state, plan, *documents);
-    enlist(state, plan);
+    store::enlist(*state.gDbTemplate, plan);
     changes.commit();
 }
 
@@ -98,7 +86,7 @@ void storePlan(modMain& state, const QString& plan) {
 StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Services& services) {
     QString plan;
     try {
-        plan = currentPlan(state);
+        plan = store::openCurrentPlan(*state.gDbUser)->Get(store::field::name).TextOrEmpty();
         storePlan(state, plan);
         refreshTemplates(state, workbench, services.messages, services.splash);
         return {Stored::stored, plan, {}};

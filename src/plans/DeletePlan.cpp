@@ -4,6 +4,7 @@
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
 #include "store/OutlineFolders.h"
+#include "store/PlanLists.h"
 
 namespace qvnd::plans {
 
@@ -18,13 +19,6 @@ void deleteTables(jet::Database& db, const QString& plan) {
     ignoringErrors([&] { outline::deleteInformationTable(db, plan); });
 }
 
-void forgetCurrent(jet::Database& db) {
-    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
-    if (!current->Eof()) {
-        current->Delete();
-    }
-}
-
 } // namespace
 
 bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages) {
@@ -37,7 +31,7 @@ bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBo
     jet::Database& db = *state.gDbUser;
     ignoringErrors([&] { state.gFso->DeleteFolder(store::planFolder(state, name), false); });
     deleteTables(db, state.gSelectedPlan);
-    ignoringErrors([&] { forgetCurrent(db); });
+    ignoringErrors([&] { store::forgetCurrentPlan(db); });
     ignoringErrors([&] {
         db.Execute("Delete * from 遍历表 where 名称=" + outline::quoted(state.gSelectedPlan));
     });

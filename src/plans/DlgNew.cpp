@@ -10,6 +10,7 @@
 #include "platform/jet/TransactionScope.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
+#include "store/PlanLists.h"
 #include "store/PlanTables.h"
 
 namespace qvnd::plans {
@@ -89,7 +90,7 @@ bool DlgNew::createPlan() {
     copyToPlanDatabase(store::informationTableOf(name), name);
     state_.gDbPlan->Close();
     state_.gDbPlan.reset();
-    registerPlan(name);
+    store::enlist(*state_.gDbUser, name);
     changes.commit();
     showAsCurrent(name);
     outline::updateTreeTemplate(state_, *state_.gDbUser, workbench_.TrvTemplate_Us, true, messages_,
@@ -98,10 +99,8 @@ bool DlgNew::createPlan() {
 }
 
 void DlgNew::makeCurrent(const QString& name) {
-    const auto current = state_.gDbUser->OpenRecordset(QStringLiteral("Select * from 当前表"));
-    if (!current->Eof()) {
-        current->Delete();
-    }
+    store::forgetCurrentPlan(*state_.gDbUser);
+    const auto current = store::openCurrentPlan(*state_.gDbUser);
     current->AddNew();
     current->Set(store::field::name, name);
     current->Update();
@@ -154,13 +153,6 @@ void DlgNew::addInformation(const QString& name) {
     setInformation(*rs, {Trim(form.TxtBldOffice), Trim(form.TxtConOffice), Trim(form.TxtEdit),
                          Trim(form.TxtDecide), form.DTP, Trim(form.RtfExplain)});
     rs->Update();
-}
-
-void DlgNew::registerPlan(const QString& name) {
-    const auto list = state_.gDbUser->OpenRecordset(QStringLiteral("SElect * from 遍历表"));
-    list->AddNew();
-    list->Set(store::field::name, name);
-    list->Update();
 }
 
 void DlgNew::showAsCurrent(const QString& name) {

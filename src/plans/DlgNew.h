@@ -59,7 +59,6 @@ private:
     void createPlanDatabase(const QString& name);
     void addInformation(const QString& name);
     void copyToPlanDatabase(const QString& table, const QString& name);
-    void registerPlan(const QString& name);
     void showAsCurrent(const QString& name);
     void takeBackInvalidName(const QString& name);
     bool loadInformation();

@@ -31,4 +31,6 @@ QString customPageFile(const QString& gAppPath, const QString& name) {
     return programFile(gAppPath, folder::customPages, name + u".doc"_s);
 }
 
+QString finishedDocument(const QString& gWorkPath) { return gWorkPath + u"施工方案.doc"_s; }
+
 } // namespace qvnd::store

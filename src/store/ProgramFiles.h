@@ -25,4 +25,7 @@ QString pictureFile(const QString& gAppPath, const QString& name);
 QString customPageFolder(const QString& gAppPath);
 QString customPageFile(const QString& gAppPath, const QString& name);
 
+// The document that generation makes in the work folder; `gWorkPath` ends in a separator.
+QString finishedDocument(const QString& gWorkPath);
+
 } // namespace qvnd::store

@@ -5,6 +5,7 @@
 #include "generate/driver/RebuildContents.h"
 #include "outline/TreeLoading.h"
 #include "platform/error/RunTimeError.h"
+#include "store/ProgramFiles.h"
 #include "tools/Arguments.h"
 #include "tools/CheckCommand.h"
 #include "tools/GenerateOptions.h"
@@ -111,7 +112,7 @@ void explain(Output& output, BuildOutcome outcome) {
 }
 
 QString targetOf(Session& session) {
-    return session.program().state().gWorkPath + u"施工方案.doc"_s;
+    return store::finishedDocument(session.program().state().gWorkPath);
 }
 
 BuildOutcome build(TerminalGeneration& tools, const GenerateOptions& options,

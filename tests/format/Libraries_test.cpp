@@ -431,7 +431,7 @@ TEST_F(CustomPages, ANameInUseIsAskedForAgainUntilItIsNewOrEmpty) {
 }
 
 TEST_F(CustomPages, ANameThatLeadsOutOfTheFolderIsRefused) {
-    for (const auto& name : {u"../扉页"_s, u"a/b"_s, u"a\\b"_s, u"a:b"_s}) {
+    for (const auto& name : {u"../扉页"_s, u"a/b"_s, u"a\\b"_s, u"a:b"_s, u"NUL"_s, u"com1"_s}) {
         messages.shown.clear();
         create({name});
         EXPECT_EQ(messages.shown.size(), 1U) << name.toStdString();

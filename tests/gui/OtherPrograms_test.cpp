@@ -231,7 +231,7 @@ TEST_F(OtherProgramsWindow, TheLoadAdoptsWhateverTheyHaveChangedBefore) {
     open();
     theyAdd({"T.4", "名T.4"});
     world.folder.makeFolder("用户模板/V");
-    OutlineWorld::makeTable(*world.create(outline::planDatabasePath(world.state, "V")), "V",
+    OutlineWorld::makeTable(*world.create(store::planDatabasePath(world.state, "V")), "V",
                             {{"V", "V"}});
     form->Load();
     EXPECT_TRUE(world.registered(*world.state.gDbUser).contains("V"));

@@ -173,7 +173,7 @@ TEST_F(OtherPrograms, ThatHoldTheDatabaseAreSeenAgainBehindAReadingThatFailed) {
 TEST_F(OtherPrograms, ThatTookAFolderAwayHaveNothingDroppedByALook) {
     world.registerName(*world.state.gDbTemplate, "M");
     OutlineWorld::makeTable(*world.state.gDbTemplate, "M", {{"M", "M"}});
-    ASSERT_TRUE(QDir(outline::planFolder(world.state, "U")).removeRecursively());
+    ASSERT_TRUE(QDir(store::planFolder(world.state, "U")).removeRecursively());
     theyAdd("T", {"T.3", "三"});
     EXPECT_TRUE(others.look());
     EXPECT_EQ(OutlineWorld::shown(world.workbench.TrvTemplate_Us),

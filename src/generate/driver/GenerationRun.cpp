@@ -1,5 +1,7 @@
 #include "generate/driver/GenerationRun.h"
 
+#include "store/ProgramFiles.h"
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::generate {
@@ -8,7 +10,7 @@ GenerationRun::GenerationRun(const ProgramState& state, const GenerationServices
                              BidEditState& windowState, const outline::OutlineTree& tree)
     : program(state), services(platform), window(windowState), TrvEdit(tree), word(state.word),
       attempt(platform.messages, platform.dlgTB, state.word),
-      targetPath(state.modMain.gWorkPath + u"施工方案.doc"_s), gPathTmp(targetPath) {}
+      targetPath(store::finishedDocument(state.modMain.gWorkPath)), gPathTmp(targetPath) {}
 
 void GenerationRun::stopTest() const {
     if (program.modMain.StopRequested)

@@ -1,6 +1,7 @@
 #include "generate/driver/RebuildContents.h"
 
 #include "platform/files/Paths.h"
+#include "store/ProgramFiles.h"
 
 using namespace Qt::StringLiterals;
 
@@ -16,7 +17,7 @@ void openFinished(const ProgramState& program, const GenerationServices& service
     WordSession& session = program.word;
     session.hold(services.wordProcessor.create());
     session.application().setVisible(true);
-    const QString path = program.modMain.gWorkPath + u"施工方案.doc"_s;
+    const QString path = store::finishedDocument(program.modMain.gWorkPath);
     session.keepDocument(session.application().documents().Open(files::toPath(path)));
     session.document().Activate();
 }
