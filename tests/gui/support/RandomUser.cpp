@@ -630,18 +630,23 @@ void RandomUser::readHelp() { read({"HelpWindow"}); }
 
 void RandomUser::readFindings() { read({"dlgCheck", "dlgReport"}); }
 
-// The first of these windows that is open beside the others.
+// One of these windows that is open beside the others.
 void RandomUser::read(const QStringList& windows) {
+    QList<QWidget*> open;
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (windows.contains(window->objectName()) && window->isVisible()) {
-            reach(*window);
-            if (dice_.in(5)) {
-                window->close();
-            } else {
-                useControl(*window);
-            }
-            return;
+            open << window;
         }
+    }
+    if (open.isEmpty()) {
+        return;
+    }
+    QWidget* window = open.at(dice_.upTo(static_cast<int>(open.size())));
+    reach(*window);
+    if (dice_.in(5)) {
+        window->close();
+    } else {
+        useControl(*window);
     }
 }
 
