@@ -65,9 +65,12 @@ Connection::Connection(const QString& path, Mode mode)
 
 Connection::Connection(const QByteArray& image)
     : Connection(QStringLiteral(":memory:"), SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX) {
+    if (image.isEmpty()) {
+        return; // as a new database
+    }
     auto* bytes =
         static_cast<unsigned char*>(sqlite3_malloc64(static_cast<sqlite3_uint64>(image.size())));
-    if (bytes == nullptr && !image.isEmpty()) {
+    if (bytes == nullptr) {
         raise(SQLITE_NOMEM, path_, QString::fromUtf8(sqlite3_errstr(SQLITE_NOMEM)));
     }
     std::memcpy(bytes, image.constData(), static_cast<std::size_t>(image.size()));
