@@ -45,7 +45,8 @@ QList<Row> rowsOf(ImageTables& image, const QString& table) {
 
 class TableComparison {
 public:
-    TableComparison(QString database, QString table) : base_{{}, database, table, {}, {}, {}} {}
+    TableComparison(const QString& database, const QString& table)
+        : base_{{}, database, table, {}, {}, {}} {}
 
     QList<Change> of(const QList<Row>& before, const QList<Row>& after) {
         match(before, after);

@@ -94,7 +94,7 @@ std::optional<Step> History::redoable() {
 }
 
 std::optional<Step> History::undo() {
-    const std::optional<Step> step = undoable();
+    std::optional<Step> step = undoable();
     if (step) {
         workspace_.Settle();
         restoration_.goTo(step->parent);
@@ -103,7 +103,7 @@ std::optional<Step> History::undo() {
 }
 
 std::optional<Step> History::redo() {
-    const std::optional<Step> step = redoable();
+    std::optional<Step> step = redoable();
     if (step) {
         workspace_.Settle();
         restoration_.goTo(step->id);
