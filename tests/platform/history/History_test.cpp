@@ -238,7 +238,7 @@ TEST_F(HistoryTest, RandomCommandsUndoneAndRedoneGiveTheRecordedStates) {
     QMap<std::int64_t, State> states{{history::beginning, world.state()}};
     const QStringList plans{"甲", "乙", "丙"};
     for (int i = 0; i < 150; ++i) {
-        const QString plan = plans[pick(3)];
+        const QString& plan = plans[pick(3)];
         const bool isThere = world.db->TableDefs().Contains(plan);
         switch (pick(6)) {
         case 0:

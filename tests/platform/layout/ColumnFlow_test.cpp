@@ -24,7 +24,7 @@ Strips paragraph(std::size_t index, std::size_t lines) {
 // A column of ten lines.
 class Columns : public testing::Test {
 protected:
-    Columns() : flow(true, [this](std::uint32_t, bool first) { return first ? 150.0 : 100.0; }) {
+    Columns() : flow(true, [](std::uint32_t, bool first) { return first ? 150.0 : 100.0; }) {
         flow.begin(10 * lineHeight, false, 0);
     }
 

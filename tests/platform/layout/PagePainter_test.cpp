@@ -11,7 +11,6 @@
 namespace qvnd::drawing {
 namespace {
 
-using layout::Fill;
 using layout::Page;
 using layout::PlacedText;
 

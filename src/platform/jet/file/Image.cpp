@@ -56,7 +56,7 @@ QByteArray imageOf(const QString& path) {
     if (bytes == nullptr) {
         connection.Fail();
     }
-    const QByteArray image(reinterpret_cast<const char*>(bytes), size);
+    QByteArray image(reinterpret_cast<const char*>(bytes), size);
     sqlite3_free(bytes);
     return image;
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <ranges>
 #include <utility>
 
 namespace qvnd::word {
@@ -65,8 +66,8 @@ private:
             chain.push_back(&*styles[style]);
             style = styles[style]->basedOn;
         }
-        for (auto layer = chain.rbegin(); layer != chain.rend(); ++layer) {
-            read(tables_.lists[(*layer)->table], 1);
+        for (const StyleDefinition* layer : std::views::reverse(chain)) {
+            read(tables_.lists[layer->table], 1);
         }
     }
 
