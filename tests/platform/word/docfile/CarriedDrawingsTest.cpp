@@ -52,7 +52,7 @@ protected:
         Bytes spa(26, 0x11);
         const Bytes number = number32(id);
         std::copy(number.begin(), number.end(), spa.begin());
-        return carried_->add(part, spa, [this](std::uint16_t text) {
+        return carried_->add(part, spa, [](std::uint16_t text) {
             return text == 1 ? std::optional<std::uint32_t>(40) : std::nullopt;
         });
     }
