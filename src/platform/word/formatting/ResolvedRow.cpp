@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <ranges>
 #include <utility>
 
 namespace qvnd::word {
@@ -66,7 +65,8 @@ private:
             chain.push_back(&*styles[style]);
             style = styles[style]->basedOn;
         }
-        for (const StyleDefinition* layer : std::views::reverse(chain)) {
+        std::reverse(chain.begin(), chain.end());
+        for (const StyleDefinition* layer : chain) {
             read(tables_.lists[layer->table], 1);
         }
     }
