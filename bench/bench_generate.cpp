@@ -10,9 +10,10 @@
 #include "generate/driver/BuildBid.h"
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
+#include "platform/drawing/FontFaces.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
+#include "platform/word/layout/LayoutPageNumbers.h"
 
 #include <QTemporaryDir>
 
@@ -138,7 +139,7 @@ void measure(benchmark::State& state, word::PageNumberSource& pages,
 
 void BM_Generate(benchmark::State& state) {
     static std::map<std::int64_t, double> fastest;
-    word::LayoutEstimate pages;
+    layout::LayoutPageNumbers pages{drawing::openNamedFonts};
     measure(state, pages, fastest);
 }
 

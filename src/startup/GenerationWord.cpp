@@ -12,14 +12,14 @@ namespace qvnd::startup {
 
 GenerationWord::GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
                                desktop::LongRun& longRun, desktop::Events& events)
-    : unsaved_(messages), exact_(std::move(suite)), pages_(exact_, estimate_),
+    : unsaved_(messages), exact_(std::move(suite)), pages_(exact_, own_),
       awaited_(pages_, longRun, events), factory_({awaited_, losses_, unsaved_, &pictures_}) {}
 
 std::vector<int> GenerationWord::Awaited::displayedPages(const word::DocumentContent& content,
                                                          std::span<const word::Cp> positions) {
     events_.doEvents();
     const desktop::LongRunScope scope(longRun_, u"计算目录的页码"_s, 0);
-    longRun_.next(u"正在由办公软件排版……取消时使用估计的页码。"_s);
+    longRun_.next(u"正在由办公软件排版……取消时使用本程序排出的页码。"_s);
     std::vector<int> pages = source_.displayedPages(content, positions);
     events_.doEvents();
     return pages;

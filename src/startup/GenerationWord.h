@@ -4,17 +4,18 @@
 #include "platform/desktop/Events.h"
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
+#include "platform/drawing/FontFaces.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
+#include "platform/word/layout/LayoutPageNumbers.h"
 
 namespace qvnd::startup {
 
 // The word processor behind generation in a window: our own engine, with the page numbers of the
-// office suite where it is installed and works, else estimated. What a document loses on its way in
-// is kept for the report and raises no box: there may be hundreds of documents. A user who cancels
-// the wait for the office suite gets the estimate.
+// office suite where it is installed and works, else those of our own layout. What a document loses
+// on its way in is kept for the report and raises no box: there may be hundreds of documents. A
+// user who cancels the wait for the office suite gets our own numbers.
 class GenerationWord : public generate::GenerationRecord {
 public:
     // All of it outlives the object; the suite asks `longRun` whether to stop.
@@ -59,7 +60,7 @@ private:
     Unsaved unsaved_;
     pictures::PictureDecoder pictures_;
     office::OfficePageNumbers exact_;
-    word::LayoutEstimate estimate_;
+    layout::LayoutPageNumbers own_{drawing::openNamedFonts};
     office::BestPageNumbers pages_;
     Awaited awaited_;
     word::EngineApplicationFactory factory_;

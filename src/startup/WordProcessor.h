@@ -1,10 +1,11 @@
 #pragma once
 
 #include "platform/desktop/MessageBoxes.h"
+#include "platform/drawing/FontFaces.h"
 #include "platform/office/ConvertingWordProcessor.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
+#include "platform/word/layout/LayoutPageNumbers.h"
 
 #include <QTemporaryDir>
 
@@ -40,7 +41,7 @@ private:
 
     Losses losses_;
     Unsaved unsaved_;
-    word::LayoutEstimate pages_;
+    layout::LayoutPageNumbers pages_{drawing::openNamedFonts};
     pictures::PictureDecoder pictures_;
     word::EngineApplicationFactory engine_;
     QTemporaryDir officeProfile_;

@@ -37,7 +37,7 @@ struct Generated {
     QString output;
     GenerationReport report;
     QJsonArray check; // ahead of the run; only for JSON
-    PageNumberChoice::Origin pageNumbers;
+    QString pageNumbers;
     QStringList messages;
     double seconds = 0;
 };
@@ -71,8 +71,7 @@ QJsonObject asJson(const Generated& done) {
         {u"leftOut"_s, asJson(done.report.leftOut)},
         {u"check"_s, done.check},
         {u"pages"_s, done.report.pages > 0 ? QJsonValue(done.report.pages) : QJsonValue()},
-        {u"pageNumbers"_s, textOrNull(done.pageNumbers.source)},
-        {u"pageNumbersFallback"_s, textOrNull(done.pageNumbers.fallback)},
+        {u"pageNumbers"_s, textOrNull(done.pageNumbers)},
         {u"messages"_s, QJsonArray::fromStringList(done.messages)},
         {u"seconds"_s, done.seconds},
     };
@@ -81,9 +80,9 @@ QJsonObject asJson(const Generated& done) {
 QString pagesAsText(const Generated& done) {
     if (done.report.pages == 0)
         return {};
-    const bool exact = done.pageNumbers.source == u"office";
+    const bool isOffice = done.pageNumbers == u"office";
     return u"，%1 页（页码%2）"_s.arg(done.report.pages)
-        .arg(exact ? u"由办公套件排出"_s : u"是估计的"_s);
+        .arg(isOffice ? u"由办公套件排出"_s : u"由本程序排出"_s);
 }
 
 QString asText(const Generated& done) {
@@ -98,8 +97,6 @@ QString asText(const Generated& done) {
                                        .arg(done.seconds, 0, 'f', 2)};
     for (const ReportedNode& node : done.report.missing)
         lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.what);
-    if (!done.pageNumbers.fallback.isEmpty())
-        lines << u"没有用办公套件的页码：%1"_s.arg(done.pageNumbers.fallback);
     return lines.join(u'\n');
 }
 
@@ -162,7 +159,7 @@ ExitStatus rebuildContents(Session& session, const QStringList& words) {
     Arguments(words, {}).expectPositions(0, 0);
     GenerateOptions options;
     // The numbers are thrown away with the contents.
-    options.pages = PageSource::estimate;
+    options.pages = PageSource::layout;
     TerminalGeneration tools(session, options);
     try {
         if (!generate::RebuildContents(tools.program(), tools.services()))

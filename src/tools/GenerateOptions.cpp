@@ -33,9 +33,9 @@ PageSource pageSource(const QString& name) {
         return PageSource::automatic;
     if (name == u"office")
         return PageSource::office;
-    if (name == u"estimate")
-        return PageSource::estimate;
-    throw UsageError(u"选项 --pages 的值是 auto、office 或 estimate"_s);
+    if (name == u"layout" || name == u"estimate")
+        return PageSource::layout;
+    throw UsageError(u"选项 --pages 的值是 auto、layout 或 office"_s);
 }
 
 // Empty while nothing is picked in the dialog's list.
@@ -72,7 +72,7 @@ GenerateOptions::GenerateOptions(const QStringList& words) {
 QString GenerateOptions::parameters() {
     return u"方案 [--blank-lines] [--multilevel 0|1|2 [--multilevel-text 文字]] "
            "[--children-numbered 样式|\"\" [--indent 字符数]] [--first-run] "
-           "[--pages auto|office|estimate]"_s;
+           "[--pages auto|layout|office]"_s;
 }
 
 } // namespace qvnd::tools

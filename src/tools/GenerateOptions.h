@@ -8,7 +8,7 @@
 namespace qvnd::tools {
 
 // Where the page numbers of the contents come from.
-enum class PageSource { automatic, office, estimate };
+enum class PageSource { automatic, office, layout };
 
 // What stands behind "generate": the plan, and what the format dialog would hold in memory.
 struct GenerateOptions {

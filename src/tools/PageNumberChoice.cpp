@@ -17,34 +17,22 @@ QString profileFolder() {
 } // namespace
 
 PageNumberChoice::PageNumberChoice(PageSource wanted)
-    : wanted_(wanted), suite_(profileFolder()), exact_(suite_), best_(exact_, estimate_) {}
+    : wanted_(wanted), suite_(profileFolder()), exact_(suite_) {}
 
 bool PageNumberChoice::isOffered() const {
     return wanted_ != PageSource::office || suite_.isInstalled();
 }
 
 word::PageNumberSource& PageNumberChoice::source() {
-    switch (wanted_) {
-    case PageSource::office:
+    if (wanted_ == PageSource::office)
         return exact_;
-    case PageSource::estimate:
-        return estimate_;
-    default:
-        return best_;
-    }
+    return own_;
 }
 
-PageNumberChoice::Origin PageNumberChoice::origin() {
+QString PageNumberChoice::origin() {
     if (source().pages() == 0)
         return {};
-    if (wanted_ == PageSource::office)
-        return {u"office"_s, {}};
-    if (wanted_ == PageSource::estimate)
-        return {u"estimate"_s, {}};
-    const auto& why = best_.whyEstimated();
-    if (!why)
-        return {u"office"_s, {}};
-    return {u"estimate"_s, suite_.isInstalled() ? *why : u"没有安装办公套件（LibreOffice）。"_s};
+    return wanted_ == PageSource::office ? u"office"_s : u"layout"_s;
 }
 
 } // namespace qvnd::tools

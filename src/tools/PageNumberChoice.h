@@ -1,25 +1,18 @@
 #pragma once
 
+#include "platform/drawing/FontFaces.h"
 #include "platform/office/OfficePageNumbers.h"
-#include "platform/word/layout/LayoutEstimate.h"
+#include "platform/word/layout/LayoutPageNumbers.h"
 #include "tools/GenerateOptions.h"
 
 #include <QString>
 
 namespace qvnd::tools {
 
-// Where the page numbers of a document come from: the office suite where it is installed and
-// draws the document, else our estimate; or one of the two alone.
+// Where the page numbers of a document come from: our own layout, or the office suite where the
+// user wishes.
 class PageNumberChoice {
 public:
-    // What is told of the numbers of the last document.
-    struct Origin {
-        // "office" or "estimate"; empty while no document has asked for numbers.
-        QString source;
-        // Why an estimate stands in for the suite's numbers, in Chinese; else empty.
-        QString fallback;
-    };
-
     explicit PageNumberChoice(PageSource wanted);
     PageNumberChoice(const PageNumberChoice&) = delete;
     PageNumberChoice& operator=(const PageNumberChoice&) = delete;
@@ -27,14 +20,14 @@ public:
     // False when the office suite alone is wanted and there is none.
     bool isOffered() const;
     word::PageNumberSource& source();
-    Origin origin();
+    // "layout" or "office"; empty while no document has asked for numbers.
+    QString origin();
 
 private:
     PageSource wanted_;
     office::OfficeSuite suite_;
     office::OfficePageNumbers exact_;
-    word::LayoutEstimate estimate_;
-    office::BestPageNumbers best_;
+    layout::LayoutPageNumbers own_{drawing::openNamedFonts};
 };
 
 } // namespace qvnd::tools

@@ -2,8 +2,8 @@
 
 #include "generate/GenerationWorld.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
 #include "support/FakeFilesInUse.h"
+#include "support/FixedFonts.h"
 
 #include <fstream>
 
@@ -61,7 +61,7 @@ protected:
     }
 
     FakeFilesInUse inUse;
-    word::LayoutEstimate pages;
+    test::FixedPageNumbers pages;
     bool runsOn = false;
     int yields = 0;
     int patience = 100; // of the user, in nodes

@@ -5,8 +5,8 @@
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/text/DocumentText.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
 #include "support/Errors.h"
+#include "support/FixedFonts.h"
 #include "support/Text.h"
 
 using namespace qvnd;
@@ -287,7 +287,7 @@ struct SimilarDocumentsOnDisk : SimilarDocumentsDialog {
         return QString::fromStdU16String(word::documentText(data.main, data.tables)).trimmed();
     }
 
-    word::LayoutEstimate pages;
+    test::FixedPageNumbers pages;
     NoReport report;
     NoQuestion question;
     word::EngineServices services_{pages, report, question};

@@ -7,7 +7,7 @@
 #include "platform/jet/file/TextFunctions.h"
 #include "platform/preview/windows/PreviewPane.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
+#include "support/FixedFonts.h"
 
 #include <gtest/gtest.h>
 
@@ -29,7 +29,7 @@ private:
     void notCarried(const std::filesystem::path&, std::u16string_view) override {}
     bool save(const std::filesystem::path&) override { return false; }
 
-    word::LayoutEstimate pages_;
+    test::FixedPageNumbers pages_;
     word::EngineApplicationFactory factory_{{pages_, *this, *this}};
 };
 

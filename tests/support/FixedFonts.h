@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/word/layout/CharacterClasses.h"
-#include "platform/word/layout/FontMetrics.h"
+#include "platform/word/layout/LayoutPageNumbers.h"
+
+#include <memory>
 
 namespace qvnd::test {
 
@@ -15,6 +17,12 @@ public:
     layout::FaceId shownBy(layout::FaceId face, char32_t) override { return face; }
     double advance(layout::FaceId, char32_t c) override { return layout::isEastAsian(c) ? 1 : 0.5; }
     layout::FaceHeights heights(layout::FaceId) override { return {0.8, 0.2}; }
+};
+
+// Page numbers as that font gives them.
+class FixedPageNumbers : public layout::LayoutPageNumbers {
+public:
+    FixedPageNumbers() : LayoutPageNumbers([] { return std::make_unique<FixedFonts>(); }) {}
 };
 
 } // namespace qvnd::test

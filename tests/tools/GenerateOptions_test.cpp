@@ -33,7 +33,7 @@ TEST(GenerateOptions, EveryOptionReachesItsSwitch) {
     EXPECT_TRUE(options.switches.gChildDocAsNumber);
     EXPECT_EQ(options.childStyle, u"a)"_s);
     EXPECT_EQ(options.childIndent, u"4"_s);
-    EXPECT_EQ(options.pages, PageSource::estimate);
+    EXPECT_EQ(options.pages, PageSource::layout);
 }
 
 TEST(GenerateOptions, TheTextOfModeTwoIsThatOfTheDialogUnlessOneIsGiven) {

@@ -267,4 +267,8 @@ unsigned FontFaces::glyph(FaceId face, char32_t character) const {
 }
 DrawnFace FontFaces::drawn(FaceId face) const { return store_->drawn(face); }
 
+std::unique_ptr<layout::FontMetrics> openNamedFonts() {
+    return std::make_unique<FontFaces>(FontChoice::named);
+}
+
 } // namespace qvnd::drawing

@@ -44,4 +44,7 @@ private:
     std::unique_ptr<Store> store_;
 };
 
+// The faces that documents name, for LayoutPageNumbers.
+std::unique_ptr<layout::FontMetrics> openNamedFonts();
+
 } // namespace qvnd::drawing

@@ -6,7 +6,6 @@
 #include "generate/windows/frmBidEdit.h"
 #include "gui/support/WorkbenchWindow.h"
 #include "platform/word/engine/EngineApplication.h"
-#include "platform/word/layout/LayoutEstimate.h"
 #include "store/DatabaseCreation.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FakeGenerationRecord.h"
@@ -14,6 +13,7 @@
 #include "support/FakeShell.h"
 #include "support/FakeWindowLookup.h"
 #include "support/FakeWordProcessorWindows.h"
+#include "support/FixedFonts.h"
 
 #include <QApplication>
 #include <QPushButton>
@@ -168,7 +168,7 @@ protected:
     FormatSwitches switches;
     generate::WordSession word;
     std::function<void()> showSettings;
-    word::LayoutEstimate pages;
+    test::FixedPageNumbers pages;
     word::EngineApplicationFactory engine{{pages, *this, *this}};
     word::ApplicationFactory* generation = &engine;
     office::PdfPrinter* printer = &pdf;

@@ -5,8 +5,8 @@
 #include "platform/office/PdfDestinations.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/layout/LayoutEstimate.h"
 #include "support/ContentBuilder.h"
+#include "support/FixedFonts.h"
 
 #include <gtest/gtest.h>
 
@@ -174,7 +174,7 @@ TEST_F(OfficeSuiteTest, WithoutASuiteTheEstimateAnswers) {
     test::ContentBuilder builder;
     const word::DocumentContent content = threePages(builder);
     OfficePageNumbers exact{OfficeSuite(folder.filePath(u"profile"_s), QString())};
-    word::LayoutEstimate estimate;
+    test::FixedPageNumbers estimate;
     BestPageNumbers best(exact, estimate);
     EXPECT_EQ(best.displayedPages(content, std::vector<word::Cp>{0, 3, 7}),
               (std::vector<int>{1, 2, 3}));
@@ -185,7 +185,7 @@ TEST_F(OfficeSuiteTest, AnEstimateInPlaceOfTheSuitesNumbersTellsWhy) {
     test::ContentBuilder builder;
     const word::DocumentContent content = threePages(builder);
     OfficePageNumbers failing{suite("exit 1\n")};
-    word::LayoutEstimate estimate;
+    test::FixedPageNumbers estimate;
     BestPageNumbers best(failing, estimate);
     best.displayedPages(content, std::vector<word::Cp>{0});
     ASSERT_TRUE(best.whyEstimated().has_value());

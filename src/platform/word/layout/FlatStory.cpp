@@ -29,14 +29,16 @@ bool endsParagraph(char16_t c) { return c == u'\r' || c == u'\a' || c == u'\f'; 
 
 } // namespace
 
-FlatStory flatten(const std::vector<StorySlice>& slices) {
-    FlatStory flat;
+Story flatten(const std::vector<StorySlice>& slices) {
+    Story flat;
     Cp open = 0; // length of the paragraph that lacks its mark so far
     for (const StorySlice& slice : slices) {
         const Cp end = slice.begin + slice.length;
         const Cp start = static_cast<Cp>(flat.text.size());
         Cp taken = 0;
         flat.text.append(slice.fragment->text, slice.begin, slice.length);
+        appendMarks(flat.fields, slice.fragment->fields, slice.begin, slice.length, start);
+        appendMarks(flat.anchors, slice.fragment->anchors, slice.begin, slice.length, start);
         forRunsWithin(slice.fragment->characters, slice.begin, end,
                       [&](const CharacterRun& run, bool) { flat.characters.push_back(run); });
         forRunsWithin(slice.fragment->paragraphs, slice.begin, end,

@@ -1,0 +1,41 @@
+#include "platform/word/layout/LayoutPageNumbers.h"
+
+#include "platform/word/layout/DocumentLayout.h"
+#include "platform/word/layout/FlatStory.h"
+
+#include <algorithm>
+
+namespace qvnd::layout {
+
+namespace {
+
+int numberAt(const std::vector<LinePlace>& lines, word::Cp position) {
+    const auto behind =
+        std::upper_bound(lines.begin(), lines.end(), position,
+                         [](word::Cp p, const LinePlace& line) { return p < line.at; });
+    return behind == lines.begin() ? 1 : std::prev(behind)->number;
+}
+
+} // namespace
+
+std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& content,
+                                                   std::span<const word::Cp> positions) {
+    if (!fonts_) {
+        fonts_ = openFonts_();
+    }
+    const word::Story main = word::flatten(content.main);
+    const LayoutSource source{&content.tables, &main, content.sections, content.headers, {}, {},
+                              content.settings};
+    DocumentLayout layout(source, *fonts_, {});
+    pages_ = 0;
+    while (layout.nextPage()) {
+        ++pages_;
+    }
+    std::vector<int> shown;
+    for (const word::Cp position : positions) {
+        shown.push_back(numberAt(layout.lines(), position));
+    }
+    return shown;
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,78 @@
+#include "platform/word/layout/LayoutPageNumbers.h"
+
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "support/ContentBuilder.h"
+#include "support/FixedFonts.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::layout {
+namespace {
+
+using word::Bytes;
+using word::Cp;
+using word::withSprm16;
+using word::withSprm8;
+namespace sprm = word::sprm;
+
+// Paper with room for ten lines of ten Chinese characters of 10 points.
+Bytes paper() {
+    Bytes list = withSprm16({}, sprm::SXaPage, 4000);
+    list = withSprm16(list, sprm::SYaPage, 4000);
+    for (const auto side : {sprm::SDxaLeft, sprm::SDxaRight, sprm::SDyaTop, sprm::SDyaBottom}) {
+        list = withSprm16(list, side, 1000);
+    }
+    return list;
+}
+
+class PageNumbers : public testing::Test {
+protected:
+    PageNumbers() { builder.content.sections[0].properties = lists().intern(paper()); }
+
+    word::PropertyLists& lists() { return builder.content.tables.lists; }
+    void paragraphs(int count, const std::u16string& text = u"一") {
+        for (int i = 0; i < count; ++i) {
+            builder.add({test::plain(text + u"\r")});
+        }
+    }
+    std::vector<int> at(const std::vector<Cp>& positions) {
+        return numbers.displayedPages(builder.content, positions);
+    }
+
+    test::ContentBuilder builder;
+    test::FixedPageNumbers numbers;
+};
+
+TEST_F(PageNumbers, EachPositionHasThePageThatItStandsOn) {
+    paragraphs(25);
+    EXPECT_EQ(at({0, 19, 20, 39, 40}), (std::vector<int>{1, 1, 2, 2, 3}));
+    EXPECT_EQ(numbers.pages(), 3);
+}
+
+TEST_F(PageNumbers, TextThatIsCutIntoSlicesIsLaidOutWhole) {
+    paragraphs(1, std::u16string(95, u'一'));
+    auto& main = builder.content.main;
+    const word::StorySlice whole = main.front();
+    main.front().length = 50;
+    main.insert(main.begin() + 1, {whole.fragment, 50, whole.length - 50});
+    paragraphs(3);
+    EXPECT_EQ(at({0, 94, 96}), (std::vector<int>{1, 1, 2}));
+}
+
+TEST_F(PageNumbers, ASectionThatRestartsCountsFromItsFirstNumber) {
+    paragraphs(2);
+    auto& sections = builder.content.sections;
+    sections[0].length -= 1; // the builder's last paragraph
+    sections.push_back({1, lists().intern(withSprm16(withSprm8(paper(), sprm::SFPgnRestart, 1),
+                                                     sprm::SPgnStart97, 5))});
+    EXPECT_EQ(at({0, 4}), (std::vector<int>{1, 5}));
+}
+
+TEST_F(PageNumbers, PositionsBehindTheTextAreOnTheLastPage) {
+    paragraphs(12);
+    EXPECT_EQ(at({100000}), (std::vector<int>{2}));
+}
+
+} // namespace
+} // namespace qvnd::layout
