@@ -20,12 +20,40 @@ function(qvnd_room target)
   target_precompile_headers(${target} REUSE_FROM ${ROOM_HEADERS})
 endfunction()
 
-# The tests of one room: every *_test.cpp of a folder of tests/, in one program.
+# Writes files that each include four of `sources`, and names them in `result`: test files instantiate
+# the same templates, and that is most of their cost. Paths in them are relative, so that a compiler
+# cache knows them again in another folder.
+function(qvnd_compiled_together name sources result)
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  list(SORT sources)
+  list(LENGTH sources count)
+  math(EXPR last "${count} - 1")
+  set(together "")
+  foreach(first RANGE 0 ${last} 4)
+    list(SUBLIST sources ${first} 4 four)
+    list(TRANSFORM four REPLACE "^${PROJECT_SOURCE_DIR}/tests/(.*)$" "#include \"\\1\"\n")
+    string(CONCAT text ${four})
+    set(file ${CMAKE_CURRENT_BINARY_DIR}/${name}/together_${first}.cpp)
+    file(CONFIGURE OUTPUT ${file} CONTENT "${text}")
+    list(APPEND together ${file})
+  endforeach()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # It is said of every class in an anonymous namespace outside of the main file.
+    set_source_files_properties(${together} PROPERTIES COMPILE_OPTIONS -Wno-subobject-linkage)
+  endif()
+  set(${result} ${together} PARENT_SCOPE)
+endfunction()
+
+# The tests of one room: every *_test.cpp of a folder of tests/, in one program. With APART each file
+# is compiled alone: then files may use one name for two things.
 function(qvnd_room_tests name)
-  cmake_parse_arguments(ROOM "" "FOLDER;HEADERS" "USES" ${ARGN})
+  cmake_parse_arguments(ROOM "APART" "FOLDER;HEADERS" "USES" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${ROOM_FOLDER}/*.cpp ${ROOM_FOLDER}/*.h)
   if(NOT sources)
     return()
+  endif()
+  if(QVND_TESTS_TOGETHER AND NOT ROOM_APART)
+    qvnd_compiled_together(${name} "${sources}" sources)
   endif()
   add_executable(${name} ${sources})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)

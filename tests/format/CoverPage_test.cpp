@@ -9,17 +9,17 @@ using namespace Qt::StringLiterals;
 namespace qvnd::format {
 namespace {
 
-const QString table = u"封面表"_s;
-const QString outside = u"对不起，该范围必须在0-40之间！"_s;
+const QString coverTable = u"封面表"_s;
+const QString outsideOfCover = u"对不起，该范围必须在0-40之间！"_s;
 
 class CoverPageTest : public testing::Test, protected test::FormatWorld {
 protected:
     CoverPage& page() { return form().cover; }
-    QString of(QStringView field) { return value(table, field); }
+    QString of(QStringView field) { return value(coverTable, field); }
     void pick(ComboBox& box, const QString& entry) { box.pick(box.entries().indexOf(entry)); }
     void putPicture(const QString& name) { folder.write(u"Sys/图片库/"_s + name, "BM"); }
     QString pictureOf(const QString& name) { return folder.path(u"Sys/图片库/"_s + name); }
-    // Browses to a file outside the picture folder.
+    // Browses to a file outsideOfCover the picture folder.
     void browse(const QString& name, const QByteArray& bytes = "BM") {
         folder.write(u"外面/"_s + name, bytes);
         dialogs.chosen = folder.path(u"外面/"_s + name);
@@ -71,11 +71,11 @@ TEST_F(CoverPageTest, APlanWithoutInformationGivesItsNameAlone) {
 }
 
 TEST_F(CoverPageTest, LoadShowsTheRowAndTheLabelsInHalfTheirSize) {
-    change(table, u"工程字体", u"黑体");
-    change(table, u"工程字号", u"初号");
-    change(table, u"单位字号", u"小二");
-    change(table, u"日期字体", u"楷体");
-    change(table, u"日期字号", u"9");
+    change(coverTable, u"工程字体", u"黑体");
+    change(coverTable, u"工程字号", u"初号");
+    change(coverTable, u"单位字号", u"小二");
+    change(coverTable, u"日期字体", u"楷体");
+    change(coverTable, u"日期字号", u"9");
     EXPECT_EQ(page().cmbPrjFont.text(), u"黑体"_s);
     EXPECT_EQ(page().cmbDateFont.text(), u"楷体"_s);
     EXPECT_EQ(page().TxtWidth.text(), u"10"_s);
@@ -98,7 +98,7 @@ TEST_F(CoverPageTest, TheDateIsTodaysWhateverTheTableSaysAndTheNextWriteStoresIt
 }
 
 TEST_F(CoverPageTest, WithoutARowLoadFallsBackAndWritesNothing) {
-    empty(table);
+    empty(coverTable);
     openPlan(u"滨江工程"_s, u"一建公司"_s);
     EXPECT_EQ(page().TxtPrjName.text() + page().TxtOffName.text() + page().cmbPic.text(),
               QString());
@@ -113,9 +113,9 @@ TEST_F(CoverPageTest, WithoutARowLoadFallsBackAndWritesNothing) {
     EXPECT_EQ(page().lblPrjName.caption(), u"工程名称"_s);
     EXPECT_FLOAT_EQ(page().lblPrjName.fontSize(), 11);
     EXPECT_EQ(page().lblDate.fontName(), u"宋体"_s);
-    EXPECT_EQ(rowCount(table), 0);
+    EXPECT_EQ(rowCount(coverTable), 0);
     page().cmbPrjFont.pick(0);
-    EXPECT_EQ(rowCount(table), 1);
+    EXPECT_EQ(rowCount(coverTable), 1);
     EXPECT_EQ(of(u"工程字体"), u"仿宋_GB2312"_s);
     EXPECT_EQ(of(u"图片宽度"), u"0"_s);
 }
@@ -157,14 +157,14 @@ TEST_F(CoverPageTest, EachControlWritesItsFieldAndMovesItsLabel) {
 
 TEST_F(CoverPageTest, TypingANameMovesItsLabelAndWritesNothing) {
     page();
-    const QString before = dump(table);
+    const QString before = dump(coverTable);
     page().TxtPrjName.type(u" 新名 "_s);
     page().TxtOffName.type(QString());
     page().cmbDate.setDate(QDate(2020, 1, 1));
     EXPECT_EQ(page().lblPrjName.caption(), u"新名"_s);
     EXPECT_EQ(page().lblOffName.caption(), QString());
     EXPECT_EQ(page().lblDate.caption(), u"2020-1-1"_s);
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(coverTable), before);
 }
 
 TEST_F(CoverPageTest, ASizeOfThePictureIsAWholeNumberBetweenNothingAndForty) {
@@ -184,15 +184,15 @@ TEST_F(CoverPageTest, ASizeOutsideIsToldTheBoxShowsTenAndNothingIsWritten) {
     for (TextBox* box : {&page().TxtWidth, &page().TxtHeight}) {
         for (const auto& wrong : {u"40.5"_s, u"-1"_s, u"41"_s}) {
             enter(*box, u"3"_s);
-            const QString before = dump(table);
+            const QString before = dump(coverTable);
             messages.shown.clear();
             enter(*box, wrong);
             ASSERT_EQ(messages.shown.size(), 1U);
-            EXPECT_EQ(messages.shown[0].text, outside);
+            EXPECT_EQ(messages.shown[0].text, outsideOfCover);
             EXPECT_EQ(messages.shown[0].icon, desktop::Icon::exclamation);
             EXPECT_EQ(messages.shown[0].title, u"警告"_s);
             EXPECT_EQ(box->text(), u"10"_s);
-            EXPECT_EQ(dump(table), before);
+            EXPECT_EQ(dump(coverTable), before);
         }
     }
     page().cmbPrjFont.pick(0);
@@ -215,7 +215,7 @@ TEST_F(CoverPageTest, ASizeThatIsNoNumberIsToldAndStays) {
 
 TEST_F(CoverPageTest, LoadShowsThePictureOfTheTable) {
     putPicture(u"楼.bmp"_s);
-    change(table, u"图片", u"楼.bmp");
+    change(coverTable, u"图片", u"楼.bmp");
     EXPECT_EQ(page().cmbPic.text(), u"楼.bmp"_s);
     EXPECT_EQ(page().Image1.picture(), pictureOf(u"楼.bmp"_s));
     EXPECT_EQ(of(u"图片"), u"楼.bmp"_s);
@@ -223,7 +223,7 @@ TEST_F(CoverPageTest, LoadShowsThePictureOfTheTable) {
 }
 
 TEST_F(CoverPageTest, LoadOfAPictureThatIsGoneBlanksItsNameWithoutAWord) {
-    change(table, u"图片", u"楼.bmp");
+    change(coverTable, u"图片", u"楼.bmp");
     EXPECT_EQ(page().cmbPic.text(), u"楼.bmp"_s);
     EXPECT_EQ(of(u"图片"), QString());
     EXPECT_EQ(page().Image1.picture(), QString());
@@ -232,7 +232,7 @@ TEST_F(CoverPageTest, LoadOfAPictureThatIsGoneBlanksItsNameWithoutAWord) {
 
 TEST_F(CoverPageTest, ErasingTheNameClearsTheFieldAtOnceAndThePictureAtTheLast) {
     putPicture(u"楼.bmp"_s);
-    change(table, u"图片", u"楼.bmp");
+    change(coverTable, u"图片", u"楼.bmp");
     page().cmbPic.type(u"楼.bm"_s);
     EXPECT_EQ(of(u"图片"), QString());
     EXPECT_EQ(page().Image1.picture(), pictureOf(u"楼.bmp"_s));
@@ -247,10 +247,10 @@ TEST_F(CoverPageTest, ChangingTheNameWritesItAloneAndWithoutARowMakesNone) {
     page().cmbPic.setText(u" 楼.bmp "_s);
     EXPECT_EQ(of(u"图片"), u"楼.bmp"_s);
     EXPECT_EQ(of(u"工程名称"), u"工程名称"_s);
-    empty(table);
+    empty(coverTable);
     page().cmbPic.setText(QString());
-    EXPECT_EQ(rowCount(table), 0);
-    drop(table);
+    EXPECT_EQ(rowCount(coverTable), 0);
+    drop(coverTable);
     page().cmbPic.setText(u"楼.bmp"_s);
     EXPECT_EQ(page().Image1.picture(), pictureOf(u"楼.bmp"_s));
     EXPECT_TRUE(messages.shown.empty());
@@ -279,12 +279,12 @@ TEST_F(CoverPageTest, BrowsingToAFileOfTheSameNameOverwritesTheCopyInTheFolder) 
 TEST_F(CoverPageTest, BrowsingToAListedFileDoesNothingAtAll) {
     browse(u"楼.jpg"_s, "first");
     browse(u"路.jpg"_s);
-    const QString before = dump(table);
+    const QString before = dump(coverTable);
     page().TxtPrjName.type(u"未离开"_s);
     browse(u"楼.jpg"_s, "second");
     EXPECT_EQ(folder.read(u"Sys/图片库/楼.jpg"_s), "first");
     EXPECT_EQ(page().cmbPic.text(), u"路.jpg"_s);
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(coverTable), before);
 }
 
 TEST_F(CoverPageTest, ASixthPictureDropsTheSecondAndStaysUncopiedThoughItsNameIsStored) {
@@ -302,11 +302,11 @@ TEST_F(CoverPageTest, ASixthPictureDropsTheSecondAndStaysUncopiedThoughItsNameIs
 
 TEST_F(CoverPageTest, LeavingThePickerWithoutAFileDoesNothing) {
     page();
-    const QString before = dump(table);
+    const QString before = dump(coverTable);
     page().TxtPrjName.type(u"未离开"_s);
     dialogs.chosen.reset();
     page().cmdBrowse.click();
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(coverTable), before);
     EXPECT_TRUE(page().cmbPic.entries().isEmpty());
     EXPECT_TRUE(messages.shown.empty());
 }
@@ -333,7 +333,7 @@ TEST_F(CoverPageTest, PickingAListedPictureStoresTheCoverAndShowsItIfItsFileIsTh
 
 TEST_F(CoverPageTest, AFailureOfTheStoreIsToldOnceByEachControl) {
     page();
-    drop(table);
+    drop(coverTable);
     page().TxtPrjName.leave();
     page().cmbPrjFont.pick(0);
     page().cmbOffSize.pick(0);

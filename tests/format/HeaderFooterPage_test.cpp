@@ -9,12 +9,12 @@ using namespace Qt::StringLiterals;
 namespace qvnd::format {
 namespace {
 
-const QString table = u"页眉页脚表"_s;
+const QString headerTable = u"页眉页脚表"_s;
 
 class HeaderFooterPageTest : public testing::Test, protected test::FormatWorld {
 protected:
     HeaderFooterPage& page() { return form().headerFooter; }
-    QString of(QStringView field) { return value(table, field); }
+    QString of(QStringView field) { return value(headerTable, field); }
     void pick(ComboBox& box, const QString& entry) { box.pick(box.entries().indexOf(entry)); }
 
     struct Case {
@@ -32,11 +32,11 @@ protected:
 };
 
 TEST_F(HeaderFooterPageTest, LoadShowsTheRow) {
-    change(table, u"页眉位置", u"左");
-    change(table, u"页脚位置", u"右");
-    change(table, u"制表样式", u"无");
-    change(table, u"显示级别", 5);
-    change(table, u"是否带页脚", u"否");
+    change(headerTable, u"页眉位置", u"左");
+    change(headerTable, u"页脚位置", u"右");
+    change(headerTable, u"制表样式", u"无");
+    change(headerTable, u"显示级别", 5);
+    change(headerTable, u"是否带页脚", u"否");
     EXPECT_TRUE(page().chkHeader.checked());
     EXPECT_EQ(page().TxtHeaderCon.text(), u"页眉"_s);
     EXPECT_EQ(page().cmbHeaderFont.text(), u"仿宋_GB2312"_s);
@@ -53,19 +53,19 @@ TEST_F(HeaderFooterPageTest, LoadShowsTheRow) {
 }
 
 TEST_F(HeaderFooterPageTest, LoadChangesNothingButTheRightAlignment) {
-    change(table, u"是否右对齐", u"是");
-    change(table, u"是否带页眉", u"否");
-    const QString before = dump(table);
+    change(headerTable, u"是否右对齐", u"是");
+    change(headerTable, u"是否带页眉", u"否");
+    const QString before = dump(headerTable);
     page();
-    EXPECT_EQ(dump(table), before);
-    change(table, u"是否右对齐", u"否");
+    EXPECT_EQ(dump(headerTable), before);
+    change(headerTable, u"是否右对齐", u"否");
     dialog.Unload();
     EXPECT_TRUE(page().chkPageRight.checked());
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(headerTable), before);
 }
 
 TEST_F(HeaderFooterPageTest, WithoutARowLoadFallsBackAndWritesNothing) {
-    empty(table);
+    empty(headerTable);
     EXPECT_EQ(page().TxtHeaderCon.text() + page().TxtFooterCon.text(), QString());
     EXPECT_EQ(page().cmbPageSign.text(), u"......"_s);
     for (const ComboBox* font : {&page().cmbHeaderFont, &page().cmbFooterFont}) {
@@ -81,7 +81,7 @@ TEST_F(HeaderFooterPageTest, WithoutARowLoadFallsBackAndWritesNothing) {
     }
     EXPECT_TRUE(page().optHeaderMiddle.value());
     EXPECT_TRUE(page().optFooterMiddle.value());
-    EXPECT_EQ(rowCount(table), 0);
+    EXPECT_EQ(rowCount(headerTable), 0);
 }
 
 TEST_F(HeaderFooterPageTest, EachControlWritesItsField) {
@@ -165,9 +165,9 @@ TEST_F(HeaderFooterPageTest, AHeaderOptionWritesNothingWhileUnselectedAndAFooter
 }
 
 TEST_F(HeaderFooterPageTest, WithoutARowAClickMakesItOfFixedWordsWithoutTheUsersChoice) {
-    empty(table);
+    empty(headerTable);
     page().optFooterRight.click();
-    EXPECT_EQ(rowCount(table), 1);
+    EXPECT_EQ(rowCount(headerTable), 1);
     EXPECT_EQ(of(u"页脚位置"), u"中"_s);
     EXPECT_TRUE(page().optFooterRight.value());
     page().cmbPageClass.pick(2);
@@ -175,14 +175,14 @@ TEST_F(HeaderFooterPageTest, WithoutARowAClickMakesItOfFixedWordsWithoutTheUsers
 }
 
 TEST_F(HeaderFooterPageTest, WithoutARowUncheckingTheFooterStoresYes) {
-    empty(table);
+    empty(headerTable);
     page().chkfooter.click();
     EXPECT_EQ(of(u"是否带页脚"), u"是"_s);
     EXPECT_FALSE(page().chkfooter.checked());
 }
 
 TEST_F(HeaderFooterPageTest, EveryControlMakesTheMissingRowOfTheSameWordsAndItsTexts) {
-    empty(table);
+    empty(headerTable);
     page().TxtHeaderCon.type(u" 页眉文字 "_s);
     page().cmbPageSign.setText(u"———"_s);
     const std::vector<std::function<void()>> acts = {
@@ -194,9 +194,9 @@ TEST_F(HeaderFooterPageTest, EveryControlMakesTheMissingRowOfTheSameWordsAndItsT
         [&] { page().optFooterMiddle.click(); },
     };
     for (const auto& act : acts) {
-        empty(table);
+        empty(headerTable);
         act();
-        EXPECT_EQ(dump(table),
+        EXPECT_EQ(dump(headerTable),
                   u"是否带页眉=是 页眉内容=页眉文字 页眉字体=宋体 页眉字号=小四 页眉位置=中 "
                   "是否带页脚=是 页脚内容= 页脚字体=宋体 页脚字号=小四 页脚位置=中 是否右对齐=是 "
                   "制表样式=轻虚线 显示级别=3 是否显示页码=是"_s);
@@ -204,7 +204,7 @@ TEST_F(HeaderFooterPageTest, EveryControlMakesTheMissingRowOfTheSameWordsAndItsT
 }
 
 TEST_F(HeaderFooterPageTest, AWordOfNoLeaderKeepsTheEntryAndIsWrittenOverByIt) {
-    change(table, u"制表样式", u"波浪线");
+    change(headerTable, u"制表样式", u"波浪线");
     EXPECT_EQ(page().cmbPageSign.text(), QString());
     page().cmbPageClass.pick(0);
     EXPECT_EQ(of(u"制表样式"), u"波浪线"_s);
@@ -214,7 +214,7 @@ TEST_F(HeaderFooterPageTest, AWordOfNoLeaderKeepsTheEntryAndIsWrittenOverByIt) {
 
 TEST_F(HeaderFooterPageTest, AFailureOfTheStoreIsToldOnce) {
     page();
-    drop(table);
+    drop(headerTable);
     page().chkHeader.click();
     page().cmbHeaderFont.pick(0);
     EXPECT_EQ(messages.shown.size(), 2U);

@@ -9,24 +9,26 @@ using namespace Qt::StringLiterals;
 namespace qvnd::format {
 namespace {
 
-const QString table = u"章节设置表"_s;
+const QString headingTable = u"章节设置表"_s;
 
 class HeadingPageTest : public testing::Test, protected test::FormatWorld {
 protected:
     HeadingPage& page() { return form().headings; }
     // Shows a level as the user does.
     void show(int level) { page().cmbClass.pick(level - 1); }
-    QString of(int level, QStringView field) { return value(table, field, level - 1); }
+    QString of(int level, QStringView field) { return value(headingTable, field, level - 1); }
     void removeLevel(int level) {
         settings().Execute(u"Delete * from 章节设置表 where 级别='%1'"_s.arg(level));
     }
     // The row that was made last.
-    QString made(QStringView field) { return value(table, field, rowCount(table) - 1); }
+    QString made(QStringView field) {
+        return value(headingTable, field, rowCount(headingTable) - 1);
+    }
     void pick(ComboBox& box, const QString& entry) { box.pick(box.entries().indexOf(entry)); }
 };
 
 TEST_F(HeadingPageTest, LoadShowsTheRowOfLevelOne) {
-    change(table, u"字体", u"黑体", u"级别='1'"_s);
+    change(headingTable, u"字体", u"黑体", u"级别='1'"_s);
     EXPECT_EQ(page().cmbClass.text(), u"1"_s);
     EXPECT_EQ(page().cmbChapterFont.text(), u"黑体"_s);
     EXPECT_EQ(page().cmbChapterSize.text(), u"小四"_s);
@@ -40,19 +42,19 @@ TEST_F(HeadingPageTest, LoadShowsTheRowOfLevelOne) {
 }
 
 TEST_F(HeadingPageTest, LoadWritesBackNothingButWhatWasRead) {
-    const QString before = dump(table);
+    const QString before = dump(headingTable);
     page();
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(headingTable), before);
 }
 
 TEST_F(HeadingPageTest, LoadOfARowThatStandsElsewhereFindsItByItsLevel) {
     removeLevel(1);
-    add(settings(), table, {{u"级别"_s, u"1"_s}, {u"前缀"_s, u"卷"_s}});
+    add(settings(), headingTable, {{u"级别"_s, u"1"_s}, {u"前缀"_s, u"卷"_s}});
     EXPECT_EQ(page().Txtformer.text(), u"卷"_s);
 }
 
 TEST_F(HeadingPageTest, WithoutTheRowLoadFallsBackAndWritesNothing) {
-    empty(table);
+    empty(headingTable);
     EXPECT_EQ(page().cmbClass.text(), u"1"_s);
     EXPECT_EQ(page().cmbChapterFont.text(), u"宋体"_s);
     EXPECT_EQ(page().cmbChapterSize.text(), u"小四"_s);
@@ -62,11 +64,11 @@ TEST_F(HeadingPageTest, WithoutTheRowLoadFallsBackAndWritesNothing) {
     EXPECT_TRUE(page().optMiddle.value());
     EXPECT_TRUE(page().chkHead.checked());
     EXPECT_TRUE(page().chkIsNot.checked());
-    EXPECT_EQ(rowCount(table), 0);
+    EXPECT_EQ(rowCount(headingTable), 0);
 }
 
 TEST_F(HeadingPageTest, WithoutTheTableTheDialogOpensAndTheControlsStayAsTheyWere) {
-    drop(table);
+    drop(headingTable);
     EXPECT_EQ(page().cmbClass.text(), QString());
     EXPECT_FALSE(page().chkHead.checked());
     EXPECT_TRUE(state.FormatSwitches.gBidSetLoaded);
@@ -74,10 +76,10 @@ TEST_F(HeadingPageTest, WithoutTheTableTheDialogOpensAndTheControlsStayAsTheyWer
 }
 
 TEST_F(HeadingPageTest, WithoutAnAffixThePreviewKeepsItsFirstTextsUntilTheFirstClick) {
-    change(table, u"前缀", u"", u"级别='1'"_s);
-    change(table, u"后缀", u"", u"级别='1'"_s);
+    change(headingTable, u"前缀", u"", u"级别='1'"_s);
+    change(headingTable, u"后缀", u"", u"级别='1'"_s);
     for (const char16_t* withTitle : {u"是", u"否"}) {
-        change(table, u"带该级标题", withTitle, u"级别='1'"_s);
+        change(headingTable, u"带该级标题", withTitle, u"级别='1'"_s);
         dialog.Unload();
         EXPECT_EQ(page().lblModel.caption(), u"第一章 标题 "_s);
         EXPECT_EQ(page().lblTree.caption(), u"第1级标题"_s);
@@ -87,12 +89,12 @@ TEST_F(HeadingPageTest, WithoutAnAffixThePreviewKeepsItsFirstTextsUntilTheFirstC
 }
 
 TEST_F(HeadingPageTest, ThePreviewOfAFallbackKeepsItsFirstTexts) {
-    empty(table);
+    empty(headingTable);
     EXPECT_EQ(page().lblModel.caption(), u"第一章 标题 "_s);
 }
 
 TEST_F(HeadingPageTest, ThePreviewIsMovedByTheAffixesOfTheLoad) {
-    change(table, u"字体", u"黑体", u"级别='1'"_s);
+    change(headingTable, u"字体", u"黑体", u"级别='1'"_s);
     EXPECT_EQ(page().lblModel.caption(), u"第一章 标题"_s);
     EXPECT_EQ(page().lblModel.fontName(), u"黑体"_s);
     EXPECT_FLOAT_EQ(page().lblModel.fontSize(), 12 * 0.7F);
@@ -140,7 +142,7 @@ TEST_F(HeadingPageTest, EachControlWritesItsFieldAndTheLevelShownAlone) {
     }
     EXPECT_EQ(of(1, u"字体") + of(3, u"字体"), others);
     EXPECT_EQ(of(1, u"前缀"), u"第"_s);
-    EXPECT_EQ(rowCount(table), 9);
+    EXPECT_EQ(rowCount(headingTable), 9);
 }
 
 TEST_F(HeadingPageTest, TheNarrowControlsWriteTheirOneFieldAndNoOther) {
@@ -203,7 +205,7 @@ TEST_F(HeadingPageTest, TheSampleIsWrittenWithTheNumberingThatBelongsToIt) {
 TEST_F(HeadingPageTest, TheSampleSmallAMakesAMissingRowWithAStyleThatGenerationDoesNotKnow) {
     removeLevel(1);
     pick(page().cmbMiddle, u"a"_s);
-    EXPECT_EQ(rowCount(table), 9);
+    EXPECT_EQ(rowCount(headingTable), 9);
     EXPECT_EQ(made(u"中缀"), u"a"_s);
     EXPECT_EQ(made(u"序号标志"), u"a型"_s);
     pick(page().cmbMiddle, u"a"_s);
@@ -211,7 +213,7 @@ TEST_F(HeadingPageTest, TheSampleSmallAMakesAMissingRowWithAStyleThatGenerationD
 }
 
 TEST_F(HeadingPageTest, ASampleThatIsNoneOfTheListLeavesTheNumberingAsItWas) {
-    change(table, u"中缀", u"甲", u"级别='1'"_s);
+    change(headingTable, u"中缀", u"甲", u"级别='1'"_s);
     page().chkHead.click();
     page().cmbChapterFont.pick(0);
     EXPECT_EQ(of(1, u"中缀"), u"甲"_s);
@@ -219,11 +221,11 @@ TEST_F(HeadingPageTest, ASampleThatIsNoneOfTheListLeavesTheNumberingAsItWas) {
 }
 
 TEST_F(HeadingPageTest, ShowingALevelTakesItsRowAndComposesThePreview) {
-    change(table, u"字体", u"黑体", u"级别='5'"_s);
-    change(table, u"字号", u"二号", u"级别='5'"_s);
-    change(table, u"位置", u"右", u"级别='5'"_s);
+    change(headingTable, u"字体", u"黑体", u"级别='5'"_s);
+    change(headingTable, u"字号", u"二号", u"级别='5'"_s);
+    change(headingTable, u"位置", u"右", u"级别='5'"_s);
     page();
-    const QString before = dump(table);
+    const QString before = dump(headingTable);
     show(5);
     EXPECT_EQ(page().cmbChapterFont.text(), u"黑体"_s);
     EXPECT_EQ(page().cmbChapterSize.text(), u"二号"_s);
@@ -236,12 +238,12 @@ TEST_F(HeadingPageTest, ShowingALevelTakesItsRowAndComposesThePreview) {
     EXPECT_EQ(page().lblModel.fontName(), u"黑体"_s);
     EXPECT_FLOAT_EQ(page().lblModel.fontSize(), 22 * 0.7F);
     EXPECT_EQ(page().lblModel.alignment(), TextAlign::right);
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(headingTable), before);
 }
 
 TEST_F(HeadingPageTest, ARowWithoutAPositionLeavesTheOptionShownBefore) {
-    change(table, u"位置", u"右", u"级别='1'"_s);
-    change(table, u"位置", u"", u"级别='2'"_s);
+    change(headingTable, u"位置", u"右", u"级别='1'"_s);
+    change(headingTable, u"位置", u"", u"级别='2'"_s);
     page();
     show(2);
     EXPECT_TRUE(page().optRight.value());
@@ -250,7 +252,7 @@ TEST_F(HeadingPageTest, ARowWithoutAPositionLeavesTheOptionShownBefore) {
 
 TEST_F(HeadingPageTest, AMissingLevelIsMadeByTheFirstBoxThatReallyChanges) {
     removeLevel(4);
-    change(table, u"位置", u"左", u"级别='1'"_s);
+    change(headingTable, u"位置", u"左", u"级别='1'"_s);
     page();
     show(4);
     EXPECT_EQ(page().Txtformer.text(), QString());
@@ -258,7 +260,7 @@ TEST_F(HeadingPageTest, AMissingLevelIsMadeByTheFirstBoxThatReallyChanges) {
     EXPECT_TRUE(page().optMiddle.value());
     EXPECT_TRUE(page().chkHead.checked());
     EXPECT_TRUE(page().chkIsNot.checked());
-    EXPECT_EQ(rowCount(table), 9);
+    EXPECT_EQ(rowCount(headingTable), 9);
     EXPECT_EQ(made(u"级别"), u"4"_s);
     EXPECT_EQ(made(u"位置"), u"中"_s);
     EXPECT_EQ(made(u"中缀"), u"一"_s);
@@ -270,9 +272,9 @@ TEST_F(HeadingPageTest, AMissingLevelIsNotMadeWhenNoBoxReallyChanges) {
     removeLevel(4);
     page();
     show(4);
-    EXPECT_EQ(rowCount(table), 8);
+    EXPECT_EQ(rowCount(headingTable), 8);
     page().chkHead.click();
-    EXPECT_EQ(rowCount(table), 9);
+    EXPECT_EQ(rowCount(headingTable), 9);
     EXPECT_EQ(made(u"置页头"), u"否"_s);
     EXPECT_EQ(made(u"序号标志"), u"一型"_s);
 }
@@ -288,7 +290,7 @@ TEST_F(HeadingPageTest, TheTitleIsLeftOutOfThePreviewByTheClickOnItsBoxAlone) {
 }
 
 TEST_F(HeadingPageTest, MultiLevelNumberingIsAFlagAndOpensItsButton) {
-    const QString before = dump(table);
+    const QString before = dump(headingTable);
     EXPECT_FALSE(page().Command1.enabled());
     page().chkMultLevel.click();
     EXPECT_TRUE(state.FormatSwitches.gMultLevelOn);
@@ -296,7 +298,7 @@ TEST_F(HeadingPageTest, MultiLevelNumberingIsAFlagAndOpensItsButton) {
     page().chkMultLevel.click();
     EXPECT_FALSE(state.FormatSwitches.gMultLevelOn);
     EXPECT_FALSE(page().Command1.enabled());
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(headingTable), before);
 }
 
 TEST_F(HeadingPageTest, AfterTheCloseBoxTheFlagOfMultiLevelNumberingStaysWhileItsBoxIsUnchecked) {
@@ -308,11 +310,11 @@ TEST_F(HeadingPageTest, AfterTheCloseBoxTheFlagOfMultiLevelNumberingStaysWhileIt
 
 TEST_F(HeadingPageTest, AFailureOfTheStoreIsToldOnceAndTheDialogGoesOn) {
     page();
-    drop(table);
+    drop(headingTable);
     page().cmbChapterFont.pick(1);
     page().chkHead.click();
     ASSERT_EQ(messages.shown.size(), 2U);
-    EXPECT_TRUE(messages.shown[0].text.contains(table));
+    EXPECT_TRUE(messages.shown[0].text.contains(headingTable));
     EXPECT_EQ(messages.shown[0].title, QString());
 }
 

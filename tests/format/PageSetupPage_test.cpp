@@ -9,8 +9,8 @@ using namespace Qt::StringLiterals;
 namespace qvnd::format {
 namespace {
 
-const QString table = u"页面设置表"_s;
-const QString outside = u"对不起，该范围必须在-55.87-55.87之间！"_s;
+const QString pageTable = u"页面设置表"_s;
+const QString outsideOfPage = u"对不起，该范围必须在-55.87-55.87之间！"_s;
 
 class PageSetupPageTest : public testing::Test, protected test::FormatWorld {
 protected:
@@ -25,7 +25,7 @@ protected:
                 {page().TxtBind, u"装订距离"},        {page().Txtheader, u"距页眉"},
                 {page().TxtFooter, u"距页脚"}};
     }
-    QString of(QStringView field) { return value(table, field); }
+    QString of(QStringView field) { return value(pageTable, field); }
     static void enter(TextBox& box, const QString& text) {
         box.type(text);
         box.leave();
@@ -33,9 +33,9 @@ protected:
 };
 
 TEST_F(PageSetupPageTest, LoadShowsTheRowAndChangesNothing) {
-    change(table, u"页边距左", 2.54F);
-    change(table, u"装订位置", u"顶");
-    const QString before = dump(table);
+    change(pageTable, u"页边距左", 2.54F);
+    change(pageTable, u"装订位置", u"顶");
+    const QString before = dump(pageTable);
     EXPECT_EQ(page().txtPageupdis.text(), u"1.5"_s);
     EXPECT_EQ(page().TxtPageDownDis.text(), u"1.5"_s);
     EXPECT_EQ(page().TxtPageLeftDis.text(), u"2.54"_s);
@@ -46,12 +46,12 @@ TEST_F(PageSetupPageTest, LoadShowsTheRowAndChangesNothing) {
     EXPECT_EQ(page().cmbTextSize.text(), u"小四"_s);
     EXPECT_EQ(page().Txtheader.text(), u"1"_s);
     EXPECT_EQ(page().TxtFooter.text(), u"1"_s);
-    EXPECT_EQ(dump(table), before);
+    EXPECT_EQ(dump(pageTable), before);
 }
 
 TEST_F(PageSetupPageTest, WithoutATopMarginTheRightOneStaysAsItWasHoweverItReads) {
-    change(table, u"页边距上", jet::Value());
-    change(table, u"页边距右", 3.0F);
+    change(pageTable, u"页边距上", jet::Value());
+    change(pageTable, u"页边距右", 3.0F);
     EXPECT_EQ(page().txtPageupdis.text(), QString());
     EXPECT_EQ(page().TxtPageRightdis.text(), QString());
     EXPECT_EQ(page().TxtPageDownDis.text(), u"1.5"_s);
@@ -59,13 +59,13 @@ TEST_F(PageSetupPageTest, WithoutATopMarginTheRightOneStaysAsItWasHoweverItReads
 }
 
 TEST_F(PageSetupPageTest, AnySideOfTheGutterButTheSideIsTheTop) {
-    change(table, u"装订位置", u"别处");
+    change(pageTable, u"装订位置", u"别处");
     EXPECT_TRUE(page().optTop.value());
     EXPECT_EQ(of(u"装订位置"), u"顶"_s);
 }
 
 TEST_F(PageSetupPageTest, WithoutARowLoadFallsBackAndWritesNothing) {
-    empty(table);
+    empty(pageTable);
     for (TextBox* box : {&page().txtPageupdis, &page().TxtPageDownDis, &page().TxtPageLeftDis,
                          &page().TxtPageRightdis, &page().Txtheader, &page().TxtFooter}) {
         EXPECT_EQ(box->text(), u"2.5"_s);
@@ -74,7 +74,7 @@ TEST_F(PageSetupPageTest, WithoutARowLoadFallsBackAndWritesNothing) {
     EXPECT_EQ(page().cmbTextFont.text(), u"宋体"_s);
     EXPECT_EQ(page().cmbTextSize.text(), u"小四"_s);
     EXPECT_TRUE(page().optSide.value());
-    EXPECT_EQ(rowCount(table), 0);
+    EXPECT_EQ(rowCount(pageTable), 0);
     EXPECT_TRUE(messages.shown.empty());
 }
 
@@ -105,15 +105,15 @@ TEST_F(PageSetupPageTest, TheLimitsPassInEachBox) {
 TEST_F(PageSetupPageTest, ALengthOutsideIsToldTheBoxShowsZeroAndNothingIsWritten) {
     for (const Box& each : boxes()) {
         for (const auto& wrong : {u"55.88"_s, u"-55.88"_s, u"100"_s}) {
-            const QString before = dump(table);
+            const QString before = dump(pageTable);
             messages.shown.clear();
             enter(each.box, wrong);
             ASSERT_EQ(messages.shown.size(), 1U) << each.box.name().toStdString();
-            EXPECT_EQ(messages.shown[0].text, outside);
+            EXPECT_EQ(messages.shown[0].text, outsideOfPage);
             EXPECT_EQ(messages.shown[0].icon, desktop::Icon::exclamation);
             EXPECT_EQ(messages.shown[0].title, u"警告"_s);
             EXPECT_EQ(each.box.text(), u"0"_s);
-            EXPECT_EQ(dump(table), before);
+            EXPECT_EQ(dump(pageTable), before);
             each.box.type(u"1"_s);
         }
     }
@@ -158,7 +158,7 @@ TEST_F(PageSetupPageTest, AnythingMayBeTypedUntilTheFocusLeaves) {
 
 TEST_F(PageSetupPageTest, TheProblemOfABoxIsKnownBeforeTheFocusLeaves) {
     page().TxtBind.type(u"56"_s);
-    EXPECT_EQ(page().TxtBind.problem(), outside);
+    EXPECT_EQ(page().TxtBind.problem(), outsideOfPage);
     page().TxtBind.type(QString());
     EXPECT_FALSE(page().TxtBind.problem().isEmpty());
     page().TxtBind.type(u" 2.5 "_s);
@@ -178,7 +178,7 @@ TEST_F(PageSetupPageTest, FontSizeAndGutterSideAreWrittenAtOnce) {
 }
 
 TEST_F(PageSetupPageTest, WithoutARowEveryControlTellsTheErrorAndMakesNone) {
-    empty(table);
+    empty(pageTable);
     page();
     enter(page().TxtBind, u"2"_s);
     page().cmbTextFont.pick(0);
@@ -186,7 +186,7 @@ TEST_F(PageSetupPageTest, WithoutARowEveryControlTellsTheErrorAndMakesNone) {
     page().optTop.click();
     page().optSide.click();
     EXPECT_EQ(messages.shown.size(), 5U);
-    EXPECT_EQ(rowCount(table), 0);
+    EXPECT_EQ(rowCount(pageTable), 0);
 }
 
 class ChildDocuments : public testing::Test, protected test::FormatWorld {

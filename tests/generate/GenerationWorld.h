@@ -23,6 +23,14 @@ public:
     QString indent = QStringLiteral("2");
 };
 
+// What the log holds behind an error or a stop: generation lets go of the word processor.
+inline constexpr const char* stopPath = R"(events
+ActiveDocument.Close
+Application.Quit
+Application dropped
+pointer normal
+)";
+
 // A plan 工程 in a temporary work space, settings of a first installation, and everything that
 // generation reaches for, all writing into one log. Paths in the log are relative to the work
 // space: app, work, plans.

@@ -7,13 +7,6 @@ using qvnd::generate::BuildOutcome;
 
 namespace {
 
-const char* const stopPath = R"(events
-ActiveDocument.Close
-Application.Quit
-Application dropped
-pointer normal
-)";
-
 // The statement that fails is the cover's first font; the next one sets the size.
 class ErrorsInTheCommand : public GenerationWorld {
 protected:

@@ -6,13 +6,6 @@ using qvnd::generate::BuildOutcome;
 
 namespace {
 
-const char* const stopPath = R"(events
-ActiveDocument.Close
-Application.Quit
-Application dropped
-pointer normal
-)";
-
 class StopPoints : public GenerationWorld {
 protected:
     StopPoints() { smallPlan(); }

@@ -188,7 +188,7 @@ const Control cover[] = {
     {"TxtHeight", Act::type, "0", {"封面表.图片高度=0"}, {}},
 };
 
-const Control libraries[] = {
+const Control libraryControls[] = {
     {"lstSet",
      Act::entry,
      "0",
@@ -247,7 +247,7 @@ const Control libraries[] = {
      "chkSelf"},
 };
 
-const Control buttons[] = {
+const Control pushButtons[] = {
     {"cmdDecide",
      Act::click,
      "",
@@ -380,8 +380,8 @@ INSTANTIATE_TEST_SUITE_P(HeaderFooterContents, EveryControl,
                          testing::ValuesIn(headerFooterContents));
 INSTANTIATE_TEST_SUITE_P(PageAndOther, EveryControl, testing::ValuesIn(pageAndOther));
 INSTANTIATE_TEST_SUITE_P(Cover, EveryControl, testing::ValuesIn(cover));
-INSTANTIATE_TEST_SUITE_P(Libraries, EveryControl, testing::ValuesIn(libraries));
-INSTANTIATE_TEST_SUITE_P(Buttons, EveryControl, testing::ValuesIn(buttons));
+INSTANTIATE_TEST_SUITE_P(Libraries, EveryControl, testing::ValuesIn(libraryControls));
+INSTANTIATE_TEST_SUITE_P(Buttons, EveryControl, testing::ValuesIn(pushButtons));
 
 using BidSetTables = FormatWindow;
 
@@ -398,7 +398,7 @@ TEST_F(BidSetTables, LeaveNoControlOut) {
     add(headerFooterContents);
     add(pageAndOther);
     add(cover);
-    add(libraries);
+    add(libraryControls);
     for (const format::Control* control : world.form().controls.all()) {
         const bool onlyShows = dynamic_cast<const format::Label*>(control) ||
                                dynamic_cast<const format::Image*>(control);

@@ -131,7 +131,7 @@ struct Walked {
 };
 
 // Every window and dialog that the program has. Its texts stand in WindowTexts.h.
-const Walked windows[] = {
+const Walked walkedWindows[] = {
     {"MainForm", showEmptyFrame},
     {"frmBid", showFrame},
     {"frmBidEdit", showPlanEditor},
@@ -250,7 +250,7 @@ TEST_P(EveryWindow, ShowsTheStatedTextsAndNoOthers) {
     });
 }
 
-INSTANTIATE_TEST_SUITE_P(Walk, EveryWindow, testing::ValuesIn(windows),
+INSTANTIATE_TEST_SUITE_P(Walk, EveryWindow, testing::ValuesIn(walkedWindows),
                          [](const auto& window) { return std::string(window.param.name); });
 
 // The scale of a display is fixed when a program starts.

@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/DBEngine.h"
+#include "support/Text.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -9,12 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <ostream>
-
-// Readable texts in failure messages.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 namespace qvnd::test {
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringEncoder>
 
 #include <ostream>
 
@@ -8,3 +9,13 @@
 inline void PrintTo(const QString& text, std::ostream* out) {
     *out << '"' << text.toStdString() << '"';
 }
+
+namespace qvnd::test {
+
+// The bytes of a UTF-16 file with its mark.
+inline QByteArray utf16(const QString& text) {
+    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+    return encoder.encode(text);
+}
+
+} // namespace qvnd::test

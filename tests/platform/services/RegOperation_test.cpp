@@ -7,19 +7,14 @@
 
 #include <gtest/gtest.h>
 
-#include <QStringEncoder>
-
 using namespace qvnd;
 using namespace qvnd::registry;
+
+using test::utf16;
 
 namespace {
 
 const QString mainKey = "HKEY_LOCAL_MACHINE\\Software\\TREL\\MAIN\\PATH";
-
-QByteArray utf16(const QString& text) {
-    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
-    return encoder.encode(text);
-}
 
 RegistryFile fileOf(const QString& body) {
     return RegistryFile::parse(

@@ -8,17 +8,13 @@
 
 #include <QFile>
 #include <QRandomGenerator>
-#include <QStringEncoder>
 
 using namespace qvnd;
 using namespace qvnd::registry;
 
-namespace {
+using test::utf16;
 
-QByteArray utf16(const QString& text) {
-    QStringEncoder encoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
-    return encoder.encode(text);
-}
+namespace {
 
 const QString version5 = "Windows Registry Editor Version 5.00\r\n\r\n";
 

@@ -7,7 +7,6 @@
 
 #include <QFile>
 #include <QRandomGenerator>
-#include <QStringEncoder>
 
 using namespace qvnd;
 using namespace qvnd::registry;
@@ -132,14 +131,9 @@ TEST_F(Profiles, AFileKeepsItsCodePageAndItsMalformedBytes) {
 }
 
 TEST_F(Profiles, AFileInUtf16StaysInUtf16WithItsMark) {
-    const auto utf16 = [](const QString& text) {
-        return QByteArray(
-            QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom)
-                .encode(text));
-    };
-    write(utf16("[工程]\na=上\n"));
+    write(test::utf16("[工程]\na=上\n"));
     EXPECT_TRUE(profile().WriString("b", "值"));
-    EXPECT_EQ(read(), utf16("[工程]\na=上\nb=值\n"));
+    EXPECT_EQ(read(), test::utf16("[工程]\na=上\nb=值\n"));
 }
 
 TEST_F(Profiles, AnEmptyValueIsWrittenAndReadAsTheDefault) {
