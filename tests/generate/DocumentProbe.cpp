@@ -162,13 +162,13 @@ double DocumentProbe::indentOf(const QString& text) const {
 
 // The story is read as if it were a document's main one.
 QString DocumentProbe::storyOf(word::HeaderKind kind) const {
-    const auto& story = data_.headers.at(0)[static_cast<std::size_t>(kind)];
-    if (!story) {
+    const word::SlicedText& story = data_.headers.at(0)[static_cast<std::size_t>(kind)];
+    if (story.empty()) {
         return u"none"_s;
     }
     word::DocumentData alone = word::readDocument(file_);
-    alone.main = *story;
-    alone.sections = {{story->size(), word::PropertyListId::empty}};
+    alone.main = *word::joined(story);
+    alone.sections = {{alone.main.size(), word::PropertyListId::empty}};
     alone.headers.resize(1);
     const preview::DocumentReading reading = preview::ownReading(alone);
     QString found = u"empty"_s;
@@ -184,9 +184,8 @@ QString DocumentProbe::storyOf(word::HeaderKind kind) const {
 }
 
 int DocumentProbe::pageNumberSide() const {
-    for (const auto& story : data_.headers.at(0)) {
-        for (const word::ParagraphRun& run :
-             story ? story->paragraphs : std::vector<word::ParagraphRun>{}) {
+    for (const word::SlicedText& text : data_.headers.at(0)) {
+        for (const word::ParagraphRun& run : word::joined(text)->paragraphs) {
             const auto place =
                 word::findSprm(data_.tables.lists[run.properties], word::sprm::PDxaAbs);
             if (place) {

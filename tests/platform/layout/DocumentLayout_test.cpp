@@ -183,7 +183,7 @@ TEST_F(Pages, HeadersStandOnEachPageAndPushTheTextDown) {
     paragraphs(12);
     document.headers.resize(1);
     document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
-        story(u"眉\r眉\r眉\r");
+        word::slicesOf(story(u"眉\r眉\r眉\r"));
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[1]).substr(0, 3), u"眉眉眉");
@@ -195,7 +195,8 @@ TEST_F(Pages, ATitlePageHasHeadersOfItsOwn) {
     paragraphs(12);
     document.sections[0].properties = intern(withSprm8(section(), sprm::SFTitlePage, 1));
     document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] = story(u"眉\r");
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
+        word::slicesOf(story(u"眉\r"));
     const auto found = pages();
     EXPECT_EQ(textOf(found[0])[0], u'一');
     EXPECT_EQ(textOf(found[1])[0], u'眉');
@@ -207,7 +208,8 @@ TEST_F(Pages, APageFieldShowsTheNumberOfItsPage) {
                                u"9\x15\r");
     footer.fields = {{0, 0x13, 0x21}, {5, 0x14, 0}, {7, 0x15, 0}};
     document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] = footer;
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] =
+        word::slicesOf(footer);
     const auto found = pages();
     EXPECT_EQ(textOf(found[0])[0], u'1');
     EXPECT_EQ(textOf(found[1])[0], u'2');

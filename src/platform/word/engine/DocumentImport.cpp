@@ -184,7 +184,8 @@ NewNames renamed(std::vector<Bookmark>& bookmarks, BookmarkNames& names) {
 }
 
 bool hasHeaders(const HeaderSet& set) {
-    return std::any_of(set.begin(), set.end(), [](const auto& header) { return bool(header); });
+    return std::any_of(set.begin(), set.end(),
+                       [](const SlicedText& header) { return !header.empty(); });
 }
 
 // Brings the stories of one source in, one after another.
@@ -254,10 +255,11 @@ public:
              ++i) {
             HeaderSet& set = result.emplace_back();
             for (std::size_t kind = 0; kind < set.size(); ++kind) {
-                if (const std::optional<Story>& header = source_.headers[i][kind]) {
+                if (const SlicedText& header = source_.headers[i][kind]; !header.empty()) {
                     StoryEdits edits;
-                    set[kind] = imported(*header, {}, false, edits);
-                    bringAnchored(set[kind]->anchors);
+                    Story brought = imported(*joined(header), {}, false, edits);
+                    bringAnchored(brought.anchors);
+                    set[kind] = slicesOf(std::move(brought));
                 }
             }
         }

@@ -46,7 +46,7 @@ private:
     bool bringsHeaders(std::size_t section) const {
         return section < text_.headers.size() &&
                std::any_of(text_.headers[section].begin(), text_.headers[section].end(),
-                           [](const auto& header) { return bool(header); });
+                           [](const SlicedText& header) { return !header.empty(); });
     }
 
     void prepareSections() {
@@ -176,9 +176,9 @@ private:
         const std::size_t rest = sections.indexAt(at_ + text_.text->size());
         for (std::size_t i = 0; i < std::min(breaks, text_.headers.size()); ++i) {
             for (std::size_t kind = 0; kind < text_.headers[i].size(); ++kind) {
-                if (std::optional<Story>& header = text_.headers[i][kind]) {
+                if (SlicedText& header = text_.headers[i][kind]; !header.empty()) {
                     sections.bringHeader(sections.indexAt(at), rest, static_cast<HeaderKind>(kind),
-                                         std::move(*header));
+                                         std::move(header));
                 }
             }
             at += text_.sections[i].length;

@@ -84,10 +84,8 @@ public:
             open(section.properties);
         }
         for (HeaderSet& set : data_.headers) {
-            for (std::optional<Story>& header : set) {
-                if (header) {
-                    open(*header);
-                }
+            for (SlicedText& header : set) {
+                open(header);
             }
         }
         nameBookmarks();
@@ -113,6 +111,12 @@ private:
         Story opened = *story;
         open(opened);
         story = std::make_shared<const Story>(std::move(opened));
+    }
+
+    void open(SlicedText& text) {
+        for (StorySlice& slice : text) {
+            open(slice.fragment);
+        }
     }
 
     void open(ListLevel& level) {

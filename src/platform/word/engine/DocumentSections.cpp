@@ -42,7 +42,7 @@ std::size_t DocumentSections::headerOwner(std::size_t index, HeaderKind kind) co
     for (; index > 0; --index) {
         const Origin origin = origins_[index][at];
         returned = returned || origin == Origin::returned;
-        const bool own = headers_[index][at] && origin != Origin::returned;
+        const bool own = !headers_[index][at].empty() && origin != Origin::returned;
         if (own && !(returned && origin == Origin::brought)) {
             break;
         }
@@ -51,25 +51,25 @@ std::size_t DocumentSections::headerOwner(std::size_t index, HeaderKind kind) co
 }
 
 void DocumentSections::bringHeader(std::size_t index, std::size_t behind, HeaderKind kind,
-                                   Story header) {
+                                   SlicedText header) {
     const auto at = static_cast<std::size_t>(kind);
-    std::optional<Story>& own = headers_[index][at];
-    if (!headers_[behind][at]) {
-        const bool ofDocument = own && origins_[index][at] == Origin::document;
-        headers_[behind][at] = ofDocument ? std::move(own) : std::nullopt;
+    SlicedText& own = headers_[index][at];
+    if (headers_[behind][at].empty()) {
+        const bool ofDocument = !own.empty() && origins_[index][at] == Origin::document;
+        headers_[behind][at] = ofDocument ? std::move(own) : SlicedText{};
         origins_[behind][at] = ofDocument ? Origin::document : Origin::returned;
     }
     own = std::move(header);
     origins_[index][at] = Origin::brought;
 }
 
-void DocumentSections::fillReturned(const Story& blank) {
+void DocumentSections::fillReturned(const SlicedText& blank) {
     for (std::size_t index = 0; index < headers_.size(); ++index) {
         for (std::size_t kind = 0; kind < origins_[index].size(); ++kind) {
             if (origins_[index][kind] == Origin::returned) {
                 const auto owner = headerOwner(index, static_cast<HeaderKind>(kind));
-                const std::optional<Story>& shown = headers_[owner][kind];
-                headers_[index][kind] = shown ? *shown : blank;
+                const SlicedText& shown = headers_[owner][kind];
+                headers_[index][kind] = shown.empty() ? blank : shown;
             }
         }
     }
@@ -111,7 +111,7 @@ void DocumentSections::erased(Cp start, Cp end) {
             const auto index = static_cast<std::ptrdiff_t>(place.index);
             for (std::size_t kind = 0; kind < headers_[place.index].size(); ++kind) {
                 auto& next = headers_[place.index + 1][kind];
-                if (!next) {
+                if (next.empty()) {
                     next = std::move(headers_[place.index][kind]);
                     origins_[place.index + 1][kind] = origins_[place.index][kind];
                 }

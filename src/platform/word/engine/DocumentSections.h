@@ -28,10 +28,10 @@ public:
     std::size_t headerOwner(std::size_t index, HeaderKind kind) const;
     // Gives the section a header that came with an inserted document. The section `behind` that
     // document shows again what is shown in front of it.
-    void bringHeader(std::size_t index, std::size_t behind, HeaderKind kind, Story header);
+    void bringHeader(std::size_t index, std::size_t behind, HeaderKind kind, SlicedText header);
     // Puts into sections that return to the document's headers what they show, for the writer.
     // `blank`: for those that show nothing.
-    void fillReturned(const Story& blank);
+    void fillReturned(const SlicedText& blank);
 
     // The section is cut behind a break mark: its front part becomes a section with properties of
     // its own and keeps the headers, which the rest inherits.

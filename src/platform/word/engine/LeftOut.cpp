@@ -25,12 +25,11 @@ bool showsHeaderAtTheEnd(const DocumentData& source) {
     HeaderSet shown;
     for (const HeaderSet& set : source.headers) {
         for (std::size_t kind = 0; kind < set.size(); ++kind) {
-            shown[kind] = set[kind] ? set[kind] : shown[kind];
+            shown[kind] = set[kind].empty() ? shown[kind] : set[kind];
         }
     }
-    return std::any_of(shown.begin(), shown.end(), [](const std::optional<Story>& header) {
-        return header && holdsContent(*header);
-    });
+    return std::any_of(shown.begin(), shown.end(),
+                       [](const SlicedText& header) { return holdsContent(*joined(header)); });
 }
 
 // Such a page changes how tables and pictures fit; other margins hardly do.

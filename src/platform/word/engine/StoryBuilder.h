@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/engine/StoryParts.h"
+#include "platform/word/docfile/document/StoryParts.h"
 
 #include <cstdint>
 #include <string_view>

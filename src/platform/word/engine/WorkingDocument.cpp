@@ -30,12 +30,9 @@ Story blankHeader(DocumentTables& tables) {
     return story;
 }
 
-std::vector<StorySlice> oneSlice(Story text) {
-    const Cp length = text.size();
-    return {{std::make_shared<const Story>(std::move(text)), 0, length}};
+bool isEmptyParagraph(const SlicedText& text) {
+    return lengthOf(text) == 1 && joined(text)->text == u"\r";
 }
-
-bool isEmptyParagraph(const Story& story) { return story.text == u"\r"; }
 
 } // namespace
 
@@ -53,27 +50,34 @@ void WorkingDocument::addBookmark(Bookmark bookmark) {
     content_.bookmarks.push_back(std::move(bookmark));
 }
 
-WorkingDocument::HeaderUnderWork::HeaderUnderWork(Story text)
-    : slices(oneSlice(std::move(text))), story(slices) {}
-
 WorkingStory& WorkingDocument::header(std::size_t section, HeaderKind kind) {
     const std::size_t owner = sections_.headerOwner(section, kind);
-    auto& open = headers_[{owner, kind}];
-    if (!open) {
-        const auto& stored = content_.headers[owner][static_cast<std::size_t>(kind)];
-        open = std::make_unique<HeaderUnderWork>(
-            stored && stored->size() > 0 ? *stored : emptyHeader(content_.tables, kind));
+    if (const auto open = openHeaders_.find({owner, kind}); open != openHeaders_.end()) {
+        return open->second;
     }
-    return open->story;
+    SlicedText& text = content_.headers[owner][static_cast<std::size_t>(kind)];
+    if (text.empty() || text.front().fragment == blankHeader_) {
+        text = slicesOf(emptyHeader(content_.tables, kind));
+    }
+    return openHeaders_.try_emplace({owner, kind}, text).first->second;
+}
+
+SlicedText WorkingDocument::blank() {
+    if (!blankHeader_) {
+        blankHeader_ = std::make_shared<const Story>(blankHeader(content_.tables));
+    }
+    return slicesOf(blankHeader_);
 }
 
 // A header without text stands in the normal style: its own would show the style's line.
-void WorkingDocument::storeHeaders() {
-    for (const auto& [key, open] : headers_) {
-        auto& stored = content_.headers[key.first][static_cast<std::size_t>(key.second)];
-        Story text = open->story.flattened();
-        stored = isEmptyParagraph(text) ? blankHeader(content_.tables) : std::move(text);
+void WorkingDocument::closeHeaders() {
+    for (auto& [key, open] : openHeaders_) {
+        SlicedText& text = content_.headers[key.first][static_cast<std::size_t>(key.second)];
+        if (isEmptyParagraph(text)) {
+            text = blank();
+        }
     }
+    openHeaders_.clear();
 }
 
 void WorkingDocument::setTitlePage(std::size_t section, bool titlePage) {
@@ -83,22 +87,17 @@ void WorkingDocument::setTitlePage(std::size_t section, bool titlePage) {
     sections_.setProperties(section, lists.intern(list));
     for (const HeaderKind kind : {HeaderKind::firstHeader, HeaderKind::firstFooter}) {
         auto& stored = content_.headers[section][static_cast<std::size_t>(kind)];
-        if (titlePage && !stored) {
-            stored = blankHeader(content_.tables);
+        if (titlePage && stored.empty()) {
+            stored = blank();
         }
     }
 }
 
 const DocumentContent& WorkingDocument::content() {
-    storeHeaders();
-    sections_.fillReturned(blankHeader(content_.tables));
+    closeHeaders();
+    sections_.fillReturned(blank());
     main_.seal();
     return content_;
-}
-
-void WorkingDocument::closeHeaders() {
-    storeHeaders();
-    headers_.clear();
 }
 
 // Whose header is whose may change with the sections, so none stays open.

@@ -29,7 +29,8 @@ public:
     void addBookmark(Bookmark bookmark);
 
     // The header or footer that the section shows; an empty paragraph in the style of headers or
-    // footers where there is none yet. Valid until the main story's text changes.
+    // footers where there is none yet. Valid until the main story's text changes or content() is
+    // asked for.
     WorkingStory& header(std::size_t section, HeaderKind kind);
 
     // Whether the section's first page has a header and a footer of its own, empty ones at first.
@@ -39,23 +40,19 @@ public:
     const DocumentContent& content();
 
 private:
-    struct HeaderUnderWork {
-        explicit HeaderUnderWork(Story text);
-        std::vector<StorySlice> slices;
-        WorkingStory story;
-    };
     void changing(Cp at) override;
     void inserted(Cp at, Cp length) override;
     void erased(Cp start, Cp end) override;
-    void storeHeaders();
+    SlicedText blank();
     void closeHeaders();
 
     DocumentContent content_;
     BookmarkNames bookmarkNames_;
     WorkingStory main_;
     DocumentSections sections_;
-    std::map<std::pair<std::size_t, HeaderKind>, std::unique_ptr<HeaderUnderWork>> headers_;
-    Cp lastBookmarkEnd_ = 0; // no bookmark ends behind it
+    std::map<std::pair<std::size_t, HeaderKind>, WorkingStory> openHeaders_;
+    std::shared_ptr<const Story> blankHeader_; // of all headers that show nothing
+    Cp lastBookmarkEnd_ = 0;                   // no bookmark ends behind it
 };
 
 } // namespace qvnd::word

@@ -47,7 +47,7 @@ private:
 
 } // namespace
 
-WorkingStory::WorkingStory(std::vector<StorySlice>& slices, PositionObserver* observer)
+WorkingStory::WorkingStory(SlicedText& slices, PositionObserver* observer)
     : slices_(slices), observer_(observer) {
     for (const StorySlice& slice : slices_) {
         size_ += slice.length;
@@ -85,8 +85,8 @@ std::u16string WorkingStory::text(Cp start, Cp end) const {
     return result;
 }
 
-std::vector<StorySlice> WorkingStory::slicesOf(Cp start, Cp end) const {
-    std::vector<StorySlice> result;
+SlicedText WorkingStory::slicesOf(Cp start, Cp end) const {
+    SlicedText result;
     if (start >= end) {
         return result;
     }
@@ -150,14 +150,6 @@ Cp WorkingStory::paragraphEnd(Cp at) const {
         from = 0;
     }
     return size_;
-}
-
-Story WorkingStory::flattened() const {
-    Story whole;
-    for (const StorySlice& slice : slices_) {
-        appendStory(whole, partOf(*slice.fragment, slice.begin, slice.length));
-    }
-    return whole;
 }
 
 void WorkingStory::forEachParagraph(const ParagraphVisitor& visit) const {
@@ -263,6 +255,7 @@ void WorkingStory::announce(Cp at) {
 }
 
 void WorkingStory::replaceMark(Cp at, char16_t mark) {
+    announce(at);
     const std::size_t index = splitAt(at);
     splitAt(at + 1);
     StorySlice& slice = slices_[index];

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentData.h"
-#include "platform/word/engine/StoryParts.h"
+#include "platform/word/docfile/document/StoryParts.h"
 
 #include <functional>
 #include <memory>
@@ -34,7 +34,7 @@ public:
 class WorkingStory {
 public:
     // Works on `slices`, which must outlive this, as must the observer.
-    explicit WorkingStory(std::vector<StorySlice>& slices, PositionObserver* observer = nullptr);
+    explicit WorkingStory(SlicedText& slices, PositionObserver* observer = nullptr);
 
     Cp size() const { return size_; }
 
@@ -46,9 +46,7 @@ public:
     Cp paragraphStart(Cp at) const;
     // Behind the mark of the paragraph that holds the character at `at`.
     Cp paragraphEnd(Cp at) const;
-    // The whole text as one fragment of its own.
-    Story flattened() const;
-    std::vector<StorySlice> slicesOf(Cp start, Cp end) const;
+    SlicedText slicesOf(Cp start, Cp end) const;
     // Start, end behind the mark, look; in order, in time linear in the fragments.
     using ParagraphVisitor = std::function<void(Cp, Cp, const ParagraphLook&)>;
     void forEachParagraph(const ParagraphVisitor& visit) const;
@@ -84,7 +82,7 @@ private:
     Story& openFragment();
     void grown(Cp at, Cp length);
 
-    std::vector<StorySlice>& slices_;
+    SlicedText& slices_;
     PositionObserver* observer_;
     std::shared_ptr<Story> open_;
     Cp size_ = 0;

@@ -17,11 +17,12 @@ HeaderStrips::HeaderStrips(StoryReader::Shared& shared)
       facingPages_(word::readDop(shared.source.settings, word::dop::facingPages) != 0) {}
 
 // One that a section does not have is that of the section before.
-const word::Story* HeaderStrips::story(std::size_t section, word::HeaderKind kind) const {
+const word::SlicedText* HeaderStrips::shown(std::size_t section, word::HeaderKind kind) const {
     const auto& headers = shared_.source.headers;
     for (std::size_t at = std::min(section + 1, headers.size()); at-- > 0;) {
-        if (const auto& found = headers[at][static_cast<std::size_t>(kind)]) {
-            return &*found;
+        const word::SlicedText& found = headers[at][static_cast<std::size_t>(kind)];
+        if (!found.empty()) {
+            return &found;
         }
     }
     return nullptr;
@@ -33,18 +34,19 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
     const word::HeaderKind kind = page.firstPage                  ? first
                                   : facingPages_ && page.evenPage ? even
                                                                   : odd;
-    const word::Story* found = story(page.section, kind);
+    const word::SlicedText* text = shown(page.section, kind);
     Set result;
-    if (found == nullptr) {
+    if (text == nullptr) {
         return result;
     }
-    auto& composer = composers_[found];
+    auto& [story, composer] = headers_[text];
     if (!composer) {
-        composer = std::make_unique<BlockComposer>(shared_, *found);
+        story = word::joined(*text);
+        composer = std::make_unique<BlockComposer>(shared_, *story);
     }
     showsPageCount_ =
         showsPageCount_ ||
-        std::any_of(found->fields.begin(), found->fields.end(), [](const word::FieldMark& mark) {
+        std::any_of(story->fields.begin(), story->fields.end(), [](const word::FieldMark& mark) {
             return mark.character == 0x13 && mark.data == pageCountField;
         });
     composer->setPage(fields, true);

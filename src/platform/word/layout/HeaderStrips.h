@@ -32,12 +32,16 @@ public:
 private:
     Set set(const Of& page, word::HeaderKind first, word::HeaderKind even, word::HeaderKind odd,
             const PageFields& fields, const LineSetting& setting);
-    const word::Story* story(std::size_t section, word::HeaderKind kind) const;
+    const word::SlicedText* shown(std::size_t section, word::HeaderKind kind) const;
 
     StoryReader::Shared& shared_;
     bool facingPages_;
     bool showsPageCount_ = false;
-    std::map<const word::Story*, std::unique_ptr<BlockComposer>> composers_;
+    struct Header {
+        std::shared_ptr<const word::Story> story;
+        std::unique_ptr<BlockComposer> composer;
+    };
+    std::map<const word::SlicedText*, Header> headers_;
 };
 
 } // namespace qvnd::layout

@@ -359,22 +359,25 @@ TEST(DocumentReader, HeadersAreReadBySectionWithoutTheirGuard) {
     header.paragraphs = {{header.size(), 0, PropertyListId::empty}};
     header.fields = {{0, 0x13, 0x21}, {7, 0x15, 0}};
     std::vector<HeaderSet> sets(2);
-    sets[1][static_cast<std::size_t>(HeaderKind::oddFooter)] = header;
-    const EncodedHeaders encoded = encodeHeaders(sets);
+    sets[1][static_cast<std::size_t>(HeaderKind::oddFooter)] = slicesOf(header);
+    Story mark = header;
+    mark.text = u"\r";
+    mark.fields.clear();
+    const EncodedHeaders encoded = encodeHeaders(sets, std::make_shared<const Story>(mark));
+    const std::u16string part = joined(encoded.text)->text;
 
-    WordFile file = plainWordFile(u"a\x0Cz\r" + encoded.story.text + u"\r");
+    WordFile file = plainWordFile(u"a\x0Cz\r" + part + u"\r");
     file.sections = {{2, {}}, {2, {}}};
     file.lengths.text = 4;
-    file.lengths.headers = encoded.story.size();
+    file.lengths.headers = lengthOf(encoded.text);
     file.parts[FibPair::PlcfHdd] = encoded.plcfHdd;
-    file.parts[FibPair::PlcfFldHdr] = encodeFields(encoded.story.fields, encoded.story.size());
+    file.parts[FibPair::PlcfFldHdr] = encodeFields(fieldsOf(encoded.text), lengthOf(encoded.text));
     const DocumentData document = readWithoutRemarks(file);
     EXPECT_EQ(document.main.text, u"a\x0Cz\r");
     ASSERT_EQ(document.headers.size(), 2U);
-    EXPECT_FALSE(document.headers[0][3]);
-    ASSERT_TRUE(document.headers[1][3]);
-    EXPECT_EQ(document.headers[1][3]->text, header.text);
-    EXPECT_EQ(document.headers[1][3]->fields, header.fields);
+    EXPECT_TRUE(document.headers[0][3].empty());
+    EXPECT_EQ(joined(document.headers[1][3])->text, header.text);
+    EXPECT_EQ(fieldsOf(document.headers[1][3]), header.fields);
 }
 
 TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {

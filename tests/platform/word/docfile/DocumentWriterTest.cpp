@@ -287,14 +287,14 @@ TEST_F(DocumentWriterTest, ParagraphPropertiesTooLongForAPageGoToTheDataStream) 
     EXPECT_TRUE(CompoundFile::over(file()).has(u"Data"));
 }
 
-Story headerStory(ContentBuilder& builder, const std::u16string& text) {
-    return *builder.fragment({bold(text), plain(u"\r")});
+SlicedText headerText(ContentBuilder& builder, const std::u16string& text) {
+    return slicesOf(builder.fragment({bold(text), plain(u"\r")}));
 }
 
 TEST_F(DocumentWriterTest, HeadersLieBehindTheMainTextWithOneMoreParagraphMark) {
     builder.add({plain(u"text\r")});
     HeaderSet headers;
-    headers[static_cast<std::size_t>(HeaderKind::oddHeader)] = headerStory(builder, u"页眉");
+    headers[static_cast<std::size_t>(HeaderKind::oddHeader)] = headerText(builder, u"页眉");
     builder.content.headers = {headers};
     saveAs();
     const Fib block = fib();
@@ -302,23 +302,22 @@ TEST_F(DocumentWriterTest, HeadersLieBehindTheMainTextWithOneMoreParagraphMark) 
     EXPECT_EQ(pieces()[0].length, block.ccp.text + block.ccp.headers + 1);
     const DocumentData document = read();
     ASSERT_EQ(document.headers.size(), 1U);
-    ASSERT_TRUE(document.headers[0][1]);
-    EXPECT_EQ(document.headers[0][1]->text, u"页眉\r");
-    EXPECT_FALSE(document.headers[0][3]);
+    EXPECT_EQ(joined(document.headers[0][1])->text, u"页眉\r");
+    EXPECT_TRUE(document.headers[0][3].empty());
 }
 
 TEST_F(DocumentWriterTest, HeadersAreWrittenAgainOnlyWhenTheyChange) {
     HeaderSet headers;
-    headers[1] = headerStory(builder, u"页眉");
+    headers[1] = headerText(builder, u"页眉");
     builder.content.headers = {headers};
     saveAs();
     const std::size_t size = stream(u"WordDocument").size();
     save();
     EXPECT_EQ(stream(u"WordDocument").size(), size);
-    builder.content.headers[0][1] = headerStory(builder, u"另一个页眉");
+    builder.content.headers[0][1] = headerText(builder, u"另一个页眉");
     save();
     EXPECT_EQ(stream(u"WordDocument").size(), size + 3 * 512);
-    EXPECT_EQ(read().headers.at(0)[1]->text, u"另一个页眉\r");
+    EXPECT_EQ(joined(read().headers.at(0)[1])->text, u"另一个页眉\r");
     builder.content.headers.clear();
     save();
     EXPECT_EQ(fib().ccp.headers, 0U);

@@ -181,18 +181,19 @@ TEST_F(DrawingWriter, EqualPicturesAreStoredOnceAndCountTheirUses) {
 TEST_F(DrawingWriter, HeadersHaveDrawingsAndTextsOfTheirOwn) {
     add(u"body", drawingOfText(addText(u"in the body\r")));
     HeaderSet set;
-    set[1] = anchored(u"header", drawingOfText(addText(u"in the header\r")));
+    set[1] = slicesOf(anchored(u"header", drawingOfText(addText(u"in the header\r"))));
     builder.content.headers = {set};
     writer.saveAs(path, builder.content);
     const DocumentData document = read();
     EXPECT_EQ(textsOf(document), (Texts{u"in the body\r", u"in the header\r"}));
-    ASSERT_EQ(document.headers.at(0)[1]->anchors.size(), 1U);
-    EXPECT_EQ(document.headers[0][1]->anchors[0].at, 6U);
+    const std::vector<Anchor> anchors = anchorsOf(document.headers.at(0)[1]);
+    ASSERT_EQ(anchors.size(), 1U);
+    EXPECT_EQ(anchors[0].at, 6U);
 }
 
 TEST_F(DrawingWriter, ACopiedHeaderHasItsOwnShapes) {
     HeaderSet set;
-    set[1] = anchored(u"header", drawingOfText(addText(u"text\r")));
+    set[1] = slicesOf(anchored(u"header", drawingOfText(addText(u"text\r"))));
     set[3] = set[1];
     builder.content.headers = {set};
     writer.saveAs(path, builder.content);
@@ -208,7 +209,7 @@ TEST_F(DrawingWriter, MoreShapesThanAClusterHoldsAreTakenBack) {
         add(u"x", drawing());
     }
     HeaderSet set;
-    set[1] = anchored(u"header", drawing());
+    set[1] = slicesOf(anchored(u"header", drawing()));
     builder.content.headers = {set};
     writer.saveAs(path, builder.content);
     EXPECT_EQ(read().tables.drawings.size(), 1501U);

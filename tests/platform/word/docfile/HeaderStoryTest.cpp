@@ -18,22 +18,26 @@ Story storyOf(std::u16string text) {
 
 HeaderSet setWith(HeaderKind kind, std::u16string text) {
     HeaderSet set;
-    set[static_cast<std::size_t>(kind)] = storyOf(std::move(text));
+    set[static_cast<std::size_t>(kind)] = slicesOf(storyOf(std::move(text)));
     return set;
+}
+
+EncodedHeaders encoded(const std::vector<HeaderSet>& sections) {
+    return encodeHeaders(sections, std::make_shared<const Story>(storyOf(u"\r")));
 }
 
 TEST(HeaderStory, WithoutAnyHeaderThereIsNoHeaderDocument) {
     const std::vector<HeaderSet> sections(3);
-    const EncodedHeaders encoded = encodeHeaders(sections);
-    EXPECT_TRUE(encoded.story.text.empty());
-    EXPECT_TRUE(encoded.plcfHdd.empty());
+    const EncodedHeaders headers = encoded(sections);
+    EXPECT_TRUE(headers.text.empty());
+    EXPECT_TRUE(headers.plcfHdd.empty());
 }
 
 TEST(HeaderStory, SixSeparatorsThenSixStoriesASection) {
     const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r"),
                                           setWith(HeaderKind::oddFooter, u"foot\r")};
-    const EncodedHeaders encoded = encodeHeaders(sections);
-    const auto positions = decodePlc(encoded.plcfHdd, 0).positions;
+    const EncodedHeaders headers = encoded(sections);
+    const auto positions = decodePlc(headers.plcfHdd, 0).positions;
     // 6 separators, 12 stories, the end of the last one, and the one that counts for nothing.
     ASSERT_EQ(positions.size(), 20U);
     EXPECT_EQ(positions[6], 0U);
@@ -42,12 +46,12 @@ TEST(HeaderStory, SixSeparatorsThenSixStoriesASection) {
     EXPECT_EQ(positions[15], 3U); // the odd footer of section 2
     EXPECT_EQ(positions[16], 9U);
     EXPECT_EQ(positions[18], 9U); // one less than the length of the whole
-    EXPECT_EQ(encoded.story.size(), 10U);
+    EXPECT_EQ(lengthOf(headers.text), 10U);
 }
 
 TEST(HeaderStory, EveryStoryHasItsGuardParagraph) {
     const std::vector<HeaderSet> sections{setWith(HeaderKind::firstFooter, u"x\r")};
-    const Story& story = encodeHeaders(sections).story;
+    const Story story = *joined(encoded(sections).text);
     EXPECT_EQ(story.text, u"x\r\r\r");
     Cp paragraphs = 0;
     for (const ParagraphRun& run : story.paragraphs) {
@@ -60,10 +64,11 @@ TEST(HeaderStory, EveryStoryHasItsGuardParagraph) {
 
 TEST(HeaderStory, FieldsMoveWithTheirStory) {
     HeaderSet set = setWith(HeaderKind::evenHeader, u"ab\r");
-    set[3] = storyOf(u"\x13\x15\r");
-    set[3]->fields = {{0, 0x13, 0x21}, {1, 0x15, 0}};
+    Story footer = storyOf(u"\x13\x15\r");
+    footer.fields = {{0, 0x13, 0x21}, {1, 0x15, 0}};
+    set[3] = slicesOf(std::move(footer));
     const std::vector<HeaderSet> sections{set};
-    const Story& story = encodeHeaders(sections).story;
+    const Story story = *joined(encoded(sections).text);
     ASSERT_EQ(story.fields.size(), 2U);
     EXPECT_EQ(story.fields[0].at, 4U);
     EXPECT_EQ(story.text[story.fields[1].at], u'\x15');
@@ -72,9 +77,9 @@ TEST(HeaderStory, FieldsMoveWithTheirStory) {
 TEST(HeaderStory, DecodingGivesThePlacesWithoutTheGuard) {
     const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r"),
                                           setWith(HeaderKind::oddFooter, u"foot\r")};
-    const EncodedHeaders encoded = encodeHeaders(sections);
+    const EncodedHeaders headers = encoded(sections);
     int damage = 0;
-    const auto places = decodeHeaders(encoded.plcfHdd, encoded.story.size(), 2, &damage);
+    const auto places = decodeHeaders(headers.plcfHdd, lengthOf(headers.text), 2, &damage);
     ASSERT_EQ(places.size(), 2U);
     EXPECT_EQ(places[0][1], (HeaderPlace{0, 2}));
     EXPECT_FALSE(places[0][3]);
@@ -84,9 +89,9 @@ TEST(HeaderStory, DecodingGivesThePlacesWithoutTheGuard) {
 
 TEST(HeaderStory, StoriesOutsideOfTheHeaderDocumentAreLeftOutAndCounted) {
     const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r")};
-    const EncodedHeaders encoded = encodeHeaders(sections);
+    const EncodedHeaders headers = encoded(sections);
     int damage = 0;
-    const auto places = decodeHeaders(encoded.plcfHdd, 1, 1, &damage);
+    const auto places = decodeHeaders(headers.plcfHdd, 1, 1, &damage);
     ASSERT_EQ(places.size(), 1U);
     EXPECT_FALSE(places[0][1]);
     EXPECT_GT(damage, 0);

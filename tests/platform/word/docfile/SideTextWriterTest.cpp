@@ -43,7 +43,7 @@ protected:
     }
     void addHeader(const std::u16string& text) {
         HeaderSet set;
-        set[1] = *builder.fragment({plain(text + u"\r")});
+        set[1] = slicesOf(builder.fragment({plain(text + u"\r")}));
         builder.content.headers = {set};
     }
     DocumentData read() const {
@@ -110,7 +110,7 @@ TEST_F(SideTextWriter, AllPartsStandTogether) {
     writer.saveAs(path, builder.content);
     const DocumentData document = read();
     EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"c:批注\r", u"e:last\r"}));
-    EXPECT_EQ(document.headers.at(0)[1]->text, u"页眉\r");
+    EXPECT_EQ(joined(document.headers.at(0)[1])->text, u"页眉\r");
     EXPECT_EQ(document.tables.comments.at(0).author, u"王工");
     EXPECT_EQ(document.tables.comments.at(0).date, 99U);
     ASSERT_EQ(document.bookmarks.size(), 2U);

@@ -19,8 +19,8 @@ public:
         story(document_.main, "main");
         for (const HeaderSet& set : document_.headers) {
             for (const auto& header : set) {
-                if (header) {
-                    story(*header, "header");
+                if (!header.empty()) {
+                    story(*joined(header), "header");
                 }
             }
         }

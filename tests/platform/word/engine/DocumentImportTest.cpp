@@ -719,13 +719,13 @@ TEST(ImportedSections, InnerOnesComeWithTheirHeadersAndTheLastOnesStayBehind) {
     source.data.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
     source.data.sections = {{3, PropertyListId::empty}, {2, PropertyListId::empty}};
     source.data.headers.resize(2);
-    source.data.headers[0][1] = textBox(u"inner\r");
-    source.data.headers[1][1] = textBox(u"last\r");
+    source.data.headers[0][1] = slicesOf(textBox(u"inner\r"));
+    source.data.headers[1][1] = slicesOf(textBox(u"last\r"));
     ImportTarget target;
     target.import(source.data);
     ASSERT_EQ(target.last.headers.size(), 2U);
-    EXPECT_EQ(target.last.headers[0][1]->text, u"inner\r");
-    EXPECT_FALSE(target.last.headers[1][1]);
+    EXPECT_EQ(joined(target.last.headers[0][1])->text, u"inner\r");
+    EXPECT_TRUE(target.last.headers[1][1].empty());
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"文件最后一节的页眉页脚未能带入"));
 }
 
@@ -907,11 +907,11 @@ TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
     Story header = textBox(u"h\u0008\r", source.list(sprm8(sprm::CFSpec, 1)));
     header.anchors = {{1, AnchorKind::drawing, 0}};
     source.data.headers.resize(2);
-    source.data.headers[0][1] = header;
+    source.data.headers[0][1] = slicesOf(header);
     target.import(source.data);
     ASSERT_EQ(target.last.headers.size(), 2U);
     const std::vector<Anchor> anchors{{1, AnchorKind::drawing, 6}};
-    EXPECT_EQ(target.last.headers[0][1]->anchors, anchors);
+    EXPECT_EQ(anchorsOf(target.last.headers[0][1]), anchors);
 }
 
 TEST_F(ImportedDrawings, WhatOthersDrawFlatIsNotBroughtTwice) {
@@ -1006,7 +1006,7 @@ TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
     source.paragraph(u"a\u0008");
     source.data.sections = {{3, source.list(sprm8(sprm::SBOrientation, 2))}};
     source.data.headers.resize(1);
-    source.data.headers[0][1] = textBox(u"header\r");
+    source.data.headers[0][1] = slicesOf(textBox(u"header\r"));
     source.data.side.textBoxes = 2;
     source.data.textBoxes = {{1, textBox(u"in a shape\r"), {}, true}};
     EXPECT_THAT(leftOutOfOpened(source.data), ElementsAre());
@@ -1077,12 +1077,10 @@ TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {
     SourceDocument source;
     source.paragraph(u"x");
     source.data.headers.resize(1);
-    Story header;
-    header.text = u" \r";
-    source.data.headers[0][1] = header;
+    source.data.headers[0][1] = slicesOf(textBox(u" \r"));
     ImportTarget target;
     EXPECT_THAT(target.import(source.data).leftOut, IsEmpty());
-    source.data.headers[0][1]->text = u"第一章\r";
+    source.data.headers[0][1] = slicesOf(textBox(u"第一章\r"));
     EXPECT_THAT(target.import(source.data).leftOut, ElementsAre(u"文件自带的页眉页脚未能带入"));
 }
 

@@ -56,7 +56,7 @@ protected:
         std::u16string shown;
         for (const HeaderSet& set : document().change().content().headers) {
             const auto& header = set[static_cast<std::size_t>(HeaderKind::oddHeader)];
-            shown = header ? header->text : shown;
+            shown = header.empty() ? shown : joined(header)->text;
             result.push_back(shown);
         }
         return result;
@@ -64,7 +64,8 @@ protected:
     void insertWithHeader(const std::vector<PropertyListId>& formats, std::size_t section) {
         ImportedText text = sectionsOf(formats);
         text.headers.resize(formats.size());
-        text.headers[section][static_cast<std::size_t>(HeaderKind::oddHeader)] = headerOf(u"own");
+        text.headers[section][static_cast<std::size_t>(HeaderKind::oddHeader)] =
+            slicesOf(headerOf(u"own"));
         insertDocument(document().change(), static_cast<Cp>(selection().Range().Start()),
                        std::move(text));
         select(static_cast<int>(story().size() - 1), static_cast<int>(story().size() - 1));

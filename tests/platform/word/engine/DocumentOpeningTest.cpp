@@ -95,12 +95,12 @@ TEST(DocumentOpening, StylesHeadersAndTextsOfShapesAreLookedAtToo) {
     Story other = source.data.main;
     other.characters = {{other.size(), source.list(missing)}};
     source.data.headers.resize(1);
-    source.data.headers[0][1] = other;
+    source.data.headers[0][1] = slicesOf(other);
     source.data.tables.shapeTexts = {{std::make_shared<Story>(other), {}}};
     const DocumentContent content = openedDocument(std::move(source.data));
     const PropertyLists& lists = content.tables.lists;
     EXPECT_TRUE(lists[content.tables.styles.styles[0]->character].empty());
-    EXPECT_TRUE(lists[content.headers.at(0)[1]->characters.at(0).properties].empty());
+    EXPECT_TRUE(lists[joined(content.headers.at(0)[1])->characters.at(0).properties].empty());
     EXPECT_TRUE(lists[content.tables.shapeTexts.at(0).text->characters.at(0).properties].empty());
 }
 

@@ -56,6 +56,10 @@ public:
     std::vector<std::filesystem::path> asked;
 };
 
+inline word::Story wholeOf(const word::WorkingStory& story) {
+    return *word::joined(story.slicesOf(0, story.size()));
+}
+
 // An engine with one empty document, over a folder that goes with the test.
 class EngineTest : public testing::Test {
 protected:

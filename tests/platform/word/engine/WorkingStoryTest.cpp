@@ -60,10 +60,10 @@ TEST_F(WorkingStoryTest, AnchorsStayWithTheirCharactersWhereverASliceIsCut) {
     story.insertFragment(0, std::make_shared<const Story>(std::move(noted)));
     story.insertText(1, u"--", bold);
     const std::vector<Anchor> both{{0, AnchorKind::footnote, 7}, {4, AnchorKind::endnote, 8}};
-    EXPECT_EQ(story.flattened().anchors, both);
+    EXPECT_EQ(joined(slices)->anchors, both);
     story.erase(0, 2);
     const std::vector<Anchor> one{{2, AnchorKind::endnote, 8}};
-    EXPECT_EQ(story.flattened().anchors, one);
+    EXPECT_EQ(joined(slices)->anchors, one);
 }
 
 TEST_F(WorkingStoryTest, SealedFragmentsDoNotGrowAnyMore) {
@@ -133,7 +133,7 @@ TEST_F(WorkingStoryTest, ErasingAMarkJoinsTwoParagraphsUnderTheSecondOnesLook) {
 TEST_F(WorkingStoryTest, FlattenedTextIsOneSoundFragment) {
     story.insertText(4, u"---", bold);
     story.erase(2, 3);
-    const Story whole = story.flattened();
+    const Story whole = *joined(slices);
     EXPECT_EQ(whole.text, u"abc---d\r\r");
     ASSERT_EQ(whole.paragraphs.size(), 2U);
     EXPECT_EQ(whole.paragraphs[0].length, 8U);

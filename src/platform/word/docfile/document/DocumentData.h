@@ -2,7 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/docfile/document/FrameSpot.h"
-#include "platform/word/docfile/document/Story.h"
+#include "platform/word/docfile/document/SlicedText.h"
 
 #include <array>
 #include <cstdint>
@@ -28,8 +28,9 @@ enum class HeaderKind : std::uint8_t {
     firstFooter
 };
 
-// The headers and footers of one section; one that is absent is that of the section before.
-using HeaderSet = std::array<std::optional<Story>, 6>;
+// The headers and footers of one section; one without text is that of the section before. Each ends
+// in a paragraph mark.
+using HeaderSet = std::array<SlicedText, 6>;
 
 // A stretch of the main story that keeps its place in the text: a bookmark, or what a comment
 // speaks of, which has no name.
@@ -82,18 +83,10 @@ struct DocumentData {
     std::vector<std::u16string> remarks;
 };
 
-// A part of an immutable fragment of text. A story under work is a sequence of slices: inserting
-// splits one and puts new ones between, nothing is copied.
-struct StorySlice {
-    std::shared_ptr<const Story> fragment;
-    Cp begin = 0;
-    Cp length = 0;
-};
-
 // A document under work, as the writer wants it: tables, and the main story in slices.
 struct DocumentContent {
     DocumentTables tables;
-    std::vector<StorySlice> main;
+    SlicedText main;
     std::vector<SectionRun> sections;
     std::vector<HeaderSet> headers;
     std::vector<Bookmark> bookmarks;

@@ -215,11 +215,11 @@ private:
             if (places[i]) {
                 std::vector<FieldMark> own;
                 appendMarks(own, fields, places[i]->start, places[i]->length, 0);
-                set[i] = story(start + places[i]->start, places[i]->length, own);
-                appendMarks(set[i]->anchors, headerAnchors_, places[i]->start, places[i]->length,
-                            0);
-                std::erase_if(set[i]->anchors,
-                              [&](const Anchor& anchor) { return !isDrawing(*set[i], anchor.at); });
+                Story header = story(start + places[i]->start, places[i]->length, own);
+                appendMarks(header.anchors, headerAnchors_, places[i]->start, places[i]->length, 0);
+                std::erase_if(header.anchors,
+                              [&](const Anchor& anchor) { return !isDrawing(header, anchor.at); });
+                set[i] = slicesOf(std::move(header));
             }
         }
         return set;

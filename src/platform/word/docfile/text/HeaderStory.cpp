@@ -1,7 +1,6 @@
 #include "platform/word/docfile/text/HeaderStory.h"
 
 #include "platform/word/docfile/format/Plc.h"
-#include "platform/word/docfile/text/Fields.h"
 
 #include <algorithm>
 
@@ -9,48 +8,35 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t paragraphMark = 0x0D;
-
-void appendMark(Story& story) {
-    story.text.push_back(paragraphMark);
-    story.characters.push_back({1, PropertyListId::empty});
-    story.paragraphs.push_back({1, 0, PropertyListId::empty});
-}
-
-void append(Story& story, const Story& part) {
-    appendMarks(story.fields, part.fields, 0, part.size(), story.size());
-    appendMarks(story.anchors, part.anchors, 0, part.size(), story.size());
-    story.text += part.text;
-    story.characters.insert(story.characters.end(), part.characters.begin(), part.characters.end());
-    story.paragraphs.insert(story.paragraphs.end(), part.paragraphs.begin(), part.paragraphs.end());
-}
-
 bool anyHeader(std::span<const HeaderSet> sections) {
     return std::any_of(sections.begin(), sections.end(), [](const HeaderSet& set) {
-        return std::any_of(set.begin(), set.end(), [](const auto& story) { return bool(story); });
+        return std::any_of(set.begin(), set.end(),
+                           [](const SlicedText& header) { return !header.empty(); });
     });
 }
 
 } // namespace
 
-EncodedHeaders encodeHeaders(std::span<const HeaderSet> sections) {
+EncodedHeaders encodeHeaders(std::span<const HeaderSet> sections,
+                             const std::shared_ptr<const Story>& mark) {
     EncodedHeaders result;
     if (!anyHeader(sections)) {
         return result;
     }
     std::vector<std::uint32_t> positions(separatorStories, 0);
+    Cp end = 0;
     for (const HeaderSet& set : sections) {
-        for (const std::optional<Story>& header : set) {
-            positions.push_back(result.story.size());
-            if (header) {
-                append(result.story, *header);
-                appendMark(result.story);
+        for (const SlicedText& header : set) {
+            positions.push_back(end);
+            if (!header.empty()) {
+                append(result.text, header);
+                append(result.text, slicesOf(mark));
+                end += lengthOf(header) + mark->size();
             }
         }
     }
-    positions.push_back(result.story.size());
-    appendMark(result.story);
-    positions.push_back(result.story.size() + 1);
+    append(result.text, slicesOf(mark));
+    positions.insert(positions.end(), {end, end + 2});
     result.plcfHdd = encodePlc(positions, {});
     return result;
 }

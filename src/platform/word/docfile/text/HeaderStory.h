@@ -13,17 +13,18 @@ namespace qvnd::word {
 inline constexpr std::size_t separatorStories = 6;
 inline constexpr std::size_t headersPerSection = 6;
 
-// The header document as it is written: `story` is all its text (ccpHdd is story.size()), each
-// header or footer with the guard paragraph behind it that the format demands and one more
-// paragraph mark at the very end. Both are empty when no section has a header or footer.
+// The header document as it is written: each header or footer with the guard paragraph behind it
+// that the format demands, and one more paragraph mark at the very end. Both are empty when no
+// section has a header or footer.
 struct EncodedHeaders {
-    Story story;
+    SlicedText text; // its length is ccpHdd
     Bytes plcfHdd;
 };
 
 // A header or footer in `sections` ends in a paragraph mark of its own (the guard is not part
-// of it); the separators stay empty.
-EncodedHeaders encodeHeaders(std::span<const HeaderSet> sections);
+// of it); the separators stay empty. `mark`: a story of one paragraph mark, for the guards.
+EncodedHeaders encodeHeaders(std::span<const HeaderSet> sections,
+                             const std::shared_ptr<const Story>& mark);
 
 // Where a story of the header document lies, without its guard paragraph.
 struct HeaderPlace {

@@ -28,14 +28,6 @@ constexpr std::size_t associatedTexts = 18;
 // Further saves are not counted.
 constexpr int mostCountedSaves = 15;
 
-Cp lengthOf(const std::vector<StorySlice>& slices) {
-    Cp length = 0;
-    for (const StorySlice& slice : slices) {
-        length += slice.length;
-    }
-    return length;
-}
-
 std::set<Cp> endsOf(const std::vector<SectionRun>& sections) {
     std::set<Cp> ends;
     Cp end = 0;
@@ -43,22 +35,6 @@ std::set<Cp> endsOf(const std::vector<SectionRun>& sections) {
         ends.insert(ends.end(), end += section.length);
     }
     return ends;
-}
-
-std::vector<FieldMark> fieldsOf(const std::vector<StorySlice>& slices) {
-    std::vector<FieldMark> marks;
-    Cp at = 0;
-    for (const StorySlice& slice : slices) {
-        if (!slice.fragment->fields.empty()) {
-            appendMarks(marks, slice.fragment->fields, slice.begin, slice.length, at);
-        }
-        at += slice.length;
-    }
-    return marks;
-}
-
-void append(std::vector<StorySlice>& slices, const std::vector<StorySlice>& more) {
-    slices.insert(slices.end(), more.begin(), more.end());
 }
 
 // Pieces that follow each other in the file are one.
@@ -90,33 +66,28 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
     const std::vector<Anchor> anchors = anchorsOf(content.main);
     Parts parts;
     parts.main = lengthOf(content.main);
-    parts.footnotes = gatherSideText(anchors, AnchorKind::footnote, note, footnotesEnd_);
-    parts.headers = encodeHeaders(content.headers);
-    parts.comments = gatherSideText(anchors, AnchorKind::comment, comment, commentsEnd_);
-    parts.endnotes = gatherSideText(anchors, AnchorKind::endnote, note, endnotesEnd_);
-    parts.drawings = gatherDrawings(anchors, tables, shapeStories_, drawingsEnd_);
-    parts.headerDrawings =
-        gatherDrawings(parts.headers.story.anchors, tables, shapeStories_, headerDrawingsEnd_);
+    parts.footnotes = gatherSideText(anchors, AnchorKind::footnote, note, mark_);
+    parts.headers = encodeHeaders(content.headers, mark_);
+    parts.headersLength = lengthOf(parts.headers.text);
+    parts.comments = gatherSideText(anchors, AnchorKind::comment, comment, mark_);
+    parts.endnotes = gatherSideText(anchors, AnchorKind::endnote, note, mark_);
+    parts.drawings = gatherDrawings(anchors, tables, mark_);
+    parts.headerDrawings = gatherDrawings(anchorsOf(parts.headers.text), tables, mark_);
     parts.side = sideText(parts);
     return parts;
 }
 
-std::vector<StorySlice> DocumentSession::sideText(const Parts& parts) {
-    std::vector<StorySlice> side = parts.footnotes.slices;
-    if (parts.headers.story.size() != 0) {
-        // Headers that are as they were stay where they are in the file.
-        if (parts.headers.story != *headers_) {
-            headers_ = std::make_shared<const Story>(parts.headers.story);
-        }
-        side.push_back({headers_, 0, headers_->size()});
-    }
+SlicedText DocumentSession::sideText(const Parts& parts) {
+    SlicedText side = parts.footnotes.slices;
+    append(side, parts.headers.text);
     append(side, parts.comments.slices);
     append(side, parts.endnotes.slices);
     append(side, parts.drawings.slices);
     append(side, parts.headerDrawings.slices);
     if (!side.empty()) {
-        side.push_back({textEnd_, 0, textEnd_->size()});
+        append(side, slicesOf(mark_));
     }
+    copies_.makeDistinct(side);
     return side;
 }
 
@@ -162,7 +133,7 @@ void DocumentSession::writeDrawings(const DocumentContent& content, const Parts&
         [this](const DataBlob& entry) { return word_.placeOfPicture(entry); },
         [this](const EmbeddedObjectRef& object) { return objects_.numberOf(object); }};
     const EncodedDrawings drawings =
-        encodeDrawings(parts.drawings, parts.main, parts.headerDrawings, parts.headers.story.size(),
+        encodeDrawings(parts.drawings, parts.main, parts.headerDrawings, parts.headersLength,
                        content.tables, stores);
     const auto put = [&](TextPart part, FibPair breaks, const DrawingTables& tables) {
         table_.put(factsOf(part).references->pair, tables.anchors);
@@ -209,10 +180,9 @@ void DocumentSession::writePositions(const DocumentContent& content, const Parts
     const auto putFields = [&](TextPart part, const std::vector<FieldMark>& marks, Cp length) {
         table_.put(factsOf(part).fields, encodeFields(marks, length));
     };
-    const Story& headers = parts.headers.story;
     putFields(TextPart::main, fieldsOf(content.main), parts.main);
     putFields(TextPart::footnotes, fieldsOf(parts.footnotes.slices), parts.footnotes.length);
-    putFields(TextPart::headers, headers.fields, headers.size());
+    putFields(TextPart::headers, fieldsOf(parts.headers.text), parts.headersLength);
     putFields(TextPart::comments, fieldsOf(parts.comments.slices), parts.comments.length);
     putFields(TextPart::endnotes, fieldsOf(parts.endnotes.slices), parts.endnotes.length);
     putFields(TextPart::textBoxes, fieldsOf(parts.drawings.slices), parts.drawings.length);
@@ -296,7 +266,7 @@ void DocumentSession::writeFib(const Parts& parts) {
     fib.cbMac = word_.size();
     fib.ccp.text = parts.main;
     fib.ccp.footnotes = parts.footnotes.length;
-    fib.ccp.headers = parts.headers.story.size();
+    fib.ccp.headers = parts.headersLength;
     fib.ccp.comments = parts.comments.length;
     fib.ccp.endnotes = parts.endnotes.length;
     fib.ccp.textBoxes = parts.drawings.length;

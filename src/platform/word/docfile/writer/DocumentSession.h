@@ -35,23 +35,24 @@ private:
         Cp main = 0; // length
         SideText footnotes;
         EncodedHeaders headers;
+        Cp headersLength = 0;
         SideText comments;
         SideText endnotes;
         DrawingPart drawings;       // those of the main story
         DrawingPart headerDrawings; // those of the headers
         // All text behind the main story; a document with any ends in one more mark.
-        std::vector<StorySlice> side;
+        SlicedText side;
 
         Cp headersAt() const { return main + footnotes.length; }
         // Without the mark that ends all text.
         Cp length() const {
-            return headersAt() + headers.story.size() + comments.length + endnotes.length +
+            return headersAt() + headersLength + comments.length + endnotes.length +
                    drawings.length + headerDrawings.length;
         }
     };
 
     Parts partsOf(const DocumentContent& content);
-    std::vector<StorySlice> sideText(const Parts& parts);
+    SlicedText sideText(const Parts& parts);
     void writeText(const DocumentContent& content, const Parts& parts, FileProperties& properties);
     void writeTables(const DocumentContent& content);
     void writePositions(const DocumentContent& content, const Parts& parts);
@@ -70,14 +71,8 @@ private:
     TableStream table_;
     FragmentPlaces main_;
     FragmentPlaces side_; // what lies behind the main story
-    std::shared_ptr<const Story> headers_ = std::make_shared<const Story>(); // as in the file
-    ShapeStories shapeStories_;
-    std::shared_ptr<const Story> footnotesEnd_ = lonelyMark();
-    std::shared_ptr<const Story> commentsEnd_ = lonelyMark();
-    std::shared_ptr<const Story> endnotesEnd_ = lonelyMark();
-    std::shared_ptr<const Story> drawingsEnd_ = lonelyMark();
-    std::shared_ptr<const Story> headerDrawingsEnd_ = lonelyMark();
-    std::shared_ptr<const Story> textEnd_ = lonelyMark();
+    FragmentCopies copies_;
+    std::shared_ptr<const Story> mark_ = lonelyMark(); // closes parts and headers
     ListDefinitionEncoder listDefinitions_;
     std::vector<Bookmark> marks_;
     bool started_ = false;    // written at least once

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <unordered_map>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -375,21 +377,8 @@ private:
 
 } // namespace
 
-const std::shared_ptr<const Story>& ShapeStories::of(const DocumentTables& tables,
-                                                     std::uint32_t text, std::uint32_t copy) {
-    const std::shared_ptr<const Story>& original = tables.shapeTexts.at(text).text;
-    if (copy == 0) {
-        return original;
-    }
-    std::shared_ptr<const Story>& story = copies_[{text, copy}];
-    if (!story) {
-        story = std::make_shared<const Story>(*original);
-    }
-    return story;
-}
-
 DrawingPart gatherDrawings(std::span<const Anchor> anchors, const DocumentTables& tables,
-                           ShapeStories& stories, const std::shared_ptr<const Story>& closing) {
+                           const std::shared_ptr<const Story>& closing) {
     DrawingPart part;
     std::unordered_map<std::uint32_t, std::uint32_t> copies;
     std::map<CopyKey, bool> known;
@@ -405,7 +394,7 @@ DrawingPart gatherDrawings(std::span<const Anchor> anchors, const DocumentTables
                     !known.try_emplace({text.index, copy}, true).second) {
                     return;
                 }
-                const std::shared_ptr<const Story>& story = stories.of(tables, text.index, copy);
+                const std::shared_ptr<const Story>& story = tables.shapeTexts.at(text.index).text;
                 part.texts.push_back({text.index, copy, part.length, story->size()});
                 part.slices.push_back({story, 0, story->size()});
                 part.length += story->size();

@@ -3,9 +3,7 @@
 #include "platform/word/docfile/document/DocumentData.h"
 
 #include <functional>
-#include <map>
 #include <span>
-#include <utility>
 #include <vector>
 
 // The drawings of a document as a file needs them.
@@ -27,23 +25,13 @@ struct DrawingPart {
     };
     std::vector<Place> places; // by their positions
     std::vector<Text> texts;
-    std::vector<StorySlice> slices;
+    SlicedText slices;
     Cp length = 0; // with the mark that closes the part; 0 when there is no text
-};
-
-// The stories of texts that shapes show; a copied header's shapes have their own.
-class ShapeStories {
-public:
-    const std::shared_ptr<const Story>& of(const DocumentTables& tables, std::uint32_t text,
-                                           std::uint32_t copy);
-
-private:
-    std::map<std::pair<std::uint32_t, std::uint32_t>, std::shared_ptr<const Story>> copies_;
 };
 
 // `closing`: a story of one paragraph mark, the same with every save.
 DrawingPart gatherDrawings(std::span<const Anchor> anchors, const DocumentTables& tables,
-                           ShapeStories& stories, const std::shared_ptr<const Story>& closing);
+                           const std::shared_ptr<const Story>& closing);
 
 // Where a file keeps what drawings name.
 struct DrawingStores {

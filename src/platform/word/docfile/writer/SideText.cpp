@@ -1,18 +1,8 @@
 #include "platform/word/docfile/writer/SideText.h"
 
-namespace qvnd::word {
+#include "platform/word/docfile/document/StoryParts.h"
 
-std::vector<Anchor> anchorsOf(const std::vector<StorySlice>& main) {
-    std::vector<Anchor> anchors;
-    Cp at = 0;
-    for (const StorySlice& slice : main) {
-        if (!slice.fragment->anchors.empty()) {
-            appendMarks(anchors, slice.fragment->anchors, slice.begin, slice.length, at);
-        }
-        at += slice.length;
-    }
-    return anchors;
-}
+namespace qvnd::word {
 
 SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind, const TextOf& textOf,
                         const std::shared_ptr<const Story>& closing) {
@@ -39,6 +29,24 @@ std::shared_ptr<const Story> lonelyMark() {
     story.characters.push_back({1, PropertyListId::empty});
     story.paragraphs.push_back({1, 0, PropertyListId::empty});
     return std::make_shared<const Story>(std::move(story));
+}
+
+void FragmentCopies::makeDistinct(SlicedText& text) {
+    std::map<Use, std::size_t> uses;
+    for (StorySlice& slice : text) {
+        const Use use{slice.fragment.get(), slice.begin, slice.length};
+        const std::size_t before = uses[use]++;
+        if (before == 0) {
+            continue;
+        }
+        Copies& copies = copies_[use];
+        copies.original = slice.fragment;
+        if (copies.others.size() < before) {
+            copies.others.push_back(
+                std::make_shared<const Story>(partOf(*slice.fragment, slice.begin, slice.length)));
+        }
+        slice = {copies.others[before - 1], 0, slice.length};
+    }
 }
 
 } // namespace qvnd::word

@@ -3,16 +3,15 @@
 #include "platform/word/docfile/document/DocumentData.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <span>
+#include <tuple>
 #include <vector>
 
 // The texts of notes and comments as a file needs them: one behind the other in the order of
 // their references, each part closed by a paragraph mark of its own.
 namespace qvnd::word {
-
-// The anchors of the main story, ascending.
-std::vector<Anchor> anchorsOf(const std::vector<StorySlice>& main);
 
 struct SideReference {
     Cp at = 0;               // in the main story
@@ -23,7 +22,7 @@ struct SideReference {
 
 struct SideText {
     std::vector<SideReference> references;
-    std::vector<StorySlice> slices;
+    SlicedText slices;
     Cp length = 0; // with the mark that closes the part; 0 when there is no text
 };
 
@@ -35,5 +34,22 @@ SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind, const 
 
 // A story of one paragraph mark.
 std::shared_ptr<const Story> lonelyMark();
+
+// Text that stands twice in a document (a paragraph mark that closes a part, a header that two
+// sections have) has two places in its file.
+class FragmentCopies {
+public:
+    // Puts a copy of its own wherever a slice stands again; the same ones with every save. Linear
+    // in the slices.
+    void makeDistinct(SlicedText& text);
+
+private:
+    using Use = std::tuple<const Story*, Cp, Cp>; // a slice
+    struct Copies {
+        std::shared_ptr<const Story> original; // kept, so that no other takes its address
+        std::vector<std::shared_ptr<const Story>> others;
+    };
+    std::map<Use, Copies> copies_;
+};
 
 } // namespace qvnd::word

@@ -1,4 +1,4 @@
-#include "platform/word/engine/StoryParts.h"
+#include "platform/word/docfile/document/StoryParts.h"
 
 #include <algorithm>
 
