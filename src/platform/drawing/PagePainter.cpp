@@ -1,5 +1,6 @@
 #include "platform/drawing/PagePainter.h"
 
+#include "platform/drawing/FontRoom.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
 
@@ -247,9 +248,13 @@ template <class Paint>
 class PdfFile : public PagePainter::Pdf {
 public:
     PdfFile(Paint paint, PagePainter::WriteBytes write)
-        : paint_(std::move(paint)), sink_{std::move(write), nullptr},
+        : paint_(std::move(paint)),
+          room_(std::move(write)), sink_{[this](word::ByteView bytes) { room_.take(bytes); },
+                                         nullptr},
           surface_(cairo_pdf_surface_create_for_stream(&ByteSink::take, &sink_, 1, 1)),
           context_(cairo_create(surface_.get())) {
+        // Later versions hide what FontRoom changes in compressed streams.
+        cairo_pdf_surface_restrict_to_version(surface_.get(), CAIRO_PDF_VERSION_1_4);
         keepMeasures(context_.get());
     }
 
@@ -267,6 +272,7 @@ public:
     void finish() override {
         cairo_surface_finish(surface_.get());
         sink_.rethrow();
+        room_.finish();
         if (cairo_surface_status(surface_.get()) != CAIRO_STATUS_SUCCESS) {
             throw RunTimeError(75, u"PDF 没有写成。");
         }
@@ -274,6 +280,7 @@ public:
 
 private:
     Paint paint_;
+    FontRoom room_;
     ByteSink sink_;
     Surface surface_;
     Context context_;

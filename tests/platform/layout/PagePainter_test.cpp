@@ -1,5 +1,6 @@
 #include "platform/drawing/PagePainter.h"
 
+#include "platform/drawing/FontRoom.h"
 #include "platform/drawing/KnownFaces.h"
 #include "platform/error/RunTimeError.h"
 
@@ -119,8 +120,42 @@ TEST_F(Painting, APdfEmbedsOnlyTheGlyphsThatItUses) {
         many += c;
     }
     type(many);
-    EXPECT_GT(pdf(1).size(), one + 2000);
+    EXPECT_GT(pdf(1).size(), one + 1000);
     EXPECT_LT(one, 20000U);
+}
+
+TEST_F(Painting, AllFontsOfAPdfHaveTheRoomOfOneLine) {
+    type(u"H");
+    page.layer.texts.back().face = fonts.face({u"monospace", false, false, false});
+    type(u"H");
+    const std::string bytes = pdf(1);
+    int found = 0;
+    for (auto at = bytes.find("/Ascent "); at != std::string::npos;
+         at = bytes.find("/Ascent ", at + 1)) {
+        EXPECT_EQ(bytes.substr(at, 25), "/Ascent 950 /Descent -350");
+        ++found;
+    }
+    EXPECT_EQ(found, 2);
+}
+
+TEST(FontRoom, EntriesAreFoundHoweverTheBytesComeAndNothingMoves) {
+    const std::string file = "1 0 obj\n   /Ascent 1069\n   /Descent -293\n   /CapHeight 733\n" +
+                             std::string(200, 'x') + "/Ascent 1 2 3";
+    for (std::size_t step = 1; step < file.size(); ++step) {
+        std::string written;
+        FontRoom room([&](word::ByteView part) {
+            written.append(reinterpret_cast<const char*>(part.data()), part.size());
+        });
+        for (std::size_t at = 0; at < file.size(); at += step) {
+            const std::string part = file.substr(at, step);
+            room.take({reinterpret_cast<const std::uint8_t*>(part.data()), part.size()});
+        }
+        room.finish();
+        ASSERT_EQ(written.size(), file.size());
+        EXPECT_EQ(written.substr(11, 25), "/Ascent 950 /Descent -350");
+        EXPECT_EQ(written.find("/CapHeight"), file.find("/CapHeight"));
+        EXPECT_EQ(written.substr(file.size() - 13), "/Ascent 1 2 3");
+    }
 }
 
 TEST_F(Painting, AFailureToWriteComesBackToTheCaller) {
