@@ -62,10 +62,36 @@ struct FaceFile {
     }
 };
 
-std::optional<FaceFile> bestFile(const FaceRequest& request, std::optional<char32_t> mustHave) {
+// Faces that tell the height of their lines. Type 1 files, of which some desktops have a copy of
+// each face, do not.
+class MeasuredFaces {
+public:
+    MeasuredFaces() : faces_(FcFontSetCreate(), &FcFontSetDestroy) {
+        const FcFontSet* all = FcConfigGetFonts(nullptr, FcSetSystem);
+        for (int i = 0; all != nullptr && i < all->nfont; ++i) {
+            FcChar8* format = nullptr;
+            if (FcPatternGetString(all->fonts[i], FC_FONTFORMAT, 0, &format) == FcResultMatch &&
+                std::string_view(reinterpret_cast<const char*>(format)) != "Type 1") {
+                FcPatternReference(all->fonts[i]);
+                FcFontSetAdd(faces_.get(), all->fonts[i]);
+            }
+        }
+    }
+
+    Pattern match(FcPattern* wanted) const {
+        FcFontSet* set = faces_.get();
+        FcResult result = FcResultNoMatch;
+        return {FcFontSetMatch(nullptr, &set, 1, wanted, &result), &FcPatternDestroy};
+    }
+
+private:
+    std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> faces_;
+};
+
+std::optional<FaceFile> bestFile(const MeasuredFaces& faces, const FaceRequest& request,
+                                 std::optional<char32_t> mustHave) {
     const Pattern wanted = patternOf(request, mustHave);
-    FcResult result = FcResultNoMatch;
-    const Pattern found(FcFontMatch(nullptr, wanted.get(), &result), &FcPatternDestroy);
+    const Pattern found = faces.match(wanted.get());
     FcChar8* path = nullptr;
     if (!found || FcPatternGetString(found.get(), FC_FILE, 0, &path) != FcResultMatch) {
         return std::nullopt;
@@ -95,7 +121,8 @@ bool isMark(char32_t c) {
 class FontFaces::Store {
 public:
     explicit Store(FontChoice choice) : choice_(choice) {
-        if (FT_Init_FreeType(&library_) != 0 || !bestFile({u"serif", false, false, false}, {})) {
+        if (FT_Init_FreeType(&library_) != 0 ||
+            !bestFile(installed_, {u"serif", false, false, false}, {})) {
             throw RunTimeError(5, u"这台电脑上没有可用的字体。");
         }
     }
@@ -114,7 +141,7 @@ public:
         if (known != requests_.end()) {
             return known->second;
         }
-        const auto file = bestFile(request, std::nullopt);
+        const auto file = bestFile(installed_, request, std::nullopt);
         const FaceId id = add(request, *file);
         requests_.emplace(key, id);
         return id;
@@ -130,7 +157,7 @@ public:
             return known->second;
         }
         FaceId standIn = id;
-        if (const auto file = bestFile(face.request, c)) {
+        if (const auto file = bestFile(installed_, face.request, c)) {
             const FaceId other = addStandIn(face, *file);
             standIn = FT_Get_Char_Index(faces_[other]->face, c) != 0 ? other : id;
         }
@@ -245,6 +272,7 @@ private:
     }
 
     FontChoice choice_;
+    MeasuredFaces installed_;
     FT_Library library_ = nullptr;
     std::map<FaceFile, FT_Face> files_;
     std::map<Key, FaceId> requests_;
