@@ -54,9 +54,7 @@ public:
         : document_(word::readDocumentFile(std::filesystem::path(path.toStdU16String()))),
           source_(layout::sourceOf(document_)), fonts_(choice) {
         if (choice == drawing::FontChoice::here) {
-            // As the office suite of the desktop sets text.
-            options_.latinGap = 0.2;
-            options_.marksCount = false;
+            options_ = layout::officeOptions();
         }
         begin();
     }

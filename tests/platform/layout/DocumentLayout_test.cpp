@@ -70,7 +70,7 @@ protected:
 
     std::vector<Page> pages() {
         source = sourceOf(document);
-        layout = std::make_unique<DocumentLayout>(source, fonts, LayoutOptions{});
+        layout = std::make_unique<DocumentLayout>(source, fonts, options);
         std::vector<Page> result;
         while (auto page = layout->nextPage()) {
             result.push_back(std::move(*page));
@@ -88,6 +88,7 @@ protected:
 
     test::ContentBuilder builder;
     test::FixedFonts fonts;
+    LayoutOptions options;
     word::DocumentData document;
     LayoutSource source;
     std::unique_ptr<DocumentLayout> layout;
@@ -268,6 +269,18 @@ TEST_F(Pages, APictureHigherThanThePageStandsOnOneOfItsOwn) {
     type(u"二\r", withSprm32({}, sprm::PDyaLine, static_cast<std::uint16_t>(-9000)));
     paragraphs(1);
     EXPECT_EQ(pages().size(), 3U);
+}
+
+TEST_F(Pages, TheOfficeSuitePutsWholeLinesOfTheGridInTheMiddleOfThePage) {
+    Bytes list = withSprm16(section(), sprm::SClm, 2);
+    list = withSprm16(list, sprm::SDyaLinePitch, 300); // six of them in 2000 twips
+    document.sections.front().properties = intern(list);
+    paragraphs(7);
+    options = officeOptions();
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts.front().baseline, 1000 + 100 + 50 + 160);
+    EXPECT_EQ(textOf(found[1]), u"一");
 }
 
 } // namespace

@@ -72,7 +72,7 @@ bool ColumnFlow::add(Strip strip, Strips& overflow) {
     const double room = height_ - notesHeight_ - heightOfNotes(strip) - used_ - spaceAbove(strip);
     const bool onlyHeadings = std::all_of(strips_.begin(), strips_.end(),
                                           [](const FlowedStrip& s) { return s.strip.isHeading; });
-    if (strip.height <= room + rounding) {
+    if (strip.height - strip.spare <= room + rounding) {
         put(std::move(strip));
         return true;
     }

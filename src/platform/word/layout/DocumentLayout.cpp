@@ -8,6 +8,7 @@
 #include "platform/word/layout/NoteStrips.h"
 
 #include <algorithm>
+#include <cmath>
 #include <deque>
 
 namespace qvnd::layout {
@@ -276,6 +277,20 @@ private:
             bodyBottom_ = std::min(bodyBottom_, footerTop);
         }
         bodyBottom_ = std::max(bodyBottom_, bodyTop_ + leastBody);
+        if (options_.officeLines) {
+            centreGrid();
+        }
+    }
+
+    // Whole lines of the document grid, in the middle of the room for the text.
+    void centreGrid() {
+        const double pitch = gridOf(section()).linePitch;
+        const double height = bodyBottom_ - bodyTop_;
+        if (pitch > 0 && pitch <= height) {
+            const double lines = std::floor(height / pitch) * pitch;
+            bodyTop_ += (height - lines) / 2;
+            bodyBottom_ = bodyTop_ + lines;
+        }
     }
 
     void beginColumn() {
@@ -394,6 +409,14 @@ DocumentLayout::~DocumentLayout() = default;
 std::optional<Page> DocumentLayout::nextPage() { return work_->nextPage(); }
 bool DocumentLayout::showsPageCount() const { return work_->showsPageCount(); }
 const std::vector<LinePlace>& DocumentLayout::lines() const { return work_->lines(); }
+
+LayoutOptions officeOptions() {
+    LayoutOptions options;
+    options.latinGap = 0.2;
+    options.marksCount = false;
+    options.officeLines = true;
+    return options;
+}
 
 LayoutSource sourceOf(const word::DocumentData& document) {
     return {&document.tables, &document.main,     document.sections,

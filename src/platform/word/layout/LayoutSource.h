@@ -25,7 +25,13 @@ struct LayoutOptions {
     double latinGap = 0.25;
     // Whether the mark of a paragraph that holds text counts for the height of its line.
     bool marksCount = true;
+    // Lines as the office suite sets them: what a multiple adds stands below a line, on a document
+    // grid multiples alone count, and the grid stands in the middle of the page.
+    bool officeLines = false;
     int totalPages = 1; // what NUMPAGES shows
 };
+
+// How the office suite of the desktop sets text.
+LayoutOptions officeOptions();
 
 } // namespace qvnd::layout

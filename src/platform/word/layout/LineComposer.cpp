@@ -1,6 +1,7 @@
 #include "platform/word/layout/LineComposer.h"
 
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/LineHeights.h"
 
 #include <algorithm>
 #include <cmath>
@@ -56,11 +57,12 @@ public:
         std::size_t at = 0;
         do {
             const Line line = nextLine(at, strips.empty());
-            strips.push_back(setLine(line));
+            strips.push_back(setLine(line, strips.empty()));
             at = line.end;
         } while (at < items_.size());
         if (!items_.empty() && endsLine(items_.back())) {
-            strips.push_back(setLine(nextLine(at, false))); // the mark stands behind the break
+            strips.push_back(
+                setLine(nextLine(at, false), false)); // the mark stands behind the break
         }
         finish(strips);
         return strips;
@@ -223,18 +225,8 @@ private:
         items_[i].character = stop.leader;
     }
 
-    struct Heights {
-        double ascent = 0;
-        double descent = 0;
-        void add(double above, double below) {
-            ascent = std::max(ascent, above);
-            descent = std::max(descent, below);
-        }
-        double sum() const { return ascent + descent; }
-    };
-
-    Heights heightsOf(const Line& line) const {
-        Heights heights;
+    ContentHeights heightsOf(const Line& line) const {
+        ContentHeights heights;
         // Blanks and tabs count only where nothing else stands.
         const bool hasText =
             std::any_of(items_.begin() + static_cast<std::ptrdiff_t>(line.begin),
@@ -253,41 +245,20 @@ private:
         return heights;
     }
 
-    void add(Heights& heights, FaceId face, double size, double raised) const {
+    void add(ContentHeights& heights, FaceId face, double size, double raised) const {
         const FaceHeights own = fonts_.heights(face);
         const double leading = setting_.hasLeading ? own.leading : 0;
         heights.add((own.ascent + leading) * size + raised, own.descent * size - raised);
     }
 
-    // The height of a line, and its foot's distance from its top.
-    std::pair<double, double> spaced(const Heights& heights) const {
-        const double natural = heights.sum();
-        if (format_.spacing == ResolvedParagraph::Spacing::exact) {
-            constexpr double partAbove = 0.8;
-            return {format_.line, partAbove * format_.line};
-        }
-        const bool multiple = format_.spacing == ResolvedParagraph::Spacing::multiple;
-        double height =
-            multiple ? natural * format_.line / lineUnits : std::max<double>(natural, format_.line);
-        double foot = height - heights.descent; // what is added stands above
-        const double pitch = setting_.grid.linePitch;
-        if (pitch > 0 && format_.snapsToGrid) {
-            // The line's own distance is the unit: at one and a half lines, one and a half of them.
-            const double unit = multiple ? pitch * format_.line / lineUnits : pitch;
-            const double onGrid = std::ceil(natural / unit - 0.001) * unit;
-            height = multiple ? onGrid : std::max(onGrid, height);
-            foot = (height - natural) / 2 + heights.ascent;
-        }
-        return {height, foot};
-    }
-
-    Strip setLine(const Line& line) {
+    Strip setLine(const Line& line, bool isFirst) {
         Strip strip;
-        const auto [height, foot] = spaced(heightsOf(line));
-        strip.height = height;
+        const LineRoom room = roomOf(heightsOf(line), format_, setting_, {isFirst, line.isLast});
+        strip.height = room.height;
+        strip.spare = room.spare;
         strip.at = line.begin < items_.size() ? items_[line.begin].at : 0;
         const double spread = stretch(line);
-        place(line, line.left + shift(line), foot, spread, strip);
+        place(line, line.left + shift(line), room.foot, spread, strip);
         for (std::size_t i = line.begin; i < line.end; ++i) {
             if (items_[i].note) {
                 strip.notes.push_back(*items_[i].note);

@@ -23,6 +23,7 @@ struct Strip {
     double before = 0; // space above it, which falls away at the top of a page
     double after = 0;  // space below it
     double height = 0;
+    double spare = 0; // of the height, which may reach beyond the end of a column
     Layer layer;
     std::vector<AnchoredBox> boxes;
     std::vector<std::uint32_t> notes; // footnotes that it refers to, by index

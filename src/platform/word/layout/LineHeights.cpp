@@ -1,0 +1,77 @@
+#include "platform/word/layout/LineHeights.h"
+
+#include <cmath>
+
+namespace qvnd::layout {
+
+namespace {
+
+using Spacing = word::ResolvedParagraph::Spacing;
+
+constexpr double lineUnits = 240;  // of a multiple
+constexpr double partAbove = 0.8;  // of an exact line, above its foot
+constexpr double rounding = 0.001; // of a grid's unit
+
+bool isOnGrid(const word::ResolvedParagraph& format, const LineSetting& setting) {
+    return setting.grid.linePitch > 0 && format.snapsToGrid;
+}
+
+// The least number of whole units that hold it.
+double inUnits(double height, double unit) { return std::ceil(height / unit - rounding) * unit; }
+
+// What is added to the height that the content needs stands above it; on a grid around it.
+LineRoom wordProcessorRoom(const ContentHeights& content, const word::ResolvedParagraph& format,
+                           const LineSetting& setting) {
+    const double natural = content.sum();
+    const bool isMultiple = format.spacing == Spacing::multiple;
+    const double multiple = isMultiple ? format.line / lineUnits : 1;
+    if (!isOnGrid(format, setting)) {
+        const double height =
+            isMultiple ? natural * multiple : std::max<double>(natural, format.line);
+        return {height, height - content.descent};
+    }
+    // The line's own distance is the unit: at one and a half lines, one and a half of them.
+    const double onGrid = inUnits(natural, setting.grid.linePitch * multiple);
+    const double height = isMultiple ? onGrid : std::max<double>(onGrid, format.line);
+    return {height, (height - natural) / 2 + content.ascent};
+}
+
+// A line set tighter than its content needs loses what stands above, the first one more evenly.
+LineRoom tightRoom(const ContentHeights& content, double height, const LineOrder& order) {
+    return {height, order.isFirst ? partAbove * height : height - content.descent};
+}
+
+LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph& format,
+                    const LineSetting& setting, const LineOrder& order) {
+    const double natural = content.sum();
+    const double multiple = format.spacing == Spacing::multiple ? format.line / lineUnits : 1;
+    if (isOnGrid(format, setting)) {
+        const double onGrid = inUnits(natural, setting.grid.linePitch);
+        const double spare =
+            std::max(0.0, multiple - 1) * (order.isLast ? natural : onGrid); // below the line
+        return {onGrid + spare, (onGrid - natural) / 2 + content.ascent, spare};
+    }
+    if (format.spacing == Spacing::atLeast) {
+        const double height = std::max<double>(natural, format.line);
+        return {height, height - content.descent};
+    }
+    if (multiple < 1) {
+        return tightRoom(content, multiple * natural, order);
+    }
+    const double spare = (multiple - 1) * natural;
+    return {natural + spare, content.ascent, spare};
+}
+
+} // namespace
+
+LineRoom roomOf(const ContentHeights& content, const word::ResolvedParagraph& format,
+                const LineSetting& setting, const LineOrder& order) {
+    const bool gridCounts = setting.options.officeLines && isOnGrid(format, setting);
+    if (format.spacing == Spacing::exact && !gridCounts) {
+        return {static_cast<double>(format.line), partAbove * format.line};
+    }
+    return setting.options.officeLines ? officeRoom(content, format, setting, order)
+                                       : wordProcessorRoom(content, format, setting);
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,89 @@
+#include "platform/word/layout/LineHeights.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::layout {
+namespace {
+
+using Spacing = word::ResolvedParagraph::Spacing;
+
+// Lines whose content needs 200 twips, 160 of them above the foot.
+class LineHeights : public testing::Test {
+protected:
+    LineHeights() { setting.options = officeOptions(); }
+
+    void space(Spacing spacing, int line) {
+        format.spacing = spacing;
+        format.line = line;
+    }
+    LineRoom room(LineOrder order = {}) { return roomOf({160, 40}, format, setting, order); }
+
+    word::ResolvedParagraph format;
+    LineSetting setting;
+};
+
+TEST_F(LineHeights, TheOfficeSuiteAddsWhatAMultipleAsksForBelowTheLine) {
+    space(Spacing::multiple, 360);
+    EXPECT_DOUBLE_EQ(room().height, 300);
+    EXPECT_DOUBLE_EQ(room().foot, 160);
+    EXPECT_DOUBLE_EQ(room().spare, 100);
+    setting.options = {};
+    EXPECT_DOUBLE_EQ(room().height, 300);
+    EXPECT_DOUBLE_EQ(room().foot, 260);
+    EXPECT_DOUBLE_EQ(room().spare, 0);
+}
+
+TEST_F(LineHeights, TheOfficeSuiteTakesFromAboveTheLineWhatAMultipleIsShort) {
+    space(Spacing::multiple, 192);
+    EXPECT_DOUBLE_EQ(room().height, 160);
+    EXPECT_DOUBLE_EQ(room().foot, 120);
+    EXPECT_DOUBLE_EQ(room({true, false}).foot, 128);
+    EXPECT_DOUBLE_EQ(room().spare, 0);
+}
+
+TEST_F(LineHeights, ALeastHeightStandsAboveTheLine) {
+    space(Spacing::atLeast, 300);
+    EXPECT_DOUBLE_EQ(room().height, 300);
+    EXPECT_DOUBLE_EQ(room().foot, 260);
+    space(Spacing::atLeast, 100);
+    EXPECT_DOUBLE_EQ(room().height, 200);
+}
+
+TEST_F(LineHeights, AnExactHeightHasFourFifthsAboveItsFoot) {
+    space(Spacing::exact, 300);
+    for (const bool office : {false, true}) {
+        setting.options.officeLines = office;
+        EXPECT_DOUBLE_EQ(room().height, 300);
+        EXPECT_DOUBLE_EQ(room().foot, 240);
+    }
+}
+
+TEST_F(LineHeights, OnAGridTheOfficeSuiteHeedsNeitherExactNorLeastHeights) {
+    setting.grid.linePitch = 150;
+    for (const Spacing spacing : {Spacing::exact, Spacing::atLeast}) {
+        space(spacing, 700);
+        EXPECT_DOUBLE_EQ(room().height, 300);
+        EXPECT_DOUBLE_EQ(room().foot, 210);
+    }
+}
+
+TEST_F(LineHeights, OnAGridTheOfficeSuiteMultipliesUnitsAndOfTheLastLineItsContent) {
+    setting.grid.linePitch = 250;
+    space(Spacing::multiple, 480);
+    EXPECT_DOUBLE_EQ(room().height, 500);
+    EXPECT_DOUBLE_EQ(room().spare, 250);
+    EXPECT_DOUBLE_EQ(room().foot, 185);
+    EXPECT_DOUBLE_EQ(room({false, true}).height, 450);
+    EXPECT_DOUBLE_EQ(room({false, true}).spare, 200);
+    space(Spacing::multiple, 120);
+    EXPECT_DOUBLE_EQ(room().height, 250);
+}
+
+TEST_F(LineHeights, AParagraphOffTheGridIsSetAsWithoutOne) {
+    setting.grid.linePitch = 250;
+    format.snapsToGrid = false;
+    EXPECT_DOUBLE_EQ(room().height, 200);
+}
+
+} // namespace
+} // namespace qvnd::layout
