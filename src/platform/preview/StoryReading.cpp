@@ -132,7 +132,7 @@ void StoryReading::addTextBoxes() {
     for (const word::TextBox* box : boxes_) {
         bool isCut = false;
         Cell cell;
-        cell.blocks = StoryReading(context_, box->text, limits_).read(isCut);
+        cell.blocks = StoryReading(context_, *box->text, limits_).read(isCut);
         if (cell.blocks.empty()) {
             continue;
         }
@@ -227,7 +227,7 @@ void StoryReading::anchored(word::Cp at, std::size_t look) {
     if (!isMain()) {
         return;
     }
-    for (const word::FloatingPicture& floating : context_.document.floatingPictures) {
+    for (const word::FloatingPicture& floating : context_.drawings.pictures) {
         const auto picture =
             floating.at == at ? pictureOf(floating.inlineForm) : std::optional<Picture>();
         if (picture) {
@@ -235,7 +235,7 @@ void StoryReading::anchored(word::Cp at, std::size_t look) {
             appendPicture(context_.reading.pictures.size() - 1, look);
         }
     }
-    for (const word::TextBox& box : context_.document.textBoxes) {
+    for (const word::TextBox& box : context_.drawings.textBoxes) {
         if (box.at == at) {
             boxes_.push_back(&box);
         }

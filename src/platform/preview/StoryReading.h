@@ -4,6 +4,7 @@
 #include "platform/preview/Looks.h"
 #include "platform/preview/OwnReading.h"
 #include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/pictures/FlatDrawings.h"
 #include "platform/word/formatting/ListNumbers.h"
 
 #include <map>
@@ -15,11 +16,13 @@ namespace qvnd::preview {
 struct ReadingContext {
     ReadingContext(const word::DocumentData& source, DocumentReading& target)
         : document(source), reading(target), looks(source.tables, target.looks),
+          drawings(word::flatDrawings(source.main.anchors, source.tables)),
           numbers(source.tables, looks.levels()), places(source.tables.lists) {}
 
     const word::DocumentData& document;
     DocumentReading& reading;
     Looks looks;
+    word::FlatDrawings drawings; // of the main story
     word::ListNumbers numbers;
     word::TablePlaces places;
     std::map<std::uint32_t, std::optional<std::size_t>> pictures; // by blob

@@ -9,7 +9,6 @@
 #include "platform/word/engine/ImportTables.h"
 #include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/StoryEdits.h"
-#include "platform/word/engine/TextBoxPlacing.h"
 #include "platform/word/engine/TextImport.h"
 #include "platform/word/formatting/NameFolding.h"
 
@@ -41,14 +40,10 @@ bool isInTable(ByteView list) {
 // Works out what changes in the text of a story that comes in.
 class TextChanges {
 public:
-    // `floating`: pictures whose anchors stay. In a text of its own, that of a note or a comment,
-    // the characters that repeat the reference stay as well.
-    TextChanges(const Story& story, const std::vector<FloatingPicture>& floating, bool ofItsOwn,
-                TextImport& text, ImportLosses& losses)
+    // In a text of its own, that of a note or a comment, the characters that repeat the reference
+    // stay.
+    TextChanges(const Story& story, bool ofItsOwn, TextImport& text, ImportLosses& losses)
         : story_(story), text_(text), losses_(losses), ofItsOwn_(ofItsOwn) {
-        for (const FloatingPicture& one : floating) {
-            kept_.insert(one.at);
-        }
         for (const Anchor& anchor : story.anchors) {
             kept_.insert(anchor.at);
         }
@@ -65,9 +60,6 @@ public:
             at += run.length;
         }
     }
-
-    // What stands for the drawing there is named in another way.
-    void countNoDrawingAt(Cp at) { named_.insert(at); }
 
     // A cell's mark outside of any table only ends its paragraph; readers differ in what they
     // make of it.
@@ -124,7 +116,7 @@ private:
             if (kept_.contains(at) || (ofItsOwn_ && c != drawing)) {
                 return;
             }
-            losses_.drawings += c == drawing && !named_.contains(at) ? 1 : 0;
+            losses_.drawings += c == drawing ? 1 : 0;
             edits.remove(at);
         }
     }
@@ -162,9 +154,8 @@ private:
     TextImport& text_;
     ImportLosses& losses_;
     bool ofItsOwn_;
-    std::unordered_set<Cp> kept_;  // anchors of what comes along
-    std::unordered_set<Cp> named_; // those of text boxes that come as text
-    std::vector<Cp> ends_;         // of the runs
+    std::unordered_set<Cp> kept_; // anchors of what comes along
+    std::vector<Cp> ends_;        // of the runs
 };
 
 // Gives the bookmarks names that are free in the target.
@@ -202,19 +193,9 @@ public:
 
     // The main story; afterwards moved() knows what became of its positions.
     Story main() {
-        std::vector<FloatingPicture> damaged = source_.floatingPictures;
-        std::erase_if(damaged, [](const FloatingPicture& one) { return one.inDrawing; });
-        main_ = imported(source_.main, damaged, false, edits_);
-        bringAnchored(main_.anchors);
-        losses_.madeInline = static_cast<int>(damaged.size());
-        placing_.emplace(main_, target_.lists);
-        for (const TextBox& box : source_.textBoxes) {
-            if (!box.inDrawing) {
-                placeTextBox(box);
-            }
-        }
-        placing_->apply();
-        return std::move(main_);
+        Story main = imported(source_.main, false, edits_);
+        bringAnchored(main.anchors);
+        return main;
     }
 
     // Ranges of comments that came along name their comments in the target; the others go.
@@ -228,7 +209,7 @@ public:
         });
     }
 
-    Cp moved(Cp position) const { return placing_->moved(edits_.moved(position)); }
+    Cp moved(Cp position) const { return edits_.moved(position); }
 
     std::vector<SectionRun> sections(Cp size) {
         std::vector<SectionRun> sections;
@@ -257,7 +238,7 @@ public:
             for (std::size_t kind = 0; kind < set.size(); ++kind) {
                 if (const SlicedText& header = source_.headers[i][kind]; !header.empty()) {
                     StoryEdits edits;
-                    Story brought = imported(*joined(header), {}, false, edits);
+                    Story brought = imported(*joined(header), false, edits);
                     bringAnchored(brought.anchors);
                     set[kind] = slicesOf(std::move(brought));
                 }
@@ -330,12 +311,11 @@ private:
         if (isNew) {
             ShapeText there = source_.tables.shapeTexts.at(index);
             StoryEdits edits;
-            there.text = std::make_shared<const Story>(imported(*there.text, {}, false, edits));
+            there.text = std::make_shared<const Story>(imported(*there.text, false, edits));
             for (Cp& at : there.breaks) {
                 at = edits.moved(at);
             }
             target_.shapeTexts.push_back(std::move(there));
-            ++losses_.broughtTexts;
         }
         return known->second;
     }
@@ -358,18 +338,12 @@ private:
 
     std::shared_ptr<const Story> sideText(const Story& text) {
         StoryEdits edits;
-        return std::make_shared<const Story>(imported(text, {}, true, edits));
+        return std::make_shared<const Story>(imported(text, true, edits));
     }
 
-    Story imported(const Story& source, const std::vector<FloatingPicture>& floating, bool ofItsOwn,
-                   StoryEdits& edits) {
+    Story imported(const Story& source, bool ofItsOwn, StoryEdits& edits) {
         const std::vector<FieldPlace> fields = fieldPlaces(source);
-        TextChanges changes(source, floating, ofItsOwn, text_, losses_);
-        if (&source == &source_.main) {
-            for (const TextBox& box : source_.textBoxes) {
-                changes.countNoDrawingAt(box.at);
-            }
-        }
+        TextChanges changes(source, ofItsOwn, text_, losses_);
         changes.removeAnchors();
         changes.repairCellMarks(source_.tables.lists);
         changes.unwrapObjects(fields);
@@ -377,7 +351,6 @@ private:
             changes.rename(fields, names_);
         }
         Story story = text_.imported(source);
-        text_.putInLine(floating, story);
         edits = std::move(changes.edits);
         edits.applyTo(story);
         if (!edits.empty()) {
@@ -388,27 +361,13 @@ private:
         return story;
     }
 
-    void placeTextBox(const TextBox& box) {
-        if (!holdsContent(box.text)) {
-            ++losses_.blankTextBoxes;
-            return;
-        }
-        StoryEdits edits;
-        Story text = imported(box.text, {}, false, edits);
-        const auto form = placing_->add(edits_.moved(box.at), std::move(text), box.spot);
-        losses_.textBoxesInFrames += form == TextBoxPlacing::Form::frame ? 1 : 0;
-        losses_.textBoxesInText += form == TextBoxPlacing::Form::text ? 1 : 0;
-    }
-
     DocumentTables& target_;
     const DocumentData& source_;
     const NewNames& names_;
     ImportTables tables_;
     TextImport text_;
     ImportLosses losses_;
-    Story main_;
-    StoryEdits edits_; // of the main story
-    std::optional<TextBoxPlacing> placing_;
+    StoryEdits edits_;                                            // of the main story
     std::unordered_map<std::uint32_t, std::uint32_t> comments_;   // index here, index there
     std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_; // the same
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's

@@ -20,6 +20,13 @@ void say(std::vector<std::u16string>& lines, int count, std::u16string_view what
     }
 }
 
+// Whether there is more than marks and spaces: text, a table, a picture.
+bool holdsContent(const Story& story) {
+    return std::any_of(story.text.begin(), story.text.end(), [](char16_t c) {
+        return (c > u' ' && c != u'\u3000') || c == 0x01 || c == 0x07 || c == 0x08;
+    });
+}
+
 // Whether the last section shows a header or footer, its own or that of a section before it.
 bool showsHeaderAtTheEnd(const DocumentData& source) {
     HeaderSet shown;
@@ -45,26 +52,14 @@ bool turnsOrDividesThePageAtTheEnd(const DocumentData& source) {
 
 } // namespace
 
-bool holdsContent(const Story& story) {
-    return std::any_of(story.text.begin(), story.text.end(), [](char16_t c) {
-        return (c > u' ' && c != u'\u3000') || c == 0x01 || c == 0x07 || c == 0x08;
-    });
-}
-
 std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses) {
     std::vector<std::u16string> lines = source.remarks;
     const SideContents& side = source.side;
     say(lines, losses.footnotes, u"脚注", u"个");
     say(lines, losses.endnotes, u"尾注", u"个");
     say(lines, losses.comments, u"批注", u"条");
-    say(lines, losses.textBoxesInFrames, u"文本框", u"个", u"改成了图文框，其边框和填充未能带入");
-    say(lines, losses.textBoxesInText, u"文本框", u"个", u"改成了正文，放在其锚点所在的段落之后");
-    const int flattened = losses.textBoxesInFrames + losses.textBoxesInText;
-    say(lines, losses.blankTextBoxes, u"空文本框", u"个");
-    const int texts = losses.broughtTexts + flattened + losses.blankTextBoxes;
-    say(lines, side.textBoxes - texts, u"文本框", u"个");
+    say(lines, side.textBoxes, u"文本框", u"个");
     say(lines, losses.drawings, u"浮动图形", u"个");
-    say(lines, losses.madeInline, u"浮动图片", u"个", u"改成了嵌入式图片");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
@@ -87,9 +82,7 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
 
 std::vector<std::u16string> leftOutOfOpened(const DocumentData& source) {
     std::vector<std::u16string> lines = source.remarks;
-    const auto apart = std::count_if(source.textBoxes.begin(), source.textBoxes.end(),
-                                     [](const TextBox& box) { return !box.inDrawing; });
-    say(lines, static_cast<int>(apart), u"文本框", u"个");
+    say(lines, source.side.textBoxes, u"文本框", u"个");
     if (source.side.macros) {
         lines.emplace_back(u"宏未能带入");
     }

@@ -12,20 +12,12 @@ struct ImportLosses {
     int footnotes = 0; // those that did not come
     int endnotes = 0;
     int comments = 0;
-    int objects = 0;           // embedded objects without data; their pictures stay
-    int drawings = 0;          // anchors of floating shapes that are damaged
-    int broughtTexts = 0;      // texts of shapes that came with their shapes
-    int madeInline = 0;        // damaged shapes whose pictures stand in their lines now
-    int textBoxesInFrames = 0; // text boxes whose text stands in a frame now
-    int textBoxesInText = 0;   // those whose text stands in the text
-    int blankTextBoxes = 0;    // those that hold nothing to carry
-    int pictures = 0;          // inline pictures without data
-    int lists = 0;             // lists that found no room
-    int longFormats = 0;       // property lists that a file has no room for as a whole
+    int objects = 0;     // embedded objects without data; their pictures stay
+    int drawings = 0;    // anchors of floating shapes that are damaged
+    int pictures = 0;    // inline pictures without data
+    int lists = 0;       // lists that found no room
+    int longFormats = 0; // property lists that a file has no room for as a whole
 };
-
-// Whether there is more than marks and spaces: text, a table, a picture.
-bool holdsContent(const Story& story);
 
 // One line of Chinese for each kind of thing that a document holds and a merge leaves out, what
 // its reader left out first. Empty when nothing is missing.

@@ -12,7 +12,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t pictureMark = 0x01;
 constexpr StyleIndex normalTable = 11; // the style of rows that name none
 
 void add(std::vector<CharacterRun>& runs, Cp length, PropertyListId properties) {
@@ -21,36 +20,6 @@ void add(std::vector<CharacterRun>& runs, Cp length, PropertyListId properties) 
     } else {
         runs.push_back({length, properties});
     }
-}
-
-// Gives single characters other properties; `places` ascend.
-template <class Change>
-void changeCharacters(std::vector<CharacterRun>& characters, const std::vector<Cp>& places,
-                      Change change) {
-    if (places.empty()) {
-        return;
-    }
-    std::vector<CharacterRun> runs;
-    std::size_t next = 0;
-    Cp at = 0;
-    for (const CharacterRun& run : characters) {
-        const Cp end = at + run.length;
-        for (; next < places.size() && places[next] < end; ++next) {
-            if (places[next] < at) {
-                continue; // a second change at one place
-            }
-            if (places[next] > at) {
-                add(runs, places[next] - at, run.properties);
-            }
-            add(runs, 1, change(run.properties, next));
-            at = places[next] + 1;
-        }
-        if (end > at) {
-            add(runs, end - at, run.properties);
-        }
-        at = end;
-    }
-    characters = std::move(runs);
 }
 
 bool hasStyle(const StyleSheet& sheet, StyleIndex style, StyleKind kind) {
@@ -162,24 +131,6 @@ Story TextImport::imported(const Story& story) {
     Story result = importedText(story);
     markSpecial(result, target_.lists);
     return result;
-}
-
-void TextImport::putInLine(const std::vector<FloatingPicture>& pictures, Story& story) {
-    std::vector<Cp> places;
-    for (const FloatingPicture& picture : pictures) {
-        places.push_back(picture.at);
-        story.text[picture.at] = pictureMark;
-    }
-    changeCharacters(story.characters, places, [&](PropertyListId list, std::size_t index) {
-        return inlinePicture(list, pictures[index].inlineForm);
-    });
-}
-
-PropertyListId TextImport::inlinePicture(PropertyListId anchor, const DataBlob& picture) {
-    const auto place = static_cast<std::uint32_t>(target_.blobs.size());
-    target_.blobs.push_back(picture);
-    const Bytes special = withSprm8(target_.lists[anchor], sprm::CFSpec, 1);
-    return target_.lists.intern(withSprm32(special, sprm::CPicLocation, place));
 }
 
 // A row that names no table style has the normal one; where the target defines that otherwise,

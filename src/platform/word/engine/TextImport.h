@@ -22,9 +22,6 @@ public:
     // Property lists that no file has room for as a whole; they came in part.
     int longFormats() const { return longFormats_; }
 
-    // Makes the anchors of floating pictures, in a story just imported, pictures in line.
-    void putInLine(const std::vector<FloatingPicture>& pictures, Story& story);
-
     // What a list of character properties of the source says of its characters.
     struct RunFacts {
         bool special = false;      // sprmCFSpec: characters below U+0020 bear meaning
@@ -43,7 +40,6 @@ private:
     PropertyListId withTableStyle(PropertyListId list, PropertyListId rewritten);
     RunFacts read(ByteView list) const;
     Story importedText(const Story& story);
-    PropertyListId inlinePicture(PropertyListId anchor, const DataBlob& picture);
     StyleIndex effectiveStyle(StyleIndex style) const;
 
     ImportTables& tables_;

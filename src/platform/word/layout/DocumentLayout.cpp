@@ -120,8 +120,9 @@ private:
     // Text boxes are set at their anchors' lines.
     void attachBoxes(Strips& strips) {
         for (const word::Cp anchor : body_.takeAnchors()) {
-            const auto [first, last] = std::equal_range(
-                source_.textBoxes.begin(), source_.textBoxes.end(), anchor, AnchorOrder{});
+            const auto [first, last] =
+                std::equal_range(source_.drawings.textBoxes.begin(),
+                                 source_.drawings.textBoxes.end(), anchor, AnchorOrder{});
             for (auto box = first; box != last && !strips.empty(); ++box) {
                 auto strip = std::find_if(strips.rbegin(), strips.rend(),
                                           [&](const Strip& s) { return s.at <= anchor; });
@@ -144,7 +145,7 @@ private:
         LineSetting setting = settingOf(std::max(200.0, box.spot->width - 2 * padding));
         Layer layer;
         double y = paddingAbove;
-        for (const Strip& strip : BlockComposer(shared_, box.text).composeAll(setting)) {
+        for (const Strip& strip : BlockComposer(shared_, *box.text).composeAll(setting)) {
             layer.append(strip.layer, padding, y + strip.before);
             y += strip.before + strip.height + strip.after;
         }
@@ -419,9 +420,9 @@ LayoutOptions officeOptions() {
 }
 
 LayoutSource sourceOf(const word::DocumentData& document) {
-    return {&document.tables, &document.main,     document.sections,
-            document.headers, document.textBoxes, document.floatingPictures,
-            document.settings};
+    return {&document.tables,  &document.main,
+            document.sections, document.headers,
+            document.settings, word::flatDrawings(document.main.anchors, document.tables)};
 }
 
 } // namespace qvnd::layout

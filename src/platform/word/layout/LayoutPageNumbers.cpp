@@ -24,8 +24,8 @@ std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& 
         fonts_ = openFonts_();
     }
     const word::Story main = word::flatten(content.main);
-    const LayoutSource source{&content.tables, &main, content.sections, content.headers, {}, {},
-                              content.settings};
+    const LayoutSource source{&content.tables,  &main, content.sections, content.headers,
+                              content.settings, {}};
     DocumentLayout layout(source, *fonts_, {});
     pages_ = 0;
     while (layout.nextPage()) {

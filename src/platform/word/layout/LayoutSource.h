@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/pictures/FlatDrawings.h"
 
 #include <span>
 
@@ -12,9 +13,8 @@ struct LayoutSource {
     const word::Story* main = nullptr;
     std::span<const word::SectionRun> sections;
     std::span<const word::HeaderSet> headers; // by section
-    std::span<const word::TextBox> textBoxes; // ascending by anchor
-    std::span<const word::FloatingPicture> floatingPictures;
-    word::ByteView settings; // the Dop
+    word::ByteView settings;                  // the Dop
+    word::FlatDrawings drawings;
 };
 
 LayoutSource sourceOf(const word::DocumentData& document);

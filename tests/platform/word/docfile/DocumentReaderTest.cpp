@@ -5,6 +5,7 @@
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/pictures/FlatDrawings.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/HeaderStory.h"
@@ -399,15 +400,15 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     EXPECT_EQ(side.endnotes, 2);
     EXPECT_EQ(side.comments, 4);
     EXPECT_EQ(side.drawings, 5);
-    EXPECT_EQ(side.textBoxes, 2);
+    EXPECT_EQ(side.textBoxes, 2); // which no shape shows
     EXPECT_EQ(side.embeddedObjects, 2);
     EXPECT_TRUE(side.macros);
     EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).side.macros);
 }
 
-TEST(DocumentReader, TextBoxesAreReadWithTheirFields) {
+TEST(DocumentReader, TextBoxesWithoutDrawingsAreReadWithTheirFields) {
     const std::u16string boxes = u"one\r\x13 PAGE \x15 two\r";
-    WordFile file = plainWordFile(u"main\r" + std::u16string(u"head\r") + boxes + u"\r\r");
+    WordFile file = plainWordFile(u"m\bi\b\r" + std::u16string(u"head\r") + boxes + u"\r\r");
     file.lengths.text = 5;
     file.lengths.headers = 5;
     file.lengths.textBoxes = static_cast<Cp>(boxes.size()) + 1;
@@ -423,13 +424,15 @@ TEST(DocumentReader, TextBoxesAreReadWithTheirFields) {
     file.parts[FibPair::PlcSpaMom] = encodePlc({1, 3, 5}, shapes(26, 0, 2));
     file.parts[FibPair::PlcftxbxTxt] = encodePlc({0, 4, 17, 18}, shapes(22, 14, 3));
     const DocumentData document = readWithoutRemarks(file);
-    ASSERT_EQ(document.textBoxes.size(), 2U);
-    EXPECT_EQ(document.textBoxes[0].at, 1U);
-    EXPECT_EQ(document.textBoxes[0].text.text, u"one\r");
-    EXPECT_EQ(document.textBoxes[1].at, 3U);
-    EXPECT_EQ(document.textBoxes[1].text.text, u"\x13 PAGE \x15 two\r");
+    const FlatDrawings flat = flatDrawings(document.main.anchors, document.tables);
+    ASSERT_EQ(flat.textBoxes.size(), 2U);
+    EXPECT_EQ(flat.textBoxes[0].at, 1U);
+    EXPECT_EQ(flat.textBoxes[0].text->text, u"one\r");
+    EXPECT_EQ(flat.textBoxes[1].at, 3U);
+    EXPECT_EQ(flat.textBoxes[1].text->text, u"\x13 PAGE \x15 two\r");
     const std::vector<FieldMark> own = {{0, 0x13, 0x21}, {7, 0x15, 0}};
-    EXPECT_EQ(document.textBoxes[1].text.fields, own);
+    EXPECT_EQ(flat.textBoxes[1].text->fields, own);
+    EXPECT_EQ(document.side.textBoxes, 0);
 }
 
 TEST(DocumentReader, TheSettingsAreKeptAsTheyCame) {

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/pictures/Drawings.h"
 #include "support/ByteText.h"
 
 #include <gmock/gmock.h>
@@ -60,23 +61,6 @@ Bytes drawing(std::vector<Bytes> shapes) {
     return joined({record(15, 0, 0xF000, {}), Bytes{0}, record(15, 0, 0xF002, group(shapes))});
 }
 
-struct Anchor {
-    Cp at = 0;
-    std::uint32_t shape = 0;
-};
-
-Bytes anchorTable(const std::vector<Anchor>& anchors) {
-    std::vector<std::uint32_t> positions;
-    LittleEndianWriter data;
-    for (const Anchor& anchor : anchors) {
-        positions.push_back(anchor.at);
-        data.u32(anchor.shape);
-        data.zeros(22);
-    }
-    positions.push_back(1000);
-    return encodePlc(positions, data.data());
-}
-
 struct Box {
     Cp start = 0;
     std::uint32_t shape = 0;
@@ -102,90 +86,28 @@ Bytes boxTable(const std::vector<Box>& boxes, Cp end) {
     return encodePlc(positions, data.data());
 }
 
-std::vector<TextBoxPlace> places(const Bytes& boxes, const Bytes& anchors, const Bytes& drawings,
-                                 Cp length = 100) {
-    return readTextBoxPlaces({boxes, anchors}, Drawings(drawings, {}), length);
+auto text(std::uint32_t shape, Cp start, Cp length) {
+    return AllOf(Field(&BoxText::shape, shape), Field(&BoxText::start, start),
+                 Field(&BoxText::length, length));
 }
 
-auto at(Cp anchor, Cp start, Cp length) {
-    return AllOf(Field(&TextBoxPlace::at, anchor), Field(&TextBoxPlace::start, start),
-                 Field(&TextBoxPlace::length, length));
+TEST(TextBoxes, EachRowHasItsTextAndItsShape) {
+    EXPECT_THAT(readBoxTexts(boxTable({{0, 0x403}, {4, 0x402}}, 9), {}, 100),
+                ElementsAre(text(0x403, 0, 4), text(0x402, 4, 5)));
+    EXPECT_THAT(readBoxTexts({}, {}, 0), IsEmpty());
 }
 
-TEST(TextBoxes, ATextBoxStandsAtItsShapesAnchor) {
-    EXPECT_THAT(places(boxTable({{0, 0x402}}, 8), anchorTable({{5, 0x402}}), drawing({})),
-                ElementsAre(at(5, 0, 8)));
-}
-
-TEST(TextBoxes, TheSpotIsWhatTheAnchorSaysOfTheShapeItself) {
-    Bytes anchors = anchorTable({{5, 0x402}});
-    LittleEndianWriter spa;
-    for (const std::uint32_t side : {100U, 200U, 100U + 1440U, 200U + 720U}) {
-        spa.u32(side);
-    }
-    spa.u16((1U << 1U) | (2U << 3U)); // from the page's edge and from the paragraph
-    std::copy(spa.data().begin(), spa.data().end(), anchors.begin() + 12);
-    const auto own = places(boxTable({{0, 0x402}}, 8), anchors, drawing({}));
-    ASSERT_TRUE(own.at(0).spot);
-    EXPECT_EQ(own[0].spot->across, FrameSpot::Across::fromPage);
-    EXPECT_EQ(own[0].spot->down, FrameSpot::Down::fromParagraph);
-    EXPECT_EQ(own[0].spot->left, 100);
-    EXPECT_EQ(own[0].spot->top, 200);
-    EXPECT_EQ(own[0].spot->width, 1440);
-    EXPECT_EQ(own[0].spot->height, 720);
-    const auto grouped =
-        places(boxTable({{0, 0x405}}, 8), anchors, drawing({group({shape(0x402), shape(0x405)})}));
-    EXPECT_FALSE(grouped.at(0).spot);
-    const auto empty = places(boxTable({{0, 0x402}}, 8), anchorTable({{5, 0x402}}), drawing({}));
-    EXPECT_FALSE(empty.at(0).spot);
-}
-
-TEST(TextBoxes, TheyComeInTheOrderOfTheirAnchors) {
-    const Bytes boxes = boxTable({{0, 0x403}, {4, 0x402}, {6, 0x404}}, 9);
-    const Bytes anchors = anchorTable({{2, 0x402}, {7, 0x404}, {20, 0x403}});
-    EXPECT_THAT(places(boxes, anchors, drawing({})),
-                ElementsAre(at(2, 4, 2), at(7, 6, 3), at(20, 0, 4)));
-}
-
-TEST(TextBoxes, OneInAGroupStandsAtTheOutermostGroupsAnchor) {
-    const Bytes inner = group({shape(0x406), shape(0x407)});
-    const Bytes outer = group({shape(0x402), shape(0x405), inner});
-    const Bytes boxes = boxTable({{0, 0x405}, {3, 0x407}}, 5);
-    EXPECT_THAT(places(boxes, anchorTable({{9, 0x402}}), drawing({outer})),
-                ElementsAre(at(9, 0, 3), at(9, 3, 2)));
-}
-
-TEST(TextBoxes, AShapeThatNamesTheTextStandsInForOneThatTheTextDoesNotName) {
-    const Bytes boxes = boxTable({{0, 0}, {3, 0}}, 5);
-    const Bytes drawings = drawing({shape(0x402, 0x20000), shape(0x403, 0x10000)});
-    EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}, {6, 0x403}}), drawings),
-                ElementsAre(at(4, 3, 2), at(6, 0, 3)));
-}
-
-TEST(TextBoxes, AChainStandsAtItsFirstShapesAnchor) {
-    const Bytes drawings = drawing({shape(0x403, 0x10001), shape(0x402, 0x10000)});
-    EXPECT_THAT(places(boxTable({{0, 0}}, 5), anchorTable({{4, 0x403}, {6, 0x402}}), drawings),
-                ElementsAre(at(6, 0, 5)));
-}
-
-TEST(TextBoxes, OnesForReuseAndOnesWithoutAnchorStayOut) {
-    const Bytes boxes = boxTable({{0, 0x402, true}, {3, 0x403}, {5, 0x404}}, 9);
-    EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}, {6, 0x404}}), drawing({})),
-                ElementsAre(at(6, 5, 4)));
-    EXPECT_EQ(countTextBoxes(boxes), 2);
+TEST(TextBoxes, OnesForReuseHaveNoText) {
+    const Bytes boxes = boxTable({{0, 0x402, true}, {3, 0x403}}, 9);
+    EXPECT_THAT(readBoxTexts(boxes, {}, 100), ElementsAre(text(0, 0, 0), text(0x403, 3, 6)));
+    EXPECT_EQ(countTextBoxes(boxes), 1);
     EXPECT_EQ(countTextBoxes({}), 0);
 }
 
 TEST(TextBoxes, TextsDoNotOverlapAndEndWithTheirPart) {
     const Bytes boxes = boxTable({{0, 0x402}, {20, 0x403}, {4, 0x404}}, 30);
-    const Bytes anchors = anchorTable({{1, 0x402}, {2, 0x403}, {3, 0x404}});
-    EXPECT_THAT(places(boxes, anchors, drawing({}), 25), ElementsAre(at(1, 0, 20), at(3, 20, 5)));
-}
-
-TEST(TextBoxes, DamagedDrawingsLeaveThoseWhoseAnchorNamesTheirShape) {
-    const Bytes boxes = boxTable({{0, 0x402}, {3, 0x405}}, 5);
-    EXPECT_THAT(places(boxes, anchorTable({{4, 0x402}}), Bytes(9, 0xFF)), ElementsAre(at(4, 0, 3)));
-    EXPECT_THAT(places({}, {}, {}), IsEmpty());
+    EXPECT_THAT(readBoxTexts(boxes, {}, 25),
+                ElementsAre(text(0x402, 0, 20), text(0, 0, 0), text(0x404, 20, 5)));
 }
 
 TEST(Drawings, GroupsNestedWithoutEndAreReadToABound) {

@@ -668,20 +668,6 @@ TEST(ImportedRevisions, ARevisionOfNobodyStaysOne) {
     EXPECT_EQ(target.tables.authors.at(operand16(target.runList(), sprm::CIbstRMark)), u"Unknown");
 }
 
-TEST(ImportedPictures, AFloatingPictureComesAsOneInLineAtItsAnchor) {
-    SourceDocument source;
-    source.paragraph(u"a\u0008\u0008b", 0, {}, sprm8(sprm::CFSpec, 1) + sprm16(sprm::CHps, 30));
-    source.data.floatingPictures = {{1, std::make_shared<Bytes>(Bytes{1, 2})}};
-    ImportTarget target;
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"a\u0001b\r");
-    EXPECT_EQ(operand16(target.runList(1), sprm::CPicLocation), 0);
-    EXPECT_EQ(operand16(target.runList(1), sprm::CHps), 30);
-    EXPECT_EQ(target.tables.blobs.at(0), source.data.floatingPictures[0].inlineForm);
-    EXPECT_THAT(target.last.leftOut,
-                ElementsAre(u"浮动图形 1 个未能带入", u"浮动图片 1 个改成了嵌入式图片"));
-}
-
 // --- sections, bookmarks, fields ------------------------------------------------------------
 
 TEST(ImportedSections, TheyTravelWithTheirProperties) {
@@ -844,7 +830,6 @@ protected:
                              {16, Kind::object, 0, 0},
                              {20, Kind::anchor, 0, 0}}}};
         source.data.main.anchors = {{1, AnchorKind::drawing, 0}};
-        source.data.side.textBoxes = 1;
         target.tables.shapes = 10;
         target.tables.shapePictures = {std::make_shared<Bytes>()};
         target.tables.objects = {std::make_shared<EmbeddedObject>()};
@@ -914,65 +899,6 @@ TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
     EXPECT_EQ(anchorsOf(target.last.headers[0][1]), anchors);
 }
 
-TEST_F(ImportedDrawings, WhatOthersDrawFlatIsNotBroughtTwice) {
-    source.data.textBoxes = {{1, textBox(u"xy\r"), {}, true}};
-    source.data.floatingPictures = {{1, std::make_shared<Bytes>(Bytes{1}), true}};
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"a\u0008b\r");
-    EXPECT_TRUE(target.last.leftOut.empty());
-}
-
-// --- text boxes -----------------------------------------------------------------------------
-
-TEST(ImportedTextBoxes, TheirTextFollowsTheParagraphOfTheirAnchorAndTheUserIsTold) {
-    SourceDocument source;
-    source.paragraph(u"a\u0008b\u0008", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.paragraph(u"c");
-    source.data.sections = {{source.data.main.size(), PropertyListId::empty}};
-    source.data.bookmarks = {{u"c", 5, 6, 0}};
-    source.data.side.textBoxes = 2;
-    const PropertyListId bold = source.list(sprm8(sprm::CFBold, 1));
-    source.data.textBoxes = {{1, textBox(u"one\r", bold), {}}, {3, textBox(u"two\r"), {}}};
-    ImportTarget target;
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"ab\rone\rtwo\rc\r");
-    EXPECT_EQ(target.last.sections.back().length, target.last.text->size());
-    EXPECT_EQ(target.last.bookmarks.at(0).start, 11U);
-    EXPECT_EQ(target.last.bookmarks.at(0).end, 12U);
-    EXPECT_EQ(operand8(target.runList(2), sprm::CFBold), 1);
-    EXPECT_THAT(target.last.leftOut,
-                ElementsAre(u"文本框 2 个改成了正文，放在其锚点所在的段落之后"));
-}
-
-TEST(ImportedTextBoxes, OneWithASpotIsAFrameAndTheUserIsTold) {
-    SourceDocument source;
-    source.paragraph(u"a");
-    source.paragraph(u"b\u0008", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.data.side.textBoxes = 1;
-    FrameSpot spot;
-    spot.width = 100;
-    spot.height = 100;
-    source.data.textBoxes.push_back({3, textBox(u"one\r"), spot});
-    ImportTarget target;
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"a\rone\rb\r");
-    EXPECT_EQ(operand16(target.paragraphList(1), sprm::PDxaWidth), 100);
-    EXPECT_THAT(target.last.leftOut, ElementsAre(u"文本框 1 个改成了图文框，其边框和填充未能带入"));
-}
-
-TEST(ImportedTextBoxes, AnchorsWithinTheirTextAreTakenOutAndNamed) {
-    SourceDocument source;
-    source.paragraph(u"a");
-    source.data.side.textBoxes = 1;
-    const PropertyListId special = source.list(sprm8(sprm::CFSpec, 1));
-    source.data.textBoxes = {{0, textBox(u"x\u0008y\r", special), {}}};
-    ImportTarget target;
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"a\rxy\r");
-    EXPECT_THAT(target.last.leftOut, ElementsAre(u"文本框 1 个改成了正文，放在其锚点所在的段落之后",
-                                                 u"浮动图形 1 个未能带入"));
-}
-
 // --- what does not come along ---------------------------------------------------------------
 
 TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
@@ -990,29 +916,16 @@ TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
                             u"文本框 1 个未能带入", u"浮动图形 1 个未能带入"));
 }
 
-TEST(LeftOut, TextBoxesWithoutAnchorAndEmptyOnesAreNamed) {
-    SourceDocument source;
-    source.paragraph(u"a\u0008b", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.data.side.textBoxes = 3;
-    source.data.textBoxes.push_back({1, textBox(u" \u3000\r"), {}});
-    ImportTarget target;
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, u"ab\r");
-    EXPECT_THAT(target.last.leftOut, ElementsAre(u"空文本框 1 个未能带入", u"文本框 2 个未能带入"));
-}
-
 TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
     SourceDocument source;
     source.paragraph(u"a\u0008");
     source.data.sections = {{3, source.list(sprm8(sprm::SBOrientation, 2))}};
     source.data.headers.resize(1);
     source.data.headers[0][1] = slicesOf(textBox(u"header\r"));
-    source.data.side.textBoxes = 2;
-    source.data.textBoxes = {{1, textBox(u"in a shape\r"), {}, true}};
     EXPECT_THAT(leftOutOfOpened(source.data), ElementsAre());
     source.data.remarks = {u"remark"};
     source.data.side.macros = true;
-    source.data.textBoxes.push_back({1, textBox(u"its shape is damaged\r"), {}, false});
+    source.data.side.textBoxes = 1; // that no shape shows
     EXPECT_THAT(leftOutOfOpened(source.data),
                 ElementsAre(u"remark", u"文本框 1 个未能带入", u"宏未能带入"));
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
-#include "platform/word/docfile/document/FrameSpot.h"
 #include "platform/word/docfile/document/SlicedText.h"
 
 #include <array>
@@ -42,27 +41,12 @@ struct Bookmark {
     std::optional<std::uint32_t> comment = std::nullopt; // index of the comment
 };
 
-// A text box of the main story: any shape with text, or a chain of them that a text flows through.
-struct TextBox {
-    Cp at = 0;  // its anchor; that of the group it is in, that of the chain's first shape
-    Story text; // ends in a paragraph mark
-    std::optional<FrameSpot> spot; // of one in no group
-    bool inDrawing = false;        // its shape is one of DocumentTables::drawings
-};
-
-// A picture that floats over the main story: a shape that shows a picture and nothing else.
-struct FloatingPicture {
-    Cp at = 0;              // its anchor, U+0008
-    DataBlob inlineForm;    // the same picture in the same size, as one that stands in a line
-    bool inDrawing = false; // it is one of DocumentTables::drawings
-};
-
 // How much a file holds of what stands outside the main story's own text and tables.
 struct SideContents {
     int footnotes = 0;
     int endnotes = 0;
     int comments = 0;
-    int textBoxes = 0; // texts of shapes that are anchored in the main story
+    int textBoxes = 0; // texts of shapes over the main story that no shape shows
     int drawings = 0;  // floating shapes anchored in the main story, each group as one
     int embeddedObjects = 0;
     bool macros = false;
@@ -76,9 +60,7 @@ struct DocumentData {
     std::vector<HeaderSet> headers;  // by section
     std::vector<Bookmark> bookmarks; // those of the main story, and ranges of comments
     SideContents side;
-    std::vector<FloatingPicture> floatingPictures; // those of the main story
-    std::vector<TextBox> textBoxes; // those of the main story whose anchor is known, in its order
-    Bytes settings;                 // the Dop as it came
+    Bytes settings; // the Dop as it came
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
     std::vector<std::u16string> remarks;
 };

@@ -14,11 +14,23 @@ constexpr int deepestGroup = 60;
 constexpr std::size_t placeSize = 22; // of a Spa without its shape
 constexpr std::size_t fspSize = 8;
 constexpr std::size_t fspgrSize = 16;
+constexpr unsigned pictureFrame = 75; // MSOSPT
+constexpr unsigned textFrame = 202;
+
+void put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
+    for (unsigned shift = 0; shift < 32; shift += 8) {
+        bytes[at++] = static_cast<std::uint8_t>(value >> shift);
+    }
+}
 
 // Copies the records of one drawing and notes where they name something, by the file's numbers.
 class RecordCopy {
 public:
-    explicit RecordCopy(const art::ShapeProperties& defaults) : defaults_(defaults) {}
+    // The text of a shape that names none itself, as the shape would name it; 0 for none.
+    using UnnamedText = std::function<std::uint32_t(std::uint32_t shape)>;
+
+    RecordCopy(const art::ShapeProperties& defaults, const UnnamedText& unnamedText)
+        : defaults_(defaults), unnamedText_(unnamedText) {}
 
     // Throws FormatError for what is no sound shape or group.
     void copy(ByteView record) {
@@ -29,6 +41,7 @@ public:
 
     Bytes take() { return out_.take(); }
     std::vector<ShapeReference> references;
+    int damagedMembers = 0;
 
 private:
     static void require(bool sound) {
@@ -67,11 +80,11 @@ private:
         writeContainer(header, [&] {
             bool first = true;
             forEachRecord(content, [&](const art::RecordHeader& inner, ByteView bytes) {
-                require(!first || inner.type == art::spContainer);
-                if (inner.type == art::spContainer) {
-                    copyShape(inner, bytes, first && depth == 0);
+                if (first) {
+                    require(inner.type == art::spContainer);
+                    copyShape(inner, bytes, depth == 0);
                 } else {
-                    copyFileBlock(inner, bytes, depth + 1);
+                    copyMember(inner, bytes, depth + 1);
                 }
                 first = false;
             });
@@ -79,8 +92,26 @@ private:
         });
     }
 
+    // A damaged member stays out of its group.
+    void copyMember(const art::RecordHeader& header, ByteView content, int depth) {
+        RecordCopy member(defaults_, unnamedText_);
+        try {
+            member.copyFileBlock(header, content, depth);
+        } catch (const FormatError&) {
+            ++damagedMembers;
+            return;
+        }
+        damagedMembers += member.damagedMembers;
+        for (const ShapeReference& reference : member.references) {
+            references.push_back(reference);
+            references.back().at += static_cast<std::uint32_t>(out_.position());
+        }
+        out_.bytes(member.out_.data());
+    }
+
     void copyShape(const art::RecordHeader& header, ByteView content, bool outermost) {
         writeContainer(header, [&] {
+            const std::size_t first = references.size();
             std::vector<std::uint16_t> seen;
             const auto has = [&](std::uint16_t type) {
                 return std::find(seen.begin(), seen.end(), type) != seen.end();
@@ -95,7 +126,25 @@ private:
             if (outermost && !has(art::clientAnchor)) {
                 copyNamed({0, 0, art::clientAnchor, 0}, Bytes(4), Kind::anchor);
             }
+            nameText(first);
         });
+    }
+
+    // `first`: where the references of the shape begin.
+    void nameText(std::size_t first) {
+        const auto begin = references.begin() + static_cast<std::ptrdiff_t>(first);
+        const auto kindIs = [](Kind kind) {
+            return [kind](const ShapeReference& reference) { return reference.kind == kind; };
+        };
+        const auto self = std::find_if(begin, references.end(), kindIs(Kind::shape));
+        if (std::any_of(begin, references.end(), kindIs(Kind::text))) {
+            return;
+        }
+        if (const std::uint32_t text = unnamedText_(self->index); text != 0) {
+            Bytes named(4);
+            put32(named, 0, text);
+            copyNamed({0, 0, art::clientTextbox, 0}, named, Kind::text);
+        }
     }
 
     static void requireInUse(ByteView shape) {
@@ -190,40 +239,101 @@ private:
     }
 
     const art::ShapeProperties& defaults_;
+    const UnnamedText& unnamedText_;
     LittleEndianWriter out_;
 };
 
-void put32(Bytes& bytes, std::size_t at, std::uint32_t value) {
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-        bytes[at++] = static_cast<std::uint8_t>(value >> shift);
+// A shape without any look of its own. Numbers are those of a file.
+Bytes plainRecords(std::uint32_t id, unsigned kind, const art::ShapeProperties& properties,
+                   std::uint32_t text) {
+    LittleEndianWriter head;
+    head.u32(id);
+    head.u32(art::shapeHasAnchor | art::shapeHasKind);
+    Bytes textName(4);
+    put32(textName, 0, text);
+    LittleEndianWriter content;
+    art::writeRecord(content, 2, kind, art::fsp, head.data());
+    art::writeRecord(content, 3, properties.count(), art::fopt, properties.encode());
+    art::writeRecord(content, 0, 0, art::clientAnchor, Bytes(4));
+    art::writeRecord(content, 0, 0, art::clientData, Bytes{1, 0, 0, 0});
+    if (text != 0) {
+        art::writeRecord(content, 0, 0, art::clientTextbox, textName);
     }
+    LittleEndianWriter record;
+    art::writeRecord(record, art::container, 0, art::spContainer, content.data());
+    return record.take();
 }
 
 } // namespace
 
 std::optional<std::uint32_t> CarriedDrawings::add(DrawingOf part, ByteView spa,
-                                                  const TextOf& textOf) {
+                                                  const Texts& texts) {
     LittleEndianReader reader(spa, "Spa");
     const std::uint32_t id = reader.u32();
-    const ByteView record = drawings_.anchored(part, id);
-    if (record.empty() || !anchored_[static_cast<std::size_t>(part)].insert(id).second) {
+    const ByteView place = reader.view(placeSize);
+    const bool isFirst = anchored_[static_cast<std::size_t>(part)].insert(id).second;
+    std::optional<Drawing> drawing =
+        isFirst ? copied(drawings_.anchored(part, id), texts) : std::nullopt;
+    if (!drawing) {
+        drawing = copied(plainShape(id, isFirst, texts), texts);
+    }
+    if (!drawing) {
         return std::nullopt;
     }
-    RecordCopy copy(drawings_.defaults());
+    drawing->place.assign(place.begin(), place.end());
+    resolve(part, *drawing, texts);
+    tables_.drawings.push_back(std::move(*drawing));
+    return static_cast<std::uint32_t>(tables_.drawings.size() - 1);
+}
+
+// Nothing for no record and for one that is damaged.
+std::optional<Drawing> CarriedDrawings::copied(ByteView record, const Texts& texts) {
+    const RecordCopy::UnnamedText unnamed = [&](std::uint32_t id) {
+        return unnamedText(id, texts);
+    };
+    RecordCopy copy(drawings_.defaults(), unnamed);
     try {
         copy.copy(record);
     } catch (const FormatError&) {
         return std::nullopt;
     }
-    const ByteView place = reader.view(placeSize);
-    Drawing drawing{{place.begin(), place.end()}, copy.take(), std::move(copy.references)};
-    resolve(part, drawing, textOf);
-    tables_.drawings.push_back(std::move(drawing));
-    return static_cast<std::uint32_t>(tables_.drawings.size() - 1);
+    damagedMembers_ += copy.damagedMembers;
+    return Drawing{{}, copy.take(), std::move(copy.references)};
+}
+
+std::uint32_t CarriedDrawings::unnamedText(std::uint32_t id, const Texts& texts) const {
+    const std::uint16_t row = texts.rowOf(id);
+    return row != 0 && drawings_.shapeOfText(row) == nullptr ? std::uint32_t{row} << 16 : 0;
+}
+
+Bytes CarriedDrawings::plainShape(std::uint32_t id, bool mayShowText, const Texts& texts) {
+    const Shape* shape = drawings_.shape(id);
+    std::uint32_t text = unnamedText(id, texts);
+    if (shape != nullptr && shape->text) {
+        text = (std::uint32_t{shape->text->number} << 16) | shape->text->link;
+    }
+    art::ShapeProperties properties;
+    if (text != 0 && mayShowText && texts.index(static_cast<std::uint16_t>(text >> 16))) {
+        properties.set(art::textOfShape, text);
+        return plainRecords(id, textFrame, properties, text);
+    }
+    if (shape == nullptr || shape->kind != pictureFrame || text != 0 || shape->outermost != id ||
+        !pictureOf(shape->properties.value(art::pib).value_or(0))) {
+        return {};
+    }
+    properties.setBlip(art::pib, *shape->properties.value(art::pib));
+    for (const std::uint16_t opid :
+         {art::cropFromTop, art::cropFromBottom, art::cropFromLeft, art::cropFromRight,
+          art::pictureContrast, art::pictureBrightness}) {
+        if (const auto value = shape->properties.value(opid)) {
+            properties.set(opid, *value);
+        }
+    }
+    return plainRecords(id, pictureFrame, properties, 0);
 }
 
 // The file's numbers become places in the tables; what names nothing stays 0.
-void CarriedDrawings::resolve(DrawingOf part, Drawing& drawing, const TextOf& textOf) {
+void CarriedDrawings::resolve(DrawingOf part, Drawing& drawing, const Texts& texts) {
     std::vector<ShapeReference> known;
     for (ShapeReference& reference : drawing.references) {
         const std::uint32_t value = reference.index;
@@ -240,7 +350,7 @@ void CarriedDrawings::resolve(DrawingOf part, Drawing& drawing, const TextOf& te
             break;
         case Kind::text:
             reference.link = static_cast<std::uint16_t>(value);
-            index = textOf(static_cast<std::uint16_t>(value >> 16));
+            index = texts.index(static_cast<std::uint16_t>(value >> 16));
             break;
         case Kind::object:
             index = objectOf(value);

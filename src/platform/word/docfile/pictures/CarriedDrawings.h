@@ -14,22 +14,34 @@ namespace qvnd::word {
 // Turns the anchored shapes of a file into drawings that any document can take over.
 class CarriedDrawings {
 public:
-    // Which of DocumentTables::shapeTexts has that number in the part's table of text boxes,
-    // counted from 1. Nothing: there is no such text.
-    using TextOf = std::function<std::optional<std::uint32_t>(std::uint16_t number)>;
+    // The part's table of text boxes; its rows are counted from 1.
+    struct Texts {
+        // Which of DocumentTables::shapeTexts is the text of a row. Nothing: there is no such text.
+        std::function<std::optional<std::uint32_t>(std::uint16_t number)> index;
+        // The row that names a shape; 0 when none does.
+        std::function<std::uint16_t(std::uint32_t shape)> rowOf;
+    };
 
     // All outlive the object; pictures and objects are added to `tables`.
     CarriedDrawings(const Drawings& drawings, const EmbeddedObjects& objects,
                     DocumentTables& tables)
         : drawings_(drawings), objects_(objects), tables_(tables) {}
 
-    // The place in DocumentTables::drawings of what an anchor (Spa) stands for. Nothing when its
-    // shape does not exist, is damaged, or has an anchor already.
-    std::optional<std::uint32_t> add(DrawingOf part, ByteView spa, const TextOf& textOf);
+    // The place in DocumentTables::drawings of what an anchor (Spa) stands for. A shape that is
+    // damaged, or has an anchor already, leaves a plain one that shows its text or its picture.
+    // Nothing when there is neither.
+    std::optional<std::uint32_t> add(DrawingOf part, ByteView spa, const Texts& texts);
+
+    // Members of groups that were damaged and stayed out.
+    int damagedMembers() const { return damagedMembers_; }
 
 private:
+    std::optional<Drawing> copied(ByteView record, const Texts& texts);
+    Bytes plainShape(std::uint32_t id, bool mayShowText, const Texts& texts);
+    // What a shape that names no text has in the place of its name; 0 for none.
+    std::uint32_t unnamedText(std::uint32_t id, const Texts& texts) const;
     // The references of `drawing` are still the file's numbers.
-    void resolve(DrawingOf part, Drawing& drawing, const TextOf& textOf);
+    void resolve(DrawingOf part, Drawing& drawing, const Texts& texts);
     std::optional<std::uint32_t> pictureOf(std::uint32_t number);
     std::optional<std::uint32_t> objectOf(std::uint32_t number);
     std::uint32_t newShape(DrawingOf part, std::uint32_t id);
@@ -44,6 +56,7 @@ private:
     std::array<std::unordered_map<std::uint32_t, std::uint32_t>, 2> shapes_;
     std::array<std::unordered_set<std::uint32_t>, 2> anchored_;
     std::unordered_set<std::uint32_t> present_; // shapes that are part of a drawing
+    int damagedMembers_ = 0;
 };
 
 } // namespace qvnd::word

@@ -6,7 +6,6 @@
 #include "platform/word/docfile/format/TextParts.h"
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/pictures/CarriedDrawings.h"
-#include "platform/word/docfile/pictures/FloatingPictures.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
 #include "platform/word/docfile/reader/FormattedText.h"
 #include "platform/word/docfile/reader/SideContents.h"
@@ -22,13 +21,15 @@
 #include "platform/word/docfile/text/TableRepair.h"
 
 #include <algorithm>
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
 
 namespace qvnd::word {
 
 namespace {
 
 constexpr char16_t breakCharacter = 0x0C;
-constexpr std::uint32_t noText = 0xFFFFFFFF;
 
 void remarkOn(Remarks& remarks, int count, std::u16string_view what) {
     if (count > 0) {
@@ -51,11 +52,10 @@ public:
         text_ =
             readFormattedText(document_, pieces, sectionEnds(), expansion, lists(), data_.remarks);
         readMain(mainLength(pieces));
-        const Drawings drawings(document_.part(FibPair::DggInfo), document_.wordDocument);
-        readDrawings(drawings);
+        data_.side = countSideContents(document_);
+        readDrawings(Drawings(document_.part(FibPair::DggInfo), document_.wordDocument));
         readHeaders();
         readRest();
-        readFlatDrawings(drawings);
         readSideTexts();
         remarkOn(data_.remarks, expansion.damagedLists(), u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
@@ -217,8 +217,6 @@ private:
                 appendMarks(own, fields, places[i]->start, places[i]->length, 0);
                 Story header = story(start + places[i]->start, places[i]->length, own);
                 appendMarks(header.anchors, headerAnchors_, places[i]->start, places[i]->length, 0);
-                std::erase_if(header.anchors,
-                              [&](const Anchor& anchor) { return !isDrawing(header, anchor.at); });
                 set[i] = slicesOf(std::move(header));
             }
         }
@@ -230,7 +228,6 @@ private:
             decodeBookmarks({document_.part(FibPair::SttbfBkmk), document_.part(FibPair::PlcfBkf),
                              document_.part(FibPair::PlcfBkl)},
                             data_.main.size(), data_.remarks);
-        data_.side = countSideContents(document_);
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
     }
@@ -319,95 +316,82 @@ private:
     // Shapes with all that they show; their anchors become those of the stories.
     void readDrawings(const Drawings& drawings) {
         CarriedDrawings carried(drawings, document_.objects, data_.tables);
-        data_.main.anchors = readDrawingsOf(TextPart::textBoxes, FibPair::PlcfTxbxBkd,
-                                            DrawingOf::main, carried, mainBoxes_);
-        std::erase_if(data_.main.anchors,
-                      [&](const Anchor& anchor) { return !isDrawing(data_.main, anchor.at); });
-        std::vector<std::uint32_t> headerBoxes;
-        headerAnchors_ = readDrawingsOf(TextPart::headerTextBoxes, FibPair::PlcfTxbxHdrBkd,
-                                        DrawingOf::headers, carried, headerBoxes);
+        data_.main.anchors = readDrawingsOf(TextPart::main, TextPart::textBoxes,
+                                            FibPair::PlcfTxbxBkd, DrawingOf::main, carried);
+        data_.side.textBoxes -= static_cast<int>(data_.tables.shapeTexts.size());
+        headerAnchors_ = readDrawingsOf(TextPart::headers, TextPart::headerTextBoxes,
+                                        FibPair::PlcfTxbxHdrBkd, DrawingOf::headers, carried);
+        remarkOn(data_.remarks, carried.damagedMembers(), u" 个组合图形中的图形已损坏，未能读出。");
     }
 
-    static bool isDrawing(const Story& story, Cp at) {
-        return at < story.size() && story.text[at] == factsOf(TextPart::textBoxes).anchor;
-    }
+    // The texts of a table of text boxes; a shape that shows one brings it.
+    class BoxTexts {
+    public:
+        BoxTexts(std::vector<BoxText> texts, std::function<std::uint32_t(const BoxText&)> bring)
+            : texts_(std::move(texts)), bring_(std::move(bring)), known_(texts_.size()) {
+            for (std::size_t i = texts_.size(); i-- > 0;) {
+                if (texts_[i].length > 0) {
+                    rows_[texts_[i].shape] = static_cast<std::uint16_t>(i + 1);
+                }
+            }
+        }
 
-    // The anchors of drawings over one part of the text, ascending. `known`: which of the tables'
-    // texts each number of a text box is; `noText` for one that no shape shows.
-    std::vector<Anchor> readDrawingsOf(TextPart boxes, FibPair breaks, DrawingOf part,
-                                       CarriedDrawings& carried,
-                                       std::vector<std::uint32_t>& known) {
+        std::optional<std::uint32_t> index(std::uint16_t row) {
+            if (row == 0 || row > texts_.size() || texts_[row - 1U].length == 0) {
+                return std::nullopt;
+            }
+            std::optional<std::uint32_t>& known = known_[row - 1U];
+            known = known ? known : bring_(texts_[row - 1U]);
+            return known;
+        }
+        std::uint16_t rowOf(std::uint32_t shape) const {
+            const auto found = rows_.find(shape);
+            return found != rows_.end() ? found->second : std::uint16_t{0};
+        }
+
+    private:
+        std::vector<BoxText> texts_;
+        std::function<std::uint32_t(const BoxText&)> bring_;
+        std::vector<std::optional<std::uint32_t>> known_;
+        std::unordered_map<std::uint32_t, std::uint16_t> rows_; // by shape
+    };
+
+    // The anchors of drawings over one part of the text, ascending: each at a character of its own
+    // that stands for a drawing.
+    std::vector<Anchor> readDrawingsOf(TextPart over, TextPart boxes, FibPair breaks,
+                                       DrawingOf part, CarriedDrawings& carried) {
         const TextPartFacts& facts = factsOf(boxes);
         const auto [start, length] = placeOf(boxes);
         const std::vector<FieldMark> fields = fieldsOf(boxes);
-        const std::vector<BoxText> texts =
-            readBoxTexts(tableOf(facts.texts), document_.part(breaks), length);
-        known.assign(texts.size(), noText);
-        const auto textOf = [&, start = start](std::uint16_t number) {
-            if (number == 0 || number > texts.size() || texts[number - 1U].length == 0) {
-                return std::optional<std::uint32_t>();
-            }
-            std::uint32_t& index = known[number - 1U];
-            if (index == noText) {
-                const BoxText& text = texts[number - 1U];
-                index = static_cast<std::uint32_t>(data_.tables.shapeTexts.size());
-                data_.tables.shapeTexts.push_back(
-                    {sideText(start, {text.start, text.length}, fields), text.breaks});
-            }
-            return std::optional(index);
-        };
+        BoxTexts texts(
+            readBoxTexts(tableOf(facts.texts), document_.part(breaks), length),
+            [&, start = start](const BoxText& text) {
+                auto& pool = data_.tables.shapeTexts;
+                pool.push_back({sideText(start, {text.start, text.length}, fields), text.breaks});
+                return static_cast<std::uint32_t>(pool.size() - 1);
+            });
+        const CarriedDrawings::Texts named{[&](std::uint16_t row) { return texts.index(row); },
+                                           [&](std::uint32_t shape) { return texts.rowOf(shape); }};
         std::vector<Anchor> anchors;
+        std::unordered_set<Cp> taken;
         const Plc places = decodePlc(tableOf(facts.references), facts.references->elementSize);
         for (std::size_t i = 0; i < places.count(); ++i) {
-            if (const auto drawing = carried.add(part, places.element(i), textOf)) {
-                anchors.push_back({places.positions[i], AnchorKind::drawing, *drawing});
+            const Cp at = places.positions[i];
+            if (!isDrawing(over, at) || !taken.insert(at).second) {
+                continue;
+            }
+            if (const auto drawing = carried.add(part, places.element(i), named)) {
+                anchors.push_back({at, AnchorKind::drawing, *drawing});
             }
         }
-        sortAnchors(anchors);
+        std::sort(anchors.begin(), anchors.end(),
+                  [](const Anchor& a, const Anchor& b) { return a.at < b.at; });
         return anchors;
     }
 
-    // What shapes look like to those who draw none: pictures in line, texts in frames.
-    void readFlatDrawings(const Drawings& drawings) {
-        readFloatingPicturesOfMain(drawings);
-        readTextBoxes(drawings);
-    }
-
-    // Whether a drawing is anchored there; so far the main story has no other anchors.
-    bool isCarried(Cp at) const {
-        const std::vector<Anchor>& anchors = data_.main.anchors;
-        const auto found =
-            std::lower_bound(anchors.begin(), anchors.end(), at,
-                             [](const Anchor& anchor, Cp wanted) { return anchor.at < wanted; });
-        return found != anchors.end() && found->at == at;
-    }
-
-    void readFloatingPicturesOfMain(const Drawings& drawings) {
-        data_.floatingPictures = readFloatingPictures(document_.part(FibPair::PlcSpaMom), drawings);
-        std::erase_if(data_.floatingPictures, [&](const FloatingPicture& picture) {
-            return !isDrawing(data_.main, picture.at);
-        });
-        for (FloatingPicture& picture : data_.floatingPictures) {
-            picture.inDrawing = isCarried(picture.at);
-        }
-    }
-
-    void readTextBoxes(const Drawings& drawings) {
-        const auto [start, length] = placeOf(TextPart::textBoxes);
-        const TextBoxTables tables{document_.part(FibPair::PlcftxbxTxt),
-                                   document_.part(FibPair::PlcSpaMom)};
-        const auto fields = fieldsOf(TextPart::textBoxes);
-        for (const TextBoxPlace& place : readTextBoxPlaces(tables, drawings, length)) {
-            if (place.at < data_.main.size()) {
-                std::vector<FieldMark> own;
-                appendMarks(own, fields, place.start, place.length, 0);
-                const bool inDrawing = place.number <= mainBoxes_.size() &&
-                                       mainBoxes_[place.number - 1] != noText &&
-                                       isCarried(place.at);
-                data_.textBoxes.push_back({place.at, story(start + place.start, place.length, own),
-                                           place.spot, inDrawing});
-            }
-        }
+    bool isDrawing(TextPart over, Cp at) const {
+        const auto [start, length] = placeOf(over);
+        return at < length && text_.text[start + at] == factsOf(TextPart::textBoxes).anchor;
     }
 
     void remarkOnStories() {
@@ -425,9 +409,8 @@ private:
     DocumentData data_;
     std::vector<SectionPlace> places_;
     FormattedText text_;
-    std::vector<Anchor> headerAnchors_;    // of drawings, in the part of the headers
-    std::vector<std::uint32_t> mainBoxes_; // texts by the numbers of their text boxes
-    int damagedTexts_ = 0;                 // of notes and comments
+    std::vector<Anchor> headerAnchors_; // of drawings, in the part of the headers
+    int damagedTexts_ = 0;              // of notes and comments
     int damagedFields_ = 0;
     int strayFields_ = 0;
     int lostPictures_ = 0;
