@@ -143,9 +143,9 @@ private:
 
     void read(const OutlineNode& node, const std::filesystem::path& path) {
         try {
-            const auto carried =
-                word::importDocument(target_.tables, names_, word::readDocument(path));
-            for (const std::u16string& line : carried.leftOut)
+            std::vector<std::u16string> leftOut;
+            word::importDocument(target_.tables, names_, word::readDocument(path), leftOut);
+            for (const std::u16string& line : leftOut)
                 add(Kind::notCarried, node, QString::fromStdU16String(line));
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;

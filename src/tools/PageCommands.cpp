@@ -80,14 +80,14 @@ public:
         }
     }
 
-    const word::DocumentData& document() const { return document_; }
+    const word::DocumentContent& document() const { return document_; }
     const drawing::FontFaces& fonts() const { return fonts_; }
     const layout::DocumentLayout& layout() const { return *layout_; }
 
 private:
     void begin() { layout_ = std::make_unique<layout::DocumentLayout>(source_, fonts_, options_); }
 
-    word::DocumentData document_;
+    word::DocumentContent document_;
     layout::LayoutSource source_;
     drawing::FontFaces fonts_;
     layout::LayoutOptions options_;
@@ -195,14 +195,15 @@ struct Heading {
     QString text;
 };
 
-std::vector<Heading> headingsOf(const word::DocumentData& document) {
+std::vector<Heading> headingsOf(const word::DocumentContent& document) {
     std::vector<Heading> headings;
     word::FormatResolver formats(document.tables);
     word::Cp at = 0;
-    for (const word::ParagraphRun& run : document.main.paragraphs) {
+    const auto main = word::joined(document.main);
+    for (const word::ParagraphRun& run : main->paragraphs) {
         const int level = formats.paragraph(run.style, run.properties).outlineLevel;
         const QString text =
-            QString::fromStdU16String(document.main.text.substr(at, run.length)).simplified();
+            QString::fromStdU16String(main->text.substr(at, run.length)).simplified();
         if (level > 0 && !text.isEmpty()) {
             headings.push_back({level, at, text});
         }

@@ -31,14 +31,16 @@ std::set<std::string> brokenRules(const DocumentContent& content) {
 } // namespace
 
 InsertionOutcome insertAndCheck(ByteView file) {
-    std::optional<DocumentData> source;
+    std::optional<DocumentContent> source;
     try {
         source = readDocument(file);
     } catch (const FormatError&) {
         return {};
     }
     WorkingDocument document(normalTemplate());
-    ImportedText text = importDocument(document.tables(), document.bookmarkNames(), *source);
+    std::vector<std::u16string> leftOut;
+    DocumentBody text =
+        importDocument(document.tables(), document.bookmarkNames(), *source, leftOut);
     insertDocument(document, document.main().size() - 1, std::move(text));
     InsertionOutcome outcome;
     outcome.accepted = true;

@@ -166,9 +166,9 @@ QString DocumentProbe::storyOf(word::HeaderKind kind) const {
     if (story.empty()) {
         return u"none"_s;
     }
-    word::DocumentData alone = word::readDocument(file_);
-    alone.main = *word::joined(story);
-    alone.sections = {{alone.main.size(), word::PropertyListId::empty}};
+    word::DocumentContent alone = word::readDocument(file_);
+    alone.main = story;
+    alone.sections = {{lengthOf(story), word::PropertyListId::empty}};
     alone.headers.resize(1);
     const preview::DocumentReading reading = preview::ownReading(alone);
     QString found = u"empty"_s;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/OwnReading.h"
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/format/Sprm.h"
 
 #include <QString>
@@ -54,7 +54,7 @@ private:
     QString storyOf(word::HeaderKind kind) const;
 
     std::filesystem::path file_;
-    word::DocumentData data_;
+    word::DocumentContent data_;
     preview::DocumentReading reading_;
 };
 

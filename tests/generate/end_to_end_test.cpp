@@ -88,17 +88,17 @@ protected:
         return generate::BuildBid({program, switches, word}, platform, window, TrvEdit);
     }
 
-    word::DocumentData generated() const {
+    word::DocumentContent generated() const {
         return word::readDocument(place("work") / u"施工方案.doc");
     }
     // Whether all characters of the first such words are bold, or all are not; fails otherwise.
     bool isBold(std::u16string_view words) const {
-        const word::DocumentData data = generated();
-        const auto at = data.main.text.find(words);
+        const word::DocumentContent data = generated();
+        const auto at = word::joined(data.main)->text.find(words);
         EXPECT_NE(at, std::u16string::npos);
         std::set<unsigned> found;
         word::Cp begin = 0;
-        for (const word::CharacterRun& run : data.main.characters) {
+        for (const word::CharacterRun& run : word::joined(data.main)->characters) {
             const auto bold = word::findSprm(data.tables.lists[run.properties], word::sprm::CFBold);
             if (begin + run.length > at && begin < at + words.size())
                 found.insert(bold ? bold->operand[0] : 0U);
@@ -109,7 +109,7 @@ protected:
     }
     // The lines of the document that are not blank.
     std::string generatedLines() const {
-        const word::DocumentData data = generated();
+        const word::DocumentContent data = generated();
         const auto text = QString::fromStdU16String(word::documentText(data.main, data.tables));
         QStringList lines;
         for (const QString& line : text.split(u'\n'))
@@ -169,11 +169,11 @@ TEST_F(GeneratedDocument, AlignsThePageNumbersOfTheContentsWhenTheSettingsSaySo)
 TEST_F(GeneratedDocument, SetsTheBodyFontOverEveryCharacterThatCameIn) {
     plan();
     generate();
-    const word::DocumentData data = generated();
-    const auto at = data.main.text.find(u"说明正文");
+    const word::DocumentContent data = generated();
+    const auto at = word::joined(data.main)->text.find(u"说明正文");
     ASSERT_NE(at, std::u16string::npos);
     word::Cp begin = 0;
-    for (const word::CharacterRun& run : data.main.characters) {
+    for (const word::CharacterRun& run : word::joined(data.main)->characters) {
         if (begin + run.length > at && begin < at + 4) {
             const auto size = word::findSprm(data.tables.lists[run.properties], word::sprm::CHps);
             ASSERT_TRUE(size.has_value()) << "character " << begin - at;
@@ -198,10 +198,10 @@ TEST_F(GeneratedDocument, ACustomPageWhoseFileIsMissingLeavesTheCoverPageBlank) 
     putTable(settings(), u"当前自定义"_s, {{{u"路径"_s, u"扉页"}}});
     EXPECT_EQ(generate(), BuildOutcome::finished);
     EXPECT_NE(linesOf("message").find("扉页.doc"), std::string::npos);
-    const word::DocumentData data = generated();
-    EXPECT_TRUE(data.main.text.starts_with(u"\r目录\r"));
-    ASSERT_GE(data.main.paragraphs.size(), 2U);
-    const auto& look = data.tables.lists[data.main.paragraphs[1].properties];
+    const word::DocumentContent data = generated();
+    EXPECT_TRUE(word::joined(data.main)->text.starts_with(u"\r目录\r"));
+    ASSERT_GE(word::joined(data.main)->paragraphs.size(), 2U);
+    const auto& look = data.tables.lists[word::joined(data.main)->paragraphs[1].properties];
     EXPECT_TRUE(word::findSprm(look, word::sprm::PFPageBreakBefore).has_value());
 }
 

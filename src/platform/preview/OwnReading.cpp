@@ -12,7 +12,7 @@ namespace qvnd::preview {
 namespace {
 
 // That of the first section, with margins that leave room for text.
-Paper paperOf(const word::DocumentData& document) {
+Paper paperOf(const word::DocumentContent& document) {
     constexpr double twipsPerPoint = 20;
     constexpr double least = 72;
     constexpr double leastText = 36;
@@ -39,11 +39,11 @@ Paper paperOf(const word::DocumentData& document) {
 
 } // namespace
 
-DocumentReading ownReading(const word::DocumentData& document, const ReadingLimits& limits) {
+DocumentReading ownReading(const word::DocumentContent& document, const ReadingLimits& limits) {
     DocumentReading reading;
     reading.paper = paperOf(document);
     ReadingContext context(document, reading);
-    reading.blocks = StoryReading(context, document.main, limits).read(reading.isCut);
+    reading.blocks = StoryReading(context, *context.main, limits).read(reading.isCut);
     return reading;
 }
 

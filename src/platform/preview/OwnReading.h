@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/preview/DocumentReading.h"
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 
 #include <QString>
 
@@ -16,7 +16,7 @@ struct ReadingLimits {
 // The head of the document, at most as much as the limits say and cut between paragraphs or rows.
 // Text boxes stand behind the paragraph of their anchor, floating pictures at theirs. Headers,
 // footers and notes are not part of it.
-DocumentReading ownReading(const word::DocumentData& document, const ReadingLimits& limits = {});
+DocumentReading ownReading(const word::DocumentContent& document, const ReadingLimits& limits = {});
 
 // Reads a file. Throws RunTimeError with a Chinese reason when it is missing, is no .doc, is
 // encrypted or damaged beyond reading.

@@ -3,7 +3,7 @@
 #include "platform/preview/BlockStack.h"
 #include "platform/preview/Looks.h"
 #include "platform/preview/OwnReading.h"
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/pictures/FlatDrawings.h"
 #include "platform/word/formatting/ListNumbers.h"
 
@@ -14,14 +14,16 @@ namespace qvnd::preview {
 
 // What the stories of one document share while they are read.
 struct ReadingContext {
-    ReadingContext(const word::DocumentData& source, DocumentReading& target)
+    ReadingContext(const word::DocumentContent& source, DocumentReading& target)
         : document(source), reading(target), looks(source.tables, target.looks),
-          drawings(word::flatDrawings(source.main.anchors, source.tables)),
+          main(word::joined(source.main)),
+          drawings(word::flatDrawings(main->anchors, source.tables)),
           numbers(source.tables, looks.levels()), places(source.tables.lists) {}
 
-    const word::DocumentData& document;
+    const word::DocumentContent& document;
     DocumentReading& reading;
     Looks looks;
+    std::shared_ptr<const word::Story> main;
     word::FlatDrawings drawings; // of the main story
     word::ListNumbers numbers;
     word::TablePlaces places;
@@ -38,7 +40,7 @@ public:
     std::vector<Block> read(bool& isCut);
 
 private:
-    bool isMain() const { return &story_ == &context_.document.main; }
+    bool isMain() const { return &story_ == context_.main.get(); }
     void endParagraph(word::Cp at, const word::ParagraphRun& run);
     void closeParagraph(const word::ParagraphRun& run, const word::TablePlace& place);
     void label(Paragraph& paragraph, const word::ParagraphRun& run, const Looks::OfParagraph& look);

@@ -54,8 +54,8 @@ protected:
         }
     }
     void type(const std::u16string& text, const Bytes& paragraph = {}) {
-        append(document.main, text, paragraph);
-        document.sections.back().length = document.main.size() - before;
+        append(main, text, paragraph);
+        document.sections.back().length = main.size() - before;
     }
     void paragraphs(int count) {
         for (int i = 0; i < count; ++i) {
@@ -63,12 +63,13 @@ protected:
         }
     }
     void nextSection(const Bytes& list) {
-        before = document.main.size();
+        before = main.size();
         document.sections.push_back({0, intern(list)});
         document.headers.resize(document.sections.size());
     }
 
     std::vector<Page> pages() {
+        document.main = word::slicesOf(main);
         source = sourceOf(document);
         layout = std::make_unique<DocumentLayout>(source, fonts, options);
         std::vector<Page> result;
@@ -89,7 +90,8 @@ protected:
     test::ContentBuilder builder;
     test::FixedFonts fonts;
     LayoutOptions options;
-    word::DocumentData document;
+    word::Story main;
+    word::DocumentContent document; // all but the main story
     LayoutSource source;
     std::unique_ptr<DocumentLayout> layout;
     word::Cp before = 0;
@@ -109,6 +111,7 @@ TEST_F(Pages, TenLinesFillAPage) {
 
 TEST_F(Pages, PagesComeOneByOneAsTheyAreAskedFor) {
     paragraphs(50);
+    document.main = word::slicesOf(main);
     source = sourceOf(document);
     DocumentLayout lazy(source, fonts, {});
     ASSERT_TRUE(lazy.nextPage());
@@ -219,17 +222,16 @@ TEST_F(Pages, APageFieldShowsTheNumberOfItsPage) {
 
 TEST_F(Pages, HiddenTextAndInstructionsOfFieldsAreNotSeen) {
     type(u"甲\x13HYPERLINK x\x14乙\x15丙\r");
-    document.main.fields = {{1, 0x13, 0x58}, {13, 0x14, 0}, {15, 0x15, 0}};
+    main.fields = {{1, 0x13, 0x58}, {13, 0x14, 0}, {15, 0x15, 0}};
     EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
-    document.main.characters = {{1, intern(withSprm8({}, sprm::CFVanish, 1))},
-                                {document.main.size() - 1, {}}};
+    main.characters = {{1, intern(withSprm8({}, sprm::CFVanish, 1))}, {main.size() - 1, {}}};
     EXPECT_EQ(textOf(pages().at(0)), u"乙丙");
 }
 
 TEST_F(Pages, AFootnoteStandsOnThePageOfItsReference) {
     type(u"甲\x02\r");
     paragraphs(9);
-    document.main.anchors = {{1, word::AnchorKind::footnote, 0}};
+    main.anchors = {{1, word::AnchorKind::footnote, 0}};
     document.tables.notes.push_back(
         {std::make_shared<const word::Story>(story(u"\x02注\r")), true});
     const auto found = pages();
@@ -252,9 +254,9 @@ TEST_F(Pages, ATableStandsCellBesideCell) {
     Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
     const Bytes row = definition.take();
     mark.insert(mark.end(), row.begin(), row.end());
-    document.main.text = u"甲\a乙\a\a\r";
-    document.main.characters = {{6, {}}};
-    document.main.paragraphs = {
+    main.text = u"甲\a乙\a\a\r";
+    main.characters = {{6, {}}};
+    main.paragraphs = {
         {2, 0, intern(inTable)}, {2, 0, intern(inTable)}, {1, 0, intern(mark)}, {1, 0, {}}};
     document.sections[0].length = 6;
     const auto found = pages();

@@ -66,7 +66,7 @@ QString lettersOf(const QString& text) {
     return letters;
 }
 
-int hiddenRuns(const word::DocumentData& document) {
+int hiddenRuns(const word::DocumentContent& document) {
     int hidden = 0;
     for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
         const auto id = static_cast<word::PropertyListId>(i);
@@ -81,7 +81,7 @@ TEST(CorpusReading, NoLetterOfADocumentIsLost) {
     }
     int compared = 0;
     for (const auto& path : corpus()) {
-        const word::DocumentData document = word::readDocument(path);
+        const word::DocumentContent document = word::readDocument(path);
         if (hiddenRuns(document) > 0) {
             continue; // hidden text is left out on purpose
         }

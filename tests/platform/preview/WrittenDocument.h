@@ -9,7 +9,7 @@
 namespace qvnd::test {
 
 // The document as it is read back from a file.
-inline word::DocumentData readBack(const word::DocumentContent& content) {
+inline word::DocumentContent readBack(const word::DocumentContent& content) {
     const ScratchFolder folder;
     word::DocumentWriter().saveAs(folder.path() / "a.doc", content);
     return word::readDocument(folder.path() / "a.doc");

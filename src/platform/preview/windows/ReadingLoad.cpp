@@ -105,9 +105,9 @@ public:
     }
 
 private:
-    std::optional<word::DocumentData> readFirstPages(DocumentReading& reading) {
+    std::optional<word::DocumentContent> readFirstPages(DocumentReading& reading) {
         try {
-            word::DocumentData document = word::readDocumentFile(files::toPath(path_));
+            word::DocumentContent document = word::readDocumentFile(files::toPath(path_));
             reading = ownReading(document, firstLimits);
             shared_->first = pagesOf(reading);
             shared_->isWhole = !reading.isCut;

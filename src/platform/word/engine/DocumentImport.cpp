@@ -182,18 +182,19 @@ bool hasHeaders(const HeaderSet& set) {
 // Brings the stories of one source in, one after another.
 class StoriesImport {
 public:
-    StoriesImport(DocumentTables& target, const DocumentData& source, const NewNames& names)
+    StoriesImport(DocumentTables& target, const DocumentContent& source, const NewNames& names)
         : target_(target), source_(source), names_(names), tables_(target, source.tables),
-          text_(tables_, target, source.tables), firstShape_(target.shapes) {
-        losses_.footnotes = source.side.footnotes;
-        losses_.endnotes = source.side.endnotes;
-        losses_.comments = source.side.comments;
+          text_(tables_, target, source.tables), main_(joined(source.main)),
+          firstShape_(target.shapes) {
+        losses_.footnotes = source.unread.footnotes + anchorsOfKind(AnchorKind::footnote);
+        losses_.endnotes = source.unread.endnotes + anchorsOfKind(AnchorKind::endnote);
+        losses_.comments = source.unread.comments + anchorsOfKind(AnchorKind::comment);
         target.shapes += source.tables.shapes;
     }
 
     // The main story; afterwards moved() knows what became of its positions.
     Story main() {
-        Story main = imported(source_.main, false, edits_);
+        Story main = imported(*main_, false, edits_);
         bringAnchored(main.anchors);
         return main;
     }
@@ -216,7 +217,7 @@ public:
         Cp end = 0;
         Cp newStart = 0;
         for (const SectionRun& section : source_.sections) {
-            end = std::min(end + section.length, source_.main.size());
+            end = std::min(end + section.length, main_->size());
             const Cp newEnd = moved(end);
             sections.push_back(
                 {newEnd - newStart, tables_.rewriter().rewritten(section.properties)});
@@ -257,6 +258,12 @@ public:
     }
 
 private:
+    int anchorsOfKind(AnchorKind kind) const {
+        return static_cast<int>(
+            std::count_if(main_->anchors.begin(), main_->anchors.end(),
+                          [&](const Anchor& anchor) { return anchor.kind == kind; }));
+    }
+
     // What the anchors name comes along, and they name it in the target.
     void bringAnchored(std::vector<Anchor>& anchors) {
         for (Anchor& anchor : anchors) {
@@ -362,11 +369,12 @@ private:
     }
 
     DocumentTables& target_;
-    const DocumentData& source_;
+    const DocumentContent& source_;
     const NewNames& names_;
     ImportTables tables_;
     TextImport text_;
     ImportLosses losses_;
+    std::shared_ptr<const Story> main_;
     StoryEdits edits_;                                            // of the main story
     std::unordered_map<std::uint32_t, std::uint32_t> comments_;   // index here, index there
     std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_; // the same
@@ -375,24 +383,24 @@ private:
 
 } // namespace
 
-ImportedText importDocument(DocumentTables& target, BookmarkNames& names,
-                            const DocumentData& source) {
-    ImportedText result;
+DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
+                            const DocumentContent& source, std::vector<std::u16string>& leftOut) {
+    DocumentBody result;
     result.bookmarks = source.bookmarks;
     const NewNames newNames = renamed(result.bookmarks, names);
     StoriesImport stories(target, source, newNames);
-    result.text = std::make_shared<Story>(stories.main());
+    result.main = slicesOf(stories.main());
     for (Bookmark& bookmark : result.bookmarks) {
         bookmark.start = stories.moved(bookmark.start);
         bookmark.end = stories.moved(bookmark.end);
     }
     stories.tieToComments(result.bookmarks);
-    result.sections = stories.sections(result.text->size());
+    result.sections = stories.sections(lengthOf(result.main));
     result.headers = stories.headers();
     if (!result.headers.empty()) {
         result.headers.resize(result.sections.size());
     }
-    result.leftOut = stories.finish();
+    leftOut = stories.finish();
     return result;
 }
 

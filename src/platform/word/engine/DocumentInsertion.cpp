@@ -13,27 +13,26 @@ namespace {
 
 class DocumentInsertion {
 public:
-    DocumentInsertion(WorkingDocument& document, Cp at, ImportedText text)
+    DocumentInsertion(WorkingDocument& document, Cp at, DocumentBody text)
         : document_(document), story_(document.main()), lists_(document.tables().lists), at_(at),
-          text_(std::move(text)) {}
+          text_(std::move(text)), length_(lengthOf(text_.main)) {}
 
     Cp run() {
-        if (text_.text->size() == 0) {
+        if (text_.main.empty()) {
             return at_;
         }
         prepareSections();
         beginParagraphIfNeeded();
         movePageBreak();
         separateInFront();
-        const Cp length = text_.text->size();
-        story_.insertFragment(at_, text_.text);
+        story_.insert(at_, text_.main);
         for (Bookmark& bookmark : text_.bookmarks) {
             bookmark.start += at_;
             bookmark.end += at_;
             document_.addBookmark(std::move(bookmark));
         }
         cutSections();
-        return at_ + length;
+        return at_ + length_;
     }
 
 private:
@@ -67,7 +66,7 @@ private:
         if (story_.paragraphStart(at_) == at_) {
             return;
         }
-        const ByteView look = lists_[text_.text->paragraphs.front().properties];
+        const ByteView look = lists_[WorkingStory(text_.main).paragraphLook(0).properties];
         if (isSeparated_ || sprmValue(look, sprm::PFInTable, 0) != 0) {
             story_.insertMark(at_, u'\r', story_.paragraphLook(at_ - 1),
                               story_.characterProperties(at_ - 1));
@@ -86,8 +85,11 @@ private:
             const Bytes list = withoutSprm(lists_[old.properties], sprm::PFPageBreakBefore);
             return ParagraphLook{old.style, lists_.intern(list)};
         });
-        PropertyListId& properties = text_.text->paragraphs.front().properties;
-        properties = lists_.intern(withSprm8(lists_[properties], sprm::PFPageBreakBefore, 1));
+        WorkingStory inserted(text_.main);
+        inserted.changeParagraphs(0, inserted.paragraphEnd(0), [&](const ParagraphLook& old) {
+            const Bytes list = withSprm8(lists_[old.properties], sprm::PFPageBreakBefore, 1);
+            return ParagraphLook{old.style, lists_.intern(list)};
+        });
     }
 
     // Headings right in front lead over to the document and go with it, as do empty paragraphs
@@ -162,7 +164,7 @@ private:
             continueTarget();
         }
         placeHeaders(breaks);
-        const std::size_t rest = sections.indexAt(at_ + text_.text->size());
+        const std::size_t rest = sections.indexAt(at_ + length_);
         if (hasSections_) {
             sections.setProperties(rest,
                                    lists_.intern(withBreakOf(targetFormat(), formatOf(last()))));
@@ -173,7 +175,7 @@ private:
     void placeHeaders(std::size_t breaks) {
         DocumentSections& sections = document_.sections();
         Cp at = at_;
-        const std::size_t rest = sections.indexAt(at_ + text_.text->size());
+        const std::size_t rest = sections.indexAt(at_ + length_);
         for (std::size_t i = 0; i < std::min(breaks, text_.headers.size()); ++i) {
             for (std::size_t kind = 0; kind < text_.headers[i].size(); ++kind) {
                 if (SlicedText& header = text_.headers[i][kind]; !header.empty()) {
@@ -189,7 +191,8 @@ private:
     WorkingStory& story_;
     PropertyLists& lists_;
     Cp at_;
-    ImportedText text_;
+    DocumentBody text_;
+    Cp length_;
     PropertyListId target_ = PropertyListId::empty; // of the section that is inserted into
     PropertyListId front_ = PropertyListId::empty;  // of the first inserted section
     bool hasSections_ = false;
@@ -198,7 +201,7 @@ private:
 
 } // namespace
 
-Cp insertDocument(WorkingDocument& document, Cp at, ImportedText text) {
+Cp insertDocument(WorkingDocument& document, Cp at, DocumentBody text) {
     return DocumentInsertion(document, at, std::move(text)).run();
 }
 

@@ -12,6 +12,6 @@ namespace qvnd::word {
 // lead over to the document; where the last one differs, the document is closed off with a break
 // of its own, else what follows joins it. Inserted sections have no headers, footers, title pages
 // and page number restarts of their own: those of the document under work go through.
-Cp insertDocument(WorkingDocument& document, Cp at, ImportedText text);
+Cp insertDocument(WorkingDocument& document, Cp at, DocumentBody text);
 
 } // namespace qvnd::word

@@ -12,12 +12,15 @@ namespace {
 
 void append(WorkingDocument& document, const std::filesystem::path& file, const FontChange& font,
             ImportReport& report) {
-    const DocumentData source = readDocumentFile(file);
-    ImportedText text = importDocument(document.tables(), document.bookmarkNames(), source);
-    for (const std::u16string& what : text.leftOut) {
+    const DocumentContent source = readDocumentFile(file);
+    std::vector<std::u16string> leftOut;
+    DocumentBody text =
+        importDocument(document.tables(), document.bookmarkNames(), source, leftOut);
+    for (const std::u16string& what : leftOut) {
         report.notCarried(file, what);
     }
-    changeCharacters(*text.text, propertyChange(document.tables(), font));
+    WorkingStory main(text.main);
+    main.changeCharacters(0, main.size(), propertyChange(document.tables(), font));
     insertDocument(document, document.main().size() - 1, std::move(text));
 }
 

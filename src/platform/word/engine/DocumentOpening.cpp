@@ -71,7 +71,7 @@ private:
 
 class Opening {
 public:
-    explicit Opening(DocumentData data)
+    explicit Opening(DocumentContent data)
         : data_(std::move(data)), before_(std::exchange(data_.tables.lists, {})),
           own_(data_.tables), rewriter_(before_, data_.tables.lists, own_) {}
 
@@ -89,7 +89,8 @@ public:
             }
         }
         nameBookmarks();
-        return content();
+        data_.unread = {};
+        return std::move(data_);
     }
 
 private:
@@ -185,19 +186,7 @@ private:
         }
     }
 
-    DocumentContent content() {
-        DocumentContent content;
-        const Cp length = data_.main.size();
-        content.tables = std::move(data_.tables);
-        content.main.push_back({std::make_shared<const Story>(std::move(data_.main)), 0, length});
-        content.sections = std::move(data_.sections);
-        content.headers = std::move(data_.headers);
-        content.bookmarks = std::move(data_.bookmarks);
-        content.settings = std::move(data_.settings);
-        return content;
-    }
-
-    DocumentData data_;
+    DocumentContent data_;
     PropertyLists before_;
     OwnTables own_;
     PropertyRewriter rewriter_;
@@ -205,6 +194,6 @@ private:
 
 } // namespace
 
-DocumentContent openedDocument(DocumentData data) { return Opening(std::move(data)).run(); }
+DocumentContent openedDocument(DocumentContent data) { return Opening(std::move(data)).run(); }
 
 } // namespace qvnd::word

@@ -48,7 +48,7 @@ bool isForeign(FormatError::Kind kind) {
 
 } // namespace
 
-DocumentData readDocumentFile(const std::filesystem::path& path) {
+DocumentContent readDocumentFile(const std::filesystem::path& path) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored)) {
         throw RunTimeError(error::fileNotFound, u"找不到文件“" + path.u16string() + u"”。");

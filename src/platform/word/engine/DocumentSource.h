@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 
 #include <filesystem>
 
@@ -8,6 +8,6 @@ namespace qvnd::word {
 
 // Reads the document of a file. Throws RunTimeError: 53 when there is no such file, 5 otherwise,
 // with a description in Chinese that names the file and the reason.
-DocumentData readDocumentFile(const std::filesystem::path& path);
+DocumentContent readDocumentFile(const std::filesystem::path& path);
 
 } // namespace qvnd::word

@@ -154,11 +154,12 @@ void EngineDocument::insertFile(const std::filesystem::path& path) {
         throw RunTimeError(error::invalidCall, u"页眉和页脚中不能插入文件。");
     }
     // Everything that can fail on the file's side comes before the first change.
-    const DocumentData source = readDocumentFile(path);
+    const DocumentContent source = readDocumentFile(path);
     WorkingDocument& content = change();
     editor().eraseSelection();
-    ImportedText text = importDocument(content.tables(), content.bookmarkNames(), source);
-    for (const std::u16string& what : text.leftOut) {
+    std::vector<std::u16string> leftOut;
+    DocumentBody text = importDocument(content.tables(), content.bookmarkNames(), source, leftOut);
+    for (const std::u16string& what : leftOut) {
         services_.report.notCarried(path, what);
     }
     const Cp behind = insertDocument(content, main_.start, std::move(text));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/model/HeadersFooters.h"
 
 #include <array>

@@ -61,15 +61,4 @@ PropertyChange propertyChange(DocumentTables& tables, const FontChange& change) 
     };
 }
 
-void changeCharacters(Story& story, const PropertyChange& change) {
-    std::unordered_map<PropertyListId, PropertyListId> known;
-    for (CharacterRun& run : story.characters) {
-        const auto [found, isNew] = known.try_emplace(run.properties, run.properties);
-        if (isNew) {
-            found->second = change(run.properties);
-        }
-        run.properties = found->second;
-    }
-}
-
 } // namespace qvnd::word

@@ -20,9 +20,6 @@ struct FontChange {
 // Sizes are rounded to half a point and held within 1 to 1638 points.
 PropertyChange propertyChange(DocumentTables& tables, const FontChange& change);
 
-// The same for a text that nobody shares yet.
-void changeCharacters(Story& story, const PropertyChange& change);
-
 // Adds or replaces the entry in the list with that id.
 PropertyListId withEntry(PropertyLists& lists, PropertyListId list, SprmOpcode opcode,
                          unsigned operand);

@@ -28,7 +28,7 @@ bool holdsContent(const Story& story) {
 }
 
 // Whether the last section shows a header or footer, its own or that of a section before it.
-bool showsHeaderAtTheEnd(const DocumentData& source) {
+bool showsHeaderAtTheEnd(const DocumentContent& source) {
     HeaderSet shown;
     for (const HeaderSet& set : source.headers) {
         for (std::size_t kind = 0; kind < set.size(); ++kind) {
@@ -40,7 +40,7 @@ bool showsHeaderAtTheEnd(const DocumentData& source) {
 }
 
 // Such a page changes how tables and pictures fit; other margins hardly do.
-bool turnsOrDividesThePageAtTheEnd(const DocumentData& source) {
+bool turnsOrDividesThePageAtTheEnd(const DocumentContent& source) {
     constexpr std::uint32_t landscape = 2;
     if (source.sections.empty()) {
         return false;
@@ -52,13 +52,12 @@ bool turnsOrDividesThePageAtTheEnd(const DocumentData& source) {
 
 } // namespace
 
-std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses) {
-    std::vector<std::u16string> lines = source.remarks;
-    const SideContents& side = source.side;
+std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses) {
+    std::vector<std::u16string> lines = source.unread.remarks;
     say(lines, losses.footnotes, u"脚注", u"个");
     say(lines, losses.endnotes, u"尾注", u"个");
     say(lines, losses.comments, u"批注", u"条");
-    say(lines, side.textBoxes, u"文本框", u"个");
+    say(lines, source.unread.textBoxes, u"文本框", u"个");
     say(lines, losses.drawings, u"浮动图形", u"个");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
@@ -71,7 +70,7 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
         lines.emplace_back(source.sections.size() > 1 ? u"文件最后一节的页眉页脚未能带入"
                                                       : u"文件自带的页眉页脚未能带入");
     }
-    if (side.macros) {
+    if (source.unread.macros) {
         lines.emplace_back(u"宏未能带入");
     }
     if (readDop(source.settings, dop::protectedForForms) != 0) {
@@ -80,10 +79,10 @@ std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLo
     return lines;
 }
 
-std::vector<std::u16string> leftOutOfOpened(const DocumentData& source) {
-    std::vector<std::u16string> lines = source.remarks;
-    say(lines, source.side.textBoxes, u"文本框", u"个");
-    if (source.side.macros) {
+std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source) {
+    std::vector<std::u16string> lines = source.unread.remarks;
+    say(lines, source.unread.textBoxes, u"文本框", u"个");
+    if (source.unread.macros) {
         lines.emplace_back(u"宏未能带入");
     }
     return lines;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 
 #include <string>
 #include <vector>
@@ -21,10 +21,10 @@ struct ImportLosses {
 
 // One line of Chinese for each kind of thing that a document holds and a merge leaves out, what
 // its reader left out first. Empty when nothing is missing.
-std::vector<std::u16string> leftOutOf(const DocumentData& source, const ImportLosses& losses);
+std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses);
 
 // The same for a document that is opened to be worked on and saved: it keeps all that it has but
 // what nothing in it leads to.
-std::vector<std::u16string> leftOutOfOpened(const DocumentData& source);
+std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source);
 
 } // namespace qvnd::word

@@ -237,15 +237,17 @@ void WorkingStory::insertMark(Cp at, char16_t mark, ParagraphLook look, Property
 }
 
 void WorkingStory::insertFragment(Cp at, std::shared_ptr<const Story> fragment) {
-    const Cp length = fragment->size();
-    if (length == 0) {
+    insert(at, word::slicesOf(std::move(fragment)));
+}
+
+void WorkingStory::insert(Cp at, const SlicedText& text) {
+    if (text.empty()) {
         return;
     }
     announce(at);
     const std::size_t index = splitAt(at);
-    slices_.insert(slices_.begin() + static_cast<std::ptrdiff_t>(index),
-                   StorySlice{std::move(fragment), 0, length});
-    grown(at, length);
+    slices_.insert(slices_.begin() + static_cast<std::ptrdiff_t>(index), text.begin(), text.end());
+    grown(at, lengthOf(text));
 }
 
 void WorkingStory::announce(Cp at) {

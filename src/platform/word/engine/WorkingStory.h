@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/document/StoryParts.h"
 
 #include <functional>
@@ -56,6 +56,7 @@ public:
 
     void insertText(Cp at, std::u16string_view text, PropertyListId properties);
     void insertMark(Cp at, char16_t mark, ParagraphLook look, PropertyListId properties);
+    void insert(Cp at, const SlicedText& text);
     void insertFragment(Cp at, std::shared_ptr<const Story> fragment);
     void erase(Cp start, Cp end);
     // Another character in place of the one that ends a paragraph at `at`; its look stays.

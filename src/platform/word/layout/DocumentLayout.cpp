@@ -419,10 +419,11 @@ LayoutOptions officeOptions() {
     return options;
 }
 
-LayoutSource sourceOf(const word::DocumentData& document) {
-    return {&document.tables,  &document.main,
-            document.sections, document.headers,
-            document.settings, word::flatDrawings(document.main.anchors, document.tables)};
+LayoutSource sourceOf(const word::DocumentContent& document) {
+    auto main = word::joined(document.main);
+    auto drawings = word::flatDrawings(main->anchors, document.tables);
+    return {&document.tables, std::move(main),   document.sections,
+            document.headers, document.settings, std::move(drawings)};
 }
 
 } // namespace qvnd::layout

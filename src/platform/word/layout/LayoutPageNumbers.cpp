@@ -1,7 +1,6 @@
 #include "platform/word/layout/LayoutPageNumbers.h"
 
 #include "platform/word/layout/DocumentLayout.h"
-#include "platform/word/layout/FlatStory.h"
 
 #include <algorithm>
 
@@ -23,9 +22,8 @@ std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& 
     if (!fonts_) {
         fonts_ = openFonts_();
     }
-    const word::Story main = word::flatten(content.main);
-    const LayoutSource source{&content.tables,  &main, content.sections, content.headers,
-                              content.settings, {}};
+    const LayoutSource source{&content.tables, word::joined(content.main), content.sections,
+                              content.headers, content.settings,           {}};
     DocumentLayout layout(source, *fonts_, {});
     pages_ = 0;
     while (layout.nextPage()) {

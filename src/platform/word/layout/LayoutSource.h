@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/pictures/FlatDrawings.h"
 
+#include <memory>
 #include <span>
 
 namespace qvnd::layout {
@@ -10,14 +11,14 @@ namespace qvnd::layout {
 // The document that is laid out. What it points to must outlive the layout.
 struct LayoutSource {
     const word::DocumentTables* tables = nullptr;
-    const word::Story* main = nullptr;
+    std::shared_ptr<const word::Story> main;
     std::span<const word::SectionRun> sections;
     std::span<const word::HeaderSet> headers; // by section
     word::ByteView settings;                  // the Dop
     word::FlatDrawings drawings;
 };
 
-LayoutSource sourceOf(const word::DocumentData& document);
+LayoutSource sourceOf(const word::DocumentContent& document);
 
 // How a word processor sets text where the document leaves it open.
 struct LayoutOptions {

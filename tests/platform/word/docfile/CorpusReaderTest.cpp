@@ -75,7 +75,7 @@ protected:
 TEST_F(CorpusReader, EveryReadableDocumentIsReadAndKeepsItsPromises) {
     for (const auto& path : ofClass("ok")) {
         try {
-            const DocumentData document = readDocument(path);
+            const DocumentContent document = readDocument(path);
             EXPECT_THAT(test::documentFaults(document), testing::IsEmpty()) << path.filename();
         } catch (const FormatError& error) {
             ADD_FAILURE() << path.filename() << ": " << error.what();

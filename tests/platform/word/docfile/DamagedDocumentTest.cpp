@@ -37,8 +37,8 @@ std::optional<Kind> refusal(const Bytes& file) {
     return std::nullopt;
 }
 
-DocumentData readSound(const Bytes& file) {
-    DocumentData document = readDocument(file);
+DocumentContent readSound(const Bytes& file) {
+    DocumentContent document = readDocument(file);
     EXPECT_THAT(test::documentFaults(document), IsEmpty());
     return document;
 }
@@ -108,9 +108,9 @@ TEST(RefusedDocument, WithoutATableStreamThereIsNothingToRead) {
 TEST(DamagedDocument, TheOtherTableStreamServesWhenTheNamedOneIsMissing) {
     WordStreams streams = test::wordStreams(plainWordFile(u"text\r"));
     streams.wordDocument[0x0B] &= static_cast<std::uint8_t>(~0x02);
-    const DocumentData document = readSound(test::compoundFile(streams));
-    EXPECT_EQ(document.main.text, u"text\r");
-    EXPECT_EQ(document.remarks.size(), 1U);
+    const DocumentContent document = readSound(test::compoundFile(streams));
+    EXPECT_EQ(joined(document.main)->text, u"text\r");
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DamagedDocument, WithoutAPieceTableTheFibsPlaceOfTheTextServes) {
@@ -123,9 +123,9 @@ TEST(DamagedDocument, WithoutAPieceTableTheFibsPlaceOfTheTextServes) {
         setU32(streams.wordDocument, 0x18, 2048);
         setU32(streams.wordDocument, 0x1C, 2048 + length * (compressed ? 1 : 2));
         setU32(streams.wordDocument, pairAt(FibPair::Clx) + 4, 0);
-        const DocumentData document = readSound(test::compoundFile(streams));
-        EXPECT_EQ(document.main.text, file.pieces[0].text);
-        EXPECT_EQ(document.remarks.size(), 1U);
+        const DocumentContent document = readSound(test::compoundFile(streams));
+        EXPECT_EQ(joined(document.main)->text, file.pieces[0].text);
+        EXPECT_EQ(document.unread.remarks.size(), 1U);
     }
 }
 
@@ -141,11 +141,11 @@ TEST(DamagedDocument, WithoutBinTablesTheTextIsReadUnformatted) {
     WordStreams streams = test::wordStreams(file);
     setU32(streams.wordDocument, pairAt(FibPair::PlcfBteChpx) + 4, 0);
     setU32(streams.wordDocument, pairAt(FibPair::PlcfBtePapx), 0x7FFFFFFF);
-    const DocumentData document = readSound(test::compoundFile(streams));
-    EXPECT_EQ(document.main.text, u"bold\r");
-    EXPECT_EQ(document.main.characters.size(), 1U);
-    EXPECT_EQ(document.main.characters[0].properties, PropertyListId::empty);
-    EXPECT_EQ(document.remarks.size(), 1U);
+    const DocumentContent document = readSound(test::compoundFile(streams));
+    EXPECT_EQ(joined(document.main)->text, u"bold\r");
+    EXPECT_EQ(joined(document.main)->characters.size(), 1U);
+    EXPECT_EQ(joined(document.main)->characters[0].properties, PropertyListId::empty);
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DamagedDocument, APageThatIsNoneIsNamedAndTheOthersRead) {
@@ -154,19 +154,20 @@ TEST(DamagedDocument, APageThatIsNoneIsNamedAndTheOthersRead) {
     file.pieces.push_back({u"second\r", false, 0, {{7, hex("36 08 01")}}, {}});
     WordStreams streams = test::wordStreams(file);
     streams.wordDocument[2560 + 511] = 0; // no runs in the first page of characters
-    const DocumentData document = readSound(test::compoundFile(streams));
-    ASSERT_EQ(document.main.characters.size(), 2U);
-    EXPECT_EQ(document.main.characters[0].properties, PropertyListId::empty);
-    EXPECT_NE(document.main.characters[1].properties, PropertyListId::empty);
-    EXPECT_EQ(document.remarks.size(), 2U); // of the page, and of the text without formatting
+    const DocumentContent document = readSound(test::compoundFile(streams));
+    ASSERT_EQ(joined(document.main)->characters.size(), 2U);
+    EXPECT_EQ(joined(document.main)->characters[0].properties, PropertyListId::empty);
+    EXPECT_NE(joined(document.main)->characters[1].properties, PropertyListId::empty);
+    EXPECT_EQ(document.unread.remarks.size(),
+              2U); // of the page, and of the text without formatting
 }
 
 TEST(DamagedDocument, AMainStoryLongerThanTheTextEndsWithIt) {
     WordFile file = plainWordFile(u"text");
     file.lengths.text = 4000000;
-    const DocumentData document = readSound(test::wordFile(file));
-    EXPECT_EQ(document.main.text, u"text\r");
-    EXPECT_EQ(document.remarks.size(), 1U);
+    const DocumentContent document = readSound(test::wordFile(file));
+    EXPECT_EQ(joined(document.main)->text, u"text\r");
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DamagedDocument, PiecesThatClaimFarMoreTextThanThereIsDoNotExhaustTheMemory) {
@@ -183,9 +184,9 @@ TEST(DamagedDocument, PiecesThatClaimFarMoreTextThanThereIsDoNotExhaustTheMemory
     setU32(streams.wordDocument, pairAt(FibPair::Clx) + 4, static_cast<std::uint32_t>(clx.size()));
     setU32(streams.wordDocument, 0x4C, 400000000);
     streams.table.insert(streams.table.end(), clx.begin(), clx.end());
-    const DocumentData document = readSound(test::compoundFile(streams));
-    EXPECT_LT(document.main.text.size(), 10 * streams.wordDocument.size());
-    EXPECT_FALSE(document.remarks.empty());
+    const DocumentContent document = readSound(test::compoundFile(streams));
+    EXPECT_LT(joined(document.main)->text.size(), 10 * streams.wordDocument.size());
+    EXPECT_FALSE(document.unread.remarks.empty());
 }
 
 // A document with something of everything that the reader understands.
@@ -228,7 +229,7 @@ WordFile richFile() {
 // Demands the document or a reason, and that a document keeps its promises.
 void readMutant(const Bytes& file, const std::string& name) {
     try {
-        const DocumentData document = readDocument(file);
+        const DocumentContent document = readDocument(file);
         EXPECT_THAT(test::documentFaults(document), IsEmpty()) << name;
         summarize(document);
         documentText(document.main, document.tables);
@@ -260,10 +261,10 @@ void mutate(Bytes& bytes, std::mt19937& random) {
 }
 
 TEST(MutatedDocument, TheUnchangedOneIsSound) {
-    const DocumentData document = readSound(test::wordFile(richFile()));
-    EXPECT_THAT(document.remarks, IsEmpty());
+    const DocumentContent document = readSound(test::wordFile(richFile()));
+    EXPECT_THAT(document.unread.remarks, IsEmpty());
     EXPECT_EQ(document.sections.size(), 2U);
-    EXPECT_EQ(document.main.fields.size(), 3U);
+    EXPECT_EQ(joined(document.main)->fields.size(), 3U);
     EXPECT_EQ(document.tables.blobs.size(), 1U);
     EXPECT_EQ(documentText(document.main, document.tables),
               u"Title\nText 1 and  end\none\ttwo\n break\nlast\n");

@@ -29,20 +29,20 @@ const Bytes centred = hex("61 24 01");
 const Bytes keep = hex("05 24 01");
 
 // Reads the file and demands what holds for every document.
-DocumentData readSound(const WordFile& file) {
-    DocumentData document = readDocument(test::wordFile(file));
+DocumentContent readSound(const WordFile& file) {
+    DocumentContent document = readDocument(test::wordFile(file));
     EXPECT_THAT(test::documentFaults(document), IsEmpty());
     return document;
 }
 
-DocumentData readWithoutRemarks(const WordFile& file) {
-    DocumentData document = readSound(file);
-    EXPECT_THAT(document.remarks, IsEmpty());
+DocumentContent readWithoutRemarks(const WordFile& file) {
+    DocumentContent document = readSound(file);
+    EXPECT_THAT(document.unread.remarks, IsEmpty());
     return document;
 }
 
-Bytes charactersAt(const DocumentData& document, Cp position) {
-    for (const CharacterRun& run : document.main.characters) {
+Bytes charactersAt(const DocumentContent& document, Cp position) {
+    for (const CharacterRun& run : joined(document.main)->characters) {
         if (position < run.length) {
             const ByteView list = document.tables.lists[run.properties];
             return {list.begin(), list.end()};
@@ -53,8 +53,9 @@ Bytes charactersAt(const DocumentData& document, Cp position) {
     return {};
 }
 
-Bytes paragraphList(const DocumentData& document, std::size_t number) {
-    const ByteView list = document.tables.lists[document.main.paragraphs.at(number).properties];
+Bytes paragraphList(const DocumentContent& document, std::size_t number) {
+    const ByteView list =
+        document.tables.lists[joined(document.main)->paragraphs.at(number).properties];
     return {list.begin(), list.end()};
 }
 
@@ -86,18 +87,18 @@ Bytes sheetWithStyles(std::size_t count) {
 }
 
 TEST(DocumentReader, TextOfOnePieceIsTheMainStory) {
-    const DocumentData document = readWithoutRemarks(plainWordFile(u"第一段\rsecond\r"));
-    EXPECT_EQ(document.main.text, u"第一段\rsecond\r");
-    ASSERT_EQ(document.main.paragraphs.size(), 2U);
-    EXPECT_EQ(document.main.paragraphs[0].length, 4U);
+    const DocumentContent document = readWithoutRemarks(plainWordFile(u"第一段\rsecond\r"));
+    EXPECT_EQ(joined(document.main)->text, u"第一段\rsecond\r");
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 2U);
+    EXPECT_EQ(joined(document.main)->paragraphs[0].length, 4U);
     ASSERT_EQ(document.sections.size(), 1U);
-    EXPECT_EQ(document.sections[0].length, document.main.size());
+    EXPECT_EQ(document.sections[0].length, joined(document.main)->size());
 }
 
 TEST(DocumentReader, CompressedPiecesAreMappedToUnicode) {
     WordFile file = plainWordFile(u"\x93hi\x94\x85\r");
     file.pieces[0].compressed = true;
-    EXPECT_EQ(readWithoutRemarks(file).main.text, u"\u201Chi\u201D\u2026\r");
+    EXPECT_EQ(joined(readWithoutRemarks(file).main)->text, u"\u201Chi\u201D\u2026\r");
 }
 
 TEST(DocumentReader, PiecesStandInTheirOrderNotInTheFiles) {
@@ -106,12 +107,12 @@ TEST(DocumentReader, PiecesStandInTheirOrderNotInTheFiles) {
                    {u"two ", true, 0, {{4, italic}}, {}},
                    {u"three\r", false, 0, {}, {{6, 0, centred}}}};
     file.storedOrder = {2, 0, 1};
-    const DocumentData document = readWithoutRemarks(file);
-    EXPECT_EQ(document.main.text, u"one two three\r");
+    const DocumentContent document = readWithoutRemarks(file);
+    EXPECT_EQ(joined(document.main)->text, u"one two three\r");
     EXPECT_EQ(charactersAt(document, 0), bold);
     EXPECT_EQ(charactersAt(document, 4), italic);
     EXPECT_TRUE(charactersAt(document, 8).empty());
-    ASSERT_EQ(document.main.paragraphs.size(), 1U);
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 1U);
 }
 
 TEST(DocumentReader, AParagraphHasThePropertiesOfItsMark) {
@@ -119,9 +120,9 @@ TEST(DocumentReader, AParagraphHasThePropertiesOfItsMark) {
     file.pieces = {{u"begin ", false, 0, {}, {{6, 0, keep}}},
                    {u"end\rnext\r", false, 0, {}, {{4, 0, centred}, {5, 0, keep}}}};
     file.storedOrder = {1, 0};
-    const DocumentData document = readWithoutRemarks(file);
-    ASSERT_EQ(document.main.paragraphs.size(), 2U);
-    EXPECT_EQ(document.main.paragraphs[0].length, 10U);
+    const DocumentContent document = readWithoutRemarks(file);
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 2U);
+    EXPECT_EQ(joined(document.main)->paragraphs[0].length, 10U);
     EXPECT_EQ(paragraphList(document, 0), centred);
     EXPECT_EQ(paragraphList(document, 1), keep);
 }
@@ -130,16 +131,16 @@ TEST(DocumentReader, NeighboursThatLookAlikeAreOneRun) {
     WordFile file;
     file.pieces = {{u"ab", false, 0, {{2, bold}}, {}},
                    {u"cd\r", false, 0, {{2, bold}, {1, {}}}, {}}};
-    const DocumentData document = readWithoutRemarks(file);
-    ASSERT_EQ(document.main.characters.size(), 2U);
-    EXPECT_EQ(document.main.characters[0].length, 4U);
+    const DocumentContent document = readWithoutRemarks(file);
+    ASSERT_EQ(joined(document.main)->characters.size(), 2U);
+    EXPECT_EQ(joined(document.main)->characters[0].length, 4U);
 }
 
 TEST(DocumentReader, APiecesShortModifierIsAddedToItsCharactersOnly) {
     WordFile file;
     file.pieces = {{u"ab", false, 0x01AA, {{2, italic}}, {}},
                    {u"c\r", false, 0, {{2, italic}}, {}}};
-    const DocumentData document = readWithoutRemarks(file);
+    const DocumentContent document = readWithoutRemarks(file);
     EXPECT_EQ(charactersAt(document, 0), italic + bold);
     EXPECT_EQ(charactersAt(document, 2), italic);
 }
@@ -150,7 +151,7 @@ TEST(DocumentReader, APiecesLongModifierIsAddedToCharactersAndToParagraphsThatEn
     file.pieces = {{u"a", false, 0, {}, {}},
                    {u"b\rc", false, 0x0003, {}, {{2, 0, keep}, {1, 0, keep}}},
                    {u"d\r", false, 0, {}, {{2, 0, keep}}}};
-    const DocumentData document = readWithoutRemarks(file);
+    const DocumentContent document = readWithoutRemarks(file);
     EXPECT_TRUE(charactersAt(document, 0).empty());
     EXPECT_EQ(charactersAt(document, 1), bold);
     EXPECT_EQ(charactersAt(document, 3), bold);
@@ -169,9 +170,9 @@ TEST(DocumentReader, ModifiersThatChangeTheStyleAreAppliedToIt) {
     };
     file.pieces = {styled(2, 0x0001), styled(3, 0x0003), styled(9, 0x0003),
                    styled(4, 0x0005), styled(6, 0x0005), styled(0, 0x0003)};
-    const DocumentData document = readWithoutRemarks(file);
+    const DocumentContent document = readWithoutRemarks(file);
     std::vector<StyleIndex> styles;
-    for (const ParagraphRun& run : document.main.paragraphs) {
+    for (const ParagraphRun& run : joined(document.main)->paragraphs) {
         styles.push_back(run.style);
         EXPECT_EQ(run.properties, PropertyListId::empty);
     }
@@ -184,9 +185,9 @@ TEST(DocumentReader, ReferredParagraphPropertiesStandInTheirPlace) {
     file.pieces[0].paragraphs = {{2, 1, hex("46 66 02000000")},
                                  {2, 0, keep + hex("6B 64 02000000")}};
     file.parts[FibPair::Stshf] = sheetWithStyles(2);
-    const DocumentData document = readWithoutRemarks(file);
+    const DocumentContent document = readWithoutRemarks(file);
     EXPECT_EQ(paragraphList(document, 0), centred);
-    EXPECT_EQ(document.main.paragraphs[0].style, 1);
+    EXPECT_EQ(joined(document.main)->paragraphs[0].style, 1);
     EXPECT_EQ(paragraphList(document, 1), keep + centred);
 }
 
@@ -195,10 +196,10 @@ TEST(DocumentReader, AReferralIntoNowhereOrOnwardsIsLeftOutWithARemark) {
     file.data = Bytes{9, 0} + hex("46 66 00000000") + centred;
     file.pieces[0].paragraphs = {{2, 0, keep + hex("46 66 99990000")},
                                  {2, 0, hex("46 66 00000000")}};
-    const DocumentData document = readSound(file);
+    const DocumentContent document = readSound(file);
     EXPECT_EQ(paragraphList(document, 0), keep);
     EXPECT_EQ(paragraphList(document, 1), centred);
-    EXPECT_EQ(document.remarks.size(), 1U);
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DocumentReader, ALevelThatNoListHasIsLeftOutWithARemark) {
@@ -207,19 +208,19 @@ TEST(DocumentReader, ALevelThatNoListHasIsLeftOutWithARemark) {
     const Bytes bodyOfOldNumbering = hex("0A 26 0C");
     file.pieces[0].paragraphs = {
         {2, 0, hex("0A 26 09") + centred}, {2, 0, ninth}, {2, 0, bodyOfOldNumbering}};
-    const DocumentData document = readSound(file);
+    const DocumentContent document = readSound(file);
     EXPECT_EQ(paragraphList(document, 0), centred);
     EXPECT_EQ(paragraphList(document, 1), ninth);
     EXPECT_EQ(paragraphList(document, 2), bodyOfOldNumbering);
-    EXPECT_EQ(document.remarks.size(), 1U);
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DocumentReader, RowEndsKeepTheirTableProperties) {
     const Bytes row = hex("16 24 01 17 24 01 08 D6 06 00 01 00 00 64 00");
     WordFile file = plainWordFile(u"a\x07\x07z\r");
     file.pieces[0].paragraphs = {{2, 0, hex("16 24 01")}, {1, 0, row}, {2, 0, {}}};
-    const DocumentData document = readWithoutRemarks(file);
-    ASSERT_EQ(document.main.paragraphs.size(), 3U);
+    const DocumentContent document = readWithoutRemarks(file);
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 3U);
     EXPECT_EQ(paragraphList(document, 1), row);
 }
 
@@ -229,7 +230,7 @@ TEST(DocumentReader, PictureLocationsBecomeIndexesOneForEachOffset) {
     const Bytes first = hex("03 6A 00000000 55 08 01");
     const Bytes second = hex("55 08 01 03 6A 48000000");
     file.pieces[0].characters = {{1, second}, {1, first}, {1, second}, {1, {}}};
-    const DocumentData document = readWithoutRemarks(file);
+    const DocumentContent document = readWithoutRemarks(file);
     ASSERT_EQ(document.tables.blobs.size(), 2U);
     const auto index = [&](Cp at) {
         const Bytes list = charactersAt(document, at);
@@ -243,12 +244,12 @@ TEST(DocumentReader, PictureLocationsBecomeIndexesOneForEachOffset) {
 TEST(DocumentReader, APictureWithoutDataBecomesABlankWithARemark) {
     WordFile file = plainWordFile(u"a\x01z\r");
     file.pieces[0].characters = {{4, hex("35 08 01 03 6A 00001000 55 08 01")}};
-    const DocumentData document = readSound(file);
-    EXPECT_EQ(document.main.text, u"a z\r");
+    const DocumentContent document = readSound(file);
+    EXPECT_EQ(joined(document.main)->text, u"a z\r");
     EXPECT_EQ(charactersAt(document, 1), bold);
     EXPECT_TRUE(document.tables.blobs.empty());
-    ASSERT_EQ(document.remarks.size(), 1U);
-    EXPECT_NE(document.remarks[0].find(u"图片"), std::u16string::npos);
+    ASSERT_EQ(document.unread.remarks.size(), 1U);
+    EXPECT_NE(document.unread.remarks[0].find(u"图片"), std::u16string::npos);
 }
 
 WordFile fileWithObjectField() {
@@ -260,14 +261,14 @@ WordFile fileWithObjectField() {
 TEST(DocumentReader, AnObjectsLocationIsThatOfItsStorage) {
     WordFile file = fileWithObjectField();
     file.storages = {u"ObjectPool", u"ObjectPool/_12345"};
-    const DocumentData document = readSound(file);
+    const DocumentContent document = readSound(file);
     EXPECT_EQ(charactersAt(document, 10), hex("0A 08 01 0E 68 00000000 55 08 01"));
     EXPECT_EQ(document.tables.objects.size(), 1U);
     EXPECT_TRUE(document.tables.blobs.empty());
 }
 
 TEST(DocumentReader, AnObjectWithoutStorageHasNoLocation) {
-    const DocumentData document = readSound(fileWithObjectField());
+    const DocumentContent document = readSound(fileWithObjectField());
     EXPECT_EQ(charactersAt(document, 10), hex("0A 08 01 55 08 01"));
     EXPECT_TRUE(document.tables.objects.empty());
 }
@@ -277,22 +278,22 @@ TEST(DocumentReader, FieldsComeWithWhatTheFileSaysOfThem) {
                                   u"1\x15\r");
     const std::vector<FieldMark> marks{{0, 0x13, 0x21}, {7, 0x14, 0xFF}, {9, 0x15, 0x80}};
     file.parts[FibPair::PlcfFldMom] = encodeFields(marks, 11);
-    EXPECT_EQ(readWithoutRemarks(file).main.fields, marks);
+    EXPECT_EQ(joined(readWithoutRemarks(file).main)->fields, marks);
 }
 
 TEST(DocumentReader, StrayFieldCharactersBecomeBlanksWithARemark) {
-    const DocumentData document = readSound(plainWordFile(u"a\x15z\x13\r"));
-    EXPECT_EQ(document.main.text, u"a z \r");
-    EXPECT_TRUE(document.main.fields.empty());
-    EXPECT_FALSE(document.remarks.empty());
+    const DocumentContent document = readSound(plainWordFile(u"a\x15z\x13\r"));
+    EXPECT_EQ(joined(document.main)->text, u"a z \r");
+    EXPECT_TRUE(joined(document.main)->fields.empty());
+    EXPECT_FALSE(document.unread.remarks.empty());
 }
 
 TEST(DocumentReader, AMissingLastMarkIsAppended) {
     WordFile file = plainWordFile(u"one\rtwo");
     file.pieces[0].paragraphs = {{4, 0, keep}, {3, 0, centred}};
-    const DocumentData document = readSound(file);
-    EXPECT_EQ(document.main.text, u"one\rtwo\r");
-    ASSERT_EQ(document.main.paragraphs.size(), 2U);
+    const DocumentContent document = readSound(file);
+    EXPECT_EQ(joined(document.main)->text, u"one\rtwo\r");
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 2U);
     EXPECT_EQ(paragraphList(document, 1), centred);
     EXPECT_EQ(document.sections.back().length, 8U);
 }
@@ -300,33 +301,33 @@ TEST(DocumentReader, AMissingLastMarkIsAppended) {
 TEST(DocumentReader, AfterATableAtTheVeryEndAParagraphFollows) {
     WordFile file = plainWordFile(u"a\x07\x07");
     file.pieces[0].paragraphs = {{2, 0, hex("16 24 01")}, {1, 0, hex("16 24 01 17 24 01")}};
-    const DocumentData document = readSound(file);
-    EXPECT_EQ(document.main.text, u"a\x07\x07\r");
-    ASSERT_EQ(document.main.paragraphs.size(), 3U);
+    const DocumentContent document = readSound(file);
+    EXPECT_EQ(joined(document.main)->text, u"a\x07\x07\r");
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 3U);
     EXPECT_TRUE(paragraphList(document, 2).empty());
 }
 
 TEST(DocumentReader, AParagraphWhoseStyleDoesNotExistGetsTheFirst) {
     WordFile file = plainWordFile(u"a\rb\r");
     file.pieces[0].paragraphs = {{2, 3, {}}, {2, 999, {}}};
-    const DocumentData document = readSound(file);
-    EXPECT_EQ(document.main.paragraphs[0].style, 0);
-    EXPECT_EQ(document.main.paragraphs[1].style, 0);
-    EXPECT_EQ(document.remarks.size(), 1U);
+    const DocumentContent document = readSound(file);
+    EXPECT_EQ(joined(document.main)->paragraphs[0].style, 0);
+    EXPECT_EQ(joined(document.main)->paragraphs[1].style, 0);
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DocumentReader, APageBreakStandsWithinItsParagraph) {
-    const DocumentData document = readWithoutRemarks(plainWordFile(u"a\x0C"
-                                                                   u"b\r"));
-    EXPECT_EQ(document.main.paragraphs.size(), 1U);
+    const DocumentContent document = readWithoutRemarks(plainWordFile(u"a\x0C"
+                                                                      u"b\r"));
+    EXPECT_EQ(joined(document.main)->paragraphs.size(), 1U);
 }
 
 TEST(DocumentReader, ABreakThatThePagesEndAParagraphWithEndsIt) {
     WordFile file = plainWordFile(u"a\x0C"
                                   u"b\r");
     file.pieces[0].paragraphs = {{2, 0, centred}, {2, 0, keep}};
-    const DocumentData document = readWithoutRemarks(file);
-    ASSERT_EQ(document.main.paragraphs.size(), 2U);
+    const DocumentContent document = readWithoutRemarks(file);
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 2U);
     EXPECT_EQ(paragraphList(document, 0), centred);
 }
 
@@ -334,23 +335,23 @@ TEST(DocumentReader, SectionsEndInTheirBreakAndKeepTheirProperties) {
     const Bytes landscape = hex("1D 30 02");
     WordFile file = plainWordFile(u"one\x0Ctwo\r");
     file.sections = {{4, landscape}, {4, hex("09 30 00")}};
-    const DocumentData document = readWithoutRemarks(file);
+    const DocumentContent document = readWithoutRemarks(file);
     ASSERT_EQ(document.sections.size(), 2U);
     EXPECT_EQ(document.sections[0].length, 4U);
     const ByteView list = document.tables.lists[document.sections[0].properties];
     EXPECT_EQ(Bytes(list.begin(), list.end()), landscape);
     // The break ends its paragraph, whatever the pages say.
-    EXPECT_EQ(document.main.paragraphs.size(), 2U);
+    EXPECT_EQ(joined(document.main)->paragraphs.size(), 2U);
 }
 
 TEST(DocumentReader, ASectionWithoutItsBreakIsJoinedToTheNext) {
     WordFile file = plainWordFile(u"one two\x0Cthree\r");
     file.sections = {{4, hex("09 30 00")}, {4, hex("09 30 01")}, {6, hex("09 30 02")}};
-    const DocumentData document = readSound(file);
+    const DocumentContent document = readSound(file);
     ASSERT_EQ(document.sections.size(), 2U);
     EXPECT_EQ(document.sections[0].length, 8U);
     EXPECT_EQ(document.tables.lists[document.sections[0].properties][2], 1);
-    EXPECT_EQ(document.remarks.size(), 1U);
+    EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
 TEST(DocumentReader, HeadersAreReadBySectionWithoutTheirGuard) {
@@ -373,15 +374,15 @@ TEST(DocumentReader, HeadersAreReadBySectionWithoutTheirGuard) {
     file.lengths.headers = lengthOf(encoded.text);
     file.parts[FibPair::PlcfHdd] = encoded.plcfHdd;
     file.parts[FibPair::PlcfFldHdr] = encodeFields(fieldsOf(encoded.text), lengthOf(encoded.text));
-    const DocumentData document = readWithoutRemarks(file);
-    EXPECT_EQ(document.main.text, u"a\x0Cz\r");
+    const DocumentContent document = readWithoutRemarks(file);
+    EXPECT_EQ(joined(document.main)->text, u"a\x0Cz\r");
     ASSERT_EQ(document.headers.size(), 2U);
     EXPECT_TRUE(document.headers[0][3].empty());
     EXPECT_EQ(joined(document.headers[1][3])->text, header.text);
     EXPECT_EQ(fieldsOf(document.headers[1][3]), header.fields);
 }
 
-TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
+TEST(DocumentReader, WhatIsNotReadIsCounted) {
     WordFile file = plainWordFile(u"text\r");
     const auto plc = [](std::size_t count, std::size_t size) {
         return encodePlc(std::vector<std::uint32_t>(count + 1), Bytes(count * size));
@@ -392,18 +393,16 @@ TEST(DocumentReader, WhatStandsBesideTheTextIsCounted) {
     file.parts[FibPair::PlcSpaMom] = plc(5, 26);
     file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
-    const DocumentData document = readSound(file);
-    EXPECT_THAT(document.remarks,
+    const DocumentContent document = readSound(file);
+    EXPECT_THAT(document.unread.remarks,
                 testing::ElementsAre(u"有 9 个脚注、尾注或批注已损坏，未能读出。"));
-    const SideContents& side = document.side;
-    EXPECT_EQ(side.footnotes, 3);
-    EXPECT_EQ(side.endnotes, 2);
-    EXPECT_EQ(side.comments, 4);
-    EXPECT_EQ(side.drawings, 5);
-    EXPECT_EQ(side.textBoxes, 2); // which no shape shows
-    EXPECT_EQ(side.embeddedObjects, 2);
-    EXPECT_TRUE(side.macros);
-    EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).side.macros);
+    const UnreadContents& unread = document.unread;
+    EXPECT_EQ(unread.footnotes, 3);
+    EXPECT_EQ(unread.endnotes, 2);
+    EXPECT_EQ(unread.comments, 4);
+    EXPECT_EQ(unread.textBoxes, 2); // which no shape shows
+    EXPECT_TRUE(unread.macros);
+    EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).unread.macros);
 }
 
 TEST(DocumentReader, TextBoxesWithoutDrawingsAreReadWithTheirFields) {
@@ -423,8 +422,8 @@ TEST(DocumentReader, TextBoxesWithoutDrawingsAreReadWithTheirFields) {
     };
     file.parts[FibPair::PlcSpaMom] = encodePlc({1, 3, 5}, shapes(26, 0, 2));
     file.parts[FibPair::PlcftxbxTxt] = encodePlc({0, 4, 17, 18}, shapes(22, 14, 3));
-    const DocumentData document = readWithoutRemarks(file);
-    const FlatDrawings flat = flatDrawings(document.main.anchors, document.tables);
+    const DocumentContent document = readWithoutRemarks(file);
+    const FlatDrawings flat = flatDrawings(joined(document.main)->anchors, document.tables);
     ASSERT_EQ(flat.textBoxes.size(), 2U);
     EXPECT_EQ(flat.textBoxes[0].at, 1U);
     EXPECT_EQ(flat.textBoxes[0].text->text, u"one\r");
@@ -432,7 +431,7 @@ TEST(DocumentReader, TextBoxesWithoutDrawingsAreReadWithTheirFields) {
     EXPECT_EQ(flat.textBoxes[1].text->text, u"\x13 PAGE \x15 two\r");
     const std::vector<FieldMark> own = {{0, 0x13, 0x21}, {7, 0x15, 0}};
     EXPECT_EQ(flat.textBoxes[1].text->fields, own);
-    EXPECT_EQ(document.side.textBoxes, 0);
+    EXPECT_EQ(document.unread.textBoxes, 0);
 }
 
 TEST(DocumentReader, TheSettingsAreKeptAsTheyCame) {

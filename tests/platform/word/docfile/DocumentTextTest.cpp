@@ -13,22 +13,25 @@ using test::hex;
 
 // A document under construction, paragraph by paragraph.
 struct Sample {
-    DocumentData document;
+    DocumentContent document; // all but the main story
+    Story main;
 
     // `text` with its mark; all characters alike.
     Sample& add(const std::u16string& text, const Bytes& paragraph = {},
                 const Bytes& characters = {}, StyleIndex style = 0) {
         PropertyLists& lists = document.tables.lists;
         const auto length = static_cast<Cp>(text.size());
-        document.main.text += text;
-        document.main.characters.push_back({length, lists.intern(characters)});
-        document.main.paragraphs.push_back({length, style, lists.intern(paragraph)});
+        main.text += text;
+        main.characters.push_back({length, lists.intern(characters)});
+        main.paragraphs.push_back({length, style, lists.intern(paragraph)});
         return *this;
     }
 
-    std::u16string text() {
-        document.main.fields = matchFields({}, document.main.text).marks;
-        return documentText(document.main, document.tables);
+    std::u16string text() { return documentText(whole().main, document.tables); }
+    const DocumentContent& whole() {
+        main.fields = matchFields({}, main.text).marks;
+        document.main = slicesOf(main);
+        return document;
     }
 };
 
@@ -121,12 +124,12 @@ TEST(DocumentText, AStoryWithoutItsLastMarkIsWholeAsWell) {
 }
 
 TEST(DocumentSummary, ParagraphsCountWithoutTheEndsOfRows) {
-    const DocumentSummary summary = summarize(nestedTables().document);
+    const DocumentSummary summary = summarize(nestedTables().whole());
     EXPECT_EQ(summary.paragraphs, 9);
 }
 
 TEST(DocumentSummary, NestedTablesAndTheirCellsCount) {
-    const DocumentSummary summary = summarize(nestedTables().document);
+    const DocumentSummary summary = summarize(nestedTables().whole());
     EXPECT_EQ(summary.tables, 2);
     EXPECT_EQ(summary.cells, 6);
 }
@@ -135,7 +138,7 @@ TEST(DocumentSummary, ATextBetweenRowsMakesTwoTables) {
     Sample sample;
     sample.add(u"a\x07", cell).add(u"\x07", rowEnd).add(u"between\r");
     sample.add(u"b\x07", cell).add(u"\x07", rowEnd).add(u"\r");
-    EXPECT_EQ(summarize(sample.document).tables, 2);
+    EXPECT_EQ(summarize(sample.whole()).tables, 2);
 }
 
 TEST(DocumentSummary, TablesInTwoCellsOfOneRowAreTwo) {
@@ -144,14 +147,14 @@ TEST(DocumentSummary, TablesInTwoCellsOfOneRowAreTwo) {
         sample.add(u"x\r", innerCell).add(u"\r", innerRowEnd).add(u"\x07", cell);
     }
     sample.add(u"\x07", rowEnd).add(u"\r");
-    EXPECT_EQ(summarize(sample.document).tables, 3);
+    EXPECT_EQ(summarize(sample.whole()).tables, 3);
 }
 
 TEST(DocumentSummary, AParagraphThatOnlyClaimsToStandInATableMakesNone) {
     Sample sample;
     sample.add(u"a\r", cell).add(u"b\r");
-    EXPECT_EQ(summarize(sample.document).tables, 0);
-    EXPECT_EQ(summarize(sample.document).cells, 0);
+    EXPECT_EQ(summarize(sample.whole()).tables, 0);
+    EXPECT_EQ(summarize(sample.whole()).cells, 0);
 }
 
 TEST(DocumentSummary, OnlyThePictureCharactersThatLeadToAPictureCount) {
@@ -159,7 +162,7 @@ TEST(DocumentSummary, OnlyThePictureCharactersThatLeadToAPictureCount) {
     sample.add(u"\x01\x01\r", {}, hex("03 6A 00000000 55 08 01"));
     sample.add(u"\x01\r", {}, hex("03 6A 00000000 06 08 01 55 08 01")); // form data
     sample.add(u"\x01\r");
-    EXPECT_EQ(summarize(sample.document).pictures, 2);
+    EXPECT_EQ(summarize(sample.whole()).pictures, 2);
 }
 
 TEST(DocumentSummary, ListsInUseCountOnceEachWhetherNamedDirectlyOrByStyle) {
@@ -177,12 +180,12 @@ TEST(DocumentSummary, ListsInUseCountOnceEachWhetherNamedDirectlyOrByStyle) {
     tables.styles.styles[2]->basedOn = 1;
 
     sample.add(u"a\r", hex("0B 46 0100"));
-    EXPECT_EQ(summarize(sample.document).lists, 1);
+    EXPECT_EQ(summarize(sample.whole()).lists, 1);
     sample.add(u"b\r", hex("0B 46 0200")).add(u"c\r", hex("0B 46 0900"));
     sample.add(u"d\r", hex("0B 46 0000"), {}, 2).add(u"e\r", hex("0B 46 01F8"));
-    EXPECT_EQ(summarize(sample.document).lists, 1);
+    EXPECT_EQ(summarize(sample.whole()).lists, 1);
     sample.add(u"f\r", {}, {}, 2);
-    EXPECT_EQ(summarize(sample.document).lists, 2);
+    EXPECT_EQ(summarize(sample.whole()).lists, 2);
 }
 
 TEST(DocumentSummary, StylesBasedOnEachOtherInACircleEndTheSearch) {
@@ -194,23 +197,27 @@ TEST(DocumentSummary, StylesBasedOnEachOtherInACircleEndTheSearch) {
     styles[1] = StyleDefinition{};
     styles[1]->basedOn = 0;
     sample.add(u"a\r");
-    EXPECT_EQ(summarize(sample.document).lists, 0);
+    EXPECT_EQ(summarize(sample.whole()).lists, 0);
 }
 
 TEST(DocumentSummary, TheRestIsWhatTheDocumentHolds) {
     Sample sample;
-    sample.add(u"\x13 A \x13 B \x15\x14x\x15\r").text();
-    DocumentData& document = sample.document;
+    sample.add(u"\x13 A \x13 B \x15\x14x\x15\r");
+    DocumentContent& document = sample.document;
     document.sections.resize(3);
     document.bookmarks.resize(4);
-    document.side.footnotes = 5;
-    document.side.endnotes = 6;
-    document.side.comments = 7;
-    document.side.drawings = 9;
-    document.side.embeddedObjects = 10;
+    const auto anchor = [&](AnchorKind kind, int count) {
+        sample.main.anchors.insert(sample.main.anchors.end(), static_cast<std::size_t>(count),
+                                   {0, kind, 0});
+    };
+    anchor(AnchorKind::footnote, 5);
+    anchor(AnchorKind::endnote, 6);
+    anchor(AnchorKind::comment, 7);
+    anchor(AnchorKind::drawing, 9);
+    document.tables.objects.resize(10);
     document.tables.styles.styles.resize(3);
     document.tables.styles.styles[1] = StyleDefinition{};
-    const DocumentSummary summary = summarize(document);
+    const DocumentSummary summary = summarize(sample.whole());
     EXPECT_EQ(summary.fields, 2);
     EXPECT_EQ(summary.sections, 3);
     EXPECT_EQ(summary.bookmarks, 4);

@@ -28,7 +28,7 @@ protected:
     void saveAs() { writer.saveAs(path, builder.content); }
     void save() { writer.save(builder.content); }
     const Bytes& file() const { return folder->bytes(path); }
-    DocumentData read() const {
+    DocumentContent read() const {
         EXPECT_THAT(compoundFaults(file()), IsEmpty());
         return readDocument(file());
     }
@@ -42,13 +42,13 @@ protected:
         return decodeClx(ByteView(table).subspan(clx.fc, clx.lcb), 1 << 30).pieces;
     }
     // The characters that are bold, one after the other.
-    static std::u16string boldText(const DocumentData& document) {
+    static std::u16string boldText(const DocumentContent& document) {
         std::u16string result;
         Cp at = 0;
-        for (const CharacterRun& run : document.main.characters) {
+        for (const CharacterRun& run : joined(document.main)->characters) {
             const auto entry = findSprm(document.tables.lists[run.properties], sprm::CFBold);
             if (entry && entry->operand[0] == 1) {
-                result += document.main.text.substr(at, run.length);
+                result += joined(document.main)->text.substr(at, run.length);
             }
             at += run.length;
         }
@@ -63,9 +63,9 @@ protected:
 
 TEST_F(DocumentWriterTest, AnEmptyDocumentIsOneParagraph) {
     saveAs();
-    const DocumentData document = read();
-    EXPECT_EQ(document.main.text, u"\r");
-    EXPECT_THAT(document.remarks, IsEmpty());
+    const DocumentContent document = read();
+    EXPECT_EQ(joined(document.main)->text, u"\r");
+    EXPECT_THAT(document.unread.remarks, IsEmpty());
     EXPECT_EQ(document.settings, builder.content.settings);
 }
 
@@ -73,13 +73,13 @@ TEST_F(DocumentWriterTest, TextAndFormattingComeBack) {
     builder.add({plain(u"第一章 "), bold(u"总则"), plain(u"\r")}, 1);
     builder.add({plain(u"正文 plain text 𠀀\r")});
     saveAs();
-    const DocumentData document = read();
-    EXPECT_EQ(document.main.text, builder.text());
+    const DocumentContent document = read();
+    EXPECT_EQ(joined(document.main)->text, builder.text());
     EXPECT_EQ(boldText(document), u"总则");
-    ASSERT_EQ(document.main.paragraphs.size(), 3U);
-    EXPECT_EQ(document.main.paragraphs[0].style, 1);
-    EXPECT_EQ(document.main.paragraphs[1].style, 0);
-    EXPECT_THAT(document.remarks, IsEmpty());
+    ASSERT_EQ(joined(document.main)->paragraphs.size(), 3U);
+    EXPECT_EQ(joined(document.main)->paragraphs[0].style, 1);
+    EXPECT_EQ(joined(document.main)->paragraphs[1].style, 0);
+    EXPECT_THAT(document.unread.remarks, IsEmpty());
 }
 
 TEST_F(DocumentWriterTest, TheWholeDocumentIsOnePieceInReadingOrder) {
@@ -101,7 +101,7 @@ TEST_F(DocumentWriterTest, ASaveAppendsAndChangesNoTextThatIsThere) {
     const Bytes after = stream(u"WordDocument");
     ASSERT_GT(after.size(), before.size());
     EXPECT_TRUE(std::equal(before.begin() + 2048, before.end(), after.begin() + 2048));
-    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
     EXPECT_EQ(boldText(read()), u"two");
     EXPECT_EQ(pieces().size(), 3U);
     EXPECT_TRUE(fib().fComplex);
@@ -115,12 +115,12 @@ TEST_F(DocumentWriterTest, EverySaveOfManyIsReadBack) {
         builder.add({plain(u"文档"), bold(name), plain(u"\r" + std::u16string(500, u'文') + u"\r")},
                     i % 2 == 0 ? 1 : 0);
         save();
-        const DocumentData document = read();
-        ASSERT_EQ(document.main.text, builder.text());
-        EXPECT_THAT(document.remarks, IsEmpty());
+        const DocumentContent document = read();
+        ASSERT_EQ(joined(document.main)->text, builder.text());
+        EXPECT_THAT(document.unread.remarks, IsEmpty());
     }
-    EXPECT_EQ(read().main.paragraphs[2].style, 0);
-    EXPECT_EQ(read().main.paragraphs[4].style, 1);
+    EXPECT_EQ(joined(read().main)->paragraphs[2].style, 0);
+    EXPECT_EQ(joined(read().main)->paragraphs[4].style, 1);
 }
 
 TEST_F(DocumentWriterTest, SavingAsWritesTheWholeDocumentAnew) {
@@ -131,12 +131,12 @@ TEST_F(DocumentWriterTest, SavingAsWritesTheWholeDocumentAnew) {
     }
     EXPECT_EQ(fib().quickSaves, 10U);
     const std::size_t grown = file().size();
-    const DocumentData before = read();
+    const DocumentContent before = read();
     saveAs();
     EXPECT_EQ(fib().quickSaves, 0U);
     EXPECT_EQ(pieces().size(), 1U);
     EXPECT_LT(file().size(), grown);
-    EXPECT_EQ(read().main.text, before.main.text);
+    EXPECT_EQ(joined(read().main)->text, joined(before.main)->text);
 }
 
 TEST_F(DocumentWriterTest, AFragmentThatIsSplitIsNotWrittenAgain) {
@@ -151,7 +151,7 @@ TEST_F(DocumentWriterTest, AFragmentThatIsSplitIsNotWrittenAgain) {
     builder.content.sections.back().length += middle->size();
     const std::size_t size = stream(u"WordDocument").size();
     save();
-    EXPECT_EQ(read().main.text, u"before middle after\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"before middle after\r\r");
     EXPECT_EQ(boldText(read()), u"after");
     // One sector of text, a page of each kind.
     EXPECT_EQ(stream(u"WordDocument").size(), size + 3 * 512);
@@ -167,12 +167,12 @@ TEST_F(DocumentWriterTest, PiecesThatWereJoinedComeApartAndTogetherAgain) {
     builder.content.sections.back().length -= two.length;
     slices.erase(slices.begin() + 1);
     save();
-    EXPECT_EQ(read().main.text, u"one\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\r\r");
     EXPECT_EQ(pieces().size(), 2U);
     builder.content.sections.back().length += two.length;
     slices.insert(slices.begin() + 1, two);
     save();
-    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
     EXPECT_EQ(pieces().size(), 1U);
 }
 
@@ -185,12 +185,12 @@ TEST_F(DocumentWriterTest, AParagraphInPartsHasThePropertiesOfItsMark) {
     main.insert(main.begin(), {front, 0, front->size()});
     builder.content.sections.back().length += front->size();
     save();
-    ASSERT_EQ(read().main.paragraphs.size(), 2U);
-    EXPECT_EQ(read().main.paragraphs[0].style, 1);
-    EXPECT_EQ(read().main.paragraphs[0].length, 11U);
+    ASSERT_EQ(joined(read().main)->paragraphs.size(), 2U);
+    EXPECT_EQ(joined(read().main)->paragraphs[0].style, 1);
+    EXPECT_EQ(joined(read().main)->paragraphs[0].length, 11U);
     saveAs();
-    ASSERT_EQ(read().main.paragraphs.size(), 2U);
-    EXPECT_EQ(read().main.paragraphs[0].style, 1);
+    ASSERT_EQ(joined(read().main)->paragraphs.size(), 2U);
+    EXPECT_EQ(joined(read().main)->paragraphs[0].style, 1);
 }
 
 TEST_F(DocumentWriterTest, AParagraphThatGoesOnElsewhereReachesBeyondItsPieceInThePages) {
@@ -205,8 +205,8 @@ TEST_F(DocumentWriterTest, AParagraphThatGoesOnElsewhereReachesBeyondItsPieceInT
     const FcLcb place = fib().at(FibPair::PlcfBtePapx);
     const BinTable pages = decodeBinTable(ByteView(table).subspan(place.fc, place.lcb));
     EXPECT_EQ(pages.limitFc, pieces().front().limitFc() + 2);
-    ASSERT_EQ(read().main.paragraphs.size(), 2U);
-    EXPECT_EQ(read().main.paragraphs[0].length, front->size() + 5);
+    ASSERT_EQ(joined(read().main)->paragraphs.size(), 2U);
+    EXPECT_EQ(joined(read().main)->paragraphs[0].length, front->size() + 5);
 }
 
 TEST_F(DocumentWriterTest, ThePagesOfFormattingLeaveNoGapBetweenTheTextsOfTwoSaves) {
@@ -239,10 +239,10 @@ TEST_F(DocumentWriterTest, AFragmentUsedTwiceIsWrittenOnce) {
     builder.add(story);
     builder.add(story);
     saveAs();
-    EXPECT_EQ(read().main.text, u"again\ragain\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"again\ragain\r\r");
     builder.add(story);
     save();
-    EXPECT_EQ(read().main.text, u"again\ragain\ragain\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"again\ragain\ragain\r\r");
 }
 
 TEST_F(DocumentWriterTest, APictureIsInTheDataStreamOnceAndNamedByItsOffset) {
@@ -261,10 +261,10 @@ TEST_F(DocumentWriterTest, APictureIsInTheDataStreamOnceAndNamedByItsOffset) {
     builder.add({plain(u"又"), {u"\x01", at}, plain(u"\r")});
     save();
     EXPECT_EQ(stream(u"Data"), picture);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     ASSERT_EQ(document.tables.blobs.size(), 1U);
     EXPECT_EQ(*document.tables.blobs[0], picture);
-    EXPECT_EQ(document.main.text, u"图\x01\r又\x01\r\r");
+    EXPECT_EQ(joined(document.main)->text, u"图\x01\r又\x01\r\r");
 }
 
 TEST_F(DocumentWriterTest, ParagraphPropertiesTooLongForAPageGoToTheDataStream) {
@@ -281,8 +281,8 @@ TEST_F(DocumentWriterTest, ParagraphPropertiesTooLongForAPageGoToTheDataStream) 
     }
     builder.add({plain(u"many tabs\r")}, 0, list);
     saveAs();
-    const DocumentData document = read();
-    const ByteView back = document.tables.lists[document.main.paragraphs[0].properties];
+    const DocumentContent document = read();
+    const ByteView back = document.tables.lists[joined(document.main)->paragraphs[0].properties];
     EXPECT_EQ(Bytes(back.begin(), back.end()), list);
     EXPECT_TRUE(CompoundFile::over(file()).has(u"Data"));
 }
@@ -300,7 +300,7 @@ TEST_F(DocumentWriterTest, HeadersLieBehindTheMainTextWithOneMoreParagraphMark) 
     const Fib block = fib();
     ASSERT_EQ(pieces().size(), 1U);
     EXPECT_EQ(pieces()[0].length, block.ccp.text + block.ccp.headers + 1);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     ASSERT_EQ(document.headers.size(), 1U);
     EXPECT_EQ(joined(document.headers[0][1])->text, u"页眉\r");
     EXPECT_TRUE(document.headers[0][3].empty());
@@ -321,7 +321,7 @@ TEST_F(DocumentWriterTest, HeadersAreWrittenAgainOnlyWhenTheyChange) {
     builder.content.headers.clear();
     save();
     EXPECT_EQ(fib().ccp.headers, 0U);
-    EXPECT_EQ(read().main.text, u"\r");
+    EXPECT_EQ(joined(read().main)->text, u"\r");
 }
 
 TEST_F(DocumentWriterTest, SectionsKeepTheirProperties) {
@@ -331,7 +331,7 @@ TEST_F(DocumentWriterTest, SectionsKeepTheirProperties) {
     const auto wide = content.tables.lists.intern(withSprm16({}, sprm::SXaPage, 16838));
     content.sections.insert(content.sections.begin(), {6, wide});
     saveAs();
-    const DocumentData document = read();
+    const DocumentContent document = read();
     ASSERT_EQ(document.sections.size(), 2U);
     EXPECT_EQ(document.sections[0].length, 6U);
     const auto width =
@@ -347,9 +347,9 @@ TEST_F(DocumentWriterTest, FieldsAndBookmarksMoveWithTheText) {
     builder.add(std::make_shared<const Story>(story));
     builder.content.bookmarks = {{u"_Toc1", 6, 10, 0}};
     saveAs();
-    DocumentData document = read();
-    ASSERT_EQ(document.main.fields.size(), 3U);
-    EXPECT_EQ(document.main.fields[0], (FieldMark{6, 0x13, 33}));
+    DocumentContent document = read();
+    ASSERT_EQ(joined(document.main)->fields.size(), 3U);
+    EXPECT_EQ(joined(document.main)->fields[0], (FieldMark{6, 0x13, 33}));
     ASSERT_EQ(document.bookmarks.size(), 1U);
     EXPECT_EQ(document.bookmarks[0].name, u"_Toc1");
     auto& main = builder.content.main;
@@ -360,8 +360,8 @@ TEST_F(DocumentWriterTest, FieldsAndBookmarksMoveWithTheText) {
     builder.content.bookmarks[0].end += front->size();
     save();
     document = read();
-    ASSERT_EQ(document.main.fields.size(), 3U);
-    EXPECT_EQ(document.main.fields[0].at, 6 + front->size());
+    ASSERT_EQ(joined(document.main)->fields.size(), 3U);
+    EXPECT_EQ(joined(document.main)->fields[0].at, 6 + front->size());
     EXPECT_EQ(document.bookmarks.at(0).start, 6 + front->size());
 }
 
@@ -409,8 +409,8 @@ TEST_F(DocumentWriterTest, ListsOfEverySaveAreReadBackWithTheirNamesAndLevels) {
         builder.content.tables.listOverrides.push_back({i, 0, 0, {}});
         save();
     }
-    const DocumentData document = read();
-    EXPECT_THAT(document.remarks, IsEmpty());
+    const DocumentContent document = read();
+    EXPECT_THAT(document.unread.remarks, IsEmpty());
     ASSERT_EQ(document.tables.listDefinitions.size(), std::size_t{saves});
     for (int i = 1; i <= saves; ++i) {
         EXPECT_EQ(document.tables.listOverrides[static_cast<std::size_t>(i - 1)].lsid, i);
@@ -438,7 +438,7 @@ TEST_F(DocumentWriterTest, SavesOfEqualFragmentsCostAboutTheSameEach) {
             builder.add({plain(text.substr(0, 3000)), bold(text.substr(3000))});
             save();
         }
-        EXPECT_EQ(read().main.text, builder.text());
+        EXPECT_EQ(joined(read().main)->text, builder.text());
         return static_cast<double>(folder->trouble.bytesWritten);
     };
     const double few = bytesOf(50);
@@ -467,12 +467,12 @@ TEST_F(DocumentWriterTest, AFailedSaveLeavesTheOldStateAndTheNextOneSucceeds) {
             failed = true;
         }
         folder->trouble.failingWrite.reset();
-        EXPECT_EQ(read().main.text, failed ? u"one\r\r" : u"one\rtwo\r\r");
+        EXPECT_EQ(joined(read().main)->text, failed ? u"one\r\r" : u"one\rtwo\r\r");
         save();
-        EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+        EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
         builder.add({plain(u"three\r")});
         save();
-        EXPECT_EQ(read().main.text, u"one\rtwo\rthree\r\r");
+        EXPECT_EQ(joined(read().main)->text, u"one\rtwo\rthree\r\r");
         EXPECT_EQ(folder->files.size(), 1U);
     }
 }
@@ -490,7 +490,7 @@ TEST_F(DocumentWriterTest, AFullDiskKeepsTheOldStateAndGivesBackWhatWasAppended)
         EXPECT_EQ(error.number(), error::diskFull);
     }
     EXPECT_EQ(file().size(), before.size());
-    EXPECT_EQ(read().main.text, u"one\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\r\r");
 }
 
 TEST_F(DocumentWriterTest, AFailedSaveAsKeepsTheOldFileAndLeavesNoOther) {
@@ -527,7 +527,7 @@ TEST_F(DocumentWriterTest, ASaveAsThatFailsAtItsEndKeepsTheOldFileAndLeavesNoOth
         EXPECT_EQ(folder->files.size(), 1U);
     }
     saveAs();
-    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
 }
 
 TEST_F(DocumentWriterTest, ASaveWhoseCloseFailsLeavesAWholeFileAndTheNextOneSucceeds) {
@@ -537,10 +537,10 @@ TEST_F(DocumentWriterTest, ASaveWhoseCloseFailsLeavesAWholeFileAndTheNextOneSucc
     folder->trouble.failingClose = true;
     EXPECT_THROW(save(), RunTimeError);
     folder->trouble.failingClose = false;
-    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
     builder.add({plain(u"three\r")});
     save();
-    EXPECT_EQ(read().main.text, u"one\rtwo\rthree\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\rthree\r\r");
 }
 
 TEST_F(DocumentWriterTest, TheFileIsClosedBeforeItTakesTheOldOnesPlace) {
@@ -568,10 +568,10 @@ TEST_F(DocumentWriterTest, AFileThatOthersChangedOrRemovedIsWrittenWhole) {
     ++folder->files[path]->version;
     builder.add({plain(u"two\r")});
     save();
-    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
     folder->files.erase(path);
     save();
-    EXPECT_EQ(read().main.text, u"one\rtwo\r\r");
+    EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
     EXPECT_EQ(pieces().size(), 1U);
 }
 

@@ -82,7 +82,7 @@ protected:
     void add(const std::u16string& text, Drawing one) {
         builder.add(std::make_shared<const Story>(anchored(text, std::move(one))));
     }
-    DocumentData read() const {
+    DocumentContent read() const {
         const Bytes& file = folder->bytes(path);
         for (const Finding& finding : checkDocument(file)) {
             ADD_FAILURE() << finding.rule << ": "
@@ -90,7 +90,7 @@ protected:
         }
         return readDocument(file);
     }
-    static std::vector<std::u16string> textsOf(const DocumentData& document) {
+    static std::vector<std::u16string> textsOf(const DocumentContent& document) {
         std::vector<std::u16string> result;
         for (const ShapeText& text : document.tables.shapeTexts) {
             result.push_back(text.text->text);
@@ -120,10 +120,10 @@ using Texts = std::vector<std::u16string>;
 TEST_F(DrawingWriter, AShapeComesBackAtItsAnchor) {
     add(u"one", drawing());
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
-    ASSERT_EQ(document.main.anchors.size(), 1U);
-    EXPECT_EQ(document.main.anchors[0].at, 3U);
-    EXPECT_EQ(document.main.anchors[0].kind, AnchorKind::drawing);
+    const DocumentContent document = read();
+    ASSERT_EQ(joined(document.main)->anchors.size(), 1U);
+    EXPECT_EQ(joined(document.main)->anchors[0].at, 3U);
+    EXPECT_EQ(joined(document.main)->anchors[0].kind, AnchorKind::drawing);
     ASSERT_EQ(document.tables.drawings.size(), 1U);
     EXPECT_EQ(document.tables.drawings[0].place, Bytes(22, 0x22));
     EXPECT_EQ(document.tables.drawings[0].records.size(),
@@ -135,11 +135,11 @@ TEST_F(DrawingWriter, TextsOfShapesAreTextOfTheFile) {
     add(u"two", drawing());
     add(u"three", drawingOfText(addText(u"second\r")));
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
-    EXPECT_EQ(document.main.text, builder.text());
+    const DocumentContent document = read();
+    EXPECT_EQ(joined(document.main)->text, builder.text());
     EXPECT_EQ(textsOf(document), (Texts{u"first\r", u"second\r"}));
     EXPECT_EQ(document.tables.drawings.size(), 3U);
-    EXPECT_TRUE(document.remarks.empty());
+    EXPECT_TRUE(document.unread.remarks.empty());
 }
 
 TEST_F(DrawingWriter, AChainOfShapesSharesOneTextAndItsBreaks) {
@@ -148,7 +148,7 @@ TEST_F(DrawingWriter, AChainOfShapesSharesOneTextAndItsBreaks) {
     add(u"b", drawingOfText(text, 1));
     add(u"c", drawingOfText(text, 2));
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     ASSERT_EQ(document.tables.shapeTexts.size(), 1U);
     EXPECT_EQ(document.tables.shapeTexts[0].breaks, (std::vector<Cp>{6, 13}));
 }
@@ -160,7 +160,7 @@ TEST_F(DrawingWriter, AChainWhoseFirstShapeIsGoneShowsNoText) {
     builder.content.main.erase(builder.content.main.begin());
     builder.content.sections.back().length -= 3;
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     EXPECT_EQ(document.tables.drawings.size(), 1U);
     EXPECT_TRUE(document.tables.shapeTexts.empty());
 }
@@ -170,7 +170,7 @@ TEST_F(DrawingWriter, EqualPicturesAreStoredOnceAndCountTheirUses) {
     add(u"b", drawingOfPicture(addPicture(4)));
     add(u"c", drawingOfPicture(addPicture(5)));
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     EXPECT_EQ(document.tables.shapePictures.size(), 2U);
     EXPECT_EQ(occurrences("\x89PNG"), 2);
     LittleEndianReader entry(*document.tables.shapePictures[0], "entry");
@@ -184,7 +184,7 @@ TEST_F(DrawingWriter, HeadersHaveDrawingsAndTextsOfTheirOwn) {
     set[1] = slicesOf(anchored(u"header", drawingOfText(addText(u"in the header\r"))));
     builder.content.headers = {set};
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     EXPECT_EQ(textsOf(document), (Texts{u"in the body\r", u"in the header\r"}));
     const std::vector<Anchor> anchors = anchorsOf(document.headers.at(0)[1]);
     ASSERT_EQ(anchors.size(), 1U);
@@ -199,7 +199,7 @@ TEST_F(DrawingWriter, ACopiedHeaderHasItsOwnShapes) {
     writer.saveAs(path, builder.content);
     builder.add({plain(u"more\r")});
     writer.save(builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     EXPECT_EQ(document.tables.drawings.size(), 2U);
     EXPECT_EQ(textsOf(document), (Texts{u"text\r", u"text\r"}));
 }

@@ -39,7 +39,7 @@ protected:
         const Bytes list = withSprm32(marks, sprm::CObjLocation, index);
         builder.add({plain(u"\u0013EMBED x"), {u"\u0014", list}, plain(u"y\u0015\r")});
     }
-    DocumentData read() const {
+    DocumentContent read() const {
         EXPECT_THAT(compoundFaults(folder->bytes(path)), IsEmpty());
         return readDocument(folder->bytes(path));
     }
@@ -52,9 +52,9 @@ protected:
                        entry.path.find(u'/', 12) == std::u16string::npos;
             }));
     }
-    static EmbeddedObjectRef objectOf(const DocumentData& document, std::size_t field) {
+    static EmbeddedObjectRef objectOf(const DocumentContent& document, std::size_t field) {
         std::size_t met = 0;
-        for (const CharacterRun& run : document.main.characters) {
+        for (const CharacterRun& run : joined(document.main)->characters) {
             const auto entry = findSprm(document.tables.lists[run.properties], sprm::CObjLocation);
             if (entry && met++ == field) {
                 LittleEndianReader operand(entry->operand, "sprmCObjLocation");
@@ -99,7 +99,7 @@ TEST_F(EmbeddedObjectsInFiles, EachObjectIsInTheFileOnceHoweverOftenItIsSaved) {
     addField(0);
     writer.save(builder.content);
     EXPECT_EQ(storages(), 2U);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     ASSERT_TRUE(objectOf(document, 2));
     EXPECT_EQ(objectOf(document, 1)->classId[0], 2);
     EXPECT_EQ(objectOf(document, 2)->classId[0], 1);

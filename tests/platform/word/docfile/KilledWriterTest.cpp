@@ -148,10 +148,10 @@ protected:
             return; // killed before there was any file
         }
         EXPECT_THAT(test::compoundFaults(bytes), testing::IsEmpty());
-        const DocumentData document = readDocument(bytes);
-        EXPECT_THAT(document.remarks, testing::IsEmpty());
-        if (document.main.text != textOf(reported)) {
-            EXPECT_EQ(document.main.text, textOf(reported + 1));
+        const DocumentContent document = readDocument(bytes);
+        EXPECT_THAT(document.unread.remarks, testing::IsEmpty());
+        if (joined(document.main)->text != textOf(reported)) {
+            EXPECT_EQ(joined(document.main)->text, textOf(reported + 1));
         }
     }
 

@@ -46,7 +46,7 @@ protected:
         set[1] = slicesOf(builder.fragment({plain(text + u"\r")}));
         builder.content.headers = {set};
     }
-    DocumentData read() const {
+    DocumentContent read() const {
         const Bytes& file = folder->bytes(path);
         for (const Finding& finding : checkDocument(file)) {
             ADD_FAILURE() << finding.rule;
@@ -54,9 +54,9 @@ protected:
         return readDocument(file);
     }
     // "kind:text" of each anchor of the main story, in order.
-    static std::vector<std::u16string> notesOf(const DocumentData& document) {
+    static std::vector<std::u16string> notesOf(const DocumentContent& document) {
         std::vector<std::u16string> result;
-        for (const Anchor& anchor : document.main.anchors) {
+        for (const Anchor& anchor : joined(document.main)->anchors) {
             const DocumentTables& tables = document.tables;
             const bool comment = anchor.kind == AnchorKind::comment;
             const Story& text = comment ? *tables.comments.at(anchor.index).text
@@ -80,12 +80,12 @@ TEST_F(SideTextWriter, NotesComeBackAtTheirPlaces) {
     addNote(u"two", AnchorKind::endnote, u"second");
     addNote(u"three", AnchorKind::footnote, u"third");
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
-    EXPECT_EQ(document.main.text, builder.text());
+    const DocumentContent document = read();
+    EXPECT_EQ(joined(document.main)->text, builder.text());
     EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"e:second\r", u"f:third\r"}));
-    EXPECT_EQ(document.side.footnotes, 2);
-    EXPECT_EQ(document.side.endnotes, 1);
-    EXPECT_TRUE(document.remarks.empty());
+    EXPECT_EQ(document.unread.footnotes, 0);
+    EXPECT_EQ(document.unread.endnotes, 0);
+    EXPECT_TRUE(document.unread.remarks.empty());
 }
 
 TEST_F(SideTextWriter, ANoteMayBearAMarkOfTheUsersOwn) {
@@ -94,10 +94,10 @@ TEST_F(SideTextWriter, ANoteMayBearAMarkOfTheUsersOwn) {
     story.anchors = {{1, AnchorKind::footnote, 0}};
     builder.add(std::make_shared<const Story>(std::move(story)));
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     ASSERT_EQ(document.tables.notes.size(), 1U);
     EXPECT_FALSE(document.tables.notes[0].automatic);
-    EXPECT_EQ(document.main.anchors.at(0).at, 1U);
+    EXPECT_EQ(joined(document.main)->anchors.at(0).at, 1U);
 }
 
 TEST_F(SideTextWriter, AllPartsStandTogether) {
@@ -108,7 +108,7 @@ TEST_F(SideTextWriter, AllPartsStandTogether) {
     builder.content.bookmarks.push_back({u"", 4, 7, 0, 0U});
     builder.content.bookmarks.push_back({u"name", 1, 2, 0, {}});
     writer.saveAs(path, builder.content);
-    const DocumentData document = read();
+    const DocumentContent document = read();
     EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"c:批注\r", u"e:last\r"}));
     EXPECT_EQ(joined(document.headers.at(0)[1])->text, u"页眉\r");
     EXPECT_EQ(document.tables.comments.at(0).author, u"王工");
@@ -137,8 +137,8 @@ TEST_F(SideTextWriter, EverySaveAddsWhatIsNew) {
             expected.push_back((foot ? u"f:note " : u"e:note ") + number + u"\r");
         }
         writer.save(builder.content);
-        const DocumentData document = read();
-        ASSERT_EQ(document.main.text, builder.text());
+        const DocumentContent document = read();
+        ASSERT_EQ(joined(document.main)->text, builder.text());
         ASSERT_EQ(notesOf(document), expected);
     }
 }

@@ -13,10 +13,10 @@ namespace {
 
 class Faults {
 public:
-    explicit Faults(const DocumentData& document) : document_(document) {}
+    explicit Faults(const DocumentContent& document) : document_(document) {}
 
     std::vector<std::string> all() {
-        story(document_.main, "main");
+        story(*joined(document_.main), "main");
         for (const HeaderSet& set : document_.headers) {
             for (const auto& header : set) {
                 if (!header.empty()) {
@@ -127,25 +127,25 @@ private:
             demand(exists(section.properties), "sections: list does not exist");
         }
         demand(!document_.sections.empty(), "sections: none");
-        demand(total == document_.main.text.size(), "sections: lengths do not add up");
+        demand(total == joined(document_.main)->text.size(), "sections: lengths do not add up");
         demand(document_.headers.size() == document_.sections.size(),
                "headers: not one set a section");
     }
 
     void bookmarks() {
         for (const Bookmark& bookmark : document_.bookmarks) {
-            demand(bookmark.start <= bookmark.end && bookmark.end <= document_.main.size(),
+            demand(bookmark.start <= bookmark.end && bookmark.end <= joined(document_.main)->size(),
                    "bookmarks: outside of the main story");
         }
     }
 
-    const DocumentData& document_;
+    const DocumentContent& document_;
     std::vector<std::string> faults_;
 };
 
 } // namespace
 
-std::vector<std::string> documentFaults(const DocumentData& document) {
+std::vector<std::string> documentFaults(const DocumentContent& document) {
     return Faults(document).all();
 }
 

@@ -65,7 +65,7 @@ TEST_F(ApplicationTest, ClosingWithSaveWritesTheChanges) {
     document().SaveAs(folder.path() / "a.doc");
     type(u"x");
     document().Close(true);
-    EXPECT_EQ(readDocument(folder.path() / "a.doc").main.text, u"x\r");
+    EXPECT_EQ(joined(readDocument(folder.path() / "a.doc").main)->text, u"x\r");
 }
 
 TEST_F(ApplicationTest, OpeningAndClosingLeavesAFileAsItIs) {
@@ -83,7 +83,7 @@ TEST_F(ApplicationTest, AnOpenedDocumentIsSavedWithItsChanges) {
     opened.Save();
     type(u"后");
     opened.Save();
-    EXPECT_EQ(readDocument(file).main.text, u"前后甲\r乙\r");
+    EXPECT_EQ(joined(readDocument(file).main)->text, u"前后甲\r乙\r");
 }
 
 TEST_F(ApplicationTest, SaveWithoutANameIsRefused) {
@@ -231,7 +231,7 @@ TEST_F(ApplicationTest, SelectionFollowsTheViewIntoHeaderAndFooter) {
     type(u"续");
     EXPECT_EQ(text(), u"正文续\r");
     document().SaveAs(folder.path() / "a.doc");
-    const DocumentData saved = readDocument(folder.path() / "a.doc");
+    const DocumentContent saved = readDocument(folder.path() / "a.doc");
     EXPECT_EQ(joined(saved.headers.at(0)[1])->text, u"眉\r");
     EXPECT_EQ(joined(saved.headers.at(0)[3])->text, u"脚\r");
 }

@@ -20,14 +20,16 @@ using testing::IsEmpty;
 
 // The file of a new document into which this one was inserted; nothing where it was refused.
 std::optional<Bytes> inserted(const Bytes& file) {
-    std::optional<DocumentData> source;
+    std::optional<DocumentContent> source;
     try {
         source = readDocument(file);
     } catch (const FormatError&) {
         return std::nullopt;
     }
     WorkingDocument document(normalTemplate());
-    ImportedText text = importDocument(document.tables(), document.bookmarkNames(), *source);
+    std::vector<std::u16string> leftOut;
+    DocumentBody text =
+        importDocument(document.tables(), document.bookmarkNames(), *source, leftOut);
     insertDocument(document, document.main().size() - 1, std::move(text));
     const auto folder = std::make_shared<MemoryFolder>();
     DocumentWriter(folder).saveAs("/folder/a.doc", document.content());

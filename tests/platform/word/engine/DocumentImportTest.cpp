@@ -36,7 +36,7 @@ TEST(DocumentImport, TextWithItsFormattingComesAsItIs) {
     source.endParagraph(0, sprm8(sprm::PJc80, 1));
     ImportTarget target;
     target.tables.styles.defaultFonts = {};
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"plain bold\r");
     EXPECT_EQ(operand8(target.runList(1), sprm::CFBold), 1);
     EXPECT_EQ(operand8(target.paragraphList(), sprm::PJc80), 1);
@@ -48,12 +48,11 @@ TEST(DocumentImport, ARunOverTwoParagraphsIsSplitWhereTheirStylesDiffer) {
     StyleDefinition quote = styleOf(StyleKind::paragraph, u"引文", StyleDefinition::userDefined, 0);
     const StyleIndex style = source.addStyle(quote);
     source.run(u"a\rb\r");
-    source.data.main.paragraphs = {{2, 0, PropertyListId::empty},
-                                   {2, style, PropertyListId::empty}};
+    source.main.paragraphs = {{2, 0, PropertyListId::empty}, {2, style, PropertyListId::empty}};
     source.style(0).character = source.list(sprm16(sprm::CHps, 30));
     source.style(style).character = source.list(sprm16(sprm::CHps, 24));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->characters.size(), 2U);
     EXPECT_EQ(operand16(target.runList(0), sprm::CHps), 30);
     EXPECT_EQ(operand16(target.runList(1), sprm::CHps), 0xFFFF);
@@ -65,10 +64,10 @@ TEST(DocumentImport, ACellMarkOutsideOfTablesEndsItsParagraphLikeAnyOther) {
     const Bytes inTable = sprm8(sprm::PFInTable, 1);
     const Bytes rowEnd =
         withSprm(inTable + sprm8(sprm::PFTtp, 1), sprm::TDefTable, Bytes{6, 0, 1, 0, 0, 100, 0});
-    source.data.main.paragraphs = {
+    source.main.paragraphs = {
         {2, 0, PropertyListId::empty}, {2, 0, source.list(inTable)}, {1, 0, source.list(rowEnd)}};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\rb\u0007\u0007");
     EXPECT_EQ(target.last.text->paragraphs.size(), 3U);
 }
@@ -81,7 +80,7 @@ TEST(DocumentImport, FormattingThatNoFileHasRoomForComesInPartAndIsTold) {
     }
     source.paragraph(u"x", 0, {}, looks);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_LE(target.runList(0).size(), 255U);
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"格式 1 种过于繁复，只带入了一部分"));
 }
@@ -99,11 +98,10 @@ TEST(ImportedNotes, AFootnoteComesWithItsTextInTermsOfTheTarget) {
     note.characters = {{1, source.list(sprm8(sprm::CFSpec, 1))},
                        {6, source.list(sprm16(sprm::CRgFtc1, font))}};
     source.data.tables.notes.push_back({std::make_shared<const Story>(note), true});
-    source.data.main.anchors = {{1, AnchorKind::footnote, 0}};
-    source.data.side.footnotes = 1;
+    source.main.anchors = {{1, AnchorKind::footnote, 0}};
     ImportTarget target;
     target.tables.notes.push_back({std::make_shared<const Story>(note), true});
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\u0002\r");
     const std::vector<Anchor> anchors{{1, AnchorKind::footnote, 1}};
     EXPECT_EQ(target.last.text->anchors, anchors);
@@ -120,9 +118,9 @@ TEST(ImportedNotes, AReferenceWithoutANoteGoes) {
     source.run(u"\u0002\u0005", sprm8(sprm::CFSpec, 1));
     source.run(u"\r");
     source.endParagraph();
-    source.data.side.footnotes = 1;
+    source.data.unread.footnotes = 1;
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\r");
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"脚注 1 个未能带入"));
 }
@@ -135,13 +133,12 @@ TEST(ImportedNotes, ACommentComesWithItsAuthorAndItsRange) {
     source.endParagraph();
     source.data.tables.comments.push_back(
         {std::make_shared<const Story>(textBox(u"comment\r")), u"王工", u"W", 5});
-    source.data.main.anchors = {{3, AnchorKind::comment, 0}};
+    source.main.anchors = {{3, AnchorKind::comment, 0}};
     source.data.bookmarks.push_back({u"", 1, 3, 0, 0U});
     source.data.bookmarks.push_back({u"", 0, 2, 0, 7U}); // of a comment that is not there
-    source.data.side.comments = 1;
     ImportTarget target;
     target.tables.comments.resize(4);
-    target.import(source.data);
+    target.import(source.document());
     ASSERT_EQ(target.tables.comments.size(), 5U);
     EXPECT_EQ(target.tables.comments[4].author, u"王工");
     EXPECT_EQ(target.last.text->anchors.at(0).index, 4U);
@@ -159,7 +156,7 @@ TEST(ImportedFonts, AFontOfTheSameNameIsThatOfTheTarget) {
     const std::uint16_t font = source.addFont(u"宋体");
     source.paragraph(u"x", 0, {}, sprm16(sprm::CRgFtc1, font));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.runList(), sprm::CRgFtc1), 0);
 }
 
@@ -168,7 +165,7 @@ TEST(ImportedFonts, ANewNameComesAlongWithItsRecord) {
     const std::uint16_t font = source.addFont(u"楷体_GB2312", 134);
     source.paragraph(u"x", 0, {}, sprm16(sprm::CRgFtc1, font));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     const FontEntry& brought = target.tables.fonts.at(operand16(target.runList(), sprm::CRgFtc1));
     EXPECT_EQ(brought.name, u"楷体_GB2312");
     EXPECT_EQ(brought.record, source.data.tables.fonts.back().record);
@@ -179,7 +176,7 @@ TEST(ImportedFonts, AFontThatNothingUsesStaysBehind) {
     source.addFont(u"没人用");
     source.paragraph(u"x");
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     for (const FontEntry& font : target.tables.fonts) {
         EXPECT_NE(font.name, u"没人用");
     }
@@ -190,7 +187,7 @@ TEST(ImportedFonts, ASymbolFontIsNotATextFontOfTheSameName) {
     const std::uint16_t font = source.addFont(u"宋体", 2);
     source.paragraph(u"x", 0, {}, sprm16(sprm::CRgFtc0, font));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_NE(operand16(target.runList(), sprm::CRgFtc0), 0);
 }
 
@@ -198,7 +195,7 @@ TEST(ImportedFonts, TheDefaultFontsOfTheSourceAreSaidDirectly) {
     SourceDocument source;
     source.paragraph(u"x");
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     const std::uint16_t font = operand16(target.runList(), sprm::CRgFtc0);
     EXPECT_EQ(target.tables.fonts.at(font).name, u"Times New Roman");
 }
@@ -212,7 +209,7 @@ TEST(ImportedStyles, ABuiltInStyleIsItsNumberWhateverItIsCalled) {
         source.paragraph(u"x", heading);
         ImportTarget target;
         target.tables.styles.styles[1] = styleOf(StyleKind::paragraph, u"标题 1", 1, 0);
-        target.import(source.data);
+        target.import(source.document());
         EXPECT_EQ(target.last.text->paragraphs.at(0).style, 1);
     }
 }
@@ -223,7 +220,7 @@ TEST(ImportedStyles, AStyleWithoutNumberUnderABuiltInNameIsThatStyle) {
         styleOf(StyleKind::paragraph, u"Heading 2", StyleDefinition::userDefined, 0));
     source.paragraph(u"x", heading);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->paragraphs.at(0).style, 2);
     EXPECT_EQ(target.styleOfParagraph().sti, 2);
 }
@@ -237,7 +234,7 @@ TEST(ImportedStyles, AUsersStyleIsItsNameAndKind) {
     auto& styles = target.tables.styles.styles;
     styles.push_back(styleOf(StyleKind::character, u"我的", StyleDefinition::userDefined));
     styles.push_back(styleOf(StyleKind::paragraph, u"我的", StyleDefinition::userDefined, 0));
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->paragraphs.at(0).style, 16);
     EXPECT_EQ(styles.size(), 17U);
 }
@@ -260,7 +257,7 @@ TEST(ImportedStyles, ANewNameComesAlongWithItsBaseItsFollowerAndItsTie) {
     source.run(u"\r");
     source.endParagraph(style);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     const auto& styles = target.tables.styles.styles;
     const StyleDefinition& brought = target.styleOfParagraph();
     EXPECT_EQ(brought.name, u"新");
@@ -277,7 +274,7 @@ TEST(ImportedStyles, AStyleThatNothingUsesStaysBehind) {
     source.addStyle(styleOf(StyleKind::paragraph, u"没人用", StyleDefinition::userDefined, 0));
     source.paragraph(u"x");
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.tables.styles.styles.size(), 15U);
 }
 
@@ -286,7 +283,7 @@ TEST(ImportedStyles, ANewHeadingTakesItsFixedPlace) {
     const StyleIndex heading = source.addStyle(styleOf(StyleKind::paragraph, u"heading 5", 5, 0));
     source.paragraph(u"x", heading);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->paragraphs.at(0).style, 5);
 }
 
@@ -300,7 +297,7 @@ TEST(ImportedStyles, TheTargetsDefinitionStandsAndTheSourcesBecomesDirect) {
     StyleDefinition ours = styleOf(StyleKind::paragraph, u"标题 1", 1, 0);
     ours.character = target.tables.lists.intern(sprm8(sprm::CFBold, 1));
     target.tables.styles.styles[1] = ours;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.styleOfParagraph().character, ours.character);
     EXPECT_EQ(operand8(target.runList(), sprm::CFItalic), 1);
     EXPECT_EQ(operand8(target.runList(), sprm::CFBold), 0);
@@ -315,7 +312,7 @@ TEST(ImportedStyles, ANewStyleTakesInWhatItsBaseInTheTargetSaysOtherwise) {
     source.paragraph(u"x", style);
     ImportTarget target;
     target.tables.styles.styles[0]->character = target.tables.lists.intern(sprm16(sprm::CHps, 21));
-    target.import(source.data);
+    target.import(source.document());
     const ByteView brought = target.tables.lists[target.styleOfParagraph().character];
     EXPECT_EQ(operand16(brought, sprm::CHps), 20);
     EXPECT_EQ(operand8(brought, sprm::CFBold), 1);
@@ -331,7 +328,7 @@ TEST(ImportedStyles, ACharacterStyleOfBothKeepsItsNameAndTheSourcesLook) {
     StyleDefinition ours = styleOf(StyleKind::character, u"要点", 87, 10);
     ours.character = target.tables.lists.intern(sprm8(sprm::CFBold, 1));
     target.tables.styles.styles.push_back(ours);
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.runList(), sprm::CIstd), 15);
     EXPECT_EQ(operand8(target.runList(), sprm::CFBold), 0);
     EXPECT_EQ(operand8(target.runList(), sprm::CFItalic), 1);
@@ -349,7 +346,7 @@ TEST(ImportedStyles, ANewCharacterStyleOverAnotherBaseIsWrittenOut) {
     StyleDefinition ours = styleOf(StyleKind::character, u"要点", 87, 10);
     ours.character = target.tables.lists.intern(sprm8(sprm::CFBold, 1));
     target.tables.styles.styles.push_back(ours);
-    target.import(source.data);
+    target.import(source.document());
     const StyleDefinition& brought =
         *target.tables.styles.styles.at(operand16(target.runList(), sprm::CIstd));
     EXPECT_EQ(brought.basedOn, StyleDefinition::none);
@@ -364,12 +361,12 @@ TEST(ImportedStyles, ATableStyleWithAnotherDefinitionComesUnderANewName) {
     source.paragraph(u"x", 0, sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, grid));
     ImportTarget target;
     target.tables.styles.styles.push_back(styleOf(StyleKind::table, u"Table Grid", 154, 11));
-    target.import(source.data);
+    target.import(source.document());
     const StyleIndex there = operand16(target.paragraphList(), sprm::TIstd);
     EXPECT_EQ(there, 16);
     EXPECT_EQ(target.tables.styles.styles.at(there)->name, u"Table Grid_2");
     EXPECT_EQ(target.tables.styles.styles.at(there)->sti, StyleDefinition::userDefined);
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::TIstd), there);
 }
 
@@ -379,7 +376,7 @@ TEST(ImportedStyles, ATableStyleWithTheSameDefinitionIsThatOfTheTarget) {
     source.paragraph(u"x", 0, sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, grid));
     ImportTarget target;
     target.tables.styles.styles.push_back(styleOf(StyleKind::table, u"Table Grid", 154, 11));
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::TIstd), 15);
     EXPECT_EQ(target.tables.styles.styles.size(), 16U);
 }
@@ -390,7 +387,7 @@ TEST(ImportedStyles, ARowWithoutAStyleNamesTheNormalTableOfItsSource) {
     const Bytes row = sprm8(sprm::PFTtp, 1) + withSprm({}, sprm::TDefTable, Bytes{1, 0});
     source.paragraph(u"x", 0, row);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     const StyleIndex there = operand16(target.paragraphList(), sprm::TIstd);
     ASSERT_LT(there, target.tables.styles.styles.size());
     const PropertyListId table = target.tables.styles.styles.at(there)->table;
@@ -404,7 +401,7 @@ TEST(ImportedStyles, StylesBasedOnEachOtherInACircleComeWithoutTheCircle) {
     source.addStyle(styleOf(StyleKind::paragraph, u"二", StyleDefinition::userDefined, one));
     source.paragraph(u"x", one);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     const StyleDefinition& brought = target.styleOfParagraph();
     ASSERT_NE(brought.basedOn, StyleDefinition::none);
     EXPECT_EQ(target.tables.styles.styles.at(brought.basedOn)->basedOn, StyleDefinition::none);
@@ -415,7 +412,7 @@ TEST(ImportedStyles, AParagraphWithoutAValidStyleIsNormal) {
     source.paragraph(u"x", 77);
     source.paragraph(u"y", 10);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->paragraphs.at(0).style, 0);
     EXPECT_EQ(target.last.text->paragraphs.at(1).style, 0);
 }
@@ -428,7 +425,7 @@ TEST(ImportedStyles, AHeadingWithoutAnOutlineLevelInWordsIsAtItsOwn) {
     StyleDefinition ours = styleOf(StyleKind::paragraph, u"标题 2", 2, 0);
     ours.paragraph = target.tables.lists.intern(sprm8(sprm::POutLvl, 1));
     target.tables.styles.styles[2] = ours;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand8(target.paragraphList(), sprm::POutLvl), -1);
 }
 
@@ -439,9 +436,9 @@ TEST(ImportedLists, EachInsertionBringsListsOfItsOwn) {
     const std::uint16_t list = source.addList(4711, 0);
     source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
     ASSERT_EQ(target.tables.listDefinitions.size(), 2U);
     EXPECT_EQ(target.tables.listDefinitions[0].lsid, 4711);
@@ -458,7 +455,7 @@ TEST(ImportedLists, NoTwoListsGetOneNumberHoweverOftenADocumentComes) {
     }
     ImportTarget target;
     for (int i = 0; i < 30; ++i) {
-        target.import(source.data);
+        target.import(source.document());
     }
     std::set<std::int32_t> numbers;
     for (const ListDefinition& list : target.tables.listDefinitions) {
@@ -476,7 +473,7 @@ TEST(ImportedLists, OverridesOfOneListStayOverridesOfOneList) {
     source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
     source.paragraph(u"y", 0, sprm16(sprm::PIlfo, 2));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     ASSERT_EQ(target.tables.listOverrides.size(), 2U);
     EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
     EXPECT_EQ(target.tables.listOverrides[1].lsid, target.tables.listOverrides[0].lsid);
@@ -488,8 +485,8 @@ TEST(ImportedLists, EqualListsOfBulletsAreShared) {
     const std::uint16_t list = source.addList(9, 23);
     source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
     ImportTarget target;
-    target.import(source.data);
-    target.import(source.data);
+    target.import(source.document());
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
     EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
 }
@@ -505,8 +502,8 @@ TEST(ImportedLists, ThousandsOfListsOfBulletsComeQuickly) {
     }
     ImportTarget target;
     const auto start = std::chrono::steady_clock::now();
-    target.import(source.data);
-    target.import(source.data);
+    target.import(source.document());
+    target.import(source.document());
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     EXPECT_EQ(target.tables.listOverrides.size(), 2000U);
 }
@@ -516,7 +513,7 @@ TEST(ImportedLists, ANumberThatNamesNoListMeansNone) {
     source.paragraph(u"x", 0, sprm16(sprm::PIlfo, 32514));
     source.paragraph(u"y", 0, sprm16(sprm::PIlfo, 0x07FF)); // numbered as Word 95 did
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(0), sprm::PIlfo), 0);
     EXPECT_EQ(operand16(target.paragraphList(1), sprm::PIlfo), 0x07FF);
 }
@@ -526,7 +523,7 @@ TEST(ImportedLists, ListsThatNothingUsesStayBehind) {
     source.addList(9, 0);
     source.paragraph(u"x");
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_TRUE(target.tables.listDefinitions.empty());
 }
 
@@ -538,7 +535,7 @@ TEST(ImportedLists, FontsOfTheLevelsAreThoseOfTheTarget) {
         source.list(sprm16(sprm::CRgFtc0, font));
     source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     const ListLevel& level = target.tables.listDefinitions.at(0).levels.at(0);
     const std::uint16_t there = operand16(target.tables.lists[level.character], sprm::CRgFtc0);
     EXPECT_EQ(target.tables.fonts.at(there).name, u"Wingdings");
@@ -550,7 +547,7 @@ TEST(ImportedLists, AListOfAStyleThatTheTargetHasWithoutOneBecomesDirect) {
     source.style(0).paragraph = source.list(sprm16(sprm::PIlfo, list));
     source.paragraph(u"x");
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 1);
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PDxaLeft80), 420);
 }
@@ -562,7 +559,7 @@ TEST(ImportedLists, AListOfTheTargetsStyleDoesNotReachWhatHadNone) {
     target.tables.listDefinitions.push_back({3, 0, {}, 0, 0, {ListLevel{}}, u""});
     target.tables.listOverrides.push_back({3, 0, 0, {}});
     target.tables.styles.styles[0]->paragraph = target.tables.lists.intern(sprm16(sprm::PIlfo, 1));
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 0);
 }
 
@@ -575,7 +572,7 @@ TEST(ImportedLists, ANewStyleBringsItsListAndIsLinkedToIt) {
     source.data.tables.listDefinitions[0].linkedStyles[0] = style;
     source.paragraph(u"x", style);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.tables.listDefinitions.at(0).linkedStyles[0],
               target.last.text->paragraphs.at(0).style);
     EXPECT_EQ(target.paragraphList().size(), 0U);
@@ -591,8 +588,8 @@ TEST(ImportedLists, ALaterFileWithThatStyleNumbersByItself) {
     source.style(style).paragraph = source.list(sprm16(sprm::PIlfo, list));
     source.paragraph(u"x", style);
     ImportTarget target;
-    target.import(source.data);
-    target.import(source.data);
+    target.import(source.document());
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
 }
 
@@ -605,7 +602,7 @@ TEST(ImportedLists, HiddenMembersAndWordsForNoListKeepTheirMeaning) {
     source.paragraph(u"c", 0, sprm16(sprm::PIlfo, 0x07FF));
     source.paragraph(u"d", 0, sprm16(sprm::PIlfo, 77));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(0), sprm::PIlfo), 0xFFFF);
     EXPECT_EQ(operand16(target.paragraphList(1), sprm::PIlfo), 0);
     EXPECT_EQ(operand16(target.paragraphList(2), sprm::PIlfo), 0x07FF);
@@ -618,7 +615,7 @@ TEST(ImportedLists, AListTooManyIsNamed) {
     source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
     ImportTarget target;
     target.tables.listOverrides.resize(0x7FE);
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 0);
     EXPECT_THAT(target.last.leftOut,
                 ElementsAre(u"列表 1 个的编号未能带入，一个文档最多 2046 个列表"));
@@ -633,7 +630,7 @@ TEST(ImportedPictures, APictureIsSharedWithItsSource) {
     source.paragraph(u"\u0001", 0, {}, picture);
     ImportTarget target;
     target.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{9}));
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"\u0001\r");
     EXPECT_EQ(operand16(target.runList(), sprm::CPicLocation), 1);
     EXPECT_EQ(target.tables.blobs.at(1), source.data.tables.blobs.at(0));
@@ -643,7 +640,7 @@ TEST(ImportedPictures, APictureWithoutDataIsTakenOutAndNamed) {
     SourceDocument source;
     source.paragraph(u"a\u0001b", 0, {}, sprm8(sprm::CFSpec, 1));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"ab\r");
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"图片 1 个没有数据，未能带入"));
 }
@@ -654,7 +651,7 @@ TEST(ImportedRevisions, AuthorsMergeByName) {
     source.paragraph(u"x", 0, {}, sprm8(sprm::CFRMarkIns, 1) + sprm16(sprm::CIbstRMark, 1));
     ImportTarget target;
     target.tables.authors = {u"丙", u"乙"};
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.runList(), sprm::CIbstRMark), 1);
     EXPECT_EQ(operand8(target.runList(), sprm::CFRMarkIns), 1);
     EXPECT_EQ(target.tables.authors.size(), 2U);
@@ -664,7 +661,7 @@ TEST(ImportedRevisions, ARevisionOfNobodyStaysOne) {
     SourceDocument source;
     source.paragraph(u"x", 0, {}, sprm16(sprm::CIbstRMark, 9));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.tables.authors.at(operand16(target.runList(), sprm::CIbstRMark)), u"Unknown");
 }
 
@@ -674,12 +671,12 @@ TEST(ImportedSections, TheyTravelWithTheirProperties) {
     SourceDocument source;
     source.paragraph(u"a\u000C");
     source.paragraph(u"b");
-    source.data.main.paragraphs.clear();
-    source.data.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    source.main.paragraphs.clear();
+    source.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
     source.data.sections = {{3, source.list(sprm16(sprm::SXaPage, 100))},
                             {2, source.list(sprm16(sprm::SXaPage, 200))}};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     ASSERT_EQ(target.last.sections.size(), 2U);
     EXPECT_EQ(target.last.sections[0].length, 3U);
     EXPECT_EQ(target.last.sections[1].length, 2U);
@@ -693,7 +690,7 @@ TEST(ImportedSections, TheyShrinkByWhatIsTakenOut) {
     source.paragraph(u"b");
     source.data.sections = {{3, PropertyListId::empty}, {2, PropertyListId::empty}};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.sections[0].length, 2U);
     EXPECT_EQ(target.last.sections[1].length, 2U);
 }
@@ -702,13 +699,13 @@ TEST(ImportedSections, InnerOnesComeWithTheirHeadersAndTheLastOnesStayBehind) {
     SourceDocument source;
     source.paragraph(u"a\u000C");
     source.paragraph(u"b");
-    source.data.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    source.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
     source.data.sections = {{3, PropertyListId::empty}, {2, PropertyListId::empty}};
     source.data.headers.resize(2);
     source.data.headers[0][1] = slicesOf(textBox(u"inner\r"));
     source.data.headers[1][1] = slicesOf(textBox(u"last\r"));
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     ASSERT_EQ(target.last.headers.size(), 2U);
     EXPECT_EQ(joined(target.last.headers[0][1])->text, u"inner\r");
     EXPECT_TRUE(target.last.headers[1][1].empty());
@@ -722,7 +719,7 @@ TEST(ImportedBookmarks, ATakenNameGetsANewOneAndReferencesFollow) {
     source.data.bookmarks = {{u"bm", 0, 3, 0}};
     ImportTarget target;
     target.names.add(u"bm");
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.bookmarks.at(0).name, u"bm_2");
     EXPECT_EQ(target.last.text->text,
               u"\u0013 REF bm_2 \\h \u0014x\u0015\u0013PAGEREF \"bm_2\"\u0014y\u0015"
@@ -737,20 +734,20 @@ TEST(ImportedBookmarks, AFreeNameStaysAndIsTakenFromThenOn) {
     source.paragraph(u"text");
     source.data.bookmarks = {{u"_Toc1", 1, 3, 0}};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.bookmarks.at(0).name, u"_Toc1");
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.bookmarks.at(0).name, u"_Toc1_2");
 }
 
 TEST(ImportedBookmarks, OtherWordsOfAFieldAreNotTakenForNames) {
     SourceDocument source;
     source.paragraph(u"\u0013SEQ bm\u0014x\u0015\u0013HYPERLINK \"bm\"\u0014y\u0015");
-    const std::u16string before = source.data.main.text;
+    const std::u16string before = source.main.text;
     source.data.bookmarks = {{u"bm", 0, 3, 0}};
     ImportTarget target;
     target.names.add(u"bm");
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, before);
 }
 
@@ -764,9 +761,9 @@ TEST(ImportedBookmarks, DataThatRepeatsAnOldNameGoes) {
     source.endParagraph();
     source.data.bookmarks = {{u"bm", 0, 3, 0}};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_NE(target.last.text->text.find(u'\u0001'), std::u16string::npos);
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"\u0013HYPERLINK \\l \"bm_2\" \u0014x\u0015\r");
 }
 
@@ -775,7 +772,7 @@ TEST(ImportedBookmarks, PositionsFollowTheText) {
     source.paragraph(u"a\u0002bc", 0, {}, sprm8(sprm::CFSpec, 1));
     source.data.bookmarks = {{u"bm", 2, 4, 0}};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.bookmarks.at(0).start, 1U);
     EXPECT_EQ(target.last.bookmarks.at(0).end, 3U);
 }
@@ -787,7 +784,7 @@ TEST(ImportedFields, TheirCharactersAreSpecialEvenWhereTheSourceForgotTo) {
     source.run(u"\r");
     source.endParagraph();
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     ASSERT_EQ(target.last.text->characters.size(), 5U);
     EXPECT_EQ(operand8(target.runList(0), sprm::CFSpec), -1);
     EXPECT_EQ(operand8(target.runList(1), sprm::CFSpec), 1);
@@ -798,11 +795,11 @@ TEST(ImportedFields, TheirCharactersAreSpecialEvenWhereTheSourceForgotTo) {
 TEST(ImportedFields, ATableOfContentsTravelsAsItIs) {
     SourceDocument source;
     source.paragraph(u"\u0013 TOC \\o \"1-3\" \\h \u0014目录\u0015");
-    source.data.main.fields[0].data = 13;
+    source.main.fields[0].data = 13;
     ImportTarget target;
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, source.data.main.text);
-    EXPECT_EQ(target.last.text->fields, source.data.main.fields);
+    target.import(source.document());
+    EXPECT_EQ(target.last.text->text, source.main.text);
+    EXPECT_EQ(target.last.text->fields, source.main.fields);
 }
 
 // --- drawings -------------------------------------------------------------------------------
@@ -829,7 +826,7 @@ protected:
                              {12, Kind::text, 0, 3},
                              {16, Kind::object, 0, 0},
                              {20, Kind::anchor, 0, 0}}}};
-        source.data.main.anchors = {{1, AnchorKind::drawing, 0}};
+        source.main.anchors = {{1, AnchorKind::drawing, 0}};
         target.tables.shapes = 10;
         target.tables.shapePictures = {std::make_shared<Bytes>()};
         target.tables.objects = {std::make_shared<EmbeddedObject>()};
@@ -842,7 +839,7 @@ protected:
 };
 
 TEST_F(ImportedDrawings, ADrawingComesWithAllThatItNamesInTermsOfTheTarget) {
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\u0008b\r");
     const std::vector<Anchor> anchors{{1, AnchorKind::drawing, 6}};
     EXPECT_EQ(target.last.text->anchors, anchors);
@@ -861,7 +858,7 @@ TEST_F(ImportedDrawings, ADrawingComesWithAllThatItNamesInTermsOfTheTarget) {
 }
 
 TEST_F(ImportedDrawings, TheTextOfAShapeIsImportedLikeAnyOther) {
-    target.import(source.data);
+    target.import(source.document());
     const ShapeText& text = target.tables.shapeTexts.at(4);
     EXPECT_EQ(text.text->text, u"xy\r"); // a note cannot stand there
     EXPECT_EQ(text.breaks, std::vector<Cp>{1});
@@ -870,30 +867,30 @@ TEST_F(ImportedDrawings, TheTextOfAShapeIsImportedLikeAnyOther) {
 }
 
 TEST_F(ImportedDrawings, ASecondInsertionBringsDrawingsOfItsOwn) {
-    target.import(source.data);
-    target.import(source.data);
+    target.import(source.document());
+    target.import(source.document());
     EXPECT_EQ(target.tables.drawings.size(), 8U);
     EXPECT_EQ(target.tables.drawings[7].references[0].index, 12U);
     EXPECT_EQ(target.tables.shapes, 14U);
 }
 
 TEST_F(ImportedDrawings, TheCharacterOfADrawingIsSpecial) {
-    source.data.main.characters = {{4, PropertyListId::empty}};
-    target.import(source.data);
+    source.main.characters = {{4, PropertyListId::empty}};
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\u0008b\r");
     EXPECT_EQ(operand8(target.runList(1), sprm::CFSpec), 1);
 }
 
 TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
-    source.data.main.anchors.clear();
-    source.data.main.text[1] = u'\f';
-    source.data.main.paragraphs = {{2, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    source.main.anchors.clear();
+    source.main.text[1] = u'\f';
+    source.main.paragraphs = {{2, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
     source.data.sections = {{2, PropertyListId::empty}, {2, PropertyListId::empty}};
     Story header = textBox(u"h\u0008\r", source.list(sprm8(sprm::CFSpec, 1)));
     header.anchors = {{1, AnchorKind::drawing, 0}};
     source.data.headers.resize(2);
     source.data.headers[0][1] = slicesOf(header);
-    target.import(source.data);
+    target.import(source.document());
     ASSERT_EQ(target.last.headers.size(), 2U);
     const std::vector<Anchor> anchors{{1, AnchorKind::drawing, 6}};
     EXPECT_EQ(anchorsOf(target.last.headers[0][1]), anchors);
@@ -904,12 +901,12 @@ TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
 TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
     SourceDocument source;
     source.paragraph(u"a\u0002b\u0005c\u0008d", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.data.side.footnotes = 3;
-    source.data.side.endnotes = 1;
-    source.data.side.comments = 2;
-    source.data.side.textBoxes = 1;
+    source.data.unread.footnotes = 3;
+    source.data.unread.endnotes = 1;
+    source.data.unread.comments = 2;
+    source.data.unread.textBoxes = 1;
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"abcd\r");
     EXPECT_THAT(target.last.leftOut,
                 ElementsAre(u"脚注 3 个未能带入", u"尾注 1 个未能带入", u"批注 2 条未能带入",
@@ -922,11 +919,11 @@ TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
     source.data.sections = {{3, source.list(sprm8(sprm::SBOrientation, 2))}};
     source.data.headers.resize(1);
     source.data.headers[0][1] = slicesOf(textBox(u"header\r"));
-    EXPECT_THAT(leftOutOfOpened(source.data), ElementsAre());
-    source.data.remarks = {u"remark"};
-    source.data.side.macros = true;
-    source.data.side.textBoxes = 1; // that no shape shows
-    EXPECT_THAT(leftOutOfOpened(source.data),
+    EXPECT_THAT(leftOutOfOpened(source.document()), ElementsAre());
+    source.data.unread.remarks = {u"remark"};
+    source.data.unread.macros = true;
+    source.data.unread.textBoxes = 1; // that no shape shows
+    EXPECT_THAT(leftOutOfOpened(source.document()),
                 ElementsAre(u"remark", u"文本框 1 个未能带入", u"宏未能带入"));
 }
 
@@ -936,7 +933,7 @@ TEST(LeftOut, ATurnedOrDividedPageAtTheEndIsNamed) {
         source.paragraph(u"a");
         source.data.sections = {{2, source.list(page)}};
         ImportTarget target;
-        target.import(source.data);
+        target.import(source.document());
         EXPECT_THAT(target.last.leftOut,
                     ElementsAre(u"文件最后一节的横向页面或分栏未能带入，按方案的页面排版"));
     }
@@ -946,14 +943,13 @@ TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {
     SourceDocument source;
     source.paragraph(u"a\u0002b");
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\u0002b\r");
 }
 
 TEST(ImportedObjects, AnObjectTravelsWithItsField) {
     SourceDocument source;
     source.data.tables.objects.push_back(std::make_shared<EmbeddedObject>());
-    source.data.side.embeddedObjects = 1;
     source.run(u"\u0013 EMBED Equation.3 ");
     source.run(u"\u0014",
                sprm32(sprm::CObjLocation, 0) + sprm8(sprm::CFOle2, 1) + sprm8(sprm::CFSpec, 1));
@@ -961,8 +957,8 @@ TEST(ImportedObjects, AnObjectTravelsWithItsField) {
     source.endParagraph();
     ImportTarget target;
     target.tables.objects.push_back(std::make_shared<EmbeddedObject>());
-    target.import(source.data);
-    EXPECT_EQ(target.last.text->text, source.data.main.text);
+    target.import(source.document());
+    EXPECT_EQ(target.last.text->text, source.main.text);
     EXPECT_EQ(operand16(target.runList(2), sprm::CObjLocation), 1);
     EXPECT_EQ(operand8(target.runList(2), sprm::CFOle2), 1);
     EXPECT_EQ(target.tables.objects.at(1), source.data.tables.objects.at(0));
@@ -979,7 +975,7 @@ TEST(LeftOut, AnObjectWithoutDataLeavesItsPictureInPlace) {
     source.run(u"\u0015b\r");
     source.endParagraph();
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\u0001b\r");
     EXPECT_TRUE(target.last.text->fields.empty());
     EXPECT_EQ(operand16(target.runList(1), sprm::CPicLocation), 0);
@@ -992,18 +988,19 @@ TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {
     source.data.headers.resize(1);
     source.data.headers[0][1] = slicesOf(textBox(u" \r"));
     ImportTarget target;
-    EXPECT_THAT(target.import(source.data).leftOut, IsEmpty());
+    EXPECT_THAT(target.import(source.document()).leftOut, IsEmpty());
     source.data.headers[0][1] = slicesOf(textBox(u"第一章\r"));
-    EXPECT_THAT(target.import(source.data).leftOut, ElementsAre(u"文件自带的页眉页脚未能带入"));
+    EXPECT_THAT(target.import(source.document()).leftOut,
+                ElementsAre(u"文件自带的页眉页脚未能带入"));
 }
 
 TEST(LeftOut, MacrosAndFormProtectionAreNamedBehindTheReadersRemarks) {
     SourceDocument source;
     source.paragraph(u"x");
-    source.data.side.macros = true;
+    source.data.unread.macros = true;
     writeDop(source.data.settings, dop::protectedForForms, 1);
-    source.data.remarks = {u"读时的话"};
+    source.data.unread.remarks = {u"读时的话"};
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"读时的话", u"宏未能带入", u"窗体保护未能带入"));
 }

@@ -31,15 +31,16 @@ protected:
     }
 
     // One paragraph a section; all but the last end in the break.
-    ImportedText sectionsOf(const std::vector<PropertyListId>& formats) {
-        ImportedText text;
-        text.text = std::make_shared<Story>();
-        StoryBuilder builder(*text.text);
+    DocumentBody sectionsOf(const std::vector<PropertyListId>& formats) {
+        DocumentBody text;
+        Story story;
+        StoryBuilder builder(story);
         for (std::size_t i = 0; i < formats.size(); ++i) {
             builder.text(std::u16string(1, static_cast<char16_t>(u'A' + i)), PropertyListId::empty);
             builder.mark(i + 1 < formats.size() ? u'\f' : u'\r', {}, PropertyListId::empty);
             text.sections.push_back({2, formats[i]});
         }
+        text.main = slicesOf(std::move(story));
         return text;
     }
 
@@ -62,7 +63,7 @@ protected:
         return result;
     }
     void insertWithHeader(const std::vector<PropertyListId>& formats, std::size_t section) {
-        ImportedText text = sectionsOf(formats);
+        DocumentBody text = sectionsOf(formats);
         text.headers.resize(formats.size());
         text.headers[section][static_cast<std::size_t>(HeaderKind::oddHeader)] =
             slicesOf(headerOf(u"own"));
@@ -257,7 +258,7 @@ TEST_F(SectionInsertion, PageSetupGoesToAllSections) {
 TEST_F(SectionInsertion, BookmarksOfAnInsertedDocumentMoveWithIt) {
     type(u"x");
     selection().TypeParagraph();
-    ImportedText text = sectionsOf({portrait()});
+    DocumentBody text = sectionsOf({portrait()});
     text.bookmarks.push_back({u"mark", 0, 1, 0});
     insertDocument(document().change(), 2, std::move(text));
     select(0, 0);

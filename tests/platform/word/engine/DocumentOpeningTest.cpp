@@ -24,7 +24,7 @@ TEST(DocumentOpening, ASoundDocumentStaysAsItIs) {
     const Bytes characters = sprm16(sprm::CRgFtc0, font) + sprm8(sprm::CFBold, 1);
     source.paragraph(u"text", 0, paragraph, characters);
     source.data.bookmarks = {{u"mark", 0, 2, 0}};
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     EXPECT_EQ(bytesOf(paragraphList(content)), paragraph);
     EXPECT_EQ(bytesOf(runList(content)), characters);
     EXPECT_EQ(content.main.at(0).fragment->text, u"text\r");
@@ -35,7 +35,7 @@ TEST(DocumentOpening, NamesOfWhatTheDocumentDoesNotHaveGo) {
     SourceDocument source;
     source.paragraph(u"text", 0, sprm16(sprm::PIlfo, 3) + sprm8(sprm::PFKeep, 1),
                      sprm16(sprm::CRgFtc0, 99) + sprm16(sprm::CIstd, 77) + sprm8(sprm::CFBold, 1));
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     EXPECT_EQ(operand16(paragraphList(content), sprm::PIlfo), 0);
     EXPECT_EQ(operand8(paragraphList(content), sprm::PFKeep), 1);
     EXPECT_EQ(bytesOf(runList(content)), sprm8(sprm::CFBold, 1));
@@ -46,7 +46,7 @@ TEST(DocumentOpening, AListWhoseDefinitionIsMissingIsNone) {
     const std::uint16_t list = source.addList(7, 0);
     source.data.tables.listDefinitions.clear();
     source.paragraph(u"text", 0, sprm16(sprm::PIlfo, list));
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     EXPECT_EQ(operand16(paragraphList(content), sprm::PIlfo), 0);
 }
 
@@ -56,7 +56,7 @@ TEST(DocumentOpening, OfTwoListsWithOneNumberTheFirstStays) {
     source.addList(7, 23);
     source.data.tables.listDefinitions[0].linkedStyles[0] = 900;
     source.paragraph(u"text");
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     ASSERT_EQ(content.tables.listDefinitions.size(), 1U);
     EXPECT_EQ(content.tables.listDefinitions[0].levels[0].head[4], 0);
     EXPECT_EQ(content.tables.listDefinitions[0].linkedStyles[0], StyleDefinition::none);
@@ -66,7 +66,7 @@ TEST(DocumentOpening, EqualNamesOfBookmarksBecomeDifferent) {
     SourceDocument source;
     source.paragraph(u"text");
     source.data.bookmarks = {{u"mark", 0, 1, 0}, {u"MARK", 1, 2, 0}};
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     EXPECT_EQ(content.bookmarks.at(0).name, u"mark");
     EXPECT_NE(content.bookmarks.at(1).name, u"MARK");
 }
@@ -74,7 +74,7 @@ TEST(DocumentOpening, EqualNamesOfBookmarksBecomeDifferent) {
 TEST(DocumentOpening, CharactersOfFieldsAreSpecial) {
     SourceDocument source;
     source.paragraph(u"\u0013 PAGE \u0015");
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     EXPECT_EQ(operand8(runList(content, 0), sprm::CFSpec), 1);
     EXPECT_EQ(operand8(runList(content, 1), sprm::CFSpec), -1);
     EXPECT_EQ(operand8(runList(content, 2), sprm::CFSpec), 1);
@@ -83,7 +83,7 @@ TEST(DocumentOpening, CharactersOfFieldsAreSpecial) {
 TEST(DocumentOpening, ARevisionOfNobodyStaysOne) {
     SourceDocument source;
     source.paragraph(u"x", 0, {}, sprm16(sprm::CIbstRMark, 9));
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     EXPECT_EQ(content.tables.authors.at(operand16(runList(content), sprm::CIbstRMark)), u"Unknown");
 }
 
@@ -92,12 +92,12 @@ TEST(DocumentOpening, StylesHeadersAndTextsOfShapesAreLookedAtToo) {
     const Bytes missing = sprm16(sprm::CRgFtc0, 99);
     source.paragraph(u"x");
     source.style(0).character = source.list(missing);
-    Story other = source.data.main;
+    Story other = source.main;
     other.characters = {{other.size(), source.list(missing)}};
     source.data.headers.resize(1);
     source.data.headers[0][1] = slicesOf(other);
     source.data.tables.shapeTexts = {{std::make_shared<Story>(other), {}}};
-    const DocumentContent content = openedDocument(std::move(source.data));
+    const DocumentContent content = openedDocument(source.take());
     const PropertyLists& lists = content.tables.lists;
     EXPECT_TRUE(lists[content.tables.styles.styles[0]->character].empty());
     EXPECT_TRUE(lists[joined(content.headers.at(0)[1])->characters.at(0).properties].empty());

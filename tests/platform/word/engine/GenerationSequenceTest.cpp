@@ -209,15 +209,15 @@ TEST_F(GenerationSequence, GivesCoverContentsHeadingsAndDocumentsEachInParagraph
     typeHeaders();
     app.ActiveDocument().SaveAs(folder.path() / "out.doc");
 
-    const DocumentData saved = readDocument(folder.path() / "out.doc");
+    const DocumentContent saved = readDocument(folder.path() / "out.doc");
     const std::u16string blank(8, u'\r');
     const std::u16string front =
         u"\r\r\r跨河大桥施工方案\r\r" + blank + u"第一建筑公司" + blank + u"2026-05-01\r目录\r";
-    ASSERT_TRUE(saved.main.text.starts_with(front));
-    const auto body = saved.main.text.rfind(u"第一章 总则");
-    EXPECT_EQ(saved.main.text.substr(body),
+    ASSERT_TRUE(joined(saved.main)->text.starts_with(front));
+    const auto body = joined(saved.main)->text.rfind(u"第一章 总则");
+    EXPECT_EQ(joined(saved.main)->text.substr(body),
               u"第一章 总则\r一、依据\r二、范围\r第一节 部署\r1 人员\r三、人员\r第二章 安全\r\r");
-    EXPECT_EQ(saved.main.text.substr(body - 2, 2), u"\x15\r");
+    EXPECT_EQ(joined(saved.main)->text.substr(body - 2, 2), u"\x15\r");
     EXPECT_EQ(pages.asksFor, (std::vector<std::u16string>{u"第一章 总则", u"第一节 部署", u"1 人员",
                                                           u"第二章 安全"}));
 }
@@ -260,7 +260,7 @@ TEST_F(GenerationSequence, OpenReturnsTheSavedDocumentAndQuitLeavesNothingOpen) 
     typeHeaders();
     finish();
     EXPECT_TRUE(question.asked.empty());
-    const DocumentData saved = readDocument(folder.path() / "out.doc");
+    const DocumentContent saved = readDocument(folder.path() / "out.doc");
     EXPECT_EQ(joined(saved.headers.at(0)[1])->text, u"跨河大桥\r");
     EXPECT_EQ(joined(saved.headers[0][3])->text, u"\x13 PAGE \x14"
                                                  u"1\x15\r第一建筑公司\r");

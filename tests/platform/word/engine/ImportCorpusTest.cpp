@@ -126,7 +126,7 @@ private:
     StyleResolver styles_;
 };
 
-std::optional<DocumentData> readable(const std::filesystem::path& file) {
+std::optional<DocumentContent> readable(const std::filesystem::path& file) {
     try {
         return readDocument(file);
     } catch (const FormatError&) {
@@ -168,35 +168,36 @@ std::string firstDifference(const Description& one, const Description& other) {
 }
 
 // The first place where the text looks otherwise than before.
-std::string changedLook(const DocumentData& source, const ImportTarget& target) {
+std::string changedLook(const DocumentContent& source, const ImportTarget& target) {
     Looks before(source.tables);
     Looks after(target.tables);
     const Story& story = *target.last.text;
-    if (story.text != source.main.text) {
+    if (story.text != joined(source.main)->text) {
         return {}; // characters were taken out: positions do not match
     }
     std::size_t run = 0;
     Cp end = 0;
     Cp runEnd = 0;
     std::size_t sourceRun = 0;
-    Cp sourceRunEnd = source.main.characters.empty() ? 0 : source.main.characters[0].length;
+    Cp sourceRunEnd =
+        joined(source.main)->characters.empty() ? 0 : joined(source.main)->characters[0].length;
     runEnd = story.characters.empty() ? 0 : story.characters[0].length;
     Cp at = 0;
     for (std::size_t i = 0; i < story.paragraphs.size(); ++i) {
-        const ParagraphRun& here = source.main.paragraphs[i];
+        const ParagraphRun& here = joined(source.main)->paragraphs[i];
         std::string difference =
             firstDifference(before.paragraph(here), after.paragraph(story.paragraphs[i]));
         end += here.length;
         while (difference.empty() && at < end) {
             difference = firstDifference(
-                before.character(here.style, source.main.characters[sourceRun].properties),
+                before.character(here.style, joined(source.main)->characters[sourceRun].properties),
                 after.character(story.paragraphs[i].style, story.characters[run].properties));
             at = std::min({end, runEnd, sourceRunEnd});
             if (at == runEnd && ++run < story.characters.size()) {
                 runEnd += story.characters[run].length;
             }
-            if (at == sourceRunEnd && ++sourceRun < source.main.characters.size()) {
-                sourceRunEnd += source.main.characters[sourceRun].length;
+            if (at == sourceRunEnd && ++sourceRun < joined(source.main)->characters.size()) {
+                sourceRunEnd += joined(source.main)->characters[sourceRun].length;
             }
         }
         if (!difference.empty()) {
@@ -224,7 +225,7 @@ TEST(ImportedCorpus, EveryDocumentStaysWholeAndKeepsItsLook) {
     }
     int compared = 0;
     for (const auto& file : files) {
-        const std::optional<DocumentData> source = readable(file);
+        const std::optional<DocumentContent> source = readable(file);
         if (!source) {
             continue;
         }

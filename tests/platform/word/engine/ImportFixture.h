@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/DocumentImport.h"
@@ -58,10 +58,19 @@ inline DocumentTables plainTables(const std::u16string& normalName = u"正文",
 // A document put together paragraph by paragraph.
 class SourceDocument {
 public:
-    DocumentData data;
+    Story main;
+    DocumentContent data; // all but the main story
 
     SourceDocument() { data.tables = plainTables(u"Normal", u"Times New Roman"); }
 
+    const DocumentContent& document() {
+        data.main = slicesOf(main);
+        return data;
+    }
+    DocumentContent take() {
+        document();
+        return std::move(data);
+    }
     PropertyListId list(const Bytes& sprms) { return data.tables.lists.intern(sprms); }
     StyleDefinition& style(StyleIndex index) { return *data.tables.styles.styles.at(index); }
 
@@ -105,21 +114,21 @@ public:
     void run(const std::u16string& text, const Bytes& characters = {}) {
         for (std::size_t i = 0; i < text.size(); ++i) {
             if (text[i] >= 0x13 && text[i] <= 0x15) {
-                const auto at = static_cast<Cp>(data.main.text.size() + i);
-                data.main.fields.push_back({at, static_cast<std::uint8_t>(text[i]), 0});
+                const auto at = static_cast<Cp>(main.text.size() + i);
+                main.fields.push_back({at, static_cast<std::uint8_t>(text[i]), 0});
             }
         }
-        data.main.text += text;
+        main.text += text;
         if (!text.empty()) {
-            data.main.characters.push_back({static_cast<Cp>(text.size()), list(characters)});
+            main.characters.push_back({static_cast<Cp>(text.size()), list(characters)});
         }
     }
     void endParagraph(StyleIndex style = 0, const Bytes& direct = {}) {
         Cp before = 0;
-        for (const ParagraphRun& paragraph : data.main.paragraphs) {
+        for (const ParagraphRun& paragraph : main.paragraphs) {
             before += paragraph.length;
         }
-        data.main.paragraphs.push_back({data.main.size() - before, style, list(direct)});
+        main.paragraphs.push_back({main.size() - before, style, list(direct)});
     }
 };
 
@@ -128,10 +137,16 @@ class ImportTarget {
 public:
     DocumentTables tables = plainTables();
     BookmarkNames names;
-    ImportedText last;
+    struct Imported : DocumentBody {
+        std::shared_ptr<const Story> text; // the main story
+        std::vector<std::u16string> leftOut;
+    };
+    Imported last;
 
-    ImportedText& import(const DocumentData& source) {
-        last = importDocument(tables, names, source);
+    Imported& import(const DocumentContent& source) {
+        last = {};
+        static_cast<DocumentBody&>(last) = importDocument(tables, names, source, last.leftOut);
+        last.text = joined(last.main);
         return last;
     }
     ByteView paragraphList(std::size_t paragraph = 0) const {

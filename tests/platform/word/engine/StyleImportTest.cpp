@@ -22,7 +22,7 @@ TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
     const StyleIndex style = source.addStyle(own(StyleKind::paragraph, u"引文", letters));
     source.paragraph(u"x", style);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.styleOfParagraph().name, u"引文");
     EXPECT_EQ(target.styleOfParagraph().basedOn, StyleDefinition::none);
 }
@@ -33,7 +33,7 @@ TEST(ImportedStyleLinks, ATableStyleOverAnotherBaseIsAnotherStyle) {
     source.paragraph(u"x", 0, rowOf(grid));
     ImportTarget target;
     target.tables.styles.styles.push_back(own(StyleKind::table, u"网格"));
-    target.import(source.data);
+    target.import(source.document());
     const StyleDefinition& brought =
         *target.tables.styles.styles.at(operand16(target.paragraphList(), sprm::TIstd));
     EXPECT_EQ(brought.name, u"网格_2");
@@ -46,7 +46,7 @@ TEST(ImportedStyleLinks, ATableStyleOverABaseOfAnotherKindIsTheTargetsWithoutABa
     source.paragraph(u"x", 0, rowOf(grid));
     ImportTarget target;
     target.tables.styles.styles.push_back(own(StyleKind::table, u"网格"));
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(operand16(target.paragraphList(), sprm::TIstd), 15);
     EXPECT_EQ(target.tables.styles.styles.size(), 16U);
 }
@@ -60,7 +60,7 @@ TEST(ImportedStyleLinks, ATieThatIsNotReturnedIsNone) {
     source.run(u"\r");
     source.endParagraph(style);
     ImportTarget target;
-    target.import(source.data);
+    target.import(source.document());
     EXPECT_EQ(target.styleOfParagraph().name, u"引文");
     EXPECT_EQ(target.styleOfParagraph().link, 0);
 }
@@ -71,7 +71,7 @@ TEST(ImportedListNumbers, AListUnderANumberThatMeansNoneGetsAnother) {
         SourceDocument source;
         source.paragraph(u"x", 0, sprm16(sprm::PIlfo, source.addList(reserved, 0)));
         ImportTarget target;
-        target.import(source.data);
+        target.import(source.document());
         ASSERT_EQ(target.tables.listDefinitions.size(), 1U);
         const std::int32_t number = target.tables.listDefinitions[0].lsid;
         EXPECT_NE(number, 0);

@@ -8,7 +8,6 @@
 #include "platform/word/docfile/pictures/CarriedDrawings.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
 #include "platform/word/docfile/reader/FormattedText.h"
-#include "platform/word/docfile/reader/SideContents.h"
 #include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
@@ -37,28 +36,34 @@ void remarkOn(Remarks& remarks, int count, std::u16string_view what) {
     }
 }
 
+bool isMacroStorage(const CompoundFile::Entry& entry) {
+    return entry.storage && (entry.path == u"Macros" || entry.path == u"_VBA_PROJECT_CUR");
+}
+
 // Reads one document; the steps stand in read().
 class DocumentReading {
 public:
     DocumentReading(OpenedDocument document, Remarks remarks) : document_(std::move(document)) {
-        data_.remarks = std::move(remarks);
+        data_.unread.remarks = std::move(remarks);
     }
 
-    DocumentData read() {
+    DocumentContent read() {
         readTables();
         PropertyExpansion expansion(document_.data, document_.objects, data_.tables);
-        const PieceTable pieces = readPieceTable(document_, data_.remarks);
+        const PieceTable pieces = readPieceTable(document_, data_.unread.remarks);
         places_ = decodeSections(document_.part(FibPair::PlcfSed), mainLength(pieces));
-        text_ =
-            readFormattedText(document_, pieces, sectionEnds(), expansion, lists(), data_.remarks);
+        text_ = readFormattedText(document_, pieces, sectionEnds(), expansion, lists(),
+                                  data_.unread.remarks);
         readMain(mainLength(pieces));
-        data_.side = countSideContents(document_);
         readDrawings(Drawings(document_.part(FibPair::DggInfo), document_.wordDocument));
         readHeaders();
         readRest();
         readSideTexts();
-        remarkOn(data_.remarks, expansion.damagedLists(), u" 组格式属性已损坏，未能全部读出。");
+        remarkOn(data_.unread.remarks, expansion.damagedLists(),
+                 u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
+        countUnread();
+        data_.main = slicesOf(std::move(main_));
         return std::move(data_);
     }
 
@@ -67,7 +72,7 @@ private:
 
     void readTables() {
         DocumentTables& tables = data_.tables;
-        Remarks& remarks = data_.remarks;
+        Remarks& remarks = data_.unread.remarks;
         tables.styles = decodeStyleSheet(document_.part(FibPair::Stshf), lists(), remarks);
         tables.fonts = decodeFonts(document_.part(FibPair::SttbfFfn), remarks);
         tables.listDefinitions =
@@ -137,9 +142,9 @@ private:
 
     void readMain(Cp length) {
         if (text_.size() < length || document_.fib.ccp.text > length) {
-            data_.remarks.emplace_back(u"正文不完整，只读出了文件中存在的部分。");
+            data_.unread.remarks.emplace_back(u"正文不完整，只读出了文件中存在的部分。");
         }
-        data_.main = story(0, length, fieldsOf(TextPart::main));
+        main_ = story(0, length, fieldsOf(TextPart::main));
         joinSectionsWithoutBreak();
         for (const SectionPlace& place : places_) {
             data_.sections.push_back({place.length, sectionProperties(place)});
@@ -148,7 +153,7 @@ private:
         for (const SectionRun& section : data_.sections) {
             total += section.length;
         }
-        data_.sections.back().length += data_.main.size() - total;
+        data_.sections.back().length += main_.size() - total;
     }
 
     // A section other than the last ends in its break; a boundary without one is none. The text
@@ -161,7 +166,7 @@ private:
             SectionPlace place = places_[i];
             end += place.length;
             const bool last = i + 1 == places_.size();
-            if (last || (end <= data_.main.size() && data_.main.text[end - 1] == breakCharacter)) {
+            if (last || (end <= main_.size() && main_.text[end - 1] == breakCharacter)) {
                 place.length += pending;
                 pending = 0;
                 joined.push_back(place);
@@ -169,7 +174,7 @@ private:
                 pending += place.length;
             }
         }
-        remarkOn(data_.remarks, static_cast<int>(places_.size() - joined.size()),
+        remarkOn(data_.unread.remarks, static_cast<int>(places_.size() - joined.size()),
                  u" 个分节符已损坏，相应的节已合并。");
         places_ = std::move(joined);
     }
@@ -188,7 +193,7 @@ private:
             }
             return lists().intern(kept);
         } catch (const FormatError&) {
-            remarkOn(data_.remarks, 1, u" 节的页面设置已损坏，改用默认设置。");
+            remarkOn(data_.unread.remarks, 1, u" 节的页面设置已损坏，改用默认设置。");
             return PropertyListId::empty;
         }
     }
@@ -199,7 +204,7 @@ private:
         const std::size_t most = places_.back().number + 1;
         int damage = 0;
         const auto headers = decodeHeaders(document_.part(FibPair::PlcfHdd), length, most, &damage);
-        remarkOn(data_.remarks, damage, u" 处页眉或页脚已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, damage, u" 处页眉或页脚已损坏，未能读出。");
         const auto fields = fieldsOf(TextPart::headers);
         for (std::size_t i = 0; i < places_.size(); ++i) {
             if (places_[i].number < headers.size()) {
@@ -227,7 +232,7 @@ private:
         data_.bookmarks =
             decodeBookmarks({document_.part(FibPair::SttbfBkmk), document_.part(FibPair::PlcfBkf),
                              document_.part(FibPair::PlcfBkl)},
-                            data_.main.size(), data_.remarks);
+                            main_.size(), data_.unread.remarks);
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
     }
@@ -236,7 +241,7 @@ private:
         readNotes(TextPart::footnotes, AnchorKind::footnote);
         readNotes(TextPart::endnotes, AnchorKind::endnote);
         readComments();
-        damagedTexts_ += sortAnchors(data_.main.anchors);
+        damagedTexts_ += sortAnchors(main_.anchors);
     }
 
     // Of two at one place the first stays. Answers how many go.
@@ -259,7 +264,7 @@ private:
     // be any character.
     bool standsFor(TextPart part, Cp at, bool automatic) {
         const bool there =
-            at < data_.main.size() && (!automatic || data_.main.text[at] == factsOf(part).anchor);
+            at < main_.size() && (!automatic || main_.text[at] == factsOf(part).anchor);
         damagedTexts_ += there ? 0 : 1;
         return there;
     }
@@ -279,8 +284,7 @@ private:
         for (const NotePlace& place :
              decodeNotes(tableOf(facts.references), tableOf(facts.texts), length, &damagedTexts_)) {
             if (standsFor(part, place.at, place.automatic)) {
-                data_.main.anchors.push_back(
-                    {place.at, kind, static_cast<std::uint32_t>(notes.size())});
+                main_.anchors.push_back({place.at, kind, static_cast<std::uint32_t>(notes.size())});
                 notes.push_back({sideText(start, place.text, fields), place.automatic});
             }
         }
@@ -299,12 +303,12 @@ private:
                                        document_.part(FibPair::PlcfAtnBkl)};
         std::vector<Comment>& comments = data_.tables.comments;
         for (const CommentPlace& place :
-             decodeComments(tables, data_.main.size(), length, &damagedTexts_)) {
+             decodeComments(tables, main_.size(), length, &damagedTexts_)) {
             if (!standsFor(TextPart::comments, place.at, true)) {
                 continue;
             }
             const auto index = static_cast<std::uint32_t>(comments.size());
-            data_.main.anchors.push_back({place.at, AnchorKind::comment, index});
+            main_.anchors.push_back({place.at, AnchorKind::comment, index});
             comments.push_back(
                 {sideText(start, place.text, fields), place.author, place.initials, place.date});
             if (place.range) {
@@ -316,12 +320,14 @@ private:
     // Shapes with all that they show; their anchors become those of the stories.
     void readDrawings(const Drawings& drawings) {
         CarriedDrawings carried(drawings, document_.objects, data_.tables);
-        data_.main.anchors = readDrawingsOf(TextPart::main, TextPart::textBoxes,
-                                            FibPair::PlcfTxbxBkd, DrawingOf::main, carried);
-        data_.side.textBoxes -= static_cast<int>(data_.tables.shapeTexts.size());
+        main_.anchors = readDrawingsOf(TextPart::main, TextPart::textBoxes, FibPair::PlcfTxbxBkd,
+                                       DrawingOf::main, carried);
+        data_.unread.textBoxes = countTextBoxes(document_.part(FibPair::PlcftxbxTxt)) -
+                                 static_cast<int>(data_.tables.shapeTexts.size());
         headerAnchors_ = readDrawingsOf(TextPart::headers, TextPart::headerTextBoxes,
                                         FibPair::PlcfTxbxHdrBkd, DrawingOf::headers, carried);
-        remarkOn(data_.remarks, carried.damagedMembers(), u" 个组合图形中的图形已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, carried.damagedMembers(),
+                 u" 个组合图形中的图形已损坏，未能读出。");
     }
 
     // The texts of a table of text boxes; a shape that shows one brings it.
@@ -394,19 +400,36 @@ private:
         return at < length && text_.text[start + at] == factsOf(TextPart::textBoxes).anchor;
     }
 
+    void countUnread() {
+        const auto unread = [&](TextPart part, AnchorKind kind) {
+            const PositionTable& table = *factsOf(part).references;
+            const auto read = std::count_if(main_.anchors.begin(), main_.anchors.end(),
+                                            [&](const Anchor& a) { return a.kind == kind; });
+            const Plc there = decodePlc(document_.part(table.pair), table.elementSize);
+            return static_cast<int>(there.count()) - static_cast<int>(read);
+        };
+        data_.unread.footnotes = unread(TextPart::footnotes, AnchorKind::footnote);
+        data_.unread.endnotes = unread(TextPart::endnotes, AnchorKind::endnote);
+        data_.unread.comments = unread(TextPart::comments, AnchorKind::comment);
+        data_.unread.macros =
+            std::any_of(document_.entries.begin(), document_.entries.end(), isMacroStorage);
+    }
+
     void remarkOnStories() {
-        remarkOn(data_.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
-        remarkOn(data_.remarks, damagedFields_, u" 处域标记与文件的记录不符，已按文字修复。");
-        remarkOn(data_.remarks, strayFields_, u" 个不成对的域标记已去掉。");
-        remarkOn(data_.remarks, lostPictures_, u" 张图片的数据不在文件中，未能读出。");
-        remarkOn(data_.remarks, repairedStyles_, u" 个段落的样式不存在，改用正文样式。");
-        remarkOn(data_.remarks, repairedTables_,
+        remarkOn(data_.unread.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, damagedFields_,
+                 u" 处域标记与文件的记录不符，已按文字修复。");
+        remarkOn(data_.unread.remarks, strayFields_, u" 个不成对的域标记已去掉。");
+        remarkOn(data_.unread.remarks, lostPictures_, u" 张图片的数据不在文件中，未能读出。");
+        remarkOn(data_.unread.remarks, repairedStyles_, u" 个段落的样式不存在，改用正文样式。");
+        remarkOn(data_.unread.remarks, repairedTables_,
                  u" 个段落所在的表格行没有结束标记，已作为表格之外的段落读入。");
-        remarkOn(data_.remarks, repairedRows_, u" 个表格行的定义与其单元格不符，已修复。");
+        remarkOn(data_.unread.remarks, repairedRows_, u" 个表格行的定义与其单元格不符，已修复。");
     }
 
     OpenedDocument document_;
-    DocumentData data_;
+    DocumentContent data_;
+    Story main_;
     std::vector<SectionPlace> places_;
     FormattedText text_;
     std::vector<Anchor> headerAnchors_; // of drawings, in the part of the headers
@@ -421,13 +444,13 @@ private:
 
 } // namespace
 
-DocumentData readDocument(const std::filesystem::path& path) {
+DocumentContent readDocument(const std::filesystem::path& path) {
     Remarks remarks;
     OpenedDocument document = openDocument(path, remarks);
     return DocumentReading(std::move(document), std::move(remarks)).read();
 }
 
-DocumentData readDocument(ByteView file) {
+DocumentContent readDocument(ByteView file) {
     Remarks remarks;
     OpenedDocument document = openDocument(file, remarks);
     return DocumentReading(std::move(document), std::move(remarks)).read();

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 
 #include <filesystem>
 
@@ -8,7 +8,7 @@ namespace qvnd::word {
 
 // Reads a Word 97-2003 document. What contradicts itself in one place is left out and named in
 // `remarks`; what leaves no document to read throws FormatError with the reason.
-DocumentData readDocument(const std::filesystem::path& path);
-DocumentData readDocument(ByteView file);
+DocumentContent readDocument(const std::filesystem::path& path);
+DocumentContent readDocument(ByteView file);
 
 } // namespace qvnd::word

@@ -119,8 +119,9 @@ private:
 
 } // namespace
 
-std::u16string documentText(const Story& story, const DocumentTables& tables) {
-    return TextCollector(story, tables).collect();
+std::u16string documentText(const SlicedText& text, const DocumentTables& tables) {
+    const auto story = joined(text);
+    return TextCollector(*story, tables).collect();
 }
 
 } // namespace qvnd::word

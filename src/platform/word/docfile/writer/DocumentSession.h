@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/objects/ObjectPool.h"
 #include "platform/word/docfile/styles/ListDefinitionEncoder.h"
 #include "platform/word/docfile/text/HeaderStory.h"

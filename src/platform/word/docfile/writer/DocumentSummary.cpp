@@ -33,10 +33,11 @@ private:
     std::vector<bool> withRow_; // by depth: whether a row of the present table has ended
 };
 
-void countParagraphs(const DocumentData& document, DocumentSummary& summary) {
+void countParagraphs(const DocumentContent& document, DocumentSummary& summary) {
     TablePlaces places(document.tables.lists);
     TableCounter counter;
-    const Story& story = document.main;
+    const auto main = joined(document.main);
+    const Story& story = *main;
     Cp end = 0;
     for (const ParagraphRun& paragraph : story.paragraphs) {
         end += paragraph.length;
@@ -54,8 +55,9 @@ bool isPicture(ByteView list) {
     return findSprm(list, sprm::CPicLocation) && !(data && data->operand[0] != 0);
 }
 
-int countPictures(const DocumentData& document) {
-    const Story& story = document.main;
+int countPictures(const DocumentContent& document) {
+    const auto main = joined(document.main);
+    const Story& story = *main;
     int pictures = 0;
     Cp at = 0;
     for (const CharacterRun& run : story.characters) {
@@ -90,11 +92,12 @@ std::uint16_t listOfStyle(const DocumentTables& tables, StyleIndex style) {
     return 0;
 }
 
-int countLists(const DocumentData& document) {
+int countLists(const DocumentContent& document) {
     const DocumentTables& tables = document.tables;
     std::set<std::pair<PropertyListId, StyleIndex>> seen;
     std::set<std::int32_t> lists;
-    for (const ParagraphRun& paragraph : document.main.paragraphs) {
+    const auto main = joined(document.main);
+    for (const ParagraphRun& paragraph : main->paragraphs) {
         if (!seen.emplace(paragraph.properties, paragraph.style).second) {
             continue;
         }
@@ -113,23 +116,30 @@ int countFields(const Story& story) {
                       [](const FieldMark& mark) { return mark.character == fieldBegin; }));
 }
 
+int countAnchors(const Story& story, AnchorKind kind) {
+    return static_cast<int>(
+        std::count_if(story.anchors.begin(), story.anchors.end(),
+                      [&](const Anchor& anchor) { return anchor.kind == kind; }));
+}
+
 } // namespace
 
-DocumentSummary summarize(const DocumentData& document) {
+DocumentSummary summarize(const DocumentContent& document) {
     DocumentSummary summary;
+    const auto main = joined(document.main);
     countParagraphs(document, summary);
     summary.pictures = countPictures(document);
     summary.sections = static_cast<int>(document.sections.size());
     summary.lists = countLists(document);
-    summary.fields = countFields(document.main);
-    summary.footnotes = document.side.footnotes;
-    summary.endnotes = document.side.endnotes;
-    summary.comments = document.side.comments;
+    summary.fields = countFields(*main);
+    summary.footnotes = countAnchors(*main, AnchorKind::footnote);
+    summary.endnotes = countAnchors(*main, AnchorKind::endnote);
+    summary.comments = countAnchors(*main, AnchorKind::comment);
     summary.bookmarks =
         static_cast<int>(std::count_if(document.bookmarks.begin(), document.bookmarks.end(),
                                        [](const Bookmark& bookmark) { return !bookmark.comment; }));
-    summary.shapes = document.side.drawings;
-    summary.embeddedObjects = document.side.embeddedObjects;
+    summary.shapes = countAnchors(*main, AnchorKind::drawing);
+    summary.embeddedObjects = static_cast<int>(document.tables.objects.size());
     const auto& styles = document.tables.styles.styles;
     summary.styles = static_cast<int>(
         std::count_if(styles.begin(), styles.end(), [](const auto& style) { return bool(style); }));

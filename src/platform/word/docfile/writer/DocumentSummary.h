@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 
 namespace qvnd::word {
 
@@ -22,6 +22,6 @@ struct DocumentSummary {
     int styles = 0; // in the style sheet
 };
 
-DocumentSummary summarize(const DocumentData& document);
+DocumentSummary summarize(const DocumentContent& document);
 
 } // namespace qvnd::word

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/container/OutputFile.h"
-#include "platform/word/docfile/document/DocumentData.h"
+#include "platform/word/docfile/document/DocumentContent.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/document/SlicedText.h"
 
 #include <array>
@@ -41,38 +42,33 @@ struct Bookmark {
     std::optional<std::uint32_t> comment = std::nullopt; // index of the comment
 };
 
-// How much a file holds of what stands outside the main story's own text and tables.
-struct SideContents {
+// The text of a document in terms of its tables. Notes, comments and the texts of shapes are
+// named by anchors and stand in the tables' pools.
+struct DocumentBody {
+    SlicedText main; // ends in a paragraph mark
+    // At least one; their lengths add up to that of `main`.
+    std::vector<SectionRun> sections;
+    std::vector<HeaderSet> headers; // by section
+    std::vector<Bookmark> bookmarks;
+};
+
+// What a file holds and the document read from it does not.
+struct UnreadContents {
     int footnotes = 0;
     int endnotes = 0;
     int comments = 0;
-    int textBoxes = 0; // texts of shapes over the main story that no shape shows
-    int drawings = 0;  // floating shapes anchored in the main story, each group as one
-    int embeddedObjects = 0;
+    int textBoxes = 0; // over the main story
     bool macros = false;
-};
-
-// A Word document as read from a file: everything that a merge needs, references as indexes.
-struct DocumentData {
-    DocumentTables tables;
-    Story main; // ends in a paragraph mark
-    std::vector<SectionRun> sections;
-    std::vector<HeaderSet> headers;  // by section
-    std::vector<Bookmark> bookmarks; // those of the main story, and ranges of comments
-    SideContents side;
-    Bytes settings; // the Dop as it came
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
-    std::vector<std::u16string> remarks;
+    Remarks remarks;
 };
 
-// A document under work, as the writer wants it: tables, and the main story in slices.
-struct DocumentContent {
+// A Word document, read or under work. What is read refers to nothing outside of its own tables;
+// bringing a document into another one rewrites its text in terms of the other's tables.
+struct DocumentContent : DocumentBody {
     DocumentTables tables;
-    SlicedText main;
-    std::vector<SectionRun> sections;
-    std::vector<HeaderSet> headers;
-    std::vector<Bookmark> bookmarks;
     Bytes settings; // the Dop
+    UnreadContents unread;
 };
 
 } // namespace qvnd::word
