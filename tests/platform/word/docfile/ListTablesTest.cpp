@@ -62,6 +62,14 @@ TEST_F(ListTables, EncodingDecodedDefinitionsGivesEqualBytes) {
     EXPECT_TRUE(remarks.empty());
 }
 
+// Lists that differ in them alone are equal.
+TEST_F(ListTables, TheLengthsOfALevelsPropertiesAreTheWriters) {
+    const Bytes bytes = encodeListDefinitions(definitions(), lists).bytes;
+    const std::vector<ListDefinition> read = decodeListDefinitions(bytes, lists, remarks);
+
+    EXPECT_EQ(read.at(1).levels.at(0).head, definitions()[1].levels[0].head);
+}
+
 TEST_F(ListTables, DefinitionWhoseLevelsAreCutKeepsItsPlaceWithoutNumbers) {
     Bytes bytes = encodeListDefinitions(definitions(), lists).bytes;
     bytes.resize(bytes.size() - 1);

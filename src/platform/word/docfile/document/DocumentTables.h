@@ -64,7 +64,7 @@ struct StyleSheet {
 
 // A level of a list (LVL).
 struct ListLevel {
-    std::array<std::uint8_t, 28> head{};              // LVLF; its two lengths are the writer's
+    std::array<std::uint8_t, 28> head{};              // LVLF; its two lengths are 0
     PropertyListId paragraph = PropertyListId::empty; // grpprlPapx
     PropertyListId character = PropertyListId::empty; // grpprlChpx
     std::u16string text;                              // xst: number text with level places 0..8

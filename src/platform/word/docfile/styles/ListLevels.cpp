@@ -50,6 +50,7 @@ ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
     ListLevel level;
     const ByteView head = reader.view(level.head.size());
     std::copy(head.begin(), head.end(), level.head.begin());
+    level.head[characterSize] = level.head[paragraphSize] = 0;
     level.paragraph =
         lists.intern(soundSprms(reader.view(head[paragraphSize]), {SprmGroup::paragraph}));
     level.character =
