@@ -2,7 +2,6 @@
 
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "platform/word/docfile/text/StoryRepair.h"
 
@@ -99,30 +98,25 @@ ParagraphRun TextImport::imported(const ParagraphRun& paragraph) {
     const PropertyListId direct =
         withTableStyle(paragraph.properties, tables_.rewriter().rewritten(paragraph.properties));
     return {paragraph.length, styles.paragraphStyle(style),
-            fitted(styles.paragraph(style, direct), false)};
+            fitted(styles.paragraph(style, direct))};
 }
 
 PropertyListId TextImport::importedRun(StyleIndex paragraphStyle, PropertyListId list) {
     return fitted(tables_.styles().character(effectiveStyle(paragraphStyle),
                                              facts(list).characterStyle,
-                                             tables_.rewriter().rewritten(list)),
-                  true);
+                                             tables_.rewriter().rewritten(list)));
 }
 
 // The list itself where a file has room for it, else what of it there is room for.
-PropertyListId TextImport::fitted(PropertyListId list, bool ofCharacters) {
+PropertyListId TextImport::fitted(PropertyListId list) {
     const ByteView whole = target_.lists[list];
-    const std::size_t longest =
-        ofCharacters ? longestCharacterProperties : longestParagraphProperties;
-    if (whole.size() <= longest) {
+    if (whole.size() <= longestPrcData) {
         return list;
     }
     const auto [known, isNew] = fitted_.try_emplace(list, list);
     if (isNew) {
-        FittedList result =
-            ofCharacters ? fittedCharacterProperties(whole) : fittedParagraphProperties(whole);
-        longFormats_ += result.lost ? 1 : 0;
-        known->second = target_.lists.intern(result.list);
+        ++longFormats_;
+        known->second = target_.lists.intern(cutToPrcData(whole).list);
     }
     return known->second;
 }

@@ -36,7 +36,7 @@ public:
 private:
     ParagraphRun imported(const ParagraphRun& paragraph);
     PropertyListId importedRun(StyleIndex paragraphStyle, PropertyListId list);
-    PropertyListId fitted(PropertyListId list, bool ofCharacters);
+    PropertyListId fitted(PropertyListId list);
     PropertyListId withTableStyle(PropertyListId list, PropertyListId rewritten);
     RunFacts read(ByteView list) const;
     Story importedText(const Story& story);

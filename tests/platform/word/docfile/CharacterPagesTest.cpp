@@ -111,7 +111,7 @@ TEST(CharacterPages, AListTooLongLosesWhatLaterEntriesOverrule) {
     const CharacterPage page = decodeCharacterPage(pages[0].bytes);
     EXPECT_EQ(Bytes(page.entries[0].properties.begin(), page.entries[0].properties.end()),
               hex("35 08 01 36 08 01"));
-    EXPECT_FALSE(fittedCharacterProperties(list).lost);
+    EXPECT_TRUE(fittedCharacterProperties(list).rest.empty());
 }
 
 TEST(CharacterPages, AListTooLongLosesIdentifiersOfSessionsBeforeLooks) {
@@ -122,18 +122,7 @@ TEST(CharacterPages, AListTooLongLosesIdentifiersOfSessionsBeforeLooks) {
     const Bytes whole = withSprm32(list, sprm::CRsidProp, 7);
     const FittedList fitted = fittedCharacterProperties(whole);
     EXPECT_EQ(fitted.list, list);
-    EXPECT_FALSE(fitted.lost);
-}
-
-TEST(CharacterPages, AListTooLongLosesFormerFormattingBeforeTheLastLook) {
-    Bytes list = hex("89 CA 07 01 00 00 00 00 00 00");
-    for (unsigned i = 0; i < 42; ++i) {
-        list = withSprm32(list, static_cast<SprmOpcode>(0x6840 + i), i);
-    }
-    const FittedList fitted = fittedCharacterProperties(list);
-    EXPECT_FALSE(findSprm(fitted.list, sprm::CPropRMark));
-    EXPECT_EQ(fitted.list.size(), 42U * 6);
-    EXPECT_TRUE(fitted.lost);
+    EXPECT_TRUE(fitted.rest.empty());
 }
 
 TEST(CharacterPages, AListTooLongKeepsItsPicture) {
@@ -146,13 +135,13 @@ TEST(CharacterPages, AListTooLongKeepsItsPicture) {
     EXPECT_TRUE(findSprm(fitted.list, sprm::CFSpec));
     EXPECT_TRUE(findSprm(fitted.list, sprm::CPicLocation));
     EXPECT_LE(fitted.list.size(), longestCharacterProperties);
-    EXPECT_TRUE(fitted.lost);
+    EXPECT_EQ(fitted.list.size() + fitted.rest.size(), list.size());
 }
 
-TEST(CharacterPages, AListStillTooLongIsCutBetweenEntriesAndToldSo) {
+TEST(CharacterPages, AListStillTooLongIsDividedBetweenEntries) {
     Bytes list;
     for (unsigned i = 0; i < 64; ++i) {
-        const Bytes entry = withSprm32({}, static_cast<SprmOpcode>(0x6800 + i), i);
+        const Bytes entry = withSprm32({}, static_cast<SprmOpcode>(0x6840 + i), i);
         list.insert(list.end(), entry.begin(), entry.end());
     }
     const std::vector<FormattedCharacters> runs{{1, list}, {1, bold}};
@@ -160,7 +149,8 @@ TEST(CharacterPages, AListStillTooLongIsCutBetweenEntriesAndToldSo) {
     const CharacterPage page = decodeCharacterPage(pages[0].bytes);
     EXPECT_EQ(page.entries[0].properties.size(), 252U);
     EXPECT_TRUE(parseSprms(page.entries[0].properties).complete);
-    EXPECT_TRUE(fittedCharacterProperties(list).lost);
+    const Bytes rest = fittedCharacterProperties(list).rest;
+    EXPECT_EQ(rest, Bytes(list.begin() + 252, list.end()));
 }
 
 TEST(CharacterPages, TheLongestListFitsAPage) {

@@ -287,6 +287,34 @@ TEST_F(DocumentWriterTest, ParagraphPropertiesTooLongForAPageGoToTheDataStream) 
     EXPECT_TRUE(CompoundFile::over(file()).has(u"Data"));
 }
 
+TEST_F(DocumentWriterTest, CharacterPropertiesTooLongForAPageComeBackWhole) {
+    Bytes looks;
+    for (unsigned i = 0; i < 60; ++i) {
+        looks = withSprm32(looks, static_cast<SprmOpcode>(0x6840 + i), i);
+    }
+    builder.add({plain(u"before "), {u"long", looks}, plain(u" behind\r")});
+    saveAs();
+    ASSERT_EQ(pieces().size(), 3U);
+    EXPECT_EQ(pieces()[1].length, 4U);
+    EXPECT_NE(pieces()[1].modifier, 0);
+    builder.add({{u"again", looks}, plain(u"\r")});
+    save();
+    const DocumentContent document = read();
+    const auto main = joined(document.main);
+    EXPECT_EQ(main->text, builder.text());
+    std::vector<std::size_t> sizes;
+    for (const CharacterRun& run : main->characters) {
+        const ByteView list = document.tables.lists[run.properties];
+        sizes.push_back(list.size());
+        for (unsigned i = 0; i < 60 && !list.empty(); ++i) {
+            const auto entry = findSprm(list, static_cast<SprmOpcode>(0x6840 + i));
+            ASSERT_TRUE(entry);
+            EXPECT_EQ(LittleEndianReader(entry->operand, "look").u32(), i);
+        }
+    }
+    EXPECT_EQ(sizes, (std::vector<std::size_t>{0, looks.size(), 0, looks.size(), 0}));
+}
+
 SlicedText headerText(ContentBuilder& builder, const std::u16string& text) {
     return slicesOf(builder.fragment({bold(text), plain(u"\r")}));
 }

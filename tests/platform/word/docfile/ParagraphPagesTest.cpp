@@ -137,8 +137,8 @@ TEST(ParagraphPages, WhatExceedsThePrcIsCutBetweenEntries) {
     const std::vector<FormattedParagraph> runs{{1, 0, list}};
     encodeParagraphPages(runs, 0, data.store);
     const ByteView stored = decodePrcData(data.data, 3);
-    EXPECT_LE(stored.size(), longestParagraphProperties);
-    EXPECT_GT(stored.size(), longestParagraphProperties - 4);
+    EXPECT_LE(stored.size(), longestPrcData);
+    EXPECT_GT(stored.size(), longestPrcData - 4);
     EXPECT_TRUE(parseSprms(stored).complete);
 }
 

@@ -44,23 +44,18 @@ Bytes filtered(ByteView list, Keeps keeps) {
 
 bool isOf(SprmKind kind, const SprmView& entry) { return factsOf(entry.opcode).kind == kind; }
 
-// Formatting before a tracked change: the longest of the entries that tell of revisions.
-bool isFormerFormatting(const SprmView& entry) {
-    return entry.opcode == sprm::CPropRMark || entry.opcode == sprm::CPropRMark90;
-}
-
 // What makes the character what it is stays in any case: it is short.
-Bytes asFarAsItFits(ByteView list) {
+FittedList divided(ByteView list) {
     const auto isSubstance = [](const SprmView& entry) { return isOf(SprmKind::substance, entry); };
     std::size_t used = filtered(list, isSubstance).size();
-    return filtered(list, [&](const SprmView& entry) {
-        if (isSubstance(entry)) {
-            return true;
-        }
+    FittedList result;
+    for (const SprmView& entry : parseSprms(list).sprms) {
         const bool fits = used + entry.whole.size() <= longestCharacterProperties;
-        used += fits ? entry.whole.size() : 0;
-        return fits;
-    });
+        used += fits && !isSubstance(entry) ? entry.whole.size() : 0;
+        Bytes& part = fits || isSubstance(entry) ? result.list : result.rest;
+        part.insert(part.end(), entry.whole.begin(), entry.whole.end());
+    }
+    return result;
 }
 
 bool fits(ByteView list) { return list.size() <= longestCharacterProperties; }
@@ -78,18 +73,14 @@ Bytes chpx(ByteView properties) {
 
 FittedList fittedCharacterProperties(ByteView list) {
     if (fits(list)) {
-        return {{list.begin(), list.end()}, false};
+        return {{list.begin(), list.end()}, {}};
     }
     Bytes shorter = withoutOverruled(list);
     if (!fits(shorter)) {
         shorter = filtered(shorter,
                            [](const SprmView& entry) { return !isOf(SprmKind::session, entry); });
     }
-    if (fits(shorter)) {
-        return {std::move(shorter), false};
-    }
-    shorter = filtered(shorter, [](const SprmView& entry) { return !isFormerFormatting(entry); });
-    return {asFarAsItFits(shorter), true};
+    return fits(shorter) ? FittedList{std::move(shorter), {}} : divided(shorter);
 }
 
 std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,

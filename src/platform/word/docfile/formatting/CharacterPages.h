@@ -18,17 +18,17 @@ struct FormattedCharacters {
 // A Chpx counts its bytes in one byte.
 inline constexpr std::size_t longestCharacterProperties = 255;
 
-// A list that a Chpx has room for. A longer one loses, each only as far as it must: what later
-// entries overrule, identifiers of editing sessions, what stood before a tracked change, then the
-// entries that do not fit. Whether it lost something of the last two kinds stands in `lost`.
+// A list as a Chpx has room for it, and what stays over: that is for a modifier of the text's
+// piece, which counts behind the Chpx. Only a list that is too long loses what later entries
+// overrule and, as far as that helps, identifiers of editing sessions.
 struct FittedList {
     Bytes list;
-    bool lost = false;
+    Bytes rest;
 };
 FittedList fittedCharacterProperties(ByteView list);
 
 // The pages for text at file offset `fc`, two bytes a character; runs of length 0 are left out.
-// Lists longer than longestCharacterProperties are fitted.
+// Of lists longer than longestCharacterProperties the fitted part.
 std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,
                                                  std::uint32_t fc);
 

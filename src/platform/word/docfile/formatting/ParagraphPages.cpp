@@ -26,7 +26,7 @@ Bytes papx(StyleIndex style, ByteView properties) {
 }
 
 Bytes hugePapx(const FormattedParagraph& paragraph, const StoreInDataStream& store) {
-    const Bytes stored = fittedParagraphProperties(paragraph.properties).list;
+    const Bytes stored = cutToPrcData(paragraph.properties).list;
     const std::uint32_t offset = store(encodePrcData(stored));
     return papx(paragraph.style, withSprm32({}, sprm::PHugePapx, offset));
 }
@@ -56,13 +56,13 @@ std::optional<ByteView> unpacked(ByteView record) {
 
 } // namespace
 
-FittedList fittedParagraphProperties(ByteView list) {
-    if (list.size() <= longestParagraphProperties) {
+CutList cutToPrcData(ByteView list) {
+    if (list.size() <= longestPrcData) {
         return {{list.begin(), list.end()}, false};
     }
-    FittedList result;
+    CutList result;
     for (const SprmView& entry : parseSprms(list).sprms) {
-        result.lost = result.list.size() + entry.whole.size() > longestParagraphProperties;
+        result.lost = result.list.size() + entry.whole.size() > longestPrcData;
         if (result.lost) {
             break;
         }

@@ -21,15 +21,20 @@ struct FormattedParagraph {
 // Stores a record in the Data stream and answers its offset there.
 using StoreInDataStream = std::function<std::uint32_t(ByteView record)>;
 
-// The most bytes of properties that a PrcData holds.
-inline constexpr std::size_t longestParagraphProperties = 0x3FA2;
+// The most bytes of properties that a PrcData holds: what a paragraph may have, or a piece's
+// modifier.
+inline constexpr std::size_t longestPrcData = 0x3FA2;
 
 // A list that a PrcData has room for: the entries up to the first that does not fit.
-FittedList fittedParagraphProperties(ByteView list);
+struct CutList {
+    Bytes list;
+    bool lost = false;
+};
+CutList cutToPrcData(ByteView list);
 
 // The pages for text at file offset `fc`, two bytes a character; paragraphs of length 0 are left
 // out. Properties that no page has room for are given to `store` as a PrcData record, and the
-// page names its offset (sprmPHugePapx). Lists longer than longestParagraphProperties are fitted.
+// page names its offset (sprmPHugePapx). Lists longer than longestPrcData are cut.
 std::vector<FormattingPage> encodeParagraphPages(std::span<const FormattedParagraph> paragraphs,
                                                  std::uint32_t fc, const StoreInDataStream& store);
 

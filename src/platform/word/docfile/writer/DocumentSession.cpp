@@ -194,7 +194,9 @@ void DocumentSession::writePositions(const DocumentContent& content, const Parts
     table_.put(FibPair::PlcfHdd, parts.headers.plcfHdd);
     table_.put(FibPair::PlcfBteChpx, word_.characterPages().parts());
     table_.put(FibPair::PlcfBtePapx, word_.paragraphPages().parts());
-    table_.put(FibPair::Clx, encodeClx({pieces(content, parts), {}}));
+    const OverlongRuns& overlong = word_.overlongRuns();
+    table_.put(FibPair::Clx,
+               encodeClx({overlong.modified(pieces(content, parts)), overlong.modifiers()}));
 }
 
 void DocumentSession::writeBookmarks(const DocumentContent& content, Cp limit) {
@@ -258,7 +260,7 @@ void DocumentSession::writeComments(const DocumentContent& content, const Parts&
 void DocumentSession::writeFib(const Parts& parts) {
     Fib fib;
     saves_ = started_ ? static_cast<std::uint16_t>(std::min(saves_ + 1, mostCountedSaves)) : saves_;
-    fib.fComplex = started_;
+    fib.fComplex = started_ || !word_.overlongRuns().modifiers().empty();
     fib.quickSaves = saves_;
     fib.fHasPic = data_.holdsBlobs();
     fib.fcMin = WordStream::fibRoom;

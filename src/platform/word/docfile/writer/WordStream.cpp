@@ -32,6 +32,20 @@ void appendUtf16(Bytes& bytes, std::u16string_view text) {
     }
 }
 
+void noteOverlong(std::span<const FormattedCharacters> runs, std::uint32_t fc,
+                  OverlongRuns& overlong) {
+    for (const FormattedCharacters& run : runs) {
+        const std::uint32_t limit = fc + 2 * run.length;
+        if (run.properties.size() > longestCharacterProperties) {
+            const Bytes rest = fittedCharacterProperties(run.properties).rest;
+            if (!rest.empty()) {
+                overlong.add(fc, limit, cutToPrcData(rest).list);
+            }
+        }
+        fc = limit;
+    }
+}
+
 RunTimeError documentTooLarge() {
     return {error::overflow, u"文档过大,Word 97-2003 格式无法保存。"};
 }
@@ -60,6 +74,7 @@ std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& rang
     paragraphs.insert(paragraphs.end(), formatting.paragraphs().begin(),
                       formatting.paragraphs().end());
     const auto store = [&](ByteView record) { return data.append(record); };
+    noteOverlong(characters, start, overlong_);
     appendPages(encodeCharacterPages(characters, start), characterPages_);
     appendPages(encodeParagraphPages(paragraphs, start, store), paragraphPages_);
     return places;

@@ -4,6 +4,7 @@
 #include "platform/word/docfile/formatting/FormattingPage.h"
 #include "platform/word/docfile/writer/FileProperties.h"
 #include "platform/word/docfile/writer/FragmentPlaces.h"
+#include "platform/word/docfile/writer/OverlongRuns.h"
 
 #include <array>
 #include <map>
@@ -43,6 +44,7 @@ public:
     std::uint32_t textLimit() const { return characterPages_.limitFc(); }
     const BinTableEncoder& characterPages() const { return characterPages_; }
     const BinTableEncoder& paragraphPages() const { return paragraphPages_; }
+    const OverlongRuns& overlongRuns() const { return overlong_; }
 
 private:
     std::vector<std::uint32_t> appendText(const std::vector<TextRange>& ranges,
@@ -54,6 +56,7 @@ private:
     CompoundStore::Stream stream_;
     BinTableEncoder characterPages_;
     BinTableEncoder paragraphPages_;
+    OverlongRuns overlong_;
     std::map<Bytes, std::uint32_t> sections_;
     std::map<std::array<std::uint8_t, 16>, std::uint32_t> pictures_; // by digest
     std::map<DataBlob, std::uint32_t> pictureEntries_;               // the same by identity
