@@ -232,8 +232,8 @@ TEST_F(Pages, AFootnoteStandsOnThePageOfItsReference) {
     type(u"甲\x02\r");
     paragraphs(9);
     main.anchors = {{1, word::AnchorKind::footnote, 0}};
-    document.tables.notes.push_back(
-        {std::make_shared<const word::Story>(story(u"\x02注\r")), true});
+    document.tables.sideStories.push_back(
+        {std::make_shared<const word::Story>(story(u"\x02注\r")), true, {}, {}});
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[0]).substr(0, 2), u"甲1");

@@ -186,9 +186,10 @@ public:
         : target_(target), source_(source), names_(names), tables_(target, source.tables),
           text_(tables_, target, source.tables), main_(joined(source.main)),
           firstShape_(target.shapes) {
-        losses_.footnotes = source.unread.footnotes + anchorsOfKind(AnchorKind::footnote);
-        losses_.endnotes = source.unread.endnotes + anchorsOfKind(AnchorKind::endnote);
-        losses_.comments = source.unread.comments + anchorsOfKind(AnchorKind::comment);
+        losses_.sideStories = source.unread.sideStories;
+        for (const Anchor& anchor : main_->anchors) {
+            ++lossesOf(anchor.kind);
+        }
         target.shapes += source.tables.shapes;
     }
 
@@ -202,11 +203,12 @@ public:
     // Ranges of comments that came along name their comments in the target; the others go.
     void tieToComments(std::vector<Bookmark>& ranges) const {
         std::erase_if(ranges, [&](Bookmark& range) {
-            const auto there = range.comment ? comments_.find(*range.comment) : comments_.end();
-            if (there != comments_.end()) {
+            const auto there =
+                range.comment ? sideStories_.find(*range.comment) : sideStories_.end();
+            if (there != sideStories_.end()) {
                 range.comment = there->second;
             }
-            return range.comment && there == comments_.end();
+            return range.comment && there == sideStories_.end();
         });
     }
 
@@ -258,31 +260,13 @@ public:
     }
 
 private:
-    int anchorsOfKind(AnchorKind kind) const {
-        return static_cast<int>(
-            std::count_if(main_->anchors.begin(), main_->anchors.end(),
-                          [&](const Anchor& anchor) { return anchor.kind == kind; }));
-    }
+    int& lossesOf(AnchorKind kind) { return losses_.sideStories[static_cast<std::size_t>(kind)]; }
 
     // What the anchors name comes along, and they name it in the target.
     void bringAnchored(std::vector<Anchor>& anchors) {
         for (Anchor& anchor : anchors) {
-            switch (anchor.kind) {
-            case AnchorKind::comment:
-                anchor.index = comment(anchor.index);
-                break;
-            case AnchorKind::drawing:
-                anchor.index = bringDrawing(anchor.index);
-                break;
-            case AnchorKind::footnote:
-                --losses_.footnotes;
-                anchor.index = note(anchor.index);
-                break;
-            case AnchorKind::endnote:
-                --losses_.endnotes;
-                anchor.index = note(anchor.index);
-                break;
-            }
+            anchor.index = anchor.kind == AnchorKind::drawing ? bringDrawing(anchor.index)
+                                                              : bringSideStory(anchor);
         }
     }
 
@@ -327,19 +311,13 @@ private:
         return known->second;
     }
 
-    std::uint32_t note(std::uint32_t index) {
-        const Note& there = source_.tables.notes.at(index);
-        target_.notes.push_back({sideText(*there.text), there.automatic});
-        return static_cast<std::uint32_t>(target_.notes.size() - 1);
-    }
-
-    std::uint32_t comment(std::uint32_t index) {
-        Comment comment = source_.tables.comments.at(index);
-        comment.text = sideText(*comment.text);
-        target_.comments.push_back(std::move(comment));
-        --losses_.comments;
-        const auto place = static_cast<std::uint32_t>(target_.comments.size() - 1);
-        comments_.emplace(index, place);
+    std::uint32_t bringSideStory(const Anchor& anchor) {
+        SideStory brought = source_.tables.sideStories.at(anchor.index);
+        brought.text = sideText(*brought.text);
+        target_.sideStories.push_back(std::move(brought));
+        --lossesOf(anchor.kind);
+        const auto place = static_cast<std::uint32_t>(target_.sideStories.size() - 1);
+        sideStories_.emplace(anchor.index, place);
         return place;
     }
 
@@ -375,9 +353,9 @@ private:
     TextImport text_;
     ImportLosses losses_;
     std::shared_ptr<const Story> main_;
-    StoryEdits edits_;                                            // of the main story
-    std::unordered_map<std::uint32_t, std::uint32_t> comments_;   // index here, index there
-    std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_; // the same
+    StoryEdits edits_;                                             // of the main story
+    std::unordered_map<std::uint32_t, std::uint32_t> sideStories_; // index here, index there
+    std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_;  // the same
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 

@@ -165,11 +165,8 @@ private:
     }
 
     void openPools() {
-        for (Note& note : tables().notes) {
-            open(note.text);
-        }
-        for (Comment& comment : tables().comments) {
-            open(comment.text);
+        for (SideStory& story : tables().sideStories) {
+            open(story.text);
         }
         for (ShapeText& text : tables().shapeTexts) {
             open(text.text);

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/SideStories.h"
 #include "platform/word/engine/SectionProperties.h"
 
 #include <algorithm>
@@ -54,9 +55,10 @@ bool turnsOrDividesThePageAtTheEnd(const DocumentContent& source) {
 
 std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses) {
     std::vector<std::u16string> lines = source.unread.remarks;
-    say(lines, losses.footnotes, u"脚注", u"个");
-    say(lines, losses.endnotes, u"尾注", u"个");
-    say(lines, losses.comments, u"批注", u"条");
+    for (const SidePart& row : sideParts) {
+        say(lines, losses.sideStories[static_cast<std::size_t>(row.kind)], factsOf(row.part).name,
+            row.measure);
+    }
     say(lines, source.unread.textBoxes, u"文本框", u"个");
     say(lines, losses.drawings, u"浮动图形", u"个");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -9,9 +10,7 @@ namespace qvnd::word {
 
 // What was met on the way in and could not come along.
 struct ImportLosses {
-    int footnotes = 0; // those that did not come
-    int endnotes = 0;
-    int comments = 0;
+    std::array<int, anchorKinds> sideStories{}; // by AnchorKind
     int objects = 0;     // embedded objects without data; their pictures stay
     int drawings = 0;    // anchors of floating shapes that are damaged
     int pictures = 0;    // inline pictures without data

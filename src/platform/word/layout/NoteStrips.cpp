@@ -9,7 +9,7 @@ namespace qvnd::layout {
 
 NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
     const LayoutSource& source = shared.source;
-    shared.noteMarks.assign(source.tables->notes.size(), {});
+    shared.noteMarks.assign(source.tables->sideStories.size(), {});
     const auto first = [&](word::DopField field) {
         return std::max(1, static_cast<int>(word::readDop(source.settings, field)));
     };
@@ -23,7 +23,7 @@ NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
         if (!atFoot) {
             endnotes_.push_back(anchor.index);
         }
-        if (source.tables->notes[anchor.index].automatic) {
+        if (source.tables->sideStories[anchor.index].automatic) {
             const auto form = atFoot ? word::dop::footnoteNumbers : word::dop::endnoteNumbers;
             shared.noteMarks[anchor.index] = word::numberInForm(
                 atFoot ? footnote++ : endnote++, word::readDop(source.settings, form));
@@ -33,7 +33,7 @@ NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
 
 const Strips& NoteStrips::strips(std::uint32_t note, const LineSetting& setting) {
     const auto [known, isNew] = composed_.try_emplace({note, static_cast<int>(setting.width)});
-    const auto& notes = shared_.source.tables->notes;
+    const auto& notes = shared_.source.tables->sideStories;
     if (isNew && note < notes.size() && notes[note].text) {
         known->second = BlockComposer(shared_, *notes[note].text, note).composeAll(setting);
     }

@@ -397,9 +397,7 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
     EXPECT_THAT(document.unread.remarks,
                 testing::ElementsAre(u"有 9 个脚注、尾注或批注已损坏，未能读出。"));
     const UnreadContents& unread = document.unread;
-    EXPECT_EQ(unread.footnotes, 3);
-    EXPECT_EQ(unread.endnotes, 2);
-    EXPECT_EQ(unread.comments, 4);
+    EXPECT_EQ(unread.sideStories, (std::array<int, anchorKinds>{3, 2, 4, 0}));
     EXPECT_EQ(unread.textBoxes, 2); // which no shape shows
     EXPECT_TRUE(unread.macros);
     EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).unread.macros);

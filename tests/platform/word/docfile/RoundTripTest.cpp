@@ -22,8 +22,7 @@ DocumentContent copyThroughAFile(const DocumentContent& document) {
     content.tables.blobs = document.tables.blobs;
     content.tables.objects = document.tables.objects;
     content.tables.authors = document.tables.authors;
-    content.tables.notes = document.tables.notes;
-    content.tables.comments = document.tables.comments;
+    content.tables.sideStories = document.tables.sideStories;
     content.tables.drawings = document.tables.drawings;
     content.tables.shapePictures = document.tables.shapePictures;
     content.tables.shapeTexts = document.tables.shapeTexts;
@@ -79,8 +78,7 @@ void expectSameStory(const DocumentContent& first, const Story& one, const Docum
 }
 
 const Story& textOf(const DocumentContent& document, const Anchor& anchor) {
-    return anchor.kind == AnchorKind::comment ? *document.tables.comments.at(anchor.index).text
-                                              : *document.tables.notes.at(anchor.index).text;
+    return *document.tables.sideStories.at(anchor.index).text;
 }
 
 // Records without what the writer gives new numbers, and what stands behind those.

@@ -30,15 +30,15 @@ protected:
         builder.add(std::make_shared<const Story>(std::move(story)));
     }
     void addNote(const std::u16string& text, AnchorKind kind, const std::u16string& note) {
-        auto& notes = builder.content.tables.notes;
-        notes.push_back({noteText(note), true});
+        auto& notes = builder.content.tables.sideStories;
+        notes.push_back({noteText(note), true, {}, {}});
         add(text, kind, static_cast<std::uint32_t>(notes.size() - 1));
     }
     void addComment(const std::u16string& text, const std::u16string& comment,
                     const std::u16string& author) {
-        auto& comments = builder.content.tables.comments;
+        auto& comments = builder.content.tables.sideStories;
         comments.push_back(
-            {builder.fragment({special(0x05), plain(comment + u"\r")}), author, u"W", 99});
+            {builder.fragment({special(0x05), plain(comment + u"\r")}), true, author, u"W", 99});
         add(text, AnchorKind::comment, static_cast<std::uint32_t>(comments.size() - 1));
     }
     void addHeader(const std::u16string& text) {
@@ -59,8 +59,7 @@ protected:
         for (const Anchor& anchor : joined(document.main)->anchors) {
             const DocumentTables& tables = document.tables;
             const bool comment = anchor.kind == AnchorKind::comment;
-            const Story& text = comment ? *tables.comments.at(anchor.index).text
-                                        : *tables.notes.at(anchor.index).text;
+            const Story& text = *tables.sideStories.at(anchor.index).text;
             const char16_t* kind = anchor.kind == AnchorKind::footnote ? u"f:" : u"e:";
             result.push_back((comment ? u"c:" : kind) + text.text.substr(1));
         }
@@ -83,20 +82,20 @@ TEST_F(SideTextWriter, NotesComeBackAtTheirPlaces) {
     const DocumentContent document = read();
     EXPECT_EQ(joined(document.main)->text, builder.text());
     EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"e:second\r", u"f:third\r"}));
-    EXPECT_EQ(document.unread.footnotes, 0);
-    EXPECT_EQ(document.unread.endnotes, 0);
+    EXPECT_EQ(document.unread.sideStories, (std::array<int, anchorKinds>{}));
     EXPECT_TRUE(document.unread.remarks.empty());
 }
 
 TEST_F(SideTextWriter, ANoteMayBearAMarkOfTheUsersOwn) {
-    builder.content.tables.notes.push_back({builder.fragment({plain(u"* text\r")}), false});
+    builder.content.tables.sideStories.push_back(
+        {builder.fragment({plain(u"* text\r")}), false, {}, {}});
     Story story = *builder.fragment({plain(u"a*\r")});
     story.anchors = {{1, AnchorKind::footnote, 0}};
     builder.add(std::make_shared<const Story>(std::move(story)));
     writer.saveAs(path, builder.content);
     const DocumentContent document = read();
-    ASSERT_EQ(document.tables.notes.size(), 1U);
-    EXPECT_FALSE(document.tables.notes[0].automatic);
+    ASSERT_EQ(document.tables.sideStories.size(), 1U);
+    EXPECT_FALSE(document.tables.sideStories[0].automatic);
     EXPECT_EQ(joined(document.main)->anchors.at(0).at, 1U);
 }
 
@@ -105,17 +104,17 @@ TEST_F(SideTextWriter, AllPartsStandTogether) {
     addNote(u"one", AnchorKind::footnote, u"first");
     addComment(u"two", u"批注", u"王工");
     addNote(u"three", AnchorKind::endnote, u"last");
-    builder.content.bookmarks.push_back({u"", 4, 7, 0, 0U});
+    builder.content.bookmarks.push_back({u"", 4, 7, 0, 1U});
     builder.content.bookmarks.push_back({u"name", 1, 2, 0, {}});
     writer.saveAs(path, builder.content);
     const DocumentContent document = read();
     EXPECT_EQ(notesOf(document), (Texts{u"f:first\r", u"c:批注\r", u"e:last\r"}));
     EXPECT_EQ(joined(document.headers.at(0)[1])->text, u"页眉\r");
-    EXPECT_EQ(document.tables.comments.at(0).author, u"王工");
-    EXPECT_EQ(document.tables.comments.at(0).date, 99U);
+    EXPECT_EQ(document.tables.sideStories.back().author, u"王工");
+    EXPECT_EQ(document.tables.sideStories.back().date, 99U);
     ASSERT_EQ(document.bookmarks.size(), 2U);
     EXPECT_EQ(document.bookmarks[0].name, u"name");
-    EXPECT_EQ(document.bookmarks[1].comment, 0U);
+    EXPECT_EQ(document.bookmarks[1].comment, 2U);
     EXPECT_EQ(document.bookmarks[1].start, 4U);
     EXPECT_EQ(document.bookmarks[1].end, 7U);
 }

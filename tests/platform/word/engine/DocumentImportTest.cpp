@@ -97,15 +97,15 @@ TEST(ImportedNotes, AFootnoteComesWithItsTextInTermsOfTheTarget) {
     Story note = textBox(u"\u0002 note\r", source.list(sprm16(sprm::CRgFtc1, font)));
     note.characters = {{1, source.list(sprm8(sprm::CFSpec, 1))},
                        {6, source.list(sprm16(sprm::CRgFtc1, font))}};
-    source.data.tables.notes.push_back({std::make_shared<const Story>(note), true});
+    source.data.tables.sideStories.push_back({std::make_shared<const Story>(note), true, {}, {}});
     source.main.anchors = {{1, AnchorKind::footnote, 0}};
     ImportTarget target;
-    target.tables.notes.push_back({std::make_shared<const Story>(note), true});
+    target.tables.sideStories.push_back({std::make_shared<const Story>(note), true, {}, {}});
     target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\u0002\r");
     const std::vector<Anchor> anchors{{1, AnchorKind::footnote, 1}};
     EXPECT_EQ(target.last.text->anchors, anchors);
-    const Story& brought = *target.tables.notes.at(1).text;
+    const Story& brought = *target.tables.sideStories.at(1).text;
     EXPECT_EQ(brought.text, u"\u0002 note\r");
     const ByteView list = target.tables.lists[brought.characters.back().properties];
     EXPECT_EQ(target.tables.fonts.at(operand16(list, sprm::CRgFtc1)).name, u"楷体_GB2312");
@@ -118,7 +118,7 @@ TEST(ImportedNotes, AReferenceWithoutANoteGoes) {
     source.run(u"\u0002\u0005", sprm8(sprm::CFSpec, 1));
     source.run(u"\r");
     source.endParagraph();
-    source.data.unread.footnotes = 1;
+    source.data.unread.sideStories = {1, 0, 0, 0};
     ImportTarget target;
     target.import(source.document());
     EXPECT_EQ(target.last.text->text, u"a\r");
@@ -131,16 +131,16 @@ TEST(ImportedNotes, ACommentComesWithItsAuthorAndItsRange) {
     source.run(u"\u0005", sprm8(sprm::CFSpec, 1));
     source.run(u"\r");
     source.endParagraph();
-    source.data.tables.comments.push_back(
-        {std::make_shared<const Story>(textBox(u"comment\r")), u"王工", u"W", 5});
+    source.data.tables.sideStories.push_back(
+        {std::make_shared<const Story>(textBox(u"comment\r")), true, u"王工", u"W", 5});
     source.main.anchors = {{3, AnchorKind::comment, 0}};
     source.data.bookmarks.push_back({u"", 1, 3, 0, 0U});
     source.data.bookmarks.push_back({u"", 0, 2, 0, 7U}); // of a comment that is not there
     ImportTarget target;
-    target.tables.comments.resize(4);
+    target.tables.sideStories.resize(4);
     target.import(source.document());
-    ASSERT_EQ(target.tables.comments.size(), 5U);
-    EXPECT_EQ(target.tables.comments[4].author, u"王工");
+    ASSERT_EQ(target.tables.sideStories.size(), 5U);
+    EXPECT_EQ(target.tables.sideStories[4].author, u"王工");
     EXPECT_EQ(target.last.text->anchors.at(0).index, 4U);
     ASSERT_EQ(target.last.bookmarks.size(), 1U);
     EXPECT_EQ(target.last.bookmarks[0].comment, 4U);
@@ -901,9 +901,7 @@ TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
 TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
     SourceDocument source;
     source.paragraph(u"a\u0002b\u0005c\u0008d", 0, {}, sprm8(sprm::CFSpec, 1));
-    source.data.unread.footnotes = 3;
-    source.data.unread.endnotes = 1;
-    source.data.unread.comments = 2;
+    source.data.unread.sideStories = {3, 1, 2, 0};
     source.data.unread.textBoxes = 1;
     ImportTarget target;
     target.import(source.document());

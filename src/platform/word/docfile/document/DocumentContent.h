@@ -39,7 +39,7 @@ struct Bookmark {
     Cp start = 0; // in the main story
     Cp end = 0;
     std::uint16_t flags = 0;                             // BKC
-    std::optional<std::uint32_t> comment = std::nullopt; // index of the comment
+    std::optional<std::uint32_t> comment = std::nullopt; // DocumentTables::sideStories
 };
 
 // The text of a document in terms of its tables. Notes, comments and the texts of shapes are
@@ -54,10 +54,8 @@ struct DocumentBody {
 
 // What a file holds and the document read from it does not.
 struct UnreadContents {
-    int footnotes = 0;
-    int endnotes = 0;
-    int comments = 0;
-    int textBoxes = 0; // over the main story
+    std::array<int, anchorKinds> sideStories{}; // by AnchorKind
+    int textBoxes = 0;                          // over the main story
     bool macros = false;
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
     Remarks remarks;

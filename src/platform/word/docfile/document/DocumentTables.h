@@ -97,15 +97,12 @@ struct ListOverride { // LFO; sprmPIlfo names it, counted from 1
 // hyperlink data (NilPICFAndBinData). Shared, since a merge keeps it as it is.
 using DataBlob = std::shared_ptr<const Bytes>;
 
-// A footnote or an endnote. Nobody changes its text any more.
-struct Note {
+// A text that a character of the main story stands for: a note or a comment. Nobody changes it any
+// more.
+struct SideStory {
     std::shared_ptr<const Story> text; // ends in a paragraph mark
-    bool automatic = true;             // numbered by the program, else marked as the user likes
-};
-
-struct Comment {
-    std::shared_ptr<const Story> text; // ends in a paragraph mark
-    std::u16string author;
+    bool automatic = true;             // a note numbered by the program, else marked by the user
+    std::u16string author;             // of a comment
     std::u16string initials;
     std::uint32_t date = 0; // DTTM; 0 when it is not known
 };
@@ -119,8 +116,7 @@ struct DocumentTables {
     std::vector<DataBlob> blobs;            // operand of sprmCPicLocation
     std::vector<EmbeddedObjectRef> objects; // operand of sprmCObjLocation, for sprmCPicLocation
     std::vector<std::u16string> authors;    // of revisions; operand of sprmCIbstRMark and its kin
-    std::vector<Note> notes;                // footnotes and endnotes, named by anchors
-    std::vector<Comment> comments;          // named by anchors
+    std::vector<SideStory> sideStories;     // named by anchors
     std::vector<Drawing> drawings;          // named by anchors
     std::vector<DataBlob> shapePictures;    // entries of a store, the picture within: encodeBlip()
     std::vector<ShapeText> shapeTexts;

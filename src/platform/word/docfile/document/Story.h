@@ -39,6 +39,7 @@ struct FieldMark {
 };
 
 enum class AnchorKind : std::uint8_t { footnote, endnote, comment, drawing };
+inline constexpr std::size_t anchorKinds = 4;
 
 // A character that stands for a text of its own or for a drawing, by its index in the pool of that
 // kind (DocumentTables). It travels with its character.

@@ -12,10 +12,10 @@
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
-#include "platform/word/docfile/text/CommentTables.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
 #include "platform/word/docfile/text/RowRepair.h"
+#include "platform/word/docfile/text/SideStories.h"
 #include "platform/word/docfile/text/StoryRepair.h"
 #include "platform/word/docfile/text/TableRepair.h"
 
@@ -58,7 +58,7 @@ public:
         readDrawings(Drawings(document_.part(FibPair::DggInfo), document_.wordDocument));
         readHeaders();
         readRest();
-        readSideTexts();
+        readSideStories();
         remarkOn(data_.unread.remarks, expansion.damagedLists(),
                  u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
@@ -237,11 +237,30 @@ private:
         data_.settings.assign(dop.begin(), dop.end());
     }
 
-    void readSideTexts() {
-        readNotes(TextPart::footnotes, AnchorKind::footnote);
-        readNotes(TextPart::endnotes, AnchorKind::endnote);
-        readComments();
+    void readSideStories() {
+        for (const SidePart& row : sideParts) {
+            const auto [start, length] = placeOf(row.part);
+            const std::vector<FieldMark> fields = fieldsOf(row.part);
+            const TableSource table = [&](FibPair pair) { return document_.part(pair); };
+            for (SidePlace& place :
+                 decodeSidePlaces(row.kind, table, main_.size(), length, damagedTexts_)) {
+                if (standsFor(row.part, place.at, place.story.automatic)) {
+                    place.story.text = sideText(start, place.text, fields);
+                    addSideStory(row.kind, std::move(place));
+                }
+            }
+        }
         damagedTexts_ += sortAnchors(main_.anchors);
+    }
+
+    void addSideStory(AnchorKind kind, SidePlace place) {
+        std::vector<SideStory>& stories = data_.tables.sideStories;
+        const auto index = static_cast<std::uint32_t>(stories.size());
+        main_.anchors.push_back({place.at, kind, index});
+        stories.push_back(std::move(place.story));
+        if (place.range) {
+            data_.bookmarks.push_back({u"", place.range->start, place.range->end, 0, index});
+        }
     }
 
     // Of two at one place the first stays. Answers how many go.
@@ -274,47 +293,6 @@ private:
         std::vector<FieldMark> own;
         appendMarks(own, fields, place.start, place.length, 0);
         return std::make_shared<const Story>(story(partStart + place.start, place.length, own));
-    }
-
-    void readNotes(TextPart part, AnchorKind kind) {
-        const TextPartFacts& facts = factsOf(part);
-        const auto [start, length] = placeOf(part);
-        const std::vector<FieldMark> fields = fieldsOf(part);
-        std::vector<Note>& notes = data_.tables.notes;
-        for (const NotePlace& place :
-             decodeNotes(tableOf(facts.references), tableOf(facts.texts), length, &damagedTexts_)) {
-            if (standsFor(part, place.at, place.automatic)) {
-                main_.anchors.push_back({place.at, kind, static_cast<std::uint32_t>(notes.size())});
-                notes.push_back({sideText(start, place.text, fields), place.automatic});
-            }
-        }
-    }
-
-    void readComments() {
-        const TextPartFacts& facts = factsOf(TextPart::comments);
-        const auto [start, length] = placeOf(TextPart::comments);
-        const std::vector<FieldMark> fields = fieldsOf(TextPart::comments);
-        const CommentTableViews tables{tableOf(facts.references),
-                                       tableOf(facts.texts),
-                                       document_.part(FibPair::GrpXstAtnOwners),
-                                       document_.part(FibPair::AtrdExtra),
-                                       document_.part(FibPair::SttbfAtnBkmk),
-                                       document_.part(FibPair::PlcfAtnBkf),
-                                       document_.part(FibPair::PlcfAtnBkl)};
-        std::vector<Comment>& comments = data_.tables.comments;
-        for (const CommentPlace& place :
-             decodeComments(tables, main_.size(), length, &damagedTexts_)) {
-            if (!standsFor(TextPart::comments, place.at, true)) {
-                continue;
-            }
-            const auto index = static_cast<std::uint32_t>(comments.size());
-            main_.anchors.push_back({place.at, AnchorKind::comment, index});
-            comments.push_back(
-                {sideText(start, place.text, fields), place.author, place.initials, place.date});
-            if (place.range) {
-                data_.bookmarks.push_back({u"", place.range->start, place.range->end, 0, index});
-            }
-        }
     }
 
     // Shapes with all that they show; their anchors become those of the stories.
@@ -401,16 +379,14 @@ private:
     }
 
     void countUnread() {
-        const auto unread = [&](TextPart part, AnchorKind kind) {
-            const PositionTable& table = *factsOf(part).references;
+        for (const SidePart& row : sideParts) {
+            const PositionTable& table = *factsOf(row.part).references;
             const auto read = std::count_if(main_.anchors.begin(), main_.anchors.end(),
-                                            [&](const Anchor& a) { return a.kind == kind; });
+                                            [&](const Anchor& a) { return a.kind == row.kind; });
             const Plc there = decodePlc(document_.part(table.pair), table.elementSize);
-            return static_cast<int>(there.count()) - static_cast<int>(read);
-        };
-        data_.unread.footnotes = unread(TextPart::footnotes, AnchorKind::footnote);
-        data_.unread.endnotes = unread(TextPart::endnotes, AnchorKind::endnote);
-        data_.unread.comments = unread(TextPart::comments, AnchorKind::comment);
+            data_.unread.sideStories[static_cast<std::size_t>(row.kind)] =
+                static_cast<int>(there.count()) - static_cast<int>(read);
+        }
         data_.unread.macros =
             std::any_of(document_.entries.begin(), document_.entries.end(), isMacroStorage);
     }

@@ -9,7 +9,6 @@
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
-#include "platform/word/docfile/text/CommentTables.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
 
@@ -57,38 +56,33 @@ DocumentSession::DocumentSession(std::unique_ptr<OutputFile> file)
 
 DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) {
     const DocumentTables& tables = content.tables;
-    const auto note = [&](std::uint32_t index) -> const auto& {
-        return tables.notes.at(index).text;
-    };
-    const auto comment = [&](std::uint32_t index) -> const auto& {
-        return tables.comments.at(index).text;
-    };
     const std::vector<Anchor> anchors = anchorsOf(content.main);
     Parts parts;
-    parts.main = lengthOf(content.main);
-    parts.footnotes = gatherSideText(anchors, AnchorKind::footnote, note, mark_);
-    parts.headers = encodeHeaders(content.headers, mark_);
-    parts.headersLength = lengthOf(parts.headers.text);
-    parts.comments = gatherSideText(anchors, AnchorKind::comment, comment, mark_);
-    parts.endnotes = gatherSideText(anchors, AnchorKind::endnote, note, mark_);
-    parts.drawings = gatherDrawings(anchors, tables, mark_);
-    parts.headerDrawings = gatherDrawings(anchorsOf(parts.headers.text), tables, mark_);
-    parts.side = sideText(parts);
-    return parts;
-}
-
-SlicedText DocumentSession::sideText(const Parts& parts) {
-    SlicedText side = parts.footnotes.slices;
-    append(side, parts.headers.text);
-    append(side, parts.comments.slices);
-    append(side, parts.endnotes.slices);
-    append(side, parts.drawings.slices);
-    append(side, parts.headerDrawings.slices);
-    if (!side.empty()) {
-        append(side, slicesOf(mark_));
+    const auto textOf = [&](TextPart part) -> SlicedText& {
+        return parts.texts[static_cast<std::size_t>(part)];
+    };
+    for (std::size_t i = 0; i < sideParts.size(); ++i) {
+        SideText text = gatherSideText(anchors, sideParts[i].kind, tables.sideStories, mark_);
+        parts.references[i] = std::move(text.references);
+        textOf(sideParts[i].part) = std::move(text.slices);
     }
-    copies_.makeDistinct(side);
-    return side;
+    EncodedHeaders headers = encodeHeaders(content.headers, mark_);
+    parts.drawings = gatherDrawings(anchors, tables, mark_);
+    parts.headerDrawings = gatherDrawings(anchorsOf(headers.text), tables, mark_);
+    parts.plcfHdd = std::move(headers.plcfHdd);
+    textOf(TextPart::headers) = std::move(headers.text);
+    textOf(TextPart::textBoxes) = parts.drawings.slices;
+    textOf(TextPart::headerTextBoxes) = parts.headerDrawings.slices;
+    for (const TextPartFacts& facts : textParts) {
+        parts.lengths.*facts.length = lengthOf(textOf(facts.part));
+        append(parts.side, textOf(facts.part));
+    }
+    parts.lengths.text = lengthOf(content.main);
+    if (!parts.side.empty()) {
+        append(parts.side, slicesOf(mark_));
+    }
+    copies_.makeDistinct(parts.side);
+    return parts;
 }
 
 void DocumentSession::write(const DocumentContent& content) {
@@ -115,7 +109,7 @@ void DocumentSession::writeText(const DocumentContent& content, const Parts& par
     std::vector<TextRange> ranges = main_.missing(content.main);
     const std::size_t ofMain = ranges.size();
     for (TextRange& range : side_.missing(parts.side)) {
-        range.position += parts.main;
+        range.position += parts.lengths.text;
         ranges.push_back(std::move(range));
     }
     if (ranges.empty()) {
@@ -133,8 +127,8 @@ void DocumentSession::writeDrawings(const DocumentContent& content, const Parts&
         [this](const DataBlob& entry) { return word_.placeOfPicture(entry); },
         [this](const EmbeddedObjectRef& object) { return objects_.numberOf(object); }};
     const EncodedDrawings drawings =
-        encodeDrawings(parts.drawings, parts.main, parts.headerDrawings, parts.headersLength,
-                       content.tables, stores);
+        encodeDrawings(parts.drawings, parts.lengths.text, parts.headerDrawings,
+                       parts.lengths.headers, content.tables, stores);
     const auto put = [&](TextPart part, FibPair breaks, const DrawingTables& tables) {
         table_.put(factsOf(part).references->pair, tables.anchors);
         table_.put(factsOf(part).texts->pair, tables.boxes);
@@ -177,21 +171,15 @@ std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const
 }
 
 void DocumentSession::writePositions(const DocumentContent& content, const Parts& parts) {
-    const auto putFields = [&](TextPart part, const std::vector<FieldMark>& marks, Cp length) {
-        table_.put(factsOf(part).fields, encodeFields(marks, length));
-    };
-    putFields(TextPart::main, fieldsOf(content.main), parts.main);
-    putFields(TextPart::footnotes, fieldsOf(parts.footnotes.slices), parts.footnotes.length);
-    putFields(TextPart::headers, fieldsOf(parts.headers.text), parts.headersLength);
-    putFields(TextPart::comments, fieldsOf(parts.comments.slices), parts.comments.length);
-    putFields(TextPart::endnotes, fieldsOf(parts.endnotes.slices), parts.endnotes.length);
-    putFields(TextPart::textBoxes, fieldsOf(parts.drawings.slices), parts.drawings.length);
-    putFields(TextPart::headerTextBoxes, fieldsOf(parts.headerDrawings.slices),
-              parts.headerDrawings.length);
+    for (const TextPartFacts& facts : textParts) {
+        const bool isMain = facts.part == TextPart::main;
+        const SlicedText& text =
+            isMain ? content.main : parts.texts[static_cast<std::size_t>(facts.part)];
+        table_.put(facts.fields, encodeFields(fieldsOf(text), parts.lengths.*facts.length));
+    }
     writeBookmarks(content, parts.length());
-    writeNotes(content, parts);
-    writeComments(content, parts);
-    table_.put(FibPair::PlcfHdd, parts.headers.plcfHdd);
+    writeSideStories(content, parts);
+    table_.put(FibPair::PlcfHdd, parts.plcfHdd);
     table_.put(FibPair::PlcfBteChpx, word_.characterPages().parts());
     table_.put(FibPair::PlcfBtePapx, word_.paragraphPages().parts());
     const OverlongRuns& overlong = word_.overlongRuns();
@@ -213,48 +201,25 @@ void DocumentSession::writeBookmarks(const DocumentContent& content, Cp limit) {
     table_.put(FibPair::PlcfBkl, bookmarks.ends);
 }
 
-void DocumentSession::writeNotes(const DocumentContent& content, const Parts& parts) {
-    const auto put = [&](TextPart part, const SideText& text) {
-        std::vector<NotePlace> notes;
-        for (const SideReference& reference : text.references) {
-            notes.push_back({reference.at,
-                             content.tables.notes[reference.index].automatic,
-                             {reference.start, reference.length}});
-        }
-        const NoteTables tables = encodeNotes(notes, parts.main);
-        table_.put(factsOf(part).references->pair, tables.references);
-        table_.put(factsOf(part).texts->pair, tables.texts);
-    };
-    put(TextPart::footnotes, parts.footnotes);
-    put(TextPart::endnotes, parts.endnotes);
-}
-
-void DocumentSession::writeComments(const DocumentContent& content, const Parts& parts) {
+void DocumentSession::writeSideStories(const DocumentContent& content, const Parts& parts) {
     std::unordered_map<std::uint32_t, CommentRange> ranges;
     for (const Bookmark& range : content.bookmarks) {
         if (range.comment && range.start < range.end) {
             ranges.emplace(*range.comment, CommentRange{range.start, range.end});
         }
     }
-    std::vector<CommentPlace> comments;
-    for (const SideReference& reference : parts.comments.references) {
-        const Comment& comment = content.tables.comments[reference.index];
-        const auto range = ranges.find(reference.index);
-        comments.push_back({reference.at,
-                            {reference.start, reference.length},
-                            comment.author,
-                            comment.initials,
-                            comment.date,
-                            range != ranges.end() ? std::optional(range->second) : std::nullopt});
+    for (std::size_t i = 0; i < sideParts.size(); ++i) {
+        std::vector<SidePlace> places;
+        for (const SideReference& reference : parts.references[i]) {
+            const auto range = ranges.find(reference.index);
+            places.push_back({reference.at,
+                              {reference.start, reference.length},
+                              content.tables.sideStories[reference.index],
+                              range != ranges.end() ? std::optional(range->second) : std::nullopt});
+        }
+        encodeSidePlaces(sideParts[i].kind, places, parts.lengths.text, parts.length(),
+                         [&](FibPair pair, const Bytes& table) { table_.put(pair, table); });
     }
-    const CommentTables tables = encodeComments(comments, parts.length());
-    table_.put(FibPair::PlcfandRef, tables.references);
-    table_.put(FibPair::PlcfandTxt, tables.texts);
-    table_.put(FibPair::GrpXstAtnOwners, tables.owners);
-    table_.put(FibPair::AtrdExtra, tables.dates);
-    table_.put(FibPair::SttbfAtnBkmk, tables.rangeTags);
-    table_.put(FibPair::PlcfAtnBkf, tables.rangeStarts);
-    table_.put(FibPair::PlcfAtnBkl, tables.rangeEnds);
 }
 
 void DocumentSession::writeFib(const Parts& parts) {
@@ -266,13 +231,7 @@ void DocumentSession::writeFib(const Parts& parts) {
     fib.fcMin = WordStream::fibRoom;
     fib.fcMac = word_.textLimit();
     fib.cbMac = word_.size();
-    fib.ccp.text = parts.main;
-    fib.ccp.footnotes = parts.footnotes.length;
-    fib.ccp.headers = parts.headersLength;
-    fib.ccp.comments = parts.comments.length;
-    fib.ccp.endnotes = parts.endnotes.length;
-    fib.ccp.textBoxes = parts.drawings.length;
-    fib.ccp.headerTextBoxes = parts.headerDrawings.length;
+    fib.ccp = parts.lengths;
     for (std::size_t i = 0; i < Fib::pairsOfWord2003; ++i) {
         const auto pair = static_cast<FibPair>(i);
         fib.set(pair, table_.place(pair));

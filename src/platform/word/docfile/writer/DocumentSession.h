@@ -4,6 +4,7 @@
 #include "platform/word/docfile/objects/ObjectPool.h"
 #include "platform/word/docfile/styles/ListDefinitionEncoder.h"
 #include "platform/word/docfile/text/HeaderStory.h"
+#include "platform/word/docfile/text/SideStories.h"
 #include "platform/word/docfile/writer/DrawingParts.h"
 #include "platform/word/docfile/writer/SideText.h"
 #include "platform/word/docfile/writer/TableStream.h"
@@ -30,35 +31,27 @@ public:
     CompoundStore& store() { return store_; }
 
 private:
-    // The parts of the text in the order in which they follow each other in the file.
+    // The parts of the text behind the main story, each in slices.
     struct Parts {
-        Cp main = 0; // length
-        SideText footnotes;
-        EncodedHeaders headers;
-        Cp headersLength = 0;
-        SideText comments;
-        SideText endnotes;
+        std::array<SlicedText, textParts.size()> texts; // by TextPart, but that of the main story
+        PartLengths lengths;
+        std::array<std::vector<SideReference>, sideParts.size()> references;
+        Bytes plcfHdd;
         DrawingPart drawings;       // those of the main story
         DrawingPart headerDrawings; // those of the headers
-        // All text behind the main story; a document with any ends in one more mark.
+        // All of them, one behind the other; a document with any ends in one more mark.
         SlicedText side;
 
-        Cp headersAt() const { return main + footnotes.length; }
         // Without the mark that ends all text.
-        Cp length() const {
-            return headersAt() + headersLength + comments.length + endnotes.length +
-                   drawings.length + headerDrawings.length;
-        }
+        Cp length() const { return lengths.text + static_cast<Cp>(lengths.sideTotal()); }
     };
 
     Parts partsOf(const DocumentContent& content);
-    SlicedText sideText(const Parts& parts);
     void writeText(const DocumentContent& content, const Parts& parts, FileProperties& properties);
     void writeTables(const DocumentContent& content);
     void writePositions(const DocumentContent& content, const Parts& parts);
     void writeBookmarks(const DocumentContent& content, Cp limit);
-    void writeNotes(const DocumentContent& content, const Parts& parts);
-    void writeComments(const DocumentContent& content, const Parts& parts);
+    void writeSideStories(const DocumentContent& content, const Parts& parts);
     void writeDrawings(const DocumentContent& content, const Parts& parts);
     void writeSections(const DocumentContent& content, FileProperties& properties);
     void writeFib(const Parts& parts);

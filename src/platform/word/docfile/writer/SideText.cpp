@@ -4,14 +4,15 @@
 
 namespace qvnd::word {
 
-SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind, const TextOf& textOf,
+SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind,
+                        const std::vector<SideStory>& stories,
                         const std::shared_ptr<const Story>& closing) {
     SideText part;
     for (const Anchor& anchor : anchors) {
         if (anchor.kind != kind) {
             continue;
         }
-        const std::shared_ptr<const Story>& text = textOf(anchor.index);
+        const std::shared_ptr<const Story>& text = stories.at(anchor.index).text;
         part.references.push_back({anchor.at, anchor.index, part.length, text->size()});
         part.slices.push_back({text, 0, text->size()});
         part.length += text->size();

@@ -2,7 +2,6 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <span>
@@ -15,7 +14,7 @@ namespace qvnd::word {
 
 struct SideReference {
     Cp at = 0;               // in the main story
-    std::uint32_t index = 0; // in the pool of its kind
+    std::uint32_t index = 0; // DocumentTables::sideStories
     Cp start = 0;            // of its text in the part
     Cp length = 0;
 };
@@ -26,10 +25,9 @@ struct SideText {
     Cp length = 0; // with the mark that closes the part; 0 when there is no text
 };
 
-using TextOf = std::function<const std::shared_ptr<const Story>&(std::uint32_t index)>;
-
 // `closing`: a story of one paragraph mark, the same with every save.
-SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind, const TextOf& textOf,
+SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind,
+                        const std::vector<SideStory>& stories,
                         const std::shared_ptr<const Story>& closing);
 
 // A story of one paragraph mark.
