@@ -33,7 +33,9 @@ std::optional<std::uint32_t> shared(std::uint32_t index, const std::vector<Share
 
 ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
     : target_(target), source_(source), fonts_(target.fonts, source.fonts),
-      rewriter_(source.lists, target.lists, *this), lists_(target, source, rewriter_),
+      rewriter_(source.lists, target.lists, *this),
+      lists_(target, source, rewriter_,
+             [this](StyleIndex istd) { return styles_.mayComeAlong(istd); }),
       styles_(target, source, rewriter_, *this, translated(source.styles.defaultFonts, fonts_)),
       blobs_(source.blobs.size()), objects_(source.objects.size()),
       shapePictures_(source.shapePictures.size()) {}

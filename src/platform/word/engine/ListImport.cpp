@@ -3,6 +3,7 @@
 #include "platform/word/formatting/ListMembership.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -54,9 +55,9 @@ DefinitionsByNumber byNumber(const std::vector<ListDefinition>& definitions) {
 } // namespace
 
 ListImport::ListImport(DocumentTables& target, const DocumentTables& source,
-                       PropertyRewriter& rewriter)
-    : target_(target), source_(source), rewriter_(rewriter), known_(source.listOverrides.size()),
-      sourceDefinitions_(byNumber(source.listDefinitions)) {}
+                       PropertyRewriter& rewriter, MayComeAlong mayComeAlong)
+    : target_(target), source_(source), rewriter_(rewriter), mayComeAlong_(std::move(mayComeAlong)),
+      known_(source.listOverrides.size()), sourceDefinitions_(byNumber(source.listDefinitions)) {}
 
 std::uint16_t ListImport::list(std::uint16_t ilfo) {
     const std::uint16_t index = listIndexOf(ilfo);
@@ -98,7 +99,7 @@ std::uint16_t ListImport::bring(const ListOverride& list) {
             level.level = rewritten(*level.level);
         }
     }
-    const bool bullets = list.levels.empty() && isPlainBullets(*definition);
+    const bool bullets = list.levels.empty() && comesAsPlainBullets(*definition);
     if (bullets) {
         if (const auto shared = sharedBullets(*definition)) {
             return *shared;
@@ -134,6 +135,15 @@ ListDefinition ListImport::inTarget(const ListDefinition& definition) {
         level = rewritten(level);
     }
     return result;
+}
+
+// A list is tied to those of its styles that come along.
+bool ListImport::comesAsPlainBullets(const ListDefinition& definition) const {
+    return showsBullets(definition) &&
+           std::none_of(definition.linkedStyles.begin(), definition.linkedStyles.end(),
+                        [this](StyleIndex style) {
+                            return style != StyleDefinition::none && mayComeAlong_(style);
+                        });
 }
 
 std::optional<std::uint16_t> ListImport::sharedBullets(const ListDefinition& definition) {

@@ -16,7 +16,11 @@ namespace qvnd::word {
 // elsewhere. Lists of nothing but bullets have no numbering: equal ones are shared.
 class ListImport {
 public:
-    ListImport(DocumentTables& target, const DocumentTables& source, PropertyRewriter& rewriter);
+    // Tells of a style of the source whether it comes along, as far as can be told yet.
+    using MayComeAlong = std::function<bool(StyleIndex)>;
+
+    ListImport(DocumentTables& target, const DocumentTables& source, PropertyRewriter& rewriter,
+               MayComeAlong mayComeAlong);
 
     // The operand of sprmPIlfo in the target for that of the source; 0 where the source has no
     // such list.
@@ -37,6 +41,7 @@ private:
 
     std::uint16_t bring(const ListOverride& list);
     std::int32_t bringDefinition(const ListDefinition& definition);
+    bool comesAsPlainBullets(const ListDefinition& definition) const;
     std::optional<std::uint16_t> sharedBullets(const ListDefinition& definition);
     void indexBullets();
     ListLevel rewritten(const ListLevel& level);
@@ -48,6 +53,7 @@ private:
     DocumentTables& target_;
     const DocumentTables& source_;
     PropertyRewriter& rewriter_;
+    MayComeAlong mayComeAlong_;
     std::vector<std::optional<std::uint16_t>> known_;  // by index of the source's override
     std::map<std::int32_t, std::int32_t> definitions_; // lsid here, lsid there
     std::map<std::int32_t, std::uint16_t> plain_;      // lsid here: override without levels

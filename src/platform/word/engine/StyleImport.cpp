@@ -64,6 +64,11 @@ std::optional<StyleIndex> StyleImport::cameAlong(StyleIndex istd) const {
     return brought_.contains(istd) ? places_[istd] : std::nullopt;
 }
 
+bool StyleImport::mayComeAlong(StyleIndex istd) const {
+    const StyleDefinition* style = sourceStyle(istd);
+    return brought_.contains(istd) || (style != nullptr && !match_.find(*style));
+}
+
 // --- bringing along -------------------------------------------------------------------------
 
 std::optional<StyleIndex> StyleImport::newPlace(const StyleDefinition& style) const {

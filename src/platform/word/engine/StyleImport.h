@@ -39,6 +39,8 @@ public:
     void finish();
     // The new place of a style of the source that came along.
     std::optional<StyleIndex> cameAlong(StyleIndex istd) const;
+    // Whether it came along or would if the text asked for it: the target has none of its own.
+    bool mayComeAlong(StyleIndex istd) const;
 
 private:
     using StylePair = std::pair<StyleIndex, StyleIndex>;

@@ -491,6 +491,23 @@ TEST(ImportedLists, EqualListsOfBulletsAreShared) {
     EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
 }
 
+TEST(ImportedLists, BulletsOfAStyleThatTheTargetHasAreSharedLikeOthers) {
+    SourceDocument source;
+    const StyleIndex style =
+        source.addStyle(styleOf(StyleKind::paragraph, u"要点", StyleDefinition::userDefined, 0));
+    const std::uint16_t list = source.addList(9, 23);
+    source.data.tables.listDefinitions.back().linkedStyles[0] = style;
+    source.paragraph(u"x", style, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.document()); // the style comes, and the list is tied to it
+    target.import(source.document());
+    target.import(source.document());
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
+    ASSERT_EQ(target.tables.listDefinitions.size(), 2U);
+    EXPECT_NE(target.tables.listDefinitions[0].linkedStyles[0], StyleDefinition::none);
+    EXPECT_EQ(target.tables.listDefinitions[1].linkedStyles[0], StyleDefinition::none);
+}
+
 // Each of them was once held against each that had come before.
 TEST(ImportedLists, ThousandsOfListsOfBulletsComeQuickly) {
     SourceDocument source;
