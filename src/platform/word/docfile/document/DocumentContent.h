@@ -61,8 +61,9 @@ struct UnreadContents {
     Remarks remarks;
 };
 
-// A Word document, read or under work. What is read refers to nothing outside of its own tables;
-// bringing a document into another one rewrites its text in terms of the other's tables.
+// A Word document, read or under work. Bringing one into another rewrites its text in terms of the
+// other's tables. Property lists of a damaged file may name what its tables do not have: bringing
+// it in and opening it take such names out.
 struct DocumentContent : DocumentBody {
     DocumentTables tables;
     Bytes settings; // the Dop

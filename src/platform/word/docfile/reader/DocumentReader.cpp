@@ -313,7 +313,8 @@ private:
     public:
         BoxTexts(std::vector<BoxText> texts, std::function<std::uint32_t(const BoxText&)> bring)
             : texts_(std::move(texts)), bring_(std::move(bring)), known_(texts_.size()) {
-            for (std::size_t i = texts_.size(); i-- > 0;) {
+            constexpr std::size_t mostRows = 0xFFFF; // a shape names its text with 16 bits
+            for (std::size_t i = std::min(texts_.size(), mostRows); i-- > 0;) {
                 if (texts_[i].length > 0) {
                     rows_[texts_[i].shape] = static_cast<std::uint16_t>(i + 1);
                 }
