@@ -144,6 +144,7 @@ public:
                                         locks_,
                                         pdf_,
                                         word_,
+                                        word_.documents(),
                                         controls_,
                                         frame_,
                                         {},

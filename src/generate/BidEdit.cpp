@@ -240,7 +240,8 @@ std::optional<std::vector<PlanFinding>> BidEdit::check() {
     bool isCancelled = false;
     withHourglass([&] {
         const desktop::LongRunScope scope(progress, u"生成前检查"_s, TrvEdit.Count() - 1);
-        found = checkPlan({program_.modMain, TrvEdit, services_.inUse, runsOn, goOn});
+        found = checkPlan(
+            {program_.modMain, TrvEdit, services_.inUse, runsOn, goOn, &services_.documents});
         isCancelled = progress.isCancelled();
     });
     return isCancelled ? std::nullopt : std::optional(std::move(found));

@@ -8,6 +8,7 @@
 #include "platform/desktop/Shell.h"
 #include "platform/desktop/WindowLookup.h"
 #include "platform/office/PdfPrinter.h"
+#include "platform/word/engine/DocumentConverter.h"
 
 #include <functional>
 #include <optional>
@@ -28,6 +29,7 @@ struct BidEditServices {
     desktop::LongRun& longRun;
     // Of the word processor of `generation`.
     GenerationRecord& record;
+    word::DocumentConverter& documents;
 };
 
 // The plan edit window (frmBidEdit) without its window: the open plan's outline, which it never

@@ -37,6 +37,8 @@ constexpr KindText kindTexts[] = {
     {Kind::encrypted, u"encrypted", u"用文字处理软件打开它，去掉打开密码，再保存。"},
     {Kind::unreadable, u"unreadable",
      u"用文字处理软件打开它，另存为 Word 97-2003 文档（.doc）；打不开时换一个完好的文件。"},
+    {Kind::converted, u"converted",
+     u"不影响生成。想让版面不变时，用原来的程序打开它，另存为 Word 97-2003 文档（.doc）。"},
     {Kind::notCarried, u"notCarried",
      u"不影响生成。需要这些内容时，在文档中把它们改成正文或嵌入式图片。"},
     {Kind::emptyFolder, u"emptyFolder", u"在它下面添加文档；不需要这个标题时删除它。"},
@@ -48,16 +50,6 @@ constexpr KindText kindTexts[] = {
 const KindText& textsOf(Kind kind) {
     return *std::find_if(std::begin(kindTexts), std::end(kindTexts),
                          [kind](const KindText& texts) { return texts.kind == kind; });
-}
-
-// What the door of the engine says of a document that it refuses.
-QString refusalOf(const std::filesystem::path& path) {
-    try {
-        word::readDocumentFile(path);
-        return {};
-    } catch (const RunTimeError& refusal) {
-        return QString::fromStdU16String(refusal.description());
-    }
 }
 
 class Check {
@@ -143,16 +135,33 @@ private:
 
     void read(const OutlineNode& node, const std::filesystem::path& path) {
         try {
-            std::vector<std::u16string> leftOut;
-            word::importDocument(target_.tables, names_, word::readDocument(path), leftOut);
-            for (const std::u16string& line : leftOut)
-                add(Kind::notCarried, node, QString::fromStdU16String(line));
+            bringIn(node, word::readDocument(path));
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
-            add(isLocked ? Kind::encrypted : Kind::unreadable, node, refusalOf(path));
+            readForeign(node, path, isLocked ? Kind::encrypted : Kind::unreadable);
         } catch (const RunTimeError& refusal) {
             add(Kind::unreadable, node, QString::fromStdU16String(refusal.description()));
         }
+    }
+
+    // As the door of the engine reads what our own reader refuses.
+    void readForeign(const OutlineNode& node, const std::filesystem::path& path, Kind refused) {
+        try {
+            word::DocumentContent document = word::readDocumentFile(path, parts_.documents);
+            word::Remarks& remarks = document.unread.remarks;
+            add(Kind::converted, node, QString::fromStdU16String(remarks.front()));
+            remarks.erase(remarks.begin());
+            bringIn(node, document);
+        } catch (const RunTimeError& refusal) {
+            add(refused, node, QString::fromStdU16String(refusal.description()));
+        }
+    }
+
+    void bringIn(const OutlineNode& node, const word::DocumentContent& document) {
+        std::vector<std::u16string> leftOut;
+        word::importDocument(target_.tables, names_, document, leftOut);
+        for (const std::u16string& line : leftOut)
+            add(Kind::notCarried, node, QString::fromStdU16String(line));
     }
 
     const PlanCheckParts& parts_;

@@ -2,6 +2,7 @@
 
 #include "outline/OutlineTree.h"
 #include "platform/files/FilesInUse.h"
+#include "platform/word/engine/DocumentConverter.h"
 #include "store/modMain.h"
 
 #include <QString>
@@ -20,6 +21,7 @@ struct PlanFinding {
         open,        // a document that a word processor holds open, which refuses the generation
         encrypted,   // a document with a password
         unreadable,  // a damaged document, or one of another format
+        converted,   // a document of another format, which comes in by the office suite
         notCarried,  // something in a document that stays behind
         emptyFolder, // a heading with nothing below it
         runsOn,      // a first folder: its heading goes on in the next node's
@@ -50,6 +52,8 @@ struct PlanCheckParts {
     bool firstHeadingRunsOn;
     // Called ahead of each node, so that events can run; false ends the check.
     std::function<bool(const outline::OutlineNode&)> goOn;
+    // Of the generation; null where it has none.
+    word::DocumentConverter* documents = nullptr;
 };
 
 // Looks at every node of the tree and reads every document, as generating will. Changes nothing.

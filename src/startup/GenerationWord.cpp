@@ -12,8 +12,9 @@ namespace qvnd::startup {
 
 GenerationWord::GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
                                desktop::LongRun& longRun, desktop::Events& events)
-    : unsaved_(messages), exact_(std::move(suite)), pages_(exact_, own_),
-      awaited_(pages_, longRun, events), factory_({awaited_, losses_, unsaved_, &pictures_}) {}
+    : unsaved_(messages), documents_(suite), exact_(std::move(suite)), pages_(exact_, own_),
+      awaited_(pages_, longRun, events),
+      factory_({awaited_, losses_, unsaved_, &pictures_, &documents_}) {}
 
 std::vector<int> GenerationWord::Awaited::displayedPages(const word::DocumentContent& content,
                                                          std::span<const word::Cp> positions) {

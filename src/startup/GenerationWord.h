@@ -6,6 +6,7 @@
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/drawing/FontFaces.h"
 #include "platform/office/OfficePageNumbers.h"
+#include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutPageNumbers.h"
@@ -13,9 +14,10 @@
 namespace qvnd::startup {
 
 // The word processor behind generation in a window: our own engine, with the page numbers of the
-// office suite where it is installed and works, else those of our own layout. What a document loses
-// on its way in is kept for the report and raises no box: there may be hundreds of documents. A
-// user who cancels the wait for the office suite gets our own numbers.
+// office suite where it is installed and works, else those of our own layout; the suite converts
+// documents of other formats, too. What a document loses on its way in is kept for the report and
+// raises no box: there may be hundreds of documents. A user who cancels the wait for the office
+// suite gets our own numbers.
 class GenerationWord : public generate::GenerationRecord {
 public:
     // All of it outlives the object; the suite asks `longRun` whether to stop.
@@ -23,6 +25,7 @@ public:
                    desktop::LongRun& longRun, desktop::Events& events);
 
     word::ApplicationFactory& factory() { return factory_; }
+    word::DocumentConverter& documents() { return documents_; }
 
     void clear() override { losses_.clear(); }
     const std::vector<generate::CollectedLosses::Loss>& losses() const override {
@@ -59,6 +62,7 @@ private:
     generate::CollectedLosses losses_;
     Unsaved unsaved_;
     pictures::PictureDecoder pictures_;
+    office::SuiteDocumentConverter documents_;
     office::OfficePageNumbers exact_;
     layout::LayoutPageNumbers own_{drawing::openNamedFonts};
     office::BestPageNumbers pages_;

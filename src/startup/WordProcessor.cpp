@@ -17,10 +17,9 @@ QString nameOf(const std::filesystem::path& path) {
 } // namespace
 
 WordProcessor::WordProcessor(desktop::MessageBoxes& messages, office::OfficeSuite::Stop stop)
-    : losses_(messages), unsaved_(messages), engine_({pages_, losses_, unsaved_, &pictures_}),
-      factory_(engine_,
-               office::OfficeSuite(officeProfile_.path(), office::OfficeSuite::installedProgram(),
-                                   std::move(stop))) {}
+    : losses_(messages), unsaved_(messages),
+      suite_(officeProfile_.path(), office::OfficeSuite::installedProgram(), std::move(stop)),
+      engine_({pages_, losses_, unsaved_, &pictures_, &documents_}), factory_(engine_, suite_) {}
 
 void WordProcessor::Losses::notCarried(const std::filesystem::path& path,
                                        std::u16string_view what) {

@@ -3,6 +3,7 @@
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/drawing/FontFaces.h"
 #include "platform/office/ConvertingWordProcessor.h"
+#include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutPageNumbers.h"
@@ -43,8 +44,10 @@ private:
     Unsaved unsaved_;
     layout::LayoutPageNumbers pages_{drawing::openNamedFonts};
     pictures::PictureDecoder pictures_;
-    word::EngineApplicationFactory engine_;
     QTemporaryDir officeProfile_;
+    office::OfficeSuite suite_;
+    office::SuiteDocumentConverter documents_{suite_};
+    word::EngineApplicationFactory engine_;
     office::ConvertingWordProcessor factory_;
 };
 

@@ -4,6 +4,7 @@
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
 #include "platform/files/Trim.h"
+#include "platform/office/SuiteDocumentConverter.h"
 #include "tools/Arguments.h"
 #include "tools/Plans.h"
 #include "tools/ProgramRun.h"
@@ -55,7 +56,8 @@ std::vector<PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& 
                                     bool isFirstRun) {
     desktop::SystemProcesses processes;
     desktop::LockFiles locks(processes);
-    return generate::checkPlan({state, TrvEdit, locks, isFirstRun, {}});
+    office::SuiteDocumentConverter documents;
+    return generate::checkPlan({state, TrvEdit, locks, isFirstRun, {}, &documents});
 }
 
 QJsonArray findingsAsJson(const std::vector<PlanFinding>& found) {

@@ -1,6 +1,7 @@
 #include "tools/DocCommands.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/office/SuiteDocumentConverter.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/docfile/text/DocumentText.h"
 #include "platform/word/docfile/writer/DocumentSummary.h"
@@ -78,7 +79,8 @@ ExitStatus merge(Session& session, const QStringList& words) {
     }
     return refusing(session, [&] {
         TerminalImportReport report(session.messages());
-        const auto document = word::mergeDocuments(files, font, report);
+        office::SuiteDocumentConverter documents;
+        const auto document = word::mergeDocuments(files, font, report, &documents);
         word::DocumentWriter().saveAs(pathOf(arguments.position(0)), document->content());
         session.output().result(QJsonObject{{"output", arguments.position(0)}}, {});
     });
@@ -88,7 +90,8 @@ ExitStatus text(Session& session, const QStringList& words) {
     const Arguments arguments(words, {});
     arguments.expectPositions(1, 1);
     return refusing(session, [&] {
-        const auto document = word::readDocumentFile(pathOf(arguments.position(0)));
+        office::SuiteDocumentConverter documents;
+        const auto document = word::readDocumentFile(pathOf(arguments.position(0)), &documents);
         const QString plain =
             QString::fromStdU16String(word::documentText(document.main, document.tables));
         session.output().result(QJsonObject{{"text", plain}}, plain);
@@ -124,7 +127,8 @@ ExitStatus info(Session& session, const QStringList& words) {
     const Arguments arguments(words, {});
     arguments.expectPositions(1, 1);
     return refusing(session, [&] {
-        const auto document = word::readDocumentFile(pathOf(arguments.position(0)));
+        office::SuiteDocumentConverter documents;
+        const auto document = word::readDocumentFile(pathOf(arguments.position(0)), &documents);
         const QJsonObject facts = asJson(word::summarize(document));
         session.output().result(facts, asText(facts));
     });

@@ -32,7 +32,7 @@ TerminalGeneration::TerminalGeneration(Session& session, const GenerateOptions& 
     : session_(session), options_(options), messages_(session.messages()),
       bar_(session.output().err()), pages_(options.pages), losses_(messages_, dlgTB()),
       unsaved_(messages_), controls_(options), locks_(processes_),
-      factory_({pages_.source(), losses_, unsaved_, &pictures_}) {}
+      factory_({pages_.source(), losses_, unsaved_, &pictures_, &documents_}) {}
 
 desktop::ProgressDialog& TerminalGeneration::dlgTB() {
     if (standardErrorIsATerminal())

@@ -5,6 +5,7 @@
 #include "generate/driver/ProgramState.h"
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
+#include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "tools/CollectedMessages.h"
@@ -91,6 +92,7 @@ private:
     NoProgress noBar_;
     PageNumberChoice pages_;
     pictures::PictureDecoder pictures_;
+    office::SuiteDocumentConverter documents_;
     LossMessages losses_;
     AskedQuestion unsaved_;
     GivenControls controls_;

@@ -3,6 +3,7 @@
 #include "platform/drawing/PagePainter.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/office/OfficeSuite.h"
+#include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PageImages.h"
 #include "platform/word/docfile/text/DocumentText.h"
 #include "platform/word/engine/DocumentSource.h"
@@ -47,12 +48,16 @@ drawing::FontChoice fontsOf(const Arguments& arguments) {
     return drawing::FontChoice::here;
 }
 
+word::DocumentContent readDocument(const QString& path) {
+    office::SuiteDocumentConverter documents;
+    return word::readDocumentFile(std::filesystem::path(path.toStdU16String()), &documents);
+}
+
 // A document with what its layout needs, laid out from its first page on.
 class LaidOut {
 public:
     LaidOut(const QString& path, drawing::FontChoice choice)
-        : document_(word::readDocumentFile(std::filesystem::path(path.toStdU16String()))),
-          source_(layout::sourceOf(document_)), fonts_(choice) {
+        : document_(readDocument(path)), source_(layout::sourceOf(document_)), fonts_(choice) {
         if (choice == drawing::FontChoice::here) {
             options_ = layout::officeOptions();
         }

@@ -2,6 +2,7 @@
 
 #include "generate/GenerationWorld.h"
 #include "support/Errors.h"
+#include "support/FakeDocumentConverter.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FakeGenerationRecord.h"
 #include "support/FakeLongRun.h"
@@ -43,9 +44,9 @@ protected:
         current->Update();
     }
     BidEdit& loaded(const QString& select = u"工程.3"_s) {
-        edit = std::make_unique<BidEdit>(state(), generate::BidEditServices{services(), screen,
-                                                                            shell, lookup, inUse,
-                                                                            pdf, longRun, record});
+        edit = std::make_unique<BidEdit>(
+            state(), generate::BidEditServices{services(), screen, shell, lookup, inUse, pdf,
+                                               longRun, record, converter});
         edit->Load();
         edit->TrvEdit.Select(edit->TrvEdit.find(select));
         edit->NodeClick();
@@ -65,6 +66,7 @@ protected:
     FakePdfPrinter pdf;
     FakeLongRun longRun;
     FakeGenerationRecord record;
+    FakeDocumentConverter converter;
     std::unique_ptr<BidEdit> edit;
 };
 
@@ -103,7 +105,8 @@ TEST_F(PlanEdit, OpeningADocumentIsOnOfferOnADocumentAlone) {
 
 TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
     program.gDbUser->Execute("DELETE * FROM 当前表");
-    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, longRun, record});
+    BidEdit fresh(state(),
+                  {services(), screen, shell, lookup, inUse, pdf, longRun, record, converter});
     fresh.Load();
     ASSERT_EQ(log.lines.size(), 2U) << wholeLog();
     EXPECT_EQ(log.lines[0], "message [none] ");
@@ -114,7 +117,8 @@ TEST_F(PlanEdit, WithoutAnOpenPlanAnEmptyTextIsShownAndTheLoadGoesOn) {
 
 TEST_F(PlanEdit, AnErrorOfTheLoadShowsItsDescription) {
     setCurrentPlan("没有");
-    BidEdit fresh(state(), {services(), screen, shell, lookup, inUse, pdf, longRun, record});
+    BidEdit fresh(state(),
+                  {services(), screen, shell, lookup, inUse, pdf, longRun, record, converter});
     fresh.Load();
     ASSERT_EQ(log.lines.size(), 1U) << wholeLog();
     EXPECT_NE(log.lines[0].find("没有"), std::string::npos) << log.lines[0];

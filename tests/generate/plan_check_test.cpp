@@ -2,6 +2,7 @@
 
 #include "generate/GenerationWorld.h"
 #include "platform/word/engine/EngineApplication.h"
+#include "support/FakeDocumentConverter.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FixedFonts.h"
 
@@ -20,7 +21,10 @@ class PlanCheck : public GenerationWorld,
                   private word::ImportReport,
                   private word::UnsavedChangesQuestion {
 protected:
-    PlanCheck() { std::filesystem::create_directory(place("plans") / u"工程"); }
+    PlanCheck() {
+        std::filesystem::create_directory(place("plans") / u"工程");
+        converter.isInstalled = false;
+    }
 
     void notCarried(const std::filesystem::path&, std::u16string_view) override {}
     bool save(const std::filesystem::path&) override { return false; }
@@ -46,8 +50,9 @@ protected:
     }
 
     std::vector<PlanFinding> check() {
-        return generate::checkPlan(
-            {program, TrvEdit, inUse, runsOn, [this](const auto&) { return ++yields < patience; }});
+        return generate::checkPlan({program, TrvEdit, inUse, runsOn,
+                                    [this](const auto&) { return ++yields < patience; },
+                                    &converter});
     }
     // "key kind" of each finding.
     QStringList kinds() {
@@ -61,6 +66,7 @@ protected:
     }
 
     FakeFilesInUse inUse;
+    FakeDocumentConverter converter;
     test::FixedPageNumbers pages;
     bool runsOn = false;
     int yields = 0;
@@ -112,6 +118,31 @@ TEST_F(PlanCheck, ADocumentOfAnotherFormatIsUnreadable) {
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found[0].kind, Kind::unreadable);
     EXPECT_TRUE(found[0].what.contains(u"不是 Word 97-2003 格式的文档"_s));
+}
+
+TEST_F(PlanCheck, ADocumentOfAnotherFormatThatIsConvertedComesInAndIsTold) {
+    soundDocument(u"工程.1"_s, u"说明"_s);
+    const std::string sound = bytesOf(u"工程.1"_s);
+    converter.result = word::Bytes(sound.begin(), sound.end());
+    converter.isInstalled = true;
+    std::ofstream(fileOf(u"工程.1"_s)) << "{\\rtf1 text}";
+    const auto found = check();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(nameOf(found[0].kind), u"converted"_s);
+    EXPECT_EQ(found[0].what, u"原文件是RTF 文档，已由办公套件转换，版面可能有出入。"_s);
+    EXPECT_FALSE(found[0].keepsDocumentOut());
+    EXPECT_FALSE(found[0].keepsFromGenerating());
+}
+
+TEST_F(PlanCheck, ADocumentWhoseConversionFailsIsUnreadable) {
+    document(u"工程.1"_s, u"说明"_s);
+    std::ofstream(fileOf(u"工程.1"_s)) << "{\\rtf1 text}";
+    converter.isInstalled = true;
+    converter.failure = RunTimeError(error::invalidCall, u"办公套件没有响应。");
+    const auto found = check();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].kind, Kind::unreadable);
+    EXPECT_TRUE(found[0].what.contains(u"办公套件没有响应"_s));
 }
 
 TEST_F(PlanCheck, ADocumentWithAPasswordIsEncrypted) {

@@ -37,6 +37,11 @@ protected:
         word::DocumentWriter().saveAs(path.toStdU16String(), builder.content);
         return path;
     }
+    // A document of another format under the name of a .doc.
+    QString rtf(int characters = 4) const {
+        office.folder.write("b.doc", "{\\rtf1 " + QByteArray(characters, 'x') + "}");
+        return office.folder.path("b.doc");
+    }
     // Pages wholly of that colour.
     void writePdf(int pages, const QColor& colour) {
         QPdfWriter writer(pdf);
@@ -150,6 +155,43 @@ TEST_F(PreviewPaneTest, AFileThatCannotBeOpenedIsRefusedAndNothingStaysShown) {
     EXPECT_FALSE(pane->isVisible());
     EXPECT_EQ(pane->pageCount(), 0);
     EXPECT_THROW(frame->document().show(office.folder.path("missing.doc")), RunTimeError);
+}
+
+TEST_F(PreviewPaneTest, ADocumentOfAnotherFormatShowsAsTheSuitesPages) {
+    writePdf(4, Qt::green);
+    open(true);
+    const QString path = rtf();
+    frame->document().show(path);
+    EXPECT_EQ(notice().text(), "这是RTF 文档，正在由办公套件转换……");
+    EXPECT_FALSE(notice().isHidden());
+    ASSERT_TRUE(waitFor([&] { return pane->isExact(); }));
+    EXPECT_EQ(pane->pageCount(), 4);
+    EXPECT_TRUE(notice().isHidden());
+    EXPECT_TRUE(waitFor([&] { return middle() == QColor(Qt::green); }));
+}
+
+TEST_F(PreviewPaneTest, ADocumentOfAnotherFormatThatTheSuiteRefusesSaysSo) {
+    office.setScript("exit 1\n");
+    open(true);
+    frame->document().show(rtf());
+    ASSERT_TRUE(waitFor([&] { return notice().text() == "办公套件无法转换这个文档。"; }));
+    EXPECT_EQ(pane->pageCount(), 0);
+    EXPECT_TRUE(pane->isVisible());
+}
+
+TEST_F(PreviewPaneTest, WithoutASuiteADocumentOfAnotherFormatIsRefused) {
+    open(false);
+    const QString path = rtf();
+    EXPECT_THROW(frame->document().show(path), RunTimeError);
+    EXPECT_FALSE(pane->isVisible());
+}
+
+TEST_F(PreviewPaneTest, ALongDocumentOfAnotherFormatShowsAsTheSuitesPagesToo) {
+    writePdf(2, Qt::green);
+    open(true);
+    frame->document().show(rtf(3'000'000));
+    ASSERT_TRUE(waitFor([&] { return pane->isExact(); }));
+    EXPECT_EQ(pane->pageCount(), 2);
 }
 
 TEST_F(PreviewPaneTest, TheExactPagesTakeOverWhenTheyAreReady) {

@@ -40,7 +40,8 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
                                          parts_.inUse,
                                          parts_.pdf,
                                          parts_.longRun,
-                                         parts_.record})),
+                                         parts_.record,
+                                         parts_.documents})),
       inTurn_(parts.program.modMain, parts.messages, [this] { return edit_->lookAtOthers(); }),
       menus_(*this), TbarBidSet_(new BidEditToolbar(this)) {
     setObjectName(u"frmBidEdit"_s);

@@ -16,6 +16,7 @@
 #include "platform/files/FilesInUse.h"
 #include "platform/office/PdfPrinter.h"
 #include "platform/preview/DocumentPreview.h"
+#include "platform/word/engine/DocumentConverter.h"
 
 #include <QWidget>
 
@@ -58,6 +59,8 @@ public:
         files::FilesInUse& inUse;
         office::PdfPrinter& pdf;
         GenerationRecord& record;
+        // Of the generation, for the check ahead of it.
+        word::DocumentConverter& documents;
         format::ChildDocumentControls& frmBidSet;
         BidEditFrame& frame;
         // Shows the format dialog and waits for its end; without it the command is closed.

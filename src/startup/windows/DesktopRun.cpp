@@ -141,6 +141,7 @@ ChildWindow DesktopRun::makePlanEditor() {
                                   editing.inUse,
                                   editing.pdf,
                                   editing.record,
+                                  editing.documents,
                                   frmBidSet_,
                                   *mainForm_,
                                   [this] { formatDialog_.show(mainForm_.get()); },

@@ -25,11 +25,17 @@ DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop:
       pdf_(suite(events, longRun)) {}
 
 PlanEditing DesktopPlanEditing::services() {
-    return {
-        generation_.factory(), openDocuments_, windows_, openDocuments_, pdf_, generation_, [this] {
-            auto* pane = new preview::PreviewPane(conversion_);
-            return DocumentView{pane, pane};
-        }};
+    return {generation_.factory(),
+            openDocuments_,
+            windows_,
+            openDocuments_,
+            pdf_,
+            generation_,
+            generation_.documents(),
+            [this] {
+                auto* pane = new preview::PreviewPane(conversion_);
+                return DocumentView{pane, pane};
+            }};
 }
 
 } // namespace qvnd::startup

@@ -29,6 +29,7 @@ struct PlanEditing {
     files::FilesInUse& inUse;
     office::PdfPrinter& pdf;
     generate::GenerationRecord& record;
+    word::DocumentConverter& documents;
     // Makes the view of a plan edit window, which then owns it.
     std::function<DocumentView()> makeView;
 };

@@ -73,17 +73,17 @@ outline::Services DesktopWorld::services() {
 
 bool DesktopWorld::start() {
     ended_ = false;
-    run_ = std::make_unique<startup::DesktopRun>(
-        startup::DesktopServices{registry,
-                                 services(),
-                                 inputs,
-                                 fonts,
-                                 *helpWindow,
-                                 shell,
-                                 makePreview,
-                                 prepare,
-                                 [this] { ended_ = true; },
-                                 {word_, openDocuments, windows, inUse, pdf, record, makeView}});
+    run_ = std::make_unique<startup::DesktopRun>(startup::DesktopServices{
+        registry,
+        services(),
+        inputs,
+        fonts,
+        *helpWindow,
+        shell,
+        makePreview,
+        prepare,
+        [this] { ended_ = true; },
+        {word_, openDocuments, windows, inUse, pdf, record, converter, makeView}});
     return run_->start(folder.path());
 }
 

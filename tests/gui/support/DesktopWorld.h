@@ -4,6 +4,7 @@
 #include "platform/registry/RegistryFile.h"
 #include "startup/windows/DesktopRun.h"
 #include "startup/windows/frmSplash.h"
+#include "support/FakeDocumentConverter.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FakeFonts.h"
 #include "support/FakeGenerationRecord.h"
@@ -50,6 +51,7 @@ public:
     FakeFilesInUse inUse;
     FakePdfPrinter pdf;
     FakeGenerationRecord record;
+    FakeDocumentConverter converter;
     CountingEvents events;
     // For the next start.
     desktop::HelpWindow* helpWindow = &help;

@@ -7,6 +7,7 @@
 #include "gui/support/WorkbenchWindow.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "store/DatabaseCreation.h"
+#include "support/FakeDocumentConverter.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FakeGenerationRecord.h"
 #include "support/FakePdfPrinter.h"
@@ -93,6 +94,7 @@ protected:
                 *filesInUse,
                 *printer,
                 *generationRecord,
+                converter,
                 controls,
                 frame,
                 showSettings,
@@ -163,6 +165,7 @@ protected:
     files::FilesInUse* filesInUse = &inUse;
     FakePdfPrinter pdf;
     FakeGenerationRecord record;
+    FakeDocumentConverter converter;
     generate::GenerationRecord* generationRecord = &record;
     FirstControls controls;
     FormatSwitches switches;

@@ -1,7 +1,9 @@
 #include "platform/preview/windows/PreviewPane.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
 #include "platform/preview/windows/ReadingPages.h"
+#include "platform/word/engine/DocumentSource.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -70,7 +72,11 @@ ReadingLoad::Pages PreviewPane::beginReading() {
     isRead_ = false;
     ReadingLoad::Receiver receiver;
     receiver.read = [this](ReadingLoad::Pages pages, bool) { showReading(std::move(pages)); };
-    receiver.failed = [this](const QString& reason) { say(reason); };
+    receiver.failed = [this](const QString& reason) {
+        if (!showConverted()) {
+            say(reason);
+        }
+    };
     receiver.picture = [this](std::size_t picture, const QImage& image) {
         if (reading_) {
             reading_->setImage(picture, image);
@@ -93,8 +99,10 @@ void PreviewPane::show(const QString& path) {
             say(u"正在读取文档……"_s);
         }
     } catch (const RunTimeError&) {
-        hide();
-        throw;
+        if (!showConverted()) {
+            hide();
+            throw;
+        }
     }
     watch_.watch(path_);
     QWidget::show();
@@ -107,8 +115,25 @@ void PreviewPane::readAnew() {
             showReading(std::move(pages));
         }
     } catch (const RunTimeError& failure) {
-        say(QString::fromStdU16String(failure.description()));
+        if (!showConverted()) {
+            say(QString::fromStdU16String(failure.description()));
+        }
     }
+}
+
+// Waits for the exact pages of a document that our own engine does not read. False when the office
+// suite is not there or would not know it either.
+bool PreviewPane::showConverted() {
+    if (!conversion_.isAvailable()) {
+        return false;
+    }
+    const std::u16string format = word::formatToConvert(files::toPath(path_));
+    if (format.empty()) {
+        return false;
+    }
+    say(u"这是%1，正在由办公套件转换……"_s.arg(QString::fromStdU16String(format)));
+    convert();
+    return true;
 }
 
 void PreviewPane::hide() {
@@ -168,10 +193,15 @@ void PreviewPane::takeConversion(const PageConversion::Outcome& outcome) {
     }
     if (!failure.isEmpty()) {
         exact_.reset();
-        say(failure + u"这里显示的是按内容读出的版面。"_s);
+        say(source_ ? failure + u"这里显示的是按内容读出的版面。"_s : failure);
         return;
     }
     connect(exact_.get(), &PdfPages::drawn, this, &PreviewPane::showExactPages);
+    if (!source_) {
+        say({});
+        showExactPages();
+        return;
+    }
     exact_->prepare(std::min(pageSeen(), exact_->count() - 1), places_.front().width(),
                     devicePixelRatioF());
 }

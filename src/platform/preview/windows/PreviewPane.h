@@ -22,7 +22,7 @@ namespace qvnd::preview {
 // What our own engine reads of a document is shown at once, of a long one the first pages, to which
 // the others come. A document that takes longer to read is announced, and the window goes on. With
 // an office suite the exact pages take over when they are there, at the place that is seen; why
-// they do not come is said in the pane.
+// they do not come is said in the pane. A document of another format shows as these pages alone.
 //
 // The pane follows the file: when a word processor has saved it, its new state takes the place of
 // the one that is seen. While it cannot be read, the pages seen stay and the reason is said.
@@ -34,8 +34,8 @@ public:
     explicit PreviewPane(PageConversion& conversion, QWidget* parent = nullptr);
     ~PreviewPane() override;
 
-    // Throws RunTimeError with a Chinese reason when the file cannot be opened at all: missing,
-    // no .doc, encrypted, damaged. The pane is then empty and hidden.
+    // Throws RunTimeError with a Chinese reason when the file cannot be shown at all: missing,
+    // encrypted, damaged, of a format that nothing here reads. The pane is then empty and hidden.
     void show(const QString& path) override;
     void hide() override;
     void setFollowing(bool follows) override { watch_.setPaused(!follows); }
@@ -60,6 +60,7 @@ protected:
 private:
     void letGo();
     ReadingLoad::Pages beginReading();
+    bool showConverted();
     void readAnew();
     void showReading(ReadingLoad::Pages pages);
     void showPages(PageSource& source);

@@ -11,8 +11,8 @@ namespace qvnd::word {
 namespace {
 
 void append(WorkingDocument& document, const std::filesystem::path& file, const FontChange& font,
-            ImportReport& report) {
-    const DocumentContent source = readDocumentFile(file);
+            ImportReport& report, DocumentConverter* converter) {
+    const DocumentContent source = readDocumentFile(file, converter);
     std::vector<std::u16string> leftOut;
     DocumentBody text =
         importDocument(document.tables(), document.bookmarkNames(), source, leftOut);
@@ -46,10 +46,11 @@ void dropLastParagraph(WorkingDocument& document) {
 } // namespace
 
 std::unique_ptr<WorkingDocument> mergeDocuments(std::span<const std::filesystem::path> files,
-                                                const FontChange& font, ImportReport& report) {
+                                                const FontChange& font, ImportReport& report,
+                                                DocumentConverter* converter) {
     auto document = std::make_unique<WorkingDocument>(normalTemplate());
     for (const std::filesystem::path& file : files) {
-        append(*document, file, font, report);
+        append(*document, file, font, report, converter);
     }
     dropLastParagraph(*document);
     return document;

@@ -10,14 +10,9 @@ namespace qvnd::word {
 
 namespace {
 
-std::u16string nameOf(const std::filesystem::path& path) { return path.filename().u16string(); }
-
-// What the file is instead, where that can be told.
-std::u16string insteadOf(const std::filesystem::path& path) {
-    const std::u16string format = foreignFormat(path);
-    return format.empty() ? std::u16string()
-                          : u"，而是" + format + u"，请用相应的程序打开后另存为 Word 97-2003 文档";
-}
+constexpr const char16_t* advice = u"请用相应的程序打开后另存为 Word 97-2003 文档。";
+constexpr const char16_t* adviceToInstall = u"安装办公套件（LibreOffice）后程序会自动转换它；"
+                                            u"也可以用相应的程序打开后另存为 Word 97-2003 文档。";
 
 std::u16string reasonOf(FormatError::Kind kind) {
     switch (kind) {
@@ -28,7 +23,7 @@ std::u16string reasonOf(FormatError::Kind kind) {
     case FormatError::Kind::notWord:
         return u"文件中没有 Word 文档";
     case FormatError::Kind::olderThanWord97:
-        return u"是 Word 97 以前版本的文档，请用 Word 另存为 Word 97-2003 文档后再试";
+        return u"是 Word 97 以前版本的文档";
     case FormatError::Kind::encrypted:
         return u"设有打开密码，请去掉密码后再试";
     case FormatError::Kind::damaged:
@@ -42,28 +37,84 @@ std::u16string kindOfEncryption(const std::filesystem::path& path) {
     return kind.empty() ? kind : u"（加密方式：" + kind + u"）";
 }
 
-bool isForeign(FormatError::Kind kind) {
-    return kind == FormatError::Kind::notCompoundFile || kind == FormatError::Kind::notWord;
+// What the file is instead of a Word 97-2003 document.
+ForeignFormat insteadOf(const std::filesystem::path& path, FormatError::Kind kind) {
+    switch (kind) {
+    case FormatError::Kind::notCompoundFile:
+    case FormatError::Kind::notWord:
+        return foreignFormat(path);
+    case FormatError::Kind::olderThanWord97:
+        return {u"Word 97 以前版本的文档", true};
+    default:
+        return {};
+    }
+}
+
+// A refused file: why, and what it is instead.
+struct Refusal {
+    std::filesystem::path path;
+    FormatError::Kind kind;
+    ForeignFormat instead;
+
+    // `help` ends in a full stop.
+    RunTimeError with(const std::u16string& help) const {
+        std::u16string reason = reasonOf(kind);
+        if (kind == FormatError::Kind::encrypted) {
+            reason += kindOfEncryption(path);
+        } else if (kind != FormatError::Kind::olderThanWord97 && !instead.name.empty()) {
+            reason += u"，而是" + instead.name;
+        }
+        return {error::invalidCall,
+                u"不能打开文件“" + path.filename().u16string() + u"”：" + reason + help};
+    }
+
+    RunTimeError withoutConverter() const {
+        if (instead.isText) {
+            return with(std::u16string(u"。") + adviceToInstall);
+        }
+        return with(instead.name.empty() ? u"。" : std::u16string(u"，") + advice);
+    }
+};
+
+DocumentContent convertedDocument(const Refusal& refusal, DocumentConverter& converter) {
+    try {
+        DocumentContent content = readDocument(converter.converted(refusal.path));
+        Remarks& remarks = content.unread.remarks;
+        remarks.insert(remarks.begin(), u"原文件是" + refusal.instead.name +
+                                            u"，已由办公套件转换，版面可能有出入。");
+        return content;
+    } catch (const RunTimeError& failure) {
+        throw refusal.with(u"。" + failure.description() + advice);
+    } catch (const FormatError&) {
+        throw refusal.with(std::u16string(u"。办公套件转换的结果无法读取。") + advice);
+    }
 }
 
 } // namespace
 
-DocumentContent readDocumentFile(const std::filesystem::path& path) {
+DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConverter* converter) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored)) {
         throw RunTimeError(error::fileNotFound, u"找不到文件“" + path.u16string() + u"”。");
     }
     try {
         return readDocument(path);
-    } catch (const FormatError& refusal) {
-        std::u16string reason = reasonOf(refusal.kind());
-        if (isForeign(refusal.kind())) {
-            reason += insteadOf(path);
-        } else if (refusal.kind() == FormatError::Kind::encrypted) {
-            reason += kindOfEncryption(path);
+    } catch (const FormatError& error) {
+        const Refusal refusal{path, error.kind(), insteadOf(path, error.kind())};
+        if (refusal.instead.isText && converter != nullptr && converter->isAvailable()) {
+            return convertedDocument(refusal, *converter);
         }
-        throw RunTimeError(error::invalidCall,
-                           u"不能打开文件“" + nameOf(path) + u"”：" + reason + u"。");
+        throw refusal.withoutConverter();
+    }
+}
+
+std::u16string formatToConvert(const std::filesystem::path& path) {
+    try {
+        readDocument(path);
+        return {};
+    } catch (const FormatError& error) {
+        const ForeignFormat instead = insteadOf(path, error.kind());
+        return instead.isText ? instead.name : std::u16string();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/engine/DocumentConverter.h"
 #include "platform/word/engine/ImportReport.h"
 #include "platform/word/layout/PageNumberSource.h"
 
@@ -34,6 +35,8 @@ struct EngineServices {
     UnsavedChangesQuestion& unsaved;
     // Null: pictures of other formats are refused.
     const PictureConverter* pictures = nullptr;
+    // Null: documents of other formats are refused.
+    DocumentConverter* documents = nullptr;
 };
 
 } // namespace qvnd::word

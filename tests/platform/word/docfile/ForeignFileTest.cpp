@@ -10,8 +10,19 @@
 namespace qvnd::word {
 namespace {
 
-std::u16string formatOf(std::string_view text) {
+ForeignFormat foreign(std::string_view text) {
     return foreignFormat(ByteView(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+}
+
+std::u16string formatOf(std::string_view text) { return foreign(text).name; }
+
+// The text in UTF-16, least significant byte first, behind its mark.
+std::string wide(std::string_view text) {
+    std::string bytes = "\xFF\xFE";
+    for (const char c : text) {
+        bytes += {c, '\0'};
+    }
+    return bytes;
 }
 
 TEST(ForeignFile, IsNamedByItsFirstBytes) {
@@ -20,11 +31,50 @@ TEST(ForeignFile, IsNamedByItsFirstBytes) {
     EXPECT_EQ(formatOf("\xEF\xBB\xBF\r\n<HTML><body>"), u"网页");
     EXPECT_EQ(formatOf("<!DOCTYPE html><p>"), u"网页");
     EXPECT_EQ(formatOf("<?xml version=\"1.0\"?><?mso-application progid=\"Word.Document\"?>"),
-              u"Word XML 文档");
+              u"XML 文件");
+    EXPECT_EQ(formatOf("<?xml version=\"1.0\"?><w:wordDocument xmlns:w="
+                       "\"http://schemas.microsoft.com/office/word/2003/wordml\">"),
+              u"Word 2003 XML 文档");
+    EXPECT_EQ(formatOf("<?xml version=\"1.0\"?><office:document office:mimetype="
+                       "\"application/vnd.oasis.opendocument.text\">"),
+              u"OpenDocument 文档（.fodt）");
+    EXPECT_EQ(formatOf("MIME-Version: 1.0"), u"单个文件网页（.mht）");
     EXPECT_EQ(formatOf("<?xml version=\"1.0\"?><html>"), u"网页");
     EXPECT_EQ(formatOf("<?xml version=\"1.0\"?><a/>"), u"XML 文件");
     EXPECT_EQ(formatOf(""), u"空文件");
     EXPECT_EQ(formatOf("plain text"), u"");
+}
+
+TEST(ForeignFile, TextOfWideCharactersIsNamedToo) {
+    EXPECT_EQ(formatOf(wide("<html><body>")), u"网页");
+    EXPECT_EQ(formatOf(wide("{\\rtf1 x}")), u"RTF 文档");
+}
+
+TEST(ForeignFile, TextDocumentsAreToldFromTheRest) {
+    for (const char* text : {"{\\rtf1 x}", "<html>", "<!DOCTYPE html>", "<TABLE border=0>",
+                             "PK\x03\x04 word/document.xml",
+                             "PK\x03\x04 mimetypeapplication/vnd.oasis.opendocument.text",
+                             "<?xml version=\"1.0\"?><w:wordDocument xmlns:w="
+                             "\"http://schemas.microsoft.com/office/word/2003/wordml\">"}) {
+        EXPECT_TRUE(foreign(text).isText) << text;
+    }
+    for (const char* text : {"%PDF-1.4", "PK\x03\x04 xl/workbook.xml", "PK\x03\x04 readme.txt",
+                             "<?xml version=\"1.0\"?><a/>", "MIME-Version: 1.0",
+                             "<?xml version=\"1.0\"?><pkg:package xmlns:pkg="
+                             "\"http://schemas.microsoft.com/office/2006/xmlPackage\">",
+                             "plain text", ""}) {
+        EXPECT_FALSE(foreign(text).isText) << text;
+    }
+}
+
+// The list of its parts stands at the end of an archive.
+TEST(ForeignFile, APartThatIsNamedAtTheEndOfAnArchiveCounts) {
+    const std::string filling(100'000, 'x');
+    const std::string archive = "PK\x03\x04 [Content_Types].xml" + filling + "xl/workbook.xml";
+    EXPECT_EQ(formatOf(archive), u"Excel 工作簿");
+    const qvnd::test::ScratchFolder folder;
+    const auto file = folder.write("a.doc", Bytes(archive.begin(), archive.end()));
+    EXPECT_EQ(foreignFormat(file).name, u"Excel 工作簿");
 }
 
 TEST(ForeignFile, AnArchiveIsNamedByItsParts) {
@@ -42,7 +92,7 @@ TEST(ForeignFile, ACompoundFileIsNamedByItsStreams) {
     store.append(store.addStream(u"Workbook"), Bytes(5000));
     store.commit(CompoundStore::Durability::killedProcess);
     const test::ScratchFolder folder;
-    EXPECT_EQ(foreignFormat(folder.write("a.doc", memory.bytes(path))), u"Excel 工作簿");
+    EXPECT_EQ(foreignFormat(folder.write("a.doc", memory.bytes(path))).name, u"Excel 工作簿");
 }
 
 // A document whose FIB has these flags, and whose table stream begins with these bytes.

@@ -216,8 +216,9 @@ TEST_F(SelectionTest, FileThatIsNoDocumentIsRefusedWithItsReason) {
         FAIL() << "a text file was inserted";
     } catch (const RunTimeError& refusal) {
         EXPECT_EQ(refusal.description(),
-                  u"不能打开文件“文.doc”：不是 Word 97-2003 格式的文档，而是RTF 文档，"
-                  u"请用相应的程序打开后另存为 Word 97-2003 文档。");
+                  u"不能打开文件“文.doc”：不是 Word 97-2003 格式的文档，而是RTF 文档。"
+                  u"安装办公套件（LibreOffice）后程序会自动转换它；"
+                  u"也可以用相应的程序打开后另存为 Word 97-2003 文档。");
     }
     EXPECT_EQ(text(), u"abc\r");
 }

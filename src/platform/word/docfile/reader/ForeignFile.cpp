@@ -14,60 +14,93 @@ namespace qvnd::word {
 namespace {
 
 constexpr std::size_t enough = 4096;
+constexpr std::size_t enoughOfArchive = 16384;
 
 struct Sign {
     std::string_view text;
     const char16_t* format;
+    bool isText;
 };
 
 // What stands at the very beginning, in lower case.
-constexpr std::array<Sign, 4> beginnings{{{"{\\rtf", u"RTF 文档"},
-                                          {"%pdf", u"PDF 文档"},
-                                          {"<html", u"网页"},
-                                          {"<!doctype html", u"网页"}}};
-// Names of the parts of an archive, which lie near its beginning.
+constexpr std::array<Sign, 10> beginnings{
+    {{"{\\rtf", u"RTF 文档", true},
+     {"%pdf", u"PDF 文档", false},
+     {"mime-version:", u"单个文件网页（.mht）", false},
+     {"<html", u"网页", true},
+     {"<!doctype html", u"网页", true},
+     {"<head", u"网页", true},
+     {"<body", u"网页", true},
+     {"<table", u"网页", true},
+     {"<w:worddocument", u"Word 2003 XML 文档", true},
+     {"<office:document", u"OpenDocument 文档（.fodt）", true}}};
+// Names of the parts of an archive.
 constexpr std::array<Sign, 5> parts{
-    {{"word/", u"Word 2007 及以后版本的文档（.docx）"},
-     {"application/vnd.oasis.opendocument.text", u"OpenDocument 文档（.odt）"},
-     {"xl/", u"Excel 工作簿"},
-     {"ppt/", u"PowerPoint 演示文稿"},
-     {"[content_types].xml", u"Word 2007 及以后版本的文档（.docx）"}}};
+    {{"word/", u"Word 2007 及以后版本的文档（.docx）", true},
+     {"application/vnd.oasis.opendocument.text", u"OpenDocument 文档（.odt）", true},
+     {"xl/", u"Excel 工作簿", false},
+     {"ppt/", u"PowerPoint 演示文稿", false},
+     {"[content_types].xml", u"Word 2007 及以后版本的文档（.docx）", true}}};
+// What an XML file says of itself near its beginning. The order counts: the last one stands in many
+// of the others.
+constexpr std::array<Sign, 5> rootsOfXml{
+    {{"http://schemas.microsoft.com/office/2006/xmlpackage", u"Word 2007 XML 文档", false},
+     {"http://schemas.microsoft.com/office/word/2003/wordml", u"Word 2003 XML 文档", true},
+     {"vnd.oasis.opendocument.text", u"OpenDocument 文档（.fodt）", true},
+     {"excel.sheet", u"Excel 2003 XML 表格", false},
+     {"<html", u"网页", true}}};
 struct StreamSign {
     std::u16string_view name;
     const char16_t* format;
+    bool isText;
 };
-constexpr std::array<StreamSign, 4> streams{{{u"Workbook", u"Excel 工作簿"},
-                                             {u"Book", u"Excel 工作簿"},
-                                             {u"PowerPoint Document", u"PowerPoint 演示文稿"},
-                                             {u"VisioDocument", u"Visio 绘图"}}};
+constexpr std::array<StreamSign, 4> streams{
+    {{u"Workbook", u"Excel 工作簿", false},
+     {u"Book", u"Excel 工作簿", false},
+     {u"PowerPoint Document", u"PowerPoint 演示文稿", false},
+     {u"VisioDocument", u"Visio 绘图", false}}};
 
+// Of UTF-16 the letters alone: the signs are all ASCII.
 std::string lowered(ByteView bytes) {
     std::string text;
     for (const std::uint8_t byte : bytes) {
-        text.push_back(static_cast<char>(std::tolower(byte)));
+        if (byte != 0) {
+            text.push_back(static_cast<char>(std::tolower(byte)));
+        }
     }
     return text;
 }
 
-// Behind the mark of UTF-8 and blank lines.
+// Behind a byte order mark and blank lines.
 std::string_view content(std::string_view text) {
-    constexpr std::string_view mark = "\xef\xbb\xbf";
-    text.remove_prefix(text.starts_with(mark) ? mark.size() : 0);
+    for (const std::string_view mark : {"\xef\xbb\xbf", "\xff\xfe", "\xfe\xff"}) {
+        text.remove_prefix(text.starts_with(mark) ? mark.size() : 0);
+    }
     text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
     return text;
 }
 
 template <class Signs, class Matches>
-std::u16string firstOf(const Signs& signs, const Matches& matches) {
+ForeignFormat firstOf(const Signs& signs, const Matches& matches) {
     const auto* found = std::find_if(signs.begin(), signs.end(), matches);
-    return found != signs.end() ? found->format : u"";
+    return found != signs.end() ? ForeignFormat{found->format, found->isText} : ForeignFormat();
 }
 
-std::u16string formatOfXml(std::string_view text) {
-    if (text.find("<html") != text.npos) {
-        return u"网页";
-    }
-    return text.find("word.document") != text.npos ? u"Word XML 文档" : u"XML 文件";
+template <class Signs>
+ForeignFormat firstIn(const Signs& signs, std::string_view text) {
+    return firstOf(signs, [&](const Sign& sign) { return text.find(sign.text) != text.npos; });
+}
+
+ForeignFormat formatOfArchive(ByteView bytes) {
+    const std::string names = lowered(bytes.first(std::min(bytes.size(), enough))) +
+                              lowered(bytes.last(std::min(bytes.size(), enoughOfArchive)));
+    const ForeignFormat format = firstIn(parts, names);
+    return format.name.empty() ? ForeignFormat{u"压缩文件", false} : format;
+}
+
+ForeignFormat formatOfXml(std::string_view text) {
+    const ForeignFormat format = firstIn(rootsOfXml, text);
+    return format.name.empty() ? ForeignFormat{u"XML 文件", false} : format;
 }
 
 // The flags of the FIB and the version at the start of the table stream are never encrypted.
@@ -96,18 +129,31 @@ std::u16string encryptionOfWord(const CompoundFile& file) {
     return major >= 2 && major <= 4 && minor == 2 ? u"RC4 CryptoAPI" : u"";
 }
 
+// As much of a file as foreignFormat() looks at.
+Bytes beginningAndEnd(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    const auto size = file ? static_cast<std::size_t>(file.tellg()) : 0;
+    const std::size_t begin = std::min(size, enough);
+    const std::size_t end = std::min(size - begin, enoughOfArchive);
+    Bytes bytes(begin + end);
+    file.seekg(0);
+    file.read(reinterpret_cast<char*>(bytes.data()), static_cast<std::streamsize>(begin));
+    file.seekg(static_cast<std::streamoff>(size - end));
+    file.read(reinterpret_cast<char*>(bytes.data() + begin), static_cast<std::streamsize>(end));
+    bytes.resize(file ? bytes.size() : 0);
+    return bytes;
+}
+
 } // namespace
 
-std::u16string foreignFormat(ByteView start) {
-    if (start.empty()) {
-        return u"空文件";
+ForeignFormat foreignFormat(ByteView bytes) {
+    if (bytes.empty()) {
+        return {u"空文件", false};
     }
-    const std::string lower = lowered(start.first(std::min(start.size(), enough)));
+    const std::string lower = lowered(bytes.first(std::min(bytes.size(), enough)));
     const std::string_view text = content(lower);
     if (text.starts_with("pk\x03\x04")) {
-        const std::u16string format =
-            firstOf(parts, [&](const Sign& sign) { return text.find(sign.text) != text.npos; });
-        return format.empty() ? u"压缩文件" : format;
+        return formatOfArchive(bytes);
     }
     if (text.starts_with("<?xml")) {
         return formatOfXml(text);
@@ -115,16 +161,12 @@ std::u16string foreignFormat(ByteView start) {
     return firstOf(beginnings, [&](const Sign& sign) { return text.starts_with(sign.text); });
 }
 
-std::u16string foreignFormat(const std::filesystem::path& path) {
+ForeignFormat foreignFormat(const std::filesystem::path& path) {
     try {
         const CompoundFile file = CompoundFile::open(path);
         return firstOf(streams, [&](const StreamSign& sign) { return file.has(sign.name); });
     } catch (const FormatError&) {
-        Bytes start(enough);
-        std::ifstream file(path, std::ios::binary);
-        file.read(reinterpret_cast<char*>(start.data()), static_cast<std::streamsize>(enough));
-        start.resize(static_cast<std::size_t>(file.gcount()));
-        return foreignFormat(ByteView(start));
+        return foreignFormat(ByteView(beginningAndEnd(path)));
     }
 }
 

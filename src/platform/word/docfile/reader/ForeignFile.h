@@ -8,12 +8,18 @@
 // What a file that is no Word 97-2003 document is instead, for the user.
 namespace qvnd::word {
 
-// The format that a file's first bytes speak of, in Chinese; empty when it is not known.
-// 4096 bytes suffice.
-std::u16string foreignFormat(ByteView start);
+struct ForeignFormat {
+    std::u16string name; // in Chinese, for the user; empty when it is not known
+    // Whether it is one of a text document that office suites read.
+    bool isText = false;
+};
+
+// The format that a file's bytes speak of. Its first 4096 bytes suffice, of an archive its last
+// 16384 besides: the names of its parts stand at its end.
+ForeignFormat foreignFormat(ByteView bytes);
 
 // That of a file; a compound file is told by the streams that it holds.
-std::u16string foreignFormat(const std::filesystem::path& path);
+ForeignFormat foreignFormat(const std::filesystem::path& path);
 
 // How a file that needs a password is encrypted ([MS-OFFCRYPTO]), for the user; empty for a file
 // that is not, and where it cannot be told.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/word/docfile/container/Bytes.h"
+
+#include <filesystem>
+
+namespace qvnd::word {
+
+// Turns documents of other formats into Word 97-2003 documents.
+class DocumentConverter {
+public:
+    virtual ~DocumentConverter() = default;
+
+    // False where nothing is installed that could; converted() is not called then.
+    virtual bool isAvailable() const = 0;
+    // What the file holds, as the bytes of a Word 97-2003 document. The format is told by the
+    // content, whatever the file is called; the file stays as it is. Throws RunTimeError with the
+    // reason in Chinese when it cannot be converted.
+    virtual Bytes converted(const std::filesystem::path& file) = 0;
+};
+
+} // namespace qvnd::word
