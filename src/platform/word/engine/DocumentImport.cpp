@@ -255,7 +255,7 @@ public:
     std::vector<std::u16string> finish() {
         tables_.finish();
         losses_.lists = tables_.lists().withoutRoom();
-        losses_.longFormats = text_.longFormats();
+        losses_.longFormats = text_.longFormats() + tables_.styles().withoutRoom();
         return leftOutOf(source_, losses_);
     }
 

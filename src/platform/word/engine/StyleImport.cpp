@@ -13,6 +13,16 @@ constexpr StyleIndex firstFreePlace = 15;
 
 void append(Bytes& list, ByteView part) { list.insert(list.end(), part.begin(), part.end()); }
 
+// In documents that people write the lists grow by a third, or to the double.
+std::size_t roomFor(const PropertyLists& lists) {
+    constexpr std::size_t always = std::size_t{16} << 20;
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < lists.size(); ++i) {
+        size += lists[static_cast<PropertyListId>(i)].size();
+    }
+    return always + 8 * size;
+}
+
 } // namespace
 
 StyleImport::StyleImport(DocumentTables& target, const DocumentTables& source,
@@ -26,7 +36,7 @@ StyleImport::StyleImport(DocumentTables& target, const DocumentTables& source,
       targetLooks_(
           target.styles, target.styles.defaultFonts,
           [this](PropertyListId id) { return target_.lists[id]; }, levels_),
-      places_(source.styles.styles.size()) {}
+      places_(source.styles.styles.size()), room_(roomFor(source.lists)) {}
 
 const StyleDefinition* StyleImport::sourceStyle(StyleIndex istd) const {
     const auto& styles = source_.styles.styles;
@@ -225,9 +235,15 @@ void StyleImport::finish() {
 // --- direct formatting ----------------------------------------------------------------------
 
 PropertyListId StyleImport::under(const StyleDifference& difference, PropertyListId direct) {
-    return difference.empty()
-               ? direct
-               : target_.lists.intern(difference.under(target_.lists[direct], levels_));
+    if (difference.empty()) {
+        return direct;
+    }
+    const Bytes list = difference.under(target_.lists[direct], levels_);
+    if (!room_.take(list.size())) {
+        ++withoutRoom_;
+        return direct;
+    }
+    return target_.lists.intern(list);
 }
 
 PropertyListId StyleImport::paragraph(StyleIndex sourceStyle, PropertyListId direct) {

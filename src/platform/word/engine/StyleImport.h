@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/engine/PropertyRewriter.h"
 #include "platform/word/engine/StyleDifference.h"
@@ -41,6 +42,9 @@ public:
     std::optional<StyleIndex> cameAlong(StyleIndex istd) const;
     // Whether it came along or would if the text asked for it: the target has none of its own.
     bool mayComeAlong(StyleIndex istd) const;
+    // Lists that stayed as they were, because a damaged source combines more styles and lists than
+    // memory can hold.
+    int withoutRoom() const { return withoutRoom_; }
 
 private:
     using StylePair = std::pair<StyleIndex, StyleIndex>;
@@ -69,6 +73,8 @@ private:
     std::map<StylePair, StyleDifference> characters_;
     std::map<std::pair<StyleIndex, PropertyListId>, PropertyListId> paragraphLists_;
     std::map<std::pair<StylePair, PropertyListId>, PropertyListId> characterLists_;
+    CopyBudget room_; // of lists with a difference of styles in them
+    int withoutRoom_ = 0;
 };
 
 } // namespace qvnd::word

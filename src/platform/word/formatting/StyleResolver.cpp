@@ -8,6 +8,21 @@
 
 namespace qvnd::word {
 
+namespace {
+
+// Of documents that people write a few dozen are in use. A damaged one may use every pair of
+// thousands of styles, of which none can be kept for long.
+constexpr std::size_t mostKept = 1024;
+
+template <class Known>
+void makeRoom(Known& known) {
+    if (known.size() >= mostKept) {
+        known.clear();
+    }
+}
+
+} // namespace
+
 StyleResolver::StyleResolver(const StyleSheet& sheet,
                              const std::array<std::uint16_t, 4>& defaultFonts, ListOf listOf,
                              ListLevels& levels)
@@ -49,6 +64,7 @@ const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
         }
         look.lay(listOf_(definition.paragraph), levels_);
     }
+    makeRoom(paragraphs_);
     return paragraphs_.emplace(style, std::move(look)).first->second;
 }
 
@@ -65,6 +81,7 @@ const ResolvedProperties& StyleResolver::character(StyleIndex paragraphStyle,
     for (const StyleIndex layer : chain(above ? characterStyle : paragraphStyle, kind)) {
         look.lay(listOf_(sheet_.styles[layer]->character), levels_);
     }
+    makeRoom(characters_);
     return characters_.emplace(key, std::move(look)).first->second;
 }
 

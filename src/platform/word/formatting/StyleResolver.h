@@ -21,6 +21,7 @@ public:
     StyleResolver(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
                   ListOf listOf, ListLevels& levels);
 
+    // Both answers are good until the next call.
     // Of paragraphs in that style. An index without a paragraph style: the defaults.
     const ResolvedProperties& paragraph(StyleIndex style);
     // Of characters in a paragraph of that style, and in a character style over it

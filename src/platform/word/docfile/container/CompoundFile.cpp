@@ -232,16 +232,21 @@ ByteView CompoundFile::sector(std::uint32_t number) const {
     return file_.subspan(at, std::min(sectorSize_, file_.size() - at));
 }
 
+bool CompoundFile::isMetAgain(std::vector<std::uint32_t>& met, std::uint32_t sector,
+                              std::uint32_t chain) {
+    return std::exchange(met[sector], chain) == chain;
+}
+
 Bytes CompoundFile::chain(std::uint32_t first, std::uint64_t size, const char* what) const {
     Bytes result;
     result.reserve(static_cast<std::size_t>(std::min<std::uint64_t>(size, file_.size())));
-    std::vector<bool> seen(fat_.size(), false);
+    met_.resize(fat_.size());
+    const std::uint32_t thisOne = ++chains_;
     for (std::uint32_t s = first; s <= cfb::lastSector && result.size() < size;) {
-        if (s >= fat_.size() || seen[s]) {
+        if (s >= fat_.size() || isMetAgain(met_, s, thisOne)) {
             throwDamaged(std::string(what) + " has a chain of sectors that " +
                          (s >= fat_.size() ? "leaves the allocation table" : "runs in a circle"));
         }
-        seen[s] = true;
         const ByteView part = sector(s);
         const auto wanted = std::min<std::uint64_t>(size - result.size(), part.size());
         result.insert(result.end(), part.begin(), part.begin() + static_cast<long>(wanted));
@@ -261,14 +266,14 @@ const Bytes& CompoundFile::miniStream() const {
 Bytes CompoundFile::miniChain(std::uint32_t first, std::uint64_t size) const {
     const ByteView all = miniStream();
     Bytes result;
-    std::vector<bool> seen(miniFat_.size(), false);
+    miniMet_.resize(miniFat_.size());
+    const std::uint32_t thisOne = ++chains_;
     for (std::uint32_t s = first; s <= cfb::lastSector && result.size() < size;) {
         const std::uint64_t begin = std::uint64_t{s} * miniSectorSize_;
-        if (s >= miniFat_.size() || begin >= all.size() || seen[s]) {
+        if (s >= miniFat_.size() || begin >= all.size() || isMetAgain(miniMet_, s, thisOne)) {
             throwDamaged("a small stream has a chain that leaves the mini stream or runs in a "
                          "circle");
         }
-        seen[s] = true;
         const ByteView rest = all.subspan(static_cast<std::size_t>(begin));
         const auto wanted = static_cast<std::size_t>(
             std::min<std::uint64_t>({size - result.size(), miniSectorSize_, rest.size()}));

@@ -48,6 +48,8 @@ public:
     // Storages and streams without the root, a storage before what it holds.
     const std::vector<Entry>& entries() const { return entries_; }
     const ClassId& rootClassId() const { return rootClassId_; }
+    // Of the whole file in bytes: more than all its streams together, unless they share sectors.
+    std::size_t size() const { return file_.size(); }
     // Storages that were left out with all they hold, because they lie deeper than deepestStorage.
     std::size_t tooDeep() const { return tooDeep_; }
 
@@ -72,6 +74,9 @@ private:
     Bytes chain(std::uint32_t first, std::uint64_t size, const char* what) const;
     Bytes miniChain(std::uint32_t first, std::uint64_t size) const;
     const Bytes& miniStream() const;
+    // Whether the chain that is followed now meets that sector for the second time.
+    static bool isMetAgain(std::vector<std::uint32_t>& met, std::uint32_t sector,
+                           std::uint32_t chain);
 
     Bytes owned_;
     ByteView file_;
@@ -88,6 +93,11 @@ private:
     std::uint64_t miniStreamSize_ = 0;
     mutable std::optional<Bytes> miniStream_;
     mutable std::vector<std::uint32_t> miniFat_;
+    // By sector the chain that met it last, so that following a chain costs no more than its
+    // length.
+    mutable std::vector<std::uint32_t> met_;
+    mutable std::vector<std::uint32_t> miniMet_;
+    mutable std::uint32_t chains_ = 0; // followed so far
 };
 
 // The order of names within a storage, [MS-CFB] 2.6.4: the shorter name first, names of one length

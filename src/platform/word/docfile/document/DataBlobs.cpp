@@ -64,7 +64,8 @@ std::optional<std::uint32_t> DataBlobCollector::indexOf(std::uint32_t offset) {
     }
     std::optional<std::uint32_t> index;
     const auto found = dataBlobAt(dataStream_, offset);
-    if (auto blob = found ? soundBlob(*found) : std::nullopt) {
+    const bool fits = found && budget_.take(found->size());
+    if (auto blob = fits ? soundBlob(*found) : std::nullopt) {
         index = static_cast<std::uint32_t>(blobs_.size());
         blobs_.push_back(std::make_shared<const Bytes>(*std::move(blob)));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/document/DocumentTables.h"
 
 #include <optional>
@@ -17,15 +18,16 @@ class DataBlobCollector {
 public:
     // `blobs` is appended to and outlives the collector.
     DataBlobCollector(ByteView dataStream, std::vector<DataBlob>& blobs)
-        : dataStream_(dataStream), blobs_(blobs) {}
+        : dataStream_(dataStream), blobs_(blobs), budget_(2 * dataStream.size()) {}
 
-    // Nothing when there is no whole blob at `offset`.
+    // Nothing when there is no whole blob at `offset`, or when too many lie over each other.
     std::optional<std::uint32_t> indexOf(std::uint32_t offset);
 
 private:
     ByteView dataStream_;
     std::vector<DataBlob>& blobs_;
     std::unordered_map<std::uint32_t, std::optional<std::uint32_t>> known_;
+    CopyBudget budget_;
 };
 
 // Appends the blobs to a Data stream whose length so far is `start`; an entry of the answer is the

@@ -88,12 +88,12 @@ std::uint64_t key(PropertyListId list, std::uint16_t modifier, StyleIndex style 
 
 } // namespace
 
-PropertyExpansion::PropertyExpansion(ByteView dataStream, const EmbeddedObjects& objects,
+PropertyExpansion::PropertyExpansion(const Streams& streams, const EmbeddedObjects& objects,
                                      DocumentTables& tables)
-    : dataStream_(dataStream), objects_(objects), tables_(tables), blobs_(dataStream, tables.blobs),
-      // Records of a sound file do not overlap, so that all of them are no more than the stream.
-      // A paragraph's record may be named by several pages.
-      referredBudget_(std::size_t{8} * dataStream.size()) {}
+    : dataStream_(streams.data), objects_(objects), tables_(tables),
+      blobs_(streams.data, tables.blobs), budget_(2 * streams.mainSize),
+      // Lists that differ may refer to one record.
+      referredBudget_(4 * streams.data.size()) {}
 
 PropertyListId PropertyExpansion::characters(ByteView list) {
     if (list.empty()) {
@@ -102,6 +102,10 @@ PropertyListId PropertyExpansion::characters(ByteView list) {
     std::string content(list.begin(), list.end());
     if (const auto known = characters_.find(content); known != characters_.end()) {
         return known->second;
+    }
+    if (!budget_.take(list.size())) {
+        ++damagedLists_;
+        return PropertyListId::empty;
     }
     const PropertyListId id = expandedCharacters(list);
     characters_.emplace(std::move(content), id);
@@ -146,9 +150,21 @@ std::optional<std::uint32_t> PropertyExpansion::objectIndex(std::uint32_t number
 }
 
 PropertyExpansion::Paragraph PropertyExpansion::paragraph(StyleIndex style, ByteView list) {
+    std::string content(list.begin(), list.end());
+    content.push_back(static_cast<char>(style));
+    content.push_back(static_cast<char>(style >> 8));
+    if (const auto known = paragraphs_.find(content); known != paragraphs_.end()) {
+        return known->second;
+    }
+    if (!budget_.take(list.size())) {
+        ++damagedLists_;
+        return {style, PropertyListId::empty};
+    }
     Bytes result;
     appendParagraphEntries(result, style, list, true);
-    return {style, tables_.lists.intern(result)};
+    const Paragraph paragraph{style, tables_.lists.intern(result)};
+    paragraphs_.emplace(std::move(content), paragraph);
+    return paragraph;
 }
 
 void PropertyExpansion::appendParagraphEntries(Bytes& result, StyleIndex& style, ByteView list,
@@ -176,8 +192,7 @@ void PropertyExpansion::appendParagraphEntries(Bytes& result, StyleIndex& style,
 void PropertyExpansion::appendReferred(Bytes& result, StyleIndex& style, std::uint32_t offset) {
     try {
         const ByteView list = decodePrcData(dataStream_, offset);
-        if (list.size() <= referredBudget_) {
-            referredBudget_ -= list.size();
+        if (referredBudget_.take(list.size())) {
             appendParagraphEntries(result, style, list, false);
             return;
         }
@@ -248,8 +263,7 @@ const PieceModifiers::Modifier& PieceModifiers::modifierOf(std::uint16_t modifie
 Bytes PieceModifiers::joined(PropertyListId properties, ByteView added) {
     const ByteView own = lists_[properties];
     Bytes result(own.begin(), own.end());
-    if (own.size() + added.size() <= budget_) {
-        budget_ -= own.size() + added.size();
+    if (budget_.take(own.size() + added.size())) {
         append(result, added);
     }
     return result;

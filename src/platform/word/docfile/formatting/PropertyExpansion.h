@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/document/DataBlobs.h"
 #include "platform/word/docfile/document/DocumentTables.h"
 
@@ -15,8 +16,15 @@ namespace qvnd::word {
 // `tables.objects` where it has the name of an object.
 class PropertyExpansion {
 public:
+    // Where property lists come from.
+    struct Streams {
+        ByteView data;
+        std::size_t mainSize = 0; // of the WordDocument stream, which holds the lists
+    };
+
     // All outlive the expansion; lists, blobs and objects are added to `tables`.
-    PropertyExpansion(ByteView dataStream, const EmbeddedObjects& objects, DocumentTables& tables);
+    PropertyExpansion(const Streams& streams, const EmbeddedObjects& objects,
+                      DocumentTables& tables);
 
     // Keeps character entries only. A picture location that leads nowhere is left out; that of
     // an embedded object becomes its index, under the opcode sprmCObjLocation.
@@ -30,7 +38,7 @@ public:
     // stands in their place; what changes the style is applied to it and left out.
     Paragraph paragraph(StyleIndex style, ByteView list);
 
-    // Lists that broke off, or referred to what is not there.
+    // Lists that broke off, referred to what is not there, or lay over each other by the thousand.
     int damagedLists() const { return damagedLists_; }
 
 private:
@@ -44,8 +52,11 @@ private:
     DocumentTables& tables_;
     DataBlobCollector blobs_;
     std::unordered_map<std::string, PropertyListId> characters_;
+    // By the list, the style behind it.
+    std::unordered_map<std::string, Paragraph> paragraphs_;
     std::unordered_map<std::uint32_t, std::uint32_t> objectIndexes_; // by number in the file
-    std::size_t referredBudget_;
+    CopyBudget budget_;
+    CopyBudget referredBudget_;
     int damagedLists_ = 0;
 };
 
@@ -75,7 +86,7 @@ private:
     std::unordered_map<std::uint16_t, Modifier> modifiers_;
     std::unordered_map<std::uint64_t, PropertyListId> joined_;
     std::unordered_map<std::uint64_t, PropertyExpansion::Paragraph> joinedParagraphs_;
-    std::size_t budget_ = std::size_t{64} * 1024 * 1024;
+    CopyBudget budget_{std::size_t{16} * 1024 * 1024};
 };
 
 } // namespace qvnd::word

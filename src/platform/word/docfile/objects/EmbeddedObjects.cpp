@@ -1,8 +1,10 @@
 #include "platform/word/docfile/objects/EmbeddedObjects.h"
 
 #include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/container/FormatError.h"
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -51,6 +53,7 @@ std::optional<Place> placeOf(std::u16string_view path) {
 EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
     std::map<std::uint32_t, std::shared_ptr<EmbeddedObject>> objects;
     std::set<std::uint32_t> broken;
+    CopyBudget budget(file.size());
     for (const CompoundFile::Entry& entry : file.entries()) {
         const std::optional<Place> place = placeOf(entry.path);
         if (!place) {
@@ -62,6 +65,11 @@ EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
         }
         if (place->path.empty()) {
             object->classId = entry.classId;
+            continue;
+        }
+        if (!budget.take(
+                static_cast<std::size_t>(std::min<std::uint64_t>(entry.size, file.size())))) {
+            broken.insert(place->object);
             continue;
         }
         try {

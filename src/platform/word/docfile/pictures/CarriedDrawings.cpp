@@ -375,7 +375,7 @@ std::optional<std::uint32_t> CarriedDrawings::pictureOf(std::uint32_t number) {
     const auto [known, isNew] = pictures_.try_emplace(number);
     if (isNew) {
         Bytes entry = drawings_.picture(number);
-        if (!entry.empty()) {
+        if (!entry.empty() && budget_.take(entry.size())) {
             known->second = static_cast<std::uint32_t>(tables_.shapePictures.size());
             tables_.shapePictures.push_back(std::make_shared<const Bytes>(std::move(entry)));
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/docfile/pictures/Drawings.h"
 
@@ -25,7 +26,8 @@ public:
     // All outlive the object; pictures and objects are added to `tables`.
     CarriedDrawings(const Drawings& drawings, const EmbeddedObjects& objects,
                     DocumentTables& tables)
-        : drawings_(drawings), objects_(objects), tables_(tables) {}
+        : drawings_(drawings), objects_(objects), tables_(tables),
+          budget_(drawings.picturesAtMost()) {}
 
     // The place in DocumentTables::drawings of what an anchor (Spa) stands for. A shape that is
     // damaged, or has an anchor already, leaves a plain one that shows its text or its picture.
@@ -57,6 +59,7 @@ private:
     std::array<std::unordered_set<std::uint32_t>, 2> anchored_;
     std::unordered_set<std::uint32_t> present_; // shapes that are part of a drawing
     int damagedMembers_ = 0;
+    CopyBudget budget_; // of pictures
 };
 
 } // namespace qvnd::word

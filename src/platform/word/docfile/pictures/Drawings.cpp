@@ -113,7 +113,8 @@ std::optional<TextOfShape> shapeText(std::uint32_t id) {
 
 } // namespace
 
-Drawings::Drawings(ByteView content, ByteView wordDocument) : wordDocument_(wordDocument) {
+Drawings::Drawings(ByteView content, ByteView wordDocument)
+    : wordDocument_(wordDocument), contentSize_(content.size()) {
     try {
         read(content);
     } catch (const FormatError&) {

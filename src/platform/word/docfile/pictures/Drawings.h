@@ -48,6 +48,8 @@ public:
     // An entry of the store of pictures with its picture in it, counted from 1; empty when there
     // is no such picture.
     Bytes picture(std::uint32_t number) const;
+    // More bytes than all pictures take that do not lie over each other.
+    std::size_t picturesAtMost() const { return 2 * (contentSize_ + wordDocument_.size()); }
 
 private:
     struct StoreEntry {
@@ -63,6 +65,7 @@ private:
     std::uint32_t readShape(ByteView records, std::uint32_t outermost);
 
     ByteView wordDocument_;
+    std::size_t contentSize_;
     std::vector<StoreEntry> pictures_;
     std::unordered_map<std::uint32_t, Shape> shapes_;
     std::unordered_map<std::size_t, std::uint32_t> shapesOfTexts_;

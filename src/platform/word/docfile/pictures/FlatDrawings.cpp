@@ -1,12 +1,15 @@
 #include "platform/word/docfile/pictures/FlatDrawings.h"
 
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/pictures/Picture.h"
 
 #include <algorithm>
 #include <cstdlib>
+#include <map>
 #include <set>
+#include <tuple>
 
 namespace qvnd::word {
 
@@ -107,24 +110,56 @@ bool showsText(const Drawing& drawing) {
         [](const ShapeReference& reference) { return reference.kind == Kind::text; });
 }
 
-DataBlob inlineForm(const Drawing& drawing, const DocumentTables& tables) {
-    constexpr unsigned pictureFrame = 75;
-    const Place place = placeOf(drawing);
-    const std::optional<LoneShape> shape = loneShape(drawing);
-    if (!shape || shape->kind != pictureFrame || showsText(drawing) || place.width <= 0 ||
-        place.height <= 0) {
-        return nullptr;
+// Pictures as they stand in a line, each form made once.
+class InlineForms {
+public:
+    explicit InlineForms(const DocumentTables& tables)
+        : tables_(tables), budget_(mostBytes(tables)) {}
+
+    // Null for a drawing that shows more than a picture, or none.
+    DataBlob of(const Drawing& drawing) {
+        constexpr unsigned pictureFrame = 75;
+        const Place place = placeOf(drawing);
+        const std::optional<LoneShape> shape = loneShape(drawing);
+        if (!shape || shape->kind != pictureFrame || showsText(drawing) || place.width <= 0 ||
+            place.height <= 0) {
+            return nullptr;
+        }
+        const DataBlob* entry = shownPicture(drawing, *shape, tables_);
+        if (entry == nullptr) {
+            return nullptr;
+        }
+        const auto [form, isNew] = forms_.try_emplace(
+            {entry, place.width, place.height, shape->properties.encode()}, nullptr);
+        if (isNew && budget_.take((*entry)->size())) {
+            form->second =
+                Picture::fromStore(**entry, shape->properties, place.width, place.height).blob();
+        }
+        return form->second;
     }
-    const DataBlob* entry = shownPicture(drawing, *shape, tables);
-    return entry == nullptr
-               ? nullptr
-               : Picture::fromStore(**entry, shape->properties, place.width, place.height).blob();
-}
+
+private:
+    using Form = std::tuple<const DataBlob*, std::int64_t, std::int64_t, Bytes>;
+
+    // A picture in a few sizes, or many small ones in many.
+    static std::size_t mostBytes(const DocumentTables& tables) {
+        std::size_t most = std::size_t{16} << 20;
+        for (const DataBlob& picture : tables.shapePictures) {
+            most += 4 * picture->size();
+        }
+        return most;
+    }
+
+    const DocumentTables& tables_;
+    CopyBudget budget_;
+    std::map<Form, DataBlob> forms_;
+};
 
 } // namespace
 
 FlatDrawings flatDrawings(std::span<const Anchor> anchors, const DocumentTables& tables) {
     FlatDrawings flat;
+    InlineForms forms(tables);
     std::set<std::uint32_t> shown;
     for (const Anchor& anchor : anchors) {
         if (anchor.kind != AnchorKind::drawing) {
@@ -139,7 +174,7 @@ FlatDrawings flatDrawings(std::span<const Anchor> anchors, const DocumentTables&
                                           alone ? spotOf(placeOf(drawing)) : std::nullopt});
             }
         }
-        if (DataBlob picture = inlineForm(drawing, tables)) {
+        if (DataBlob picture = forms.of(drawing)) {
             flat.pictures.push_back({anchor.at, std::move(picture)});
         }
     }

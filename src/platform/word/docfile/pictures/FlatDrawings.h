@@ -30,7 +30,8 @@ struct FlatDrawings {
     std::vector<FloatingPicture> pictures;
 };
 
-// `anchors`: those of a story, ascending. Copies the bytes of the pictures.
+// `anchors`: those of a story, ascending. Copies the bytes of the pictures, once for each size; of
+// a damaged document that shows large ones in hundreds of sizes some stay out.
 FlatDrawings flatDrawings(std::span<const Anchor> anchors, const DocumentTables& tables);
 
 } // namespace qvnd::word

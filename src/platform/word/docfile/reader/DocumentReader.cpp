@@ -1,5 +1,6 @@
 #include "platform/word/docfile/reader/DocumentReader.h"
 
+#include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
@@ -49,7 +50,8 @@ public:
 
     DocumentContent read() {
         readTables();
-        PropertyExpansion expansion(document_.data, document_.objects, data_.tables);
+        PropertyExpansion expansion({document_.data, document_.wordDocument.size()},
+                                    document_.objects, data_.tables);
         const PieceTable pieces = readPieceTable(document_, data_.unread.remarks);
         places_ = decodeSections(document_.part(FibPair::PlcfSed), mainLength(pieces));
         text_ = readFormattedText(document_, pieces, sectionEnds(), expansion, lists(),
@@ -184,16 +186,19 @@ private:
             return PropertyListId::empty;
         }
         try {
+            const ByteView list = decodeSepx(document_.wordDocument, *place.sepx);
+            if (!sectionBudget_.take(list.size())) {
+                throw FormatError(FormatError::Kind::damaged, "sections lie over each other");
+            }
             Bytes kept;
-            for (const SprmView& entry :
-                 parseSprms(decodeSepx(document_.wordDocument, *place.sepx)).sprms) {
+            for (const SprmView& entry : parseSprms(list).sprms) {
                 if (groupOf(entry.opcode) == SprmGroup::section) {
                     kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
                 }
             }
             return lists().intern(kept);
         } catch (const FormatError&) {
-            remarkOn(data_.unread.remarks, 1, u" 节的页面设置已损坏，改用默认设置。");
+            ++damagedSections_;
             return PropertyListId::empty;
         }
     }
@@ -389,10 +394,11 @@ private:
                 static_cast<int>(there.count()) - static_cast<int>(read);
         }
         data_.unread.macros =
-            std::any_of(document_.entries.begin(), document_.entries.end(), isMacroStorage);
+            std::any_of(document_.storages.begin(), document_.storages.end(), isMacroStorage);
     }
 
     void remarkOnStories() {
+        remarkOn(data_.unread.remarks, damagedSections_, u" 节的页面设置已损坏，改用默认设置。");
         remarkOn(data_.unread.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
         remarkOn(data_.unread.remarks, damagedFields_,
                  u" 处域标记与文件的记录不符，已按文字修复。");
@@ -410,7 +416,9 @@ private:
     std::vector<SectionPlace> places_;
     FormattedText text_;
     std::vector<Anchor> headerAnchors_; // of drawings, in the part of the headers
-    int damagedTexts_ = 0;              // of notes and comments
+    CopyBudget sectionBudget_{document_.wordDocument.size()};
+    int damagedSections_ = 0;
+    int damagedTexts_ = 0; // of notes and comments
     int damagedFields_ = 0;
     int strayFields_ = 0;
     int lostPictures_ = 0;

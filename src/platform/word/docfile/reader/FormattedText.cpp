@@ -152,10 +152,10 @@ private:
     bool lacksFormatting_ = false;
 };
 
-// Pieces of a sound file do not share text, save for copies; a file that claims far more text
-// than it has bytes would exhaust the memory.
+// Pieces of a sound file do not share text, save for copies; a file that claims more text than it
+// has bytes would exhaust the memory.
 std::uint64_t mostCharacters(const OpenedDocument& document) {
-    return std::uint64_t{4} * document.wordDocument.size() + 1024;
+    return std::uint64_t{document.wordDocument.size()} + 1024;
 }
 
 template <typename Run>

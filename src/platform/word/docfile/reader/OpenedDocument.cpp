@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <iterator>
 
 namespace qvnd::word {
 
@@ -29,6 +30,10 @@ bool isFileOfOldWord(ByteView start) {
 
 bool notCompound(const FormatError& error) {
     return error.kind() == FormatError::Kind::notCompoundFile;
+}
+
+bool isOuterStorage(const CompoundFile::Entry& entry) {
+    return entry.storage && std::count(entry.path.begin(), entry.path.end(), u'/') < 2;
 }
 
 Bytes optionalStream(const CompoundFile& file, std::u16string_view name, Remarks& remarks) {
@@ -67,7 +72,9 @@ OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
     document.fib = readFib(document.wordDocument);
     document.table = tableStream(file, document.fib, remarks);
     document.data = optionalStream(file, dataStream, remarks);
-    document.entries = file.entries();
+    const auto& entries = file.entries();
+    std::copy_if(entries.begin(), entries.end(), std::back_inserter(document.storages),
+                 isOuterStorage);
     if (file.tooDeep() > 0) {
         remarks.push_back(u"有 " + digits(static_cast<std::int64_t>(file.tooDeep())) +
                           u" 个存储嵌套过深，其中的内容未能读出。");

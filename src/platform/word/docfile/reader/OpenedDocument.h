@@ -14,8 +14,8 @@ struct OpenedDocument {
     Fib fib;
     Bytes wordDocument;
     Bytes table;
-    Bytes data; // the Data stream; empty when there is none
-    std::vector<CompoundFile::Entry> entries;
+    Bytes data;                                // the Data stream; empty when there is none
+    std::vector<CompoundFile::Entry> storages; // those of the first two levels
     EmbeddedObjects objects;
 
     // The structure's bytes in the table stream: what of them is inside.

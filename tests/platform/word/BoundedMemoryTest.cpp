@@ -1,0 +1,298 @@
+// What damaged or hostile files may ask of memory: no more than twenty times their size and 50 MB,
+// whatever they claim.
+
+#include "platform/word/CountedMemory.h"
+#include "platform/word/docfile/DrawingBytes.h"
+#include "platform/word/docfile/WordFileBuilder.h"
+#include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "platform/word/docfile/pictures/FlatDrawings.h"
+#include "platform/word/docfile/pictures/ImageFile.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/styles/StyleSheetTable.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "platform/word/engine/DocumentInsertion.h"
+#include "platform/word/engine/NormalTemplate.h"
+#include "support/Images.h"
+#include "support/MemoryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace qvnd::word {
+namespace {
+
+using qvnd::test::compoundFile;
+using qvnd::test::MemoryUse;
+using qvnd::test::memoryUseOf;
+using qvnd::test::PieceText;
+using qvnd::test::plainWordFile;
+using qvnd::test::WordFile;
+using qvnd::test::wordFile;
+using test::anchorTable;
+using test::drawingBytes;
+using test::ShapeBytes;
+using test::sharedBytes;
+
+constexpr std::size_t megabyte = std::size_t{1} << 20;
+
+std::size_t mostFor(const Bytes& file) { return 20 * file.size() + 50 * megabyte; }
+
+// Reads the file, puts it into a new document and saves that.
+void bringIn(const Bytes& file) {
+    WorkingDocument document(normalTemplate());
+    {
+        const DocumentContent source = readDocument(file);
+        std::vector<std::u16string> leftOut;
+        insertDocument(
+            document, document.main().size() - 1,
+            importDocument(document.tables(), document.bookmarkNames(), source, leftOut));
+    }
+    const auto folder = std::make_shared<qvnd::test::MemoryFolder>();
+    DocumentWriter(folder).saveAs("/folder/a.doc", document.content());
+}
+
+void expectBounded(const Bytes& file) {
+    const MemoryUse use = memoryUseOf([&] {
+        try {
+            bringIn(file);
+        } catch (const FormatError&) {
+            // Refused: what that took is counted as well.
+        }
+    });
+    EXPECT_LE(use.peak, mostFor(file)) << "for a file of " << file.size();
+}
+
+// A paragraph for each, its characters with these properties.
+PieceText paragraphsWith(const std::vector<Bytes>& characters) {
+    PieceText piece;
+    for (const Bytes& properties : characters) {
+        piece.text += u"\u0001\r";
+        piece.characters.push_back({1, properties});
+        piece.characters.push_back({1, {}});
+        piece.paragraphs.push_back({2, 0, {}});
+    }
+    return piece;
+}
+
+TEST(BoundedMemory, IsCounted) {
+    const MemoryUse use = memoryUseOf([] {
+        Bytes block(megabyte);
+        block = Bytes();
+        block.resize(megabyte);
+    });
+    EXPECT_GE(use.peak, megabyte);
+    EXPECT_LT(use.peak, 2 * megabyte + 1000);
+    EXPECT_GE(use.allocations, 2U);
+}
+
+TEST(BoundedMemory, TenThousandStoragesInEachOther) {
+    qvnd::test::MemoryFolder folder;
+    std::filesystem::path path;
+    CompoundStore store(folder.createBeside("/x", &path), {});
+    const auto streams = qvnd::test::wordStreams(plainWordFile(u"x\r"));
+    store.append(store.addStream(u"WordDocument"), streams.wordDocument);
+    store.append(store.addStream(u"1Table"), streams.table);
+    CompoundStore::Stream inner = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
+    inner = store.addStorage(inner, u"_1000000001", {});
+    for (int depth = 0; depth < 10'000; ++depth) {
+        inner = store.addStorage(inner, u"a_storage_with_a_very_long_name", {});
+    }
+    store.commit(CompoundStore::Durability::killedProcess);
+    expectBounded(folder.bytes(path));
+}
+
+// All streams of the object are the one that is really there.
+TEST(BoundedMemory, StreamsOfAnObjectThatShareTheirSectors) {
+    qvnd::test::MemoryFolder folder;
+    std::filesystem::path path;
+    CompoundStore store(folder.createBeside("/x", &path), {});
+    const auto streams = qvnd::test::wordStreams(plainWordFile(u"x\r"));
+    store.append(store.addStream(u"WordDocument"), streams.wordDocument);
+    store.append(store.addStream(u"1Table"), streams.table);
+    const auto pool = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
+    const auto object = store.addStorage(pool, u"_1000000001", {});
+    for (int i = 0; i < 500; ++i) {
+        store.addStream(object, u"s" + qvnd::word::digits(i));
+    }
+    store.append(store.addStream(object, u"large"), Bytes(megabyte));
+    store.commit(CompoundStore::Durability::killedProcess);
+    Bytes file = folder.bytes(path);
+    std::size_t large = 0;
+    const std::u16string name = u"large";
+    const auto isEntry = [&](std::size_t at, char16_t first) {
+        return file[at] == first && file[at + 1] == 0 && file[at + 66] == 2;
+    };
+    for (std::size_t at = 512; at + 128 <= file.size(); at += 128) {
+        large = isEntry(at, u'l') ? at : large;
+    }
+    ASSERT_NE(large, 0U);
+    for (std::size_t at = 512; at + 128 <= file.size(); at += 128) {
+        if (isEntry(at, u's')) {
+            std::copy_n(file.begin() + static_cast<long>(large) + 116, 12,
+                        file.begin() + static_cast<long>(at) + 116);
+        }
+    }
+    expectBounded(file);
+}
+
+// Each reaches from its place to the end of the Data stream.
+TEST(BoundedMemory, DataOfPicturesThatLieOverEachOther) {
+    WordFile file;
+    LittleEndianWriter data;
+    std::vector<Bytes> places;
+    constexpr std::uint32_t count = 4000;
+    constexpr std::uint32_t step = 0x44;
+    const Bytes special = withSprm8({}, sprm::CFSpec, 1);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        places.push_back(withSprm32(special, sprm::CPicLocation, i * step));
+        data.u32((count - i) * step);
+        data.u16(step);
+        data.zeros(step - 6);
+    }
+    file.data = data.take();
+    file.pieces.push_back(paragraphsWith(places));
+    expectBounded(wordFile(file));
+}
+
+// A document with a picture of that size in its main stream and shapes that show it.
+WordFile shapesOver(std::size_t pictureSize, std::uint32_t shapes, bool entryEach) {
+    constexpr std::size_t entryHead = 36;
+    const Bytes whole = encodeBlip(*recogniseImage(qvnd::test::png(4, 2)));
+    Bytes entry(whole.begin() + art::headerSize,
+                whole.begin() + static_cast<long>(art::headerSize + entryHead));
+    Bytes blip = test::artRecord(0, 0x6E0, art::blipPng, Bytes(pictureSize));
+    WordFile file;
+    PieceText piece;
+    piece.text = std::u16string(shapes, u'\u0008') + u"\r";
+    piece.characters = {{shapes, withSprm8({}, sprm::CFSpec, 1)}, {1, {}}};
+    file.pieces.push_back(piece);
+    // The text begins behind the FIB; the picture is more text of a piece that nothing names.
+    PieceText hidden;
+    hidden.text.assign(blip.size() / 2 + 1, u'\0');
+    for (std::size_t i = 0; i < blip.size(); ++i) {
+        hidden.text[i / 2] = static_cast<char16_t>(hidden.text[i / 2] | (blip[i] << (i % 2 * 8)));
+    }
+    file.pieces.push_back(hidden);
+    file.lengths.text = shapes + 1;
+    constexpr std::uint32_t textStart = 2048;
+    const std::uint32_t at = textStart + 2 * (shapes + 1);
+    for (unsigned i = 0; i < 4; ++i) {
+        entry[28 + i] = static_cast<std::uint8_t>(at >> (8 * i));
+    }
+    std::vector<Bytes> entries;
+    std::vector<Bytes> records;
+    std::vector<test::AnchorBytes> anchors;
+    for (std::uint32_t i = 0; i < shapes; ++i) {
+        if (entryEach || i == 0) {
+            entries.push_back(test::artRecord(2, 6, art::fbse, entry));
+        }
+        ShapeBytes shape;
+        shape.id = 1025 + i;
+        shape.kind = 75;
+        shape.properties.setBlip(art::pib, entryEach ? i + 1 : 1);
+        records.push_back(shape.bytes());
+        anchors.push_back({i, shape.id});
+    }
+    file.parts[FibPair::DggInfo] =
+        qvnd::test::joined({sharedBytes(entries), drawingBytes(0, records)});
+    Bytes places = anchorTable(anchors, shapes + 1);
+    const std::size_t first = 4 * (std::size_t{shapes} + 1);
+    for (std::uint32_t i = 0; i < shapes; ++i) { // a rectangle for each
+        places[first + 26 * i + 13] = 4;
+        places[first + 26 * i + 17] = 4;
+    }
+    file.parts[FibPair::PlcSpaMom] = places;
+    return file;
+}
+
+TEST(BoundedMemory, EntriesOfPicturesThatNameOnePlace) {
+    expectBounded(wordFile(shapesOver(megabyte, 500, true)));
+}
+
+TEST(BoundedMemory, ShapesThatShowOnePicture) {
+    const WordFile file = shapesOver(megabyte, 500, false);
+    const DocumentContent read = readDocument(wordFile(file));
+    EXPECT_EQ(read.tables.drawings.size(), 500U);
+    EXPECT_EQ(read.tables.shapePictures.size(), 1U);
+    FlatDrawings flat;
+    const MemoryUse use =
+        memoryUseOf([&] { flat = flatDrawings(anchorsOf(read.main), read.tables); });
+    EXPECT_EQ(flat.pictures.size(), 500U);
+    EXPECT_LT(use.peak, 10 * megabyte);
+    expectBounded(wordFile(file));
+}
+
+// A file of paragraph marks whose text is that stretch of them so many times over.
+Bytes marksInPieces(int pieces) {
+    auto streams = qvnd::test::wordStreams(plainWordFile(std::u16string(megabyte, u'\r')));
+    PieceTable table;
+    Piece piece;
+    piece.fc = 2048;
+    piece.length = 2 * megabyte;
+    piece.compressed = true;
+    table.pieces.assign(static_cast<std::size_t>(pieces), piece);
+    LittleEndianWriter changed;
+    changed.bytes(streams.table);
+    const auto place = static_cast<std::uint32_t>(changed.position());
+    const Bytes clx = encodeClx(table);
+    changed.bytes(clx);
+    streams.table = changed.take();
+    Fib claimed = readFib(streams.wordDocument);
+    claimed.set(FibPair::Clx, {place, static_cast<std::uint32_t>(clx.size())});
+    claimed.ccp.text = static_cast<std::uint32_t>(pieces) * 2 * megabyte;
+    const Bytes head = encodeFib(claimed);
+    std::copy(head.begin(), head.end(), streams.wordDocument.begin());
+    return compoundFile(streams);
+}
+
+TEST(BoundedMemory, PiecesThatLieOverEachOtherAreReadAsMuchAsTheFileHolds) {
+    const Bytes once = marksInPieces(1);
+    const Bytes often = marksInPieces(16);
+    const std::size_t honest = memoryUseOf([&] { readDocument(once); }).peak;
+    EXPECT_LE(memoryUseOf([&] { readDocument(often); }).peak, 2 * honest);
+}
+
+// Every combination of two styles, each with many properties.
+TEST(BoundedMemory, EveryPairOfTwoHundredParagraphAndTwoHundredCharacterStyles) {
+    StyleSheet sheet;
+    PropertyLists lists;
+    Bytes rich;
+    for (SprmOpcode opcode = sprm::CFBold; opcode < sprm::CFBold + 8; ++opcode) {
+        rich = withSprm8(rich, opcode, 1);
+    }
+    for (const SprmOpcode opcode : {sprm::CHps, sprm::CRgFtc0, sprm::CRgFtc1, sprm::CRgFtc2}) {
+        rich = withSprm16(rich, opcode, 40);
+    }
+    sheet.styles.resize(415);
+    sheet.styles[0] = StyleDefinition{};
+    sheet.styles[0]->name = u"Normal";
+    sheet.styles[0]->sti = 0;
+    for (std::size_t i = 15; i < sheet.styles.size(); ++i) {
+        StyleDefinition style;
+        style.kind = i % 2 == 0 ? StyleKind::paragraph : StyleKind::character;
+        style.name = u"S" + digits(static_cast<std::int64_t>(i));
+        style.sti = StyleDefinition::userDefined;
+        style.character = lists.intern(withSprm16(rich, sprm::CHps, static_cast<unsigned>(i)));
+        sheet.styles[i] = style;
+    }
+    WordFile file;
+    file.parts[FibPair::Stshf] = encodeStyleSheet(sheet, lists);
+    PieceText piece;
+    for (StyleIndex paragraph = 16; paragraph < 415; paragraph += 2) {
+        for (StyleIndex character = 15; character < 415; character += 2) {
+            piece.text += u'x';
+            piece.characters.push_back({1, withSprm16({}, sprm::CIstd, character)});
+        }
+        piece.text += u'\r';
+        piece.characters.push_back({1, {}});
+        piece.paragraphs.push_back({201, paragraph, {}});
+    }
+    file.pieces.push_back(piece);
+    expectBounded(wordFile(file));
+}
+
+} // namespace
+} // namespace qvnd::word
