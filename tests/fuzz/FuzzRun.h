@@ -1,0 +1,44 @@
+#pragma once
+
+#include "fuzz/Mutation.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace qvnd::test {
+
+// What is fuzzed: one reader of files.
+class FuzzTarget {
+public:
+    struct Outcome {
+        bool accepted = false; // a refusal is no fault
+        std::string fault;     // what is wrong with what came of it; empty when nothing is
+    };
+
+    virtual ~FuzzTarget() = default;
+    // Anything thrown is a fault too.
+    virtual Outcome run(word::ByteView file) = 0;
+    // Damaged when no files are named.
+    virtual std::vector<word::Bytes> ownFiles() const = 0;
+};
+
+struct FuzzOptions {
+    std::uint32_t seed = 1;
+    std::uint32_t count = 1000;
+    std::filesystem::path keep; // inputs that break something; empty: nowhere
+    std::string target;
+    std::vector<std::filesystem::path> files;
+};
+
+// Of "[--seed N] [--count N] [--keep FOLDER] [--target NAME] [FILE...]".
+FuzzOptions fuzzOptions(const std::vector<std::string>& arguments);
+
+// Damages files at random and hands each to the target. Prints a line for each fault with the
+// number of the input, and at the end what was done. With a folder to keep, an input that breaks
+// something lies there with as few changes as do it; that which ends the process lies there as
+// "current". More than 10 s, and a second more for each 10 MB, count as a fault, so do more than 20
+// times the size of the input and 50 MB. True when there was no fault.
+bool fuzz(FuzzTarget& target, const FuzzOptions& options);
+
+} // namespace qvnd::test

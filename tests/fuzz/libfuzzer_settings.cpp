@@ -1,0 +1,29 @@
+// The targets of fuzz_settings for libFuzzer: a program is called "libfuzzer_" and its target's
+// name.
+
+#include "fuzz/SettingsTargets.h"
+
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+std::unique_ptr<qvnd::test::FuzzTarget> target;
+
+} // namespace
+
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    const std::string program = *argc > 0 ? (*argv)[0] : "";
+    target = qvnd::test::settingsTarget(program.substr(program.rfind('_') + 1));
+    if (!target) {
+        std::abort();
+    }
+    return 0;
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (!target->run({data, size}).fault.empty()) {
+        std::abort();
+    }
+    return 0;
+}
