@@ -2,6 +2,9 @@
 
 #include "support/Text.h"
 
+#include <QDataStream>
+#include <QIODevice>
+
 #include <gtest/gtest.h>
 
 using namespace qvnd;
@@ -34,6 +37,28 @@ TEST(TableStreams, ATableComesBackAsItWas) {
 TEST(TableStreams, NamesComeBackAsTheyWere) {
     const QStringList names = {"甲", "", "b"};
     EXPECT_EQ(namesIn(bytesOf(names)), names);
+}
+
+// What asks for gigabytes in vain would not come back from here in time.
+TEST(TableStreams, StrayCountsAskForNoMemory) {
+    const auto counts = [](quint32 fields, quint32 rows) {
+        QByteArray bytes;
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        out << QString("工程") << fields << rows;
+        return bytes + QByteArray(1000, '\0');
+    };
+    EXPECT_FALSE(tableIn(counts(0, 0xFFFFFFFF)));
+    EXPECT_FALSE(tableIn(counts(0, 1)));
+    EXPECT_FALSE(tableIn(counts(0xFFFFFFFF, 0)));
+    EXPECT_FALSE(tableIn(counts(1, 0xFFFFFFFF)));
+}
+
+TEST(TableStreams, ATableWithoutFieldsComesBack) {
+    LegacyTable table;
+    table.Name = "空";
+    const auto back = tableIn(bytesOf(table));
+    ASSERT_TRUE(back);
+    EXPECT_TRUE(back->Fields.empty() && back->Rows.empty());
 }
 
 TEST(TableStreams, CutOrStrayBytesGiveNothing) {

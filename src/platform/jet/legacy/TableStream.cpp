@@ -54,6 +54,14 @@ Value readValue(QDataStream& in) {
     return {};
 }
 
+// Whether so many fields and rows can stand in so many bytes, so that no stray count asks for
+// memory: a field takes the lengths of its name and its type at least, a value one byte.
+bool canHold(const QByteArray& bytes, quint64 fields, quint64 rows) {
+    const auto size = static_cast<quint64>(bytes.size());
+    return fields <= size / (sizeof(quint32) + sizeof(qint32)) &&
+           (rows == 0 || (fields > 0 && rows <= size / fields));
+}
+
 bool isWhole(const QDataStream& in) { return in.status() == QDataStream::Ok && in.atEnd(); }
 
 } // namespace
@@ -104,6 +112,9 @@ std::optional<LegacyTable> tableIn(const QByteArray& bytes) {
     quint32 fields = 0;
     quint32 rows = 0;
     in >> table.Name >> fields >> rows;
+    if (!canHold(bytes, fields, rows)) {
+        return std::nullopt;
+    }
     for (quint32 i = 0; i < fields && in.status() == QDataStream::Ok; ++i) {
         Field field;
         qint32 type = 0;
