@@ -49,8 +49,6 @@ QString Database::Name() const {
 
 jet::TableDefs Database::TableDefs() const { return jet::TableDefs(session_); }
 
-TableDef Database::CreateTableDef(const QString& name) { return TableDef(name); }
-
 void Database::Execute(const QString& statement) {
     session_->File();
     const Command command = Parser(statement).ParseCommand();

@@ -28,8 +28,6 @@ public:
     // The file's path as it was opened, native separators.
     QString Name() const;
     jet::TableDefs TableDefs() const;
-    // A definition to be filled and handed to TableDefs().Append.
-    static TableDef CreateTableDef(const QString& name);
 
     // Runs a statement that returns no rows:
     //   SELECT * | f, g INTO t [IN 'file'] FROM u [WHERE ...] [ORDER BY ...]

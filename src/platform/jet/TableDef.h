@@ -70,7 +70,6 @@ public:
     const Field* FindField(QStringView name) const;
     // Error 3265 when there is none of that name.
     const Field& FieldNamed(QStringView name) const;
-    const Index& IndexNamed(QStringView name) const;
 
     QString Name;
     std::vector<Field> Fields;

@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::int64_t applicationId = 0x51564E44; // "QVND"
 
-QByteArray textOf(std::int64_t number) {
-    return QByteArray::number(static_cast<qlonglong>(number));
-}
-
 std::vector<Field> loadFields(Connection& connection, std::int64_t table) {
     Statement statement(connection, "SELECT name,type,size,attributes,zero_length,default_value "
                                     "FROM jet_fields WHERE table_id=?1 ORDER BY position");
@@ -148,8 +144,8 @@ void Catalogue::Create(Connection& connection, const QString& locale) {
                    "CREATE TABLE jet_index_fields(table_id INTEGER, index_position INTEGER, "
                    "position INTEGER, field_position INTEGER NOT NULL, "
                    "PRIMARY KEY(table_id, index_position, position));");
-    connection.Run("PRAGMA application_id=" + textOf(applicationId));
-    connection.Run("PRAGMA user_version=" + textOf(Arrangement));
+    connection.Run("PRAGMA application_id=" + QByteArray::number(applicationId));
+    connection.Run("PRAGMA user_version=" + QByteArray::number(Arrangement));
     Statement info(connection, "INSERT INTO jet_info(name,value) VALUES('locale',?1)");
     info.Bind(1, Value(locale));
     info.Run();
@@ -210,9 +206,10 @@ void Catalogue::Remove(Connection& connection, std::int64_t id) {
     const StoredTable* table = Find(id);
     connection.Run("DROP TABLE " + table->TableName());
     for (const char* part : {"jet_index_fields", "jet_indexes", "jet_fields"}) {
-        connection.Run(QByteArray("DELETE FROM ") + part + " WHERE table_id=" + textOf(id));
+        connection.Run(QByteArray("DELETE FROM ") + part +
+                       " WHERE table_id=" + QByteArray::number(id));
     }
-    connection.Run("DELETE FROM jet_tables WHERE id=" + textOf(id));
+    connection.Run("DELETE FROM jet_tables WHERE id=" + QByteArray::number(id));
     tables_.erase(tables_.begin() + (table - tables_.data()));
 }
 

@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::int64_t firstArrangement = 1;
 
-QByteArray textOf(std::int64_t number) {
-    return QByteArray::number(static_cast<qlonglong>(number));
-}
-
 class Transaction {
 public:
     explicit Transaction(Connection& connection) : connection_(connection) {
@@ -38,7 +34,7 @@ private:
 // The old table's name. The table is renamed first where another one needs its name.
 QByteArray movedAside(Connection& connection, const StoredTable& table,
                       const std::vector<StoredTable>& all) {
-    QByteArray old = "t" + textOf(table.Id);
+    QByteArray old = "t" + QByteArray::number(table.Id);
     const bool isWanted = std::any_of(all.begin(), all.end(), [&](const StoredTable& other) {
         return other.TableName().toLower() == '"' + old + '"';
     });
@@ -52,12 +48,11 @@ QByteArray movedAside(Connection& connection, const StoredTable& table,
 
 void dropIndexes(Connection& connection, const StoredTable& table) {
     for (std::size_t i = 0; i < table.Definition.Indexes.size(); ++i) {
-        connection.Run("DROP INDEX t" + textOf(table.Id) + "_" +
-                       textOf(static_cast<std::int64_t>(i)));
+        connection.Run("DROP INDEX t" + QByteArray::number(table.Id) + "_" + QByteArray::number(i));
     }
 }
 
-QByteArray firstColumn(int position) { return "f" + textOf(position); }
+QByteArray firstColumn(int position) { return "f" + QByteArray::number(position); }
 
 // The numbers of the rows. Where one lacks its number, all get new ones, 1 and up in the order in
 // which they have been read so far: the rows without a number first.
@@ -87,7 +82,7 @@ void reachNumbers(Connection& connection, const StoredTable& table) {
     if (table.RowIdPosition() >= 0) {
         connection.Run("UPDATE jet_tables SET last_number=max(last_number,"
                        "(SELECT coalesce(max(rowid),0) FROM " +
-                       table.TableName() + ")) WHERE id=" + textOf(table.Id));
+                       table.TableName() + ")) WHERE id=" + QByteArray::number(table.Id));
     }
 }
 
@@ -126,7 +121,7 @@ void bringOverFirstArrangement(Connection& connection) {
     if (Catalogue::ArrangementOf(connection) == firstArrangement) {
         bringOverTables(connection, Catalogue::TablesIn(connection));
         bringOverTableList(connection);
-        connection.Run("PRAGMA user_version=" + textOf(Catalogue::Arrangement));
+        connection.Run("PRAGMA user_version=" + QByteArray::number(Catalogue::Arrangement));
     }
     transaction.Commit();
 }

@@ -42,9 +42,9 @@ bool isMacroStorage(const CompoundFile::Entry& entry) {
 }
 
 // Reads one document; the steps stand in read().
-class DocumentReading {
+class ReadingSteps {
 public:
-    DocumentReading(OpenedDocument document, Remarks remarks) : document_(std::move(document)) {
+    ReadingSteps(OpenedDocument document, Remarks remarks) : document_(std::move(document)) {
         data_.unread.remarks = std::move(remarks);
     }
 
@@ -432,13 +432,13 @@ private:
 DocumentContent readDocument(const std::filesystem::path& path) {
     Remarks remarks;
     OpenedDocument document = openDocument(path, remarks);
-    return DocumentReading(std::move(document), std::move(remarks)).read();
+    return ReadingSteps(std::move(document), std::move(remarks)).read();
 }
 
 DocumentContent readDocument(ByteView file) {
     Remarks remarks;
     OpenedDocument document = openDocument(file, remarks);
-    return DocumentReading(std::move(document), std::move(remarks)).read();
+    return ReadingSteps(std::move(document), std::move(remarks)).read();
 }
 
 } // namespace qvnd::word
