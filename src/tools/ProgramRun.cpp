@@ -5,8 +5,8 @@
 
 namespace qvnd::tools {
 
-ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
-    : home_(home), word_(messages),
+ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages, files::TurnWait& wait)
+    : home_(home), wait_(wait), word_(messages),
       program_(registry_, {messages, splash_, fileDialogs_, events_, word_.factory(), longRun_}),
       frmBidSet_(program_.state(),
                  {messages, inputBoxes_, fileDialogs_, fonts_, shell_, word_.factory()}) {}
@@ -14,6 +14,7 @@ ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages)
 bool ProgramRun::start() {
     auto& turn = program_.state().Turn;
     turn = std::make_unique<files::WorkSpaceTurn>(home_);
+    turn->setWait(&wait_);
     turn->take();
     registry_ = registry::RegistryFile::read(files::withSeparator(home_) + "registry.reg");
     startup::layOutProgramFolder(home_);

@@ -14,11 +14,12 @@ namespace qvnd::tools {
 // custom pages. From its start to its end it has the turn at the work space.
 class ProgramRun {
 public:
-    ProgramRun(const QString& home, desktop::MessageBoxes& messages);
+    // All of it outlives the run.
+    ProgramRun(const QString& home, desktop::MessageBoxes& messages, files::TurnWait& wait);
 
-    // Waits for the turn, which comes before anything in the program folder is read or written;
-    // then Main and the load of the workbench. False when Main failed, which has told why. Errors
-    // as WorkSpaceTurn::take.
+    // Waits for the turn as `wait` does, which comes before anything in the program folder is read
+    // or written; then Main and the load of the workbench. False when Main failed, which has told
+    // why. Errors as WorkSpaceTurn::take.
     bool start();
     // The orderly exit.
     void exit();
@@ -33,6 +34,7 @@ public:
 
 private:
     QString home_;
+    files::TurnWait& wait_;
     registry::RegistryFile registry_;
     NoSplash splash_;
     NoEvents events_;

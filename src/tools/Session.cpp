@@ -5,7 +5,7 @@
 namespace qvnd::tools {
 
 Session::Session(const GlobalOptions& options, Output& output)
-    : options_(options), output_(output), messages_(output, options.yes) {}
+    : options_(options), output_(output), messages_(output, options.yes), wait_(output) {}
 
 Session::~Session() {
     if (program_) {
@@ -15,7 +15,7 @@ Session::~Session() {
 
 ProgramRun& Session::program() {
     if (!program_) {
-        auto run = std::make_unique<ProgramRun>(options_.home, messages_);
+        auto run = std::make_unique<ProgramRun>(options_.home, messages_, wait_);
         if (!run->start()) {
             throw StartFailed();
         }

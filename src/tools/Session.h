@@ -3,6 +3,7 @@
 #include "tools/GlobalOptions.h"
 #include "tools/Output.h"
 #include "tools/TerminalMessageBoxes.h"
+#include "tools/TerminalServices.h"
 
 #include <memory>
 
@@ -33,6 +34,7 @@ private:
     const GlobalOptions& options_;
     Output& output_;
     TerminalMessageBoxes messages_;
+    TerminalWait wait_;
     std::unique_ptr<ProgramRun> program_;
 };
 

@@ -7,6 +7,8 @@
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/Shell.h"
 #include "platform/desktop/SplashScreen.h"
+#include "platform/files/WorkSpaceTurn.h"
+#include "tools/Output.h"
 
 #include <QString>
 
@@ -36,6 +38,21 @@ public:
     void next(const QString&) override {}
     bool isCancelled() override { return false; }
     void end() override {}
+};
+
+// A command that waits for its turn says at once, on standard error, for which program.
+class TerminalWait : public files::TurnWait {
+public:
+    explicit TerminalWait(Output& output) : output_(output) {}
+
+    void begin(const QString& reason) override {
+        output_.note(QStringLiteral("正在等待：") + reason);
+    }
+    bool goesOn() override { return true; }
+    void end() override {}
+
+private:
+    Output& output_;
 };
 
 // A terminal offers no fonts for a choice, and so asks for no printer.

@@ -1,3 +1,4 @@
+#include "platform/files/WorkSpaceTurn.h"
 #include "platform/jet/DBEngine.h"
 #include "support/Files.h"
 #include "support/Text.h"
@@ -9,7 +10,9 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <functional>
 #include <sstream>
+#include <utility>
 
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -93,6 +96,34 @@ TEST_F(Tool, APlanIsCreatedListedAndTold) {
     EXPECT_EQ(told["审批人"].toString(), "王建国");
     EXPECT_EQ(told["编制日期"].toString(), "2026-02-10");
     EXPECT_EQ(told["注释"].toString(), "备注");
+}
+
+// A standard error that somebody reads: `heard` is called at the first thing said.
+struct ReadError : std::stringbuf {
+    std::function<void()> heard;
+
+    std::streamsize xsputn(const char* text, std::streamsize count) override {
+        if (heard) {
+            std::exchange(heard, nullptr)();
+        }
+        return std::stringbuf::xsputn(text, count);
+    }
+};
+
+TEST_F(Tool, ACommandSaysAtOnceForWhichProgramItWaitsAndItsResultStaysClean) {
+    expectDone({"plan", "create", "工程甲"});
+    files::WorkSpaceTurn theirs(home(""));
+    theirs.take();
+    ReadError standardError;
+    standardError.heard = [&] { theirs.giveBack(); };
+    std::ostringstream standardOut;
+    std::ostream error(&standardError);
+    EXPECT_EQ(run({"--home", folder.path("home"), "--json", "plan", "list"}, standardOut, error),
+              ExitStatus::done);
+    const QString said = QString::fromStdString(standardError.str());
+    EXPECT_TRUE(said.startsWith("正在等待：『") && said.endsWith("使用。\n")) << said.toStdString();
+    EXPECT_EQ(said.count('\n'), 1);
+    EXPECT_EQ(standardOut.str(), "[\"工程甲\"]\n");
 }
 
 TEST_F(Tool, RefusalsAreToldAsTitleAndTextWithStatusOne) {
