@@ -7,6 +7,7 @@
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
+#include "store/Names.h"
 #include "store/OutlineFolders.h"
 
 namespace qvnd::outline {
@@ -48,13 +49,12 @@ private:
     void deletePlan(const QString& plan) {
         // A name that is refused here must not have cost the plan its tables.
         const QString folder = store::planFolder(state_, plan);
-        const QString isListed = " where 名称=" + quoted(plan);
+        const QString delisting = deletionFrom(store::table::planList, plan);
         jet::Database& db = *state_.gDbUser;
         db.TableDefs().Delete(plan);
         deleteInformationTable(db, plan);
-        for (const char* list : {"遍历表", "当前表"}) {
-            db.Execute(QStringLiteral("Delete * from ") + list + isListed);
-        }
+        db.Execute(delisting);
+        db.Execute(deletionFrom(store::table::currentPlan, plan));
         workbench_.cmdEdit = false;
         workbench_.mnuEdit = false;
         workbench_.TbarBid[9] = false;

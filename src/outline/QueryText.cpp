@@ -4,6 +4,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/dialect/Lexer.h"
 #include "platform/jet/dialect/ReservedWords.h"
+#include "store/Names.h"
 
 namespace qvnd::outline {
 
@@ -41,6 +42,11 @@ QString quoted(const QString& text) {
         refuse(error::syntaxError, QStringLiteral("名称“%1”中有撇号，不能用于此操作。"), text);
     }
     return u'\'' + text + u'\'';
+}
+
+QString deletionFrom(QStringView list, const QString& name) {
+    return "Delete * from " + list.toString() + " where " + store::field::name.toString() + '=' +
+           quoted(name);
 }
 
 QString subtreeCondition(const QString& table, const QString& key) {

@@ -17,6 +17,10 @@ QString bracketedName(const QString& table);
 // apostrophes are not doubled.
 QString quoted(const QString& text);
 
+// "Delete * from <list> where 名称='<name>'", for a list of names (store::table). Error 3075 as in
+// quoted.
+QString deletionFrom(QStringView list, const QString& name);
+
 // " where Key like '<key>*'": the rows of a node and of all below it, by the characters that their
 // keys begin with. A text that is no key of the table may be a pattern that takes others along: it
 // stands for its own row alone, " where Key='<key>'". Error 3075 as in quoted.

@@ -3,6 +3,7 @@
 #include "outline/InformationTable.h"
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
+#include "store/Names.h"
 #include "store/OutlineFolders.h"
 #include "store/PlanLists.h"
 
@@ -32,9 +33,8 @@ bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBo
     ignoringErrors([&] { state.gFso->DeleteFolder(store::planFolder(state, name), false); });
     deleteTables(db, state.gSelectedPlan);
     ignoringErrors([&] { store::forgetCurrentPlan(db); });
-    ignoringErrors([&] {
-        db.Execute("Delete * from 遍历表 where 名称=" + outline::quoted(state.gSelectedPlan));
-    });
+    ignoringErrors(
+        [&] { db.Execute(outline::deletionFrom(store::table::planList, state.gSelectedPlan)); });
     state.gSelectedPlan.clear();
     ignoringErrors([&] { db.TableDefs().Refresh(); });
     workbench.TrvCurrent.Clear();

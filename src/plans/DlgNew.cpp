@@ -2,6 +2,7 @@
 
 #include "outline/LibraryTree.h"
 #include "outline/OutlineRows.h"
+#include "outline/QueryText.h"
 #include "plans/PlanInformation.h"
 #include "plans/PlanName.h"
 #include "platform/error/RunTimeError.h"
@@ -170,8 +171,8 @@ void DlgNew::takeBackInvalidName(const QString& name) {
     jet::Database& db = *state_.gDbUser;
     db.TableDefs().Delete(name);
     db.TableDefs().Delete(store::informationTableOf(name));
-    db.Execute("Delete * from 遍历表 where 名称='" + name + "'");
-    db.Execute("Delete * from 当前表 where 名称='" + name + "'");
+    db.Execute(outline::deletionFrom(store::table::planList, name));
+    db.Execute(outline::deletionFrom(store::table::currentPlan, name));
     messages_.tell(QStringLiteral("对不起，工程名称不合法！"), Icon::exclamation, hint);
 }
 
