@@ -52,7 +52,7 @@ Added AddDocument::guarded(Command command) {
     }
     try {
         // By its key: dialog, question and word processor let events run, and the tree with them.
-        return command(QString(selected->Key()));
+        return command(Selected{selected->Key(), selected->Text()});
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::dialogCancelled) {
             return Added::cancelled;
@@ -64,14 +64,15 @@ Added AddDocument::guarded(Command command) {
 }
 
 Added AddDocument::mnuEQDoc() {
-    return guarded([this](const QString& selectedKey) { return addBeside(selectedKey); });
+    return guarded([this](const Selected& selected) { return addBeside(selected); });
 }
 
 Added AddDocument::mnuLTDoc() {
-    return guarded([this](const QString& selectedKey) { return addBelow(selectedKey); });
+    return guarded([this](const Selected& selected) { return addBelow(selected); });
 }
 
-Added AddDocument::addBeside(const QString& selectedKey) {
+Added AddDocument::addBeside(const Selected& selected) {
+    const QString& selectedKey = selected.key;
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(plan);
@@ -80,7 +81,7 @@ Added AddDocument::addBeside(const QString& selectedKey) {
          QStringLiteral("Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"), QStringLiteral("doc")});
 
     const std::int16_t insertPoint = idOfKey(db, selectedKey);
-    const OutlineNode& parent = parentOf(workbench_.TrvCurrent.Item(selectedKey));
+    const OutlineNode& parent = parentOf(workbench_.TrvCurrent.Item(selectedKey, selected.text));
     if (hasDocument(parent, comparedName(chosen.fileTitle))) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
@@ -104,11 +105,12 @@ Added AddDocument::addBeside(const QString& selectedKey) {
     const auto refilled = db.OpenRecordset("Select * from " + plan + " order by ID asc");
     workbench_.TrvCurrent.Clear();
     updateTree(*refilled, workbench_.TrvCurrent, {}, services_.splash);
-    refreshAndSelect();
+    refreshAndSelect(name);
     return Added::added;
 }
 
-Added AddDocument::addBelow(const QString& selectedKey) {
+Added AddDocument::addBelow(const Selected& selected) {
+    const QString& selectedKey = selected.key;
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(plan);
@@ -129,14 +131,14 @@ Added AddDocument::addBelow(const QString& selectedKey) {
     if (depthOfKey(newKey_) > deepestLevel) {
         return refuse(Added::tooDeep, QStringLiteral("对不起，系统最多支持九级深度！"));
     }
-    if (hasDocument(workbench_.TrvCurrent.Item(selectedKey), name)) {
+    if (hasDocument(workbench_.TrvCurrent.Item(selectedKey, selected.text), name)) {
         return refuse(Added::duplicateName, QStringLiteral("对不起，命名重复！"));
     }
     addRow(*family, {newKey_, name, true});
     addToPlanCopy(plan, name);
     workbench_.TrvCurrent.AddChild(selectedKey, newKey_, name, image::document,
                                    image::documentSelected);
-    refreshAndSelect();
+    refreshAndSelect(name);
     return Added::added;
 }
 
@@ -206,9 +208,9 @@ void AddDocument::addToPlanCopy(const QString& plan, const QString& name) {
     state_.gDbPlan.reset();
 }
 
-void AddDocument::refreshAndSelect() {
+void AddDocument::refreshAndSelect(const QString& name) {
     refreshUserPlans(state_, workbench_, services_.messages, services_.splash);
-    workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_));
+    workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_, name));
 }
 
 } // namespace qvnd::outline

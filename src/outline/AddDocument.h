@@ -24,14 +24,20 @@ public:
     const QString& newKey() const { return newKey_; }
 
 private:
-    Added addBeside(const QString& selectedKey);
-    Added addBelow(const QString& selectedKey);
+    // The node that was selected when the command began.
+    struct Selected {
+        QString key;
+        QString text;
+    };
+
+    Added addBeside(const Selected& selected);
+    Added addBelow(const Selected& selected);
     void createMissingFolders(const QString& plan);
     bool bringFile(const QString& source, const QString& target, const QString& question);
     void makeEmptyDocument(const QString& target);
     void convert(const QString& source, const QString& target);
     void addToPlanCopy(const QString& plan, const QString& name);
-    void refreshAndSelect();
+    void refreshAndSelect(const QString& name);
     Added refuse(Added reason, const QString& text);
     template <class Command>
     Added guarded(Command command);

@@ -11,6 +11,7 @@ constexpr std::size_t positionBehindPaste = 10;
 void mnuCopy(Workbench& workbench) {
     if (const OutlineNode* selected = workbench.TrvTemplate.SelectedItem()) {
         workbench.copySourceKey = selected->Key();
+        workbench.copySourceText = selected->Text();
         workbench.pasteArmed = true;
     }
 }

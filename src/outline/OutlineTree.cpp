@@ -148,6 +148,14 @@ OutlineNode& OutlineTree::Item(const QString& key) const {
     return *node;
 }
 
+OutlineNode& OutlineTree::Item(const QString& key, const QString& text) const {
+    OutlineNode* node = find(key);
+    if (!node && !text.isEmpty()) {
+        fail(error::elementNotFound, QStringLiteral("节点“%1”（%2）已不存在").arg(text, key));
+    }
+    return node ? *node : Item(key);
+}
+
 OutlineNode* OutlineTree::find(const QString& key) const { return byKey_.value(key, nullptr); }
 
 OutlineNode* OutlineTree::Next(const OutlineNode& node) const {

@@ -46,6 +46,8 @@ public:
     // By place, counted from 1, or by key; 35601 when there is none.
     OutlineNode& Item(int index) const;
     OutlineNode& Item(const QString& key) const;
+    // By key; the error tells the text that the node bore beside its key.
+    OutlineNode& Item(const QString& key, const QString& text) const;
     // The same without an error: null when there is none.
     OutlineNode* find(const QString& key) const;
 

@@ -86,9 +86,16 @@ Copied TemplateCopy::guarded(const QString& targetKey, const QString& sourceKey,
     } catch (const RunTimeError& failure) {
         trvCurrent_.forget();
         names_.reset();
-        services_.messages.tell(QString::fromStdU16String(failure.description()));
+        tellFailure(failure, sourceKey);
         return Copied::incomplete;
     }
+}
+
+// A node that is missing from a tree says nothing of what was being copied.
+void TemplateCopy::tellFailure(const RunTimeError& failure, const QString& sourceKey) {
+    const bool isNamed = failure.number() == error::elementNotFound;
+    services_.messages.tell(
+        failureText({}, failure, isNamed ? workbench_.TrvTemplate.find(sourceKey) : nullptr));
 }
 
 Copied TemplateCopy::copy(const QString& targetKey, const QString& sourceKey,
@@ -120,7 +127,7 @@ const OutlineNode& TemplateCopy::sourceOf(const QString& key) const {
                 .arg(other->Text(), key)
                 .toStdU16String());
     }
-    return workbench_.TrvTemplate.Item(key);
+    return workbench_.TrvTemplate.Item(key, workbench_.copySourceText);
 }
 
 // Looks at the node that is selected, which need not be the one that is copied.

@@ -54,6 +54,7 @@ private:
     bool isRefusedByDocument() const;
     OutlineRow addRow(const OutlineNode& target, const OutlineNode& source, const QString& number);
     void copyFile(const QString& file, const QString& target);
+    void tellFailure(const RunTimeError& failure, const QString& sourceKey);
     Copied refuse(const QString& text);
 
     modMain& state_;

@@ -39,6 +39,7 @@ bool TrvTemplateEvents::MouseDown(MouseButton button, OutlineNode* hit) {
     if (hit) {
         workbench_.TrvTemplate.Select(hit);
         workbench_.copySourceKey = hit->Key();
+        workbench_.copySourceText = hit->Text();
     }
     return button == MouseButton::right && readyMenu();
 }

@@ -38,6 +38,7 @@ void TrvTemplate_UsEvents::MouseDown(OutlineNode* hit) {
     if (hit) {
         workbench_.TrvTemplate_Us.Select(hit);
         workbench_.copySourceKey = hit->Key();
+        workbench_.copySourceText = hit->Text();
     }
 }
 

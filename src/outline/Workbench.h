@@ -52,8 +52,9 @@ struct Workbench {
     // The TrvCurrent node being dragged, and its Index; the key is empty when none is.
     QString dragKey;
     std::int16_t dragIndex = 0;
-    // The node of a template tree that a drop or a paste copies.
+    // The node of a template tree that a drop or a paste copies, and its text.
     QString copySourceKey;
+    QString copySourceText;
     // Set by the first mnuCopy, never cleared.
     bool pasteArmed = false;
     // The TrvCurrent node that a drop or a paste goes to, and its Image; 0 when none is under way.

@@ -60,7 +60,7 @@ Added dlgAddDoc::run(const QString& name) {
     }
     levelPlanCopy(table);
     changes.commit();
-    refill(table);
+    refill(table, name);
     return Added::added;
 }
 
@@ -81,11 +81,11 @@ void dlgAddDoc::levelPlanCopy(const QString& table) {
     state_.gDbPlan.reset();
 }
 
-void dlgAddDoc::refill(const QString& table) {
+void dlgAddDoc::refill(const QString& table, const QString& name) {
     const auto rs = state_.gDbUser->OpenRecordset("Select * from " + table + " order by ID asc");
     workbench_.TrvCurrent.Clear();
     FillOutlineTree(*rs, workbench_.TrvCurrent);
-    workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_));
+    workbench_.TrvCurrent.Select(&workbench_.TrvCurrent.Item(newKey_, name));
 }
 
 } // namespace qvnd::outline

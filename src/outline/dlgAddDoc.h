@@ -35,7 +35,7 @@ private:
     Added run(const QString& name);
     bool isTaken(const OutlineNode& selected, const QString& name) const;
     void levelPlanCopy(const QString& table);
-    void refill(const QString& table);
+    void refill(const QString& table, const QString& name);
 
     modMain& state_;
     Workbench& workbench_;

@@ -84,7 +84,7 @@ TEST_F(AddDocuments, ANodeThatIsGoneBehindTheDialogIsTold) {
     choose("说明.doc");
     dialogs.whileOpen = [this] { workbench.TrvCurrent.Remove("T.1"); };
     EXPECT_EQ(beside("T.1"), Added::failed);
-    expectOnly("编号为“T.1”的节点已不存在", desktop::Icon::exclamation, "提示");
+    expectOnly("节点“名T.1”（T.1）已不存在", desktop::Icon::exclamation, "提示");
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2"}));
 }
 

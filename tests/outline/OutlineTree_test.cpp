@@ -198,6 +198,9 @@ TEST(OutlineTreeErrors, TellTheUserWhatIsMissing) {
         return QString();
     };
     EXPECT_EQ(descriptionOf([&] { tree.Item(QString("T.7")); }), "编号为“T.7”的节点已不存在");
+    EXPECT_EQ(descriptionOf([&] { tree.Item("T.7", "桩基"); }), "节点“桩基”（T.7）已不存在");
+    EXPECT_EQ(descriptionOf([&] { tree.Item("T.7", ""); }), "编号为“T.7”的节点已不存在");
+    EXPECT_EQ(&tree.Item("T", "桩基"), &root);
     EXPECT_EQ(descriptionOf([&] { tree.Selected(); }), "没有选中节点，请先选中一个节点。");
     EXPECT_EQ(descriptionOf([&] { parentOf(root); }), "“名”是根节点，没有同级，请添加到下级。");
 }

@@ -307,6 +307,18 @@ TEST_F(CopyTemplate, AKeyOfAnotherTreeIsNotFound) {
     EXPECT_EQ(keys("T").size(), 2);
 }
 
+TEST_F(CopyTemplate, ATemplatesNodeThatIsGoneSinceItWasCopiedIsToldByItsName) {
+    plan({"T", "T.1"});
+    sample();
+    workbench.TrvTemplate.Select(&workbench.TrvTemplate.Item("M.4"));
+    const QString text = workbench.TrvTemplate.SelectedItem()->Text();
+    mnuCopy(workbench);
+    workbench.TrvTemplate.Remove("M.4");
+    workbench.TrvCurrent.Select(&workbench.TrvCurrent.Item("T.1"));
+    EXPECT_EQ(mnuPaste(state, workbench, services()).outcome, Copied::incomplete);
+    expectOnly("节点“" + text + "”（M.4）已不存在", desktop::Icon::none, "");
+}
+
 TEST_F(CopyTemplate, ANodeOfAUsersPlanIsToldByItsNameAndWhereToCopyFrom) {
     plan({"T", "T.1"});
     sample();
@@ -473,7 +485,7 @@ TEST_F(CopyTemplate, ARowThatCannotHangInTheTreeHidesWhatIsCopiedBehindIt) {
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.9.1", "T.1.1"}));
     EXPECT_EQ(shownKeys(), QStringList({"T", "T.1"}));
     ASSERT_EQ(messages.shown.size(), 2U);
-    EXPECT_EQ(messages.shown[0].text, "编号为“T.1.1”的节点已不存在");
+    EXPECT_EQ(messages.shown[0].text, "编号为“T.1.1”的节点已不存在\n文档：甲（M.4.7）");
 }
 
 } // namespace
