@@ -165,28 +165,21 @@ void NodeMove::takeOut() {
 }
 
 void NodeMove::putBack() {
-    Row row = source_;
-    row.key = newKey_;
-    add(row);
-    addFromTemp();
-}
-
-void NodeMove::add(const Row& row) {
     errors_.statement([&] {
         rows_->AddNew();
-        rows_->Set(store::field::name, row.name);
-        rows_->Set(store::field::key, row.key);
-        rows_->Set(store::field::isDocument, row.kind);
+        rows_->Set(store::field::name, source_.name);
+        rows_->Set(store::field::key, newKey_);
+        rows_->Set(store::field::isDocument, source_.kind);
         rows_->Update();
     });
+    addFromTemp();
 }
 
 void NodeMove::addFromTemp() {
     errors_.statement([&] {
         const auto temp = state_.gDbUser->OpenRecordset(QStringLiteral("Select * From temp"));
         for (; !temp->Eof(); temp->MoveNext()) {
-            add({temp->Get(store::field::key).TextOrEmpty(), temp->Get(store::field::name),
-                 temp->Get(store::field::isDocument)});
+            errors_.statement([&] { addRowOf(*rows_, *temp); });
         }
     });
 }

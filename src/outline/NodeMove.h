@@ -62,7 +62,6 @@ private:
     void putBack();
     void putDescendantsLast();
     void renameDescendants();
-    void add(const Row& row);
     void addFromTemp();
     void execute(const QString& statement);
     QSet<QString> keysNow();

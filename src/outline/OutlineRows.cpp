@@ -28,6 +28,15 @@ void addRow(jet::Recordset& rs, const OutlineRow& row) {
     rs.Update();
 }
 
+void addRowOf(jet::Recordset& rs, const jet::Recordset& from) {
+    rs.AddNew();
+    for (const QStringView field :
+         {store::field::key, store::field::name, store::field::isDocument}) {
+        rs.Set(field, from.Get(field));
+    }
+    rs.Update();
+}
+
 std::unique_ptr<jet::Recordset> rowOfKey(jet::Database& db, const QString& key) {
     auto row = db.OpenRecordset(rowQuery(tableOfKey(key), key));
     if (row->Eof()) {
@@ -68,12 +77,7 @@ void moveRowsBack(jet::Database& db, const QString& table) {
     const auto moved = db.OpenRecordset(QStringLiteral("Select * from temp"));
     const auto rows = db.OpenRecordset("Select * from " + bareName(table));
     for (; !moved->Eof(); moved->MoveNext()) {
-        rows->AddNew();
-        for (const QStringView field :
-             {store::field::key, store::field::name, store::field::isDocument}) {
-            rows->Set(field, moved->Get(field));
-        }
-        rows->Update();
+        addRowOf(*rows, *moved);
     }
 }
 

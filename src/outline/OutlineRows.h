@@ -21,6 +21,9 @@ struct OutlineRow {
 // Adds a row; the table numbers it.
 void addRow(jet::Recordset& rs, const OutlineRow& row);
 
+// Adds a row with the key, the name and the mark of the current row of `from`.
+void addRowOf(jet::Recordset& rs, const jet::Recordset& from);
+
 // The row of that key in the table that the key names. Error 3021, which tells the key, when there
 // is none.
 std::unique_ptr<jet::Recordset> rowOfKey(jet::Database& db, const QString& key);
