@@ -52,6 +52,8 @@ GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
     report.nodes = TrvEdit.Count() - 1;
     for (int i = 2; i <= TrvEdit.Count(); ++i)
         report.documents += isDocument(TrvEdit.Item(i)) ? 1 : 0;
+    report.headings = static_cast<int>(std::count_if(
+        run.Visited.begin(), run.Visited.end(), [](const auto& node) { return node.HasHeading; }));
     addMissing(report, TrvEdit, run);
     for (const CollectedLosses::Loss& loss : losses) {
         if (const OutlineNode* node = TrvEdit.find(loss.key))
@@ -65,6 +67,7 @@ QString summaryOf(const GenerationReport& report) {
     QString text = u"%1 个节点，%2 个文档"_s.arg(report.nodes).arg(report.documents);
     text += lost == 0 ? u"全部放入"_s
                       : u"放入 %1 个，%2 个没有放入"_s.arg(report.documents - lost).arg(lost);
+    text += u"，%1 个标题"_s.arg(report.headings);
     if (report.pages > 0)
         text += u"，%1 页"_s.arg(report.pages);
     text += u"。"_s;

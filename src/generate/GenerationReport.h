@@ -53,6 +53,7 @@ public:
 struct GenerationReport {
     int nodes = 0; // without the root
     int documents = 0;
+    int headings = 0; // that generation has typed; those inside documents do not count
     // Nodes whose heading or document is not in the target, or not whole, in the tree's order.
     std::vector<ReportedNode> missing;
     // What was left out of documents that came in, in their order.

@@ -66,6 +66,7 @@ QJsonObject asJson(const Generated& done) {
         {u"output"_s, done.output},
         {u"nodes"_s, done.report.nodes},
         {u"documents"_s, done.report.documents},
+        {u"headings"_s, done.report.headings},
         {u"inserted"_s, done.report.documents - done.report.missingDocuments()},
         {u"missing"_s, asJson(done.report.missing)},
         {u"leftOut"_s, asJson(done.report.leftOut)},
@@ -92,9 +93,12 @@ QString asText(const Generated& done) {
                   : u"%1 个文档放入 %2 个，%3 个没有放入"_s.arg(done.report.documents)
                         .arg(done.report.documents - lost)
                         .arg(lost);
-    QStringList lines{done.output, u"%1 个节点，%2%3，用时 %4 秒"_s.arg(done.report.nodes)
-                                       .arg(documents, pagesAsText(done))
-                                       .arg(done.seconds, 0, 'f', 2)};
+    QStringList lines{done.output,
+                      u"%1 个节点，%2，%3 个标题%4，用时 %5 秒"_s.arg(done.report.nodes)
+                          .arg(documents)
+                          .arg(done.report.headings)
+                          .arg(pagesAsText(done))
+                          .arg(done.seconds, 0, 'f', 2)};
     for (const ReportedNode& node : done.report.missing)
         lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.what);
     return lines.join(u'\n');

@@ -28,7 +28,7 @@ TEST_F(Report, OfARunWithoutFailuresIsEmpty) {
     EXPECT_EQ(told.nodes, 3);
     EXPECT_EQ(told.documents, 2);
     EXPECT_TRUE(told.missing.empty() && told.leftOut.empty());
-    EXPECT_EQ(summaryOf(told), u"3 个节点，2 个文档全部放入。"_s);
+    EXPECT_EQ(summaryOf(told), u"3 个节点，2 个文档全部放入，3 个标题。"_s);
 }
 
 TEST_F(Report, NamesTheDocumentThatDidNotComeInAndWhy) {
@@ -39,7 +39,15 @@ TEST_F(Report, NamesTheDocumentThatDidNotComeInAndWhy) {
     EXPECT_EQ(told.missing[0].key, u"工程.1.1"_s);
     EXPECT_EQ(told.missing[0].name, u"说明"_s);
     EXPECT_EQ(told.missing[0].what, u"找不到该文件"_s);
-    EXPECT_EQ(summaryOf(told), u"3 个节点，2 个文档放入 1 个，1 个没有放入。"_s);
+    EXPECT_EQ(summaryOf(told), u"3 个节点，2 个文档放入 1 个，1 个没有放入，3 个标题。"_s);
+}
+
+TEST_F(Report, CountsTheHeadingsOfTheContentsAndNoTitleThatStaysPlainText) {
+    document(u"工程.2.1"_s, u"附表"_s);
+    switches.gChildDocAsNumber = true;
+    log.failAt("Selection.Style = Styles(标题 2)", 5834, u"没有这个样式");
+    build();
+    EXPECT_EQ(report().headings, 2);
 }
 
 TEST_F(Report, NamesWhatWasLeftOutOfADocumentByItsFile) {
@@ -57,6 +65,7 @@ TEST_F(Report, TellsPagesAndWhyTheirNumbersAreEstimated) {
     auto told = report();
     told.pages = 12;
     told.whyEstimated = u"没有安装办公套件。"_s;
-    EXPECT_EQ(summaryOf(told),
-              u"3 个节点，2 个文档全部放入，12 页。\n目录的页码是估计的：没有安装办公套件。"_s);
+    EXPECT_EQ(
+        summaryOf(told),
+        u"3 个节点，2 个文档全部放入，3 个标题，12 页。\n目录的页码是估计的：没有安装办公套件。"_s);
 }

@@ -100,12 +100,13 @@ TEST_F(GenerateTool, ARowWhoseKeyIsNoneIsNamedAndAllOthersComeInWithAndWithoutJs
 
 TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     const QJsonObject told = generated();
-    EXPECT_EQ(told.keys(), QStringList({u"check"_s, u"documents"_s, u"inserted"_s, u"leftOut"_s,
-                                        u"messages"_s, u"missing"_s, u"nodes"_s, u"output"_s,
-                                        u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
+    EXPECT_EQ(told.keys(), QStringList({u"check"_s, u"documents"_s, u"headings"_s, u"inserted"_s,
+                                        u"leftOut"_s, u"messages"_s, u"missing"_s, u"nodes"_s,
+                                        u"output"_s, u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
     EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
+    EXPECT_EQ(told[u"headings"_s].toInt(), 3);
     EXPECT_EQ(told[u"inserted"_s].toInt(), 2);
     EXPECT_TRUE(told[u"missing"_s].toArray().isEmpty());
     EXPECT_TRUE(told[u"leftOut"_s].toArray().isEmpty());

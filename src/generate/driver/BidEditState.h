@@ -15,6 +15,8 @@ struct VisitedEntry {
     QString Key;
     // Why its heading or its document is not in the target, or not whole; nothing when all is well.
     std::optional<QString> Failure;
+    // Its heading stands in the target in the style of its level, so the contents name it.
+    bool HasHeading = false;
 };
 
 // The working state that the plan edit window keeps. It lives as long as the window, so what a

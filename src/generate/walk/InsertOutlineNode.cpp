@@ -7,7 +7,6 @@
 #include "store/FontSizeToPoints.h"
 
 #include <algorithm>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -35,18 +34,19 @@ void formatHeading(const GenerationRun& run, int level) {
 // Types the heading of a node whose number text is set: a page break where its level begins a
 // page, then the text. It takes the style "标题 N", and font, size and alignment are set on that
 // style, so the last node of a level decides for all of them. A document under a document that is
-// numbered as such stays plain text.
-void typeHeading(GenerationRun& run, const VisitedNode& visited) {
+// numbered as such stays plain text; false for one.
+bool typeHeading(GenerationRun& run, const VisitedNode& visited) {
     word::Selection& selection = run.word.selection();
     if (run.window.ChapterGrid.at(visited.level, ChapterColumn::置页头) == u"是")
         selection.InsertBreak(word::BreakType::page);
     if (visited.isChild() && run.switches().gChildDocAsNumber) {
         selection.TypeText(childTitle(run, visited).toStdU16String());
-        return;
+        return false;
     }
     const QString title = run.window.HeadingNumberText + u' ' + visited.node.Text();
     selection.TypeText(title.toStdU16String());
     formatHeading(run, visited.level);
+    return true;
 }
 
 void endParagraph(GenerationRun& run) {
@@ -56,12 +56,13 @@ void endParagraph(GenerationRun& run) {
     AfterNodeFlag = true;
 }
 
-void insert(GenerationRun& run, const VisitedNode& visited, const QString& numberText) {
+void insert(GenerationRun& run, const VisitedNode& visited, const QString& numberText,
+            VisitedEntry& entry) {
     BidEditState& window = run.window;
     setHeadingNumberText(window.HeadingNumberText, run.switches(), window.ChapterGrid,
                          visited.level, numberText);
     if (!window.HeadingNumberText.isEmpty())
-        typeHeading(run, visited);
+        entry.HasHeading = typeHeading(run, visited);
     if (visited.isDocument())
         insertNodeDocument(run, visited);
     endParagraph(run);
@@ -80,15 +81,15 @@ void showError(const GenerationRun& run, const RunTimeError& error) {
 
 void InsertOutlineNode(GenerationRun& run, const outline::OutlineNode& node, int& level,
                        const QString& numberText) {
-    std::optional<QString> failure;
+    VisitedEntry entry{node.Key(), {}};
     try {
         level = std::min(level, ChapterGrid::lastRow);
-        insert(run, {node, level}, numberText);
+        insert(run, {node, level}, numberText, entry);
     } catch (const RunTimeError& error) {
-        failure = QString::fromStdU16String(error.description());
+        entry.Failure = QString::fromStdU16String(error.description());
         showError(run, error);
     }
-    run.window.Visited.push_back({node.Key(), failure});
+    run.window.Visited.push_back(entry);
 }
 
 } // namespace qvnd::generate
