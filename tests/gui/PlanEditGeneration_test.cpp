@@ -278,6 +278,32 @@ TEST_F(WindowGeneration, StopInTheBoxOfAFailedNodeLetsTheWalkEnd) {
     expectUsable();
 }
 
+TEST_F(WindowGeneration, TheDialogStaysAwayBehindAFailedLastSaveAndNoStopIsLeftForTheNextRun) {
+    open();
+    atEachYield([this] {
+        if (progress() == 1000) {
+            QFile::remove(finished());
+            world.folder.makeFolder("施工方案.doc/taken");
+        }
+    });
+    world.messages.whileOpen = [this] {
+        world.events.whileServed = [this] {
+            if (dlgTB()) {
+                stop();
+            }
+        };
+    };
+    choose("mnuBuildbid");
+    EXPECT_FALSE(messages().isEmpty());
+    EXPECT_FALSE(world.state.StopRequested);
+    expectUsable();
+    QDir(finished()).removeRecursively();
+    world.messages.shown.clear();
+    choose("mnuBuildbid");
+    EXPECT_TRUE(messages().isEmpty());
+    expectWhole();
+}
+
 // A second command
 
 TEST_F(WindowGeneration, AtEveryYieldASecondRunMeetsTheOpenWordProcessor) {

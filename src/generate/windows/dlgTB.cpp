@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include <cmath>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -51,7 +52,8 @@ void dlgTB::setLabel(const QString& text) { Label1_->setText(text); }
 void dlgTB::reject() { emit stopPressed(); }
 
 void ProgressWindow::show() {
-    if (isStopped_) {
+    const bool comesBack = !std::exchange(isMissing_, false);
+    if (isStopped_ || !comesBack) {
         return;
     }
     if (!dialog_) {
@@ -66,12 +68,15 @@ void ProgressWindow::show() {
 void ProgressWindow::hide() {
     if (dialog_) {
         dialog_->hide();
+    } else {
+        isMissing_ = true;
     }
 }
 
 void ProgressWindow::unload() {
-    isStopped_ = false;
     takeDown();
+    isStopped_ = false;
+    isMissing_ = false;
 }
 
 void ProgressWindow::takeDown() {

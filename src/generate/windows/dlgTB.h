@@ -38,7 +38,9 @@ private:
 };
 
 // Loads and unloads dlgTB for a run. The stop button lets waiting events run, requests the stop and
-// unloads the dialog, which then stays away until the run has unloaded it too.
+// unloads the dialog, which then stays away until the run has unloaded it too. Behind a message
+// that hid it the dialog comes back only if it was loaded before: a stop pressed behind the last
+// stop test would end the next run.
 //
 // Showing progress serves the desktop's events, as calls into a word processor do, so that the
 // windows stay alive and the button can be pressed: at each label, whenever the bar has moved by a
@@ -73,7 +75,8 @@ private:
     QWidget* parent_;
     std::unique_ptr<dlgTB, Later> dialog_;
     bool isStopped_ = false;
-    double servedAt_ = 0; // the progress
+    bool isMissing_ = false; // it was not loaded when it was to be hidden
+    double servedAt_ = 0;    // the progress
     QElapsedTimer sinceEvents_;
 };
 
