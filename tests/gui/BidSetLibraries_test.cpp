@@ -162,6 +162,17 @@ protected:
     }
 };
 
+TEST_F(FrmMultLevel, TheNumberStandsInTheMiddleBetweenItsTexts) {
+    openFromButton([&](auto& shown) {
+        const auto* number = shown.template findChild<QLabel*>("Label1");
+        const int left = box(shown, "Text1(0)").geometry().right();
+        const int right = box(shown, "Text1(1)").geometry().left();
+        EXPECT_TRUE(number->alignment() & Qt::AlignHCenter);
+        EXPECT_NEAR(number->geometry().center().x(), (left + right) / 2, 2);
+        shown.reject();
+    });
+}
+
 TEST_F(FrmMultLevel, AlwaysOpensWithItsFirstTextsAndNoOption) {
     switches().gMultLevelMode = 2;
     switches().gMultLevelText = "卷篇";

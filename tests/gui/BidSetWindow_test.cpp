@@ -48,7 +48,9 @@ TEST_F(BidSetWindow, TheTabKeyWalksAPageInReadingOrder) {
         {"txtPageupdis",
          {"TxtPageDownDis", "TxtPageLeftDis", "TxtPageRightdis", "Txtheader", "TxtFooter",
           "cmbTextFont", "cmbTextSize", "TxtBind", "opt", "lstSet"}},
+        {"Option1(1)", {"cboBianHao", "txtInde", "lstSet", "cmdSaveSet", "cmdDecide", "cmdCancel"}},
     };
+    click("Option1(1)"); // opens what it is for
     for (const auto& [first, rest] : pages) {
         reach(first).setFocus();
         for (const QString& next : rest) {

@@ -98,6 +98,11 @@ QWidget* newControl(const Field& field) {
         made->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         return made;
     }
+    case FieldKind::between: {
+        auto* made = new QLabel(caption);
+        made->setAlignment(Qt::AlignCenter);
+        return made;
+    }
     case FieldKind::label:
     case FieldKind::unit:
         break;
@@ -107,7 +112,8 @@ QWidget* newControl(const Field& field) {
 
 bool bearsItsCaption(FieldKind kind) {
     return kind == FieldKind::check || kind == FieldKind::option || kind == FieldKind::button ||
-           kind == FieldKind::more || kind == FieldKind::label || kind == FieldKind::unit;
+           kind == FieldKind::more || kind == FieldKind::label || kind == FieldKind::unit ||
+           kind == FieldKind::between;
 }
 
 void place(QGridLayout& grid, const Field& field) {

@@ -23,9 +23,10 @@ enum class FieldKind {
     check,
     option,
     button,
-    more,  // a button for the dialog behind it, no wider than it needs
-    label, // text of a preview
-    unit,  // plain words behind a field
+    more,    // a button for the dialog behind it, no wider than it needs
+    label,   // text of a preview
+    unit,    // plain words behind a field
+    between, // plain words in the middle of their columns
 };
 
 // One control of a frame. It bears the name that the design gives it as its object name, by which

@@ -23,7 +23,7 @@ constexpr Field fields[] = {
     {option, u"Option1(1)", u"不沿用以前的标题前、后缀", u"", 1, 0, 4},
     {option, u"Option1(2)", u"只第一级设为:", u"", 2, 0},
     {text, u"Text1(0)", u"", u"编号前的文字", 2, 1, 1, u"一个字；多出的字会移到编号后面"},
-    {label, u"Label1", u"N", u"编号", 2, 2},
+    {between, u"Label1", u"N", u"编号", 2, 2},
     {text, u"Text1(1)", u"", u"编号后的文字", 2, 3},
 };
 
