@@ -89,15 +89,12 @@ void CoverPage::connectSize(ComboBox& size, Label& label) {
 }
 
 void CoverPage::Load() {
-    std::unique_ptr<jet::Recordset> row;
-    ignoringErrors([&] { row = state_.gDbBidSet->OpenRecordset(theRow()); });
-    if (row && !row->Eof()) {
-        takeNamesOfPlan(*row);
-        ignoringErrors([&] { row->Requery(); });
-        showRow(*row);
-    } else if (row) {
-        fallBack();
-    }
+    const auto showWithNames = [this](jet::Recordset& row) {
+        takeNamesOfPlan(row);
+        ignoringErrors([&] { row.Requery(); });
+        showRow(row);
+    };
+    loadRow(*state_.gDbBidSet, theRow(), showWithNames, [this] { fallBack(); });
     showFonts();
 }
 
@@ -111,8 +108,8 @@ void CoverPage::takeNamesOfPlan(jet::Recordset& cover) {
     ignoringErrors([&] { cover.Edit(); });
     ignoringErrors([&] { cover.Set(field::projectName, plan->Get(field::name)); });
     ignoringErrors([&] {
-        information = state_.gDbUser->OpenRecordset(
-            u"select 施工单位 from %1Org "_s.arg(plan->Get(field::name).ToText()));
+        information = state_.gDbUser->OpenRecordset(u"select %1 from %2 "_s.arg(
+            field::contractor, store::informationTableOf(plan->Get(field::name).ToText())));
     });
     if (information) {
         ignoringErrors([&] { cover.Set(field::officeName, information->Get(field::contractor)); });

@@ -69,16 +69,9 @@ void HeaderFooterPage::writesFooterPosition(OptionButton& option, QStringView wo
 }
 
 void HeaderFooterPage::Load() {
-    std::unique_ptr<jet::Recordset> row;
-    ignoringErrors([&] { row = state_.gDbBidSet->OpenRecordset(theRow()); });
-    if (!row) {
-        return;
-    }
-    if (row->Eof()) {
-        fallBack();
-    } else {
-        showRow(*row);
-    }
+    loadRow(
+        *state_.gDbBidSet, theRow(), [this](const jet::Recordset& row) { showRow(row); },
+        [this] { fallBack(); });
 }
 
 void HeaderFooterPage::showRow(const jet::Recordset& row) {

@@ -81,16 +81,10 @@ void HeadingPage::connectPosition(OptionButton& option, TextAlign alignment, QSt
 
 void HeadingPage::Load() {
     const QScopedValueRollback loading(isLoading_, true);
-    std::unique_ptr<jet::Recordset> row;
-    ignoringErrors([&] { row = state_.gDbBidSet->OpenRecordset(rowOf(u"1"_s)); });
-    if (!row) {
-        return;
-    }
-    if (row->Eof()) {
-        fallBack();
-    } else {
-        show(*row, Failing::passedOver);
-    }
+    loadRow(
+        *state_.gDbBidSet, rowOf(u"1"_s),
+        [this](const jet::Recordset& row) { show(row, Failing::passedOver); },
+        [this] { fallBack(); });
 }
 
 void HeadingPage::fallBack() {

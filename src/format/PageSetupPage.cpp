@@ -57,16 +57,9 @@ void PageSetupPage::connect(desktop::MessageBoxes& messages) {
 }
 
 void PageSetupPage::Load() {
-    std::unique_ptr<jet::Recordset> row;
-    ignoringErrors([&] { row = state_.gDbBidSet->OpenRecordset(theRow()); });
-    if (!row) {
-        return;
-    }
-    if (row->Eof()) {
-        fallBack();
-    } else {
-        showRow(*row);
-    }
+    loadRow(
+        *state_.gDbBidSet, theRow(), [this](const jet::Recordset& row) { showRow(row); },
+        [this] { fallBack(); });
 }
 
 // The right margin is guarded by the top one, not by its own field: installations have it so.

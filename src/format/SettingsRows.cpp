@@ -43,8 +43,19 @@ bool holdsText(const jet::Recordset& row, QStringView field) {
     return !files::Trim(textOf(row, field)).isEmpty();
 }
 
-void writeRow(jet::Database& database, const QString& query, const WriteRow& edit,
-              const WriteRow& create) {
+void loadRow(jet::Database& database, const QString& query, const UseRow& show,
+             const std::function<void()>& fallBack) {
+    std::unique_ptr<jet::Recordset> row;
+    ignoringErrors([&] { row = database.OpenRecordset(query); });
+    if (row && row->Eof()) {
+        fallBack();
+    } else if (row) {
+        show(*row);
+    }
+}
+
+void writeRow(jet::Database& database, const QString& query, const UseRow& edit,
+              const UseRow& create) {
     const auto rows = database.OpenRecordset(query);
     if (rows->Eof()) {
         rows->AddNew();

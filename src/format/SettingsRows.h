@@ -57,11 +57,16 @@ private:
     Failing failing_;
 };
 
-using WriteRow = std::function<void(jet::Recordset& row)>;
+using UseRow = std::function<void(jet::Recordset& row)>;
+
+// The load of the dialog: opens the query and hands on its first row; `fallBack` stands in for a
+// row that is missing. A query that fails does neither.
+void loadRow(jet::Database& database, const QString& query, const UseRow& show,
+             const std::function<void()>& fallBack);
 
 // Opens the query and lets `edit` set fields of its first row, or `create` those of a new one when
 // there is none. Errors of the store pass; the row is then as it was.
-void writeRow(jet::Database& database, const QString& query, const WriteRow& edit,
-              const WriteRow& create);
+void writeRow(jet::Database& database, const QString& query, const UseRow& edit,
+              const UseRow& create);
 
 } // namespace qvnd::format

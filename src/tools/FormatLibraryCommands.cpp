@@ -68,11 +68,20 @@ ExitStatus listLibraries(Session& session, const QStringList& words) {
     return tellNames(session, entriesOf(settingsOf(session), kind));
 }
 
-ExitStatus saveLibrary(Session& session, const QStringList& words) {
+// "set NAME" or "cover NAME".
+struct Library {
+    Kind kind;
+    QString name;
+};
+
+Library libraryOf(const QStringList& words) {
     const Arguments arguments(words, {});
     arguments.expectPositions(2, 2);
-    const Kind kind = kindOf(arguments.position(0));
-    const QString name = nameAt(arguments, 1);
+    return {kindOf(arguments.position(0)), nameAt(arguments, 1)};
+}
+
+ExitStatus saveLibrary(Session& session, const QStringList& words) {
+    const auto [kind, name] = libraryOf(words);
     jet::Database& settings = settingsOf(session);
     if (kind == Kind::setting) {
         format::copySettingTables(settings, name);
@@ -105,10 +114,7 @@ ExitStatus notThere(Session& session, const QString& name) {
 }
 
 ExitStatus showLibrary(Session& session, const QStringList& words) {
-    const Arguments arguments(words, {});
-    arguments.expectPositions(2, 2);
-    const Kind kind = kindOf(arguments.position(0));
-    const QString name = nameAt(arguments, 1);
+    const auto [kind, name] = libraryOf(words);
     jet::Database& settings = settingsOf(session);
     if (!entriesOf(settings, kind).contains(name)) {
         return notThere(session, name);
@@ -127,10 +133,7 @@ ExitStatus showLibrary(Session& session, const QStringList& words) {
 }
 
 ExitStatus deleteLibrary(Session& session, const QStringList& words) {
-    const Arguments arguments(words, {});
-    arguments.expectPositions(2, 2);
-    const Kind kind = kindOf(arguments.position(0));
-    const QString name = nameAt(arguments, 1);
+    const auto [kind, name] = libraryOf(words);
     jet::Database& settings = settingsOf(session);
     if (!entriesOf(settings, kind).contains(name)) {
         return notThere(session, name);

@@ -8,8 +8,8 @@
 // The controls that hold a text, an entry of a list or a date.
 namespace qvnd::format {
 
-// A text box. Change follows every real change of its text, LostFocus the user's leaving it.
-class TextBox : public Control {
+// A control that shows a text. Change follows every real change of it by assignment or typing.
+class TextControl : public Control {
 public:
     using Control::Control;
 
@@ -22,12 +22,31 @@ public:
         }
     }
 
+    // The dialog's handler; an empty one does nothing.
+    std::function<void()> Change;
+
+protected:
+    // Shows another text without Change.
+    void showText(const QString& text) {
+        text_ = text;
+        show();
+    }
+
+private:
+    QString text_;
+};
+
+// A text box; LostFocus follows the user's leaving it.
+class TextBox : public TextControl {
+public:
+    using TextControl::TextControl;
+
     // The user's typing, pasting or erasing: the whole text as it stands then. Characters that
     // KeyPress refuses are left out, however they came.
     void type(const QString& text) {
         const QString allowed = withoutRefused(text);
         dialog().userDid([&] { setText(allowed); });
-        if (text != text_) {
+        if (text != this->text()) {
             show();
         }
     }
@@ -37,10 +56,9 @@ public:
     }
 
     // Why the text will be refused when the focus leaves; empty when it will not.
-    QString problem() const { return Problem ? Problem(text_) : QString(); }
+    QString problem() const { return Problem ? Problem(text()) : QString(); }
 
     // The dialog's handlers; empty ones do nothing.
-    std::function<void()> Change;
     std::function<void()> LostFocus;
     std::function<bool(QChar)> KeyPress;
     std::function<QString(const QString&)> Problem;
@@ -55,24 +73,13 @@ private:
         }
         return kept;
     }
-
-    QString text_;
 };
 
 // A combo box. It shows a text, which need not be an entry of its list. Assigning the text raises
 // Change and never Click; a pick from the list raises Click and never Change.
-class ComboBox : public Control {
+class ComboBox : public TextControl {
 public:
-    using Control::Control;
-
-    const QString& text() const { return text_; }
-    void setText(const QString& text) {
-        if (text != text_) {
-            text_ = text;
-            show();
-            raise(Change);
-        }
-    }
+    using TextControl::TextControl;
 
     // Shared with other boxes that were given the same list.
     const QStringList& entries() const { return entries_; }
@@ -84,8 +91,7 @@ public:
 
     // The user's pick, also of the entry that is shown already.
     void pick(qsizetype entry) {
-        text_ = entries_.at(entry);
-        show();
+        showText(entries_.at(entry));
         dialog().userDid([&] { raise(Click); });
     }
     // The user's erasing in a box that allows it.
@@ -93,11 +99,9 @@ public:
         dialog().userDid([&] { setText(text); });
     }
 
-    std::function<void()> Change;
     std::function<void()> Click;
 
 private:
-    QString text_;
     QStringList entries_;
 };
 
