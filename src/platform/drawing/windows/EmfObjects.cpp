@@ -198,22 +198,9 @@ void EmfPlayer::alphaBlend(In& in) {
     dc_.drawImage(transfer);
 }
 
-void EmfPlayer::stretchDiBits(In& in) {
-    in.skip(boundsSize);
-    BitmapTransfer transfer;
-    const QPointF target = point(in);
-    const QPointF source = point(in);
-    const QSizeF size = extentOf(in);
-    transfer.image = bitmap(in);
-    in.skip(4);
-    transfer.rasterOperation = in.u32();
-    transfer.target = QRectF(target, extentOf(in));
-    transfer.source =
-        QRectF(QPointF(source.x(), transfer.image.height() - source.y() - size.height()), size);
-    dc_.drawImage(transfer);
-}
-
-void EmfPlayer::setDiBitsToDevice(In& in) {
+// What both records of a bitmap without a device begin with. The part of it that is drawn counts
+// from its lower edge.
+BitmapTransfer EmfPlayer::diBits(In& in) {
     in.skip(boundsSize);
     BitmapTransfer transfer;
     const QPointF target = point(in);
@@ -224,7 +211,17 @@ void EmfPlayer::setDiBitsToDevice(In& in) {
     transfer.target = QRectF(target, size);
     transfer.source =
         QRectF(QPointF(source.x(), transfer.image.height() - source.y() - size.height()), size);
+    return transfer;
+}
+
+void EmfPlayer::stretchDiBits(In& in) {
+    BitmapTransfer transfer = diBits(in);
+    in.skip(4);
+    transfer.rasterOperation = in.u32();
+    transfer.target.setSize(extentOf(in));
     dc_.drawImage(transfer);
 }
+
+void EmfPlayer::setDiBitsToDevice(In& in) { dc_.drawImage(diBits(in)); }
 
 } // namespace qvnd::drawing

@@ -134,6 +134,7 @@ private:
     void stretchBlt(In& in) { blockTransfer(in, true); }
     void alphaBlend(In& in);
     void blockTransfer(In& in, bool hasSourceSize);
+    BitmapTransfer diBits(In& in);
     void stretchDiBits(In& in);
     void setDiBitsToDevice(In& in);
     QImage bitmap(In& in);
