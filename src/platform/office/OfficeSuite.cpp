@@ -69,6 +69,13 @@ QString OfficeSuite::installedProgram() {
     return {};
 }
 
+// The programs that draw the windows of each toolkit lie beside the suite's own one. Where that is
+// not found, as behind a wrapper, nothing speaks against windows.
+bool OfficeSuite::hasWindows(const QString& program) {
+    const QDir beside = QFileInfo(QFileInfo(program).canonicalFilePath()).dir();
+    return !beside.exists(u"soffice.bin"_s) || !beside.entryList({u"libvclplug*"_s}).isEmpty();
+}
+
 QString OfficeSuite::profileOption(const QString& folder) {
     return u"-env:UserInstallation="_s +
            QString::fromLatin1(QUrl::fromLocalFile(folder).toEncoded());

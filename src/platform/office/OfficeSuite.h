@@ -21,6 +21,9 @@ public:
 
     // The program as this desktop finds it; empty when there is none.
     static QString installedProgram();
+    // Whether it can show documents in windows: packages for servers cannot, and end without a
+    // word.
+    static bool hasWindows(const QString& program);
     // The option that names the folder of the suite's profile. It is plain ASCII, as arguments go
     // through the locale's encoding, which may know no Chinese.
     static QString profileOption(const QString& folder);

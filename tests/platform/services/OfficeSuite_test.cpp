@@ -57,6 +57,18 @@ protected:
     QTemporaryDir folder;
 };
 
+TEST_F(OfficeSuiteTest, ASuiteForServersHasNoWindows) {
+    QDir(folder.path()).mkpath(u"suite"_s);
+    write(u"suite/soffice"_s, "#!/bin/sh\n");
+    write(u"suite/soffice.bin"_s, "");
+    const QString program = folder.filePath(u"soffice"_s);
+    ASSERT_TRUE(QFile::link(folder.filePath(u"suite/soffice"_s), program));
+    EXPECT_FALSE(OfficeSuite::hasWindows(program));
+    write(u"suite/libvclplug_gtk3lo.so"_s, "");
+    EXPECT_TRUE(OfficeSuite::hasWindows(program));
+    EXPECT_TRUE(OfficeSuite::hasWindows(write(u"wrapper"_s, "#!/bin/sh\n")));
+}
+
 TEST_F(OfficeSuiteTest, TheProfilesAddressIsAsciiWhateverItsFolder) {
     const QString profile = folder.filePath(u"卷宗 编制/profile"_s);
     const QString seen = folder.filePath(u"seen"_s);

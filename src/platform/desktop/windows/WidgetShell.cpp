@@ -35,7 +35,8 @@ void WidgetShell::openAsTemplate(const QString& file) {
     const QString suite = office::OfficeSuite::installedProgram();
     // An address is plain ASCII, whatever encoding arguments go through.
     const QString address = QString::fromLatin1(QUrl::fromLocalFile(file).toEncoded());
-    if (!suite.isEmpty() && QProcess::startDetached(suite, {QStringLiteral("-n"), address})) {
+    if (!suite.isEmpty() && office::OfficeSuite::hasWindows(suite) &&
+        QProcess::startDetached(suite, {QStringLiteral("-n"), address})) {
         return;
     }
     QTemporaryDir folder;

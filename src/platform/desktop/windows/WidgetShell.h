@@ -9,7 +9,7 @@ class WidgetShell : public Shell {
 public:
     void run(const QString& program) override;
     void open(const QString& file) override;
-    // By the office suite; without one a copy in the temporary folder is opened.
+    // By the office suite; without one that has windows a copy in the temporary folder is opened.
     void openAsTemplate(const QString& file) override;
 };
 
