@@ -55,6 +55,21 @@ TEST_F(EmptyPlan, ItsButtonsAreTheCommandsNewPlanAndGuide) {
     EXPECT_EQ(frame.asked, QStringList{"showHelpContents"});
 }
 
+TEST_F(EmptyPlan, TheTreeOfTheNewPlanHasTheKeyboardBehindItsButton) {
+    openAsItIs();
+    form->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    item("mnuNew").disconnect();
+    QObject::connect(&item("mnuNew"), &QAction::triggered, [&] {
+        world.workbench.TrvCurrent.Add("N", "N", outline::image::root,
+                                       outline::image::rootSelected);
+        form->applyCommands();
+    });
+    QTest::mouseClick(form->findChild<QPushButton*>("hintNew"), Qt::LeftButton);
+    EXPECT_FALSE(hint().isVisible());
+    EXPECT_TRUE(trvCurrent().hasFocus());
+}
+
 TEST_F(EmptyPlan, ARightClickBesideTheButtonsStillOffersOnlyMnuNew) {
     openAsItIs();
     auto* menu = form->findChild<QMenu*>("mnuSys");

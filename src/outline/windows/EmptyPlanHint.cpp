@@ -72,7 +72,11 @@ void EmptyPlanHint::apply(const Workbench& workbench) {
         title_->setText(u"没有打开的方案"_s);
         text_->setText(u"在下面的“用户方案”中单击一个方案的名称打开它，或者新建一个方案。"_s);
     }
-    setVisible(workbench.TrvCurrent.Count() == 0);
+    const bool isWanted = workbench.TrvCurrent.Count() == 0;
+    if (!isWanted && isAncestorOf(window()->focusWidget())) {
+        parentWidget()->setFocus();
+    }
+    setVisible(isWanted);
 }
 
 bool EmptyPlanHint::eventFilter(QObject* watched, QEvent* event) {

@@ -18,6 +18,7 @@ public:
     explicit EmptyPlanHint(QWidget* viewport);
 
     // Stands as long as the workbench shows no plan. Its words depend on whether there are plans.
+    // When it goes, the tree takes the keyboard over from its buttons.
     void apply(const Workbench& workbench);
 
 signals:
