@@ -9,6 +9,7 @@
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
 #include "store/PlanTables.h"
+#include "tools/TerminalServices.h"
 
 #include <QApplication>
 #include <QDir>
@@ -27,11 +28,6 @@ namespace {
 using namespace qvnd;
 using namespace Qt::StringLiterals;
 
-class NoSplash : public desktop::SplashScreen {
-    void show() override {}
-    void tell(const QString& /*text*/) override {}
-    void unload() override {}
-};
 class NoMessages : public desktop::MessageBoxes {
     desktop::Answer show(const desktop::Message&) override { return desktop::Answer::no; }
 };
@@ -39,15 +35,6 @@ class NoFiles : public desktop::FileDialogs {
     desktop::ChosenFile open(const desktop::OpenFileQuestion&) override {
         throw RunTimeError(error::dialogCancelled, u"cancelled");
     }
-};
-class NoEvents : public desktop::Events {
-    void doEvents() override {}
-};
-class NoLongRun : public desktop::LongRun {
-    void begin(const QString&, int) override {}
-    void next(const QString&) override {}
-    bool isCancelled() override { return false; }
-    void end() override {}
 };
 class NoWord : public word::ApplicationFactory {
     std::unique_ptr<word::Application> create() override { return nullptr; }
@@ -100,7 +87,8 @@ public:
                                    *workbench,
                                    {messages_, splash_, files_, events_, word_, longRun_},
                                    frame_,
-                                   *fraSee});
+                                   *fraSee,
+                                   input_});
     }
 
     modMain state;
@@ -142,11 +130,12 @@ private:
 
     QTemporaryDir folder_;
     NoMessages messages_;
-    NoSplash splash_;
+    tools::NoSplash splash_;
     NoFiles files_;
-    NoEvents events_;
+    tools::NoEvents events_;
     NoWord word_;
-    NoLongRun longRun_;
+    tools::NoLongRun longRun_;
+    tools::NoInputBoxes input_;
     NoPreview preview_;
     NoFrame frame_;
 };

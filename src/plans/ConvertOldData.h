@@ -53,8 +53,8 @@ private:
 // for them. Any other answer, an empty one included, ends it.
 void convertOldData(const modMain& state, desktop::InputBoxes& input, ConversionDialog& dialog);
 
-// The two paragraphs that warn of converting without need. No command shows them by itself; they
-// are for whoever offers the conversion to a user.
+// The two paragraphs that warn of converting without need, for whoever offers the conversion to a
+// user. The command does not show them.
 QStringList conversionNotice();
 
 } // namespace qvnd::plans

@@ -10,9 +10,9 @@ namespace qvnd::plans {
 // the name that the first node of TrvCurrent shows; tables and registration are those of
 // gSelectedPlan, and stay when it is empty, as it is while another node than the root is selected.
 //
-// Errors are ignored statement by statement and told nowhere: of a folder in use, say, nothing
-// goes, and all the rest does. No transaction. False when there is no open plan or the user does
-// not want it, and nothing has been done.
+// Errors are ignored statement by statement and told nowhere: a folder in use stays, and the tables
+// and the registration go all the same. No transaction. False, and nothing done, when there is no
+// open plan or the user does not want it.
 bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages);
 
 } // namespace qvnd::plans

@@ -2,6 +2,7 @@
 #include "gui/support/WorkbenchWindow.h"
 
 #include "outline/OutlineTree.h"
+#include "support/FakeLegacyReader.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -471,6 +472,81 @@ TEST_F(Workbench, ThePlansInformationIsReachedFromTheTabOfTheOpenPlan) {
         dialog.reject();
     });
     bar->actions().front()->trigger();
+}
+
+// What has come into the folders since the start
+
+TEST_F(Workbench, FoldersThatCameSinceTheStartAreAdoptedFromTheTabsOfTheLibraries) {
+    open();
+    EXPECT_EQ(form->findChild<QTabWidget*>("TabTemplate")->tabBar()->actions().size(), 3);
+    world.folder.makeFolder("用户模板/新");
+    OutlineWorld::makeTable(*world.create(store::planDatabasePath(world.state, "新")), "新",
+                            {{"新", "新"}, {"新.1", "章"}});
+    world.folder.makeFolder("Sys/标书模板/样");
+    OutlineWorld::makeTable(*world.create(world.folder.path("Sys/标书模板/样/样.mdb")), "样",
+                            {{"样", "样"}});
+    item("updatePlans").trigger();
+    EXPECT_TRUE(OutlineWorld::shown(world.workbench.TrvTemplate_Us).contains("新.1"));
+    EXPECT_FALSE(OutlineWorld::shown(world.workbench.TrvTemplate).contains("样"));
+    item("updateTemplates").trigger();
+    EXPECT_TRUE(OutlineWorld::shown(world.workbench.TrvTemplate).contains("样"));
+    EXPECT_NE(form->cursor().shape(), Qt::WaitCursor);
+}
+
+TEST_F(Workbench, F5UpdatesTheLibraryThatHasTheKeyboard) {
+    open();
+    world.folder.makeFolder("用户模板/新");
+    OutlineWorld::makeTable(*world.create(store::planDatabasePath(world.state, "新")), "新",
+                            {{"新", "新"}});
+    trvUser().setFocus();
+    QTest::keyClick(&trvUser(), Qt::Key_F5);
+    EXPECT_TRUE(OutlineWorld::shown(world.workbench.TrvTemplate_Us).contains("新"));
+}
+
+// A plan of an older version whose folder came since the start.
+class OldPlan : public Workbench {
+protected:
+    OldPlan() {
+        files["旧"] = {
+            FakeLegacyReader::table("旧", {"名称", "Key"}, {{jet::Value("旧"), jet::Value("旧")}})};
+        world.state.gLegacyReader = std::make_unique<FakeLegacyReader>(files);
+    }
+
+    std::map<QString, FakeLegacyReader::Tables> files;
+};
+
+TEST_F(OldPlan, IsConvertedAndListedWhenTheUserChoosesPlans) {
+    open();
+    world.folder.write("用户模板/旧/旧.mdb", "JET:旧");
+    inputs.answers = {"1"};
+    item("convertOldData").trigger();
+    ASSERT_EQ(inputs.asked.size(), 1U);
+    EXPECT_EQ(inputs.asked[0].title, "转换标书");
+    EXPECT_TRUE(OutlineWorld::shown(world.workbench.TrvTemplate_Us).contains("旧"));
+    EXPECT_EQ(world.folder.read("用户模板/旧/旧.mdb.jet"), "JET:旧");
+    EXPECT_EQ(frame.status, QStringList("已转换 1 个，共 1 个。"));
+}
+
+TEST_F(OldPlan, StaysAsItIsWhenTheUserCancelsTheConversion) {
+    open();
+    world.folder.write("用户模板/旧/旧.mdb", "JET:旧");
+    item("convertOldData").trigger();
+    EXPECT_EQ(world.folder.read("用户模板/旧/旧.mdb"), "JET:旧");
+    EXPECT_TRUE(frame.status.isEmpty());
+}
+
+TEST_F(OldPlan, TheConversionTellsThatThereIsNothingToConvert) {
+    open();
+    inputs.answers = {"2"};
+    item("convertOldData").trigger();
+    EXPECT_EQ(frame.status, QStringList("没有旧版本的方案或模板需要转换。"));
+}
+
+TEST_F(OldPlan, TheItemOfTheConversionWarnsOfIt) {
+    open();
+    EXPECT_EQ(item("convertOldData").toolTip(),
+              "如果你还不知道此项的具体功能请先看帮助。\n因为意外的操作可能造成 2.2.1 "
+              "版本以前生成的标书或模板不能在主界面窗口中显示出来！");
 }
 
 } // namespace

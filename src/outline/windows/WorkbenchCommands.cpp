@@ -11,12 +11,32 @@
 #include "outline/TreeDrag.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/dlgAddDocWindow.h"
+#include "plans/ConvertOldData.h"
 #include "plans/DeletePlan.h"
+#include "plans/UpdateLibraries.h"
 #include "plans/windows/DlgNewWindow.h"
+
+#include <QWidget>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
 namespace qvnd::outline {
+
+namespace {
+
+class WindowPointer : public desktop::MousePointer {
+public:
+    explicit WindowPointer(QWidget& window) : window_(window) {}
+    void showHourglass() override { window_.setCursor(Qt::WaitCursor); }
+    void showUsual() override { window_.unsetCursor(); }
+
+private:
+    QWidget& window_;
+};
+
+} // namespace
 
 WorkbenchCommands::WorkbenchCommands(const WorkbenchParts& parts, QWidget& window)
     : parts_(parts), window_(window) {}
@@ -136,6 +156,38 @@ void WorkbenchCommands::tellPasted(const Pasted& pasted) {
     if (pasted.outcome == Copied::copied && pasted.newKeys.isEmpty()) {
         tellOverwritten();
     }
+}
+
+void WorkbenchCommands::updateTemplates() {
+    WindowPointer pointer(window_);
+    plans::UpdateLibraries(parts_.state, parts_.workbench, parts_.services.messages,
+                           parts_.services.splash, pointer)
+        .templates();
+}
+
+void WorkbenchCommands::updatePlans() {
+    WindowPointer pointer(window_);
+    plans::UpdateLibraries(parts_.state, parts_.workbench, parts_.services.messages,
+                           parts_.services.splash, pointer)
+        .plans();
+}
+
+void WorkbenchCommands::convertOldData() {
+    const auto& taken = parts_.state.LegacyTakeovers;
+    const auto before = static_cast<std::ptrdiff_t>(taken.size());
+    plans::LegacyConversion dialog(parts_.state, parts_.services.messages, [this](int bType) {
+        bType == 1 ? updatePlans() : updateTemplates();
+    });
+    plans::convertOldData(parts_.state, parts_.inputBoxes, dialog);
+    if (dialog.bType == 0) {
+        return;
+    }
+    const auto converted = std::count_if(taken.begin() + before, taken.end(),
+                                         [](const auto& one) { return one.Failure.isEmpty(); });
+    parts_.frame.showStatus(
+        dialog.ListBox.isEmpty()
+            ? u"没有旧版本的方案或模板需要转换。"_s
+            : u"已转换 %1 个，共 %2 个。"_s.arg(converted).arg(dialog.ListBox.size()));
 }
 
 void WorkbenchCommands::mnuChongDie() { parts_.frame.arrangeCascade(); }

@@ -3,6 +3,7 @@
 #include "outline/Services.h"
 #include "outline/Workbench.h"
 #include "outline/dlgAddDoc.h"
+#include "platform/desktop/InputBoxes.h"
 #include "platform/preview/DocumentPreview.h"
 #include "store/modMain.h"
 
@@ -22,6 +23,7 @@ struct WorkbenchParts {
     Services services;
     WorkbenchFrame& frame;
     preview::DocumentPreview& preview;
+    desktop::InputBoxes& inputBoxes;
 };
 
 // The commands behind the menus, the toolbar and the buttons, each one call into the logic or into
@@ -61,6 +63,11 @@ public:
     // A drop on a node of TrvCurrent, null beside all nodes: of a node, and of files from outside.
     void drop(OutlineNode* node);
     void addFiles(const OutlineNode* node, const QStringList& files);
+    // Folders that have come beside the program since its start: adopted, and listed.
+    void updateTemplates();
+    void updatePlans();
+    // 转换标书; the status bar tells how many folders were converted.
+    void convertOldData();
     // Selects the root of the open plan when no node is selected.
     void selectRoot();
 

@@ -51,7 +51,9 @@ OutlineView* view(OutlineModel* model, const QString& accessibleName,
 frmBid::frmBid(const Parts& parts, QWidget* parent)
     : QWidget(parent), state_(parts.state), workbench_(parts.workbench), services_(parts.services),
       preview_(parts.fraSee.document()), frame_(parts.frame),
-      commands_({parts.state, parts.workbench, parts.services, parts.frame, preview_}, *this),
+      commands_(
+          {parts.state, parts.workbench, parts.services, parts.frame, preview_, parts.inputBoxes},
+          *this),
       others_(parts.state, parts.workbench),
       inTurn_(parts.state, parts.services.messages, [this] { return lookAtOthers(); }),
       menus_(*this), TbarBid_(new WorkbenchToolbar(this)), fraSee_(&parts.fraSee) {
@@ -64,6 +66,7 @@ frmBid::frmBid(const Parts& parts, QWidget* parent)
     buildBars();
     setOrder();
     connectMenus();
+    connectTabs();
     connectToolbar();
     connectTrvCurrent();
     connectRenaming();

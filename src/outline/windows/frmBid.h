@@ -35,6 +35,7 @@ public:
         Services services;
         WorkbenchFrame& frame;
         PreviewFrame& fraSee;
+        desktop::InputBoxes& inputBoxes;
     };
 
     explicit frmBid(const Parts& parts, QWidget* parent = nullptr);
@@ -80,6 +81,7 @@ private:
     void setOrder();
     QPushButton* button(const QString& name, const QString& caption);
     void connectMenus();
+    void connectTabs();
     void connectToolbar();
     void connectTrvCurrent();
     void connectRenaming();

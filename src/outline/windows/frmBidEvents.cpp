@@ -12,9 +12,11 @@
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/WorkbenchToolbar.h"
+#include "plans/ConvertOldData.h"
 #include "platform/files/Paths.h"
 
 #include <QHash>
+#include <QMenu>
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
@@ -30,6 +32,27 @@ void onKey(QWidget& tree, const QKeySequence& key, const std::function<void()>& 
     auto* shortcut = new QShortcut(key, &tree);
     shortcut->setContext(Qt::WidgetShortcut);
     QObject::connect(shortcut, &QShortcut::activated, &tree, command);
+}
+
+// QWidget's own menu of a widget's actions shows no tool tips.
+void popUpItsActions(QWidget& widget) {
+    widget.setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(&widget, &QWidget::customContextMenuRequested, &widget,
+                     [&widget](const QPoint& place) {
+                         auto* menu = new QMenu(&widget);
+                         menu->setAttribute(Qt::WA_DeleteOnClose);
+                         menu->setToolTipsVisible(true);
+                         menu->addActions(widget.actions());
+                         menu->popup(widget.mapToGlobal(place));
+                     });
+}
+
+QAction* offer(const QTabWidget& tabs, const QString& name, const QString& caption) {
+    QTabBar* bar = tabs.tabBar();
+    auto* action = new QAction(caption, bar);
+    action->setObjectName(name);
+    bar->addAction(action);
+    return action;
 }
 
 } // namespace
@@ -66,18 +89,29 @@ void frmBid::connectMenus() {
     bindAtOnce(menus_.mnuCopy, &WorkbenchCommands::mnuCopy);
     bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate);
     bind(menus_.mnuBroTemplate, &WorkbenchCommands::mnuBroTemplate);
-
-    // The plan's information has no item of its own: it is where a user asks for the properties of
-    // what a tab shows.
-    QTabBar* bar = TabCurrent_->tabBar();
-    auto* information = new QAction(u"工程信息(&I)..."_s, bar);
-    information->setObjectName(u"OpenPlanInfo"_s);
-    bar->addAction(information);
-    bar->setContextMenuPolicy(Qt::ActionsContextMenu);
-    connect(information, &QAction::triggered, this, &frmBid::OpenPlanInfo);
-    onKey(*TrvCurrent_, QKeySequence(u"Alt+Return"_s), [this] { OpenPlanInfo(); });
     onKey(*TrvTemplate_, QKeySequence::Copy, [this] { menus_.mnuCopy->trigger(); });
     onKey(*TrvCurrent_, QKeySequence::Paste, [this] { menus_.mnuPaste->trigger(); });
+}
+
+// Commands without an item in the menus stand where a user asks for the properties of what a tab
+// shows: in the context menu of the tabs.
+void frmBid::connectTabs() {
+    for (QTabWidget* tabs : {TabCurrent_, TabTemplate_}) {
+        popUpItsActions(*tabs->tabBar());
+    }
+    QAction* information = offer(*TabCurrent_, u"OpenPlanInfo"_s, u"工程信息(&I)..."_s);
+    connect(information, &QAction::triggered, this, &frmBid::OpenPlanInfo);
+    onKey(*TrvCurrent_, QKeySequence(u"Alt+Return"_s), [this] { OpenPlanInfo(); });
+
+    QAction* templates = offer(*TabTemplate_, u"updateTemplates"_s, u"更新施工方案模板(&T)"_s);
+    bind(templates, &WorkbenchCommands::updateTemplates);
+    onKey(*TrvTemplate_, QKeySequence::Refresh, [templates] { templates->trigger(); });
+    QAction* plans = offer(*TabTemplate_, u"updatePlans"_s, u"更新用户方案(&P)"_s);
+    bind(plans, &WorkbenchCommands::updatePlans);
+    onKey(*TrvTemplate_Us_, QKeySequence::Refresh, [plans] { plans->trigger(); });
+    QAction* conversion = offer(*TabTemplate_, u"convertOldData"_s, u"转换标书(&C)..."_s);
+    conversion->setToolTip(plans::conversionNotice().join(u'\n'));
+    bind(conversion, &WorkbenchCommands::convertOldData);
 }
 
 void frmBid::connectToolbar() {

@@ -116,8 +116,9 @@ void DesktopRun::showFrmBid() {
 }
 
 ChildWindow DesktopRun::loadWorkbench() {
-    auto* window = new outline::frmBid({program_.state(), program_.workbench(), services_.outline,
-                                        *mainForm_, *services_.makePreview()});
+    auto* window =
+        new outline::frmBid({program_.state(), program_.workbench(), services_.outline, *mainForm_,
+                             *services_.makePreview(), services_.inputBoxes});
     window->Load();
     frmBid_ = window;
     return {window, window->menus(), [window] { window->Load(); }};

@@ -172,7 +172,8 @@ public:
         }
         add(name, widget.toolTip());
         addOwnText(widget, name);
-        if (widget.contextMenuPolicy() == Qt::ActionsContextMenu) {
+        const Qt::ContextMenuPolicy policy = widget.contextMenuPolicy();
+        if (policy == Qt::ActionsContextMenu || policy == Qt::CustomContextMenu) {
             addItems(widget, widget.actions());
         }
     }

@@ -4,6 +4,7 @@
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/WorkbenchToolbar.h"
 #include "outline/windows/frmBid.h"
+#include "support/FakeInputBoxes.h"
 #include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 
@@ -98,8 +99,8 @@ protected:
     void openAsItIs() {
         pane = new TallPane;
         fraSee = new outline::PreviewFrame(*pane, preview);
-        form = std::make_unique<outline::frmBid>(
-            outline::frmBid::Parts{world.state, world.workbench, world.services(), frame, *fraSee});
+        form = std::make_unique<outline::frmBid>(outline::frmBid::Parts{
+            world.state, world.workbench, world.services(), frame, *fraSee, inputs});
         form->resize(1000, 680);
         form->show();
         form->Load();
@@ -151,6 +152,7 @@ protected:
     OutlineWorld world;
     RecordingFrame frame;
     FakePreview preview;
+    FakeInputBoxes inputs;
     TallPane* pane = nullptr;
     outline::PreviewFrame* fraSee = nullptr;
     std::unique_ptr<outline::frmBid> form;
