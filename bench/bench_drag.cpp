@@ -1,6 +1,8 @@
 // What a drop on the open plan costs on a long outline: moves within it, and copies from a
 // template.
 
+#include "OutlineBench.h"
+
 #include "outline/OutlineRows.h"
 #include "outline/TreeDrag.h"
 #include "outline/TreeLoading.h"
@@ -21,60 +23,17 @@
 namespace {
 
 using namespace qvnd;
-
-const QString plan = QStringLiteral("工程甲");
-
-class Silence : public desktop::MessageBoxes,
-                public desktop::SplashScreen,
-                public desktop::FileDialogs,
-                public desktop::Events,
-                public desktop::LongRun,
-                public word::ApplicationFactory {
-public:
-    desktop::Answer show(const desktop::Message& message) override {
-        std::printf("%s\n", qPrintable(message.text));
-        return message.buttons == desktop::Buttons::yesNo ? desktop::Answer::no
-                                                          : desktop::Answer::ok;
-    }
-    void show() override {}
-    void tell(const QString& /*text*/) override {}
-    void unload() override {}
-    desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override { return {}; }
-    void doEvents() override {}
-    void begin(const QString& /*title*/, int /*pieces*/) override {}
-    void next(const QString& /*text*/) override {}
-    bool isCancelled() override { return false; }
-    void end() override {}
-    std::unique_ptr<word::Application> create() override { return nullptr; }
-};
+using bench::plan;
 
 // A plan of so many rows, two documents among ten of them: a first chapter with half of them, and
 // chapters of ten. A template of a tenth of that.
-class Plan {
+class Plan : bench::OutlineWork {
 public:
     explicit Plan(int rows) {
-        const QString root = files::withSeparator(directory_.path());
-        QDir(root).mkpath("Sys/标书模板/模板");
-        QDir(root).mkpath("plans/" + plan);
-        state_.AppPath = directory_.path();
-        state_.gSysPath = root + "Sys/";
-        state_.gUserTplPath = root + "plans/";
-        state_.gFso = std::make_unique<files::DiskFileSystem>();
-        state_.gWs = &state_.DBEngine.Workspaces(0);
-        state_.gDbUser = state_.gWs->CreateDatabase(root + "user.mdb", {});
-        state_.gDbTemplate = state_.gWs->CreateDatabase(root + "template.mdb", {});
-        for (const char* table : {"遍历表", "当前表"}) {
-            jet::TableDef names(table);
-            names.Fields = {jet::TableDef::CreateField("名称", jet::FieldType::Memo)};
-            state_.gDbUser->TableDefs().Append(names);
-            const auto rs = state_.gDbUser->OpenRecordset(QString(table));
-            rs->AddNew();
-            rs->Set(u"名称", plan);
-            rs->Update();
-        }
-        state_.gDbUser->TableDefs().Append(store::outlineTable("temp"));
-        fill(*state_.gDbUser, plan, rows, root + "plans/");
-        fill(*state_.gDbTemplate, "模板", rows / 10, root + "Sys/标书模板/");
+        const QString templates = store::templateFolder(state_, "模板");
+        QDir().mkpath(templates);
+        fill(*state_.gDbUser, plan, rows, store::planFolder(state_, plan));
+        fill(*state_.gDbTemplate, "模板", rows / 10, templates);
         show(*state_.gDbUser, plan, workbench_.TrvCurrent);
         show(*state_.gDbTemplate, "模板", workbench_.TrvTemplate);
     }
@@ -108,7 +67,7 @@ private:
             const QString key = isChapter ? chapter : chapter + number;
             const bool isDocument = i % 10 == 3 || i % 10 == 6;
             outline::addRow(*table, {key, QStringLiteral("第 %1 项").arg(i), isDocument});
-            QFile file(folder + name + u'/' + key + ".doc");
+            QFile file(folder + u'/' + key + ".doc");
             if (isDocument && file.open(QIODevice::WriteOnly)) {
                 file.write("document");
             }
@@ -121,20 +80,14 @@ private:
     double drop(const QString& target) {
         QElapsedTimer clock;
         clock.start();
-        const auto dropped = outline::OLEDragDrop(
-            state_, workbench_, {silence_, silence_, silence_, silence_, silence_, silence_},
-            &workbench_.TrvCurrent.Item(target));
+        const auto dropped = outline::OLEDragDrop(state_, workbench_, services_,
+                                                  &workbench_.TrvCurrent.Item(target));
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         if (!dropped.done) {
             std::printf("failed: %s\n", qPrintable(dropped.failure));
         }
         return seconds;
     }
-
-    QTemporaryDir directory_;
-    Silence silence_;
-    modMain state_;
-    outline::Workbench workbench_;
 };
 
 void print(const char* what, const std::function<double(Plan&)>& command) {

@@ -6,6 +6,7 @@
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
 #include "store/DatabaseCreation.h"
+#include "tools/TerminalServices.h"
 
 #include <QApplication>
 #include <QDir>
@@ -26,18 +27,10 @@ using namespace Qt::StringLiterals;
 class NoMessages : public desktop::MessageBoxes {
     desktop::Answer show(const desktop::Message&) override { return desktop::Answer::no; }
 };
-class NoInputs : public desktop::InputBoxes {
-    QString ask(const desktop::InputQuestion&) override { return {}; }
-};
 class NoFiles : public desktop::FileDialogs {
     desktop::ChosenFile open(const desktop::OpenFileQuestion&) override {
         throw RunTimeError(error::dialogCancelled, u"cancelled");
     }
-};
-class NoShell : public desktop::Shell {
-    void run(const QString&) override {}
-    void open(const QString&) override {}
-    void openAsTemplate(const QString&) override {}
 };
 class NoWord : public word::ApplicationFactory {
     std::unique_ptr<word::Application> create() override { return nullptr; }
@@ -99,9 +92,9 @@ private:
 
     QTemporaryDir folder_;
     ManyFonts fonts_;
-    NoInputs inputs_;
+    tools::NoInputBoxes inputs_;
     NoFiles files_;
-    NoShell shell_;
+    tools::NoShell shell_;
     NoWord word_;
 
 public:

@@ -14,6 +14,7 @@
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutPageNumbers.h"
+#include "tools/GenerateServices.h"
 
 #include <QTemporaryDir>
 
@@ -32,32 +33,6 @@ using namespace Qt::StringLiterals;
 namespace qvnd::bench {
 
 namespace {
-
-class NoProgress : public desktop::ProgressDialog {
-public:
-    void show() override {}
-    void hide() override {}
-    void unload() override {}
-    void setProgress(double /*part*/) override {}
-    void setLabel(const QString& /*text*/) override {}
-};
-
-class NoScreen : public generate::BidEditScreen {
-public:
-    void showHourglass() override {}
-    void showNormalPointer() override {}
-    void turnPreviewOn() override {}
-    void turnPreviewOff() override {}
-    void removePreview() override {}
-    void loadPreview(const QString& /*path*/) override {}
-    void updatePreview() override {}
-    void activatePreview() override {}
-};
-
-class NoEvents : public desktop::Events {
-public:
-    void doEvents() override {}
-};
 
 // A plan with everything that generating it reaches for.
 class Plan {
@@ -84,9 +59,9 @@ private:
     generate::BidEditState window_;
     Complaints complaints_;
     NoQuestion question_;
-    NoProgress dlgTB_;
-    NoEvents events_;
-    NoScreen screen_;
+    tools::NoProgress dlgTB_;
+    tools::NoEvents events_;
+    tools::NoScreen screen_;
     NoControls controls_;
     desktop::SystemProcesses processes_;
     desktop::LockFiles locks_{processes_};

@@ -2,6 +2,7 @@
 // estimated and, where an office suite is installed, exact. The first run finds an empty preview,
 // the second one the finished document in it. Beside the time stand, of either run,
 //   ratio    the time against generating the same plan without a window
+//   process  the time against that of the companion's whole process on the same documents
 //   events   the part of the time in which events were served
 //   longest  the longest time, in milliseconds, for which no event was served
 // and where that was.
@@ -19,10 +20,13 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/preview/windows/PreviewPane.h"
 #include "startup/GenerationWord.h"
+#include "tools/GenerateServices.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QProcess>
 #include <QProgressBar>
 #include <QThread>
 
@@ -30,6 +34,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 
 namespace qvnd::bench {
 
@@ -75,47 +80,15 @@ class NoFiles : public desktop::FileDialogs {
         throw RunTimeError(error::dialogCancelled, u"cancelled");
     }
 };
-class NoShell : public desktop::Shell {
-    void run(const QString& /*program*/) override {}
-    void open(const QString& /*file*/) override {}
-    void openAsTemplate(const QString& /*file*/) override {}
-};
 class NoPdf : public office::PdfPrinter {
     bool isAvailable() const override { return false; }
     void print(const QString& /*document*/, const QString& /*pdf*/) override {}
-};
-class NoLongRun : public desktop::LongRun {
-    void begin(const QString& /*title*/, int /*pieces*/) override {}
-    void next(const QString& /*text*/) override {}
-    bool isCancelled() override { return false; }
-    void end() override {}
 };
 class NoFrame : public generate::BidEditFrame {
     void unloadPlanEditor() override {}
     void showFrmBid() override {}
     void maximizeFrmBid() override {}
 };
-class NoProgress : public desktop::ProgressDialog {
-    void show() override {}
-    void hide() override {}
-    void unload() override {}
-    void setProgress(double /*part*/) override {}
-    void setLabel(const QString& /*text*/) override {}
-};
-class NoScreen : public generate::BidEditScreen {
-    void showHourglass() override {}
-    void showNormalPointer() override {}
-    void turnPreviewOn() override {}
-    void turnPreviewOff() override {}
-    void removePreview() override {}
-    void loadPreview(const QString& /*path*/) override {}
-    void updatePreview() override {}
-    void activatePreview() override {}
-};
-class NoEvents : public desktop::Events {
-    void doEvents() override {}
-};
-
 // The plan in its window, and the same generation without one.
 class Window {
 public:
@@ -157,6 +130,7 @@ public:
         events_.placeOf = [this] { return place(); };
     }
 
+    modMain& program() { return plan_.program(); }
     double secondsWithout() {
         generate::BidEditState window;
         const generate::GenerationServices services{
@@ -212,14 +186,14 @@ private:
     SitePlan plan_;
     Complaints complaints_;
     TimedEvents events_;
-    NoEvents noEvents_;
+    tools::NoEvents noEvents_;
     NoFiles files_;
-    NoShell shell_;
+    tools::NoShell shell_;
     NoPdf pdf_;
-    NoLongRun longRun_;
+    tools::NoLongRun longRun_;
     NoFrame frame_;
-    NoProgress noProgress_;
-    NoScreen noScreen_;
+    tools::NoProgress noProgress_;
+    tools::NoScreen noScreen_;
     NoControls controls_;
     desktop::SystemProcesses processes_;
     desktop::LockFiles locks_{processes_};
@@ -233,8 +207,54 @@ private:
     std::unique_ptr<generate::frmBidEdit> form_;
 };
 
+// The companion's process on the same documents, in a program folder of its own.
+class Companion {
+public:
+    explicit Companion(modMain& plan) {
+        run({u"init"_s});
+        const QString folder = home_.filePath(u"Sys/用户模板/工程/"_s);
+        QDir().mkpath(folder);
+        for (const QFileInfo& document :
+             QDir(plan.gUserTplPath + u"工程"_s).entryInfoList(QDir::Files))
+            QFile::copy(document.filePath(), folder + document.fileName());
+        const QString database = folder + u"工程.mdb"_s;
+        plan.gWs->CreateDatabase(database, {})
+            ->TableDefs()
+            .Append(store::informationTable(u"工程"_s));
+        plan.gDbUser->Execute(u"SELECT * INTO [工程] IN '"_s + database + u"' FROM [工程]"_s);
+    }
+
+    // Nothing when it failed.
+    std::optional<double> seconds(const QString& pages) const {
+        QElapsedTimer clock;
+        clock.start();
+        const bool isDone = run({u"generate"_s, u"工程"_s, u"--pages"_s, pages});
+        const double passed = static_cast<double>(clock.nsecsElapsed()) / 1e9;
+        return isDone ? std::optional(passed) : std::nullopt;
+    }
+
+private:
+    bool run(const QStringList& command) const {
+        QProcess process;
+        process.start(QCoreApplication::applicationDirPath() + u"/qvndctl"_s,
+                      QStringList{u"--home"_s, home_.path()} + command);
+        return process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit &&
+               process.exitCode() == 0;
+    }
+
+    QTemporaryDir home_;
+};
+
 void measure(benchmark::State& state, const QString& suite) {
     Window window(static_cast<int>(state.range(0)), suite);
+    const Companion companion(window.program());
+    const QString pages = suite.isEmpty() ? u"layout"_s : u"office"_s;
+    companion.seconds(pages); // adopts the plan
+    const auto process = companion.seconds(pages);
+    if (!process) {
+        state.SkipWithError("the companion, which has to stand beside the benchmark, failed");
+        return;
+    }
     window.secondsWithout();
     const double without = window.secondsWithout();
     QStringList places;
@@ -247,6 +267,7 @@ void measure(benchmark::State& state, const QString& suite) {
         state.SetIterationTime(seconds);
         const std::string number = std::to_string(run);
         state.counters["ratio" + number] = seconds / without;
+        state.counters["process" + number] = seconds / *process;
         state.counters["events" + number] = window.events().serving / seconds;
         state.counters["longest" + number] = window.events().longest;
         places << window.events().place;
