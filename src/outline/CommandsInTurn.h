@@ -10,7 +10,7 @@
 namespace qvnd::outline {
 
 // Runs the events of a window: one at a time, and those that may change something in turn with
-// other programs on the work space. Behind the end of the program none runs any more.
+// other programs on the work space. After the end of the program none is run.
 //
 // Logic tells its failures itself; a RunTimeError that it lets pass is told here.
 class CommandsInTurn {
@@ -23,10 +23,10 @@ public:
     // State and boxes outlive the object.
     CommandsInTurn(modMain& state, desktop::MessageBoxes& messages, Look look);
 
-    // What the user does in one movement, for as long as the object lives: its commands wait for
-    // the turn together, once, and raise one box at most. When the turn has not come, or the user
-    // has been shown what another program changed, the events that are left are not run: they may
-    // mean nodes that are gone.
+    // The events that one act of the user raises, such as the press and the click of one mouse
+    // click. While the object lives, the commands among them wait for the turn once and raise one
+    // box at most. When the turn has not come, or the user has been shown what another program
+    // changed, the events that follow are not run: their nodes may be gone.
     class Gesture {
     public:
         explicit Gesture(CommandsInTurn& commands);

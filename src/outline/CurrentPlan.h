@@ -10,16 +10,16 @@ namespace qvnd::outline {
 // What the workbench does at its load: TrvCurrent shows the plan that 当前表 names, if its folder
 // is there, with its last node selected; template and plan folders that the databases do not know
 // are adopted, which fills the two library trees; the commands that need a plan are opened or
-// closed. Of a central database that this start has taken over from an older installation, the
-// faults of its outlines are told as those of adopted ones are. An error ends it with a message and
+// closed. When this start has taken over a central database of an older installation, the faults of
+// its outlines are told as those of adopted ones are. An error ends it with a message and
 // takes the splash down.
 void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                    desktop::SplashScreen& splash);
 
 // The two adoptions by themselves: ImportTemplateFolders with TrvTemplate, and ImportPlanFolders
-// with TrvTemplate_Us. Failures are told, and so are, of what was adopted, the rows whose keys are
-// not the outline's name with numbers behind it (see OutlinePaths.h) and how many rows do not show
-// as a parent is missing.
+// with TrvTemplate_Us. The user is told of failures; of rows of an adopted outline whose key is not
+// the outline's name with numbers behind it (see OutlinePaths.h); and how many rows do not show
+// because a parent is missing.
 void adoptTemplateFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                           desktop::SplashScreen& splash);
 void adoptPlanFolders(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
