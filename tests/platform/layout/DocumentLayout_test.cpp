@@ -1,11 +1,7 @@
 #include "platform/word/layout/DocumentLayout.h"
 
-#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/layout/PagedDocument.h"
 #include "platform/word/layout/CharacterClasses.h"
-#include "support/ContentBuilder.h"
-#include "support/FixedFonts.h"
-
-#include <gtest/gtest.h>
 
 namespace qvnd::layout {
 namespace {
@@ -16,86 +12,7 @@ using word::withSprm32;
 using word::withSprm8;
 namespace sprm = word::sprm;
 
-// A document on pages with room for ten lines of ten Chinese characters of 10 points.
-class Pages : public testing::Test {
-protected:
-    Pages() {
-        document.tables = std::move(builder.content.tables);
-        document.settings = word::Bytes(builder.content.settings);
-        document.sections.push_back({0, intern(section())});
-    }
-
-    static Bytes section() {
-        Bytes list = withSprm16({}, sprm::SXaPage, 4000);
-        list = withSprm16(list, sprm::SYaPage, 4000);
-        for (const auto side : {sprm::SDxaLeft, sprm::SDxaRight, sprm::SDyaTop, sprm::SDyaBottom}) {
-            list = withSprm16(list, side, 1000);
-        }
-        return list;
-    }
-
-    word::PropertyListId intern(const Bytes& list) { return document.tables.lists.intern(list); }
-
-    word::Story story(const std::u16string& text, const Bytes& paragraph = {}) {
-        word::Story result;
-        append(result, text, paragraph);
-        return result;
-    }
-    void append(word::Story& to, const std::u16string& text, const Bytes& paragraph = {}) {
-        to.text += text;
-        to.characters.push_back({static_cast<word::Cp>(text.size()), {}});
-        std::size_t begin = 0;
-        for (std::size_t at = 0; at < text.size(); ++at) {
-            if (text[at] == u'\r') {
-                to.paragraphs.push_back(
-                    {static_cast<word::Cp>(at + 1 - begin), 0, intern(paragraph)});
-                begin = at + 1;
-            }
-        }
-    }
-    void type(const std::u16string& text, const Bytes& paragraph = {}) {
-        append(main, text, paragraph);
-        document.sections.back().length = main.size() - before;
-    }
-    void paragraphs(int count) {
-        for (int i = 0; i < count; ++i) {
-            type(u"一\r");
-        }
-    }
-    void nextSection(const Bytes& list) {
-        before = main.size();
-        document.sections.push_back({0, intern(list)});
-        document.headers.resize(document.sections.size());
-    }
-
-    std::vector<Page> pages() {
-        document.main = word::slicesOf(main);
-        source = sourceOf(document);
-        layout = std::make_unique<DocumentLayout>(source, fonts, options);
-        std::vector<Page> result;
-        while (auto page = layout->nextPage()) {
-            result.push_back(std::move(*page));
-        }
-        return result;
-    }
-
-    static std::u16string textOf(const Page& page) {
-        std::u16string text;
-        for (const PlacedText& run : page.layer.texts) {
-            text += run.text;
-        }
-        return text;
-    }
-
-    test::ContentBuilder builder;
-    test::FixedFonts fonts;
-    LayoutOptions options;
-    word::Story main;
-    word::DocumentContent document; // all but the main story
-    LayoutSource source;
-    std::unique_ptr<DocumentLayout> layout;
-    word::Cp before = 0;
-};
+class Pages : public test::PagedDocument {};
 
 TEST_F(Pages, ADocumentWithoutTextHasOnePage) {
     type(u"\r");

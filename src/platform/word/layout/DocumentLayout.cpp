@@ -23,7 +23,34 @@ constexpr double leastBody = 720; // that headers and footers leave
 
 } // namespace
 
-class DocumentLayout::Work {
+// What goes on from one page to the next, apart from the column that is being filled.
+struct FillState {
+    std::size_t section_ = 0;
+    bool firstOfSection_ = true;    // the next page is
+    bool isFirstOfSection_ = false; // this page is
+    std::size_t block_ = 0;
+    std::deque<Strip> pending_;
+    Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
+    int number_ = 1;
+    double bodyTop_ = 0;
+    double bodyBottom_ = 0;
+    double regionTop_ = 0;  // of the columns being filled
+    double regionUsed_ = 0; // by the highest of them
+    std::size_t column_ = 0;
+    bool goesOn_ = false; // the next column, with what did not fit into this one
+    std::vector<std::uint32_t> pageNotes_;
+    double notesHeight_ = 0;
+    bool endnotesFed_ = false;
+    bool done_ = false;
+};
+
+struct DocumentLayout::Place {
+    FillState state;
+    ColumnFlow flow;
+    std::deque<Page> finished;
+};
+
+class DocumentLayout::Work : FillState {
 public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
         : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
@@ -53,6 +80,27 @@ public:
         Page page = std::move(finished_.front());
         finished_.pop_front();
         return page;
+    }
+
+    std::shared_ptr<const Place> place() const {
+        return std::make_shared<const Place>(
+            Place{static_cast<const FillState&>(*this), flow_, finished_});
+    }
+    void goTo(const Place& place) {
+        static_cast<FillState&>(*this) = place.state;
+        flow_ = place.flow;
+        finished_ = place.finished;
+    }
+
+    std::size_t placeSize(std::size_t most) const {
+        std::size_t size = sizeof(Place) + sizeOf(page_.layer);
+        for (const Page& page : finished_) {
+            size += sizeOf(page.layer);
+        }
+        for (auto strip = pending_.begin(); strip != pending_.end() && size <= most; ++strip) {
+            size += sizeOf(*strip);
+        }
+        return size;
     }
 
     bool showsPageCount() const { return headers_.showsPageCount(); }
@@ -307,15 +355,21 @@ private:
             for (const AnchoredBox& box : flowed.strip.boxes) {
                 placeBox(box, x, y);
             }
-            const bool ascends = lines_.empty() || lines_.back().at <= flowed.strip.at;
-            if (ascends) {
-                lines_.push_back({flowed.strip.at, page_.sheet, number_});
-            }
+            keepLine(flowed.strip.at);
         }
         regionUsed_ = std::max(regionUsed_, flow_.used());
         pageNotes_.insert(pageNotes_.end(), flow_.notes().begin(), flow_.notes().end());
         notesHeight_ = flow_.notesHeight();
         flow_.begin(0, false, notesHeight_);
+    }
+
+    // Lines of a page that is laid out again are known already.
+    void keepLine(word::Cp at) {
+        const bool isNew = lines_.empty() || std::pair(lines_.back().at, lines_.back().sheet) <
+                                                 std::pair(at, page_.sheet);
+        if (isNew) {
+            lines_.push_back({at, page_.sheet, number_});
+        }
     }
 
     void placeBox(const AnchoredBox& box, double columnLeft, double stripTop) {
@@ -380,25 +434,8 @@ private:
     ColumnFlow flow_;
     std::vector<ResolvedSection> sections_;
     std::vector<word::Cp> sectionEnds_;
-    std::size_t section_ = 0;
-    bool firstOfSection_ = true;    // the next page is
-    bool isFirstOfSection_ = false; // this page is
-    std::size_t block_ = 0;
-    std::deque<Strip> pending_;
     std::deque<Page> finished_;
     std::vector<LinePlace> lines_;
-    Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
-    int number_ = 1;
-    double bodyTop_ = 0;
-    double bodyBottom_ = 0;
-    double regionTop_ = 0;  // of the columns being filled
-    double regionUsed_ = 0; // by the highest of them
-    std::size_t column_ = 0;
-    bool goesOn_ = false; // the next column, with what did not fit into this one
-    std::vector<std::uint32_t> pageNotes_;
-    double notesHeight_ = 0;
-    bool endnotesFed_ = false;
-    bool done_ = false;
 };
 
 DocumentLayout::DocumentLayout(const LayoutSource& source, FontMetrics& fonts,
@@ -408,6 +445,11 @@ DocumentLayout::DocumentLayout(const LayoutSource& source, FontMetrics& fonts,
 DocumentLayout::~DocumentLayout() = default;
 
 std::optional<Page> DocumentLayout::nextPage() { return work_->nextPage(); }
+std::shared_ptr<const DocumentLayout::Place> DocumentLayout::place() const {
+    return work_->place();
+}
+void DocumentLayout::goTo(const Place& place) { work_->goTo(place); }
+std::size_t DocumentLayout::placeSize(std::size_t most) const { return work_->placeSize(most); }
 bool DocumentLayout::showsPageCount() const { return work_->showsPageCount(); }
 const std::vector<LinePlace>& DocumentLayout::lines() const { return work_->lines(); }
 

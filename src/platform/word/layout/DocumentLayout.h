@@ -27,6 +27,14 @@ public:
 
     // The next page; nothing behind the last one. A document has at least one page.
     std::optional<Page> nextPage();
+    // The place that the next page begins at: what has been composed and stands on no page yet.
+    struct Place;
+    std::shared_ptr<const Place> place() const;
+    // Goes on from a place of this layout; the pages come out as they did before.
+    void goTo(const Place& place);
+    // The memory that place() would take, in bytes; counted no further than beyond `most`.
+    std::size_t placeSize(std::size_t most) const;
+
     // Whether a page so far shows how many pages there are: LayoutOptions::totalPages was used.
     bool showsPageCount() const;
     // Lines on the pages so far, ascending by their first character.

@@ -4,6 +4,31 @@
 
 namespace qvnd::layout {
 
+std::size_t sizeOf(const Layer& layer) {
+    std::size_t size = layer.fills.size() * sizeof(Fill) + layer.rules.size() * sizeof(Rule) +
+                       layer.pictures.size() * sizeof(PlacedPicture);
+    for (const PlacedText& text : layer.texts) {
+        size += sizeof(text) + text.text.size() * (sizeof(char16_t) + sizeof(float));
+    }
+    return size;
+}
+
+std::size_t sizeOf(const Strip& strip) {
+    std::size_t size = sizeof(strip) + sizeOf(strip.layer);
+    for (const AnchoredBox& box : strip.boxes) {
+        size += sizeof(box) + sizeOf(box.layer);
+    }
+    if (strip.row) {
+        size += sizeof(RowParts) + sizeOf(strip.row->frame);
+        for (const RowParts::Cell& cell : strip.row->cells) {
+            for (const Strip& part : cell.strips) {
+                size += sizeOf(part);
+            }
+        }
+    }
+    return size;
+}
+
 double gapBetween(const Strip& above, const Strip& below, bool addsSpaces) {
     const bool oneStyle = above.style == below.style && above.paragraph != below.paragraph;
     const double after = above.contextual && oneStyle ? 0 : above.after;

@@ -62,6 +62,10 @@ struct RowParts {
     double height = 0;
 };
 
+// The memory that they take, in bytes; what strips share is counted for each of them.
+std::size_t sizeOf(const Layer& layer);
+std::size_t sizeOf(const Strip& strip);
+
 // The height of strips one under the other, spaces between them included.
 double heightOf(const Strips& strips, bool addsSpaces);
 // Space between two strips: the sum of both, or the larger of them.

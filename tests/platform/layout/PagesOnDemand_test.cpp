@@ -1,0 +1,179 @@
+#include "platform/word/layout/PagesOnDemand.h"
+
+#include "platform/layout/PagedDocument.h"
+
+#include <random>
+
+namespace qvnd::layout {
+namespace {
+
+using word::withSprm8;
+namespace sprm = word::sprm;
+
+// What stands on a page and where.
+std::u16string described(const Page& page) {
+    std::u16string text = page.numberText + u":";
+    for (const PlacedText& run : page.layer.texts) {
+        const auto place = std::to_string(run.x) + "," + std::to_string(run.baseline);
+        text += run.text + u"@" + std::u16string(place.begin(), place.end()) + u" ";
+    }
+    return text;
+}
+
+// Paragraphs of one to four lines that keep together in different ways, so that pages begin in
+// their midst.
+class OnDemand : public test::PagedDocument {
+protected:
+    void typeUnevenly(int count) {
+        const std::vector<word::Bytes> kinds{
+            {},
+            withSprm8({}, sprm::PFKeepFollow, 1),
+            withSprm8({}, sprm::PFKeep, 1),
+            withSprm8({}, sprm::PFWidowControl, 1),
+        };
+        for (int i = 0; i < count; ++i) {
+            std::u16string text(static_cast<std::size_t>(3 + 7 * (i % 6)), u'一');
+            text += static_cast<char16_t>(u'a' + i % 26);
+            type(text + u"\r", kinds[static_cast<std::size_t>(i) % kinds.size()]);
+        }
+    }
+    std::vector<std::u16string> inOrder() {
+        std::vector<std::u16string> result;
+        for (const Page& page : pages()) {
+            result.push_back(described(page));
+        }
+        return result;
+    }
+    PagesOnDemand& onDemand() {
+        demanded = std::make_unique<PagesOnDemand>(sourceOfAll(), fonts, LayoutOptions{});
+        return *demanded;
+    }
+    void findAll() {
+        while (demanded->findNext()) {
+        }
+    }
+
+    std::unique_ptr<PagesOnDemand> demanded;
+};
+
+TEST_F(OnDemand, PagesComeOutTheSameInWhateverOrderTheyAreAskedFor) {
+    typeUnevenly(150);
+    const auto wanted = inOrder();
+    ASSERT_GT(wanted.size(), 30U);
+    onDemand();
+    findAll();
+    ASSERT_EQ(demanded->sizes().size(), wanted.size());
+    std::mt19937 random(20261122);
+    for (int i = 0; i < 200; ++i) {
+        const std::size_t sheet = random() % wanted.size();
+        ASSERT_EQ(described(demanded->page(sheet)), wanted[sheet]) << "page " << sheet;
+    }
+}
+
+TEST_F(OnDemand, PagesAreFoundOneByOneWhileOthersAreLookedAt) {
+    typeUnevenly(150);
+    const auto wanted = inOrder();
+    onDemand();
+    std::mt19937 random(7);
+    std::size_t found = 0;
+    while (demanded->findNext()) {
+        ++found;
+        ASSERT_EQ(demanded->sizes().size(), found);
+        const std::size_t sheet = random() % found;
+        ASSERT_EQ(described(demanded->page(sheet)), wanted[sheet]) << "page " << sheet;
+    }
+    EXPECT_EQ(found, wanted.size());
+    EXPECT_TRUE(demanded->isWhole());
+}
+
+TEST_F(OnDemand, TheFirstPageNeedsNoOther) {
+    typeUnevenly(150);
+    onDemand();
+    ASSERT_TRUE(demanded->findNext());
+    EXPECT_EQ(demanded->sizes().size(), 1U);
+    EXPECT_FALSE(demanded->isWhole());
+}
+
+TEST_F(OnDemand, AHighTableIsLaidOutAgainFromBeforeIt) {
+    typeUnevenly(8);
+    word::LittleEndianWriter definition;
+    definition.u16(sprm::TDefTable);
+    definition.u16(2 + 1 + 2 * 2);
+    definition.u8(1);
+    definition.u16(0);
+    definition.u16(2000);
+    const word::Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+    word::Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
+    const word::Bytes row = definition.take();
+    mark.insert(mark.end(), row.begin(), row.end());
+    for (int i = 0; i < 900; ++i) {
+        type(u"格");
+        main.text += u"\a\a";
+        main.characters.push_back({2, {}});
+        main.paragraphs.push_back({2, 0, intern(inTable)});
+        main.paragraphs.push_back({1, 0, intern(mark)});
+    }
+    type(u"尾\r");
+    const auto wanted = inOrder();
+    ASSERT_GT(wanted.size(), 80U);
+    onDemand();
+    findAll();
+    for (const std::size_t sheet : {80U, 3U, 41U, 42U, 0U, 79U}) {
+        EXPECT_EQ(described(demanded->page(sheet)), wanted[sheet]) << "page " << sheet;
+    }
+}
+
+TEST_F(OnDemand, LinesThatAreLaidOutAgainAreToldOnce) {
+    typeUnevenly(60);
+    DocumentLayout lazy(sourceOfAll(), fonts, {});
+    const auto start = lazy.place();
+    while (lazy.nextPage()) {
+    }
+    const std::size_t lines = lazy.lines().size();
+    lazy.goTo(*start);
+    while (lazy.nextPage()) {
+    }
+    EXPECT_EQ(lazy.lines().size(), lines);
+}
+
+TEST_F(OnDemand, APlaceTellsHowMuchMemoryItTakes) {
+    typeUnevenly(1);
+    type(std::u16string(500, u'一') + u"\r");
+    DocumentLayout lazy(sourceOfAll(), fonts, {});
+    constexpr std::size_t any = 1'000'000;
+    const std::size_t atStart = lazy.placeSize(any);
+    ASSERT_TRUE(lazy.nextPage()); // the long paragraph waits for the next pages
+    const std::size_t behind = lazy.placeSize(any);
+    EXPECT_GT(behind, atStart + 400 * (sizeof(char16_t) + sizeof(float)));
+    EXPECT_LT(lazy.placeSize(atStart), behind);
+}
+
+TEST_F(OnDemand, TheNumberOfPagesIsShownOnceTheyAreCounted) {
+    paragraphs(25);
+    word::Story footer = story(u"\x13NUMPAGES\x14"
+                               u"9\x15\r");
+    footer.fields = {{0, 0x13, 0x1A}, {9, 0x14, 0}, {11, 0x15, 0}};
+    document.headers.resize(1);
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] =
+        word::slicesOf(footer);
+    onDemand();
+    ASSERT_TRUE(demanded->findNext());
+    EXPECT_EQ(textOf(demanded->page(0))[0], u'1');
+    EXPECT_EQ(demanded->round(), 1);
+    findAll();
+    EXPECT_EQ(demanded->round(), 2);
+    ASSERT_EQ(demanded->sizes().size(), 3U);
+    EXPECT_EQ(textOf(demanded->page(0))[0], u'3');
+}
+
+TEST_F(OnDemand, EachPageTellsItsPaper) {
+    type(u"甲\r");
+    nextSection(word::withSprm16(section(), sprm::SXaPage, 6000));
+    type(u"乙\r");
+    onDemand();
+    findAll();
+    EXPECT_EQ(demanded->sizes(), (std::vector<PageSize>{{4000, 4000}, {6000, 4000}}));
+}
+
+} // namespace
+} // namespace qvnd::layout
