@@ -9,4 +9,8 @@ namespace qvnd::pictures {
 // memory than Qt allows to one.
 std::optional<drawing::PixelImage> pageImage(const word::DataBlob& blob);
 
+// The same, no finer than that many dots an inch at the size that the picture says it is shown in:
+// for the screen, where a photograph of a camera would be read for nothing.
+std::optional<drawing::PixelImage> pageImageAt(const word::DataBlob& blob, int dotsPerInch);
+
 } // namespace qvnd::pictures
