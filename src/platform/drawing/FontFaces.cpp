@@ -185,7 +185,7 @@ public:
 
     DrawnFace drawn(FaceId id) const {
         const Face& face = *faces_[id];
-        return {face.face, face.embolden, face.slant};
+        return {face.face, face.embolden, face.slant, nullptr};
     }
 
 private:
@@ -279,7 +279,7 @@ private:
     std::vector<std::unique_ptr<Face>> faces_;
 };
 
-FontFaces::FontFaces(FontChoice choice) : store_(std::make_unique<Store>(choice)) {}
+FontFaces::FontFaces(FontChoice choice) : store_(std::make_shared<Store>(choice)) {}
 FontFaces::~FontFaces() = default;
 
 FaceId FontFaces::face(const FaceRequest& request) { return store_->face(request); }
@@ -293,7 +293,11 @@ FaceHeights FontFaces::heights(FaceId face) { return store_->heights(face); }
 unsigned FontFaces::glyph(FaceId face, char32_t character) const {
     return FT_Get_Char_Index(store_->drawn(face).face, character);
 }
-DrawnFace FontFaces::drawn(FaceId face) const { return store_->drawn(face); }
+DrawnFace FontFaces::drawn(FaceId face) const {
+    DrawnFace drawn = store_->drawn(face);
+    drawn.owner = store_;
+    return drawn;
+}
 
 std::unique_ptr<layout::FontMetrics> openNamedFonts() {
     return std::make_unique<FontFaces>(FontChoice::named);

@@ -16,9 +16,10 @@ enum class FontChoice : std::uint8_t {
 
 // A face that is painted, and what is done to it where it lacks the look.
 struct DrawnFace {
-    FT_FaceRec_* face = nullptr; // lives as long as the FontFaces
+    FT_FaceRec_* face = nullptr;
     bool embolden = false;
     bool slant = false;
+    std::shared_ptr<const void> owner; // of `face`: keeps it for whoever needs it longer
 };
 
 // The faces of this desktop, found by fontconfig and read by FreeType. One thread at a time.
@@ -41,7 +42,7 @@ public:
 
 private:
     class Store;
-    std::unique_ptr<Store> store_;
+    std::shared_ptr<Store> store_;
 };
 
 // The faces that documents name, for LayoutPageNumbers.

@@ -159,10 +159,22 @@ private:
         }
     }
 
+    // Cairo keeps glyphs by the address of their face, longer than it is asked to.
+    static void keepOwner(cairo_font_face_t* face, const std::shared_ptr<const void>& owner) {
+        using Owner = std::shared_ptr<const void>;
+        static const cairo_user_data_key_t key{};
+        auto kept = std::make_unique<Owner>(owner);
+        const auto drop = [](void* data) { delete static_cast<Owner*>(data); };
+        if (cairo_font_face_set_user_data(face, &key, kept.get(), drop) == CAIRO_STATUS_SUCCESS) {
+            static_cast<void>(kept.release());
+        }
+    }
+
     cairo_font_face_t* fontFace(layout::FaceId id, const DrawnFace& drawn) {
         FontFace& face = faces_[id];
         if (!face) {
             face.reset(cairo_ft_font_face_create_for_ft_face(drawn.face, 0));
+            keepOwner(face.get(), drawn.owner);
             const unsigned bold = CAIRO_FT_SYNTHESIZE_BOLD;
             const unsigned oblique = CAIRO_FT_SYNTHESIZE_OBLIQUE;
             cairo_ft_font_face_set_synthesize(face.get(), (drawn.embolden ? bold : 0) |
