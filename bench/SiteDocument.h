@@ -13,16 +13,16 @@
 
 namespace qvnd::bench {
 
-// A page or three as a planner writes them for one step of a construction: a bold title,
-// paragraphs of text, a numbered list, a table with a head row. About 32 kB as a file.
+// Pages as a planner writes them for one step of a construction: a bold title, paragraphs of text,
+// a numbered list, a table with a head row. Six parts are a page or three, about 32 kB as a file.
 class SiteDocument {
 public:
-    explicit SiteDocument(int number) : content_(word::normalTemplate()) {
+    explicit SiteDocument(int number, int parts = 6) : content_(word::normalTemplate()) {
         addList();
         word::Story story;
         word::StoryBuilder builder(story);
         paragraph(builder, u"第" + decimal(number) + u"项 施工方法及技术措施", bold(), {});
-        for (int part = 1; part <= 6; ++part)
+        for (int part = 1; part <= parts; ++part)
             addPart(builder, part);
         content_.main = {{std::make_shared<const word::Story>(std::move(story)), 0, 0}};
         content_.main[0].length = content_.main[0].fragment->size();

@@ -5,7 +5,7 @@
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/file/TextFunctions.h"
-#include "platform/preview/windows/PreviewPane.h"
+#include "platform/preview/windows/PagePane.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "support/FixedFonts.h"
 
@@ -174,11 +174,11 @@ public:
         QFile::copy(builtHelpFile(), world.folder.path("Qvnd.hlp"));
         world.helpWindow = &help;
         world.makePreview = [this] {
-            auto* pane = new preview::PreviewPane(conversion);
+            auto* pane = new preview::PagePane(conversion);
             return new outline::PreviewFrame(*pane, *pane);
         };
         world.makeView = [this] {
-            auto* pane = new preview::PreviewPane(conversion);
+            auto* pane = new preview::PagePane(conversion);
             return startup::DocumentView{pane, pane};
         };
         putSoundDocument();

@@ -155,9 +155,9 @@ void PicEdit::scroll() {
     OleEdit_->move(0, hidden > 0 ? -qRound(hidden * 0.1 * VSEdit_->value()) : 0);
 }
 
-// A view as high as the document has nowhere to move to.
+// A view taller than the pane has nothing to scroll to.
 bool PicEdit::scrollsByItself(QEvent& event) {
-    if (isShrunk_)
+    if (VSEdit_->maximum() == 0)
         return true;
     if (event.type() == QEvent::Wheel) {
         const bool up = static_cast<QWheelEvent&>(event).angleDelta().y() > 0;

@@ -12,9 +12,9 @@ class QScrollBar;
 namespace qvnd::generate {
 
 // The preview of the plan edit window: the view of a document (OleEdit) in its pane, and the scroll
-// bar (VSEdit) over its right edge. At its own size the view is as high as the document and moves
-// in ten steps of a tenth of what does not fit. Brought down to the pane it keeps its place there,
-// and the pages move inside it with wheel and keys.
+// bar (VSEdit) over its right edge. A view that is taller than the pane moves in ten steps of a
+// tenth of what does not fit. One that is no taller, and one brought down to the pane, is scrolled
+// by itself with wheel and keys.
 //
 // Loading a document turns the pane on; one that cannot be shown leaves its reason there.
 class PicEdit : public QFrame, public BidEditPane {

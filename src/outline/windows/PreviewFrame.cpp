@@ -64,14 +64,21 @@ int PreviewFrame::viewHeight() const {
     return std::max(wanted, PicSee_->height());
 }
 
+// A view that fits beside the scroll bar needs none and has all of the frame.
 void PreviewFrame::fitView() {
+    const QRect inside = contentsRect();
+    const int gap = VSSee_->sizeHint().width() + scrollBarGap;
+    PicSee_->setGeometry(inside.adjusted(0, 0, -gap, 0));
     const bool taller = !Olesee_.isHidden() && viewHeight() > PicSee_->height();
     const double place = -double(Olesee_.y()) / std::max(1, Olesee_.height());
+    if (!taller) {
+        PicSee_->setGeometry(inside);
+    }
     VSSee_->setMaximum(taller ? scrollSteps : 0);
-    VSSee_->setEnabled(taller);
+    VSSee_->setVisible(taller);
     hint_->setVisible(Olesee_.isHidden());
     hint_->resize(PicSee_->size());
-    Olesee_.resize(PicSee_->width(), viewHeight());
+    Olesee_.resize(PicSee_->width(), taller ? viewHeight() : PicSee_->height());
     Olesee_.move(0, taller ? -qRound(place * Olesee_.height()) : 0);
 }
 
@@ -107,7 +114,6 @@ void PreviewFrame::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
     const QRect inside = contentsRect();
     const int bar = VSSee_->sizeHint().width();
-    PicSee_->setGeometry(inside.adjusted(0, 0, -bar - scrollBarGap, 0));
     VSSee_->setGeometry(inside.right() - bar + 1, inside.top(), bar, inside.height());
     fitView();
 }

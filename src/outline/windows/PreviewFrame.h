@@ -9,8 +9,9 @@ class QScrollBar;
 
 namespace qvnd::outline {
 
-// The preview frame (fraSee): the document view (Olesee) in a clip area (PicSee), with a scroll bar
-// (VSSee). A view taller than the area is scrolled in ten steps of a tenth of its height.
+// The preview frame (fraSee): the document view (Olesee) in a clip area (PicSee). A view taller
+// than the area is scrolled by a bar beside it (VSSee) in ten steps of a tenth of its height; any
+// other is as tall as the area, and if there is more of its document it scrolls that itself.
 //
 // The view tells its height as any widget does: by its heightForWidth, or else its sizeHint, and by
 // updateGeometry when that changes; the part seen keeps its place in the whole. It may move itself

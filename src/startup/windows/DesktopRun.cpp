@@ -12,7 +12,7 @@
 #include "platform/desktop/windows/WidgetShell.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/preview/windows/PreviewPane.h"
+#include "platform/preview/windows/PagePane.h"
 #include "platform/registry/RegistryFile.h"
 #include "startup/FirstStart.h"
 #include "startup/WordProcessor.h"
@@ -47,7 +47,7 @@ void prepare(const QString& executableFolder, const QString& home, registry::Reg
 }
 
 outline::PreviewFrame* newPreview(preview::PageConversion& conversion) {
-    auto* pane = new preview::PreviewPane(conversion);
+    auto* pane = new preview::PagePane(conversion);
     return new outline::PreviewFrame(*pane, *pane);
 }
 
