@@ -2,10 +2,13 @@
 
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/pictures/PictureFile.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/formatting/FormatResolver.h"
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -14,46 +17,48 @@ namespace qvnd::test {
 
 namespace {
 
-QString textOf(const preview::Paragraph& paragraph) {
-    QString text;
-    for (const preview::TextRun& run : paragraph.runs) {
-        text += run.text;
-    }
-    return text.trimmed();
-}
+constexpr char16_t pageBreak = 0x0C;
+constexpr char16_t fieldBegin = 0x13;
+constexpr char16_t fieldSeparator = 0x14;
+constexpr char16_t fieldEnd = 0x15;
+constexpr char16_t firstPrintable = 0x20;
 
-QString nameOf(preview::Alignment alignment) {
+QString nameOf(word::LineAlignment alignment) {
     switch (alignment) {
-    case preview::Alignment::left:
+    case word::LineAlignment::left:
         return u"left"_s;
-    case preview::Alignment::centre:
+    case word::LineAlignment::centre:
         return u"centre"_s;
-    case preview::Alignment::right:
+    case word::LineAlignment::right:
         return u"right"_s;
-    case preview::Alignment::justified:
+    case word::LineAlignment::justified:
         return u"justified"_s;
+    case word::LineAlignment::distributed:
+        return u"distributed"_s;
     }
     return {};
 }
 
-template <class Visit>
-void eachParagraph(const preview::DocumentReading& reading, Visit visit) {
-    for (const preview::Block& block : reading.blocks) {
-        if (const auto* paragraph = std::get_if<preview::Paragraph>(&block.content)) {
-            visit(*paragraph);
+// Follows which characters are instructions of fields.
+class Instructions {
+public:
+    // Whether the character is one of them, or a mark of a field.
+    bool take(char16_t c) {
+        if (c == fieldBegin) {
+            open_.push_back(true);
+        } else if (c == fieldSeparator && !open_.empty()) {
+            open_.back() = false;
+        } else if (c == fieldEnd && !open_.empty()) {
+            open_.pop_back();
         }
+        const bool isMark = c == fieldBegin || c == fieldSeparator || c == fieldEnd;
+        return isMark || isInside();
     }
-}
+    bool isInside() const { return std::find(open_.begin(), open_.end(), true) != open_.end(); }
 
-// The last run that shows something: a frame's text may stand before it.
-const preview::TextRun* shownRun(const preview::Paragraph& paragraph) {
-    for (const preview::TextRun& run : paragraph.runs) {
-        if (!run.text.trimmed().isEmpty()) {
-            return &run;
-        }
-    }
-    return nullptr;
-}
+private:
+    std::vector<bool> open_; // a field each: whether its instructions are being passed
+};
 
 int little(word::ByteView bytes) {
     int value = 0;
@@ -66,46 +71,87 @@ int little(word::ByteView bytes) {
 } // namespace
 
 DocumentProbe::DocumentProbe(const std::filesystem::path& file)
-    : file_(file), data_(word::readDocument(file)), reading_(preview::ownReading(data_)) {}
+    : data_(word::readDocument(file)), paragraphs_(paragraphsOf(data_.main)) {}
 
-const preview::Paragraph* DocumentProbe::find(const QString& text) const {
-    const preview::Paragraph* found = nullptr;
-    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        if (!found && textOf(paragraph) == text) {
-            found = &paragraph;
+std::vector<DocumentProbe::Paragraph>
+DocumentProbe::paragraphsOf(const word::SlicedText& text) const {
+    const auto joined = word::joined(text);
+    const word::Story& story = *joined;
+    word::FormatResolver formats(data_.tables);
+    std::vector<word::PropertyListId> looks; // by character
+    for (const word::CharacterRun& run : story.characters) {
+        looks.insert(looks.end(), run.length, run.properties);
+    }
+    std::vector<Paragraph> result;
+    Instructions instructions;
+    Paragraph paragraph;
+    bool hasLook = false;
+    bool startsPage = false;
+    word::Cp at = 0;
+    for (const word::ParagraphRun& run : story.paragraphs) {
+        const auto close = [&](word::Cp mark) {
+            paragraph.format = formats.paragraph(run.style, run.properties);
+            paragraph.startsPage = paragraph.format.startsPage || startsPage;
+            paragraph.text = paragraph.text.trimmed();
+            if (!hasLook) {
+                paragraph.look = formats.text(run.style, looks[mark]);
+            }
+            if (formats.place(run.properties, u'\r').depth == 0) {
+                result.push_back(paragraph);
+            }
+            paragraph = {};
+            hasLook = startsPage = false;
+        };
+        for (const word::Cp end = at + run.length; at < end; ++at) {
+            const char16_t c = story.text[at];
+            if (instructions.take(c)) {
+                continue;
+            }
+            const auto& look = formats.text(run.style, looks[at]);
+            if (c == pageBreak ? !paragraph.text.isEmpty() : at + 1 == end) {
+                close(at);
+            } else if ((c >= firstPrintable || c == u'\t') && !look.hidden) {
+                paragraph.text += QChar(c);
+                if (!hasLook && !QChar(c).isSpace()) {
+                    paragraph.look = look;
+                    hasLook = true;
+                }
+            }
+            startsPage = startsPage || c == pageBreak;
         }
-    });
-    return found;
+    }
+    return result;
 }
 
-QString DocumentProbe::describe(const preview::DocumentReading& reading,
-                                const preview::Paragraph& paragraph) const {
-    const preview::TextRun* run = shownRun(paragraph);
-    const preview::TextLook& look = reading.looks[run ? run->look : paragraph.markLook];
-    return look.fonts.last() + u' ' + QString::number(look.points) +
-           (look.bold ? u" bold "_s : u" plain "_s) + nameOf(paragraph.look.alignment);
+const DocumentProbe::Paragraph* DocumentProbe::find(const QString& text) const {
+    const auto found = std::find_if(paragraphs_.begin(), paragraphs_.end(),
+                                    [&](const Paragraph& it) { return it.text == text; });
+    return found == paragraphs_.end() ? nullptr : &*found;
+}
+
+QString DocumentProbe::describe(const Paragraph& paragraph) const {
+    const word::ResolvedText& look = paragraph.look;
+    return QString::fromStdU16String(data_.tables.fonts.at(look.eastAsianFont).name) + u' ' +
+           QString::number(look.halfPoints / 2.0) + (look.bold ? u" bold "_s : u" plain "_s) +
+           nameOf(paragraph.format.alignment);
 }
 
 QString DocumentProbe::lookOf(const QString& text) const {
-    const preview::Paragraph* paragraph = find(text);
-    return paragraph ? describe(reading_, *paragraph) : u"none"_s;
+    const Paragraph* paragraph = find(text);
+    return paragraph ? describe(*paragraph) : u"none"_s;
 }
 
 QString DocumentProbe::lookAt(std::size_t number) const {
-    QStringList looks;
-    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        looks << describe(reading_, paragraph);
-    });
-    return looks.value(static_cast<qsizetype>(number));
+    return number < paragraphs_.size() ? describe(paragraphs_[number]) : QString();
 }
 
 QString DocumentProbe::lines() const {
     QStringList lines;
-    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        if (const QString text = textOf(paragraph); !text.isEmpty()) {
-            lines << text;
+    for (const Paragraph& paragraph : paragraphs_) {
+        if (!paragraph.text.isEmpty()) {
+            lines << paragraph.text;
         }
-    });
+    }
     return lines.join(u'|');
 }
 
@@ -113,79 +159,70 @@ QString DocumentProbe::lines() const {
 QString DocumentProbe::contents() const {
     QStringList lines;
     bool inside = false;
-    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        const QString text = textOf(paragraph);
-        inside = (inside && paragraph.look.headingLevel == 0) || text.startsWith(u"目录");
+    for (const Paragraph& paragraph : paragraphs_) {
+        const QString& text = paragraph.text;
+        inside = (inside && paragraph.format.outlineLevel == 0) || text.startsWith(u"目录");
         if (inside && !text.isEmpty() && text != u"目录") {
             lines << text;
         }
-    });
+    }
     return lines.join(u'|');
 }
 
 bool DocumentProbe::startsPage(const QString& text) const {
-    const preview::Paragraph* paragraph = find(text);
-    return paragraph && paragraph->look.startsPage;
+    const Paragraph* paragraph = find(text);
+    return paragraph && paragraph->startsPage;
 }
 
 QString DocumentProbe::headings() const {
     QStringList headings;
-    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        if (paragraph.look.headingLevel > 0) {
-            headings << textOf(paragraph);
+    for (const Paragraph& paragraph : paragraphs_) {
+        if (paragraph.format.outlineLevel > 0) {
+            headings << paragraph.text;
         }
-    });
+    }
     return headings.join(u'|');
 }
 
 int DocumentProbe::blanksBehind(const QString& text) const {
-    int count = -1;
-    bool counting = false;
-    eachParagraph(reading_, [&](const preview::Paragraph& paragraph) {
-        const QString own = textOf(paragraph);
-        if (count < 0 && own == text) {
-            count = 0;
-            counting = true;
-        } else if (counting && own.isEmpty()) {
-            ++count;
-        } else {
-            counting = false;
-        }
-    });
-    return count;
+    const Paragraph* paragraph = find(text);
+    if (!paragraph) {
+        return -1;
+    }
+    const auto behind = paragraphs_.begin() + (paragraph - paragraphs_.data()) + 1;
+    const auto next = std::find_if(behind, paragraphs_.end(),
+                                   [](const Paragraph& it) { return !it.text.isEmpty(); });
+    return static_cast<int>(next - behind);
 }
 
 double DocumentProbe::indentOf(const QString& text) const {
-    const preview::Paragraph* paragraph = find(text);
-    return paragraph ? paragraph->look.left + paragraph->look.firstLine : -1;
+    constexpr double twipsPerPoint = 20;
+    const Paragraph* paragraph = find(text);
+    if (!paragraph) {
+        return -1;
+    }
+    return (paragraph->format.left.twips + paragraph->format.firstLine.twips) / twipsPerPoint;
 }
 
-// The story is read as if it were a document's main one.
 QString DocumentProbe::storyOf(word::HeaderKind kind) const {
     const word::SlicedText& story = data_.headers.at(0)[static_cast<std::size_t>(kind)];
     if (story.empty()) {
         return u"none"_s;
     }
-    word::DocumentContent alone = word::readDocument(file_);
-    alone.main = story;
-    alone.sections = {{lengthOf(story), word::PropertyListId::empty}};
-    alone.headers.resize(1);
-    const preview::DocumentReading reading = preview::ownReading(alone);
-    QString found = u"empty"_s;
-    eachParagraph(reading, [&](const preview::Paragraph& paragraph) {
-        const QString text = textOf(paragraph);
+    for (const Paragraph& paragraph : paragraphsOf(story)) {
         bool isNumber = false;
-        text.toInt(&isNumber);
-        if (found == u"empty" && !text.isEmpty() && !isNumber) {
-            found = text + u": "_s + describe(reading, paragraph);
+        paragraph.text.toInt(&isNumber);
+        if (!paragraph.text.isEmpty() && !isNumber) {
+            return paragraph.text + u": "_s + describe(paragraph);
         }
-    });
-    return found;
+    }
+    return u"empty"_s;
 }
 
 int DocumentProbe::pageNumberSide() const {
     for (const word::SlicedText& text : data_.headers.at(0)) {
-        for (const word::ParagraphRun& run : word::joined(text)->paragraphs) {
+        const auto story = word::joined(text);
+        for (const word::ParagraphRun& run : story->paragraphs) {
             const auto place =
                 word::findSprm(data_.tables.lists[run.properties], word::sprm::PDxaAbs);
             if (place) {
@@ -214,14 +251,26 @@ int DocumentProbe::section(word::SprmOpcode opcode) const {
     return value ? little(value->operand) : -1;
 }
 
+word::SectionPaper DocumentProbe::paper() const {
+    return word::sectionPaper(data_.tables.lists[data_.sections.at(0).properties],
+                              word::gutterOnTop(data_.settings));
+}
+
 QString DocumentProbe::picture() const {
-    if (reading_.pictures.empty()) {
-        return u"none"_s;
+    constexpr double twipsPerPoint = 20;
+    word::FormatResolver formats(data_.tables);
+    const auto main = word::joined(data_.main);
+    for (const word::CharacterRun& run : main->characters) {
+        const auto& blob = formats.text(0, run.properties).blob;
+        const auto picture = blob ? word::Picture::fromBlob(*data_.tables.blobs.at(*blob))
+                                  : std::optional<word::Picture>();
+        if (picture) {
+            return u"%1 x %2%3"_s.arg(std::lround(picture->width() / twipsPerPoint))
+                .arg(std::lround(picture->height() / twipsPerPoint))
+                .arg(word::pictureFile(*picture).empty() ? u" not drawn"_s : QString());
+        }
     }
-    const preview::Picture& first = reading_.pictures.front();
-    return u"%1 x %2%3"_s.arg(std::lround(first.width))
-        .arg(std::lround(first.height))
-        .arg(first.file.isEmpty() ? u" not drawn"_s : QString());
+    return u"none"_s;
 }
 
 } // namespace qvnd::test

@@ -1,17 +1,20 @@
 #pragma once
 
-#include "platform/preview/OwnReading.h"
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/formatting/SectionPaper.h"
+#include "platform/word/formatting/ResolvedParagraph.h"
+#include "platform/word/formatting/ResolvedText.h"
 
 #include <QString>
 
 #include <filesystem>
+#include <vector>
 
 namespace qvnd::test {
 
-// A finished document as its reader sees it: through the preview's reading, which resolves
-// formatting by itself, and for what a preview does not show, through the properties in the file.
+// A finished document as its reader sees it: formatting resolved through the styles, and what that
+// does not tell, through the properties in the file.
 class DocumentProbe {
 public:
     explicit DocumentProbe(const std::filesystem::path& file);
@@ -27,7 +30,7 @@ public:
     QString contents() const;
     // Whether a new page begins before the paragraph of that text.
     bool startsPage(const QString& text) const;
-    // The paragraphs in a style of headings, joined by "|".
+    // The paragraphs at an outline level, joined by "|".
     QString headings() const;
     // How many empty paragraphs follow the one of that text; -1 when there is no such paragraph.
     int blanksBehind(const QString& text) const;
@@ -43,19 +46,27 @@ public:
     int leader() const;
     // A whole number of the section's properties, in twips; -1 when it does not say it.
     int section(word::SprmOpcode opcode) const;
-    const preview::Paper& paper() const { return reading_.paper; }
+    // Of the first section.
+    word::SectionPaper paper() const;
     // The size of the first picture as "width x height" in whole points; "none" without one.
     QString picture() const;
 
 private:
-    const preview::Paragraph* find(const QString& text) const;
-    QString describe(const preview::DocumentReading& reading,
-                     const preview::Paragraph& paragraph) const;
+    // A paragraph outside of tables, or what a page break leaves of it.
+    struct Paragraph {
+        QString text; // without blanks around it
+        word::ResolvedParagraph format;
+        word::ResolvedText look; // of the first text that shows something, else of the mark
+        bool startsPage = false;
+    };
+
+    std::vector<Paragraph> paragraphsOf(const word::SlicedText& text) const;
+    const Paragraph* find(const QString& text) const;
+    QString describe(const Paragraph& paragraph) const;
     QString storyOf(word::HeaderKind kind) const;
 
-    std::filesystem::path file_;
     word::DocumentContent data_;
-    preview::DocumentReading reading_;
+    std::vector<Paragraph> paragraphs_; // of the main story
 };
 
 } // namespace qvnd::test

@@ -28,7 +28,7 @@ protected:
     QString made() {
         const DocumentProbe document = generated();
         return (document.lookOf(u"说明正文"_s).contains(u" 9 ") ? u"甲"_s : u"-"_s) +
-               (document.paper().top > 50 ? u"甲"_s : u"-"_s) +
+               (document.paper().top > 1000 ? u"甲"_s : u"-"_s) +
                (document.header().startsWith(u"甲"_s) ? u"甲"_s : u"-"_s) +
                (document.contents().count(u'|') == 1 ? u"甲"_s : u"-"_s);
     }

@@ -26,10 +26,16 @@ QString header(const DocumentProbe& document) { return document.header(); }
 QString footer(const DocumentProbe& document) { return document.footer(); }
 QString leader(const DocumentProbe& document) { return QString::number(document.leader()); }
 QString picture(const DocumentProbe& document) { return document.picture(); }
-QString top(const DocumentProbe& document) { return QString::number(document.paper().top); }
-QString bottom(const DocumentProbe& document) { return QString::number(document.paper().bottom); }
-QString left(const DocumentProbe& document) { return QString::number(document.paper().left); }
-QString right(const DocumentProbe& document) { return QString::number(document.paper().right); }
+QString top(const DocumentProbe& document) { return QString::number(document.paper().top / 20.0); }
+QString bottom(const DocumentProbe& document) {
+    return QString::number(document.paper().bottom / 20.0);
+}
+QString left(const DocumentProbe& document) {
+    return QString::number(document.paper().left / 20.0);
+}
+QString right(const DocumentProbe& document) {
+    return QString::number(document.paper().right / 20.0);
+}
 
 const QString first = u"第一章 施工部署"_s;
 const QString usualLook = u"仿宋_GB2312 12 bold centre"_s;

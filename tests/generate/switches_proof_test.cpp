@@ -65,11 +65,11 @@ TEST_F(SwitchesProof, ADocumentBelowADocumentBecomesANumberedParagraph) {
     }
 }
 
-// A character's width is that of the usual text, ten and a half points.
+// A character's width is that of the text, twelve points.
 TEST_F(SwitchesProof, TheTextOfANumberedDocumentIsIndentedByCharacters) {
     EXPECT_EQ(generated().indentOf(u"依据正文"_s), 0);
     switches.gChildDocAsNumber = true;
-    EXPECT_EQ(generated().indentOf(u"依据正文"_s), 2 * 10.5);
+    EXPECT_EQ(generated().indentOf(u"依据正文"_s), 2 * 12);
     controls.indent = u"4"_s;
-    EXPECT_EQ(generated().indentOf(u"依据正文"_s), 4 * 10.5);
+    EXPECT_EQ(generated().indentOf(u"依据正文"_s), 4 * 12);
 }

@@ -192,6 +192,16 @@ TEST(ResolvedSections, MarginsWiderThanThePaperLeaveRoomForText) {
     EXPECT_GE(format.columns[0].width, 720);
 }
 
+TEST(ResolvedSections, AGutterOnTopStandsAboveTheTextAndNotBesideIt) {
+    Bytes list = withSprm16({}, sprm::SDxaLeft, 1440);
+    list = withSprm16(list, sprm::SDyaTop, 1440);
+    list = withSprm16(list, sprm::SDzaGutter, 720);
+    EXPECT_EQ(resolvedSectionOf(list, false).paper.left, 2160);
+    EXPECT_EQ(resolvedSectionOf(list, false).paper.top, 1440);
+    EXPECT_EQ(resolvedSectionOf(list, true).paper.left, 1440);
+    EXPECT_EQ(resolvedSectionOf(list, true).paper.top, 2160);
+}
+
 TEST(ResolvedSections, TheGridTellsItsPitchAndWhatItAddsToCharacters) {
     Bytes list = withSprm16({}, sprm::SClm, 2);
     list = withSprm16(list, sprm::SDyaLinePitch, 312);

@@ -7,28 +7,35 @@
 namespace qvnd::word {
 namespace {
 
-TEST(NumberForms, CountAsTheirNamesSay) {
-    EXPECT_EQ(numberInForm(12, 0), u"12");
-    EXPECT_EQ(numberInForm(14, 1), u"XIV");
-    EXPECT_EQ(numberInForm(14, 2), u"xiv");
-    EXPECT_EQ(numberInForm(28, 3), u"BB");
-    EXPECT_EQ(numberInForm(26, 4), u"z");
-    EXPECT_EQ(numberInForm(22, 5), u"22nd");
-    EXPECT_EQ(numberInForm(11, 5), u"11th");
-    EXPECT_EQ(numberInForm(5, 22), u"05");
-    EXPECT_EQ(numberInForm(3, 18), u"③");
-    EXPECT_EQ(numberInForm(21, 18), u"21");
-    EXPECT_EQ(numberInForm(4, 30), u"丁");
-}
-
-TEST(NumberForms, ChineseNumbersAreCountedAsOneSpeaks) {
-    EXPECT_EQ(numberInForm(10, 39), u"十");
-    EXPECT_EQ(numberInForm(12, 37), u"十二");
-    EXPECT_EQ(numberInForm(20, 39), u"二十");
-    EXPECT_EQ(numberInForm(105, 39), u"一百零五");
-    EXPECT_EQ(numberInForm(1010, 39), u"一千零一十");
-    EXPECT_EQ(numberInForm(12, 38), u"壹拾贰");
-    EXPECT_EQ(numberInForm(102, 10), u"一〇二");
+TEST(NumberForms, NumbersAreWrittenAsTheFormsNamesSay) {
+    struct Written {
+        int number;
+        unsigned form;
+        std::u16string_view text;
+    };
+    for (const auto& [number, form, text] : std::initializer_list<Written>{
+             {12, 0, u"12"},
+             {14, 1, u"XIV"},
+             {14, 2, u"xiv"},
+             {28, 3, u"BB"},
+             {26, 4, u"z"},
+             {22, 5, u"22nd"},
+             {11, 5, u"11th"},
+             {5, 22, u"05"},
+             {3, 18, u"③"},
+             {21, 18, u"21"},
+             {4, 30, u"丁"},
+             // Chinese numbers are counted as one speaks.
+             {10, 39, u"十"},
+             {12, 37, u"十二"},
+             {20, 39, u"二十"},
+             {105, 39, u"一百零五"},
+             {1010, 39, u"一千零一十"},
+             {12, 38, u"壹拾贰"},
+             {102, 10, u"一〇二"},
+         }) {
+        EXPECT_EQ(numberInForm(number, form), text) << number << " in form " << form;
+    }
 }
 
 TEST(NumberForms, NumbersOutsideAFormDoNoHarm) {

@@ -1,0 +1,161 @@
+// What stands on a page, of all that a document may hold.
+
+#include "platform/layout/PagedDocument.h"
+#include "platform/word/docfile/pictures/Picture.h"
+#include "support/Images.h"
+
+namespace qvnd::layout {
+namespace {
+
+using word::Bytes;
+using word::withSprm16;
+using word::withSprm32;
+using word::withSprm8;
+namespace sprm = word::sprm;
+
+class PageContent : public test::PagedDocument {
+protected:
+    // A row with these texts in cells between these edges; `flags` of its cells' definitions.
+    void typeRow(const std::vector<std::u16string>& cells, const std::vector<unsigned>& edges,
+                 const std::vector<unsigned>& flags = {}) {
+        const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+        for (const std::u16string& cell : cells) {
+            append(main, cell);
+            main.text += u'\a';
+            main.characters.push_back({1, {}});
+            main.paragraphs.push_back({static_cast<word::Cp>(cell.size() + 1), 0, intern(inTable)});
+        }
+        word::LittleEndianWriter definition;
+        definition.u16(sprm::TDefTable);
+        definition.u16(static_cast<unsigned>(2 + 2 * edges.size() + 20 * cells.size()));
+        definition.u8(static_cast<unsigned>(cells.size()));
+        for (const unsigned edge : edges) {
+            definition.u16(edge);
+        }
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            definition.u16(i < flags.size() ? flags[i] : 0);
+            definition.u16(0);
+            definition.u32(i == 0 ? 0x00010108 : 0); // the first has a border on its top
+            definition.zeros(12);
+        }
+        Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
+        const Bytes row = definition.take();
+        mark.insert(mark.end(), row.begin(), row.end());
+        main.text += u'\a';
+        main.characters.push_back({1, {}});
+        main.paragraphs.push_back({1, 0, intern(mark)});
+    }
+    const PlacedText& textAt(const Page& page, const std::u16string& text) {
+        for (const PlacedText& run : page.layer.texts) {
+            if (run.text == text) {
+                return run;
+            }
+        }
+        static const PlacedText none;
+        ADD_FAILURE() << "no such text";
+        return none;
+    }
+};
+
+TEST_F(PageContent, TextBearsTheLookOfItsStyleAndItsOwn) {
+    word::StyleDefinition& heading = *document.tables.styles.styles[1];
+    heading.character = intern(withSprm16(withSprm8({}, sprm::CFBold, 1), sprm::CHps, 32));
+    type(u"章红蓝\r");
+    main.paragraphs[0].style = 1;
+    main.characters = {
+        {1, {}},
+        {1, intern(withSprm8({}, sprm::CIco, 6))},
+        {2, intern(withSprm8(withSprm32({}, sprm::CCv, 0x00FF0000), sprm::CKul, 1))}};
+    const Page page = pages().at(0);
+    const PlacedText& plain = textAt(page, u"章");
+    EXPECT_EQ(plain.size, 320);
+    EXPECT_EQ(plain.face, 1U) << "bold";
+    EXPECT_EQ(plain.colour, std::nullopt);
+    EXPECT_FALSE(plain.underlined);
+    EXPECT_EQ(textAt(page, u"红").colour, 0xFF0000U);
+    EXPECT_EQ(textAt(page, u"蓝").colour, 0x0000FFU);
+    EXPECT_TRUE(textAt(page, u"蓝").underlined);
+}
+
+TEST_F(PageContent, AListsNumberStandsBeforeItsParagraph) {
+    word::ListDefinition list;
+    list.lsid = 77;
+    list.linkedStyles.fill(word::StyleDefinition::none);
+    list.levels.resize(9);
+    list.levels[0].head[0] = 1;  // starts at 1
+    list.levels[0].head[6] = 1;  // its number is the first character
+    list.levels[0].head[15] = 2; // nothing follows
+    list.levels[0].text = {0, u'、'};
+    document.tables.listDefinitions.push_back(list);
+    document.tables.listOverrides.push_back({77, 0, 0, {}});
+    const Bytes listed = withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0);
+    type(u"甲\r乙\r", listed);
+    EXPECT_EQ(textOf(pages().at(0)), u"1、甲2、乙");
+}
+
+TEST_F(PageContent, ALineBreakEndsItsLineWithinTheParagraph) {
+    type(u"上\v下\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"下").baseline - textAt(page, u"上").baseline, 200);
+    EXPECT_DOUBLE_EQ(textAt(page, u"下").x, textAt(page, u"上").x);
+}
+
+TEST_F(PageContent, APictureStandsInItsLineInItsSize) {
+    auto picture = *word::Picture::fromImage(test::png(96, 48));
+    picture.setWidth(1000);
+    picture.setHeight(500);
+    document.tables.blobs.push_back(picture.blob());
+    type(u"前\x01\r");
+    main.characters = {
+        {1, {}},
+        {1, intern(withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1))},
+        {1, {}}};
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 1U);
+    const PlacedPicture& placed = page.layer.pictures[0];
+    EXPECT_EQ(placed.width, 1000);
+    EXPECT_EQ(placed.height, 500);
+    EXPECT_DOUBLE_EQ(placed.x, 1000 + 200) << "behind the character";
+    EXPECT_DOUBLE_EQ(placed.y, 1000);
+    EXPECT_EQ(placed.blob, document.tables.blobs[0]);
+}
+
+TEST_F(PageContent, RowsWithDifferentEdgesStandAtTheirOwn) {
+    typeRow({u"宽", u"窄"}, {0, 1300, 2000});
+    typeRow({u"一", u"二", u"三"}, {0, 700, 1310, 2000});
+    type(u"\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"窄").x - textAt(page, u"宽").x, 1300);
+    EXPECT_DOUBLE_EQ(textAt(page, u"二").x - textAt(page, u"一").x, 700);
+    EXPECT_DOUBLE_EQ(textAt(page, u"三").x - textAt(page, u"一").x, 1310);
+    EXPECT_GT(textAt(page, u"一").baseline, textAt(page, u"宽").baseline);
+}
+
+TEST_F(PageContent, OnlyTheBordersThatTheRowSaysAreDrawn) {
+    typeRow({u"甲", u"乙"}, {0, 1000, 2000});
+    type(u"\r");
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.rules.size(), 1U);
+    const Rule& rule = page.layer.rules[0];
+    EXPECT_DOUBLE_EQ(rule.y1, rule.y2);
+    EXPECT_NEAR(rule.x2 - rule.x1, 1000, 20);
+}
+
+TEST_F(PageContent, ACellMergedDownHoldsItsTextOnce) {
+    typeRow({u"高", u"甲"}, {0, 1000, 2000}, {0x60, 0});
+    typeRow({u"不", u"乙"}, {0, 1000, 2000}, {0x20, 0});
+    type(u"\r");
+    EXPECT_EQ(textOf(pages().at(0)), u"高甲乙");
+}
+
+TEST_F(PageContent, CellsMergedAcrossLeaveTheOthersAtTheirPlaces) {
+    typeRow({u"并", u"", u"后"}, {0, 600, 1200, 1800}, {1, 2, 0});
+    typeRow({u"一", u"二", u"三"}, {0, 600, 1200, 1800});
+    type(u"\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"后").x, textAt(page, u"三").x);
+    EXPECT_DOUBLE_EQ(textAt(page, u"并").x, textAt(page, u"一").x);
+}
+
+} // namespace
+} // namespace qvnd::layout
