@@ -51,9 +51,10 @@ QString childStyle(const Arguments& arguments) {
 } // namespace
 
 GenerateOptions::GenerateOptions(const QStringList& words) {
-    const Arguments arguments(words, {{u"--blank-lines"_s, u"--first-run"_s},
-                                      {u"--multilevel"_s, u"--multilevel-text"_s,
-                                       u"--children-numbered"_s, u"--indent"_s, u"--pages"_s}});
+    const Arguments arguments(words,
+                              {{u"--blank-lines"_s, u"--first-run"_s},
+                               {u"--multilevel"_s, u"--multilevel-text"_s, u"--children-numbered"_s,
+                                u"--indent"_s, u"--pages"_s, u"--fonts"_s}});
     arguments.expectPositions(1, 1);
     plan = files::Trim(arguments.position(0));
     switches.gBlankLineAroundTitle = arguments.has(u"--blank-lines"_s);
@@ -67,12 +68,15 @@ GenerateOptions::GenerateOptions(const QStringList& words) {
     childIndent = QString::number(within(arguments, u"--indent"_s, 2, widestIndent));
     isFirstRun = arguments.has(u"--first-run"_s);
     pages = pageSource(arguments.option(u"--pages"_s, u"auto"_s));
+    fontsHere = arguments.hasOption(u"--fonts"_s);
+    if (fontsHere && arguments.option(u"--fonts"_s) != u"here")
+        throw UsageError(u"选项 --fonts 的值只能是 here"_s);
 }
 
 QString GenerateOptions::parameters() {
     return u"方案 [--blank-lines] [--multilevel 0|1|2 [--multilevel-text 文字]] "
            "[--children-numbered 样式|\"\" [--indent 字符数]] [--first-run] "
-           "[--pages auto|layout|office]"_s;
+           "[--pages auto|layout|office] [--fonts here]"_s;
 }
 
 } // namespace qvnd::tools

@@ -30,6 +30,8 @@ struct GenerateOptions {
     // node runs on into what follows. A later run ends its paragraph.
     bool isFirstRun = false;
     PageSource pages = PageSource::automatic;
+    // Our own layout goes by the fonts that are installed, not by those that documents name.
+    bool fontsHere = false;
 };
 
 } // namespace qvnd::tools

@@ -30,8 +30,8 @@ bool AskedQuestion::save(const std::filesystem::path& document) {
 
 TerminalGeneration::TerminalGeneration(Session& session, const GenerateOptions& options)
     : session_(session), options_(options), messages_(session.messages()),
-      bar_(session.output().err()), pages_(options.pages), losses_(messages_, dlgTB()),
-      unsaved_(messages_), controls_(options), locks_(processes_),
+      bar_(session.output().err()), pages_(options.pages, options.fontsHere),
+      losses_(messages_, dlgTB()), unsaved_(messages_), controls_(options), locks_(processes_),
       factory_({pages_.source(), losses_, unsaved_, &pictures_, &documents_}) {}
 
 desktop::ProgressDialog& TerminalGeneration::dlgTB() {

@@ -16,8 +16,10 @@ QString profileFolder() {
 
 } // namespace
 
-PageNumberChoice::PageNumberChoice(PageSource wanted)
-    : wanted_(wanted), suite_(profileFolder()), exact_(suite_) {}
+PageNumberChoice::PageNumberChoice(PageSource wanted, bool fontsHere)
+    : wanted_(wanted), suite_(profileFolder()), exact_(suite_),
+      own_(fontsHere ? drawing::openInstalledFonts : drawing::openNamedFonts,
+           fontsHere ? layout::officeOptions() : layout::LayoutOptions{}) {}
 
 bool PageNumberChoice::isOffered() const {
     return wanted_ != PageSource::office || suite_.isInstalled();

@@ -13,7 +13,8 @@ namespace qvnd::tools {
 // user wishes.
 class PageNumberChoice {
 public:
-    explicit PageNumberChoice(PageSource wanted);
+    // `fontsHere`: our own layout goes by the fonts that are installed, as the office suite does.
+    PageNumberChoice(PageSource wanted, bool fontsHere);
     PageNumberChoice(const PageNumberChoice&) = delete;
     PageNumberChoice& operator=(const PageNumberChoice&) = delete;
 
@@ -27,7 +28,7 @@ private:
     PageSource wanted_;
     office::OfficeSuite suite_;
     office::OfficePageNumbers exact_;
-    layout::LayoutPageNumbers own_{drawing::openNamedFonts};
+    layout::LayoutPageNumbers own_;
 };
 
 } // namespace qvnd::tools

@@ -20,12 +20,15 @@ TEST(GenerateOptions, ThePlanAloneLeavesEverySwitchAsTheProgramStarts) {
     EXPECT_EQ(options.childStyle, QString());
     EXPECT_EQ(options.childIndent, u"2"_s);
     EXPECT_EQ(options.pages, PageSource::automatic);
+    EXPECT_FALSE(options.fontsHere);
 }
 
 TEST(GenerateOptions, EveryOptionReachesItsSwitch) {
     const GenerateOptions options({u"新楼"_s, u"--blank-lines"_s, u"--multilevel"_s, u"2"_s,
                                    u"--multilevel-text"_s, u"第章"_s, u"--children-numbered"_s,
-                                   u"a)"_s, u"--indent"_s, u"4"_s, u"--pages"_s, u"estimate"_s});
+                                   u"a)"_s, u"--indent"_s, u"4"_s, u"--pages"_s, u"estimate"_s,
+                                   u"--fonts"_s, u"here"_s});
+    EXPECT_TRUE(options.fontsHere);
     EXPECT_TRUE(options.switches.gBlankLineAroundTitle);
     EXPECT_TRUE(options.switches.gMultLevelOn);
     EXPECT_EQ(options.switches.gMultLevelMode, 2);
@@ -34,6 +37,10 @@ TEST(GenerateOptions, EveryOptionReachesItsSwitch) {
     EXPECT_EQ(options.childStyle, u"a)"_s);
     EXPECT_EQ(options.childIndent, u"4"_s);
     EXPECT_EQ(options.pages, PageSource::layout);
+}
+
+TEST(GenerateOptions, FontsAreThoseThatDocumentsNameOrThoseHere) {
+    EXPECT_THROW(GenerateOptions({u"新楼"_s, u"--fonts"_s, u"there"_s}), UsageError);
 }
 
 TEST(GenerateOptions, TheTextOfModeTwoIsThatOfTheDialogUnlessOneIsGiven) {

@@ -4,6 +4,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
 #include "platform/word/formatting/NameFolding.h"
+#include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <fontconfig/fontconfig.h>
@@ -141,8 +142,12 @@ public:
         if (known != requests_.end()) {
             return known->second;
         }
-        const auto file = bestFile(installed_, request, std::nullopt);
-        const FaceId id = add(request, *file);
+        FaceRequest asked = request;
+        if (choice_ == FontChoice::here && word::isSymbolFont(request.name)) {
+            asked.name = u"OpenSymbol"; // which the office suite shows symbols in
+        }
+        const auto file = bestFile(installed_, asked, std::nullopt);
+        const FaceId id = add(asked, *file);
         requests_.emplace(key, id);
         return id;
     }
@@ -301,6 +306,9 @@ DrawnFace FontFaces::drawn(FaceId face) const {
 
 std::unique_ptr<layout::FontMetrics> openNamedFonts() {
     return std::make_unique<FontFaces>(FontChoice::named);
+}
+std::unique_ptr<layout::FontMetrics> openInstalledFonts() {
+    return std::make_unique<FontFaces>(FontChoice::here);
 }
 
 } // namespace qvnd::drawing

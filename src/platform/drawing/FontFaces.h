@@ -45,7 +45,8 @@ private:
     std::shared_ptr<Store> store_;
 };
 
-// The faces that documents name, for LayoutPageNumbers.
+// The faces that documents name, and those that are installed, for LayoutPageNumbers.
 std::unique_ptr<layout::FontMetrics> openNamedFonts();
+std::unique_ptr<layout::FontMetrics> openInstalledFonts();
 
 } // namespace qvnd::drawing

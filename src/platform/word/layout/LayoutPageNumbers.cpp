@@ -22,9 +22,8 @@ std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& 
     if (!fonts_) {
         fonts_ = openFonts_();
     }
-    const LayoutSource source{&content.tables, word::joined(content.main), content.sections,
-                              content.headers, content.settings,           {}};
-    DocumentLayout layout(source, *fonts_, {});
+    const LayoutSource source = sourceOf(content);
+    DocumentLayout layout(source, *fonts_, options_);
     pages_ = 0;
     while (layout.nextPage()) {
         ++pages_;

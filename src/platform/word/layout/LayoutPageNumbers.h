@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/layout/FontMetrics.h"
+#include "platform/word/layout/LayoutSource.h"
 #include "platform/word/layout/PageNumberSource.h"
 
 #include <functional>
@@ -15,7 +16,8 @@ public:
     // What it throws is thrown by displayedPages().
     using OpenFonts = std::function<std::unique_ptr<FontMetrics>()>;
 
-    explicit LayoutPageNumbers(OpenFonts openFonts) : openFonts_(std::move(openFonts)) {}
+    explicit LayoutPageNumbers(OpenFonts openFonts, const LayoutOptions& options = {})
+        : openFonts_(std::move(openFonts)), options_(options) {}
 
     std::vector<int> displayedPages(const word::DocumentContent& content,
                                     std::span<const word::Cp> positions) override;
@@ -23,6 +25,7 @@ public:
 
 private:
     OpenFonts openFonts_;
+    LayoutOptions options_;
     std::unique_ptr<FontMetrics> fonts_;
     int pages_ = 0;
 };
