@@ -3,6 +3,8 @@
 #include "platform/layout/PagedDocument.h"
 #include "platform/word/layout/CharacterClasses.h"
 
+#include <algorithm>
+
 namespace qvnd::layout {
 namespace {
 
@@ -200,6 +202,111 @@ TEST_F(Pages, TheOfficeSuitePutsWholeLinesOfTheGridInTheMiddleOfThePage) {
     ASSERT_EQ(found.size(), 2U);
     EXPECT_DOUBLE_EQ(found[0].layer.texts.front().baseline, 1000 + 100 + 50 + 160);
     EXPECT_EQ(textOf(found[1]), u"一");
+}
+
+// A frame 800 wide and 400 high at the left edge of the column, where it stands in the text.
+Bytes frame() {
+    Bytes list = withSprm16({}, sprm::PDxaWidth, 800);
+    return withSprm16(list, sprm::PWHeightAbs, 0x8000 | 400);
+}
+
+const PlacedText& textAt(const Page& page, char16_t first) {
+    const auto found =
+        std::find_if(page.layer.texts.begin(), page.layer.texts.end(),
+                     [&](const PlacedText& text) { return text.text.front() == first; });
+    return found != page.layer.texts.end() ? *found : page.layer.texts.front();
+}
+
+TEST_F(Pages, TextGoesOnBesideAFrameAndBelowItInFullWidth) {
+    type(u"框\r", frame());
+    type(u"甲乙丙丁戊己庚辛壬癸甲乙丙丁戊\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u'框').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'框').baseline, 1160);
+    EXPECT_DOUBLE_EQ(textAt(page, u'甲').x, 1800);
+    EXPECT_DOUBLE_EQ(textAt(page, u'甲').baseline, 1160);
+    EXPECT_DOUBLE_EQ(textAt(page, u'庚').x, 1800);
+    EXPECT_DOUBLE_EQ(textAt(page, u'丙').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'丙').baseline, 1560);
+}
+
+TEST_F(Pages, TextGoesOnBelowAFrameThatHasNoneBesideIt) {
+    type(u"框\r", withSprm8(frame(), sprm::PWr, 1));
+    type(u"甲\r");
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'甲').baseline, 1560);
+}
+
+TEST_F(Pages, AFrameMayStandAnywhereOnThePage) {
+    Bytes list = withSprm8(frame(), sprm::PPc, (1U << 4U) | (2U << 6U));
+    list = withSprm16(list, sprm::PDxaAbs, 301);
+    list = withSprm16(list, sprm::PDyaAbs, 501);
+    type(u"框\r", list);
+    type(u"甲\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u'框').x, 300);
+    EXPECT_DOUBLE_EQ(textAt(page, u'框').baseline, 660);
+    EXPECT_DOUBLE_EQ(textAt(page, u'甲').baseline, 1160);
+}
+
+TEST_F(Pages, AFrameWithoutAWidthIsAsWideAsItsText) {
+    type(u"框框\r", withSprm16({}, sprm::PDxaAbs, 0xFFFC)); // centred
+    type(u"甲\r");
+    EXPECT_NEAR(textAt(pages().at(0), u'框').x, 1800, 1);
+}
+
+TEST_F(Pages, ParagraphsInEqualFramesShareOne) {
+    type(u"框\r架\r", frame());
+    type(u"甲\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u'架').baseline, textAt(page, u'框').baseline + 200);
+}
+
+TEST_F(Pages, AFooterIsHighEnoughForAFrameInIt) {
+    word::Story footer = story(u"1\r", frame());
+    append(footer, u"\r");
+    document.headers.resize(1);
+    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] =
+        word::slicesOf(footer);
+    paragraphs(10);
+    EXPECT_EQ(pages().size(), 2U); // 400 below the text, above 720 at the foot of the page
+}
+
+TEST_F(Pages, AFrameThatNothingFollowsIsNotLost) {
+    type(u"甲\r");
+    type(u"框\r", frame());
+    EXPECT_EQ(textOf(pages().at(0)), u"甲框");
+}
+
+TEST_F(Pages, LinesBesideAFrameThatGoToTheNextPageHaveItsFullWidth) {
+    for (int i = 0; i < 8; ++i) {
+        type(u"一\r");
+    }
+    type(u"框\r", frame());
+    type(u"甲乙丙丁戊己庚辛壬癸甲乙丙丁戊己庚辛壬癸甲乙\r", withSprm8({}, sprm::PFWidowControl, 0));
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_DOUBLE_EQ(textAt(found[1], u'丙').x, 1000);
+    EXPECT_EQ(textOf(found[1]), u"丙丁戊己庚辛壬癸甲乙");
+}
+
+TEST_F(Pages, InTheOfficeSuiteAnEmptyParagraphTakesOverTheMarkBeforeIt) {
+    type(u"甲\r");
+    main.characters.back().properties = intern(withSprm16({}, sprm::CHps, 40));
+    type(u"\r乙\r");
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 200 + 160);
+    options = officeOptions();
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 400 + 160);
+}
+
+TEST_F(Pages, DeletedTextIsNotSeenButTheOfficeSuiteStrikesItOut) {
+    type(u"甲乙");
+    main.characters.back().properties = intern(withSprm8({}, sprm::CFRMarkDel, 0x81));
+    type(u"丙\r");
+    main.paragraphs.back().length = 4;
+    EXPECT_EQ(textOf(pages().at(0)), u"丙");
+    options = officeOptions();
+    EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
+    EXPECT_TRUE(textAt(pages().at(0), u'甲').struckOut);
 }
 
 } // namespace

@@ -235,5 +235,65 @@ TEST_F(LineComposer, PicturesTakeTheirRoomInTheLine) {
     EXPECT_DOUBLE_EQ(strips[0].layer.pictures[0].y, 0);
 }
 
+TEST_F(LineComposer, ARightTabAtTheMarginGoesToTheNextLineWithWhatHasNoRoom) {
+    type(U"一二三四五六七八九\t1234");
+    format.tabStops = {{2000, TabStop::Kind::right, u'.'}};
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"................1234"}));
+}
+
+TEST_F(LineComposer, SmallCapitalsTakeTheRoomOfTheirFont) {
+    type(U"A");
+    look.smallCapitals = true;
+    look.halfPoints = 20;
+    items.items[0].size = 160;
+    items.markSize = 100;
+    EXPECT_DOUBLE_EQ(compose()[0].height, 200);
+}
+
+TEST_F(LineComposer, LinesKeepClearOfObstacles) {
+    type(std::u32string(20, U'一'));
+    setting.obstacles = {{{0, 0, 800, 400}, true}};
+    EXPECT_EQ(compose().size(), 3U);
+    EXPECT_DOUBLE_EQ(leftOf(0), 800);
+    EXPECT_DOUBLE_EQ(leftOf(2), 0);
+    setting.obstacles = {{{0, 0, 800, 400}, false}};
+    EXPECT_DOUBLE_EQ(leftOf(0), 0);
+    EXPECT_DOUBLE_EQ(strips[0].before, 400);
+}
+
+TEST_F(LineComposer, LinesMayGoOnFromWithinTheParagraph) {
+    type(std::u32string(25, U'一'));
+    format.firstLine.twips = 400;
+    format.before = 300;
+    const Strips rest = composeLines(items, format, fonts, setting, 8);
+    ASSERT_EQ(rest.size(), 2U);
+    EXPECT_DOUBLE_EQ(rest[0].layer.texts.front().x, 0);
+    EXPECT_DOUBLE_EQ(rest[0].before, 0);
+    EXPECT_EQ(rest[0].at, 8U);
+}
+
+TEST_F(LineComposer, TheOfficeSuiteSqueezesCommasSoThatMoreFitsOnTheLine) {
+    type(U"一二、三四、五六七八九十");
+    setting.compressesPunctuation = true;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六七八");
+    setting.options.officeLines = true;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六七八九");
+    EXPECT_DOUBLE_EQ(rightOf(0), 2000);
+    setting.compressesPunctuation = false;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六七八");
+}
+
+TEST_F(LineComposer, NoLineEndsBetweenAPictureAndALatinWord) {
+    type(std::u32string(20, U'a'));
+    items.items[0].kind = TextItem::Kind::picture;
+    items.items[0].width = 500;
+    EXPECT_EQ(lines(), (Lines{std::u16string(15, u'a'), std::u16string(4, u'a')}));
+    for (std::size_t i = 1; i < items.items.size(); ++i) {
+        items.items[i].character = U'一';
+    }
+    items.items[0].width = 1950;
+    EXPECT_TRUE(lines()[0].empty());
+}
+
 } // namespace
 } // namespace qvnd::layout

@@ -89,9 +89,74 @@ void readFlow(const ResolvedProperties& look, ResolvedParagraph& format) {
     format.hangsPunctuation = isSet(look, sprm::PFOverflowPunct, true);
     format.spacesLatin = isSet(look, sprm::PFAutoSpaceDE, true);
     format.spacesDigits = isSet(look, sprm::PFAutoSpaceDN, true);
-    for (const SprmOpcode property : {sprm::PDxaAbs, sprm::PDyaAbs, sprm::PDxaWidth}) {
-        format.framed = format.framed || numberOf(look, property, 0) != 0;
+}
+
+using Place = ParagraphFrame::Place;
+
+// XAS_plusOne and YAS_plusOne, [MS-DOC] 2.9.356 and 2.9.357: some numbers name places.
+Place placeOf(int stored, bool across) {
+    constexpr int first = -4; // centred across; at the top
+    constexpr int second = -8;
+    constexpr int third = -12;
+    switch (stored) {
+    case 0:
+        return across ? Place::start : Place::distance;
+    case first:
+        return across ? Place::centre : Place::start;
+    case second:
+        return across ? Place::end : Place::centre;
+    case third:
+        return across ? Place::start : Place::end;
+    case third - 4:
+        return across ? Place::end : Place::start;
+    case third - 8:
+        return across ? Place::distance : Place::end;
+    default:
+        return Place::distance;
     }
+}
+
+// PositionCodeOperand, [MS-DOC] 2.9.210.
+void readOrigins(const ResolvedProperties& look, ParagraphFrame& frame) {
+    const std::uint32_t code = numberOf(look, sprm::PPc, 0);
+    const std::uint32_t down = (code >> 4U) & 3U;
+    const std::uint32_t across = (code >> 6U) & 3U;
+    frame.down = down == 1   ? FrameSpot::Down::fromPage
+                 : down == 2 ? FrameSpot::Down::fromParagraph
+                             : FrameSpot::Down::fromMargin;
+    frame.across = across == 1   ? FrameSpot::Across::fromMargin
+                   : across == 2 ? FrameSpot::Across::fromPage
+                                 : FrameSpot::Across::fromColumn;
+}
+
+std::optional<ParagraphFrame> frameOf(const ResolvedProperties& look) {
+    constexpr std::uint32_t notBeside = 1; // sprmPWr
+    constexpr std::uint32_t nowhere = 3;
+    constexpr std::uint32_t leastHeight = 0x8000;
+    const int across = signedNumberOf(look, sprm::PDxaAbs, 0);
+    const int down = signedNumberOf(look, sprm::PDyaAbs, 0);
+    const int width = static_cast<int>(numberOf(look, sprm::PDxaWidth, 0));
+    if (across == 0 && down == 0 && width == 0) {
+        return std::nullopt;
+    }
+    ParagraphFrame frame;
+    readOrigins(look, frame);
+    frame.placeAcross = placeOf(across, true);
+    frame.placeDown = placeOf(down, false);
+    frame.left = frame.placeAcross == Place::distance ? bounded(across - 1) : 0;
+    frame.top = frame.placeDown == Place::distance && down != 0 ? bounded(down - 1) : 0;
+    if (down == 0) {
+        frame.down = FrameSpot::Down::fromParagraph; // where it stands in the text
+    }
+    frame.width = std::min(width, farthest);
+    const std::uint32_t height = numberOf(look, sprm::PWHeightAbs, 0);
+    frame.height = static_cast<int>(height & ~leastHeight);
+    frame.exactHeight = height != 0 && (height & leastHeight) == 0;
+    const std::uint32_t wrap = numberOf(look, sprm::PWr, 0);
+    frame.textBeside = wrap != notBeside && wrap != nowhere;
+    frame.apartAcross = bounded(signedNumberOf(look, sprm::PDxaFromText, 0));
+    frame.apartDown = bounded(signedNumberOf(look, sprm::PDyaFromText, 0));
+    return frame;
 }
 
 Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
@@ -124,6 +189,7 @@ ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look) {
     format.leftSide = sideOf(look, sprm::PBrcLeft80);
     format.bottomSide = sideOf(look, sprm::PBrcBottom80);
     format.rightSide = sideOf(look, sprm::PBrcRight80);
+    format.frame = frameOf(look);
     format.between = sideOf(look, sprm::PBrcBetween80);
     if (const auto shading = settingOf(look, sprm::PShd80)) {
         format.background = colourOfShading(*shading);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/document/FrameSpot.h"
 #include "platform/word/formatting/PropertyValues.h"
 
 #include <cstdint>
@@ -19,15 +20,35 @@ struct TabStop {
     bool operator==(const TabStop&) const = default;
 };
 
-// An indent: in hundredths of a character where that is given, else in twips.
+// An indent in twips, or in hundredths of a character. Programs that know characters save what they
+// come to in twips as well, by their own measures.
 struct Indent {
     int twips = 0;
     int characters = 0;
 
     // `characterWidth`: twips of one full-width character of the paragraph.
     double in(double characterWidth) const {
-        return characters != 0 ? characters * characterWidth / 100 : twips;
+        return twips != 0 ? twips : characters * characterWidth / 100;
     }
+};
+
+// The frame that a paragraph stands in, out of the flow. Lengths in twips.
+struct ParagraphFrame {
+    enum class Place : std::uint8_t { distance, start, centre, end };
+
+    FrameSpot::Across across = FrameSpot::Across::fromColumn;
+    FrameSpot::Down down = FrameSpot::Down::fromMargin;
+    Place placeAcross = Place::distance;
+    Place placeDown = Place::distance;
+    int left = 0;
+    int top = 0;
+    int width = 0; // 0: as wide as the text
+    int height = 0;
+    bool exactHeight = false;
+    bool textBeside = true; // text flows on beside it
+    int apartAcross = 0;
+    int apartDown = 0;
+    bool operator==(const ParagraphFrame&) const = default;
 };
 
 // How a paragraph stands: its own formatting, its list's level and its styles taken together.
@@ -71,7 +92,7 @@ struct ResolvedParagraph {
     Border rightSide;
     Border between;
     std::optional<std::uint32_t> background;
-    bool framed = false; // stands in a frame, out of the flow
+    std::optional<ParagraphFrame> frame;
 };
 
 ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look);

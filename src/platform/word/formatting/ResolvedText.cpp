@@ -53,13 +53,14 @@ void readMeasures(const ResolvedProperties& look, ResolvedText& format) {
 }
 
 void readMeaning(ByteView own, ResolvedText& format) {
+    constexpr std::uint8_t opposite = 0x81; // of the style, which deletes nothing
     for (const SprmView& entry : parseSprms(own).sprms) {
         switch (entry.opcode) {
         case sprm::CFSpec:
             format.special = entry.operand[0] == 1;
             break;
         case sprm::CFRMarkDel:
-            format.deleted = entry.operand[0] == 1;
+            format.deleted = entry.operand[0] == 1 || entry.operand[0] == opposite;
             break;
         case sprm::CFData:
         case sprm::CFOle2:

@@ -1,5 +1,6 @@
 #include "platform/word/layout/BlockComposer.h"
 
+#include "platform/word/layout/FloatComposer.h"
 #include "platform/word/layout/RowComposer.h"
 
 #include <algorithm>
@@ -18,26 +19,113 @@ BlockComposer::BlockComposer(StoryReader::Shared& shared, const word::Story& sto
     : shared_(shared), story_(story), reader_(shared, story, note),
       blocks_(blocksOf(story, shared.formats, starts_)) {}
 
-Strips BlockComposer::compose(const Block& block, const LineSetting& setting) {
-    return block.table ? composeTable(*block.table, setting)
-                       : composeParagraph(block.paragraph, setting);
+Strips BlockComposer::compose(const Block& block, const LineSetting& setting, word::Cp from) {
+    if (block.framed > 0) {
+        composeFrame(block, setting);
+        return {};
+    }
+    Strips strips = block.table ? composeTable(*block.table, setting)
+                                : composeParagraph(block.paragraph, setting, from);
+    if (from == 0) {
+        anchorFrames(block.paragraph, strips);
+    }
+    return strips;
 }
 
 Strips BlockComposer::composeAll(const LineSetting& setting) {
-    return composeCell(blocks_, setting);
+    Strips strips = composeCell(blocks_, setting);
+    if (auto last = rest()) {
+        strips.push_back(std::move(*last));
+    }
+    return strips;
 }
 
-Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting& setting) {
+std::optional<Strip> BlockComposer::rest() {
+    if (frames_.empty()) {
+        return std::nullopt;
+    }
+    Strip strip;
+    strip.floats = std::exchange(frames_, {});
+    strip.paragraph = story_.paragraphs.size();
+    strip.at = story_.size();
+    return strip;
+}
+
+void BlockComposer::anchorFrames(std::size_t paragraph, Strips& strips) {
+    if (strips.empty()) {
+        return;
+    }
+    if (!frames_.empty()) {
+        anchored_ = std::exchange(frames_, {});
+        anchoredTo_ = paragraph;
+    }
+    if (anchoredTo_ == paragraph) {
+        auto& floats = strips.front().floats;
+        floats.insert(floats.end(), anchored_.begin(), anchored_.end());
+    }
+}
+
+Strips BlockComposer::composeFramed(const Block& block, const LineSetting& setting) {
+    Strips strips;
+    for (std::size_t i = 0; i < block.framed; ++i) {
+        Strips part = composeParagraph(block.paragraph + i, setting, 0);
+        std::move(part.begin(), part.end(), std::back_inserter(strips));
+    }
+    return strips;
+}
+
+// A frame without a width of its own is as wide as its text.
+void BlockComposer::composeFrame(const Block& block, const LineSetting& setting) {
+    const word::ParagraphRun& run = story_.paragraphs[block.paragraph];
+    const auto& frame = *shared_.formats.paragraph(run.style, run.properties).frame;
+    LineSetting inner = setting;
+    inner.obstacles.clear();
+    inner.width = frame.width > 0 ? frame.width : setting.width;
+    Strips strips = composeFramed(block, inner);
+    if (frame.width == 0) {
+        inner.width = std::max(narrowest, textWidth(strips) + 1);
+        strips = composeFramed(block, inner);
+    }
+    frames_.push_back(framed(frame, inner.width, stacked(strips, addsSpaces_)));
+}
+
+// Each drawing goes with the line that its anchor stands on.
+void BlockComposer::anchorDrawings(const ParagraphItems& items, word::Cp from,
+                                   const LineSetting& setting, Strips& strips) {
+    FloatComposer floats(shared_);
+    for (const word::Cp at : items.anchors) {
+        const auto anchor = std::lower_bound(
+            story_.anchors.begin(), story_.anchors.end(), at,
+            [](const word::Anchor& a, word::Cp position) { return a.at < position; });
+        const bool isDrawing = anchor != story_.anchors.end() && anchor->at == at &&
+                               anchor->kind == word::AnchorKind::drawing;
+        if (at < from || !isDrawing) {
+            continue;
+        }
+        if (auto floating = floats.drawing(anchor->index, fields_, setting)) {
+            const auto strip = std::find_if(strips.rbegin(), strips.rend(),
+                                            [&](const Strip& s) { return s.at <= at; });
+            (strip == strips.rend() ? strips.front() : *strip)
+                .floats.push_back(std::move(*floating));
+        }
+    }
+}
+
+Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting& setting,
+                                       word::Cp from) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     const word::ResolvedParagraph& format = shared_.formats.paragraph(run.style, run.properties);
     const ParagraphItems items = reader_.read(paragraph, starts_[paragraph], fields_);
-    Strips strips = composeLines(items, format, shared_.fonts, setting);
+    const auto first = std::find_if(items.items.begin(), items.items.end(),
+                                    [&](const TextItem& item) { return item.at >= from; });
+    Strips strips = composeLines(items, format, shared_.fonts, setting,
+                                 static_cast<std::size_t>(first - items.items.begin()));
     for (Strip& strip : strips) {
         strip.paragraph = paragraph;
         strip.style = run.style;
         strip.at = std::max(strip.at, starts_[paragraph]);
     }
-    anchors_.insert(anchors_.end(), items.anchors.begin(), items.anchors.end());
+    anchorDrawings(items, from, setting, strips);
     return strips;
 }
 
@@ -67,6 +155,7 @@ Strips BlockComposer::composeTable(const Table& table, const LineSetting& settin
                 continue;
             }
             LineSetting inner = setting;
+            inner.obstacles.clear();
             inner.grid.linePitch = setting.gridInTables ? setting.grid.linePitch : 0;
             inner.width = std::max(narrowest, cell.right - cell.left - cell.format.leftPadding -
                                                   cell.format.rightPadding);

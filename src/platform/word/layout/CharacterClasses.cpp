@@ -56,6 +56,10 @@ bool mayHang(char32_t c) { return contains(hanging, c); }
 bool isClosingMark(char32_t c) { return contains(U"、。〉》」』】〕〗），．：；］｝’”", c); }
 bool isOpeningMark(char32_t c) { return contains(U"〈《「『【〔〖（［｛‘“", c); }
 
+bool isSqueezable(char32_t c) {
+    return contains(U"、。〈〉《》「」『』【】〔〕〖〗〘〙〚〛〝〞〟", c);
+}
+
 bool mayBreakBetween(char32_t before, char32_t after, const BreakRules& rules) {
     constexpr char32_t noBreakSpace = 0xA0;
     if (before == noBreakSpace || after == noBreakSpace || isBlank(after)) {

@@ -26,6 +26,8 @@ bool mayHang(char32_t c);
 // Full-width punctuation whose ink stands in the left or in the right half of its square.
 bool isClosingMark(char32_t c);
 bool isOpeningMark(char32_t c);
+// Marks that the office suite sets narrower where more is to fit on a line.
+bool isSqueezable(char32_t c);
 
 // Whether a line may end between two characters that follow each other.
 struct BreakRules {

@@ -33,6 +33,8 @@ public:
     // the next column begins with, and the answer is false.
     bool add(Strip strip, Strips& overflow);
 
+    // The space that a strip put next would have above it.
+    double spaceAbove(const Strip& strip) const;
     bool isEmpty() const { return strips_.empty(); }
     const std::vector<FlowedStrip>& strips() const { return strips_; }
     double used() const { return used_; }
@@ -40,7 +42,6 @@ public:
     const std::vector<std::uint32_t>& notes() const { return notes_; }
 
 private:
-    double spaceAbove(const Strip& strip) const;
     double heightOfNotes(const Strip& strip) const;
     void put(Strip strip);
     void takeBack(Strips& overflow);

@@ -6,6 +6,8 @@
 #include "platform/word/layout/ColumnFlow.h"
 #include "platform/word/layout/HeaderStrips.h"
 #include "platform/word/layout/NoteStrips.h"
+#include "platform/word/layout/PageFloats.h"
+#include "platform/word/layout/PageObstacles.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,6 +42,7 @@ struct FillState {
     bool goesOn_ = false; // the next column, with what did not fit into this one
     std::vector<std::uint32_t> pageNotes_;
     double notesHeight_ = 0;
+    PageObstacles obstacles_;
     bool endnotesFed_ = false;
     bool done_ = false;
 };
@@ -55,6 +58,7 @@ public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
         : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
           headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteHeight()) {
+        shared_.marksInherit = shared_.showsDeleted = options_.officeLines;
         const bool onTop = word::gutterOnTop(source_.settings);
         word::Cp at = 0;
         for (const word::SectionRun& section : source_.sections) {
@@ -160,44 +164,56 @@ private:
             enterSection();
         }
         body_.setPage({page_.numberText, options_.totalPages}, addsSpaces());
-        Strips strips = body_.compose(block, columnSetting());
-        attachBoxes(strips);
+        append(compose(block, 0));
+    }
+
+    void append(Strips strips) {
         std::move(strips.begin(), strips.end(), std::back_inserter(pending_));
     }
 
-    // Text boxes are set at their anchors' lines.
-    void attachBoxes(Strips& strips) {
-        for (const word::Cp anchor : body_.takeAnchors()) {
-            const auto [first, last] =
-                std::equal_range(source_.drawings.textBoxes.begin(),
-                                 source_.drawings.textBoxes.end(), anchor, AnchorOrder{});
-            for (auto box = first; box != last && !strips.empty(); ++box) {
-                auto strip = std::find_if(strips.rbegin(), strips.rend(),
-                                          [&](const Strip& s) { return s.at <= anchor; });
-                strip = strip == strips.rend() ? std::prev(strip) : strip;
-                if (box->spot) {
-                    strip->boxes.push_back({*box->spot, layerOf(*box)});
-                }
-            }
+    // A paragraph is composed once more where something floats beside it.
+    Strips compose(const Block& block, word::Cp from) {
+        Strips strips = body_.compose(block, columnSetting(), from);
+        if (strips.empty() || block.table) {
+            return strips;
         }
+        const double top = regionTop_ + flow_.used() + flow_.spaceAbove(strips.front());
+        const double left = columnLeft();
+        obstacles_.add(strips, frameAt(top));
+        LineSetting setting = columnSetting();
+        setting.obstacles = obstacles_.within({left, top, left + section().columns[column_].width,
+                                               top + heightOf(strips, addsSpaces())});
+        if (setting.obstacles.empty()) {
+            return strips;
+        }
+        strips = body_.compose(block, setting, from);
+        for (Strip& strip : strips) {
+            strip.besideFloats = true;
+        }
+        return strips;
     }
 
-    struct AnchorOrder {
-        bool operator()(const word::TextBox& box, word::Cp at) const { return box.at < at; }
-        bool operator()(word::Cp at, const word::TextBox& box) const { return at < box.at; }
-    };
-
-    Layer layerOf(const word::TextBox& box) {
-        constexpr double padding = 144; // left and right within a text box, twips
-        constexpr double paddingAbove = 72;
-        LineSetting setting = settingOf(std::max(200.0, box.spot->width - 2 * padding));
-        Layer layer;
-        double y = paddingAbove;
-        for (const Strip& strip : BlockComposer(shared_, *box.text).composeAll(setting)) {
-            layer.append(strip.layer, padding, y + strip.before);
-            y += strip.before + strip.height + strip.after;
+    // Lines that were set beside what floats on the page before are set anew.
+    void recompose() {
+        const auto first = std::find_if(pending_.begin(), pending_.end(),
+                                        [](const Strip& strip) { return strip.besideFloats; });
+        if (first == pending_.end() || block_ == 0) {
+            return;
         }
-        return layer;
+        const Block& block = body_.blocks()[block_ - 1];
+        if (first->paragraph != block.paragraph) {
+            return;
+        }
+        body_.setPage({page_.numberText, options_.totalPages}, addsSpaces());
+        const std::size_t line = first->line;
+        const word::Cp from = line > 0 ? first->at : 0;
+        pending_.erase(first, pending_.end());
+        Strips strips = compose(block, from);
+        for (Strip& strip : strips) {
+            strip.line += line;
+            strip.lines += line;
+        }
+        append(std::move(strips));
     }
 
     void feed(Strip strip) {
@@ -208,10 +224,12 @@ private:
         const bool endsColumn = strip.endsColumn;
         Strips overflow;
         if (!flow_.add(std::move(strip), overflow)) {
+            obstacles_.forgetFrom(overflow.front().at);
             pending_.insert(pending_.begin(), std::make_move_iterator(overflow.begin()),
                             std::make_move_iterator(overflow.end()));
             goesOn_ = true;
             nextColumn();
+            recompose();
         } else if (endsPage) {
             newPage();
         } else if (endsColumn) {
@@ -300,6 +318,7 @@ private:
         column_ = 0;
         pageNotes_.clear();
         notesHeight_ = 0;
+        obstacles_.clear();
         beginColumn();
     }
 
@@ -314,9 +333,9 @@ private:
         const word::SectionPaper& paper = section().paper;
         const auto header = headers_.header(of, fields, pageSetting());
         const auto footer = headers_.footer(of, fields, pageSetting());
-        page_.layer.append(header.layer, paper.left, section().headerTop);
         const double footerTop = paper.height - section().footerBottom - footer.height;
-        page_.layer.append(footer.layer, paper.left, footerTop);
+        putOn(page_, header, paper, section().headerTop);
+        putOn(page_, footer, paper, footerTop);
         bodyTop_ = paper.top;
         bodyBottom_ = paper.height - paper.bottom;
         if (!section().topIsFixed && header.height > 0) {
@@ -348,12 +367,12 @@ private:
     }
 
     void flushColumn() {
-        const double x = section().paper.left + section().columns[column_].left;
+        const double x = columnLeft();
         for (const FlowedStrip& flowed : flow_.strips()) {
             const double y = regionTop_ + flowed.y;
             page_.layer.append(flowed.strip.layer, x, y);
-            for (const AnchoredBox& box : flowed.strip.boxes) {
-                placeBox(box, x, y);
+            for (const AnchoredFloat& floating : flowed.strip.floats) {
+                putOn(page_, floating, frameAt(y));
             }
             keepLine(flowed.strip.at);
         }
@@ -372,16 +391,10 @@ private:
         }
     }
 
-    void placeBox(const AnchoredBox& box, double columnLeft, double stripTop) {
-        using Spot = word::FrameSpot;
-        const word::SectionPaper& paper = section().paper;
-        const double x = box.spot.across == Spot::Across::fromPage     ? 0
-                         : box.spot.across == Spot::Across::fromMargin ? paper.left
-                                                                       : columnLeft;
-        const double y = box.spot.down == Spot::Down::fromPage     ? 0
-                         : box.spot.down == Spot::Down::fromMargin ? paper.top
-                                                                   : stripTop;
-        page_.layer.append(box.layer, x + box.spot.left, y + box.spot.top);
+    double columnLeft() const { return section().paper.left + section().columns[column_].left; }
+
+    FloatFrame frameAt(double anchorTop) const {
+        return frameOn(section().paper, columnLeft(), section().columns[column_].width, anchorTop);
     }
 
     void finishPage() {
@@ -415,6 +428,9 @@ private:
             for (const std::uint32_t note : notes_.endnotes()) {
                 const Strips& strips = notes_.strips(note, columnSetting());
                 pending_.insert(pending_.end(), strips.begin(), strips.end());
+            }
+            if (auto frames = body_.rest()) {
+                pending_.push_back(std::move(*frames));
             }
             if (!pending_.empty()) {
                 return;
@@ -452,20 +468,5 @@ void DocumentLayout::goTo(const Place& place) { work_->goTo(place); }
 std::size_t DocumentLayout::placeSize(std::size_t most) const { return work_->placeSize(most); }
 bool DocumentLayout::showsPageCount() const { return work_->showsPageCount(); }
 const std::vector<LinePlace>& DocumentLayout::lines() const { return work_->lines(); }
-
-LayoutOptions officeOptions() {
-    LayoutOptions options;
-    options.latinGap = 0.2;
-    options.marksCount = false;
-    options.officeLines = true;
-    return options;
-}
-
-LayoutSource sourceOf(const word::DocumentContent& document) {
-    auto main = word::joined(document.main);
-    auto drawings = word::flatDrawings(main->anchors, document.tables);
-    return {&document.tables, std::move(main),   document.sections,
-            document.headers, document.settings, std::move(drawings)};
-}
 
 } // namespace qvnd::layout

@@ -8,6 +8,17 @@ namespace qvnd::layout {
 
 namespace {
 
+// A header is high enough for what floats in it and has its text keep clear.
+void growAround(HeaderStrips::Set& set) {
+    for (const AnchoredFloat& floating : set.floats) {
+        const FloatPlace& place = floating.place;
+        if (place.down == word::FrameSpot::Down::fromParagraph &&
+            place.wrap != FloatPlace::Wrap::none) {
+            set.height = std::max(set.height, floating.y + place.top + place.height);
+        }
+    }
+}
+
 constexpr std::uint8_t pageCountField = 0x1A; // NUMPAGES, [MS-DOC] 2.9.90
 
 } // namespace
@@ -35,9 +46,8 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
                                   : facingPages_ && page.evenPage ? even
                                                                   : odd;
     const word::SlicedText* text = shown(page.section, kind);
-    Set result;
     if (text == nullptr) {
-        return result;
+        return {};
     }
     auto& [story, composer] = headers_[text];
     if (!composer) {
@@ -50,14 +60,9 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
             return mark.character == 0x13 && mark.data == pageCountField;
         });
     composer->setPage(fields, true);
-    const Strips strips = composer->composeAll(setting);
-    for (std::size_t i = 0; i < strips.size(); ++i) {
-        result.height += i > 0 ? gapBetween(strips[i - 1], strips[i], true) : strips[i].before;
-        result.layer.append(strips[i].layer, 0, result.height);
-        result.height += strips[i].height;
-    }
-    result.height += strips.empty() ? 0 : strips.back().after;
-    return result;
+    Set set = stacked(composer->composeAll(setting), true);
+    growAround(set);
+    return set;
 }
 
 HeaderStrips::Set HeaderStrips::header(const Of& page, const PageFields& fields,

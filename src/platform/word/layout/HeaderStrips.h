@@ -17,10 +17,7 @@ public:
         bool evenPage = false;
     };
     // From the upper left corner of the header or footer.
-    struct Set {
-        Layer layer;
-        double height = 0;
-    };
+    using Set = Stack;
 
     explicit HeaderStrips(StoryReader::Shared& shared);
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentContent.h"
-#include "platform/word/docfile/pictures/FlatDrawings.h"
 
 #include <memory>
 #include <span>
@@ -15,7 +14,6 @@ struct LayoutSource {
     std::span<const word::SectionRun> sections;
     std::span<const word::HeaderSet> headers; // by section
     word::ByteView settings;                  // the Dop
-    word::FlatDrawings drawings;
 };
 
 LayoutSource sourceOf(const word::DocumentContent& document);
@@ -27,7 +25,8 @@ struct LayoutOptions {
     // Whether the mark of a paragraph that holds text counts for the height of its line.
     bool marksCount = true;
     // Lines as the office suite sets them: what a multiple adds stands below a line, on a document
-    // grid multiples alone count, and the grid stands in the middle of the page.
+    // grid multiples alone count, and the grid stands in the middle of the page. An empty paragraph
+    // takes over what is said of the mark before it, and deleted text is shown, struck out.
     bool officeLines = false;
     int totalPages = 1; // what NUMPAGES shows
 };

@@ -2,9 +2,10 @@
 
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/LineHeights.h"
+#include "platform/word/layout/ParagraphBorders.h"
+#include "platform/word/layout/TabStops.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace qvnd::layout {
 
@@ -15,9 +16,10 @@ using word::ResolvedParagraph;
 using word::TabStop;
 using Kind = TextItem::Kind;
 
-constexpr double lineUnits = 240;      // of a multiple
-constexpr double automaticSpace = 280; // twips above and below, where a page of the web has them
-constexpr double rounding = 1;         // twips by which a line may be too long
+constexpr double lineUnits = 240;        // of a multiple
+constexpr double automaticSpace = 280;   // twips above and below, where a page of the web has them
+constexpr double narrowestBeside = 1134; // twips of a line beside what floats
+constexpr double rounding = 1;           // twips by which a line may be too long
 
 bool isText(const TextItem& item) { return item.kind == Kind::character; }
 bool isBlankItem(const TextItem& item) { return isText(item) && isBlank(item.character); }
@@ -35,9 +37,10 @@ bool endsLine(const TextItem& item) {
 struct Line {
     std::size_t begin = 0;
     std::size_t end = 0;
-    double left = 0;   // where its first item stands
-    double room = 0;   // from there to its right end
-    double length = 0; // of its items without blanks at the end
+    double left = 0;    // where its first item stands
+    double room = 0;    // from there to its right end
+    double length = 0;  // of its items without blanks at the end
+    double dropped = 0; // below the line before, where something stands in the way
     bool isLast = false;
 };
 
@@ -52,19 +55,20 @@ public:
         addGaps();
     }
 
-    Strips compose() {
+    Strips compose(std::size_t from) {
         Strips strips;
-        std::size_t at = 0;
+        std::size_t at = from;
         do {
-            const Line line = nextLine(at, strips.empty());
-            strips.push_back(setLine(line, strips.empty()));
+            const bool isFirst = strips.empty() && from == 0;
+            const Line line = nextLine(at, isFirst);
+            strips.push_back(setLine(line, isFirst));
             at = line.end;
         } while (at < items_.size());
         if (!items_.empty() && endsLine(items_.back())) {
             strips.push_back(
                 setLine(nextLine(at, false), false)); // the mark stands behind the break
         }
-        finish(strips);
+        finish(strips, from == 0);
         return strips;
     }
 
@@ -76,7 +80,8 @@ private:
             if (!isText(items_[i])) {
                 continue;
             }
-            if (setting_.compressesPunctuation && i + 1 < items_.size() && isText(items_[i + 1])) {
+            const bool inPairs = setting_.compressesPunctuation && !setting_.options.officeLines;
+            if (inPairs && i + 1 < items_.size() && isText(items_[i + 1])) {
                 compress(items_[i], items_[i + 1]);
             }
             if (format_.snapsToGrid && items_[i].format->snapsToGrid) {
@@ -112,8 +117,14 @@ private:
     Line nextLine(std::size_t begin, bool first) {
         Line line;
         line.begin = begin;
-        line.left = lineLeft(first);
-        line.room = std::max(setting_.width - right_ - line.left, paragraph_.markSize);
+        // The height is known when the line is filled; that of plain text is near enough.
+        constexpr double usualHeight = 1.2;
+        const LineGap gap =
+            gapFor(setting_.obstacles, {top_, lineLeft(first), setting_.width - right_},
+                   usualHeight * paragraph_.markSize, narrowestBeside);
+        line.dropped = gap.top - top_;
+        line.left = gap.left;
+        line.room = std::max(gap.right - gap.left, paragraph_.markSize);
         line.end = fill(line);
         line.isLast = line.end == items_.size();
         std::size_t seen = line.end;
@@ -124,24 +135,52 @@ private:
             line.length += widthOf(i);
         }
         line.length -= seen > line.begin ? gaps_[seen - 1] : 0;
+        line.length -= squeeze(line.begin, seen, line.length - line.room);
         return line;
+    }
+
+    // What a punctuation mark can give up of its width so that more fits on its line, as the
+    // office suite has it.
+    double spareOf(const TextItem& item) const {
+        const bool gives = setting_.options.officeLines && setting_.compressesPunctuation &&
+                           isText(item) && isSqueezable(item.character) && item.width >= item.size;
+        return gives ? item.size / 2 : 0;
+    }
+
+    // Takes `wanted` from the marks of a line in equal parts; what they gave.
+    double squeeze(std::size_t begin, std::size_t end, double wanted) {
+        double spare = 0;
+        for (std::size_t i = begin; i < end; ++i) {
+            spare += spareOf(items_[i]);
+        }
+        if (wanted <= 0 || spare <= 0) {
+            return 0;
+        }
+        const double part = std::min(1.0, wanted / spare);
+        for (std::size_t i = begin; i < end; ++i) {
+            items_[i].width -= part * spareOf(items_[i]);
+        }
+        return part * spare;
     }
 
     // The item behind the line's last one.
     std::size_t fill(const Line& line) {
         double x = 0;
+        double spare = 0;                 // of the marks so far
         std::size_t breakAt = line.begin; // the best place so far; none while it is the begin
         for (std::size_t i = line.begin; i < items_.size(); ++i) {
             if (endsLine(items_[i])) {
                 return i + 1;
             }
-            if (items_[i].kind == Kind::tab) {
-                placeTab(line, i, x);
+            if (items_[i].kind == Kind::tab && !placeTab(line, i, x) && i > line.begin) {
+                return i;
             }
             if (i > line.begin && mayBreak(i)) {
                 breakAt = i;
             }
-            const bool fits = isBlankItem(items_[i]) || x + items_[i].width <= line.room + rounding;
+            spare += spareOf(items_[i]);
+            const bool fits =
+                isBlankItem(items_[i]) || x + items_[i].width <= line.room + spare + rounding;
             if (!fits && i > line.begin) {
                 if (hangs(i)) {
                     return behindBlanks(i + 1);
@@ -169,31 +208,13 @@ private:
         const TextItem& before = items_[i - 1];
         const TextItem& after = items_[i];
         if (!isText(before) || !isText(after)) {
-            return before.kind != Kind::tab || !before.isLabel;
+            const TextItem& text = isText(before) ? before : after;
+            const bool joins = (before.kind == Kind::picture || after.kind == Kind::picture) &&
+                               isText(text) && !isBlankItem(before) && !isEastAsian(text.character);
+            return !joins && (before.kind != Kind::tab || !before.isLabel);
         }
         return mayBreakBetween(before.character, after.character,
                                {format_.forbidsLineEnds, format_.breaksWords});
-    }
-
-    // The stop that a tab at this distance from the text's left edge leads to.
-    TabStop stopBehind(double at) const {
-        const TabStop* found = nullptr;
-        for (const TabStop& stop : format_.tabStops) {
-            if (stop.kind != TabStop::Kind::bar && stop.at > at + rounding) {
-                found = &stop;
-                break;
-            }
-        }
-        const bool hangs = firstLine_ < 0 && left_ > at + rounding;
-        if (hangs && (found == nullptr || found->at > left_)) {
-            return {static_cast<int>(left_), TabStop::Kind::left, 0};
-        }
-        if (found != nullptr) {
-            return *found;
-        }
-        const double step = std::max(setting_.defaultTab, 1.0);
-        return {static_cast<int>((std::floor((at + rounding) / step) + 1) * step),
-                TabStop::Kind::left, 0};
     }
 
     // What stands behind the tab up to the next one: all of it, or up to the decimal point.
@@ -210,9 +231,16 @@ private:
         return width;
     }
 
-    void placeTab(const Line& line, std::size_t i, double x) {
+    // False where what is to stand in front of the stop has no room on the line: the tab goes to
+    // the next line with it.
+    bool placeTab(const Line& line, std::size_t i, double x) {
         const double at = line.left + x;
-        const TabStop stop = stopBehind(at);
+        const TabStop stop = stopBehind(at, format_, left_, firstLine_, setting_.defaultTab);
+        const bool atRightEnd =
+            stop.kind == TabStop::Kind::right && stop.at >= line.left + line.room - rounding;
+        if (atRightEnd && x + behindTab(i, false) > line.room + rounding) {
+            return false;
+        }
         double width = stop.at - at;
         if (stop.kind == TabStop::Kind::right) {
             width -= behindTab(i, false);
@@ -223,6 +251,7 @@ private:
         }
         items_[i].width = std::max(width, 0.0);
         items_[i].character = stop.leader;
+        return true;
     }
 
     ContentHeights heightsOf(const Line& line) const {
@@ -236,13 +265,20 @@ private:
             if (item.kind == Kind::picture) {
                 heights.add(item.height + item.raised, -item.raised);
             } else if (isSeen(item) || !hasText) {
-                add(heights, item.face, item.size, item.raised);
+                add(heights, item.face, lineSize(item), item.raised);
             }
         }
         if (line.begin == line.end || (line.isLast && setting_.options.marksCount)) {
             add(heights, paragraph_.markFace, paragraph_.markSize, 0);
         }
         return heights;
+    }
+
+    // Small capitals take the room of the letters that they stand for.
+    static double lineSize(const TextItem& item) {
+        const bool isSmall =
+            item.format->smallCapitals && item.format->script == word::ResolvedText::Script::normal;
+        return isSmall ? item.format->halfPoints * 10.0 : item.size;
     }
 
     void add(ContentHeights& heights, FaceId face, double size, double raised) const {
@@ -256,6 +292,8 @@ private:
         const LineRoom room = roomOf(heightsOf(line), format_, setting_, {isFirst, line.isLast});
         strip.height = room.height;
         strip.spare = room.spare;
+        strip.before = line.dropped;
+        top_ += line.dropped + room.height;
         strip.at = line.begin < items_.size() ? items_[line.begin].at : 0;
         const double spread = stretch(line);
         place(line, line.left + shift(line), room.foot, spread, strip);
@@ -335,7 +373,9 @@ private:
                 strip.layer.pictures.push_back(
                     {x, foot - item.raised - item.height, item.width, item.height, item.picture});
             } else if (item.kind == Kind::tab) {
-                placeLeader(item, x, foot, strip);
+                if (auto leader = leaderOf(item, x, foot, fonts_, setting_.options.officeLines)) {
+                    strip.layer.texts.push_back(std::move(*leader));
+                }
             } else if (isText(item)) {
                 placeCharacter(item, x, foot, width, strip, i > line.begin && follows(i));
             }
@@ -368,7 +408,7 @@ private:
             text.face = item.face;
             text.colour = item.format->colour;
             text.underlined = item.format->underlined;
-            text.struckOut = item.format->struckOut;
+            text.struckOut = item.format->struckOut || item.format->deleted;
             text.bold = item.format->bold;
             strip.layer.texts.push_back(std::move(text));
         }
@@ -385,26 +425,6 @@ private:
         }
     }
 
-    void placeLeader(const TextItem& item, double x, double foot, Strip& strip) {
-        if (item.character == 0 || item.width <= 0) {
-            return;
-        }
-        const double one = fonts_.advance(item.face, item.character) * item.size;
-        const auto count = one > 0 ? static_cast<std::size_t>(item.width / one) : 0;
-        if (count == 0) {
-            return;
-        }
-        PlacedText text;
-        text.x = x + item.width - static_cast<double>(count) * one;
-        text.baseline = foot;
-        text.size = item.size;
-        text.face = item.face;
-        text.colour = item.format->colour;
-        text.text.assign(count, static_cast<char16_t>(item.character));
-        text.advances.assign(count, static_cast<float>(one));
-        strip.layer.texts.push_back(std::move(text));
-    }
-
     double spaceOf(int twips, int lines, bool automatic) const {
         if (automatic) {
             return automaticSpace;
@@ -413,11 +433,13 @@ private:
         return lines > 0 ? lines * line / 100 : twips;
     }
 
-    void finish(Strips& strips) const {
-        strips.front().before =
-            spaceOf(format_.before, format_.linesBefore, format_.automaticBefore);
+    void finish(Strips& strips, bool fromStart) const {
+        if (fromStart) {
+            strips.front().before +=
+                spaceOf(format_.before, format_.linesBefore, format_.automaticBefore);
+        }
         strips.back().after = spaceOf(format_.after, format_.linesAfter, format_.automaticAfter);
-        strips.front().startsPage = format_.startsPage;
+        strips.front().startsPage = format_.startsPage && fromStart;
         for (std::size_t i = 0; i < strips.size(); ++i) {
             strips[i].line = i;
             strips[i].lines = strips.size();
@@ -425,41 +447,8 @@ private:
             strips[i].keepsWithNext = format_.keepsWithNext;
             strips[i].controlsWidows = format_.controlsWidows;
             strips[i].contextual = format_.contextual;
-            shade(strips[i]);
         }
-        border(strips);
-    }
-
-    void shade(Strip& strip) const {
-        if (format_.background) {
-            strip.layer.fills.insert(
-                strip.layer.fills.begin(),
-                {left_, 0, setting_.width - left_ - right_, strip.height, *format_.background});
-        }
-    }
-
-    void border(Strips& strips) const {
-        const double x1 = left_ - format_.leftSide.space;
-        const double x2 = setting_.width - right_ + format_.rightSide.space;
-        const auto rule = [](Strip& strip, const word::Border& side, double ax, double ay,
-                             double bx, double by) {
-            if (side.visible) {
-                strip.layer.rules.push_back(
-                    {ax, ay, bx, by, static_cast<double>(side.width), side.isDouble, side.colour});
-            }
-        };
-        for (Strip& strip : strips) {
-            rule(strip, format_.leftSide, x1, 0, x1, strip.height);
-            rule(strip, format_.rightSide, x2, 0, x2, strip.height);
-        }
-        Strip& first = strips.front();
-        Strip& last = strips.back();
-        rule(first, format_.topSide, x1, -format_.topSide.space, x2, -format_.topSide.space);
-        const double foot = last.height + format_.bottomSide.space;
-        rule(last, format_.bottomSide, x1, foot, x2, foot);
-        first.before += format_.topSide.visible ? format_.topSide.space + format_.topSide.width : 0;
-        last.after +=
-            format_.bottomSide.visible ? format_.bottomSide.space + format_.bottomSide.width : 0;
+        addBorders(strips, format_, left_, setting_.width - right_);
     }
 
     const ParagraphItems& paragraph_;
@@ -471,6 +460,7 @@ private:
     double right_;
     double firstLine_;
     std::vector<double> gaps_; // behind each item
+    double top_ = 0;           // of the next line, from the first one's
 };
 
 } // namespace
@@ -490,8 +480,8 @@ Grid gridOf(const word::ResolvedSection& section) {
 }
 
 Strips composeLines(const ParagraphItems& paragraph, const word::ResolvedParagraph& format,
-                    FontMetrics& fonts, const LineSetting& setting) {
-    return Composer(paragraph, format, fonts, setting).compose();
+                    FontMetrics& fonts, const LineSetting& setting, std::size_t from) {
+    return Composer(paragraph, format, fonts, setting).compose(from);
 }
 
 } // namespace qvnd::layout

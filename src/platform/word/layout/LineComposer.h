@@ -23,12 +23,15 @@ struct LineSetting {
     bool compressesPunctuation = false;
     double defaultTab = 420;
     LayoutOptions options;
+    // What lines keep clear of, from the upper left corner of the paragraph's first line.
+    std::vector<Obstacle> obstacles{};
 };
 
 // Breaks one paragraph into lines and sets each: indents, tab stops, alignment, line heights. At
 // least one line, as high as the paragraph's mark where it holds nothing. A page break within the
-// paragraph ends its line.
+// paragraph ends its line. `from`: the item that the first line begins with, where the lines before
+// stand already.
 Strips composeLines(const ParagraphItems& paragraph, const word::ResolvedParagraph& format,
-                    FontMetrics& fonts, const LineSetting& setting);
+                    FontMetrics& fonts, const LineSetting& setting, std::size_t from = 0);
 
 } // namespace qvnd::layout

@@ -107,6 +107,12 @@ void addContent(Strip& row, const RowParts& parts) {
             y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
             row.layer.append(strip.layer, cell.x, y);
             row.notes.insert(row.notes.end(), strip.notes.begin(), strip.notes.end());
+            for (AnchoredFloat floating : strip.floats) {
+                floating.columnWidth = floating.columnWidth > 0 ? floating.columnWidth : cell.width;
+                floating.x += cell.x;
+                floating.y += y;
+                row.floats.push_back(std::move(floating));
+            }
             y += strip.height;
         }
     }
@@ -116,6 +122,7 @@ Strip stripOf(RowParts parts, const Strip& like) {
     Strip strip = like;
     strip.layer = parts.frame;
     strip.notes.clear();
+    strip.floats.clear();
     strip.height = parts.height;
     addContent(strip, parts);
     strip.row = std::make_shared<const RowParts>(std::move(parts));

@@ -20,19 +20,21 @@ public:
         return std::move(blocks_);
     }
 
-    void take(std::size_t paragraph, const word::TablePlace& place) {
+    using Frame = std::optional<word::ParagraphFrame>;
+
+    void take(std::size_t paragraph, const word::TablePlace& place, const Frame& frame) {
         const auto depth = static_cast<std::size_t>(place.depth);
         closeDeeperThan(depth);
         while (open_.size() < depth) {
             open_.emplace_back();
         }
         if (depth == 0) {
-            blocks_.push_back({paragraph, nullptr});
+            takeOutside(paragraph, frame);
         } else if (place.rowEnd) {
             endRow(paragraph);
         } else {
             OpenTable& table = open_.back();
-            table.cell.push_back({paragraph, nullptr});
+            table.cell.push_back({paragraph, nullptr, 0});
             if (place.cellEnd) {
                 table.cells.push_back(std::move(table.cell));
                 table.cell.clear();
@@ -41,6 +43,17 @@ public:
     }
 
 private:
+    void takeOutside(std::size_t paragraph, const Frame& frame) {
+        const bool goesOn =
+            frame && !blocks_.empty() && blocks_.back().framed > 0 && frame == frame_;
+        if (goesOn) {
+            ++blocks_.back().framed;
+        } else {
+            blocks_.push_back({paragraph, nullptr, frame ? std::size_t{1} : 0});
+        }
+        frame_ = frame;
+    }
+
     void endRow(std::size_t mark) {
         OpenTable& table = open_.back();
         if (!table.cell.empty()) {
@@ -58,7 +71,7 @@ private:
             Blocks& outer = open_.empty() ? blocks_ : open_.back().cell;
             if (!closed.table.rows.empty()) {
                 const std::size_t first = firstParagraph(closed.table);
-                outer.push_back({first, std::make_shared<const Table>(std::move(closed.table))});
+                outer.push_back({first, std::make_shared<const Table>(std::move(closed.table)), 0});
             }
             for (Blocks& cell : closed.cells) {
                 outer.insert(outer.end(), cell.begin(), cell.end());
@@ -79,6 +92,7 @@ private:
 
     Blocks blocks_;
     std::vector<OpenTable> open_;
+    Frame frame_; // of the last paragraph outside tables
 };
 
 } // namespace
@@ -94,7 +108,8 @@ Blocks blocksOf(const word::Story& story, word::FormatResolver& formats,
         starts.push_back(at);
         at += run.length;
         const char16_t mark = run.length > 0 ? story.text[at - 1] : u'\r';
-        reader.take(i, formats.place(run.properties, mark));
+        reader.take(i, formats.place(run.properties, mark),
+                    formats.paragraph(run.style, run.properties).frame);
     }
     return reader.finish();
 }

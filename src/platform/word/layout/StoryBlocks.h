@@ -15,6 +15,7 @@ struct Table;
 struct Block {
     std::size_t paragraph = 0; // index into the story's paragraphs; of a table its first
     std::shared_ptr<const Table> table;
+    std::size_t framed = 0; // so many paragraphs from this one on stand in one frame
 };
 
 using Blocks = std::vector<Block>;
@@ -29,7 +30,8 @@ struct Table {
 };
 
 // A story cut into paragraphs and tables, nested tables within their cells. A row without its mark
-// stays as the paragraphs that it holds. `starts` gets the position at which each paragraph
+// stays as the paragraphs that it holds. Outside tables, paragraphs that follow each other in equal
+// frames share one. `starts` gets the position at which each paragraph
 // begins.
 Blocks blocksOf(const word::Story& story, word::FormatResolver& formats,
                 std::vector<word::Cp>& starts);

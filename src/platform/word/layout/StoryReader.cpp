@@ -102,9 +102,8 @@ const StoryReader::Span* StoryReader::spanAt(word::Cp at) const {
 }
 
 const word::CharacterRun& StoryReader::runAt(word::Cp at) {
-    if (at < runStart_) {
-        run_ = 0;
-        runStart_ = 0;
+    while (at < runStart_) {
+        runStart_ -= story_.characters[--run_].length;
     }
     while (run_ + 1 < story_.characters.size() &&
            runStart_ + story_.characters[run_].length <= at) {
@@ -131,9 +130,12 @@ std::u16string StoryReader::fontName(std::uint16_t index) const {
 
 FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
     const bool eastAsian = isEastAsian(c) || (format.eastAsianHint && isOfEitherScript(c));
-    const std::uint16_t font = eastAsian                      ? format.eastAsianFont
-                               : c < 0x80 || isLatinLetter(c) ? format.latinFont
-                                                              : format.otherFont;
+    // Symbols stand in the font of Latin letters, whatever sign they are shown as.
+    const bool latin = c < 0x80 || isLatinLetter(c) ||
+                       (!eastAsian && word::isSymbolFont(fontName(format.latinFont)));
+    const std::uint16_t font = eastAsian ? format.eastAsianFont
+                               : latin   ? format.latinFont
+                                         : format.otherFont;
     const unsigned style =
         (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (eastAsian ? 4U : 0U);
     const auto [known, isNew] = faces_.try_emplace({font, style});
@@ -166,16 +168,28 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             continue;
         }
         const auto& format = formatAt(at, run.style);
-        if (!format.hidden && !format.deleted) {
+        if (!format.hidden && (!format.deleted || shared_.showsDeleted)) {
             readCharacter(story_.text[at], at, format, result);
         }
     }
     const word::Cp markAt = std::min(end, story_.size() - 1);
-    const auto& mark = shared_.formats.text(run.style, runAt(markAt).properties);
+    const auto& mark = formatOfMark(paragraph, start, markAt);
     result.markSize = mark.halfPoints * twipsPerHalfPoint;
     result.markFace = faceOf(mark, mark.eastAsianHint ? U'中' : U'x');
     result.characterWidth = result.items.empty() ? result.markSize : result.items.front().size;
     return result;
+}
+
+const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word::Cp start,
+                                                    word::Cp at) {
+    const word::ParagraphRun& run = story_.paragraphs[paragraph];
+    const word::PropertyListId own = runAt(at).properties;
+    if (!shared_.marksInherit || run.length != 1 || start == 0) {
+        return shared_.formats.text(run.style, own);
+    }
+    const word::PropertyListId before = runAt(start - 1).properties;
+    return before == own ? shared_.formats.text(run.style, own)
+                         : shared_.formats.label(run.style, before, own);
 }
 
 void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result) {

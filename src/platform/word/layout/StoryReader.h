@@ -64,6 +64,9 @@ public:
 
         const LayoutSource& source;
         FontMetrics& fonts;
+        // An empty paragraph's mark takes over what is said of the mark before (LayoutOptions).
+        bool marksInherit = false;
+        bool showsDeleted = false; // text that a tracked change deletes, struck out
         word::FormatResolver formats;
         word::ListNumbers numbers;
         std::map<std::uint32_t, std::pair<double, double>> pictureSizes; // by blob, in twips
@@ -89,6 +92,7 @@ private:
     const Span* spanAt(word::Cp at) const;
     const word::CharacterRun& runAt(word::Cp at);
     const word::ResolvedText& formatAt(word::Cp at, word::StyleIndex style);
+    const word::ResolvedText& formatOfMark(std::size_t paragraph, word::Cp start, word::Cp at);
     void readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result);
     void readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
                        ParagraphItems& result);

@@ -15,8 +15,8 @@ std::size_t sizeOf(const Layer& layer) {
 
 std::size_t sizeOf(const Strip& strip) {
     std::size_t size = sizeof(strip) + sizeOf(strip.layer);
-    for (const AnchoredBox& box : strip.boxes) {
-        size += sizeof(box) + sizeOf(box.layer);
+    for (const AnchoredFloat& floating : strip.floats) {
+        size += sizeof(floating) + sizeOf(floating.layer);
     }
     if (strip.row) {
         size += sizeof(RowParts) + sizeOf(strip.row->frame);
@@ -34,6 +34,22 @@ double gapBetween(const Strip& above, const Strip& below, bool addsSpaces) {
     const double after = above.contextual && oneStyle ? 0 : above.after;
     const double before = below.contextual && oneStyle ? 0 : below.before;
     return addsSpaces ? after + before : std::max(after, before);
+}
+
+Stack stacked(const Strips& strips, bool addsSpaces) {
+    Stack stack;
+    for (std::size_t i = 0; i < strips.size(); ++i) {
+        const Strip& strip = strips[i];
+        stack.height += i > 0 ? gapBetween(strips[i - 1], strip, addsSpaces) : strip.before;
+        stack.layer.append(strip.layer, 0, stack.height);
+        for (AnchoredFloat floating : strip.floats) {
+            floating.y += stack.height;
+            stack.floats.push_back(std::move(floating));
+        }
+        stack.height += strip.height;
+    }
+    stack.height += strips.empty() ? 0 : strips.back().after;
+    return stack;
 }
 
 double heightOf(const Strips& strips, bool addsSpaces) {

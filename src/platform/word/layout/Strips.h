@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/word/docfile/document/FrameSpot.h"
 #include "platform/word/docfile/document/Story.h"
+#include "platform/word/layout/FloatPlace.h"
 #include "platform/word/layout/PageModel.h"
 
 #include <memory>
@@ -11,10 +11,13 @@ namespace qvnd::layout {
 
 struct RowParts;
 
-// A text box that is anchored in a strip and stands where its spot says.
-struct AnchoredBox {
-    word::FrameSpot spot;
-    Layer layer; // from its upper left corner
+// Something that floats, and the strip that it is anchored in.
+struct AnchoredFloat {
+    FloatPlace place;
+    Layer layer;  // from its upper left corner
+    double x = 0; // of its column and its anchor, from the strip's upper left corner
+    double y = 0;
+    double columnWidth = 0; // of a cell; 0: the strip stands in a column of the page
 };
 
 // A horizontal strip of content: a line of text, a row of a table or a part of one. Places in
@@ -25,7 +28,7 @@ struct Strip {
     double height = 0;
     double spare = 0; // of the height, which may reach beyond the end of a column
     Layer layer;
-    std::vector<AnchoredBox> boxes;
+    std::vector<AnchoredFloat> floats;
     std::vector<std::uint32_t> notes; // footnotes that it refers to, by index
     word::Cp at = 0;                  // its first character
 
@@ -44,6 +47,7 @@ struct Strip {
     // Rows that are shown again above it when it begins a page.
     std::shared_ptr<const std::vector<Strip>> headings;
     bool isHeading = false;
+    bool besideFloats = false; // composed for the place where it stood first
 };
 
 using Strips = std::vector<Strip>;
@@ -61,6 +65,14 @@ struct RowParts {
     Layer frame; // fills and borders at the height of `height`
     double height = 0;
 };
+
+// Strips one under the other as one piece, from its upper left corner.
+struct Stack {
+    Layer layer;
+    std::vector<AnchoredFloat> floats;
+    double height = 0;
+};
+Stack stacked(const Strips& strips, bool addsSpaces);
 
 // The memory that they take, in bytes; what strips share is counted for each of them.
 std::size_t sizeOf(const Layer& layer);

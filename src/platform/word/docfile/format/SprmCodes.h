@@ -107,6 +107,7 @@ inline constexpr std::uint16_t PWr = 0x2423;
 inline constexpr std::uint16_t PBrcBottom80 = 0x6426;
 inline constexpr std::uint16_t PFWidowControl = 0x2431;
 inline constexpr std::uint16_t PWHeightAbs = 0x442B;
+inline constexpr std::uint16_t PDyaFromText = 0x842E;
 inline constexpr std::uint16_t PDxaFromText = 0x842F;
 inline constexpr std::uint16_t PPropRMark90 = 0xC63F;
 inline constexpr std::uint16_t PAnld80 = 0xC63E;

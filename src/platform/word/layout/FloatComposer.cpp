@@ -1,0 +1,140 @@
+#include "platform/word/layout/FloatComposer.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace qvnd::layout {
+
+namespace {
+
+constexpr double narrowest = 200; // twips that a text has at least
+
+double widthOf(const PageArea& area) { return area.right - area.left; }
+double heightOf(const PageArea& area) { return area.bottom - area.top; }
+
+void addOutline(const ShapePart& part, Layer& layer) {
+    const PageArea& area = part.area;
+    const auto rule = [&](double x1, double y1, double x2, double y2) {
+        layer.rules.push_back({x1, y1, x2, y2, part.lineWidth, false, part.lineColour});
+    };
+    if (part.isLine) {
+        rule(area.left, area.top, area.right, area.bottom);
+        return;
+    }
+    rule(area.left, area.top, area.right, area.top);
+    rule(area.left, area.bottom, area.right, area.bottom);
+    rule(area.left, area.top, area.left, area.bottom);
+    rule(area.right, area.top, area.right, area.bottom);
+}
+
+FloatPlace::Align alignOf(word::ParagraphFrame::Place place) {
+    using Place = word::ParagraphFrame::Place;
+    switch (place) {
+    case Place::start:
+        return FloatPlace::Align::start;
+    case Place::centre:
+        return FloatPlace::Align::centre;
+    case Place::end:
+        return FloatPlace::Align::end;
+    default:
+        return FloatPlace::Align::none;
+    }
+}
+
+} // namespace
+
+std::optional<AnchoredFloat> FloatComposer::drawing(std::uint32_t index, const PageFields& fields,
+                                                    const LineSetting& setting) {
+    const word::DocumentTables& tables = *shared_.source.tables;
+    if (index >= tables.drawings.size()) {
+        return std::nullopt;
+    }
+    auto shapes = readShapes(tables.drawings[index], tables);
+    if (!shapes) {
+        return std::nullopt;
+    }
+    AnchoredFloat result;
+    result.place = shapes->place;
+    for (ShapePart& part : shapes->parts) {
+        addPart(part, fields, setting, result.layer);
+        result.place.height = std::max(result.place.height, part.area.bottom);
+    }
+    return result;
+}
+
+void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const LineSetting& setting,
+                            Layer& layer) {
+    const Stack text = textOf(part, fields, setting);
+    if (part.growsWithText) {
+        part.area.bottom = part.area.top + part.padding.top + text.height + part.padding.bottom;
+    }
+    if (part.fill) {
+        layer.fills.push_back(
+            {part.area.left, part.area.top, widthOf(part.area), heightOf(part.area), *part.fill});
+    }
+    if (part.picture) {
+        layer.pictures.push_back(
+            {part.area.left, part.area.top, widthOf(part.area), heightOf(part.area), part.picture});
+    }
+    if (part.hasLine) {
+        addOutline(part, layer);
+    }
+    layer.append(text.layer, part.area.left + part.padding.left, part.area.top + part.padding.top);
+}
+
+Stack FloatComposer::textOf(const ShapePart& part, const PageFields& fields,
+                            const LineSetting& setting) {
+    const auto& texts = shared_.source.tables->shapeTexts;
+    if (!part.text || *part.text >= texts.size() || !texts[*part.text].text) {
+        return {};
+    }
+    LineSetting inner = setting;
+    inner.grid = {};
+    inner.obstacles.clear();
+    inner.width = std::max(narrowest, widthOf(part.area) - part.padding.left - part.padding.right);
+    BlockComposer composer(shared_, *texts[*part.text].text);
+    composer.setPage(fields, true);
+    return stacked(composer.composeAll(inner), true);
+}
+
+AnchoredFloat framed(const word::ParagraphFrame& frame, double width, Stack content) {
+    AnchoredFloat result;
+    FloatPlace& place = result.place;
+    place.across = frame.across;
+    place.down = frame.down;
+    place.alignAcross = alignOf(frame.placeAcross);
+    place.alignDown = alignOf(frame.placeDown);
+    place.left = frame.left;
+    place.top = frame.top;
+    place.width = width;
+    place.height =
+        frame.exactHeight ? frame.height : std::max<double>(frame.height, content.height);
+    place.wrap = frame.textBeside ? FloatPlace::Wrap::beside : FloatPlace::Wrap::below;
+    place.apartAcross = frame.apartAcross;
+    place.apartDown = frame.apartDown;
+    result.layer = std::move(content.layer);
+    return result;
+}
+
+double textWidth(const Strips& strips) {
+    double left = 0;
+    double right = 0;
+    bool isFirst = true;
+    for (const Strip& strip : strips) {
+        for (const PlacedText& text : strip.layer.texts) {
+            const double end = std::accumulate(text.advances.begin(), text.advances.end(), text.x);
+            left = isFirst ? text.x : std::min(left, text.x);
+            right = isFirst ? end : std::max(right, end);
+            isFirst = false;
+        }
+        for (const PlacedPicture& picture : strip.layer.pictures) {
+            left = isFirst ? picture.x : std::min(left, picture.x);
+            right =
+                isFirst ? picture.x + picture.width : std::max(right, picture.x + picture.width);
+            isFirst = false;
+        }
+    }
+    return right - left;
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,102 @@
+#include "platform/word/layout/FloatPlace.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace qvnd::layout {
+
+namespace {
+
+using Align = FloatPlace::Align;
+using Spot = word::FrameSpot;
+
+// The start of something of that length between two ends.
+double startOf(Align align, double from, double to, double distance, double length) {
+    switch (align) {
+    case Align::start:
+        return from;
+    case Align::centre:
+        return (from + to - length) / 2;
+    case Align::end:
+        return to - length;
+    default:
+        return from + distance;
+    }
+}
+
+const PageArea& acrossFrame(const FloatPlace& place, const FloatFrame& frame) {
+    return place.across == Spot::Across::fromPage     ? frame.page
+           : place.across == Spot::Across::fromMargin ? frame.margins
+                                                      : frame.column;
+}
+
+double topOf(const FloatPlace& place, const FloatFrame& frame) {
+    if (place.down == Spot::Down::fromParagraph) {
+        return frame.anchorTop + place.top;
+    }
+    const PageArea& area = place.down == Spot::Down::fromPage ? frame.page : frame.margins;
+    return startOf(place.alignDown, area.top, area.bottom, place.top, place.height);
+}
+
+bool overlaps(const Obstacle& obstacle, const LineGap& line, double height) {
+    return obstacle.area.top < line.top + height && obstacle.area.bottom > line.top &&
+           obstacle.area.left < line.right && obstacle.area.right > line.left;
+}
+
+// The widest part of the line that nothing is in the way of.
+std::pair<double, double> widestPart(const std::vector<Obstacle>& obstacles, const LineGap& line,
+                                     double height) {
+    std::vector<std::pair<double, double>> taken;
+    for (const Obstacle& obstacle : obstacles) {
+        if (overlaps(obstacle, line, height)) {
+            const bool all = !obstacle.beside;
+            taken.emplace_back(all ? line.left : obstacle.area.left,
+                               all ? line.right : obstacle.area.right);
+        }
+    }
+    std::sort(taken.begin(), taken.end());
+    taken.emplace_back(line.right, line.right);
+    std::pair<double, double> widest{line.left, line.left};
+    double free = line.left;
+    for (const auto& [from, to] : taken) {
+        if (from - free > widest.second - widest.first) {
+            widest = {free, from};
+        }
+        free = std::max(free, to);
+    }
+    return widest;
+}
+
+} // namespace
+
+PageArea areaOf(const FloatPlace& place, const FloatFrame& frame) {
+    const PageArea& across = acrossFrame(place, frame);
+    const double left =
+        startOf(place.alignAcross, across.left, across.right, place.left, place.width);
+    const double top = topOf(place, frame);
+    return {left, top, left + place.width, top + place.height};
+}
+
+LineGap gapFor(const std::vector<Obstacle>& obstacles, const LineGap& wanted, double height,
+               double narrowest) {
+    LineGap line = wanted;
+    // Each step leaves at least one obstacle above.
+    for (std::size_t step = 0; step <= obstacles.size(); ++step) {
+        double below = 0;
+        bool isFree = true;
+        for (const Obstacle& obstacle : obstacles) {
+            if (overlaps(obstacle, line, height)) {
+                below = isFree ? obstacle.area.bottom : std::min(below, obstacle.area.bottom);
+                isFree = false;
+            }
+        }
+        const auto [left, right] = widestPart(obstacles, line, height);
+        if (isFree || right - left >= narrowest) {
+            return {line.top, left, right};
+        }
+        line.top = below;
+    }
+    return line;
+}
+
+} // namespace qvnd::layout

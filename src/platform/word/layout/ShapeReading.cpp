@@ -1,0 +1,370 @@
+#include "platform/word/layout/ShapeReading.h"
+
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/format/ShapeProperties.h"
+#include "platform/word/docfile/pictures/Picture.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qvnd::layout {
+
+namespace {
+
+namespace art = word::art;
+using Spot = word::FrameSpot;
+using Kind = word::ShapeReference::Kind;
+
+constexpr double unitsPerTwip = 635; // English metric units
+constexpr double farthest = 31680;   // twips: no paper is larger
+constexpr int deepestGroup = 60;
+constexpr std::uint16_t childAnchor = 0xF00F;
+
+// Property numbers, [MS-ODRAW] 2.3.
+constexpr std::uint16_t textLeft = 0x0081;
+constexpr std::uint16_t textTop = 0x0082;
+constexpr std::uint16_t textRight = 0x0083;
+constexpr std::uint16_t textBottom = 0x0084;
+constexpr std::uint16_t textFlags = 0x00BF;
+constexpr std::uint16_t fillColour = 0x0181;
+constexpr std::uint16_t lineColour = 0x01C0;
+constexpr std::uint16_t apartLeft = 0x0384;
+constexpr std::uint16_t apartTop = 0x0385;
+constexpr std::uint16_t alignAcross = 0x038F;
+constexpr std::uint16_t fromAcross = 0x0390;
+constexpr std::uint16_t alignDown = 0x0391;
+constexpr std::uint16_t fromDown = 0x0392;
+constexpr std::uint16_t groupFlags = 0x03BF;
+
+constexpr std::uint32_t isFilled = 0x10;
+constexpr std::uint32_t hasLine = 0x08;
+constexpr std::uint32_t isHidden = 0x02;
+constexpr std::uint32_t fitsText = 0x02;
+
+constexpr unsigned lineKind = 20; // MSOSPT
+constexpr unsigned pictureFrame = 75;
+constexpr unsigned firstConnector = 32;
+
+// Values of all property tables of a shape.
+class Properties {
+public:
+    void add(const art::RecordHeader& header, word::ByteView bytes) {
+        tables_.emplace_back(bytes, header.instance);
+    }
+    std::optional<std::uint32_t> value(std::uint16_t opid) const {
+        for (const art::ShapeProperties& table : tables_) {
+            if (const auto found = table.value(opid)) {
+                return found;
+            }
+        }
+        return std::nullopt;
+    }
+    // English metric units as twips.
+    double length(std::uint16_t opid, double otherwise) const {
+        const auto found = value(opid);
+        const double twips = found ? static_cast<std::int32_t>(*found) / unitsPerTwip : otherwise;
+        return std::clamp(twips, -farthest, farthest);
+    }
+    bool flag(std::uint16_t opid, std::uint32_t bit, bool otherwise) const {
+        const std::uint32_t flags = value(opid).value_or(0);
+        return (flags & (bit << 16U)) != 0 ? (flags & bit) != 0 : otherwise;
+    }
+    // Colours of schemes and of the system are not known here.
+    std::optional<std::uint32_t> colour(std::uint16_t opid,
+                                        std::optional<std::uint32_t> otherwise) const {
+        const auto found = value(opid);
+        if (!found || (*found >> 24U) != 0) {
+            return otherwise;
+        }
+        return ((*found & 0xFFU) << 16U) | (*found & 0xFF00U) | ((*found >> 16U) & 0xFFU);
+    }
+    const art::ShapeProperties* first() const { return tables_.empty() ? nullptr : &tables_[0]; }
+
+private:
+    std::vector<art::ShapeProperties> tables_;
+};
+
+struct ShapeRecord {
+    unsigned kind = 0;
+    Properties properties;
+    std::optional<PageArea> inGroup; // in the coordinates of its group
+    std::optional<PageArea> ofGroup; // the coordinates that its own members have
+    std::optional<std::uint32_t> picture;
+    std::optional<std::uint32_t> text;
+};
+
+PageArea readArea(word::ByteView bytes) {
+    word::LittleEndianReader reader(bytes, "OfficeArtFSPGR");
+    PageArea area;
+    area.left = reader.i32();
+    area.top = reader.i32();
+    area.right = reader.i32();
+    area.bottom = reader.i32();
+    return area;
+}
+
+// Walks over the records of one drawing.
+class Reading {
+public:
+    Reading(const word::Drawing& drawing, const word::DocumentTables& tables,
+            std::vector<ShapePart>& parts)
+        : drawing_(drawing), tables_(tables), parts_(parts) {}
+
+    // `area`: that of the drawing. Answers the properties of its outermost shape.
+    Properties read(const PageArea& area) {
+        word::LittleEndianReader reader(drawing_.records, "OfficeArt");
+        const art::RecordHeader header = art::readHeader(reader);
+        const std::size_t at = reader.position();
+        return header.type == art::spgrContainer
+                   ? readGroup(reader.view(header.length), at, area, 0)
+                   : readShape(reader.view(header.length), at, area);
+    }
+
+private:
+    template <class Visit>
+    static void forEachRecord(word::ByteView content, std::size_t at, Visit visit) {
+        word::LittleEndianReader reader(content, "OfficeArt");
+        while (reader.remaining() >= art::headerSize) {
+            const art::RecordHeader header = art::readHeader(reader);
+            const std::size_t begin = at + reader.position();
+            visit(header, reader.view(header.length), begin);
+        }
+    }
+
+    Properties readGroup(word::ByteView content, std::size_t at, PageArea area, int depth) {
+        Properties own;
+        PageArea inner;
+        bool first = true;
+        forEachRecord(
+            content, at,
+            [&](const art::RecordHeader& header, word::ByteView bytes, std::size_t begin) {
+                if (first) {
+                    const ShapeRecord group = readRecord(bytes, begin);
+                    own = group.properties;
+                    inner = group.ofGroup.value_or(PageArea{});
+                    first = false;
+                } else if (header.type == art::spContainer) {
+                    readMember(bytes, begin, area, inner);
+                } else if (header.type == art::spgrContainer && depth < deepestGroup) {
+                    readInnerGroup(bytes, begin, area, inner, depth);
+                }
+            });
+        return own;
+    }
+
+    void readMember(word::ByteView bytes, std::size_t begin, const PageArea& area,
+                    const PageArea& inner) {
+        const ShapeRecord shape = readRecord(bytes, begin);
+        if (shape.inGroup) {
+            add(shape, mapped(*shape.inGroup, inner, area));
+        }
+    }
+
+    void readInnerGroup(word::ByteView bytes, std::size_t begin, const PageArea& area,
+                        const PageArea& inner, int depth) {
+        word::LittleEndianReader reader(bytes, "OfficeArtSpgrContainer");
+        const art::RecordHeader header = art::readHeader(reader);
+        const std::size_t at = begin + reader.position();
+        const ShapeRecord group = readRecord(reader.view(header.length), at);
+        if (group.inGroup) {
+            readGroup(bytes, begin, mapped(*group.inGroup, inner, area), depth + 1);
+        }
+    }
+
+    Properties readShape(word::ByteView content, std::size_t at, const PageArea& area) {
+        const ShapeRecord shape = readRecord(content, at);
+        add(shape, area);
+        return shape.properties;
+    }
+
+    static PageArea mapped(const PageArea& place, const PageArea& from, const PageArea& to) {
+        const double x =
+            from.right != from.left ? (to.right - to.left) / (from.right - from.left) : 1;
+        const double y =
+            from.bottom != from.top ? (to.bottom - to.top) / (from.bottom - from.top) : 1;
+        return {to.left + (place.left - from.left) * x, to.top + (place.top - from.top) * y,
+                to.left + (place.right - from.left) * x, to.top + (place.bottom - from.top) * y};
+    }
+
+    ShapeRecord readRecord(word::ByteView content, std::size_t at) const {
+        ShapeRecord shape;
+        forEachRecord(content, at,
+                      [&](const art::RecordHeader& header, word::ByteView bytes,
+                          std::size_t begin) { readPart(header, bytes, begin, shape); });
+        return shape;
+    }
+
+    void readPart(const art::RecordHeader& header, word::ByteView bytes, std::size_t begin,
+                  ShapeRecord& shape) const {
+        switch (header.type) {
+        case art::fsp:
+            shape.kind = header.instance;
+            break;
+        case art::fspgr:
+            shape.ofGroup = readArea(bytes);
+            break;
+        case childAnchor:
+            shape.inGroup = readArea(bytes);
+            break;
+        case art::fopt:
+        case art::secondaryFopt:
+        case art::tertiaryFopt:
+            shape.properties.add(header, bytes);
+            readReferences(begin, begin + bytes.size(), shape);
+            break;
+        case art::clientTextbox:
+            readReferences(begin, begin + bytes.size(), shape);
+            break;
+        default:
+            break;
+        }
+    }
+
+    // Pictures and texts that the records in that range name.
+    void readReferences(std::size_t begin, std::size_t end, ShapeRecord& shape) const {
+        for (const word::ShapeReference& reference : drawing_.references) {
+            if (reference.at < begin || reference.at >= end) {
+                continue;
+            }
+            if (reference.kind == Kind::picture) {
+                shape.picture = shape.picture ? shape.picture : reference.index;
+            } else if (reference.kind == Kind::text && reference.link == 0) {
+                shape.text = reference.index;
+            }
+        }
+    }
+
+    void add(const ShapeRecord& shape, const PageArea& area) {
+        const Properties& look = shape.properties;
+        if (look.flag(groupFlags, isHidden, false)) {
+            return;
+        }
+        ShapePart part;
+        part.area = area;
+        part.isLine = shape.kind == lineKind || shape.kind == firstConnector;
+        const bool isPicture = shape.kind == pictureFrame;
+        if (!isPicture && !part.isLine && look.flag(art::fillFlags, isFilled, true)) {
+            part.fill = look.colour(fillColour, 0xFFFFFF);
+        }
+        part.hasLine = look.flag(art::lineFlags, hasLine, !isPicture);
+        part.lineWidth = look.length(art::lineWidth, 15);
+        part.lineColour = look.colour(lineColour, std::nullopt);
+        part.text = shape.text;
+        part.growsWithText = shape.text && look.flag(textFlags, fitsText, false);
+        part.padding = {look.length(textLeft, 144), look.length(textTop, 72),
+                        look.length(textRight, 144), look.length(textBottom, 72)};
+        if (isPicture && shape.picture) {
+            part.picture = pictureOf(*shape.picture, look, area);
+        }
+        parts_.push_back(std::move(part));
+    }
+
+    word::DataBlob pictureOf(std::uint32_t index, const Properties& look,
+                             const PageArea& area) const {
+        if (index >= tables_.shapePictures.size() || !tables_.shapePictures[index] ||
+            look.first() == nullptr) {
+            return nullptr;
+        }
+        const auto size = [](double from, double to) {
+            return std::clamp<std::int64_t>(std::llround(to - from), 1, 31680);
+        };
+        return word::Picture::fromStore(*tables_.shapePictures[index], *look.first(),
+                                        size(area.left, area.right), size(area.top, area.bottom))
+            .blob();
+    }
+
+    const word::Drawing& drawing_;
+    const word::DocumentTables& tables_;
+    std::vector<ShapePart>& parts_;
+};
+
+FloatPlace::Align alignOf(std::uint32_t value) {
+    switch (value) {
+    case 1: // left or top
+    case 4: // inside
+        return FloatPlace::Align::start;
+    case 2:
+        return FloatPlace::Align::centre;
+    case 3: // right or bottom
+    case 5: // outside
+        return FloatPlace::Align::end;
+    default:
+        return FloatPlace::Align::none;
+    }
+}
+
+// Spa without its shape, [MS-DOC] 2.9.253.
+std::optional<FloatPlace> placeOf(word::ByteView spa) {
+    constexpr unsigned wrapsBelow = 1;
+    constexpr unsigned wrapsNothing = 3;
+    word::LittleEndianReader reader(spa, "Spa");
+    FloatPlace place;
+    place.left = reader.i32();
+    place.top = reader.i32();
+    place.width = reader.i32() - place.left;
+    place.height = reader.i32() - place.top;
+    const unsigned flags = reader.u16();
+    const bool isSound = place.width >= 0 && place.height >= 0 &&
+                         std::max({place.width, place.height, std::abs(place.left),
+                                   std::abs(place.top)}) <= farthest;
+    if (!isSound) {
+        return std::nullopt;
+    }
+    const unsigned across = (flags >> 1U) & 3U;
+    const unsigned down = (flags >> 3U) & 3U;
+    place.across = across == 0   ? Spot::Across::fromMargin
+                   : across == 1 ? Spot::Across::fromPage
+                                 : Spot::Across::fromColumn;
+    place.down = down == 0   ? Spot::Down::fromMargin
+                 : down == 1 ? Spot::Down::fromPage
+                             : Spot::Down::fromParagraph;
+    const unsigned wrap = (flags >> 5U) & 0xFU;
+    place.wrap = wrap == wrapsBelow     ? FloatPlace::Wrap::below
+                 : wrap == wrapsNothing ? FloatPlace::Wrap::none
+                                        : FloatPlace::Wrap::beside;
+    return place;
+}
+
+// What newer programs say of the place besides.
+void readPlace(const Properties& look, FloatPlace& place) {
+    place.alignAcross = alignOf(look.value(alignAcross).value_or(0));
+    place.alignDown = alignOf(look.value(alignDown).value_or(0));
+    if (const auto from = look.value(fromAcross)) {
+        place.across = *from == 0   ? Spot::Across::fromMargin
+                       : *from == 1 ? Spot::Across::fromPage
+                                    : Spot::Across::fromColumn;
+    }
+    if (const auto from = look.value(fromDown)) {
+        place.down = *from == 0   ? Spot::Down::fromMargin
+                     : *from == 1 ? Spot::Down::fromPage
+                                  : Spot::Down::fromParagraph;
+    }
+    constexpr double usualApart = 180;
+    place.apartAcross = look.length(apartLeft, usualApart);
+    place.apartDown = look.length(apartTop, 0);
+}
+
+} // namespace
+
+std::optional<ShapeReading> readShapes(const word::Drawing& drawing,
+                                       const word::DocumentTables& tables) {
+    try {
+        const auto place = placeOf(drawing.place);
+        if (!place) {
+            return std::nullopt;
+        }
+        ShapeReading result{*place, {}};
+        const Properties look =
+            Reading(drawing, tables, result.parts).read({0, 0, place->width, place->height});
+        if (look.flag(groupFlags, isHidden, false)) {
+            return std::nullopt;
+        }
+        readPlace(look, result.place);
+        return result;
+    } catch (const word::FormatError&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace qvnd::layout

@@ -1,0 +1,52 @@
+#include "platform/word/layout/TabStops.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qvnd::layout {
+
+using word::TabStop;
+
+TabStop stopBehind(double at, const word::ResolvedParagraph& format, double left, double firstLine,
+                   double defaultTab) {
+    constexpr double rounding = 1; // twips
+    const auto found =
+        std::find_if(format.tabStops.begin(), format.tabStops.end(), [&](const TabStop& stop) {
+            return stop.kind != TabStop::Kind::bar && stop.at > at + rounding;
+        });
+    const bool isFound = found != format.tabStops.end();
+    const bool hangs = firstLine < 0 && left > at + rounding;
+    if (hangs && (!isFound || found->at > left)) {
+        return {static_cast<int>(left), TabStop::Kind::left, 0};
+    }
+    if (isFound) {
+        return *found;
+    }
+    const double step = std::max(defaultTab, 1.0);
+    return {static_cast<int>((std::floor((at + rounding) / step) + 1) * step), TabStop::Kind::left,
+            0};
+}
+
+std::optional<PlacedText> leaderOf(const TextItem& tab, double x, double foot, FontMetrics& fonts,
+                                   bool wholeTwips) {
+    if (tab.character == 0 || tab.width <= 0) {
+        return std::nullopt;
+    }
+    const double exact = fonts.advance(tab.face, tab.character) * tab.size;
+    const double one = wholeTwips ? std::round(exact) : exact;
+    const auto count = one > 0 ? static_cast<std::size_t>(tab.width / one) : 0;
+    if (count == 0) {
+        return std::nullopt;
+    }
+    PlacedText text;
+    text.x = x + tab.width - static_cast<double>(count) * one;
+    text.baseline = foot;
+    text.size = tab.size;
+    text.face = tab.face;
+    text.colour = tab.format->colour;
+    text.text.assign(count, static_cast<char16_t>(tab.character));
+    text.advances.assign(count, static_cast<float>(one));
+    return text;
+}
+
+} // namespace qvnd::layout
