@@ -182,7 +182,7 @@ void BM_Scroll(benchmark::State& state) {
     }
 }
 
-constexpr int parts = 2600; // about 1,500 pages
+constexpr int parts = 3750; // about 1,500 pages
 
 BENCHMARK(BM_FirstPage)->Arg(parts)->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_AllPages)->Arg(parts)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);

@@ -18,7 +18,7 @@
 #include "platform/desktop/Processes.h"
 #include "platform/desktop/windows/WidgetEvents.h"
 #include "platform/error/RunTimeError.h"
-#include "platform/preview/windows/PreviewPane.h"
+#include "platform/preview/windows/PagePane.h"
 #include "startup/GenerationWord.h"
 #include "tools/GenerateServices.h"
 
@@ -99,10 +99,9 @@ public:
                                                           events_.doEvents();
                                                           return false;
                                                       }),
-                                  longRun_, events_),
-          isExactWanted_(!suite.isEmpty()) {
+                                  longRun_, events_) {
         conversion_ = std::make_unique<preview::PageConversion>(conversionSettings(suite));
-        pane_ = new preview::PreviewPane(*conversion_);
+        pane_ = new preview::PagePane(*conversion_);
         form_ = std::make_unique<generate::frmBidEdit>(
             generate::frmBidEdit::Parts{{plan_.program(), switches_, session_},
                                         complaints_,
@@ -156,10 +155,7 @@ public:
     void settle() const {
         QElapsedTimer clock;
         clock.start();
-        const auto isDone = [&] {
-            return isExactWanted_ ? pane_->isExact() : clock.elapsed() > 3000;
-        };
-        while (!isDone() && clock.elapsed() < 120'000) {
+        while (!pane_->isWhole() && clock.elapsed() < 120'000) {
             QCoreApplication::processEvents();
             QThread::msleep(20);
         }
@@ -202,8 +198,7 @@ private:
     FormatSwitches switches_;
     generate::WordSession session_;
     std::unique_ptr<preview::PageConversion> conversion_;
-    preview::PreviewPane* pane_ = nullptr;
-    bool isExactWanted_;
+    preview::PagePane* pane_ = nullptr;
     std::unique_ptr<generate::frmBidEdit> form_;
 };
 

@@ -13,7 +13,7 @@
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "platform/desktop/windows/WidgetShell.h"
 #include "platform/files/Paths.h"
-#include "platform/preview/windows/PreviewPane.h"
+#include "platform/preview/windows/PagePane.h"
 #include "platform/registry/RegistryFile.h"
 #include "startup/WordProcessor.h"
 #include "startup/windows/DesktopRun.h"
@@ -72,7 +72,7 @@ public:
     void take() {
         prepareFrame();
         doubleClick(u"TrvCurrent"_s, 4);
-        awaitExactPages(*part(u"frmBid"_s));
+        awaitPages(*part(u"frmBid"_s));
         keep(u"MainForm"_s, frame_);
         keep(u"frmBid"_s, *part(u"frmBid"_s));
         keep(u"preview"_s, *part(u"fraSee"_s));
@@ -123,12 +123,12 @@ private:
         emit tree(name).dblClick();
     }
 
-    // Without an office suite the reading of our own engine stays.
-    static void awaitExactPages(const QWidget& window) {
-        const auto* pane = window.findChild<preview::PreviewPane*>();
+    // Until all of them are found and the ones that are seen are painted.
+    static void awaitPages(const QWidget& window) {
+        const auto* pane = window.findChild<preview::PagePane*>();
         QElapsedTimer timer;
         timer.start();
-        while (!pane->isExact() && timer.elapsed() < patience) {
+        while (!pane->isWhole() && timer.elapsed() < patience) {
             settle(100);
         }
         settle(500);
@@ -149,7 +149,7 @@ private:
         frame_.showPlanEditor();
         settle(200);
         doubleClick(u"TrvEdit"_s, 4);
-        awaitExactPages(*part(u"frmBidEdit"_s));
+        awaitPages(*part(u"frmBidEdit"_s));
         keep(u"frmBidEdit"_s, *part(u"frmBidEdit"_s));
         takeDialog(u"mnuBidLike"_s, u"dlgLike"_s);
         takeFormatDialog();
@@ -324,7 +324,7 @@ int main(int argc, char* argv[]) {
                              help,
                              shell,
                              [&conversion] {
-                                 auto* pane = new preview::PreviewPane(conversion);
+                                 auto* pane = new preview::PagePane(conversion);
                                  return new outline::PreviewFrame(*pane, *pane);
                              },
                              [] {},

@@ -38,6 +38,11 @@ protected:
         word::DocumentWriter().saveAs(path.toStdU16String(), builder.content);
         return path;
     }
+    // A document of another format under the name of a .doc.
+    QString rtf(int characters = 4) const {
+        office.folder.write("b.doc", "{\\rtf1 " + QByteArray(characters, 'x') + "}");
+        return office.folder.path("b.doc");
+    }
     // Pages wholly of that colour.
     void writePdf(int pages, const QColor& colour) {
         QPdfWriter writer(pdf);
@@ -309,6 +314,55 @@ TEST_F(PagePaneTest, HidingLetsGoOfTheDocumentAndOfTheSuite) {
     EXPECT_EQ(pane->pageCount(), 0);
     EXPECT_FALSE(pane->isVisible());
     EXPECT_TRUE(waitFor([&] { return office.leftovers().isEmpty(); }));
+}
+
+TEST_F(PagePaneTest, ADocumentOfAnotherFormatShowsAsTheSuitesPages) {
+    writePdf(4, Qt::green);
+    open(true);
+    const QString path = rtf();
+    frame->document().show(path);
+    EXPECT_EQ(notice().text(), "这是RTF 文档，正在由办公套件转换……");
+    EXPECT_FALSE(notice().isHidden());
+    ASSERT_TRUE(waitFor([&] { return pane->showsOfficePages(); }));
+    EXPECT_EQ(pane->pageCount(), 4);
+    EXPECT_TRUE(notice().isHidden());
+    EXPECT_FALSE(wish().isEnabled()) << "there are no other pages";
+    EXPECT_TRUE(waitFor([&] { return middle() == QColor(Qt::green); }));
+}
+
+TEST_F(PagePaneTest, ADocumentOfAnotherFormatThatTheSuiteRefusesSaysSo) {
+    office.setScript("exit 1\n");
+    open(true);
+    frame->document().show(rtf());
+    ASSERT_TRUE(waitFor([&] { return notice().text() == "办公套件无法转换这个文档。"; }));
+    EXPECT_EQ(pane->pageCount(), 0);
+    EXPECT_TRUE(pane->isVisible());
+}
+
+TEST_F(PagePaneTest, WithoutASuiteADocumentOfAnotherFormatIsRefused) {
+    open(false);
+    const QString path = rtf();
+    EXPECT_THROW(frame->document().show(path), RunTimeError);
+    EXPECT_FALSE(pane->isVisible());
+}
+
+TEST_F(PagePaneTest, ALongDocumentOfAnotherFormatShowsAsTheSuitesPagesToo) {
+    writePdf(2, Qt::green);
+    open(true);
+    frame->document().show(rtf(3'000'000));
+    ASSERT_TRUE(waitFor([&] { return pane->showsOfficePages(); }));
+    EXPECT_EQ(pane->pageCount(), 2);
+}
+
+TEST_F(PagePaneTest, ADocumentSavedInOurFormatAgainIsShownAsOurOwnLayoutHasIt) {
+    writePdf(2, Qt::green);
+    open(true);
+    frame->document().show(rtf());
+    ASSERT_TRUE(waitFor([&] { return pane->showsOfficePages(); }));
+    document("b.doc", 3);
+    ASSERT_TRUE(waitFor([&] { return !pane->showsOfficePages(); }));
+    EXPECT_EQ(pane->pageCount(), 1);
+    EXPECT_TRUE(waitFor([&] { return showsInk(area().grab().toImage()); }));
 }
 
 // Scrolling

@@ -1,6 +1,6 @@
 #include "startup/windows/PlanEditing.h"
 
-#include "platform/preview/windows/PreviewPane.h"
+#include "platform/preview/windows/PagePane.h"
 
 namespace qvnd::startup {
 
@@ -33,7 +33,7 @@ PlanEditing DesktopPlanEditing::services() {
             generation_,
             generation_.documents(),
             [this] {
-                auto* pane = new preview::PreviewPane(conversion_);
+                auto* pane = new preview::PagePane(conversion_);
                 return DocumentView{pane, pane};
             }};
 }

@@ -50,7 +50,7 @@ void OwnPages::standIn(const OwnPages& others) {
     }
 }
 
-void OwnPages::paint(QPainter& painter, int page, const QRectF& target, const QRectF& /*exposed*/) {
+void OwnPages::paint(QPainter& painter, int page, const QRectF& target) {
     const auto known = images_.constFind(page);
     if (known != images_.constEnd()) {
         painter.save();

@@ -5,13 +5,12 @@
 
 #include <QHash>
 #include <QMap>
-#include <QObject>
 #include <QTimer>
 
 namespace qvnd::preview {
 
 // The pages of our own layout. Images are kept of the pages that are seen and of those beside them.
-class OwnPages : public QObject, public PageSource {
+class OwnPages : public PageSource {
     Q_OBJECT
 
 public:
@@ -29,11 +28,9 @@ public:
 
     int count() const override { return static_cast<int>(sizes_.size()); }
     QSizeF size(int page) const override { return sizes_[static_cast<std::size_t>(page)]; }
-    void paint(QPainter& painter, int page, const QRectF& target, const QRectF& exposed) override;
+    void paint(QPainter& painter, int page, const QRectF& target) override;
 
 signals:
-    // The page has an image now, or a better one.
-    void drawn(int page);
     // More pages are found.
     void found();
     void failed(const QString& reason);

@@ -1,6 +1,8 @@
 #include "platform/preview/windows/PagePane.h"
 
 #include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+#include "platform/word/engine/DocumentSource.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -100,7 +102,11 @@ std::unique_ptr<OwnPages> PagePane::read() {
     auto pages = std::make_unique<OwnPages>(path_, fonts_, firstWidth, devicePixelRatioF());
     connect(pages.get(), &OwnPages::found, this, &PagePane::grow);
     connect(pages.get(), &OwnPages::drawn, this, [this] { update(); });
-    connect(pages.get(), &OwnPages::failed, this, &PagePane::say);
+    connect(pages.get(), &OwnPages::failed, this, [this](const QString& reason) {
+        if (!showConverted()) {
+            say(reason);
+        }
+    });
     return pages;
 }
 
@@ -116,8 +122,10 @@ void PagePane::show(const QString& path) {
             say(u"正在读取文档……"_s);
         }
     } catch (const RunTimeError&) {
-        hide();
-        throw;
+        if (!showConverted()) {
+            hide();
+            throw;
+        }
     }
     watch_.watch(path_);
     QWidget::show();
@@ -131,8 +139,25 @@ void PagePane::readAnew() {
             grow();
         }
     } catch (const RunTimeError& failure) {
-        say(QString::fromStdU16String(failure.description()));
+        if (!showConverted()) {
+            say(QString::fromStdU16String(failure.description()));
+        }
     }
+}
+
+// Waits for the office suite's pages of a document that our own engine does not read. False when
+// the suite is not there or would not know it either.
+bool PagePane::showConverted() {
+    if (!conversion_.isAvailable()) {
+        return false;
+    }
+    const std::u16string format = word::formatToConvert(files::toPath(path_));
+    if (format.empty()) {
+        return false;
+    }
+    say(u"这是%1，正在由办公套件转换……"_s.arg(QString::fromStdU16String(format)));
+    convert();
+    return true;
 }
 
 // As soon as it reaches as far down as what is seen.
@@ -198,7 +223,8 @@ void PagePane::showPages(PageSource& source) {
         sinceShown_.start();
     }
     source_ = &source;
-    office_->setEnabled(conversion_.isAvailable());
+    // A document that our own engine does not read has no other pages to go back to.
+    office_->setEnabled(conversion_.isAvailable() && own_->count() > 0);
     column_ = columnOf(source);
     place();
     describe();
@@ -257,7 +283,7 @@ void PagePane::takeConversion(const PageConversion::Outcome& outcome) {
     if (!failure.isEmpty()) {
         coming_.reset();
         office_->setChecked(false);
-        say(failure + u"这里显示的是系统自己排的版面。"_s);
+        say(source_ ? failure + u"这里显示的是系统自己排的版面。"_s : failure);
         return;
     }
     connect(coming_.get(), &PdfPages::drawn, this, &PagePane::showExactPages);
@@ -330,7 +356,7 @@ void PagePane::paintEvent(QPaintEvent* event) {
     for (auto page = static_cast<std::size_t>(pageSeen());
          page < places_.size() && places_[page].top() <= seen.bottom(); ++page) {
         paintPaper(painter, places_[page]);
-        source_->paint(painter, static_cast<int>(page), places_[page], places_[page] & seen);
+        source_->paint(painter, static_cast<int>(page), places_[page]);
     }
 }
 

@@ -25,7 +25,8 @@ namespace qvnd::preview {
 // The first page of our own layout is there at once, the others follow as they are found; a
 // document that takes longer to read is announced, and the window goes on. An action of the context
 // menu shows the pages that the office suite makes of the same file instead, at the place that is
-// seen; why they do not come is said in the pane.
+// seen; why they do not come is said in the pane. A document of another format shows as these pages
+// alone.
 //
 // The pane follows the file: when a word processor has saved it, its new state takes the place of
 // the one that is seen. While it cannot be read, the pages seen stay and the reason is said.
@@ -37,8 +38,8 @@ public:
     explicit PagePane(PageConversion& conversion, QWidget* parent = nullptr);
     ~PagePane() override;
 
-    // Throws RunTimeError with a Chinese reason when the file cannot be opened at all: missing,
-    // no .doc, encrypted, damaged. The pane is then empty and hidden.
+    // Throws RunTimeError with a Chinese reason when the file cannot be shown at all: missing,
+    // encrypted, damaged, of a format that nothing here reads. The pane is then empty and hidden.
     void show(const QString& path) override;
     void hide() override;
     void setFollowing(bool follows) override { watch_.setPaused(!follows); }
@@ -69,6 +70,7 @@ private:
     void letGo();
     std::unique_ptr<OwnPages> read();
     void readAnew();
+    bool showConverted();
     void takeOver();
     void grow();
     void showPages(PageSource& source);

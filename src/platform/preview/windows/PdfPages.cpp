@@ -33,7 +33,7 @@ void PdfPages::prepare(int page, int width, qreal devicePixelRatio) {
     want({page, QSize(qRound(pixels), std::clamp(qRound(height), 1, mostPixels))});
 }
 
-void PdfPages::paint(QPainter& painter, int page, const QRectF& target, const QRectF& /*exposed*/) {
+void PdfPages::paint(QPainter& painter, int page, const QRectF& target) {
     const auto found = images_.constFind(page);
     if (found != images_.constEnd()) {
         painter.save();

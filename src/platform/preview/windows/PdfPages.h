@@ -4,7 +4,6 @@
 
 #include <QHash>
 #include <QImage>
-#include <QObject>
 #include <QPdfDocument>
 #include <QPdfPageRenderer>
 
@@ -12,9 +11,9 @@
 
 namespace qvnd::preview {
 
-// The exact pages, from a PDF. Another thread draws a page at the resolution of the screen when the
+// The pages of a PDF. Another thread draws a page at the resolution of the screen when the
 // page is first wanted; until then an image of another size stands in for it, or white paper.
-class PdfPages : public QObject, public PageSource {
+class PdfPages : public PageSource {
     Q_OBJECT
 
 public:
@@ -27,11 +26,7 @@ public:
 
     int count() const override { return document_.pageCount(); }
     QSizeF size(int page) const override { return document_.pagePointSize(page); }
-    void paint(QPainter& painter, int page, const QRectF& target, const QRectF& exposed) override;
-
-signals:
-    // The page has an image now, or a better one.
-    void drawn(int page);
+    void paint(QPainter& painter, int page, const QRectF& target) override;
 
 private:
     struct Wanted {
