@@ -13,10 +13,14 @@ const QString keyField = QStringLiteral("Key");
 const QString numberField = QStringLiteral("ID");
 
 struct Row {
+    std::int64_t number = 0;
     QString key;
     QString name;
     QMap<QString, QString> rest;
-    friend bool operator==(const Row&, const Row&) = default;
+    // Whether they say the same, wherever they stand.
+    friend bool operator==(const Row& one, const Row& other) {
+        return one.key == other.key && one.name == other.name && one.rest == other.rest;
+    }
 };
 
 QString fieldOf(const ImageTables::Row& row, const QString& name) {
@@ -28,17 +32,18 @@ QString fieldOf(const ImageTables::Row& row, const QString& name) {
     return {};
 }
 
-Row rowOf(const ImageTables::Row& stored) {
-    Row row{fieldOf(stored, keyField), fieldOf(stored, nameField), stored.fields};
+Row rowOf(std::int64_t number, const ImageTables::Row& stored) {
+    Row row{number, fieldOf(stored, keyField), fieldOf(stored, nameField), stored.fields};
     row.rest.remove(numberField);
     row.rest.remove(QStringLiteral("rowid"));
     return row;
 }
 
 QList<Row> rowsOf(ImageTables& image, const QString& table) {
+    const auto stored = image.rowsOf(table);
     QList<Row> rows;
-    for (const ImageTables::Row& row : image.rowsOf(table)) {
-        rows << rowOf(row);
+    for (auto row = stored.begin(); row != stored.end(); ++row) {
+        rows << rowOf(row.key(), *row);
     }
     return rows;
 }
@@ -54,9 +59,13 @@ public:
     }
 
 private:
-    // Rows without a key are told apart by all that is in them.
+    // Rows without a key are told apart by all that is in them, settings by their numbers.
     static QString identityOf(const Row& row) {
-        return row.key.isEmpty() ? QStringList(row.rest.values()).join(QChar(0)) : row.key;
+        if (!row.key.isEmpty()) {
+            return row.key;
+        }
+        return row.name.isEmpty() ? QString::number(row.number)
+                                  : QStringList(row.rest.values()).join(QChar(0));
     }
     void match(const QList<Row>& before, const QList<Row>& after) {
         QMultiHash<QString, const Row*> left;

@@ -3,6 +3,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "platform/files/SafeReplace.h"
 
 #include <QFileInfo>
 
@@ -31,14 +32,22 @@ History::Found History::mend() {
         return {};
     }
     Found found;
-    found.restored = restoration_.carryOnKilled();
+    found.restored = restoration_.carryOn();
     found.unfinished = recorder_.finishKilled();
     return found;
 }
 
-void History::begin(const CommandFrame& frame) {
+History::Found History::begin(const CommandFrame& frame) {
     workspace_.Settle();
-    recorder_.begin(frame, program_);
+    Found found;
+    QString refusal;
+    try {
+        found = mend();
+    } catch (const RunTimeError& failure) {
+        refusal = QString::fromStdU16String(failure.description());
+    }
+    recorder_.begin(frame, program_, refusal);
+    return found;
 }
 
 // A command that cannot be recorded whole is taken back whole.
@@ -78,10 +87,20 @@ std::optional<Step> History::redoable() {
     if (!exists()) {
         return std::nullopt;
     }
-    const Position position = recorder_.file().position();
+    HistoryFile& file = recorder_.file();
+    const Position position = file.position();
+    // Where the branch of the tip leaves the way back from the head.
+    std::int64_t fork = position.head;
+    while (!restoration_.isAbove(fork, position.tip)) {
+        const std::optional<Step> step = file.step(fork);
+        if (!step || !step->isMinor) {
+            return std::nullopt;
+        }
+        fork = step->parent;
+    }
     std::optional<Step> next;
-    for (std::int64_t at = position.tip; at != position.head && at != beginning;) {
-        const std::optional<Step> step = recorder_.file().step(at);
+    for (std::int64_t at = position.tip; at != fork;) {
+        const std::optional<Step> step = file.step(at);
         if (!step) {
             return std::nullopt;
         }
@@ -138,19 +157,28 @@ QList<Change> History::changesOf(std::int64_t step) {
 
 std::int64_t History::head() { return exists() ? recorder_.file().position().head : beginning; }
 
-void History::takeOut(std::int64_t step, const QString& file, const QString& target) {
-    for (const FileChange& change : recorder_.file().filesOf(step)) {
-        if (change.path == file) {
-            for (const QString& content : {change.before, change.after}) {
-                if (kept_.has(content)) {
-                    kept_.put(content, target);
-                    return;
-                }
-            }
-        }
+QString History::contentBefore(std::int64_t id, const QString& file) {
+    const std::optional<Step> wanted = step(id);
+    return wanted ? restoration_.fileAt(wanted->parent, spelt(file)) : QString();
+}
+
+QList<jet::ImageTables::Row> History::rowsBefore(std::int64_t id, const QString& database,
+                                                 const QString& table) {
+    const std::optional<Step> wanted = step(id);
+    return wanted ? jet::ImageTables(restoration_.imageAt(wanted->parent, spelt(database)))
+                        .rowsOf(table)
+                        .values()
+                  : QList<jet::ImageTables::Row>();
+}
+
+void History::takeOut(std::int64_t id, const QString& file, const QString& target) {
+    const QString content = contentBefore(id, file);
+    if (content.isEmpty()) {
+        throw RunTimeError(
+            error::fileNotFound,
+            QStringLiteral("操作历史没有保留『%1』的内容。").arg(file).toStdU16String());
     }
-    throw RunTimeError(error::fileNotFound,
-                       QStringLiteral("操作历史没有保留『%1』的内容。").arg(file).toStdU16String());
+    files::copyWhole(content, target);
 }
 
 } // namespace qvnd::history

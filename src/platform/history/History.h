@@ -5,6 +5,7 @@
 #include "platform/history/Restoration.h"
 #include "platform/history/Step.h"
 #include "platform/jet/Workspace.h"
+#include "platform/jet/file/Image.h"
 
 #include <chrono>
 #include <optional>
@@ -34,15 +35,17 @@ public:
     History(const History&) = delete;
     History& operator=(const History&) = delete;
 
-    // What an earlier run has left behind, mended by this call.
+    // What an earlier run, or another program that was killed meanwhile, has left behind; mended by
+    // this call.
     struct Found {
         std::optional<Step> unfinished; // a command that was killed, now a step
         bool restored = false;          // a restoration was brought to its end
     };
     Found mend();
 
-    // A command begins; what it changes is recorded until `finish`.
-    void begin(const CommandFrame& frame);
+    // A command begins; what it changes is recorded until `finish`. What has been left behind is
+    // mended before, and told; if it cannot be, the command is refused.
+    Found begin(const CommandFrame& frame);
     struct Outcome {
         std::optional<Step> step; // null when nothing was changed, or nothing lasts
         // Why a change was refused or the command taken back; empty when neither was.
@@ -70,8 +73,14 @@ public:
     QList<Change> changesOf(std::int64_t step);
     std::int64_t head();
 
+    // A file that has the content which `file` had before the step: one of the history's own, or
+    // `file` itself where no step has changed it since. Empty when there was none.
+    QString contentBefore(std::int64_t step, const QString& file);
+    // The rows of a table as they were before the step, in the order of their numbers.
+    QList<jet::ImageTables::Row> rowsBefore(std::int64_t step, const QString& database,
+                                            const QString& table);
     // Puts the content that a file had before the step at `target`, which is replaced. Error 53
-    // when the step has kept none.
+    // when there was none.
     void takeOut(std::int64_t step, const QString& file, const QString& target);
 
     // Thins by the limits; returns how many steps went.

@@ -104,6 +104,16 @@ bool KeptFiles::take(const QString& path, const QString& name) const {
     return false;
 }
 
+void KeptFiles::giveBack(const QString& name, const QString& path) const {
+    std::error_code failed;
+    fs::create_directories(toPath(path).parent_path(), failed);
+    check(failed, path);
+    fs::rename(toPath(pathOf(name)), toPath(path), failed);
+    if (failed) {
+        files::copyAsSpelt(pathOf(name), path);
+    }
+}
+
 void KeptFiles::put(const QString& name, const QString& path) const {
     std::error_code failed;
     fs::create_directories(toPath(path).parent_path(), failed);

@@ -44,6 +44,8 @@ public:
     void copy(const QString& file, const QString& name) const;
     // The file or folder itself. False for a folder on another file system, which is copied.
     bool take(const QString& path, const QString& name) const;
+    // Back to the path, which then has the very file that was taken.
+    void giveBack(const QString& name, const QString& path) const;
     // Puts a copy of the content at the path, whole or not at all; nothing else is touched.
     void put(const QString& name, const QString& path) const;
     // Whether the path still has the very bytes that were linked.

@@ -1,5 +1,9 @@
 #include "platform/history/Places.h"
 
+#include "platform/files/Paths.h"
+
+#include <QDir>
+
 namespace qvnd::history {
 
 namespace {
@@ -28,6 +32,10 @@ QString Places::longOf(const QString& path) const {
         }
     }
     return path;
+}
+
+QString spelt(const QString& path) {
+    return QDir::toNativeSeparators(QDir::cleanPath(files::resolved(path)));
 }
 
 } // namespace qvnd::history

@@ -23,4 +23,7 @@ private:
     QList<std::pair<QChar, QString>> folders_;
 };
 
+// A path as the history has it: absolute, with native separators, its names spelt as on disk.
+QString spelt(const QString& path);
+
 } // namespace qvnd::history

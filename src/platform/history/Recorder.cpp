@@ -10,6 +10,8 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
+#include <tuple>
+
 namespace qvnd::history {
 
 namespace {
@@ -22,10 +24,6 @@ bool isDatabase(const QString& path) {
 bool isCopy(const QString& path) {
     const QFileInfo file(path);
     return file.completeBaseName().compare(file.dir().dirName(), Qt::CaseInsensitive) == 0;
-}
-
-QString spelt(const QString& path) {
-    return QDir::toNativeSeparators(QDir::cleanPath(files::resolved(path)));
 }
 
 } // namespace
@@ -42,10 +40,10 @@ HistoryFile& Recorder::file() {
     return *file_;
 }
 
-void Recorder::begin(const CommandFrame& frame, const QString& program) {
+void Recorder::begin(const CommandFrame& frame, const QString& program, const QString& refusal) {
     frame_ = frame;
     program_ = program;
-    refusal_.clear();
+    refusal_ = refusal;
     tables_.clear();
 }
 
@@ -91,6 +89,9 @@ void Recorder::ensureBegun() {
     file().setPosition(position);
     all.commit();
     kept_.prepare(position.last);
+    if (frame_->selected) {
+        std::tie(frame_->selectedKey, frame_->selectedName) = frame_->selected();
+    }
     running_.begin(position.last, *frame_, program_);
 }
 
@@ -366,16 +367,28 @@ std::optional<Step> Recorder::finishKilled() {
     }
     running_ = std::move(*left);
     std::optional<Step> step;
-    if (running_.hasBegun() && !file().step(running_.step())) {
-        frame_ = running_.frame();
-        for (const QString& path : running_.touched().keys()) {
-            KeptFiles::removeUnfinished(path);
-        }
-        step = makeStep(StepKind::unfinished, {});
+    try {
+        step = makeKilledStep();
+    } catch (const RunTimeError&) { // the next call tries again
+        running_ = RunningCommand(folder_ + QStringLiteral("running"));
         frame_.reset();
+        throw;
     }
     running_.end();
     return step ? file().step(step->id) : std::nullopt;
+}
+
+std::optional<Step> Recorder::makeKilledStep() {
+    if (!running_.hasBegun() || file().step(running_.step())) {
+        return std::nullopt;
+    }
+    frame_ = running_.frame();
+    for (const QString& path : running_.touched().keys()) {
+        KeptFiles::removeUnfinished(path);
+    }
+    const std::optional<Step> step = makeStep(StepKind::unfinished, {});
+    frame_.reset();
+    return step;
 }
 
 void Recorder::record(const Step& made, const QList<Change>& changes,
@@ -401,8 +414,11 @@ void Recorder::record(const Step& made, const QList<Change>& changes,
         history.setMirror(change.path, before, applied(change.delta, before, Direction::forward));
         history.setPresent(change.path, {stampOf(change.path), content::onDisk});
     }
+    // Bookkeeping behind an undo does not end the branch that 恢复 follows.
+    if (!step.isMinor || position.tip == position.head) {
+        position.tip = step.id;
+    }
     position.head = step.id;
-    position.tip = step.id;
     position.last = std::max(position.last, step.id);
     history.setPosition(position);
     all.commit();

@@ -25,8 +25,9 @@ public:
     // The history file, opened or made at the first call. Errors as HistoryFile.
     HistoryFile& file();
 
-    // Changes are recorded from now on as those of one command.
-    void begin(const CommandFrame& frame, const QString& program);
+    // Changes are recorded from now on as those of one command; all are refused where there is a
+    // reason to.
+    void begin(const CommandFrame& frame, const QString& program, const QString& refusal = {});
     // Ends it; null when nothing was changed. Errors leave the command as begun.
     std::optional<Step> finish(const QString& selectedAfter);
     bool isUnderWay() const { return frame_.has_value(); }
@@ -72,6 +73,7 @@ private:
     void addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found);
     void addFiles(QList<Change>& changes, QList<FileChange>& found);
     std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
+    std::optional<Step> makeKilledStep();
     void record(const Step& step, const QList<Change>& changes, const QList<FileChange>& files,
                 const QList<DatabaseChange>& databases);
 

@@ -63,7 +63,7 @@ Restoration::Goal Restoration::goalOf(const Way& way) {
     return goal;
 }
 
-QByteArray Restoration::imageAt(const QString& database, const Way& way) {
+QByteArray Restoration::imageOn(const Way& way, const QString& database) {
     HistoryFile& file = recorder_.file();
     QByteArray image = file.mirror(database);
     for (const std::int64_t step : way.up + way.down) {
@@ -75,6 +75,18 @@ QByteArray Restoration::imageAt(const QString& database, const Way& way) {
         }
     }
     return image;
+}
+
+QByteArray Restoration::imageAt(std::int64_t step, const QString& database) {
+    return imageOn(wayTo(step), database);
+}
+
+QString Restoration::fileAt(std::int64_t step, const QString& path) {
+    const QString stood = goalOf(wayTo(step)).files.value(path, content::onDisk);
+    if (KeptFiles::isKept(stood)) {
+        return kept_.has(stood) ? kept_.pathOf(stood) : QString();
+    }
+    return stood == content::onDisk && QFileInfo(path).isFile() ? path : QString();
 }
 
 QStringList Restoration::changedOutside(const Goal& goal) {
@@ -105,7 +117,12 @@ void Restoration::goTo(std::int64_t target) {
     file.setPending(target, planned(goal, position.last));
     kept_.prepare(position.last);
     all.commit();
-    carryOn();
+    try {
+        carryOn();
+    } catch (const RunTimeError&) {
+        giveUp();
+        throw;
+    }
 }
 
 QList<PendingFile> Restoration::planned(const Goal& goal, std::int64_t number) {
@@ -146,16 +163,14 @@ void Restoration::perform(const PendingFile& file) {
 }
 
 // Databases that go leave their folders before these go, and come behind the folders.
-void Restoration::carryOut(const QList<PendingFile>& files,
-                           const QMap<QString, QByteArray>& images) {
+void Restoration::carryOut(const QMap<QString, QByteArray>& images,
+                           const std::function<void()>& files) {
     for (auto image = images.begin(); image != images.end(); ++image) {
         if (image->isEmpty()) {
             jet::putImage(image.key(), *image);
         }
     }
-    for (const PendingFile& file : files) {
-        perform(file);
-    }
+    files();
     for (auto image = images.begin(); image != images.end(); ++image) {
         if (!image->isEmpty()) {
             jet::putImage(image.key(), *image);
@@ -163,11 +178,60 @@ void Restoration::carryOut(const QList<PendingFile>& files,
     }
 }
 
-bool Restoration::carryOnKilled() {
-    for (const PendingFile& file : recorder_.file().pendingFiles()) {
-        KeptFiles::removeUnfinished(file.path);
+QMap<QString, QByteArray> Restoration::imagesAt(const Way& way) {
+    QMap<QString, QByteArray> images;
+    for (const QString& database : goalOf(way).databases) {
+        images[database] = imageOn(way, database);
     }
-    return carryOn();
+    return images;
+}
+
+// Goes back over what was done. That takes no more room than it gives free, so a full disk does not
+// stop it; what does leaves the restoration to be carried on.
+void Restoration::giveUp() {
+    ignoringErrors([this] {
+        HistoryFile& file = recorder_.file();
+        QList<PendingFile> files = file.pendingFiles();
+        std::reverse(files.begin(), files.end());
+        const auto databases = imagesAt(wayTo(file.pendingTarget().value_or(beginning)));
+        QMap<QString, QByteArray> before;
+        for (const QString& database : databases.keys()) {
+            before[database] = file.mirror(database);
+        }
+        for (const PendingFile& one : files) {
+            KeptFiles::removeUnfinished(one.path);
+        }
+        carryOut(before, [&] {
+            for (const PendingFile& one : files) {
+                revert(one);
+            }
+        });
+        HistoryFile::Transaction all(file);
+        for (const QString& database : before.keys()) {
+            file.setMirror(database, before[database], jet::imageOf(database));
+        }
+        file.clearPending();
+        all.commit();
+    });
+}
+
+void Restoration::revert(const PendingFile& one) {
+    const std::optional<Present> present = recorder_.file().present(one.path);
+    const QString before = present ? present->content : content::absent;
+    if (!one.keep.isEmpty()) {
+        if (kept_.has(one.keep)) {
+            kept_.giveBack(one.keep, one.path);
+        }
+    } else if (KeptFiles::isKept(before)) {
+        if (stampOf(one.path) != present->stamp) {
+            kept_.put(before, one.path);
+            recorder_.file().setPresent(one.path, {stampOf(one.path), before});
+        }
+    } else if (before == content::folder) {
+        QDir().mkpath(one.path);
+    } else {
+        QFileInfo(one.path).isDir() ? QDir().rmdir(one.path) : QFile::remove(one.path);
+    }
 }
 
 bool Restoration::carryOn() {
@@ -176,13 +240,16 @@ bool Restoration::carryOn() {
     if (!target) {
         return false;
     }
-    const Way way = wayTo(*target);
     const QList<PendingFile> files = file.pendingFiles();
-    QMap<QString, QByteArray> images;
-    for (const QString& database : goalOf(way).databases) {
-        images[database] = imageAt(database, way);
+    const auto images = imagesAt(wayTo(*target));
+    for (const PendingFile& one : files) {
+        KeptFiles::removeUnfinished(one.path);
     }
-    carryOut(files, images);
+    carryOut(images, [&] {
+        for (const PendingFile& one : files) {
+            perform(one);
+        }
+    });
     HistoryFile::Transaction all(file);
     for (const PendingFile& done : files) {
         if (!done.keep.isEmpty()) {
@@ -229,7 +296,13 @@ void Restoration::takeBack() {
         }
     }
     inOrder(gone, folders, come);
-    carryOut(gone + folders + come, images);
+    // What this command has kept is nobody else's: it goes back without taking room for a copy.
+    const QString own = QString::number(command.step()) + u'/';
+    carryOut(images, [&] {
+        for (const PendingFile& file : gone + folders + come) {
+            file.put.startsWith(own) ? kept_.giveBack(file.put, file.path) : perform(file);
+        }
+    });
     for (const QString& database : images.keys()) {
         // On a full disk the next command takes it for another program's change.
         ignoringErrors([&] {

@@ -2,6 +2,8 @@
 
 #include "platform/history/Recorder.h"
 
+#include <functional>
+
 namespace qvnd::history {
 
 // Brings the work space to the state behind a step, over the tree of steps. However it ends, the
@@ -11,12 +13,20 @@ public:
     Restoration(Recorder& recorder, KeptFiles& kept) : recorder_(recorder), kept_(kept) {}
 
     // Goes to the state. 恢复 follows the branch as before where the state lies on it, and ends
-    // there else. Errors of files and store pass through; the next start then goes on.
+    // there else. Errors of files and store pass through; the work space then has the state before.
     void goTo(std::int64_t target);
-    // Ends a restoration that the process did not live to end. False when there is none.
-    bool carryOnKilled();
+    // Ends a restoration that could be neither ended nor given up, such as one whose process was
+    // killed. False when there is none. Errors of files and store; it then can be called again.
+    bool carryOn();
     // Takes back what the command under way has changed so far, which then is no step.
     void takeBack();
+    // The file that has what stood at the path behind a step: a kept one, or the path itself where
+    // nothing has changed it since. Empty when no file stood there.
+    QString fileAt(std::int64_t step, const QString& path);
+    // The image of a database behind a step; empty when there was none.
+    QByteArray imageAt(std::int64_t step, const QString& database);
+    // Whether `one` is `other` or a state on the way to it.
+    bool isAbove(std::int64_t one, std::int64_t other);
 
 private:
     struct Way {
@@ -30,14 +40,15 @@ private:
 
     Way wayTo(std::int64_t target);
     Goal goalOf(const Way& way);
-    QByteArray imageAt(const QString& database, const Way& way);
+    QByteArray imageOn(const Way& way, const QString& database);
+    QMap<QString, QByteArray> imagesAt(const Way& way);
     QStringList changedOutside(const Goal& goal);
     QList<PendingFile> planned(const Goal& goal, std::int64_t number);
-    // Whether `one` is `other` or a state on the way to it.
-    bool isAbove(std::int64_t one, std::int64_t other);
-    void carryOut(const QList<PendingFile>& files, const QMap<QString, QByteArray>& images);
+    static void carryOut(const QMap<QString, QByteArray>& images,
+                         const std::function<void()>& files);
     void perform(const PendingFile& file);
-    bool carryOn();
+    void giveUp();
+    void revert(const PendingFile& file);
 
     Recorder& recorder_;
     KeptFiles& kept_;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace qvnd::history {
 
@@ -62,6 +63,9 @@ struct CommandFrame {
     QString plan;
     QString selectedKey;
     QString selectedName;
+    // Tells key and name of the selected node when the command begins to change something: it may
+    // have selected its node itself.
+    std::function<std::pair<QString, QString>()> selected;
     // Tells, behind the command, what it did beyond what was asked.
     std::function<QString(const CommandFrame&, const QList<Change>&)> note;
 };

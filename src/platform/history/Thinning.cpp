@@ -31,13 +31,23 @@ QList<DatabaseChange> joinedDatabases(const QList<DatabaseChange>& first,
     return all.values();
 }
 
+// How many of the oldest steps are before the last so many commands. Bookkeeping is none.
+qsizetype freeOf(const QList<Step>& steps, int least) {
+    qsizetype free = steps.size();
+    for (int kept = 0; free > 0 && (kept < least || steps[free - 1].isMinor);) {
+        --free;
+        kept += steps[free].isMinor ? 0 : 1;
+    }
+    return free;
+}
+
 } // namespace
 
 // The oldest step that may be joined with its parent: both old, of one day, with no other child of
 // the parent, and not among the newest.
 std::optional<std::int64_t> History::joinableAt(const QList<Step>& steps, const Limits& limits,
                                                 const QDateTime& now) {
-    const qsizetype free = steps.size() - limits.least;
+    const qsizetype free = freeOf(steps, limits.least);
     const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
     for (qsizetype at = 0; at < free; ++at) {
         const Step& step = steps[at];
@@ -91,8 +101,10 @@ int History::thin(const Limits& limits, const QDateTime& now) {
         }
         all.commit();
     }
-    dropUnused();
-    while (file.steps().size() > limits.least && kept_.size() + file.size() > limits.bytes) {
+    if (file.steps().size() < before) {
+        dropUnused();
+    }
+    while (freeOf(file.steps(), limits.least) > 0 && kept_.size() + file.size() > limits.bytes) {
         const QList<Step> steps = file.steps();
         HistoryFile::Transaction all(file);
         file.remove(steps.first().id);

@@ -90,7 +90,7 @@ public:
     // A recorded command.
     history::History::Outcome run(const QString& caption, const Work& work,
                                   const QString& selected = {}) {
-        history->begin({caption, "甲", selected, "名" + selected, {}});
+        history->begin({caption, "甲", selected, "名" + selected, {}, {}});
         try {
             work();
         } catch (const RunTimeError&) {

@@ -163,6 +163,17 @@ TEST_F(HistoryTest, UndoPassesBookkeepingBy) {
     EXPECT_FALSE(QFile::exists(world.path("甲")));
 }
 
+TEST_F(HistoryTest, BookkeepingBehindAnUndoDoesNotEndTheBranchOfRedo) {
+    world.run("准备", [&] { world.db->TableDefs().Append(test::HistoryWorld::table("temp")); });
+    world.run("一", [&] { world.makePlan("甲"); });
+    const State behind = world.state();
+    history().undo();
+    world.run("单击", [&] { test::HistoryWorld::addRow(*world.db, "temp", "甲"); });
+    ASSERT_TRUE(history().redoable());
+    EXPECT_EQ(history().redo()->title, "一[名甲.1]");
+    EXPECT_EQ(world.state(), behind);
+}
+
 TEST_F(HistoryTest, AFileChangedOutsideIsKeptAsAStepBeforeUndoTakesIt) {
     world.run("新建", [&] { world.makePlan("甲"); });
     world.write("甲/甲.1.doc", "edited in a word processor");

@@ -112,6 +112,32 @@ TEST_F(KilledHistory, ACommandKilledAnywhereIsFoundAndOneUndoLeadsToBeforeIt) {
     EXPECT_GT(unfinished, 10);
 }
 
+// Another program goes on with the work space: its next command finds what was left.
+TEST_F(KilledHistory, ACommandOfAnotherProgramIsFoundByTheNextCommandOfThisOne) {
+    const test::TemporaryFolder folder(test::inMemory());
+    const QString base = folder.path("w");
+    folder.makeFolder("w");
+    prepare(base);
+    const State before = stateIn(base);
+    const int changes = TracedProcess::run(
+        [&] {
+            HistoryWorld other(base);
+            changeMuch(other);
+        },
+        60);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    HistoryWorld world(base);
+    const auto found = world.history->begin({"添加", "甲", {}, {}, {}, {}});
+    ASSERT_TRUE(found.unfinished);
+    HistoryWorld::addRow(*world.db, "甲", "甲.8");
+    ASSERT_TRUE(world.history->finish({}).step);
+    EXPECT_EQ(world.history->undo()->title, "添加[名甲.8]");
+    EXPECT_EQ(world.history->undo()->id, found.unfinished->id);
+    EXPECT_EQ(world.state(), before);
+}
+
 TEST_F(KilledHistory, AnUndoKilledAnywhereLeavesEitherStateWhole) {
     const State before = stateBehind(nothing, nothing);
     const State behind = stateBehind(nothing, changeMuch);
