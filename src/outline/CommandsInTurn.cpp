@@ -1,8 +1,7 @@
 #include "outline/CommandsInTurn.h"
 
+#include "outline/RecordedCommand.h"
 #include "platform/error/IgnoringErrors.h"
-
-#include <utility>
 
 namespace qvnd::outline {
 
@@ -50,19 +49,32 @@ bool CommandsInTurn::read(const Event& event) {
     return !(inGesture_ && isGestureOver_) && runAlone(event);
 }
 
-bool CommandsInTurn::run(const Event& event) {
+bool CommandsInTurn::run(const Event& event, const QString& caption) {
     const Gesture gesture(*this);
-    return runAlone([&] { act(event, true); });
+    return runAlone([&] { act(event, caption, true); });
 }
 
-bool CommandsInTurn::runWithoutLook(const Event& event) {
+bool CommandsInTurn::runWithoutLook(const Event& event, const QString& caption) {
     const Gesture gesture(*this);
-    return runAlone([&] { act(event, false); });
+    return runAlone([&] { act(event, caption, false); });
 }
 
-void CommandsInTurn::act(const Event& event, bool looks) {
+void CommandsInTurn::act(const Event& event, const QString& caption, bool looks) {
     if (!isGestureOver_ && mayAct(looks)) {
+        record(event, caption);
+    }
+}
+
+// A command that fails may have changed something before.
+void CommandsInTurn::record(const Event& event, const QString& caption) {
+    RecordedCommand recorded(state_, *tree_, caption);
+    try {
         event();
+    } catch (const RunTimeError& failure) {
+        tell(failure);
+    }
+    if (const auto step = recorded.finish(messages_)) {
+        told_(*step);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "outline/CurrentPlan.h"
 
 #include "outline/LibraryTree.h"
+#include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
@@ -170,6 +171,16 @@ void saveCurrentPlan(modMain& state, const Workbench& workbench) {
     if (tree.Count() > 0 && hasPlanFolder(state, tree.Item(1).Text())) {
         store::SaveCurrentPlanTables(state, tree.Item(1).Text());
     }
+}
+
+void forgetPlan(modMain& state, Workbench& workbench) {
+    workbench.clickedKey.clear();
+    state.gSelectedPlan.clear();
+    offerPlanCommands(workbench, false);
+    closeNodeCommands(workbench);
+    workbench.TbarBid[9] = false;
+    workbench.mnuDelete = false;
+    workbench.mnuPaste = false;
 }
 
 bool opensPlan(modMain& state, const OutlineNode& node) {

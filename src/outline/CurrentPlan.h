@@ -34,6 +34,10 @@ void setCurrentPlan(jet::Database& db, const QString& name);
 // Opens or closes the commands that need an open plan.
 void offerPlanCommands(Workbench& workbench, bool enabled);
 
+// For a plan that is gone without a command of this window: what is open to the user is as behind
+// its deletion, and what only an open plan's root or node can be used for is closed.
+void forgetPlan(modMain& state, Workbench& workbench);
+
 // True when a click on that node of TrvTemplate_Us changes something: it opens another plan, or
 // opens the same one anew after saving it to its folder. Errors of the store pass.
 bool opensPlan(modMain& state, const OutlineNode& node);

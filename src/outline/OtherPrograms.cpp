@@ -2,24 +2,8 @@
 
 #include "outline/CurrentPlan.h"
 #include "outline/LibraryTree.h"
-#include "outline/NodeCommands.h"
 
 namespace qvnd::outline {
-
-namespace {
-
-// As behind the deletion of a plan, and what only an open plan's root or node can be used for.
-void forgetPlan(modMain& state, Workbench& workbench) {
-    workbench.clickedKey.clear();
-    state.gSelectedPlan.clear();
-    offerPlanCommands(workbench, false);
-    closeNodeCommands(workbench);
-    workbench.TbarBid[9] = false;
-    workbench.mnuDelete = false;
-    workbench.mnuPaste = false;
-}
-
-} // namespace
 
 bool OtherPrograms::look() {
     const int changes = state_.gDbUser->ForeignChanges() + state_.gDbTemplate->ForeignChanges();

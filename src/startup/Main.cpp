@@ -10,6 +10,11 @@
 #include "store/DatabaseCreation.h"
 #include "store/LegacyCentral.h"
 
+#include <QCoreApplication>
+#include <QDir>
+
+#include <algorithm>
+
 namespace qvnd::startup {
 
 namespace {
@@ -112,10 +117,34 @@ void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString&
     handle = state.gWs->OpenDatabase(files::resolved(path));
 }
 
+// The history lies beside the plans' folders, under a name that no plan can bear. What a killed run
+// has left is mended before anything is read.
+void openHistory(modMain& state, desktop::MessageBoxes& messages) {
+    state.gWs = &state.DBEngine.Workspaces(0);
+    QList<std::pair<QChar, QString>> folders{
+        {'P', state.gUserTplPath}, {'W', state.gWorkPath}, {'A', state.gAppPath}};
+    for (auto& [letter, folder] : folders) {
+        folder = withSeparator(QDir::toNativeSeparators(QDir::cleanPath(files::resolved(folder))));
+    }
+    std::stable_sort(folders.begin(), folders.end(), [](const auto& one, const auto& other) {
+        return one.second.size() > other.second.size();
+    });
+    state.History = std::make_unique<history::History>(
+        state.gUserTplPath + ".~history", history::Places(folders), *state.gWs, *state.gFso,
+        QCoreApplication::applicationName());
+    try {
+        state.HistoryFound = state.History->mend();
+    } catch (const RunTimeError& failure) {
+        state.History.reset();
+        messages.tell(QStringLiteral("操作历史不能使用，这次运行中的操作不能撤消：") +
+                          QString::fromStdU16String(failure.description()),
+                      desktop::Icon::exclamation, QStringLiteral("提示"));
+    }
+}
+
 // Opens the three databases that stay open for the run; one that is missing is made with its
 // tables first. A file of an older installation is taken over; any other one is taken as it is.
 void openDatabases(modMain& state) {
-    state.gWs = &state.DBEngine.Workspaces(0);
     open(state, state.gDbUser, state.gUserTplPath + "Db_UsTemplate.mdb", store::CreateUserDb);
 
     const QString wanted = state.AppPath + separator() + "sys" + separator() + "Database";
@@ -148,6 +177,7 @@ bool Main(modMain& state, const QString& appPath, const MainServices& services) 
         if (state.Turn) {
             state.Turn->cover(state.gUserTplPath);
         }
+        openHistory(state, services.messages);
         openDatabases(state);
         tellWhatWasMadeAnew(state, services.messages);
         services.windows.showMainForm();

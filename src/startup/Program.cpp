@@ -1,6 +1,7 @@
 #include "startup/Program.h"
 
 #include "outline/CurrentPlan.h"
+#include "outline/RecordedCommand.h"
 #include "platform/error/IgnoringErrors.h"
 
 namespace qvnd::startup {
@@ -18,6 +19,7 @@ bool Program::start(const QString& appPath) {
 }
 
 void Program::showFrmBid() {
+    const outline::RecordedCommand recorded(state_, workbench_.TrvCurrent, QStringLiteral("启动"));
     outline::loadWorkbench(state_, workbench_, services_.messages, services_.splash);
 }
 
@@ -36,6 +38,8 @@ bool Program::exit() {
 bool Program::savePlanInTurn() {
     try {
         const files::TurnScope turn(state_.Turn.get());
+        const outline::RecordedCommand recorded(state_, workbench_.TrvCurrent,
+                                                QStringLiteral("退出"));
         outline::saveCurrentPlan(state_, workbench_);
     } catch (const RunTimeError& failure) {
         return failure.number() != error::dialogCancelled;
@@ -50,7 +54,21 @@ void Program::endAtOnce() {
     }
 }
 
+// A command that ends the program ends here for the history, too.
+void Program::endHistory() {
+    if (!state_.History) {
+        return;
+    }
+    ignoringErrors([&] {
+        if (state_.History->isUnderWay()) {
+            state_.History->finish({});
+        }
+        state_.History->thin({}, QDateTime::currentDateTime());
+    });
+}
+
 void Program::closeDatabases() {
+    endHistory();
     ignoringErrors([&] { state_.gDbTemplate->Close(); });
     ignoringErrors([&] { state_.gDbUser->Close(); });
     ignoringErrors([&] { state_.gDbBidSet->Close(); });
@@ -58,6 +76,7 @@ void Program::closeDatabases() {
     state_.gDbPlan.reset();
     // Commits a transaction that a failed command has left open.
     ignoringErrors([&] { state_.gWs->Close(); });
+    state_.History.reset();
     state_.gDbTemplate.reset();
     state_.gDbUser.reset();
     state_.gDbBidSet.reset();

@@ -42,6 +42,7 @@ private:
 
     // False when the user no longer wants to wait.
     bool savePlanInTurn();
+    void endHistory();
     void closeDatabases();
 
     registry::Registry& registry_;

@@ -3,6 +3,7 @@
 #include "platform/desktop/OneCommand.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/files/WorkSpaceTurn.h"
+#include "platform/history/History.h"
 #include "platform/jet/DBEngine.h"
 #include "platform/jet/legacy/LegacyDatabase.h"
 #include "store/FormatSwitches.h"
@@ -57,6 +58,12 @@ struct modMain {
     desktop::OneCommand Command;
     // What keeps the commands of several programs apart; null where no other program can be.
     std::unique_ptr<files::WorkSpaceTurn> Turn;
+
+    // What leads back from every command; null where none is kept. It sees what gWs and gFso do,
+    // and goes before them.
+    std::unique_ptr<history::History> History;
+    // What it has found left behind, until the user has been told.
+    history::History::Found HistoryFound;
 
     // Set by the stop button of the progress dialog, cleared by the stop path of the generation.
     bool StopRequested = false;

@@ -5,6 +5,7 @@
 #include "tools/FormatCommands.h"
 #include "tools/FormatLibraryCommands.h"
 #include "tools/GenerateCommand.h"
+#include "tools/HistoryCommands.h"
 #include "tools/ImportLegacyCommand.h"
 #include "tools/OutlineCommands.h"
 #include "tools/OutlineDragCommands.h"
@@ -23,8 +24,8 @@ std::vector<Command> commandTable() {
     for (const auto& group :
          {planCommands(), planDeletion(), importLegacyCommands(), outlineCommands(),
           outlineEditCommands(), outlineDragCommands(), templateCommands(), similarCommands(),
-          formatCommands(), formatLibraryCommands(), checkCommands(), generateCommands(),
-          docCommands(), pageCommands(), registryCommands()}) {
+          historyCommands(), formatCommands(), formatLibraryCommands(), checkCommands(),
+          generateCommands(), docCommands(), pageCommands(), registryCommands()}) {
         table.insert(table.end(), group.begin(), group.end());
     }
     return table;

@@ -71,7 +71,7 @@ ExitStatus renameNode(Session& session, const QStringList& words) {
 std::vector<Command> outlineEditCommands() {
     return {
         {"outline delete", "方案 键",
-         "删除节点和键以此开头的所有行，文档文件留在文件夹里；根节点即整个方案", deleteNode},
+         "删除节点，连同键以此开头的所有行，文档文件留在文件夹里；根节点即整个方案", deleteNode},
         {"outline rename", "方案 键 名称", "改节点的名称，键和文件不变", renameNode},
     };
 }

@@ -41,8 +41,11 @@ ExitStatus wrongUsage(Output& output, const QString& reason, const QString& usag
     return ExitStatus::wrongUsage;
 }
 
+// The meaning up to its first comma: "新建方案，并成为当前方案" is "新建方案" in the history.
+QString captionOf(const Command& command) { return command.meaning.section(u'，', 0, 0); }
+
 ExitStatus runCommand(const Command& command, const GlobalOptions& options, Output& output) {
-    Session session(options, output);
+    Session session(options, output, captionOf(command));
     try {
         const qsizetype nameLength = command.name.count(u' ') + 1;
         return command.run(session, options.words.mid(nameLength));

@@ -1,15 +1,34 @@
 #include "tools/Session.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "tools/ProgramRun.h"
 
 namespace qvnd::tools {
 
-Session::Session(const GlobalOptions& options, Output& output)
-    : options_(options), output_(output), messages_(output, options.yes), wait_(output) {}
+Session::Session(const GlobalOptions& options, Output& output, QString caption)
+    : options_(options), output_(output), caption_(std::move(caption)),
+      messages_(output, options.yes), wait_(output) {}
 
+// What the command did beyond what its name says is told at its end.
 Session::~Session() {
     if (program_) {
+        ignoringErrors([this] {
+            const std::optional<history::Step> step = recorded_->finish(messages_);
+            if (step && !step->note.isEmpty()) {
+                output_.note(step->note);
+            }
+        });
         program_->exit();
+    }
+}
+
+void Session::tellWhatWasMended() {
+    const history::History::Found& found = program_->state().HistoryFound;
+    if (found.unfinished) {
+        output_.note(QStringLiteral("上次运行没有做完“%1”就中断了；history undo 回到它之前。")
+                         .arg(found.unfinished->title));
+    } else if (found.restored) {
+        output_.note(QStringLiteral("上次运行在撤消或恢复时中断了，现已做完。"));
     }
 }
 
@@ -20,6 +39,9 @@ ProgramRun& Session::program() {
             throw StartFailed();
         }
         program_ = std::move(run);
+        tellWhatWasMended();
+        recorded_ = std::make_unique<outline::RecordedCommand>(
+            program_->state(), program_->workbench().TrvCurrent, caption_);
     }
     return *program_;
 }

@@ -5,6 +5,8 @@
 #include "tools/TerminalMessageBoxes.h"
 #include "tools/TerminalServices.h"
 
+#include "outline/RecordedCommand.h"
+
 #include <memory>
 
 namespace qvnd::tools {
@@ -17,7 +19,8 @@ struct StartFailed {};
 // One run of the tool, as a command sees it.
 class Session {
 public:
-    Session(const GlobalOptions& options, Output& output);
+    // `caption` names the command in the history.
+    Session(const GlobalOptions& options, Output& output, QString caption = {});
     ~Session(); // the orderly exit of a program that was started
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -31,11 +34,15 @@ public:
     ProgramRun& program();
 
 private:
+    void tellWhatWasMended();
+
     const GlobalOptions& options_;
     Output& output_;
+    QString caption_;
     TerminalMessageBoxes messages_;
     TerminalWait wait_;
     std::unique_ptr<ProgramRun> program_;
+    std::unique_ptr<outline::RecordedCommand> recorded_;
 };
 
 } // namespace qvnd::tools

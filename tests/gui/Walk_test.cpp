@@ -8,6 +8,7 @@
 #include "gui/support/HelpFile.h"
 #include "gui/support/ModalWindow.h"
 #include "gui/support/WindowWalk.h"
+#include "outline/windows/HistoryWindow.h"
 #include "outline/windows/dlgAddDocWindow.h"
 #include "plans/windows/DlgNewWindow.h"
 #include "platform/desktop/windows/HelpViewer.h"
@@ -27,6 +28,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTreeWidget>
 
 namespace qvnd::test {
 namespace {
@@ -102,6 +104,27 @@ void showDlgAddDoc(Program& program, outline::AddMode mode, const Look& look) {
     show(dialog, look);
 }
 
+// With one step chosen, of which something can be put back and taken out.
+void showHistory(Program&, const Look& look) {
+    using history::Change;
+    history::Step step;
+    step.id = 1;
+    step.time = QDateTime(QDate(2026, 2, 10), QTime(9, 30));
+    step.title = QStringLiteral("删除[施工部署]");
+    step.plan = QStringLiteral("甲");
+    step.note = QStringLiteral("同时移除了 1 个节点：质量保证");
+    const Change change{
+        Change::Kind::rowRemoved, "Db_UsTemplate.mdb", "甲", "甲.2", "施工部署", {}};
+    outline::HistoryWindow window({[=](const QString&) { return QList{step}; },
+                                   [=](std::int64_t) { return QList{change}; }, [] { return 2; },
+                                   [](const Change&) { return QStringLiteral("甲.2.doc"); }},
+                                  nullptr);
+    window.refresh();
+    auto* changes = window.findChild<QTreeWidget*>("historyChanges");
+    changes->setCurrentItem(changes->topLevelItem(0));
+    show(window, look);
+}
+
 void showFrmBidSet(Program& program, const Look& look) {
     DesktopWorld& world = program.world;
     format::frmBidSet dialog(program.state(), {program.messages, world.inputs, program.dialogs,
@@ -172,6 +195,7 @@ const Walked walkedWindows[] = {
      [](Program& program, const Look& look) {
          showDlgAddDoc(program, outline::AddMode::below, look);
      }},
+    {"HistoryWindow", showHistory},
     {"frmBidSet", showFrmBidSet},
     {"frmMultLevel",
      [](Program& program, const Look& look) {

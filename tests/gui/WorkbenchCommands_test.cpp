@@ -58,9 +58,9 @@ TEST_F(Workbench, TheFrameGetsTheMenusInTheirOrder) {
     for (const QAction* action : form->menus()[1]->actions()) {
         items << (action->menu() ? action->menu()->objectName() : action->objectName());
     }
-    EXPECT_EQ(items,
-              (QStringList{"mnuEQFolder", "mnuLTFolder", "mnuAddDoc", "mnuPaste", "mnuBrowseDoc",
-                           "mnuRename", "mnuEditDelete", "mnuSaveTemplate"}));
+    EXPECT_EQ(items, (QStringList{"mnuEQFolder", "mnuLTFolder", "mnuAddDoc", "mnuPaste",
+                                  "mnuBrowseDoc", "mnuRename", "mnuEditDelete", "mnuSaveTemplate",
+                                  "", "mnuUndo", "mnuRedo", "mnuHistory"}));
 }
 
 TEST_F(Workbench, TheTabsBearTheStatedTexts) {

@@ -47,6 +47,7 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
     setObjectName(u"frmBidEdit"_s);
     setWindowTitle(u"施工组织方案编辑"_s);
     setAccessibleName(windowTitle());
+    inTurn_.areAbout(edit_->TrvEdit);
     buildTree();
     buildSplitter();
     connectMenus();
@@ -105,7 +106,8 @@ void frmBidEdit::Load() {
 }
 
 void frmBidEdit::bind(QAction* action, const Event& event) {
-    connect(action, &QAction::triggered, this, [this, event] { run(event); });
+    connect(action, &QAction::triggered, this,
+            [this, action, event] { run(event, action->text()); });
 }
 
 void frmBidEdit::bindAtOnce(QAction* action, const Event& event) {
@@ -153,7 +155,7 @@ void frmBidEdit::connectToolbar() {
                 else if (atOnce.contains(key))
                     read([&] { edit_->runOfToolbar(atOnce.value(key)); });
                 else
-                    runOfToolbar(commands.value(key));
+                    runOfToolbar(commands.value(key), key);
             });
 }
 
@@ -186,11 +188,13 @@ void frmBidEdit::read(const Event& event) {
         applyCommands();
 }
 
-void frmBidEdit::run(const Event& event) {
-    const bool hasRun = inTurn_.run([&] {
-        edit_->keepPlanOpen();
-        event();
-    });
+void frmBidEdit::run(const Event& event, const QString& caption) {
+    const bool hasRun = inTurn_.run(
+        [&] {
+            edit_->keepPlanOpen();
+            event();
+        },
+        caption);
     if (hasRun)
         applyCommands();
 }
@@ -206,8 +210,8 @@ bool frmBidEdit::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-void frmBidEdit::runOfToolbar(const Event& event) {
-    run([&] { edit_->runOfToolbar(event); });
+void frmBidEdit::runOfToolbar(const Event& event, const QString& caption) {
+    run([&] { edit_->runOfToolbar(event); }, caption);
 }
 
 // A second one while the first runs is the logic's to refuse.
@@ -215,7 +219,7 @@ void frmBidEdit::generate() {
     if (parts_.program.word.isAtWork())
         edit_->mnuBuildbid();
     else
-        runOfToolbar([this] { build(); });
+        runOfToolbar([this] { build(); }, u"生成标书"_s);
 }
 
 // What did not come in whole raises no boxes of its own, so the report is shown. Lists of the

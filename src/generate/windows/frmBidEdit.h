@@ -97,9 +97,10 @@ private:
 
     // The two kinds of events; see CommandsInTurn.
     void read(const Event& event);
-    void run(const Event& event);
+    // `caption` names the command in the history.
+    void run(const Event& event, const QString& caption = QStringLiteral("方案编辑"));
     // The same for a command of the toolbar, under its own error routine.
-    void runOfToolbar(const Event& event);
+    void runOfToolbar(const Event& event, const QString& caption);
     void seeOtherPrograms();
     void generate();
     void build();

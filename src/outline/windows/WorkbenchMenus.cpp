@@ -55,6 +55,10 @@ WorkbenchMenus::WorkbenchMenus(QWidget& window) {
     mnuRename = item(*mnuSysEdit, u"mnuRename"_s, u"重命名"_s, u"rename"_s);
     mnuEditDelete = item(*mnuSysEdit, u"mnuEditDelete"_s, u"删除"_s, u"delete"_s);
     mnuSaveTemplate = item(*mnuSysEdit, u"mnuSaveTemplate"_s, u"存入方案模板"_s);
+    mnuSysEdit->addSeparator();
+    mnuUndo = item(*mnuSysEdit, u"mnuUndo"_s, u"撤消"_s);
+    mnuRedo = item(*mnuSysEdit, u"mnuRedo"_s, u"恢复"_s);
+    mnuHistory = item(*mnuSysEdit, u"mnuHistory"_s, u"操作历史(&H)..."_s);
 
     mnuWin = menu(window, u"mnuWin"_s, u"窗口(&W)"_s);
     mnuChongDie = item(*mnuWin, u"mnuChongDie"_s, u"重叠"_s);
@@ -85,6 +89,8 @@ void WorkbenchMenus::showKeys() {
     shows(mnuCopy, QKeySequence::Copy);
     shows(mnuPaste, QKeySequence::Paste);
     mnuNew->setShortcut(QKeySequence::New);
+    mnuUndo->setShortcut(u"Ctrl+Z"_s);
+    mnuRedo->setShortcuts({u"Ctrl+Shift+Z"_s, u"Ctrl+Y"_s});
 }
 
 void WorkbenchMenus::apply(const Workbench& workbench) {
@@ -101,6 +107,16 @@ void WorkbenchMenus::apply(const Workbench& workbench) {
     mnuEditDelete->setEnabled(workbench.mnuEditDelete);
     mnuSaveTemplate->setEnabled(workbench.mnuSaveTemplate);
     mnuBroTemplate->setVisible(workbench.mnuBroTemplate);
+}
+
+void WorkbenchMenus::applyHistory(const QString& undo, const QString& redo) {
+    // A name may have an ampersand, which a menu takes for a mnemonic.
+    const auto show = [](QAction* item, const QString& caption, QString title) {
+        item->setEnabled(!title.isEmpty());
+        item->setText((caption + u' ' + title.replace(u'&', u"&&"_s)).trimmed());
+    };
+    show(mnuUndo, u"撤消"_s, undo);
+    show(mnuRedo, u"恢复"_s, redo);
 }
 
 void WorkbenchMenus::popUpOnlyMnuNew(const QPoint& place) {

@@ -17,6 +17,8 @@ public:
     QList<QMenu*> menuBar() const { return {mnuSys, mnuSysEdit, mnuWin, mnuHelp}; }
     // Opens and closes the items as the workbench says.
     void apply(const Workbench& workbench);
+    // What 撤消 and 恢复 would take; empty when there is nothing.
+    void applyHistory(const QString& undo, const QString& redo);
     // Pops mnuSys up with mnuNew as its only item; the others come back when it closes.
     void popUpOnlyMnuNew(const QPoint& place);
 
@@ -39,6 +41,9 @@ public:
     QAction* mnuRename;
     QAction* mnuEditDelete;
     QAction* mnuSaveTemplate;
+    QAction* mnuUndo;
+    QAction* mnuRedo;
+    QAction* mnuHistory;
 
     QMenu* mnuWin;
     QAction* mnuChongDie;

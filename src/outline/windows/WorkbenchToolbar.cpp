@@ -1,6 +1,9 @@
 #include "outline/windows/WorkbenchToolbar.h"
 
 #include "outline/Workbench.h"
+#include "outline/windows/OutlineIcons.h"
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -31,10 +34,39 @@ std::vector<CommandToolbar::Button> buttons() {
 } // namespace
 
 WorkbenchToolbar::WorkbenchToolbar(QWidget* parent)
-    : CommandToolbar(u"TbarBid"_s, buttons(), parent) {}
+    : CommandToolbar(u"TbarBid"_s, buttons(), parent) {
+    addSeparator();
+    undo_ = addBehind(u"撤消"_s, u"undo"_s);
+    redo_ = addBehind(u"恢复"_s, u"redo"_s);
+}
+
+QAction* WorkbenchToolbar::addBehind(const QString& key, const QString& icon) {
+    QAction* action = addAction(commandIcon(icon), key);
+    action->setObjectName(objectName() + u'_' + key);
+    QWidget* face = widgetForAction(action);
+    face->setAccessibleName(key);
+    face->setFocusPolicy(Qt::TabFocus);
+    return action;
+}
+
+QString WorkbenchToolbar::tipOf(const QString& key) const {
+    const QList<QAction*> all = actions();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const QAction* action) { return action->text() == key; });
+    return found == all.end() ? QString() : (*found)->toolTip();
+}
+
+void WorkbenchToolbar::applyHistory(const QString& undo, const QString& redo) {
+    const auto show = [](QAction* action, const QString& key, const QString& title) {
+        action->setEnabled(!title.isEmpty());
+        action->setToolTip((key + u' ' + title).trimmed());
+    };
+    show(undo_, u"撤消"_s, undo);
+    show(redo_, u"恢复"_s, redo);
+}
 
 void WorkbenchToolbar::apply(const Workbench& workbench) {
-    for (int position = 1; position <= actions().size(); ++position) {
+    for (int position = 1; position <= positions; ++position) {
         at(position)->setEnabled(workbench.TbarBid[static_cast<std::size_t>(position)]);
     }
 }

@@ -5,6 +5,8 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/windows/EmptyPlanHint.h"
+#include "outline/windows/HistoryWindow.h"
+#include "outline/windows/NoteBar.h"
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/SplitterBar.h"
 #include "outline/windows/WorkbenchFrame.h"
@@ -64,16 +66,19 @@ frmBid::frmBid(const Parts& parts, QWidget* parent)
     buildTrees();
     buildButtons();
     buildBars();
+    note_ = new NoteBar(this);
     setOrder();
     connectMenus();
     connectTabs();
     connectToolbar();
+    connectHistory();
     connectTrvCurrent();
     connectRenaming();
     connectDragging();
     connectOpening();
     connectTrvTemplate();
     connectTrvTemplate_Us();
+    noted_ = latestStep().id;
     applyCommands();
 }
 
@@ -182,8 +187,10 @@ void frmBid::buildBars() {
 
 void frmBid::setOrder() {
     QList<QWidget*> order{TrvCurrent_};
-    for (QPushButton* button : hint_->findChildren<QPushButton*>()) {
-        order << button;
+    for (const QWidget* owner : QList<const QWidget*>{hint_, note_}) {
+        for (QPushButton* button : owner->findChildren<QPushButton*>()) {
+            order << button;
+        }
     }
     order << QList<QWidget*>{TabTemplate_->tabBar(),
                              TrvTemplate_,
@@ -205,13 +212,15 @@ void frmBid::focusInEvent(QFocusEvent* event) {
 
 void frmBid::Load() {
     TabTemplate_->setCurrentIndex(0);
-    load([this] { loadWorkbench(state_, workbench_, services_.messages, services_.splash); });
+    load([this] { loadWorkbench(state_, workbench_, services_.messages, services_.splash); },
+         u"启动"_s);
+    tellWhatWasMended();
     TabTemplate_->setCurrentIndex(0);
     TrvCurrent_->setFocus();
 }
 
 void frmBid::OpenPlanInfo() {
-    run([this] { commands_.OpenPlanInfo(); });
+    run([this] { commands_.OpenPlanInfo(); }, u"工程信息"_s);
 }
 
 // A command may have selected another node.
@@ -235,23 +244,25 @@ void frmBid::read(const std::function<void()>& event) {
     }
 }
 
-void frmBid::run(const std::function<void()>& event) {
+void frmBid::run(const std::function<void()>& event, const QString& caption) {
     if (state_.Command.isRunning()) {
         return;
     }
     const CommandsInTurn::Gesture gesture(inTurn_);
     TrvCurrent_->FinishLabelEdit();
     const bool hasRun = inTurn_.run(thenFollow([&] {
-        others_.keepPlanOpen();
-        event();
-    }));
+                                        others_.keepPlanOpen();
+                                        event();
+                                    }),
+                                    caption);
     if (hasRun) {
+        tellWhatWasMended();
         applyCommands();
     }
 }
 
-void frmBid::load(const std::function<void()>& event) {
-    if (inTurn_.runWithoutLook(thenFollow(event))) {
+void frmBid::load(const std::function<void()>& event, const QString& caption) {
+    if (inTurn_.runWithoutLook(thenFollow(event), caption)) {
         applyCommands();
     }
 }
@@ -266,6 +277,7 @@ bool frmBid::lookAtOthers() {
 }
 
 void frmBid::seeOtherPrograms() {
+    tellLatestStep();
     if (inTurn_.look()) {
         applyCommands();
         frame_.showStatus(u"另一个程序改动了方案或模板，现在显示的是改动后的内容。"_s);
@@ -277,14 +289,18 @@ void frmBid::applyCommands() {
     TbarBid_->apply(workbench_);
     cmdEdit_->setEnabled(workbench_.cmdEdit);
     hint_->apply(workbench_);
+    applyHistory();
 }
 
 void frmBid::place() {
     const WorkbenchLayout::Places places = layout_.places();
+    const QRect upper = places.TabCurrent.united(places.fraSee);
+    const int note = note_->wantedHeight(upper.width());
     TbarBid_->setGeometry(places.TbarBid);
-    TabCurrent_->setGeometry(places.TabCurrent);
-    lblResize_->setGeometry(places.lblResize);
-    fraSee_->setGeometry(places.fraSee);
+    TabCurrent_->setGeometry(places.TabCurrent.adjusted(0, 0, 0, -note));
+    lblResize_->setGeometry(places.lblResize.adjusted(0, 0, 0, -note));
+    fraSee_->setGeometry(places.fraSee.adjusted(0, 0, 0, -note));
+    note_->setGeometry(upper.adjusted(0, upper.height() - note, 0, 0));
     imgSpliter_->setGeometry(places.imgSpliter);
     TabTemplate_->setGeometry(places.TabTemplate);
     cmdEdit_->setGeometry(places.cmdEdit);
@@ -296,6 +312,11 @@ void frmBid::resizeEvent(QResizeEvent* event) {
     if (layout_.resize(size())) {
         place();
     }
+}
+
+void frmBid::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    tellLatestStep();
 }
 
 bool frmBid::event(QEvent* event) {

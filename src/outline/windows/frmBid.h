@@ -6,7 +6,9 @@
 #include "outline/windows/WorkbenchCommands.h"
 #include "outline/windows/WorkbenchLayout.h"
 #include "outline/windows/WorkbenchMenus.h"
+#include "platform/history/Step.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
@@ -17,6 +19,8 @@ class QTabWidget;
 namespace qvnd::outline {
 
 class EmptyPlanHint;
+class HistoryWindow;
+class NoteBar;
 class PreviewFrame;
 class SplitterBar;
 class WorkbenchToolbar;
@@ -69,6 +73,7 @@ public:
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     bool event(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
@@ -83,6 +88,7 @@ private:
     void connectMenus();
     void connectTabs();
     void connectToolbar();
+    void connectHistory();
     void connectTrvCurrent();
     void connectRenaming();
     void connectDragging();
@@ -90,15 +96,36 @@ private:
     void connectTrvTemplate();
     void connectTrvTemplate_Us();
     void bind(QAction* action, CommandOfMenu command);
+    // With a caption that says more than the item does without its menu.
+    void bind(QAction* action, CommandOfMenu command, const QString& caption);
     void bindAtOnce(QAction* action, CommandOfMenu command);
     // The two kinds of events; see CommandsInTurn. A name that is being typed is taken over before.
     void read(const std::function<void()>& event);
-    void run(const std::function<void()>& event);
+    // `caption` names the command in the history.
+    void run(const std::function<void()>& event, const QString& caption = QStringLiteral("操作"));
     // For a command that is not to look at what other programs have done.
-    void load(const std::function<void()>& event);
+    void load(const std::function<void()>& event, const QString& caption);
     CommandsInTurn::Event thenFollow(const std::function<void()>& event);
     void seeOtherPrograms();
     bool lookAtOthers();
+
+    // What stands behind the history's items, buttons and window.
+    void takeBack();
+    void doAgain();
+    void showHistory();
+    void showDetails();
+    void goBefore(std::int64_t step);
+    void goBehind(std::int64_t step);
+    void goTo(std::int64_t step, const QString& done);
+    void putBackOne(std::int64_t step, const history::Change& change);
+    void takeOut(std::int64_t step, const QString& file, const QString& name);
+    void refreshHistoryWindow();
+    void applyHistory();
+    void tellWhatWasMended();
+    void tellStep(const history::Step& step);
+    void tellLatestStep();
+    // The one that 撤消 would take; the beginning without one.
+    history::Step latestStep() const;
 
     void trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place);
     void trvCurrentKeyDown(int code);
@@ -125,6 +152,9 @@ private:
     OutlineModel* currentModel_;
     OutlineView* TrvCurrent_;
     EmptyPlanHint* hint_;
+    NoteBar* note_;
+    std::int64_t noted_ = history::beginning; // the step that the bar tells of
+    QPointer<HistoryWindow> historyWindow_;
     OutlineView* TrvTemplate_;
     OutlineView* TrvTemplate_Us_;
     QTabWidget* TabCurrent_;

@@ -9,6 +9,7 @@
 #include "outline/TrvCurrentEvents.h"
 #include "outline/TrvTemplateEvents.h"
 #include "outline/TrvTemplate_UsEvents.h"
+#include "outline/windows/NoteBar.h"
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/WorkbenchToolbar.h"
@@ -57,9 +58,12 @@ QAction* offer(const QTabWidget& tabs, const QString& name, const QString& capti
 
 } // namespace
 
-void frmBid::bind(QAction* action, CommandOfMenu command) {
-    connect(action, &QAction::triggered, this,
-            [this, command] { run([this, command] { (commands_.*command)(); }); });
+void frmBid::bind(QAction* action, CommandOfMenu command) { bind(action, command, action->text()); }
+
+void frmBid::bind(QAction* action, CommandOfMenu command, const QString& caption) {
+    connect(action, &QAction::triggered, this, [this, command, caption] {
+        run([this, command] { (commands_.*command)(); }, caption);
+    });
 }
 
 void frmBid::bindAtOnce(QAction* action, CommandOfMenu command) {
@@ -74,8 +78,8 @@ void frmBid::connectMenus() {
     bindAtOnce(menus_.mnuExit, &WorkbenchCommands::mnuExit);
     bind(menus_.mnuEQFolder, &WorkbenchCommands::mnuEQFolder);
     bind(menus_.mnuLTFolder, &WorkbenchCommands::mnuLTFolder);
-    bind(menus_.mnuEQDoc, &WorkbenchCommands::mnuEQDoc);
-    bind(menus_.mnuLTDoc, &WorkbenchCommands::mnuLTDoc);
+    bind(menus_.mnuEQDoc, &WorkbenchCommands::mnuEQDoc, u"添加同级文档"_s);
+    bind(menus_.mnuLTDoc, &WorkbenchCommands::mnuLTDoc, u"添加下级文档"_s);
     bind(menus_.mnuPaste, &WorkbenchCommands::mnuPaste);
     bind(menus_.mnuBrowseDoc, &WorkbenchCommands::mnuBrowseDoc);
     connect(menus_.mnuRename, &QAction::triggered, this, &frmBid::rename);
@@ -87,7 +91,7 @@ void frmBid::connectMenus() {
     bindAtOnce(menus_.mnuIndex, &WorkbenchCommands::mnuIndex);
     bindAtOnce(menus_.mnuAbout, &WorkbenchCommands::mnuAbout);
     bindAtOnce(menus_.mnuCopy, &WorkbenchCommands::mnuCopy);
-    bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate);
+    bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate, u"删除模板"_s);
     bind(menus_.mnuBroTemplate, &WorkbenchCommands::mnuBroTemplate);
     onKey(*TrvTemplate_, QKeySequence::Copy, [this] { menus_.mnuCopy->trigger(); });
     onKey(*TrvCurrent_, QKeySequence::Paste, [this] { menus_.mnuPaste->trigger(); });
@@ -114,6 +118,19 @@ void frmBid::connectTabs() {
     bind(conversion, &WorkbenchCommands::convertOldData);
 }
 
+void frmBid::connectHistory() {
+    inTurn_.areAbout(workbench_.TrvCurrent);
+    inTurn_.onStep([this](const history::Step& step) { tellStep(step); });
+    connect(menus_.mnuUndo, &QAction::triggered, this, &frmBid::takeBack);
+    connect(menus_.mnuRedo, &QAction::triggered, this, &frmBid::doAgain);
+    connect(menus_.mnuHistory, &QAction::triggered, this, &frmBid::showHistory);
+    connect(TbarBid_->undo(), &QAction::triggered, this, &frmBid::takeBack);
+    connect(TbarBid_->redo(), &QAction::triggered, this, &frmBid::doAgain);
+    connect(note_, &NoteBar::changed, this, &frmBid::place);
+    connect(note_, &NoteBar::undo, this, &frmBid::takeBack);
+    connect(note_, &NoteBar::details, this, &frmBid::showDetails);
+}
+
 void frmBid::connectToolbar() {
     static const QHash<QString, CommandOfMenu> atOnce{
         {u"复制"_s, &WorkbenchCommands::mnuCopy},
@@ -131,7 +148,7 @@ void frmBid::connectToolbar() {
     };
     connect(TbarBid_, &WorkbenchToolbar::buttonClick, this, [this](const QString& key) {
         if (const CommandOfMenu command = commands.value(key)) {
-            run([this, command] { (commands_.*command)(); });
+            run([this, command] { (commands_.*command)(); }, TbarBid_->tipOf(key));
         } else if (const CommandOfMenu shown = atOnce.value(key)) {
             read([this, shown] { (commands_.*shown)(); });
         } else {
@@ -163,10 +180,10 @@ void frmBid::trvCurrentKeyDown(int code) {
         }
         break;
     case OutlineView::keyEnter:
-        run([&] { events.DblClick(); });
+        run([&] { events.DblClick(); }, u"浏览"_s);
         break;
     default:
-        run([&] { events.KeyDown(code); });
+        run([&] { events.KeyDown(code); }, menus_.mnuEditDelete->text());
     }
 }
 
@@ -182,7 +199,8 @@ void frmBid::connectTrvCurrent() {
         read([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).Click(); });
     });
     connect(TrvCurrent_, &OutlineView::dblClick, this, [this] {
-        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).DblClick(); });
+        run([&] { TrvCurrentEvents(state_, workbench_, services_, preview_).DblClick(); },
+            u"浏览"_s);
     });
 }
 
@@ -208,10 +226,12 @@ void frmBid::connectRenaming() {
 
 void frmBid::takeName(const QString& name) {
     bool isHandled = false;
-    const bool hasRun = inTurn_.run(thenFollow([&] {
-        isHandled = true;
-        AfterLabelEdit(state_, workbench_, services_.messages, name);
-    }));
+    const bool hasRun =
+        inTurn_.run(thenFollow([&] {
+                        isHandled = true;
+                        AfterLabelEdit(state_, workbench_, services_.messages, name);
+                    }),
+                    menus_.mnuRename->text());
     if (hasRun) {
         applyCommands();
     }
@@ -252,10 +272,10 @@ void frmBid::connectTrvTemplate() {
     connect(TrvTemplate_, &OutlineView::click, this,
             [this, events] { read([&] { events().Click(); }); });
     connect(TrvTemplate_, &OutlineView::dblClick, this,
-            [this, events] { run([&] { events().DblClick(); }); });
+            [this, events] { run([&] { events().DblClick(); }, u"浏览模板"_s); });
     connect(TrvTemplate_, &OutlineView::keyDown, this, [this, events](int code) {
         if (code == OutlineView::keyEnter) {
-            run([&] { events().DblClick(); });
+            run([&] { events().DblClick(); }, u"浏览模板"_s);
         }
     });
     connect(TrvTemplate_, &OutlineView::mouseUp, this,
@@ -301,7 +321,7 @@ void frmBid::trvTemplate_UsNodeClick(OutlineNode* node) {
     bool writes = true;
     read([&] { writes = opensPlan(state_, *node); });
     if (writes) {
-        run(click);
+        run(click, u"打开方案"_s);
     } else {
         read(click);
     }
@@ -316,7 +336,7 @@ void frmBid::connectDragging() {
         }
     });
     connect(TrvCurrent_, &OutlineView::oleDragDrop, this,
-            [this](OutlineNode* node) { run([&] { commands_.drop(node); }); });
+            [this](OutlineNode* node) { run([&] { commands_.drop(node); }, u"拖放"_s); });
     connect(TrvCurrent_, &OutlineView::dropTargetGone, this, [this] {
         read([this] {
             workbench_.dragKey.clear(); // or the next drop would count as the end of this drag
@@ -326,7 +346,7 @@ void frmBid::connectDragging() {
     });
     connect(TrvCurrent_, &OutlineView::filesDropped, this,
             [this](const OutlineNode* node, const QStringList& files) {
-                run([&] { commands_.addFiles(node, files); });
+                run([&] { commands_.addFiles(node, files); }, u"添加文档"_s);
             });
 }
 

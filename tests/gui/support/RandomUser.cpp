@@ -71,6 +71,7 @@ const std::vector<RandomUser::Deed>& RandomUser::deeds() {
         {"open a window", 6, &RandomUser::openWindow},
         {"read the help", 2, &RandomUser::readHelp},
         {"read findings", 4, &RandomUser::readFindings},
+        {"go through the history", 4, &RandomUser::readHistory},
     };
     return all;
 }
@@ -387,6 +388,8 @@ void RandomUser::pressKey() {
                                        {Qt::Key_H, Qt::AltModifier},
                                        {Qt::Key_Return, Qt::AltModifier},
                                        {Qt::Key_N, Qt::ControlModifier},
+                                       {Qt::Key_Z, Qt::ControlModifier},
+                                       {Qt::Key_Y, Qt::ControlModifier},
                                        {Qt::Key_F4, Qt::ControlModifier},
                                        {Qt::Key_W, Qt::ControlModifier},
                                        {Qt::Key_Tab, Qt::ControlModifier}};
@@ -616,10 +619,10 @@ void RandomUser::close() {
 
 // Those that chance comes to seldom.
 void RandomUser::openWindow() {
-    static const QStringList openers{"mnuNew",       "mnuAbout",   "OpenPlanInfo", "mnuLTFolder",
-                                     "mnuEQFolder",  "mnuLTDoc",   "mnuContent",   "mnuEdit",
-                                     "mnuBuildbid",  "mnuBidLike", "mnuCheck",     "mnuReport",
-                                     "mnuBrowsebid", "mnuPdf"};
+    static const QStringList openers{
+        "mnuNew",       "mnuAbout", "OpenPlanInfo", "mnuLTFolder", "mnuEQFolder", "mnuLTDoc",
+        "mnuContent",   "mnuEdit",  "mnuBuildbid",  "mnuBidLike",  "mnuCheck",    "mnuReport",
+        "mnuBrowsebid", "mnuPdf",   "mnuHistory",   "mnuUndo",     "mnuRedo"};
     auto* opener = world_.mainForm().findChild<QAction*>(dice_.oneOf(openers));
     if (opener && opener->isEnabled()) {
         opener->trigger();
@@ -629,6 +632,8 @@ void RandomUser::openWindow() {
 void RandomUser::readHelp() { read({"HelpWindow"}); }
 
 void RandomUser::readFindings() { read({"dlgCheck", "dlgReport"}); }
+
+void RandomUser::readHistory() { read({"HistoryWindow"}); }
 
 // One of these windows that is open beside the others.
 void RandomUser::read(const QStringList& windows) {

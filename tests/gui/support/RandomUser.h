@@ -105,6 +105,7 @@ private:
     void openWindow();
     void readHelp();
     void readFindings();
+    void readHistory();
     void read(const QStringList& windows);
     // While a generation lets events run.
     void meetProgress();

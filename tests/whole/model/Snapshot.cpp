@@ -194,7 +194,7 @@ void RealSnapshots::addDatabase(Snapshot& snapshot, const QString& name, const Q
 void RealSnapshots::addFolders(Snapshot& snapshot, const QString& label, const QString& folder) {
     const auto everything = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     for (const QString& name : QDir(folder).entryList(everything | QDir::Dirs, QDir::Name)) {
-        if (name == "Db_UsTemplate.mdb") {
+        if (name == "Db_UsTemplate.mdb" || name == ".~history") {
             continue;
         }
         QStringList& files = snapshot[label + " folder " + name];

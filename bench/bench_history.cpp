@@ -1,0 +1,82 @@
+// What recording a command costs beside the command itself, on plans of 200 and 2,000 documents:
+// a folder is added beside the first node, which moves every row behind it, and taken back.
+
+#include "outline/RecordedCommand.h"
+#include "outline/TakeBack.h"
+#include "outline/dlgAddDoc.h"
+#include "support/OutlineWorld.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QElapsedTimer>
+
+namespace {
+
+using namespace qvnd;
+
+enum class History { kept, none };
+
+class LargePlan {
+public:
+    LargePlan(int documents, History history) {
+        std::vector<test::OutlineRowText> rows{{"T", "T"}};
+        for (int i = 1; i <= documents; ++i) {
+            const QString key = "T." + QString::number(i);
+            rows.push_back({key, "施工部署" + QString::number(i), "是"});
+            world.folder.write("用户模板/T/" + key + ".doc", "text");
+        }
+        world.makePlan("T", rows);
+        if (history == History::kept) {
+            world.state.History =
+                std::make_unique<history::History>(world.state.gUserTplPath + ".~history",
+                                                   history::Places({{'A', world.folder.root()}}),
+                                                   *world.state.gWs, *world.state.gFso, "bench");
+        }
+        world.openPlan("T", "T.1");
+    }
+    ~LargePlan() { world.state.History.reset(); }
+
+    // Seconds that the command takes.
+    double addFolder() {
+        QElapsedTimer time;
+        time.start();
+        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "添加");
+        world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item("T.1"));
+        outline::dlgAddDoc(world.state, world.workbench, world.services(), outline::AddMode::beside)
+            .OK("新" + QString::number(++number_));
+        world.state.gWs->Settle();
+        recorded.finish(world.messages);
+        return static_cast<double>(time.nsecsElapsed()) / 1e9;
+    }
+
+    test::OutlineWorld world;
+
+private:
+    int number_ = 0;
+};
+
+// What is left when the time of the same command without a history is taken off.
+void recording(benchmark::State& state) {
+    const int documents = static_cast<int>(state.range(0));
+    LargePlan recorded(documents, History::kept);
+    LargePlan plain(documents, History::none);
+    for (auto _ : state) {
+        const double alone = plain.addFolder();
+        state.SetIterationTime(std::max(0.0, recorded.addFolder() - alone));
+    }
+}
+BENCHMARK(recording)->Arg(200)->Arg(2000)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void undoAndRedo(benchmark::State& state) {
+    LargePlan plan(static_cast<int>(state.range(0)), History::kept);
+    plan.addFolder();
+    for (auto _ : state) {
+        outline::undo(plan.world.state, plan.world.workbench, plan.world.services());
+        outline::redo(plan.world.state, plan.world.workbench, plan.world.services());
+    }
+}
+BENCHMARK(undoAndRedo)->Arg(200)->Arg(2000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+BENCHMARK_MAIN();

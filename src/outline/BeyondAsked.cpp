@@ -1,0 +1,236 @@
+#include "outline/BeyondAsked.h"
+
+#include "outline/OutlineKeys.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+#include <QStringList>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::outline {
+
+namespace {
+
+using history::Change;
+using Kind = history::Change::Kind;
+
+// More names are only counted.
+constexpr qsizetype mostNames = 5;
+
+QString listed(const QStringList& names) {
+    const QString rest = names.size() > mostNames ? u"等"_s : QString();
+    return names.mid(0, mostNames).join(u"、"_s) + rest;
+}
+
+bool isOutlineRow(const Change& change) {
+    return !change.key.isEmpty() && !change.table.isEmpty() && change.table != u"temp"_s;
+}
+
+bool isBelow(const QString& node, const QString& key) {
+    return !node.isEmpty() && (key == node || key.startsWith(node + u'.'));
+}
+
+bool isOfTemplates(const Change& change) {
+    return change.database.compare(u"Db_Template.mdb"_s, Qt::CaseInsensitive) == 0;
+}
+
+class Words {
+public:
+    Words(const history::CommandFrame& frame, const QList<Change>& changes, const OutlineNow& rows)
+        : frame_(frame), changes_(changes), rows_(rows),
+          isDeletion_(frame.caption.contains(u"删除"_s)) {
+        for (const Change& change : changes) {
+            if (change.kind == Kind::tableDropped) {
+                dropped_ << change.table;
+            } else if (change.kind == Kind::tableMade) {
+                made_ << change.table;
+            } else if (change.kind == Kind::rowAdded && isOutlineRow(change)) {
+                came_ << change.name;
+                keysThatCame_ << change.key;
+            } else if (change.kind == Kind::rowRemoved) {
+                keysThatWent_ << change.key;
+            }
+        }
+    }
+
+    QString all() {
+        tellRows();
+        tellUnreachable();
+        tellOutlines();
+        tellFiles();
+        return sentences_.join(u'\n');
+    }
+
+private:
+    // The command's word says that the selected node goes, with what is below it. Which node of a
+    // template that is, the rows tell: they went by the characters that their keys begin with, and
+    // so its own key is the shortest.
+    bool isAskedFor(const Change& change) const {
+        if (!isDeletion_) {
+            return false;
+        }
+        return isBelow(frame_.selectedKey, change.key) ||
+               (isOfTemplates(change) && isBelow(shortestKeyThatWent(change.table), change.key));
+    }
+    QString shortestKeyThatWent(const QString& table) const {
+        QString shortest;
+        for (const Change& change : changes_) {
+            if (change.kind == Kind::rowRemoved && isOfTemplates(change) && change.table == table &&
+                (shortest.isEmpty() || change.key.size() < shortest.size())) {
+                shortest = change.key;
+            }
+        }
+        return shortest;
+    }
+    // A row that was moved is gone under its old key and there under a new one.
+    void tellRows() {
+        QStringList gone;
+        QStringList arrived = came_;
+        for (const Change& change : changes_) {
+            if (change.kind != Kind::rowRemoved || !isOutlineRow(change) ||
+                dropped_.contains(change.table) || isAskedFor(change)) {
+                continue;
+            }
+            if (!arrived.removeOne(change.name)) {
+                gone << change.name;
+            }
+        }
+        if (!gone.isEmpty()) {
+            sentences_ << u"同时移除了 %1 个节点：%2"_s.arg(gone.size()).arg(listed(gone));
+        }
+    }
+    bool hasLostAncestor(QString key) const {
+        while (depthOfKey(key) > 0) {
+            key = parentKeyOf(key);
+            if (keysThatWent_.contains(key) && !keysThatCame_.contains(key)) {
+                return true;
+            }
+        }
+        return false;
+    }
+    void tellUnreachable() {
+        QSet<std::pair<QString, QString>> outlines; // that have lost rows, with their databases
+        for (const Change& change : changes_) {
+            if (change.kind == Kind::rowRemoved && isOutlineRow(change) &&
+                !dropped_.contains(change.table)) {
+                outlines << std::pair(change.database, change.table);
+            }
+        }
+        QStringList lost;
+        for (const auto& [database, outline] : outlines) {
+            for (const auto& [key, name] : rows_(database, outline)) {
+                if (hasLostAncestor(key)) {
+                    lost << name;
+                }
+            }
+        }
+        if (!lost.isEmpty()) {
+            sentences_ << u"%1 个节点的上级已不在，大纲中不再显示：%2"_s.arg(lost.size())
+                              .arg(listed(lost));
+        }
+    }
+    // Of the tables, those that are outlines of their own.
+    static QStringList outlinesIn(const QStringList& tables) {
+        QStringList outlines;
+        for (const QString& table : tables) {
+            const bool isInformation =
+                table.endsWith(u"Org"_s) && tables.contains(table.chopped(3));
+            if (!isInformation && table != u"temp"_s) {
+                outlines << table;
+            }
+        }
+        return outlines;
+    }
+    // The plan or template that a deletion is about. Deleting a template as a whole refreshes
+    // nothing, so it is the only outline to go.
+    bool isAskedFor(const QString& outline, const QStringList& all) const {
+        const bool isPlan = outline == frame_.plan &&
+                            (frame_.selectedKey.isEmpty() || depthOfKey(frame_.selectedKey) == 0);
+        return isDeletion_ && (isPlan || all.size() == 1) && keysThatWentElsewhere(outline) == 0;
+    }
+    qsizetype keysThatWentElsewhere(const QString& outline) const {
+        return std::count_if(changes_.begin(), changes_.end(), [&](const Change& change) {
+            return change.kind == Kind::rowRemoved && isOutlineRow(change) &&
+                   change.table != outline && !dropped_.contains(change.table);
+        });
+    }
+    // Names that left the list of outlines because there was no table of theirs any more.
+    QStringList namesWithoutTable() const {
+        QStringList names;
+        for (const Change& change : changes_) {
+            if (change.kind == Kind::rowRemoved && change.table == u"遍历表"_s &&
+                !dropped_.contains(change.name)) {
+                names << change.name;
+            }
+        }
+        return names;
+    }
+    void tellOutlines() {
+        QStringList forgotten = outlinesIn(dropped_) + namesWithoutTable();
+        const QStringList all = forgotten;
+        forgotten.removeIf([&](const QString& outline) { return isAskedFor(outline, all); });
+        if (!forgotten.isEmpty()) {
+            sentences_ << u"文件夹或表已不在，因此不再记录大纲：%1"_s.arg(listed(forgotten));
+        }
+        const QStringList adopted = outlinesIn(made_);
+        if (isStart_ && !adopted.isEmpty()) {
+            sentences_ << u"列入了文件夹中的大纲：%1"_s.arg(listed(adopted));
+        }
+    }
+    void tellFiles() {
+        QStringList replaced;
+        QStringList gone;
+        QStringList stray;
+        for (const Change& change : changes_) {
+            if (change.kind == Kind::fileReplaced) {
+                replaced << change.name;
+            } else if (change.kind == Kind::fileRemoved && !isDeletion_ &&
+                       !keysThatWent_.contains(keyOf(change))) {
+                gone << change.name;
+            } else if (change.kind == Kind::fileAdded &&
+                       change.name.endsWith(u".doc"_s, Qt::CaseInsensitive) && isNodeFile(change) &&
+                       !keysThatCame_.contains(keyOf(change))) {
+                stray << change.name;
+            }
+        }
+        if (!replaced.isEmpty()) {
+            sentences_ << u"覆盖了 %1 个文件：%2"_s.arg(replaced.size()).arg(listed(replaced));
+        }
+        if (!gone.isEmpty()) {
+            sentences_ << u"删去了 %1 个文件：%2"_s.arg(gone.size()).arg(listed(gone));
+        }
+        if (!stray.isEmpty()) {
+            sentences_ << u"留下了没有节点的文件：%1"_s.arg(listed(stray));
+        }
+    }
+    static QString keyOf(const Change& file) { return QFileInfo(file.key).completeBaseName(); }
+    // The file of a node bears its key, which begins with the name of its folder.
+    static bool isNodeFile(const Change& file) {
+        return tableOfKey(keyOf(file)) == QFileInfo(file.key).dir().dirName();
+    }
+
+    const history::CommandFrame& frame_;
+    const QList<Change>& changes_;
+    const OutlineNow& rows_;
+    bool isDeletion_;
+    bool isStart_ = frame_.caption == u"启动"_s;
+    QStringList dropped_;
+    QStringList made_;
+    QStringList came_;
+    QSet<QString> keysThatCame_;
+    QSet<QString> keysThatWent_;
+    QStringList sentences_;
+};
+
+} // namespace
+
+QString beyondAsked(const history::CommandFrame& frame, const QList<history::Change>& changes,
+                    const OutlineNow& rows) {
+    return Words(frame, changes, rows).all();
+}
+
+} // namespace qvnd::outline

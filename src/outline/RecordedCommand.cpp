@@ -1,0 +1,112 @@
+#include "outline/RecordedCommand.h"
+
+#include "outline/BeyondAsked.h"
+#include "outline/QueryText.h"
+#include "platform/error/IgnoringErrors.h"
+#include "store/Names.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::outline {
+
+namespace {
+
+QString selectedKey(const OutlineTree& tree) {
+    const OutlineNode* node = tree.SelectedItem();
+    return node == nullptr ? QString() : node->Key();
+}
+
+QList<std::pair<QString, QString>> rowsNow(jet::Database& db, const QString& outline) {
+    QList<std::pair<QString, QString>> rows;
+    ignoringErrors([&] {
+        const auto rs = db.OpenRecordset("Select * from " + bracketedName(outline));
+        for (; !rs->Eof(); rs->MoveNext()) {
+            rows << std::pair(rs->Get(store::field::key).TextOrEmpty(),
+                              rs->Get(store::field::name).TextOrEmpty());
+        }
+    });
+    return rows;
+}
+
+// Behind the end of the program the databases are closed, and there is nobody to tell.
+OutlineNow outlinesOf(const modMain& state) {
+    return [&state](const QString& database, const QString& outline) {
+        for (jet::Database* db : {state.gDbUser.get(), state.gDbTemplate.get()}) {
+            if (db != nullptr && QFileInfo(db->Name()).fileName() == database) {
+                return rowsNow(*db, outline);
+            }
+        }
+        return QList<std::pair<QString, QString>>();
+    };
+}
+
+history::CommandFrame frameOf(const modMain& state, const OutlineTree& tree,
+                              const QString& caption) {
+    history::CommandFrame frame;
+    frame.caption = spokenCaption(caption);
+    if (tree.Count() > 0) {
+        frame.plan = tree.Item(1).Key();
+    }
+    frame.selected = [&tree] {
+        const OutlineNode* node = tree.SelectedItem();
+        return node == nullptr ? std::pair<QString, QString>()
+                               : std::pair(node->Key(), node->Text());
+    };
+    frame.note = [rows = outlinesOf(state)](const history::CommandFrame& done,
+                                            const QList<history::Change>& changes) {
+        return beyondAsked(done, changes, rows);
+    };
+    return frame;
+}
+
+} // namespace
+
+QString spokenCaption(const QString& caption) {
+    static const QRegularExpression silent(u"\\s*\\(&.\\)|\\.\\.\\.|&"_s);
+    return QString(caption).remove(silent).trimmed();
+}
+
+RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption)
+    : state_(state), isOpen_(state.History && !state.History->isUnderWay()), tree_(tree),
+      caption_(spokenCaption(caption)) {
+    if (isOpen_) {
+        const history::History::Found found = state_.History->begin(frameOf(state, tree, caption));
+        if (found.unfinished || found.restored) {
+            state_.HistoryFound = found;
+        }
+    }
+}
+
+history::History* RecordedCommand::open() const {
+    return isOpen_ && state_.History && state_.History->isUnderWay() ? state_.History.get()
+                                                                     : nullptr;
+}
+
+RecordedCommand::~RecordedCommand() {
+    if (history::History* history = open()) {
+        ignoringErrors([&] { history->finish(selectedKey(tree_)); });
+    }
+}
+
+std::optional<history::Step> RecordedCommand::finish(desktop::MessageBoxes& messages) {
+    history::History* opened = open();
+    isOpen_ = false;
+    if (opened == nullptr) {
+        return std::nullopt;
+    }
+    history::History& history = *opened;
+    const history::History::Outcome outcome = history.finish(selectedKey(tree_));
+    if (!outcome.refusal.isEmpty() &&
+        messages.ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
+                     u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
+                     u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
+                     desktop::Icon::exclamation, u"提示"_s)) {
+        history.goOnWithout();
+    }
+    return outcome.step;
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "outline/OutlineTree.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/history/History.h"
+#include "store/modMain.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace qvnd::outline {
+
+// Frames one command of the user for the history: what is changed while the object lives becomes
+// one step, without the command knowing of it. Inside another frame, and in a program without a
+// history, it does nothing.
+class RecordedCommand {
+public:
+    // `tree` shows the open plan; its selected node is the one that the command is about. `caption`
+    // is the text of the menu item or button, mnemonics and dots included.
+    RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption);
+    ~RecordedCommand(); // as finish, but swallows errors
+    RecordedCommand(const RecordedCommand&) = delete;
+    RecordedCommand& operator=(const RecordedCommand&) = delete;
+
+    // The end of the command. Its step, if it has made one. When the history could not be written
+    // the command has done nothing; the user is told so and asked whether to go on without it.
+    std::optional<history::Step> finish(desktop::MessageBoxes& messages);
+
+private:
+    // The history, as long as this frame is open in it; the command may have ended the program.
+    history::History* open() const;
+
+    modMain& state_;
+    bool isOpen_;
+    const OutlineTree& tree_;
+    QString caption_;
+};
+
+// The text of a menu item without what is not said aloud: "方案编辑  (&E)..." is "方案编辑".
+QString spokenCaption(const QString& caption);
+
+} // namespace qvnd::outline

@@ -1,0 +1,129 @@
+#include "outline/TakeBack.h"
+
+#include "outline/CurrentPlan.h"
+#include "outline/LibraryTree.h"
+#include "outline/TreeLoading.h"
+#include "platform/error/IgnoringErrors.h"
+#include "platform/history/History.h"
+#include "store/Names.h"
+#include "store/OutlineFolders.h"
+
+#include <functional>
+
+namespace qvnd::outline {
+
+namespace {
+
+QString selectedKeyOf(const OutlineTree& tree) {
+    const OutlineNode* node = tree.SelectedItem();
+    return node == nullptr ? QString() : node->Key();
+}
+
+QString namedPlan(jet::Database& db) {
+    const auto current = db.OpenRecordset(QStringLiteral("Select * from 当前表"));
+    return current->Eof() ? QString() : current->Get(store::field::name).TextOrEmpty();
+}
+
+void showPlan(modMain& state, Workbench& workbench, desktop::SplashScreen& splash) {
+    workbench.TrvCurrent.Clear();
+    const QString name = namedPlan(*state.gDbUser);
+    bool isThere = false;
+    ignoringErrors([&] {
+        isThere = !name.isEmpty() && state.gDbUser->TableDefs().Contains(name) &&
+                  store::stateOfPlanFolder(state, name) == store::FolderState::there;
+    });
+    if (isThere) { // a table of another shape shows nothing
+        ignoringErrors([&] { updateTreeView(state, name, workbench.TrvCurrent, splash); });
+    }
+    isThere ? offerPlanCommands(workbench, true) : forgetPlan(state, workbench);
+}
+
+// Nothing is dropped, unlike by a refresh: the tables are as the state has them.
+void showLibrary(modMain& state, jet::Database& db, OutlineTree& tree) {
+    const QString selected = selectedKeyOf(tree);
+    const auto outlines = readLibrary(state, db, tree);
+    tree.Clear();
+    for (const std::vector<OutlineRow>& rows : outlines) {
+        addOutline(rows, tree);
+    }
+    tree.Select(tree.find(selected));
+}
+
+void select(OutlineTree& tree, const QString& key) {
+    OutlineNode* node = tree.find(key);
+    if (node == nullptr && tree.Count() > 0) {
+        node = &tree.Item(tree.Count());
+    }
+    tree.Select(node);
+}
+
+// The databases are closed to nobody meanwhile; the trees are filled even when it fails.
+void take(modMain& state, Workbench& workbench, const Services& services,
+          const std::function<QString()>& restore) {
+    QString selected;
+    try {
+        selected = restore();
+    } catch (const RunTimeError&) {
+        ignoringErrors([&] { showTables(state, workbench, services, {}); });
+        throw;
+    }
+    showTables(state, workbench, services, selected);
+}
+
+} // namespace
+
+void showTables(modMain& state, Workbench& workbench, const Services& services,
+                const QString& selectedKey) {
+    workbench.clickedKey.clear();
+    state.gSelectedPlan.clear();
+    showPlan(state, workbench, services.splash);
+    showLibrary(state, *state.gDbTemplate, workbench.TrvTemplate);
+    showLibrary(state, *state.gDbUser, workbench.TrvTemplate_Us);
+    select(workbench.TrvCurrent, selectedKey);
+}
+
+std::optional<history::Step> undo(modMain& state, Workbench& workbench, const Services& services) {
+    std::optional<history::Step> step;
+    if (state.History && state.History->undoable()) {
+        take(state, workbench, services, [&] {
+            step = state.History->undo();
+            return step->selectedBefore;
+        });
+    }
+    return step;
+}
+
+std::optional<history::Step> redo(modMain& state, Workbench& workbench, const Services& services) {
+    std::optional<history::Step> step;
+    if (state.History && state.History->redoable()) {
+        take(state, workbench, services, [&] {
+            step = state.History->redo();
+            return step->selectedAfter;
+        });
+    }
+    return step;
+}
+
+void goToStep(modMain& state, Workbench& workbench, const Services& services, std::int64_t step) {
+    take(state, workbench, services, [&] {
+        state.History->goTo(step);
+        const auto reached = state.History->step(step);
+        return reached ? reached->selectedAfter : QString();
+    });
+}
+
+PutBack putBackAndShow(modMain& state, Workbench& workbench, const Services& services,
+                       std::int64_t step, const history::Change& change) {
+    PutBack done;
+    const QString selected = selectedKeyOf(workbench.TrvCurrent);
+    take(state, workbench, services, [&] {
+        done = putBack(state, step, change);
+        return done.key;
+    });
+    if (workbench.TrvCurrent.find(done.key) == nullptr) {
+        select(workbench.TrvCurrent, selected);
+    }
+    return done;
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "outline/PutBack.h"
+#include "outline/Services.h"
+#include "outline/Workbench.h"
+#include "platform/history/Step.h"
+#include "store/modMain.h"
+
+#include <optional>
+
+namespace qvnd::outline {
+
+// 撤消 and 恢复: take the last command back, or do the last undone one again. The step that was
+// taken; null when there is none. Rows, numbers, files, the open plan and the selected node are
+// those of the state behind it, and the trees are filled anew. Errors of files and store pass
+// through; the trees then show what the tables hold.
+std::optional<history::Step> undo(modMain& state, Workbench& workbench, const Services& services);
+std::optional<history::Step> redo(modMain& state, Workbench& workbench, const Services& services);
+
+// To the state behind a step, or to the beginning of the history.
+void goToStep(modMain& state, Workbench& workbench, const Services& services, std::int64_t step);
+
+// Takes one change out of a step, as putBack says, and shows the tables with what came back
+// selected where the open plan has it.
+PutBack putBackAndShow(modMain& state, Workbench& workbench, const Services& services,
+                       std::int64_t step, const history::Change& change);
+
+// Fills the trees of the workbench from the tables: TrvCurrent with the plan that 当前表 names, if
+// it and its folder are there, and the node of that key selected, else its last one.
+void showTables(modMain& state, Workbench& workbench, const Services& services,
+                const QString& selectedKey);
+
+} // namespace qvnd::outline

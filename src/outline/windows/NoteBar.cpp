@@ -1,0 +1,81 @@
+#include "outline/windows/NoteBar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace qvnd::outline {
+
+namespace {
+
+constexpr int margin = 6;
+constexpr qreal tint = 0.15; // of the highlight over the window's own colour
+
+QPushButton* button(const QString& name, const QString& caption) {
+    auto* made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setAccessibleName(caption);
+    made->setFocusPolicy(Qt::TabFocus);
+    made->setAutoDefault(true);
+    return made;
+}
+
+QColor mixed(const QColor& base, const QColor& over) {
+    const auto part = [](float one, float other) {
+        return static_cast<float>(one + (other - one) * tint);
+    };
+    return QColor::fromRgbF(part(base.redF(), over.redF()), part(base.greenF(), over.greenF()),
+                            part(base.blueF(), over.blueF()));
+}
+
+} // namespace
+
+NoteBar::NoteBar(QWidget* parent) : QWidget(parent), text_(new QLabel) {
+    setObjectName(u"NoteBar"_s);
+    setAccessibleName(u"操作提示"_s);
+    text_->setObjectName(u"noteText"_s);
+    text_->setWordWrap(true);
+    text_->setTextFormat(Qt::PlainText);
+    auto* takeBack = button(u"noteUndo"_s, u"撤消"_s);
+    auto* more = button(u"noteDetails"_s, u"详情"_s);
+    connect(takeBack, &QPushButton::clicked, this, &NoteBar::undo);
+    connect(more, &QPushButton::clicked, this, &NoteBar::details);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->addWidget(text_, 1);
+    layout->addWidget(takeBack);
+    layout->addWidget(more);
+    setAutoFillBackground(true);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window,
+                     mixed(colours.color(QPalette::Window), colours.color(QPalette::Highlight)));
+    setPalette(colours);
+    hide();
+}
+
+void NoteBar::tell(const QString& text) {
+    text_->setText(text);
+    text_->setAccessibleName(text);
+    show();
+    emit changed();
+}
+
+void NoteBar::clear() {
+    if (!isHidden()) {
+        hide();
+        emit changed();
+    }
+}
+
+QString NoteBar::text() const { return text_->text(); }
+
+int NoteBar::wantedHeight(int width) const {
+    return isHidden() ? 0 : std::max(sizeHint().height(), heightForWidth(width));
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,188 @@
+#include "outline/PutBack.h"
+#include "outline/TakeBack.h"
+#include "outline/windows/HistoryWindow.h"
+#include "outline/windows/NoteBar.h"
+#include "outline/windows/WorkbenchFrame.h"
+#include "outline/windows/WorkbenchToolbar.h"
+#include "outline/windows/frmBid.h"
+#include "platform/error/IgnoringErrors.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+// What frmBid does with the history of commands.
+namespace qvnd::outline {
+
+// The bar tells what a step did beyond what its name says. An event that changed nothing leaves the
+// bar of the command before it.
+void frmBid::tellStep(const history::Step& step) {
+    if (step.isMinor) {
+        return;
+    }
+    step.note.isEmpty() ? note_->clear() : note_->tell(step.note);
+    noted_ = step.id;
+    refreshHistoryWindow();
+}
+
+// A step of another window or program.
+void frmBid::tellLatestStep() {
+    if (const history::Step latest = latestStep(); latest.id > noted_) {
+        tellStep(latest);
+    }
+}
+
+history::Step frmBid::latestStep() const {
+    history::Step latest;
+    ignoringErrors([&] {
+        if (state_.History) {
+            latest = state_.History->undoable().value_or(latest);
+        }
+    });
+    return latest;
+}
+
+// What the start itself did stays to be read below.
+void frmBid::tellWhatWasMended() {
+    const history::History::Found found = state_.HistoryFound;
+    QString mended;
+    if (found.unfinished) {
+        mended =
+            u"上次运行没有做完“%1”就中断了。撤消可以回到它之前。"_s.arg(found.unfinished->title);
+        noted_ = found.unfinished->id;
+    } else if (found.restored) {
+        mended = u"上次运行在撤消或恢复时中断了，现已做完。"_s;
+    }
+    if (!mended.isEmpty()) {
+        note_->tell(note_->isHidden() ? mended : mended + u'\n' + note_->text());
+    }
+    state_.HistoryFound = {};
+}
+
+void frmBid::applyHistory() {
+    const QString undo = latestStep().title;
+    QString redo;
+    ignoringErrors([&] {
+        if (state_.History) {
+            redo = state_.History->redoable().value_or(history::Step{}).title;
+        }
+    });
+    menus_.applyHistory(undo, redo);
+    menus_.mnuHistory->setEnabled(state_.History != nullptr);
+    TbarBid_->applyHistory(undo, redo);
+}
+
+void frmBid::takeBack() {
+    run(
+        [this] {
+            note_->clear();
+            if (const auto step = undo(state_, workbench_, services_)) {
+                frame_.showStatus(u"已撤消：%1"_s.arg(step->title));
+            }
+        },
+        u"撤消"_s);
+    refreshHistoryWindow();
+}
+
+void frmBid::doAgain() {
+    run(
+        [this] {
+            note_->clear();
+            if (const auto step = redo(state_, workbench_, services_)) {
+                frame_.showStatus(u"已恢复：%1"_s.arg(step->title));
+            }
+        },
+        u"恢复"_s);
+    refreshHistoryWindow();
+}
+
+void frmBid::refreshHistoryWindow() {
+    if (historyWindow_ && historyWindow_->isVisible()) {
+        ignoringErrors([this] { historyWindow_->refresh(); });
+    }
+}
+
+void frmBid::showHistory() {
+    if (!state_.History) {
+        return;
+    }
+    if (!historyWindow_) {
+        HistoryWindow::Source source;
+        source.steps = [this](const QString& text) {
+            return state_.History ? state_.History->stepsWith(text) : QList<history::Step>();
+        };
+        source.changes = [this](std::int64_t step) {
+            return state_.History ? state_.History->changesOf(step) : QList<history::Change>();
+        };
+        source.head = [this] { return latestStep().id; };
+        source.file = [this](const history::Change& change) { return fileOf(state_, change); };
+        historyWindow_ = new HistoryWindow(source, this);
+        connect(historyWindow_, &HistoryWindow::goBefore, this, &frmBid::goBefore);
+        connect(historyWindow_, &HistoryWindow::goBehind, this, &frmBid::goBehind);
+        connect(historyWindow_, &HistoryWindow::putBack, this, &frmBid::putBackOne);
+        connect(historyWindow_, &HistoryWindow::takeOut, this, &frmBid::takeOut);
+    }
+    historyWindow_->show();
+    historyWindow_->raise();
+    historyWindow_->activateWindow();
+    refreshHistoryWindow();
+}
+
+void frmBid::showDetails() {
+    showHistory();
+    if (historyWindow_) {
+        historyWindow_->choose(noted_);
+    }
+}
+
+void frmBid::goBefore(std::int64_t step) {
+    if (const auto wanted = state_.History->step(step)) {
+        goTo(wanted->parent, u"已回到“%1”之前。"_s.arg(wanted->title));
+    }
+}
+
+void frmBid::goBehind(std::int64_t step) {
+    if (const auto wanted = state_.History->step(step)) {
+        goTo(step, u"已回到“%1”之后。"_s.arg(wanted->title));
+    }
+}
+
+void frmBid::goTo(std::int64_t step, const QString& done) {
+    run(
+        [&] {
+            note_->clear();
+            goToStep(state_, workbench_, services_, step);
+            frame_.showStatus(done);
+        },
+        u"回到以前"_s);
+    refreshHistoryWindow();
+}
+
+// A command like any other: it is recorded, and can be taken back.
+void frmBid::putBackOne(std::int64_t step, const history::Change& change) {
+    run(
+        [&] {
+            const PutBack done = putBackAndShow(state_, workbench_, services_, step, change);
+            frame_.showStatus(u"已放回：%1"_s.arg(done.names.join(u'、')));
+            if (!done.missing.isEmpty()) {
+                services_.messages.tell(u"下列文档的文件已不在，操作历史也没有保留：\n"_s +
+                                            done.missing.join(u'\n'),
+                                        desktop::Icon::information, u"提示"_s);
+            }
+        },
+        u"放回"_s);
+}
+
+// Beside the plans' folders, so that nothing of a plan is overwritten.
+void frmBid::takeOut(std::int64_t step, const QString& file, const QString& name) {
+    run(
+        [&] {
+            const history::Step taken = state_.History->step(step).value_or(history::Step{});
+            const QString target = takenOutPath(state_, taken, file, name);
+            state_.History->takeOut(step, file, target);
+            frame_.showStatus(u"已取出：%1"_s.arg(target));
+        },
+        u"取出"_s);
+}
+
+} // namespace qvnd::outline

@@ -1,0 +1,277 @@
+#include "gui/support/Renaming.h"
+#include "gui/support/WorkbenchWindow.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTreeWidget>
+
+namespace qvnd::test {
+
+// The workbench with a history of its commands.
+class WorkbenchHistory : public WorkbenchWindow {
+protected:
+    WorkbenchHistory() {
+        OutlineWorld::makeTable(*world.state.gDbUser, "TOrg", {});
+        world.state.History = std::make_unique<history::History>(
+            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
+            *world.state.gWs, *world.state.gFso, "测试");
+    }
+    ~WorkbenchHistory() override { form.reset(); }
+
+    void deleteNode(const QString& key) {
+        click(trvCurrent(), key);
+        world.messages.otherwise = desktop::Answer::yes;
+        item("mnuEditDelete").trigger();
+    }
+    bool isShown(const QString& key) { return world.workbench.TrvCurrent.find(key) != nullptr; }
+    QWidget& bar() { return *form->findChild<QWidget*>("NoteBar"); }
+    QString barText() { return form->findChild<QLabel*>("noteText")->text(); }
+    QTreeWidget& list(const QString& name) { return *form->findChild<QTreeWidget*>(name); }
+    QTreeWidget& steps() { return list("historySteps"); }
+    QTreeWidget& changes() { return list("historyChanges"); }
+    QStringList titles() {
+        QStringList found;
+        for (int i = 0; i < steps().topLevelItemCount(); ++i) {
+            found << steps().topLevelItem(i)->text(2).section(u'　', 0, 0);
+        }
+        return found;
+    }
+    void chooseStep(int row) { steps().setCurrentItem(steps().topLevelItem(row)); }
+    void chooseChange(const QString& text) {
+        const auto found = changes().findItems(text, Qt::MatchContains);
+        ASSERT_FALSE(found.isEmpty()) << text.toStdString();
+        changes().setCurrentItem(found.first());
+    }
+    void pick(const QString& name, const QString& choice) {
+        auto* box = form->findChild<QComboBox*>(name);
+        box->setCurrentIndex(box->findText(choice));
+        emit box->activated(box->currentIndex());
+    }
+    void press(const QString& name) { form->findChild<QPushButton*>(name)->click(); }
+};
+
+TEST_F(WorkbenchHistory, UndoNamesTheCommandAndBringsRowsFilesTreeAndSelectionBack) {
+    open("T.1");
+    EXPECT_FALSE(item("mnuUndo").isEnabled());
+    const QStringList keys = world.keys("T");
+    const QStringList ids = world.ids("T");
+    deleteNode("T.1");
+    EXPECT_EQ(item("mnuUndo").text(), "撤消 删除[名T.1]");
+    EXPECT_FALSE(isShown("T.1"));
+    item("mnuUndo").trigger();
+    EXPECT_EQ(world.keys("T"), keys);
+    EXPECT_EQ(world.ids("T"), ids);
+    EXPECT_EQ(world.copiedKeys("T"), keys);
+    EXPECT_TRUE(isShown("T.1.1"));
+    EXPECT_EQ(selected(), "T.1");
+    EXPECT_EQ(item("mnuRedo").text(), "恢复 删除[名T.1]");
+    item("mnuRedo").trigger();
+    EXPECT_FALSE(isShown("T.1"));
+    EXPECT_FALSE(item("mnuRedo").isEnabled());
+}
+
+TEST_F(WorkbenchHistory, TheKeysAreControlZAndControlShiftZAndControlY) {
+    open("T.1");
+    EXPECT_EQ(item("mnuUndo").shortcut(), QKeySequence("Ctrl+Z"));
+    EXPECT_EQ(item("mnuRedo").shortcuts(),
+              (QList<QKeySequence>{QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")}));
+}
+
+TEST_F(WorkbenchHistory, TheToolbarHasBothBehindThePositions) {
+    open("T.1");
+    const QList<QAction*> buttons = toolbar().actions();
+    ASSERT_EQ(buttons.size(), outline::WorkbenchToolbar::positions + 3);
+    EXPECT_EQ(buttons[14], toolbar().at(15));
+    deleteNode("T.1");
+    EXPECT_EQ(toolbar().undo()->toolTip(), "撤消 删除[名T.1]");
+    toolbar().undo()->trigger();
+    EXPECT_TRUE(isShown("T.1"));
+    toolbar().redo()->trigger();
+    EXPECT_FALSE(isShown("T.1"));
+}
+
+TEST_F(WorkbenchHistory, ADeletedPlanComesBackAndIsOpen) {
+    open("T");
+    deleteNode("T");
+    EXPECT_EQ(world.workbench.TrvCurrent.Count(), 0);
+    EXPECT_FALSE(world.folder.exists("用户模板/T"));
+    item("mnuUndo").trigger();
+    EXPECT_TRUE(isShown("T.2.1"));
+    EXPECT_EQ(world.folder.read("用户模板/T/T.1.1.doc"), "document");
+    EXPECT_TRUE(world.workbench.cmdEdit);
+}
+
+TEST_F(WorkbenchHistory, ARenamingIsTakenBack) {
+    open("T.1");
+    QLineEdit* editor = beginRenaming(trvCurrent());
+    ASSERT_NE(editor, nullptr);
+    editor->setText("新名");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCoreApplication::processEvents(); // the editor closes with the next event
+    EXPECT_EQ(item("mnuUndo").text(), "撤消 重命名[新名]");
+    item("mnuUndo").trigger();
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.1").Text(), "名T.1");
+}
+
+TEST_F(WorkbenchHistory, TheBarTellsWhatElseACommandTookAndLeadsBack) {
+    open("T.2");
+    OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"),
+                      {"T.20", "二十", "否"});
+    EXPECT_TRUE(bar().isHidden());
+    deleteNode("T.2");
+    ASSERT_FALSE(bar().isHidden());
+    EXPECT_EQ(barText(), "同时移除了 1 个节点：二十");
+    press("noteUndo");
+    EXPECT_TRUE(world.keys("T").contains("T.20"));
+    EXPECT_TRUE(bar().isHidden());
+}
+
+TEST_F(WorkbenchHistory, TheBarHidesNothingAndGoesWithTheNextCommand) {
+    open("T.2");
+    OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"),
+                      {"T.20", "二十", "否"});
+    const QRect tree = form->findChild<QTabWidget*>("TabCurrent")->geometry();
+    deleteNode("T.2");
+    for (const char* name : {"TabCurrent", "fraSee", "TabTemplate", "lblResize", "imgSpliter"}) {
+        EXPECT_FALSE(form->findChild<QWidget*>(name)->geometry().intersects(bar().geometry()))
+            << name;
+    }
+    EXPECT_GT(bar().height(), 20);
+    deleteNode("T.3"); // takes nothing else
+    EXPECT_TRUE(bar().isHidden());
+    EXPECT_EQ(form->findChild<QTabWidget*>("TabCurrent")->geometry(), tree);
+}
+
+TEST_F(WorkbenchHistory, TheWindowListsTheCommandsAndLeadsBackToBeforeOne) {
+    open("T.1");
+    deleteNode("T.1");
+    deleteNode("T.3");
+    item("mnuHistory").trigger();
+    auto* steps = form->findChild<QTreeWidget*>("historySteps");
+    ASSERT_EQ(steps->topLevelItemCount(), 2);
+    EXPECT_TRUE(steps->topLevelItem(0)->text(2).startsWith("删除[名T.3]"));
+    EXPECT_EQ(steps->topLevelItem(1)->text(1), "T");
+    steps->setCurrentItem(steps->topLevelItem(1));
+    auto* changes = form->findChild<QTreeWidget*>("historyChanges");
+    ASSERT_EQ(changes->topLevelItemCount(), 2);
+    EXPECT_EQ(changes->topLevelItem(0)->text(0), "移除 名T.1（T.1）");
+    press("historyBefore");
+    EXPECT_TRUE(isShown("T.1"));
+    EXPECT_TRUE(isShown("T.3"));
+    form->findChild<QLineEdit*>("historySearch")->setText("名T.3");
+    EXPECT_EQ(steps->topLevelItemCount(), 1);
+}
+
+TEST_F(WorkbenchHistory, TheWindowTakesASingleFileOut) {
+    open("T");
+    deleteNode("T");
+    item("mnuHistory").trigger();
+    auto* changes = form->findChild<QTreeWidget*>("historyChanges");
+    QTreeWidgetItem* file = nullptr;
+    for (int i = 0; i < changes->topLevelItemCount(); ++i) {
+        if (changes->topLevelItem(i)->text(0).endsWith("T.1.1.doc")) {
+            file = changes->topLevelItem(i);
+        }
+    }
+    ASSERT_NE(file, nullptr);
+    changes->setCurrentItem(file);
+    press("historyTakeOut");
+    const QStringList taken = world.folder.names().filter(QRegularExpression("^T\\.1\\.1-.*doc$"));
+    ASSERT_EQ(taken.size(), 1);
+    EXPECT_EQ(world.folder.read(taken.first()), "document");
+    EXPECT_FALSE(world.folder.exists("用户模板/T"));
+}
+
+TEST_F(WorkbenchHistory, TheWindowLeadsToTheEndOfABranchThatAnotherCommandEnded) {
+    open("T.1");
+    deleteNode("T.1");
+    item("mnuUndo").trigger();
+    deleteNode("T.3");
+    EXPECT_FALSE(item("mnuRedo").isEnabled());
+    item("mnuHistory").trigger();
+    EXPECT_EQ(titles(), QStringList({"删除[名T.3]", "删除[名T.1]"}));
+    chooseStep(1);
+    press("historyBehind");
+    EXPECT_FALSE(isShown("T.1"));
+    EXPECT_TRUE(isShown("T.3"));
+    EXPECT_FALSE(form->findChild<QPushButton*>("historyBehind")->isEnabled()) << "it is there";
+    EXPECT_TRUE(steps().topLevelItem(1)->text(2).contains("现在"));
+}
+
+TEST_F(WorkbenchHistory, TheListIsOrderedByTimePlanOrCommandAndNarrowedByPlanAndTime) {
+    open("T.1");
+    deleteNode("T.3");
+    deleteNode("T.1");
+    world.messages.otherwise = desktop::Answer::yes;
+    click(trvUser(), "U");
+    deleteNode("U.1");
+    item("mnuHistory").trigger();
+    EXPECT_EQ(titles(), QStringList({"删除[名U.1]", "删除[名T.1]", "删除[名T.3]"}));
+    steps().sortByColumn(2, Qt::AscendingOrder);
+    EXPECT_EQ(titles(), QStringList({"删除[名T.1]", "删除[名T.3]", "删除[名U.1]"}));
+    steps().sortByColumn(1, Qt::DescendingOrder);
+    EXPECT_EQ(titles().first(), "删除[名U.1]");
+    pick("historyPlan", "T");
+    EXPECT_EQ(titles().size(), 2);
+    EXPECT_FALSE(titles().contains("删除[名U.1]"));
+    pick("historyPeriod", "今天");
+    EXPECT_EQ(titles().size(), 2);
+}
+
+TEST_F(WorkbenchHistory, TheWindowPutsASingleNodeBack) {
+    open("T.1");
+    deleteNode("T.1");
+    deleteNode("T.3");
+    item("mnuHistory").trigger();
+    chooseStep(1);
+    chooseChange("（T.1.1）");
+    press("historyPutBack");
+    EXPECT_TRUE(lastMessage().contains("请先放回上级节点")) << lastMessage().toStdString();
+    chooseStep(1);
+    chooseChange("（T.1）");
+    press("historyPutBack");
+    EXPECT_TRUE(isShown("T.1.1"));
+    EXPECT_FALSE(isShown("T.3"));
+    EXPECT_EQ(selected(), "T.1");
+    EXPECT_EQ(titles().first(), "放回[名T.1]");
+    EXPECT_EQ(item("mnuUndo").text(), "撤消 放回[名T.1]");
+}
+
+TEST_F(WorkbenchHistory, TheDetailsOfTheBarAreThoseOfItsStep) {
+    open("T.2");
+    OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"),
+                      {"T.20", "二十", "否"});
+    deleteNode("T.2");
+    press("noteDetails");
+    EXPECT_EQ(changes().findItems("移除 二十（T.20）", Qt::MatchExactly).size(), 1);
+    EXPECT_EQ(form->findChild<QLabel*>("historyNote")->text(), barText());
+}
+
+TEST_F(WorkbenchHistory, WithoutAPlanAnyMoreTheCommandsOfItsNodesAreClosed) {
+    open("T.1");
+    deleteNode("T");
+    item("mnuUndo").trigger();
+    item("mnuRedo").trigger();
+    EXPECT_EQ(world.workbench.TrvCurrent.Count(), 0);
+    for (const char* name : {"mnuEQFolder", "mnuLTFolder", "mnuEditDelete", "mnuEdit"}) {
+        EXPECT_FALSE(item(name).isEnabled()) << name;
+    }
+    item("mnuUndo").trigger();
+    EXPECT_TRUE(item("mnuEdit").isEnabled());
+}
+
+TEST_F(WorkbenchHistory, ACommandIsRefusedWithWordsWhereTheHistoryCannotBeWritten) {
+    world.folder.write("用户模板/.~history", "in the way");
+    open("T.1");
+    const QStringList keys = world.keys("T");
+    click(trvCurrent(), "T.1");
+    world.messages.answers = {desktop::Answer::yes, desktop::Answer::no};
+    item("mnuEditDelete").trigger();
+    EXPECT_EQ(world.keys("T"), keys);
+    EXPECT_TRUE(lastMessage().contains("操作历史不能写入")) << lastMessage().toStdString();
+}
+
+} // namespace qvnd::test

@@ -1,0 +1,209 @@
+#include "outline/PutBack.h"
+
+#include "outline/CurrentPlan.h"
+#include "outline/DeleteNode.h"
+#include "outline/DeleteTemplate.h"
+#include "outline/LibraryTree.h"
+#include "outline/RecordedCommand.h"
+#include "outline/RenameNode.h"
+#include "outline/TakeBack.h"
+#include "support/Errors.h"
+#include "support/OutlineWorld.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using history::Change;
+using test::OutlineRowText;
+using Kind = history::Change::Kind;
+
+namespace {
+
+// Plan T with a folder, a document and a document below a document, whose commands are recorded.
+class PutBack : public testing::Test {
+protected:
+    PutBack() {
+        world.makePlan("T", {{"T", "T"},
+                             {"T.1", "章"},
+                             {"T.1.1", "文", "是"},
+                             {"T.1.1.1", "附", "是"},
+                             {"T.2", "节"}});
+        for (const char* key : {"T.1.1", "T.1.1.1"}) {
+            world.folder.write(file(key), key);
+        }
+        outline::setCurrentPlan(*world.state.gDbUser, "T");
+        world.state.History = std::make_unique<history::History>(
+            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
+            *world.state.gWs, *world.state.gFso, "测试");
+        world.openPlan("T");
+        world.messages.otherwise = desktop::Answer::yes;
+    }
+    ~PutBack() override { world.state.History.reset(); }
+
+    static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
+    std::int64_t run(const QString& caption, const std::function<void()>& command) {
+        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, caption);
+        command();
+        const auto step = recorded.finish(world.messages);
+        EXPECT_TRUE(step);
+        return step ? step->id : history::beginning;
+    }
+    std::int64_t deleteNode(const QString& key) {
+        return run("删除", [&] {
+            world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item(key));
+            outline::mnuEditDelete(world.state, world.workbench, world.services());
+        });
+    }
+    Change changeOf(std::int64_t step, const QString& key) {
+        for (const Change& change : world.state.History->changesOf(step)) {
+            if (change.key == key) {
+                return change;
+            }
+        }
+        ADD_FAILURE() << "no change of " << key.toStdString();
+        return {};
+    }
+    outline::PutBack putBack(std::int64_t step, const QString& key) {
+        outline::PutBack done;
+        run("放回", [&] {
+            done = outline::putBackAndShow(world.state, world.workbench, world.services(), step,
+                                           changeOf(step, key));
+        });
+        return done;
+    }
+    void addRow(const OutlineRowText& row) {
+        test::OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"), row);
+    }
+
+    test::OutlineWorld world;
+};
+
+TEST_F(PutBack, ADeletedNodeComesBackWithAllBelowItAndNothingElseDoes) {
+    const std::int64_t first = deleteNode("T.1");
+    deleteNode("T.2");
+    const outline::PutBack done = putBack(first, "T.1");
+    EXPECT_EQ(done.key, "T.1");
+    EXPECT_EQ(done.names, QStringList({"章", "文", "附"}));
+    EXPECT_TRUE(done.missing.isEmpty());
+    EXPECT_EQ(world.keys("T"), QStringList({"T", "T.1", "T.1.1", "T.1.1.1"}));
+    EXPECT_EQ(world.copiedKeys("T"), world.keys("T"));
+    EXPECT_EQ(world.selectedKey(), "T.1");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.1.1.1").Text(), "附");
+}
+
+TEST_F(PutBack, ASingleDocumentComesBackFromBelowADeletedFolderOnceItsParentIsThere) {
+    const std::int64_t step = deleteNode("T.1");
+    const Change document = changeOf(step, "T.1.1");
+    EXPECT_EQ(test::errorNumberOf([&] { outline::putBack(world.state, step, document); }),
+              error::invalidCall);
+    EXPECT_EQ(world.keys("T"), QStringList({"T", "T.2"}));
+    addRow({"T.1", "新章"});
+    EXPECT_EQ(putBack(step, "T.1.1").names, QStringList({"文", "附"}));
+    EXPECT_EQ(world.keys("T"), QStringList({"T", "T.2", "T.1", "T.1.1", "T.1.1.1"}));
+}
+
+TEST_F(PutBack, ItGetsAnotherKeyAndItsFilesWithItWhereItsOwnIsTaken) {
+    const std::int64_t step = deleteNode("T.1");
+    run("添加", [&] {
+        addRow({"T.1", "别的", "是"});
+        addRow({"T.1.1", "别的文", "是"});
+        world.folder.write("new.doc", "new");
+        world.state.gFso->CopyFile(world.folder.path("new.doc"), world.folder.path(file("T.1.1")),
+                                   true);
+    });
+    const outline::PutBack done = putBack(step, "T.1");
+    EXPECT_EQ(done.key, "T.3");
+    EXPECT_EQ(world.keys("T"),
+              QStringList({"T", "T.2", "T.1", "T.1.1", "T.3", "T.3.1", "T.3.1.1"}));
+    EXPECT_EQ(world.folder.read(file("T.3.1")), "T.1.1") << "as it was before the deletion";
+    EXPECT_EQ(world.folder.read(file("T.3.1.1")), "T.1.1.1");
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "new");
+}
+
+TEST_F(PutBack, ADocumentWhoseFileIsNowhereIsTold) {
+    const std::int64_t step = deleteNode("T.1");
+    QFile::remove(world.folder.path(file("T.1.1")));
+    EXPECT_EQ(putBack(step, "T.1").missing, QStringList("文"));
+}
+
+TEST_F(PutBack, ARenamedNodeGetsItsName) {
+    const std::int64_t step = run("重命名", [&] {
+        world.workbench.clickedKey = "T.2";
+        world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item("T.2"));
+        outline::AfterLabelEdit(world.state, world.workbench, world.messages, "改");
+    });
+    putBack(step, "T.2");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "节");
+}
+
+TEST_F(PutBack, AReplacedFileGetsItsContentAndTheNewOneIsKept) {
+    const QString path = world.folder.path(file("T.1.1"));
+    world.folder.write("new.doc", "new");
+    const std::int64_t step =
+        run("覆盖", [&] { world.state.gFso->CopyFile(world.folder.path("new.doc"), path, true); });
+    putBack(step, path);
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "T.1.1");
+    outline::undo(world.state, world.workbench, world.services());
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "new");
+}
+
+TEST_F(PutBack, IsACommandThatCanBeTakenBack) {
+    const std::int64_t step = deleteNode("T.1");
+    const QStringList keys = world.keys("T");
+    putBack(step, "T.1");
+    const auto taken = outline::undo(world.state, world.workbench, world.services());
+    ASSERT_TRUE(taken);
+    EXPECT_EQ(taken->title, "放回[章]");
+    EXPECT_EQ(world.keys("T"), keys);
+}
+
+TEST_F(PutBack, OfADeletedPlanIsRefusedAndItsFilesCanBeTakenOut) {
+    const std::int64_t step = deleteNode("T");
+    const Change document = changeOf(step, "T.1.1");
+    EXPECT_EQ(test::errorNumberOf([&] { outline::putBack(world.state, step, document); }),
+              error::invalidCall);
+    const QString taken = outline::takenOutPath(world.state, *world.state.History->step(step),
+                                                outline::fileOf(world.state, document), "文");
+    EXPECT_TRUE(taken.startsWith(world.state.gWorkPath + "文-")) << taken.toStdString();
+    world.state.History->takeOut(step, outline::fileOf(world.state, document), taken);
+    EXPECT_EQ(world.folder.read(QFileInfo(taken).fileName()), "T.1.1");
+    EXPECT_NE(outline::takenOutPath(world.state, *world.state.History->step(step),
+                                    outline::fileOf(world.state, document), "文"),
+              taken)
+        << "a file that is there is not replaced";
+}
+
+TEST_F(PutBack, ANodeOfATemplateComesBackWithItsFile) {
+    const std::vector<OutlineRowText> rows{
+        {"M", "M"}, {"M.1", "模板章"}, {"M.1.1", "模板文", "是"}};
+    world.folder.makeFolder("Sys/标书模板/M");
+    const auto own = world.create(world.folder.path("Sys/标书模板/M/M.mdb"));
+    test::OutlineWorld::makeTable(*own, "M", rows);
+    test::OutlineWorld::makeTable(*world.state.gDbTemplate, "M", rows);
+    world.registerName(*world.state.gDbTemplate, "M");
+    world.folder.write("Sys/标书模板/M/M.1.1.doc", "template");
+    outline::refreshTemplates(world.state, world.workbench, world.messages, world.splash);
+    world.messages.otherwise = desktop::Answer::ok;
+    const std::int64_t step = run("删除", [&] {
+        auto& tree = world.workbench.TrvTemplate;
+        tree.Select(&tree.Item("M.1"));
+        outline::mnuDelTemplate(world.state, world.workbench, world.services());
+    });
+    EXPECT_FALSE(world.folder.exists("Sys/标书模板/M/M.1.1.doc"));
+    putBack(step, "M.1");
+    EXPECT_EQ(world.folder.read("Sys/标书模板/M/M.1.1.doc"), "template");
+    EXPECT_NE(world.workbench.TrvTemplate.find("M.1.1"), nullptr);
+}
+
+TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
+    EXPECT_FALSE(outline::canPutBack({Kind::rowAdded, "D", "T", "T.1", "章", {}}));
+    EXPECT_FALSE(outline::canPutBack({Kind::tableDropped, "D", "T", {}, "T", {}}));
+    EXPECT_FALSE(outline::canPutBack({Kind::fileAdded, {}, {}, "/a.doc", "a.doc", {}}));
+    EXPECT_FALSE(outline::canPutBack({Kind::rowRemoved, "D", "temp", "T.1", "章", {}}));
+    EXPECT_FALSE(outline::canPutBack({Kind::rowChanged, "D", "页面设置表", {}, {}, {}}));
+    EXPECT_TRUE(outline::canPutBack({Kind::rowRemoved, "D", "T", "T.1", "章", {}}));
+    EXPECT_TRUE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/a.doc", "a.doc", {}}));
+}
+
+} // namespace

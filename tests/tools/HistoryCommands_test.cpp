@@ -1,0 +1,176 @@
+#include "support/Files.h"
+#include "support/Text.h"
+#include "tools/Run.h"
+
+#include <gtest/gtest.h>
+
+#include <QDate>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <sstream>
+
+using namespace qvnd;
+using namespace qvnd::tools;
+
+namespace {
+
+// A plan 甲 with two folders and a document, each command a run of the tool of its own.
+struct HistoryTool : testing::Test {
+    test::TemporaryFolder folder{test::inMemory()};
+    QString out;
+    QString err;
+
+    HistoryTool() {
+        folder.write("a.doc", "text");
+        qvndctl({"plan", "create", "甲"});
+        qvndctl({"outline", "add-folder", "甲", "甲", "施工部署", "--below"});
+        qvndctl({"outline", "add-document", "甲", "甲.1", folder.path("a.doc"), "--below"});
+    }
+    ExitStatus qvndctl(const QStringList& words) {
+        std::ostringstream standardOut;
+        std::ostringstream standardError;
+        const ExitStatus status = run(QStringList{"--home", folder.path("home"), "--yes"} + words,
+                                      standardOut, standardError);
+        out = QString::fromStdString(standardOut.str());
+        err = QString::fromStdString(standardError.str());
+        return status;
+    }
+    QStringList keys() {
+        qvndctl({"--json", "outline", "show", "甲"});
+        QStringList values;
+        for (const auto& row : QJsonDocument::fromJson(out.toUtf8()).array()) {
+            values << row.toObject()["Key"].toString();
+        }
+        return values;
+    }
+    QJsonArray list() {
+        qvndctl({"--json", "history", "list"});
+        return QJsonDocument::fromJson(out.toUtf8()).array();
+    }
+    QByteArray document() const { return folder.read("home/Sys/用户模板/甲/甲.1.1.doc"); }
+};
+
+TEST_F(HistoryTool, ListTellsWhatWasDoneAndMarksTheStateThatIs) {
+    const QJsonArray steps = list();
+    ASSERT_GE(steps.size(), 3);
+    EXPECT_EQ(steps[0].toObject()["操作"].toString(), "新建方案[甲]");
+    EXPECT_TRUE(steps[1].toObject()["操作"].toString().endsWith("[施工部署]"));
+    EXPECT_TRUE(steps[2].toObject()["操作"].toString().endsWith("[a]"));
+    EXPECT_EQ(qvndctl({"history", "list", "没有"}), ExitStatus::done);
+    EXPECT_EQ(out.trimmed(), QString());
+}
+
+TEST_F(HistoryTool, UndoTakesADeletionBackAndRedoDoesItAgain) {
+    qvndctl({"outline", "delete", "甲", "甲.1"});
+    EXPECT_EQ(keys(), QStringList({"甲"}));
+    EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::done);
+    EXPECT_TRUE(out.contains("[施工部署]")) << out.toStdString();
+    EXPECT_EQ(keys(), QStringList({"甲", "甲.1", "甲.1.1"}));
+    EXPECT_EQ(qvndctl({"history", "redo"}), ExitStatus::done);
+    EXPECT_EQ(keys(), QStringList({"甲"}));
+    EXPECT_EQ(qvndctl({"history", "redo"}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("没有可以恢复的操作"));
+}
+
+TEST_F(HistoryTool, ADeletedPlanComesBackWithItsDocuments) {
+    EXPECT_EQ(qvndctl({"plan", "delete", "甲"}), ExitStatus::done);
+    EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲"));
+    EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::done);
+    EXPECT_EQ(document(), "text");
+    EXPECT_EQ(keys(), QStringList({"甲", "甲.1", "甲.1.1"}));
+}
+
+TEST_F(HistoryTool, ShowNamesTheNodesAndTellsWhatElseADeletionTook) {
+    for (int i = 0; i < 9; ++i) {
+        qvndctl({"outline", "add-folder", "甲", "甲", "章" + QString::number(i), "--below"});
+    }
+    const QStringList before = keys();
+    ASSERT_TRUE(before.contains("甲.10"));
+    qvndctl({"outline", "delete", "甲", "甲.1"});
+    EXPECT_TRUE(err.contains("同时移除了")) << err.toStdString();
+    const int step = list().last().toObject()["步"].toInt();
+    qvndctl({"history", "show", QString::number(step)});
+    EXPECT_TRUE(out.contains("移除 施工部署（甲.1）")) << out.toStdString();
+    EXPECT_TRUE(out.contains("同时移除了")) << out.toStdString();
+    qvndctl({"history", "undo"});
+    EXPECT_EQ(keys(), before);
+}
+
+TEST_F(HistoryTool, RestoreGoesToAnyState) {
+    const QJsonArray steps = list();
+    const QStringList all = keys();
+    const QString first = QString::number(steps[0].toObject()["步"].toInt());
+    const QString last = QString::number(steps.last().toObject()["步"].toInt());
+    EXPECT_EQ(qvndctl({"history", "restore", first}), ExitStatus::done);
+    EXPECT_EQ(keys(), QStringList({"甲"}));
+    EXPECT_EQ(qvndctl({"history", "restore", last}), ExitStatus::done);
+    EXPECT_EQ(keys(), all);
+    EXPECT_EQ(document(), "text");
+    EXPECT_EQ(qvndctl({"history", "restore", "9999"}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("没有这一步：9999"));
+    EXPECT_EQ(qvndctl({"history", "restore", "x"}), ExitStatus::wrongUsage);
+}
+
+TEST_F(HistoryTool, RestoreBeforeAStepTakesItBackToo) {
+    const QJsonArray steps = list();
+    const QString second = QString::number(steps[1].toObject()["步"].toInt());
+    EXPECT_EQ(qvndctl({"history", "restore", second, "--before"}), ExitStatus::done);
+    EXPECT_EQ(keys(), QStringList({"甲"}));
+    EXPECT_EQ(qvndctl({"history", "redo"}), ExitStatus::done);
+    EXPECT_EQ(keys(), QStringList({"甲", "甲.1"}));
+}
+
+TEST_F(HistoryTool, ListFindsStepsByNodeCommandPlanAndTime) {
+    qvndctl({"plan", "create", "乙"});
+    const auto found = [&](const QStringList& words) {
+        qvndctl(QStringList{"--json", "history", "list"} + words);
+        QStringList titles;
+        for (const auto& step : QJsonDocument::fromJson(out.toUtf8()).array()) {
+            titles << step.toObject()["操作"].toString();
+        }
+        return titles;
+    };
+    EXPECT_EQ(found({"--find", "施工部署"}).size(), 1);
+    EXPECT_EQ(found({"--command", "新建方案"}), QStringList({"新建方案[甲]", "新建方案[乙]"}));
+    EXPECT_EQ(found({"甲", "--find", "施工部署"}).size(), 1);
+    EXPECT_EQ(found({"乙", "--find", "施工部署"}).size(), 0);
+    const QDate today = QDate::currentDate();
+    EXPECT_EQ(found({"--since", today.toString(Qt::ISODate)}), found({}));
+    EXPECT_EQ(found({"--since", today.addDays(1).toString(Qt::ISODate)}).size(), 0);
+    EXPECT_EQ(found({"--until", today.addDays(-1).toString(Qt::ISODate)}).size(), 0);
+    EXPECT_EQ(qvndctl({"history", "list", "--since", "gestern"}), ExitStatus::wrongUsage);
+}
+
+TEST_F(HistoryTool, TakePutsASingleNodeBackAndLeavesTheRest) {
+    qvndctl({"outline", "delete", "甲", "甲.1"});
+    const QString deletion = QString::number(list().last().toObject()["步"].toInt());
+    qvndctl({"outline", "add-folder", "甲", "甲", "后来", "--below"});
+    const QStringList later = keys();
+    EXPECT_EQ(qvndctl({"history", "take", deletion, "没有"}), ExitStatus::refused);
+    EXPECT_EQ(keys(), later);
+    EXPECT_EQ(qvndctl({"history", "take", deletion, "施工部署"}), ExitStatus::done);
+    EXPECT_EQ(out.trimmed(), "施工部署\na");
+    EXPECT_EQ(keys().size(), later.size() + 2);
+    EXPECT_EQ(list().last().toObject()["操作"].toString(), "放回[施工部署]");
+}
+
+TEST_F(HistoryTool, TakeToAFileCopiesTheDocumentAsItWas) {
+    qvndctl({"plan", "delete", "甲"});
+    const QString deletion = QString::number(list().last().toObject()["步"].toInt());
+    EXPECT_EQ(qvndctl({"history", "take", deletion, "甲.1.1", "--to", folder.path("旧.doc")}),
+              ExitStatus::done);
+    EXPECT_EQ(folder.read("旧.doc"), "text");
+    EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲"));
+}
+
+TEST_F(HistoryTool, WithoutAnyStepThereIsNothingToUndo) {
+    const test::TemporaryFolder other(test::inMemory());
+    std::ostringstream standardOut;
+    std::ostringstream standardError;
+    EXPECT_EQ(run({"--home", other.path("home"), "history", "undo"}, standardOut, standardError),
+              ExitStatus::refused);
+}
+
+} // namespace

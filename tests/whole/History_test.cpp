@@ -1,0 +1,211 @@
+#include "outline/RecordedCommand.h"
+#include "outline/TakeBack.h"
+#include "platform/error/RunTimeError.h"
+#include "support/Planner.h"
+#include "support/Text.h"
+#include "whole/model/Snapshot.h"
+#include "whole/model/Steps.h"
+
+#include <gtest/gtest.h>
+
+#include <QMap>
+
+namespace qvnd::model {
+
+namespace {
+
+const QStringList planNames = {"甲", "甲乙", "工程", "10", "甲Org"};
+const QStringList texts = {"章", "节", "说明", "1", "甲", "😀"};
+
+// More of both by hand: QVND_HISTORY_SEEDS and QVND_HISTORY_STEPS.
+int numberOf(const char* variable, int otherwise) {
+    const int number = qEnvironmentVariableIntValue(variable);
+    return number > 0 ? number : otherwise;
+}
+
+template <typename List>
+auto pick(const List& list, unsigned number) {
+    return list[static_cast<int>(number % static_cast<unsigned>(list.size()))];
+}
+
+// A planner at work whose commands are recorded. Choices are made among what the trees show.
+class RandomHistory : public testing::TestWithParam<int> {
+protected:
+    RandomHistory() { planner.start(); }
+    ~RandomHistory() override {
+        if (planner.program) {
+            planner.exit();
+        }
+    }
+
+    static QString nodeOf(const outline::OutlineTree& tree, unsigned number) {
+        const int count = tree.Count();
+        return count == 0
+                   ? QString()
+                   : tree.Item(static_cast<int>(number % static_cast<unsigned>(count)) + 1).Key();
+    }
+    void perform(const Step& step) {
+        switch (step.kind) {
+        case Step::newPlan:
+            planner.newPlan(pick(planNames, step.b), step.yes);
+            return;
+        case Step::deletePlan:
+            planner.deletePlan(step.yes);
+            return;
+        case Step::clickPlan:
+            planner.clickPlan(nodeOf(planner.plans(), step.a));
+            return;
+        case Step::storeTemplate:
+            planner.storeTemplate();
+            return;
+        case Step::paste:
+            planner.paste(step.yes);
+            return;
+        default:
+            planner.click(nodeOf(planner.current(), step.a));
+            performOnNode(step);
+        }
+    }
+    void performOnNode(const Step& step) {
+        const auto mode = step.flag ? outline::AddMode::beside : outline::AddMode::below;
+        const QString target = nodeOf(planner.current(), step.b);
+        switch (step.kind) {
+        case Step::addFolder:
+            planner.addFolder(mode, pick(texts, step.b));
+            return;
+        case Step::addDocument:
+            planner.addDocument(mode, file(step.b), step.yes);
+            return;
+        case Step::deleteNode:
+            planner.deleteNode(step.yes);
+            return;
+        case Step::rename:
+            planner.rename(pick(texts, step.b));
+            return;
+        case Step::doubleClick:
+            planner.doubleClick();
+            return;
+        case Step::drag:
+            planner.drag(nodeOf(planner.current(), step.a), target);
+            return;
+        case Step::dropOutside:
+            planner.drag(nodeOf(planner.current(), step.a), std::nullopt);
+            return;
+        case Step::dragTemplate:
+            planner.dragTemplate(nodeOf(planner.templates(), step.a), target, step.yes);
+            return;
+        default:
+            performOnTemplate(step);
+        }
+    }
+    void performOnTemplate(const Step& step) {
+        planner.pressTemplate(nodeOf(planner.templates(), step.a));
+        if (step.kind == Step::copyPaste) {
+            planner.copy();
+            planner.paste(step.yes);
+        } else if (step.kind == Step::deleteTemplate) {
+            planner.deleteTemplate(step.yes);
+        } else {
+            planner.browseTemplate();
+        }
+    }
+    // Every fifth is not there; the others have a text that no other has.
+    QString file(unsigned number) {
+        const QString name = QString("files/%1.doc").arg(++files);
+        if (number % 5 != 0) {
+            planner.folder.write(name, "text " + QByteArray::number(files));
+        }
+        return planner.folder.path(name);
+    }
+
+    void run(const Step& step) {
+        done << QString::number(step.kind);
+        planner.messages.shown.clear();
+        if (step.kind == Step::restart) { // which records its own two halves
+            planner.restart();
+            return;
+        }
+        outline::RecordedCommand recorded(planner.state(), planner.current(), "操作");
+        try {
+            perform(step);
+        } catch (const RunTimeError&) {
+            done << "failed";
+        }
+        recorded.finish(planner.messages);
+    }
+    void takeBackOrDoAgain() {
+        modMain& state = planner.state();
+        const unsigned kind = random() % 5;
+        if (kind < 2) {
+            done << "undo";
+            outline::undo(state, planner.workbench(), planner.services());
+        } else if (kind < 4) {
+            done << "redo";
+            outline::redo(state, planner.workbench(), planner.services());
+        } else {
+            const std::int64_t step = pick(states.keys(), random());
+            done << "to " + QString::number(step);
+            outline::goToStep(state, planner.workbench(), planner.services(), step);
+        }
+    }
+
+    // What is on disk: rows with their numbers, and files. Trees may be older than the tables.
+    Snapshot onDisk() {
+        Snapshot snapshot = real.take();
+        for (const char* tree : {"TrvCurrent", "TrvTemplate", "TrvTemplate_Us"}) {
+            snapshot.remove(tree);
+        }
+        return snapshot;
+    }
+    // A state is noted when it is first reached, and compared ever after.
+    void compare() {
+        const std::int64_t head = planner.state().History->head();
+        const Snapshot now = onDisk();
+        if (!states.contains(head)) {
+            states[head] = now;
+            return;
+        }
+        const Snapshot then = states[head];
+        for (const QString& name : now.keys() + then.keys()) {
+            ASSERT_EQ(now.value(name, {"not there"}), then.value(name, {"not there"}))
+                << "step " << head << ", " << name.toStdString() << "\n"
+                << done.join(" ").toStdString();
+        }
+    }
+
+    test::Planner planner;
+    RealSnapshots real{planner};
+    QMap<std::int64_t, Snapshot> states;
+    std::mt19937 random{static_cast<unsigned>(GetParam())};
+    QStringList done;
+    int files = 0;
+};
+
+TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
+    int taken = 0;
+    compare();
+    const int count = numberOf("QVND_HISTORY_STEPS", 500);
+    for (const Step& step : randomSteps(static_cast<unsigned>(GetParam()) + 5000, count)) {
+        if (step.kind == Step::loseFile) {
+            continue; // no command
+        }
+        run(step);
+        compare();
+        if (!HasFatalFailure() && random() % 4 == 0) {
+            takeBackOrDoAgain();
+            compare();
+            ++taken;
+        }
+        if (HasFatalFailure()) {
+            return;
+        }
+    }
+    EXPECT_GT(taken, count / 10);
+}
+
+INSTANTIATE_TEST_SUITE_P(Seed, RandomHistory,
+                         testing::Range(0, numberOf("QVND_HISTORY_SEEDS", 20)));
+
+} // namespace
+
+} // namespace qvnd::model

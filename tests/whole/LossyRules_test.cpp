@@ -1,0 +1,141 @@
+#include "whole/RecordedPlanner.h"
+
+using namespace qvnd;
+
+namespace {
+
+// Commands that take more than their names say: they do what their rules want, the user is told,
+// and one undo brings all back, also after a restart. Plan 甲 with twelve folders 甲.1 to 甲.12, of
+// which 甲.1 has a child, and a document 甲.14 behind them.
+class LossyRule : public test::RecordedPlanner {
+protected:
+    LossyRule() {
+        planner.newPlan("甲");
+        planner.messages.otherwise = desktop::Answer::yes;
+        for (int i = 1; i <= 12; ++i) {
+            planner.click("甲");
+            planner.addFolder(outline::AddMode::below, "章" + QString::number(i));
+        }
+        planner.click("甲.1");
+        planner.addFolder(outline::AddMode::below, "节");
+        planner.folder.write("files/文.doc", "text");
+        planner.click("甲");
+        planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+        documentKey = planner.current().Item(planner.current().Count()).Key();
+    }
+
+    // What the user is told.
+    QString noteOf(const QString& caption, const std::function<void()>& command) {
+        return record(caption, command).note;
+    }
+    QString fileOf(const QString& key) const { return "Sys/用户模板/甲/" + key + ".doc"; }
+
+    QString documentKey;
+};
+
+TEST_F(LossyRule, DeletingAKeyTakesTheKeysThatBeginWithItAlong) {
+    planner.click("甲.1");
+    const QString note = noteOf("删除", [&] { planner.deleteNode(); });
+    // 甲.10 to 甲.12 and 甲.14; the child of 甲.1 goes as was asked.
+    EXPECT_EQ(note, "同时移除了 4 个节点：章10、章11、章12、文");
+}
+
+TEST_F(LossyRule, NoToAMissingFileLeavesTheFollowingRowsOut) {
+    planner.click("甲.2");
+    const QString note = noteOf("同级", [&] {
+        planner.addDocument(outline::AddMode::beside, planner.folder.path("files/没有.doc"), false);
+    });
+    EXPECT_TRUE(note.startsWith("同时移除了 ")) << note.toStdString();
+    EXPECT_TRUE(note.contains("章3")) << note.toStdString();
+}
+
+TEST_F(LossyRule, ADocumentWithoutItsFileLosesItsNode) {
+    QFile::remove(planner.folder.path(fileOf(documentKey)));
+    planner.click(documentKey);
+    EXPECT_EQ(noteOf("浏览", [&] { planner.doubleClick(); }), "同时移除了 1 个节点：文");
+}
+
+TEST_F(LossyRule, ANewPlanOverAnOldOneTakesItsFiles) {
+    const QString note = noteOf("新建方案", [&] { planner.newPlan("甲", true); });
+    EXPECT_TRUE(note.contains("删去了 1 个文件：" + documentKey + ".doc")) << note.toStdString();
+}
+
+TEST_F(LossyRule, ARefreshForgetsAnOutlineWhoseFolderIsGone) {
+    planner.newPlan("乙");
+    QDir(planner.folder.path("Sys/用户模板/甲")).removeRecursively();
+    planner.click("乙");
+    const QString note = noteOf("下级", [&] {
+        planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    });
+    EXPECT_TRUE(note.contains("不再记录大纲：甲")) << note.toStdString();
+}
+
+TEST_F(LossyRule, ARefusedDocumentLeavesItsCopyBehind) {
+    planner.click("甲");
+    const QString note = noteOf("下级", [&] {
+        planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    });
+    EXPECT_TRUE(note.startsWith("留下了没有节点的文件：")) << note.toStdString();
+}
+
+TEST_F(LossyRule, AFileThatStandsInTheWayIsOverwritten) {
+    planner.click("甲");
+    planner.addFolder(outline::AddMode::below, "探");
+    const QString last = planner.current().Item(planner.current().Count()).Key();
+    planner.click(last);
+    planner.deleteNode();
+    const QString next = last; // the same count gives the same key again
+    planner.folder.write(fileOf(next), "mine");
+    planner.folder.write("files/新.doc", "new");
+    planner.click("甲");
+    const QString note = noteOf("下级", [&] {
+        planner.addDocument(outline::AddMode::below, planner.folder.path("files/新.doc"));
+    });
+    EXPECT_EQ(note, "覆盖了 1 个文件：" + next + ".doc");
+}
+
+TEST_F(LossyRule, AFolderDroppedOnItsOwnChildIsGone) {
+    const QString child = [&] {
+        for (int i = 1; i <= planner.current().Count(); ++i) {
+            if (planner.current().Item(i).Text() == u"节") {
+                return planner.current().Item(i).Key();
+            }
+        }
+        return QString();
+    }();
+    planner.click("甲.1");
+    const QString note = noteOf("拖放", [&] { planner.drag("甲.1", child); });
+    EXPECT_TRUE(note.contains("大纲中不再显示")) << note.toStdString();
+}
+
+TEST_F(LossyRule, WhatIsBelowADocumentWithoutItsFileStaysInTheTableUnseen) {
+    planner.click(documentKey);
+    planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    QFile::remove(planner.folder.path(fileOf(documentKey)));
+    planner.click(documentKey);
+    EXPECT_EQ(noteOf("浏览", [&] { planner.doubleClick(); }),
+              "同时移除了 1 个节点：文\n1 个节点的上级已不在，大纲中不再显示：文");
+}
+
+TEST_F(LossyRule, AFolderThatIsRefusedForItsDepthLeavesTheFollowingRowsOut) {
+    QString deepest = "甲.12";
+    const auto rows = planner.state().gDbUser->OpenRecordset("Select * from 甲");
+    for (int depth = 2; depth <= 10; ++depth) {
+        deepest += ".1";
+        test::OutlineWorld::add(*rows, {deepest, "深", "否"});
+    }
+    test::OutlineWorld::add(*rows, {"甲.90", "末", "否"});
+    planner.clickPlan("甲");
+    ASSERT_TRUE(planner.click(deepest));
+    const QString note =
+        noteOf("添加同级文件夹", [&] { planner.addFolder(outline::AddMode::beside, "更深"); });
+    EXPECT_EQ(note, "同时移除了 1 个节点：末");
+}
+
+TEST_F(LossyRule, APlanStoredOverAFolderThatIsThereOverwritesItsFiles) {
+    planner.folder.write("Sys/标书模板/甲/" + documentKey + ".doc", "mine");
+    const QString note = noteOf("存入方案模板", [&] { planner.storeTemplate(); });
+    EXPECT_TRUE(note.contains("覆盖了 1 个文件：" + documentKey + ".doc")) << note.toStdString();
+}
+
+} // namespace

@@ -1,0 +1,165 @@
+#include "whole/RecordedPlanner.h"
+
+#include "format/frmBidSet.h"
+#include "generate/SimilarDocuments.h"
+#include "platform/word/engine/EngineApplication.h"
+
+#include "support/FakeFonts.h"
+#include "support/FakeInputBoxes.h"
+#include "support/FakeShell.h"
+#include "support/FakeWordProcessorWindows.h"
+#include "support/FixedFonts.h"
+#include "support/recording/RecordingDesk.h"
+
+using namespace qvnd;
+
+namespace {
+
+// Plan 甲 with a folder and a document in it, and template 模 of the same shape.
+class RecordedCommands : public test::RecordedPlanner {
+protected:
+    RecordedCommands() {
+        for (const char* name : {"模", "甲"}) {
+            planner.newPlan(name);
+            planner.click(name);
+            planner.addFolder(outline::AddMode::below, "章");
+            planner.folder.write("files/文.doc", QByteArray("text of ") + name);
+            planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+            if (planner.folder.exists("Sys/用户模板/模")) {
+                planner.storeTemplate();
+                planner.deletePlan();
+            }
+        }
+        planner.restart();
+        document = planner.current().Item(3).Key();
+        folder = planner.current().Item(2).Key();
+    }
+    static QString fileOf(const QString& key) { return "Sys/用户模板/甲/" + key + ".doc"; }
+    bool hasLine(const history::Step& step, const QString& text) {
+        return changesOf(step).join('\n').contains(text);
+    }
+
+    QString folder;
+    QString document;
+};
+
+TEST_F(RecordedCommands, NewPlan) {
+    const auto step = record("新建方案", [&] { planner.newPlan("乙"); });
+    EXPECT_EQ(step.title, "新建方案[乙]");
+    EXPECT_TRUE(hasLine(step, "新建大纲或表 乙"));
+}
+
+TEST_F(RecordedCommands, DeletePlan) {
+    planner.click("甲");
+    const auto step = record("删除当前方案", [&] { planner.deletePlan(); });
+    EXPECT_EQ(step.note, QString()) << "all that went was asked for";
+    EXPECT_TRUE(hasLine(step, "删去文件")) << changesOf(step).join('\n').toStdString();
+}
+
+TEST_F(RecordedCommands, PlanInformation) {
+    const auto step = record("工程信息", [&] {
+        plans::DlgNew dialog(planner.state(), planner.workbench(), planner.messages, planner.splash,
+                             plans::ShowMode::information);
+        dialog.Load();
+        dialog.form.TxtEdit = "别人";
+        dialog.BtnOk();
+    });
+    EXPECT_TRUE(hasLine(step, "“甲Org”中的记录")) << changesOf(step).join('\n').toStdString();
+}
+
+TEST_F(RecordedCommands, Rename) {
+    planner.click(folder);
+    const auto step = record("重命名", [&] { planner.rename("改了"); });
+    EXPECT_EQ(step.title, "重命名[改了]");
+    EXPECT_EQ(changesOf(step), QStringList("改名 改了（" + folder + "），原名 章"));
+}
+
+TEST_F(RecordedCommands, DragWithTheFilesThatItRenames) {
+    const auto step = record("拖放", [&] { planner.drag(document, folder); });
+    EXPECT_TRUE(hasLine(step, "新文件")) << changesOf(step).join('\n').toStdString();
+    EXPECT_EQ(step.note, QString()) << "a moved node is not gone";
+}
+
+TEST_F(RecordedCommands, StoreTemplate) {
+    const auto step = record("存入方案模板", [&] { planner.storeTemplate(); });
+    EXPECT_TRUE(hasLine(step, "新建大纲或表 甲"));
+}
+
+TEST_F(RecordedCommands, DeleteTemplate) {
+    planner.pressTemplate("模");
+    const auto step = record("删除", [&] { planner.deleteTemplate(); });
+    EXPECT_EQ(step.note, QString()) << "all that went was asked for";
+}
+
+TEST_F(RecordedCommands, DeleteANodeOfATemplate) {
+    const QString key = planner.templates().Item(2).Key();
+    planner.pressTemplate(key);
+    const auto step = record("删除", [&] { planner.deleteTemplate(); });
+    EXPECT_EQ(step.note, QString()) << "all that went was asked for";
+    EXPECT_TRUE(hasLine(step, "移除 章"));
+}
+
+TEST_F(RecordedCommands, OpeningAPlanLevelsTheCopyOfTheFormerOneAndIsBookkeeping) {
+    planner.newPlan("乙");
+    planner.click("乙");
+    planner.addFolder(outline::AddMode::below, "章");
+    planner.rename("未平");
+    outline::RecordedCommand recorded(planner.state(), planner.current(), "打开方案");
+    planner.clickPlan("甲");
+    const auto step = recorded.finish(planner.messages);
+    ASSERT_TRUE(step);
+    EXPECT_TRUE(step->isMinor);
+    EXPECT_NE(planner.state().History->undoable()->id, step->id);
+}
+
+TEST_F(RecordedCommands, ForgettingByTheStart) {
+    const QDir plans(planner.folder.path("Sys/用户模板"));
+    planner.exit();
+    ASSERT_TRUE(QDir().rename(plans.filePath("甲"), planner.folder.path("甲")));
+    planner.start();
+    const history::Step step = planner.state().History->undoable().value_or(history::Step{});
+    EXPECT_EQ(step.title, "启动[甲]");
+    EXPECT_EQ(step.note, "文件夹或表已不在，因此不再记录大纲：甲");
+    EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
+    EXPECT_TRUE(planner.state().gDbUser->TableDefs().Contains("甲"));
+}
+
+// The word processor of the insertion is our own engine, which writes the file by itself.
+class RecordedInsertion : public RecordedCommands,
+                          private word::ImportReport,
+                          private word::UnsavedChangesQuestion {
+protected:
+    void notCarried(const std::filesystem::path&, std::u16string_view) override {}
+    bool save(const std::filesystem::path&) override { return false; }
+
+    void writeDocument(const QString& file, std::u16string_view text) {
+        word::EngineApplication writer({pages, *this, *this});
+        word::Document& made = writer.documents().Add();
+        writer.Selection().TypeText(text);
+        made.SaveAs(files::toPath(planner.folder.path(file)));
+    }
+
+    test::FixedPageNumbers pages;
+    word::EngineApplicationFactory engine{{pages, *this, *this}};
+};
+
+TEST_F(RecordedInsertion, OfASimilarDocument) {
+    writeDocument(fileOf(document), u"自己的");
+    writeDocument("Sys/标书模板/模/" + planner.templates().Item(3).Key() + ".doc", u"模板的");
+    test::FakeWordProcessorWindows windows;
+    test::RecordingScreen screen(planner.log);
+    generate::WordSession session;
+    const auto step = record("插入类似文档", [&] {
+        planner.click(document);
+        generate::SimilarDocuments dialog(
+            planner.state(), planner.current(),
+            {planner.messages, planner.dialogs, windows, engine, session, screen});
+        dialog.Load();
+        dialog.select(0);
+        EXPECT_TRUE(dialog.cmdInsert());
+    });
+    EXPECT_EQ(changesOf(step).size(), 1);
+    EXPECT_TRUE(hasLine(step, "改写文件"));
+}
+
+} // namespace
