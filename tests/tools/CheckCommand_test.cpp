@@ -1,15 +1,6 @@
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
-#include "support/Files.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace Qt::StringLiterals;
 using namespace qvnd;
@@ -18,7 +9,7 @@ using namespace qvnd::tools;
 namespace {
 
 // A plan 桥 with an empty folder at its head and a document.
-class CheckTool : public testing::Test {
+class CheckTool : public Qvndctl {
 protected:
     CheckTool() {
         folder.write(u"源/说明.doc"_s, {});
@@ -31,23 +22,10 @@ protected:
                     folder.path(u"源/说明.doc"_s), u"--below"_s});
         document = out.trimmed();
     }
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status = run(QStringList{u"--home"_s, folder.path(u"home"_s)} + words,
-                                      standardOut, standardError);
-        out = QString::fromStdString(standardOut.str());
-        err = QString::fromStdString(standardError.str());
-        return status;
-    }
-    void expectDone(const QStringList& words) {
-        EXPECT_EQ(qvndctl(words), ExitStatus::done) << err.toStdString();
-    }
     // "key kind" of each finding.
     QStringList kinds() const {
         QStringList lines;
-        for (const auto& finding : QJsonDocument::fromJson(out.toUtf8()).array()) {
+        for (const auto& finding : json().toArray()) {
             lines << finding[u"key"_s].toString() + u' ' + finding[u"kind"_s].toString();
         }
         return lines;
@@ -63,9 +41,6 @@ protected:
         return found;
     }
 
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
     QString chapter;
     QString document;
 };

@@ -4,21 +4,18 @@
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/StoryEditor.h"
 #include "platform/word/engine/WorkingDocument.h"
-#include "support/Files.h"
-#include "support/Text.h"
+#include "support/ChangedVariable.h"
+#include "support/FakeOffice.h"
+#include "support/LossyDocument.h"
+#include "support/Qvndctl.h"
 #include "tools/Command.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
 
 using namespace qvnd;
 using namespace qvnd::tools;
 
 namespace {
 
-class DocCommands : public testing::Test {
+class DocCommands : public Qvndctl {
 protected:
     QString documentOf(const QString& name, std::u16string_view text) {
         word::WorkingDocument document(word::normalTemplate());
@@ -27,57 +24,75 @@ protected:
         word::DocumentWriter().saveAs(folder.path(name).toStdU16String(), document.content());
         return folder.path(name);
     }
-    ExitStatus ran(const QStringList& words) {
-        std::ostringstream outStream;
-        std::ostringstream errStream;
-        const ExitStatus status = run(words, outStream, errStream);
-        out = QString::fromStdString(outStream.str());
-        err = QString::fromStdString(errStream.str());
-        return status;
-    }
-
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
 };
 
 } // namespace
 
 TEST_F(DocCommands, MergePutsTheFilesOneAfterAnother) {
     const QString target = folder.path("out.doc");
-    EXPECT_EQ(ran({"doc", "merge", "--font", "楷体_GB2312", "--size", "12", target,
-                   documentOf("a.doc", u"甲\r乙"), documentOf("b.doc", u"丙")}),
+    EXPECT_EQ(qvndctl({"doc", "merge", "--font", "楷体_GB2312", "--size", "12", target,
+                       documentOf("a.doc", u"甲\r乙"), documentOf("b.doc", u"丙")}),
               ExitStatus::done);
     EXPECT_EQ(err, "");
-    EXPECT_EQ(ran({"doc", "text", target}), ExitStatus::done);
+    EXPECT_EQ(qvndctl({"doc", "text", target}), ExitStatus::done);
     EXPECT_EQ(out.trimmed(), "甲\n乙\n丙");
-    EXPECT_EQ(ran({"doc", "check", target}), ExitStatus::done);
+    EXPECT_EQ(qvndctl({"doc", "check", target}), ExitStatus::done);
     EXPECT_EQ(out.trimmed(), "");
 }
 
 TEST_F(DocCommands, MergeOfAFileThatIsNoDocumentSaysWhyAndWritesNothing) {
     folder.write("a.doc", "no document");
-    EXPECT_EQ(ran({"doc", "merge", folder.path("out.doc"), folder.path("a.doc")}),
+    EXPECT_EQ(qvndctl({"doc", "merge", folder.path("out.doc"), folder.path("a.doc")}),
               ExitStatus::refused);
     EXPECT_EQ(err.trimmed(), "警告！: 不能打开文件“a.doc”：不是 Word 97-2003 格式的文档。");
     EXPECT_FALSE(folder.exists("out.doc"));
 }
 
+TEST_F(DocCommands, MergeTellsWhatAFileLoses) {
+    test::writeWithHeader(folder.path("a.doc"));
+    EXPECT_EQ(qvndctl({"doc", "merge", folder.path("out.doc"), folder.path("a.doc")}),
+              ExitStatus::done);
+    EXPECT_EQ(err.trimmed(), "提示: a.doc：" + test::lossOfHeader);
+}
+
+TEST_F(DocCommands, PdfIsWhatTheOfficeSuiteMakesOfTheDocument) {
+    const test::FakeOffice office;
+    folder.makeFolder("bin");
+    ASSERT_TRUE(QFile::link(office.settings().program, folder.path("bin/soffice")));
+    const test::ChangedVariable path("PATH", folder.path("bin").toUtf8() + ":/usr/bin:/bin");
+    folder.write("a.doc", "text");
+    EXPECT_EQ(qvndctl({"--json", "doc", "pdf", folder.path("a.doc"), folder.path("a.pdf")}),
+              ExitStatus::done);
+    EXPECT_EQ(folder.read("a.pdf"), "%PDF-1.4 of text");
+    EXPECT_TRUE(out.contains("\"output\"")) << out.toStdString();
+}
+
+TEST_F(DocCommands, WithoutTheOfficeSuiteThereIsNoPdfAndThatIsSaid) {
+    folder.makeFolder("bin");
+    const test::ChangedVariable path("PATH", folder.path("bin").toUtf8());
+    folder.write("a.doc", "text");
+    EXPECT_EQ(qvndctl({"doc", "pdf", folder.path("a.doc"), folder.path("a.pdf")}),
+              ExitStatus::refused);
+    EXPECT_EQ(err.trimmed(), "警告！: 没有安装办公套件（LibreOffice），无法转换“a.doc”。");
+    EXPECT_FALSE(folder.exists("a.pdf"));
+}
+
 TEST_F(DocCommands, MergeWithoutAFileOrWithASizeThatIsNoneIsWrongUsage) {
-    EXPECT_EQ(ran({"doc", "merge", folder.path("out.doc")}), ExitStatus::wrongUsage);
-    EXPECT_EQ(ran({"doc", "merge", "--size", "big", "out.doc", "a.doc"}), ExitStatus::wrongUsage);
+    EXPECT_EQ(qvndctl({"doc", "merge", folder.path("out.doc")}), ExitStatus::wrongUsage);
+    EXPECT_EQ(qvndctl({"doc", "merge", "--size", "big", "out.doc", "a.doc"}),
+              ExitStatus::wrongUsage);
 }
 
 TEST_F(DocCommands, InfoCountsAsOneJsonValue) {
     const QString file = documentOf("a.doc", u"甲\r乙");
-    EXPECT_EQ(ran({"--json", "doc", "info", file}), ExitStatus::done);
+    EXPECT_EQ(qvndctl({"--json", "doc", "info", file}), ExitStatus::done);
     EXPECT_TRUE(out.contains("\"paragraphs\":2")) << out.toStdString();
     EXPECT_TRUE(out.contains("\"sections\":1")) << out.toStdString();
 }
 
 TEST_F(DocCommands, CheckNamesEachFindingAndRefuses) {
     folder.write("a.doc", "no document");
-    EXPECT_EQ(ran({"doc", "check", folder.path("a.doc")}), ExitStatus::refused);
+    EXPECT_EQ(qvndctl({"doc", "check", folder.path("a.doc")}), ExitStatus::refused);
     EXPECT_TRUE(out.contains(": ")) << out.toStdString();
-    EXPECT_EQ(ran({"doc", "check", folder.path("missing.doc")}), ExitStatus::refused);
+    EXPECT_EQ(qvndctl({"doc", "check", folder.path("missing.doc")}), ExitStatus::refused);
 }

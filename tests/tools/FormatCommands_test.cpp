@@ -1,51 +1,28 @@
-#include "tools/Run.h"
-
-#include "support/Text.h"
-
-#include <gtest/gtest.h>
-
-#include <QFileInfo>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTemporaryDir>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace Qt::StringLiterals;
 
 namespace qvnd::tools {
 namespace {
 
-class FormatCommands : public testing::Test {
+class FormatCommands : public Qvndctl {
 protected:
-    ExitStatus call(const QStringList& words) {
-        std::ostringstream out;
-        std::ostringstream err;
-        const ExitStatus status =
-            run(QStringList{u"--home"_s, home.filePath(u"程序"_s), u"--json"_s} + words, out, err);
-        result = QJsonDocument::fromJson(QByteArray::fromStdString(out.str()));
-        said = QString::fromStdString(err.str());
-        return status;
-    }
-
-    QTemporaryDir home;
-    QJsonDocument result;
-    QString said;
+    ExitStatus call(const QStringList& words) { return qvndctl(QStringList{u"--json"_s} + words); }
+    QJsonArray rows() const { return json().toArray(); }
 };
 
 TEST_F(FormatCommands, ShowListsTheRowsOfATable) {
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"章节设置表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().size(), 9);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"后缀"_s).toString(), u"章"_s);
+    EXPECT_EQ(rows().size(), 9);
+    EXPECT_EQ(rows().at(0).toObject().value(u"后缀"_s).toString(), u"章"_s);
 }
 
 TEST_F(FormatCommands, SetChangesTheFirstRowAndLasts) {
     ASSERT_EQ(call({u"format"_s, u"set"_s, u"页面设置表"_s, u"页边距上"_s, u"2.54"_s}),
               ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"页面设置表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"页边距上"_s).toString(), u"2.54"_s);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"页边距下"_s).toString(), u"1.5"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"页边距上"_s).toString(), u"2.54"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"页边距下"_s).toString(), u"1.5"_s);
 }
 
 TEST_F(FormatCommands, SetWithAConditionChangesThatRowAlone) {
@@ -53,15 +30,15 @@ TEST_F(FormatCommands, SetWithAConditionChangesThatRowAlone) {
                     u"左"_s}),
               ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"章节设置表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"位置"_s).toString(), u"中"_s);
-    EXPECT_EQ(result.array().at(1).toObject().value(u"位置"_s).toString(), u"左"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"位置"_s).toString(), u"中"_s);
+    EXPECT_EQ(rows().at(1).toObject().value(u"位置"_s).toString(), u"左"_s);
 }
 
 TEST_F(FormatCommands, ARowOrValueThatCannotBeIsRefused) {
     EXPECT_EQ(call({u"format"_s, u"set"_s, u"章节设置表"_s, u"--where"_s, u"级别=10"_s, u"位置"_s,
                     u"左"_s}),
               ExitStatus::refused);
-    EXPECT_TRUE(said.contains(u"没有符合条件的行。"_s)) << said.toStdString();
+    EXPECT_TRUE(err.contains(u"没有符合条件的行。"_s)) << err.toStdString();
     EXPECT_EQ(call({u"format"_s, u"set"_s, u"页面设置表"_s, u"页边距上"_s, u"宽"_s}),
               ExitStatus::refused);
     EXPECT_EQ(call({u"format"_s, u"set"_s, u"页面设置表"_s, u"没有"_s, u"1"_s}),
@@ -79,9 +56,9 @@ TEST_F(FormatCommands, EveryTableOfTheSettingsIsShown) {
         {u"自定义表"_s, 0},   {u"封面库"_s, 0},    {u"当前自定义"_s, 0}, {u"设置库"_s, 0},
         {u"是否设置表"_s, 0}, {u"序号表"_s, 20},   {u"封面表"_s, 1},     {u"章节设置表"_s, 9},
         {u"页眉页脚表"_s, 1}, {u"页面设置表"_s, 1}};
-    for (const auto& [table, rows] : tables) {
+    for (const auto& [table, count] : tables) {
         ASSERT_EQ(call({u"format"_s, u"show"_s, table}), ExitStatus::done) << table.toStdString();
-        EXPECT_EQ(result.array().size(), rows) << table.toStdString();
+        EXPECT_EQ(rows().size(), count) << table.toStdString();
     }
 }
 
@@ -117,30 +94,30 @@ TEST_F(FormatCommands, SetTakesWhatTheDialogTakesAndRefusesWhatItRefuses) {
         EXPECT_EQ(call({u"format"_s, u"set"_s, each.table, each.field, u"--"_s, each.refused}),
                   ExitStatus::refused)
             << name;
-        EXPECT_FALSE(said.isEmpty()) << name;
+        EXPECT_FALSE(err.isEmpty()) << name;
         ASSERT_EQ(call({u"format"_s, u"show"_s, each.table}), ExitStatus::done);
-        EXPECT_EQ(result.array().at(0).toObject().value(each.field).toString(), each.taken) << name;
+        EXPECT_EQ(rows().at(0).toObject().value(each.field).toString(), each.taken) << name;
     }
 }
 
 TEST_F(FormatCommands, ALengthOutsideIsToldInTheDialogsWords) {
     EXPECT_EQ(call({u"format"_s, u"set"_s, u"页面设置表"_s, u"页边距上"_s, u"99"_s}),
               ExitStatus::refused);
-    EXPECT_TRUE(said.contains(u"对不起，该范围必须在-55.87-55.87之间！"_s)) << said.toStdString();
+    EXPECT_TRUE(err.contains(u"对不起，该范围必须在-55.87-55.87之间！"_s)) << err.toStdString();
 }
 
 TEST_F(FormatCommands, SettingASampleWritesTheNumberingThatBelongsToIt) {
     ASSERT_EQ(call({u"format"_s, u"set"_s, u"章节设置表"_s, u"--where"_s, u"级别=2"_s, u"中缀"_s,
                     u"a"_s}),
               ExitStatus::done);
-    EXPECT_EQ(result.object().value(u"序号标志"_s).toString(), u"aa型"_s);
+    EXPECT_EQ(json().toObject().value(u"序号标志"_s).toString(), u"aa型"_s);
 }
 
 TEST_F(FormatCommands, ATableOfOneRowThatHasNoneGetsItAndAListGetsNone) {
     ASSERT_EQ(call({u"format"_s, u"set"_s, u"当前自定义"_s, u"路径"_s, u"扉页"_s}),
               ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"当前自定义"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().size(), 1);
+    EXPECT_EQ(rows().size(), 1);
     EXPECT_EQ(call({u"format"_s, u"set"_s, u"设置库"_s, u"名称"_s, u"甲"_s}), ExitStatus::refused);
 }
 
@@ -150,30 +127,27 @@ TEST_F(FormatCommands, ARefusedValueMakesNoRow) {
     EXPECT_EQ(call({u"format"_s, u"set"_s, u"是否设置表"_s, u"没有"_s, u"是"_s}),
               ExitStatus::refused);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"是否设置表"_s}), ExitStatus::done);
-    EXPECT_TRUE(result.array().isEmpty());
+    EXPECT_TRUE(rows().isEmpty());
 }
 
 TEST_F(FormatCommands, LoadTakesThePlansNamesOnTheCoverAndTurnsTheRightAlignmentOn) {
     ASSERT_EQ(call({u"plan"_s, u"create"_s, u"滨江工程"_s, u"--contractor"_s, u"一建公司"_s}),
               ExitStatus::done);
     ASSERT_EQ(call({u"plan"_s, u"create"_s, u"别的工程"_s}), ExitStatus::done);
-    ASSERT_EQ(call({u"format"_s, u"load"_s, u"滨江工程"_s}), ExitStatus::done)
-        << said.toStdString();
-    EXPECT_EQ(result.object().value(u"工程名称"_s).toString(), u"滨江工程"_s);
+    ASSERT_EQ(call({u"format"_s, u"load"_s, u"滨江工程"_s}), ExitStatus::done) << err.toStdString();
+    EXPECT_EQ(json().toObject().value(u"工程名称"_s).toString(), u"滨江工程"_s);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"封面表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"工程名称"_s).toString(), u"滨江工程"_s);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"单位名称"_s).toString(), u"一建公司"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"工程名称"_s).toString(), u"滨江工程"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"单位名称"_s).toString(), u"一建公司"_s);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"页眉页脚表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"是否右对齐"_s).toString(), u"是"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"是否右对齐"_s).toString(), u"是"_s);
     EXPECT_EQ(call({u"format"_s, u"load"_s, u"没有"_s}), ExitStatus::refused);
 }
 
 TEST_F(FormatCommands, LoadTellsTheNamesThatThePlanHas) {
     const auto loaded = [this](const QString& plan) {
-        std::ostringstream out;
-        std::ostringstream err;
-        run({u"--home"_s, home.filePath(u"程序"_s), u"format"_s, u"load"_s, plan}, out, err);
-        return QString::fromStdString(out.str()).trimmed();
+        expectDone({u"format"_s, u"load"_s, plan});
+        return out.trimmed();
     };
     call({u"plan"_s, u"create"_s, u"滨江工程"_s, u"--contractor"_s, u"一建公司"_s});
     call({u"plan"_s, u"create"_s, u"别的工程"_s});
@@ -187,18 +161,18 @@ TEST_F(FormatCommands, ASettingLibraryIsSavedShownUsedAndDeleted) {
     };
     ASSERT_EQ(library(u"save"_s, {u"set"_s, u"甲"_s}), ExitStatus::done);
     EXPECT_EQ(library(u"save"_s, {u"set"_s, u"甲"_s}), ExitStatus::refused);
-    EXPECT_TRUE(said.contains(u"甲章节"_s)) << said.toStdString();
+    EXPECT_TRUE(err.contains(u"甲章节"_s)) << err.toStdString();
     ASSERT_EQ(library(u"list"_s, {u"set"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array(), QJsonArray{u"甲"_s});
+    EXPECT_EQ(rows(), QJsonArray{u"甲"_s});
     ASSERT_EQ(library(u"show"_s, {u"set"_s, u"甲"_s}), ExitStatus::done);
-    EXPECT_EQ(result.object().keys(), QStringList({u"甲眉脚"_s, u"甲章节"_s, u"甲页面"_s}));
+    EXPECT_EQ(json().toObject().keys(), QStringList({u"甲眉脚"_s, u"甲章节"_s, u"甲页面"_s}));
     ASSERT_EQ(library(u"use"_s, {u"set"_s, u"甲"_s}), ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"是否设置表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"设置名称"_s).toString(), u"甲"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"设置名称"_s).toString(), u"甲"_s);
     EXPECT_EQ(library(u"use"_s, {u"set"_s, u"乙"_s}), ExitStatus::refused);
     ASSERT_EQ(library(u"use"_s, {u"set"_s}), ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"show"_s, u"是否设置表"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array().at(0).toObject().value(u"是否设置"_s).toString(), u"否"_s);
+    EXPECT_EQ(rows().at(0).toObject().value(u"是否设置"_s).toString(), u"否"_s);
     ASSERT_EQ(library(u"delete"_s, {u"set"_s, u"甲"_s}), ExitStatus::done);
     EXPECT_EQ(library(u"delete"_s, {u"set"_s, u"甲"_s}), ExitStatus::refused);
     EXPECT_EQ(library(u"show"_s, {u"page"_s, u"甲"_s}), ExitStatus::wrongUsage);
@@ -207,15 +181,15 @@ TEST_F(FormatCommands, ASettingLibraryIsSavedShownUsedAndDeleted) {
 TEST_F(FormatCommands, ACoverLibraryAndACustomPageExcludeEachOther) {
     const auto chosen = [this](const QString& field) {
         EXPECT_EQ(call({u"format"_s, u"show"_s, u"是否设置表"_s}), ExitStatus::done);
-        return result.array().at(0).toObject().value(field).toString();
+        return rows().at(0).toObject().value(field).toString();
     };
     ASSERT_EQ(call({u"format"_s, u"library"_s, u"save"_s, u"cover"_s, u"乙"_s}), ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"library"_s, u"save"_s, u"set"_s, u"甲"_s}), ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"custom"_s, u"create"_s, u"扉页"_s}), ExitStatus::done)
-        << said.toStdString();
-    EXPECT_TRUE(QFileInfo::exists(result.object().value(u"文件"_s).toString()));
+        << err.toStdString();
+    EXPECT_TRUE(QFileInfo::exists(json().toObject().value(u"文件"_s).toString()));
     EXPECT_EQ(call({u"format"_s, u"custom"_s, u"create"_s, u"扉页"_s}), ExitStatus::refused);
-    EXPECT_TRUE(said.contains(u"对不起，[扉页]自定义已经存在！"_s));
+    EXPECT_TRUE(err.contains(u"对不起，[扉页]自定义已经存在！"_s));
     ASSERT_EQ(call({u"format"_s, u"library"_s, u"use"_s, u"set"_s, u"甲"_s}), ExitStatus::done);
     ASSERT_EQ(call({u"format"_s, u"library"_s, u"use"_s, u"cover"_s, u"乙"_s}), ExitStatus::done);
     EXPECT_EQ(chosen(u"封面名称"_s), u"乙"_s);
@@ -228,7 +202,7 @@ TEST_F(FormatCommands, ACoverLibraryAndACustomPageExcludeEachOther) {
     ASSERT_EQ(call({u"format"_s, u"custom"_s, u"use"_s}), ExitStatus::done);
     EXPECT_EQ(chosen(u"封面名称"_s), u"乙"_s);
     ASSERT_EQ(call({u"format"_s, u"custom"_s, u"list"_s}), ExitStatus::done);
-    EXPECT_EQ(result.array(), QJsonArray{u"扉页"_s});
+    EXPECT_EQ(rows(), QJsonArray{u"扉页"_s});
     ASSERT_EQ(call({u"format"_s, u"custom"_s, u"delete"_s, u"扉页"_s}), ExitStatus::done);
     EXPECT_EQ(call({u"format"_s, u"custom"_s, u"use"_s, u"扉页"_s}), ExitStatus::refused);
 }

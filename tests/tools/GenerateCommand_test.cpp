@@ -1,19 +1,10 @@
 #include "platform/jet/DBEngine.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
-#include "support/Files.h"
 #include "support/Gif.h"
 #include "support/Images.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <sstream>
+#include "support/LossyDocument.h"
+#include "support/Qvndctl.h"
 
 using namespace Qt::StringLiterals;
 using namespace qvnd;
@@ -22,7 +13,7 @@ using namespace qvnd::tools;
 namespace {
 
 // A plan 桥 with a document and a chapter that holds another one, in a program folder of its own.
-class GenerateTool : public testing::Test {
+class GenerateTool : public Qvndctl {
 protected:
     GenerateTool() {
         folder.write(u"源/说明.doc"_s, {});
@@ -34,19 +25,6 @@ protected:
         chapter = out.trimmed();
         document(chapter);
     }
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status = run(QStringList{u"--home"_s, folder.path(u"home"_s)} + words,
-                                      standardOut, standardError);
-        out = QString::fromStdString(standardOut.str());
-        err = QString::fromStdString(standardError.str());
-        return status;
-    }
-    void expectDone(const QStringList& words) {
-        EXPECT_EQ(qvndctl(words), ExitStatus::done) << err.toStdString();
-    }
     void document(const QString& parent) {
         expectDone({u"outline"_s, u"add-document"_s, u"桥"_s, parent, folder.path(u"源/说明.doc"_s),
                     u"--below"_s});
@@ -55,7 +33,7 @@ protected:
     QJsonObject generated(const QStringList& options = {}) {
         expectDone(QStringList{u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"layout"_s} +
                    options);
-        return QJsonDocument::fromJson(out.toUtf8()).object();
+        return json().toObject();
     }
     // As a row of a plan that someone else has made.
     void addDocumentRow(const QString& key, const QString& name) const {
@@ -75,9 +53,6 @@ protected:
         return out;
     }
 
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
     QString chapter;
     QString lastKey;
 };
@@ -91,7 +66,7 @@ TEST_F(GenerateTool, ARowWhoseKeyIsNoneIsNamedAndAllOthersComeInWithAndWithoutJs
     EXPECT_TRUE(out.contains(u"3 个文档放入 2 个"_s)) << out.toStdString();
     EXPECT_TRUE(out.contains(u"没有放入：桥.a 外来："_s)) << out.toStdString();
     EXPECT_EQ(qvndctl(QStringList{u"--json"_s} + words), ExitStatus::refused);
-    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    const QJsonObject told = json().toObject();
     EXPECT_EQ(told[u"inserted"_s].toInt(), 2) << out.toStdString();
     EXPECT_EQ(told[u"check"_s].toArray().last()[u"kind"_s].toString(), u"oddKey"_s);
     EXPECT_EQ(qvndctl({u"check"_s, u"桥"_s}), ExitStatus::refused);
@@ -134,11 +109,19 @@ TEST_F(GenerateTool, OptionsReachTheNumbering) {
     EXPECT_TRUE(text().contains(u"a) 说明\n"_s)) << out.toStdString();
 }
 
+TEST_F(GenerateTool, WhatADocumentLosesIsToldAndReported) {
+    test::writeWithHeader(folder.path(u"home/Sys/用户模板/桥/"_s + lastKey + u".doc"_s));
+    const QJsonObject told = generated();
+    const QString loss = lastKey + u".doc："_s + test::lossOfHeader;
+    EXPECT_EQ(told[u"messages"_s].toArray(), QJsonArray{loss});
+    EXPECT_TRUE(err.contains(loss)) << err.toStdString();
+}
+
 TEST_F(GenerateTool, ADocumentThatDidNotComeInIsNamedWithItsReasonAndTheRestIsGenerated) {
     QFile::remove(folder.path(u"home/Sys/用户模板/桥/"_s + lastKey + u".doc"_s));
     EXPECT_EQ(qvndctl({u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"layout"_s}),
               ExitStatus::refused);
-    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    const QJsonObject told = json().toObject();
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
     EXPECT_EQ(told[u"check"_s].toArray().size(), 1);
     EXPECT_EQ(told[u"inserted"_s].toInt(), 1);
@@ -182,7 +165,7 @@ TEST_F(GenerateTool, TheContentsOfAFinishedDocumentAreRebuiltAndTheFileStaysAsIt
     generated();
     const QByteArray before = folder.read(u"home/工程文档管理/施工方案.doc"_s);
     expectDone({u"--json"_s, u"contents"_s, u"rebuild"_s});
-    const QJsonObject told = QJsonDocument::fromJson(out.toUtf8()).object();
+    const QJsonObject told = json().toObject();
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
     EXPECT_EQ(told[u"saved"_s], QJsonValue(false));
     EXPECT_EQ(folder.read(u"home/工程文档管理/施工方案.doc"_s), before);
@@ -208,7 +191,7 @@ TEST_F(GenerateTool, AGifComesOntoTheCover) {
     expectDone({u"format"_s, u"set"_s, u"封面表"_s, u"图片"_s, u"标志.gif"_s});
     EXPECT_TRUE(generated()[u"messages"_s].toArray().isEmpty()) << err.toStdString();
     expectDone({u"--json"_s, u"doc"_s, u"info"_s, work(u"施工方案.doc"_s)});
-    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8())[u"pictures"_s].toInt(), 1);
+    EXPECT_EQ(json()[u"pictures"_s].toInt(), 1);
 }
 
 TEST_F(GenerateTool, ACoverPictureWithoutWidthOrHeightIsToldInWords) {

@@ -1,38 +1,28 @@
-#include "support/Corpus.h"
-#include "support/Files.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "support/GenuineJet.h"
+#include "support/Qvndctl.h"
 
 using namespace qvnd;
 using namespace qvnd::tools;
 
 namespace {
 
-struct LegacyTool : testing::Test {
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status =
-            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
-        out = QString::fromStdString(standardOut.str()).trimmed();
-        err = QString::fromStdString(standardError.str()).trimmed();
-        return status;
+class LegacyTool : public Qvndctl {
+protected:
+    // A genuine Jet file with a table that is none of ours.
+    static QByteArray genuine() {
+        jet::legacy::LegacyTable table;
+        table.Name = "价目";
+        table.Fields = {jet::TableDef::CreateField(QString("材料"), jet::FieldType::Text)};
+        table.Rows = {{jet::Value(u"水泥")}};
+        return test::GenuineJet({table}).bytes();
     }
 };
 
 TEST_F(LegacyTool, WithoutOldPlansTheListIsEmpty) {
     EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::done);
-    EXPECT_EQ(out, "没有旧版的方案或模板。");
+    EXPECT_EQ(out, "没有旧版的方案或模板。\n");
     EXPECT_EQ(qvndctl({"--json", "plan", "import-legacy"}), ExitStatus::done);
-    EXPECT_EQ(out, "[]");
+    EXPECT_EQ(out, "[]\n");
 }
 
 TEST_F(LegacyTool, ADamagedJetFileIsNamedAndLeftAsItWas) {
@@ -52,13 +42,7 @@ TEST_F(LegacyTool, ADamagedJetFileIsNamedAndLeftAsItWas) {
 }
 
 TEST_F(LegacyTool, AGenuineJetFileWithoutAnOutlineIsNamedAndLeftAsItWas) {
-    const auto corpus = test::corpusFolder();
-    if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
-        GTEST_SKIP() << "no genuine Jet files here (they lie in the folder that QVND_CORPUS names)";
-    }
-    QFile genuine(files::fromPath(*corpus / "jet" / "testAccess_V1997.mdb"));
-    ASSERT_TRUE(genuine.open(QIODevice::ReadOnly));
-    const QByteArray bytes = genuine.readAll();
+    const QByteArray bytes = genuine();
     qvndctl({"init"});
     folder.write("home/Sys/用户模板/旧工程/旧工程.mdb", bytes);
     EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::refused);
@@ -88,13 +72,7 @@ TEST_F(LegacyTool, DamagedCentralDatabasesOfAnOlderInstallationAreToldMadeAnewAn
 }
 
 TEST_F(LegacyTool, GenuineCentralDatabasesAreTakenOverTableByTable) {
-    const auto corpus = test::corpusFolder();
-    if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
-        GTEST_SKIP() << "no genuine Jet files here (they lie in the folder that QVND_CORPUS names)";
-    }
-    QFile genuine(files::fromPath(*corpus / "jet" / "testAccess_V1997.mdb"));
-    ASSERT_TRUE(genuine.open(QIODevice::ReadOnly));
-    const QByteArray bytes = genuine.readAll();
+    const QByteArray bytes = genuine();
     folder.write("home/Sys/Database/Db_BidSet.mdb", bytes);
     EXPECT_EQ(qvndctl({"plan", "import-legacy"}), ExitStatus::done) << err.toStdString();
     EXPECT_TRUE(out.startsWith("数据库 Db_BidSet.mdb：")) << out.toStdString();

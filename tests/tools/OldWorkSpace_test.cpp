@@ -1,13 +1,7 @@
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
-#include "support/Files.h"
 #include "support/FirstArrangementFile.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -16,7 +10,7 @@ namespace {
 
 // A program folder in which every database is one of the first arrangement: plans with names in
 // full-width letters, like an old index, and with an empty table, and a template.
-class OldWorkSpace : public testing::Test {
+class OldWorkSpace : public Qvndctl {
 protected:
     OldWorkSpace() {
         lay("odd_names", "Sys/用户模板/Db_UsTemplate.mdb");
@@ -35,18 +29,12 @@ protected:
         EXPECT_TRUE(test::layFirstArrangement(name, folder.path("home/" + file)));
     }
     QString told(const QStringList& words) {
-        std::ostringstream out;
-        std::ostringstream err;
-        EXPECT_EQ(run(QStringList{"--home", folder.path("home")} + words, out, err),
-                  ExitStatus::done)
-            << words.join(' ').toStdString() << ": " << err.str();
+        expectDone(words);
         if (words.front() != "generate") { // which shows its progress there
-            EXPECT_EQ(err.str(), "") << words.join(' ').toStdString();
+            EXPECT_EQ(err, "") << words.join(' ').toStdString();
         }
-        return QString::fromStdString(out.str()).trimmed();
+        return out.trimmed();
     }
-
-    test::TemporaryFolder folder;
 };
 
 TEST_F(OldWorkSpace, ListsItsPlansAndTheirOutlines) {

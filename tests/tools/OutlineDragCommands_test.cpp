@@ -1,10 +1,4 @@
-#include "support/Files.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -13,7 +7,7 @@ namespace {
 
 // A plan T with the folders T.1 and T.2, the document T.1.1 and the document T.4, and a template M
 // made of a plan's folder, in a program folder of its own.
-class OutlineDragTool : public testing::Test {
+class OutlineDragTool : public Qvndctl {
 protected:
     OutlineDragTool() {
         folder.write("说明.doc", "document");
@@ -23,48 +17,31 @@ protected:
     }
 
     void makePlan(const QString& name) {
-        expectDone({"plan", "create", name});
-        expectDone({"outline", "add-folder", name, name, "章", "--below"});
-        expectDone({"outline", "add-folder", name, name, "节", "--below"});
+        expectDoneInSilence({"plan", "create", name});
+        expectDoneInSilence({"outline", "add-folder", name, name, "章", "--below"});
+        expectDoneInSilence({"outline", "add-folder", name, name, "节", "--below"});
         add(name, name + ".1");
         add(name, name);
     }
     void add(const QString& plan, const QString& key) {
-        expectDone({"outline", "add-document", plan, key, folder.path("说明.doc"), "--below"});
-    }
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status =
-            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
-        out = QString::fromStdString(standardOut.str());
-        err = QString::fromStdString(standardError.str());
-        return status;
-    }
-    void expectDone(const QStringList& words) {
-        EXPECT_EQ(qvndctl(words), ExitStatus::done) << words.join(' ').toStdString();
-        EXPECT_EQ(err, "") << words.join(' ').toStdString();
+        expectDoneInSilence(
+            {"outline", "add-document", plan, key, folder.path("说明.doc"), "--below"});
     }
     QString shown() {
-        expectDone({"outline", "show", "T"});
+        expectDoneInSilence({"outline", "show", "T"});
         return out;
     }
     QStringList documents() const { return folder.names("home/Sys/用户模板/T").filter(".doc"); }
-
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
 };
 
 TEST_F(OutlineDragTool, MovesANodeAndPrintsItsNewKey) {
     ASSERT_EQ(documents(), QStringList({"T.1.1.doc", "T.4.doc"}));
-    expectDone({"outline", "move", "T", "T.4", "T.2"});
+    expectDoneInSilence({"outline", "move", "T", "T.4", "T.2"});
     EXPECT_EQ(out, "T.2.1\n");
     EXPECT_EQ(shown(), "T  [T]\n  章  [T.1]\n    说明  [T.1.1]  文档\n  节  [T.2]\n"
                        "    说明  [T.2.1]  文档\n");
     EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.2.1.doc"), "document");
-    expectDone({"--json", "outline", "move", "T", "T.1", "T.2"});
+    expectDoneInSilence({"--json", "outline", "move", "T", "T.1", "T.2"});
     EXPECT_EQ(out, "\"T.2.4\"\n");
     EXPECT_EQ(documents(), QStringList({"T.2.1.doc", "T.2.4.1.doc"}));
 }
@@ -80,10 +57,10 @@ TEST_F(OutlineDragTool, WhatCannotBeMovedIsToldAndRefused) {
 }
 
 TEST_F(OutlineDragTool, CopiesATemplatesNodeAndPrintsTheNewKeys) {
-    expectDone({"outline", "copy", "T", "T.2", "M.1"});
+    expectDoneInSilence({"outline", "copy", "T", "T.2", "M.1"});
     EXPECT_EQ(out, "T.2.1\nT.2.1.1\n");
     EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.2.1.1.doc"), "document");
-    expectDone({"--json", "outline", "copy", "T", "T.2", "M.4"});
+    expectDoneInSilence({"--json", "outline", "copy", "T", "T.2", "M.4"});
     EXPECT_EQ(out, "[\"T.2.2\"]\n");
 }
 

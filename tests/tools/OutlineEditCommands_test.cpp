@@ -1,15 +1,5 @@
-#include "support/Files.h"
 #include "support/HeldLock.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -17,11 +7,8 @@ using namespace qvnd::tools;
 namespace {
 
 // A plan 甲 with 甲.1 (folder), 甲.1.1 (document) and 甲.3 (folder).
-struct EditTool : testing::Test {
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
-
+class EditTool : public Qvndctl {
+protected:
     EditTool() {
         folder.write("a.doc", "text");
         qvndctl({"plan", "create", "甲"});
@@ -30,19 +17,10 @@ struct EditTool : testing::Test {
         qvndctl({"outline", "add-folder", "甲", "甲", "尾", "--below"});
         EXPECT_EQ(keys(), QStringList({"甲", "甲.1", "甲.1.1", "甲.3"}));
     }
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status =
-            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
-        out = QString::fromStdString(standardOut.str());
-        err = QString::fromStdString(standardError.str());
-        return status;
-    }
     QStringList column(const QString& field, const QStringList& options = {}) {
         qvndctl(QStringList{"--json", "outline", "show", "甲"} + options);
         QStringList values;
-        for (const auto& row : QJsonDocument::fromJson(out.toUtf8()).array()) {
+        for (const auto& row : json().toArray()) {
             values << row.toObject()[field].toString();
         }
         return values;
@@ -102,8 +80,7 @@ TEST_F(EditTool, RenameChangesTheNameAndTellsIt) {
     EXPECT_EQ(keys(), QStringList({"甲", "甲.1", "甲.1.1", "甲.3"}));
     EXPECT_TRUE(exists("甲/甲.1.1.doc"));
     qvndctl({"--json", "outline", "rename", "甲", "甲.1", "另"});
-    EXPECT_EQ(QJsonDocument::fromJson(out.toUtf8()).object(),
-              (QJsonObject{{"Key", "甲.1"}, {"名称", "另"}}));
+    EXPECT_EQ(json().toObject(), (QJsonObject{{"Key", "甲.1"}, {"名称", "另"}}));
 }
 
 TEST_F(EditTool, ARenameReachesThePlansCopyAtTheOrderlyExit) {

@@ -1,17 +1,8 @@
 #include "platform/files/WorkSpaceTurn.h"
 #include "platform/jet/DBEngine.h"
-#include "support/Files.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "support/Qvndctl.h"
 
 #include <functional>
-#include <sstream>
 #include <utility>
 
 using namespace qvnd;
@@ -19,29 +10,8 @@ using namespace qvnd::tools;
 
 namespace {
 
-// The tool on a program folder of its own, each command a run from Main to the orderly exit.
-struct Tool : testing::Test {
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status =
-            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
-        out = QString::fromStdString(standardOut.str());
-        err = QString::fromStdString(standardError.str());
-        return status;
-    }
-    void expectDone(const QStringList& words) {
-        EXPECT_EQ(qvndctl(words), ExitStatus::done) << words.join(' ').toStdString();
-        EXPECT_EQ(err, "") << words.join(' ').toStdString();
-    }
-    QJsonValue json(const QStringList& words) {
-        expectDone(QStringList{"--json"} + words);
-        return QJsonDocument::fromJson(("[" + out + "]").toUtf8()).array().at(0);
-    }
+class Tool : public Qvndctl {
+protected:
     QString home(const QString& name) const { return folder.path("home/" + name); }
 };
 
@@ -56,7 +26,7 @@ TEST_F(Tool, InitLaysOutAFreshProgramFolderAndNamesItsFolders) {
     EXPECT_TRUE(folder.exists("home/Sys/标书模板"));
     EXPECT_TRUE(folder.exists("home/Sys/图片库"));
     EXPECT_TRUE(folder.exists("home/Sys/自定义"));
-    expectDone({"init"});
+    expectDoneInSilence({"init"});
     EXPECT_TRUE(out.startsWith("gAppPath="));
 }
 
@@ -83,10 +53,11 @@ TEST_F(Tool, AFailedStartIsToldAndRefused) {
 }
 
 TEST_F(Tool, APlanIsCreatedListedAndTold) {
-    expectDone({"plan", "create", "工程甲", "--client", "甲方", "--contractor", "乙方", "--author",
-                "李明", "--approver", "王建国", "--date", "2026-02-10", "--note", "备注"});
+    expectDoneInSilence({"plan", "create", "工程甲", "--client", "甲方", "--contractor", "乙方",
+                         "--author", "李明", "--approver", "王建国", "--date", "2026-02-10",
+                         "--note", "备注"});
     EXPECT_EQ(out, "工程甲\n");
-    expectDone({"plan", "create", "工程乙"});
+    expectDoneInSilence({"plan", "create", "工程乙"});
     EXPECT_EQ(json({"plan", "list"}).toArray(), QJsonArray({"工程甲", "工程乙"}));
     const QJsonObject told = json({"plan", "info", "工程甲"}).toObject();
     EXPECT_EQ(told["名称"].toString(), "工程甲");
@@ -148,7 +119,7 @@ TEST_F(Tool, AQuestionIsAnsweredWithNoUnlessYesIsGiven) {
 }
 
 TEST_F(Tool, APlanNameNeverLeavesThePlansFolder) {
-    expectDone({"init"});
+    expectDoneInSilence({"init"});
     for (const char* name : {"..", ".", "../甲", "a/b", "a\\b", " .. "}) {
         EXPECT_EQ(qvndctl({"--yes", "plan", "create", name}), ExitStatus::refused) << name;
         EXPECT_TRUE(err.startsWith("对不起，输入字符非法！\n")) << err.toStdString();
@@ -163,7 +134,7 @@ TEST_F(Tool, ANameWithAnIllegalCharacterIsRefusedAndTheCharacterNamed) {
 }
 
 TEST_F(Tool, ThePlansInformationShowsWhatThereIs) {
-    expectDone({"plan", "create", "工程甲", "--client", "甲方", "--note", "备注"});
+    expectDoneInSilence({"plan", "create", "工程甲", "--client", "甲方", "--note", "备注"});
     {
         jet::DBEngine engine;
         const auto db = engine.Workspaces(0).OpenDatabase(home("Sys/用户模板/Db_UsTemplate.mdb"));
@@ -199,15 +170,16 @@ TEST_F(Tool, ADateOfAnotherFormIsWrongUsage) {
 
 TEST_F(Tool, FoldersAndDocumentsAreAddedAndShown) {
     folder.write("说明.doc", "document");
-    expectDone({"plan", "create", "T"});
-    expectDone({"outline", "add-folder", "T", "T", "第一章", "--below"});
+    expectDoneInSilence({"plan", "create", "T"});
+    expectDoneInSilence({"outline", "add-folder", "T", "T", "第一章", "--below"});
     EXPECT_EQ(out, "T.1\n");
-    expectDone({"outline", "add-folder", "T", "T.1", "第二章", "--beside"});
+    expectDoneInSilence({"outline", "add-folder", "T", "T.1", "第二章", "--beside"});
     EXPECT_EQ(out, "T.2\n");
     EXPECT_EQ(json({"outline", "add-document", "T", "T.1", folder.path("说明.doc"), "--below"})
                   .toString(),
               "T.1.1");
-    expectDone({"outline", "add-document", "T", "T.1", folder.path("说明.doc"), "--beside"});
+    expectDoneInSilence(
+        {"outline", "add-document", "T", "T.1", folder.path("说明.doc"), "--beside"});
     EXPECT_EQ(out, "T.4\n");
     const QJsonArray rows = json({"outline", "show", "T"}).toArray();
     ASSERT_EQ(rows.size(), 5);
@@ -219,7 +191,7 @@ TEST_F(Tool, FoldersAndDocumentsAreAddedAndShown) {
     EXPECT_EQ(third["是否文档"].toString(), "是");
     EXPECT_EQ(third["depth"].toInt(), 1);
     EXPECT_EQ(rows[4].toObject()["depth"].toInt(), 2);
-    expectDone({"outline", "show", "T"});
+    expectDoneInSilence({"outline", "show", "T"});
     EXPECT_EQ(out, "T  [T]\n  第一章  [T.1]\n    说明  [T.1.1]  文档\n  说明  [T.4]  文档\n"
                    "  第二章  [T.2]\n");
     EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.4.doc"), "document");
@@ -227,18 +199,19 @@ TEST_F(Tool, FoldersAndDocumentsAreAddedAndShown) {
 
 TEST_F(Tool, EveryCommandEndsWithTheOrderlyExitSoTheCopyIsLevel) {
     folder.write("说明.doc", "document");
-    expectDone({"plan", "create", "T"});
-    expectDone({"outline", "add-folder", "T", "T", "章", "--below"});
-    expectDone({"outline", "add-folder", "T", "T", "节", "--below"});
-    expectDone({"outline", "add-document", "T", "T.1", folder.path("说明.doc"), "--beside"});
+    expectDoneInSilence({"plan", "create", "T"});
+    expectDoneInSilence({"outline", "add-folder", "T", "T", "章", "--below"});
+    expectDoneInSilence({"outline", "add-folder", "T", "T", "节", "--below"});
+    expectDoneInSilence(
+        {"outline", "add-document", "T", "T.1", folder.path("说明.doc"), "--beside"});
     const QJsonArray rows = json({"outline", "show", "T"}).toArray();
     EXPECT_EQ(json({"outline", "show", "T", "--copy"}).toArray(), rows);
 }
 
 TEST_F(Tool, AnAnswerOfNoLeavesTheRowsOutOfTheTable) {
-    expectDone({"plan", "create", "T"});
-    expectDone({"outline", "add-folder", "T", "T", "章", "--below"});
-    expectDone({"outline", "add-folder", "T", "T", "节", "--below"});
+    expectDoneInSilence({"plan", "create", "T"});
+    expectDoneInSilence({"outline", "add-folder", "T", "T", "章", "--below"});
+    expectDoneInSilence({"outline", "add-folder", "T", "T", "节", "--below"});
     EXPECT_EQ(qvndctl({"outline", "add-document", "T", "T.1", folder.path("无.doc"), "--beside"}),
               ExitStatus::refused);
     EXPECT_TRUE(err.contains("此文件不存在。要创建此文件吗？"));
@@ -246,7 +219,7 @@ TEST_F(Tool, AnAnswerOfNoLeavesTheRowsOutOfTheTable) {
 }
 
 TEST_F(Tool, AMissingFileIsMadeAsAnEmptyDocumentWhenWanted) {
-    expectDone({"plan", "create", "T"});
+    expectDoneInSilence({"plan", "create", "T"});
     EXPECT_EQ(qvndctl({"--yes", "outline", "add-document", "T", "T", folder.path("新"), "--below"}),
               ExitStatus::done);
     EXPECT_TRUE(err.contains("新.doc\n此文件不存在。要创建此文件？")) << err.toStdString();
@@ -255,20 +228,20 @@ TEST_F(Tool, AMissingFileIsMadeAsAnEmptyDocumentWhenWanted) {
 
 TEST_F(Tool, WhatTheWindowsWouldNotOfferIsRefused) {
     folder.write("说明.doc", "document");
-    expectDone({"plan", "create", "T"});
+    expectDoneInSilence({"plan", "create", "T"});
     EXPECT_EQ(qvndctl({"outline", "add-folder", "T", "T", "章", "--beside"}), ExitStatus::refused);
     EXPECT_EQ(err, "此节点不能添加同级文件夹\n");
     EXPECT_EQ(qvndctl({"outline", "add-document", "T", "T", folder.path("说明.doc"), "--beside"}),
               ExitStatus::refused);
     EXPECT_EQ(err, "此节点不能添加同级文档\n");
-    expectDone({"outline", "add-document", "T", "T", folder.path("说明.doc"), "--below"});
+    expectDoneInSilence({"outline", "add-document", "T", "T", folder.path("说明.doc"), "--below"});
     EXPECT_EQ(qvndctl({"outline", "add-folder", "T", "T.1", "章", "--below"}), ExitStatus::refused);
     EXPECT_EQ(err, "文档下面不能添加文件夹\n");
     EXPECT_EQ(json({"outline", "show", "T"}).toArray().size(), 2);
 }
 
 TEST_F(Tool, AnUnknownNodeOrAMissingChoiceIsTold) {
-    expectDone({"plan", "create", "T"});
+    expectDoneInSilence({"plan", "create", "T"});
     EXPECT_EQ(qvndctl({"outline", "add-folder", "T", "T.9", "章", "--below"}), ExitStatus::refused);
     EXPECT_EQ(err, "方案“T”中没有键为“T.9”的节点\n");
     EXPECT_EQ(qvndctl({"outline", "add-folder", "T", "T", "章"}), ExitStatus::wrongUsage);
@@ -278,18 +251,18 @@ TEST_F(Tool, AnUnknownNodeOrAMissingChoiceIsTold) {
 }
 
 TEST_F(Tool, AnOpenedPlanStaysTheCurrentOneForTheNextCommands) {
-    expectDone({"plan", "create", "甲"});
-    expectDone({"plan", "create", "乙"});
-    expectDone({"plan", "open", "甲"});
+    expectDoneInSilence({"plan", "create", "甲"});
+    expectDoneInSilence({"plan", "create", "乙"});
+    expectDoneInSilence({"plan", "open", "甲"});
     EXPECT_EQ(out, "甲\n");
-    expectDone({"outline", "add-folder", "乙", "乙", "章", "--below"});
+    expectDoneInSilence({"outline", "add-folder", "乙", "乙", "章", "--below"});
     EXPECT_EQ(json({"outline", "show", "乙"}).toArray().size(), 2);
     EXPECT_EQ(qvndctl({"plan", "open", "没有"}), ExitStatus::refused);
 }
 
 TEST_F(Tool, ACopiedPlanFolderIsAPlan) {
-    expectDone({"plan", "create", "甲"});
-    expectDone({"outline", "add-folder", "甲", "甲", "章", "--below"});
+    expectDoneInSilence({"plan", "create", "甲"});
+    expectDoneInSilence({"outline", "add-folder", "甲", "甲", "章", "--below"});
     test::TemporaryFolder elsewhere;
     elsewhere.makeFolder("Sys/用户模板/甲");
     elsewhere.makeFolder("Sys/标书模板");

@@ -1,30 +1,12 @@
-#include "support/Files.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace qvnd;
 using namespace qvnd::tools;
 
 namespace {
 
-struct RegistryTool : testing::Test {
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status =
-            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
-        out = QString::fromStdString(standardOut.str()).trimmed();
-        err = QString::fromStdString(standardError.str()).trimmed();
-        return status;
-    }
+class RegistryTool : public Qvndctl {
+protected:
     void writeRegistry() const {
         folder.write("home/registry.reg", "REGEDIT4\n[HKEY_LOCAL_MACHINE\\Software\\TREL]\n"
                                           "\"cfg\"=\"C:\\\\\xB9\xA4\"\n\"n\"=dword:0000002a\n"
@@ -38,16 +20,16 @@ struct RegistryTool : testing::Test {
 TEST_F(RegistryTool, AValueOfTheProgramsRegistryFileIsShown) {
     writeRegistry();
     EXPECT_EQ(get("cfg"), ExitStatus::done);
-    EXPECT_EQ(out, "C:\\工");
+    EXPECT_EQ(out, "C:\\工\n");
     EXPECT_EQ(get("n"), ExitStatus::done);
-    EXPECT_EQ(out, "42");
+    EXPECT_EQ(out, "42\n");
     EXPECT_EQ(get("b"), ExitStatus::done);
-    EXPECT_EQ(out, "01 ff");
+    EXPECT_EQ(out, "01 ff\n");
     EXPECT_EQ(get("word"), ExitStatus::done);
-    EXPECT_EQ(out, "Error");
+    EXPECT_EQ(out, "Error\n");
     EXPECT_EQ(qvndctl({"--json", "registry", "get", "HKEY_LOCAL_MACHINE\\Software\\TREL", "n"}),
               ExitStatus::done);
-    EXPECT_EQ(out, "42");
+    EXPECT_EQ(out, "42\n");
 }
 
 TEST_F(RegistryTool, AMissingValueKeyOrFileIsRefusedWithTheReason) {
@@ -66,12 +48,12 @@ TEST_F(RegistryTool, AValueOfAProfileIsShownOrTheDefault) {
     folder.write("p.ini", "[\xB9\xA4]\r\nwork = D:\\x\r\n");
     const QString file = folder.path("p.ini");
     EXPECT_EQ(qvndctl({"profile", "get", file, "工", "Work", "没有"}), ExitStatus::done);
-    EXPECT_EQ(out, "D:\\x");
+    EXPECT_EQ(out, "D:\\x\n");
     EXPECT_EQ(qvndctl({"profile", "get", file, "工", "none", "没有"}), ExitStatus::done);
-    EXPECT_EQ(out, "没有");
+    EXPECT_EQ(out, "没有\n");
     EXPECT_EQ(qvndctl({"--json", "profile", "get", folder.path("none"), "s", "k", "d"}),
               ExitStatus::done);
-    EXPECT_EQ(out, "\"d\"");
+    EXPECT_EQ(out, "\"d\"\n");
     EXPECT_EQ(qvndctl({"profile", "get", file, "工"}), ExitStatus::wrongUsage);
 }
 

@@ -1,14 +1,4 @@
-#include "support/Files.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
-
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <sstream>
+#include "support/Qvndctl.h"
 
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -16,7 +6,8 @@ using namespace qvnd::tools;
 namespace {
 
 // A plan 工程 with a folder and two documents, each command a run of its own.
-struct TemplateTool : testing::Test {
+class TemplateTool : public Qvndctl {
+protected:
     TemplateTool() {
         for (const char* name : {"编制说明", "管理目标"}) {
             folder.write(QString(name) + ".doc", name);
@@ -26,26 +17,13 @@ struct TemplateTool : testing::Test {
         below = add("add-folder", "工程", "施工部署");
         second = add("add-document", below, "管理目标.doc");
     }
-
-    ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status =
-            run(QStringList{"--home", folder.path("home")} + words, standardOut, standardError);
-        out = QString::fromStdString(standardOut.str()).trimmed();
-        err = QString::fromStdString(standardError.str());
-        return status;
-    }
     QString add(const QString& command, const QString& key, const QString& what) {
         const QString file = what.endsWith(".doc") ? folder.path(what) : what;
         EXPECT_EQ(qvndctl({"outline", command, "工程", key, file, "--below"}), ExitStatus::done)
             << err.toStdString();
-        return out;
+        return out.trimmed();
     }
-    QJsonArray json(const QStringList& words) {
-        EXPECT_EQ(qvndctl(QStringList{"--json"} + words), ExitStatus::done) << err.toStdString();
-        return QJsonDocument::fromJson(out.toUtf8()).array();
-    }
+    QJsonArray rows(const QStringList& words) { return json(words).toArray(); }
     QStringList values(const QJsonArray& rows, const QString& name) {
         QStringList found;
         for (const auto& row : rows) {
@@ -54,9 +32,6 @@ struct TemplateTool : testing::Test {
         return found;
     }
 
-    test::TemporaryFolder folder;
-    QString out;
-    QString err;
     QString first;
     QString below;
     QString second;
@@ -67,9 +42,9 @@ TEST_F(TemplateTool, APlanIsStoredListedAndShown) {
     EXPECT_EQ(out, "");
     EXPECT_EQ(qvndctl({"template", "store", "工程"}), ExitStatus::done) << err.toStdString();
     EXPECT_EQ(err, "");
-    EXPECT_EQ(json({"template", "list"}), QJsonArray{"工程"});
-    EXPECT_EQ(values(json({"template", "show", "工程"}), "Key"),
-              values(json({"outline", "show", "工程"}), "Key"));
+    EXPECT_EQ(rows({"template", "list"}), QJsonArray{"工程"});
+    EXPECT_EQ(values(rows({"template", "show", "工程"}), "Key"),
+              values(rows({"outline", "show", "工程"}), "Key"));
     EXPECT_EQ(folder.read("home/Sys/标书模板/工程/" + second + ".doc"), "管理目标");
 }
 
@@ -83,19 +58,19 @@ TEST_F(TemplateTool, DeletingAsksAndWithoutAnAnswerChangesNothing) {
     qvndctl({"template", "store", "工程"});
     EXPECT_EQ(qvndctl({"template", "delete", below}), ExitStatus::refused);
     EXPECT_TRUE(err.contains("您真的要删除‘施工部署’吗？")) << err.toStdString();
-    EXPECT_EQ(json({"template", "show", "工程"}).size(), 4);
+    EXPECT_EQ(rows({"template", "show", "工程"}).size(), 4);
 }
 
 TEST_F(TemplateTool, ANodeIsDeletedWithItsFilesAndTheRootWithEverything) {
     qvndctl({"template", "store", "工程"});
     EXPECT_EQ(qvndctl({"--yes", "template", "delete", below}), ExitStatus::done);
-    EXPECT_EQ(values(json({"template", "show", "工程"}), "Key"), QStringList({"工程", first}));
+    EXPECT_EQ(values(rows({"template", "show", "工程"}), "Key"), QStringList({"工程", first}));
     EXPECT_FALSE(folder.exists("home/Sys/标书模板/工程/" + second + ".doc"));
     EXPECT_TRUE(folder.exists("home/Sys/用户模板/工程/" + second + ".doc"));
     EXPECT_EQ(qvndctl({"--yes", "template", "delete", "工程"}), ExitStatus::done);
-    EXPECT_EQ(json({"template", "list"}), QJsonArray());
+    EXPECT_EQ(rows({"template", "list"}), QJsonArray());
     EXPECT_FALSE(folder.exists("home/Sys/标书模板/工程"));
-    EXPECT_EQ(json({"plan", "list"}), QJsonArray{"工程"});
+    EXPECT_EQ(rows({"plan", "list"}), QJsonArray{"工程"});
 }
 
 TEST_F(TemplateTool, WhatIsNotThereIsNamed) {
@@ -116,14 +91,14 @@ TEST_F(TemplateTool, SimilarListsTextAndPathInListOrder) {
     qvndctl({"plan", "create", "乙"});
     qvndctl({"outline", "add-document", "乙", "乙", folder.path("管理目标.doc"), "--below"});
     qvndctl({"template", "store", "乙"});
-    const QJsonArray rows = json({"similar", "工程", second});
+    const QJsonArray found = rows({"similar", "工程", second});
     const QString templates = "home/Sys/标书模板/";
-    EXPECT_EQ(values(rows, "text"), QStringList({"管理目标", "管理目标"}));
-    EXPECT_EQ(values(rows, "path"),
+    EXPECT_EQ(values(found, "text"), QStringList({"管理目标", "管理目标"}));
+    EXPECT_EQ(values(found, "path"),
               QStringList({folder.path(templates + "乙/乙.1.doc"),
                            folder.path(templates + "工程/" + second + ".doc")}));
-    EXPECT_EQ(rows[0].toObject().keys(), QStringList({"path", "text"}));
-    EXPECT_EQ(json({"similar", "工程", below}), QJsonArray());
+    EXPECT_EQ(found[0].toObject().keys(), QStringList({"path", "text"}));
+    EXPECT_EQ(rows({"similar", "工程", below}), QJsonArray());
 }
 
 } // namespace
