@@ -21,11 +21,66 @@ const QStringList jet4Files = {"testAccess2_2000.mdb", "testAccess2_2002-2003.md
                                "testAccess2.accdb"};
 const QString jet3File = "testAccess_V1997.mdb";
 
-// The genuine files, each test on copies of its own.
-struct JetFiles : testing::Test {
+// Puts a file's bytes into a folder of its own.
+struct JetFile : testing::Test {
     test::TemporaryFolder folder;
     JetFileReader reader;
 
+    QString put(const QByteArray& bytes) const {
+        folder.write("old.mdb", bytes);
+        return folder.path("old.mdb");
+    }
+    void expectDamaged(const QByteArray& bytes) const {
+        const QString path = put(bytes);
+        try {
+            const auto database = reader.Open(path);
+            for (const QString& name : database->TableNames()) {
+                database->Table(name);
+            }
+            ADD_FAILURE() << "read as if whole";
+        } catch (const RunTimeError& failure) {
+            EXPECT_EQ(failure.number(), 3343);
+            EXPECT_TRUE(QString::fromStdU16String(failure.description()).contains(path));
+        }
+    }
+    // Each mutated file ends with an error of its own or is read; whatever libmdb does, this
+    // process goes on.
+    void expectThatMutatedEndWell(const QByteArray& whole, int pageSize, unsigned seed,
+                                  int rounds) const;
+};
+
+void JetFile::expectThatMutatedEndWell(const QByteArray& whole, int pageSize, unsigned seed,
+                                       int rounds) const {
+    QRandomGenerator random(seed);
+    const JetFileReader hasty(std::chrono::milliseconds(500));
+    const int pages = static_cast<int>(whole.size()) / pageSize;
+    int refused = 0;
+    for (int round = 0; round < rounds; ++round) {
+        QByteArray bytes = whole;
+        const int mutations = 1 + random.bounded(2 * pages);
+        for (int i = 0; i < mutations; ++i) {
+            // Page heads hold what leads astray: counts, offsets, links.
+            const int page = random.bounded(pages);
+            const int offset =
+                random.bounded(2) == 0 ? random.bounded(64) : random.bounded(pageSize);
+            bytes[page * pageSize + offset] = static_cast<char>(random.bounded(256));
+        }
+        const auto failure = test::errorNumberOf([&] {
+            const auto database = hasty.Open(put(bytes));
+            for (const QString& name : database->TableNames()) {
+                database->Table(name);
+            }
+        });
+        EXPECT_TRUE(!failure || *failure == 3343 || *failure == 3078 || *failure == 3051)
+            << *failure;
+        refused += failure ? 1 : 0;
+    }
+    EXPECT_GT(refused, 0);
+    EXPECT_LT(refused, rounds);
+}
+
+// The genuine files, each test on copies of its own.
+struct JetFiles : JetFile {
     void SetUp() override {
         const auto corpus = test::corpusFolder();
         if (!corpus || !std::filesystem::is_directory(*corpus / "jet")) {
@@ -36,10 +91,6 @@ struct JetFiles : testing::Test {
     static QByteArray genuine(const QString& name) {
         QFile file(files::fromPath(*test::corpusFolder() / "jet") + "/" + name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-    QString put(const QByteArray& bytes) const {
-        folder.write("old.mdb", bytes);
-        return folder.path("old.mdb");
     }
     QString copy(const QString& name) const { return put(genuine(name)); }
 
@@ -58,28 +109,15 @@ struct JetFiles : testing::Test {
         }
         return -1;
     }
-    void expectDamaged(const QString& path) {
-        try {
-            const auto database = reader.Open(path);
-            for (const QString& name : database->TableNames()) {
-                database->Table(name);
-            }
-            ADD_FAILURE() << "read as if whole";
-        } catch (const RunTimeError& failure) {
-            EXPECT_EQ(failure.number(), 3343);
-            EXPECT_TRUE(QString::fromStdU16String(failure.description()).contains(path));
-        }
-    }
 };
 
 // A file of few tables, its bytes made by the test.
-struct MadeJetFile : testing::Test {
-    test::TemporaryFolder folder;
-
-    QString put(const std::vector<LegacyTable>& tables) const {
-        folder.write("made.mdb", test::GenuineJet(tables).bytes());
-        return folder.path("made.mdb");
+struct MadeJetFile : JetFile {
+    using JetFile::put;
+    static QByteArray made(const std::vector<LegacyTable>& tables) {
+        return test::GenuineJet(tables).bytes();
     }
+    QString put(const std::vector<LegacyTable>& tables) const { return put(made(tables)); }
     static LegacyTable prices() {
         using jet::FieldType;
         using jet::TableDef;
@@ -95,10 +133,17 @@ struct MadeJetFile : testing::Test {
                       {jet::Value(), jet::Value(), jet::Value(), jet::Value(), jet::Value()}};
         return table;
     }
+    // With rows for several pages.
+    static LegacyTable manyPrices() {
+        LegacyTable table = prices();
+        const std::vector<jet::Value> row = table.Rows[0];
+        table.Rows.assign(300, row);
+        return table;
+    }
 };
 
 TEST_F(MadeJetFile, IsReadWithItsFieldsAndRows) {
-    const auto database = JetFileReader().Open(put({prices()}));
+    const auto database = reader.Open(put({prices()}));
     EXPECT_EQ(database->TableNames(), QStringList{"价目"});
     const LegacyTable table = database->Table("价目");
     ASSERT_EQ(table.Fields.size(), 5U);
@@ -114,15 +159,75 @@ TEST_F(MadeJetFile, IsReadWithItsFieldsAndRows) {
 }
 
 TEST_F(MadeJetFile, WithMoreRowsThanAPageHoldsIsReadWhole) {
+    EXPECT_EQ(reader.Open(put({manyPrices()}))->Table("价目").Rows.size(), 300U);
+}
+
+TEST_F(MadeJetFile, HasDatesFromTheYear100To9999AndNoneBeyond) {
     LegacyTable table = prices();
     const std::vector<jet::Value> row = table.Rows[0];
-    table.Rows.assign(300, row);
-    EXPECT_EQ(JetFileReader().Open(put({table}))->Table("价目").Rows.size(), 300U);
+    const std::vector<QDate> dates{
+        {99, 12, 31}, {100, 1, 1}, {9999, 12, 31}, {10000, 1, 1}, {10000, 1, 2}};
+    table.Rows.clear();
+    for (const QDate date : dates) {
+        table.Rows.push_back(row);
+        table.Rows.back()[3] = jet::Value(date);
+    }
+    const LegacyTable read = reader.Open(put({table}))->Table("价目");
+    ASSERT_EQ(read.Rows.size(), 5U);
+    EXPECT_TRUE(read.Rows[0][3].IsNull());
+    EXPECT_EQ(read.Rows[1][3].ToDate().date(), dates[1]);
+    EXPECT_EQ(read.Rows[2][3].ToDate().date(), dates[2]);
+    EXPECT_TRUE(read.Rows[3][3].IsNull());
+    EXPECT_TRUE(read.Rows[4][3].IsNull());
 }
 
 TEST_F(MadeJetFile, ThatThereWasNoTimeToReadIsNotCalledDamaged) {
     const JetFileReader hasty(std::chrono::milliseconds(0));
     EXPECT_EQ(test::errorNumberOf([&] { hasty.Open(put({prices()})); }), 3051);
+}
+
+TEST_F(MadeJetFile, ATableThatItLacksIsError3078) {
+    const auto database = reader.Open(put({prices()}));
+    EXPECT_EQ(test::errorNumberOf([&] { database->Table("none"); }), 3078);
+}
+
+TEST_F(MadeJetFile, IsLeftAsItWasAndNothingBesideIt) {
+    const QByteArray bytes = made({prices()});
+    reader.Open(put(bytes))->Table("价目");
+    EXPECT_EQ(folder.read("old.mdb"), bytes);
+    EXPECT_EQ(folder.names(), QStringList{"old.mdb"});
+}
+
+TEST_F(MadeJetFile, IsRecognizedAndFilesOfOtherKindsAreNot) {
+    EXPECT_TRUE(reader.Recognizes(put({prices()})));
+    EXPECT_FALSE(reader.Recognizes(put(QByteArray("SQLite format 3"))));
+    EXPECT_FALSE(reader.Recognizes(put(QByteArray())));
+    EXPECT_FALSE(reader.Recognizes(folder.path("none.mdb")));
+}
+
+TEST_F(MadeJetFile, ThatIsCutIsDamaged) {
+    const QByteArray whole = made({manyPrices()});
+    for (const qsizetype length :
+         {qsizetype{4}, qsizetype{100}, qsizetype{2048}, whole.size() - 2048, whole.size() - 1}) {
+        SCOPED_TRACE(length);
+        expectDamaged(whole.left(length));
+    }
+}
+
+TEST_F(MadeJetFile, WithoutItsCatalogueIsDamaged) {
+    QByteArray bytes = made({prices()});
+    bytes.replace(2048 * 2, 2048, QByteArray(2048, '\0'));
+    expectDamaged(bytes);
+}
+
+TEST_F(MadeJetFile, OfAnUnknownVersionIsDamaged) {
+    QByteArray bytes = made({prices()});
+    bytes[0x14] = 42;
+    expectDamaged(bytes);
+}
+
+TEST_F(MadeJetFile, ThatIsMutatedNeverCrashesOrHangsTheProgram) {
+    expectThatMutatedEndWell(made({manyPrices(), prices()}), 2048, 20260105, 30);
 }
 
 TEST_F(JetFiles, EveryGenuineFileIsRecognizedAndItsUserTablesAreNamed) {
@@ -199,11 +304,6 @@ TEST_F(JetFiles, GbkBytesUnderTheWesternCodePageAreChineseTextAndNames) {
     EXPECT_EQ(text(table, 1, "B"), "施工部署!");
 }
 
-TEST_F(JetFiles, AMissingTableIsError3078) {
-    const auto database = reader.Open(copy(jet3File));
-    EXPECT_EQ(test::errorNumberOf([&] { database->Table("none"); }), 3078);
-}
-
 TEST_F(JetFiles, ReadingLeavesTheFileAsItWasAndNothingBesideIt) {
     const QString path = copy("testAccess2_2000.mdb");
     reader.Open(path)->Table("Table1");
@@ -211,63 +311,24 @@ TEST_F(JetFiles, ReadingLeavesTheFileAsItWasAndNothingBesideIt) {
     EXPECT_EQ(folder.names(), QStringList{"old.mdb"});
 }
 
-TEST_F(JetFiles, FilesOfOtherKindsAreNotRecognized) {
-    EXPECT_FALSE(reader.Recognizes(put("SQLite format 3")));
-    EXPECT_FALSE(reader.Recognizes(put("")));
-    EXPECT_FALSE(reader.Recognizes(folder.path("none.mdb")));
-}
-
-TEST_F(JetFiles, ACutFileIsDamaged) {
+TEST_F(JetFiles, ACutOneIsDamaged) {
     const QByteArray whole = genuine(jet3File);
     for (const qsizetype length : {4, 100, 2048, 6144, 2048 * 20 + 1}) {
         SCOPED_TRACE(length);
-        expectDamaged(put(whole.left(length)));
+        expectDamaged(whole.left(length));
     }
-    expectDamaged(put(whole.left(2048 * 12)));
+    expectDamaged(whole.left(2048 * 12));
 }
 
-TEST_F(JetFiles, AFileWithoutItsCatalogueIsDamaged) {
+TEST_F(JetFiles, OneWithoutItsCatalogueIsDamaged) {
     QByteArray bytes = genuine("testAccess2_2000.mdb");
     bytes.replace(4096 * 2, 4096, QByteArray(4096, '\0'));
-    expectDamaged(put(bytes));
+    expectDamaged(bytes);
 }
 
-TEST_F(JetFiles, AnUnknownVersionIsDamaged) {
-    QByteArray bytes = genuine(jet3File);
-    bytes[0x14] = 42;
-    expectDamaged(put(bytes));
-}
-
-// Each ends with an error of its own or is read; whatever libmdb does, this process goes on.
-TEST_F(JetFiles, MutatedFilesNeverCrashOrHangTheProgram) {
-    QRandomGenerator random(20260103);
-    const JetFileReader hasty(std::chrono::seconds(3));
-    int refused = 0;
-    constexpr int rounds = 60;
-    for (int round = 0; round < rounds; ++round) {
-        QByteArray bytes = genuine(round % 2 == 0 ? jet3File : jet4Files[0]);
-        const int pageSize = round % 2 == 0 ? 2048 : 4096;
-        const int pages = static_cast<int>(bytes.size()) / pageSize;
-        const int mutations = 1 + random.bounded(60);
-        for (int i = 0; i < mutations; ++i) {
-            // Page heads hold what leads astray: counts, offsets, links.
-            const int page = random.bounded(pages);
-            const int offset =
-                random.bounded(2) == 0 ? random.bounded(64) : random.bounded(pageSize);
-            bytes[page * pageSize + offset] = static_cast<char>(random.bounded(256));
-        }
-        const auto failure = test::errorNumberOf([&] {
-            const auto database = hasty.Open(put(bytes));
-            for (const QString& name : database->TableNames()) {
-                database->Table(name);
-            }
-        });
-        EXPECT_TRUE(!failure || *failure == 3343 || *failure == 3078 || *failure == 3051)
-            << *failure;
-        refused += failure ? 1 : 0;
-    }
-    EXPECT_GT(refused, 0);
-    EXPECT_LT(refused, rounds);
+TEST_F(JetFiles, MutatedOnesNeverCrashOrHangTheProgram) {
+    expectThatMutatedEndWell(genuine(jet3File), 2048, 20260103, 30);
+    expectThatMutatedEndWell(genuine(jet4Files[0]), 4096, 20260104, 30);
 }
 
 } // namespace

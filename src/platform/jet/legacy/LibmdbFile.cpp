@@ -41,7 +41,8 @@ public:
             failDamaged();
         }
         mdb_set_bind_size(handle_, longestText);
-        if (mdb_read_catalog(handle_, MDB_TABLE) == nullptr) {
+        // The catalogue lists itself; in a file that is cut it may be out of reach.
+        if (mdb_read_catalog(handle_, MDB_TABLE) == nullptr || handle_->num_catalog == 0) {
             failDamaged();
         }
     }
