@@ -233,7 +233,6 @@ void RecordsetState::MoveLast() {
         failNoCurrentRecord();
     }
     MoveTo(rows_.size() - 1);
-    reached_ = rows_.size();
 }
 
 void RecordsetState::MoveNext() {
