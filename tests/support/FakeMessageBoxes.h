@@ -4,11 +4,25 @@
 
 #include <deque>
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 namespace qvnd::test {
 
-// Records every box; questions are answered from `answers`, then by `otherwise`.
+// How a user who wants nothing answers: with a button that the box has.
+inline desktop::Answer declined(const desktop::Message& message) {
+    switch (message.buttons) {
+    case desktop::Buttons::yesNo:
+        return desktop::Answer::no;
+    case desktop::Buttons::okCancel:
+        return desktop::Answer::cancel;
+    default:
+        return desktop::Answer::ok;
+    }
+}
+
+// Records every box; questions are answered from `answers`, then by `otherwise`. To answer a box
+// with a button that it does not have fails the test.
 class FakeMessageBoxes : public desktop::MessageBoxes {
 public:
     desktop::Answer show(const desktop::Message& message) override {
@@ -19,11 +33,10 @@ public:
         if (message.buttons == desktop::Buttons::ok) {
             return desktop::Answer::ok;
         }
-        if (answers.empty()) {
-            return otherwise;
+        const desktop::Answer answer = next();
+        if (!offers(message.buttons, answer)) {
+            throw std::logic_error("no such button: " + message.text.toStdString());
         }
-        const auto answer = answers.front();
-        answers.pop_front();
         return answer;
     }
 
@@ -32,6 +45,21 @@ public:
     std::vector<desktop::Message> shown;
     std::deque<desktop::Answer> answers;
     desktop::Answer otherwise = desktop::Answer::no;
+
+private:
+    desktop::Answer next() {
+        if (answers.empty()) {
+            return otherwise;
+        }
+        const desktop::Answer answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    static bool offers(desktop::Buttons buttons, desktop::Answer answer) {
+        return buttons == desktop::Buttons::okCancel
+                   ? answer == desktop::Answer::ok || answer == desktop::Answer::cancel
+                   : answer == desktop::Answer::yes || answer == desktop::Answer::no;
+    }
 };
 
 } // namespace qvnd::test

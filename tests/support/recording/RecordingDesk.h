@@ -6,6 +6,7 @@
 #include "platform/desktop/ProgressDialog.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
+#include "support/FakeMessageBoxes.h"
 #include "support/recording/CallLog.h"
 
 #include <cstdio>
@@ -31,7 +32,7 @@ public:
                                                 "critical"};
         log_.write(std::string("message [") + icons[static_cast<int>(message.icon)] + "] " +
                    message.text.toStdString());
-        return desktop::Answer::ok;
+        return declined(message);
     }
 
 private:
