@@ -12,8 +12,6 @@
 #include <QLabel>
 #include <QMimeData>
 
-#include <thread>
-
 namespace qvnd::test {
 namespace {
 
@@ -83,17 +81,9 @@ TEST_F(OtherProgramsWindow, WhatTheyChangedIsShownWhenTheUserComesBackFromThem) 
 TEST_F(OtherProgramsWindow, ACommandWaitsForItsTurn) {
     open("T.1");
     world.messages.otherwise = desktop::Answer::yes;
-    world.state.Turn = std::make_unique<files::WorkSpaceTurn>(world.folder.path());
-    theirs.take();
-    bool isGivenBack = false;
-    std::thread other([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        isGivenBack = true;
-        theirs.giveBack();
-    });
+    theyHaveTheTurn();
     item("mnuEditDelete").trigger();
-    other.join();
-    EXPECT_TRUE(isGivenBack);
+    EXPECT_EQ(wait.asked, 1);
     EXPECT_FALSE(shownKeys().contains("T.1"));
     EXPECT_FALSE(world.state.Turn->isTaken());
 }

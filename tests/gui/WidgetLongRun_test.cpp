@@ -1,12 +1,12 @@
 #include "platform/desktop/windows/WidgetLongRun.h"
 
 #include "support/Text.h"
+#include "support/WaitFor.h"
 
 #include <QApplication>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -14,6 +14,14 @@ namespace qvnd::test {
 namespace {
 
 QWidget* dialog() { return QApplication::activeModalWidget(); }
+
+// Until a run without patience has something to show.
+void waitForDialog(desktop::WidgetLongRun& run) {
+    ASSERT_TRUE(waitFor([&run] {
+        EXPECT_FALSE(run.isCancelled());
+        return dialog() != nullptr;
+    }));
+}
 
 TEST(LongRuns, ShowNothingBeforeTheirTimeHasPassed) {
     desktop::WidgetLongRun run(60'000);
@@ -28,9 +36,7 @@ TEST(LongRuns, ThenNameThePieceAndEndWithTheWork) {
     desktop::WidgetLongRun run(0);
     run.begin("添加文档", 2);
     run.next("甲.doc");
-    QTest::qWait(5);
-    EXPECT_FALSE(run.isCancelled());
-    ASSERT_NE(dialog(), nullptr);
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
     EXPECT_EQ(dialog()->windowTitle(), "添加文档");
     EXPECT_EQ(dialog()->findChild<QLabel*>()->text(), "甲.doc");
     run.next("乙.doc");
@@ -44,9 +50,7 @@ TEST(LongRuns, OfUnknownLengthShowABusyBar) {
     desktop::WidgetLongRun run(0);
     run.begin("输出 PDF", 0);
     run.next("施工方案.pdf");
-    QTest::qWait(5);
-    EXPECT_FALSE(run.isCancelled());
-    ASSERT_NE(dialog(), nullptr);
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
     const auto* bar = dialog()->findChild<QProgressBar*>();
     EXPECT_EQ(bar->minimum(), bar->maximum());
     run.end();
@@ -56,9 +60,7 @@ TEST(LongRuns, AreCancelledByTheButtonUntilTheNextBegins) {
     desktop::WidgetLongRun run(0);
     run.begin("添加文档", 2);
     run.next("甲.rtf");
-    QTest::qWait(5);
-    run.isCancelled();
-    ASSERT_NE(dialog(), nullptr);
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
     dialog()->findChild<QPushButton*>()->click();
     EXPECT_TRUE(run.isCancelled());
     run.end();

@@ -10,13 +10,11 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -68,16 +66,16 @@ TEST_F(WorkSpaceTurns, OneHasItAtATime) {
 }
 
 TEST_F(WorkSpaceTurns, WhoWaitsGetsItWhenItIsGivenBack) {
-    one.take();
-    std::atomic<bool> isGivenBack = false;
-    std::thread holder([&] {
-        std::this_thread::sleep_for(150ms);
-        isGivenBack = true;
+    test::FakeTurnWait wait;
+    wait.goOn = [this] {
         one.giveBack();
-    });
+        return true;
+    };
+    other.setWait(&wait);
+    one.take();
     EXPECT_EQ(refusal(other, 10s), QString());
-    EXPECT_TRUE(isGivenBack);
-    holder.join();
+    EXPECT_EQ(wait.asked, 1);
+    EXPECT_TRUE(other.isTaken());
 }
 
 TEST_F(WorkSpaceTurns, WhoWaitsInVainIsToldWhatHoldsTheWorkSpaceAndHowLongItWaited) {
@@ -252,12 +250,14 @@ TEST_F(WorkSpaceTurns, ThatAreTakenWaitForAFolderThatTheyCoverLater) {
     second.take();
     EXPECT_THROW(second.cover(plans, 50ms), RunTimeError);
     EXPECT_TRUE(second.isTaken());
-    std::thread holder([&] {
-        std::this_thread::sleep_for(100ms);
+    test::FakeTurnWait wait;
+    wait.goOn = [&first] {
         first.giveBack();
-    });
+        return true;
+    };
+    second.setWait(&wait);
     second.cover(plans, 10s);
-    holder.join();
+    EXPECT_EQ(wait.asked, 1);
     EXPECT_NE(refusal(first, 0ms), QString());
 }
 
