@@ -26,21 +26,35 @@ inline std::optional<std::filesystem::path> corpusFolder() {
     return std::filesystem::is_directory(folder, error) ? std::optional(folder) : std::nullopt;
 }
 
-// The documents of the corpus by name; empty when there is no corpus.
-inline std::vector<std::filesystem::path> corpusFiles(const std::string& extension = ".doc") {
+// The documents in a folder by name.
+inline std::vector<std::filesystem::path> documentsIn(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
-    if (const auto folder = corpusFolder()) {
-        for (const auto& entry : std::filesystem::directory_iterator(*folder)) {
-            if (entry.is_regular_file() && entry.path().extension() == extension) {
-                files.push_back(entry.path());
-            }
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (entry.is_regular_file() && entry.path().extension() == ".doc") {
+            files.push_back(entry.path());
         }
     }
     std::sort(files.begin(), files.end());
     return files;
 }
 
-// The documents that the corpus's list calls readable.
+// The documents of the sample plan, which LibreOffice has made from our own sources.
+inline std::vector<std::filesystem::path> sampleDocuments() {
+    return documentsIn(sourceFolder() / "share" / "sample" / "documents");
+}
+
+// Documents that other programs have made, whole and damaged ones: those of the sample plan, and
+// those of the corpus where there is one.
+inline std::vector<std::filesystem::path> foreignDocuments() {
+    std::vector<std::filesystem::path> files = sampleDocuments();
+    if (const auto folder = corpusFolder()) {
+        const auto more = documentsIn(*folder);
+        files.insert(files.end(), more.begin(), more.end());
+    }
+    return files;
+}
+
+// The documents that the corpus's list calls readable; none where there is no corpus.
 inline std::vector<std::filesystem::path> readableCorpusFiles() {
     std::vector<std::filesystem::path> files;
     if (const auto folder = corpusFolder()) {
@@ -51,6 +65,14 @@ inline std::vector<std::filesystem::path> readableCorpusFiles() {
             files.push_back(*folder / (*at)[1].str());
         }
     }
+    return files;
+}
+
+// Those of other programs that can be read.
+inline std::vector<std::filesystem::path> readableDocuments() {
+    std::vector<std::filesystem::path> files = sampleDocuments();
+    const auto more = readableCorpusFiles();
+    files.insert(files.end(), more.begin(), more.end());
     return files;
 }
 

@@ -1,6 +1,8 @@
 #include "platform/word/docfile/check/DocumentCheck.h"
 
 #include "platform/error/Utf8.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/reader/DocumentReader.h"
 #include "support/Corpus.h"
 #include "support/SourceFolder.h"
 
@@ -39,18 +41,9 @@ std::map<std::string, std::set<std::string>> knownFaults() {
     return faults;
 }
 
-class CorpusCheck : public ::testing::Test {
-protected:
-    void SetUp() override {
-        if (!test::corpusFolder()) {
-            GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
-        }
-    }
-};
-
-TEST_F(CorpusCheck, ReadableDocumentsPassButForTheirOwnKnownFaults) {
+TEST(CorpusCheck, ReadableDocumentsPassButForTheirOwnKnownFaults) {
     const auto faults = knownFaults();
-    for (const auto& path : test::readableCorpusFiles()) {
+    for (const auto& path : test::readableDocuments()) {
         const std::string name = path.filename().string();
         const auto known = faults.find(name);
         std::set<std::string> missing =
@@ -65,16 +58,38 @@ TEST_F(CorpusCheck, ReadableDocumentsPassButForTheirOwnKnownFaults) {
     }
 }
 
-TEST_F(CorpusCheck, DamagedFilesAreCheckedWithoutAFault) {
-    for (const auto& path : test::corpusFiles()) {
-        checkDocument(contents(path));
+// Findings name their rule and say in words what is wrong.
+std::vector<Finding> findings(const Bytes& file) {
+    std::vector<Finding> found = checkDocument(file);
+    for (const Finding& finding : found) {
+        EXPECT_FALSE(finding.rule.empty() || finding.text.empty());
+    }
+    return found;
+}
+
+bool isDamaged(const Bytes& file) {
+    try {
+        readDocument(file);
+        return false;
+    } catch (const FormatError& refusal) {
+        return refusal.kind() == FormatError::Kind::damaged;
+    }
+}
+
+TEST(CorpusCheck, WhatCannotBeReadForItsDamageBreaksARule) {
+    for (const auto& path : test::foreignDocuments()) {
+        const Bytes file = contents(path);
+        const std::vector<Finding> found = findings(file);
+        EXPECT_TRUE(!isDamaged(file) || !found.empty()) << path.filename();
     }
 }
 
 // Bytes of real documents changed at places of chance, always the same ones.
-TEST_F(CorpusCheck, MutatedDocumentsAreCheckedWithoutAFault) {
+TEST(CorpusCheck, MutatedDocumentsAreCheckedAndCutOnesBreakARule) {
     std::mt19937 chance(20240229);
-    for (const auto& path : test::readableCorpusFiles()) {
+    int checked = 0;
+    int faulty = 0;
+    for (const auto& path : test::readableDocuments()) {
         Bytes file = contents(path);
         if (file.size() > 60000) {
             continue;
@@ -83,11 +98,13 @@ TEST_F(CorpusCheck, MutatedDocumentsAreCheckedWithoutAFault) {
             for (int change = 0; change < 40; ++change) {
                 file[chance() % file.size()] = static_cast<std::uint8_t>(chance());
             }
-            checkDocument(file);
+            ++checked;
+            faulty += findings(file).empty() ? 0 : 1;
         }
         file.resize(chance() % file.size());
-        checkDocument(file);
+        EXPECT_FALSE(findings(file).empty()) << path.filename();
     }
+    EXPECT_GT(faulty, checked / 2) << "of " << checked;
 }
 
 } // namespace

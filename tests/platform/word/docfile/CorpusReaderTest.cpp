@@ -72,8 +72,8 @@ protected:
     std::map<std::string, std::string> classes_;
 };
 
-TEST_F(CorpusReader, EveryReadableDocumentIsReadAndKeepsItsPromises) {
-    for (const auto& path : ofClass("ok")) {
+TEST(CorpusDocuments, EveryReadableDocumentIsReadAndKeepsItsPromises) {
+    for (const auto& path : test::readableDocuments()) {
         try {
             const DocumentContent document = readDocument(path);
             EXPECT_THAT(test::documentFaults(document), testing::IsEmpty()) << path.filename();

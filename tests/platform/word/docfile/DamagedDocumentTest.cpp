@@ -315,10 +315,7 @@ Bytes contentsOf(const std::filesystem::path& path) {
 }
 
 TEST(MutatedDocument, ChangedRealDocumentsGiveADocumentOrAReason) {
-    const auto files = test::corpusFiles();
-    if (files.empty()) {
-        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
-    }
+    const auto files = test::foreignDocuments();
     std::mt19937 random(4);
     for (const auto& path : files) {
         const Bytes original = contentsOf(path);

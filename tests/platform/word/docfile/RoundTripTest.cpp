@@ -144,10 +144,7 @@ void expectSame(const DocumentContent& first, const DocumentContent& second) {
 }
 
 TEST(RoundTrip, WhatWasReadIsWrittenAndReadAgainAlike) {
-    const auto files = test::corpusFiles();
-    if (files.empty()) {
-        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
-    }
+    const auto files = test::foreignDocuments();
     for (const auto& path : files) {
         SCOPED_TRACE(path.filename().string());
         std::optional<DocumentContent> document;

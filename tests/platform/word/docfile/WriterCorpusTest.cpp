@@ -109,11 +109,8 @@ void expectSame(const DocumentContent& a, const DocumentContent& b) {
 }
 
 TEST(WriterCorpus, WhatIsWrittenWholeIsReadBackTheSame) {
-    if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
-    }
     std::size_t checked = 0;
-    for (const auto& path : test::corpusFiles()) {
+    for (const auto& path : test::foreignDocuments()) {
         const auto original = readable(path);
         if (!original) {
             continue;
@@ -128,15 +125,12 @@ TEST(WriterCorpus, WhatIsWrittenWholeIsReadBackTheSame) {
         expectSame(*original, read);
         ++checked;
     }
-    EXPECT_GT(checked, test::corpusFiles().size() / 2);
+    EXPECT_GT(checked, test::foreignDocuments().size() / 2);
 }
 
 // Most of the text first, and then its middle third, which comes to lie behind the rest.
 TEST(WriterCorpus, WhatIsWrittenInTwoStepsIsReadBackTheSame) {
-    if (!test::corpusFolder()) {
-        GTEST_SKIP() << "no documents of other programs here (QVND_CORPUS names their folder)";
-    }
-    for (const auto& path : test::corpusFiles()) {
+    for (const auto& path : test::foreignDocuments()) {
         auto original = readable(path);
         auto copy = readable(path);
         if (!original || lengthOf(original->main) < 3) {
