@@ -15,7 +15,7 @@ inline void writeWithHeader(const QString& path) {
     builder.add({plain(u"正文\r")});
     builder.content.headers.resize(builder.content.sections.size());
     builder.content.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
-        *builder.fragment({plain(u"眉\r")});
+        word::slicesOf(builder.fragment({plain(u"眉\r")}));
     word::DocumentWriter().saveAs(files::toPath(path), builder.content);
 }
 

@@ -34,6 +34,12 @@ TEST_F(Dialect, KeywordsAndNamesHaveNoCase) {
     EXPECT_EQ(opening(u"select * from pLAN"_qs), 0);
 }
 
+TEST_F(Dialect, BehindTheDecimalPointOfANumberStandDigits) {
+    EXPECT_EQ(count(u"ID = 2.0"_qs), 1);
+    EXPECT_EQ(opening(u"select * from 工程甲 where ID = 2.x"_qs), error::syntaxError);
+    EXPECT_EQ(opening(u"select * from 工程甲 where ID = 2."_qs), error::syntaxError);
+}
+
 TEST_F(Dialect, RowsComeInTheOrderOfTheirAdditionUnlessOrdered) {
     EXPECT_EQ(keys(u""_qs).first(), u"工程甲"_qs);
     EXPECT_EQ(keys(u"order by ID desc"_qs).first(), u"工程甲.2"_qs);

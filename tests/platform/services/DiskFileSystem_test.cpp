@@ -126,6 +126,27 @@ TEST_F(DiskFiles, DeleteFolderDoesNotFollowALink) {
     EXPECT_TRUE(folder.exists("别处/a.doc"));
 }
 
+TEST_F(DiskFiles, AReadOnlyFileBehindALinkDoesNotHoldAFolder) {
+    folder.write("别处/a.doc", "x");
+    setWritable("别处/a.doc", false);
+    folder.makeFolder("甲");
+    ASSERT_TRUE(QFile::link(folder.path("别处"), folder.path("甲/链接")));
+    gFso.DeleteFolder(folder.path("甲"), false);
+    EXPECT_FALSE(folder.exists("甲"));
+    EXPECT_TRUE(folder.exists("别处/a.doc"));
+}
+
+TEST_F(DiskFiles, AFileInThePlaceOfANewFolderIsOneThatIsThere) {
+    folder.write("甲", "x");
+    EXPECT_EQ(errorNumberOf([&] { gFso.CreateFolder(folder.path("甲")); }),
+              error::fileAlreadyExists);
+}
+
+TEST_F(DiskFiles, ANameRightBelowTheRootIsFoundWithoutRegardToCaseToo) {
+    ASSERT_FALSE(QFileInfo::exists("/USR"));
+    EXPECT_EQ(resolved("/USR"), "/usr");
+}
+
 TEST_F(DiskFiles, DeleteFolderClearsAwayWhatAKilledDeletionLeft) {
     folder.write("a/x.doc", "x");
     folder.write(".~deleted/y.doc", "y");

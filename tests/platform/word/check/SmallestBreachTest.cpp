@@ -234,6 +234,12 @@ TEST_F(ContainerEdges, OnlyTheFirstEntryIsARoot) {
     EXPECT_TRUE(breaks("cfb.directory.kind"));
 }
 
+TEST_F(ContainerEdges, StreamThatIsNotInTheTreeOwnsNoSectors) {
+    put32(file, entryAt(u"Root Entry") + 76, 0xFFFFFFFF);
+    EXPECT_TRUE(breaks("cfb.directory.lost"));
+    EXPECT_TRUE(breaks("cfb.orphan"));
+}
+
 TEST_F(ContainerEdges, LengthOfANameIsEven) {
     file[entryAt(u"Data") + 64] = 11; // its zero, and half a character
     EXPECT_TRUE(breaks("cfb.directory.name"));

@@ -65,6 +65,20 @@ TEST(DataBlobs, APictureWhoseRecordsAreNotWholeIsNone) {
     EXPECT_EQ(DataBlobCollector(cut, blobs).indexOf(0), std::nullopt);
 }
 
+TEST(DataBlobs, TheNameOfALinkedPictureEndsWithinTheBlob) {
+    const auto indexOf = [](std::uint8_t nameSize) {
+        Bytes stream = picture(0);
+        stream[6] = 0x66;
+        const Bytes name{nameSize, 'x', 'y'};
+        stream.insert(stream.begin() + 0x44, name.begin(), name.end());
+        stream[0] = static_cast<std::uint8_t>(stream.size());
+        std::vector<DataBlob> blobs;
+        return DataBlobCollector(stream, blobs).indexOf(0);
+    };
+    EXPECT_EQ(indexOf(2), 0U);
+    EXPECT_EQ(indexOf(11), std::nullopt); // one more than there is
+}
+
 TEST(DataBlobs, AHeadOfAWrongSizeIsMended) {
     Bytes stream = picture(0);
     stream[4] = 0x20;

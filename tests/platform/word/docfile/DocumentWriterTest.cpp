@@ -234,6 +234,22 @@ TEST_F(DocumentWriterTest, ThePagesOfFormattingLeaveNoGapBetweenTheTextsOfTwoSav
     }
 }
 
+TEST_F(DocumentWriterTest, ACellMarkEndsItsParagraphAsAParagraphMarkDoes) {
+    const PropertyListId cell =
+        builder.content.tables.lists.intern(withSprm8({}, sprm::PFInTable, 1));
+    Story story;
+    story.text = u"a\u0007b\r";
+    story.characters = {{4, PropertyListId::empty}};
+    story.paragraphs = {{2, 1, cell}, {2, 0, PropertyListId::empty}};
+    builder.add(std::make_shared<const Story>(story));
+    saveAs();
+    const std::vector<ParagraphRun> paragraphs = joined(read().main)->paragraphs;
+    ASSERT_GE(paragraphs.size(), 2U);
+    EXPECT_EQ(paragraphs[0].length, 2U);
+    EXPECT_EQ(paragraphs[0].style, 1);
+    EXPECT_EQ(paragraphs[1].style, 0);
+}
+
 TEST_F(DocumentWriterTest, AFragmentUsedTwiceIsWrittenOnce) {
     const auto story = builder.fragment({plain(u"again\r")});
     builder.add(story);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace qvnd::word {
 namespace {
 
@@ -76,6 +78,24 @@ TEST(FontTable, ANameThatIsNotClosedIsWrittenAnew) {
     EXPECT_EQ(record.at(record.size() - 1), 0);
     EXPECT_EQ(record.at(record.size() - 2), 0);
     EXPECT_EQ(decodeFonts(encodeFonts(read), remarks).at(0).name, read[0].name);
+}
+
+TEST(FontTable, ANameThatIsNotClosedIsKeptToItsLastLetter) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"Arial")});
+    bytes.at(4) = static_cast<std::uint8_t>(bytes.at(4) - 2); // the entry without its zero
+    bytes.resize(bytes.size() - 2);
+    EXPECT_EQ(decodeFonts(bytes, remarks).at(0).name, u"Arial");
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST(FontTable, AFontWithoutANameIsReplacedInItsPlace) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"Arial")});
+    const auto name = std::find(bytes.begin() + 5, bytes.end(), 'A');
+    std::fill(name, bytes.end(), std::uint8_t{0});
+    EXPECT_FALSE(decodeFonts(bytes, remarks).at(0).name.empty());
+    EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏，改用普通字体");
 }
 
 TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {

@@ -23,6 +23,11 @@ TEST(ImageFile, PngTakesItsResolution) {
     expectImage(test::png(300, 600, 11811), ImageKind::png, 1440, 2880); // 300 dpi
 }
 
+TEST(ImageFile, APictureWithoutWidthOrHeightIsNone) {
+    EXPECT_FALSE(recogniseImage(test::png(0, 5)));
+    EXPECT_FALSE(recogniseImage(test::png(5, 0)));
+}
+
 TEST(ImageFile, JpegTakesItsResolutionByInchOrCentimetre) {
     expectImage(test::jpeg(96, 48), ImageKind::jpeg, 1440, 720);
     expectImage(test::jpeg(72, 144, 1, 72), ImageKind::jpeg, 1440, 2880);

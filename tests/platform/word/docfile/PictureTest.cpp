@@ -108,6 +108,31 @@ TEST(Picture, LargePictureIsScaledDownInProportion) {
     EXPECT_EQ(picture.height(), 7920);
 }
 
+TEST(Picture, TheNarrowestPictureIsATwipWide) {
+    const auto goals = [](std::uint32_t width, std::uint32_t height) {
+        const DataBlob blob = newPicture(width, height).blob();
+        LittleEndianReader reader(*blob, "blob");
+        reader.seek(28);
+        const unsigned wide = reader.u16();
+        return std::pair(wide, unsigned{reader.u16()});
+    };
+    EXPECT_EQ(goals(200000, 1), std::pair(31680U, 1U));
+    EXPECT_EQ(goals(1, 200000), std::pair(1U, 31680U));
+}
+
+TEST(Picture, ALinkedPictureIsReadBehindItsNameAndWrittenTheSame) {
+    Bytes bytes = *newPicture().blob();
+    const Bytes name{2, 'x', 'y'};
+    bytes.insert(bytes.begin() + headSize, name.begin(), name.end());
+    bytes[6] = 0x66;
+    bytes[0] = static_cast<std::uint8_t>(bytes.size());
+    bytes[1] = static_cast<std::uint8_t>(bytes.size() >> 8);
+    const auto picture = Picture::fromBlob(bytes);
+    ASSERT_TRUE(picture);
+    EXPECT_TRUE(picture->properties());
+    EXPECT_EQ(*picture->blob(), bytes);
+}
+
 TEST(Picture, SizeIsKeptToTheTwip) {
     Picture picture = newPicture(96, 48);
     for (const std::int32_t twips : {1, 20, 777, 1441, 5669, 14400}) {

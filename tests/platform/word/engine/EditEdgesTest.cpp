@@ -1,0 +1,68 @@
+#include "platform/word/engine/DocumentSections.h"
+#include "platform/word/engine/EngineFixture.h"
+#include "platform/word/engine/ImportFixture.h"
+#include "platform/word/engine/ParagraphChange.h"
+#include "platform/word/engine/SectionProperties.h"
+#include "support/ContentBuilder.h"
+
+#include <gmock/gmock.h>
+
+// Changes of a document where one character, one mark or one level more makes the difference.
+namespace qvnd::test {
+namespace {
+
+using namespace qvnd::word;
+
+TEST(SectionEdges, ASectionLosesItsBreakWithItsLastCharacterAndNotBefore) {
+    std::vector<SectionRun> runs{{5, PropertyListId::empty}, {3, PropertyListId::empty}};
+    std::vector<HeaderSet> headers(2);
+    DocumentSections sections(runs, headers);
+    sections.erased(0, 4);
+    EXPECT_EQ(sections.count(), 2U);
+    EXPECT_EQ(sections.start(1), 1U);
+    sections.erased(0, 1);
+    EXPECT_EQ(sections.count(), 1U);
+}
+
+TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {
+    DocumentTables tables = word::test::plainTables();
+    const LookChange change = indentChange(tables, 2, 210);
+    const ParagraphLook mark{0, tables.lists.intern(withSprm8({}, sprm::PFTtp, 1))};
+    EXPECT_EQ(change(mark).properties, mark.properties);
+    const ParagraphLook text{0, PropertyListId::empty};
+    EXPECT_NE(change(text).properties, text.properties);
+}
+
+TEST(NoteEdges, ADrawingInTheTextOfANoteIsTakenOutAndNamed) {
+    word::test::SourceDocument source;
+    source.run(u"a");
+    source.run(u"\u0002", withSprm8({}, sprm::CFSpec, 1));
+    source.run(u"\r");
+    source.endParagraph();
+    const PropertyListId special = source.list(withSprm8({}, sprm::CFSpec, 1));
+    Story note;
+    note.text = u"\u0002\u0008x\r";
+    note.characters = {{2, special}, {2, PropertyListId::empty}};
+    note.paragraphs = {{4, 0, PropertyListId::empty}};
+    source.data.tables.sideStories.push_back({std::make_shared<const Story>(note), true, {}, {}});
+    source.main.anchors = {{1, AnchorKind::footnote, 0}};
+    word::test::ImportTarget target;
+    target.import(source.document());
+    EXPECT_EQ(target.tables.sideStories.at(0).text->text, u"\u0002x\r");
+    EXPECT_THAT(target.last.leftOut, testing::ElementsAre(u"浮动图形 1 个未能带入"));
+}
+
+class PageNumberEdges : public EngineTest {};
+
+TEST_F(PageNumberEdges, TheChaptersOfPageNumbersAreHeadingsOneToNine) {
+    PageNumbers& numbers = selection().Sections(1).Footers(1).PageNumbers();
+    for (const auto& [given, level] : {std::pair(0, 1U), {8, 9U}, {9, 9U}, {-1, 1U}}) {
+        numbers.setHeadingLevelForChapter(given);
+        numbers.setIncludeChapterNumber(true);
+        const PropertyListId page = document().read().sections().properties(0);
+        EXPECT_EQ(sprmValue(lists()[page], sprm::SiHeadingPgn, 0), level) << given;
+    }
+}
+
+} // namespace
+} // namespace qvnd::test
