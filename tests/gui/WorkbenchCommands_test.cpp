@@ -269,6 +269,32 @@ TEST_F(Workbench, ADoubleClickOrEnterShowsTheDocument) {
     EXPECT_EQ(preview.shown.last(), world.folder.path("用户模板/U/U.1.doc"));
 }
 
+TEST_F(Workbench, EnterShowsTheDocumentInBothLibraryTreesToo) {
+    open();
+    trvTemplate().expandAll();
+    click(trvTemplate(), "M.2");
+    QTest::keyClick(&trvTemplate(), Qt::Key_Return);
+    EXPECT_EQ(preview.shown, QStringList(world.folder.path("Sys/标书模板/M/M.2.doc")));
+    trvUser().expandAll();
+    click(trvUser(), "U.1");
+    QTest::keyClick(&trvUser(), Qt::Key_Enter);
+    EXPECT_EQ(preview.shown.size(), 2);
+    EXPECT_EQ(preview.shown.last(), world.folder.path("用户模板/U/U.1.doc"));
+}
+
+TEST_F(Workbench, EveryButtonOfTheToolbarSaysWhatItDoes) {
+    open();
+    QStringList tips;
+    for (const QAction* action : toolbar().actions()) {
+        if (!action->isSeparator()) {
+            tips << action->toolTip();
+        }
+    }
+    EXPECT_EQ(tips,
+              (QStringList{"添加同级文件夹", "添加下级文件夹", "添加同级文档", "添加下级文档",
+                           "删除", "重命名", "浏览文档", "复制", "粘贴", "标书编辑", "退出"}));
+}
+
 TEST_F(Workbench, ADocumentWhoseFileIsGoneLeavesTheTree) {
     open("T.2");
     QFile::remove(world.folder.path("用户模板/T/T.2.1.doc"));
