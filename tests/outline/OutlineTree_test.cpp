@@ -144,6 +144,16 @@ TEST_F(OutlineTreeNodes, AnObserverHearsOfEachChangeBeforeAndAfter) {
     EXPECT_EQ(listener.heard.size(), 10);
 }
 
+TEST_F(OutlineTreeNodes, CollapseAllPassesOverWhatWasRemoved) {
+    fill();
+    tree.Expand(tree.Item("T.5"));
+    tree.Remove("T.5");
+    Listener listener;
+    tree.addObserver(&listener);
+    tree.CollapseAll();
+    EXPECT_EQ(listener.heard, QStringList());
+}
+
 TEST_F(OutlineTreeNodes, CollapseAllCollapsesWhatIsExpandedAndTellsNothingOfTheRest) {
     fill();
     tree.Expand(tree.Item("T.5"));

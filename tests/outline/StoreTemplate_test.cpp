@@ -180,6 +180,14 @@ TEST_F(StoringATemplate, ADocumentThatCannotBeCopiedLeavesTheFolderWithWhatHadCo
     EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.1", "T.2"}));
 }
 
+TEST_F(StoringATemplate, ATemplateWithoutItsFolderIsForgottenEvenWhereMissingPlansAreKept) {
+    makeTemplate({"M", "M.1"});
+    QDir(folder.path("Sys/标书模板/M")).removeRecursively();
+    updateTreeTemplate(state, *state.gDbTemplate, workbench.TrvTemplate, true, messages, splash);
+    EXPECT_EQ(registered(*state.gDbTemplate), QStringList());
+    EXPECT_FALSE(hasTable("M"));
+}
+
 TEST_F(StoringATemplate, WithoutACurrentPlanItEndsInSilence) {
     EXPECT_EQ(store().result, Stored::failed);
     EXPECT_TRUE(messages.shown.empty());

@@ -43,6 +43,16 @@ struct CopyTemplate : testing::Test, DragWorld {
     }
 };
 
+TEST_F(CopyTemplate, OnlyADropOnTheRootGoesBackToTheRoot) {
+    plan({"T", "T.1", "T.2"});
+    sample();
+    dragTemplate("M.8", "T.1");
+    EXPECT_NE(selectedKey(), "T");
+    dragTemplate("M.8", "T");
+    EXPECT_EQ(selectedKey(), "T");
+    EXPECT_TRUE(workbench.TrvCurrent.Item("T").Expanded());
+}
+
 TEST_F(CopyTemplate, AFolderComesWithAllThatIsBelowItUnderNewNumbers) {
     plan({"T", "T.1", "T.2"});
     sample();

@@ -1,0 +1,39 @@
+#include "outline/QueryText.h"
+
+#include "support/Errors.h"
+#include "support/Text.h"
+
+#include <gtest/gtest.h>
+
+using namespace qvnd;
+using namespace qvnd::outline;
+using test::errorNumberOf;
+
+namespace {
+
+TEST(QueryText, ABareNameIsOneWordThatMeansNothingElse) {
+    for (const char* name : {"甲", "_甲1", "1标段", "桥😀"}) {
+        EXPECT_EQ(bareName(QString::fromUtf8(name)), QString::fromUtf8(name));
+    }
+    for (const char* name : {"", "甲 乙", "甲.乙", "[甲]", "甲'", "Select", "order", "FROM"}) {
+        EXPECT_EQ(errorNumberOf([&] { (void)bareName(QString::fromUtf8(name)); }),
+                  error::syntaxError)
+            << name;
+    }
+}
+
+TEST(QueryText, ANameInBracketsHasNoneOfItsOwn) {
+    EXPECT_EQ(bracketedName("甲 order"), "[甲 order]");
+    for (const char* name : {"甲[", "甲]"}) {
+        EXPECT_EQ(errorNumberOf([&] { (void)bracketedName(QString::fromUtf8(name)); }),
+                  error::nameInvalid)
+            << name;
+    }
+}
+
+TEST(QueryText, AQuotedTextHasNoApostrophe) {
+    EXPECT_EQ(quoted("甲\"乙"), "'甲\"乙'");
+    EXPECT_EQ(errorNumberOf([&] { (void)quoted("甲'"); }), error::syntaxError);
+}
+
+} // namespace
