@@ -70,7 +70,7 @@ TEST_F(WidgetShells, AsATemplateADocumentIsOpenedByTheSuite) {
     makeProgram("bin/soffice");
     const test::ChangedVariable path("PATH", folder.path("bin").toUtf8() + ":/usr/bin:/bin");
     shell.openAsTemplate(folder.path("说明.doc"));
-    EXPECT_EQ(heard(), "-n|" + folder.path("说明.doc").toUtf8() + "|");
+    EXPECT_EQ(heard(), "-n|" + QUrl::fromLocalFile(folder.path("说明.doc")).toEncoded() + "|");
     EXPECT_EQ(desktop.files, QStringList());
 }
 

@@ -55,26 +55,50 @@ TEST_F(DocCommands, MergeTellsWhatAFileLoses) {
     EXPECT_EQ(err.trimmed(), "提示: a.doc：" + test::lossOfHeader);
 }
 
-TEST_F(DocCommands, PdfIsWhatTheOfficeSuiteMakesOfTheDocument) {
+TEST_F(DocCommands, PdfOfTheOfficeSuiteIsWhatThatMakesOfTheDocument) {
     const test::FakeOffice office;
     folder.makeFolder("bin");
     ASSERT_TRUE(QFile::link(office.settings().program, folder.path("bin/soffice")));
     const test::ChangedVariable path("PATH", folder.path("bin").toUtf8() + ":/usr/bin:/bin");
     folder.write("a.doc", "text");
-    EXPECT_EQ(qvndctl({"--json", "doc", "pdf", folder.path("a.doc"), folder.path("a.pdf")}),
-              ExitStatus::done);
+    EXPECT_EQ(
+        qvndctl({"--json", "doc", "pdf", "--office", folder.path("a.doc"), folder.path("a.pdf")}),
+        ExitStatus::done);
     EXPECT_EQ(folder.read("a.pdf"), "%PDF-1.4 of text");
     EXPECT_TRUE(out.contains("\"output\"")) << out.toStdString();
 }
 
-TEST_F(DocCommands, WithoutTheOfficeSuiteThereIsNoPdfAndThatIsSaid) {
+TEST_F(DocCommands, WithoutTheOfficeSuiteThereIsNoPdfOfItAndThatIsSaid) {
     folder.makeFolder("bin");
     const test::ChangedVariable path("PATH", folder.path("bin").toUtf8());
     folder.write("a.doc", "text");
-    EXPECT_EQ(qvndctl({"doc", "pdf", folder.path("a.doc"), folder.path("a.pdf")}),
+    EXPECT_EQ(qvndctl({"doc", "pdf", "--office", folder.path("a.doc"), folder.path("a.pdf")}),
               ExitStatus::refused);
     EXPECT_EQ(err.trimmed(), "警告！: 没有安装办公套件（LibreOffice），无法转换“a.doc”。");
     EXPECT_FALSE(folder.exists("a.pdf"));
+}
+
+TEST_F(DocCommands, PdfHasThePagesOfTheDocument) {
+    const QString document = documentOf("a.doc", u"甲");
+    EXPECT_EQ(json({"doc", "pdf", document, folder.path("a.pdf")}).toObject()["pages"].toInt(), 1);
+    EXPECT_TRUE(folder.read("a.pdf").startsWith("%PDF-"));
+    EXPECT_EQ(json({"doc", "pages", document}).toObject()["pages"].toInt(), 1);
+}
+
+TEST_F(DocCommands, PngIsThePageThatIsAskedForAndOneThatIsNotThereIsRefused) {
+    const QString document = documentOf("a.doc", u"甲");
+    const auto png = [&](const QString& page) {
+        return qvndctl(
+            {"doc", "png", "--page", page, "--width", "80", document, folder.path("a.png")});
+    };
+    for (const char* page : {"0", "2"}) {
+        EXPECT_EQ(png(page), ExitStatus::refused);
+        EXPECT_TRUE(err.contains(QString("没有第 %1 页，文档共 1 页。").arg(page)))
+            << err.toStdString();
+    }
+    EXPECT_FALSE(folder.exists("a.png"));
+    EXPECT_EQ(png("1"), ExitStatus::done) << err.toStdString();
+    EXPECT_TRUE(folder.read("a.png").startsWith("\x89PNG"));
 }
 
 TEST_F(DocCommands, MergeWithoutAFileOrWithASizeThatIsNoneIsWrongUsage) {
