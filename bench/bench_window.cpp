@@ -1,6 +1,6 @@
-// Generates a plan of 400 documents from the plan edit window, with the pages of the contents
-// estimated and, where an office suite is installed, exact. The first run finds an empty preview,
-// the second one the finished document in it. Beside the time stand, of either run,
+// Generates a plan of 400 documents from the plan edit window, with the page numbers of the
+// contents. The first run finds an empty preview, the second one the finished document in it.
+// Beside the time stand, of either run,
 //   ratio    the time against generating the same plan without a window
 //   process  the time against that of the companion's whole process on the same documents
 //   events   the part of the time in which events were served
@@ -92,15 +92,11 @@ class NoFrame : public generate::BidEditFrame {
 // The plan in its window, and the same generation without one.
 class Window {
 public:
-    Window(int documents, const QString& suite)
-        : plan_(documents), word_(complaints_,
-                                  office::OfficeSuite(home_.filePath(u"profile"_s), suite,
-                                                      [this] {
-                                                          events_.doEvents();
-                                                          return false;
-                                                      }),
-                                  longRun_, events_) {
-        conversion_ = std::make_unique<preview::PageConversion>(conversionSettings(suite));
+    explicit Window(int documents)
+        : plan_(documents),
+          word_(complaints_, office::OfficeSuite(home_.filePath(u"profile"_s), {}), longRun_,
+                events_) {
+        conversion_ = std::make_unique<preview::PageConversion>(conversionSettings());
         pane_ = new preview::PagePane(*conversion_);
         form_ = std::make_unique<generate::frmBidEdit>(
             generate::frmBidEdit::Parts{{plan_.program(), switches_, session_},
@@ -164,9 +160,8 @@ public:
     const QStringList& complaints() const { return complaints_.texts; }
 
 private:
-    preview::ConversionSettings conversionSettings(const QString& suite) const {
+    preview::ConversionSettings conversionSettings() const {
         preview::ConversionSettings settings;
-        settings.program = suite;
         settings.profileFolder = home_.filePath(u"preview"_s);
         settings.cacheFolder = home_.filePath(u"pages"_s);
         return settings;
@@ -220,10 +215,10 @@ public:
     }
 
     // Nothing when it failed.
-    std::optional<double> seconds(const QString& pages) const {
+    std::optional<double> seconds() const {
         QElapsedTimer clock;
         clock.start();
-        const bool isDone = run({u"generate"_s, u"工程"_s, u"--pages"_s, pages});
+        const bool isDone = run({u"generate"_s, u"工程"_s});
         const double passed = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         return isDone ? std::optional(passed) : std::nullopt;
     }
@@ -240,12 +235,11 @@ private:
     QTemporaryDir home_;
 };
 
-void measure(benchmark::State& state, const QString& suite) {
-    Window window(static_cast<int>(state.range(0)), suite);
+void BM_GenerateFromWindow(benchmark::State& state) {
+    Window window(static_cast<int>(state.range(0)));
     const Companion companion(window.program());
-    const QString pages = suite.isEmpty() ? u"layout"_s : u"office"_s;
-    companion.seconds(pages); // adopts the plan
-    const auto process = companion.seconds(pages);
+    companion.seconds(); // adopts the plan
+    const auto process = companion.seconds();
     if (!process) {
         state.SkipWithError("the companion, which has to stand beside the benchmark, failed");
         return;
@@ -271,28 +265,11 @@ void measure(benchmark::State& state, const QString& suite) {
     state.SetLabel(places.join(u" | "_s).toStdString());
 }
 
-void BM_GenerateFromWindow(benchmark::State& state) { measure(state, {}); }
-
-void BM_GenerateFromWindowOfficePages(benchmark::State& state) {
-    const QString suite = office::OfficeSuite::installedProgram();
-    if (suite.isEmpty()) {
-        state.SkipWithError("no office suite");
-        return;
-    }
-    measure(state, suite);
-}
-
 BENCHMARK(BM_GenerateFromWindow)
     ->Arg(400)
     ->Iterations(2)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_GenerateFromWindowOfficePages)
-    ->Arg(400)
-    ->Iterations(2)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
-
 } // namespace
 
 } // namespace qvnd::bench

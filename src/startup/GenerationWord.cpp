@@ -12,18 +12,43 @@ namespace qvnd::startup {
 
 GenerationWord::GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
                                desktop::LongRun& longRun, desktop::Events& events)
-    : unsaved_(messages), documents_(suite), exact_(std::move(suite)), pages_(exact_, own_),
-      awaited_(pages_, longRun, events),
+    : unsaved_(messages), documents_(std::move(suite)), awaited_(own_, longRun, events),
       factory_({awaited_, losses_, unsaved_, &pictures_, &documents_}) {}
+
+std::optional<QString> GenerationWord::whyEstimated() const {
+    if (const auto pages = own_.stoppedBehind()) {
+        return u"排版在第 %1 页之后被取消，其后的页码按已排的篇幅推算。"_s.arg(*pages);
+    }
+    return std::nullopt;
+}
+
+GenerationWord::Awaited::Awaited(layout::LayoutPageNumbers& source, desktop::LongRun& longRun,
+                                 desktop::Events& events)
+    : source_(source), longRun_(longRun), events_(events) {
+    source_.watch([this](int pages) { return goOn(pages); });
+}
 
 std::vector<int> GenerationWord::Awaited::displayedPages(const word::DocumentContent& content,
                                                          std::span<const word::Cp> positions) {
     events_.doEvents();
+    sinceEvents_.start();
     const desktop::LongRunScope scope(longRun_, u"计算目录的页码"_s, 0);
-    longRun_.next(u"正在由办公软件排版……取消时使用本程序排出的页码。"_s);
+    longRun_.next(u"正在排版……取消时，未排的页码按已排的篇幅推算。"_s);
     std::vector<int> pages = source_.displayedPages(content, positions);
     events_.doEvents();
     return pages;
+}
+
+// Served often enough for a window that moves; not behind each page, which takes less time.
+bool GenerationWord::Awaited::goOn(int pages) {
+    constexpr int longestSilence = 30; // milliseconds
+    if (sinceEvents_.elapsed() < longestSilence) {
+        return true;
+    }
+    longRun_.next(u"已排 %1 页……取消时，未排的页码按已排的篇幅推算。"_s.arg(pages));
+    events_.doEvents();
+    sinceEvents_.start();
+    return !longRun_.isCancelled();
 }
 
 bool GenerationWord::Unsaved::save(const std::filesystem::path& document) {

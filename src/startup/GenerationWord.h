@@ -5,19 +5,19 @@
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/drawing/FontFaces.h"
-#include "platform/office/OfficePageNumbers.h"
 #include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutPageNumbers.h"
 
+#include <QElapsedTimer>
+
 namespace qvnd::startup {
 
-// The word processor behind generation in a window: our own engine, with the page numbers of the
-// office suite where it is installed and works, else those of our own layout; the suite converts
-// documents of other formats, too. What a document loses on its way in is kept for the report and
-// raises no box: there may be hundreds of documents. A user who cancels the wait for the office
-// suite gets our own numbers.
+// The word processor behind generation in a window: our own engine, with the page numbers of our
+// own layout; the office suite, where it is installed, converts documents of other formats. What a
+// document loses on its way in is kept for the report and raises no box: there may be hundreds of
+// documents. A user who cancels the wait for the page numbers gets estimates behind the last page.
 class GenerationWord : public generate::GenerationRecord {
 public:
     // All of it outlives the object; the suite asks `longRun` whether to stop.
@@ -31,8 +31,8 @@ public:
     const std::vector<generate::CollectedLosses::Loss>& losses() const override {
         return losses_.losses();
     }
-    int pages() const override { return pages_.pages(); }
-    std::optional<QString> whyEstimated() const override { return pages_.whyEstimated(); }
+    int pages() const override { return own_.pages(); }
+    std::optional<QString> whyEstimated() const override;
 
 private:
     class Unsaved : public word::UnsavedChangesQuestion {
@@ -47,25 +47,26 @@ private:
     // The whole document is laid out when the progress dialog has gone already.
     class Awaited : public word::PageNumberSource {
     public:
-        Awaited(word::PageNumberSource& source, desktop::LongRun& longRun, desktop::Events& events)
-            : source_(source), longRun_(longRun), events_(events) {}
+        Awaited(layout::LayoutPageNumbers& source, desktop::LongRun& longRun,
+                desktop::Events& events);
         std::vector<int> displayedPages(const word::DocumentContent& content,
                                         std::span<const word::Cp> positions) override;
         int pages() const override { return source_.pages(); }
 
     private:
-        word::PageNumberSource& source_;
+        bool goOn(int pages);
+
+        layout::LayoutPageNumbers& source_;
         desktop::LongRun& longRun_;
         desktop::Events& events_;
+        QElapsedTimer sinceEvents_;
     };
 
     generate::CollectedLosses losses_;
     Unsaved unsaved_;
     pictures::PictureDecoder pictures_;
     office::SuiteDocumentConverter documents_;
-    office::OfficePageNumbers exact_;
     layout::LayoutPageNumbers own_{drawing::openNamedFonts};
-    office::BestPageNumbers pages_;
     Awaited awaited_;
     word::EngineApplicationFactory factory_;
 };

@@ -556,7 +556,7 @@ TEST_F(WindowGenerationOnADisk, AReadOnlyWorkFolderIsToldAndTheFormerDocumentSta
     expectUsable();
 }
 
-// The office suite that tells the page numbers
+// The office suite, which converts documents of other formats and draws the PDF
 
 class WindowGenerationWithASuite : public WindowGeneration {
 protected:
@@ -577,37 +577,30 @@ protected:
     std::unique_ptr<office::SuitePdfPrinter> suitePrinter;
 };
 
-TEST_F(WindowGenerationWithASuite, ASuiteThatIsKilledLeavesTheEstimate) {
+TEST_F(WindowGenerationWithASuite,
+       ASuiteKilledWhileItConvertsADocumentCostsOneBoxAndTheRestIsThere) {
     withSuite("kill -9 $$\n");
+    world.folder.write("用户模板/T/T.1.1.doc", "{\\rtf1 text}");
     open();
     choose("mnuBuildbid");
     EXPECT_GE(suite.starts(), 1);
-    EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
-    expectWhole();
+    EXPECT_EQ(messages().size(), 1) << messages().join("|").toStdString();
+    EXPECT_TRUE(textOfFinished().contains("部署正文"));
     expectUsable();
-    choose("mnuReport");
-    const QString summary = form->findChild<QLabel*>("lblSummary")->text();
-    EXPECT_TRUE(summary.contains("目录的页码是估计的")) << summary.toStdString();
 }
 
-TEST_F(WindowGenerationWithASuite, TheWaitForThePageNumbersIsShownAndCancelledItLeavesTheEstimate) {
-    withSuite("sleep 30\n", [this] { return world.longRun.isCancelled(); });
-    int looks = 0;
-    world.longRun.cancel = [&] {
-        EXPECT_TRUE(hasHourglass());
-        EXPECT_EQ(dlgTB(), nullptr);
-        return ++looks == 3;
-    };
+TEST_F(WindowGenerationWithASuite, ThePageNumbersAreOurOwnAndNoEstimates) {
+    withSuite("kill -9 $$\n");
     open();
     choose("mnuBuildbid");
+    EXPECT_EQ(suite.starts(), 0);
     EXPECT_EQ(world.longRun.shown[0], "计算目录的页码 0");
     EXPECT_FALSE(world.longRun.running);
-    EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
     expectWhole();
     expectUsable();
     choose("mnuReport");
     const QString summary = form->findChild<QLabel*>("lblSummary")->text();
-    EXPECT_TRUE(summary.contains("目录的页码是估计的：转换已停止。")) << summary.toStdString();
+    EXPECT_FALSE(summary.contains("估计")) << summary.toStdString();
 }
 
 TEST_F(WindowGenerationWithASuite, KilledWhileItDrawsThePdfTheFormerPdfStays) {
@@ -649,12 +642,13 @@ TEST_F(WindowGenerationWithASuite, WhileTheSuiteWorksTheWindowStaysAliveAndRefus
         choose("mnuBuildbid");
         return false;
     });
+    world.folder.write("用户模板/T/T.1.1.doc", "{\\rtf1 text}");
     open();
     choose("mnuBuildbid");
     EXPECT_GE(suite.starts(), 1);
     EXPECT_GE(yields, 2);
-    EXPECT_EQ(messages(), QStringList(yields, busy));
-    expectWhole();
+    EXPECT_EQ(messages().count(busy), yields);
+    EXPECT_TRUE(textOfFinished().contains("部署正文"));
     expectUsable();
 }
 

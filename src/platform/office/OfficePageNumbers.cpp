@@ -1,6 +1,5 @@
 #include "platform/office/OfficePageNumbers.h"
 
-#include "platform/error/RunTimeError.h"
 #include "platform/office/PdfDestinations.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/layout/SectionPages.h"
@@ -69,19 +68,6 @@ std::vector<int> OfficePageNumbers::displayedPages(const word::DocumentContent& 
         shown.push_back(numbering.shown(positions[i], sheet));
     }
     return shown;
-}
-
-std::vector<int> BestPageNumbers::displayedPages(const word::DocumentContent& content,
-                                                 std::span<const word::Cp> positions) {
-    try {
-        used_ = &exact_;
-        whyEstimated_.reset();
-        return exact_.displayedPages(content, positions);
-    } catch (const RunTimeError& failure) {
-        used_ = &estimate_;
-        whyEstimated_ = QString::fromStdU16String(failure.description());
-        return estimate_.displayedPages(content, positions);
-    }
 }
 
 } // namespace qvnd::office

@@ -17,6 +17,12 @@ QString normal(const QString& keyPath) {
     return RootFromName(root) == 0 ? QString() : keyPath.toLower();
 }
 
+// A value's bytes never begin so: where one is cut off at its end, what follows is a line of its
+// own.
+bool beginsStatement(const QString& line) {
+    return line.startsWith(u'[') || line.startsWith(u'"') || line.startsWith(u'@');
+}
+
 bool isHeader(const QString& line) { return line.startsWith(u'[') && line.endsWith(u']'); }
 
 bool continues(const QString& line) {
@@ -47,7 +53,7 @@ void RegistryText::read() {
         }
         const qsizetype first = i;
         bool more = continues(statement);
-        while (more && i + 1 < lines_.count() && !isHeader(lines_.at(i + 1).trimmed())) {
+        while (more && i + 1 < lines_.count() && !beginsStatement(lines_.at(i + 1).trimmed())) {
             const QString next = lines_.at(++i).trimmed();
             statement.chop(1);
             statement += next;

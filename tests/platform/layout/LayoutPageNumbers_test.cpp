@@ -50,6 +50,30 @@ TEST_F(PageNumbers, EachPositionHasThePageThatItStandsOn) {
     EXPECT_EQ(numbers.pages(), 3);
 }
 
+TEST_F(PageNumbers, EachPageIsToldAsItIsDone) {
+    paragraphs(25);
+    std::vector<int> told;
+    numbers.watch([&](int pages) {
+        told.push_back(pages);
+        return true;
+    });
+    EXPECT_EQ(at({0, 20, 40}), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(told, (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(numbers.stoppedBehind(), std::nullopt);
+}
+
+TEST_F(PageNumbers, BehindTheLastPageOfAStoppedLayoutTheyFollowTheRoomOfTheText) {
+    paragraphs(40);
+    numbers.watch([](int pages) { return pages < 2; });
+    EXPECT_EQ(at({0, 19, 20, 39, 40, 59, 60}), (std::vector<int>{1, 1, 2, 2, 3, 3, 4}));
+    const int estimated = numbers.pages();
+    EXPECT_EQ(numbers.stoppedBehind(), 2);
+    numbers.watch({});
+    EXPECT_EQ(at({60}), (std::vector<int>{4}));
+    EXPECT_EQ(estimated, numbers.pages());
+    EXPECT_EQ(numbers.stoppedBehind(), std::nullopt);
+}
+
 TEST_F(PageNumbers, TextThatIsCutIntoSlicesIsLaidOutWhole) {
     paragraphs(1, std::u16string(95, u'一'));
     auto& main = builder.content.main;

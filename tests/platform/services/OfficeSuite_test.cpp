@@ -182,30 +182,5 @@ TEST_F(OfficeSuiteTest, TheInstalledSuiteTellsThePagesOfPositions) {
     EXPECT_EQ(numbers.pages(), 3);
 }
 
-TEST_F(OfficeSuiteTest, WithoutASuiteTheEstimateAnswers) {
-    test::ContentBuilder builder;
-    const word::DocumentContent content = threePages(builder);
-    OfficePageNumbers exact{OfficeSuite(folder.filePath(u"profile"_s), QString())};
-    test::FixedPageNumbers estimate;
-    BestPageNumbers best(exact, estimate);
-    EXPECT_EQ(best.displayedPages(content, std::vector<word::Cp>{0, 3, 7}),
-              (std::vector<int>{1, 2, 3}));
-    EXPECT_EQ(best.pages(), 3);
-}
-
-TEST_F(OfficeSuiteTest, AnEstimateInPlaceOfTheSuitesNumbersTellsWhy) {
-    test::ContentBuilder builder;
-    const word::DocumentContent content = threePages(builder);
-    OfficePageNumbers failing{suite("exit 1\n")};
-    test::FixedPageNumbers estimate;
-    BestPageNumbers best(failing, estimate);
-    best.displayedPages(content, std::vector<word::Cp>{0});
-    ASSERT_TRUE(best.whyEstimated().has_value());
-    EXPECT_TRUE(best.whyEstimated()->startsWith(u"办公套件无法转换文件"_s));
-    BestPageNumbers exact(estimate, estimate);
-    exact.displayedPages(content, std::vector<word::Cp>{0});
-    EXPECT_EQ(exact.whyEstimated(), std::nullopt);
-}
-
 } // namespace
 } // namespace qvnd::office

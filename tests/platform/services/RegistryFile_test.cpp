@@ -202,6 +202,13 @@ TEST(DamagedRegistry, EveryTruncationIsReadAndCanBeWritten) {
     }
 }
 
+TEST(DamagedRegistry, AValueCutOffBehindItsBackslashSwallowsNoLine) {
+    auto file = RegistryFile::parse("REGEDIT4\n[HKEY_USERS\\a]\n\"long\"=hex:01,02,\\");
+    EXPECT_TRUE(setNumber(file, "HKEY_USERS\\a", "n", 5));
+    auto again = RegistryFile::parse(file.bytes());
+    EXPECT_EQ(valueAt(again, "a", "n").data, QByteArray("\5\0\0\0", 4));
+}
+
 TEST(DamagedRegistry, RandomBytesAreReadAndCanBeWritten) {
     QRandomGenerator random(20260101);
     for (int round = 0; round < 300; ++round) {
