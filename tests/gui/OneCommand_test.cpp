@@ -113,7 +113,7 @@ TEST_F(OneCommand, NoItemRunsWhileAQuestionIsOpen) {
     });
     world.messages.otherwise = desktop::Answer::no;
     item("mnuEditDelete").trigger();
-    EXPECT_EQ(triggered, 33) << "21 items of the menus, 11 of the toolbar, the plan's information";
+    EXPECT_EQ(triggered, 41) << "27 items of the menus, 13 of the toolbar, the plan's information";
     EXPECT_FALSE(sentinel.isEnabled()) << "behind the one that ran";
     EXPECT_EQ(world.messages.shown.size(), 1U);
     EXPECT_TRUE(frame.asked.isEmpty()) << frame.asked.join(", ").toStdString();

@@ -1,5 +1,4 @@
 #include "platform/jet/DBEngine.h"
-#include "platform/jet/file/Image.h"
 #include "support/Files.h"
 #include "support/Text.h"
 #include "support/TracedProcess.h"
@@ -9,7 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QMap>
 #include <QSet>
@@ -159,12 +157,6 @@ std::vector<KilledCommand> commands() {
 
 constexpr int pointsOfOne = 12;
 
-// Every change by hand: QVND_KILL_EVERYWHERE.
-int pointsOfKills(int changes) {
-    return qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? changes
-                                                             : std::min(changes, pointsOfOne);
-}
-
 class KilledCommands : public testing::TestWithParam<KilledCommand> {
 protected:
     void SetUp() override { ASSERT_FALSE(HasFailure()); }
@@ -261,82 +253,6 @@ TEST_P(KilledCommands, LeaveEveryOutlineAndDocumentWholeAtWhateverPoint) {
         expectDocuments(home);
         std::filesystem::remove_all(home.toStdString());
     }
-}
-
-// All but the history itself: rows with their numbers, and files by what is in them.
-QMap<QString, QStringList> everythingIn(const QString& home) {
-    QMap<QString, QStringList> all;
-    QDirIterator at(home + "/Sys", QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
-    while (at.hasNext()) {
-        const QString path = at.next();
-        const QString name = path.mid(home.size());
-        if (at.fileInfo().isDir()) {
-            all[name] = {"folder"};
-        } else if (!name.endsWith(".mdb")) {
-            QFile file(path);
-            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-            all[name] = {
-                QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha1).toHex()};
-        } else {
-            jet::ImageTables tables(jet::imageOf(path));
-            for (const QString& table : tables.tables().keys()) {
-                const auto rows = tables.rowsOf(table);
-                for (auto row = rows.begin(); row != rows.end(); ++row) {
-                    all[name] << table + '|' + QString::number(qlonglong{row.key()}) + '|' +
-                                     QStringList(row->fields.values()).join('|');
-                }
-            }
-        }
-    }
-    return all;
-}
-
-// What the next start says, and how many steps it lists.
-struct NextStart {
-    explicit NextStart(const QString& home) {
-        std::ostringstream out;
-        std::ostringstream err;
-        tools::run({"--home", home, "history", "list"}, out, err);
-        steps = QString::fromStdString(out.str()).count('\n');
-        isTold = QString::fromStdString(err.str()).contains("没有做完");
-    }
-    qsizetype steps;
-    bool isTold;
-};
-
-// The next start tells of a command that it has found unfinished, and one undo leads to before it.
-// Anything else was either not begun or done whole; what only opens a plan is no step to undo.
-TEST_P(KilledCommands, AreToldAtTheNextStartAndOneUndoLeadsToBeforeThem) {
-    const NextStart atFirst(original.home());
-    const auto before = everythingIn(original.home());
-    const QString undisturbed = original.folder.path("undisturbed");
-    original.copyTo(undisturbed);
-    const int changes = TracedProcess::run(commandIn(undisturbed), 0);
-    if (changes < 0) {
-        GTEST_SKIP() << "processes cannot be traced here";
-    }
-    const int points = pointsOfKills(changes);
-    int unfinished = 0;
-    for (int i = 0; i < points && !HasFailure(); ++i) {
-        const int point = 1 + i * changes / points;
-        SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
-                     std::to_string(changes));
-        const QString home = original.folder.path("killed");
-        original.copyTo(home);
-        EXPECT_EQ(TracedProcess::run(commandIn(home), point), point - 1);
-        const NextStart next(home);
-        unfinished += next.isTold;
-        EXPECT_LE(next.steps, atFirst.steps + 1);
-        if (next.steps > atFirst.steps) {
-            EXPECT_EQ(qvndctl(home, {"history", "undo"}), tools::ExitStatus::done);
-            EXPECT_EQ(everythingIn(home), before);
-        } else {
-            EXPECT_FALSE(next.isTold);
-        }
-        std::filesystem::remove_all(home.toStdString());
-    }
-    EXPECT_GT(unfinished, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, KilledCommands, testing::ValuesIn(commands()),

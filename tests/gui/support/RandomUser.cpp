@@ -167,7 +167,8 @@ void RandomUser::meetProgress() {
     }
     const QScopedValueRollback served(isServed_, true);
     reach(*dialog);
-    if (dice_.in(8)) {
+    // A run asks some twenty times: about half of them are stopped.
+    if (dice_.in(24)) {
         dialog->findChild<QPushButton*>()->click();
     } else if (dice_.in(4)) {
         reachPast();
@@ -624,6 +625,11 @@ void RandomUser::openWindow() {
         "mnuContent",   "mnuEdit",  "mnuBuildbid",  "mnuBidLike",  "mnuCheck",    "mnuReport",
         "mnuBrowsebid", "mnuPdf",   "mnuHistory",   "mnuUndo",     "mnuRedo"};
     auto* opener = world_.mainForm().findChild<QAction*>(dice_.oneOf(openers));
+    // There is a report only behind a generation, and until its window goes.
+    auto* report = world_.mainForm().findChild<QAction*>("mnuReport");
+    if (report && report->isEnabled() && dice_.in(2)) {
+        opener = report;
+    }
     if (opener && opener->isEnabled()) {
         opener->trigger();
     }

@@ -71,9 +71,11 @@ TEST_F(Formats, ColoursByNumberAndByPartsAreOneProperty) {
 }
 
 TEST_F(Formats, IndentsInCharactersCountWhereTheyAreGiven) {
-    const Bytes own = withSprm16(withSprm16({}, sprm::PDxaLeft180, 480), sprm::PDcxaLeft1, 200);
+    const Bytes own = withSprm16({}, sprm::PDcxaLeft1, 200);
     EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(240), 480);
     EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(210), 420);
+    const Bytes both = withSprm16(withSprm16({}, sprm::PDxaLeft180, 480), sprm::PDcxaLeft1, 200);
+    EXPECT_DOUBLE_EQ(paragraph(both).firstLine.in(210), 480) << "the program measured both";
     EXPECT_DOUBLE_EQ(paragraph(withSprm16({}, sprm::PDxaLeft180, 360)).firstLine.in(210), 360);
 }
 
