@@ -386,7 +386,7 @@ std::optional<Step> Recorder::makeKilledStep() {
     for (const QString& path : running_.touched().keys()) {
         KeptFiles::removeUnfinished(path);
     }
-    const std::optional<Step> step = makeStep(StepKind::unfinished, {});
+    std::optional<Step> step = makeStep(StepKind::unfinished, {});
     frame_.reset();
     return step;
 }
