@@ -168,7 +168,7 @@ TEST_F(FrmMultLevel, TheNumberStandsInTheMiddleBetweenItsTexts) {
         const int left = box(shown, "Text1(0)").geometry().right();
         const int right = box(shown, "Text1(1)").geometry().left();
         EXPECT_TRUE(number->alignment() & Qt::AlignHCenter);
-        EXPECT_NEAR(number->geometry().center().x(), (left + right) / 2, 2);
+        EXPECT_NEAR(number->geometry().center().x(), (left + right) / 2.0, 2);
         shown.reject();
     });
 }
