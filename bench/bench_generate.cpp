@@ -5,6 +5,7 @@
 //   outMB   the finished document, peakMB the process's memory at its highest
 // BM_GenerateOfficePages does the same with exact pages from the office suite.
 
+#include "PeakMemory.h"
 #include "SitePlan.h"
 
 #include "generate/driver/BuildBid.h"
@@ -23,10 +24,6 @@
 #include <chrono>
 #include <iostream>
 #include <map>
-
-#if __has_include(<sys/resource.h>)
-#include <sys/resource.h>
-#endif
 
 using namespace Qt::StringLiterals;
 
@@ -72,16 +69,6 @@ double secondsOf(Work work) {
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double peakMegabytes() {
-#if __has_include(<sys/resource.h>)
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) / 1024;
-#else
-    return 0;
-#endif
 }
 
 void measure(benchmark::State& state, word::PageNumberSource& pages,

@@ -5,6 +5,8 @@
 //   inMB    the documents, outMB the finished one, peakMB the process's memory at its highest
 //   refused documents that are none, or locked
 
+#include "PeakMemory.h"
+
 #include "platform/error/RunTimeError.h"
 #include "platform/word/engine/EngineApplication.h"
 
@@ -15,10 +17,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <vector>
-
-#if __has_include(<sys/resource.h>)
-#include <sys/resource.h>
-#endif
 
 namespace qvnd::bench {
 
@@ -87,16 +85,6 @@ int insertAll(const std::vector<fs::path>& files, const fs::path& target) {
         }
     }
     return refused;
-}
-
-double peakMegabytes() {
-#if __has_include(<sys/resource.h>)
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) / 1024;
-#else
-    return 0;
-#endif
 }
 
 void BM_InsertReal(benchmark::State& state) {
