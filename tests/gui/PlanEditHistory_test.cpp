@@ -20,7 +20,7 @@ protected:
             world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
             *world.state.gWs, *world.state.gFso, "测试");
     }
-    ~PlanEditHistory() override { form.reset(); }
+    void TearDown() override { form.reset(); }
 
     history::Step last() { return world.state.History->undoable().value_or(history::Step{}); }
     void undo() { ASSERT_TRUE(outline::undo(world.state, world.workbench, world.services())); }

@@ -19,7 +19,7 @@ protected:
             world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
             *world.state.gWs, *world.state.gFso, "测试");
     }
-    ~WorkbenchHistory() override { form.reset(); }
+    void TearDown() override { form.reset(); }
 
     void deleteNode(const QString& key) {
         click(trvCurrent(), key);

@@ -39,7 +39,7 @@ protected:
         world.openPlan("T");
         world.messages.otherwise = desktop::Answer::yes;
     }
-    ~PutBack() override { world.state.History.reset(); }
+    void TearDown() override { world.state.History.reset(); }
 
     static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
     std::int64_t run(const QString& caption, const std::function<void()>& command) {

@@ -32,7 +32,7 @@ auto pick(const List& list, unsigned number) {
 class RandomHistory : public testing::TestWithParam<int> {
 protected:
     RandomHistory() { planner.start(); }
-    ~RandomHistory() override {
+    void TearDown() override {
         if (planner.program) {
             planner.exit();
         }

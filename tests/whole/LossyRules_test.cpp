@@ -84,14 +84,14 @@ TEST_F(LossyRule, AFileThatStandsInTheWayIsOverwritten) {
     const QString last = planner.current().Item(planner.current().Count()).Key();
     planner.click(last);
     planner.deleteNode();
-    const QString next = last; // the same count gives the same key again
-    planner.folder.write(fileOf(next), "mine");
+    // The same count gives the same key again.
+    planner.folder.write(fileOf(last), "mine");
     planner.folder.write("files/新.doc", "new");
     planner.click("甲");
     const QString note = noteOf("下级", [&] {
         planner.addDocument(outline::AddMode::below, planner.folder.path("files/新.doc"));
     });
-    EXPECT_EQ(note, "覆盖了 1 个文件：" + next + ".doc");
+    EXPECT_EQ(note, "覆盖了 1 个文件：" + last + ".doc");
 }
 
 TEST_F(LossyRule, AFolderDroppedOnItsOwnChildIsGone) {

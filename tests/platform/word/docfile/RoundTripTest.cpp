@@ -30,7 +30,8 @@ DocumentContent copyThroughAFile(const DocumentContent& document) {
     for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
         content.tables.lists.intern(document.tables.lists[static_cast<PropertyListId>(i)]);
     }
-    static_cast<DocumentBody&>(content) = document;
+    const DocumentBody& body = document;
+    static_cast<DocumentBody&>(content) = body;
     content.settings = document.settings;
     DocumentWriter(folder).saveAs("/folder/copy.doc", content);
     return readDocument(folder->bytes("/folder/copy.doc"));
