@@ -35,6 +35,7 @@
 #include <QTimer>
 
 #include <cstdio>
+#include <functional>
 
 using namespace qvnd;
 using namespace Qt::StringLiterals;
@@ -161,7 +162,8 @@ private:
         frame_.unloadPlanEditor();
     }
 
-    // Of a plan in which a document is missing, so both lists have something to tell.
+    // The report comes by itself only when it has something to tell. In the plan of take-pictures a
+    // document is missing, so both lists do.
     void takeFindings() {
         QTimer answer;
         answer.callOnTimeout(&frame_, [] {
@@ -171,11 +173,12 @@ private:
         });
         answer.start(50);
         takeList(u"mnuCheck"_s, u"dlgCheck"_s);
-        takeList(u"mnuBuildbid"_s, u"dlgReport"_s);
+        frame_.findChild<QAction*>(u"mnuBuildbid"_s)->trigger();
+        takeList(u"mnuReport"_s, u"dlgReport"_s);
     }
 
     void takeList(const QString& item, const QString& list) {
-        frame_.findChild<QAction*>(item)->trigger();
+        choose(item);
         QWidget* window = part(list);
         window->resize(640, 220);
         settle(200);
@@ -183,8 +186,17 @@ private:
         window->close();
     }
 
-    // Every tab of the format dialog, and the dialog behind its button.
-    void takeFormatDialog() {
+    // A command that is off would leave its window without a picture.
+    void choose(const QString& item) {
+        auto* action = frame_.findChild<QAction*>(item);
+        if (!action->isEnabled()) {
+            qFatal("%s is off", qPrintable(item));
+        }
+        action->trigger();
+    }
+
+    // Opens the dialog of a menu item, has it looked at, and closes it.
+    void withDialog(const QString& item, const std::function<void(QWidget&)>& look) {
         QTimer shutter;
         shutter.callOnTimeout(&frame_, [&] {
             QWidget* window = QApplication::activeModalWidget();
@@ -192,12 +204,19 @@ private:
                 return;
             }
             shutter.stop();
-            keepTabs(*window);
-            takeMultLevel(*window);
+            look(*window);
             window->close();
         });
         shutter.start(50);
-        frame_.findChild<QAction*>(u"mnuBidSet"_s)->trigger();
+        choose(item);
+    }
+
+    // Every tab of the format dialog, and the dialog behind its button.
+    void takeFormatDialog() {
+        withDialog(u"mnuBidSet"_s, [this](QWidget& window) {
+            keepTabs(window);
+            takeMultLevel(window);
+        });
     }
 
     void keepTabs(QWidget& window) {
@@ -224,26 +243,13 @@ private:
         window.findChild<QPushButton*>(u"Command1"_s)->click();
     }
 
-    // The dialog that a menu item opens, filled as in use.
+    // The dialog filled as in use.
     void takeDialog(const QString& item, const QString& dialog) {
-        QTimer shutter;
-        shutter.callOnTimeout(&frame_, [&] {
-            QWidget* window = QApplication::activeModalWidget();
-            if (window == nullptr) {
-                return;
-            }
-            shutter.stop();
-            fill(*window);
+        withDialog(item, [&](QWidget& window) {
+            fill(window);
             settle(50);
-            keep(dialog, *window);
-            window->close();
+            keep(dialog, window);
         });
-        shutter.start(50);
-        auto* action = frame_.findChild<QAction*>(item);
-        if (!action->isEnabled()) {
-            qFatal("%s is off, so %s has no picture", qPrintable(item), qPrintable(dialog));
-        }
-        action->trigger();
     }
 
     static void fill(QWidget& window) {
