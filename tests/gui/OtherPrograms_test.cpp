@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDialog>
 #include <QDragMoveEvent>
 #include <QElapsedTimer>
 #include <QLabel>
@@ -190,6 +191,35 @@ TEST_F(OtherProgramsWindow, ANameWhoseWaitIsCancelledIsToldOnTheStatusBarAndTheC
     EXPECT_EQ(frame.status, QStringList("名称“基础”没有改成。"));
     EXPECT_EQ(nameOf("T.1"), "名T.1");
 }
+
+// True: the user waits until they give the turn back; false: the user cancels.
+class RenamingThatWaits : public OtherProgramsWindow, public testing::WithParamInterface<bool> {};
+
+TEST_P(RenamingThatWaits, LeavesTheKeyboardToTheTree) {
+    open("T.1");
+    form->activateWindow();
+    QLineEdit* editor = beginRenaming(trvCurrent());
+    ASSERT_NE(editor, nullptr);
+    editor->setText("基础");
+    theyHaveTheTurn();
+    wait.goOn = [this] {
+        QDialog progress(form.get());
+        progress.setModal(true);
+        progress.show();
+        progress.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&progress));
+        theirs.giveBack();
+        return GetParam();
+    };
+    QTest::keyClick(editor, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return wait.told.count("end") == 1; }));
+    form->activateWindow(); // as a window manager does behind a dialog
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return trvCurrent().hasFocus(); }));
+    EXPECT_EQ(nameOf("T.1"), GetParam() ? "基础" : "名T.1");
+}
+
+INSTANTIATE_TEST_SUITE_P(Wait, RenamingThatWaits, testing::Bool());
 
 TEST_F(OtherProgramsWindow, ANameTypedOverWhatTheyChangedDoesNotReachAnotherNode) {
     open("T.2");

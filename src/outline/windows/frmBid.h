@@ -132,6 +132,7 @@ private:
     void trvTemplate_UsNodeClick(OutlineNode* node);
     void rename();
     void takeName(const QString& name);
+    void takeKeyboardBack();
     void openSelectedDocument(const OutlineTree& tree);
     void place();
     void removeCloseItem();

@@ -21,6 +21,7 @@
 #include <QShortcut>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -215,6 +216,14 @@ void frmBid::rename() {
     });
 }
 
+// A box that came up while a name was taken over has taken the keyboard from the editor, and the
+// toolkit gives it to nobody when the editor goes. A label that is edited by now keeps it.
+void frmBid::takeKeyboardBack() {
+    if (!TrvCurrent_->indexWidget(TrvCurrent_->currentIndex())) {
+        TrvCurrent_->setFocus();
+    }
+}
+
 void frmBid::connectRenaming() {
     connect(TrvCurrent_, &OutlineView::beforeLabelEdit, this, [this] {
         if (const OutlineNode* node = workbench_.TrvCurrent.SelectedItem()) {
@@ -225,6 +234,7 @@ void frmBid::connectRenaming() {
 }
 
 void frmBid::takeName(const QString& name) {
+    const bool hadKeyboard = TrvCurrent_->isAncestorOf(window()->focusWidget());
     bool isHandled = false;
     const bool hasRun =
         inTurn_.run(thenFollow([&] {
@@ -237,6 +247,9 @@ void frmBid::takeName(const QString& name) {
     }
     if (!isHandled) {
         frame_.showStatus(u"名称“%1”没有改成。"_s.arg(name));
+    }
+    if (hadKeyboard) {
+        QTimer::singleShot(0, this, &frmBid::takeKeyboardBack);
     }
 }
 
