@@ -9,8 +9,7 @@
 
 namespace qvnd::test {
 
-// The SQL text of a file in which the tables were "t7" and their columns "f0", as the program made
-// them at first. Each lies in tests/store/first_arrangement.
+// A text of tests/store/first_arrangement; empty when there is none of that name.
 inline QByteArray firstArrangementText(const QString& name) {
     const auto path =
         sourceFolder() / "tests/store/first_arrangement" / (name + ".sql").toStdString();
@@ -18,14 +17,17 @@ inline QByteArray firstArrangementText(const QString& name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Makes the file anew at `path`, with our collation, as its indexes had it. The folder is made if
-// it is missing. False when there is no such text.
+// Makes a file anew at `path` in which the tables are "t7" and their columns "f0", as the program
+// made them at first, with our collation, as its indexes had it: the catalogue, which all of them
+// begin with, and the text of that name. The folder is made if it is missing. False when there is
+// no such text.
 inline bool layFirstArrangement(const QString& name, const QString& path) {
     QDir().mkpath(QFileInfo(path).path());
     QFile::remove(path);
-    const QByteArray sql = firstArrangementText(name);
-    jet::Connection(path, jet::Connection::Mode::create).Run(sql);
-    return !sql.isEmpty();
+    const QByteArray catalogue = firstArrangementText("catalogue");
+    const QByteArray rows = firstArrangementText(name);
+    jet::Connection(path, jet::Connection::Mode::create).Run(catalogue + rows);
+    return !catalogue.isEmpty() && !rows.isEmpty();
 }
 
 } // namespace qvnd::test

@@ -1,17 +1,9 @@
-PRAGMA application_id=1364610628;
-PRAGMA user_version=1;
 BEGIN TRANSACTION;
-CREATE TABLE jet_info(name TEXT PRIMARY KEY, value TEXT);
-INSERT INTO jet_info VALUES('locale',';LANGID=0x0409;CP=1252;COUNTRY=0');
-CREATE TABLE jet_tables(id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT NOT NULL UNIQUE COLLATE JET, last_number INTEGER NOT NULL DEFAULT 0);
 INSERT INTO jet_tables VALUES(1,'滨江工程',4);
-CREATE TABLE jet_fields(table_id INTEGER, position INTEGER, name TEXT NOT NULL,type INTEGER NOT NULL, size INTEGER NOT NULL, attributes INTEGER NOT NULL,zero_length INTEGER NOT NULL, default_value TEXT, PRIMARY KEY(table_id, position));
 INSERT INTO jet_fields VALUES(1,0,'名称',12,0,0,1,'');
 INSERT INTO jet_fields VALUES(1,1,'Key',10,255,0,1,'');
 INSERT INTO jet_fields VALUES(1,2,'ID',4,0,16,0,NULL);
 INSERT INTO jet_fields VALUES(1,3,'是否文档',10,255,0,1,'');
-CREATE TABLE jet_indexes(table_id INTEGER, position INTEGER, name TEXT NOT NULL, is_primary INTEGER NOT NULL, is_unique INTEGER NOT NULL,PRIMARY KEY(table_id, position));
-CREATE TABLE jet_index_fields(table_id INTEGER, index_position INTEGER, position INTEGER, field_position INTEGER NOT NULL, PRIMARY KEY(table_id, index_position, position));
 CREATE TABLE t1(rid INTEGER PRIMARY KEY AUTOINCREMENT,f0 TEXT COLLATE JET,f1 TEXT COLLATE JET,f2 INTEGER,f3 TEXT COLLATE JET);
 INSERT INTO t1 VALUES(1,'滨江工程','滨江工程',1,'否');
 INSERT INTO t1 VALUES(2,'第一章','滨江工程.1',2,'否');
