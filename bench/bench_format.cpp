@@ -1,40 +1,28 @@
 // What the format dialog costs: its opening with so many fonts and so many entries in each library,
 // and a key in a field until the preview has changed. Milliseconds.
 
+#include "WindowBench.h"
+
 #include "format/windows/frmBidSetWindow.h"
-#include "platform/error/RunTimeError.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
 #include "store/DatabaseCreation.h"
 #include "tools/TerminalServices.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTabWidget>
 #include <QTemporaryDir>
 
-#include <benchmark/benchmark.h>
-
 #include <memory>
 
 namespace {
 
 using namespace qvnd;
+using namespace qvnd::bench;
 using namespace Qt::StringLiterals;
 
-class NoMessages : public desktop::MessageBoxes {
-    desktop::Answer show(const desktop::Message&) override { return desktop::Answer::no; }
-};
-class NoFiles : public desktop::FileDialogs {
-    desktop::ChosenFile open(const desktop::OpenFileQuestion&) override {
-        throw RunTimeError(error::dialogCancelled, u"cancelled");
-    }
-};
-class NoWord : public word::ApplicationFactory {
-    std::unique_ptr<word::Application> create() override { return nullptr; }
-};
 class ManyFonts : public desktop::Fonts {
 public:
     explicit ManyFonts(int count) {
@@ -143,10 +131,4 @@ BENCHMARK(typeIntoFormatDialog)
 
 } // namespace
 
-int main(int argc, char* argv[]) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+int main(int argc, char** argv) { return qvnd::bench::runWithoutScreen(argc, argv); }

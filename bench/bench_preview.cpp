@@ -7,19 +7,17 @@
 //   bytes    of memory that the pane takes, for each character
 
 #include "SiteDocument.h"
+#include "WindowBench.h"
 
 #include "platform/preview/PageConversion.h"
 #include "platform/preview/windows/PagePane.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QScrollBar>
 #include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <random>
@@ -192,10 +190,4 @@ BENCHMARK(BM_Scroll)->Arg(parts)->Iterations(1)->UseManualTime()->Unit(benchmark
 
 } // namespace qvnd::bench
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+int main(int argc, char** argv) { return qvnd::bench::runWithoutScreen(argc, argv); }

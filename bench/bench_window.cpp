@@ -8,6 +8,7 @@
 // and where that was.
 
 #include "SitePlan.h"
+#include "WindowBench.h"
 
 #include "generate/driver/BuildBid.h"
 #include "generate/windows/BidEditToolbar.h"
@@ -17,20 +18,16 @@
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
 #include "platform/desktop/windows/WidgetEvents.h"
-#include "platform/error/RunTimeError.h"
 #include "platform/preview/windows/PagePane.h"
 #include "startup/GenerationWord.h"
 #include "tools/GenerateServices.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QProcess>
 #include <QProgressBar>
 #include <QThread>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <iostream>
@@ -75,11 +72,6 @@ private:
     QElapsedTimer clock_;
 };
 
-class NoFiles : public desktop::FileDialogs {
-    desktop::ChosenFile open(const desktop::OpenFileQuestion& /*question*/) override {
-        throw RunTimeError(error::dialogCancelled, u"cancelled");
-    }
-};
 class NoPdf : public office::PdfPrinter {
     bool isAvailable() const override { return false; }
     void print(const QString& /*document*/, const QString& /*pdf*/) override {}
@@ -274,10 +266,4 @@ BENCHMARK(BM_GenerateFromWindow)
 
 } // namespace qvnd::bench
 
-int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+int main(int argc, char** argv) { return qvnd::bench::runWithoutScreen(argc, argv); }

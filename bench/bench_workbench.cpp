@@ -1,24 +1,22 @@
 // What the workbench window costs: its start on a large library, and its trees on a long outline.
 // "longest" is the longest time, in milliseconds, for which one event held the window up.
 
+#include "WindowBench.h"
+
 #include "outline/OutlineRows.h"
 #include "outline/windows/PreviewFrame.h"
 #include "outline/windows/WorkbenchFrame.h"
 #include "outline/windows/frmBid.h"
-#include "platform/error/RunTimeError.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/files/Paths.h"
 #include "store/PlanTables.h"
 #include "tools/TerminalServices.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QDragMoveEvent>
 #include <QElapsedTimer>
 #include <QMimeData>
 #include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <memory>
@@ -26,19 +24,9 @@
 namespace {
 
 using namespace qvnd;
+using namespace qvnd::bench;
 using namespace Qt::StringLiterals;
 
-class NoMessages : public desktop::MessageBoxes {
-    desktop::Answer show(const desktop::Message&) override { return desktop::Answer::no; }
-};
-class NoFiles : public desktop::FileDialogs {
-    desktop::ChosenFile open(const desktop::OpenFileQuestion&) override {
-        throw RunTimeError(error::dialogCancelled, u"cancelled");
-    }
-};
-class NoWord : public word::ApplicationFactory {
-    std::unique_ptr<word::Application> create() override { return nullptr; }
-};
 class NoPreview : public preview::DocumentPreview {
     void show(const QString&) override {}
     void hide() override {}
@@ -263,10 +251,4 @@ BENCHMARK(refillLongTree)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)-
 
 } // namespace
 
-int main(int argc, char* argv[]) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+int main(int argc, char** argv) { return qvnd::bench::runWithoutScreen(argc, argv); }
