@@ -1,9 +1,5 @@
 #include "startup/GenerationWord.h"
 
-#include "platform/files/Paths.h"
-
-#include <QFileInfo>
-
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -49,12 +45,6 @@ bool GenerationWord::Awaited::goOn(int pages) {
     events_.doEvents();
     sinceEvents_.start();
     return !longRun_.isCancelled();
-}
-
-bool GenerationWord::Unsaved::save(const std::filesystem::path& document) {
-    const QString name = QFileInfo(files::fromPath(document)).fileName();
-    return messages_.ask("是否保存对“" + name + "”的更改？", desktop::Icon::question,
-                         QStringLiteral("提示"));
 }
 
 } // namespace qvnd::startup

@@ -3,12 +3,12 @@
 #include "generate/GenerationReport.h"
 #include "platform/desktop/Events.h"
 #include "platform/desktop/LongRun.h"
-#include "platform/desktop/MessageBoxes.h"
 #include "platform/drawing/FontFaces.h"
 #include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutPageNumbers.h"
+#include "startup/WordBoxes.h"
 
 #include <QElapsedTimer>
 
@@ -35,15 +35,6 @@ public:
     std::optional<QString> whyEstimated() const override;
 
 private:
-    class Unsaved : public word::UnsavedChangesQuestion {
-    public:
-        explicit Unsaved(desktop::MessageBoxes& messages) : messages_(messages) {}
-        bool save(const std::filesystem::path& document) override;
-
-    private:
-        desktop::MessageBoxes& messages_;
-    };
-
     // The whole document is laid out when the progress dialog has gone already.
     class Awaited : public word::PageNumberSource {
     public:
@@ -63,7 +54,7 @@ private:
     };
 
     generate::CollectedLosses losses_;
-    Unsaved unsaved_;
+    UnsavedChangesBox unsaved_;
     pictures::PictureDecoder pictures_;
     office::SuiteDocumentConverter documents_;
     layout::LayoutPageNumbers own_{drawing::openNamedFonts};

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "platform/desktop/MessageBoxes.h"
 #include "platform/drawing/FontFaces.h"
 #include "platform/office/ConvertingWordProcessor.h"
 #include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/layout/LayoutPageNumbers.h"
+#include "startup/WordBoxes.h"
 
 #include <QTemporaryDir>
 
@@ -22,26 +22,8 @@ public:
     word::ApplicationFactory& factory() { return factory_; }
 
 private:
-    class Losses : public word::ImportReport {
-    public:
-        explicit Losses(desktop::MessageBoxes& messages) : messages_(messages) {}
-        void notCarried(const std::filesystem::path& path, std::u16string_view what) override;
-
-    private:
-        desktop::MessageBoxes& messages_;
-    };
-
-    class Unsaved : public word::UnsavedChangesQuestion {
-    public:
-        explicit Unsaved(desktop::MessageBoxes& messages) : messages_(messages) {}
-        bool save(const std::filesystem::path& document) override;
-
-    private:
-        desktop::MessageBoxes& messages_;
-    };
-
-    Losses losses_;
-    Unsaved unsaved_;
+    LossBoxes losses_;
+    UnsavedChangesBox unsaved_;
     layout::LayoutPageNumbers pages_{drawing::openNamedFonts};
     pictures::PictureDecoder pictures_;
     QTemporaryDir officeProfile_;

@@ -1,6 +1,5 @@
 #include "tools/DocCommands.h"
 
-#include "platform/error/RunTimeError.h"
 #include "platform/office/SuiteDocumentConverter.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/docfile/text/DocumentText.h"
@@ -8,6 +7,7 @@
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/DocumentSource.h"
+#include "startup/WordBoxes.h"
 #include "tools/Arguments.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
@@ -23,34 +23,6 @@ namespace qvnd::tools {
 namespace {
 
 std::filesystem::path pathOf(const QString& name) { return name.toStdU16String(); }
-
-// What a file loses on its way, on standard error.
-class TerminalImportReport : public word::ImportReport {
-public:
-    explicit TerminalImportReport(desktop::MessageBoxes& messages) : messages_(messages) {}
-
-    void notCarried(const std::filesystem::path& path, std::u16string_view what) override {
-        const QString file = QString::fromStdU16String(path.filename().u16string());
-        const QString reason = QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()));
-        messages_.tell(file + QStringLiteral("：") + reason, desktop::Icon::information,
-                       QStringLiteral("提示"));
-    }
-
-private:
-    desktop::MessageBoxes& messages_;
-};
-
-// Refusals are said in a box as all others are.
-ExitStatus refusing(Session& session, const std::function<void()>& work) {
-    try {
-        work();
-        return ExitStatus::done;
-    } catch (const RunTimeError& failure) {
-        session.messages().tell(QString::fromStdU16String(failure.description()),
-                                desktop::Icon::exclamation, QStringLiteral("警告！"));
-        return ExitStatus::refused;
-    }
-}
 
 word::FontChange fontOf(const Arguments& arguments) {
     word::FontChange font;
@@ -78,7 +50,7 @@ ExitStatus merge(Session& session, const QStringList& words) {
         files.push_back(pathOf(name));
     }
     return refusing(session, [&] {
-        TerminalImportReport report(session.messages());
+        startup::LossBoxes report(session.messages());
         office::SuiteDocumentConverter documents;
         const auto document = word::mergeDocuments(files, font, report, &documents);
         word::DocumentWriter().saveAs(pathOf(arguments.position(0)), document->content());

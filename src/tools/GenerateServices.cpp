@@ -23,11 +23,6 @@ void LossMessages::notCarried(const std::filesystem::path& path, std::u16string_
     dlgTB_.show();
 }
 
-bool AskedQuestion::save(const std::filesystem::path& document) {
-    return messages_.ask(u"是否将更改保存到“%1”中？"_s.arg(fileName(document)),
-                         desktop::Icon::question, u"提示"_s);
-}
-
 TerminalGeneration::TerminalGeneration(Session& session, const GenerateOptions& options)
     : session_(session), options_(options), messages_(session.messages()),
       bar_(session.output().err()), pages_(options.pages, options.fontsHere),

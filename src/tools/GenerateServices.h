@@ -8,6 +8,7 @@
 #include "platform/office/SuiteDocumentConverter.h"
 #include "platform/pictures/PictureDecoder.h"
 #include "platform/word/engine/EngineApplication.h"
+#include "startup/WordBoxes.h"
 #include "tools/CollectedMessages.h"
 #include "tools/GenerateOptions.h"
 #include "tools/PageNumberChoice.h"
@@ -58,16 +59,6 @@ private:
     generate::CollectedLosses collected_;
 };
 
-// Asks the user about a changed document.
-class AskedQuestion : public word::UnsavedChangesQuestion {
-public:
-    explicit AskedQuestion(desktop::MessageBoxes& messages) : messages_(messages) {}
-    bool save(const std::filesystem::path& document) override;
-
-private:
-    desktop::MessageBoxes& messages_;
-};
-
 // Owns all services of one run of a generation command.
 class TerminalGeneration {
 public:
@@ -94,7 +85,7 @@ private:
     pictures::PictureDecoder pictures_;
     office::SuiteDocumentConverter documents_;
     LossMessages losses_;
-    AskedQuestion unsaved_;
+    startup::UnsavedChangesBox unsaved_;
     GivenControls controls_;
     NoEvents events_;
     NoScreen screen_;

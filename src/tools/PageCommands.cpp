@@ -27,17 +27,6 @@ namespace qvnd::tools {
 
 namespace {
 
-ExitStatus refusing(Session& session, const std::function<void()>& work) {
-    try {
-        work();
-        return ExitStatus::done;
-    } catch (const RunTimeError& failure) {
-        session.messages().tell(QString::fromStdU16String(failure.description()),
-                                desktop::Icon::exclamation, u"警告！"_s);
-        return ExitStatus::refused;
-    }
-}
-
 drawing::FontChoice fontsOf(const Arguments& arguments) {
     if (!arguments.hasOption(u"--fonts"_s)) {
         return drawing::FontChoice::named;

@@ -1,6 +1,7 @@
 #include "tools/Session.h"
 
 #include "platform/error/IgnoringErrors.h"
+#include "platform/error/RunTimeError.h"
 #include "tools/ProgramRun.h"
 
 namespace qvnd::tools {
@@ -44,6 +45,17 @@ ProgramRun& Session::program() {
             program_->state(), program_->workbench().TrvCurrent, caption_);
     }
     return *program_;
+}
+
+ExitStatus refusing(Session& session, const std::function<void()>& work) {
+    try {
+        work();
+        return ExitStatus::done;
+    } catch (const RunTimeError& failure) {
+        session.messages().tell(QString::fromStdU16String(failure.description()),
+                                desktop::Icon::exclamation, QStringLiteral("警告！"));
+        return ExitStatus::refused;
+    }
 }
 
 } // namespace qvnd::tools

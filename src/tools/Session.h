@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/Command.h"
 #include "tools/GlobalOptions.h"
 #include "tools/Output.h"
 #include "tools/TerminalMessageBoxes.h"
@@ -7,6 +8,7 @@
 
 #include "outline/RecordedCommand.h"
 
+#include <functional>
 #include <memory>
 
 namespace qvnd::tools {
@@ -44,5 +46,8 @@ private:
     std::unique_ptr<ProgramRun> program_;
     std::unique_ptr<outline::RecordedCommand> recorded_;
 };
+
+// Runs the work of a command without the program; a RunTimeError is said in a box, as refusals are.
+ExitStatus refusing(Session& session, const std::function<void()>& work);
 
 } // namespace qvnd::tools
