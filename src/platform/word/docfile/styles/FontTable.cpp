@@ -55,18 +55,23 @@ bool namesAreClosed(ByteView record) {
     return size >= namesAt + 4 && record[size - 1] == 0 && record[size - 2] == 0;
 }
 
-// The record with its names written anew behind what it says of the font itself.
-Bytes withNames(ByteView record, const FontEntry& font) {
-    LittleEndianWriter writer;
-    writer.bytes(record.first(alternateAt));
-    writer.u8(font.alternateName.empty() ? 0 : static_cast<unsigned>(font.name.size() + 1));
-    writer.bytes(record.subspan(alternateAt + 1, namesAt - alternateAt - 1));
+// The names at the end of a record: the font's, and the one to take in its place if it has one.
+void writeNames(LittleEndianWriter& writer, const FontEntry& font) {
     writer.text(font.name);
     writer.u16(0);
     if (!font.alternateName.empty()) {
         writer.text(font.alternateName);
         writer.u16(0);
     }
+}
+
+// The record with its names written anew behind what it says of the font itself.
+Bytes withNames(ByteView record, const FontEntry& font) {
+    LittleEndianWriter writer;
+    writer.bytes(record.first(alternateAt));
+    writer.u8(font.alternateName.empty() ? 0 : static_cast<unsigned>(font.name.size() + 1));
+    writer.bytes(record.subspan(alternateAt + 1, namesAt - alternateAt - 1));
+    writeNames(writer, font);
     return writer.take();
 }
 
@@ -116,12 +121,7 @@ Bytes makeRecord(const FontEntry& font) {
     writer.u8(font.alternateName.empty() ? 0 : static_cast<unsigned>(font.name.size() + 1));
     writer.zeros(10); // panose
     writeSignature(writer, chinese);
-    writer.text(font.name);
-    writer.u16(0);
-    if (!font.alternateName.empty()) {
-        writer.text(font.alternateName);
-        writer.u16(0);
-    }
+    writeNames(writer, font);
     return writer.take();
 }
 
