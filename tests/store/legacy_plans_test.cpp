@@ -1,12 +1,10 @@
 #include "store/LegacyPlans.h"
 
-#include "platform/files/DiskFileSystem.h"
-#include "store/DatabaseCreation.h"
+#include "store/CentralDatabases.h"
 #include "store/PlanTables.h"
 #include "store/TableTransfer.h"
 #include "support/FakeLegacyReader.h"
 #include "support/FakeMessageBoxes.h"
-#include "support/JetStore.h"
 
 namespace qvnd::store {
 
@@ -26,21 +24,11 @@ std::vector<Value> row(const QString& name, const QString& key, int id, const QS
     return {Value(name), Value(key), Value(std::int32_t{id}), Value(document)};
 }
 
-// A program folder with its central databases; plan and template folders of an older installation
-// are laid beside them, their Jet files made up by a fake.
-class LegacyPlans : public test::JetStore {
+// Beside the databases lie plan and template folders of an older installation, their Jet files made
+// up by a fake.
+class LegacyPlans : public test::CentralDatabases {
 protected:
-    LegacyPlans() {
-        state_.gWs = &state_.DBEngine.Workspaces(0);
-        state_.gFso = std::make_unique<files::DiskFileSystem>();
-        state_.gLegacyReader = std::make_unique<FakeLegacyReader>(files_);
-        state_.gUserTplPath = pathOf(u"用户模板/"_qs);
-        state_.gSysPath = pathOf(u"Sys/"_qs);
-        QDir(folder_.path()).mkpath(u"用户模板"_qs);
-        QDir(folder_.path()).mkpath(u"Sys/标书模板"_qs);
-        CreateUserDb(state_, state_.gUserTplPath + u"Db_UsTemplate.mdb"_qs);
-        CreateTemplateDb(state_, state_.gSysPath + u"Db_Template.mdb"_qs);
-    }
+    LegacyPlans() { state_.gLegacyReader = std::make_unique<FakeLegacyReader>(files_); }
 
     static void write(const QString& path, const QByteArray& bytes) {
         QDir().mkpath(QFileInfo(path).path());
@@ -97,7 +85,6 @@ protected:
     }
 
     std::map<QString, FakeLegacyReader::Tables> files_;
-    modMain state_;
     QuietSplash splash_;
     test::FakeMessageBoxes messages_;
     const QString plan_ = u"滨江工程"_qs;

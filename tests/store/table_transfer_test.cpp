@@ -1,11 +1,11 @@
 #include "store/TableTransfer.h"
 
 #include "platform/files/DiskFileSystem.h"
+#include "store/CentralDatabases.h"
 #include "store/DatabaseCreation.h"
 #include "store/PlanTables.h"
 #include "support/Commits.h"
 #include "support/FakeMessageBoxes.h"
-#include "support/JetStore.h"
 
 namespace qvnd::store {
 
@@ -17,20 +17,8 @@ public:
     int unloaded = 0;
 };
 
-// A program folder with its central databases, beside which plan folders are laid.
-class TableTransfer : public test::JetStore {
+class TableTransfer : public test::CentralDatabases {
 protected:
-    TableTransfer() {
-        state_.gWs = &state_.DBEngine.Workspaces(0);
-        state_.gFso = std::make_unique<files::DiskFileSystem>();
-        state_.gUserTplPath = pathOf(u"用户模板/"_qs);
-        state_.gSysPath = pathOf(u"Sys/"_qs);
-        QDir(folder_.path()).mkpath(u"用户模板"_qs);
-        QDir(folder_.path()).mkpath(u"Sys/标书模板"_qs);
-        CreateUserDb(state_, state_.gUserTplPath + u"Db_UsTemplate.mdb"_qs);
-        CreateTemplateDb(state_, state_.gSysPath + u"Db_Template.mdb"_qs);
-    }
-
     ImportSurroundings surroundings() {
         return {[this] { ++refreshed_; }, splash_, messages_};
     }
@@ -67,7 +55,6 @@ protected:
     }
     QStringList listed(jet::Database& db) { return rowsOf(db, u"select * from 遍历表"_qs); }
 
-    modMain state_;
     FakeSplash splash_;
     test::FakeMessageBoxes messages_;
     int refreshed_ = 0;

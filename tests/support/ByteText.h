@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/container/Bytes.h"
 
+#include <random>
 #include <string_view>
 
 namespace qvnd::test {
@@ -21,6 +22,16 @@ inline word::Bytes hex(std::string_view text) {
             bytes.push_back(static_cast<std::uint8_t>(high * 16 + digit(c)));
             high = -1;
         }
+    }
+    return bytes;
+}
+
+// Bytes that tell their origin and their place.
+inline word::Bytes pattern(std::size_t size, unsigned seed) {
+    std::mt19937 random(seed);
+    word::Bytes bytes(size);
+    for (auto& byte : bytes) {
+        byte = static_cast<std::uint8_t>(random());
     }
     return bytes;
 }

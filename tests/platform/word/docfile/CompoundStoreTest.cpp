@@ -2,31 +2,22 @@
 
 #include "platform/word/docfile/CompoundChecks.h"
 #include "platform/word/docfile/container/CompoundFile.h"
+#include "support/ByteText.h"
 #include "support/MemoryFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <random>
 
 namespace qvnd::word {
 namespace {
 
 using test::compoundFaults;
 using test::FileCall;
+using test::pattern;
 using testing::IsEmpty;
 using Durability = CompoundStore::Durability;
 
 const ClassId someClass{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
-
-// Bytes that tell their origin and their place.
-Bytes pattern(std::size_t size, unsigned seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(size);
-    for (auto& byte : bytes) {
-        byte = static_cast<std::uint8_t>(random());
-    }
-    return bytes;
-}
 
 class CompoundStoreTest : public testing::Test {
 protected:

@@ -1,32 +1,19 @@
 #include "platform/word/docfile/writer/TableStream.h"
 
 #include "platform/word/docfile/container/CompoundFile.h"
+#include "support/ByteText.h"
 #include "support/MemoryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <stdexcept>
 
 namespace qvnd::word {
 namespace {
 
+using test::joined;
+using test::pattern;
 using Durability = CompoundStore::Durability;
-
-Bytes pattern(std::size_t size, unsigned seed) {
-    std::mt19937 random(seed);
-    Bytes bytes(size);
-    for (auto& byte : bytes) {
-        byte = static_cast<std::uint8_t>(random());
-    }
-    return bytes;
-}
-
-Bytes joined(const Bytes& front, const Bytes& back) {
-    Bytes all = front;
-    all.insert(all.end(), back.begin(), back.end());
-    return all;
-}
 
 class TableStreamTest : public testing::Test {
 protected:
@@ -78,7 +65,7 @@ TEST_F(TableStreamTest, PartsStandRightBehindEachOther) {
         const Bytes first = pattern(size, 1);
         const Bytes second = pattern(size / 2, static_cast<unsigned>(size));
         table.put(FibPair::PlcfBteChpx, {first, second});
-        const Bytes all = joined(first, second);
+        const Bytes all = joined({first, second});
         EXPECT_EQ(table.place(FibPair::PlcfBteChpx).lcb, all.size());
         EXPECT_EQ(inFile(FibPair::PlcfBteChpx, all.size()), all) << size;
     }
@@ -89,7 +76,7 @@ TEST_F(TableStreamTest, WhatGrowsAtItsFrontKeepsItsEnd) {
     for (unsigned seed = 1; seed < 60; ++seed) {
         const Bytes front = pattern(30 + 7 * seed, seed);
         const std::size_t kept = all.size() - all.size() / 10;
-        all = joined(front, Bytes(all.end() - static_cast<std::ptrdiff_t>(kept), all.end()));
+        all = joined({front, Bytes(all.end() - static_cast<std::ptrdiff_t>(kept), all.end())});
         table.putFront(FibPair::PlfLst, front, kept, front.size());
         EXPECT_EQ(table.place(FibPair::PlfLst).lcb, front.size());
         ASSERT_EQ(inFile(FibPair::PlfLst, all.size()), all) << seed;
