@@ -7,6 +7,7 @@
 #include "support/WaitFor.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QTextBrowser>
 #include <QUrl>
 
@@ -86,6 +87,22 @@ TEST_F(WidgetShells, WithoutTheSuiteACopyOfTheTemplateIsOpened) {
     QFileInfo(copy).absoluteDir().removeRecursively();
     EXPECT_EQ(errorNumberOf([&] { shell.openAsTemplate(folder.path("无.doc")); }),
               error::fileNotFound);
+}
+
+TEST_F(WidgetShells, WithoutAnyProgramForItTheFileIsNamedAndNoCopyStays) {
+    const test::ChangedVariable path("PATH", folder.path("bin").toUtf8());
+    const test::ChangedVariable temporary("TMPDIR", folder.path("temp").toUtf8());
+    folder.makeFolder("temp");
+    QDesktopServices::unsetUrlHandler("file");
+    try {
+        shell.openAsTemplate(folder.path("说明.doc"));
+        ADD_FAILURE() << "opened";
+    } catch (const RunTimeError& failure) {
+        EXPECT_EQ(failure.number(), 31031);
+        EXPECT_EQ(failure.description(),
+                  u"没有打开“说明.doc”的程序。请安装文字处理软件，例如 LibreOffice Writer。");
+    }
+    EXPECT_TRUE(QDir(folder.path("temp")).isEmpty());
 }
 
 } // namespace

@@ -45,7 +45,12 @@ void WidgetShell::openAsTemplate(const QString& file) {
     if (!QFile::copy(file, copy)) {
         throw RunTimeError(error::pathAccess, ("无法写入临时文件：" + copy).toStdU16String());
     }
-    open(copy);
+    try {
+        open(copy);
+    } catch (const RunTimeError&) {
+        folder.setAutoRemove(true);
+        throw;
+    }
 }
 
 void WidgetShell::open(const QString& file) {
@@ -53,7 +58,9 @@ void WidgetShell::open(const QString& file) {
         notFound(file);
     }
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file))) {
-        throw RunTimeError(noHandler, ("没有可以打开此文件的程序：" + file).toStdU16String());
+        const QString told =
+            QStringLiteral("没有打开“%1”的程序。请安装文字处理软件，例如 LibreOffice Writer。");
+        throw RunTimeError(noHandler, told.arg(QFileInfo(file).fileName()).toStdU16String());
     }
 }
 
