@@ -80,6 +80,7 @@ class NoFrame : public generate::BidEditFrame {
     void unloadPlanEditor() override {}
     void showFrmBid() override {}
     void maximizeFrmBid() override {}
+    void showStatus(const QString& /*text*/) override {}
 };
 // The plan in its window, and the same generation without one.
 class Window {

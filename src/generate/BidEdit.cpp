@@ -100,8 +100,10 @@ BuildOutcome BidEdit::mnuBuildbid() {
     return outcome;
 }
 
-void BidEdit::mnuBul() {
-    withHourglass([&] { RebuildContents(program_, services_.generation); });
+bool BidEdit::mnuBul() {
+    bool isRebuilt = false;
+    withHourglass([&] { isRebuilt = RebuildContents(program_, services_.generation); });
+    return isRebuilt;
 }
 
 void BidEdit::tellUnexpected(const RunTimeError& failure, Icon icon) {

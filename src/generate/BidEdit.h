@@ -55,7 +55,8 @@ public:
 
     // mnuBuildbid and the key "生成标书". A finished document stands in the preview.
     BuildOutcome mnuBuildbid();
-    void mnuBul();
+    // False when there is nothing to rebuild, which is told.
+    bool mnuBul();
 
     // The selected document in the preview; a node of another kind turns the preview off. The menu
     // shows it brought down to the pane and reports any error with one text; the double click is

@@ -4,7 +4,6 @@
 #include "generate/driver/BuildBid.h"
 #include "generate/driver/RebuildContents.h"
 #include "outline/TreeLoading.h"
-#include "platform/error/RunTimeError.h"
 #include "store/ProgramFiles.h"
 #include "tools/Arguments.h"
 #include "tools/CheckCommand.h"
@@ -155,24 +154,14 @@ ExitStatus generatePlan(Session& session, const QStringList& words) {
 }
 
 // The command has no answer of its own for a document without contents.
-[[noreturn]] void failWithoutContents(const RunTimeError& failure) {
-    throw RunTimeError(failure.number(), u"“施工方案.doc”里没有目录，请重新生成施工方案。");
-}
-
 ExitStatus rebuildContents(Session& session, const QStringList& words) {
     Arguments(words, {}).expectPositions(0, 0);
     GenerateOptions options;
     // The numbers are thrown away with the contents.
     options.pages = PageSource::layout;
     TerminalGeneration tools(session, options);
-    try {
-        if (!generate::RebuildContents(tools.program(), tools.services()))
-            return ExitStatus::refused;
-    } catch (const RunTimeError& failure) {
-        if (failure.number() == error::memberNotFound)
-            failWithoutContents(failure);
-        throw;
-    }
+    if (!generate::RebuildContents(tools.program(), tools.services()))
+        return ExitStatus::refused;
     session.output().result(
         QJsonObject{{u"output"_s, targetOf(session)}, {u"saved"_s, false}},
         u"目录已经重新生成；这个命令不保存，文件保持原样：%1"_s.arg(targetOf(session)));

@@ -67,6 +67,22 @@ TEST_F(WindowGeneration, TheFinishedDocumentStandsInThePreview) {
     expectUsable();
 }
 
+TEST_F(WindowGeneration, TheStatusBarTellsWhereTheDocumentIsAndHowManyPagesItHas) {
+    open();
+    choose("mnuBuildbid");
+    EXPECT_EQ(frame.status, QStringList("已生成 " + finished() + "。")) << "their number unknown";
+    record.pageCount = 3;
+    choose("mnuBuildbid");
+    EXPECT_EQ(frame.status.last(), "已生成 " + finished() + "，共 3 页。");
+}
+
+TEST_F(WindowGeneration, AStoppedRunTellsOfNoDocument) {
+    open();
+    atEachYield([this] { stop(); });
+    choose("mnuBuildbid");
+    EXPECT_TRUE(frame.status.isEmpty());
+}
+
 TEST_F(WindowGeneration, MenuAndKeyDoTheSame) {
     open();
     key("生成标书").trigger();

@@ -35,11 +35,22 @@ TEST_F(PlanEditHistory, AGenerationThatReplacesTheFinishedDocumentTellsItAndIsTa
     open();
     world.folder.write("施工方案.doc", "earlier");
     choose("mnuBuildbid");
-    EXPECT_EQ(last().title, "生成标书[施工方案.doc]");
+    EXPECT_EQ(last().title, "生成卷宗编制[施工方案.doc]");
     EXPECT_EQ(last().note, "覆盖了 1 个文件：施工方案.doc");
     EXPECT_NE(world.folder.read("施工方案.doc"), "earlier");
     undo();
     EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
+}
+
+TEST_F(PlanEditHistory, AKeyOfTheToolbarIsNamedAsItsTwinInTheMenus) {
+    showSettings = [this] {
+        world.state.gDbBidSet->Execute("Delete * from 章节设置表 where 级别='2'");
+    };
+    open();
+    press("标书设置");
+    EXPECT_TRUE(last().title.startsWith("施工方案设置")) << last().title.toStdString();
+    press("生成标书");
+    EXPECT_EQ(last().title, "生成卷宗编制[施工方案.doc]");
 }
 
 TEST_F(PlanEditHistory, WhatTheFormatDialogWritesIsOneStepAndComesBack) {

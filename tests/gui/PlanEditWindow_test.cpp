@@ -360,13 +360,26 @@ TEST_F(PlanEditWindow, RebuildingTheContentsOfAMissingDocumentIsAnErrorAndTheWin
     EXPECT_TRUE(QFile::exists(finished()));
 }
 
-TEST_F(PlanEditWindow, RebuildingTheContentsLeavesTheFileAsItIs) {
+TEST_F(PlanEditWindow, RebuildingTheContentsLeavesTheFileAsItIsAndSaysSo) {
     open();
     choose("mnuBuildbid");
     const QByteArray before = world.folder.read("施工方案.doc");
+    frame.status.clear();
     choose("mnuBul");
     EXPECT_TRUE(messages().isEmpty());
     EXPECT_EQ(world.folder.read("施工方案.doc"), before);
+    EXPECT_EQ(frame.status,
+              QStringList("目录能够重新生成；这个命令不保存，“施工方案.doc”保持原样。"));
+}
+
+TEST_F(PlanEditWindow, RebuildingTheContentsOfADocumentWithoutThemTellsWhatToDo) {
+    writeDocument("T.2", u"正文");
+    QFile::copy(fileOf("T.2"), finished());
+    open();
+    choose("mnuBul");
+    EXPECT_EQ(messages(), QStringList("“施工方案.doc”里没有目录，请重新生成施工方案。"));
+    EXPECT_TRUE(frame.status.isEmpty());
+    expectUsable();
 }
 
 // Check and PDF

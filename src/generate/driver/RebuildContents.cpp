@@ -1,5 +1,6 @@
 #include "generate/driver/RebuildContents.h"
 
+#include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "store/ProgramFiles.h"
 
@@ -22,9 +23,20 @@ void openFinished(const ProgramState& program, const GenerationServices& service
     session.document().Activate();
 }
 
+// The word processor's own words for it name neither the document nor the contents.
+void deleteContents(word::TablesOfContents& contents) {
+    try {
+        contents.Item(1).Delete();
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != error::memberNotFound)
+            throw;
+        throw RunTimeError(failure.number(), u"“施工方案.doc”里没有目录，请重新生成施工方案。");
+    }
+}
+
 void replaceContents(WordSession& session) {
     word::TablesOfContents& contents = session.activeDocument().tablesOfContents();
-    contents.Item(1).Delete();
+    deleteContents(contents);
     word::TableOfContentsOptions options;
     options.AddedStyles = u"标题 1,1";
     contents.Add(session.selection().Range(), options);

@@ -8,8 +8,8 @@ namespace qvnd::generate {
 // The command "生成目录" (mnuBul): opens the finished document and puts a fresh table of contents
 // of three levels in the place of the first one. Nothing is saved: the file stays as it is. With
 // no file in the work folder it only says so, and answers false. It has no error routine: a
-// missing document or one without contents raises its error to the caller. The word processor
-// stays held.
+// missing document raises its error to the caller, and so does one without contents (5941, with
+// words that tell the user what to do). The word processor stays held.
 bool RebuildContents(const ProgramState& program, const GenerationServices& services);
 
 } // namespace qvnd::generate

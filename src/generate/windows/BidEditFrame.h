@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace qvnd::generate {
 
 // What the plan edit window asks of the program around it.
@@ -13,6 +15,8 @@ public:
     virtual void showFrmBid() = 0;
     // Gives the workbench the whole frame.
     virtual void maximizeFrmBid() = 0;
+    // Tells on the status bar what a command has done that is not to be seen.
+    virtual void showStatus(const QString& text) = 0;
 };
 
 } // namespace qvnd::generate

@@ -10,11 +10,14 @@
 #include "outline/OutlineRows.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/SplitterBar.h"
+#include "store/ProgramFiles.h"
 
 #include <QAbstractItemModel>
 #include <QEvent>
 #include <QHash>
 #include <QShortcut>
+
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -116,7 +119,7 @@ void frmBidEdit::bindAtOnce(QAction* action, const Event& event) {
 
 void frmBidEdit::connectMenus() {
     bind(menus_.mnuBidSet, [this] { parts_.showSettings(); });
-    bind(menus_.mnuBul, [this] { edit_->mnuBul(); });
+    bind(menus_.mnuBul, [this] { rebuildContents(); });
     connect(menus_.mnuBuildbid, &QAction::triggered, this, &frmBidEdit::generate);
     bindAtOnce(menus_.mnuBrowsebid, [this] { edit_->mnuBrowsebid(); });
     bindAtOnce(menus_.mnuBack, [this] {
@@ -134,10 +137,11 @@ void frmBidEdit::connectMenus() {
 }
 
 void frmBidEdit::connectToolbar() {
-    const QHash<QString, Event> commands{
-        {u"打开类似文档"_s, [this] { like(); }},
-        {u"标书设置"_s, [this] { setUp(); }},
-        {u"打开文档"_s, [this] { edit_->mnuDocOpen(); }},
+    // With the twin in the menus, whose text names the command in the history.
+    const QHash<QString, std::pair<const QAction*, Event>> commands{
+        {u"打开类似文档"_s, {menus_.mnuBidLike, [this] { like(); }}},
+        {u"标书设置"_s, {menus_.mnuBidSet, [this] { setUp(); }}},
+        {u"打开文档"_s, {menus_.mnuOpenDoc, [this] { edit_->mnuDocOpen(); }}},
     };
     const QHash<QString, Event> atOnce{
         {u"浏览"_s, [this] { edit_->browseAsTemplate(); }},
@@ -150,12 +154,14 @@ void frmBidEdit::connectToolbar() {
     };
     connect(TbarBidSet_, &BidEditToolbar::buttonClick, this,
             [this, commands, atOnce](const QString& key) {
-                if (key == u"生成标书")
+                if (key == u"生成标书") {
                     generate();
-                else if (atOnce.contains(key))
+                } else if (atOnce.contains(key)) {
                     read([&] { edit_->runOfToolbar(atOnce.value(key)); });
-                else
-                    runOfToolbar(commands.value(key), key);
+                } else {
+                    const auto [twin, command] = commands.value(key);
+                    runOfToolbar(command, twin->text());
+                }
             });
 }
 
@@ -219,7 +225,7 @@ void frmBidEdit::generate() {
     if (parts_.program.word.isAtWork())
         edit_->mnuBuildbid();
     else
-        runOfToolbar([this] { build(); }, u"生成标书"_s);
+        runOfToolbar([this] { build(); }, menus_.mnuBuildbid->text());
 }
 
 // What did not come in whole raises no boxes of its own, so the report is shown. Lists of the
@@ -231,8 +237,17 @@ void frmBidEdit::build() {
     if (edit_->mnuBuildbid() != BuildOutcome::finished)
         return;
     const GenerationReport& told = *edit_->report();
+    const QString target = store::finishedDocument(parts_.program.modMain.gWorkPath);
+    const QString count = told.pages > 0 ? u"，共 %1 页"_s.arg(told.pages) : QString();
+    parts_.frame.showStatus(u"已生成 "_s + target + count + u'。');
     if (!told.missing.empty() || !told.leftOut.empty())
         report();
+}
+
+// Nothing is saved, so nothing else shows that it is done.
+void frmBidEdit::rebuildContents() {
+    if (edit_->mnuBul())
+        parts_.frame.showStatus(u"目录能够重新生成；这个命令不保存，“施工方案.doc”保持原样。"_s);
 }
 
 void frmBidEdit::setUp() {

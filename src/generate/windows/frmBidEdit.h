@@ -97,13 +97,14 @@ private:
 
     // The two kinds of events; see CommandsInTurn.
     void read(const Event& event);
-    // `caption` names the command in the history.
+    // `caption` names the command in the history: the text of its menu item.
     void run(const Event& event, const QString& caption = QStringLiteral("方案编辑"));
     // The same for a command of the toolbar, under its own error routine.
     void runOfToolbar(const Event& event, const QString& caption);
     void seeOtherPrograms();
     void generate();
     void build();
+    void rebuildContents();
     void setUp();
     void like();
     void openSeen();

@@ -28,8 +28,10 @@ public:
     void unloadPlanEditor() override { asked << "unload"; }
     void showFrmBid() override { asked << "show"; }
     void maximizeFrmBid() override { asked << "maximize"; }
+    void showStatus(const QString& text) override { status << text; }
 
     QStringList asked;
+    QStringList status;
 };
 
 // The format dialog's two controls as they are at first.
