@@ -156,7 +156,7 @@ std::vector<Command> formatCommands() {
              load},
             {u"format show"_s, u"格式表"_s, u"显示一个格式表的各行"_s, show},
             {u"format set"_s, u"格式表 [--where 字段=值] 字段 值"_s,
-             u"改写第一行（或符合条件的行）的一个字段"_s, set}};
+             u"改写格式设置的一个字段（第一行的，或符合条件的行的）"_s, set}};
 }
 
 } // namespace qvnd::tools

@@ -4,6 +4,8 @@
 #include "tools/Session.h"
 #include "tools/UsageError.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <exception>
 #include <ostream>
@@ -41,8 +43,11 @@ ExitStatus wrongUsage(Output& output, const QString& reason, const QString& usag
     return ExitStatus::wrongUsage;
 }
 
-// The meaning up to its first comma: "新建方案，并成为当前方案" is "新建方案" in the history.
-QString captionOf(const Command& command) { return command.meaning.section(u'，', 0, 0); }
+// The meaning without its details: "新建方案，并成为当前方案" is "新建方案" in the history.
+QString captionOf(const Command& command) {
+    const QRegularExpression details(QStringLiteral("[，：；（]"));
+    return command.meaning.section(details, 0, 0);
+}
 
 ExitStatus runCommand(const Command& command, const GlobalOptions& options, Output& output) {
     Session session(options, output, captionOf(command));

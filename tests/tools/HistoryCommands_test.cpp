@@ -143,6 +143,16 @@ TEST_F(HistoryTool, ListFindsStepsByNodeCommandPlanAndTime) {
     EXPECT_EQ(qvndctl({"history", "list", "--since", "gestern"}), ExitStatus::wrongUsage);
 }
 
+TEST_F(HistoryTool, AStepBearsTheMeaningOfItsCommandWithoutTheDetails) {
+    const auto last = [&] { return list().last().toObject()["操作"].toString(); };
+    ASSERT_EQ(qvndctl({"format", "set", "封面表", "工程名称", "甲工程"}), ExitStatus::done);
+    EXPECT_EQ(last(), "改写格式设置的一个字段[封面表]");
+    qvndctl({"generate", "甲"});
+    EXPECT_EQ(last(), "生成工作文件夹中的“施工方案.doc”[施工方案.doc]");
+    ASSERT_EQ(qvndctl({"plan", "delete", "甲"}), ExitStatus::done);
+    EXPECT_EQ(last(), "删除方案[甲]");
+}
+
 TEST_F(HistoryTool, TakePutsASingleNodeBackAndLeavesTheRest) {
     qvndctl({"outline", "delete", "甲", "甲.1"});
     const QString deletion = QString::number(list().last().toObject()["步"].toInt());
