@@ -191,6 +191,22 @@ TEST_F(Dialect, AnEndlesslyNestedConditionIsRefused) {
               3075);
 }
 
+// A comparison and its first side count as well.
+TEST_F(Dialect, AConditionMayBeNestedFortyDeep) {
+    EXPECT_EQ(count(u"not "_qs.repeated(38) + u"ID=1"_qs), 1);
+    EXPECT_EQ(opening(u"select * from 工程甲 where "_qs + u"not "_qs.repeated(39) + u"ID=1"_qs),
+              3075);
+    EXPECT_EQ(count(u"ID=2 or (ID>0 and "_qs.repeated(9) + u"ID=1"_qs + u")"_qs.repeated(9)), 2);
+}
+
+TEST_F(Dialect, AConditionMayHaveFiveHundredTermsSideBySide) {
+    const QString query = u"select * from 工程甲 where "_qs;
+    EXPECT_EQ(count(u"ID=1"_qs + u" or ID=1"_qs.repeated(499)), 1);
+    EXPECT_EQ(count(u"ID=1"_qs + u" and not (ID=- 2)"_qs.repeated(499)), 1);
+    EXPECT_EQ(opening(query + u"ID=1"_qs + u" or ID=1"_qs.repeated(500)), 3075);
+    EXPECT_EQ(opening(query + u"ID=1"_qs + u" and ID=1"_qs.repeated(100000)), 3075);
+}
+
 TEST_F(Dialect, AMissingTableIs3078) {
     EXPECT_EQ(opening(u"select * from 没有"_qs), 3078);
     EXPECT_EQ(errorOf([&] { (void)db_->OpenRecordset(u"没有"_qs); }), 3078);

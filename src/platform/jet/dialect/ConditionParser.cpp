@@ -7,8 +7,10 @@ namespace qvnd::jet {
 
 namespace {
 
-// A condition nested deeper than this is refused rather than risking the stack.
-constexpr int deepest = 200;
+// A condition nested deeper than this is refused: the store's own parser has a stack of fixed size.
+constexpr int deepest = 40;
+// Of one "and" or "or". The store's own limit is twice as high.
+constexpr std::size_t mostTerms = 500;
 
 Expression node(ExpressionKind kind, std::vector<Expression> parts, QString name = {}) {
     return Expression{kind, std::move(name), {}, std::move(parts)};
@@ -50,19 +52,23 @@ Expression Parser::ParseCondition() {
 }
 
 Expression Parser::ParseOr() {
-    Expression left = ParseAnd();
-    while (TakeWord(u"or")) {
-        left = pair(ExpressionKind::Or, std::move(left), ParseAnd());
-    }
-    return left;
+    return ParseTerms(ExpressionKind::Or, u"or", [this] { return ParseAnd(); });
 }
 
 Expression Parser::ParseAnd() {
-    Expression left = ParseNot();
-    while (TakeWord(u"and")) {
-        left = pair(ExpressionKind::And, std::move(left), ParseNot());
-    }
-    return left;
+    return ParseTerms(ExpressionKind::And, u"and", [this] { return ParseNot(); });
+}
+
+Expression Parser::ParseTerms(ExpressionKind kind, QStringView word,
+                              const std::function<Expression()>& parseTerm) {
+    std::vector<Expression> terms;
+    do {
+        if (terms.size() == mostTerms) {
+            Fail(QStringLiteral("条件的项过多"));
+        }
+        terms.push_back(parseTerm());
+    } while (TakeWord(word));
+    return terms.size() == 1 ? std::move(terms.front()) : node(kind, std::move(terms));
 }
 
 Expression Parser::ParseNot() {

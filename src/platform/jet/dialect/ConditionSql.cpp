@@ -138,10 +138,12 @@ private:
     }
 
     Kind WriteJoined(const Expression& expression, const char* word) {
-        result_.Sql += '(';
-        WriteTruth(expression.Parts[0]);
-        result_.Sql += word;
-        WriteTruth(expression.Parts[1]);
+        const char* before = "(";
+        for (const Expression& term : expression.Parts) {
+            result_.Sql += before;
+            WriteTruth(term);
+            before = word;
+        }
         result_.Sql += ')';
         return Kind::Truth;
     }

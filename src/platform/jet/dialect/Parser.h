@@ -3,6 +3,8 @@
 #include "platform/jet/dialect/Lexer.h"
 #include "platform/jet/dialect/Syntax.h"
 
+#include <functional>
+
 namespace qvnd::jet {
 
 // Reads one statement of the query dialect:
@@ -40,6 +42,9 @@ private:
 
     Expression ParseOr();
     Expression ParseAnd();
+    // One term, or several with that word between them.
+    Expression ParseTerms(ExpressionKind kind, QStringView word,
+                          const std::function<Expression()>& parseTerm);
     Expression ParseNot();
     Expression ParseComparison();
     Expression ParseIsNull(Expression subject);

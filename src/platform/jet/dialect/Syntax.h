@@ -19,8 +19,8 @@ enum class ExpressionKind {
     Comparison, // Name is the operator: = <> < > <= >=; two parts
     Like,       // two parts: text, pattern
     IsNull,     // one part
-    And,        // two parts
-    Or,         // two parts
+    And,        // two parts or more
+    Or,         // two parts or more
     Not,        // one part
     Minus,      // one part
     Function,   // Name, its arguments the parts
