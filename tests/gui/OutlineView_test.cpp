@@ -110,6 +110,14 @@ TEST_F(OutlineViewTest, TheArrowOpensAndClosesAndSelectsNothing) {
     EXPECT_EQ(selected(), QString());
 }
 
+TEST_F(OutlineViewTest, APressWhereALeafHasNoArrowIsAClickOnItsNode) {
+    const QRect row = view.visualRect(model.indexOf(&tree.Item(u"T.2"_s)));
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {},
+                      QPoint(row.left() - view.indentation() / 2, row.center().y()));
+    EXPECT_EQ(log, (QStringList{u"down T.2"_s, u"up"_s, u"click"_s, u"nodeClick T.2"_s}));
+    EXPECT_EQ(selected(), u"T.2"_s);
+}
+
 TEST_F(OutlineViewTest, ASelectionByTheKeyboardIsANodeClick) {
     tree.Select(&tree.Item(u"T"_s));
     view.setFocus();

@@ -84,6 +84,15 @@ TEST_F(AddingFiles, ManyNamesOfOneReasonAreCountedSoThatTheBoxStaysOnTheScreen) 
         << onlyBox().toStdString();
 }
 
+TEST_F(AddingFiles, TwentyNamesOfOneReasonAreAllListedAndNotCounted) {
+    QStringList files;
+    for (int i = 0; i < 20; ++i) {
+        files << folder.path(QStringLiteral("来源/%1.doc").arg(i));
+    }
+    addBelow("T.1", files);
+    EXPECT_TRUE(onlyBox().contains("18.doc、19.doc：文件已不存在。")) << onlyBox().toStdString();
+}
+
 TEST_F(AddingFiles, TheProgressNamesEachFileAndEnds) {
     addBelow("T.1", {file("甲.doc"), file("乙.doc")});
     EXPECT_EQ(longRun.shown,

@@ -67,6 +67,16 @@ TEST_F(Adoption, OfAnOutlineWithAMissingParentTellsHowManyRowsDoNotShow) {
                                               "它的上级不在大纲中。"));
 }
 
+// The tree refuses a key of digits alone: then no row is shown, and none lacks its parent.
+TEST_F(Adoption, OfAnOutlineWhoseRootTheTreeRefusesTellsOfNoMissingParent) {
+    folder.makeFolder("用户模板/2026");
+    makeTable(*create(folder.path("用户模板/2026/2026.mdb")), "2026",
+              {{"2026", "2026"}, {"2026.1", "章"}});
+    adoptPlanFolders(state, workbench, messages, splash);
+    EXPECT_EQ(registered(*state.gDbUser), QStringList{"2026"});
+    EXPECT_TRUE(toldOf("没有显示").isEmpty());
+}
+
 TEST_F(Adoption, OfACentralDatabaseOfAnOlderInstallationTellsTheFaultsOfItsOutlinesAtTheStart) {
     makePlan("甲", rows);
     setCurrentPlan(*state.gDbUser, "甲");

@@ -353,6 +353,13 @@ TEST_F(DeleteNodes, AFailedPlanCopyLeavesTheRowsDeletedAndTheNodeOnTheScreen) {
     EXPECT_TRUE(workbench.TbarBid[1]);
 }
 
+TEST_F(DeleteNodes, AFailureInThePlanCopyLeavesNoHandleOnIt) {
+    makePlan({"T", "T.1", "T.2"});
+    state.gWs->OpenDatabase(folder.path("用户模板/T/T.mdb"))->TableDefs().Delete("T");
+    EXPECT_EQ(remove("T", "T.1"), Deleted::failed);
+    EXPECT_EQ(state.gDbPlan, nullptr);
+}
+
 TEST_F(DeleteNodes, AMissingTableEndsItInSilence) {
     makePlan({"T", "T.1"});
     EXPECT_EQ(remove("T", "T"), Deleted::failed);

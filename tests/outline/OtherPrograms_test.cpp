@@ -95,6 +95,17 @@ TEST_F(OtherPrograms, ThatRenameANodeHaveItsNameShown) {
     EXPECT_EQ(tree().Item("T.1").Text(), "另一个名称");
 }
 
+TEST_F(OtherPrograms, ThatMakeANodeADocumentHaveItShownAsOne) {
+    theyDo([](jet::Database& db) {
+        const auto row = db.OpenRecordset("Select * from T where Key='T.1'");
+        row->Edit();
+        row->Set(u"是否文档", u"是");
+        row->Update();
+    });
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(tree().Item("T.1").Image(), outline::image::document);
+}
+
 TEST_F(OtherPrograms, ThatDeleteTheSelectedNodeHaveTheRootSelected) {
     theyDo([](jet::Database& db) { db.Execute("Delete * from T where Key='T.2'"); });
     EXPECT_TRUE(others.look());

@@ -89,6 +89,15 @@ TEST_F(OutlineTreeNodes, RemovingTakesTheChildrenAlongAndClosesTheGap) {
     EXPECT_EQ(errorNumberOf([&] { tree.Remove("T.5"); }), error::elementNotFound);
 }
 
+TEST_F(OutlineTreeNodes, RemovingTheFirstOutlineCountsTheNextFromOne) {
+    fill();
+    tree.Add("U", "另一", image::root, image::rootSelected);
+    tree.AddChild("U", "U.1", "丁", image::document, image::documentSelected);
+    tree.Remove("T");
+    EXPECT_EQ(tree.Item("U").Index(), 1);
+    EXPECT_EQ(tree.Item("U.1").Index(), 2);
+}
+
 TEST_F(OutlineTreeNodes, RemovingDropsASelectionWithin) {
     fill();
     tree.Select(&tree.Item("T.5.7"));

@@ -340,6 +340,15 @@ TEST_F(CopyTemplate, ANodeOfAUsersPlanIsToldByItsNameAndWhereToCopyFrom) {
                desktop::Icon::none, "");
 }
 
+TEST_F(CopyTemplate, ATemplatesNodeIsCopiedThoughAUsersPlanHasItsKeyToo) {
+    plan({"T", "T.1"});
+    sample();
+    workbench.TrvTemplate_Us.Add("M", "M", image::root, image::rootSelected);
+    workbench.TrvTemplate_Us.AddChild("M", "M.8", "另一", image::document, 6);
+    EXPECT_TRUE(dragTemplate("M.8", "T.1").done);
+    EXPECT_EQ(names(), QStringList({"名T", "名T.1", "尾"}));
+}
+
 TEST_F(CopyTemplate, AKeyThatLeadsOutOfTheFolderCopiesNeitherRowNorFile) {
     plan({"T", "T.1"});
     folder.write("Sys/标书模板/外.doc", "outside");

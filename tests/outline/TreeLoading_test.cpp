@@ -3,6 +3,7 @@
 #include "outline/LibraryTree.h"
 #include "support/Errors.h"
 #include "support/OutlineWorld.h"
+#include "support/PlainSqlite.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -101,6 +102,17 @@ TEST_F(TreeLoading, TheTreeIsNotClearedAndNothingIsSelected) {
     fillFrom("U");
     EXPECT_EQ(shown(tree), QStringList({"T", "T.1", "U", "U.1"}));
     EXPECT_EQ(tree.SelectedItem(), nullptr);
+}
+
+TEST_F(TreeLoading, AStoreThatIsBusyIsNoEmptyOutline) {
+    makePlan("T", {{"T", "T"}, {"T.1", "一"}});
+    test::PlainSqlite theirs(state.gDbUser->Name());
+    EXPECT_EQ(readOutline(*state.gDbUser, "T").size(), 2U);
+    theirs.rows("BEGIN EXCLUSIVE");
+    EXPECT_EQ(test::errorNumberOf([&] { readOutline(*state.gDbUser, "T"); }), error::storeBusy);
+    theirs.rows("ROLLBACK");
+    EXPECT_EQ(readOutline(*state.gDbUser, "T").size(), 2U);
+    EXPECT_TRUE(readOutline(*state.gDbUser, "没有").empty());
 }
 
 TEST_F(TreeLoading, UpdateTreeSelectsAndExpandsTheWantedNode) {

@@ -101,6 +101,16 @@ TEST_F(AnySqliteTool, SeesAPrimaryKeyInEveryTable) {
     EXPECT_EQ(key(u"丙"_qs), QStringList{u"rowid"_qs});
 }
 
+TEST_F(AnySqliteTool, SeesNoPrimaryKeyInANumberThatIsUniqueOnlyTogetherWithAnotherField) {
+    TableDef table = outlineTable(u"甲"_qs);
+    table.Indexes = {TableDef::CreateIndex(u"两者"_qs, false, true, {u"ID"_qs, u"Key"_qs})};
+    db_->TableDefs().Append(table);
+    EXPECT_EQ(reads(u"select name from pragma_table_info('甲') where pk>0"_qs),
+              QStringList{u"rowid"_qs});
+    EXPECT_EQ(reads(u"select name from sqlite_schema where type='index' and sql is not null"_qs),
+              QStringList{u"甲.两者"_qs});
+}
+
 TEST_F(AnySqliteTool, SeesAnIndexUnderItsTableAndItsName) {
     TableDef table = outlineTable(u"甲"_qs);
     table.Indexes.push_back(TableDef::CreateIndex(u"primarykey"_qs, false, false, {u"名称"_qs}));

@@ -42,6 +42,16 @@ TEST_F(Recordsets, RecordCountCountsTheRowsReached) {
     EXPECT_EQ(rows->RecordCount(), 4);
 }
 
+TEST_F(Recordsets, RecordCountCountsAnAddedRowAtOnce) {
+    addRows(*db_, u"T"_qs, {u"T"_qs, u"T.1"_qs});
+    const auto rows = all();
+    rows->MoveLast();
+    rows->AddNew();
+    rows->Set(u"Key", u"T.9"_qs);
+    rows->Update();
+    EXPECT_EQ(rows->RecordCount(), 3);
+}
+
 TEST_F(Recordsets, OpenedAsATableCountsItsRowsAtOnce) {
     addRows(*db_, u"T"_qs, {u"T"_qs, u"T.1"_qs, u"T.2"_qs});
     EXPECT_EQ(db_->OpenRecordset(u"T"_qs, OpenAs::Table)->RecordCount(), 3);

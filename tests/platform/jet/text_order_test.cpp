@@ -141,7 +141,11 @@ TEST(TextPatterns, AWildcardInBracketsStandsForItself) {
     EXPECT_TRUE(matchesPattern(u"[", u"[[]"));
 }
 
-TEST(TextPatterns, EmptyBracketsStandForNothing) { EXPECT_TRUE(matchesPattern(u"ab", u"a[]b")); }
+TEST(TextPatterns, EmptyBracketsStandForNothing) {
+    EXPECT_TRUE(matchesPattern(u"ab", u"a[]b"));
+    EXPECT_TRUE(matchesPattern(u"ab", u"a[][][]b"));
+    EXPECT_TRUE(matchesPattern(u"ab", u"ab[][]"));
+}
 
 TEST(TextPatterns, AnOpenBracketIsNoPattern) {
     EXPECT_FALSE(isPattern(u"T.[1*"));

@@ -90,6 +90,7 @@ TEST(Values, ADateIsTheNumberOfItsDaysSinceTheEndOf1899) {
     EXPECT_EQ(Value(QDate(1900, 1, 1)).ToDouble(), 2);
     EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 31), QTime(12, 0))).ToDouble(), 1.5);
     EXPECT_EQ(Value(1.5).ToDate(), QDateTime(QDate(1899, 12, 31), QTime(12, 0)));
+    EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 30), QTime(6, 0))).ToDouble(), 0.25);
     EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 29), QTime(6, 0))).ToDouble(), -1.25);
     EXPECT_EQ(Value(-1.25).ToDate(), QDateTime(QDate(1899, 12, 29), QTime(6, 0)));
     EXPECT_EQ(errorOf([] { (void)Value(1e9).ToDate(); }), 6);

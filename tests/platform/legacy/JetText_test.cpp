@@ -36,6 +36,11 @@ TEST(JetTexts, BytesThatCannotBeGbkAreWestern) {
     EXPECT_EQ(textOfBytes("r\xE9sum\xE9s", western), "résumés");
 }
 
+TEST(JetTexts, BytesAreChineseWhenHalfOfThemAreCommonCharactersAndWesternWhenFewerAre) {
+    EXPECT_EQ(textOfBytes(files::encodeGbk("镕基"), western), "镕基");
+    EXPECT_NE(textOfBytes(files::encodeGbk("镕基镕"), western), "镕基镕");
+}
+
 TEST(JetTexts, WithTheChineseCodePageAllBytesAreGbk) {
     EXPECT_EQ(textOfBytes(files::encodeGbk("镕"), simplifiedChinese), "镕");
 }

@@ -147,6 +147,13 @@ TEST_F(DiskFiles, ANameRightBelowTheRootIsFoundWithoutRegardToCaseToo) {
     EXPECT_EQ(resolved("/USR"), "/usr");
 }
 
+TEST_F(DiskFiles, TheRootIsItsOwnSeparatorAndKeepsIt) {
+    EXPECT_EQ(withoutSeparator("/"), "/");
+    EXPECT_EQ(withoutSeparator("/usr/"), "/usr");
+    EXPECT_EQ(withoutSeparator("/usr"), "/usr");
+    EXPECT_EQ(withoutSeparator(""), "");
+}
+
 TEST_F(DiskFiles, DeleteFolderClearsAwayWhatAKilledDeletionLeft) {
     folder.write("a/x.doc", "x");
     folder.write(".~deleted/y.doc", "y");

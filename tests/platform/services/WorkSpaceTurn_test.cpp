@@ -158,6 +158,18 @@ TEST_F(WorkSpaceTurns, OfAKilledProcessComesFree) {
     EXPECT_EQ(refusal(one, 0ms), QString());
 }
 
+TEST_F(WorkSpaceTurns, NameTheirHolderAloneWhateverADeadOneLeftInTheFile) {
+    QFile left(folder.filePath("qvnd.lock"));
+    ASSERT_TRUE(left.open(QIODevice::WriteOnly));
+    left.write(QByteArray(500, 'x'));
+    left.close();
+    one.take();
+    const QString told = refusal(other, 0ms);
+    EXPECT_TRUE(told.contains(QString::number(QCoreApplication::applicationPid())))
+        << told.toStdString();
+    EXPECT_FALSE(told.contains("xx")) << told.toStdString();
+}
+
 TEST_F(WorkSpaceTurns, OfAFolderThatIsMissingMakesItSoThatTwoFirstStartsAreKeptApart) {
     WorkSpaceTurn first(folder.filePath("new/program"));
     WorkSpaceTurn second(folder.filePath("new/program"));

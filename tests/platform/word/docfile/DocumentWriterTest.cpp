@@ -157,6 +157,19 @@ TEST_F(DocumentWriterTest, AFragmentThatIsSplitIsNotWrittenAgain) {
     EXPECT_EQ(stream(u"WordDocument").size(), size + 3 * 512);
 }
 
+TEST_F(DocumentWriterTest, AnotherPartOfAFragmentIsWrittenThoughItIsAsLongAsTheOneBefore) {
+    builder.add({plain(u"one\rtwo\r")});
+    saveAs();
+    StorySlice& slice = builder.content.main[0];
+    slice.length = 4;
+    builder.content.sections.back().length -= 4;
+    save();
+    EXPECT_EQ(joined(read().main)->text, u"one\r\r");
+    slice.begin = 4;
+    save();
+    EXPECT_EQ(joined(read().main)->text, u"two\r\r");
+}
+
 TEST_F(DocumentWriterTest, PiecesThatWereJoinedComeApartAndTogetherAgain) {
     builder.add({plain(u"one\r")});
     builder.add({plain(u"two\r")});
@@ -207,6 +220,19 @@ TEST_F(DocumentWriterTest, AParagraphThatGoesOnElsewhereReachesBeyondItsPieceInT
     EXPECT_EQ(pages.limitFc, pieces().front().limitFc() + 2);
     ASSERT_EQ(joined(read().main)->paragraphs.size(), 2U);
     EXPECT_EQ(joined(read().main)->paragraphs[0].length, front->size() + 5);
+}
+
+TEST_F(DocumentWriterTest, ABreakOfASectionEndsItsParagraphInAPartOfAFragmentToo) {
+    const auto story = builder.fragment({plain(u"gone\rkept\x0C")}, 1);
+    builder.content.main.insert(builder.content.main.begin(), {story, 5, 5});
+    auto& sections = builder.content.sections;
+    sections.insert(sections.begin(), {5, sections.front().properties});
+    saveAs();
+    const std::vector<ParagraphRun> paragraphs = joined(read().main)->paragraphs;
+    ASSERT_EQ(paragraphs.size(), 2U);
+    EXPECT_EQ(paragraphs[0].length, 5U);
+    EXPECT_EQ(paragraphs[0].style, 1);
+    EXPECT_EQ(paragraphs[1].style, 0);
 }
 
 TEST_F(DocumentWriterTest, ThePagesOfFormattingLeaveNoGapBetweenTheTextsOfTwoSaves) {

@@ -25,7 +25,10 @@ public:
     ShapeBytes shape;
     bool delayed = false;
     bool grouped = false;
+    std::int32_t left = 100;
+    std::int32_t top = 200;
     std::int32_t width = 1440;
+    std::int32_t height = 720;
 
     DrawingBuilder() {
         shape.id = 0x402;
@@ -54,7 +57,7 @@ private:
     Bytes spa() const {
         LittleEndianWriter spa;
         spa.u32(0x402);
-        for (const std::int32_t side : {100, 200, 100 + width, 200 + 720}) {
+        for (const std::int32_t side : {left, top, left + width, top + height}) {
             spa.u32(static_cast<std::uint32_t>(side));
         }
         spa.u16((1U << 1U) | (2U << 3U)); // from the page's edge and from the paragraph
@@ -176,6 +179,29 @@ TEST(FlatDrawings, ATextBoxInAGroupOrWithoutASizeHasNoSpot) {
     drawing.width = 1440;
     drawing.grouped = true;
     EXPECT_FALSE(drawing.flat().textBoxes.at(0).spot);
+}
+
+// 22 inches are the most that a page or a frame may have.
+TEST(FlatDrawings, ATextBoxHasASpotUpToTwentyTwoInchesFromItsAnchorAndNotBeyond) {
+    constexpr std::int32_t farthest = 31680;
+    using Side = std::int32_t DrawingBuilder::*;
+    for (const Side side : {&DrawingBuilder::left, &DrawingBuilder::top, &DrawingBuilder::width,
+                            &DrawingBuilder::height}) {
+        DrawingBuilder drawing;
+        drawing.shape.text = 0x10000;
+        drawing.*side = farthest;
+        EXPECT_TRUE(drawing.flat().textBoxes.at(0).spot);
+        drawing.*side = farthest + 1;
+        EXPECT_FALSE(drawing.flat().textBoxes.at(0).spot);
+    }
+    for (const Side side : {&DrawingBuilder::left, &DrawingBuilder::top}) {
+        DrawingBuilder drawing;
+        drawing.shape.text = 0x10000;
+        drawing.*side = -farthest;
+        EXPECT_TRUE(drawing.flat().textBoxes.at(0).spot);
+        drawing.*side = -farthest - 1;
+        EXPECT_FALSE(drawing.flat().textBoxes.at(0).spot);
+    }
 }
 
 TEST(FlatDrawings, ALaterPartOfAChainShowsNoTextOfItsOwn) {

@@ -47,6 +47,19 @@ TEST(FontTable, FontWithoutARecordIsWrittenByItsName) {
     EXPECT_EQ(decodeFonts(encodeFonts({font}), remarks).at(0).name, u"Verdana");
 }
 
+// A length of one byte stands before each record.
+TEST(FontTable, TheLongestRecordThatATableHoldsIsKeptAndALongerOneIsMadeAnew) {
+    FontEntry font = makeFont(u"Arial");
+    font.record.at(5) = 77; // panose
+    Remarks remarks;
+    font.record.resize(255);
+    EXPECT_EQ(decodeFonts(encodeFonts({font}), remarks).at(0).record.at(5), 77);
+    font.record.resize(256);
+    const FontEntry made = decodeFonts(encodeFonts({font}), remarks).at(0);
+    EXPECT_EQ(made.name, u"Arial");
+    EXPECT_NE(made.record.at(5), 77);
+}
+
 TEST(FontTable, LongNameIsCutToWhatAnEntryHolds) {
     Remarks remarks;
     const FontEntry font = makeFont(std::u16string(300, u'x'));

@@ -70,6 +70,19 @@ TEST(CommentTables, AuthorsDatesAndRangesComeBack) {
     EXPECT_EQ(tables.owners.size(), 2U * 2 + 2 * 4);
 }
 
+TEST(CommentTables, ARangeMayReachToTheEndOfTheTextAndNotBeyond) {
+    for (const Cp end : {10U, 11U}) {
+        const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{2, end}}};
+        const CommentTables tables = encodeComments(comments, 12);
+        const auto read =
+            decodeComments({tables.references, tables.texts, tables.owners, tables.dates,
+                            tables.rangeTags, tables.rangeStarts, tables.rangeEnds},
+                           10, 4);
+        ASSERT_EQ(read.size(), 1U);
+        EXPECT_EQ(read[0].range.has_value(), end == 10) << end;
+    }
+}
+
 TEST(CommentTables, EveryCutIsReadWithoutAFault) {
     const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{1, 4}}};
     const CommentTables tables = encodeComments(comments, 12);

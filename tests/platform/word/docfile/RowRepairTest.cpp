@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace qvnd::word {
 namespace {
 
@@ -130,6 +132,16 @@ TEST_F(RowRepair, ARowWithoutACellBecomesText) {
     EXPECT_EQ(repairRows(story, lists), 1);
     EXPECT_EQ(story.text, u"x\r\rend\r");
     EXPECT_TRUE(listOf(1).empty());
+}
+
+TEST_F(RowRepair, AsManyCellsAsADefinitionHoldsStayARow) {
+    for (int i = 0; i < 63; ++i) {
+        add(u"a\a", cell());
+    }
+    rowEnd(two);
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(63).at(2), 63);
+    EXPECT_EQ(std::count(story.text.begin(), story.text.end(), u'\a'), 64);
 }
 
 TEST_F(RowRepair, MoreCellsThanADefinitionHoldsBecomeText) {

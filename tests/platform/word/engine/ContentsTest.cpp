@@ -5,6 +5,8 @@
 #include "platform/word/engine/StyleLookup.h"
 #include "support/Errors.h"
 
+#include <algorithm>
+
 namespace qvnd::test {
 
 namespace {
@@ -241,6 +243,17 @@ TEST_F(ContentsTest, ContentsMadeAnewUseTheBookmarksThatAreThere) {
     document().tablesOfContents().Item(1).Delete();
     addAt(2);
     EXPECT_EQ(document().read().bookmarks().size(), 2U);
+}
+
+TEST_F(ContentsTest, ABookmarkOfTheUsersIsNotTakenForOneOfTheContents) {
+    twoHeadings();
+    document().change().addBookmark({u"总则", 4, 7, 0});
+    addAt(2);
+    const auto& bookmarks = document().read().bookmarks();
+    EXPECT_EQ(std::count_if(bookmarks.begin(), bookmarks.end(),
+                            [](const Bookmark& one) { return one.name.starts_with(u"_Toc"); }),
+              2);
+    EXPECT_EQ(text().find(u"总则"), std::u16string::npos);
 }
 
 TEST_F(ContentsTest, PageBreakOfTheParagraphStandsInFrontOfTheContents) {

@@ -491,6 +491,20 @@ TEST(ImportedLists, EqualListsOfBulletsAreShared) {
     EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
 }
 
+TEST(ImportedLists, BulletsWhoseLevelsTheTargetChangesAreNotSharedWithPlainOnes) {
+    SourceDocument changing;
+    const std::uint16_t list = changing.addList(9, 23);
+    changing.data.tables.listOverrides.back().levels = {{5, 0x10, std::nullopt}};
+    changing.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    SourceDocument plain;
+    plain.paragraph(u"x", 0, sprm16(sprm::PIlfo, plain.addList(9, 23)));
+    ImportTarget target;
+    target.import(changing.document());
+    target.import(plain.document());
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
+    EXPECT_TRUE(target.tables.listOverrides.at(1).levels.empty());
+}
+
 TEST(ImportedLists, BulletsOfAStyleThatTheTargetHasAreSharedLikeOthers) {
     SourceDocument source;
     const StyleIndex style =

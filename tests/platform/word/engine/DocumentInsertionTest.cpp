@@ -143,6 +143,19 @@ TEST_F(SectionInsertion, HeadingsInFrontGoOntoTheLandscapePage) {
     EXPECT_EQ(formats(), u"PPLLLLLLPPPP");
 }
 
+TEST_F(SectionInsertion, AHeadingThatEndsTheSectionInFrontStaysThere) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape(), portrait()});
+    select(2, 2);
+    selection().setStyle(document().styles().Item(u"标题 1"));
+    select(4, 4);
+    insert({landscape(), portrait()});
+    EXPECT_EQ(text(), u"x\fA\fA\fB\rB\r\r");
+    EXPECT_EQ(formats(), u"PPLLLLPPPPP");
+    EXPECT_EQ(styleAt(2), u"标题 1");
+}
+
 TEST_F(SectionInsertion, InnerSectionsKeepTheirBreaksAndFormats) {
     type(u"x");
     selection().TypeParagraph();

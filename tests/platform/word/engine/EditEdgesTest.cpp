@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 // Changes of a document where one character, one mark or one level more makes the difference.
 namespace qvnd::test {
 namespace {
@@ -22,6 +24,41 @@ TEST(SectionEdges, ASectionLosesItsBreakWithItsLastCharacterAndNotBefore) {
     EXPECT_EQ(sections.start(1), 1U);
     sections.erased(0, 1);
     EXPECT_EQ(sections.count(), 1U);
+}
+
+TEST(SectionEdges, AHeaderThatCameWithADocumentStaysThatDocumentsWhenItsSectionIsJoined) {
+    std::vector<SectionRun> runs{
+        {2, PropertyListId::empty}, {3, PropertyListId::empty}, {4, PropertyListId::empty}};
+    std::vector<HeaderSet> headers(3);
+    const auto header = [](std::u16string text) {
+        Story story;
+        story.text = std::move(text);
+        return slicesOf(std::move(story));
+    };
+    constexpr auto kind = static_cast<std::size_t>(HeaderKind::oddHeader);
+    headers[0][kind] = header(u"plan\r");
+    DocumentSections sections(runs, headers);
+    sections.bringHeader(1, 2, HeaderKind::oddHeader, header(u"own\r"));
+    sections.erased(4, 5); // the break between the document and what follows
+    ASSERT_EQ(sections.count(), 2U);
+    EXPECT_EQ(sections.headerOwner(1, HeaderKind::oddHeader), 1U);
+    sections.fillReturned({});
+    EXPECT_EQ(joined(headers[1][kind])->text, u"own\r");
+}
+
+TEST(IndentEdges, TheLastListOfTheDocumentGivesItsIndentAsTheOthersDo) {
+    word::test::SourceDocument source;
+    for (const unsigned indent : {300U, 420U}) {
+        source.addList(static_cast<std::int32_t>(indent), 0,
+                       word::test::sprm16(sprm::PDxaLeft80, indent));
+    }
+    DocumentTables& tables = source.data.tables;
+    const LookChange change = indentChange(tables, 2, 210);
+    for (const auto& [list, indent] : {std::pair(1U, 300), {2U, 420}}) {
+        const ParagraphLook look{0, source.list(word::test::sprm16(sprm::PIlfo, list))};
+        const ByteView changed = tables.lists[change(look).properties];
+        EXPECT_EQ(word::test::operand16(changed, sprm::PDxaLeft80), indent + 2 * 210) << list;
+    }
 }
 
 TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {

@@ -132,6 +132,16 @@ TEST_F(SelectionTest, StyleTakesFormattingAwayThatMostOfTheParagraphHas) {
     EXPECT_TRUE(boldAt(3));
 }
 
+TEST_F(SelectionTest, StyleLeavesFormattingThatOnlyHalfOfTheParagraphHas) {
+    type(u"第一");
+    selection().Font().setBold(true);
+    type(u"章节");
+    selection().setStyle(document().styles().Item(u"标题 2"));
+    EXPECT_FALSE(boldAt(1));
+    EXPECT_TRUE(boldAt(2));
+    EXPECT_TRUE(boldAt(3));
+}
+
 TEST_F(SelectionTest, ParagraphBehindAHeadingIsNormalAgain) {
     type(u"第一章");
     selection().setStyle(document().styles().Item(u"标题 1"));

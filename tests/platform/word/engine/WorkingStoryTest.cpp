@@ -158,4 +158,17 @@ TEST_F(WorkingStoryTest, FieldMarksMoveWithTheirText) {
     EXPECT_EQ(places, (std::vector<Cp>{6, 13}));
 }
 
+TEST_F(WorkingStoryTest, AFieldMarkRightBehindACutIsVisitedOnce) {
+    auto field = std::make_shared<Story>();
+    StoryBuilder builder(*field);
+    builder.fieldBegin(field::page, none);
+    builder.text(u" PAGE ", none);
+    builder.fieldEnd(0, none);
+    story.insertFragment(3, field);
+    story.insertText(10, u"xyz", none);
+    std::vector<Cp> places;
+    story.forEachFieldMark([&](Cp at, const FieldMark&) { places.push_back(at); });
+    EXPECT_EQ(places, (std::vector<Cp>{3, 13}));
+}
+
 } // namespace qvnd::test

@@ -15,7 +15,8 @@ constexpr std::uint8_t inChinese = 39;
 constexpr std::uint8_t inDigits = 0;
 constexpr std::uint8_t byTab = 0;
 constexpr std::uint8_t byBlank = 1;
-constexpr std::uint8_t legal = 0x04; // fLegal of LVLF
+constexpr std::uint8_t legal = 0x04;          // fLegal of LVLF
+constexpr std::uint8_t limitedRestart = 0x08; // fNoRestart, with ilvlRestartLim
 
 // A level that starts at 1; characters below 9 stand for the numbers of the levels.
 ListLevel levelOf(std::uint8_t form, std::uint8_t follows, std::u16string text) {
@@ -70,6 +71,15 @@ TEST_F(ListLabels, ListsCountTheirNumbersLevelByLevel) {
 TEST_F(ListLabels, ALevelInLegalFormShowsAllItsNumbersInDigits) {
     list.levels[1].head[5] = legal;
     EXPECT_EQ(labels({0, 0, 1}), (std::vector<std::u16string>{u"第一章 ", u"第二章 ", u"2.1\t"}));
+}
+
+TEST_F(ListLabels, ALevelGoesOnBehindTheLevelsFromItsLimitOn) {
+    list.levels[2] = levelOf(inDigits, byBlank, {2, u')'});
+    list.levels[2].head[5] = limitedRestart;
+    list.levels[2].head[26] = 1; // the first level that does not make it begin anew
+    EXPECT_EQ(labels({0, 1, 2, 1, 2, 0, 2}),
+              (std::vector<std::u16string>{u"第一章 ", u"一.1\t", u"1) ", u"一.2\t", u"2) ",
+                                           u"第二章 ", u"1) "}));
 }
 
 TEST_F(ListLabels, ALevelThatTheListDoesNotHaveGivesNoLabel) {
