@@ -11,6 +11,63 @@ bool isBelow(const Row& row, const QString& key) {
     return row.key.contains(key + ".", Qt::CaseInsensitive);
 }
 
+// The row of a node going to another place of its plan, with what is below it.
+struct Relocation {
+    QString key;
+    Row source;
+    Row place; // the document that it goes before, or the folder that it goes into
+    QString newKey;
+    bool isUpward = false;
+
+    bool isPart(const Row& row) const { return !source.isDocument && isBelow(row, key); }
+    QString renamed(QString other) const { return other.replace(key, newKey); }
+
+    bool fits(const Table& table) const {
+        return newKey.size() <= longestKey &&
+               std::none_of(table.rows.begin(), table.rows.end(), [&](const Row& row) {
+                   return isPart(row) && renamed(row.key).size() > longestKey;
+               });
+    }
+    // The old keys of the documents with their new ones.
+    QMap<QString, QString> documents(const Table& table) const {
+        QMap<QString, QString> keys;
+        for (const Row& row : table.rows) {
+            if (row.isDocument && (row.key == source.key || isPart(row))) {
+                keys[row.key] = renamed(row.key);
+            }
+        }
+        return keys;
+    }
+    // From its new place on all rows get new numbers. What is below a folder that went down is the
+    // end of the outline, as it has to stand behind it.
+    void arrange(Table& table) const {
+        std::erase_if(table.rows, [&](const Row& row) { return row.key == key; });
+        const auto at = std::find_if(table.rows.begin(), table.rows.end(), [&](const Row& row) {
+            return place.isDocument ? row.id >= place.id : row.id > place.id;
+        });
+        table.number(table.rows.insert(at, {0, newKey, source.name, source.isDocument}));
+        if (!isUpward && !source.isDocument) {
+            table.number(std::stable_partition(table.rows.begin(), table.rows.end(),
+                                               [&](const Row& row) { return !isPart(row); }));
+        }
+        for (Row& row : table.rows) {
+            row.key = isPart(row) ? renamed(row.key) : row.key;
+        }
+    }
+};
+
+// Each document's text goes along, unless a row still bears its old key.
+void bringTexts(QMap<QString, QByteArray>& files, Table& table,
+                const QMap<QString, QString>& documents) {
+    for (auto moved = documents.begin(); moved != documents.end(); ++moved) {
+        const QString name = moved.key() + ".doc";
+        if (files.contains(name)) {
+            files[moved.value() + ".doc"] =
+                table.find(moved.key()) ? files[name] : files.take(name);
+        }
+    }
+}
+
 } // namespace
 
 void PlainProgram::startDrag() {
@@ -59,81 +116,23 @@ bool PlainProgram::movePlan(const QString& plan, Node& target) {
     if (!table.find(dragKey_) || !table.find(target.key)) {
         return false;
     }
-    const Row source = *table.find(dragKey_);
     const Row place = *table.find(target.key);
-    const bool isUpward = current.indexOf(&target) <= dragIndex_;
     const int base = table.last().id - static_cast<int>(table.rows.size());
-    const QString newKey =
-        newKeyIn(table, base, place.isDocument ? parentOf(place.key) : place.key);
-    const auto renamed = [&](QString key) { return key.replace(dragKey_, newKey); };
-
-    std::vector<Moved> documents;
-    int longest = static_cast<int>(newKey.size());
-    if (source.isDocument) {
-        documents.push_back({dragKey_, newKey});
-    } else {
-        for (const Row& row : table.rows) {
-            if (isBelow(row, dragKey_)) {
-                longest = std::max(longest, static_cast<int>(renamed(row.key).size()));
-                if (row.isDocument) {
-                    documents.push_back({row.key, renamed(row.key)});
-                }
-            }
-        }
-    }
-    if (longest > longestKey) {
+    const Relocation relocation{
+        dragKey_, *table.find(dragKey_), place,
+        newKeyIn(table, base, place.isDocument ? parentOf(place.key) : place.key),
+        current.indexOf(&target) <= dragIndex_};
+    if (!relocation.fits(table)) {
         return false;
     }
-    // No file may be lost: each is first brought to its new name, and leaves the old one only when
-    // a row bears the new key and none the old one.
-    auto& files = planFolders[plan].files;
-    std::vector<Moved> brought;
-    for (const Moved& moved : documents) {
-        if (files.contains(moved.from + ".doc")) {
-            files[moved.to + ".doc"] = files[moved.from + ".doc"];
-            brought.push_back(moved);
-        }
-    }
-
-    table.take([&](const Row& row) { return row.key == dragKey_; });
-    temp = table.take(
-        [&](const Row& row) { return place.isDocument ? row.id >= place.id : row.id > place.id; });
-    const auto add = [&](const QString& key, const Row& row) {
-        try {
-            table.add(key, row.name, row.isDocument);
-        } catch (const Failure&) {
-            return;
-        }
-    };
-    const auto putBackEach = [&] {
-        for (const Row& row : *temp) {
-            add(row.key, row);
-        }
-    };
-    add(newKey, source);
-    putBackEach();
-    if (!isUpward && !source.isDocument) {
-        temp = table.take([&](const Row& row) { return isBelow(row, dragKey_); });
-        putBackEach();
-    }
-    if (!source.isDocument) {
-        for (Row& row : table.rows) {
-            const QString key = renamed(row.key);
-            if (isBelow(row, dragKey_) && !(table.keysAreUnique && table.find(key))) {
-                row.key = key;
-            }
-        }
-    }
-    for (const Moved& moved : brought) {
-        if (table.find(moved.to) && !table.find(moved.from)) {
-            files.remove(moved.from + ".doc");
-        }
-    }
+    const QMap<QString, QString> documents = relocation.documents(table);
+    relocation.arrange(table);
+    bringTexts(planFolders[plan].files, table, documents);
     temp = std::vector<Row>();
     current.clear();
     current.fill(table);
     refreshPlans();
-    if (Node* node = current.find(newKey)) {
+    if (Node* node = current.find(relocation.newKey)) {
         current.selected = node;
     }
     return true;

@@ -59,10 +59,6 @@ public:
 
 private:
     enum class Copied { copied, incomplete, stopped };
-    struct Moved {
-        QString from;
-        QString to;
-    };
 
     QString plansPath() const { return home_ + "Sys/用户模板/"; }
     QString templatesPath() const { return home_ + "Sys/标书模板/"; }

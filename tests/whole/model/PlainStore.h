@@ -49,6 +49,12 @@ struct Table {
         }
         rows.push_back({++lastId, key, name, isDocument});
     }
+    // Gives the rows from there on new numbers.
+    void number(std::vector<Row>::iterator from) {
+        for (; from != rows.end(); ++from) {
+            from->id = ++lastId;
+        }
+    }
     template <class Condition>
     std::vector<Row> take(Condition condition) {
         std::vector<Row> taken;

@@ -1,5 +1,9 @@
 #include "whole/model/Steps.h"
 
+#include <gtest/gtest.h>
+
+#include <utility>
+
 namespace qvnd::model {
 
 namespace {
@@ -46,6 +50,13 @@ void writeDatabases(const test::TemporaryFolder& folder) {
     for (int i = 0; i < names.size(); ++i) {
         folder.write(names[i], contents[i]);
     }
+}
+
+// A move that every rule agrees on: not into itself, and not of a document with others below it,
+// which keep their keys.
+bool isPlainMove(const test::SeenOutline& outline, std::size_t node, std::size_t target) {
+    return !test::isWithin(outline, target, node) &&
+           !(outline[node].isDocument && test::endOf(outline, node) > node + 1);
 }
 
 } // namespace
@@ -166,14 +177,47 @@ QString SideBySide::performOnPlan(const Step& step) {
         const std::optional<QString> target = step.kind == Step::dropOutside
                                                   ? std::nullopt
                                                   : std::optional(nodeOf(model_.current, step.b));
-        planner_.drag(key, target);
-        // The planner's drag begins with a click of its own.
-        model_.click(key);
-        model_.startDrag();
-        model_.drop(target);
-        return "drag " + key + " to " + target.value_or("nowhere");
+        return drag(key, target);
     }
     }
+}
+
+QString SideBySide::drag(const QString& key, const std::optional<QString>& target) {
+    const test::SeenOutline before = seen();
+    const QStringList keys = test::OutlineWorld::shown(planner_.current());
+    const auto from = static_cast<std::size_t>(keys.indexOf(key));
+    const auto to = static_cast<std::size_t>(keys.indexOf(target.value_or(key)));
+    const bool isPlain = isPlainMove(before, from, to) && hasKeyOfItsOwn(key);
+    const bool isDone = planner_.drag(key, target).done;
+    // The planner's drag begins with a click of its own.
+    model_.click(key);
+    model_.startDrag();
+    model_.drop(target);
+    if (isPlain && isDone && seen() != test::moved(before, from, to)) {
+        misplaced_ =
+            "the planner sees" + QString::fromStdString(testing::PrintToString(seen())) + '\n';
+    }
+    return "drag " + key + " to " + target.value_or("nowhere");
+}
+
+test::SeenOutline SideBySide::seen() {
+    return test::seenIn(planner_.current(), [this](const QString& key) {
+        return planner_.folder.read("Sys/用户模板/" + tableOf(key) + "/" + key + ".doc");
+    });
+}
+
+// Does the tree show the rows of its plan, and does the key stand in no other one but at its
+// beginning?
+bool SideBySide::hasKeyOfItsOwn(const QString& key) {
+    const QString plan = tableOf(key);
+    if (model_.currentPlan != plan || !model_.user.outlines.contains(plan)) {
+        return false;
+    }
+    const std::vector<Row>& rows = model_.user.outlines[plan].rows;
+    return rows.size() == model_.current.nodes.size() &&
+           std::all_of(rows.begin(), rows.end(), [&](const Row& row) {
+               return model_.current.find(row.key) && row.key.lastIndexOf(key) <= 0;
+           });
 }
 
 QString SideBySide::add(const Step& step, const QString& key) {
@@ -280,7 +324,7 @@ QString SideBySide::loseFile(const Step& step) {
 QString SideBySide::difference() {
     const Snapshot expected = snapshotOf(model_);
     const Snapshot found = real_.take();
-    QString told = differenceOfMessages();
+    const QString told = std::exchange(misplaced_, {}) + differenceOfMessages();
     if (expected == found) {
         return told;
     }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "support/SeenOutline.h"
 #include "whole/model/Snapshot.h"
 
+#include <optional>
 #include <random>
 
 namespace qvnd::model {
@@ -53,6 +55,9 @@ private:
     QString performOnPlan(const Step& step);
     QString performOnLibrary(const Step& step);
     QString add(const Step& step, const QString& key);
+    QString drag(const QString& key, const std::optional<QString>& target);
+    test::SeenOutline seen();
+    bool hasKeyOfItsOwn(const QString& key);
     QString loseFile(const Step& step);
     QString difference();
     QString differenceOfMessages();
@@ -63,6 +68,7 @@ private:
     PlainProgram model_;
     RealSnapshots real_{planner_};
     QStringList done_;
+    QString misplaced_; // what a move has put elsewhere than a planner would see it
     int files_ = 0;
 };
 
