@@ -57,7 +57,7 @@ public:
         return run(
             [&] {
                 return (geteuid() != 0 || setuid(nobody) == 0) &&
-                       access(owned.front().c_str(), X_OK) == 0;
+                       ::access(owned.front().c_str(), X_OK) == 0;
             },
             work);
     }
