@@ -73,6 +73,14 @@ protected:
         ASSERT_TRUE(waitFor([&] { return pane->pageCount() > 0; }));
         QCoreApplication::processEvents();
     }
+    // Follows the file, and so tells when the other one would have seen a change.
+    std::unique_ptr<PagePane> anotherPaneOn(const QString& path) {
+        auto other = std::make_unique<PagePane>(*conversion);
+        other->resize(area().size());
+        other->show(path);
+        EXPECT_TRUE(waitFor([&] { return other->pageCount() > 0; }));
+        return other;
+    }
     QWidget& area() { return *frame->findChild<QWidget*>("PicSee"); }
     QScrollBar& bar() { return *frame->findChild<QScrollBar*>("VSSee"); }
     QLabel& notice() { return *pane->findChild<QLabel*>("lblNotice"); }
@@ -218,7 +226,8 @@ TEST_F(PagePaneTest, TheSuiteIsStartedAtTheUsersWishAlone) {
     writePdf(4, Qt::green);
     open(true);
     show(document("a.doc", 3));
-    QTest::qWait(400);
+    ASSERT_TRUE(waitFor([&] { return pane->isWhole(); }));
+    QCoreApplication::processEvents();
     EXPECT_EQ(office.starts(), 0);
     EXPECT_FALSE(pane->showsOfficePages());
     EXPECT_TRUE(wish().isEnabled());
@@ -487,8 +496,9 @@ TEST_F(PagePaneTest, WhileItDoesNotFollowThePagesSeenStayAndAfterwardsTheNewOnes
     open(false);
     show(document("a.doc", 3));
     pane->setFollowing(false);
+    const auto other = anotherPaneOn(office.folder.path("a.doc"));
     document("a.doc", 200);
-    QTest::qWait(700);
+    ASSERT_TRUE(waitFor([&] { return other->pageCount() > 3; }));
     EXPECT_EQ(pane->pageCount(), 1);
     pane->setFollowing(true);
     EXPECT_TRUE(waitFor([&] { return pane->pageCount() > 3; }));
@@ -510,9 +520,10 @@ TEST_F(PagePaneTest, AVeryLongDocumentIsAnnouncedAtOnceAndThenShown) {
 TEST_F(PagePaneTest, AHiddenPaneFollowsNoFile) {
     open(false);
     show(document("a.doc", 3));
+    const auto other = anotherPaneOn(office.folder.path("a.doc"));
     frame->document().hide();
     document("a.doc", 200);
-    QTest::qWait(700);
+    ASSERT_TRUE(waitFor([&] { return other->pageCount() > 3; }));
     EXPECT_EQ(pane->pageCount(), 0);
 }
 
