@@ -354,6 +354,9 @@ TEST(RandomScripts, ReachEveryWindowAndEveryItemOfTheFrameBetweenThem) {
         ASSERT_TRUE(script.user.start());
         script.act(usual);
         missing -= script.user.reached();
+        std::cout << "behind seed " << seed
+                  << " missing: " << QStringList(missing.values()).join(", ").toStdString()
+                  << std::endl;
     }
     EXPECT_TRUE(missing.isEmpty()) << QStringList(missing.values()).join(", ").toStdString();
 }

@@ -7,7 +7,7 @@ namespace qvnd::model {
 
 namespace {
 
-constexpr int sequences = 2000;
+constexpr int sequences = 1000;
 constexpr int stepsOfOne = 50;
 constexpr int shards = 8;
 
