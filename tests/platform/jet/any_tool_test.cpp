@@ -160,6 +160,16 @@ TEST_F(LettersBeyondAscii, AreOneValueInAUniqueIndexWhateverTheirCase) {
     EXPECT_EQ(found(u"ID=1"_qs), QStringList{u"ａ栋.1"_qs});
 }
 
+TEST_F(LettersBeyondAscii, AreNoSecondValueWhenTheirOwnRowIsEdited) {
+    const auto row = db_->OpenRecordset(u"Select * from Ａ栋 where Key='Ａ栋.1'"_qs);
+    row->Edit();
+    row->Set(u"Key", u"ａ栋.1"_qs);
+    EXPECT_EQ(errorOf([&] { row->Update(); }), 0);
+    row->Edit();
+    row->Set(u"Key", u"ａ栋.2"_qs);
+    EXPECT_EQ(errorOf([&] { row->Update(); }), 3022);
+}
+
 TEST_F(LettersBeyondAscii, AreOneValueWhenRowsAreCopiedToo) {
     db_->TableDefs().Append(outlineTable(u"乙"_qs));
     addRows(*db_, u"乙"_qs, {u"乙"_qs, u"ａ栋.2"_qs});

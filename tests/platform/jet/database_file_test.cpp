@@ -107,6 +107,15 @@ TEST_F(DatabaseFiles, AFileDeletedUnderAnOpenHandleMayBeMadeAnew) {
     EXPECT_EQ(open(u"a.mdb"_qs)->TableDefs().Count(), 0);
 }
 
+TEST_F(DatabaseFiles, AFileReplacedUnderAnOpenHandleIsOpenedAnew) {
+    const auto old = create(u"a.mdb"_qs);
+    old->TableDefs().Append(outlineTable(u"T"_qs));
+    create(u"b.mdb"_qs)->Close();
+    ASSERT_TRUE(QFile::remove(pathOf(u"a.mdb"_qs)));
+    ASSERT_TRUE(QFile::rename(pathOf(u"b.mdb"_qs), pathOf(u"a.mdb"_qs)));
+    EXPECT_EQ(open(u"a.mdb"_qs)->TableDefs().Count(), 0);
+}
+
 TEST_F(DatabaseFiles, AClosedHandleAnswers3420AndMayBeClosedAgain) {
     const auto db = create(u"a.mdb"_qs);
     db->Close();

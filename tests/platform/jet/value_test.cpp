@@ -37,6 +37,11 @@ TEST(Values, ATextSpellsItsNumber) {
     EXPECT_EQ(Value(u"&H1F"_qs).ToDouble(), 31);
 }
 
+TEST(Values, ANumberMayHaveACommaBeforeEachGroupOfItsDigits) {
+    EXPECT_EQ(Value(u"1,234,567"_qs).ToDouble(), 1234567);
+    EXPECT_EQ(Value(u"1,234,567,890.25"_qs).ToDouble(), 1234567890.25);
+}
+
 TEST(Values, AFractionIsRoundedAndAHalfToTheEvenNeighbour) {
     EXPECT_EQ(Value(10.4).ToLong(), 10);
     EXPECT_EQ(Value(10.6).ToLong(), 11);

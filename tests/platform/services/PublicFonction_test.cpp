@@ -1,6 +1,7 @@
 #include "platform/files/PublicFonction.h"
 
 #include "platform/files/TextDecoding.h"
+#include "platform/files/Trim.h"
 #include "support/Files.h"
 #include "support/Text.h"
 
@@ -74,6 +75,14 @@ TEST(TextDecoding, MalformedGbkKeepsTheRest) {
 
 TEST(TextDecoding, ALongGbkTextComesWhole) {
     EXPECT_EQ(decodeText(gbkWork.repeated(5000)), QString("工程").repeated(5000));
+}
+
+TEST(Trimming, TakesBlanksAtBothEndsAndNothingElse) {
+    EXPECT_EQ(Trim("  a b  "), "a b");
+    EXPECT_EQ(Trim("a"), "a");
+    EXPECT_EQ(Trim("   "), "");
+    EXPECT_EQ(Trim(""), "");
+    EXPECT_EQ(Trim("\t\u3000a\n"), "\t\u3000a\n");
 }
 
 struct MakePaths : testing::Test {

@@ -189,6 +189,27 @@ TEST(DamagedDocument, PiecesThatClaimFarMoreTextThanThereIsDoNotExhaustTheMemory
     EXPECT_FALSE(document.unread.remarks.empty());
 }
 
+TEST(DamagedDocument, PiecesMayNameAKilobyteMoreTextThanTheFileIsLongAndNoCharacterFurther) {
+    const WordStreams plain = test::wordStreams(plainWordFile(std::u16string(20000, u'x')));
+    const auto most = static_cast<Cp>(plain.wordDocument.size() + 1024);
+    for (const Cp length : {most, most + 1}) {
+        PieceTable table;
+        for (Cp named = 0; named < length; named += table.pieces.back().length) {
+            table.pieces.push_back({std::min<Cp>(20000, length - named), 2048, false, 0, 0});
+        }
+        WordStreams streams = plain;
+        const Bytes clx = encodeClx(table);
+        setU32(streams.wordDocument, pairAt(FibPair::Clx),
+               static_cast<std::uint32_t>(streams.table.size()));
+        setU32(streams.wordDocument, pairAt(FibPair::Clx) + 4,
+               static_cast<std::uint32_t>(clx.size()));
+        setU32(streams.wordDocument, 0x4C, length);
+        streams.table.insert(streams.table.end(), clx.begin(), clx.end());
+        const DocumentContent document = readSound(test::compoundFile(streams));
+        EXPECT_EQ(joined(document.main)->text.size() >= length, length == most) << length;
+    }
+}
+
 // A document with something of everything that the reader understands.
 WordFile richFile() {
     WordFile file;

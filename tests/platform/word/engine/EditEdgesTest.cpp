@@ -89,6 +89,20 @@ TEST(NoteEdges, ADrawingInTheTextOfANoteIsTakenOutAndNamed) {
     EXPECT_THAT(target.last.leftOut, testing::ElementsAre(u"浮动图形 1 个未能带入"));
 }
 
+class BookmarkEdges : public EngineTest {};
+
+TEST_F(BookmarkEdges, WhatIsTypedRightBehindABookmarkDoesNotBelongToIt) {
+    type(u"abcd");
+    document().change().addBookmark({u"标记", 1, 3, 0});
+    select(3, 3);
+    type(u"x");
+    ASSERT_EQ(document().read().bookmarks().size(), 1U);
+    EXPECT_EQ(document().read().bookmarks()[0].end, 3U);
+    select(2, 2);
+    type(u"y");
+    EXPECT_EQ(document().read().bookmarks()[0].end, 4U);
+}
+
 class PageNumberEdges : public EngineTest {};
 
 TEST_F(PageNumberEdges, TheChaptersOfPageNumbersAreHeadingsOneToNine) {
