@@ -24,10 +24,10 @@ struct MainServices {
     ProgramWindows& windows;
 };
 
-// The entry point of the program: works out the folders, has the turn cover the plans' (the caller
-// has taken it where there is one), opens the three databases (making those
-// that are missing, taking over those of an older installation), shows the windows and takes the
-// splash down. `appPath` is the program's own folder.
+// The entry point of the program: works out the folders, extends the turn to the plans' folder,
+// opens the three databases (making those that are missing, taking over those of an older
+// installation), shows the windows and takes the splash down. `appPath` is the program's own
+// folder. A turn, where there is one, has been taken by the caller.
 //
 // At the first run-time error a box shows its number directly followed by its description, under
 // the title "提示"; later steps do not run, the splash stays up and the databases not reached stay

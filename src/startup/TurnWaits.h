@@ -7,8 +7,8 @@
 
 namespace qvnd::startup {
 
-// The start waits for its turn: the splash says for what, and stays alive. The services outlive the
-// object.
+// The wait of the start for its turn. The splash names what it waits for and is kept painted. The
+// services outlive the object.
 class StartWait : public files::TurnWait {
 public:
     StartWait(desktop::SplashScreen& splash, desktop::Events& events)
@@ -23,8 +23,8 @@ private:
     desktop::Events& events_;
 };
 
-// A command waits for its turn: the windows stay painted, and soon a progress says for what it
-// waits and lets the user cancel. The services outlive the object.
+// The wait of a command for its turn. The windows stay painted; after a moment a progress dialog
+// names what the command waits for and lets the user cancel. The services outlive the object.
 class CommandWait : public files::TurnWait {
 public:
     CommandWait(desktop::LongRun& longRun, desktop::Events& events)

@@ -16,8 +16,8 @@ namespace qvnd::store {
 
 // What the import routines reach above this room.
 struct ImportSurroundings {
-    // Lists the library anew in the tree that shows it (updateTreeTemplate, nothing kept missing);
-    // may raise a run-time error.
+    // Lists the library anew in the tree that shows it (updateTreeTemplate with keepMissing false).
+    // May raise a run-time error.
     std::function<void()> refreshTree;
     desktop::SplashScreen& splash;
     desktop::MessageBoxes& messages;

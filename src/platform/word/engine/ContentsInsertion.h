@@ -10,12 +10,12 @@ namespace qvnd::word {
 void insertContents(WorkingDocument& document, Insertion& insertion,
                     const TableOfContentsOptions& options);
 
-// Removes it with its paragraphs, as far as they hold nothing else.
+// Removes a contents, and those of its paragraphs that hold nothing else.
 void removeContents(WorkingDocument& document, FieldSpan contents);
 
 // The right tab of the contents styles: its place in twips, and what fills the space before it.
 void setContentsTab(DocumentTables& tables, int position, TabLeader leader);
-// Another leader for the tabs that are there.
+// Changes the leader of the tabs that the contents styles have.
 void setContentsLeader(DocumentTables& tables, TabLeader leader);
 
 } // namespace qvnd::word

@@ -6,8 +6,8 @@
 
 namespace qvnd::word {
 
-// Brings the page numbers in every contents of the document up to date; the insertion point stays
-// where it is in the text. Without a contents nobody is asked.
+// Updates the page numbers in every contents of the document. The insertion point keeps its place
+// in the text. `pages` is not called when the document has no contents.
 void updateContentsPages(WorkingDocument& document, Insertion& insertion, PageNumberSource& pages);
 
 } // namespace qvnd::word

@@ -8,16 +8,16 @@
 
 namespace qvnd::word {
 
-// Brings `source` into a document with the tables `target`: property lists travel as they came,
-// only operands that name fonts, styles, lists, pictures and authors are rewritten.
-// Fonts merge by name. A built-in style is that of the same number (sti), another one that of the
-// same name and kind; where the target has it, the target's definition stands, and what the
-// source's said otherwise becomes direct formatting. What the target lacks comes along, if the
-// text uses it. Lists always come as new ones, so that no numbering goes on from elsewhere.
-// Linear in the size of `source`. Names of bookmarks that come along are added to `names`.
-// All sections of the answer but the last end in their break mark (U+000C); the last one has none
-// of its own, and whether its properties count is for the caller to decide. It has no headers: its
-// page is that of the target. `headers` is empty when no section has any.
+// Rewrites the text of `source` in terms of the tables `target`, to which it adds what they lack.
+// Property lists are copied; only operands that name fonts, styles, lists, pictures and authors are
+// rewritten. Fonts are matched by name, built-in styles by number (sti), other styles by name and
+// kind. Where the target has the style, its definition is used, and what the source defines
+// differently becomes direct formatting. Styles and fonts that the target lacks are added if the
+// text uses them. Lists are always added as new ones, so that no numbering continues that of
+// another document. Names of bookmarks are added to `names`. Linear in the size of `source`. Every
+// section of the answer but the last ends in its break mark (U+000C). The last one has no mark and
+// no headers; the caller decides whether its properties are used. `headers` is empty when no
+// section has any.
 // `leftOut` gets a line in Chinese for each kind of thing that the document holds and the answer
 // does not, the remarks of the source first.
 DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,

@@ -26,19 +26,19 @@ public:
     // one before that has its own; the first one when none has.
     // Headers that came with an inserted document count for the sections of that document alone.
     std::size_t headerOwner(std::size_t index, HeaderKind kind) const;
-    // Gives the section a header that came with an inserted document. The section `behind` that
-    // document shows again what is shown in front of it.
+    // Gives the section a header of an inserted document. The section `behind`, the first one after
+    // that document, shows the headers that are shown in front of it.
     void bringHeader(std::size_t index, std::size_t behind, HeaderKind kind, SlicedText header);
-    // Puts into sections that return to the document's headers what they show, for the writer.
-    // `blank`: for those that show nothing.
+    // Writes the headers that they show into the sections behind inserted documents, for the
+    // writer. `blank` goes into those that show none.
     void fillReturned(const SlicedText& blank);
 
-    // The section is cut behind a break mark: its front part becomes a section with properties of
-    // its own and keeps the headers, which the rest inherits.
+    // Splits the section at `at`, behind a break mark. The front part gets the properties `front`
+    // and keeps the headers; the rest inherits them.
     void cut(Cp at, PropertyListId front);
 
     void inserted(Cp at, Cp length);
-    // A section that loses its break mark goes over into the next one.
+    // A section whose break mark is erased becomes part of the next one.
     void erased(Cp start, Cp end);
 
 private:

@@ -12,7 +12,7 @@
 
 namespace qvnd::word {
 
-// The tables of one document on their way into those of another.
+// Adds the tables of one document to those of another, as far as its text uses them.
 class ImportTables : public ImportReferences {
 public:
     ImportTables(DocumentTables& target, const DocumentTables& source);
@@ -21,7 +21,7 @@ public:
     StyleImport& styles() { return styles_; }
     const ListImport& lists() const { return lists_; }
 
-    // Ties styles and lists that came along to each other. Call it when the text is through.
+    // Sets the references between added styles and lists. Call it after all text is imported.
     void finish();
 
     std::optional<std::uint16_t> font(std::uint16_t ftc) override { return fonts_.font(ftc); }
@@ -29,7 +29,7 @@ public:
     std::uint16_t list(std::uint16_t ilfo) override { return lists_.list(ilfo); }
     std::optional<std::uint32_t> blob(std::uint32_t index) override;
     std::optional<std::uint32_t> object(std::uint32_t index) override;
-    // The picture exists.
+    // `index` names an existing picture.
     std::uint32_t shapePicture(std::uint32_t index);
     std::optional<std::uint16_t> author(std::uint16_t index) override;
 

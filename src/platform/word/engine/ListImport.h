@@ -12,25 +12,25 @@
 
 namespace qvnd::word {
 
-// Brings lists into a document, each as a list of its own, so that no numbering goes on from
-// elsewhere. Lists of nothing but bullets have no numbering: equal ones are shared.
+// Adds lists to a document, each as a new one, so that no numbering continues that of another
+// document. Lists that have only bullets are shared when they are equal.
 class ListImport {
 public:
-    // Tells of a style of the source whether it comes along, as far as can be told yet.
+    // Whether a style of the source is or may still be added to the target.
     using MayComeAlong = std::function<bool(StyleIndex)>;
 
     ListImport(DocumentTables& target, const DocumentTables& source, PropertyRewriter& rewriter,
                MayComeAlong mayComeAlong);
 
-    // The operand of sprmPIlfo in the target for that of the source; 0 where the source has no
-    // such list.
+    // Translates an operand of sprmPIlfo; 0 where the source has no such
+    // list.
     std::uint16_t list(std::uint16_t ilfo);
 
-    // Ties the levels to the styles that came along with them; `cameAlong` gives the new place of
-    // a style of the source, nothing when it did not come.
+    // Sets the linked styles of the levels. `cameAlong` answers the index in the target of a style
+    // that was added, nothing for any other.
     void linkStyles(const std::function<std::optional<StyleIndex>(StyleIndex)>& cameAlong);
 
-    // Lists that found no place: a document has room for 2046.
+    // How many lists were left out: a document holds at most 2046.
     int withoutRoom() const { return withoutRoom_; }
 
 private:

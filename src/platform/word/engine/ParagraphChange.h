@@ -12,8 +12,8 @@ LookChange alignmentChange(PropertyLists& lists, Alignment alignment);
 // indent that the paragraph has directly, by its list or by its style.
 LookChange indentChange(DocumentTables& tables, int count, int characterWidth);
 
-// Another style: direct formatting gives way to it. What stays is a page break in front of the
-// paragraph, and its place in a table.
+// Sets the style and removes the direct formatting, except a page break in front of the paragraph
+// and its place in a table.
 LookChange styleChange(PropertyLists& lists, StyleIndex style);
 
 bool hasPageBreak(const PropertyLists& lists, const ParagraphLook& look);

@@ -16,7 +16,7 @@ public:
     void replace(Cp at, Cp length, std::u16string text);
 
     bool empty() const { return edits_.empty(); }
-    // Makes the edits. Positions outlive them: see moved().
+    // Makes the edits. moved() then translates positions of the text before them.
     void applyTo(Story& story);
     // Where the position lies after the edits; one within a replaced part lies at its end.
     // Valid after applyTo().

@@ -7,8 +7,8 @@
 
 namespace qvnd::word {
 
-// What must be said directly so that text in a style of the target looks as in the style of the
-// source that it had. Both looks are in terms of the target's tables.
+// The direct formatting that gives text in a style of the target the look that a style of the
+// source gave it. Both looks are in terms of the target's tables.
 class StyleDifference {
 public:
     StyleDifference(const ResolvedProperties& source, const ResolvedProperties& target);
@@ -18,10 +18,10 @@ public:
         return entries_.empty() && sourceToggles_.empty() && sourceTabs_ == targetTabs_;
     }
 
-    // Direct formatting (in terms of the target) that makes over the target's style what `direct`
-    // made over the source's: the difference in front, `direct` behind it where it has the last
-    // word. Toggles that lean on the style become what they came to; tab stops become changes
-    // against the target's style.
+    // Returns the direct formatting that gives, on the target's style, the look that `direct`
+    // gave on the source's: the difference, and behind it `direct`, which overrules it. Toggles
+    // that depend on the style are resolved; tab stops become changes of those of the target's
+    // style.
     Bytes under(ByteView direct, ListLevels& levels) const;
 
 private:

@@ -16,8 +16,8 @@
 
 namespace qvnd::word {
 
-// Finds the styles of one document in the style sheet of another, brings along those that it
-// lacks, and tells what must be said directly where the two define a style differently.
+// Finds the styles of one document in the style sheet of another and adds those that it lacks.
+// Where the two define a style differently, it computes the direct formatting that keeps the look.
 class StyleImport {
 public:
     // `defaultFonts`: those of the source in terms of the target.
@@ -26,24 +26,24 @@ public:
 
     // The place in the target; nothing when the source has no such style.
     std::optional<StyleIndex> style(StyleIndex istd);
-    // That of a paragraph's style; an index without a paragraph style stands for Normal.
+    // The same for a paragraph. An index that names no paragraph style stands for Normal.
     StyleIndex paragraphStyle(StyleIndex istd);
 
-    // Property lists (already in terms of the target) of a paragraph in a style of the source,
-    // and of a run in such a paragraph: what must be said in the target to look the same.
+    // Both return the direct formatting with which a paragraph in a style of the source, and a run
+    // in such a paragraph, look the same in the target. `direct` is in terms of the target already.
     PropertyListId paragraph(StyleIndex sourceStyle, PropertyListId direct);
     PropertyListId character(StyleIndex sourceStyle, StyleIndex sourceCharacterStyle,
                              PropertyListId direct);
 
-    // Gives the styles that came along the styles that follow them and those they are tied to.
-    // Call it when the text is through.
+    // Sets the next and linked styles of the styles that were added. Call it after all text has
+    // been imported.
     void finish();
-    // The new place of a style of the source that came along.
+    // The index in the target of a style that was added; nothing for any other.
     std::optional<StyleIndex> cameAlong(StyleIndex istd) const;
-    // Whether it came along or would if the text asked for it: the target has none of its own.
+    // Whether the style is or may still be added: the target has no such style.
     bool mayComeAlong(StyleIndex istd) const;
-    // Lists that stayed as they were, because a damaged source combines more styles and lists than
-    // memory can hold.
+    // How many property lists were not adjusted, because a damaged source combines more styles and
+    // lists than memory can hold.
     int withoutRoom() const { return withoutRoom_; }
 
 private:

@@ -10,7 +10,7 @@
 
 namespace qvnd::word {
 
-// Brings stories into the terms of the target's tables: same text, styles and property lists of
+// Rewrites stories in terms of the target's tables: the same text with styles and property lists of
 // the target.
 class TextImport {
 public:
@@ -19,7 +19,7 @@ public:
 
     Story imported(const Story& story);
 
-    // Property lists that no file has room for as a whole; they came in part.
+    // How many property lists were cut, because no file has room for them.
     int longFormats() const { return longFormats_; }
 
     // What a list of character properties of the source says of its characters.

@@ -97,8 +97,8 @@ struct ListOverride { // LFO; sprmPIlfo names it, counted from 1
 // hyperlink data (NilPICFAndBinData). Shared, since a merge keeps it as it is.
 using DataBlob = std::shared_ptr<const Bytes>;
 
-// A text that a character of the main story stands for: a note or a comment. Nobody changes it any
-// more.
+// A text that a character of the main story stands for: a note or a comment. It is never
+// changed.
 struct SideStory {
     std::shared_ptr<const Story> text; // ends in a paragraph mark
     bool automatic = true;             // a note numbered by the program, else marked by the user

@@ -34,7 +34,7 @@ struct Drawing {
     std::vector<ShapeReference> references; // ascending
 };
 
-// The text of a shape, or of a chain of shapes that it flows through. Nobody changes it any more.
+// The text of a shape, or of a chain of shapes that it flows through. It is never changed.
 struct ShapeText {
     std::shared_ptr<const Story> text; // ends in a paragraph mark
     std::vector<Cp>

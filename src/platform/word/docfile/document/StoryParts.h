@@ -4,7 +4,7 @@
 
 #include <optional>
 
-// Questions to one fragment of text, and parts of it as fragments of their own.
+// Reads one fragment of text, and cuts parts out of it as fragments of their own.
 namespace qvnd::word {
 
 // How a paragraph looks: what its mark carries.
@@ -22,7 +22,7 @@ bool endsParagraph(char16_t character);
 // the end stays as an unended run.
 Story partOf(const Story& story, Cp begin, Cp length);
 
-// Goes on in `target` with `part`; a paragraph that is cut in two becomes one again.
+// Appends `part` to `target`. A paragraph that was cut in two becomes one again.
 void appendStory(Story& target, const Story& part);
 
 // The properties of the character at `at` (below story.size()).

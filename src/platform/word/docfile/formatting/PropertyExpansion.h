@@ -38,7 +38,7 @@ public:
     // stands in their place; what changes the style is applied to it and left out.
     Paragraph paragraph(StyleIndex style, ByteView list);
 
-    // Lists that broke off, referred to what is not there, or lay over each other by the thousand.
+    // How many lists ended early, named data that is not there, or overlapped too many others.
     int damagedLists() const { return damagedLists_; }
 
 private:

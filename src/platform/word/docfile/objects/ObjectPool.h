@@ -10,8 +10,8 @@
 
 namespace qvnd::word {
 
-// The storage ObjectPool of a document that is saved again and again: each object is in it once.
-// It comes into being with the first object.
+// The storage ObjectPool of a document that is saved repeatedly. Each object is in it once. The
+// storage is created with the first object.
 class ObjectPool {
 public:
     // `store` outlives the object.

@@ -17,7 +17,7 @@ class CarriedDrawings {
 public:
     // The part's table of text boxes; its rows are counted from 1.
     struct Texts {
-        // Which of DocumentTables::shapeTexts is the text of a row. Nothing: there is no such text.
+        // The index in DocumentTables::shapeTexts of the text of a row; nothing when it has none.
         std::function<std::optional<std::uint32_t>(std::uint16_t number)> index;
         // The row that names a shape; 0 when none does.
         std::function<std::uint16_t(std::uint32_t shape)> rowOf;
@@ -29,18 +29,18 @@ public:
         : drawings_(drawings), objects_(objects), tables_(tables),
           budget_(drawings.picturesAtMost()) {}
 
-    // The place in DocumentTables::drawings of what an anchor (Spa) stands for. A shape that is
-    // damaged, or has an anchor already, leaves a plain one that shows its text or its picture.
-    // Nothing when there is neither.
+    // Adds the drawing that an anchor (Spa) names and returns its index in
+    // DocumentTables::drawings. A shape that is damaged, or has an anchor already, is replaced by a
+    // plain one that shows its text or its picture. Nothing when it has neither.
     std::optional<std::uint32_t> add(DrawingOf part, ByteView spa, const Texts& texts);
 
-    // Members of groups that were damaged and stayed out.
+    // How many members of groups were left out, because they are damaged.
     int damagedMembers() const { return damagedMembers_; }
 
 private:
     std::optional<Drawing> copied(ByteView record, const Texts& texts);
     Bytes plainShape(std::uint32_t id, bool mayShowText, const Texts& texts);
-    // What a shape that names no text has in the place of its name; 0 for none.
+    // The text reference of a shape that names no text itself but is named by a row; 0 for none.
     std::uint32_t unnamedText(std::uint32_t id, const Texts& texts) const;
     // The references of `drawing` are still the file's numbers.
     void resolve(DrawingOf part, Drawing& drawing, const Texts& texts);

@@ -43,12 +43,12 @@ public:
     const Shape* shapeOfText(std::size_t number) const;
     // The record of a shape or group that is in no group; empty when there is none.
     ByteView anchored(DrawingOf part, std::uint32_t id) const;
-    // What shapes have that do not say otherwise.
+    // The properties of shapes that do not set them themselves.
     const art::ShapeProperties& defaults() const { return defaults_; }
     // An entry of the store of pictures with its picture in it, counted from 1; empty when there
     // is no such picture.
     Bytes picture(std::uint32_t number) const;
-    // More bytes than all pictures take that do not lie over each other.
+    // An upper bound for the bytes of all pictures, as long as they do not overlap in the file.
     std::size_t picturesAtMost() const { return 2 * (contentSize_ + wordDocument_.size()); }
 
 private:

@@ -8,7 +8,7 @@
 #include <span>
 #include <vector>
 
-// What drawings come to for those who draw no shapes: texts and pictures at their anchors.
+// The texts and pictures of drawings at their anchors, for code that draws no shapes.
 namespace qvnd::word {
 
 // The text of a shape, or of a chain of shapes that it flows through.
@@ -30,8 +30,8 @@ struct FlatDrawings {
     std::vector<FloatingPicture> pictures;
 };
 
-// `anchors`: those of a story, ascending. Copies the bytes of the pictures, once for each size; of
-// a damaged document that shows large ones in hundreds of sizes some stay out.
+// `anchors`: those of a story, ascending. Copies the bytes of a picture once for each size. Some
+// are left out of a damaged document that shows large pictures in hundreds of sizes.
 FlatDrawings flatDrawings(std::span<const Anchor> anchors, const DocumentTables& tables);
 
 } // namespace qvnd::word

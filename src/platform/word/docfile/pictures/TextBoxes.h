@@ -15,7 +15,7 @@ int countTextBoxes(ByteView boxes);
 struct BoxText {
     Cp start = 0;
     Cp length = 0;           // 0 for one that is kept for reuse
-    std::uint32_t shape = 0; // that the table names, the first of a chain; damaged files err
+    std::uint32_t shape = 0; // first shape of the chain by the table; may be wrong in damaged files
     std::vector<Cp> breaks;  // where the second shape's part begins, the third's, ...
 };
 

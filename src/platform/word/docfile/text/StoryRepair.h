@@ -5,7 +5,7 @@
 
 #include <span>
 
-// What makes a story from a file keep its invariants, whatever the file says.
+// Repairs that give a story the invariants of Story, whatever the file holds.
 namespace qvnd::word {
 
 // Appends a run; one that looks like the last becomes part of it, an empty one nothing.
@@ -14,8 +14,8 @@ void appendRun(std::vector<CharacterRun>& runs, CharacterRun run);
 // Appends a paragraph mark unless the text ends in one. Answers whether it did.
 bool closeWithParagraphMark(Story& story);
 
-// Puts blanks, without special meaning, where characters claim a meaning that they have not.
-// `positions` ascend.
+// Replaces the characters at `positions`, which ascend, by blanks without special meaning: those
+// of special characters whose data or counterpart is missing.
 void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists);
 
 // Marks the characters of fields and drawings as special ones: without the mark they are plain text

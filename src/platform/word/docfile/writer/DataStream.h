@@ -8,8 +8,8 @@
 
 namespace qvnd::word {
 
-// The Data stream of a document that is saved again and again: what is in it stays where it is,
-// and each blob is in it once. It comes into being with the first thing to be put in.
+// The Data stream of a document that is saved repeatedly. What it holds never moves, and each blob
+// is in it once. The stream is created with the first addition.
 class DataStream {
 public:
     // `store` outlives the object.

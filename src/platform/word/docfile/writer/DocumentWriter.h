@@ -14,7 +14,7 @@ namespace qvnd::word {
 class DocumentWriter {
 public:
     DocumentWriter();
-    // Over another file system than the real one.
+    // Writes through `folder` in place of the real file system.
     explicit DocumentWriter(std::shared_ptr<OutputFolder> folder);
     ~DocumentWriter();
     DocumentWriter(DocumentWriter&&) noexcept;

@@ -24,16 +24,16 @@ struct TextRange {
 // by identity and kept alive, so that no other can take their address.
 class FragmentPlaces {
 public:
-    // What of the slices is in no place yet, in reading order, nothing twice.
+    // The parts of the slices that have not been written yet, in reading order, each once.
     std::vector<TextRange> missing(const std::vector<StorySlice>& slices) const;
     // The range has been written at `fc`.
     void add(const TextRange& range, std::uint32_t fc);
-    // The slices as pieces; those that follow each other in the file are joined. Everything has
-    // its place.
+    // The slices as pieces; those that follow each other in the file are joined. All of them must
+    // have been written.
     const std::vector<Piece>& pieces(const std::vector<StorySlice>& slices);
 
 private:
-    // A slice that pieces() was asked for, and what it and those before it come to.
+    // A slice of the last pieces() call, with the sums over it and the slices before it.
     struct Answered {
         const Story* fragment = nullptr;
         Cp begin = 0;
@@ -52,7 +52,7 @@ private:
         Places places;
     };
 
-    // How many slices at the front are those of the last pieces().
+    // How many of the first slices are the same as in the last pieces() call.
     std::size_t answeredBefore(const std::vector<StorySlice>& slices) const;
     void takeBack(std::size_t answered);
     void answer(const StorySlice& slice);
@@ -61,7 +61,7 @@ private:
                            Cp position);
 
     std::unordered_map<const Story*, Fragment> fragments_;
-    // A document that is saved again and again has mostly grown near its end.
+    // Kept from the last pieces() call: between two saves a document mostly grows near its end.
     std::vector<Answered> answered_;
     std::vector<Piece> pieces_; // of those
 };

@@ -7,14 +7,14 @@
 
 namespace qvnd::word {
 
-// Characters whose properties no page has room for: what stays over (FittedList::rest) becomes a
-// modifier of the pieces that hold them (Prc, [MS-DOC] 2.9.209).
+// Characters with more properties than a page has room for. The rest of their list
+// (FittedList::rest) becomes a modifier of the pieces that hold them (Prc, [MS-DOC] 2.9.209).
 class OverlongRuns {
 public:
-    // The characters at [fc, limitFc), behind all that were added, have `rest` besides. A file has
-    // room for 32,768 different ones; further ones stay out.
+    // Gives the characters at [fc, limitFc) the further properties `rest`. They lie behind all that
+    // were added before. A file holds 32,768 different lists; further ones are left out.
     void add(std::uint32_t fc, std::uint32_t limitFc, ByteView rest);
-    // The pieces cut where such characters begin and end. UTF-16 only, without modifiers.
+    // Cuts UTF-16 pieces without modifiers where such characters begin and end, and sets them.
     std::vector<Piece> modified(const std::vector<Piece>& pieces) const;
     const std::vector<Bytes>& modifiers() const { return modifiers_; }
 

@@ -37,7 +37,7 @@ std::shared_ptr<const Story> lonelyMark();
 // sections have) has two places in its file.
 class FragmentCopies {
 public:
-    // Puts a copy of its own wherever a slice stands again; the same ones with every save. Linear
+    // Replaces every repeated slice by a copy of its own. Every save gets the same copies. Linear
     // in the slices.
     void makeDistinct(SlicedText& text);
 

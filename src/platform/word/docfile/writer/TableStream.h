@@ -8,21 +8,21 @@
 
 namespace qvnd::word {
 
-// The table stream of a document that is saved again and again: every structure has sectors of its
-// own, and only sectors whose bytes change are written.
+// The table stream of a document that is saved repeatedly. Every structure has sectors of its own,
+// and only sectors whose bytes change are written.
 class TableStream {
 public:
     // `stream` is an empty stream of `store`, which outlives the object.
     TableStream(CompoundStore& store, CompoundStore::Stream stream)
         : store_(store), stream_(stream) {}
 
-    // Brings the structure to `bytes`. No bytes: the document does without the structure.
+    // Writes `bytes` as the structure. Without bytes the document has no such structure.
     void put(FibPair pair, ByteView bytes) { put(pair, std::array{bytes, ByteView{}}); }
     // The same for a structure in two parts, one right behind the other.
     void put(FibPair pair, const std::array<ByteView, 2>& parts);
-    // Brings a structure that grows at its front to `front` and, behind that, the last `kept` bytes
-    // that it had: they stay where they are. `counted` of all bytes count as its length (lcb).
-    // Such a structure is written with this alone.
+    // Writes a structure that grows at its front: `front`, and behind it the last `kept` bytes that
+    // the structure had, which are not written again. `counted` is the length that the FIB gets
+    // (lcb). Such a structure is written with this function alone.
     void putFront(FibPair pair, ByteView front, std::size_t kept, std::size_t counted);
     // Brings the stream to the size from which on it may be changed by parts.
     void finish();
