@@ -25,6 +25,25 @@ void check(std::error_code failed, const QString& path) {
     }
 }
 
+constexpr QChar unfinishedMark = u'~';
+
+// The copy gets its name when it is complete: a content that a killed process has left half would
+// be put over a good file by an undo.
+void copyThenName(const fs::path& from, const fs::path& to, fs::copy_options options,
+                  std::error_code& failed) {
+    fs::path unfinished = to;
+    unfinished += unfinishedMark.unicode();
+    std::error_code ignored;
+    fs::remove_all(unfinished, ignored);
+    fs::copy(from, unfinished, options, failed);
+    if (!failed) {
+        fs::rename(unfinished, to, failed);
+    }
+    if (failed) {
+        fs::remove_all(unfinished, ignored);
+    }
+}
+
 } // namespace
 
 Stamp stampOf(const QString& path) {
@@ -62,6 +81,15 @@ void KeptFiles::removeStep(std::int64_t step) const {
     fs::remove_all(toPath(pathOf(QString::number(step))), ignored);
 }
 
+void KeptFiles::dropUnfinished(std::int64_t step) const {
+    const QString folder = pathOf(QString::number(step)) + u'/';
+    for (const QString& name : QDir(folder).entryList(
+             {u'*' + QString(unfinishedMark)}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot)) {
+        std::error_code ignored; // what stays only takes room
+        fs::remove_all(toPath(folder + name), ignored);
+    }
+}
+
 QList<std::int64_t> KeptFiles::steps() const {
     QList<std::int64_t> steps;
     for (const QString& name : QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
@@ -80,7 +108,7 @@ void KeptFiles::link(const QString& file, const QString& name) const {
 
 void KeptFiles::copy(const QString& file, const QString& name) const {
     std::error_code failed;
-    fs::copy_file(toPath(file), toPath(pathOf(name)), fs::copy_options::overwrite_existing, failed);
+    copyThenName(toPath(file), toPath(pathOf(name)), fs::copy_options::none, failed);
     check(failed, file);
 }
 
@@ -91,10 +119,8 @@ bool KeptFiles::take(const QString& path, const QString& name) const {
         return true;
     }
     failed.clear();
-    fs::copy(toPath(path), toPath(pathOf(name)),
-             fs::copy_options::recursive | fs::copy_options::overwrite_existing |
-                 fs::copy_options::copy_symlinks,
-             failed);
+    copyThenName(toPath(path), toPath(pathOf(name)),
+                 fs::copy_options::recursive | fs::copy_options::copy_symlinks, failed);
     check(failed, path);
     if (!fs::is_directory(toPath(path), failed)) {
         fs::remove(toPath(path), failed);

@@ -23,7 +23,8 @@ inline const QString folder = QStringLiteral("/"); // a folder
 inline const QString onDisk = QStringLiteral("?"); // the file stands at its path, nowhere else
 } // namespace content
 
-// Errors of all operations: RunTimeError as in FileSystemObject.
+// Errors of all operations: RunTimeError as in FileSystemObject. A content has its name only when
+// it is whole, also when the process is killed meanwhile.
 class KeptFiles {
 public:
     explicit KeptFiles(const QString& folder);
@@ -35,6 +36,8 @@ public:
     // Makes the folder of a step.
     void prepare(std::int64_t step) const;
     void removeStep(std::int64_t step) const;
+    // Takes away the copies that a killed process has left half.
+    void dropUnfinished(std::int64_t step) const;
     // The steps that have a folder.
     QList<std::int64_t> steps() const;
 
