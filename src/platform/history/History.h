@@ -83,7 +83,8 @@ public:
     // when there was none.
     void takeOut(std::int64_t step, const QString& file, const QString& target);
 
-    // Thins by the limits; returns how many steps went.
+    // Thins by the limits, as far as no state that remains is built on what goes; returns how many
+    // steps went.
     int thin(const Limits& limits, const QDateTime& now);
 
 private:
@@ -91,6 +92,8 @@ private:
     std::optional<std::int64_t> joinableAt(const QList<Step>& steps, const Limits& limits,
                                            const QDateTime& now);
     void joinWithParent(const Step& step);
+    std::optional<Step> expendable(const QList<Step>& steps, int least);
+    void drop(const Step& step);
     // Takes away kept contents that no step needs any more.
     void dropUnused();
 

@@ -238,6 +238,12 @@ void HistoryFile::remove(std::int64_t step) {
     sql_.Run("DELETE FROM steps WHERE id=" + id);
 }
 
+bool HistoryFile::hasChildren(std::int64_t step) {
+    Statement row(sql_, "SELECT 1 FROM steps WHERE parent=?1 LIMIT 1");
+    row.Bind(1, step);
+    return row.Step();
+}
+
 void HistoryFile::replaceParent(std::int64_t parent, std::int64_t by) {
     sql_.Run("UPDATE steps SET parent=" + QByteArray::number(qlonglong{by}) +
              " WHERE parent=" + QByteArray::number(qlonglong{parent}));
@@ -297,23 +303,6 @@ void HistoryFile::setMirror(const QString& path, const QByteArray& before,
     rest.Bind(2, std::int64_t{at / mirrorPiece});
     rest.Run();
     images_[path] = after;
-}
-
-void HistoryFile::removeMirror(const QString& path) {
-    run("DELETE FROM mirror WHERE path=?1", {places_.shortOf(path)});
-    images_.remove(path);
-}
-
-QStringList HistoryFile::mirrorsBelow(const QString& folder) {
-    Statement rows(sql_, "SELECT DISTINCT path FROM mirror");
-    QStringList paths;
-    while (rows.Step()) {
-        const QString path = places_.longOf(rows.Text(0));
-        if (path.startsWith(folder)) {
-            paths << path;
-        }
-    }
-    return paths;
 }
 
 std::optional<Present> HistoryFile::present(const QString& path) {

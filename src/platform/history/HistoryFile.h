@@ -83,6 +83,7 @@ public:
     // The contents that steps say are on disk alone are kept from now on.
     void contentOnDiskIsKept(const QString& path, const QString& content);
     void remove(std::int64_t step);
+    bool hasChildren(std::int64_t step);
     // The step's children become children of its parent.
     void replaceParent(std::int64_t parent, std::int64_t by);
     bool isContentUsed(std::int64_t ofStep);
@@ -91,8 +92,6 @@ public:
     QByteArray mirror(const QString& path);
     bool hasMirror(const QString& path);
     void setMirror(const QString& path, const QByteArray& before, const QByteArray& after);
-    void removeMirror(const QString& path);
-    QStringList mirrorsBelow(const QString& folder);
 
     std::optional<Present> present(const QString& path);
     void setPresent(const QString& path, const Present& present);

@@ -1,35 +1,12 @@
 #include "platform/history/History.h"
 
-#include "platform/history/PageDelta.h"
+#include "platform/history/JoinedSteps.h"
 
 #include <algorithm>
 
 namespace qvnd::history {
 
 namespace {
-
-// One step's changes behind another's: what the first found, and what the second left.
-QList<FileChange> joinedFiles(const QList<FileChange>& first, const QList<FileChange>& second) {
-    QMap<QString, FileChange> all;
-    for (const FileChange& change : first) {
-        all[change.path] = change;
-    }
-    for (const FileChange& change : second) {
-        const QString before = all.contains(change.path) ? all[change.path].before : change.before;
-        all[change.path] = {change.path, before, change.after};
-    }
-    return all.values();
-}
-
-QList<DatabaseChange> joinedDatabases(const QList<DatabaseChange>& first,
-                                      const QList<DatabaseChange>& second) {
-    QMap<QString, DatabaseChange> all;
-    for (const DatabaseChange& change : first + second) {
-        const QByteArray before = all.value(change.path).delta;
-        all[change.path] = {change.path, joined(before, change.delta)};
-    }
-    return all.values();
-}
 
 // How many of the oldest steps are before the last so many commands. Bookkeeping is none.
 qsizetype freeOf(const QList<Step>& steps, int least) {
@@ -44,10 +21,11 @@ qsizetype freeOf(const QList<Step>& steps, int least) {
 } // namespace
 
 // The oldest step that may be joined with its parent: both old, of one day, with no other child of
-// the parent, and not among the newest.
+// the parent, which neither the work space nor 恢复 ends at, and not among the newest.
 std::optional<std::int64_t> History::joinableAt(const QList<Step>& steps, const Limits& limits,
                                                 const QDateTime& now) {
     const qsizetype free = freeOf(steps, limits.least);
+    const std::int64_t tip = recorder_.file().position().tip;
     const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
     for (qsizetype at = 0; at < free; ++at) {
         const Step& step = steps[at];
@@ -57,7 +35,7 @@ std::optional<std::int64_t> History::joinableAt(const QList<Step>& steps, const 
             return other.parent == step.parent;
         });
         if (parent != steps.end() && step.time < young && siblings == 1 && parent->id != head() &&
-            parent->time.date() == step.time.date()) {
+            parent->id != tip && parent->time.date() == step.time.date()) {
             return step.id;
         }
     }
@@ -68,24 +46,47 @@ std::optional<std::int64_t> History::joinableAt(const QList<Step>& steps, const 
 void History::joinWithParent(const Step& step) {
     HistoryFile& file = recorder_.file();
     const Step parent = file.step(step.parent).value_or(Step{});
-    const QList<FileChange> files = joinedFiles(file.filesOf(parent.id), file.filesOf(step.id));
-    const QList<DatabaseChange> databases =
-        joinedDatabases(file.databasesOf(parent.id), file.databasesOf(step.id));
-    const QList<Change> changes = file.changesOf(parent.id) + file.changesOf(step.id);
     Step both = step;
     both.parent = parent.parent;
     both.title = parent.title.contains(u'、') ? parent.title : parent.title + u'、' + step.title;
     both.isMinor = parent.isMinor && step.isMinor;
     both.selectedBefore = parent.selectedBefore;
-    file.remove(parent.id);
+    joinSteps(file, parent.id, step.id, both);
+}
+
+// The oldest step that nothing else builds on: the end of a branch that the work space does not
+// stand at, or the first of all steps, on the way to where it stands.
+std::optional<Step> History::expendable(const QList<Step>& steps, int least) {
+    const auto childrenOf = [&](std::int64_t parent) {
+        return std::count_if(steps.begin(), steps.end(),
+                             [&](const Step& step) { return step.parent == parent; });
+    };
+    const std::int64_t now = head();
+    const qsizetype free = freeOf(steps, least);
+    for (qsizetype at = 0; at < free; ++at) {
+        const Step& step = steps[at];
+        const bool isEnd = step.id != now && childrenOf(step.id) == 0;
+        const bool isFirst = step.parent == beginning && childrenOf(beginning) == 1 &&
+                             restoration_.isAbove(step.id, now);
+        if (isEnd || isFirst) {
+            return step;
+        }
+    }
+    return std::nullopt;
+}
+
+// The state behind a first step becomes the beginning.
+void History::drop(const Step& step) {
+    HistoryFile& file = recorder_.file();
+    HistoryFile::Transaction all(file);
     file.remove(step.id);
-    file.add(both, changes);
-    for (const FileChange& change : files) {
-        file.addChange(both.id, change);
+    file.replaceParent(step.id, step.parent);
+    Position position = file.position();
+    for (std::int64_t* place : {&position.head, &position.tip}) {
+        *place = *place == step.id ? step.parent : *place;
     }
-    for (const DatabaseChange& change : databases) {
-        file.addChange(both.id, change);
-    }
+    file.setPosition(position);
+    all.commit();
 }
 
 int History::thin(const Limits& limits, const QDateTime& now) {
@@ -104,12 +105,12 @@ int History::thin(const Limits& limits, const QDateTime& now) {
     if (file.steps().size() < before) {
         dropUnused();
     }
-    while (freeOf(file.steps(), limits.least) > 0 && kept_.size() + file.size() > limits.bytes) {
-        const QList<Step> steps = file.steps();
-        HistoryFile::Transaction all(file);
-        file.remove(steps.first().id);
-        file.replaceParent(steps.first().id, beginning);
-        all.commit();
+    while (kept_.size() + file.size() > limits.bytes) {
+        const std::optional<Step> step = expendable(file.steps(), limits.least);
+        if (!step) {
+            break;
+        }
+        drop(*step);
         dropUnused();
         file.shrink();
     }

@@ -77,6 +77,36 @@ TEST_F(ThinnedHistory, TheOldestStepsGoWhenTooMuchIsKept) {
     EXPECT_FALSE(world.history->undo());
 }
 
+// The work space stands far back: what is to be done again builds on every step since the first.
+TEST_F(ThinnedHistory, WhatIsUndoneStaysWholeWhenTooMuchIsKept) {
+    const HistoryWorld::State last = world.state();
+    for (int i = 0; i < 10; ++i) {
+        world.history->undo();
+    }
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, 0, 5}, now), 2);
+    EXPECT_EQ(world.history->head(), history::beginning);
+    EXPECT_EQ(world.state(), states[2]);
+    while (world.history->redo()) {
+    }
+    EXPECT_EQ(world.state(), last);
+    while (world.history->undo()) {
+    }
+    EXPECT_EQ(world.state(), states[2]);
+}
+
+TEST_F(ThinnedHistory, ABranchThatWasLeftGoesFromItsEnd) {
+    for (int i = 0; i < 12; ++i) {
+        world.history->undo();
+    }
+    world.run("新建", [&] { world.makePlan("Q"); });
+    const HistoryWorld::State behind = world.state();
+    world.history->thin({std::chrono::days{30}, 0, 1}, now);
+    ASSERT_EQ(world.history->steps().size(), 1);
+    EXPECT_EQ(world.state(), behind);
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state(), states[0]);
+}
+
 TEST(HistoryLimits, AreThirtyDaysTwoGigabytesAndFiftyCommands) {
     EXPECT_EQ(Limits{}.whole, std::chrono::days{30});
     EXPECT_EQ(Limits{}.bytes, 2147483648LL);
