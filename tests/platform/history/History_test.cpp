@@ -209,6 +209,20 @@ TEST_F(HistoryTest, ADatabaseChangedOutsideBecomesAStepOfItsOwn) {
     EXPECT_EQ(world.state(), changed);
 }
 
+// As the store does to clear a journal away that a killed process has left.
+TEST_F(HistoryTest, ATransactionOfAnotherProgramThatChangesNothingIsNoStep) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const State before = world.state();
+    test::PlainSqlite(world.path("central.mdb")).rows("PRAGMA user_version=2");
+    world.run("添加", [&] { test::HistoryWorld::addRow(*world.db, "甲", "甲.3"); });
+    EXPECT_EQ(history().steps().size(), 2);
+    history().undo();
+    EXPECT_EQ(world.state(), before);
+    history().undo();
+    history().redo();
+    EXPECT_EQ(world.state(), before);
+}
+
 TEST_F(HistoryTest, ADeletedPlanTakesNothingOfTheHistoryAlong) {
     world.run("新建", [&] { world.makePlan("甲"); });
     world.run("删除", [&] { world.deletePlan("甲"); });

@@ -13,7 +13,12 @@ namespace qvnd::jet {
 
 namespace {
 
-constexpr int counterPlace = 24; // of the header of an SQLite file, four bytes
+// Of the header of an SQLite file, four bytes each: the counter, which state of it the header is
+// valid for, and the version of SQLite that wrote it.
+constexpr int counterPlace = 24;
+constexpr int validForPlace = 92;
+constexpr int writerPlace = 96;
+constexpr int headerSize = 100;
 
 std::uint32_t bigEndian(const unsigned char* bytes) {
     return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
@@ -81,6 +86,18 @@ std::uint32_t changeCounterIn(const QByteArray& image) {
                ? 0
                : bigEndian(reinterpret_cast<const unsigned char*>(image.constData()) +
                            counterPlace);
+}
+
+bool holdTheSame(QByteArray one, QByteArray other) {
+    for (QByteArray* image : {&one, &other}) {
+        if (image->size() < headerSize) {
+            continue;
+        }
+        for (const int place : {counterPlace, validForPlace, writerPlace}) {
+            image->replace(place, 4, QByteArray(4, 0));
+        }
+    }
+    return one == other;
 }
 
 void putImage(const QString& path, const QByteArray& image) {

@@ -23,6 +23,10 @@ std::uint32_t changeCounterOf(const QString& path);
 // The same, of an image.
 std::uint32_t changeCounterIn(const QByteArray& image);
 
+// Whether the images hold the same but for their change counters: a transaction that changes
+// nothing, such as one that clears a journal away, counts as well.
+bool holdTheSame(QByteArray one, QByteArray other);
+
 // Gives the file the state of the image, at one stroke: an empty image takes the file away, and a
 // missing file is made. Programs that have it open see the new state as another program's change.
 void putImage(const QString& path, const QByteArray& image);
