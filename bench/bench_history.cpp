@@ -40,12 +40,13 @@ public:
     double addFolder() {
         QElapsedTimer time;
         time.start();
-        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "添加");
+        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "添加",
+                                          world.messages);
         world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item("T.1"));
         outline::dlgAddDoc(world.state, world.workbench, world.services(), outline::AddMode::beside)
             .OK("新" + QString::number(++number_));
         world.state.gWs->Settle();
-        recorded.finish(world.messages);
+        recorded.finish();
         return static_cast<double>(time.nsecsElapsed()) / 1e9;
     }
 

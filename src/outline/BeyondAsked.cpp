@@ -68,13 +68,12 @@ public:
 private:
     // The command's word says that the selected node goes, with what is below it. Which node of a
     // template that is, the rows tell: they went by the characters that their keys begin with, and
-    // so its own key is the shortest.
+    // so its own key is the shortest. The frame knows only the plan's selected node, whose key a
+    // template of the same name may have too.
     bool isAskedFor(const Change& change) const {
-        if (!isDeletion_) {
-            return false;
-        }
-        return isBelow(frame_.selectedKey, change.key) ||
-               (isOfTemplates(change) && isBelow(shortestKeyThatWent(change.table), change.key));
+        return isDeletion_ && isBelow(isOfTemplates(change) ? shortestKeyThatWent(change.table)
+                                                            : frame_.selectedKey,
+                                      change.key);
     }
     QString shortestKeyThatWent(const QString& table) const {
         QString shortest;
@@ -192,8 +191,8 @@ private:
                        !keysThatWent_.contains(keyOf(change))) {
                 gone << change.name;
             } else if (change.kind == Kind::fileAdded &&
-                       change.name.endsWith(u".doc"_s, Qt::CaseInsensitive) && isNodeFile(change) &&
-                       !keysThatCame_.contains(keyOf(change))) {
+                       change.name.endsWith(u".doc"_s, Qt::CaseInsensitive) &&
+                       isInOutline(change) && !keysThatCame_.contains(keyOf(change))) {
                 stray << change.name;
             }
         }
@@ -208,16 +207,18 @@ private:
         }
     }
     static QString keyOf(const Change& file) { return QFileInfo(file.key).completeBaseName(); }
-    // The file of a node bears its key, which begins with the name of its folder.
-    static bool isNodeFile(const Change& file) {
-        return tableOfKey(keyOf(file)) == QFileInfo(file.key).dir().dirName();
+    // The file of a node bears its key, which begins with the name of its folder; the stray copy of
+    // an overwrite lies in the open plan's folder under any name.
+    bool isInOutline(const Change& file) const {
+        const QString folder = QFileInfo(file.key).dir().dirName();
+        return folder == tableOfKey(keyOf(file)) || folder == frame_.plan;
     }
 
     const history::CommandFrame& frame_;
     const QList<Change>& changes_;
     const OutlineNow& rows_;
     bool isDeletion_;
-    bool isStart_ = frame_.caption == u"启动"_s;
+    bool isStart_ = frame_.caption == history::caption::start;
     QStringList dropped_;
     QStringList made_;
     QStringList came_;

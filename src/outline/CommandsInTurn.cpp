@@ -67,14 +67,19 @@ void CommandsInTurn::act(const Event& event, const QString& caption, bool looks)
 
 // A command that fails may have changed something before.
 void CommandsInTurn::record(const Event& event, const QString& caption) {
-    RecordedCommand recorded(state_, *tree_, caption);
+    const OutlineNode* node = tree_->SelectedItem();
+    const QString selected = node == nullptr ? QString() : node->Key();
+    RecordedCommand recorded(state_, *tree_, caption, messages_);
     try {
         event();
     } catch (const RunTimeError& failure) {
         tell(failure);
     }
-    if (const auto step = recorded.finish(messages_)) {
+    if (const auto step = recorded.finish()) {
         told_(*step);
+    }
+    if (recorded.wasRefused()) {
+        refused_(selected);
     }
 }
 

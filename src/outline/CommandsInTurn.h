@@ -31,6 +31,11 @@ public:
     // Is told of every step that a command has made.
     void onStep(std::function<void(const history::Step&)> told) { told_ = std::move(told); }
 
+    // Is called behind a command that was refused, or taken back, because it could not be recorded:
+    // what the window shows may be ahead of the tables. It is told the key that was selected
+    // before.
+    void onRefusal(std::function<void(const QString&)> refused) { refused_ = std::move(refused); }
+
     // The events that one act of the user raises, such as the press and the click of one mouse
     // click. While the object lives, the commands among them wait for the turn once and raise one
     // box at most. When the turn has not come, or the user has been shown what another program
@@ -73,6 +78,7 @@ private:
     const OutlineTree* tree_ = &noTree_;
     Look look_;
     std::function<void(const history::Step&)> told_ = [](const history::Step&) {};
+    std::function<void(const QString&)> refused_ = [](const QString&) {};
     bool inGesture_ = false;
     bool isGestureOver_ = false;
     std::optional<files::TurnScope> turn_;

@@ -69,14 +69,33 @@ QString spokenCaption(const QString& caption) {
     return QString(caption).remove(silent).trimmed();
 }
 
+RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
+                                 desktop::MessageBoxes& messages)
+    : RecordedCommand(state, tree, caption, &messages) {}
+
 RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption)
+    : RecordedCommand(state, tree, caption, nullptr) {}
+
+RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
+                                 desktop::MessageBoxes* messages)
     : state_(state), isOpen_(state.History && !state.History->isUnderWay()), tree_(tree),
-      caption_(spokenCaption(caption)) {
-    if (isOpen_) {
-        const history::History::Found found = state_.History->begin(frameOf(state, tree, caption));
-        if (found.unfinished || found.restored) {
-            state_.HistoryFound = found;
-        }
+      caption_(spokenCaption(caption)), messages_(messages) {
+    if (!isOpen_) {
+        return;
+    }
+    history::CommandFrame frame = frameOf(state, tree, caption);
+    if (messages_ != nullptr) {
+        frame.goOnWithout = [this](const QString& reason) {
+            return messages_->ask(
+                u"操作历史不能写入，“%1”做了就不能撤消：\n%2\n\n"
+                u"要不记历史而继续工作吗？选“是”就执行，直到程序结束，"
+                u"所做的都不能撤消；选“否”就什么也不改动。"_s.arg(caption_, reason),
+                desktop::Icon::exclamation, u"提示"_s);
+        };
+    }
+    const history::History::Found found = state_.History->begin(frame);
+    if (found.unfinished || found.restored) {
+        state_.HistoryFound = found;
     }
 }
 
@@ -86,25 +105,32 @@ history::History* RecordedCommand::open() const {
 }
 
 RecordedCommand::~RecordedCommand() {
-    if (history::History* history = open()) {
-        ignoringErrors([&] { history->finish(selectedKey(tree_)); });
-    }
+    ignoringErrors([this] { close(); });
 }
 
-std::optional<history::Step> RecordedCommand::finish(desktop::MessageBoxes& messages) {
+// The step of a start may have taken that of a killed command into itself.
+history::History::Outcome RecordedCommand::close() {
     history::History* opened = open();
     isOpen_ = false;
     if (opened == nullptr) {
-        return std::nullopt;
+        return {};
     }
-    history::History& history = *opened;
-    const history::History::Outcome outcome = history.finish(selectedKey(tree_));
-    if (!outcome.refusal.isEmpty() &&
-        messages.ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
-                     u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
-                     u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
-                     desktop::Icon::exclamation, u"提示"_s)) {
-        history.goOnWithout();
+    history::History::Outcome outcome = opened->finish(selectedKey(tree_));
+    if (outcome.step && outcome.step->kind == history::StepKind::unfinished) {
+        state_.HistoryFound.unfinished = outcome.step;
+    }
+    wasRefused_ = !outcome.refusal.isEmpty();
+    return outcome;
+}
+
+std::optional<history::Step> RecordedCommand::finish() {
+    const history::History::Outcome outcome = close();
+    if (outcome.mayGoOnWithout && messages_ != nullptr &&
+        messages_->ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
+                       u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
+                       u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
+                       desktop::Icon::exclamation, u"提示"_s)) {
+        state_.History->goOnWithout();
     }
     return outcome.step;
 }

@@ -18,23 +18,35 @@ class RecordedCommand {
 public:
     // `tree` shows the open plan; its selected node is the one that the command is about. `caption`
     // is the text of the menu item or button, mnemonics and dots included.
+    // Where the history cannot be written the user is asked in a box of `messages`, before the
+    // first change, whether to go on without it.
+    RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
+                    desktop::MessageBoxes& messages);
+    // For what the program does by itself at its end: then it does nothing, without a word.
     RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption);
     ~RecordedCommand(); // as finish, but swallows errors
     RecordedCommand(const RecordedCommand&) = delete;
     RecordedCommand& operator=(const RecordedCommand&) = delete;
 
     // The end of the command. Its step, if it has made one. When the history could not be written
-    // the command has done nothing; the user is told so and asked whether to go on without it.
-    std::optional<history::Step> finish(desktop::MessageBoxes& messages);
+    // the command has done nothing; a user who was not asked yet is told so, and asked now.
+    std::optional<history::Step> finish();
+    // Behind the end: the history could not be written, and nothing was done.
+    bool wasRefused() const { return wasRefused_; }
 
 private:
+    RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
+                    desktop::MessageBoxes* messages);
     // The history, as long as this frame is open in it; the command may have ended the program.
     history::History* open() const;
+    history::History::Outcome close();
 
     modMain& state_;
     bool isOpen_;
     const OutlineTree& tree_;
     QString caption_;
+    desktop::MessageBoxes* messages_; // null for nobody to ask
+    bool wasRefused_ = false;
 };
 
 // The text of a menu item without what is not said aloud: "方案编辑  (&E)..." is "方案编辑".

@@ -134,9 +134,8 @@ void openHistory(modMain& state, desktop::MessageBoxes& messages) {
         QCoreApplication::applicationName());
     try {
         state.HistoryFound = state.History->mend();
-    } catch (const RunTimeError& failure) {
-        state.History.reset();
-        messages.tell(QStringLiteral("操作历史不能使用，这次运行中的操作不能撤消：") +
+    } catch (const RunTimeError& failure) { // each command asks whether to go on without it
+        messages.tell(QStringLiteral("操作历史不能使用：") +
                           QString::fromStdU16String(failure.description()),
                       desktop::Icon::exclamation, QStringLiteral("提示"));
     }

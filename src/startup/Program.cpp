@@ -2,6 +2,7 @@
 
 #include "outline/CurrentPlan.h"
 #include "outline/RecordedCommand.h"
+#include "outline/TakeBack.h"
 #include "platform/error/IgnoringErrors.h"
 
 namespace qvnd::startup {
@@ -13,13 +14,19 @@ Program::Program(registry::Registry& registry, const outline::Services& services
                  ProgramWindows& windows)
     : registry_(registry), services_(services), windows_(&windows) {}
 
-bool Program::start(const QString& appPath) {
+bool Program::start(const QString& appPath, Load load) {
+    load_ = load;
     started_ = Main(state_, appPath, {registry_, services_.splash, services_.messages, *windows_});
     return started_;
 }
 
 void Program::showFrmBid() {
-    const outline::RecordedCommand recorded(state_, workbench_.TrvCurrent, QStringLiteral("启动"));
+    if (load_ == Load::asLeft) {
+        outline::showTables(state_, workbench_, services_, {});
+        return;
+    }
+    const outline::RecordedCommand recorded(state_, workbench_.TrvCurrent, history::caption::start,
+                                            services_.messages);
     outline::loadWorkbench(state_, workbench_, services_.messages, services_.splash);
 }
 
@@ -39,7 +46,7 @@ bool Program::savePlanInTurn() {
     try {
         const files::TurnScope turn(state_.Turn.get());
         const outline::RecordedCommand recorded(state_, workbench_.TrvCurrent,
-                                                QStringLiteral("退出"));
+                                                history::caption::exit);
         outline::saveCurrentPlan(state_, workbench_);
     } catch (const RunTimeError& failure) {
         return failure.number() != error::dialogCancelled;

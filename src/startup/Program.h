@@ -20,8 +20,14 @@ public:
     Program(registry::Registry& registry, const outline::Services& services,
             ProgramWindows& windows);
 
-    // Main with the load of the workbench; false when it failed, and the user has been told.
-    bool start(const QString& appPath);
+    enum class Load {
+        usual,  // folders are adopted and outlines forgotten, as the workbench does
+        asLeft, // the trees show what the databases hold, and nothing is changed
+    };
+
+    // Main with the load of the workbench; false when it failed, and the user has been told. How
+    // it is loaded says the caller only of a program without windows.
+    bool start(const QString& appPath, Load load = Load::usual);
     // The orderly exit: the open plan is saved to its folder and the databases are closed. What
     // fails on the way does not stop it; when the turn does not come in time the plan's folder is
     // left as it is, which loses nothing. False when the user ended the wait for the turn: the run
@@ -50,6 +56,7 @@ private:
     ProgramWindows* windows_;
     modMain state_;
     outline::Workbench workbench_;
+    Load load_ = Load::usual;
     bool started_ = false;
 };
 

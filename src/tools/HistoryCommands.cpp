@@ -30,7 +30,7 @@ const QString toOption = u"--to"_s;
 const QString beforeFlag = u"--before"_s;
 
 history::History& historyOf(Session& session) {
-    history::History* history = session.program().state().History.get();
+    history::History* history = session.programAsLeft().state().History.get();
     if (history == nullptr) {
         throw StartFailed(); // which was told at the start
     }
@@ -157,7 +157,7 @@ using Take = std::optional<Step> (*)(modMain&, outline::Workbench&, const outlin
 
 ExitStatus take(Session& session, const QStringList& words, Take step, const QString& nothing) {
     Arguments(words, {}).expectPositions(0, 0);
-    ProgramRun& run = session.program();
+    ProgramRun& run = session.programAsLeft();
     const std::optional<Step> taken = step(run.state(), run.workbench(), run.services());
     if (!taken) {
         session.output().note(nothing);
@@ -179,7 +179,7 @@ ExitStatus restore(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{beforeFlag}, {}});
     arguments.expectPositions(1, 1);
     std::int64_t step = numberIn(arguments);
-    ProgramRun& run = session.program();
+    ProgramRun& run = session.programAsLeft();
     historyOf(session);
     if (step != history::beginning) {
         const std::optional<Step> wanted = stepIn(session, arguments);
@@ -207,7 +207,7 @@ std::optional<Change> changeOf(history::History& history, std::int64_t step, con
 }
 
 ExitStatus putBack(Session& session, std::int64_t step, const Change& change) {
-    ProgramRun& run = session.program();
+    ProgramRun& run = session.programAsLeft();
     const outline::PutBack done =
         outline::putBackAndShow(run.state(), run.workbench(), run.services(), step, change);
     for (const QString& name : done.missing) {
@@ -235,7 +235,7 @@ ExitStatus takeOne(Session& session, const QStringList& words) {
         return putBack(session, step->id, *change);
     }
     const QString target = QFileInfo(arguments.option(toOption)).absoluteFilePath();
-    history.takeOut(step->id, outline::fileOf(session.program().state(), *change), target);
+    history.takeOut(step->id, outline::fileOf(session.programAsLeft().state(), *change), target);
     session.output().result(target, target);
     return ExitStatus::done;
 }

@@ -11,14 +11,14 @@ ProgramRun::ProgramRun(const QString& home, desktop::MessageBoxes& messages, fil
       frmBidSet_(program_.state(),
                  {messages, inputBoxes_, fileDialogs_, fonts_, shell_, word_.factory()}) {}
 
-bool ProgramRun::start() {
+bool ProgramRun::start(startup::Program::Load load) {
     auto& turn = program_.state().Turn;
     turn = std::make_unique<files::WorkSpaceTurn>(home_);
     turn->setWait(&wait_);
     turn->take();
     registry_ = registry::RegistryFile::read(files::withSeparator(home_) + "registry.reg");
     startup::layOutProgramFolder(home_);
-    return program_.start(home_);
+    return program_.start(home_, load);
 }
 
 void ProgramRun::exit() {

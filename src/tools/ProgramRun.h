@@ -20,7 +20,7 @@ public:
     // Waits for the turn as `wait` does, which comes before anything in the program folder is read
     // or written; then Main and the load of the workbench. False when Main failed, which has told
     // why. Errors as WorkSpaceTurn::take.
-    bool start();
+    bool start(startup::Program::Load load);
     // The orderly exit.
     void exit();
 

@@ -53,7 +53,8 @@ ExitStatus runCommand(const Command& command, const GlobalOptions& options, Outp
     Session session(options, output, captionOf(command));
     try {
         const qsizetype nameLength = command.name.count(u' ') + 1;
-        return command.run(session, options.words.mid(nameLength));
+        const ExitStatus status = command.run(session, options.words.mid(nameLength));
+        return session.finish() ? status : ExitStatus::refused;
     } catch (const UsageError& error) {
         return wrongUsage(output, error.reason(), usageOf(command));
     } catch (const StartFailed&) {

@@ -10,17 +10,23 @@ Session::Session(const GlobalOptions& options, Output& output, QString caption)
     : options_(options), output_(output), caption_(std::move(caption)),
       messages_(output, options.yes), wait_(output) {}
 
-// What the command did beyond what its name says is told at its end.
 Session::~Session() {
+    ignoringErrors([this] { finish(); });
     if (program_) {
-        ignoringErrors([this] {
-            const std::optional<history::Step> step = recorded_->finish(messages_);
-            if (step && !step->note.isEmpty()) {
-                output_.note(step->note);
-            }
-        });
         program_->exit();
     }
+}
+
+// What the command did beyond what its name says is told at its end.
+bool Session::finish() {
+    if (!recorded_) {
+        return true;
+    }
+    const std::optional<history::Step> step = recorded_->finish();
+    if (step && !step->note.isEmpty()) {
+        output_.note(step->note);
+    }
+    return !recorded_->wasRefused();
 }
 
 void Session::tellWhatWasMended() {
@@ -30,19 +36,25 @@ void Session::tellWhatWasMended() {
                          .arg(found.unfinished->title));
     } else if (found.restored) {
         output_.note(QStringLiteral("上次运行在撤消或恢复时中断了，现已做完。"));
+    } else if (found.exitKilled) {
+        output_.note(QStringLiteral("上次运行在退出时中断了；所做的操作都已保存。"));
     }
 }
 
-ProgramRun& Session::program() {
+ProgramRun& Session::program() { return programLoaded(startup::Program::Load::usual); }
+
+ProgramRun& Session::programAsLeft() { return programLoaded(startup::Program::Load::asLeft); }
+
+ProgramRun& Session::programLoaded(startup::Program::Load load) {
     if (!program_) {
         auto run = std::make_unique<ProgramRun>(options_.home, messages_, wait_);
-        if (!run->start()) {
+        if (!run->start(load)) {
             throw StartFailed();
         }
         program_ = std::move(run);
         tellWhatWasMended();
         recorded_ = std::make_unique<outline::RecordedCommand>(
-            program_->state(), program_->workbench().TrvCurrent, caption_);
+            program_->state(), program_->workbench().TrvCurrent, caption_, messages_);
     }
     return *program_;
 }

@@ -7,6 +7,7 @@
 #include "tools/TerminalServices.h"
 
 #include "outline/RecordedCommand.h"
+#include "startup/Program.h"
 
 #include <functional>
 #include <memory>
@@ -34,8 +35,16 @@ public:
     // The program, started at the first call: Main, then what the workbench does at its load.
     // Commands that need no program leave the program folder untouched.
     ProgramRun& program();
+    // The same, but the work space stays as the history left it: a start that adopts or forgets
+    // outlines makes a step of its own, which an undo would find before the one that is meant.
+    ProgramRun& programAsLeft();
+
+    // The end of the command for the history. False when the history could not be written and so
+    // nothing was done; the user has been told. Later calls do nothing.
+    bool finish();
 
 private:
+    ProgramRun& programLoaded(startup::Program::Load load);
     void tellWhatWasMended();
 
     const GlobalOptions& options_;

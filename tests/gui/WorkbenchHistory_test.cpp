@@ -274,4 +274,38 @@ TEST_F(WorkbenchHistory, ACommandIsRefusedWithWordsWhereTheHistoryCannotBeWritte
     EXPECT_TRUE(lastMessage().contains("操作历史不能写入")) << lastMessage().toStdString();
 }
 
+TEST_F(WorkbenchHistory, WhatWasNotDeletedAsTheHistoryCannotBeWrittenStaysOnTheScreen) {
+    world.folder.write("用户模板/.~history", "in the way");
+    open("T");
+    click(trvCurrent(), "T");
+    world.messages.answers = {desktop::Answer::yes, desktop::Answer::no};
+    item("mnuDelete").trigger();
+    EXPECT_TRUE(world.folder.exists("用户模板/T/T.1.1.doc"));
+    EXPECT_TRUE(isShown("T.2.1"));
+    EXPECT_EQ(selected(), "T");
+    EXPECT_TRUE(item("mnuDelete").isEnabled());
+}
+
+TEST_F(WorkbenchHistory, ACommandGoesOnWithoutTheHistoryWhenTheUserSaysSo) {
+    world.folder.write("用户模板/.~history", "in the way");
+    open("T.1");
+    click(trvCurrent(), "T.1");
+    world.messages.answers = {desktop::Answer::yes, desktop::Answer::yes};
+    item("mnuEditDelete").trigger();
+    EXPECT_FALSE(world.keys("T").contains("T.1"));
+    EXPECT_FALSE(item("mnuUndo").isEnabled());
+    const auto boxes = world.messages.shown.size();
+    deleteNode("T.3");
+    EXPECT_FALSE(world.keys("T").contains("T.3"));
+    EXPECT_EQ(world.messages.shown.size(), boxes + 1) << "it is asked once in a run";
+}
+
+// Nothing of it is to be undone, so no bar offers that.
+TEST_F(WorkbenchHistory, AKilledExitIsToldInTheStatusBar) {
+    world.state.HistoryFound.exitKilled = true;
+    open("T.1");
+    EXPECT_TRUE(frame.status.contains("上次运行在退出时中断了；所做的操作都已保存。"));
+    EXPECT_TRUE(bar().isHidden());
+}
+
 } // namespace qvnd::test

@@ -43,9 +43,10 @@ protected:
 
     static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
     std::int64_t run(const QString& caption, const std::function<void()>& command) {
-        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, caption);
+        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, caption,
+                                          world.messages);
         command();
-        const auto step = recorded.finish(world.messages);
+        const auto step = recorded.finish();
         EXPECT_TRUE(step);
         return step ? step->id : history::beginning;
     }

@@ -1,54 +1,32 @@
-#include "support/Files.h"
-#include "support/Text.h"
-#include "tools/Run.h"
-
-#include <gtest/gtest.h>
+#include "support/Qvndctl.h"
 
 #include <QDate>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-
-#include <sstream>
 
 using namespace qvnd;
 using namespace qvnd::tools;
 
 namespace {
 
-// A plan 甲 with two folders and a document, each command a run of the tool of its own.
-struct HistoryTool : testing::Test {
-    test::TemporaryFolder folder{test::inMemory()};
-    QString out;
-    QString err;
-
+// A plan 甲 with two folders and a document, each command a run of the tool of its own. Questions
+// are answered with yes.
+struct HistoryTool : Qvndctl {
     HistoryTool() {
         folder.write("a.doc", "text");
-        qvndctl({"plan", "create", "甲"});
-        qvndctl({"outline", "add-folder", "甲", "甲", "施工部署", "--below"});
-        qvndctl({"outline", "add-document", "甲", "甲.1", folder.path("a.doc"), "--below"});
+        expectDone({"plan", "create", "甲"});
+        expectDone({"outline", "add-folder", "甲", "甲", "施工部署", "--below"});
+        expectDone({"outline", "add-document", "甲", "甲.1", folder.path("a.doc"), "--below"});
     }
     ExitStatus qvndctl(const QStringList& words) {
-        std::ostringstream standardOut;
-        std::ostringstream standardError;
-        const ExitStatus status = run(QStringList{"--home", folder.path("home"), "--yes"} + words,
-                                      standardOut, standardError);
-        out = QString::fromStdString(standardOut.str());
-        err = QString::fromStdString(standardError.str());
-        return status;
+        return Qvndctl::qvndctl(QStringList{"--yes"} + words);
     }
     QStringList keys() {
-        qvndctl({"--json", "outline", "show", "甲"});
         QStringList values;
-        for (const auto& row : QJsonDocument::fromJson(out.toUtf8()).array()) {
+        for (const auto& row : json({"outline", "show", "甲"}).toArray()) {
             values << row.toObject()["Key"].toString();
         }
         return values;
     }
-    QJsonArray list() {
-        qvndctl({"--json", "history", "list"});
-        return QJsonDocument::fromJson(out.toUtf8()).array();
-    }
+    QJsonArray list() { return json({"history", "list"}).toArray(); }
     QByteArray document() const { return folder.read("home/Sys/用户模板/甲/甲.1.1.doc"); }
 };
 
@@ -80,6 +58,23 @@ TEST_F(HistoryTool, ADeletedPlanComesBackWithItsDocuments) {
     EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::done);
     EXPECT_EQ(document(), "text");
     EXPECT_EQ(keys(), QStringList({"甲", "甲.1", "甲.1.1"}));
+}
+
+// Each start lists a plan's folder that it finds; undo goes on to the commands before it.
+TEST_F(HistoryTool, UndoGoesBackBeyondWhatAStartHasFound) {
+    expectDone({"plan", "create", "乙"});
+    expectDone({"plan", "open", "甲"});
+    ASSERT_TRUE(QDir().rename(folder.path("home/Sys/用户模板/乙"), folder.path("乙")));
+    expectDone({"plan", "list"});
+    ASSERT_TRUE(QDir().rename(folder.path("乙"), folder.path("home/Sys/用户模板/乙")));
+    expectDone({"plan", "list"});
+    EXPECT_EQ(list().last().toObject()["操作"].toString(), "启动[乙]");
+    QStringList taken;
+    while (qvndctl({"history", "undo"}) == ExitStatus::done) {
+        taken << out.trimmed();
+    }
+    EXPECT_EQ(taken.size(), 6) << taken.join(' ').toStdString();
+    EXPECT_TRUE(taken.last().startsWith("新建方案[甲]"));
 }
 
 TEST_F(HistoryTool, ShowNamesTheNodesAndTellsWhatElseADeletionTook) {
@@ -125,9 +120,8 @@ TEST_F(HistoryTool, RestoreBeforeAStepTakesItBackToo) {
 TEST_F(HistoryTool, ListFindsStepsByNodeCommandPlanAndTime) {
     qvndctl({"plan", "create", "乙"});
     const auto found = [&](const QStringList& words) {
-        qvndctl(QStringList{"--json", "history", "list"} + words);
         QStringList titles;
-        for (const auto& step : QJsonDocument::fromJson(out.toUtf8()).array()) {
+        for (const auto& step : json(QStringList{"history", "list"} + words).toArray()) {
             titles << step.toObject()["操作"].toString();
         }
         return titles;
@@ -175,12 +169,23 @@ TEST_F(HistoryTool, TakeToAFileCopiesTheDocumentAsItWas) {
     EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲"));
 }
 
-TEST_F(HistoryTool, WithoutAnyStepThereIsNothingToUndo) {
-    const test::TemporaryFolder other(test::inMemory());
-    std::ostringstream standardOut;
-    std::ostringstream standardError;
-    EXPECT_EQ(run({"--home", other.path("home"), "history", "undo"}, standardOut, standardError),
-              ExitStatus::refused);
+TEST_F(HistoryTool, ACommandThatTheHistoryCannotTakeIsRefusedAndGoesOnWithYes) {
+    QDir(folder.path("home/Sys/用户模板/.~history")).removeRecursively();
+    folder.write("home/Sys/用户模板/.~history", "in the way");
+    const QStringList words{"outline", "add-folder", "甲", "甲", "章", "--below"};
+    const QStringList before = keys();
+    EXPECT_EQ(Qvndctl::qvndctl(words), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("操作历史不能写入")) << err.toStdString();
+    EXPECT_EQ(keys(), before);
+    EXPECT_EQ(qvndctl(words), ExitStatus::done);
+    EXPECT_EQ(keys().size(), before.size() + 1);
+}
+
+struct EmptyHistoryTool : Qvndctl {};
+
+TEST_F(EmptyHistoryTool, WithoutAnyStepThereIsNothingToUndo) {
+    EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("没有可以撤消的操作"));
 }
 
 } // namespace

@@ -213,7 +213,7 @@ void frmBid::focusInEvent(QFocusEvent* event) {
 void frmBid::Load() {
     TabTemplate_->setCurrentIndex(0);
     load([this] { loadWorkbench(state_, workbench_, services_.messages, services_.splash); },
-         u"启动"_s);
+         history::caption::start);
     tellWhatWasMended();
     TabTemplate_->setCurrentIndex(0);
     TrvCurrent_->setFocus();

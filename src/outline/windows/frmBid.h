@@ -119,6 +119,7 @@ private:
     void goTo(std::int64_t step, const QString& done);
     void putBackOne(std::int64_t step, const history::Change& change);
     void takeOut(std::int64_t step, const QString& file, const QString& name);
+    void showAnew(const QString& selected);
     void refreshHistoryWindow();
     void applyHistory();
     void tellWhatWasMended();

@@ -1,3 +1,4 @@
+#include "outline/NodeCommands.h"
 #include "outline/PutBack.h"
 #include "outline/TakeBack.h"
 #include "outline/windows/HistoryWindow.h"
@@ -53,6 +54,9 @@ void frmBid::tellWhatWasMended() {
     } else if (found.restored) {
         mended = u"上次运行在撤消或恢复时中断了，现已做完。"_s;
     }
+    if (found.exitKilled) {
+        frame_.showStatus(u"上次运行在退出时中断了；所做的操作都已保存。"_s);
+    }
     if (!mended.isEmpty()) {
         note_->tell(note_->isHidden() ? mended : mended + u'\n' + note_->text());
     }
@@ -70,6 +74,13 @@ void frmBid::applyHistory() {
     menus_.applyHistory(undo, redo);
     menus_.mnuHistory->setEnabled(state_.History != nullptr);
     TbarBid_->applyHistory(undo, redo);
+}
+
+void frmBid::showAnew(const QString& selected) {
+    ignoringErrors([&] {
+        showTables(state_, workbench_, services_, selected);
+        followSelection(state_, workbench_, services_.messages);
+    });
 }
 
 void frmBid::takeBack() {

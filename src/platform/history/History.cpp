@@ -33,20 +33,50 @@ History::Found History::mend() {
     }
     Found found;
     found.restored = restoration_.carryOn();
-    found.unfinished = recorder_.finishKilled();
+    try {
+        mendKilled(found);
+    } catch (const RunTimeError&) { // the next call tries again
+        recorder_.leave();
+        throw;
+    }
     return found;
+}
+
+// Nobody has asked for what a start or an exit does, and the next one does it again.
+void History::mendKilled(Found& found) {
+    if (!recorder_.findKilled()) {
+        return;
+    }
+    const QString caption = recorder_.running().frame().caption;
+    if (caption == caption::start || caption == caption::exit) {
+        restoration_.takeBack();
+        found.exitKilled = caption == caption::exit;
+    } else {
+        found.unfinished = recorder_.finishKilled();
+    }
+}
+
+// Behind a restoration that could not be ended, nothing may be changed: it will be carried on.
+bool History::isHalfRestored() {
+    bool isHalf = false;
+    ignoringErrors([&] { isHalf = exists() && recorder_.file().pendingTarget(); });
+    return isHalf;
 }
 
 History::Found History::begin(const CommandFrame& frame) {
     workspace_.Settle();
+    CommandFrame begun = frame;
     Found found;
-    QString refusal;
+    QString reason;
     try {
         found = mend();
     } catch (const RunTimeError& failure) {
-        refusal = QString::fromStdU16String(failure.description());
+        reason = QString::fromStdU16String(failure.description());
+        if (isHalfRestored()) {
+            begun.goOnWithout = nullptr;
+        }
     }
-    recorder_.begin(frame, program_, refusal);
+    recorder_.begin(begun, program_, reason);
     return found;
 }
 
@@ -63,6 +93,7 @@ History::Outcome History::finish(const QString& selectedAfter) {
     } catch (const RunTimeError& failure) {
         outcome.refusal = QString::fromStdU16String(failure.description());
     }
+    outcome.mayGoOnWithout = !recorder_.hasAsked() && !isHalfRestored();
     try {
         recorder_.running().hasBegun() ? restoration_.takeBack() : recorder_.drop();
     } catch (const RunTimeError& failure) {

@@ -40,16 +40,22 @@ public:
     struct Found {
         std::optional<Step> unfinished; // a command that was killed, now a step
         bool restored = false;          // a restoration was brought to its end
+        // The program was killed while it ended. What it was about to do by itself has been taken
+        // back, as that of a killed start is; the user's commands were all over.
+        bool exitKilled = false;
     };
     Found mend();
 
     // A command begins; what it changes is recorded until `finish`. What has been left behind is
-    // mended before, and told; if it cannot be, the command is refused.
+    // mended before, and told; if it cannot be, changes are refused. Where the first change cannot
+    // be recorded the frame's goOnWithout is asked.
     Found begin(const CommandFrame& frame);
     struct Outcome {
         std::optional<Step> step; // null when nothing was changed, or nothing lasts
         // Why a change was refused or the command taken back; empty when neither was.
         QString refusal;
+        // The user may be asked whether to go on without the history, and was not yet.
+        bool mayGoOnWithout = false;
     };
     Outcome finish(const QString& selectedAfter);
     bool isUnderWay() const { return recorder_.isUnderWay(); }
@@ -89,6 +95,8 @@ public:
 
 private:
     bool exists() const;
+    void mendKilled(Found& found);
+    bool isHalfRestored();
     std::optional<std::int64_t> joinableAt(const QList<Step>& steps, const Limits& limits,
                                            const QDateTime& now);
     void joinWithParent(const Step& step);

@@ -34,6 +34,10 @@ QString Places::longOf(const QString& path) const {
     return path;
 }
 
+bool isDatabase(const QString& path) {
+    return path.endsWith(QStringLiteral(".mdb"), Qt::CaseInsensitive);
+}
+
 QString spelt(const QString& path) {
     return QDir::toNativeSeparators(QDir::cleanPath(files::resolved(path)));
 }

@@ -23,6 +23,9 @@ private:
     QList<std::pair<QChar, QString>> folders_;
 };
 
+// Whether the name is that of a database.
+bool isDatabase(const QString& path);
+
 // A path as the history has it: absolute, with native separators, its names spelt as on disk.
 QString spelt(const QString& path);
 

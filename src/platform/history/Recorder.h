@@ -26,8 +26,8 @@ public:
     HistoryFile& file();
 
     // Changes are recorded from now on as those of one command; all are refused where there is a
-    // reason to.
-    void begin(const CommandFrame& frame, const QString& program, const QString& refusal = {});
+    // reason to, unless the frame's goOnWithout says otherwise.
+    void begin(const CommandFrame& frame, const QString& program, const QString& reason = {});
     // Ends it; null when nothing was changed. Errors leave the command as begun.
     std::optional<Step> finish(const QString& selectedAfter);
     bool isUnderWay() const { return frame_.has_value(); }
@@ -36,15 +36,19 @@ public:
     // Forgets the command under way without a step.
     void drop();
     // Lets the command under way stand as it is; the next start finds it as a killed one.
-    void leave() { frame_.reset(); }
+    void leave();
     // Why a change of the command under way was refused; empty when none was.
     const QString& refusal() const { return refusal_; }
+    // Whether the frame's goOnWithout was asked.
+    bool hasAsked() const { return hasAsked_; }
     // From now on nothing is recorded or refused, until the program ends.
     void stop() { isStopped_ = true; }
 
     // The step that keeps files which another program has changed; it changes nothing itself.
     void recordOutside(const QStringList& files);
-    // The step of a command that was killed; null when none was.
+    // Makes a command that was killed the one under way; false when none was.
+    bool findKilled();
+    // Its step; null when it has changed nothing.
     std::optional<Step> finishKilled();
     // A database that another program has changed since our last change becomes a step.
     void seeOutside(const QString& database);
@@ -66,14 +70,16 @@ private:
     bool records(const QString& path) const;
     template <typename Action>
     void refusing(Action&& action);
+    bool goesOnWithout();
     void ensureBegun();
     void touchDatabase(const QString& path);
     void touchFile(const QString& path, Keeping keeping);
     void touchTree(const QString& folder, const QString& content);
     void addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found);
     void addFiles(QList<Change>& changes, QList<FileChange>& found);
+    std::optional<Step> finishAs(StepKind kind, const QString& selectedAfter);
     std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
-    std::optional<Step> makeKilledStep();
+    std::optional<Step> killedBefore(const Position& position);
     void record(const Step& step, const QList<Change>& changes, const QList<FileChange>& files,
                 const QList<DatabaseChange>& databases);
 
@@ -86,7 +92,9 @@ private:
     RunningCommand running_;
     QMap<QString, QString> spellings_;    // of databases, by the paths they were opened under
     QMap<QString, QSet<QString>> tables_; // that were changed, by database
+    QString reason_;                      // to refuse every change of the command
     QString refusal_;
+    bool hasAsked_ = false;
     bool isStopped_ = false;
 };
 

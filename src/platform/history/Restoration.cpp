@@ -296,11 +296,9 @@ void Restoration::takeBack() {
         }
     }
     inOrder(gone, folders, come);
-    // What this command has kept is nobody else's: it goes back without taking room for a copy.
-    const QString own = QString::number(command.step()) + u'/';
     carryOut(images, [&] {
         for (const PendingFile& file : gone + folders + come) {
-            file.put.startsWith(own) ? kept_.giveBack(file.put, file.path) : perform(file);
+            takeBack(file);
         }
     });
     for (const QString& database : images.keys()) {
@@ -312,6 +310,25 @@ void Restoration::takeBack() {
         });
     }
     recorder_.drop();
+}
+
+// What the command has kept is nobody else's: it goes back without taking room for a copy.
+void Restoration::takeBack(const PendingFile& one) {
+    if (one.put.startsWith(QString::number(recorder_.running().step()) + u'/')) {
+        kept_.giveBack(one.put, one.path);
+        return;
+    }
+    const std::optional<Present> present = recorder_.file().present(one.path);
+    const bool isFromKept = KeptFiles::isKept(one.put);
+    if (isFromKept && present && present->stamp == stampOf(one.path)) {
+        return;
+    }
+    perform(one);
+    if (isFromKept) {
+        ignoringErrors([&] {
+            recorder_.file().setPresent(one.path, {stampOf(one.path), one.put});
+        });
+    }
 }
 
 } // namespace qvnd::history

@@ -49,6 +49,7 @@ private:
     void perform(const PendingFile& file);
     void giveUp();
     void revert(const PendingFile& file);
+    void takeBack(const PendingFile& file);
 
     Recorder& recorder_;
     KeptFiles& kept_;

@@ -93,7 +93,7 @@ void RunningCommand::write(const QStringList& fields) {
 void RunningCommand::read(const QStringList& fields) {
     if (fields[0] == commandEntry && fields.size() == fieldsOfCommand) {
         step_ = fields[1].toLongLong();
-        frame_ = {fields[2], fields[3], fields[4], fields[5], {}, {}};
+        frame_ = {fields[2], fields[3], fields[4], fields[5], {}, {}, {}};
         program_ = fields[6];
         time_ = QDateTime::fromString(fields[7], Qt::ISODateWithMs);
     } else if (fields[0] == touchedEntry && fields.size() == 4) {

@@ -14,6 +14,12 @@ namespace qvnd::history {
 // The first state of all, before any step.
 inline constexpr std::int64_t beginning = 0;
 
+// Captions of what the program does by itself, which nobody has asked for.
+namespace caption {
+inline const QString start = QStringLiteral("启动");
+inline const QString exit = QStringLiteral("退出");
+} // namespace caption
+
 enum class StepKind {
     command = 0,
     unfinished = 1, // a command that the process did not live to end
@@ -68,6 +74,9 @@ struct CommandFrame {
     std::function<std::pair<QString, QString>()> selected;
     // Tells, behind the command, what it did beyond what was asked.
     std::function<QString(const CommandFrame&, const QList<Change>&)> note;
+    // Asks the user, before anything is changed, whether commands may go on without being recorded;
+    // it is given the reason. Null says no.
+    std::function<bool(const QString&)> goOnWithout = {};
 };
 
 } // namespace qvnd::history

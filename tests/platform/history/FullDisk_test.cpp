@@ -117,6 +117,24 @@ TEST_F(FullDisk, AnUndoThatCannotBeEndedLeavesTheStateBeforeIt) {
     EXPECT_GT(failures, 2);
 }
 
+TEST_F(FullDisk, ACommandIsRefusedWhereTheHistoryMayNotBeWritten) {
+    std::vector<std::string> owned{base().toStdString()};
+    QDirIterator at(base(), QDir::AllEntries | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (at.hasNext()) {
+        owned.push_back(at.next().toStdString());
+    }
+    QFile(folder.path()).setPermissions(QFile::Permissions(0x7777));
+    const auto answer = RestrictedProcess::withoutPrivileges(owned, [&]() -> std::optional<long> {
+        HistoryWorld world(base());
+        return changeMuch(world).refusal.isEmpty() ? done : refused;
+    });
+    if (!answer) {
+        GTEST_SKIP() << "rights cannot be given up here";
+    }
+    EXPECT_EQ(*answer, refused);
+    EXPECT_EQ(stateIn(base()), before);
+}
+
 // The command goes on unrecorded when the user has said so.
 TEST_F(FullDisk, WithoutTheHistoryACommandGoesOnAfterTheUserHasSaidSo) {
     const auto answer =

@@ -90,7 +90,7 @@ public:
     // A recorded command.
     history::History::Outcome run(const QString& caption, const Work& work,
                                   const QString& selected = {}) {
-        history->begin({caption, "甲", selected, "名" + selected, {}, {}});
+        history->begin({caption, "甲", selected, "名" + selected, {}, {}, goOnWithout});
         try {
             work();
         } catch (const RunTimeError&) {
@@ -150,6 +150,9 @@ public:
         }
         return rows;
     }
+
+    // What the user answers when a command cannot be recorded; unset for a refusal.
+    std::function<bool(const QString&)> goOnWithout;
 
     std::unique_ptr<files::DiskFileSystem> files;
     std::unique_ptr<history::History> history;

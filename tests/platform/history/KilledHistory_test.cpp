@@ -1,4 +1,5 @@
 #include "platform/history/HistoryWorld.h"
+#include "platform/word/docfile/container/OutputFile.h"
 #include "support/TracedProcess.h"
 
 #ifdef __linux__
@@ -46,16 +47,17 @@ protected:
                                 fs::last_write_time(entry.path()));
         }
     }
-    // Kills the command before each change of a file in turn; `check` sees the folder behind it.
+    // Kills the command before each change of a file in turn, or before one of `stride`; `check`
+    // sees the folder behind it.
     void killEverywhere(const Command& before, const Command& command,
-                        const std::function<void(const QString&)>& check) {
+                        const std::function<void(const QString&)>& check, int stride = 1) {
         const test::TemporaryFolder original(test::inMemory());
         prepare(original.path());
         {
             HistoryWorld world(original.path());
             before(world);
         }
-        for (int deadly = 1;; ++deadly) {
+        for (int deadly = 1;; deadly += stride) {
             const test::TemporaryFolder folder(test::inMemory());
             const QString base = folder.path("w");
             copyWithTimes(original.path().toStdString(), base.toStdString());
@@ -112,6 +114,99 @@ TEST_F(KilledHistory, ACommandKilledAnywhereIsFoundAndOneUndoLeadsToBeforeIt) {
     EXPECT_GT(unfinished, 10);
 }
 
+// The kept copy of a document that is written in place is half when the process dies over it; the
+// document itself is not touched then.
+TEST_F(KilledHistory, ADocumentThatIsWrittenInPlaceKilledAnywhereComesBackWhole) {
+    const QByteArray text(300000, 'a');
+    const auto make = [&](HistoryWorld& world) { world.write("甲/甲.1.doc", text); };
+    const auto edit = [](HistoryWorld& world) {
+        world.run("插入", [&] {
+            const auto folder = word::realOutputFolder();
+            const auto file = folder->openForUpdate(files::toPath(world.path("甲/甲.1.doc")));
+            const std::uint8_t bytes[] = {'X', 'Y'};
+            file->writeAt(0, bytes);
+            file->close();
+        });
+    };
+    int undone = 0;
+    killEverywhere(make, edit, [&](const QString& base) {
+        HistoryWorld world(base);
+        world.history->mend();
+        const QByteArray now = world.read("甲/甲.1.doc");
+        EXPECT_EQ(now.size(), text.size());
+        if (world.history->undoable()->title.startsWith("插入")) {
+            ++undone;
+            world.history->undo();
+        }
+        EXPECT_TRUE(world.read("甲/甲.1.doc") == text);
+    });
+    EXPECT_GT(undone, 1);
+}
+
+// Nobody has asked for what a start or an exit does.
+TEST_F(KilledHistory, AStartOrAnExitKilledAnywhereLeavesTheStateBeforeItAndNoStep) {
+    const State before = stateBehind(nothing, nothing);
+    for (const QString& caption : {history::caption::start, history::caption::exit}) {
+        int killed = 0;
+        const auto change = [&](HistoryWorld& world) {
+            world.run(caption, [&] {
+                world.deletePlan("乙");
+                world.makePlan("丙");
+            });
+        };
+        const auto check = [&](const QString& base) {
+            HistoryWorld world(base);
+            const auto found = world.history->mend();
+            EXPECT_FALSE(found.unfinished);
+            if (world.history->steps().size() == 2) {
+                EXPECT_EQ(world.state(), before);
+                ++killed;
+            }
+            EXPECT_TRUE(!found.exitKilled || caption == history::caption::exit);
+        };
+        killEverywhere(nothing, change, check,
+                       qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? 1 : 11);
+        EXPECT_GT(killed, 5);
+    }
+}
+
+// A plan whose folder had gone when its deletion was killed is forgotten by the next start.
+TEST_F(KilledHistory, WhatTheStartDoesBehindAKilledCommandIsTakenBackWithIt) {
+    const test::TemporaryFolder folder(test::inMemory());
+    const QString base = folder.path("w");
+    folder.makeFolder("w");
+    prepare(base);
+    const State before = stateIn(base);
+    const int changes = TracedProcess::run(
+        [&] {
+            HistoryWorld killed(base);
+            killed.run("删除", [&] {
+                killed.files->DeleteFolder(killed.path("乙"), false);
+                raise(SIGKILL);
+            });
+        },
+        0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    HistoryWorld world(base);
+    ASSERT_TRUE(world.history->mend().unfinished);
+    const auto start =
+        world.run(history::caption::start, [&] { world.db->TableDefs().Delete("乙"); });
+    const State behind = world.state();
+    ASSERT_TRUE(start.step);
+    EXPECT_EQ(start.step->kind, history::StepKind::unfinished);
+    EXPECT_TRUE(start.step->title.startsWith("删除"));
+    EXPECT_EQ(world.history->steps().size(), 3);
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state(), before);
+    ASSERT_TRUE(world.history->redo());
+    EXPECT_EQ(world.state(), behind);
+    world.run("新建", [&] { world.makePlan("丙"); });
+    world.run(history::caption::start, [&] { HistoryWorld::addRow(*world.db, "甲", "甲.8"); });
+    EXPECT_EQ(world.history->steps().size(), 5) << "behind another command a start is its own step";
+}
+
 // Another program goes on with the work space: its next command finds what was left.
 TEST_F(KilledHistory, ACommandOfAnotherProgramIsFoundByTheNextCommandOfThisOne) {
     const test::TemporaryFolder folder(test::inMemory());
@@ -129,7 +224,7 @@ TEST_F(KilledHistory, ACommandOfAnotherProgramIsFoundByTheNextCommandOfThisOne) 
         GTEST_SKIP() << "processes cannot be traced here";
     }
     HistoryWorld world(base);
-    const auto found = world.history->begin({"添加", "甲", {}, {}, {}, {}});
+    const auto found = world.history->begin({"添加", "甲", {}, {}, {}, {}, {}});
     ASSERT_TRUE(found.unfinished);
     HistoryWorld::addRow(*world.db, "甲", "甲.8");
     ASSERT_TRUE(world.history->finish({}).step);
