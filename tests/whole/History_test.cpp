@@ -1,5 +1,6 @@
 #include "outline/RecordedCommand.h"
 #include "outline/TakeBack.h"
+#include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "support/Planner.h"
 #include "support/Text.h"
@@ -125,28 +126,88 @@ protected:
             planner.restart();
             return;
         }
-        outline::RecordedCommand recorded(planner.state(), planner.current(), "操作");
+        outline::RecordedCommand recorded(planner.state(), planner.current(), "操作",
+                                          planner.messages);
         try {
             perform(step);
         } catch (const RunTimeError&) {
             done << "failed";
         }
-        recorded.finish(planner.messages);
+        recorded.finish();
     }
-    void takeBackOrDoAgain() {
+    // False when there is nothing to take back or do again.
+    bool takeBackOrDoAgain() {
         modMain& state = planner.state();
         const unsigned kind = random() % 5;
+        std::optional<history::Step> step;
         if (kind < 2) {
             done << "undo";
-            outline::undo(state, planner.workbench(), planner.services());
+            step = outline::undo(state, planner.workbench(), planner.services());
+            expectSelected(step ? step->selectedBefore : QString());
         } else if (kind < 4) {
             done << "redo";
-            outline::redo(state, planner.workbench(), planner.services());
+            step = outline::redo(state, planner.workbench(), planner.services());
+            expectSelected(step ? step->selectedAfter : QString());
         } else {
-            const std::int64_t step = pick(states.keys(), random());
-            done << "to " + QString::number(step);
-            outline::goToStep(state, planner.workbench(), planner.services(), step);
+            const std::int64_t target = pick(states.keys(), random());
+            done << "to " + QString::number(target);
+            outline::goToStep(state, planner.workbench(), planner.services(), target);
+            return true;
         }
+        return step.has_value();
+    }
+    void expectSelected(const QString& key) {
+        const outline::OutlineNode* selected = planner.current().SelectedItem();
+        if (!key.isEmpty() && planner.current().find(key) != nullptr) {
+            EXPECT_EQ(selected->Key(), key);
+        }
+    }
+    // A tree as the rows of the listed outlines make it.
+    QStringList treeOf(jet::Database& db, const QStringList& outlines) {
+        outline::OutlineTree tree("tree");
+        for (const QString& name : outlines) {
+            ignoringErrors([&] { // a table of another shape shows nothing
+                const auto rows = db.OpenRecordset("Select * from [" + name + "] order by ID asc");
+                outline::FillOutlineTree(*rows, tree);
+            });
+        }
+        return linesOf(tree);
+    }
+    static QStringList linesOf(const outline::OutlineTree& tree) {
+        QStringList lines;
+        for (const QString& key : test::OutlineWorld::shown(tree)) {
+            const outline::OutlineNode& node = tree.Item(key);
+            lines << key + '|' + node.Text() + '|' + QString::number(node.Image());
+        }
+        return lines;
+    }
+    static QStringList namesIn(jet::Database& db, const QString& table) {
+        QStringList names;
+        for (const auto rs = db.OpenRecordset("Select * from " + table); !rs->Eof();
+             rs->MoveNext()) {
+            names << rs->Get(u"名称").TextOrEmpty();
+        }
+        return names;
+    }
+    QStringList there(jet::Database& db, QStringList names, const QString& folder) {
+        names.removeIf([&](const QString& name) {
+            return !planner.folder.exists(folder + '/' + name) || !db.TableDefs().Contains(name);
+        });
+        return names;
+    }
+    // Behind a step back or forth the open plan is that of the tables, and so is what stands in the
+    // three trees.
+    void compareTrees() {
+        jet::Database& user = *planner.state().gDbUser;
+        jet::Database& library = *planner.state().gDbTemplate;
+        const QString plans = "Sys/用户模板";
+        EXPECT_EQ(linesOf(planner.current()),
+                  treeOf(user, there(user, namesIn(user, "当前表"), plans)));
+        EXPECT_EQ(linesOf(planner.plans()),
+                  treeOf(user, there(user, namesIn(user, "遍历表"), plans)));
+        EXPECT_EQ(linesOf(planner.templates()),
+                  treeOf(library, there(library, namesIn(library, "遍历表"), "Sys/标书模板")));
+        ASSERT_FALSE(HasFailure()) << done.join(" ").toStdString();
     }
 
     // What is on disk: rows with their numbers, and files. Trees may be older than the tables.
@@ -192,8 +253,11 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
         run(step);
         compare();
         if (!HasFatalFailure() && random() % 4 == 0) {
-            takeBackOrDoAgain();
+            const bool isTaken = takeBackOrDoAgain();
             compare();
+            if (isTaken) {
+                compareTrees();
+            }
             ++taken;
         }
         if (HasFatalFailure()) {

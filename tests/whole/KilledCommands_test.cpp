@@ -1,13 +1,13 @@
 #include "platform/jet/DBEngine.h"
-#include "support/Files.h"
-#include "support/Text.h"
+#include "platform/jet/file/Image.h"
 #include "support/TracedProcess.h"
-#include "tools/Run.h"
+#include "whole/PlannedHome.h"
 
 #ifdef __linux__
 
 #include <gtest/gtest.h>
 
+#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QMap>
 #include <QSet>
@@ -17,21 +17,18 @@
 #include <sstream>
 
 using namespace qvnd;
+using test::commandsOfAPlanner;
+using test::contentOf;
+using test::everythingIn;
+using test::PlannedHome;
+using test::PlannersCommand;
+using test::qvndctl;
 using test::TracedProcess;
 
 namespace {
 
 const QString plansFolder = QStringLiteral("Sys/用户模板");
 const QString templatesFolder = QStringLiteral("Sys/标书模板");
-
-tools::ExitStatus qvndctl(const QString& home, const QStringList& words) {
-    std::ostringstream out;
-    std::ostringstream err;
-    return tools::run(QStringList{"--home", home, "--yes"} + words, out, err);
-}
-
-// A document's content tells its name, and is long enough to be written in pieces.
-QByteArray contentOf(const QString& name) { return (name + "\n").toUtf8().repeated(30000); }
 
 // One outline as it is on disk: its rows in order, and the file of each document by its key.
 struct Outline {
@@ -76,95 +73,19 @@ Libraries librariesIn(const QString& home) {
             libraryIn(home + "/Sys/Database/Db_Template.mdb")};
 }
 
-// A program folder with the plans 甲 and 乙 and the template 模, of which every run gets a copy.
-class Original {
-public:
-    Original() {
-        for (const char* plan : {"甲", "乙", "模"}) {
-            make(plan);
-        }
-        expectDone({"template", "store", "模"});
-        expectDone({"plan", "delete", "模"});
-        expectDone({"outline", "add-folder", "甲", "甲.2", "甲下", "--below"});
-        // What is copied from the template has other texts.
-        folder.write("新.doc", contentOf("新"));
-    }
-    QString home() const { return folder.path("home"); }
-
-    // With the times of the files: one that has another counts as changed by another program.
-    void copyTo(const QString& target) const {
-        namespace fs = std::filesystem;
-        const fs::path from = home().toStdString();
-        const fs::path to = target.toStdString();
-        fs::copy(from, to, fs::copy_options::recursive);
-        for (const auto& entry : fs::recursive_directory_iterator(from)) {
-            fs::last_write_time(to / entry.path().lexically_relative(from),
-                                fs::last_write_time(entry.path()));
-        }
-    }
-
-    test::TemporaryFolder folder{test::inMemory()};
-
-private:
-    void expectDone(const QStringList& words) {
-        EXPECT_EQ(qvndctl(home(), words), tools::ExitStatus::done) << words.join(' ').toStdString();
-    }
-    void document(const QString& plan, const QString& key, const QString& name) {
-        folder.write(name + ".doc", contentOf(name));
-        expectDone({"outline", "add-document", plan, key, folder.path(name + ".doc"), "--below"});
-    }
-    // P.1 a folder with the document P.1.1, P.2 a folder, P.4 a document, P.5 one that both have.
-    void make(const QString& plan) {
-        expectDone({"plan", "create", plan});
-        for (const char* name : {"章一", "章二"}) {
-            expectDone({"outline", "add-folder", plan, plan, plan + name, "--below"});
-        }
-        document(plan, plan + ".1", plan + "文一");
-        document(plan, plan, plan + "文二");
-        document(plan, plan, plan == "乙" ? "乙共有" : "共有");
-    }
-};
-
-struct KilledCommand {
-    const char* label;
-    QStringList words;
-};
-
-void PrintTo(const KilledCommand& command, std::ostream* out) { *out << command.label; }
-
-std::vector<KilledCommand> commands() {
-    return {
-        {"PlanCreate", {"plan", "create", "丙"}},
-        {"PlanOpen", {"plan", "open", "甲"}},
-        {"PlanDelete", {"plan", "delete", "甲"}},
-        {"FolderBeside", {"outline", "add-folder", "甲", "甲.1", "新", "--beside"}},
-        {"FolderBelow", {"outline", "add-folder", "甲", "甲.1", "新", "--below"}},
-        {"DocumentBeside", {"outline", "add-document", "甲", "甲.1", "新.doc", "--beside"}},
-        {"DocumentBelow", {"outline", "add-document", "甲", "甲.1", "新.doc", "--below"}},
-        {"DeleteNode", {"outline", "delete", "甲", "甲.1"}},
-        {"DeleteRoot", {"outline", "delete", "甲", "甲"}},
-        {"Rename", {"outline", "rename", "甲", "甲.1", "改"}},
-        {"MoveFolderDown", {"outline", "move", "甲", "甲.1", "甲.2"}},
-        {"MoveDocumentUp", {"outline", "move", "甲", "甲.4", "甲.1.3"}},
-        {"CopyFolder", {"outline", "copy", "甲", "甲.2", "模.1"}},
-        {"CopyTemplate", {"outline", "copy", "甲", "甲.2", "模"}},
-        {"CopyOver", {"outline", "copy", "甲", "甲", "模.5"}},
-        {"TemplateStore", {"template", "store", "甲"}},
-        {"TemplateDeleteNode", {"template", "delete", "模.1"}},
-        {"TemplateDelete", {"template", "delete", "模"}},
-    };
-}
-
 constexpr int pointsOfOne = 12;
 
-class KilledCommands : public testing::TestWithParam<KilledCommand> {
+// Every change by hand: QVND_KILL_EVERYWHERE.
+int pointsAmong(int changes) {
+    return qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? changes
+                                                             : std::min(changes, pointsOfOne);
+}
+
+class KilledCommands : public testing::TestWithParam<PlannersCommand> {
 protected:
     void SetUp() override { ASSERT_FALSE(HasFailure()); }
 
-    QStringList words() const {
-        QStringList given = GetParam().words;
-        return given.replaceInStrings("新.doc", original.folder.path("新.doc"));
-    }
+    QStringList words() const { return original.wordsOf(GetParam()); }
     TracedProcess::Work commandIn(const QString& home) const {
         return [this, home] { qvndctl(home, words()); };
     }
@@ -220,7 +141,7 @@ protected:
         }
     }
 
-    Original original;
+    PlannedHome original;
 };
 
 TEST_P(KilledCommands, LeaveEveryOutlineAndDocumentWholeAtWhateverPoint) {
@@ -255,8 +176,99 @@ TEST_P(KilledCommands, LeaveEveryOutlineAndDocumentWholeAtWhateverPoint) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, KilledCommands, testing::ValuesIn(commands()),
+// What the next start says, and how many steps it lists.
+struct NextStart {
+    explicit NextStart(const QString& home) {
+        std::ostringstream plans;
+        std::ostringstream out;
+        std::ostringstream err;
+        tools::run({"--home", home, "plan", "list"}, plans, err);
+        tools::run({"--home", home, "history", "list"}, out, err);
+        listed = QString::fromStdString(out.str());
+        steps = listed.count('\n');
+        said = QString::fromStdString(err.str());
+    }
+    bool tellsCommand() const { return said.contains("没有做完"); }
+    bool tellsExit() const { return said.contains("上次运行在退出时中断了；所做的操作都已保存。"); }
+
+    QString listed;
+    qsizetype steps;
+    QString said;
+};
+
+// A command that was not told of was either not begun or done whole; what only opens a plan is no
+// step to undo. What the start and the exit do by themselves is no step beside it.
+TEST_P(KilledCommands, AreToldAtTheNextStartAndOneUndoLeadsToBeforeThem) {
+    const NextStart atFirst(original.home());
+    const auto before = everythingIn(original.home());
+    const QString undisturbed = original.folder.path("undisturbed");
+    original.copyTo(undisturbed);
+    const int changes = TracedProcess::run(commandIn(undisturbed), 0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    EXPECT_NE(everythingIn(undisturbed), before);
+    const bool isStep = NextStart(undisturbed).steps > atFirst.steps;
+    const int points = pointsAmong(changes);
+    int unfinished = 0;
+    for (int i = 0; i < points && !HasFailure(); ++i) {
+        const int point = 1 + i * changes / points;
+        SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
+                     std::to_string(changes));
+        const QString home = original.folder.path("killed");
+        original.copyTo(home);
+        EXPECT_EQ(TracedProcess::run(commandIn(home), point), point - 1);
+        const NextStart next(home);
+        unfinished += next.tellsCommand();
+        const qsizetype steps = next.steps - atFirst.steps;
+        EXPECT_TRUE(steps == 1 || (steps == 0 && !next.tellsCommand()))
+            << next.listed.toStdString() << next.said.toStdString();
+        if (steps == 1) {
+            EXPECT_EQ(qvndctl(home, {"history", "undo"}), tools::ExitStatus::done);
+            EXPECT_EQ(everythingIn(home), before);
+        }
+        std::filesystem::remove_all(home.toStdString());
+    }
+    EXPECT_TRUE(unfinished > 0 || !isStep);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, KilledCommands, testing::ValuesIn(commandsOfAPlanner()),
                          [](const auto& tested) { return std::string(tested.param.label); });
+
+// The copy of the plan that the exit makes level is whole in either state, and nothing of it is to
+// be taken back.
+TEST(KilledExit, IsToldAndLeavesOnlyTheCommandToUndo) {
+    const PlannedHome original;
+    const auto before = everythingIn(original.home());
+    const QStringList words{"outline", "rename", "甲", "甲.1", "改"};
+    const QString home = original.folder.path("killed");
+    const auto rename = [&] { qvndctl(home, words); };
+    original.copyTo(home);
+    const int changes = TracedProcess::run(rename, 0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    int told = 0;
+    for (int point = changes; point > changes / 2 && told < 4; point -= 5) {
+        SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
+                     std::to_string(changes));
+        std::filesystem::remove_all(home.toStdString());
+        original.copyTo(home);
+        EXPECT_EQ(TracedProcess::run(rename, point), point - 1);
+        const QString copy = home + "/" + plansFolder + "/甲/甲.mdb";
+        const NextStart next(home);
+        if (!next.tellsExit()) {
+            continue;
+        }
+        ++told;
+        EXPECT_FALSE(next.tellsCommand());
+        EXPECT_FALSE(NextStart(home).tellsExit()) << "it is told once";
+        EXPECT_TRUE(jet::ImageTables(jet::imageOf(copy)).tables().contains("甲"));
+        EXPECT_EQ(qvndctl(home, {"history", "undo"}), tools::ExitStatus::done);
+        EXPECT_EQ(everythingIn(home), before);
+    }
+    EXPECT_GT(told, 0);
+}
 
 } // namespace
 

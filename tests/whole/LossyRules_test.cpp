@@ -138,4 +138,121 @@ TEST_F(LossyRule, APlanStoredOverAFolderThatIsThereOverwritesItsFiles) {
     EXPECT_TRUE(note.contains("覆盖了 1 个文件：" + documentKey + ".doc")) << note.toStdString();
 }
 
+TEST_F(LossyRule, DeletingANodeOfATemplateTakesKeysThatBeginWithItsKeyAndTheirFiles) {
+    planner.storeTemplate();
+    planner.pressTemplate("甲.1");
+    const QString note = noteOf("删除模板", [&] { planner.deleteTemplate(); });
+    EXPECT_EQ(note, "同时移除了 4 个节点：章10、章11、章12、文");
+    EXPECT_FALSE(planner.folder.names("Sys/标书模板/甲").contains(documentKey + ".doc"));
+}
+
+TEST_F(LossyRule, DeletingThePlanWithoutItsRootSelectedLeavesTablesThatTheNextRefreshForgets) {
+    planner.newPlan("乙");
+    planner.clickPlan("甲");
+    planner.click("甲.2");
+    const model::Snapshot before = onDisk();
+    {
+        outline::RecordedCommand recorded(planner.state(), planner.current(), "删除当前方案",
+                                          planner.messages);
+        planner.deletePlan();
+    }
+    EXPECT_TRUE(planner.state().gDbUser->TableDefs().Contains("甲"));
+    std::optional<history::Step> step;
+    {
+        outline::RecordedCommand recorded(planner.state(), planner.current(), "添加下级文档",
+                                          planner.messages);
+        planner.clickPlan("乙");
+        planner.click("乙");
+        planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+        step = recorded.finish();
+    }
+    ASSERT_TRUE(step);
+    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    outline::undo(planner.state(), planner.workbench(), planner.services());
+    outline::undo(planner.state(), planner.workbench(), planner.services());
+    expectSame(onDisk(), before);
+}
+
+// Taken back at once: the next start would find the folder and list its plan again.
+TEST_F(LossyRule, ANameWithoutATableIsForgottenByARefresh) {
+    planner.newPlan("乙");
+    planner.click("乙");
+    planner.state().gDbUser->TableDefs().Delete("甲");
+    const model::Snapshot before = onDisk();
+    outline::RecordedCommand recorded(planner.state(), planner.current(), "添加下级文档",
+                                      planner.messages);
+    planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    const auto step = recorded.finish();
+    ASSERT_TRUE(step);
+    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    outline::undo(planner.state(), planner.workbench(), planner.services());
+    expectSame(onDisk(), before);
+}
+
+TEST_F(LossyRule, ARefreshForgetsATemplateWhoseFolderIsGone) {
+    planner.storeTemplate();
+    planner.newPlan("乙");
+    QDir(planner.folder.path("Sys/标书模板/甲")).removeRecursively();
+    planner.click("乙");
+    outline::RecordedCommand recorded(planner.state(), planner.current(), "存入方案模板",
+                                      planner.messages);
+    planner.storeTemplate();
+    const auto step = recorded.finish();
+    ASSERT_TRUE(step);
+    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    EXPECT_FALSE(planner.state().gDbTemplate->TableDefs().Contains("甲"));
+    outline::undo(planner.state(), planner.workbench(), planner.services());
+    EXPECT_TRUE(planner.state().gDbTemplate->TableDefs().Contains("甲"));
+    EXPECT_FALSE(planner.state().gDbTemplate->TableDefs().Contains("乙"));
+}
+
+TEST_F(LossyRule, ATemplateWithoutItsTableLosesItsOwnDatabase) {
+    planner.storeTemplate();
+    planner.newPlan("乙");
+    planner.click("乙");
+    planner.state().gDbTemplate->TableDefs().Delete("甲");
+    const model::Snapshot before = onDisk();
+    outline::RecordedCommand recorded(planner.state(), planner.current(), "存入方案模板",
+                                      planner.messages);
+    planner.storeTemplate();
+    const auto step = recorded.finish();
+    ASSERT_TRUE(step);
+    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    EXPECT_FALSE(planner.folder.exists("Sys/标书模板/甲/甲.mdb"));
+    outline::undo(planner.state(), planner.workbench(), planner.services());
+    EXPECT_TRUE(planner.folder.exists("Sys/标书模板/甲/甲.mdb"));
+    expectSame(onDisk(), before);
+}
+
+TEST_F(LossyRule, ATemplateDocumentWithoutItsFileLosesItsRow) {
+    planner.storeTemplate();
+    QFile::remove(planner.folder.path("Sys/标书模板/甲/" + documentKey + ".doc"));
+    planner.pressTemplate(documentKey);
+    EXPECT_EQ(noteOf("浏览", [&] { planner.browseTemplate(); }), "同时移除了 1 个节点：文");
+}
+
+TEST_F(LossyRule, AFolderOfPlansThatTheStartFindsIsListed) {
+    planner.newPlan("乙");
+    planner.exit();
+    const QDir plans(planner.folder.path("Sys/用户模板"));
+    ASSERT_TRUE(QDir().rename(plans.filePath("甲"), planner.folder.path("甲")));
+    planner.start();
+    planner.exit();
+    ASSERT_TRUE(QDir().rename(planner.folder.path("甲"), plans.filePath("甲")));
+    planner.start();
+    const history::Step step = planner.state().History->undoable().value_or(history::Step{});
+    EXPECT_EQ(step.title, "启动[甲]");
+    EXPECT_EQ(step.note, "列入了文件夹中的大纲：甲");
+    EXPECT_TRUE(planner.state().gDbUser->TableDefs().Contains("甲"));
+    EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
+    EXPECT_FALSE(planner.state().gDbUser->TableDefs().Contains("甲"));
+    EXPECT_TRUE(plans.exists("甲/" + documentKey + ".doc"));
+}
+
+TEST_F(LossyRule, AMovedDocumentOverwritesAFileOfItsNewName) {
+    planner.folder.write(fileOf("甲.2.1"), "mine");
+    const QString note = noteOf("拖放", [&] { planner.drag(documentKey, "甲.2"); });
+    EXPECT_TRUE(note.startsWith("覆盖了 1 个文件：")) << note.toStdString();
+}
+
 } // namespace

@@ -99,14 +99,24 @@ TEST_F(RecordedCommands, DeleteANodeOfATemplate) {
     EXPECT_TRUE(hasLine(step, "移除 章"));
 }
 
+TEST_F(RecordedCommands, TheStrayCopyOfAnOverwrite) {
+    planner.click(folder);
+    planner.pressTemplate(planner.templates().Item(3).Key());
+    planner.copy();
+    const auto step = record("粘贴", [&] { planner.paste(true); });
+    EXPECT_TRUE(hasLine(step, "改写文件")) << changesOf(step).join('\n').toStdString();
+    EXPECT_EQ(step.note, "覆盖了 1 个文件：" + document + ".doc\n留下了没有节点的文件：.doc");
+}
+
 TEST_F(RecordedCommands, OpeningAPlanLevelsTheCopyOfTheFormerOneAndIsBookkeeping) {
     planner.newPlan("乙");
     planner.click("乙");
     planner.addFolder(outline::AddMode::below, "章");
     planner.rename("未平");
-    outline::RecordedCommand recorded(planner.state(), planner.current(), "打开方案");
+    outline::RecordedCommand recorded(planner.state(), planner.current(), "打开方案",
+                                      planner.messages);
     planner.clickPlan("甲");
-    const auto step = recorded.finish(planner.messages);
+    const auto step = recorded.finish();
     ASSERT_TRUE(step);
     EXPECT_TRUE(step->isMinor);
     EXPECT_NE(planner.state().History->undoable()->id, step->id);
@@ -122,6 +132,21 @@ TEST_F(RecordedCommands, ForgettingByTheStart) {
     EXPECT_EQ(step.note, "文件夹或表已不在，因此不再记录大纲：甲");
     EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
     EXPECT_TRUE(planner.state().gDbUser->TableDefs().Contains("甲"));
+}
+
+TEST_F(RecordedCommands, SettingsAndTheirLibraries) {
+    test::FakeInputBoxes inputs;
+    test::FakeFonts fonts;
+    test::FakeShell shell;
+    inputs.answers = {"常用"};
+    const auto step = record("施工方案设置", [&] {
+        format::frmBidSet dialog(planner.state(), {planner.messages, inputs, planner.dialogs, fonts,
+                                                   shell, planner.word});
+        dialog.form().headerFooter.chkHeader.click();
+        dialog.form().settingLibrary.cmdSaveSet.click();
+    });
+    EXPECT_TRUE(hasLine(step, "新建大纲或表 常用页面")) << changesOf(step).join('\n').toStdString();
+    EXPECT_TRUE(hasLine(step, "改动“页眉页脚表”中的记录"));
 }
 
 // The word processor of the insertion is our own engine, which writes the file by itself.

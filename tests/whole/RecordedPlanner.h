@@ -27,9 +27,10 @@ protected:
     // file back to the state before it, and redo to the one behind it, in which it ends.
     history::Step record(const QString& caption, const std::function<void()>& command) {
         const model::Snapshot before = onDisk();
-        outline::RecordedCommand recorded(planner.state(), planner.current(), caption);
+        outline::RecordedCommand recorded(planner.state(), planner.current(), caption,
+                                          planner.messages);
         command();
-        const auto step = recorded.finish(planner.messages);
+        const auto step = recorded.finish();
         const model::Snapshot behind = onDisk();
         EXPECT_TRUE(step) << "nothing was recorded";
         planner.restart();
