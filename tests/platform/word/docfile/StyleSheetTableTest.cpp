@@ -220,6 +220,16 @@ TEST_F(StyleSheetTable, BaseThatIsMissingOfAnotherKindOrInACircleIsGivenUpAndNam
     EXPECT_EQ(remarks[2], u"样式“circle”的基准样式不合规定，不再沿用");
 }
 
+TEST_F(StyleSheetTable, AParagraphStyleBasedOnAStyleOfCharactersIsBasedOnTheStandardOne) {
+    StyleDefinition bullets = named(u"bullets", StyleKind::paragraph);
+    bullets.basedOn = 16;
+    const StyleSheet read =
+        throughFile(sheetOf({{15, bullets}, {16, named(u"mark", StyleKind::character)}}));
+    EXPECT_EQ(read.styles.at(15)->basedOn, 0);
+    ASSERT_EQ(remarks.size(), 1U);
+    EXPECT_EQ(remarks[0], u"样式“bullets”的基准样式不合规定，不再沿用");
+}
+
 // 4,095 styles, each over the next, took seconds and as many nested calls to bring in.
 TEST_F(StyleSheetTable, NoChainOfBasesIsLongerThan64) {
     std::vector<std::pair<std::size_t, StyleDefinition>> styles;

@@ -10,6 +10,7 @@ namespace {
 
 // Word itself stops far earlier. What comes to know a style walks over its bases.
 constexpr std::size_t deepestBase = 64;
+constexpr StyleIndex standard = 0; // the style that all others of paragraphs stand on
 
 class Repair {
 public:
@@ -76,14 +77,23 @@ private:
         return true;
     }
 
+    // Word processors base such a style on the standard one.
+    static bool isBasedOnCharacters(const StyleDefinition& style, const StyleDefinition* base) {
+        return style.kind == StyleKind::paragraph && base != nullptr &&
+               base->kind == StyleKind::character;
+    }
+
     void checkBase(StyleDefinition& style, std::size_t istd) {
         const StyleDefinition* base = at(style.basedOn);
         const bool own = base == nullptr || base->kind != style.kind;
         if (style.basedOn == StyleDefinition::none || (!own && basesAreSound(istd))) {
             return;
         }
-        style.basedOn = StyleDefinition::none;
-        depths_[istd] = 1;
+        style.basedOn = isBasedOnCharacters(style, base) ? standard : StyleDefinition::none;
+        if (style.basedOn == StyleDefinition::none || !basesAreSound(istd)) {
+            style.basedOn = StyleDefinition::none;
+            depths_[istd] = 1;
+        }
         remarks_.push_back(u"样式“" + style.name + u"”的基准样式不合规定，不再沿用");
     }
 

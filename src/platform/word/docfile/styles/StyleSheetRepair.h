@@ -7,7 +7,8 @@ namespace qvnd::word {
 
 // Makes a style sheet as other programs write it one that the format allows: every style has a
 // name of its own, bases are of the style's kind and run in no circle, next and linked styles
-// exist. A base given up is named in `remarks`, since the look may change.
+// exist. A paragraph style based on one of characters gets the standard style as its base, as word
+// processors have it. A base given up is named in `remarks`, since the look may change.
 void repairStyleSheet(StyleSheet& sheet, Remarks& remarks);
 
 } // namespace qvnd::word
