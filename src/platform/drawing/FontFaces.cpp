@@ -235,13 +235,17 @@ private:
         return static_cast<FaceId>(faces_.size() - 1);
     }
 
-    // A stand-in for some characters: in a known face they have that face's room.
+    // A stand-in for some characters: in a known face they have that face's room. The office suite
+    // gives every line the room of the face that was asked for.
     FaceId addStandIn(Face& face, const FaceFile& file) {
         const auto known = face.standInsByFile.find(file);
         if (known != face.standInsByFile.end()) {
             return known->second;
         }
         const FaceId id = add(face.request, file);
+        if (choice_ == FontChoice::here) {
+            faces_[id]->heights = face.heights;
+        }
         face.standInsByFile.emplace(file, id);
         return id;
     }

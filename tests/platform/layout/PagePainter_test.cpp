@@ -187,6 +187,15 @@ TEST(KnownFaces, ALineOfAnEastAsianFaceIsThreeTenthsHigherThanTheFace) {
     EXPECT_FALSE(knownFace(u"Nothing Known"));
 }
 
+TEST(FontFaces, AStandInOfTheOfficeSuiteLeavesALineItsHeight) {
+    FontFaces fonts(FontChoice::here);
+    const layout::FaceId face = fonts.face({u"DejaVu Sans", false, false, false});
+    const layout::FaceId standIn = fonts.shownBy(face, U'施');
+    ASSERT_NE(standIn, face) << "no font with Chinese characters is installed";
+    EXPECT_DOUBLE_EQ(fonts.heights(standIn).ascent, fonts.heights(face).ascent);
+    EXPECT_DOUBLE_EQ(fonts.heights(standIn).descent, fonts.heights(face).descent);
+}
+
 TEST(KnownFaces, MeasuresOfANamedFaceAreItsOwnWhateverStandsInForIt) {
     FontFaces fonts(FontChoice::named);
     const layout::FaceId face = fonts.face({u"仿宋_GB2312", false, false, true});

@@ -34,6 +34,9 @@ void readFonts(const ResolvedProperties& look, ResolvedText& format) {
     format.eastAsianFont = font(sprm::CRgFtc1);
     format.otherFont = font(sprm::CRgFtc2);
     format.eastAsianHint = numberOf(look, sprm::CIdctHint, 0) == 1;
+    constexpr std::uint32_t noLanguage = 0x0400; // LID, [MS-DOC] 2.9.145
+    const auto language = settingOf(look, sprm::CRgLid1);
+    format.hasNoLanguage = language && numberOf(*language) == noLanguage;
 }
 
 void readMeasures(const ResolvedProperties& look, ResolvedText& format) {

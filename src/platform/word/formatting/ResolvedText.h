@@ -22,6 +22,7 @@ struct ResolvedText {
     std::uint16_t eastAsianFont = 0;
     std::uint16_t otherFont = 0;
     bool eastAsianHint = false; // signs that both fonts have are Chinese (sprmCIdctHint)
+    bool hasNoLanguage = false; // its Chinese text is said to be in none
     int halfPoints = 20;
     bool bold = false;
     bool italic = false;

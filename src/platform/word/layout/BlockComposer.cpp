@@ -116,6 +116,9 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     const word::ResolvedParagraph& format = shared_.formats.paragraph(run.style, run.properties);
     const ParagraphItems items = reader_.read(paragraph, starts_[paragraph], fields_);
+    if (items.isLeftOut) {
+        return {};
+    }
     const auto first = std::find_if(items.items.begin(), items.items.end(),
                                     [&](const TextItem& item) { return item.at >= from; });
     Strips strips = composeLines(items, format, shared_.fonts, setting,

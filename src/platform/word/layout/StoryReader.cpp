@@ -130,6 +130,7 @@ std::u16string StoryReader::fontName(std::uint16_t index) const {
 
 FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
     const bool eastAsian = isEastAsian(c) || (format.eastAsianHint && isOfEitherScript(c));
+    const bool asksForChinese = eastAsian && !(shared_.officeText && format.hasNoLanguage);
     // Symbols stand in the font of Latin letters, whatever sign they are shown as.
     const bool latin = c < 0x80 || isLatinLetter(c) ||
                        (!eastAsian && word::isSymbolFont(fontName(format.latinFont)));
@@ -137,10 +138,11 @@ FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
                                : latin   ? format.latinFont
                                          : format.otherFont;
     const unsigned style =
-        (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (eastAsian ? 4U : 0U);
+        (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (asksForChinese ? 4U : 0U);
     const auto [known, isNew] = faces_.try_emplace({font, style});
     if (isNew) {
-        known->second = shared_.fonts.face({fontName(font), format.bold, format.italic, eastAsian});
+        known->second =
+            shared_.fonts.face({fontName(font), format.bold, format.italic, asksForChinese});
     }
     return shared_.fonts.shownBy(known->second, c);
 }
@@ -152,8 +154,20 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
     if (end > start && isMark(story_.text[end - 1])) {
         --end;
     }
+    // In the office suite a break right behind a paragraph's end is none of its own.
+    bool isBehindEnd = shared_.officeText && start > 0 && endsParagraph(start - 1);
+    if (isBehindEnd && run.length == 1 && story_.text[start] == pageBreak) {
+        result.isLeftOut = true;
+        return result;
+    }
     readLabel(paragraph, start, result);
     for (word::Cp at = start; at < end; ++at) {
+        if (isBehindEnd && story_.text[at] == pageBreak) {
+            result.startsPage = result.startsPage || at == start;
+            isBehindEnd = false;
+            continue;
+        }
+        isBehindEnd = shared_.officeText && story_.text[at] == pageBreak;
         const Span* span = spanAt(at);
         if (span != nullptr) {
             if (span->shows != Span::Shows::nothing && at == span->begin) {
@@ -178,6 +192,19 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
     result.markFace = faceOf(mark, mark.eastAsianHint ? U'中' : U'x');
     result.characterWidth = result.items.empty() ? result.markSize : result.items.front().size;
     return result;
+}
+
+// Whether a paragraph ends at that character, as the office suite has it: behind a mark, or at a
+// break that does not stand behind a paragraph's end itself.
+bool StoryReader::endsParagraph(word::Cp at) const {
+    constexpr word::Cp mostBreaks = 64;
+    word::Cp breaks = 0;
+    while (breaks <= at && breaks < mostBreaks && story_.text[at - breaks] == pageBreak) {
+        ++breaks;
+    }
+    const char16_t before = breaks <= at ? story_.text[at - breaks] : u'\0';
+    const bool isBehindMark = before == u'\r' || before == u'\a';
+    return (breaks % 2 != 0) != isBehindMark;
 }
 
 const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word::Cp start,

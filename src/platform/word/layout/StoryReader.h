@@ -46,6 +46,8 @@ struct ParagraphItems {
     double markSize = 210;
     double characterWidth = 210;   // of a full-width character, for indents in characters
     std::vector<word::Cp> anchors; // of drawings
+    bool startsPage = false;       // a page break stands before all of it
+    bool isLeftOut = false;        // takes no room at all
 };
 
 // Whether the anchor's index is that of a footnote or an endnote.
@@ -67,6 +69,8 @@ public:
         // An empty paragraph's mark takes over what is said of the mark before (LayoutOptions).
         bool marksInherit = false;
         bool showsDeleted = false; // text that a tracked change deletes, struck out
+        // Breaks and languages as the office suite has them (LayoutOptions::officeLines).
+        bool officeText = false;
         word::FormatResolver formats;
         word::ListNumbers numbers;
         std::map<std::uint32_t, std::pair<double, double>> pictureSizes; // by blob, in twips
@@ -89,6 +93,7 @@ private:
     };
 
     void findFields();
+    bool endsParagraph(word::Cp at) const;
     const Span* spanAt(word::Cp at) const;
     const word::CharacterRun& runAt(word::Cp at);
     const word::ResolvedText& formatAt(word::Cp at, word::StyleIndex style);

@@ -63,6 +63,12 @@ TEST_F(Formats, FontsAreThoseOfTheScriptsAndOfTheSheetWhereNobodySaysOne) {
     EXPECT_TRUE(text(own).eastAsianHint);
 }
 
+TEST_F(Formats, TextMayBeSaidToBeInNoLanguage) {
+    EXPECT_FALSE(text({}).hasNoLanguage);
+    EXPECT_FALSE(text(withSprm16({}, sprm::CRgLid1, 0x0804)).hasNoLanguage);
+    EXPECT_TRUE(text(withSprm16({}, sprm::CRgLid1, 0x0400)).hasNoLanguage);
+}
+
 TEST_F(Formats, ColoursByNumberAndByPartsAreOneProperty) {
     EXPECT_EQ(text({}).colour, std::nullopt);
     EXPECT_EQ(text(withSprm8({}, sprm::CIco, 6)).colour, 0xFF0000U);
