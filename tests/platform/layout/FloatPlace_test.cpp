@@ -1,5 +1,7 @@
 #include "platform/word/layout/FloatPlace.h"
 
+#include "platform/word/layout/PageObstacles.h"
+
 #include <gtest/gtest.h>
 
 namespace qvnd::layout {
@@ -60,30 +62,68 @@ TEST(FloatPlace, AnAlignedOneStandsAtTheStartInTheMiddleOrAtTheEnd) {
     EXPECT_DOUBLE_EQ(areaOf(place, page()).bottom, 4000);
 }
 
-TEST(FloatPlace, ALineTakesTheWidestPlaceBesideObstacles) {
+TEST(FloatPlace, ALineStandsOnBothSidesOfAnObstacle) {
     const std::vector<Obstacle> obstacles{{{500, 0, 700, 100}, true}};
-    const LineGap gap = gapFor(obstacles, {50, 0, 2000}, 100, 300);
-    EXPECT_DOUBLE_EQ(gap.left, 700);
-    EXPECT_DOUBLE_EQ(gap.right, 2000);
-    EXPECT_DOUBLE_EQ(gap.top, 50);
+    const std::vector<LineGap> expected{{50, 0, 500}, {50, 700, 2000}};
+    EXPECT_EQ(gapsFor(obstacles, {50, 0, 2000}, 100, 300), expected);
+}
+
+TEST(FloatPlace, APlaceThatIsTooNarrowIsLeftOut) {
+    const std::vector<Obstacle> obstacles{{{200, 0, 700, 100}, true}};
+    const std::vector<LineGap> expected{{50, 700, 2000}};
+    EXPECT_EQ(gapsFor(obstacles, {50, 0, 2000}, 100, 300), expected);
 }
 
 TEST(FloatPlace, ALineThatHasTooLittleRoomBesideGoesBelow) {
     const std::vector<Obstacle> obstacles{{{0, 0, 1800, 100}, true}, {{0, 0, 1900, 400}, true}};
-    const LineGap gap = gapFor(obstacles, {50, 0, 2000}, 100, 300);
-    EXPECT_DOUBLE_EQ(gap.top, 400);
-    EXPECT_DOUBLE_EQ(gap.left, 0);
+    const std::vector<LineGap> expected{{400, 0, 2000}};
+    EXPECT_EQ(gapsFor(obstacles, {50, 0, 2000}, 100, 300), expected);
 }
 
 TEST(FloatPlace, NothingStandsBesideWhatHasNoTextBesideIt) {
     const std::vector<Obstacle> obstacles{{{0, 0, 100, 300}, false}};
-    EXPECT_DOUBLE_EQ(gapFor(obstacles, {0, 0, 2000}, 100, 300).top, 300);
+    const std::vector<LineGap> expected{{300, 0, 2000}};
+    EXPECT_EQ(gapsFor(obstacles, {0, 0, 2000}, 100, 300), expected);
 }
 
 TEST(FloatPlace, ALineThatMeetsNothingStaysWhereItIsHoweverNarrow) {
-    const LineGap gap = gapFor({{{0, 0, 100, 300}, true}}, {300, 0, 200}, 100, 1000);
-    EXPECT_DOUBLE_EQ(gap.top, 300);
-    EXPECT_DOUBLE_EQ(gap.right, 200);
+    const std::vector<LineGap> expected{{300, 0, 200}};
+    EXPECT_EQ(gapsFor({{{0, 0, 100, 300}, true}}, {300, 0, 200}, 100, 1000), expected);
+}
+
+TEST(FloatPlace, TheFirstObstacleInALinesWayEndsFirst) {
+    const std::vector<Obstacle> obstacles{{{0, 0, 100, 300}, true}, {{500, 0, 600, 200}, true}};
+    EXPECT_DOUBLE_EQ(endOfObstacle(obstacles, {50, 0, 2000}, 100), 200);
+    EXPECT_DOUBLE_EQ(endOfObstacle(obstacles, {300, 0, 2000}, 100), 300) << "nothing in its way";
+}
+
+// An obstacle from 500 to 700 across, in a column of 2000.
+PageArea inColumn(FloatPlace::Side side) {
+    AnchoredFloat floating;
+    floating.place.wrap = FloatPlace::Wrap::beside;
+    floating.place.side = side;
+    floating.place.left = 500;
+    floating.place.width = 200;
+    floating.place.height = 100;
+    Strips strips(1);
+    strips[0].floats.push_back(std::move(floating));
+    FloatFrame frame;
+    frame.column = {0, 0, 2000, 0};
+    PageObstacles obstacles;
+    obstacles.add(strips, frame);
+    return obstacles.within({0, 0, 2000, 1000}).at(0).area;
+}
+
+TEST(PageObstacles, WithTextOnOneSideAloneTheyReachToTheColumnsOtherEnd) {
+    using Side = FloatPlace::Side;
+    EXPECT_DOUBLE_EQ(inColumn(Side::both).left, 500);
+    EXPECT_DOUBLE_EQ(inColumn(Side::both).right, 700);
+    EXPECT_DOUBLE_EQ(inColumn(Side::left).left, 500);
+    EXPECT_DOUBLE_EQ(inColumn(Side::left).right, 2000);
+    EXPECT_DOUBLE_EQ(inColumn(Side::right).left, 0);
+    EXPECT_DOUBLE_EQ(inColumn(Side::right).right, 700);
+    EXPECT_DOUBLE_EQ(inColumn(Side::wider).left, 0) << "there is more room at the right";
+    EXPECT_DOUBLE_EQ(inColumn(Side::wider).right, 700);
 }
 
 } // namespace

@@ -79,6 +79,14 @@ TEST_F(LineHeights, OnAGridTheOfficeSuiteMultipliesUnitsAndOfTheLastLineItsConte
     EXPECT_DOUBLE_EQ(room().height, 250);
 }
 
+TEST_F(LineHeights, TheOfficeSuiteTakesOverWholePercentsOfAMultiple) {
+    setting.options.officeLines = true;
+    space(Spacing::multiple, 416); // 173.3 %
+    EXPECT_DOUBLE_EQ(room().height, 346);
+    setting.options.officeLines = false;
+    EXPECT_NEAR(room().height, 346.67, 0.01);
+}
+
 TEST_F(LineHeights, AParagraphOffTheGridIsSetAsWithoutOne) {
     setting.grid.linePitch = 250;
     format.snapsToGrid = false;

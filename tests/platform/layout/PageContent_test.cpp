@@ -120,6 +120,23 @@ TEST_F(PageContent, APictureStandsInItsLineInItsSize) {
     EXPECT_EQ(placed.blob, document.tables.blobs[0]);
 }
 
+TEST_F(PageContent, APictureThatIsTooWideForThePlaceBesideAFrameGoesBelow) {
+    auto picture = *word::Picture::fromImage(test::png(96, 48));
+    picture.setWidth(1500);
+    picture.setHeight(500);
+    document.tables.blobs.push_back(picture.blob());
+    Bytes frame = withSprm16(withSprm16({}, sprm::PDxaWidth, 800), sprm::PWHeightAbs, 0x8000 | 400);
+    type(u"框\r", frame);
+    type(u"\x01\r");
+    main.characters = {
+        {2, {}},
+        {1, intern(withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1))},
+        {1, {}}};
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 1U);
+    EXPECT_DOUBLE_EQ(page.layer.pictures[0].y, 1400);
+}
+
 TEST_F(PageContent, RowsWithDifferentEdgesStandAtTheirOwn) {
     typeRow({u"宽", u"窄"}, {0, 1300, 2000});
     typeRow({u"一", u"二", u"三"}, {0, 700, 1310, 2000});

@@ -72,6 +72,10 @@ TEST_F(Shapes, TheirPlaceAndWrapAreThoseOfTheirAnchor) {
     EXPECT_DOUBLE_EQ(found->place.height, 400);
     EXPECT_EQ(read(shape(1), 3U << 5U)->place.wrap, FloatPlace::Wrap::none);
     EXPECT_EQ(read(shape(1), 2U << 5U)->place.wrap, FloatPlace::Wrap::beside);
+    EXPECT_EQ(read(shape(1), 2U << 5U)->place.side, FloatPlace::Side::both);
+    EXPECT_EQ(read(shape(1), (2U << 5U) | (1U << 9U))->place.side, FloatPlace::Side::left);
+    EXPECT_EQ(read(shape(1), (2U << 5U) | (2U << 9U))->place.side, FloatPlace::Side::right);
+    EXPECT_EQ(read(shape(1), (2U << 5U) | (3U << 9U))->place.side, FloatPlace::Side::wider);
 }
 
 TEST_F(Shapes, TheirPropertiesSayHowTheyAreAlignedAndKeptClear) {

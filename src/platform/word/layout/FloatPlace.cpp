@@ -43,9 +43,9 @@ bool overlaps(const Obstacle& obstacle, const LineGap& line, double height) {
            obstacle.area.left < line.right && obstacle.area.right > line.left;
 }
 
-// The widest part of the line that nothing is in the way of.
-std::pair<double, double> widestPart(const std::vector<Obstacle>& obstacles, const LineGap& line,
-                                     double height) {
+// The parts of the line that nothing is in the way of.
+std::vector<LineGap> freeParts(const std::vector<Obstacle>& obstacles, const LineGap& line,
+                               double height, double narrowest) {
     std::vector<std::pair<double, double>> taken;
     for (const Obstacle& obstacle : obstacles) {
         if (overlaps(obstacle, line, height)) {
@@ -56,15 +56,15 @@ std::pair<double, double> widestPart(const std::vector<Obstacle>& obstacles, con
     }
     std::sort(taken.begin(), taken.end());
     taken.emplace_back(line.right, line.right);
-    std::pair<double, double> widest{line.left, line.left};
+    std::vector<LineGap> parts;
     double free = line.left;
     for (const auto& [from, to] : taken) {
-        if (from - free > widest.second - widest.first) {
-            widest = {free, from};
+        if (from - free >= narrowest) {
+            parts.push_back({line.top, free, from});
         }
         free = std::max(free, to);
     }
-    return widest;
+    return parts;
 }
 
 } // namespace
@@ -77,26 +77,33 @@ PageArea areaOf(const FloatPlace& place, const FloatFrame& frame) {
     return {left, top, left + place.width, top + place.height};
 }
 
-LineGap gapFor(const std::vector<Obstacle>& obstacles, const LineGap& wanted, double height,
-               double narrowest) {
+double endOfObstacle(const std::vector<Obstacle>& obstacles, const LineGap& line, double height) {
+    double end = line.top;
+    for (const Obstacle& obstacle : obstacles) {
+        if (overlaps(obstacle, line, height)) {
+            const double below = obstacle.area.bottom;
+            end = end > line.top ? std::min(end, below) : below;
+        }
+    }
+    return end;
+}
+
+std::vector<LineGap> gapsFor(const std::vector<Obstacle>& obstacles, const LineGap& wanted,
+                             double height, double narrowest) {
     LineGap line = wanted;
     // Each step leaves at least one obstacle above.
     for (std::size_t step = 0; step <= obstacles.size(); ++step) {
-        double below = 0;
-        bool isFree = true;
-        for (const Obstacle& obstacle : obstacles) {
-            if (overlaps(obstacle, line, height)) {
-                below = isFree ? obstacle.area.bottom : std::min(below, obstacle.area.bottom);
-                isFree = false;
-            }
+        const double below = endOfObstacle(obstacles, line, height);
+        if (below == line.top) {
+            return {line};
         }
-        const auto [left, right] = widestPart(obstacles, line, height);
-        if (isFree || right - left >= narrowest) {
-            return {line.top, left, right};
+        std::vector<LineGap> parts = freeParts(obstacles, line, height, narrowest);
+        if (!parts.empty()) {
+            return parts;
         }
         line.top = below;
     }
-    return line;
+    return {line};
 }
 
 } // namespace qvnd::layout

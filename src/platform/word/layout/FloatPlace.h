@@ -12,6 +12,8 @@ struct FloatPlace {
     // What a place is counted from is told by FrameSpot; instead of a distance it may be aligned.
     enum class Align : std::uint8_t { none, start, centre, end };
     enum class Wrap : std::uint8_t { none, beside, below }; // below: no text on either side
+    // Where text may stand that goes on beside it; wider: where there is more room.
+    enum class Side : std::uint8_t { both, left, right, wider };
 
     word::FrameSpot::Across across = word::FrameSpot::Across::fromColumn;
     word::FrameSpot::Down down = word::FrameSpot::Down::fromParagraph;
@@ -22,6 +24,7 @@ struct FloatPlace {
     double width = 0;
     double height = 0;
     Wrap wrap = Wrap::none;
+    Side side = Side::both;
     double apartAcross = 0; // what the text keeps clear beside it
     double apartDown = 0;   // and above and below it
 };
@@ -56,11 +59,16 @@ struct LineGap {
     double top = 0;
     double left = 0;
     double right = 0;
+    bool operator==(const LineGap&) const = default;
 };
 
-// The widest place for a line of that height between `left` and `right`, at `top` or as little
-// below it as need be; at least `narrowest` wide, unless nothing is in its way.
-LineGap gapFor(const std::vector<Obstacle>& obstacles, const LineGap& wanted, double height,
-               double narrowest);
+// The places for a line of that height between `left` and `right`, from left to right, at `top` or
+// as little below it as need be: at least one, each at least `narrowest` wide, unless nothing is in
+// the line's way.
+std::vector<LineGap> gapsFor(const std::vector<Obstacle>& obstacles, const LineGap& wanted,
+                             double height, double narrowest);
+
+// Where the first of the obstacles ends that are in the line's way; its top when there are none.
+double endOfObstacle(const std::vector<Obstacle>& obstacles, const LineGap& line, double height);
 
 } // namespace qvnd::layout

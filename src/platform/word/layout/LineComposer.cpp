@@ -1,6 +1,7 @@
 #include "platform/word/layout/LineComposer.h"
 
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/CharacterPlacement.h"
 #include "platform/word/layout/LineHeights.h"
 #include "platform/word/layout/ParagraphBorders.h"
 #include "platform/word/layout/TabStops.h"
@@ -33,7 +34,8 @@ bool endsLine(const TextItem& item) {
            item.kind == Kind::columnBreak;
 }
 
-// One line of a paragraph: items [begin, end) with the places that they take.
+// A line of a paragraph, or the part of one between obstacles: items [begin, end) with the places
+// that they take.
 struct Line {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -60,9 +62,9 @@ public:
         std::size_t at = from;
         do {
             const bool isFirst = strips.empty() && from == 0;
-            const Line line = nextLine(at, isFirst);
-            strips.push_back(setLine(line, isFirst));
-            at = line.end;
+            const std::vector<Line> parts = nextLine(at, isFirst);
+            strips.push_back(setLine(parts, isFirst));
+            at = parts.back().end;
         } while (at < items_.size());
         if (!items_.empty() && endsLine(items_.back())) {
             strips.push_back(
@@ -114,18 +116,49 @@ private:
 
     double widthOf(std::size_t i) const { return items_[i].width + gaps_[i]; }
 
-    Line nextLine(std::size_t begin, bool first) {
-        Line line;
-        line.begin = begin;
+    // The parts of the next line: one, or several beside what stands in its way.
+    std::vector<Line> nextLine(std::size_t begin, bool first) {
         // The height is known when the line is filled; that of plain text is near enough.
         constexpr double usualHeight = 1.2;
-        const LineGap gap =
-            gapFor(setting_.obstacles, {top_, lineLeft(first), setting_.width - right_},
-                   usualHeight * paragraph_.markSize, narrowestBeside);
-        line.dropped = gap.top - top_;
-        line.left = gap.left;
-        line.room = std::max(gap.right - gap.left, paragraph_.markSize);
-        line.end = fill(line);
+        const double height = usualHeight * paragraph_.markSize;
+        LineGap whole{top_, lineLeft(first), setting_.width - right_};
+        for (;;) {
+            const auto gaps = gapsFor(setting_.obstacles, whole, height, narrowestBeside);
+            whole.top = gaps.front().top;
+            std::vector<Line> parts = partsIn(gaps, begin, gaps.front() == whole);
+            if (!parts.empty()) {
+                return parts;
+            }
+            whole.top = endOfObstacle(setting_.obstacles, whole, height);
+        }
+    }
+
+    // Fills the gaps of a line one after the other. A gap stays empty whose first word is too long,
+    // unless it is as wide as the line.
+    std::vector<Line> partsIn(const std::vector<LineGap>& gaps, std::size_t begin, bool isWhole) {
+        std::vector<Line> parts;
+        std::size_t at = begin;
+        for (const LineGap& gap : gaps) {
+            const bool isFull = !parts.empty() && (at == items_.size() || endsLine(items_[at - 1]));
+            if (isFull) {
+                break;
+            }
+            Line part;
+            part.begin = at;
+            part.dropped = gap.top - top_;
+            part.left = gap.left;
+            part.room = std::max(gap.right - gap.left, paragraph_.markSize);
+            const bool cutsWord = !fill(part);
+            if (isWhole || !cutsWord) {
+                measure(part);
+                parts.push_back(part);
+                at = part.end;
+            }
+        }
+        return parts;
+    }
+
+    void measure(Line& line) {
         line.isLast = line.end == items_.size();
         std::size_t seen = line.end;
         while (seen > line.begin && (isBlankItem(items_[seen - 1]) || endsLine(items_[seen - 1]))) {
@@ -136,7 +169,6 @@ private:
         }
         line.length -= seen > line.begin ? gaps_[seen - 1] : 0;
         line.length -= squeeze(line.begin, seen, line.length - line.room);
-        return line;
     }
 
     // What a punctuation mark can give up of its width so that more fits on its line, as the
@@ -163,17 +195,21 @@ private:
         return part * spare;
     }
 
-    // The item behind the line's last one.
-    std::size_t fill(const Line& line) {
+    // Finds the line's end. False when it is within a word that has no room on the line, or when
+    // its first item has none.
+    bool fill(Line& line) {
         double x = 0;
+        bool isTooLong = false;           // the first item
         double spare = 0;                 // of the marks so far
         std::size_t breakAt = line.begin; // the best place so far; none while it is the begin
         for (std::size_t i = line.begin; i < items_.size(); ++i) {
             if (endsLine(items_[i])) {
-                return i + 1;
+                line.end = i + 1;
+                return !isTooLong;
             }
             if (items_[i].kind == Kind::tab && !placeTab(line, i, x) && i > line.begin) {
-                return i;
+                line.end = i;
+                return !isTooLong;
             }
             if (i > line.begin && mayBreak(i)) {
                 breakAt = i;
@@ -182,14 +218,24 @@ private:
             const bool fits =
                 isBlankItem(items_[i]) || x + items_[i].width <= line.room + spare + rounding;
             if (!fits && i > line.begin) {
-                if (hangs(i)) {
-                    return behindBlanks(i + 1);
-                }
-                return breakAt > line.begin ? breakAt : i;
+                return endBefore(i, breakAt, line) && !isTooLong;
             }
+            isTooLong = isTooLong || !fits;
             x += widthOf(i);
         }
-        return items_.size();
+        line.end = items_.size();
+        return !isTooLong;
+    }
+
+    // The item does not fit any more.
+    bool endBefore(std::size_t i, std::size_t breakAt, Line& line) const {
+        if (hangs(i)) {
+            line.end = behindBlanks(i + 1);
+            return true;
+        }
+        const bool hasBreak = breakAt > line.begin;
+        line.end = hasBreak ? breakAt : i;
+        return hasBreak;
     }
 
     std::size_t behindBlanks(std::size_t i) const {
@@ -287,7 +333,10 @@ private:
         heights.add((own.ascent + leading) * size + raised, own.descent * size - raised);
     }
 
-    Strip setLine(const Line& line, bool isFirst) {
+    Strip setLine(const std::vector<Line>& parts, bool isFirst) {
+        Line line = parts.front();
+        line.end = parts.back().end;
+        line.isLast = parts.back().isLast;
         Strip strip;
         const LineRoom room = roomOf(heightsOf(line), format_, setting_, {isFirst, line.isLast});
         strip.height = room.height;
@@ -295,8 +344,9 @@ private:
         strip.before = line.dropped;
         top_ += line.dropped + room.height;
         strip.at = line.begin < items_.size() ? items_[line.begin].at : 0;
-        const double spread = stretch(line);
-        place(line, line.left + shift(line), room.foot, spread, strip);
+        for (const Line& part : parts) {
+            place(part, part.left + shift(part), room.foot, stretch(part), strip);
+        }
         for (std::size_t i = line.begin; i < line.end; ++i) {
             if (items_[i].note) {
                 strip.notes.push_back(*items_[i].note);
@@ -377,7 +427,8 @@ private:
                     strip.layer.texts.push_back(std::move(*leader));
                 }
             } else if (isText(item)) {
-                placeCharacter(item, x, foot, width, strip, i > line.begin && follows(i));
+                addCharacter({item, x, foot, width, i > line.begin && follows(i)}, fonts_,
+                             strip.layer);
             }
             x += width;
         }
@@ -389,40 +440,6 @@ private:
         const TextItem& b = items_[i];
         return isText(a) && a.format == b.format && a.face == b.face && a.size == b.size &&
                a.raised == b.raised;
-    }
-
-    void placeCharacter(const TextItem& item, double x, double foot, double width, Strip& strip,
-                        bool goesOn) {
-        if (item.format->background) {
-            const FaceHeights heights = fonts_.heights(item.face);
-            strip.layer.fills.push_back({x, foot - heights.ascent * item.size, width,
-                                         (heights.ascent + heights.descent) * item.size,
-                                         *item.format->background});
-        }
-        if (!goesOn || strip.layer.texts.empty()) {
-            PlacedText text;
-            text.x = x;
-            text.baseline = foot - item.raised;
-            text.size = item.size;
-            text.stretch = item.format->scalePercent / 100.0;
-            text.face = item.face;
-            text.colour = item.format->colour;
-            text.underlined = item.format->underlined;
-            text.struckOut = item.format->struckOut || item.format->deleted;
-            text.bold = item.format->bold;
-            strip.layer.texts.push_back(std::move(text));
-        }
-        PlacedText& text = strip.layer.texts.back();
-        if (item.character >= 0x10000) {
-            const char32_t rest = item.character - 0x10000;
-            text.text += static_cast<char16_t>(0xD800 + (rest >> 10));
-            text.text += static_cast<char16_t>(0xDC00 + (rest & 0x3FF));
-            text.advances.push_back(static_cast<float>(width));
-            text.advances.push_back(0);
-        } else {
-            text.text += static_cast<char16_t>(item.character);
-            text.advances.push_back(static_cast<float>(width));
-        }
     }
 
     double spaceOf(int twips, int lines, bool automatic) const {
@@ -439,7 +456,7 @@ private:
                 spaceOf(format_.before, format_.linesBefore, format_.automaticBefore);
         }
         strips.back().after = spaceOf(format_.after, format_.linesAfter, format_.automaticAfter);
-        strips.front().startsPage = format_.startsPage && fromStart;
+        strips.front().startsPage = (format_.startsPage || paragraph_.startsPage) && fromStart;
         for (std::size_t i = 0; i < strips.size(); ++i) {
             strips[i].line = i;
             strips[i].lines = strips.size();
@@ -464,20 +481,6 @@ private:
 };
 
 } // namespace
-
-Grid gridOf(const word::ResolvedSection& section) {
-    Grid grid;
-    if (section.grid == word::GridKind::none) {
-        return grid;
-    }
-    grid.linePitch = section.linePitch;
-    if (section.grid == word::GridKind::linesAndCharacters) {
-        constexpr double unitsPerPoint = 4096;
-        constexpr double twipsPerPoint = 20;
-        grid.characterSpacing = section.characterSpacing / unitsPerPoint * twipsPerPoint;
-    }
-    return grid;
-}
 
 Strips composeLines(const ParagraphItems& paragraph, const word::ResolvedParagraph& format,
                     FontMetrics& fonts, const LineSetting& setting, std::size_t from) {

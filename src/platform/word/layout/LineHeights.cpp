@@ -41,10 +41,17 @@ LineRoom tightRoom(const ContentHeights& content, double height, const LineOrder
     return {height, order.isFirst ? partAbove * height : height - content.descent};
 }
 
+// The office suite takes over whole percents.
+double officeMultiple(const word::ResolvedParagraph& format) {
+    constexpr double whole = 100;
+    return format.spacing == Spacing::multiple ? std::floor(format.line * whole / lineUnits) / whole
+                                               : 1;
+}
+
 LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph& format,
                     const LineSetting& setting, const LineOrder& order) {
     const double natural = content.sum();
-    const double multiple = format.spacing == Spacing::multiple ? format.line / lineUnits : 1;
+    const double multiple = officeMultiple(format);
     if (isOnGrid(format, setting)) {
         const double onGrid = inUnits(natural, setting.grid.linePitch);
         const double spare =
@@ -63,6 +70,20 @@ LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph
 }
 
 } // namespace
+
+Grid gridOf(const word::ResolvedSection& section) {
+    Grid grid;
+    if (section.grid == word::GridKind::none) {
+        return grid;
+    }
+    grid.linePitch = section.linePitch;
+    if (section.grid == word::GridKind::linesAndCharacters) {
+        constexpr double unitsPerPoint = 4096;
+        constexpr double twipsPerPoint = 20;
+        grid.characterSpacing = section.characterSpacing / unitsPerPoint * twipsPerPoint;
+    }
+    return grid;
+}
 
 LineRoom roomOf(const ContentHeights& content, const word::ResolvedParagraph& format,
                 const LineSetting& setting, const LineOrder& order) {

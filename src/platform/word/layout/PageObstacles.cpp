@@ -4,6 +4,22 @@
 
 namespace qvnd::layout {
 
+namespace {
+
+// The area together with the side of it, in a column of that width, that has no text.
+PageArea oneSided(PageArea area, FloatPlace::Side side, double width) {
+    using Side = FloatPlace::Side;
+    const bool moreAtLeft = area.left > width - area.right;
+    if (side == Side::left || (side == Side::wider && moreAtLeft)) {
+        area.right = std::max(area.right, width);
+    } else if (side == Side::right || side == Side::wider) {
+        area.left = std::min(area.left, 0.0);
+    }
+    return area;
+}
+
+} // namespace
+
 void PageObstacles::add(const Strips& strips, const FloatFrame& frame) {
     using Wrap = FloatPlace::Wrap;
     FloatFrame at = frame;
@@ -20,7 +36,7 @@ void PageObstacles::add(const Strips& strips, const FloatFrame& frame) {
             area.right += place.apartAcross;
             area.top -= place.apartDown;
             area.bottom += place.apartDown;
-            placed_.push_back({strip.at, {area, place.wrap == Wrap::beside}});
+            placed_.push_back({strip.at, {area, place.wrap == Wrap::beside}, place.side});
         }
         top += strip.height;
     }
@@ -32,9 +48,10 @@ std::vector<Obstacle> PageObstacles::within(const PageArea& part) const {
         const PageArea& area = placed.obstacle.area;
         if (area.top < part.bottom && area.bottom > part.top && area.left < part.right &&
             area.right > part.left) {
-            found.push_back({{area.left - part.left, area.top - part.top, area.right - part.left,
-                              area.bottom - part.top},
-                             placed.obstacle.beside});
+            const PageArea inner{area.left - part.left, area.top - part.top, area.right - part.left,
+                                 area.bottom - part.top};
+            found.push_back(
+                {oneSided(inner, placed.side, part.right - part.left), placed.obstacle.beside});
         }
     }
     return found;

@@ -10,7 +10,8 @@ public:
     // What floats in these strips, which stand one under the other from `frame.anchorTop` on. What
     // floats in a cell of a table is in the way of nothing.
     void add(const Strips& strips, const FloatFrame& frame);
-    // Those that reach into a part of a column, from its upper left corner.
+    // Those that reach into a part of a column, from its upper left corner; where text stands on
+    // one side alone, they reach to the column's other end.
     std::vector<Obstacle> within(const PageArea& part) const;
     // Forgets those anchored at that character or behind it.
     void forgetFrom(word::Cp at);
@@ -20,6 +21,7 @@ private:
     struct Placed {
         word::Cp anchor = 0;
         Obstacle obstacle;
+        FloatPlace::Side side = FloatPlace::Side::both;
     };
     std::vector<Placed> placed_;
 };

@@ -323,6 +323,11 @@ std::optional<FloatPlace> placeOf(word::ByteView spa) {
     place.wrap = wrap == wrapsBelow     ? FloatPlace::Wrap::below
                  : wrap == wrapsNothing ? FloatPlace::Wrap::none
                                         : FloatPlace::Wrap::beside;
+    const unsigned side = (flags >> 9U) & 0xFU; // wrk
+    place.side = side == 1   ? FloatPlace::Side::left
+                 : side == 2 ? FloatPlace::Side::right
+                 : side == 3 ? FloatPlace::Side::wider
+                             : FloatPlace::Side::both;
     return place;
 }
 
