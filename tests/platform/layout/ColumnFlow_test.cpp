@@ -7,6 +7,7 @@ namespace qvnd::layout {
 namespace {
 
 constexpr double lineHeight = 100;
+constexpr std::uint32_t longNote = 7; // of five lines, of which one may stand by itself
 
 // A paragraph of lines of 100 twips.
 Strips paragraph(std::size_t index, std::size_t lines) {
@@ -24,7 +25,11 @@ Strips paragraph(std::size_t index, std::size_t lines) {
 // A column of ten lines.
 class Columns : public testing::Test {
 protected:
-    Columns() : flow(true, [](std::uint32_t, bool first) { return first ? 150.0 : 100.0; }) {
+    Columns()
+        : flow(true, [](std::uint32_t note, bool first) {
+              const double whole = first ? 150.0 : 100.0;
+              return NoteRoom{note == longNote ? whole + 400 : whole, whole};
+          }) {
         flow.begin(10 * lineHeight, false, 0);
     }
 
@@ -172,6 +177,98 @@ TEST_F(Columns, HeadingRowsStandAgainAboveTheRowsOfAFurtherPage) {
     flow.begin(1000, true, 0);
     EXPECT_EQ(fill({further}), 2U);
     EXPECT_DOUBLE_EQ(flow.strips()[1].y, 100);
+}
+
+TEST_F(Columns, OfALongNoteAPartStandsOnThePageOfItsReference) {
+    Strips strips = paragraph(0, 12);
+    strips[6].notes = {longNote};
+    EXPECT_EQ(fill(strips), 7U);
+    EXPECT_DOUBLE_EQ(flow.notesHeight(), 3 * lineHeight) << "the rest of the column";
+    EXPECT_EQ(flow.notes(), std::vector<std::uint32_t>{longNote});
+}
+
+TEST_F(Columns, ANoteOfWhichNothingHasRoomTakesItsLineAlong) {
+    Strips strips = paragraph(0, 12);
+    strips[8].notes = {longNote};
+    EXPECT_EQ(fill(strips), 8U);
+    EXPECT_TRUE(flow.notes().empty());
+}
+
+// So many lines in a first of two columns, each a paragraph.
+std::vector<std::vector<FlowedStrip>> twoColumns(std::size_t lines) {
+    std::vector<std::vector<FlowedStrip>> columns(2);
+    for (std::size_t i = 0; i < lines; ++i) {
+        columns[0].push_back({paragraph(i, 1)[0], static_cast<double>(i) * lineHeight});
+    }
+    return columns;
+}
+
+// A row with one cell that holds these strips.
+Strip rowWith(Strips strips) {
+    RowParts parts;
+    parts.height = heightOf(strips, true);
+    parts.cells.push_back({0, 1000, 0, 0, std::move(strips)});
+    Strip row;
+    row.height = parts.height;
+    row.row = std::make_shared<const RowParts>(std::move(parts));
+    return row;
+}
+
+TEST_F(Columns, ARowThatStaysWholeIsPartedWhereNoPageHoldsIt) {
+    Strip row = rowWith(paragraph(0, 15));
+    row.keepsLines = true;
+    EXPECT_FALSE(flow.add(row, overflow));
+    ASSERT_EQ(overflow.size(), 1U);
+    EXPECT_DOUBLE_EQ(overflow[0].height, 5 * lineHeight);
+}
+
+TEST_F(Columns, ARowThatStaysWholeGoesToTheNextPageWhereItHasRoom) {
+    flow.add(paragraph(0, 1)[0], overflow);
+    Strip row = rowWith(paragraph(1, 10));
+    row.keepsLines = true;
+    EXPECT_FALSE(flow.add(row, overflow));
+    ASSERT_EQ(overflow.size(), 1U);
+    EXPECT_DOUBLE_EQ(overflow[0].height, 10 * lineHeight);
+}
+
+TEST_F(Columns, ARowOfATableInACellIsPartedTooByTheEndOfAPage) {
+    Strips outer = paragraph(0, 1);
+    outer.push_back(rowWith(paragraph(1, 12)));
+    EXPECT_FALSE(flow.add(rowWith(std::move(outer)), overflow));
+    ASSERT_EQ(overflow.size(), 1U);
+    EXPECT_DOUBLE_EQ(flow.strips()[0].strip.height, 10 * lineHeight);
+    EXPECT_DOUBLE_EQ(overflow[0].height, 3 * lineHeight);
+}
+
+TEST(BalancedColumns, EndAtTheSameHeightTheFirstOnesALineLower) {
+    const auto columns = balanced(twoColumns(7), 10 * lineHeight, false, true);
+    ASSERT_EQ(columns.size(), 2U);
+    EXPECT_EQ(columns[0].size(), 4U);
+    ASSERT_EQ(columns[1].size(), 3U);
+    EXPECT_EQ(columns[1][0].strip.paragraph, 4U);
+    EXPECT_DOUBLE_EQ(columns[1][0].y, 0);
+}
+
+TEST(BalancedColumns, KeepTogetherWhatStaysWhole) {
+    auto columns = twoColumns(7);
+    for (FlowedStrip& flowed : columns[0]) {
+        flowed.strip.keepsWithNext = flowed.strip.paragraph < 5;
+    }
+    columns = balanced(columns, 10 * lineHeight, false, true);
+    EXPECT_EQ(columns[0].size(), 6U);
+    EXPECT_EQ(columns[1].size(), 1U);
+}
+
+TEST(BalancedColumns, ShowAHeadingRowOfALaterColumnOnce) {
+    auto columns = twoColumns(3);
+    columns[0][0].strip.isHeading = true;
+    for (std::size_t i = 0; i < 3; ++i) {
+        columns[0][i].strip.at = static_cast<word::Cp>(i);
+    }
+    columns[1] = {columns[0][0], columns[0][2]};
+    columns[0].pop_back();
+    columns = balanced(columns, 10 * lineHeight, false, true);
+    EXPECT_EQ(columns[0].size() + columns[1].size(), 3U);
 }
 
 TEST(Rows, ACellThatReachesDownMakesItsLastRowHighEnough) {

@@ -1,6 +1,7 @@
 #include "platform/word/layout/DocumentLayout.h"
 
 #include "platform/layout/PagedDocument.h"
+#include "platform/word/docfile/format/Dop.h"
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <algorithm>
@@ -161,6 +162,38 @@ TEST_F(Pages, AFootnoteStandsOnThePageOfItsReference) {
     EXPECT_TRUE(found[1].layer.rules.empty());
 }
 
+TEST_F(Pages, ALongFootnoteGoesOnAtTheFootOfTheNextPage) {
+    for (int i = 0; i < 7; ++i) {
+        type(u"一\r");
+    }
+    type(u"甲\x02\r");
+    paragraphs(1);
+    main.anchors = {{15, word::AnchorKind::footnote, 0}};
+    document.tables.sideStories.push_back(
+        {std::make_shared<const word::Story>(story(u"\x02注\r二\r三\r")), true, {}, {}});
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[0]), u"一一一一一一一甲11注");
+    EXPECT_EQ(textOf(found[1]), u"一二三");
+    EXPECT_DOUBLE_EQ(found[1].layer.texts.back().baseline, 3000 - 200 + 160);
+}
+
+TEST_F(Pages, AFootnoteOfManyPagesGoesOnBehindTheText) {
+    type(u"甲\x02\r");
+    main.anchors = {{1, word::AnchorKind::footnote, 0}};
+    std::u16string lines = u"\x02注\r";
+    for (int i = 0; i < 25; ++i) {
+        lines += u"二\r";
+    }
+    document.tables.sideStories.push_back(
+        {std::make_shared<const word::Story>(story(lines)), true, {}, {}});
+    std::u16string all;
+    for (const Page& page : pages()) {
+        all += textOf(page);
+    }
+    EXPECT_EQ(all, u"甲11注" + std::u16string(25, u'二'));
+}
+
 TEST_F(Pages, ATableStandsCellBesideCell) {
     word::LittleEndianWriter definition;
     definition.u16(sprm::TDefTable);
@@ -307,6 +340,106 @@ TEST_F(Pages, DeletedTextIsNotSeenButTheOfficeSuiteStrikesItOut) {
     options = officeOptions();
     EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
     EXPECT_TRUE(textAt(pages().at(0), u'甲').struckOut);
+}
+
+TEST_F(Pages, TextStandsOnBothSidesOfAFrame) {
+    Bytes list = withSprm16(section(), sprm::SXaPage, 6000);
+    document.sections[0].properties = intern(list);
+    type(u"框\r", withSprm16(withSprm16({}, sprm::PDxaAbs, 1401), sprm::PDxaWidth, 1000));
+    type(u"甲乙丙丁戊己庚辛壬癸甲乙丙丁戊己庚辛壬癸\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u'甲').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'辛').x, 3400);
+    EXPECT_DOUBLE_EQ(textAt(page, u'辛').baseline, textAt(page, u'甲').baseline);
+    EXPECT_DOUBLE_EQ(textAt(page, u'己').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'己').baseline, textAt(page, u'甲').baseline + 200);
+}
+
+TEST_F(Pages, AWordThatIsTooLongForThePlaceBesideAFrameGoesBelow) {
+    type(u"框\r", frame());
+    type(u"abcdefghijklmnop\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u'a').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'a').baseline, 1560);
+}
+
+// Two columns of 900 with a space of 200.
+Bytes twoColumnsOf(const Bytes& section) {
+    return withSprm16(withSprm16(section, sprm::SCcolumns, 1), sprm::SDxaColumns, 200);
+}
+
+TEST_F(Pages, ColumnsAboveAContinuousSectionEndAtTheSameHeight) {
+    document.sections[0].properties = intern(twoColumnsOf(section()));
+    paragraphs(5);
+    type(u"六\r");
+    nextSection(withSprm8(section(), sprm::SBkc, 0));
+    type(u"下\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(page.layer.texts[3].x, 1000 + 900 + 200);
+    EXPECT_DOUBLE_EQ(page.layer.texts[3].baseline, page.layer.texts[0].baseline);
+    EXPECT_DOUBLE_EQ(textAt(page, u'下').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'下').baseline, 1000 + 3 * 200 + 160);
+}
+
+TEST_F(Pages, ColumnsStayAsTheyAreWhereTheSettingsSaySo) {
+    document.sections[0].properties = intern(twoColumnsOf(section()));
+    word::writeDop(document.settings, word::dop::unbalancedColumns, 1);
+    paragraphs(6);
+    nextSection(withSprm8(section(), sprm::SBkc, 0));
+    type(u"下\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(page.layer.texts[5].x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(page, u'下').baseline, 1000 + 6 * 200 + 160);
+}
+
+TEST_F(Pages, TheLastLinesOfASectionKeepItsMargins) {
+    type(u"甲\r");
+    nextSection(withSprm16(section(), sprm::SDxaLeft, 600));
+    type(u"乙\r");
+    const auto found = pages();
+    EXPECT_DOUBLE_EQ(textAt(found.at(0), u'甲').x, 1000);
+    EXPECT_DOUBLE_EQ(textAt(found.at(1), u'乙').x, 600);
+}
+
+TEST_F(Pages, TheLastColumnOfASectionStandsWhereItsOwnColumnsSay) {
+    document.sections[0].properties = intern(twoColumnsOf(section()));
+    paragraphs(15);
+    nextSection(section());
+    type(u"乙\r");
+    const auto found = pages();
+    EXPECT_DOUBLE_EQ(found.at(0).layer.texts.back().x, 1000 + 900 + 200);
+    EXPECT_EQ(textOf(found.at(1)), u"乙");
+}
+
+TEST_F(Pages, InTheOfficeSuiteASectionsEndOfItsOwnTakesNoRoom) {
+    paragraphs(10);
+    type(u"\f");
+    main.paragraphs.push_back({1, 0, {}});
+    nextSection(section());
+    type(u"乙\r");
+    EXPECT_EQ(pages().size(), 3U);
+    options = officeOptions();
+    EXPECT_EQ(pages().size(), 2U);
+}
+
+TEST_F(Pages, InTheOfficeSuiteEverySecondOfBreaksInARowIsNoneOfItsOwn) {
+    type(u"甲\f\f乙\f\f\f丙\r");
+    EXPECT_EQ(pages().size(), 6U);
+    options = officeOptions();
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 4U);
+    EXPECT_EQ(textOf(found[1]), u"乙");
+    EXPECT_EQ(textOf(found[3]), u"丙");
+}
+
+TEST_F(Pages, InTheOfficeSuiteAPageBreakAtAParagraphsStartLeavesNothingOnThePageBefore) {
+    paragraphs(10);
+    type(u"\f乙\r");
+    EXPECT_EQ(pages().size(), 3U);
+    options = officeOptions();
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[1]), u"乙");
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "platform/word/layout/RowComposer.h"
 
 #include <algorithm>
+#include <deque>
+#include <optional>
 #include <utility>
 
 namespace qvnd::layout {
@@ -11,7 +13,53 @@ namespace {
 
 constexpr double rounding = 1; // twips by which a column may be too full
 
-// Whether a column may end between two strips that follow each other.
+using Columns = std::vector<std::vector<FlowedStrip>>;
+
+// All strips in their order, without heading rows that a later column shows again.
+Strips stripsIn(const Columns& columns) {
+    Strips strips;
+    for (const auto& column : columns) {
+        for (const FlowedStrip& flowed : column) {
+            const bool isAgain =
+                flowed.strip.isHeading && !strips.empty() && flowed.strip.at < strips.back().at;
+            if (!isAgain) {
+                strips.push_back(flowed.strip);
+            }
+        }
+    }
+    return strips;
+}
+
+// The strips in so many columns of that height; nothing when they have no room.
+std::optional<Columns> inColumns(const Strips& strips, std::size_t count, double height,
+                                 bool goesOn, bool addsSpaces) {
+    ColumnFlow flow(addsSpaces, [](std::uint32_t, bool) { return NoteRoom{}; });
+    flow.begin(height, goesOn, 0);
+    Columns columns;
+    std::deque<Strip> rest(strips.begin(), strips.end());
+    while (!rest.empty()) {
+        Strip strip = std::move(rest.front());
+        rest.pop_front();
+        const bool endsColumn = strip.endsColumn;
+        Strips overflow;
+        const bool fits = flow.add(std::move(strip), overflow);
+        rest.insert(rest.begin(), overflow.begin(), overflow.end());
+        const bool isTorn =
+            !fits && !flow.isEmpty() && !mayPart(flow.strips().back().strip, rest.front());
+        if (flow.used() > height + rounding || columns.size() == count || isTorn) {
+            return std::nullopt;
+        }
+        if (!fits || endsColumn) {
+            columns.push_back(flow.strips());
+            flow.begin(height, true, 0);
+        }
+    }
+    columns.push_back(flow.strips());
+    return columns.size() <= count ? std::optional(std::move(columns)) : std::nullopt;
+}
+
+} // namespace
+
 bool mayPart(const Strip& above, const Strip& below) {
     if (above.isHeading) {
         return false;
@@ -28,7 +76,20 @@ bool mayPart(const Strip& above, const Strip& below) {
     return !below.controlsWidows || (!orphan && !widow);
 }
 
-} // namespace
+std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, bool addsSpaces) {
+    double y = 0;
+    std::size_t fitting = 0;
+    for (std::size_t i = from; i < strips.size(); ++i) {
+        y += i > from ? gapBetween(strips[i - 1], strips[i], addsSpaces) : strips[i].before;
+        y += strips[i].height;
+        if (y > room + rounding) {
+            break;
+        }
+        const bool isEnd = i + 1 == strips.size() || mayPart(strips[i], strips[i + 1]);
+        fitting = isEnd ? i + 1 - from : fitting;
+    }
+    return fitting;
+}
 
 void ColumnFlow::begin(double height, bool goesOn, double notesHeight) {
     height_ = height;
@@ -46,19 +107,27 @@ double ColumnFlow::spaceAbove(const Strip& strip) const {
     return gapBetween(strips_.back().strip, strip, addsSpaces_);
 }
 
-double ColumnFlow::heightOfNotes(const Strip& strip) const {
-    double height = 0;
+NoteRoom ColumnFlow::roomOfNotes(const Strip& strip) const {
+    NoteRoom sum;
     for (const std::uint32_t note : strip.notes) {
-        height += noteHeight_(note, notesHeight_ + height == 0);
+        const NoteRoom room = noteRooms_(note, notesHeight_ + sum.whole == 0);
+        sum.least = sum.whole + room.least;
+        sum.whole += room.whole;
     }
-    return height;
+    return sum;
+}
+
+// `free`: below the text. Of the last note only a part may have room.
+void ColumnFlow::addNotes(const Strip& strip, double free) {
+    const double whole = notesHeight_ + roomOfNotes(strip).whole;
+    notesHeight_ = whole <= free + rounding ? whole : std::max(notesHeight_, free);
+    notes_.insert(notes_.end(), strip.notes.begin(), strip.notes.end());
 }
 
 void ColumnFlow::put(Strip strip) {
     const double y = used_ + spaceAbove(strip);
-    notesHeight_ += heightOfNotes(strip);
-    notes_.insert(notes_.end(), strip.notes.begin(), strip.notes.end());
     used_ = y + strip.height;
+    addNotes(strip, height_ - used_ + strip.spare);
     strips_.push_back({std::move(strip), y});
 }
 
@@ -69,14 +138,15 @@ bool ColumnFlow::add(Strip strip, Strips& overflow) {
             put(heading);
         }
     }
-    const double room = height_ - notesHeight_ - heightOfNotes(strip) - used_ - spaceAbove(strip);
+    const NoteRoom notes = roomOfNotes(strip);
+    const double free = height_ - notesHeight_ - used_ - spaceAbove(strip);
     const bool onlyHeadings = std::all_of(strips_.begin(), strips_.end(),
                                           [](const FlowedStrip& s) { return s.strip.isHeading; });
-    if (strip.height - strip.spare <= room + rounding) {
+    if (strip.height - strip.spare <= free - notes.least + rounding) {
         put(std::move(strip));
         return true;
     }
-    if (auto parts = partRow(strip, room)) {
+    if (auto parts = partRow(strip, free - notes.whole, onlyHeadings)) {
         put(std::move(parts->head));
         overflow.push_back(std::move(parts->rest));
         return false;
@@ -110,10 +180,28 @@ void ColumnFlow::takeBack(Strips& overflow) {
     used_ = strips_.back().y + strips_.back().strip.height;
     notes_.clear();
     notesHeight_ = notesBefore_;
+    const double free = height_ - used_ + strips_.back().strip.spare;
     for (const FlowedStrip& flowed : strips_) {
-        notesHeight_ += heightOfNotes(flowed.strip);
-        notes_.insert(notes_.end(), flowed.strip.notes.begin(), flowed.strip.notes.end());
+        addNotes(flowed.strip, free);
     }
+}
+
+Columns balanced(const Columns& columns, double height, bool goesOn, bool addsSpaces) {
+    constexpr double enough = 5; // twips between the lowest columns and those found
+    const Strips strips = stripsIn(columns);
+    Columns best = columns;
+    double tooLow = 0;
+    double fits = height;
+    while (fits - tooLow > enough) {
+        const double tried = (tooLow + fits) / 2;
+        if (auto found = inColumns(strips, columns.size(), tried, goesOn, addsSpaces)) {
+            best = std::move(*found);
+            fits = tried;
+        } else {
+            tooLow = tried;
+        }
+    }
+    return best;
 }
 
 } // namespace qvnd::layout

@@ -4,10 +4,10 @@
 #include "platform/word/formatting/NumberForms.h"
 #include "platform/word/formatting/ResolvedSection.h"
 #include "platform/word/layout/ColumnFlow.h"
+#include "platform/word/layout/FillState.h"
 #include "platform/word/layout/HeaderStrips.h"
-#include "platform/word/layout/NoteStrips.h"
 #include "platform/word/layout/PageFloats.h"
-#include "platform/word/layout/PageObstacles.h"
+#include "platform/word/layout/PageNotes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,33 +19,9 @@ namespace {
 
 using word::ResolvedSection;
 
-constexpr double separatorHeight = 200; // of the line above footnotes, twips
-constexpr double separatorLength = 2880;
-constexpr double leastBody = 720; // that headers and footers leave
+constexpr double leastBody = 720; // twips that headers and footers leave
 
 } // namespace
-
-// What goes on from one page to the next, apart from the column that is being filled.
-struct FillState {
-    std::size_t section_ = 0;
-    bool firstOfSection_ = true;    // the next page is
-    bool isFirstOfSection_ = false; // this page is
-    std::size_t block_ = 0;
-    std::deque<Strip> pending_;
-    Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
-    int number_ = 1;
-    double bodyTop_ = 0;
-    double bodyBottom_ = 0;
-    double regionTop_ = 0;  // of the columns being filled
-    double regionUsed_ = 0; // by the highest of them
-    std::size_t column_ = 0;
-    bool goesOn_ = false; // the next column, with what did not fit into this one
-    std::vector<std::uint32_t> pageNotes_;
-    double notesHeight_ = 0;
-    PageObstacles obstacles_;
-    bool endnotesFed_ = false;
-    bool done_ = false;
-};
 
 struct DocumentLayout::Place {
     FillState state;
@@ -57,8 +33,9 @@ class DocumentLayout::Work : FillState {
 public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
         : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
-          headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteHeight()) {
+          headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteRooms()) {
         shared_.marksInherit = shared_.showsDeleted = options_.officeLines;
+        shared_.officeText = options_.officeLines;
         const bool onTop = word::gutterOnTop(source_.settings);
         word::Cp at = 0;
         for (const word::SectionRun& section : source_.sections) {
@@ -101,6 +78,11 @@ public:
         for (const Page& page : finished_) {
             size += sizeOf(page.layer);
         }
+        for (const auto& column : columns_) {
+            for (auto flowed = column.begin(); flowed != column.end() && size <= most; ++flowed) {
+                size += sizeOf(flowed->strip);
+            }
+        }
         for (auto strip = pending_.begin(); strip != pending_.end() && size <= most; ++strip) {
             size += sizeOf(*strip);
         }
@@ -119,11 +101,8 @@ private:
                word::readDop(source_.settings, word::dop::addsParagraphSpaces) != 0;
     }
 
-    ColumnFlow::NoteHeight noteHeight() {
-        return [this](std::uint32_t note, bool first) {
-            return heightOf(notes_.strips(note, pageSetting()), addsSpaces()) +
-                   (first ? separatorHeight : 0);
-        };
+    ColumnFlow::NoteRooms noteRooms() {
+        return [this](std::uint32_t note, bool first) { return pageNotes().roomOf(note, first); };
     }
 
     LineSetting settingOf(double width) const {
@@ -250,32 +229,44 @@ private:
     }
 
     void newPage() {
-        flushColumn();
-        finishPage();
+        endPage();
         beginPage();
     }
 
+    void endPage() {
+        flushColumn();
+        placeColumns();
+        finishPage();
+    }
+
     void enterSection() {
-        const ResolvedSection before = section();
+        const bool isEmpty = isPageEmpty();
+        const bool goesOnBelow = !isEmpty && goesOnSheet(sections_[section_ + 1]);
+        if (goesOnBelow) {
+            flushColumn();
+            balanceColumns();
+            placeColumns();
+        } else if (!isEmpty) {
+            endPage();
+        }
         ++section_;
         firstOfSection_ = true;
-        const ResolvedSection& now = section();
-        const bool sameSheet = now.start == ResolvedSection::Start::continuous &&
-                               now.paper.width == before.paper.width &&
-                               now.paper.height == before.paper.height;
-        if (sameSheet && !isPageEmpty()) {
-            flushColumn();
+        if (goesOnBelow) {
             regionTop_ += regionUsed_;
             column_ = 0;
             regionUsed_ = 0;
             beginColumn();
-            return;
-        }
-        if (isPageEmpty()) {
+        } else if (isEmpty) {
             openPage(); // nothing stands on it yet: it becomes a page of this section
-            return;
+        } else {
+            beginPage();
         }
-        newPage();
+    }
+
+    bool goesOnSheet(const ResolvedSection& next) const {
+        return next.start == ResolvedSection::Start::continuous &&
+               next.paper.width == section().paper.width &&
+               next.paper.height == section().paper.height;
     }
 
     void beginPage() {
@@ -317,7 +308,7 @@ private:
         regionUsed_ = 0;
         column_ = 0;
         pageNotes_.clear();
-        notesHeight_ = 0;
+        notesHeight_ = heightOfCarried();
         obstacles_.clear();
         beginColumn();
     }
@@ -362,24 +353,51 @@ private:
     }
 
     void beginColumn() {
+        regionGoesOn_ = column_ == 0 ? goesOn_ : regionGoesOn_;
         flow_.begin(bodyBottom_ - regionTop_, goesOn_, notesHeight_);
         goesOn_ = false;
     }
 
     void flushColumn() {
-        const double x = columnLeft();
-        for (const FlowedStrip& flowed : flow_.strips()) {
-            const double y = regionTop_ + flowed.y;
-            page_.layer.append(flowed.strip.layer, x, y);
-            for (const AnchoredFloat& floating : flowed.strip.floats) {
-                putOn(page_, floating, frameAt(y));
-            }
-            keepLine(flowed.strip.at);
-        }
+        columns_.push_back(flow_.strips());
         regionUsed_ = std::max(regionUsed_, flow_.used());
         pageNotes_.insert(pageNotes_.end(), flow_.notes().begin(), flow_.notes().end());
         notesHeight_ = flow_.notesHeight();
         flow_.begin(0, false, notesHeight_);
+    }
+
+    // Columns of one width above a section that goes on under them end at the same height.
+    void balanceColumns() {
+        const auto& shape = section().columns;
+        const bool isWanted = word::readDop(source_.settings, word::dop::unbalancedColumns) == 0;
+        const bool areEqual = std::all_of(shape.begin(), shape.end(), [&](const auto& column) {
+            return column.width == shape[0].width;
+        });
+        if (shape.size() < 2 || !isWanted || !areEqual) {
+            return;
+        }
+        columns_.resize(shape.size());
+        columns_ = balanced(columns_, bodyBottom_ - regionTop_, regionGoesOn_, addsSpaces());
+        regionUsed_ = 0;
+        for (const auto& column : columns_) {
+            const double foot = column.empty() ? 0 : column.back().y + column.back().strip.height;
+            regionUsed_ = std::max(regionUsed_, foot);
+        }
+    }
+
+    void placeColumns() {
+        for (std::size_t i = 0; i < columns_.size(); ++i) {
+            column_ = std::min(i, section().columns.size() - 1);
+            for (const FlowedStrip& flowed : columns_[i]) {
+                const double y = regionTop_ + flowed.y;
+                page_.layer.append(flowed.strip.layer, columnLeft(), y);
+                for (const AnchoredFloat& floating : flowed.strip.floats) {
+                    putOn(page_, floating, frameAt(y));
+                }
+                keepLine(flowed.strip.at);
+            }
+        }
+        columns_.clear();
     }
 
     // Lines of a page that is laid out again are known already.
@@ -406,19 +424,22 @@ private:
     }
 
     void placeNotes() {
-        if (pageNotes_.empty()) {
-            return;
-        }
-        const double x = section().paper.left;
-        double y = bodyBottom_ - notesHeight_ + separatorHeight;
-        const double rule = y - separatorHeight / 2;
-        page_.layer.rules.push_back({x, rule, x + separatorLength, rule, 10, false, {}});
+        std::vector<NotePart> parts = std::exchange(carriedNotes_, {});
         for (const std::uint32_t note : pageNotes_) {
-            for (const Strip& strip : notes_.strips(note, pageSetting())) {
-                page_.layer.append(strip.layer, x, y + strip.before);
-                y += strip.before + strip.height + strip.after;
-            }
+            parts.push_back({note, 0});
         }
+        if (!parts.empty()) {
+            const NoteArea area{static_cast<double>(section().paper.left),
+                                bodyBottom_ - notesHeight_, bodyBottom_};
+            carriedNotes_ = pageNotes().place(parts, area, page_.layer);
+        }
+    }
+
+    PageNotes pageNotes() { return {notes_, pageSetting(), addsSpaces()}; }
+
+    double heightOfCarried() {
+        constexpr double leastText = 480; // that they leave on their page
+        return std::min(pageNotes().heightOf(carriedNotes_), bodyBottom_ - bodyTop_ - leastText);
     }
 
     // Endnotes stand behind the text.
@@ -436,8 +457,11 @@ private:
                 return;
             }
         }
-        flushColumn();
-        finishPage();
+        endPage();
+        while (!carriedNotes_.empty()) {
+            beginPage();
+            endPage();
+        }
         done_ = true;
     }
 

@@ -141,6 +141,25 @@ Layer atHeight(Layer frame, double before, double now) {
     return frame;
 }
 
+// Parts a cell's strips where the room ends. A row of a table in the cell may be parted too.
+void partCell(const RowParts::Cell& cell, double room, Strips& upper, Strips& lower) {
+    double y = cell.above;
+    for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+        const Strip& strip = cell.strips[i];
+        y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
+        const double left = room - cell.below - y;
+        if (lower.empty() && strip.height <= left) {
+            upper.push_back(strip);
+        } else if (auto parts = lower.empty() ? partRow(strip, left) : std::nullopt) {
+            upper.push_back(std::move(parts->head));
+            lower.push_back(std::move(parts->rest));
+        } else {
+            lower.push_back(strip);
+        }
+        y += strip.height;
+    }
+}
+
 } // namespace
 
 std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t texts,
@@ -231,8 +250,8 @@ Strips stripsOf(const std::vector<ComposedRow>& rows) {
     return strips;
 }
 
-std::optional<PartedRow> partRow(const Strip& row, double room) {
-    if (!row.row || row.keepsLines) {
+std::optional<PartedRow> partRow(const Strip& row, double room, bool atAnyRate) {
+    if (!row.row || (row.keepsLines && !atAnyRate)) {
         return std::nullopt;
     }
     RowParts head;
@@ -246,14 +265,7 @@ std::optional<PartedRow> partRow(const Strip& row, double room) {
         upper.strips.clear();
         lower.strips.clear();
         lower.above = 0;
-        double y = cell.above;
-        for (std::size_t i = 0; i < cell.strips.size(); ++i) {
-            const Strip& strip = cell.strips[i];
-            y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
-            y += strip.height;
-            const bool fits = lower.strips.empty() && y + cell.below <= room;
-            (fits ? upper : lower).strips.push_back(strip);
-        }
+        partCell(cell, room, upper.strips, lower.strips);
         if (!cell.strips.empty() && upper.strips.empty()) {
             return std::nullopt; // a cell whose first line does not fit moves the whole row
         }

@@ -35,11 +35,12 @@ void settleHeights(std::vector<ComposedRow>& rows);
 Strips stripsOf(const std::vector<ComposedRow>& rows);
 
 // The part of a row's strip that fits into `room`, and the rest; nothing when no cell has a line
-// that fits, or when nothing would be left.
+// that fits, when nothing would be left, or when the row stays whole. `atAnyRate`: one that stays
+// whole is parted too, for no page holds it.
 struct PartedRow {
     Strip head;
     Strip rest;
 };
-std::optional<PartedRow> partRow(const Strip& row, double room);
+std::optional<PartedRow> partRow(const Strip& row, double room, bool atAnyRate = false);
 
 } // namespace qvnd::layout
