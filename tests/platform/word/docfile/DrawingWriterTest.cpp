@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace qvnd::word {
 namespace {
 
@@ -58,6 +60,29 @@ protected:
         result.references.push_back({end - 4, anchor.kind, 0, 0});
         return result;
     }
+    // A shape of a chain that names the next one, which may be anywhere or nowhere.
+    Drawing drawingBefore(std::uint32_t next) {
+        ShapeBytes shape;
+        shape.properties.set(art::nextShape, 1);
+        Drawing result = drawing();
+        const ShapeReference anchor = result.references.back();
+        result.records = shape.bytes();
+        const auto valueAt = static_cast<std::uint32_t>(2 * art::headerSize + 8 + 8 + 2);
+        const auto end = static_cast<std::uint32_t>(result.records.size());
+        result.references.back() = {valueAt, Kind::otherShape, next, 0};
+        result.references.push_back({end - 4, anchor.kind, 0, 0});
+        return result;
+    }
+    // A shape with a long record that nobody reads.
+    Drawing largeDrawing(std::size_t size) {
+        Drawing result = drawing();
+        const Bytes tail = artRecord(0, 0, art::clientData, Bytes(size));
+        const auto content = static_cast<std::uint32_t>(result.records.size() - art::headerSize);
+        result.records.insert(result.records.end(), tail.begin(), tail.end());
+        const Bytes length = number32(content + static_cast<std::uint32_t>(tail.size()));
+        std::copy(length.begin(), length.end(), result.records.begin() + 4);
+        return result;
+    }
     std::uint32_t addText(const std::u16string& text, std::vector<Cp> breaks = {}) {
         auto& texts = builder.content.tables.shapeTexts;
         texts.push_back({builder.fragment({plain(text)}), std::move(breaks)});
@@ -89,6 +114,27 @@ protected:
                           << std::string(finding.text.begin(), finding.text.end());
         }
         return readDocument(file);
+    }
+    // What was saved step by step is what is written of the same document at once.
+    void expectAsWrittenAtOnce() {
+        const DocumentContent stepwise = read();
+        DocumentWriter(folder).saveAs("/folder/whole.doc", builder.content);
+        const DocumentContent whole = readDocument(folder->bytes("/folder/whole.doc"));
+        ASSERT_EQ(stepwise.tables.drawings.size(), whole.tables.drawings.size());
+        for (std::size_t i = 0; i < whole.tables.drawings.size(); ++i) {
+            expectAlike(stepwise.tables.drawings[i], whole.tables.drawings[i]);
+        }
+        EXPECT_EQ(textsOf(stepwise), textsOf(whole));
+        EXPECT_EQ(anchorsOf(stepwise.main), anchorsOf(whole.main));
+    }
+    static void expectAlike(const Drawing& one, const Drawing& other) {
+        EXPECT_EQ(one.place, other.place);
+        EXPECT_EQ(one.records, other.records);
+        EXPECT_TRUE(std::equal(
+            one.references.begin(), one.references.end(), other.references.begin(),
+            other.references.end(), [](const ShapeReference& a, const ShapeReference& b) {
+                return a.at == b.at && a.kind == b.kind && a.index == b.index && a.link == b.link;
+            }));
     }
     static std::vector<std::u16string> textsOf(const DocumentContent& document) {
         std::vector<std::u16string> result;
@@ -227,6 +273,87 @@ TEST_F(DrawingWriter, EverySaveAddsWhatIsNewAndNothingTwice) {
         ASSERT_EQ(textsOf(read()), expected);
     }
     EXPECT_EQ(occurrences("\x89PNG"), 6);
+}
+
+TEST_F(DrawingWriter, AChainGrowsWithLaterSavesAndAtItsFront) {
+    writer.saveAs(path, builder.content);
+    const std::uint32_t text = addText(u"first second third\r", {6, 13});
+    add(u"c", drawingOfText(text, 2));
+    writer.save(builder.content);
+    EXPECT_TRUE(textsOf(read()).empty());
+    add(u"a", drawingOfText(text, 0));
+    writer.save(builder.content);
+    EXPECT_TRUE(read().tables.shapeTexts.at(0).breaks.empty());
+    add(u"b", drawingOfText(text, 1));
+    writer.save(builder.content);
+    EXPECT_EQ(read().tables.shapeTexts.at(0).breaks, (std::vector<Cp>{6, 13}));
+    expectAsWrittenAtOnce();
+}
+
+TEST_F(DrawingWriter, AShapeThatIsNamedBeforeItIsThereIsFoundWhenItComes) {
+    writer.saveAs(path, builder.content);
+    add(u"a", drawingBefore(1));
+    writer.save(builder.content);
+    expectAsWrittenAtOnce();
+    add(u"b", drawing());
+    writer.save(builder.content);
+    expectAsWrittenAtOnce();
+    const DocumentContent document = read();
+    const auto& references = document.tables.drawings.at(0).references;
+    const auto next =
+        std::find_if(references.begin(), references.end(),
+                     [](const ShapeReference& one) { return one.kind == Kind::otherShape; });
+    ASSERT_NE(next, references.end());
+    EXPECT_EQ(next->index, document.tables.drawings.at(1).references.at(0).index);
+}
+
+TEST_F(DrawingWriter, ShapesThatComeInFrontAreInFront) {
+    for (int i = 0; i < 3; ++i) {
+        add(u"text", drawingOfText(addText(u"behind\r")));
+    }
+    writer.saveAs(path, builder.content);
+    add(u"a", drawingOfText(addText(u"in front\r")));
+    std::rotate(builder.content.main.begin(), builder.content.main.end() - 2,
+                builder.content.main.end() - 1);
+    writer.save(builder.content);
+    expectAsWrittenAtOnce();
+    EXPECT_EQ(textsOf(read()).at(0), u"in front\r");
+}
+
+TEST_F(DrawingWriter, BothPartsOfTheTextGetShapesWithEverySave) {
+    writer.saveAs(path, builder.content);
+    for (unsigned i = 0; i < 700; ++i) {
+        add(u"x", drawing());
+    }
+    for (unsigned i = 0; i < 4; ++i) {
+        HeaderSet set;
+        set[1] = slicesOf(anchored(u"header", drawingOfPicture(addPicture(4 + i))));
+        builder.content.headers = {set};
+        for (unsigned count = 0; count < 120; ++count) {
+            add(u"x", count % 40 == 0 ? drawingOfPicture(addPicture(20 + i)) : drawing());
+        }
+        writer.save(builder.content);
+        expectAsWrittenAtOnce();
+    }
+}
+
+// Of those only the rows of tables: where they are anchored, where their characters stand.
+TEST_F(DrawingWriter, ASaveDoesNotWriteTheRecordsOfShapesThatWereThere) {
+    const auto writtenBehind = [&](int shapes) {
+        for (int i = 0; i < shapes; ++i) {
+            add(u"x", largeDrawing(4000));
+        }
+        writer.save(builder.content);
+        const std::size_t before = folder->trouble.bytesWritten;
+        add(u"x", drawing());
+        writer.save(builder.content);
+        return folder->trouble.bytesWritten - before;
+    };
+    writer.saveAs(path, builder.content);
+    writtenBehind(1);
+    const std::size_t behindFew = writtenBehind(20);
+    EXPECT_LT(writtenBehind(200), behindFew + std::size_t{200} * 100);
+    expectAsWrittenAtOnce();
 }
 
 TEST_F(DrawingWriter, ADrawingWhoseAnchorIsGoneIsNotWritten) {

@@ -93,20 +93,57 @@ TEST_F(TableStreamTest, WhatGrowsAtItsFrontMayStartAnew) {
     EXPECT_EQ(inFile(FibPair::PlfLst, fresh.size()), fresh);
 }
 
+TEST_F(TableStreamTest, WhatGrowsAtBothEndsKeepsItsMiddle) {
+    Bytes all;
+    Bytes other = pattern(3000, 99);
+    for (unsigned seed = 1; seed < 60; ++seed) {
+        const Bytes front = pattern(20 + 3 * seed, seed);
+        const Bytes back = pattern(30 + 7 * seed, 100 + seed);
+        const TableStream::Kept kept{all.size() / 20, all.size() - all.size() / 10};
+        const auto from = all.begin() + static_cast<std::ptrdiff_t>(kept.from);
+        const Bytes middle(from, from + static_cast<std::ptrdiff_t>(kept.count));
+        table.putAround(FibPair::DggInfo, front, kept, back);
+        table.put(FibPair::Dop, other);
+        all = joined({front, middle, back});
+        EXPECT_EQ(table.place(FibPair::DggInfo).lcb, all.size());
+        ASSERT_EQ(inFile(FibPair::DggInfo, all.size()), all) << seed;
+        EXPECT_EQ(inFile(FibPair::Dop, other.size()), other);
+    }
+}
+
+TEST_F(TableStreamTest, WhatGrowsAtBothEndsMayStartAnewInItsOldPlace) {
+    Bytes front = pattern(1000, 1);
+    Bytes back = pattern(2000, 2);
+    table.putAround(FibPair::DggInfo, front, {}, back);
+    EXPECT_EQ(inFile(FibPair::DggInfo, 3000), joined({front, back}));
+    const std::uint32_t place = table.place(FibPair::DggInfo).fc;
+    front = pattern(1500, 3);
+    back = pattern(300, 4);
+    table.putAround(FibPair::DggInfo, front, {}, back);
+    EXPECT_EQ(table.place(FibPair::DggInfo).fc, place);
+    EXPECT_EQ(inFile(FibPair::DggInfo, 1800), joined({front, back}));
+    table.putAround(FibPair::DggInfo, {}, {}, {});
+    EXPECT_EQ(table.place(FibPair::DggInfo).lcb, 0U);
+}
+
 TEST_F(TableStreamTest, NoMoreIsKeptThanThereIs) {
     table.putFront(FibPair::PlfLst, Bytes(10), 0, 10);
     EXPECT_THROW(table.putFront(FibPair::PlfLst, Bytes(10), 11, 10), std::invalid_argument);
+    table.putAround(FibPair::DggInfo, Bytes(10), {}, Bytes(5));
+    EXPECT_THROW(table.putAround(FibPair::DggInfo, {}, {3, 13}, {}), std::invalid_argument);
 }
 
 TEST_F(TableStreamTest, OnlyWhatChangesIsWritten) {
     Bytes bytes = pattern(40000, 1);
     table.put(FibPair::Clx, bytes);
     table.putFront(FibPair::PlfLst, pattern(40000, 2), 0, 40000);
+    table.putAround(FibPair::DggInfo, pattern(20, 3), {}, pattern(39980, 3));
     store.commit(Durability::killedProcess);
     const std::size_t before = folder.trouble.bytesWritten;
     bytes[20000] ^= 0xFF;
     table.put(FibPair::Clx, bytes);
     table.putFront(FibPair::PlfLst, pattern(10, 2), 39990, 40000);
+    table.putAround(FibPair::DggInfo, Bytes(10), {20, 39900}, Bytes(20));
     store.commit(Durability::killedProcess);
     EXPECT_LT(folder.trouble.bytesWritten - before, 10 * CompoundStore::sectorSize);
 }

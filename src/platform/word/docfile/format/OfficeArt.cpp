@@ -40,11 +40,16 @@ RecordHeader readHeader(LittleEndianReader& reader) {
     return {versionAndInstance & 0xF, versionAndInstance >> 4, type, reader.u32()};
 }
 
-void writeRecord(LittleEndianWriter& writer, unsigned version, unsigned instance,
-                 std::uint16_t type, ByteView content) {
+void writeHeader(LittleEndianWriter& writer, unsigned version, unsigned instance,
+                 std::uint16_t type, std::size_t length) {
     writer.u16(version | (instance << 4));
     writer.u16(type);
-    writer.u32(static_cast<std::uint32_t>(content.size()));
+    writer.u32(static_cast<std::uint32_t>(length));
+}
+
+void writeRecord(LittleEndianWriter& writer, unsigned version, unsigned instance,
+                 std::uint16_t type, ByteView content) {
+    writeHeader(writer, version, instance, type, content.size());
     writer.bytes(content);
 }
 

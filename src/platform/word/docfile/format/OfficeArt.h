@@ -72,6 +72,10 @@ inline bool isBlip(std::uint16_t type) { return type >= firstBlip && type <= las
 // by theirs, not too deep in each other.
 bool recordsAreWhole(ByteView bytes, std::uint16_t firstType);
 
+// Writes the header of a record whose `length` bytes follow.
+void writeHeader(LittleEndianWriter& writer, unsigned version, unsigned instance,
+                 std::uint16_t type, std::size_t length);
+
 // Writes header and content.
 void writeRecord(LittleEndianWriter& writer, unsigned version, unsigned instance,
                  std::uint16_t type, ByteView content);

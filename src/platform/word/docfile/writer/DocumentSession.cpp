@@ -126,15 +126,16 @@ void DocumentSession::writeDrawings(const DocumentContent& content, const Parts&
     const DrawingStores stores{
         [this](const DataBlob& entry) { return word_.placeOfPicture(entry); },
         [this](const EmbeddedObjectRef& object) { return objects_.numberOf(object); }};
-    const EncodedDrawings drawings =
-        encodeDrawings(parts.drawings, parts.lengths.text, parts.headerDrawings,
-                       parts.lengths.headers, content.tables, stores);
+    const DrawingEncoder::Encoded drawings =
+        drawings_.encode(parts.drawings, parts.lengths.text, parts.headerDrawings,
+                         parts.lengths.headers, content.tables, stores);
     const auto put = [&](TextPart part, FibPair breaks, const DrawingTables& tables) {
         table_.put(factsOf(part).references->pair, tables.anchors);
         table_.put(factsOf(part).texts->pair, tables.boxes);
         table_.put(breaks, tables.breaks);
     };
-    table_.put(FibPair::DggInfo, drawings.content);
+    table_.putAround(FibPair::DggInfo, drawings.front, {drawings.keptFrom, drawings.kept},
+                     drawings.back);
     put(TextPart::textBoxes, FibPair::PlcfTxbxBkd, drawings.main);
     put(TextPart::headerTextBoxes, FibPair::PlcfTxbxHdrBkd, drawings.headers);
 }

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/styles/ListDefinitionEncoder.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/SideStories.h"
+#include "platform/word/docfile/writer/DrawingEncoder.h"
 #include "platform/word/docfile/writer/DrawingParts.h"
 #include "platform/word/docfile/writer/SideText.h"
 #include "platform/word/docfile/writer/TableStream.h"
@@ -67,6 +68,7 @@ private:
     FragmentCopies copies_;
     std::shared_ptr<const Story> mark_ = lonelyMark(); // closes parts and headers
     ListDefinitionEncoder listDefinitions_;
+    DrawingEncoder drawings_;
     std::vector<Bookmark> marks_;
     bool started_ = false;    // written at least once
     std::uint16_t saves_ = 0; // after the first one, as far as the format counts

@@ -2,12 +2,20 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 
-#include <functional>
+#include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
-// The drawings of a document as a file needs them.
+// The drawings of a document in the order in which a file has them.
 namespace qvnd::word {
+
+// A shape or a text of the tables, and which copy of it: what drawings name, they name anew with
+// each place that they have.
+using CopyKey = std::uint64_t;
+constexpr CopyKey keyOf(std::uint32_t index, std::uint32_t copy) {
+    return (CopyKey{copy} << 32) | index;
+}
 
 // The drawings that float over one part of the text, and the part of the text that their own texts
 // make, one behind the other.
@@ -33,31 +41,20 @@ struct DrawingPart {
 DrawingPart gatherDrawings(std::span<const Anchor> anchors, const DocumentTables& tables,
                            const std::shared_ptr<const Story>& closing);
 
-// Where a file keeps what drawings name.
-struct DrawingStores {
-    // The offset of a picture in the WordDocument stream, by its entry of
-    // DocumentTables::shapePictures; the same for equal pictures.
-    std::function<std::uint32_t(const DataBlob& entry)> picture;
-    // The number of an embedded object's storage.
-    std::function<std::uint32_t(const EmbeddedObjectRef& object)> object;
-};
-
-// The structures of one part: PlcSpaMom, PlcftxbxTxt, PlcfTxbxBkd, or their likes for headers.
-struct DrawingTables {
-    Bytes anchors;
-    Bytes boxes;
-    Bytes breaks;
-};
-
-struct EncodedDrawings {
-    Bytes content; // OfficeArtContent, [MS-DOC] 2.9.172; empty when there is no drawing
-    DrawingTables main;
-    DrawingTables headers;
-};
-
-// `mainEnd`, `headersEnd`: lengths of the two parts of the text. Linear in the drawings' records.
-EncodedDrawings encodeDrawings(const DrawingPart& main, Cp mainEnd, const DrawingPart& headers,
-                               Cp headersEnd, const DocumentTables& tables,
-                               const DrawingStores& stores);
+// Calls `visit` with each shape of the drawing that shows a text, and the first text that it names.
+template <class Visit>
+void forEachShownText(const Drawing& drawing, Visit visit) {
+    std::uint32_t shape = 0;
+    bool shows = true;
+    for (const ShapeReference& reference : drawing.references) {
+        if (reference.kind == ShapeReference::Kind::shape) {
+            shape = reference.index;
+            shows = false;
+        } else if (reference.kind == ShapeReference::Kind::text && !shows) {
+            shows = true;
+            visit(shape, reference);
+        }
+    }
+}
 
 } // namespace qvnd::word

@@ -56,6 +56,32 @@ void TableStream::putFront(FibPair pair, ByteView front, std::size_t kept, std::
     extent.begin = extent.bytes.size() - size;
 }
 
+void TableStream::putAround(FibPair pair, ByteView front, const Kept& kept, ByteView back) {
+    Extent& extent = extents_[pair];
+    if (kept.from + kept.count > extent.counted) {
+        throw std::invalid_argument("more of a structure is kept than there is");
+    }
+    const std::size_t size = front.size() + kept.count + back.size();
+    const std::size_t room = extent.bytes.size();
+    const std::size_t keptAt =
+        kept.count == 0 ? std::min(front.size(), room) : extent.begin + kept.from;
+    extent.counted = static_cast<std::uint32_t>(size);
+    if (front.size() <= keptAt && back.size() <= room - keptAt - kept.count) {
+        extent.begin = keptAt - front.size();
+        change(extent, extent.begin, {front, ByteView{}});
+        change(extent, keptAt + kept.count, {back, ByteView{}});
+        return;
+    }
+    Bytes place(roomFor(size, room != 0));
+    extent.begin = room == 0 ? 0 : (place.size() - size) / 2;
+    const auto keptFrom = extent.bytes.begin() + static_cast<std::ptrdiff_t>(keptAt);
+    auto out = place.begin() + static_cast<std::ptrdiff_t>(extent.begin);
+    out = std::copy(front.begin(), front.end(), out);
+    out = std::copy_n(keptFrom, kept.count, out);
+    std::copy(back.begin(), back.end(), out);
+    append(extent, std::move(place));
+}
+
 void TableStream::append(Extent& extent, Bytes bytes) {
     extent.offset = store_.size(stream_);
     extent.bytes = std::move(bytes);

@@ -24,14 +24,22 @@ public:
     // the structure had, which are not written again. `counted` is the length that the FIB gets
     // (lcb). Such a structure is written with this function alone.
     void putFront(FibPair pair, ByteView front, std::size_t kept, std::size_t counted);
+    // What a structure keeps of what it was: `count` bytes from `from` on.
+    struct Kept {
+        std::size_t from = 0;
+        std::size_t count = 0;
+    };
+    // Brings a structure that grows at both ends to `front`, what is kept, and `back`. What is kept
+    // stays where it is while there is room around it. Such a structure is written with this alone.
+    void putAround(FibPair pair, ByteView front, const Kept& kept, ByteView back);
     // Brings the stream to the size from which on it may be changed by parts.
     void finish();
 
     FcLcb place(FibPair pair) const;
 
 private:
-    // The place of a structure: whole sectors, which it fills from the front, or from the end when
-    // it grows at its front.
+    // The place of a structure: whole sectors. It fills them from the front; one that grows at its
+    // front fills them from the end, one that grows at both ends lies between.
     struct Extent {
         std::uint32_t offset = 0;
         Bytes bytes;           // as in the file
