@@ -40,6 +40,38 @@ constexpr std::size_t megabyte = std::size_t{1} << 20;
 
 std::size_t mostFor(const Bytes& file) { return 20 * file.size() + 50 * megabyte; }
 
+// Where what is written takes no memory, as on a disk.
+class FilesElsewhere final : public OutputFolder {
+public:
+    std::unique_ptr<OutputFile> createBeside(const std::filesystem::path& target,
+                                             std::filesystem::path* path) override {
+        *path = target;
+        return std::make_unique<File>();
+    }
+    std::unique_ptr<OutputFile> openForUpdate(const std::filesystem::path&) override {
+        return std::make_unique<File>();
+    }
+    void replace(const std::filesystem::path&, const std::filesystem::path&) override {}
+    void remove(const std::filesystem::path&) noexcept override {}
+    std::optional<FileStamp> stamp(const std::filesystem::path&) override { return std::nullopt; }
+
+private:
+    class File final : public OutputFile {
+    public:
+        std::size_t writeSome(std::uint64_t offset, ByteView bytes) override {
+            size_ = std::max(size_, offset + bytes.size());
+            return bytes.size();
+        }
+        std::uint64_t size() override { return size_; }
+        void truncate(std::uint64_t size) override { size_ = size; }
+        void sync() override {}
+        void close() override {}
+
+    private:
+        std::uint64_t size_ = 0;
+    };
+};
+
 // Reads the file, puts it into a new document and saves that.
 void bringIn(const Bytes& file) {
     WorkingDocument document(normalTemplate());
@@ -50,8 +82,7 @@ void bringIn(const Bytes& file) {
             document, document.main().size() - 1,
             importDocument(document.tables(), document.bookmarkNames(), source, leftOut));
     }
-    const auto folder = std::make_shared<qvnd::test::MemoryFolder>();
-    DocumentWriter(folder).saveAs("/folder/a.doc", document.content());
+    DocumentWriter(std::make_shared<FilesElsewhere>()).saveAs("/a.doc", document.content());
 }
 
 void expectBounded(const Bytes& file) {
@@ -88,38 +119,47 @@ TEST(BoundedMemory, IsCounted) {
     EXPECT_GE(use.allocations, 2U);
 }
 
-TEST(BoundedMemory, TenThousandStoragesInEachOther) {
-    qvnd::test::MemoryFolder folder;
-    std::filesystem::path path;
-    CompoundStore store(folder.createBeside("/x", &path), {});
-    const auto streams = qvnd::test::wordStreams(plainWordFile(u"x\r"));
-    store.append(store.addStream(u"WordDocument"), streams.wordDocument);
-    store.append(store.addStream(u"1Table"), streams.table);
-    CompoundStore::Stream inner = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
-    inner = store.addStorage(inner, u"_1000000001", {});
-    for (int depth = 0; depth < 10'000; ++depth) {
-        inner = store.addStorage(inner, u"a_storage_with_a_very_long_name", {});
+// A small document with the storage of an embedded object, which the test fills.
+class FileWithObject {
+public:
+    FileWithObject() : store(folder_.createBeside("/x", &path_), {}) {
+        const auto streams = qvnd::test::wordStreams(plainWordFile(u"x\r"));
+        store.append(store.addStream(u"WordDocument"), streams.wordDocument);
+        store.append(store.addStream(u"1Table"), streams.table);
+        const auto pool = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
+        object = store.addStorage(pool, u"_1000000001", {});
     }
-    store.commit(CompoundStore::Durability::killedProcess);
-    expectBounded(folder.bytes(path));
+    Bytes bytes() {
+        store.commit(CompoundStore::Durability::killedProcess);
+        return folder_.bytes(path_);
+    }
+
+private:
+    qvnd::test::MemoryFolder folder_;
+    std::filesystem::path path_;
+
+public:
+    CompoundStore store;
+    CompoundStore::Stream object;
+};
+
+TEST(BoundedMemory, TenThousandStoragesInEachOther) {
+    FileWithObject file;
+    CompoundStore::Stream inner = file.object;
+    for (int depth = 0; depth < 10'000; ++depth) {
+        inner = file.store.addStorage(inner, u"a_storage_with_a_very_long_name", {});
+    }
+    expectBounded(file.bytes());
 }
 
 // All streams of the object are the one that is really there.
 TEST(BoundedMemory, StreamsOfAnObjectThatShareTheirSectors) {
-    qvnd::test::MemoryFolder folder;
-    std::filesystem::path path;
-    CompoundStore store(folder.createBeside("/x", &path), {});
-    const auto streams = qvnd::test::wordStreams(plainWordFile(u"x\r"));
-    store.append(store.addStream(u"WordDocument"), streams.wordDocument);
-    store.append(store.addStream(u"1Table"), streams.table);
-    const auto pool = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
-    const auto object = store.addStorage(pool, u"_1000000001", {});
+    FileWithObject document;
     for (int i = 0; i < 500; ++i) {
-        store.addStream(object, u"s" + qvnd::word::digits(i));
+        document.store.addStream(document.object, u"s" + qvnd::word::digits(i));
     }
-    store.append(store.addStream(object, u"large"), Bytes(megabyte));
-    store.commit(CompoundStore::Durability::killedProcess);
-    Bytes file = folder.bytes(path);
+    document.store.append(document.store.addStream(document.object, u"large"), Bytes(megabyte));
+    Bytes file = document.bytes();
     std::size_t large = 0;
     const std::u16string name = u"large";
     const auto isEntry = [&](std::size_t at, char16_t first) {
@@ -223,6 +263,29 @@ TEST(BoundedMemory, ShapesThatShowOnePicture) {
     EXPECT_EQ(flat.pictures.size(), 500U);
     EXPECT_LT(use.peak, 10 * megabyte);
     expectBounded(wordFile(file));
+}
+
+// In the form of one byte a character, all of them marked as special.
+Bytes nothingBut(char16_t character) {
+    const auto count = static_cast<Cp>(megabyte + megabyte / 4);
+    PieceText piece;
+    piece.text = std::u16string(count, character);
+    piece.compressed = true;
+    piece.characters = {{count, withSprm8({}, sprm::CFSpec, 1)}};
+    WordFile file;
+    file.pieces.push_back(piece);
+    return wordFile(file);
+}
+
+TEST(BoundedMemory, NothingButParagraphMarks) { expectBounded(nothingBut(u'\r')); }
+
+TEST(BoundedMemory, NothingButMarksOfCells) { expectBounded(nothingBut(u'\a')); }
+
+TEST(BoundedMemory, NothingButCharactersThatStandForWhatIsNotThere) {
+    for (const char16_t character : std::u16string(u"\u0001\u0008\u0013")) {
+        SCOPED_TRACE(static_cast<int>(character));
+        expectBounded(nothingBut(character));
+    }
 }
 
 // A file of paragraph marks whose text is that stretch of them so many times over.

@@ -5,6 +5,16 @@
 
 namespace qvnd::word {
 
+void StoryEdits::remove(Cp at, Cp length) {
+    const bool goesOn = !edits_.empty() && edits_.back().text.empty() &&
+                        edits_.back().at + edits_.back().length == at;
+    if (goesOn) {
+        edits_.back().length += length;
+    } else {
+        replace(at, length, {});
+    }
+}
+
 void StoryEdits::replace(Cp at, Cp length, std::u16string text) {
     edits_.push_back({at, length, std::move(text), 0});
 }

@@ -10,7 +10,8 @@ namespace qvnd::word {
 // Replacements in a story, collected first and made together in one pass.
 class StoryEdits {
 public:
-    void remove(Cp at, Cp length = 1) { replace(at, length, {}); }
+    // Right behind the last removal, both become one: there may be one for each character.
+    void remove(Cp at, Cp length = 1);
     // New text takes the properties of the first character that it replaces. A replacement that
     // lies within an earlier one, or overlaps its end, counts only where it reaches beyond.
     void replace(Cp at, Cp length, std::u16string text);

@@ -1,5 +1,6 @@
 #include "platform/word/docfile/formatting/CharacterPages.h"
 
+#include "platform/word/docfile/EncodedPages.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
@@ -11,6 +12,7 @@
 namespace qvnd::word {
 namespace {
 
+using qvnd::test::encodeCharacterPages;
 using test::hex;
 
 const Bytes bold = hex("35 08 01");

@@ -1,5 +1,6 @@
 #include "platform/word/docfile/formatting/ParagraphPages.h"
 
+#include "platform/word/docfile/EncodedPages.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
@@ -10,6 +11,7 @@
 namespace qvnd::word {
 namespace {
 
+using qvnd::test::encodeParagraphPages;
 using test::hex;
 
 const Bytes centred = hex("61 24 01");

@@ -1,7 +1,7 @@
 #include "platform/word/docfile/WordFileBuilder.h"
 
+#include "platform/word/docfile/EncodedPages.h"
 #include "platform/word/docfile/container/CompoundStore.h"
-#include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"

@@ -83,29 +83,14 @@ FittedList fittedCharacterProperties(ByteView list) {
     return fits(shorter) ? FittedList{std::move(shorter), {}} : divided(shorter);
 }
 
-std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,
-                                                 std::uint32_t fc) {
-    std::vector<FormattingPage> pages;
-    FormattingPageBuilder page(entrySize, fc);
-    for (const FormattedCharacters& run : runs) {
-        if (run.length == 0) {
-            continue;
-        }
-        const std::uint32_t limit = fc + run.length * 2;
-        const Bytes record = fits(run.properties)
-                                 ? chpx(run.properties)
-                                 : chpx(fittedCharacterProperties(run.properties).list);
-        if (!page.add(limit, record)) {
-            pages.push_back(page.finish());
-            page = FormattingPageBuilder(entrySize, fc);
-            page.add(limit, record);
-        }
-        fc = limit;
-    }
-    if (!page.empty()) {
-        pages.push_back(page.finish());
-    }
-    return pages;
+CharacterPages::CharacterPages(std::uint32_t fc, FormattingPages::Take take)
+    : pages_(entrySize, fc, std::move(take)) {}
+
+void CharacterPages::add(const FormattedCharacters& run) {
+    const Bytes record = fits(run.properties)
+                             ? chpx(run.properties)
+                             : chpx(fittedCharacterProperties(run.properties).list);
+    pages_.add(pages_.limitFc() + run.length * 2, record);
 }
 
 CharacterPage decodeCharacterPage(ByteView bytes) {

@@ -3,7 +3,8 @@
 #include "platform/word/docfile/document/Story.h"
 #include "platform/word/docfile/formatting/FormattingPage.h"
 
-#include <span>
+#include <cstdint>
+#include <vector>
 
 // Character formatting in pages, [MS-DOC] 2.9.33 ChpxFkp and 2.9.32 Chpx.
 namespace qvnd::word {
@@ -27,10 +28,21 @@ struct FittedList {
 };
 FittedList fittedCharacterProperties(ByteView list);
 
-// The pages for text at file offset `fc`, two bytes a character; runs of length 0 are left out.
-// Of lists longer than longestCharacterProperties the fitted part.
-std::vector<FormattingPage> encodeCharacterPages(std::span<const FormattedCharacters> runs,
-                                                 std::uint32_t fc);
+// The pages for text at file offset `fc`, two bytes a character, handed on one by one; runs of
+// length 0 are left out. Of lists longer than longestCharacterProperties the fitted part.
+class CharacterPages {
+public:
+    CharacterPages(std::uint32_t fc, FormattingPages::Take take);
+
+    void add(const FormattedCharacters& run);
+    // Where the run that was added last ends.
+    std::uint32_t limitFc() const { return pages_.limitFc(); }
+    // Hands the last page on.
+    void finish() { pages_.finish(); }
+
+private:
+    FormattingPages pages_;
+};
 
 struct CharacterEntry {
     std::uint32_t firstFc = 0;

@@ -70,6 +70,24 @@ FormattingPage FormattingPageBuilder::finish() const {
     return result;
 }
 
+void FormattingPages::add(std::uint32_t limitFc, ByteView record) {
+    if (limitFc == fc_) {
+        return;
+    }
+    if (!page_.add(limitFc, record)) {
+        finish();
+        page_ = FormattingPageBuilder(entrySize_, fc_);
+        page_.add(limitFc, record);
+    }
+    fc_ = limitFc;
+}
+
+void FormattingPages::finish() {
+    if (!page_.empty()) {
+        take_(page_.finish());
+    }
+}
+
 FormattingEntries decodeFormattingPage(ByteView page, std::size_t entrySize) {
     if (page.size() != formattingPageSize) {
         throw FormatError(FormatError::Kind::damaged, "FKP: not a whole page");

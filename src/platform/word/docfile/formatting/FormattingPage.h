@@ -3,8 +3,10 @@
 #include "platform/word/docfile/container/Bytes.h"
 
 #include <array>
+#include <functional>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 // What character and paragraph pages (FKP) have in common, [MS-DOC] 2.9.33 ChpxFkp and 2.9.174
@@ -43,6 +45,28 @@ private:
     std::map<Bytes, std::size_t> placed_;
     std::size_t recordsAt_; // where the lowest record starts
     Bytes page_;
+};
+
+// Fills page after page with runs that follow each other, and hands each full one on.
+class FormattingPages {
+public:
+    using Take = std::function<void(const FormattingPage& page)>;
+
+    // The first run starts at the file offset `fc`.
+    FormattingPages(std::size_t entrySize, std::uint32_t fc, Take take)
+        : entrySize_(entrySize), fc_(fc), take_(std::move(take)), page_(entrySize, fc) {}
+
+    // A run up to `limitFc`; one of no length is left out.
+    void add(std::uint32_t limitFc, ByteView record);
+    std::uint32_t limitFc() const { return fc_; }
+    // Hands the last page on, unless it is empty.
+    void finish();
+
+private:
+    std::size_t entrySize_;
+    std::uint32_t fc_;
+    Take take_;
+    FormattingPageBuilder page_;
 };
 
 // A run of a page read from a file. `record` starts where its offset leads and goes on to the

@@ -4,6 +4,8 @@
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
+#include <utility>
+
 namespace qvnd::word {
 
 namespace {
@@ -71,27 +73,14 @@ CutList cutToPrcData(ByteView list) {
     return result;
 }
 
-std::vector<FormattingPage> encodeParagraphPages(std::span<const FormattedParagraph> paragraphs,
-                                                 std::uint32_t fc, const StoreInDataStream& store) {
-    std::vector<FormattingPage> pages;
-    FormattingPageBuilder page(entrySize, fc);
-    for (const FormattedParagraph& paragraph : paragraphs) {
-        if (paragraph.length == 0) {
-            continue;
-        }
-        const std::uint32_t limit = fc + paragraph.length * 2;
-        const Bytes packed = record(paragraph, store);
-        if (!page.add(limit, packed)) {
-            pages.push_back(page.finish());
-            page = FormattingPageBuilder(entrySize, fc);
-            page.add(limit, packed);
-        }
-        fc = limit;
+ParagraphPages::ParagraphPages(std::uint32_t fc, StoreInDataStream store,
+                               FormattingPages::Take take)
+    : store_(std::move(store)), pages_(entrySize, fc, std::move(take)) {}
+
+void ParagraphPages::add(const FormattedParagraph& paragraph) {
+    if (paragraph.length > 0) {
+        pages_.add(pages_.limitFc() + paragraph.length * 2, record(paragraph, store_));
     }
-    if (!page.empty()) {
-        pages.push_back(page.finish());
-    }
-    return pages;
 }
 
 Bytes encodePrcData(ByteView properties) {

@@ -4,8 +4,9 @@
 #include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/FormattingPage.h"
 
+#include <cstdint>
 #include <functional>
-#include <span>
+#include <vector>
 
 // Paragraph formatting in pages, [MS-DOC] 2.9.174 PapxFkp, 2.9.23 BxPap, 2.9.175 PapxInFkps and
 // 2.9.114 GrpPrlAndIstd.
@@ -32,11 +33,21 @@ struct CutList {
 };
 CutList cutToPrcData(ByteView list);
 
-// The pages for text at file offset `fc`, two bytes a character; paragraphs of length 0 are left
-// out. Properties that no page has room for are given to `store` as a PrcData record, and the
-// page names its offset (sprmPHugePapx). Lists longer than longestPrcData are cut.
-std::vector<FormattingPage> encodeParagraphPages(std::span<const FormattedParagraph> paragraphs,
-                                                 std::uint32_t fc, const StoreInDataStream& store);
+// The pages for text at file offset `fc`, two bytes a character, handed on one by one; paragraphs
+// of length 0 are left out. Properties that no page has room for are given to `store` as a PrcData
+// record, and the page names its offset (sprmPHugePapx). Lists longer than longestPrcData are cut.
+class ParagraphPages {
+public:
+    ParagraphPages(std::uint32_t fc, StoreInDataStream store, FormattingPages::Take take);
+
+    void add(const FormattedParagraph& paragraph);
+    // Hands the last page on.
+    void finish() { pages_.finish(); }
+
+private:
+    StoreInDataStream store_;
+    FormattingPages pages_;
+};
 
 // A PrcData record: the properties behind their length, [MS-DOC] 2.9.211.
 Bytes encodePrcData(ByteView properties);

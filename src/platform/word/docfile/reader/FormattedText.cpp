@@ -70,6 +70,7 @@ public:
     void add(const Piece& piece, ByteView stream) {
         const Cp start = result_.size();
         appendText(result_.text, piece, stream);
+        makeRoom(start);
         addCharacters(piece, start);
         addParagraphs(piece, start);
     }
@@ -86,6 +87,21 @@ public:
     bool lacksFormatting() const { return lacksFormatting_; }
 
 private:
+    static bool mayEndParagraph(char16_t c) {
+        return c == paragraphMark || c == cellMark || c == breakCharacter;
+    }
+
+    // For the paragraphs that end in the text from `start` on: there may be millions, and a vector
+    // that grows by itself takes three times their size.
+    void makeRoom(Cp start) {
+        std::vector<ParagraphRun>& paragraphs = result_.paragraphs;
+        const auto ends = static_cast<std::size_t>(
+            std::count_if(result_.text.begin() + start, result_.text.end(), mayEndParagraph));
+        if (paragraphs.size() + ends >= paragraphs.capacity()) {
+            paragraphs.reserve(std::max(paragraphs.size() + ends + 1, 2 * paragraphs.size()));
+        }
+    }
+
     void addCharacters(const Piece& piece, Cp start) {
         const auto limit = static_cast<std::uint32_t>(piece.limitFc());
         Cp done = 0;
@@ -104,7 +120,7 @@ private:
     void addParagraphs(const Piece& piece, Cp start) {
         for (Cp i = 0; i < piece.length; ++i) {
             const char16_t c = result_.text[start + i];
-            if (c != paragraphMark && c != cellMark && c != breakCharacter) {
+            if (!mayEndParagraph(c)) {
                 continue;
             }
             const std::uint32_t fc = piece.fc + i * piece.bytesPerCharacter();
@@ -170,18 +186,27 @@ std::vector<Cp> startsOf(const std::vector<Run>& runs) {
     return starts;
 }
 
-// The runs of [start, start + length), the first and the last cut to it.
+// The runs of [start, start + length), the first and the last cut to it. `starts` may be empty
+// when `start` is 0.
 template <typename Run>
 std::vector<Run> cut(const std::vector<Run>& runs, const std::vector<Cp>& starts, Cp start,
                      Cp length) {
-    std::vector<Run> result;
-    const auto after = std::upper_bound(starts.begin(), starts.end(), start);
-    auto i = static_cast<std::size_t>(std::max<std::ptrdiff_t>(after - starts.begin() - 1, 0));
-    for (; i < runs.size() && starts[i] < start + length; ++i) {
-        Run run = runs[i];
-        const Cp first = std::max(starts[i], start);
-        run.length = std::min(starts[i] + run.length, start + length) - first;
-        result.push_back(run);
+    auto run = runs.begin();
+    Cp at = 0;
+    if (start > 0 && !starts.empty()) {
+        const auto after = std::upper_bound(starts.begin(), starts.end(), start);
+        run += std::max<std::ptrdiff_t>(after - starts.begin() - 1, 0);
+        at = starts[static_cast<std::size_t>(run - runs.begin())];
+    }
+    auto last = run;
+    for (Cp end = at; last != runs.end() && end < start + length; ++last) {
+        end += last->length;
+    }
+    std::vector<Run> result(run, last);
+    for (Run& one : result) {
+        const Cp first = std::max(at, start);
+        at += one.length;
+        one.length = std::min(at, start + length) - first;
     }
     return result;
 }
@@ -190,6 +215,15 @@ std::vector<Run> cut(const std::vector<Run>& runs, const std::vector<Cp>& starts
 Cp storiesLength(const OpenedDocument& document) {
     const PartLengths& ccp = document.fib.ccp;
     return static_cast<Cp>(std::min<std::uint64_t>(ccp.text + ccp.sideTotal(), 0x7FFFFFFF));
+}
+
+// How much text the pieces give at most.
+std::size_t textLength(const OpenedDocument& document, const PieceTable& table) {
+    std::uint64_t length = 0;
+    for (const Piece& piece : table.pieces) {
+        length += piece.length;
+    }
+    return std::min({length, std::uint64_t{storiesLength(document)}, mostCharacters(document)});
 }
 
 // Files of one piece: the text lies between fcMin and fcMac.
@@ -249,6 +283,7 @@ FormattedText readFormattedText(const OpenedDocument& document, const PieceTable
     const FormattingRuns paragraphs = paragraphRuns(document, expansion);
     PieceModifiers modifiers(table.modifiers, expansion, lists);
     FormattedText result;
+    result.text.reserve(textLength(document, table));
     TextAssembly assembly(result, characters, paragraphs, sectionEnds, modifiers);
     Piece last;
     for (Piece piece : table.pieces) {
@@ -264,7 +299,9 @@ FormattedText readFormattedText(const OpenedDocument& document, const PieceTable
         last = piece;
     }
     assembly.close(last);
-    result.index();
+    if (document.fib.ccp.sideTotal() > 0) {
+        result.index();
+    }
     const int damaged = characters.damagedPages + paragraphs.damagedPages;
     if (damaged > 0) {
         remarks.push_back(u"有 " + digits(damaged) +

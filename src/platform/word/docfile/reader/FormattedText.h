@@ -20,7 +20,8 @@ struct FormattedText {
     Cp size() const { return static_cast<Cp>(text.size()); }
     // The part as a story of its own, without its fields. What is cut through goes on to the cut.
     Story part(Cp start, Cp length) const;
-    // Fills what part() needs; call after the vectors are complete.
+    // Fills what part() needs for parts that do not start at 0; call after the vectors are
+    // complete.
     void index();
 
 private:

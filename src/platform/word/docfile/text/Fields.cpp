@@ -18,6 +18,8 @@ constexpr std::uint8_t endHasSeparator = 0x80;
 std::vector<FieldMark> characterMarks(std::span<const FieldMark> known, std::u16string_view text,
                                       int& damage) {
     std::vector<FieldMark> marks;
+    marks.reserve(
+        static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isFieldCharacter)));
     std::size_t used = 0;
     auto next = known.begin();
     for (Cp at = 0; at < text.size(); ++at) {
@@ -47,7 +49,7 @@ public:
         for (std::size_t i = 0; i < marks_.size(); ++i) {
             switch (marks_[i].character) {
             case fieldBegin:
-                open_.push_back({i, none});
+                open_.push_back({static_cast<std::uint32_t>(i), none});
                 break;
             case fieldSeparator:
                 separate(i);
@@ -60,15 +62,15 @@ public:
     }
 
 private:
-    static constexpr std::size_t none = static_cast<std::size_t>(-1);
-    struct Open {
-        std::size_t begin;
-        std::size_t separator;
+    static constexpr std::uint32_t none = 0xFFFFFFFF;
+    struct Open { // small: there may be one for each character
+        std::uint32_t begin;
+        std::uint32_t separator;
     };
 
     void separate(std::size_t i) {
         if (!open_.empty() && open_.back().separator == none) {
-            open_.back().separator = i;
+            open_.back().separator = static_cast<std::uint32_t>(i);
         }
     }
 

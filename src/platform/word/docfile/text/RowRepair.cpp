@@ -110,6 +110,7 @@ public:
     RowsRepair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
 
     int run() {
+        ends_.reserve(story_.paragraphs.size());
         Cp end = 0;
         for (const ParagraphRun& paragraph : story_.paragraphs) {
             ends_.push_back(end += paragraph.length);

@@ -4,7 +4,7 @@
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/TablePlaces.h"
 
-#include <set>
+#include <algorithm>
 
 namespace qvnd::word {
 
@@ -31,13 +31,15 @@ public:
     Repair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
 
     int run() {
+        ends_.reserve(story_.paragraphs.size());
+        moved_.resize(story_.paragraphs.size());
         for (std::size_t i = 0; i < story_.paragraphs.size(); ++i) {
             end_ += story_.paragraphs[i].length;
             ends_.push_back(end_);
             take(i);
         }
         closeDeeper(0, story_.paragraphs.size());
-        return static_cast<int>(moved_.size());
+        return static_cast<int>(std::count(moved_.begin(), moved_.end(), true));
     }
 
 private:
@@ -87,7 +89,7 @@ private:
         paragraph.properties = asTextAt(depth, paragraph.properties, lists_);
         char16_t& mark = story_.text[ends_[i] - 1];
         mark = mark == cellMark ? paragraphMark : mark;
-        moved_.insert(i);
+        moved_[i] = true;
     }
 
     Story& story_;
@@ -96,7 +98,7 @@ private:
     std::vector<Cp> ends_;
     Cp end_ = 0;
     std::vector<std::size_t> rows_;
-    std::set<std::size_t> moved_;
+    std::vector<bool> moved_; // by paragraph
 };
 
 } // namespace

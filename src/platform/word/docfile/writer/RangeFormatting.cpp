@@ -22,50 +22,67 @@ Cp overlap(const TextRange& range, Cp runBegin, Cp runEnd) {
 
 RangeFormatting::RangeFormatting(const std::vector<TextRange>& ranges,
                                  const std::set<Cp>& sectionEnds, FileProperties& properties)
-    : sectionEnds_(sectionEnds), properties_(properties) {
-    for (std::size_t i = 0; i < ranges.size(); ++i) {
-        const TextRange& range = ranges[i];
-        addCharacters(range);
-        addParagraphs(range);
-        const bool continues =
-            i + 1 < ranges.size() && ranges[i + 1].position == range.position + range.length;
-        leftOpen_.push_back(open_.length != 0 && !continues);
-        if (leftOpen_.back()) {
-            leaveOpen();
+    : ranges_(ranges), sectionEnds_(sectionEnds), properties_(properties),
+      leftOpen_(walkParagraphs([](const ParagraphRun&) {})) {}
+
+void RangeFormatting::tellCharacters(
+    const std::function<void(const FormattedCharacters&)>& take) const {
+    CharacterRun joined;
+    const auto tell = [&] { take({joined.length, properties_.of(joined.properties)}); };
+    for (std::size_t i = 0; i < ranges_.size(); ++i) {
+        Cp end = 0;
+        for (const CharacterRun& run : ranges_[i].story->characters) {
+            const Cp begin = std::exchange(end, end + run.length);
+            const Cp length = overlap(ranges_[i], begin, end);
+            if (length != 0 && joined.length != 0 && joined.properties != run.properties) {
+                tell();
+                joined.length = 0;
+            }
+            joined = length == 0 ? joined : CharacterRun{joined.length + length, run.properties};
         }
+        joined.length += leftOpen_[i] ? 1 : 0;
+    }
+    if (joined.length != 0) {
+        tell();
     }
 }
 
-void RangeFormatting::addCharacters(const TextRange& range) {
-    Cp end = 0;
-    for (const CharacterRun& run : range.story->characters) {
-        const Cp begin = std::exchange(end, end + run.length);
-        const Cp length = overlap(range, begin, end);
-        if (length == 0) {
-            continue;
-        }
-        if (!characters_.empty() && lastCharacters_ == run.properties) {
-            characters_.back().length += length;
-        } else {
-            characters_.push_back({length, properties_.of(run.properties)});
-            lastCharacters_ = run.properties;
-        }
-    }
+void RangeFormatting::tellParagraphs(
+    const std::function<void(const FormattedParagraph&)>& take) const {
+    walkParagraphs([&](const ParagraphRun& paragraph) {
+        take({paragraph.length, paragraph.style, properties_.of(paragraph.properties)});
+    });
 }
 
-void RangeFormatting::addParagraphs(const TextRange& range) {
-    Cp end = 0;
-    for (const ParagraphRun& run : range.story->paragraphs) {
-        const Cp begin = std::exchange(end, end + run.length);
-        const Cp length = overlap(range, begin, end);
-        if (length == 0) {
-            continue;
+std::vector<bool>
+RangeFormatting::walkParagraphs(const std::function<void(const ParagraphRun&)>& take) const {
+    std::vector<bool> leftOpen;
+    ParagraphRun open;
+    for (std::size_t i = 0; i < ranges_.size(); ++i) {
+        Cp end = 0;
+        for (const ParagraphRun& run : ranges_[i].story->paragraphs) {
+            const Cp begin = std::exchange(end, end + run.length);
+            const Cp length = overlap(ranges_[i], begin, end);
+            if (length == 0) {
+                continue;
+            }
+            open = {open.length + length, run.style, run.properties};
+            if (endsParagraph(ranges_[i], end)) {
+                take(std::exchange(open, {}));
+            }
         }
-        open_ = {open_.length + length, run.style, properties_.of(run.properties)};
-        if (endsParagraph(range, end)) {
-            finishParagraph();
+        leftOpen.push_back(open.length != 0 && !continues(i));
+        if (leftOpen.back()) {
+            ++open.length;
+            take(std::exchange(open, {}));
         }
     }
+    return leftOpen;
+}
+
+bool RangeFormatting::continues(std::size_t range) const {
+    return range + 1 < ranges_.size() &&
+           ranges_[range + 1].position == ranges_[range].position + ranges_[range].length;
 }
 
 bool RangeFormatting::endsParagraph(const TextRange& range, Cp runEnd) const {
@@ -80,14 +97,6 @@ bool RangeFormatting::endsParagraph(const TextRange& range, Cp runEnd) const {
     // the sections tells it from a break of a section.
     const Cp position = range.position + (runEnd - range.begin);
     return runEnd < range.story->size() || sectionEnds_.count(position) != 0;
-}
-
-void RangeFormatting::finishParagraph() { paragraphs_.push_back(std::exchange(open_, {})); }
-
-void RangeFormatting::leaveOpen() {
-    ++open_.length;
-    ++characters_.back().length;
-    finishParagraph();
 }
 
 } // namespace qvnd::word

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/writer/FileProperties.h"
 #include "platform/word/docfile/writer/FragmentPlaces.h"
 
+#include <functional>
 #include <set>
 #include <vector>
 
@@ -15,31 +16,28 @@ namespace qvnd::word {
 // it where the document continues there, and has the properties of the mark's part. Where the
 // document goes on elsewhere, one more character has to follow in the file, covered by the
 // formatting but by no piece: a paragraph whose last character is the piece's last would end
-// there ([MS-DOC] 2.4.2).
+// there ([MS-DOC] 2.4.2). Runs are told one by one: a document may have one for each character.
 class RangeFormatting {
 public:
-    // The answers refer to `properties` and to its tables.
+    // All outlive the object.
     RangeFormatting(const std::vector<TextRange>& ranges, const std::set<Cp>& sectionEnds,
                     FileProperties& properties);
 
-    const std::vector<FormattedCharacters>& characters() const { return characters_; }
-    const std::vector<FormattedParagraph>& paragraphs() const { return paragraphs_; }
+    // The views live as long as the properties and their tables.
+    void tellCharacters(const std::function<void(const FormattedCharacters&)>& take) const;
+    void tellParagraphs(const std::function<void(const FormattedParagraph&)>& take) const;
     // By range: whether the character follows that keeps its last paragraph open.
     const std::vector<bool>& leftOpen() const { return leftOpen_; }
 
 private:
-    void addCharacters(const TextRange& range);
-    void addParagraphs(const TextRange& range);
+    // Tells each paragraph in its full length; answers leftOpen().
+    std::vector<bool> walkParagraphs(const std::function<void(const ParagraphRun&)>& take) const;
     bool endsParagraph(const TextRange& range, Cp runEnd) const;
-    void finishParagraph();
-    void leaveOpen();
+    bool continues(std::size_t range) const;
 
+    const std::vector<TextRange>& ranges_;
     const std::set<Cp>& sectionEnds_;
     FileProperties& properties_;
-    std::vector<FormattedCharacters> characters_;
-    PropertyListId lastCharacters_ = PropertyListId::empty;
-    std::vector<FormattedParagraph> paragraphs_;
-    FormattedParagraph open_;
     std::vector<bool> leftOpen_;
 };
 

@@ -6,7 +6,6 @@
 #include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/pictures/Md4.h"
-#include "platform/word/docfile/writer/RangeFormatting.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -32,20 +31,6 @@ void appendUtf16(Bytes& bytes, std::u16string_view text) {
     }
 }
 
-void noteOverlong(std::span<const FormattedCharacters> runs, std::uint32_t fc,
-                  OverlongRuns& overlong) {
-    for (const FormattedCharacters& run : runs) {
-        const std::uint32_t limit = fc + 2 * run.length;
-        if (run.properties.size() > longestCharacterProperties) {
-            const Bytes rest = fittedCharacterProperties(run.properties).rest;
-            if (!rest.empty()) {
-                overlong.add(fc, limit, cutToPrcData(rest).list);
-            }
-        }
-        fc = limit;
-    }
-}
-
 RunTimeError documentTooLarge() {
     return {error::overflow, u"文档过大,Word 97-2003 格式无法保存。"};
 }
@@ -67,17 +52,41 @@ std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& rang
     // The pages leave no gap: a run without properties covers what lies between the texts.
     const std::uint32_t start = characterPages_.empty() ? fc : textLimit();
     const Cp gap = (fc - start) / 2;
-    std::vector<FormattedCharacters> characters{{gap, {}}};
-    std::vector<FormattedParagraph> paragraphs{{gap, 0, {}}};
-    characters.insert(characters.end(), formatting.characters().begin(),
-                      formatting.characters().end());
-    paragraphs.insert(paragraphs.end(), formatting.paragraphs().begin(),
-                      formatting.paragraphs().end());
-    const auto store = [&](ByteView record) { return data.append(record); };
-    noteOverlong(characters, start, overlong_);
-    appendPages(encodeCharacterPages(characters, start), characterPages_);
-    appendPages(encodeParagraphPages(paragraphs, start, store), paragraphPages_);
+    appendCharacterPages(formatting, start, gap);
+    appendParagraphPages(formatting, start, gap, data);
     return places;
+}
+
+void WordStream::appendCharacterPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap) {
+    CharacterPages pages(fc, [&](const FormattingPage& page) { take(page, characterPages_); });
+    pages.add({gap, {}});
+    formatting.tellCharacters([&](const FormattedCharacters& run) {
+        const std::uint32_t first = pages.limitFc();
+        pages.add(run);
+        if (run.properties.size() > longestCharacterProperties) {
+            noteOverlong(run.properties, first, pages.limitFc());
+        }
+    });
+    pages.finish();
+    flushPages();
+}
+
+void WordStream::appendParagraphPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap,
+                                      DataStream& data) {
+    ParagraphPages pages(
+        fc, [&](ByteView record) { return data.append(record); },
+        [&](const FormattingPage& page) { take(page, paragraphPages_); });
+    pages.add({gap, 0, {}});
+    formatting.tellParagraphs([&](const FormattedParagraph& paragraph) { pages.add(paragraph); });
+    pages.finish();
+    flushPages();
+}
+
+void WordStream::noteOverlong(ByteView properties, std::uint32_t fc, std::uint32_t limitFc) {
+    const Bytes rest = fittedCharacterProperties(properties).rest;
+    if (!rest.empty()) {
+        overlong_.add(fc, limitFc, cutToPrcData(rest).list);
+    }
 }
 
 std::vector<std::uint32_t> WordStream::appendText(const std::vector<TextRange>& ranges,
@@ -104,14 +113,18 @@ std::vector<std::uint32_t> WordStream::appendText(const std::vector<TextRange>& 
     return places;
 }
 
-void WordStream::appendPages(const std::vector<FormattingPage>& pages, BinTableEncoder& table) {
-    Bytes bytes;
-    for (const FormattingPage& page : pages) {
-        const std::size_t at = size() + bytes.size();
-        table.add(page.firstFc, page.limitFc, static_cast<std::uint32_t>(at / sectorSize));
-        bytes.insert(bytes.end(), page.bytes.begin(), page.bytes.end());
+void WordStream::take(const FormattingPage& page, BinTableEncoder& table) {
+    const std::size_t at = size() + pages_.size();
+    table.add(page.firstFc, page.limitFc, static_cast<std::uint32_t>(at / sectorSize));
+    pages_.insert(pages_.end(), page.bytes.begin(), page.bytes.end());
+    if (pages_.size() >= flushFrom) {
+        flushPages();
     }
-    store_.append(stream_, bytes);
+}
+
+void WordStream::flushPages() {
+    store_.append(stream_, pages_);
+    pages_.clear();
 }
 
 std::uint32_t WordStream::placeOfSection(ByteView properties) {

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/writer/FileProperties.h"
 #include "platform/word/docfile/writer/FragmentPlaces.h"
 #include "platform/word/docfile/writer/OverlongRuns.h"
+#include "platform/word/docfile/writer/RangeFormatting.h"
 
 #include <array>
 #include <map>
@@ -50,12 +51,19 @@ private:
     std::vector<std::uint32_t> appendText(const std::vector<TextRange>& ranges,
                                           const std::vector<bool>& leftOpen);
     void fillSector();
-    void appendPages(const std::vector<FormattingPage>& pages, BinTableEncoder& table);
+    // The pages of text from `fc` on, `gap` characters of no meaning in front.
+    void appendCharacterPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap);
+    void appendParagraphPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap,
+                              DataStream& data);
+    void noteOverlong(ByteView properties, std::uint32_t fc, std::uint32_t limitFc);
+    void take(const FormattingPage& page, BinTableEncoder& table);
+    void flushPages();
 
     CompoundStore& store_;
     CompoundStore::Stream stream_;
     BinTableEncoder characterPages_;
     BinTableEncoder paragraphPages_;
+    Bytes pages_; // that have their place and are not written yet
     OverlongRuns overlong_;
     std::map<Bytes, std::uint32_t> sections_;
     std::map<std::array<std::uint8_t, 16>, std::uint32_t> pictures_; // by digest
