@@ -7,6 +7,7 @@
 #include "platform/word/formatting/ListMembership.h"
 
 #include <algorithm>
+#include <span>
 #include <unordered_set>
 #include <utility>
 
@@ -84,10 +85,9 @@ public:
             open(section.properties);
         }
         for (HeaderSet& set : data_.headers) {
-            for (SlicedText& header : set) {
-                open(header);
-            }
+            openAll(set);
         }
+        openAll(data_.separators);
         nameBookmarks();
         data_.unread = {};
         return std::move(data_);
@@ -117,6 +117,12 @@ private:
     void open(SlicedText& text) {
         for (StorySlice& slice : text) {
             open(slice.fragment);
+        }
+    }
+
+    void openAll(std::span<SlicedText> texts) {
+        for (SlicedText& text : texts) {
+            open(text);
         }
     }
 

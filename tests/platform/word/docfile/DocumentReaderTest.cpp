@@ -365,7 +365,7 @@ TEST(DocumentReader, HeadersAreReadBySectionWithoutTheirGuard) {
     Story mark = header;
     mark.text = u"\r";
     mark.fields.clear();
-    const EncodedHeaders encoded = encodeHeaders(sets, std::make_shared<const Story>(mark));
+    const EncodedHeaders encoded = encodeHeaders({}, sets, std::make_shared<const Story>(mark));
     const std::u16string part = joined(encoded.text)->text;
 
     WordFile file = plainWordFile(u"a\x0Cz\r" + part + u"\r");

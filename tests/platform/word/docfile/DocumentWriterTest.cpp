@@ -517,6 +517,19 @@ TEST_F(DocumentWriterTest, SavesOfEqualFragmentsCostAboutTheSameEach) {
     EXPECT_LT(twice / (100 * 16200.0), 2.0); // against the bytes of the text alone
 }
 
+TEST_F(DocumentWriterTest, SeparatorsOfNotesComeBackAfterEverySave) {
+    const test::Words line{u"\u0003", withSprm8({}, sprm::CFSpec, 1)};
+    builder.content.headers.resize(1);
+    builder.content.separators[0] = slicesOf(builder.fragment({line, plain(u"\r")}));
+    builder.content.separators[4] = slicesOf(builder.fragment({plain(u"see behind\r")}));
+    saveAs();
+    builder.add({plain(u"one\r")});
+    save();
+    EXPECT_EQ(joined(read().separators[0])->text, u"\u0003\r");
+    EXPECT_TRUE(read().separators[1].empty());
+    EXPECT_EQ(joined(read().separators[4])->text, u"see behind\r");
+}
+
 TEST_F(DocumentWriterTest, SavingBeforeTheFirstSaveAsIsALogicError) {
     EXPECT_THROW(save(), std::logic_error);
 }

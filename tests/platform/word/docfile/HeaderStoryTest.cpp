@@ -22,8 +22,8 @@ HeaderSet setWith(HeaderKind kind, std::u16string text) {
     return set;
 }
 
-EncodedHeaders encoded(const std::vector<HeaderSet>& sections) {
-    return encodeHeaders(sections, std::make_shared<const Story>(storyOf(u"\r")));
+EncodedHeaders encoded(const std::vector<HeaderSet>& sections, const HeaderSet& separators = {}) {
+    return encodeHeaders(separators, sections, std::make_shared<const Story>(storyOf(u"\r")));
 }
 
 TEST(HeaderStory, WithoutAnyHeaderThereIsNoHeaderDocument) {
@@ -85,6 +85,30 @@ TEST(HeaderStory, DecodingGivesThePlacesWithoutTheGuard) {
     EXPECT_FALSE(places[0][3]);
     EXPECT_EQ(places[1][3], (HeaderPlace{3, 5}));
     EXPECT_EQ(damage, 0);
+}
+
+TEST(HeaderStory, SeparatorsOfNotesStandInFrontOfAllHeaders) {
+    HeaderSet separators;
+    separators[0] = slicesOf(storyOf(u"\u0003\r"));
+    separators[4] = slicesOf(storyOf(u"next page\r"));
+    const EncodedHeaders headers = encoded({setWith(HeaderKind::oddHeader, u"H\r")}, separators);
+    EXPECT_EQ(joined(headers.text)->text, u"\u0003\r\rnext page\r\rH\r\r\r");
+    int damage = 0;
+    const Cp length = lengthOf(headers.text);
+    const HeaderPlaces places = decodeSeparators(headers.plcfHdd, length, &damage);
+    EXPECT_EQ(places[0], (HeaderPlace{0, 2}));
+    EXPECT_FALSE(places[1]);
+    EXPECT_EQ(places[4], (HeaderPlace{3, 10}));
+    EXPECT_EQ(decodeHeaders(headers.plcfHdd, length, 1, &damage).at(0)[1], (HeaderPlace{14, 2}));
+    EXPECT_EQ(damage, 0);
+}
+
+TEST(HeaderStory, SeparatorsNeedNoHeader) {
+    HeaderSet separators;
+    separators[1] = slicesOf(storyOf(u"\u0004\r"));
+    const EncodedHeaders headers = encoded(std::vector<HeaderSet>(2), separators);
+    EXPECT_EQ(decodePlc(headers.plcfHdd, 0).positions.size(), 20U);
+    EXPECT_EQ(decodeSeparators(headers.plcfHdd, lengthOf(headers.text))[1], (HeaderPlace{0, 2}));
 }
 
 TEST(HeaderStory, StoriesOutsideOfTheHeaderDocumentAreLeftOutAndCounted) {

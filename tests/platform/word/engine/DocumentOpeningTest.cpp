@@ -87,7 +87,7 @@ TEST(DocumentOpening, ARevisionOfNobodyStaysOne) {
     EXPECT_EQ(content.tables.authors.at(operand16(runList(content), sprm::CIbstRMark)), u"Unknown");
 }
 
-TEST(DocumentOpening, StylesHeadersAndTextsOfShapesAreLookedAtToo) {
+TEST(DocumentOpening, StylesHeadersSeparatorsAndTextsOfShapesAreLookedAtToo) {
     SourceDocument source;
     const Bytes missing = sprm16(sprm::CRgFtc0, 99);
     source.paragraph(u"x");
@@ -96,11 +96,13 @@ TEST(DocumentOpening, StylesHeadersAndTextsOfShapesAreLookedAtToo) {
     other.characters = {{other.size(), source.list(missing)}};
     source.data.headers.resize(1);
     source.data.headers[0][1] = slicesOf(other);
+    source.data.separators[3] = slicesOf(other);
     source.data.tables.shapeTexts = {{std::make_shared<Story>(other), {}}};
     const DocumentContent content = openedDocument(source.take());
     const PropertyLists& lists = content.tables.lists;
     EXPECT_TRUE(lists[content.tables.styles.styles[0]->character].empty());
     EXPECT_TRUE(lists[joined(content.headers.at(0)[1])->characters.at(0).properties].empty());
+    EXPECT_TRUE(lists[joined(content.separators[3])->characters.at(0).properties].empty());
     EXPECT_TRUE(lists[content.tables.shapeTexts.at(0).text->characters.at(0).properties].empty());
 }
 

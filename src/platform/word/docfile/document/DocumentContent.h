@@ -66,6 +66,10 @@ struct UnreadContents {
 // it in and opening it take such names out.
 struct DocumentContent : DocumentBody {
     DocumentTables tables;
+    // What stands between the text and its notes: of footnotes the separator, that of notes that go
+    // on from the page before and the notice that they go on, then the same of endnotes; one
+    // without text is the usual line, or nothing for a notice. Each ends in a paragraph mark.
+    std::array<SlicedText, 6> separators;
     Bytes settings; // the Dop
     UnreadContents unread;
 };

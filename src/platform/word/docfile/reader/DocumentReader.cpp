@@ -208,9 +208,12 @@ private:
         const auto [start, length] = placeOf(TextPart::headers);
         const std::size_t most = places_.back().number + 1;
         int damage = 0;
-        const auto headers = decodeHeaders(document_.part(FibPair::PlcfHdd), length, most, &damage);
+        const ByteView table = document_.part(FibPair::PlcfHdd);
+        const HeaderPlaces separators = decodeSeparators(table, length, &damage);
+        const auto headers = decodeHeaders(table, length, most, &damage);
         remarkOn(data_.unread.remarks, damage, u" 处页眉或页脚已损坏，未能读出。");
         const auto fields = fieldsOf(TextPart::headers);
+        data_.separators = headerSet(separators, start, fields);
         for (std::size_t i = 0; i < places_.size(); ++i) {
             if (places_[i].number < headers.size()) {
                 data_.headers[i] = headerSet(headers[places_[i].number], start, fields);

@@ -3,68 +3,98 @@
 #include "platform/word/docfile/format/Plc.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace qvnd::word {
 
 namespace {
 
-bool anyHeader(std::span<const HeaderSet> sections) {
-    return std::any_of(sections.begin(), sections.end(), [](const HeaderSet& set) {
-        return std::any_of(set.begin(), set.end(),
-                           [](const SlicedText& header) { return !header.empty(); });
-    });
+bool anyText(std::span<const SlicedText> stories) {
+    return std::any_of(stories.begin(), stories.end(),
+                       [](const SlicedText& story) { return !story.empty(); });
+}
+
+class HeaderEncoding {
+public:
+    explicit HeaderEncoding(const std::shared_ptr<const Story>& mark) : mark_(slicesOf(mark)) {}
+
+    void add(std::span<const SlicedText> stories) {
+        for (const SlicedText& story : stories) {
+            positions_.push_back(end_);
+            if (!story.empty()) {
+                append(result_.text, story);
+                append(result_.text, mark_);
+                end_ += lengthOf(story) + lengthOf(mark_);
+            }
+        }
+    }
+    EncodedHeaders finish() {
+        append(result_.text, mark_);
+        positions_.insert(positions_.end(), {end_, end_ + 2});
+        result_.plcfHdd = encodePlc(positions_, {});
+        return std::move(result_);
+    }
+
+private:
+    SlicedText mark_;
+    EncodedHeaders result_;
+    std::vector<std::uint32_t> positions_;
+    Cp end_ = 0;
+};
+
+// The set of stories whose first position has that index; each ends where the next position is.
+// Nothing where the table is too short: its last position ends none.
+std::optional<HeaderPlaces> placesAt(const std::vector<std::uint32_t>& positions, std::size_t at,
+                                     Cp length, int* damage) {
+    if (at + headersPerSection >= positions.size()) {
+        return std::nullopt;
+    }
+    HeaderPlaces places;
+    for (std::size_t i = 0; i < headersPerSection; ++i) {
+        const Cp start = positions[at + i];
+        const Cp limit = positions[at + i + 1];
+        const bool inside = start <= limit && limit <= length;
+        if (damage != nullptr && !inside) {
+            ++*damage;
+        }
+        if (inside && limit > start) {
+            places[i] = HeaderPlace{start, limit - start - 1};
+        }
+    }
+    return places;
 }
 
 } // namespace
 
-EncodedHeaders encodeHeaders(std::span<const HeaderSet> sections,
+EncodedHeaders encodeHeaders(const std::array<SlicedText, separatorStories>& separators,
+                             std::span<const HeaderSet> sections,
                              const std::shared_ptr<const Story>& mark) {
-    EncodedHeaders result;
-    if (!anyHeader(sections)) {
-        return result;
+    const bool anyHeader = std::any_of(sections.begin(), sections.end(), anyText);
+    if (!anyHeader && !anyText(separators)) {
+        return {};
     }
-    std::vector<std::uint32_t> positions(separatorStories, 0);
-    Cp end = 0;
+    HeaderEncoding encoding(mark);
+    encoding.add(separators);
     for (const HeaderSet& set : sections) {
-        for (const SlicedText& header : set) {
-            positions.push_back(end);
-            if (!header.empty()) {
-                append(result.text, header);
-                append(result.text, slicesOf(mark));
-                end += lengthOf(header) + mark->size();
-            }
-        }
+        encoding.add(set);
     }
-    append(result.text, slicesOf(mark));
-    positions.insert(positions.end(), {end, end + 2});
-    result.plcfHdd = encodePlc(positions, {});
-    return result;
+    return encoding.finish();
+}
+
+HeaderPlaces decodeSeparators(ByteView plcfHdd, Cp length, int* damage) {
+    return placesAt(decodePlc(plcfHdd, 0).positions, 0, length, damage).value_or(HeaderPlaces{});
 }
 
 std::vector<HeaderPlaces> decodeHeaders(ByteView plcfHdd, Cp length, std::size_t sections,
                                         int* damage) {
     const std::vector<std::uint32_t> positions = decodePlc(plcfHdd, 0).positions;
     std::vector<HeaderPlaces> result;
-    int left = 0;
-    // Each story ends where the next position is; the last position ends none.
     for (std::size_t at = separatorStories; result.size() < sections; at += headersPerSection) {
-        if (at + headersPerSection >= positions.size()) {
+        const auto places = placesAt(positions, at, length, damage);
+        if (!places) {
             break;
         }
-        HeaderPlaces places;
-        for (std::size_t i = 0; i < headersPerSection; ++i) {
-            const Cp start = positions[at + i];
-            const Cp limit = positions[at + i + 1];
-            const bool inside = start <= limit && limit <= length;
-            left += inside ? 0 : 1;
-            if (inside && limit > start) {
-                places[i] = HeaderPlace{start, limit - start - 1};
-            }
-        }
-        result.push_back(places);
-    }
-    if (damage != nullptr) {
-        *damage += left;
+        result.push_back(*places);
     }
     return result;
 }

@@ -66,7 +66,7 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
         parts.references[i] = std::move(text.references);
         textOf(sideParts[i].part) = std::move(text.slices);
     }
-    EncodedHeaders headers = encodeHeaders(content.headers, mark_);
+    EncodedHeaders headers = encodeHeaders(content.separators, content.headers, mark_);
     parts.drawings = gatherDrawings(anchors, tables, mark_);
     parts.headerDrawings = gatherDrawings(anchorsOf(headers.text), tables, mark_);
     parts.plcfHdd = std::move(headers.plcfHdd);
