@@ -1,6 +1,9 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/text/DocumentText.h"
+#include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/ImportFixture.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/formatting/StyleProperties.h"
 #include "support/Corpus.h"
 
@@ -242,4 +245,49 @@ TEST(ImportedCorpus, EveryDocumentStaysWholeAndKeepsItsLook) {
         ++compared;
     }
     EXPECT_GE(compared, 24);
+}
+
+namespace {
+
+// The header or footer of that kind that a section shows: its own or that of one before it.
+SlicedText shownHeader(const std::vector<HeaderSet>& headers, std::size_t section,
+                       std::size_t kind) {
+    SlicedText shown;
+    for (std::size_t i = 0; i <= section && i < headers.size(); ++i) {
+        shown = headers[i][kind].empty() ? shown : headers[i][kind];
+    }
+    return shown;
+}
+
+} // namespace
+
+TEST(ImportedCorpus, SectionsInsideAFileShowTheirOwnHeaders) {
+    if (!qvnd::test::corpusFolder()) {
+        GTEST_SKIP() << "no documents with sections here";
+    }
+    int compared = 0;
+    for (const auto& file : foreignDocuments()) {
+        const std::optional<DocumentContent> source = readable(file);
+        if (!source || source->sections.size() < 2) {
+            continue;
+        }
+        WorkingDocument document(normalTemplate());
+        std::vector<std::u16string> leftOut;
+        DocumentBody body =
+            importDocument(document.tables(), document.bookmarkNames(), *source, leftOut);
+        insertDocument(document, document.main().size() - 1, std::move(body));
+        const DocumentContent& result = document.content();
+        for (std::size_t i = 0; i + 1 < source->sections.size(); ++i) {
+            for (std::size_t kind = 0; kind < HeaderSet{}.size(); ++kind) {
+                const SlicedText expected = shownHeader(source->headers, i, kind);
+                if (!expected.empty()) {
+                    EXPECT_EQ(documentText(shownHeader(result.headers, i, kind), result.tables),
+                              documentText(expected, source->tables))
+                        << file << " section " << i << " kind " << kind;
+                    ++compared;
+                }
+            }
+        }
+    }
+    EXPECT_GE(compared, 4);
 }
