@@ -26,19 +26,12 @@ private:
     desktop::ChosenFile file_;
 };
 
-// Keeps the text of each box for the end, and answers no.
+// Keeps the text of each box for the end, and declines what it asks.
 class KeptMessages : public desktop::MessageBoxes {
 public:
     desktop::Answer show(const desktop::Message& message) override {
         texts_ << message.text;
-        switch (message.buttons) {
-        case desktop::Buttons::yesNo:
-            return desktop::Answer::no;
-        case desktop::Buttons::okCancel:
-            return desktop::Answer::cancel;
-        default:
-            return desktop::Answer::ok;
-        }
+        return desktop::declined(message);
     }
     bool askForRetry(const QString& text, desktop::Icon, const QString&) override {
         texts_ << text;

@@ -42,7 +42,7 @@ public:
         if (onBox) {
             onBox(shown.size());
         }
-        return declined(message);
+        return desktop::declined(message);
     }
     bool askForRetry(const QString& text, desktop::Icon icon, const QString& title) override {
         tell(text, icon, title);

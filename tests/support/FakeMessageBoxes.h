@@ -9,18 +9,6 @@
 
 namespace qvnd::test {
 
-// How a user who wants nothing answers: with a button that the box has.
-inline desktop::Answer declined(const desktop::Message& message) {
-    switch (message.buttons) {
-    case desktop::Buttons::yesNo:
-        return desktop::Answer::no;
-    case desktop::Buttons::okCancel:
-        return desktop::Answer::cancel;
-    default:
-        return desktop::Answer::ok;
-    }
-}
-
 // Records every box; questions are answered from `answers`, then by `otherwise`. To answer a box
 // with a button that it does not have fails the test.
 class FakeMessageBoxes : public desktop::MessageBoxes {

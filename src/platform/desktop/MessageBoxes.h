@@ -16,6 +16,18 @@ struct Message {
     Buttons buttons = Buttons::ok;
 };
 
+// How a user answers who wants nothing: with the button that declines, or with the only one.
+inline Answer declined(const Message& message) {
+    switch (message.buttons) {
+    case Buttons::yesNo:
+        return Answer::no;
+    case Buttons::okCancel:
+        return Answer::cancel;
+    default:
+        return Answer::ok;
+    }
+}
+
 // Every message box of the program goes through here, so that a window, a terminal or a test can
 // stand behind it. Blocks until the user has answered; never throws.
 class MessageBoxes {

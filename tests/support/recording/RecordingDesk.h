@@ -32,7 +32,7 @@ public:
                                                 "critical"};
         log_.write(std::string("message [") + icons[static_cast<int>(message.icon)] + "] " +
                    message.text.toStdString());
-        return declined(message);
+        return desktop::declined(message);
     }
 
 private:
