@@ -1,11 +1,10 @@
 #include "support/GenuineJet.h"
+#include "support/KillPoints.h"
 #include "support/Planner.h"
 #include "support/Text.h"
 #include "support/TracedProcess.h"
 
 #include <gtest/gtest.h>
-
-#include <random>
 
 using namespace qvnd;
 using jet::FieldType;
@@ -144,12 +143,7 @@ TEST(LegacyInstallation, WhoseTakeoverIsKilledAtWhateverPointIsTakenOverWholeByT
     }
     constexpr int points = 20;
     ASSERT_GT(changes, points);
-    std::mt19937 random(20260322); // repeatable
-    for (int i = 0; i < points; ++i) {
-        // One point in each equal stretch of the start.
-        std::uniform_int_distribution<int> stretch(i * changes / points + 1,
-                                                   (i + 1) * changes / points);
-        const int point = stretch(random);
+    for (const int point : test::killPoints(changes, points)) {
         SCOPED_TRACE(point);
         OlderInstallation planner;
         test::TracedProcess::run(start(planner), point);

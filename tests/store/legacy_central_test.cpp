@@ -5,6 +5,7 @@
 #include "store/PlanTables.h"
 #include "support/FakeLegacyReader.h"
 #include "support/JetStore.h"
+#include "support/KillPoints.h"
 #include "support/TracedProcess.h"
 
 namespace qvnd::store {
@@ -206,7 +207,7 @@ TEST_F(LegacyCentral, ATakeoverKilledAtWhateverPointLeavesTheOldFileOrTheWholeNe
         GTEST_SKIP() << "processes cannot be traced here";
     }
     ASSERT_GT(changes, 20);
-    for (int deadly = 1; deadly <= changes; ++deadly) {
+    for (const int deadly : test::killPoints(changes, 80)) {
         SCOPED_TRACE(deadly);
         for (const QString& left : namesBeside()) {
             QFile::remove(pathOf(left));

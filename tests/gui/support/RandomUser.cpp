@@ -625,6 +625,10 @@ void RandomUser::openWindow() {
         "mnuContent",   "mnuEdit",  "mnuBuildbid",  "mnuBidLike",  "mnuCheck",    "mnuReport",
         "mnuBrowsebid", "mnuPdf",   "mnuHistory",   "mnuUndo",     "mnuRedo"};
     auto* opener = world_.mainForm().findChild<QAction*>(dice_.oneOf(openers));
+    auto* generation = world_.mainForm().findChild<QAction*>("mnuBuildbid");
+    if (generation && generation->isEnabled() && dice_.in(3)) {
+        opener = generation;
+    }
     // There is a report only behind a generation, and until its window goes.
     auto* report = world_.mainForm().findChild<QAction*>("mnuReport");
     if (report && report->isEnabled() && dice_.in(2)) {
