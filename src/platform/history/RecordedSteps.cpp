@@ -170,7 +170,8 @@ std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAft
 }
 
 bool Recorder::findKilled() {
-    std::optional<RunningCommand> left = RunningCommand::left(folder_ + QStringLiteral("running"));
+    std::optional<RunningCommand> left =
+        RunningCommand::left(folder_ + QStringLiteral("running"), places_);
     if (!left) {
         return false;
     }

@@ -5,6 +5,8 @@
 #include <QDataStream>
 #include <QFileInfo>
 
+#include <utility>
+
 namespace qvnd::history {
 
 namespace {
@@ -18,14 +20,15 @@ constexpr qsizetype fieldsOfCommand = 8;
 
 } // namespace
 
-RunningCommand::RunningCommand(const QString& file) : path_(file) {}
+RunningCommand::RunningCommand(const QString& file, Places places)
+    : path_(file), places_(std::move(places)) {}
 
-std::optional<RunningCommand> RunningCommand::left(const QString& file) {
+std::optional<RunningCommand> RunningCommand::left(const QString& file, const Places& places) {
     QFile rest(file);
     if (!rest.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    RunningCommand found(file);
+    RunningCommand found(file, places);
     QDataStream in(&rest);
     for (;;) {
         QStringList fields;
@@ -49,13 +52,14 @@ void RunningCommand::begin(std::int64_t step, const CommandFrame& frame, const Q
 
 void RunningCommand::touch(const QString& path, Touched::Kind kind, const QString& before) {
     if (!touched_.contains(path)) {
-        write({touchedEntry, QString::number(static_cast<int>(kind)), path, before});
+        write(
+            {touchedEntry, QString::number(static_cast<int>(kind)), places_.shortOf(path), before});
         touched_[path] = {kind, before};
     }
 }
 
 void RunningCommand::moveFolder(const QString& from, const QString& to) {
-    write({movedEntry, from, to});
+    write({movedEntry, places_.shortOf(from), places_.shortOf(to)});
     rename(from, to);
 }
 
@@ -97,16 +101,18 @@ void RunningCommand::read(const QStringList& fields) {
         program_ = fields[6];
         time_ = QDateTime::fromString(fields[7], Qt::ISODateWithMs);
     } else if (fields[0] == touchedEntry && fields.size() == 4) {
-        touched_[fields[2]] = {static_cast<Touched::Kind>(fields[1].toInt()), fields[3]};
-    } else if (fields[0] == movedEntry && fields.size() == 3 && QFileInfo::exists(fields[2])) {
-        rename(fields[1], fields[2]);
+        touched_[places_.longOf(fields[2])] = {static_cast<Touched::Kind>(fields[1].toInt()),
+                                               fields[3]};
+    } else if (fields[0] == movedEntry && fields.size() == 3 &&
+               QFileInfo::exists(places_.longOf(fields[2]))) {
+        rename(places_.longOf(fields[1]), places_.longOf(fields[2]));
     }
 }
 
 void RunningCommand::end() {
     file_.reset();
     QFile::remove(path_);
-    *this = RunningCommand(path_);
+    *this = RunningCommand(path_, places_);
 }
 
 } // namespace qvnd::history

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/history/KeptFiles.h"
+#include "platform/history/Places.h"
 #include "platform/history/Step.h"
 
 #include <QFile>
@@ -20,14 +21,15 @@ struct Touched {
 };
 
 // The command under way: what it has touched so far. Each entry is written to a file before the
-// change that it is about, so that a command whose process was killed is known at the next start.
+// change that it is about, so that a command whose process was killed is known at the next start,
+// also when the folders were moved meanwhile.
 class RunningCommand {
 public:
     // `file` is where the entries stand; it exists as long as the command runs.
-    explicit RunningCommand(const QString& file);
+    RunningCommand(const QString& file, Places places);
 
     // Reads what a killed process has left; an entry that was not written whole is left out.
-    static std::optional<RunningCommand> left(const QString& file);
+    static std::optional<RunningCommand> left(const QString& file, const Places& places);
 
     // The first entry: what command it is. Error 75 when it cannot be written.
     void begin(std::int64_t step, const CommandFrame& frame, const QString& program);
@@ -55,6 +57,7 @@ private:
     void rename(const QString& from, const QString& to);
 
     QString path_;
+    Places places_;
     std::unique_ptr<QFile> file_;
     std::int64_t step_ = beginning;
     CommandFrame frame_;

@@ -207,6 +207,29 @@ TEST_F(KilledHistory, WhatTheStartDoesBehindAKilledCommandIsTakenBackWithIt) {
     EXPECT_EQ(world.history->steps().size(), 5) << "behind another command a start is its own step";
 }
 
+// Such as those on a stick that was pulled out and got another drive.
+TEST_F(KilledHistory, ACommandIsFoundWhereTheFoldersWereMovedMeanwhile) {
+    const test::TemporaryFolder folder(test::inMemory());
+    folder.makeFolder("w");
+    prepare(folder.path("w"));
+    const State before = stateIn(folder.path("w"));
+    const int changes = TracedProcess::run(
+        [&] {
+            HistoryWorld killed(folder.path("w"));
+            changeMuch(killed);
+        },
+        60);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    ASSERT_TRUE(QDir().rename(folder.path("w"), folder.path("moved")));
+    HistoryWorld world(folder.path("moved"));
+    ASSERT_TRUE(world.history->mend().unfinished);
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state(), before);
+    EXPECT_FALSE(QFile::exists(folder.path("w")));
+}
+
 // Another program goes on with the work space: its next command finds what was left.
 TEST_F(KilledHistory, ACommandOfAnotherProgramIsFoundByTheNextCommandOfThisOne) {
     const test::TemporaryFolder folder(test::inMemory());
