@@ -4,6 +4,7 @@
 #include "support/FakeFonts.h"
 #include "support/FakeInputBoxes.h"
 #include "support/FakeShell.h"
+#include "support/PlainSqlite.h"
 
 using namespace qvnd;
 
@@ -124,6 +125,12 @@ protected:
         planner.messages.shown.clear();
         planner.start();
         asked.otherwise = answer;
+        run();
+        ASSERT_EQ(asked.shown.size(), 1U);
+        EXPECT_TRUE(asked.shown[0].text.startsWith("操作历史不能写入，“删除”做了就不能撤消："))
+            << asked.shown[0].text.toStdString();
+    }
+    void run() {
         outline::RecordedCommand recorded(planner.state(), planner.current(), "删除(&D)...", asked);
         try {
             GetParam().command(planner);
@@ -132,9 +139,6 @@ protected:
         }
         EXPECT_FALSE(recorded.finish());
         wasRefused = recorded.wasRefused();
-        ASSERT_EQ(asked.shown.size(), 1U);
-        EXPECT_TRUE(asked.shown[0].text.startsWith("操作历史不能写入，“删除”做了就不能撤消："))
-            << asked.shown[0].text.toStdString();
     }
     QString historyFolder() const { return planner.folder.path("Sys/用户模板/.~history"); }
     void putAFileInItsPlace() {
@@ -170,6 +174,25 @@ TEST_P(UnwritableHistory, AHistoryThatCannotBeReadRefusesCommandsToo) {
     ASSERT_FALSE(planner.messages.shown.empty());
     EXPECT_TRUE(planner.messages.shown[0].text.startsWith("操作历史不能使用："));
     expectSame(onDisk(), before);
+}
+
+TEST_P(UnwritableHistory, ACommandThatCannotBeRecordedAtItsEndIsTakenBack) {
+    planner.start();
+    const QString file = historyFolder() + "/history.db";
+    test::PlainSqlite(file).rows(
+        "CREATE TRIGGER full BEFORE INSERT ON steps BEGIN SELECT RAISE(ABORT,'full'); END");
+    run();
+    EXPECT_TRUE(wasRefused);
+    ASSERT_EQ(asked.shown.size(), 1U);
+    EXPECT_TRUE(asked.shown[0].text.startsWith("“删除”没有执行，因为操作历史不能写入"))
+        << asked.shown[0].text.toStdString();
+    expectSame(onDisk(), before);
+    test::PlainSqlite(file).rows("DROP TRIGGER full");
+    outline::RecordedCommand recorded(planner.state(), planner.current(), "操作", planner.messages);
+    outline::showTables(planner.state(), planner.workbench(), planner.services(), {});
+    GetParam().command(planner);
+    EXPECT_TRUE(recorded.finish()) << "the next command is recorded again";
+    expectSame(onDisk(), behind);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, UnwritableHistory, testing::ValuesIn(kinds()),
