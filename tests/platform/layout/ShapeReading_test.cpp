@@ -1,9 +1,12 @@
 #include "platform/word/layout/ShapeReading.h"
 
+#include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
 
 #include <gtest/gtest.h>
+
+#include <numbers>
 
 namespace qvnd::layout {
 namespace {
@@ -39,10 +42,10 @@ Bytes area(std::initializer_list<std::uint32_t> numbers) {
 // A shape that is placed 100 right and 200 down, 600 wide and 400 high.
 class Shapes : public testing::Test {
 protected:
-    Bytes shape(unsigned kind, const Bytes& more = {}) const {
+    Bytes shape(unsigned kind, const Bytes& more = {}, std::uint32_t flags = 0) const {
         const Bytes properties = look.encode();
         return record(art::container, 0, art::spContainer,
-                      joined({record(2, kind, art::fsp, Bytes(8)),
+                      joined({record(2, kind, art::fsp, area({1, flags})),
                               record(3, look.count(), art::fopt, properties), more}));
     }
     Bytes place(unsigned flags) const {
@@ -123,6 +126,142 @@ TEST_F(Shapes, TheirTextIsTheOneThatTheyName) {
     const auto found =
         readShapes({place(0), records, {{at, word::ShapeReference::Kind::text, 7, 0}}}, tables);
     EXPECT_EQ(found->parts.at(0).text, 7U);
+}
+
+TEST_F(Shapes, TheyAreFlippedAndTurnedAsTheirRecordSays) {
+    look.set(0x0004, 90U << 16U);
+    const auto found = read(shape(20, {}, 0x80));
+    EXPECT_FALSE(found->parts.at(0).turn.flippedAcross);
+    EXPECT_TRUE(found->parts.at(0).turn.flippedDown);
+    EXPECT_NEAR(found->parts.at(0).turn.angle, std::numbers::pi / 2, 1e-9);
+}
+
+TEST_F(Shapes, LinesAreNeverFilledAndHaveTheirDashesAndArrows) {
+    look.set(0x0181, 0x00332211);
+    look.set(0x01CE, 6);
+    look.set(0x01D1, 1);
+    const auto found = read(shape(20));
+    EXPECT_FALSE(found->parts.at(0).fill);
+    EXPECT_TRUE(found->parts.at(0).isDashed);
+    EXPECT_TRUE(found->parts.at(0).endsWithArrow);
+    EXPECT_FALSE(found->parts.at(0).startsWithArrow);
+}
+
+// A property table with a text behind it, as readers of the format have it.
+Bytes artTable(const std::u16string& text) {
+    word::LittleEndianWriter writer;
+    writer.u16(0x80C0); // gtextUNICODE, with data of its own
+    writer.u32(static_cast<std::uint32_t>(text.size() * 2 + 2));
+    writer.u16(0x0182); // half of the fill is seen
+    writer.u32(0x8000);
+    writer.text(text);
+    writer.u16(0);
+    return writer.take();
+}
+
+TEST_F(Shapes, TextArtHasItsTextAndOpacity) {
+    const auto found = read(record(art::container, 0, art::spContainer,
+                                   joined({record(2, 136, art::fsp, Bytes(8)),
+                                           record(3, 2, art::fopt, artTable(u"投标文件"))})));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->parts.at(0).artText, u"投标文件");
+    EXPECT_DOUBLE_EQ(found->parts.at(0).opacity, 0.5);
+}
+
+TEST(ShapeOutlines, ARectangleHasNoneUnlessItIsTurned) {
+    const PageArea square{0, 0, 100, 100};
+    EXPECT_TRUE(shapeOutline(1, square, {}).isEmpty());
+    const Path turned = shapeOutline(1, square, {false, false, std::numbers::pi / 4});
+    ASSERT_FALSE(turned.isEmpty());
+    EXPECT_NEAR(turned.points[0].x, 50, 0.01);
+    EXPECT_NEAR(turned.points[0].y, 50 - 50 * std::numbers::sqrt2, 0.01);
+}
+
+TEST(ShapeOutlines, AFlippedLineRunsAlongTheOtherDiagonal) {
+    const Path line = shapeOutline(20, {10, 20, 110, 220}, {false, true, 0});
+    ASSERT_EQ(line.points.size(), 2U);
+    EXPECT_EQ(line.points[0], (PathPoint{10, 220}));
+    EXPECT_EQ(line.points[1], (PathPoint{110, 20}));
+    EXPECT_NE(line.steps.back(), Path::Step::close);
+}
+
+TEST(ShapeOutlines, ADecisionIsADiamondInItsArea) {
+    const Path path = shapeOutline(110, {0, 0, 200, 100}, {});
+    EXPECT_EQ(path.points, (std::vector<PathPoint>{{100, 0}, {200, 50}, {100, 100}, {0, 50}}));
+    EXPECT_EQ(path.steps.back(), Path::Step::close);
+}
+
+TEST(ShapeOutlines, RoundedCornersAreCirclesWhateverTheArea) {
+    const Path path = shapeOutline(2, {0, 0, 600, 300}, {});
+    EXPECT_NEAR(path.points[0].x, 50, 0.01);     // a sixth of the shorter side
+    EXPECT_NEAR(path.points[4].y - 0, 50, 0.01); // where the first corner ends
+}
+
+TEST(ShapeOutlines, EveryKindStaysWithinItsAreaAndHasAsManyPointsAsItsStepsNeed) {
+    for (unsigned kind = 0; kind < 203; ++kind) {
+        const Path path = shapeOutline(kind, {100, 200, 300, 500}, {});
+        std::size_t needed = 0;
+        for (const Path::Step step : path.steps) {
+            needed += step == Path::Step::curve ? 3 : step == Path::Step::close ? 0 : 1;
+        }
+        EXPECT_EQ(path.points.size(), needed) << kind;
+        for (const PathPoint& point : path.points) {
+            EXPECT_GE(point.x, 99.9) << kind;
+            EXPECT_LE(point.x, 300.1) << kind;
+            EXPECT_GE(point.y, 199.9) << kind;
+            EXPECT_LE(point.y, 560.1) << kind; // the control points of a wave lie below it
+        }
+    }
+}
+
+// Numbers of two bytes behind the head of an array.
+Bytes arrayOf(unsigned elementSize, std::size_t count, std::initializer_list<int> numbers) {
+    word::LittleEndianWriter writer;
+    writer.u16(static_cast<unsigned>(count));
+    writer.u16(static_cast<unsigned>(count));
+    writer.u16(elementSize);
+    for (const int number : numbers) {
+        writer.u16(static_cast<unsigned>(number) & 0xFFFFU);
+    }
+    return writer.take();
+}
+
+TEST(ShapeOutlines, PointsOfAShapesOwnAreMappedToItsArea) {
+    ShapeGeometry geometry;
+    geometry.room = {0, 0, 100, 50};
+    geometry.vertices = arrayOf(0xFFF0, 3, {0, 0, 100, 0, 50, 50});
+    const Path path = ownOutline(geometry, {1000, 1000, 1200, 1100}, {});
+    EXPECT_EQ(path.points, (std::vector<PathPoint>{{1000, 1000}, {1200, 1000}, {1100, 1100}}));
+    EXPECT_EQ(path.steps.back(), Path::Step::close);
+}
+
+TEST(ShapeOutlines, SegmentsTellLinesAndCurvesBetweenThePoints) {
+    ShapeGeometry geometry;
+    geometry.room = {0, 0, 10, 10};
+    geometry.vertices = arrayOf(0xFFF0, 5, {0, 0, 10, 0, 10, 5, 10, 10, 0, 10});
+    // To the first point, how it is edited, a line, a curve, and the end.
+    geometry.segments = arrayOf(2, 5, {0x4000, 0xAC00, 0x0001, 0x2001, 0x8000});
+    const Path path = ownOutline(geometry, {0, 0, 10, 10}, {});
+    EXPECT_EQ(path.steps,
+              (std::vector<Path::Step>{Path::Step::move, Path::Step::line, Path::Step::curve}));
+    EXPECT_EQ(path.points.back(), (PathPoint{0, 10}));
+}
+
+TEST(ShapeOutlines, SegmentsWithoutTheirPointsAddNothing) {
+    ShapeGeometry geometry;
+    geometry.vertices = arrayOf(0xFFF0, 2, {0, 0, 10, 0});
+    geometry.segments = arrayOf(2, 3, {0x4000, 0x0005, 0x2001});
+    EXPECT_EQ(ownOutline(geometry, {0, 0, 10, 10}, {}).points.size(), 2U);
+    geometry.vertices.pop_back();
+    EXPECT_THROW(ownOutline(geometry, {0, 0, 10, 10}, {}), word::FormatError);
+}
+
+TEST(ShapeOutlines, AnArrowsHeadStandsAtItsTip) {
+    const Path head = arrowHead({0, 0}, {1000, 0}, 20);
+    ASSERT_EQ(head.points.size(), 3U);
+    EXPECT_EQ(head.points[0], (PathPoint{1000, 0}));
+    EXPECT_EQ(head.points[1], (PathPoint{920, 40}));
+    EXPECT_TRUE(arrowHead({5, 5}, {5, 5}, 20).isEmpty());
 }
 
 TEST_F(Shapes, DamagedOnesAreLeftOut) {

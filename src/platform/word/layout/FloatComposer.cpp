@@ -1,5 +1,7 @@
 #include "platform/word/layout/FloatComposer.h"
 
+#include "platform/word/layout/CharacterClasses.h"
+
 #include <algorithm>
 #include <numeric>
 
@@ -7,24 +9,65 @@ namespace qvnd::layout {
 
 namespace {
 
-constexpr double narrowest = 200; // twips that a text has at least
+constexpr double narrowest = 200;   // twips that a text has at least
+constexpr double largestArt = 4000; // twips that text art is high before it is stretched
 
 double widthOf(const PageArea& area) { return area.right - area.left; }
 double heightOf(const PageArea& area) { return area.bottom - area.top; }
 
-void addOutline(const ShapePart& part, Layer& layer) {
+void addSides(const ShapePart& part, Layer& layer) {
     const PageArea& area = part.area;
     const auto rule = [&](double x1, double y1, double x2, double y2) {
         layer.rules.push_back({x1, y1, x2, y2, part.lineWidth, false, part.lineColour});
     };
-    if (part.isLine) {
-        rule(area.left, area.top, area.right, area.bottom);
-        return;
-    }
     rule(area.left, area.top, area.right, area.top);
     rule(area.left, area.bottom, area.right, area.bottom);
     rule(area.left, area.top, area.left, area.bottom);
     rule(area.right, area.top, area.right, area.bottom);
+}
+
+// Heads of arrows, at the ends of lines and connectors.
+void addArrows(const ShapePart& part, const Path& path, Layer& layer) {
+    const auto add = [&](PathPoint from, PathPoint tip) {
+        Outline head;
+        head.path = arrowHead(from, tip, part.lineWidth);
+        head.fill = part.lineColour.value_or(0);
+        head.hasLine = false;
+        layer.outlines.push_back(std::move(head));
+    };
+    const auto& points = path.points;
+    if (points.size() >= 2 && part.startsWithArrow) {
+        add(points[1], points[0]);
+    }
+    if (points.size() >= 2 && part.endsWithArrow) {
+        add(points[points.size() - 2], points.back());
+    }
+}
+
+// Rectangles that stand upright are fills and rules; all other shapes have an outline.
+void addShape(const ShapePart& part, Layer& layer) {
+    Outline outline;
+    outline.path =
+        part.outline.isEmpty() ? shapeOutline(part.kind, part.area, part.turn) : part.outline;
+    if (outline.path.isEmpty()) {
+        if (part.fill) {
+            layer.fills.push_back({part.area.left, part.area.top, widthOf(part.area),
+                                   heightOf(part.area), *part.fill});
+        }
+        if (part.hasLine) {
+            addSides(part, layer);
+        }
+        return;
+    }
+    outline.fill = part.fill;
+    outline.hasLine = part.hasLine;
+    outline.lineWidth = part.lineWidth;
+    outline.lineColour = part.lineColour;
+    outline.isDashed = part.isDashed;
+    if (part.hasLine && isOpenShape(part.kind)) {
+        addArrows(part, outline.path, layer);
+    }
+    layer.outlines.push_back(std::move(outline));
 }
 
 FloatPlace::Align alignOf(word::ParagraphFrame::Place place) {
@@ -68,18 +111,58 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
     if (part.growsWithText) {
         part.area.bottom = part.area.top + part.padding.top + text.height + part.padding.bottom;
     }
-    if (part.fill) {
-        layer.fills.push_back(
-            {part.area.left, part.area.top, widthOf(part.area), heightOf(part.area), *part.fill});
+    if (isTextArt(part.kind)) {
+        addArt(part, layer);
+        return;
     }
     if (part.picture) {
         layer.pictures.push_back(
             {part.area.left, part.area.top, widthOf(part.area), heightOf(part.area), part.picture});
     }
-    if (part.hasLine) {
-        addOutline(part, layer);
-    }
+    addShape(part, layer);
     layer.append(text.layer, part.area.left + part.padding.left, part.area.top + part.padding.top);
+}
+
+// The text on one line, in the size that its area is high. Without its fill it is not seen.
+void FloatComposer::addArt(const ShapePart& part, Layer& layer) {
+    TextArt art;
+    art.x = part.area.left;
+    art.y = part.area.top;
+    art.width = widthOf(part.area);
+    art.height = heightOf(part.area);
+    art.angle = part.turn.angle;
+    art.opacity = part.opacity;
+    const double size = std::clamp(art.height, narrowest, largestArt);
+    double ascent = 0;
+    double descent = 0;
+    for (const char16_t c : part.artText) {
+        FaceRequest wanted = part.artFace;
+        wanted.eastAsian = isEastAsian(c);
+        const FaceId face = shared_.fonts.shownBy(shared_.fonts.face(wanted), c);
+        const FaceHeights heights = shared_.fonts.heights(face);
+        const double width = shared_.fonts.advance(face, c) * size;
+        ascent = std::max(ascent, heights.ascent * size);
+        descent = std::max(descent, heights.descent * size);
+        if (art.texts.empty() || art.texts.back().face != face) {
+            PlacedText text;
+            text.x = art.ownWidth;
+            text.size = size;
+            text.face = face;
+            text.colour = part.fill;
+            art.texts.push_back(std::move(text));
+        }
+        art.texts.back().text += c;
+        art.texts.back().advances.push_back(static_cast<float>(width));
+        art.ownWidth += width;
+    }
+    for (PlacedText& text : art.texts) {
+        text.baseline = ascent;
+    }
+    art.ownHeight = ascent + descent;
+    const bool hasRoom = art.width > 0 && art.height > 0;
+    if (part.fill && hasRoom && art.ownWidth > 0 && art.ownHeight > 0) {
+        layer.textArt.push_back(std::move(art));
+    }
 }
 
 Stack FloatComposer::textOf(const ShapePart& part, const PageFields& fields,

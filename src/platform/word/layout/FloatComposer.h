@@ -18,6 +18,7 @@ public:
 private:
     void addPart(ShapePart& part, const PageFields& fields, const LineSetting& setting,
                  Layer& layer);
+    void addArt(const ShapePart& part, Layer& layer);
     Stack textOf(const ShapePart& part, const PageFields& fields, const LineSetting& setting);
 
     StoryReader::Shared& shared_;

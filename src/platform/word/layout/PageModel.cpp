@@ -8,6 +8,18 @@ void Layer::append(const Layer& other, double right, double down) {
         fill.y += down;
         fills.push_back(fill);
     }
+    for (TextArt art : other.textArt) {
+        art.x += right;
+        art.y += down;
+        textArt.push_back(std::move(art));
+    }
+    for (Outline outline : other.outlines) {
+        for (PathPoint& point : outline.path.points) {
+            point.x += right;
+            point.y += down;
+        }
+        outlines.push_back(std::move(outline));
+    }
     for (PlacedPicture picture : other.pictures) {
         picture.x += right;
         picture.y += down;

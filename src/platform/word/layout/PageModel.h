@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/layout/FontMetrics.h"
+#include "platform/word/layout/Path.h"
 
 #include <cstdint>
 #include <optional>
@@ -54,9 +55,35 @@ struct PlacedPicture {
     word::DataBlob blob;
 };
 
-// What stands on a page or on a part of it. Fills lie under all the rest.
+// The outline of a shape.
+struct Outline {
+    Path path;
+    std::optional<std::uint32_t> fill{};
+    bool hasLine = true;
+    double lineWidth = 15;
+    std::optional<std::uint32_t> lineColour{};
+    bool isDashed = false;
+};
+
+// Text that is set into a form: it fills its area, whatever its own proportions. No measure is 0.
+struct TextArt {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    double angle = 0;    // radians, clockwise, around the middle of the area
+    double opacity = 1;  // 0 invisible
+    double ownWidth = 0; // that the texts take before they are stretched
+    double ownHeight = 0;
+    std::vector<PlacedText> texts; // from the upper left corner of that room
+};
+
+// What stands on a page or on a part of it. Fills lie under all the rest, then text art, outlines
+// and pictures.
 struct Layer {
     std::vector<Fill> fills;
+    std::vector<TextArt> textArt;
+    std::vector<Outline> outlines;
     std::vector<PlacedPicture> pictures;
     std::vector<Rule> rules;
     std::vector<PlacedText> texts;

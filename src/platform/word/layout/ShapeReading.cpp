@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace qvnd::layout {
 
@@ -22,6 +23,16 @@ constexpr int deepestGroup = 60;
 constexpr std::uint16_t childAnchor = 0xF00F;
 
 // Property numbers, [MS-ODRAW] 2.3.
+constexpr std::uint16_t rotation = 0x0004;
+constexpr std::uint16_t artText = 0x00C0;
+constexpr std::uint16_t artFont = 0x00C5;
+constexpr std::uint16_t artFlags = 0x00FF;
+constexpr std::uint16_t geometryLeft = 0x0140; // and top, right, bottom
+constexpr std::uint16_t vertices = 0x0145;
+constexpr std::uint16_t segments = 0x0146;
+constexpr std::uint16_t lineDashing = 0x01CE;
+constexpr std::uint16_t startArrow = 0x01D0;
+constexpr std::uint16_t endArrow = 0x01D1;
 constexpr std::uint16_t textLeft = 0x0081;
 constexpr std::uint16_t textTop = 0x0082;
 constexpr std::uint16_t textRight = 0x0083;
@@ -42,9 +53,12 @@ constexpr std::uint32_t hasLine = 0x08;
 constexpr std::uint32_t isHidden = 0x02;
 constexpr std::uint32_t fitsText = 0x02;
 
-constexpr unsigned lineKind = 20; // MSOSPT
-constexpr unsigned pictureFrame = 75;
-constexpr unsigned firstConnector = 32;
+constexpr std::uint32_t isBoldArt = 0x20;
+constexpr std::uint32_t isItalicArt = 0x10;
+constexpr std::uint32_t isFlippedAcross = 0x40; // of OfficeArtFSP
+constexpr std::uint32_t isFlippedDown = 0x80;
+
+constexpr unsigned pictureFrame = 75; // MSOSPT
 
 // Values of all property tables of a shape.
 class Properties {
@@ -79,6 +93,34 @@ public:
         }
         return ((*found & 0xFFU) << 16U) | (*found & 0xFF00U) | ((*found >> 16U) & 0xFFU);
     }
+    // A part of 65536.
+    double fixed(std::uint16_t opid, double otherwise) const {
+        const auto found = value(opid);
+        return found ? static_cast<std::int32_t>(*found) / 65536.0 : otherwise;
+    }
+    // Data that a property has behind the table.
+    word::Bytes data(std::uint16_t opid) const {
+        for (const art::ShapeProperties& table : tables_) {
+            for (const auto& entry : table.entries()) {
+                if (entry.opid == opid && entry.complexSize > 0) {
+                    const word::Bytes bytes = table.encode();
+                    word::LittleEndianReader reader(bytes, "OfficeArtFOPT");
+                    reader.seek(entry.complexAt);
+                    const word::ByteView found = reader.view(entry.complexSize);
+                    return {found.begin(), found.end()};
+                }
+            }
+        }
+        return {};
+    }
+    // Such data as a text, up to its end mark.
+    std::u16string text(std::uint16_t opid) const {
+        const word::Bytes bytes = data(opid);
+        word::LittleEndianReader reader(bytes, "OfficeArtFOPT");
+        std::u16string found = reader.text(bytes.size() / 2);
+        found.resize(std::min(found.find(u'\0'), found.size()));
+        return found;
+    }
     const art::ShapeProperties* first() const { return tables_.empty() ? nullptr : &tables_[0]; }
 
 private:
@@ -87,6 +129,7 @@ private:
 
 struct ShapeRecord {
     unsigned kind = 0;
+    std::uint32_t flags = 0;
     Properties properties;
     std::optional<PageArea> inGroup; // in the coordinates of its group
     std::optional<PageArea> ofGroup; // the coordinates that its own members have
@@ -200,6 +243,7 @@ private:
         switch (header.type) {
         case art::fsp:
             shape.kind = header.instance;
+            shape.flags = readFlags(bytes);
             break;
         case art::fspgr:
             shape.ofGroup = readArea(bytes);
@@ -219,6 +263,12 @@ private:
         default:
             break;
         }
+    }
+
+    static std::uint32_t readFlags(word::ByteView bytes) {
+        word::LittleEndianReader reader(bytes, "OfficeArtFSP");
+        reader.skip(4);
+        return reader.u32();
     }
 
     // Pictures and texts that the records in that range name.
@@ -242,14 +292,26 @@ private:
         }
         ShapePart part;
         part.area = area;
-        part.isLine = shape.kind == lineKind || shape.kind == firstConnector;
+        part.kind = shape.kind;
         const bool isPicture = shape.kind == pictureFrame;
-        if (!isPicture && !part.isLine && look.flag(art::fillFlags, isFilled, true)) {
+        part.turn = turnOf(shape);
+        part.outline = ownOutline(geometryOf(look), area, part.turn);
+        const bool isArea = !isPicture && !isOpenShape(shape.kind);
+        if (isArea && look.flag(art::fillFlags, isFilled, true)) {
             part.fill = look.colour(fillColour, 0xFFFFFF);
         }
+        part.opacity = std::clamp(look.fixed(art::fillOpacity, 1), 0.0, 1.0);
         part.hasLine = look.flag(art::lineFlags, hasLine, !isPicture);
         part.lineWidth = look.length(art::lineWidth, 15);
         part.lineColour = look.colour(lineColour, std::nullopt);
+        part.isDashed = look.value(lineDashing).value_or(0) != 0;
+        part.startsWithArrow = look.value(startArrow).value_or(0) != 0;
+        part.endsWithArrow = look.value(endArrow).value_or(0) != 0;
+        if (isTextArt(shape.kind)) {
+            part.artText = look.text(artText);
+            part.artFace = {look.text(artFont), look.flag(artFlags, isBoldArt, false),
+                            look.flag(artFlags, isItalicArt, false), false};
+        }
         part.text = shape.text;
         part.growsWithText = shape.text && look.flag(textFlags, fitsText, false);
         part.padding = {look.length(textLeft, 144), look.length(textTop, 72),
@@ -258,6 +320,29 @@ private:
             part.picture = pictureOf(*shape.picture, look, area);
         }
         parts_.push_back(std::move(part));
+    }
+
+    static ShapeGeometry geometryOf(const Properties& look) {
+        ShapeGeometry geometry;
+        std::uint16_t property = geometryLeft;
+        PageArea& room = geometry.room;
+        for (double* side : {&room.left, &room.top, &room.right, &room.bottom}) {
+            if (const auto value = look.value(property++)) {
+                *side = static_cast<std::int32_t>(*value);
+            }
+        }
+        geometry.vertices = look.data(vertices);
+        geometry.segments = look.data(segments);
+        return geometry;
+    }
+
+    static ShapeTurn turnOf(const ShapeRecord& shape) {
+        constexpr double degrees = 180;
+        ShapeTurn turn;
+        turn.flippedAcross = (shape.flags & isFlippedAcross) != 0;
+        turn.flippedDown = (shape.flags & isFlippedDown) != 0;
+        turn.angle = shape.properties.fixed(rotation, 0) * std::numbers::pi / degrees;
+        return turn;
     }
 
     word::DataBlob pictureOf(std::uint32_t index, const Properties& look,

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/layout/FloatPlace.h"
 #include "platform/word/layout/PageModel.h"
+#include "platform/word/layout/ShapeOutlines.h"
 
 #include <optional>
 #include <vector>
@@ -13,11 +14,19 @@ namespace qvnd::layout {
 // it is painted. Lengths in twips.
 struct ShapePart {
     PageArea area;
+    unsigned kind = 0; // MSOSPT
+    Path outline;      // of a shape with points of its own
+    ShapeTurn turn;
     std::optional<std::uint32_t> fill{};
+    double opacity = 1; // of the fill
     bool hasLine = false;
     double lineWidth = 15;
     std::optional<std::uint32_t> lineColour{};
-    bool isLine = false; // from its upper left to its lower right corner
+    bool isDashed = false;
+    bool startsWithArrow = false; // a line
+    bool endsWithArrow = false;
+    std::u16string artText; // of text art
+    FaceRequest artFace;
     word::DataBlob picture;
     std::optional<std::uint32_t> text{}; // of DocumentTables::shapeTexts
     PageArea padding{144, 72, 144, 72};  // of the text

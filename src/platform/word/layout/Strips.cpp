@@ -4,11 +4,27 @@
 
 namespace qvnd::layout {
 
+namespace {
+
+std::size_t sizeOf(const std::vector<PlacedText>& texts) {
+    std::size_t size = 0;
+    for (const PlacedText& text : texts) {
+        size += sizeof(text) + text.text.size() * (sizeof(char16_t) + sizeof(float));
+    }
+    return size;
+}
+
+} // namespace
+
 std::size_t sizeOf(const Layer& layer) {
     std::size_t size = layer.fills.size() * sizeof(Fill) + layer.rules.size() * sizeof(Rule) +
                        layer.pictures.size() * sizeof(PlacedPicture);
-    for (const PlacedText& text : layer.texts) {
-        size += sizeof(text) + text.text.size() * (sizeof(char16_t) + sizeof(float));
+    for (const Outline& outline : layer.outlines) {
+        size += sizeof(outline) + outline.path.points.size() * sizeof(PathPoint);
+    }
+    size += sizeOf(layer.texts);
+    for (const TextArt& art : layer.textArt) {
+        size += sizeof(art) + sizeOf(art.texts);
     }
     return size;
 }
