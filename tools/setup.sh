@@ -36,7 +36,7 @@ want_packages() {
 install_build_packages() {
   say "Looking for what the build needs"
   need_packages g++ cmake ninja-build pkg-config qt6-base-dev libgl-dev libsqlite3-dev libqpdf-dev \
-    mdbtools-dev libcairo2-dev libfreetype-dev libfontconfig-dev
+    mdbtools-dev libcairo2-dev libfreetype-dev libfontconfig-dev zlib1g-dev
   need_packages qt6-svg-dev libqt6svg6 qt6-pdf-dev qt6-tools-dev qt6-tools-dev-tools \
     qt6-documentation-tools libqt6sql6-sqlite qt6-translations-l10n
 }

@@ -50,6 +50,7 @@ public:
         if (choice == drawing::FontChoice::here) {
             options_ = layout::officeOptions();
         }
+        source_.now = word::localMoment();
         begin();
     }
 
@@ -75,7 +76,7 @@ public:
     }
 
     const word::DocumentContent& document() const { return document_; }
-    const drawing::FontFaces& fonts() const { return fonts_; }
+    drawing::FontFaces& fonts() { return fonts_; }
     const layout::DocumentLayout& layout() const { return *layout_; }
 
 private:

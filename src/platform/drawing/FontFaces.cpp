@@ -147,14 +147,14 @@ public:
             asked.name = u"OpenSymbol"; // which the office suite shows symbols in
         }
         const auto file = bestFile(installed_, asked, std::nullopt);
-        const FaceId id = add(asked, *file);
+        const FaceId id = add(asked, request.name, *file);
         requests_.emplace(key, id);
         return id;
     }
 
     FaceId shownBy(FaceId id, char32_t c) {
         Face& face = *faces_[id];
-        if (FT_Get_Char_Index(face.face, c) != 0 || c < 0x20) {
+        if (glyphOf(face, c) != 0 || c < 0x20) {
             return id;
         }
         const auto known = face.standIns.find(c);
@@ -162,9 +162,9 @@ public:
             return known->second;
         }
         FaceId standIn = id;
-        if (const auto file = bestFile(installed_, face.request, c)) {
+        if (const auto file = bestFile(installed_, face.request, shownCharacter(face, c))) {
             const FaceId other = addStandIn(face, *file);
-            standIn = FT_Get_Char_Index(faces_[other]->face, c) != 0 ? other : id;
+            standIn = glyphOf(*faces_[other], c) != 0 ? other : id;
         }
         faces_[id]->standIns.emplace(c, standIn);
         return standIn;
@@ -188,6 +188,21 @@ public:
 
     FaceHeights heights(FaceId id) const { return faces_[id]->heights; }
 
+    // Marks are painted where the layout puts them.
+    double drawnAdvance(FaceId id, char32_t c) {
+        Face& face = *faces_[id];
+        if (!face.known) {
+            return advance(id, c);
+        }
+        const auto [known, isNew] = face.drawnAdvances.try_emplace(c, 0.0F);
+        if (isNew) {
+            known->second = static_cast<float>(isMark(c) ? 0 : glyphWidth(face, c));
+        }
+        return known->second;
+    }
+
+    FT_UInt glyph(FaceId id, char32_t c) const { return glyphOf(*faces_[id], c); }
+
     DrawnFace drawn(FaceId id) const {
         const Face& face = *faces_[id];
         return {face.face, face.embolden, face.slant, nullptr};
@@ -198,12 +213,14 @@ private:
 
     struct Face {
         FaceRequest request;
+        std::u16string symbols; // the symbol font whose codes it shows
         FT_Face face = nullptr;
         FaceHeights heights;
         std::optional<KnownFace> known; // whose measures count
         bool embolden = false;
         bool slant = false;
         std::vector<float> advances; // by character; not a number while it is not known
+        std::unordered_map<char32_t, float> drawnAdvances;
         std::unordered_map<char32_t, FaceId> standIns;
         std::map<FaceFile, FaceId> standInsByFile;
     };
@@ -221,9 +238,10 @@ private:
         return face;
     }
 
-    FaceId add(const FaceRequest& request, const FaceFile& file) {
+    FaceId add(const FaceRequest& request, const std::u16string& font, const FaceFile& file) {
         auto face = std::make_unique<Face>();
         face->request = request;
+        face->symbols = word::isSymbolFont(font) ? font : std::u16string();
         face->face = open(file);
         face->embolden = request.bold && !file.bold;
         face->slant = request.italic && !file.italic;
@@ -242,7 +260,7 @@ private:
         if (known != face.standInsByFile.end()) {
             return known->second;
         }
-        const FaceId id = add(face.request, file);
+        const FaceId id = add(face.request, face.symbols, file);
         if (choice_ == FontChoice::here) {
             faces_[id]->heights = face.heights;
         }
@@ -272,7 +290,21 @@ private:
         if (face.known && face.known->halfWidthLatin) {
             return layout::isOfEitherScript(c) ? 1 : 0.5;
         }
-        const FT_UInt glyph = FT_Get_Char_Index(face.face, c);
+        return glyphWidth(face, c);
+    }
+
+    // What a code of a symbol font stands for.
+    static char32_t shownCharacter(const Face& face, char32_t c) {
+        const bool isCode = !face.symbols.empty() && c >= 0xF000 && c < 0xF100;
+        return isCode ? word::symbolAsText(static_cast<char16_t>(c), face.symbols) : c;
+    }
+
+    static FT_UInt glyphOf(const Face& face, char32_t c) {
+        return FT_Get_Char_Index(face.face, shownCharacter(face, c));
+    }
+
+    static double glyphWidth(const Face& face, char32_t c) {
+        const FT_UInt glyph = glyphOf(face, c);
         if (FT_Load_Glyph(face.face, glyph, FT_LOAD_NO_SCALE) != 0) {
             return 0.5;
         }
@@ -299,8 +331,11 @@ double FontFaces::advance(FaceId face, char32_t character) {
     return store_->advance(face, character);
 }
 FaceHeights FontFaces::heights(FaceId face) { return store_->heights(face); }
+double FontFaces::drawnAdvance(FaceId face, char32_t character) const {
+    return store_->drawnAdvance(face, character);
+}
 unsigned FontFaces::glyph(FaceId face, char32_t character) const {
-    return FT_Get_Char_Index(store_->drawn(face).face, character);
+    return store_->glyph(face, character);
 }
 DrawnFace FontFaces::drawn(FaceId face) const {
     DrawnFace drawn = store_->drawn(face);

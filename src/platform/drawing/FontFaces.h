@@ -22,7 +22,8 @@ struct DrawnFace {
     std::shared_ptr<const void> owner; // of `face`: keeps it for whoever needs it longer
 };
 
-// The faces of this desktop, found by fontconfig and read by FreeType. One thread at a time.
+// The faces of this desktop, found by fontconfig and read by FreeType. A face that was asked for by
+// the name of a symbol font knows that font's codes from U+F000 on. One thread at a time.
 class FontFaces : public layout::FontMetrics {
 public:
     // Throws RunTimeError (5) when the desktop has no font at all.
@@ -37,6 +38,9 @@ public:
     layout::FaceHeights heights(layout::FaceId face) override;
 
     DrawnFace drawn(layout::FaceId face) const;
+    // How wide the glyph is that is painted for a character, in parts of the font size: not what
+    // the layout went by where another face's measures count.
+    double drawnAdvance(layout::FaceId face, char32_t character) const;
     // The number of a character's glyph in the face that is painted; 0 for none.
     unsigned glyph(layout::FaceId face, char32_t character) const;
 

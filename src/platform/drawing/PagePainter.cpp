@@ -1,17 +1,18 @@
 #include "platform/drawing/PagePainter.h"
 
 #include "platform/drawing/FontRoom.h"
+#include "platform/drawing/GlyphPainter.h"
+#include "platform/drawing/VectorPainter.h"
+#include "platform/drawing/metafile/Metafile.h"
 #include "platform/error/RunTimeError.h"
-#include "platform/error/Utf8.h"
 
-#include <cairo-ft.h>
 #include <cairo-pdf.h>
 #include <cairo.h>
 
 #include <algorithm>
 #include <cmath>
 #include <exception>
-#include <map>
+#include <numeric>
 #include <utility>
 
 namespace qvnd::drawing {
@@ -23,36 +24,13 @@ constexpr double twipsPerPoint = 20;
 struct Freed {
     void operator()(cairo_t* context) const { cairo_destroy(context); }
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-    void operator()(cairo_font_face_t* face) const { cairo_font_face_destroy(face); }
 };
 using Context = std::unique_ptr<cairo_t, Freed>;
 using Surface = std::unique_ptr<cairo_surface_t, Freed>;
-using FontFace = std::unique_ptr<cairo_font_face_t, Freed>;
 
 void setColour(cairo_t* context, std::uint32_t rgb) {
     cairo_set_source_rgb(context, ((rgb >> 16) & 0xFF) / 255.0, ((rgb >> 8) & 0xFF) / 255.0,
                          (rgb & 0xFF) / 255.0);
-}
-
-char32_t characterAt(const std::u16string& text, std::size_t at) {
-    const char16_t c = text[at];
-    const bool pair = c >= 0xD800 && c < 0xDC00 && at + 1 < text.size();
-    return pair ? 0x10000 + ((char32_t{c} - 0xD800) << 10) + (text[at + 1] - 0xDC00) : c;
-}
-
-Surface surfaceOf(const PixelImage& image) {
-    Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, image.width, image.height));
-    if (cairo_surface_status(surface.get()) != CAIRO_STATUS_SUCCESS) {
-        return nullptr;
-    }
-    const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get()));
-    unsigned char* to = cairo_image_surface_get_data(surface.get());
-    const std::size_t row = static_cast<std::size_t>(image.width) * 4;
-    for (std::size_t y = 0; y < static_cast<std::size_t>(image.height); ++y) {
-        std::copy_n(image.pixels.data() + y * row, row, to + y * stride);
-    }
-    cairo_surface_mark_dirty(surface.get());
-    return surface;
 }
 
 } // namespace
@@ -60,14 +38,20 @@ Surface surfaceOf(const PixelImage& image) {
 // Paints layers onto a context whose unit is the twip.
 class PagePainter::Canvas {
 public:
-    Canvas(const FontFaces& fonts, ReadPicture readPicture)
-        : fonts_(fonts), readPicture_(std::move(readPicture)) {}
+    Canvas(FontFaces& fonts, ReadPicture readPicture)
+        : glyphs_(fonts), readPicture_(std::move(readPicture)) {}
 
     void paint(cairo_t* context, const layout::Layer& layer) {
         for (const layout::Fill& fill : layer.fills) {
             setColour(context, fill.colour);
             cairo_rectangle(context, fill.x, fill.y, fill.width, fill.height);
             cairo_fill(context);
+        }
+        for (const layout::TextArt& art : layer.textArt) {
+            paint(context, art);
+        }
+        for (const layout::Outline& outline : layer.outlines) {
+            paint(context, outline);
         }
         for (const layout::PlacedPicture& picture : layer.pictures) {
             paint(context, picture);
@@ -95,54 +79,73 @@ private:
         cairo_stroke(context);
     }
 
+    void paint(cairo_t* context, const layout::TextArt& art) {
+        cairo_save(context);
+        cairo_translate(context, art.x + art.width / 2, art.y + art.height / 2);
+        cairo_rotate(context, art.angle);
+        cairo_scale(context, art.width / art.ownWidth, art.height / art.ownHeight);
+        cairo_translate(context, -art.ownWidth / 2, -art.ownHeight / 2);
+        cairo_push_group(context);
+        for (const layout::PlacedText& text : art.texts) {
+            paint(context, text);
+        }
+        cairo_pop_group_to_source(context);
+        cairo_paint_with_alpha(context, art.opacity);
+        cairo_restore(context);
+    }
+
+    static void paint(cairo_t* context, const layout::Outline& outline) {
+        trace(context, outline.path);
+        if (outline.fill) {
+            setColour(context, *outline.fill);
+            cairo_fill_preserve(context);
+        }
+        if (outline.hasLine) {
+            const double dash = 4 * outline.lineWidth;
+            setColour(context, outline.lineColour.value_or(0));
+            cairo_set_line_width(context, outline.lineWidth);
+            cairo_set_line_cap(context, CAIRO_LINE_CAP_BUTT);
+            cairo_set_dash(context, &dash, outline.isDashed ? 1 : 0, 0);
+            cairo_stroke_preserve(context);
+            cairo_set_dash(context, nullptr, 0, 0);
+        }
+        cairo_new_path(context);
+    }
+
     void paint(cairo_t* context, const layout::PlacedPicture& picture) {
         const auto image = readPicture_ ? readPicture_(picture.blob) : std::nullopt;
-        if (!image || image->width < 1 || image->height < 1) {
-            return;
+        if (image && image->width >= 1 && image->height >= 1) {
+            paint(context, picture, *image);
+        } else if (const auto drawing = readMetafile(picture.blob)) {
+            drawing::paint(context, *drawing, {picture.x, picture.y, picture.width, picture.height},
+                           glyphs_);
         }
-        const Surface surface = surfaceOf(*image);
-        if (!surface) {
+    }
+
+    static void paint(cairo_t* context, const layout::PlacedPicture& picture,
+                      const PixelImage& image) {
+        const Surface surface(surfaceOf(image));
+        if (!surface || picture.width <= 0 || picture.height <= 0) {
             return;
         }
         cairo_save(context);
         cairo_translate(context, picture.x, picture.y);
-        cairo_scale(context, picture.width / image->width, picture.height / image->height);
+        cairo_scale(context, picture.width / image.width, picture.height / image.height);
         cairo_set_source_surface(context, surface.get(), 0, 0);
         // Enlarged pixels at the picture's edge do not fade into what lies around it.
         cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
-        cairo_rectangle(context, 0, 0, image->width, image->height);
+        cairo_rectangle(context, 0, 0, image.width, image.height);
         cairo_fill(context);
         cairo_restore(context);
     }
 
     void paint(cairo_t* context, const layout::PlacedText& text) {
-        const DrawnFace drawn = fonts_.drawn(text.face);
-        std::string utf8;
-        std::vector<cairo_glyph_t> glyphs;
-        std::vector<cairo_text_cluster_t> clusters;
-        double x = 0;
-        for (std::size_t i = 0; i < text.text.size(); ++i) {
-            const char32_t c = characterAt(text.text, i);
-            const std::size_t units = c >= 0x10000 ? 2 : 1;
-            const std::string bytes = toUtf8(std::u16string_view(text.text).substr(i, units));
-            glyphs.push_back({fonts_.glyph(text.face, c), x / text.stretch, 0});
-            clusters.push_back({static_cast<int>(bytes.size()), 1});
-            utf8 += bytes;
-            x += text.advances[i];
-            i += units - 1;
-        }
         cairo_save(context);
         cairo_translate(context, text.x, text.baseline);
-        cairo_scale(context, text.stretch, 1);
         setColour(context, text.colour.value_or(0));
-        cairo_set_font_face(context, fontFace(text.face, drawn));
-        cairo_set_font_size(context, text.size);
-        cairo_show_text_glyphs(context, utf8.data(), static_cast<int>(utf8.size()), glyphs.data(),
-                               static_cast<int>(glyphs.size()), clusters.data(),
-                               static_cast<int>(clusters.size()),
-                               static_cast<cairo_text_cluster_flags_t>(0));
+        glyphs_.show(context, {text.face, text.size, text.stretch, text.text, text.advances});
         cairo_restore(context);
-        underline(context, text, x);
+        underline(context, text, std::accumulate(text.advances.begin(), text.advances.end(), 0.0));
     }
 
     static void underline(cairo_t* context, const layout::PlacedText& text, double width) {
@@ -159,33 +162,8 @@ private:
         }
     }
 
-    // Cairo keeps glyphs by the address of their face, longer than it is asked to.
-    static void keepOwner(cairo_font_face_t* face, const std::shared_ptr<const void>& owner) {
-        using Owner = std::shared_ptr<const void>;
-        static const cairo_user_data_key_t key{};
-        auto kept = std::make_unique<Owner>(owner);
-        const auto drop = [](void* data) { delete static_cast<Owner*>(data); };
-        if (cairo_font_face_set_user_data(face, &key, kept.get(), drop) == CAIRO_STATUS_SUCCESS) {
-            static_cast<void>(kept.release());
-        }
-    }
-
-    cairo_font_face_t* fontFace(layout::FaceId id, const DrawnFace& drawn) {
-        FontFace& face = faces_[id];
-        if (!face) {
-            face.reset(cairo_ft_font_face_create_for_ft_face(drawn.face, 0));
-            keepOwner(face.get(), drawn.owner);
-            const unsigned bold = CAIRO_FT_SYNTHESIZE_BOLD;
-            const unsigned oblique = CAIRO_FT_SYNTHESIZE_OBLIQUE;
-            cairo_ft_font_face_set_synthesize(face.get(), (drawn.embolden ? bold : 0) |
-                                                              (drawn.slant ? oblique : 0));
-        }
-        return face.get();
-    }
-
-    const FontFaces& fonts_;
+    GlyphPainter glyphs_;
     ReadPicture readPicture_;
-    std::map<layout::FaceId, FontFace> faces_;
 };
 
 namespace {
@@ -202,7 +180,7 @@ void keepMeasures(cairo_t* context) {
 
 } // namespace
 
-PagePainter::PagePainter(const FontFaces& fonts, ReadPicture readPicture)
+PagePainter::PagePainter(FontFaces& fonts, ReadPicture readPicture)
     : canvas_(std::make_unique<Canvas>(fonts, std::move(readPicture))) {}
 PagePainter::~PagePainter() = default;
 
@@ -307,9 +285,11 @@ std::unique_ptr<PagePainter::Pdf> PagePainter::pdf(WriteBytes write) {
     return std::make_unique<PdfFile<decltype(paint)>>(paint, std::move(write));
 }
 
+bool isPaintedMetafile(const word::DataBlob& blob) { return readMetafile(blob).has_value(); }
+
 word::Bytes pngOf(const PixelImage& image) {
     word::Bytes bytes;
-    const Surface surface = surfaceOf(image);
+    const Surface surface(surfaceOf(image));
     if (!surface) {
         throw RunTimeError(7, u"页面图片太大，内存不够。");
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/drawing/FontFaces.h"
+#include "platform/drawing/PixelImage.h"
 #include "platform/word/docfile/container/Bytes.h"
 #include "platform/word/layout/PageModel.h"
 
@@ -9,28 +10,20 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <vector>
 
 // One painter for all that pages are painted on: a PDF, a picture, the screen. It is Cairo's, which
 // takes the very faces that the layout measured, glyph by glyph with the text that they stand for,
 // embeds only the glyphs that are used, and needs no display.
 namespace qvnd::drawing {
 
-// A picture ready to be painted: four bytes a pixel, blue, green, red, opacity, the colours
-// multiplied by the opacity; rows follow each other without gaps.
-struct PixelImage {
-    int width = 0;
-    int height = 0;
-    std::vector<std::uint8_t> pixels;
-};
-
-// Reads the picture that a blob holds, cropped as it says; nothing for one that cannot be drawn.
+// Reads the raster picture that a blob holds, cropped as it says; nothing for one that cannot be
+// drawn. What it does not know may be a metafile, which the painter reads itself.
 using ReadPicture = std::function<std::optional<PixelImage>(const word::DataBlob& blob)>;
 
 class PagePainter {
 public:
     // Both must outlive the object.
-    PagePainter(const FontFaces& fonts, ReadPicture readPicture);
+    PagePainter(FontFaces& fonts, ReadPicture readPicture);
     ~PagePainter();
     PagePainter(const PagePainter&) = delete;
     PagePainter& operator=(const PagePainter&) = delete;
@@ -56,6 +49,9 @@ public:
     // Writes the rest. Throws what `write` threw.
     virtual void finish() = 0;
 };
+
+// Whether the blob holds a metafile that is painted.
+bool isPaintedMetafile(const word::DataBlob& blob);
 
 // The picture as a PNG file.
 word::Bytes pngOf(const PixelImage& image);

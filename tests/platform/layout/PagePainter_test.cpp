@@ -3,6 +3,7 @@
 #include "platform/drawing/FontRoom.h"
 #include "platform/drawing/KnownFaces.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/word/layout/ShapeOutlines.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,20 @@ protected:
     static std::uint32_t at(const PixelImage& image, int x, int y) {
         const auto* pixel = image.pixels.data() + (static_cast<std::size_t>(y) * 100 + x) * 4U;
         return (std::uint32_t{pixel[2]} << 16) | (std::uint32_t{pixel[1]} << 8) | pixel[0];
+    }
+
+    // The mean place of all ink, in pixels from the left.
+    static double middleOf(const PixelImage& image) {
+        double ink = 0;
+        double moment = 0;
+        for (int y = 0; y < image.height; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                const double dark = 255 - static_cast<double>(at(image, x, y) & 0xFF);
+                ink += dark;
+                moment += dark * (x + 0.5);
+            }
+        }
+        return ink > 0 ? moment / ink : 0;
     }
 
     void type(const std::u16string& text, double size = 200) {
@@ -72,6 +87,52 @@ TEST_F(Painting, FillsAndRulesStandAtTheirPlacesInTheirColours) {
     EXPECT_EQ(at(image, 20, 15), 0x3366CCU);
     EXPECT_EQ(at(image, 45, 15), 0xFFFFFFU);
     EXPECT_EQ(at(image, 50, 40), 0xFF0000U);
+}
+
+TEST_F(Painting, AnOutlineIsFilledAndStrokedInItsColours) {
+    layout::Outline outline;
+    outline.path = layout::shapeOutline(110, {200, 100, 600, 300}, {}); // a diamond
+    outline.fill = 0x00FF00;
+    outline.lineWidth = 40;
+    outline.lineColour = 0xFF0000;
+    page.layer.outlines.push_back(outline);
+    const PixelImage image = paint();
+    EXPECT_EQ(at(image, 40, 20), 0x00FF00U);
+    EXPECT_EQ(at(image, 30, 15), 0xFF0000U);
+    EXPECT_EQ(at(image, 22, 11), 0xFFFFFFU) << "outside of the diamond";
+}
+
+TEST_F(Painting, TextArtFillsItsAreaAndLetsThroughWhatLiesUnderIt) {
+    type(u"H");
+    layout::TextArt art;
+    art.texts = {page.layer.texts.back()};
+    art.texts.back().x = 0;
+    art.texts.back().baseline = 150;
+    art.texts.back().colour = 0x000000;
+    art.ownWidth = 150;
+    art.ownHeight = 150;
+    art.x = 100;
+    art.y = 100;
+    art.width = 800;
+    art.height = 300;
+    art.opacity = 0.5;
+    page.layer.texts.clear();
+    page.layer.textArt.push_back(art);
+    const PixelImage image = paint();
+    int darkest = 255;
+    int left = 100;
+    int right = 0;
+    for (int y = 0; y < 50; ++y) {
+        for (int x = 0; x < 100; ++x) {
+            const int grey = static_cast<int>(at(image, x, y) & 0xFF);
+            darkest = std::min(darkest, grey);
+            left = grey < 250 ? std::min(left, x) : left;
+            right = grey < 250 ? std::max(right, x) : right;
+        }
+    }
+    EXPECT_NEAR(darkest, 128, 3);
+    EXPECT_LT(left, 20);
+    EXPECT_GT(right, 70);
 }
 
 TEST_F(Painting, TextStandsOnItsLine) {
@@ -136,6 +197,54 @@ TEST_F(Painting, AllFontsOfAPdfHaveTheRoomOfOneLine) {
         ++found;
     }
     EXPECT_EQ(found, 2);
+}
+
+// Cairo's own cutting down of such outlines leaves characters blank.
+TEST_F(Painting, FacesOfCffOutlinesAreWrittenGlyphByGlyph) {
+    const layout::FaceId face = fonts.face({u"Noto Sans CJK SC", false, false, true});
+    if (fonts.shownBy(face, U'如') != face || fonts.glyph(face, U'如') == 0) {
+        GTEST_SKIP() << "no face of that kind here";
+    }
+    type(u"如");
+    page.layer.texts.back().face = face;
+    const std::string bytes = pdf(1);
+    EXPECT_EQ(bytes.find("NotoSansCJK"), std::string::npos) << "not as the font's own subset";
+    EXPECT_LT(bytes.size(), 8000U);
+}
+
+TEST_F(Painting, AGlyphThatIsNarrowerThanItsCharactersRoomStandsInTheMiddle) {
+    FontFaces named(FontChoice::named);
+    page.layer.texts.push_back({});
+    PlacedText& run = page.layer.texts.back();
+    run.x = 0;
+    run.baseline = 400;
+    run.size = 400;
+    run.face = named.face({u"宋体", false, false, false});
+    run.face = named.shownBy(run.face, U'|');
+    run.text = u"|";
+    run.advances = {200};
+    ASSERT_DOUBLE_EQ(named.advance(run.face, U'|'), 0.5);
+    ASSERT_LT(named.drawnAdvance(run.face, U'|'), 0.4);
+    EXPECT_NEAR(middleOf(PagePainter(named, nullptr).image(page, 100)), 10, 0.8);
+}
+
+TEST_F(Painting, AGlyphThatIsWiderThanItsCharactersRoomIsNarrowed) {
+    FontFaces named(FontChoice::named);
+    page.layer.texts.push_back({});
+    PlacedText& run = page.layer.texts.back();
+    run.x = 0;
+    run.baseline = 400;
+    run.size = 400;
+    run.face = named.face({u"宋体", false, false, false});
+    run.face = named.shownBy(run.face, U'W');
+    run.text = u"W";
+    run.advances = {200};
+    ASSERT_GT(named.drawnAdvance(run.face, U'W'), 0.7);
+    const PixelImage image = PagePainter(named, nullptr).image(page, 100);
+    EXPECT_NEAR(middleOf(image), 10, 0.8);
+    for (int y = 0; y < 50; ++y) {
+        EXPECT_EQ(at(image, 22, y), 0xFFFFFFU) << y;
+    }
 }
 
 TEST(FontRoom, EntriesAreFoundHoweverTheBytesComeAndNothingMoves) {

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/drawing/FontFaces.h"
+
+#include <cairo.h>
+
+#include <map>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace qvnd::drawing {
+
+// Characters of one face, side by side.
+struct GlyphRun {
+    layout::FaceId face = 0;
+    double size = 0;    // of the font, in units of the context
+    double stretch = 1; // of the characters' width
+    std::u16string_view text;
+    std::span<const float> advances; // a code unit each; 0 for the second of a pair
+};
+
+// Shows characters with the faces that were measured, each with the text that it stands for, so
+// that a reader of a PDF finds it again.
+class GlyphPainter {
+public:
+    // Must outlive the object.
+    explicit GlyphPainter(FontFaces& fonts) : fonts_(fonts) {}
+    ~GlyphPainter();
+    GlyphPainter(const GlyphPainter&) = delete;
+    GlyphPainter& operator=(const GlyphPainter&) = delete;
+
+    // In the context's colour, from its origin on along its first axis. Where the layout went by
+    // another face than the one that is painted, a wider glyph is narrowed to its character's room,
+    // and a narrower one stands in the middle of it.
+    void show(cairo_t* context, const GlyphRun& run);
+
+    FontFaces& fonts() { return fonts_; }
+
+private:
+    class Batch;
+    cairo_font_face_t* fontFace(layout::FaceId id);
+
+    FontFaces& fonts_;
+    std::map<layout::FaceId, cairo_font_face_t*> faces_;
+};
+
+// The character that begins at that code unit.
+char32_t characterAt(std::u16string_view text, std::size_t at);
+
+} // namespace qvnd::drawing

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/drawing/metafile/Bitmap.h"
+#include "platform/drawing/metafile/DeviceContext.h"
+
+namespace qvnd::drawing::metafile {
+
+// Where a bitmap of a record goes and which part of it, in logical units and in pixels.
+struct BitmapPlace {
+    VectorPoint to;
+    VectorPoint extent;
+    BitmapPart part;
+    bool partFromBelow = false; // of a bitmap that is kept from below, as StretchDIBits has it
+    bool hasOpacity = false;
+    std::uint32_t operation = sourceCopy;
+
+    static constexpr std::uint32_t sourceCopy = 0x00CC0020; // [MS-WMF] 2.1.1.31
+};
+
+// Draws records of bitmaps, and of raster operations without one.
+class BitmapRecords {
+public:
+    // Must outlive the object.
+    explicit BitmapRecords(DeviceContext& context) : context_(context) {}
+
+    // `pixels` is empty where they follow the head.
+    void draw(const BitmapPlace& place, word::ByteView head, word::ByteView pixels);
+    // A rectangle by an operation that takes no source.
+    void fill(VectorPoint to, VectorPoint extent, std::uint32_t operation);
+
+private:
+    DeviceContext& context_;
+    std::size_t pixelBytes_ = 0;
+};
+
+} // namespace qvnd::drawing::metafile

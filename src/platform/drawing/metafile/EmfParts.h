@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/drawing/metafile/BitmapRecords.h"
+#include "platform/drawing/metafile/EmfRecords.h"
+
+// Parts of the player of an EMF. `reader` stands behind the record's type and size; both throw
+// FormatError for a record that is too short. False: a record of another kind.
+namespace qvnd::drawing::metafile::emf {
+
+// Lines, curves and areas.
+bool playFigure(Record type, word::LittleEndianReader& reader, DeviceContext& context);
+// Bitmaps. `bytes`: the whole record, in which they are found by their offsets.
+bool playBitmap(Record type, word::ByteView bytes, word::LittleEndianReader& reader,
+                BitmapRecords& bitmaps);
+
+} // namespace qvnd::drawing::metafile::emf
