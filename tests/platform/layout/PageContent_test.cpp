@@ -1,7 +1,10 @@
 // What stands on a page, of all that a document may hold.
 
 #include "platform/layout/PagedDocument.h"
+#include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/pictures/Picture.h"
+#include "platform/word/docfile/styles/FontTable.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "support/Images.h"
 
 namespace qvnd::layout {
@@ -135,6 +138,53 @@ TEST_F(PageContent, APictureThatIsTooWideForThePlaceBesideAFrameGoesBelow) {
     const Page page = pages().at(0);
     ASSERT_EQ(page.layer.pictures.size(), 1U);
     EXPECT_DOUBLE_EQ(page.layer.pictures[0].y, 1400);
+}
+
+// A character that stands for that code of the font Symbol, the third of the document.
+Bytes symbolRun(unsigned code) { return withSprm32({}, sprm::CSymbol, (code << 16) | 2); }
+
+TEST_F(PageContent, ASymbolIsShownThoughNothingElseMakesItASpecialCharacter) {
+    document.tables.fonts.push_back(word::makeFont(u"Symbol"));
+    type(u"(箭\r");
+    main.characters = {{1, intern(symbolRun(0xF0AE))}, {2, {}}};
+    EXPECT_EQ(textOf(pages().at(0)), u"→箭");
+}
+
+TEST_F(PageContent, ASymbolKeepsItsCodeWhereTheOfficeSuiteSetsTheText) {
+    document.tables.fonts.push_back(word::makeFont(u"Symbol"));
+    type(u"((箭\r");
+    main.characters = {{1, intern(symbolRun(0xAE))}, {3, {}}};
+    options = officeOptions();
+    EXPECT_EQ(textOf(pages().at(0)), u"\uF0AE(箭");
+}
+
+TEST_F(PageContent, DeletedTextIsSeenWhereTheOfficeSuiteShowsRevisionsAlone) {
+    type(u"留删\r");
+    main.characters = {{1, {}}, {1, intern(withSprm8({}, sprm::CFRMarkDel, 1))}, {1, {}}};
+    word::writeDop(document.settings, word::dop::showRevisions, 1);
+    EXPECT_EQ(textOf(pages().at(0)), u"留");
+    options = officeOptions();
+    EXPECT_EQ(textOf(pages().at(0)), u"留删");
+    EXPECT_TRUE(textAt(pages().at(0), u"删").struckOut);
+    word::writeDop(document.settings, word::dop::showRevisions, 0);
+    EXPECT_EQ(textOf(pages().at(0)), u"留");
+}
+
+TEST_F(PageContent, ADateIsTheOneOfTheDayWhereTheSourceTellsIt) {
+    const std::u16string instruction = u"DATE \\@ \"yyyy年M月d日\"";
+    main.text = u"\u0013" + instruction + u"\u0014旧\u0015\r";
+    main.characters = {{main.size(), {}}};
+    main.paragraphs = {{main.size(), 0, {}}};
+    const auto separator = static_cast<word::Cp>(instruction.size() + 1);
+    main.fields = {{0, word::fieldBegin, 0x1F},
+                   {separator, word::fieldSeparator, 0},
+                   {separator + 2, word::fieldEnd, 0}};
+    document.sections.back().length = main.size();
+    EXPECT_EQ(textOf(pages().at(0)), u"旧");
+    sourceOfAll();
+    source.now = word::Moment{2026, 11, 22, 9, 5, 7};
+    DocumentLayout today(source, fonts, options);
+    EXPECT_EQ(textOf(*today.nextPage()), u"2026年11月22日");
 }
 
 TEST_F(PageContent, RowsWithDifferentEdgesStandAtTheirOwn) {

@@ -72,7 +72,8 @@ void readMeaning(ByteView own, ResolvedText& format) {
         case sprm::CPicLocation:
             format.blob = numberOf(entry);
             break;
-        case sprm::CSymbol:
+        case sprm::CSymbol: // which makes the character a special one
+            format.special = true;
             format.symbol = {static_cast<std::uint16_t>(numberOf(entry)),
                              static_cast<char16_t>(numberOf(entry) >> 16)};
             break;

@@ -34,8 +34,9 @@ public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
         : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
           headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteRooms()) {
-        shared_.marksInherit = shared_.showsDeleted = options_.officeLines;
-        shared_.officeText = options_.officeLines;
+        shared_.marksInherit = shared_.officeText = options_.officeLines;
+        shared_.showsDeleted =
+            options_.officeLines && word::readDop(source_.settings, word::dop::showRevisions) != 0;
         const bool onTop = word::gutterOnTop(source_.settings);
         word::Cp at = 0;
         for (const word::SectionRun& section : source_.sections) {

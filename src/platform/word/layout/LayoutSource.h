@@ -1,8 +1,10 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentContent.h"
+#include "platform/word/formatting/DateForms.h"
 
 #include <memory>
+#include <optional>
 #include <span>
 
 namespace qvnd::layout {
@@ -14,6 +16,9 @@ struct LayoutSource {
     std::span<const word::SectionRun> sections;
     std::span<const word::HeaderSet> headers; // by section
     word::ByteView settings;                  // the Dop
+    // What fields of date and time show, as a word processor does that opens the document. Nothing:
+    // what they showed last.
+    std::optional<word::Moment> now{};
 };
 
 LayoutSource sourceOf(const word::DocumentContent& document);
@@ -26,7 +31,8 @@ struct LayoutOptions {
     bool marksCount = true;
     // Lines as the office suite sets them: what a multiple adds stands below a line, on a document
     // grid multiples alone count, and the grid stands in the middle of the page. An empty paragraph
-    // takes over what is said of the mark before it, and deleted text is shown, struck out.
+    // takes over what is said of the mark before it, deleted text is shown, struck out, where the
+    // document's settings show revisions, and characters of symbol fonts keep their codes.
     bool officeLines = false;
     int totalPages = 1; // what NUMPAGES shows
 };

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/formatting/DateForms.h"
 #include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/CharacterClasses.h"
 
@@ -33,6 +34,8 @@ constexpr char16_t privateEnd = 0xF100;
 // Types of fields (flt), [MS-DOC] 2.9.90.
 constexpr std::uint8_t pageField = 0x21;
 constexpr std::uint8_t pageCountField = 0x1A;
+constexpr std::uint8_t dateField = 0x1F;
+constexpr std::uint8_t timeField = 0x20;
 
 bool isMark(char16_t c) { return c == u'\r' || c == u'\a' || c == pageBreak; }
 
@@ -61,11 +64,11 @@ void StoryReader::findFields() {
         std::uint8_t type = 0;
     };
     std::vector<Open> open;
-    const auto add = [&](word::Cp begin, word::Cp end, Span::Shows shows) {
-        while (!spans_.empty() && spans_.back().begin >= begin) {
+    const auto add = [&](Span span) {
+        while (!spans_.empty() && spans_.back().begin >= span.begin) {
             spans_.pop_back();
         }
-        spans_.push_back({begin, end, shows});
+        spans_.push_back(std::move(span));
     };
     for (const word::FieldMark& mark : story_.fields) {
         if (mark.character == word::fieldBegin) {
@@ -74,20 +77,48 @@ void StoryReader::findFields() {
             continue;
         } else if (mark.character == word::fieldSeparator) {
             open.back().separator = mark.at;
-            add(open.back().begin, mark.at + 1, Span::Shows::nothing);
+            add({open.back().begin, mark.at + 1, Span::Shows::nothing});
         } else {
             const Open field = open.back();
             open.pop_back();
-            const bool counts = field.type == pageField || field.type == pageCountField;
-            if (counts) {
-                add(field.begin, mark.at + 1,
-                    field.type == pageField ? Span::Shows::pageNumber : Span::Shows::pageCount);
-            } else if (field.separator == 0) {
-                add(field.begin, mark.at + 1, Span::Shows::nothing);
+            Span anew = spanOf(field.type, field.begin, field.separator);
+            anew.end = mark.at + 1;
+            if (anew.shows != Span::Shows::nothing || field.separator == 0) {
+                add(std::move(anew));
             } else {
                 spans_.push_back({mark.at, mark.at + 1, Span::Shows::nothing});
             }
         }
+    }
+}
+
+StoryReader::Span StoryReader::spanOf(std::uint8_t type, word::Cp begin, word::Cp separator) const {
+    Span span;
+    span.begin = begin;
+    if (type == pageField || type == pageCountField) {
+        span.shows = type == pageField ? Span::Shows::pageNumber : Span::Shows::pageCount;
+    }
+    const bool isDate = (type == dateField || type == timeField) && separator > begin;
+    const auto& now = shared_.source.now;
+    if (isDate && now) {
+        const std::u16string_view instruction(story_.text);
+        if (auto shown =
+                word::dateShown(instruction.substr(begin + 1, separator - begin - 1), *now)) {
+            span.shows = Span::Shows::text;
+            span.text = std::move(*shown);
+        }
+    }
+    return span;
+}
+
+std::u16string StoryReader::shownBy(const Span& span, const PageFields& fields) const {
+    switch (span.shows) {
+    case Span::Shows::pageNumber:
+        return fields.number;
+    case Span::Shows::pageCount:
+        return word::digits(fields.totalPages);
+    default:
+        return span.text;
     }
 }
 
@@ -137,6 +168,11 @@ FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
     const std::uint16_t font = eastAsian ? format.eastAsianFont
                                : latin   ? format.latinFont
                                          : format.otherFont;
+    return shared_.fonts.shownBy(faceOf(font, asksForChinese, format), c);
+}
+
+FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
+                           const word::ResolvedText& format) {
     const unsigned style =
         (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (asksForChinese ? 4U : 0U);
     const auto [known, isNew] = faces_.try_emplace({font, style});
@@ -144,7 +180,7 @@ FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
         known->second =
             shared_.fonts.face({fontName(font), format.bold, format.italic, asksForChinese});
     }
-    return shared_.fonts.shownBy(known->second, c);
+    return known->second;
 }
 
 ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const PageFields& fields) {
@@ -174,9 +210,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
                 // The look of the field's last character but one is that of its result.
                 const word::Cp shown = span->end > span->begin + 2 ? span->end - 2 : at;
                 const auto& look = shared_.formats.text(run.style, runAt(shown).properties);
-                addText(span->shows == Span::Shows::pageNumber ? fields.number
-                                                               : word::digits(fields.totalPages),
-                        at, look, result);
+                addText(shownBy(*span, fields), at, look, result);
             }
             at = std::min(span->end, end) - 1;
             continue;
@@ -235,10 +269,13 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
     if (format.hidden) {
         return;
     }
-    const std::u16string font = fontName(format.latinFont);
+    const bool inSymbols = word::isSymbolFont(fontName(format.latinFont));
     for (const char16_t c : label.text) {
-        const bool isSymbol = c >= privateArea || word::isSymbolFont(font);
-        addCharacter(isSymbol ? word::symbolAsText(c, font) : c, start, format, result);
+        if (c >= privateArea || inSymbols) {
+            addSymbol(c, format.latinFont, start, format, result);
+        } else {
+            addCharacter(c, start, format, result);
+        }
     }
     if (label.follows != 0) {
         TextItem follower;
@@ -266,9 +303,10 @@ void StoryReader::readCharacter(char16_t c, word::Cp at, const word::ResolvedTex
     if (c < firstPrintable && c != tab) {
         addSpecial(c, at, format, result);
     } else if (c == symbolCharacter && format.special && format.symbol) {
-        addSymbol(at, format, result);
+        // What stands as a bracket in the text may be a symbol of another font.
+        addSymbol(format.symbol->code, format.symbol->font, at, format, result);
     } else if (c >= privateArea && c < privateEnd) {
-        addCharacter(word::symbolAsText(c, fontName(format.latinFont)), at, format, result);
+        addSymbol(c, format.latinFont, at, format, result);
     } else if (isLow(c)) {
         const bool paired = at > 0 && isHigh(story_.text[at - 1]);
         if (paired) {
@@ -289,6 +327,12 @@ void StoryReader::addText(std::u16string_view text, word::Cp at, const word::Res
 
 void StoryReader::addCharacter(char32_t c, word::Cp at, const word::ResolvedText& format,
                                ParagraphItems& result) {
+    const bool isCapital = format.capitals || format.smallCapitals;
+    addCharacter(c, faceOf(format, isCapital ? upper(c) : c), at, format, result);
+}
+
+void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
+                               const word::ResolvedText& format, ParagraphItems& result) {
     TextItem item;
     item.at = at;
     item.format = &format;
@@ -303,7 +347,7 @@ void StoryReader::addCharacter(char32_t c, word::Cp at, const word::ResolvedText
     const bool shrinks = format.smallCapitals && upper(c) != c;
     item.size *= shrinks ? smallCapitalSize : 1;
     item.character = format.capitals || format.smallCapitals ? upper(c) : c;
-    item.face = faceOf(format, item.character);
+    item.face = face;
     if (c == tab) {
         item.kind = TextItem::Kind::tab;
     } else {
@@ -397,10 +441,19 @@ void StoryReader::addNote(word::Cp at, const word::ResolvedText& format, Paragra
     }
 }
 
-// What stands as a bracket in the text may be a symbol of another font.
-void StoryReader::addSymbol(word::Cp at, const word::ResolvedText& format, ParagraphItems& result) {
-    const std::u16string font = fontName(format.symbol->font);
-    addCharacter(word::symbolAsText(format.symbol->code, font), at, format, result);
+// A symbol that keeps its code stands in the face of its own font. Otherwise it is shown by the
+// face of the text around it.
+void StoryReader::addSymbol(char16_t code, std::uint16_t font, word::Cp at,
+                            const word::ResolvedText& format, ParagraphItems& result) {
+    constexpr unsigned lowByte = 0xFF;
+    const std::u16string name = fontName(font);
+    if (shared_.officeText && word::isSymbolFont(name)) {
+        const char32_t kept = privateArea + (code & lowByte);
+        addCharacter(kept, shared_.fonts.shownBy(faceOf(font, false, format), kept), at, format,
+                     result);
+    } else {
+        addCharacter(word::symbolAsText(code, name), at, format, result);
+    }
 }
 
 } // namespace qvnd::layout

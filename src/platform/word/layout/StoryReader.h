@@ -69,7 +69,8 @@ public:
         // An empty paragraph's mark takes over what is said of the mark before (LayoutOptions).
         bool marksInherit = false;
         bool showsDeleted = false; // text that a tracked change deletes, struck out
-        // Breaks and languages as the office suite has them (LayoutOptions::officeLines).
+        // Breaks, languages and symbols as the office suite has them (LayoutOptions::officeLines):
+        // codes of symbol fonts (0xF000 and on) stay, and the face knows what they stand for.
         bool officeText = false;
         word::FormatResolver formats;
         word::ListNumbers numbers;
@@ -86,14 +87,18 @@ public:
 
 private:
     struct Span { // text that is not seen, or is seen as something else
-        enum class Shows : std::uint8_t { nothing, pageNumber, pageCount };
+        enum class Shows : std::uint8_t { nothing, pageNumber, pageCount, text };
         word::Cp begin = 0;
         word::Cp end = 0;
         Shows shows = Shows::nothing;
+        std::u16string text{};
     };
 
     void findFields();
     bool endsParagraph(word::Cp at) const;
+    // What the field of that type shows anew, by the instruction between the two positions.
+    Span spanOf(std::uint8_t type, word::Cp begin, word::Cp separator) const;
+    std::u16string shownBy(const Span& span, const PageFields& fields) const;
     const Span* spanAt(word::Cp at) const;
     const word::CharacterRun& runAt(word::Cp at);
     const word::ResolvedText& formatAt(word::Cp at, word::StyleIndex style);
@@ -105,12 +110,17 @@ private:
                  ParagraphItems& result);
     void addCharacter(char32_t c, word::Cp at, const word::ResolvedText& format,
                       ParagraphItems& result);
+    void addCharacter(char32_t c, FaceId face, word::Cp at, const word::ResolvedText& format,
+                      ParagraphItems& result);
     void addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,
                     ParagraphItems& result);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
     void addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
-    void addSymbol(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
+    // A character of a symbol font, by its code with or without 0xF000.
+    void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
+                   ParagraphItems& result);
     FaceId faceOf(const word::ResolvedText& format, char32_t c);
+    FaceId faceOf(std::uint16_t font, bool asksForChinese, const word::ResolvedText& format);
     std::u16string fontName(std::uint16_t index) const;
 
     Shared& shared_;

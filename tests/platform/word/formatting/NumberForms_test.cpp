@@ -54,5 +54,19 @@ TEST(Symbols, BulletsOfSymbolFontsBecomeCharactersThatOtherFontsHave) {
     EXPECT_EQ(symbolAsText(0xF0FA, u"Wingdings"), u'•');
 }
 
+TEST(Symbols, EveryCodeOfTheFontSymbolHasItsCharacter) {
+    EXPECT_EQ(symbolAsText(0x20, u"Symbol"), u' ');
+    EXPECT_EQ(symbolAsText(0x2D, u"Symbol"), u'−');
+    EXPECT_EQ(symbolAsText(0x40, u"Symbol"), u'≅');
+    EXPECT_EQ(symbolAsText(0x5A, u"Symbol"), u'Ζ');
+    EXPECT_EQ(symbolAsText(0x7E, u"Symbol"), u'∼');
+    EXPECT_EQ(symbolAsText(0xA0, u"Symbol"), u'€');
+    EXPECT_EQ(symbolAsText(0xCE, u"Symbol"), u'∈');
+    EXPECT_EQ(symbolAsText(0xF0DE, u"Symbol"), u'⇒');
+    EXPECT_EQ(symbolAsText(0xFE, u"Symbol"), u'⎭');
+    EXPECT_EQ(symbolAsText(0xFF, u"Symbol"), u'•') << "of none of them";
+    EXPECT_EQ(symbolAsText(0x7F, u"Symbol"), u'•');
+}
+
 } // namespace
 } // namespace qvnd::word
