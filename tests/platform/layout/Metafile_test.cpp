@@ -413,6 +413,11 @@ TEST(MetafileBlob, AMetafileOfADocumentIsInflatedAndCropped) {
     EXPECT_EQ(result->elements.size(), 1U);
 }
 
+TEST(MetafileBlob, AMetafileOfWhichNothingIsDrawnIsNone) {
+    EmfBuilder emf;
+    EXPECT_FALSE(readMetafile(blobOf(emf.file())));
+}
+
 TEST(MetafileBlob, ABlobWithoutAMetafileHoldsNone) {
     EXPECT_FALSE(readMetafile(nullptr));
     EXPECT_FALSE(readMetafile(std::make_shared<const word::Bytes>(word::Bytes(100, 1))));

@@ -8,8 +8,8 @@
 namespace qvnd::drawing {
 
 // The metafile (EMF or WMF) that a blob of a document holds, as it is cropped. Nothing for a blob
-// that holds none, and for a metafile whose head is damaged. A record that is damaged ends the
-// picture: what stood before it is shown.
+// that holds none, for a metafile whose head is damaged, and for one of which nothing is drawn. A
+// record that is damaged ends the picture: what stood before it is shown.
 std::optional<VectorPicture> readMetafile(const word::DataBlob& blob);
 
 // The same of the bytes of a metafile. [MS-EMF] 2.3, [MS-WMF] 2.3; records of EMF+ are passed over,

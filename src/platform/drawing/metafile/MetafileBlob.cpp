@@ -60,7 +60,9 @@ std::optional<VectorPicture> readMetafile(const word::DataBlob& blob) {
     if (result) {
         crop(*result, word::cropOf(*picture));
     }
-    return result && result->width > 0 && result->height > 0 ? std::move(result) : std::nullopt;
+    const bool isSeen =
+        result && !result->elements.empty() && result->width > 0 && result->height > 0;
+    return isSeen ? std::move(result) : std::nullopt;
 }
 
 } // namespace qvnd::drawing
