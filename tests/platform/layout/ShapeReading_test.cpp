@@ -1,11 +1,11 @@
 #include "platform/word/layout/ShapeReading.h"
 
-#include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <numbers>
 
 namespace qvnd::layout {
@@ -168,6 +168,37 @@ TEST_F(Shapes, TextArtHasItsTextAndOpacity) {
     EXPECT_DOUBLE_EQ(found->parts.at(0).opacity, 0.5);
 }
 
+// Numbers of two bytes behind the head of an array.
+Bytes arrayOf(unsigned elementSize, std::size_t count, std::initializer_list<int> numbers) {
+    word::LittleEndianWriter writer;
+    writer.u16(static_cast<unsigned>(count));
+    writer.u16(static_cast<unsigned>(count));
+    writer.u16(elementSize);
+    for (const int number : numbers) {
+        writer.u16(static_cast<unsigned>(number) & 0xFFFFU);
+    }
+    return writer.take();
+}
+
+TEST_F(Shapes, PointsOfTheirOwnAreFoundThoughTheSizeOfTheirArrayLeavesOutItsHead) {
+    const Bytes vertices = arrayOf(0xFFF0, 2, {0, 0, 21600, 21600});
+    const Bytes segments = arrayOf(2, 3, {0x4000, 0x0001, 0x8000});
+    word::LittleEndianWriter table;
+    table.u16(0x8145);
+    table.u32(static_cast<std::uint32_t>(vertices.size() - 6));
+    table.u16(0x8146);
+    table.u32(static_cast<std::uint32_t>(segments.size()));
+    table.bytes(vertices);
+    table.bytes(segments);
+    const auto found = read(
+        record(art::container, 0, art::spContainer,
+               joined({record(2, 0, art::fsp, Bytes(8)), record(3, 2, art::fopt, table.take())})));
+    ASSERT_TRUE(found);
+    const Path& path = found->parts.at(0).outline;
+    EXPECT_EQ(path.steps, (std::vector<Path::Step>{Path::Step::move, Path::Step::line}));
+    EXPECT_EQ(path.points.back(), (PathPoint{600, 400}));
+}
+
 TEST(ShapeOutlines, ARectangleHasNoneUnlessItIsTurned) {
     const PageArea square{0, 0, 100, 100};
     EXPECT_TRUE(shapeOutline(1, square, {}).isEmpty());
@@ -175,6 +206,17 @@ TEST(ShapeOutlines, ARectangleHasNoneUnlessItIsTurned) {
     ASSERT_FALSE(turned.isEmpty());
     EXPECT_NEAR(turned.points[0].x, 50, 0.01);
     EXPECT_NEAR(turned.points[0].y, 50 - 50 * std::numbers::sqrt2, 0.01);
+}
+
+TEST(ShapeOutlines, TheAreaOfAShapeOnItsSideIsTheOneThatItTakesThere) {
+    const PageArea wide{0, 0, 200, 100};
+    const Path path = shapeOutline(110, wide, {false, false, std::numbers::pi / 2});
+    ASSERT_EQ(path.points.size(), 4U);
+    EXPECT_NEAR(path.points[0].x, 200, 0.01); // the upper corner points to the right
+    EXPECT_NEAR(path.points[0].y, 50, 0.01);
+    EXPECT_NEAR(path.points[1].y, 100, 0.01);
+    const Path upright = shapeOutline(110, wide, {false, false, std::numbers::pi * 3 / 4});
+    EXPECT_NEAR(std::hypot(upright.points[0].x - 100, upright.points[0].y - 50), 50, 0.01);
 }
 
 TEST(ShapeOutlines, AFlippedLineRunsAlongTheOtherDiagonal) {
@@ -214,18 +256,6 @@ TEST(ShapeOutlines, EveryKindStaysWithinItsAreaAndHasAsManyPointsAsItsStepsNeed)
     }
 }
 
-// Numbers of two bytes behind the head of an array.
-Bytes arrayOf(unsigned elementSize, std::size_t count, std::initializer_list<int> numbers) {
-    word::LittleEndianWriter writer;
-    writer.u16(static_cast<unsigned>(count));
-    writer.u16(static_cast<unsigned>(count));
-    writer.u16(elementSize);
-    for (const int number : numbers) {
-        writer.u16(static_cast<unsigned>(number) & 0xFFFFU);
-    }
-    return writer.take();
-}
-
 TEST(ShapeOutlines, PointsOfAShapesOwnAreMappedToItsArea) {
     ShapeGeometry geometry;
     geometry.room = {0, 0, 100, 50};
@@ -253,7 +283,9 @@ TEST(ShapeOutlines, SegmentsWithoutTheirPointsAddNothing) {
     geometry.segments = arrayOf(2, 3, {0x4000, 0x0005, 0x2001});
     EXPECT_EQ(ownOutline(geometry, {0, 0, 10, 10}, {}).points.size(), 2U);
     geometry.vertices.pop_back();
-    EXPECT_THROW(ownOutline(geometry, {0, 0, 10, 10}, {}), word::FormatError);
+    EXPECT_EQ(ownOutline(geometry, {0, 0, 10, 10}, {}).points.size(), 1U);
+    geometry.vertices.resize(5);
+    EXPECT_TRUE(ownOutline(geometry, {0, 0, 10, 10}, {}).isEmpty());
 }
 
 TEST(ShapeOutlines, AnArrowsHeadStandsAtItsTip) {

@@ -3,6 +3,7 @@
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace qvnd::layout {
@@ -68,6 +69,22 @@ void addShape(const ShapePart& part, Layer& layer) {
         addArrows(part, outline.path, layer);
     }
     layer.outlines.push_back(std::move(outline));
+}
+
+// Text that is turned keeps its proportions: its area is the one that it takes when it is turned.
+void fitTurned(TextArt& art) {
+    constexpr double notTurned = 0.01;
+    const double sin = std::abs(std::sin(art.angle));
+    const double cos = std::abs(std::cos(art.angle));
+    if (sin < notTurned) {
+        return;
+    }
+    const double scale = std::min(art.width / (art.ownWidth * cos + art.ownHeight * sin),
+                                  art.height / (art.ownWidth * sin + art.ownHeight * cos));
+    art.x += (art.width - art.ownWidth * scale) / 2;
+    art.y += (art.height - art.ownHeight * scale) / 2;
+    art.width = art.ownWidth * scale;
+    art.height = art.ownHeight * scale;
 }
 
 FloatPlace::Align alignOf(word::ParagraphFrame::Place place) {
@@ -161,6 +178,7 @@ void FloatComposer::addArt(const ShapePart& part, Layer& layer) {
     art.ownHeight = ascent + descent;
     const bool hasRoom = art.width > 0 && art.height > 0;
     if (part.fill && hasRoom && art.ownWidth > 0 && art.ownHeight > 0) {
+        fitTurned(art);
         layer.textArt.push_back(std::move(art));
     }
 }

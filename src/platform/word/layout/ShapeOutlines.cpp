@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 #include <utility>
 #include <vector>
 
@@ -174,8 +175,24 @@ Path curvedOutline(unsigned kind, double width, double height) {
     }
 }
 
+// The area of a shape before it is turned. What is told of a shape that lies rather on its side
+// than upright is the area that it takes on its side ([MS-ODRAW] 2.3.18.5).
+PageArea uprightArea(const PageArea& area, double angle) {
+    constexpr double half = std::numbers::pi;
+    const double turned = angle - std::floor(angle / half) * half;
+    if (turned < half / 4 || turned >= half * 3 / 4) {
+        return area;
+    }
+    const double x = (area.left + area.right) / 2;
+    const double y = (area.top + area.bottom) / 2;
+    const double width = area.bottom - area.top;
+    const double height = area.right - area.left;
+    return {x - width / 2, y - height / 2, x + width / 2, y + height / 2};
+}
+
 // From parts of the area to the page.
-Path placed(Path path, const PageArea& area, const ShapeTurn& turn) {
+Path placed(Path path, const PageArea& told, const ShapeTurn& turn) {
+    const PageArea area = uprightArea(told, turn.angle);
     const double width = area.right - area.left;
     const double height = area.bottom - area.top;
     const double sin = std::sin(turn.angle);
@@ -196,7 +213,11 @@ struct ArrayHead {
 };
 
 ArrayHead readHead(word::LittleEndianReader& reader) {
+    constexpr std::size_t headSize = 6;
     ArrayHead head;
+    if (reader.remaining() < headSize) {
+        return head;
+    }
     head.count = reader.u16();
     reader.skip(2);
     head.elementSize = reader.u16();
@@ -213,9 +234,11 @@ Points verticesOf(const ShapeGeometry& geometry) {
     const ArrayHead head = readHead(reader);
     const double width = geometry.room.right - geometry.room.left;
     const double height = geometry.room.bottom - geometry.room.top;
-    for (std::size_t i = 0; i < head.count; ++i) {
-        const double x = head.elementSize == truncated ? reader.i16() : reader.i32();
-        const double y = head.elementSize == truncated ? reader.i16() : reader.i32();
+    const bool isShort = head.elementSize == truncated;
+    const std::size_t each = isShort ? 4 : 8;
+    for (std::size_t i = 0; i < head.count && reader.remaining() >= each; ++i) {
+        const double x = isShort ? reader.i16() : reader.i32();
+        const double y = isShort ? reader.i16() : reader.i32();
         points.push_back({width != 0 ? (x - geometry.room.left) / width : 0,
                           height != 0 ? (y - geometry.room.top) / height : 0});
     }
@@ -243,7 +266,7 @@ Path alongSegments(const ShapeGeometry& geometry, const Points& points) {
     const ArrayHead head = readHead(reader);
     Path path;
     std::size_t next = 0;
-    for (std::size_t i = 0; i < head.count; ++i) {
+    for (std::size_t i = 0; i < head.count && reader.remaining() >= 2; ++i) {
         const unsigned segment = reader.u16();
         const unsigned kind = segment >> 13U;
         const std::size_t times = segment & 0x1FFFU;

@@ -25,8 +25,8 @@ struct ShapeGeometry {
     word::Bytes segments; // none: lines from point to point, closed
 };
 
-// Its outline; of segments that turn around ellipses what stands before them. Empty without points.
-// Throws FormatError for arrays that are shorter than they say.
+// Its outline; of segments that turn around ellipses, and of arrays that are shorter than they say,
+// what stands before. Empty without points.
 Path ownOutline(const ShapeGeometry& geometry, const PageArea& area, const ShapeTurn& turn);
 
 // Whether the kind has an open outline, which is never filled.

@@ -6,6 +6,7 @@
 #include "platform/word/docfile/pictures/Picture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -64,11 +65,11 @@ constexpr unsigned pictureFrame = 75; // MSOSPT
 class Properties {
 public:
     void add(const art::RecordHeader& header, word::ByteView bytes) {
-        tables_.emplace_back(bytes, header.instance);
+        tables_.push_back({art::ShapeProperties(bytes, header.instance), bytes});
     }
     std::optional<std::uint32_t> value(std::uint16_t opid) const {
-        for (const art::ShapeProperties& table : tables_) {
-            if (const auto found = table.value(opid)) {
+        for (const Table& table : tables_) {
+            if (const auto found = table.properties.value(opid)) {
                 return found;
             }
         }
@@ -98,17 +99,23 @@ public:
         const auto found = value(opid);
         return found ? static_cast<std::int32_t>(*found) / 65536.0 : otherwise;
     }
-    // Data that a property has behind the table.
+    // Data that a property has behind the table. The size of an array may leave out the head of the
+    // array, which stands there all the same.
     word::Bytes data(std::uint16_t opid) const {
-        for (const art::ShapeProperties& table : tables_) {
-            for (const auto& entry : table.entries()) {
-                if (entry.opid == opid && entry.complexSize > 0) {
-                    const word::Bytes bytes = table.encode();
-                    word::LittleEndianReader reader(bytes, "OfficeArtFOPT");
-                    reader.seek(entry.complexAt);
-                    const word::ByteView found = reader.view(entry.complexSize);
+        for (const Table& table : tables_) {
+            std::size_t leftOut = 0; // before the entry
+            for (const auto& entry : table.properties.entries()) {
+                const std::size_t at = entry.complexAt + leftOut;
+                const std::size_t head = entry.complexSize > 0 && isArray(entry.opid)
+                                             ? headLeftOut(table.bytes, at, entry.complexSize)
+                                             : 0;
+                if (entry.opid == opid && entry.complexSize > 0 && at < table.bytes.size()) {
+                    const word::ByteView rest = table.bytes.subspan(at);
+                    const word::ByteView found =
+                        rest.first(std::min(entry.complexSize + head, rest.size()));
                     return {found.begin(), found.end()};
                 }
+                leftOut += head;
             }
         }
         return {};
@@ -121,10 +128,37 @@ public:
         found.resize(std::min(found.find(u'\0'), found.size()));
         return found;
     }
-    const art::ShapeProperties* first() const { return tables_.empty() ? nullptr : &tables_[0]; }
+    const art::ShapeProperties* first() const {
+        return tables_.empty() ? nullptr : &tables_[0].properties;
+    }
 
 private:
-    std::vector<art::ShapeProperties> tables_;
+    struct Table {
+        art::ShapeProperties properties;
+        word::ByteView bytes; // of the record
+    };
+
+    static bool isArray(std::uint16_t opid) {
+        constexpr std::array<std::uint16_t, 8> arrays{vertices, segments, 0x0155, 0x0156,
+                                                      0x0157,   0x0197,   0x01CF, 0x0383};
+        return std::find(arrays.begin(), arrays.end(), opid) != arrays.end();
+    }
+
+    // Bytes of an array's head, [MS-ODRAW] 2.2.51, that its size does not count.
+    static std::size_t headLeftOut(word::ByteView bytes, std::size_t at, std::size_t size) {
+        constexpr std::size_t headSize = 6;
+        constexpr std::size_t truncated = 0xFFF0; // elements of four bytes
+        if (at + headSize > bytes.size()) {
+            return 0;
+        }
+        word::LittleEndianReader reader(bytes.subspan(at), "IMsoArray");
+        const std::size_t count = reader.u16();
+        reader.skip(2);
+        const std::size_t each = reader.u16();
+        return size == count * (each == truncated ? 4 : each) ? headSize : 0;
+    }
+
+    std::vector<Table> tables_;
 };
 
 struct ShapeRecord {
