@@ -282,6 +282,16 @@ TEST_F(StyleSheetTable, SheetThatEndsEarlyStillHasANormalStyle) {
     EXPECT_EQ(remarks.at(0), u"样式表已损坏，只读入了前 0 项");
 }
 
+// Paragraphs name it without saying so.
+TEST_F(StyleSheetTable, AStandardStyleOfAnotherKindBecomesAPlainOneAndIsNamed) {
+    const StyleSheet read = throughFile(
+        sheetOf({{0, named(u"Normal", StyleKind::list)}, {15, named(u"x", StyleKind::paragraph)}}));
+    EXPECT_EQ(read.styles[0]->kind, StyleKind::paragraph);
+    EXPECT_EQ(read.styles[0]->sti, 0);
+    EXPECT_EQ(read.styles[15]->name, u"x");
+    EXPECT_EQ(remarks, (Remarks{u"样式“Normal”已损坏，改用默认的正文格式"}));
+}
+
 TEST_F(StyleSheetTable, EveryCutIsReadWithoutAFault) {
     const Bytes bytes = encodeStyleSheet(sheetOf({{15, named(u"x", StyleKind::table)}}), lists);
     for (std::size_t size = 0; size < bytes.size(); ++size) {

@@ -312,8 +312,13 @@ StyleSheet decodeStyleSheet(ByteView stsh, PropertyLists& lists, Remarks& remark
                           u" 项");
     }
     sheet.styles.resize(std::max(sheet.styles.size(), fixedSlots));
-    if (!sheet.styles[0]) {
-        sheet.styles[0] = plainNormal();
+    std::optional<StyleDefinition>& standard = sheet.styles[0];
+    if (standard && standard->kind != StyleKind::paragraph) {
+        remarks.push_back(u"样式“" + standard->name + u"”已损坏，改用默认的正文格式");
+        standard.reset();
+    }
+    if (!standard) {
+        standard = plainNormal();
     }
     repairStyleSheet(sheet, remarks);
     return sheet;
