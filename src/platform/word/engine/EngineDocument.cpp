@@ -13,7 +13,8 @@ namespace qvnd::word {
 EngineDocument::EngineDocument(DocumentContent content, std::filesystem::path path,
                                const EngineServices& services, Owner owner)
     : content_(std::make_unique<WorkingDocument>(std::move(content))), path_(std::move(path)),
-      services_(services), owner_(std::move(owner)) {
+      services_(services), owner_(std::move(owner)),
+      writer_(services.files ? services.files : realOutputFolder()) {
     selectInMain(0, 0);
 }
 

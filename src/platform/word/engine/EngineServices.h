@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/word/docfile/container/Bytes.h"
+#include "platform/word/docfile/container/OutputFile.h"
 #include "platform/word/engine/DocumentConverter.h"
 #include "platform/word/engine/ImportReport.h"
 #include "platform/word/layout/PageNumberSource.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 
 namespace qvnd::word {
@@ -37,6 +39,8 @@ struct EngineServices {
     const PictureConverter* pictures = nullptr;
     // Null: documents of other formats are refused.
     DocumentConverter* documents = nullptr;
+    // Where documents are written. Null: the real file system.
+    std::shared_ptr<OutputFolder> files = nullptr;
 };
 
 } // namespace qvnd::word
