@@ -422,6 +422,27 @@ TEST_F(Pages, InTheOfficeSuiteASectionsEndOfItsOwnTakesNoRoom) {
     EXPECT_EQ(pages().size(), 2U);
 }
 
+// A font whose lines have a leading of a fifth.
+class LeadingFonts : public test::FixedFonts {
+public:
+    FaceHeights heights(FaceId) override { return {0.8, 0.2, 0.2}; }
+};
+
+TEST_F(Pages, InTheOfficeSuiteOneGridTakesTheLeadingFromAllOfTheDocument) {
+    type(u"甲\r乙\r");
+    nextSection(withSprm16(withSprm16(section(), sprm::SClm, 2), sprm::SDyaLinePitch, 300));
+    type(u"丙\r");
+    sourceOfAll();
+    LeadingFonts leading;
+    const auto pitch = [&](const LayoutOptions& with) {
+        DocumentLayout laidOut(source, leading, with);
+        const Page page = *laidOut.nextPage();
+        return textAt(page, u'乙').baseline - textAt(page, u'甲').baseline;
+    };
+    EXPECT_DOUBLE_EQ(pitch({}), 240);
+    EXPECT_DOUBLE_EQ(pitch(officeOptions()), 200);
+}
+
 TEST_F(Pages, InTheOfficeSuiteEverySecondOfBreaksInARowIsNoneOfItsOwn) {
     type(u"甲\f\f乙\f\f\f丙\r");
     EXPECT_EQ(pages().size(), 6U);

@@ -75,17 +75,9 @@ public:
     }
 
     std::size_t placeSize(std::size_t most) const {
-        std::size_t size = sizeof(Place) + sizeOf(page_.layer);
+        std::size_t size = sizeof(Place) + sizeOf(static_cast<const FillState&>(*this), most);
         for (const Page& page : finished_) {
             size += sizeOf(page.layer);
-        }
-        for (const auto& column : columns_) {
-            for (auto flowed = column.begin(); flowed != column.end() && size <= most; ++flowed) {
-                size += sizeOf(flowed->strip);
-            }
-        }
-        for (auto strip = pending_.begin(); strip != pending_.end() && size <= most; ++strip) {
-            size += sizeOf(*strip);
         }
         return size;
     }
@@ -106,13 +98,22 @@ private:
         return [this](std::uint32_t note, bool first) { return pageNotes().roomOf(note, first); };
     }
 
+    // In the office suite one grid takes the leading from all of the document.
+    bool losesLeading() const {
+        return options_.officeLines &&
+               std::any_of(sections_.begin(), sections_.end(), [](const ResolvedSection& section) {
+                   return section.grid != word::GridKind::none;
+               });
+    }
+
     LineSetting settingOf(double width) const {
         LineSetting setting;
         setting.width = width;
         setting.options = options_;
         const auto tab = word::readDop(source_.settings, word::dop::defaultTab);
         setting.defaultTab = tab > 0 ? tab : setting.defaultTab;
-        setting.hasLeading = word::readDop(source_.settings, word::dop::noLeading) == 0;
+        setting.hasLeading =
+            word::readDop(source_.settings, word::dop::noLeading) == 0 && !losesLeading();
         setting.compressesPunctuation =
             word::readDop(source_.settings, word::dop::characterSpacing) != 0;
         setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;

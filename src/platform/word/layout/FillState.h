@@ -35,4 +35,7 @@ struct FillState {
     bool done_ = false;
 };
 
+// The memory that it points to, in bytes; counted no further than beyond `most`.
+std::size_t sizeOf(const FillState& state, std::size_t most);
+
 } // namespace qvnd::layout

@@ -1,0 +1,19 @@
+#include "platform/word/layout/FillState.h"
+
+namespace qvnd::layout {
+
+std::size_t sizeOf(const FillState& state, std::size_t most) {
+    std::size_t size = sizeOf(state.page_.layer);
+    for (const auto& column : state.columns_) {
+        for (auto flowed = column.begin(); flowed != column.end() && size <= most; ++flowed) {
+            size += sizeOf(flowed->strip);
+        }
+    }
+    const auto& pending = state.pending_;
+    for (auto strip = pending.begin(); strip != pending.end() && size <= most; ++strip) {
+        size += sizeOf(*strip);
+    }
+    return size;
+}
+
+} // namespace qvnd::layout
