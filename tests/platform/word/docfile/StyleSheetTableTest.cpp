@@ -230,6 +230,35 @@ TEST_F(StyleSheetTable, AParagraphStyleBasedOnAStyleOfCharactersIsBasedOnTheStan
     EXPECT_EQ(remarks[0], u"样式“bullets”的基准样式不合规定，不再沿用");
 }
 
+TEST_F(StyleSheetTable, StyleKeepsItsBaseWhenOnlyThatOnesOwnBaseIsGivenUp) {
+    StyleDefinition upper = named(u"upper", StyleKind::paragraph);
+    upper.basedOn = 16;
+    StyleDefinition middle = named(u"middle", StyleKind::paragraph);
+    const StyleDefinition letters = named(u"letters", StyleKind::character);
+    for (const auto& [wrong, instead] :
+         {std::pair(StyleIndex{17}, StyleIndex{0}), {StyleIndex{40}, StyleDefinition::none}}) {
+        remarks.clear();
+        middle.basedOn = wrong;
+        const StyleSheet read = throughFile(sheetOf({{15, upper}, {16, middle}, {17, letters}}));
+        EXPECT_EQ(read.styles.at(15)->basedOn, 16);
+        EXPECT_EQ(read.styles.at(16)->basedOn, instead);
+        ASSERT_EQ(remarks.size(), 1U);
+        EXPECT_EQ(remarks[0], u"样式“middle”的基准样式不合规定，不再沿用");
+    }
+}
+
+TEST_F(StyleSheetTable, TheStandardStyleBasedOnAStyleThatComesToStandOnItIsNoCircle) {
+    StyleDefinition standard = named(u"Normal", StyleKind::paragraph);
+    standard.basedOn = 16;
+    StyleDefinition bullets = named(u"bullets", StyleKind::paragraph);
+    bullets.basedOn = 17;
+    const StyleSheet read = throughFile(
+        sheetOf({{0, standard}, {16, bullets}, {17, named(u"mark", StyleKind::character)}}));
+    EXPECT_EQ(read.styles.at(0)->basedOn, StyleDefinition::none);
+    EXPECT_EQ(read.styles.at(16)->basedOn, 0);
+    EXPECT_EQ(remarks.size(), 2U);
+}
+
 // 4,095 styles, each over the next, took seconds and as many nested calls to bring in.
 TEST_F(StyleSheetTable, NoChainOfBasesIsLongerThan64) {
     std::vector<std::pair<std::size_t, StyleDefinition>> styles;

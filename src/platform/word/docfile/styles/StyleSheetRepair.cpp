@@ -2,6 +2,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace qvnd::word {
@@ -18,17 +19,25 @@ public:
         : sheet_(sheet), remarks_(remarks), depths_(sheet.styles.size()) {}
 
     void run() {
+        forEachStyle([this](StyleDefinition& style, std::size_t istd) {
+            giveName(style, istd);
+            checkOwnBase(style, istd);
+            checkOthers(style, istd);
+        });
+        // Only now each base is one, so that no style suffers for what is wrong with its base's.
+        forEachStyle([this](StyleDefinition& style, std::size_t istd) { checkWay(style, istd); });
+    }
+
+private:
+    template <typename Check>
+    void forEachStyle(const Check& check) {
         for (std::size_t istd = 0; istd < sheet_.styles.size(); ++istd) {
             if (sheet_.styles[istd]) {
-                StyleDefinition& style = *sheet_.styles[istd];
-                giveName(style, istd);
-                checkBase(style, istd);
-                checkOthers(style, istd);
+                check(*sheet_.styles[istd], istd);
             }
         }
     }
 
-private:
     const StyleDefinition* at(StyleIndex istd) const {
         return istd < sheet_.styles.size() && sheet_.styles[istd] ? &*sheet_.styles[istd] : nullptr;
     }
@@ -49,8 +58,8 @@ private:
         } while (!names_.try_emplace(style.name, 1).second);
     }
 
-    // Whether the way from `istd` over its bases ends in time, and with styles of one kind. What
-    // is known of a base is not looked at again.
+    // Whether the way from `istd` over its bases ends in time. What is known of a base is not
+    // looked at again.
     bool basesAreSound(std::size_t istd) {
         std::vector<std::size_t> way;
         std::size_t at = istd;
@@ -62,8 +71,7 @@ private:
                 way.pop_back();
                 break;
             }
-            const StyleDefinition* base = this->at(style.basedOn);
-            if (base == nullptr || base->kind != style.kind || way.size() > deepestBase) {
+            if (way.size() > deepestBase) {
                 return false;
             }
             at = style.basedOn;
@@ -77,24 +85,38 @@ private:
         return true;
     }
 
-    // Word processors base such a style on the standard one.
-    static bool isBasedOnCharacters(const StyleDefinition& style, const StyleDefinition* base) {
+    bool canBeBase(StyleIndex base, const StyleDefinition& style) const {
+        const StyleDefinition* found = at(base);
+        return found != nullptr && found != &style && found->kind == style.kind;
+    }
+
+    // A style of paragraphs that names one of characters: word processors base it on the standard.
+    bool isBasedOnCharacters(const StyleDefinition& style) const {
+        const StyleDefinition* base = at(style.basedOn);
         return style.kind == StyleKind::paragraph && base != nullptr &&
                base->kind == StyleKind::character;
     }
 
-    void checkBase(StyleDefinition& style, std::size_t istd) {
-        const StyleDefinition* base = at(style.basedOn);
-        const bool own = base == nullptr || base->kind != style.kind;
-        if (style.basedOn == StyleDefinition::none || (!own && basesAreSound(istd))) {
+    void checkOwnBase(StyleDefinition& style, std::size_t istd) {
+        if (style.basedOn == StyleDefinition::none || canBeBase(style.basedOn, style)) {
             return;
         }
-        style.basedOn = isBasedOnCharacters(style, base) ? standard : StyleDefinition::none;
-        if (style.basedOn == StyleDefinition::none || !basesAreSound(istd)) {
-            style.basedOn = StyleDefinition::none;
+        const bool hasStandard = isBasedOnCharacters(style) && canBeBase(standard, style);
+        giveUpBase(style, istd, hasStandard ? standard : StyleDefinition::none);
+    }
+
+    void checkWay(StyleDefinition& style, std::size_t istd) {
+        if (!basesAreSound(istd)) {
+            giveUpBase(style, istd, StyleDefinition::none);
             depths_[istd] = 1;
         }
-        remarks_.push_back(u"样式“" + style.name + u"”的基准样式不合规定，不再沿用");
+    }
+
+    void giveUpBase(StyleDefinition& style, std::size_t istd, StyleIndex instead) {
+        style.basedOn = instead;
+        if (told_.insert(istd).second) {
+            remarks_.push_back(u"样式“" + style.name + u"”的基准样式不合规定，不再沿用");
+        }
     }
 
     void checkOthers(StyleDefinition& style, std::size_t istd) const {
@@ -109,7 +131,8 @@ private:
     StyleSheet& sheet_;
     Remarks& remarks_;
     std::unordered_map<std::u16string, int> names_; // with the last number given behind it
-    std::vector<std::size_t> depths_; // styles from there to the root; 0 while unknown
+    std::vector<std::size_t> depths_;      // styles from there to the root; 0 while unknown
+    std::unordered_set<std::size_t> told_; // whose bases have been given up
 };
 
 } // namespace
