@@ -171,8 +171,14 @@ TEST_F(OneCommand, FilesFromOutsideAreNotTakenWhileAQuestionIsOpen) {
     });
     world.messages.otherwise = desktop::Answer::no;
     item("mnuEditDelete").trigger();
-    QTest::qWait(100);
-    EXPECT_EQ(world.keys("T"), allKeys);
+    // Whatever had been taken would come in before what is dropped now.
+    QMimeData later;
+    putUrl(later, "后来.doc");
+    drag(QEvent::DragEnter, later, "T.3");
+    drag(QEvent::Drop, later, "T.3");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return world.keys("T") != allKeys; }));
+    EXPECT_EQ(world.keys("T").size(), allKeys.size() + 1);
+    EXPECT_EQ(world.workbench.TrvCurrent.Item(QString("T.3")).Child()->Text(), "后来");
 }
 
 TEST_F(OneCommand, FilesDroppedBeforeACommandAreAddedBehindIt) {
