@@ -38,21 +38,22 @@ function(qvnd_compiled_together name sources result)
     list(APPEND together ${file})
   endforeach()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # It is said of every class in an anonymous namespace outside of the main file.
-    set_source_files_properties(${together} PROPERTIES COMPILE_OPTIONS -Wno-subobject-linkage)
+    # The one is said of every class in an anonymous namespace outside of the main file, the other
+    # of a local name that another of the four files uses.
+    set_source_files_properties(${together} PROPERTIES
+                                COMPILE_OPTIONS "-Wno-subobject-linkage;-Wno-shadow")
   endif()
   set(${result} ${together} PARENT_SCOPE)
 endfunction()
 
-# The tests of one room: every *_test.cpp of a folder of tests/, in one program. With APART each file
-# is compiled alone: then files may use one name for two things.
+# The tests of one room: every *_test.cpp of a folder of tests/, in one program.
 function(qvnd_room_tests name)
-  cmake_parse_arguments(ROOM "APART" "FOLDER;HEADERS" "USES" ${ARGN})
+  cmake_parse_arguments(ROOM "" "FOLDER;HEADERS" "USES" ${ARGN})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${ROOM_FOLDER}/*.cpp ${ROOM_FOLDER}/*.h)
   if(NOT sources)
     return()
   endif()
-  if(QVND_TESTS_TOGETHER AND NOT ROOM_APART)
+  if(QVND_TESTS_TOGETHER)
     qvnd_compiled_together(${name} "${sources}" sources)
   endif()
   add_executable(${name} ${sources})

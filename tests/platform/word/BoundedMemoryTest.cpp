@@ -24,17 +24,17 @@
 namespace qvnd::word {
 namespace {
 
-using qvnd::test::compoundFile;
-using qvnd::test::MemoryUse;
-using qvnd::test::memoryUseOf;
-using qvnd::test::PieceText;
-using qvnd::test::plainWordFile;
-using qvnd::test::WordFile;
-using qvnd::test::wordFile;
-using test::anchorTable;
-using test::drawingBytes;
-using test::ShapeBytes;
-using test::sharedBytes;
+using drawings::anchorTable;
+using drawings::drawingBytes;
+using drawings::ShapeBytes;
+using drawings::sharedBytes;
+using test::compoundFile;
+using test::MemoryUse;
+using test::memoryUseOf;
+using test::PieceText;
+using test::plainWordFile;
+using test::WordFile;
+using test::wordFile;
 
 constexpr std::size_t megabyte = std::size_t{1} << 20;
 
@@ -123,7 +123,7 @@ TEST(BoundedMemory, IsCounted) {
 class FileWithObject {
 public:
     FileWithObject() : store(folder_.createBeside("/x", &path_), {}) {
-        const auto streams = qvnd::test::wordStreams(plainWordFile(u"x\r"));
+        const auto streams = test::wordStreams(plainWordFile(u"x\r"));
         store.append(store.addStream(u"WordDocument"), streams.wordDocument);
         store.append(store.addStream(u"1Table"), streams.table);
         const auto pool = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
@@ -135,7 +135,7 @@ public:
     }
 
 private:
-    qvnd::test::MemoryFolder folder_;
+    test::MemoryFolder folder_;
     std::filesystem::path path_;
 
 public:
@@ -200,10 +200,10 @@ TEST(BoundedMemory, DataOfPicturesThatLieOverEachOther) {
 // A document with a picture of that size in its main stream and shapes that show it.
 WordFile shapesOver(std::size_t pictureSize, std::uint32_t shapes, bool entryEach) {
     constexpr std::size_t entryHead = 36;
-    const Bytes whole = encodeBlip(*recogniseImage(qvnd::test::png(4, 2)));
+    const Bytes whole = encodeBlip(*recogniseImage(test::png(4, 2)));
     Bytes entry(whole.begin() + art::headerSize,
                 whole.begin() + static_cast<long>(art::headerSize + entryHead));
-    Bytes blip = test::artRecord(0, 0x6E0, art::blipPng, Bytes(pictureSize));
+    Bytes blip = drawings::artRecord(0, 0x6E0, art::blipPng, Bytes(pictureSize));
     WordFile file;
     PieceText piece;
     piece.text = std::u16string(shapes, u'\u0008') + u"\r";
@@ -224,10 +224,10 @@ WordFile shapesOver(std::size_t pictureSize, std::uint32_t shapes, bool entryEac
     }
     std::vector<Bytes> entries;
     std::vector<Bytes> records;
-    std::vector<test::AnchorBytes> anchors;
+    std::vector<drawings::AnchorBytes> anchors;
     for (std::uint32_t i = 0; i < shapes; ++i) {
         if (entryEach || i == 0) {
-            entries.push_back(test::artRecord(2, 6, art::fbse, entry));
+            entries.push_back(drawings::artRecord(2, 6, art::fbse, entry));
         }
         ShapeBytes shape;
         shape.id = 1025 + i;
@@ -236,8 +236,7 @@ WordFile shapesOver(std::size_t pictureSize, std::uint32_t shapes, bool entryEac
         records.push_back(shape.bytes());
         anchors.push_back({i, shape.id});
     }
-    file.parts[FibPair::DggInfo] =
-        qvnd::test::joined({sharedBytes(entries), drawingBytes(0, records)});
+    file.parts[FibPair::DggInfo] = test::joined({sharedBytes(entries), drawingBytes(0, records)});
     Bytes places = anchorTable(anchors, shapes + 1);
     const std::size_t first = 4 * (std::size_t{shapes} + 1);
     for (std::uint32_t i = 0; i < shapes; ++i) { // a rectangle for each
@@ -290,7 +289,7 @@ TEST(BoundedMemory, NothingButCharactersThatStandForWhatIsNotThere) {
 
 // A file of paragraph marks whose text is that stretch of them so many times over.
 Bytes marksInPieces(int pieces) {
-    auto streams = qvnd::test::wordStreams(plainWordFile(std::u16string(megabyte, u'\r')));
+    auto streams = test::wordStreams(plainWordFile(std::u16string(megabyte, u'\r')));
     PieceTable table;
     Piece piece;
     piece.fc = 2048;

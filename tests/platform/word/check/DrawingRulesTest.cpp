@@ -13,7 +13,7 @@ namespace qvnd::test {
 namespace {
 
 using namespace word;
-using namespace word::test;
+using namespace word::drawings;
 using Rules = std::set<std::string>;
 
 // A document with a shape that shows a text, and one that shows a picture.

@@ -17,10 +17,6 @@ namespace {
 using namespace word;
 using Rules = std::set<std::string>;
 
-Bytes flag(SprmOpcode opcode) { return withSprm8({}, opcode, 1); }
-
-Bytes special() { return flag(sprm::CFSpec); }
-
 void putFib(WordStreams& streams, const Fib& fib) {
     const Bytes head = encodeFib(fib);
     std::copy(head.begin(), head.end(), streams.wordDocument.begin());

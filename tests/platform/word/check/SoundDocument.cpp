@@ -25,10 +25,6 @@ constexpr std::u16string_view mainText = u"标题\r项目\ra\ab\a\a\x13 PAGE \x1
 constexpr std::u16string_view noteText = u"\x02说明\r";
 constexpr std::u16string_view headerText = u"眉\r\r\r"; // header, guard, the document's own mark
 
-Bytes flag(SprmOpcode opcode) { return withSprm8({}, opcode, 1); }
-
-Bytes special() { return flag(sprm::CFSpec); }
-
 StyleDefinition style(std::u16string name, std::uint16_t sti, StyleKind kind, StyleIndex base) {
     StyleDefinition result;
     result.name = std::move(name);
@@ -39,6 +35,10 @@ StyleDefinition style(std::u16string name, std::uint16_t sti, StyleKind kind, St
 }
 
 } // namespace
+
+Bytes flag(SprmOpcode opcode) { return withSprm8({}, opcode, 1); }
+
+Bytes special() { return flag(sprm::CFSpec); }
 
 Bytes rowDefinition(unsigned columns) {
     LittleEndianWriter operand;

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/docfile/format/Sprm.h"
 
 #include <functional>
 #include <set>
@@ -41,6 +42,10 @@ private:
 
 // The rules that a file breaks.
 std::set<std::string> brokenRules(const word::Bytes& file);
+
+// A property that is switched on; that of a special character, such as a picture's.
+word::Bytes flag(word::SprmOpcode opcode);
+word::Bytes special();
 
 // A definition of a row of `columns` cells.
 word::Bytes rowDefinition(unsigned columns);

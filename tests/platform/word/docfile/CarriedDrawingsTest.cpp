@@ -10,6 +10,7 @@
 namespace qvnd::word {
 namespace {
 
+using namespace drawings;
 using namespace test;
 using Kind = ShapeReference::Kind;
 using qvnd::test::joined;

@@ -23,7 +23,7 @@ using test::plainWordFile;
 using test::WordFile;
 using testing::IsEmpty;
 
-const Bytes bold = hex("35 08 01");
+const Bytes boldOn = hex("35 08 01");
 const Bytes italic = hex("36 08 01");
 const Bytes centred = hex("61 24 01");
 const Bytes keep = hex("05 24 01");
@@ -103,13 +103,13 @@ TEST(DocumentReader, CompressedPiecesAreMappedToUnicode) {
 
 TEST(DocumentReader, PiecesStandInTheirOrderNotInTheFiles) {
     WordFile file;
-    file.pieces = {{u"one ", false, 0, {{4, bold}}, {}},
+    file.pieces = {{u"one ", false, 0, {{4, boldOn}}, {}},
                    {u"two ", true, 0, {{4, italic}}, {}},
                    {u"three\r", false, 0, {}, {{6, 0, centred}}}};
     file.storedOrder = {2, 0, 1};
     const DocumentContent document = readWithoutRemarks(file);
     EXPECT_EQ(joined(document.main)->text, u"one two three\r");
-    EXPECT_EQ(charactersAt(document, 0), bold);
+    EXPECT_EQ(charactersAt(document, 0), boldOn);
     EXPECT_EQ(charactersAt(document, 4), italic);
     EXPECT_TRUE(charactersAt(document, 8).empty());
     ASSERT_EQ(joined(document.main)->paragraphs.size(), 1U);
@@ -129,8 +129,8 @@ TEST(DocumentReader, AParagraphHasThePropertiesOfItsMark) {
 
 TEST(DocumentReader, NeighboursThatLookAlikeAreOneRun) {
     WordFile file;
-    file.pieces = {{u"ab", false, 0, {{2, bold}}, {}},
-                   {u"cd\r", false, 0, {{2, bold}, {1, {}}}, {}}};
+    file.pieces = {{u"ab", false, 0, {{2, boldOn}}, {}},
+                   {u"cd\r", false, 0, {{2, boldOn}, {1, {}}}, {}}};
     const DocumentContent document = readWithoutRemarks(file);
     ASSERT_EQ(joined(document.main)->characters.size(), 2U);
     EXPECT_EQ(joined(document.main)->characters[0].length, 4U);
@@ -141,20 +141,20 @@ TEST(DocumentReader, APiecesShortModifierIsAddedToItsCharactersOnly) {
     file.pieces = {{u"ab", false, 0x01AA, {{2, italic}}, {}},
                    {u"c\r", false, 0, {{2, italic}}, {}}};
     const DocumentContent document = readWithoutRemarks(file);
-    EXPECT_EQ(charactersAt(document, 0), italic + bold);
+    EXPECT_EQ(charactersAt(document, 0), italic + boldOn);
     EXPECT_EQ(charactersAt(document, 2), italic);
 }
 
 TEST(DocumentReader, APiecesLongModifierIsAddedToCharactersAndToParagraphsThatEndInIt) {
     WordFile file;
-    file.modifiers = {keep, bold + centred};
+    file.modifiers = {keep, boldOn + centred};
     file.pieces = {{u"a", false, 0, {}, {}},
                    {u"b\rc", false, 0x0003, {}, {{2, 0, keep}, {1, 0, keep}}},
                    {u"d\r", false, 0, {}, {{2, 0, keep}}}};
     const DocumentContent document = readWithoutRemarks(file);
     EXPECT_TRUE(charactersAt(document, 0).empty());
-    EXPECT_EQ(charactersAt(document, 1), bold);
-    EXPECT_EQ(charactersAt(document, 3), bold);
+    EXPECT_EQ(charactersAt(document, 1), boldOn);
+    EXPECT_EQ(charactersAt(document, 3), boldOn);
     EXPECT_EQ(paragraphList(document, 0), keep + centred);
     EXPECT_EQ(paragraphList(document, 1), keep);
 }
@@ -246,7 +246,7 @@ TEST(DocumentReader, APictureWithoutDataBecomesABlankWithARemark) {
     file.pieces[0].characters = {{4, hex("35 08 01 03 6A 00001000 55 08 01")}};
     const DocumentContent document = readSound(file);
     EXPECT_EQ(joined(document.main)->text, u"a z\r");
-    EXPECT_EQ(charactersAt(document, 1), bold);
+    EXPECT_EQ(charactersAt(document, 1), boldOn);
     EXPECT_TRUE(document.tables.blobs.empty());
     ASSERT_EQ(document.unread.remarks.size(), 1U);
     EXPECT_NE(document.unread.remarks[0].find(u"图片"), std::u16string::npos);

@@ -261,12 +261,12 @@ TEST_F(DocumentWriterTest, ThePagesOfFormattingLeaveNoGapBetweenTheTextsOfTwoSav
 }
 
 TEST_F(DocumentWriterTest, ACellMarkEndsItsParagraphAsAParagraphMarkDoes) {
-    const PropertyListId cell =
+    const PropertyListId inCell =
         builder.content.tables.lists.intern(withSprm8({}, sprm::PFInTable, 1));
     Story story;
     story.text = u"a\u0007b\r";
     story.characters = {{4, PropertyListId::empty}};
-    story.paragraphs = {{2, 1, cell}, {2, 0, PropertyListId::empty}};
+    story.paragraphs = {{2, 1, inCell}, {2, 0, PropertyListId::empty}};
     builder.add(std::make_shared<const Story>(story));
     saveAs();
     const std::vector<ParagraphRun> paragraphs = joined(read().main)->paragraphs;

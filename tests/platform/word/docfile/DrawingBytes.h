@@ -8,7 +8,7 @@
 #include <vector>
 
 // Drawings as files hold them, put together record by record.
-namespace qvnd::word::test {
+namespace qvnd::word::drawings {
 
 inline Bytes artRecord(unsigned version, unsigned instance, std::uint16_t type, ByteView content) {
     LittleEndianWriter writer;
@@ -129,4 +129,4 @@ inline Bytes boxTable(std::vector<BoxBytes> boxes, std::uint32_t end) {
     return encodePlc(positions, data.data());
 }
 
-} // namespace qvnd::word::test
+} // namespace qvnd::word::drawings

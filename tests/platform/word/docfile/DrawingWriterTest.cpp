@@ -14,6 +14,7 @@
 namespace qvnd::word {
 namespace {
 
+using namespace drawings;
 using namespace test;
 using Kind = ShapeReference::Kind;
 using qvnd::test::ContentBuilder;

@@ -15,6 +15,7 @@
 namespace qvnd::word {
 namespace {
 
+using namespace drawings;
 using namespace test;
 using testing::IsEmpty;
 

@@ -10,7 +10,7 @@
 #include <set>
 
 using namespace qvnd::word;
-using namespace qvnd::word::test;
+using namespace qvnd::word::importing;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

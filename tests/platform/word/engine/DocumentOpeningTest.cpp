@@ -7,7 +7,7 @@
 namespace qvnd::word {
 namespace {
 
-using namespace test;
+using namespace importing;
 
 ByteView paragraphList(const DocumentContent& content) {
     return content.tables.lists[content.main.at(0).fragment->paragraphs.at(0).properties];

@@ -47,22 +47,22 @@ TEST(SectionEdges, AHeaderThatCameWithADocumentStaysThatDocumentsWhenItsSectionI
 }
 
 TEST(IndentEdges, TheLastListOfTheDocumentGivesItsIndentAsTheOthersDo) {
-    word::test::SourceDocument source;
+    word::importing::SourceDocument source;
     for (const unsigned indent : {300U, 420U}) {
         source.addList(static_cast<std::int32_t>(indent), 0,
-                       word::test::sprm16(sprm::PDxaLeft80, indent));
+                       word::importing::sprm16(sprm::PDxaLeft80, indent));
     }
     DocumentTables& tables = source.data.tables;
     const LookChange change = indentChange(tables, 2, 210);
     for (const auto& [list, indent] : {std::pair(1U, 300), {2U, 420}}) {
-        const ParagraphLook look{0, source.list(word::test::sprm16(sprm::PIlfo, list))};
+        const ParagraphLook look{0, source.list(word::importing::sprm16(sprm::PIlfo, list))};
         const ByteView changed = tables.lists[change(look).properties];
-        EXPECT_EQ(word::test::operand16(changed, sprm::PDxaLeft80), indent + 2 * 210) << list;
+        EXPECT_EQ(word::importing::operand16(changed, sprm::PDxaLeft80), indent + 2 * 210) << list;
     }
 }
 
 TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {
-    DocumentTables tables = word::test::plainTables();
+    DocumentTables tables = word::importing::plainTables();
     const LookChange change = indentChange(tables, 2, 210);
     const ParagraphLook mark{0, tables.lists.intern(withSprm8({}, sprm::PFTtp, 1))};
     EXPECT_EQ(change(mark).properties, mark.properties);
@@ -71,7 +71,7 @@ TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {
 }
 
 TEST(NoteEdges, ADrawingInTheTextOfANoteIsTakenOutAndNamed) {
-    word::test::SourceDocument source;
+    word::importing::SourceDocument source;
     source.run(u"a");
     source.run(u"\u0002", withSprm8({}, sprm::CFSpec, 1));
     source.run(u"\r");
@@ -83,7 +83,7 @@ TEST(NoteEdges, ADrawingInTheTextOfANoteIsTakenOutAndNamed) {
     note.paragraphs = {{4, 0, PropertyListId::empty}};
     source.data.tables.sideStories.push_back({std::make_shared<const Story>(note), true, {}, {}});
     source.main.anchors = {{1, AnchorKind::footnote, 0}};
-    word::test::ImportTarget target;
+    word::importing::ImportTarget target;
     target.import(source.document());
     EXPECT_EQ(target.tables.sideStories.at(0).text->text, u"\u0002x\r");
     EXPECT_THAT(target.last.leftOut, testing::ElementsAre(u"浮动图形 1 个未能带入"));

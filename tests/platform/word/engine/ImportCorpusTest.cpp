@@ -14,7 +14,7 @@
 #include <string>
 
 using namespace qvnd::word;
-using namespace qvnd::word::test;
+using namespace qvnd::word::importing;
 using qvnd::test::foreignDocuments;
 
 namespace {

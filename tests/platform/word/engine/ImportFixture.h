@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-namespace qvnd::word::test {
+namespace qvnd::word::importing {
 
 inline Bytes operator+(Bytes list, const Bytes& more) {
     list.insert(list.end(), more.begin(), more.end());
@@ -171,4 +171,4 @@ inline int operand8(ByteView list, SprmOpcode opcode) {
     return found ? found->operand[0] : -1;
 }
 
-} // namespace qvnd::word::test
+} // namespace qvnd::word::importing

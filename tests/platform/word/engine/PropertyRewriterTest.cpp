@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 using namespace qvnd::word;
-using namespace qvnd::word::test;
+using namespace qvnd::word::importing;
 
 namespace {
 

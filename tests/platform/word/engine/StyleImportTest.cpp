@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 using namespace qvnd::word;
-using namespace qvnd::word::test;
+using namespace qvnd::word::importing;
 
 // Styles whose links to each other cannot be taken over as they are.
 namespace {
