@@ -10,6 +10,7 @@
 #include "support/Errors.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
+#include "support/TracedProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -33,14 +34,17 @@ protected:
             world.folder.write(file(key), key);
         }
         outline::setCurrentPlan(*world.state.gDbUser, "T");
-        world.state.History = std::make_unique<history::History>(
-            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
-            *world.state.gWs, *world.state.gFso, "测试");
+        openHistory();
         world.openPlan("T");
         world.messages.otherwise = desktop::Answer::yes;
     }
     void TearDown() override { world.state.History.reset(); }
 
+    void openHistory() {
+        world.state.History = std::make_unique<history::History>(
+            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
+            *world.state.gWs, *world.state.gFso, "测试");
+    }
     static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
     std::int64_t run(const QString& caption, const std::function<void()>& command) {
         outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, caption,
@@ -206,5 +210,37 @@ TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
     EXPECT_TRUE(outline::canPutBack({Kind::rowRemoved, "D", "T", "T.1", "章", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/a.doc", "a.doc", {}}));
 }
+
+#ifdef __linux__
+TEST_F(PutBack, BehindAnUndoThatWasKilledOnItsWayTheNextCommandEndsItAndTellsSo) {
+    deleteNode("T.1");
+    const auto undoneByAnother = [this](int deadly) {
+        world.state.History.reset(); // the other process would begin with what is open here
+        const int changes = test::TracedProcess::run(
+            [this] {
+                jet::DBEngine engine;
+                files::DiskFileSystem files;
+                history::History theirs(world.state.gUserTplPath + ".~history",
+                                        history::Places({{'A', world.folder.root()}}),
+                                        engine.Workspaces(0), files, "另一个程序");
+                theirs.undo();
+            },
+            deadly);
+        openHistory();
+        return changes;
+    };
+    const int changes = undoneByAnother(0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    ASSERT_TRUE(world.state.History->redo());
+    ASSERT_EQ(world.keys("T"), (QStringList{"T", "T.2"}));
+    ASSERT_EQ(undoneByAnother(changes / 2), changes / 2 - 1);
+    run("添加", [this] { addRow({"T.3", "后"}); });
+    EXPECT_TRUE(world.state.HistoryFound.restored);
+    EXPECT_FALSE(world.state.HistoryFound.unfinished);
+    EXPECT_EQ(world.keys("T"), (QStringList{"T", "T.1", "T.1.1", "T.1.1.1", "T.2", "T.3"}));
+}
+#endif
 
 } // namespace

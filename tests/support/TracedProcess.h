@@ -36,7 +36,7 @@ public:
                 _exit(cannotTrace);
             }
             raise(SIGSTOP);
-            work();
+            [&work]() noexcept { work(); }(); // an error must not lead on into the other tests
             _exit(0);
         }
         return TracedProcess(process).follow(deadly);
