@@ -10,8 +10,9 @@ namespace qvnd::drawing {
 
 namespace {
 
-constexpr double finestLine = 5; // twips
-constexpr double margin = 0.02;  // of the area, that outlines may reach beyond it
+constexpr double finestLine = 5;                   // twips
+constexpr double margin = 0.02;                    // of the area, that outlines may reach beyond it
+constexpr std::size_t mostClipPoints = 10'000'000; // of all clips that are set for one drawing
 
 void setColour(cairo_t* context, std::uint32_t rgb) {
     cairo_set_source_rgb(context, ((rgb >> 16) & 0xFF) / 255.0, ((rgb >> 8) & 0xFF) / 255.0,
@@ -27,15 +28,14 @@ public:
           originY_(area.y - picture.top * scaleY_) {}
 
     void paint(const VectorElement& element) {
-        cairo_save(context_);
-        for (const VectorClip* clip = element.clip.get(); clip != nullptr;
-             clip = clip->around.get()) {
-            trace(clip->path);
-            cairo_set_fill_rule(context_, ruleOf(clip->winding));
-            cairo_clip(context_);
+        if (element.clip.get() != clip_) {
+            changeClip(element.clip.get());
         }
-        std::visit([this](const auto& what) { show(what); }, element.what);
-        cairo_restore(context_);
+        if (!isTooCostly()) {
+            cairo_save(context_);
+            std::visit([this](const auto& what) { show(what); }, element.what);
+            cairo_restore(context_);
+        }
     }
 
 private:
@@ -46,6 +46,22 @@ private:
     static cairo_fill_rule_t ruleOf(bool winding) {
         return winding ? CAIRO_FILL_RULE_WINDING : CAIRO_FILL_RULE_EVEN_ODD;
     }
+
+    // Elements that follow each other mostly have one clip.
+    void changeClip(const VectorClip* clip) {
+        cairo_restore(context_);
+        cairo_save(context_);
+        clip_ = clip;
+        for (; clip != nullptr && !isTooCostly(); clip = clip->around.get()) {
+            clipPoints_ += clip->path.points.size();
+            trace(clip->path);
+            cairo_set_fill_rule(context_, ruleOf(clip->winding));
+            cairo_clip(context_);
+        }
+    }
+
+    // A drawing that goes to and fro between large clips ends before it takes minutes.
+    bool isTooCostly() const { return clipPoints_ > mostClipPoints; }
 
     void trace(VectorPath path) {
         std::transform(path.points.begin(), path.points.end(), path.points.begin(),
@@ -201,6 +217,8 @@ private:
     double scaleY_;
     double originX_;
     double originY_;
+    const VectorClip* clip_ = nullptr;
+    std::size_t clipPoints_ = 0;
 };
 
 } // namespace
@@ -216,10 +234,12 @@ void paint(cairo_t* context, const VectorPicture& picture, const PaintedArea& ar
     cairo_rectangle(context, area.x - aside, area.y - above, area.width + 2 * aside,
                     area.height + 2 * above);
     cairo_clip(context);
+    cairo_save(context); // which a change of the clip comes back to
     Painting painting(context, picture, area, glyphs);
     for (const VectorElement& element : picture.elements) {
         painting.paint(element);
     }
+    cairo_restore(context);
     cairo_restore(context);
 }
 

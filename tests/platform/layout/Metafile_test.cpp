@@ -445,6 +445,31 @@ TEST(PaintedMetafile, FillsItsPlaceOnThePage) {
     EXPECT_FALSE(red(50, 32));
 }
 
+TEST(PaintedMetafile, EachElementIsCutByItsOwnClip) {
+    EmfBuilder emf;
+    emf.record(37, {0x80000008}).record(37, {0x80000004}); // a black brush
+    emf.record(33).record(30, {0, 0, 200, 500}).record(43, {0, 0, 1000, 100});
+    emf.record(34, {-1}).record(43, {0, 100, 1000, 200});
+    emf.record(33).record(30, {0, 0, 200, 500}).record(43, {0, 200, 1000, 300});
+    layout::Page page;
+    page.width = 1000;
+    page.height = 500;
+    page.layer.pictures.push_back({0, 0, 1000, 500, blobOf(emf.file())});
+    page.layer.rules.push_back({0, 450, 1000, 450, 20, false, {}}); // behind it nothing is cut
+    FontFaces fonts(FontChoice::here);
+    PagePainter painter(fonts, nullptr);
+    const PixelImage image = painter.image(page, 100);
+    const auto isBlack = [&](int x, int y) {
+        return image.pixels[(static_cast<std::size_t>(y) * 100 + x) * 4U] == 0;
+    };
+    EXPECT_TRUE(isBlack(10, 5));
+    EXPECT_FALSE(isBlack(50, 5));
+    EXPECT_TRUE(isBlack(50, 15));
+    EXPECT_TRUE(isBlack(10, 25));
+    EXPECT_FALSE(isBlack(50, 25));
+    EXPECT_TRUE(isBlack(50, 45));
+}
+
 TEST(PaintedMetafile, ItsTextCanBeFoundInAPdf) {
     EmfBuilder emf;
     emf.font(u"serif", -100).text(100, 100, u"H", {100});
