@@ -237,6 +237,7 @@ private:
             sizes.push_back(reader.u16());
         }
         std::vector<std::vector<VectorPoint>> figures;
+        figures.reserve(sizes.size());
         for (const std::size_t size : sizes) {
             figures.push_back(readPoints(size, reader));
         }
