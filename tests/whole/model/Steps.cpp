@@ -324,7 +324,7 @@ QString SideBySide::loseFile(const Step& step) {
 QString SideBySide::difference() {
     const Snapshot expected = snapshotOf(model_);
     const Snapshot found = real_.take();
-    const QString told = std::exchange(misplaced_, {}) + differenceOfMessages();
+    QString told = std::exchange(misplaced_, {}) + differenceOfMessages();
     if (expected == found) {
         return told;
     }
