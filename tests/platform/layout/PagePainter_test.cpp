@@ -318,10 +318,3 @@ TEST(KnownFaces, MeasuresOfANamedFaceAreItsOwnWhateverStandsInForIt) {
 
 } // namespace
 } // namespace qvnd::drawing
-
-#ifdef __SANITIZE_ADDRESS__
-// Fontconfig keeps patterns for later and finds them by distances, which the leak check cannot
-// follow.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig\n"; }
-#endif
