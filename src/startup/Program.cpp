@@ -70,7 +70,11 @@ void Program::endHistory() {
         if (state_.History->isUnderWay()) {
             state_.History->finish({});
         }
-        state_.History->thin({}, QDateTime::currentDateTime());
+        // Another program that has the turn will thin at its own end.
+        const files::TurnScope turn(state_.Turn.get(), files::TurnScope::Waits::no);
+        if (turn.holds()) {
+            state_.History->thin({}, QDateTime::currentDateTime());
+        }
     });
 }
 

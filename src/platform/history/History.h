@@ -90,7 +90,7 @@ public:
     void takeOut(std::int64_t step, const QString& file, const QString& target);
 
     // Thins by the limits, as far as no state that remains is built on what goes; returns how many
-    // steps went.
+    // steps went. Does nothing while a command or a restoration is under way, in whatever program.
     int thin(const Limits& limits, const QDateTime& now);
 
 private:

@@ -169,9 +169,11 @@ std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAft
     return step ? file().step(step->id) : std::nullopt;
 }
 
+bool Recorder::isAnyUnderWay() const { return QFile::exists(RunningCommand::fileIn(folder_)); }
+
 bool Recorder::findKilled() {
     std::optional<RunningCommand> left =
-        RunningCommand::left(folder_ + QStringLiteral("running"), places_);
+        RunningCommand::left(RunningCommand::fileIn(folder_), places_);
     if (!left) {
         return false;
     }

@@ -13,7 +13,7 @@ namespace qvnd::history {
 
 Recorder::Recorder(const QString& folder, const Places& places, KeptFiles& kept)
     : folder_(files::withSeparator(folder)), places_(places), kept_(kept),
-      running_(folder_ + QStringLiteral("running"), places_) {}
+      running_(RunningCommand::fileIn(folder_), places_) {}
 
 HistoryFile& Recorder::file() {
     if (file_ == nullptr) {
@@ -33,7 +33,7 @@ void Recorder::begin(const CommandFrame& frame, const QString& program, const QS
 }
 
 void Recorder::leave() {
-    running_ = RunningCommand(folder_ + QStringLiteral("running"), places_);
+    running_ = RunningCommand(RunningCommand::fileIn(folder_), places_);
     frame_.reset();
 }
 

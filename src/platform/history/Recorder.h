@@ -31,6 +31,8 @@ public:
     // Ends it; null when nothing was changed. Errors leave the command as begun.
     std::optional<Step> finish(const QString& selectedAfter);
     bool isUnderWay() const { return frame_.has_value(); }
+    // Whether a command has begun to change things, here or in another program, or was killed then.
+    bool isAnyUnderWay() const;
     // The command under way, as far as it has changed anything; its files tell what was before.
     RunningCommand& running() { return running_; }
     // Forgets the command under way without a step.

@@ -25,6 +25,9 @@ struct Touched {
 // also when the folders were moved meanwhile.
 class RunningCommand {
 public:
+    // Its file in the history's folder.
+    static QString fileIn(const QString& folder) { return folder + QStringLiteral("running"); }
+
     // `file` is where the entries stand; it exists as long as the command runs.
     RunningCommand(const QString& file, Places places);
 

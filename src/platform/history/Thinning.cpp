@@ -89,8 +89,9 @@ void History::drop(const Step& step) {
     all.commit();
 }
 
+// What a command or a restoration under way has kept belongs to no step yet.
 int History::thin(const Limits& limits, const QDateTime& now) {
-    if (!exists()) {
+    if (!exists() || recorder_.isAnyUnderWay() || isHalfRestored()) {
         return 0;
     }
     HistoryFile& file = recorder_.file();

@@ -107,6 +107,35 @@ TEST_F(ThinnedHistory, ABranchThatWasLeftGoesFromItsEnd) {
     EXPECT_EQ(world.state(), states[0]);
 }
 
+// Another program on the same history, which thins at its end.
+class OtherProgram {
+public:
+    explicit OtherProgram(const HistoryWorld& world)
+        : history_(world.path(".~history"), history::Places({{'P', world.path("")}}),
+                   engine_.Workspaces(0), files_, "另一个") {}
+    int thin(const QDateTime& now) {
+        return history_.thin({std::chrono::days{30}, Limits{}.bytes, 0}, now);
+    }
+
+private:
+    jet::DBEngine engine_;
+    files::DiskFileSystem files_;
+    history::History history_;
+};
+
+TEST_F(ThinnedHistory, WhatACommandOfAnotherProgramHasKeptSoFarStays) {
+    spreadOverDays();
+    const HistoryWorld::State before = world.state();
+    world.history->begin({"删除", "P11", {}, {}, {}, {}, {}});
+    world.deletePlan("P11");
+    EXPECT_EQ(OtherProgram(world).thin(now), 0);
+    world.history->finish({});
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state(), before);
+    world.close();
+    EXPECT_EQ(OtherProgram(world).thin(now), 8);
+}
+
 TEST(HistoryLimits, AreThirtyDaysTwoGigabytesAndFiftyCommands) {
     EXPECT_EQ(Limits{}.whole, std::chrono::days{30});
     EXPECT_EQ(Limits{}.bytes, 2147483648LL);
