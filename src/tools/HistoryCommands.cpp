@@ -235,6 +235,11 @@ ExitStatus takeOne(Session& session, const QStringList& words) {
         return putBack(session, step->id, *change);
     }
     const QString target = QFileInfo(arguments.option(toOption)).absoluteFilePath();
+    if (QFileInfo::exists(target) &&
+        !session.messages().ask(u"文件“%1”已经存在，要替换它吗？"_s.arg(target),
+                                desktop::Icon::question)) {
+        return ExitStatus::refused;
+    }
     history.takeOut(step->id, outline::fileOf(session.programAsLeft().state(), *change), target);
     session.output().result(target, target);
     return ExitStatus::done;
@@ -252,7 +257,9 @@ std::vector<Command> historyCommands() {
         {"history restore", "步 [--before]",
          "回到这一步之后的状态，0 为最早的状态；--before 回到这一步之前", restore},
         {"history take", "步 键|名称|文件 [--to 文件]",
-         "放回，即一个节点或文件在这一步之前的样子；--to 只把文件的内容取出到别处", takeOne},
+         "放回，即一个节点或文件在这一步之前的样子；--to 只把文件的内容取出到别处，已有的文件要有 "
+         "--yes 才替换",
+         takeOne},
     };
 }
 

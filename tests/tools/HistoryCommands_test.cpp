@@ -169,6 +169,18 @@ TEST_F(HistoryTool, TakeToAFileCopiesTheDocumentAsItWas) {
     EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲"));
 }
 
+TEST_F(HistoryTool, TakeToAFileThatExistsReplacesItOnlyWithYes) {
+    qvndctl({"plan", "delete", "甲"});
+    const QString deletion = QString::number(list().last().toObject()["步"].toInt());
+    folder.write("旧.doc", "mine");
+    const QStringList take{"history", "take", deletion, "甲.1.1", "--to", folder.path("旧.doc")};
+    EXPECT_EQ(Qvndctl::qvndctl(take), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("旧.doc”已经存在，要替换它吗？")) << err.toStdString();
+    EXPECT_EQ(folder.read("旧.doc"), "mine");
+    EXPECT_EQ(qvndctl(take), ExitStatus::done);
+    EXPECT_EQ(folder.read("旧.doc"), "text");
+}
+
 TEST_F(HistoryTool, ACommandThatTheHistoryCannotTakeIsRefusedAndGoesOnWithYes) {
     QDir(folder.path("home/Sys/用户模板/.~history")).removeRecursively();
     folder.write("home/Sys/用户模板/.~history", "in the way");
