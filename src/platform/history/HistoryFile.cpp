@@ -70,10 +70,7 @@ QList<Step> stepsIn(Statement& rows) {
 } // namespace
 
 HistoryFile::HistoryFile(const QString& path, Places places)
-    : places_(std::move(places)), sql_(path, modeFor(path)) {
-    // No waiting for the device at each step: a killed process loses nothing by it.
-    sql_.Run("PRAGMA journal_mode=WAL");
-    sql_.Run("PRAGMA synchronous=NORMAL");
+    : places_(std::move(places)), sql_(path, modeFor(path), jet::Connection::Journal::ahead) {
     if (sql_.NumberOf("PRAGMA user_version") == 0) {
         Transaction all(*this);
         sql_.Run(tables);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFileInfo>
+
 #include <random>
 
 using namespace qvnd;
@@ -122,6 +124,23 @@ TEST_F(HistoryTest, TitleNamesTheCommandAndTheNodeThatWasSelected) {
     EXPECT_EQ(changes[0].kind, Change::Kind::rowRemoved);
     EXPECT_EQ(changes[0].name, "名甲.1");
     EXPECT_EQ(changes[0].table, "甲");
+}
+
+TEST(TwoProgramsAtOnce, RecordInOneHistoryAndTakeBackEachOthersCommands) {
+    HistoryWorld first;
+    first.write("source.doc", "text");
+    first.run("新建", [&] { first.makePlan("甲"); });
+    const HistoryWorld::State before = first.state();
+    HistoryWorld second(QFileInfo(first.path("central.mdb")).path());
+    const auto done = second.run("新建", [&] { second.makePlan("乙"); });
+    EXPECT_EQ(done.refusal, "");
+    ASSERT_TRUE(done.step);
+    EXPECT_EQ(first.history->steps().size(), 2);
+    ASSERT_TRUE(first.history->undo());
+    EXPECT_EQ(first.state(), before);
+    ASSERT_TRUE(second.history->undo());
+    EXPECT_FALSE(QFile::exists(first.path("甲")));
+    EXPECT_FALSE(first.history->undoable());
 }
 
 TEST_F(HistoryTest, UndoAndRedoGoOnAfterARestart) {

@@ -218,7 +218,7 @@ TEST_F(KilledHistory, ACommandIsFoundWhereTheFoldersWereMovedMeanwhile) {
             HistoryWorld killed(folder.path("w"));
             changeMuch(killed);
         },
-        60);
+        40);
     if (changes < 0) {
         GTEST_SKIP() << "processes cannot be traced here";
     }
@@ -242,7 +242,7 @@ TEST_F(KilledHistory, ACommandOfAnotherProgramIsFoundByTheNextCommandOfThisOne) 
             HistoryWorld other(base);
             changeMuch(other);
         },
-        60);
+        40);
     if (changes < 0) {
         GTEST_SKIP() << "processes cannot be traced here";
     }

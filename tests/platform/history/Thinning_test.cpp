@@ -132,7 +132,6 @@ TEST_F(ThinnedHistory, WhatACommandOfAnotherProgramHasKeptSoFarStays) {
     world.history->finish({});
     ASSERT_TRUE(world.history->undo());
     EXPECT_EQ(world.state(), before);
-    world.close();
     EXPECT_EQ(OtherProgram(world).thin(now), 8);
 }
 

@@ -49,7 +49,7 @@ Connection::Connection(const QString& path, int openFlags) : path_(path) {
     }
 }
 
-Connection::Connection(const QString& path, Mode mode)
+Connection::Connection(const QString& path, Mode mode, Journal journal)
     : Connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                            (mode == Mode::create ? SQLITE_OPEN_CREATE : 0)) {
     sqlite3_busy_timeout(handle_, patience);
@@ -57,10 +57,10 @@ Connection::Connection(const QString& path, Mode mode)
     // A name in double quotes that names nothing is an error, never a text.
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    // A rollback journal is gone at each commit, so the file alone is the database whenever nothing
-    // is being written; full synchronisation keeps a commit through a power failure as well.
-    Run("PRAGMA journal_mode=DELETE");
-    Run("PRAGMA synchronous=FULL");
+    // Changing the kind of an existing file asks for it alone: another program that has it open
+    // would make that fail.
+    Run(journal == Journal::rollback ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=WAL");
+    Run(journal == Journal::rollback ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=NORMAL");
 }
 
 Connection::Connection(const QByteArray& image)

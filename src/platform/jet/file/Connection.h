@@ -63,7 +63,11 @@ public:
     // Opens an existing file for reading and writing, or makes one. A journal that a killed
     // process left is played back by the first read.
     enum class Mode { existing, create };
-    Connection(const QString& path, Mode mode);
+    // A rollback journal is gone at each commit, so the file alone is the database whenever nothing
+    // is being written; full synchronisation keeps a commit through a power failure as well. One
+    // that is written ahead does not wait for the device: only a killed process loses nothing.
+    enum class Journal { rollback, ahead };
+    Connection(const QString& path, Mode mode, Journal journal = Journal::rollback);
     // A database in memory that begins as the image says, see Image.h. It never reaches a file.
     explicit Connection(const QByteArray& image);
     ~Connection();
