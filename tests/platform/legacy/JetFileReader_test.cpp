@@ -227,7 +227,8 @@ TEST_F(MadeJetFile, OfAnUnknownVersionIsDamaged) {
 }
 
 TEST_F(MadeJetFile, ThatIsMutatedNeverCrashesOrHangsTheProgram) {
-    expectThatMutatedEndWell(made({manyPrices(), prices()}), 2048, 20260105, 30);
+    // Few rows: under a sanitizer each takes long, and more would all be refused for want of time.
+    expectThatMutatedEndWell(made({prices(), prices()}), 2048, 20260105, 60);
 }
 
 TEST_F(JetFiles, EveryGenuineFileIsRecognizedAndItsUserTablesAreNamed) {
