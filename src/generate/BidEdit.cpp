@@ -153,15 +153,19 @@ void BidEdit::DblClick() {
     }
 }
 
+// What the preview refuses, as a document with a password, is for the word processor to mend.
+void BidEdit::loadToOpen(const QString& path) {
+    ignoringErrors([&] { services_.pane.loadPreview(path); });
+    services_.pane.activatePreview();
+}
+
 void BidEdit::mnuDocOpen() {
-    BidEditPane& pane = services_.pane;
     try {
         const OutlineNode* node = TrvEdit.SelectedItem();
         if (!node || (!isDocument(*node) && node->Image() != outline::image::documentSelected))
             return;
-        pane.loadPreview(documentOf(*node, TrvEdit.Item(1).Text()));
-        pane.activatePreview();
-        pane.shrinkPreview();
+        loadToOpen(documentOf(*node, TrvEdit.Item(1).Text()));
+        services_.pane.shrinkPreview();
     } catch (const RunTimeError& failure) {
         tellUnexpected(failure, Icon::none);
     }
@@ -173,8 +177,7 @@ void BidEdit::mnuOpenDoc() {
         return;
     BidEditPane& pane = services_.pane;
     pane.turnPreviewOn();
-    pane.loadPreview(documentOf(node, TrvEdit.Item(1).Text()));
-    pane.activatePreview();
+    loadToOpen(documentOf(node, TrvEdit.Item(1).Text()));
     pane.updatePreview();
     pane.turnPreviewOff();
 }
@@ -198,8 +201,7 @@ void BidEdit::browseAsTemplate() {
 void BidEdit::mnuBrowsebid() {
     if (!isFinishedThere())
         return;
-    services_.pane.loadPreview(finishedDocument());
-    services_.pane.activatePreview();
+    loadToOpen(finishedDocument());
     services_.pane.updatePreview();
 }
 

@@ -64,7 +64,8 @@ public:
     void mnuBrowseDoc();
     void DblClick();
 
-    // The selected document in its own application. mnuDocOpen ("打开" and the key "打开文档")
+    // The selected document in its own application, which may open what the preview cannot show.
+    // mnuDocOpen ("打开" and the key "打开文档")
     // shows its failure and leaves the preview as it is; mnuOpenDoc ("打开文档") turns it off at
     // the end.
     void mnuDocOpen();
@@ -102,6 +103,7 @@ private:
     // Turns the preview on and loads the selected document; turns it off, and answers false, when
     // that is no document. Error 91 without a selection.
     bool loadSelected();
+    void loadToOpen(const QString& path);
     void tellUnexpected(const RunTimeError& failure, desktop::Icon icon);
     QString documentOf(const outline::OutlineNode& node, const QString& plan) const;
     QString finishedDocument() const;

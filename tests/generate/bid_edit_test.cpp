@@ -218,6 +218,21 @@ TEST_F(PlanEdit, AFailedOpeningIsToldByThePopUpsCommandAndPassesFromTheMenus) {
     EXPECT_EQ(errorNumberOf([&] { edit->mnuOpenDoc(); }), 31031);
 }
 
+TEST_F(PlanEdit, ADocumentThatThePreviewRefusesIsOpenedAllTheSame) {
+    for (int opening = 0; opening < 3; ++opening)
+        log.failAt("preview load", error::invalidCall, u"设有打开密码");
+    writeFinished();
+    loaded().mnuDocOpen();
+    EXPECT_EQ(wholeLog(), "preview load plans/工程/工程.3.doc\npreview activate\npreview shrink\n");
+    log.lines.clear();
+    edit->mnuOpenDoc();
+    EXPECT_EQ(wholeLog(), "preview on\npreview load plans/工程/工程.3.doc\npreview activate\n"
+                          "preview update\npreview off\n");
+    log.lines.clear();
+    edit->mnuBrowsebid();
+    EXPECT_EQ(wholeLog(), "preview load work/施工方案.doc\npreview activate\npreview update\n");
+}
+
 // The finished document
 
 TEST_F(PlanEdit, WithoutAFinishedDocumentBothWaysOfBrowsingSaySo) {

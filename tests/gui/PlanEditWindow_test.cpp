@@ -234,6 +234,23 @@ TEST_F(PlanEditWindow, AFailedOpeningIsToldDifferentlyByEachOfTheTwins) {
     expectUsable();
 }
 
+TEST_F(PlanEditWindow, ADocumentThatCannotBeShownIsOpenedInTheWordProcessorAllTheSame) {
+    open();
+    const QString reason = "设有打开密码，请去掉密码后再试。";
+    preview.failure = RunTimeError(error::invalidCall, reason.toStdU16String());
+    choose("mnuDocOpen");
+    EXPECT_EQ(control("PicEdit").findChild<QLabel*>()->text(), reason);
+    EXPECT_FALSE(control("OleEdit").isVisible());
+    choose("mnuOpenDoc");
+    press("打开文档");
+    EXPECT_EQ(shell.opened, QStringList(3, fileOf("T.2")));
+    EXPECT_TRUE(messages().isEmpty());
+    shell.isBroken = true;
+    choose("mnuDocOpen");
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_TRUE(messages()[0].startsWith("打开文档时出现意外的错误！\n找不到文件\n文档："));
+}
+
 // The finished document and the companion tool
 
 TEST_F(PlanEditWindow, BrowsingTheFinishedDocumentDiffersByMenuAndKey) {

@@ -91,6 +91,7 @@ void PicEdit::turnPreviewOff() {
 
 void PicEdit::removePreview() {
     path_.clear();
+    isShown_ = false;
     document_.hide();
     say(invitation);
     fit();
@@ -101,14 +102,14 @@ void PicEdit::loadPreview(const QString& path) {
     isOn_ = true;
     isShrunk_ = false;
     VSEdit_->setValue(0);
-    const QString file = files::resolved(path);
+    path_ = files::resolved(path);
     try {
-        document_.show(file);
+        document_.show(path_);
     } catch (const RunTimeError& failure) {
         say(QString::fromStdU16String(failure.description()));
         throw;
     }
-    path_ = file;
+    isShown_ = true;
     view_.show();
     fit();
 }
@@ -133,7 +134,7 @@ void PicEdit::say(const QString& text) { hint_->setText(text); }
 
 // The view of a document that is still being read grows later.
 void PicEdit::fit() {
-    const bool isSeen = isOn_ && !path_.isEmpty();
+    const bool isSeen = isOn_ && isShown_;
     OleEdit_->setVisible(isSeen);
     hint_->setVisible(!isSeen);
     hint_->setGeometry(rect());

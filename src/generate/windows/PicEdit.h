@@ -16,7 +16,8 @@ namespace qvnd::generate {
 // tenth of what does not fit. One that is no taller, and one brought down to the pane, is scrolled
 // by itself with wheel and keys.
 //
-// Loading a document turns the pane on; one that cannot be shown leaves its reason there.
+// Loading a document turns the pane on; one that cannot be shown leaves its reason there, and can
+// be activated all the same.
 class PicEdit : public QFrame, public BidEditPane {
     Q_OBJECT
 
@@ -42,7 +43,7 @@ public:
     void setScrollSteps() override;
 
     // The document that is seen; empty when there is none.
-    QString documentSeen() const { return isOn_ ? path_ : QString(); }
+    QString documentSeen() const { return isOn_ && isShown_ ? path_ : QString(); }
 
 signals:
     // A double click on the document.
@@ -63,8 +64,9 @@ private:
     desktop::Shell& shell_;
     QWidget* OleEdit_;
     QScrollBar* VSEdit_;
-    QLabel* hint_; // what stands in the pane while no document is seen
-    QString path_; // of the loaded document; empty when there is none
+    QLabel* hint_;         // what stands in the pane while no document is seen
+    QString path_;         // of the loaded document; empty when there is none
+    bool isShown_ = false; // the view shows the loaded document
     bool isOn_ = true;
     bool isShrunk_ = true;
 };
