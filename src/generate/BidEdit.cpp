@@ -11,6 +11,8 @@
 #include "store/PlanLists.h"
 #include "store/ProgramFiles.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::generate {
@@ -29,12 +31,21 @@ QString descriptionOf(const RunTimeError& failure) {
 
 bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
 
+std::optional<QString> whyUnfinished(BuildOutcome outcome) {
+    if (outcome == BuildOutcome::stopped)
+        return u"最近一次生成中途停止，“施工方案.doc”没有完成。"_s;
+    if (outcome == BuildOutcome::notSaved)
+        return u"最近一次生成的“施工方案.doc”没有保存成功。"_s;
+    return std::nullopt;
+}
+
 } // namespace
 
 BidEdit::BidEdit(const ProgramState& program, const BidEditServices& services)
     : program_(program), services_(services) {}
 
-void BidEdit::Load() {
+bool BidEdit::Load() {
+    bool isAnother = false;
     desktop::MessageBoxes& messages = services_.generation.messages;
     try {
         jet::Database& gDbUser = *program_.modMain.gDbUser;
@@ -46,13 +57,17 @@ void BidEdit::Load() {
             plan = current->Get(u"名称").TextOrEmpty();
         const auto rows = gDbUser.OpenRecordset(u"Select * from "_s + outline::bracketedName(plan) +
                                                 u" order by ID asc"_s);
+        isAnother = std::exchange(loaded_, plan) != plan;
         TrvEdit.Clear();
         outline::FillOutlineTree(*rows, TrvEdit);
         TrvEdit.Select(&TrvEdit.Item(TrvEdit.Count()));
     } catch (const RunTimeError& failure) {
         messages.tell(descriptionOf(failure));
     }
+    if (isAnother)
+        report_.reset();
     NodeClick();
+    return isAnother;
 }
 
 bool BidEdit::lookAtOthers() {
@@ -80,9 +95,12 @@ QString BidEdit::documentOf(const OutlineNode& node, const QString& plan) const 
 }
 
 void BidEdit::report(BuildOutcome outcome) {
-    if (outcome != BuildOutcome::finished)
+    if (outcome == BuildOutcome::refused)
         return;
     report_ = reportOf(TrvEdit, state_, services_.record.losses());
+    report_->whyUnfinished = whyUnfinished(outcome);
+    if (report_->whyUnfinished)
+        return;
     report_->pages = services_.record.pages();
     report_->whyEstimated = services_.record.whyEstimated();
 }

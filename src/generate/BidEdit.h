@@ -42,8 +42,9 @@ public:
     BidEdit(const ProgramState& program, const BidEditServices& services);
 
     // Fills TrvEdit from the table of the open plan and selects the last node. An error shows its
-    // description; without an open plan an empty text is shown first.
-    void Load();
+    // description; without an open plan an empty text is shown first. True when that is another
+    // plan than before, which has no report yet.
+    bool Load();
     // Fills TrvEdit anew if another program has changed the plan since the last look that ended
     // well; true when it did. The selected node stays the selected one, else it is the root; a plan
     // that is gone leaves the tree empty. Nothing is written; errors of the store pass.
@@ -84,7 +85,7 @@ public:
     // What a planner should know before generating the outline as TrvEdit shows it; nothing when
     // he has cancelled. Events run while the documents are read.
     std::optional<std::vector<PlanFinding>> check();
-    // Of the run that was finished last in this window; nothing before.
+    // Of the last run of the plan in this window that was not refused; nothing before.
     const std::optional<GenerationReport>& report() const { return report_; }
     // Makes 施工方案.pdf of the finished document beside it; tells what came of it, unless the user
     // has cancelled.
@@ -117,6 +118,7 @@ private:
     ProgramState program_;
     BidEditServices services_;
     BidEditState state_;
+    QString loaded_; // the plan of the last load that ended well
     outline::ShownPlan plan_{program_.modMain, TrvEdit};
     int seen_ = 0; // the changes of Db_UsTemplate.mdb at the last look
     std::optional<GenerationReport> report_;

@@ -64,7 +64,8 @@ GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
 
 QString summaryOf(const GenerationReport& report) {
     const int lost = report.missingDocuments();
-    QString text = u"%1 个节点，%2 个文档"_s.arg(report.nodes).arg(report.documents);
+    QString text = report.whyUnfinished ? *report.whyUnfinished + u'\n' : QString();
+    text += u"%1 个节点，%2 个文档"_s.arg(report.nodes).arg(report.documents);
     text += lost == 0 ? u"全部放入"_s
                       : u"放入 %1 个，%2 个没有放入"_s.arg(report.documents - lost).arg(lost);
     text += u"，%1 个标题"_s.arg(report.headings);

@@ -49,8 +49,10 @@ public:
     virtual std::optional<QString> whyEstimated() const = 0;
 };
 
-// What became of a finished run.
+// What became of a run.
 struct GenerationReport {
+    // Why the finished document is not that of a whole run; nothing when it is.
+    std::optional<QString> whyUnfinished;
     int nodes = 0; // without the root
     int documents = 0;
     int headings = 0; // that generation has typed; those inside documents do not count
@@ -58,18 +60,19 @@ struct GenerationReport {
     std::vector<ReportedNode> missing;
     // What was left out of documents that came in, in their order.
     std::vector<ReportedNode> leftOut;
-    // As in GenerationRecord.
+    // As in GenerationRecord; not known of a run that was not finished.
     int pages = 0;
     std::optional<QString> whyEstimated;
 
     int missingDocuments() const;
 };
 
-// Pages and their source are for the caller to add.
+// How the run ended, the pages and their source are for the caller to add.
 GenerationReport reportOf(const outline::OutlineTree& TrvEdit, const BidEditState& run,
                           const std::vector<CollectedLosses::Loss>& losses);
 
-// The report's first lines in Chinese: how much came in, and where the page numbers come from.
+// The report's first lines in Chinese: how the run ended if it was not finished, how much came in,
+// and where the page numbers come from.
 QString summaryOf(const GenerationReport& report);
 
 } // namespace qvnd::generate

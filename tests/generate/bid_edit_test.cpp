@@ -359,17 +359,55 @@ TEST_F(PlanEdit, AFinishedRunLeavesAReport) {
     EXPECT_EQ(record.cleared, 1);
 }
 
-TEST_F(PlanEdit, AStoppedOrRefusedRunLeavesTheReportBeforeIt) {
-    loaded();
-    edit->mnuBuildbid();
-    const int nodes = edit->report()->nodes;
+TEST_F(PlanEdit, ARefusedRunLeavesTheReportBeforeIt) {
+    record.pageCount = 7;
+    loaded().mnuBuildbid();
+    record.pageCount = 9;
     windows.open = true;
-    edit->mnuBuildbid();
-    EXPECT_EQ(edit->report()->nodes, nodes);
-    windows.open = false;
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::refused);
+    ASSERT_TRUE(edit->report());
+    EXPECT_EQ(edit->report()->pages, 7);
+}
+
+TEST_F(PlanEdit, TheReportOfAStoppedRunIsItsOwnAndSaysThatItIsNotFinished) {
+    record.pageCount = 7;
+    loaded().mnuBuildbid();
     stopAt("progress 0.95");
-    edit->mnuBuildbid();
-    EXPECT_TRUE(edit->report());
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::stopped);
+    ASSERT_TRUE(edit->report());
+    EXPECT_EQ(edit->report()->pages, 0) << "those of the document that was not finished";
+    EXPECT_TRUE(summaryOf(*edit->report())
+                    .startsWith(u"最近一次生成中途停止，“施工方案.doc”没有完成。\n3 个节点"_s))
+        << summaryOf(*edit->report()).toStdString();
+}
+
+TEST_F(PlanEdit, ARunThatStopsAheadOfTheWalkTellsOfNoNodeOfTheRunBefore) {
+    loaded().mnuBuildbid();
+    EXPECT_TRUE(edit->report()->missing.empty());
+    log.failAt("Documents.Add", error::automationServerGone, u"远程服务器不存在");
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::stopped);
+    EXPECT_EQ(edit->report()->missing.size(), 3U);
+    EXPECT_EQ(edit->report()->headings, 0);
+}
+
+TEST_F(PlanEdit, TheReportOfAnUnsavedRunSaysSo) {
+    loaded();
+    log.failAt("ActiveDocument.SaveAs", 61, u"磁盘已满", 2);
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::notSaved);
+    ASSERT_TRUE(edit->report());
+    EXPECT_TRUE(summaryOf(*edit->report())
+                    .startsWith(u"最近一次生成的“施工方案.doc”没有保存成功。\n3 个节点"_s))
+        << summaryOf(*edit->report()).toStdString();
+}
+
+TEST_F(PlanEdit, AnotherPlanHasNoReportOfTheFormerOne) {
+    loaded().mnuBuildbid();
+    edit->Load();
+    EXPECT_TRUE(edit->report()) << "the same plan, loaded again";
+    OutlineWorld::makeTable(*program.gDbUser, "乙", {{"乙", "乙"}, {"乙.1", "章"}});
+    setCurrentPlan("乙");
+    edit->Load();
+    EXPECT_FALSE(edit->report());
 }
 
 // The check

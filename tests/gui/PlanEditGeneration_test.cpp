@@ -1,7 +1,7 @@
 #include "gui/support/PlanEditWindow.h"
 
 #include "generate/windows/FindingsWindow.h"
-
+#include "outline/CurrentPlan.h"
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
 #include "platform/files/Paths.h"
@@ -484,6 +484,24 @@ TEST_F(WindowGeneration, TheReportIsOnOfferBehindARunAndShownWhenSomethingIsMiss
     record.lost.clear();
     choose("mnuBuildbid");
     EXPECT_FALSE(report->isVisible()) << "it told of the run before";
+}
+
+TEST_F(WindowGeneration, AnotherPlanLoadedTakesTheListsOfTheFormerAway) {
+    open();
+    QFile::remove(fileOf("T.1.1"));
+    choose("mnuBuildbid");
+    choose("mnuCheck");
+    const auto* report = form->findChild<generate::FindingsWindow*>("dlgReport");
+    const auto* findings = form->findChild<generate::FindingsWindow*>("dlgCheck");
+    ASSERT_TRUE(report && findings);
+    form->Load();
+    EXPECT_TRUE(report->isVisible() && findings->isVisible()) << "it is the same plan";
+    world.makePlan("乙", {{"乙", "乙"}, {"乙.1", "章"}});
+    outline::setCurrentPlan(*world.state.gDbUser, "乙");
+    form->Load();
+    EXPECT_FALSE(report->isVisible());
+    EXPECT_FALSE(findings->isVisible());
+    EXPECT_FALSE(item("mnuReport").isEnabled());
 }
 
 // Disks. A file system of their own needs the right to mount one.

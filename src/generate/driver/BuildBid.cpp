@@ -36,7 +36,6 @@ void walk(GenerationRun& run) {
     BidEditState& window = run.window;
     window.LevelCounters.clear();
     window.VisitedCount = 0;
-    window.Visited.clear();
     window.LastLevel = 0;
     run.attempt([&] {
         WalkOutline(run.TrvEdit, run.TrvEdit.Item(1).Child(),
@@ -45,6 +44,7 @@ void walk(GenerationRun& run) {
 }
 
 BuildOutcome build(GenerationRun& run) {
+    run.window.Visited.clear();
     startDocument(run);
     loadSettings(run);
     run.services.dlgTB.setProgress(0.15);

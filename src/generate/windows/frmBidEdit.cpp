@@ -103,7 +103,8 @@ void frmBidEdit::buildSplitter() {
 }
 
 void frmBidEdit::Load() {
-    edit_->Load();
+    if (edit_->Load())
+        hideLists();
     applyCommands();
     TrvEdit_->setFocus();
 }
@@ -228,12 +229,16 @@ void frmBidEdit::generate() {
         runOfToolbar([this] { build(); }, menus_.mnuBuildbid->text());
 }
 
+void frmBidEdit::hideLists() {
+    for (FindingsWindow* list : {findings_, report_})
+        if (list)
+            list->hide();
+}
+
 // What did not come in whole raises no boxes of its own, so the report is shown. Lists of the
 // state before are out of date.
 void frmBidEdit::build() {
-    for (FindingsWindow* former : {findings_, report_})
-        if (former)
-            former->hide();
+    hideLists();
     if (edit_->mnuBuildbid() != BuildOutcome::finished)
         return;
     const GenerationReport& told = *edit_->report();

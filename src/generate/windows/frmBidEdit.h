@@ -73,7 +73,7 @@ public:
     explicit frmBidEdit(const Parts& parts, QWidget* parent = nullptr);
     ~frmBidEdit() override;
 
-    // Fills the tree with the open plan.
+    // Fills the tree with the open plan. The lists of another plan go.
     void Load();
     // The menus that stand in the frame's menu bar while this window is the active one.
     QList<QMenu*> menus() const { return menus_.menuBar(); }
@@ -104,6 +104,7 @@ private:
     void seeOtherPrograms();
     void generate();
     void build();
+    void hideLists();
     void rebuildContents();
     void setUp();
     void like();
