@@ -11,6 +11,11 @@ GenerationWord::GenerationWord(desktop::MessageBoxes& messages, office::OfficeSu
     : unsaved_(messages), documents_(std::move(suite)), awaited_(own_, longRun, events),
       factory_({awaited_, losses_, unsaved_, &pictures_, &documents_}) {}
 
+void GenerationWord::clear() {
+    losses_.clear();
+    own_.clear();
+}
+
 std::optional<QString> GenerationWord::whyEstimated() const {
     if (const auto pages = own_.stoppedBehind()) {
         return u"排版在第 %1 页之后被取消，其后的页码按已排的篇幅推算。"_s.arg(*pages);

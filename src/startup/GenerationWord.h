@@ -27,7 +27,7 @@ public:
     word::ApplicationFactory& factory() { return factory_; }
     word::DocumentConverter& documents() { return documents_; }
 
-    void clear() override { losses_.clear(); }
+    void clear() override;
     const std::vector<generate::CollectedLosses::Loss>& losses() const override {
         return losses_.losses();
     }

@@ -637,6 +637,17 @@ TEST_F(WindowGenerationWithASuite, ThePageNumbersAreOurOwnAndNoEstimates) {
     EXPECT_FALSE(summary.contains("估计")) << summary.toStdString();
 }
 
+TEST_F(WindowGenerationWithASuite, ARunWithoutContentsTellsNoPagesOfTheRunBefore) {
+    withSuite("kill -9 $$\n");
+    open();
+    choose("mnuBuildbid");
+    EXPECT_TRUE(frame.status.last().contains("，共 ")) << frame.status.last().toStdString();
+    world.state.gDbBidSet->Execute("DELETE * FROM 页眉页脚表");
+    choose("mnuBuildbid");
+    ASSERT_EQ(frame.status.size(), 2);
+    EXPECT_FALSE(frame.status.last().contains("，共 ")) << frame.status.last().toStdString();
+}
+
 TEST_F(WindowGenerationWithASuite, KilledWhileItDrawsThePdfTheFormerPdfStays) {
     withSuite("mkdir -p \"$out\"; printf part > \"$out/document.pdf\"; kill -9 $$\n");
     world.folder.write("施工方案.doc", "finished");

@@ -74,6 +74,17 @@ TEST_F(PageNumbers, BehindTheLastPageOfAStoppedLayoutTheyFollowTheRoomOfTheText)
     EXPECT_EQ(numbers.stoppedBehind(), std::nullopt);
 }
 
+TEST_F(PageNumbers, ClearedTheyTellNothingOfTheDocumentBefore) {
+    paragraphs(40);
+    numbers.watch([](int pages) { return pages < 2; });
+    at({0});
+    EXPECT_GT(numbers.pages(), 0);
+    EXPECT_TRUE(numbers.stoppedBehind());
+    numbers.clear();
+    EXPECT_EQ(numbers.pages(), 0);
+    EXPECT_EQ(numbers.stoppedBehind(), std::nullopt);
+}
+
 TEST_F(PageNumbers, TextThatIsCutIntoSlicesIsLaidOutWhole) {
     paragraphs(1, std::u16string(95, u'一'));
     auto& main = builder.content.main;

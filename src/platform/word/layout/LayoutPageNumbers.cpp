@@ -30,6 +30,11 @@ int numberAt(const std::vector<LinePlace>& lines, word::Cp position) {
 
 } // namespace
 
+void LayoutPageNumbers::clear() {
+    pages_ = 0;
+    stoppedBehind_.reset();
+}
+
 std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& content,
                                                    std::span<const word::Cp> positions) {
     if (!fonts_) {
@@ -37,8 +42,7 @@ std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& 
     }
     const LayoutSource source = sourceOf(content);
     DocumentLayout layout(source, *fonts_, options_);
-    pages_ = 0;
-    stoppedBehind_.reset();
+    clear();
     while (!stoppedBehind_ && layout.nextPage()) {
         ++pages_;
         if (eachPage_ && !eachPage_(pages_)) {

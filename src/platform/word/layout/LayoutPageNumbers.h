@@ -28,6 +28,8 @@ public:
 
     std::vector<int> displayedPages(const word::DocumentContent& content,
                                     std::span<const word::Cp> positions) override;
+    // Forgets the document asked about last; fonts and watch stay.
+    void clear();
     int pages() const override { return pages_; }
     // The pages behind which the last layout was stopped; nothing when it went to the end.
     std::optional<int> stoppedBehind() const { return stoppedBehind_; }
