@@ -334,6 +334,18 @@ TEST_F(PlanEdit, RebuildingTheContentsIsRefusedForAnEmptyWorkFolderAlone) {
     EXPECT_EQ(log.lines.back(), "pointer normal");
 }
 
+TEST_F(PlanEdit, AGenerationWhileTheContentsAreRebuiltMeetsTheOpenWordProcessor) {
+    writeFinished();
+    loaded();
+    BuildOutcome generated = BuildOutcome::finished;
+    log.at("TablesOfContents.Add", [&] { generated = edit->mnuBuildbid(); });
+    edit->mnuBul();
+    EXPECT_EQ(generated, BuildOutcome::refused);
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 对不起，请您先关闭Word文档。"
+                                  "如不在任务栏显示请按Ctrl+Alt+Del ！\n");
+    EXPECT_EQ(edit->mnuBuildbid(), BuildOutcome::finished) << "behind it a run may begin";
+}
+
 TEST_F(PlanEdit, AFailedRebuildingTakesTheHourglassAwayAndPasses) {
     writeFinished();
     log.failAt("TablesOfContents(1).Delete", error::memberNotFound, u"集合所要求的成员不存在");

@@ -648,6 +648,23 @@ TEST_F(WindowGenerationWithASuite, ARunWithoutContentsTellsNoPagesOfTheRunBefore
     EXPECT_FALSE(frame.status.last().contains("，共 ")) << frame.status.last().toStdString();
 }
 
+TEST_F(WindowGenerationWithASuite, AGenerationWhileTheContentsAreRebuiltMeetsTheOpenWordProcessor) {
+    int yields = 0;
+    withSuite("sleep 0.3\n", [&] {
+        ++yields;
+        choose("mnuBuildbid");
+        press("生成标书");
+        return false;
+    });
+    world.folder.write("施工方案.doc", "{\\rtf1 text}");
+    open();
+    choose("mnuBul");
+    EXPECT_GE(yields, 1);
+    EXPECT_EQ(messages().count(busy), 2 * yields);
+    EXPECT_EQ(world.folder.read("施工方案.doc"), "{\\rtf1 text}");
+    expectUsable();
+}
+
 TEST_F(WindowGenerationWithASuite, KilledWhileItDrawsThePdfTheFormerPdfStays) {
     withSuite("mkdir -p \"$out\"; printf part > \"$out/document.pdf\"; kill -9 $$\n");
     world.folder.write("施工方案.doc", "finished");

@@ -50,6 +50,7 @@ bool RebuildContents(const ProgramState& program, const GenerationServices& serv
         services.messages.tell(u"还没生成标书!"_s, desktop::Icon::exclamation);
         return false;
     }
+    const WordSession::Work work(program.word);
     openFinished(program, services);
     replaceContents(program.word);
     program.word.activeDocument().setSaved(true);

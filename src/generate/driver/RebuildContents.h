@@ -9,7 +9,8 @@ namespace qvnd::generate {
 // of three levels in the place of the first one. Nothing is saved: the file stays as it is. With
 // no file in the work folder it only says so, and answers false. It has no error routine: a
 // missing document raises its error to the caller, and so does one without contents (5941, with
-// words that tell the user what to do). The word processor stays held.
+// words that tell the user what to do). The word processor stays held. While the command works, the
+// word processor counts as open, so that a generation is refused.
 bool RebuildContents(const ProgramState& program, const GenerationServices& services);
 
 } // namespace qvnd::generate
