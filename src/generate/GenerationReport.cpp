@@ -22,6 +22,9 @@ ReportedNode reported(const OutlineNode& node, const QString& what) {
     return {node.Key(), node.Text(), isDocument(node), what};
 }
 
+// A file that no node has is the custom page in the cover's place.
+ReportedNode ofTheCover(const QString& what) { return {QString(), u"封面"_s, false, what}; }
+
 void addMissing(GenerationReport& report, const OutlineTree& tree, const BidEditState& run) {
     QHash<QString, std::optional<QString>> failures;
     for (const VisitedEntry& visited : run.Visited)
@@ -56,8 +59,8 @@ GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
         run.Visited.begin(), run.Visited.end(), [](const auto& node) { return node.HasHeading; }));
     addMissing(report, TrvEdit, run);
     for (const CollectedLosses::Loss& loss : losses) {
-        if (const OutlineNode* node = TrvEdit.find(loss.key))
-            report.leftOut.push_back(reported(*node, loss.what));
+        const OutlineNode* node = TrvEdit.find(loss.key);
+        report.leftOut.push_back(node ? reported(*node, loss.what) : ofTheCover(loss.what));
     }
     return report;
 }

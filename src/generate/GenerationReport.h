@@ -11,9 +11,9 @@
 
 namespace qvnd::generate {
 
-// A node that a report speaks of, and what it says.
+// A node that a report speaks of, or the cover, and what it says.
 struct ReportedNode {
-    QString key;
+    QString key; // empty for the cover
     QString name;
     bool isDocument = false;
     QString what;
@@ -58,7 +58,8 @@ struct GenerationReport {
     int headings = 0; // that generation has typed; those inside documents do not count
     // Nodes whose heading or document is not in the target, or not whole, in the tree's order.
     std::vector<ReportedNode> missing;
-    // What was left out of documents that came in, in their order.
+    // What was left out of documents that came in, and of the custom page that stands in for the
+    // cover, in the order in which it was met.
     std::vector<ReportedNode> leftOut;
     // As in GenerationRecord; not known of a run that was not finished.
     int pages = 0;

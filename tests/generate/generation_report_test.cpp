@@ -52,12 +52,23 @@ TEST_F(Report, CountsTheHeadingsOfTheContentsAndNoTitleThatStaysPlainText) {
 
 TEST_F(Report, NamesWhatWasLeftOutOfADocumentByItsFile) {
     losses.notCarried(u"/方案/工程/工程.2.doc", u"2 个脚注");
-    losses.notCarried(u"/别处/封面.doc", u"没有节点");
     build();
     const auto told = report();
     ASSERT_EQ(told.leftOut.size(), 1U);
     EXPECT_EQ(told.leftOut[0].name, u"附则"_s);
     EXPECT_EQ(told.leftOut[0].what, u"2 个脚注"_s);
+}
+
+TEST_F(Report, NamesWhatWasLeftOutOfTheCustomPageUnderTheCover) {
+    losses.notCarried(u"/自定义/公司首页.doc", u"1 个控件");
+    losses.notCarried(u"/方案/工程/工程.2.doc", u"2 个脚注");
+    build();
+    const auto told = report();
+    ASSERT_EQ(told.leftOut.size(), 2U);
+    EXPECT_EQ(told.leftOut[0].name, u"封面"_s);
+    EXPECT_EQ(told.leftOut[0].key, QString()) << "a click on it selects no node";
+    EXPECT_EQ(told.leftOut[0].what, u"1 个控件"_s);
+    EXPECT_EQ(told.leftOut[1].name, u"附则"_s);
 }
 
 TEST_F(Report, TellsPagesAndWhyTheirNumbersAreEstimated) {
