@@ -70,17 +70,22 @@ bool BidEdit::Load() {
     return isAnother;
 }
 
-bool BidEdit::lookAtOthers() {
-    const int changes = program_.modMain.gDbUser->ForeignChanges();
-    if (changes == seen_)
-        return false;
+bool BidEdit::showAnew() {
     const outline::ShownOutlines fresh = plan_.read();
     if (fresh.areNews()) {
         plan_.show(fresh);
         NodeClick();
     }
-    seen_ = changes;
     return fresh.areNews();
+}
+
+bool BidEdit::lookAtOthers() {
+    const int changes = program_.modMain.gDbUser->ForeignChanges();
+    if (changes == seen_)
+        return false;
+    const bool areNews = showAnew();
+    seen_ = changes;
+    return areNews;
 }
 
 void BidEdit::NodeClick() {

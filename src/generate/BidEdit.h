@@ -49,6 +49,8 @@ public:
     // well; true when it did. The selected node stays the selected one, else it is the root; a plan
     // that is gone leaves the tree empty. Nothing is written; errors of the store pass.
     bool lookAtOthers();
+    // The same for what this program's workbench has changed, ahead of a command.
+    void lookAtWorkbench() { showAnew(); }
     // Has 当前表 name the plan of TrvEdit again, if another program may have changed that.
     void keepPlanOpen() { plan_.keepOpen(); }
     // Opens and closes the commands that open a document, by the kind of the selected node.
@@ -104,6 +106,8 @@ private:
     // Turns the preview on and loads the selected document; turns it off, and answers false, when
     // that is no document. Error 91 without a selection.
     bool loadSelected();
+    // Fills TrvEdit by its table; true when that was news.
+    bool showAnew();
     void loadToOpen(const QString& path);
     void tellUnexpected(const RunTimeError& failure, desktop::Icon icon);
     QString documentOf(const outline::OutlineNode& node, const QString& plan) const;

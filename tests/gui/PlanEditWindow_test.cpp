@@ -82,6 +82,29 @@ TEST_F(PlanEditWindow, ARightClickBesideAllNodesOpensThePopUpToo) {
     popUp->close();
 }
 
+// The workbench of the same program
+
+TEST_F(PlanEditWindow, ACommandActsOnTheOutlineAsTheWorkbenchHasLeftIt) {
+    open();
+    click("T.1.1");
+    outline::OutlineTree& shown = tree().outline().tree();
+    world.state.gDbUser->Execute("DELETE * FROM T WHERE Key='T.2'");
+    choose("mnuBrowseDoc");
+    EXPECT_EQ(shown.Count(), 3);
+    EXPECT_EQ(shown.SelectedItem()->Key(), "T.1.1") << "the selected node stays the selected one";
+    EXPECT_EQ(preview.shown, QStringList{fileOf("T.1.1")}) << "and the command is carried out";
+    EXPECT_TRUE(messages().isEmpty());
+}
+
+TEST_F(PlanEditWindow, ACommandOnANodeThatTheWorkbenchHasDeletedMeansTheRoot) {
+    open();
+    world.state.gDbUser->Execute("DELETE * FROM T WHERE Key='T.2'");
+    choose("mnuOpenDoc");
+    EXPECT_EQ(tree().outline().tree().SelectedItem()->Key(), "T");
+    EXPECT_TRUE(shell.opened.isEmpty());
+    EXPECT_FALSE(item("mnuOpenDoc").isEnabled());
+}
+
 // Settings
 
 TEST_F(PlanEditWindow, WithoutAFormatDialogItsCommandIsClosed) {

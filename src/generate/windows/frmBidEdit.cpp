@@ -199,6 +199,7 @@ void frmBidEdit::run(const Event& event, const QString& caption) {
     const bool hasRun = inTurn_.run(
         [&] {
             edit_->keepPlanOpen();
+            edit_->lookAtWorkbench();
             event();
         },
         caption);
