@@ -11,6 +11,7 @@
 using namespace qvnd;
 using history::Change;
 using history::StepKind;
+using test::HistoryWorld;
 
 namespace {
 
