@@ -55,6 +55,18 @@ protected:
         run.advances.assign(text.size(), static_cast<float>(size));
         page.layer.texts.push_back(run);
     }
+    // One character at the left edge, to which the named 宋体 gives half a square of 400 units.
+    const PlacedText& typeHalfSquare(FontFaces& named, char16_t character) {
+        PlacedText run;
+        run.x = 0;
+        run.baseline = 400;
+        run.size = 400;
+        run.face = named.shownBy(named.face({u"宋体", false, false, false}), character);
+        run.text = std::u16string(1, character);
+        run.advances = {200};
+        page.layer.texts.push_back(run);
+        return page.layer.texts.back();
+    }
 
     std::string pdf(int pages) {
         std::string bytes;
@@ -214,15 +226,7 @@ TEST_F(Painting, FacesOfCffOutlinesAreWrittenGlyphByGlyph) {
 
 TEST_F(Painting, AGlyphThatIsNarrowerThanItsCharactersRoomStandsInTheMiddle) {
     FontFaces named(FontChoice::named);
-    page.layer.texts.push_back({});
-    PlacedText& run = page.layer.texts.back();
-    run.x = 0;
-    run.baseline = 400;
-    run.size = 400;
-    run.face = named.face({u"宋体", false, false, false});
-    run.face = named.shownBy(run.face, U'|');
-    run.text = u"|";
-    run.advances = {200};
+    const PlacedText& run = typeHalfSquare(named, u'|');
     ASSERT_DOUBLE_EQ(named.advance(run.face, U'|'), 0.5);
     ASSERT_LT(named.drawnAdvance(run.face, U'|'), 0.4);
     EXPECT_NEAR(middleOf(PagePainter(named, nullptr).image(page, 100)), 10, 0.8);
@@ -230,15 +234,7 @@ TEST_F(Painting, AGlyphThatIsNarrowerThanItsCharactersRoomStandsInTheMiddle) {
 
 TEST_F(Painting, AGlyphThatIsWiderThanItsCharactersRoomIsNarrowed) {
     FontFaces named(FontChoice::named);
-    page.layer.texts.push_back({});
-    PlacedText& run = page.layer.texts.back();
-    run.x = 0;
-    run.baseline = 400;
-    run.size = 400;
-    run.face = named.face({u"宋体", false, false, false});
-    run.face = named.shownBy(run.face, U'W');
-    run.text = u"W";
-    run.advances = {200};
+    const PlacedText& run = typeHalfSquare(named, u'W');
     ASSERT_GT(named.drawnAdvance(run.face, U'W'), 0.7);
     const PixelImage image = PagePainter(named, nullptr).image(page, 100);
     EXPECT_NEAR(middleOf(image), 10, 0.8);
