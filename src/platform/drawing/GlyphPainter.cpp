@@ -55,7 +55,10 @@ char32_t characterAt(std::u16string_view text, std::size_t at) {
 // Glyphs that are shown by one call: those of one width.
 class GlyphPainter::Batch {
 public:
-    Batch(cairo_t* context, double size) : context_(context), size_(size) {}
+    Batch(cairo_t* context, double size)
+        : context_(context), size_(size),
+          paintsPixels_(cairo_surface_get_type(cairo_get_group_target(context)) ==
+                        CAIRO_SURFACE_TYPE_IMAGE) {}
 
     void add(unsigned glyph, double x, double width, const std::string& utf8) {
         if (std::abs(width - width_) > sameWidth * width_) {
@@ -74,18 +77,32 @@ public:
         cairo_matrix_t matrix;
         cairo_matrix_init_scale(&matrix, size_ * width_, size_);
         cairo_set_font_matrix(context_, &matrix);
-        cairo_show_text_glyphs(context_, utf8_.data(), static_cast<int>(utf8_.size()),
-                               glyphs_.data(), static_cast<int>(glyphs_.size()), clusters_.data(),
-                               static_cast<int>(clusters_.size()),
-                               static_cast<cairo_text_cluster_flags_t>(0));
+        if (paintsPixels_) {
+            fillOutlines();
+        } else {
+            cairo_show_text_glyphs(context_, utf8_.data(), static_cast<int>(utf8_.size()),
+                                   glyphs_.data(), static_cast<int>(glyphs_.size()),
+                                   clusters_.data(), static_cast<int>(clusters_.size()),
+                                   static_cast<cairo_text_cluster_flags_t>(0));
+        }
         glyphs_.clear();
         clusters_.clear();
         utf8_.clear();
     }
 
 private:
+    // Cairo moves a glyph that it keeps as pixels to the nearest whole pixel, so that small letters
+    // run into each other. Outlines stay where they are put.
+    void fillOutlines() {
+        cairo_new_path(context_);
+        cairo_glyph_path(context_, glyphs_.data(), static_cast<int>(glyphs_.size()));
+        cairo_set_fill_rule(context_, CAIRO_FILL_RULE_WINDING);
+        cairo_fill(context_);
+    }
+
     cairo_t* context_;
     double size_;
+    bool paintsPixels_;
     double width_ = 1;
     std::string utf8_;
     std::vector<cairo_glyph_t> glyphs_;

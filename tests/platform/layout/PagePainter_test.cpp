@@ -243,6 +243,15 @@ TEST_F(Painting, AGlyphThatIsWiderThanItsCharactersRoomIsNarrowed) {
     }
 }
 
+TEST_F(Painting, AGlyphStandsBetweenTwoPixelsWhereTheLayoutPutsItThere) {
+    type(u"I");
+    const double middle = middleOf(paint());
+    for (const double aside : {2.0, 4.0, 6.0, 8.0}) { // of the 10 units of a pixel
+        page.layer.texts.back().x = 100 + aside;
+        EXPECT_NEAR(middleOf(paint()) - middle, aside / 10, 0.05) << aside;
+    }
+}
+
 TEST(FontRoom, EntriesAreFoundHoweverTheBytesComeAndNothingMoves) {
     const std::string file = "1 0 obj\n   /Ascent 1069\n   /Descent -293\n   /CapHeight 733\n" +
                              std::string(200, 'x') + "/Ascent 1 2 3";
