@@ -1,6 +1,7 @@
 #include "format/windows/CoverPreview.h"
 
 #include "format/CoverPage.h"
+#include "platform/error/IgnoringErrors.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -26,14 +27,30 @@ constexpr int margin = 16;
 } // namespace
 
 void PictureView::setPicture(const QString& path) {
-    picture_ = path.isEmpty() ? drawing::Picture() : drawing::Picture::fromFile(path);
+    picture_ = path.isEmpty() ? pictures::Picture() : pictures::Picture::fromFile(path);
+    shown_ = {};
     update();
 }
 
 void PictureView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
-    picture_.draw(painter, rect());
+    const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+    if (shown_.size() != pixels) {
+        shown_ = painted(pixels);
+    }
+    painter.drawImage(rect(), shown_);
+}
+
+QImage PictureView::painted(QSize pixels) {
+    QImage image;
+    ignoringErrors([&] {
+        if (!fonts_) {
+            fonts_ = std::make_unique<drawing::FontFaces>(drawing::FontChoice::named);
+        }
+        image = picture_.image(pixels, *fonts_);
+    });
+    return image;
 }
 
 // A sheet is white and its text black, whatever colours the desktop has.

@@ -1,9 +1,12 @@
 #pragma once
 
-#include "platform/drawing/windows/Picture.h"
+#include "platform/pictures/Picture.h"
 
 #include <QFrame>
+#include <QImage>
 #include <QWidget>
+
+#include <memory>
 
 class QLabel;
 
@@ -24,7 +27,11 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    drawing::Picture picture_;
+    QImage painted(QSize pixels);
+
+    pictures::Picture picture_;
+    QImage shown_; // the picture in the size that was painted last
+    std::unique_ptr<drawing::FontFaces> fonts_;
 };
 
 // The miniature of the cover: a sheet with the three centred lines and, between the first and the

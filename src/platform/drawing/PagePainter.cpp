@@ -1,5 +1,6 @@
 #include "platform/drawing/PagePainter.h"
 
+#include "platform/drawing/CairoImage.h"
 #include "platform/drawing/FontRoom.h"
 #include "platform/drawing/GlyphPainter.h"
 #include "platform/drawing/VectorPainter.h"
@@ -20,18 +21,6 @@ namespace qvnd::drawing {
 namespace {
 
 constexpr double twipsPerPoint = 20;
-
-struct Freed {
-    void operator()(cairo_t* context) const { cairo_destroy(context); }
-    void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
-};
-using Context = std::unique_ptr<cairo_t, Freed>;
-using Surface = std::unique_ptr<cairo_surface_t, Freed>;
-
-void setColour(cairo_t* context, std::uint32_t rgb) {
-    cairo_set_source_rgb(context, ((rgb >> 16) & 0xFF) / 255.0, ((rgb >> 8) & 0xFF) / 255.0,
-                         (rgb & 0xFF) / 255.0);
-}
 
 } // namespace
 
@@ -124,7 +113,7 @@ private:
 
     static void paint(cairo_t* context, const layout::PlacedPicture& picture,
                       const PixelImage& image) {
-        const Surface surface(surfaceOf(image));
+        const CairoSurface surface = surfaceOf(image);
         if (!surface || picture.width <= 0 || picture.height <= 0) {
             return;
         }
@@ -166,48 +155,17 @@ private:
     ReadPicture readPicture_;
 };
 
-namespace {
-
-// Measures stay as the layout has them: no hints, no rounding.
-void keepMeasures(cairo_t* context) {
-    cairo_font_options_t* options = cairo_font_options_create();
-    cairo_font_options_set_hint_style(options, CAIRO_HINT_STYLE_NONE);
-    cairo_font_options_set_hint_metrics(options, CAIRO_HINT_METRICS_OFF);
-    cairo_font_options_set_antialias(options, CAIRO_ANTIALIAS_GRAY);
-    cairo_set_font_options(context, options);
-    cairo_font_options_destroy(options);
-}
-
-} // namespace
-
 PagePainter::PagePainter(FontFaces& fonts, ReadPicture readPicture)
     : canvas_(std::make_unique<Canvas>(fonts, std::move(readPicture))) {}
 PagePainter::~PagePainter() = default;
 
 PixelImage PagePainter::image(const layout::Page& page, int width) {
     const double scale = width / page.width;
-    PixelImage image;
-    image.width = std::max(1, width);
-    image.height = std::max(1, static_cast<int>(std::lround(page.height * scale)));
-    const Surface surface(
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, image.width, image.height));
-    const Context context(cairo_create(surface.get()));
-    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
-        throw RunTimeError(7, u"页面图片太大，内存不够。");
-    }
-    setColour(context.get(), 0xFFFFFF);
-    cairo_paint(context.get());
-    keepMeasures(context.get());
-    cairo_scale(context.get(), scale, scale);
-    canvas_->paint(context.get(), page.layer);
-    cairo_surface_flush(surface.get());
-    const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface.get()));
-    const unsigned char* from = cairo_image_surface_get_data(surface.get());
-    for (std::size_t y = 0; y < static_cast<std::size_t>(image.height); ++y) {
-        image.pixels.insert(image.pixels.end(), from + y * stride,
-                            from + y * stride + static_cast<std::size_t>(image.width) * 4);
-    }
-    return image;
+    const auto height = static_cast<int>(std::lround(page.height * scale));
+    return paintedImage(width, height, [&](cairo_t* context) {
+        cairo_scale(context, scale, scale);
+        canvas_->paint(context, page.layer);
+    });
 }
 
 namespace {
@@ -272,8 +230,8 @@ private:
     Paint paint_;
     FontRoom room_;
     ByteSink sink_;
-    Surface surface_;
-    Context context_;
+    CairoSurface surface_;
+    CairoContext context_;
 };
 
 } // namespace
@@ -289,7 +247,7 @@ bool isPaintedMetafile(const word::DataBlob& blob) { return readMetafile(blob).h
 
 word::Bytes pngOf(const PixelImage& image) {
     word::Bytes bytes;
-    const Surface surface(surfaceOf(image));
+    const CairoSurface surface = surfaceOf(image);
     if (!surface) {
         throw RunTimeError(7, u"页面图片太大，内存不够。");
     }

@@ -1,8 +1,10 @@
 #include "platform/drawing/VectorPainter.h"
 
+#include "platform/drawing/CairoImage.h"
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
 
@@ -10,13 +12,28 @@ namespace qvnd::drawing {
 
 namespace {
 
-constexpr double finestLine = 5;                   // twips
+// Twips, of which the page has its measures.
+constexpr double finestLine = 5;
+constexpr double pixel = 15; // of a screen of 96 dpi
+constexpr double hatchDistance = 8 * pixel;
+constexpr double farthest = 1e6; // from the page's corner
+constexpr double largestText = 1e5;
+// How far the cells of usual faces reach from the baseline, in parts of the size. Those of a
+// stand-in may be far higher, and would cover what lies beside the text.
+constexpr double cellAbove = 0.9;
+constexpr double cellBelow = 0.22;
+
 constexpr double margin = 0.02;                    // of the area, that outlines may reach beyond it
+constexpr double mostDashes = 20'000;              // of one outline
 constexpr std::size_t mostClipPoints = 10'000'000; // of all clips that are set for one drawing
 
-void setColour(cairo_t* context, std::uint32_t rgb) {
-    cairo_set_source_rgb(context, ((rgb >> 16) & 0xFF) / 255.0, ((rgb >> 8) & 0xFF) / 255.0,
-                         (rgb & 0xFF) / 255.0);
+double lengthOf(const VectorPath& path) {
+    double length = 0;
+    for (std::size_t i = 1; i < path.points.size(); ++i) {
+        length += std::hypot(path.points[i].x - path.points[i - 1].x,
+                             path.points[i].y - path.points[i - 1].y);
+    }
+    return length;
 }
 
 class Painting {
@@ -40,7 +57,14 @@ public:
 
 private:
     VectorPoint onPage(VectorPoint p) const {
-        return {originX_ + p.x * scaleX_, originY_ + p.y * scaleY_};
+        return {std::clamp(originX_ + p.x * scaleX_, -farthest, farthest),
+                std::clamp(originY_ + p.y * scaleY_, -farthest, farthest)};
+    }
+    VectorPath onPage(VectorPath path) const {
+        for (VectorPoint& point : path.points) {
+            point = onPage(point);
+        }
+        return path;
     }
 
     static cairo_fill_rule_t ruleOf(bool winding) {
@@ -54,8 +78,16 @@ private:
         clip_ = clip;
         for (; clip != nullptr && !isTooCostly(); clip = clip->around.get()) {
             clipPoints_ += clip->path.points.size();
-            trace(clip->path);
-            cairo_set_fill_rule(context_, ruleOf(clip->winding));
+            trace(context_, onPage(clip->path));
+            if (clip->isOutside) {
+                double left = 0;
+                double top = 0;
+                double right = 0;
+                double bottom = 0;
+                cairo_clip_extents(context_, &left, &top, &right, &bottom);
+                cairo_rectangle(context_, left, top, right - left, bottom - top);
+            }
+            cairo_set_fill_rule(context_, ruleOf(clip->winding && !clip->isOutside));
             cairo_clip(context_);
         }
     }
@@ -63,37 +95,98 @@ private:
     // A drawing that goes to and fro between large clips ends before it takes minutes.
     bool isTooCostly() const { return clipPoints_ > mostClipPoints; }
 
-    void trace(VectorPath path) {
-        std::transform(path.points.begin(), path.points.end(), path.points.begin(),
-                       [this](VectorPoint point) { return onPage(point); });
-        drawing::trace(context_, path);
-    }
-
     void show(const VectorShape& shape) {
-        trace(shape.path);
+        const VectorPath path = onPage(shape.path);
+        trace(context_, path);
+        cairo_set_operator(context_, operatorOf(shape.blend));
+        cairo_set_fill_rule(context_, ruleOf(shape.winding));
         if (shape.fill) {
             setColour(context_, *shape.fill);
-            cairo_set_fill_rule(context_, ruleOf(shape.winding));
             cairo_fill_preserve(context_);
         }
+        if (shape.tile) {
+            fillWithTiles(shape.tile);
+        }
+        if (shape.hatch) {
+            hatch(path, *shape.hatch);
+        }
         if (shape.pen) {
-            stroke(*shape.pen);
+            stroke(path, *shape.pen);
         }
         cairo_new_path(context_);
     }
 
-    void stroke(const VectorPen& pen) {
+    void fillWithTiles(const std::shared_ptr<const PixelImage>& tile) {
+        if (tile != tile_) {
+            tile_ = tile;
+            tileSurface_ = surfaceOf(*tile);
+        }
+        if (tileSurface_) {
+            cairo_matrix_t toTile;
+            cairo_matrix_init(&toTile, 1 / pixel, 0, 0, 1 / pixel, -originX_ / pixel,
+                              -originY_ / pixel);
+            cairo_set_source_surface(context_, tileSurface_.get(), 0, 0);
+            cairo_pattern_set_matrix(cairo_get_source(context_), &toTile);
+            cairo_pattern_set_extend(cairo_get_source(context_), CAIRO_EXTEND_REPEAT);
+            cairo_fill_preserve(context_);
+        }
+    }
+
+    // Of the current path, which stays. The lines stand in the middle of pixels where a pixel is
+    // one of the screen's.
+    void hatch(const VectorPath& path, const VectorHatch& hatch) {
+        cairo_save(context_);
+        cairo_clip(context_);
+        double left = 0;
+        double top = 0;
+        double right = 0;
+        double bottom = 0;
+        cairo_clip_extents(context_, &left, &top, &right, &bottom);
+        const auto firstFrom = [](double from) {
+            return std::floor(from / hatchDistance) * hatchDistance + pixel / 2;
+        };
+        const auto line = [this](double x1, double y1, double x2, double y2) {
+            cairo_move_to(context_, x1, y1);
+            cairo_line_to(context_, x2, y2);
+        };
+        const double high = bottom - top;
+        for (double y = firstFrom(top); hatch.level && y < bottom; y += hatchDistance) {
+            line(left, y, right, y);
+        }
+        for (double x = firstFrom(left); hatch.upright && x < right; x += hatchDistance) {
+            line(x, top, x, bottom);
+        }
+        for (double x = firstFrom(left - high); x < right; x += hatchDistance) {
+            if (hatch.falling) {
+                line(x, top, x + high, bottom);
+            }
+            if (hatch.rising) {
+                line(x, bottom, x + high, top);
+            }
+        }
+        setColour(context_, hatch.colour);
+        cairo_set_line_width(context_, pixel);
+        cairo_set_dash(context_, nullptr, 0, 0);
+        cairo_stroke(context_);
+        cairo_restore(context_);
+        trace(context_, path);
+    }
+
+    // The current path.
+    void stroke(const VectorPath& path, const VectorPen& pen) {
         const double width =
             std::max(finestLine, pen.width * std::sqrt(std::abs(scaleX_ * scaleY_)));
         setColour(context_, pen.colour);
-        cairo_set_line_width(context_, width);
+        cairo_set_line_width(context_, std::min(width, farthest));
         cairo_set_line_cap(context_, pen.isRound ? CAIRO_LINE_CAP_ROUND : CAIRO_LINE_CAP_BUTT);
         cairo_set_line_join(context_, pen.isRound ? CAIRO_LINE_JOIN_ROUND : CAIRO_LINE_JOIN_MITER);
+        const double dash = std::max(width, 2 * finestLine);
         std::vector<double> dashes;
         for (const double part : pen.dashes) {
-            dashes.push_back(part * std::max(width, 2 * finestLine));
+            dashes.push_back(part * dash);
         }
-        cairo_set_dash(context_, dashes.data(), static_cast<int>(dashes.size()), 0);
+        const bool isDashed = lengthOf(path) < mostDashes * dash;
+        cairo_set_dash(context_, dashes.data(), isDashed ? static_cast<int>(dashes.size()) : 0, 0);
         cairo_stroke_preserve(context_);
     }
 
@@ -138,11 +231,15 @@ private:
         const double line = heights.ascent + heights.descent;
         double size = text.size * std::abs(scaleY_);
         size /= text.isLineHeight && line > 0 ? line : 1;
+        if (size > largestText) {
+            return;
+        }
         const std::vector<Part> parts = partsOf(text, size);
         double length = 0;
         for (const Part& part : parts) {
             length = std::accumulate(part.advances.begin(), part.advances.end(), length);
         }
+        length = std::clamp(length, -farthest, farthest);
         const VectorPoint at = onPage(text.at);
         cairo_translate(context_, at.x, at.y);
         cairo_rotate(context_, -text.angle);
@@ -153,6 +250,11 @@ private:
                         text.down == VectorText::Down::top      ? heights.ascent * size
                         : text.down == VectorText::Down::bottom ? -heights.descent * size
                                                                 : 0);
+        if (text.background) {
+            setColour(context_, *text.background);
+            cairo_rectangle(context_, 0, -cellAbove * size, length, (cellAbove + cellBelow) * size);
+            cairo_fill(context_);
+        }
         setColour(context_, text.colour);
         strike(text, size, length);
         for (const Part& part : parts) {
@@ -176,26 +278,30 @@ private:
     }
 
     void show(const VectorImage& image) {
-        cairo_surface_t* surface = surfaceOf(image.image);
-        if (surface == nullptr) {
+        const CairoSurface surface = surfaceOf(image.image);
+        if (!surface) {
             return;
         }
-        const VectorPoint corner = onPage(image.corner);
+        const auto [corner, right, below] =
+            std::array{onPage(image.corner),
+                       onPage({image.corner.x + image.across.x, image.corner.y + image.across.y}),
+                       onPage({image.corner.x + image.down.x, image.corner.y + image.down.y})};
+        const double width = image.image.width;
+        const double height = image.image.height;
         cairo_matrix_t matrix;
-        cairo_matrix_init(&matrix, image.across.x * scaleX_ / image.image.width,
-                          image.across.y * scaleY_ / image.image.width,
-                          image.down.x * scaleX_ / image.image.height,
-                          image.down.y * scaleY_ / image.image.height, corner.x, corner.y);
+        cairo_matrix_init(&matrix, (right.x - corner.x) / width, (right.y - corner.y) / width,
+                          (below.x - corner.x) / height, (below.y - corner.y) / height, corner.x,
+                          corner.y);
         cairo_matrix_t inverse = matrix;
         if (cairo_matrix_invert(&inverse) == CAIRO_STATUS_SUCCESS) {
             cairo_transform(context_, &matrix);
             cairo_set_operator(context_, operatorOf(image.blend));
-            cairo_set_source_surface(context_, surface, 0, 0);
+            cairo_set_source_surface(context_, surface.get(), 0, 0);
             cairo_pattern_set_extend(cairo_get_source(context_), CAIRO_EXTEND_PAD);
-            cairo_rectangle(context_, 0, 0, image.image.width, image.image.height);
-            cairo_fill(context_);
+            cairo_rectangle(context_, 0, 0, width, height);
+            cairo_clip(context_);
+            cairo_paint_with_alpha(context_, image.opacity);
         }
-        cairo_surface_destroy(surface);
     }
 
     static cairo_operator_t operatorOf(VectorBlend blend) {
@@ -217,6 +323,8 @@ private:
     double scaleY_;
     double originX_;
     double originY_;
+    std::shared_ptr<const PixelImage> tile_;
+    CairoSurface tileSurface_; // of `tile_`
     const VectorClip* clip_ = nullptr;
     std::size_t clipPoints_ = 0;
 };
@@ -267,21 +375,12 @@ void trace(cairo_t* context, const layout::Path& path) {
     }
 }
 
-cairo_surface_t* surfaceOf(const PixelImage& image) {
-    cairo_surface_t* surface =
-        cairo_image_surface_create(CAIRO_FORMAT_ARGB32, image.width, image.height);
-    if (cairo_surface_status(surface) != CAIRO_STATUS_SUCCESS) {
-        cairo_surface_destroy(surface);
-        return nullptr;
-    }
-    const auto stride = static_cast<std::size_t>(cairo_image_surface_get_stride(surface));
-    unsigned char* to = cairo_image_surface_get_data(surface);
-    const std::size_t row = static_cast<std::size_t>(image.width) * 4;
-    for (std::size_t y = 0; y < static_cast<std::size_t>(image.height); ++y) {
-        std::copy_n(image.pixels.data() + y * row, row, to + y * stride);
-    }
-    cairo_surface_mark_dirty(surface);
-    return surface;
+PixelImage imageOf(const VectorPicture& picture, int width, int height, FontFaces& fonts) {
+    return paintedImage(width, height, [&](cairo_t* context) {
+        GlyphPainter glyphs(fonts);
+        cairo_scale(context, 1 / pixel, 1 / pixel);
+        paint(context, picture, {0, 0, width * pixel, height * pixel}, glyphs);
+    });
 }
 
 } // namespace qvnd::drawing

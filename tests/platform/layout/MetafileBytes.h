@@ -1,9 +1,15 @@
 #pragma once
 
+#include "platform/drawing/metafile/Metafile.h"
 #include "platform/word/docfile/container/Bytes.h"
 
+#include <gtest/gtest.h>
+
 #include <initializer_list>
+#include <optional>
 #include <string>
+#include <variant>
+#include <vector>
 
 namespace qvnd::drawing {
 
@@ -136,5 +142,55 @@ public:
 private:
     word::LittleEndianWriter out_;
 };
+
+// What a file comes to, and its elements by their kind.
+struct Drawn {
+    explicit Drawn(std::optional<VectorPicture> read) : picture(std::move(read)) {
+        EXPECT_TRUE(picture);
+    }
+    std::size_t count() const { return picture ? picture->elements.size() : 0; }
+    template <class Kind>
+    Kind at(std::size_t index) const {
+        const bool isKind =
+            index < count() && std::holds_alternative<Kind>(picture->elements[index].what);
+        EXPECT_TRUE(isKind) << index;
+        return isKind ? std::get<Kind>(picture->elements[index].what) : Kind();
+    }
+    VectorShape shape(std::size_t index) const { return at<VectorShape>(index); }
+    VectorText text(std::size_t index) const { return at<VectorText>(index); }
+    VectorImage image(std::size_t index) const { return at<VectorImage>(index); }
+
+    std::optional<VectorPicture> picture;
+};
+
+inline Drawn drawn(EmfBuilder& builder) { return Drawn(readEmf(builder.file())); }
+
+inline Drawn drawn(WmfBuilder& builder) { return Drawn(readWmf(builder.file())); }
+
+// The head of a bitmap, without colours.
+inline word::Bytes bitmapHead(int width, int height, unsigned depth, unsigned used = 0) {
+    word::LittleEndianWriter head;
+    head.u32(40);
+    head.u32(static_cast<std::uint32_t>(width));
+    head.u32(static_cast<std::uint32_t>(height));
+    head.u16(1);
+    head.u16(depth);
+    head.zeros(16);
+    head.u32(used);
+    head.u32(0);
+    return head.take();
+}
+
+// Pixels of 24 bits in one row: red, blue.
+inline word::Bytes redAndBlue() {
+    word::LittleEndianWriter file;
+    file.bytes(bitmapHead(2, 1, 24));
+    for (const unsigned part : {0U, 0U, 255U, 255U, 0U, 0U, 0U, 0U}) {
+        file.u8(part);
+    }
+    return file.take();
+}
+
+inline const std::vector<std::uint8_t> redAndBluePixels{0, 0, 255, 255, 255, 0, 0, 255};
 
 } // namespace qvnd::drawing

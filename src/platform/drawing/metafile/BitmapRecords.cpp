@@ -6,10 +6,15 @@ namespace {
 
 constexpr std::size_t mostPixelBytes = std::size_t{256} << 20; // of one metafile
 
+// Ternary raster operations, [MS-WMF] 2.1.1.31.
 constexpr std::uint32_t sourceAnd = 0x008800C6;
 constexpr std::uint32_t sourcePaint = 0x00EE0086;
 constexpr std::uint32_t sourceInvert = 0x00660046;
+constexpr std::uint32_t notSourceCopy = 0x00330008;
 constexpr std::uint32_t patternCopy = 0x00F00021;
+constexpr std::uint32_t patternInvert = 0x005A0049;
+constexpr std::uint32_t targetInvert = 0x00550009;
+constexpr std::uint32_t nothing = 0x00AA0029;
 constexpr std::uint32_t blackness = 0x00000042;
 constexpr std::uint32_t whiteness = 0x00FF0062;
 
@@ -20,16 +25,46 @@ VectorBlend blendOf(std::uint32_t operation) {
     case sourcePaint:
         return VectorBlend::lighten;
     case sourceInvert:
+    case patternInvert:
+    case targetInvert:
         return VectorBlend::invert;
     default:
         return VectorBlend::cover;
     }
 }
 
+bool takesNoSource(std::uint32_t operation) {
+    return operation == patternCopy || operation == patternInvert || operation == targetInvert ||
+           operation == nothing || operation == blackness || operation == whiteness;
+}
+
+void invert(PixelImage& image) {
+    for (std::size_t i = 0; i < image.pixels.size(); i += 4) {
+        for (std::size_t part = i; part < i + 3; ++part) { // no colour is above its opacity
+            image.pixels[part] =
+                static_cast<std::uint8_t>(image.pixels[i + 3] - image.pixels[part]);
+        }
+    }
+}
+
 } // namespace
 
+std::optional<PixelImage> BitmapRecords::taken(std::optional<PixelImage> image) {
+    if (!image || pixelBytes_ + image->pixels.size() > mostPixelBytes) {
+        return std::nullopt;
+    }
+    pixelBytes_ += image->pixels.size();
+    return image;
+}
+
+std::optional<PixelImage> BitmapRecords::whole(word::ByteView head, word::ByteView pixels) {
+    const auto bitmap = Bitmap::read(head, pixels);
+    return bitmap ? taken(bitmap->image({0, 0, bitmap->width(), bitmap->height()}, false))
+                  : std::nullopt;
+}
+
 void BitmapRecords::draw(const BitmapPlace& place, word::ByteView head, word::ByteView pixels) {
-    if (head.empty()) {
+    if (head.empty() || takesNoSource(place.operation)) {
         fill(place.to, place.extent, place.operation);
         return;
     }
@@ -41,19 +76,23 @@ void BitmapRecords::draw(const BitmapPlace& place, word::ByteView head, word::By
     if (place.partFromBelow && bitmap->isBottomUp()) {
         part.y = bitmap->height() - part.y - part.height;
     }
-    auto image = bitmap->image(part, place.hasOpacity);
-    if (!image || pixelBytes_ + image->pixels.size() > mostPixelBytes) {
+    auto image = taken(bitmap->image(part, place.hasOpacity));
+    if (!image) {
         return;
     }
-    pixelBytes_ += image->pixels.size();
-    context_.image(std::move(*image), place.to, place.extent, blendOf(place.operation));
+    if (place.operation == notSourceCopy) {
+        invert(*image);
+    }
+    context_.image({std::move(*image), {}, {}, {}, blendOf(place.operation), place.opacity},
+                   place.to, place.extent);
 }
 
 void BitmapRecords::fill(VectorPoint to, VectorPoint extent, std::uint32_t operation) {
     const VectorPoint end{to.x + extent.x, to.y + extent.y};
-    const auto brush = context_.state().brush.colour;
-    if (operation == patternCopy && brush) {
-        context_.fillRectangle(to, end, *brush);
+    if (operation == patternCopy || operation == patternInvert) {
+        context_.fillRectangle(to, end, context_.state().brush, blendOf(operation));
+    } else if (operation == targetInvert) {
+        context_.fillRectangle(to, end, BrushObject{0xFFFFFF}, blendOf(operation));
     } else if (operation == blackness || operation == whiteness) {
         context_.fillRectangle(to, end, operation == blackness ? 0 : 0xFFFFFF);
     }

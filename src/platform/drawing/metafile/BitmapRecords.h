@@ -11,7 +11,8 @@ struct BitmapPlace {
     VectorPoint extent;
     BitmapPart part;
     bool partFromBelow = false; // of a bitmap that is kept from below, as StretchDIBits has it
-    bool hasOpacity = false;
+    bool hasOpacity = false;    // each pixel has its own
+    double opacity = 1;         // of all pixels
     std::uint32_t operation = sourceCopy;
 
     static constexpr std::uint32_t sourceCopy = 0x00CC0020; // [MS-WMF] 2.1.1.31
@@ -25,10 +26,14 @@ public:
 
     // `pixels` is empty where they follow the head.
     void draw(const BitmapPlace& place, word::ByteView head, word::ByteView pixels);
-    // A rectangle by an operation that takes no source.
+    // A rectangle by an operation that takes no source; nothing by any other.
     void fill(VectorPoint to, VectorPoint extent, std::uint32_t operation);
+    // All of a bitmap; nothing for one that cannot be read.
+    std::optional<PixelImage> whole(word::ByteView head, word::ByteView pixels);
 
 private:
+    std::optional<PixelImage> taken(std::optional<PixelImage> image);
+
     DeviceContext& context_;
     std::size_t pixelBytes_ = 0;
 };

@@ -1,5 +1,7 @@
 #include "platform/drawing/metafile/DeviceContext.h"
 
+#include "platform/drawing/metafile/CodePages.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -15,21 +17,38 @@ constexpr double usualFontHeight = 12; // pixels
 
 double lengthOf(VectorPoint p) { return std::hypot(p.x, p.y); }
 
-bool isSound(VectorPoint p) {
-    constexpr double farthest = 1e9;
-    return std::abs(p.x) <= farthest && std::abs(p.y) <= farthest; // false for what is no number
-}
-
 double ratio(double to, double from) { return from != 0 ? to / from : 1; }
 
-} // namespace
-
-PlaneMap PlaneMap::then(const PlaneMap& next) const {
-    const VectorPoint x = next.turned({a, b});
-    const VectorPoint y = next.turned({c, d});
-    const VectorPoint origin = next.at({e, f});
-    return {x.x, x.y, y.x, y.y, origin.x, origin.y};
+// False where nothing is drawn. Operations that are not named here, which depend on the bits that
+// lie under them, draw as the usual one does.
+bool applyRasterOperation(unsigned operation, VectorShape& shape) {
+    constexpr unsigned black = 1;
+    constexpr unsigned maskPen = 9;
+    constexpr unsigned nothing = 11;
+    constexpr unsigned mergePen = 15;
+    constexpr unsigned white = 16;
+    if (operation == black || operation == white) {
+        const std::uint32_t colour = operation == black ? 0 : 0xFFFFFF;
+        if (shape.fill || shape.tile || shape.hatch) {
+            shape.fill = colour;
+            shape.tile.reset();
+            shape.hatch.reset();
+        }
+        if (shape.pen) {
+            shape.pen->colour = colour;
+        }
+    }
+    shape.blend = operation == maskPen    ? VectorBlend::darken
+                  : operation == mergePen ? VectorBlend::lighten
+                                          : VectorBlend::cover;
+    return operation != nothing;
 }
+
+bool isSeen(const VectorShape& shape) {
+    return shape.fill || shape.tile || shape.hatch || shape.pen;
+}
+
+} // namespace
 
 DeviceContext::DeviceContext(VectorPoint unitsPerMillimetre)
     : unitsPerMillimetre_(unitsPerMillimetre) {}
@@ -56,6 +75,8 @@ void DeviceContext::select(const GraphicsObject& object) {
         state_.brush = *brush;
     } else if (const auto* font = std::get_if<FontObject>(&object)) {
         state_.font = *font;
+    } else if (const auto* region = std::get_if<RegionObject>(&object)) {
+        clipToRegion(*region, ClipMode::replace);
     }
 }
 
@@ -85,14 +106,9 @@ PlaneMap DeviceContext::map() const {
                          m.viewportOrigin.y - m.windowOrigin.y * y});
 }
 
-double DeviceContext::lengthScale() const {
-    const PlaneMap m = map();
-    return std::sqrt(std::abs(m.a * m.d - m.b * m.c));
-}
-
 VectorPen DeviceContext::devicePen(const PenObject& object) const {
     VectorPen pen = *object.pen;
-    const double width = pen.width * lengthScale();
+    const double width = pen.width * std::sqrt(std::abs(map().determinant()));
     pen.width = object.isCosmetic || !isSound({width, 0}) ? 0 : width;
     return pen;
 }
@@ -101,8 +117,20 @@ void DeviceContext::add(decltype(VectorElement::what) what) {
     elements_.push_back({std::move(what), state_.clip});
 }
 
-void DeviceContext::addFigure(VectorPath path, bool fills, bool strokes) {
-    if (path.isEmpty() || !std::all_of(path.points.begin(), path.points.end(), isSound)) {
+// The lines of a hatch stand on the background where that is opaque.
+void DeviceContext::fill(VectorShape& shape, const BrushObject& brush) const {
+    shape.winding = state_.winding;
+    shape.fill = brush.hatch && state_.isOpaque ? state_.background : brush.colour;
+    shape.tile = brush.tile;
+    shape.hatch = brush.hatch;
+}
+
+void DeviceContext::addFigure(const VectorPath& logical, bool fills, bool strokes) {
+    addShape(map().at(logical), fills, strokes);
+}
+
+void DeviceContext::addShape(VectorPath path, bool fills, bool strokes) {
+    if (path.isEmpty() || !isSound(path)) {
         return;
     }
     if (inPath_) {
@@ -111,14 +139,21 @@ void DeviceContext::addFigure(VectorPath path, bool fills, bool strokes) {
         return;
     }
     VectorShape shape;
-    shape.winding = state_.winding;
-    if (fills) {
-        shape.fill = state_.brush.colour;
-    }
+    fill(shape, fills ? state_.brush : BrushObject());
     if (strokes && state_.pen.pen) {
         shape.pen = devicePen(state_.pen);
     }
-    if (shape.fill || shape.pen) {
+    if (applyRasterOperation(state_.rasterOperation, shape) && isSeen(shape)) {
+        shape.path = std::move(path);
+        add(std::move(shape));
+    }
+}
+
+void DeviceContext::addArea(VectorPath path, const BrushObject& brush, VectorBlend blend) {
+    VectorShape shape;
+    fill(shape, brush);
+    shape.blend = blend;
+    if (!path.isEmpty() && isSound(path) && isSeen(shape)) {
         shape.path = std::move(path);
         add(std::move(shape));
     }
@@ -133,58 +168,79 @@ void DeviceContext::moveTo(VectorPoint to) {
 
 void DeviceContext::lineTo(VectorPoint to) { polylineTo({&to, 1}); }
 
+// In a bracket, what goes on where the last figure ended is part of that figure.
+void DeviceContext::addContinued(VectorPath path) {
+    if (inPath_ && !path_.isEmpty()) {
+        path.steps.erase(path.steps.begin());
+        path.points.erase(path.points.begin());
+    }
+    addFigure(path, false, true);
+}
+
+VectorPath DeviceContext::fromCurrent() const {
+    VectorPath path;
+    path.moveTo(state_.current);
+    return path;
+}
+
 void DeviceContext::polylineTo(std::span<const VectorPoint> points) {
     if (points.empty()) {
         return;
     }
-    VectorPath path;
-    if (!inPath_ || path_.isEmpty()) {
-        path.moveTo(toDevice(state_.current));
-    }
+    VectorPath path = fromCurrent();
     for (const VectorPoint& point : points) {
-        path.steps.push_back(VectorPath::Step::line);
-        path.points.push_back(toDevice(point));
+        path.lineTo(point);
     }
     state_.current = points.back();
-    addFigure(std::move(path), false, true);
+    addContinued(std::move(path));
 }
 
 void DeviceContext::bezierTo(std::span<const VectorPoint> points) {
     if (points.size() < 3) {
         return;
     }
-    VectorPath path;
-    if (!inPath_ || path_.isEmpty()) {
-        path.moveTo(toDevice(state_.current));
-    }
+    VectorPath path = fromCurrent();
     for (std::size_t i = 0; i + 2 < points.size(); i += 3) {
-        path.steps.push_back(VectorPath::Step::curve);
-        path.points.insert(path.points.end(),
-                           {toDevice(points[i]), toDevice(points[i + 1]), toDevice(points[i + 2])});
+        path.curveTo(points[i], points[i + 1], points[i + 2]);
         state_.current = points[i + 2];
     }
-    addFigure(std::move(path), false, true);
+    addContinued(std::move(path));
+}
+
+void DeviceContext::polyDraw(std::span<const VectorPoint> points,
+                             std::span<const std::uint8_t> kinds) {
+    constexpr unsigned closes = 1;
+    constexpr unsigned curve = 4; // with the two points that follow
+    constexpr unsigned move = 6;
+    VectorPath path = fromCurrent();
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const unsigned kind = kinds[i] & move;
+        if (kind == move) {
+            path.moveTo(points[i]);
+        } else if (kind == curve && i + 2 < points.size()) {
+            path.curveTo(points[i], points[i + 1], points[i + 2]);
+            i += 2;
+        } else {
+            path.lineTo(points[i]);
+        }
+        if ((kinds[i] & closes) != 0) {
+            path.close();
+        }
+        state_.current = points[i];
+    }
+    addContinued(std::move(path));
 }
 
 void DeviceContext::polyline(std::span<const VectorPoint> points) {
-    VectorPath path;
-    for (const VectorPoint& point : points) {
-        path.lineTo(toDevice(point));
-    }
-    addFigure(std::move(path), false, true);
+    addFigure(linesThrough(points), false, true);
 }
 
 void DeviceContext::bezier(std::span<const VectorPoint> points) {
-    VectorPath path;
-    for (std::size_t i = 0; i < points.size() && (i == 0 || i + 2 < points.size());
-         i += i == 0 ? 1 : 3) {
-        if (i == 0) {
-            path.moveTo(toDevice(points[0]));
-        } else {
-            path.curveTo(toDevice(points[i]), toDevice(points[i + 1]), toDevice(points[i + 2]));
-        }
+    VectorPath path = linesThrough(points.first(std::min<std::size_t>(points.size(), 1)));
+    for (std::size_t i = 1; i + 2 < points.size(); i += 3) {
+        path.curveTo(points[i], points[i + 1], points[i + 2]);
     }
-    addFigure(std::move(path), false, true);
+    addFigure(path, false, true);
 }
 
 void DeviceContext::polygons(const std::vector<std::span<const VectorPoint>>& figures) {
@@ -192,69 +248,38 @@ void DeviceContext::polygons(const std::vector<std::span<const VectorPoint>>& fi
     for (const auto& figure : figures) {
         for (std::size_t i = 0; i < figure.size(); ++i) {
             if (i == 0) {
-                path.moveTo(toDevice(figure[i]));
+                path.moveTo(figure[i]);
             } else {
-                path.lineTo(toDevice(figure[i]));
+                path.lineTo(figure[i]);
             }
         }
         path.close();
     }
-    addFigure(std::move(path), true, true);
+    addFigure(path, true, true);
 }
 
 void DeviceContext::rectangle(VectorPoint from, VectorPoint to) {
-    const VectorPoint corners[] = {from, {to.x, from.y}, to, {from.x, to.y}};
-    polygons({corners});
-}
-
-void DeviceContext::fillRectangle(VectorPoint from, VectorPoint to, std::uint32_t colour) {
-    const BrushObject brush = std::exchange(state_.brush, BrushObject{colour});
-    const PenObject pen = std::exchange(state_.pen, PenObject{});
-    rectangle(from, to);
-    state_.brush = brush;
-    state_.pen = pen;
+    VectorPath path;
+    addRectangle(path, from, to);
+    addFigure(path, true, true);
 }
 
 void DeviceContext::roundRectangle(VectorPoint from, VectorPoint to, VectorPoint corner) {
-    constexpr double pull = 0.5523; // of a curve that is a quarter of a circle
-    const double left = std::min(from.x, to.x);
-    const double right = std::max(from.x, to.x);
-    const double top = std::min(from.y, to.y);
-    const double bottom = std::max(from.y, to.y);
-    const double rx = std::min(std::abs(corner.x), right - left) / 2;
-    const double ry = std::min(std::abs(corner.y), bottom - top) / 2;
-    const double kx = rx * (1 - pull);
-    const double ky = ry * (1 - pull);
-    VectorPath path;
-    const auto p = [&](double x, double y) { return toDevice({x, y}); };
-    path.moveTo(p(left + rx, top));
-    path.lineTo(p(right - rx, top));
-    path.curveTo(p(right - kx, top), p(right, top + ky), p(right, top + ry));
-    path.lineTo(p(right, bottom - ry));
-    path.curveTo(p(right, bottom - ky), p(right - kx, bottom), p(right - rx, bottom));
-    path.lineTo(p(left + rx, bottom));
-    path.curveTo(p(left + kx, bottom), p(left, bottom - ky), p(left, bottom - ry));
-    path.lineTo(p(left, top + ry));
-    path.curveTo(p(left, top + ky), p(left + kx, top), p(left + rx, top));
-    path.close();
-    addFigure(std::move(path), true, true);
+    addFigure(roundedRectangle(from, to, corner), true, true);
 }
 
 void DeviceContext::ellipse(VectorPoint from, VectorPoint to) {
     roundRectangle(from, to, {to.x - from.x, to.y - from.y});
 }
 
-// From the ray to `start` to the ray to `end`, in parts of at most a quarter.
 void DeviceContext::arc(VectorPoint from, VectorPoint to, VectorPoint start, VectorPoint end,
                         Arc kind) {
-    const VectorPoint centre{(from.x + to.x) / 2, (from.y + to.y) / 2};
-    const double rx = std::abs(to.x - from.x) / 2;
-    const double ry = std::abs(to.y - from.y) / 2;
-    if (rx == 0 || ry == 0) {
+    const Ellipse ellipse = Ellipse::within(from, to);
+    if (ellipse.rx == 0 || ellipse.ry == 0) {
         return;
     }
-    const double begin = std::atan2((start.y - centre.y) / ry, (start.x - centre.x) / rx);
-    double turn = std::atan2((end.y - centre.y) / ry, (end.x - centre.x) / rx) - begin;
+    const double begin = ellipse.angleOf(start);
+    double turn = ellipse.angleOf(end) - begin;
     // Angles grow clockwise where y grows downwards.
     const bool isClockwise = state_.arcsClockwise != (map().d < 0);
     if (isClockwise && turn <= 0) {
@@ -262,34 +287,62 @@ void DeviceContext::arc(VectorPoint from, VectorPoint to, VectorPoint start, Vec
     } else if (!isClockwise && turn >= 0) {
         turn -= 2 * std::numbers::pi;
     }
-    const int parts =
-        std::max(1, static_cast<int>(std::ceil(std::abs(turn) / (std::numbers::pi / 2))));
-    const double step = turn / parts;
-    const double pull = 4.0 / 3 * std::tan(step / 4);
-    const auto on = [&](double angle, double along) {
-        return VectorPoint{centre.x + rx * (std::cos(angle) - along * std::sin(angle)),
-                           centre.y + ry * (std::sin(angle) + along * std::cos(angle))};
-    };
+    addArc(ellipse, begin, turn, kind);
+}
+
+void DeviceContext::angleArc(VectorPoint centre, double radius, double start, double sweep) {
+    constexpr double degree = std::numbers::pi / 180;
+    if (radius > 0 && std::isfinite(start) && std::isfinite(sweep)) {
+        addArc({centre, radius, radius}, -start * degree,
+               -std::clamp(sweep, -360.0, 360.0) * degree, Arc::joined);
+    }
+}
+
+void DeviceContext::addArc(const Ellipse& ellipse, double begin, double turn, Arc kind) {
+    if (kind == Arc::joined) {
+        VectorPath path = fromCurrent();
+        ellipse.addArc(path, begin, turn);
+        state_.current = ellipse.at(begin + turn);
+        addContinued(std::move(path));
+        return;
+    }
     VectorPath path;
     if (kind == Arc::pie) {
-        path.moveTo(toDevice(centre));
+        path.moveTo(ellipse.centre);
     }
-    if (kind == Arc::joined) {
-        path.moveTo(toDevice(state_.current));
-    }
-    path.lineTo(toDevice(on(begin, 0)));
-    for (int i = 0; i < parts; ++i) {
-        const double angle = begin + i * step;
-        path.curveTo(toDevice(on(angle, pull)), toDevice(on(angle + step, -pull)),
-                     toDevice(on(angle + step, 0)));
-    }
-    if (kind == Arc::chord || kind == Arc::pie) {
+    ellipse.addArc(path, begin, turn);
+    const bool isArea = kind != Arc::open;
+    if (isArea) {
         path.close();
     }
-    if (kind == Arc::joined) {
-        state_.current = on(begin + turn, 0);
+    addFigure(path, isArea, true);
+}
+
+// As large as a unit of the device, and as the finest line at the least.
+void DeviceContext::pixel(VectorPoint at, std::uint32_t colour) {
+    const VectorPoint from = toDevice(at);
+    VectorShape shape;
+    addRectangle(shape.path, from, {from.x + 1, from.y + 1});
+    shape.fill = colour;
+    shape.pen = VectorPen{colour, 0, {}, true};
+    if (isSound(from)) {
+        add(std::move(shape));
     }
-    addFigure(std::move(path), kind == Arc::chord || kind == Arc::pie, true);
+}
+
+void DeviceContext::fillRectangle(VectorPoint from, VectorPoint to, std::uint32_t colour) {
+    fillRectangle(from, to, BrushObject{colour}, VectorBlend::cover);
+}
+
+void DeviceContext::fillRectangle(VectorPoint from, VectorPoint to, const BrushObject& brush,
+                                  VectorBlend blend) {
+    VectorPath path;
+    addRectangle(path, from, to);
+    addArea(map().at(std::move(path)), brush, blend);
+}
+
+void DeviceContext::fillRegion(const RegionObject& region, const BrushObject& brush) {
+    addArea(region.area, brush, VectorBlend::cover);
 }
 
 void DeviceContext::beginPath() {
@@ -305,7 +358,7 @@ void DeviceContext::closeFigure() {
 
 void DeviceContext::drawPath(bool fills, bool strokes) {
     inPath_ = false;
-    addFigure(std::exchange(path_, {}), fills, strokes);
+    addShape(std::exchange(path_, {}), fills, strokes);
 }
 
 void DeviceContext::dropPath() {
@@ -314,13 +367,11 @@ void DeviceContext::dropPath() {
 }
 
 void DeviceContext::setClip(VectorPath path, ClipMode mode) {
-    auto around = mode == ClipMode::intersect ? state_.clip : nullptr;
+    auto around = mode == ClipMode::replace ? nullptr : state_.clip;
     const int depth = around ? around->depth + 1 : 1;
-    const bool isUsable = !path.isEmpty() && depth <= deepestClip &&
-                          std::all_of(path.points.begin(), path.points.end(), isSound);
-    if (isUsable) {
-        state_.clip = std::make_shared<const VectorClip>(
-            VectorClip{std::move(path), state_.winding, std::move(around), depth});
+    if (!path.isEmpty() && depth <= deepestClip && isSound(path)) {
+        state_.clip = std::make_shared<const VectorClip>(VectorClip{
+            std::move(path), state_.winding, mode == ClipMode::exclude, std::move(around), depth});
     }
 }
 
@@ -329,27 +380,14 @@ void DeviceContext::clipToPath(ClipMode mode) {
     setClip(std::exchange(path_, {}), mode);
 }
 
-void DeviceContext::clipToRectangle(VectorPoint from, VectorPoint to) {
+void DeviceContext::clipToRectangle(VectorPoint from, VectorPoint to, ClipMode mode) {
     VectorPath path;
-    for (const VectorPoint& corner : {from, {to.x, from.y}, to, {from.x, to.y}}) {
-        path.lineTo(toDevice(corner));
-    }
-    path.close();
-    setClip(std::move(path), ClipMode::intersect);
+    addRectangle(path, from, to);
+    setClip(map().at(std::move(path)), mode);
 }
 
-void DeviceContext::clipToDeviceRectangles(std::span<const VectorPoint> corners, ClipMode mode) {
-    VectorPath path;
-    for (std::size_t i = 0; i + 1 < corners.size(); i += 2) {
-        const VectorPoint from = corners[i];
-        const VectorPoint to = corners[i + 1];
-        path.moveTo(from);
-        path.lineTo({to.x, from.y});
-        path.lineTo(to);
-        path.lineTo({from.x, to.y});
-        path.close();
-    }
-    setClip(std::move(path), mode);
+void DeviceContext::clipToRegion(const RegionObject& region, ClipMode mode) {
+    setClip(region.area, mode);
 }
 
 void DeviceContext::text(VectorPoint at, std::u16string text, std::span<const double> advances) {
@@ -370,7 +408,7 @@ void DeviceContext::text(VectorPoint at, std::u16string text, std::span<const do
     result.down = (state_.textAlign & down) == 24  ? VectorText::Down::baseline
                   : (state_.textAlign & down) == 8 ? VectorText::Down::bottom
                                                    : VectorText::Down::top;
-    result.text = std::move(text);
+    result.text = shownText(std::move(text), font.name);
     double length = 0;
     for (const double advance : advances) {
         result.advances.push_back(advance * lengthOf(along));
@@ -384,8 +422,11 @@ void DeviceContext::text(VectorPoint at, std::u16string text, std::span<const do
     result.size = height > 0 ? height : usualFontHeight;
     result.isLineHeight = font.height > 0;
     // A drawing that counts upwards turns no letters over.
-    result.angle = map.a * map.d - map.b * map.c >= 0 ? std::atan2(-along.y, along.x) : font.angle;
+    result.angle = map.determinant() >= 0 ? std::atan2(-along.y, along.x) : font.angle;
     result.colour = state_.textColour;
+    if (state_.isOpaque) {
+        result.background = state_.background;
+    }
     if ((state_.textAlign & movesOn) != 0) {
         state_.current.x += length;
     }
@@ -396,53 +437,21 @@ void DeviceContext::text(VectorPoint at, std::u16string text, std::span<const do
     }
 }
 
-void DeviceContext::image(PixelImage pixels, VectorPoint from, VectorPoint extent,
-                          VectorBlend blend) {
+void DeviceContext::textOfBytes(VectorPoint at, word::ByteView bytes,
+                                std::span<const double> advances) {
+    std::vector<unsigned> units;
+    std::u16string decoded = decodedText(bytes, state_.font.charset, units);
+    text(at, std::move(decoded), advancesOfUnits(units, advances));
+}
+
+void DeviceContext::image(VectorImage image, VectorPoint from, VectorPoint extent) {
     const PlaneMap map = this->map();
-    const VectorPoint corner = map.at(from);
-    if (isSound(corner) && isSound(map.turned(extent))) {
-        add(VectorImage{std::move(pixels), corner, map.turned({extent.x, 0}),
-                        map.turned({0, extent.y}), blend});
+    image.corner = map.at(from);
+    image.across = map.turned({extent.x, 0});
+    image.down = map.turned({0, extent.y});
+    if (isSound(image.corner) && isSound(map.turned(extent))) {
+        add(std::move(image));
     }
-}
-
-std::uint32_t colourOfRecord(std::uint32_t bgr) {
-    return ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
-}
-
-PenObject penOf(unsigned style, double width, std::uint32_t bgr) {
-    constexpr unsigned none = 5;
-    constexpr unsigned endsMask = 0xF00;
-    constexpr unsigned geometric = 0x10000;
-    const unsigned line = style & 0xF;
-    if (line == none) {
-        return {};
-    }
-    VectorPen pen;
-    pen.colour = colourOfRecord(bgr);
-    pen.width = std::abs(width);
-    pen.isRound = (style & endsMask) == 0;
-    if (line >= 1 && line <= 4) {
-        const std::vector<double> patterns[] = {
-            {6, 3}, {2, 2}, {5, 2, 1, 2}, {5, 2, 1, 2, 1, 2}}; // dash, dot, and both
-        pen.dashes = patterns[line - 1];
-    }
-    return {pen, width == 0 || ((style & geometric) == 0 && width <= 1)};
-}
-
-BrushObject brushOf(unsigned style, std::uint32_t bgr) {
-    constexpr unsigned solid = 0;
-    constexpr unsigned none = 1;
-    constexpr unsigned hatched = 2;
-    constexpr std::uint32_t grey = 0xC0C0C0;
-    const std::uint32_t colour = colourOfRecord(bgr);
-    if (style == none) {
-        return {};
-    }
-    if (style == hatched) { // three parts of paper
-        return {((colour >> 2) & 0x3F3F3F) + 0xC0C0C0};
-    }
-    return {style == solid ? colour : grey};
 }
 
 } // namespace qvnd::drawing::metafile

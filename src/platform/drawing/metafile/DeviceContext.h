@@ -1,50 +1,12 @@
 #pragma once
 
-#include "platform/drawing/metafile/VectorPicture.h"
+#include "platform/drawing/metafile/Geometry.h"
+#include "platform/drawing/metafile/GraphicsObjects.h"
 
-#include <map>
-#include <optional>
 #include <span>
-#include <variant>
 #include <vector>
 
 namespace qvnd::drawing::metafile {
-
-// x' = a x + c y + e, y' = b x + d y + f
-struct PlaneMap {
-    double a = 1;
-    double b = 0;
-    double c = 0;
-    double d = 1;
-    double e = 0;
-    double f = 0;
-
-    VectorPoint at(VectorPoint p) const { return {a * p.x + c * p.y + e, b * p.x + d * p.y + f}; }
-    VectorPoint turned(VectorPoint p) const { return {a * p.x + c * p.y, b * p.x + d * p.y}; }
-    // First this one, then the other.
-    PlaneMap then(const PlaneMap& next) const;
-};
-
-// What metafiles create and select, its lengths in logical units.
-struct PenObject {
-    std::optional<VectorPen> pen; // nothing: draws no line
-    bool isCosmetic = false;      // its width does not grow with the drawing
-};
-struct BrushObject {
-    std::optional<std::uint32_t> colour; // nothing: fills nothing
-};
-struct FontObject {
-    std::u16string name;
-    double height = 0; // positive: of a line; negative: of its characters; 0: some usual size
-    double angle = 0;  // radians, counterclockwise
-    bool bold = false;
-    bool italic = false;
-    bool underlined = false;
-    bool struckOut = false;
-    unsigned charset = 0;
-};
-struct OtherObject {}; // a palette, a region: takes a place and draws nothing
-using GraphicsObject = std::variant<OtherObject, PenObject, BrushObject, FontObject>;
 
 // The device that records of a metafile draw on ([MS-WMF] 3.1, [MS-EMF] 3.1): its state, and calls
 // that turn logical coordinates into elements of a picture. What cannot be shown is left out.
@@ -54,7 +16,7 @@ public:
     explicit DeviceContext(VectorPoint unitsPerMillimetre);
 
     struct Mapping {
-        unsigned mode = 1;
+        unsigned mode = 1; // MapMode, [MS-WMF] 2.1.1.16
         VectorPoint windowOrigin{};
         VectorPoint windowExtent{1, 1};
         VectorPoint viewportOrigin{};
@@ -68,6 +30,8 @@ public:
         FontObject font;
         std::uint32_t textColour = 0;
         std::uint32_t background = 0xFFFFFF;
+        bool isOpaque = true; // what lies behind text and between the lines of a hatch is coloured
+        unsigned rasterOperation = 13; // of pens and brushes, [MS-WMF] 2.1.1.2: as they are
         bool winding = false;
         unsigned textAlign = 0;
         bool arcsClockwise = false;
@@ -80,6 +44,7 @@ public:
     // Negative: that many levels back; positive: the level of that number.
     void restore(int level);
 
+    // A region that is selected becomes the clip.
     void select(const GraphicsObject& object);
 
     void moveTo(VectorPoint to);
@@ -87,6 +52,8 @@ public:
     // Goes on at the current place and moves it.
     void polylineTo(std::span<const VectorPoint> points);
     void bezierTo(std::span<const VectorPoint> points);
+    // By a kind for each point ([MS-EMF] 2.1.26), of which there are as many.
+    void polyDraw(std::span<const VectorPoint> points, std::span<const std::uint8_t> kinds);
     void polyline(std::span<const VectorPoint> points);
     void bezier(std::span<const VectorPoint> points);
     // Each span one closed figure; all are filled together.
@@ -100,9 +67,16 @@ public:
         pie,
         joined
     }; // joined: goes on from the current place
+    // From the ray to `start` to the ray to `end`.
     void arc(VectorPoint from, VectorPoint to, VectorPoint start, VectorPoint end, Arc kind);
-    // A rectangle without outline.
+    // Goes on from the current place along a circle; angles in degrees, counterclockwise.
+    void angleArc(VectorPoint centre, double radius, double start, double sweep);
+    void pixel(VectorPoint at, std::uint32_t colour);
+    // Areas without outline, which no raster operation of the state changes.
     void fillRectangle(VectorPoint from, VectorPoint to, std::uint32_t colour);
+    void fillRectangle(VectorPoint from, VectorPoint to, const BrushObject& brush,
+                       VectorBlend blend);
+    void fillRegion(const RegionObject& region, const BrushObject& brush);
 
     // A bracket of path records: what is drawn in it makes a path.
     void beginPath();
@@ -111,28 +85,35 @@ public:
     void drawPath(bool fills, bool strokes);
     void dropPath();
 
-    enum class ClipMode : std::uint8_t { intersect, replace };
+    enum class ClipMode : std::uint8_t { intersect, exclude, replace };
     void clipToPath(ClipMode mode);
-    void clipToRectangle(VectorPoint from, VectorPoint to);
-    // Corners in units of the device, two for each rectangle.
-    void clipToDeviceRectangles(std::span<const VectorPoint> corners, ClipMode mode);
+    void clipToRectangle(VectorPoint from, VectorPoint to, ClipMode mode);
+    void clipToRegion(const RegionObject& region, ClipMode mode);
     void clipNothing() { state_.clip.reset(); }
 
+    // In the characters of the font that is selected, those of symbol fonts as others have them.
     // `advances`: logical, a code unit each; may be empty.
     void text(VectorPoint at, std::u16string text, std::span<const double> advances);
-    void image(PixelImage pixels, VectorPoint from, VectorPoint extent, VectorBlend blend);
+    // The same in the font's code page, with an advance for each byte or none.
+    void textOfBytes(VectorPoint at, word::ByteView bytes, std::span<const double> advances);
+    void image(VectorImage image, VectorPoint from, VectorPoint extent);
 
     VectorPoint toDevice(VectorPoint logical) const { return map().at(logical); }
+    VectorPath toDevice(VectorPath logical) const { return map().at(std::move(logical)); }
     std::vector<VectorElement> takeElements() { return std::move(elements_); }
 
 private:
     PlaneMap map() const;
-    double lengthScale() const;
-    void addFigure(VectorPath path, bool fills, bool strokes);
+    VectorPath fromCurrent() const;
+    void addArc(const Ellipse& ellipse, double begin, double turn, Arc kind);
+    void addContinued(VectorPath path);
+    void addFigure(const VectorPath& logical, bool fills, bool strokes);
+    void addShape(VectorPath path, bool fills, bool strokes);
+    void addArea(VectorPath path, const BrushObject& brush, VectorBlend blend);
+    void fill(VectorShape& shape, const BrushObject& brush) const;
     void add(decltype(VectorElement::what) what);
     void setClip(VectorPath path, ClipMode mode);
     VectorPen devicePen(const PenObject& object) const;
-    VectorPath ellipsePath(VectorPoint from, VectorPoint to) const;
 
     VectorPoint unitsPerMillimetre_;
     State state_;
@@ -141,12 +122,5 @@ private:
     VectorPath path_; // of the bracket, in units of the device
     bool inPath_ = false;
 };
-
-// 0x00BBGGRR as records have it.
-std::uint32_t colourOfRecord(std::uint32_t bgr);
-PenObject penOf(unsigned style, double width, std::uint32_t bgr);
-// `style`: solid, none, hatched, or of a pattern. A hatch is shown as a lighter colour, a pattern
-// as grey.
-BrushObject brushOf(unsigned style, std::uint32_t bgr);
 
 } // namespace qvnd::drawing::metafile

@@ -1,11 +1,6 @@
-#include "platform/drawing/metafile/CodePages.h"
 #include "platform/drawing/metafile/EmfParts.h"
 #include "platform/drawing/metafile/Metafile.h"
 #include "platform/word/docfile/container/FormatError.h"
-
-#include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace qvnd::drawing::metafile {
 
@@ -51,9 +46,11 @@ private:
         try {
             LittleEndianReader reader(bytes, "EMF record");
             reader.skip(8);
-            if (!playState(type, reader) && !playObject(type, reader) && !playPath(type, reader) &&
-                !emf::playFigure(type, reader, context_) &&
-                !emf::playBitmap(type, bytes, reader, bitmaps_)) {
+            if (const CallRecord* call = callOfEmf(static_cast<std::uint32_t>(type))) {
+                playCall(*call, reader);
+            } else if (!playObject(type, bytes, reader) &&
+                       !emf::playFigure(type, reader, context_) &&
+                       !emf::playBitmap(type, bytes, reader, bitmaps_)) {
                 playRest(type, bytes, reader);
             }
         } catch (const word::FormatError&) {
@@ -61,54 +58,12 @@ private:
         }
     }
 
-    bool playState(Record type, LittleEndianReader& reader) {
-        DeviceContext::State& state = context_.state();
-        switch (type) {
-        case Record::setWindowExtent:
-            state.mapping.windowExtent = readPoint(reader);
-            return true;
-        case Record::setWindowOrigin:
-            state.mapping.windowOrigin = readPoint(reader);
-            return true;
-        case Record::setViewportExtent:
-            state.mapping.viewportExtent = readPoint(reader);
-            return true;
-        case Record::setViewportOrigin:
-            state.mapping.viewportOrigin = readPoint(reader);
-            return true;
-        case Record::setMapMode:
-            state.mapping.mode = reader.u32();
-            return true;
-        case Record::setPolyFillMode:
-            state.winding = reader.u32() == 2;
-            return true;
-        case Record::setTextAlign:
-            state.textAlign = reader.u32();
-            return true;
-        case Record::setTextColour:
-            state.textColour = colourOfRecord(reader.u32());
-            return true;
-        case Record::setBackground:
-            state.background = colourOfRecord(reader.u32());
-            return true;
-        case Record::setArcDirection:
-            state.arcsClockwise = reader.u32() == 2;
-            return true;
-        case Record::saveContext:
-            context_.save();
-            return true;
-        case Record::restoreContext:
-            context_.restore(reader.i32());
-            return true;
-        case Record::setWorld:
-            state.mapping.world = readMap(reader);
-            return true;
-        case Record::modifyWorld:
-            modifyWorld(reader);
-            return true;
-        default:
-            return false;
+    void playCall(const CallRecord& call, LittleEndianReader& reader) {
+        Arguments arguments;
+        for (std::size_t i = 0; i < call.numbers; ++i) {
+            arguments.numbers[i] = reader.i32();
         }
+        carryOut(call.call, arguments, context_);
     }
 
     void modifyWorld(LittleEndianReader& reader) {
@@ -130,168 +85,130 @@ private:
         }
     }
 
-    bool playObject(Record type, LittleEndianReader& reader) {
+    bool playObject(Record type, ByteView bytes, LittleEndianReader& reader) {
         switch (type) {
         case Record::selectObject:
             select(reader.u32());
             return true;
         case Record::deleteObject:
-            objects_.erase(reader.u32());
+            objects_.remove(reader.u32());
             return true;
-        case Record::createPen: {
-            const std::uint32_t index = reader.u32();
-            const std::uint32_t style = reader.u32();
-            const double width = reader.i32();
-            reader.skip(4);
-            objects_[index] = penOf(style, width, reader.u32());
+        case Record::createPen:
+            createPen(reader);
             return true;
-        }
-        case Record::createExtendedPen: {
-            const std::uint32_t index = reader.u32();
-            reader.skip(16);
-            const std::uint32_t style = reader.u32();
-            const double width = reader.u32();
-            reader.skip(4); // the brush of the line
-            objects_[index] = penOf(style, width, reader.u32());
+        case Record::createExtendedPen:
+            createExtendedPen(reader);
             return true;
-        }
-        case Record::createBrush: {
-            const std::uint32_t index = reader.u32();
-            const std::uint32_t style = reader.u32();
-            objects_[index] = brushOf(style, reader.u32());
+        case Record::createBrush:
+            createBrush(reader);
             return true;
-        }
         case Record::createMonoBrush:
-        case Record::createPatternBrush:
-            objects_[reader.u32()] = brushOf(patternBrush, 0);
+        case Record::createPatternBrush: {
+            const std::uint32_t number = reader.u32();
+            objects_.put(number, patternBrush(emf::readPattern(bytes, reader, bitmaps_)));
             return true;
-        case Record::createFont:
-            createFont(reader);
+        }
+        case Record::createFont: {
+            const std::uint32_t number = reader.u32();
+            objects_.put(number, readFont(reader, true));
             return true;
+        }
         default:
             return false;
         }
     }
 
-    // LogFont, [MS-EMF] 2.2.13.
-    void createFont(LittleEndianReader& reader) {
-        constexpr double tenths = 1800 / std::numbers::pi; // of a degree, in a radian
-        constexpr int boldWeight = 600;
-        constexpr std::size_t longestName = 32;
-        const std::uint32_t index = reader.u32();
-        FontObject font;
-        font.height = reader.i32();
-        reader.skip(4); // width
-        font.angle = reader.i32() / tenths;
-        reader.skip(4); // of single letters
-        font.bold = reader.i32() >= boldWeight;
-        font.italic = reader.u8() != 0;
-        font.underlined = reader.u8() != 0;
-        font.struckOut = reader.u8() != 0;
-        font.charset = reader.u8();
+    void createPen(LittleEndianReader& reader) {
+        const std::uint32_t number = reader.u32();
+        const std::uint32_t style = reader.u32();
+        const double width = reader.i32();
         reader.skip(4);
-        font.name = reader.text(longestName);
-        font.name.resize(std::min(font.name.find(u'\0'), font.name.size()));
-        objects_[index] = font;
+        objects_.put(number, penOf(style, width, reader.u32()));
     }
 
-    // What the device has from the start, [MS-EMF] 2.1.31.
-    void select(std::uint32_t index) {
+    void createExtendedPen(LittleEndianReader& reader) {
+        const std::uint32_t number = reader.u32();
+        reader.skip(16);
+        const std::uint32_t style = reader.u32();
+        const double width = reader.u32();
+        reader.skip(4); // the brush of the line
+        objects_.put(number, penOf(style, width, reader.u32()));
+    }
+
+    void createBrush(LittleEndianReader& reader) {
+        const std::uint32_t number = reader.u32();
+        const std::uint32_t style = reader.u32();
+        const std::uint32_t colour = reader.u32();
+        objects_.put(number, brushOf(style, colour, reader.u32()));
+    }
+
+    void select(std::uint32_t number) {
         constexpr std::uint32_t stock = 0x80000000;
-        constexpr std::uint32_t brushes[] = {0xFFFFFF, 0xC0C0C0, 0x808080, 0x404040, 0};
-        if (index < stock) {
-            const auto found = objects_.find(index);
-            if (found != objects_.end()) {
-                context_.select(found->second);
+        if (number < stock) {
+            if (const GraphicsObject* object = objects_.find(number)) {
+                context_.select(*object);
             }
-            return;
-        }
-        const std::uint32_t which = index - stock;
-        if (which < std::size(brushes)) {
-            context_.select(BrushObject{brushes[which]});
-        } else if (which == 5) {
-            context_.select(BrushObject{});
-        } else if (which == 6 || which == 7) {
-            context_.select(penOf(0, 0, which == 6 ? 0xFFFFFF : 0));
-        } else if (which == 8) {
-            context_.select(PenObject{});
-        } else if (which >= 10 && which <= 17) {
-            context_.select(FontObject{});
+        } else if (const auto object = stockObject(number - stock)) {
+            context_.select(*object);
         }
     }
 
-    bool playPath(Record type, LittleEndianReader& reader) {
-        using Mode = DeviceContext::ClipMode;
-        constexpr std::uint32_t regionAnd = 1;
-        switch (type) {
-        case Record::beginPath:
-            context_.beginPath();
-            return true;
-        case Record::endPath:
-            context_.endPath();
-            return true;
-        case Record::closeFigure:
-            context_.closeFigure();
-            return true;
-        case Record::fillPath:
-            context_.drawPath(true, false);
-            return true;
-        case Record::strokeAndFillPath:
-            context_.drawPath(true, true);
-            return true;
-        case Record::strokePath:
-            context_.drawPath(false, true);
-            return true;
-        case Record::abortPath:
-            context_.dropPath();
-            return true;
-        case Record::selectClipPath:
-            context_.clipToPath(reader.u32() == regionAnd ? Mode::intersect : Mode::replace);
-            return true;
-        case Record::selectClipRegion:
-            selectClipRegion(reader);
-            return true;
-        case Record::intersectClip: {
-            const Rectangle area = readRectangle(reader);
-            context_.clipToRectangle(area.from, area.to);
-            return true;
-        }
-        default:
-            return false;
-        }
-    }
-
-    // A region as rectangles in units of the device, [MS-EMF] 2.2.24; without one nothing is cut.
-    void selectClipRegion(LittleEndianReader& reader) {
-        constexpr std::uint32_t regionAnd = 1;
-        constexpr std::uint32_t regionCopy = 5;
-        constexpr std::size_t regionHead = 32;
-        const std::size_t size = reader.u32();
-        const std::uint32_t mode = reader.u32();
-        if (size < regionHead) {
-            if (mode == regionCopy) {
-                context_.clipNothing();
-            }
-            return;
-        }
+    // Rectangles, [MS-EMF] 2.2.24.
+    static VectorPath readRegion(LittleEndianReader& reader) {
+        constexpr std::size_t head = 32;
         reader.skip(8);
         const std::size_t count = reader.u32();
-        reader.skip(regionHead - 12);
+        reader.skip(head - 12);
         std::vector<VectorPoint> corners;
         for (std::size_t i = 0; i < count; ++i) {
             const Rectangle area = readRectangle(reader);
             corners.push_back(area.from);
             corners.push_back(area.to);
         }
-        if (mode == regionAnd || mode == regionCopy) {
-            context_.clipToDeviceRectangles(corners, mode == regionAnd
-                                                         ? DeviceContext::ClipMode::intersect
-                                                         : DeviceContext::ClipMode::replace);
+        return rectanglesBetween(corners);
+    }
+
+    // The region counts in units of the device; without one nothing is cut.
+    void selectClipRegion(LittleEndianReader& reader) {
+        const std::size_t size = reader.u32();
+        const std::uint32_t mode = reader.u32();
+        if (size == 0) {
+            context_.clipNothing();
+        } else {
+            context_.clipToRegion({readRegion(reader)}, clipModeOf(mode));
         }
+    }
+
+    void fillRegion(LittleEndianReader& reader) {
+        reader.skip(emf::boundsSize + 4);
+        const auto* brush = objects_.get<BrushObject>(reader.u32());
+        if (brush != nullptr) {
+            context_.fillRegion({context_.toDevice(readRegion(reader))}, *brush);
+        }
+    }
+
+    void paintRegion(LittleEndianReader& reader) {
+        reader.skip(emf::boundsSize + 4);
+        context_.fillRegion({context_.toDevice(readRegion(reader))}, context_.state().brush);
     }
 
     void playRest(Record type, ByteView bytes, LittleEndianReader& reader) {
         switch (type) {
+        case Record::setWorld:
+            context_.state().mapping.world = readMap(reader);
+            break;
+        case Record::modifyWorld:
+            modifyWorld(reader);
+            break;
+        case Record::selectClipRegion:
+            selectClipRegion(reader);
+            break;
+        case Record::fillRegion:
+            fillRegion(reader);
+            break;
+        case Record::paintRegion:
+            paintRegion(reader);
+            break;
         case Record::text:
         case Record::textAnsi:
             playText(type == Record::text, bytes, reader);
@@ -335,9 +252,9 @@ private:
             }
         }
         if (isWide) {
-            show(at, characters.text(count), steps);
+            context_.text(at, characters.text(count), steps);
         } else {
-            showBytes(at, characters.view(count), steps);
+            context_.textOfBytes(at, characters.view(count), steps);
         }
     }
 
@@ -355,29 +272,16 @@ private:
         }
         if ((options & smallCharacters) != 0) {
             const ByteView low = reader.view(count);
-            show(at, std::u16string(low.begin(), low.end()), {});
+            context_.text(at, std::u16string(low.begin(), low.end()), {});
         } else {
-            show(at, reader.text(count), {});
+            context_.text(at, reader.text(count), {});
         }
     }
-
-    void show(VectorPoint at, std::u16string text, std::span<const double> steps) {
-        context_.text(at, shownText(std::move(text), context_.state().font.name), steps);
-    }
-
-    void showBytes(VectorPoint at, ByteView bytes, std::span<const double> steps) {
-        std::vector<unsigned> units;
-        std::u16string text = decodedText(bytes, context_.state().font.charset, units);
-        std::vector<double> advances = advancesOfUnits(units, steps);
-        show(at, std::move(text), advances);
-    }
-
-    static constexpr unsigned patternBrush = 3;
 
     ByteView file_;
     DeviceContext context_;
     BitmapRecords bitmaps_;
-    std::map<std::uint32_t, GraphicsObject> objects_;
+    ObjectTable objects_;
 };
 
 } // namespace
@@ -416,8 +320,8 @@ std::optional<VectorPicture> readEmf(word::ByteView file) {
         if (picture.width <= 0 || picture.height <= 0) {
             picture.left = bounds.from.x;
             picture.top = bounds.from.y;
-            picture.width = bounds.to.x - bounds.from.x;
-            picture.height = bounds.to.y - bounds.from.y;
+            picture.width = bounds.to.x + 1 - bounds.from.x; // which hold their last pixels
+            picture.height = bounds.to.y + 1 - bounds.from.y;
         }
         if (picture.width <= 0 || picture.height <= 0) {
             return std::nullopt;

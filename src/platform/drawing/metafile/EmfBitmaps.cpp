@@ -79,7 +79,10 @@ void playBlock(Record type, ByteView bytes, LittleEndianReader& reader, BitmapRe
         place.part.width = reader.i32();
         place.part.height = reader.i32();
     }
-    place.hasOpacity = type == Record::alphaBlend && (operation & usesOpacity) != 0;
+    if (type == Record::alphaBlend) {
+        place.hasOpacity = (operation & usesOpacity) != 0;
+        place.opacity = ((operation >> 16) & 0xFF) / 255.0;
+    }
     const bool isCopied = type == Record::alphaBlend || type == Record::transparentBlock;
     place.operation = isCopied ? BitmapPlace::sourceCopy : operation;
     bitmaps.draw(place, source.head, source.pixels);
@@ -104,6 +107,13 @@ bool playBitmap(Record type, ByteView bytes, LittleEndianReader& reader, BitmapR
     default:
         return false;
     }
+}
+
+std::optional<PixelImage> readPattern(ByteView bytes, LittleEndianReader& reader,
+                                      BitmapRecords& bitmaps) {
+    reader.skip(4); // what its colours mean
+    const BitmapSource source = readSource(bytes, reader);
+    return bitmaps.whole(source.head, source.pixels);
 }
 
 } // namespace qvnd::drawing::metafile::emf

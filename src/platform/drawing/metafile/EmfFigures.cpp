@@ -8,7 +8,7 @@ namespace {
 
 using word::LittleEndianReader;
 
-bool isShort(Record type) { return type >= Record::polyBezier16 && type <= Record::polyPolygon16; }
+bool isShort(Record type) { return type >= Record::polyBezier16 && type <= Record::polyDraw16; }
 
 std::vector<VectorPoint> readPoints(Record type, std::size_t count, LittleEndianReader& reader) {
     std::vector<VectorPoint> points;
@@ -29,10 +29,11 @@ std::vector<VectorPoint> points(Record type, LittleEndianReader& reader) {
     return readPoints(type, count, reader);
 }
 
-void playArc(LittleEndianReader& reader, DeviceContext::Arc kind, DeviceContext& context) {
-    const Rectangle area = readRectangle(reader);
-    const VectorPoint start = readPoint(reader);
-    context.arc(area.from, area.to, start, readPoint(reader), kind);
+void playAngleArc(LittleEndianReader& reader, DeviceContext& context) {
+    const VectorPoint centre = readPoint(reader);
+    const double radius = reader.u32();
+    const double start = readReal(reader);
+    context.angleArc(centre, radius, start, readReal(reader));
 }
 
 void playFigures(Record type, LittleEndianReader& reader, DeviceContext& context) {
@@ -63,7 +64,9 @@ void playFigures(Record type, LittleEndianReader& reader, DeviceContext& context
     }
 }
 
-bool playPoints(Record type, LittleEndianReader& reader, DeviceContext& context) {
+} // namespace
+
+bool playFigure(Record type, LittleEndianReader& reader, DeviceContext& context) {
     switch (type) {
     case Record::polyBezier:
     case Record::polyBezier16:
@@ -93,51 +96,17 @@ bool playPoints(Record type, LittleEndianReader& reader, DeviceContext& context)
     case Record::polyPolygon16:
         playFigures(type, reader, context);
         return true;
+    case Record::polyDraw:
+    case Record::polyDraw16: {
+        const auto all = points(type, reader);
+        context.polyDraw(all, reader.view(all.size()));
+        return true;
+    }
+    case Record::angleArc:
+        playAngleArc(reader, context);
+        return true;
     default:
         return false;
-    }
-}
-
-} // namespace
-
-bool playFigure(Record type, LittleEndianReader& reader, DeviceContext& context) {
-    using Arc = DeviceContext::Arc;
-    switch (type) {
-    case Record::moveTo:
-        context.moveTo(readPoint(reader));
-        return true;
-    case Record::lineTo:
-        context.lineTo(readPoint(reader));
-        return true;
-    case Record::rectangle: {
-        const Rectangle area = readRectangle(reader);
-        context.rectangle(area.from, area.to);
-        return true;
-    }
-    case Record::ellipse: {
-        const Rectangle area = readRectangle(reader);
-        context.ellipse(area.from, area.to);
-        return true;
-    }
-    case Record::roundRectangle: {
-        const Rectangle area = readRectangle(reader);
-        context.roundRectangle(area.from, area.to, readPoint(reader));
-        return true;
-    }
-    case Record::arc:
-        playArc(reader, Arc::open, context);
-        return true;
-    case Record::chord:
-        playArc(reader, Arc::chord, context);
-        return true;
-    case Record::pie:
-        playArc(reader, Arc::pie, context);
-        return true;
-    case Record::arcTo:
-        playArc(reader, Arc::joined, context);
-        return true;
-    default:
-        return playPoints(type, reader, context);
     }
 }
 

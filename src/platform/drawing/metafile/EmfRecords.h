@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/drawing/metafile/DeviceContext.h"
+#include "platform/drawing/metafile/Calls.h"
 #include "platform/word/docfile/container/Bytes.h"
 
 #include <bit>
 
-// The records of an EMF that are carried out, and what many of them hold.
+// The records of an EMF that are carried out besides those of Calls.h, and what many of them hold.
 namespace qvnd::drawing::metafile::emf {
 
 // RecordType, [MS-EMF] 2.1.1.
@@ -18,43 +18,17 @@ enum class Record : std::uint32_t {
     polylineTo = 6,
     polyPolyline = 7,
     polyPolygon = 8,
-    setWindowExtent = 9,
-    setWindowOrigin = 10,
-    setViewportExtent = 11,
-    setViewportOrigin = 12,
     end = 14,
-    setMapMode = 17,
-    setPolyFillMode = 19,
-    setTextAlign = 22,
-    setTextColour = 24,
-    setBackground = 25,
-    moveTo = 27,
-    intersectClip = 30,
-    saveContext = 33,
-    restoreContext = 34,
     setWorld = 35,
     modifyWorld = 36,
     selectObject = 37,
     createPen = 38,
     createBrush = 39,
     deleteObject = 40,
-    ellipse = 42,
-    rectangle = 43,
-    roundRectangle = 44,
-    arc = 45,
-    chord = 46,
-    pie = 47,
-    lineTo = 54,
-    arcTo = 55,
-    setArcDirection = 57,
-    beginPath = 59,
-    endPath = 60,
-    closeFigure = 61,
-    fillPath = 62,
-    strokeAndFillPath = 63,
-    strokePath = 64,
-    selectClipPath = 67,
-    abortPath = 68,
+    angleArc = 41,
+    polyDraw = 56,
+    fillRegion = 71,
+    paintRegion = 74,
     selectClipRegion = 75,
     bitBlock = 76,
     stretchBlock = 77,
@@ -70,6 +44,7 @@ enum class Record : std::uint32_t {
     polylineTo16 = 89,
     polyPolyline16 = 90,
     polyPolygon16 = 91,
+    polyDraw16 = 92,
     createMonoBrush = 93,
     createPatternBrush = 94,
     createExtendedPen = 95,

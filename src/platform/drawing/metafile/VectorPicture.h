@@ -24,11 +24,28 @@ struct VectorPen {
     bool isRound = true;        // ends and corners
 };
 
+// Fine lines at even distances, which do not grow with the drawing. Each flag is a direction, seen
+// from left to right.
+struct VectorHatch {
+    bool level = false;
+    bool upright = false;
+    bool falling = false;
+    bool rising = false;
+    std::uint32_t colour = 0;
+};
+
+// How colours meet what lies under them.
+enum class VectorBlend : std::uint8_t { cover, darken, lighten, invert };
+
+// An area: its fill lies lowest, then its tiles, its hatch, and its outline.
 struct VectorShape {
     VectorPath path;
     bool winding = false; // the rule by which its inside is told: winding, or even and odd
     std::optional<std::uint32_t> fill{};
+    std::shared_ptr<const PixelImage> tile{}; // repeated from the picture's corner, at 96 dpi
+    std::optional<VectorHatch> hatch{};
     std::optional<VectorPen> pen{};
+    VectorBlend blend = VectorBlend::cover;
 };
 
 // Characters from one place on.
@@ -49,10 +66,8 @@ struct VectorText {
     bool isLineHeight = false; // ascent and descent together are that high
     double angle = 0;          // radians, counterclockwise
     std::uint32_t colour = 0;
+    std::optional<std::uint32_t> background{}; // of the area behind the characters
 };
-
-// How the pixels meet what lies under them.
-enum class VectorBlend : std::uint8_t { cover, darken, lighten, invert };
 
 struct VectorImage {
     PixelImage image;
@@ -60,12 +75,14 @@ struct VectorImage {
     VectorPoint across; // from there to the upper right one
     VectorPoint down;   // from there to the lower left one
     VectorBlend blend = VectorBlend::cover;
+    double opacity = 1; // of all pixels, 0 to 1
 };
 
-// What is seen lies within the path, and within the clip around it.
+// What is seen lies within the path, or outside of it, and within the clip around it.
 struct VectorClip {
     VectorPath path;
     bool winding = false;
+    bool isOutside = false;
     std::shared_ptr<const VectorClip> around;
     int depth = 1;
 };

@@ -1,37 +1,40 @@
 #include "platform/drawing/metafile/BitmapRecords.h"
-#include "platform/drawing/metafile/CodePages.h"
 #include "platform/drawing/metafile/Metafile.h"
 #include "platform/drawing/metafile/WmfRecords.h"
 #include "platform/word/docfile/container/FormatError.h"
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace qvnd::drawing::metafile {
 
 namespace {
 
 using wmf::forEachRecord;
-using wmf::ObjectTable;
 using wmf::readPoint;
 using wmf::readTurned;
 using wmf::Record;
 using word::ByteView;
 using word::LittleEndianReader;
 
-// Carries out the records of one file. The window that is set first is the area of the picture.
+// Carries out the records of one file. The window that is set first is the area of the picture; the
+// bounds of a placeable file are a window until a record sets another.
 class WmfPlayer {
 public:
     WmfPlayer() : context_({1, 1}), bitmaps_(context_) {}
 
     void play(ByteView file) {
+        if (const auto bounds = wmf::placeableBounds(file)) {
+            context_.state().mapping.windowOrigin = bounds->origin;
+            setWindow(bounds->extent);
+        }
         forEachRecord(file, [this](Record type, ByteView bytes) {
             try {
                 LittleEndianReader reader(bytes, "WMF record");
                 reader.skip(6);
-                if (!playState(type, reader) && !playObject(type, reader) &&
-                    !playFigure(type, reader)) {
+                if (const CallRecord* call = callOfWmf(static_cast<std::uint32_t>(type))) {
+                    playCall(*call, reader);
+                } else if (!playObject(type, reader) && !playFigure(type, reader)) {
                     playRest(type, bytes, reader);
                 }
             } catch (const word::FormatError&) {
@@ -45,43 +48,22 @@ public:
     std::vector<VectorElement> takeElements() { return context_.takeElements(); }
 
 private:
-    bool playState(Record type, LittleEndianReader& reader) {
-        DeviceContext::State& state = context_.state();
-        switch (type) {
-        case Record::setWindowOrigin:
-            state.mapping.windowOrigin = readTurned(reader);
-            return true;
-        case Record::setWindowExtent:
-            setWindow(readTurned(reader));
-            return true;
-        case Record::setMapMode:
-            setMode(reader.u16());
-            return true;
-        case Record::setPolyFillMode:
-            state.winding = reader.u16() == 2;
-            return true;
-        case Record::setTextAlign:
-            state.textAlign = reader.u16();
-            return true;
-        case Record::setTextColour:
-            state.textColour = colourOfRecord(reader.u32());
-            return true;
-        case Record::setBackground:
-            state.background = colourOfRecord(reader.u32());
-            return true;
-        case Record::saveContext:
-            context_.save();
-            return true;
-        case Record::restoreContext:
-            context_.restore(reader.i16());
-            return true;
-        case Record::intersectClip: {
-            const VectorPoint to = readTurned(reader);
-            context_.clipToRectangle(readTurned(reader), to);
-            return true;
+    // A record holds the arguments of its call from the last to the first.
+    void playCall(const CallRecord& call, LittleEndianReader& reader) {
+        Arguments arguments;
+        std::size_t left = call.numbers;
+        if (call.endsInColour) {
+            arguments.numbers[--left] = reader.i32();
         }
-        default:
-            return false;
+        while (left > 0) {
+            arguments.numbers[--left] = reader.i16();
+        }
+        if (call.call == Call::setWindowExtent) {
+            setWindow(arguments.point(0));
+        } else if (call.call == Call::setMapMode) {
+            setMode(arguments.unsignedAt(0));
+        } else {
+            carryOut(call.call, arguments, context_);
         }
     }
 
@@ -125,97 +107,94 @@ private:
         }
         case Record::createBrush: {
             const unsigned style = reader.u16();
-            objects_.add(brushOf(style, reader.u32()));
+            const std::uint32_t colour = reader.u32();
+            objects_.add(brushOf(style, colour, reader.u16()));
             return true;
         }
         case Record::createFont:
-            objects_.add(readFont(reader));
+            objects_.add(readFont(reader, false));
             return true;
         case Record::createDibPatternBrush:
+            reader.skip(4); // the style, and what its colours mean
+            objects_.add(patternBrush(bitmaps_.whole(reader.view(reader.remaining()), {})));
+            return true;
         case Record::createPatternBrush:
-            objects_.add(brushOf(patternBrush, 0));
+            objects_.add(patternBrush(std::nullopt));
             return true;
         case Record::createPalette:
-        case Record::createRegion:
             objects_.add(OtherObject());
+            return true;
+        case Record::createRegion:
+            objects_.add(readRegion(reader));
             return true;
         default:
             return false;
         }
     }
 
-    // Font, [MS-WMF] 2.2.1.2.
-    static FontObject readFont(LittleEndianReader& reader) {
-        constexpr double tenths = 1800 / std::numbers::pi; // of a degree, in a radian
-        constexpr int boldWeight = 600;
-        constexpr std::size_t longestName = 32;
-        FontObject font;
-        font.height = reader.i16();
-        reader.skip(2); // width
-        font.angle = reader.i16() / tenths;
-        reader.skip(2); // of single letters
-        font.bold = reader.i16() >= boldWeight;
-        font.italic = reader.u8() != 0;
-        font.underlined = reader.u8() != 0;
-        font.struckOut = reader.u8() != 0;
-        font.charset = reader.u8();
-        reader.skip(4);
-        ByteView name = reader.view(std::min(reader.remaining(), longestName));
-        name = name.first(
-            static_cast<std::size_t>(std::find(name.begin(), name.end(), 0) - name.begin()));
-        std::vector<unsigned> units;
-        font.name = decodedText(name, font.charset, units);
-        return font;
+    // Region, [MS-WMF] 2.2.1.5: rows of rectangles, each with its top, its bottom, and pairs of
+    // left and right. One that is cut off has those that are there: the objects behind it keep
+    // their numbers.
+    RegionObject readRegion(LittleEndianReader& reader) {
+        reader.skip(10);
+        const std::size_t rows = reader.u16();
+        reader.skip(10);
+        std::vector<VectorPoint> corners;
+        for (std::size_t row = 0; row < rows && reader.remaining() >= 6; ++row) {
+            const std::size_t ends = reader.u16();
+            const double top = reader.i16();
+            const double bottom = reader.i16();
+            for (std::size_t i = 0; i + 1 < ends && reader.remaining() >= 4; i += 2) {
+                corners.push_back({static_cast<double>(reader.i16()), top});
+                corners.push_back({static_cast<double>(reader.i16()), bottom});
+            }
+            reader.skip(std::min<std::size_t>(2, reader.remaining()));
+        }
+        return {context_.toDevice(rectanglesBetween(corners))};
+    }
+
+    void fillRegion(LittleEndianReader& reader) {
+        const auto* region = objects_.get<RegionObject>(reader.u16());
+        const auto* brush = objects_.get<BrushObject>(reader.u16());
+        if (region != nullptr && brush != nullptr) {
+            context_.fillRegion(*region, *brush);
+        }
+    }
+
+    void paintRegion(LittleEndianReader& reader) {
+        if (const auto* region = objects_.get<RegionObject>(reader.u16())) {
+            context_.fillRegion(*region, context_.state().brush);
+        }
+    }
+
+    // A number that is no region's takes the clip away.
+    void selectClipRegion(LittleEndianReader& reader) {
+        if (const auto* region = objects_.get<RegionObject>(reader.u16())) {
+            context_.clipToRegion(*region, DeviceContext::ClipMode::replace);
+        } else {
+            context_.clipNothing();
+        }
     }
 
     bool playFigure(Record type, LittleEndianReader& reader) {
-        using Arc = DeviceContext::Arc;
         switch (type) {
-        case Record::moveTo:
-            context_.moveTo(readTurned(reader));
-            return true;
-        case Record::lineTo:
-            context_.lineTo(readTurned(reader));
-            return true;
         case Record::polygon:
-        case Record::polyline: {
-            const std::size_t count = reader.u16();
-            const auto points = readPoints(count, reader);
-            if (type == Record::polygon) {
-                context_.polygons({points});
-            } else {
-                context_.polyline(points);
-            }
+            context_.polygons({readPoints(reader.u16(), reader)});
             return true;
-        }
+        case Record::polyline:
+            context_.polyline(readPoints(reader.u16(), reader));
+            return true;
         case Record::polyPolygon:
             playPolygons(reader);
             return true;
-        case Record::rectangle:
-        case Record::ellipse: {
-            const VectorPoint to = readTurned(reader);
-            const VectorPoint from = readTurned(reader);
-            if (type == Record::ellipse) {
-                context_.ellipse(from, to);
-            } else {
-                context_.rectangle(from, to);
-            }
+        case Record::fillRegion:
+            fillRegion(reader);
             return true;
-        }
-        case Record::roundRectangle: {
-            const VectorPoint corner = readTurned(reader);
-            const VectorPoint to = readTurned(reader);
-            context_.roundRectangle(readTurned(reader), to, corner);
+        case Record::paintRegion:
+            paintRegion(reader);
             return true;
-        }
-        case Record::arc:
-            playArc(reader, Arc::open);
-            return true;
-        case Record::chord:
-            playArc(reader, Arc::chord);
-            return true;
-        case Record::pie:
-            playArc(reader, Arc::pie);
+        case Record::selectClipRegion:
+            selectClipRegion(reader);
             return true;
         default:
             return false;
@@ -242,13 +221,6 @@ private:
             figures.push_back(readPoints(size, reader));
         }
         context_.polygons({figures.begin(), figures.end()});
-    }
-
-    void playArc(LittleEndianReader& reader, DeviceContext::Arc kind) {
-        const VectorPoint end = readTurned(reader);
-        const VectorPoint start = readTurned(reader);
-        const VectorPoint to = readTurned(reader);
-        context_.arc(readTurned(reader), to, start, end, kind);
     }
 
     void playRest(Record type, ByteView bytes, LittleEndianReader& reader) {
@@ -282,7 +254,7 @@ private:
         const std::size_t count = reader.u16();
         const ByteView characters = reader.view(count);
         reader.skip(count % 2);
-        show(readTurned(reader), characters, {});
+        context_.textOfBytes(readTurned(reader), characters, {});
     }
 
     // META_EXTTEXTOUT, [MS-WMF] 2.3.3.5: a rectangle where the options speak of one, and advances
@@ -306,15 +278,7 @@ private:
         for (std::size_t i = 0; i < count && reader.remaining() >= 2; ++i) {
             steps.push_back(reader.i16());
         }
-        show(at, characters, steps);
-    }
-
-    void show(VectorPoint at, ByteView bytes, const std::vector<double>& steps) {
-        const FontObject& font = context_.state().font;
-        std::vector<unsigned> units;
-        std::u16string text = decodedText(bytes, font.charset, units);
-        const std::vector<double> advances = advancesOfUnits(units, steps);
-        context_.text(at, shownText(std::move(text), font.name), advances);
+        context_.textOfBytes(at, characters, steps);
     }
 
     // Records without a bitmap are as long as their arguments ([MS-WMF] 2.3.1.2 and 2.3.1.3).
@@ -357,7 +321,6 @@ private:
     }
 
     static constexpr unsigned anisotropic = 8;
-    static constexpr unsigned patternBrush = 3;
 
     DeviceContext context_;
     BitmapRecords bitmaps_;
