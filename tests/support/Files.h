@@ -9,6 +9,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <filesystem>
+
 namespace qvnd::test {
 
 // The name template of a folder in memory, where there is a file system for that: databases there
@@ -16,6 +18,19 @@ namespace qvnd::test {
 inline QString inMemory() {
     const QFileInfo memory(QStringLiteral("/dev/shm"));
     return memory.isDir() && memory.isWritable() ? "/dev/shm/qvnd-XXXXXX" : QString();
+}
+
+// A folder with all that is in it and the times of its files: one that has another time counts as
+// changed by another program.
+inline void copyWithTimes(const QString& from, const QString& to) {
+    namespace fs = std::filesystem;
+    const fs::path source = files::toPath(from);
+    const fs::path target = files::toPath(to);
+    fs::copy(source, target, fs::copy_options::recursive);
+    for (const auto& entry : fs::recursive_directory_iterator(source)) {
+        fs::last_write_time(target / entry.path().lexically_relative(source),
+                            fs::last_write_time(entry.path()));
+    }
 }
 
 // A temporary folder that goes with the object. Paths in it are written with "/".

@@ -2,12 +2,12 @@
 #include "platform/jet/file/Image.h"
 #include "support/TracedProcess.h"
 #include "whole/PlannedHome.h"
+#include "whole/WorkSpaceState.h"
 
 #ifdef __linux__
 
 #include <gtest/gtest.h>
 
-#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QMap>
 #include <QSet>
@@ -19,11 +19,11 @@
 using namespace qvnd;
 using test::commandsOfAPlanner;
 using test::contentOf;
-using test::everythingIn;
 using test::PlannedHome;
 using test::PlannersCommand;
 using test::qvndctl;
 using test::TracedProcess;
+using test::workSpaceOf;
 
 namespace {
 
@@ -200,14 +200,14 @@ struct NextStart {
 // step to undo. What the start and the exit do by themselves is no step beside it.
 TEST_P(KilledCommands, AreToldAtTheNextStartAndOneUndoLeadsToBeforeThem) {
     const NextStart atFirst(original.home());
-    const auto before = everythingIn(original.home());
+    const auto before = workSpaceOf(original.home());
     const QString undisturbed = original.folder.path("undisturbed");
     original.copyTo(undisturbed);
     const int changes = TracedProcess::run(commandIn(undisturbed), 0);
     if (changes < 0) {
         GTEST_SKIP() << "processes cannot be traced here";
     }
-    EXPECT_NE(everythingIn(undisturbed), before);
+    EXPECT_NE(workSpaceOf(undisturbed), before);
     const bool isStep = NextStart(undisturbed).steps > atFirst.steps;
     const int points = pointsAmong(changes);
     int unfinished = 0;
@@ -225,7 +225,7 @@ TEST_P(KilledCommands, AreToldAtTheNextStartAndOneUndoLeadsToBeforeThem) {
             << next.listed.toStdString() << next.said.toStdString();
         if (steps == 1) {
             EXPECT_EQ(qvndctl(home, {"history", "undo"}), tools::ExitStatus::done);
-            EXPECT_EQ(everythingIn(home), before);
+            EXPECT_EQ(workSpaceOf(home), before);
         }
         std::filesystem::remove_all(home.toStdString());
     }
@@ -239,7 +239,7 @@ INSTANTIATE_TEST_SUITE_P(Each, KilledCommands, testing::ValuesIn(commandsOfAPlan
 // be taken back.
 TEST(KilledExit, IsToldAndLeavesOnlyTheCommandToUndo) {
     const PlannedHome original;
-    const auto before = everythingIn(original.home());
+    const auto before = workSpaceOf(original.home());
     const QStringList words{"outline", "rename", "甲", "甲.1", "改"};
     const QString home = original.folder.path("killed");
     const auto rename = [&] { qvndctl(home, words); };
@@ -265,7 +265,7 @@ TEST(KilledExit, IsToldAndLeavesOnlyTheCommandToUndo) {
         EXPECT_FALSE(NextStart(home).tellsExit()) << "it is told once";
         EXPECT_TRUE(jet::ImageTables(jet::imageOf(copy)).tables().contains("甲"));
         EXPECT_EQ(qvndctl(home, {"history", "undo"}), tools::ExitStatus::done);
-        EXPECT_EQ(everythingIn(home), before);
+        EXPECT_EQ(workSpaceOf(home), before);
     }
     EXPECT_GT(told, 0);
 }

@@ -150,7 +150,7 @@ TEST_F(LossyRule, DeletingThePlanWithoutItsRootSelectedLeavesTablesThatTheNextRe
     planner.newPlan("乙");
     planner.clickPlan("甲");
     planner.click("甲.2");
-    const model::Snapshot before = onDisk();
+    const test::WorkSpaceState before = onDisk();
     {
         outline::RecordedCommand recorded(planner.state(), planner.current(), "删除当前方案",
                                           planner.messages);
@@ -170,7 +170,7 @@ TEST_F(LossyRule, DeletingThePlanWithoutItsRootSelectedLeavesTablesThatTheNextRe
     EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
     outline::undo(planner.state(), planner.workbench(), planner.services());
     outline::undo(planner.state(), planner.workbench(), planner.services());
-    expectSame(onDisk(), before);
+    test::expectSame(onDisk(), before);
 }
 
 // Taken back at once: the next start would find the folder and list its plan again.
@@ -178,7 +178,7 @@ TEST_F(LossyRule, ANameWithoutATableIsForgottenByARefresh) {
     planner.newPlan("乙");
     planner.click("乙");
     planner.state().gDbUser->TableDefs().Delete("甲");
-    const model::Snapshot before = onDisk();
+    const test::WorkSpaceState before = onDisk();
     outline::RecordedCommand recorded(planner.state(), planner.current(), "添加下级文档",
                                       planner.messages);
     planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
@@ -186,7 +186,7 @@ TEST_F(LossyRule, ANameWithoutATableIsForgottenByARefresh) {
     ASSERT_TRUE(step);
     EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
     outline::undo(planner.state(), planner.workbench(), planner.services());
-    expectSame(onDisk(), before);
+    test::expectSame(onDisk(), before);
 }
 
 TEST_F(LossyRule, ARefreshForgetsATemplateWhoseFolderIsGone) {
@@ -211,7 +211,7 @@ TEST_F(LossyRule, ATemplateWithoutItsTableLosesItsOwnDatabase) {
     planner.newPlan("乙");
     planner.click("乙");
     planner.state().gDbTemplate->TableDefs().Delete("甲");
-    const model::Snapshot before = onDisk();
+    const test::WorkSpaceState before = onDisk();
     outline::RecordedCommand recorded(planner.state(), planner.current(), "存入方案模板",
                                       planner.messages);
     planner.storeTemplate();
@@ -221,7 +221,7 @@ TEST_F(LossyRule, ATemplateWithoutItsTableLosesItsOwnDatabase) {
     EXPECT_FALSE(planner.folder.exists("Sys/标书模板/甲/甲.mdb"));
     outline::undo(planner.state(), planner.workbench(), planner.services());
     EXPECT_TRUE(planner.folder.exists("Sys/标书模板/甲/甲.mdb"));
-    expectSame(onDisk(), before);
+    test::expectSame(onDisk(), before);
 }
 
 TEST_F(LossyRule, ATemplateDocumentWithoutItsFileLosesItsRow) {
@@ -253,6 +253,36 @@ TEST_F(LossyRule, AMovedDocumentOverwritesAFileOfItsNewName) {
     planner.folder.write(fileOf("甲.2.1"), "mine");
     const QString note = noteOf("拖放", [&] { planner.drag(documentKey, "甲.2"); });
     EXPECT_TRUE(note.startsWith("覆盖了 1 个文件：")) << note.toStdString();
+}
+
+TEST_F(LossyRule, ATemplateDocumentCopiedOverOneOfItsNameReplacesItsFileAndLeavesAStrayCopy) {
+    planner.storeTemplate();
+    planner.folder.write(fileOf(documentKey), "mine");
+    planner.pressTemplate(documentKey);
+    planner.copy();
+    planner.click("甲");
+    EXPECT_EQ(noteOf("粘贴", [&] { planner.paste(true); }),
+              "覆盖了 1 个文件：" + documentKey + ".doc\n留下了没有节点的文件：12.doc");
+    EXPECT_EQ(planner.folder.read(fileOf(documentKey)), "text");
+    EXPECT_EQ(planner.folder.read("Sys/用户模板/甲/12.doc"), "text");
+}
+
+TEST_F(LossyRule, AStrayCopyOverwritesTheFileOfItsNumber) {
+    planner.storeTemplate();
+    planner.folder.write("Sys/用户模板/甲/12.doc", "mine");
+    planner.pressTemplate(documentKey);
+    planner.copy();
+    planner.click("甲");
+    const QString note = noteOf("粘贴", [&] { planner.paste(true); });
+    EXPECT_TRUE(note.contains("12.doc")) << note.toStdString();
+    EXPECT_EQ(planner.folder.read("Sys/用户模板/甲/12.doc"), "text");
+}
+
+TEST_F(LossyRule, AMovedDocumentLeavesWhatIsBelowItUnseen) {
+    planner.click(documentKey);
+    planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    const QString note = noteOf("拖放", [&] { planner.drag(documentKey, "甲.2"); });
+    EXPECT_EQ(note, "1 个节点的上级已不在，大纲中不再显示：文");
 }
 
 } // namespace

@@ -1,17 +1,11 @@
 #pragma once
 
-#include "platform/jet/file/Image.h"
 #include "support/Files.h"
 #include "support/Text.h"
 #include "tools/Run.h"
 
 #include <gtest/gtest.h>
 
-#include <QCryptographicHash>
-#include <QDirIterator>
-#include <QMap>
-
-#include <filesystem>
 #include <sstream>
 #include <vector>
 
@@ -72,17 +66,7 @@ public:
     }
     QString home() const { return folder.path("home"); }
 
-    // With the times of the files: one that has another counts as changed by another program.
-    void copyTo(const QString& target) const {
-        namespace fs = std::filesystem;
-        const fs::path from = home().toStdString();
-        const fs::path to = target.toStdString();
-        fs::copy(from, to, fs::copy_options::recursive);
-        for (const auto& entry : fs::recursive_directory_iterator(from)) {
-            fs::last_write_time(to / entry.path().lexically_relative(from),
-                                fs::last_write_time(entry.path()));
-        }
-    }
+    void copyTo(const QString& target) const { copyWithTimes(home(), target); }
 
     // The file that a command adds lies in the folder.
     QStringList wordsOf(const PlannersCommand& command) const {
@@ -111,35 +95,5 @@ private:
         document(plan, plan, plan == "乙" ? "乙共有" : "共有");
     }
 };
-
-// All but the history itself: rows with their numbers, and files by what is in them.
-inline QMap<QString, QStringList> everythingIn(const QString& home) {
-    QMap<QString, QStringList> all;
-    QDirIterator at(home + "/Sys", QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot,
-                    QDirIterator::Subdirectories);
-    while (at.hasNext()) {
-        const QString path = at.next();
-        const QString name = path.mid(home.size());
-        if (at.fileInfo().isDir()) {
-            all[name] = {"folder"};
-        } else if (!name.endsWith(".mdb")) {
-            QFile file(path);
-            EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-            all[name] = {
-                QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha1).toHex()};
-        } else {
-            jet::ImageTables tables(jet::imageOf(path));
-            for (const QString& table : tables.tables().keys()) {
-                all[name] << "table " + table;
-                const auto rows = tables.rowsOf(table);
-                for (auto row = rows.begin(); row != rows.end(); ++row) {
-                    all[name] << table + '|' + QString::number(qlonglong{row.key()}) + '|' +
-                                     QStringList(row->fields.values()).join('|');
-                }
-            }
-        }
-    }
-    return all;
-}
 
 } // namespace qvnd::test

@@ -5,7 +5,7 @@
 #include "platform/history/StepWords.h"
 #include "support/Planner.h"
 #include "support/Text.h"
-#include "whole/model/Snapshot.h"
+#include "whole/WorkSpaceState.h"
 
 #include <gtest/gtest.h>
 
@@ -26,19 +26,20 @@ protected:
     // Runs the command as the window does. An undo behind a restart brings every row, number and
     // file back to the state before it, and redo to the one behind it, in which it ends.
     history::Step record(const QString& caption, const std::function<void()>& command) {
-        const model::Snapshot before = onDisk();
-        outline::RecordedCommand recorded(planner.state(), planner.current(), caption,
-                                          planner.messages);
-        command();
-        const auto step = recorded.finish();
-        const model::Snapshot behind = onDisk();
-        EXPECT_TRUE(step) << "nothing was recorded";
-        planner.restart();
-        EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
-        expectSame(onDisk(), before);
-        EXPECT_TRUE(outline::redo(planner.state(), planner.workbench(), planner.services()));
-        expectSame(onDisk(), behind);
-        return step.value_or(history::Step{});
+        return recordAndTakeBack(caption, command, [this](const history::Step&) {
+            planner.restart();
+            EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
+        });
+    }
+    // The same for a command behind which the start itself finds something to do, which then is the
+    // last step: the list of the steps leads to before the command.
+    history::Step recordAheadOfTheStart(const QString& caption,
+                                        const std::function<void()>& command) {
+        return recordAndTakeBack(caption, command, [this](const history::Step& step) {
+            planner.restart();
+            outline::goToStep(planner.state(), planner.workbench(), planner.services(),
+                              step.parent);
+        });
     }
     QStringList changesOf(const history::Step& step) {
         QStringList lines;
@@ -48,22 +49,38 @@ protected:
         return lines;
     }
 
-    // Rows with their numbers, and files with their texts. The trees on the screen may be older.
-    model::Snapshot onDisk() {
-        model::Snapshot snapshot = model::RealSnapshots(planner).take();
-        for (const char* tree : {"TrvCurrent", "TrvTemplate", "TrvTemplate_Us"}) {
-            snapshot.remove(tree);
-        }
-        return snapshot;
-    }
-    static void expectSame(const model::Snapshot& now, const model::Snapshot& then) {
-        for (const QString& name : now.keys() + then.keys()) {
-            EXPECT_EQ(now.value(name, {"not there"}), then.value(name, {"not there"}))
-                << name.toStdString();
-        }
+    WorkSpaceState onDisk() {
+        planner.state().gWs->Settle();
+        return disk.state();
     }
 
+private:
+    history::Step recordAndTakeBack(const QString& caption, const std::function<void()>& command,
+                                    const std::function<void(const history::Step&)>& takeBack) {
+        const WorkSpaceState before = onDisk();
+        const auto bytesBefore = disk.databases();
+        outline::RecordedCommand recorded(planner.state(), planner.current(), caption,
+                                          planner.messages);
+        command();
+        const auto step = recorded.finish();
+        const WorkSpaceState behind = onDisk();
+        const auto bytesBehind = disk.databases();
+        EXPECT_TRUE(step) << "nothing was recorded";
+        if (!step) {
+            return {};
+        }
+        takeBack(*step);
+        expectSame(onDisk(), before);
+        EXPECT_EQ(disk.databases(), bytesBefore);
+        outline::goToStep(planner.state(), planner.workbench(), planner.services(), step->id);
+        expectSame(onDisk(), behind);
+        EXPECT_EQ(disk.databases(), bytesBehind);
+        return *step;
+    }
+
+protected:
     Planner planner;
+    WorkSpaceReader disk{planner.folder.path()};
 };
 
 } // namespace qvnd::test

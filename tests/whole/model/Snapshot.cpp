@@ -1,9 +1,9 @@
 #include "whole/model/Snapshot.h"
 
+#include "whole/WorkSpaceState.h"
+
 #include <QDir>
 #include <QFile>
-
-#include <sys/stat.h>
 
 namespace qvnd::model {
 
@@ -103,17 +103,6 @@ QStringList linesOf(const outline::OutlineTree& tree) {
                  << "selected " + (tree.SelectedItem() ? tree.SelectedItem()->Key() : QString());
 }
 
-// Which file it is, and how often its content has changed.
-QByteArray stampOf(const QString& path) {
-    struct stat status {};
-    QFile file(path);
-    if (stat(QFile::encodeName(path), &status) != 0 || !file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    file.seek(24);
-    return QByteArray::number(static_cast<qulonglong>(status.st_ino)) + ':' + file.read(4);
-}
-
 void readTable(QStringList& lines, jet::Database& db, const QString& name,
                const jet::TableDef& table) {
     const bool isOutline = table.FindField(u"Key") != nullptr;
@@ -177,7 +166,7 @@ Snapshot RealSnapshots::take() {
 void RealSnapshots::addDatabase(Snapshot& snapshot, const QString& name, const QString& file,
                                 jet::Database* open) {
     Seen& seen = seen_[file];
-    const QByteArray stamp = stampOf(file);
+    const QByteArray stamp = test::changeStampOf(file);
     if (stamp != seen.stamp) {
         const auto own = open ? nullptr : planner_.state().gWs->OpenDatabase(file);
         jet::Database& db = open ? *open : *own;

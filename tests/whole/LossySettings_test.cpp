@@ -1,0 +1,195 @@
+#include "whole/PlannersDesk.h"
+#include "whole/RecordedPlanner.h"
+
+using namespace qvnd;
+
+namespace {
+
+// Settings, custom pages, the finished document and the copies in the plans' folders: commands that
+// replace or leave behind more than their names say. They do what their rules want, the step tells
+// it, and the undo brings all back.
+class LossySetting : public test::RecordedPlanner {
+protected:
+    using Form = format::BidSetForm;
+
+    test::PlannersDesk desk{planner};
+
+    history::Step inTheDialog(const std::function<void(Form&)>& work) {
+        return record("施工方案设置", [&] { desk.settings(work); });
+    }
+    // As before the test, without a word in the history.
+    void prepared(const QStringList& answers, const std::function<void(Form&)>& work) {
+        outline::RecordedCommand recorded(planner.state(), planner.current(), "施工方案设置",
+                                          planner.messages);
+        desk.inputs.answers = answers;
+        desk.settings(work);
+    }
+    QString valueOf(const QString& table, const QString& field) {
+        return planner.state()
+            .gDbBidSet->OpenRecordset("Select * from [" + table + "]")
+            ->Get(field)
+            .TextOrEmpty();
+    }
+    bool hasTable(const QString& table) {
+        return planner.state().gDbBidSet->TableDefs().Contains(table);
+    }
+    QString told(const history::Step& step) { return changesOf(step).join('\n'); }
+    static QString pageOf(const QString& name) { return "Sys/自定义/" + name + ".doc"; }
+};
+
+TEST_F(LossySetting, LookingAtASettingLibraryWritesItsBoxesAndOptionsIntoTheWorkingTables) {
+    prepared({"常用"}, [](Form& form) { form.settingLibrary.cmdSaveSet.click(); });
+    prepared({}, [](Form& form) {
+        form.headerFooter.chkHeader.click();
+        form.headerFooter.TxtHeaderCon.type("我的页眉");
+        form.headerFooter.TxtHeaderCon.leave();
+    });
+    const QString mine = valueOf("页眉页脚表", "是否带页眉");
+    const auto step = inTheDialog([](Form& form) { form.settingLibrary.lstSet.click(0); });
+    EXPECT_NE(valueOf("页眉页脚表", "是否带页眉"), mine);
+    EXPECT_EQ(valueOf("页眉页脚表", "页眉内容"), "我的页眉") << "texts wait for the user";
+    EXPECT_TRUE(told(step).contains("改动“页眉页脚表”中的记录")) << told(step).toStdString();
+}
+
+TEST_F(LossySetting, SavingASettingLibraryShowsTheFirstOneOverWhatTheUserHasSet) {
+    for (const char* name : {"常用", "另一"}) {
+        prepared({name}, [](Form& form) { form.settingLibrary.cmdSaveSet.click(); });
+    }
+    const QString first = valueOf("常用眉脚", "是否带页眉");
+    desk.inputs.answers = {"第三"};
+    const auto step = inTheDialog([](Form& form) {
+        form.settingLibrary.lstSet.click(1);
+        form.headerFooter.chkHeader.click();
+        form.settingLibrary.cmdSaveSet.click();
+    });
+    EXPECT_NE(valueOf("第三眉脚", "是否带页眉"), first);
+    EXPECT_EQ(valueOf("页眉页脚表", "是否带页眉"), first);
+    EXPECT_TRUE(told(step).contains("新建大纲或表 第三页面")) << told(step).toStdString();
+}
+
+TEST_F(LossySetting, LookingAtACoverLibraryWritesItsPictureIntoTheWorkingTable) {
+    for (const char* picture : {"桥.bmp", "路.bmp"}) {
+        planner.folder.write(QString("Sys/图片库/") + picture, "picture");
+    }
+    prepared({"封面甲"}, [](Form& form) {
+        form.cover.cmbPic.setText("桥.bmp");
+        form.coverLibrary.cmdSaveCover.click();
+        form.cover.cmbPic.setText("路.bmp");
+    });
+    const auto step = inTheDialog([](Form& form) { form.coverLibrary.lstcover.click(0); });
+    EXPECT_EQ(valueOf("封面表", "图片"), "桥.bmp");
+    EXPECT_TRUE(told(step).contains("改动“封面表”中的记录")) << told(step).toStdString();
+}
+
+TEST_F(LossySetting, ASettingLibraryThatIsHalfThereGetsTheTablesBeforeTheOneThatIsTaken) {
+    prepared({"常用页面"}, [](Form& form) { form.coverLibrary.cmdSaveCover.click(); });
+    desk.inputs.answers = {"常用"};
+    const auto step = inTheDialog([](Form& form) { form.settingLibrary.cmdSaveSet.click(); });
+    EXPECT_TRUE(hasTable("常用章节"));
+    EXPECT_FALSE(hasTable("常用眉脚"));
+    EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
+    EXPECT_TRUE(told(step).contains("新建大纲或表 常用章节")) << told(step).toStdString();
+}
+
+TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt) {
+    prepared({"常用"}, [](Form& form) { form.settingLibrary.cmdSaveSet.click(); });
+    planner.state().gDbBidSet->TableDefs().Delete("常用眉脚");
+    const auto step = inTheDialog([](Form& form) { form.settingLibrary.cmdDeleteSet.click(); });
+    EXPECT_FALSE(hasTable("常用章节"));
+    EXPECT_TRUE(hasTable("常用页面"));
+    EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
+    EXPECT_TRUE(told(step).contains("删去大纲或表 常用章节")) << told(step).toStdString();
+}
+
+TEST_F(LossySetting, ANewCustomPageOverwritesTheDocumentThatADeletedOneHasLeft) {
+    prepared({"页"}, [](Form& form) { form.customPage.cmdSelfBld.click(); });
+    desk.writeDocument(pageOf("页"), u"我的封面");
+    const QByteArray mine = planner.folder.read(pageOf("页"));
+    prepared({}, [](Form& form) { form.customPage.cmdSelfDel.click(); });
+    ASSERT_EQ(planner.folder.read(pageOf("页")), mine) << "the file stays";
+    desk.inputs.answers = {"页"};
+    const auto step = inTheDialog([](Form& form) { form.customPage.cmdSelfBld.click(); });
+    EXPECT_NE(planner.folder.read(pageOf("页")), mine);
+    EXPECT_EQ(step.note, "覆盖了 1 个文件：页.doc");
+    EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
+    EXPECT_EQ(planner.folder.read(pageOf("页")), mine);
+}
+
+TEST_F(LossySetting, GenerationReplacesTheFinishedDocument) {
+    planner.newPlan("甲");
+    planner.click("甲");
+    planner.addFolder(outline::AddMode::below, "章");
+    planner.folder.write("工程文档管理/施工方案.doc", "changed by hand");
+    const auto step = record("生成卷宗编制",
+                             [&] { EXPECT_EQ(desk.generate(), generate::BuildOutcome::finished); });
+    EXPECT_EQ(step.note, "覆盖了 1 个文件：施工方案.doc");
+    EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
+    EXPECT_EQ(planner.folder.read("工程文档管理/施工方案.doc"), "changed by hand");
+}
+
+TEST_F(LossySetting, ASimilarDocumentGoesIntoTheFileOfTheSelectedOne) {
+    planner.newPlan("甲");
+    desk.writeDocument("files/文.doc", u"自己的");
+    planner.click("甲");
+    planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    planner.storeTemplate();
+    planner.click("甲.1");
+    const QByteArray own = planner.folder.read("Sys/用户模板/甲/甲.1.doc");
+    const auto step = record("插入类似文档", [&] {
+        planner.click("甲.1");
+        EXPECT_TRUE(desk.insertSimilar(0));
+    });
+    EXPECT_NE(planner.folder.read("Sys/用户模板/甲/甲.1.doc"), own);
+    EXPECT_TRUE(told(step).contains("改写文件")) << told(step).toStdString();
+}
+
+// The copy in a plan's folder follows the central table, also where somebody has brought a newer
+// one: it is bookkeeping, but the list of steps leads back to it.
+TEST_F(LossySetting, LeavingAPlanReplacesTheOutlineInItsFolder) {
+    planner.newPlan("乙");
+    planner.newPlan("甲");
+    test::OutlineWorld::add(*planner.state()
+                                 .gWs->OpenDatabase(store::planDatabasePath(planner.state(), "甲"))
+                                 ->OpenRecordset("Select * from 甲"),
+                            {"甲.9", "别处加的"});
+    const auto copied = [&] {
+        return test::OutlineWorld::column(
+            *planner.state().gWs->OpenDatabase(store::planDatabasePath(planner.state(), "甲")),
+            "甲", u"Key");
+    };
+    ASSERT_EQ(copied(), (QStringList{"甲", "甲.9"}));
+    recordAheadOfTheStart("打开方案", [&] { planner.clickPlan("乙"); });
+    EXPECT_EQ(copied(), QStringList("甲"));
+}
+
+TEST_F(LossySetting, AFolderBroughtFromElsewhereUnderAListedNameKeepsTheCentralOutline) {
+    planner.newPlan("甲");
+    planner.exit();
+    {
+        jet::DBEngine engine;
+        const auto own =
+            engine.Workspaces(0).OpenDatabase(planner.folder.path("Sys/用户模板/甲/甲.mdb"));
+        test::OutlineWorld::add(*own->OpenRecordset("Select * from 甲"), {"甲.9", "别处加的"});
+    }
+    planner.start();
+    EXPECT_EQ(test::OutlineWorld::column(*planner.state().gDbUser, "甲", u"Key"),
+              QStringList("甲"));
+    const test::WorkSpaceState before = onDisk();
+    planner.restart(); // whose end replaces the copy
+    EXPECT_FALSE(onDisk() == before);
+    std::int64_t brought = history::beginning;
+    for (const history::Step& step : planner.state().History->steps()) {
+        if (step.kind == history::StepKind::outside) {
+            EXPECT_EQ(step.title, "外部改动[甲.mdb]");
+            brought = step.id;
+        }
+    }
+    outline::goToStep(planner.state(), planner.workbench(), planner.services(), brought);
+    test::expectSame(onDisk(), before);
+    EXPECT_EQ(test::OutlineWorld::column(*planner.state().gWs->OpenDatabase(
+                                             store::planDatabasePath(planner.state(), "甲")),
+                                         "甲", u"Key"),
+              (QStringList{"甲", "甲.9"}));
+}
+
+} // namespace
