@@ -77,6 +77,18 @@ TEST_F(Container, DifatChainMustNotBreakOff) {
     EXPECT_TRUE(breaks("cfb.difat"));
 }
 
+TEST_F(Container, HeaderMustCountTheSectorsOfTheDifat) {
+    const auto added = static_cast<std::uint32_t>(file.size() / 512 - 1);
+    file.resize(file.size() + 512, 0xFF); // no further places
+    put32(file, file.size() - 4, endOfChain);
+    put32(file, fatAt(added), 0xFFFFFFFC); // a sector of the DIFAT
+    put32(file, 68, added);
+    put32(file, 72, 1);
+    EXPECT_EQ(rules(), Rules{});
+    put32(file, 72, 0);
+    EXPECT_EQ(rules(), Rules{"cfb.difat"});
+}
+
 TEST_F(Container, FatSectorsMustBeMarked) {
     put32(file, fatAt(get32(file, 76)), endOfChain);
     EXPECT_EQ(rules(), Rules{"cfb.fat.mark"});

@@ -241,6 +241,17 @@ TEST_F(ContainerEdges, LengthOfANameIsEven) {
     EXPECT_TRUE(breaks("cfb.directory.name"));
 }
 
+TEST_F(ContainerEdges, NameMayFillItsPlaceAndStillEndsInAZero) {
+    const std::size_t root = entryAt(u"Root Entry");
+    for (std::size_t i = 0; i < 31; ++i) {
+        put16(file, root + 2 * i, u'R');
+    }
+    put16(file, root + 64, 64);
+    EXPECT_EQ(brokenRules(file), Rules{});
+    put16(file, root + 62, u'R');
+    EXPECT_EQ(brokenRules(file), Rules{"cfb.directory.name"});
+}
+
 TEST_F(ContainerEdges, NameHasACharacterBesidesItsZero) {
     const std::size_t entry = entryAt(u"Data");
     put16(file, entry, 0);
@@ -254,6 +265,17 @@ TEST(TableEdges, RowMustNotHaveACellMoreThanItsDefinition) {
     SoundDocument document;
     document.setParagraph(u"\a\x13", rowDefinition(1));
     EXPECT_EQ(brokenRules(document.bytes()), Rules{"table.cells"});
+}
+
+TEST(TableEdges, RowsAreFollowedDownToTheSixtyFourthTable) {
+    const auto rulesAtDepth = [](std::uint32_t depth) {
+        SoundDocument document;
+        document.setParagraph(u"标题", joined({flag(sprm::PFInTable), flag(sprm::PFInnerTableCell),
+                                               withSprm32({}, sprm::PItap, depth)}));
+        return brokenRules(document.bytes());
+    };
+    EXPECT_EQ(rulesAtDepth(64), Rules{"table.row"});
+    EXPECT_EQ(rulesAtDepth(65), Rules{});
 }
 
 TEST(TableEdges, MarkOfAnOuterCellMustNotStandInAnInnerTable) {

@@ -78,6 +78,16 @@ TEST(PositionRules, PositionsMustLieInTheText) {
               Rules{"plc.limit"});
 }
 
+TEST(PositionRules, PositionsMayReachOverTheLastMarkAndTheTablesOwnEnd) {
+    const PartLengths ccp = readFib(SoundDocument().streams().wordDocument).ccp;
+    const Cp all = ccp.text + ccp.sideTotal();
+    const auto rulesReaching = [](Cp last) {
+        return rulesWith(FibPair::PlcfSpl, encodePlc({0, last, last + 9}, hex("0000 0000")));
+    };
+    EXPECT_EQ(rulesReaching(all + 2), Rules{});
+    EXPECT_EQ(rulesReaching(all + 3), Rules{"plc.limit"});
+}
+
 // --- styles -------------------------------------------------------------------------------------
 
 class StyleRules : public ::testing::Test {

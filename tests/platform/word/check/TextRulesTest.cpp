@@ -210,6 +210,12 @@ TEST(TextRules, PropertiesKeptApartMustLieInTheDataStream) {
     EXPECT_EQ(rulesWithParagraph(withSprm32({}, sprm::PHugePapx, 0x7FFFFFF)), Rules{"text.huge"});
 }
 
+TEST(TextRules, ASectionsBreakEndsAParagraphWithPropertiesOfItsOwn) {
+    SoundDocument document;
+    document.setParagraph(u"节\f", withSprm32({}, sprm::PHugePapx, 0x7FFFFFF));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"text.huge"});
+}
+
 TEST(TextRules, PropertiesKeptApartAreCheckedToo) {
     SoundDocument document;
     const auto offset = static_cast<std::uint32_t>(document.file.data.size());
