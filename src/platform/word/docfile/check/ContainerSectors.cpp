@@ -174,9 +174,6 @@ Bytes ContainerSectors::claim(std::uint32_t first, std::uint64_t size, const std
 Bytes ContainerSectors::claimAll(std::uint32_t first, const std::u16string& owner,
                                  Findings& findings) {
     Bytes bytes;
-    if (first == cfb::endOfChain) {
-        return bytes;
-    }
     for (const std::uint32_t number : walk(fat_, first, owner, findings)) {
         const ByteView content = sector(number);
         if (content.size() < sectorSize_) {
