@@ -65,9 +65,7 @@ private:
     Cp remaining() const { return runs_[run_].length - used_; }
 
     void copy(Cp length) {
-        if (length > 0) {
-            appendRun(result_, {length, runs_[run_].properties});
-        }
+        appendRun(result_, {length, runs_[run_].properties});
         skip(length);
     }
 
