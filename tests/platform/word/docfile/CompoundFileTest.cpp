@@ -32,6 +32,16 @@ Bytes counted(std::size_t size) {
     return bytes;
 }
 
+TEST(LittleEndian, AWriterWhoseBytesAreTakenIsEmptyAgain) {
+    LittleEndianWriter writer;
+    writer.u16(0x0201);
+    EXPECT_EQ(writer.take(), (Bytes{1, 2}));
+    EXPECT_EQ(writer.position(), 0U);
+    EXPECT_TRUE(writer.take().empty());
+    writer.u8(3);
+    EXPECT_EQ(writer.take(), Bytes{3});
+}
+
 // A file with a large and a small stream, and what a test does to it.
 class CompoundFileTest : public testing::Test {
 protected:
@@ -189,6 +199,16 @@ TEST_F(CompoundFileTest, TheDifatInACircleIsDamage) {
     setNumber(68, 0);
     setNumber(sectorAt(0) + 508, 0);
     EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged);
+}
+
+TEST_F(CompoundFileTest, AHeaderThatCountsNoTableSectorsIsReadByTheirPlaces) {
+    setNumber(44, 0);
+    EXPECT_EQ(opened().stream(u"Large"), counted(6000));
+}
+
+TEST_F(CompoundFileTest, PlacesBeyondTheCountedTableSectorsAreNotRead) {
+    setNumber(80, 100000); // behind the one place that counts
+    EXPECT_EQ(opened().stream(u"Large"), counted(6000));
 }
 
 TEST_F(CompoundFileTest, RubbishInTheUpperHalfOfASizeIsIgnoredInVersion3) {

@@ -316,6 +316,15 @@ TEST(DocumentReader, AParagraphWhoseStyleDoesNotExistGetsTheFirst) {
     EXPECT_EQ(document.unread.remarks.size(), 1U);
 }
 
+TEST(DocumentReader, EqualPropertiesUnderStylesOfTheSameLowByteKeepTheirStyles) {
+    WordFile file = plainWordFile(u"a\rb\r");
+    file.pieces[0].paragraphs = {{2, 1, centred}, {2, 257, centred}};
+    file.parts[FibPair::Stshf] = sheetWithStyles(258);
+    const DocumentContent document = readWithoutRemarks(file);
+    EXPECT_EQ(joined(document.main)->paragraphs[0].style, 1);
+    EXPECT_EQ(joined(document.main)->paragraphs[1].style, 257);
+}
+
 TEST(DocumentReader, APageBreakStandsWithinItsParagraph) {
     const DocumentContent document = readWithoutRemarks(plainWordFile(u"a\x0C"
                                                                       u"b\r"));

@@ -139,6 +139,61 @@ TEST_F(DocumentWriterTest, SavingAsWritesTheWholeDocumentAnew) {
     EXPECT_EQ(joined(read().main)->text, joined(before.main)->text);
 }
 
+TEST_F(DocumentWriterTest, OfAFragmentThatComesInPartByPartEachPartIsWrittenOnce) {
+    const auto story = builder.fragment({plain(u"first"), bold(u"second"), plain(u"\r")});
+    auto& main = builder.content.main;
+    main.insert(main.begin(), {story, 0, 5});
+    builder.content.sections.back().length += 5;
+    saveAs();
+    EXPECT_EQ(joined(read().main)->text, u"first\r");
+    main.insert(main.begin() + 1, {story, 5, story->size() - 5});
+    builder.content.sections.back().length += story->size() - 5;
+    save();
+    EXPECT_EQ(joined(read().main)->text, u"firstsecond\r\r");
+    EXPECT_EQ(boldText(read()), u"second");
+}
+
+// Files of which it cannot be told whether another program has changed them.
+class FolderWithoutStamps final : public OutputFolder {
+public:
+    explicit FolderWithoutStamps(std::shared_ptr<OutputFolder> files) : files_(std::move(files)) {}
+
+    std::unique_ptr<OutputFile> createBeside(const std::filesystem::path& target,
+                                             std::filesystem::path* path) override {
+        return files_->createBeside(target, path);
+    }
+    std::unique_ptr<OutputFile> openForUpdate(const std::filesystem::path& path) override {
+        return files_->openForUpdate(path);
+    }
+    void replace(const std::filesystem::path& from, const std::filesystem::path& to) override {
+        files_->replace(from, to);
+    }
+    void remove(const std::filesystem::path& path) noexcept override { files_->remove(path); }
+    std::optional<FileStamp> stamp(const std::filesystem::path&) override { return std::nullopt; }
+
+private:
+    std::shared_ptr<OutputFolder> files_;
+};
+
+TEST_F(DocumentWriterTest, AFileWhoseStateCannotBeToldIsWrittenWhole) {
+    DocumentWriter unsure(std::make_shared<FolderWithoutStamps>(folder));
+    unsure.saveAs(path, builder.content);
+    builder.add({plain(u"two\r")});
+    unsure.save(builder.content);
+    EXPECT_EQ(joined(read().main)->text, u"two\r\r");
+    EXPECT_EQ(fib().quickSaves, 0U);
+    EXPECT_EQ(pieces().size(), 1U);
+}
+
+TEST_F(DocumentWriterTest, TheMainStreamConsistsOfWholeSectorsAfterEverySave) {
+    for (int i = 0; i < 4; ++i) {
+        builder.add({plain(std::u16string(1000, u'文') + u"\r")});
+        i == 0 ? saveAs() : save();
+        EXPECT_GT(stream(u"WordDocument").size(), 4096U);
+        EXPECT_EQ(stream(u"WordDocument").size() % 512, 0U) << "save " << i;
+    }
+}
+
 TEST_F(DocumentWriterTest, AFragmentThatIsSplitIsNotWrittenAgain) {
     auto story = builder.fragment({plain(u"before"), bold(u"after"), plain(u"\r")});
     builder.add(story);

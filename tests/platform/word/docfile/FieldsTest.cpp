@@ -62,6 +62,14 @@ TEST(Fields, EntriesWithoutTheirCharacterAreDropped) {
     EXPECT_EQ(matched.damage, 3);
 }
 
+TEST(Fields, AnEntryForAnotherCharacterGivesWayToTheText) {
+    const std::vector<FieldMark> known{{1, 0x15, page}, {8, 0x14, 0xFF}, {10, 0x15, 0x80}};
+    const MatchedFields matched = matchFields(known, simple);
+    ASSERT_EQ(matched.marks.size(), 3U);
+    EXPECT_EQ(matched.marks[0], (FieldMark{1, 0x13, 1}));
+    EXPECT_EQ(matched.damage, 2); // a character without its entry, an entry without its character
+}
+
 TEST(Fields, CharactersWithoutCounterpartAreStrays) {
     const MatchedFields matched = matchFields({}, u"\x15\x14\x13\x13\x14\x14\x15");
     EXPECT_EQ(matched.strays, (std::vector<Cp>{0, 1, 2, 5}));

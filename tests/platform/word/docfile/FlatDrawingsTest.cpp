@@ -178,6 +178,10 @@ TEST(FlatDrawings, ATextBoxInAGroupOrWithoutASizeHasNoSpot) {
     drawing.width = 0;
     EXPECT_FALSE(drawing.flat().textBoxes.at(0).spot);
     drawing.width = 1440;
+    drawing.height = 0;
+    EXPECT_FALSE(drawing.flat().textBoxes.at(0).spot);
+    drawing.height = 720;
+    EXPECT_TRUE(drawing.flat().textBoxes.at(0).spot);
     drawing.grouped = true;
     EXPECT_FALSE(drawing.flat().textBoxes.at(0).spot);
 }

@@ -102,6 +102,16 @@ TEST(FontTable, ANameThatIsNotClosedIsKeptToItsLastLetter) {
     EXPECT_TRUE(remarks.empty());
 }
 
+TEST(FontTable, OfARecordThatIsNotClosedTheOtherNameIsDropped) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"宋体")});
+    bytes.back() = 0x41;
+    const FontEntry read = decodeFonts(bytes, remarks).at(0);
+    EXPECT_EQ(read.name, u"宋体");
+    EXPECT_EQ(read.alternateName, u"");
+    EXPECT_EQ(decodeFonts(encodeFonts({read}), remarks).at(0).alternateName, u"");
+}
+
 TEST(FontTable, AFontWithoutANameIsReplacedInItsPlace) {
     Remarks remarks;
     Bytes bytes = encodeFonts({makeFont(u"Arial")});

@@ -121,6 +121,14 @@ TEST(HeaderStory, StoriesOutsideOfTheHeaderDocumentAreLeftOutAndCounted) {
     EXPECT_GT(damage, 0);
 }
 
+TEST(HeaderStory, StoriesBehindThoseOfTheLastSectionAreNobodys) {
+    const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r"),
+                                          setWith(HeaderKind::oddHeader, u"more\r")};
+    const EncodedHeaders headers = encoded(sections);
+    int damage = 0;
+    EXPECT_EQ(decodeHeaders(headers.plcfHdd, lengthOf(headers.text), 1, &damage).size(), 1U);
+}
+
 TEST(HeaderStory, ATableTooShortForASectionGivesNone) {
     EXPECT_TRUE(decodeHeaders({}, 10, 3).empty());
     EXPECT_TRUE(decodeHeaders(Bytes(4 * 12), 10, 3).empty());

@@ -34,6 +34,11 @@ TEST(ImageFile, JpegTakesItsResolutionByInchOrCentimetre) {
     expectImage(test::jpeg(100, 100, 2, 100), ImageKind::jpeg, 567, 567); // one centimetre
 }
 
+TEST(ImageFile, JpegThatTellsOnlyTheFormOfItsDotsHasNoResolution) {
+    expectImage(test::jpeg(96, 96, 0, 72), ImageKind::jpeg, 1440, 1440);
+    expectImage(test::jpeg(96, 96, 3, 72), ImageKind::jpeg, 1440, 1440); // a unit of nobody
+}
+
 TEST(ImageFile, ResolutionThatNobodyMeansCountsAsNone) {
     expectImage(test::jpeg(96, 96, 1, 1), ImageKind::jpeg, 1440, 1440);
     expectImage(test::png(96, 96, 1), ImageKind::png, 1440, 1440);

@@ -3,6 +3,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
 #include "platform/word/docfile/container/FileErrors.h"
+#include "platform/word/docfile/container/WriteObserver.h"
 #include "support/Errors.h"
 
 #include <fstream>
@@ -170,6 +171,24 @@ TEST_F(OutputFileTest, WhatTheSystemSaysHasItsNumber) {
     EXPECT_EQ(number(std::errc::no_such_file_or_directory), error::pathNotFound);
     EXPECT_EQ(number(std::errc::not_a_directory), error::pathNotFound);
     EXPECT_EQ(number(std::errc::io_error), error::pathAccess);
+}
+
+TEST_F(OutputFileTest, ChangesBehindALinkAreToldByTheNameOfTheFileItself) {
+    struct Told : WriteObserver {
+        void beforeReplacing(const fs::path& file) override { replaced = file; }
+        void beforeEditing(const fs::path& file) override { edited = file; }
+        fs::path replaced;
+        fs::path edited;
+    } told;
+    fs::create_directory(home / "inner");
+    write(home / "inner" / "real.doc", "old");
+    fs::create_symlink(home / "inner" / "real.doc", home / "link.doc");
+    observeWrites(&told);
+    folder->openForUpdate(home / "link.doc");
+    replaceBy("new", home / "link.doc");
+    observeWrites(nullptr);
+    EXPECT_EQ(told.edited, fs::canonical(home / "inner" / "real.doc"));
+    EXPECT_EQ(told.replaced, told.edited);
 }
 
 TEST_F(OutputFileTest, AStampTellsAnotherFileAndAnotherContents) {

@@ -39,6 +39,18 @@ TEST(Picture, BlobSaysItsLengthAndHoldsShapeAndPicture) {
     EXPECT_EQ(entry.length, reader.remaining());
 }
 
+TEST(Picture, ItsShapeSaysThatItHasAnAnchorAndAKind) {
+    const DataBlob blob = newPicture().blob();
+    LittleEndianReader reader(*blob, "blob");
+    reader.seek(headSize);
+    art::readHeader(reader);
+    const art::RecordHeader first = art::readHeader(reader);
+    EXPECT_EQ(first.type, art::fsp);
+    EXPECT_EQ(first.instance, 75U); // a picture frame
+    reader.skip(4);                 // the shape's number
+    EXPECT_EQ(reader.u32(), 0x0A00U);
+}
+
 struct BlipCase {
     Bytes file;
     std::uint16_t type;

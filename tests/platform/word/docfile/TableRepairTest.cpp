@@ -77,6 +77,14 @@ TEST_F(TableRepair, InnerRowWithoutAnEndBecomesTextOfTheOuterCell) {
     EXPECT_EQ(story.text, u"in\rb\a\a");
 }
 
+TEST_F(TableRepair, TheEndOfAnInnerRowEndsNoRowOfTheOutermostTable) {
+    add(u"a\r", joined({cell(), flag(sprm::PFInnerTtp)}));
+    add(u"end\r", {});
+
+    EXPECT_EQ(repairTables(story, lists), 1);
+    EXPECT_EQ(propertiesOf(0), Bytes{});
+}
+
 TEST_F(TableRepair, CellMarkOutsideOfTablesBecomesAParagraphMark) {
     add(u"a\a", {});
     EXPECT_EQ(repairTables(story, lists), 1);
