@@ -1,6 +1,7 @@
 #include "platform/word/engine/EngineFixture.h"
 
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/SectionProperties.h"
@@ -8,7 +9,9 @@
 #include "support/Errors.h"
 
 #include <fstream>
+#include <functional>
 #include <iterator>
+#include <optional>
 
 namespace qvnd::test {
 
@@ -148,6 +151,32 @@ TEST_F(ApplicationTest, ChangingAStyleLeavesTheTextAlone) {
     EXPECT_EQ(sprmValue(tables.lists[heading.paragraph], sprm::PJc, 9), 1U);
     EXPECT_TRUE(lookAt(0).empty());
     EXPECT_TRUE(paragraphAt(0).empty());
+}
+
+TEST_F(ApplicationTest, AValueIsFoundAtTheEndOfAChainOfAllStylesAndACircleHasNone) {
+    DocumentTables tables;
+    tables.styles.styles.resize(3);
+    for (StyleIndex style = 0; style < 3; ++style) {
+        tables.styles.styles[style] = StyleDefinition{};
+        tables.styles.styles[style]->basedOn = style == 0 ? 2 : style - 1;
+    }
+    tables.styles.styles[0]->character = tables.lists.intern(withSprm16({}, sprm::CHps, 30));
+    EXPECT_EQ(styleValue(tables, 2, sprm::CHps), 30U);
+    EXPECT_EQ(styleValue(tables, 2, sprm::CFBold), std::nullopt);
+}
+
+TEST_F(ApplicationTest, AStyleThatIsChangedMakesItsDocumentAChangedOne) {
+    const auto asksAfter = [this](const std::function<void(Style&)>& change) {
+        question.asked.clear();
+        Document& opened = app.documents().Open(fileOf("a.doc", {u"甲"}));
+        change(opened.styles().Item(u"标题 1"));
+        opened.Close(std::nullopt);
+        return !question.asked.empty();
+    };
+    EXPECT_FALSE(asksAfter([](Style&) {}));
+    EXPECT_TRUE(asksAfter([](Style& style) { style.Font().setSize(12); }));
+    EXPECT_TRUE(
+        asksAfter([](Style& style) { style.ParagraphFormat().setAlignment(Alignment::center); }));
 }
 
 TEST_F(ApplicationTest, PageSetupIsWrittenInTwips) {

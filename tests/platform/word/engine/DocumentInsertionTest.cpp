@@ -165,6 +165,18 @@ TEST_F(SectionInsertion, InnerSectionsKeepTheirBreaksAndFormats) {
     EXPECT_EQ(formats(), u"PPPPLLPPPP");
 }
 
+TEST_F(SectionInsertion, WhereASectionShowsTheHeaderOfAnEarlierOneThatIsTheOneToTypeInto) {
+    typeHeader(u"眉");
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape(), landscape()});
+    type(u"y");
+    ASSERT_EQ(document().read().sections().count(), 3U);
+    app.ActiveWindow().ActivePane().View().setSeekView(SeekView::currentPageHeader);
+    type(u"新");
+    EXPECT_EQ(headers(), (std::vector<std::u16string>(3, u"新眉\r")));
+}
+
 TEST_F(SectionInsertion, ColumnsOfAnInnerSectionEndAsTheirDocumentSays) {
     type(u"x");
     selection().TypeParagraph();

@@ -87,6 +87,19 @@ TEST(DocumentOpening, ARevisionOfNobodyStaysOne) {
     EXPECT_EQ(content.tables.authors.at(operand16(runList(content), sprm::CIbstRMark)), u"Unknown");
 }
 
+TEST(DocumentOpening, TheAuthorBehindTheLastIsNobody) {
+    SourceDocument source;
+    source.data.tables.authors = {u"张工"};
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIbstRMark, 0));
+    source.paragraph(u"y", 0, {}, sprm16(sprm::CIbstRMark, 1));
+    const DocumentContent content = openedDocument(source.take());
+    const auto authorOf = [&](std::size_t run) {
+        return content.tables.authors.at(operand16(runList(content, run), sprm::CIbstRMark));
+    };
+    EXPECT_EQ(authorOf(0), u"张工");
+    EXPECT_EQ(authorOf(2), u"Unknown"); // behind the first one's mark
+}
+
 TEST(DocumentOpening, StylesHeadersSeparatorsAndTextsOfShapesAreLookedAtToo) {
     SourceDocument source;
     const Bytes missing = sprm16(sprm::CRgFtc0, 99);

@@ -36,6 +36,11 @@ protected:
 
 } // namespace
 
+TEST(SlicedText, OfAnEmptyStoryHasNoSlice) {
+    EXPECT_TRUE(slicesOf(Story{}).empty());
+    EXPECT_TRUE(slicesOf(std::make_shared<const Story>()).empty());
+}
+
 TEST_F(WorkingStoryTest, TypingOnGoesIntoOneSlice) {
     story.insertText(6, u"x", none);
     story.insertText(7, u"y", bold);
