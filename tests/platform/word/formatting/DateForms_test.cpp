@@ -25,6 +25,7 @@ TEST(DateForms, ChineseFormsAreWrittenInCharacters) {
     EXPECT_EQ(shown(u"EEEE年O月A日"), u"二〇二六年十一月二十二日");
     EXPECT_EQ(shown(u"EEEE'年'O'月'A'日'", {2010, 10, 30, 0, 0, 0}), u"二〇一〇年十月三十日");
     EXPECT_EQ(shown(u"O月A日", {2026, 1, 9, 0, 0, 0}), u"一月九日");
+    EXPECT_EQ(shown(u"O月A日", {2026, 12, 20, 0, 0, 0}), u"十二月二十日");
     EXPECT_EQ(shown(u"aaaa"), u"星期日");
     EXPECT_EQ(shown(u"aaaa", {2024, 2, 29, 0, 0, 0}), u"星期四");
     EXPECT_EQ(shown(u"aaaa", {2024, 3, 1, 0, 0, 0}), u"星期五");

@@ -76,6 +76,22 @@ TEST_F(Formats, ColoursByNumberAndByPartsAreOneProperty) {
     EXPECT_EQ(text(withSprm32({}, sprm::CCv, 0xFF000000)).colour, std::nullopt);
 }
 
+TEST_F(Formats, OnlyColoursOfTheTableHaveNumbers) {
+    EXPECT_EQ(text(withSprm8({}, sprm::CIco, 0)).colour, std::nullopt);
+    EXPECT_EQ(text(withSprm8({}, sprm::CIco, 16)).colour, 0xC0C0C0U);
+    EXPECT_EQ(text(withSprm8({}, sprm::CIco, 17)).colour, std::nullopt);
+}
+
+TEST_F(Formats, NoStyleDeletesSoItsOppositeIsADeletion) {
+    const auto isDeleted = [this](unsigned value) {
+        return text(withSprm8({}, sprm::CFRMarkDel, value)).deleted;
+    };
+    EXPECT_TRUE(isDeleted(1));
+    EXPECT_TRUE(isDeleted(0x81));
+    EXPECT_FALSE(isDeleted(0));
+    EXPECT_FALSE(isDeleted(0x80));
+}
+
 TEST_F(Formats, IndentsInCharactersCountWhereTheyAreGiven) {
     const Bytes own = withSprm16({}, sprm::PDcxaLeft1, 200);
     EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(240), 480);
