@@ -16,6 +16,9 @@
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/NormalTemplate.h"
+#include "platform/word/layout/PagesOnDemand.h"
+#include "support/ContentBuilder.h"
+#include "support/FixedFonts.h"
 #include "support/Images.h"
 #include "support/MemoryFolder.h"
 
@@ -354,6 +357,31 @@ TEST(BoundedMemory, EveryPairOfTwoHundredParagraphAndTwoHundredCharacterStyles) 
     }
     file.pieces.push_back(piece);
     expectBounded(wordFile(file));
+}
+
+// Every place in the midst of a long paragraph takes along the lines that are still to come.
+TEST(BoundedMemory, PlacesFromWhichPagesAreLaidOutAgain) {
+    constexpr std::size_t characters = 8000;
+    test::ContentBuilder builder;
+    builder.add({test::plain(std::u16string(characters, u'文') + u"\r")});
+    Bytes paper = withSprm16(withSprm16({}, sprm::SXaPage, 4000), sprm::SYaPage, 4000);
+    for (const auto side : {sprm::SDxaLeft, sprm::SDxaRight, sprm::SDyaTop, sprm::SDyaBottom}) {
+        paper = withSprm16(paper, side, 1000);
+    }
+    builder.content.sections.back().properties = builder.content.tables.lists.intern(paper);
+    const layout::LayoutSource source = layout::sourceOf(builder.content);
+    test::FixedFonts fonts;
+    const MemoryUse once = memoryUseOf([&] {
+        layout::DocumentLayout pages(source, fonts, {});
+        while (pages.nextPage()) {
+        }
+    });
+    const MemoryUse again = memoryUseOf([&] {
+        layout::PagesOnDemand pages(source, fonts, {});
+        while (pages.findNext()) {
+        }
+    });
+    EXPECT_LT(again.peak, once.peak + 2 * (64 * 1024 + 40 * characters));
 }
 
 } // namespace
