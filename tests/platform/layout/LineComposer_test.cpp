@@ -100,6 +100,12 @@ TEST_F(LineComposer, AFullStopMayHangBeyondTheMargin) {
     EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"十。甲"}));
 }
 
+TEST_F(LineComposer, BlanksBehindAHangingMarkStayOnItsLine) {
+    type(U"一二三四五六七八九十。  甲");
+    ASSERT_EQ(compose().size(), 2U);
+    EXPECT_EQ(lines()[1], u"甲");
+}
+
 TEST_F(LineComposer, OpeningBracketsEndNoLine) {
     type(U"一二三四五六七八九（甲乙");
     EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"（甲乙"}));
@@ -161,6 +167,17 @@ TEST_F(LineComposer, ARightTabPutsWhatFollowsBeforeItsStopAndFillsTheGap) {
     format.tabStops = {{2000, TabStop::Kind::right, u'.'}};
     EXPECT_EQ(lines(), (Lines{u"一................12"}));
     EXPECT_DOUBLE_EQ(rightOf(0), 2000);
+}
+
+TEST_F(LineComposer, AStopWhereAHangingParagraphsTextBeginsKeepsItsKind) {
+    type(U"一\t甲");
+    format.left.twips = 800;
+    format.firstLine.twips = -800;
+    format.tabStops = {{800, TabStop::Kind::right, 0}};
+    EXPECT_DOUBLE_EQ(rightOf(0), 800);
+    format.tabStops = {{1000, TabStop::Kind::right, 0}}; // the text's beginning comes first
+    EXPECT_DOUBLE_EQ(rightOf(0), 1000);
+    EXPECT_DOUBLE_EQ(compose()[0].layer.texts.back().x, 800);
 }
 
 TEST_F(LineComposer, ADecimalTabPutsThePointAtItsStop) {

@@ -103,6 +103,18 @@ TEST_F(PageContent, ALineBreakEndsItsLineWithinTheParagraph) {
     EXPECT_DOUBLE_EQ(textAt(page, u"下").x, textAt(page, u"上").x);
 }
 
+TEST_F(PageContent, BordersBesideAParagraphStandAsFarFromItsTextAsTheySay) {
+    // Half a point wide, single, black, ten points away.
+    Bytes list = withSprm32({}, sprm::PBrcLeft80, 0x0A010104);
+    list = withSprm32(list, sprm::PBrcRight80, 0x0A010104);
+    type(u"甲\r", list);
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.rules.size(), 2U);
+    EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000 - 200);
+    EXPECT_DOUBLE_EQ(page.layer.rules[1].x1, 3000 + 200);
+    EXPECT_DOUBLE_EQ(page.layer.rules[1].x2, 3000 + 200);
+}
+
 TEST_F(PageContent, APictureStandsInItsLineInItsSize) {
     auto picture = *word::Picture::fromImage(test::png(96, 48));
     picture.setWidth(1000);
@@ -138,6 +150,21 @@ TEST_F(PageContent, APictureThatIsTooWideForThePlaceBesideAFrameGoesBelow) {
     const Page page = pages().at(0);
     ASSERT_EQ(page.layer.pictures.size(), 1U);
     EXPECT_DOUBLE_EQ(page.layer.pictures[0].y, 1400);
+}
+
+TEST_F(PageContent, AFrameWithoutAWidthIsAsWideAsItsPictures) {
+    auto picture = *word::Picture::fromImage(test::png(96, 48));
+    picture.setWidth(400);
+    picture.setHeight(200);
+    document.tables.blobs.push_back(picture.blob());
+    const Bytes shown = withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1);
+    type(u"\x01\x01\r", withSprm16({}, sprm::PDxaAbs, 0xFFFC)); // centred
+    type(u"甲\r");
+    main.characters = {{2, intern(shown)}, {3, {}}};
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 2U);
+    EXPECT_NEAR(page.layer.pictures[0].x, 1600, 1);
+    EXPECT_NEAR(page.layer.pictures[1].x, 2000, 1);
 }
 
 // A character that stands for that code of the font Symbol, the third of the document.
