@@ -34,6 +34,12 @@ TEST_F(Dialect, KeywordsAndNamesHaveNoCase) {
     EXPECT_EQ(opening(u"select * from pLAN"_qs), 0);
 }
 
+TEST_F(Dialect, BlanksTabsAndLineEndsPartWords) {
+    EXPECT_EQ(
+        rowsOf(*db_, u"select\t* from\r\n工程甲\nwhere\tkey = '工程甲'\r\norder by id\n"_qs).size(),
+        1);
+}
+
 TEST_F(Dialect, BehindTheDecimalPointOfANumberStandDigits) {
     EXPECT_EQ(count(u"ID = 2.0"_qs), 1);
     EXPECT_EQ(opening(u"select * from 工程甲 where ID = 2.x"_qs), error::syntaxError);

@@ -130,6 +130,12 @@ TEST(TextPatterns, BracketsStandForOneOfTheirCharacters) {
     EXPECT_TRUE(matchesPattern(u"a-", u"a[x-]"));
 }
 
+TEST(TextPatterns, TheEndOfARangeBeginsNoOther) {
+    EXPECT_TRUE(matchesPattern(u"e", u"[a-c-e]"));
+    EXPECT_TRUE(matchesPattern(u"-", u"[a-c-e]"));
+    EXPECT_FALSE(matchesPattern(u"d", u"[a-c-e]"));
+}
+
 TEST(TextPatterns, AnExclamationMarkInBracketsStandsForTheOthers) {
     EXPECT_TRUE(matchesPattern(u"T.x", u"T.[!0-9]"));
     EXPECT_FALSE(matchesPattern(u"T.5", u"T.[!0-9]"));

@@ -191,6 +191,19 @@ TEST_F(Transactions, RowsAddedInARunLastOnceControlIsBackInTheEventLoop) {
     EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 2);
 }
 
+// Another program would otherwise wait as long as the run takes.
+TEST_F(Transactions, RowsOfALongRunLastWhileItGoesOn) {
+    const auto rows = a_->OpenRecordset(u"T"_qs);
+    add(*rows, u"a"_qs);
+    add(*rows, u"b"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1) << "the run has just begun";
+    std::this_thread::sleep_for(std::chrono::milliseconds(260));
+    add(*rows, u"c"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 3);
+    add(*rows, u"d"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 3) << "and goes on";
+}
+
 TEST_F(Transactions, ReadingAnotherRecordsetDoesNotEndARunAndSeesIt) {
     addRows(*a_, u"T"_qs, {u"x"_qs, u"y"_qs, u"z"_qs});
     const auto source = a_->OpenRecordset(u"select * from T"_qs);

@@ -1,6 +1,8 @@
 #include "platform/jet/Value.h"
 #include "support/JetStore.h"
 
+#include <limits>
+
 namespace qvnd::jet {
 
 using test::errorOf;
@@ -35,6 +37,7 @@ TEST(Values, ATextSpellsItsNumber) {
     EXPECT_EQ(Value(u"1e3"_qs).ToDouble(), 1000);
     EXPECT_EQ(Value(u"1D-2"_qs).ToDouble(), 0.01);
     EXPECT_EQ(Value(u"&H1F"_qs).ToDouble(), 31);
+    EXPECT_EQ(Value(u"&hF"_qs).ToDouble(), 15);
 }
 
 TEST(Values, ANumberMayHaveACommaBeforeEachGroupOfItsDigits) {
@@ -56,6 +59,8 @@ TEST(Values, ANumberTooWideIs6) {
     EXPECT_EQ(errorOf([] { (void)Value(-32769).ToInteger(); }), 6);
     EXPECT_EQ(errorOf([] { (void)Value(2147483648.0).ToLong(); }), 6);
     EXPECT_EQ(errorOf([] { (void)Value(1e39).ToSingle(); }), 6);
+    constexpr float widest = std::numeric_limits<float>::max();
+    EXPECT_EQ(Value(double{widest}).ToSingle(), widest);
     EXPECT_EQ(errorOf([] { (void)Value(u"1e400"_qs).ToDouble(); }), 6);
 }
 
