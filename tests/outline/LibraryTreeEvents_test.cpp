@@ -239,6 +239,13 @@ TEST_F(PlansTree, AClickOnAnyOtherNodeMakesItsPlanCurrentAndLeavesTheOpenOneOnTh
     EXPECT_EQ(copiedKeys("P").back(), "P.2");
 }
 
+TEST_F(PlansTree, AClickChangesSomethingOnARootAndWhereItsPlanIsNotTheCurrentOne) {
+    click("P");
+    EXPECT_TRUE(opensPlan(state, node("P"))) << "it is saved and read anew";
+    EXPECT_FALSE(opensPlan(state, node("P.2")));
+    EXPECT_TRUE(opensPlan(state, node("Q.1")));
+}
+
 TEST_F(PlansTree, AClickExpandsTheNodeAndOpensTheCommandsOfAPlan) {
     workbench.cmdEdit = false;
     workbench.mnuEdit = false;

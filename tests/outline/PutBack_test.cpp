@@ -126,6 +126,15 @@ TEST_F(PutBack, ItGetsAnotherKeyAndItsFilesWithItWhereItsOwnIsTaken) {
     EXPECT_EQ(world.folder.read(file("T.1.1")), "new");
 }
 
+TEST_F(PutBack, TheOtherKeyIsTheNextBesideItWhateverNumbersStandBelowOtherNodes) {
+    const std::int64_t step = deleteNode("T.1.1");
+    run("添加", [&] {
+        addRow({"T.1.1", "别的", "是"});
+        addRow({"T.2.7", "远的", "是"});
+    });
+    EXPECT_EQ(putBack(step, "T.1.1").key, "T.1.2");
+}
+
 TEST_F(PutBack, ADocumentWhoseFileIsNowhereIsTold) {
     const std::int64_t step = deleteNode("T.1");
     QFile::remove(world.folder.path(file("T.1.1")));

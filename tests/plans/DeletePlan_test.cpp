@@ -201,6 +201,15 @@ TEST_F(DeletePlans, AMissingFolderOrTableStopsNothing) {
     EXPECT_EQ(messages.shown.size(), 1U);
 }
 
+TEST_F(DeletePlans, AMissingListOfPlansKeepsNoTableBack) {
+    makeWholePlan("甲");
+    click("甲", "甲");
+    state.gDbUser->TableDefs().Delete("遍历表");
+    EXPECT_TRUE(remove());
+    EXPECT_FALSE(hasTable("甲"));
+    EXPECT_FALSE(hasTable("甲Org"));
+}
+
 TEST_F(DeletePlans, OnlyTheFirstCurrentRowIsDeletedWhateverPlanItNames) {
     makeWholePlan("甲");
     makeCurrent("乙");
