@@ -226,6 +226,17 @@ TEST_F(WorkSpaceTurns, OnADiskWithoutLocksFailAtOnceWithTheReason) {
     EXPECT_EQ(attempts, 1);
 }
 
+TEST_F(WorkSpaceTurns, ALockThatIsHeldIsNotAskedForAgain) {
+    int attempts = 0;
+    files::FileLock lock(folder.path(), [&attempts](QFile& file) {
+        ++attempts;
+        return files::systemLock(file);
+    });
+    EXPECT_TRUE(lock.tryTake());
+    EXPECT_TRUE(lock.tryTake());
+    EXPECT_EQ(attempts, 1);
+}
+
 TEST_F(WorkSpaceTurns, TheSystemTellsAHeldLockFromOneThatCannotBeTaken) {
     using Outcome = files::LockAttempt::Outcome;
     one.take();
