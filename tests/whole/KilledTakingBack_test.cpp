@@ -8,7 +8,7 @@ using namespace qvnd;
 
 namespace {
 
-// The undo and the redo of real commands, killed before a change of a file.
+// Real commands, their undo and their redo, killed before a change of a file.
 class KilledTakingBack : public test::RealCommands {
 protected:
     // Kills the work in a started program and looks at what the next start finds. Every change by
@@ -95,6 +95,28 @@ TEST_P(KilledTakingBack, ARedoLeavesEitherStateWholeAndTheWayToTheOther) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, KilledTakingBack, testing::ValuesIn(test::realCommands()),
+                         [](const auto& tested) { return std::string(tested.param.label); });
+
+// The commands that the companion has too are killed through it.
+class KilledDeskCommand : public KilledTakingBack {};
+
+TEST_P(KilledDeskCommand, IsToldAtTheNextStartAndOneUndoLeadsToBeforeIt) {
+    EXPECT_TRUE(undo());
+    planner.exit();
+    int unfinished = 0;
+    killEverywhere([this] { run(); },
+                   [&] {
+                       const bool isTold = planner.state().HistoryFound.unfinished.has_value();
+                       unfinished += isTold;
+                       if (isTold || onDisk() != before) {
+                           EXPECT_TRUE(undo());
+                       }
+                       test::expectSame(onDisk(), before);
+                   });
+    EXPECT_GT(unfinished, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, KilledDeskCommand, testing::ValuesIn(test::deskCommands()),
                          [](const auto& tested) { return std::string(tested.param.label); });
 
 } // namespace

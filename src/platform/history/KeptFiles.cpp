@@ -163,8 +163,11 @@ void KeptFiles::removeUnfinished(const QString& path) {
     // As QSaveFile and the store name their unfinished files.
     static const QRegularExpression unfinished(
         QStringLiteral("^\\.([A-Za-z]{6}|new|new-journal)$"));
+    // As the Word engine names its own. Commands take turns, so nobody is writing one now.
+    static const QRegularExpression document(QStringLiteral("^~doc[0-9]+-[0-9]+\\.tmp$"));
     for (const QString& other : QDir(file.path()).entryList(QDir::Files | QDir::Hidden)) {
-        if (other.startsWith(name) && unfinished.match(other.mid(name.size())).hasMatch()) {
+        if (document.match(other).hasMatch() ||
+            (other.startsWith(name) && unfinished.match(other.mid(name.size())).hasMatch())) {
             QFile::remove(file.dir().filePath(other));
         }
     }

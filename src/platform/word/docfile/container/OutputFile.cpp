@@ -137,7 +137,12 @@ WriteObserver* observer = nullptr;
 class RealOutputFolder final : public OutputFolder {
 public:
     std::unique_ptr<OutputFile> createBeside(const fs::path& target, fs::path* path) override {
-        const fs::path folder = behindLinks(target).parent_path();
+        const fs::path real = behindLinks(target);
+        const fs::path folder = real.parent_path();
+        // Told already here, so that what a killed process leaves half is known as the command's.
+        if (observer != nullptr) {
+            observer->beforeReplacing(real);
+        }
         for (;;) {
             // Short and plain, as the target's own name may be as long as names can be.
             *path = folder / ("~doc" + std::to_string(processNumber()) + "-" +
