@@ -27,6 +27,11 @@ public:
     using Work = std::function<std::optional<long>()>;
     using Answer = std::optional<long>;
 
+    // Without a limit; the work may set one of its own, such as FullDisk.
+    static Answer alone(const Work& work) {
+        return run([] { return true; }, work);
+    }
+
     // No file grows beyond that many bytes.
     static Answer withFilesUpTo(std::size_t bytes, const Work& work) {
         return run(
