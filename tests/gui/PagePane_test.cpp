@@ -199,9 +199,8 @@ TEST_F(PagePaneTest, AnEmptyDocumentIsOneWhitePage) {
 
 TEST_F(PagePaneTest, APictureThatCannotBeDrawnKeepsItsPlaceAndIsNamed) {
     test::ContentBuilder builder;
-    const QByteArray wmf = test::WmfBuilder().window(10, 10).placeable(0, 0, 960, 960, 96);
-    auto picture = *word::Picture::fromImage(
-        {reinterpret_cast<const std::uint8_t*>(wmf.constData()), std::size_t(wmf.size())});
+    const word::Bytes wmf = test::WmfBuilder().window(10, 10).placeable(0, 0, 960, 960, 96);
+    auto picture = *word::Picture::fromImage(wmf);
     picture.setWidth(7000);
     picture.setHeight(7000);
     builder.content.tables.blobs.push_back(picture.blob());

@@ -173,30 +173,18 @@ TEST(Emf, TextThatMovesOnGoesOnWhereItEnded) {
     EXPECT_EQ(result.text(1).at, (VectorPoint{35, 7}));
 }
 
+void stretch(EmfBuilder& emf, std::uint32_t operation) {
+    emf.stretchDib(operation, 100, 200, 50, 60, 2, 1, redAndBlue());
+}
+
 TEST(Emf, ABitmapIsStretchedToItsPlace) {
-    word::LittleEndianWriter content;
-    content.zeros(16);
-    for (const unsigned part :
-         {100U, 200U, 0U, 0U, 2U, 1U, 80U, 40U, 120U, 8U, 0U, 0xCC0020U, 50U, 60U}) {
-        content.u32(part);
-    }
-    content.u32(40);
-    content.u32(2);
-    content.u32(1);
-    content.u16(1);
-    content.u16(24);
-    content.zeros(24);
-    for (const unsigned part : {0U, 0U, 255U, 255U, 0U, 0U, 0U, 0U}) {
-        content.u8(part);
-    }
     EmfBuilder emf;
-    emf.record(81, content.data());
+    stretch(emf, 0x00CC0020);
     const VectorImage image = drawn(emf).image(0);
     EXPECT_EQ(image.corner, (VectorPoint{100, 200}));
     EXPECT_EQ(image.across, (VectorPoint{50, 0}));
     EXPECT_EQ(image.down, (VectorPoint{0, 60}));
-    EXPECT_EQ(image.image.pixels,
-              (std::vector<std::uint8_t>{0, 0, 255, 255, 255, 0, 0, 255})); // red, blue
+    EXPECT_EQ(image.image.pixels, redAndBluePixels);
 }
 
 TEST(Emf, AnArcTurnsAgainstTheClock) {
@@ -357,21 +345,9 @@ TEST(Emf, AFaceThatIsTurnedForVerticalTextIsTheFace) {
     EXPECT_EQ(drawn(emf).text(0).font, u"宋体");
 }
 
-// A record that stretches redAndBlue() to 50 by 60.
-word::Bytes stretched(std::uint32_t operation) {
-    word::LittleEndianWriter content;
-    content.zeros(16);
-    for (const unsigned part :
-         {100U, 200U, 0U, 0U, 2U, 1U, 80U, 40U, 120U, 8U, 0U, operation, 50U, 60U}) {
-        content.u32(part);
-    }
-    content.bytes(redAndBlue());
-    return content.take();
-}
-
 TEST(Emf, ARasterOperationTurnsTheColoursOfABitmapAround) {
     EmfBuilder emf;
-    emf.record(81, stretched(0x00330008));
+    stretch(emf, 0x00330008);
     EXPECT_EQ(drawn(emf).image(0).image.pixels,
               (std::vector<std::uint8_t>{255, 255, 0, 255, 0, 255, 255, 255}));
 }
@@ -379,9 +355,10 @@ TEST(Emf, ARasterOperationTurnsTheColoursOfABitmapAround) {
 TEST(Emf, ARasterOperationWithoutASourceFillsThePlaceOfTheBitmap) {
     EmfBuilder emf;
     emf.record(39, {2, 0, 0x0000FF, 0}).record(37, {2});
-    emf.record(81, stretched(0x00F00021)).record(81, stretched(0x005A0049));
-    emf.record(81, stretched(0x00550009)).record(81, stretched(0x00AA0029));
-    emf.record(81, stretched(0x00000042));
+    for (const std::uint32_t operation :
+         {0x00F00021U, 0x005A0049U, 0x00550009U, 0x00AA0029U, 0x00000042U}) {
+        stretch(emf, operation);
+    }
     const Drawn result = drawn(emf);
     ASSERT_EQ(result.count(), 4U) << "the one that leaves all as it is draws nothing";
     EXPECT_EQ(result.shape(0).fill, 0xFF0000U);

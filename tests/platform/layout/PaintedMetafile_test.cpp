@@ -13,7 +13,7 @@ using metafile::Bitmap;
 
 TEST(Bitmap, OneBitAPixelNamesColoursAndRowsStandFromBelow) {
     word::LittleEndianWriter file;
-    file.bytes(bitmapHead(2, 2, 1));
+    file.bytes(test::bitmapHead(2, 2, 1));
     file.u32(0x000000FF); // blue
     file.u32(0x00FF0000); // red
     for (const unsigned part : {0x80U, 0U, 0U, 0U, 0x40U, 0U, 0U, 0U}) {
@@ -32,14 +32,14 @@ TEST(Bitmap, OneBitAPixelNamesColoursAndRowsStandFromBelow) {
 }
 
 TEST(Bitmap, WhatIsLargerThanItsBytesOrThanAnyPictureIsRefused) {
-    word::Bytes file = bitmapHead(2, 1, 32);
+    word::Bytes file = test::bitmapHead(2, 1, 32);
     file.resize(file.size() + 8);
     EXPECT_TRUE(Bitmap::read(file, {}));
     file.pop_back();
     EXPECT_FALSE(Bitmap::read(file, {}));
-    EXPECT_FALSE(Bitmap::read(bitmapHead(100000, 100000, 1), {}));
-    EXPECT_FALSE(Bitmap::read(bitmapHead(0, 1, 32), {}));
-    EXPECT_FALSE(Bitmap::read(bitmapHead(1, 1, 7), {}));
+    EXPECT_FALSE(Bitmap::read(test::bitmapHead(100000, 100000, 1), {}));
+    EXPECT_FALSE(Bitmap::read(test::bitmapHead(0, 1, 32), {}));
+    EXPECT_FALSE(Bitmap::read(test::bitmapHead(1, 1, 7), {}));
 }
 
 // A document's picture of that metafile.

@@ -28,37 +28,19 @@ TEST(Wmf, WithoutAWindowTheContentIsTheArea) {
     EXPECT_EQ(result.picture->height, 100);
 }
 
-TEST(Wmf, APlaceableHeaderIsPassedOver) {
+TEST(Wmf, APlaceableHeaderWithoutAnAreaIsPassedOver) {
     WmfBuilder wmf;
     wmf.record(0x020C, {100, 200}).record(0x041B, {10, 20, 0, 0});
-    word::Bytes file = wmf.file();
-    word::LittleEndianWriter head;
-    head.u32(0x9AC6CDD7);
-    head.zeros(18);
-    const word::Bytes bytes = head.take();
-    file.insert(file.begin(), bytes.begin(), bytes.end());
-    const auto result = readWmf(file);
+    const auto result = readWmf(wmf.placeable(0, 0, 0, 0, 0));
     ASSERT_TRUE(result);
     EXPECT_EQ(result->elements.size(), 1U);
-}
-
-word::Bytes placeable(WmfBuilder& wmf, int left, int top, int right, int bottom) {
-    word::LittleEndianWriter file;
-    file.u32(0x9AC6CDD7);
-    file.u16(0);
-    for (const int bound : {left, top, right, bottom}) {
-        file.u16(static_cast<unsigned>(bound) & 0xFFFFU);
-    }
-    file.zeros(8);
-    file.bytes(wmf.file());
-    return file.take();
 }
 
 TEST(Wmf, TheBoundsOfAPlaceableFileAreItsWindowUntilARecordSetsAnother) {
     WmfBuilder wmf;
     wmf.record(0x041B, {60, 110, 10, 10}); // from 10,10 to 110,60
     wmf.record(0x020B, {0, 0}).record(0x020C, {1000, 1000}).record(0x041B, {500, 500, 0, 0});
-    const Drawn result(readWmf(placeable(wmf, 10, 10, 210, 110)));
+    const Drawn result(readWmf(wmf.placeable(10, 10, 210, 110, 96)));
     EXPECT_EQ(result.picture->width, 200);
     EXPECT_EQ(result.picture->height, 100);
     EXPECT_EQ(result.shape(0).path.points[0], (VectorPoint{0, 0}));
@@ -116,7 +98,7 @@ TEST(Wmf, ANewObjectTakesTheFirstFreePlace) {
 
 TEST(Wmf, ChineseTextIsReadInItsCodePageWithTheAdvancesOfBothBytes) {
     WmfBuilder wmf;
-    wmf.record(0x020C, {100, 200}).font(0, "Arial", -12, 0x86);
+    wmf.record(0x020C, {100, 200}).font("Arial", -12, 0x86).select(0);
     wmf.text(3, 4,
              "\xCA\xA9"
              "a\xB9\xA4",
@@ -133,7 +115,7 @@ TEST(Wmf, TheSmallestBreachOfARecordsSizeEndsTheFile) {
     word::LittleEndianWriter tooShort;
     tooShort.u32(2);
     tooShort.u16(0x041B);
-    wmf.bytes(tooShort.data()).record(0x041B, {10, 20, 0, 0});
+    wmf.raw(tooShort.data()).record(0x041B, {10, 20, 0, 0});
     EXPECT_EQ(drawn(wmf).count(), 1U);
 }
 

@@ -75,9 +75,8 @@ TEST(PageImages, OfACroppedPictureTheWholeIsTakenForItsFineness) {
 }
 
 TEST(PageImages, AMetafileAndDataThatIsNoPictureGiveNothing) {
-    const QByteArray wmf = test::WmfBuilder().window(10, 10).placeable(0, 0, 10, 10, 96);
-    const auto picture = word::Picture::fromImage(
-        {reinterpret_cast<const std::uint8_t*>(wmf.constData()), std::size_t(wmf.size())});
+    const word::Bytes wmf = test::WmfBuilder().window(10, 10).placeable(0, 0, 10, 10, 96);
+    const auto picture = word::Picture::fromImage(wmf);
     ASSERT_TRUE(picture);
     EXPECT_FALSE(pageImage(picture->blob()));
     EXPECT_FALSE(pageImage(nullptr));

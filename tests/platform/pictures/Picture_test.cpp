@@ -29,6 +29,10 @@ drawing::FontFaces& fonts() {
     return faces;
 }
 
+QByteArray qtBytes(const word::Bytes& bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size())};
+}
+
 // On white paper of 100 by 100.
 QImage drawn(const QByteArray& file, QRect target = {0, 0, 100, 100}) {
     QImage paper(100, 100, QImage::Format_ARGB32_Premultiplied);
@@ -36,6 +40,9 @@ QImage drawn(const QByteArray& file, QRect target = {0, 0, 100, 100}) {
     QPainter painter(&paper);
     painter.drawImage(target.topLeft(), Picture::fromData(file).image(target.size(), fonts()));
     return paper;
+}
+QImage drawn(const word::Bytes& file, QRect target = {0, 0, 100, 100}) {
+    return drawn(qtBytes(file), target);
 }
 
 bool isAlike(QColor seen, QColor wanted) {
@@ -113,7 +120,7 @@ TEST(PictureFile, OtherBytesAreNoPicture) {
 }
 
 TEST(WmfPicture, APlaceableFileFillsItsPlaceWithItsBounds) {
-    const QByteArray file = redBrush().rectangle(0, 0, 500, 250).placeable(0, 0, 1000, 500, 1000);
+    const word::Bytes file = redBrush().rectangle(0, 0, 500, 250).placeable(0, 0, 1000, 500, 1000);
     expectSpots(drawn(file),
                 {{10, 10, Qt::red}, {45, 45, Qt::red}, {55, 45, Qt::white}, {45, 55, Qt::white}});
 }
@@ -126,7 +133,7 @@ TEST(WmfPicture, APlainFileFillsItsPlaceWithItsWindow) {
 }
 
 TEST(WmfPicture, APlainFileWithoutAWindowShowsNoArea) {
-    EXPECT_TRUE(Picture::fromData(redBrush().rectangle(0, 0, 10, 10).plain()).isNull());
+    EXPECT_TRUE(Picture::fromData(qtBytes(redBrush().rectangle(0, 0, 10, 10).plain())).isNull());
 }
 
 TEST(WmfPicture, AWindowThatGoesUpwardsStandsUpright) {
@@ -266,26 +273,10 @@ TEST(WmfPicture, ARegionClips) {
     expectSpots(drawn(wmf.plain()), {{20, 50, Qt::red}, {80, 50, Qt::white}});
 }
 
-WmfBuilder& font(WmfBuilder& wmf, int height, unsigned charset) {
-    return wmf.record(0x02FB, [&](word::LittleEndianWriter& out) {
-        out.u16(static_cast<std::uint16_t>(height));
-        for (const unsigned number : {0U, 0U, 0U, 400U}) {
-            out.u16(number);
-        }
-        for (const unsigned byte : {0U, 0U, 0U, charset, 0U, 0U, 0U, 0U}) {
-            out.u8(byte);
-        }
-        for (const char letter : QByteArray("Noto Sans")) {
-            out.u8(static_cast<unsigned char>(letter));
-        }
-        out.u8(0);
-    });
-}
-
 TEST(WmfPicture, TextStandsAtItsPlaceInItsColour) {
     WmfBuilder wmf;
     wmf.window(100, 100).record(0x0102, {1}).record(0x0209, [](auto& out) { out.u32(blue); });
-    font(wmf, -30, 134).select(0).text(10, 20, QByteArray::fromHex("b9a4b3cc")); // 工程 in GBK
+    wmf.font("Noto Sans", -30, 134).select(0).text(10, 20, "\xB9\xA4\xB3\xCC"); // 工程 in GBK
     const QImage paper = drawn(wmf.plain());
     EXPECT_GT(ink(paper, {10, 20, 60, 45}), 100);
     EXPECT_EQ(ink(paper, {0, 0, 100, 18}), 0);
@@ -296,7 +287,7 @@ TEST(WmfPicture, TextStandsAtItsPlaceInItsColour) {
 TEST(WmfPicture, TextIsAlignedAtItsPlace) {
     WmfBuilder wmf;
     wmf.window(100, 100).record(0x0102, {1}).record(0x012E, {2 + 24}); // right, baseline
-    font(wmf, -20, 0).select(0).text(90, 60, "HHH");
+    wmf.font("Noto Sans", -20, 0).select(0).text(90, 60, "HHH");
     const QImage paper = drawn(wmf.plain());
     EXPECT_GT(ink(paper, {40, 40, 50, 20}), 50);
     EXPECT_EQ(ink(paper, {92, 0, 8, 100}), 0);
@@ -306,8 +297,8 @@ TEST(WmfPicture, TextIsAlignedAtItsPlace) {
 TEST(WmfPicture, LettersAreAsWideAsTheFileSays) {
     WmfBuilder wmf;
     wmf.window(100, 100).record(0x0102, {1});
-    font(wmf, -20, 0).select(0);
-    wmf.record(0x0A32, {10, 10, 2, 0, 'I' | ('I' << 8), 60, 20});
+    wmf.font("Noto Sans", -20, 0).select(0);
+    wmf.text(10, 10, "II", {60, 20});
     const QImage paper = drawn(wmf.plain());
     EXPECT_GT(ink(paper, {10, 10, 15, 30}), 5);
     EXPECT_EQ(ink(paper, {30, 10, 35, 30}), 0);
@@ -404,22 +395,7 @@ TEST(EmfPicture, CurvesArePassedThroughTheirEnds) {
 TEST(EmfPicture, TextStandsAtItsPlaceInItsColour) {
     EmfBuilder emf;
     emf.record(18, {1}).record(24, {blue});
-    emf.record(82, [](word::LittleEndianWriter& out) {
-        out.u32(1);
-        for (const int number : {-30, 0, 0, 0, 400, 0, 0}) {
-            out.u32(static_cast<std::uint32_t>(number));
-        }
-        out.text(u"Noto Sans");
-        out.zeros(64 - 18);
-    });
-    emf.select(1).record(84, [](word::LittleEndianWriter& out) {
-        for (const int number : {0, 0, 99, 99, 1, 0, 0, 10, 20, 2, 76, 0, 0, 0, 0, 0, 80}) {
-            out.u32(static_cast<std::uint32_t>(number));
-        }
-        out.text(u"工程");
-        out.u32(30);
-        out.u32(30);
-    });
+    emf.font(u"Noto Sans", -30).text(10, 20, u"工程", {30, 30});
     const QImage paper = drawn(emf.file());
     EXPECT_GT(ink(paper, {10, 20, 60, 45}), 100);
     EXPECT_EQ(ink(paper, {0, 0, 100, 18}), 0);
@@ -427,15 +403,8 @@ TEST(EmfPicture, TextStandsAtItsPlaceInItsColour) {
 }
 
 TEST(EmfPicture, ABitmapStandsUpright) {
-    const word::Bytes dib = fourPixels();
     EmfBuilder emf;
-    emf.record(81, [&](word::LittleEndianWriter& out) {
-        for (const std::uint32_t number : {0U, 0U, 99U, 99U, 0U, 0U, 0U, 0U, 2U, 2U, 80U, 40U, 120U,
-                                           16U, 0U, sourceCopy, 100U, 100U}) {
-            out.u32(number);
-        }
-        out.bytes(dib);
-    });
+    emf.stretchDib(sourceCopy, 0, 0, 100, 100, 2, 2, fourPixels());
     expectSpots(drawn(emf.file()),
                 {{10, 10, Qt::red}, {90, 10, Qt::green}, {10, 90, Qt::blue}, {90, 90, Qt::white}});
 }
@@ -466,14 +435,14 @@ TEST(PictureOfPixels, ABitmapThatClaimsMoreThanItBringsIsLeftOut) {
 }
 
 // One of each kind of record.
-QByteArray richWmf() {
+word::Bytes richWmf() {
     WmfBuilder wmf = redBrush();
     wmf.window(100, 100).origin(0, 0).record(0x001E, {}).record(0x0416, {90, 90, 10, 10});
     wmf.rectangle(0, 0, 60, 60).record(0x0418, {90, 90, 20, 20});
     wmf.record(0x061C, {5, 5, 90, 90, 50, 50}).record(0x081A, {0, 50, 50, 99, 99, 99, 0, 0});
     wmf.record(0x0324, {3, 0, 0, 50, 0, 50, 50}).record(0x0325, {3, 0, 0, 50, 0, 50, 50});
     wmf.record(0x0538, {2, 3, 3, 0, 0, 9, 0, 9, 9, 20, 20, 50, 20, 50, 50});
-    font(wmf, -20, 134).select(2).text(10, 20, "text");
+    wmf.font("Noto Sans", -20, 134).select(2).text(10, 20, "text");
     wmf.record(0x0A32, {10, 10, 2, 2, 0, 0, 50, 50, 'I' | ('I' << 8), 60, 20});
     wmf.stretchDib(sourceCopy, 0, 0, 50, 50, fourPixels()).record(0x0127, {-1});
     wmf.pen(1, 3, blue).select(3).record(0x0213, {90, 90}).brush(green, 2, 5).select(4);
@@ -482,7 +451,7 @@ QByteArray richWmf() {
     return wmf.placeable(0, 0, 100, 100, 96);
 }
 
-QByteArray richEmf() {
+word::Bytes richEmf() {
     EmfBuilder emf;
     emf.brush(1, red).select(1).record(17, {8}).record(9, {100, 100}).record(11, {100, 100});
     emf.record(95, {2, 0, 0, 0, 0, 0x00010001, 2, 0, red, 0, 0}).select(2).record(33, {});
@@ -494,25 +463,18 @@ QByteArray richEmf() {
     emf.record(75, {48, 1, 32, 1, 1, 16, 0, 0, 9, 9, 0, 0, 60, 60}).record(34, {-1});
     emf.record(84, {0, 0, 99, 99, 1, 0, 0, 10, 20, 2, 76, 2, 0, 0, 9, 9, 80, 0x00480048, 9, 9});
     emf.record(76, {0, 0, 9, 9, 0, 0, 5, 5, 0x00F00021, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
-    const word::Bytes dib = fourPixels();
-    emf.record(81, [&](word::LittleEndianWriter& out) {
-        for (const std::uint32_t number : {0U, 0U, 99U, 99U, 0U, 0U, 0U, 0U, 2U, 2U, 80U, 40U, 120U,
-                                           16U, 0U, sourceCopy, 100U, 100U}) {
-            out.u32(number);
-        }
-        out.bytes(dib);
-    });
+    emf.stretchDib(sourceCopy, 0, 0, 100, 100, 2, 2, fourPixels());
     return emf.file();
 }
 
-struct Damage : testing::TestWithParam<QByteArray (*)()> {
-    const QByteArray whole = GetParam()();
+struct Damage : testing::TestWithParam<word::Bytes (*)()> {
+    const word::Bytes whole = GetParam()();
 };
 
 TEST_P(Damage, IsBornAtEveryLength) {
     EXPECT_GT(ink(drawn(whole), {0, 0, 100, 100}), 500);
-    for (qsizetype length = 0; length < whole.size(); ++length) {
-        drawn(whole.first(length));
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        drawn(word::Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length)));
     }
 }
 
@@ -520,19 +482,18 @@ TEST_P(Damage, IsBornAtEveryLength) {
 TEST_P(Damage, OfAnyByteEndsSoon) {
     QElapsedTimer timer;
     timer.start();
-    for (qsizetype at = 0; at < whole.size(); ++at) {
-        for (const int value : {0x00, 0x7F, 0x80, 0xFF}) {
-            QByteArray damaged = whole;
-            damaged[at] = static_cast<char>(value);
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        for (const std::uint8_t value : {0x00, 0x7F, 0x80, 0xFF}) {
+            word::Bytes damaged = whole;
+            damaged[at] = value;
             drawn(damaged);
         }
     }
     std::mt19937 dice(20011);
     for (int round = 0; round < 1000; ++round) {
-        QByteArray damaged = whole;
+        word::Bytes damaged = whole;
         for (int i = 0; i < 12; ++i) {
-            damaged[static_cast<qsizetype>(dice() % static_cast<unsigned>(whole.size()))] =
-                static_cast<char>(dice());
+            damaged[dice() % whole.size()] = static_cast<std::uint8_t>(dice());
         }
         drawn(damaged);
     }
