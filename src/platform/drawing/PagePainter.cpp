@@ -106,8 +106,9 @@ private:
         if (image && image->width >= 1 && image->height >= 1) {
             paint(context, picture, *image);
         } else if (const auto drawing = readMetafile(picture.blob)) {
-            drawing::paint(context, *drawing, {picture.x, picture.y, picture.width, picture.height},
-                           glyphs_);
+            const layout::PageArea area{picture.x, picture.y, picture.x + picture.width,
+                                        picture.y + picture.height};
+            drawing::paint(context, *drawing, area, glyphs_);
         }
     }
 

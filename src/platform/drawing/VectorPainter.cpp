@@ -4,7 +4,6 @@
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numeric>
 
@@ -38,11 +37,12 @@ double lengthOf(const VectorPath& path) {
 
 class Painting {
 public:
-    Painting(cairo_t* context, const VectorPicture& picture, const PaintedArea& area,
+    Painting(cairo_t* context, const VectorPicture& picture, const layout::PageArea& area,
              GlyphPainter& glyphs)
-        : context_(context), glyphs_(glyphs), scaleX_(area.width / picture.width),
-          scaleY_(area.height / picture.height), originX_(area.x - picture.left * scaleX_),
-          originY_(area.y - picture.top * scaleY_) {}
+        : context_(context), glyphs_(glyphs), scaleX_((area.right - area.left) / picture.width),
+          scaleY_((area.bottom - area.top) / picture.height),
+          originX_(area.left - picture.left * scaleX_), originY_(area.top - picture.top * scaleY_) {
+    }
 
     void paint(const VectorElement& element) {
         if (element.clip.get() != clip_) {
@@ -282,10 +282,10 @@ private:
         if (!surface) {
             return;
         }
-        const auto [corner, right, below] =
-            std::array{onPage(image.corner),
-                       onPage({image.corner.x + image.across.x, image.corner.y + image.across.y}),
-                       onPage({image.corner.x + image.down.x, image.corner.y + image.down.y})};
+        const VectorPoint from = image.corner;
+        const VectorPoint corner = onPage(from);
+        const VectorPoint right = onPage({from.x + image.across.x, from.y + image.across.y});
+        const VectorPoint below = onPage({from.x + image.down.x, from.y + image.down.y});
         const double width = image.image.width;
         const double height = image.image.height;
         cairo_matrix_t matrix;
@@ -331,16 +331,18 @@ private:
 
 } // namespace
 
-void paint(cairo_t* context, const VectorPicture& picture, const PaintedArea& area,
+void paint(cairo_t* context, const VectorPicture& picture, const layout::PageArea& area,
            GlyphPainter& glyphs) {
-    if (picture.width <= 0 || picture.height <= 0 || area.width <= 0 || area.height <= 0) {
+    const double width = area.right - area.left;
+    const double height = area.bottom - area.top;
+    if (picture.width <= 0 || picture.height <= 0 || width <= 0 || height <= 0) {
         return;
     }
     cairo_save(context);
-    const double aside = margin * area.width;
-    const double above = margin * area.height;
-    cairo_rectangle(context, area.x - aside, area.y - above, area.width + 2 * aside,
-                    area.height + 2 * above);
+    const double aside = margin * width;
+    const double above = margin * height;
+    cairo_rectangle(context, area.left - aside, area.top - above, width + 2 * aside,
+                    height + 2 * above);
     cairo_clip(context);
     cairo_save(context); // which a change of the clip comes back to
     Painting painting(context, picture, area, glyphs);

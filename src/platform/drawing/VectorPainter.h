@@ -2,22 +2,15 @@
 
 #include "platform/drawing/GlyphPainter.h"
 #include "platform/drawing/metafile/VectorPicture.h"
+#include "platform/word/layout/FloatPlace.h"
 
 namespace qvnd::drawing {
-
-// A rectangle of a page, in twips.
-struct PaintedArea {
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-};
 
 // Paints the drawing so that it fills the area, on a context whose unit is the twip. What reaches
 // beyond the area is cut off but for a fiftieth, which outlines at its edge need. Damaged drawings
 // take no longer than others: coordinates far outside count as at some distance, lines of very many
 // dashes are solid, characters larger than any page are left out.
-void paint(cairo_t* context, const VectorPicture& picture, const PaintedArea& area,
+void paint(cairo_t* context, const VectorPicture& picture, const layout::PageArea& area,
            GlyphPainter& glyphs);
 
 // Makes the path the context's current one, in place of what it was.
