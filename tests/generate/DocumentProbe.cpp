@@ -1,9 +1,11 @@
 #include "generate/DocumentProbe.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/pictures/PictureFile.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/formatting/FormatResolver.h"
 
 #include <QStringList>
@@ -16,12 +18,6 @@ using namespace Qt::StringLiterals;
 namespace qvnd::test {
 
 namespace {
-
-constexpr char16_t pageBreak = 0x0C;
-constexpr char16_t fieldBegin = 0x13;
-constexpr char16_t fieldSeparator = 0x14;
-constexpr char16_t fieldEnd = 0x15;
-constexpr char16_t firstPrintable = 0x20;
 
 QString nameOf(word::LineAlignment alignment) {
     switch (alignment) {
@@ -44,14 +40,14 @@ class Instructions {
 public:
     // Whether the character is one of them, or a mark of a field.
     bool take(char16_t c) {
-        if (c == fieldBegin) {
+        if (c == word::fieldBegin) {
             open_.push_back(true);
-        } else if (c == fieldSeparator && !open_.empty()) {
+        } else if (c == word::fieldSeparator && !open_.empty()) {
             open_.back() = false;
-        } else if (c == fieldEnd && !open_.empty()) {
+        } else if (c == word::fieldEnd && !open_.empty()) {
             open_.pop_back();
         }
-        const bool isMark = c == fieldBegin || c == fieldSeparator || c == fieldEnd;
+        const bool isMark = word::isFieldCharacter(c);
         return isMark || isInside();
     }
     bool isInside() const { return std::find(open_.begin(), open_.end(), true) != open_.end(); }
@@ -108,16 +104,16 @@ DocumentProbe::paragraphsOf(const word::SlicedText& text) const {
                 continue;
             }
             const auto& look = formats.text(run.style, looks[at]);
-            if (c == pageBreak ? !paragraph.text.isEmpty() : at + 1 == end) {
+            if (c == word::special::pageBreak ? !paragraph.text.isEmpty() : at + 1 == end) {
                 close(at);
-            } else if ((c >= firstPrintable || c == u'\t') && !look.hidden) {
+            } else if ((c >= word::special::firstPrintable || c == u'\t') && !look.hidden) {
                 paragraph.text += QChar(c);
                 if (!hasLook && !QChar(c).isSpace()) {
                     paragraph.look = look;
                     hasLook = true;
                 }
             }
-            startsPage = startsPage || c == pageBreak;
+            startsPage = startsPage || c == word::special::pageBreak;
         }
     }
     return result;

@@ -1,5 +1,6 @@
 #include "platform/word/engine/DocumentImport.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/Fields.h"
@@ -20,12 +21,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t picture = 0x01;
-constexpr char16_t noteReference = 0x02;
-constexpr char16_t commentReference = 0x05;
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t drawing = 0x08;
 
 constexpr std::uint8_t embedField = 58;
 constexpr std::uint8_t controlField = 87;
@@ -67,7 +62,7 @@ public:
         Cp end = 0;
         for (const ParagraphRun& paragraph : story_.paragraphs) {
             end += paragraph.length;
-            if (paragraph.length > 0 && story_.text[end - 1] == cellMark &&
+            if (paragraph.length > 0 && story_.text[end - 1] == special::cellMark &&
                 !isInTable(lists[paragraph.properties])) {
                 edits.replace(end - 1, 1, u"\r");
             }
@@ -108,15 +103,16 @@ public:
 private:
     void removeAnchor(Cp at, const TextImport::RunFacts& facts) {
         const char16_t c = story_.text[at];
-        if (c == picture && !facts.pictureThere && !facts.objectThere) {
+        if (c == special::picture && !facts.pictureThere && !facts.objectThere) {
             losses_.objects += facts.object ? 1 : 0;
             losses_.pictures += facts.data || facts.object ? 0 : 1;
             edits.remove(at);
-        } else if (c == noteReference || c == commentReference || c == drawing) {
-            if (kept_.contains(at) || (ofItsOwn_ && c != drawing)) {
+        } else if (c == special::noteReference || c == special::commentReference ||
+                   c == special::drawing) {
+            if (kept_.contains(at) || (ofItsOwn_ && c != special::drawing)) {
                 return;
             }
-            losses_.drawings += c == drawing ? 1 : 0;
+            losses_.drawings += c == special::drawing ? 1 : 0;
             edits.remove(at);
         }
     }
@@ -133,7 +129,7 @@ private:
     // Data behind a hyperlink repeats the old name; the field's code says all that is needed.
     void removeHyperlinkData(const FieldPlace& field) {
         for (Cp at = field.begin + 1; at < field.separator.value_or(field.end); ++at) {
-            if (story_.text[at] == picture && factsAt(at).data) {
+            if (story_.text[at] == special::picture && factsAt(at).data) {
                 edits.remove(at);
             }
         }

@@ -1,6 +1,7 @@
 #include "platform/word/layout/StoryReader.h"
 
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/formatting/DateForms.h"
@@ -13,21 +14,13 @@ namespace qvnd::layout {
 
 namespace {
 
+namespace special = word::special;
+
 constexpr double twipsPerHalfPoint = 10;
 constexpr double scriptSize = 0.65; // of raised and lowered text, in parts of the size
 constexpr double scriptRise = 0.33;
 constexpr double smallCapitalSize = 0.8;
 
-constexpr char16_t pictureCharacter = 0x01;
-constexpr char16_t noteReference = 0x02;
-constexpr char16_t drawing = 0x08;
-constexpr char16_t tab = 0x09;
-constexpr char16_t lineBreak = 0x0B;
-constexpr char16_t pageBreak = 0x0C;
-constexpr char16_t columnBreak = 0x0E;
-constexpr char16_t fixedHyphen = 0x1E;
-constexpr char16_t symbolCharacter = 0x28;
-constexpr char16_t firstPrintable = 0x20;
 constexpr char16_t privateArea = 0xF000;
 constexpr char16_t privateEnd = 0xF100;
 
@@ -37,7 +30,7 @@ constexpr std::uint8_t pageCountField = 0x1A;
 constexpr std::uint8_t dateField = 0x1F;
 constexpr std::uint8_t timeField = 0x20;
 
-bool isMark(char16_t c) { return c == u'\r' || c == u'\a' || c == pageBreak; }
+bool isMark(char16_t c) { return c == u'\r' || c == u'\a' || c == special::pageBreak; }
 
 bool isHigh(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
 bool isLow(char16_t c) { return c >= 0xDC00 && c < 0xE000; }
@@ -192,18 +185,18 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
     }
     // In the office suite a break right behind a paragraph's end is none of its own.
     bool isBehindEnd = shared_.officeText && start > 0 && endsParagraph(start - 1);
-    if (isBehindEnd && run.length == 1 && story_.text[start] == pageBreak) {
+    if (isBehindEnd && run.length == 1 && story_.text[start] == special::pageBreak) {
         result.isLeftOut = true;
         return result;
     }
     readLabel(paragraph, start, result);
     for (word::Cp at = start; at < end; ++at) {
-        if (isBehindEnd && story_.text[at] == pageBreak) {
+        if (isBehindEnd && story_.text[at] == special::pageBreak) {
             result.startsPage = result.startsPage || at == start;
             isBehindEnd = false;
             continue;
         }
-        isBehindEnd = shared_.officeText && story_.text[at] == pageBreak;
+        isBehindEnd = shared_.officeText && story_.text[at] == special::pageBreak;
         const Span* span = spanAt(at);
         if (span != nullptr) {
             if (span->shows != Span::Shows::nothing && at == span->begin) {
@@ -233,7 +226,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
 bool StoryReader::endsParagraph(word::Cp at) const {
     constexpr word::Cp mostBreaks = 64;
     word::Cp breaks = 0;
-    while (breaks <= at && breaks < mostBreaks && story_.text[at - breaks] == pageBreak) {
+    while (breaks <= at && breaks < mostBreaks && story_.text[at - breaks] == special::pageBreak) {
         ++breaks;
     }
     const char16_t before = breaks <= at ? story_.text[at - breaks] : u'\0';
@@ -300,9 +293,9 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
 
 void StoryReader::readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
                                 ParagraphItems& result) {
-    if (c < firstPrintable && c != tab) {
+    if (c < special::firstPrintable && c != special::tab) {
         addSpecial(c, at, format, result);
-    } else if (c == symbolCharacter && format.special && format.symbol) {
+    } else if (c == special::symbol && format.special && format.symbol) {
         // What stands as a bracket in the text may be a symbol of another font.
         addSymbol(format.symbol->code, format.symbol->font, at, format, result);
     } else if (c >= privateArea && c < privateEnd) {
@@ -348,7 +341,7 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
     item.size *= shrinks ? smallCapitalSize : 1;
     item.character = format.capitals || format.smallCapitals ? upper(c) : c;
     item.face = face;
-    if (c == tab) {
+    if (c == special::tab) {
         item.kind = TextItem::Kind::tab;
     } else {
         item.width = shared_.fonts.advance(item.face, item.character) * item.size *
@@ -366,26 +359,26 @@ void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& 
     item.size = format.halfPoints * twipsPerHalfPoint;
     item.face = faceOf(format, U' ');
     switch (c) {
-    case pictureCharacter:
+    case special::picture:
         addPicture(at, format, result);
         return;
-    case noteReference:
+    case special::noteReference:
         addNote(at, format, result);
         return;
-    case drawing:
+    case special::drawing:
         result.anchors.push_back(at);
         return;
-    case fixedHyphen:
+    case special::fixedHyphen:
         addCharacter(0x2011, at, format, result);
         result.items.back().character = U'-';
         return;
-    case lineBreak:
+    case special::lineBreak:
         item.kind = TextItem::Kind::lineBreak;
         break;
-    case pageBreak:
+    case special::pageBreak:
         item.kind = TextItem::Kind::pageBreak;
         break;
-    case columnBreak:
+    case special::columnBreak:
         item.kind = TextItem::Kind::columnBreak;
         break;
     default:

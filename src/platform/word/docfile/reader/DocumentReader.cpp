@@ -3,6 +3,7 @@
 #include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/TextParts.h"
 #include "platform/word/docfile/formatting/Sections.h"
@@ -28,8 +29,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t breakCharacter = 0x0C;
 
 void remarkOn(Remarks& remarks, int count, std::u16string_view what) {
     if (count > 0) {
@@ -168,7 +167,7 @@ private:
             SectionPlace place = places_[i];
             end += place.length;
             const bool last = i + 1 == places_.size();
-            if (last || (end <= main_.size() && main_.text[end - 1] == breakCharacter)) {
+            if (last || (end <= main_.size() && main_.text[end - 1] == special::pageBreak)) {
                 place.length += pending;
                 pending = 0;
                 joined.push_back(place);

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/reader/FormattedText.h"
 
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/FormattingRuns.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
@@ -11,10 +12,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t paragraphMark = 0x0D;
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t breakCharacter = 0x0C;
 
 Cp ceilingOfHalf(std::uint32_t bytes, std::uint32_t unit) { return (bytes + unit - 1) / unit; }
 
@@ -88,7 +85,7 @@ public:
 
 private:
     static bool mayEndParagraph(char16_t c) {
-        return c == paragraphMark || c == cellMark || c == breakCharacter;
+        return c == special::paragraphMark || c == special::cellMark || c == special::pageBreak;
     }
 
     // For the paragraphs that end in the text from `start` on: there may be millions, and a vector
@@ -125,7 +122,7 @@ private:
             }
             const std::uint32_t fc = piece.fc + i * piece.bytesPerCharacter();
             const Cp end = start + i + 1;
-            if (c != breakCharacter || endsSection(end) || endsParagraph(piece, fc)) {
+            if (c != special::pageBreak || endsSection(end) || endsParagraph(piece, fc)) {
                 endParagraph(piece, end, fc);
             }
         }
@@ -133,7 +130,7 @@ private:
 
     bool holdsText(Cp first, Cp limit) const {
         const auto text = std::u16string_view(result_.text).substr(first, limit - first);
-        return text.find_first_not_of(paragraphMark) != std::u16string_view::npos;
+        return text.find_first_not_of(special::paragraphMark) != std::u16string_view::npos;
     }
 
     bool endsSection(Cp end) {

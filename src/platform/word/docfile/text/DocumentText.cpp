@@ -1,5 +1,6 @@
 #include "platform/word/docfile/text/DocumentText.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/TablePlaces.h"
@@ -7,14 +8,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t tab = 0x09;
-constexpr char16_t lineBreak = 0x0B;
-constexpr char16_t pageBreak = 0x0C;
-constexpr char16_t columnBreak = 0x0E;
-constexpr char16_t symbolCharacter = 0x28;
-constexpr char16_t fixedHyphen = 0x1E;
-constexpr char16_t firstPrintable = 0x20;
 
 // Writes one character after the other; the caller tells where paragraphs end.
 class TextCollector {
@@ -40,7 +33,8 @@ public:
 private:
     void endParagraph(Cp at, const ParagraphRun& paragraph) {
         const char16_t mark = story_.text[at];
-        if (mark != 0x0D && mark != 0x07 && mark != pageBreak) {
+        if (mark != special::paragraphMark && mark != special::cellMark &&
+            mark != special::pageBreak) {
             take(at);
             return;
         }
@@ -48,10 +42,10 @@ private:
         if (instructions()) {
             return;
         }
-        if (place.rowEnd && !result_.empty() && result_.back() == tab) {
+        if (place.rowEnd && !result_.empty() && result_.back() == special::tab) {
             result_.back() = u'\n'; // the tab behind the row's last cell
         } else {
-            result_.push_back(place.cellEnd ? tab : u'\n');
+            result_.push_back(place.cellEnd ? special::tab : u'\n');
         }
     }
 
@@ -80,13 +74,13 @@ private:
     bool instructions() const { return hidden_ > 0; }
 
     void takeCharacter(Cp at, char16_t c) {
-        if (c == lineBreak || c == pageBreak || c == columnBreak) {
+        if (c == special::lineBreak || c == special::pageBreak || c == special::columnBreak) {
             result_.push_back(u'\n');
-        } else if (c == fixedHyphen) {
+        } else if (c == special::fixedHyphen) {
             result_.push_back(u'-');
-        } else if (c == symbolCharacter) {
+        } else if (c == special::symbol) {
             result_.push_back(symbolAt(at));
-        } else if (c >= firstPrintable || c == tab) {
+        } else if (c >= special::firstPrintable || c == special::tab) {
             result_.push_back(c);
         }
     }
@@ -99,7 +93,7 @@ private:
         }
         const auto symbol = findSprm(lists_[story_.characters[run_].properties], sprm::CSymbol);
         if (!symbol) {
-            return symbolCharacter;
+            return special::symbol;
         }
         LittleEndianReader reader(symbol->operand, "sprmCSymbol");
         reader.skip(2); // the font

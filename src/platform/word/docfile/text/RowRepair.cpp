@@ -1,5 +1,6 @@
 #include "platform/word/docfile/text/RowRepair.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/TablePlaces.h"
@@ -12,8 +13,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t paragraphMark = 0x0D;
 constexpr int mostCells = 63;
 constexpr std::size_t tcSize = 20;        // TC80
 constexpr std::size_t edgesAt = 3;        // behind cb and itcMac of TDefTableOperand
@@ -163,7 +162,7 @@ private:
         if (last.depth != depth) {
             return false;
         }
-        if (!last.cellEnd && story_.text[ends_[end - 1] - 1] != paragraphMark) {
+        if (!last.cellEnd && story_.text[ends_[end - 1] - 1] != special::paragraphMark) {
             return false;
         }
         if (!last.cellEnd) {
@@ -176,7 +175,7 @@ private:
     void endCell(std::size_t i, int depth) {
         ParagraphRun& paragraph = story_.paragraphs[i];
         if (depth == 1) {
-            story_.text[ends_[i] - 1] = cellMark;
+            story_.text[ends_[i] - 1] = special::cellMark;
             paragraph.properties =
                 lists_.intern(withoutSprm(lists_[paragraph.properties], sprm::PFTtp));
         } else {
@@ -191,7 +190,7 @@ private:
                 ParagraphRun& paragraph = story_.paragraphs[i];
                 paragraph.properties = asTextAt(depth - 1, paragraph.properties, lists_);
                 char16_t& mark = story_.text[ends_[i] - 1];
-                mark = mark == cellMark ? paragraphMark : mark;
+                mark = mark == special::cellMark ? special::paragraphMark : mark;
             }
         }
         ++repaired_;

@@ -1,5 +1,6 @@
 #include "platform/word/docfile/text/StoryRepair.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
@@ -8,11 +9,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t paragraphMark = 0x0D;
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t breakCharacter = 0x0C;
-constexpr char16_t pictureCharacter = 0x01;
 
 PropertyListId withoutMeaning(PropertyListId id, PropertyLists& lists) {
     Bytes list(lists[id].begin(), lists[id].end());
@@ -99,12 +95,13 @@ void appendRun(std::vector<CharacterRun>& runs, CharacterRun run) {
 }
 
 bool closeWithParagraphMark(Story& story) {
-    if (!story.text.empty() && story.text.back() == paragraphMark) {
+    if (!story.text.empty() && story.text.back() == special::paragraphMark) {
         return false;
     }
-    const char16_t last = story.text.empty() ? paragraphMark : story.text.back();
-    const bool goesOn = last != paragraphMark && last != cellMark && last != breakCharacter;
-    story.text.push_back(paragraphMark);
+    const char16_t last = story.text.empty() ? special::paragraphMark : story.text.back();
+    const bool goesOn =
+        last != special::paragraphMark && last != special::cellMark && last != special::pageBreak;
+    story.text.push_back(special::paragraphMark);
     appendRun(story.characters, {1, PropertyListId::empty});
     if (goesOn) {
         ++story.paragraphs.back().length;
@@ -161,7 +158,7 @@ std::vector<Cp> picturesWithoutData(const Story& story, const PropertyLists& lis
     Cp start = 0;
     for (const CharacterRun& run : story.characters) {
         for (Cp at = start; at < start + run.length; ++at) {
-            if (story.text[at] != pictureCharacter) {
+            if (story.text[at] != special::picture) {
                 continue;
             }
             auto judged = known.find(run.properties);

@@ -1,17 +1,12 @@
 #include "platform/word/docfile/text/TablePlaces.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
 
 namespace qvnd::word {
-
-namespace {
-
-constexpr char16_t cellMark = 0x07;
-
-} // namespace
 
 const TablePlaces::Properties& TablePlaces::propertiesOf(PropertyListId id) {
     const auto known = known_.find(id);
@@ -54,7 +49,7 @@ TablePlace TablePlaces::of(PropertyListId id, char16_t mark) {
         return place;
     }
     // Marks of inner tables are paragraph marks; only the outermost table has a mark of its own.
-    const bool outerMark = mark == cellMark;
+    const bool outerMark = mark == special::cellMark;
     place.rowEnd = outerMark ? properties.rowEnd : place.depth > 1 && properties.innerRowEnd;
     place.cellEnd = !place.rowEnd && (outerMark || (place.depth > 1 && properties.innerCellEnd));
     return place;

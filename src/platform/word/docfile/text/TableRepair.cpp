@@ -1,5 +1,6 @@
 #include "platform/word/docfile/text/TableRepair.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/TablePlaces.h"
@@ -9,9 +10,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t paragraphMark = 0x0D;
 
 bool placesInTable(const SprmView& entry) {
     switch (entry.opcode) {
@@ -57,7 +55,7 @@ private:
         const auto depth = static_cast<std::size_t>(place.depth);
         closeDeeper(depth, i);
         if (depth == 0) {
-            if (story_.paragraphs[i].length != 0 && story_.text[end_ - 1] == cellMark) {
+            if (story_.paragraphs[i].length != 0 && story_.text[end_ - 1] == special::cellMark) {
                 move(i, 0);
             }
             return;
@@ -88,7 +86,7 @@ private:
         ParagraphRun& paragraph = story_.paragraphs[i];
         paragraph.properties = asTextAt(depth, paragraph.properties, lists_);
         char16_t& mark = story_.text[ends_[i] - 1];
-        mark = mark == cellMark ? paragraphMark : mark;
+        mark = mark == special::cellMark ? special::paragraphMark : mark;
         moved_[i] = true;
     }
 

@@ -1,5 +1,6 @@
 #include "platform/word/docfile/writer/DocumentSummary.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/Fields.h"
@@ -12,7 +13,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t pictureCharacter = 0x01;
 constexpr std::uint16_t highestList = 0x07FE; // sprmPIlfo; what is above names no list
 
 // Counts tables by their first row: what only claims to stand in a table is none.
@@ -62,7 +62,7 @@ int countPictures(const DocumentContent& document) {
     Cp at = 0;
     for (const CharacterRun& run : story.characters) {
         const auto first = story.text.begin() + at;
-        const auto found = std::count(first, first + run.length, pictureCharacter);
+        const auto found = std::count(first, first + run.length, special::picture);
         if (found > 0 && isPicture(document.tables.lists[run.properties])) {
             pictures += static_cast<int>(found);
         }

@@ -1,15 +1,13 @@
 #include "platform/word/docfile/writer/RangeFormatting.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t paragraphMark = 0x0D;
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t breakCharacter = 0x0C;
 
 // How much of the run [runBegin, runEnd) lies in the range.
 Cp overlap(const TextRange& range, Cp runBegin, Cp runEnd) {
@@ -90,8 +88,8 @@ bool RangeFormatting::endsParagraph(const TextRange& range, Cp runEnd) const {
         return false;
     }
     const char16_t last = range.story->text[runEnd - 1];
-    if (last != breakCharacter) {
-        return last == paragraphMark || last == cellMark;
+    if (last != special::pageBreak) {
+        return last == special::paragraphMark || last == special::cellMark;
     }
     // A break of a page does not end a paragraph by itself; at the end of a fragment nothing but
     // the sections tells it from a break of a section.
