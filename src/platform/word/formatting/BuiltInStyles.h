@@ -6,14 +6,15 @@
 #include <optional>
 #include <string_view>
 
-// The styles that Word knows by number (sti), whatever a file calls them; StdfBase.sti of [MS-DOC],
-// names as in the latent style table of ISO/IEC 29500 and in Word's Chinese version.
+// The built-in styles. Word identifies them by number (StdfBase.sti of [MS-DOC]), whatever
+// names a file gives them. The names here are those of the latent style table of ISO/IEC 29500 and
+// of Word's Chinese version.
 namespace qvnd::word {
 
 namespace sti {
 inline constexpr std::uint16_t normal = 0;
-inline constexpr std::uint16_t heading1 = 1;   // to 9
-inline constexpr std::uint16_t contents1 = 19; // to 27: the contents styles
+inline constexpr std::uint16_t heading1 = 1;   // 1 to 9: the heading styles
+inline constexpr std::uint16_t contents1 = 19; // 19 to 27: the contents styles
 inline constexpr std::uint16_t header = 31;
 inline constexpr std::uint16_t footer = 32;
 inline constexpr std::uint16_t pageNumber = 41;
@@ -31,14 +32,14 @@ struct BuiltInStyle {
     std::u16string_view englishName;
 };
 
-// Nothing for a number without a known style.
+// The built-in style with that number; nothing for an unknown number.
 std::optional<BuiltInStyle> builtInStyle(std::uint16_t number);
 
-// By its Chinese or English name; the case of Latin letters does not count.
+// The built-in style with that Chinese or English name. The case of Latin letters is ignored.
 std::optional<BuiltInStyle> builtInStyleNamed(std::u16string_view name);
 
-// The place in the style sheet that belongs to that style alone (Normal, headings, default
-// paragraph font, normal table, no list); nothing for all the others.
+// The index that the style sheet reserves for that style: Normal, the headings, the default
+// paragraph font, the normal table and "no list" have one. Nothing for every other style.
 std::optional<StyleIndex> fixedStyleIndex(std::uint16_t number);
 
 } // namespace qvnd::word

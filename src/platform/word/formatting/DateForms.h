@@ -6,7 +6,7 @@
 
 namespace qvnd::word {
 
-// A time of some desktop.
+// A local date and time.
 struct Moment {
     int year = 2000;
     int month = 1;
@@ -16,13 +16,13 @@ struct Moment {
     int second = 0;
 };
 
-// The time of this desktop, now.
+// The current local time of this computer.
 Moment localMoment();
 
-// What a DATE or TIME field shows at that time, as the picture in its instruction says
-// (\@ "yyyy-MM-dd", [ECMA-376] part 1, 17.16.4.1; EEEE, O, A and aaaa are the Chinese forms of
-// year, month, day and weekday). Nothing for a field without a picture, and for one with letters
-// that only a language tells (names of months and days).
+// The result of a DATE or TIME field at that time. The field's instruction holds the format as a
+// date picture (\@ "yyyy-MM-dd", [ECMA-376] part 1, 17.16.4.1). EEEE, O, A and aaaa write year,
+// month, day and weekday in Chinese. Nothing for a field without a picture, and for a picture that
+// needs the names of months or days in another language.
 std::optional<std::u16string> dateShown(std::u16string_view instruction, const Moment& moment);
 
 } // namespace qvnd::word

@@ -12,21 +12,24 @@
 
 namespace qvnd::word {
 
-// Resolves the formatting of one document through its styles, each combination once. References
-// stay valid as long as the object lives.
+// Resolves the formatting of one document: styles, list levels and direct formatting together. Each
+// combination is resolved once and cached. Returned references stay valid for the object's
+// lifetime.
 class FormatResolver {
 public:
     // `tables` must outlive the object.
     explicit FormatResolver(const DocumentTables& tables);
 
+    // `properties`: the direct formatting over the style.
     const ResolvedParagraph& paragraph(StyleIndex style, PropertyListId properties);
     const ResolvedText& text(StyleIndex paragraphStyle, PropertyListId properties);
-    // The same with the characters of a list's level laid over it: the look of a label.
+    // The formatting of a list label: that of the text, with the character properties of the list
+    // level applied on top.
     const ResolvedText& label(StyleIndex paragraphStyle, PropertyListId properties,
                               PropertyListId level);
-    // Of the row that ends with a mark of these properties.
+    // `properties`: those of the row's end mark.
     const ResolvedRow& row(PropertyListId properties);
-    // `mark`: the paragraph's last character.
+    // Where a paragraph stands in tables. `mark`: the paragraph's last character.
     TablePlace place(PropertyListId properties, char16_t mark) {
         return places_.of(properties, mark);
     }

@@ -7,24 +7,23 @@
 
 namespace qvnd::word {
 
-// Values of sprmPIlfo that are no index of a list override ([MS-DOC] 2.6.2).
+// Values of sprmPIlfo that are not the index of a list override ([MS-DOC] 2.6.2).
 inline constexpr std::uint16_t noList = 0;
 inline constexpr std::uint16_t lastListIndex = 0x07FE;
-inline constexpr std::uint16_t listOfWord95 = 0x07FF;    // numbered by sprmPAnld80
-inline constexpr std::uint16_t firstHiddenList = 0xF802; // negated index: member, no number shown
+inline constexpr std::uint16_t listOfWord95 = 0x07FF;    // its numbering is in sprmPAnld80
+inline constexpr std::uint16_t firstHiddenList = 0xF802; // negated index: hidden number
 
-// The index (from 1) of the list override that the operand names; 0 when it names none.
+// The index (from 1) of the list override that an operand of sprmPIlfo refers to; 0 for none.
 std::uint16_t listIndexOf(std::uint16_t ilfo);
 
-// Finds what a list's level does to its paragraphs.
+// Finds the list levels of a document.
 class ListLevels {
 public:
     explicit ListLevels(const DocumentTables& tables) : tables_(tables) {}
 
-    // The level that paragraphs with these operands of sprmPIlfo and sprmPIlvl belong to;
-    // nothing when there is none.
+    // The level of paragraphs with these operands of sprmPIlfo and sprmPIlvl; null for none.
     const ListLevel* level(std::uint16_t ilfo, std::uint8_t ilvl);
-    // The paragraph properties of that level; an empty list when there is none.
+    // The paragraph properties of that level; an empty list without a level.
     ByteView paragraph(std::uint16_t ilfo, std::uint8_t ilvl);
 
 private:

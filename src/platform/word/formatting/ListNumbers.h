@@ -13,20 +13,20 @@ namespace qvnd::word {
 
 // The number or bullet in front of a paragraph.
 struct ListLabel {
-    std::u16string text;  // without what follows it; bullets of symbol fonts as they came
-    char16_t follows = 0; // tab, space, or 0 for nothing
-    PropertyListId characters = PropertyListId::empty; // of the level
+    std::u16string text;  // without the character that follows; symbol font codes are kept
+    char16_t follows = 0; // a tab, a space, or 0 for no character
+    PropertyListId characters = PropertyListId::empty; // character properties of the list level
 };
 
-// Counts the paragraphs of lists, beginning at the start of the document.
+// Numbers the paragraphs of lists in document order.
 class ListNumbers {
 public:
     // Both must outlive the object.
     ListNumbers(const DocumentTables& tables, ListLevels& levels)
         : tables_(tables), levels_(levels) {}
 
-    // The label of the next paragraph with these operands of sprmPIlfo and sprmPIlvl; nothing
-    // when it has none. Paragraphs of the same list share one count, whichever override they name.
+    // The label of the next paragraph, which has these operands of sprmPIlfo and sprmPIlvl; nothing
+    // for a paragraph without a label. All overrides of a list share one counter.
     std::optional<ListLabel> next(std::uint16_t ilfo, std::uint8_t ilvl);
 
 private:

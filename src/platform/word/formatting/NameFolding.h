@@ -5,7 +5,7 @@
 
 namespace qvnd::word {
 
-// A name for comparison where the case of Latin letters does not count.
+// The name in lower case, for comparisons that ignore the case of Latin letters.
 inline std::u16string foldedName(std::u16string_view name) {
     std::u16string folded(name);
     for (char16_t& character : folded) {

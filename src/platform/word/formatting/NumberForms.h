@@ -4,8 +4,8 @@
 
 namespace qvnd::word {
 
-// A number of a list or a page in the form that an NFC names ([MS-OSHARED] 2.2.1.3): 3, III, iii,
-// C, c, 三, ③ and their like. A form that is not known counts in digits.
+// A list or page number in a number format (NFC, [MS-OSHARED] 2.2.1.3): 3, III, iii, C, c, 三, ③
+// and so on. An unknown format writes digits.
 std::u16string numberInForm(int number, unsigned nfc);
 
 } // namespace qvnd::word

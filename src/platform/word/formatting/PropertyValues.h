@@ -5,16 +5,19 @@
 #include <cstdint>
 #include <optional>
 
-// Numbers and colours as property lists keep them. Colours are 0xRRGGBB; nothing is automatic.
+// Decodes numbers, colours and borders in property lists. Colours are 0xRRGGBB; an empty value
+// stands for the automatic colour.
 namespace qvnd::word {
 
-// The operand as a number of up to four bytes, least significant first.
+// The operand as an unsigned little-endian number of up to four bytes.
 std::uint32_t numberOf(const SprmView& entry);
-// The lower two bytes with their sign.
+// The operand's lower two bytes as a signed number.
 std::int16_t signedNumberOf(const SprmView& entry);
 
-// The entry that counts for a property, named by its oldest spelling; nothing when none sets it.
+// The entry in effect for a property, which is named by its oldest sprm; nothing when it is not
+// set.
 std::optional<SprmView> settingOf(const ResolvedProperties& look, SprmOpcode property);
+// Its operand, or `otherwise` when the property is not set.
 std::uint32_t numberOf(const ResolvedProperties& look, SprmOpcode property,
                        std::uint32_t otherwise);
 int signedNumberOf(const ResolvedProperties& look, SprmOpcode property, int otherwise);
@@ -23,8 +26,8 @@ int signedNumberOf(const ResolvedProperties& look, SprmOpcode property, int othe
 std::optional<std::uint32_t> colourOfIndex(unsigned ico);
 // COLORREF, [MS-DOC] 2.9.43.
 std::optional<std::uint32_t> colourOfReference(std::uint32_t colorref);
-// A pattern comes to one colour: its fore colour mixed with its back colour. Shd of ten bytes,
-// [MS-DOC] 2.9.248; Shd80 of two, 2.9.249; nothing for no shading.
+// Shading as one colour: a pattern mixes its foreground with its background. Shd has ten bytes
+// ([MS-DOC] 2.9.248), Shd80 two (2.9.249). Nothing for no shading.
 std::optional<std::uint32_t> colourOfShd(ByteView shd);
 std::optional<std::uint32_t> colourOfShd80(unsigned shd80);
 // The operand of sprmPShd, sprmCShd and their older spellings.
@@ -34,13 +37,14 @@ std::optional<std::uint32_t> colourOfShading(const SprmView& entry);
 struct Border {
     bool visible = false;
     bool isDouble = false;
-    int width = 0; // twips, of one stroke
-    int space = 0; // twips between the border and what it surrounds
+    int width = 0; // of one stroke, in twips
+    int space = 0; // between the border and its content, in twips
     std::optional<std::uint32_t> colour;
     bool operator==(const Border&) const = default;
 };
 
-// Brc80 of four bytes, [MS-DOC] 2.9.17; Brc of eight, 2.9.16. No border for any other size.
+// Decodes Brc80 (four bytes, [MS-DOC] 2.9.17) and Brc (eight bytes, 2.9.16). No border for any
+// other size.
 Border borderOf(ByteView brc);
 
 } // namespace qvnd::word

@@ -14,25 +14,25 @@ enum class LineAlignment : std::uint8_t { left, centre, right, justified, distri
 struct TabStop {
     enum class Kind : std::uint8_t { left, centre, right, decimal, bar };
 
-    int at = 0; // twips from the margin of the text
+    int at = 0; // twips from the text margin
     Kind kind = Kind::left;
-    char16_t leader = 0; // the character that fills the gap; 0 for none
+    char16_t leader = 0; // fills the gap before the stop; 0 for none
     bool operator==(const TabStop&) const = default;
 };
 
-// An indent in twips, or in hundredths of a character. Programs that know characters save what they
-// come to in twips as well, by their own measures.
+// An indent in twips, or in hundredths of a character width. Programs that write character units
+// also write the equivalent in twips, which takes precedence here.
 struct Indent {
     int twips = 0;
     int characters = 0;
 
-    // `characterWidth`: twips of one full-width character of the paragraph.
+    // In twips. `characterWidth`: width of a full-width character of the paragraph, in twips.
     double in(double characterWidth) const {
         return twips != 0 ? twips : characters * characterWidth / 100;
     }
 };
 
-// The frame that a paragraph stands in, out of the flow. Lengths in twips.
+// A frame: it positions paragraphs outside the text flow. Lengths in twips.
 struct ParagraphFrame {
     enum class Place : std::uint8_t { distance, start, centre, end };
 
@@ -42,17 +42,17 @@ struct ParagraphFrame {
     Place placeDown = Place::distance;
     int left = 0;
     int top = 0;
-    int width = 0; // 0: as wide as the text
+    int width = 0; // 0: fits the text
     int height = 0;
     bool exactHeight = false;
-    bool textBeside = true; // text flows on beside it
-    int apartAcross = 0;
-    int apartDown = 0;
+    bool textBeside = true; // text wraps around the frame
+    int apartAcross = 0;    // horizontal distance of the text outside
+    int apartDown = 0;      // its vertical distance
     bool operator==(const ParagraphFrame&) const = default;
 };
 
-// How a paragraph stands: its own formatting, its list's level and its styles taken together.
-// Lengths in twips.
+// The formatting of a paragraph: styles, list level and direct formatting combined. Lengths in
+// twips.
 struct ResolvedParagraph {
     enum class Spacing : std::uint8_t { multiple, atLeast, exact };
 
@@ -62,13 +62,13 @@ struct ResolvedParagraph {
     Indent firstLine; // negative: hanging
     int before = 0;
     int after = 0;
-    int linesBefore = 0; // hundredths of a line, which count where they are given
-    int linesAfter = 0;
+    int linesBefore = 0; // in hundredths of a line; overrides `before` unless 0
+    int linesAfter = 0;  // overrides `after` in the same way
     bool automaticBefore = false;
     bool automaticAfter = false;
-    bool contextual = false; // no space between paragraphs of one style
+    bool contextual = false; // no space between paragraphs of the same style
     Spacing spacing = Spacing::multiple;
-    int line = 240;                // 240 is one line where it is a multiple
+    int line = 240;                // of a multiple: 240 is single spacing; else twips
     std::vector<TabStop> tabStops; // ascending
 
     bool keepsLines = false;
@@ -76,13 +76,13 @@ struct ResolvedParagraph {
     bool startsPage = false;
     bool controlsWidows = true;
     bool snapsToGrid = true;
-    bool forbidsLineEnds = true; // certain characters begin or end no line (sprmPFKinsoku)
-    bool breaksWords = false;    // a line may end within a Latin word
+    bool forbidsLineEnds = true; // line breaking rules for punctuation apply (sprmPFKinsoku)
+    bool breaksWords = false;    // a line may break within a Latin word
     bool hangsPunctuation = true;
-    bool spacesLatin = true;  // room between Chinese and Latin letters
-    bool spacesDigits = true; // and digits
+    bool spacesLatin = true;  // adds space between Chinese and Latin letters
+    bool spacesDigits = true; // adds space between Chinese letters and digits
 
-    int outlineLevel = 0;   // 1 to 9; 0 for text
+    int outlineLevel = 0;   // 1 to 9; 0 for body text
     std::uint16_t list = 0; // operand of sprmPIlfo
     std::uint8_t listLevel = 0;
 

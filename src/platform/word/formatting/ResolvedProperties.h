@@ -12,39 +12,40 @@ namespace qvnd::word {
 
 class ListLevels;
 
-// Tab stops by position in twips, with their TBD (alignment and leader).
+// Tab stops by position in twips, each with its TBD (alignment and leader).
 using TabStops = std::map<std::int16_t, std::uint8_t>;
 
-// Applies a sprmPChgTabsPapx or sprmPChgTabs: takes stops away, then sets stops.
+// Applies a sprmPChgTabsPapx or sprmPChgTabs: deletes tab stops, then adds tab stops.
 void applyTabStops(TabStops& stops, const SprmView& entry);
-// Those of a whole list, one entry after the other.
+// Applies all such entries of a property list in order.
 void applyTabStops(TabStops& stops, ByteView list);
-// The stops that such an entry takes away.
+// The positions that such an entry deletes.
 std::set<std::int16_t> tabStopsTakenAway(const SprmView& entry);
 
-// What layers of property lists come to, one laid over the other: for each property the entries
-// that set it in the topmost layer that does. Toggles are resolved to 0 and 1.
+// The result of property lists applied one over the other. For each property it holds the entries
+// of the topmost list that sets the property. Toggles are resolved to 0 and 1.
 class ResolvedProperties {
 public:
-    // Lays a list over what is there. `levels` tells what a list's level does to paragraphs that
-    // join it (sprmPIlfo); the layer's own indents and tab stops go over those. A layer that
-    // leaves the list takes back what the level did.
+    // Applies a property list on top. A list that sets sprmPIlfo first gets the properties of that
+    // list level from `levels`; its own indents and tab stops override those. A property list that
+    // removes the paragraph from its list removes the level's properties too.
     void lay(ByteView list, ListLevels& levels);
-    // Sets one property, whatever set it before.
+    // Sets one property and replaces its previous entries.
     void set(const Bytes& entry);
 
-    // The entries that set the property, nothing when none does.
+    // The entries that set the property; null when it is not set.
     const Bytes* find(SprmOpcode property) const;
     const std::map<SprmOpcode, Bytes>& entries() const { return entries_; }
     const TabStops& tabStops() const { return tabStops_; }
-    // Properties that stand as a list's level set them.
+    // Properties whose values come from a list level.
     const std::set<SprmOpcode>& setByListLevel() const { return setByListLevel_; }
-    // Positions of the tab stops that it brings.
+    // Positions of the tab stops that come from the list level.
     const std::set<std::int16_t>& tabsOfListLevel() const { return tabsOfListLevel_; }
 
     bool toggle(SprmOpcode property) const;
-    // Operand of sprmPIlfo, 0 for no list; and the level in it.
+    // Operand of sprmPIlfo; 0 for no list.
     std::uint16_t list() const;
+    // Operand of sprmPIlvl, counted from 0.
     std::uint8_t listLevel() const;
 
 private:

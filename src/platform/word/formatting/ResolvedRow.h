@@ -12,10 +12,10 @@ enum class VerticalAlignment : std::uint8_t { top, centre, bottom };
 
 // A cell of a row. Lengths in twips.
 struct ResolvedCell {
-    int left = 0; // edges, from the margin of the text
+    int left = 0; // edges, measured from the text margin
     int right = 0;
-    bool mergedLeft = false;  // goes on what stands left of it
-    bool mergedAbove = false; // goes on what stands above it
+    bool mergedLeft = false;  // continues the cell to its left
+    bool mergedAbove = false; // continues the cell above
     VerticalAlignment alignment = VerticalAlignment::top;
     Border topSide;
     Border leftSide;
@@ -28,18 +28,18 @@ struct ResolvedCell {
     int bottomPadding = 0;
 };
 
-// What the properties of a row's end say of the row. Lengths in twips.
+// The formatting of a table row. Lengths in twips.
 struct ResolvedRow {
-    std::vector<ResolvedCell> cells; // from left to right, without gaps; empty for a row undefined
+    std::vector<ResolvedCell> cells; // from left to right, without gaps; empty without definition
     LineAlignment alignment = LineAlignment::left; // of the table between the margins
-    int height = 0;                                // at least, or exactly
+    int height = 0;                                // minimum, or exact with `exactHeight`
     bool exactHeight = false;
-    bool staysWhole = false; // not parted by the end of a page
-    bool isHeading = false;  // shown again on each further page
+    bool staysWhole = false; // does not break across pages
+    bool isHeading = false;  // repeated at the top of each further page
 };
 
-// `properties`: the list of the row's mark. The table style that it names gives borders that the
-// row itself does not.
+// `properties`: the property list of the row's end mark. Borders that the list does not set come
+// from its table style.
 ResolvedRow resolvedRowOf(ByteView properties, const DocumentTables& tables);
 
 } // namespace qvnd::word

@@ -7,15 +7,15 @@
 
 namespace qvnd::word {
 
-// Where lines and characters of a section may stand.
+// What a document grid aligns.
 enum class GridKind : std::uint8_t { none, linesAndCharacters, lines, snappedCharacters };
 
-// What a section's properties say of its pages. Lengths in twips.
+// The page formatting of a section. Lengths in twips.
 struct ResolvedSection {
     enum class Start : std::uint8_t { continuous, column, page, evenPage, oddPage };
 
     struct Column {
-        int left = 0; // from the text's left edge
+        int left = 0; // from the left edge of the text area
         int width = 0;
     };
 
@@ -23,10 +23,10 @@ struct ResolvedSection {
     Start start = Start::page;
     std::vector<Column> columns; // at least one
     bool lineBetweenColumns = false;
-    int headerTop = 720;       // from the edge of the paper
-    int footerBottom = 720;    // from the lower edge
-    bool hasTitlePage = false; // its first page has headers and footers of its own
-    // The text keeps its place, however high the header or footer is.
+    int headerTop = 720;       // from the top edge of the paper
+    int footerBottom = 720;    // from the bottom edge of the paper
+    bool hasTitlePage = false; // the first page has separate headers and footers
+    // The margin is exact: a high header or footer does not move the text.
     bool topIsFixed = false;
     bool bottomIsFixed = false;
     bool restartsNumbers = false;
@@ -34,11 +34,12 @@ struct ResolvedSection {
     unsigned numberForm = 0; // NFC
     GridKind grid = GridKind::none;
     int linePitch = 0;        // of the grid
-    int characterSpacing = 0; // added to each character, in 1/4096 of a point
+    int characterSpacing = 0; // added to each character, in 1/4096 point
     bool verticalText = false;
 };
 
-// `properties`: the SEPX. Room for the text is at least half an inch either way.
+// `properties`: the property list of the SEPX. The text area is at least half an inch wide and
+// high.
 ResolvedSection resolvedSectionOf(ByteView properties, bool gutterOnTop);
 
 } // namespace qvnd::word

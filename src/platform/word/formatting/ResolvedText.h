@@ -7,22 +7,22 @@
 
 namespace qvnd::word {
 
-// A character that another font shows in place of the one in the text (sprmCSymbol).
+// A symbol: its font and code replace the character in the text (sprmCSymbol).
 struct SymbolCharacter {
     std::uint16_t font = 0; // index into DocumentTables::fonts
     char16_t code = 0;
 };
 
-// How a character looks and what it stands for, everything taken together.
+// The formatting of a character: styles and direct formatting combined.
 struct ResolvedText {
     enum class Script : std::uint8_t { normal, raised, lowered };
 
-    // Indexes into DocumentTables::fonts: of Latin letters, of Chinese, of all others.
+    // Indexes into DocumentTables::fonts: for Latin, East Asian and all other characters.
     std::uint16_t latinFont = 0;
     std::uint16_t eastAsianFont = 0;
     std::uint16_t otherFont = 0;
-    bool eastAsianHint = false; // signs that both fonts have are Chinese (sprmCIdctHint)
-    bool hasNoLanguage = false; // its Chinese text is said to be in none
+    bool eastAsianHint = false; // ambiguous characters use the East Asian font (sprmCIdctHint)
+    bool hasNoLanguage = false; // the language of East Asian text is "none"
     int halfPoints = 20;
     bool bold = false;
     bool italic = false;
@@ -31,22 +31,22 @@ struct ResolvedText {
     bool capitals = false;
     bool smallCapitals = false;
     bool hidden = false;
-    bool deleted = false; // by a tracked change
+    bool deleted = false; // by a tracked revision
     bool snapsToGrid = true;
     Script script = Script::normal;
-    int spacing = 0;        // twips added behind each character; negative: condensed
-    int scalePercent = 100; // of a character's width
-    int raisedBy = 0;       // half-points above the line's foot
+    int spacing = 0;        // added after each character, in twips; negative: condensed
+    int scalePercent = 100; // horizontal scaling
+    int raisedBy = 0;       // above the baseline, in half-points
     std::optional<std::uint32_t> colour;
     std::optional<std::uint32_t> background;
 
-    bool special = false;                // stands for something else (sprmCFSpec)
-    bool isData = false;                 // the blob holds data of a field, and no picture
+    bool special = false;                // a special character (sprmCFSpec)
+    bool isData = false;                 // the blob holds field data instead of a picture
     std::optional<std::uint32_t> blob{}; // index into DocumentTables::blobs
     std::optional<SymbolCharacter> symbol{};
 };
 
-// `own`: the list of the characters themselves, which says what they stand for.
+// `own`: the direct formatting, which holds the properties of special characters.
 ResolvedText resolvedTextOf(const ResolvedProperties& look, ByteView own);
 
 } // namespace qvnd::word

@@ -4,33 +4,34 @@
 
 #include <optional>
 
-// What the entries of property lists set, for comparing what styles come to.
+// Facts about sprms that comparing the formatting of styles needs.
 namespace qvnd::word {
 
-// Names a property by the oldest sprm that sets it: sprmPJc80 and sprmPJc both set sprmPJc80.
+// The property that a sprm sets, named by the oldest sprm that sets it: sprmPJc80 for sprmPJc80 and
+// for sprmPJc.
 SprmOpcode propertySetBy(SprmOpcode opcode);
 
-// Bold, italic and their like: operand 0 and 1, 0x80 as the style has it, 0x81 the opposite.
+// Whether the property is a toggle, such as bold or italic. Its operand is 0, 1, 0x80 (the style's
+// value) or 0x81 (the opposite of the style's value).
 bool isToggle(SprmOpcode opcode);
 
-// Whether the entry is part of how a paragraph or a character of a style looks: not what ties it
-// to a place in a table, to a revision, to a picture or to another style. Tab stops are counted
-// apart.
+// Whether the sprm formats paragraphs or characters. False for sprms that refer to a table, a
+// revision, a picture or another style, and for tab stops.
 bool belongsToLook(SprmOpcode opcode);
 bool setsTabStops(SprmOpcode opcode);
 
-// Indents, which a list's level sets as well.
+// Whether the property is an indent. List levels set indents too.
 bool isIndent(SprmOpcode property);
 
-// The entry that sets what holds when no entry sets the property ([MS-DOC] 2.6.1 and 2.6.2);
-// nothing when that is unknown.
+// The entry that sets the property's default value ([MS-DOC] 2.6.1 and 2.6.2); nothing when the
+// default is unknown.
 std::optional<Bytes> defaultEntry(SprmOpcode opcode);
 
-// Whether the entries, all of one property, come to the same: a colour by number and one by its
-// parts, or an older and a newer spelling of the same value.
+// Whether two entries of one property have the same effect, such as a colour by index and the same
+// colour by its components, or an older and a newer sprm with the same value.
 bool sameEffect(ByteView one, ByteView other);
 
-// An entry of a list: opcode and operand.
+// A property list entry: opcode and operand of 8 or 16 bits.
 Bytes entry8(SprmOpcode opcode, unsigned operand);
 Bytes entry16(SprmOpcode opcode, unsigned operand);
 

@@ -10,27 +10,28 @@
 
 namespace qvnd::word {
 
-// What the styles of one style sheet come to, base styles and document defaults included
-// ([MS-DOC] 2.4.6.5), each worked out once.
+// Resolves the styles of one style sheet, including base styles and document defaults ([MS-DOC]
+// 2.4.6.5). Each style is resolved once and cached.
 class StyleResolver {
 public:
-    // The list that a style's property list is in terms of the tables that `levels` knows.
+    // Returns the property list of an id, with its references in terms of the tables of `levels`.
     using ListOf = std::function<ByteView(PropertyListId)>;
 
-    // `defaultFonts` in the same terms: rgftcStandardChpStsh and ftcBi.
+    // `defaultFonts`: rgftcStandardChpStsh and ftcBi, as indexes into the same tables. The style
+    // sheet and `levels` must outlive the object.
     StyleResolver(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
                   ListOf listOf, ListLevels& levels);
 
-    // Both answers are good until the next call.
-    // Of paragraphs in that style. An index without a paragraph style: the defaults.
+    // Returned references stay valid until the next call.
+    // The paragraph formatting of a style; the defaults for an index without a paragraph style.
     const ResolvedProperties& paragraph(StyleIndex style);
-    // Of characters in a paragraph of that style, and in a character style over it
-    // (StyleDefinition::none for none).
+    // The character formatting of a paragraph style with a character style on top;
+    // StyleDefinition::none stands for no character style.
     const ResolvedProperties& character(StyleIndex paragraphStyle,
                                         StyleIndex characterStyle = StyleDefinition::none);
 
 private:
-    // The style and what it is based on, root first; a circle ends where it closes.
+    // The style and its base styles, root first. A cycle of base styles is cut where it closes.
     std::vector<StyleIndex> chain(StyleIndex style, StyleKind kind) const;
     const StyleDefinition* definition(StyleIndex style, StyleKind kind) const;
 

@@ -4,11 +4,11 @@
 
 namespace qvnd::word {
 
-// Whether a font of that name has pictures where other fonts have letters (Symbol, Wingdings, ...).
+// Whether the font has symbols at the codes of letters (Symbol, Wingdings, ...).
 bool isSymbolFont(std::u16string_view font);
 
-// The Unicode character that shows what a character of such a font shows; a bullet for one that
-// has no counterpart. `code`: as the font has it, with or without 0xF000.
+// The Unicode character for a code of such a font; a bullet when there is none. `code`: the font's
+// code, with or without 0xF000 added.
 char16_t symbolAsText(char16_t code, std::u16string_view font);
 
 } // namespace qvnd::word

@@ -17,17 +17,18 @@ public:
     const Blocks& blocks() const { return blocks_; }
     // The first character of a block.
     word::Cp startOf(const Block& block) const { return starts_[block.paragraph]; }
-    // `addsSpaces`: space between paragraphs is the sum of what both ask for, else the larger.
+    // `addsSpaces`: whether the space between two paragraphs is the sum of the space after the
+    // first and the space before the second, or the larger of both.
     void setPage(const PageFields& fields, bool addsSpaces) {
         fields_ = fields;
         addsSpaces_ = addsSpaces;
     }
 
-    // What floats is anchored in the strips; of a frame come no strips, it goes along with those of
-    // the block composed next. `from`: the character that a paragraph's first line begins with,
-    // where the lines before stand already.
+    // Composes one block. Floating objects are attached to the strips that they are anchored in. A
+    // frame yields no strips: it is attached to the first strip of the next block. `from`: the
+    // paragraph is composed from this character on, because the lines before it are already placed.
     Strips compose(const Block& block, const LineSetting& setting, word::Cp from = 0);
-    // A strip without height for frames that nothing follows; nothing where there are none.
+    // A strip of no height that carries the frames at the end of the story; nothing without frames.
     std::optional<Strip> rest();
     // All blocks of the story.
     Strips composeAll(const LineSetting& setting);
@@ -50,8 +51,8 @@ private:
     PageFields fields_;
     bool addsSpaces_ = true;
     std::vector<AnchoredFloat> frames_; // for the next strip
-    // Those that the block of a paragraph has got, which is composed again where they are in its
-    // way.
+    // The frames attached to the paragraph of `anchoredTo_`. They are kept because a paragraph is
+    // composed again when it has to wrap around them.
     std::vector<AnchoredFloat> anchored_;
     std::optional<std::size_t> anchoredTo_;
     int depth_ = 0;

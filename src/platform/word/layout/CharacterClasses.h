@@ -1,39 +1,43 @@
 #pragma once
 
-// What characters mean for where lines end, how wide gaps are and which font shows them. The lists
-// of characters that begin or end no line are those of the standard level for simplified Chinese,
-// as word processors apply them; Latin words part at blanks and behind hyphens only.
+// Character classes for line breaking, spacing and font choice. Line breaking follows the standard
+// level of rules for simplified Chinese, as word processors apply them. Latin text breaks only at
+// spaces and after hyphens.
 namespace qvnd::layout {
 
 // Chinese, Japanese and Korean letters, full-width forms and their punctuation.
 bool isEastAsian(char32_t c);
-// Of those the letters alone: what gets a gap beside Latin text.
+// The letters of isEastAsian(). They get space beside Latin text.
 bool isIdeograph(char32_t c);
-// Signs that both a Latin and a Chinese font have: quotation marks, dashes, dots, degree signs.
+// Ambiguous characters, which Latin and Chinese fonts both have: quotation marks, dashes, dots,
+// degree signs.
 bool isOfEitherScript(char32_t c);
 
 bool isLatinLetter(char32_t c);
 bool isDigit(char32_t c);
 
-// Blanks that a line may end behind and that take no room there.
+// Spaces that a line may break after. They have no width at the end of a line.
 bool isBlank(char32_t c);
 
+// Characters that must not begin a line.
 bool beginsNoLine(char32_t c);
+// Characters that must not end a line.
 bool endsNoLine(char32_t c);
-// Closing punctuation that may stand beyond the margin at the end of a full line.
+// Closing punctuation that may hang into the margin at the end of a full line.
 bool mayHang(char32_t c);
 
-// Full-width punctuation whose ink stands in the left or in the right half of its square.
+// Full-width punctuation whose glyph fills only the left half (closing) or right half (opening).
 bool isClosingMark(char32_t c);
 bool isOpeningMark(char32_t c);
-// Marks that the office suite sets narrower where more is to fit on a line.
+// Punctuation that the office suite compresses to fit more text on a line.
 bool isSqueezable(char32_t c);
 
-// Whether a line may end between two characters that follow each other.
+// Settings of a paragraph for line breaking.
 struct BreakRules {
-    bool forbidsLineEnds = true; // the lists above count
-    bool breaksWords = false;    // between any two letters
+    bool forbidsLineEnds = true; // beginsNoLine() and endsNoLine() apply
+    bool breaksWords = false;    // a line may break between any two letters
 };
+// Whether a line may break between two adjacent characters.
 bool mayBreakBetween(char32_t before, char32_t after, const BreakRules& rules);
 
 } // namespace qvnd::layout

@@ -5,16 +5,16 @@
 
 namespace qvnd::layout {
 
-// A character in its place on a line; twips, from the upper left corner of the line's strip.
+// A character and its position on a line, in twips from the upper left corner of the line's strip.
 struct CharacterPlace {
     const TextItem& item;
     double x = 0;
-    double foot = 0;     // of the line
-    double width = 0;    // with what is added behind it
-    bool goesOn = false; // in the text of the character before
+    double foot = 0;     // baseline of the line
+    double width = 0;    // including the space added after it
+    bool goesOn = false; // appended to the text run of the previous character
 };
 
-// Adds a character to a line's layer, with its background.
+// Adds a character and its background to the layer of a line.
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer);
 
 } // namespace qvnd::layout

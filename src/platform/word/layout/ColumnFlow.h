@@ -7,22 +7,23 @@
 
 namespace qvnd::layout {
 
-// A strip in its place in a column.
+// A strip and its position in a column.
 struct FlowedStrip {
     Strip strip;
-    double y = 0; // of its top, from the top of the column's region
+    double y = 0; // of its top edge, from the top of the column region
 };
 
-// What a note takes at the foot of a page, in twips, with what stands above the first of a page:
-// all of it, or the least part that may stand on the page of its reference.
+// The height of a note at the foot of a page, in twips. For the first note of a page it includes
+// the separator line. `least` is the height of the smallest part that must be on the page of the
+// note's reference.
 struct NoteRoom {
     double whole = 0;
     double least = 0;
 };
 
-// Fills one column from top to bottom and finds where it ends: widows, paragraphs and rows that
-// stay whole or with what follows them. The notes that strips refer to take their room from the
-// column's foot.
+// Fills one column from top to bottom and determines where it ends. It keeps the rules for widows
+// and orphans, for paragraphs and rows that stay together, and for those that stay with the next
+// one. Notes that the strips refer to reduce the height of the column.
 class ColumnFlow {
 public:
     using NoteRooms = std::function<NoteRoom(std::uint32_t note, bool first)>;
@@ -31,15 +32,16 @@ public:
     ColumnFlow(bool addsSpaces, NoteRooms noteRooms)
         : addsSpaces_(addsSpaces), noteRooms_(std::move(noteRooms)) {}
 
-    // An empty column of that height. `goesOn`: with text that did not fit before, so that space
-    // above its first strip falls away; `notesHeight`: what notes of columns beside it take.
+    // Starts an empty column of that height. `goesOn`: it continues text from another column, so
+    // the space above its first strip is dropped. `notesHeight`: height of the notes of the columns
+    // beside it.
     void begin(double height, bool goesOn, double notesHeight);
 
-    // Puts a strip below the others. When it does not fit, the column is full: `overflow` gets what
-    // the next column begins with, and the answer is false.
+    // Adds a strip at the bottom. Returns false when the column is full; `overflow` then receives
+    // the strips that the next column begins with.
     bool add(Strip strip, Strips& overflow);
 
-    // The space that a strip put next would have above it.
+    // The space above a strip if it were added next.
     double spaceAbove(const Strip& strip) const;
     bool isEmpty() const { return strips_.empty(); }
     const std::vector<FlowedStrip>& strips() const { return strips_; }
@@ -64,14 +66,14 @@ private:
     std::vector<std::uint32_t> notes_;
 };
 
-// Whether a column may end between two strips that follow each other.
+// Whether a column may end between two adjacent strips.
 bool mayPart(const Strip& above, const Strip& below);
-// How many strips from `from` on have that room and may be parted from the others.
+// The number of strips from `from` on that fit into that height and after which a column may end.
 std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, bool addsSpaces);
 
-// The strips of columns, filled from the first to the last one, in columns as low as they can be:
-// above what ends a section in the middle of a page, all columns end at about the same height.
-// `height`: that they have at most; `goesOn`: as for ColumnFlow::begin().
+// Balances columns: distributes their strips in order so that the columns are as short as possible.
+// Columns are balanced above a continuous section break. `height`: maximum height of a column;
+// `goesOn`: see ColumnFlow::begin().
 std::vector<std::vector<FlowedStrip>> balanced(const std::vector<std::vector<FlowedStrip>>& columns,
                                                double height, bool goesOn, bool addsSpaces);
 

@@ -9,14 +9,14 @@
 
 namespace qvnd::layout {
 
-// Where a line of the main story came to stand.
+// The page of a line of the main story.
 struct LinePlace {
-    word::Cp at = 0; // its first character
-    int sheet = 0;   // counted from 0
-    int number = 1;  // that the page shows
+    word::Cp at = 0; // first character of the line
+    int sheet = 0;   // index of the page, from 0
+    int number = 1;  // page number that the page shows
 };
 
-// Lays a document out, page by page and no further than is asked for.
+// Lays out a document page by page, on demand.
 class DocumentLayout {
 public:
     // `source` and `fonts` must outlive the object.
@@ -25,19 +25,20 @@ public:
     DocumentLayout(const DocumentLayout&) = delete;
     DocumentLayout& operator=(const DocumentLayout&) = delete;
 
-    // The next page; nothing behind the last one. A document has at least one page.
+    // The next page; nothing after the last page. A document has at least one page.
     std::optional<Page> nextPage();
-    // The place that the next page begins at: what has been composed and stands on no page yet.
+    // The layout state at the start of the next page, with the content that is composed but not yet
+    // placed.
     struct Place;
     std::shared_ptr<const Place> place() const;
-    // Goes on from a place of this layout; the pages come out as they did before.
+    // Continues from a state that this object returned. It yields the same pages as before.
     void goTo(const Place& place);
-    // The memory that place() would take, in bytes; counted no further than beyond `most`.
+    // The size of place() in bytes. Counting stops above `most`.
     std::size_t placeSize(std::size_t most) const;
 
-    // Whether a page so far shows how many pages there are: LayoutOptions::totalPages was used.
+    // Whether a page so far shows the number of pages, that is, used LayoutOptions::totalPages.
     bool showsPageCount() const;
-    // Lines on the pages so far, ascending by their first character.
+    // The lines on the pages so far, in order of their first characters.
     const std::vector<LinePlace>& lines() const;
 
 private:

@@ -10,32 +10,33 @@
 
 namespace qvnd::layout {
 
-// What goes on from one page to the next, apart from the column that is being filled.
+// The state of page filling that continues from one page to the next, without the column that is
+// being filled.
 struct FillState {
     std::size_t section_ = 0;
-    bool firstOfSection_ = true;    // the next page is
-    bool isFirstOfSection_ = false; // this page is
+    bool firstOfSection_ = true;    // the next page is the first of its section
+    bool isFirstOfSection_ = false; // the current page is the first of its section
     std::size_t block_ = 0;
     std::deque<Strip> pending_;
     Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
     int number_ = 1;
     double bodyTop_ = 0;
     double bodyBottom_ = 0;
-    double regionTop_ = 0;  // of the columns being filled
-    double regionUsed_ = 0; // by the highest of them
+    double regionTop_ = 0;  // top of the columns being filled
+    double regionUsed_ = 0; // height of the highest of them
     std::size_t column_ = 0;
-    std::vector<std::vector<FlowedStrip>> columns_; // of the region, filled before this one
-    bool regionGoesOn_ = false; // its first column does, with what did not fit before
-    bool goesOn_ = false;       // the next column, with what did not fit into this one
+    std::vector<std::vector<FlowedStrip>> columns_; // filled columns of the region
+    bool regionGoesOn_ = false; // its first column continues text of the previous page
+    bool goesOn_ = false;       // the next column continues text of this one
     std::vector<std::uint32_t> pageNotes_;
     double notesHeight_ = 0;
-    std::vector<NotePart> carriedNotes_; // from the page before, which had no room for them
+    std::vector<NotePart> carriedNotes_; // notes that did not fit on the previous page
     PageObstacles obstacles_;
     bool endnotesFed_ = false;
     bool done_ = false;
 };
 
-// The memory that it points to, in bytes; counted no further than beyond `most`.
+// The size of the heap memory of the state, in bytes. Counting stops above `most`.
 std::size_t sizeOf(const FillState& state, std::size_t most);
 
 } // namespace qvnd::layout

@@ -5,13 +5,13 @@
 
 namespace qvnd::layout {
 
-// Composes what floats: drawings with their pictures and texts, and frames of paragraphs.
+// Composes floating objects: drawings with their pictures and texts, and frames of paragraphs.
 class FloatComposer {
 public:
     // Must outlive the object.
     explicit FloatComposer(StoryReader::Shared& shared) : shared_(shared) {}
 
-    // Nothing for a drawing that is not seen. `setting`: of the column that it is anchored in.
+    // Nothing for an invisible drawing. `setting`: that of the column of the anchor.
     std::optional<AnchoredFloat> drawing(std::uint32_t index, const PageFields& fields,
                                          const LineSetting& setting);
 
@@ -24,10 +24,10 @@ private:
     StoryReader::Shared& shared_;
 };
 
-// A frame around what it holds, which is as wide as the frame.
+// A frame of that width around its content.
 AnchoredFloat framed(const word::ParagraphFrame& frame, double width, Stack content);
 
-// How wide the text of strips is.
+// The width of the text in the strips, in twips.
 double textWidth(const Strips& strips);
 
 } // namespace qvnd::layout

@@ -7,12 +7,12 @@
 
 namespace qvnd::layout {
 
-// Where something that floats stands, and what the text around it does. Lengths in twips.
+// The position of a floating object and its text wrapping. Lengths in twips.
 struct FloatPlace {
-    // What a place is counted from is told by FrameSpot; instead of a distance it may be aligned.
+    // Alignment instead of a distance. FrameSpot tells what the position is relative to.
     enum class Align : std::uint8_t { none, start, centre, end };
-    enum class Wrap : std::uint8_t { none, beside, below }; // below: no text on either side
-    // Where text may stand that goes on beside it; wider: where there is more room.
+    enum class Wrap : std::uint8_t { none, beside, below }; // below: text above and below only
+    // The side of the text that wraps beside it; wider: the side with more space.
     enum class Side : std::uint8_t { both, left, right, wider };
 
     word::FrameSpot::Across across = word::FrameSpot::Across::fromColumn;
@@ -25,11 +25,11 @@ struct FloatPlace {
     double height = 0;
     Wrap wrap = Wrap::none;
     Side side = Side::both;
-    double apartAcross = 0; // what the text keeps clear beside it
-    double apartDown = 0;   // and above and below it
+    double apartAcross = 0; // horizontal distance of the text
+    double apartDown = 0;   // vertical distance of the text
 };
 
-// A part of a page, from its upper left corner.
+// A rectangle on a page, in twips from the upper left corner of the page.
 struct PageArea {
     double left = 0;
     double top = 0;
@@ -37,24 +37,24 @@ struct PageArea {
     double bottom = 0;
 };
 
-// What the places of a page's floating things are counted from.
+// The reference areas that positions of floating objects are relative to.
 struct FloatFrame {
     PageArea page;
     PageArea margins;
-    PageArea column;      // its height does not count
-    double anchorTop = 0; // of the line or paragraph that it is anchored at
+    PageArea column;      // only its left and right edges are used
+    double anchorTop = 0; // top of the anchor's line or paragraph
 };
 
-// The area that it takes, without what is kept clear around it.
+// The area of the object, without its distance from the text.
 PageArea areaOf(const FloatPlace& place, const FloatFrame& frame);
 
-// Something in the way of lines: an area of the page that they keep clear of.
+// An area of the page that lines avoid.
 struct Obstacle {
-    PageArea area;      // with what is kept clear around it
-    bool beside = true; // lines go on beside it
+    PageArea area;      // including the distance from the text
+    bool beside = true; // text wraps beside it
 };
 
-// Where a line may stand beside obstacles.
+// A horizontal range for a line beside obstacles.
 struct LineGap {
     double top = 0;
     double left = 0;
@@ -62,13 +62,13 @@ struct LineGap {
     bool operator==(const LineGap&) const = default;
 };
 
-// The places for a line of that height between `left` and `right`, from left to right, at `top` or
-// as little below it as need be: at least one, each at least `narrowest` wide, unless nothing is in
-// the line's way.
+// The ranges for a line of that height within `wanted`, from left to right. They are at the first
+// position from `wanted.top` downwards that has a range of at least `narrowest`. Without obstacles
+// in the way, the result is `wanted` itself.
 std::vector<LineGap> gapsFor(const std::vector<Obstacle>& obstacles, const LineGap& wanted,
                              double height, double narrowest);
 
-// Where the first of the obstacles ends that are in the line's way; its top when there are none.
+// The lower edge of the obstacle in the line's way that ends first; the line's top without one.
 double endOfObstacle(const std::vector<Obstacle>& obstacles, const LineGap& line, double height);
 
 } // namespace qvnd::layout

@@ -5,34 +5,34 @@
 
 namespace qvnd::layout {
 
-// Names a face of a FontMetrics.
+// Identifies a face within one FontMetrics.
 using FaceId = std::uint32_t;
 
-// A face as a document asks for it.
+// The face that a document specifies.
 struct FaceRequest {
     std::u16string name;
     bool bold = false;
     bool italic = false;
-    bool eastAsian = false; // for Chinese characters
+    bool eastAsian = false; // used for Chinese characters
     bool operator==(const FaceRequest&) const = default;
 };
 
-// Room of a line of one face above and below its foot, and the leading that stands above a line
-// unless the document wants none; in parts of the font size.
+// Ascent and descent of a face, and the leading, which is added above a line unless the document
+// disables it. All are fractions of the font size.
 struct FaceHeights {
     double ascent = 0.8;
     double descent = 0.2;
     double leading = 0;
 };
 
-// What the layout asks of fonts. All measures are parts of the font size. Calls for the same face
-// are cheap after the first.
+// The font measures that the layout needs, as fractions of the font size. Results are cached for
+// each face.
 class FontMetrics {
 public:
     virtual ~FontMetrics() = default;
 
     virtual FaceId face(const FaceRequest& request) = 0;
-    // The face that shows a character which the given one is to show: itself, or a stand-in.
+    // The face that displays a character: the given face, or a fallback that has the character.
     virtual FaceId shownBy(FaceId face, char32_t character) = 0;
     virtual double advance(FaceId face, char32_t character) = 0;
     virtual FaceHeights heights(FaceId face) = 0;

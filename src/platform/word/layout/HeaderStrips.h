@@ -7,23 +7,23 @@
 
 namespace qvnd::layout {
 
-// Headers and footers as each page shows them.
+// Composes the headers and footers of pages.
 class HeaderStrips {
 public:
-    // A page: which section, and what kind of header it has.
+    // Selects the header or footer of a page.
     struct Of {
         std::size_t section = 0;
-        bool firstPage = false; // has those of a title page
+        bool firstPage = false; // uses the header of the title page
         bool evenPage = false;
     };
-    // From the upper left corner of the header or footer.
+    // Positions are relative to the upper left corner of the header or footer.
     using Set = Stack;
 
     explicit HeaderStrips(StoryReader::Shared& shared);
 
     Set header(const Of& page, const PageFields& fields, const LineSetting& setting);
     Set footer(const Of& page, const PageFields& fields, const LineSetting& setting);
-    // Whether one of them has shown how many pages there are.
+    // Whether a header or footer so far shows the number of pages.
     bool showsPageCount() const { return showsPageCount_; }
 
 private:

@@ -10,28 +10,27 @@
 
 namespace qvnd::layout {
 
-// Page numbers from our own layout: the numbers that the pages show on which the positions stand.
-// A layout that was stopped counts what lies behind its last page by the room that the text took
-// so far.
+// Page numbers from our own layout: the numbers that the pages of the positions show. When the
+// layout was stopped, the pages after the last one are estimated from the text per page so far.
 class LayoutPageNumbers : public word::PageNumberSource {
 public:
-    // Called at the first document, so that a program that asks for no numbers opens no fonts.
-    // What it throws is thrown by displayedPages().
+    // Called for the first document, so that a program that needs no page numbers opens no fonts.
+    // displayedPages() passes its exceptions on.
     using OpenFonts = std::function<std::unique_ptr<FontMetrics>()>;
 
     explicit LayoutPageNumbers(OpenFonts openFonts, const LayoutOptions& options = {})
         : openFonts_(std::move(openFonts)), options_(options) {}
 
-    // Asked behind each page with how many there are; false stops the layout.
+    // Called after each page with the number of pages so far; returning false stops the layout.
     using EachPage = std::function<bool(int pages)>;
     void watch(EachPage eachPage) { eachPage_ = std::move(eachPage); }
 
     std::vector<int> displayedPages(const word::DocumentContent& content,
                                     std::span<const word::Cp> positions) override;
-    // Forgets the document asked about last; fonts and watch stay.
+    // Forgets the last document. Fonts and the callback are kept.
     void clear();
     int pages() const override { return pages_; }
-    // The pages behind which the last layout was stopped; nothing when it went to the end.
+    // The number of pages after which the last layout was stopped; nothing when it was completed.
     std::optional<int> stoppedBehind() const { return stoppedBehind_; }
 
 private:

@@ -9,35 +9,37 @@
 
 namespace qvnd::layout {
 
-// The document that is laid out. What it points to must outlive the layout.
+// The document to lay out. The objects that it points to must outlive the layout.
 struct LayoutSource {
     const word::DocumentTables* tables = nullptr;
     std::shared_ptr<const word::Story> main;
     std::span<const word::SectionRun> sections;
-    std::span<const word::HeaderSet> headers; // by section
+    std::span<const word::HeaderSet> headers; // one for each section
     word::ByteView settings;                  // the Dop
-    // What fields of date and time show, as a word processor does that opens the document. Nothing:
-    // what they showed last.
+    // The time that date and time fields show, as when a word processor opens the document.
+    // Nothing: the fields keep their stored results.
     std::optional<word::Moment> now{};
 };
 
 LayoutSource sourceOf(const word::DocumentContent& document);
 
-// How a word processor sets text where the document leaves it open.
+// Layout rules that the document does not specify.
 struct LayoutOptions {
-    // Room between Chinese and Latin text, in parts of the font size.
+    // Space between Chinese and Latin text, as a fraction of the font size.
     double latinGap = 0.25;
-    // Whether the mark of a paragraph that holds text counts for the height of its line.
+    // Whether the paragraph mark affects the height of its line in a paragraph with text.
     bool marksCount = true;
-    // Lines as the office suite sets them: what a multiple adds stands below a line, on a document
-    // grid multiples alone count, and the grid stands in the middle of the page. An empty paragraph
-    // takes over what is said of the mark before it, deleted text is shown, struck out, where the
-    // document's settings show revisions, and characters of symbol fonts keep their codes.
+    // Lays out lines as the office suite does:
+    // - line spacing by a multiple adds its space below the line;
+    // - on a document grid only multiples have an effect, and the grid is centred on the page;
+    // - the mark of an empty paragraph inherits the formatting of the previous mark;
+    // - deleted text is shown struck out when the document's settings show revisions;
+    // - characters of symbol fonts keep their codes.
     bool officeLines = false;
-    int totalPages = 1; // what NUMPAGES shows
+    int totalPages = 1; // result of NUMPAGES fields
 };
 
-// How the office suite of the desktop sets text.
+// The options that match the office suite of the desktop.
 LayoutOptions officeOptions();
 
 } // namespace qvnd::layout

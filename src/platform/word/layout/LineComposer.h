@@ -6,7 +6,7 @@
 
 namespace qvnd::layout {
 
-// The document grid that lines and characters of a section keep to.
+// The document grid of a section.
 struct Grid {
     double linePitch = 0;        // twips; 0 for none
     double characterSpacing = 0; // twips added to each character
@@ -14,23 +14,23 @@ struct Grid {
 
 Grid gridOf(const word::ResolvedSection& section);
 
-// Where a paragraph is set: the room of its column and what holds for the document.
+// The layout settings of a paragraph: its column and the settings of the document.
 struct LineSetting {
-    double width = 0; // twips
+    double width = 0; // of the column, in twips
     Grid grid;
-    bool gridInTables = true; // lines in tables keep to the grid too
-    bool hasLeading = true;   // faces' leading counts for the height of lines
+    bool gridInTables = true; // lines in tables are aligned to the grid too
+    bool hasLeading = true;   // the leading of fonts is added to the height of lines
     bool compressesPunctuation = false;
     double defaultTab = 420;
     LayoutOptions options;
-    // What lines keep clear of, from the upper left corner of the paragraph's first line.
+    // Areas that lines avoid, relative to the upper left corner of the paragraph's first line.
     std::vector<Obstacle> obstacles{};
 };
 
-// Breaks one paragraph into lines and sets each: indents, tab stops, alignment, line heights. At
-// least one line, as high as the paragraph's mark where it holds nothing. A page break within the
-// paragraph ends its line. `from`: the item that the first line begins with, where the lines before
-// stand already.
+// Breaks a paragraph into lines and applies indents, tab stops, alignment and line spacing. Returns
+// at least one line; the line of an empty paragraph has the height of the paragraph mark. A page
+// break within the paragraph ends its line. `from`: composes from this item on, because the lines
+// before it are already placed.
 Strips composeLines(const ParagraphItems& paragraph, const word::ResolvedParagraph& format,
                     FontMetrics& fonts, const LineSetting& setting, std::size_t from = 0);
 

@@ -7,7 +7,7 @@
 
 namespace qvnd::layout {
 
-// The room that what stands on a line takes above and below its foot, in twips.
+// The height of a line's content above and below the baseline, in twips.
 struct ContentHeights {
     double ascent = 0;
     double descent = 0;
@@ -19,21 +19,21 @@ struct ContentHeights {
     double sum() const { return ascent + descent; }
 };
 
-// A line's height, the distance of its foot from its top, and how much of the height, at its
-// lower end, may reach beyond the end of a column. In twips.
+// The height of a line and the distance of its baseline from its top. `spare` is the part of the
+// height, at the lower end, that may extend beyond the end of a column. In twips.
 struct LineRoom {
     double height = 0;
     double foot = 0;
     double spare = 0;
 };
 
-// Which line of its paragraph one is.
+// The position of a line in its paragraph.
 struct LineOrder {
     bool isFirst = false;
     bool isLast = false;
 };
 
-// The room of a line by its paragraph's line spacing and by the document grid.
+// The height of a line, from the line spacing of its paragraph and from the document grid.
 LineRoom roomOf(const ContentHeights& content, const word::ResolvedParagraph& format,
                 const LineSetting& setting, const LineOrder& order);
 

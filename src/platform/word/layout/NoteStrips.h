@@ -7,15 +7,15 @@
 
 namespace qvnd::layout {
 
-// Footnotes and endnotes: their numbers, and their texts as strips.
+// Footnotes and endnotes: their numbers and their composed texts.
 class NoteStrips {
 public:
     // Numbers all notes that the main story refers to. `shared` must outlive the object.
     explicit NoteStrips(StoryReader::Shared& shared);
 
-    // The text of a note, composed once for a width.
+    // The composed text of a note; cached for each width.
     const Strips& strips(std::uint32_t note, const LineSetting& setting);
-    // The endnotes in the order of the text.
+    // The endnotes in the order of their references.
     const std::vector<std::uint32_t>& endnotes() const { return endnotes_; }
 
 private:

@@ -5,15 +5,15 @@
 
 namespace qvnd::layout {
 
-// What floats on a page is counted from these: the paper, and a column of that place and width.
+// The reference areas for floating objects: the paper, its margins, and a column at that position.
 FloatFrame frameOn(const word::SectionPaper& paper, double columnLeft, double columnWidth,
                    double anchorTop);
 
-// Puts something that floats onto the page. `frame`: of the strip that it is anchored in, whose
-// left edge is that of the column.
+// Adds a floating object to the page. `frame`: the reference areas of the strip that it is anchored
+// in. The strip's left edge is the left edge of the column.
 void putOn(Page& page, const AnchoredFloat& floating, FloatFrame frame);
 
-// Puts a header or footer onto the page, with what floats in it.
+// Adds a header or footer and its floating objects to the page.
 void putOn(Page& page, const Stack& stack, const word::SectionPaper& paper, double top);
 
 } // namespace qvnd::layout

@@ -9,23 +9,23 @@
 #include <string>
 #include <vector>
 
-// A page as it is painted. Lengths in twips, right and down from the page's upper left corner;
-// colours 0xRRGGBB, where nothing is black.
+// A laid-out page, ready for painting. Lengths are in twips; coordinates count right and down from
+// the upper left corner of the page. Colours are 0xRRGGBB; an empty colour is black.
 namespace qvnd::layout {
 
-// Characters of one face, side by side on one line.
+// A run of characters of one face on one line.
 struct PlacedText {
     double x = 0;
     double baseline = 0;
     double size = 200;  // of the font, in twips
-    double stretch = 1; // of the characters' width
+    double stretch = 1; // horizontal scaling of the characters
     FaceId face = 0;
     std::u16string text;
-    std::vector<float> advances; // a code unit each; 0 for the second of a pair
+    std::vector<float> advances; // one for each code unit; 0 for the second of a surrogate pair
     std::optional<std::uint32_t> colour{};
     bool underlined = false;
     bool struckOut = false;
-    bool bold = false; // where the face itself is not
+    bool bold = false; // synthesised, because the face is not bold
 };
 
 struct Fill {
@@ -46,7 +46,7 @@ struct Rule {
     std::optional<std::uint32_t> colour{};
 };
 
-// A picture in its place: a blob that word::Picture reads.
+// A picture and its position. word::Picture decodes the blob.
 struct PlacedPicture {
     double x = 0;
     double y = 0;
@@ -65,21 +65,20 @@ struct Outline {
     bool isDashed = false;
 };
 
-// Text that is set into a form: it fills its area, whatever its own proportions. No measure is 0.
+// Text art: text that is stretched to fill its area. No width or height is 0.
 struct TextArt {
     double x = 0;
     double y = 0;
     double width = 0;
     double height = 0;
-    double angle = 0;    // radians, clockwise, around the middle of the area
-    double opacity = 1;  // 0 invisible
-    double ownWidth = 0; // that the texts take before they are stretched
+    double angle = 0;    // radians, clockwise, around the centre of the area
+    double opacity = 1;  // 0 is invisible
+    double ownWidth = 0; // of the texts before stretching
     double ownHeight = 0;
-    std::vector<PlacedText> texts; // from the upper left corner of that room
+    std::vector<PlacedText> texts; // relative to the upper left corner of the unstretched area
 };
 
-// What stands on a page or on a part of it. Fills lie under all the rest, then text art, outlines
-// and pictures.
+// The content of a page or of a part of a page. It is painted in the order of the members.
 struct Layer {
     std::vector<Fill> fills;
     std::vector<TextArt> textArt;
@@ -88,14 +87,14 @@ struct Layer {
     std::vector<Rule> rules;
     std::vector<PlacedText> texts;
 
-    // Puts what another layer holds there, moved by that distance.
+    // Adds the content of another layer, moved by that distance.
     void append(const Layer& other, double right, double down);
 };
 
 struct Page {
-    int sheet = 0;  // counted from 0
-    int number = 1; // as its section counts
-    std::u16string numberText;
+    int sheet = 0;             // index of the page, from 0
+    int number = 1;            // page number by the numbering of its section
+    std::u16string numberText; // the number in the section's number format
     double width = 11906;
     double height = 16838;
     Layer layer;

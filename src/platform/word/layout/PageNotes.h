@@ -7,32 +7,34 @@
 
 namespace qvnd::layout {
 
-// A note from one of its lines on.
+// The part of a note from one of its lines on.
 struct NotePart {
     std::uint32_t note = 0;
     std::size_t from = 0;
 };
 
-// The foot of a page that its notes stand in, the line above them included; twips.
+// The area of the notes at the foot of a page, including the separator line, in twips.
 struct NoteArea {
     double left = 0;
     double top = 0;
     double bottom = 0;
 };
 
-// The footnotes at the foot of pages of one width. A note that has no room goes on at the foot of
-// the next page.
+// Places footnotes at the foot of pages with columns of one width. A note that does not fit
+// continues on the next page.
 class PageNotes {
 public:
     // `notes` must outlive the object. `addsSpaces`: see gapBetween().
     PageNotes(NoteStrips& notes, LineSetting setting, bool addsSpaces)
         : notes_(notes), setting_(std::move(setting)), addsSpaces_(addsSpaces) {}
 
-    // `first`: it stands below the line above the notes.
+    // The height of a note. `first`: it is the first of its page, so the separator line is
+    // included.
     NoteRoom roomOf(std::uint32_t note, bool first);
-    // The height of all of them with the line above; 0 for none.
+    // The height of all parts including the separator line; 0 without parts.
     double heightOf(const std::vector<NotePart>& parts);
-    // Puts them into the area, at least a line of the first; what has no room comes back.
+    // Places the parts into the area, at least one line of the first part. Returns the parts that
+    // do not fit.
     std::vector<NotePart> place(const std::vector<NotePart>& parts, const NoteArea& area,
                                 Layer& layer);
 

@@ -7,20 +7,18 @@
 
 namespace qvnd::word {
 
-// Tells on which page a place of a document comes to stand. The contents of a document take their
-// page numbers from here.
+// Determines the page numbers of positions in a document, for its table of contents.
 class PageNumberSource {
 public:
     virtual ~PageNumberSource() = default;
 
-    // For each position of the main story (ascending) the number that the page of that position
-    // shows: counted as the sections' page numbering says, a restart and its first number
-    // included. As many answers as positions; an empty answer when no layout can be had, which
-    // leaves the numbers as they are.
+    // For each position of the main story (ascending), the number that its page shows by the page
+    // numbering of its section, including restarts. Returns one number for each position. Returns
+    // none when no layout is available; the numbers in the document then stay unchanged.
     virtual std::vector<int> displayedPages(const DocumentContent& content,
                                             std::span<const Cp> positions) = 0;
 
-    // The sheets of the document asked about last; 0 when that is not known.
+    // The number of pages of the last document; 0 when unknown.
     virtual int pages() const { return 0; }
 };
 

@@ -4,16 +4,16 @@
 
 namespace qvnd::layout {
 
-// What floats on the page being filled and has lines keep clear of it.
+// The floating objects on the current page that text wraps around.
 class PageObstacles {
 public:
-    // What floats in these strips, which stand one under the other from `frame.anchorTop` on. What
-    // floats in a cell of a table is in the way of nothing.
+    // Adds the floating objects of strips, which are stacked from `frame.anchorTop` downwards.
+    // Objects in table cells are ignored.
     void add(const Strips& strips, const FloatFrame& frame);
-    // Those that reach into a part of a column, from its upper left corner; where text stands on
-    // one side alone, they reach to the column's other end.
+    // The obstacles within a part of a column, relative to its upper left corner. An obstacle with
+    // text on one side only extends to the edge of the column on the other side.
     std::vector<Obstacle> within(const PageArea& part) const;
-    // Forgets those anchored at that character or behind it.
+    // Removes the objects that are anchored at or after that character.
     void forgetFrom(word::Cp at);
     void clear() { placed_.clear(); }
 

@@ -15,25 +15,27 @@ struct PageSize {
     bool operator==(const PageSize&) const = default;
 };
 
-// The pages of a document, each laid out when it is asked for and as often as that. Between calls
-// no page is kept, only places at which pages begin, as many as 40 bytes for each character of the
-// document pay for: a page is laid out again from the last of them before it.
+// The pages of a document, laid out on demand. Pages are not cached. Instead, layout states at the
+// starts of pages are kept, up to a total of 40 bytes for each character of the document. A page is
+// laid out again from the last state before it.
 class PagesOnDemand {
 public:
     // All must outlive the object.
     PagesOnDemand(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options);
 
-    // Finds where one more page ends. A document that shows how many pages it has is gone through
-    // once more when they are counted. False when nothing is left to find.
+    // Lays out one more page to find where it ends. A document that shows its number of pages is
+    // laid out a second time once the pages are counted. Returns false when there is nothing left
+    // to find.
     bool findNext();
-    // Whether all pages are found and show what they will show.
+    // Whether all pages are found and their content is final.
     bool isWhole() const { return isWhole_; }
-    // How often the document was begun anew; pages taken before may show an old number of pages.
+    // How many times the layout was restarted. Pages from an earlier round may show an outdated
+    // number of pages.
     int round() const { return round_; }
 
-    // Of the pages found so far.
+    // The sizes of the pages found so far.
     const std::vector<PageSize>& sizes() const { return sizes_; }
-    // A page of those.
+    // One of the pages found so far, by its index.
     Page page(std::size_t sheet);
 
 private:
@@ -50,12 +52,12 @@ private:
     LayoutOptions options_;
     std::unique_ptr<DocumentLayout> layout_;
     std::vector<PageSize> sizes_;
-    std::size_t cursor_ = 0; // the page that the layout gives next
-    std::size_t found_ = 0;  // pages of this round whose ends are known
-    Place atFound_; // where the first page behind them begins, while the layout is elsewhere
-    std::map<std::size_t, Place> places_; // by page
+    std::size_t cursor_ = 0; // index of the page that `layout_` yields next
+    std::size_t found_ = 0;  // number of pages of this round whose ends are known
+    Place atFound_;          // state after those pages, while `layout_` is at another page
+    std::map<std::size_t, Place> places_; // by page index
     std::size_t kept_ = 0;                // bytes in `places_`
-    std::size_t nextKept_ = 0;            // the page at which the next place may be kept
+    std::size_t nextKept_ = 0;            // page from which the next state may be kept
     bool isWhole_ = false;
     int round_ = 0;
 };

@@ -5,8 +5,9 @@
 
 namespace qvnd::layout {
 
-// Draws a paragraph's background and borders into its lines, which keep room for them above and
-// below. `left` and `right`: edges of its text, from the strips' left edge.
+// Adds the background and borders of a paragraph to its lines. The space above the first line and
+// below the last line grows by the room of the borders. `left` and `right`: edges of the text, from
+// the left edge of the strips.
 void addBorders(Strips& lines, const word::ResolvedParagraph& format, double left, double right);
 
 } // namespace qvnd::layout

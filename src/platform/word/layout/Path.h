@@ -11,14 +11,14 @@ struct PathPoint {
     bool operator==(const PathPoint&) const = default;
 };
 
-// Lines and curves one after the other, of one figure or of several.
+// A path of lines and Bézier curves, with one figure or several.
 struct Path {
     enum class Step : std::uint8_t { move, line, curve, close };
     std::vector<Step> steps;
     std::vector<PathPoint> points; // one for each move and line, three for each curve
 
     void moveTo(PathPoint to);
-    // The first point of a path begins it.
+    // In an empty path this starts a figure.
     void lineTo(PathPoint to);
     void curveTo(PathPoint first, PathPoint second, PathPoint to);
     void close();

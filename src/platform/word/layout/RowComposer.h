@@ -5,13 +5,13 @@
 
 namespace qvnd::layout {
 
-// A cell of a row ready to be set: its place, and its content in strips of its own. Lengths in
-// twips, from the left edge of the column.
+// A table cell with its position and its composed content. Lengths in twips, from the left edge of
+// the column.
 struct ComposedCell {
     double left = 0;
     double right = 0;
     word::ResolvedCell format;
-    Strips strips; // none in a cell that goes on what stands above it
+    Strips strips; // empty in a cell that continues the cell above
     double contentHeight = 0;
 };
 
@@ -21,26 +21,28 @@ struct ComposedRow {
     double height = 0;
 };
 
-// The cells of a row at their places in a column of that width; cells merged to the left join the
-// one before. A row without a definition gets cells of one width.
+// The cells of a row and their positions in a column of that width. Cells that are merged to the
+// left are joined with the previous cell. A row without a table definition gets cells of equal
+// width.
 std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t texts,
                                   double columnWidth);
 
-// Sets the heights of all rows of a table: as high as their cells, and cells that reach over
-// several rows make the last of these high enough.
+// Sets the heights of all rows of a table. A row is as high as its highest cell; the last row of a
+// vertically merged cell is extended to fit that cell.
 void settleHeights(std::vector<ComposedRow>& rows);
 
-// One strip a row, with its borders, backgrounds and content; cells that reach over several rows
-// have their content in the first of them.
+// One strip for each row, with borders, backgrounds and content. The content of a vertically merged
+// cell is in its first row.
 Strips stripsOf(const std::vector<ComposedRow>& rows);
 
-// The part of a row's strip that fits into `room`, and the rest; nothing when no cell has a line
-// that fits, when nothing would be left, or when the row stays whole. `atAnyRate`: one that stays
-// whole is parted too, for no page holds it.
+// A row that is split at the end of a page.
 struct PartedRow {
     Strip head;
     Strip rest;
 };
+// Splits the strip of a row so that the first part fits into `room`. Nothing when no line of any
+// cell fits, when the rest would be empty, or when the row must not be split. `atAnyRate`: such a
+// row is split too, because it is higher than a page.
 std::optional<PartedRow> partRow(const Strip& row, double room, bool atAnyRate = false);
 
 } // namespace qvnd::layout

@@ -7,24 +7,24 @@
 
 namespace qvnd::word {
 
-// Where each section of the main story starts, ascending from 0.
+// The start positions of the sections of the main story, ascending from 0.
 std::vector<Cp> sectionStarts(const std::vector<SectionRun>& sections);
 
-// Turns pages counted from the first sheet (0, 1, 2, ...) into the numbers that they show: a
-// section with sprmSFPgnRestart counts anew from its sprmSPgnStart, any other goes on counting;
-// the first section starts at 1 unless it says otherwise.
+// Converts page indexes (0, 1, 2, ...) into page numbers. A section with sprmSFPgnRestart starts at
+// its sprmSPgnStart; any other section continues the numbering. The first section starts at 1 by
+// default.
 class PageNumbering {
 public:
-    // `firstSheets`: the sheet on which each section starts, as many as there are sections.
+    // `firstSheets`: for each section the index of the page on which it starts.
     PageNumbering(const DocumentContent& content, std::vector<int> firstSheets);
 
-    // The number shown on `sheet` for a place at `position` of the main story.
+    // The page number of the page with index `sheet` for a position of the main story on it.
     int shown(Cp position, int sheet) const;
 
 private:
     struct Count {
-        Cp from = 0;   // position from which it holds
-        int sheet = 0; // the sheet that shows `number`
+        Cp from = 0;   // position from which this count applies
+        int sheet = 0; // index of the page with `number`
         int number = 1;
     };
     std::vector<Count> counts_;

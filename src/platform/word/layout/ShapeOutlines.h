@@ -6,35 +6,36 @@
 
 namespace qvnd::layout {
 
-// How a shape is turned within its area.
+// The flipping and rotation of a shape within its area.
 struct ShapeTurn {
     bool flippedAcross = false;
     bool flippedDown = false;
-    double angle = 0; // radians, clockwise, around the middle
+    double angle = 0; // radians, clockwise, around the centre
 };
 
-// The outline of a shape of that kind (MSOSPT, [MS-ODRAW] 2.4.24) in its usual proportions. Empty
-// for rectangles and for kinds that are shown as one. Connectors and arcs have open outlines.
+// The outline of a predefined shape (MSOSPT, [MS-ODRAW] 2.4.24) with its default adjustments. Empty
+// for rectangles and for unsupported shapes, which are drawn as rectangles. Connectors and arcs
+// have open outlines.
 Path shapeOutline(unsigned kind, const PageArea& area, const ShapeTurn& turn);
 
-// The geometry of a shape with points of its own ([MS-ODRAW] 2.3.6): arrays of points and of the
-// segments between them as they are stored, and the coordinates that its area has.
+// Custom geometry of a shape ([MS-ODRAW] 2.3.6): the stored arrays of points and path segments, and
+// the coordinate range of the shape's area.
 struct ShapeGeometry {
     PageArea room{0, 0, 21600, 21600};
     word::Bytes vertices;
-    word::Bytes segments; // none: lines from point to point, closed
+    word::Bytes segments; // empty: a closed polygon through the points
 };
 
-// Its outline; of segments that turn around ellipses, and of arrays that are shorter than they say,
-// what stands before. Empty without points.
+// The outline of custom geometry. It ends before the first elliptical segment and where an array is
+// truncated. Empty without points.
 Path ownOutline(const ShapeGeometry& geometry, const PageArea& area, const ShapeTurn& turn);
 
-// Whether the kind has an open outline, which is never filled.
+// Whether the shape has an open outline, which is never filled.
 bool isOpenShape(unsigned kind);
-// Whether the kind is text set into a form (WordArt).
+// Whether the shape is text art (WordArt).
 bool isTextArt(unsigned kind);
 
-// The head of an arrow at the end of a line that comes from `from`.
+// An arrowhead at `tip`, for a line that starts at `from`.
 Path arrowHead(PathPoint from, PathPoint tip, double lineWidth);
 
 } // namespace qvnd::layout

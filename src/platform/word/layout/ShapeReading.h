@@ -10,12 +10,12 @@
 
 namespace qvnd::layout {
 
-// A part of a drawing that is seen: its place from the drawing's upper left corner, and what of
-// it is painted. Lengths in twips.
+// A visible shape of a drawing. Its area is relative to the upper left corner of the drawing.
+// Lengths in twips.
 struct ShapePart {
     PageArea area;
     unsigned kind = 0; // MSOSPT
-    Path outline;      // of a shape with points of its own
+    Path outline;      // of a shape with custom geometry
     ShapeTurn turn;
     std::optional<std::uint32_t> fill{};
     double opacity = 1; // of the fill
@@ -23,24 +23,24 @@ struct ShapePart {
     double lineWidth = 15;
     std::optional<std::uint32_t> lineColour{};
     bool isDashed = false;
-    bool startsWithArrow = false; // a line
+    bool startsWithArrow = false; // of a line
     bool endsWithArrow = false;
-    std::u16string artText; // of text art
+    std::u16string artText; // the text of text art
     FaceRequest artFace;
     word::DataBlob picture;
-    std::optional<std::uint32_t> text{}; // of DocumentTables::shapeTexts
+    std::optional<std::uint32_t> text{}; // index into DocumentTables::shapeTexts
     PageArea padding{144, 72, 144, 72};  // of the text
     bool growsWithText = false;
 };
 
-// A drawing as it stands on a page.
+// A drawing: its position and its shapes.
 struct ShapeReading {
     FloatPlace place;
-    std::vector<ShapePart> parts; // from the lowest to the uppermost
+    std::vector<ShapePart> parts; // in painting order
 };
 
-// Nothing for a drawing that is hidden or has no size. What its records do not say is as
-// [MS-ODRAW] 2.3 says.
+// Reads the shapes of a drawing. Nothing for a drawing that is hidden or has no size. Missing
+// properties have the defaults of [MS-ODRAW] 2.3.
 std::optional<ShapeReading> readShapes(const word::Drawing& drawing,
                                        const word::DocumentTables& tables);
 

@@ -11,28 +11,27 @@ namespace qvnd::layout {
 
 struct Table;
 
-// A paragraph, or a table that stands between paragraphs.
+// A paragraph or a table.
 struct Block {
-    std::size_t paragraph = 0; // index into the story's paragraphs; of a table its first
+    std::size_t paragraph = 0; // index of the paragraph, or of a table's first paragraph
     std::shared_ptr<const Table> table;
-    std::size_t framed = 0; // so many paragraphs from this one on stand in one frame
+    std::size_t framed = 0; // number of paragraphs, from this one on, in the same frame
 };
 
 using Blocks = std::vector<Block>;
 
 struct TableRow {
     std::vector<Blocks> cells;
-    std::size_t mark = 0; // the paragraph that ends the row and holds its definition
+    std::size_t mark = 0; // the paragraph of the row's end mark, which has the table definition
 };
 
 struct Table {
     std::vector<TableRow> rows;
 };
 
-// A story cut into paragraphs and tables, nested tables within their cells. A row without its mark
-// stays as the paragraphs that it holds. Outside tables, paragraphs that follow each other in equal
-// frames share one. `starts` gets the position at which each paragraph
-// begins.
+// Splits a story into paragraphs and tables; nested tables are in the blocks of their cells. A row
+// without an end mark is kept as separate paragraphs. Outside tables, adjacent paragraphs with
+// equal frames share one frame. `starts` receives the start position of each paragraph.
 Blocks blocksOf(const word::Story& story, word::FormatResolver& formats,
                 std::vector<word::Cp>& starts);
 

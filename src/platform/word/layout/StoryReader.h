@@ -13,13 +13,13 @@
 
 namespace qvnd::layout {
 
-// What page fields show on the page at hand.
+// The results of page fields on the current page.
 struct PageFields {
     std::u16string number = u"1";
     int totalPages = 1;
 };
 
-// One thing on a line: a character, a picture, a tab.
+// An item of a line: a character, a picture, a tab or a break.
 struct TextItem {
     enum class Kind : std::uint8_t { character, tab, picture, lineBreak, pageBreak, columnBreak };
 
@@ -27,38 +27,39 @@ struct TextItem {
     char32_t character = 0;
     FaceId face = 0;
     double size = 0;   // of the font, twips
-    double width = 0;  // twips; of a tab only once it is placed
-    double height = 0; // of a picture
-    double raised = 0; // above the line's foot
+    double width = 0;  // twips; the width of a tab is set when it is placed
+    double height = 0; // of a picture, in twips
+    double raised = 0; // above the baseline, in twips
     const word::ResolvedText* format = nullptr;
     word::Cp at = 0;
     word::DataBlob picture;
-    std::optional<std::uint32_t> note{}; // a footnote that is referred to here
+    std::optional<std::uint32_t> note{}; // index of the footnote that is referenced here
     bool isLabel = false;
-    // A list's label ends here: what follows begins at the next tab stop or behind a blank.
+    // The last item of a list label. The text begins at the next tab stop or after a space.
     bool endsLabel = false;
 };
 
-// A paragraph as it is read: what is seen of it, and the look of its mark.
+// The visible items of a paragraph, and the formatting of its mark.
 struct ParagraphItems {
     std::vector<TextItem> items;
     FaceId markFace = 0;
     double markSize = 210;
     double characterWidth = 210;   // of a full-width character, for indents in characters
-    std::vector<word::Cp> anchors; // of drawings
-    bool startsPage = false;       // a page break stands before all of it
-    bool isLeftOut = false;        // takes no room at all
+    std::vector<word::Cp> anchors; // positions of drawing anchors
+    bool startsPage = false;       // begins with a page break
+    bool isLeftOut = false;        // yields no line
 };
 
-// Whether the anchor's index is that of a footnote or an endnote.
+// Whether the anchor refers to a footnote or an endnote.
 inline bool namesNote(const word::Anchor& anchor) {
     return anchor.kind == word::AnchorKind::footnote || anchor.kind == word::AnchorKind::endnote;
 }
 
-// Reads one story's paragraphs. Instructions of fields, hidden and deleted text are not seen.
+// Reads the paragraphs of one story. Field instructions and hidden text are left out, and deleted
+// text unless Shared::showsDeleted is set.
 class StoryReader {
 public:
-    // What all stories of one document share.
+    // The state that all stories of one document share.
     struct Shared {
         Shared(const LayoutSource& from, FontMetrics& metrics)
             : source(from), fonts(metrics), formats(*from.tables),
@@ -66,27 +67,28 @@ public:
 
         const LayoutSource& source;
         FontMetrics& fonts;
-        // An empty paragraph's mark takes over what is said of the mark before (LayoutOptions).
+        // The mark of an empty paragraph inherits the formatting of the previous mark
+        // (LayoutOptions::officeLines).
         bool marksInherit = false;
-        bool showsDeleted = false; // text that a tracked change deletes, struck out
-        // Breaks, languages and symbols as the office suite has them (LayoutOptions::officeLines):
-        // codes of symbol fonts (0xF000 and on) stay, and the face knows what they stand for.
+        bool showsDeleted = false; // shows text deleted by a tracked revision, struck out
+        // Handles breaks, languages and symbols as the office suite does
+        // (LayoutOptions::officeLines). Symbol codes (from 0xF000 on) are kept; the face maps them.
         bool officeText = false;
         word::FormatResolver formats;
         word::ListNumbers numbers;
         std::map<std::uint32_t, std::pair<double, double>> pictureSizes; // by blob, in twips
-        std::vector<std::u16string> noteMarks; // by note: its number, as its form says
+        std::vector<std::u16string> noteMarks; // by note: its number in its number format
     };
 
-    // `note`: the note whose text the story is, whose own number stands in it.
+    // `note`: the index of the note whose text this story is; its number appears in the text.
     StoryReader(Shared& shared, const word::Story& story,
                 std::optional<std::uint32_t> note = std::nullopt);
 
-    // `start`: where the paragraph begins; `counts` whether a list counts it on.
+    // `start`: the position of the paragraph's first character.
     ParagraphItems read(std::size_t paragraph, word::Cp start, const PageFields& fields);
 
 private:
-    struct Span { // text that is not seen, or is seen as something else
+    struct Span { // text that is hidden or replaced
         enum class Shows : std::uint8_t { nothing, pageNumber, pageCount, text };
         word::Cp begin = 0;
         word::Cp end = 0;
@@ -96,7 +98,8 @@ private:
 
     void findFields();
     bool endsParagraph(word::Cp at) const;
-    // What the field of that type shows anew, by the instruction between the two positions.
+    // The replacement for the result of a field of that type. The field's instruction is between
+    // the two positions.
     Span spanOf(std::uint8_t type, word::Cp begin, word::Cp separator) const;
     std::u16string shownBy(const Span& span, const PageFields& fields) const;
     const Span* spanAt(word::Cp at) const;
@@ -116,7 +119,7 @@ private:
                     ParagraphItems& result);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
     void addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
-    // A character of a symbol font, by its code with or without 0xF000.
+    // Adds a character of a symbol font. `code`: with or without 0xF000 added.
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
     FaceId faceOf(const word::ResolvedText& format, char32_t c);
@@ -126,8 +129,8 @@ private:
     Shared& shared_;
     const word::Story& story_;
     std::optional<std::uint32_t> note_;
-    std::vector<Span> spans_; // ascending, apart from each other
-    std::map<std::size_t, std::optional<word::ListLabel>> labels_; // counted once
+    std::vector<Span> spans_;                                      // ascending, without overlap
+    std::map<std::size_t, std::optional<word::ListLabel>> labels_; // by paragraph
     std::size_t run_ = 0;
     word::Cp runStart_ = 0;
     const word::CharacterRun* formatRun_ = nullptr;

@@ -11,62 +11,62 @@ namespace qvnd::layout {
 
 struct RowParts;
 
-// Something that floats, and the strip that it is anchored in.
+// A floating object, with its position relative to the strip that it is anchored in.
 struct AnchoredFloat {
     FloatPlace place;
-    Layer layer;  // from its upper left corner
-    double x = 0; // of its column and its anchor, from the strip's upper left corner
-    double y = 0;
-    double columnWidth = 0; // of a cell; 0: the strip stands in a column of the page
+    Layer layer;            // relative to the object's upper left corner
+    double x = 0;           // of the column's left edge, from the strip's upper left corner
+    double y = 0;           // of the anchor, from the strip's upper left corner
+    double columnWidth = 0; // of a table cell; 0: the strip is in a column of the page
 };
 
-// A horizontal strip of content: a line of text, a row of a table or a part of one. Places in
-// `layer` count from the strip's upper left corner; its left edge is that of the column.
+// A horizontal strip of content: a line of text, a table row or a part of a table row. `layer` is
+// relative to the strip's upper left corner; the strip's left edge is the left edge of the column.
 struct Strip {
-    double before = 0; // space above it, which falls away at the top of a page
-    double after = 0;  // space below it
+    double before = 0; // space above the strip; dropped at the top of a page
+    double after = 0;  // space below the strip
     double height = 0;
-    double spare = 0; // of the height, which may reach beyond the end of a column
+    double spare = 0; // part of the height that may extend beyond the end of a column
     Layer layer;
     std::vector<AnchoredFloat> floats;
-    std::vector<std::uint32_t> notes; // footnotes that it refers to, by index
-    word::Cp at = 0;                  // its first character
+    std::vector<std::uint32_t> notes; // indexes of the footnotes referenced in the strip
+    word::Cp at = 0;                  // position of the first character
 
-    std::size_t paragraph = 0; // of the story, told apart from those beside it
+    std::size_t paragraph = 0; // differs between adjacent paragraphs
     word::StyleIndex style = 0;
-    std::size_t line = 0; // of the paragraph
-    std::size_t lines = 1;
+    std::size_t line = 0;  // index of the line in its paragraph
+    std::size_t lines = 1; // number of lines of the paragraph
     bool keepsLines = false;
     bool keepsWithNext = false;
     bool controlsWidows = false;
     bool contextual = false;
     bool startsPage = false;
-    bool endsPage = false;               // a page break stands behind it
-    bool endsColumn = false;             // a column break
-    std::shared_ptr<const RowParts> row; // what can be parted by the end of a page
-    // Rows that are shown again above it when it begins a page.
+    bool endsPage = false;               // a page break follows
+    bool endsColumn = false;             // a column break follows
+    std::shared_ptr<const RowParts> row; // set for a row that may break across pages
+    // Heading rows to repeat above the strip when it begins a page.
     std::shared_ptr<const std::vector<Strip>> headings;
     bool isHeading = false;
-    bool besideFloats = false; // composed for the place where it stood first
+    bool besideFloats = false; // its width depends on its position, because text wraps there
 };
 
 using Strips = std::vector<Strip>;
 
-// A row of a table as its cells: each has strips of its own.
+// The cells of a table row with their content.
 struct RowParts {
     struct Cell {
-        double x = 0; // of its content
+        double x = 0; // of the content
         double width = 0;
-        double above = 0; // padding
-        double below = 0;
+        double above = 0; // top padding
+        double below = 0; // bottom padding
         Strips strips;
     };
     std::vector<Cell> cells;
-    Layer frame; // fills and borders at the height of `height`
+    Layer frame; // fills and borders for a row of `height`
     double height = 0;
 };
 
-// Strips one under the other as one piece, from its upper left corner.
+// Strips stacked into one layer. Positions are relative to its upper left corner.
 struct Stack {
     Layer layer;
     std::vector<AnchoredFloat> floats;
@@ -74,13 +74,14 @@ struct Stack {
 };
 Stack stacked(const Strips& strips, bool addsSpaces);
 
-// The memory that they take, in bytes; what strips share is counted for each of them.
+// Memory size in bytes. Data that several strips share is counted for each of them.
 std::size_t sizeOf(const Layer& layer);
 std::size_t sizeOf(const Strip& strip);
 
-// The height of strips one under the other, spaces between them included.
+// The height of stacked strips, including the spaces between them.
 double heightOf(const Strips& strips, bool addsSpaces);
-// Space between two strips: the sum of both, or the larger of them.
+// The space between two adjacent strips. `addsSpaces`: the sum of the space after the first and the
+// space before the second; otherwise the larger of both.
 double gapBetween(const Strip& above, const Strip& below, bool addsSpaces);
 
 } // namespace qvnd::layout

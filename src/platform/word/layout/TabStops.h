@@ -6,13 +6,13 @@
 
 namespace qvnd::layout {
 
-// The stop that a tab at this distance from the text's left edge leads to: one of the paragraph's,
-// the indent of a hanging paragraph, or a default one. Lengths in twips.
+// The tab stop for a tab at this distance from the left edge of the text: a stop of the paragraph,
+// the left indent of a paragraph with a hanging indent, or a default stop. Lengths in twips.
 word::TabStop stopBehind(double at, const word::ResolvedParagraph& format, double left,
                          double firstLine, double defaultTab);
 
-// The characters that fill the gap of a tab at `x`; nothing for one without a leader. `wholeTwips`:
-// their width is known in whole twips.
+// The leader characters of a tab at `x`; nothing without a leader. `wholeTwips`: rounds the width
+// of a leader character to whole twips.
 std::optional<PlacedText> leaderOf(const TextItem& tab, double x, double foot, FontMetrics& fonts,
                                    bool wholeTwips);
 
