@@ -102,8 +102,10 @@ PlaneMap DeviceContext::map() const {
             y = std::copysign(both, y);
         }
     }
-    return m.world.then({x, 0, 0, y, m.viewportOrigin.x - m.windowOrigin.x * x,
-                         m.viewportOrigin.y - m.windowOrigin.y * y});
+    return m.world.then(
+        {{x, 0},
+         {0, y},
+         {m.viewportOrigin.x - m.windowOrigin.x * x, m.viewportOrigin.y - m.windowOrigin.y * y}});
 }
 
 VectorPen DeviceContext::devicePen(const PenObject& object) const {
@@ -281,7 +283,7 @@ void DeviceContext::arc(VectorPoint from, VectorPoint to, VectorPoint start, Vec
     const double begin = ellipse.angleOf(start);
     double turn = ellipse.angleOf(end) - begin;
     // Angles grow clockwise where y grows downwards.
-    const bool isClockwise = state_.arcsClockwise != (map().d < 0);
+    const bool isClockwise = state_.arcsClockwise != (map().down.y < 0);
     if (isClockwise && turn <= 0) {
         turn += 2 * std::numbers::pi;
     } else if (!isClockwise && turn >= 0) {

@@ -36,20 +36,8 @@ BitmapPart readPart(LittleEndianReader& reader) {
     return part;
 }
 
-void playStretchBits(ByteView bytes, LittleEndianReader& reader, BitmapRecords& bitmaps) {
-    reader.skip(boundsSize);
-    BitmapPlace place;
-    place.partFromBelow = true;
-    place.to = readPoint(reader);
-    place.part = readPart(reader);
-    const BitmapSource source = readSource(bytes, reader);
-    reader.skip(4); // what its colours mean
-    place.operation = reader.u32();
-    place.extent = readPoint(reader);
-    bitmaps.draw(place, source.head, source.pixels);
-}
-
-void playBitsToDevice(ByteView bytes, LittleEndianReader& reader, BitmapRecords& bitmaps) {
+// StretchDIBits and SetDIBitsToDevice: the one tells at its end how large the part comes to be.
+void playBits(Record type, ByteView bytes, LittleEndianReader& reader, BitmapRecords& bitmaps) {
     reader.skip(boundsSize);
     BitmapPlace place;
     place.partFromBelow = true;
@@ -57,6 +45,11 @@ void playBitsToDevice(ByteView bytes, LittleEndianReader& reader, BitmapRecords&
     place.part = readPart(reader);
     place.extent = {static_cast<double>(place.part.width), static_cast<double>(place.part.height)};
     const BitmapSource source = readSource(bytes, reader);
+    if (type == Record::stretchBits) {
+        reader.skip(4); // what its colours mean
+        place.operation = reader.u32();
+        place.extent = readPoint(reader);
+    }
     bitmaps.draw(place, source.head, source.pixels);
 }
 
@@ -93,10 +86,8 @@ void playBlock(Record type, ByteView bytes, LittleEndianReader& reader, BitmapRe
 bool playBitmap(Record type, ByteView bytes, LittleEndianReader& reader, BitmapRecords& bitmaps) {
     switch (type) {
     case Record::stretchBits:
-        playStretchBits(bytes, reader, bitmaps);
-        return true;
     case Record::bitsToDevice:
-        playBitsToDevice(bytes, reader, bitmaps);
+        playBits(type, bytes, reader, bitmaps);
         return true;
     case Record::bitBlock:
     case Record::stretchBlock:

@@ -76,8 +76,9 @@ inline double readReal(word::LittleEndianReader& reader) {
 
 inline PlaneMap readMap(word::LittleEndianReader& reader) {
     PlaneMap map;
-    for (double* part : {&map.a, &map.b, &map.c, &map.d, &map.e, &map.f}) {
-        *part = readReal(reader);
+    for (VectorPoint* part : {&map.right, &map.down, &map.origin}) {
+        part->x = readReal(reader);
+        part->y = readReal(reader);
     }
     return map;
 }

@@ -13,10 +13,7 @@ VectorPath PlaneMap::at(VectorPath path) const {
 }
 
 PlaneMap PlaneMap::then(const PlaneMap& next) const {
-    const VectorPoint x = next.turned({a, b});
-    const VectorPoint y = next.turned({c, d});
-    const VectorPoint origin = next.at(VectorPoint{e, f});
-    return {x.x, x.y, y.x, y.y, origin.x, origin.y};
+    return {next.turned(right), next.turned(down), next.at(origin)};
 }
 
 bool isSound(VectorPoint p) {

@@ -8,22 +8,24 @@
 // Coordinates of metafiles, and the curves that their records describe by rectangles and rays.
 namespace qvnd::drawing::metafile {
 
-// x' = a x + c y + e, y' = b x + d y + f
+// Where the plane's unit along each axis comes to lie, and its origin.
 struct PlaneMap {
-    double a = 1;
-    double b = 0;
-    double c = 0;
-    double d = 1;
-    double e = 0;
-    double f = 0;
+    VectorPoint right{1, 0};
+    VectorPoint down{0, 1};
+    VectorPoint origin{};
 
-    VectorPoint at(VectorPoint p) const { return {a * p.x + c * p.y + e, b * p.x + d * p.y + f}; }
-    VectorPoint turned(VectorPoint p) const { return {a * p.x + c * p.y, b * p.x + d * p.y}; }
+    VectorPoint turned(VectorPoint p) const {
+        return {right.x * p.x + down.x * p.y, right.y * p.x + down.y * p.y};
+    }
+    VectorPoint at(VectorPoint p) const {
+        const VectorPoint moved = turned(p);
+        return {moved.x + origin.x, moved.y + origin.y};
+    }
     VectorPath at(VectorPath path) const;
     // First this one, then the other.
     PlaneMap then(const PlaneMap& next) const;
     // By how much an area grows; below 0 where it is turned over.
-    double determinant() const { return a * d - b * c; }
+    double determinant() const { return right.x * down.y - right.y * down.x; }
 };
 
 // Neither infinite nor so large that it could only come from a damaged file.

@@ -1,42 +1,44 @@
 #include "platform/word/layout/PageModel.h"
 
+#include <utility>
+
 namespace qvnd::layout {
 
+namespace {
+
+template <class Item, class Move>
+void appendMoved(std::vector<Item>& to, const std::vector<Item>& from, const Move& move) {
+    for (Item item : from) {
+        move(item);
+        to.push_back(std::move(item));
+    }
+}
+
+} // namespace
+
 void Layer::append(const Layer& other, double right, double down) {
-    for (Fill fill : other.fills) {
-        fill.x += right;
-        fill.y += down;
-        fills.push_back(fill);
-    }
-    for (TextArt art : other.textArt) {
-        art.x += right;
-        art.y += down;
-        textArt.push_back(std::move(art));
-    }
-    for (Outline outline : other.outlines) {
+    const auto moveCorner = [&](auto& item) {
+        item.x += right;
+        item.y += down;
+    };
+    appendMoved(fills, other.fills, moveCorner);
+    appendMoved(textArt, other.textArt, moveCorner);
+    appendMoved(outlines, other.outlines, [&](Outline& outline) {
         for (PathPoint& point : outline.path.points) {
-            point.x += right;
-            point.y += down;
+            moveCorner(point);
         }
-        outlines.push_back(std::move(outline));
-    }
-    for (PlacedPicture picture : other.pictures) {
-        picture.x += right;
-        picture.y += down;
-        pictures.push_back(std::move(picture));
-    }
-    for (Rule rule : other.rules) {
+    });
+    appendMoved(pictures, other.pictures, moveCorner);
+    appendMoved(rules, other.rules, [&](Rule& rule) {
         rule.x1 += right;
         rule.x2 += right;
         rule.y1 += down;
         rule.y2 += down;
-        rules.push_back(rule);
-    }
-    for (PlacedText text : other.texts) {
+    });
+    appendMoved(texts, other.texts, [&](PlacedText& text) {
         text.x += right;
         text.baseline += down;
-        texts.push_back(std::move(text));
-    }
+    });
 }
 
 } // namespace qvnd::layout
