@@ -23,6 +23,12 @@ protected:
     }
 
     void select(const Row& row) { putTable(settings(), u"是否设置表"_s, {row}); }
+    // Page and header come from the working tables.
+    void expectBody(const QString& font) {
+        EXPECT_EQ(window.BodyFontName, font);
+        EXPECT_TRUE(logged("PageSetup.TopMargin = 15"));
+        EXPECT_TRUE(logged("Selection.TypeText 页眉"));
+    }
 };
 
 } // namespace
@@ -42,25 +48,19 @@ TEST_F(ChosenTables, ACoverLibraryEntryServesTheCoverAlone) {
     select(selectionRow(u"是", u"封面甲", u"否", nullptr, u"否"));
     build();
     EXPECT_TRUE(logged("Selection.TypeText 甲的工程"));
-    EXPECT_EQ(window.BodyFontName, u"仿宋_GB2312"_s);
-    EXPECT_TRUE(logged("PageSetup.TopMargin = 15"));
-    EXPECT_TRUE(logged("Selection.TypeText 页眉"));
+    expectBody(u"仿宋_GB2312"_s);
 }
 
 TEST_F(ChosenTables, AYesWithBlanksServesTheBodyFontAlone) {
     select(selectionRow(u"否", nullptr, u" 是", u"甲", u"否"));
     build();
-    EXPECT_EQ(window.BodyFontName, u"隶书"_s);
-    EXPECT_TRUE(logged("PageSetup.TopMargin = 15"));
-    EXPECT_TRUE(logged("Selection.TypeText 页眉"));
+    expectBody(u"隶书"_s);
 }
 
 TEST_F(ChosenTables, AYesWithABlankNameServesTheWorkingTables) {
     select(selectionRow(u"否", nullptr, u"是", u" ", u"否"));
     build();
-    EXPECT_EQ(window.BodyFontName, u"仿宋_GB2312"_s);
-    EXPECT_TRUE(logged("PageSetup.TopMargin = 15"));
-    EXPECT_TRUE(logged("Selection.TypeText 页眉"));
+    expectBody(u"仿宋_GB2312"_s);
 }
 
 TEST_F(ChosenTables, TheHeadingLevelsAreNeverALibrarys) {

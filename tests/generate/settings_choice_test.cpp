@@ -24,49 +24,45 @@ std::optional<SelectionRow> cover(const Value& 是否封面, const Value& 封面
     return row;
 }
 
+// The tables that the row chooses for the body's font, the page, and header and footer.
+void expectTables(const std::optional<SelectionRow>& row, const QString& body, const QString& page,
+                  const QString& headerFooter) {
+    EXPECT_EQ(bodyFontTable(row), body);
+    EXPECT_EQ(pageTable(row), page);
+    EXPECT_EQ(headerFooterTable(row), headerFooter);
+}
+
 } // namespace
 
 TEST(SettingsChoice, WithoutARowTheWorkingTablesServe) {
-    EXPECT_EQ(bodyFontTable(std::nullopt), u"页面设置表"_s);
-    EXPECT_EQ(pageTable(std::nullopt), u"页面设置表"_s);
-    EXPECT_EQ(headerFooterTable(std::nullopt), u"页眉页脚表"_s);
+    expectTables(std::nullopt, u"页面设置表"_s, u"页面设置表"_s, u"页眉页脚表"_s);
     EXPECT_EQ(chooseCover(std::nullopt).table, u"封面表"_s);
     EXPECT_FALSE(chooseCover(std::nullopt).customPage);
 }
 
 TEST(SettingsChoice, AChosenLibraryEntryIsItsNameAndASuffix) {
     const auto row = settings(u"是", u"甲");
-    EXPECT_EQ(bodyFontTable(row), u"甲页面"_s);
-    EXPECT_EQ(pageTable(row), u"甲页面"_s);
-    EXPECT_EQ(headerFooterTable(row), u"甲眉脚"_s);
+    expectTables(row, u"甲页面"_s, u"甲页面"_s, u"甲眉脚"_s);
 }
 
 TEST(SettingsChoice, TheLibraryEntrysNameIsNotTrimmed) {
-    EXPECT_EQ(bodyFontTable(settings(u"是", u" 甲 ")), u" 甲 页面"_s);
-    EXPECT_EQ(pageTable(settings(u"是", u" 甲 ")), u" 甲 页面"_s);
-    EXPECT_EQ(headerFooterTable(settings(u"是", u" 甲 ")), u" 甲 眉脚"_s);
+    expectTables(settings(u"是", u" 甲 "), u" 甲 页面"_s, u" 甲 页面"_s, u" 甲 眉脚"_s);
 }
 
 TEST(SettingsChoice, AnythingButYesIsTheWorkingTable) {
     for (const Value& flag : {Value(u"否"), Value(), Value(u"")}) {
-        EXPECT_EQ(bodyFontTable(settings(flag, u"甲")), u"页面设置表"_s);
-        EXPECT_EQ(pageTable(settings(flag, u"甲")), u"页面设置表"_s);
-        EXPECT_EQ(headerFooterTable(settings(flag, u"甲")), u"页眉页脚表"_s);
+        expectTables(settings(flag, u"甲"), u"页面设置表"_s, u"页面设置表"_s, u"页眉页脚表"_s);
     }
 }
 
 TEST(SettingsChoice, OnlyTheBodyFontTrimsTheYes) {
     const auto row = settings(u" 是 ", u"甲");
-    EXPECT_EQ(bodyFontTable(row), u"甲页面"_s);
-    EXPECT_EQ(pageTable(row), u"页面设置表"_s);
-    EXPECT_EQ(headerFooterTable(row), u"页眉页脚表"_s);
+    expectTables(row, u"甲页面"_s, u"页面设置表"_s, u"页眉页脚表"_s);
 }
 
 TEST(SettingsChoice, ANameThatIsNullOrBlankFallsBackToTheWorkingTables) {
     for (const Value& name : {Value(), Value(u""), Value(u"  ")}) {
-        EXPECT_EQ(bodyFontTable(settings(u"是", name)), u"页面设置表"_s);
-        EXPECT_EQ(pageTable(settings(u"是", name)), u"页面设置表"_s);
-        EXPECT_EQ(headerFooterTable(settings(u"是", name)), u"页眉页脚表"_s);
+        expectTables(settings(u"是", name), u"页面设置表"_s, u"页面设置表"_s, u"页眉页脚表"_s);
     }
 }
 

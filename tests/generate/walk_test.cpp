@@ -12,6 +12,12 @@ namespace {
 
 class OutlineWalk : public GenerationWorld {
 protected:
+    void fourBelowEachOther() {
+        folder(u"工程.1"_s, u"甲"_s);
+        folder(u"工程.1.1"_s, u"乙"_s);
+        folder(u"工程.1.1.1"_s, u"丙"_s);
+        folder(u"工程.1.1.1.1"_s, u"丁"_s);
+    }
     QStringList visited() {
         QStringList keys;
         WalkOutline(TrvEdit, TrvEdit.Item(1).Child(),
@@ -40,28 +46,19 @@ TEST_F(OutlineWalk, GoesDepthFirstInDisplayOrderWhateverTheNumbersOfTheKeys) {
 }
 
 TEST_F(OutlineWalk, ClimbsOverAllAncestorsWithoutANextSibling) {
-    folder(u"工程.1"_s, u"甲"_s);
-    folder(u"工程.1.1"_s, u"乙"_s);
-    folder(u"工程.1.1.1"_s, u"丙"_s);
-    folder(u"工程.1.1.1.1"_s, u"丁"_s);
+    fourBelowEachOther();
     folder(u"工程.2"_s, u"戊"_s);
     EXPECT_EQ(visited().last(), u"工程.2"_s);
     EXPECT_EQ(visited().size(), 5);
 }
 
 TEST_F(OutlineWalk, EndsAtTheRootWhenTheLastBranchIsDeep) {
-    folder(u"工程.1"_s, u"甲"_s);
-    folder(u"工程.1.1"_s, u"乙"_s);
-    folder(u"工程.1.1.1"_s, u"丙"_s);
-    folder(u"工程.1.1.1.1"_s, u"丁"_s);
+    fourBelowEachOther();
     EXPECT_EQ(visited().size(), 4);
 }
 
 TEST_F(OutlineWalk, EndsAtTheNodeWhoseKeyIsTheRootsText) {
-    folder(u"工程.1"_s, u"甲"_s);
-    folder(u"工程.1.1"_s, u"乙"_s);
-    folder(u"工程.1.1.1"_s, u"丙"_s);
-    folder(u"工程.1.1.1.1"_s, u"丁"_s);
+    fourBelowEachOther();
     folder(u"工程.2"_s, u"戊"_s);
     TrvEdit.setText(TrvEdit.Item(1), u"工程.1"_s);
     EXPECT_EQ(visited(),

@@ -214,19 +214,22 @@ Strip rowWith(Strips strips) {
     return row;
 }
 
-TEST_F(Columns, ARowThatStaysWholeIsPartedWhereNoPageHoldsIt) {
-    Strip row = rowWith(paragraph(0, 15));
+// A row that stays whole and has so many lines.
+Strip wholeRow(const Strips& lines) {
+    Strip row = rowWith(lines);
     row.keepsLines = true;
-    EXPECT_FALSE(flow.add(row, overflow));
+    return row;
+}
+
+TEST_F(Columns, ARowThatStaysWholeIsPartedWhereNoPageHoldsIt) {
+    EXPECT_FALSE(flow.add(wholeRow(paragraph(0, 15)), overflow));
     ASSERT_EQ(overflow.size(), 1U);
     EXPECT_DOUBLE_EQ(overflow[0].height, 5 * lineHeight);
 }
 
 TEST_F(Columns, ARowThatStaysWholeGoesToTheNextPageWhereItHasRoom) {
     flow.add(paragraph(0, 1)[0], overflow);
-    Strip row = rowWith(paragraph(1, 10));
-    row.keepsLines = true;
-    EXPECT_FALSE(flow.add(row, overflow));
+    EXPECT_FALSE(flow.add(wholeRow(paragraph(1, 10)), overflow));
     ASSERT_EQ(overflow.size(), 1U);
     EXPECT_DOUBLE_EQ(overflow[0].height, 10 * lineHeight);
 }

@@ -15,7 +15,16 @@ using word::withSprm32;
 using word::withSprm8;
 namespace sprm = word::sprm;
 
-class Pages : public test::PagedDocument {};
+class Pages : public test::PagedDocument {
+protected:
+    // Of a line and a section with another line.
+    std::vector<Page> pagesOfTwoSections(const Bytes& second) {
+        type(u"甲\r");
+        nextSection(second);
+        type(u"乙\r");
+        return pages();
+    }
+};
 
 TEST_F(Pages, ADocumentWithoutTextHasOnePage) {
     type(u"\r");
@@ -64,29 +73,21 @@ TEST_F(Pages, AParagraphMayStartAPage) {
 }
 
 TEST_F(Pages, ASectionStartsAPageAndMayCountAnew) {
-    type(u"甲\r");
-    nextSection(withSprm16(withSprm8(section(), sprm::SFPgnRestart, 1), sprm::SPgnStart97, 7));
-    type(u"乙\r");
-    const auto found = pages();
+    const auto found = pagesOfTwoSections(
+        withSprm16(withSprm8(section(), sprm::SFPgnRestart, 1), sprm::SPgnStart97, 7));
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0].number, 1);
     EXPECT_EQ(found[1].number, 7);
 }
 
 TEST_F(Pages, AContinuousSectionGoesOnUnderTheLast) {
-    type(u"甲\r");
-    nextSection(withSprm8(section(), sprm::SBkc, 0));
-    type(u"乙\r");
-    const auto found = pages();
+    const auto found = pagesOfTwoSections(withSprm8(section(), sprm::SBkc, 0));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_DOUBLE_EQ(found[0].layer.texts[1].baseline - found[0].layer.texts[0].baseline, 200);
 }
 
 TEST_F(Pages, ASectionOnAnOddPageLeavesAnEvenOneEmpty) {
-    type(u"甲\r");
-    nextSection(withSprm8(section(), sprm::SBkc, 4));
-    type(u"乙\r");
-    const auto found = pages();
+    const auto found = pagesOfTwoSections(withSprm8(section(), sprm::SBkc, 4));
     ASSERT_EQ(found.size(), 3U);
     EXPECT_EQ(textOf(found[1]), u"");
     EXPECT_EQ(found[2].number, 3);
@@ -105,9 +106,7 @@ TEST_F(Pages, TwoColumnsAreFilledOneAfterTheOther) {
 
 TEST_F(Pages, HeadersStandOnEachPageAndPushTheTextDown) {
     paragraphs(12);
-    document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
-        word::slicesOf(story(u"眉\r眉\r眉\r"));
+    putHeader(word::HeaderKind::oddHeader, story(u"眉\r眉\r眉\r"));
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[1]).substr(0, 3), u"眉眉眉");
@@ -118,9 +117,7 @@ TEST_F(Pages, HeadersStandOnEachPageAndPushTheTextDown) {
 TEST_F(Pages, ATitlePageHasHeadersOfItsOwn) {
     paragraphs(12);
     document.sections[0].properties = intern(withSprm8(section(), sprm::SFTitlePage, 1));
-    document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
-        word::slicesOf(story(u"眉\r"));
+    putHeader(word::HeaderKind::oddHeader, story(u"眉\r"));
     const auto found = pages();
     EXPECT_EQ(textOf(found[0])[0], u'一');
     EXPECT_EQ(textOf(found[1])[0], u'眉');
@@ -128,12 +125,7 @@ TEST_F(Pages, ATitlePageHasHeadersOfItsOwn) {
 
 TEST_F(Pages, APageFieldShowsTheNumberOfItsPage) {
     paragraphs(12);
-    word::Story footer = story(u"\x13PAGE\x14"
-                               u"9\x15\r");
-    footer.fields = {{0, 0x13, 0x21}, {5, 0x14, 0}, {7, 0x15, 0}};
-    document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] =
-        word::slicesOf(footer);
+    putFieldFooter(u"PAGE", 0x21);
     const auto found = pages();
     EXPECT_EQ(textOf(found[0])[0], u'1');
     EXPECT_EQ(textOf(found[1])[0], u'2');
@@ -151,9 +143,7 @@ TEST_F(Pages, HiddenTextAndInstructionsOfFieldsAreNotSeen) {
 TEST_F(Pages, AFootnoteStandsOnThePageOfItsReference) {
     type(u"甲\x02\r");
     paragraphs(9);
-    main.anchors = {{1, word::AnchorKind::footnote, 0}};
-    document.tables.sideStories.push_back(
-        {std::make_shared<const word::Story>(story(u"\x02注\r")), true, {}, {}});
+    putFootnote(1, u"\x02注\r");
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[0]).substr(0, 2), u"甲1");
@@ -168,9 +158,7 @@ TEST_F(Pages, ALongFootnoteGoesOnAtTheFootOfTheNextPage) {
     }
     type(u"甲\x02\r");
     paragraphs(1);
-    main.anchors = {{15, word::AnchorKind::footnote, 0}};
-    document.tables.sideStories.push_back(
-        {std::make_shared<const word::Story>(story(u"\x02注\r二\r三\r")), true, {}, {}});
+    putFootnote(15, u"\x02注\r二\r三\r");
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[0]), u"一一一一一一一甲11注");
@@ -180,13 +168,11 @@ TEST_F(Pages, ALongFootnoteGoesOnAtTheFootOfTheNextPage) {
 
 TEST_F(Pages, AFootnoteOfManyPagesGoesOnBehindTheText) {
     type(u"甲\x02\r");
-    main.anchors = {{1, word::AnchorKind::footnote, 0}};
     std::u16string lines = u"\x02注\r";
     for (int i = 0; i < 25; ++i) {
         lines += u"二\r";
     }
-    document.tables.sideStories.push_back(
-        {std::make_shared<const word::Story>(story(lines)), true, {}, {}});
+    putFootnote(1, lines);
     std::u16string all;
     for (const Page& page : pages()) {
         all += textOf(page);
@@ -297,9 +283,7 @@ TEST_F(Pages, ParagraphsInEqualFramesShareOne) {
 TEST_F(Pages, AFooterIsHighEnoughForAFrameInIt) {
     word::Story footer = story(u"1\r", frame());
     append(footer, u"\r");
-    document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] =
-        word::slicesOf(footer);
+    putHeader(word::HeaderKind::oddFooter, footer);
     paragraphs(10);
     EXPECT_EQ(pages().size(), 2U); // 400 below the text, above 720 at the foot of the page
 }
@@ -393,10 +377,7 @@ TEST_F(Pages, ColumnsStayAsTheyAreWhereTheSettingsSaySo) {
 }
 
 TEST_F(Pages, TheLastLinesOfASectionKeepItsMargins) {
-    type(u"甲\r");
-    nextSection(withSprm16(section(), sprm::SDxaLeft, 600));
-    type(u"乙\r");
-    const auto found = pages();
+    const auto found = pagesOfTwoSections(withSprm16(section(), sprm::SDxaLeft, 600));
     EXPECT_DOUBLE_EQ(textAt(found.at(0), u'甲').x, 1000);
     EXPECT_DOUBLE_EQ(textAt(found.at(1), u'乙').x, 600);
 }

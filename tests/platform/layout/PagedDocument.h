@@ -71,6 +71,24 @@ protected:
             type(u"一\r");
         }
     }
+    // Of the first section; `kind`: on which pages.
+    void putHeader(word::HeaderKind kind, const word::Story& text) {
+        document.headers.resize(1);
+        document.headers[0][static_cast<std::size_t>(kind)] = word::slicesOf(text);
+    }
+    // A footer that shows the field of that code and kind.
+    void putFieldFooter(const std::u16string& code, std::uint8_t kind) {
+        word::Story footer = story(u"\x13" + code + u"\x14" + u"9\x15\r");
+        const auto separator = static_cast<word::Cp>(code.size() + 1);
+        footer.fields = {{0, 0x13, kind}, {separator, 0x14, 0}, {separator + 2, 0x15, 0}};
+        putHeader(word::HeaderKind::oddFooter, footer);
+    }
+    // The note whose reference stands at that character.
+    void putFootnote(word::Cp at, const std::u16string& text) {
+        main.anchors = {{at, word::AnchorKind::footnote, 0}};
+        document.tables.sideStories.push_back(
+            {std::make_shared<const word::Story>(story(text)), true, {}, {}});
+    }
     void nextSection(const Bytes& list) {
         before = main.size();
         document.sections.push_back({0, intern(list)});

@@ -150,12 +150,7 @@ TEST_F(OnDemand, APlaceTellsHowMuchMemoryItTakes) {
 
 TEST_F(OnDemand, TheNumberOfPagesIsShownOnceTheyAreCounted) {
     paragraphs(25);
-    word::Story footer = story(u"\x13NUMPAGES\x14"
-                               u"9\x15\r");
-    footer.fields = {{0, 0x13, 0x1A}, {9, 0x14, 0}, {11, 0x15, 0}};
-    document.headers.resize(1);
-    document.headers[0][static_cast<std::size_t>(word::HeaderKind::oddFooter)] =
-        word::slicesOf(footer);
+    putFieldFooter(u"NUMPAGES", 0x1A);
     onDemand();
     ASSERT_TRUE(demanded->findNext());
     EXPECT_EQ(textOf(demanded->page(0))[0], u'1');

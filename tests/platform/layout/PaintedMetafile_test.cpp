@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 namespace qvnd::drawing {
 namespace {
 
@@ -49,6 +51,15 @@ word::DataBlob blobOf(const word::Bytes& file) {
     return picture ? picture->blob() : nullptr;
 }
 
+// A page of 1000 by 500 twips with that picture.
+layout::Page pageWith(layout::PlacedPicture picture) {
+    layout::Page page;
+    page.width = 1000;
+    page.height = 500;
+    page.layer.pictures.push_back(std::move(picture));
+    return page;
+}
+
 TEST(MetafileBlob, AMetafileOfADocumentIsInflatedAndCropped) {
     EmfBuilder emf;
     emf.record(43, {0, 0, 1000, 500});
@@ -76,10 +87,7 @@ TEST(PaintedMetafile, FillsItsPlaceOnThePage) {
     EmfBuilder emf;
     emf.record(39, {2, 0, 0x0000FF, 0}).record(37, {2}).record(37, {0x80000008});
     emf.record(43, {500, 0, 1000, 500});
-    layout::Page page;
-    page.width = 1000;
-    page.height = 500;
-    page.layer.pictures.push_back({200, 100, 400, 200, blobOf(emf.file())});
+    const layout::Page page = pageWith({200, 100, 400, 200, blobOf(emf.file())});
     FontFaces fonts(FontChoice::here);
     PagePainter painter(fonts, nullptr);
     const PixelImage image = painter.image(page, 100);
@@ -108,6 +116,18 @@ std::uint32_t colourAt(const PixelImage& image, std::size_t x, std::size_t y) {
     return (std::uint32_t{pixel[2]} << 16) | (std::uint32_t{pixel[1]} << 8) | pixel[0];
 }
 
+struct Seen {
+    std::size_t x;
+    std::size_t y;
+    std::uint32_t colour;
+};
+
+void expectColours(const PixelImage& image, std::initializer_list<Seen> spots) {
+    for (const Seen& spot : spots) {
+        EXPECT_EQ(colourAt(image, spot.x, spot.y), spot.colour) << spot.x << ", " << spot.y;
+    }
+}
+
 EmfBuilder redWithoutPen() {
     EmfBuilder emf;
     emf.record(39, {2, 0, 0x0000FF, 0}).record(37, {2}).record(37, {0x80000008});
@@ -117,18 +137,14 @@ EmfBuilder redWithoutPen() {
 TEST(PaintedMetafile, CoordinatesFarOutsideReachBeyondTheEdge) {
     EmfBuilder emf = redWithoutPen();
     emf.record(43, {-900'000'000, -900'000'000, 900'000'000, 900'000'000});
-    const PixelImage image = painted(emf);
-    EXPECT_EQ(colourAt(image, 0, 0), 0xFF0000U);
-    EXPECT_EQ(colourAt(image, 99, 49), 0xFF0000U);
+    expectColours(painted(emf), {{0, 0, 0xFF0000U}, {99, 49, 0xFF0000U}});
 }
 
 TEST(PaintedMetafile, CharactersLargerThanAnyPageAreLeftOutAndNothingElse) {
     EmfBuilder emf = redWithoutPen();
     emf.record(18, {1}).font(u"Arial", -900'000'000).text(0, 0, u"I", {});
     emf.record(43, {0, 0, 100, 100});
-    const PixelImage image = painted(emf);
-    EXPECT_EQ(colourAt(image, 5, 5), 0xFF0000U);
-    EXPECT_EQ(colourAt(image, 50, 25), 0xFFFFFFU);
+    expectColours(painted(emf), {{5, 5, 0xFF0000U}, {50, 25, 0xFFFFFFU}});
 }
 
 TEST(PaintedMetafile, ALineOfVeryManyDashesIsSolid) {
@@ -165,11 +181,9 @@ TEST(PaintedMetafile, ATileIsRepeated) {
 TEST(PaintedMetafile, WhatIsTakenOutOfTheClipStays) {
     EmfBuilder emf = redWithoutPen();
     emf.record(29, {200, 100, 600, 300}).record(43, {0, 0, 1000, 500});
-    const PixelImage image = painted(emf);
-    EXPECT_EQ(colourAt(image, 10, 20), 0xFF0000U);
-    EXPECT_EQ(colourAt(image, 40, 20), 0xFFFFFFU);
-    EXPECT_EQ(colourAt(image, 70, 20), 0xFF0000U);
-    EXPECT_EQ(colourAt(image, 40, 40), 0xFF0000U);
+    expectColours(
+        painted(emf),
+        {{10, 20, 0xFF0000U}, {40, 20, 0xFFFFFFU}, {70, 20, 0xFF0000U}, {40, 40, 0xFF0000U}});
 }
 
 TEST(PaintedMetafile, AnInvertedAreaHasTheOppositeColour) {
@@ -177,11 +191,9 @@ TEST(PaintedMetafile, AnInvertedAreaHasTheOppositeColour) {
     emf.record(43, {0, 0, 500, 500});
     emf.record(
         76, {0, 0, 9, 9, 250, 0, 500, 500, 0x00550009, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0});
-    const PixelImage image = painted(emf);
-    EXPECT_EQ(colourAt(image, 10, 20), 0xFF0000U);
-    EXPECT_EQ(colourAt(image, 40, 20), 0x00FFFFU);
-    EXPECT_EQ(colourAt(image, 60, 20), 0x000000U);
-    EXPECT_EQ(colourAt(image, 90, 20), 0xFFFFFFU);
+    expectColours(
+        painted(emf),
+        {{10, 20, 0xFF0000U}, {40, 20, 0x00FFFFU}, {60, 20, 0x000000U}, {90, 20, 0xFFFFFFU}});
 }
 
 TEST(PaintedMetafile, TheBackgroundOfTextLiesBehindItsCharacters) {
@@ -205,10 +217,7 @@ TEST(PaintedMetafile, EachElementIsCutByItsOwnClip) {
     emf.record(33).record(30, {0, 0, 200, 500}).record(43, {0, 0, 1000, 100});
     emf.record(34, {-1}).record(43, {0, 100, 1000, 200});
     emf.record(33).record(30, {0, 0, 200, 500}).record(43, {0, 200, 1000, 300});
-    layout::Page page;
-    page.width = 1000;
-    page.height = 500;
-    page.layer.pictures.push_back({0, 0, 1000, 500, blobOf(emf.file())});
+    layout::Page page = pageWith({0, 0, 1000, 500, blobOf(emf.file())});
     page.layer.rules.push_back({0, 450, 1000, 450, 20, false, {}}); // behind it nothing is cut
     FontFaces fonts(FontChoice::here);
     PagePainter painter(fonts, nullptr);
@@ -227,10 +236,7 @@ TEST(PaintedMetafile, EachElementIsCutByItsOwnClip) {
 TEST(PaintedMetafile, ItsTextCanBeFoundInAPdf) {
     EmfBuilder emf;
     emf.font(u"serif", -100).text(100, 100, u"H", {100});
-    layout::Page page;
-    page.width = 1000;
-    page.height = 500;
-    page.layer.pictures.push_back({0, 0, 1000, 500, blobOf(emf.file())});
+    const layout::Page page = pageWith({0, 0, 1000, 500, blobOf(emf.file())});
     FontFaces fonts(FontChoice::here);
     PagePainter painter(fonts, nullptr);
     std::string bytes;

@@ -46,10 +46,17 @@ TEST(PieceTable, PiecesOutsideOfTheStreamAreShortenedOrLeftOutAndCounted) {
     EXPECT_EQ(damage, 2);
 }
 
-TEST(PieceTable, PositionsThatDescendGiveNoPiece) {
+// So many pieces of ten characters, each a hundred bytes behind the other.
+Bytes piecesOfTen(std::uint32_t count) {
     PieceTable table;
-    table.pieces = {{10, 0, false, 0, 0}, {10, 100, false, 0, 0}, {10, 200, false, 0, 0}};
-    Bytes bytes = encodeClx(table);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        table.pieces.push_back({10, 100 * i, false, 0, 0});
+    }
+    return encodeClx(table);
+}
+
+TEST(PieceTable, PositionsThatDescendGiveNoPiece) {
+    Bytes bytes = piecesOfTen(3);
     bytes[5 + 8] = 3; // the end of the second piece lies before its start
     int damage = 0;
     const PieceTable read = decodeClx(bytes, streamSize, &damage);
@@ -60,9 +67,7 @@ TEST(PieceTable, PositionsThatDescendGiveNoPiece) {
 }
 
 TEST(PieceTable, ATableThatIsCutShortGivesThePiecesThatAreThere) {
-    PieceTable table;
-    table.pieces = {{10, 0, false, 0, 0}, {10, 100, false, 0, 0}};
-    Bytes bytes = encodeClx(table);
+    Bytes bytes = piecesOfTen(2);
     bytes.resize(bytes.size() - 1);
     int damage = 0;
     EXPECT_EQ(decodeClx(bytes, streamSize, &damage).pieces.size(), 1U);

@@ -39,6 +39,12 @@ StyleDefinition named(std::u16string name, StyleKind kind) {
     return style;
 }
 
+StyleDefinition based(std::u16string name, StyleKind kind, StyleIndex on) {
+    StyleDefinition style = named(std::move(name), kind);
+    style.basedOn = on;
+    return style;
+}
+
 TEST_F(StyleSheetTable, ParagraphStyleKeepsEverythingIncludingOddLists) {
     StyleDefinition heading = named(u"heading 1", StyleKind::paragraph);
     heading.aliases = u"标题 1,h1";
@@ -200,14 +206,10 @@ TEST_F(StyleSheetTable, EveryStyleGetsANameOfItsOwn) {
 }
 
 TEST_F(StyleSheetTable, BaseThatIsMissingOfAnotherKindOrInACircleIsGivenUpAndNamed) {
-    StyleDefinition missing = named(u"missing", StyleKind::paragraph);
-    missing.basedOn = 19;
-    StyleDefinition other = named(u"other", StyleKind::character);
-    other.basedOn = 0;
-    StyleDefinition circle = named(u"circle", StyleKind::paragraph);
-    circle.basedOn = 18;
-    StyleDefinition sound = named(u"sound", StyleKind::paragraph);
-    sound.basedOn = 17;
+    const StyleDefinition missing = based(u"missing", StyleKind::paragraph, 19);
+    const StyleDefinition other = based(u"other", StyleKind::character, 0);
+    const StyleDefinition circle = based(u"circle", StyleKind::paragraph, 18);
+    const StyleDefinition sound = based(u"sound", StyleKind::paragraph, 17);
 
     const StyleSheet read =
         throughFile(sheetOf({{15, missing}, {16, other}, {17, circle}, {18, sound}}));
@@ -221,8 +223,7 @@ TEST_F(StyleSheetTable, BaseThatIsMissingOfAnotherKindOrInACircleIsGivenUpAndNam
 }
 
 TEST_F(StyleSheetTable, AParagraphStyleBasedOnAStyleOfCharactersIsBasedOnTheStandardOne) {
-    StyleDefinition bullets = named(u"bullets", StyleKind::paragraph);
-    bullets.basedOn = 16;
+    const StyleDefinition bullets = based(u"bullets", StyleKind::paragraph, 16);
     const StyleSheet read =
         throughFile(sheetOf({{15, bullets}, {16, named(u"mark", StyleKind::character)}}));
     EXPECT_EQ(read.styles.at(15)->basedOn, 0);
@@ -231,8 +232,7 @@ TEST_F(StyleSheetTable, AParagraphStyleBasedOnAStyleOfCharactersIsBasedOnTheStan
 }
 
 TEST_F(StyleSheetTable, StyleKeepsItsBaseWhenOnlyThatOnesOwnBaseIsGivenUp) {
-    StyleDefinition upper = named(u"upper", StyleKind::paragraph);
-    upper.basedOn = 16;
+    const StyleDefinition upper = based(u"upper", StyleKind::paragraph, 16);
     StyleDefinition middle = named(u"middle", StyleKind::paragraph);
     const StyleDefinition letters = named(u"letters", StyleKind::character);
     for (const auto& [wrong, instead] :
@@ -248,10 +248,8 @@ TEST_F(StyleSheetTable, StyleKeepsItsBaseWhenOnlyThatOnesOwnBaseIsGivenUp) {
 }
 
 TEST_F(StyleSheetTable, TheStandardStyleBasedOnAStyleThatComesToStandOnItIsNoCircle) {
-    StyleDefinition standard = named(u"Normal", StyleKind::paragraph);
-    standard.basedOn = 16;
-    StyleDefinition bullets = named(u"bullets", StyleKind::paragraph);
-    bullets.basedOn = 17;
+    const StyleDefinition standard = based(u"Normal", StyleKind::paragraph, 16);
+    const StyleDefinition bullets = based(u"bullets", StyleKind::paragraph, 17);
     const StyleSheet read = throughFile(
         sheetOf({{0, standard}, {16, bullets}, {17, named(u"mark", StyleKind::character)}}));
     EXPECT_EQ(read.styles.at(0)->basedOn, StyleDefinition::none);

@@ -30,6 +30,14 @@ protected:
     TableOfContents& addAt(int place, const TableOfContentsOptions& options = {}) {
         return document().tablesOfContents().Add(*document().Range(place, place), options);
     }
+    // Contents of the two headings with those options.
+    void expectContents(const TableOfContentsOptions& options, const std::u16string& entries,
+                        const std::u16string& code) {
+        twoHeadings();
+        addAt(2, options);
+        EXPECT_EQ(shown(), entries);
+        EXPECT_EQ(instruction(), code);
+    }
     // What the contents show, a line an entry.
     std::u16string shown() {
         const auto fields = contentsFields(story());
@@ -120,30 +128,21 @@ TEST_F(ContentsTest, SelectionStaysAtItsTextWhenPageNumbersGrow) {
 }
 
 TEST_F(ContentsTest, GoDownToTheLowestLevelAskedFor) {
-    twoHeadings();
     TableOfContentsOptions options;
     options.LowerHeadingLevel = 1;
-    addAt(2, options);
-    EXPECT_EQ(shown(), u"第一章>1|");
-    EXPECT_EQ(instruction(), u" TOC \\o \"1-1\" \\h \\z ");
+    expectContents(options, u"第一章>1|", u" TOC \\o \"1-1\" \\h \\z ");
 }
 
 TEST_F(ContentsTest, WithoutRightAlignmentABlankStandsBeforeTheNumber) {
-    twoHeadings();
     TableOfContentsOptions options;
     options.RightAlignPageNumbers = false;
-    addAt(2, options);
-    EXPECT_EQ(shown(), u"第一章 1|第一节 1|");
-    EXPECT_EQ(instruction(), u" TOC \\o \"1-3\" \\p \" \" \\h \\z ");
+    expectContents(options, u"第一章 1|第一节 1|", u" TOC \\o \"1-3\" \\p \" \" \\h \\z ");
 }
 
 TEST_F(ContentsTest, WithoutPageNumbersOnlyHeadingsAreListed) {
-    twoHeadings();
     TableOfContentsOptions options;
     options.IncludePageNumbers = false;
-    addAt(2, options);
-    EXPECT_EQ(shown(), u"第一章|第一节|");
-    EXPECT_EQ(instruction(), u" TOC \\o \"1-3\" \\n \\h \\z ");
+    expectContents(options, u"第一章|第一节|", u" TOC \\o \"1-3\" \\n \\h \\z ");
 }
 
 TEST_F(ContentsTest, AddedStylesAreListedUnderTheirLevel) {

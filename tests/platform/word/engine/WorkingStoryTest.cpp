@@ -150,30 +150,31 @@ TEST_F(WorkingStoryTest, FlattenedTextIsOneSoundFragment) {
     EXPECT_EQ(characters, whole.size());
 }
 
-TEST_F(WorkingStoryTest, FieldMarksMoveWithTheirText) {
-    auto field = std::make_shared<Story>();
-    StoryBuilder builder(*field);
-    builder.fieldBegin(field::page, none);
-    builder.text(u" PAGE ", none);
-    builder.fieldEnd(0, none);
-    story.insertFragment(3, field);
-    story.insertText(0, u"xyz", none);
-    std::vector<Cp> places;
-    story.forEachFieldMark([&](Cp at, const FieldMark&) { places.push_back(at); });
-    EXPECT_EQ(places, (std::vector<Cp>{6, 13}));
+// A page field put in at 3, and where its marks stand once something else was put in.
+class WorkingStoryFields : public WorkingStoryTest {
+protected:
+    WorkingStoryFields() {
+        auto field = std::make_shared<Story>();
+        StoryBuilder builder(*field);
+        builder.fieldBegin(field::page, none);
+        builder.text(u" PAGE ", none);
+        builder.fieldEnd(0, none);
+        story.insertFragment(3, field);
+    }
+    std::vector<Cp> placesBehindTextAt(Cp at) {
+        story.insertText(at, u"xyz", none);
+        std::vector<Cp> places;
+        story.forEachFieldMark([&](Cp place, const FieldMark&) { places.push_back(place); });
+        return places;
+    }
+};
+
+TEST_F(WorkingStoryFields, MoveWithTheirText) {
+    EXPECT_EQ(placesBehindTextAt(0), (std::vector<Cp>{6, 13}));
 }
 
-TEST_F(WorkingStoryTest, AFieldMarkRightBehindACutIsVisitedOnce) {
-    auto field = std::make_shared<Story>();
-    StoryBuilder builder(*field);
-    builder.fieldBegin(field::page, none);
-    builder.text(u" PAGE ", none);
-    builder.fieldEnd(0, none);
-    story.insertFragment(3, field);
-    story.insertText(10, u"xyz", none);
-    std::vector<Cp> places;
-    story.forEachFieldMark([&](Cp at, const FieldMark&) { places.push_back(at); });
-    EXPECT_EQ(places, (std::vector<Cp>{3, 13}));
+TEST_F(WorkingStoryFields, AreVisitedOnceRightBehindACut) {
+    EXPECT_EQ(placesBehindTextAt(10), (std::vector<Cp>{3, 13}));
 }
 
 } // namespace qvnd::test

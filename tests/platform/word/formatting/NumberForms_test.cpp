@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace qvnd::word {
 namespace {
 
@@ -56,15 +58,12 @@ TEST(Symbols, BulletsOfSymbolFontsBecomeCharactersThatOtherFontsHave) {
 }
 
 TEST(Symbols, EveryCodeOfTheFontSymbolHasItsCharacter) {
-    EXPECT_EQ(symbolAsText(0x20, u"Symbol"), u' ');
-    EXPECT_EQ(symbolAsText(0x2D, u"Symbol"), u'−');
-    EXPECT_EQ(symbolAsText(0x40, u"Symbol"), u'≅');
-    EXPECT_EQ(symbolAsText(0x5A, u"Symbol"), u'Ζ');
-    EXPECT_EQ(symbolAsText(0x7E, u"Symbol"), u'∼');
-    EXPECT_EQ(symbolAsText(0xA0, u"Symbol"), u'€');
-    EXPECT_EQ(symbolAsText(0xCE, u"Symbol"), u'∈');
-    EXPECT_EQ(symbolAsText(0xF0DE, u"Symbol"), u'⇒');
-    EXPECT_EQ(symbolAsText(0xFE, u"Symbol"), u'⎭');
+    const std::pair<char16_t, char16_t> characters[] = {{0x20, u' '}, {0x2D, u'−'},   {0x40, u'≅'},
+                                                        {0x5A, u'Ζ'}, {0x7E, u'∼'},   {0xA0, u'€'},
+                                                        {0xCE, u'∈'}, {0xF0DE, u'⇒'}, {0xFE, u'⎭'}};
+    for (const auto& [code, character] : characters) {
+        EXPECT_EQ(symbolAsText(code, u"Symbol"), character) << int{code};
+    }
     EXPECT_EQ(symbolAsText(0xFF, u"Symbol"), u'•') << "of none of them";
     EXPECT_EQ(symbolAsText(0x7F, u"Symbol"), u'•');
 }
