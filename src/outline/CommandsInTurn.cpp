@@ -78,6 +78,10 @@ void CommandsInTurn::record(const Event& event, const QString& caption) {
     if (const auto step = recorded.finish()) {
         told_(*step);
     }
+    const QString remarks = takeRemarks(state_);
+    if (!remarks.isEmpty() && !recorded.wasRefused()) {
+        remarked_(remarks);
+    }
     if (recorded.wasRefused()) {
         refused_(selected);
     }

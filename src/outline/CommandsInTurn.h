@@ -31,6 +31,9 @@ public:
     // Is told of every step that a command has made.
     void onStep(std::function<void(const history::Step&)> told) { told_ = std::move(told); }
 
+    // Is told the Remarks of a command that no step has taken.
+    void onRemarks(std::function<void(const QString&)> told) { remarked_ = std::move(told); }
+
     // Is called behind a command that was refused, or taken back, because it could not be recorded:
     // what the window shows may be ahead of the tables. It is told the key that was selected
     // before.
@@ -78,6 +81,7 @@ private:
     const OutlineTree* tree_ = &noTree_;
     Look look_;
     std::function<void(const history::Step&)> told_ = [](const history::Step&) {};
+    std::function<void(const QString&)> remarked_ = [](const QString&) {};
     std::function<void(const QString&)> refused_ = [](const QString&) {};
     bool inGesture_ = false;
     bool isGestureOver_ = false;

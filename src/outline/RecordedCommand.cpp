@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::outline {
@@ -43,8 +45,7 @@ OutlineNow outlinesOf(const modMain& state) {
     };
 }
 
-history::CommandFrame frameOf(const modMain& state, const OutlineTree& tree,
-                              const QString& caption) {
+history::CommandFrame frameOf(modMain& state, const OutlineTree& tree, const QString& caption) {
     history::CommandFrame frame;
     frame.caption = spokenCaption(caption);
     if (tree.Count() > 0) {
@@ -55,14 +56,21 @@ history::CommandFrame frameOf(const modMain& state, const OutlineTree& tree,
         return node == nullptr ? std::pair<QString, QString>()
                                : std::pair(node->Key(), node->Text());
     };
-    frame.note = [rows = outlinesOf(state)](const history::CommandFrame& done,
-                                            const QList<history::Change>& changes) {
-        return beyondAsked(done, changes, rows);
+    frame.note = [&state, rows = outlinesOf(state)](const history::CommandFrame& done,
+                                                    const QList<history::Change>& changes) {
+        const QString beyond = beyondAsked(done, changes, rows);
+        QStringList lines = beyond.isEmpty() ? QStringList() : QStringList(beyond);
+        if (const QString remarks = takeRemarks(state); !remarks.isEmpty()) {
+            lines << remarks;
+        }
+        return lines.join(u'\n');
     };
     return frame;
 }
 
 } // namespace
+
+QString takeRemarks(modMain& state) { return std::exchange(state.Remarks, {}).join(u'\n'); }
 
 QString spokenCaption(const QString& caption) {
     static const QRegularExpression silent(u"\\s*\\(&.\\)|\\.\\.\\.|&"_s);
@@ -80,10 +88,14 @@ RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const 
                                  desktop::MessageBoxes* messages)
     : state_(state), isOpen_(state.History && !state.History->isUnderWay()), tree_(tree),
       caption_(spokenCaption(caption)), messages_(messages) {
+    if (state.History == nullptr || !state.History->isUnderWay()) {
+        state.Remarks.clear();
+    }
     if (!isOpen_) {
         return;
     }
     history::CommandFrame frame = frameOf(state, tree, caption);
+    frame.planBehind = [this, before = frame.plan] { return planBehind(before); };
     if (messages_ != nullptr) {
         frame.goOnWithout = [this](const QString& reason) {
             return messages_->ask(
@@ -97,6 +109,14 @@ RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const 
     if (found.unfinished || found.restored) {
         state_.HistoryFound = found;
     }
+}
+
+// A command may open its plan itself; behind the deletion of a plan the tree is empty.
+QString RecordedCommand::planBehind(const QString& planBefore) const {
+    if (!about_.isEmpty()) {
+        return about_;
+    }
+    return tree_.Count() > 0 ? tree_.Item(1).Key() : planBefore;
 }
 
 history::History* RecordedCommand::open() const {

@@ -12,8 +12,9 @@
 namespace qvnd::outline {
 
 // Frames one command of the user for the history: what is changed while the object lives becomes
-// one step, without the command knowing of it. Inside another frame, and in a program without a
-// history, it does nothing.
+// one step, without the command knowing of it. The step's note also takes the Remarks of the state;
+// those of an earlier command are forgotten at the beginning. Inside another frame, and in a
+// program without a history, it does nothing.
 class RecordedCommand {
 public:
     // `tree` shows the open plan; its selected node is the one that the command is about. `caption`
@@ -28,6 +29,9 @@ public:
     RecordedCommand(const RecordedCommand&) = delete;
     RecordedCommand& operator=(const RecordedCommand&) = delete;
 
+    // The plan that the command is about, where that is not the one in the tree at its end.
+    void isAbout(const QString& plan) { about_ = plan; }
+
     // The end of the command. Its step, if it has made one. When the history could not be written
     // the command has done nothing; a user who was not asked yet is told so, and asked now.
     std::optional<history::Step> finish();
@@ -40,14 +44,19 @@ private:
     // The history, as long as this frame is open in it; the command may have ended the program.
     history::History* open() const;
     history::History::Outcome close();
+    QString planBehind(const QString& planBefore) const;
 
     modMain& state_;
     bool isOpen_;
     const OutlineTree& tree_;
     QString caption_;
+    QString about_;
     desktop::MessageBoxes* messages_; // null for nobody to ask
     bool wasRefused_ = false;
 };
+
+// Takes the Remarks that no step has taken, a line each; empty without any.
+QString takeRemarks(modMain& state);
 
 // The text of a menu item without what is not said aloud: "方案编辑  (&E)..." is "方案编辑".
 QString spokenCaption(const QString& caption);

@@ -10,6 +10,7 @@
 #include "store/LegacyTakeover.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -64,6 +65,10 @@ struct modMain {
     std::unique_ptr<history::History> History;
     // What it has found left behind, until the user has been told.
     history::History::Found HistoryFound;
+
+    // What the command under way has to tell beside its changes: sentences for the bar at its end.
+    // The step of the history takes them; those that are left the command's caller shows.
+    QStringList Remarks;
 
     // Set by the stop button of the progress dialog, cleared by the stop path of the generation.
     bool StopRequested = false;

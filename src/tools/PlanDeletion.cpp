@@ -23,6 +23,7 @@ ExitStatus deletePlan(Session& session, const QStringList& words) {
         return ExitStatus::refused;
     }
     ProgramRun& run = session.program();
+    session.isAbout(plan);
     if (!run.workbench().mnuDelete) {
         session.output().note(QStringLiteral("此方案不能删除"));
         return ExitStatus::refused;

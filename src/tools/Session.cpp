@@ -26,6 +26,10 @@ bool Session::finish() {
     if (step && !step->note.isEmpty()) {
         output_.note(step->note);
     }
+    const QString remarks = outline::takeRemarks(program_->state());
+    if (!remarks.isEmpty() && !recorded_->wasRefused()) {
+        output_.note(remarks);
+    }
     return !recorded_->wasRefused();
 }
 

@@ -39,6 +39,10 @@ public:
     // outlines makes a step of its own, which an undo would find before the one that is meant.
     ProgramRun& programAsLeft();
 
+    // The plan that the command is about, for the history, where the command does not open it or
+    // deletes it. Behind the first call of program().
+    void isAbout(const QString& plan) { recorded_->isAbout(plan); }
+
     // The end of the command for the history. False when the history could not be written and so
     // nothing was done; the user has been told. Later calls do nothing.
     bool finish();

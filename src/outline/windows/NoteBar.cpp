@@ -35,21 +35,21 @@ QColor mixed(const QColor& base, const QColor& over) {
 
 } // namespace
 
-NoteBar::NoteBar(QWidget* parent) : QWidget(parent), text_(new QLabel) {
+NoteBar::NoteBar(QWidget* parent)
+    : QWidget(parent), text_(new QLabel), undo_(button(u"noteUndo"_s, u"撤消"_s)),
+      details_(button(u"noteDetails"_s, u"详情"_s)) {
     setObjectName(u"NoteBar"_s);
     setAccessibleName(u"操作提示"_s);
     text_->setObjectName(u"noteText"_s);
     text_->setWordWrap(true);
     text_->setTextFormat(Qt::PlainText);
-    auto* takeBack = button(u"noteUndo"_s, u"撤消"_s);
-    auto* more = button(u"noteDetails"_s, u"详情"_s);
-    connect(takeBack, &QPushButton::clicked, this, &NoteBar::undo);
-    connect(more, &QPushButton::clicked, this, &NoteBar::details);
+    connect(undo_, &QPushButton::clicked, this, &NoteBar::undo);
+    connect(details_, &QPushButton::clicked, this, &NoteBar::details);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(margin, margin, margin, margin);
     layout->addWidget(text_, 1);
-    layout->addWidget(takeBack);
-    layout->addWidget(more);
+    layout->addWidget(undo_);
+    layout->addWidget(details_);
     setAutoFillBackground(true);
     QPalette colours = palette();
     colours.setColor(QPalette::Window,
@@ -58,9 +58,15 @@ NoteBar::NoteBar(QWidget* parent) : QWidget(parent), text_(new QLabel) {
     hide();
 }
 
-void NoteBar::tell(const QString& text) {
+void NoteBar::tell(const QString& text) { say(text, true); }
+
+void NoteBar::tellAlone(const QString& text) { say(text, false); }
+
+void NoteBar::say(const QString& text, bool leadsBack) {
     text_->setText(text);
     text_->setAccessibleName(text);
+    undo_->setVisible(leadsBack);
+    details_->setVisible(leadsBack);
     show();
     emit changed();
 }

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPushButton;
 
 namespace qvnd::outline {
 
@@ -15,7 +16,10 @@ class NoteBar : public QWidget {
 public:
     explicit NoteBar(QWidget* parent);
 
+    // Of a command that can be taken back.
     void tell(const QString& text);
+    // Of one that has changed nothing: without the buttons.
+    void tellAlone(const QString& text);
     void clear();
     QString text() const;
     // Pixels that it wants at that width; 0 while it is hidden.
@@ -27,7 +31,11 @@ signals:
     void details();
 
 private:
+    void say(const QString& text, bool leadsBack);
+
     QLabel* text_;
+    QPushButton* undo_;
+    QPushButton* details_;
 };
 
 } // namespace qvnd::outline

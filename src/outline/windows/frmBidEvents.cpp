@@ -122,6 +122,7 @@ void frmBid::connectTabs() {
 void frmBid::connectHistory() {
     inTurn_.areAbout(workbench_.TrvCurrent);
     inTurn_.onStep([this](const history::Step& step) { tellStep(step); });
+    inTurn_.onRemarks([this](const QString& remarks) { note_->tellAlone(remarks); });
     inTurn_.onRefusal([this](const QString& selected) { showAnew(selected); });
     connect(menus_.mnuUndo, &QAction::triggered, this, &frmBid::takeBack);
     connect(menus_.mnuRedo, &QAction::triggered, this, &frmBid::doAgain);

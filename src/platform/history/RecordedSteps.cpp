@@ -129,6 +129,9 @@ std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAft
     step.id = running_.step();
     step.kind = kind;
     step.time = running_.time();
+    if (frame_->planBehind) {
+        frame_->plan = frame_->planBehind();
+    }
     step.plan = frame_->plan;
     step.program = running_.program();
     step.selectedBefore = frame_->selectedKey;

@@ -66,7 +66,7 @@ struct Step {
 // What is known of a command when it begins.
 struct CommandFrame {
     QString caption; // of the menu item or button; "删除"
-    QString plan;
+    QString plan;    // that is open as the command begins
     QString selectedKey;
     QString selectedName;
     // Tells key and name of the selected node when the command begins to change something: it may
@@ -77,6 +77,8 @@ struct CommandFrame {
     // Asks the user, before anything is changed, whether commands may go on without being recorded;
     // it is given the reason. Null says no.
     std::function<bool(const QString&)> goOnWithout = {};
+    // Tells, behind the command, which plan it was about; null for `plan`.
+    std::function<QString()> planBehind = {};
 };
 
 } // namespace qvnd::history
