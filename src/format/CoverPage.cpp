@@ -48,7 +48,8 @@ CoverPage::CoverPage(modMain& state, Controls& dialog, desktop::MessageBoxes& me
       cmdBrowse(dialog, u"cmdBrowse"), TxtWidth(dialog, u"TxtWidth"),
       TxtHeight(dialog, u"TxtHeight"), lblPrjName(dialog, u"lblPrjName", u"工程名称"),
       Image1(dialog, u"Image1"), lblOffName(dialog, u"lblOffName", u"单位名称"),
-      lblDate(dialog, u"lblDate", u"2001-8-31"), state_(state) {
+      lblDate(dialog, u"lblDate", u"2001-8-31"), lblOffNote(dialog, u"lblOffNote", u""),
+      state_(state) {
     connect(messages);
     cmdBrowse.Click = [this, &fileDialogs] { browse(fileDialogs); };
 }
@@ -65,6 +66,9 @@ void CoverPage::connect(desktop::MessageBoxes& messages) {
     connectSize(cmbPrjSize, lblPrjName);
     connectSize(cmbOffSize, lblOffName);
     connectSize(cmbDateSize, lblDate);
+    for (ComboBox* box : {&cmbPrjSize, &cmbOffSize}) {
+        box->Change = [this] { noteOfficeSize(); };
+    }
     cmbDate.Change = [this] { lblDate.setCaption(jet::textOfDate(cmbDate.date().startOfDay())); };
     cmbDate.Click = [this] { CoverRefresh(); };
     cmbPic.Change = [this] { pictureChanged(); };
@@ -84,6 +88,7 @@ void CoverPage::connectFont(ComboBox& font, Label& label) {
 void CoverPage::connectSize(ComboBox& size, Label& label) {
     size.Click = [this, &size, &label] {
         label.setFontSize(previewSize(size));
+        noteOfficeSize();
         CoverRefresh();
     };
 }
@@ -158,6 +163,15 @@ void CoverPage::showFonts() {
     lblPrjName.setFontName(cmbPrjFont.text());
     lblOffName.setFontName(cmbOffFont.text());
     lblDate.setFontName(cmbDateFont.text());
+    noteOfficeSize();
+}
+
+void CoverPage::noteOfficeSize() {
+    const bool isAsShown = previewSize(cmbPrjSize) == previewSize(cmbOffSize);
+    lblOffNote.setCaption(
+        isAsShown ? QString()
+                  : u"生成的文档中，单位名称和它上下的空行用工程名称的字号“%1”，不用“%2”；"
+                    "字号很大时，日期会排到第二页。"_s.arg(stored(cmbPrjSize), stored(cmbOffSize)));
 }
 
 void CoverPage::showLibrary(const jet::Recordset& row) {

@@ -45,6 +45,9 @@ public:
     Image Image1;
     Label lblOffName;
     Label lblDate;
+    // What the preview does not show: generation sets 单位名称, and the empty lines around it, in
+    // the size of 工程名称. Empty while both sizes are the same.
+    Label lblOffNote;
 
     // The names of the open plan into the row, the row into the controls, or what the dialog falls
     // back to without a row, which writes nothing; then the fonts of the labels. A statement that
@@ -65,6 +68,7 @@ private:
     void showRow(const jet::Recordset& row);
     void fallBack();
     void showFonts();
+    void noteOfficeSize();
     void setAll(jet::Recordset& row);
     void pictureChanged();
     void pictureClicked();

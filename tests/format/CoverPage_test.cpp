@@ -88,6 +88,21 @@ TEST_F(CoverPageTest, LoadShowsTheRowAndTheLabelsInHalfTheirSize) {
     EXPECT_FLOAT_EQ(page().lblDate.fontSize(), 4.5F);
 }
 
+TEST_F(CoverPageTest, ASizeOfTheOfficeThatTheDocumentWillNotHaveIsTold) {
+    EXPECT_EQ(page().lblOffNote.caption(), QString()) << "both the same";
+    page().cmbPrjSize.pick(page().cmbPrjSize.entries().indexOf(u"一号"_s));
+    EXPECT_EQ(page().lblOffNote.caption(),
+              u"生成的文档中，单位名称和它上下的空行用工程名称的字号“一号”，不用“小四”；"
+              "字号很大时，日期会排到第二页。"_s);
+    page().cmbOffSize.pick(page().cmbOffSize.entries().indexOf(u"26"_s));
+    EXPECT_EQ(page().lblOffNote.caption(), QString()) << "as many points";
+}
+
+TEST_F(CoverPageTest, ASizeThatALoadBringsIsToldAsWell) {
+    change(coverTable, u"单位字号", u"初号");
+    EXPECT_TRUE(page().lblOffNote.caption().contains(u"不用“初号”"_s));
+}
+
 TEST_F(CoverPageTest, TheDateIsTodaysWhateverTheTableSaysAndTheNextWriteStoresIt) {
     const QDate today = QDate::currentDate();
     EXPECT_EQ(page().cmbDate.date(), today);

@@ -32,7 +32,8 @@ TEST_F(BidSetTexts, HoldsEachControlInItsFrameOnItsTab) {
     open();
     EXPECT_EQ(window->windowTitle(), "卷宗编制设置");
     const std::pair<const char*, QStringList> frames[] = {
-        {"Frame1", {"封面预览 ", "lblPrjName", "Picture1", "Image1", "lblOffName", "lblDate"}},
+        {"Frame1",
+         {"封面预览 ", "lblPrjName", "Picture1", "Image1", "lblOffName", "lblDate", "lblOffNote"}},
         {"Frame2", {"工程名称", "TxtPrjName", "cmbPrjFont", "cmbPrjSize"}},
         {"Frame3", {"单位名称 ", "TxtOffName", "cmbOffFont", "cmbOffSize"}},
         {"Fradate", {"编制日期", "cmbDate", "cmbDateFont", "cmbDateSize"}},

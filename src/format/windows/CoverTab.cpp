@@ -27,7 +27,8 @@ constexpr Field officeFields[] = {
     {text, u"TxtOffName", u"", u"单位名称", 0, 0, 2,
      u"首次打开本对话框时，自动填入当前方案的施工单位"},
     {font, u"cmbOffFont", u"字体", u"单位名称的字体", 1, 0},
-    {combo, u"cmbOffSize", u"字号", u"单位名称的字号", 1, 1},
+    {combo, u"cmbOffSize", u"字号", u"单位名称的字号", 1, 1, 1,
+     u"只用于左边的预览；生成的文档中，单位名称用工程名称的字号"},
 };
 constexpr Field dateFields[] = {
     {date, u"cmbDate", u"日期", u"编制日期", 0, 0, 2, u"首次打开本对话框时，是当天的日期"},
@@ -63,6 +64,12 @@ QGroupBox* newPreviewFrame() {
     QGridLayout* grid = nullptr;
     QGroupBox* frame = newFrame(u"Frame1", u"封面预览 ", {}, &grid);
     grid->addWidget(new CoverSheet, 0, 0, Qt::AlignCenter);
+    auto* note = new QLabel;
+    note->setObjectName(u"lblOffNote"_s);
+    note->setTextFormat(Qt::PlainText);
+    note->setWordWrap(true);
+    grid->addWidget(note, 1, 0);
+    grid->setRowStretch(0, 1);
     return frame;
 }
 
