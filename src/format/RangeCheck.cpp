@@ -19,8 +19,10 @@ void leaveBox(TextBox& box, const LengthRange& range, desktop::MessageBoxes& mes
         write();
         return;
     }
+    const QString refused = box.text();
     messages.tell(range.refusal, desktop::Icon::exclamation, u"警告"_s);
     box.setText(range.reset);
+    box.setNote(range.noteOf(refused));
 }
 
 } // namespace
@@ -31,6 +33,14 @@ QString LengthRange::problemOf(const QString& text) const {
     } catch (const RunTimeError& failure) {
         return QString::fromStdU16String(failure.description());
     }
+}
+
+QString LengthRange::noteOf(const QString& refused) const {
+    return u"“%1”不在 %2 到 %3 厘米之间，现在是 %4；请改成需要的数，"
+           "否则这一页再有改动时就保存 %4。"_s.arg(refused)
+               .arg(double{least})
+               .arg(double{most})
+               .arg(reset);
 }
 
 const LengthRange& pageLength() {

@@ -22,6 +22,8 @@ struct LengthRange {
     // Why the text is refused; empty when it is taken. A text that is no number is told by the
     // error's own description.
     QString problemOf(const QString& text) const;
+    // What stands at the box behind a refusal: the range, what it shows now, and when that counts.
+    QString noteOf(const QString& refused) const;
 };
 
 // Margins, gutter and the distances of header and footer: -55.87 to 55.87.
@@ -30,7 +32,8 @@ const LengthRange& pageLength();
 const LengthRange& pictureLength();
 
 // Makes the box check its text when the focus leaves it, and run `write` when the text is taken. A
-// number outside the range is told and reset, and nothing is written, the reset value neither;
+// number outside the range is told and reset, which a note at the box says, and nothing is written,
+// the reset value neither;
 // every error, also one of `write`, is told and leaves the box as it is.
 void checkOnLeaving(TextBox& box, const LengthRange& range, desktop::MessageBoxes& messages,
                     const std::function<void()>& write);

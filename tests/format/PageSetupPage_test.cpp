@@ -119,6 +119,16 @@ TEST_F(PageSetupPageTest, ALengthOutsideIsToldTheBoxShowsZeroAndNothingIsWritten
     }
 }
 
+TEST_F(PageSetupPageTest, BehindARefusalTheBoxSaysWhatWasRefusedAndWhatStandsThere) {
+    enter(page().txtPageupdis, u"99"_s);
+    EXPECT_EQ(page().txtPageupdis.note(),
+              u"“99”不在 -55.87 到 55.87 厘米之间，现在是 0；请改成需要的数，"
+              "否则这一页再有改动时就保存 0。"_s);
+    EXPECT_EQ(page().TxtPageDownDis.note(), QString());
+    enter(page().txtPageupdis, u"2"_s);
+    EXPECT_EQ(page().txtPageupdis.note(), QString());
+}
+
 TEST_F(PageSetupPageTest, AfterARefusalTheNextChangeOnThePageStoresTheZero) {
     enter(page().TxtPageLeftDis, u"99"_s);
     EXPECT_EQ(of(u"页边距左"), u"1.5"_s);

@@ -135,6 +135,24 @@ TEST_F(BidSetEdge, ALengthOutOfRangeIsToldAtTheFieldWhileItIsTyped) {
     EXPECT_FALSE(box.toolTip().contains("对不起"));
 }
 
+TEST_F(BidSetEdge, BehindARefusalThePageSaysWhichFieldHasBecomeNought) {
+    open();
+    type("txtPageupdis", "99");
+    leave("txtPageupdis");
+    const auto says = [this](const QString& begin) {
+        const auto labels = window->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) {
+            return label->isVisible() && label->text().startsWith(begin);
+        });
+    };
+    EXPECT_TRUE(says("上边距：“99”不在 -55.87 到 55.87 厘米之间，现在是 0；"));
+    type("TxtPageDownDis", "99");
+    EXPECT_TRUE(says("下边距：对不起，该范围必须在")) << "a problem goes first";
+    type("TxtPageDownDis", "2");
+    type("txtPageupdis", "2");
+    EXPECT_FALSE(says("上边距：“99”"));
+}
+
 TEST_F(BidSetEdge, ARefusedLengthIsToldAndResetAndNotWritten) {
     open();
     type("txtPageupdis", "55.88");

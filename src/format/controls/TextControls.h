@@ -58,6 +58,14 @@ public:
     // Why the text will be refused when the focus leaves; empty when it will not.
     QString problem() const { return Problem ? Problem(text()) : QString(); }
 
+    // What the user is to know of the text that stands here now; it goes with that text.
+    QString note() const { return text() == notedText_ ? note_ : QString(); }
+    void setNote(const QString& note) {
+        note_ = note;
+        notedText_ = text();
+        show();
+    }
+
     // The dialog's handlers; empty ones do nothing.
     std::function<void()> LostFocus;
     std::function<bool(QChar)> KeyPress;
@@ -73,6 +81,9 @@ private:
         }
         return kept;
     }
+
+    QString note_;
+    QString notedText_;
 };
 
 // A combo box. It shows a text, which need not be an entry of its list. Assigning the text raises

@@ -30,6 +30,7 @@ void show(const TextBox& box, TextField& field) {
         field.setCursorPosition(cursor);
     }
     field.setProblem(box.problem());
+    field.setNote(box.note());
 }
 
 void show(const ComboBox& box, ClosedComboBox& field) {

@@ -27,6 +27,13 @@ void TextField::setProblem(const QString& problem) {
     emit problemChanged();
 }
 
+void TextField::setNote(const QString& note) {
+    if (note != note_) {
+        note_ = note;
+        emit problemChanged();
+    }
+}
+
 void TextField::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
     switch (event->reason()) {
@@ -61,10 +68,12 @@ void ProblemNotice::watch(TextField& field) {
 }
 
 void ProblemNotice::tell() {
-    for (const TextField* field : fields_) {
-        if (!field->problem().isEmpty()) {
-            setText(field->accessibleName() + u"："_s + field->problem());
-            return;
+    for (const auto& told : {&TextField::problem, &TextField::note}) {
+        for (const TextField* field : fields_) {
+            if (const QString& text = (field->*told)(); !text.isEmpty()) {
+                setText(field->accessibleName() + u"："_s + text);
+                return;
+            }
         }
     }
     clear();

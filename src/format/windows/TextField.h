@@ -18,6 +18,9 @@ public:
     // accessible description tell it.
     void setProblem(const QString& problem);
     const QString& problem() const { return problem_; }
+    // What the user is to know of the text as it stands; no mark, and no refusal.
+    void setNote(const QString& note);
+    const QString& note() const { return note_; }
 
 signals:
     // Not while a menu, a list or another program has the keyboard for a moment.
@@ -30,11 +33,12 @@ protected:
 
 private:
     QString problem_;
+    QString note_;
     QString tip_;
 };
 
-// The line of a page that tells the problem of the first of its fields that has one, with the
-// field's accessible name. Its place is kept while it is empty.
+// The line of a page that tells the problem of the first of its fields that has one, else its note,
+// with the field's accessible name. Its place is kept while it is empty.
 class ProblemNotice : public QLabel {
     Q_OBJECT
 
