@@ -106,6 +106,7 @@ void BidEdit::report(BuildOutcome outcome) {
     report_->whyUnfinished = whyUnfinished(outcome);
     if (report_->whyUnfinished)
         return;
+    report_->foreign = textsOfOtherPlans(program_.modMain, TrvEdit.Item(1).Key());
     report_->pages = services_.record.pages();
     report_->whyEstimated = services_.record.whyEstimated();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/ForeignTexts.h"
 #include "generate/driver/BidEditState.h"
 #include "outline/OutlineTree.h"
 #include "platform/word/engine/ImportReport.h"
@@ -61,6 +62,8 @@ struct GenerationReport {
     // What was left out of documents that came in, and of the custom page that stands in for the
     // cover, in the order in which it was met.
     std::vector<ReportedNode> leftOut;
+    // What the finished document bears of another plan; for the caller to look for.
+    std::vector<ForeignText> foreign;
     // As in GenerationRecord; not known of a run that was not finished.
     int pages = 0;
     std::optional<QString> whyEstimated;

@@ -1,5 +1,6 @@
 #include "generate/PlanCheck.h"
 
+#include "generate/ForeignTexts.h"
 #include "outline/OutlinePaths.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
@@ -42,10 +43,19 @@ constexpr KindText kindTexts[] = {
     {Kind::notCarried, u"notCarried",
      u"不影响生成。需要这些内容时，在文档中把它们改成正文或嵌入式图片。"},
     {Kind::emptyFolder, u"emptyFolder", u"在它下面添加文档；不需要这个标题时删除它。"},
+    {Kind::foreignCover, u"foreignCover",
+     u"打开一次“施工方案设置”，封面就取本方案的名称和单位；这次运行中已打开过的，"
+     u"先用它右上角的关闭按钮关闭，再打开。"},
+    {Kind::foreignText, u"foreignText",
+     u"在“施工方案设置”中改写它；取自封面格式库或设置库的，改写后重新存入库内。"},
     {Kind::emptyPlan, u"emptyPlan", u"在工作台中为方案添加文件夹和文档。"},
     {Kind::runsOn, u"runsOn",
      u"在格式设置中选中“标题前后插入空行”，或把一个文档放到最前面；在同一窗口中再生成一次也可以。"},
 };
+
+Kind kindOf(const ForeignText& text) {
+    return text.goesWithLoad ? Kind::foreignCover : Kind::foreignText;
+}
 
 const KindText& textsOf(Kind kind) {
     return *std::find_if(std::begin(kindTexts), std::end(kindTexts),
@@ -96,6 +106,14 @@ private:
             addToPlan(Kind::open, u"工作文件夹中有文档在文字处理软件中打开着，这时不能生成。"_s);
         else if (!isAnyNamed && isAnyOpenInPlan())
             addToPlan(Kind::open, u"方案的文件夹中有文档在文字处理软件中打开着，这时不能生成。"_s);
+        lookAtSettings();
+    }
+
+    // What the settings, which all plans share, would put into this plan's document.
+    void lookAtSettings() {
+        for (const ForeignText& text :
+             textsOfOtherPlans(parts_.state, parts_.TrvEdit.Item(1).Key()))
+            addToPlan(kindOf(text), text.what);
     }
 
     bool isAnyOpenInPlan() const {
@@ -180,6 +198,10 @@ bool PlanFinding::keepsDocumentOut() const {
 
 bool PlanFinding::keepsFromGenerating() const {
     return kind == Kind::open || kind == Kind::emptyPlan;
+}
+
+QString adviceFor(const ForeignText& text) {
+    return QString::fromUtf16(textsOf(kindOf(text)).advice);
 }
 
 QString nameOf(PlanFinding::Kind kind) { return QString::fromUtf16(textsOf(kind).name); }

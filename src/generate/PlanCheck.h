@@ -1,5 +1,6 @@
 #pragma once
 
+#include "generate/ForeignTexts.h"
 #include "outline/OutlineTree.h"
 #include "platform/files/FilesInUse.h"
 #include "platform/word/engine/DocumentConverter.h"
@@ -16,16 +17,18 @@ namespace qvnd::generate {
 // what to do about it.
 struct PlanFinding {
     enum class Kind {
-        missing,     // a document without a file
-        oddKey,      // a document whose key is none, so that it can have no file
-        open,        // a document that a word processor holds open, which refuses the generation
-        encrypted,   // a document with a password
-        unreadable,  // a damaged document, or one of another format
-        converted,   // a document of another format, which comes in by the office suite
-        notCarried,  // something in a document that stays behind
-        emptyFolder, // a heading with nothing below it
-        runsOn,      // a first folder: its heading goes on in the next node's
-        emptyPlan,   // nothing below the root, which refuses the generation
+        missing,      // a document without a file
+        oddKey,       // a document whose key is none, so that it can have no file
+        open,         // a document that a word processor holds open, which refuses the generation
+        encrypted,    // a document with a password
+        unreadable,   // a damaged document, or one of another format
+        converted,    // a document of another format, which comes in by the office suite
+        notCarried,   // something in a document that stays behind
+        emptyFolder,  // a heading with nothing below it
+        runsOn,       // a first folder: its heading goes on in the next node's
+        foreignCover, // a name on the cover that is another plan's, until the dialog is loaded
+        foreignText,  // another plan's name in a text that only the user changes
+        emptyPlan,    // nothing below the root, which refuses the generation
     };
 
     Kind kind;
@@ -39,6 +42,9 @@ struct PlanFinding {
     // Whether the generation will be refused.
     bool keepsFromGenerating() const;
 };
+
+// What to do about a text of another plan, as the check says it.
+QString adviceFor(const ForeignText& text);
 
 // The kind as scripts see it: the enumerator's name.
 QString nameOf(PlanFinding::Kind kind);

@@ -22,10 +22,17 @@ namespace {
 
 using generate::PlanFinding;
 
+const QString loadsCover = u"qvndctl format load 方案 也使封面取那个方案的名称和单位。"_s;
+
+QString adviceHere(const PlanFinding& finding) {
+    return finding.kind == PlanFinding::Kind::foreignCover ? finding.advice + loadsCover
+                                                           : finding.advice;
+}
+
 void tell(Output& output, const std::vector<PlanFinding>& found) {
     QStringList lines;
     for (const PlanFinding& finding : found)
-        lines << u"%1 %2：%3%4"_s.arg(finding.key, finding.name, finding.what, finding.advice);
+        lines << u"%1 %2：%3%4"_s.arg(finding.key, finding.name, finding.what, adviceHere(finding));
     const QString text = lines.isEmpty() ? u"没有发现问题，可以生成。"_s : lines.join(u'\n');
     output.result(findingsAsJson(found), text);
 }
@@ -60,6 +67,10 @@ std::vector<PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& 
     return generate::checkPlan({state, TrvEdit, locks, isFirstRun, {}, &documents});
 }
 
+QString adviceHere(const generate::ForeignText& text) {
+    return text.goesWithLoad ? adviceFor(text) + loadsCover : adviceFor(text);
+}
+
 QJsonArray findingsAsJson(const std::vector<PlanFinding>& found) {
     QJsonArray json;
     for (const PlanFinding& finding : found)
@@ -67,7 +78,7 @@ QJsonArray findingsAsJson(const std::vector<PlanFinding>& found) {
                                 {u"name"_s, finding.name},
                                 {u"kind"_s, nameOf(finding.kind)},
                                 {u"what"_s, finding.what},
-                                {u"advice"_s, finding.advice}});
+                                {u"advice"_s, adviceHere(finding)}});
     return json;
 }
 

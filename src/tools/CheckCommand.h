@@ -11,6 +11,9 @@ namespace qvnd::tools {
 // "generate".
 std::vector<generate::PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& TrvEdit,
                                               bool isFirstRun);
+// What to do about a text of another plan, for somebody at a terminal.
+QString adviceHere(const generate::ForeignText& text);
+
 QJsonArray findingsAsJson(const std::vector<generate::PlanFinding>& found);
 
 // "check": what a planner should know before generating a plan.

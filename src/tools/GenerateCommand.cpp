@@ -58,6 +58,13 @@ QJsonArray asJson(const std::vector<ReportedNode>& nodes) {
     return json;
 }
 
+QJsonArray asJson(const std::vector<generate::ForeignText>& texts) {
+    QJsonArray json;
+    for (const generate::ForeignText& text : texts)
+        json.append(text.what);
+    return json;
+}
+
 QJsonValue textOrNull(const QString& text) { return text.isEmpty() ? QJsonValue() : text; }
 
 QJsonObject asJson(const Generated& done) {
@@ -69,6 +76,7 @@ QJsonObject asJson(const Generated& done) {
         {u"inserted"_s, done.report.documents - done.report.missingDocuments()},
         {u"missing"_s, asJson(done.report.missing)},
         {u"leftOut"_s, asJson(done.report.leftOut)},
+        {u"foreign"_s, asJson(done.report.foreign)},
         {u"check"_s, done.check},
         {u"pages"_s, done.report.pages > 0 ? QJsonValue(done.report.pages) : QJsonValue()},
         {u"pageNumbers"_s, textOrNull(done.pageNumbers)},
@@ -100,6 +108,8 @@ QString asText(const Generated& done) {
                           .arg(done.seconds, 0, 'f', 2)};
     for (const ReportedNode& node : done.report.missing)
         lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.what);
+    for (const generate::ForeignText& text : done.report.foreign)
+        lines << text.what + adviceHere(text);
     return lines.join(u'\n');
 }
 
@@ -135,6 +145,7 @@ ExitStatus generatePlan(Session& session, const QStringList& words) {
     timer.start();
     OutlineTree TrvEdit(u"TrvEdit"_s);
     loadOutline(session.program(), options.plan, TrvEdit);
+    session.isAbout(options.plan);
     const QJsonArray check =
         session.output().isJson()
             ? findingsAsJson(findingsOf(session.program().state(), TrvEdit, options.isFirstRun))
@@ -145,6 +156,7 @@ ExitStatus generatePlan(Session& session, const QStringList& words) {
     if (outcome != BuildOutcome::finished)
         return ExitStatus::refused;
     GenerationReport report = reportOf(TrvEdit, window, tools.losses().losses());
+    report.foreign = generate::textsOfOtherPlans(session.program().state(), options.plan);
     report.pages = tools.pages().source().pages();
     const Generated done{
         targetOf(session),      std::move(report), check,

@@ -2,6 +2,9 @@
 
 #include "generate/GenerationWorld.h"
 #include "platform/word/engine/EngineApplication.h"
+#include "store/Names.h"
+#include "store/PlanLists.h"
+#include "store/PlanTables.h"
 #include "support/FakeDocumentConverter.h"
 #include "support/FakeFilesInUse.h"
 #include "support/FixedFonts.h"
@@ -24,6 +27,27 @@ protected:
     PlanCheck() {
         std::filesystem::create_directory(place("plans") / u"工程");
         converter.isInstalled = false;
+        program.gDbUser =
+            workspace.CreateDatabase(program.gUserTplPath + u"Db_UsTemplate.mdb"_s, {});
+        program.gDbUser->TableDefs().Append(store::nameTable(store::table::planList));
+        plan(u"工程"_s, u"建设公司"_s);
+    }
+    // In the list of plans, with its information.
+    void plan(const QString& name, const QString& contractor) {
+        store::enlist(*program.gDbUser, name);
+        program.gDbUser->TableDefs().Append(store::informationTable(name));
+        const auto rows = program.gDbUser->OpenRecordset(u"Select * from ["_s +
+                                                         store::informationTableOf(name) + u']');
+        rows->AddNew();
+        rows->Set(store::field::contractor, contractor);
+        rows->Update();
+    }
+    // The texts that the document would bear of other plans.
+    QStringList foreign() {
+        QStringList texts;
+        for (const auto& text : generate::textsOfOtherPlans(program, u"工程"_s))
+            texts << (text.goesWithLoad ? u"封面："_s : QString()) + text.what;
+        return texts;
     }
 
     void notCarried(const std::filesystem::path&, std::u16string_view) override {}
@@ -212,6 +236,75 @@ TEST_F(PlanCheck, AnOpenDocumentOfTheWorkFolderIsNamedAtTheRoot) {
     EXPECT_TRUE(found[0].what.contains(u"工作文件夹"_s));
     EXPECT_TRUE(found[0].keepsFromGenerating());
     EXPECT_FALSE(found[0].keepsDocumentOut());
+}
+
+TEST_F(PlanCheck, ACoverWithTheNameOfAnotherPlanIsNamedAtTheRoot) {
+    soundDocument(u"工程.1"_s, u"说明"_s);
+    EXPECT_TRUE(check().empty()) << "no plan of the cover's name";
+    plan(u"新楼工程"_s, {});
+    const auto found = check();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(nameOf(found[0].kind), u"foreignCover"_s);
+    EXPECT_EQ(found[0].key, u"工程"_s);
+    EXPECT_EQ(found[0].what, u"封面的工程名称“新楼工程”属于另一个方案“新楼工程”。"_s);
+    EXPECT_FALSE(found[0].keepsFromGenerating());
+}
+
+TEST_F(PlanCheck, ANameThatIsPartOfThisPlansOwnNameOrStandsBesideItIsNotAnotherPlans) {
+    plan(u"新楼"_s, {});
+    change(settings(), u"封面表"_s, u"工程名称"_s, u"新楼和工程"_s);
+    EXPECT_EQ(foreign(), QStringList()) << "names this plan too";
+    change(settings(), u"封面表"_s, u"工程名称"_s, u"新楼"_s);
+    EXPECT_EQ(foreign().size(), 1);
+    plan(u"工程二期"_s, {});
+    change(settings(), u"封面表"_s, u"工程名称"_s, u"工程二期"_s);
+    EXPECT_EQ(foreign(),
+              QStringList{u"封面：封面的工程名称“工程二期”属于另一个方案“工程二期”。"_s});
+}
+
+TEST_F(PlanCheck, AOneLetterNameCountsOnlyAsTheWholeText) {
+    plan(u"楼"_s, {});
+    EXPECT_EQ(foreign(), QStringList());
+    change(settings(), u"封面表"_s, u"工程名称"_s, u" 楼 "_s);
+    EXPECT_EQ(foreign(), QStringList{u"封面：封面的工程名称“楼”属于另一个方案“楼”。"_s});
+}
+
+TEST_F(PlanCheck, AnOfficeOfAnotherPlanIsNamedWhereThisPlanHasItsOwn) {
+    plan(u"路"_s, u"路桥公司"_s);
+    EXPECT_EQ(foreign(), QStringList()) << "the own one";
+    change(settings(), u"封面表"_s, u"单位名称"_s, u"路桥公司"_s);
+    EXPECT_EQ(foreign(), QStringList{u"封面：封面的单位名称“路桥公司”是另一个方案“路”的施工单位，"
+                                     "本方案的施工单位是“建设公司”。"_s});
+    change(settings(), u"封面表"_s, u"单位名称"_s, u"监理公司"_s);
+    EXPECT_EQ(foreign(), QStringList()) << "nobody's";
+    change(settings(), u"封面表"_s, u"单位名称"_s, u"路桥公司"_s);
+    change(*program.gDbUser, u"工程Org"_s, u"施工单位"_s, u""_s);
+    EXPECT_EQ(foreign(), QStringList()) << "this plan has none";
+}
+
+TEST_F(PlanCheck, HeaderAndFooterThatNameAnotherPlanAreNamedWhileTheyAreTyped) {
+    plan(u"路桥"_s, {});
+    change(settings(), u"页眉页脚表"_s, u"页眉内容"_s, u"路桥施工方案"_s);
+    change(settings(), u"页眉页脚表"_s, u"页脚内容"_s, u"路桥"_s);
+    EXPECT_EQ(foreign(), QStringList({u"页眉“路桥施工方案”中有另一个方案的名称“路桥”。"_s,
+                                      u"页脚“路桥”中有另一个方案的名称“路桥”。"_s}));
+    change(settings(), u"页眉页脚表"_s, u"是否带页眉"_s, u"否"_s);
+    change(settings(), u"页眉页脚表"_s, u"是否带页脚"_s, u"否"_s);
+    EXPECT_EQ(foreign(), QStringList());
+}
+
+TEST_F(PlanCheck, TheCoverThatTheDocumentWillBearIsLookedAt) {
+    plan(u"新楼工程"_s, {});
+    Row kept = coverRow();
+    kept[0].value = u"旧楼"_s;
+    putTable(settings(), u"库"_s, {kept});
+    putTable(settings(), u"是否设置表"_s, {selectionRow(u"是", u"库", u"否", u"", u"否")});
+    EXPECT_EQ(foreign(), QStringList()) << "a cover of the library";
+    plan(u"旧楼"_s, {});
+    EXPECT_EQ(foreign(), QStringList{u"封面的工程名称“旧楼”属于另一个方案“旧楼”。"_s})
+        << "which no load changes";
+    putTable(settings(), u"是否设置表"_s, {selectionRow(u"否", u"", u"否", u"", u"是")});
+    EXPECT_EQ(foreign(), QStringList()) << "a custom page in its place";
 }
 
 TEST_F(PlanCheck, AUserWhoHasEnoughEndsIt) {

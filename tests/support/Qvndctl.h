@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "support/Files.h"
 #include "support/Text.h"
 #include "tools/Run.h"
@@ -35,6 +37,11 @@ protected:
     void expectDoneInSilence(const QStringList& words) {
         expectDone(words);
         EXPECT_EQ(err, "") << words.join(' ').toStdString();
+    }
+    // A document of our own engine without text.
+    void writeDocument(const QString& name) {
+        folder.write(name, {});
+        word::DocumentWriter().saveAs(files::toPath(folder.path(name)), word::normalTemplate());
     }
     // What the last command has printed, as JSON.
     QJsonValue json() const {

@@ -1,5 +1,3 @@
-#include "platform/word/docfile/writer/DocumentWriter.h"
-#include "platform/word/engine/NormalTemplate.h"
 #include "support/Qvndctl.h"
 
 using namespace Qt::StringLiterals;
@@ -12,9 +10,7 @@ namespace {
 class CheckTool : public Qvndctl {
 protected:
     CheckTool() {
-        folder.write(u"源/说明.doc"_s, {});
-        word::DocumentWriter().saveAs(files::toPath(folder.path(u"源/说明.doc"_s)),
-                                      word::normalTemplate());
+        writeDocument(u"源/说明.doc"_s);
         expectDone({u"plan"_s, u"create"_s, u"桥"_s});
         expectDone({u"outline"_s, u"add-folder"_s, u"桥"_s, u"桥"_s, u"概况"_s, u"--below"_s});
         chapter = out.trimmed();
@@ -67,6 +63,22 @@ TEST_F(CheckTool, ADocumentThatWillNotComeInIsARefusal) {
     QFile::remove(folder.path(fileOf(document)));
     EXPECT_EQ(qvndctl({u"--json"_s, u"check"_s, u"桥"_s}), ExitStatus::refused);
     EXPECT_TRUE(kinds().contains(document + u" missing"_s)) << out.toStdString();
+}
+
+TEST_F(CheckTool, ACoverThatBearsAnotherPlansNamesIsToldWithTheCommandThatMendsIt) {
+    expectDone({u"plan"_s, u"create"_s, u"路"_s});
+    expectDone({u"format"_s, u"load"_s, u"路"_s});
+    for (const QStringList& options : {QStringList{}, QStringList{u"--first-run"_s}}) {
+        expectDone(QStringList{u"--json"_s, u"check"_s, u"桥"_s} + options);
+        ASSERT_FALSE(json().toArray().isEmpty());
+        const QJsonObject last = json().toArray().last().toObject();
+        EXPECT_EQ(last[u"kind"_s].toString(), u"foreignCover"_s) << out.toStdString();
+        EXPECT_EQ(last[u"what"_s].toString(), u"封面的工程名称“路”属于另一个方案“路”。"_s);
+        EXPECT_TRUE(last[u"advice"_s].toString().contains(u"qvndctl format load"_s));
+    }
+    expectDone({u"format"_s, u"load"_s, u"桥"_s});
+    expectDone({u"--json"_s, u"check"_s, u"桥"_s});
+    EXPECT_FALSE(kinds().contains(u"桥 foreignCover"_s)) << out.toStdString();
 }
 
 TEST_F(CheckTool, APlanThatIsNotThereIsRefused) {

@@ -1,6 +1,4 @@
 #include "platform/jet/DBEngine.h"
-#include "platform/word/docfile/writer/DocumentWriter.h"
-#include "platform/word/engine/NormalTemplate.h"
 #include "support/Gif.h"
 #include "support/Images.h"
 #include "support/LossyDocument.h"
@@ -16,9 +14,7 @@ namespace {
 class GenerateTool : public Qvndctl {
 protected:
     GenerateTool() {
-        folder.write(u"源/说明.doc"_s, {});
-        word::DocumentWriter().saveAs(files::toPath(folder.path(u"源/说明.doc"_s)),
-                                      word::normalTemplate());
+        writeDocument(u"源/说明.doc"_s);
         expectDone({u"plan"_s, u"create"_s, u"桥"_s});
         document(u"桥"_s);
         expectDone({u"outline"_s, u"add-folder"_s, u"桥"_s, u"桥"_s, u"概况"_s, u"--below"_s});
@@ -75,9 +71,10 @@ TEST_F(GenerateTool, ARowWhoseKeyIsNoneIsNamedAndAllOthersComeInWithAndWithoutJs
 
 TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     const QJsonObject told = generated();
-    EXPECT_EQ(told.keys(), QStringList({u"check"_s, u"documents"_s, u"headings"_s, u"inserted"_s,
-                                        u"leftOut"_s, u"messages"_s, u"missing"_s, u"nodes"_s,
-                                        u"output"_s, u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
+    EXPECT_EQ(told.keys(),
+              QStringList({u"check"_s, u"documents"_s, u"foreign"_s, u"headings"_s, u"inserted"_s,
+                           u"leftOut"_s, u"messages"_s, u"missing"_s, u"nodes"_s, u"output"_s,
+                           u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
     EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
@@ -91,6 +88,18 @@ TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     EXPECT_GT(told[u"seconds"_s].toDouble(), 0);
     EXPECT_EQ(err, QString()); // no bar where standard error is no terminal
     EXPECT_TRUE(folder.exists(u"home/工程文档管理/施工方案.doc"_s));
+}
+
+TEST_F(GenerateTool, ADocumentThatBearsAnotherPlansNameIsToldSo) {
+    expectDone({u"plan"_s, u"create"_s, u"路"_s});
+    expectDone({u"format"_s, u"load"_s, u"路"_s});
+    const QString told = u"封面的工程名称“路”属于另一个方案“路”。"_s;
+    EXPECT_EQ(generated()[u"foreign"_s].toArray(), QJsonArray{told}) << out.toStdString();
+    expectDone({u"generate"_s, u"桥"_s, u"--pages"_s, u"layout"_s});
+    EXPECT_TRUE(out.contains(told)) << out.toStdString();
+    EXPECT_TRUE(out.contains(u"format load"_s)) << out.toStdString();
+    expectDone({u"format"_s, u"load"_s, u"桥"_s});
+    EXPECT_TRUE(generated()[u"foreign"_s].toArray().isEmpty()) << out.toStdString();
 }
 
 TEST_F(GenerateTool, HeadingsAreNumberedByTheOutline) {
