@@ -9,8 +9,10 @@
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
+#include "platform/word/engine/DocumentSource.h"
 #include "store/OutlineFolders.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 #include <algorithm>
@@ -50,9 +52,15 @@ Added AddDocument::guarded(Command command) {
     if (!selected) {
         return Added::nothingSelected;
     }
+    copied_.clear();
     try {
         // By its key: dialog, question and word processor let events run, and the tree with them.
-        return command(Selected{selected->Key(), selected->Text()});
+        const QString plan = tableOfKey(selected->Key());
+        const Added outcome = command(Selected{selected->Key(), selected->Text()});
+        if (outcome == Added::added) {
+            remarkIfUnreadable(plan);
+        }
+        return outcome;
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::dialogCancelled) {
             return Added::cancelled;
@@ -167,10 +175,25 @@ bool AddDocument::bringFile(const QString& source, const QString& target, const 
         makeEmptyDocument(target);
     } else if (source.right(3).toUpper() == u"DOC") {
         state_.gFso->CopyFile(source, target, true);
+        copied_ = source;
     } else {
         convert(source, target);
     }
     return true;
+}
+
+void AddDocument::remarkIfUnreadable(const QString& plan) {
+    if (copied_.isEmpty()) {
+        return;
+    }
+    try {
+        word::readDocumentFile(files::toPath(documentPath(state_, plan, newKey_)));
+    } catch (const RunTimeError& failure) {
+        const QString why = QString::fromStdU16String(failure.description());
+        state_.Remarks << QStringLiteral("“%1”已加入大纲，但生成时不能照原样放入：%2")
+                              .arg(QFileInfo(copied_).fileName(),
+                                   why.section(QStringLiteral("”："), 1));
+    }
 }
 
 void AddDocument::makeEmptyDocument(const QString& target) {

@@ -12,7 +12,8 @@ namespace qvnd::outline {
 // before it makes the file, without a look at the depth; mnuLTDoc moves none and looks at depth and
 // name behind the file. A .doc is copied; any other file passes through the word processor.
 //
-// Nothing is rolled back: a refusal leaves what was done up to it.
+// Nothing is rolled back: a refusal leaves what was done up to it. A .doc that generation cannot
+// insert as it is comes in all the same; the Remarks of the state say why it cannot.
 class AddDocument {
 public:
     AddDocument(modMain& state, Workbench& workbench, const Services& services);
@@ -34,6 +35,7 @@ private:
     Added addBelow(const Selected& selected);
     void createMissingFolders(const QString& plan);
     bool bringFile(const QString& source, const QString& target, const QString& question);
+    void remarkIfUnreadable(const QString& plan);
     void makeEmptyDocument(const QString& target);
     void convert(const QString& source, const QString& target);
     void addToPlanCopy(const QString& plan, const QString& name);
@@ -46,6 +48,7 @@ private:
     Workbench& workbench_;
     Services services_;
     QString newKey_;
+    QString copied_; // the file that the command under way has copied; empty for none
 };
 
 // The file's title without its extension, as a node's text: the parts between the points but the

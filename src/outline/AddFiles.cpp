@@ -13,6 +13,8 @@ namespace {
 
 // More names of one reason are only counted, so that the box stays on the screen.
 constexpr qsizetype mostNames = 20;
+// So many fit into the bar.
+constexpr qsizetype mostRemarks = 5;
 
 // Answers the question for a file with the one at hand.
 class GivenFile : public desktop::FileDialogs {
@@ -191,11 +193,21 @@ QString summaryOf(const FilesAdded& done) {
     return lines.join(u'\n');
 }
 
+// Of the files that generation cannot insert.
+void shorten(QStringList& remarks, qsizetype most) {
+    if (const qsizetype more = remarks.size() - most; more > 0) {
+        remarks.resize(most);
+        remarks << QStringLiteral("另有 %1 个文件也不能照原样放入。").arg(more);
+    }
+}
+
 } // namespace
 
 FilesAdded addFiles(modMain& state, Workbench& workbench, const Services& services,
                     const QString& key, const QStringList& files) {
+    const qsizetype earlier = state.Remarks.size();
     FilesAdded done = Addition(state, workbench, services, key).run(files);
+    shorten(state.Remarks, earlier + mostRemarks);
     if (!done.refused.empty() || !done.warned.empty() || done.left > 0) {
         services.messages.tell(summaryOf(done), desktop::Icon::information, QStringLiteral("提示"));
     }

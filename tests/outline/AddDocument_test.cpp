@@ -1,6 +1,9 @@
 #include "outline/AddDocument.h"
 
 #include "outline/OutlineKeys.h"
+#include "platform/files/Paths.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "store/OutlineFolders.h"
 #include "support/Commits.h"
 #include "support/OutlineWorld.h"
@@ -38,6 +41,31 @@ struct AddDocuments : testing::Test, OutlineWorld {
         EXPECT_EQ(messages.shown[0].title, title);
     }
 };
+
+TEST_F(AddDocuments, ADocumentThatCannotBeReadComesInAndIsRemarkedOnByItsName) {
+    makePlan({"T", "T.1"});
+    choose("说明.doc", "no document");
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_EQ(documentOf(command.newKey()), "no document");
+    const QStringList told{"“说明.doc”已加入大纲，但生成时不能照原样放入："
+                           "不是 Word 97-2003 格式的文档。"};
+    EXPECT_EQ(state.Remarks, told);
+    EXPECT_TRUE(messages.shown.empty());
+    choose("其他.doc", "no document");
+    EXPECT_EQ(beside("T.1"), Added::added);
+    EXPECT_EQ(state.Remarks.size(), 2);
+}
+
+TEST_F(AddDocuments, ASoundDocumentAndARefusedOneNeedNoRemark) {
+    makePlan({"T", "T.1"});
+    choose("说明.doc");
+    word::DocumentWriter().saveAs(files::toPath(folder.path("来源/说明.doc")),
+                                  word::normalTemplate());
+    EXPECT_EQ(below("T.1"), Added::added);
+    choose("说明.doc", "no document");
+    EXPECT_EQ(below("T.1"), Added::duplicateName);
+    EXPECT_EQ(state.Remarks, QStringList());
+}
 
 TEST(DocumentNames, TheStoredNameIsTheTitleWithoutItsExtension) {
     EXPECT_EQ(storedName("甲.doc"), "甲");

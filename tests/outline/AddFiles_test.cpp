@@ -93,6 +93,22 @@ TEST_F(AddingFiles, TwentyNamesOfOneReasonAreAllListedAndNotCounted) {
     EXPECT_TRUE(onlyBox().contains("18.doc、19.doc：文件已不存在。")) << onlyBox().toStdString();
 }
 
+TEST_F(AddingFiles, FilesThatCannotBeReadAreRemarkedOnTheFirstFiveByName) {
+    QStringList files;
+    for (int i = 0; i < 5; ++i) {
+        files << file(QString::number(i) + ".doc");
+    }
+    addBelow("T.1", files);
+    ASSERT_EQ(state.Remarks.size(), 5);
+    EXPECT_TRUE(state.Remarks[4].startsWith("“4.doc”已加入大纲"));
+    EXPECT_TRUE(messages.shown.empty());
+    state.Remarks = QStringList("早先的");
+    addBelow("T.2", files + QStringList({file("5.doc"), file("6.doc")}));
+    ASSERT_EQ(state.Remarks.size(), 7);
+    EXPECT_EQ(state.Remarks.first(), "早先的");
+    EXPECT_EQ(state.Remarks.last(), "另有 2 个文件也不能照原样放入。");
+}
+
 TEST_F(AddingFiles, TheProgressNamesEachFileAndEnds) {
     addBelow("T.1", {file("甲.doc"), file("乙.doc")});
     EXPECT_EQ(longRun.shown,

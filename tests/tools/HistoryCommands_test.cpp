@@ -137,6 +137,30 @@ TEST_F(HistoryTool, ListFindsStepsByNodeCommandPlanAndTime) {
     EXPECT_EQ(qvndctl({"history", "list", "--since", "gestern"}), ExitStatus::wrongUsage);
 }
 
+TEST_F(HistoryTool, ACommandStandsUnderThePlanThatItIsAbout) {
+    expectDone({"plan", "create", "乙"});
+    const auto planOfLast = [&] { return list().last().toObject()["方案"].toString(); };
+    EXPECT_EQ(planOfLast(), "乙");
+    expectDone({"outline", "add-folder", "甲", "甲", "章", "--below"});
+    EXPECT_EQ(planOfLast(), "甲");
+    expectDone({"outline", "add-folder", "乙", "乙", "章", "--below"});
+    EXPECT_EQ(planOfLast(), "乙");
+    qvndctl({"generate", "甲"});
+    EXPECT_EQ(planOfLast(), "甲");
+    qvndctl({"plan", "delete", "甲"});
+    EXPECT_EQ(planOfLast(), "甲");
+}
+
+TEST_F(HistoryTool, ADocumentThatCannotBeReadIsToldAndNotedInItsStep) {
+    folder.write("坏.doc", "text");
+    expectDone({"outline", "add-document", "甲", "甲.1", folder.path("坏.doc"), "--below"});
+    const QString told = "“坏.doc”已加入大纲，但生成时不能照原样放入：";
+    EXPECT_TRUE(err.contains(told)) << err.toStdString();
+    EXPECT_EQ(err.count(told), 1);
+    qvndctl({"history", "show", QString::number(list().last().toObject()["步"].toInt())});
+    EXPECT_TRUE(out.contains(told)) << out.toStdString();
+}
+
 TEST_F(HistoryTool, AStepBearsTheMeaningOfItsCommandWithoutTheDetails) {
     const auto last = [&] { return list().last().toObject()["操作"].toString(); };
     ASSERT_EQ(qvndctl({"format", "set", "封面表", "工程名称", "甲工程"}), ExitStatus::done);

@@ -10,7 +10,7 @@ namespace {
 class OutlineDragTool : public Qvndctl {
 protected:
     OutlineDragTool() {
-        folder.write("说明.doc", "document");
+        writeDocument("说明.doc");
         makePlan("M");
         QDir().rename(folder.path("home/Sys/用户模板/M"), folder.path("home/Sys/标书模板/M"));
         makePlan("T");
@@ -40,7 +40,7 @@ TEST_F(OutlineDragTool, MovesANodeAndPrintsItsNewKey) {
     EXPECT_EQ(out, "T.2.1\n");
     EXPECT_EQ(shown(), "T  [T]\n  章  [T.1]\n    说明  [T.1.1]  文档\n  节  [T.2]\n"
                        "    说明  [T.2.1]  文档\n");
-    EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.2.1.doc"), "document");
+    EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.2.1.doc"), folder.read("说明.doc"));
     expectDoneInSilence({"--json", "outline", "move", "T", "T.1", "T.2"});
     EXPECT_EQ(out, "\"T.2.4\"\n");
     EXPECT_EQ(documents(), QStringList({"T.2.1.doc", "T.2.4.1.doc"}));
@@ -59,7 +59,7 @@ TEST_F(OutlineDragTool, WhatCannotBeMovedIsToldAndRefused) {
 TEST_F(OutlineDragTool, CopiesATemplatesNodeAndPrintsTheNewKeys) {
     expectDoneInSilence({"outline", "copy", "T", "T.2", "M.1"});
     EXPECT_EQ(out, "T.2.1\nT.2.1.1\n");
-    EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.2.1.1.doc"), "document");
+    EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.2.1.1.doc"), folder.read("说明.doc"));
     expectDoneInSilence({"--json", "outline", "copy", "T", "T.2", "M.4"});
     EXPECT_EQ(out, "[\"T.2.2\"]\n");
 }

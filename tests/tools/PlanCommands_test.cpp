@@ -169,7 +169,7 @@ TEST_F(Tool, ADateOfAnotherFormIsWrongUsage) {
 }
 
 TEST_F(Tool, FoldersAndDocumentsAreAddedAndShown) {
-    folder.write("说明.doc", "document");
+    writeDocument("说明.doc");
     expectDoneInSilence({"plan", "create", "T"});
     expectDoneInSilence({"outline", "add-folder", "T", "T", "第一章", "--below"});
     EXPECT_EQ(out, "T.1\n");
@@ -194,11 +194,11 @@ TEST_F(Tool, FoldersAndDocumentsAreAddedAndShown) {
     expectDoneInSilence({"outline", "show", "T"});
     EXPECT_EQ(out, "T  [T]\n  第一章  [T.1]\n    说明  [T.1.1]  文档\n  说明  [T.4]  文档\n"
                    "  第二章  [T.2]\n");
-    EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.4.doc"), "document");
+    EXPECT_EQ(folder.read("home/Sys/用户模板/T/T.4.doc"), folder.read("说明.doc"));
 }
 
 TEST_F(Tool, EveryCommandEndsWithTheOrderlyExitSoTheCopyIsLevel) {
-    folder.write("说明.doc", "document");
+    writeDocument("说明.doc");
     expectDoneInSilence({"plan", "create", "T"});
     expectDoneInSilence({"outline", "add-folder", "T", "T", "章", "--below"});
     expectDoneInSilence({"outline", "add-folder", "T", "T", "节", "--below"});
@@ -227,7 +227,7 @@ TEST_F(Tool, AMissingFileIsMadeAsAnEmptyDocumentWhenWanted) {
 }
 
 TEST_F(Tool, WhatTheWindowsWouldNotOfferIsRefused) {
-    folder.write("说明.doc", "document");
+    writeDocument("说明.doc");
     expectDoneInSilence({"plan", "create", "T"});
     EXPECT_EQ(qvndctl({"outline", "add-folder", "T", "T", "章", "--beside"}), ExitStatus::refused);
     EXPECT_EQ(err, "此节点不能添加同级文件夹\n");
