@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
-#include <QStringList>
 
 #include <algorithm>
 
@@ -20,11 +19,6 @@ using Kind = history::Change::Kind;
 
 // More names are only counted.
 constexpr qsizetype mostNames = 5;
-
-QString listed(const QStringList& names) {
-    const QString rest = names.size() > mostNames ? u"等"_s : QString();
-    return names.mid(0, mostNames).join(u"、"_s) + rest;
-}
 
 bool isOutlineRow(const Change& change) {
     return !change.key.isEmpty() && !change.table.isEmpty() && change.table != u"temp"_s;
@@ -228,6 +222,11 @@ private:
 };
 
 } // namespace
+
+QString listed(const QStringList& names) {
+    const QString rest = names.size() > mostNames ? u"等"_s : QString();
+    return names.mid(0, mostNames).join(u"、"_s) + rest;
+}
 
 QString beyondAsked(const history::CommandFrame& frame, const QList<history::Change>& changes,
                     const OutlineNow& rows) {

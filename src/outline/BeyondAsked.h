@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <utility>
@@ -27,5 +28,8 @@ using OutlineNow = std::function<QList<std::pair<QString, QString>>(const QStrin
                                                                     const QString& outline)>;
 QString beyondAsked(const history::CommandFrame& frame, const QList<history::Change>& changes,
                     const OutlineNow& rows);
+
+// The first five of the names; that there are more says 等.
+QString listed(const QStringList& names);
 
 } // namespace qvnd::outline

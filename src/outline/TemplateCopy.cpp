@@ -1,5 +1,6 @@
 #include "outline/TemplateCopy.h"
 
+#include "outline/BeyondAsked.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
@@ -72,6 +73,7 @@ Copied TemplateCopy::DragDrop(const QString& targetKey, const QString& sourceKey
         if (begins) {
             workspace.CommitTrans();
         }
+        remarkLeftOut();
         return outcome;
     } catch (const RunTimeError& failure) {
         services_.messages.tell(QString::fromStdU16String(failure.description()));
@@ -88,6 +90,16 @@ Copied TemplateCopy::guarded(const QString& targetKey, const QString& sourceKey,
         names_.reset();
         tellFailure(failure, sourceKey);
         return Copied::incomplete;
+    }
+}
+
+// The one that stopped the copy was named in its box; alone it needs no further word.
+void TemplateCopy::remarkLeftOut() {
+    if (leftOut_.size() > 1) {
+        state_.Remarks << QStringLiteral("复制到“%1”停止了，没有复制 %2 项（连同它们的下级）：%3")
+                              .arg(leftOut_.front())
+                              .arg(leftOut_.size())
+                              .arg(listed(leftOut_));
     }
 }
 
@@ -143,6 +155,7 @@ Copied TemplateCopy::copyFolder(const QString& targetKey, const OutlineNode& sou
     const OutlineNode& target = workbench_.TrvCurrent.Item(targetKey);
     const Siblings siblings = walk(target, source.Text());
     if (siblings.clash) {
+        leftOut_ << source.Text();
         return refuse("[ " + source.Text() + " ]已存在,无法复制!");
     }
     const OutlineRow row = addRow(target, source, numberBehind(siblings));
@@ -180,13 +193,17 @@ Copied TemplateCopy::copyDocument(const QString& targetKey, const QString& sourc
 
 Copied TemplateCopy::copyChildren(const QString& targetKey, const OutlineNode& source) {
     QStringList keys; // the nodes may be others behind a question
+    QStringList names;
     for (const OutlineNode* child : source.childList()) {
         keys << child->Key();
+        names << child->Text();
     }
     Copied outcome = Copied::copied;
-    for (const QString& key : keys) {
-        outcome = std::max(outcome, DragDrop(targetKey, key, &workbench_.TrvTemplate.Item(key)));
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        const OutlineNode& child = workbench_.TrvTemplate.Item(keys[i]);
+        outcome = std::max(outcome, DragDrop(targetKey, keys[i], &child));
         if (outcome == Copied::stopped) {
+            leftOut_ << names.mid(i + 1);
             break;
         }
     }

@@ -29,7 +29,8 @@ enum class Copied {
 // All rows are committed together at the end. A question to the user commits those added so far.
 //
 // A document of a text that a child of the target bears already asks whether to overwrite that
-// child's file; a folder of such a text stops the whole copy.
+// child's file; a folder of such a text stops the whole copy. What is left out behind it is named
+// in the Remarks of the state.
 class TemplateCopy {
 public:
     TemplateCopy(modMain& state, Workbench& workbench, const Services& services);
@@ -54,6 +55,7 @@ private:
     bool isRefusedByDocument() const;
     OutlineRow addRow(const OutlineNode& target, const OutlineNode& source, const QString& number);
     void copyFile(const QString& file, const QString& target);
+    void remarkLeftOut();
     void tellFailure(const RunTimeError& failure, const QString& sourceKey);
     Copied refuse(const QString& text);
 
@@ -62,6 +64,7 @@ private:
     Services services_;
     TreeRefill trvCurrent_;
     QStringList newKeys_;
+    QStringList leftOut_; // names, by the copy's stop; each with all that is below it
     // From the first file to the next message.
     std::optional<files::NameScope> names_;
 };

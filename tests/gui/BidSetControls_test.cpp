@@ -169,9 +169,9 @@ const Control cover[] = {
      Act::pick,
      "一号",
      {"封面表.工程字号=一号"},
-     {"lblPrjName.size=13.0",
-      "lblOffNote.text=生成的文档中，单位名称和它上下的空行用工程名称的字号“一号”，不用“小四”；"
-      "字号很大时，日期会排到第二页。"}},
+     {"lblOffNote.text=生成的文档中，单位名称和它上下的空行用工程名称的字号“一号”，不用“小四”；"
+      "字号很大时，日期会排到第二页。",
+      "lblPrjName.size=13.0"}},
     {"TxtOffName",
      Act::type,
      "一建公司 ",

@@ -204,6 +204,30 @@ TEST_F(CopyTemplate, AFolderWhoseNameExistsStopsTheWholeCopyAndKeepsWhatCameBefo
     EXPECT_EQ(documents("U"), QStringList("U.1.2.doc"));
 }
 
+TEST_F(CopyTemplate, WhatIsLeftOutBehindAFolderThatExistsIsNamed) {
+    plan({"T", "T.1"});
+    systemTemplate({{"M", "模板"},
+                    {"M.1", "甲", "是"},
+                    {"M.2", "章"},
+                    {"M.2.1", "乙", "是"},
+                    {"M.3", "丙", "是"},
+                    {"M.4", "丁"}});
+    makeTable(*state.gDbUser, "U", {{"U", "U"}, {"U.1", "夹"}, {"U.1.1", "章"}});
+    folder.makeFolder("用户模板/U");
+    openPlan("U");
+    EXPECT_FALSE(dragTemplate("M", "U.1").done);
+    EXPECT_EQ(state.Remarks, QStringList("复制到“章”停止了，没有复制 3 项（连同它们的下级）："
+                                         "章、丙、丁"));
+}
+
+TEST_F(CopyTemplate, AFolderThatIsLeftOutAloneIsNamedByItsBox) {
+    plan({"T", "T.1", "T.1.1d"});
+    systemTemplate({{"M", "模板"}, {"M.1", "名T.1.1"}});
+    EXPECT_FALSE(dragTemplate("M.1", "T.1").done);
+    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(state.Remarks, QStringList());
+}
+
 TEST_F(CopyTemplate, AFolderClashesWithADocumentOfItsNameToo) {
     plan({"T", "T.1", "T.1.1d"});
     systemTemplate({{"M", "模板"}, {"M.1", "名T.1.1"}});
