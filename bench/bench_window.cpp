@@ -109,6 +109,8 @@ public:
                                         controls_,
                                         frame_,
                                         {},
+                                        [] {},
+                                        [] {},
                                         *pane_,
                                         *pane_});
         form_->resize(1400, 900);

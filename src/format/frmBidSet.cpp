@@ -7,10 +7,23 @@ frmBidSet::frmBidSet(modMain& state, const FormatServices& services)
 
 BidSetForm& frmBidSet::form() {
     if (!form_) {
+        const SettingsNow before(*state_.gDbBidSet);
         form_ = std::make_unique<BidSetForm>(state_, services_);
         seen_ = state_.gDbBidSet->ForeignChanges();
+        remark(wordsOfLoad(before.changesUntil(SettingsNow(*state_.gDbBidSet))));
     }
     return *form_;
+}
+
+void frmBidSet::remark(const QString& words) {
+    if (!words.isEmpty()) {
+        state_.Remarks << words;
+    }
+}
+
+void frmBidSet::remarkEnd(const SettingsNow& shown, Ended ended) {
+    const auto changes = shown.changesUntil(SettingsNow(*state_.gDbBidSet));
+    remark(ended == Ended::decided ? wordsOfDecided(changes) : wordsOfKept(changes));
 }
 
 bool frmBidSet::isOutdated() const { return form_ && state_.gDbBidSet->ForeignChanges() != seen_; }

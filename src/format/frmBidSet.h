@@ -3,6 +3,7 @@
 #include "format/BidSetForm.h"
 #include "format/ChildDocumentControls.h"
 #include "format/FormatServices.h"
+#include "format/SettingsChanges.h"
 #include "store/modMain.h"
 
 #include <memory>
@@ -18,8 +19,14 @@ public:
     frmBidSet(modMain& state, const FormatServices& services);
 
     bool isLoaded() const { return form_ != nullptr; }
-    // The controls; loads the dialog if it is not. They stay valid until Unload.
+    // The controls; loads the dialog if it is not, and adds what the load changes to the Remarks of
+    // the state. They stay valid until Unload.
     BidSetForm& form();
+    // How a showing of the dialog ended: by 确定, or by 取消, Escape or the close box.
+    enum class Ended { decided, left };
+    // Adds what the user should know of that end to the Remarks of the state; `shown` are the
+    // settings as the showing began.
+    void remarkEnd(const SettingsNow& shown, Ended ended);
     // True when another program has changed the tables since the dialog was loaded: its controls
     // would show what was there before, and write it back. False while it is not loaded. Errors of
     // the store pass.
@@ -35,6 +42,8 @@ public:
     QString txtInde() override { return form().childDocuments.txtInde.text(); }
 
 private:
+    void remark(const QString& words);
+
     modMain& state_;
     FormatServices services_;
     std::unique_ptr<BidSetForm> form_;

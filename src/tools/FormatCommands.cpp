@@ -138,6 +138,7 @@ ExitStatus load(Session& session, const QStringList& words) {
     ProgramRun& run = session.program();
     openPlan(run, arguments.position(0));
     run.frmBidSet().form();
+    run.state().Remarks.clear(); // the result below says it
     const auto cover = rowsOf(session, store::table::cover.toString());
     const QString project = cover->Get(store::field::projectName).TextOrEmpty();
     const QString office = cover->Get(store::field::officeName).TextOrEmpty();

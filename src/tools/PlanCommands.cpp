@@ -114,7 +114,9 @@ std::vector<Command> planCommands() {
         {"plan create",
          "名称 [--client 建设单位] [--contractor 施工单位] [--author 编制人]\n"
          "              [--approver 审批人] [--date YYYY-MM-DD] [--note 注释]",
-         "新建方案，并成为当前方案", create},
+         "新建方案，并成为当前方案；--date 是工程信息的编制日期，封面的日期用 format set 封面表 "
+         "日期 设定",
+         create},
         {"plan list", "", "列出所有方案", list},
         {"plan open", "名称", "成为当前方案", open},
         {"plan info", "名称", "显示方案的工程信息", info},

@@ -214,8 +214,9 @@ TEST_F(BidSetDialog, ShowsWhatAnotherProgramHasChangedAndKeepsWhatStandsInNoTabl
     EXPECT_EQ(world.form().childDocuments.txtInde.text(), "7");
     EXPECT_TRUE(world.form().headings.chkMultLevel.checked());
     ASSERT_EQ(world.messages.shown.size(), 1U);
-    EXPECT_EQ(world.messages.shown[0].text, "另一个程序改动了格式设置，现在显示的是改动后的内容。"
-                                            "要采用封面库、设置库或自定义页，请重新选取。");
+    EXPECT_EQ(world.messages.shown[0].text,
+              "格式设置已被另一个程序或“撤消”改动，现在显示的是改动后的内容。"
+              "要采用封面库、设置库或自定义页，请重新选取。");
     show([](frmBidSetWindow& shown) { press(shown, "cmdCancel"); });
     EXPECT_EQ(world.messages.shown.size(), 1U);
 }

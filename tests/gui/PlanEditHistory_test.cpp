@@ -2,12 +2,16 @@
 #include "gui/support/DesktopWorld.h"
 #include "gui/support/ModalWindow.h"
 #include "gui/support/PlanEditWindow.h"
+#include "outline/RecordedCommand.h"
 #include "outline/TakeBack.h"
 #include "outline/windows/NoteBar.h"
+#include "store/PlanTables.h"
 #include "support/FakeFonts.h"
 #include "support/FakeInputBoxes.h"
 
 #include <QCheckBox>
+#include <QInputMethodEvent>
+#include <QLineEdit>
 
 namespace qvnd::test {
 namespace {
@@ -53,6 +57,147 @@ TEST_F(PlanEditHistory, AKeyOfTheToolbarIsNamedAsItsTwinInTheMenus) {
     EXPECT_EQ(last().title, "生成卷宗编制[施工方案.doc]");
 }
 
+// The format dialog on the screen, and what its user does at each showing.
+class SettingsInHistory : public PlanEditHistory {
+protected:
+    SettingsInHistory() {
+        world.state.gDbUser->TableDefs().Append(store::informationTable("T"));
+        showSettings = [this] {
+            onceModal<format::frmBidSetWindow>(act);
+            shown.show(nullptr);
+        };
+    }
+
+    outline::NoteBar& bar() { return control<outline::NoteBar>("NoteBar"); }
+    static void type(format::frmBidSetWindow& window, const QString& name, const QString& text) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        auto* box = window.findChild<QLineEdit*>(name);
+        box->setFocus();
+        box->selectAll();
+        QInputMethodEvent typed;
+        typed.setCommitString(text);
+        QCoreApplication::sendEvent(box, &typed);
+    }
+    static void press(format::frmBidSetWindow& window, const QString& name) {
+        window.findChild<QPushButton*>(name)->click();
+    }
+    void change(const QString& table, const QString& field, const QString& text) {
+        const auto rows = world.state.gDbBidSet->OpenRecordset("Select * from [" + table + "]");
+        rows->Eof() ? rows->AddNew() : rows->Edit();
+        rows->Set(field, text);
+        rows->Update();
+    }
+
+    FakeInputBoxes inputs;
+    FakeFonts fonts;
+    format::frmBidSet dialog{world.state,
+                             {world.messages, inputs, world.dialogs, fonts, shell, world.word}};
+    format::FormatDialog shown{world.state, dialog, world.messages};
+    std::function<void(format::frmBidSetWindow&)> act = [](format::frmBidSetWindow& window) {
+        press(window, "cmdCancel");
+    };
+};
+
+TEST_F(SettingsInHistory, WhatCancelKeepsIsToldAtOnceAndOneUndoTakesItBack) {
+    open();
+    choose("mnuBidSet"); // what the first load changes is a step of its own
+    act = [](format::frmBidSetWindow& window) {
+        type(window, "TxtPrjName", "滨江");
+        type(window, "TxtOffName", "一建");
+        QTest::keyClick(&window, Qt::Key_Escape);
+    };
+    choose("mnuBidSet");
+    EXPECT_EQ(setting("封面表", "工程名称"), "滨江");
+    EXPECT_TRUE(bar().isVisible());
+    EXPECT_TRUE(
+        bar().text().startsWith("设置已保留，取消和关闭不撤回改动：工程名称由“T”改为“滨江”"))
+        << bar().text().toStdString();
+    EXPECT_EQ(last().note, bar().text());
+    control<QPushButton>("noteDetails").click();
+    EXPECT_EQ(detailsShown, 1);
+    control<QPushButton>("noteUndo").click();
+    EXPECT_EQ(setting("封面表", "工程名称"), "T");
+    EXPECT_EQ(setting("封面表", "单位名称"), "单位名称");
+    EXPECT_FALSE(bar().isVisible());
+}
+
+TEST_F(SettingsInHistory, AHiddenDialogShowsWhatAnUndoBroughtBack) {
+    open();
+    act = [](format::frmBidSetWindow& window) {
+        type(window, "TxtOffName", "一建");
+        press(window, "cmdCancel");
+    };
+    choose("mnuBidSet");
+    ASSERT_EQ(setting("封面表", "单位名称"), "一建");
+    control<QPushButton>("noteUndo").click();
+    ASSERT_EQ(setting("封面表", "单位名称"), "单位名称");
+    act = [](format::frmBidSetWindow& window) {
+        EXPECT_EQ(window.findChild<QLineEdit*>("TxtOffName")->text(), "单位名称");
+        press(window, "cmdCancel");
+    };
+    choose("mnuBidSet");
+    EXPECT_TRUE(messages().last().contains("“撤消”")) << messages().last().toStdString();
+    EXPECT_EQ(setting("封面表", "单位名称"), "单位名称");
+}
+
+TEST_F(SettingsInHistory, WhatTheLoadOfTheDialogChangesIsToldAndTakenBack) {
+    change("封面表", "工程名称", "手工题名");
+    change("页眉页脚表", "是否右对齐", "否");
+    open();
+    act = [](format::frmBidSetWindow& window) { press(window, "cmdDecide"); };
+    choose("mnuBidSet");
+    EXPECT_EQ(setting("封面表", "工程名称"), "T");
+    EXPECT_EQ(bar().text(),
+              "打开设置时自动改动了：工程名称由“手工题名”改为“T”，是否右对齐由“否”改为“是”。");
+    control<QPushButton>("noteUndo").click();
+    EXPECT_EQ(setting("封面表", "工程名称"), "手工题名");
+    EXPECT_EQ(setting("页眉页脚表", "是否右对齐"), "否");
+}
+
+TEST_F(SettingsInHistory, ALibraryThatDecidingGivesUpIsTold) {
+    change("封面表", "工程名称", "T");
+    change("页眉页脚表", "是否右对齐", "是");
+    change("是否设置表", "是否封面", "是");
+    open();
+    act = [](format::frmBidSetWindow& window) { press(window, "cmdDecide"); };
+    choose("mnuBidSet");
+    EXPECT_EQ(bar().text(), "没有选中“选用库”，生成时不再采用封面格式库中的设置。");
+    choose("mnuBidSet");
+    EXPECT_FALSE(bar().isVisible()) << "nothing was given up this time";
+}
+
+TEST_F(SettingsInHistory, ADecisionNeedsNoWordsAboutWhatTheUserChanged) {
+    change("封面表", "工程名称", "T");
+    change("页眉页脚表", "是否右对齐", "是");
+    open();
+    act = [](format::frmBidSetWindow& window) {
+        type(window, "TxtOffName", "一建");
+        press(window, "cmdDecide");
+    };
+    choose("mnuBidSet");
+    EXPECT_EQ(setting("封面表", "单位名称"), "一建");
+    EXPECT_FALSE(bar().isVisible());
+}
+
+TEST_F(SettingsInHistory, TheBarTakesNoOtherStepBackThanItsOwn) {
+    open();
+    act = [](format::frmBidSetWindow& window) {
+        type(window, "TxtOffName", "一建");
+        press(window, "cmdCancel");
+    };
+    choose("mnuBidSet");
+    {
+        outline::RecordedCommand another(world.state, world.workbench.TrvCurrent, "操作",
+                                         world.messages);
+        change("页眉页脚表", "页脚内容", "别处");
+        another.finish();
+    }
+    control<QPushButton>("noteUndo").click();
+    EXPECT_EQ(setting("页眉页脚表", "页脚内容"), "别处");
+    EXPECT_EQ(setting("封面表", "单位名称"), "一建");
+    EXPECT_FALSE(bar().isVisible());
+}
+
 TEST_F(PlanEditHistory, WhatTheFormatDialogWritesIsOneStepAndComesBack) {
     FakeInputBoxes inputs;
     FakeFonts fonts;
@@ -86,7 +231,6 @@ TEST_F(PlanEditHistory, WhatTheFormatDialogWritesIsOneStepAndComesBack) {
     choose("mnuBidSet");
 }
 
-// The bar is the workbench's.
 TEST(PlanEditHistoryInTheFrame, WhatAGenerationReplacedIsToldInTheWorkbench) {
     FakeMessageBoxes messages;
     FakeFileDialogs dialogs;

@@ -149,14 +149,16 @@ void FormatDialog::show(QWidget* parent) {
     if (dialog_.isOutdated()) {
         delete window_.data();
         dialog_.loadAnew();
-        messages_.tell(u"另一个程序改动了格式设置，现在显示的是改动后的内容。"
+        messages_.tell(u"格式设置已被另一个程序或“撤消”改动，现在显示的是改动后的内容。"
                        "要采用封面库、设置库或自定义页，请重新选取。"_s,
                        desktop::Icon::information, u"提示"_s);
     }
     if (!window_) {
         window_ = new frmBidSetWindow(state_, dialog_, messages_, parent);
     }
-    window_->exec();
+    const SettingsNow shown(*state_.gDbBidSet);
+    const bool isDecided = window_->exec() == QDialog::Accepted;
+    dialog_.remarkEnd(shown, isDecided ? frmBidSet::Ended::decided : frmBidSet::Ended::left);
     if (window_ && window_->wasClosed()) {
         delete window_.data();
         dialog_.Unload();

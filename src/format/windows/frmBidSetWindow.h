@@ -50,7 +50,8 @@ private:
 
 // Shows the format dialog modally over `parent`. Between two calls it stays loaded, unless the user
 // closed it by its close box. When another program has changed its tables meanwhile, it is loaded
-// anew and the user is told.
+// anew and the user is told. What a showing has changed of itself, or kept in spite of 取消, comes
+// into the Remarks of the state.
 class FormatDialog {
 public:
     // All of it outlives the object.

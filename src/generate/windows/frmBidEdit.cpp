@@ -8,13 +8,16 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
+#include "outline/windows/NoteBar.h"
 #include "outline/windows/OutlineView.h"
 #include "outline/windows/SplitterBar.h"
+#include "platform/error/IgnoringErrors.h"
 #include "store/ProgramFiles.h"
 
 #include <QAbstractItemModel>
 #include <QEvent>
 #include <QHash>
+#include <QPushButton>
 #include <QShortcut>
 
 #include <utility>
@@ -46,7 +49,7 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
                                          parts_.record,
                                          parts_.documents})),
       inTurn_(parts.program.modMain, parts.messages, [this] { return edit_->lookAtOthers(); }),
-      menus_(*this), TbarBidSet_(new BidEditToolbar(this)) {
+      menus_(*this), TbarBidSet_(new BidEditToolbar(this)), note_(new outline::NoteBar(this)) {
     setObjectName(u"frmBidEdit"_s);
     setWindowTitle(u"施工组织方案编辑"_s);
     setAccessibleName(windowTitle());
@@ -56,8 +59,14 @@ frmBidEdit::frmBidEdit(const Parts& parts, QWidget* parent)
     connectMenus();
     connectToolbar();
     connectTree();
+    connectNote();
     connect(PicEdit_, &PicEdit::openRequested, this, [this] { read([this] { openSeen(); }); });
-    setTabOrder(TrvEdit_, Image1_);
+    QWidget* before = TrvEdit_;
+    for (QPushButton* button : note_->findChildren<QPushButton*>()) {
+        setTabOrder(before, button);
+        before = button;
+    }
+    setTabOrder(before, Image1_);
     applyCommands();
 }
 
@@ -207,7 +216,45 @@ void frmBidEdit::run(const Event& event, const QString& caption) {
         applyCommands();
 }
 
+void frmBidEdit::connectNote() {
+    inTurn_.onStep([this](const history::Step& step) { tellStep(step); });
+    inTurn_.onRemarks([this](const QString& remarks) { note_->tellAlone(remarks); });
+    connect(note_, &outline::NoteBar::changed, this, &frmBidEdit::placePanes);
+    connect(note_, &outline::NoteBar::undo, this, &frmBidEdit::takeBack);
+    connect(note_, &outline::NoteBar::details, this, [this] { parts_.showDetails(); });
+}
+
+void frmBidEdit::tellStep(const history::Step& step) {
+    if (step.isMinor)
+        return;
+    step.note.isEmpty() ? note_->clear() : note_->tell(step.note);
+    noted_ = step.id;
+}
+
+bool frmBidEdit::isNotedLatest() const {
+    bool isLatest = true;
+    ignoringErrors([&] {
+        if (const auto& history = parts_.program.modMain.History) {
+            const auto latest = history->undoable();
+            isLatest = latest && latest->id == noted_;
+        }
+    });
+    return isLatest;
+}
+
+// Never another step than the one that the bar tells of.
+void frmBidEdit::takeBack() {
+    note_->clear();
+    if (!isNotedLatest())
+        return;
+    parts_.takeBack();
+    read([this] { edit_->lookAtWorkbench(); });
+}
+
+// The bar of a step that the workbench has taken back or followed by another one is out of date.
 void frmBidEdit::seeOtherPrograms() {
+    if (!note_->isHidden() && !isNotedLatest())
+        note_->clear();
     if (inTurn_.look())
         applyCommands();
 }
@@ -236,7 +283,8 @@ void frmBidEdit::hideLists() {
             list->hide();
 }
 
-// What did not come in whole raises no boxes of its own, so the report is shown. Lists of the
+// What did not come in whole, or is another plan's, raises no boxes of its own, so the report is
+// shown. Lists of the
 // state before are out of date.
 void frmBidEdit::build() {
     hideLists();
@@ -246,7 +294,7 @@ void frmBidEdit::build() {
     const QString target = store::finishedDocument(parts_.program.modMain.gWorkPath);
     const QString count = told.pages > 0 ? u"，共 %1 页"_s.arg(told.pages) : QString();
     parts_.frame.showStatus(u"已生成 "_s + target + count + u'。');
-    if (!told.missing.empty() || !told.leftOut.empty())
+    if (!told.missing.empty() || !told.leftOut.empty() || !told.foreign.empty())
         report();
 }
 
@@ -305,6 +353,10 @@ void frmBidEdit::report() {
         contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有放入"_s, node.what}};
     for (const ReportedNode& node : told.leftOut)
         contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有原样带入"_s, node.what}};
+    const outline::OutlineNode& root = edit_->TrvEdit.Item(1);
+    for (const ForeignText& text : told.foreign)
+        contents.rows << FindingsWindow::Row{
+            root.Key(), {root.Text(), u"属于别的方案"_s, text.what + adviceFor(text)}};
     report_->present(contents);
 }
 
@@ -341,10 +393,13 @@ void frmBidEdit::applyCommands() {
 
 void frmBidEdit::placePanes() {
     const BidEditLayout::Places places = layout_.places();
+    const QRect upper = places.TrvEdit.united(places.PicEdit);
+    const int note = note_->wantedHeight(upper.width());
     TbarBidSet_->setGeometry(places.TbarBidSet);
-    TrvEdit_->setGeometry(places.TrvEdit);
-    Image1_->setGeometry(places.Image1);
-    PicEdit_->setGeometry(places.PicEdit);
+    TrvEdit_->setGeometry(places.TrvEdit.adjusted(0, 0, 0, -note));
+    Image1_->setGeometry(places.Image1.adjusted(0, 0, 0, -note));
+    PicEdit_->setGeometry(places.PicEdit.adjusted(0, 0, 0, -note));
+    note_->setGeometry(upper.adjusted(0, upper.height() - note, 0, 0));
 }
 
 void frmBidEdit::resizeEvent(QResizeEvent* event) {

@@ -14,17 +14,20 @@
 #include "platform/desktop/WindowLookup.h"
 #include "platform/desktop/WordProcessorWindows.h"
 #include "platform/files/FilesInUse.h"
+#include "platform/history/Step.h"
 #include "platform/office/PdfPrinter.h"
 #include "platform/preview/DocumentPreview.h"
 #include "platform/word/engine/DocumentConverter.h"
 
 #include <QWidget>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 
 namespace qvnd::outline {
 class OutlineNode;
+class NoteBar;
 class OutlineView;
 class SplitterBar;
 } // namespace qvnd::outline
@@ -65,6 +68,9 @@ public:
         BidEditFrame& frame;
         // Shows the format dialog and waits for its end; without it the command is closed.
         std::function<void()> showSettings;
+        // Takes the latest step of the history back, and shows that step in its list.
+        std::function<void()> takeBack;
+        std::function<void()> showDetails;
         // The view of a document, which becomes a child, and what shows a file in it.
         QWidget& view;
         preview::DocumentPreview& document;
@@ -102,6 +108,11 @@ private:
     // The same for a command of the toolbar, under its own error routine.
     void runOfToolbar(const Event& event, const QString& caption);
     void seeOtherPrograms();
+    // What a command did beyond what its name says, and the way back from it.
+    void connectNote();
+    void tellStep(const history::Step& step);
+    void takeBack();
+    bool isNotedLatest() const;
     void generate();
     void build();
     void hideLists();
@@ -127,6 +138,8 @@ private:
     BidEditToolbar* TbarBidSet_;
     outline::OutlineView* TrvEdit_ = nullptr;
     outline::SplitterBar* Image1_ = nullptr;
+    outline::NoteBar* note_;
+    std::int64_t noted_ = history::beginning; // the step that the bar tells of
     FindingsWindow* findings_ = nullptr;
     FindingsWindow* report_ = nullptr;
 };

@@ -55,6 +55,9 @@ public:
     QList<QMenu*> menus() const { return menus_.menuBar(); }
     // Shows and edits the information of the open plan.
     void OpenPlanInfo();
+    // 撤消, and the list of the history with the latest step chosen; also for other windows.
+    void takeBack();
+    void showDetails();
 
     // What of the window outlasts a run of the program.
     struct Shape {
@@ -110,10 +113,8 @@ private:
     bool lookAtOthers();
 
     // What stands behind the history's items, buttons and window.
-    void takeBack();
     void doAgain();
     void showHistory();
-    void showDetails();
     void goBefore(std::int64_t step);
     void goBehind(std::int64_t step);
     void goTo(std::int64_t step, const QString& done);

@@ -140,6 +140,7 @@ void frmBid::showHistory() {
 }
 
 void frmBid::showDetails() {
+    tellLatestStep();
     showHistory();
     if (historyWindow_) {
         historyWindow_->choose(noted_);

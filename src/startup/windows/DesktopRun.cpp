@@ -146,6 +146,8 @@ ChildWindow DesktopRun::makePlanEditor() {
                                   frmBidSet_,
                                   *mainForm_,
                                   [this] { formatDialog_.show(mainForm_.get()); },
+                                  [this] { frmBid_->takeBack(); },
+                                  [this] { frmBid_->showDetails(); },
                                   *view.widget,
                                   *view.document});
     return {window, window->menus(), [window] { window->Load(); }};

@@ -5,6 +5,7 @@
 #include "generate/windows/dlgTB.h"
 #include "generate/windows/frmBidEdit.h"
 #include "gui/support/WorkbenchWindow.h"
+#include "outline/TakeBack.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "store/DatabaseCreation.h"
 #include "support/FakeDocumentConverter.h"
@@ -100,6 +101,8 @@ protected:
                 controls,
                 frame,
                 showSettings,
+                [this] { outline::undo(world.state, world.workbench, world.services()); },
+                [this] { ++detailsShown; },
                 *pane,
                 preview};
     }
@@ -177,6 +180,7 @@ protected:
     word::EngineApplicationFactory engine{{pages, *this, *this}};
     word::ApplicationFactory* generation = &engine;
     office::PdfPrinter* printer = &pdf;
+    int detailsShown = 0;
     int unsaved = 0; // how often a changed document was closed
     TallPane* pane = nullptr;
     std::unique_ptr<generate::frmBidEdit> form;
