@@ -9,6 +9,7 @@
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/HeaderStory.h"
+#include "platform/word/docfile/text/StoryRepair.h"
 #include "support/ByteText.h"
 
 #include <gmock/gmock.h>
@@ -134,6 +135,18 @@ TEST(DocumentReader, NeighboursThatLookAlikeAreOneRun) {
     const DocumentContent document = readWithoutRemarks(file);
     ASSERT_EQ(joined(document.main)->characters.size(), 2U);
     EXPECT_EQ(joined(document.main)->characters[0].length, 4U);
+}
+
+TEST(CharacterRuns, GrowWhileTheyLookAlikeAndAreNeverEmpty) {
+    constexpr auto bold = static_cast<PropertyListId>(1);
+    std::vector<CharacterRun> runs;
+    appendRun(runs, {0, bold});
+    EXPECT_TRUE(runs.empty());
+    appendRun(runs, {2, PropertyListId::empty});
+    appendRun(runs, {0, bold});
+    appendRun(runs, {3, PropertyListId::empty});
+    appendRun(runs, {1, bold});
+    EXPECT_EQ(runs, (std::vector<CharacterRun>{{5, PropertyListId::empty}, {1, bold}}));
 }
 
 TEST(DocumentReader, APiecesShortModifierIsAddedToItsCharactersOnly) {

@@ -1,7 +1,10 @@
 #include "platform/word/engine/EngineFixture.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/Fields.h"
+#include "platform/word/engine/ContentsField.h"
 #include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StoryBuilder.h"
 #include "platform/word/engine/StyleLookup.h"
 #include "support/Errors.h"
 
@@ -272,6 +275,20 @@ TEST_F(ContentsTest, EntriesShowTextAndNoSpecialCharacters) {
                         u"5\x15 节"),
               u"5 节");
     EXPECT_EQ(entryText(u"\x01 　"), u"");
+}
+
+TEST_F(ContentsTest, ANumberThatHoldsAFieldOfItsOwnIsLeftToIt) {
+    Story contents;
+    contents.text = u"\x13 PAGEREF _Toc1 \x14\x13 X \x15"
+                    u"5\x15\r";
+    contents.fields = matchFields({}, contents.text).marks;
+    contents.fields.at(0).data = field::pageRef;
+    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return 9; }).text,
+              contents.text);
+    contents.fields.erase(contents.fields.begin() + 2, contents.fields.begin() + 4);
+    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return 9; }).text,
+              u"\x13 PAGEREF _Toc1 \x14"
+              u"9\x15\r");
 }
 
 TEST_F(ContentsTest, AreFoundAgainInASavedFile) {

@@ -177,6 +177,17 @@ TEST_F(SectionInsertion, WhereASectionShowsTheHeaderOfAnEarlierOneThatIsTheOneTo
     EXPECT_EQ(headers(), (std::vector<std::u16string>(3, u"新眉\r")));
 }
 
+TEST_F(SectionInsertion, PageNumbersSetInAnEarlierSectionsFooterAreThatSections) {
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape(), landscape()});
+    ASSERT_EQ(document().read().sections().count(), 3U);
+    app.ActiveWindow().ActivePane().View().setSeekView(SeekView::currentPageFooter);
+    selection().Sections(1).Footers(1).PageNumbers().setStartingNumber(7);
+    EXPECT_EQ(sprmValue(sectionAt(0), sprm::SPgnStart97, 0), 7U);
+    EXPECT_EQ(sprmValue(sectionAt(story().size() - 1), sprm::SPgnStart97, 0), 0U);
+}
+
 TEST_F(SectionInsertion, ColumnsOfAnInnerSectionEndAsTheirDocumentSays) {
     type(u"x");
     selection().TypeParagraph();
