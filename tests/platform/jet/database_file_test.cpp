@@ -1,6 +1,10 @@
+#include "platform/jet/file/Connection.h"
 #include "support/JetStore.h"
 
+#include <QDir>
 #include <QFile>
+
+#include <sqlite3.h>
 
 namespace qvnd::jet {
 
@@ -138,6 +142,22 @@ TEST_F(DatabaseFiles, PathsMayHaveAnyCharacter) {
 TEST_F(DatabaseFiles, TheEngineHasOneWorkspace) {
     EXPECT_EQ(&engine_.Workspaces(0), workspace_);
     EXPECT_EQ(errorOf([&] { engine_.Workspaces(1); }), 3265);
+}
+
+// Each takes memory for as long as its file is open, and the texts of queries never end.
+TEST_F(DatabaseFiles, KeepNoMoreThanSixtyFourStatementsReady) {
+    create(u"a.mdb"_qs)->Close();
+    Connection connection(pathOf(u"a.mdb"_qs), Connection::Mode::existing);
+    for (int i = 0; i < 300; ++i) {
+        EXPECT_EQ(connection.NumberOf("SELECT " + QByteArray::number(i)), i);
+    }
+    int ready = 0;
+    sqlite3_stmt* statement = nullptr;
+    while ((statement = sqlite3_next_stmt(connection.Handle(), statement)) != nullptr) {
+        ++ready;
+    }
+    EXPECT_GT(ready, 0);
+    EXPECT_LE(ready, 64);
 }
 
 } // namespace qvnd::jet
