@@ -217,6 +217,7 @@ TEST_F(PlansTree, AMousePressSelectsTheNodeAndKeepsItToBeCopied) {
     events_.MouseDown(&node("P.1"));
     EXPECT_EQ(workbench.TrvTemplate_Us.SelectedItem()->Key(), "P.1");
     EXPECT_EQ(workbench.copySourceKey, "P.1");
+    EXPECT_EQ(workbench.copySourceText, node("P.1").Text());
     events_.MouseDown(nullptr);
     EXPECT_EQ(workbench.copySourceKey, "P.1");
 }

@@ -1,6 +1,8 @@
 #include "outline/TreeLoading.h"
 
+#include "platform/error/RunTimeError.h"
 #include "support/DragWorld.h"
+#include "support/Errors.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -73,6 +75,13 @@ TEST_F(Refill, ATableThatCannotBeReadLeavesTheTreeAsItWas) {
     TreeRefill refill(*state.gDbUser, workbench.TrvCurrent, splash);
     EXPECT_THROW(refill.refill("U", nullptr, {}), RunTimeError);
     EXPECT_EQ(workbench.TrvCurrent.Count(), 2);
+}
+
+TEST_F(Refill, WithoutATableFailsAsReadingOneDoesAndLeavesTheTree) {
+    plan({"T", "T.1", "T.2"});
+    TreeRefill refill(*state.gDbUser, workbench.TrvCurrent, splash);
+    EXPECT_EQ(test::errorNumberOf([&] { refill.refill({}, nullptr, "T.1"); }), error::syntaxError);
+    EXPECT_EQ(workbench.TrvCurrent.Count(), 3);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "outline/TrvCurrentEvents.h"
 
+#include "outline/NodeCommands.h"
 #include "support/FakePreview.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -302,6 +303,22 @@ TEST_F(CurrentTree, ADoubleClickShowsTheSelectedDocument) {
     openPlan("T", "T.4");
     events_.DblClick();
     EXPECT_EQ(preview.shown.size(), 1);
+}
+
+TEST_F(CurrentTree, ANodeSelectedByACommandCountsAsClickedOnce) {
+    const auto selectAndFollow = [this](OutlineNode* selected) {
+        workbench.TrvCurrent.Select(selected);
+        followSelection(state, workbench, messages);
+    };
+    selectAndFollow(&node("T.1"));
+    EXPECT_TRUE(workbench.mnuRename);
+    closeNodeCommands(workbench);
+    selectAndFollow(&node("T.1"));
+    EXPECT_FALSE(workbench.mnuRename);
+    selectAndFollow(nullptr);
+    EXPECT_EQ(workbench.clickedKey, "");
+    selectAndFollow(&node("T.1"));
+    EXPECT_TRUE(workbench.mnuRename);
 }
 
 } // namespace
