@@ -1,6 +1,8 @@
+#include "format/windows/CoverPreview.h"
 #include "gui/support/DesktopWorld.h"
 #include "gui/support/FormatWindow.h"
 #include "gui/support/ModalWindow.h"
+#include "support/Metafiles.h"
 
 #include <QAction>
 #include <QApplication>
@@ -394,6 +396,36 @@ TEST_F(BidSetWindow, APointAloneInTheIndentIsTold) {
     type("txtInde", ".");
     EXPECT_EQ(told().size(), 1);
     EXPECT_TRUE(window->isVisible());
+}
+
+TEST(CoverPreview, ThePictureFillsItsPlaceWhateverItsSizeAndShowsTheFileAsItIs) {
+    const TemporaryFolder folder;
+    format::PictureView view;
+    view.resize(40, 40);
+    const auto show = [&](std::uint32_t colour) {
+        const word::Bytes file = WmfBuilder()
+                                     .pen(5, 0, 0)
+                                     .select(0)
+                                     .brush(colour)
+                                     .select(1)
+                                     .rectangle(0, 0, 10, 10)
+                                     .placeable(0, 0, 10, 10, 96);
+        folder.write("a.wmf", QByteArray(reinterpret_cast<const char*>(file.data()),
+                                         static_cast<qsizetype>(file.size())));
+        view.setPicture(folder.path("a.wmf"));
+    };
+    const auto corner = [&] {
+        return view.grab().toImage().pixelColor(view.width() - 2, view.height() - 2);
+    };
+    show(rgb(255, 0, 0));
+    EXPECT_EQ(corner(), QColor(Qt::red));
+    view.resize(90, 60);
+    EXPECT_EQ(corner(), QColor(Qt::red)) << "in another size";
+    show(rgb(0, 0, 255));
+    EXPECT_EQ(corner(), QColor(Qt::blue)) << "another file of the same name";
+    view.setPicture({});
+    EXPECT_EQ(corner(), QColor(Qt::white));
+    EXPECT_FALSE(view.hasPicture());
 }
 
 } // namespace

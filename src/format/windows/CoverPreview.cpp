@@ -36,7 +36,7 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
     const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
-    if (shown_.size() != pixels) {
+    if (hasPicture() && shown_.size() != pixels) {
         shown_ = painted(pixels);
     }
     painter.drawImage(rect(), shown_);
