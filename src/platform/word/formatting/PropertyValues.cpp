@@ -7,8 +7,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr std::size_t shdSize = 10;
-
 std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
                                            std::optional<std::uint32_t> back, unsigned pattern) {
     constexpr unsigned solid = 1;
@@ -118,8 +116,6 @@ std::optional<std::uint32_t> colourOfShading(const SprmView& entry) {
 }
 
 Border borderOf(ByteView brc) {
-    constexpr std::size_t brc80Size = 4;
-    constexpr std::size_t brcSize = 8;
     if (brc.size() == brcSize) {
         LittleEndianReader reader(brc, "Brc");
         const auto colour = colourOfReference(reader.u32());

@@ -2,6 +2,7 @@
 
 #include "platform/word/formatting/ResolvedProperties.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 
@@ -26,8 +27,9 @@ int signedNumberOf(const ResolvedProperties& look, SprmOpcode property, int othe
 std::optional<std::uint32_t> colourOfIndex(unsigned ico);
 // COLORREF, [MS-DOC] 2.9.43.
 std::optional<std::uint32_t> colourOfReference(std::uint32_t colorref);
-// Shading as one colour: a pattern mixes its foreground with its background. Shd has ten bytes
-// ([MS-DOC] 2.9.248), Shd80 two (2.9.249). Nothing for no shading.
+inline constexpr std::size_t shdSize = 10; // of Shd, in bytes
+// Shading as one colour: a pattern mixes its foreground with its background. Shd is described in
+// [MS-DOC] 2.9.248, Shd80, which has two bytes, in 2.9.249. Nothing for no shading.
 std::optional<std::uint32_t> colourOfShd(ByteView shd);
 std::optional<std::uint32_t> colourOfShd80(unsigned shd80);
 // The operand of sprmPShd, sprmCShd and their older spellings.
@@ -43,8 +45,9 @@ struct Border {
     bool operator==(const Border&) const = default;
 };
 
-// Decodes Brc80 (four bytes, [MS-DOC] 2.9.17) and Brc (eight bytes, 2.9.16). No border for any
-// other size.
+inline constexpr std::size_t brc80Size = 4; // of Brc80 ([MS-DOC] 2.9.17), in bytes
+inline constexpr std::size_t brcSize = 8;   // of Brc (2.9.16)
+// Decodes Brc80 and Brc, told apart by their sizes. No border for any other size.
 Border borderOf(ByteView brc);
 
 } // namespace qvnd::word

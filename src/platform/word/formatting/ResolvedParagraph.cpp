@@ -160,7 +160,6 @@ std::optional<ParagraphFrame> frameOf(const ResolvedProperties& look) {
 }
 
 Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
-    constexpr std::size_t brcSize = 8;
     const auto entry = settingOf(look, property);
     if (!entry) {
         return {};

@@ -12,9 +12,6 @@ namespace qvnd::word {
 namespace {
 
 constexpr std::size_t mostCells = 64;
-constexpr std::size_t shdSize = 10;
-constexpr std::size_t brc80Size = 4;
-constexpr std::size_t brcSize = 8;
 constexpr int widestPadding = 1000;
 
 // Tc80, [MS-DOC] 2.9.313.
