@@ -48,6 +48,7 @@ void EngineDocument::written(const std::filesystem::path& path) {
 
 void EngineDocument::SaveAs(const std::filesystem::path& path) {
     WorkingDocument& content = read();
+    wanted_ = path;
     updateContentsPages(content, main_, services_.pages);
     writer_.saveAs(path, content.content());
     written(path);
@@ -55,8 +56,11 @@ void EngineDocument::SaveAs(const std::filesystem::path& path) {
 
 void EngineDocument::Save() {
     WorkingDocument& content = read();
-    if (path_.empty()) {
+    if (path_.empty() && wanted_.empty()) {
         throw RunTimeError(error::invalidCall, u"文档还没有文件名，不能保存。");
+    }
+    if (path_.empty()) {
+        return; // whoever called SaveAs() knows
     }
     if (isWritten_) {
         writer_.save(content.content());
@@ -70,8 +74,9 @@ void EngineDocument::askAndSave(std::optional<bool> saveChanges) {
     if (isSaved_) {
         return;
     }
-    if (saveChanges.has_value() ? *saveChanges : services_.unsaved.save(path_)) {
-        Save();
+    const std::filesystem::path file = path_.empty() ? wanted_ : path_;
+    if (saveChanges.has_value() ? *saveChanges : services_.unsaved.save(file)) {
+        path_ == file ? Save() : SaveAs(file);
     }
 }
 

@@ -36,8 +36,11 @@ public:
     void Activate() override;
     // With a contents in the document its page numbers are brought up to date first.
     void SaveAs(const std::filesystem::path& path) override;
-    // Throws 5 for a document that was never saved.
+    // Throws 5 for a document that was never to be saved. Where the first SaveAs() has failed, this
+    // does nothing: the document goes on without a file until a SaveAs() succeeds, and the same
+    // cause is not told again for each of many saves in between.
     void Save() override;
+    // Saves, when it is to, to the file that SaveAs() has wanted last.
     void Close(std::optional<bool> saveChanges) override;
     void setSaved(bool saved) override;
 
@@ -83,6 +86,7 @@ private:
 
     std::unique_ptr<WorkingDocument> content_;
     std::filesystem::path path_;
+    std::filesystem::path wanted_; // by SaveAs()
     const EngineServices& services_;
     Owner owner_;
     DocumentWriter writer_;

@@ -93,6 +93,34 @@ TEST_F(ApplicationTest, SaveWithoutANameIsRefused) {
     EXPECT_EQ(errorNumberOf([&] { document().Save(); }), error::invalidCall);
 }
 
+// A folder in the file's place cannot be replaced.
+TEST_F(ApplicationTest, ManySavesBehindAFailedSaveAsTellNothingAnewAndTheNextSaveAsSaves) {
+    const auto taken = folder.path() / "a.doc";
+    std::filesystem::create_directories(taken / "taken");
+    EXPECT_EQ(errorNumberOf([&] { document().SaveAs(taken); }), error::pathAccess);
+    type(u"甲");
+    EXPECT_EQ(errorNumberOf([&] { document().Save(); }), std::nullopt);
+    EXPECT_FALSE(document().isSaved());
+    EXPECT_EQ(errorNumberOf([&] { document().SaveAs(taken); }), error::pathAccess);
+    std::filesystem::remove_all(taken);
+    document().Save();
+    EXPECT_FALSE(std::filesystem::exists(taken)) << "it is for SaveAs to begin a file";
+    document().SaveAs(taken);
+    EXPECT_EQ(joined(readDocument(taken).main)->text, u"甲\r");
+}
+
+TEST_F(ApplicationTest, QuitAsksForTheFileThatAFailedSaveAsWantedAndAYesSavesToIt) {
+    const auto taken = folder.path() / "a.doc";
+    std::filesystem::create_directories(taken / "taken");
+    EXPECT_EQ(errorNumberOf([&] { document().SaveAs(taken); }), error::pathAccess);
+    type(u"甲");
+    std::filesystem::remove_all(taken);
+    question.answer = true;
+    app.Quit();
+    EXPECT_EQ(question.asked, std::vector{taken});
+    EXPECT_EQ(joined(readDocument(taken).main)->text, u"甲\r");
+}
+
 TEST_F(ApplicationTest, CallsOnAClosedDocumentAreRefused) {
     Document& closed = app.ActiveDocument();
     closed.Close(false);
