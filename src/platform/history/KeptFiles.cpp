@@ -110,6 +110,10 @@ void KeptFiles::copy(const QString& file, const QString& name) const {
     std::error_code failed;
     copyThenName(toPath(file), toPath(pathOf(name)), fs::copy_options::none, failed);
     check(failed, file);
+    const fs::file_time_type time = fs::last_write_time(toPath(file), failed);
+    if (!failed) {
+        fs::last_write_time(toPath(pathOf(name)), time, failed); // else it counts as another state
+    }
 }
 
 bool KeptFiles::take(const QString& path, const QString& name) const {
@@ -150,6 +154,24 @@ void KeptFiles::put(const QString& name, const QString& path) const {
 bool KeptFiles::isLinkedTo(const QString& name, const QString& path) const {
     std::error_code failed;
     return fs::equivalent(toPath(pathOf(name)), toPath(path), failed) && !failed;
+}
+
+bool KeptFiles::isCopyOf(const QString& name, const QString& path) const {
+    if (stampOf(pathOf(name)) != stampOf(path)) {
+        return false;
+    }
+    QFile kept(pathOf(name));
+    QFile live(path);
+    if (!kept.open(QIODevice::ReadOnly) || !live.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    constexpr qint64 block = 1 << 20;
+    while (!kept.atEnd()) {
+        if (kept.read(block) != live.read(block)) {
+            return false;
+        }
+    }
+    return live.atEnd();
 }
 
 void KeptFiles::drop(const QString& name) const {

@@ -53,6 +53,8 @@ public:
     void put(const QString& name, const QString& path) const;
     // Whether the path still has the very bytes that were linked.
     bool isLinkedTo(const QString& name, const QString& path) const;
+    // Whether the content is a copy of what is at the path now, which has not been written since.
+    bool isCopyOf(const QString& name, const QString& path) const;
     // Takes the name away again.
     void drop(const QString& name) const;
     // Removes what a killed process has left beside the path while it wrote a file for it.

@@ -109,6 +109,7 @@ void Recorder::addFiles(QList<Change>& changes, QList<FileChange>& found) {
             const std::optional<Present> present = file().present(path);
             const bool isUntouched =
                 was && (!kept_.has(before) || kept_.isLinkedTo(before, path) ||
+                        kept_.isCopyOf(before, path) ||
                         (present && present->content == before && present->stamp == stampOf(path)));
             if (isUntouched || was + exists == 0) {
                 continue;

@@ -96,6 +96,23 @@ TEST_F(HistoryTest, ADocumentThatTheEngineWritesInPlaceComesBack) {
     EXPECT_EQ(world.read("a.doc"), "XYrst text");
 }
 
+// As a deletion that the file system refuses, where it has no second names for a file.
+TEST_F(HistoryTest, AFileThatACommandCouldNotChangeIsNoChange) {
+    world.write("a.doc", "first text");
+    const auto open = [&] {
+        word::realOutputFolder()->openForUpdate(world.path("a.doc").toStdString())->close();
+    };
+    EXPECT_FALSE(world.run("插入", open).step);
+    const auto step = world.run("插入", [&] {
+        open();
+        world.files->CopyFile(world.path("source.doc"), world.path("b.doc"), true);
+    });
+    ASSERT_TRUE(step.step);
+    const QList<history::Change> changes = history().changesOf(step.step->id);
+    ASSERT_EQ(changes.size(), 1);
+    EXPECT_EQ(changes.first().name, "b.doc");
+}
+
 TEST_F(HistoryTest, AFolderThatIsMovedComesBack) {
     const State before = world.state();
     world.run("存入", [&] {
