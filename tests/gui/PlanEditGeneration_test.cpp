@@ -5,6 +5,7 @@
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
 #include "platform/files/Paths.h"
+#include "platform/history/History.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/text/DocumentText.h"
 #include "startup/GenerationWord.h"
@@ -510,6 +511,34 @@ class SmallDisk {
 public:
     SmallDisk(const QString& folder, const QString& options) : folder_(folder) {
         isMounted_ =
+// A result that cannot be written. A folder of its name cannot be replaced.
+
+TEST_F(WindowGeneration, AResultThatCannotBeWrittenIsToldOnceAStatementAndNotOnceANode) {
+    world.folder.makeFolder("施工方案.doc/taken");
+    open();
+    choose("mnuBuildbid");
+    ASSERT_EQ(messages().size(), 3) << messages().join("|").toStdString();
+    EXPECT_TRUE(messages()[0].contains("施工方案.doc")) << "the first save";
+    EXPECT_EQ(messages()[1], messages()[0]) << "the last save";
+    EXPECT_TRUE(messages()[2].contains("施工方案.doc")) << "the opening of what was saved";
+    EXPECT_EQ(unsaved, 1) << "the word processor asks as it quits";
+    expectUsable();
+}
+
+TEST_F(WindowGeneration, BehindAResultThatWasNotSavedTheReportIsShownAndNothingIsClaimed) {
+    world.folder.makeFolder("施工方案.doc/taken");
+    open();
+    choose("mnuBuildbid");
+    const auto* report = form->findChild<generate::FindingsWindow*>("dlgReport");
+    ASSERT_NE(report, nullptr);
+    EXPECT_TRUE(report->isVisible());
+    const QString summary = report->findChild<QLabel*>("lblSummary")->text();
+    EXPECT_TRUE(summary.startsWith("最近一次生成的“施工方案.doc”没有保存成功。"))
+        << summary.toStdString();
+    EXPECT_TRUE(frame.status.isEmpty()) << frame.status.join("|").toStdString();
+    expectUsable();
+}
+
             QProcess::execute("mount", {"-t", "tmpfs", "-o", options, "qvnd", folder}) == 0;
     }
     ~SmallDisk() {
@@ -544,8 +573,8 @@ TEST_F(WindowGenerationOnADisk, AFullDiskIsToldAndAReadableDocumentStays) {
     world.state.gWorkPath = work.root();
     open();
     choose("mnuBuildbid");
-    ASSERT_FALSE(messages().isEmpty());
-    EXPECT_TRUE(messages()[0].contains("磁盘")) << messages()[0].toStdString();
+    const QString full = "磁盘已满,无法写入文件“" + finished() + "”。";
+    EXPECT_EQ(messages(), (QStringList{full, full})) << "of the long document and of the last save";
     EXPECT_NO_THROW(word::readDocument(files::toPath(finished())));
     expectUsable();
 }
@@ -565,10 +594,8 @@ TEST_F(WindowGenerationOnADisk, OnADiskWithRoomForNothingMoreTheNextRunReplacesI
     }
     filler.close();
     choose("mnuBuildbid");
-    ASSERT_FALSE(messages().isEmpty());
-    for (const QString& message : messages()) {
-        EXPECT_TRUE(message.contains("磁盘")) << message.toStdString();
-    }
+    const QString full = "磁盘已满,无法写入文件“" + finished() + "”。";
+    EXPECT_EQ(messages(), QStringList(3, full));
     EXPECT_NO_THROW(word::readDocument(files::toPath(finished())));
     expectUsable();
     filler.remove();
@@ -585,7 +612,11 @@ TEST_F(WindowGenerationOnADisk, AReadOnlyWorkFolderIsToldAndTheFormerDocumentSta
     world.state.gWorkPath = work.root();
     open();
     choose("mnuBuildbid");
-    EXPECT_FALSE(messages().isEmpty());
+    const QString refused = "没有写入文件“" + finished() + "”的权限,或者文件正被其他程序使用。";
+    EXPECT_EQ(messages(),
+              (QStringList{"没有权限：" + finished(), refused, refused,
+                           "不能打开文件“施工方案.doc”：不是 Word 97-2003 格式的文档。"}))
+        << "of the deletion, of the first save and the last, and of the opening of what is there";
     EXPECT_EQ(work.read("施工方案.doc"), "earlier");
     expectUsable();
 }
@@ -596,6 +627,25 @@ class WindowGenerationWithASuite : public WindowGeneration {
 protected:
     void withSuite(const QByteArray& script, const office::OfficeSuite::Stop& isStopped = {}) {
         suite.setScript(script);
+// The folder of the history is on another disk, as a folder of the network is.
+TEST_F(WindowGenerationOnADisk, AReadOnlyDocumentThatStayedIsNoChangeInTheHistory) {
+    world.folder.makeFolder("只读");
+    const SmallDisk disk(world.folder.path("只读"), "size=1m");
+    world.folder.write("只读/施工方案.doc", "earlier");
+    if (!disk.isMounted() || !disk.makeReadOnly()) {
+        GTEST_SKIP() << "no right to mount a disk: the read-only work folder was not tested";
+    }
+    world.state.gWorkPath = world.folder.path("只读/");
+    world.state.History = std::make_unique<history::History>(
+        world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
+        *world.state.gWs, *world.state.gFso, "测试");
+    open();
+    choose("mnuBuildbid");
+    EXPECT_EQ(world.folder.read("只读/施工方案.doc"), "earlier");
+    EXPECT_FALSE(world.state.History->undoable()) << "nothing was overwritten";
+    form.reset();
+}
+
         const office::OfficeSuite office(suite.folder.path("profile"),
                                          suite.folder.path("office.sh"), isStopped);
         real = std::make_unique<startup::GenerationWord>(world.messages, office, world.longRun,

@@ -283,12 +283,15 @@ void frmBidEdit::hideLists() {
             list->hide();
 }
 
-// What did not come in whole, or is another plan's, raises no boxes of its own, so the report is
-// shown. Lists of the
-// state before are out of date.
+// What did not come in whole, or is another plan's, raises no boxes of its own, and a document that
+// was not saved is not to be seen elsewhere, so the report is shown. Lists of the state before are
+// out of date.
 void frmBidEdit::build() {
     hideLists();
-    if (edit_->mnuBuildbid() != BuildOutcome::finished)
+    const BuildOutcome outcome = edit_->mnuBuildbid();
+    if (outcome == BuildOutcome::notSaved)
+        report();
+    if (outcome != BuildOutcome::finished)
         return;
     const GenerationReport& told = *edit_->report();
     const QString target = store::finishedDocument(parts_.program.modMain.gWorkPath);
