@@ -117,11 +117,12 @@ private:
     fs::path path_;
 };
 
-std::unique_ptr<OutputFile> opened(int file, const fs::path& path, const fs::path& named) {
+// Its errors name the file that the caller wants, not one beside it that nobody knows.
+std::unique_ptr<OutputFile> opened(int file, const fs::path& named) {
     if (file < 0) {
         throwFileError(lastError(), named);
     }
-    return std::make_unique<RealOutputFile>(file, path);
+    return std::make_unique<RealOutputFile>(file, named);
 }
 
 // Where a link leads: the document is replaced, not the link.
@@ -149,7 +150,7 @@ public:
                               std::to_string(++number_) + ".tmp");
             const int file = openFile(*path, true);
             if (file >= 0 || errno != EEXIST) {
-                return opened(file, *path, target);
+                return opened(file, target);
             }
         }
     }
@@ -158,7 +159,7 @@ public:
         if (observer != nullptr) {
             observer->beforeEditing(behindLinks(path));
         }
-        return opened(openFile(path, false), path, path);
+        return opened(openFile(path, false), path);
     }
 
     void replace(const fs::path& from, const fs::path& to) override {
@@ -204,7 +205,7 @@ private:
         if ((status.permissions() & anyWrite) == fs::perms::none) {
             throwFileError(std::make_error_code(std::errc::permission_denied), path);
         }
-        opened(openFile(path, false), path, path)->close();
+        opened(openFile(path, false), path)->close();
     }
 
     unsigned number_ = 0;
