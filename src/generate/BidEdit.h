@@ -104,12 +104,15 @@ public:
 private:
     const outline::OutlineNode& selectedNode() const;
     // Turns the preview on and loads the selected document; turns it off, and answers false, when
-    // that is no document. Error 91 without a selection.
-    bool loadSelected();
+    // that is no document. Error 91 without a selection. `tell` is told of a failure that turns out
+    // later, unless a command runs just then.
+    bool loadSelected(const BidEditScreen::PreviewFailed& tell);
+    QString selectedKey() const;
     // Fills TrvEdit by its table; true when that was news.
     bool showAnew();
     void loadToOpen(const QString& path);
-    void tellUnexpected(const RunTimeError& failure, desktop::Icon icon);
+    void tellUnexpected(const RunTimeError& failure, const QString& key, desktop::Icon icon);
+    void tellUnstable(const RunTimeError& failure, const QString& key);
     QString documentOf(const outline::OutlineNode& node, const QString& plan) const;
     QString finishedDocument() const;
     bool isFinishedThere() const;

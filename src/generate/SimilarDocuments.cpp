@@ -27,6 +27,10 @@ QString descriptionOf(const RunTimeError& failure) {
     return QString::fromStdU16String(failure.description());
 }
 
+void tellFailedInsertion(desktop::MessageBoxes& messages, const RunTimeError& failure) {
+    messages.tell(descriptionOf(failure), Icon::exclamation, u"提示"_s);
+}
+
 } // namespace
 
 SimilarDocuments::SimilarDocuments(modMain& state, const outline::OutlineTree& TrvEdit,
@@ -108,6 +112,10 @@ QStringList SimilarDocuments::foldersAtWork() const {
     if (TrvEdit_.SelectedItem()) {
         folders << QFileInfo(target()).path();
     }
+    services_.frmBidEdit.onLatePreviewFailure(
+        [&messages = services_.messages](const RunTimeError& failure) {
+            tellFailedInsertion(messages, failure);
+        });
     if (selected_) {
         folders << QFileInfo(selectedRow().path).path();
     }
@@ -140,3 +148,7 @@ void SimilarDocuments::cmdOpen() {
 }
 
 } // namespace qvnd::generate
+        services_.frmBidEdit.onLatePreviewFailure(
+            [&messages = services_.messages](const RunTimeError& failure) {
+                messages.tell(descriptionOf(failure));
+            });

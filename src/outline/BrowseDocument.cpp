@@ -14,8 +14,10 @@ using desktop::Icon;
 
 namespace {
 
-// The document view's own "cannot open the file".
-constexpr long documentNotShown = 31024;
+QString selectedKey(const OutlineTree& tree) {
+    const OutlineNode* selected = tree.SelectedItem();
+    return selected == nullptr ? QString() : selected->Key();
+}
 
 void dropDocument(modMain& state, Workbench& workbench, const Services& services,
                   const QString& key, const QString& path) {
@@ -34,7 +36,7 @@ void dropDocument(modMain& state, Workbench& workbench, const Services& services
 
 void tellFailure(const RunTimeError& failure, const OutlineNode* document,
                  desktop::MessageBoxes& messages) {
-    if (failure.number() == documentNotShown) {
+    if (failure.number() == error::documentNotShown) {
         const auto sentence =
             QStringLiteral("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！");
         messages.tell(failureText(sentence, failure, document), Icon::exclamation,
@@ -46,36 +48,52 @@ void tellFailure(const RunTimeError& failure, const OutlineNode* document,
 
 } // namespace
 
+void showDocument(modMain& state, preview::DocumentPreview& preview, const QString& path,
+                  const preview::DocumentPreview::Failed& tell) {
+    preview.show(path);
+    preview.onLateFailure(
+        [&state, tell](const RunTimeError& failure) { state.Command.run([&] { tell(failure); }); });
+}
+
 void mnuBrowseDoc(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                   preview::DocumentPreview& preview) {
+    OutlineTree& tree = workbench.TrvCurrent;
+    const auto tell = [&tree, &messages, key = selectedKey(tree)](const RunTimeError& failure) {
+        messages.tell(
+            failureText(QStringLiteral("打开文档时出现意外的错误！"), failure, tree.find(key)));
+    };
     try {
-        const QString& key = workbench.TrvCurrent.Selected().Key();
+        const QString& key = tree.Selected().Key();
         const auto row = rowOfKey(*state.gDbUser, key);
         if (row->Get(store::field::isDocument).TextOrEmpty() == u"是") {
-            preview.show(documentPath(state, tableOfKey(key), key));
+            showDocument(state, preview, documentPath(state, tableOfKey(key), key), tell);
         }
     } catch (const RunTimeError& failure) {
-        messages.tell(failureText(QStringLiteral("打开文档时出现意外的错误！"), failure,
-                                  workbench.TrvCurrent.SelectedItem()));
+        tell(failure);
     }
 }
 
 void browseOrDropDocument(modMain& state, Workbench& workbench, const Services& services,
                           preview::DocumentPreview& preview) {
+    OutlineTree& tree = workbench.TrvCurrent;
+    const auto tell = [&tree, &messages = services.messages,
+                       key = selectedKey(tree)](const RunTimeError& failure) {
+        tellFailure(failure, tree.find(key), messages);
+    };
     try {
-        const OutlineNode& selected = workbench.TrvCurrent.Selected();
+        const OutlineNode& selected = tree.Selected();
         if (selected.Image() != image::document) {
             return;
         }
         const QString key = selected.Key();
-        const QString path = documentPath(state, workbench.TrvCurrent.Item(1).Text(), key);
+        const QString path = documentPath(state, tree.Item(1).Text(), key);
         if (state.gFso->FileExists(path)) {
-            preview.show(path);
+            showDocument(state, preview, path, tell);
         } else {
             dropDocument(state, workbench, services, key, path);
         }
     } catch (const RunTimeError& failure) {
-        tellFailure(failure, workbench.TrvCurrent.SelectedItem(), services.messages);
+        tell(failure);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "outline/BrowseTemplate.h"
 
+#include "outline/BrowseDocument.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
@@ -24,6 +25,13 @@ Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes&
     return Browsed::fileMissing;
 }
 
+void tellFailure(const RunTimeError& failure, const OutlineNode* document,
+                 desktop::MessageBoxes& messages) {
+    if (failure.number() > 0 && failure.number() != error::elementNotFound) {
+        messages.tell(failureText({}, failure, document), Icon::exclamation, hint);
+    }
+}
+
 Browsed browse(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                preview::DocumentPreview& preview) {
     // A copy: the node may go while the user is told.
@@ -32,7 +40,10 @@ Browsed browse(modMain& state, Workbench& workbench, desktop::MessageBoxes& mess
     if (!state.gFso->FileExists(path)) {
         return dropMissing(state, workbench, messages, key, path);
     }
-    preview.show(path);
+    showDocument(state, preview, path,
+                 [&tree = workbench.TrvTemplate, &messages, key](const RunTimeError& failure) {
+                     tellFailure(failure, tree.find(key), messages);
+                 });
     return Browsed::shown;
 }
 
@@ -43,14 +54,8 @@ Browsed mnuBroTemplate(modMain& state, Workbench& workbench, desktop::MessageBox
     try {
         return browse(state, workbench, messages, preview);
     } catch (const RunTimeError& failure) {
-        if (failure.number() == error::elementNotFound) {
-            return Browsed::fileMissing;
-        }
-        if (failure.number() > 0) {
-            messages.tell(failureText({}, failure, workbench.TrvTemplate.SelectedItem()),
-                          Icon::exclamation, hint);
-        }
-        return Browsed::failed;
+        tellFailure(failure, workbench.TrvTemplate.SelectedItem(), messages);
+        return failure.number() == error::elementNotFound ? Browsed::fileMissing : Browsed::failed;
     }
 }
 

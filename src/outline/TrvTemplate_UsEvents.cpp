@@ -1,5 +1,6 @@
 #include "outline/TrvTemplate_UsEvents.h"
 
+#include "outline/BrowseDocument.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "platform/error/RunTimeError.h"
@@ -16,18 +17,23 @@ void TrvTemplate_UsEvents::DblClick() {
     if (!selected || selected->Image() != image::document) {
         return;
     }
+    const auto tell = [&tree = workbench_.TrvTemplate_Us, &messages = messages_,
+                       key = selected->Key()](const RunTimeError& failure) {
+        messages.tell(
+            failureText(QStringLiteral("打开文档时出现意外的错误！"), failure, tree.find(key)));
+    };
     try {
-        show(*selected);
+        show(*selected, tell);
     } catch (const RunTimeError& failure) {
-        messages_.tell(
-            failureText(QStringLiteral("打开文档时出现意外的错误！"), failure, selected));
+        tell(failure);
     }
 }
 
-void TrvTemplate_UsEvents::show(const OutlineNode& document) {
+void TrvTemplate_UsEvents::show(const OutlineNode& document,
+                                const preview::DocumentPreview::Failed& tell) {
     const QString path = documentPath(state_, tableOfKey(document.Key()), document.Key());
     if (state_.gFso->FileExists(path)) {
-        preview_.show(path);
+        showDocument(state_, preview_, path, tell);
     } else {
         messages_.tell("文件没找到。可能是被删除或是文件路径不正确！\n" + nameWithKey(document),
                        desktop::Icon::exclamation, QStringLiteral("提示"));

@@ -22,7 +22,7 @@ public:
     void MouseDown(OutlineNode* hit);
 
 private:
-    void show(const OutlineNode& document);
+    void show(const OutlineNode& document, const preview::DocumentPreview::Failed& tell);
 
     modMain& state_;
     Workbench& workbench_;

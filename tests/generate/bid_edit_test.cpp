@@ -178,6 +178,28 @@ TEST_F(PlanEdit, TheDoubleClickTellsOneErrorNumberAloneWithItsCauseAndTheDocumen
     EXPECT_EQ(log.lines.size(), 5U) << wholeLog();
 }
 
+TEST_F(PlanEdit, WhatTurnsOutBehindBrowsingIsToldAsWhatTurnsOutAtOnce) {
+    loaded().mnuBrowseDoc();
+    ASSERT_TRUE(screen.lateFailure);
+    edit->TrvEdit.Select(nullptr);
+    screen.lateFailure(RunTimeError(error::fileNotFound, u"找不到文件"));
+    EXPECT_EQ(linesOf("message"), "message [exclamation] 打开文档时出现意外的错误！\n找不到文件\n"
+                                  "文档：附则（工程.3）\n");
+}
+
+TEST_F(PlanEdit, WhatTurnsOutBehindTheDoubleClickIsToldByItsNumber) {
+    loaded().DblClick();
+    ASSERT_TRUE(screen.lateFailure);
+    screen.lateFailure(RunTimeError(error::fileNotFound, u"找不到文件"));
+    EXPECT_EQ(linesOf("message"), "");
+    state().modMain.Command.run([&] { screen.lateFailure(RunTimeError(31024, u"无法显示")); });
+    EXPECT_EQ(linesOf("message"), "") << "not within another command";
+    screen.lateFailure(RunTimeError(31024, u"无法显示"));
+    EXPECT_EQ(linesOf("message"), "message [information] 出现意外的错误。可能是你的系统不稳定，"
+                                  "请退出程序重新进入或是重启计算机。\n无法显示\n"
+                                  "文档：附则（工程.3）\n");
+}
+
 // Opening a document
 
 TEST_F(PlanEdit, OpenOfThePopUpLeavesThePreviewAsItIs) {

@@ -285,6 +285,21 @@ struct SimilarDocumentsOnDisk : SimilarDocumentsDialog {
     QString textOf(const QString& name) {
         const auto data = word::readDocument(files::toPath(folder.path(name)));
         return QString::fromStdU16String(word::documentText(data.main, data.tables)).trimmed();
+TEST_F(SimilarDocumentsDialog, WhatTurnsOutOfADocumentLaterIsToldAsThatCommandTellsIt) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(0);
+    dialog.cmdOpen();
+    ASSERT_TRUE(screen.lateFailure);
+    screen.lateFailure(RunTimeError(31024, u"无法显示"));
+    expectMessage("无法显示", desktop::Icon::none, "");
+    messages.shown.clear();
+    dialog.cmdInsert();
+    ASSERT_TRUE(screen.lateFailure);
+    screen.lateFailure(RunTimeError(31024, u"无法显示"));
+    expectMessage("无法显示", desktop::Icon::exclamation, "提示");
+}
+
     }
 
     test::FixedPageNumbers pages;

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "support/ContentBuilder.h"
+#include "support/Errors.h"
 #include "support/FakeOffice.h"
 #include "support/Metafiles.h"
 #include "support/WaitFor.h"
@@ -13,7 +14,9 @@
 #include <QPainter>
 #include <QPdfWriter>
 #include <QScrollBar>
+#include <QSemaphore>
 #include <QTest>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -72,6 +75,18 @@ protected:
         frame->document().show(path);
         ASSERT_TRUE(waitFor([&] { return pane->pageCount() > 0; }));
         QCoreApplication::processEvents();
+    }
+    // Shows a long file before any of it is read.
+    void showUnread(const QString& path, const DocumentPreview::Failed& failed) {
+        const auto isShown = std::make_shared<QSemaphore>();
+        QThreadPool& readers = *QThreadPool::globalInstance();
+        const int threads = readers.maxThreadCount();
+        readers.setMaxThreadCount(1);
+        readers.start([isShown] { isShown->acquire(); });
+        frame->document().show(path);
+        frame->document().onLateFailure(failed);
+        isShown->release();
+        readers.setMaxThreadCount(threads);
     }
     // Follows the file, and so tells when the other one would have seen a change.
     std::unique_ptr<PagePane> anotherPaneOn(const QString& path) {
@@ -182,11 +197,38 @@ TEST_F(PagePaneTest, AFileThatCannotBeOpenedIsRefusedAndNothingStaysShown) {
         frame->document().show(office.folder.path("b.doc"));
         FAIL();
     } catch (const RunTimeError& error) {
+        EXPECT_EQ(error.number(), error::documentNotShown);
         EXPECT_EQ(error.description(), u"不能打开文件“b.doc”：不是 Word 97-2003 格式的文档。");
     }
     EXPECT_FALSE(pane->isVisible());
     EXPECT_EQ(pane->pageCount(), 0);
-    EXPECT_THROW(frame->document().show(office.folder.path("missing.doc")), RunTimeError);
+    EXPECT_EQ(test::errorNumberOf([&] { frame->document().show("missing.doc"); }),
+              error::fileNotFound);
+}
+
+TEST_F(PagePaneTest, WhatALongFileTurnsOutToBeIsToldLaterOnceAndSaid) {
+    open(false);
+    office.folder.write("b.doc", QByteArray(3'000'000, 'x'));
+    std::vector<RunTimeError> told;
+    showUnread(office.folder.path("b.doc"),
+               [&](const RunTimeError& failure) { told.push_back(failure); });
+    ASSERT_TRUE(waitFor([&] { return !told.empty(); }));
+    EXPECT_EQ(told[0].number(), error::documentNotShown);
+    EXPECT_EQ(told[0].description(), u"不能打开文件“b.doc”：不是 Word 97-2003 格式的文档。");
+    EXPECT_EQ(notice().text(), "不能打开文件“b.doc”：不是 Word 97-2003 格式的文档。");
+    office.folder.write("b.doc", QByteArray(3'000'001, 'y'));
+    test::waitFor([] { return false; }, 500);
+    EXPECT_EQ(told.size(), 1U) << "nobody has asked for what was saved since";
+}
+
+TEST_F(PagePaneTest, ADocumentThatIsNoLongerWantedTellsNothing) {
+    open(false);
+    office.folder.write("b.doc", QByteArray(3'000'000, 'x'));
+    bool isTold = false;
+    showUnread(office.folder.path("b.doc"), [&](const RunTimeError&) { isTold = true; });
+    show(document("a.doc", 3));
+    test::waitFor([] { return false; }, 300);
+    EXPECT_FALSE(isTold);
 }
 
 TEST_F(PagePaneTest, AnEmptyDocumentIsOneWhitePage) {
@@ -341,10 +383,13 @@ TEST_F(PagePaneTest, ADocumentOfAnotherFormatShowsAsTheSuitesPages) {
 TEST_F(PagePaneTest, ADocumentOfAnotherFormatThatTheSuiteRefusesSaysSo) {
     office.setScript("exit 1\n");
     open(true);
+    long told = 0;
     frame->document().show(rtf());
+    frame->document().onLateFailure([&](const RunTimeError& failure) { told = failure.number(); });
     ASSERT_TRUE(waitFor([&] { return notice().text() == "办公套件无法转换这个文档。"; }));
     EXPECT_EQ(pane->pageCount(), 0);
     EXPECT_TRUE(pane->isVisible());
+    EXPECT_TRUE(waitFor([&] { return told == error::documentNotShown; }));
 }
 
 TEST_F(PagePaneTest, WithoutASuiteADocumentOfAnotherFormatIsRefused) {

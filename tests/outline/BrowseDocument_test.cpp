@@ -178,6 +178,35 @@ TEST_P(OtherNumbers, OfTheDoubleClickAreToldByTheirDescription) {
     expectOnly("说明\n文档：档（T.2）", desktop::Icon::none, "提示");
 }
 
+TEST_F(BrowseDocuments, WhatTurnsOutBehindADoubleClickIsToldAsWhatTurnsOutAtOnce) {
+    makeFile("T.2");
+    doubleClick("T.2");
+    ASSERT_TRUE(preview.lateFailure);
+    workbench.TrvCurrent.Select(nullptr);
+    preview.lateFailure(RunTimeError(31024, u"说明"));
+    expectOnly("浏览文档时发生错误。可能是你的系统不稳定所造成，请重新启动计算机！\n说明\n"
+               "文档：档（T.2）",
+               desktop::Icon::exclamation, "错误提示");
+    messages.shown.clear();
+    preview.lateFailure(RunTimeError(70, u"说明"));
+    expectOnly("说明\n文档：档（T.2）", desktop::Icon::none, "提示");
+}
+
+TEST_F(BrowseDocuments, WhatTurnsOutWhileACommandRunsRaisesNoBoxInIt) {
+    makeFile("T.2");
+    doubleClick("T.2");
+    state.Command.run([&] { preview.lateFailure(RunTimeError(31024, u"说明")); });
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(BrowseDocuments, WhatTurnsOutBehindTheCommandIsToldInItsSentence) {
+    makeFile("T.2");
+    browse("T.2");
+    ASSERT_TRUE(preview.lateFailure);
+    preview.lateFailure(RunTimeError(31024, u"说明"));
+    expectOnly("打开文档时出现意外的错误！\n说明\n文档：档（T.2）", desktop::Icon::none, "");
+}
+
 // The command
 
 TEST_F(BrowseDocuments, TheCommandShowsADocument) {

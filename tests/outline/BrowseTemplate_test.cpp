@@ -123,6 +123,14 @@ TEST_F(BrowsingATemplate, WhatThePreviewRaisesIsShown) {
     expectHint("无法显示\n文档：名T.1（T.1）");
 }
 
+TEST_F(BrowsingATemplate, WhatTurnsOutLaterIsShownAsWell) {
+    makeTemplate({"T", "T.1d"});
+    EXPECT_EQ(browse("T.1"), Browsed::shown);
+    ASSERT_TRUE(preview.lateFailure);
+    preview.lateFailure(RunTimeError(31024, u"无法显示"));
+    expectHint("无法显示\n文档：名T.1（T.1）");
+}
+
 TEST_F(BrowsingATemplate, AnElementThatIsNotFoundIsNotTold) {
     makeTemplate({"T", "T.1d"});
     preview.failure = RunTimeError(error::elementNotFound, u"找不到元素");

@@ -213,6 +213,14 @@ TEST_F(PlansTree, EveryErrorOfThePreviewHasTheSameTextAndItsCauseBehind) {
     EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！\n无法显示\n文档：名P.2（P.2）");
 }
 
+TEST_F(PlansTree, AnErrorOfThePreviewThatTurnsOutLaterHasThatTextToo) {
+    doubleClick("P.2");
+    ASSERT_TRUE(preview.lateFailure);
+    preview.lateFailure(RunTimeError(31024, u"无法显示"));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "打开文档时出现意外的错误！\n无法显示\n文档：名P.2（P.2）");
+}
+
 TEST_F(PlansTree, AMousePressSelectsTheNodeAndKeepsItToBeCopied) {
     events_.MouseDown(&node("P.1"));
     EXPECT_EQ(workbench.TrvTemplate_Us.SelectedItem()->Key(), "P.1");

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <utility>
 
 namespace qvnd::test {
 
@@ -19,6 +20,7 @@ public:
         shown << path;
         isUp = true;
     }
+    void onLateFailure(Failed failed) override { lateFailure = std::move(failed); }
     void hide() override {
         ++hidden;
         isUp = false;
@@ -31,6 +33,7 @@ public:
     bool isUp = false;
     bool isFollowing = true;
     std::optional<RunTimeError> failure;
+    Failed lateFailure; // tells what turns out behind show()
 };
 
 } // namespace qvnd::test

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
+
 #include <QString>
+
+#include <functional>
 
 namespace qvnd::generate {
 
@@ -17,6 +21,10 @@ public:
     virtual void turnPreviewOff() = 0;
     virtual void removePreview() = 0;
     virtual void loadPreview(const QString& path) = 0;
+    // Tells what loadPreview() would have thrown, where that turns out later: at most once, and not
+    // when something else has been loaded since.
+    using PreviewFailed = std::function<void(const RunTimeError&)>;
+    virtual void onLatePreviewFailure(const PreviewFailed& /*failed*/) {}
     virtual void updatePreview() = 0;
     // Opens the loaded document in its own application (verb 2).
     virtual void activatePreview() = 0;

@@ -36,6 +36,9 @@ public:
     void turnPreviewOff() override;
     void removePreview() override;
     void loadPreview(const QString& path) override;
+    void onLatePreviewFailure(const PreviewFailed& failed) override {
+        document_.onLateFailure(failed);
+    }
     void updatePreview() override;
     // 91 when no document is loaded, else as Shell::open().
     void activatePreview() override;

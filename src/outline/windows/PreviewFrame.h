@@ -4,6 +4,8 @@
 
 #include <QFrame>
 
+#include <utility>
+
 class QLabel;
 class QScrollBar;
 
@@ -39,6 +41,9 @@ private:
     public:
         explicit Door(PreviewFrame& frame) : frame_(frame) {}
         void show(const QString& path) override { frame_.showDocument(path); }
+        void onLateFailure(Failed failed) override {
+            frame_.document_.onLateFailure(std::move(failed));
+        }
         void hide() override { frame_.hideDocument(); }
 
     private:

@@ -74,6 +74,7 @@ inline constexpr long conversionFailed = 3421;
 inline constexpr long criteriaTypeMismatch = 3464;
 inline constexpr long memberNotFound = 5941;
 inline constexpr long dialogCancelled = 32755;
+inline constexpr long documentNotShown = 31024; // of the document view
 inline constexpr long elementNotFound = 35601;
 inline constexpr long keyNotUnique = 35602;
 inline constexpr long keyInvalid = 35603;

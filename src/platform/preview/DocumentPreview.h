@@ -1,6 +1,10 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
+
 #include <QString>
+
+#include <functional>
 
 namespace qvnd::preview {
 
@@ -10,8 +14,13 @@ public:
     virtual ~DocumentPreview() = default;
 
     // Makes the pane visible with the .doc in it; an absolute path, native separators. Throws
-    // RunTimeError when the file cannot be shown.
+    // RunTimeError when the file cannot be shown: error::documentNotShown for a file that is there
+    // and is no document that the pane can show, else the number of the file's own error.
     virtual void show(const QString& path) = 0;
+    // A pane that goes on reading behind show() tells here what show() would have thrown, at most
+    // once and never from within a call. Forgotten at the next show() and hide().
+    using Failed = std::function<void(const RunTimeError&)>;
+    virtual void onLateFailure(Failed /*failed*/) {}
     // Closes the document and hides the pane.
     virtual void hide() = 0;
     // False while the file is being written again and again: the pages seen stay until it is true

@@ -1,6 +1,5 @@
 #include "platform/preview/PaintedPages.h"
 
-#include "platform/error/RunTimeError.h"
 #include "platform/preview/OpenDocument.h"
 
 #include <QElapsedTimer>
@@ -102,9 +101,7 @@ struct PaintedPages::Shared : std::enable_shared_from_this<Shared> {
         isOpen = true;
         failure = failed;
         if (isLate || isHandedOver) {
-            post([failed](const Receiver& to) {
-                to.failed(QString::fromStdU16String(failed.description()));
-            });
+            post([failed](const Receiver& to) { to.failed(failed); });
         }
         ready.notify_all();
     }

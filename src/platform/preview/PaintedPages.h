@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
 #include "platform/preview/FontShelf.h"
 #include "platform/preview/Mailbox.h"
 
@@ -29,7 +30,7 @@ public:
         std::function<void(int page, const QImage&)> painted;
         // The number of pages is known now, and pages painted before show another.
         std::function<void()> outdated;
-        std::function<void(const QString&)> failed; // later than wait(); the reason in Chinese
+        std::function<void(const RunTimeError&)> failed; // what comes later than wait()
     };
     struct Wanted {
         int page = 0;

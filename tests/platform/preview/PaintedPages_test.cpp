@@ -34,7 +34,9 @@ protected:
                                    },
                                    [this](int page, const QImage& image) { images[page] = image; },
                                    [this] { ++outdated; },
-                                   [this](const QString& reason) { failure = reason; }});
+                                   [this](const RunTimeError& failed) {
+                                       failure = QString::fromStdU16String(failed.description());
+                                   }});
         return *pages;
     }
 

@@ -67,10 +67,13 @@ public:
     void loadPreview(const QString& path) override {
         log_.write("preview load " + log_.text(files::toPath(path)));
     }
+    void onLatePreviewFailure(const PreviewFailed& failed) override { lateFailure = failed; }
     void updatePreview() override { log_.write("preview update"); }
     void activatePreview() override { log_.write("preview activate"); }
     void shrinkPreview() override { log_.write("preview shrink"); }
     void setScrollSteps() override { log_.write("preview scroll steps"); }
+
+    PreviewFailed lateFailure;
 
 private:
     CallLog& log_;

@@ -25,7 +25,8 @@ OwnPages::OwnPages(const QString& path, std::shared_ptr<FontShelf> fonts,
                  emit found();
              },
              [this](int page, const QImage& image) { take(page, image); },
-             [this] { setOutdated(); }, [this](const QString& reason) { emit failed(reason); }}) {
+             [this] { setOutdated(); },
+             [this](const RunTimeError& failure) { emit failed(failure); }}) {
     asking_.setSingleShot(true);
     asking_.setInterval(0);
     connect(&asking_, &QTimer::timeout, this, &OwnPages::ask);

@@ -33,7 +33,7 @@ public:
 signals:
     // More pages are found.
     void found();
-    void failed(const QString& reason);
+    void failed(const RunTimeError& failure);
 
 private:
     struct Image {

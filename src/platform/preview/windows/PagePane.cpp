@@ -11,6 +11,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -49,6 +50,13 @@ QLabel* newLabel(const QString& name, QWidget* parent) {
     label->setForegroundRole(QPalette::ToolTipText);
     label->hide();
     return label;
+}
+
+// A file that is there and that nothing here can read as a document.
+RunTimeError asShown(const RunTimeError& failure) {
+    return failure.number() == error::invalidCall
+               ? RunTimeError(error::documentNotShown, failure.description())
+               : failure;
 }
 
 PageColumn columnOf(const PageSource& source) {
@@ -102,12 +110,25 @@ std::unique_ptr<OwnPages> PagePane::read() {
     auto pages = std::make_unique<OwnPages>(path_, fonts_, firstWidth, devicePixelRatioF());
     connect(pages.get(), &OwnPages::found, this, &PagePane::grow);
     connect(pages.get(), &OwnPages::drawn, this, [this] { update(); });
-    connect(pages.get(), &OwnPages::failed, this, [this](const QString& reason) {
+    connect(pages.get(), &OwnPages::failed, this, [this](const RunTimeError& failure) {
         if (!showConverted()) {
-            say(reason);
+            failLate(asShown(failure));
         }
     });
     return pages;
+}
+
+// Where no page is seen yet, what was asked for has failed. It is told behind the signal, whose
+// sender may go while a box is open.
+void PagePane::failLate(const RunTimeError& failure) {
+    say(QString::fromStdU16String(failure.description()));
+    if (source_ == nullptr) {
+        QTimer::singleShot(0, this, [failure, failed = std::exchange(lateFailure_, {})] {
+            if (failed) {
+                failed(failure);
+            }
+        });
+    }
 }
 
 void PagePane::show(const QString& path) {
@@ -121,10 +142,10 @@ void PagePane::show(const QString& path) {
         } else {
             say(u"正在读取文档……"_s);
         }
-    } catch (const RunTimeError&) {
+    } catch (const RunTimeError& failure) {
         if (!showConverted()) {
             hide();
-            throw;
+            throw asShown(failure);
         }
     }
     watch_.watch(path_);
@@ -185,6 +206,7 @@ void PagePane::hide() {
 
 void PagePane::letGo() {
     watch_.watch({});
+    lateFailure_ = {};
     wish_.reset();
     source_ = nullptr;
     forgetExact();
@@ -283,7 +305,11 @@ void PagePane::takeConversion(const PageConversion::Outcome& outcome) {
     if (!failure.isEmpty()) {
         coming_.reset();
         office_->setChecked(false);
-        say(source_ ? failure + u"这里显示的是系统自己排的版面。"_s : failure);
+        if (source_) {
+            say(failure + u"这里显示的是系统自己排的版面。"_s);
+        } else {
+            failLate({error::documentNotShown, failure.toStdU16String()});
+        }
         return;
     }
     connect(coming_.get(), &PdfPages::drawn, this, &PagePane::showExactPages);

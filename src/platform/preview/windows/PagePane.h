@@ -12,6 +12,7 @@
 #include <QWidget>
 
 #include <memory>
+#include <utility>
 
 class QLabel;
 class QScrollBar;
@@ -38,9 +39,11 @@ public:
     explicit PagePane(PageConversion& conversion, QWidget* parent = nullptr);
     ~PagePane() override;
 
-    // Throws RunTimeError with a Chinese reason when the file cannot be shown at all: missing,
-    // encrypted, damaged, of a format that nothing here reads. The pane is then empty and hidden.
+    // Throws with a Chinese reason when the file cannot be shown at all: missing, encrypted,
+    // damaged, of a format that nothing here reads. The pane is then empty and hidden; where that
+    // turns out later, it stays and says the reason too.
     void show(const QString& path) override;
+    void onLateFailure(Failed failed) override { lateFailure_ = std::move(failed); }
     void hide() override;
     void setFollowing(bool follows) override { watch_.setPaused(!follows); }
     using QWidget::show;
@@ -71,6 +74,7 @@ private:
     std::unique_ptr<OwnPages> read();
     void readAnew();
     bool showConverted();
+    void failLate(const RunTimeError& failure);
     void takeOver();
     void grow();
     void showPages(PageSource& source);
@@ -99,6 +103,7 @@ private:
     PageSource* source_ = nullptr; // what is on the screen
     PageColumn column_;
     std::vector<QRect> places_; // of the pages at the present width
+    Failed lateFailure_;
     QElapsedTimer sinceShown_;
     QScrollBar* bar_;
     QLabel* notice_;
