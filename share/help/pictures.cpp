@@ -322,7 +322,8 @@ int main(int argc, char* argv[]) {
     desktop::WidgetLongRun longRun;
     startup::WordProcessor word(messages);
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
-    startup::DesktopPlanEditing planEditing(messages, events, longRun, conversion);
+    startup::DesktopPlanEditing planEditing(messages, events, longRun, conversion,
+                                            [] { return false; });
     startup::DesktopRun run({registry,
                              {messages, splash, fileDialogs, events, word.factory(), longRun},
                              inputBoxes,

@@ -1,15 +1,40 @@
 #include "startup/GenerationWord.h"
 
-#include <utility>
+#include "platform/desktop/BesideEvents.h"
+#include "platform/error/RunTimeError.h"
 
 using namespace Qt::StringLiterals;
 
 namespace qvnd::startup {
 
 GenerationWord::GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
-                               desktop::LongRun& longRun, desktop::Events& events)
-    : unsaved_(messages), documents_(std::move(suite)), awaited_(own_, longRun, events),
-      factory_({awaited_, losses_, unsaved_, &pictures_, &documents_}) {}
+                               desktop::LongRun& longRun, desktop::Events& events,
+                               std::function<bool()> isStopped)
+    : unsaved_(messages), documents_(std::move(suite), std::move(isStopped)),
+      awaited_(own_, longRun, events),
+      factory_({awaited_, losses_, unsaved_, &pictures_, &documents_, nullptr,
+                [&longRun, &events](const std::function<void()>& work) {
+                    desktop::runBesideEvents(work, [&] {
+                        events.doEvents();
+                        longRun.isCancelled();
+                    });
+                }}) {}
+
+void GenerationWord::Stoppable::leaveIfStopped() const {
+    if (isStopped_()) {
+        throw RunTimeError(error::stopped, u"生成已停止，这个文档没有转换。");
+    }
+}
+
+word::Bytes GenerationWord::Stoppable::converted(const std::filesystem::path& file) {
+    leaveIfStopped();
+    try {
+        return suite_.converted(file);
+    } catch (const RunTimeError&) {
+        leaveIfStopped();
+        throw;
+    }
+}
 
 void GenerationWord::clear() {
     losses_.clear();

@@ -20,9 +20,12 @@ namespace qvnd::startup {
 // documents. A user who cancels the wait for the page numbers gets estimates behind the last page.
 class GenerationWord : public generate::GenerationRecord {
 public:
-    // All of it outlives the object; the suite asks `longRun` whether to stop.
-    GenerationWord(desktop::MessageBoxes& messages, office::OfficeSuite suite,
-                   desktop::LongRun& longRun, desktop::Events& events);
+    // All of it outlives the object; the suite asks `longRun` whether to stop. `isStopped` tells
+    // whether the user has stopped the run: then no document is converted any more, and the suite
+    // that ends because it asks the same raises error::stopped.
+    GenerationWord(
+        desktop::MessageBoxes& messages, office::OfficeSuite suite, desktop::LongRun& longRun,
+        desktop::Events& events, std::function<bool()> isStopped = [] { return false; });
 
     word::ApplicationFactory& factory() { return factory_; }
     word::DocumentConverter& documents() { return documents_; }
@@ -56,7 +59,21 @@ private:
     generate::CollectedLosses losses_;
     UnsavedChangesBox unsaved_;
     pictures::PictureDecoder pictures_;
-    office::SuiteDocumentConverter documents_;
+    class Stoppable : public word::DocumentConverter {
+    public:
+        Stoppable(office::OfficeSuite suite, std::function<bool()> isStopped)
+            : suite_(std::move(suite)), isStopped_(std::move(isStopped)) {}
+        bool isAvailable() const override { return suite_.isAvailable(); }
+        word::Bytes converted(const std::filesystem::path& file) override;
+
+    private:
+        void leaveIfStopped() const;
+
+        office::SuiteDocumentConverter suite_;
+        std::function<bool()> isStopped_;
+    };
+
+    Stoppable documents_;
     layout::LayoutPageNumbers own_{drawing::openNamedFonts};
     Awaited awaited_;
     word::EngineApplicationFactory factory_;

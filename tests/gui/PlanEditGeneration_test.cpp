@@ -9,6 +9,8 @@
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/text/DocumentText.h"
 #include "startup/GenerationWord.h"
+#include "startup/windows/PlanEditing.h"
+#include "support/ChangedVariable.h"
 #include "support/FakeOffice.h"
 
 #include <QLabel>
@@ -343,8 +345,10 @@ TEST_F(WindowGeneration, AtEveryYieldNoOtherCommandTakesTheRunsGroundAway) {
     showSettings = [&] { ++settings; };
     open();
     atEachYield([&] {
-        for (const char* name : {"mnuBidSet", "mnuBul", "mnuBrowsebid", "mnuBack", "mnuBidData",
-                                 "mnuBidLike", "mnuOpenDoc", "mnuDocOpen", "mnuBrowseDoc"}) {
+        for (const char* name :
+             {"mnuBidSet", "mnuBul", "mnuBrowsebid", "mnuBack", "mnuBidData", "mnuBidLike",
+              "mnuOpenDoc", "mnuDocOpen", "mnuBrowseDoc", "mnuCheck", "mnuReport", "mnuPdf"}) {
+            item(name).setEnabled(true);
             choose(name);
         }
         for (const char* name :
@@ -358,6 +362,8 @@ TEST_F(WindowGeneration, AtEveryYieldNoOtherCommandTakesTheRunsGroundAway) {
     EXPECT_TRUE(frame.asked.isEmpty());
     EXPECT_TRUE(shell.opened.isEmpty() && shell.started.isEmpty() && shell.basedOn.isEmpty());
     EXPECT_EQ(preview.shown, QStringList{finished()});
+    EXPECT_TRUE(pdf.printed.isEmpty());
+    EXPECT_EQ(form->findChild<generate::FindingsWindow*>(), nullptr) << "neither check nor report";
     EXPECT_TRUE(messages().isEmpty());
     expectWhole();
     expectUsable();
@@ -505,12 +511,6 @@ TEST_F(WindowGeneration, AnotherPlanLoadedTakesTheListsOfTheFormerAway) {
     EXPECT_FALSE(item("mnuReport").isEnabled());
 }
 
-// Disks. A file system of their own needs the right to mount one.
-
-class SmallDisk {
-public:
-    SmallDisk(const QString& folder, const QString& options) : folder_(folder) {
-        isMounted_ =
 // A result that cannot be written. A folder of its name cannot be replaced.
 
 TEST_F(WindowGeneration, AResultThatCannotBeWrittenIsToldOnceAStatementAndNotOnceANode) {
@@ -539,6 +539,12 @@ TEST_F(WindowGeneration, BehindAResultThatWasNotSavedTheReportIsShownAndNothingI
     expectUsable();
 }
 
+// Disks. A file system of their own needs the right to mount one.
+
+class SmallDisk {
+public:
+    SmallDisk(const QString& folder, const QString& options) : folder_(folder) {
+        isMounted_ =
             QProcess::execute("mount", {"-t", "tmpfs", "-o", options, "qvnd", folder}) == 0;
     }
     ~SmallDisk() {
@@ -621,12 +627,6 @@ TEST_F(WindowGenerationOnADisk, AReadOnlyWorkFolderIsToldAndTheFormerDocumentSta
     expectUsable();
 }
 
-// The office suite, which converts documents of other formats and draws the PDF
-
-class WindowGenerationWithASuite : public WindowGeneration {
-protected:
-    void withSuite(const QByteArray& script, const office::OfficeSuite::Stop& isStopped = {}) {
-        suite.setScript(script);
 // The folder of the history is on another disk, as a folder of the network is.
 TEST_F(WindowGenerationOnADisk, AReadOnlyDocumentThatStayedIsNoChangeInTheHistory) {
     world.folder.makeFolder("只读");
@@ -646,6 +646,12 @@ TEST_F(WindowGenerationOnADisk, AReadOnlyDocumentThatStayedIsNoChangeInTheHistor
     form.reset();
 }
 
+// The office suite, which converts documents of other formats and draws the PDF
+
+class WindowGenerationWithASuite : public WindowGeneration {
+protected:
+    void withSuite(const QByteArray& script, const office::OfficeSuite::Stop& isStopped = {}) {
+        suite.setScript(script);
         const office::OfficeSuite office(suite.folder.path("profile"),
                                          suite.folder.path("office.sh"), isStopped);
         real = std::make_unique<startup::GenerationWord>(world.messages, office, world.longRun,
@@ -670,6 +676,31 @@ TEST_F(WindowGenerationWithASuite,
     EXPECT_GE(suite.starts(), 1);
     EXPECT_EQ(messages().size(), 1) << messages().join("|").toStdString();
     EXPECT_TRUE(textOfFinished().contains("部署正文"));
+    expectUsable();
+}
+
+// As the program itself is put together.
+TEST_F(WindowGenerationWithASuite, StopEndsASuiteThatHangsAndTellsNothingOfTheDocuments) {
+    suite.setScript("sleep 600\n");
+    QFile::rename(suite.folder.path("office.sh"), suite.folder.path("soffice"));
+    const ChangedVariable path("PATH", suite.folder.path().toUtf8() + ":" + qgetenv("PATH"));
+    const ChangedVariable cache("XDG_CACHE_HOME", suite.folder.path("cache").toUtf8());
+    preview::PageConversion conversion(suite.settings());
+    startup::DesktopPlanEditing editing(world.messages, world.events, world.longRun, conversion,
+                                        [this] { return world.state.StopRequested; });
+    generation = &editing.services().generation;
+    world.folder.write("用户模板/T/T.1.1.doc", "{\\rtf1 text}");
+    world.folder.write("用户模板/T/T.2.doc", "{\\rtf1 text}");
+    open();
+    atEachYield([this] {
+        if (suite.starts() > 0) {
+            stop();
+        }
+    });
+    choose("mnuBuildbid");
+    EXPECT_EQ(suite.starts(), 1) << "behind the stop no other document is converted";
+    EXPECT_EQ(messages(), QStringList{"是否保存对“施工方案.doc”的更改？"});
+    EXPECT_FALSE(world.state.StopRequested);
     expectUsable();
 }
 

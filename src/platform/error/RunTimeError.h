@@ -25,6 +25,7 @@ private:
 
 // Numbers that handlers compare against.
 namespace error {
+inline constexpr long stopped = 0; // by the user, who needs no word about it
 inline constexpr long invalidCall = 5;
 inline constexpr long overflow = 6;
 inline constexpr long typeMismatch = 13;

@@ -196,7 +196,9 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
     desktop::WidgetLongRun longRun;
     WordProcessor word(messages, [&longRun] { return longRun.isCancelled(); });
     preview::PageConversion conversion(preview::ConversionSettings::ofDesktop());
-    DesktopPlanEditing planEditing(messages, events, longRun, conversion);
+    const modMain* state = nullptr; // of the run that is made below
+    DesktopPlanEditing planEditing(messages, events, longRun, conversion,
+                                   [&state] { return state != nullptr && state->StopRequested; });
     DesktopRun run({registry,
                     {messages, splash, fileDialogs, events, word.factory(), longRun},
                     inputBoxes,
@@ -211,6 +213,7 @@ int runOnDesktop(const QString& executableFolder, desktop::MessageBoxes& message
                     },
                     [] { QCoreApplication::exit(); },
                     planEditing.services()});
+    state = &run.program().state();
     QObject::connect(&instance, &SingleInstance::startedAgain, [&run] { run.bringToFront(); });
     desktop::HelpKey helpKey(
         help, [&run] { return run.program().state().HelpFile; }, messages);

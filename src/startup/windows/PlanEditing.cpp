@@ -7,12 +7,14 @@ namespace qvnd::startup {
 namespace {
 
 // The suite as commands wait for it, with a profile of its own. The windows stay alive meanwhile,
-// and a long run that is cancelled ends the suite's work.
-office::OfficeSuite suite(desktop::Events& events, desktop::LongRun& longRun) {
+// and a long run that is cancelled, or a stop, ends the suite's work.
+office::OfficeSuite suite(desktop::Events& events, desktop::LongRun& longRun,
+                          const std::function<bool()>& isStopped) {
     return office::OfficeSuite(office::OfficeSuite::cacheFolder() + QStringLiteral("/office"),
-                               office::OfficeSuite::installedProgram(), [&events, &longRun] {
+                               office::OfficeSuite::installedProgram(),
+                               [&events, &longRun, isStopped] {
                                    events.doEvents();
-                                   return longRun.isCancelled();
+                                   return longRun.isCancelled() || isStopped();
                                });
 }
 
@@ -20,9 +22,11 @@ office::OfficeSuite suite(desktop::Events& events, desktop::LongRun& longRun) {
 
 DesktopPlanEditing::DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
                                        desktop::LongRun& longRun,
-                                       preview::PageConversion& conversion)
-    : conversion_(conversion), generation_(messages, suite(events, longRun), longRun, events),
-      pdf_(suite(events, longRun)) {}
+                                       preview::PageConversion& conversion,
+                                       const std::function<bool()>& isStopped)
+    : conversion_(conversion),
+      generation_(messages, suite(events, longRun, isStopped), longRun, events, isStopped),
+      pdf_(suite(events, longRun, isStopped)) {}
 
 PlanEditing DesktopPlanEditing::services() {
     return {generation_.factory(),

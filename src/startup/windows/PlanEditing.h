@@ -37,9 +37,11 @@ struct PlanEditing {
 // These services on a real desktop.
 class DesktopPlanEditing {
 public:
-    // All of it outlives the object.
+    // All of it outlives the object. `isStopped` tells whether the user has stopped a generation;
+    // the office suite that works for it ends then.
     DesktopPlanEditing(desktop::MessageBoxes& messages, desktop::Events& events,
-                       desktop::LongRun& longRun, preview::PageConversion& conversion);
+                       desktop::LongRun& longRun, preview::PageConversion& conversion,
+                       const std::function<bool()>& isStopped);
 
     PlanEditing services();
 

@@ -15,7 +15,8 @@ public:
     virtual bool isAvailable() const = 0;
     // What the file holds, as the bytes of a Word 97-2003 document. The format is told by the
     // content, whatever the file is called; the file stays as it is. Throws RunTimeError with the
-    // reason in Chinese when it cannot be converted.
+    // reason in Chinese when it cannot be converted; error::stopped, where the user has stopped it,
+    // passes through the engine.
     virtual Bytes converted(const std::filesystem::path& file) = 0;
 };
 

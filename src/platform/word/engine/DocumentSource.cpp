@@ -98,6 +98,9 @@ DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConv
         throw RunTimeError(error::fileNotFound, u"找不到文件“" + path.u16string() + u"”。");
     }
     try {
+        if (failure.number() == error::stopped) {
+            throw;
+        }
         return readDocument(path);
     } catch (const FormatError& error) {
         const Refusal refusal{path, error.kind(), insteadOf(path, error.kind())};
