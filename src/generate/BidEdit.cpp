@@ -12,6 +12,8 @@
 #include "store/ProgramFiles.h"
 
 #include <utility>
+#include <QTemporaryDir>
+
 
 using namespace Qt::StringLiterals;
 
@@ -295,7 +297,8 @@ bool BidEdit::drawPdf(const QString& pdf) {
         const desktop::LongRunScope scope(services_.longRun, u"输出 PDF"_s, 0);
         services_.longRun.next(u"正在排版并写出“施工方案.pdf”……"_s);
         try {
-            services_.pdf.print(files::resolved(finishedDocument()), pdf);
+            services_.pdf.print(files::resolved(finishedDocument()), drawn);
+            program_.modMain.gFso->CopyFile(drawn, pdf, true); // which the history sees
         } catch (const RunTimeError&) {
             isDrawn = false;
             if (!services_.longRun.isCancelled())
@@ -319,3 +322,5 @@ void BidEdit::runOfToolbar(const std::function<void()>& command) {
 }
 
 } // namespace qvnd::generate
+        const QTemporaryDir scratch;
+        const QString drawn = scratch.filePath(u"drawn.pdf"_s);

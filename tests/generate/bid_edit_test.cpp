@@ -468,7 +468,10 @@ TEST_F(PlanEdit, ACancelledCheckTellsNothing) {
 TEST_F(PlanEdit, ThePdfOfTheFinishedDocumentStandsBesideIt) {
     writeFinished();
     loaded().printPdf();
-    EXPECT_EQ(pdf.printed, QStringList({finished(), program.gWorkPath + u"施工方案.pdf"_s}));
+    EXPECT_EQ(pdf.printed, QStringList({finished()}));
+    QFile made(program.gWorkPath + u"施工方案.pdf"_s);
+    ASSERT_TRUE(made.open(QIODevice::ReadOnly));
+    EXPECT_EQ(made.readAll(), pdf.content);
     EXPECT_EQ(wholeLog(),
               "pointer hourglass\npointer normal\nmessage [information] 已输出 PDF 文件：\n" +
                   (program.gWorkPath + u"施工方案.pdf"_s).toStdString() + "\n");

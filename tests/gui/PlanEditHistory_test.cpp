@@ -46,6 +46,28 @@ TEST_F(PlanEditHistory, AGenerationThatReplacesTheFinishedDocumentTellsItAndIsTa
     EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
 }
 
+TEST_F(PlanEditHistory, APdfThatReplacesTheFormerOneTellsItAndIsTakenBack) {
+    open();
+    world.folder.write("施工方案.doc", "finished");
+    world.folder.write("施工方案.pdf", "earlier");
+    choose("mnuPdf");
+    EXPECT_EQ(last().title, "输出 PDF[施工方案.pdf]");
+    EXPECT_EQ(last().note, "覆盖了 1 个文件：施工方案.pdf");
+    EXPECT_EQ(world.folder.read("施工方案.pdf"), pdf.content);
+    undo();
+    EXPECT_EQ(world.folder.read("施工方案.pdf"), "earlier");
+}
+
+TEST_F(PlanEditHistory, APdfThatFailsLeavesTheFormerOneAndNoStep) {
+    open();
+    world.folder.write("施工方案.doc", "finished");
+    world.folder.write("施工方案.pdf", "earlier");
+    pdf.failure = RunTimeError(error::invalidCall, u"办公套件无法转换文件");
+    choose("mnuPdf");
+    EXPECT_EQ(world.folder.read("施工方案.pdf"), "earlier");
+    EXPECT_FALSE(world.state.History->undoable());
+}
+
 TEST_F(PlanEditHistory, AKeyOfTheToolbarIsNamedAsItsTwinInTheMenus) {
     showSettings = [this] {
         world.state.gDbBidSet->Execute("Delete * from 章节设置表 where 级别='2'");

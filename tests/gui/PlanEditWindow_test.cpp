@@ -546,7 +546,8 @@ TEST_F(PlanEditWindow, ThePdfStandsBesideTheFinishedDocument) {
     EXPECT_EQ(messages(), QStringList{"对不起，系统尚未生成标书！"});
     world.folder.write("施工方案.doc", "finished");
     choose("mnuPdf");
-    EXPECT_EQ(pdf.printed, QStringList({finished(), world.state.gWorkPath + "施工方案.pdf"}));
+    EXPECT_EQ(pdf.printed, QStringList({finished()}));
+    EXPECT_EQ(world.folder.read("施工方案.pdf"), pdf.content);
     EXPECT_TRUE(messages().last().endsWith("施工方案.pdf"));
     pdf.failure = RunTimeError(error::invalidCall, u"办公套件无法转换文件");
     choose("mnuPdf");
