@@ -1,5 +1,6 @@
 #include "outline/AddDocument.h"
 
+#include "outline/AddFiles.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
@@ -84,9 +85,13 @@ Added AddDocument::addBeside(const Selected& selected) {
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(plan);
-    const auto chosen = services_.fileDialogs.open(
+    const std::vector<desktop::ChosenFile> files = services_.fileDialogs.openSeveral(
         {QStringLiteral("打开文档"),
          QStringLiteral("Word 文档 (*.doc)|*.doc|RTF  格式 (*.rft)|*.rtf"), QStringLiteral("doc")});
+    if (files.size() > 1) {
+        return addSeveral(AddMode::beside, selectedKey, files);
+    }
+    const desktop::ChosenFile& chosen = files.front();
 
     const std::int16_t insertPoint = idOfKey(db, selectedKey);
     const OutlineNode& parent = parentOf(workbench_.TrvCurrent.Item(selectedKey, selected.text));
@@ -122,9 +127,13 @@ Added AddDocument::addBelow(const Selected& selected) {
     const QString plan = tableOfKey(selectedKey);
     jet::Database& db = *state_.gDbUser;
     createMissingFolders(plan);
-    const auto chosen = services_.fileDialogs.open(
+    const std::vector<desktop::ChosenFile> files = services_.fileDialogs.openSeveral(
         {QStringLiteral("打开文档"), QStringLiteral("Word文档 (*.doc)|*.doc|RTF格式 (*.rtf)|*.rtf"),
          QStringLiteral("doc")});
+    if (files.size() > 1) {
+        return addSeveral(AddMode::below, selectedKey, files);
+    }
+    const desktop::ChosenFile& chosen = files.front();
 
     const TableEnd end = endOf(db, plan);
     const std::int16_t base = toInteger(end.lastId - end.count);
@@ -147,6 +156,20 @@ Added AddDocument::addBelow(const Selected& selected) {
     workbench_.TrvCurrent.AddChild(selectedKey, newKey_, name, image::document,
                                    image::documentSelected);
     refreshAndSelect(name);
+    return Added::added;
+}
+
+Added AddDocument::addSeveral(AddMode mode, const QString& selectedKey,
+                              const std::vector<desktop::ChosenFile>& files) {
+    QStringList paths;
+    for (const desktop::ChosenFile& file : files) {
+        paths << file.fileName;
+    }
+    const FilesAdded done = addFiles(state_, workbench_, services_, selectedKey, paths, mode);
+    if (done.newKeys.isEmpty()) {
+        return Added::failed;
+    }
+    newKey_ = done.newKeys.back();
     return Added::added;
 }
 

@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace qvnd::outline {
 
 // The two commands that add a document to the plan open in TrvCurrent: mnuEQDoc beside the selected
@@ -11,6 +13,9 @@ namespace qvnd::outline {
 // key's name, and adds the row. They differ on purpose: mnuEQDoc moves rows and compares names
 // before it makes the file, without a look at the depth; mnuLTDoc moves none and looks at depth and
 // name behind the file. A .doc is copied; any other file passes through the word processor.
+//
+// Of several files that are chosen at once each is added by the same rules, in their order, and
+// what was refused is told at the end, as addFiles() says.
 //
 // Nothing is rolled back: a refusal leaves what was done up to it. A .doc that generation cannot
 // insert as it is comes in all the same; the Remarks of the state say why it cannot.
@@ -33,6 +38,8 @@ private:
 
     Added addBeside(const Selected& selected);
     Added addBelow(const Selected& selected);
+    Added addSeveral(AddMode mode, const QString& selectedKey,
+                     const std::vector<desktop::ChosenFile>& files);
     void createMissingFolders(const QString& plan);
     bool bringFile(const QString& source, const QString& target, const QString& question);
     void remarkIfUnreadable(const QString& plan);

@@ -76,8 +76,9 @@ private:
 
 class Addition {
 public:
-    Addition(modMain& state, Workbench& workbench, const Services& services, const QString& key)
-        : state_(state), workbench_(workbench), services_(services), key_(key) {}
+    Addition(modMain& state, Workbench& workbench, const Services& services, const QString& key,
+             AddMode mode)
+        : state_(state), workbench_(workbench), services_(services), key_(key), mode_(mode) {}
 
     FilesAdded run(const QStringList& files) {
         desktop::LongRun& progress = services_.longRun;
@@ -116,25 +117,28 @@ private:
         }
         OutlineNode* node = workbench_.TrvCurrent.find(key_);
         if (!node) {
-            return QStringLiteral("拖放到的节点已不存在。");
+            return QStringLiteral("要添加到的节点已不存在。");
         }
         workbench_.TrvCurrent.Select(node);
-        return addBelowSelected(file, info.fileName());
+        return addAtSelected(file, info.fileName());
     }
 
-    QString addBelowSelected(const QString& file, const QString& name) {
+    QString addAtSelected(const QString& file, const QString& name) {
         GivenFile given(file);
         KeptMessages messages;
         PartOfRun part(services_.longRun);
         AddDocument command(
             state_, workbench_,
             {messages, services_.splash, given, services_.events, services_.word, part});
-        const Added outcome = command.mnuLTDoc();
+        const Added outcome = mode_ == AddMode::below ? command.mnuLTDoc() : command.mnuEQDoc();
         const QString told = messages.take().join(u'\n');
         if (outcome != Added::added) {
             return told.isEmpty() ? QStringLiteral("没有添加。") : told;
         }
         done_.newKeys << command.newKey();
+        if (mode_ == AddMode::beside) {
+            key_ = command.newKey();
+        }
         if (!told.isEmpty()) {
             done_.warned.push_back({name, told});
         }
@@ -144,7 +148,8 @@ private:
     modMain& state_;
     Workbench& workbench_;
     const Services& services_;
-    const QString& key_;
+    QString key_; // of the node that the next file is added to
+    AddMode mode_;
     FilesAdded done_;
 };
 
@@ -204,9 +209,9 @@ void shorten(QStringList& remarks, qsizetype most) {
 } // namespace
 
 FilesAdded addFiles(modMain& state, Workbench& workbench, const Services& services,
-                    const QString& key, const QStringList& files) {
+                    const QString& key, const QStringList& files, AddMode mode) {
     const qsizetype earlier = state.Remarks.size();
-    FilesAdded done = Addition(state, workbench, services, key).run(files);
+    FilesAdded done = Addition(state, workbench, services, key, mode).run(files);
     shorten(state.Remarks, earlier + mostRemarks);
     if (!done.refused.empty() || !done.warned.empty() || done.left > 0) {
         services.messages.tell(summaryOf(done), desktop::Icon::information, QStringLiteral("提示"));

@@ -2,6 +2,7 @@
 
 #include "outline/Services.h"
 #include "outline/Workbench.h"
+#include "outline/dlgAddDoc.h"
 #include "store/modMain.h"
 
 #include <QStringList>
@@ -24,11 +25,12 @@ struct FilesAdded {
 };
 
 // Adds files below the node of that key of the plan open in TrvCurrent, one after another, each as
-// mnuLTDoc would. A folder, a file that is gone and whatever mnuLTDoc refuses or fails at is left
-// out, and the next file follows. The user sees the progress, may cancel, and is told once, at the
-// end, what was not added and what else failed; nothing is shown when all went well. Files that
-// mnuLTDoc remarks on are named in the Remarks of the state, the first five of them.
+// mnuLTDoc would; or beside it, as mnuEQDoc would, each behind the one before it. A folder, a file
+// that is gone and whatever that command refuses or fails at is left out, and the next file
+// follows. The user sees the progress, may cancel, and is told once, at the end, what was not added
+// and what else failed; nothing is shown when all went well. Files that the command remarks on are
+// named in the Remarks of the state, the first five of them.
 FilesAdded addFiles(modMain& state, Workbench& workbench, const Services& services,
-                    const QString& key, const QStringList& files);
+                    const QString& key, const QStringList& files, AddMode mode = AddMode::below);
 
 } // namespace qvnd::outline

@@ -7,12 +7,14 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 
 #include <functional>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -128,6 +130,46 @@ TEST(WidgetFileDialogs, AnswersWithTheFileAndItsTitle) {
     const ChosenFile chosen = choose(dialogs, file);
     EXPECT_EQ(chosen.fileTitle, u"土方 开挖.doc"_s);
     EXPECT_EQ(chosen.fileName, file);
+}
+
+// Chooses in the dialog for several files what `select` does.
+std::vector<ChosenFile> chooseSeveral(const std::function<void(QFileDialog&)>& select) {
+    WidgetFileDialogs dialogs;
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    onceShown<QFileDialog>([&](QFileDialog& dialog) {
+        select(dialog);
+        QMetaObject::invokeMethod(&dialog, "accept");
+    });
+    return dialogs.openSeveral({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s});
+}
+
+void typeInto(const QFileDialog& dialog, const QString& names) {
+    dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(names);
+}
+
+TEST(WidgetFileDialogs, AnswersWithSeveralFiles) {
+    const QTemporaryDir folder;
+    for (const QString& name : {u"甲.doc"_s, u"乙.doc"_s}) {
+        QFile file(folder.filePath(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    const auto chosen = chooseSeveral([&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        typeInto(dialog, u"\"甲.doc\" \"乙.doc\""_s);
+    });
+    ASSERT_EQ(chosen.size(), 2U);
+    EXPECT_EQ(chosen[0].fileName, folder.filePath(u"甲.doc"_s));
+    EXPECT_EQ(chosen[1].fileTitle, u"乙.doc"_s);
+}
+
+TEST(WidgetFileDialogs, WhereSeveralCanBeChosenANameThatDoesNotExistCanBeTyped) {
+    const QTemporaryDir folder;
+    const auto chosen = chooseSeveral([&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        typeInto(dialog, u"新的"_s);
+    });
+    ASSERT_EQ(chosen.size(), 1U);
+    EXPECT_EQ(chosen[0].fileName, folder.filePath(u"新的.doc"_s));
 }
 
 } // namespace

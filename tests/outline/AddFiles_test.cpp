@@ -1,5 +1,7 @@
 #include "outline/AddFiles.h"
 
+#include "outline/AddDocument.h"
+
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -43,6 +45,34 @@ TEST_F(AddingFiles, AllComeInTheirOrderAndNothingIsTold) {
     EXPECT_EQ(selectedKey(), done.newKeys.back());
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_TRUE(dialogs.asked.empty());
+}
+
+TEST_F(AddingFiles, BesideANodeTheyStandBehindItInTheirOrder) {
+    addFiles(state, workbench, services(), "T.1", {file("乙.doc"), file("甲.doc")},
+             AddMode::beside);
+    EXPECT_EQ(namesBelow("T"), QStringList({"名T.1", "乙", "甲", "名T.2"}));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(AddingFiles, OfSeveralThatAreChosenInTheDialogAllComeIn) {
+    dialogs.chosen = file("甲.doc");
+    dialogs.several = {file("乙.doc")};
+    AddDocument command(state, workbench, services());
+    EXPECT_EQ(command.mnuLTDoc(), Added::added);
+    EXPECT_EQ(namesBelow("T.2"), QStringList({"甲", "乙"}));
+    EXPECT_EQ(selectedKey(), command.newKey());
+    EXPECT_EQ(dialogs.asked.size(), 1U);
+    workbench.TrvCurrent.Select(&workbench.TrvCurrent.Item(QString("T.1")));
+    EXPECT_EQ(AddDocument(state, workbench, services()).mnuEQDoc(), Added::added);
+    EXPECT_EQ(namesBelow("T"), QStringList({"名T.1", "甲", "乙", "名T.2"}));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(AddingFiles, OfSeveralThatAreChosenTheRefusedOnesAreToldTogether) {
+    dialogs.chosen = file("甲.doc");
+    dialogs.several = {file("甲.doc"), file("乙.doc")};
+    EXPECT_EQ(AddDocument(state, workbench, services()).mnuLTDoc(), Added::added);
+    EXPECT_EQ(onlyBox(), "已添加 2 个文档。\n下列 1 个没有添加：\n甲.doc：对不起，命名重复！");
 }
 
 TEST_F(AddingFiles, OneBoxAtTheEndListsWhatWasRefusedAndWhyEachReasonOnce) {
@@ -160,7 +190,8 @@ TEST_F(AddingFiles, ATargetThatGoesInBetweenIsTold) {
     };
     const FilesAdded done = addBelow("T.1", {file("甲.doc"), file("乙.doc")});
     EXPECT_EQ(done.newKeys.size(), 1);
-    EXPECT_EQ(onlyBox(), "已添加 1 个文档。\n下列 1 个没有添加：\n乙.doc：拖放到的节点已不存在。");
+    EXPECT_EQ(onlyBox(),
+              "已添加 1 个文档。\n下列 1 个没有添加：\n乙.doc：要添加到的节点已不存在。");
 }
 
 } // namespace

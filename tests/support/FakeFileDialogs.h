@@ -4,6 +4,7 @@
 #include "platform/error/RunTimeError.h"
 
 #include <QFileInfo>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -11,7 +12,8 @@
 
 namespace qvnd::test {
 
-// Answers with `chosen`; without one the user cancels.
+// Answers with `chosen`, where several may be chosen with `several` behind it; without one the user
+// cancels.
 class FakeFileDialogs : public desktop::FileDialogs {
 public:
     desktop::ChosenFile open(const desktop::OpenFileQuestion& question) override {
@@ -25,9 +27,19 @@ public:
         return {*chosen, QFileInfo(*chosen).fileName()};
     }
 
+    std::vector<desktop::ChosenFile>
+    openSeveral(const desktop::OpenFileQuestion& question) override {
+        std::vector<desktop::ChosenFile> files{open(question)};
+        for (const QString& file : several) {
+            files.push_back({file, QFileInfo(file).fileName()});
+        }
+        return files;
+    }
+
     // What happens while the dialog is open.
     std::function<void()> whileOpen;
     std::optional<QString> chosen;
+    QStringList several;
     std::vector<desktop::OpenFileQuestion> asked;
 };
 

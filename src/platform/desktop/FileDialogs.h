@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <vector>
+
 namespace qvnd::desktop {
 
 struct OpenFileQuestion {
@@ -25,6 +27,11 @@ public:
 
     // Throws RunTimeError 32755 when the user cancels.
     virtual ChosenFile open(const OpenFileQuestion& question) = 0;
+    // The same for one file or more; of several each exists. A dialog that knows one file alone
+    // answers with that.
+    virtual std::vector<ChosenFile> openSeveral(const OpenFileQuestion& question) {
+        return {open(question)};
+    }
 };
 
 } // namespace qvnd::desktop

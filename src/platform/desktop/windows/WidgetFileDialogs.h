@@ -2,6 +2,7 @@
 
 #include "platform/desktop/FileDialogs.h"
 
+#include <QFileDialog>
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
@@ -19,8 +20,11 @@ public:
     explicit WidgetFileDialogs(QWidget* parent = nullptr) : parent_(parent) {}
 
     ChosenFile open(const OpenFileQuestion& question) override;
+    std::vector<ChosenFile> openSeveral(const OpenFileQuestion& question) override;
 
 private:
+    std::vector<ChosenFile> choose(const OpenFileQuestion& question, QFileDialog::FileMode mode);
+
     QPointer<QWidget> parent_;
     QString folder_;
 };
