@@ -250,6 +250,37 @@ TEST_F(Workbench, F2OnTheRootDoesNothingAsItsItemIsOff) {
     EXPECT_EQ(trvCurrent().findChild<QLineEdit*>(), nullptr);
 }
 
+TEST_F(Workbench, TheToolbarRenamesTheRootNoMoreThanTheMenusDo) {
+    open("T");
+    toolbar().at(8)->trigger();
+    EXPECT_EQ(trvCurrent().findChild<QLineEdit*>(), nullptr);
+    EXPECT_EQ(frame.status, QStringList("现在不能用“重命名”：它在菜单中也是关闭的。"));
+}
+
+// The numbers of the buttons open some whose item is closed.
+TEST_F(Workbench, AButtonRunsNoCommandWhoseItemIsClosed) {
+    open("T");
+    toolbar().at(4)->trigger();
+    toolbar().at(9)->trigger();
+    toolbar().at(12)->trigger();
+    trvCurrent().expandAll();
+    click(trvCurrent(), "T.2.1");
+    toolbar().at(1)->trigger();
+    EXPECT_TRUE(world.dialogs.asked.empty());
+    EXPECT_TRUE(preview.shown.isEmpty());
+    EXPECT_TRUE(world.messages.shown.empty());
+    EXPECT_EQ(frame.status.size(), 4);
+}
+
+TEST_F(Workbench, TheDocumentOfTheFormerPlanGoesWhenAnotherPlanIsOpened) {
+    open("T.2");
+    item("mnuBrowseDoc").trigger();
+    ASSERT_TRUE(preview.isUp);
+    click(trvUser(), "U");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item(1).Key(), "U");
+    EXPECT_FALSE(preview.isUp);
+}
+
 TEST_F(Workbench, BrowsingShowsTheDocument) {
     open("T.2");
     item("mnuBrowseDoc").trigger();

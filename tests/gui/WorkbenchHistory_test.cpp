@@ -73,6 +73,27 @@ TEST_F(WorkbenchHistory, UndoNamesTheCommandAndBringsRowsFilesTreeAndSelectionBa
     EXPECT_FALSE(item("mnuRedo").isEnabled());
 }
 
+TEST_F(WorkbenchHistory, ABranchThatAnUndoBringsBackIsExpandedAsItWas) {
+    open("T.3");
+    trvCurrent().expandAll();
+    const auto isExpanded = [this](const QString& key) {
+        outline::OutlineModel& model = trvCurrent().outline();
+        return trvCurrent().isExpanded(model.indexOf(&model.tree().Item(key)));
+    };
+    deleteNode("T.1");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isExpanded("T.2"));
+    item("mnuUndo").trigger();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(isExpanded("T") && isExpanded("T.2")) << "what stayed meanwhile";
+    EXPECT_TRUE(isExpanded("T.1")) << "what was gone";
+    trvCurrent().collapse(trvCurrent().currentIndex());
+    item("mnuRedo").trigger();
+    item("mnuUndo").trigger();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(isExpanded("T.1")) << "the user has collapsed it since";
+}
+
 TEST_F(WorkbenchHistory, TheKeysAreControlZAndControlShiftZAndControlY) {
     open("T.1");
     EXPECT_EQ(item("mnuUndo").shortcut(), QKeySequence("Ctrl+Z"));

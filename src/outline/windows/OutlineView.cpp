@@ -85,6 +85,11 @@ OutlineNode* OutlineView::nodeAt(const QPoint& position) const {
 // The tree's expansion follows the view's; while the tree tells of a change, it has to wait.
 void OutlineView::noteExpansion(const QModelIndex& index, bool expanded) {
     OutlineNode* node = model_.nodeOf(index);
+    if (node && !restorePending_ && expanded) {
+        everExpanded_.insert(node->Key());
+    } else if (node && !restorePending_) {
+        everExpanded_.remove(node->Key());
+    }
     if (!node || node->Expanded() == expanded) {
         return;
     }
@@ -131,13 +136,12 @@ void OutlineView::rememberShape() {
     }
 }
 
-// A node that came back under its key is expanded as it was; a tree of one outline shows its
-// first level.
+// A node that came back under its key is expanded as it was, also one that an undo brings back.
 void OutlineView::restoreShape() {
     restorePending_ = false;
     OutlineTree& tree = model_.tree();
     scheduleDelayedItemsLayout();
-    for (const QString& key : std::as_const(rememberedExpansion_)) {
+    for (const QString& key : rememberedExpansion_ | everExpanded_) {
         if (OutlineNode* node = tree.find(key)) {
             tree.Expand(*node);
         }

@@ -108,6 +108,7 @@ private:
     std::function<bool()> isBusy_ = [] { return false; };
     QString pressedKey_;
     bool pressedBeside_ = false;
+    QSet<QString> everExpanded_; // by the user, also of nodes that are gone
     QSet<QString> rememberedExpansion_;
     int rememberedPlace_ = 0;
     bool restorePending_ = false;

@@ -18,6 +18,8 @@
 #include <QTabBar>
 #include <QTabWidget>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::outline {
@@ -284,7 +286,18 @@ void frmBid::seeOtherPrograms() {
     }
 }
 
+// Its document would stay beside another plan's outline.
+void frmBid::leaveFormerPlan() {
+    const OutlineTree& tree = workbench_.TrvCurrent;
+    const QString plan = tree.Count() > 0 ? tree.Item(1).Key() : QString();
+    const QString former = std::exchange(plan_, plan);
+    if (!former.isEmpty() && former != plan) {
+        preview_.hide();
+    }
+}
+
 void frmBid::applyCommands() {
+    leaveFormerPlan();
     menus_.apply(workbench_);
     TbarBid_->apply(workbench_);
     cmdEdit_->setEnabled(workbench_.cmdEdit);

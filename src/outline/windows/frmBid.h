@@ -111,6 +111,8 @@ private:
     CommandsInTurn::Event thenFollow(const std::function<void()>& event);
     void seeOtherPrograms();
     bool lookAtOthers();
+    bool isOpen(const QString& key) const;
+    void leaveFormerPlan();
 
     // What stands behind the history's items, buttons and window.
     void doAgain();
@@ -143,6 +145,7 @@ private:
     Workbench& workbench_;
     Services services_;
     preview::DocumentPreview& preview_;
+    QString plan_; // the root's key of the plan that the window shows
     WorkbenchFrame& frame_;
     WorkbenchCommands commands_;
     OtherPrograms others_;

@@ -150,7 +150,10 @@ void frmBid::connectToolbar() {
         {u"编辑"_s, &WorkbenchCommands::cmdEdit},
     };
     connect(TbarBid_, &WorkbenchToolbar::buttonClick, this, [this](const QString& key) {
-        if (const CommandOfMenu command = commands.value(key)) {
+        if (!isOpen(key)) {
+            frame_.showStatus(
+                u"现在不能用“%1”：它在菜单中也是关闭的。"_s.arg(TbarBid_->tipOf(key)));
+        } else if (const CommandOfMenu command = commands.value(key)) {
             run([this, command] { (commands_.*command)(); }, TbarBid_->tipOf(key));
         } else if (const CommandOfMenu shown = atOnce.value(key)) {
             read([this, shown] { (commands_.*shown)(); });
@@ -158,6 +161,18 @@ void frmBid::connectToolbar() {
             rename();
         }
     });
+}
+
+// A button opens by its own number; whether its command can run is for the item in the menus.
+bool frmBid::isOpen(const QString& key) const {
+    static const QHash<QString, bool Workbench::*> items{
+        {u"同夹"_s, &Workbench::mnuEQFolder},   {u"下夹"_s, &Workbench::mnuLTFolder},
+        {u"同档"_s, &Workbench::mnuEQDoc},      {u"下档"_s, &Workbench::mnuLTDoc},
+        {u"删除"_s, &Workbench::mnuEditDelete}, {u"重命名"_s, &Workbench::mnuRename},
+        {u"浏览"_s, &Workbench::mnuBrowseDoc},  {u"粘贴"_s, &Workbench::pasteArmed},
+    };
+    bool Workbench::*const item = items.value(key, nullptr);
+    return item == nullptr || workbench_.*item;
 }
 
 void frmBid::trvCurrentMouseDown(Qt::MouseButton button, OutlineNode* node, const QPoint& place) {
