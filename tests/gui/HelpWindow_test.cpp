@@ -285,7 +285,9 @@ TEST_F(HelpWindow, AHalfMadeCatalogueIsMadeOnceMore) {
 TEST_F(HelpWindow, AMissingFileIsToldByItsPath) {
     QFile::remove(file);
     EXPECT_EQ(failure(), error::fileNotFound);
-    EXPECT_EQ(reason, "找不到帮助文件：" + QDir::toNativeSeparators(file));
+    EXPECT_EQ(reason, "找不到帮助文件：" + QDir::toNativeSeparators(file) +
+                          "\n请重新启动程序；仍然没有时，把安装包 share/qvnd 文件夹中的 "
+                          "Qvnd.hlp 复制过来。");
 }
 
 TEST_F(HelpWindow, AFolderInItsPlaceCannotBeRead) {

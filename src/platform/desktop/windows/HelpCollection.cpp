@@ -35,7 +35,9 @@ QByteArray contentOf(const QString& helpFile) {
     const QString shown = QDir::toNativeSeparators(helpFile);
     QFile file(helpFile);
     if (!file.exists()) {
-        fail(error::fileNotFound, u"找不到帮助文件：%1"_s.arg(shown));
+        fail(error::fileNotFound,
+             u"找不到帮助文件：%1\n请重新启动程序；仍然没有时，把安装包 share/qvnd 文件夹中的 "
+             u"Qvnd.hlp 复制过来。"_s.arg(shown));
     }
     if (QFileInfo(helpFile).isDir() || !file.open(QIODevice::ReadOnly)) {
         fail(error::pathAccess, u"不能读取帮助文件：%1"_s.arg(shown));
