@@ -1,5 +1,7 @@
 #include "platform/desktop/DesktopWindows.h"
 
+#include <QCoreApplication>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -9,7 +11,8 @@ namespace qvnd::desktop {
 
 namespace {
 
-constexpr int patienceMs = 2000;
+constexpr int patienceMs = 2000; // of a tool that hangs
+constexpr int betweenEventsMs = 30;
 
 // As the program itself or as what an interpreter runs.
 bool runs(const QStringList& commandLine, const QString& program) {
@@ -25,8 +28,18 @@ bool DesktopWindows::activateByTool(const QString& title) {
     }
     QProcess process;
     process.start(tool, {QStringLiteral("-F"), QStringLiteral("-a"), title});
-    return process.waitForFinished(patienceMs) && process.exitStatus() == QProcess::NormalExit &&
-           process.exitCode() == 0;
+    QElapsedTimer clock;
+    clock.start();
+    while (!process.waitForFinished(betweenEventsMs) && process.state() != QProcess::NotRunning) {
+        if (clock.hasExpired(patienceMs)) {
+            process.kill();
+            process.waitForFinished();
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+    return process.error() != QProcess::FailedToStart &&
+           process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
 bool DesktopWindows::activate(const QString& title, const QString& program) {

@@ -9,7 +9,7 @@
 namespace qvnd::desktop {
 
 // The windows of the desktop: by title through the tool "wmctrl" where it is installed, else by the
-// running processes.
+// running processes. While the tool is waited for, at most two seconds, the windows stay painted.
 class DesktopWindows : public WindowLookup {
 public:
     // Brings the window with exactly that title to front; false when there is none or no way to

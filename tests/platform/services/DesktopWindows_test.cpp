@@ -1,6 +1,13 @@
 #include "platform/desktop/DesktopWindows.h"
 
+#include "support/ChangedVariable.h"
+#include "support/Files.h"
+
 #include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTimer>
 
 namespace qvnd::desktop {
 namespace {
@@ -34,6 +41,26 @@ TEST(DesktopWindows, WithoutTitlesTheRunningProgramCounts) {
     EXPECT_TRUE(windows.activate("文档柜", program));
     processes.lines = {{"/usr/bin/interpreter", program}};
     EXPECT_TRUE(windows.activate("文档柜", program));
+}
+
+// The tool that asks the desktop hangs.
+TEST(DesktopWindows, WhileTheToolIsWaitedForTheWindowsStayAlive) {
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    const QCoreApplication application(argc, argv);
+    const test::TemporaryFolder folder;
+    folder.write("wmctrl", "#!/bin/sh\nexec sleep 600\n");
+    QFile(folder.path("wmctrl"))
+        .setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    const test::ChangedVariable path("PATH", folder.path().toUtf8() + ":" + qgetenv("PATH"));
+    int served = 0;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] { ++served; });
+    timer.start(50);
+    Running processes;
+    EXPECT_FALSE(DesktopWindows(processes).activate("文档柜", program));
+    EXPECT_GE(served, 10);
 }
 
 } // namespace
