@@ -73,8 +73,8 @@ public:
         TrvEdit.Select(&TrvEdit.Add(plan + ".1", documentName, outline::image::document,
                                     outline::image::documentSelected));
         generate::WordSession word;
-        generate::SimilarDocuments dialog(state_, TrvEdit,
-                                          {silence_, silence_, silence_, silence_, word, silence_});
+        generate::SimilarDocuments dialog(
+            state_, TrvEdit, {silence_, silence_, silence_, silence_, word, silence_, silence_});
         return bench::milliseconds([&] {
             dialog.Load();
             require(!dialog.ListView1().empty(), "list");

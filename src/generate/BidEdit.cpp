@@ -6,14 +6,15 @@
 #include "outline/OutlineRows.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
+#include "platform/desktop/BesideEvents.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
 #include "store/PlanLists.h"
 #include "store/ProgramFiles.h"
 
-#include <utility>
 #include <QTemporaryDir>
 
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,9 +24,6 @@ namespace {
 
 using desktop::Icon;
 using outline::OutlineNode;
-
-// The document view's own "cannot open the file".
-constexpr long documentNotShown = 31024;
 
 QString descriptionOf(const RunTimeError& failure) {
     return QString::fromStdU16String(failure.description());
@@ -128,17 +126,39 @@ BuildOutcome BidEdit::mnuBuildbid() {
 
 bool BidEdit::mnuBul() {
     bool isRebuilt = false;
-    withHourglass([&] { isRebuilt = RebuildContents(program_, services_.generation); });
+    withHourglass([&] {
+        const desktop::LongRunScope scope(services_.longRun, u"生成目录"_s, 0);
+        services_.longRun.next(u"正在打开“施工方案.doc”……"_s);
+        try {
+            isRebuilt = RebuildContents(program_, services_.generation);
+        } catch (const RunTimeError&) {
+            if (!services_.longRun.isCancelled())
+                throw;
+        }
+    });
     return isRebuilt;
 }
 
-void BidEdit::tellUnexpected(const RunTimeError& failure, Icon icon) {
+void BidEdit::tellUnexpected(const RunTimeError& failure, const QString& key, Icon icon) {
     services_.generation.messages.tell(
-        outline::failureText(u"打开文档时出现意外的错误！"_s, failure, TrvEdit.SelectedItem()),
-        icon);
+        outline::failureText(u"打开文档时出现意外的错误！"_s, failure, TrvEdit.find(key)), icon);
 }
 
-bool BidEdit::loadSelected() {
+void BidEdit::tellUnstable(const RunTimeError& failure, const QString& key) {
+    if (failure.number() == error::documentNotShown)
+        services_.generation.messages.tell(
+            outline::failureText(
+                u"出现意外的错误。可能是你的系统不稳定，请退出程序重新进入或是重启计算机。"_s,
+                failure, TrvEdit.find(key)),
+            Icon::information, u"提示"_s);
+}
+
+QString BidEdit::selectedKey() const {
+    const OutlineNode* node = TrvEdit.SelectedItem();
+    return node ? node->Key() : QString();
+}
+
+bool BidEdit::loadSelected(const BidEditScreen::PreviewFailed& tell) {
     const OutlineNode& node = selectedNode();
     if (!isDocument(node)) {
         services_.pane.turnPreviewOff();
@@ -146,36 +166,40 @@ bool BidEdit::loadSelected() {
     }
     services_.pane.turnPreviewOn();
     services_.pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
+    services_.pane.onLatePreviewFailure([this, tell](const RunTimeError& failure) {
+        program_.modMain.Command.run([&] { tell(failure); });
+    });
     return true;
 }
 
 void BidEdit::mnuBrowseDoc() {
     BidEditPane& pane = services_.pane;
+    const auto tell = [this, key = selectedKey()](const RunTimeError& failure) {
+        tellUnexpected(failure, key, Icon::exclamation);
+    };
     try {
-        if (!loadSelected())
+        if (!loadSelected(tell))
             return;
         pane.updatePreview();
         pane.shrinkPreview();
         pane.setScrollSteps();
     } catch (const RunTimeError& failure) {
-        tellUnexpected(failure, Icon::exclamation);
+        tell(failure);
     }
 }
 
 void BidEdit::DblClick() {
     BidEditPane& pane = services_.pane;
+    const auto tell = [this, key = selectedKey()](const RunTimeError& failure) {
+        tellUnstable(failure, key);
+    };
     try {
-        if (!loadSelected())
+        if (!loadSelected(tell))
             return;
         pane.setScrollSteps();
         pane.updatePreview();
     } catch (const RunTimeError& failure) {
-        if (failure.number() == documentNotShown)
-            services_.generation.messages.tell(
-                outline::failureText(
-                    u"出现意外的错误。可能是你的系统不稳定，请退出程序重新进入或是重启计算机。"_s,
-                    failure, TrvEdit.SelectedItem()),
-                Icon::information, u"提示"_s);
+        tell(failure);
     }
 }
 
@@ -193,7 +217,7 @@ void BidEdit::mnuDocOpen() {
         loadToOpen(documentOf(*node, TrvEdit.Item(1).Text()));
         services_.pane.shrinkPreview();
     } catch (const RunTimeError& failure) {
-        tellUnexpected(failure, Icon::none);
+        tellUnexpected(failure, selectedKey(), Icon::none);
     }
 }
 
@@ -266,12 +290,18 @@ std::optional<std::vector<PlanFinding>> BidEdit::check() {
         progress.next(node.Text());
         return !progress.isCancelled();
     };
+    const auto beside = [&](const std::function<void()>& work) {
+        desktop::runBesideEvents(work, [&] {
+            services_.generation.events.doEvents();
+            progress.isCancelled();
+        });
+    };
     std::vector<PlanFinding> found;
     bool isCancelled = false;
     withHourglass([&] {
         const desktop::LongRunScope scope(progress, u"生成前检查"_s, TrvEdit.Count() - 1);
-        found = checkPlan(
-            {program_.modMain, TrvEdit, services_.inUse, runsOn, goOn, &services_.documents});
+        found = checkPlan({program_.modMain, TrvEdit, services_.inUse, runsOn, goOn,
+                           &services_.documents, beside});
         isCancelled = progress.isCancelled();
     });
     return isCancelled ? std::nullopt : std::optional(std::move(found));
@@ -296,6 +326,8 @@ bool BidEdit::drawPdf(const QString& pdf) {
     withHourglass([&] {
         const desktop::LongRunScope scope(services_.longRun, u"输出 PDF"_s, 0);
         services_.longRun.next(u"正在排版并写出“施工方案.pdf”……"_s);
+        const QTemporaryDir scratch;
+        const QString drawn = scratch.filePath(u"drawn.pdf"_s);
         try {
             services_.pdf.print(files::resolved(finishedDocument()), drawn);
             program_.modMain.gFso->CopyFile(drawn, pdf, true); // which the history sees
@@ -322,5 +354,3 @@ void BidEdit::runOfToolbar(const std::function<void()>& command) {
 }
 
 } // namespace qvnd::generate
-        const QTemporaryDir scratch;
-        const QString drawn = scratch.filePath(u"drawn.pdf"_s);

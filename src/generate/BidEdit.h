@@ -25,7 +25,7 @@ struct BidEditServices {
     desktop::WindowLookup& windows;
     files::FilesInUse& inUse;
     office::PdfPrinter& pdf;
-    // The progress of the check and of the PDF.
+    // The progress of the check, of the contents that are rebuilt and of the PDF.
     desktop::LongRun& longRun;
     // Of the word processor of `generation`.
     GenerationRecord& record;
@@ -58,7 +58,7 @@ public:
 
     // mnuBuildbid and the key "生成标书". A finished document stands in the preview.
     BuildOutcome mnuBuildbid();
-    // False when there is nothing to rebuild, which is told.
+    // False when there is nothing to rebuild, which is told, and when the user has cancelled.
     bool mnuBul();
 
     // The selected document in the preview; a node of another kind turns the preview off. The menu

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -153,7 +154,9 @@ private:
 
     void read(const OutlineNode& node, const std::filesystem::path& path) {
         try {
-            bringIn(node, word::readDocument(path));
+            std::optional<word::DocumentContent> document;
+            parts_.longWork([&] { document = word::readDocument(path); });
+            bringIn(node, *document);
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
             readForeign(node, path, isLocked ? Kind::encrypted : Kind::unreadable);
@@ -165,7 +168,8 @@ private:
     // As the door of the engine reads what our own reader refuses.
     void readForeign(const OutlineNode& node, const std::filesystem::path& path, Kind refused) {
         try {
-            word::DocumentContent document = word::readDocumentFile(path, parts_.documents);
+            word::DocumentContent document =
+                word::readDocumentFile(path, parts_.documents, parts_.longWork);
             word::Remarks& remarks = document.unread.remarks;
             add(Kind::converted, node, QString::fromStdU16String(remarks.front()));
             remarks.erase(remarks.begin());

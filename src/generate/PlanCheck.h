@@ -60,6 +60,7 @@ struct PlanCheckParts {
     std::function<bool(const outline::OutlineNode&)> goOn;
     // Of the generation; null where it has none.
     word::DocumentConverter* documents = nullptr;
+    word::LongWork longWork = [](const std::function<void()>& work) { work(); };
 };
 
 // Looks at every node of the tree and reads every document, as generating will. Changes nothing.

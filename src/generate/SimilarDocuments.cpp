@@ -75,6 +75,7 @@ void SimilarDocuments::cmdBrowse() {
 }
 
 bool SimilarDocuments::cmdInsert() {
+    std::optional<desktop::LongRunScope> progress;
     try {
         if (services_.word.isAtWork() || services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
             services_.messages.tell(u"对不起，请先关闭Word文档！"_s, Icon::information);
@@ -86,21 +87,35 @@ bool SimilarDocuments::cmdInsert() {
         if (rows_.empty()) {
             return false;
         }
+        progress.emplace(services_.longRun, u"插入文档"_s, 0);
         insertInto(path);
         return true;
     } catch (const RunTimeError& failure) {
-        services_.messages.tell(descriptionOf(failure), Icon::exclamation, u"提示"_s);
+        const bool isCancelled = services_.longRun.isCancelled();
+        progress.reset();
+        if (!isCancelled) {
+            tellFailedInsertion(services_.messages, failure);
+        }
         return false;
     }
 }
 
 void SimilarDocuments::insertInto(const QString& path) {
     WordSession& word = services_.word;
+    services_.longRun.next(u"正在打开“%1”……"_s.arg(QFileInfo(path).fileName()));
     word.keepDocument(word.application().documents().Open(files::toPath(path)));
     word.document().Activate();
+    services_.longRun.next(u"正在插入“%1”……"_s.arg(QFileInfo(selectedRow().path).fileName()));
     word.selection().InsertFile(files::toPath(selectedRow().path));
+    if (services_.longRun.isCancelled()) {
+        throw RunTimeError(error::stopped, u"插入已取消。");
+    }
     word.activeDocument().Close(true);
     services_.frmBidEdit.loadPreview(path);
+    services_.frmBidEdit.onLatePreviewFailure(
+        [&messages = services_.messages](const RunTimeError& failure) {
+            tellFailedInsertion(messages, failure);
+        });
     services_.frmBidEdit.updatePreview();
     word.application().Quit();
     word.dropApplication();
@@ -112,10 +127,6 @@ QStringList SimilarDocuments::foldersAtWork() const {
     if (TrvEdit_.SelectedItem()) {
         folders << QFileInfo(target()).path();
     }
-    services_.frmBidEdit.onLatePreviewFailure(
-        [&messages = services_.messages](const RunTimeError& failure) {
-            tellFailedInsertion(messages, failure);
-        });
     if (selected_) {
         folders << QFileInfo(selectedRow().path).path();
     }
@@ -137,6 +148,10 @@ const SimilarDocuments::Row& SimilarDocuments::selectedRow() const {
 void SimilarDocuments::cmdOpen() {
     try {
         services_.frmBidEdit.loadPreview(selectedRow().path);
+        services_.frmBidEdit.onLatePreviewFailure(
+            [&messages = services_.messages](const RunTimeError& failure) {
+                messages.tell(descriptionOf(failure));
+            });
         services_.frmBidEdit.activatePreview();
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::objectNotSet) {
@@ -148,7 +163,3 @@ void SimilarDocuments::cmdOpen() {
 }
 
 } // namespace qvnd::generate
-        services_.frmBidEdit.onLatePreviewFailure(
-            [&messages = services_.messages](const RunTimeError& failure) {
-                messages.tell(descriptionOf(failure));
-            });

@@ -4,6 +4,7 @@
 #include "generate/driver/WordSession.h"
 #include "outline/OutlineTree.h"
 #include "platform/desktop/FileDialogs.h"
+#include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/WordProcessorWindows.h"
 #include "store/modMain.h"
@@ -25,6 +26,8 @@ struct SimilarDocumentsServices {
     // A reference of the dialog's own, apart from the generation's.
     WordSession& word;
     BidEditScreen& frmBidEdit;
+    // The progress of an insertion.
+    desktop::LongRun& longRun;
 };
 
 // The dialog for similar documents (dlgLike), without its window: the template documents that bear
@@ -58,7 +61,7 @@ public:
     // shows that in the preview. Refused while a document of either folder is open in a word
     // processor, and while an insertion is under way. With an empty list the word processor that it
     // starts is left running. True when it was inserted; an error is shown and leaves the word
-    // processor as it is.
+    // processor as it is. A user who cancels leaves the target as it was, without a word.
     bool cmdInsert();
     // Shows the selected row's document in the preview and starts its application on it.
     void cmdOpen();

@@ -12,6 +12,9 @@
 
 #include <QElapsedTimer>
 
+#include <functional>
+#include <utility>
+
 namespace qvnd::startup {
 
 // The word processor behind generation in a window: our own engine, with the page numbers of our
@@ -56,9 +59,6 @@ private:
         QElapsedTimer sinceEvents_;
     };
 
-    generate::CollectedLosses losses_;
-    UnsavedChangesBox unsaved_;
-    pictures::PictureDecoder pictures_;
     class Stoppable : public word::DocumentConverter {
     public:
         Stoppable(office::OfficeSuite suite, std::function<bool()> isStopped)
@@ -73,6 +73,9 @@ private:
         std::function<bool()> isStopped_;
     };
 
+    generate::CollectedLosses losses_;
+    UnsavedChangesBox unsaved_;
+    pictures::PictureDecoder pictures_;
     Stoppable documents_;
     layout::LayoutPageNumbers own_{drawing::openNamedFonts};
     Awaited awaited_;

@@ -16,8 +16,10 @@ namespace qvnd::startup {
 // installed, for files of other formats.
 class WordProcessor {
 public:
-    // `stop` is asked now and then while the office suite works; true ends its work.
-    explicit WordProcessor(desktop::MessageBoxes& messages, office::OfficeSuite::Stop stop = {});
+    // `stop` is asked now and then while the office suite works, and true ends its work; and while
+    // a file is read, where its answer counts for nothing.
+    explicit WordProcessor(desktop::MessageBoxes& messages,
+                           const office::OfficeSuite::Stop& stop = {});
 
     word::ApplicationFactory& factory() { return factory_; }
 

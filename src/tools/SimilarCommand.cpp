@@ -47,7 +47,7 @@ ExitStatus similar(Session& session, const QStringList& words) {
     generate::WordSession word;
     generate::SimilarDocuments dialog(run.state(), TrvEdit,
                                       {run.services().messages, run.services().fileDialogs, windows,
-                                       run.services().word, word, screen});
+                                       run.services().word, word, screen, run.services().longRun});
     dialog.Load();
     QJsonArray json;
     QStringList lines;

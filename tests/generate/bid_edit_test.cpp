@@ -463,6 +463,16 @@ TEST_F(PlanEdit, ACancelledCheckTellsNothing) {
     EXPECT_FALSE(longRun.running);
 }
 
+TEST_F(PlanEdit, RebuildingTheContentsShowsItsProgressAndACancelIsNoFailure) {
+    writeFinished();
+    log.failAt("Documents.Open", error::invalidCall, u"转换已停止。");
+    longRun.cancel = [] { return true; };
+    EXPECT_FALSE(loaded().mnuBul());
+    EXPECT_EQ(longRun.shown, QStringList({u"生成目录 0"_s, u"正在打开“施工方案.doc”……"_s}));
+    EXPECT_FALSE(longRun.running);
+    EXPECT_EQ(log.lines.back(), "pointer normal");
+}
+
 // PDF
 
 TEST_F(PlanEdit, ThePdfOfTheFinishedDocumentStandsBesideIt) {

@@ -75,8 +75,11 @@ protected:
 
     std::vector<PlanFinding> check() {
         return generate::checkPlan({program, TrvEdit, inUse, runsOn,
-                                    [this](const auto&) { return ++yields < patience; },
-                                    &converter});
+                                    [this](const auto&) { return ++yields < patience; }, &converter,
+                                    [this](const std::function<void()>& work) {
+                                        ++longWorks;
+                                        work();
+                                    }});
     }
     // "key kind" of each finding.
     QStringList kinds() {
@@ -94,6 +97,7 @@ protected:
     test::FixedPageNumbers pages;
     bool runsOn = false;
     int yields = 0;
+    int longWorks = 0;  // readings that may take long
     int patience = 100; // of the user, in nodes
 };
 
@@ -104,6 +108,7 @@ TEST_F(PlanCheck, ASoundPlanHasNothingToTell) {
     soundDocument(u"工程.1.1"_s, u"说明"_s);
     EXPECT_TRUE(check().empty());
     EXPECT_EQ(yields, 2);
+    EXPECT_EQ(longWorks, 1) << "the document";
 }
 
 TEST_F(PlanCheck, AMissingDocumentIsNamedWithItsFile) {

@@ -37,7 +37,7 @@ struct SimilarDocumentsDialog : testing::Test, TemplateWorld {
         makeNamedTemplate("乙", {{"乙", "乙"}, {"乙.4", "管理目标", "是"}});
     }
     generate::SimilarDocumentsServices surroundings() {
-        return {messages, dialogs, windows, *factory, session, screen};
+        return {messages, dialogs, windows, *factory, session, screen, longRun};
     }
     SimilarDocuments loaded() {
         SimilarDocuments dialog(state, TrvEdit, surroundings());
@@ -210,6 +210,31 @@ TEST_F(SimilarDocumentsDialog, ASecondInsertionInTheFirstIsRefused) {
     EXPECT_TRUE(dialog.cmdInsert()) << "the next one may run again";
 }
 
+TEST_F(SimilarDocumentsDialog, AnInsertionShowsItsProgressAndEndsIt) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(1);
+    dialog.cmdInsert();
+    EXPECT_EQ(longRun.shown,
+              QStringList({"插入文档 0", "正在打开“P.1.2.doc”……", "正在插入“甲.1.doc”……"}));
+    EXPECT_FALSE(longRun.running);
+}
+
+TEST_F(SimilarDocumentsDialog, ACancelledInsertionSavesNothingAndSaysNothing) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(1);
+    longRun.cancel = [this] { return longRun.shown.size() == 3; };
+    EXPECT_FALSE(dialog.cmdInsert());
+    EXPECT_EQ(logged().find("Close"), std::string::npos) << logged();
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_FALSE(longRun.running);
+    log.failAt("Documents.Open", error::invalidCall, u"转换已停止。");
+    longRun.cancel = [] { return true; };
+    EXPECT_FALSE(dialog.cmdInsert());
+    EXPECT_TRUE(messages.shown.empty());
+}
+
 TEST_F(SimilarDocumentsDialog, AnErrorIsShownAndTheWordProcessorStays) {
     makeTwoTemplates();
     auto dialog = loaded();
@@ -260,6 +285,21 @@ TEST_F(SimilarDocumentsDialog, AnyOtherErrorOfOpeningShowsItsDescription) {
     expectMessage("无法显示", desktop::Icon::none, "");
 }
 
+TEST_F(SimilarDocumentsDialog, WhatTurnsOutOfADocumentLaterIsToldAsThatCommandTellsIt) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(0);
+    dialog.cmdOpen();
+    ASSERT_TRUE(screen.lateFailure);
+    screen.lateFailure(RunTimeError(31024, u"无法显示"));
+    expectMessage("无法显示", desktop::Icon::none, "");
+    messages.shown.clear();
+    dialog.cmdInsert();
+    ASSERT_TRUE(screen.lateFailure);
+    screen.lateFailure(RunTimeError(31024, u"无法显示"));
+    expectMessage("无法显示", desktop::Icon::exclamation, "提示");
+}
+
 // With the real engine
 
 struct SimilarDocumentsOnDisk : SimilarDocumentsDialog {
@@ -285,21 +325,6 @@ struct SimilarDocumentsOnDisk : SimilarDocumentsDialog {
     QString textOf(const QString& name) {
         const auto data = word::readDocument(files::toPath(folder.path(name)));
         return QString::fromStdU16String(word::documentText(data.main, data.tables)).trimmed();
-TEST_F(SimilarDocumentsDialog, WhatTurnsOutOfADocumentLaterIsToldAsThatCommandTellsIt) {
-    makeTwoTemplates();
-    auto dialog = loaded();
-    dialog.select(0);
-    dialog.cmdOpen();
-    ASSERT_TRUE(screen.lateFailure);
-    screen.lateFailure(RunTimeError(31024, u"无法显示"));
-    expectMessage("无法显示", desktop::Icon::none, "");
-    messages.shown.clear();
-    dialog.cmdInsert();
-    ASSERT_TRUE(screen.lateFailure);
-    screen.lateFailure(RunTimeError(31024, u"无法显示"));
-    expectMessage("无法显示", desktop::Icon::exclamation, "提示");
-}
-
     }
 
     test::FixedPageNumbers pages;

@@ -88,7 +88,7 @@ void showDlgLike(Program& program, const Look& look) {
     generate::WordSession session;
     generate::dlgLike dialog(program.state(), TrvEdit,
                              {program.messages, program.dialogs, program.world.openDocuments,
-                              program.word, session, screen});
+                              program.word, session, screen, program.world.services().longRun});
     show(dialog, look);
 }
 

@@ -32,6 +32,17 @@ TEST(LongRuns, ShowNothingBeforeTheirTimeHasPassed) {
     run.end();
 }
 
+TEST(LongRuns, KeepTheWindowsPaintedBeforeTheirTimeHasPassed) {
+    desktop::WidgetLongRun run(60'000);
+    bool isServed = false;
+    QMetaObject::invokeMethod(
+        qApp, [&] { isServed = true; }, Qt::QueuedConnection);
+    run.begin("添加文档", 2);
+    EXPECT_FALSE(run.isCancelled());
+    EXPECT_TRUE(isServed);
+    run.end();
+}
+
 TEST(LongRuns, ThenNameThePieceAndEndWithTheWork) {
     desktop::WidgetLongRun run(0);
     run.begin("添加文档", 2);

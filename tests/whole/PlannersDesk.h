@@ -59,9 +59,9 @@ public:
     // The row of the list into the document that is selected in TrvCurrent.
     bool insertSimilar(std::size_t row) {
         generate::WordSession session;
-        generate::SimilarDocuments dialog(
-            planner_.state(), planner_.current(),
-            {planner_.messages, planner_.dialogs, windows_, engine_, session, screen_});
+        generate::SimilarDocuments dialog(planner_.state(), planner_.current(),
+                                          {planner_.messages, planner_.dialogs, windows_, engine_,
+                                           session, screen_, planner_.longRun});
         dialog.Load();
         dialog.select(dialog.ListView1().empty() ? row : row % dialog.ListView1().size());
         return dialog.cmdInsert();

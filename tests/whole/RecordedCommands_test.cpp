@@ -178,7 +178,7 @@ TEST_F(RecordedInsertion, OfASimilarDocument) {
         planner.click(document);
         generate::SimilarDocuments dialog(
             planner.state(), planner.current(),
-            {planner.messages, planner.dialogs, windows, engine, session, screen});
+            {planner.messages, planner.dialogs, windows, engine, session, screen, planner.longRun});
         dialog.Load();
         dialog.select(0);
         EXPECT_TRUE(dialog.cmdInsert());

@@ -315,7 +315,7 @@ void frmBidEdit::setUp() {
 void frmBidEdit::like() {
     dlgLike dialog(parts_.program.modMain, edit_->TrvEdit,
                    {parts_.messages, parts_.fileDialogs, parts_.wordProcessorWindows,
-                    parts_.insertion, likeWord_, *PicEdit_},
+                    parts_.insertion, likeWord_, *PicEdit_, parts_.longRun},
                    this);
     dialog.Load();
     dialog.exec();

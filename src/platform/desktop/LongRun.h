@@ -16,8 +16,8 @@ public:
     // The next piece begins; `text` names it.
     virtual void next(const QString& text) = 0;
     // True when the user has cancelled, until the next begin(). While the progress is on the screen
-    // the desktop's events are served. To be asked between pieces and, now and then, within one;
-    // false when nothing has begun.
+    // the desktop's events are served, before that all but input, so that windows stay painted. To
+    // be asked between pieces and, now and then, within one; false when nothing has begun.
     virtual bool isCancelled() = 0;
     virtual void end() = 0;
 };

@@ -39,6 +39,8 @@ bool WidgetLongRun::isCancelled() {
     if (dialog_) {
         QCoreApplication::processEvents();
         cancelled_ = cancelled_ || dialog_->wasCanceled();
+    } else if (running_) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     return running_ && cancelled_;
 }

@@ -3,8 +3,13 @@
 #include "platform/word/docfile/container/Bytes.h"
 
 #include <filesystem>
+#include <functional>
 
 namespace qvnd::word {
+
+// Runs the reading of a file, which may take long and touches nothing else, to its end; what it
+// throws passes. Where there is none the work runs as it comes.
+using LongWork = std::function<void(const std::function<void()>& work)>;
 
 // Turns documents of other formats into Word 97-2003 documents.
 class DocumentConverter {

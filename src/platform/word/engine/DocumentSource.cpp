@@ -6,6 +6,9 @@
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/reader/ForeignFile.h"
 
+#include <optional>
+#include <utility>
+
 namespace qvnd::word {
 
 namespace {
@@ -76,14 +79,28 @@ struct Refusal {
     }
 };
 
-DocumentContent convertedDocument(const Refusal& refusal, DocumentConverter& converter) {
+template <class Source>
+DocumentContent readBeside(const LongWork& longWork, const Source& source) {
+    if (!longWork) {
+        return readDocument(source);
+    }
+    std::optional<DocumentContent> content;
+    longWork([&] { content = readDocument(source); });
+    return std::move(*content);
+}
+
+DocumentContent convertedDocument(const Refusal& refusal, DocumentConverter& converter,
+                                  const LongWork& longWork) {
     try {
-        DocumentContent content = readDocument(converter.converted(refusal.path));
+        DocumentContent content = readBeside(longWork, converter.converted(refusal.path));
         Remarks& remarks = content.unread.remarks;
         remarks.insert(remarks.begin(), u"原文件是" + refusal.instead.name +
                                             u"，已由办公套件转换，版面可能有出入。");
         return content;
     } catch (const RunTimeError& failure) {
+        if (failure.number() == error::stopped) {
+            throw;
+        }
         throw refusal.with(u"。" + failure.description() + advice);
     } catch (const FormatError&) {
         throw refusal.with(std::u16string(u"。办公套件转换的结果无法读取。") + advice);
@@ -92,20 +109,18 @@ DocumentContent convertedDocument(const Refusal& refusal, DocumentConverter& con
 
 } // namespace
 
-DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConverter* converter) {
+DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConverter* converter,
+                                 const LongWork& longWork) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored)) {
         throw RunTimeError(error::fileNotFound, u"找不到文件“" + path.u16string() + u"”。");
     }
     try {
-        if (failure.number() == error::stopped) {
-            throw;
-        }
-        return readDocument(path);
+        return readBeside(longWork, path);
     } catch (const FormatError& error) {
         const Refusal refusal{path, error.kind(), insteadOf(path, error.kind())};
         if (refusal.instead.isText && converter != nullptr && converter->isAvailable()) {
-            return convertedDocument(refusal, *converter);
+            return convertedDocument(refusal, *converter, longWork);
         }
         throw refusal.withoutConverter();
     }

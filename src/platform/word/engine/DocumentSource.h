@@ -13,7 +13,8 @@ namespace qvnd::word {
 // Throws RunTimeError: 53 when there is no such file, 5 otherwise, with a description in Chinese
 // that names the file, the reason, and what would help.
 DocumentContent readDocumentFile(const std::filesystem::path& path,
-                                 DocumentConverter* converter = nullptr);
+                                 DocumentConverter* converter = nullptr,
+                                 const LongWork& longWork = nullptr);
 
 // What the file is, in Chinese, when it is one that readDocumentFile() needs a converter for; empty
 // for every other file.

@@ -76,7 +76,7 @@ EngineDocument& EngineApplication::enter(DocumentContent content, std::filesyste
 
 EngineDocument& EngineApplication::enterFile(const std::filesystem::path& file,
                                              std::filesystem::path path) {
-    DocumentContent data = readDocumentFile(file, services_.documents);
+    DocumentContent data = readDocumentFile(file, services_.documents, services_.longWork);
     auto losses = leftOutOfOpened(data);
     EngineDocument& document = enter(openedDocument(std::move(data)), std::move(path));
     document.setLosses(std::move(losses));

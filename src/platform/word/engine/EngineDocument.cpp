@@ -160,7 +160,7 @@ void EngineDocument::insertFile(const std::filesystem::path& path) {
         throw RunTimeError(error::invalidCall, u"页眉和页脚中不能插入文件。");
     }
     // Everything that can fail on the file's side comes before the first change.
-    const DocumentContent source = readDocumentFile(path, services_.documents);
+    const DocumentContent source = readDocumentFile(path, services_.documents, services_.longWork);
     WorkingDocument& content = change();
     editor().eraseSelection();
     std::vector<std::u16string> leftOut;

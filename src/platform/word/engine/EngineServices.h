@@ -41,6 +41,7 @@ struct EngineServices {
     DocumentConverter* documents = nullptr;
     // Where documents are written. Null: the real file system.
     std::shared_ptr<OutputFolder> files = nullptr;
+    LongWork longWork = nullptr;
 };
 
 } // namespace qvnd::word

@@ -66,6 +66,20 @@ TEST_F(DocumentSource, ATextDocumentOfAnotherFormatIsConvertedAndItsFirstRemarkS
     EXPECT_EQ(converter.asked, std::vector{folder.path() / "文.doc"});
 }
 
+TEST_F(DocumentSource, LongWorkIsGivenTheReadingOfAFileAndOfWhatTheConverterMakesOfIt) {
+    int works = 0;
+    const LongWork counted = [&](const std::function<void()>& work) {
+        ++works;
+        work();
+    };
+    const auto word = folder.write("字.doc", wordFile(plainWordFile(u"正文\r")));
+    const DocumentContent read = readDocumentFile(word, nullptr, counted);
+    EXPECT_EQ(documentText(read.main, read.tables), u"正文\n");
+    EXPECT_EQ(works, 1);
+    readDocumentFile(rtf(), &converter, counted);
+    EXPECT_EQ(works, 3);
+}
+
 TEST_F(DocumentSource, ADocumentOfAWordBeforeWord97IsConverted) {
     const DocumentContent read = readDocumentFile(oldWord(), &converter);
     EXPECT_EQ(documentText(read.main, read.tables), u"正文\n");

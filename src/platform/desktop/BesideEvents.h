@@ -1,0 +1,14 @@
+#pragma once
+
+#include <functional>
+
+namespace qvnd::desktop {
+
+// Runs work that takes its time in another thread, and `serve` in this one every few hundredths of
+// a second until it has ended: windows stay alive while a large file is read. Returns when the work
+// has ended, and throws what it or `serve` throws. Short work serves nothing.
+//
+// The work must touch nothing that `serve` can reach.
+void runBesideEvents(const std::function<void()>& work, const std::function<void()>& serve);
+
+} // namespace qvnd::desktop
