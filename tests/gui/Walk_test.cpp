@@ -82,6 +82,20 @@ void showPlanEditor(Program& program, const Look& look) {
     showFrame(program, look);
 }
 
+// The list that these commands of the plan edit window come to, about plan 甲, whose documents are
+// none and whose last folder is empty.
+void showListOf(Program& program, const QStringList& commands, const QString& name,
+                const Look& look) {
+    program.world.mainForm().showPlanEditor();
+    auto& editor = *program.world.mainForm().findChild<QWidget*>("frmBidEdit");
+    for (const QString& command : commands) {
+        editor.findChild<QAction*>(command)->trigger();
+    }
+    auto* list = editor.findChild<generate::FindingsWindow*>(name);
+    ASSERT_NE(list, nullptr);
+    show(*list, look);
+}
+
 void showDlgLike(Program& program, const Look& look) {
     outline::OutlineTree TrvEdit("TrvEdit");
     RecordingScreen screen(program.log);
@@ -164,12 +178,11 @@ const Walked walkedWindows[] = {
          show(dialog, look);
      }},
     {"dlgLike", showDlgLike},
-    {"dlgCheck",
-     [](Program&, const Look& look) {
-         generate::FindingsWindow list("生成前检查");
-         list.setObjectName("dlgCheck");
-         list.present({"没有发现问题，可以生成。", {"节点", "情况", "办法"}, {}});
-         show(list, look);
+    {"dlgCheck", [](Program& program,
+                    const Look& look) { showListOf(program, {"mnuCheck"}, "dlgCheck", look); }},
+    {"dlgReport",
+     [](Program& program, const Look& look) {
+         showListOf(program, {"mnuBuildbid", "mnuReport"}, "dlgReport", look);
      }},
     {"frmSplash",
      [](Program&, const Look& look) {

@@ -142,7 +142,13 @@ inline const std::map<std::string, std::vector<StatedText>>& statedTexts() {
         {"dlgCheck",
          {
              {"dlgCheck", "生成前检查"},
-             {"lblSummary", "没有发现问题，可以生成。"},
+             {"lblSummary", "发现 5 处需要注意的情况。单击一行，大纲中就选中有关的节点。"},
+             {"cmdClose", "关闭"},
+         }},
+        {"dlgReport",
+         {
+             {"dlgReport", "生成报告"},
+             {"lblSummary", "5 个节点，3 个文档全部放入，5 个标题。"},
              {"cmdClose", "关闭"},
          }},
         {"HistoryWindow",
