@@ -1,6 +1,6 @@
 // Generates a plan of 400 documents from the plan edit window, with the page numbers of the
-// contents. The first run finds an empty preview, the second one the finished document in it.
-// Beside the time stand, of either run,
+// contents and recorded in a history. The first run finds an empty preview, the second one the
+// finished document in it. Beside the time stand, of either run,
 //   ratio    the time against generating the same plan without a window
 //   process  the time against that of the companion's whole process on the same documents
 //   events   the part of the time in which events were served
@@ -18,6 +18,7 @@
 #include "platform/desktop/LockFiles.h"
 #include "platform/desktop/Processes.h"
 #include "platform/desktop/windows/WidgetEvents.h"
+#include "platform/history/History.h"
 #include "platform/preview/windows/PagePane.h"
 #include "startup/GenerationWord.h"
 #include "tools/GenerateServices.h"
@@ -89,6 +90,7 @@ public:
         : plan_(documents),
           word_(complaints_, office::OfficeSuite(home_.filePath(u"profile"_s), {}), longRun_,
                 events_) {
+        recordCommands(plan_.program());
         conversion_ = std::make_unique<preview::PageConversion>(conversionSettings());
         pane_ = new preview::PagePane(*conversion_);
         form_ = std::make_unique<generate::frmBidEdit>(
@@ -119,6 +121,10 @@ public:
         QCoreApplication::processEvents();
         events_.placeOf = [this] { return place(); };
     }
+
+    ~Window() { plan_.program().History.reset(); } // observes what goes with the plan
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
 
     modMain& program() { return plan_.program(); }
     double secondsWithout() {
@@ -155,6 +161,12 @@ public:
     const QStringList& complaints() const { return complaints_.texts; }
 
 private:
+    // As the program does.
+    static void recordCommands(modMain& program) {
+        program.History = std::make_unique<history::History>(
+            program.gUserTplPath + u".~history"_s, history::Places({{'A', program.gAppPath}}),
+            *program.gWs, *program.gFso, u"bench"_s);
+    }
     preview::ConversionSettings conversionSettings() const {
         preview::ConversionSettings settings;
         settings.profileFolder = home_.filePath(u"preview"_s);
