@@ -1,17 +1,22 @@
 #include "platform/desktop/windows/WidgetFileDialogs.h"
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "platform/error/RunTimeError.h"
+#include "support/ChangedVariable.h"
+#include "support/WaitFor.h"
 
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QDateTime>
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeView>
 
 #include <functional>
 #include <vector>
@@ -130,6 +135,48 @@ TEST(WidgetFileDialogs, AnswersWithTheFileAndItsTitle) {
     const ChosenFile chosen = choose(dialogs, file);
     EXPECT_EQ(chosen.fileTitle, u"土方 开挖.doc"_s);
     EXPECT_EQ(chosen.fileName, file);
+}
+
+// On a desktop that speaks English, as one without a language does.
+TEST(WidgetFileDialogs, ListKindsAndDatesInChinese) {
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"甲.doc"_s));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.setFileTime(QDateTime(QDate(2026, 5, 1), QTime(9, 30)), QFileDevice::FileModificationTime);
+    file.close();
+    QDir(folder.path()).mkdir(u"图纸"_s);
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    onceShown<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.setDirectory(folder.path());
+        const auto& list = *dialog.findChild<QTreeView*>(u"treeView"_s);
+        const auto shown = [&list](int row, int column) {
+            return list.model()->index(row, column, list.rootIndex()).data().toString();
+        };
+        ASSERT_TRUE(test::waitFor([&] { return list.model()->rowCount(list.rootIndex()) == 2; }));
+        EXPECT_EQ(shown(0, 2), u"文件夹"_s);
+        EXPECT_EQ(shown(1, 2), u"DOC 文件"_s);
+        EXPECT_EQ(shown(1, 3), u"2026/5/1 09:30"_s);
+        dialog.reject();
+    });
+    WidgetFileDialogs dialogs;
+    EXPECT_THROW(dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s}),
+                 RunTimeError);
+    QLocale::setDefault(before);
+}
+
+TEST(WidgetFileDialogs, WithoutAFolderOfDocumentsTheDialogOpensAtHome) {
+    const QTemporaryDir home;
+    const test::ChangedVariable place("HOME", home.path().toUtf8());
+    onceShown<QFileDialog>([&](QFileDialog& dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath(), home.path());
+        EXPECT_EQ(dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->text(), QString());
+        dialog.reject();
+    });
+    WidgetFileDialogs dialogs;
+    EXPECT_THROW(dialogs.open({u"打开文档"_s, u"Word文档 (*.doc)|*.doc"_s, u"doc"_s}),
+                 RunTimeError);
 }
 
 // Chooses in the dialog for several files what `select` does.
