@@ -108,8 +108,13 @@ QString asText(const Generated& done) {
                           .arg(done.seconds, 0, 'f', 2)};
     for (const ReportedNode& node : done.report.missing)
         lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.what);
-    for (const generate::ForeignText& text : done.report.foreign)
-        lines << text.what + adviceHere(text);
+    QStringList advice;
+    for (const generate::ForeignText& text : done.report.foreign) {
+        lines << text.what;
+        advice << adviceHere(text);
+    }
+    advice.removeDuplicates();
+    lines << advice;
     return lines.join(u'\n');
 }
 
