@@ -37,7 +37,7 @@ QString LengthRange::problemOf(const QString& text) const {
 
 QString LengthRange::noteOf(const QString& refused) const {
     return u"“%1”不在 %2 到 %3 厘米之间，现在是 %4；请改成需要的数，"
-           "否则这一页再有改动时就保存 %4。"_s.arg(refused)
+           "否则改动或离开这一页的其他框时就保存 %4。"_s.arg(refused)
                .arg(double{least})
                .arg(double{most})
                .arg(reset);

@@ -123,7 +123,7 @@ TEST_F(PageSetupPageTest, BehindARefusalTheBoxSaysWhatWasRefusedAndWhatStandsThe
     enter(page().txtPageupdis, u"99"_s);
     EXPECT_EQ(page().txtPageupdis.note(),
               u"“99”不在 -55.87 到 55.87 厘米之间，现在是 0；请改成需要的数，"
-              "否则这一页再有改动时就保存 0。"_s);
+              "否则改动或离开这一页的其他框时就保存 0。"_s);
     EXPECT_EQ(page().TxtPageDownDis.note(), QString());
     enter(page().txtPageupdis, u"2"_s);
     EXPECT_EQ(page().txtPageupdis.note(), QString());
