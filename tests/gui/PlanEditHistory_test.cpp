@@ -272,6 +272,15 @@ TEST(PlanEditHistoryInTheFrame, WhatAGenerationReplacedIsToldInTheWorkbench) {
     file.close();
     frame.showPlanEditor();
     frame.findChild<QAction*>("mnuBuildbid")->trigger();
+    auto* editor = frame.findChild<generate::frmBidEdit*>();
+    const auto contents = [&] {
+        QFile now(finished);
+        return now.open(QIODevice::ReadOnly) ? now.readAll() : QByteArray();
+    };
+    editor->findChild<QPushButton*>("noteUndo")->click();
+    EXPECT_EQ(contents(), "earlier") << "the bar of the plan edit window leads back as well";
+    EXPECT_FALSE(editor->findChild<outline::NoteBar*>()->isVisible());
+    frame.findChild<QAction*>("mnuBuildbid")->trigger();
     frame.findChild<QAction*>("mnuBack")->trigger();
     QCoreApplication::processEvents();
     auto* bar = frame.findChild<outline::NoteBar*>();

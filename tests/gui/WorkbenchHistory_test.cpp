@@ -1,5 +1,6 @@
 #include "gui/support/Renaming.h"
 #include "gui/support/WorkbenchWindow.h"
+#include "outline/windows/NoteBar.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -135,6 +136,25 @@ TEST_F(WorkbenchHistory, ARenamingIsTakenBack) {
     EXPECT_EQ(item("mnuUndo").text(), "撤消 重命名[新名]");
     item("mnuUndo").trigger();
     EXPECT_EQ(world.workbench.TrvCurrent.Item("T.1").Text(), "名T.1");
+}
+
+TEST_F(WorkbenchHistory, WhatACopyLeavesOutIsToldWithoutAWayBackWhereNothingWasCopied) {
+    open("T.1");
+    const auto paste = [this] {
+        click(trvTemplate(), "M");
+        item("mnuCopy").trigger();
+        click(trvCurrent(), "T.1");
+        item("mnuPaste").trigger();
+    };
+    paste();
+    EXPECT_FALSE(bar().isVisible()) << "all came in";
+    const QStringList keys = world.keys("T");
+    paste();
+    EXPECT_EQ(world.keys("T"), keys);
+    ASSERT_TRUE(bar().isVisible());
+    EXPECT_TRUE(form->findChild<outline::NoteBar*>()->text().contains("没有复制 2 项"));
+    EXPECT_FALSE(form->findChild<QPushButton*>("noteUndo")->isVisible());
+    EXPECT_FALSE(form->findChild<QPushButton*>("noteDetails")->isVisible());
 }
 
 TEST_F(WorkbenchHistory, TheBarTellsWhatElseACommandTookAndLeadsBack) {
