@@ -33,6 +33,7 @@ TEST(Plc, AsManyElementsAsTheBytesHold) {
     EXPECT_EQ(plc.positions, (std::vector<std::uint32_t>{1, 2, 5}));
     EXPECT_EQ(plc.element(1)[0], 0xCC);
     EXPECT_EQ(encodePlc(plc.positions, plc.data), hex("01000000 02000000 05000000 AABB CCDD"));
+    EXPECT_EQ(decodePlc(hex("07000000"), 2).positions, std::vector<std::uint32_t>{7});
     EXPECT_EQ(decodePlc(hex("01 00"), 2).count(), 0U);
     EXPECT_EQ(decodePlc({}, 0).count(), 0U);
 }
