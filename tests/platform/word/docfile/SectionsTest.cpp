@@ -72,6 +72,15 @@ TEST(Sepx, OutsideOfTheStreamIsRefused) {
     EXPECT_THROW(decodeSepx(hex("05 00 01"), 100), FormatError);
 }
 
+TEST(Sepx, OfTooLongAListAsManyEntriesAreKeptAsHaveRoom) {
+    Bytes list = hex("09 30 02");
+    const Bytes entry = withSprm16({}, sprm::SXaPage, 12240);
+    while (list.size() <= 0x7FFF) {
+        list.insert(list.end(), entry.begin(), entry.end());
+    }
+    EXPECT_EQ(decodeSepx(encodeSepx(list), 0).size(), 0x7FFFU);
+}
+
 TEST(Sepx, TooLongAListIsCutBetweenEntries) {
     Bytes list;
     while (list.size() < 40000) {
