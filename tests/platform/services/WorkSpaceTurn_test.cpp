@@ -226,6 +226,14 @@ TEST_F(WorkSpaceTurns, OnADiskWithoutLocksFailAtOnceWithTheReason) {
     EXPECT_EQ(attempts, 1);
 }
 
+TEST_F(WorkSpaceTurns, AFolderThatIsCoveredAgainIsLockedOnce) {
+    one.cover(folder.path(), 0ms); // plans may lie in the program's own folder
+    EXPECT_EQ(refusal(one, 0ms), QString());
+    one.cover(folder.path(), 0ms);
+    EXPECT_TRUE(one.isTaken());
+    EXPECT_NE(refusal(other, 0ms), QString());
+}
+
 TEST_F(WorkSpaceTurns, ALockThatIsHeldIsNotAskedForAgain) {
     int attempts = 0;
     files::FileLock lock(folder.path(), [&attempts](QFile& file) {
