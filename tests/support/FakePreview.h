@@ -6,7 +6,6 @@
 #include <QStringList>
 
 #include <optional>
-#include <utility>
 
 namespace qvnd::test {
 
@@ -20,7 +19,7 @@ public:
         shown << path;
         isUp = true;
     }
-    void onLateFailure(Failed failed) override { lateFailure = std::move(failed); }
+    void onLateFailure(const Failed& failed) override { lateFailure = failed; }
     void hide() override {
         ++hidden;
         isUp = false;

@@ -4,8 +4,6 @@
 
 #include <QFrame>
 
-#include <utility>
-
 class QLabel;
 class QScrollBar;
 
@@ -41,8 +39,8 @@ private:
     public:
         explicit Door(PreviewFrame& frame) : frame_(frame) {}
         void show(const QString& path) override { frame_.showDocument(path); }
-        void onLateFailure(Failed failed) override {
-            frame_.document_.onLateFailure(std::move(failed));
+        void onLateFailure(const Failed& failed) override {
+            frame_.document_.onLateFailure(failed);
         }
         void hide() override { frame_.hideDocument(); }
 

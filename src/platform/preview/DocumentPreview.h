@@ -20,7 +20,7 @@ public:
     // A pane that goes on reading behind show() tells here what show() would have thrown, at most
     // once and never from within a call. Forgotten at the next show() and hide().
     using Failed = std::function<void(const RunTimeError&)>;
-    virtual void onLateFailure(Failed /*failed*/) {}
+    virtual void onLateFailure(const Failed& /*failed*/) {}
     // Closes the document and hides the pane.
     virtual void hide() = 0;
     // False while the file is being written again and again: the pages seen stay until it is true

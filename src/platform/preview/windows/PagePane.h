@@ -12,7 +12,6 @@
 #include <QWidget>
 
 #include <memory>
-#include <utility>
 
 class QLabel;
 class QScrollBar;
@@ -43,7 +42,7 @@ public:
     // damaged, of a format that nothing here reads. The pane is then empty and hidden; where that
     // turns out later, it stays and says the reason too.
     void show(const QString& path) override;
-    void onLateFailure(Failed failed) override { lateFailure_ = std::move(failed); }
+    void onLateFailure(const Failed& failed) override { lateFailure_ = failed; }
     void hide() override;
     void setFollowing(bool follows) override { watch_.setPaused(!follows); }
     using QWidget::show;
