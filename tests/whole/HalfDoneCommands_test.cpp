@@ -187,6 +187,19 @@ TEST_F(HalfDone, ANameOfDigitsTakesTheFolderOfThatNameAndLeavesAnother) {
     EXPECT_EQ(planner.state().gDbUser->OpenRecordset("Select * from 当前表")->RecordCount(), 0);
 }
 
+TEST_F(HalfDone, APlanWhoseFolderIsNotToBeReplacedIsTheOpenOneAllTheSame) {
+    planner.newPlan("乙");
+    planner.clickPlan("甲");
+    const auto openPlan = [&] {
+        return planner.state()
+            .gDbUser->OpenRecordset("Select * from 当前表")
+            ->Get(u"名称")
+            .TextOrEmpty();
+    };
+    recordAheadOfTheStart("新建方案", [&] { EXPECT_FALSE(planner.newPlan("乙", false)); });
+    EXPECT_EQ(openPlan(), "乙");
+}
+
 TEST_F(HalfDone, APlanWhoseTemplateFolderCannotBeMadeLeavesATableThatNoListNames) {
     haveRows({{"甲.1", "文", "是"}});
     planner.folder.write("Sys/标书模板/甲", "in the way");
