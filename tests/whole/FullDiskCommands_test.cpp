@@ -38,10 +38,11 @@ protected:
             const long outcome = work();
             return (disk.empty() << 4) + outcome;
         });
-        if (answer.value_or(0) == 0) {
+        const long number = answer.value_or(0);
+        if (number == 0) {
             return std::nullopt;
         }
-        return Attempt{*answer % 16, static_cast<int>(*answer >> 4)};
+        return Attempt{number % 16, static_cast<int>(number >> 4)};
     }
     // The first and some others; every one by hand: QVND_FULL_EVERYWHERE.
     static std::vector<int> callsToFail(int calls) {

@@ -11,6 +11,10 @@
 #include <gtest/gtest.h>
 
 #include <QMap>
+#include <QSet>
+
+#include <algorithm>
+#include <functional>
 
 namespace qvnd::model {
 
@@ -142,7 +146,8 @@ protected:
             recorded([&] { perform(step); });
         }
     }
-    void recorded(const std::function<void()>& command) {
+    // True when the command has made a step.
+    bool recorded(const std::function<void()>& command) {
         planner.messages.shown.clear();
         outline::RecordedCommand recorded(planner.state(), planner.current(), "操作",
                                           planner.messages);
@@ -151,7 +156,7 @@ protected:
         } catch (const RunTimeError&) {
             done << "failed";
         }
-        recorded.finish();
+        return recorded.finish().has_value();
     }
     // False when there is nothing to take back or do again.
     bool takeBackOrDoAgain() {
@@ -257,6 +262,7 @@ protected:
 
 TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
     int taken = 0;
+    QSet<QString> stepsOfTheDesk; // their commands
     compare();
     const int count = numberOf("QVND_HISTORY_STEPS", 500);
     for (const Step& step : randomSteps(static_cast<unsigned>(GetParam()) + 5000, count)) {
@@ -264,7 +270,10 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
             continue; // no command
         }
         if (random() % 5 == 0) {
-            recorded([this] { done << desk.act(); });
+            QString act;
+            if (recorded([&] { done << (act = desk.act()); })) {
+                stepsOfTheDesk << act;
+            }
         } else {
             run(step);
         }
@@ -282,6 +291,7 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
         }
     }
     EXPECT_GT(taken, count / 10);
+    EXPECT_GE(stepsOfTheDesk.size(), std::min(5, count / 100));
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, RandomHistory,

@@ -112,8 +112,19 @@ private:
     }
     void inform() { desk_.information("编制人" + QString::number(random_() % 10)); }
     void generate() { desk_.generate(); }
-    // Into a document that bears the name of one of a template, if there is any.
+    // Into a document that bears the name of one of a template, which mostly has been copied just
+    // before.
     void insert() {
+        const int count = planner_.templates().Count();
+        const int from =
+            count == 0 ? 0 : static_cast<int>(random_() % static_cast<unsigned>(count));
+        for (int i = from; i < count; ++i) {
+            const outline::OutlineNode& node = planner_.templates().Item(i + 1);
+            if (node.Image() == outline::image::document && planner_.current().Count() > 0) {
+                planner_.dragTemplate(node.Key(), planner_.current().Item(1).Key());
+                break;
+            }
+        }
         for (int i = 1; i <= planner_.current().Count(); ++i) {
             const outline::OutlineNode& node = planner_.current().Item(i);
             if (node.Image() == outline::image::document && isYes()) {
