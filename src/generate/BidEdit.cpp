@@ -7,6 +7,7 @@
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
 #include "platform/desktop/BesideEvents.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
 #include "store/PlanLists.h"
@@ -24,12 +25,6 @@ namespace {
 
 using desktop::Icon;
 using outline::OutlineNode;
-
-QString descriptionOf(const RunTimeError& failure) {
-    return QString::fromStdU16String(failure.description());
-}
-
-bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
 
 std::optional<QString> whyUnfinished(BuildOutcome outcome) {
     if (outcome == BuildOutcome::stopped)
@@ -62,7 +57,7 @@ bool BidEdit::Load() {
         outline::FillOutlineTree(*rows, TrvEdit);
         TrvEdit.Select(&TrvEdit.Item(TrvEdit.Count()));
     } catch (const RunTimeError& failure) {
-        messages.tell(descriptionOf(failure));
+        messages.tell(desktop::descriptionOf(failure));
     }
     if (isAnother)
         report_.reset();
@@ -90,7 +85,7 @@ bool BidEdit::lookAtOthers() {
 
 void BidEdit::NodeClick() {
     const OutlineNode* selected = TrvEdit.SelectedItem();
-    openDocument = selected && isDocument(*selected);
+    openDocument = selected && selected->isDocument();
 }
 
 const OutlineNode& BidEdit::selectedNode() const { return TrvEdit.Selected(); }
@@ -160,7 +155,7 @@ QString BidEdit::selectedKey() const {
 
 bool BidEdit::loadSelected(const BidEditScreen::PreviewFailed& tell) {
     const OutlineNode& node = selectedNode();
-    if (!isDocument(node)) {
+    if (!node.isDocument()) {
         services_.pane.turnPreviewOff();
         return false;
     }
@@ -212,7 +207,7 @@ void BidEdit::loadToOpen(const QString& path) {
 void BidEdit::mnuDocOpen() {
     try {
         const OutlineNode* node = TrvEdit.SelectedItem();
-        if (!node || (!isDocument(*node) && node->Image() != outline::image::documentSelected))
+        if (!node || (!node->isDocument() && node->Image() != outline::image::documentSelected))
             return;
         loadToOpen(documentOf(*node, TrvEdit.Item(1).Text()));
         services_.pane.shrinkPreview();
@@ -223,7 +218,7 @@ void BidEdit::mnuDocOpen() {
 
 void BidEdit::mnuOpenDoc() {
     const OutlineNode& node = selectedNode();
-    if (!isDocument(node))
+    if (!node.isDocument())
         return;
     BidEditPane& pane = services_.pane;
     pane.turnPreviewOn();
@@ -349,7 +344,7 @@ void BidEdit::runOfToolbar(const std::function<void()>& command) {
         program_.word.dropApplication();
         services_.generation.dlgTB.unload();
         if (failure.number() != 0)
-            services_.generation.messages.tell(descriptionOf(failure));
+            services_.generation.messages.tell(desktop::descriptionOf(failure));
     }
 }
 

@@ -16,10 +16,8 @@ namespace {
 using outline::OutlineNode;
 using outline::OutlineTree;
 
-bool isDocument(const OutlineNode& node) { return node.Image() == outline::image::document; }
-
 ReportedNode reported(const OutlineNode& node, const QString& what) {
-    return {node.Key(), node.Text(), isDocument(node), what};
+    return {node.Key(), node.Text(), node.isDocument(), what};
 }
 
 // A file that no node has is the custom page in the cover's place.
@@ -54,7 +52,7 @@ GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
     GenerationReport report;
     report.nodes = TrvEdit.Count() - 1;
     for (int i = 2; i <= TrvEdit.Count(); ++i)
-        report.documents += isDocument(TrvEdit.Item(i)) ? 1 : 0;
+        report.documents += TrvEdit.Item(i).isDocument() ? 1 : 0;
     report.headings = static_cast<int>(std::count_if(
         run.Visited.begin(), run.Visited.end(), [](const auto& node) { return node.HasHeading; }));
     addMissing(report, TrvEdit, run);

@@ -3,6 +3,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
@@ -23,12 +24,8 @@ using desktop::Icon;
     throw RunTimeError(error::objectNotSet, u"没有选中文档，请先在列表中选中一个文档。");
 }
 
-QString descriptionOf(const RunTimeError& failure) {
-    return QString::fromStdU16String(failure.description());
-}
-
 void tellFailedInsertion(desktop::MessageBoxes& messages, const RunTimeError& failure) {
-    messages.tell(descriptionOf(failure), Icon::exclamation, u"提示"_s);
+    messages.tell(desktop::descriptionOf(failure), Icon::exclamation, desktop::hintTitle);
 }
 
 } // namespace
@@ -150,14 +147,14 @@ void SimilarDocuments::cmdOpen() {
         services_.frmBidEdit.loadPreview(selectedRow().path);
         services_.frmBidEdit.onLatePreviewFailure(
             [&messages = services_.messages](const RunTimeError& failure) {
-                messages.tell(descriptionOf(failure));
+                messages.tell(desktop::descriptionOf(failure));
             });
         services_.frmBidEdit.activatePreview();
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::objectNotSet) {
             services_.messages.tell(u"没有文档，所以不能打开！"_s, Icon::exclamation, u"警告！"_s);
         } else {
-            services_.messages.tell(descriptionOf(failure));
+            services_.messages.tell(desktop::descriptionOf(failure));
         }
     }
 }

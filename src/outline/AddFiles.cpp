@@ -12,7 +12,7 @@ namespace qvnd::outline {
 namespace {
 
 // More names of one reason are only counted, so that the box stays on the screen.
-constexpr qsizetype mostNames = 20;
+constexpr qsizetype mostListed = 20;
 // So many fit into the bar.
 constexpr qsizetype mostRemarks = 5;
 
@@ -154,9 +154,9 @@ private:
 };
 
 QString listOf(const QStringList& names) {
-    const QString shown = names.mid(0, mostNames).join(QStringLiteral("、"));
-    return names.size() <= mostNames ? shown
-                                     : shown + QStringLiteral(" 等 %1 个文件").arg(names.size());
+    const QString shown = names.mid(0, mostListed).join(QStringLiteral("、"));
+    return names.size() <= mostListed ? shown
+                                      : shown + QStringLiteral(" 等 %1 个文件").arg(names.size());
 }
 
 // Each reason once, with the files that it holds for, in the order of the files.

@@ -12,13 +12,11 @@ namespace {
 
 using desktop::Icon;
 
-const QString hint = QStringLiteral("提示");
-
 Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,
                     const QString& key, const QString& path) {
     messages.tell("找不到 [ " + path + " ]\n此文件可能是被删除了,或是文件、路径名不正确！\n" +
                       nameWithKey(workbench.TrvTemplate.Item(key)),
-                  Icon::exclamation, hint);
+                  Icon::exclamation, desktop::hintTitle);
     const QString table = bracketedName(workbench.TrvTemplate.Item(1).Text());
     state.gDbTemplate->Execute("DELETE * FROM " + table + " WHERE KEY=" + quoted(key));
     workbench.TrvCurrent.Remove(key);
@@ -28,7 +26,7 @@ Browsed dropMissing(modMain& state, Workbench& workbench, desktop::MessageBoxes&
 void tellFailure(const RunTimeError& failure, const OutlineNode* document,
                  desktop::MessageBoxes& messages) {
     if (failure.number() > 0 && failure.number() != error::elementNotFound) {
-        messages.tell(failureText({}, failure, document), Icon::exclamation, hint);
+        messages.tell(failureText({}, failure, document), Icon::exclamation, desktop::hintTitle);
     }
 }
 

@@ -1,15 +1,10 @@
 #include "outline/CommandsInTurn.h"
 
 #include "outline/RecordedCommand.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 
 namespace qvnd::outline {
-
-namespace {
-
-const QString hint = QStringLiteral("提示");
-
-} // namespace
 
 CommandsInTurn::CommandsInTurn(modMain& state, desktop::MessageBoxes& messages, Look look)
     : state_(state), messages_(messages), look_(std::move(look)) {}
@@ -42,7 +37,7 @@ bool CommandsInTurn::runAlone(const Event& event) {
 
 void CommandsInTurn::tell(const RunTimeError& failure) {
     messages_.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
-                   hint);
+                   desktop::hintTitle);
 }
 
 bool CommandsInTurn::read(const Event& event) {
@@ -102,7 +97,7 @@ bool CommandsInTurn::mayAct(bool looks) {
     if (looks && look_()) {
         messages_.tell(QStringLiteral("另一个程序改动了方案或模板，现在显示的是改动后的内容。"
                                       "请再操作一次。"),
-                       desktop::Icon::information, hint);
+                       desktop::Icon::information, desktop::hintTitle);
         return false;
     }
     isGestureOver_ = false;

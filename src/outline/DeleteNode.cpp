@@ -5,6 +5,7 @@
 #include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "store/Names.h"
@@ -18,8 +19,6 @@ namespace {
 
 // The number of a bare "Resume"; this room raises it nowhere, a service might.
 constexpr long resumeWithoutError = 20;
-
-const QString hint = QStringLiteral("提示");
 
 class Deletion {
 public:
@@ -113,9 +112,10 @@ void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
     const long number = failure.number();
     if (number == error::permissionDenied) {
         messages.tell(QStringLiteral("请先关闭正在使用与此工程相关的内容！"), Icon::exclamation,
-                      hint);
+                      desktop::hintTitle);
     } else if (number > 0 && number != error::itemNotFound && number != resumeWithoutError) {
-        messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation, hint);
+        messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
+                      desktop::hintTitle);
     }
 }
 

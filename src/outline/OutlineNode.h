@@ -24,6 +24,7 @@ public:
     const QString& Key() const { return key_; }
     const QString& Text() const { return text_; }
     int Image() const { return image_; }
+    bool isDocument() const { return image_ == image::document; }
     int SelectedImage() const { return selectedImage_; }
     bool Expanded() const { return expanded_; }
 

@@ -5,6 +5,7 @@
 #include "outline/QueryText.h"
 #include "plans/PlanInformation.h"
 #include "plans/PlanName.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/PlainName.h"
 #include "platform/files/Trim.h"
@@ -18,16 +19,6 @@ namespace qvnd::plans {
 
 using desktop::Icon;
 using files::Trim;
-
-namespace {
-
-const QString hint = QStringLiteral("提示");
-
-QString descriptionOf(const RunTimeError& failure) {
-    return QString::fromStdU16String(failure.description());
-}
-
-} // namespace
 
 DlgNew::DlgNew(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages,
                desktop::SplashScreen& splash, ShowMode mode)
@@ -46,7 +37,7 @@ bool DlgNew::BtnOk() {
         if (failure.number() == error::keyInvalid) {
             takeBackInvalidName(Trim(form.TxtName));
         } else {
-            messages_.tell(descriptionOf(failure));
+            messages_.tell(desktop::descriptionOf(failure));
         }
         return false;
     }
@@ -112,7 +103,7 @@ bool DlgNew::replaceFolder(const QString& name) {
     const QString folder = store::planFolder(state_, name);
     if (state_.gFso->FolderExists(folder)) {
         const QString question = state_.gUserTplPath + "下已存在 " + name + "，是否覆盖？";
-        if (!messages_.ask(question, Icon::question, hint)) {
+        if (!messages_.ask(question, Icon::question, desktop::hintTitle)) {
             return false;
         }
         state_.gFso->DeleteFolder(folder, false);
@@ -173,7 +164,8 @@ void DlgNew::takeBackInvalidName(const QString& name) {
     db.TableDefs().Delete(store::informationTableOf(name));
     db.Execute(outline::deletionFrom(store::table::planList, name));
     db.Execute(outline::deletionFrom(store::table::currentPlan, name));
-    messages_.tell(QStringLiteral("对不起，工程名称不合法！"), Icon::exclamation, hint);
+    messages_.tell(QStringLiteral("对不起，工程名称不合法！"), Icon::exclamation,
+                   desktop::hintTitle);
 }
 
 bool DlgNew::LoadOrSavePlanInfo(int mode) {
@@ -188,7 +180,7 @@ bool DlgNew::LoadOrSavePlanInfo(int mode) {
         isDone = false;
     }
     if (!isDone) {
-        messages_.tell(QStringLiteral("更新失败！"), Icon::exclamation, hint);
+        messages_.tell(QStringLiteral("更新失败！"), Icon::exclamation, desktop::hintTitle);
     }
     return isDone;
 }

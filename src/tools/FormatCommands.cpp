@@ -100,11 +100,6 @@ bool openRow(jet::Recordset& rows, const QString& table, const QString& conditio
     return false;
 }
 
-ExitStatus refuse(Session& session, const QString& why) {
-    session.messages().tell(why, desktop::Icon::exclamation, u"提示"_s);
-    return ExitStatus::refused;
-}
-
 ExitStatus set(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{}, {u"--where"_s}});
     arguments.expectPositions(3, 3);
@@ -117,10 +112,10 @@ ExitStatus set(Session& session, const QStringList& words) {
     const QString value = arguments.position(2);
     const auto rows = rowsOf(session, table);
     if (const QString problem = format::problemOf(table, field, value); !problem.isEmpty()) {
-        return refuse(session, problem);
+        return refuseInBox(session, problem);
     }
     if (!openRow(*rows, table, condition)) {
-        return refuse(session, u"没有符合条件的行。"_s);
+        return refuseInBox(session, u"没有符合条件的行。"_s);
     }
     format::setField(*rows, table, field, value);
     rows->Update();
@@ -151,6 +146,11 @@ ExitStatus load(Session& session, const QStringList& words) {
 }
 
 } // namespace
+
+ExitStatus refuseInBox(Session& session, const QString& why) {
+    session.messages().tell(why, desktop::Icon::exclamation, desktop::hintTitle);
+    return ExitStatus::refused;
+}
 
 std::vector<Command> formatCommands() {
     return {{u"format load"_s, u"方案"_s, u"打开格式设置：封面取方案的名称和单位，目录页码右对齐"_s,

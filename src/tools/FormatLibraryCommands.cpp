@@ -5,6 +5,7 @@
 #include "platform/files/Trim.h"
 #include "store/ProgramFiles.h"
 #include "tools/Arguments.h"
+#include "tools/FormatCommands.h"
 #include "tools/ProgramRun.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
@@ -44,11 +45,6 @@ QString nameAt(const Arguments& arguments, qsizetype position) {
         throw UsageError(u"名称不能为空"_s);
     }
     return name;
-}
-
-ExitStatus refuse(Session& session, const QString& why) {
-    session.messages().tell(why, desktop::Icon::exclamation, u"提示"_s);
-    return ExitStatus::refused;
 }
 
 ExitStatus tellNames(Session& session, const QStringList& names) {
@@ -110,7 +106,7 @@ QJsonArray rowsOf(jet::Database& settings, const QString& table, QStringList& li
 }
 
 ExitStatus notThere(Session& session, const QString& name) {
-    return refuse(session, u"没有名为“%1”的库。"_s.arg(name));
+    return refuseInBox(session, u"没有名为“%1”的库。"_s.arg(name));
 }
 
 ExitStatus showLibrary(Session& session, const QStringList& words) {
@@ -195,7 +191,7 @@ ExitStatus createPage(Session& session, const QStringList& words) {
 }
 
 ExitStatus pageNotThere(Session& session, const QString& name) {
-    return refuse(session, u"没有名为“%1”的自定义。"_s.arg(name));
+    return refuseInBox(session, u"没有名为“%1”的自定义。"_s.arg(name));
 }
 
 // Its document stays in the folder, as the dialog leaves it.

@@ -3,6 +3,7 @@
 #include "format/windows/BidSetTabs.h"
 #include "format/windows/TextField.h"
 #include "format/windows/frmMultLevelWindow.h"
+#include "platform/desktop/windows/NamedButton.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -20,13 +21,6 @@ namespace qvnd::format {
 namespace {
 
 constexpr QSize usualSize(960, 620); // fits a screen of 1024 by 700
-
-QPushButton* newButton(const QString& name, const QString& caption) {
-    auto* button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAccessibleName(QString(caption).remove(u' '));
-    return button;
-}
 
 // The way of the Tab key: each page from its top left to its bottom right.
 constexpr QStringView tabOrder[] = {
@@ -75,8 +69,8 @@ void frmBidSetWindow::build() {
     SSTab1_->tabBar()->setAccessibleName(SSTab1_->accessibleName());
     SSTab1_->addTab(newCoverTab(), u"封面设置"_s);
     SSTab1_->addTab(newPlanTab(), u"方案设置"_s);
-    QPushButton* cmdDecide = newButton(u"cmdDecide"_s, u"确 定"_s);
-    QPushButton* cmdCancel = newButton(u"cmdCancel"_s, u"取 消"_s);
+    QPushButton* cmdDecide = desktop::namedButton(u"cmdDecide"_s, u"确 定"_s, u"确定"_s);
+    QPushButton* cmdCancel = desktop::namedButton(u"cmdCancel"_s, u"取 消"_s, u"取消"_s);
     cmdDecide->setDefault(true);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();

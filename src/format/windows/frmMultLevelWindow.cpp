@@ -1,6 +1,7 @@
 #include "format/windows/frmMultLevelWindow.h"
 
 #include "format/windows/FieldTable.h"
+#include "platform/desktop/windows/NamedButton.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -27,13 +28,6 @@ constexpr Field fields[] = {
     {text, u"Text1(1)", u"", u"编号后的文字", 2, 3},
 };
 
-QPushButton* newButton(const QString& name, const QString& caption) {
-    auto* button = new QPushButton(caption);
-    button->setObjectName(name);
-    button->setAccessibleName(caption);
-    return button;
-}
-
 } // namespace
 
 frmMultLevelWindow::frmMultLevelWindow(FormatSwitches& switches, desktop::MessageBoxes& messages,
@@ -51,8 +45,8 @@ void frmMultLevelWindow::build() {
     layout->addWidget(newFrame({}, {}, fields));
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    QPushButton* decide = newButton(u"Command1(0)"_s, u"确定"_s);
-    QPushButton* cancel = newButton(u"Command1(1)"_s, u"取消"_s);
+    QPushButton* decide = desktop::namedButton(u"Command1(0)"_s, u"确定"_s, u"确定"_s);
+    QPushButton* cancel = desktop::namedButton(u"Command1(1)"_s, u"取消"_s, u"取消"_s);
     decide->setDefault(true);
     buttons->addWidget(decide);
     buttons->addWidget(cancel);

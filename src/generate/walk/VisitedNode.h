@@ -9,7 +9,7 @@ struct VisitedNode {
     const outline::OutlineNode& node;
     int level;
 
-    bool isDocument() const { return node.Image() == outline::image::document; }
+    bool isDocument() const { return node.isDocument(); }
     // A document that hangs under a document.
     bool isChild() const {
         return isDocument() && node.Parent() != nullptr &&

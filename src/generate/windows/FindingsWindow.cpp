@@ -13,7 +13,7 @@ namespace qvnd::generate {
 
 namespace {
 
-constexpr QSize usualSize{720, 360};
+constexpr QSize sizeWithRows{720, 360};
 constexpr int keyRole = Qt::UserRole;
 
 // Gives a row the height that its texts need in columns as wide as they are, while the texts want
@@ -54,7 +54,7 @@ FindingsWindow::FindingsWindow(const QString& title, QWidget* parent)
     layout->addWidget(summary_);
     layout->addWidget(list_);
     layout->addWidget(close_, 0, Qt::AlignRight);
-    resize(usualSize);
+    resize(sizeWithRows);
     connect(close_, &QPushButton::clicked, this, &QDialog::hide);
     connect(list_, &QTreeWidget::currentItemChanged, this, &FindingsWindow::choose);
     connect(list_->header(), &QHeaderView::sectionResized, list_, &QTreeView::doItemsLayout,
@@ -86,10 +86,11 @@ void FindingsWindow::present(const Contents& contents) {
     }
     const bool hasRows = !contents.rows.isEmpty();
     list_->setVisible(hasRows);
-    resize(hasRows ? usualSize : QSize(usualSize.width() / 2, sizeHint().height()));
+    resize(hasRows ? sizeWithRows : QSize(sizeWithRows.width() / 2, sizeHint().height()));
     for (int column = 0; column + 1 < contents.headers.size(); ++column) {
         list_->resizeColumnToContents(column);
-        list_->setColumnWidth(column, std::min(list_->columnWidth(column), usualSize.width() / 3));
+        list_->setColumnWidth(column,
+                              std::min(list_->columnWidth(column), sizeWithRows.width() / 3));
     }
     close_->setFocus(); // in the list it would choose the first row
     show();

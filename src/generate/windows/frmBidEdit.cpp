@@ -28,7 +28,7 @@ namespace qvnd::generate {
 
 namespace {
 
-constexpr QSize usualSize{1000, 680};
+constexpr QSize firstSize{1000, 680};
 constexpr QRgb silver = 0xFFC0C0C0;
 
 } // namespace
@@ -78,7 +78,7 @@ frmBidEdit::~frmBidEdit() {
     delete model;
 }
 
-QSize frmBidEdit::sizeHint() const { return usualSize; }
+QSize frmBidEdit::sizeHint() const { return firstSize; }
 
 void frmBidEdit::buildTree() {
     const auto file = [this](const outline::OutlineNode& node) {

@@ -1,6 +1,7 @@
 #include "outline/windows/EmptyPlanHint.h"
 
 #include "outline/Workbench.h"
+#include "platform/desktop/windows/NamedButton.h"
 
 #include <QEvent>
 #include <QLabel>
@@ -13,7 +14,7 @@ namespace qvnd::outline {
 
 namespace {
 
-constexpr int margin = 8;
+constexpr int hintMargin = 8;
 constexpr double titleScale = 1.3; // against the usual font
 
 QLabel* label(const QString& name) {
@@ -24,10 +25,8 @@ QLabel* label(const QString& name) {
     return made;
 }
 
-QPushButton* button(const QString& name, const QString& caption, const QString& spoken) {
-    auto* made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setAccessibleName(spoken);
+QPushButton* hintButton(const QString& name, const QString& caption, const QString& spoken) {
+    QPushButton* made = desktop::namedButton(name, caption, spoken);
     made->setAutoDefault(true);
     return made;
 }
@@ -42,13 +41,13 @@ EmptyPlanHint::EmptyPlanHint(QWidget* viewport)
     title_->setFont(font);
     text_->setForegroundRole(QPalette::PlaceholderText);
 
-    auto* create = button(u"hintNew"_s, u"新建方案(&N)..."_s, u"新建方案"_s);
-    auto* guide = button(u"hintGuide"_s, u"查看使用说明(&G)"_s, u"查看使用说明"_s);
+    auto* create = hintButton(u"hintNew"_s, u"新建方案(&N)..."_s, u"新建方案"_s);
+    auto* guide = hintButton(u"hintGuide"_s, u"查看使用说明(&G)"_s, u"查看使用说明"_s);
     connect(create, &QPushButton::clicked, this, &EmptyPlanHint::newPlan);
     connect(guide, &QPushButton::clicked, this, &EmptyPlanHint::openGuide);
 
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setContentsMargins(hintMargin, hintMargin, hintMargin, hintMargin);
     layout->addStretch();
     layout->addWidget(title_);
     layout->addWidget(text_);
@@ -57,7 +56,7 @@ EmptyPlanHint::EmptyPlanHint(QWidget* viewport)
     buttons->addWidget(create);
     buttons->addWidget(guide);
     buttons->addStretch();
-    layout->addSpacing(margin);
+    layout->addSpacing(hintMargin);
     layout->addLayout(buttons);
     layout->addStretch();
     viewport->installEventFilter(this);

@@ -1,6 +1,7 @@
 #include "outline/windows/HistoryWindow.h"
 
 #include "outline/PutBack.h"
+#include "platform/desktop/windows/NamedButton.h"
 #include "platform/history/StepWords.h"
 
 #include <QComboBox>
@@ -57,9 +58,7 @@ QTreeWidget* list(const QString& name, const QString& spoken, const QStringList&
 }
 
 QPushButton* button(const QString& name, const QString& caption, const QString& spoken) {
-    auto* made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setAccessibleName(spoken);
+    QPushButton* made = desktop::namedButton(name, caption, spoken);
     made->setAutoDefault(false);
     return made;
 }

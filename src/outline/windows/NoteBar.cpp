@@ -1,5 +1,7 @@
 #include "outline/windows/NoteBar.h"
 
+#include "platform/desktop/windows/NamedButton.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
@@ -13,13 +15,11 @@ namespace qvnd::outline {
 
 namespace {
 
-constexpr int margin = 6;
+constexpr int barMargin = 6;
 constexpr qreal tint = 0.15; // of the highlight over the window's own colour
 
-QPushButton* button(const QString& name, const QString& caption) {
-    auto* made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setAccessibleName(caption);
+QPushButton* barButton(const QString& name, const QString& caption) {
+    QPushButton* made = desktop::namedButton(name, caption, caption);
     made->setFocusPolicy(Qt::TabFocus);
     made->setAutoDefault(true);
     return made;
@@ -36,8 +36,8 @@ QColor mixed(const QColor& base, const QColor& over) {
 } // namespace
 
 NoteBar::NoteBar(QWidget* parent)
-    : QWidget(parent), text_(new QLabel), undo_(button(u"noteUndo"_s, u"撤消"_s)),
-      details_(button(u"noteDetails"_s, u"详情"_s)) {
+    : QWidget(parent), text_(new QLabel), undo_(barButton(u"noteUndo"_s, u"撤消"_s)),
+      details_(barButton(u"noteDetails"_s, u"详情"_s)) {
     setObjectName(u"NoteBar"_s);
     setAccessibleName(u"操作提示"_s);
     text_->setObjectName(u"noteText"_s);
@@ -46,7 +46,7 @@ NoteBar::NoteBar(QWidget* parent)
     connect(undo_, &QPushButton::clicked, this, &NoteBar::undo);
     connect(details_, &QPushButton::clicked, this, &NoteBar::details);
     auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(margin, margin, margin, margin);
+    layout->setContentsMargins(barMargin, barMargin, barMargin, barMargin);
     layout->addWidget(text_, 1);
     layout->addWidget(undo_);
     layout->addWidget(details_);

@@ -1,8 +1,13 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
+
 #include <QString>
 
 namespace qvnd::desktop {
+
+// The title of boxes that only tell something.
+inline const QString hintTitle = QStringLiteral("提示");
 
 enum class Icon { none, information, question, exclamation, critical };
 enum class Buttons { ok, okCancel, yesNo };
@@ -15,6 +20,11 @@ struct Message {
     QString title;
     Buttons buttons = Buttons::ok;
 };
+
+// What a box says of a failure.
+inline QString descriptionOf(const RunTimeError& failure) {
+    return QString::fromStdU16String(failure.description());
+}
 
 // How a user answers who wants nothing: with the button that declines, or with the only one.
 inline Answer declined(const Message& message) {

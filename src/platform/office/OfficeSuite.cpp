@@ -21,7 +21,6 @@ namespace qvnd::office {
 
 namespace {
 
-constexpr long invalidCall = 5;
 constexpr int lookAfterMs = 30;         // between two looks at the stop request
 constexpr qint64 basicTimeMs = 120'000; // start of the suite and a small document
 constexpr qint64 timePerMegabyteMs = 30'000;
@@ -101,7 +100,7 @@ void OfficeSuite::convert(const QString& source, const QString& target,
     run({u"--convert-to"_s, filter, u"--outdir"_s, output, input}, source);
     const QFileInfoList results = QDir(output).entryInfoList(QDir::Files);
     if (results.isEmpty()) {
-        throw failure(invalidCall, u"办公套件无法转换文件“"_s + source + u"”。"_s);
+        throw failure(error::invalidCall, u"办公套件无法转换文件“"_s + source + u"”。"_s);
     }
     moveInto(results.first().filePath(), target);
 }
@@ -123,13 +122,13 @@ void OfficeSuite::run(const QStringList& arguments, const QString& source) const
             endGroup(process);
             process.waitForFinished();
             throw stopped
-                ? failure(invalidCall, u"转换已停止。"_s)
+                ? failure(error::invalidCall, u"转换已停止。"_s)
                 : failure(error::automationServerGone,
                           u"办公套件长时间没有响应，已结束。文件：“"_s + source + u"”。"_s);
         }
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        throw failure(invalidCall, u"办公套件无法转换文件“"_s + source + u"”。"_s);
+        throw failure(error::invalidCall, u"办公套件无法转换文件“"_s + source + u"”。"_s);
     }
 }
 

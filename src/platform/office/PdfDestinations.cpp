@@ -13,8 +13,6 @@ namespace qvnd::office {
 
 namespace {
 
-constexpr long invalidCall = 5;
-
 struct CloseFile {
     void operator()(qpdf_data pdf) const { qpdf_cleanup(&pdf); }
 };
@@ -61,7 +59,7 @@ PdfDestinations readPdfDestinations(const QString& path) {
     qpdf_silence_errors(pdf.get());
     qpdf_set_suppress_warnings(pdf.get(), QPDF_TRUE);
     if ((qpdf_read(pdf.get(), path.toUtf8().constData(), nullptr) & QPDF_ERRORS) != 0) {
-        throw RunTimeError(invalidCall,
+        throw RunTimeError(error::invalidCall,
                            (u"无法读取 PDF 文件“"_s + path + u"”。"_s).toStdU16String());
     }
     return destinationsOf(pdf.get());

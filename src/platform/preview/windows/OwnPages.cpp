@@ -9,7 +9,6 @@ namespace qvnd::preview {
 namespace {
 
 constexpr int keptAround = 2; // pages before and behind those that are seen
-constexpr int mostPixels = 6000;
 
 } // namespace
 

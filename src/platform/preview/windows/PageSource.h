@@ -8,6 +8,9 @@ class QPainter;
 
 namespace qvnd::preview {
 
+// Of an image of a page, each way.
+inline constexpr int mostPixels = 6000;
+
 // Pages of a document, drawn in the thread of the windows from images that another one paints.
 class PageSource : public QObject {
     Q_OBJECT

@@ -9,8 +9,7 @@ namespace qvnd::preview {
 
 namespace {
 
-constexpr int keptAround = 4; // pages before and behind the one drawn last
-constexpr int mostPixels = 6000;
+constexpr int keptAroundDrawn = 4; // pages before and behind the one drawn last
 
 } // namespace
 
@@ -70,7 +69,7 @@ void PdfPages::take(int page, const QImage& image) {
 }
 
 void PdfPages::forgetFarFrom(int page) {
-    images_.removeIf([page](auto it) { return std::abs(it.key() - page) > keptAround; });
+    images_.removeIf([page](auto it) { return std::abs(it.key() - page) > keptAroundDrawn; });
 }
 
 } // namespace qvnd::preview

@@ -6,6 +6,7 @@
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StoryEditor.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr double twipsPerPoint = 20;
 constexpr double longestSide = 31680; // twips, 55.88 cm
 
 // `side` names the length to the user.

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/formatting/SectionPaper.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,8 +13,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr float twipsPerPoint = 20;
 
 RunTimeError negativeLength() {
     return {4608, u"左右页边距、装订距离和页眉页脚的距离不能是负数，没有设置。"};

@@ -1,5 +1,6 @@
 #include "platform/word/engine/FontImport.h"
 
+#include "platform/word/engine/Fonts.h"
 #include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
@@ -7,13 +8,6 @@
 namespace qvnd::word {
 
 namespace {
-
-// chs of the FFN: a symbol font gives the same characters other shapes.
-bool isSymbolFont(const FontEntry& font) {
-    constexpr std::size_t charsetAt = 3;
-    constexpr std::uint8_t symbolCharset = 2;
-    return font.record.size() > charsetAt && font.record[charsetAt] == symbolCharset;
-}
 
 bool same(const FontEntry& one, const FontEntry& other) {
     return foldedName(one.name) == foldedName(other.name) &&

@@ -12,8 +12,6 @@ namespace qvnd::word {
 
 namespace {
 
-void append(Bytes& list, ByteView part) { list.insert(list.end(), part.begin(), part.end()); }
-
 // Says what holds without the entries: the default in every spelling that they use.
 Bytes unset(ByteView entries) {
     Bytes result;

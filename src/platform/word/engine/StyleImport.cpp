@@ -11,8 +11,6 @@ namespace {
 constexpr StyleIndex normalStyle = 0;
 constexpr StyleIndex firstFreePlace = 15;
 
-void append(Bytes& list, ByteView part) { list.insert(list.end(), part.begin(), part.end()); }
-
 // In documents that people write the lists grow by a third, or to the double.
 std::size_t roomFor(const PropertyLists& lists) {
     constexpr std::size_t always = std::size_t{16} << 20;

@@ -30,10 +30,9 @@ std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
 }
 
 // brcType: 0 no border, 0xFF none either; 3 and 10 to 23 have more than one stroke.
-Border borderOf(unsigned type, unsigned eighths, unsigned space,
-                std::optional<std::uint32_t> colour) {
+Border borderFrom(unsigned type, unsigned eighths, unsigned space,
+                  std::optional<std::uint32_t> colour) {
     constexpr unsigned none = 0xFF;
-    constexpr int twipsPerPoint = 20;
     Border border;
     border.visible = type != 0 && type != none;
     border.isDouble = type == 3 || (type >= 10 && type <= 23);
@@ -121,10 +120,10 @@ Border borderOf(ByteView brc) {
         const auto colour = colourOfReference(reader.u32());
         const unsigned width = reader.u8();
         const unsigned type = reader.u8();
-        return borderOf(type, width, reader.u8(), colour);
+        return borderFrom(type, width, reader.u8(), colour);
     }
     if (brc.size() == brc80Size) {
-        return borderOf(brc[1], brc[0], brc[3], colourOfIndex(brc[2]));
+        return borderFrom(brc[1], brc[0], brc[3], colourOfIndex(brc[2]));
     }
     return {};
 }

@@ -10,6 +10,8 @@
 // stands for the automatic colour.
 namespace qvnd::word {
 
+inline constexpr int twipsPerPoint = 20;
+
 // The operand as an unsigned little-endian number of up to four bytes.
 std::uint32_t numberOf(const SprmView& entry);
 // The operand's lower two bytes as a signed number.

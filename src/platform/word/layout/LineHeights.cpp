@@ -1,4 +1,5 @@
 #include "platform/word/layout/LineHeights.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <cmath>
 
@@ -79,8 +80,7 @@ Grid gridOf(const word::ResolvedSection& section) {
     grid.linePitch = section.linePitch;
     if (section.grid == word::GridKind::linesAndCharacters) {
         constexpr double unitsPerPoint = 4096;
-        constexpr double twipsPerPoint = 20;
-        grid.characterSpacing = section.characterSpacing / unitsPerPoint * twipsPerPoint;
+        grid.characterSpacing = section.characterSpacing / unitsPerPoint * word::twipsPerPoint;
     }
     return grid;
 }

@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
 #include <map>
@@ -14,8 +15,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t anchorMark = 0x08;
-constexpr char16_t paragraphMark = 0x0D;
 constexpr int deepestRecord = 80;
 
 struct Record {
@@ -296,7 +295,7 @@ private:
         if (evidence_.text.empty()) {
             return;
         }
-        if (cp >= evidence_.text.size() || evidence_.text[cp] != anchorMark ||
+        if (cp >= evidence_.text.size() || evidence_.text[cp] != special::drawing ||
             evidence_.characterFlag(cp, sprm::CFSpec) == 0) {
             findings_.add("drawing.mark", where + u"应为图形的锚点");
         }
@@ -344,7 +343,7 @@ private:
         const std::size_t last =
             std::size_t{evidence_.partBegin(drawing.boxes)} + boxes.positions[i + 1] - 1;
         if (!evidence_.text.empty() &&
-            (last >= evidence_.text.size() || evidence_.text[last] != paragraphMark)) {
+            (last >= evidence_.text.size() || evidence_.text[last] != special::paragraphMark)) {
             findings_.add("drawing.text", what + u" 段文字没有以段落标记结束");
         }
     }

@@ -1,12 +1,12 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 
 namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t paragraphMark = 0x0D;
 constexpr std::size_t separators = 6;
 constexpr std::size_t perSection = 6;
 
@@ -18,7 +18,7 @@ void checkStories(const Plc& stories, const Evidence& evidence, Findings& findin
         const Cp end = stories.positions[i + 1];
         const std::size_t last = std::size_t{from} + end - 1;
         const bool outside = end > begin && last >= evidence.text.size();
-        if (outside || (end > begin && evidence.text[last] != paragraphMark)) {
+        if (outside || (end > begin && evidence.text[last] != special::paragraphMark)) {
             findings.add("header.mark",
                          u"第 " + digits(std::int64_t(i)) + u" 个页眉页脚没有以段落标记结束");
         }

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/text/PieceTable.h"
@@ -11,12 +12,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t paragraphMark = 0x0D;
-constexpr char16_t cellMark = 0x07;
-constexpr char16_t breakMark = 0x0C;
-
-void append(Bytes& list, ByteView more) { list.insert(list.end(), more.begin(), more.end()); }
 
 // The properties that the Data stream holds for a paragraph that has too many for its page.
 ByteView storedProperties(std::uint32_t offset, const std::u16string& where,
@@ -71,8 +66,8 @@ void collect(Evidence& evidence, Findings& findings) {
     Cp begin = 0;
     for (Cp cp = 0; cp < evidence.text.size(); ++cp) {
         const char16_t c = evidence.text[cp];
-        const bool ends =
-            c == paragraphMark || c == cellMark || (c == breakMark && sections.count(cp + 1) != 0);
+        const bool ends = c == special::paragraphMark || c == special::cellMark ||
+                          (c == special::pageBreak && sections.count(cp + 1) != 0);
         if (ends) {
             evidence.marked.push_back({begin, cp + 1, c, propertiesAt(cp, evidence, findings)});
             begin = cp + 1;
@@ -86,7 +81,7 @@ void collect(Evidence& evidence, Findings& findings) {
 // Every part's last character ends a paragraph.
 void checkPartEnds(const Evidence& evidence, Findings& findings) {
     for (const Cp end : partEnds(evidence)) {
-        if (end > evidence.text.size() || evidence.text[end - 1] != paragraphMark) {
+        if (end > evidence.text.size() || evidence.text[end - 1] != special::paragraphMark) {
             findings.add("text.end", placeOf(evidence, end - 1) + u"应为段落标记");
         }
     }
@@ -107,7 +102,7 @@ void checkBoundaries(const Evidence& evidence, Findings& findings) {
                 continue;
             }
             const char16_t c = evidence.text[cp - 1];
-            if (c != paragraphMark && c != cellMark && c != breakMark) {
+            if (c != special::paragraphMark && c != special::cellMark && c != special::pageBreak) {
                 findings.add("text.boundary",
                              placeOf(evidence, cp - 1) + u"：段落在没有段落标记处结束");
             }

@@ -2,6 +2,7 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
@@ -11,7 +12,6 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr char16_t pictureMark = 0x01;
 constexpr std::size_t picfSize = 0x44;
 constexpr unsigned inlineShape = 0x64;
 constexpr unsigned linkedShape = 0x66;
@@ -107,7 +107,7 @@ void checkPictures(const Evidence& evidence, Findings& findings) {
     PictureCheck pictures(evidence, findings);
     for (Cp cp = 0; cp < evidence.text.size(); ++cp) {
         const FormatRun* run =
-            evidence.text[cp] == pictureMark ? evidence.characterRunOf(cp) : nullptr;
+            evidence.text[cp] == special::picture ? evidence.characterRunOf(cp) : nullptr;
         if (run == nullptr || !flagOf(run->sprms, sprm::CFSpec)) {
             continue;
         }

@@ -2,6 +2,7 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Plc.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 
 namespace qvnd::word {
 
@@ -24,10 +25,10 @@ void checkSepx(std::uint32_t fc, const std::u16string& where, const Evidence& ev
 }
 
 void checkEnds(const Evidence& evidence, Findings& findings) {
-    constexpr char16_t breakMark = 0x0C;
     for (std::size_t i = 0; i + 1 < evidence.sectionEnds.size(); ++i) {
         const Cp end = evidence.sectionEnds[i];
-        if (end != 0 && end <= evidence.text.size() && evidence.text[end - 1] != breakMark) {
+        if (end != 0 && end <= evidence.text.size() &&
+            evidence.text[end - 1] != special::pageBreak) {
             findings.add("section.mark",
                          u"第 " + digits(std::int64_t(i + 1)) + u" 节没有以分节符结束");
         }

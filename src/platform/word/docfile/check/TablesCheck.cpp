@@ -1,5 +1,6 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
@@ -9,8 +10,6 @@
 namespace qvnd::word {
 
 namespace {
-
-constexpr char16_t cellMark = 0x07;
 
 // What a paragraph says of its place in tables.
 struct TablePlace {
@@ -41,7 +40,7 @@ TablePlace placeOfParagraph(const CheckedParagraph& paragraph) {
     const bool inTable = values[sprm::PFInTable] != 0;
     place.depth = values.count(sprm::PItap) != 0 ? values[sprm::PItap] : (inTable ? 1U : 0U);
     place.depth = inTable ? std::max(place.depth, 1U) : place.depth;
-    if (paragraph.mark == cellMark) {
+    if (paragraph.mark == special::cellMark) {
         place.endsRow = values[sprm::PFTtp] != 0;
         place.endsCell = !place.endsRow;
     } else if (place.depth > 1) {
@@ -61,7 +60,7 @@ public:
         const TablePlace place = placeOfParagraph(paragraph);
         const Cp at = paragraph.end - 1;
         closeDeeper(place.depth, at);
-        if (paragraph.mark == cellMark && place.depth != 1) {
+        if (paragraph.mark == special::cellMark && place.depth != 1) {
             tell("table.mark", at,
                  place.depth == 0 ? u"：单元格标记不在表格中" : u"：内层表格中有外层的单元格标记");
         }

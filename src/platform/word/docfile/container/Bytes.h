@@ -11,6 +11,10 @@ namespace qvnd::word {
 using Bytes = std::vector<std::uint8_t>;
 using ByteView = std::span<const std::uint8_t>;
 
+inline void append(Bytes& bytes, ByteView more) {
+    bytes.insert(bytes.end(), more.begin(), more.end());
+}
+
 // Reads integers of a file, least significant byte first. Every access is checked: reading past
 // the end throws FormatError (damaged) and names the structure being read.
 class LittleEndianReader {

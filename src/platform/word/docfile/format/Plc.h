@@ -7,6 +7,9 @@
 // A PLC, [MS-DOC] 2.2.2: n + 1 ascending positions (CP or FC), then n data elements of one size.
 namespace qvnd::word {
 
+// Of an FBKF, the element of a range's start.
+inline constexpr std::size_t fbkfSize = 4;
+
 struct Plc {
     std::vector<std::uint32_t> positions; // one more than there are elements; empty for no PLC
     ByteView data;                        // of the bytes that were decoded

@@ -11,7 +11,7 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr std::size_t entrySize = 1;
+constexpr std::size_t offsetSize = 1;
 
 // Without the entries that a later one of the same opcode overrules. Only plain numbers are
 // dropped: a variable operand may add to what stands before it.
@@ -84,7 +84,7 @@ FittedList fittedCharacterProperties(ByteView list) {
 }
 
 CharacterPages::CharacterPages(std::uint32_t fc, FormattingPages::Take take)
-    : pages_(entrySize, fc, std::move(take)) {}
+    : pages_(offsetSize, fc, std::move(take)) {}
 
 void CharacterPages::add(const FormattedCharacters& run) {
     const Bytes record = fits(run.properties)
@@ -94,7 +94,7 @@ void CharacterPages::add(const FormattedCharacters& run) {
 }
 
 CharacterPage decodeCharacterPage(ByteView bytes) {
-    const FormattingEntries decoded = decodeFormattingPage(bytes, entrySize);
+    const FormattingEntries decoded = decodeFormattingPage(bytes, offsetSize);
     CharacterPage page;
     page.sound = decoded.sound;
     for (const FormattingEntry& entry : decoded.entries) {

@@ -10,7 +10,7 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr std::size_t entrySize = 13;
+constexpr std::size_t bxSize = 13;
 
 // PapxInFkps. An odd length counts in the first byte, an even one in a second byte behind a 0.
 Bytes papx(StyleIndex style, ByteView properties) {
@@ -75,7 +75,7 @@ CutList cutToPrcData(ByteView list) {
 
 ParagraphPages::ParagraphPages(std::uint32_t fc, StoreInDataStream store,
                                FormattingPages::Take take)
-    : store_(std::move(store)), pages_(entrySize, fc, std::move(take)) {}
+    : store_(std::move(store)), pages_(bxSize, fc, std::move(take)) {}
 
 void ParagraphPages::add(const FormattedParagraph& paragraph) {
     if (paragraph.length > 0) {
@@ -98,7 +98,7 @@ ByteView decodePrcData(ByteView dataStream, std::uint32_t offset) {
 }
 
 ParagraphPage decodeParagraphPage(ByteView bytes) {
-    const FormattingEntries decoded = decodeFormattingPage(bytes, entrySize);
+    const FormattingEntries decoded = decodeFormattingPage(bytes, bxSize);
     ParagraphPage page;
     page.sound = decoded.sound;
     for (const FormattingEntry& entry : decoded.entries) {

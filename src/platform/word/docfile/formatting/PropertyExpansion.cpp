@@ -14,10 +14,6 @@ namespace qvnd::word {
 
 namespace {
 
-void append(Bytes& result, ByteView bytes) {
-    result.insert(result.end(), bytes.begin(), bytes.end());
-}
-
 // What is behind the last whole entry, unless it is padding.
 bool brokenOff(ByteView list, const ParsedSprms& parsed) {
     std::size_t used = 0;

@@ -9,7 +9,7 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr int deepestGroup = 64;
+constexpr int deepestRead = 64;
 constexpr unsigned entryVersion = 2; // of OfficeArtFBSE
 
 // Calls `visit` with each record of a container, up to the first that does not fit.
@@ -198,7 +198,7 @@ std::uint32_t Drawings::readGroup(ByteView records, std::uint32_t outermost, int
         if (header.type == art::spContainer) {
             const std::uint32_t id = readShape(content, outermost);
             outermost = outermost == 0 ? id : outermost;
-        } else if (header.type == art::spgrContainer && depth < deepestGroup) {
+        } else if (header.type == art::spgrContainer && depth < deepestRead) {
             readGroup(content, outermost, depth + 1);
         }
     });

@@ -19,8 +19,6 @@ constexpr std::size_t paragraphSize = 25; // cbGrpprlPapx
 constexpr std::uint8_t formatNone = 0xFF;
 constexpr std::uint8_t followedByNothing = 2;
 
-constexpr std::size_t levelCount = 9;
-
 bool placesAreSound(const ListLevel& level) {
     unsigned before = 0;
     for (std::size_t i = 0; i < levelCount && level.head[numberPlaces + i] != 0; ++i) {

@@ -5,6 +5,9 @@
 
 namespace qvnd::word {
 
+// Of a list that is not a simple one.
+inline constexpr std::size_t levelCount = 9;
+
 // One level of a list (LVL, [MS-DOC] 2.9.150). Entries of its lists
 // that are not whole or not of the list's kind are left out. Throws FormatError when it reaches
 // past the end.

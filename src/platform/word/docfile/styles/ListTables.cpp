@@ -13,7 +13,6 @@ namespace {
 constexpr std::size_t lstfSize = 28;
 constexpr std::size_t lfoSize = 16;
 constexpr std::uint8_t simpleList = 0x01;
-constexpr std::size_t levelCount = 9;
 constexpr std::uint32_t lfoDataHead = 0xFFFFFFFF; // cp of LFOData
 constexpr std::uint32_t hasLevel = 0x20;          // fFormatting
 constexpr std::uint32_t levelMask = 0x0F;         // iLvl

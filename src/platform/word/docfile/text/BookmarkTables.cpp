@@ -1,5 +1,6 @@
 #include "platform/word/docfile/text/BookmarkTables.h"
 
+#include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sttb.h"
 
 #include <algorithm>
@@ -10,7 +11,6 @@ namespace qvnd::word {
 namespace {
 
 constexpr std::size_t cpSize = 4;
-constexpr std::size_t fbkfSize = 4;
 constexpr std::size_t longestName = 40;
 
 Cp cpAt(ByteView plc, std::size_t index) {

@@ -14,7 +14,6 @@ namespace {
 constexpr std::size_t atrdSize = 30;      // ATRDPre10
 constexpr std::size_t initialsRoom = 9;   // of its xstUsrInitl, behind the length
 constexpr std::size_t atrdExtraSize = 18; // ATRDPost10
-constexpr std::size_t fbkfSize = 4;
 constexpr std::uint16_t atnbeSize = 10;
 constexpr std::uint16_t rangeOfComment = 0x0100; // ATNBE.bmc
 constexpr std::uint32_t noTag = 0xFFFFFFFF;
