@@ -1,3 +1,40 @@
+# Writes files that each include four sources of one folder below `top`, and names them in `result`
+# beside the headers of `sources`: neighbours read the same headers and instantiate the same
+# templates, and that is most of their cost. Paths in them are relative, so that a compiler cache
+# knows them again in another folder.
+function(qvnd_compiled_together name top sources result)
+  set(together ${sources})
+  list(FILTER together EXCLUDE REGEX "\\.cpp$")
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  list(TRANSFORM sources REPLACE "^${top}/" "")
+  set(folders ${sources})
+  list(TRANSFORM folders REPLACE "[^/]+$" "")
+  list(REMOVE_DUPLICATES folders)
+  set(units "")
+  foreach(folder ${folders})
+    set(neighbours ${sources})
+    list(FILTER neighbours INCLUDE REGEX "^${folder}[^/]*$")
+    list(SORT neighbours)
+    list(LENGTH neighbours count)
+    math(EXPR last "${count} - 1")
+    foreach(first RANGE 0 ${last} 4)
+      list(SUBLIST neighbours ${first} 4 four)
+      list(TRANSFORM four REPLACE "(.+)" "#include \"\\1\"\n")
+      string(CONCAT text ${four})
+      set(unit ${CMAKE_CURRENT_BINARY_DIR}/${name}/${folder}together_${first}.cpp)
+      file(CONFIGURE OUTPUT ${unit} CONTENT "${text}")
+      list(APPEND units ${unit})
+    endforeach()
+  endforeach()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # The one is said of every class in an anonymous namespace outside of the main file, the other
+    # of a local name that another of the four files uses.
+    set_source_files_properties(${units} PROPERTIES
+                                COMPILE_OPTIONS "-Wno-subobject-linkage;-Wno-shadow")
+  endif()
+  set(${result} ${units} ${together} PARENT_SCOPE)
+endfunction()
+
 # A room is one folder of src/ built as one static library. It may use only the rooms that it
 # names; what it does not name is not on its link line. Its windows are built elsewhere.
 
@@ -12,38 +49,15 @@ function(qvnd_room target)
     target_link_libraries(${target} INTERFACE qvnd_compiler ${ROOM_USES})
     return()
   endif()
+  if(QVND_TOGETHER)
+    qvnd_compiled_together(${target} ${PROJECT_SOURCE_DIR}/src "${sources}" sources)
+  endif()
   add_library(${target} STATIC ${sources})
   target_link_libraries(${target} PUBLIC qvnd_compiler ${ROOM_USES})
   if(NOT ROOM_HEADERS)
     set(ROOM_HEADERS qvnd_qt_headers)
   endif()
   target_precompile_headers(${target} REUSE_FROM ${ROOM_HEADERS})
-endfunction()
-
-# Writes files that each include four of `sources`, and names them in `result`: test files instantiate
-# the same templates, and that is most of their cost. Paths in them are relative, so that a compiler
-# cache knows them again in another folder.
-function(qvnd_compiled_together name sources result)
-  list(FILTER sources INCLUDE REGEX "\\.cpp$")
-  list(SORT sources)
-  list(LENGTH sources count)
-  math(EXPR last "${count} - 1")
-  set(together "")
-  foreach(first RANGE 0 ${last} 4)
-    list(SUBLIST sources ${first} 4 four)
-    list(TRANSFORM four REPLACE "^${PROJECT_SOURCE_DIR}/tests/(.*)$" "#include \"\\1\"\n")
-    string(CONCAT text ${four})
-    set(file ${CMAKE_CURRENT_BINARY_DIR}/${name}/together_${first}.cpp)
-    file(CONFIGURE OUTPUT ${file} CONTENT "${text}")
-    list(APPEND together ${file})
-  endforeach()
-  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-    # The one is said of every class in an anonymous namespace outside of the main file, the other
-    # of a local name that another of the four files uses.
-    set_source_files_properties(${together} PROPERTIES
-                                COMPILE_OPTIONS "-Wno-subobject-linkage;-Wno-shadow")
-  endif()
-  set(${result} ${together} PARENT_SCOPE)
 endfunction()
 
 # The tests of one room: every *_test.cpp of a folder of tests/, in one program.
@@ -53,8 +67,8 @@ function(qvnd_room_tests name)
   if(NOT sources)
     return()
   endif()
-  if(QVND_TESTS_TOGETHER)
-    qvnd_compiled_together(${name} "${sources}" sources)
+  if(QVND_TOGETHER)
+    qvnd_compiled_together(${name} ${PROJECT_SOURCE_DIR}/tests "${sources}" sources)
   endif()
   add_executable(${name} ${sources})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
