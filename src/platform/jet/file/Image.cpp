@@ -1,31 +1,63 @@
 #include "platform/jet/file/Image.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/file/SqlNames.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 #include <sqlite3.h>
+
+#include <functional>
 
 namespace qvnd::jet {
 
 namespace {
 
-// Of the header of an SQLite file, four bytes each: the counter, which state of it the header is
-// valid for, and the version of SQLite that wrote it.
+// Of the header of an SQLite file, four bytes each: the counter, that of changes of the schema,
+// which state of the first the header is valid for, and the version of SQLite that wrote it.
 constexpr int counterPlace = 24;
+constexpr int schemaPlace = 40;
 constexpr int validForPlace = 92;
 constexpr int writerPlace = 96;
 constexpr int headerSize = 100;
+
+const QString journalEnd = QStringLiteral("-journal");
 
 std::uint32_t bigEndian(const unsigned char* bytes) {
     return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
            std::uint32_t{bytes[2]} << 8 | std::uint32_t{bytes[3]};
 }
 
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        failCannotAccess(path);
+    }
+    return file.readAll();
+}
+
+// Answers what `read` does, or `otherwise` for a damaged file.
+template <typename Answer>
+Answer ofSound(const std::function<Answer()>& read, const std::function<Answer()>& otherwise) {
+    try {
+        return read();
+    } catch (const RunTimeError& failure) {
+        if (failure.number() != error::unrecognizedFormat) {
+            throw;
+        }
+        return otherwise();
+    }
+}
+
+// A journal belongs to the file that was there before.
 void writeFile(const QString& path, const QByteArray& image) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile::remove(path + journalEnd);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(image) != image.size() || !file.commit()) {
         failCannotAccess(path);
@@ -42,6 +74,10 @@ void overwrite(const QString& path, const QByteArray& image) {
     }
     const int stepped = sqlite3_backup_step(copy, -1);
     const int finished = sqlite3_backup_finish(copy);
+    const int kind = stepped & 0xFF;
+    if (kind == SQLITE_NOTADB || kind == SQLITE_CORRUPT) {
+        failUnrecognizedFormat(path);
+    }
     if (stepped != SQLITE_DONE || finished != SQLITE_OK) {
         fail(error::storeFailed, QStringLiteral("不能恢复『%1』：%2。")
                                      .arg(path, QString::fromUtf8(sqlite3_errstr(stepped))));
@@ -54,31 +90,40 @@ QByteArray imageOf(const QString& path) {
     if (!QFile::exists(path)) {
         return {};
     }
-    Connection connection(path, Connection::Mode::existing);
-    connection.NumberOf("PRAGMA user_version");
-    sqlite3_int64 size = 0;
-    unsigned char* bytes = sqlite3_serialize(connection.Handle(), "main", &size, 0);
-    if (bytes == nullptr) {
-        connection.Fail();
-    }
-    QByteArray image(reinterpret_cast<const char*>(bytes), size);
-    sqlite3_free(bytes);
-    return image;
+    return ofSound<QByteArray>(
+        [&] {
+            Connection connection(path, Connection::Mode::existing);
+            connection.NumberOf("PRAGMA user_version");
+            sqlite3_int64 size = 0;
+            unsigned char* bytes = sqlite3_serialize(connection.Handle(), "main", &size, 0);
+            if (bytes == nullptr) {
+                connection.Fail();
+            }
+            QByteArray image(reinterpret_cast<const char*>(bytes), size);
+            sqlite3_free(bytes);
+            return image;
+        },
+        [&] { return bytesOf(path); });
 }
 
 std::uint32_t changeCounterOf(const QString& path) {
     if (!QFile::exists(path)) {
         return 0;
     }
-    Connection connection(path, Connection::Mode::existing);
-    connection.NumberOf("PRAGMA user_version"); // plays a journal back
-    sqlite3_file* file = nullptr;
-    sqlite3_file_control(connection.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-    unsigned char bytes[4] = {};
-    if (file == nullptr || file->pMethods->xRead(file, bytes, 4, counterPlace) != SQLITE_OK) {
-        failCannotAccess(path);
-    }
-    return bigEndian(bytes);
+    return ofSound<std::uint32_t>(
+        [&] {
+            Connection connection(path, Connection::Mode::existing);
+            connection.NumberOf("PRAGMA user_version"); // plays a journal back
+            sqlite3_file* file = nullptr;
+            sqlite3_file_control(connection.Handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+            unsigned char bytes[4] = {};
+            if (file == nullptr ||
+                file->pMethods->xRead(file, bytes, 4, counterPlace) != SQLITE_OK) {
+                failCannotAccess(path);
+            }
+            return bigEndian(bytes);
+        },
+        [&] { return changeCounterIn(bytesOf(path)); });
 }
 
 std::uint32_t changeCounterIn(const QByteArray& image) {
@@ -93,7 +138,7 @@ bool holdTheSame(QByteArray one, QByteArray other) {
         if (image->size() < headerSize) {
             continue;
         }
-        for (const int place : {counterPlace, validForPlace, writerPlace}) {
+        for (const int place : {counterPlace, schemaPlace, validForPlace, writerPlace}) {
             image->replace(place, 4, QByteArray(4, 0));
         }
     }
@@ -105,10 +150,9 @@ void putImage(const QString& path, const QByteArray& image) {
         if (QFile::exists(path) && !QFile::remove(path)) {
             failCannotAccess(path);
         }
-        QFile::remove(path + QStringLiteral("-journal"));
-    } else if (QFile::exists(path)) {
-        overwrite(path, image);
-    } else {
+        QFile::remove(path + journalEnd);
+    } else if (!QFile::exists(path) ||
+               !ignoringError(error::unrecognizedFormat, [&] { overwrite(path, image); })) {
         writeFile(path, image);
     }
 }

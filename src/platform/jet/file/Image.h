@@ -12,7 +12,8 @@
 
 // A database as a whole, as the bytes of its file: for keeping a state and for going back to it.
 // The files are reached through SQLite, so that its locks hold and a journal that a killed process
-// left is played back first. Errors are those of the store.
+// left is played back first. A damaged file is taken as the bytes that it has. Errors are those of
+// the store.
 namespace qvnd::jet {
 
 // Empty when there is no such file.
@@ -23,12 +24,13 @@ std::uint32_t changeCounterOf(const QString& path);
 // The same, of an image.
 std::uint32_t changeCounterIn(const QByteArray& image);
 
-// Whether the images hold the same but for their change counters: a transaction that changes
-// nothing, such as one that clears a journal away, counts as well.
+// Whether the images hold the same but for their counters of changes: a transaction that changes
+// nothing, such as one that clears a journal away or puts the same pages, counts as well.
 bool holdTheSame(QByteArray one, QByteArray other);
 
-// Gives the file the state of the image, at one stroke: an empty image takes the file away, and a
-// missing file is made. Programs that have it open see the new state as another program's change.
+// Gives the file the state of the image, at one stroke: an empty image takes the file away; a
+// missing file is made, with its folder, and a damaged one replaced. Programs that have it open see
+// the new state as another program's change.
 void putImage(const QString& path, const QByteArray& image);
 
 // Looks into an image.
