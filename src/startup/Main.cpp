@@ -11,9 +11,6 @@
 #include "store/LegacyCentral.h"
 
 #include <QCoreApplication>
-#include <QDir>
-
-#include <algorithm>
 
 namespace qvnd::startup {
 
@@ -43,6 +40,11 @@ WorkFolder configuredWorkFolder(const QString& configurationFolder, const QStrin
         configurationFolder + separator() + QLatin1String("cfgpath"), QStringLiteral("work"));
     return work.isEmpty() ? WorkFolder{gAppPath + defaultWorkFolder, true}
                           : WorkFolder{work, false};
+}
+
+QString configurationFolder(registry::Registry& registry) {
+    return registry::RegOperation(registry).GetStringValueA(
+        QStringLiteral("HKEY_LOCAL_MACHINE\\Software\\TREL\\MAIN\\PATH"), QStringLiteral("cfg"));
 }
 
 // In place of a missing work folder of three characters or more the default beside the program is
@@ -84,15 +86,13 @@ void resolveFolders(modMain& state, const QString& appPath, registry::Registry& 
     state.gAppPath = withSeparator(appPath);
     state.HelpFile = state.gAppPath + "Qvnd.hlp";
 
-    registry::RegOperation reg(registry);
-    const QString configuration = reg.GetStringValueA(
-        QStringLiteral("HKEY_LOCAL_MACHINE\\Software\\TREL\\MAIN\\PATH"), QStringLiteral("cfg"));
-    state.gWordRoot = withSeparator(reg.GetStringValueA(
+    state.gWordRoot = withSeparator(registry::RegOperation(registry).GetStringValueA(
         QStringLiteral(
             "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Office\\8.0\\Word\\InstallRootSR2"),
         QStringLiteral("Path")));
 
-    const WorkFolder configured = configuredWorkFolder(configuration, state.gAppPath);
+    const WorkFolder configured =
+        configuredWorkFolder(configurationFolder(registry), state.gAppPath);
     const QString work = existingWorkFolder(configured.path, state.gAppPath);
     state.gAppTitle = QStringLiteral("TREL标书管理");
     state.gSysPath = state.gAppPath + "Sys" + separator();
@@ -121,17 +121,10 @@ void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString&
 // has left is mended before anything is read.
 void openHistory(modMain& state, desktop::MessageBoxes& messages) {
     state.gWs = &state.DBEngine.Workspaces(0);
-    QList<std::pair<QChar, QString>> folders{
-        {'P', state.gUserTplPath}, {'W', state.gWorkPath}, {'A', state.gAppPath}};
-    for (auto& [letter, folder] : folders) {
-        folder = withSeparator(QDir::toNativeSeparators(QDir::cleanPath(files::resolved(folder))));
-    }
-    std::stable_sort(folders.begin(), folders.end(), [](const auto& one, const auto& other) {
-        return one.second.size() > other.second.size();
-    });
     state.History = std::make_unique<history::History>(
-        state.gUserTplPath + ".~history", history::Places(folders), *state.gWs, *state.gFso,
-        QCoreApplication::applicationName());
+        state.gUserTplPath + ".~history",
+        history::Places(state.gUserTplPath, {state.gWorkPath, state.gAppPath}), *state.gWs,
+        *state.gFso, QCoreApplication::applicationName());
     try {
         state.HistoryFound = state.History->mend();
     } catch (const RunTimeError& failure) { // each command asks whether to go on without it
@@ -168,6 +161,12 @@ void tellWhatWasMadeAnew(const modMain& state, desktop::MessageBoxes& messages) 
 }
 
 } // namespace
+
+bool isInWorkSpace(const QString& appPath, registry::Registry& registry, const QString& file) {
+    const QString work =
+        configuredWorkFolder(configurationFolder(registry), withSeparator(appPath)).path;
+    return history::Places(appPath, {work}).hasIn(history::spelt(file));
+}
 
 bool Main(modMain& state, const QString& appPath, const MainServices& services) {
     try {

@@ -35,4 +35,8 @@ struct MainServices {
 // work folder beside the program serves. True without a failure.
 bool Main(modMain& state, const QString& appPath, const MainServices& services);
 
+// Whether a file lies in the program's folder or in the work folder that Main would use, so that
+// the history covers it. Nothing is made or opened.
+bool isInWorkSpace(const QString& appPath, registry::Registry& registry, const QString& file);
+
 } // namespace qvnd::startup

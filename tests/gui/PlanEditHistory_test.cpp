@@ -21,8 +21,9 @@ class PlanEditHistory : public PlanEditWindow {
 protected:
     PlanEditHistory() {
         world.state.History = std::make_unique<history::History>(
-            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
-            *world.state.gWs, *world.state.gFso, "测试");
+            world.state.gUserTplPath + ".~history",
+            history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+            *world.state.gFso, "测试");
     }
     void TearDown() override { form.reset(); }
 

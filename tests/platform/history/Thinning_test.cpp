@@ -111,8 +111,8 @@ TEST_F(ThinnedHistory, ABranchThatWasLeftGoesFromItsEnd) {
 class OtherProgram {
 public:
     explicit OtherProgram(const HistoryWorld& world)
-        : history_(world.path(".~history"), history::Places({{'P', world.path("")}}),
-                   engine_.Workspaces(0), files_, "另一个") {}
+        : history_(world.path(".~history"), history::Places(world.path("")), engine_.Workspaces(0),
+                   files_, "另一个") {}
     int thin(const QDateTime& now) {
         return history_.thin({std::chrono::days{30}, Limits{}.bytes, 0}, now);
     }
