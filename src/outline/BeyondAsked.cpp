@@ -4,9 +4,11 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMap>
 #include <QSet>
 
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::StringLiterals;
 
@@ -20,6 +22,24 @@ using Kind = history::Change::Kind;
 // More names are only counted.
 constexpr qsizetype mostNames = 5;
 
+// Where a row or table lies. The same keys and names may stand in both libraries.
+enum class Place { plans, templates, settings };
+
+Place placeOf(const Change& row) {
+    const auto isIn = [&](const QString& database) {
+        return row.database.compare(database, Qt::CaseInsensitive) == 0;
+    };
+    return isIn(u"Db_Template.mdb"_s) ? Place::templates
+           : isIn(u"Db_BidSet.mdb"_s) ? Place::settings
+                                      : Place::plans;
+}
+
+// The library whose folders a file lies in: .../标书模板/模/模.1.doc.
+Place placeOfFile(const Change& file) {
+    const QString outlines = QFileInfo(QFileInfo(file.key).path()).path();
+    return QFileInfo(outlines).fileName() == u"标书模板"_s ? Place::templates : Place::plans;
+}
+
 bool isOutlineRow(const Change& change) {
     return !change.key.isEmpty() && !change.table.isEmpty() && change.table != u"temp"_s;
 }
@@ -28,25 +48,22 @@ bool isBelow(const QString& node, const QString& key) {
     return !node.isEmpty() && (key == node || key.startsWith(node + u'.'));
 }
 
-bool isOfTemplates(const Change& change) {
-    return change.database.compare(u"Db_Template.mdb"_s, Qt::CaseInsensitive) == 0;
-}
-
 class Words {
 public:
     Words(const history::CommandFrame& frame, const QList<Change>& changes, const OutlineNow& rows)
         : frame_(frame), changes_(changes), rows_(rows),
           isDeletion_(frame.caption.contains(u"删除"_s)) {
         for (const Change& change : changes) {
+            const Place place = placeOf(change);
             if (change.kind == Kind::tableDropped) {
-                dropped_ << change.table;
+                dropped_[place] << change.table;
             } else if (change.kind == Kind::tableMade) {
-                made_ << change.table;
+                made_[place] << change.table;
             } else if (change.kind == Kind::rowAdded && isOutlineRow(change)) {
-                came_ << change.name;
-                keysThatCame_ << change.key;
+                came_[place] << change.name;
+                keysThatCame_[place] << change.key;
             } else if (change.kind == Kind::rowRemoved) {
-                keysThatWent_ << change.key;
+                keysThatWent_[place] << change.key;
             }
         }
     }
@@ -60,19 +77,36 @@ public:
     }
 
 private:
+    bool isDropped(const Change& change) const {
+        return dropped_[placeOf(change)].contains(change.table);
+    }
+    // The library that a deletion is about: the plans where the plan's selected node went, the
+    // templates where a deletion has left that alone.
+    Place placeOfDeletion() const {
+        const auto isSelected = [&](const QString& key) {
+            return isBelow(frame_.selectedKey, key);
+        };
+        const QSet<QString> went = keysThatWent_[Place::plans];
+        const bool isOfPlans = std::any_of(went.begin(), went.end(), isSelected) ||
+                               dropped_[Place::plans].contains(frame_.plan);
+        return isOfPlans ? Place::plans : Place::templates;
+    }
     // The command's word says that the selected node goes, with what is below it. Which node of a
     // template that is, the rows tell: they went by the characters that their keys begin with, and
     // so its own key is the shortest. The frame knows only the plan's selected node, whose key a
     // template of the same name may have too.
     bool isAskedFor(const Change& change) const {
-        return isDeletion_ && isBelow(isOfTemplates(change) ? shortestKeyThatWent(change.table)
-                                                            : frame_.selectedKey,
-                                      change.key);
+        const Place place = placeOf(change);
+        return isDeletion_ && place == placeOfDeletion() &&
+               isBelow(place == Place::templates ? shortestKeyThatWent(change.table)
+                                                 : frame_.selectedKey,
+                       change.key);
     }
     QString shortestKeyThatWent(const QString& table) const {
         QString shortest;
         for (const Change& change : changes_) {
-            if (change.kind == Kind::rowRemoved && isOfTemplates(change) && change.table == table &&
+            if (change.kind == Kind::rowRemoved && placeOf(change) == Place::templates &&
+                change.table == table &&
                 (shortest.isEmpty() || change.key.size() < shortest.size())) {
                 shortest = change.key;
             }
@@ -82,13 +116,13 @@ private:
     // A row that was moved is gone under its old key and there under a new one.
     void tellRows() {
         QStringList gone;
-        QStringList arrived = came_;
+        QMap<Place, QStringList> arrived = came_;
         for (const Change& change : changes_) {
-            if (change.kind != Kind::rowRemoved || !isOutlineRow(change) ||
-                dropped_.contains(change.table) || isAskedFor(change)) {
+            if (change.kind != Kind::rowRemoved || !isOutlineRow(change) || isDropped(change) ||
+                isAskedFor(change)) {
                 continue;
             }
-            if (!arrived.removeOne(change.name)) {
+            if (!arrived[placeOf(change)].removeOne(change.name)) {
                 gone << change.name;
             }
         }
@@ -96,10 +130,10 @@ private:
             sentences_ << u"同时移除了 %1 个节点：%2"_s.arg(gone.size()).arg(listed(gone));
         }
     }
-    bool hasLostAncestor(QString key) const {
+    bool hasLostAncestor(Place place, QString key) const {
         while (depthOfKey(key) > 0) {
             key = parentKeyOf(key);
-            if (keysThatWent_.contains(key) && !keysThatCame_.contains(key)) {
+            if (keysThatWent_[place].contains(key) && !keysThatCame_[place].contains(key)) {
                 return true;
             }
         }
@@ -108,15 +142,16 @@ private:
     void tellUnreachable() {
         QSet<std::pair<QString, QString>> outlines; // that have lost rows, with their databases
         for (const Change& change : changes_) {
-            if (change.kind == Kind::rowRemoved && isOutlineRow(change) &&
-                !dropped_.contains(change.table)) {
+            if (change.kind == Kind::rowRemoved && isOutlineRow(change) && !isDropped(change)) {
                 outlines << std::pair(change.database, change.table);
             }
         }
         QStringList lost;
         for (const auto& [database, outline] : outlines) {
+            Change lostIn;
+            lostIn.database = database;
             for (const auto& [key, name] : rows_(database, outline)) {
-                if (hasLostAncestor(key)) {
+                if (hasLostAncestor(placeOf(lostIn), key)) {
                     lost << name;
                 }
             }
@@ -140,36 +175,49 @@ private:
     }
     // The plan or template that a deletion is about. Deleting a template as a whole refreshes
     // nothing, so it is the only outline to go.
-    bool isAskedFor(const QString& outline, const QStringList& all) const {
-        const bool isPlan = outline == frame_.plan &&
+    bool isAskedFor(Place place, const QString& outline, qsizetype all) const {
+        const bool isPlan = place == Place::plans && outline == frame_.plan &&
                             (frame_.selectedKey.isEmpty() || depthOfKey(frame_.selectedKey) == 0);
-        return isDeletion_ && (isPlan || all.size() == 1) && keysThatWentElsewhere(outline) == 0;
+        return isDeletion_ && place == placeOfDeletion() && (isPlan || all == 1) &&
+               keysThatWentElsewhere(place, outline) == 0;
     }
-    qsizetype keysThatWentElsewhere(const QString& outline) const {
+    qsizetype keysThatWentElsewhere(Place place, const QString& outline) const {
         return std::count_if(changes_.begin(), changes_.end(), [&](const Change& change) {
             return change.kind == Kind::rowRemoved && isOutlineRow(change) &&
-                   change.table != outline && !dropped_.contains(change.table);
+                   !(placeOf(change) == place && change.table == outline) && !isDropped(change);
         });
     }
     // Names that left the list of outlines because there was no table of theirs any more.
-    QStringList namesWithoutTable() const {
+    QStringList namesWithoutTable(Place place) const {
         QStringList names;
         for (const Change& change : changes_) {
             if (change.kind == Kind::rowRemoved && change.table == u"遍历表"_s &&
-                !dropped_.contains(change.name)) {
+                placeOf(change) == place && !dropped_[place].contains(change.name)) {
                 names << change.name;
             }
         }
         return names;
     }
+    QStringList forgottenIn(Place place) const {
+        return outlinesIn(dropped_[place]) + namesWithoutTable(place);
+    }
     void tellOutlines() {
-        QStringList forgotten = outlinesIn(dropped_) + namesWithoutTable();
-        const QStringList all = forgotten;
-        forgotten.removeIf([&](const QString& outline) { return isAskedFor(outline, all); });
+        const QStringList plans = forgottenIn(Place::plans);
+        const QStringList templates = forgottenIn(Place::templates);
+        const qsizetype all = plans.size() + templates.size();
+        QStringList forgotten;
+        for (const auto& [place, outlines] :
+             {std::pair(Place::plans, plans), std::pair(Place::templates, templates)}) {
+            std::copy_if(outlines.begin(), outlines.end(), std::back_inserter(forgotten),
+                         [&, where = place](const QString& outline) {
+                             return !isAskedFor(where, outline, all);
+                         });
+        }
         if (!forgotten.isEmpty()) {
             sentences_ << u"文件夹或表已不在，因此不再记录大纲：%1"_s.arg(listed(forgotten));
         }
-        const QStringList adopted = outlinesIn(made_);
+        const QStringList adopted =
+            outlinesIn(made_[Place::plans]) + outlinesIn(made_[Place::templates]);
         if (isStart_ && !adopted.isEmpty()) {
             sentences_ << u"列入了文件夹中的大纲：%1"_s.arg(listed(adopted));
         }
@@ -182,11 +230,12 @@ private:
             if (change.kind == Kind::fileReplaced) {
                 replaced << change.name;
             } else if (change.kind == Kind::fileRemoved && !isDeletion_ &&
-                       !keysThatWent_.contains(keyOf(change))) {
+                       !keysThatWent_[placeOfFile(change)].contains(keyOf(change))) {
                 gone << change.name;
             } else if (change.kind == Kind::fileAdded &&
                        change.name.endsWith(u".doc"_s, Qt::CaseInsensitive) &&
-                       isInOutline(change) && !keysThatCame_.contains(keyOf(change))) {
+                       isInOutline(change) &&
+                       !keysThatCame_[placeOfFile(change)].contains(keyOf(change))) {
                 stray << change.name;
             }
         }
@@ -213,11 +262,11 @@ private:
     const OutlineNow& rows_;
     bool isDeletion_;
     bool isStart_ = frame_.caption == history::caption::start;
-    QStringList dropped_;
-    QStringList made_;
-    QStringList came_;
-    QSet<QString> keysThatCame_;
-    QSet<QString> keysThatWent_;
+    QMap<Place, QStringList> dropped_;
+    QMap<Place, QStringList> made_;
+    QMap<Place, QStringList> came_; // names of rows
+    QMap<Place, QSet<QString>> keysThatCame_;
+    QMap<Place, QSet<QString>> keysThatWent_;
     QStringList sentences_;
 };
 
