@@ -45,6 +45,9 @@ ExitStatus merge(Session& session, const QStringList& words) {
     constexpr qsizetype manyFiles = 100000;
     arguments.expectPositions(2, manyFiles);
     const word::FontChange font = fontOf(arguments);
+    if (!session.mayWrite(arguments.position(0))) {
+        return ExitStatus::refused;
+    }
     std::vector<std::filesystem::path> files;
     for (const QString& name : arguments.positions().mid(1)) {
         files.push_back(pathOf(name));
@@ -136,7 +139,7 @@ ExitStatus check(Session& session, const QStringList& words) {
 std::vector<Command> docCommands() {
     return {
         {QStringLiteral("doc merge"), QStringLiteral("[--font 字体 --size 磅数] 输出 文件..."),
-         QStringLiteral("把各文件依次合成一个文档"), merge},
+         QStringLiteral("把各文件依次合成一个文档；输出已经存在时要有 --yes 才替换"), merge},
         {QStringLiteral("doc text"), QStringLiteral("文件"), QStringLiteral("文档的文字"), text},
         {QStringLiteral("doc info"), QStringLiteral("文件"),
          QStringLiteral("文档里有多少段落、表格、图片等"), info},

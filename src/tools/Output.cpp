@@ -26,11 +26,16 @@ QByteArray written(const QJsonValue& json) {
 
 void Output::result(const QJsonValue& json, const QString& text) {
     if (json_) {
-        out_ << written(json).constData() << '\n';
+        result_ += written(json) + '\n';
     } else if (!text.isEmpty()) {
-        out_ << text.toUtf8().constData() << '\n';
+        result_ += text.toUtf8() + '\n';
     }
+}
+
+void Output::print() {
+    out_ << result_.constData();
     out_.flush();
+    result_.clear();
 }
 
 void Output::note(const QString& line) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QJsonValue>
 #include <QString>
 
@@ -17,8 +18,12 @@ public:
     void setJson(bool json) { json_ = json; }
     bool isJson() const { return json_; }
 
-    // The result, in the form asked for; once in a command.
+    // The result, in the form asked for. It is printed when the command is over.
     void result(const QJsonValue& json, const QString& text);
+    // The command is over: prints its result, if it has one.
+    void print();
+    // The command was taken back: there is no result.
+    void withdraw() { result_.clear(); }
     // A line on standard error.
     void note(const QString& line);
 
@@ -28,6 +33,7 @@ private:
     std::ostream& out_;
     std::ostream& err_;
     bool json_ = false;
+    QByteArray result_; // to be printed
 };
 
 } // namespace qvnd::tools

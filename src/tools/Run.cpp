@@ -49,12 +49,17 @@ QString captionOf(const Command& command) {
     return command.meaning.section(details, 0, 0);
 }
 
+// What a command did that could not be recorded has been taken back: then it has no result.
 ExitStatus runCommand(const Command& command, const GlobalOptions& options, Output& output) {
     Session session(options, output, captionOf(command));
     try {
         const qsizetype nameLength = command.name.count(u' ') + 1;
         const ExitStatus status = command.run(session, options.words.mid(nameLength));
-        return session.finish() ? status : ExitStatus::refused;
+        if (!session.finish()) {
+            output.withdraw();
+            return ExitStatus::refused;
+        }
+        return status;
     } catch (const UsageError& error) {
         return wrongUsage(output, error.reason(), usageOf(command));
     } catch (const StartFailed&) {
@@ -113,7 +118,9 @@ ExitStatus run(const QStringList& words, std::ostream& out, std::ostream& err,
     try {
         const GlobalOptions options = parseGlobalOptions(words, executableFolder);
         output.setJson(options.json);
-        return dispatch(options, output);
+        const ExitStatus status = dispatch(options, output);
+        output.print();
+        return status;
     } catch (const UsageError& error) {
         return wrongUsage(output, error.reason(), QStringLiteral("--help"));
     } catch (const std::exception& failure) {

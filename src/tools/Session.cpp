@@ -2,7 +2,11 @@
 
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/files/Paths.h"
+#include "startup/Main.h"
 #include "tools/ProgramRun.h"
+
+#include <QFileInfo>
 
 namespace qvnd::tools {
 
@@ -40,9 +44,27 @@ void Session::tellWhatWasMended() {
                          .arg(found.unfinished->title));
     } else if (found.restored) {
         output_.note(QStringLiteral("上次运行在撤消或恢复时中断了，现已做完。"));
+        if (!found.note.isEmpty()) {
+            output_.note(found.note);
+        }
     } else if (found.exitKilled) {
         output_.note(QStringLiteral("上次运行在退出时中断了；所做的操作都已保存。"));
     }
+}
+
+bool Session::mayWrite(const QString& file) {
+    const QString path = QFileInfo(file).absoluteFilePath();
+    if (QFileInfo::exists(path) &&
+        !messages_.ask(QStringLiteral("文件“%1”已经存在，要替换它吗？").arg(path),
+                       desktop::Icon::question)) {
+        return false;
+    }
+    auto registry =
+        registry::RegistryFile::read(files::withSeparator(options_.home) + "registry.reg");
+    if (startup::isInWorkSpace(options_.home, registry, path)) {
+        programAsLeft();
+    }
+    return true;
 }
 
 ProgramRun& Session::program() { return programLoaded(startup::Program::Load::usual); }

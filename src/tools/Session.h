@@ -42,9 +42,13 @@ public:
     // The plan that the command is about, for the history, where the command does not open it or
     // deletes it. Behind the first call of program().
     void isAbout(const QString& plan) { recorded_->isAbout(plan); }
+    // Before a command writes to a file that the user has named: one that is there is replaced only
+    // when the user agrees, false when not. For a file in the work space the program is started, as
+    // left, so that the change is recorded.
+    bool mayWrite(const QString& file);
 
     // The end of the command for the history. False when the history could not be written and so
-    // nothing was done; the user has been told. Later calls do nothing.
+    // the command was taken back; the user has been told. Later calls do nothing.
     bool finish();
 
 private:

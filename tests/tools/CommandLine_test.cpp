@@ -142,14 +142,24 @@ struct Streams : testing::Test {
 
 TEST_F(Streams, AResultIsTextOrOneJsonValue) {
     output.result("T.4", "T.4");
+    EXPECT_EQ(out.str(), "");
+    output.print();
     EXPECT_EQ(out.str(), "T.4\n");
     out.str("");
     output.setJson(true);
     output.result("T.4", "T.4");
     output.result(QJsonArray{"甲", 1}, "x");
     output.result(QJsonObject{{"a", true}}, "x");
+    output.print();
     EXPECT_EQ(out.str(), "\"T.4\"\n[\"甲\",1]\n{\"a\":true}\n");
     EXPECT_EQ(err.str(), "");
+}
+
+TEST_F(Streams, AResultThatIsWithdrawnIsNotPrinted) {
+    output.result("T.4", "T.4");
+    output.withdraw();
+    output.print();
+    EXPECT_EQ(out.str(), "");
 }
 
 TEST_F(Streams, AMessageBoxIsItsTitleAndItsText) {

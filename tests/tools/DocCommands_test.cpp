@@ -48,6 +48,30 @@ TEST_F(DocCommands, MergeOfAFileThatIsNoDocumentSaysWhyAndWritesNothing) {
     EXPECT_FALSE(folder.exists("out.doc"));
 }
 
+TEST_F(DocCommands, MergeReplacesAFileOnlyWhenTheUserSaysSo) {
+    const QString target = documentOf("out.doc", u"旧");
+    const QString source = documentOf("a.doc", u"新");
+    EXPECT_EQ(qvndctl({"doc", "merge", target, source}), ExitStatus::refused);
+    EXPECT_TRUE(err.contains("“" + target + "”已经存在，要替换它吗？")) << err.toStdString();
+    qvndctl({"doc", "text", target});
+    EXPECT_EQ(out.trimmed(), "旧");
+    EXPECT_EQ(qvndctl({"--yes", "doc", "merge", target, source}), ExitStatus::done);
+    qvndctl({"doc", "text", target});
+    EXPECT_EQ(out.trimmed(), "新");
+    EXPECT_FALSE(folder.exists("home")) << "a file elsewhere is not the program's";
+}
+
+TEST_F(DocCommands, MergeIntoTheWorkSpaceIsRecordedAndCanBeTakenBack) {
+    expectDone({"plan", "create", "甲"});
+    const QString source = documentOf("a.doc", u"新");
+    const QString target = folder.path("home/Sys/用户模板/甲/甲.1.doc");
+    expectDone({"doc", "merge", target, source});
+    EXPECT_TRUE(folder.exists("home/Sys/用户模板/甲/甲.1.doc"));
+    expectDone({"history", "undo"});
+    EXPECT_EQ(out.trimmed(), "把各文件依次合成一个文档[甲.1.doc]");
+    EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲/甲.1.doc"));
+}
+
 TEST_F(DocCommands, MergeTellsWhatAFileLoses) {
     test::writeWithHeader(folder.path("a.doc"));
     EXPECT_EQ(qvndctl({"doc", "merge", folder.path("out.doc"), folder.path("a.doc")}),
