@@ -8,6 +8,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/history/History.h"
+#include "platform/history/Places.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
 
@@ -35,7 +36,10 @@ bool isNode(const Change& change) {
            change.table != store::table::scratch;
 }
 
-bool isFile(const Change& change) { return change.table.isEmpty() && !change.key.isEmpty(); }
+// A damaged database is told as a file, but comes back with its step alone.
+bool isFile(const Change& change) {
+    return change.table.isEmpty() && !change.key.isEmpty() && !history::isDatabase(change.key);
+}
 
 bool isBelow(const QString& node, const QString& key) {
     return key.compare(node, Qt::CaseInsensitive) == 0 ||

@@ -145,11 +145,16 @@ history::History::Outcome RecordedCommand::close() {
 
 std::optional<history::Step> RecordedCommand::finish() {
     const history::History::Outcome outcome = close();
-    if (outcome.mayGoOnWithout && messages_ != nullptr &&
-        messages_->ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
-                       u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
-                       u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
-                       desktop::Icon::exclamation, u"提示"_s)) {
+    if (outcome.stands && messages_ != nullptr) {
+        messages_->tell(u"“%1”所做的不能记入操作历史，也没有能全部收回：\n%2\n\n"
+                        u"下一个操作以前或下次启动时会再记一次，那以后可以撤消它。"_s.arg(
+                            caption_, outcome.refusal),
+                        desktop::Icon::exclamation, u"提示"_s);
+    } else if (outcome.mayGoOnWithout && messages_ != nullptr &&
+               messages_->ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
+                              u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
+                              u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
+                              desktop::Icon::exclamation, u"提示"_s)) {
         state_.History->goOnWithout();
     }
     return outcome.step;

@@ -33,9 +33,10 @@ public:
     void isAbout(const QString& plan) { about_ = plan; }
 
     // The end of the command. Its step, if it has made one. When the history could not be written
-    // the command has done nothing; a user who was not asked yet is told so, and asked now.
+    // the command has done nothing; a user who was not asked yet is told so, and asked now. Where
+    // it could not be taken back either, the user is told that it stands.
     std::optional<history::Step> finish();
-    // Behind the end: the history could not be written, and nothing was done.
+    // Behind the end: the history could not be written, and the command was taken back if possible.
     bool wasRefused() const { return wasRefused_; }
 
 private:

@@ -21,13 +21,6 @@ const QString helpFile = QStringLiteral("Qvnd.hlp");
 const QString configurationKey = QStringLiteral("Software\\TREL\\MAIN\\PATH");
 const QString configurationValue = QStringLiteral("cfg");
 
-bool sameContent(const QString& one, const QString& other) {
-    QFile first(one);
-    QFile second(other);
-    return first.size() == second.size() && first.open(QIODevice::ReadOnly) &&
-           second.open(QIODevice::ReadOnly) && first.readAll() == second.readAll();
-}
-
 bool isConfigured(registry::Registry& registry) {
     registry::KeyHandle key = 0;
     const auto root = registry::RootFromName(QStringLiteral("HKEY_LOCAL_MACHINE"));
@@ -94,7 +87,7 @@ void bringShippedFiles(const QString& shared, const QString& programFolder) {
         const QString name = QDir(shared).relativeFilePath(source);
         const QString target =
             files::resolved(files::withSeparator(programFolder) + QDir::toNativeSeparators(name));
-        const bool isStale = name == helpFile && !sameContent(source, target);
+        const bool isStale = name == helpFile && !files::haveSameBytes(source, target);
         if (!QFileInfo::exists(target) || isStale) {
             QDir().mkpath(QFileInfo(target).path());
             files::copyWhole(source, target);

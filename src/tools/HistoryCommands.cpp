@@ -38,9 +38,17 @@ history::History& historyOf(Session& session) {
 }
 
 QString kindOf(const Step& step) {
-    return step.kind == history::StepKind::command      ? u"操作"_s
-           : step.kind == history::StepKind::unfinished ? u"未做完"_s
-                                                        : u"外部改动"_s;
+    switch (step.kind) {
+    case history::StepKind::command:
+        break;
+    case history::StepKind::unfinished:
+        return u"未做完"_s;
+    case history::StepKind::outside:
+        return u"外部改动"_s;
+    case history::StepKind::automatic:
+        return u"程序自动"_s;
+    }
+    return u"操作"_s;
 }
 
 QJsonObject jsonOf(const Step& step, std::int64_t head) {
@@ -80,9 +88,8 @@ public:
           since_(dateIn(arguments, sinceOption)), until_(dateIn(arguments, untilOption)) {}
 
     bool has(const Step& step) const {
-        const bool isBookkeeping = step.isMinor && step.kind == history::StepKind::command;
         const QDate date = step.time.date();
-        return !isBookkeeping && (plan_.isEmpty() || step.plan == plan_) &&
+        return !step.isBookkeeping() && (plan_.isEmpty() || step.plan == plan_) &&
                step.title.startsWith(command_) && (since_.isNull() || date >= since_) &&
                (until_.isNull() || date <= until_);
     }
@@ -153,6 +160,12 @@ ExitStatus show(Session& session, const QStringList& words) {
     return ExitStatus::done;
 }
 
+void noteOfRestoration(Session& session) {
+    if (const QString note = historyOf(session).note(); !note.isEmpty()) {
+        session.output().note(note);
+    }
+}
+
 using Take = std::optional<Step> (*)(modMain&, outline::Workbench&, const outline::Services&);
 
 ExitStatus take(Session& session, const QStringList& words, Take step, const QString& nothing) {
@@ -163,6 +176,7 @@ ExitStatus take(Session& session, const QStringList& words, Take step, const QSt
         session.output().note(nothing);
         return ExitStatus::refused;
     }
+    noteOfRestoration(session);
     session.output().result(jsonOf(*taken, headOf(historyOf(session))), taken->title);
     return ExitStatus::done;
 }
@@ -189,6 +203,7 @@ ExitStatus restore(Session& session, const QStringList& words) {
         step = arguments.has(beforeFlag) ? wanted->parent : step;
     }
     outline::goToStep(run.state(), run.workbench(), run.services(), step);
+    noteOfRestoration(session);
     session.output().result(qint64{step}, QString::number(step));
     return ExitStatus::done;
 }
@@ -235,9 +250,7 @@ ExitStatus takeOne(Session& session, const QStringList& words) {
         return putBack(session, step->id, *change);
     }
     const QString target = QFileInfo(arguments.option(toOption)).absoluteFilePath();
-    if (QFileInfo::exists(target) &&
-        !session.messages().ask(u"文件“%1”已经存在，要替换它吗？"_s.arg(target),
-                                desktop::Icon::question)) {
+    if (!session.mayWrite(target)) {
         return ExitStatus::refused;
     }
     history.takeOut(step->id, outline::fileOf(session.programAsLeft().state(), *change), target);

@@ -17,8 +17,9 @@ protected:
     WorkbenchHistory() {
         OutlineWorld::makeTable(*world.state.gDbUser, "TOrg", {});
         world.state.History = std::make_unique<history::History>(
-            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
-            *world.state.gWs, *world.state.gFso, "测试");
+            world.state.gUserTplPath + ".~history",
+            history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+            *world.state.gFso, "测试");
     }
     void TearDown() override { form.reset(); }
 
@@ -168,6 +169,20 @@ TEST_F(WorkbenchHistory, TheBarTellsWhatElseACommandTookAndLeadsBack) {
     press("noteUndo");
     EXPECT_TRUE(world.keys("T").contains("T.20"));
     EXPECT_TRUE(bar().isHidden());
+}
+
+TEST_F(WorkbenchHistory, TheBarTellsWhatARedoHasFoundChangedOutside) {
+    open("T");
+    deleteNode("T");
+    item("mnuUndo").trigger();
+    EXPECT_TRUE(bar().isHidden());
+    world.folder.write("用户模板/T/T.1.1.doc", "edited in a word processor");
+    item("mnuRedo").trigger();
+    EXPECT_FALSE(world.folder.exists("用户模板/T"));
+    ASSERT_FALSE(bar().isHidden());
+    EXPECT_TRUE(barText().endsWith("外部改动[T.1.1.doc]")) << barText().toStdString();
+    item("mnuUndo").trigger();
+    EXPECT_EQ(world.folder.read("用户模板/T/T.1.1.doc"), "edited in a word processor");
 }
 
 TEST_F(WorkbenchHistory, TheBarHidesNothingAndGoesWithTheNextCommand) {

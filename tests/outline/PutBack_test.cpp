@@ -9,6 +9,7 @@
 #include "outline/TakeBack.h"
 #include "support/Errors.h"
 #include "support/OutlineWorld.h"
+#include "support/PlainSqlite.h"
 #include "support/Text.h"
 #include "support/TracedProcess.h"
 
@@ -42,8 +43,9 @@ protected:
 
     void openHistory() {
         world.state.History = std::make_unique<history::History>(
-            world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
-            *world.state.gWs, *world.state.gFso, "测试");
+            world.state.gUserTplPath + ".~history",
+            history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+            *world.state.gFso, "测试");
     }
     static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
     std::int64_t run(const QString& caption, const std::function<void()>& command) {
@@ -216,8 +218,28 @@ TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
     EXPECT_FALSE(outline::canPutBack({Kind::fileAdded, {}, {}, "/a.doc", "a.doc", {}}));
     EXPECT_FALSE(outline::canPutBack({Kind::rowRemoved, "D", "temp", "T.1", "章", {}}));
     EXPECT_FALSE(outline::canPutBack({Kind::rowChanged, "D", "页面设置表", {}, {}, {}}));
+    EXPECT_FALSE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/T.mdb", "T.mdb", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::rowRemoved, "D", "T", "T.1", "章", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/a.doc", "a.doc", {}}));
+}
+
+// A command that stands is not said to have done nothing.
+TEST_F(PutBack, ACommandThatCanNeitherBeRecordedNorTakenBackIsSaidToStand) {
+    const QString document = world.folder.path(file("T.1.1"));
+    outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "删除(&D)",
+                                      world.messages);
+    world.state.gFso->DeleteFile(document);
+    QDir().mkpath(document + "/in the way");
+    const QString history = world.state.gUserTplPath + ".~history/history.db";
+    test::PlainSqlite(history).rows(
+        "CREATE TRIGGER full BEFORE INSERT ON steps BEGIN SELECT RAISE(ABORT,'full'); END");
+    EXPECT_FALSE(recorded.finish());
+    EXPECT_TRUE(recorded.wasRefused());
+    ASSERT_EQ(world.messages.shown.size(), 1U);
+    EXPECT_TRUE(
+        world.messages.shown[0].text.startsWith("“删除”所做的不能记入操作历史，也没有能全部收回："))
+        << world.messages.shown[0].text.toStdString();
+    EXPECT_EQ(world.messages.shown[0].buttons, desktop::Buttons::ok);
 }
 
 #ifdef __linux__
@@ -229,9 +251,10 @@ TEST_F(PutBack, BehindAnUndoThatWasKilledOnItsWayTheNextCommandEndsItAndTellsSo)
             [this] {
                 jet::DBEngine engine;
                 files::DiskFileSystem files;
-                history::History theirs(world.state.gUserTplPath + ".~history",
-                                        history::Places({{'A', world.folder.root()}}),
-                                        engine.Workspaces(0), files, "另一个程序");
+                history::History theirs(
+                    world.state.gUserTplPath + ".~history",
+                    history::Places(world.state.gUserTplPath, {world.folder.root()}),
+                    engine.Workspaces(0), files, "另一个程序");
                 theirs.undo();
             },
             deadly);

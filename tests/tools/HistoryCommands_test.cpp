@@ -1,3 +1,4 @@
+#include "support/PlainSqlite.h"
 #include "support/Qvndctl.h"
 
 #include <QDate>
@@ -27,6 +28,7 @@ struct HistoryTool : Qvndctl {
         return values;
     }
     QJsonArray list() { return json({"history", "list"}).toArray(); }
+    QString historyFile() const { return folder.path("home/Sys/用户模板/.~history/history.db"); }
     QByteArray document() const { return folder.read("home/Sys/用户模板/甲/甲.1.1.doc"); }
 };
 
@@ -169,6 +171,90 @@ TEST_F(HistoryTool, AStepBearsTheMeaningOfItsCommandWithoutTheDetails) {
     EXPECT_EQ(last(), "生成工作文件夹中的“施工方案.doc”[施工方案.doc]");
     ASSERT_EQ(qvndctl({"plan", "delete", "甲"}), ExitStatus::done);
     EXPECT_EQ(last(), "删除方案[甲]");
+}
+
+TEST_F(HistoryTool, RedoIsOfferedBehindAStartThatFindsAnOutlineAndTellsThatThisGoesBack) {
+    expectDone({"plan", "create", "乙"});
+    expectDone({"plan", "open", "甲"});
+    ASSERT_TRUE(QDir().rename(folder.path("home/Sys/用户模板/乙"), folder.path("乙")));
+    ASSERT_EQ(qvndctl({"outline", "delete", "甲", "甲.1"}), ExitStatus::done);
+    expectDone({"history", "undo"});
+    ASSERT_TRUE(QDir().rename(folder.path("乙"), folder.path("home/Sys/用户模板/乙")));
+    expectDone({"plan", "list"});
+    EXPECT_EQ(list().last().toObject()["种类"].toString(), "程序自动");
+    ASSERT_EQ(qvndctl({"history", "redo"}), ExitStatus::done) << err.toStdString();
+    EXPECT_TRUE(out.contains("[施工部署]")) << out.toStdString();
+    EXPECT_TRUE(err.contains("自动做的也一并收回了")) << err.toStdString();
+    EXPECT_EQ(keys(), QStringList({"甲"}));
+}
+
+TEST_F(HistoryTool, UndoTellsWhatAnotherProgramHasChanged) {
+    expectDone({"outline", "rename", "甲", "甲.1", "部署"});
+    test::PlainSqlite(folder.path("home/Sys/用户模板/Db_UsTemplate.mdb"))
+        .rows("UPDATE 甲 SET 名称='手改' WHERE Key='甲.1.1'");
+    EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::done);
+    EXPECT_TRUE(err.contains("外部改动[Db_UsTemplate.mdb]")) << err.toStdString();
+    EXPECT_EQ(list().last().toObject()["种类"].toString(), "外部改动");
+}
+
+// A history that no write of some kind gets into any more.
+class FailingHistory {
+public:
+    FailingHistory(const QString& file, const QString& write) : file_(file) {
+        test::PlainSqlite(file_).rows("CREATE TRIGGER full BEFORE " + write +
+                                      " BEGIN SELECT RAISE(ABORT,'full'); END");
+    }
+    ~FailingHistory() { test::PlainSqlite(file_).rows("DROP TRIGGER full"); }
+    FailingHistory(const FailingHistory&) = delete;
+    FailingHistory& operator=(const FailingHistory&) = delete;
+
+private:
+    QString file_;
+};
+
+TEST_F(HistoryTool, ACommandThatTheHistoryFailsUnderSaysSoDoesNothingAndHasNoResult) {
+    const QStringList before = keys();
+    for (const QString write : {"INSERT ON steps", "INSERT ON mirror", "INSERT ON changes"}) {
+        {
+            const FailingHistory failing(historyFile(), write);
+            for (const QStringList& command :
+                 {QStringList{"outline", "delete", "甲", "甲.1"},
+                  QStringList{"outline", "add-folder", "甲", "甲", "新", "--below"},
+                  QStringList{"plan", "delete", "甲"}}) {
+                SCOPED_TRACE((write + ": " + command.join(' ')).toStdString());
+                EXPECT_EQ(qvndctl(command), ExitStatus::refused);
+                EXPECT_EQ(out, "");
+                EXPECT_TRUE(err.contains("没有执行，因为操作历史不能写入")) << err.toStdString();
+            }
+        }
+        EXPECT_EQ(keys(), before);
+        EXPECT_EQ(document(), "text");
+    }
+}
+
+TEST_F(HistoryTool, ACommandWhoseFirstChangeCannotBeRecordedIsRefusedUnlessTheUserWantsIt) {
+    const QStringList before = keys();
+    const QStringList command{"outline", "add-folder", "甲", "甲", "新", "--below"};
+    {
+        const FailingHistory failing(historyFile(), "UPDATE ON state");
+        EXPECT_EQ(Qvndctl::qvndctl(QStringList{"--no"} + command), ExitStatus::refused);
+        EXPECT_EQ(out, "");
+        EXPECT_TRUE(err.contains("操作历史不能写入")) << err.toStdString();
+        EXPECT_EQ(keys(), before);
+        EXPECT_EQ(qvndctl(command), ExitStatus::done);
+    }
+    EXPECT_EQ(keys(), before + QStringList{"甲.2"});
+}
+
+TEST_F(HistoryTool, AnUndoThatTheHistoryFailsUnderSaysSoAndChangesNothing) {
+    qvndctl({"outline", "delete", "甲", "甲.1"});
+    {
+        const FailingHistory failing(historyFile(), "INSERT ON pending");
+        EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::refused);
+        EXPECT_EQ(out, "");
+        EXPECT_TRUE(err.contains("改动没有成功")) << err.toStdString();
+    }
+    EXPECT_EQ(keys(), QStringList({"甲"}));
 }
 
 TEST_F(HistoryTool, TakePutsASingleNodeBackAndLeavesTheRest) {

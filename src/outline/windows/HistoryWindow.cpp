@@ -64,14 +64,7 @@ QPushButton* button(const QString& name, const QString& caption, const QString& 
 }
 
 QString kindText(const Step& step) {
-    switch (step.kind) {
-    case history::StepKind::unfinished:
-        return u"（未做完）"_s;
-    case history::StepKind::outside:
-    case history::StepKind::command:
-        break;
-    }
-    return {};
+    return step.kind == history::StepKind::unfinished ? u"（未做完）"_s : QString();
 }
 
 QComboBox* choice(const QString& name, const QString& spoken, const QStringList& choices) {
@@ -184,8 +177,7 @@ bool HistoryWindow::isWanted(const Step& step) const {
     const bool isRecent =
         days == 0 || step.time.date() > QDate::currentDate().addDays(-qint64{days});
     const bool isOfPlan = plan_->currentIndex() <= 0 || step.plan == plan_->currentText();
-    const bool isBookkeeping = step.isMinor && step.kind == history::StepKind::command;
-    return isRecent && isOfPlan && !isBookkeeping;
+    return isRecent && isOfPlan && !step.isBookkeeping();
 }
 
 // The state that the work space has is marked; steps that were undone lie behind it or beside it.

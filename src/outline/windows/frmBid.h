@@ -120,6 +120,7 @@ private:
     void goBefore(std::int64_t step);
     void goBehind(std::int64_t step);
     void goTo(std::int64_t step, const QString& done);
+    void tellRestored(const QString& done);
     void putBackOne(std::int64_t step, const history::Change& change);
     void takeOut(std::int64_t step, const QString& file, const QString& name);
     void showAnew(const QString& selected);

@@ -53,6 +53,7 @@ void frmBid::tellWhatWasMended() {
         noted_ = found.unfinished->id;
     } else if (found.restored) {
         mended = u"上次运行在撤消或恢复时中断了，现已做完。"_s;
+        mended += found.note.isEmpty() ? QString() : u'\n' + found.note;
     }
     if (found.exitKilled) {
         frame_.showStatus(u"上次运行在退出时中断了；所做的操作都已保存。"_s);
@@ -83,12 +84,21 @@ void frmBid::showAnew(const QString& selected) {
     });
 }
 
+// What it did beyond what was asked stays to be read in the bar.
+void frmBid::tellRestored(const QString& done) {
+    frame_.showStatus(done);
+    if (const QString note = state_.History->note(); !note.isEmpty()) {
+        note_->tell(note);
+        noted_ = state_.History->steps().last().id;
+    }
+}
+
 void frmBid::takeBack() {
     run(
         [this] {
             note_->clear();
             if (const auto step = undo(state_, workbench_, services_)) {
-                frame_.showStatus(u"已撤消：%1"_s.arg(step->title));
+                tellRestored(u"已撤消：%1"_s.arg(step->title));
             }
         },
         u"撤消"_s);
@@ -100,7 +110,7 @@ void frmBid::doAgain() {
         [this] {
             note_->clear();
             if (const auto step = redo(state_, workbench_, services_)) {
-                frame_.showStatus(u"已恢复：%1"_s.arg(step->title));
+                tellRestored(u"已恢复：%1"_s.arg(step->title));
             }
         },
         u"恢复"_s);
@@ -164,7 +174,7 @@ void frmBid::goTo(std::int64_t step, const QString& done) {
         [&] {
             note_->clear();
             goToStep(state_, workbench_, services_, step);
-            frame_.showStatus(done);
+            tellRestored(done);
         },
         u"回到以前"_s);
     refreshHistoryWindow();

@@ -69,10 +69,14 @@ void DiskFileSystem::forgetNames() {
     }
 }
 
-void DiskFileSystem::refuseInUse(const QString& path) {
+bool DiskFileSystem::IsInUse(const QString& path) {
     const QString file = resolved(path);
-    if (isTextDocument(file) &&
-        (isLockedByOther(file) || (inUse_ && inUse_->isDocumentOpen(file)))) {
+    return isTextDocument(file) &&
+           (isLockedByOther(file) || (inUse_ && inUse_->isDocumentOpen(file)));
+}
+
+void DiskFileSystem::refuseInUse(const QString& path) {
+    if (IsInUse(path)) {
         throwFileError(error::permissionDenied, path);
     }
 }

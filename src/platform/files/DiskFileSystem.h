@@ -22,6 +22,7 @@ public:
 
     bool FolderExists(const QString& path) override;
     bool FileExists(const QString& path) override;
+    bool IsInUse(const QString& path) override;
     void CreateFolder(const QString& path) override;
     void DeleteFolder(const QString& path, bool force) override;
     void MoveFolder(const QString& source, const QString& target) override;

@@ -24,6 +24,9 @@ public:
 
     virtual bool FolderExists(const QString& path) = 0;
     virtual bool FileExists(const QString& path) = 0;
+    // Whether another program has the word processor's document open, so that it may be neither
+    // deleted nor overwritten.
+    virtual bool IsInUse(const QString& path) = 0;
 
     // One level: 76 when the parent is missing, 58 when the folder is there.
     virtual void CreateFolder(const QString& path) = 0;

@@ -88,4 +88,11 @@ void copyAsSpelt(const QString& source, const QString& target) {
     commit(to);
 }
 
+bool haveSameBytes(const QString& one, const QString& other) {
+    QFile first(one);
+    QFile second(other);
+    return first.size() == second.size() && first.open(QIODevice::ReadOnly) &&
+           second.open(QIODevice::ReadOnly) && first.readAll() == second.readAll();
+}
+
 } // namespace qvnd::files

@@ -15,4 +15,7 @@ void copyWhole(const QString& source, const QString& target);
 // The same for names that are already spelt as on disk; saves looking through their folders.
 void copyAsSpelt(const QString& source, const QString& target);
 
+// Whether both files are there and hold the same. Names are taken as they are spelt.
+bool haveSameBytes(const QString& one, const QString& other);
+
 } // namespace qvnd::files

@@ -3,7 +3,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
-#include "platform/files/SafeReplace.h"
+#include "platform/history/StepWords.h"
 
 #include <QFileInfo>
 
@@ -13,7 +13,7 @@ History::History(const QString& folder, const Places& places, jet::Workspace& wo
                  files::FileSystemObject& files, QString program)
     : folder_(files::withSeparator(folder)), workspace_(workspace), files_(files),
       program_(std::move(program)), kept_(folder_ + QStringLiteral("kept")),
-      recorder_(folder_, places, kept_), restoration_(recorder_, kept_) {
+      recorder_(folder_, places, kept_), restoration_(recorder_, kept_, files) {
     workspace_.Observe(&recorder_);
     files_.observe(&recorder_);
     word::observeWrites(&recorder_);
@@ -33,6 +33,7 @@ History::Found History::mend() {
     }
     Found found;
     found.restored = restoration_.carryOn();
+    found.note = found.restored ? restoration_.note() : QString();
     try {
         mendKilled(found);
     } catch (const RunTimeError&) { // the next call tries again
@@ -93,13 +94,14 @@ History::Outcome History::finish(const QString& selectedAfter) {
     } catch (const RunTimeError& failure) {
         outcome.refusal = QString::fromStdU16String(failure.description());
     }
-    outcome.mayGoOnWithout = !recorder_.hasAsked() && !isHalfRestored();
     try {
         recorder_.running().hasBegun() ? restoration_.takeBack() : recorder_.drop();
     } catch (const RunTimeError& failure) {
         outcome.refusal += u'\n' + QString::fromStdU16String(failure.description());
+        outcome.stands = true;
         recorder_.leave();
     }
+    outcome.mayGoOnWithout = !outcome.stands && !recorder_.hasAsked() && !isHalfRestored();
     return outcome;
 }
 
@@ -114,24 +116,31 @@ std::optional<Step> History::undoable() {
     return step;
 }
 
+std::optional<History::Fork> History::fork() {
+    HistoryFile& file = recorder_.file();
+    const Position position = file.position();
+    Fork fork{position.head, {}};
+    while (!restoration_.isAbove(fork.at, position.tip)) {
+        const std::optional<Step> step = file.step(fork.at);
+        if (!step || (!step->isMinor && !step->isAutomatic())) {
+            return std::nullopt;
+        }
+        if (!step->isMinor) {
+            fork.titles.prepend(step->title);
+        }
+        fork.at = step->parent;
+    }
+    return fork;
+}
+
 std::optional<Step> History::redoable() {
     if (!exists()) {
         return std::nullopt;
     }
-    HistoryFile& file = recorder_.file();
-    const Position position = file.position();
-    // Where the branch of the tip leaves the way back from the head.
-    std::int64_t fork = position.head;
-    while (!restoration_.isAbove(fork, position.tip)) {
-        const std::optional<Step> step = file.step(fork);
-        if (!step || !step->isMinor) {
-            return std::nullopt;
-        }
-        fork = step->parent;
-    }
+    const std::optional<Fork> branch = fork();
     std::optional<Step> next;
-    for (std::int64_t at = position.tip; at != fork;) {
-        const std::optional<Step> step = file.step(at);
+    for (std::int64_t at = recorder_.file().position().tip; branch && at != branch->at;) {
+        const std::optional<Step> step = recorder_.file().step(at);
         if (!step) {
             return std::nullopt;
         }
@@ -155,8 +164,12 @@ std::optional<Step> History::undo() {
 std::optional<Step> History::redo() {
     std::optional<Step> step = redoable();
     if (step) {
+        const QStringList along = fork().value_or(Fork{}).titles;
         workspace_.Settle();
         restoration_.goTo(step->id);
+        if (!along.isEmpty()) {
+            restoration_.addNote(goneAlongNote(along));
+        }
     }
     return step;
 }
@@ -190,7 +203,11 @@ std::int64_t History::head() { return exists() ? recorder_.file().position().hea
 
 QString History::contentBefore(std::int64_t id, const QString& file) {
     const std::optional<Step> wanted = step(id);
-    return wanted ? restoration_.fileAt(wanted->parent, spelt(file)) : QString();
+    if (!wanted) {
+        return {};
+    }
+    const bool isOutside = wanted->kind == StepKind::outside;
+    return restoration_.fileAt(isOutside ? id : wanted->parent, spelt(file));
 }
 
 QList<jet::ImageTables::Row> History::rowsBefore(std::int64_t id, const QString& database,
@@ -209,7 +226,7 @@ void History::takeOut(std::int64_t id, const QString& file, const QString& targe
             error::fileNotFound,
             QStringLiteral("操作历史没有保留『%1』的内容。").arg(file).toStdU16String());
     }
-    files::copyWhole(content, target);
+    files_.CopyFile(content, target, true);
 }
 
 } // namespace qvnd::history

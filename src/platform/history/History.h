@@ -43,6 +43,7 @@ public:
         // The program was killed while it ended. What it was about to do by itself has been taken
         // back, as that of a killed start is; the user's commands were all over.
         bool exitKilled = false;
+        QString note; // what bringing the restoration to its end did beyond what was asked
     };
     Found mend();
 
@@ -54,6 +55,9 @@ public:
         std::optional<Step> step; // null when nothing was changed, or nothing lasts
         // Why a change was refused or the command taken back; empty when neither was.
         QString refusal;
+        // Taking it back has failed too: what it did stands, some of it perhaps, until the next
+        // command or start makes a step of it.
+        bool stands = false;
         // The user may be asked whether to go on without the history, and was not yet.
         bool mayGoOnWithout = false;
     };
@@ -62,31 +66,38 @@ public:
     // Commands go on without being recorded until the program ends.
     void goOnWithout() { recorder_.stop(); }
 
-    // The command that 撤消, or 恢复, would take; null when there is none.
+    // The command that 撤消, or 恢复, would take; null when there is none. What the program has
+    // done by itself since an undo does not end what 恢复 offers.
     std::optional<Step> undoable();
     std::optional<Step> redoable();
-    // Take it; null when there is none.
+    // Take it; null when there is none. Errors as Restoration::goTo.
     std::optional<Step> undo();
     std::optional<Step> redo();
     // To the state behind a step, or to the beginning. Error 5 for a step that is not there.
     void goTo(std::int64_t step);
+    // What the last of these did beyond what was asked, in sentences for the user: changes from
+    // outside that it has kept as steps of their own, steps that went back with it, files whose
+    // content the history has not. Empty for nothing.
+    const QString& note() const { return restoration_.note(); }
 
     // Oldest first.
     QList<Step> steps();
     // Of which a name or the title bears the text.
     QList<Step> stepsWith(const QString& text);
     std::optional<Step> step(std::int64_t id);
+    // Without those of the bookkeeping: which plan is open, and the scratch table.
     QList<Change> changesOf(std::int64_t step);
     std::int64_t head();
 
-    // A file that has the content which `file` had before the step: one of the history's own, or
-    // `file` itself where no step has changed it since. Empty when there was none.
+    // A file that has the content which `file` had before the step, and of a step that keeps what
+    // came from outside, that: one of the history's own, or `file` itself where no step has changed
+    // it since. Empty when there was none.
     QString contentBefore(std::int64_t step, const QString& file);
     // The rows of a table as they were before the step, in the order of their numbers.
     QList<jet::ImageTables::Row> rowsBefore(std::int64_t step, const QString& database,
                                             const QString& table);
-    // Puts the content that a file had before the step at `target`, which is replaced. Error 53
-    // when there was none.
+    // Puts the content that a file had before the step at `target`, which is replaced: a change as
+    // any other of the command under way. Error 53 when there was none.
     void takeOut(std::int64_t step, const QString& file, const QString& target);
 
     // Thins by the limits, as far as no state that remains is built on what goes; returns how many
@@ -94,7 +105,15 @@ public:
     int thin(const Limits& limits, const QDateTime& now);
 
 private:
+    // Where the branch of 恢复 leaves the way back from the head, and what was done on that way.
+    struct Fork {
+        std::int64_t at = beginning;
+        QStringList titles;
+    };
+
     bool exists() const;
+    // Null when a command of the user has ended the branch.
+    std::optional<Fork> fork();
     void mendKilled(Found& found);
     bool isHalfRestored();
     std::optional<std::int64_t> joinableAt(const QList<Step>& steps, const Limits& limits,

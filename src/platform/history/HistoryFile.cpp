@@ -140,7 +140,8 @@ void HistoryFile::add(const Step& step, const QList<Change>& changes) {
         line.Bind(3, std::int64_t{static_cast<int>(change.kind)});
         line.Bind(4, text(change.database));
         line.Bind(5, text(change.table));
-        line.Bind(6, text(change.key));
+        const bool movesAlong = change.table.isEmpty() && places_.movesAlong(change.key);
+        line.Bind(6, text(movesAlong ? places_.shortOf(change.key) : change.key));
         line.Bind(7, text(change.name));
         line.Bind(8, text(change.nameBefore));
         line.Run();
@@ -193,7 +194,7 @@ QList<Change> HistoryFile::changesOf(std::int64_t step) {
         changes << Change{static_cast<Change::Kind>(rows.Number(0)),
                           rows.Text(1),
                           rows.Text(2),
-                          rows.Text(3),
+                          rows.Text(2).isEmpty() ? places_.longOf(rows.Text(3)) : rows.Text(3),
                           rows.Text(4),
                           rows.Text(5)};
     }

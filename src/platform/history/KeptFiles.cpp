@@ -157,26 +157,11 @@ bool KeptFiles::isLinkedTo(const QString& name, const QString& path) const {
 }
 
 bool KeptFiles::isCopyOf(const QString& name, const QString& path) const {
-    if (stampOf(pathOf(name)) != stampOf(path)) {
-        return false;
-    }
-    QFile kept(pathOf(name));
-    QFile live(path);
-    if (!kept.open(QIODevice::ReadOnly) || !live.open(QIODevice::ReadOnly)) {
-        return false;
-    }
-    constexpr qint64 block = 1 << 20;
-    while (!kept.atEnd()) {
-        if (kept.read(block) != live.read(block)) {
-            return false;
-        }
-    }
-    return live.atEnd();
+    return stampOf(pathOf(name)) == stampOf(path) && isCopiedTo(name, path);
 }
 
-void KeptFiles::drop(const QString& name) const {
-    std::error_code ignored;
-    fs::remove(toPath(pathOf(name)), ignored);
+bool KeptFiles::isCopiedTo(const QString& name, const QString& path) const {
+    return isKept(name) && files::haveSameBytes(pathOf(name), path);
 }
 
 void KeptFiles::removeUnfinished(const QString& path) {

@@ -55,8 +55,8 @@ public:
     bool isLinkedTo(const QString& name, const QString& path) const;
     // Whether the content is a copy of what is at the path now, which has not been written since.
     bool isCopyOf(const QString& name, const QString& path) const;
-    // Takes the name away again.
-    void drop(const QString& name) const;
+    // Whether the path has a file with what the content holds.
+    bool isCopiedTo(const QString& name, const QString& path) const;
     // Removes what a killed process has left beside the path while it wrote a file for it.
     static void removeUnfinished(const QString& path);
     // Bytes of all contents.

@@ -1,5 +1,6 @@
 #include "platform/history/Recorder.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/history/Differences.h"
 #include "platform/history/JoinedSteps.h"
 #include "platform/history/PageDelta.h"
@@ -8,6 +9,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+
+#include <algorithm>
 
 // How a command's changes become a step of the history.
 namespace qvnd::history {
@@ -18,6 +21,27 @@ namespace {
 bool isCopy(const QString& path) {
     const QFileInfo file(path);
     return file.completeBaseName().compare(file.dir().dirName(), Qt::CaseInsensitive) == 0;
+}
+
+// A damaged database is told as the file that it is.
+QList<Change> changesBetween(const QString& path, const QByteArray& before, const QByteArray& after,
+                             const std::optional<QSet<QString>>& tables) {
+    const QString name = QFileInfo(path).fileName();
+    QList<Change> changes;
+    const bool areSound = ignoringError(
+        error::unrecognizedFormat, [&] { changes = differences(name, before, after, tables); });
+    return areSound ? changes
+                    : QList<Change>{Change{Change::Kind::fileReplaced, {}, {}, path, name, {}}};
+}
+
+Step outsideStep(std::int64_t number, const QString& what, bool isMinor) {
+    Step step;
+    step.id = number;
+    step.kind = StepKind::outside;
+    step.time = QDateTime::currentDateTime();
+    step.title = QStringLiteral("外部改动[%1]").arg(what);
+    step.isMinor = isMinor;
+    return step;
 }
 
 // Under the number of the later one, in which the journal of the command under way knows it.
@@ -32,44 +56,45 @@ Step joinedWords(const Step& killed, const Step& start) {
 
 } // namespace
 
-void Recorder::seeOutside(const QString& path) {
+std::optional<Step> Recorder::seeOutside(const QString& path, Look look) {
+    const std::optional<Present> present = file().present(path);
     const QByteArray known = file().mirror(path);
-    if (jet::changeCounterIn(known) == jet::changeCounterOf(path)) {
-        return;
+    if (look == Look::stamps && present && present->stamp == stampOf(path) &&
+        jet::changeCounterIn(known) == jet::changeCounterOf(path)) {
+        return std::nullopt;
     }
     const QByteArray live = jet::imageOf(path);
     if (jet::holdTheSame(known, live)) {
         HistoryFile::Transaction all(file());
         file().setMirror(path, known, live);
+        file().setPresent(path, {stampOf(path), content::onDisk});
         all.commit();
-        return;
+        return std::nullopt;
     }
-    const QList<Change> changes =
-        differences(QFileInfo(path).fileName(), known, live, std::nullopt);
-    Step step;
-    step.id = file().position().last + 1;
-    step.kind = StepKind::outside;
-    step.time = QDateTime::currentDateTime();
-    step.title = QStringLiteral("外部改动[%1]").arg(QFileInfo(path).fileName());
-    step.isMinor = isMinor(changes, {});
-    record(step, isCopy(path) ? QList<Change>() : changes, {}, {{path, deltaOf(known, live)}});
+    const QList<Change> changes = changesBetween(path, known, live, std::nullopt);
+    const Step step = outsideStep(takeNumber(), QFileInfo(path).fileName(), isMinor(changes, {}));
+    record(step, isCopy(path) ? QList<Change>() : shown(changes), {},
+           {{path, deltaOf(known, live)}});
+    return step;
 }
 
-void Recorder::recordOutside(const QStringList& paths) {
+// The contents are copied at once: what changed them may go on to write to the files.
+Step Recorder::recordOutside(const QStringList& paths) {
+    const std::int64_t number = takeNumber();
     QList<Change> changes;
     QList<FileChange> files;
     for (const QString& path : paths) {
         const QString name = QFileInfo(path).fileName();
+        const QString kept = QStringLiteral("%1/%2").arg(number).arg(files.size() + 1);
+        kept_.copy(path, kept);
         changes << Change{Change::Kind::fileReplaced, {}, {}, path, name, {}};
-        files << FileChange{path, content::onDisk, content::onDisk};
+        files << FileChange{path, kept, kept};
     }
-    Step step;
-    step.id = file().position().last + 1;
-    step.kind = StepKind::outside;
-    step.time = QDateTime::currentDateTime();
-    step.title = QStringLiteral("外部改动[%1]").arg(changes.first().name);
-    step.isMinor = true;
+    const QString rest =
+        paths.size() > 1 ? QStringLiteral(" 等 %1 个文件").arg(paths.size()) : QString();
+    const Step step = outsideStep(number, changes.first().name + rest, true);
     record(step, changes, files, {});
+    return step;
 }
 
 void Recorder::addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found) {
@@ -87,9 +112,10 @@ void Recorder::addDatabases(Step& step, QList<Change>& changes, QList<DatabaseCh
         }
         found << DatabaseChange{path, delta};
         if (!isCopy(path)) {
-            const bool isAllKnown = step.kind == StepKind::command;
-            changes << differences(QFileInfo(path).fileName(), before, after,
-                                   isAllKnown ? std::optional(tables_.value(path)) : std::nullopt);
+            const bool isAllKnown = step.kind != StepKind::unfinished;
+            changes << changesBetween(path, before, after,
+                                      isAllKnown ? std::optional(tables_.value(path))
+                                                 : std::nullopt);
         }
     }
 }
@@ -147,11 +173,11 @@ std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAft
     }
     step.title = titleOf(*frame_, changes);
     // 撤消 must find a killed command, whatever it came to.
-    step.isMinor = kind == StepKind::command && isMinor(changes, files);
+    step.isMinor = kind != StepKind::unfinished && isMinor(changes, files);
     if (frame_->note && !step.isMinor) {
         step.note = frame_->note(*frame_, changes);
     }
-    record(step, changes, files, databases);
+    record(step, shown(changes), files, databases);
     return step;
 }
 
@@ -160,7 +186,8 @@ std::optional<Step> Recorder::finish(const QString& selectedAfter) {
         frame_.reset();
         return std::nullopt;
     }
-    return finishAs(StepKind::command, selectedAfter);
+    const bool isAsked = frame_->caption != caption::start && frame_->caption != caption::exit;
+    return finishAs(isAsked ? StepKind::command : StepKind::automatic, selectedAfter);
 }
 
 std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAfter) {
@@ -186,7 +213,13 @@ bool Recorder::findKilled() {
         running_.end(); // it had come to its end
         return false;
     }
-    for (const QString& path : running_.touched().keys()) {
+    const QStringList touched = running_.touched().keys();
+    if (std::any_of(touched.begin(), touched.end(), &Places::isElsewhere)) {
+        throw RunTimeError(error::pathNotFound,
+                           u"另一台计算机上，或已不在的程序文件夹中，有一个操作没有做完；"
+                           u"请先在那里启动程序。");
+    }
+    for (const QString& path : touched) {
         KeptFiles::removeUnfinished(path);
     }
     kept_.dropUnfinished(running_.step());
@@ -217,7 +250,7 @@ void Recorder::record(const Step& made, const QList<Change>& changes,
     Step step = made;
     step.parent = position.head;
     const std::optional<Step> killed =
-        made.kind == StepKind::command ? killedBefore(position) : std::nullopt;
+        made.kind == StepKind::automatic ? killedBefore(position) : std::nullopt;
     for (const FileChange& change : files) {
         if (KeptFiles::isKept(change.before)) {
             history.contentOnDiskIsKept(change.path, change.before);
@@ -238,8 +271,8 @@ void Recorder::record(const Step& made, const QList<Change>& changes,
         step = joinedWords(*killed, step);
         joinSteps(history, killed->id, step.id, step);
     }
-    // Bookkeeping behind an undo does not end the branch that 恢复 follows.
-    if (!step.isMinor || position.tip == position.head) {
+    // What the user has not asked for, behind an undo, does not end the branch that 恢复 follows.
+    if ((!step.isMinor && !step.isAutomatic()) || position.tip == position.head) {
         position.tip = step.id;
     }
     position.head = step.id;

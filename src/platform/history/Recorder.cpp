@@ -45,10 +45,6 @@ void Recorder::drop() {
     frame_.reset();
 }
 
-bool Recorder::records(const QString& path) const {
-    return frame_ && !isStopped_ && places_.hasIn(path);
-}
-
 // A change that cannot be kept is refused, and so are all that follow it: a command is recorded
 // whole or does nothing.
 template <typename Action>
@@ -92,20 +88,25 @@ bool Recorder::goesOnWithout() {
 }
 
 // The number is taken at once, so that no other step can get it.
-void Recorder::ensureBegun() {
-    if (running_.hasBegun()) {
-        return;
-    }
+std::int64_t Recorder::takeNumber() {
     HistoryFile::Transaction all(file());
     Position position = file().position();
     ++position.last;
     file().setPosition(position);
     all.commit();
     kept_.prepare(position.last);
+    return position.last;
+}
+
+void Recorder::ensureBegun() {
+    if (running_.hasBegun()) {
+        return;
+    }
+    const std::int64_t step = takeNumber();
     if (frame_->selected) {
         std::tie(frame_->selectedKey, frame_->selectedName) = frame_->selected();
     }
-    running_.begin(position.last, *frame_, program_);
+    running_.begin(step, *frame_, program_);
 }
 
 void Recorder::BeforeChange(const QString& path) {
@@ -113,7 +114,7 @@ void Recorder::BeforeChange(const QString& path) {
     if (database.isEmpty()) {
         database = spelt(path);
     }
-    if (records(database)) {
+    if (isRecording() && places_.hasIn(database)) {
         refusing([&] { touchDatabase(database); });
     }
 }
@@ -132,7 +133,7 @@ void Recorder::touchDatabase(const QString& path) {
     }
     ensureBegun();
     if (file().hasMirror(path)) {
-        seeOutside(path);
+        seeOutside(path, Look::stamps);
     } else {
         HistoryFile::Transaction all(file());
         file().setMirror(path, {}, jet::imageOf(path));
@@ -146,42 +147,49 @@ void Recorder::beforeReplacing(const QString& file) { touchFile(spelt(file), Kee
 void Recorder::beforeEditing(const QString& file) { touchFile(spelt(file), Keeping::copy); }
 
 void Recorder::beforeReplacing(const std::filesystem::path& file) {
-    beforeReplacing(QString::fromStdU16String(file.u16string()));
+    const QString path = spelt(QString::fromStdU16String(file.u16string()));
+    if (places_.hasIn(path)) {
+        touchFile(path, Keeping::link);
+    }
 }
 
 void Recorder::beforeEditing(const std::filesystem::path& file) {
-    beforeEditing(QString::fromStdU16String(file.u16string()));
+    const QString path = spelt(QString::fromStdU16String(file.u16string()));
+    if (places_.hasIn(path)) {
+        touchFile(path, Keeping::copy);
+    }
 }
 
 void Recorder::touchFile(const QString& path, Keeping keeping) {
-    if (!records(path) || running_.hasTouched(path)) {
+    if (isRecording() && !running_.hasTouched(path)) {
+        refusing([&] { keepFile(path, keeping); });
+    }
+}
+
+void Recorder::keepFile(const QString& path, Keeping keeping) {
+    if (isDatabase(path) && file().hasMirror(path)) {
+        touchDatabase(path);
         return;
     }
-    refusing([&] {
-        if (isDatabase(path) && file().hasMirror(path)) {
-            touchDatabase(path);
-            return;
-        }
-        ensureBegun();
-        const Stamp stamp = stampOf(path);
-        if (stamp == Stamp{}) {
-            running_.touch(path, Touched::Kind::file, content::absent);
-            return;
-        }
-        const std::optional<Present> present = file().present(path);
-        if (present && present->stamp == stamp && kept_.has(present->content)) {
-            running_.touch(path, Touched::Kind::file, present->content);
-            return;
-        }
-        const QString name = running_.nextContent();
-        running_.touch(path, Touched::Kind::file, name);
-        keeping == Keeping::link ? kept_.link(path, name) : kept_.copy(path, name);
-    });
+    ensureBegun();
+    const Stamp stamp = stampOf(path);
+    if (running_.hasTouched(path) || stamp == Stamp{}) {
+        running_.touch(path, Touched::Kind::file, content::absent);
+        return;
+    }
+    const std::optional<Present> present = file().present(path);
+    if (present && present->stamp == stamp && kept_.has(present->content)) {
+        running_.touch(path, Touched::Kind::file, present->content);
+        return;
+    }
+    const QString name = running_.nextContent();
+    running_.touch(path, Touched::Kind::file, name);
+    keeping == Keeping::link ? kept_.link(path, name) : kept_.copy(path, name);
 }
 
 void Recorder::beforeMakingFolder(const QString& folder) {
     const QString path = spelt(folder);
-    if (records(path)) {
+    if (isRecording()) {
         refusing([&] {
             ensureBegun();
             running_.touch(path, Touched::Kind::folder, content::absent);
@@ -207,7 +215,7 @@ void Recorder::touchTree(const QString& folder, const QString& content) {
 
 bool Recorder::takeFolder(const QString& folder) {
     const QString path = spelt(folder);
-    if (!records(path)) {
+    if (!isRecording()) {
         return false;
     }
     bool isTaken = false;
@@ -220,29 +228,35 @@ bool Recorder::takeFolder(const QString& folder) {
     return isTaken;
 }
 
+// What lay in the folder before the command goes from its old path; under the new one all is new.
+void Recorder::touchMoved(const QString& path, const QString& target) {
+    if (QFileInfo(path).isDir()) {
+        running_.touch(path, Touched::Kind::folder, content::folder);
+        running_.touch(target, Touched::Kind::folder, content::absent);
+    } else if (isDatabase(path) && file().hasMirror(path)) {
+        touchDatabase(path);
+        touchDatabase(target);
+    } else {
+        keepFile(path, Keeping::copy);
+        keepFile(target, Keeping::copy);
+    }
+}
+
 void Recorder::beforeMovingFolder(const QString& from, const QString& to) {
-    const QString source = spelt(from);
-    const QString target = spelt(to);
-    if (!records(source)) {
+    if (!isRecording()) {
         return;
     }
+    const QString source = spelt(from);
+    const QString target = spelt(to);
     refusing([&] {
         ensureBegun();
-        // What came to the folder before this command stays known under its old path.
-        QDirIterator all(source, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        QDirIterator all(source, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
         while (all.hasNext()) {
             const QString path = QDir::toNativeSeparators(all.next());
-            if (!running_.hasTouched(path)) {
-                touchFile(path, Keeping::copy);
-                running_.touch(target + path.mid(source.size()), Touched::Kind::file,
-                               content::absent);
-            }
+            touchMoved(path, target + path.mid(source.size()));
         }
-        if (!running_.hasTouched(source)) {
-            running_.touch(source, Touched::Kind::folder, content::folder);
-            running_.touch(target, Touched::Kind::folder, content::absent);
-        }
-        running_.moveFolder(source, target);
+        touchMoved(source, target);
     });
 }
 

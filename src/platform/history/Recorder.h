@@ -14,7 +14,8 @@
 namespace qvnd::history {
 
 // Sees every change that a command makes and keeps what goes; at the command's end makes a step of
-// it. Outside a command it lets changes pass unseen.
+// it. Outside a command it lets changes pass unseen, and databases and saved documents that lie in
+// none of the covered folders; a file that a command itself replaces or deletes counts everywhere.
 class Recorder : public jet::ChangeObserver,
                  public files::ChangeObserver,
                  public word::WriteObserver {
@@ -47,13 +48,19 @@ public:
     void stop() { isStopped_ = true; }
 
     // The step that keeps files which another program has changed; it changes nothing itself.
-    void recordOutside(const QStringList& files);
-    // Makes a command that was killed the one under way; false when none was.
+    Step recordOutside(const QStringList& files);
+    // Makes a command that was killed the one under way; false when none was. Error 76 when it was
+    // at files that are out of reach here.
     bool findKilled();
     // Its step; null when it has changed nothing.
     std::optional<Step> finishKilled();
-    // A database that another program has changed since our last change becomes a step.
-    void seeOutside(const QString& database);
+    enum class Look {
+        stamps, // a file of the same size, time and counter of changes is not read
+        whole,
+    };
+    // A database that another program has changed since our last change becomes a step, which is
+    // answered; null when none has.
+    std::optional<Step> seeOutside(const QString& database, Look look);
 
     void BeforeChange(const QString& path) override;
     void BeforeCreation(const QString& path) override;
@@ -69,13 +76,16 @@ public:
 private:
     enum class Keeping { link, copy };
 
-    bool records(const QString& path) const;
+    bool isRecording() const { return frame_ && !isStopped_; }
     template <typename Action>
     void refusing(Action&& action);
     bool goesOnWithout();
+    std::int64_t takeNumber();
     void ensureBegun();
     void touchDatabase(const QString& path);
     void touchFile(const QString& path, Keeping keeping);
+    void keepFile(const QString& path, Keeping keeping);
+    void touchMoved(const QString& path, const QString& target);
     void touchTree(const QString& folder, const QString& content);
     void addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found);
     void addFiles(QList<Change>& changes, QList<FileChange>& found);

@@ -2,6 +2,7 @@
 
 #include "platform/error/IgnoringErrors.h"
 #include "platform/history/PageDelta.h"
+#include "platform/history/StepWords.h"
 #include "platform/jet/file/Image.h"
 
 #include <QDir>
@@ -101,24 +102,68 @@ QStringList Restoration::changedOutside(const Goal& goal) {
     return changed;
 }
 
+void Restoration::addNote(const QString& sentence) {
+    note_ += (note_.isEmpty() ? QString() : QString(u'\n')) + sentence;
+}
+
+void Restoration::refuseElsewhere(const Goal& goal) {
+    for (const QString& path : goal.files.keys() + goal.databases) {
+        if (Places::isElsewhere(path)) {
+            throw RunTimeError(error::pathNotFound,
+                               u"要撤消或恢复的操作改动了另一台计算机上的，或者已经不在的程序"
+                               u"文件夹中的文件，在这里做不到。没有改动任何东西。");
+        }
+    }
+}
+
+// It would write over what is put there, or hide it from its user.
+void Restoration::refuseOpen(const QList<PendingFile>& files) {
+    for (const PendingFile& file : files) {
+        if (stampOf(file.path) != Stamp{} && files_.IsInUse(file.path)) {
+            throw RunTimeError(
+                error::permissionDenied,
+                QStringLiteral("“%1”正在另一个程序中打开，请先关闭它再操作。没有改动任何东西。")
+                    .arg(QDir::toNativeSeparators(file.path))
+                    .toStdU16String());
+        }
+    }
+}
+
+// Which plan is open elsewhere is kept without a word.
+void Restoration::keepOutside(const QStringList& databases, const QStringList& files) {
+    QStringList titles;
+    for (const QString& database : databases) {
+        const auto step = recorder_.seeOutside(database, Recorder::Look::whole);
+        if (step && !step->isMinor) {
+            titles << step->title;
+        }
+    }
+    if (!files.isEmpty()) {
+        titles << recorder_.recordOutside(files).title;
+    }
+    if (!titles.isEmpty()) {
+        addNote(outsideNote(titles));
+    }
+}
+
 void Restoration::goTo(std::int64_t target) {
-    for (const QString& database : goalOf(wayTo(target)).databases) {
-        recorder_.seeOutside(database);
-    }
-    if (const QStringList outside = changedOutside(goalOf(wayTo(target))); !outside.isEmpty()) {
-        recorder_.recordOutside(outside);
-    }
+    note_.clear();
+    const Goal asked = goalOf(wayTo(target));
+    refuseElsewhere(asked);
+    keepOutside(asked.databases, changedOutside(asked));
     const Goal goal = goalOf(wayTo(target));
     HistoryFile& file = recorder_.file();
     HistoryFile::Transaction all(file);
     Position position = file.position();
     ++position.last; // the contents that go lie under a number of their own
     file.setPosition(position);
-    file.setPending(target, planned(goal, position.last));
+    const QList<PendingFile> files = planned(goal, position.last);
+    refuseOpen(files);
+    file.setPending(target, files);
     kept_.prepare(position.last);
     all.commit();
     try {
-        carryOn();
+        end(target);
     } catch (const RunTimeError&) {
         giveUp();
         throw;
@@ -129,12 +174,19 @@ QList<PendingFile> Restoration::planned(const Goal& goal, std::int64_t number) {
     QList<PendingFile> gone;
     QList<PendingFile> folders;
     QList<PendingFile> come;
+    QStringList lost;
     int kept = 0;
     for (auto wanted = goal.files.begin(); wanted != goal.files.end(); ++wanted) {
         const Stamp stamp = stampOf(wanted.key());
         const std::optional<Present> present = recorder_.file().present(wanted.key());
         const bool isKnown = present && present->stamp == stamp && kept_.has(present->content);
-        if (*wanted == content::onDisk || (isKnown && present->content == *wanted)) {
+        const bool isLost = *wanted == content::onDisk
+                                ? stamp == Stamp{}
+                                : KeptFiles::isKept(*wanted) && !kept_.has(*wanted);
+        if (isLost) {
+            lost << QFileInfo(wanted.key()).fileName();
+        }
+        if (isLost || *wanted == content::onDisk || (isKnown && present->content == *wanted)) {
             continue;
         }
         PendingFile file{wanted.key(), {}, *wanted};
@@ -142,6 +194,9 @@ QList<PendingFile> Restoration::planned(const Goal& goal, std::int64_t number) {
             file.keep = QStringLiteral("%1/%2").arg(number).arg(++kept);
         }
         (*wanted == content::absent ? gone : *wanted == content::folder ? folders : come) << file;
+    }
+    if (!lost.isEmpty()) {
+        addNote(lostNote(lost));
     }
     inOrder(gone, folders, come);
     return gone + folders + come;
@@ -235,13 +290,54 @@ void Restoration::revert(const PendingFile& one) {
 }
 
 bool Restoration::carryOn() {
-    HistoryFile& file = recorder_.file();
-    const std::optional<std::int64_t> target = file.pendingTarget();
+    const std::optional<std::int64_t> target = recorder_.file().pendingTarget();
     if (!target) {
         return false;
     }
+    note_.clear();
+    refuseElsewhere(goalOf(wayTo(*target)));
+    refuseOpen(recorder_.file().pendingFiles());
+    keepWhatCameMeanwhile(*target);
+    end(*target);
+    return true;
+}
+
+// A file that is neither as it was before the restoration nor as this puts it.
+bool Restoration::hasComeMeanwhile(const PendingFile& one) {
+    const Stamp stamp = stampOf(one.path);
+    const std::optional<Present> present = recorder_.file().present(one.path);
+    return stamp != Stamp{} && !(present && present->stamp == stamp) &&
+           !kept_.isCopiedTo(one.put, one.path) &&
+           !(present && kept_.isCopiedTo(present->content, one.path));
+}
+
+// Since the restoration was broken off, other programs may have worked on what it has done and on
+// what it was still to do.
+void Restoration::keepWhatCameMeanwhile(std::int64_t target) {
+    HistoryFile& file = recorder_.file();
+    const auto images = imagesAt(wayTo(target));
+    QStringList databases;
+    for (auto image = images.begin(); image != images.end(); ++image) {
+        if (!jet::holdTheSame(jet::imageOf(image.key()), *image)) {
+            databases << image.key();
+        }
+    }
+    QStringList files;
+    for (const PendingFile& one : file.pendingFiles()) {
+        if (!one.keep.isEmpty() && kept_.has(one.keep)) {
+            file.contentOnDiskIsKept(one.path, one.keep);
+        }
+        if (hasComeMeanwhile(one)) {
+            files << one.path;
+        }
+    }
+    keepOutside(databases, files);
+}
+
+void Restoration::end(std::int64_t target) {
+    HistoryFile& file = recorder_.file();
     const QList<PendingFile> files = file.pendingFiles();
-    const auto images = imagesAt(wayTo(*target));
+    const auto images = imagesAt(wayTo(target));
     for (const PendingFile& one : files) {
         KeptFiles::removeUnfinished(one.path);
     }
@@ -262,12 +358,11 @@ bool Restoration::carryOn() {
         file.setPresent(database, {stampOf(database), content::onDisk});
     }
     Position position = file.position();
-    position.head = *target;
-    position.tip = isAbove(*target, position.tip) ? position.tip : *target;
+    position.head = target;
+    position.tip = isAbove(target, position.tip) ? position.tip : target;
     file.setPosition(position);
     file.clearPending();
     all.commit();
-    return true;
 }
 
 bool Restoration::isAbove(std::int64_t one, std::int64_t other) {

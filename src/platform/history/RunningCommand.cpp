@@ -3,7 +3,6 @@
 #include "platform/error/RunTimeError.h"
 
 #include <QDataStream>
-#include <QFileInfo>
 
 #include <utility>
 
@@ -14,7 +13,6 @@ namespace {
 // The first field of an entry says what it is.
 const QString commandEntry = QStringLiteral("command");
 const QString touchedEntry = QStringLiteral("touched");
-const QString movedEntry = QStringLiteral("moved");
 
 constexpr qsizetype fieldsOfCommand = 8;
 
@@ -58,22 +56,6 @@ void RunningCommand::touch(const QString& path, Touched::Kind kind, const QStrin
     }
 }
 
-void RunningCommand::moveFolder(const QString& from, const QString& to) {
-    write({movedEntry, places_.shortOf(from), places_.shortOf(to)});
-    rename(from, to);
-}
-
-void RunningCommand::rename(const QString& from, const QString& to) {
-    QMap<QString, Touched> renamed;
-    for (auto entry = touched_.begin(); entry != touched_.end(); ++entry) {
-        const QString& path = entry.key();
-        const bool isBelow = path == from || path.startsWith(from + QLatin1Char('/')) ||
-                             path.startsWith(from + QLatin1Char('\\'));
-        renamed[isBelow ? to + path.mid(from.size()) : path] = *entry;
-    }
-    touched_ = renamed;
-}
-
 QString RunningCommand::nextContent() {
     return QString::number(step_) + QLatin1Char('/') + QString::number(++contents_);
 }
@@ -103,9 +85,6 @@ void RunningCommand::read(const QStringList& fields) {
     } else if (fields[0] == touchedEntry && fields.size() == 4) {
         touched_[places_.longOf(fields[2])] = {static_cast<Touched::Kind>(fields[1].toInt()),
                                                fields[3]};
-    } else if (fields[0] == movedEntry && fields.size() == 3 &&
-               QFileInfo::exists(places_.longOf(fields[2]))) {
-        rename(places_.longOf(fields[1]), places_.longOf(fields[2]));
     }
 }
 

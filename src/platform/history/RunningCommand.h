@@ -40,8 +40,6 @@ public:
     // Notes the path before its first change; later calls for it do nothing. Error 75.
     void touch(const QString& path, Touched::Kind kind, const QString& before);
     bool hasTouched(const QString& path) const { return touched_.contains(path); }
-    // What was touched below a folder is found below another one from now on. Error 75.
-    void moveFolder(const QString& from, const QString& to);
     // The name of the next content to be kept.
     QString nextContent();
 
@@ -57,7 +55,6 @@ public:
 private:
     void write(const QStringList& fields);
     void read(const QStringList& fields);
-    void rename(const QString& from, const QString& to);
 
     QString path_;
     Places places_;

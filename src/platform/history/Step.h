@@ -24,6 +24,7 @@ enum class StepKind {
     command = 0,
     unfinished = 1, // a command that the process did not live to end
     outside = 2,    // what another program had changed, kept before it was replaced
+    automatic = 3,  // what the program did by itself when it started or ended
 };
 
 // One change in words, as the user reads it.
@@ -61,6 +62,11 @@ struct Step {
     bool isMinor = false;
     QString selectedBefore; // keys of the selected node
     QString selectedAfter;
+
+    // Whether no command of the user has made it.
+    bool isAutomatic() const { return kind == StepKind::outside || kind == StepKind::automatic; }
+    // Whether a list of steps leaves it out.
+    bool isBookkeeping() const { return isMinor && kind != StepKind::outside; }
 };
 
 // What is known of a command when it begins.

@@ -8,15 +8,19 @@ namespace qvnd::history {
 
 namespace {
 
-// Which plan is open, the list of plans, and the table for rows on their way.
-bool isBookkeeping(const QString& table) {
-    return table == u"当前表"_s || table == u"temp"_s || table == u"遍历表"_s;
+// Which plan is open, and the table for rows on their way.
+bool isUnseen(const Change& change) {
+    return change.table == u"当前表"_s || change.table == u"temp"_s;
+}
+
+bool isBookkeeping(const Change& change) {
+    return isUnseen(change) || change.table == u"遍历表"_s; // the list of plans
 }
 
 QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
     const auto named = [&](auto matches) {
         const auto found = std::find_if(changes.begin(), changes.end(), [&](const Change& change) {
-            return !isBookkeeping(change.table) && !change.name.isEmpty() && matches(change);
+            return !isBookkeeping(change) && !change.name.isEmpty() && matches(change);
         });
         return found == changes.end() ? QString() : found->name;
     };
@@ -32,7 +36,7 @@ QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
         }
     }
     const auto inTable = std::find_if(changes.begin(), changes.end(), [](const Change& change) {
-        return !change.table.isEmpty() && !isBookkeeping(change.table);
+        return !change.table.isEmpty() && !isBookkeeping(change);
     });
     return inTable == changes.end() ? frame.plan : inTable->table;
 }
@@ -55,13 +59,15 @@ QString titleOf(const CommandFrame& frame, const QList<Change>& changes) {
 }
 
 bool isMinor(const QList<Change>& changes, const QList<FileChange>& files) {
-    return std::all_of(changes.begin(), changes.end(),
-                       [](const Change& change) {
-                           return change.table == u"当前表"_s || change.table == u"temp"_s;
-                       }) &&
+    return std::all_of(changes.begin(), changes.end(), isUnseen) &&
            std::all_of(files.begin(), files.end(), [](const FileChange& change) {
                return change.path.endsWith(u".mdb"_s, Qt::CaseInsensitive);
            });
+}
+
+QList<Change> shown(QList<Change> changes) {
+    changes.removeIf(isUnseen);
+    return changes;
 }
 
 QString lineOf(const Change& change) {
@@ -86,6 +92,19 @@ QString lineOf(const Change& change) {
         return u"改写文件 %1"_s.arg(change.key);
     }
     return {};
+}
+
+QString outsideNote(const QStringList& titles) {
+    return u"发现在程序外所做的改动，已先保留为操作历史中的一步，可以再回到它：%1"_s.arg(
+        titles.join(u'、'));
+}
+
+QString goneAlongNote(const QStringList& titles) {
+    return u"这之间自动做的也一并收回了，可以在操作历史中再回到它：%1"_s.arg(titles.join(u'、'));
+}
+
+QString lostNote(const QStringList& files) {
+    return u"操作历史没有下列文件那时的内容，它们没有恢复：%1"_s.arg(files.join(u'、'));
 }
 
 } // namespace qvnd::history

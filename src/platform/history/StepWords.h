@@ -13,7 +13,16 @@ QString titleOf(const CommandFrame& frame, const QList<Change>& changes);
 // their tables.
 bool isMinor(const QList<Change>& changes, const QList<FileChange>& files);
 
+// The changes without those of the bookkeeping, which say nothing to the user.
+QList<Change> shown(QList<Change> changes);
+
 // One line for a change, as the list of the history shows it: "删去节点 施工部署（甲.1）".
 QString lineOf(const Change& change);
+
+// What an undo or redo has done beyond what was asked, a sentence each: steps that it has made of
+// changes from outside, automatic steps that went back with it, and files whose content is gone.
+QString outsideNote(const QStringList& titles);
+QString goneAlongNote(const QStringList& titles);
+QString lostNote(const QStringList& files);
 
 } // namespace qvnd::history

@@ -19,7 +19,10 @@ namespace qvnd::test {
 // A work space with a central database, plans in folders, and a history of it.
 class HistoryWorld {
 public:
-    explicit HistoryWorld(const QString& base = {}) : owned_(base.isEmpty()) {
+    // `program` is a program folder besides; empty for none.
+    explicit HistoryWorld(const QString& base = {}, const QString& program = {},
+                          QString machine = history::Places::thisMachine())
+        : owned_(base.isEmpty()), program_(program), machine_(std::move(machine)) {
         base_ = owned_ ? folder_.path() : base;
         open();
     }
@@ -31,9 +34,11 @@ public:
 
     void open() {
         engine_ = std::make_unique<jet::DBEngine>();
-        files = std::make_unique<files::DiskFileSystem>();
-        history = std::make_unique<history::History>(
-            path(".~history"), history::Places({{'P', base_ + "/"}}), workspace(), *files, "测试");
+        files = std::make_unique<files::DiskFileSystem>(std::make_unique<OneOpen>(*this));
+        const QStringList others = program_.isEmpty() ? QStringList() : QStringList{program_};
+        history = std::make_unique<history::History>(path(".~history"),
+                                                     history::Places(base_, others, machine_),
+                                                     workspace(), *files, "测试");
         const QString central = path("central.mdb");
         db = QFile::exists(central) ? workspace().OpenDatabase(central) : create("central.mdb");
     }
@@ -151,6 +156,8 @@ public:
         return rows;
     }
 
+    // A document that another program has open.
+    QString openDocument;
     // What the user answers when a command cannot be recorded; unset for a refusal.
     std::function<bool(const QString&)> goOnWithout;
 
@@ -159,9 +166,18 @@ public:
     std::unique_ptr<jet::Database> db;
 
 private:
+    struct OneOpen : files::FilesInUse {
+        explicit OneOpen(const HistoryWorld& of) : world(of) {}
+        bool isDocumentOpen(const QString& path) override { return path == world.openDocument; }
+        bool isAnyOpenIn(const QString&) override { return false; }
+        const HistoryWorld& world;
+    };
+
     TemporaryFolder folder_{inMemory()};
     bool owned_;
     QString base_;
+    QString program_;
+    QString machine_;
     std::unique_ptr<jet::DBEngine> engine_;
 };
 
