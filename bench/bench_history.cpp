@@ -27,10 +27,10 @@ public:
         }
         world.makePlan("T", rows);
         if (history == History::kept) {
-            world.state.History =
-                std::make_unique<history::History>(world.state.gUserTplPath + ".~history",
-                                                   history::Places({{'A', world.folder.root()}}),
-                                                   *world.state.gWs, *world.state.gFso, "bench");
+            world.state.History = std::make_unique<history::History>(
+                world.state.gUserTplPath + ".~history",
+                history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+                *world.state.gFso, "bench");
         }
         world.openPlan("T", "T.1");
     }
