@@ -164,8 +164,9 @@ private:
     // As the program does.
     static void recordCommands(modMain& program) {
         program.History = std::make_unique<history::History>(
-            program.gUserTplPath + u".~history"_s, history::Places({{'A', program.gAppPath}}),
-            *program.gWs, *program.gFso, u"bench"_s);
+            program.gUserTplPath + u".~history"_s,
+            history::Places(program.gUserTplPath, {program.gAppPath}), *program.gWs, *program.gFso,
+            u"bench"_s);
     }
     preview::ConversionSettings conversionSettings() const {
         preview::ConversionSettings settings;

@@ -637,8 +637,9 @@ TEST_F(WindowGenerationOnADisk, AReadOnlyDocumentThatStayedIsNoChangeInTheHistor
     }
     world.state.gWorkPath = world.folder.path("只读/");
     world.state.History = std::make_unique<history::History>(
-        world.state.gUserTplPath + ".~history", history::Places({{'A', world.folder.root()}}),
-        *world.state.gWs, *world.state.gFso, "测试");
+        world.state.gUserTplPath + ".~history",
+        history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+        *world.state.gFso, "测试");
     open();
     choose("mnuBuildbid");
     EXPECT_EQ(world.folder.read("只读/施工方案.doc"), "earlier");
