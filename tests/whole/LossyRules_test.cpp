@@ -91,7 +91,10 @@ TEST_F(LossyRule, AFileThatStandsInTheWayIsOverwritten) {
     const QString note = noteOf("下级", [&] {
         planner.addDocument(outline::AddMode::below, planner.folder.path("files/新.doc"));
     });
-    EXPECT_EQ(note, "覆盖了 1 个文件：" + last + ".doc");
+    // Its three letters are no document, which is told, too.
+    EXPECT_EQ(note, "覆盖了 1 个文件：" + last +
+                        ".doc\n“新.doc”已加入大纲，但生成时不能照原样"
+                        "放入：不是 Word 97-2003 格式的文档。");
 }
 
 TEST_F(LossyRule, AFolderDroppedOnItsOwnChildIsGone) {
