@@ -164,7 +164,7 @@ bool KeptFiles::isCopiedTo(const QString& name, const QString& path) const {
     return isKept(name) && files::haveSameBytes(pathOf(name), path);
 }
 
-void KeptFiles::removeUnfinished(const QString& path) {
+void KeptFiles::removeUnfinished(const QString& path, const QDateTime& since) {
     const QFileInfo file(path);
     const QString name = file.fileName();
     // As QSaveFile and the store name their unfinished files.
@@ -172,10 +172,15 @@ void KeptFiles::removeUnfinished(const QString& path) {
         QStringLiteral("^\\.([A-Za-z]{6}|new|new-journal)$"));
     // As the Word engine names its own. Commands take turns, so nobody is writing one now.
     static const QRegularExpression document(QStringLiteral("^~doc[0-9]+-[0-9]+\\.tmp$"));
-    for (const QString& other : QDir(file.path()).entryList(QDir::Files | QDir::Hidden)) {
-        if (document.match(other).hasMatch() ||
-            (other.startsWith(name) && unfinished.match(other.mid(name.size())).hasMatch())) {
-            QFile::remove(file.dir().filePath(other));
+    constexpr int tick = 20; // ms, by which the times of files may lag behind the clock
+    for (const QFileInfo& other : QDir(file.path()).entryInfoList(QDir::Files | QDir::Hidden)) {
+        const QString found = other.fileName();
+        const bool hasItsName =
+            document.match(found).hasMatch() ||
+            (found.startsWith(name) && unfinished.match(found.mid(name.size())).hasMatch());
+        if (hasItsName &&
+            (!since.isValid() || other.metadataChangeTime() >= since.addMSecs(-tick))) {
+            QFile::remove(other.filePath());
         }
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QList>
 #include <QString>
 
@@ -57,8 +58,9 @@ public:
     bool isCopyOf(const QString& name, const QString& path) const;
     // Whether the path has a file with what the content holds.
     bool isCopiedTo(const QString& name, const QString& path) const;
-    // Removes what a killed process has left beside the path while it wrote a file for it.
-    static void removeUnfinished(const QString& path);
+    // Removes what a process has left beside the path while it wrote a file for it and was killed.
+    // Files from before `since`, when it began, are the user's and stay; without a time all go.
+    static void removeUnfinished(const QString& path, const QDateTime& since);
     // Bytes of all contents.
     std::int64_t size() const;
 

@@ -92,7 +92,7 @@ Step Recorder::recordOutside(const QStringList& paths) {
     }
     const QString rest =
         paths.size() > 1 ? QStringLiteral(" 等 %1 个文件").arg(paths.size()) : QString();
-    const Step step = outsideStep(number, changes.first().name + rest, true);
+    Step step = outsideStep(number, changes.first().name + rest, true);
     record(step, changes, files, {});
     return step;
 }
@@ -220,7 +220,7 @@ bool Recorder::findKilled() {
                            u"请先在那里启动程序。");
     }
     for (const QString& path : touched) {
-        KeptFiles::removeUnfinished(path);
+        KeptFiles::removeUnfinished(path, running_.time());
     }
     kept_.dropUnfinished(running_.step());
     return true;

@@ -148,6 +148,7 @@ void Restoration::keepOutside(const QStringList& databases, const QStringList& f
 
 void Restoration::goTo(std::int64_t target) {
     note_.clear();
+    began_ = QDateTime::currentDateTime();
     const Goal asked = goalOf(wayTo(target));
     refuseElsewhere(asked);
     keepOutside(asked.databases, changedOutside(asked));
@@ -254,7 +255,7 @@ void Restoration::giveUp() {
             before[database] = file.mirror(database);
         }
         for (const PendingFile& one : files) {
-            KeptFiles::removeUnfinished(one.path);
+            KeptFiles::removeUnfinished(one.path, began_);
         }
         carryOut(before, [&] {
             for (const PendingFile& one : files) {
@@ -295,6 +296,7 @@ bool Restoration::carryOn() {
         return false;
     }
     note_.clear();
+    began_ = {}; // it is not known
     refuseElsewhere(goalOf(wayTo(*target)));
     refuseOpen(recorder_.file().pendingFiles());
     keepWhatCameMeanwhile(*target);
@@ -339,7 +341,7 @@ void Restoration::end(std::int64_t target) {
     const QList<PendingFile> files = file.pendingFiles();
     const auto images = imagesAt(wayTo(target));
     for (const PendingFile& one : files) {
-        KeptFiles::removeUnfinished(one.path);
+        KeptFiles::removeUnfinished(one.path, began_);
     }
     carryOut(images, [&] {
         for (const PendingFile& one : files) {

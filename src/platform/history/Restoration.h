@@ -3,6 +3,8 @@
 #include "platform/files/FileSystemObject.h"
 #include "platform/history/Recorder.h"
 
+#include <QDateTime>
+
 #include <functional>
 
 namespace qvnd::history {
@@ -71,6 +73,7 @@ private:
     KeptFiles& kept_;
     files::FileSystemObject& files_;
     QString note_;
+    QDateTime began_; // when the restoration under way did
 };
 
 } // namespace qvnd::history

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QFileInfo>
+#include <QThread>
 
 #include <random>
 
@@ -231,6 +232,18 @@ TEST_F(HistoryTest, AFileCopiedIntoAFolderThatUndoTakesAwayStays) {
     history().undo();
     EXPECT_EQ(world.read("甲/notes.txt"), "mine");
     EXPECT_FALSE(QFile::exists(world.path("甲/甲.1.doc")));
+}
+
+TEST_F(HistoryTest, ACopyBesideADocumentStaysWhateverItsEnding) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    for (const char* ending : {".backup", ".new"}) {
+        world.write(QString("甲/甲.1.doc") + ending, "mine");
+    }
+    QThread::msleep(50); // beyond what the times of files lag behind the clock
+    history().undo();
+    history().redo();
+    EXPECT_EQ(world.read("甲/甲.1.doc.backup"), "mine");
+    EXPECT_EQ(world.read("甲/甲.1.doc.new"), "mine");
 }
 
 TEST_F(HistoryTest, ADatabaseChangedOutsideBecomesAStepOfItsOwn) {
