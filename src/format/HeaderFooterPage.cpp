@@ -151,24 +151,28 @@ void HeaderFooterPage::writeField(QStringView field, const QString& value) {
 void HeaderFooterPage::setAll(jet::Recordset& row) {
     row.Set(field::withHeader, yesNo(chkHeader));
     setPosition(row, field::headerPosition, headerOptions());
+    setHeaderTexts(row);
     row.Set(field::withFooter, yesNo(chkfooter));
+    setFooterTexts(row);
     row.Set(field::rightAligned, yesNo(chkPageRight));
     setPosition(row, field::footerPosition, footerOptions());
     if (const auto word = leaderWordOf(cmbPageSign.text())) {
         row.Set(field::leader, *word);
     }
+    row.Set(field::levelsShown, stored(cmbPageClass));
     row.Set(field::withPageNumbers, yesNo(chkPageIsNot));
-    setTexts(row);
 }
 
-void HeaderFooterPage::setTexts(jet::Recordset& row) const {
+void HeaderFooterPage::setHeaderTexts(jet::Recordset& row) const {
     row.Set(field::headerText, stored(TxtHeaderCon));
     row.Set(field::headerFont, stored(cmbHeaderFont));
     row.Set(field::headerSize, stored(cmbHeaderSize));
+}
+
+void HeaderFooterPage::setFooterTexts(jet::Recordset& row) const {
     row.Set(field::footerText, stored(TxtFooterCon));
     row.Set(field::footerFont, stored(cmbFooterFont));
     row.Set(field::footerSize, stored(cmbFooterSize));
-    row.Set(field::levelsShown, stored(cmbPageClass));
 }
 
 void HeaderFooterPage::setNew(jet::Recordset& row) const {
@@ -179,7 +183,9 @@ void HeaderFooterPage::setNew(jet::Recordset& row) const {
     row.Set(field::headerPosition, u"中");
     row.Set(field::footerPosition, u"中");
     row.Set(field::leader, u"轻虚线");
-    setTexts(row);
+    setHeaderTexts(row);
+    setFooterTexts(row);
+    row.Set(field::levelsShown, stored(cmbPageClass));
 }
 
 PositionOptions HeaderFooterPage::headerOptions() {

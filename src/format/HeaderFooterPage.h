@@ -55,7 +55,8 @@ private:
     void fallBack();
     void showLeader(const QString& word);
     void setAll(jet::Recordset& row);
-    void setTexts(jet::Recordset& row) const;
+    void setHeaderTexts(jet::Recordset& row) const;
+    void setFooterTexts(jet::Recordset& row) const;
     void setNew(jet::Recordset& row) const;
     void writeField(QStringView field, const QString& value);
     PositionOptions headerOptions();

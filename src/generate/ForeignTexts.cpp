@@ -77,9 +77,13 @@ private:
             return;
         const bool isWorking = cover.table == store::table::cover;
         const QString project = files::Trim(row.value(field::projectName).TextOrEmpty());
-        if (const QString owner = ownerOf(project); !owner.isEmpty())
+        const QString owner = ownerOf(project);
+        if (project == owner && !owner.isEmpty())
             found_.push_back(
                 {u"封面的工程名称“%1”属于另一个方案“%2”。"_s.arg(project, owner), isWorking});
+        else if (!owner.isEmpty()) // typed by hand: a load of the settings would replace it
+            found_.push_back(
+                {u"封面的工程名称“%1”中有另一个方案的名称“%2”。"_s.arg(project, owner)});
         lookAtOffice(files::Trim(row.value(field::officeName).TextOrEmpty()), isWorking);
     }
 

@@ -212,6 +212,14 @@ void AddDocument::remarkIfUnreadable(const QString& plan) {
     try {
         word::readDocumentFile(files::toPath(documentPath(state_, plan, newKey_)));
     } catch (const RunTimeError& failure) {
+        const std::filesystem::path path = files::toPath(documentPath(state_, plan, newKey_));
+        if (const std::u16string format = word::formatToConvert(path); !format.empty()) {
+            state_.Remarks << QStringLiteral("“%1”已加入大纲；它不是 Word 97-2003 文档，而是%2，"
+                                             "生成时由办公套件转换，没有安装办公套件时不能放入。")
+                                  .arg(QFileInfo(copied_).fileName(),
+                                       QString::fromStdU16String(format));
+            return;
+        }
         const QString why = QString::fromStdU16String(failure.description());
         state_.Remarks << QStringLiteral("“%1”已加入大纲，但生成时不能照原样放入：%2")
                               .arg(QFileInfo(copied_).fileName(),

@@ -267,6 +267,16 @@ TEST_F(PlanCheck, ANameThatIsPartOfThisPlansOwnNameOrStandsBesideItIsNotAnotherP
               QStringList{u"封面：封面的工程名称“工程二期”属于另一个方案“工程二期”。"_s});
 }
 
+TEST_F(PlanCheck, ATitleThatOnlyContainsAnotherPlansNameIsNotAdvisedToBeLoadedAnew) {
+    soundDocument(u"工程.1"_s, u"说明"_s);
+    plan(u"新楼"_s, {});
+    change(settings(), u"封面表"_s, u"工程名称"_s, u"新楼附属建筑"_s);
+    const auto found = check();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(nameOf(found[0].kind), u"foreignText"_s);
+    EXPECT_EQ(found[0].what, u"封面的工程名称“新楼附属建筑”中有另一个方案的名称“新楼”。"_s);
+}
+
 TEST_F(PlanCheck, AOneLetterNameCountsOnlyAsTheWholeText) {
     plan(u"楼"_s, {});
     EXPECT_EQ(foreign(), QStringList());

@@ -56,6 +56,15 @@ TEST_F(AddDocuments, ADocumentThatCannotBeReadComesInAndIsRemarkedOnByItsName) {
     EXPECT_EQ(state.Remarks.size(), 2);
 }
 
+TEST_F(AddDocuments, ADocumentThatGenerationConvertsIsRemarkedOnWithWhatItNeeds) {
+    makePlan({"T", "T.1"});
+    choose("说明.doc", "{\\rtf1 text}");
+    EXPECT_EQ(below("T.1"), Added::added);
+    const QStringList told{"“说明.doc”已加入大纲；它不是 Word 97-2003 文档，而是RTF 文档，"
+                           "生成时由办公套件转换，没有安装办公套件时不能放入。"};
+    EXPECT_EQ(state.Remarks, told);
+}
+
 TEST_F(AddDocuments, ASoundDocumentAndARefusedOneNeedNoRemark) {
     makePlan({"T", "T.1"});
     choose("说明.doc");

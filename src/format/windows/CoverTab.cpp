@@ -28,7 +28,7 @@ constexpr Field officeFields[] = {
      u"首次打开本对话框时，自动填入当前方案的施工单位"},
     {font, u"cmbOffFont", u"字体", u"单位名称的字体", 1, 0},
     {combo, u"cmbOffSize", u"字号", u"单位名称的字号", 1, 1, 1,
-     u"只用于左边的预览；生成的文档中，单位名称用工程名称的字号"},
+     u"用于左边的预览和文档中工程名称上方的空行；文档中的单位名称用工程名称的字号"},
 };
 constexpr Field dateFields[] = {
     {date, u"cmbDate", u"日期", u"编制日期", 0, 0, 2, u"首次打开本对话框时，是当天的日期"},
