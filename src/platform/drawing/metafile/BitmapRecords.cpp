@@ -1,5 +1,8 @@
 #include "platform/drawing/metafile/BitmapRecords.h"
 
+#include <cstdint>
+#include <utility>
+
 namespace qvnd::drawing::metafile {
 
 namespace {
@@ -74,7 +77,11 @@ void BitmapRecords::draw(const BitmapPlace& place, word::ByteView head, word::By
     }
     BitmapPart part = place.part;
     if (place.partFromBelow && bitmap->isBottomUp()) {
-        part.y = bitmap->height() - part.y - part.height;
+        const std::int64_t above = std::int64_t{bitmap->height()} - part.y - part.height;
+        if (!std::in_range<int>(above)) {
+            return; // far outside of the bitmap
+        }
+        part.y = static_cast<int>(above);
     }
     auto image = taken(bitmap->image(part, place.hasOpacity));
     if (!image) {
