@@ -80,4 +80,77 @@ TEST(BeyondAsked, AFileOfATemplateIsNotThatOfAPlansNodeOfTheSameKey) {
     EXPECT_EQ(outline::beyondAsked(moving, moved, noRows), "删去了 1 个文件：甲.1.doc");
 }
 
+// What a command of another name tells; the rows are those that the plan 甲 has now.
+QString ofCommand(const QString& caption, const QList<Change>& changes,
+                  const QList<std::pair<QString, QString>>& rows = {}) {
+    return outline::beyondAsked({caption, "甲", "甲.1", {}, {}, {}, {}}, changes,
+                                [&](const QString& database, const QString& outline) {
+                                    return database == plansFile && outline == "甲"
+                                               ? rows
+                                               : QList<std::pair<QString, QString>>();
+                                });
+}
+
+Change file(Change::Kind kind, const QString& path) {
+    return {kind, {}, {}, path, path.section('/', -1), {}};
+}
+
+TEST(BeyondAsked, OfMoreThanFiveNamesTheFirstFiveAreListed) {
+    EXPECT_EQ(outline::listed({"1", "2", "3", "4", "5"}), "1、2、3、4、5");
+    EXPECT_EQ(outline::listed({"1", "2", "3", "4", "5", "6"}), "1、2、3、4、5等");
+    EXPECT_EQ(outline::listed({}), "");
+}
+
+TEST(BeyondAsked, OnlyTheStartTellsTheOutlinesThatItFound) {
+    const auto made = Change::Kind::tableMade;
+    const QList<Change> changes{table(made, plansFile, "乙"), table(made, plansFile, "乙Org"),
+                                table(made, plansFile, "temp"), table(made, plansFile, "丙Org"),
+                                table(made, templatesFile, "模")};
+    EXPECT_EQ(ofCommand("启动", changes), "列入了文件夹中的大纲：乙、丙Org、模");
+    EXPECT_EQ(ofCommand("新建", changes), "");
+    EXPECT_EQ(ofCommand("启动", {table(made, plansFile, "temp")}), "");
+}
+
+TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {
+    const QList<std::pair<QString, QString>> rows{
+        {"甲", "甲"}, {"甲.2.1", "节"}, {"甲.2.1.1", "文"}, {"甲.20", "别"}};
+    const Change gone = row(removed, plansFile, "甲", "甲.2", "章");
+    EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.9", "章")}, rows),
+              "2 个节点的上级已不在，大纲中不再显示：节、文");
+    EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.2", "章")}, rows), "");
+    EXPECT_EQ(ofCommand("拖动",
+                        {row(removed, plansFile, "temp", "甲.2", "章"),
+                         row(added, plansFile, "甲", "甲.9", "章")},
+                        rows),
+              "");
+}
+
+TEST(BeyondAsked, TheRowsOfAnOutlineThatIsForgottenAreToldWithItAlone) {
+    const QList<Change> changes{table(dropped, plansFile, "乙"),
+                                row(removed, plansFile, "乙", "乙.1", "章")};
+    EXPECT_EQ(ofCommand("刷新", changes), "文件夹或表已不在，因此不再记录大纲：乙");
+}
+
+TEST(BeyondAsked, ANameThatLeavesTheListWithoutATableIsAForgottenOutline) {
+    EXPECT_EQ(ofCommand("刷新", {row(removed, plansFile, "遍历表", {}, "乙"),
+                                 row(removed, templatesFile, "遍历表", {}, "模"),
+                                 row(removed, plansFile, "当前表", {}, "丙")}),
+              "文件夹或表已不在，因此不再记录大纲：乙、模");
+}
+
+TEST(BeyondAsked, FilesThatWereReplacedOrWentOrCameWithoutANodeAreTold) {
+    const auto came = Change::Kind::fileAdded;
+    const auto went = Change::Kind::fileRemoved;
+    const auto replaced = Change::Kind::fileReplaced;
+    EXPECT_EQ(ofCommand("拖动", {file(replaced, "/p/甲/甲.3.doc"), file(went, "/p/甲/甲.4.doc"),
+                                 file(came, "/p/甲/.doc")}),
+              "覆盖了 1 个文件：甲.3.doc\n删去了 1 个文件：甲.4.doc\n留下了没有节点的文件：.doc");
+    EXPECT_EQ(ofCommand("删除", {file(went, "/p/甲/甲.4.doc")}), "");
+    EXPECT_EQ(
+        ofCommand("拖动", {row(added, plansFile, "甲", "甲.5", "文"), file(came, "/p/甲/甲.5.doc"),
+                           file(came, "/p/甲/甲.mdb"), file(came, "/p/别处/甲.6.doc")}),
+        "");
+    EXPECT_EQ(ofCommand("拖动", {file(came, "/p/乙/乙.1.DOC")}), "留下了没有节点的文件：乙.1.DOC");
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "outline/CommandsInTurn.h"
 
+#include "outline/RecordedCommand.h"
 #include "support/FakeTurnWait.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
@@ -175,6 +176,13 @@ TEST_F(CommandsInTurn, RunNoMoreBehindTheEndOfTheProgram) {
     EXPECT_FALSE(events.run(act));
     EXPECT_FALSE(events.look());
     EXPECT_EQ(done, 0);
+}
+
+TEST(Captions, AreSpokenWithoutWhatTheyHaveForTheKeyboard) {
+    EXPECT_EQ(outline::spokenCaption("删除(&D)"), "删除");
+    EXPECT_EQ(outline::spokenCaption("打开 (&O)..."), "打开");
+    EXPECT_EQ(outline::spokenCaption(" &File "), "File");
+    EXPECT_EQ(outline::spokenCaption("甲(D)"), "甲(D)");
 }
 
 } // namespace

@@ -33,6 +33,18 @@ TEST(OutlineKeys, TheParentKeyIsAllPartsButTheLast) {
 
 TEST(OutlineKeys, ARootIsItsOwnParentKey) { EXPECT_EQ(parentKeyOf("T"), "T"); }
 
+TEST(OutlineKeys, AKeyIsItsTableWithNumbersBehindPoints) {
+    for (const char* key : {"甲", "甲.1", "甲.09.120"}) {
+        EXPECT_TRUE(isKeyOf("甲", key)) << key;
+    }
+    EXPECT_TRUE(isKeyOf("T", "t.1"));
+    EXPECT_TRUE(isKeyOf("a.b", "a.b.1"));
+    for (const char* key : {"", "乙.1", "甲1", "甲x.1", "甲.", "甲.1.", "甲..1", "甲.a", "甲.1/",
+                            "甲.:", "甲.１", "x甲.1"}) {
+        EXPECT_FALSE(isKeyOf("甲", key)) << key;
+    }
+}
+
 TEST(OutlineKeys, TheNewKeyIsTheParentKeyAndBasePlusCount) {
     EXPECT_EQ(newKey("T", 2, 2), "T.4");
     EXPECT_EQ(newKey("T.1", 0, 1), "T.1.1");
@@ -40,6 +52,7 @@ TEST(OutlineKeys, TheNewKeyIsTheParentKeyAndBasePlusCount) {
 
 TEST(OutlineKeys, ANumberBeyondSixteenBitsOverflows) {
     EXPECT_EQ(toInteger(32767), 32767);
+    EXPECT_EQ(toInteger(-32768), -32768);
     EXPECT_EQ(errorNumberOf([] { toInteger(32768); }), error::overflow);
     EXPECT_EQ(errorNumberOf([] { toInteger(-32769); }), error::overflow);
 }

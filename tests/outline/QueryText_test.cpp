@@ -36,4 +36,11 @@ TEST(QueryText, AQuotedTextHasNoApostrophe) {
     EXPECT_EQ(errorNumberOf([&] { (void)quoted("甲'"); }), error::syntaxError);
 }
 
+TEST(QueryText, TheRowsBelowAKeyBeginWithItAndWhatIsNoKeyStandsForItsOwnRow) {
+    EXPECT_EQ(subtreeCondition("T", "T.1"), " where Key like 'T.1*'");
+    EXPECT_EQ(subtreeCondition("T", "T[1"), " where Key='T[1'");
+    EXPECT_EQ(rowQuery("T", "T.1"), "Select * from T Where Key='T.1'");
+    EXPECT_EQ(deletionFrom(u"遍历表", "甲 乙"), "Delete * from 遍历表 where 名称='甲 乙'");
+}
+
 } // namespace

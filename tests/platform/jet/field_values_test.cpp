@@ -67,7 +67,9 @@ TEST_F(FieldValues, TimesSurviveToTheSecond) {
 TEST_F(FieldValues, TheWidestNumbersSurvive) {
     EXPECT_EQ(kept(u"long"_qs, -2147483647 - 1), Value(-2147483647 - 1));
     EXPECT_EQ(kept(u"integer"_qs, 32767), Value(32767));
+    EXPECT_EQ(kept(u"integer"_qs, -32768), Value(-32768));
     EXPECT_EQ(kept(u"byte"_qs, 255), Value(255));
+    EXPECT_EQ(kept(u"byte"_qs, 0), Value(0));
     EXPECT_EQ(kept(u"single"_qs, 3.4e38F), Value(3.4e38F));
 }
 

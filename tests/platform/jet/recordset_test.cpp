@@ -2,6 +2,9 @@
 
 #include <QFile>
 
+#include <functional>
+#include <vector>
+
 namespace qvnd::jet {
 
 using test::errorOf;
@@ -171,6 +174,56 @@ TEST_F(Recordsets, EditChangesOnlyWhatWasSet) {
     EXPECT_EQ(rows->Get(u"名称").ToText(), u"新名"_qs);
     rows->Update();
     EXPECT_EQ(rowsOf(*db_, u"Select * from T"_qs), QStringList{u"新名|T|1|否"_qs});
+}
+
+TEST_F(Recordsets, AnEditThatSetsNothingLeavesTheRowAsItIs) {
+    addRows(*db_, u"T"_qs, {u"T"_qs});
+    const auto rows = all();
+    rows->Edit();
+    rows->Update();
+    EXPECT_EQ(rowsOf(*db_, u"Select * from T"_qs), QStringList{u"T|T|1|否"_qs});
+    EXPECT_EQ(errorOf([&] { rows->Update(); }), 3020);
+}
+
+TEST_F(Recordsets, ARowBegunAnewForgetsWhatWasSetBefore) {
+    const auto rows = all();
+    rows->AddNew();
+    rows->Set(u"名称", u"旧"_qs);
+    rows->AddNew();
+    EXPECT_EQ(rows->Get(u"名称").ToText(), QString());
+    rows->Set(u"Key", u"T"_qs);
+    rows->Update();
+    EXPECT_EQ(rowsOf(*db_, u"Select * from T"_qs), QStringList{u"|T|1|"_qs});
+}
+
+TEST_F(Recordsets, AnEditBegunAnewShowsTheRowAgain) {
+    addRows(*db_, u"T"_qs, {u"T"_qs});
+    const auto rows = all();
+    rows->Edit();
+    rows->Set(u"名称", u"改"_qs);
+    rows->Edit();
+    EXPECT_EQ(rows->Get(u"名称").ToText(), u"T"_qs);
+    rows->Update();
+    EXPECT_EQ(rowsOf(*db_, u"Select 名称 from T"_qs), QStringList{u"T"_qs});
+}
+
+TEST_F(Recordsets, ARowThatGoesWhileItIsEditedIs3167) {
+    addRows(*db_, u"T"_qs, {u"T"_qs});
+    const auto rows = all();
+    rows->Edit();
+    rows->Set(u"名称", u"改"_qs);
+    db_->Execute(u"delete * from T"_qs);
+    EXPECT_EQ(errorOf([&] { rows->Update(); }), 3167);
+}
+
+TEST_F(Recordsets, DeletingDropsTheRowInHand) {
+    addRows(*db_, u"T"_qs, {u"T"_qs, u"T.1"_qs});
+    const auto rows = all();
+    rows->Edit();
+    rows->Set(u"名称", u"改"_qs);
+    rows->Delete();
+    EXPECT_EQ(errorOf([&] { rows->Update(); }), 3020);
+    EXPECT_EQ(rowsOf(*db_, u"Select Key from T"_qs), QStringList{u"T.1"_qs});
 }
 
 TEST_F(Recordsets, MovingAwayDropsTheRowInHand) {
@@ -409,6 +462,28 @@ TEST_F(Recordsets, ClosedOneAnswers3420) {
     EXPECT_EQ(errorOf([&] { (void)rows->Eof(); }), 3420);
     EXPECT_EQ(errorOf([&] { rows->AddNew(); }), 3420);
     rows->Close();
+}
+
+TEST_F(Recordsets, ClosedOneAnswers3420ToEveryCallThoughItHadRows) {
+    addRows(*db_, u"T"_qs, {u"T"_qs, u"T.1"_qs});
+    const auto rows = all();
+    rows->Close();
+    const std::vector<std::function<void()>> calls{[&] { (void)rows->Bof(); },
+                                                   [&] { (void)rows->RecordCount(); },
+                                                   [&] { (void)rows->Fields(); },
+                                                   [&] { (void)rows->Get(u"Key"); },
+                                                   [&] { rows->Set(u"Key", u"x"_qs); },
+                                                   [&] { rows->Edit(); },
+                                                   [&] { rows->Update(); },
+                                                   [&] { rows->Delete(); },
+                                                   [&] { rows->MoveFirst(); },
+                                                   [&] { rows->MoveLast(); },
+                                                   [&] { rows->MoveNext(); },
+                                                   [&] { rows->FindFirst(u"Key='T'"_qs); },
+                                                   [&] { rows->Requery(); }};
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        EXPECT_EQ(errorOf(calls[i]), 3420) << i;
+    }
 }
 
 TEST_F(Recordsets, OneOfAClosedDatabaseAnswers3420) {

@@ -42,7 +42,10 @@ TEST_F(TableDefinitions, StandInTheOrderOfTheirCreation) {
     EXPECT_EQ(tables.Names(), (QStringList{u"c"_qs, u"a"_qs, u"b"_qs}));
     EXPECT_EQ(tables.Count(), 3);
     EXPECT_EQ(tables[0].Name, u"c"_qs);
+    EXPECT_EQ(tables[2].Name, u"b"_qs);
     EXPECT_EQ(tables.All()[2].Name, u"b"_qs);
+    EXPECT_EQ(errorOf([&] { (void)tables[-1]; }), 3265);
+    EXPECT_EQ(errorOf([&] { (void)tables[3]; }), 3265);
 }
 
 TEST_F(TableDefinitions, AreFoundWithoutCase) {

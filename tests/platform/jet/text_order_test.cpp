@@ -43,6 +43,14 @@ TEST(TextOrder, ChineseCharactersThatShareBytesAreToldApart) {
     EXPECT_NE(order(u"𠀀", u"𠀁"), 0);
 }
 
+TEST(TextOrder, CharactersAreInTheOrderOfTheirCodePoints) {
+    EXPECT_LT(order(u"z", u"ä"), 0);
+    EXPECT_LT(order(u"一", u"龥"), 0);
+    EXPECT_LT(order(u"\uFFFD", u"𠀀"), 0);
+    EXPECT_LT(order(u"甲a乙", u"甲b一"), 0);
+    EXPECT_GT(order(u"甲B一", u"甲a乙"), 0);
+}
+
 TEST(TextOrder, NoLetterBeyondAsciiEqualsAnAsciiLetter) {
     EXPECT_NE(order(u"\u212A", u"k"), 0); // Kelvin
     EXPECT_NE(order(u"\u017F", u"s"), 0); // long s
@@ -121,6 +129,10 @@ TEST(TextPatterns, ANumberSignStandsForOneDigit) {
     EXPECT_TRUE(matchesPattern(u"T.7", u"T.#"));
     EXPECT_FALSE(matchesPattern(u"T.x", u"T.#"));
     EXPECT_FALSE(matchesPattern(u"T.７", u"T.#"));
+    EXPECT_TRUE(matchesPattern(u"0", u"#"));
+    EXPECT_TRUE(matchesPattern(u"9", u"#"));
+    EXPECT_FALSE(matchesPattern(u"/", u"#"));
+    EXPECT_FALSE(matchesPattern(u":", u"#"));
 }
 
 TEST(TextPatterns, BracketsStandForOneOfTheirCharacters) {
@@ -128,6 +140,20 @@ TEST(TextPatterns, BracketsStandForOneOfTheirCharacters) {
     EXPECT_TRUE(matchesPattern(u"T.5", u"T.[0-9]"));
     EXPECT_FALSE(matchesPattern(u"T.x", u"T.[0-9]"));
     EXPECT_TRUE(matchesPattern(u"a-", u"a[x-]"));
+}
+
+TEST(TextPatterns, BothEndsBelongToARange) {
+    EXPECT_TRUE(matchesPattern(u"b", u"[b-d]"));
+    EXPECT_TRUE(matchesPattern(u"d", u"[b-d]"));
+    EXPECT_FALSE(matchesPattern(u"a", u"[b-d]"));
+    EXPECT_FALSE(matchesPattern(u"e", u"[b-d]"));
+}
+
+TEST(TextPatterns, AHyphenIsARangeOnlyBetweenTwoCharacters) {
+    EXPECT_TRUE(matchesPattern(u"-", u"[-a]"));
+    EXPECT_TRUE(matchesPattern(u"a", u"[-a]"));
+    EXPECT_TRUE(matchesPattern(u"x", u"[a-cx]"));
+    EXPECT_TRUE(matchesPattern(u"x", u"[xa-c]"));
 }
 
 TEST(TextPatterns, TheEndOfARangeBeginsNoOther) {
@@ -156,6 +182,8 @@ TEST(TextPatterns, EmptyBracketsStandForNothing) {
 TEST(TextPatterns, AnOpenBracketIsNoPattern) {
     EXPECT_FALSE(isPattern(u"T.[1*"));
     EXPECT_TRUE(isPattern(u"T.[1]*"));
+    EXPECT_FALSE(isPattern(u"T.[1]["));
+    EXPECT_TRUE(isPattern(u"[1][2]"));
     EXPECT_FALSE(matchesPattern(u"T.[1", u"T.[1*"));
 }
 

@@ -22,8 +22,9 @@ TEST(Values, NullAsTextNumberOrDateIs94) {
 
 TEST(Values, ATextThatIsNoNumberIs13) {
     for (const QString& text :
-         {u"小四"_qs, u""_qs, u"1 2"_qs, u"1.2.3"_qs, u"-"_qs, u"1e"_qs, u"."_qs, u"12pt"_qs,
-          u"&H"_qs, u"&HXY"_qs, u"nan"_qs, u"inf"_qs, u",5"_qs, u"5,"_qs}) {
+         {u"小四"_qs, u""_qs,    u"1 2"_qs,  u"1.2.3"_qs, u"-"_qs,    u"1e"_qs,  u"."_qs,
+          u"12pt"_qs, u"&H"_qs,  u"&HXY"_qs, u"nan"_qs,   u"inf"_qs,  u",5"_qs,  u"5,"_qs,
+          u"e5"_qs,   u".e5"_qs, u"1e+"_qs,  u"1e5x"_qs,  u"&H-1"_qs, u"&H+1"_qs}) {
         EXPECT_EQ(errorOf([&] { (void)Value(text).ToDouble(); }), 13) << text.toStdString();
     }
 }
@@ -35,6 +36,8 @@ TEST(Values, ATextSpellsItsNumber) {
     EXPECT_EQ(Value(u"5."_qs).ToDouble(), 5);
     EXPECT_EQ(Value(u"1,234.5"_qs).ToDouble(), 1234.5);
     EXPECT_EQ(Value(u"1e3"_qs).ToDouble(), 1000);
+    EXPECT_EQ(Value(u"1E+3"_qs).ToDouble(), 1000);
+    EXPECT_EQ(Value(u"2d+2"_qs).ToDouble(), 200);
     EXPECT_EQ(Value(u"1D-2"_qs).ToDouble(), 0.01);
     EXPECT_EQ(Value(u"&H1F"_qs).ToDouble(), 31);
     EXPECT_EQ(Value(u"&hF"_qs).ToDouble(), 15);
@@ -62,6 +65,15 @@ TEST(Values, ANumberTooWideIs6) {
     constexpr float widest = std::numeric_limits<float>::max();
     EXPECT_EQ(Value(double{widest}).ToSingle(), widest);
     EXPECT_EQ(errorOf([] { (void)Value(u"1e400"_qs).ToDouble(); }), 6);
+}
+
+TEST(Values, TheWidestWholeNumbersArePartOfTheirTypes) {
+    EXPECT_EQ(Value(32767.4).ToInteger(), 32767);
+    EXPECT_EQ(errorOf([] { (void)Value(32767.5).ToInteger(); }), 6);
+    EXPECT_EQ(Value(-32768.5).ToInteger(), -32768);
+    EXPECT_EQ(Value(2147483647.0).ToLong(), 2147483647);
+    EXPECT_EQ(Value(-2147483648.0).ToLong(), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(errorOf([] { (void)Value(-2147483649.0).ToLong(); }), 6);
 }
 
 TEST(Values, ANumberTooSmallIsZero) { EXPECT_EQ(Value(u"1e-400"_qs).ToDouble(), 0); }
@@ -104,6 +116,20 @@ TEST(Values, ADateIsTheNumberOfItsDaysSinceTheEndOf1899) {
     EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 29), QTime(6, 0))).ToDouble(), -1.25);
     EXPECT_EQ(Value(-1.25).ToDate(), QDateTime(QDate(1899, 12, 29), QTime(6, 0)));
     EXPECT_EQ(errorOf([] { (void)Value(1e9).ToDate(); }), 6);
+}
+
+TEST(Values, TheDatesOfNumbersReachFromTheYear100ToTheYear9999) {
+    EXPECT_EQ(Value(-657434.0).ToDate().date(), QDate(100, 1, 1));
+    EXPECT_EQ(Value(-657434.5).ToDate(), QDateTime(QDate(100, 1, 1), QTime(12, 0)));
+    EXPECT_EQ(errorOf([] { (void)Value(-657435.0).ToDate(); }), 6);
+    EXPECT_EQ(Value(2958465.5).ToDate(), QDateTime(QDate(9999, 12, 31), QTime(12, 0)));
+    EXPECT_EQ(errorOf([] { (void)Value(2958466.0).ToDate(); }), 6);
+}
+
+TEST(Values, AFractionThatRoundsToAWholeDayIsTheNextMidnight) {
+    EXPECT_EQ(Value(1.9999999).ToDate(), QDate(1900, 1, 1).startOfDay());
+    EXPECT_EQ(Value(QDateTime(QDate(1899, 12, 31), QTime(23, 59, 59))).ToDate().time(),
+              QTime(23, 59, 59));
 }
 
 } // namespace qvnd::jet

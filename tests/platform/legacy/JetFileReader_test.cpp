@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/files/TextDecoding.h"
+#include "platform/jet/legacy/JetHeader.h"
 #include "support/Corpus.h"
 #include "support/Errors.h"
 #include "support/Files.h"
@@ -141,6 +142,34 @@ struct MadeJetFile : JetFile {
         return table;
     }
 };
+
+TEST_F(JetFile, BeginsWithTheFourBytesOrTheNameOfTheEngine) {
+    EXPECT_TRUE(beginsAsJet(put(QByteArray("\0\1\0\0damaged", 11))));
+    EXPECT_TRUE(beginsAsJet(put("xxxxStandard Jet DB")));
+    EXPECT_FALSE(beginsAsJet(put("Standard Jet DB")));
+    EXPECT_FALSE(beginsAsJet(put(QByteArray("\0\1\0\1damaged", 11))));
+}
+
+TEST_F(JetFile, HasASoundHeaderWithAKnownNameAndVersionAndThreeWholePages) {
+    const auto isSound = [this](int version, qsizetype size, const char* name) {
+        QByteArray bytes(size, '\0');
+        bytes.replace(0, 19, QByteArray("\0\1\0\0", 4) + name);
+        bytes[0x14] = static_cast<char>(version);
+        return hasSoundHeader(put(bytes));
+    };
+    constexpr const char* earlier = "Standard Jet DB";
+    EXPECT_TRUE(isSound(0, qsizetype{3} * 2048, earlier));
+    EXPECT_FALSE(isSound(0, qsizetype{2} * 2048, earlier));
+    EXPECT_FALSE(isSound(0, qsizetype{3} * 2048 + 1, earlier));
+    EXPECT_TRUE(isSound(1, qsizetype{3} * 4096, earlier));
+    EXPECT_FALSE(isSound(1, qsizetype{2} * 4096, earlier));
+    EXPECT_FALSE(isSound(1, qsizetype{3} * 4096 + 2048, earlier));
+    EXPECT_TRUE(isSound(6, qsizetype{3} * 4096, "Standard ACE DB"));
+    EXPECT_FALSE(isSound(7, qsizetype{3} * 4096, "Standard ACE DB"));
+    EXPECT_FALSE(isSound(1, qsizetype{3} * 4096, "Standard xyz DB"));
+    EXPECT_FALSE(hasSoundHeader(put(QByteArray(qsizetype{3} * 4096, '\0'))));
+    EXPECT_FALSE(hasSoundHeader(put(QByteArray())));
+}
 
 TEST_F(MadeJetFile, IsReadWithItsFieldsAndRows) {
     const auto database = reader.Open(put({prices()}));

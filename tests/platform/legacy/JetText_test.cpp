@@ -41,6 +41,33 @@ TEST(JetTexts, BytesAreChineseWhenHalfOfThemAreCommonCharactersAndWesternWhenFew
     EXPECT_NE(textOfBytes(files::encodeGbk("镕基镕"), western), "镕基镕");
 }
 
+TEST(JetTexts, APairBeginsWith81ToFEAndEndsWith40ToFEBut7F) {
+    struct Pair {
+        const char* bytes;
+        bool isPair;
+    };
+    for (const Pair& pair :
+         {Pair{"\x81\x40", true}, Pair{"\x80\x40", false}, Pair{"\xFE\x40", true},
+          Pair{"\xFF\x40", false}, Pair{"\x81\x3F", false}, Pair{"\x81\x7E", true},
+          Pair{"\x81\x7F", false}, Pair{"\x81\x80", true}, Pair{"\x81\xFE", true},
+          Pair{"\x81\xFF", false}}) {
+        const QByteArray bytes = files::encodeGbk("你好") + pair.bytes;
+        EXPECT_EQ(textOfBytes(bytes, western).startsWith("你好"), pair.isPair)
+            << bytes.toHex().toStdString();
+    }
+}
+
+TEST(JetTexts, CommonAreTheSignsAndTheCharactersOfTheFirstStandard) {
+    for (const char* common : {"\xA1\xA2", "\xA9\xA4", "\xB0\xA1", "\xF7\xFE"}) {
+        const QString seen = western1252(common);
+        EXPECT_EQ(mendedText(seen), files::decodeGbk(common)) << seen.toStdString();
+    }
+    for (const char* rare : {"\xA8\x96", "\xAA\xA1", "\xAF\xA1", "\xB0\xA0", "\xF8\xA1"}) {
+        const QString seen = western1252(rare);
+        EXPECT_EQ(mendedText(seen), seen) << seen.toStdString();
+    }
+}
+
 TEST(JetTexts, WithTheChineseCodePageAllBytesAreGbk) {
     EXPECT_EQ(textOfBytes(files::encodeGbk("镕"), simplifiedChinese), "镕");
 }

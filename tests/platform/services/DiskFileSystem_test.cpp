@@ -1,11 +1,19 @@
 #include "platform/files/DiskFileSystem.h"
 
+#include "platform/files/FileErrors.h"
+#include "platform/files/Paths.h"
 #include "support/Errors.h"
 #include "support/Files.h"
 #include "support/RestrictedProcess.h"
 #include "support/Text.h"
 
+#include <QDir>
+
 #include <gtest/gtest.h>
+
+#include <system_error>
+#include <utility>
+#include <vector>
 
 using namespace qvnd;
 using namespace qvnd::files;
@@ -145,6 +153,65 @@ TEST_F(DiskFiles, AFileInThePlaceOfANewFolderIsOneThatIsThere) {
 TEST_F(DiskFiles, ANameRightBelowTheRootIsFoundWithoutRegardToCaseToo) {
     ASSERT_FALSE(QFileInfo::exists("/USR"));
     EXPECT_EQ(resolved("/USR"), "/usr");
+}
+
+TEST_F(DiskFiles, AFolderIsFoundWithItsSeparatorBehindIt) {
+    folder.makeFolder("sys/Db");
+    const QString found = folder.path("sys/Db") + separator();
+    EXPECT_EQ(resolved(folder.path("SYS/DB") + separator()), found);
+    EXPECT_EQ(resolved("/USR/"), "/usr/");
+    EXPECT_EQ(resolved("/no-such-folder/"), "/no-such-folder/");
+    EXPECT_EQ(resolved("/"), "/");
+}
+
+TEST_F(DiskFiles, ANameWithoutAFolderIsLookedForInTheFolderAtHand) {
+    folder.makeFolder("sys");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    EXPECT_EQ(resolved("SYS"), "sys");
+    EXPECT_EQ(resolved("SYS/"), "sys/");
+    EXPECT_EQ(resolved("neu.doc"), "neu.doc");
+    ASSERT_TRUE(QDir::setCurrent(before));
+}
+
+TEST_F(DiskFiles, NoNameIsNeitherFileNorFolder) {
+    EXPECT_FALSE(fileExists(QString()));
+    EXPECT_FALSE(folderExists(QString()));
+    EXPECT_FALSE(gFso.FileExists(QString()));
+    EXPECT_EQ(resolved(QString()), QString());
+}
+
+TEST_F(DiskFiles, AFileOrALinkIsNoFolderToDeleteOrMove) {
+    folder.write("a.doc", "x");
+    folder.write("甲/b.doc", "y");
+    ASSERT_TRUE(QFile::link(folder.path("甲"), folder.path("链接")));
+    const auto deleting = [&](const char* name) {
+        return errorNumberOf([&] { gFso.DeleteFolder(folder.path(name), true); });
+    };
+    EXPECT_EQ(deleting("a.doc"), error::pathNotFound);
+    EXPECT_EQ(deleting("链接"), error::pathNotFound);
+    EXPECT_EQ(errorNumberOf([&] { gFso.MoveFolder(folder.path("a.doc"), folder.path("c")); }),
+              error::pathNotFound);
+    EXPECT_EQ(folder.names(), QStringList({"a.doc", "甲", "链接"}));
+    EXPECT_EQ(folder.read("甲/b.doc"), "y");
+}
+
+TEST(FileErrors, EachReasonOfTheSystemHasItsNumber) {
+    const std::vector<std::pair<std::errc, long>> numbers{
+        {std::errc::no_such_file_or_directory, error::pathNotFound},
+        {std::errc::not_a_directory, error::pathNotFound},
+        {std::errc::file_exists, error::fileAlreadyExists},
+        {std::errc::no_space_on_device, error::diskFull},
+        {std::errc::permission_denied, error::permissionDenied},
+        {std::errc::operation_not_permitted, error::permissionDenied},
+        {std::errc::read_only_file_system, error::permissionDenied},
+        {std::errc::device_or_resource_busy, error::permissionDenied},
+        {std::errc::text_file_busy, error::permissionDenied},
+        {std::errc::io_error, error::pathAccess}};
+    for (const auto& [reason, number] : numbers) {
+        const std::error_code code = std::make_error_code(reason);
+        EXPECT_EQ(errorNumberOf([&] { throwFileError(code, "x"); }), number) << code.message();
+    }
 }
 
 TEST_F(DiskFiles, TheRootIsItsOwnSeparatorAndKeepsIt) {

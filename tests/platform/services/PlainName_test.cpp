@@ -11,7 +11,7 @@ namespace {
 
 TEST(PlainNames, AreNamesOfOneFolderOrFile) {
     for (const char* name :
-         {"滨江工程", "a.b", ".a", "a ", "CONSOLE", "COM", "COM10", "LPTX", "10"}) {
+         {"滨江工程", "a.b", ".a", "a ", "CONSOLE", "COM", "COM10", "LPTX", "ABC1", "10"}) {
         EXPECT_TRUE(isPlainName(name)) << name;
         EXPECT_EQ(files::plainName(name), name);
     }

@@ -73,6 +73,15 @@ TEST(TextDecoding, MalformedGbkKeepsTheRest) {
     EXPECT_EQ(decodeText("a\xB9"), QString("a\uFFFD"));
 }
 
+TEST(TextDecoding, EveryCharacterComesBackFromGbk) {
+    const QString text = "a工镕\u20AC😀\n";
+    EXPECT_EQ(decodeGbk(encodeGbk(text)), text);
+    EXPECT_EQ(encodeGbk("工程"), gbkWork);
+    EXPECT_EQ(encodeGbk("😀").size(), 4);
+    EXPECT_EQ(encodeGbk(QString()), QByteArray());
+    EXPECT_EQ(decodeGbk(QByteArray()), QString());
+}
+
 TEST(TextDecoding, ALongGbkTextComesWhole) {
     EXPECT_EQ(decodeText(gbkWork.repeated(5000)), QString("工程").repeated(5000));
 }

@@ -51,6 +51,39 @@ TEST_F(SafeReplaces, AFullDiskLeavesTheEarlierFileOfACopyToo) {
     expectEarlierState();
 }
 
+TEST_F(SafeReplaces, OnlyFilesThatAreThereAndHaveTheSameBytesAreTheSame) {
+    folder.write("a", "12345");
+    folder.write("b", "12345");
+    folder.write("c", "12346");
+    folder.write("d", "1234");
+    folder.write("empty", "");
+    const auto same = [&](const char* one, const char* other) {
+        return haveSameBytes(folder.path(one), folder.path(other));
+    };
+    EXPECT_TRUE(same("a", "b"));
+    EXPECT_FALSE(same("a", "c"));
+    EXPECT_FALSE(same("a", "d"));
+    EXPECT_FALSE(same("a", "none"));
+    EXPECT_FALSE(same("empty", "none"));
+    EXPECT_FALSE(same("none", "empty"));
+}
+
+TEST_F(SafeReplaces, ASourceThatIsMissingIsNotFoundAndATargetFolderThatIsMissingIsNoPath) {
+    EXPECT_EQ(errorNumberOf([&] { copyWhole(folder.path("none"), folder.path("target.doc")); }),
+              error::fileNotFound);
+    EXPECT_EQ(errorNumberOf([&] { writeWhole(folder.path("none/target.doc"), "x"); }),
+              error::pathNotFound);
+    expectEarlierState();
+}
+
+TEST_F(SafeReplaces, ASourceOfSeveralBlocksIsCopiedWhole) {
+    QByteArray bytes(qsizetype{2} << 20, 'x');
+    bytes += "end";
+    folder.write("source.doc", bytes);
+    copyWhole(folder.path("source.doc"), folder.path("target.doc"));
+    EXPECT_EQ(folder.read("target.doc"), bytes);
+}
+
 TEST_F(SafeReplaces, ASourceThatCannotBeReadToItsEndLeavesTheEarlierFile) {
     const auto number = RestrictedProcess::withReadsBelow(1 << 16, [&] {
         return errorNumberOf(
