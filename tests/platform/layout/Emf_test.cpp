@@ -388,6 +388,21 @@ TEST(Emf, ABitmapMayBeBlendedByOneOpacity) {
     EXPECT_EQ(image.image.pixels, redAndBluePixels);
 }
 
+TEST(Emf, ABitmapWhosePartLiesBeyondTheRangeOfNumbersIsLeftOut) {
+    constexpr std::uint32_t least = 0x80000000; // as a number with a sign
+    EmfBuilder emf;
+    emf.record(81, [](word::LittleEndianWriter& out) {
+        out.zeros(16);
+        for (const std::uint32_t number :
+             {0U, 0U, 0U, least, 2U, least, 80U, 40U, 120U, 8U, 0U, 0x00CC0020U, 50U, 60U}) {
+            out.u32(number);
+        }
+        out.bytes(redAndBlue());
+    });
+    emf.record(43, {0, 0, 10, 10});
+    EXPECT_EQ(drawn(emf).count(), 1U);
+}
+
 TEST(Emf, ARecordThatIsTooShortIsLeftOutAndThoseBehindItAreDrawn) {
     EmfBuilder emf;
     emf.record(43, {1, 2}).record(91, {0, 0, 0, 0, 0x7FFFFFFF, 3}).record(43, {0, 0, 10, 10});

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <string>
 
 namespace qvnd::drawing {
 namespace {
@@ -23,14 +24,84 @@ TEST(Bitmap, OneBitAPixelNamesColoursAndRowsStandFromBelow) {
     }
     const auto bitmap = Bitmap::read(file.data(), {});
     ASSERT_TRUE(bitmap);
-    const auto image = bitmap->image({0, 0, 2, 2}, false);
-    ASSERT_TRUE(image);
+    const PixelImage image = bitmap->image({0, 0, 2, 2}, false);
     const std::vector<std::uint8_t> upper{255, 0, 0, 255, 0, 0, 255, 255};
-    EXPECT_EQ(std::vector<std::uint8_t>(image->pixels.begin(), image->pixels.begin() + 8), upper);
-    const auto part = bitmap->image({1, 0, 5, 1}, false);
+    EXPECT_EQ(std::vector<std::uint8_t>(image.pixels.begin(), image.pixels.begin() + 8), upper);
+    const auto part = bitmap->inside({1, 0, 5, 1});
     ASSERT_TRUE(part);
     EXPECT_EQ(part->width, 1);
-    EXPECT_FALSE(bitmap->image({2, 0, 1, 1}, false));
+    EXPECT_FALSE(bitmap->inside({2, 0, 1, 1}));
+}
+
+// A bitmap in runs of colours 0 black, 1 blue and 2 red.
+word::Bytes inRuns(int width, int height, unsigned depth, std::initializer_list<unsigned> runs) {
+    constexpr std::size_t compressionAt = 16;
+    constexpr std::size_t coloursAt = 32;
+    word::Bytes head = test::bitmapHead(width, height, depth);
+    head[compressionAt] = depth == 8 ? 1 : 2;
+    head[coloursAt] = 3;
+    word::LittleEndianWriter file;
+    file.bytes(head);
+    for (const unsigned colour : {0x000000U, 0x0000FFU, 0xFF0000U}) {
+        file.u32(colour);
+    }
+    for (const unsigned byte : runs) {
+        file.u8(byte);
+    }
+    return file.take();
+}
+
+// A letter a pixel, "." for one that is clear; nothing for a bitmap that is refused.
+std::string lettersOf(const word::Bytes& file) {
+    const auto bitmap = Bitmap::read(file, {});
+    if (!bitmap) {
+        return "";
+    }
+    const PixelImage image = bitmap->image({0, 0, bitmap->width(), bitmap->height()}, false);
+    std::string letters;
+    for (std::size_t at = 0; at < image.pixels.size(); at += 4) {
+        const bool isBlue = image.pixels[at] == 255;
+        const char colour = isBlue ? 'b' : (image.pixels[at + 2] == 255 ? 'r' : 'k');
+        letters.push_back(image.pixels[at + 3] == 0 ? '.' : colour);
+    }
+    return letters;
+}
+
+TEST(BitmapInRuns, BytesAreRepeatedOrTheirOwnAndWhatIsPassedOverStaysClear) {
+    const auto file = inRuns(4, 3, 8, {4, 1, 0, 0,       // a row of blue, the lowest
+                                       0, 3, 2, 1, 0, 0, // three of their own, filled up
+                                       0, 2, 0, 1, 1, 2, // one row up, one red
+                                       0, 1, 4, 1});     // the end
+    EXPECT_EQ(lettersOf(file), "...r"
+                               "rbk."
+                               "bbbb");
+}
+
+TEST(BitmapInRuns, HalfBytesTakeTurns) {
+    EXPECT_EQ(lettersOf(inRuns(6, 1, 4, {3, 0x12, 0, 3, 0x21, 0x20, 0, 1})), "brbrbr");
+}
+
+TEST(BitmapInRuns, WhatLeavesTheBitmapIsCutAndBrokenBytesEndIt) {
+    EXPECT_EQ(lettersOf(inRuns(2, 1, 8, {5, 1, 0, 0, 2, 2})), "bb");
+    EXPECT_EQ(lettersOf(inRuns(3, 1, 8, {1, 2, 0, 5, 1})), "r..");
+    EXPECT_EQ(lettersOf(inRuns(3, 1, 8, {1, 2, 0, 2, 1})), "r..");
+    EXPECT_EQ(lettersOf(inRuns(1, 1, 8, {1, 9})), "k") << "a colour that it does not have";
+}
+
+TEST(BitmapInRuns, NoMoreMemoryIsAskedForThanItsBytesCanFill) {
+    const std::initializer_list<unsigned> two{0, 1};
+    const std::initializer_list<unsigned> eight{0, 0, 0, 0, 0, 0, 0, 1};
+    EXPECT_TRUE(Bitmap::read(inRuns(1024, 1024, 8, two), {})) << "a million in any case";
+    EXPECT_FALSE(Bitmap::read(inRuns(1024, 1025, 8, two), {}));
+    EXPECT_TRUE(Bitmap::read(inRuns(1024, 1025, 8, eight), {}));
+}
+
+TEST(BitmapInRuns, TheDepthAndTheDirectionAreThoseOfRuns) {
+    word::Bytes file = inRuns(1, 1, 8, {1, 1});
+    EXPECT_TRUE(Bitmap::read(file, {}));
+    file[16] = 2; // half bytes of eight bits
+    EXPECT_FALSE(Bitmap::read(file, {}));
+    EXPECT_FALSE(Bitmap::read(inRuns(1, -1, 8, {1, 1}), {}));
 }
 
 TEST(Bitmap, WhatIsLargerThanItsBytesOrThanAnyPictureIsRefused) {

@@ -52,17 +52,24 @@ void invert(PixelImage& image) {
 
 } // namespace
 
-std::optional<PixelImage> BitmapRecords::taken(std::optional<PixelImage> image) {
-    if (!image || pixelBytes_ + image->pixels.size() > mostPixelBytes) {
+std::optional<PixelImage> BitmapRecords::imageOf(const Bitmap& bitmap, const BitmapPart& part,
+                                                 bool hasOpacity) {
+    const std::optional<BitmapPart> inside = bitmap.inside(part);
+    if (!inside) {
         return std::nullopt;
     }
-    pixelBytes_ += image->pixels.size();
-    return image;
+    const std::size_t bytes =
+        static_cast<std::size_t>(inside->width) * static_cast<std::size_t>(inside->height) * 4;
+    if (bytes > mostPixelBytes - pixelBytes_) {
+        return std::nullopt;
+    }
+    pixelBytes_ += bytes;
+    return bitmap.image(*inside, hasOpacity);
 }
 
 std::optional<PixelImage> BitmapRecords::whole(word::ByteView head, word::ByteView pixels) {
     const auto bitmap = Bitmap::read(head, pixels);
-    return bitmap ? taken(bitmap->image({0, 0, bitmap->width(), bitmap->height()}, false))
+    return bitmap ? imageOf(*bitmap, {0, 0, bitmap->width(), bitmap->height()}, false)
                   : std::nullopt;
 }
 
@@ -83,7 +90,7 @@ void BitmapRecords::draw(const BitmapPlace& place, word::ByteView head, word::By
         }
         part.y = static_cast<int>(above);
     }
-    auto image = taken(bitmap->image(part, place.hasOpacity));
+    auto image = imageOf(*bitmap, part, place.hasOpacity);
     if (!image) {
         return;
     }

@@ -32,7 +32,9 @@ public:
     std::optional<PixelImage> whole(word::ByteView head, word::ByteView pixels);
 
 private:
-    std::optional<PixelImage> taken(std::optional<PixelImage> image);
+    // Nothing where the metafile has had all the memory that it may have.
+    std::optional<PixelImage> imageOf(const Bitmap& bitmap, const BitmapPart& part,
+                                      bool hasOpacity);
 
     DeviceContext& context_;
     std::size_t pixelBytes_ = 0;
