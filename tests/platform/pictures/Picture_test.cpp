@@ -10,6 +10,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <initializer_list>
 #include <random>
 
 namespace qvnd::test {
@@ -75,6 +76,14 @@ int ink(const QImage& paper, QRect area) {
         }
     }
     return count;
+}
+
+// More pixels than `least` in the one place, none in the others.
+void expectText(const QImage& paper, QRect place, int least, std::initializer_list<QRect> empty) {
+    EXPECT_GT(ink(paper, place), least);
+    for (const QRect& area : empty) {
+        EXPECT_EQ(ink(paper, area), 0) << "from " << area.left() << "," << area.top();
+    }
 }
 
 WmfBuilder redBrush() {
@@ -277,21 +286,16 @@ TEST(WmfPicture, TextStandsAtItsPlaceInItsColour) {
     WmfBuilder wmf;
     wmf.window(100, 100).record(0x0102, {1}).record(0x0209, [](auto& out) { out.u32(blue); });
     wmf.font("Noto Sans", -30, 134).select(0).text(10, 20, "\xB9\xA4\xB3\xCC"); // 工程 in GBK
-    const QImage paper = drawn(wmf.plain());
-    EXPECT_GT(ink(paper, {10, 20, 60, 45}), 100);
-    EXPECT_EQ(ink(paper, {0, 0, 100, 18}), 0);
-    EXPECT_EQ(ink(paper, {0, 70, 100, 30}), 0);
-    EXPECT_EQ(ink(paper, {76, 0, 24, 100}), 0) << "two letters of 30, not four";
+    // Two letters of 30, not four.
+    expectText(drawn(wmf.plain()), {10, 20, 60, 45}, 100,
+               {{0, 0, 100, 18}, {0, 70, 100, 30}, {76, 0, 24, 100}});
 }
 
 TEST(WmfPicture, TextIsAlignedAtItsPlace) {
     WmfBuilder wmf;
     wmf.window(100, 100).record(0x0102, {1}).record(0x012E, {2 + 24}); // right, baseline
     wmf.font("Noto Sans", -20, 0).select(0).text(90, 60, "HHH");
-    const QImage paper = drawn(wmf.plain());
-    EXPECT_GT(ink(paper, {40, 40, 50, 20}), 50);
-    EXPECT_EQ(ink(paper, {92, 0, 8, 100}), 0);
-    EXPECT_EQ(ink(paper, {0, 63, 100, 37}), 0);
+    expectText(drawn(wmf.plain()), {40, 40, 50, 20}, 50, {{92, 0, 8, 100}, {0, 63, 100, 37}});
 }
 
 TEST(WmfPicture, LettersAreAsWideAsTheFileSays) {
@@ -396,10 +400,7 @@ TEST(EmfPicture, TextStandsAtItsPlaceInItsColour) {
     EmfBuilder emf;
     emf.record(18, {1}).record(24, {blue});
     emf.font(u"Noto Sans", -30).text(10, 20, u"工程", {30, 30});
-    const QImage paper = drawn(emf.file());
-    EXPECT_GT(ink(paper, {10, 20, 60, 45}), 100);
-    EXPECT_EQ(ink(paper, {0, 0, 100, 18}), 0);
-    EXPECT_EQ(ink(paper, {76, 0, 24, 100}), 0);
+    expectText(drawn(emf.file()), {10, 20, 60, 45}, 100, {{0, 0, 100, 18}, {76, 0, 24, 100}});
 }
 
 TEST(EmfPicture, ABitmapStandsUpright) {
