@@ -46,6 +46,9 @@ public:
     std::optional<std::uint32_t> object(std::uint32_t index) override {
         return there(tables_.objects, index);
     }
+    std::optional<std::uint32_t> bulletPicture(std::uint32_t index) override {
+        return index < tables_.bulletPictures.size() ? std::optional(index) : std::nullopt;
+    }
     std::optional<std::uint16_t> author(std::uint16_t index) override {
         if (index < tables_.authors.size()) {
             return index;
@@ -171,6 +174,9 @@ private:
     }
 
     void openPools() {
+        for (PropertyListId& picture : tables().bulletPictures) {
+            open(picture);
+        }
         for (SideStory& story : tables().sideStories) {
             open(story.text);
         }

@@ -21,6 +21,7 @@ public:
     virtual std::uint16_t list(std::uint16_t ilfo) = 0;
     virtual std::optional<std::uint32_t> blob(std::uint32_t index) = 0;
     virtual std::optional<std::uint32_t> object(std::uint32_t index) = 0;
+    virtual std::optional<std::uint32_t> bulletPicture(std::uint32_t index) = 0;
     virtual std::optional<std::uint16_t> author(std::uint16_t index) = 0;
 };
 

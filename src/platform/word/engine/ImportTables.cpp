@@ -1,5 +1,8 @@
 #include "platform/word/engine/ImportTables.h"
 
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
+
 #include <algorithm>
 
 namespace qvnd::word {
@@ -33,7 +36,7 @@ std::optional<std::uint32_t> shared(std::uint32_t index, const std::vector<Share
 
 ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
     : target_(target), source_(source), fonts_(target.fonts, source.fonts),
-      rewriter_(source.lists, target.lists, *this),
+      rewriter_(source.lists, target.lists, *this), bullets_(target, source, rewriter_),
       lists_(target, source, rewriter_,
              [this](StyleIndex istd) { return styles_.mayComeAlong(istd); }),
       styles_(target, source, rewriter_, *this, translated(source.styles.defaultFonts, fonts_)),
@@ -72,8 +75,24 @@ std::optional<std::uint16_t> ImportTables::author(std::uint16_t index) {
 }
 
 void ImportTables::finish() {
+    bullets_.bringAll();
+    bringListStyles();
     styles_.finish();
     lists_.linkStyles([this](StyleIndex istd) { return styles_.cameAlong(istd); });
+}
+
+// The style of a list comes with its list.
+void ImportTables::bringListStyles() {
+    const auto& styles = source_.styles.styles;
+    for (std::size_t istd = 0; istd < styles.size(); ++istd) {
+        if (!styles[istd] || styles[istd]->kind != StyleKind::list) {
+            continue;
+        }
+        const auto list = findSprm(source_.lists[styles[istd]->paragraph], sprm::PIlfo);
+        if (list && lists_.cameAlong(LittleEndianReader(list->operand, "sprmPIlfo").u16())) {
+            styles_.style(static_cast<StyleIndex>(istd));
+        }
+    }
 }
 
 } // namespace qvnd::word

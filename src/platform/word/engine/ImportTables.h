@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/engine/BulletImport.h"
 #include "platform/word/engine/FontImport.h"
 #include "platform/word/engine/ImportReferences.h"
 #include "platform/word/engine/ListImport.h"
@@ -21,7 +22,8 @@ public:
     StyleImport& styles() { return styles_; }
     const ListImport& lists() const { return lists_; }
 
-    // Sets the references between added styles and lists. Call it after all text is imported.
+    // Brings what no text names, the pictures of bullets and the styles of lists, and sets the
+    // references between added styles and lists. Call it after all text is imported.
     void finish();
 
     std::optional<std::uint16_t> font(std::uint16_t ftc) override { return fonts_.font(ftc); }
@@ -31,14 +33,20 @@ public:
     std::optional<std::uint32_t> object(std::uint32_t index) override;
     // `index` names an existing picture.
     std::uint32_t shapePicture(std::uint32_t index);
+    std::optional<std::uint32_t> bulletPicture(std::uint32_t index) override {
+        return bullets_.picture(index);
+    }
     std::optional<std::uint16_t> author(std::uint16_t index) override;
 
 private:
+    void bringListStyles();
+
     DocumentTables& target_;
     const DocumentTables& source_;
     std::u16string unknownAuthor_ = u"Unknown";
     FontImport fonts_;
     PropertyRewriter rewriter_;
+    BulletImport bullets_;
     ListImport lists_;
     StyleImport styles_;
     std::vector<std::optional<std::uint32_t>> blobs_;   // by index in the source

@@ -77,6 +77,21 @@ std::uint16_t ListImport::list(std::uint16_t ilfo) {
                : *known;
 }
 
+bool ListImport::cameAlong(std::uint16_t ilfo) const {
+    const auto& overrides = source_.listOverrides;
+    const std::uint16_t index = listIndexOf(ilfo);
+    if (index == 0 || index > overrides.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < overrides.size(); ++i) {
+        if (overrides[i].lsid == overrides[index - 1U].lsid &&
+            known_[i].value_or(noList) != noList) {
+            return true;
+        }
+    }
+    return false;
+}
+
 const ListDefinition* ListImport::sourceDefinition(std::int32_t lsid) const {
     const auto found = sourceDefinitions_.find(lsid);
     return found != sourceDefinitions_.end() ? found->second : nullptr;

@@ -26,6 +26,9 @@ public:
     // list.
     std::uint16_t list(std::uint16_t ilfo);
 
+    // Whether a list with the same definition as this one has been asked for and come.
+    bool cameAlong(std::uint16_t ilfo) const;
+
     // Sets the linked styles of the levels. `cameAlong` answers the index in the target of a style
     // that was added, nothing for any other.
     void linkStyles(const std::function<std::optional<StyleIndex>(StyleIndex)>& cameAlong);

@@ -81,6 +81,9 @@ bool translate(Bytes& operand, const SprmFacts& facts, ImportReferences& referen
         return translate32(operand, [&](std::uint32_t index) { return references.blob(index); });
     case SprmTarget::object:
         return translate32(operand, [&](std::uint32_t index) { return references.object(index); });
+    case SprmTarget::bulletPicture:
+        return translate32(operand,
+                           [&](std::uint32_t index) { return references.bulletPicture(index); });
     case SprmTarget::levelFonts:
         return translateLevelFonts(operand, references);
     case SprmTarget::elsewhere:
@@ -99,6 +102,19 @@ bool bringsObject(const ParsedSprms& parsed, ImportReferences& references) {
     });
 }
 
+// What makes a bullet a picture, which means nothing without one.
+bool isOfBulletPicture(SprmOpcode opcode) {
+    return opcode == sprm::CPbiGrf || opcode == sprm::CPbiIBullet;
+}
+
+bool showsBulletPicture(ByteView list, ImportReferences& references) {
+    constexpr unsigned isPicture = 1; // fPicBullet of PbiGrfOperand
+    const auto kind = findSprm(list, sprm::CPbiGrf);
+    const auto picture = findSprm(list, sprm::CPbiIBullet);
+    return kind && picture && (kind->operand[0] & isPicture) != 0 &&
+           references.bulletPicture(LittleEndianReader(picture->operand, "sprmCPbiIBullet").u32());
+}
+
 } // namespace
 
 PropertyListId PropertyRewriter::rewritten(PropertyListId id) {
@@ -113,10 +129,12 @@ PropertyListId PropertyRewriter::rewritten(PropertyListId id) {
 PropertyListId PropertyRewriter::rewrite(ByteView list) {
     const ParsedSprms parsed = parseSprms(list);
     const bool object = bringsObject(parsed, references_);
+    const bool bullet = showsBulletPicture(list, references_);
     Bytes result;
     result.reserve(list.size());
     for (const SprmView& entry : parsed.sprms) {
-        if (!object && marksObject(entry.opcode)) {
+        if ((!object && marksObject(entry.opcode)) ||
+            (!bullet && isOfBulletPicture(entry.opcode))) {
             continue;
         }
         Bytes operand(entry.operand.begin(), entry.operand.end());

@@ -226,6 +226,24 @@ TEST_F(ListRules, PropertiesOfALevelAreChecked) {
     EXPECT_EQ(rules(), Rules{"sprm.font"});
 }
 
+TEST_F(ListRules, PictureOfABulletMustExist) {
+    const Bytes first = withSprm32(withSprm16({}, sprm::CPbiGrf, 1), sprm::CPbiIBullet, 0);
+    document.listDefinitions[0].levels[3].character = document.lists.intern(first);
+    EXPECT_EQ(rules(), Rules{"list.bullet"});
+    const std::vector<Bookmark> pictures{{u"_PictureBullets", 1, 2}};
+    const BookmarkTables tables = encodeBookmarks(pictures, document.file.lengths.text);
+    document.file.parts[FibPair::SttbfBkmk] = tables.names;
+    document.file.parts[FibPair::PlcfBkf] = tables.starts;
+    document.file.parts[FibPair::PlcfBkl] = tables.ends;
+    EXPECT_EQ(rules(), Rules{});
+    document.listDefinitions[0].levels[3].character =
+        document.lists.intern(withSprm32(withSprm16({}, sprm::CPbiGrf, 1), sprm::CPbiIBullet, 1));
+    EXPECT_EQ(rules(), Rules{"list.bullet"});
+    document.listDefinitions[0].levels[3].character =
+        document.lists.intern(withSprm32(withSprm16({}, sprm::CPbiGrf, 2), sprm::CPbiIBullet, 1));
+    EXPECT_EQ(rules(), Rules{}) << "no picture shows";
+}
+
 TEST_F(ListRules, ChangedLevelMustExist) {
     document.listOverrides[0].levels[0].flags = 0x1A; // level 10
     EXPECT_EQ(rules(), Rules{"list.override"});

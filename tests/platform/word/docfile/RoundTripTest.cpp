@@ -22,6 +22,7 @@ DocumentContent copyThroughAFile(const DocumentContent& document) {
     content.tables.blobs = document.tables.blobs;
     content.tables.objects = document.tables.objects;
     content.tables.authors = document.tables.authors;
+    content.tables.bulletPictures = document.tables.bulletPictures;
     content.tables.sideStories = document.tables.sideStories;
     content.tables.drawings = document.tables.drawings;
     content.tables.shapePictures = document.tables.shapePictures;

@@ -49,15 +49,15 @@ const std::map<SprmOpcode, Reference> references{
     {0x4804, {SprmTarget::author, 0}},         {0x4863, {SprmTarget::author, 0}},
     {0xCA57, {SprmTarget::author, 2}},         {0xCA89, {SprmTarget::author, 2}},
     {0xCA62, {SprmTarget::author, 2}},         {0x680E, {SprmTarget::object, 0}},
-    {0x6887, {SprmTarget::elsewhere, 0}},      {0x4888, {SprmTarget::elsewhere, 0}},
-    {0xCA31, {SprmTarget::elsewhere, 0}},      {0x4600, {SprmTarget::paragraphStyle, 0}},
-    {0x563A, {SprmTarget::tableStyle, 0}},     {0x460B, {SprmTarget::list, 0}},
-    {0xC645, {SprmTarget::author, 3}},         {0xC63F, {SprmTarget::author, 2}},
-    {0xC66F, {SprmTarget::author, 2}},         {0xD227, {SprmTarget::author, 2}},
-    {0xD243, {SprmTarget::author, 2}},         {0xD667, {SprmTarget::author, 2}},
-    {0xC63E, {SprmTarget::font, 7}},           {0xD202, {SprmTarget::levelFonts, 0}},
-    {0xC601, {SprmTarget::elsewhere, 0}},      {0x6645, {SprmTarget::dataStream, 0}},
-    {0x6646, {SprmTarget::dataStream, 0}},     {0x646B, {SprmTarget::dataStream, 0}}};
+    {0x6887, {SprmTarget::bulletPicture, 0}},  {0xCA31, {SprmTarget::elsewhere, 0}},
+    {0x4600, {SprmTarget::paragraphStyle, 0}}, {0x563A, {SprmTarget::tableStyle, 0}},
+    {0x460B, {SprmTarget::list, 0}},           {0xC645, {SprmTarget::author, 3}},
+    {0xC63F, {SprmTarget::author, 2}},         {0xC66F, {SprmTarget::author, 2}},
+    {0xD227, {SprmTarget::author, 2}},         {0xD243, {SprmTarget::author, 2}},
+    {0xD667, {SprmTarget::author, 2}},         {0xC63E, {SprmTarget::font, 7}},
+    {0xD202, {SprmTarget::levelFonts, 0}},     {0xC601, {SprmTarget::elsewhere, 0}},
+    {0x6645, {SprmTarget::dataStream, 0}},     {0x6646, {SprmTarget::dataStream, 0}},
+    {0x646B, {SprmTarget::dataStream, 0}}};
 
 // Calls `visit` with every opcode that a file can hold.
 template <class Visit>

@@ -652,6 +652,132 @@ TEST(ImportedLists, AListTooManyIsNamed) {
                 ElementsAre(u"列表 1 个的编号未能带入，一个文档最多 2046 个列表"));
 }
 
+namespace {
+
+// Adds a style of that list, with a name of its own.
+void addListStyle(SourceDocument& source, const std::u16string& name, std::uint16_t list) {
+    StyleDefinition style = styleOf(StyleKind::list, name, StyleDefinition::userDefined);
+    style.paragraph = source.list(sprm16(sprm::PIlfo, list));
+    source.addStyle(style);
+}
+
+std::vector<const StyleDefinition*> listStylesOf(const DocumentTables& tables) {
+    std::vector<const StyleDefinition*> found;
+    for (const auto& style : tables.styles.styles) {
+        if (style && style->kind == StyleKind::list) {
+            found.push_back(&*style);
+        }
+    }
+    return found;
+}
+
+// A document with one list of bullets that shows a picture, and two pictures.
+SourceDocument withPictureBullet(std::uint32_t picture) {
+    SourceDocument source;
+    DocumentTables& tables = source.data.tables;
+    for (const std::uint8_t content : {std::uint8_t{1}, std::uint8_t{2}}) {
+        const auto index = static_cast<std::uint32_t>(tables.blobs.size());
+        tables.blobs.push_back(std::make_shared<Bytes>(Bytes{content}));
+        tables.bulletPictures.push_back(
+            source.list(sprm8(sprm::CFSpec, 1) + sprm32(sprm::CPicLocation, index)));
+    }
+    const std::uint16_t list = source.addList(9, 23);
+    tables.listDefinitions.back().levels.front().character =
+        source.list(sprm32(sprm::CPbiIBullet, picture) + sprm16(sprm::CPbiGrf, 1));
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    return source;
+}
+
+ByteView bulletOf(const ImportTarget& target, std::size_t list = 0) {
+    return target.tables.lists[target.tables.listDefinitions.at(list).levels.front().character];
+}
+
+} // namespace
+
+TEST(ImportedLists, TheStyleOfAListComesWithItsList) {
+    SourceDocument source;
+    source.addList(5, 0);
+    const std::uint16_t list = source.addList(7, 0);
+    addListStyle(source, u"项目列表", list);
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.document());
+    const auto styles = listStylesOf(target.tables);
+    ASSERT_EQ(styles.size(), 1U);
+    EXPECT_EQ(styles[0]->name, u"项目列表");
+    EXPECT_EQ(operand16(target.tables.lists[styles[0]->paragraph], sprm::PIlfo),
+              operand16(target.paragraphList(), sprm::PIlfo));
+}
+
+TEST(ImportedLists, AStyleOfAListComesThoughTheTextNamesTheListByAnOverride) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(7, 0);
+    source.data.tables.listOverrides.push_back({7, 0, 0, {{5, 0x10, std::nullopt}}});
+    addListStyle(source, u"项目列表", list);
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list + 1U));
+    ImportTarget target;
+    target.import(source.document());
+    EXPECT_EQ(listStylesOf(target.tables).size(), 1U);
+    EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
+}
+
+TEST(ImportedLists, AStyleOfAListThatNothingUsesStaysBehind) {
+    SourceDocument source;
+    addListStyle(source, u"项目列表", source.addList(7, 0));
+    addListStyle(source, u"无", 0);
+    source.paragraph(u"x");
+    ImportTarget target;
+    target.import(source.document());
+    EXPECT_TRUE(listStylesOf(target.tables).empty());
+    EXPECT_TRUE(target.tables.listDefinitions.empty());
+}
+
+TEST(ImportedLists, UnderTheNameOfAListStyleTheTargetsStands) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(7, 0);
+    addListStyle(source, u"项目列表", list);
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.document());
+    target.import(source.document());
+    const auto styles = listStylesOf(target.tables);
+    ASSERT_EQ(styles.size(), 1U);
+    EXPECT_EQ(operand16(target.tables.lists[styles[0]->paragraph], sprm::PIlfo), 1);
+    EXPECT_EQ(operand16(target.paragraphList(), sprm::PIlfo), 2);
+}
+
+TEST(ImportedBullets, APictureComesWithItsListInTermsOfTheTarget) {
+    ImportTarget target;
+    target.import(withPictureBullet(1).document());
+    ASSERT_EQ(target.tables.bulletPictures.size(), 2U) << "that no list shows too";
+    const ByteView bullet = bulletOf(target);
+    EXPECT_EQ(operand16(bullet, sprm::CPbiGrf), 1);
+    const auto place = operand16(bullet, sprm::CPbiIBullet);
+    ASSERT_LT(place, 2);
+    const auto blob =
+        operand16(target.tables.lists[target.tables.bulletPictures[place]], sprm::CPicLocation);
+    EXPECT_EQ(*target.tables.blobs.at(blob), Bytes{2});
+}
+
+TEST(ImportedBullets, EqualPicturesAreKeptOnceAndTheirListsShared) {
+    ImportTarget target;
+    target.import(withPictureBullet(1).document());
+    target.import(withPictureBullet(1).document());
+    EXPECT_EQ(target.tables.bulletPictures.size(), 2U);
+    EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
+    target.import(withPictureBullet(0).document());
+    EXPECT_EQ(target.tables.bulletPictures.size(), 2U);
+    EXPECT_EQ(target.tables.listDefinitions.size(), 2U) << "another picture, another list";
+}
+
+TEST(ImportedBullets, OneThatNamesNoPictureShowsItsOwnCharacter) {
+    ImportTarget target;
+    target.import(withPictureBullet(2).document());
+    EXPECT_FALSE(findSprm(bulletOf(target), sprm::CPbiGrf));
+    EXPECT_FALSE(findSprm(bulletOf(target), sprm::CPbiIBullet));
+    EXPECT_EQ(target.tables.listDefinitions.at(0).levels.front().text, u"\u2022");
+}
+
 // --- pictures and authors -------------------------------------------------------------------
 
 TEST(ImportedPictures, APictureIsSharedWithItsSource) {

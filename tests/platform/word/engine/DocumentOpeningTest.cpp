@@ -41,6 +41,26 @@ TEST(DocumentOpening, NamesOfWhatTheDocumentDoesNotHaveGo) {
     EXPECT_EQ(bytesOf(runList(content)), sprm8(sprm::CFBold, 1));
 }
 
+TEST(DocumentOpening, PicturesOfBulletsStayAndNamesOfNoneGo) {
+    SourceDocument source;
+    const Bytes shown = sprm16(sprm::CPbiGrf, 1) + sprm32(sprm::CPbiIBullet, 0);
+    for (const Bytes& bullet : {shown, sprm16(sprm::CPbiGrf, 1) + sprm32(sprm::CPbiIBullet, 1)}) {
+        source.addList(static_cast<std::int32_t>(source.data.tables.listDefinitions.size() + 7),
+                       23);
+        source.data.tables.listDefinitions.back().levels.front().character = source.list(bullet);
+    }
+    const Bytes picture = sprm8(sprm::CFSpec, 1) + sprm32(sprm::CPicLocation, 0);
+    source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1}));
+    source.data.tables.bulletPictures.push_back(source.list(picture));
+    source.paragraph(u"text");
+    const DocumentContent content = openedDocument(source.take());
+    const auto listOf = [&](PropertyListId id) { return bytesOf(content.tables.lists[id]); };
+    ASSERT_EQ(content.tables.bulletPictures.size(), 1U);
+    EXPECT_EQ(listOf(content.tables.bulletPictures[0]), picture);
+    EXPECT_EQ(listOf(content.tables.listDefinitions.at(0).levels.front().character), shown);
+    EXPECT_EQ(listOf(content.tables.listDefinitions.at(1).levels.front().character), Bytes());
+}
+
 TEST(DocumentOpening, AListWhoseDefinitionIsMissingIsNone) {
     SourceDocument source;
     const std::uint16_t list = source.addList(7, 0);

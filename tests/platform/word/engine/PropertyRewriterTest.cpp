@@ -27,6 +27,9 @@ public:
     std::optional<std::uint32_t> object(std::uint32_t index) override {
         return index == 99 ? std::nullopt : std::optional(index + 0x20000);
     }
+    std::optional<std::uint32_t> bulletPicture(std::uint32_t index) override {
+        return index == 99 ? std::nullopt : std::optional(index + 0x30000);
+    }
     std::optional<std::uint16_t> author(std::uint16_t index) override { return away(index, 500); }
 
 private:
@@ -81,6 +84,16 @@ TEST(PropertyRewriter, FontsOfTheNineLevelsOfSectionNumberingAreTranslated) {
         expected[7 + 16 * level] = static_cast<std::uint8_t>(100 + level);
     }
     EXPECT_EQ(rewritten(variable(sprm::SOlstAnm80, operand)), variable(sprm::SOlstAnm80, expected));
+}
+
+TEST(PropertyRewriter, APictureOfABulletIsTranslatedWhereOneShows) {
+    const Bytes shown = sprm16(sprm::CPbiGrf, 1) + sprm32(sprm::CPbiIBullet, 2);
+    EXPECT_EQ(rewritten(shown), sprm16(sprm::CPbiGrf, 1) + sprm32(sprm::CPbiIBullet, 0x30002));
+    const Bytes hidden = sprm16(sprm::CPbiGrf, 2) + sprm32(sprm::CPbiIBullet, 2);
+    EXPECT_EQ(rewritten(hidden + sprm8(sprm::CFBold, 1)), sprm8(sprm::CFBold, 1));
+    const Bytes lost = sprm16(sprm::CPbiGrf, 1) + sprm32(sprm::CPbiIBullet, 99);
+    EXPECT_EQ(rewritten(lost + sprm8(sprm::CFBold, 1)), sprm8(sprm::CFBold, 1));
+    EXPECT_EQ(rewritten(sprm32(sprm::CPbiIBullet, 2)), Bytes());
 }
 
 TEST(PropertyRewriter, StylesAreAskedForByTheirKind) {

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sttb.h"
 
+#include <algorithm>
 #include <set>
 
 namespace qvnd::word {
@@ -44,6 +45,26 @@ void checkPlaces(const Sttb& names, const Plc& starts, const Plc& ends, Findings
     }
 }
 
+// How many characters the pictures of bullets have ([MS-DOC] 2.6.1 sprmCPbiIBullet).
+std::size_t bulletPictures(const Sttb& names, const Plc& starts, const Plc& ends) {
+    for (std::size_t i = 0; i < starts.count() && i < names.entries.size(); ++i) {
+        const std::size_t end = LittleEndianReader(starts.element(i), "FBKF").u16();
+        if (names.entries[i].text == u"_PictureBullets" && end < ends.count()) {
+            return ends.positions[end] - std::min(starts.positions[i], ends.positions[end]);
+        }
+    }
+    return 0;
+}
+
+void checkBullets(std::size_t pictures, const Evidence& evidence, Findings& findings) {
+    for (const PictureBullet& bullet : evidence.pictureBullets) {
+        if (bullet.picture >= pictures) {
+            findings.add("list.bullet",
+                         bullet.where + u"：项目符号的图片 " + digits(bullet.picture) + u" 不存在");
+        }
+    }
+}
+
 } // namespace
 
 void checkBookmarks(const Evidence& evidence, Findings& findings) {
@@ -59,6 +80,7 @@ void checkBookmarks(const Evidence& evidence, Findings& findings) {
     }
     checkNames(names.table, findings);
     checkPlaces(names.table, starts, ends, findings);
+    checkBullets(bulletPictures(names.table, starts, ends), evidence, findings);
 }
 
 } // namespace qvnd::word

@@ -16,7 +16,7 @@ void checkPositions(const Evidence& evidence, Findings& findings);
 // Fills in styles, styleProperties, fonts, authors. Rules "style.*", "font.*", "author.*".
 void checkStyles(Evidence& evidence, Findings& findings);
 void checkFonts(Evidence& evidence, Findings& findings);
-// Fills in listOverrides. Rules "list.*".
+// Fills in listOverrides and pictureBullets. Rules "list.*".
 void checkLists(Evidence& evidence, Findings& findings);
 // What the styles set. Rules "sprm.*".
 void checkStyleProperties(const Evidence& evidence, Findings& findings);

@@ -51,6 +51,12 @@ struct StyleProperties {
     ByteView sprms;
 };
 
+// A bullet that a picture shows, counted from the start of their bookmark.
+struct PictureBullet {
+    std::u16string where;
+    std::uint32_t picture = 0;
+};
+
 // What the checks look at, filled in step by step: each check may rely on those before it.
 struct Evidence {
     Bytes word; // the streams
@@ -63,6 +69,7 @@ struct Evidence {
     std::size_t fonts = 0;
     std::size_t authors = 0;
     std::size_t listOverrides = 0;
+    std::vector<PictureBullet> pictureBullets;
 
     std::vector<TextPiece> pieces; // ascending, without gaps; empty when the text is unusable
     std::vector<Bytes> pieceLists; // property lists that pieces name (Prc)

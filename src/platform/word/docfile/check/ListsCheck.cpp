@@ -1,6 +1,8 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
 #include <set>
@@ -29,15 +31,26 @@ void checkNumberText(ByteView head, const std::u16string& text, const std::u16st
     }
 }
 
-void checkLevel(LittleEndianReader& reader, const std::u16string& where, const Evidence& evidence,
+void noteBullet(ByteView characters, const std::u16string& where, Evidence& evidence) {
+    constexpr unsigned isPicture = 1; // fPicBullet
+    const auto kind = findSprm(characters, sprm::CPbiGrf);
+    const auto picture = findSprm(characters, sprm::CPbiIBullet);
+    if (kind && picture && (kind->operand[0] & isPicture) != 0) {
+        evidence.pictureBullets.push_back(
+            {where, LittleEndianReader(picture->operand, "sprmCPbiIBullet").u32()});
+    }
+}
+
+void checkLevel(LittleEndianReader& reader, const std::u16string& where, Evidence& evidence,
                 Findings& findings) {
     constexpr std::size_t characterSizeAt = 24;
     constexpr std::size_t paragraphSizeAt = 25;
     const ByteView head = reader.view(lvlfSize);
     checkPropertyList(reader.view(head[paragraphSizeAt]), ListPlace::paragraph, where, evidence,
                       findings);
-    checkPropertyList(reader.view(head[characterSizeAt]), ListPlace::characters, where, evidence,
-                      findings);
+    const ByteView characters = reader.view(head[characterSizeAt]);
+    checkPropertyList(characters, ListPlace::characters, where, evidence, findings);
+    noteBullet(characters, where, evidence);
     const std::size_t length = reader.u16();
     checkNumberText(head, reader.text(length), where, findings);
 }
@@ -66,7 +79,7 @@ CheckedList readList(LittleEndianReader& reader, std::size_t index, const Eviden
     return list;
 }
 
-std::vector<CheckedList> checkDefinitions(const Evidence& evidence, Findings& findings) {
+std::vector<CheckedList> checkDefinitions(Evidence& evidence, Findings& findings) {
     std::vector<CheckedList> lists;
     const FcLcb place = evidence.fib.at(FibPair::PlfLst);
     if (place.lcb == 0 || evidence.at(FibPair::PlfLst).empty()) {
@@ -102,8 +115,7 @@ struct CheckedOverride {
 };
 
 void checkOverrideLevels(LittleEndianReader& reader, const CheckedOverride& entry,
-                         const std::u16string& where, const Evidence& evidence,
-                         Findings& findings) {
+                         const std::u16string& where, Evidence& evidence, Findings& findings) {
     constexpr std::uint32_t dataHead = 0xFFFFFFFF;
     constexpr std::uint32_t levelMask = 0xF;
     constexpr std::uint32_t formatted = 0x20;

@@ -116,9 +116,12 @@ struct DocumentTables {
     std::vector<DataBlob> blobs;            // operand of sprmCPicLocation
     std::vector<EmbeddedObjectRef> objects; // operand of sprmCObjLocation, for sprmCPicLocation
     std::vector<std::u16string> authors;    // of revisions; operand of sprmCIbstRMark and its kin
-    std::vector<SideStory> sideStories;     // named by anchors
-    std::vector<Drawing> drawings;          // named by anchors
-    std::vector<DataBlob> shapePictures;    // entries of a store, the picture within: encodeBlip()
+    // The properties of the characters that show the pictures of bullets; operand of
+    // sprmCPbiIBullet.
+    std::vector<PropertyListId> bulletPictures;
+    std::vector<SideStory> sideStories;  // named by anchors
+    std::vector<Drawing> drawings;       // named by anchors
+    std::vector<DataBlob> shapePictures; // entries of a store, the picture within: encodeBlip()
     std::vector<ShapeText> shapeTexts;
     std::uint32_t shapes = 0; // in all drawings
 };

@@ -13,7 +13,7 @@ using Kind = SprmKind;
 using Target = SprmTarget;
 
 // Ascending by opcode.
-constexpr std::array<SprmFacts, 120> rows{{
+constexpr std::array<SprmFacts, 119> rows{{
     {.opcode = sprm::CFRMarkDel, .kind = Kind::revision},
     {.opcode = sprm::CFRMarkIns, .kind = Kind::revision},
     {.opcode = sprm::CFFldVanish, .kind = Kind::substance},
@@ -71,7 +71,6 @@ constexpr std::array<SprmFacts, 120> rows{{
     {.opcode = sprm::CRgLid1, .plain = 0x0400},
     {.opcode = sprm::CRgLid0New, .property = sprm::CRgLid0, .plain = 0x0400},
     {.opcode = sprm::CRgLid1New, .property = sprm::CRgLid1, .plain = 0x0400},
-    {.opcode = sprm::CPbiGrf, .target = Target::elsewhere},
     {.opcode = sprm::CIstd, .kind = Kind::style, .target = Target::characterStyle},
     {.opcode = sprm::CFtc, .property = sprm::CRgFtc0, .target = Target::font},
     {.opcode = sprm::CHps, .plain = 20},
@@ -97,7 +96,7 @@ constexpr std::array<SprmFacts, 120> rows{{
     {.opcode = sprm::CDttmRMarkDel, .kind = Kind::revision},
     {.opcode = sprm::CCv, .property = sprm::CIco, .plain = 0xFF000000},
     {.opcode = sprm::CCvUl, .plain = 0xFF000000},
-    {.opcode = sprm::CPbiIBullet, .target = Target::elsewhere},
+    {.opcode = sprm::CPbiIBullet, .target = Target::bulletPicture},
     {.opcode = sprm::CPicLocation, .kind = Kind::substance, .target = Target::blob},
     {.opcode = sprm::CSymbol, .kind = Kind::substance, .target = Target::font},
     {.opcode = sprm::PDxaRight80, .indent = true},

@@ -28,12 +28,13 @@ enum class SprmTarget : std::uint8_t {
     characterStyle,
     paragraphStyle,
     tableStyle,
-    list,       // sprmPIlfo
-    blob,       // a picture or data of a field
-    object,     // an embedded object
-    author,     // of revisions
-    dataStream, // a list of properties in the Data stream
-    elsewhere,  // something that does not travel: the entry means nothing in another document
+    list,          // sprmPIlfo
+    blob,          // a picture or data of a field
+    object,        // an embedded object
+    bulletPicture, // the picture of a list's bullet
+    author,        // of revisions
+    dataStream,    // a list of properties in the Data stream
+    elsewhere,     // something that does not travel: the entry means nothing in another document
 };
 
 struct SprmFacts {

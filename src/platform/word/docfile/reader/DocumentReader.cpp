@@ -14,6 +14,7 @@
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/text/BulletPictures.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
 #include "platform/word/docfile/text/RowRepair.h"
@@ -64,6 +65,7 @@ public:
                  u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
         countUnread();
+        data_.tables.bulletPictures = takeBulletPictures(main_, data_, lists());
         data_.main = slicesOf(std::move(main_));
         return std::move(data_);
     }

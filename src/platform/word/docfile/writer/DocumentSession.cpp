@@ -27,11 +27,13 @@ constexpr std::size_t associatedTexts = 18;
 // Further saves are not counted.
 constexpr int mostCountedSaves = 15;
 
-std::set<Cp> endsOf(const std::vector<SectionRun>& sections) {
+// The last section holds `added` characters more.
+std::set<Cp> endsOf(const std::vector<SectionRun>& sections, Cp added) {
     std::set<Cp> ends;
     Cp end = 0;
     for (const SectionRun& section : sections) {
-        ends.insert(ends.end(), end += section.length);
+        end += section.length + (&section == &sections.back() ? added : 0);
+        ends.insert(ends.end(), end);
     }
     return ends;
 }
@@ -58,6 +60,10 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
     const DocumentTables& tables = content.tables;
     const std::vector<Anchor> anchors = anchorsOf(content.main);
     Parts parts;
+    if (!tables.bulletPictures.empty()) {
+        parts.bullets = static_cast<Cp>(tables.bulletPictures.size());
+        parts.withBullets = bullets_.within(content.main, tables.bulletPictures);
+    }
     const auto textOf = [&](TextPart part) -> SlicedText& {
         return parts.texts[static_cast<std::size_t>(part)];
     };
@@ -77,7 +83,7 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
         parts.lengths.*facts.length = lengthOf(textOf(facts.part));
         append(parts.side, textOf(facts.part));
     }
-    parts.lengths.text = lengthOf(content.main);
+    parts.lengths.text = lengthOf(parts.main(content));
     if (!parts.side.empty()) {
         append(parts.side, slicesOf(mark_));
     }
@@ -90,7 +96,7 @@ void DocumentSession::write(const DocumentContent& content) {
     const Parts parts = partsOf(content);
     writeText(content, parts, properties);
     writeDrawings(content, parts);
-    writeSections(content, properties);
+    writeSections(content, parts, properties);
     data_.flush();
     writeTables(content);
     writePositions(content, parts);
@@ -106,7 +112,7 @@ void DocumentSession::write(const DocumentContent& content) {
 
 void DocumentSession::writeText(const DocumentContent& content, const Parts& parts,
                                 FileProperties& properties) {
-    std::vector<TextRange> ranges = main_.missing(content.main);
+    std::vector<TextRange> ranges = main_.missing(parts.main(content));
     const std::size_t ofMain = ranges.size();
     for (TextRange& range : side_.missing(parts.side)) {
         range.position += parts.lengths.text;
@@ -116,7 +122,7 @@ void DocumentSession::writeText(const DocumentContent& content, const Parts& par
         return;
     }
     const std::vector<std::uint32_t> places =
-        word_.append(ranges, endsOf(content.sections), properties, data_);
+        word_.append(ranges, endsOf(content.sections, parts.bullets), properties, data_);
     for (std::size_t i = 0; i < ranges.size(); ++i) {
         (i < ofMain ? main_ : side_).add(ranges[i], places[i]);
     }
@@ -140,12 +146,14 @@ void DocumentSession::writeDrawings(const DocumentContent& content, const Parts&
     put(TextPart::headerTextBoxes, FibPair::PlcfTxbxHdrBkd, drawings.headers);
 }
 
-void DocumentSession::writeSections(const DocumentContent& content, FileProperties& properties) {
+void DocumentSession::writeSections(const DocumentContent& content, const Parts& parts,
+                                    FileProperties& properties) {
     std::vector<SectionPlace> sections;
     for (const SectionRun& section : content.sections) {
         sections.push_back(
             {section.length, word_.placeOfSection(properties.of(section.properties))});
     }
+    sections.back().length += parts.bullets;
     word_.finish();
     table_.put(FibPair::PlcfSed, encodeSections(sections));
 }
@@ -164,7 +172,7 @@ void DocumentSession::writeTables(const DocumentContent& content) {
 }
 
 std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const Parts& parts) {
-    std::vector<Piece> result = main_.pieces(content.main);
+    std::vector<Piece> result = main_.pieces(parts.main(content));
     for (const Piece& piece : side_.pieces(parts.side)) {
         append(result, piece);
     }
@@ -175,10 +183,10 @@ void DocumentSession::writePositions(const DocumentContent& content, const Parts
     for (const TextPartFacts& facts : textParts) {
         const bool isMain = facts.part == TextPart::main;
         const SlicedText& text =
-            isMain ? content.main : parts.texts[static_cast<std::size_t>(facts.part)];
+            isMain ? parts.main(content) : parts.texts[static_cast<std::size_t>(facts.part)];
         table_.put(facts.fields, encodeFields(fieldsOf(text), parts.lengths.*facts.length));
     }
-    writeBookmarks(content, parts.length());
+    writeBookmarks(content, parts);
     writeSideStories(content, parts);
     table_.put(FibPair::PlcfHdd, parts.plcfHdd);
     table_.put(FibPair::PlcfBteChpx, word_.characterPages().parts());
@@ -188,13 +196,19 @@ void DocumentSession::writePositions(const DocumentContent& content, const Parts
                encodeClx({overlong.modified(pieces(content, parts)), overlong.modifiers()}));
 }
 
-void DocumentSession::writeBookmarks(const DocumentContent& content, Cp limit) {
+void DocumentSession::writeBookmarks(const DocumentContent& content, const Parts& parts) {
     std::vector<Bookmark> all;
     std::copy_if(content.bookmarks.begin(), content.bookmarks.end(), std::back_inserter(all),
                  [](const Bookmark& bookmark) { return !bookmark.comment; });
     all.insert(all.end(), marks_.begin(), marks_.end());
-    for (const Bookmark& bookmark : all) {
+    Cp limit = parts.length();
+    for (Bookmark& bookmark : all) {
+        bookmark.start = parts.placed(bookmark.start);
+        bookmark.end = parts.placed(bookmark.end);
         limit = std::max(limit, bookmark.end);
+    }
+    if (parts.bullets != 0) {
+        all.push_back(bulletPicturesMark(parts.lengths.text, parts.bullets));
     }
     const BookmarkTables bookmarks = encodeBookmarks(all, limit);
     table_.put(FibPair::SttbfBkmk, bookmarks.names);
@@ -206,7 +220,8 @@ void DocumentSession::writeSideStories(const DocumentContent& content, const Par
     std::unordered_map<std::uint32_t, CommentRange> ranges;
     for (const Bookmark& range : content.bookmarks) {
         if (range.comment && range.start < range.end) {
-            ranges.emplace(*range.comment, CommentRange{range.start, range.end});
+            ranges.emplace(*range.comment,
+                           CommentRange{parts.placed(range.start), parts.placed(range.end)});
         }
     }
     for (std::size_t i = 0; i < sideParts.size(); ++i) {

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/objects/ObjectPool.h"
 #include "platform/word/docfile/styles/ListDefinitionEncoder.h"
+#include "platform/word/docfile/text/BulletPictures.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/SideStories.h"
 #include "platform/word/docfile/writer/DrawingEncoder.h"
@@ -32,8 +33,11 @@ public:
     CompoundStore& store() { return store_; }
 
 private:
-    // The parts of the text behind the main story, each in slices.
+    // The parts of the text, each in slices.
     struct Parts {
+        // The main story with the pictures of bullets; empty where there are none.
+        SlicedText withBullets;
+        Cp bullets = 0;
         std::array<SlicedText, textParts.size()> texts; // by TextPart, but that of the main story
         PartLengths lengths;
         std::array<std::vector<SideReference>, sideParts.size()> references;
@@ -43,6 +47,11 @@ private:
         // All of them, one behind the other; a document with any ends in one more mark.
         SlicedText side;
 
+        const SlicedText& main(const DocumentContent& content) const {
+            return bullets == 0 ? content.main : withBullets;
+        }
+        // Where a position of the main story lies in that of the file.
+        Cp placed(Cp at) const { return at < lengths.text - bullets ? at : at + bullets; }
         // Without the mark that ends all text.
         Cp length() const { return lengths.text + static_cast<Cp>(lengths.sideTotal()); }
     };
@@ -51,10 +60,11 @@ private:
     void writeText(const DocumentContent& content, const Parts& parts, FileProperties& properties);
     void writeTables(const DocumentContent& content);
     void writePositions(const DocumentContent& content, const Parts& parts);
-    void writeBookmarks(const DocumentContent& content, Cp limit);
+    void writeBookmarks(const DocumentContent& content, const Parts& parts);
     void writeSideStories(const DocumentContent& content, const Parts& parts);
     void writeDrawings(const DocumentContent& content, const Parts& parts);
-    void writeSections(const DocumentContent& content, FileProperties& properties);
+    void writeSections(const DocumentContent& content, const Parts& parts,
+                       FileProperties& properties);
     void writeFib(const Parts& parts);
     std::vector<Piece> pieces(const DocumentContent& content, const Parts& parts);
 
@@ -66,6 +76,7 @@ private:
     FragmentPlaces main_;
     FragmentPlaces side_; // what lies behind the main story
     FragmentCopies copies_;
+    BulletPictureText bullets_;
     std::shared_ptr<const Story> mark_ = lonelyMark(); // closes parts and headers
     ListDefinitionEncoder listDefinitions_;
     DrawingEncoder drawings_;
