@@ -9,6 +9,7 @@
 #include "platform/word/engine/DocumentSource.h"
 #include "startup/WordBoxes.h"
 #include "tools/Arguments.h"
+#include "tools/PageCommands.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
 
@@ -103,8 +104,9 @@ ExitStatus info(Session& session, const QStringList& words) {
     arguments.expectPositions(1, 1);
     return refusing(session, [&] {
         office::SuiteDocumentConverter documents;
-        const auto document = word::readDocumentFile(pathOf(arguments.position(0)), &documents);
-        const QJsonObject facts = asJson(word::summarize(document));
+        auto document = word::readDocumentFile(pathOf(arguments.position(0)), &documents);
+        QJsonObject facts = asJson(word::summarize(document));
+        facts[u"pages"] = pagesOf(std::move(document));
         session.output().result(facts, asText(facts));
     });
 }

@@ -46,7 +46,9 @@ word::DocumentContent readDocument(const QString& path) {
 class LaidOut {
 public:
     LaidOut(const QString& path, drawing::FontChoice choice)
-        : document_(readDocument(path)), source_(layout::sourceOf(document_)), fonts_(choice) {
+        : LaidOut(readDocument(path), choice) {}
+    LaidOut(word::DocumentContent document, drawing::FontChoice choice)
+        : document_(std::move(document)), source_(layout::sourceOf(document_)), fonts_(choice) {
         if (choice == drawing::FontChoice::here) {
             options_ = layout::officeOptions();
         }
@@ -59,11 +61,7 @@ public:
     void forEachPage(const std::function<void(const layout::Page&)>& take) {
         const std::optional<layout::Page> first = layout_->nextPage();
         if (first && layout_->showsPageCount()) {
-            int pages = 1;
-            while (layout_->nextPage()) {
-                ++pages;
-            }
-            options_.totalPages = pages;
+            options_.totalPages = 1 + pages();
             begin();
             while (const auto page = layout_->nextPage()) {
                 take(*page);
@@ -73,6 +71,15 @@ public:
         for (auto page = first; page; page = layout_->nextPage()) {
             take(*page);
         }
+    }
+
+    // Lays all of it out; how many pages it has.
+    int pages() {
+        int count = 0;
+        while (layout_->nextPage()) {
+            ++count;
+        }
+        return count;
     }
 
     const word::DocumentContent& document() const { return document_; }
@@ -220,8 +227,7 @@ ExitStatus pages(Session& session, const QStringList& words) {
     const drawing::FontChoice fonts = fontsOf(arguments);
     return refusing(session, [&] {
         LaidOut document(arguments.position(0), fonts);
-        int count = 0;
-        document.forEachPage([&](const layout::Page&) { ++count; });
+        const int count = document.pages();
         QJsonArray json;
         QStringList lines{u"共 %1 页"_s.arg(count)};
         for (const Heading& heading : headingsOf(document.document())) {
@@ -239,6 +245,10 @@ ExitStatus pages(Session& session, const QStringList& words) {
 }
 
 } // namespace
+
+int pagesOf(word::DocumentContent document) {
+    return LaidOut(std::move(document), drawing::FontChoice::named).pages();
+}
 
 std::vector<Command> pageCommands() {
     return {{u"doc pdf"_s, u"[--office] [--fonts here] 文件 输出"_s,

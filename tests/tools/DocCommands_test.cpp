@@ -136,6 +136,7 @@ TEST_F(DocCommands, InfoCountsAsOneJsonValue) {
     EXPECT_EQ(qvndctl({"--json", "doc", "info", file}), ExitStatus::done);
     EXPECT_TRUE(out.contains("\"paragraphs\":2")) << out.toStdString();
     EXPECT_TRUE(out.contains("\"sections\":1")) << out.toStdString();
+    EXPECT_TRUE(out.contains("\"pages\":1")) << out.toStdString();
 }
 
 TEST_F(DocCommands, CheckNamesEachFindingAndRefuses) {

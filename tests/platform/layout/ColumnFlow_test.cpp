@@ -179,6 +179,23 @@ TEST_F(Columns, HeadingRowsStandAgainAboveTheRowsOfAFurtherPage) {
     EXPECT_DOUBLE_EQ(flow.strips()[1].y, 100);
 }
 
+TEST_F(Columns, HeadingRowsThatFillThePageDoNotStandAgain) {
+    Strip heading = row({10});
+    heading.isHeading = true;
+    Strip further = row({2});
+    further.headings = std::make_shared<const Strips>(Strips{heading});
+    flow.begin(1000, true, 0);
+    EXPECT_EQ(fill({further}), 1U);
+}
+
+TEST_F(Columns, AHeadingRowThatHasNoRoomBelowOthersBeginsTheNextPage) {
+    Strip heading = row({4});
+    heading.isHeading = true;
+    heading.keepsLines = true;
+    EXPECT_EQ(fill({heading, heading, heading}), 2U);
+    EXPECT_EQ(overflow.size(), 1U);
+}
+
 TEST_F(Columns, OfALongNoteAPartStandsOnThePageOfItsReference) {
     Strips strips = paragraph(0, 12);
     strips[6].notes = {longNote};

@@ -204,6 +204,22 @@ TEST_F(Pages, ATableStandsCellBesideCell) {
     EXPECT_DOUBLE_EQ(found[0].layer.texts[0].baseline, found[0].layer.texts[1].baseline);
 }
 
+TEST_F(Pages, ATableOfNothingButHeadingRowsFillsItsPagesAsAnyOther) {
+    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+    const Bytes mark = withSprm8(withSprm8(inTable, sprm::PFTtp, 1), sprm::TTableHeader, 1);
+    for (int i = 0; i < 15; ++i) {
+        main.text += u"甲\a\a";
+        main.paragraphs.push_back({2, 0, intern(inTable)});
+        main.paragraphs.push_back({1, 0, intern(mark)});
+    }
+    main.characters = {{45, {}}};
+    type(u"末\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[0]), std::u16string(10, u'甲'));
+    EXPECT_EQ(textOf(found[1]), std::u16string(5, u'甲') + u"末");
+}
+
 TEST_F(Pages, APictureHigherThanThePageStandsOnOneOfItsOwn) {
     paragraphs(1);
     type(u"二\r", withSprm32({}, sprm::PDyaLine, static_cast<std::uint16_t>(-9000)));
@@ -324,6 +340,21 @@ TEST_F(Pages, DeletedTextIsNotSeenButTheOfficeSuiteStrikesItOut) {
     options = officeOptions();
     EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
     EXPECT_TRUE(textAt(pages().at(0), u'甲').struckOut);
+}
+
+TEST_F(Pages, AParagraphWhoseMarkIsHiddenTooTakesNoLine) {
+    for (const Bytes& unseen :
+         {withSprm8({}, sprm::CFVanish, 1), withSprm8({}, sprm::CFRMarkDel, 0x81)}) {
+        main = {};
+        type(u"甲\r");
+        type(u"乙\r");
+        main.characters.back().properties = intern(unseen);
+        type(u"丙\r");
+        EXPECT_EQ(textOf(pages().at(0)), u"甲丙");
+        EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'丙').baseline, 1000 + 200 + 160);
+        main.characters = {{3, {}}, {1, intern(unseen)}, {2, {}}}; // the mark alone
+        EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'丙').baseline, 1000 + 400 + 160);
+    }
 }
 
 TEST_F(Pages, TextStandsOnBothSidesOfAFrame) {

@@ -258,6 +258,27 @@ TEST_F(LineComposer, ARightTabAtTheMarginGoesToTheNextLineWithWhatHasNoRoom) {
     EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"................1234"}));
 }
 
+TEST_F(LineComposer, TextAtAStopBeyondTheRightIndentStandsThere) {
+    type(U"一\t1234");
+    format.right.twips = 800;
+    format.tabStops = {{2000, TabStop::Kind::right, u'.'}};
+    EXPECT_EQ(lines(), (Lines{u"一..............1234"}));
+    EXPECT_DOUBLE_EQ(rightOf(0), 2000);
+    format.tabStops = {{1600, TabStop::Kind::centre, 0}};
+    EXPECT_EQ(compose().size(), 1U);
+    EXPECT_DOUBLE_EQ(rightOf(0), 1800);
+    format.tabStops = {{2100, TabStop::Kind::right, 0}}; // beyond the margin too
+    EXPECT_EQ(compose().size(), 1U);
+    EXPECT_DOUBLE_EQ(rightOf(0), 2100);
+}
+
+TEST_F(LineComposer, TextInFrontOfAStopBeyondTheRightIndentEndsAtTheIndent) {
+    type(U"一二三四五六七八九\t1234");
+    format.right.twips = 800;
+    format.tabStops = {{2000, TabStop::Kind::right, u'.'}};
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六", u"七八九..........1234"}));
+}
+
 TEST_F(LineComposer, SmallCapitalsTakeTheRoomOfTheirFont) {
     type(U"A");
     look.smallCapitals = true;

@@ -12,6 +12,23 @@ namespace {
 constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
 
+// Heading rows count from the table's first row on, and only above other rows: a table of nothing
+// but headings is an ordinary one.
+void markHeadings(Strips& rows) {
+    auto behind =
+        std::find_if(rows.begin(), rows.end(), [](const Strip& row) { return !row.isHeading; });
+    const auto headings = std::make_shared<const Strips>(rows.begin(), behind);
+    if (behind == rows.end()) {
+        behind = rows.begin();
+    }
+    for (auto row = behind; row != rows.end(); ++row) {
+        row->isHeading = false;
+        if (behind != rows.begin()) {
+            row->headings = headings;
+        }
+    }
+}
+
 } // namespace
 
 BlockComposer::BlockComposer(StoryReader::Shared& shared, const word::Story& story,
@@ -170,19 +187,11 @@ Strips BlockComposer::composeTable(const Table& table, const LineSetting& settin
     --depth_;
     settleHeights(rows);
     Strips strips = stripsOf(rows);
-    // Heading rows count only from the table's first row on.
-    auto headings = std::make_shared<Strips>();
     for (std::size_t i = 0; i < strips.size(); ++i) {
         strips[i].paragraph = table.rows[i].mark;
         strips[i].style = static_cast<word::StyleIndex>(word::StyleDefinition::none);
-        const bool leads = strips[i].isHeading && headings->size() == i;
-        strips[i].isHeading = leads;
-        if (leads) {
-            headings->push_back(strips[i]);
-        } else if (!headings->empty()) {
-            strips[i].headings = headings;
-        }
     }
+    markHeadings(strips);
     return strips;
 }
 

@@ -133,15 +133,20 @@ void ColumnFlow::put(Strip strip) {
 
 bool ColumnFlow::add(Strip strip, Strips& overflow) {
     overflow.clear();
-    if (strips_.empty() && goesOn_ && strip.headings) {
+    // Headings that leave no room for a row below them are not repeated.
+    if (strips_.empty() && goesOn_ && strip.headings &&
+        heightOf(*strip.headings, addsSpaces_) < height_) {
         for (const Strip& heading : *strip.headings) {
             put(heading);
         }
     }
     const NoteRoom notes = roomOfNotes(strip);
     const double free = height_ - notesHeight_ - used_ - spaceAbove(strip);
-    const bool onlyHeadings = std::all_of(strips_.begin(), strips_.end(),
-                                          [](const FlowedStrip& s) { return s.strip.isHeading; });
+    // Headings stand with the first row that follows them, but not with each other at any price.
+    const bool onlyHeadings =
+        strips_.empty() ||
+        (!strip.isHeading && std::all_of(strips_.begin(), strips_.end(),
+                                         [](const FlowedStrip& s) { return s.strip.isHeading; }));
     if (strip.height - strip.spare <= free - notes.least + rounding) {
         put(std::move(strip));
         return true;

@@ -41,6 +41,7 @@ struct Line {
     std::size_t end = 0;
     double left = 0;    // where its first item stands
     double room = 0;    // from there to its right end
+    double reach = 0;   // how far its text may stand: to its right end, or to a stop beyond it
     double length = 0;  // of its items without blanks at the end
     double dropped = 0; // below the line before, where something stands in the way
     bool isLast = false;
@@ -168,7 +169,7 @@ private:
             line.length += widthOf(i);
         }
         line.length -= seen > line.begin ? gaps_[seen - 1] : 0;
-        line.length -= squeeze(line.begin, seen, line.length - line.room);
+        line.length -= squeeze(line.begin, seen, line.length - line.reach);
     }
 
     // What a punctuation mark can give up of its width so that more fits on its line, as the
@@ -199,6 +200,7 @@ private:
     // its first item has none.
     bool fill(Line& line) {
         double x = 0;
+        line.reach = line.room;
         bool isTooLong = false;           // the first item
         double spare = 0;                 // of the marks so far
         std::size_t breakAt = line.begin; // the best place so far; none while it is the begin
@@ -216,7 +218,7 @@ private:
             }
             spare += spareOf(items_[i]);
             const bool fits =
-                isBlankItem(items_[i]) || x + items_[i].width <= line.room + spare + rounding;
+                isBlankItem(items_[i]) || x + items_[i].width <= line.reach + spare + rounding;
             if (!fits && i > line.begin) {
                 return endBefore(i, breakAt, line) && !isTooLong;
             }
@@ -277,25 +279,36 @@ private:
         return width;
     }
 
+    // Of what follows the tab `i`, the width that stands in front of its stop.
+    double beforeStop(TabStop::Kind kind, std::size_t i) const {
+        switch (kind) {
+        case TabStop::Kind::right:
+            return behindTab(i, false);
+        case TabStop::Kind::centre:
+            return behindTab(i, false) / 2;
+        case TabStop::Kind::decimal:
+            return behindTab(i, true);
+        default:
+            return 0;
+        }
+    }
+
     // False where what is to stand in front of the stop has no room on the line: the tab goes to
-    // the next line with it.
-    bool placeTab(const Line& line, std::size_t i, double x) {
+    // the next line with it. Text that is aligned at a stop beyond the right indent stands there.
+    bool placeTab(Line& line, std::size_t i, double x) {
         const double at = line.left + x;
         const TabStop stop = stopBehind(at, format_, left_, firstLine_, setting_.defaultTab);
+        const double reach = std::max(line.room, stop.at - line.left);
         const bool atRightEnd =
             stop.kind == TabStop::Kind::right && stop.at >= line.left + line.room - rounding;
-        if (atRightEnd && x + behindTab(i, false) > line.room + rounding) {
+        if (atRightEnd && x + behindTab(i, false) > reach + rounding) {
             return false;
         }
-        double width = stop.at - at;
-        if (stop.kind == TabStop::Kind::right) {
-            width -= behindTab(i, false);
-        } else if (stop.kind == TabStop::Kind::centre) {
-            width -= behindTab(i, false) / 2;
-        } else if (stop.kind == TabStop::Kind::decimal) {
-            width -= behindTab(i, true);
+        const double width = std::max(stop.at - at - beforeStop(stop.kind, i), 0.0);
+        if (stop.kind != TabStop::Kind::left && reach > line.room) {
+            line.reach = std::max(line.reach, x + width + behindTab(i, false));
         }
-        items_[i].width = std::max(width, 0.0);
+        items_[i].width = width;
         items_[i].character = stop.leader;
         return true;
     }
@@ -358,7 +371,7 @@ private:
     }
 
     double shift(const Line& line) const {
-        const double rest = line.room - line.length;
+        const double rest = line.reach > line.room ? 0 : line.room - line.length;
         switch (format_.alignment) {
         case LineAlignment::centre:
             return rest / 2;

@@ -176,12 +176,33 @@ FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
     return known->second;
 }
 
+bool StoryReader::isUnseen(const word::ResolvedText& format) const {
+    return format.hidden || (format.deleted && !shared_.showsDeleted);
+}
+
+// Whether nothing of a paragraph is seen, its mark at `end` included. The mark of a cell always is.
+bool StoryReader::isUnseen(word::Cp start, word::Cp end, word::StyleIndex style) {
+    if (end >= story_.size() || story_.text[end] != u'\r' || !isUnseen(formatAt(end, style))) {
+        return false;
+    }
+    for (word::Cp at = start; at < end; ++at) {
+        if (!isUnseen(formatAt(at, style))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const PageFields& fields) {
     ParagraphItems result;
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     word::Cp end = start + run.length;
     if (end > start && isMark(story_.text[end - 1])) {
         --end;
+    }
+    if (isUnseen(start, end, run.style)) {
+        result.isLeftOut = true;
+        return result;
     }
     // In the office suite a break right behind a paragraph's end is none of its own.
     bool isBehindEnd = shared_.officeText && start > 0 && endsParagraph(start - 1);
@@ -209,7 +230,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             continue;
         }
         const auto& format = formatAt(at, run.style);
-        if (!format.hidden && (!format.deleted || shared_.showsDeleted)) {
+        if (!isUnseen(format)) {
             readCharacter(story_.text[at], at, format, result);
         }
     }

@@ -106,6 +106,8 @@ private:
     const word::CharacterRun& runAt(word::Cp at);
     const word::ResolvedText& formatAt(word::Cp at, word::StyleIndex style);
     const word::ResolvedText& formatOfMark(std::size_t paragraph, word::Cp start, word::Cp at);
+    bool isUnseen(const word::ResolvedText& format) const;
+    bool isUnseen(word::Cp start, word::Cp end, word::StyleIndex style);
     void readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result);
     void readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
                        ParagraphItems& result);
