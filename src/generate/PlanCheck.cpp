@@ -2,8 +2,9 @@
 
 #include "generate/ForeignTexts.h"
 #include "outline/OutlinePaths.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/UnexpectedErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
@@ -12,6 +13,7 @@
 #include "platform/word/engine/NormalTemplate.h"
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
 #include <optional>
 
@@ -160,8 +162,8 @@ private:
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
             readForeign(node, path, isLocked ? Kind::encrypted : Kind::unreadable);
-        } catch (const RunTimeError& refusal) {
-            add(Kind::unreadable, node, QString::fromStdU16String(refusal.description()));
+        } catch (const std::exception& refusal) {
+            add(Kind::unreadable, node, desktop::descriptionOf(runTimeErrorOf(refusal)));
         }
     }
 
@@ -174,8 +176,8 @@ private:
             add(Kind::converted, node, QString::fromStdU16String(remarks.front()));
             remarks.erase(remarks.begin());
             bringIn(node, document);
-        } catch (const RunTimeError& refusal) {
-            add(refused, node, QString::fromStdU16String(refusal.description()));
+        } catch (const std::exception& refusal) {
+            add(refused, node, desktop::descriptionOf(runTimeErrorOf(refusal)));
         }
     }
 

@@ -3,6 +3,9 @@
 #include "outline/RecordedCommand.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
+#include "platform/error/UnexpectedErrors.h"
+
+#include <exception>
 
 namespace qvnd::outline {
 
@@ -29,8 +32,8 @@ bool CommandsInTurn::runAlone(const Event& event) {
     return state_.gDbUser && state_.Command.run([&] {
         try {
             event();
-        } catch (const RunTimeError& failure) {
-            tell(failure);
+        } catch (const std::exception& failure) {
+            tell(runTimeErrorOf(failure));
         }
     });
 }
@@ -67,8 +70,8 @@ void CommandsInTurn::record(const Event& event, const QString& caption) {
     RecordedCommand recorded(state_, *tree_, caption, messages_);
     try {
         event();
-    } catch (const RunTimeError& failure) {
-        tell(failure);
+    } catch (const std::exception& failure) {
+        tell(runTimeErrorOf(failure));
     }
     if (const auto step = recorded.finish()) {
         told_(*step);

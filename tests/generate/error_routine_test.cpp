@@ -1,5 +1,8 @@
 #include "generate/GenerationWorld.h"
 
+#include <new>
+#include <stdexcept>
+
 using namespace Qt::StringLiterals;
 using namespace qvnd;
 using namespace qvnd::test;
@@ -70,6 +73,20 @@ TEST_F(ErrorsInTheCommand, AnyOtherErrorShowsItsOwnDescriptionWithoutAnIcon) {
     EXPECT_EQ(failingWith(4198), BuildOutcome::finished);
     EXPECT_EQ(behindTheFailure(), "dlgTB.hide\nmessage [none] 应用程序的说明\ndlgTB.show\n"
                                   "Application.Activate\nSelection.Font.Size = 26\n");
+}
+
+TEST_F(ErrorsInTheCommand, WhatIsNoRunTimeErrorIsToldAndTheRunGoesOn) {
+    log.at("Selection.Font.Name = 黑体", [] { throw std::invalid_argument("two of one name"); });
+    EXPECT_EQ(build(), BuildOutcome::finished);
+    EXPECT_EQ(behindTheFailure(),
+              "dlgTB.hide\nmessage [none] 程序内部出错，这一步没有完成。（two of one name）\n"
+              "dlgTB.show\nApplication.Activate\nSelection.Font.Size = 26\n");
+}
+
+TEST_F(ErrorsInTheCommand, AMachineWithoutMemoryIsToldSo) {
+    log.at("Selection.Font.Name = 黑体", [] { throw std::bad_alloc(); });
+    EXPECT_EQ(build(), BuildOutcome::finished);
+    EXPECT_TRUE(logged("message [none] 内存不足，这一步没有完成。请关闭其他程序后再试。"));
 }
 
 TEST_F(ErrorsInTheCommand, BringingWordForwardIgnoresItsErrors) {

@@ -1,9 +1,13 @@
 #include "gui/support/DesktopWorld.h"
 #include "gui/support/Renaming.h"
+#include "startup/windows/ProgramApplication.h"
 
 #include <gtest/gtest.h>
 
+#include <QEvent>
 #include <QLineEdit>
+
+#include <stdexcept>
 
 namespace qvnd::test {
 namespace {
@@ -56,6 +60,31 @@ TEST_F(ProgramEnd, WhatAWindowTellsBehindTheEndIsLeftAlone) {
     emit model->textEdited("太晚");
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(nameAfterNextStart(), "质量保证");
+}
+
+// Fails at every event of one kind.
+class FailingObject : public QObject {
+public:
+    bool event(QEvent* event) override {
+        if (event->type() == QEvent::User) {
+            throw std::logic_error("odd");
+        }
+        return QObject::event(event);
+    }
+};
+
+TEST(LastNet, AnEventThatFailsUnexpectedlyIsToldOnceAndTheProgramGoesOn) {
+    auto& application = *dynamic_cast<startup::ProgramApplication*>(qApp);
+    FakeMessageBoxes messages;
+    FailingObject object;
+    application.tellFailures(&messages);
+    for (int i = 0; i < 3; ++i) {
+        QCoreApplication::postEvent(&object, new QEvent(QEvent::User));
+        QCoreApplication::processEvents();
+    }
+    application.tellFailures(nullptr);
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].text, "程序内部出错，这一步没有完成。（odd）");
 }
 
 } // namespace

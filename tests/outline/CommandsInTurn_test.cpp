@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <utility>
 
 using namespace qvnd;
@@ -71,6 +72,16 @@ TEST_F(CommandsInTurn, ThatChangeSomethingWaitAndThenRun) {
     EXPECT_TRUE(wait.told[0].endsWith("使用。")) << wait.told[0].toStdString();
     EXPECT_EQ(wait.told[1], "end");
     EXPECT_FALSE(world.state.Turn->isTaken());
+}
+
+TEST_F(CommandsInTurn, ThatFailUnexpectedlyAreToldAndTheNextOneRuns) {
+    const std::function<void()> fail = [] { throw std::logic_error("odd"); };
+    EXPECT_TRUE(events.run(fail));
+    EXPECT_EQ(told(), "程序内部出错，这一步没有完成。（odd）");
+    EXPECT_TRUE(events.read(fail));
+    EXPECT_EQ(world.messages.shown.size(), 2U);
+    EXPECT_TRUE(events.run(act));
+    EXPECT_EQ(done, 1);
 }
 
 TEST_F(CommandsInTurn, WhoseWaitTheUserCancelsAreNotRunAndRaiseNoBox) {

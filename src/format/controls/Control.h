@@ -1,11 +1,12 @@
 #pragma once
 
 #include "platform/desktop/MessageBoxes.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/UnexpectedErrors.h"
 
 #include <QString>
 #include <QStringView>
 
+#include <exception>
 #include <functional>
 #include <vector>
 
@@ -34,8 +35,8 @@ public:
     void userDid(Event event) {
         try {
             event();
-        } catch (const RunTimeError& failure) {
-            messages_.tell(QString::fromStdU16String(failure.description()));
+        } catch (const std::exception& failure) {
+            messages_.tell(QString::fromStdU16String(runTimeErrorOf(failure).description()));
         }
     }
 

@@ -3,7 +3,9 @@
 #include "generate/driver/WordSession.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/ProgressDialog.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/UnexpectedErrors.h"
+
+#include <exception>
 
 namespace qvnd::generate {
 
@@ -14,7 +16,8 @@ struct LeaveForStopPath {};
 //   0, 462              leave for the stop path
 //   91, 3078, 3265      nothing
 //   5941, 0x800706BE    a box that asks to leave Word alone
-//   any other           a box with the error's description
+//   any other           a box with the error's description; what is no run-time error is one that
+//                       runTimeErrorOf() words
 // A box takes the progress dialog off the screen and brings Word forward afterwards. Whatever
 // does not leave goes on with the next statement.
 class ErrorRoutine {
@@ -28,8 +31,8 @@ public:
         try {
             statement();
             return true;
-        } catch (const RunTimeError& error) {
-            reactTo(error);
+        } catch (const std::exception& failure) {
+            reactTo(runTimeErrorOf(failure));
             return false;
         }
     }

@@ -4,9 +4,11 @@
 #include "generate/numbering/NumberText.h"
 #include "generate/settings/SettingsRow.h"
 #include "generate/walk/InsertNodeDocument.h"
+#include "platform/error/UnexpectedErrors.h"
 #include "store/FontSizeToPoints.h"
 
 #include <algorithm>
+#include <exception>
 
 using namespace Qt::StringLiterals;
 
@@ -85,7 +87,8 @@ void InsertOutlineNode(GenerationRun& run, const outline::OutlineNode& node, int
     try {
         level = std::min(level, ChapterGrid::lastRow);
         insert(run, {node, level}, numberText, entry);
-    } catch (const RunTimeError& error) {
+    } catch (const std::exception& failure) {
+        const RunTimeError error = runTimeErrorOf(failure);
         entry.Failure = QString::fromStdU16String(error.description());
         showError(run, error);
     }

@@ -1,6 +1,7 @@
 #include "platform/desktop/windows/WidgetMessageBoxes.h"
 #include "startup/windows/DesktopRun.h"
 #include "startup/windows/Pictures.h"
+#include "startup/windows/ProgramApplication.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -28,8 +29,9 @@ void nameTheProgram(QApplication& application) {
 } // namespace
 
 int main(int argc, char* argv[]) {
-    QApplication application(argc, argv);
+    startup::ProgramApplication application(argc, argv);
     nameTheProgram(application);
     desktop::WidgetMessageBoxes messages;
+    application.tellFailures(&messages);
     return startup::runOnDesktop(QCoreApplication::applicationDirPath(), messages);
 }
