@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/CompoundChecks.h"
 #include "platform/word/docfile/container/CompoundFile.h"
+#include "platform/word/docfile/container/CompoundStore.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
@@ -110,6 +111,108 @@ TEST_F(EmbeddedObjectsInFiles, AnObjectThatDoesNotExistIsNotNamed) {
     writer.saveAs(path, builder.content);
     EXPECT_EQ(storages(), 0U);
     EXPECT_FALSE(objectOf(read(), 0));
+}
+
+// The entry of the directory with that name; its bytes can be changed to what no writer makes.
+std::size_t entryAt(const Bytes& file, std::u16string_view name) {
+    LittleEndianWriter written;
+    written.text(name);
+    written.u16(0);
+    const auto found =
+        std::search(file.begin(), file.end(), written.data().begin(), written.data().end());
+    EXPECT_NE(found, file.end());
+    return static_cast<std::size_t>(found - file.begin());
+}
+
+void rename(Bytes& file, std::u16string_view from, std::u16string_view to) {
+    const std::size_t at = entryAt(file, from);
+    for (std::size_t i = 0; i < to.size(); ++i) {
+        file[at + 2 * i] = static_cast<std::uint8_t>(to[i]);
+        file[at + 2 * i + 1] = static_cast<std::uint8_t>(to[i] >> 8);
+    }
+}
+
+// A compound file with two objects whose directory a test changes.
+class ObjectsWithOddNames : public testing::Test {
+protected:
+    ObjectsWithOddNames() {
+        CompoundStore store(folder_.createBeside("/x", &path_), {});
+        const auto pool = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
+        const auto first = store.addStorage(pool, u"_1", {});
+        store.append(store.addStream(first, u"ab"), Bytes(10, 1));
+        store.append(store.addStream(first, u"cd"), Bytes(10, 2));
+        const auto inner = store.addStorage(first, u"ef", {});
+        store.append(store.addStream(inner, u"gh"), Bytes(10, 3));
+        store.addStorage(pool, u"_22", {});
+        store.commit(CompoundStore::Durability::killedProcess);
+        file = folder_.bytes(path_);
+    }
+    // The numbers of the objects that are read.
+    std::vector<std::uint32_t> numbers() {
+        std::vector<std::uint32_t> result;
+        for (const auto& [number, object] :
+             readEmbeddedObjects(CompoundFile::over(file), damaged)) {
+            result.push_back(number);
+        }
+        return result;
+    }
+
+    using Numbers = std::vector<std::uint32_t>;
+    Bytes file;
+    int damaged = 0;
+
+private:
+    test::MemoryFolder folder_;
+    std::filesystem::path path_;
+};
+
+TEST_F(ObjectsWithOddNames, BothAreReadAsLongAsTheirNamesAreSound) {
+    EXPECT_EQ(numbers(), (Numbers{1, 22}));
+    EXPECT_EQ(damaged, 0);
+}
+
+TEST_F(ObjectsWithOddNames, ANameWithACharacterThatNoNameHasLeavesItsObjectOut) {
+    const Bytes sound = file;
+    for (const char16_t* name : {u"a/", u"a\\", u"a:", u"a!"}) {
+        for (const char16_t* place : {u"ab", u"ef", u"gh"}) {
+            file = sound;
+            rename(file, place, name);
+            EXPECT_EQ(numbers(), Numbers{22});
+            EXPECT_EQ(damaged, 1);
+        }
+    }
+}
+
+TEST_F(ObjectsWithOddNames, AnEmptyNameLeavesItsObjectOut) {
+    constexpr std::size_t nameSizeAt = 64;
+    file[entryAt(file, u"gh") + nameSizeAt] = 2;
+    EXPECT_EQ(numbers(), Numbers{22});
+    EXPECT_EQ(damaged, 1);
+}
+
+TEST_F(ObjectsWithOddNames, TwoStreamsOfOneNameWhateverItsCaseLeaveTheirObjectOut) {
+    rename(file, u"cd", u"AB");
+    EXPECT_EQ(numbers(), Numbers{22});
+    EXPECT_EQ(damaged, 1);
+}
+
+TEST_F(ObjectsWithOddNames, TwoStoragesOfOneNumberAreBothLeftOut) {
+    rename(file, u"_22", u"_01");
+    EXPECT_EQ(numbers(), Numbers{});
+    EXPECT_EQ(damaged, 1);
+}
+
+TEST_F(EmbeddedObjectsInFiles, ADocumentWithAnObjectOfAnImpossibleNameIsToldSoAndSavedWithoutIt) {
+    builder.content.tables.objects = {someObject(7)};
+    addField(0);
+    writer.saveAs(path, builder.content);
+    Bytes file = folder->bytes(path);
+    rename(file, u"Contents", u"Cont!nts");
+    const DocumentContent document = readDocument(file);
+    ASSERT_EQ(document.unread.remarks.size(), 1U);
+    EXPECT_EQ(document.unread.remarks[0], u"有 1 个嵌入对象已损坏，未能读出。");
+    writer.saveAs(path, document);
+    EXPECT_EQ(storages(), 0U);
 }
 
 } // namespace

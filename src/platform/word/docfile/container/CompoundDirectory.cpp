@@ -2,7 +2,6 @@
 
 #include "platform/word/docfile/container/CompoundFormat.h"
 
-#include <algorithm>
 #include <bit>
 #include <stdexcept>
 #include <utility>
@@ -11,16 +10,8 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr std::size_t longestName = 31;
 constexpr std::size_t nameField = 64;
 constexpr std::size_t entriesInSector = 4;
-
-void requireName(std::u16string_view name) {
-    const bool fits = !name.empty() && name.size() <= longestName;
-    if (!fits || name.find_first_of(u"/\\:!") != std::u16string_view::npos) {
-        throw std::invalid_argument("no name for an entry of a compound file");
-    }
-}
 
 void writeUnused(LittleEndianWriter& out) {
     out.zeros(68);
@@ -43,17 +34,17 @@ CompoundDirectory::CompoundDirectory(const ClassId& rootClass) {
 }
 
 CompoundDirectory::Number CompoundDirectory::add(Number storage, Entry entry) {
-    requireName(entry.name);
-    for (const Number sibling : entries_.at(storage).children) {
-        if (compareEntryNames(entries_[sibling].name, entry.name) == 0) {
-            throw std::invalid_argument("two entries of one name in a storage");
-        }
+    if (!isEntryName(entry.name)) {
+        throw std::invalid_argument("no name for an entry of a compound file");
     }
-    entry.left = entry.right = entry.child = cfb::noEntry;
     const auto number = static_cast<Number>(entries_.size());
+    Entry& above = entries_.at(storage);
+    if (!above.children.emplace(entry.name, number).second) {
+        throw std::invalid_argument("two entries of one name in a storage");
+    }
+    above.hasGrown = true;
+    entry.left = entry.right = entry.child = cfb::noEntry;
     entries_.push_back(std::move(entry));
-    entries_[storage].children.push_back(number);
-    plantTree(entries_[storage]);
     return number;
 }
 
@@ -80,10 +71,10 @@ void CompoundDirectory::place(Number stream, std::uint32_t firstSector, std::uin
 }
 
 void CompoundDirectory::plantTree(Entry& storage) {
-    std::vector<Number> sorted = storage.children;
-    std::sort(sorted.begin(), sorted.end(), [&](Number a, Number b) {
-        return compareEntryNames(entries_[a].name, entries_[b].name) < 0;
-    });
+    std::vector<Number> sorted;
+    for (const auto& [name, number] : storage.children) {
+        sorted.push_back(number);
+    }
     // Halving fills every level but the last; the nodes of a last level with gaps are red, all
     // others black, so every way down meets the same number of black ones.
     const auto levels = static_cast<std::size_t>(std::bit_width(sorted.size()));
@@ -92,6 +83,7 @@ void CompoundDirectory::plantTree(Entry& storage) {
     for (const Number number : sorted) {
         entries_[number].red = entries_[number].red && gaps;
     }
+    storage.hasGrown = false;
 }
 
 // `depth` counts down to 1, the last level.
@@ -108,7 +100,12 @@ std::uint32_t CompoundDirectory::plant(const std::vector<Number>& sorted, std::s
     return sorted[middle];
 }
 
-Bytes CompoundDirectory::encode() const {
+Bytes CompoundDirectory::encode() {
+    for (Entry& entry : entries_) {
+        if (entry.hasGrown) {
+            plantTree(entry);
+        }
+    }
     LittleEndianWriter out;
     for (const Entry& entry : entries_) {
         const std::size_t start = out.position();

@@ -4,6 +4,7 @@
 #include "platform/word/docfile/container/CompoundFile.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +20,8 @@ public:
 
     explicit CompoundDirectory(const ClassId& rootClass);
 
-    // Names have 1 to 31 UTF-16 code units, none of them one of "/\:!", and are unique within
-    // their storage without regard to case; anything else is a std::invalid_argument.
+    // Names are isEntryName() and unique within their storage without regard to case; anything else
+    // is a std::invalid_argument.
     Number addStorage(Number storage, std::u16string_view name, const ClassId& classId);
     Number addStream(Number storage, std::u16string_view name);
 
@@ -28,7 +29,7 @@ public:
     void place(Number stream, std::uint32_t firstSector, std::uint32_t size);
 
     // All entries in sectors of 512 bytes, each storage with a balanced red-black tree.
-    Bytes encode() const;
+    Bytes encode();
 
 private:
     struct Entry {
@@ -37,7 +38,8 @@ private:
         ClassId classId{};
         std::uint32_t firstSector = 0;
         std::uint32_t size = 0;
-        std::vector<Number> children;
+        std::map<std::u16string, Number, EntryNameOrder> children;
+        bool hasGrown = false; // since its tree was planted
         std::uint32_t left = 0;
         std::uint32_t right = 0;
         std::uint32_t child = 0;

@@ -104,4 +104,15 @@ private:
 // by their upper-case code units.
 int compareEntryNames(std::u16string_view left, std::u16string_view right);
 
+// The same order for containers. Paths of one storage to another keep equal names together.
+struct EntryNameOrder {
+    using is_transparent = void;
+    bool operator()(std::u16string_view left, std::u16string_view right) const {
+        return compareEntryNames(left, right) < 0;
+    }
+};
+
+// Whether an entry may bear the name: 1 to 31 UTF-16 code units, none of them one of "/\:!".
+bool isEntryName(std::u16string_view name);
+
 } // namespace qvnd::word

@@ -200,6 +200,7 @@ void CompoundStore::updateImage(Image& image, Bytes bytes) {
 void CompoundStore::releaseMini(StreamState& stream) {
     for (const std::uint32_t sector : stream.miniSectors) {
         miniFat_[sector] = cfb::freeSector;
+        firstFreeMini_ = std::min<std::size_t>(firstFreeMini_, sector);
     }
     stream.miniSectors.clear();
 }
@@ -208,7 +209,7 @@ void CompoundStore::releaseMini(StreamState& stream) {
 void CompoundStore::placeInMiniStream(StreamState& stream) {
     releaseMini(stream);
     stream.changed = false;
-    std::size_t place = 0;
+    std::size_t& place = firstFreeMini_;
     for (std::size_t at = 0; at < stream.content.size(); at += miniSectorSize) {
         while (place < miniFat_.size() && miniFat_[place] != cfb::freeSector) {
             ++place;
@@ -226,7 +227,26 @@ void CompoundStore::placeInMiniStream(StreamState& stream) {
         const std::size_t count = std::min(miniSectorSize, stream.content.size() - at);
         std::copy_n(stream.content.begin() + static_cast<long>(at), count,
                     miniStream_.begin() + static_cast<long>(sector * miniSectorSize));
+        changedOfMiniStream_.insert(sector * miniSectorSize / sectorSize);
     }
+}
+
+void CompoundStore::updateMiniStream() {
+    Chain& chain = miniStreamChain_;
+    const std::size_t known = chain.sectors.size();
+    const auto from = [&](std::size_t sector) {
+        return ByteView(miniStream_).subspan(std::min(sector * sectorSize, miniStream_.size()));
+    };
+    for (const std::size_t sector : changedOfMiniStream_) {
+        if (sector < known) {
+            const ByteView rest = from(sector);
+            overwriteSectors(chain, sector, rest.first(std::min(rest.size(), sectorSize)));
+        }
+    }
+    changedOfMiniStream_.clear();
+    Bytes added(from(known).begin(), from(known).end());
+    added.resize(roundedUp(added.size(), sectorSize));
+    appendToChain(chain, added);
 }
 
 void CompoundStore::updateDirectory() {
@@ -237,7 +257,7 @@ void CompoundStore::updateDirectory() {
         const auto& sectors = stream.small ? stream.miniSectors : stream.sectors;
         directory_.place(number, sectors.empty() ? cfb::endOfChain : sectors.front(), stream.size);
     }
-    updateImage(miniStreamImage_, miniStream_);
+    updateMiniStream();
     LittleEndianWriter miniFat;
     for (const std::uint32_t next : miniFat_) {
         miniFat.u32(next);
@@ -246,7 +266,7 @@ void CompoundStore::updateDirectory() {
         miniFat.u32(cfb::freeSector);
     }
     updateImage(miniFatImage_, miniFat.take());
-    const auto& mini = miniStreamImage_.chain.sectors;
+    const auto& mini = miniStreamChain_.sectors;
     directory_.place(CompoundDirectory::root, mini.empty() ? cfb::endOfChain : mini.front(),
                      static_cast<std::uint32_t>(miniStream_.size()));
     updateImage(directoryImage_, directory_.encode());

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <memory>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -77,6 +78,8 @@ private:
     void updateImage(Image& image, Bytes bytes);
     void placeInMiniStream(StreamState& stream);
     void releaseMini(StreamState& stream);
+    // Writes what has changed of the mini stream.
+    void updateMiniStream();
     void updateDirectory();
     void writeTable(std::vector<SectorWrite> writes);
     Bytes header() const;
@@ -88,10 +91,12 @@ private:
     CompoundDirectory directory_;
     std::map<Stream, StreamState> streams_; // without storages
     Image directoryImage_;
-    Image miniStreamImage_;
     Image miniFatImage_;
+    Chain miniStreamChain_;
     Bytes miniStream_;
+    std::set<std::size_t> changedOfMiniStream_; // its sectors since the last commit
     std::vector<std::uint32_t> miniFat_;
+    std::size_t firstFreeMini_ = 0; // no sector before it is free
 };
 
 } // namespace qvnd::word

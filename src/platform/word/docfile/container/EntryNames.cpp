@@ -33,4 +33,10 @@ int compareEntryNames(std::u16string_view left, std::u16string_view right) {
     return 0;
 }
 
+bool isEntryName(std::u16string_view name) {
+    constexpr std::size_t longest = 31;
+    return !name.empty() && name.size() <= longest &&
+           name.find_first_of(u"/\\:!") == std::u16string_view::npos;
+}
+
 } // namespace qvnd::word

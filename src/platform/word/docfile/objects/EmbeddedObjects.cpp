@@ -48,10 +48,30 @@ std::optional<Place> placeOf(std::u16string_view path) {
     return number ? std::optional(Place{*number, within}) : std::nullopt;
 }
 
+// Whether a storage can hold the entries: each has a name that may stand in a file, in a storage
+// that comes before it, and no two of a storage have the same.
+bool isSound(const EmbeddedObject& object) {
+    std::set<std::u16string_view, EntryNameOrder> met;
+    std::set<std::u16string_view> storages{{}};
+    return std::all_of(
+        object.entries.begin(), object.entries.end(), [&](const EmbeddedObject::Entry& entry) {
+            const std::u16string_view path = entry.path;
+            const std::size_t slash = path.rfind(u'/');
+            const bool isInside = slash != std::u16string_view::npos;
+            const std::u16string_view name = isInside ? path.substr(slash + 1) : path;
+            const std::u16string_view above = isInside ? path.substr(0, slash) : u"";
+            if (entry.storage) {
+                storages.insert(path);
+            }
+            return isEntryName(name) && storages.contains(above) && met.insert(path).second;
+        });
+}
+
 } // namespace
 
 EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
     std::map<std::uint32_t, std::shared_ptr<EmbeddedObject>> objects;
+    std::set<std::uint32_t> begun;
     std::set<std::uint32_t> broken;
     CopyBudget budget(file.size());
     for (const CompoundFile::Entry& entry : file.entries()) {
@@ -64,6 +84,9 @@ EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
             object = std::make_shared<EmbeddedObject>();
         }
         if (place->path.empty()) {
+            if (!entry.storage || !begun.insert(place->object).second) {
+                broken.insert(place->object);
+            }
             object->classId = entry.classId;
             continue;
         }
@@ -78,6 +101,11 @@ EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged) {
                 {std::u16string(place->path), entry.storage, entry.classId, std::move(content)});
         } catch (const FormatError&) {
             broken.insert(place->object);
+        }
+    }
+    for (const auto& [number, object] : objects) {
+        if (!begun.contains(number) || !isSound(*object)) {
+            broken.insert(number);
         }
     }
     damaged = static_cast<int>(broken.size());

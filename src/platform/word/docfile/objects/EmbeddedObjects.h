@@ -29,7 +29,8 @@ using EmbeddedObjectRef = std::shared_ptr<const EmbeddedObject>;
 using EmbeddedObjects = std::map<std::uint32_t, EmbeddedObjectRef>;
 
 class CompoundFile;
-// The objects of a document. One with a damaged stream is left out and counted in `damaged`.
+// The objects of a document. Left out and counted in `damaged`: one with a damaged stream, one with
+// names that a compound file cannot hold ([MS-CFB] 2.6.1) or holds twice, two under one number.
 EmbeddedObjects readEmbeddedObjects(const CompoundFile& file, int& damaged);
 
 } // namespace qvnd::word
