@@ -95,10 +95,13 @@ Story TextImport::importedText(const Story& story) {
 ParagraphRun TextImport::imported(const ParagraphRun& paragraph) {
     StyleImport& styles = tables_.styles();
     const StyleIndex style = effectiveStyle(paragraph.style);
-    const PropertyListId direct =
-        withTableStyle(paragraph.properties, tables_.rewriter().rewritten(paragraph.properties));
+    const auto [direct, isNew] = directs_.try_emplace(paragraph.properties, PropertyListId::empty);
+    if (isNew) {
+        direct->second = withTableStyle(paragraph.properties,
+                                        tables_.rewriter().rewritten(paragraph.properties));
+    }
     return {paragraph.length, styles.paragraphStyle(style),
-            fitted(styles.paragraph(style, direct))};
+            fitted(styles.paragraph(style, direct->second))};
 }
 
 PropertyListId TextImport::importedRun(StyleIndex paragraphStyle, PropertyListId list) {
@@ -116,7 +119,7 @@ PropertyListId TextImport::fitted(PropertyListId list) {
     const auto [known, isNew] = fitted_.try_emplace(list, list);
     if (isNew) {
         ++longFormats_;
-        known->second = target_.lists.intern(cutToPrcData(whole).list);
+        known->second = target_.lists.intern(cutSprms(whole, longestPrcData).list);
     }
     return known->second;
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 namespace qvnd::word {
@@ -46,7 +47,8 @@ private:
     DocumentTables& target_;
     const DocumentTables& source_;
     std::vector<std::optional<RunFacts>> facts_;
-    std::map<PropertyListId, PropertyListId> fitted_; // of lists that are too long
+    std::unordered_map<PropertyListId, PropertyListId> directs_; // of paragraphs, by source list
+    std::map<PropertyListId, PropertyListId> fitted_;            // of lists that are too long
     int longFormats_ = 0;
 };
 

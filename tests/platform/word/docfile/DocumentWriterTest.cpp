@@ -107,6 +107,28 @@ TEST_F(DocumentWriterTest, ASaveAppendsAndChangesNoTextThatIsThere) {
     EXPECT_TRUE(fib().fComplex);
 }
 
+TEST_F(DocumentWriterTest, ALongListOfManyParagraphsIsInTheFileOnceHoweverOftenItIsSaved) {
+    Bytes list;
+    for (unsigned i = 0; i < 200; ++i) {
+        const Bytes entry = withSprm16({}, sprm::PDxaLeft, i);
+        list.insert(list.end(), entry.begin(), entry.end());
+    }
+    builder.add({plain(u"one\r")}, 0, list);
+    builder.add({plain(u"two\r")}, 0, list);
+    saveAs();
+    const Bytes once = stream(u"Data");
+    EXPECT_EQ(once.size(), 2 + list.size());
+    builder.add({plain(u"three\r")}, 0, list);
+    save();
+    EXPECT_EQ(stream(u"Data"), once);
+    const DocumentContent document = read();
+    for (std::size_t i = 0; i < 3; ++i) {
+        const ByteView there =
+            document.tables.lists[joined(document.main)->paragraphs.at(i).properties];
+        EXPECT_EQ(Bytes(there.begin(), there.end()), list);
+    }
+}
+
 TEST_F(DocumentWriterTest, EverySaveOfManyIsReadBack) {
     saveAs();
     for (int i = 0; i < 40; ++i) {

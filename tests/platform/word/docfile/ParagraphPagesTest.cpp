@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace qvnd::word {
 namespace {
 
@@ -113,6 +115,21 @@ TEST(ParagraphPages, AListThatNoPageHoldsGoesToTheDataStream) {
     EXPECT_EQ(offset, 3U);
     const ByteView stored = decodePrcData(data.data, offset);
     EXPECT_EQ(Bytes(stored.begin(), stored.end()), list);
+}
+
+TEST(ParagraphPages, ParagraphsThatShareALongListNameOneRecord) {
+    const Bytes list = longList(200);
+    const Bytes other = longList(201);
+    Store data;
+    const std::vector<FormattedParagraph> runs{{4, 7, list}, {1, 1, other}, {2, 7, list}};
+    const auto pages = encodeParagraphPages(runs, 512, data.store);
+    EXPECT_EQ(data.data.size(), 3 + (2 + list.size()) + (2 + other.size()));
+    const ParagraphPage page = decodeParagraphPage(pages[0].bytes);
+    ASSERT_EQ(page.entries.size(), 3U);
+    EXPECT_TRUE(std::equal(page.entries[0].properties.begin(), page.entries[0].properties.end(),
+                           page.entries[2].properties.begin(), page.entries[2].properties.end()));
+    EXPECT_FALSE(std::equal(page.entries[0].properties.begin(), page.entries[0].properties.end(),
+                            page.entries[1].properties.begin(), page.entries[1].properties.end()));
 }
 
 TEST(ParagraphPages, TheLongestListOfAPageStaysInIt) {

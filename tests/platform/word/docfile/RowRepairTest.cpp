@@ -67,6 +67,36 @@ TEST_F(RowRepair, ADefinitionWithTooFewCellsGrowsByTheWidthOfItsLast) {
     EXPECT_EQ(definitionOf(3), hex("0A00 03 0000 6400 2C01 F401"));
 }
 
+TEST_F(RowRepair, CellsThatTheWidestTableHasNoRoomForAreDrawnTogether) {
+    const Bytes wide = hex("0800 02 0000 983A 3075"); // two cells of 15,000 twips
+    for (int i = 0; i < 10; ++i) {
+        add(u"a\a", cell());
+    }
+    rowEnd(wide);
+    EXPECT_EQ(repairRows(story, lists), 1);
+    const Bytes definition = definitionOf(10);
+    LittleEndianReader edges(definition, "edges");
+    edges.skip(3);
+    for (int i = 0; i <= 10; ++i) {
+        EXPECT_EQ(edges.i16(), i * 3168);
+    }
+}
+
+TEST_F(RowRepair, EdgesThatDecreaseAreMovedBehindThoseBefore) {
+    add(u"a\a", cell());
+    add(u"b\a", cell());
+    rowEnd(hex("0800 02 6400 0000 2C01"));
+    EXPECT_EQ(repairRows(story, lists), 1);
+    EXPECT_EQ(definitionOf(2), hex("0800 02 6400 6400 2C01"));
+}
+
+TEST_F(RowRepair, EqualEdgesStay) {
+    add(u"a\a", cell());
+    add(u"b\a", cell());
+    rowEnd(hex("0800 02 0000 0000 2C01"));
+    EXPECT_EQ(repairRows(story, lists), 0);
+}
+
 TEST_F(RowRepair, ADefinitionWithTooManyCellsLosesTheLast) {
     add(u"a\a", cell());
     rowEnd(two);

@@ -70,6 +70,21 @@ ParsedSprms parseSprms(ByteView list) {
     return result;
 }
 
+CutList cutSprms(ByteView list, std::size_t room) {
+    if (list.size() <= room) {
+        return {{list.begin(), list.end()}, false};
+    }
+    CutList result;
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        result.lost = result.list.size() + entry.whole.size() > room;
+        if (result.lost) {
+            break;
+        }
+        result.list.insert(result.list.end(), entry.whole.begin(), entry.whole.end());
+    }
+    return result;
+}
+
 std::optional<SprmView> findSprm(ByteView list, SprmOpcode opcode) {
     std::optional<SprmView> found;
     for (const SprmView& entry : parseSprms(list).sprms) {

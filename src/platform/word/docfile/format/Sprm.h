@@ -42,6 +42,13 @@ struct ParsedSprms {
 };
 ParsedSprms parseSprms(ByteView list);
 
+// A list that there is only so much room for: the entries up to the first that does not fit.
+struct CutList {
+    Bytes list;
+    bool lost = false;
+};
+CutList cutSprms(ByteView list, std::size_t room);
+
 // The last entry with that opcode: later entries overrule earlier ones.
 std::optional<SprmView> findSprm(ByteView list, SprmOpcode opcode);
 // The list without entries of that opcode, and with the new one at its end.

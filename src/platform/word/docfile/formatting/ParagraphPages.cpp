@@ -27,19 +27,8 @@ Bytes papx(StyleIndex style, ByteView properties) {
     return writer.take();
 }
 
-Bytes hugePapx(const FormattedParagraph& paragraph, const StoreInDataStream& store) {
-    const Bytes stored = cutToPrcData(paragraph.properties).list;
-    const std::uint32_t offset = store(encodePrcData(stored));
-    return papx(paragraph.style, withSprm32({}, sprm::PHugePapx, offset));
-}
-
 // The most bytes of GrpPrlAndIstd in a page with this one paragraph.
 constexpr std::size_t longestInPage = 487;
-
-Bytes record(const FormattedParagraph& paragraph, const StoreInDataStream& store) {
-    const bool huge = 2 + paragraph.properties.size() > longestInPage;
-    return huge ? hugePapx(paragraph, store) : papx(paragraph.style, paragraph.properties);
-}
 
 // The GrpPrlAndIstd of a record that goes on to the end of the page; nothing when it does not
 // fit. The shortest that can be is the style alone.
@@ -58,29 +47,27 @@ std::optional<ByteView> unpacked(ByteView record) {
 
 } // namespace
 
-CutList cutToPrcData(ByteView list) {
-    if (list.size() <= longestPrcData) {
-        return {{list.begin(), list.end()}, false};
-    }
-    CutList result;
-    for (const SprmView& entry : parseSprms(list).sprms) {
-        result.lost = result.list.size() + entry.whole.size() > longestPrcData;
-        if (result.lost) {
-            break;
-        }
-        result.list.insert(result.list.end(), entry.whole.begin(), entry.whole.end());
-    }
-    return result;
-}
-
 ParagraphPages::ParagraphPages(std::uint32_t fc, StoreInDataStream store,
                                FormattingPages::Take take)
     : store_(std::move(store)), pages_(bxSize, fc, std::move(take)) {}
 
 void ParagraphPages::add(const FormattedParagraph& paragraph) {
     if (paragraph.length > 0) {
-        pages_.add(pages_.limitFc() + paragraph.length * 2, record(paragraph, store_));
+        const bool huge = 2 + paragraph.properties.size() > longestInPage;
+        pages_.add(pages_.limitFc() + paragraph.length * 2,
+                   huge ? papx(paragraph.style,
+                               withSprm32({}, sprm::PHugePapx, stored(paragraph.properties)))
+                        : papx(paragraph.style, paragraph.properties));
     }
+}
+
+// Paragraphs share their lists, so a list is known by its place in memory.
+std::uint32_t ParagraphPages::stored(ByteView list) {
+    const auto [known, isNew] = stored_.try_emplace(list.data(), 0);
+    if (isNew) {
+        known->second = store_(encodePrcData(cutSprms(list, longestPrcData).list));
+    }
+    return known->second;
 }
 
 Bytes encodePrcData(ByteView properties) {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <unordered_map>
 #include <vector>
 
 // Paragraph formatting in pages, [MS-DOC] 2.9.174 PapxFkp, 2.9.23 BxPap, 2.9.175 PapxInFkps and
@@ -26,16 +27,10 @@ using StoreInDataStream = std::function<std::uint32_t(ByteView record)>;
 // modifier.
 inline constexpr std::size_t longestPrcData = 0x3FA2;
 
-// A list that a PrcData has room for: the entries up to the first that does not fit.
-struct CutList {
-    Bytes list;
-    bool lost = false;
-};
-CutList cutToPrcData(ByteView list);
-
 // The pages for text at file offset `fc`, two bytes a character, handed on one by one; paragraphs
 // of length 0 are left out. Properties that no page has room for are given to `store` as a PrcData
-// record, and the page names its offset (sprmPHugePapx). Lists longer than longestPrcData are cut.
+// record, once for each list, and the page names its offset (sprmPHugePapx). Lists longer than
+// longestPrcData are cut. The properties of all paragraphs outlive the object.
 class ParagraphPages {
 public:
     ParagraphPages(std::uint32_t fc, StoreInDataStream store, FormattingPages::Take take);
@@ -45,8 +40,11 @@ public:
     void finish() { pages_.finish(); }
 
 private:
+    std::uint32_t stored(ByteView list);
+
     StoreInDataStream store_;
     FormattingPages pages_;
+    std::unordered_map<const std::uint8_t*, std::uint32_t> stored_; // offsets
 };
 
 // A PrcData record: the properties behind their length, [MS-DOC] 2.9.211.

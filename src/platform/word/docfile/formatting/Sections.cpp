@@ -13,25 +13,13 @@ constexpr std::size_t sedSize = 12;
 constexpr std::size_t longestSepx = 0x7FFF;
 constexpr std::uint32_t noSepx = 0xFFFFFFFF;
 
-std::size_t wholeEntries(ByteView properties, std::size_t limit) {
-    std::size_t size = 0;
-    for (const SprmView& entry : parseSprms(properties).sprms) {
-        if (size + entry.whole.size() > limit) {
-            break;
-        }
-        size += entry.whole.size();
-    }
-    return size;
-}
-
 } // namespace
 
 Bytes encodeSepx(ByteView properties) {
-    const std::size_t size =
-        properties.size() > longestSepx ? wholeEntries(properties, longestSepx) : properties.size();
+    const Bytes list = cutSprms(properties, longestSepx).list;
     LittleEndianWriter writer;
-    writer.u16(static_cast<unsigned>(size));
-    writer.bytes(properties.first(size));
+    writer.u16(static_cast<unsigned>(list.size()));
+    writer.bytes(list);
     return writer.take();
 }
 

@@ -7,16 +7,19 @@
 #include "platform/word/docfile/text/TableRepair.h"
 
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <utility>
 
 namespace qvnd::word {
 
 namespace {
 
 constexpr int mostCells = 63;
-constexpr std::size_t tcSize = 20;        // TC80
-constexpr std::size_t edgesAt = 3;        // behind cb and itcMac of TDefTableOperand
-constexpr std::uint16_t usualWidth = 830; // twips, of a cell of which nothing is known
+constexpr std::size_t tcSize = 20; // TC80
+constexpr std::size_t edgesAt = 3; // behind cb and itcMac of TDefTableOperand
+constexpr int usualWidth = 830;    // twips, of a cell of which nothing is known
+constexpr int widestTable = 31680; // twips: the farthest edge, 22 inches
 
 std::uint16_t u16At(ByteView bytes, std::size_t at) {
     return static_cast<std::uint16_t>(bytes[at] | (bytes[at + 1] << 8));
@@ -47,23 +50,40 @@ Columns columnsOf(ByteView list) {
     return columns;
 }
 
-// The edges of the cells: those of the old definition as far as there are any, then on with the
-// width of its last cell.
-std::vector<std::uint16_t> edges(const Columns& columns, std::size_t cells) {
-    std::vector<std::uint16_t> result;
-    const std::size_t known =
-        columns.definition ? std::size_t{columns.definition->operand[2]} + 1 : 0;
-    for (std::size_t i = 0; i < std::min(known, cells + 1); ++i) {
-        result.push_back(u16At(columns.definition->operand, edgesAt + 2 * i));
+// The edges that a definition names.
+std::vector<int> edgesOf(const Columns& columns) {
+    std::vector<int> edges;
+    for (std::size_t i = 0; columns.definition && i <= columns.definition->operand[2]; ++i) {
+        edges.push_back(
+            static_cast<std::int16_t>(u16At(columns.definition->operand, edgesAt + 2 * i)));
     }
-    if (result.empty()) {
-        result.push_back(0);
+    return edges;
+}
+
+// Whether no edge lies in front of the one before it ([MS-DOC] 2.9.321).
+bool ascends(const Columns& columns) {
+    const std::vector<int> edges = edgesOf(columns);
+    return std::is_sorted(edges.begin(), edges.end());
+}
+
+// The edges of so many cells: those of the old definition as far as there are any, each moved
+// behind the one before it, then on with the width of its last cell. Where that leads past the
+// widest table, all are drawn together.
+std::vector<int> edgesFor(const Columns& columns, std::size_t cells) {
+    std::vector<int> result = edgesOf(columns);
+    result.resize(std::clamp<std::size_t>(result.size(), 1, cells + 1));
+    for (std::size_t i = 1; i < result.size(); ++i) {
+        result[i] = std::max(result[i], result[i - 1]);
     }
     const std::size_t last = result.size() - 1;
-    const auto width =
-        last == 0 ? usualWidth : static_cast<std::uint16_t>(result[last] - result[last - 1]);
+    const int width = last == 0 ? usualWidth : result[last] - result[last - 1];
     while (result.size() < cells + 1) {
-        result.push_back(static_cast<std::uint16_t>(result.back() + width));
+        result.push_back(result.back() + width);
+    }
+    const int room = std::max(widestTable - result.front(), 0);
+    const int wanted = result.back() - result.front();
+    for (int& edge : result) {
+        edge = wanted > room ? result.front() + (edge - result.front()) * room / wanted : edge;
     }
     return result;
 }
@@ -72,8 +92,8 @@ std::vector<std::uint16_t> edges(const Columns& columns, std::size_t cells) {
 Bytes definitionFor(const Columns& columns, std::size_t cells) {
     LittleEndianWriter content;
     content.u8(static_cast<unsigned>(cells));
-    for (const std::uint16_t edge : edges(columns, cells)) {
-        content.u16(edge);
+    for (const int edge : edgesFor(columns, cells)) {
+        content.u16(static_cast<std::uint16_t>(edge));
     }
     if (columns.definition) {
         const ByteView operand = columns.definition->operand;
@@ -106,7 +126,8 @@ Bytes withCells(ByteView list, const Columns& columns, std::size_t cells) {
 
 class RowsRepair {
 public:
-    RowsRepair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
+    RowsRepair(Story& story, PropertyLists& lists)
+        : story_(story), lists_(lists), places_(lists), texts_(lists) {}
 
     int run() {
         ends_.reserve(story_.paragraphs.size());
@@ -145,12 +166,23 @@ private:
             return;
         }
         PropertyListId& properties = story_.paragraphs[end].properties;
-        const Columns columns = columnsOf(lists_[properties]);
-        if (columns.count != cells) {
-            properties = lists_.intern(
-                withCells(lists_[properties], columns, static_cast<std::size_t>(cells)));
-            ++repaired_;
+        const PropertyListId repaired = rowList(properties, cells);
+        repaired_ += repaired != properties ? 1 : 0;
+        properties = repaired;
+    }
+
+    // The list where its definition is that of so many cells, else one with such a definition. Rows
+    // share their lists, so each is looked at once.
+    PropertyListId rowList(PropertyListId list, int cells) {
+        const auto [known, isNew] = rowLists_.try_emplace({list, cells}, list);
+        if (isNew) {
+            const Columns columns = columnsOf(lists_[list]);
+            if (columns.count != cells || !ascends(columns)) {
+                known->second = lists_.intern(
+                    withCells(lists_[list], columns, static_cast<std::size_t>(cells)));
+            }
         }
+        return known->second;
     }
 
     // Whether the last cell of the row has an end, perhaps now.
@@ -188,7 +220,7 @@ private:
         for (std::size_t i = first; i <= end; ++i) {
             if (placeOf(i).depth >= depth) {
                 ParagraphRun& paragraph = story_.paragraphs[i];
-                paragraph.properties = asTextAt(depth - 1, paragraph.properties, lists_);
+                paragraph.properties = texts_.at(depth - 1, paragraph.properties);
                 char16_t& mark = story_.text[ends_[i] - 1];
                 mark = mark == special::cellMark ? special::paragraphMark : mark;
             }
@@ -199,6 +231,8 @@ private:
     Story& story_;
     PropertyLists& lists_;
     TablePlaces places_;
+    TextLists texts_;
+    std::map<std::pair<PropertyListId, int>, PropertyListId> rowLists_;
     std::vector<Cp> ends_;
     std::vector<std::size_t> rows_; // by depth: the first paragraph of the row that is under way
     int repaired_ = 0;

@@ -26,7 +26,7 @@ bool placesInTable(const SprmView& entry) {
 
 class Repair {
 public:
-    Repair(Story& story, PropertyLists& lists) : story_(story), lists_(lists), places_(lists) {}
+    Repair(Story& story, PropertyLists& lists) : story_(story), places_(lists), texts_(lists) {}
 
     int run() {
         ends_.reserve(story_.paragraphs.size());
@@ -84,15 +84,15 @@ private:
 
     void move(std::size_t i, int depth) {
         ParagraphRun& paragraph = story_.paragraphs[i];
-        paragraph.properties = asTextAt(depth, paragraph.properties, lists_);
+        paragraph.properties = texts_.at(depth, paragraph.properties);
         char16_t& mark = story_.text[ends_[i] - 1];
         mark = mark == special::cellMark ? special::paragraphMark : mark;
         moved_[i] = true;
     }
 
     Story& story_;
-    PropertyLists& lists_;
     TablePlaces places_;
+    TextLists texts_;
     std::vector<Cp> ends_;
     Cp end_ = 0;
     std::vector<std::size_t> rows_;
@@ -101,9 +101,17 @@ private:
 
 } // namespace
 
-PropertyListId asTextAt(int depth, PropertyListId properties, PropertyLists& lists) {
+PropertyListId TextLists::at(int depth, PropertyListId properties) {
+    const auto [known, isNew] = known_.try_emplace({depth, properties}, PropertyListId::empty);
+    if (isNew) {
+        known->second = made(depth, properties);
+    }
+    return known->second;
+}
+
+PropertyListId TextLists::made(int depth, PropertyListId properties) {
     Bytes kept;
-    for (const SprmView& entry : parseSprms(lists[properties]).sprms) {
+    for (const SprmView& entry : parseSprms(lists_[properties]).sprms) {
         if (!placesInTable(entry)) {
             kept.insert(kept.end(), entry.whole.begin(), entry.whole.end());
         }
@@ -112,7 +120,7 @@ PropertyListId asTextAt(int depth, PropertyListId properties, PropertyLists& lis
         kept = withSprm32(withSprm8(kept, sprm::PFInTable, 1), sprm::PItap,
                           static_cast<std::uint32_t>(depth));
     }
-    return lists.intern(kept);
+    return lists_.intern(kept);
 }
 
 int repairTables(Story& story, PropertyLists& lists) { return Repair(story, lists).run(); }

@@ -17,6 +17,14 @@ std::uint32_t DataStream::offsetOf(const DataBlob& blob) {
     return offset;
 }
 
+std::uint32_t DataStream::offsetOfRecord(ByteView record) {
+    const auto [known, isNew] = records_.try_emplace(Bytes(record.begin(), record.end()), size_);
+    if (isNew) {
+        append(record);
+    }
+    return known->second;
+}
+
 std::uint32_t DataStream::append(ByteView record) {
     const std::uint32_t offset = size_;
     pending_.insert(pending_.end(), record.begin(), record.end());

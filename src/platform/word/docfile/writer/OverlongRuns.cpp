@@ -5,14 +5,18 @@
 
 namespace qvnd::word {
 
-void OverlongRuns::add(std::uint32_t fc, std::uint32_t limitFc, ByteView rest) {
+std::uint16_t OverlongRuns::modifierOf(ByteView rest) {
     constexpr std::size_t most = 0x8000; // Prm1 has 15 bits
     const auto [known, isNew] = known_.try_emplace(Bytes(rest.begin(), rest.end()));
     if (isNew && modifiers_.size() < most) {
         known->second = static_cast<std::uint16_t>((modifiers_.size() << 1) | 1);
         modifiers_.push_back(known->first);
     }
-    runs_[fc] = {limitFc, known->second};
+    return known->second;
+}
+
+void OverlongRuns::add(std::uint32_t fc, std::uint32_t limitFc, std::uint16_t modifier) {
+    runs_[fc] = {limitFc, modifier};
 }
 
 std::vector<Piece> OverlongRuns::modified(const std::vector<Piece>& pieces) const {

@@ -11,9 +11,12 @@ namespace qvnd::word {
 // (FittedList::rest) becomes a modifier of the pieces that hold them (Prc, [MS-DOC] 2.9.209).
 class OverlongRuns {
 public:
-    // Gives the characters at [fc, limitFc) the further properties `rest`. They lie behind all that
-    // were added before. A file holds 32,768 different lists; further ones are left out.
-    void add(std::uint32_t fc, std::uint32_t limitFc, ByteView rest);
+    // The modifier (Prm1) that says `rest`. A file holds 32,768 different lists; for further ones
+    // it is 0, which says nothing.
+    std::uint16_t modifierOf(ByteView rest);
+    // Gives the characters at [fc, limitFc) that modifier. They lie behind all that were added
+    // before.
+    void add(std::uint32_t fc, std::uint32_t limitFc, std::uint16_t modifier);
     // Cuts UTF-16 pieces without modifiers where such characters begin and end, and sets them.
     std::vector<Piece> modified(const std::vector<Piece>& pieces) const;
     const std::vector<Bytes>& modifiers() const { return modifiers_; }

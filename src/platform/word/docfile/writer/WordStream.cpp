@@ -2,6 +2,7 @@
 
 #include "platform/error/RunTimeError.h"
 #include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/ParagraphPages.h"
 #include "platform/word/docfile/formatting/Sections.h"
@@ -60,11 +61,21 @@ std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& rang
 void WordStream::appendCharacterPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap) {
     CharacterPages pages(fc, [&](const FormattingPage& page) { take(page, characterPages_); });
     pages.add({gap, {}});
+    // Runs share their lists, so a list is known by its place in memory.
+    std::unordered_map<const std::uint8_t*, DividedList> divided;
     formatting.tellCharacters([&](const FormattedCharacters& run) {
+        if (run.properties.size() <= longestCharacterProperties) {
+            pages.add(run);
+            return;
+        }
+        const auto [known, isNew] = divided.try_emplace(run.properties.data());
+        if (isNew) {
+            known->second = dividedList(run.properties);
+        }
         const std::uint32_t first = pages.limitFc();
-        pages.add(run);
-        if (run.properties.size() > longestCharacterProperties) {
-            noteOverlong(run.properties, first, pages.limitFc());
+        pages.add({run.length, known->second.list});
+        if (known->second.modifier) {
+            overlong_.add(first, pages.limitFc(), *known->second.modifier);
         }
     });
     pages.finish();
@@ -74,7 +85,7 @@ void WordStream::appendCharacterPages(const RangeFormatting& formatting, std::ui
 void WordStream::appendParagraphPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap,
                                       DataStream& data) {
     ParagraphPages pages(
-        fc, [&](ByteView record) { return data.append(record); },
+        fc, [&](ByteView record) { return data.offsetOfRecord(record); },
         [&](const FormattingPage& page) { take(page, paragraphPages_); });
     pages.add({gap, 0, {}});
     formatting.tellParagraphs([&](const FormattedParagraph& paragraph) { pages.add(paragraph); });
@@ -82,11 +93,13 @@ void WordStream::appendParagraphPages(const RangeFormatting& formatting, std::ui
     flushPages();
 }
 
-void WordStream::noteOverlong(ByteView properties, std::uint32_t fc, std::uint32_t limitFc) {
-    const Bytes rest = fittedCharacterProperties(properties).rest;
-    if (!rest.empty()) {
-        overlong_.add(fc, limitFc, cutToPrcData(rest).list);
+WordStream::DividedList WordStream::dividedList(ByteView properties) {
+    FittedList fitted = fittedCharacterProperties(properties);
+    DividedList result{std::move(fitted.list), std::nullopt};
+    if (!fitted.rest.empty()) {
+        result.modifier = overlong_.modifierOf(cutSprms(fitted.rest, longestPrcData).list);
     }
+    return result;
 }
 
 std::vector<std::uint32_t> WordStream::appendText(const std::vector<TextRange>& ranges,

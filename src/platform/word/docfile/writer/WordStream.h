@@ -9,7 +9,9 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <set>
+#include <unordered_map>
 
 namespace qvnd::word {
 
@@ -55,7 +57,12 @@ private:
     void appendCharacterPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap);
     void appendParagraphPages(const RangeFormatting& formatting, std::uint32_t fc, Cp gap,
                               DataStream& data);
-    void noteOverlong(ByteView properties, std::uint32_t fc, std::uint32_t limitFc);
+    // A list that is too long for a page: what of it the page holds, and the modifier for the rest.
+    struct DividedList {
+        Bytes list;
+        std::optional<std::uint16_t> modifier;
+    };
+    DividedList dividedList(ByteView properties);
     void take(const FormattingPage& page, BinTableEncoder& table);
     void flushPages();
 
