@@ -14,6 +14,7 @@ class BookmarkNames {
 public:
     static constexpr std::size_t maximumLength = 40;
 
+    std::size_t count() const { return used_.size(); }
     bool contains(std::u16string_view name) const;
     void add(std::u16string_view name);
     // `name` itself when it is free, else the name with the first free number behind it. The

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/RowRepair.h"
 #include "platform/word/docfile/text/TableRepair.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -22,6 +24,8 @@ namespace qvnd::word {
 
 namespace {
 
+// The others are for the headings that the contents name.
+constexpr std::size_t mostBookmarksBrought = mostBookmarks - 2380;
 constexpr std::uint8_t embedField = 58;
 constexpr std::uint8_t controlField = 87;
 
@@ -62,8 +66,14 @@ public:
         Cp end = 0;
         for (const ParagraphRun& paragraph : story_.paragraphs) {
             end += paragraph.length;
-            if (paragraph.length > 0 && story_.text[end - 1] == special::cellMark &&
-                !isInTable(lists[paragraph.properties])) {
+            if (paragraph.length == 0 || story_.text[end - 1] != special::cellMark) {
+                continue;
+            }
+            const auto [known, isNew] = inTable_.try_emplace(paragraph.properties, false);
+            if (isNew) {
+                known->second = isInTable(lists[paragraph.properties]);
+            }
+            if (!known->second) {
                 edits.replace(end - 1, 1, u"\r");
             }
         }
@@ -87,12 +97,14 @@ public:
 
     // References to bookmarks that got new names.
     void rename(const std::vector<FieldPlace>& fields, const NewNames& names) {
-        for (const FieldPlace& field : fields) {
-            for (const FieldWord& word : bookmarkWords(fieldWords(story_, field))) {
+        const std::vector<std::vector<FieldWord>> words = fieldWords(story_);
+        std::set<Cp> data = hyperlinkData();
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            for (const FieldWord& word : bookmarkWords(words[i])) {
                 const auto found = names.find(foldedName(word.text));
                 if (found != names.end()) {
                     edits.replace(word.at, static_cast<Cp>(word.text.size()), found->second);
-                    removeHyperlinkData(field);
+                    removeHyperlinkData(fields[i], data);
                 }
             }
         }
@@ -126,12 +138,24 @@ private:
                (field.separator && factsAt(*field.separator).object);
     }
 
-    // Data behind a hyperlink repeats the old name; the field's code says all that is needed.
-    void removeHyperlinkData(const FieldPlace& field) {
-        for (Cp at = field.begin + 1; at < field.separator.value_or(field.end); ++at) {
+    // Characters that stand for data of a field.
+    std::set<Cp> hyperlinkData() {
+        std::set<Cp> places;
+        for (Cp at = 0; at < story_.size(); ++at) {
             if (story_.text[at] == special::picture && factsAt(at).data) {
-                edits.remove(at);
+                places.insert(places.end(), at);
             }
+        }
+        return places;
+    }
+
+    // Data behind a hyperlink repeats the old name; the field's code says all that is needed. What
+    // is removed goes out of `data` as well: fields may lie in each other.
+    void removeHyperlinkData(const FieldPlace& field, std::set<Cp>& data) {
+        const Cp codeEnd = field.separator.value_or(field.end);
+        for (auto at = data.lower_bound(field.begin); at != data.end() && *at < codeEnd;) {
+            edits.remove(*at);
+            at = data.erase(at);
         }
     }
 
@@ -150,8 +174,9 @@ private:
     TextImport& text_;
     ImportLosses& losses_;
     bool ofItsOwn_;
-    std::unordered_set<Cp> kept_; // anchors of what comes along
-    std::vector<Cp> ends_;        // of the runs
+    std::unordered_map<PropertyListId, bool> inTable_; // what lists of paragraphs say
+    std::unordered_set<Cp> kept_;                      // anchors of what comes along
+    std::vector<Cp> ends_;                             // of the runs
 };
 
 // Gives the bookmarks names that are free in the target.
@@ -178,10 +203,12 @@ bool hasHeaders(const HeaderSet& set) {
 // Brings the stories of one source in, one after another.
 class StoriesImport {
 public:
-    StoriesImport(DocumentTables& target, const DocumentContent& source, const NewNames& names)
+    StoriesImport(DocumentTables& target, const DocumentContent& source, const NewNames& names,
+                  int bookmarksWithoutRoom)
         : target_(target), source_(source), names_(names), tables_(target, source.tables),
           text_(tables_, target, source.tables), main_(joined(source.main)),
           firstShape_(target.shapes) {
+        losses_.bookmarks = bookmarksWithoutRoom;
         losses_.sideStories = source.unread.sideStories;
         for (const Anchor& anchor : main_->anchors) {
             ++lossesOf(anchor.kind);
@@ -251,6 +278,8 @@ public:
     std::vector<std::u16string> finish() {
         tables_.finish();
         losses_.lists = tables_.lists().withoutRoom();
+        losses_.fonts = tables_.fonts().withoutRoom();
+        losses_.styles = tables_.styles().withoutPlace();
         losses_.longFormats = text_.longFormats() + tables_.styles().withoutRoom();
         return leftOutOf(source_, losses_);
     }
@@ -361,8 +390,10 @@ DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
                             const DocumentContent& source, std::vector<std::u16string>& leftOut) {
     DocumentBody result;
     result.bookmarks = source.bookmarks;
+    const int withoutRoom = leaveOutBookmarks(
+        result.bookmarks, mostBookmarksBrought - std::min(names.count(), mostBookmarksBrought));
     const NewNames newNames = renamed(result.bookmarks, names);
-    StoriesImport stories(target, source, newNames);
+    StoriesImport stories(target, source, newNames, withoutRoom);
     result.main = slicesOf(stories.main());
     for (Bookmark& bookmark : result.bookmarks) {
         bookmark.start = stories.moved(bookmark.start);

@@ -81,22 +81,35 @@ std::vector<FieldPlace> fieldPlaces(const Story& story) {
     return places;
 }
 
-std::vector<FieldWord> fieldWords(const Story& story, const FieldPlace& field) {
-    WordSplitter splitter;
-    const Cp codeEnd = field.separator.value_or(field.end);
-    int depth = 0;
-    for (Cp at = field.begin + 1; at < codeEnd; ++at) {
-        const char16_t c = story.text[at];
-        if (c == fieldBegin) {
-            splitter.endWord();
-            ++depth;
-        } else if (c == fieldEnd) {
-            depth = std::max(0, depth - 1);
-        } else if (depth == 0) {
-            splitter.take(at, c);
+std::vector<std::vector<FieldWord>> fieldWords(const Story& story) {
+    struct Open {
+        WordSplitter splitter;
+        bool inCode = true;
+    };
+    std::vector<std::vector<FieldWord>> words;
+    std::vector<Open> open; // a character belongs to the innermost one
+    auto mark = story.fields.begin();
+    for (Cp at = 0; at < story.size(); ++at) {
+        if (mark == story.fields.end() || mark->at != at) {
+            if (!open.empty() && open.back().inCode) {
+                open.back().splitter.take(at, story.text[at]);
+            }
+            continue;
+        }
+        const char16_t character = (mark++)->character;
+        if (character == fieldBegin) {
+            if (!open.empty()) {
+                open.back().splitter.endWord();
+            }
+            open.emplace_back();
+        } else if (!open.empty() && character == fieldSeparator) {
+            open.back().inCode = false;
+        } else if (!open.empty()) {
+            words.push_back(open.back().splitter.words());
+            open.pop_back();
         }
     }
-    return splitter.words();
+    return words;
 }
 
 std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words) {

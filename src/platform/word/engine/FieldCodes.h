@@ -26,8 +26,9 @@ struct FieldWord {
     std::u16string text;
 };
 
-// The words of the code; fields within the code are no part of it.
-std::vector<FieldWord> fieldWords(const Story& story, const FieldPlace& field);
+// The words of the code of each field, in the order of fieldPlaces(); fields within a code are no
+// part of it.
+std::vector<std::vector<FieldWord>> fieldWords(const Story& story);
 
 // Those words of the code that name a bookmark: the argument of REF, PAGEREF, NOTEREF and the
 // like, that of \l of a HYPERLINK, that of \b of a TOC.

@@ -9,6 +9,9 @@ namespace qvnd::word {
 
 namespace {
 
+// Of a revision mark's author; the ones beyond go under the name of the first.
+constexpr std::size_t mostAuthors = 0x7FFF;
+
 std::array<std::uint16_t, 4> translated(const std::array<std::uint16_t, 4>& fonts,
                                         FontImport& import) {
     std::array<std::uint16_t, 4> result{};
@@ -66,12 +69,18 @@ std::optional<std::uint16_t> ImportTables::author(std::uint16_t index) {
     const std::u16string& name =
         index < source_.authors.size() ? source_.authors[index] : unknownAuthor_;
     auto& authors = target_.authors;
-    const auto found = std::find(authors.begin(), authors.end(), name);
-    const auto place = static_cast<std::uint16_t>(found - authors.begin());
-    if (found == authors.end()) {
-        authors.push_back(name);
+    for (; indexedAuthors_ < authors.size(); ++indexedAuthors_) {
+        authorPlaces_.try_emplace(authors[indexedAuthors_],
+                                  static_cast<std::uint16_t>(indexedAuthors_));
     }
-    return place;
+    if (const auto found = authorPlaces_.find(name); found != authorPlaces_.end()) {
+        return found->second;
+    }
+    if (authors.size() >= mostAuthors) {
+        return std::uint16_t{0};
+    }
+    authors.push_back(name);
+    return static_cast<std::uint16_t>(authors.size() - 1);
 }
 
 void ImportTables::finish() {

@@ -9,6 +9,7 @@
 
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace qvnd::word {
@@ -21,6 +22,7 @@ public:
     PropertyRewriter& rewriter() { return rewriter_; }
     StyleImport& styles() { return styles_; }
     const ListImport& lists() const { return lists_; }
+    const FontImport& fonts() const { return fonts_; }
 
     // Brings what no text names, the pictures of bullets and the styles of lists, and sets the
     // references between added styles and lists. Call it after all text is imported.
@@ -44,6 +46,8 @@ private:
     DocumentTables& target_;
     const DocumentTables& source_;
     std::u16string unknownAuthor_ = u"Unknown";
+    std::unordered_map<std::u16string, std::uint16_t> authorPlaces_; // in the target
+    std::size_t indexedAuthors_ = 0; // how many of the target's stand there
     FontImport fonts_;
     PropertyRewriter rewriter_;
     BulletImport bullets_;

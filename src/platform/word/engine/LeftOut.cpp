@@ -64,6 +64,9 @@ std::vector<std::u16string> leftOutOf(const DocumentContent& source, const Impor
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
+    say(lines, losses.fonts, u"字体", u"种", u"未能带入，一个文档最多 32767 种字体");
+    say(lines, losses.styles, u"样式", u"种", u"未能带入，一个文档最多 4093 种样式");
+    say(lines, losses.bookmarks, u"书签", u"个", u"未能带入，一个文档最多 16380 个书签");
     say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
     if (turnsOrDividesThePageAtTheEnd(source)) {
         lines.emplace_back(u"文件最后一节的横向页面或分栏未能带入，按方案的页面排版");

@@ -15,6 +15,9 @@ struct ImportLosses {
     int drawings = 0;    // anchors of floating shapes that are damaged
     int pictures = 0;    // inline pictures without data
     int lists = 0;       // lists beyond the number that a document holds
+    int fonts = 0;       // the same of fonts
+    int styles = 0;      // of styles
+    int bookmarks = 0;   // and of bookmarks
     int longFormats = 0; // property lists that a file has no room for as a whole
 };
 

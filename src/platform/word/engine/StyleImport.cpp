@@ -1,5 +1,6 @@
 #include "platform/word/engine/StyleImport.h"
 
+#include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/formatting/BuiltInStyles.h"
 
 #include <algorithm>
@@ -52,6 +53,7 @@ std::optional<StyleIndex> StyleImport::style(StyleIndex istd) {
         if (there) {
             places_[istd] = there;
         } else if (!newPlace(*wanted)) {
+            withoutPlace_.insert(istd);
             return std::nullopt;
         } else {
             bring(istd);
@@ -88,8 +90,7 @@ std::optional<StyleIndex> StyleImport::newPlace(const StyleDefinition& style) co
         }
     }
     const auto next = std::max<std::size_t>(firstFreePlace, styles.size());
-    return next < StyleDefinition::userDefined ? std::optional(static_cast<StyleIndex>(next))
-                                               : std::nullopt;
+    return next < mostStyles ? std::optional(static_cast<StyleIndex>(next)) : std::nullopt;
 }
 
 StyleIndex StyleImport::bring(StyleIndex istd) {
@@ -152,15 +153,24 @@ void StyleImport::basedInTarget(StyleDefinition& style, const StyleDefinition& s
                                     targetLooks_.paragraph(style.basedOn));
     const StyleDifference character(sourceLooks_.character(here),
                                     targetLooks_.character(style.basedOn));
-    style.paragraph = under(paragraph, style.paragraph);
-    style.character = under(character, style.character);
+    style.paragraph = underStyle(paragraph, style.paragraph);
+    style.character = underStyle(character, style.character);
+}
+
+// The same as under(), as far as a style has room for it.
+PropertyListId StyleImport::underStyle(const StyleDifference& difference, PropertyListId own) {
+    const PropertyListId list = under(difference, own);
+    const bool fits = target_.lists[list].size() <= longestStyleList;
+    withoutRoom_ += fits ? 0 : 1;
+    return fits ? list : own;
 }
 
 // What a character style leaves unsaid is the paragraph's, so there is no default to fall back
 // to: a base that is defined otherwise in the target is written into the style itself.
 void StyleImport::flattenCharacterStyle(StyleDefinition& style, const StyleDefinition& source) {
-    Bytes whole;
+    Bytes whole(target_.lists[style.character].begin(), target_.lists[style.character].end());
     bool same = true;
+    bool fits = true;
     std::set<StyleIndex> seen;
     for (StyleIndex at = source.basedOn; seen.insert(at).second;) {
         const StyleDefinition* base = sourceStyle(at);
@@ -170,13 +180,15 @@ void StyleImport::flattenCharacterStyle(StyleDefinition& style, const StyleDefin
         const PropertyListId list = rewriter_.rewritten(base->character);
         const auto there = this->style(at);
         same = same && there && target_.styles.styles[*there]->character == list;
-        Bytes below(target_.lists[list].begin(), target_.lists[list].end());
-        append(below, whole);
-        whole = std::move(below);
+        const ByteView below = target_.lists[list];
+        fits = fits && below.size() + whole.size() <= longestStyleList;
+        if (fits) {
+            whole.insert(whole.begin(), below.begin(), below.end());
+        }
         at = base->basedOn;
     }
     if (!same) {
-        append(whole, target_.lists[style.character]);
+        withoutRoom_ += fits ? 0 : 1;
         style.character = target_.lists.intern(whole);
         style.basedOn = StyleDefinition::none;
     }

@@ -45,6 +45,8 @@ public:
     // How many property lists were not adjusted, because a damaged source combines more styles and
     // lists than memory can hold.
     int withoutRoom() const { return withoutRoom_; }
+    // How many styles stayed behind, because a document holds no more than mostStyles.
+    int withoutPlace() const { return static_cast<int>(withoutPlace_.size()); }
 
 private:
     using StylePair = std::pair<StyleIndex, StyleIndex>;
@@ -57,6 +59,7 @@ private:
     void flattenCharacterStyle(StyleDefinition& style, const StyleDefinition& source);
     std::optional<StyleIndex> sameTableStyle(const StyleDefinition& style);
     PropertyListId under(const StyleDifference& difference, PropertyListId direct);
+    PropertyListId underStyle(const StyleDifference& difference, PropertyListId own);
 
     DocumentTables& target_;
     const DocumentTables& source_;
@@ -75,6 +78,7 @@ private:
     std::map<std::pair<StylePair, PropertyListId>, PropertyListId> characterLists_;
     CopyBudget room_; // of lists with a difference of styles in them
     int withoutRoom_ = 0;
+    std::set<StyleIndex> withoutPlace_; // istds of the source
 };
 
 } // namespace qvnd::word

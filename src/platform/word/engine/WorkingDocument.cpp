@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
 #include "platform/word/engine/StoryBuilder.h"
 #include "platform/word/engine/TemplateStyles.h"
 
@@ -45,7 +46,18 @@ WorkingDocument::WorkingDocument(DocumentContent content)
     }
 }
 
+bool WorkingDocument::hasRoomForBookmark() const {
+    const auto& all = content_.bookmarks;
+    return all.size() < mostBookmarks || static_cast<std::size_t>(std::count_if(
+                                             all.begin(), all.end(), [](const Bookmark& bookmark) {
+                                                 return !bookmark.comment;
+                                             })) < mostBookmarks;
+}
+
 void WorkingDocument::addBookmark(Bookmark bookmark) {
+    if (!bookmark.comment && !hasRoomForBookmark()) {
+        return;
+    }
     lastBookmarkEnd_ = std::max(lastBookmarkEnd_, bookmark.end);
     content_.bookmarks.push_back(std::move(bookmark));
 }

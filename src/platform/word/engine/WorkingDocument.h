@@ -26,6 +26,7 @@ public:
     BookmarkNames& bookmarkNames() { return bookmarkNames_; }
     Bytes& settings() { return content_.settings; }
 
+    // One beyond mostBookmarks stays out.
     void addBookmark(Bookmark bookmark);
 
     // The header or footer that the section shows; an empty paragraph in the style of headers or
@@ -43,6 +44,7 @@ private:
     void changing(Cp at) override;
     void inserted(Cp at, Cp length) override;
     void erased(Cp start, Cp end) override;
+    bool hasRoomForBookmark() const;
     SlicedText blank();
     void closeHeaders();
 

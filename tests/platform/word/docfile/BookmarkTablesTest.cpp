@@ -87,6 +87,41 @@ TEST(BookmarkTables, NamesAreNeitherEmptyNorLongerThanTheFormatAllows) {
     EXPECT_EQ(remarks.size(), 1U);
 }
 
+TEST(BookmarkTables, WhereThereIsNoRoomHiddenOnesGoFirstAndThenTheLast) {
+    const std::vector<Bookmark> all{
+        {u"a", 0, 1, 0},     {u"_Ref1", 0, 1, 0}, {u"b", 0, 1, 0},
+        {u"_Ref2", 0, 1, 0}, {u"", 0, 1, 0, 7}, // the range of a comment
+    };
+    const auto namesWithin = [&](std::size_t room) {
+        std::vector<Bookmark> left = all;
+        leaveOutBookmarks(left, room);
+        std::u16string names;
+        for (const Bookmark& bookmark : left) {
+            names += bookmark.name + u' ';
+        }
+        return names;
+    };
+    EXPECT_EQ(namesWithin(4), u"a _Ref1 b _Ref2  ");
+    EXPECT_EQ(namesWithin(3), u"a _Ref1 b  ");
+    EXPECT_EQ(namesWithin(2), u"a b  ");
+    EXPECT_EQ(namesWithin(1), u"a  ");
+    std::vector<Bookmark> left = all;
+    EXPECT_EQ(leaveOutBookmarks(left, 1), 3);
+}
+
+TEST(BookmarkTables, OnesBeyondWhatADocumentHoldsAreLeftOutAndCounted) {
+    std::vector<Bookmark> bookmarks(mostBookmarks + 2, Bookmark{u"_x", 1, 2, 0});
+    bookmarks.back().name = u"last";
+    const BookmarkTables tables = encodeBookmarks(bookmarks, 20);
+    Remarks remarks;
+
+    const auto read = decodeBookmarks(viewsOf(tables), 10, remarks);
+
+    ASSERT_EQ(read.size(), mostBookmarks);
+    EXPECT_EQ(read.back().name, u"last");
+    EXPECT_EQ(remarks.at(0), u"有 2 个书签未读入，一个文档最多 16380 个书签");
+}
+
 TEST(BookmarkTables, SurplusNamesAreTold) {
     Sttb names;
     names.entries = {{u"only a name", {}}};

@@ -45,6 +45,47 @@ StyleDefinition based(std::u16string name, StyleKind kind, StyleIndex on) {
     return style;
 }
 
+TEST_F(StyleSheetTable, ASheetKeepsAsManyStylesAsTheFormatHoldsAndCountsTheOthers) {
+    StyleSheet sheet = sheetOf({});
+    sheet.styles.resize(0x2000);
+    sheet.styles[0x0FFC] = named(u"last", StyleKind::paragraph);
+    sheet.styles[0x0FFD] = named(u"beyond", StyleKind::paragraph);
+    sheet.styles[0x1FFF] = named(u"far beyond", StyleKind::paragraph);
+    const StyleSheet read = throughFile(sheet);
+    ASSERT_EQ(read.styles.size(), mostStyles);
+    EXPECT_EQ(read.styles.back()->name, u"last");
+    EXPECT_EQ(remarks, Remarks{u"有 2 种样式未读入，一个文档最多 4093 种样式"});
+}
+
+TEST_F(StyleSheetTable, EmptyPlacesBehindTheLastAreCutWithoutAWord) {
+    StyleSheet sheet = sheetOf({});
+    sheet.styles.resize(0x2000);
+    EXPECT_EQ(throughFile(sheet).styles.size(), mostStyles);
+    EXPECT_EQ(remarks, Remarks{});
+}
+
+TEST_F(StyleSheetTable, AListThatAStyleHasNoRoomForIsCutBetweenEntriesAndTold) {
+    Bytes list;
+    for (std::size_t i = 0; i < longestStyleList / 4 + 1; ++i) {
+        const Bytes entry = hex("434A 2C00");
+        list.insert(list.end(), entry.begin(), entry.end());
+    }
+    StyleDefinition style = named(u"rich", StyleKind::character);
+    style.character = lists.intern(ByteView(list).first(longestStyleList));
+    EXPECT_EQ(throughFile(sheetOf({{15, style}})).styles[15]->character, style.character);
+    EXPECT_EQ(remarks, Remarks{});
+    StyleDefinition richer = style;
+    richer.character = lists.intern(list);
+    EXPECT_EQ(throughFile(sheetOf({{15, richer}})).styles[15]->character, style.character);
+    EXPECT_EQ(remarks, Remarks{u"样式表第 15 项的格式过于繁复，只读入了一部分"});
+}
+
+TEST_F(StyleSheetTable, ANameLeavesRoomForANumberBehindIt) {
+    const StyleSheet read =
+        throughFile(sheetOf({{15, named(std::u16string(300, u'名'), StyleKind::paragraph)}}));
+    EXPECT_EQ(read.styles[15]->name, std::u16string(240, u'名'));
+}
+
 TEST_F(StyleSheetTable, ParagraphStyleKeepsEverythingIncludingOddLists) {
     StyleDefinition heading = named(u"heading 1", StyleKind::paragraph);
     heading.aliases = u"标题 1,h1";

@@ -1053,7 +1053,40 @@ TEST_F(ImportedDrawings, DrawingsOfInnerHeadersCome) {
     EXPECT_EQ(anchorsOf(target.last.headers[0][1]), anchors);
 }
 
+// Each code is looked through once, however many others lie in it.
+TEST(ImportedReferences, FieldsInEachOtherAreRenamedInOneGo) {
+    constexpr std::size_t depth = 30'000;
+    SourceDocument source;
+    source.run(std::u16string(depth, u'\u0013') + u"REF bm" + std::u16string(depth, u'\u0015'));
+    source.run(u"\r");
+    source.endParagraph();
+    source.data.bookmarks = {{u"bm", 0, 1, 0}};
+    ImportTarget target;
+    target.names.add(u"bm");
+    target.import(source.document());
+    EXPECT_EQ(target.last.text->text, std::u16string(depth, u'\u0013') + u"REF bm_2" +
+                                          std::u16string(depth, u'\u0015') + u"\r");
+}
+
 // --- what does not come along ---------------------------------------------------------------
+
+// The engine leaves room for the bookmarks of the contents.
+TEST(LeftOut, BookmarksBeyondWhatADocumentHoldsAreCountedAndHiddenOnesGoFirst) {
+    SourceDocument source;
+    source.paragraph(u"正文");
+    source.data.bookmarks.assign(3, Bookmark{u"_Ref", 0, 1, 0});
+    source.data.bookmarks.push_back({u"页", 0, 1, 0});
+    ImportTarget target;
+    for (std::int64_t i = 0; i < 13'998; ++i) {
+        target.names.add(u"m" + digits(i));
+    }
+    const auto& result = target.import(source.document());
+    ASSERT_EQ(result.bookmarks.size(), 2U);
+    EXPECT_EQ(result.bookmarks[0].name, u"_Ref");
+    EXPECT_EQ(result.bookmarks[1].name, u"页");
+    EXPECT_THAT(result.leftOut, ElementsAre(u"书签 2 个未能带入，一个文档最多 16380 个书签"));
+    EXPECT_TRUE(target.import(source.document()).bookmarks.empty());
+}
 
 TEST(LeftOut, ReferencesToNotesCommentsAndDrawingsAreTakenOutAndNamed) {
     SourceDocument source;

@@ -1,3 +1,4 @@
+#include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/engine/ImportFixture.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,48 @@ StyleDefinition own(StyleKind kind, const std::u16string& name,
 
 // A row's paragraph of that table style.
 Bytes rowOf(StyleIndex style) { return sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, style); }
+
+TEST(ImportedStyles, TheLastPlaceOfASheetIsUsedAndOneBeyondIsTold) {
+    SourceDocument source;
+    source.paragraph(u"x", source.addStyle(own(StyleKind::paragraph, u"引文")));
+    source.paragraph(u"y", source.addStyle(own(StyleKind::paragraph, u"说明")));
+    source.paragraph(u"z", source.addStyle(own(StyleKind::paragraph, u"说明二")));
+    ImportTarget target;
+    target.tables.styles.styles.resize(mostStyles - 1);
+    const auto& result = target.import(source.document());
+    EXPECT_EQ(target.tables.styles.styles.size(), mostStyles);
+    EXPECT_EQ(target.styleOfParagraph(0).name, u"引文");
+    EXPECT_EQ(target.styleOfParagraph(1).name, u"正文");
+    ASSERT_EQ(result.leftOut.size(), 1U);
+    EXPECT_EQ(result.leftOut[0], u"样式 2 种未能带入，一个文档最多 4093 种样式");
+}
+
+// A character style over a base that the target defines otherwise is written out in full.
+TEST(ImportedStyles, ACharacterStyleKeepsItsOwnListWhereItsBaseHasNoRoomInIt) {
+    const auto listOf = [](SprmOpcode opcode, std::size_t size) {
+        Bytes list;
+        while (list.size() + 4 <= size) {
+            list = list + sprm16(opcode, 20);
+        }
+        return list;
+    };
+    SourceDocument source;
+    const StyleIndex base = source.addStyle(own(StyleKind::character, u"底"));
+    const StyleIndex style = source.addStyle(own(StyleKind::character, u"字", base));
+    source.style(base).character = source.list(listOf(sprm::CHps, longestStyleList));
+    source.style(style).character = source.list(listOf(sprm::CHpsKern, 40));
+    source.run(u"x", sprm16(sprm::CIstd, style));
+    source.run(u"\r");
+    source.endParagraph();
+    ImportTarget target;
+    target.tables.styles.styles.push_back(own(StyleKind::character, u"底"));
+    const auto& result = target.import(source.document());
+    const StyleDefinition& brought =
+        *target.tables.styles.styles.at(operand16(target.runList(), sprm::CIstd));
+    EXPECT_EQ(bytesOf(target.tables.lists[brought.character]), listOf(sprm::CHpsKern, 40));
+    ASSERT_EQ(result.leftOut.size(), 1U);
+    EXPECT_EQ(result.leftOut[0], u"格式 1 种过于繁复，只带入了一部分");
+}
 
 TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
     SourceDocument source;

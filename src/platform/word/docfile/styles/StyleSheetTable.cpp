@@ -24,7 +24,11 @@ StyleKind kindOf(unsigned stk) {
     return static_cast<StyleKind>(stk);
 }
 
-void splitName(const std::u16string& whole, StyleDefinition& style) {
+// The name and its aliases together have room for 255 characters (xstzName of STD); some of them
+// are left for a number behind a name that another style has.
+void splitName(std::u16string whole, StyleDefinition& style) {
+    constexpr std::size_t longest = 240;
+    whole.resize(std::min(whole.size(), longest));
     const std::size_t comma = whole.find(u',');
     style.name = whole.substr(0, comma);
     style.aliases = comma == std::u16string::npos ? u"" : whole.substr(comma + 1);
@@ -58,6 +62,8 @@ public:
         }
     }
 
+    // Whether a list was longer than a style may have it.
+    bool isCut() const { return isCut_; }
     StyleDefinition take() { return std::move(style_); }
 
 private:
@@ -89,18 +95,24 @@ private:
         return content;
     }
 
+    PropertyListId kept(const Bytes& sprms) {
+        CutList cut = cutSprms(sprms, longestStyleList);
+        isCut_ = isCut_ || cut.lost;
+        return lists_.intern(cut.list);
+    }
+
     PropertyListId tableUpx(LittleEndianReader& reader) {
-        return lists_.intern(soundSprms(upx(reader), {SprmGroup::table}));
+        return kept(soundSprms(upx(reader), {SprmGroup::table}));
     }
 
     PropertyListId characterUpx(LittleEndianReader& reader) {
-        return lists_.intern(soundSprms(upx(reader), {SprmGroup::character}));
+        return kept(soundSprms(upx(reader), {SprmGroup::character}));
     }
 
     PropertyListId paragraphUpx(LittleEndianReader& reader) {
         const ByteView content = upx(reader);
         const ByteView sprms = content.size() < 2 ? ByteView{} : content.subspan(2);
-        return lists_.intern(soundSprms(sprms, {SprmGroup::paragraph, SprmGroup::table}));
+        return kept(soundSprms(sprms, {SprmGroup::paragraph, SprmGroup::table}));
     }
 
     void readOriginal() {
@@ -120,6 +132,7 @@ private:
     PropertyLists& lists_;
     StyleDefinition style_;
     bool original_ = false;
+    bool isCut_ = false;
 };
 
 std::optional<StyleDefinition> readStyle(ByteView std, std::size_t baseSize, std::size_t istd,
@@ -131,6 +144,10 @@ std::optional<StyleDefinition> readStyle(ByteView std, std::size_t baseSize, std
         } catch (const FormatError&) {
             remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) +
                               u" 项的格式已损坏，只读入了可读的部分");
+        }
+        if (reader.isCut()) {
+            remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) +
+                              u" 项的格式过于繁复，只读入了一部分");
         }
         return reader.take();
     } catch (const FormatError&) {
@@ -173,13 +190,21 @@ SheetHead readHead(LittleEndianReader& stsh, StyleSheet& sheet) {
 
 void readStyles(LittleEndianReader& stsh, const SheetHead& head, StyleSheet& sheet,
                 PropertyLists& lists, Remarks& remarks) {
+    int beyond = 0;
     for (std::size_t istd = 0; istd < head.count; ++istd) {
         const ByteView std = stsh.view(stsh.u16());
         if (std.size() % 2 != 0 && !stsh.atEnd()) {
             stsh.skip(1);
         }
+        if (istd >= mostStyles) {
+            beyond += std.empty() ? 0 : 1;
+            continue;
+        }
         sheet.styles.push_back(std.empty() ? std::nullopt
                                            : readStyle(std, head.baseSize, istd, lists, remarks));
+    }
+    if (beyond > 0) {
+        remarks.push_back(u"有 " + digits(beyond) + u" 种样式未读入，一个文档最多 4093 种样式");
     }
 }
 

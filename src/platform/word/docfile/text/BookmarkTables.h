@@ -19,8 +19,18 @@ struct BookmarkTableViews {
     ByteView ends;
 };
 
+// More keep Word from opening a document of this format (Microsoft's notes on ISO/IEC 29500,
+// 2.1.360).
+inline constexpr std::size_t mostBookmarks = 16380;
+
+// Leaves out those beyond `room`: hidden ones, whose names begin with "_", before all others, and
+// of each kind the last ones. The others keep their order. Answers how many went. Ranges of
+// comments are none.
+int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room);
+
 // The bookmarks that lie within the first `mainLength` characters, the main story. Others, and
-// those whose end is missing or lies before their start, are left out and named in `remarks`.
+// those whose end is missing or lies before their start, are left out and named in `remarks`; so
+// are those beyond mostBookmarks, in number.
 std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainLength,
                                       Remarks& remarks);
 
