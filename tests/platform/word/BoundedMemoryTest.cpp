@@ -6,6 +6,7 @@
 #include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/container/CompoundStore.h"
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/pictures/Blip.h"
@@ -264,6 +265,89 @@ TEST(BoundedMemory, ShapesThatShowOnePicture) {
         memoryUseOf([&] { flat = flatDrawings(anchorsOf(read.main), read.tables); });
     EXPECT_EQ(flat.pictures.size(), 500U);
     EXPECT_LT(use.peak, 10 * megabyte);
+    expectBounded(wordFile(file));
+}
+
+// Every second header of every section reaches over all text of headers.
+TEST(BoundedMemory, HeadersThatLieOverEachOther) {
+    constexpr Cp sections = 2000;
+    constexpr Cp length = 100'000;
+    WordFile file = plainWordFile(std::u16string(sections, u'\f') + std::u16string(length, u'\r'));
+    file.lengths.text = sections;
+    file.lengths.headers = length;
+    for (Cp i = 0; i < sections; ++i) {
+        file.sections.push_back({1, {}});
+    }
+    std::vector<std::uint32_t> stories;
+    for (Cp i = 0; i < 6 * (sections + 1) + 1; ++i) {
+        stories.push_back(i % 2 == 0 ? 0 : length - 1);
+    }
+    stories.push_back(length);
+    file.parts[FibPair::PlcfHdd] = encodePlc(stories, {});
+    expectBounded(wordFile(file));
+}
+
+// All of them at one place, a character each.
+TEST(BoundedMemory, NotesAtOnePlace) {
+    constexpr Cp notes = 200'000;
+    WordFile file = plainWordFile(std::u16string(u"x\r") + std::u16string(notes + 2, u'\r'));
+    file.pieces[0].compressed = true;
+    file.lengths.text = 2;
+    file.lengths.footnotes = notes + 2;
+    std::vector<std::uint32_t> texts;
+    for (Cp i = 0; i < notes + 2; ++i) {
+        texts.push_back(i);
+    }
+    std::vector<std::uint32_t> references(notes, 0);
+    references.push_back(2);
+    file.parts[FibPair::PlcffndRef] = encodePlc(references, Bytes(std::size_t{2} * notes));
+    file.parts[FibPair::PlcffndTxt] = encodePlc(texts, {});
+    expectBounded(wordFile(file));
+}
+
+TEST(BoundedMemory, NamesOfNobodyAmongTheAuthorsOfComments) {
+    WordFile file = plainWordFile(u"x\r");
+    file.parts[FibPair::GrpXstAtnOwners] = Bytes(3 * megabyte);
+    expectBounded(wordFile(file));
+}
+
+TEST(BoundedMemory, ListsThatNothingDefines) {
+    constexpr std::uint32_t count = 100'000;
+    LittleEndianWriter table;
+    table.u32(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        table.u32(i + 1);
+        table.zeros(12);
+    }
+    WordFile file = plainWordFile(u"x\r");
+    file.parts[FibPair::PlfLfo] = table.take();
+    expectBounded(wordFile(file));
+}
+
+// A group of many shapes, and so many defaults that each of them would have to say.
+TEST(BoundedMemory, DefaultsOfAllShapes) {
+    WordFile file = plainWordFile(u"\u0008\r");
+    file.pieces[0].characters = {{1, withSprm8({}, sprm::CFSpec, 1)}, {1, {}}};
+    art::ShapeProperties defaults;
+    for (std::uint16_t opid = 1; opid <= 4000; ++opid) {
+        defaults.set(opid, opid);
+    }
+    std::vector<Bytes> members;
+    for (std::uint32_t i = 0; i < 10'000; ++i) {
+        ShapeBytes member;
+        member.id = 1025 + i;
+        member.anchor.reset();
+        members.push_back(member.bytes());
+    }
+    const Bytes shared = drawings::artContainer(
+        art::dggContainer,
+        {drawings::artRecord(3, defaults.count(), art::fopt, defaults.encode())});
+    file.parts[FibPair::DggInfo] =
+        test::joined({shared, drawingBytes(0, {drawings::groupBytes(members)})});
+    file.parts[FibPair::PlcSpaMom] = anchorTable({{0, 1025}}, 2);
+    const DocumentContent read = readDocument(wordFile(file));
+    ASSERT_EQ(read.tables.drawings.size(), 1U);
+    EXPECT_FALSE(read.unread.remarks.empty());
     expectBounded(wordFile(file));
 }
 

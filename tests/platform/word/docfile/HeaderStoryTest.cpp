@@ -121,6 +121,21 @@ TEST(HeaderStory, StoriesOutsideOfTheHeaderDocumentAreLeftOutAndCounted) {
     EXPECT_GT(damage, 0);
 }
 
+TEST(HeaderStory, AStoryOverAnotherOneIsLeftOutAndCounted) {
+    std::vector<std::uint32_t> positions(6, 0);                // separators
+    positions.insert(positions.end(), {0, 9, 0, 9, 4, 9, 12}); // of one section
+    int damage = 0;
+    const auto places = decodeHeaders(encodePlc(positions, {}), 20, 1, &damage);
+    ASSERT_EQ(places.size(), 1U);
+    EXPECT_EQ(places[0][0], (HeaderPlace{0, 8}));
+    EXPECT_FALSE(places[0][1]);
+    EXPECT_FALSE(places[0][2]); // the same place once more
+    EXPECT_FALSE(places[0][3]);
+    EXPECT_FALSE(places[0][4]); // within it
+    EXPECT_EQ(places[0][5], (HeaderPlace{9, 2}));
+    EXPECT_EQ(damage, 4);
+}
+
 TEST(HeaderStory, StoriesBehindThoseOfTheLastSectionAreNobodys) {
     const std::vector<HeaderSet> sections{setWith(HeaderKind::oddHeader, u"H\r"),
                                           setWith(HeaderKind::oddHeader, u"more\r")};

@@ -39,6 +39,40 @@ protected:
     Remarks remarks;
 };
 
+TEST_F(ListTables, OverridesBeyondThoseThatParagraphsCanNameAreLeftOutAndCounted) {
+    std::vector<ListOverride> overrides(2049);
+    for (std::size_t i = 0; i < overrides.size(); ++i) {
+        overrides[i].lsid = static_cast<std::int32_t>(i);
+    }
+    overrides[2045].levels = {{7, 0x10, std::nullopt}};
+    const auto read = decodeListOverrides(encodeListOverrides(overrides, lists), lists, remarks);
+    ASSERT_EQ(read.size(), 2046U);
+    EXPECT_EQ(read.back().lsid, 2045);
+    ASSERT_EQ(read.back().levels.size(), 1U);
+    EXPECT_EQ(read.back().levels[0].startAt, 7);
+    EXPECT_EQ(remarks, Remarks{u"有 3 个列表引用未读入，一个文档最多 2046 个列表"});
+}
+
+TEST_F(ListTables, AnOverrideChangesEachLevelOnceAtMost) {
+    std::vector<ListOverride> overrides(1);
+    for (std::uint32_t i = 0; i < 20; ++i) {
+        overrides[0].levels.push_back({static_cast<std::int32_t>(i), 0x10U | (i % 10), {}});
+    }
+    const auto read = decodeListOverrides(encodeListOverrides(overrides, lists), lists, remarks);
+    ASSERT_EQ(read.at(0).levels.size(), levelCount);
+    for (std::size_t i = 0; i < levelCount; ++i) {
+        EXPECT_EQ(read[0].levels[i].startAt, static_cast<std::int32_t>(i));
+    }
+}
+
+TEST_F(ListTables, ALevelNamesNeitherAStyleNorAList) {
+    std::vector<ListDefinition> one = definitions();
+    one[0].levels[0].paragraph = lists.intern(hex("0046 0500 0B46 0100 0F84 A401"));
+    const auto read =
+        decodeListDefinitions(encodeListDefinitions(one, lists).bytes, lists, remarks);
+    EXPECT_EQ(read.at(0).levels.at(0).paragraph, lists.intern(hex("0F84 A401")));
+}
+
 TEST_F(ListTables, DefinitionsCountTheirLevelsOutsideTheTablesSize) {
     const EncodedListDefinitions encoded = encodeListDefinitions(definitions(), lists);
 

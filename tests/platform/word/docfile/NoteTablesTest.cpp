@@ -41,6 +41,44 @@ TEST(NoteTables, TextsOutsideOfThePartAndThoseThatAreMissingAreCounted) {
     EXPECT_EQ(damage, 1);
 }
 
+TEST(NoteTables, OfTwoAtOnePlaceTheFirstStaysAndTheOtherIsCounted) {
+    const NoteTables tables = encodeNotes(
+        std::vector<NotePlace>{{3, true, {0, 5}}, {3, false, {5, 2}}, {8, true, {7, 1}}}, 20);
+    int damage = 0;
+    const auto read = decodeNotes(tables.references, tables.texts, 9, &damage);
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_TRUE(read[0].automatic);
+    EXPECT_EQ(read[1].at, 8U);
+    EXPECT_EQ(damage, 1);
+}
+
+TEST(CommentTables, OfTwoAtOnePlaceTheFirstStaysAndTheOtherIsCounted) {
+    const CommentTables tables = encodeComments(
+        std::vector<CommentPlace>{{3, {0, 5}, u"A", u"a", 0, {}}, {3, {5, 2}, u"B", u"b", 0, {}}},
+        20);
+    int damage = 0;
+    const auto read = decodeComments(
+        {tables.references, tables.texts, tables.owners, tables.dates, {}, {}, {}}, 20, 9, &damage);
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_EQ(read[0].author, u"A");
+    EXPECT_EQ(damage, 1);
+}
+
+TEST(CommentTables, RangesBeyondThoseThatAFileHoldsLeaveTheirCommentItsPlace) {
+    constexpr std::size_t most = 0x3FFB;
+    std::vector<CommentPlace> comments;
+    for (Cp i = 0; i <= most; ++i) {
+        comments.push_back({i, {i, 1}, u"A", u"a", 0, CommentRange{i, i + 1}});
+    }
+    const CommentTables tables = encodeComments(comments, 20'000);
+    const auto read = decodeComments({tables.references, tables.texts, tables.owners, tables.dates,
+                                      tables.rangeTags, tables.rangeStarts, tables.rangeEnds},
+                                     20'000, 20'000);
+    ASSERT_EQ(read.size(), most + 1);
+    EXPECT_TRUE(read[most - 1].range);
+    EXPECT_FALSE(read[most].range);
+}
+
 TEST(CommentTables, AuthorsDatesAndRangesComeBack) {
     const std::vector<CommentPlace> comments{
         {4, {0, 3}, u"王工", u"W", 0x12345678, CommentRange{1, 4}},

@@ -36,6 +36,19 @@ TEST(ShapeProperties, FlagLeavesTheOthersOfItsSet) {
     EXPECT_EQ(properties.value(lineFlags), 0x00190018U);
 }
 
+TEST(ShapeProperties, InheritsWhatItDoesNotSayItselfInOrder) {
+    ShapeProperties own(hex("0101 07000000  CB01 09000000"), 2);
+    own.inherit(ShapeProperties(hex("0001 01000000  0101 02000000  8201 03000000"), 3));
+    EXPECT_EQ(own.encode(),
+              hex("0001 01000000  0101 07000000  8201 03000000  CB01 09000000"));
+}
+
+TEST(ShapeProperties, InheritsOfASetOnlyTheValuesThatDoNotCountYet) {
+    ShapeProperties own(hex("FF01 01000100"), 1);
+    own.inherit(ShapeProperties(hex("FF01 08000900"), 1));
+    EXPECT_EQ(own.value(lineFlags), 0x00090009U);
+}
+
 TEST(ShapeProperties, TableShorterThanItCountsIsDamaged) {
     EXPECT_THROW(ShapeProperties(hex(table), 4), FormatError);
     EXPECT_THROW(ShapeProperties(hex("05C1 FFFFFF7F"), 1), FormatError);

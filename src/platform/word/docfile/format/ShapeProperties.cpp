@@ -1,6 +1,7 @@
 #include "platform/word/docfile/format/ShapeProperties.h"
 
 #include <algorithm>
+#include <map>
 
 namespace qvnd::word::art {
 
@@ -76,19 +77,28 @@ std::vector<ShapeProperties::Entry> ShapeProperties::entries() const {
 }
 
 void ShapeProperties::inherit(const ShapeProperties& defaults) {
+    std::map<unsigned, std::size_t> places; // the first of a number counts
+    for (std::size_t i = 0; i < properties_.size(); ++i) {
+        places.try_emplace(properties_[i].opid & number, i);
+    }
     for (const Property& property : defaults.properties_) {
         if ((property.opid & (isBlip | isComplex)) != 0) {
             continue;
         }
-        const std::optional<std::uint32_t> own = value(property.opid);
-        if (!own) {
-            set(property.opid, property.value);
+        const auto [place, isNew] = places.try_emplace(property.opid & number, properties_.size());
+        if (isNew) {
+            properties_.push_back({property.opid, property.value, {}});
         } else if (isFlags(property.opid)) {
-            const std::uint32_t counting = property.value & ~(*own) & 0xFFFF0000U;
+            const std::uint32_t own = properties_[place->second].value;
+            const std::uint32_t counting = property.value & ~own & 0xFFFF0000U;
             const std::uint32_t values = counting >> countsShift;
-            set(property.opid, (*own & ~values) | counting | (property.value & values));
+            properties_[place->second] = {
+                property.opid, (own & ~values) | counting | (property.value & values), {}};
         }
     }
+    std::stable_sort(
+        properties_.begin(), properties_.end(),
+        [](const Property& a, const Property& b) { return (a.opid & number) < (b.opid & number); });
 }
 
 Bytes ShapeProperties::encode() const {

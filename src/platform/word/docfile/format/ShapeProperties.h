@@ -30,6 +30,9 @@ inline constexpr std::uint16_t lineFlags = 0x01FF;
 inline constexpr std::uint16_t masterShape = 0x0301;    // hspMaster
 inline constexpr std::uint16_t shapeRelations = 0x0504; // pRelationTbl: triples of shapes
 
+// The instance of a record counts them in 12 bits.
+inline constexpr unsigned mostProperties = 0x0FFF;
+
 // Whether the property is a set of yes-or-no values.
 constexpr bool isFlags(std::uint16_t opid) { return (opid & 0x3F) == 0x3F; }
 

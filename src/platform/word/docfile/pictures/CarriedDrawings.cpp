@@ -29,8 +29,9 @@ public:
     // The text of a shape that names none itself, as the shape would name it; 0 for none.
     using UnnamedText = std::function<std::uint32_t(std::uint32_t shape)>;
 
-    RecordCopy(const art::ShapeProperties& defaults, const UnnamedText& unnamedText)
-        : defaults_(defaults), unnamedText_(unnamedText) {}
+    RecordCopy(const art::ShapeProperties& defaults, const UnnamedText& unnamedText,
+               CopyBudget& inherited)
+        : defaults_(defaults), unnamedText_(unnamedText), inherited_(inherited) {}
 
     // Throws FormatError for what is no sound shape or group.
     void copy(ByteView record) {
@@ -42,6 +43,7 @@ public:
     Bytes take() { return out_.take(); }
     std::vector<ShapeReference> references;
     int damagedMembers = 0;
+    int withoutDefaults = 0; // shapes that there was no room to write the defaults into
 
 private:
     static void require(bool sound) {
@@ -94,7 +96,7 @@ private:
 
     // A damaged member stays out of its group.
     void copyMember(const art::RecordHeader& header, ByteView content, int depth) {
-        RecordCopy member(defaults_, unnamedText_);
+        RecordCopy member(defaults_, unnamedText_, inherited_);
         try {
             member.copyFileBlock(header, content, depth);
         } catch (const FormatError&) {
@@ -102,6 +104,7 @@ private:
             return;
         }
         damagedMembers += member.damagedMembers;
+        withoutDefaults += member.withoutDefaults;
         for (const ShapeReference& reference : member.references) {
             references.push_back(reference);
             references.back().at += static_cast<std::uint32_t>(out_.position());
@@ -190,8 +193,8 @@ private:
 
     void copyProperties(const art::RecordHeader& header, ByteView bytes) {
         art::ShapeProperties properties(bytes, header.instance);
-        if (header.type == art::fopt) {
-            properties.inherit(defaults_);
+        if (header.type == art::fopt && defaults_.count() > 0) {
+            inherit(properties);
         }
         const std::size_t start = out_.position() + art::headerSize;
         for (const art::ShapeProperties::Entry& entry : properties.entries()) {
@@ -200,6 +203,18 @@ private:
         const Bytes encoded = properties.encode();
         noteRelations(properties, encoded, start);
         art::writeRecord(out_, header.version, properties.count(), header.type, encoded);
+    }
+
+    // Defaults are few; a damaged file may have thousands, for thousands of shapes.
+    void inherit(art::ShapeProperties& properties) {
+        constexpr std::size_t propertySize = 6;
+        const bool hasRoom = properties.count() + defaults_.count() <= art::mostProperties &&
+                             inherited_.take(propertySize * defaults_.count());
+        if (hasRoom) {
+            properties.inherit(defaults_);
+        } else {
+            ++withoutDefaults;
+        }
     }
 
     void noteProperty(const art::ShapeProperties::Entry& entry, std::size_t start) {
@@ -240,6 +255,7 @@ private:
 
     const art::ShapeProperties& defaults_;
     const UnnamedText& unnamedText_;
+    CopyBudget& inherited_;
     LittleEndianWriter out_;
 };
 
@@ -291,13 +307,14 @@ std::optional<Drawing> CarriedDrawings::copied(ByteView record, const Texts& tex
     const RecordCopy::UnnamedText unnamed = [&](std::uint32_t id) {
         return unnamedText(id, texts);
     };
-    RecordCopy copy(drawings_.defaults(), unnamed);
+    RecordCopy copy(drawings_.defaults(), unnamed, inherited_);
     try {
         copy.copy(record);
     } catch (const FormatError&) {
         return std::nullopt;
     }
     damagedMembers_ += copy.damagedMembers;
+    withoutDefaults_ += copy.withoutDefaults;
     return Drawing{{}, copy.take(), std::move(copy.references)};
 }
 
@@ -389,12 +406,15 @@ std::optional<std::uint32_t> CarriedDrawings::objectOf(std::uint32_t number) {
         return std::nullopt;
     }
     auto& objects = tables_.objects;
-    const auto place = std::find(objects.begin(), objects.end(), found->second);
-    const auto index = static_cast<std::uint32_t>(place - objects.begin());
-    if (place == objects.end()) {
+    for (; indexedObjects_ < objects.size(); ++indexedObjects_) {
+        objectPlaces_.try_emplace(objects[indexedObjects_].get(), indexedObjects_);
+    }
+    const auto [place, isNew] =
+        objectPlaces_.try_emplace(found->second.get(), static_cast<std::uint32_t>(objects.size()));
+    if (isNew) {
         objects.push_back(found->second);
     }
-    return index;
+    return place->second;
 }
 
 // A shape of its own, even where a damaged file has used its identifier before.

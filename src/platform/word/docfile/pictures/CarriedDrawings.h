@@ -36,6 +36,9 @@ public:
 
     // How many members of groups were left out, because they are damaged.
     int damagedMembers() const { return damagedMembers_; }
+    // How many shapes do without the defaults of the file's drawings, because those are more than
+    // a shape or the memory has room for.
+    int withoutDefaults() const { return withoutDefaults_; }
 
 private:
     std::optional<Drawing> copied(ByteView record, const Texts& texts);
@@ -59,7 +62,11 @@ private:
     std::array<std::unordered_set<std::uint32_t>, 2> anchored_;
     std::unordered_set<std::uint32_t> present_; // shapes that are part of a drawing
     int damagedMembers_ = 0;
-    CopyBudget budget_; // of pictures
+    int withoutDefaults_ = 0;
+    CopyBudget budget_;                          // of pictures
+    CopyBudget inherited_{std::size_t{8} << 20}; // of defaults that are written into shapes
+    std::unordered_map<const EmbeddedObject*, std::uint32_t> objectPlaces_; // in the tables
+    std::uint32_t indexedObjects_ = 0; // how many of the tables' stand there
 };
 
 } // namespace qvnd::word

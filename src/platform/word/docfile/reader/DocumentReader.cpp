@@ -53,7 +53,7 @@ public:
         PropertyExpansion expansion({document_.data, document_.wordDocument.size()},
                                     document_.objects, data_.tables);
         const PieceTable pieces = readPieceTable(document_, data_.unread.remarks);
-        places_ = decodeSections(document_.part(FibPair::PlcfSed), mainLength(pieces));
+        readSectionPlaces(mainLength(pieces));
         text_ = readFormattedText(document_, pieces, sectionEnds(), expansion, lists(),
                                   data_.unread.remarks);
         readMain(mainLength(pieces));
@@ -157,6 +157,15 @@ private:
             total += section.length;
         }
         data_.sections.back().length += main_.size() - total;
+    }
+
+    // A file without the table has one section and no layout of its own to lose.
+    void readSectionPlaces(Cp length) {
+        const ByteView table = document_.part(FibPair::PlcfSed);
+        int damage = 0;
+        places_ = decodeSections(table, length, &damage);
+        remarkOn(data_.unread.remarks, table.empty() ? 0 : damage,
+                 u" 节的位置已损坏，已与相邻的节合并。");
     }
 
     // A section other than the last ends in its break; a boundary without one is none. The text
@@ -315,6 +324,8 @@ private:
                                         FibPair::PlcfTxbxHdrBkd, DrawingOf::headers, carried);
         remarkOn(data_.unread.remarks, carried.damagedMembers(),
                  u" 个组合图形中的图形已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, carried.withoutDefaults(),
+                 u" 个图形的默认格式过于繁复，未能读出。");
     }
 
     // The texts of a table of text boxes; a shape that shows one brings it.

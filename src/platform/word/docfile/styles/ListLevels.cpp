@@ -1,5 +1,6 @@
 #include "platform/word/docfile/styles/ListLevels.h"
 
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/formatting/SoundSprms.h"
 
 #include <algorithm>
@@ -49,8 +50,9 @@ ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
     const ByteView head = reader.view(level.head.size());
     std::copy(head.begin(), head.end(), level.head.begin());
     level.head[characterSize] = level.head[paragraphSize] = 0;
-    level.paragraph =
-        lists.intern(soundSprms(reader.view(head[paragraphSize]), {SprmGroup::paragraph}));
+    // A level that named a style or a list would lead from one to the other without an end.
+    const Bytes paragraph = soundSprms(reader.view(head[paragraphSize]), {SprmGroup::paragraph});
+    level.paragraph = lists.intern(withoutSprm(withoutSprm(paragraph, sprm::PIstd), sprm::PIlfo));
     level.character =
         lists.intern(soundSprms(reader.view(head[characterSize]), {SprmGroup::character}));
     const std::size_t length = reader.u16();

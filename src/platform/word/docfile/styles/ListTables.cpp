@@ -5,6 +5,7 @@
 #include "platform/word/docfile/styles/ListLevels.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace qvnd::word {
 
@@ -12,6 +13,7 @@ namespace {
 
 constexpr std::size_t lstfSize = 28;
 constexpr std::size_t lfoSize = 16;
+constexpr std::size_t mostOverrides = 2046; // sprmPIlfo names no further ones
 constexpr std::uint8_t simpleList = 0x01;
 constexpr std::uint32_t lfoDataHead = 0xFFFFFFFF; // cp of LFOData
 constexpr std::uint32_t hasLevel = 0x20;          // fFormatting
@@ -106,6 +108,15 @@ void skipHeads(LittleEndianReader& reader) {
     }
 }
 
+// Whether the level exists and none before changes it: an override has at most one for each.
+bool isNewLevel(const ListLevelOverride& level, const std::vector<ListLevelOverride>& before) {
+    const std::uint32_t number = level.flags & levelMask;
+    return number < levelCount &&
+           std::none_of(before.begin(), before.end(), [&](const ListLevelOverride& other) {
+               return (other.flags & levelMask) == number;
+           });
+}
+
 void readLfoData(LittleEndianReader& reader, std::vector<ListOverride>& overrides,
                  const std::vector<std::size_t>& counts, PropertyLists& lists, Remarks& remarks) {
     for (std::size_t i = 0; i < overrides.size(); ++i) {
@@ -117,7 +128,7 @@ void readLfoData(LittleEndianReader& reader, std::vector<ListOverride>& override
             }
             for (std::size_t level = 0; level < counts[i]; ++level) {
                 ListLevelOverride read = readLfoLevel(reader, lists);
-                if ((read.flags & levelMask) < levelCount) {
+                if (isNewLevel(read, overrides[i].levels)) {
                     overrides[i].levels.push_back(std::move(read));
                 }
             }
@@ -187,9 +198,14 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
     if (count < counted) {
         remarks.push_back(u"列表引用表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
     }
-    std::vector<std::size_t> levels(count);
-    for (std::size_t i = 0; i < count; ++i) {
-        overrides.push_back(readLfo(reader, levels[i]));
+    std::vector<std::size_t> levels(std::min(count, mostOverrides));
+    for (std::size_t& number : levels) {
+        overrides.push_back(readLfo(reader, number));
+    }
+    if (count > mostOverrides) {
+        reader.skip((count - mostOverrides) * lfoSize);
+        remarks.push_back(u"有 " + digits(std::int64_t(count - mostOverrides)) +
+                          u" 个列表引用未读入，一个文档最多 2046 个列表");
     }
     readLfoData(reader, overrides, levels, lists, remarks);
     return overrides;
@@ -209,11 +225,12 @@ Bytes encodeListOverrides(const std::vector<ListOverride>& overrides, const Prop
 
 void completeListDefinitions(std::vector<ListDefinition>& definitions,
                              const std::vector<ListOverride>& overrides) {
+    std::unordered_set<std::int32_t> known;
+    for (const ListDefinition& list : definitions) {
+        known.insert(list.lsid);
+    }
     for (const ListOverride& entry : overrides) {
-        const bool known =
-            std::any_of(definitions.begin(), definitions.end(),
-                        [&](const ListDefinition& list) { return list.lsid == entry.lsid; });
-        if (!known) {
+        if (known.insert(entry.lsid).second) {
             ListDefinition& added = definitions.emplace_back();
             added.lsid = entry.lsid;
             added.linkedStyles.fill(StyleDefinition::none);

@@ -22,7 +22,8 @@ EncodedListDefinitions encodeListDefinitions(const std::vector<ListDefinition>& 
                                              const PropertyLists& lists);
 
 // An index of the answer plus 1 is the operand of sprmPIlfo. Overrides whose levels cannot be read
-// keep their place without levels of their own, named in `remarks`.
+// keep their place without levels of their own, named in `remarks`; so are those beyond the 2,046
+// that paragraphs can name. Each level is changed once at most.
 std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& lists,
                                               Remarks& remarks);
 Bytes encodeListOverrides(const std::vector<ListOverride>& overrides, const PropertyLists& lists);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <numeric>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace qvnd::word {
 
@@ -17,11 +18,14 @@ constexpr std::size_t atrdExtraSize = 18; // ATRDPost10
 constexpr std::uint16_t atnbeSize = 10;
 constexpr std::uint16_t rangeOfComment = 0x0100; // ATNBE.bmc
 constexpr std::uint32_t noTag = 0xFFFFFFFF;
+constexpr std::size_t mostRanges = 0x3FFB; // [MS-DOC] 2.9.277; a comment beyond has its place only
 
+// Those that a comment can name, with 16 bits.
 std::vector<std::u16string> decodeOwners(ByteView bytes) {
+    constexpr std::size_t lastOwner = 0xFFFF;
     std::vector<std::u16string> owners;
     LittleEndianReader reader(bytes, "GrpXstAtnOwners");
-    while (reader.remaining() >= 2) {
+    while (reader.remaining() >= 2 && owners.size() <= lastOwner) {
         const std::size_t length = reader.u16();
         if (length * 2 > reader.remaining()) {
             break;
@@ -111,13 +115,14 @@ private:
         atrds_.u16(static_cast<unsigned>(initials.size()));
         atrds_.text(initials);
         atrds_.zeros(2 * (initialsRoom - initials.size()));
-        const auto owner = std::find(owners_.begin(), owners_.end(), comment.author);
-        atrds_.u16(static_cast<unsigned>(owner - owners_.begin()));
-        if (owner == owners_.end()) {
+        const auto [owner, isNew] =
+            ownerPlaces_.try_emplace(comment.author, static_cast<unsigned>(owners_.size()));
+        atrds_.u16(owner->second);
+        if (isNew) {
             owners_.push_back(comment.author);
         }
         atrds_.zeros(4);
-        if (comment.range) {
+        if (comment.range && ranges_.size() < mostRanges) {
             atrds_.u32(static_cast<std::uint32_t>(ranges_.size()));
             ranges_.push_back(*comment.range);
         } else {
@@ -185,6 +190,7 @@ private:
     LittleEndianWriter atrds_;
     LittleEndianWriter dates_;
     std::vector<std::u16string> owners_;
+    std::unordered_map<std::u16string, unsigned> ownerPlaces_;
     std::vector<CommentRange> ranges_;
 };
 
@@ -197,8 +203,10 @@ std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mai
     const std::vector<std::u16string> owners = decodeOwners(tables.owners);
     const Ranges ranges = decodeRanges(tables, mainLength);
     std::vector<CommentPlace> comments;
+    std::unordered_set<Cp> taken;
     for (std::size_t i = 0; i < references.count(); ++i) {
-        if (i >= texts.size() || texts[i].length == 0) {
+        if (i >= texts.size() || texts[i].length == 0 ||
+            !taken.insert(references.positions[i]).second) {
             if (damage != nullptr) {
                 ++*damage;
             }

@@ -34,8 +34,9 @@ struct CommentTableViews {
     ByteView rangeEnds;   // PlcfAtnBkl
 };
 
-// Comments without a text are left out, and counted in `*damage` where given. A range that is
-// damaged or not inside the first `mainLength` characters counts as none.
+// Comments without a text, and all but the first at one place, are left out, and counted in
+// `*damage` where given. A range that is damaged or not inside the first `mainLength` characters
+// counts as none.
 std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mainLength,
                                          Cp partLength, int* damage = nullptr);
 

@@ -43,9 +43,10 @@ private:
 };
 
 // The set of stories whose first position has that index; each ends where the next position is.
-// Nothing where the table is too short: its last position ends none.
+// Nothing where the table is too short: its last position ends none. A story that begins before
+// `end`, where another one ended, is damaged: stories of a sound file do not overlap.
 std::optional<HeaderPlaces> placesAt(const std::vector<std::uint32_t>& positions, std::size_t at,
-                                     Cp length, int* damage) {
+                                     Cp length, Cp& end, int* damage) {
     if (at + headersPerSection >= positions.size()) {
         return std::nullopt;
     }
@@ -53,12 +54,13 @@ std::optional<HeaderPlaces> placesAt(const std::vector<std::uint32_t>& positions
     for (std::size_t i = 0; i < headersPerSection; ++i) {
         const Cp start = positions[at + i];
         const Cp limit = positions[at + i + 1];
-        const bool inside = start <= limit && limit <= length;
+        const bool inside = start <= limit && limit <= length && (start >= end || start == limit);
         if (damage != nullptr && !inside) {
             ++*damage;
         }
         if (inside && limit > start) {
             places[i] = HeaderPlace{start, limit - start - 1};
+            end = limit;
         }
     }
     return places;
@@ -82,15 +84,18 @@ EncodedHeaders encodeHeaders(const std::array<SlicedText, separatorStories>& sep
 }
 
 HeaderPlaces decodeSeparators(ByteView plcfHdd, Cp length, int* damage) {
-    return placesAt(decodePlc(plcfHdd, 0).positions, 0, length, damage).value_or(HeaderPlaces{});
+    Cp end = 0;
+    return placesAt(decodePlc(plcfHdd, 0).positions, 0, length, end, damage)
+        .value_or(HeaderPlaces{});
 }
 
 std::vector<HeaderPlaces> decodeHeaders(ByteView plcfHdd, Cp length, std::size_t sections,
                                         int* damage) {
     const std::vector<std::uint32_t> positions = decodePlc(plcfHdd, 0).positions;
     std::vector<HeaderPlaces> result;
+    Cp end = 0;
     for (std::size_t at = separatorStories; result.size() < sections; at += headersPerSection) {
-        const auto places = placesAt(positions, at, length, damage);
+        const auto places = placesAt(positions, at, length, end, damage);
         if (!places) {
             break;
         }

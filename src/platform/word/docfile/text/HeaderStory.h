@@ -41,7 +41,7 @@ using HeaderPlaces = std::array<std::optional<HeaderPlace>, headersPerSection>;
 HeaderPlaces decodeSeparators(ByteView plcfHdd, Cp length, int* damage = nullptr);
 
 // One entry a section, at most `sections`, for a header document of `length` characters. Stories
-// that lie outside of it are left out, and counted in `*damage` where given.
+// that lie outside of it or over one before are left out, and counted in `*damage` where given.
 std::vector<HeaderPlaces> decodeHeaders(ByteView plcfHdd, Cp length, std::size_t sections,
                                         int* damage = nullptr);
 

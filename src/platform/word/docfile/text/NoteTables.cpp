@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/Plc.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace qvnd::word {
 
@@ -46,8 +47,9 @@ std::vector<NotePlace> decodeNotes(ByteView references, ByteView texts, Cp partL
     const Plc plc = decodePlc(references, frdSize);
     const std::vector<TextPlace> places = decodeTextPlaces(texts, partLength);
     std::vector<NotePlace> notes;
+    std::unordered_set<Cp> taken;
     for (std::size_t i = 0; i < plc.count(); ++i) {
-        if (i < places.size() && places[i].length > 0) {
+        if (i < places.size() && places[i].length > 0 && taken.insert(plc.positions[i]).second) {
             const bool automatic = LittleEndianReader(plc.element(i), "FRD").u16() != 0;
             notes.push_back({plc.positions[i], automatic, places[i]});
         } else if (damage != nullptr) {

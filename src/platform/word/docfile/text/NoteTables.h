@@ -28,7 +28,8 @@ struct NotePlace {
     TextPlace text;
 };
 
-// Notes without a text are left out, and counted in `*damage` where given.
+// Notes without a text, and all but the first at one place, are left out, and counted in `*damage`
+// where given.
 std::vector<NotePlace> decodeNotes(ByteView references, ByteView texts, Cp partLength,
                                    int* damage = nullptr);
 
