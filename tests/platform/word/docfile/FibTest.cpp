@@ -104,9 +104,11 @@ TEST(Fib, TheFirstBuildsOfWord97AreRead) {
     EXPECT_EQ(readFib(encodedWith(2, 0xC0)).nFib, Fib::word2003);
 }
 
-TEST(Fib, AnOldFileThatIsEncryptedCountsAsOld) {
+TEST(Fib, AnOldFileThatIsEncryptedIsEncryptedInTheFirstPlace) {
     Bytes stream = encodedWith(2, 0x65);
     stream.at(11) |= 0x01;
+    EXPECT_EQ(refusal(stream), FormatError::Kind::encrypted);
+    stream.resize(11); // too short to tell
     EXPECT_EQ(refusal(stream), FormatError::Kind::olderThanWord97);
 }
 

@@ -45,6 +45,16 @@ TEST(ForeignFile, IsNamedByItsFirstBytes) {
     EXPECT_EQ(formatOf("plain text"), u"");
 }
 
+TEST(ForeignFile, AWebPageMayBeginWithACommentOrWithAPartOfItself) {
+    for (const char* text : {"<META charset=gbk>", "<style>p{}</style>", "<div>x</div>",
+                             "<!-- saved -->\r\n<!-- twice --> <html>"}) {
+        EXPECT_EQ(formatOf(text), u"网页") << text;
+        EXPECT_TRUE(foreign(text).isText) << text;
+    }
+    EXPECT_EQ(formatOf("<!-- only a comment -->"), u"");
+    EXPECT_EQ(formatOf("<!-- without an end <html>"), u"");
+}
+
 TEST(ForeignFile, TextOfWideCharactersIsNamedToo) {
     EXPECT_EQ(formatOf(wide("<html><body>")), u"网页");
     EXPECT_EQ(formatOf(wide("{\\rtf1 x}")), u"RTF 文档");
@@ -96,8 +106,9 @@ TEST(ForeignFile, ACompoundFileIsNamedByItsStreams) {
 }
 
 // A document whose FIB has these flags, and whose table stream begins with these bytes.
-std::u16string kindOf(unsigned flags, const Bytes& table) {
+std::u16string kindOf(unsigned flags, const Bytes& table, std::uint8_t version = 0xC1) {
     qvnd::test::WordStreams streams = qvnd::test::wordStreams(qvnd::test::plainWordFile(u"x\r"));
+    streams.wordDocument[2] = version;
     streams.wordDocument[10] = static_cast<std::uint8_t>(flags);
     streams.wordDocument[11] = static_cast<std::uint8_t>(flags >> 8);
     streams.table = table;
@@ -114,6 +125,7 @@ TEST(ForeignFile, EachKindOfEncryptionIsNamed) {
     EXPECT_EQ(kindOf(0x8300, {}), u"XOR 混淆");
     EXPECT_EQ(kindOf(0x0300, {9, 0, 9, 0}), u"");
     EXPECT_EQ(kindOf(0x0200, {1, 0, 1, 0}), u""); // not encrypted
+    EXPECT_EQ(kindOf(0x0100, {}, 0x68), u"Word 97 以前版本的密码");
 }
 
 TEST(ForeignFile, AnEncryptedPackageIsOneOfALaterOffice) {

@@ -135,6 +135,18 @@ void writeBase(const Fib& fib, LittleEndianWriter& out) {
     out.u32(fib.fcMac);
 }
 
+// The flag stands where later versions have it.
+bool isOlderAndEncrypted(ByteView wordDocumentStream) {
+    constexpr std::size_t flagsAt = 10;
+    constexpr unsigned encrypted = 0x0100;
+    LittleEndianReader reader(wordDocumentStream, "FIB");
+    if (wordDocumentStream.size() < flagsAt + 2) {
+        return false;
+    }
+    reader.seek(flagsAt);
+    return (reader.u16() & encrypted) != 0;
+}
+
 } // namespace
 
 std::uint64_t PartLengths::sideTotal() const {
@@ -154,15 +166,26 @@ void Fib::set(FibPair pair, FcLcb place) {
     pairs[index] = place;
 }
 
+bool isOlderThanWord97(ByteView wordDocumentStream) {
+    if (wordDocumentStream.size() < 4) {
+        return false;
+    }
+    LittleEndianReader reader(wordDocumentStream, "FIB");
+    const unsigned magic = reader.u16();
+    const unsigned version = reader.u16();
+    return isOlderWordMagic(magic) || (magic == wordMagic && version < firstOfWord97);
+}
+
 Fib readFib(ByteView wordDocumentStream) {
     LittleEndianReader magicReader(wordDocumentStream, "FIB");
     if (wordDocumentStream.size() < 4) {
         refuse(FormatError::Kind::damaged, "the WordDocument stream is empty");
     }
     const unsigned magic = magicReader.u16();
-    const unsigned version = magicReader.u16();
-    if (isOlderWordMagic(magic) || (magic == wordMagic && version < firstOfWord97)) {
-        refuse(FormatError::Kind::olderThanWord97, "version " + std::to_string(version));
+    if (isOlderThanWord97(wordDocumentStream)) {
+        refuse(isOlderAndEncrypted(wordDocumentStream) ? FormatError::Kind::encrypted
+                                                       : FormatError::Kind::olderThanWord97,
+               "magic number " + std::to_string(magic));
     }
     if (magic != wordMagic) {
         refuse(FormatError::Kind::notWord, "magic number " + std::to_string(magic));

@@ -67,6 +67,9 @@ struct Fib {
     const char16_t* tableStreamName() const { return fWhichTblStm ? u"1Table" : u"0Table"; }
 };
 
+// Whether it is the stream of a document of Word 95 or before.
+bool isOlderThanWord97(ByteView wordDocumentStream);
+
 // Throws FormatError: notWord (no FIB), olderThanWord97, encrypted (obfuscated files, too),
 // damaged.
 Fib readFib(ByteView wordDocumentStream);

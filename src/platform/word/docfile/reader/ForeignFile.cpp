@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/container/CompoundFile.h"
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/format/Fib.h"
 
 #include <algorithm>
 #include <array>
@@ -23,7 +24,7 @@ struct Sign {
 };
 
 // What stands at the very beginning, in lower case.
-constexpr std::array<Sign, 10> beginnings{
+constexpr std::array<Sign, 13> beginnings{
     {{"{\\rtf", u"RTF 文档", true},
      {"%pdf", u"PDF 文档", false},
      {"mime-version:", u"单个文件网页（.mht）", false},
@@ -32,6 +33,9 @@ constexpr std::array<Sign, 10> beginnings{
      {"<head", u"网页", true},
      {"<body", u"网页", true},
      {"<table", u"网页", true},
+     {"<meta", u"网页", true},
+     {"<style", u"网页", true},
+     {"<div", u"网页", true},
      {"<w:worddocument", u"Word 2003 XML 文档", true},
      {"<office:document", u"OpenDocument 文档（.fodt）", true}}};
 // Names of the parts of an archive.
@@ -71,12 +75,22 @@ std::string lowered(ByteView bytes) {
     return text;
 }
 
-// Behind a byte order mark and blank lines.
+std::string_view behindBlanks(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    return text;
+}
+
+// Behind a byte order mark, blank lines and comments of markup.
 std::string_view content(std::string_view text) {
     for (const std::string_view mark : {"\xef\xbb\xbf", "\xff\xfe", "\xfe\xff"}) {
         text.remove_prefix(text.starts_with(mark) ? mark.size() : 0);
     }
-    text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n"), text.size()));
+    text = behindBlanks(text);
+    while (text.starts_with("<!--")) {
+        constexpr std::string_view end = "-->";
+        const std::size_t place = text.find(end);
+        text = behindBlanks(text.substr(place == text.npos ? text.size() : place + end.size()));
+    }
     return text;
 }
 
@@ -115,6 +129,9 @@ std::u16string encryptionOfWord(const CompoundFile& file) {
     const unsigned flags = fib.u16();
     if ((flags & encrypted) == 0) {
         return {};
+    }
+    if (isOlderThanWord97(main)) {
+        return u"Word 97 以前版本的密码";
     }
     if ((flags & obfuscated) != 0) {
         return u"XOR 混淆";
