@@ -64,12 +64,15 @@ void DocumentSections::bringHeader(std::size_t index, std::size_t behind, Header
 }
 
 void DocumentSections::fillReturned(const SlicedText& blank) {
-    for (std::size_t index = 0; index < headers_.size(); ++index) {
-        for (std::size_t kind = 0; kind < origins_[index].size(); ++kind) {
+    for (std::size_t kind = 0; kind < HeaderSet().size(); ++kind) {
+        std::size_t owner = 0; // headerOwner() of a returned section, for all in one go
+        for (std::size_t index = 0; index < headers_.size(); ++index) {
+            SlicedText& own = headers_[index][kind];
             if (origins_[index][kind] == Origin::returned) {
-                const auto owner = headerOwner(index, static_cast<HeaderKind>(kind));
                 const SlicedText& shown = headers_[owner][kind];
-                headers_[index][kind] = shown.empty() ? blank : shown;
+                own = shown.empty() ? blank : SlicedText(shown);
+            } else if (!own.empty() && origins_[index][kind] == Origin::document) {
+                owner = index;
             }
         }
     }

@@ -161,10 +161,10 @@ void EngineDocument::insertFile(const std::filesystem::path& path) {
     }
     // Everything that can fail on the file's side comes before the first change.
     const DocumentContent source = readDocumentFile(path, services_.documents, services_.longWork);
-    WorkingDocument& content = change();
-    editor().eraseSelection();
+    WorkingDocument& content = read();
     std::vector<std::u16string> leftOut;
     DocumentBody text = importDocument(content.tables(), content.bookmarkNames(), source, leftOut);
+    editor().eraseSelection();
     for (const std::u16string& what : leftOut) {
         services_.report.notCarried(path, what);
     }
