@@ -1,5 +1,6 @@
 #include "platform/word/check/SoundDocument.h"
 
+#include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
@@ -249,6 +250,18 @@ TEST_F(ListRules, ChangedLevelMustExist) {
     EXPECT_EQ(rules(), Rules{"list.override"});
 }
 
+TEST_F(ListRules, LevelMustNotBeChangedTwice) {
+    document.listOverrides[0].levels.push_back(document.listOverrides[0].levels[0]);
+    EXPECT_EQ(rules(), Rules{"list.override"});
+}
+
+TEST_F(ListRules, ThereMustNotBeMoreReferencesThanParagraphsCanName) {
+    document.listOverrides.resize(2046, document.listOverrides[0]);
+    EXPECT_EQ(rules(), Rules{});
+    document.listOverrides.push_back(document.listOverrides[0]);
+    EXPECT_EQ(rules(), Rules{"list.number"});
+}
+
 TEST_F(ListRules, SizeMustFitTheCount) {
     const Bytes file = changed(document, [](WordStreams& streams, const Fib& before) {
         Fib fib = before;
@@ -328,6 +341,31 @@ TEST_F(BookmarkRules, EveryBookmarkMustHaveItsOwnEnd) {
     EXPECT_EQ(rulesOf({{u"x", 1, 3, 0}, {u"y", 2, 5, 0}},
                       [](BookmarkTables& tables) { put16(tables.starts, 12 + 4, 0); }),
               Rules{"bookmark.end"});
+}
+
+TEST_F(BookmarkRules, ThereMustNotBeMoreThan16380) {
+    std::vector<Bookmark> bookmarks(16380, Bookmark{u"", 0, 1, 0});
+    for (std::size_t i = 0; i < bookmarks.size(); ++i) {
+        bookmarks[i].name = u"m" + digits(static_cast<std::int64_t>(i));
+    }
+    EXPECT_EQ(rulesOf(bookmarks), Rules{});
+    bookmarks.push_back({u"one more", 0, 1, 0});
+    EXPECT_EQ(rulesOf(bookmarks), Rules{"bookmark.number"});
+}
+
+TEST_F(BookmarkRules, RangesOfCommentsMustHaveTheirOwnEndsBehindTheirStarts) {
+    const auto rulesWithRange = [](Cp start, Cp end, const Bytes& tags) {
+        SoundDocument document;
+        document.file.parts[FibPair::SttbfAtnBkmk] = tags;
+        document.file.parts[FibPair::PlcfAtnBkf] =
+            encodePlc({start, document.file.lengths.text}, hex("00000000"));
+        document.file.parts[FibPair::PlcfAtnBkl] = encodePlc({end, document.file.lengths.text}, {});
+        return brokenRules(document.bytes());
+    };
+    const Bytes one = hex("FFFF 0100 0A00 0000 0001 00000000 FFFFFFFF");
+    EXPECT_EQ(rulesWithRange(1, 3, one), Rules{});
+    EXPECT_EQ(rulesWithRange(3, 1, one), Rules{"bookmark.comments"});
+    EXPECT_EQ(rulesWithRange(1, 3, hex("FFFF 0000 0A00")), Rules{"bookmark.comments"});
 }
 
 TEST_F(BookmarkRules, ThereMustBeAsManyNamesStartsAndEnds) {

@@ -59,6 +59,19 @@ TEST(PieceRules, ModifierMustExist) {
     EXPECT_EQ(brokenRules(file), Rules{"piece.prm"});
 }
 
+TEST(PieceRules, ModifierMustNotBeLongerThanTheFormatHolds) {
+    const auto rulesWith = [](std::size_t size) {
+        SoundDocument document;
+        document.file.modifiers = {Bytes(size / 3 * 3)};
+        for (std::size_t at = 0; at < document.file.modifiers[0].size(); at += 3) {
+            put16(document.file.modifiers[0], at, sprm::CFBold);
+        }
+        return brokenRules(document.bytes());
+    };
+    EXPECT_EQ(rulesWith(0x3FA2), Rules{});
+    EXPECT_EQ(rulesWith(0x3FA5), Rules{"piece.prc"});
+}
+
 TEST(PieceRules, TableMustBeWhole) {
     const Bytes file = changed(SoundDocument(), [](WordStreams& streams, const Fib& fib) {
         streams.table[fib.at(FibPair::Clx).fc] = 7;
@@ -225,6 +238,23 @@ TEST(TextRules, PropertiesKeptApartAreCheckedToo) {
     EXPECT_EQ(brokenRules(document.bytes()), Rules{"sprm.group"});
 }
 
+TEST(TextRules, PropertiesKeptApartMustNotBeLongerThanTheFormatHolds) {
+    const auto rulesWith = [](std::size_t size) {
+        Bytes list;
+        while (list.size() < size) {
+            list = joined({list, withSprm16({}, sprm::PDxaLeft, 1)});
+        }
+        list.insert(list.end(), size % 4, 0);
+        SoundDocument document;
+        const auto offset = static_cast<std::uint32_t>(document.file.data.size());
+        document.file.data = joined({document.file.data, encodePrcData(list)});
+        document.setParagraph(u"标题", withSprm32({}, sprm::PHugePapx, offset));
+        return brokenRules(document.bytes());
+    };
+    EXPECT_EQ(rulesWith(0x3FA0), Rules{});
+    EXPECT_EQ(rulesWith(0x3FA4), Rules{"text.huge"});
+}
+
 // --- tables -------------------------------------------------------------------------------------
 
 TEST(TableRules, CellMarkMustStandInATable) {
@@ -252,6 +282,19 @@ TEST(TableRules, InsertedAndDeletedColumnsCountIntoTheDefinition) {
     EXPECT_EQ(brokenRules(document.bytes()), Rules{});
     document.setParagraph(u"\a\x13", withSprm16(rowDefinition(4), 0x5622, 0x0200)); // first two
     EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+}
+
+TEST(TableRules, EdgesOfCellsMustNotDecrease) {
+    SoundDocument document;
+    constexpr std::size_t secondEdge = 2 + 1 + 2; // in the operand
+    Bytes row = rowDefinition(2);
+    const std::size_t operand = findSprm(row, sprm::TDefTable)->operandOffset;
+    put16(row, operand + secondEdge, 0);
+    document.setParagraph(u"\a\x13", row);
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+    put16(row, operand + secondEdge, 0xFFFF); // -1
+    document.setParagraph(u"\a\x13", row);
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"table.edges"});
 }
 
 TEST(TableRules, RowEndMustHaveADefinition) {

@@ -65,9 +65,40 @@ void checkBullets(std::size_t pictures, const Evidence& evidence, Findings& find
     }
 }
 
+// [MS-DOC] 2.9.277 for the ranges of comments; more bookmarks keep Word from opening the file.
+void checkNumber(const char16_t* what, std::size_t count, std::size_t most, Findings& findings) {
+    if (count > most) {
+        findings.add("bookmark.number", std::u16string(what) + u" " + digits(std::int64_t(count)) +
+                                            u" 个，最多 " + digits(std::int64_t(most)) + u" 个");
+    }
+}
+
+// What comments speak of: tags, where each starts, where each ends.
+void checkCommentRanges(const Evidence& evidence, Findings& findings) {
+    constexpr std::size_t most = 0x3FFB;
+    const DecodedSttb tags = decodeSttb(evidence.at(FibPair::SttbfAtnBkmk));
+    const Plc starts = decodePlc(evidence.at(FibPair::PlcfAtnBkf), 4);
+    const Plc ends = decodePlc(evidence.at(FibPair::PlcfAtnBkl), 0);
+    const std::size_t count = tags.table.entries.size();
+    if (!tags.complete || starts.count() != count || ends.count() != count) {
+        findings.add("bookmark.comments", u"批注范围的标记、开始和结束个数不同");
+    }
+    checkNumber(u"批注范围", count, most, findings);
+    std::set<std::size_t> used;
+    for (std::size_t i = 0; i < starts.count(); ++i) {
+        const std::size_t end = LittleEndianReader(starts.element(i), "FBKF").u16();
+        if (end >= ends.count() || !used.insert(end).second) {
+            findings.add("bookmark.comments", u"批注范围没有自己的结束位置");
+        } else if (ends.positions[end] < starts.positions[i]) {
+            findings.add("bookmark.comments", u"批注范围的结束在开始之前");
+        }
+    }
+}
+
 } // namespace
 
 void checkBookmarks(const Evidence& evidence, Findings& findings) {
+    constexpr std::size_t most = 16380;
     const DecodedSttb names = decodeSttb(evidence.at(FibPair::SttbfBkmk));
     const Plc starts = decodePlc(evidence.at(FibPair::PlcfBkf), 4);
     const Plc ends = decodePlc(evidence.at(FibPair::PlcfBkl), 0);
@@ -78,9 +109,11 @@ void checkBookmarks(const Evidence& evidence, Findings& findings) {
                                            u" 个，结束 " + digits(std::int64_t(ends.count())) +
                                            u" 个");
     }
+    checkNumber(u"书签", count, most, findings);
     checkNames(names.table, findings);
     checkPlaces(names.table, starts, ends, findings);
     checkBullets(bulletPictures(names.table, starts, ends), evidence, findings);
+    checkCommentRanges(evidence, findings);
 }
 
 } // namespace qvnd::word

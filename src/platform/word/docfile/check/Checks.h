@@ -7,6 +7,9 @@
 // left in the evidence, and tells what it finds.
 namespace qvnd::word {
 
+// The most bytes of a property list in a PrcData ([MS-DOC] 2.9.211, cbGrpprl).
+inline constexpr std::size_t longestPrc = 0x3FA2;
+
 // Header, allocation tables, chains of sectors, directory. Rules "cfb.*".
 void checkContainer(ByteView file, Findings& findings);
 // Rules "fib.*".

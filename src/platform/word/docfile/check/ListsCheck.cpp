@@ -15,6 +15,7 @@ constexpr std::size_t lstfSize = 28;
 constexpr std::size_t lvlfSize = 28;
 constexpr std::size_t lfoSize = 16;
 constexpr std::size_t levelPlaces = 9;
+constexpr std::size_t mostOverrides = 2046; // an operand of sprmPIlfo names no further ones
 
 // Number text of a level: the places of numbers in it ascend, lie inside and name levels.
 void checkNumberText(ByteView head, const std::u16string& text, const std::u16string& where,
@@ -122,11 +123,14 @@ void checkOverrideLevels(LittleEndianReader& reader, const CheckedOverride& entr
     if (reader.u32() != dataHead) {
         findings.add("list.override", where + u"：级别设置的开头不对");
     }
+    std::set<std::uint32_t> changed;
     for (std::size_t i = 0; i < entry.levels; ++i) {
         reader.skip(4);
         const std::uint32_t flags = reader.u32();
         if ((flags & levelMask) >= levelPlaces) {
             findings.add("list.override", where + u"：所改的级别不存在");
+        } else if (!changed.insert(flags & levelMask).second) {
+            findings.add("list.override", where + u"：一个级别改了两次");
         }
         if ((flags & formatted) != 0) {
             checkLevel(reader, where, evidence, findings);
@@ -144,6 +148,9 @@ void checkOverrides(Evidence& evidence, const std::vector<CheckedList>& lists, F
     if (count > reader.remaining() / lfoSize) {
         findings.add("list.size", u"列表引用表的长度与个数不符");
         return;
+    }
+    if (count > mostOverrides) {
+        findings.add("list.number", u"列表引用 " + digits(std::int64_t(count)) + u" 个，最多 2046 个");
     }
     evidence.listOverrides = count;
     std::vector<CheckedOverride> entries;

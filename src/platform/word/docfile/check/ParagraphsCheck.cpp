@@ -20,6 +20,9 @@ ByteView storedProperties(std::uint32_t offset, const std::u16string& where,
         LittleEndianReader reader(evidence.data, "PrcData");
         reader.seek(offset);
         const ByteView sprms = reader.view(reader.u16());
+        if (sprms.size() > longestPrc) {
+            findings.add("text.huge", where + u"：另存的段落属性过长");
+        }
         checkPropertyList(sprms, ListPlace::paragraph, where, evidence, findings);
         return sprms;
     } catch (const FormatError&) {

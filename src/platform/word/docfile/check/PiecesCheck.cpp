@@ -15,6 +15,11 @@ ByteView readClx(Evidence& evidence, Findings& findings) {
     unsigned kind = reader.u8();
     while (kind == prc) {
         const ByteView list = reader.view(reader.u16());
+        if (list.size() > longestPrc) {
+            findings.add("piece.prc", u"片段属性 " +
+                                          digits(std::int64_t(evidence.pieceLists.size())) +
+                                          u" 过长");
+        }
         evidence.pieceLists.emplace_back(list.begin(), list.end());
         kind = reader.u8();
     }

@@ -1,10 +1,12 @@
 #include "platform/word/docfile/check/Checks.h"
+#include "platform/word/docfile/container/Bytes.h"
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 
 namespace qvnd::word {
@@ -16,10 +18,27 @@ struct TablePlace {
     std::uint32_t depth = 0;
     bool endsCell = false;
     bool endsRow = false;
-    int columns = -1; // of a row end; -1 without a definition
+    int columns = -1;    // of a row end; -1 without a definition
+    bool ascends = true; // the edges of its cells
 };
 
 int signedByte(std::uint8_t byte) { return byte; }
+
+// Whether the edges of a TDefTableOperand do not decrease ([MS-DOC] 2.9.321).
+bool edgesAscend(ByteView operand) {
+    LittleEndianReader reader(operand, "TDefTableOperand");
+    reader.skip(2);
+    const int edges = reader.u8() + 1;
+    int before = std::numeric_limits<std::int16_t>::min();
+    for (int i = 0; i < edges && reader.remaining() >= 2; ++i) {
+        const int edge = reader.i16();
+        if (edge < before) {
+            return false;
+        }
+        before = edge;
+    }
+    return true;
+}
 
 TablePlace placeOfParagraph(const CheckedParagraph& paragraph) {
     TablePlace place;
@@ -27,6 +46,7 @@ TablePlace placeOfParagraph(const CheckedParagraph& paragraph) {
     for (const SprmView& entry : parseSprms(paragraph.sprms).sprms) {
         if (entry.opcode == sprm::TDefTable) {
             place.columns = entry.operand.size() > 2 ? entry.operand[2] : -1;
+            place.ascends = place.columns < 0 || edgesAscend(entry.operand);
         } else if (entry.opcode == sprm::TInsert && entry.operand.size() >= 2 &&
                    place.columns >= 0) {
             place.columns += signedByte(entry.operand[1]);
@@ -75,7 +95,7 @@ public:
             ++row.cells;
             row.inCell = false;
         } else if (place.endsRow) {
-            endRow(row, place.columns, at);
+            endRow(row, place, at);
             row = {};
         } else {
             row.inCell = true;
@@ -107,7 +127,11 @@ private:
         }
     }
 
-    void endRow(const Row& row, int columns, Cp at) {
+    void endRow(const Row& row, const TablePlace& place, Cp at) {
+        const int columns = place.columns;
+        if (!place.ascends) {
+            tell("table.edges", at, u"：表格定义中单元格的边界不按顺序");
+        }
         if (row.inCell) {
             tell("table.cell", at, u"：行中最后一个单元格没有结束标记");
         }
