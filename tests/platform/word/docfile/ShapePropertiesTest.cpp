@@ -39,8 +39,7 @@ TEST(ShapeProperties, FlagLeavesTheOthersOfItsSet) {
 TEST(ShapeProperties, InheritsWhatItDoesNotSayItselfInOrder) {
     ShapeProperties own(hex("0101 07000000  CB01 09000000"), 2);
     own.inherit(ShapeProperties(hex("0001 01000000  0101 02000000  8201 03000000"), 3));
-    EXPECT_EQ(own.encode(),
-              hex("0001 01000000  0101 07000000  8201 03000000  CB01 09000000"));
+    EXPECT_EQ(own.encode(), hex("0001 01000000  0101 07000000  8201 03000000  CB01 09000000"));
 }
 
 TEST(ShapeProperties, InheritsOfASetOnlyTheValuesThatDoNotCountYet) {

@@ -323,14 +323,14 @@ TEST_F(StyleSheetTable, NoChainOfBasesIsLongerThan64) {
 // Each of them once tried every number before it.
 TEST_F(StyleSheetTable, ThousandsOfStylesOfOneNameAreToldApartQuickly) {
     std::vector<std::pair<std::size_t, StyleDefinition>> styles;
-    for (std::size_t istd = 15; istd < 20000; ++istd) {
+    for (std::size_t istd = 15; istd < mostStyles; ++istd) {
         styles.emplace_back(istd, named(u"Body", StyleKind::paragraph));
     }
     const auto start = std::chrono::steady_clock::now();
     const StyleSheet read = throughFile(sheetOf(styles));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_EQ(read.styles[15]->name, u"Body");
-    EXPECT_EQ(read.styles[19999]->name, u"Body 19985");
+    EXPECT_EQ(read.styles.back()->name, u"Body 4078");
 }
 
 TEST_F(StyleSheetTable, NextAndLinkedStylesExistAfterwards) {

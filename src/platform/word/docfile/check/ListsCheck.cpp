@@ -150,7 +150,8 @@ void checkOverrides(Evidence& evidence, const std::vector<CheckedList>& lists, F
         return;
     }
     if (count > mostOverrides) {
-        findings.add("list.number", u"列表引用 " + digits(std::int64_t(count)) + u" 个，最多 2046 个");
+        findings.add("list.number",
+                     u"列表引用 " + digits(std::int64_t(count)) + u" 个，最多 2046 个");
     }
     evidence.listOverrides = count;
     std::vector<CheckedOverride> entries;

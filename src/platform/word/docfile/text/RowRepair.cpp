@@ -7,6 +7,7 @@
 #include "platform/word/docfile/text/TableRepair.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <utility>
@@ -80,10 +81,11 @@ std::vector<int> edgesFor(const Columns& columns, std::size_t cells) {
     while (result.size() < cells + 1) {
         result.push_back(result.back() + width);
     }
-    const int room = std::max(widestTable - result.front(), 0);
-    const int wanted = result.back() - result.front();
+    const std::int64_t room = std::max(widestTable - result.front(), 0);
+    const std::int64_t wanted = result.back() - result.front();
     for (int& edge : result) {
-        edge = wanted > room ? result.front() + (edge - result.front()) * room / wanted : edge;
+        const std::int64_t inside = edge - result.front();
+        edge = wanted > room ? result.front() + static_cast<int>(inside * room / wanted) : edge;
     }
     return result;
 }
