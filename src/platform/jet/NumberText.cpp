@@ -76,13 +76,9 @@ double numberOf(QStringView text) {
     if (trimmed.size() > 2 && trimmed.startsWith(u"&H", Qt::CaseInsensitive)) {
         return hexadecimal(trimmed.mid(2));
     }
-    bool good = false;
-    const double number = QLocale::c().toDouble(plainForm(trimmed), &good);
-    // Well formed by now, so what the conversion refuses is too wide; too small becomes zero.
-    if (!good || !std::isfinite(number)) {
-        if (number == 0.0) {
-            return number;
-        }
+    // Well formed by now: what is too wide becomes infinite, what is too small zero.
+    const double number = QLocale::c().toDouble(plainForm(trimmed));
+    if (!std::isfinite(number)) {
         failOverflow();
     }
     return number;
