@@ -154,6 +154,16 @@ TEST_F(AddingFiles, CancellingLeavesTheRestAndSaysHowMany) {
     EXPECT_EQ(onlyBox(), "已添加 1 个文档。\n已取消，其余 2 个没有添加。");
 }
 
+TEST_F(AddingFiles, AFileThatIsDoneAsTheUserCancelsIsNotAmongTheRest) {
+    bool pressed = false;
+    longRun.cancel = [&] { return pressed; };
+    log.at("Documents.Open", [&] { pressed = true; });
+    const FilesAdded done = addBelow("T.1", {file("甲.rtf"), file("乙.doc")});
+    EXPECT_EQ(done.newKeys.size(), 1);
+    EXPECT_EQ(done.left, 1);
+    EXPECT_EQ(onlyBox(), "已添加 1 个文档。\n已取消，其余 1 个没有添加。");
+}
+
 TEST_F(AddingFiles, AConversionThatIsCancelledIsNotToldAsRefused) {
     bool pressed = false;
     longRun.cancel = [&] { return pressed; };

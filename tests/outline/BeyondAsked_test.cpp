@@ -118,6 +118,8 @@ TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {
     EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.9", "章")}, rows),
               "2 个节点的上级已不在，大纲中不再显示：节、文");
     EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.2", "章")}, rows), "");
+    EXPECT_EQ(ofCommand("拖动", {gone}, rows), "同时移除了 1 个节点：章\n"
+                                               "2 个节点的上级已不在，大纲中不再显示：节、文");
     EXPECT_EQ(ofCommand("拖动",
                         {row(removed, plansFile, "temp", "甲.2", "章"),
                          row(added, plansFile, "甲", "甲.9", "章")},

@@ -181,6 +181,15 @@ TEST_F(CommandsInTurn, LookWithoutWaitingForTheUserWhoComesBack) {
     EXPECT_FALSE(world.state.Turn->isTaken());
 }
 
+TEST_F(CommandsInTurn, ReadAgainOnceTheGestureOfARefusedCommandIsOver) {
+    theirs.take();
+    cancelsWaits();
+    events.run(act);
+    EXPECT_EQ(done, 0);
+    EXPECT_TRUE(events.read(act));
+    EXPECT_EQ(done, 1);
+}
+
 TEST_F(CommandsInTurn, RunNoMoreBehindTheEndOfTheProgram) {
     world.state.gDbUser.reset();
     EXPECT_FALSE(events.read(act));

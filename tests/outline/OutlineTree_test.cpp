@@ -153,6 +153,16 @@ TEST_F(OutlineTreeNodes, AnObserverHearsOfEachChangeBeforeAndAfter) {
     EXPECT_EQ(listener.heard.size(), 10);
 }
 
+TEST_F(OutlineTreeNodes, AnObserverThatIsAddedTwiceHearsOnce) {
+    fill();
+    Listener listener;
+    tree.addObserver(&listener);
+    tree.addObserver(&listener);
+    tree.setText(tree.Item("T.2"), "新");
+    EXPECT_EQ(listener.heard, QStringList("text 新"));
+    tree.removeObserver(&listener);
+}
+
 TEST_F(OutlineTreeNodes, CollapseAllPassesOverWhatWasRemoved) {
     fill();
     tree.Expand(tree.Item("T.5"));

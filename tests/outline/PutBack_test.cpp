@@ -164,6 +164,14 @@ TEST_F(PutBack, AReplacedFileGetsItsContentAndTheNewOneIsKept) {
     EXPECT_EQ(world.folder.read(file("T.1.1")), "new");
 }
 
+TEST_F(PutBack, AFileThatTheHistoryHasNotKeptIsToldByItsName) {
+    const std::int64_t step = deleteNode("T.2");
+    const Change file{Kind::fileRemoved, {}, {}, world.folder.path("neu"), "neu.doc", {}};
+    const auto description =
+        test::descriptionOf([&] { outline::putBack(world.state, step, file); });
+    EXPECT_EQ(QString::fromStdU16String(description), "操作历史没有保留“neu.doc”的内容。");
+}
+
 TEST_F(PutBack, IsACommandThatCanBeTakenBack) {
     const std::int64_t step = deleteNode("T.1");
     const QStringList keys = world.keys("T");
@@ -221,6 +229,41 @@ TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
     EXPECT_FALSE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/T.mdb", "T.mdb", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::rowRemoved, "D", "T", "T.1", "章", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/a.doc", "a.doc", {}}));
+}
+
+TEST_F(PutBack, AStepBearsThePlanThatItsCommandOpenedOrWasSaidToBeAbout) {
+    world.makePlan(QStringList{"U", "U.1"});
+    const auto addTo = [this](const QString& plan, const QString& key) {
+        test::OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from " + plan),
+                                {key, "新"});
+    };
+    const std::int64_t opening = run("打开", [&] {
+        addTo("U", "U.2");
+        world.openPlan("U");
+    });
+    EXPECT_EQ(world.state.History->step(opening)->plan, "U");
+    outline::RecordedCommand other(world.state, world.workbench.TrvCurrent, "添加", world.messages);
+    addTo("T", "T.3");
+    other.isAbout("T");
+    EXPECT_EQ(other.finish()->plan, "T");
+    const std::int64_t closing = run("关闭", [&] {
+        addTo("U", "U.3");
+        world.workbench.TrvCurrent.Clear();
+    });
+    EXPECT_EQ(world.state.History->step(closing)->plan, "U");
+}
+
+TEST_F(PutBack, ACommandDropsEarlierRemarksAndOneWithinItKeepsItsOwn) {
+    world.state.Remarks << "早先的";
+    outline::RecordedCommand outer(world.state, world.workbench.TrvCurrent, "复制", world.messages);
+    EXPECT_EQ(world.state.Remarks, QStringList());
+    world.state.Remarks << "外面的";
+    {
+        const outline::RecordedCommand inner(world.state, world.workbench.TrvCurrent, "删除",
+                                             world.messages);
+    }
+    EXPECT_EQ(world.state.Remarks, QStringList("外面的"));
+    EXPECT_FALSE(outer.finish());
 }
 
 // A command that stands is not said to have done nothing.

@@ -270,6 +270,18 @@ TEST_F(CopyTemplate, AfterAnOverwriteAStrayCopyBearsTheLargestNumberSeenSoFar) {
     EXPECT_EQ(documents(), QStringList({"7.doc", "T.4.doc"}));
 }
 
+TEST_F(CopyTemplate, AfterAnOverwriteTheTargetAloneIsSelectedAndExpanded) {
+    makePlan("T", {{"T", "T"}, {"T.1", "章"}, {"T.1.1", "丙", "是"}});
+    openPlan("T");
+    workbench.TrvCurrent.Expand(workbench.TrvCurrent.Item("T"));
+    sample();
+    messages.answers = {desktop::Answer::yes};
+    EXPECT_TRUE(dragTemplate("M.6", "T.1").done);
+    EXPECT_EQ(selectedKey(), "T.1");
+    EXPECT_TRUE(workbench.TrvCurrent.Item("T.1").Expanded());
+    EXPECT_FALSE(workbench.TrvCurrent.Item("T").Expanded());
+}
+
 TEST_F(CopyTemplate, AfterAnOverwriteOfTheFirstChildTheStrayCopyHasNoName) {
     makePlan("T", {{"T", "T"}, {"T.4", "丙", "是"}, {"T.7", "一"}});
     openPlan("T");

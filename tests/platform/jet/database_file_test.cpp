@@ -83,6 +83,21 @@ TEST_F(DatabaseFiles, AreAloneInTheirFolderBetweenCommandsAndWhenClosed) {
     EXPECT_EQ(files(), QStringList{u"a.mdb"_qs});
 }
 
+TEST_F(DatabaseFiles, AreNotWrittenByOpeningReadingAndClosing) {
+    const auto db = create(u"a.mdb"_qs);
+    db->TableDefs().Append(outlineTable(u"T"_qs));
+    addRows(*db, u"T"_qs, {u"T"_qs});
+    db->Close();
+    QFile file(pathOf(u"a.mdb"_qs));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    const auto again = open(u"a.mdb"_qs);
+    EXPECT_EQ(rowsOf(*again, u"select Key from T"_qs), QStringList{u"T"_qs});
+    again->Close();
+    file.seek(0);
+    EXPECT_EQ(file.readAll(), before);
+}
+
 TEST_F(DatabaseFiles, ACopyMadeWhileTheDatabaseIsOpenIsComplete) {
     const auto db = create(u"a.mdb"_qs);
     db->TableDefs().Append(outlineTable(u"T"_qs));

@@ -233,6 +233,12 @@ TEST_F(Dialect, AnUnknownFunctionIs3085) {
     EXPECT_EQ(opening(u"select * from 工程甲 where instr(Key)>0"_qs), 3085);
 }
 
+TEST_F(Dialect, TheNameOfAFunctionStandsWithoutBracketsAndWithoutATable) {
+    EXPECT_EQ(opening(u"select * from 工程甲 where [instr](Key,'.')>0"_qs), 3075);
+    EXPECT_EQ(opening(u"select * from 工程甲 where 工程甲.instr(Key,'.')>0"_qs), 3075);
+    EXPECT_EQ(opening(u"select * from 工程甲 where where(Key,'.')>0"_qs), 3075);
+}
+
 TEST_F(Dialect, ComparingANumberWithATextIs3464) {
     EXPECT_EQ(opening(u"select * from 工程甲 where ID='1'"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where Key=1"_qs), 3464);

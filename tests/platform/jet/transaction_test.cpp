@@ -257,6 +257,18 @@ TEST_F(Transactions, ARowThatWaitsForAnotherProgramIsNumberedBehindItsRows) {
               (QStringList{u"theirs|1"_qs, u"own|2"_qs}));
 }
 
+TEST_F(Transactions, AFileThatAnotherProgramWritesIsOpenedWithoutWaitingForIt) {
+    DBEngine other;
+    const auto theirs = other.Workspaces(0).OpenDatabase(a_->Name());
+    other.Workspaces(0).BeginTrans();
+    addRows(*theirs, u"T"_qs, {u"x"_qs});
+    ASSERT_TRUE(QFile::exists(pathOf(u"a.mdb-journal"_qs)));
+    DBEngine third;
+    const auto started = std::chrono::steady_clock::now();
+    (void)third.Workspaces(0).OpenDatabase(a_->Name());
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(2));
+}
+
 TEST_F(Transactions, AFileThatAnotherProgramHoldsIs3260AfterAWhile) {
     DBEngine other;
     const auto theirs = other.Workspaces(0).OpenDatabase(a_->Name());

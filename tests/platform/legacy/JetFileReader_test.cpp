@@ -215,6 +215,20 @@ TEST_F(MadeJetFile, ThatThereWasNoTimeToReadIsNotCalledDamaged) {
     EXPECT_EQ(test::errorNumberOf([&] { hasty.Open(put({prices()})); }), 3051);
 }
 
+TEST_F(MadeJetFile, HasEmptyMemosThatAreNotNull) {
+    LegacyTable table = prices();
+    table.Rows[0][4] = jet::Value(QString(""));
+    const LegacyTable read = reader.Open(put({table}))->Table("价目");
+    EXPECT_EQ(read.Rows[0][4], jet::Value(QString("")));
+    EXPECT_TRUE(read.Rows[1][4].IsNull());
+}
+
+TEST_F(MadeJetFile, ThatIsNotThereCannotBeRead) {
+    const QString path = folder.path("none.mdb");
+    const auto description = test::descriptionOf([&] { reader.Open(path); });
+    EXPECT_EQ(QString::fromStdU16String(description), "无法读取旧版数据库『" + path + "』。");
+}
+
 TEST_F(MadeJetFile, ATableThatItLacksIsError3078) {
     const auto database = reader.Open(put({prices()}));
     EXPECT_EQ(test::errorNumberOf([&] { database->Table("none"); }), 3078);

@@ -60,6 +60,14 @@ TEST_P(LockedFiles, AFileThatAnotherProcessHoldsLockedIsSeen) {
     EXPECT_FALSE(isLockedByOther(folder.path("甲/甲.2.doc")));
 }
 
+TEST_P(LockedFiles, AFileThatIsNoDocumentIsNotInUseThoughItIsLocked) {
+    const HeldLock lock(folder.path("甲/甲.mdb"), GetParam());
+    EXPECT_FALSE(gFso.IsInUse(folder.path("甲/甲.mdb")));
+    const HeldLock document(folder.path("甲/甲.2.doc"), GetParam());
+    EXPECT_TRUE(gFso.IsInUse(folder.path("甲/甲.2.DOC")));
+    EXPECT_FALSE(gFso.IsInUse(folder.path("甲/甲.1.doc")));
+}
+
 TEST_P(LockedFiles, AFolderWithALockedDocumentKeepsAllThatIsInIt) {
     const QStringList before = folder.names("甲");
     const HeldLock lock(folder.path("甲/甲.2.doc"), GetParam());

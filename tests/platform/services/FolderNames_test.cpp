@@ -110,6 +110,21 @@ TEST_F(HeldNames, AFolderThatComesOrGoesEndsWhatIsHeld) {
     EXPECT_TRUE(gFso.FileExists(folder.path("x/b.doc")));
 }
 
+TEST_F(HeldNames, EachFolderThatIsMadeMovedOrDeletedEndsWhatIsHeld) {
+    folder.write("x/A.doc", "old");
+    folder.makeFolder("y");
+    const NameScope held(gFso);
+    const auto isSeenBehind = [this](const QString& name, const auto& act) {
+        EXPECT_TRUE(gFso.FileExists(folder.path("x/a.doc")));
+        folder.write("x/" + name + ".doc", "new");
+        act();
+        return gFso.FileExists(folder.path("x/" + name.toLower() + ".doc"));
+    };
+    EXPECT_TRUE(isSeenBehind("B", [this] { gFso.CreateFolder(folder.path("neu")); }));
+    EXPECT_TRUE(isSeenBehind("C", [this] { gFso.MoveFolder(folder.path("y"), folder.path("z")); }));
+    EXPECT_TRUE(isSeenBehind("D", [this] { gFso.DeleteFolder(folder.path("z"), false); }));
+}
+
 TEST_F(HeldNames, WithoutHoldingEachLookUpReadsTheDisk) {
     folder.write("x/A.doc", "old");
     { const NameScope held(gFso); }

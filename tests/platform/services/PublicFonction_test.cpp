@@ -57,6 +57,8 @@ TEST_F(ReadKeyedLines, LinesEndInAnyOfTheThreeWays) {
     EXPECT_EQ(read("work\nx\n"), "x");
 }
 
+TEST_F(ReadKeyedLines, TheLastLineMayLackItsEnd) { EXPECT_EQ(read("work\nxy"), "xy"); }
+
 TEST_F(ReadKeyedLines, TheFileMayBeUtf8OrGbk) {
     EXPECT_EQ(read("work\n工程\n"), "工程");
     EXPECT_EQ(read("\xEF\xBB\xBFwork\n工程\n"), "工程");
