@@ -12,12 +12,11 @@ struct InsertionOutcome {
     bool accepted = false;
     std::set<std::string>
         broken; // rules of the format that the result breaks; none for a sound one
-    word::Bytes result;
 };
 
-// Reads the file, inserts it into a new document and checks what is saved of that; then saves the
-// file itself and checks it. A refusal is no fault; anything
-// thrown besides is let through.
+// Reads the file and inserts it twice into a new document that is saved again and again, as
+// generation does, and checks what comes of it; then saves the file itself and checks that. A
+// refusal is no fault; anything thrown besides is let through.
 InsertionOutcome insertAndCheck(word::ByteView file);
 
 } // namespace qvnd::test

@@ -1,6 +1,6 @@
 #include "fuzz/FuzzRun.h"
 
-#include <sys/resource.h>
+#include "platform/word/CountedMemory.h"
 
 #include <ctime>
 #include <exception>
@@ -23,11 +23,17 @@ Bytes contents(const std::filesystem::path& path) {
 
 double processorSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
-std::uint64_t peakBytes() {
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::uint64_t>(usage.ru_maxrss) * 1024;
+// A second, and ten for each 100 MB; sanitizers take longer.
+double mostSeconds(std::size_t size) {
+#ifdef __SANITIZE_ADDRESS__
+    constexpr double slower = 10;
+#else
+    constexpr double slower = 1;
+#endif
+    return slower * (1.0 + static_cast<double>(size) / 1e7);
 }
+
+std::size_t mostBytes(std::size_t size) { return 20 * size + (std::size_t{50} << 20); }
 
 class Run {
 public:
@@ -77,22 +83,22 @@ private:
             write("current", input); // left behind by what ends the process
         }
         const double start = processorSeconds();
-        const std::uint64_t before = peakBytes();
         std::string fault;
-        try {
-            const FuzzTarget::Outcome outcome = target_.run(input);
-            *accepted += outcome.accepted ? 1 : 0;
-            fault += outcome.fault;
-        } catch (const std::exception& error) {
-            fault += std::string(" threw ") + error.what();
-        }
+        const MemoryUse use = memoryUseOf([&] {
+            try {
+                const FuzzTarget::Outcome outcome = target_.run(input);
+                *accepted += outcome.accepted ? 1 : 0;
+                fault += outcome.fault;
+            } catch (const std::exception& error) {
+                fault += std::string(" threw ") + error.what();
+            }
+        });
         const double seconds = processorSeconds() - start;
-        const std::uint64_t grown = peakBytes() - before;
-        if (seconds > 10.0 * (1.0 + static_cast<double>(input.size()) / 1e8)) {
+        if (seconds > mostSeconds(input.size())) {
             fault += " took " + std::to_string(seconds) + " s";
         }
-        if (grown > 20 * input.size() + (std::uint64_t{50} << 20)) {
-            fault += " took " + std::to_string(grown >> 20) + " MB";
+        if (use.peak > mostBytes(input.size())) {
+            fault += " took " + std::to_string(use.peak >> 20) + " MB";
         }
         return fault;
     }

@@ -37,8 +37,10 @@ FuzzOptions fuzzOptions(const std::vector<std::string>& arguments);
 // Damages files at random and hands each to the target. Prints a line for each fault with the
 // number of the input, and at the end what was done. With a folder to keep, an input that breaks
 // something lies there with as few changes as do it; that which ends the process lies there as
-// "current". More than 10 s, and a second more for each 10 MB, count as a fault, so do more than 20
-// times the size of the input and 50 MB. True when there was no fault.
+// "current". Each input is measured by itself, by the processor's time and by what operator new is
+// asked for: more than a second, and ten more for each 100 MB, count as a fault (under a sanitizer
+// ten times as much), so do more than 20 times the size of the input and 50 MB. True when there was
+// no fault.
 bool fuzz(FuzzTarget& target, const FuzzOptions& options);
 
 } // namespace qvnd::test

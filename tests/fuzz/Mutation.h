@@ -1,11 +1,13 @@
 #pragma once
 
-#include "platform/word/docfile/WordFileBuilder.h"
+#include "platform/word/docfile/container/CompoundFile.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <random>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -16,12 +18,16 @@ class DamagedFile {
 public:
     using Change = std::function<void(word::Bytes&)>;
 
-    // A document's WordDocument, table and Data streams, or another file as its only part.
-    using Parts = std::vector<word::Bytes>;
-    explicit DamagedFile(Parts parts) : parts_(std::move(parts)) {}
+    // The file itself as its only part.
+    explicit DamagedFile(word::Bytes file) : parts_{std::move(file)} {}
+    // A compound file, whose parts are its streams in the order of its entries. What it holds is
+    // put together anew, so that changes may make streams longer or shorter.
+    explicit DamagedFile(const word::CompoundFile& file);
 
     const word::Bytes& part(std::size_t number) const { return parts_[number]; }
-    bool isDocument() const { return parts_.size() > 1; }
+    std::size_t parts() const { return parts_.size(); }
+    // The part with that path; nothing when there is none.
+    std::optional<std::size_t> partAt(std::u16string_view path) const;
     void add(std::size_t part, Change change) { changes_.emplace_back(part, std::move(change)); }
 
     std::size_t changes() const { return changes_.size(); }
@@ -30,7 +36,8 @@ public:
     word::Bytes bytes() const;
 
 private:
-    Parts parts_;
+    std::vector<word::CompoundFile::Entry> entries_; // of a compound file
+    std::vector<word::Bytes> parts_;                 // of a storage: no bytes
     std::vector<std::pair<std::size_t, Change>> changes_;
 };
 
@@ -39,13 +46,17 @@ class Mutation {
 public:
     explicit Mutation(std::uint32_t seed) : chance_(seed) {}
 
-    // A document with some of its bytes changed: in the streams that its structures lie in, or
-    // anywhere in the file. A file that is no document is changed anywhere.
+    // A document with some of its bytes changed, taken out or put in: in the streams that its
+    // structures lie in, in those of its objects, or anywhere in the file, directory and allocation
+    // tables included. A file that is no document is changed anywhere.
     DamagedFile damaged(word::ByteView file);
     std::uint32_t below(std::size_t limit);
 
 private:
+    void changeStreams(DamagedFile& file, std::size_t main);
+    void changePart(DamagedFile& file, std::size_t part);
     DamagedFile::Change change(std::size_t size);
+    DamagedFile::Change changeOfSize(std::size_t size);
 
     std::mt19937 chance_;
 };
