@@ -346,6 +346,14 @@ TEST(FieldRules, FieldWithAResultMustBeInTheTable) {
     EXPECT_EQ(brokenRules(document.bytes()), Rules{"field.table"});
 }
 
+TEST(FieldRules, ObjectMustHaveItsStorage) {
+    SoundDocument document;
+    document.setCharacters(
+        u"\x14", withSprm8(withSprm32(special(), sprm::CPicLocation, 12), sprm::CFOle2, 1));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"object.storage"});
+    EXPECT_EQ(brokenRules(compoundFile(document.streams(), {u"ObjectPool/_12"})), Rules{});
+}
+
 TEST(FieldRules, FieldThatOnlyMarksAPlaceNeedsNoTable) {
     SoundDocument document;
     document.file.parts.erase(FibPair::PlcfFldMom);

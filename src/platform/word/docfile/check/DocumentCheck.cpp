@@ -5,6 +5,7 @@
 #include "platform/word/docfile/container/FormatError.h"
 
 #include <exception>
+#include <string_view>
 
 namespace qvnd::word {
 
@@ -36,6 +37,12 @@ bool openDocument(ByteView file, Evidence& evidence, Findings& findings) {
         evidence.table = compound.stream(evidence.fib.tableStreamName());
         if (compound.has(u"Data")) {
             evidence.data = compound.stream(u"Data");
+        }
+        constexpr std::u16string_view pool = u"ObjectPool/";
+        for (const CompoundFile::Entry& entry : compound.entries()) {
+            if (entry.storage && entry.path.starts_with(pool)) {
+                evidence.objects.insert(entry.path.substr(pool.size()));
+            }
         }
         return true;
     } catch (const FormatError& error) {

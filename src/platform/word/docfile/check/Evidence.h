@@ -7,6 +7,7 @@
 
 #include <array>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -62,6 +63,7 @@ struct Evidence {
     Bytes word; // the streams
     Bytes table;
     Bytes data;
+    std::set<std::u16string> objects; // names of the storages in ObjectPool
     Fib fib;
 
     std::vector<std::optional<StyleKind>> styles; // by istd

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/Fields.h"
 
 #include <set>
 
@@ -101,14 +102,32 @@ private:
     std::u16string where_;
 };
 
+// The separator of an object's field names the storage that holds the object.
+void checkObject(ByteView sprms, Cp cp, const Evidence& evidence, Findings& findings) {
+    const auto location = findSprm(sprms, sprm::CPicLocation);
+    if (!location || !flagOf(sprms, sprm::CFOle2)) {
+        return;
+    }
+    const std::uint32_t number = LittleEndianReader(location->operand, "sprmCPicLocation").u32();
+    if (!evidence.objects.contains(u"_" + digits(number))) {
+        findings.add("object.storage",
+                     placeOf(evidence, cp) + u"的对象 " + digits(number) + u" 没有存储");
+    }
+}
+
 } // namespace
 
 void checkPictures(const Evidence& evidence, Findings& findings) {
     PictureCheck pictures(evidence, findings);
     for (Cp cp = 0; cp < evidence.text.size(); ++cp) {
+        const char16_t c = evidence.text[cp];
         const FormatRun* run =
-            evidence.text[cp] == special::picture ? evidence.characterRunOf(cp) : nullptr;
+            c == special::picture || c == fieldSeparator ? evidence.characterRunOf(cp) : nullptr;
         if (run == nullptr || !flagOf(run->sprms, sprm::CFSpec)) {
+            continue;
+        }
+        if (c == fieldSeparator) {
+            checkObject(run->sprms, cp, evidence, findings);
             continue;
         }
         const auto location = findSprm(run->sprms, sprm::CPicLocation);
