@@ -384,14 +384,52 @@ private:
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 
+void addReferences(const Story& story, std::unordered_set<std::u16string>& names) {
+    for (const std::vector<FieldWord>& words : fieldWords(story)) {
+        for (const FieldWord& word : bookmarkWords(words)) {
+            names.insert(foldedName(word.text));
+        }
+    }
+}
+
+// The folded names of the bookmarks that fields of the document speak of.
+std::unordered_set<std::u16string> referencesOf(const DocumentContent& source) {
+    std::unordered_set<std::u16string> names;
+    addReferences(*joined(source.main), names);
+    for (const HeaderSet& set : source.headers) {
+        for (const SlicedText& header : set) {
+            addReferences(*joined(header), names);
+        }
+    }
+    for (const SideStory& story : source.tables.sideStories) {
+        addReferences(*story.text, names);
+    }
+    for (const ShapeText& text : source.tables.shapeTexts) {
+        addReferences(*text.text, names);
+    }
+    return names;
+}
+
+// Those that nothing shows and nothing speaks of go first.
+int leaveOutBeyondRoom(std::vector<Bookmark>& bookmarks, const BookmarkNames& names,
+                       const DocumentContent& source) {
+    const std::size_t room = mostBookmarksBrought - std::min(names.count(), mostBookmarksBrought);
+    if (bookmarks.size() <= room) {
+        return 0;
+    }
+    const std::unordered_set<std::u16string> references = referencesOf(source);
+    return leaveOutBookmarks(bookmarks, room, [&](const Bookmark& bookmark) {
+        return isHidden(bookmark) && !references.contains(foldedName(bookmark.name));
+    });
+}
+
 } // namespace
 
 DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
                             const DocumentContent& source, std::vector<std::u16string>& leftOut) {
     DocumentBody result;
     result.bookmarks = source.bookmarks;
-    const int withoutRoom = leaveOutBookmarks(
-        result.bookmarks, mostBookmarksBrought - std::min(names.count(), mostBookmarksBrought));
+    const int withoutRoom = leaveOutBeyondRoom(result.bookmarks, names, source);
     const NewNames newNames = renamed(result.bookmarks, names);
     StoriesImport stories(target, source, newNames, withoutRoom);
     result.main = slicesOf(stories.main());

@@ -87,14 +87,14 @@ TEST(BookmarkTables, NamesAreNeitherEmptyNorLongerThanTheFormatAllows) {
     EXPECT_EQ(remarks.size(), 1U);
 }
 
-TEST(BookmarkTables, WhereThereIsNoRoomHiddenOnesGoFirstAndThenTheLast) {
+TEST(BookmarkTables, WhereThereIsNoRoomThoseThatGoFirstGoAndThenTheLast) {
     const std::vector<Bookmark> all{
         {u"a", 0, 1, 0},     {u"_Ref1", 0, 1, 0}, {u"b", 0, 1, 0},
         {u"_Ref2", 0, 1, 0}, {u"", 0, 1, 0, 7}, // the range of a comment
     };
     const auto namesWithin = [&](std::size_t room) {
         std::vector<Bookmark> left = all;
-        leaveOutBookmarks(left, room);
+        leaveOutBookmarks(left, room, isHidden);
         std::u16string names;
         for (const Bookmark& bookmark : left) {
             names += bookmark.name + u' ';
@@ -106,7 +106,7 @@ TEST(BookmarkTables, WhereThereIsNoRoomHiddenOnesGoFirstAndThenTheLast) {
     EXPECT_EQ(namesWithin(2), u"a b  ");
     EXPECT_EQ(namesWithin(1), u"a  ");
     std::vector<Bookmark> left = all;
-    EXPECT_EQ(leaveOutBookmarks(left, 1), 3);
+    EXPECT_EQ(leaveOutBookmarks(left, 1, isHidden), 3);
 }
 
 TEST(BookmarkTables, OnesBeyondWhatADocumentHoldsAreLeftOutAndCounted) {

@@ -1071,18 +1071,18 @@ TEST(ImportedReferences, FieldsInEachOtherAreRenamedInOneGo) {
 // --- what does not come along ---------------------------------------------------------------
 
 // The engine leaves room for the bookmarks of the contents.
-TEST(LeftOut, BookmarksBeyondWhatADocumentHoldsAreCountedAndHiddenOnesGoFirst) {
+TEST(LeftOut, BookmarksBeyondWhatADocumentHoldsAreCountedAndHiddenOnesThatNothingNamesGoFirst) {
     SourceDocument source;
-    source.paragraph(u"正文");
-    source.data.bookmarks.assign(3, Bookmark{u"_Ref", 0, 1, 0});
-    source.data.bookmarks.push_back({u"页", 0, 1, 0});
+    source.paragraph(u"\u0013REF _Ref3\u0014x\u0015");
+    source.data.bookmarks = {
+        {u"_Ref1", 0, 1, 0}, {u"_Ref2", 0, 1, 0}, {u"_Ref3", 0, 1, 0}, {u"页", 0, 1, 0}};
     ImportTarget target;
     for (std::int64_t i = 0; i < 13'998; ++i) {
         target.names.add(u"m" + digits(i));
     }
     const auto& result = target.import(source.document());
     ASSERT_EQ(result.bookmarks.size(), 2U);
-    EXPECT_EQ(result.bookmarks[0].name, u"_Ref");
+    EXPECT_EQ(result.bookmarks[0].name, u"_Ref3");
     EXPECT_EQ(result.bookmarks[1].name, u"页");
     EXPECT_THAT(result.leftOut, ElementsAre(u"书签 2 个未能带入，一个文档最多 16380 个书签"));
     EXPECT_TRUE(target.import(source.document()).bookmarks.empty());

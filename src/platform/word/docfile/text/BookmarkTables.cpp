@@ -99,22 +99,24 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
     if (starts != names.entries.size()) {
         remarks.push_back(u"书签表的名称与位置个数不同，多出的未读入");
     }
-    if (const int gone = leaveOutBookmarks(bookmarks, mostBookmarks); gone > 0) {
+    if (const int gone = leaveOutBookmarks(bookmarks, mostBookmarks, isHidden); gone > 0) {
         remarks.push_back(u"有 " + digits(gone) + u" 个书签未读入，一个文档最多 16380 个书签");
     }
     return bookmarks;
 }
 
-int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room) {
-    const auto isHidden = [](const Bookmark& bookmark) { return bookmark.name.starts_with(u'_'); };
-    const auto visible = static_cast<std::size_t>(
+bool isHidden(const Bookmark& bookmark) { return bookmark.name.starts_with(u'_'); }
+
+int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room,
+                      const std::function<bool(const Bookmark&)>& goesFirst) {
+    const auto later = static_cast<std::size_t>(
         std::count_if(bookmarks.begin(), bookmarks.end(), [&](const Bookmark& bookmark) {
-            return !bookmark.comment && !isHidden(bookmark);
+            return !bookmark.comment && !goesFirst(bookmark);
         }));
-    std::size_t visibleRoom = std::min(visible, room);
-    std::size_t hiddenRoom = room - visibleRoom;
+    std::size_t laterRoom = std::min(later, room);
+    std::size_t firstRoom = room - laterRoom;
     return static_cast<int>(std::erase_if(bookmarks, [&](const Bookmark& bookmark) {
-        std::size_t& left = isHidden(bookmark) ? hiddenRoom : visibleRoom;
+        std::size_t& left = goesFirst(bookmark) ? firstRoom : laterRoom;
         const bool goes = !bookmark.comment && left == 0;
         left -= bookmark.comment || goes ? 0 : 1;
         return goes;

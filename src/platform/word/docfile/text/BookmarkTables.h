@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/docfile/document/Remarks.h"
 
+#include <functional>
 #include <span>
 
 namespace qvnd::word {
@@ -23,10 +24,14 @@ struct BookmarkTableViews {
 // 2.1.360).
 inline constexpr std::size_t mostBookmarks = 16380;
 
-// Leaves out those beyond `room`: hidden ones, whose names begin with "_", before all others, and
-// of each kind the last ones. The others keep their order. Answers how many went. Ranges of
-// comments are none.
-int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room);
+// Whether its name begins with "_": word processors set such ones themselves and do not list them.
+bool isHidden(const Bookmark& bookmark);
+
+// Leaves out those beyond `room`: such that `goesFirst` says so of before all others, and of each
+// kind the last ones. The others keep their order. Answers how many went. Ranges of comments are
+// none.
+int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room,
+                      const std::function<bool(const Bookmark&)>& goesFirst);
 
 // The bookmarks that lie within the first `mainLength` characters, the main story. Others, and
 // those whose end is missing or lies before their start, are left out and named in `remarks`; so
