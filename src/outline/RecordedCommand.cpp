@@ -79,13 +79,6 @@ QString spokenCaption(const QString& caption) {
 
 RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
                                  desktop::MessageBoxes& messages)
-    : RecordedCommand(state, tree, caption, &messages) {}
-
-RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption)
-    : RecordedCommand(state, tree, caption, nullptr) {}
-
-RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
-                                 desktop::MessageBoxes* messages)
     : state_(state), isOpen_(state.History && !state.History->isUnderWay()), tree_(tree),
       caption_(spokenCaption(caption)), messages_(messages) {
     if (state.History == nullptr || !state.History->isUnderWay()) {
@@ -96,19 +89,21 @@ RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const 
     }
     history::CommandFrame frame = frameOf(state, tree, caption);
     frame.planBehind = [this, before = frame.plan] { return planBehind(before); };
-    if (messages_ != nullptr) {
-        frame.goOnWithout = [this](const QString& reason) {
-            return messages_->ask(
-                u"操作历史不能写入，“%1”做了就不能撤消：\n%2\n\n"
-                u"要不记历史而继续工作吗？选“是”就执行，直到程序结束，"
-                u"所做的都不能撤消；选“否”就什么也不改动。"_s.arg(caption_, reason),
-                desktop::Icon::exclamation, u"提示"_s);
-        };
-    }
-    const history::History::Found found = state_.History->begin(frame);
-    if (found.unfinished || found.restored) {
-        state_.HistoryFound = found;
-    }
+    frame.goOnWithout = [this](const QString& reason) { return goesOnWithout(reason); };
+    state_.HistoryFound.add(state_.History->begin(frame));
+}
+
+bool RecordedCommand::isExit() const { return caption_ == history::caption::exit; }
+
+bool RecordedCommand::goesOnWithout(const QString& reason) {
+    wasAsked_ = true;
+    const QString question =
+        isExit() ? u"操作历史不能写入，退出时把大纲存入方案文件夹就不能撤消：\n%1\n\n仍要存吗？"
+                   u"选“否”时大纲不会丢，只是方案文件夹中的那一份仍是旧的。"_s.arg(reason)
+                 : u"操作历史不能写入，“%1”做了就不能撤消：\n%2\n\n"
+                   u"要不记历史而继续工作吗？选“是”就执行，直到程序结束，"
+                   u"所做的都不能撤消；选“否”就什么也不改动。"_s.arg(caption_, reason);
+    return messages_.ask(question, desktop::Icon::exclamation, u"提示"_s);
 }
 
 // A command may open its plan itself; behind the deletion of a plan the tree is empty.
@@ -145,19 +140,31 @@ history::History::Outcome RecordedCommand::close() {
 
 std::optional<history::Step> RecordedCommand::finish() {
     const history::History::Outcome outcome = close();
-    if (outcome.stands && messages_ != nullptr) {
-        messages_->tell(u"“%1”所做的不能记入操作历史，也没有能全部收回：\n%2\n\n"
-                        u"下一个操作以前或下次启动时会再记一次，那以后可以撤消它。"_s.arg(
-                            caption_, outcome.refusal),
-                        desktop::Icon::exclamation, u"提示"_s);
-    } else if (outcome.mayGoOnWithout && messages_ != nullptr &&
-               messages_->ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
-                              u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
-                              u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
-                              desktop::Icon::exclamation, u"提示"_s)) {
-        state_.History->goOnWithout();
+    if (wasRefused_) {
+        tellRefusal(outcome);
     }
     return outcome.step;
+}
+
+void RecordedCommand::tellRefusal(const history::History::Outcome& outcome) {
+    if (outcome.stands) {
+        messages_.tell(u"“%1”所做的不能记入操作历史，也没有能全部收回：\n%2\n\n"
+                       u"下一个操作以前或下次启动时会再记一次，那以后可以撤消它。"_s.arg(
+                           caption_, outcome.refusal),
+                       desktop::Icon::exclamation, u"提示"_s);
+    } else if (isExit()) {
+        if (!wasAsked_) {
+            messages_.tell(u"退出时没有把大纲存入方案文件夹，因为操作历史不能写入：\n%1\n\n"
+                           u"大纲不会丢，只是方案文件夹中的那一份仍是旧的。"_s.arg(outcome.refusal),
+                           desktop::Icon::exclamation, u"提示"_s);
+        }
+    } else if (outcome.mayGoOnWithout &&
+               messages_.ask(u"“%1”没有执行，因为操作历史不能写入，做了就不能撤消：\n%2\n\n"
+                             u"要不记历史而继续工作吗？选“是”后请再操作一次；直到程序结束，"
+                             u"所做的都不能撤消。"_s.arg(caption_, outcome.refusal),
+                             desktop::Icon::exclamation, u"提示"_s)) {
+        state_.History->goOnWithout();
+    }
 }
 
 } // namespace qvnd::outline

@@ -23,8 +23,6 @@ public:
     // first change, whether to go on without it.
     RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
                     desktop::MessageBoxes& messages);
-    // For what the program does by itself at its end: then it does nothing, without a word.
-    RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption);
     ~RecordedCommand(); // as finish, but swallows errors
     RecordedCommand(const RecordedCommand&) = delete;
     RecordedCommand& operator=(const RecordedCommand&) = delete;
@@ -33,15 +31,17 @@ public:
     void isAbout(const QString& plan) { about_ = plan; }
 
     // The end of the command. Its step, if it has made one. When the history could not be written
-    // the command has done nothing; a user who was not asked yet is told so, and asked now. Where
-    // it could not be taken back either, the user is told that it stands.
+    // the command has done nothing; a user who was not asked yet is told so, and asked now, but at
+    // the exit, behind which there is nothing to go on with. Where it could not be taken back
+    // either, the user is told that it stands.
     std::optional<history::Step> finish();
     // Behind the end: the history could not be written, and the command was taken back if possible.
     bool wasRefused() const { return wasRefused_; }
 
 private:
-    RecordedCommand(modMain& state, const OutlineTree& tree, const QString& caption,
-                    desktop::MessageBoxes* messages);
+    bool isExit() const;
+    bool goesOnWithout(const QString& reason);
+    void tellRefusal(const history::History::Outcome& outcome);
     // The history, as long as this frame is open in it; the command may have ended the program.
     history::History* open() const;
     history::History::Outcome close();
@@ -52,7 +52,8 @@ private:
     const OutlineTree& tree_;
     QString caption_;
     QString about_;
-    desktop::MessageBoxes* messages_; // null for nobody to ask
+    desktop::MessageBoxes& messages_;
+    bool wasAsked_ = false;
     bool wasRefused_ = false;
 };
 

@@ -45,9 +45,10 @@ bool Program::exit() {
 bool Program::savePlanInTurn() {
     try {
         const files::TurnScope turn(state_.Turn.get());
-        const outline::RecordedCommand recorded(state_, workbench_.TrvCurrent,
-                                                history::caption::exit);
+        outline::RecordedCommand recorded(state_, workbench_.TrvCurrent, history::caption::exit,
+                                          services_.messages);
         outline::saveCurrentPlan(state_, workbench_);
+        recorded.finish();
     } catch (const RunTimeError& failure) {
         return failure.number() != error::dialogCancelled;
     }

@@ -5,6 +5,7 @@
 #include "store/OutlineFolders.h"
 #include "support/FakeLongRun.h"
 #include "support/OutlineWorld.h"
+#include "support/PlainSqlite.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -139,6 +140,58 @@ TEST_F(WholeProgram, TheOrderlyExitLevelsTheOpenPlansCopy) {
     jet::DBEngine engine;
     const auto copy = engine.Workspaces(0).OpenDatabase(folder.path("Sys/用户模板/甲/甲.mdb"));
     EXPECT_EQ(OutlineWorld::column(*copy, "甲", u"Key"), QStringList({"甲"}));
+}
+
+// An exit behind which the history in the plans' folder has become unwritable, or its tables have.
+struct UnrecordedExit : WholeProgram {
+    UnrecordedExit() {
+        start();
+        dropPlanFolder("甲", {{"甲", "甲"}, {"甲.1", "章"}});
+        restart();
+        click("甲");
+        state().gDbUser->Execute("Delete * from 甲 where Key='甲.1'");
+    }
+    QStringList copiedBehind(const std::function<void()>& harm, desktop::Answer answer) {
+        state().gWs->Settle();
+        harm();
+        messages.otherwise = answer;
+        program->exit();
+        jet::DBEngine engine;
+        return OutlineWorld::column(
+            *engine.Workspaces(0).OpenDatabase(folder.path("Sys/用户模板/甲/甲.mdb")), "甲",
+            u"Key");
+    }
+    void takeTheFolderAway() const {
+        QDir(folder.path("Sys/用户模板/.~history")).removeRecursively();
+        folder.write("Sys/用户模板/.~history", "in the way");
+    }
+    void expectOneBox(const QString& begin) {
+        ASSERT_EQ(messages.shown.size(), 1U);
+        EXPECT_TRUE(messages.shown[0].text.startsWith(begin))
+            << messages.shown[0].text.toStdString();
+    }
+};
+
+TEST_F(UnrecordedExit, AsksBeforeItSavesThePlanAndLeavesTheCopyWhereTheUserWantsThat) {
+    EXPECT_EQ(copiedBehind([this] { takeTheFolderAway(); }, desktop::Answer::no),
+              QStringList({"甲", "甲.1"}));
+    expectOneBox("操作历史不能写入，退出时把大纲存入方案文件夹就不能撤消：");
+}
+
+TEST_F(UnrecordedExit, SavesThePlanWhereTheUserWantsThatAllTheSame) {
+    EXPECT_EQ(copiedBehind([this] { takeTheFolderAway(); }, desktop::Answer::yes),
+              QStringList({"甲"}));
+    expectOneBox("操作历史不能写入，退出时把大纲存入方案文件夹就不能撤消：");
+}
+
+TEST_F(UnrecordedExit, TellsWhenItHasTakenTheSavedPlanBack) {
+    const auto fill = [this] {
+        test::PlainSqlite(folder.path("Sys/用户模板/.~history/history.db"))
+            .rows("CREATE TRIGGER full BEFORE INSERT ON steps BEGIN SELECT RAISE(ABORT,'full'); "
+                  "END");
+    };
+    EXPECT_EQ(copiedBehind(fill, desktop::Answer::no), QStringList({"甲", "甲.1"}));
+    expectOneBox("退出时没有把大纲存入方案文件夹，因为操作历史不能写入：");
 }
 
 // mnuExit: the run's end without the orderly exit.

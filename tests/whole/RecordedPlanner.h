@@ -19,6 +19,7 @@ protected:
     RecordedPlanner() { planner.start(); }
     ~RecordedPlanner() override {
         if (planner.program) {
+            planner.messages.otherwise = desktop::Answer::no; // to what the exit may ask
             planner.exit();
         }
     }
