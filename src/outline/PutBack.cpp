@@ -200,9 +200,10 @@ PutBack putFileBack(modMain& state, std::int64_t step, const Change& change) {
         throw RunTimeError(error::fileNotFound,
                            u"操作历史没有保留“%1”的内容。"_s.arg(change.name).toStdU16String());
     }
-    if (content != change.key) {
-        state.gFso->CopyFile(content, change.key, true);
+    if (files::resolved(content) == files::resolved(change.key)) {
+        refuse(u"“%1”在这一步之前的内容就是现在的，不用放回。"_s.arg(change.name));
     }
+    state.gFso->CopyFile(content, change.key, true);
     return {{}, {change.name}, {}};
 }
 

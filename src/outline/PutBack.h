@@ -28,8 +28,9 @@ bool canPutBack(const history::Change& change);
 // key is another node's by now, under one more than the largest among the parent's children. A node
 // that was changed gets its earlier name. A file gets its earlier content.
 //
-// Errors: 5 when the outline or the node's parent is no longer there, 53 when the history has no
-// content for a file; nothing is changed then. Those of files and store pass.
+// Errors: 5 when the outline or the node's parent is no longer there, and for a file that no step
+// has changed since; 53 when the history has no content for a file; nothing is changed then. Those
+// of files and store pass.
 PutBack putBack(modMain& state, std::int64_t step, const history::Change& change);
 
 // The file that a change is about: itself, or that of a document's node; empty for anything else.

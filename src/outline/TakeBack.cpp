@@ -9,6 +9,9 @@
 #include "store/OutlineFolders.h"
 
 #include <functional>
+#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace qvnd::outline {
 
@@ -70,6 +73,28 @@ void take(modMain& state, Workbench& workbench, const Services& services,
     showTables(state, workbench, services, selected);
 }
 
+using history::History;
+
+// 撤消 or 恢复: what it would take, taking it, and which node is selected behind it.
+struct OneStep {
+    std::optional<history::Step> (History::*offered)();
+    std::optional<history::Step> (History::*taken)();
+    QString history::Step::*selected;
+};
+
+// Where the begin of this command has ended an earlier one, the trees are to show that.
+std::optional<history::Step> takeOne(modMain& state, Workbench& workbench, const Services& services,
+                                     const OneStep& one) {
+    std::optional<history::Step> step;
+    if (state.History && ((*state.History.*one.offered)() || state.HistoryFound.restored)) {
+        take(state, workbench, services, [&] {
+            step = (*state.History.*one.taken)();
+            return step ? (*step).*one.selected : QString();
+        });
+    }
+    return step;
+}
+
 } // namespace
 
 void showTables(modMain& state, Workbench& workbench, const Services& services,
@@ -83,25 +108,35 @@ void showTables(modMain& state, Workbench& workbench, const Services& services,
 }
 
 std::optional<history::Step> undo(modMain& state, Workbench& workbench, const Services& services) {
-    std::optional<history::Step> step;
-    if (state.History && state.History->undoable()) {
-        take(state, workbench, services, [&] {
-            step = state.History->undo();
-            return step->selectedBefore;
-        });
-    }
-    return step;
+    return takeOne(state, workbench, services,
+                   {&History::undoable, &History::undo, &history::Step::selectedBefore});
 }
 
 std::optional<history::Step> redo(modMain& state, Workbench& workbench, const Services& services) {
-    std::optional<history::Step> step;
-    if (state.History && state.History->redoable()) {
-        take(state, workbench, services, [&] {
-            step = state.History->redo();
-            return step->selectedAfter;
-        });
+    return takeOne(state, workbench, services,
+                   {&History::redoable, &History::redo, &history::Step::selectedAfter});
+}
+
+QString takeMended(modMain& state, const QString& undo) {
+    const History::Found found = std::exchange(state.HistoryFound, {});
+    QStringList lines;
+    if (found.unfinished) {
+        const auto last = state.History->undoable();
+        const bool isLast = last && last->id == found.unfinished->id;
+        lines << u"上次运行没有做完“%1”就中断了。%2可以回到它之前。"_s.arg(
+            found.unfinished->title, isLast ? undo : u"操作历史中"_s);
+        state.History->told();
     }
-    return step;
+    if (!found.unfinishedBefore.isEmpty()) {
+        lines << u"在它以前也没有做完：%1。"_s.arg(found.unfinishedBefore.join(u'、'));
+    }
+    if (found.restored) {
+        lines << u"上一次撤消或恢复中断了，现已做完。"_s;
+    }
+    if (!found.note.isEmpty()) {
+        lines << found.note;
+    }
+    return lines.join(u'\n');
 }
 
 void goToStep(modMain& state, Workbench& workbench, const Services& services, std::int64_t step) {

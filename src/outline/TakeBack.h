@@ -11,9 +11,10 @@
 namespace qvnd::outline {
 
 // 撤消 and 恢复: take the last command back, or do the last undone one again. The step that was
-// taken; null when there is none. Rows, numbers, files, the open plan and the selected node are
-// those of the state behind it, and the trees are filled anew. Errors of files and store pass
-// through; the trees then show what the tables hold.
+// taken; null when there is none, or when an earlier one had to be brought to its end first. Rows,
+// numbers, files, the open plan and the selected node are those of the state behind it, and the
+// trees are filled anew. Errors of files and store pass through; the trees then show what the
+// tables hold.
 std::optional<history::Step> undo(modMain& state, Workbench& workbench, const Services& services);
 std::optional<history::Step> redo(modMain& state, Workbench& workbench, const Services& services);
 
@@ -24,6 +25,11 @@ void goToStep(modMain& state, Workbench& workbench, const Services& services, st
 // selected where the open plan has it.
 PutBack putBackAndShow(modMain& state, Workbench& workbench, const Services& services,
                        std::int64_t step, const history::Change& change);
+
+// What the start, or a command, has found left behind and mended, in sentences for the user, who is
+// taken to read them: they are told once. Empty for nothing. `undo` is what the user calls the
+// command that takes a step back.
+QString takeMended(modMain& state, const QString& undo);
 
 // Fills the trees of the workbench from the tables: TrvCurrent with the plan that 当前表 names, if
 // it and its folder are there, and the node of that key selected, else its last one.

@@ -1,5 +1,6 @@
 #include "tools/Session.h"
 
+#include "outline/TakeBack.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
@@ -38,17 +39,12 @@ bool Session::finish() {
 }
 
 void Session::tellWhatWasMended() {
-    const history::History::Found& found = program_->state().HistoryFound;
-    if (found.unfinished) {
-        output_.note(QStringLiteral("上次运行没有做完“%1”就中断了；history undo 回到它之前。")
-                         .arg(found.unfinished->title));
-    } else if (found.restored) {
-        output_.note(QStringLiteral("上次运行在撤消或恢复时中断了，现已做完。"));
-        if (!found.note.isEmpty()) {
-            output_.note(found.note);
-        }
-    } else if (found.exitKilled) {
+    if (program_->state().HistoryFound.exitKilled) {
         output_.note(QStringLiteral("上次运行在退出时中断了；所做的操作都已保存。"));
+    }
+    const QString mended = outline::takeMended(program_->state(), QStringLiteral("history undo "));
+    if (!mended.isEmpty()) {
+        output_.note(mended);
     }
 }
 

@@ -364,4 +364,28 @@ TEST_F(WorkbenchHistory, AKilledExitIsToldInTheStatusBar) {
     EXPECT_TRUE(bar().isHidden());
 }
 
+TEST_F(WorkbenchHistory, WhatCameFromOutsideBehindAKilledStartIsToldInTheBar) {
+    world.state.HistoryFound.note = "外部改动";
+    open("T.1");
+    EXPECT_EQ(barText(), "外部改动");
+}
+
+TEST_F(WorkbenchHistory, KilledCommandsAreToldTogetherOnceAndTheWayBackToThem) {
+    open("T.1");
+    deleteNode("T.3");
+    const auto last = world.state.History->undoable();
+    ASSERT_TRUE(last);
+    world.state.HistoryFound.unfinished = last;
+    world.state.HistoryFound.unfinishedBefore = QStringList{"添加[甲]", "删除[乙]"};
+    deleteNode("T.1");
+    EXPECT_TRUE(
+        barText().startsWith("上次运行没有做完“删除[名T.3]”就中断了。操作历史中可以回到它之前。\n"
+                             "在它以前也没有做完：添加[甲]、删除[乙]。"))
+        << barText().toStdString();
+    world.state.HistoryFound.unfinished = last;
+    item("mnuUndo").trigger();
+    EXPECT_TRUE(barText().startsWith("上次运行没有做完“删除[名T.3]”就中断了。撤消可以回到它之前。"))
+        << barText().toStdString();
+}
+
 } // namespace qvnd::test

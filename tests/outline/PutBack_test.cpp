@@ -266,6 +266,21 @@ TEST_F(PutBack, ACommandDropsEarlierRemarksAndOneWithinItKeepsItsOwn) {
     EXPECT_FALSE(outer.finish());
 }
 
+TEST_F(PutBack, AFileThatIsAsItWasBeforeTheStepIsNotPutBackInWordsAlone) {
+    const QString document = world.folder.path(file("T.1.1"));
+    world.folder.write("新.doc", "new");
+    const std::int64_t step = run(
+        "覆盖", [&] { world.state.gFso->CopyFile(world.folder.path("新.doc"), document, true); });
+    const Change change = changeOf(step, history::spelt(document));
+    ASSERT_TRUE(world.state.History->undo());
+    EXPECT_EQ(test::errorNumberOf([&] { outline::putBack(world.state, step, change); }),
+              error::invalidCall);
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "T.1.1");
+    ASSERT_TRUE(world.state.History->redo());
+    EXPECT_EQ(outline::putBack(world.state, step, change).names, QStringList("T.1.1.doc"));
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "T.1.1");
+}
+
 // A command that stands is not said to have done nothing.
 TEST_F(PutBack, ACommandThatCanNeitherBeRecordedNorTakenBackIsSaidToStand) {
     const QString document = world.folder.path(file("T.1.1"));
@@ -315,6 +330,42 @@ TEST_F(PutBack, BehindAnUndoThatWasKilledOnItsWayTheNextCommandEndsItAndTellsSo)
     EXPECT_TRUE(world.state.HistoryFound.restored);
     EXPECT_FALSE(world.state.HistoryFound.unfinished);
     EXPECT_EQ(world.keys("T"), (QStringList{"T", "T.1", "T.1.1", "T.1.1.1", "T.2", "T.3"}));
+    EXPECT_EQ(outline::takeMended(world.state, "撤消"), "上一次撤消或恢复中断了，现已做完。");
+    EXPECT_EQ(outline::takeMended(world.state, "撤消"), "") << "it is told once";
+}
+
+// The user has seen neither state whole, and presses 撤消 once more.
+TEST_F(PutBack, AnUndoWhoseBeginEndsAnotherOneShowsThatStateAndTakesNothingElse) {
+    deleteNode("T.2");
+    deleteNode("T.1");
+    const auto undoneByAnother = [this](int deadly) {
+        world.state.History.reset();
+        const int changes = test::TracedProcess::run(
+            [this] {
+                jet::DBEngine engine;
+                files::DiskFileSystem files;
+                history::History theirs(
+                    world.state.gUserTplPath + ".~history",
+                    history::Places(world.state.gUserTplPath, {world.folder.root()}),
+                    engine.Workspaces(0), files, "另一个程序");
+                theirs.undo();
+            },
+            deadly);
+        openHistory();
+        return changes;
+    };
+    const int changes = undoneByAnother(0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    ASSERT_TRUE(world.state.History->redo());
+    undoneByAnother(changes / 2);
+    outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "撤消",
+                                      world.messages);
+    EXPECT_FALSE(outline::undo(world.state, world.workbench, world.services()));
+    recorded.finish();
+    EXPECT_EQ(world.keys("T"), (QStringList{"T", "T.1", "T.1.1", "T.1.1.1"}));
+    EXPECT_NE(world.workbench.TrvCurrent.find("T.1.1"), nullptr);
 }
 #endif
 

@@ -9,7 +9,9 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <filesystem>
+#include <vector>
 
 namespace qvnd::test {
 
@@ -20,16 +22,32 @@ inline QString inMemory() {
     return memory.isDir() && memory.isWritable() ? "/dev/shm/qvnd-XXXXXX" : QString();
 }
 
-// A folder with all that is in it and the times of its files: one that has another time counts as
-// changed by another program.
+// A folder with all that is in it, the times of its files and their second names: a file that has
+// another time counts as changed by another program.
 inline void copyWithTimes(const QString& from, const QString& to) {
     namespace fs = std::filesystem;
     const fs::path source = files::toPath(from);
     const fs::path target = files::toPath(to);
-    fs::copy(source, target, fs::copy_options::recursive);
+    std::vector<fs::path> shared; // files that have several names
+    fs::create_directories(target);
     for (const auto& entry : fs::recursive_directory_iterator(source)) {
-        fs::last_write_time(target / entry.path().lexically_relative(source),
-                            fs::last_write_time(entry.path()));
+        const fs::path copy = target / entry.path().lexically_relative(source);
+        if (entry.is_directory()) {
+            fs::create_directory(copy);
+            continue;
+        }
+        if (entry.hard_link_count() > 1) {
+            const auto other = std::find_if(shared.begin(), shared.end(), [&](const fs::path& one) {
+                return fs::equivalent(one, entry.path());
+            });
+            if (other != shared.end()) {
+                fs::create_hard_link(target / other->lexically_relative(source), copy);
+                continue;
+            }
+            shared.push_back(entry.path());
+        }
+        fs::copy_file(entry.path(), copy);
+        fs::last_write_time(copy, entry.last_write_time());
     }
 }
 

@@ -30,6 +30,11 @@ public:
     // Runs the work until it is about to make change number `deadly`, counted from 1; 0 lets it
     // run to its end. Returns how many changes were made; -1 where processes cannot be traced.
     static int run(const Work& work, int deadly) {
+        return watch(work, [deadly](int change) { return change != deadly; });
+    }
+    // Asks before each change whether the work may go on, which stands still meanwhile: what it has
+    // left on the disk is what a process that is killed then leaves. It is killed where it may not.
+    static int watch(const Work& work, const std::function<bool(int change)>& mayGoOn) {
         const pid_t process = fork();
         if (process == 0) {
             if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0 || !stopAtChanges()) {
@@ -39,7 +44,7 @@ public:
             [&work]() noexcept { work(); }(); // an error must not lead on into the other tests
             _exit(0);
         }
-        return TracedProcess(process).follow(deadly);
+        return TracedProcess(process).follow(mayGoOn);
     }
 
 private:
@@ -47,7 +52,7 @@ private:
 
     explicit TracedProcess(pid_t process) : process_(process), traced_{process} {}
 
-    int follow(int deadly) {
+    int follow(const std::function<bool(int)>& mayGoOn) {
         int status = 0;
         waitpid(process_, &status, 0);
         if (WIFEXITED(status)) {
@@ -59,9 +64,11 @@ private:
                    PTRACE_O_TRACEVFORK | PTRACE_O_TRACECLONE | PTRACE_O_TRACEEXEC);
         int changes = 0;
         for (pid_t stopped = process_; traced_.contains(process_);) {
-            if (stopped == process_ && isAboutToChange(status) && ++changes == deadly) {
-                --changes;
-                break;
+            if (stopped == process_ && isAboutToChange(status)) {
+                if (!mayGoOn(changes + 1)) {
+                    break;
+                }
+                ++changes;
             }
             goOn(stopped, status);
             stopped = next(status);

@@ -45,23 +45,16 @@ history::Step frmBid::latestStep() const {
 
 // What the start itself did stays to be read below.
 void frmBid::tellWhatWasMended() {
-    const history::History::Found found = state_.HistoryFound;
-    QString mended;
-    if (found.unfinished) {
-        mended =
-            u"上次运行没有做完“%1”就中断了。撤消可以回到它之前。"_s.arg(found.unfinished->title);
-        noted_ = found.unfinished->id;
-    } else if (found.restored) {
-        mended = u"上次运行在撤消或恢复时中断了，现已做完。"_s;
-        mended += found.note.isEmpty() ? QString() : u'\n' + found.note;
-    }
-    if (found.exitKilled) {
+    if (state_.HistoryFound.exitKilled) {
         frame_.showStatus(u"上次运行在退出时中断了；所做的操作都已保存。"_s);
     }
+    if (state_.HistoryFound.unfinished) {
+        noted_ = state_.HistoryFound.unfinished->id;
+    }
+    const QString mended = takeMended(state_, u"撤消"_s);
     if (!mended.isEmpty()) {
         note_->tell(note_->isHidden() ? mended : mended + u'\n' + note_->text());
     }
-    state_.HistoryFound = {};
 }
 
 void frmBid::applyHistory() {

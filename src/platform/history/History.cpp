@@ -5,8 +5,6 @@
 #include "platform/files/Paths.h"
 #include "platform/history/StepWords.h"
 
-#include <QFileInfo>
-
 namespace qvnd::history {
 
 History::History(const QString& folder, const Places& places, jet::Workspace& workspace,
@@ -25,17 +23,24 @@ History::~History() {
     word::observeWrites(nullptr);
 }
 
-bool History::exists() const { return QFileInfo::exists(folder_ + QStringLiteral("history.db")); }
+void History::Found::add(const Found& later) {
+    unfinished = later.unfinished ? later.unfinished : unfinished;
+    unfinishedBefore = later.unfinished ? later.unfinishedBefore : unfinishedBefore;
+    restored = restored || later.restored;
+    exitKilled = exitKilled || later.exitKilled;
+    note += (note.isEmpty() || later.note.isEmpty() ? QString() : QString(u'\n')) + later.note;
+}
 
 History::Found History::mend() {
-    if (!exists()) {
-        return {};
-    }
     Found found;
+    if (!exists()) {
+        return found;
+    }
     found.restored = restoration_.carryOn();
     found.note = found.restored ? restoration_.note() : QString();
     try {
         mendKilled(found);
+        addUntold(found);
     } catch (const RunTimeError&) { // the next call tries again
         recorder_.leave();
         throw;
@@ -49,36 +54,56 @@ void History::mendKilled(Found& found) {
         return;
     }
     const QString caption = recorder_.running().frame().caption;
-    if (caption == caption::start || caption == caption::exit) {
-        restoration_.takeBack();
-        found.exitKilled = caption == caption::exit;
+    if (caption::isAutomatic(caption)) {
+        restoration_.takeBackKilled();
+        found.add({{}, {}, false, caption == caption::exit, restoration_.note()});
     } else {
-        found.unfinished = recorder_.finishKilled();
+        recorder_.finishKilled();
     }
+}
+
+// Also those that a start has found which was killed before it could tell.
+void History::addUntold(Found& found) {
+    for (const std::int64_t id : recorder_.file().untold()) {
+        if (found.unfinished) {
+            found.unfinishedBefore << found.unfinished->title;
+        }
+        found.unfinished = recorder_.file().step(id);
+    }
+}
+
+void History::told() {
+    ignoringErrors([this] { // else they are told once more
+        if (exists()) {
+            recorder_.file().setTold();
+        }
+    });
 }
 
 // Behind a restoration that could not be ended, nothing may be changed: it will be carried on.
 bool History::isHalfRestored() {
     bool isHalf = false;
-    ignoringErrors([&] { isHalf = exists() && recorder_.file().pendingTarget(); });
+    ignoringErrors([&] { isHalf = exists() && recorder_.file().pending(); });
     return isHalf;
 }
 
 History::Found History::begin(const CommandFrame& frame) {
     workspace_.Settle();
     CommandFrame begun = frame;
-    Found found;
+    atBegin_ = {};
+    unmended_.reset();
     QString reason;
     try {
-        found = mend();
+        atBegin_ = mend();
     } catch (const RunTimeError& failure) {
+        unmended_ = failure;
         reason = QString::fromStdU16String(failure.description());
         if (isHalfRestored()) {
             begun.goOnWithout = nullptr;
         }
     }
     recorder_.begin(begun, program_, reason);
-    return found;
+    return atBegin_;
 }
 
 // A command that cannot be recorded whole is taken back whole.
@@ -152,20 +177,35 @@ std::optional<Step> History::redoable() {
     return next;
 }
 
+bool History::isJustRestored() {
+    workspace_.Settle();
+    if (!recorder_.isUnderWay()) {
+        return mend().restored;
+    }
+    if (unmended_) {
+        throw *unmended_;
+    }
+    return atBegin_.restored;
+}
+
 std::optional<Step> History::undo() {
+    if (isJustRestored()) {
+        return std::nullopt;
+    }
     std::optional<Step> step = undoable();
     if (step) {
-        workspace_.Settle();
         restoration_.goTo(step->parent);
     }
     return step;
 }
 
 std::optional<Step> History::redo() {
+    if (isJustRestored()) {
+        return std::nullopt;
+    }
     std::optional<Step> step = redoable();
     if (step) {
         const QStringList along = fork().value_or(Fork{}).titles;
-        workspace_.Settle();
         restoration_.goTo(step->id);
         if (!along.isEmpty()) {
             restoration_.addNote(goneAlongNote(along));
@@ -180,7 +220,7 @@ void History::goTo(std::int64_t step) {
                            QStringLiteral("操作历史中没有第 %1 步。").arg(step).toStdU16String());
     }
     if (exists()) {
-        workspace_.Settle();
+        isJustRestored();
         restoration_.goTo(step);
     }
 }

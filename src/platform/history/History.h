@@ -38,14 +38,22 @@ public:
     // What an earlier run, or another program that was killed meanwhile, has left behind; mended by
     // this call.
     struct Found {
-        std::optional<Step> unfinished; // a command that was killed, now a step
-        bool restored = false;          // a restoration was brought to its end
+        // The last command that was killed, now a step, and the titles of earlier ones. They are
+        // found again by every call, until told() says that the user has read of them.
+        std::optional<Step> unfinished;
+        QStringList unfinishedBefore;
+        bool restored = false; // a restoration was brought to its end
         // The program was killed while it ended. What it was about to do by itself has been taken
         // back, as that of a killed start is; the user's commands were all over.
         bool exitKilled = false;
-        QString note; // what bringing the restoration to its end did beyond what was asked
+        QString note; // what the mending did beyond that
+
+        // Adds what was found later.
+        void add(const Found& later);
     };
     Found mend();
+    // The user has been told of all killed commands.
+    void told();
 
     // A command begins; what it changes is recorded until `finish`. What has been left behind is
     // mended before, and told; if it cannot be, changes are refused. Where the first change cannot
@@ -70,10 +78,14 @@ public:
     // done by itself since an undo does not end what 恢复 offers.
     std::optional<Step> undoable();
     std::optional<Step> redoable();
-    // Take it; null when there is none. Errors as Restoration::goTo.
+    // Take it; null when there is none, and when a restoration that had been left half done was
+    // brought to its end just before, by the begin of this command or by the call: the user has not
+    // seen yet which state that led to. Errors as Restoration::goTo, and as mend where something
+    // left behind cannot be mended: then nothing is done.
     std::optional<Step> undo();
     std::optional<Step> redo();
-    // To the state behind a step, or to the beginning. Error 5 for a step that is not there.
+    // To the state behind a step, or to the beginning. Errors as those, and 5 for a step that is
+    // not there.
     void goTo(std::int64_t step);
     // What the last of these did beyond what was asked, in sentences for the user: changes from
     // outside that it has kept as steps of their own, steps that went back with it, files whose
@@ -111,7 +123,11 @@ private:
         QStringList titles;
     };
 
-    bool exists() const;
+    bool exists() const { return recorder_.isThere(); }
+    // What is left behind is mended, if the command's begin has not done so. True when a
+    // restoration was brought to its end. Errors as mend.
+    bool isJustRestored();
+    void addUntold(Found& found);
     // Null when a command of the user has ended the branch.
     std::optional<Fork> fork();
     void mendKilled(Found& found);
@@ -131,6 +147,8 @@ private:
     KeptFiles kept_;
     Recorder recorder_;
     Restoration restoration_;
+    Found atBegin_;                        // what the begin of the command under way has found
+    std::optional<RunTimeError> unmended_; // why it could not mend
 };
 
 } // namespace qvnd::history

@@ -12,7 +12,7 @@ namespace {
 using jet::Statement;
 using jet::Value;
 
-constexpr std::int64_t arrangement = 1;
+constexpr std::int64_t arrangement = 2;
 // Of a mirror; SQLite stores it without overflow chains that long images would make.
 constexpr qsizetype mirrorPiece = 65536;
 
@@ -32,6 +32,11 @@ constexpr char tables[] =
     "CREATE TABLE present(path TEXT PRIMARY KEY, size INTEGER, time INTEGER, content TEXT);"
     "CREATE TABLE pending(target INTEGER);"
     "CREATE TABLE pending_files(path TEXT, keep TEXT, put TEXT);";
+
+// What the second arrangement adds to the first.
+constexpr char secondTables[] =
+    "CREATE TABLE killed(step INTEGER PRIMARY KEY, told INTEGER, started INTEGER);"
+    "ALTER TABLE pending ADD COLUMN began TEXT;";
 
 // Null texts are empty ones here.
 Value text(const QString& text) { return Value(text.isNull() ? QStringLiteral("") : text); }
@@ -71,12 +76,23 @@ QList<Step> stepsIn(Statement& rows) {
 
 HistoryFile::HistoryFile(const QString& path, Places places)
     : places_(std::move(places)), sql_(path, modeFor(path), jet::Connection::Journal::ahead) {
-    if (sql_.NumberOf("PRAGMA user_version") == 0) {
-        Transaction all(*this);
-        sql_.Run(tables);
-        sql_.Run("PRAGMA user_version=" + QByteArray::number(qlonglong{arrangement}));
-        all.commit();
+    if (sql_.NumberOf("PRAGMA user_version") < arrangement) {
+        arrange();
     }
+}
+
+// Another program may have done so meanwhile.
+void HistoryFile::arrange() {
+    Transaction all(*this);
+    const std::int64_t found = sql_.NumberOf("PRAGMA user_version");
+    if (found < 1) {
+        sql_.Run(tables);
+    }
+    if (found < arrangement) {
+        sql_.Run(secondTables);
+        sql_.Run("PRAGMA user_version=" + QByteArray::number(qlonglong{arrangement}));
+    }
+    all.commit();
 }
 
 HistoryFile::Transaction::Transaction(HistoryFile& file) : file_(file) {
@@ -324,29 +340,64 @@ void HistoryFile::setPresent(const QString& path, const Present& present) {
     statement.Run();
 }
 
-std::optional<std::int64_t> HistoryFile::pendingTarget() {
-    Statement row(sql_, "SELECT target FROM pending");
-    return row.Step() ? std::optional(row.Number(0)) : std::nullopt;
-}
-
-QList<PendingFile> HistoryFile::pendingFiles() {
-    Statement rows(sql_, "SELECT path,keep,put FROM pending_files ORDER BY rowid");
-    QList<PendingFile> files;
-    while (rows.Step()) {
-        files << PendingFile{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
+std::optional<Pending> HistoryFile::pending() {
+    Statement row(sql_, "SELECT target,began FROM pending");
+    if (!row.Step()) {
+        return std::nullopt;
     }
-    return files;
+    Pending pending{row.Number(0), QDateTime::fromString(row.Text(1), Qt::ISODateWithMs), {}};
+    Statement rows(sql_, "SELECT path,keep,put FROM pending_files ORDER BY rowid");
+    while (rows.Step()) {
+        pending.files << PendingFile{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
+    }
+    return pending;
 }
 
-void HistoryFile::setPending(std::int64_t target, const QList<PendingFile>& files) {
-    sql_.Run("INSERT INTO pending VALUES(" + QByteArray::number(qlonglong{target}) + ")");
-    for (const PendingFile& file : files) {
+void HistoryFile::setPending(const Pending& pending) {
+    run("INSERT INTO pending VALUES(?1,?2)",
+        {QString::number(pending.target), pending.began.toString(Qt::ISODateWithMs)});
+    for (const PendingFile& file : pending.files) {
         run("INSERT INTO pending_files VALUES(?1,?2,?3)",
             {places_.shortOf(file.path), file.keep, file.put});
     }
 }
 
 void HistoryFile::clearPending() { sql_.Run("DELETE FROM pending; DELETE FROM pending_files"); }
+
+void HistoryFile::addKilled(std::int64_t step) {
+    Statement statement(sql_, "INSERT INTO killed VALUES(?1,0,0)");
+    statement.Bind(1, step);
+    statement.Run();
+}
+
+QList<std::int64_t> HistoryFile::untold() {
+    Statement& rows = sql_.Prepared("SELECT step FROM killed WHERE told=0 AND step IN "
+                                    "(SELECT id FROM steps) ORDER BY step");
+    rows.Reset();
+    QList<std::int64_t> steps;
+    while (rows.Step()) {
+        steps << rows.Number(0);
+    }
+    rows.Reset();
+    return steps;
+}
+
+bool HistoryFile::awaitsStart(std::int64_t step) {
+    Statement row(sql_, "SELECT 1 FROM killed WHERE step=?1 AND started=0");
+    row.Bind(1, step);
+    return row.Step();
+}
+
+void HistoryFile::setTold() { sql_.Run("UPDATE killed SET told=1 WHERE told=0"); }
+
+void HistoryFile::setStarted() { sql_.Run("UPDATE killed SET started=1 WHERE started=0"); }
+
+void HistoryFile::renumberKilled(std::int64_t step, std::int64_t now) {
+    Statement statement(sql_, "UPDATE killed SET step=?2 WHERE step=?1");
+    statement.Bind(1, step);
+    statement.Bind(2, now);
+    statement.Run();
+}
 
 std::int64_t HistoryFile::size() {
     return sql_.NumberOf("PRAGMA page_count") * sql_.NumberOf("PRAGMA page_size");

@@ -6,6 +6,7 @@
 #include "platform/jet/file/Connection.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QList>
 #include <QMap>
 #include <QString>
@@ -43,6 +44,13 @@ struct PendingFile {
     QString path;
     QString keep; // where what stands at the path goes first; empty when it need not be kept
     QString put;  // what then comes there
+};
+
+// A restoration under way: what brings the work space to the state behind a step.
+struct Pending {
+    std::int64_t target = beginning;
+    QDateTime began; // null where a version of the program that did not note it has begun it
+    QList<PendingFile> files;
 };
 
 // history.db. Each call is a transaction of its own unless a Transaction spans it. Errors are those
@@ -96,11 +104,21 @@ public:
     std::optional<Present> present(const QString& path);
     void setPresent(const QString& path, const Present& present);
 
-    // The target of the restoration under way.
-    std::optional<std::int64_t> pendingTarget();
-    QList<PendingFile> pendingFiles();
-    void setPending(std::int64_t target, const QList<PendingFile>& files);
+    // The restoration under way.
+    std::optional<Pending> pending();
+    void setPending(const Pending& pending);
     void clearPending();
+
+    // Of the commands that were killed: those that the user has not been told of, oldest first, and
+    // whether no start has come to its end behind one.
+    void addKilled(std::int64_t step);
+    QList<std::int64_t> untold();
+    bool awaitsStart(std::int64_t step);
+    // Of all of them.
+    void setTold();
+    void setStarted();
+    // The step has another number now.
+    void renumberKilled(std::int64_t step, std::int64_t now);
 
     // Bytes of the file.
     std::int64_t size();
@@ -108,6 +126,7 @@ public:
     void shrink();
 
 private:
+    void arrange();
     void run(const QByteArray& sql, const QStringList& values);
 
     Places places_;

@@ -1,5 +1,6 @@
 #include "platform/history/KeptFiles.h"
 
+#include "platform/error/RunTimeError.h"
 #include "platform/files/FileErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/files/SafeReplace.h"
@@ -178,10 +179,23 @@ void KeptFiles::removeUnfinished(const QString& path, const QDateTime& since) {
         const bool hasItsName =
             document.match(found).hasMatch() ||
             (found.startsWith(name) && unfinished.match(found.mid(name.size())).hasMatch());
-        if (hasItsName &&
-            (!since.isValid() || other.metadataChangeTime() >= since.addMSecs(-tick))) {
+        if (hasItsName && since.isValid() && other.metadataChangeTime() >= since.addMSecs(-tick)) {
             QFile::remove(other.filePath());
         }
+    }
+}
+
+void KeptFiles::takeAway(const QString& path) {
+    if (QFileInfo(path).isDir()) {
+        QDir().rmdir(path);
+    } else if (!QFile::remove(path) && QFileInfo::exists(path)) {
+        files::throwFileError(error::permissionDenied, path);
+    }
+}
+
+void KeptFiles::makeFolder(const QString& path) {
+    if (!QDir().mkpath(path)) {
+        files::throwFileError(error::pathAccess, path);
     }
 }
 

@@ -59,8 +59,13 @@ public:
     // Whether the path has a file with what the content holds.
     bool isCopiedTo(const QString& name, const QString& path) const;
     // Removes what a process has left beside the path while it wrote a file for it and was killed.
-    // Files from before `since`, when it began, are the user's and stay; without a time all go.
+    // Files from before `since`, when it began, are the user's and stay; without a time all stay.
     static void removeUnfinished(const QString& path, const QDateTime& since);
+    // Removes the file; a folder only when it is empty, as it may have what another program put
+    // there. Error 70 for a file that cannot be removed.
+    static void takeAway(const QString& path);
+    // With the folders around it. Error 75.
+    static void makeFolder(const QString& path);
     // Bytes of all contents.
     std::int64_t size() const;
 

@@ -73,9 +73,8 @@ std::optional<Step> Recorder::seeOutside(const QString& path, Look look) {
     }
     const QList<Change> changes = changesBetween(path, known, live, std::nullopt);
     const Step step = outsideStep(takeNumber(), QFileInfo(path).fileName(), isMinor(changes, {}));
-    record(step, isCopy(path) ? QList<Change>() : shown(changes), {},
-           {{path, deltaOf(known, live)}});
-    return step;
+    return record(step, isCopy(path) ? QList<Change>() : shown(changes), {},
+                  {{path, deltaOf(known, live)}});
 }
 
 // The contents are copied at once: what changed them may go on to write to the files.
@@ -92,9 +91,7 @@ Step Recorder::recordOutside(const QStringList& paths) {
     }
     const QString rest =
         paths.size() > 1 ? QStringLiteral(" 等 %1 个文件").arg(paths.size()) : QString();
-    Step step = outsideStep(number, changes.first().name + rest, true);
-    record(step, changes, files, {});
-    return step;
+    return record(outsideStep(number, changes.first().name + rest, true), changes, files, {});
 }
 
 void Recorder::addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found) {
@@ -111,7 +108,8 @@ void Recorder::addDatabases(Step& step, QList<Change>& changes, QList<DatabaseCh
             continue;
         }
         found << DatabaseChange{path, delta};
-        if (!isCopy(path)) {
+        // That a file goes is told of its folder.
+        if (!isCopy(path) && !after.isEmpty()) {
             const bool isAllKnown = step.kind != StepKind::unfinished;
             changes << changesBetween(path, before, after,
                                       isAllKnown ? std::optional(tables_.value(path))
@@ -177,19 +175,24 @@ std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAft
     if (frame_->note && !step.isMinor) {
         step.note = frame_->note(*frame_, changes);
     }
-    record(step, shown(changes), files, databases);
-    return step;
+    return record(step, shown(changes), files, databases);
 }
 
 std::optional<Step> Recorder::finish(const QString& selectedAfter) {
-    if (!running_.hasBegun()) {
-        frame_.reset();
-        return std::nullopt;
+    const bool isStartOver = isStart() && isThere();
+    const bool isAsked = !caption::isAutomatic(frame_->caption);
+    std::optional<Step> step;
+    if (running_.hasBegun()) {
+        step = finishAs(isAsked ? StepKind::command : StepKind::automatic, selectedAfter);
     }
-    const bool isAsked = frame_->caption != caption::start && frame_->caption != caption::exit;
-    return finishAs(isAsked ? StepKind::command : StepKind::automatic, selectedAfter);
+    frame_.reset();
+    if (isStartOver) { // else the next one counts as the first, too
+        ignoringErrors([this] { file().setStarted(); });
+    }
+    return step;
 }
 
+// Behind the record nothing may fail: the step is there.
 std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAfter) {
     const std::optional<Step> step = makeStep(kind, selectedAfter);
     if (!step) {
@@ -197,7 +200,7 @@ std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAft
     }
     running_.end();
     frame_.reset();
-    return step ? file().step(step->id) : std::nullopt;
+    return step;
 }
 
 bool Recorder::isAnyUnderWay() const { return QFile::exists(RunningCommand::fileIn(folder_)); }
@@ -231,18 +234,18 @@ std::optional<Step> Recorder::finishKilled() {
     return finishAs(StepKind::unfinished, {});
 }
 
-// What a start does directly behind a command that was killed comes of that command, such as
+bool Recorder::isStart() const { return frame_ && frame_->caption == caption::start; }
+
+// What the first start behind a command that was killed does comes of that command, such as
 // forgetting a plan whose folder had gone already. It belongs to its step, so that one undo leads
 // to before both; a start would do it again behind an undo of its own step.
 std::optional<Step> Recorder::killedBefore(const Position& position) {
-    if (!frame_ || frame_->caption != caption::start || file().hasChildren(position.head)) {
-        return std::nullopt;
-    }
-    std::optional<Step> step = file().step(position.head);
-    return step && step->kind == StepKind::unfinished ? step : std::nullopt;
+    return isStart() && file().awaitsStart(position.head) && !file().hasChildren(position.head)
+               ? file().step(position.head)
+               : std::nullopt;
 }
 
-void Recorder::record(const Step& made, const QList<Change>& changes,
+Step Recorder::record(const Step& made, const QList<Change>& changes,
                       const QList<FileChange>& files, const QList<DatabaseChange>& databases) {
     HistoryFile& history = file();
     HistoryFile::Transaction all(history);
@@ -270,6 +273,9 @@ void Recorder::record(const Step& made, const QList<Change>& changes,
     if (killed) {
         step = joinedWords(*killed, step);
         joinSteps(history, killed->id, step.id, step);
+        history.renumberKilled(killed->id, step.id);
+    } else if (step.kind == StepKind::unfinished) {
+        history.addKilled(step.id);
     }
     // What the user has not asked for, behind an undo, does not end the branch that 恢复 follows.
     if ((!step.isMinor && !step.isAutomatic()) || position.tip == position.head) {
@@ -279,6 +285,7 @@ void Recorder::record(const Step& made, const QList<Change>& changes,
     position.last = std::max(position.last, step.id);
     history.setPosition(position);
     all.commit();
+    return step;
 }
 
 } // namespace qvnd::history

@@ -1,5 +1,6 @@
 #include "platform/history/Recorder.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/file/Image.h"
@@ -11,14 +12,25 @@
 
 namespace qvnd::history {
 
+namespace {
+
+const QString historyFile = QStringLiteral("history.db");
+
+// A file without a byte has no state that pages could tell.
+bool isKeptByPages(const QString& path) { return isDatabase(path) && stampOf(path).size != 0; }
+
+} // namespace
+
 Recorder::Recorder(const QString& folder, const Places& places, KeptFiles& kept)
     : folder_(files::withSeparator(folder)), places_(places), kept_(kept),
       running_(RunningCommand::fileIn(folder_), places_) {}
 
+bool Recorder::isThere() const { return QFileInfo::exists(folder_ + historyFile); }
+
 HistoryFile& Recorder::file() {
     if (file_ == nullptr) {
         kept_.prepare(beginning);
-        file_ = std::make_unique<HistoryFile>(folder_ + QStringLiteral("history.db"), places_);
+        file_ = std::make_unique<HistoryFile>(folder_ + historyFile, places_);
     }
     return *file_;
 }
@@ -63,9 +75,9 @@ void Recorder::refusing(Action&& action) {
         }
     }
     // Not 70: commands ask the user to close something and try again on it.
-    throw RunTimeError(
-        error::pathAccess,
-        (QStringLiteral("操作历史不能写入，没有改动：") + refusal_).toStdU16String());
+    const QString words = reason_.isEmpty() ? QStringLiteral("操作历史不能写入，这一步没有改动：")
+                                            : QStringLiteral("没有改动：");
+    throw RunTimeError(error::pathAccess, (words + refusal_).toStdU16String());
 }
 
 // Only a command that has changed nothing yet can go on: its first half would be recorded, and its
@@ -121,6 +133,14 @@ void Recorder::BeforeChange(const QString& path) {
 
 void Recorder::BeforeCreation(const QString& path) { BeforeChange(path); }
 
+// Only what the program does by itself is taken back without a word when it was killed, so only
+// there must its own work be told from that of others. What cannot be noted counts as theirs.
+void Recorder::BeforeCommit(const std::function<QByteArray()>& image) {
+    if (isRecording() && running_.hasBegun() && caption::isAutomatic(frame_->caption)) {
+        ignoringErrors([&] { running_.willCommit(jet::digestOf(image())); });
+    }
+}
+
 void Recorder::AfterChange(const QString& path, const QString& table) {
     if (frame_) {
         tables_[spellings_.value(path)] << (table.startsWith(u'.') ? table.mid(1) : table);
@@ -134,7 +154,7 @@ void Recorder::touchDatabase(const QString& path) {
     ensureBegun();
     if (file().hasMirror(path)) {
         seeOutside(path, Look::stamps);
-    } else {
+    } else { // a file that is no database of ours counts as the bytes that it has
         HistoryFile::Transaction all(file());
         file().setMirror(path, {}, jet::imageOf(path));
         all.commit();
@@ -167,7 +187,7 @@ void Recorder::touchFile(const QString& path, Keeping keeping) {
 }
 
 void Recorder::keepFile(const QString& path, Keeping keeping) {
-    if (isDatabase(path) && file().hasMirror(path)) {
+    if (isKeptByPages(path)) {
         touchDatabase(path);
         return;
     }
@@ -204,7 +224,7 @@ void Recorder::touchTree(const QString& folder, const QString& content) {
         const QString path = QDir::toNativeSeparators(all.next());
         if (all.fileInfo().isDir()) {
             running_.touch(path, Touched::Kind::folder, content::folder);
-        } else if (isDatabase(path) && file().hasMirror(path)) {
+        } else if (isKeptByPages(path)) {
             touchDatabase(path);
         } else {
             running_.touch(path, Touched::Kind::file, content + path.mid(folder.size()));
@@ -233,7 +253,7 @@ void Recorder::touchMoved(const QString& path, const QString& target) {
     if (QFileInfo(path).isDir()) {
         running_.touch(path, Touched::Kind::folder, content::folder);
         running_.touch(target, Touched::Kind::folder, content::absent);
-    } else if (isDatabase(path) && file().hasMirror(path)) {
+    } else if (isKeptByPages(path)) {
         touchDatabase(path);
         touchDatabase(target);
     } else {

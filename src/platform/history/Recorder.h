@@ -23,11 +23,13 @@ public:
     // `folder` is the history's own, `file` the one in it; both outlive the recorder.
     Recorder(const QString& folder, const Places& places, KeptFiles& kept);
 
+    // Whether there is a history: without one, nothing has been recorded yet.
+    bool isThere() const;
     // The history file, opened or made at the first call. Errors as HistoryFile.
     HistoryFile& file();
 
-    // Changes are recorded from now on as those of one command; all are refused where there is a
-    // reason to, unless the frame's goOnWithout says otherwise.
+    // Changes are recorded from now on as those of one command. With a reason all are refused, with
+    // these words, unless the frame's goOnWithout says otherwise.
     void begin(const CommandFrame& frame, const QString& program, const QString& reason = {});
     // Ends it; null when nothing was changed. Errors leave the command as begun.
     std::optional<Step> finish(const QString& selectedAfter);
@@ -64,6 +66,7 @@ public:
 
     void BeforeChange(const QString& path) override;
     void BeforeCreation(const QString& path) override;
+    void BeforeCommit(const std::function<QByteArray()>& image) override;
     void AfterChange(const QString& path, const QString& table) override;
     void beforeReplacing(const QString& file) override;
     void beforeEditing(const QString& file) override;
@@ -91,8 +94,9 @@ private:
     void addFiles(QList<Change>& changes, QList<FileChange>& found);
     std::optional<Step> finishAs(StepKind kind, const QString& selectedAfter);
     std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
+    bool isStart() const;
     std::optional<Step> killedBefore(const Position& position);
-    void record(const Step& step, const QList<Change>& changes, const QList<FileChange>& files,
+    Step record(const Step& step, const QList<Change>& changes, const QList<FileChange>& files,
                 const QList<DatabaseChange>& databases);
 
     QString folder_;

@@ -1,6 +1,7 @@
 #include "platform/history/Restoration.h"
 
 #include "platform/error/IgnoringErrors.h"
+#include "platform/error/RunTimeError.h"
 #include "platform/history/PageDelta.h"
 #include "platform/history/StepWords.h"
 #include "platform/jet/file/Image.h"
@@ -9,6 +10,8 @@
 #include <QFileInfo>
 
 #include <algorithm>
+
+using namespace Qt::StringLiterals;
 
 namespace qvnd::history {
 
@@ -23,6 +26,17 @@ void inOrder(QList<PendingFile>& gone, QList<PendingFile>& folders, QList<Pendin
     std::sort(gone.rbegin(), gone.rend(), shorter);
     std::sort(folders.begin(), folders.end(), shorter);
     std::sort(come.begin(), come.end(), shorter);
+}
+
+// A database that was just made has no table yet; a damaged one is somebody's.
+bool holdsNothing(const QByteArray& image) {
+    bool isEmpty = false;
+    ignoringErrors([&] {
+        isEmpty = jet::Connection(image).NumberOf("SELECT count(*) FROM sqlite_master WHERE "
+                                                  "type='table' AND name NOT GLOB 'jet_*' "
+                                                  "AND name NOT GLOB 'sqlite_*'") == 0;
+    });
+    return isEmpty;
 }
 
 } // namespace
@@ -111,7 +125,7 @@ void Restoration::refuseElsewhere(const Goal& goal) {
         if (Places::isElsewhere(path)) {
             throw RunTimeError(error::pathNotFound,
                                u"要撤消或恢复的操作改动了另一台计算机上的，或者已经不在的程序"
-                               u"文件夹中的文件，在这里做不到。没有改动任何东西。");
+                               u"文件夹中的文件，在这里做不到。");
         }
     }
 }
@@ -120,11 +134,10 @@ void Restoration::refuseElsewhere(const Goal& goal) {
 void Restoration::refuseOpen(const QList<PendingFile>& files) {
     for (const PendingFile& file : files) {
         if (stampOf(file.path) != Stamp{} && files_.IsInUse(file.path)) {
-            throw RunTimeError(
-                error::permissionDenied,
-                QStringLiteral("“%1”正在另一个程序中打开，请先关闭它再操作。没有改动任何东西。")
-                    .arg(QDir::toNativeSeparators(file.path))
-                    .toStdU16String());
+            throw RunTimeError(error::permissionDenied,
+                               QStringLiteral("“%1”正在另一个程序中打开，请先关闭它再操作。")
+                                   .arg(QDir::toNativeSeparators(file.path))
+                                   .toStdU16String());
         }
     }
 }
@@ -148,30 +161,57 @@ void Restoration::keepOutside(const QStringList& databases, const QStringList& f
 
 void Restoration::goTo(std::int64_t target) {
     note_.clear();
-    began_ = QDateTime::currentDateTime();
     const Goal asked = goalOf(wayTo(target));
-    refuseElsewhere(asked);
+    refuse(asked);
     keepOutside(asked.databases, changedOutside(asked));
-    const Goal goal = goalOf(wayTo(target));
+    const Pending pending = begin(target);
+    try {
+        end(pending);
+    } catch (const RunTimeError& failure) {
+        giveUp();
+        if (isHalfDone()) {
+            failWith(failure, u"撤消或恢复只做了一半，也没有能退回，下一个操作以前或下次启动时"
+                              u"会先把它做完：\n%1"_s);
+        }
+        throw;
+    }
+}
+
+// Before anything is changed.
+void Restoration::refuse(const Goal& goal) {
+    try {
+        refuseElsewhere(goal);
+        refuseOpen(planned(goal, beginning).files);
+    } catch (const RunTimeError& failure) {
+        failWith(failure, u"%1没有改动任何东西。"_s);
+    }
+}
+
+// What is to be done is noted as one.
+Pending Restoration::begin(std::int64_t target) {
     HistoryFile& file = recorder_.file();
     HistoryFile::Transaction all(file);
     Position position = file.position();
     ++position.last; // the contents that go lie under a number of their own
     file.setPosition(position);
-    const QList<PendingFile> files = planned(goal, position.last);
-    refuseOpen(files);
-    file.setPending(target, files);
+    const Plan plan = planned(goalOf(wayTo(target)), position.last);
+    const Pending pending{target, QDateTime::currentDateTime(), plan.files};
+    file.setPending(pending);
     kept_.prepare(position.last);
     all.commit();
-    try {
-        end(target);
-    } catch (const RunTimeError&) {
-        giveUp();
-        throw;
+    if (!plan.lost.isEmpty()) {
+        addNote(lostNote(plan.lost));
     }
+    return pending;
 }
 
-QList<PendingFile> Restoration::planned(const Goal& goal, std::int64_t number) {
+void Restoration::failWith(const RunTimeError& failure, const QString& sentence) {
+    throw RunTimeError(
+        failure.number(),
+        sentence.arg(QString::fromStdU16String(failure.description())).toStdU16String());
+}
+
+Restoration::Plan Restoration::planned(const Goal& goal, std::int64_t number) {
     QList<PendingFile> gone;
     QList<PendingFile> folders;
     QList<PendingFile> come;
@@ -196,11 +236,8 @@ QList<PendingFile> Restoration::planned(const Goal& goal, std::int64_t number) {
         }
         (*wanted == content::absent ? gone : *wanted == content::folder ? folders : come) << file;
     }
-    if (!lost.isEmpty()) {
-        addNote(lostNote(lost));
-    }
     inOrder(gone, folders, come);
-    return gone + folders + come;
+    return {gone + folders + come, lost};
 }
 
 // What was done already is done again without harm.
@@ -209,10 +246,9 @@ void Restoration::perform(const PendingFile& file) {
         kept_.take(file.path, file.keep);
     }
     if (file.put == content::absent) {
-        // A folder with something of another program in it stays.
-        QFileInfo(file.path).isDir() ? QDir().rmdir(file.path) : QFile::remove(file.path);
+        KeptFiles::takeAway(file.path);
     } else if (file.put == content::folder) {
-        QDir().mkpath(file.path);
+        KeptFiles::makeFolder(file.path);
     } else {
         kept_.put(file.put, file.path);
     }
@@ -242,114 +278,19 @@ QMap<QString, QByteArray> Restoration::imagesAt(const Way& way) {
     return images;
 }
 
-// Goes back over what was done. That takes no more room than it gives free, so a full disk does not
-// stop it; what does leaves the restoration to be carried on.
-void Restoration::giveUp() {
-    ignoringErrors([this] {
-        HistoryFile& file = recorder_.file();
-        QList<PendingFile> files = file.pendingFiles();
-        std::reverse(files.begin(), files.end());
-        const auto databases = imagesAt(wayTo(file.pendingTarget().value_or(beginning)));
-        QMap<QString, QByteArray> before;
-        for (const QString& database : databases.keys()) {
-            before[database] = file.mirror(database);
-        }
-        for (const PendingFile& one : files) {
-            KeptFiles::removeUnfinished(one.path, began_);
-        }
-        carryOut(before, [&] {
-            for (const PendingFile& one : files) {
-                revert(one);
-            }
-        });
-        HistoryFile::Transaction all(file);
-        for (const QString& database : before.keys()) {
-            file.setMirror(database, before[database], jet::imageOf(database));
-        }
-        file.clearPending();
-        all.commit();
-    });
-}
-
-void Restoration::revert(const PendingFile& one) {
-    const std::optional<Present> present = recorder_.file().present(one.path);
-    const QString before = present ? present->content : content::absent;
-    if (!one.keep.isEmpty()) {
-        if (kept_.has(one.keep)) {
-            kept_.giveBack(one.keep, one.path);
-        }
-    } else if (KeptFiles::isKept(before)) {
-        if (stampOf(one.path) != present->stamp) {
-            kept_.put(before, one.path);
-            recorder_.file().setPresent(one.path, {stampOf(one.path), before});
-        }
-    } else if (before == content::folder) {
-        QDir().mkpath(one.path);
-    } else {
-        QFileInfo(one.path).isDir() ? QDir().rmdir(one.path) : QFile::remove(one.path);
-    }
-}
-
-bool Restoration::carryOn() {
-    const std::optional<std::int64_t> target = recorder_.file().pendingTarget();
-    if (!target) {
-        return false;
-    }
-    note_.clear();
-    began_ = {}; // it is not known
-    refuseElsewhere(goalOf(wayTo(*target)));
-    refuseOpen(recorder_.file().pendingFiles());
-    keepWhatCameMeanwhile(*target);
-    end(*target);
-    return true;
-}
-
-// A file that is neither as it was before the restoration nor as this puts it.
-bool Restoration::hasComeMeanwhile(const PendingFile& one) {
-    const Stamp stamp = stampOf(one.path);
-    const std::optional<Present> present = recorder_.file().present(one.path);
-    return stamp != Stamp{} && !(present && present->stamp == stamp) &&
-           !kept_.isCopiedTo(one.put, one.path) &&
-           !(present && kept_.isCopiedTo(present->content, one.path));
-}
-
-// Since the restoration was broken off, other programs may have worked on what it has done and on
-// what it was still to do.
-void Restoration::keepWhatCameMeanwhile(std::int64_t target) {
+void Restoration::end(const Pending& pending) {
     HistoryFile& file = recorder_.file();
-    const auto images = imagesAt(wayTo(target));
-    QStringList databases;
-    for (auto image = images.begin(); image != images.end(); ++image) {
-        if (!jet::holdTheSame(jet::imageOf(image.key()), *image)) {
-            databases << image.key();
-        }
-    }
-    QStringList files;
-    for (const PendingFile& one : file.pendingFiles()) {
-        if (!one.keep.isEmpty() && kept_.has(one.keep)) {
-            file.contentOnDiskIsKept(one.path, one.keep);
-        }
-        if (hasComeMeanwhile(one)) {
-            files << one.path;
-        }
-    }
-    keepOutside(databases, files);
-}
-
-void Restoration::end(std::int64_t target) {
-    HistoryFile& file = recorder_.file();
-    const QList<PendingFile> files = file.pendingFiles();
-    const auto images = imagesAt(wayTo(target));
-    for (const PendingFile& one : files) {
-        KeptFiles::removeUnfinished(one.path, began_);
+    const auto images = imagesAt(wayTo(pending.target));
+    for (const PendingFile& one : pending.files) {
+        KeptFiles::removeUnfinished(one.path, pending.began);
     }
     carryOut(images, [&] {
-        for (const PendingFile& one : files) {
+        for (const PendingFile& one : pending.files) {
             perform(one);
         }
     });
     HistoryFile::Transaction all(file);
-    for (const PendingFile& done : files) {
+    for (const PendingFile& done : pending.files) {
         if (!done.keep.isEmpty()) {
             file.contentOnDiskIsKept(done.path, done.keep);
         }
@@ -360,8 +301,8 @@ void Restoration::end(std::int64_t target) {
         file.setPresent(database, {stampOf(database), content::onDisk});
     }
     Position position = file.position();
-    position.head = target;
-    position.tip = isAbove(target, position.tip) ? position.tip : target;
+    position.head = pending.target;
+    position.tip = isAbove(pending.target, position.tip) ? position.tip : pending.target;
     file.setPosition(position);
     file.clearPending();
     all.commit();
@@ -374,7 +315,37 @@ bool Restoration::isAbove(std::int64_t one, std::int64_t other) {
     return other == one;
 }
 
-void Restoration::takeBack() {
+void Restoration::takeBack() { takeBackAllBut({}); }
+
+// What a database may hold that the command itself has left: nothing, what was there before, or
+// what it has noted before it committed it. A file was not there yet, or is as it was.
+bool Restoration::hasComeBehind(const QString& path, const Touched& touched) {
+    if (touched.kind == Touched::Kind::database) {
+        const QByteArray live = jet::imageOf(path);
+        return !holdsNothing(live) && !jet::holdTheSame(live, recorder_.file().mirror(path)) &&
+               !recorder_.running().hasCommitted(jet::digestOf(live));
+    }
+    return touched.kind == Touched::Kind::file && stampOf(path) != Stamp{} &&
+           (touched.before == content::absent || kept_.has(touched.before)) &&
+           !kept_.isCopiedTo(touched.before, path);
+}
+
+void Restoration::takeBackKilled() {
+    note_.clear();
+    QStringList databases;
+    QStringList files;
+    const auto& touched = recorder_.running().touched();
+    for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
+        if (hasComeBehind(entry.key(), *entry)) {
+            (entry->kind == Touched::Kind::database ? databases : files) << entry.key();
+        }
+    }
+    keepOutside(databases, files);
+    const QStringList all = databases + files;
+    takeBackAllBut({all.begin(), all.end()});
+}
+
+void Restoration::takeBackAllBut(const QSet<QString>& staying) {
     RunningCommand& command = recorder_.running();
     QList<PendingFile> gone;
     QList<PendingFile> folders;
@@ -383,6 +354,9 @@ void Restoration::takeBack() {
     const auto& touched = command.touched();
     for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
         const QString& before = entry->before;
+        if (staying.contains(entry.key())) {
+            continue;
+        }
         if (entry->kind == Touched::Kind::database) {
             images[entry.key()] = recorder_.file().mirror(entry.key());
         } else if (!KeptFiles::isKept(before) || kept_.has(before)) {

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
 #include "platform/files/FileSystemObject.h"
 #include "platform/history/Recorder.h"
 
-#include <QDateTime>
+#include <QSet>
 
 #include <functional>
 
@@ -25,13 +26,18 @@ public:
     // pass through. The work space then has the state before.
     void goTo(std::int64_t target);
     // Ends a restoration that could be neither ended nor given up, such as one whose process was
-    // killed. False when there is none. Errors as goTo; it then can be called again.
+    // killed. False when there is none. Errors as goTo, but the work space stays half restored; it
+    // then can be called again.
     bool carryOn();
-    // What the last of the two did beyond what was asked, in sentences for the user.
+    // Takes back what the command under way has changed so far, which then is no step. Error 70
+    // when something of it cannot be taken away, and those of files and store.
+    void takeBack();
+    // The same for a start or an exit that was killed. A database or file that is neither as it was
+    // before nor as the command made it has come from outside meanwhile: it stays, as a step.
+    void takeBackKilled();
+    // What the last of these and of goTo did beyond what was asked, in sentences for the user.
     const QString& note() const { return note_; }
     void addNote(const QString& sentence);
-    // Takes back what the command under way has changed so far, which then is no step.
-    void takeBack();
     // The file that has what stood at the path behind a step: a kept one, or the path itself where
     // nothing has changed it since. Empty when no file stood there.
     QString fileAt(std::int64_t step, const QString& path);
@@ -50,6 +56,11 @@ private:
         QStringList databases;
     };
 
+    struct Plan {
+        QList<PendingFile> files; // in the order in which they go and come
+        QStringList lost;         // names of those whose content the history has no more
+    };
+
     Way wayTo(std::int64_t target);
     Goal goalOf(const Way& way);
     QByteArray imageOn(const Way& way, const QString& database);
@@ -59,21 +70,27 @@ private:
     QStringList changedOutside(const Goal& goal);
     void keepOutside(const QStringList& databases, const QStringList& files);
     bool hasComeMeanwhile(const PendingFile& file);
-    void keepWhatCameMeanwhile(std::int64_t target);
-    QList<PendingFile> planned(const Goal& goal, std::int64_t number);
-    void end(std::int64_t target);
+    void keepWhatCameMeanwhile(const Pending& pending);
+    bool hasComeBehind(const QString& path, const Touched& touched);
+    Plan planned(const Goal& goal, std::int64_t number);
+    void refuse(const Goal& goal);
+    Pending begin(std::int64_t target);
+    // The same error, with its description in the sentence.
+    [[noreturn]] static void failWith(const RunTimeError& failure, const QString& sentence);
+    void end(const Pending& pending);
     static void carryOut(const QMap<QString, QByteArray>& images,
                          const std::function<void()>& files);
     void perform(const PendingFile& file);
     void giveUp();
+    bool isHalfDone();
     void revert(const PendingFile& file);
+    void takeBackAllBut(const QSet<QString>& staying);
     void takeBack(const PendingFile& file);
 
     Recorder& recorder_;
     KeptFiles& kept_;
     files::FileSystemObject& files_;
     QString note_;
-    QDateTime began_; // when the restoration under way did
 };
 
 } // namespace qvnd::history

@@ -13,6 +13,7 @@ namespace {
 // The first field of an entry says what it is.
 const QString commandEntry = QStringLiteral("command");
 const QString touchedEntry = QStringLiteral("touched");
+const QString committedEntry = QStringLiteral("committed");
 
 constexpr qsizetype fieldsOfCommand = 8;
 
@@ -56,10 +57,18 @@ void RunningCommand::touch(const QString& path, Touched::Kind kind, const QStrin
     }
 }
 
+void RunningCommand::willCommit(const QByteArray& digest) {
+    if (!committed_.contains(digest)) {
+        write({committedEntry, QString::fromLatin1(digest)});
+        committed_ << digest;
+    }
+}
+
 QString RunningCommand::nextContent() {
     return QString::number(step_) + QLatin1Char('/') + QString::number(++contents_);
 }
 
+// What was written in part goes again: entries behind it would not be read.
 void RunningCommand::write(const QStringList& fields) {
     if (file_ == nullptr) {
         file_ = std::make_unique<QFile>(path_);
@@ -68,8 +77,10 @@ void RunningCommand::write(const QStringList& fields) {
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out << fields;
+    const qint64 end = file_->size();
     if (file_->write(bytes) != bytes.size()) {
         const QString reason = file_->errorString();
+        file_->resize(end);
         throw RunTimeError(
             error::pathAccess,
             QStringLiteral("操作历史『%1』不能写入：%2。").arg(path_, reason).toStdU16String());
@@ -85,6 +96,8 @@ void RunningCommand::read(const QStringList& fields) {
     } else if (fields[0] == touchedEntry && fields.size() == 4) {
         touched_[places_.longOf(fields[2])] = {static_cast<Touched::Kind>(fields[1].toInt()),
                                                fields[3]};
+    } else if (fields[0] == committedEntry && fields.size() == 2) {
+        committed_ << fields[1].toLatin1();
     }
 }
 

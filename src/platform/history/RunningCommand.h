@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QMap>
+#include <QSet>
 
 #include <cstdint>
 #include <optional>
@@ -40,6 +41,10 @@ public:
     // Notes the path before its first change; later calls for it do nothing. Error 75.
     void touch(const QString& path, Touched::Kind kind, const QString& before);
     bool hasTouched(const QString& path) const { return touched_.contains(path); }
+    // Notes what a database holds behind a transaction, before this is committed. Error 75.
+    void willCommit(const QByteArray& digest);
+    // Whether a database with that digest is one that the command has made.
+    bool hasCommitted(const QByteArray& digest) const { return committed_.contains(digest); }
     // The name of the next content to be kept.
     QString nextContent();
 
@@ -64,6 +69,7 @@ private:
     QDateTime time_;
     QString program_;
     QMap<QString, Touched> touched_;
+    QSet<QByteArray> committed_;
     int contents_ = 0;
 };
 

@@ -18,6 +18,7 @@ inline constexpr std::int64_t beginning = 0;
 namespace caption {
 inline const QString start = QStringLiteral("启动");
 inline const QString exit = QStringLiteral("退出");
+inline bool isAutomatic(const QString& caption) { return caption == start || caption == exit; }
 } // namespace caption
 
 enum class StepKind {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
+
+#include <functional>
 
 namespace qvnd::jet {
 
@@ -14,6 +17,9 @@ public:
     virtual void BeforeChange(const QString& path) = 0;
     // A database is about to be made where no file is.
     virtual void BeforeCreation(const QString& path) = 0;
+    // The transaction is about to be committed. `image` answers what the file holds behind it, but
+    // for its counters of changes. Must not throw.
+    virtual void BeforeCommit(const std::function<QByteArray()>& image) = 0;
     // Rows of the table were changed. `table` is its name in the file.
     virtual void AfterChange(const QString& path, const QString& table) = 0;
 };

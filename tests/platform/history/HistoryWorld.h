@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/files/DiskFileSystem.h"
 #include "platform/history/History.h"
 #include "platform/jet/DBEngine.h"
@@ -133,10 +134,16 @@ public:
             const QString file = at.next();
             const QString name = file.mid(base_.size() + 1);
             all[name] = at.fileInfo().isDir()   ? QStringList{"folder"}
-                        : name.endsWith(".mdb") ? rowsIn(file)
+                        : name.endsWith(".mdb") ? databaseIn(file)
                                                 : QStringList{digest(read(name))};
         }
         return all;
+    }
+    // One of another kind, or a damaged one, by its bytes.
+    QStringList databaseIn(const QString& file) {
+        QStringList rows;
+        const bool isSound = ignoringError(error::unrecognizedFormat, [&] { rows = rowsIn(file); });
+        return isSound ? rows : QStringList{digest(read(file.mid(base_.size() + 1)))};
     }
     static QString digest(const QByteArray& bytes) {
         return QString::number(bytes.size()) + " " +

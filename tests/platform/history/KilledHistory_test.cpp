@@ -38,45 +38,37 @@ protected:
         });
     }
 
-    // A file whose time is another one counts as changed outside.
-    static void copyWithTimes(const std::filesystem::path& from, const std::filesystem::path& to) {
-        namespace fs = std::filesystem;
-        fs::copy(from, to, fs::copy_options::recursive);
-        for (const auto& entry : fs::recursive_directory_iterator(from)) {
-            fs::last_write_time(to / entry.path().lexically_relative(from),
-                                fs::last_write_time(entry.path()));
-        }
-    }
-    // Kills the command before each change of a file in turn, or before one of `stride`; `check`
-    // sees the folder behind it.
+    // Has the command killed before each change of a file, or one of `stride`: `check` sees the
+    // folder as it then is.
     void killEverywhere(const Command& before, const Command& command,
                         const std::function<void(const QString&)>& check, int stride = 1) {
-        const test::TemporaryFolder original(test::inMemory());
-        prepare(original.path());
+        const test::TemporaryFolder folder(test::inMemory());
+        const QString base = folder.path("w");
+        const QString left = folder.path("left");
+        folder.makeFolder("w");
+        prepare(base);
         {
-            HistoryWorld world(original.path());
+            HistoryWorld world(base);
             before(world);
         }
-        for (int deadly = 1;; deadly += stride) {
-            const test::TemporaryFolder folder(test::inMemory());
-            const QString base = folder.path("w");
-            copyWithTimes(original.path().toStdString(), base.toStdString());
-            const int changes = TracedProcess::run(
-                [&] {
-                    HistoryWorld world(base);
-                    command(world);
-                },
-                deadly);
-            if (changes < 0) {
-                GTEST_SKIP() << "processes cannot be traced here";
-            }
-            SCOPED_TRACE("killed before change " + std::to_string(deadly));
-            check(base);
-            if (changes < deadly - 1 || ::testing::Test::HasFailure()) {
-                EXPECT_GT(deadly, 20);
-                return;
-            }
+        const auto lookAt = [&](int change) {
+            SCOPED_TRACE("killed before change " + std::to_string(change));
+            test::copyWithTimes(base, left);
+            check(left);
+            QDir(left).removeRecursively();
+            return !HasFailure();
+        };
+        const int changes = TracedProcess::watch(
+            [&] {
+                HistoryWorld world(base);
+                command(world);
+            },
+            [&](int change) { return change % stride != 0 || lookAt(change); });
+        if (changes < 0) {
+            GTEST_SKIP() << "processes cannot be traced here";
         }
+        lookAt(changes + 1);
+        EXPECT_GT(changes, 20);
     }
     // The state that an undisturbed run of the command leads to.
     static State stateBehind(const Command& before, const Command& command) {
@@ -143,31 +135,84 @@ TEST_F(KilledHistory, ADocumentThatIsWrittenInPlaceKilledAnywhereComesBackWhole)
     EXPECT_GT(undone, 1);
 }
 
+// As a start adopts and forgets plans, and as an exit levels a plan's own copy.
+void changeTables(HistoryWorld& world) {
+    world.db->TableDefs().Delete("乙");
+    world.db->TableDefs().Append(HistoryWorld::table("丙"));
+    HistoryWorld::addRow(*world.db, "丙", "丙.1");
+    const auto own = world.workspace().OpenDatabase(world.path("甲/甲.mdb"));
+    own->TableDefs().Delete("甲");
+    own->TableDefs().Append(HistoryWorld::table("甲"));
+    HistoryWorld::addRow(*own, "甲", "甲.5");
+    world.create("丁.mdb")->TableDefs().Append(HistoryWorld::table("丁"));
+}
+
 // Nobody has asked for what a start or an exit does.
 TEST_F(KilledHistory, AStartOrAnExitKilledAnywhereLeavesTheStateBeforeItAndNoStep) {
     const State before = stateBehind(nothing, nothing);
     for (const QString& caption : {history::caption::start, history::caption::exit}) {
         int killed = 0;
         const auto change = [&](HistoryWorld& world) {
-            world.run(caption, [&] {
-                world.deletePlan("乙");
-                world.makePlan("丙");
-            });
+            world.run(caption, [&] { changeTables(world); });
         };
         const auto check = [&](const QString& base) {
             HistoryWorld world(base);
             const auto found = world.history->mend();
             EXPECT_FALSE(found.unfinished);
-            if (world.history->steps().size() == 2) {
-                EXPECT_EQ(world.state(), before);
-                ++killed;
-            }
+            EXPECT_EQ(found.note, "");
             EXPECT_TRUE(!found.exitKilled || caption == history::caption::exit);
+            const auto last = world.history->steps().last();
+            if (last.kind == history::StepKind::automatic) {
+                EXPECT_EQ(last.title.section('[', 0, 0), caption) << "it came to its end";
+                EXPECT_EQ(world.history->steps().size(), 3);
+                return;
+            }
+            EXPECT_EQ(world.history->steps().size(), 2);
+            EXPECT_EQ(world.state(), before);
+            ++killed;
         };
         killEverywhere(nothing, change, check,
-                       qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? 1 : 11);
+                       qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? 1 : 3);
         EXPECT_GT(killed, 5);
     }
+}
+
+// The start is killed; then another tool changes a row of a database, and a backup of the other
+// takes its place.
+TEST_F(KilledHistory, WhatCameFromOutsideBehindAKilledStartStaysAndIsToldAsAStep) {
+    const QString mine = "UPDATE 甲 SET 名称='mine' WHERE Key='甲.2'";
+    int kept = 0;
+    const auto change = [](HistoryWorld& world) {
+        world.run(history::caption::start, [&] { changeTables(world); });
+    };
+    const auto check = [&](const QString& base) {
+        test::PlainSqlite(base + "/central.mdb").rows(mine);
+        const QString backup = base + "/backup.mdb";
+        QFile::copy(base + "/乙/乙.mdb", backup);
+        test::PlainSqlite(backup).rows("UPDATE 乙 SET 名称='saved' WHERE Key='乙.1'");
+        QFile::remove(base + "/甲/甲.mdb-journal"); // SQLite would play it back into any file
+        std::filesystem::rename(backup.toStdString(), (base + "/甲/甲.mdb").toStdString());
+        HistoryWorld world(base);
+        const bool isKilled = QFile::exists(world.path(".~history/running"));
+        const auto found = world.history->mend();
+        EXPECT_TRUE(world.rowsIn(world.path("central.mdb")).contains("2|甲.2|mine"));
+        EXPECT_TRUE(world.rowsIn(world.path("甲/甲.mdb")).contains("1|乙.1|saved"));
+        QList<history::Step> steps = world.history->steps();
+        steps.removeIf([](const auto& step) { return step.kind != history::StepKind::outside; });
+        EXPECT_TRUE(isKilled || steps.isEmpty());
+        for (const history::Step& step : steps) {
+            EXPECT_TRUE(found.note.contains(step.title)) << found.note.toStdString();
+            ++kept;
+        }
+        if (!steps.isEmpty()) {
+            const State now = world.state();
+            ASSERT_TRUE(world.history->undo());
+            world.history->goTo(steps.last().id);
+            EXPECT_EQ(world.state(), now);
+        }
+    };
+    killEverywhere(nothing, change, check, 7);
+    EXPECT_GT(kept, 5);
 }
 
 // A plan whose folder had gone when its deletion was killed is forgotten by the next start.
@@ -205,6 +250,93 @@ TEST_F(KilledHistory, WhatTheStartDoesBehindAKilledCommandIsTakenBackWithIt) {
     world.run("新建", [&] { world.makePlan("丙"); });
     world.run(history::caption::start, [&] { HistoryWorld::addRow(*world.db, "甲", "甲.8"); });
     EXPECT_EQ(world.history->steps().size(), 5) << "behind another command a start is its own step";
+}
+
+// Killed at once when it has changed a row.
+void killAfterAdding(const QString& base, const QString& caption, const QString& key) {
+    TracedProcess::run(
+        [&] {
+            HistoryWorld killed(base);
+            killed.run(caption, [&] {
+                HistoryWorld::addRow(*killed.db, "甲", key);
+                killed.workspace().Settle();
+                raise(SIGKILL);
+            });
+        },
+        0);
+}
+
+class KilledTwice : public KilledHistory {
+protected:
+    KilledTwice() {
+        folder.makeFolder("w");
+        prepare(base);
+        killAfterAdding(base, "添加", "甲.3");
+    }
+    history::History::Found found() { return HistoryWorld(base).history->mend(); }
+
+    test::TemporaryFolder folder{test::inMemory()};
+    const QString base = folder.path("w");
+};
+
+TEST_F(KilledTwice, ACommandIsToldByEveryStartUntilTheUserHasReadIt) {
+    if (!found().unfinished) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    killAfterAdding(base, history::caption::start, "甲.4");
+    const auto again = found();
+    ASSERT_TRUE(again.unfinished);
+    EXPECT_EQ(again.unfinished->title, "添加[名甲.3]");
+    EXPECT_FALSE(HistoryWorld(base).state()["central.mdb"].join(' ').contains("甲.4"));
+    {
+        HistoryWorld world(base);
+        world.history->mend();
+        world.history->told();
+    }
+    EXPECT_FALSE(found().unfinished);
+}
+
+TEST_F(KilledTwice, ACommandIsToldThatLiesBehindAnotherKilledOne) {
+    killAfterAdding(base, "添加", "甲.4");
+    const auto both = found();
+    if (!both.unfinished) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    EXPECT_EQ(both.unfinished->title, "添加[名甲.4]");
+    EXPECT_EQ(both.unfinishedBefore, QStringList{"添加[名甲.3]"});
+}
+
+TEST_F(KilledTwice, OnlyTheFirstStartThatComesToItsEndBelongsToTheKilledCommand) {
+    if (!found().unfinished) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    killAfterAdding(base, history::caption::start, "甲.4");
+    HistoryWorld world(base);
+    world.history->mend();
+    const auto first =
+        world.run(history::caption::start, [&] { HistoryWorld::addRow(*world.db, "甲", "甲.5"); });
+    ASSERT_TRUE(first.step);
+    EXPECT_EQ(first.step->title, "添加[名甲.3]");
+    const auto second =
+        world.run(history::caption::start, [&] { HistoryWorld::addRow(*world.db, "甲", "甲.6"); });
+    ASSERT_TRUE(second.step);
+    EXPECT_EQ(second.step->kind, history::StepKind::automatic);
+    EXPECT_EQ(second.step->parent, first.step->id);
+}
+
+// Such as one behind which the user has put a plan's folder in place.
+TEST_F(KilledTwice, AStartBehindOneThatFoundNothingToDoIsAStepOfItsOwn) {
+    const auto killed = found().unfinished;
+    if (!killed) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    HistoryWorld world(base);
+    world.run(history::caption::start, [] {});
+    const auto later =
+        world.run(history::caption::start, [&] { HistoryWorld::addRow(*world.db, "甲", "甲.5"); });
+    ASSERT_TRUE(later.step);
+    EXPECT_EQ(later.step->kind, history::StepKind::automatic);
+    EXPECT_EQ(later.step->parent, killed->id);
 }
 
 // Such as those on a stick that was pulled out and got another drive.

@@ -28,6 +28,9 @@ std::shared_ptr<StoreFile> WorkspaceState::Open(const QString& path) {
     std::weak_ptr<StoreFile>& known = files_[identityOf(path)];
     std::shared_ptr<StoreFile> file = known.lock();
     if (file == nullptr || file->IsGone()) {
+        if (file != nullptr) { // what is still changed there is in no folder any more
+            file->Observe(nullptr);
+        }
         file = StoreFile::Open(path);
         file->Observe(observer_);
         known = file;

@@ -5,6 +5,7 @@
 #include "platform/jet/Failure.h"
 #include "platform/jet/file/SqlNames.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -12,15 +13,20 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <functional>
 
 namespace qvnd::jet {
 
 namespace {
 
-// Of the header of an SQLite file, four bytes each: the counter, that of changes of the schema,
-// which state of the first the header is valid for, and the version of SQLite that wrote it.
+// Of the header of an SQLite file, four bytes each where nothing else is said: the size of a page,
+// the counter of changes, the first page that lists free ones, the counter of changes of the
+// schema, which state of the counter the header is valid for, and the version of SQLite that wrote
+// it.
+constexpr int pageSizePlace = 16; // two bytes; 1 stands for 65536
 constexpr int counterPlace = 24;
+constexpr int freeListPlace = 32;
 constexpr int schemaPlace = 40;
 constexpr int validForPlace = 92;
 constexpr int writerPlace = 96;
@@ -52,6 +58,44 @@ Answer ofSound(const std::function<Answer()>& read, const std::function<Answer()
         }
         return otherwise();
     }
+}
+
+QByteArray withoutCounters(QByteArray image) {
+    for (const int place : {counterPlace, schemaPlace, validForPlace, writerPlace}) {
+        if (image.size() >= headerSize) {
+            image.replace(place, 4, QByteArray(4, 0));
+        }
+    }
+    return image;
+}
+
+// What stands in the pages that are free is nobody's: SQLite leaves it as it was in the file,
+// whatever it was in memory. The list of them is a chain of pages, each with the number of the
+// next, how many it names, and these.
+QByteArray withoutUnusedPages(QByteArray image) {
+    if (image.size() < headerSize) {
+        return image;
+    }
+    const auto numberAt = [&](qsizetype place) -> qsizetype {
+        return place + 4 > image.size()
+                   ? 0
+                   : bigEndian(reinterpret_cast<const unsigned char*>(image.constData()) + place);
+    };
+    const qsizetype written = numberAt(pageSizePlace) >> 16;
+    const qsizetype size = written == 1 ? 65536 : std::max<qsizetype>(written, headerSize);
+    qsizetype left = image.size() / size; // a damaged list may lead in a circle
+    for (qsizetype list = numberAt(freeListPlace); list > 0 && left > 0; --left) {
+        const qsizetype at = (list - 1) * size;
+        const qsizetype count = std::min(numberAt(at + 4), size / 4 - 2);
+        for (qsizetype i = 0; i < count; ++i) {
+            const qsizetype free = (numberAt(at + 8 + 4 * i) - 1) * size;
+            if (free >= size && free + size <= image.size()) {
+                image.replace(free, size, QByteArray(size, 0));
+            }
+        }
+        list = numberAt(at);
+    }
+    return image;
 }
 
 // A journal belongs to the file that was there before.
@@ -94,16 +138,20 @@ QByteArray imageOf(const QString& path) {
         [&] {
             Connection connection(path, Connection::Mode::existing);
             connection.NumberOf("PRAGMA user_version");
-            sqlite3_int64 size = 0;
-            unsigned char* bytes = sqlite3_serialize(connection.Handle(), "main", &size, 0);
-            if (bytes == nullptr) {
-                connection.Fail();
-            }
-            QByteArray image(reinterpret_cast<const char*>(bytes), size);
-            sqlite3_free(bytes);
-            return image;
+            return imageOf(connection);
         },
         [&] { return bytesOf(path); });
+}
+
+QByteArray imageOf(Connection& connection) {
+    sqlite3_int64 size = 0;
+    unsigned char* bytes = sqlite3_serialize(connection.Handle(), "main", &size, 0);
+    if (bytes == nullptr && size > 0) {
+        connection.Fail();
+    }
+    QByteArray image(reinterpret_cast<const char*>(bytes), size);
+    sqlite3_free(bytes);
+    return image;
 }
 
 std::uint32_t changeCounterOf(const QString& path) {
@@ -133,16 +181,13 @@ std::uint32_t changeCounterIn(const QByteArray& image) {
                            counterPlace);
 }
 
-bool holdTheSame(QByteArray one, QByteArray other) {
-    for (QByteArray* image : {&one, &other}) {
-        if (image->size() < headerSize) {
-            continue;
-        }
-        for (const int place : {counterPlace, schemaPlace, validForPlace, writerPlace}) {
-            image->replace(place, 4, QByteArray(4, 0));
-        }
-    }
-    return one == other;
+bool holdTheSame(const QByteArray& one, const QByteArray& other) {
+    return withoutCounters(one) == withoutCounters(other);
+}
+
+QByteArray digestOf(const QByteArray& image) {
+    const QByteArray used = withoutUnusedPages(withoutCounters(image));
+    return QCryptographicHash::hash(used, QCryptographicHash::Sha1).toHex();
 }
 
 void putImage(const QString& path, const QByteArray& image) {

@@ -18,6 +18,8 @@ namespace qvnd::jet {
 
 // Empty when there is no such file.
 QByteArray imageOf(const QString& path);
+// As the connection sees it, with the changes of its open transaction.
+QByteArray imageOf(Connection& connection);
 
 // Grows with every transaction that any program commits on the file; 0 when there is no such file.
 std::uint32_t changeCounterOf(const QString& path);
@@ -26,7 +28,9 @@ std::uint32_t changeCounterIn(const QByteArray& image);
 
 // Whether the images hold the same but for their counters of changes: a transaction that changes
 // nothing, such as one that clears a journal away or puts the same pages, counts as well.
-bool holdTheSame(QByteArray one, QByteArray other);
+bool holdTheSame(const QByteArray& one, const QByteArray& other);
+// A short text that only images that hold the same have in common.
+QByteArray digestOf(const QByteArray& image);
 
 // Gives the file the state of the image, at one stroke: an empty image takes the file away; a
 // missing file is made, with its folder, and a damaged one replaced. Programs that have it open see

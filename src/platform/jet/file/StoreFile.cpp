@@ -3,6 +3,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/file/FirstArrangement.h"
+#include "platform/jet/file/Image.h"
 
 #include <QDir>
 #include <QFile>
@@ -149,6 +150,9 @@ bool StoreFile::BeginWrite() {
 
 void StoreFile::Commit() {
     catalogue_.WriteNumbers(connection_);
+    if (observer_ != nullptr) {
+        observer_->BeforeCommit([this] { return imageOf(connection_); });
+    }
     connection_.Prepared("COMMIT").Run();
 }
 

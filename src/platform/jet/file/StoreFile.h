@@ -21,7 +21,7 @@ public:
     Connection& Sql() { return connection_; }
     Catalogue& Tables() { return catalogue_; }
 
-    // Told before each transaction and of the tables it changes; null for nobody.
+    // Told before each transaction, of the tables it changes and before its end; null for nobody.
     void Observe(ChangeObserver* observer);
 
     // 3078 when there is none of that name.
