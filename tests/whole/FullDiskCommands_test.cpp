@@ -14,10 +14,13 @@ namespace {
 class OnAFullDisk : public test::RealCommands {
 protected:
     // What came of the work in a program of its own, whose disk was full from that call on: one of
-    // the first two, and the third.
+    // the first two, and what the user was told.
     static constexpr long done = 1;
     static constexpr long refused = 2;
     static constexpr long told = 4;
+    static constexpr long toldThatHalfStands = 8;
+    static constexpr long toldThatNothingWasDone = 16;
+    static constexpr int bits = 5;
     struct Attempt {
         long outcome = 0;
         int calls = 0; // that needed room
@@ -36,13 +39,13 @@ protected:
             }
             disk.fillFrom(from);
             const long outcome = work();
-            return (disk.empty() << 4) + outcome;
+            return (disk.empty() << bits) + outcome;
         });
         const long number = answer.value_or(0);
         if (number == 0) {
             return std::nullopt;
         }
-        return Attempt{number % 16, static_cast<int>(number >> 4)};
+        return Attempt{number % (1 << bits), static_cast<int>(number >> bits)};
     }
     // The first and some others; every one by hand: QVND_FULL_EVERYWHERE.
     static std::vector<int> callsToFail(int calls) {
@@ -55,8 +58,20 @@ protected:
     long command() {
         test::FakeMessageBoxes boxes;
         run(&boxes);
-        const bool isTold = !boxes.shown.empty() || !planner.messages.shown.empty();
-        return (wasRefused ? refused : done) + (isTold ? told : 0);
+        QString texts;
+        for (const auto& shown : {boxes.shown, planner.messages.shown}) {
+            for (const desktop::Message& message : shown) {
+                texts += message.text + u'\n';
+            }
+        }
+        return (wasRefused ? refused : done) + wordsIn(texts);
+    }
+    static long wordsIn(const QString& texts) {
+        const bool saysHalf = texts.contains("没有能全部收回") || texts.contains("只做了一半");
+        const bool saysNothing = texts.contains("没有执行") || texts.contains("没有改动任何东西") ||
+                                 texts.contains("什么也不改动");
+        return (texts.isEmpty() ? 0 : told) + (saysHalf ? toldThatHalfStands : 0) +
+               (saysNothing ? toldThatNothingWasDone : 0);
     }
     // As the menu item does it.
     template <typename TakeBack>
@@ -64,8 +79,8 @@ protected:
         try {
             takeBack();
             return done;
-        } catch (const RunTimeError&) {
-            return refused + told;
+        } catch (const RunTimeError& failure) {
+            return refused + wordsIn(QString::fromStdU16String(failure.description()));
         }
     }
 };
@@ -91,6 +106,8 @@ TEST_P(OnAFullDisk, ACommandIsRefusedWithNothingChangedOrOneStepBackLeadsToBefor
         if (planner.state().HistoryFound.unfinished) {
             // Taking it back at once found no room either.
             EXPECT_TRUE(isRefused);
+            EXPECT_TRUE((tried->outcome & toldThatHalfStands) != 0);
+            EXPECT_FALSE((tried->outcome & toldThatNothingWasDone) != 0);
             EXPECT_TRUE(undo());
         } else if (!isRefused) {
             outline::goToStep(planner.state(), planner.workbench(), planner.services(), head);
@@ -114,15 +131,21 @@ TEST_P(OnAFullDisk, AnUndoIsDoneOrLeavesTheStateBeforeIt) {
         GTEST_SKIP() << "a full disk is not offered here";
     }
     EXPECT_EQ(undisturbed->outcome, done);
+    int refusals = 0;
     for (const int call : callsToFail(undisturbed->calls)) {
         SCOPED_TRACE("full from call " + std::to_string(call));
         const auto tried = attempt(call, undoing);
         ASSERT_TRUE(tried);
         planner.start();
-        const bool isUndone = tried->outcome == done || planner.state().HistoryFound.restored;
-        test::expectSame(onDisk(), isUndone ? before : behind);
+        const bool isCarriedOn = planner.state().HistoryFound.restored;
+        const bool isRefused = (tried->outcome & refused) != 0;
+        refusals += isRefused && !isCarriedOn;
+        EXPECT_EQ(isCarriedOn, (tried->outcome & toldThatHalfStands) != 0);
+        EXPECT_TRUE(isRefused || tried->outcome == done);
+        test::expectSame(onDisk(), isRefused && !isCarriedOn ? behind : before);
         planner.exit();
     }
+    EXPECT_GT(refusals, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, OnAFullDisk, testing::ValuesIn(test::realCommands()),

@@ -1,5 +1,6 @@
 #include "platform/jet/DBEngine.h"
 #include "platform/jet/file/Image.h"
+#include "support/KillPoints.h"
 #include "support/TracedProcess.h"
 #include "whole/PlannedHome.h"
 #include "whole/WorkSpaceState.h"
@@ -12,9 +13,10 @@
 #include <QMap>
 #include <QSet>
 
+#include <algorithm>
 #include <filesystem>
-#include <random>
 #include <sstream>
+#include <vector>
 
 using namespace qvnd;
 using test::commandsOfAPlanner;
@@ -74,12 +76,6 @@ Libraries librariesIn(const QString& home) {
 }
 
 constexpr int pointsOfOne = 12;
-
-// Every change by hand: QVND_KILL_EVERYWHERE.
-int pointsAmong(int changes) {
-    return qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? changes
-                                                             : std::min(changes, pointsOfOne);
-}
 
 class KilledCommands : public testing::TestWithParam<PlannersCommand> {
 protected:
@@ -141,40 +137,31 @@ protected:
         }
     }
 
-    PlannedHome original;
-};
-
-TEST_P(KilledCommands, LeaveEveryOutlineAndDocumentWholeAtWhateverPoint) {
-    const Libraries before = librariesIn(original.home());
-    const QString undisturbed = original.folder.path("undisturbed");
-    original.copyTo(undisturbed);
-    const int changes = TracedProcess::run(commandIn(undisturbed), 0);
-    if (changes < 0) {
-        GTEST_SKIP() << "processes cannot be traced here";
-    }
-    const Libraries after = librariesIn(undisturbed);
-    std::mt19937 random(20260210); // repeatable
-    for (int i = 0; i < pointsOfOne; ++i) {
-        // One point in each equal stretch of the run.
-        std::uniform_int_distribution<int> stretch(i * changes / pointsOfOne + 1,
-                                                   (i + 1) * changes / pointsOfOne);
-        const int point = stretch(random);
-        SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
-                     std::to_string(changes));
-        const QString home = original.folder.path("killed");
+    QString leftBy(int point) const { return original.folder.path(QString::number(point)); }
+    // Runs the command in a home, and keeps what it would leave there if it were killed before some
+    // of its changes: all of them by hand, QVND_KILL_EVERYWHERE. Answers which.
+    std::vector<int> killedIn(const QString& home, int changes) const {
+        const bool isEach = qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE");
+        std::vector<int> points = test::killPoints(changes, isEach ? changes : pointsOfOne);
         original.copyTo(home);
-        EXPECT_EQ(TracedProcess::run(commandIn(home), point), point - 1);
-        expectDatabasesOpen(home);
-        EXPECT_EQ(qvndctl(home, {"plan", "list"}), tools::ExitStatus::done);
-        expectWhole(home, before, after);
-        expectDocuments(home);
+        TracedProcess::watch(commandIn(home), [&](int change) {
+            if (std::find(points.begin(), points.end(), change) != points.end()) {
+                test::copyWithTimes(home, leftBy(change));
+            }
+            return change != points.back();
+        });
+        std::filesystem::remove_all(files::toPath(home));
+        return points;
+    }
+    void expectWorkGoesOn(const QString& home) const {
         EXPECT_EQ(qvndctl(home, {"outline", "add-folder", "乙", "乙.1", "后来", "--beside"}),
                   tools::ExitStatus::done);
         qvndctl(home, words());
         expectDocuments(home);
-        std::filesystem::remove_all(home.toStdString());
     }
-}
+
+    PlannedHome original;
+};
 
 // What the next start says, and how many steps it lists.
 struct NextStart {
@@ -198,36 +185,46 @@ struct NextStart {
 
 // A command that was not told of was either not begun or done whole; what only opens a plan is no
 // step to undo. What the start and the exit do by themselves is no step beside it.
-TEST_P(KilledCommands, AreToldAtTheNextStartAndOneUndoLeadsToBeforeThem) {
+TEST_P(KilledCommands, LeaveAllWholeAtWhateverPointAndAreToldAndOneUndoLeadsToBeforeThem) {
     const NextStart atFirst(original.home());
-    const auto before = workSpaceOf(original.home());
+    const Libraries before = librariesIn(original.home());
+    const auto allBefore = workSpaceOf(original.home());
     const QString undisturbed = original.folder.path("undisturbed");
     original.copyTo(undisturbed);
     const int changes = TracedProcess::run(commandIn(undisturbed), 0);
     if (changes < 0) {
         GTEST_SKIP() << "processes cannot be traced here";
     }
-    EXPECT_NE(workSpaceOf(undisturbed), before);
+    EXPECT_NE(workSpaceOf(undisturbed), allBefore);
+    const Libraries after = librariesIn(undisturbed);
     const bool isStep = NextStart(undisturbed).steps > atFirst.steps;
-    const int points = pointsAmong(changes);
     int unfinished = 0;
-    for (int i = 0; i < points && !HasFailure(); ++i) {
-        const int point = 1 + i * changes / points;
+    const QString home = original.folder.path("killed");
+    for (const int point : killedIn(home, changes)) {
         SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
                      std::to_string(changes));
-        const QString home = original.folder.path("killed");
-        original.copyTo(home);
-        EXPECT_EQ(TracedProcess::run(commandIn(home), point), point - 1);
+        std::filesystem::rename(files::toPath(leftBy(point)), files::toPath(home));
+        expectDatabasesOpen(home);
         const NextStart next(home);
         unfinished += next.tellsCommand();
         const qsizetype steps = next.steps - atFirst.steps;
         EXPECT_TRUE(steps == 1 || (steps == 0 && !next.tellsCommand()))
             << next.listed.toStdString() << next.said.toStdString();
+        expectWhole(home, before, after);
+        expectDocuments(home);
+        const QString later = original.folder.path("later");
+        test::copyWithTimes(home, later);
         if (steps == 1) {
             EXPECT_EQ(qvndctl(home, {"history", "undo"}), tools::ExitStatus::done);
-            EXPECT_EQ(workSpaceOf(home), before);
+            EXPECT_EQ(workSpaceOf(home), allBefore);
         }
-        std::filesystem::remove_all(home.toStdString());
+        expectWorkGoesOn(later);
+        for (const QString& done : {home, later}) {
+            std::filesystem::remove_all(done.toStdString());
+        }
+        if (HasFailure()) {
+            break;
+        }
     }
     EXPECT_TRUE(unfinished > 0 || !isStep);
 }

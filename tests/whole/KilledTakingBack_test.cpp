@@ -4,6 +4,8 @@
 #include "support/TracedProcess.h"
 #include "whole/RealCommands.h"
 
+#include <map>
+
 using namespace qvnd;
 
 namespace {
@@ -28,17 +30,28 @@ protected:
         }
         ASSERT_GT(changes, ofTheStart);
         const int all = changes - ofTheStart;
+        std::map<int, Kept> left;
         for (const int point :
              test::killPoints(all, qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? all : 4)) {
-            SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
+            left[ofTheStart + point] = nullptr;
+        }
+        bringBack();
+        test::TracedProcess::watch(
+            [&] {
+                planner.start();
+                work();
+            },
+            [&](int change) {
+                if (left.contains(change)) {
+                    left[change] = keptNow();
+                }
+                return change != left.rbegin()->first;
+            });
+        for (const auto& [change, kept] : left) {
+            SCOPED_TRACE("killed before change " + std::to_string(change - ofTheStart) + " of " +
                          std::to_string(all));
-            bringBack();
-            test::TracedProcess::run(
-                [&] {
-                    planner.start();
-                    work();
-                },
-                ofTheStart + point);
+            ASSERT_TRUE(kept);
+            bringBack(*kept);
             ASSERT_TRUE(planner.start());
             look();
             planner.exit();
@@ -47,7 +60,25 @@ protected:
             }
         }
     }
-    bool isRestored() { return planner.state().HistoryFound.restored; }
+    // The step leads from one state to the other, and from there `opposite` to the last.
+    void expectEither(const std::function<bool()>& step, const std::function<bool()>& opposite,
+                      const test::WorkSpaceState& from, const test::WorkSpaceState& to,
+                      const test::WorkSpaceState& back) {
+        int restored = 0;
+        killEverywhere([&] { step(); },
+                       [&] {
+                           const bool isRestored = planner.state().HistoryFound.restored;
+                           restored += isRestored;
+                           const bool isDone = onDisk() == to;
+                           EXPECT_TRUE(isDone || !isRestored);
+                           if (!isDone) {
+                               test::expectSame(onDisk(), from);
+                           }
+                           EXPECT_TRUE(isDone ? opposite() : step());
+                           test::expectSame(onDisk(), isDone ? back : to);
+                       });
+        EXPECT_GT(restored, 0);
+    }
 };
 
 TEST_P(KilledTakingBack, AnUndoLeavesEitherStateWholeAndTheWayToTheOther) {
@@ -55,43 +86,13 @@ TEST_P(KilledTakingBack, AnUndoLeavesEitherStateWholeAndTheWayToTheOther) {
     planner.restart(); // whose end levels the copy in the plan's folder
     behind = onDisk();
     planner.exit();
-    int restored = 0;
-    killEverywhere([this] { undo(); },
-                   [&] {
-                       restored += isRestored();
-                       const bool isUndone = onDisk() == before;
-                       EXPECT_TRUE(isUndone || !isRestored());
-                       if (isUndone) {
-                           EXPECT_TRUE(redo());
-                           test::expectSame(onDisk(), atTheEnd);
-                       } else {
-                           test::expectSame(onDisk(), behind);
-                           EXPECT_TRUE(undo());
-                           test::expectSame(onDisk(), before);
-                       }
-                   });
-    EXPECT_GT(restored, 0);
+    expectEither([this] { return undo(); }, [this] { return redo(); }, behind, before, atTheEnd);
 }
 
 TEST_P(KilledTakingBack, ARedoLeavesEitherStateWholeAndTheWayToTheOther) {
     EXPECT_TRUE(undo());
     planner.exit();
-    int restored = 0;
-    killEverywhere([this] { redo(); },
-                   [&] {
-                       restored += isRestored();
-                       const bool isDone = onDisk() == behind;
-                       EXPECT_TRUE(isDone || !isRestored());
-                       if (isDone) {
-                           EXPECT_TRUE(undo());
-                           test::expectSame(onDisk(), before);
-                       } else {
-                           test::expectSame(onDisk(), before);
-                           EXPECT_TRUE(redo());
-                           test::expectSame(onDisk(), behind);
-                       }
-                   });
-    EXPECT_GT(restored, 0);
+    expectEither([this] { return redo(); }, [this] { return undo(); }, before, behind, before);
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, KilledTakingBack, testing::ValuesIn(test::realCommands()),

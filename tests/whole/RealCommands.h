@@ -138,17 +138,21 @@ protected:
         return outline::redo(planner.state(), planner.workbench(), planner.services()).has_value();
     }
 
-    // Of the program that has ended: keeps its files, and brings them back later.
-    void keep() {
-        kept_ = std::make_unique<TemporaryFolder>(inMemory());
+    // Of the program that has ended, or stands still: keeps its files, and brings them back later.
+    void keep() { kept_ = keptNow(); }
+    void bringBack() { bringBack(*kept_); }
+    using Kept = std::unique_ptr<TemporaryFolder>;
+    Kept keptNow() const {
+        Kept kept = std::make_unique<TemporaryFolder>(inMemory());
         for (const char* name : inIt) {
-            copyWithTimes(planner.folder.path(name), kept_->path(name));
+            copyWithTimes(planner.folder.path(name), kept->path(name));
         }
+        return kept;
     }
-    void bringBack() {
+    void bringBack(const TemporaryFolder& kept) {
         for (const char* name : inIt) {
             std::filesystem::remove_all(files::toPath(planner.folder.path(name)));
-            copyWithTimes(kept_->path(name), planner.folder.path(name));
+            copyWithTimes(kept.path(name), planner.folder.path(name));
         }
     }
 
@@ -170,7 +174,7 @@ private:
         }
     }
 
-    std::unique_ptr<TemporaryFolder> kept_;
+    Kept kept_;
 };
 
 } // namespace qvnd::test
