@@ -29,6 +29,40 @@ std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
     return mixed;
 }
 
+// brcType of borders, [MS-DOC] 2.9.17.
+enum BorderType : unsigned {
+    doubled = 3,
+    triple = 10,
+    firstSmallGap = 11, // a thick and a thin stroke, three kinds of each gap
+    firstMediumGap = 14,
+    firstLargeGap = 17,
+    wave = 20,
+    doubleWave = 21,
+    outset = 26,
+    inset = 27,
+};
+
+// The thickness of a border of several strokes. Those of a thick and a thin stroke tell the width
+// of the thick one; the gap and the thin stroke have their own.
+int thicknessOf(unsigned type, int width) {
+    constexpr int smallGap = 30; // twips of the gap and the thin stroke
+    constexpr int largeGap = 45;
+    constexpr int relief = 15;
+    if (type == doubled || type == triple || type == doubleWave) {
+        return 3 * width;
+    }
+    if (type >= firstLargeGap && type < wave) {
+        return width + largeGap;
+    }
+    if (type >= firstMediumGap && type < firstLargeGap) {
+        return 2 * width;
+    }
+    if (type >= firstSmallGap && type < firstMediumGap) {
+        return width + smallGap;
+    }
+    return type == outset || type == inset ? 2 * width + relief : width;
+}
+
 // brcType: 0 no border, 0xFF none either; 3 and 10 to 23 have more than one stroke.
 Border borderFrom(unsigned type, unsigned eighths, unsigned space,
                   std::optional<std::uint32_t> colour) {
@@ -37,6 +71,7 @@ Border borderFrom(unsigned type, unsigned eighths, unsigned space,
     border.visible = type != 0 && type != none;
     border.isDouble = type == 3 || (type >= 10 && type <= 23);
     border.width = std::max(5, static_cast<int>(eighths) * twipsPerPoint / 8);
+    border.thickness = thicknessOf(type, border.width);
     border.space = static_cast<int>(space & 0x1F) * twipsPerPoint;
     border.colour = colour;
     return border;

@@ -41,8 +41,9 @@ std::optional<std::uint32_t> colourOfShading(const SprmView& entry);
 struct Border {
     bool visible = false;
     bool isDouble = false;
-    int width = 0; // of one stroke, in twips
-    int space = 0; // between the border and its content, in twips
+    int width = 0;     // of one stroke, in twips
+    int thickness = 0; // of all strokes and the gaps between them, in twips
+    int space = 0;     // between the border and its content, in twips
     std::optional<std::uint32_t> colour;
     bool operator==(const Border&) const = default;
 };

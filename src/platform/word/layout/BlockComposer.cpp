@@ -185,7 +185,7 @@ Strips BlockComposer::composeTable(const Table& table, const LineSetting& settin
         rows.push_back(std::move(composed));
     }
     --depth_;
-    settleHeights(rows);
+    settleHeights(rows, setting.options.officeLines);
     Strips strips = stripsOf(rows);
     for (std::size_t i = 0; i < strips.size(); ++i) {
         strips[i].paragraph = table.rows[i].mark;

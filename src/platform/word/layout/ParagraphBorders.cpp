@@ -13,7 +13,13 @@ void addRule(Strip& strip, const Border& side, double x1, double y1, double x2, 
     }
 }
 
-double roomOf(const Border& side) { return side.visible ? side.space + side.width : 0; }
+double roomOf(const Border& side) { return side.visible ? side.space + side.thickness : 0; }
+
+// The distance of a border's first stroke from the text. Strokes follow each other to the right and
+// downwards, on the left and above towards the text.
+double firstStroke(const Border& side) {
+    return side.isDouble ? side.space + 2.0 * side.width : side.space;
+}
 
 } // namespace
 
@@ -25,12 +31,14 @@ void addBorders(Strips& lines, const word::ResolvedParagraph& format, double lef
             line.layer.fills.insert(line.layer.fills.begin(),
                                     {left, 0, right - left, line.height, *format.background});
         }
-        addRule(line, format.leftSide, x1, 0, x1, line.height);
+        const double outer = left - firstStroke(format.leftSide);
+        addRule(line, format.leftSide, outer, 0, outer, line.height);
         addRule(line, format.rightSide, x2, 0, x2, line.height);
     }
     Strip& first = lines.front();
     Strip& last = lines.back();
-    addRule(first, format.topSide, x1, -format.topSide.space, x2, -format.topSide.space);
+    const double top = -firstStroke(format.topSide);
+    addRule(first, format.topSide, x1, top, x2, top);
     const double foot = last.height + format.bottomSide.space;
     addRule(last, format.bottomSide, x1, foot, x2, foot);
     first.before += roomOf(format.topSide);

@@ -19,8 +19,8 @@ double paddingOf(const ResolvedCell& cell) { return cell.topPadding + cell.botto
 double borderAbove(const ComposedRow& row) {
     double width = 0;
     for (const ComposedCell& cell : row.cells) {
-        width =
-            std::max<double>(width, cell.format.topSide.visible ? cell.format.topSide.width : 0);
+        width = std::max<double>(width,
+                                 cell.format.topSide.visible ? cell.format.topSide.thickness : 0);
     }
     return width;
 }
@@ -46,18 +46,20 @@ std::size_t lastRowOf(const std::vector<ComposedRow>& rows, std::size_t first,
 }
 
 // As its cells ask for that end in it.
-double ownHeight(const std::vector<ComposedRow>& rows, std::size_t at) {
+double ownHeight(const std::vector<ComposedRow>& rows, std::size_t at, bool holdsBorder) {
     const ComposedRow& row = rows[at];
-    double height = row.format.height;
-    if (row.format.exactHeight && height > 0) {
-        return height;
+    const double wanted = row.format.height;
+    if (row.format.exactHeight && wanted > 0) {
+        return wanted;
     }
+    double content = 0;
     for (const ComposedCell& cell : row.cells) {
         if (!cell.format.mergedAbove && lastRowOf(rows, at, cell) == at) {
-            height = std::max(height, cell.contentHeight + paddingOf(cell.format));
+            content = std::max(content, cell.contentHeight + paddingOf(cell.format));
         }
     }
-    return height + borderAbove(row);
+    const double border = borderAbove(row);
+    return holdsBorder ? std::max(wanted, content + border) : std::max(wanted, content) + border;
 }
 
 void addRule(Layer& layer, const Border& side, double x1, double y1, double x2, double y2) {
@@ -195,9 +197,9 @@ std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t text
     return cells;
 }
 
-void settleHeights(std::vector<ComposedRow>& rows) {
+void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        rows[i].height = ownHeight(rows, i);
+        rows[i].height = ownHeight(rows, i, holdBorders);
     }
     for (std::size_t i = 0; i < rows.size(); ++i) {
         for (const ComposedCell& cell : rows[i].cells) {
@@ -223,11 +225,12 @@ Strips stripsOf(const std::vector<ComposedRow>& rows) {
         const ComposedRow& row = rows[i];
         RowParts parts;
         parts.height = row.height;
+        const double border = borderAbove(row);
         Strip like;
         for (const ComposedCell& cell : row.cells) {
             const bool isOpen = i + 1 < rows.size() && goesOn(cell, rows[i + 1]) != nullptr;
             addFrame(parts.frame, cell, row.height, isOpen);
-            double room = row.height;
+            double room = row.height - border;
             const std::size_t last = cell.format.mergedAbove ? i : lastRowOf(rows, i, cell);
             for (std::size_t k = i + 1; k <= last; ++k) {
                 room += rows[k].height;
@@ -235,7 +238,7 @@ Strips stripsOf(const std::vector<ComposedRow>& rows) {
             parts.cells.push_back(
                 {cell.left + cell.format.leftPadding,
                  cell.right - cell.left - cell.format.leftPadding - cell.format.rightPadding,
-                 cell.format.topPadding + downIn(cell, room),
+                 border + cell.format.topPadding + downIn(cell, room),
                  static_cast<double>(cell.format.bottomPadding), cell.strips});
             if (like.at == 0 && !cell.strips.empty()) {
                 like.at = cell.strips.front().at;

@@ -28,8 +28,9 @@ std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t text
                                   double columnWidth);
 
 // Sets the heights of all rows of a table. A row is as high as its highest cell; the last row of a
-// vertically merged cell is extended to fit that cell.
-void settleHeights(std::vector<ComposedRow>& rows);
+// vertically merged cell is extended to fit that cell. `holdBorders`: the least height of a row
+// includes its upper border, as in the office suite; otherwise the border is added to it.
+void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders);
 
 // One strip for each row, with borders, backgrounds and content. The content of a vertically merged
 // cell is in its first row.
