@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace qvnd::layout {
 namespace {
 
@@ -148,7 +150,7 @@ Strip row(std::vector<std::size_t> lines) {
         cell.contentHeight = heightOf(cell.strips, true);
         rows[0].cells.push_back(std::move(cell));
     }
-    settleHeights(rows);
+    settleHeights(rows, false);
     return stripsOf(rows)[0];
 }
 
@@ -302,7 +304,7 @@ TEST(Rows, ACellThatReachesDownMakesItsLastRowHighEnough) {
     }
     rows[0].cells[0].contentHeight = 500;
     rows[1].cells[0].format.mergedAbove = true;
-    settleHeights(rows);
+    settleHeights(rows, false);
     EXPECT_DOUBLE_EQ(rows[0].height + rows[1].height, 500);
 }
 
@@ -325,6 +327,40 @@ TEST(Rows, ATableStandsInTheMiddleWhereItSaysSo) {
     format.cells[0].right = 2000;
     format.alignment = word::LineAlignment::centre;
     EXPECT_DOUBLE_EQ(cellsOf(format, 1, 8000)[0].left, 3000);
+}
+
+// A row with a border of 20 twips above a cell whose content is 100 twips high.
+std::vector<ComposedRow> borderedRow(int leastHeight) {
+    std::vector<ComposedRow> rows(1);
+    rows[0].format.height = leastHeight;
+    rows[0].cells.resize(1);
+    rows[0].cells[0].contentHeight = 100;
+    rows[0].cells[0].strips = paragraph(0, 1);
+    word::Border& top = rows[0].cells[0].format.topSide;
+    top.visible = true;
+    top.width = top.thickness = 20;
+    return rows;
+}
+
+TEST(Rows, InTheOfficeSuiteTheLeastHeightHoldsTheBorder) {
+    for (const auto& [least, apart, held] :
+         {std::tuple(150, 170, 150), std::tuple(110, 130, 120), std::tuple(0, 120, 120)}) {
+        auto rows = borderedRow(least);
+        settleHeights(rows, false);
+        EXPECT_DOUBLE_EQ(rows[0].height, apart);
+        settleHeights(rows, true);
+        EXPECT_DOUBLE_EQ(rows[0].height, held);
+    }
+}
+
+TEST(Rows, ACellsTextStandsBelowTheBorderAndAlignedWithinTheRest) {
+    auto rows = borderedRow(200);
+    settleHeights(rows, true);
+    EXPECT_DOUBLE_EQ(stripsOf(rows)[0].row->cells[0].above, 20);
+    rows[0].cells[0].format.alignment = word::VerticalAlignment::centre;
+    EXPECT_DOUBLE_EQ(stripsOf(rows)[0].row->cells[0].above, 20 + 40);
+    rows[0].cells[0].format.alignment = word::VerticalAlignment::bottom;
+    EXPECT_DOUBLE_EQ(stripsOf(rows)[0].row->cells[0].above, 20 + 80);
 }
 
 } // namespace

@@ -86,6 +86,15 @@ TEST_F(Pages, AContinuousSectionGoesOnUnderTheLast) {
     EXPECT_DOUBLE_EQ(found[0].layer.texts[1].baseline - found[0].layer.texts[0].baseline, 200);
 }
 
+TEST_F(Pages, TheSpaceBelowASectionStaysAboveOneThatGoesOnUnderIt) {
+    type(u"甲\r", withSprm16({}, sprm::PDyaAfter, 300));
+    nextSection(withSprm8(section(), sprm::SBkc, 0));
+    type(u"乙\r");
+    const auto texts = pages().at(0).layer.texts;
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_DOUBLE_EQ(texts[1].baseline - texts[0].baseline, 500);
+}
+
 TEST_F(Pages, ASectionOnAnOddPageLeavesAnEvenOneEmpty) {
     const auto found = pagesOfTwoSections(withSprm8(section(), sprm::SBkc, 4));
     ASSERT_EQ(found.size(), 3U);

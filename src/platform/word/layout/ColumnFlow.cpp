@@ -209,4 +209,15 @@ Columns balanced(const Columns& columns, double height, bool goesOn, bool addsSp
     return best;
 }
 
+double lowerEnd(const Columns& columns) {
+    double end = 0;
+    for (const auto& column : columns) {
+        if (!column.empty()) {
+            const Strip& last = column.back().strip;
+            end = std::max(end, column.back().y + last.height + last.after);
+        }
+    }
+    return end;
+}
+
 } // namespace qvnd::layout

@@ -77,4 +77,8 @@ std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, 
 std::vector<std::vector<FlowedStrip>> balanced(const std::vector<std::vector<FlowedStrip>>& columns,
                                                double height, bool goesOn, bool addsSpaces);
 
+// The end of the longest column, including the space below its last strip, which the text of a
+// section on the same page keeps.
+double lowerEnd(const std::vector<std::vector<FlowedStrip>>& columns);
+
 } // namespace qvnd::layout

@@ -247,6 +247,7 @@ private:
         if (goesOnBelow) {
             flushColumn();
             balanceColumns();
+            regionUsed_ = lowerEnd(columns_);
             placeColumns();
         } else if (!isEmpty) {
             endPage();
@@ -380,11 +381,6 @@ private:
         }
         columns_.resize(shape.size());
         columns_ = balanced(columns_, bodyBottom_ - regionTop_, regionGoesOn_, addsSpaces());
-        regionUsed_ = 0;
-        for (const auto& column : columns_) {
-            const double foot = column.empty() ? 0 : column.back().y + column.back().strip.height;
-            regionUsed_ = std::max(regionUsed_, foot);
-        }
     }
 
     void placeColumns() {
