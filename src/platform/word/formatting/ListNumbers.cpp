@@ -45,6 +45,13 @@ bool restartsAfter(const ListLevel& level, std::uint8_t higher) {
     return !limited || higher < level.head[restartLimitAt];
 }
 
+// jc of LVLF, [MS-DOC] 2.9.150: 1 centred, 2 right.
+double partBeforeOf(const ListLevel& level) {
+    constexpr unsigned alignmentMask = 0x03;
+    constexpr unsigned ends = 2;
+    return std::min(level.head[flagsAt] & alignmentMask, ends) / 2.0;
+}
+
 } // namespace
 
 bool ListNumbers::overridesStart(std::uint16_t ilfo, std::uint8_t ilvl) const {
@@ -108,6 +115,7 @@ std::optional<ListLabel> ListNumbers::next(std::uint16_t ilfo, std::uint8_t ilvl
     label.text = formOf(*level) == bulletForm ? level->text : composed(*level, counts, ilfo);
     label.follows = followerOf(*level);
     label.characters = level->character;
+    label.partBefore = partBeforeOf(*level);
     return label.text.empty() ? std::nullopt : std::optional(label);
 }
 

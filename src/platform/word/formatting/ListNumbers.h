@@ -16,6 +16,9 @@ struct ListLabel {
     std::u16string text;  // without the character that follows; symbol font codes are kept
     char16_t follows = 0; // a tab, a space, or 0 for no character
     PropertyListId characters = PropertyListId::empty; // character properties of the list level
+    // The part of the label's width that stands before the place of the label: 0 for a label that
+    // begins there, 0.5 for one around it, 1 for one that ends there.
+    double partBefore = 0;
 };
 
 // Numbers the paragraphs of lists in document order.
