@@ -1,4 +1,5 @@
 #include "platform/word/layout/LineComposer.h"
+#include "platform/word/layout/TabStops.h"
 #include "support/FixedFonts.h"
 
 #include <gtest/gtest.h>
@@ -254,8 +255,23 @@ TEST_F(LineComposer, PicturesTakeTheirRoomInTheLine) {
 
 TEST_F(LineComposer, ARightTabAtTheMarginGoesToTheNextLineWithWhatHasNoRoom) {
     type(U"一二三四五六七八九\t1234");
-    format.tabStops = {{2000, TabStop::Kind::right, u'.'}};
-    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"................1234"}));
+    for (const int stop : {2000, 1990}) { // contents often end a little before the line
+        format.tabStops = {{stop, TabStop::Kind::right, u'.'}};
+        EXPECT_EQ(lines()[0], u"一二三四五六七八九");
+        EXPECT_EQ(lines()[1].substr(12), stop == 2000 ? u"....1234" : u"...1234");
+    }
+}
+
+TEST_F(LineComposer, LeadersOfTheOfficeSuiteFillATabOfWholeTwips) {
+    TextItem tab;
+    tab.character = U'.';
+    tab.size = 200;
+    tab.format = &look;
+    tab.width = 599.6;
+    EXPECT_EQ(leaderOf(tab, 0, 0, fonts, false)->text.size(), 5U);
+    EXPECT_EQ(leaderOf(tab, 0, 0, fonts, true)->text.size(), 6U);
+    tab.width = 599.4;
+    EXPECT_EQ(leaderOf(tab, 0, 0, fonts, true)->text.size(), 5U);
 }
 
 TEST_F(LineComposer, TextAtAStopBeyondTheRightIndentStandsThere) {
@@ -311,14 +327,60 @@ TEST_F(LineComposer, LinesMayGoOnFromWithinTheParagraph) {
 }
 
 TEST_F(LineComposer, TheOfficeSuiteSqueezesCommasSoThatMoreFitsOnTheLine) {
+    type(U"一二、三四、五六、七八九十");
+    setting.compressesPunctuation = true;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六、七");
+    setting.options.officeLines = true;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六、七八");
+    EXPECT_NEAR(rightOf(0), 2000, 0.001);
+    setting.compressesPunctuation = false;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六、七");
+}
+
+TEST_F(LineComposer, TwoSqueezedCommasMakeNoRoomForACharacter) {
     type(U"一二、三四、五六七八九十");
     setting.compressesPunctuation = true;
-    EXPECT_EQ(lines()[0], u"一二、三四、五六七八");
     setting.options.officeLines = true;
-    EXPECT_EQ(lines()[0], u"一二、三四、五六七八九");
-    EXPECT_DOUBLE_EQ(rightOf(0), 2000);
-    setting.compressesPunctuation = false;
     EXPECT_EQ(lines()[0], u"一二、三四、五六七八");
+}
+
+TEST_F(LineComposer, CommasAreNotSqueezedForTextOfAnotherLookOrScriptBehindThem) {
+    setting.compressesPunctuation = true;
+    setting.options.officeLines = true;
+    type(U"一二、三四、五六、七八九");
+    const word::ResolvedText other;
+    items.items[10].format = &other;
+    EXPECT_EQ(lines()[0], u"一二、三四、五六、七");
+    items.items.clear();
+    type(U"一二、三四、五六、七a九");
+    EXPECT_EQ(lines()[0], u"一二、三四、五六、七");
+}
+
+TEST_F(LineComposer, WhereIndentsLeaveNoRoomTheOfficeSuiteSetsOneCharacterALine) {
+    type(U"aaaa");
+    format.left.twips = 1500;
+    format.right.twips = 800;
+    EXPECT_EQ(lines(), (Lines{u"aa", u"aa"}));
+    setting.options.officeLines = true;
+    EXPECT_EQ(lines(), (Lines{u"a", u"a", u"a", u"a"}));
+}
+
+TEST_F(LineComposer, ATabReachesBeyondTheLineToAStopOfTheParagraph) {
+    type(U"一\t二");
+    format.tabStops = {{2500, TabStop::Kind::left, u'.'}};
+    ASSERT_EQ(compose().size(), 2U);
+    EXPECT_EQ(lines()[1], u"二");
+    EXPECT_NEAR(rightOf(0), 2500, 1);
+    format.tabStops.clear();
+    setting.defaultTab = 2500;
+    EXPECT_EQ(compose().size(), 3U);
+}
+
+TEST_F(LineComposer, TheLineBehindABreakHasThePositionOfTheMark) {
+    type(U"一二\v");
+    ASSERT_EQ(compose().size(), 2U);
+    EXPECT_EQ(strips[0].at, 0U);
+    EXPECT_EQ(strips[1].at, 3U);
 }
 
 TEST_F(LineComposer, NoLineEndsBetweenAPictureAndALatinWord) {

@@ -1,4 +1,5 @@
 #include "platform/word/layout/LineHeights.h"
+#include "support/FixedFonts.h"
 
 #include <gtest/gtest.h>
 
@@ -91,6 +92,26 @@ TEST_F(LineHeights, AParagraphOffTheGridIsSetAsWithoutOne) {
     setting.grid.linePitch = 250;
     format.snapsToGrid = false;
     EXPECT_DOUBLE_EQ(room().height, 200);
+}
+
+// A face of the usual Latin proportions.
+class LatinFonts : public test::FixedFonts {
+public:
+    FaceHeights heights(FaceId) override { return {0.891, 0.216, 0.0425}; }
+};
+
+TEST_F(LineHeights, TheOfficeSuiteKnowsHeightsInWholeTwipsAlone) {
+    LatinFonts fonts;
+    ParagraphItems empty;
+    empty.markSize = 220;
+    const ContentHeights whole = contentOf({}, empty, true, fonts, setting);
+    EXPECT_DOUBLE_EQ(whole.ascent, 196 + 9);
+    EXPECT_DOUBLE_EQ(whole.descent, 48);
+    empty.markSize = 239.6; // an ascent of 213.484, which is 1281 sixths and so 213.5
+    EXPECT_DOUBLE_EQ(contentOf({}, empty, true, fonts, setting).ascent, 214 + 10);
+    empty.markSize = 220;
+    setting.options = {};
+    EXPECT_NEAR(contentOf({}, empty, true, fonts, setting).ascent, 196.02 + 9.35, 0.001);
 }
 
 } // namespace

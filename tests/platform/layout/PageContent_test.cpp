@@ -80,7 +80,8 @@ TEST_F(PageContent, TextBearsTheLookOfItsStyleAndItsOwn) {
     EXPECT_TRUE(textAt(page, u"蓝").underlined);
 }
 
-TEST_F(PageContent, AListsNumberStandsBeforeItsParagraph) {
+// A list whose numbers have the bits of alignment and stand before a mark.
+word::ListDefinition numberedList(std::uint8_t alignment) {
     word::ListDefinition list;
     list.lsid = 77;
     list.linkedStyles.fill(word::StyleDefinition::none);
@@ -88,12 +89,29 @@ TEST_F(PageContent, AListsNumberStandsBeforeItsParagraph) {
     list.levels[0].head[0] = 1;  // starts at 1
     list.levels[0].head[6] = 1;  // its number is the first character
     list.levels[0].head[15] = 2; // nothing follows
+    list.levels[0].head[5] = alignment;
     list.levels[0].text = {0, u'、'};
-    document.tables.listDefinitions.push_back(list);
+    return list;
+}
+
+TEST_F(PageContent, AListsNumberStandsBeforeItsParagraph) {
+    document.tables.listDefinitions.push_back(numberedList(0));
     document.tables.listOverrides.push_back({77, 0, 0, {}});
     const Bytes listed = withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0);
     type(u"甲\r乙\r", listed);
     EXPECT_EQ(textOf(pages().at(0)), u"1、甲2、乙");
+}
+
+TEST_F(PageContent, AListsNumberMayStandAroundItsPlaceOrEndThere) {
+    const Bytes listed = withSprm16(withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0),
+                                    sprm::PDxaLeft80, 600);
+    document.tables.listOverrides.push_back({77, 0, 0, {}});
+    type(u"甲\r", listed);
+    for (const auto& [alignment, before] :
+         {std::pair(0, 0), std::pair(1, 150), std::pair(2, 300)}) { // "1、" is 300 wide
+        document.tables.listDefinitions = {numberedList(static_cast<std::uint8_t>(alignment))};
+        EXPECT_DOUBLE_EQ(pages().at(0).layer.texts.front().x, 1600 - before);
+    }
 }
 
 TEST_F(PageContent, ALineBreakEndsItsLineWithinTheParagraph) {
@@ -113,6 +131,28 @@ TEST_F(PageContent, BordersBesideAParagraphStandAsFarFromItsTextAsTheySay) {
     EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000 - 200);
     EXPECT_DOUBLE_EQ(page.layer.rules[1].x1, 3000 + 200);
     EXPECT_DOUBLE_EQ(page.layer.rules[1].x2, 3000 + 200);
+}
+
+TEST_F(PageContent, ABorderTakesTheRoomOfAllItsStrokes) {
+    // The stroke is 20 twips wide: single, double, a thick and a thin one with each gap, outset.
+    for (const auto& [kind, room] : {std::pair(1U, 20), std::pair(3U, 60), std::pair(11U, 50),
+                                     std::pair(14U, 40), std::pair(17U, 65), std::pair(26U, 55)}) {
+        main = {};
+        type(u"甲\r");
+        type(u"乙\r", withSprm32({}, sprm::PBrcTop80, 0x00010008U | (kind << 8U)));
+        const Page page = pages().at(0);
+        EXPECT_DOUBLE_EQ(textAt(page, u"乙").baseline - textAt(page, u"甲").baseline, 200 + room);
+    }
+}
+
+TEST_F(PageContent, TheStrokesOfADoubleBorderStandOutsideTheText) {
+    Bytes list = withSprm32({}, sprm::PBrcLeft80, 0x00010308);
+    list = withSprm32(list, sprm::PBrcTop80, 0x00010308);
+    type(u"甲\r", list);
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.rules.size(), 2U);
+    EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000 - 40);
+    EXPECT_DOUBLE_EQ(page.layer.rules[1].y1, 1000 + 60 - 40);
 }
 
 TEST_F(PageContent, APictureStandsInItsLineInItsSize) {
@@ -249,6 +289,38 @@ TEST_F(PageContent, CellsMergedAcrossLeaveTheOthersAtTheirPlaces) {
     const Page page = pages().at(0);
     EXPECT_DOUBLE_EQ(textAt(page, u"后").x, textAt(page, u"三").x);
     EXPECT_DOUBLE_EQ(textAt(page, u"并").x, textAt(page, u"一").x);
+}
+
+TEST_F(PageContent, RaisedAndLoweredTextOfTheOfficeSuiteStaysWithinItsLine) {
+    type(u"甲乙丙\r丁\r");
+    main.characters = {{1, {}},
+                       {1, intern(withSprm8({}, sprm::CIss, 1))},
+                       {1, intern(withSprm8({}, sprm::CIss, 2))},
+                       {3, {}}};
+    options = officeOptions();
+    const Page page = pages().at(0);
+    const double foot = textAt(page, u"甲").baseline;
+    EXPECT_DOUBLE_EQ(textAt(page, u"乙").size, 116);
+    EXPECT_NEAR(foot - textAt(page, u"乙").baseline, 0.42 * 160, 0.01);
+    EXPECT_NEAR(textAt(page, u"丙").baseline - foot, 0.42 * 40, 0.01);
+    EXPECT_DOUBLE_EQ(textAt(page, u"丁").baseline - foot, 200);
+}
+
+TEST_F(PageContent, InTheOfficeSuiteTheLastRunBeforeATableHasNoFormattingOfItsOwn) {
+    const auto large = intern(withSprm16({}, sprm::CHps, 40));
+    type(u"甲\r乙丙\r");
+    main.characters = {{3, large}, {2, large}};
+    typeRow({u"丁"}, {0, 1000});
+    type(u"\r");
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"乙丙").size, 400);
+    options = officeOptions();
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"甲").size, 400);
+    EXPECT_DOUBLE_EQ(textAt(page, u"乙").size, 400);
+    EXPECT_DOUBLE_EQ(textAt(page, u"丙").size, 200);
+    main.characters[1].length = 3;
+    main.characters.erase(main.characters.begin() + 2);
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"乙丙").size, 400); // the run goes on in the table
 }
 
 } // namespace

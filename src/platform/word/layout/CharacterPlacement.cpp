@@ -1,5 +1,9 @@
 #include "platform/word/layout/CharacterPlacement.h"
 
+#include "platform/word/layout/CharacterClasses.h"
+
+#include <algorithm>
+
 namespace qvnd::layout {
 
 namespace {
@@ -48,6 +52,23 @@ void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer)
         text.text += static_cast<char16_t>(character);
         text.advances.push_back(static_cast<float>(place.width));
     }
+}
+
+void compressPair(TextItem& mark, const TextItem& next) {
+    const bool closesOnMark = isClosingMark(mark.character) &&
+                              (isClosingMark(next.character) || isOpeningMark(next.character));
+    if (closesOnMark && mark.width >= mark.size) {
+        mark.width -= mark.size / 2;
+    }
+}
+
+double gapBetweenScripts(const TextItem& a, const TextItem& b,
+                         const word::ResolvedParagraph& format, double part) {
+    const char32_t latin = isIdeograph(a.character) ? b.character : a.character;
+    const bool mixed = isIdeograph(a.character) != isIdeograph(b.character);
+    const bool wanted =
+        (format.spacesLatin && isLatinLetter(latin)) || (format.spacesDigits && isDigit(latin));
+    return mixed && wanted ? part * std::min(a.size, b.size) : 0;
 }
 
 } // namespace qvnd::layout

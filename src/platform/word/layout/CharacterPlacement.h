@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/formatting/ResolvedParagraph.h"
 #include "platform/word/layout/PageModel.h"
 #include "platform/word/layout/StoryReader.h"
 
@@ -16,5 +17,13 @@ struct CharacterPlace {
 
 // Adds a character and its background to the layer of a line.
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer);
+
+// Of two full-width punctuation marks side by side the first gives up its empty half.
+void compressPair(TextItem& mark, const TextItem& next);
+
+// The space between two adjacent characters, one Chinese and one Latin or a digit, in twips; 0
+// between others and where the paragraph wants none. `part`: of the smaller font size.
+double gapBetweenScripts(const TextItem& a, const TextItem& b,
+                         const word::ResolvedParagraph& format, double part);
 
 } // namespace qvnd::layout

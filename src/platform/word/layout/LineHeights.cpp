@@ -70,7 +70,59 @@ LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph
     return {natural + spare, content.ascent, spare};
 }
 
+bool isScript(const TextItem& item) {
+    return item.format->script != word::ResolvedText::Script::normal;
+}
+
+// Small capitals take the room of the letters that they stand for, in the office suite raised and
+// lowered text that of the text around it.
+double lineSize(const TextItem& item, bool office) {
+    const bool standsForLarger = isScript(item) ? office : item.format->smallCapitals;
+    return standsForLarger ? item.format->halfPoints * twipsPerHalfPoint : item.size;
+}
+
+double lineRise(const TextItem& item, bool office) {
+    return isScript(item) && office ? item.format->raisedBy * twipsPerHalfPoint : item.raised;
+}
+
+// The office suite measures faces in pixels of a sixth of a twip, and keeps whole twips of that.
+double officeTwips(double twips) {
+    constexpr double pixels = 6;
+    return std::round(std::round(twips * pixels) / pixels);
+}
+
+ContentHeights heightsIn(FaceHeights face, double size, const LineSetting& setting) {
+    const auto part = [&](double ofSize) {
+        return setting.options.officeLines ? officeTwips(ofSize * size) : ofSize * size;
+    };
+    const double leading = setting.hasLeading ? part(face.leading) : 0;
+    return {part(face.ascent) + leading, part(face.descent)};
+}
+
 } // namespace
+
+ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& paragraph,
+                         bool isLast, FontMetrics& fonts, const LineSetting& setting) {
+    ContentHeights content;
+    const auto add = [&](FaceId face, double size, double raised) {
+        const ContentHeights own = heightsIn(fonts.heights(face), size, setting);
+        content.add(own.ascent + raised, own.descent - raised);
+    };
+    const bool office = setting.options.officeLines;
+    // Blanks and tabs count only where nothing else stands.
+    const bool hasText = std::any_of(items.begin(), items.end(), isSeen);
+    for (const TextItem& item : items) {
+        if (item.kind == TextItem::Kind::picture) {
+            content.add(item.height + item.raised, -item.raised);
+        } else if (isSeen(item) || !hasText) {
+            add(item.face, lineSize(item, office), lineRise(item, office));
+        }
+    }
+    if (items.empty() || (isLast && setting.options.marksCount)) {
+        add(paragraph.markFace, paragraph.markSize, 0);
+    }
+    return content;
+}
 
 Grid gridOf(const word::ResolvedSection& section) {
     Grid grid;

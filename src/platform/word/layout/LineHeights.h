@@ -4,6 +4,7 @@
 #include "platform/word/layout/LineComposer.h"
 
 #include <algorithm>
+#include <span>
 
 namespace qvnd::layout {
 
@@ -18,6 +19,11 @@ struct ContentHeights {
     }
     double sum() const { return ascent + descent; }
 };
+
+// The height that the items of a line need. A line without items has the height of the paragraph's
+// mark. `isLast`: the mark stands on the line.
+ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& paragraph,
+                         bool isLast, FontMetrics& fonts, const LineSetting& setting);
 
 // The height of a line and the distance of its baseline from its top. `spare` is the part of the
 // height, at the lower end, that may extend beyond the end of a column. In twips.

@@ -1,5 +1,7 @@
 #include "platform/word/layout/StoryBlocks.h"
 
+#include "platform/word/docfile/format/SpecialCharacters.h"
+
 #include <utility>
 
 namespace qvnd::layout {
@@ -112,6 +114,30 @@ Blocks blocksOf(const word::Story& story, word::FormatResolver& formats,
                     formats.paragraph(run.style, run.properties).frame);
     }
     return reader.finish();
+}
+
+bool precedesTable(const word::Story& story, std::size_t paragraph, word::Cp end,
+                   word::FormatResolver& formats) {
+    if (paragraph + 1 >= story.paragraphs.size()) {
+        return false;
+    }
+    const word::ParagraphRun& own = story.paragraphs[paragraph];
+    const word::ParagraphRun& next = story.paragraphs[paragraph + 1];
+    const int depth = formats.place(own.properties, story.text[end - 1]).depth;
+    const char16_t mark = story.text[end + next.length - 1];
+    return formats.place(next.properties, mark).depth > depth &&
+           !formats.paragraph(next.style, next.properties).frame;
+}
+
+bool endsParagraph(std::u16string_view text, word::Cp at) {
+    constexpr word::Cp mostBreaks = 64;
+    word::Cp breaks = 0;
+    while (breaks <= at && breaks < mostBreaks && text[at - breaks] == word::special::pageBreak) {
+        ++breaks;
+    }
+    const char16_t before = breaks <= at ? text[at - breaks] : u'\0';
+    const bool isBehindMark = before == u'\r' || before == u'\a';
+    return (breaks % 2 != 0) != isBehindMark;
 }
 
 } // namespace qvnd::layout

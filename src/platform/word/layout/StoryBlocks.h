@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 namespace qvnd::layout {
@@ -34,5 +35,14 @@ struct Table {
 // equal frames share one frame. `starts` receives the start position of each paragraph.
 Blocks blocksOf(const word::Story& story, word::FormatResolver& formats,
                 std::vector<word::Cp>& starts);
+
+// Whether the next paragraph begins a table within the text: not a frame, and deeper than the
+// paragraph itself. `end`: where the next paragraph begins.
+bool precedesTable(const word::Story& story, std::size_t paragraph, word::Cp end,
+                   word::FormatResolver& formats);
+
+// Whether a paragraph ends at that character in the office suite: behind a mark, or at a break that
+// does not stand behind a paragraph's end itself.
+bool endsParagraph(std::u16string_view text, word::Cp at);
 
 } // namespace qvnd::layout

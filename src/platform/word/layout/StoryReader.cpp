@@ -7,8 +7,10 @@
 #include "platform/word/formatting/DateForms.h"
 #include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/StoryBlocks.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace qvnd::layout {
 
@@ -16,9 +18,9 @@ namespace {
 
 namespace special = word::special;
 
-constexpr double twipsPerHalfPoint = 10;
 constexpr double scriptSize = 0.65; // of raised and lowered text, in parts of the size
 constexpr double scriptRise = 0.33;
+constexpr double officeScriptSize = 0.58;
 constexpr double smallCapitalSize = 0.8;
 
 constexpr char16_t privateArea = 0xF000;
@@ -205,12 +207,13 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         return result;
     }
     // In the office suite a break right behind a paragraph's end is none of its own.
-    bool isBehindEnd = shared_.officeText && start > 0 && endsParagraph(start - 1);
+    bool isBehindEnd = shared_.officeText && start > 0 && endsParagraph(story_.text, start - 1);
     if (isBehindEnd && run.length == 1 && story_.text[start] == special::pageBreak) {
         result.isLeftOut = true;
         return result;
     }
     readLabel(paragraph, start, result);
+    const word::Cp lostFrom = unformattedFrom(paragraph, start);
     for (word::Cp at = start; at < end; ++at) {
         if (isBehindEnd && story_.text[at] == special::pageBreak) {
             result.startsPage = result.startsPage || at == start;
@@ -229,36 +232,40 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             at = std::min(span->end, end) - 1;
             continue;
         }
-        const auto& format = formatAt(at, run.style);
+        const bool isLost = at >= lostFrom && story_.text[at] >= special::firstPrintable;
+        const auto& format = isLost ? shared_.formats.text(run.style, word::PropertyListId::empty)
+                                    : formatAt(at, run.style);
         if (!isUnseen(format)) {
             readCharacter(story_.text[at], at, format, result);
         }
     }
     const word::Cp markAt = std::min(end, story_.size() - 1);
-    const auto& mark = formatOfMark(paragraph, start, markAt);
+    const auto& mark =
+        formatOfMark(paragraph, start,
+                     markAt >= lostFrom ? word::PropertyListId::empty : runAt(markAt).properties);
     result.markSize = mark.halfPoints * twipsPerHalfPoint;
     result.markFace = faceOf(mark, mark.eastAsianHint ? U'中' : U'x');
     result.characterWidth = result.items.empty() ? result.markSize : result.items.front().size;
     return result;
 }
 
-// Whether a paragraph ends at that character, as the office suite has it: behind a mark, or at a
-// break that does not stand behind a paragraph's end itself.
-bool StoryReader::endsParagraph(word::Cp at) const {
-    constexpr word::Cp mostBreaks = 64;
-    word::Cp breaks = 0;
-    while (breaks <= at && breaks < mostBreaks && story_.text[at - breaks] == special::pageBreak) {
-        ++breaks;
+// In the office suite a run of characters that ends right before a table has no direct formatting
+// in the last paragraph before it. One that goes on in the table keeps it.
+word::Cp StoryReader::unformattedFrom(std::size_t paragraph, word::Cp start) {
+    constexpr word::Cp nowhere = std::numeric_limits<word::Cp>::max();
+    const word::Cp end = start + story_.paragraphs[paragraph].length;
+    if (!shared_.officeText || end == start ||
+        !precedesTable(story_, paragraph, end, shared_.formats)) {
+        return nowhere;
     }
-    const char16_t before = breaks <= at ? story_.text[at - breaks] : u'\0';
-    const bool isBehindMark = before == u'\r' || before == u'\a';
-    return (breaks % 2 != 0) != isBehindMark;
+    const word::Cp length = runAt(end - 1).length;
+    return runStart_ + length == end ? std::max(runStart_, start) : nowhere;
 }
 
+// `own`: the direct formatting of the mark.
 const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word::Cp start,
-                                                    word::Cp at) {
+                                                    word::PropertyListId own) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
-    const word::PropertyListId own = runAt(at).properties;
     if (!shared_.marksInherit || run.length != 1 || start == 0) {
         return shared_.formats.text(run.style, own);
     }
@@ -290,6 +297,9 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
         } else {
             addCharacter(c, start, format, result);
         }
+    }
+    for (const TextItem& item : result.items) {
+        result.labelBefore += label.partBefore * item.width;
     }
     if (label.follows != 0) {
         TextItem follower;
@@ -353,10 +363,8 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
     item.size = format.halfPoints * twipsPerHalfPoint;
     item.raised = format.raisedBy * twipsPerHalfPoint;
     if (format.script != word::ResolvedText::Script::normal) {
-        const double rise =
-            format.script == word::ResolvedText::Script::raised ? scriptRise : -0.15;
-        item.raised += rise * item.size;
-        item.size *= scriptSize;
+        item.raised += scriptRiseOf(format, face) * item.size;
+        item.size *= shared_.officeText ? officeScriptSize : scriptSize;
     }
     const bool shrinks = format.smallCapitals && upper(c) != c;
     item.size *= shrinks ? smallCapitalSize : 1;
@@ -370,6 +378,17 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
                      format.spacing;
     }
     result.items.push_back(std::move(item));
+}
+
+// In parts of the size. In the office suite raised text ends where the text around it ends above,
+// lowered text where it ends below.
+double StoryReader::scriptRiseOf(const word::ResolvedText& format, FaceId face) {
+    const bool isRaised = format.script == word::ResolvedText::Script::raised;
+    if (!shared_.officeText) {
+        return isRaised ? scriptRise : -0.15;
+    }
+    const FaceHeights heights = shared_.fonts.heights(face);
+    return (1 - officeScriptSize) * (isRaised ? heights.ascent : -heights.descent);
 }
 
 void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/Story.h"
 #include "platform/word/formatting/FormatResolver.h"
 #include "platform/word/formatting/ListNumbers.h"
+#include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/FontMetrics.h"
 #include "platform/word/layout/LayoutSource.h"
 
@@ -12,6 +13,8 @@
 #include <vector>
 
 namespace qvnd::layout {
+
+inline constexpr double twipsPerHalfPoint = 10;
 
 // The results of page fields on the current page.
 struct PageFields {
@@ -34,10 +37,18 @@ struct TextItem {
     word::Cp at = 0;
     word::DataBlob picture;
     std::optional<std::uint32_t> note{}; // index of the footnote that is referenced here
+    bool toOwnStop = false;              // of a tab: leads to a left stop that the paragraph sets
     bool isLabel = false;
     // The last item of a list label. The text begins at the next tab stop or after a space.
     bool endsLabel = false;
 };
+
+inline bool isText(const TextItem& item) { return item.kind == TextItem::Kind::character; }
+inline bool isBlankItem(const TextItem& item) { return isText(item) && isBlank(item.character); }
+// Text other than blanks, or a picture.
+inline bool isSeen(const TextItem& item) {
+    return item.kind == TextItem::Kind::picture || (isText(item) && !isBlank(item.character));
+}
 
 // The visible items of a paragraph, and the formatting of its mark.
 struct ParagraphItems {
@@ -46,6 +57,7 @@ struct ParagraphItems {
     double markSize = 210;
     double characterWidth = 210;   // of a full-width character, for indents in characters
     std::vector<word::Cp> anchors; // positions of drawing anchors
+    double labelBefore = 0;        // twips of the label before the start of the first line
     bool startsPage = false;       // begins with a page break
     bool isLeftOut = false;        // yields no line
 };
@@ -97,7 +109,6 @@ private:
     };
 
     void findFields();
-    bool endsParagraph(word::Cp at) const;
     // The replacement for the result of a field of that type. The field's instruction is between
     // the two positions.
     Span spanOf(std::uint8_t type, word::Cp begin, word::Cp separator) const;
@@ -105,7 +116,9 @@ private:
     const Span* spanAt(word::Cp at) const;
     const word::CharacterRun& runAt(word::Cp at);
     const word::ResolvedText& formatAt(word::Cp at, word::StyleIndex style);
-    const word::ResolvedText& formatOfMark(std::size_t paragraph, word::Cp start, word::Cp at);
+    word::Cp unformattedFrom(std::size_t paragraph, word::Cp start);
+    const word::ResolvedText& formatOfMark(std::size_t paragraph, word::Cp start,
+                                           word::PropertyListId own);
     bool isUnseen(const word::ResolvedText& format) const;
     bool isUnseen(word::Cp start, word::Cp end, word::StyleIndex style);
     void readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result);
@@ -117,6 +130,7 @@ private:
                       ParagraphItems& result);
     void addCharacter(char32_t c, FaceId face, word::Cp at, const word::ResolvedText& format,
                       ParagraphItems& result);
+    double scriptRiseOf(const word::ResolvedText& format, FaceId face);
     void addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,
                     ParagraphItems& result);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);

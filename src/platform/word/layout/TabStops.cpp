@@ -34,7 +34,8 @@ std::optional<PlacedText> leaderOf(const TextItem& tab, double x, double foot, F
     }
     const double exact = fonts.advance(tab.face, tab.character) * tab.size;
     const double one = wholeTwips ? std::round(exact) : exact;
-    const auto count = one > 0 ? static_cast<std::size_t>(tab.width / one) : 0;
+    const double room = wholeTwips ? std::round(tab.width) : tab.width;
+    const auto count = one > 0 ? static_cast<std::size_t>(room / one) : 0;
     if (count == 0) {
         return std::nullopt;
     }

@@ -11,8 +11,8 @@ namespace qvnd::layout {
 word::TabStop stopBehind(double at, const word::ResolvedParagraph& format, double left,
                          double firstLine, double defaultTab);
 
-// The leader characters of a tab at `x`; nothing without a leader. `wholeTwips`: rounds the width
-// of a leader character to whole twips.
+// The leader characters of a tab at `x`; nothing without a leader. `wholeTwips`: rounds the widths
+// of the tab and of a leader character to whole twips.
 std::optional<PlacedText> leaderOf(const TextItem& tab, double x, double foot, FontMetrics& fonts,
                                    bool wholeTwips);
 
