@@ -97,8 +97,8 @@ TEST(FloatPlace, TheFirstObstacleInALinesWayEndsFirst) {
     EXPECT_DOUBLE_EQ(endOfObstacle(obstacles, {300, 0, 2000}, 100), 300) << "nothing in its way";
 }
 
-// An obstacle from 500 to 700 across, in a column of 2000.
-PageArea inColumn(FloatPlace::Side side) {
+// An obstacle from 500 to 700 across, in a column of 2000 or of that width.
+PageArea inColumn(FloatPlace::Side side, double width = 2000) {
     AnchoredFloat floating;
     floating.place.wrap = FloatPlace::Wrap::beside;
     floating.place.side = side;
@@ -108,10 +108,10 @@ PageArea inColumn(FloatPlace::Side side) {
     Strips strips(1);
     strips[0].floats.push_back(std::move(floating));
     FloatFrame frame;
-    frame.column = {0, 0, 2000, 0};
+    frame.column = {0, 0, width, 0};
     PageObstacles obstacles;
     obstacles.add(strips, frame);
-    return obstacles.within({0, 0, 2000, 1000}).at(0).area;
+    return obstacles.within({0, 0, width, 1000}).at(0).area;
 }
 
 TEST(PageObstacles, WithTextOnOneSideAloneTheyReachToTheColumnsOtherEnd) {
@@ -124,6 +124,8 @@ TEST(PageObstacles, WithTextOnOneSideAloneTheyReachToTheColumnsOtherEnd) {
     EXPECT_DOUBLE_EQ(inColumn(Side::right).right, 700);
     EXPECT_DOUBLE_EQ(inColumn(Side::wider).left, 0) << "there is more room at the right";
     EXPECT_DOUBLE_EQ(inColumn(Side::wider).right, 700);
+    EXPECT_DOUBLE_EQ(inColumn(Side::wider, 1200).left, 500) << "both sides are as wide";
+    EXPECT_DOUBLE_EQ(inColumn(Side::wider, 1200).right, 1200);
 }
 
 } // namespace

@@ -6,10 +6,11 @@ namespace qvnd::layout {
 
 namespace {
 
-// The area together with the side of it, in a column of that width, that has no text.
+// The area together with the side of it, in a column of that width, that has no text. Of two sides
+// that are as wide the left one has the text.
 PageArea oneSided(PageArea area, FloatPlace::Side side, double width) {
     using Side = FloatPlace::Side;
-    const bool moreAtLeft = area.left > width - area.right;
+    const bool moreAtLeft = area.left >= width - area.right;
     if (side == Side::left || (side == Side::wider && moreAtLeft)) {
         area.right = std::max(area.right, width);
     } else if (side == Side::right || side == Side::wider) {
