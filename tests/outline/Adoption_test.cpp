@@ -44,6 +44,16 @@ TEST_F(Adoption, OfAPlanTellsTheRowsWhoseKeysAreNoKeysOnce) {
     EXPECT_TRUE(toldOf("编号").isEmpty());
 }
 
+TEST_F(Adoption, ThatFailsEndsTheSplashAndTellsWhy) {
+    splash.up = true;
+    state.gDbUser->Execute("DROP TABLE 当前表");
+    loadWorkbench(state, workbench, messages, splash);
+    EXPECT_FALSE(splash.up);
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(messages.shown[0].icon, desktop::Icon::exclamation);
+    EXPECT_EQ(messages.shown[0].title, "提示");
+}
+
 TEST_F(Adoption, OfATemplateTellsThemToo) {
     dropIn("Sys/标书模板/甲");
     adoptTemplateFolders(state, workbench, messages, splash);

@@ -61,6 +61,17 @@ TEST(BeyondAsked, ATemplateOfThePlansNameThatGoesWithThePlanIsTold) {
               "文件夹或表已不在，因此不再记录大纲：甲");
 }
 
+TEST(BeyondAsked, ATemplateThatIsDeletedAsAWholeIsAskedForUnlessAnotherGoesWithIt) {
+    const QList<Change> one{table(dropped, templatesFile, "模"),
+                            row(removed, templatesFile, "模", "模", "模"),
+                            row(removed, templatesFile, "遍历表", {}, "模")};
+    EXPECT_EQ(ofDeletion("甲.1", one), "");
+    EXPECT_EQ(ofDeletion("甲.1", one + QList{table(dropped, templatesFile, "样")}),
+              "文件夹或表已不在，因此不再记录大纲：模、样");
+    EXPECT_EQ(ofDeletion("甲.1", {table(dropped, plansFile, "乙")}),
+              "文件夹或表已不在，因此不再记录大纲：乙");
+}
+
 TEST(BeyondAsked, TheTablesOfASettingLibraryAreNoOutlines) {
     EXPECT_EQ(ofDeletion("甲.1", {table(dropped, settingsFile, "常用章节"),
                                   table(dropped, settingsFile, "常用页面"),

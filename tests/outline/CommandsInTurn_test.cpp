@@ -181,6 +181,18 @@ TEST_F(CommandsInTurn, LookWithoutWaitingForTheUserWhoComesBack) {
     EXPECT_FALSE(world.state.Turn->isTaken());
 }
 
+TEST_F(CommandsInTurn, RemarkWhatTheirCommandHasToSayAndNothingElse) {
+    QStringList remarks;
+    events.onRemarks([&](const QString& text) { remarks << text; });
+    events.run(act);
+    EXPECT_EQ(remarks, QStringList());
+    events.run([this] {
+        world.state.Remarks << "一"
+                            << "二";
+    });
+    EXPECT_EQ(remarks, QStringList("一\n二"));
+}
+
 TEST_F(CommandsInTurn, ReadAgainOnceTheGestureOfARefusedCommandIsOver) {
     theirs.take();
     cancelsWaits();

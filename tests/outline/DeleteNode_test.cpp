@@ -65,6 +65,14 @@ TEST_F(DeleteNodes, ItAsksWithTheNodesTextAndNoTitle) {
     EXPECT_EQ(messages.shown[0].buttons, desktop::Buttons::yesNo);
 }
 
+TEST_F(DeleteNodes, WhileNodesAreLeftThePlanCanBeEditedAgain) {
+    makePlan({"T", "T.1"});
+    openPlan("T", "T.1");
+    workbench.TbarBid.fill(false);
+    EXPECT_EQ(mnuEditDelete(state, workbench, services()), Deleted::deleted);
+    EXPECT_TRUE(workbench.TbarBid[12]);
+}
+
 TEST_F(DeleteNodes, WhatWasAskedForGoesEvenWhenTheTreeWasFilledAnewMeanwhile) {
     makePlan({"T", "T.1", "T.2"});
     messages.whileOpen = [this] { openPlan("T", "T.2"); };

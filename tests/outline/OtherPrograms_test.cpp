@@ -76,6 +76,23 @@ TEST_F(OtherPrograms, ThatChangeNothingLeaveTheTreesAsTheyAre) {
     EXPECT_EQ(&tree().Item("T.1"), before);
 }
 
+TEST_F(OtherPrograms, HaveThePlanKeptOpenOnceForEachChangeOfTheirs) {
+    const auto forgetPlan = [](jet::Database& db) { db.Execute("Delete * from 当前表"); };
+    theyDo(forgetPlan);
+    others.keepPlanOpen();
+    EXPECT_EQ(currentPlan(), "T");
+    forgetPlan(*world.state.gDbUser);
+    others.keepPlanOpen();
+    EXPECT_TRUE(world.state.gDbUser->OpenRecordset("Select * from 当前表")->Eof());
+}
+
+TEST_F(OtherPrograms, ThatChangeAPlanThatIsNotOpenAreNewsOfTheLibrary) {
+    theyAdd("U", {"U.1", "一"});
+    EXPECT_TRUE(others.look());
+    EXPECT_NE(world.workbench.TrvTemplate_Us.find("U.1"), nullptr);
+    EXPECT_EQ(selected(), "T.2");
+}
+
 TEST_F(OtherPrograms, ThatAddANodeHaveItShownWithTheSelectionKept) {
     theyAdd("T", {"T.3", "三"});
     EXPECT_TRUE(others.look());

@@ -159,6 +159,17 @@ TEST_F(DatabaseFiles, TheEngineHasOneWorkspace) {
     EXPECT_EQ(errorOf([&] { engine_.Workspaces(1); }), 3265);
 }
 
+TEST_F(DatabaseFiles, AreWrittenThroughToTheDiskUnlessTheirJournalSeesToIt) {
+    create(u"a.mdb"_qs)->Close();
+    create(u"b.mdb"_qs)->Close();
+    const auto synchronous = [this](const QString& name, Connection::Journal journal) {
+        Connection connection(pathOf(name), Connection::Mode::existing, journal);
+        return connection.NumberOf("PRAGMA synchronous");
+    };
+    EXPECT_EQ(synchronous(u"a.mdb"_qs, Connection::Journal::rollback), 2);
+    EXPECT_EQ(synchronous(u"b.mdb"_qs, Connection::Journal::ahead), 1);
+}
+
 // Each takes memory for as long as its file is open, and the texts of queries never end.
 TEST_F(DatabaseFiles, KeepNoMoreThanSixtyFourStatementsReady) {
     create(u"a.mdb"_qs)->Close();

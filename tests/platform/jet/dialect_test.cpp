@@ -120,8 +120,8 @@ TEST_F(Dialect, AnApostropheInAValueBreaksTheStatement) {
 }
 
 TEST_F(Dialect, ABareNameIsLettersDigitsUnderscoresAndAnythingBeyondAscii) {
-    for (const QString& name :
-         {u"plan_1"_qs, u"2001工程"_qs, u"123"_qs, u"工程（一）"_qs, u"全　角"_qs, u"𠀀"_qs}) {
+    for (const QString& name : {u"plan_1"_qs, u"2001工程"_qs, u"123"_qs, u"AZaz09"_qs,
+                                u"工程（一）"_qs, u"全　角"_qs, u"𠀀"_qs}) {
         db_->TableDefs().Append(outlineTable(name));
         EXPECT_EQ(opening(u"select * from "_qs + name), 0) << name.toStdString();
         EXPECT_EQ(executing(u"DROP TABLE "_qs + name), 0) << name.toStdString();
@@ -189,6 +189,16 @@ TEST_F(Dialect, ASyntaxErrorSaysInChineseWhatIsWrongWhere) {
     }
 }
 
+TEST_F(Dialect, AFileNameWhoseQuoteIsOpenIsSaidToBeOpen) {
+    try {
+        db_->Execute(u"SELECT * INTO x IN 'y FROM 工程甲"_qs);
+        FAIL();
+    } catch (const RunTimeError& failure) {
+        EXPECT_EQ(QString::fromStdU16String(failure.description()),
+                  u"语句『SELECT * INTO x IN 'y FROM 工程甲』有语法错误：引号没有闭合。"_qs);
+    }
+}
+
 TEST_F(Dialect, AnEndlesslyNestedConditionIsRefused) {
     EXPECT_EQ(opening(u"select * from 工程甲 where "_qs + QString(100000, u'(')), 3075);
     EXPECT_EQ(opening(u"select * from 工程甲 where "_qs + u"not "_qs.repeated(100000) + u"ID=1"_qs),
@@ -243,6 +253,8 @@ TEST_F(Dialect, ComparingANumberWithATextIs3464) {
     EXPECT_EQ(opening(u"select * from 工程甲 where ID='1'"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where Key=1"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where Key"_qs), 3464);
+    EXPECT_EQ(opening(u"select * from 工程甲 where -Key=1"_qs), 3464);
+    EXPECT_EQ(opening(u"select * from 工程甲 where ID=-'1'"_qs), 3464);
 }
 
 TEST_F(Dialect, AnOpenBracketInALikePatternIs93) {

@@ -93,6 +93,14 @@ TEST_F(TableCopies, InsertIntoAppendsTheRowsWithTheirNumbers) {
               (QStringList{u"T|1"_qs, u"T.1|2"_qs, u"T.2|3"_qs}));
 }
 
+TEST_F(TableCopies, TheNameOfAFileEndsBeforeTheQueryThatHasTextsOfItsOwn) {
+    b_->TableDefs().Append(outlineTable(u"T"_qs));
+    a_->Execute(u"INSERT INTO T IN '"_qs + b_->Name() + u"' SELECT * FROM T WHERE Key='T.1'"_qs);
+    EXPECT_EQ(rowsOf(*b_, u"select Key from T"_qs), QStringList{u"T.1"_qs});
+    a_->Execute(u"SELECT * INTO U IN '"_qs + b_->Name() + u"' FROM T WHERE Key='T.2'"_qs);
+    EXPECT_EQ(rowsOf(*b_, u"select Key from U"_qs), QStringList{u"T.2"_qs});
+}
+
 TEST_F(TableCopies, NumberingGoesOnBehindTheHighestNumberInserted) {
     b_->TableDefs().Append(outlineTable(u"T"_qs));
     a_->Execute(u"INSERT INTO T IN '"_qs + b_->Name() + u"' SELECT * FROM T"_qs);

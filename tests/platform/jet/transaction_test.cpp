@@ -88,6 +88,16 @@ TEST_F(Transactions, OneThatIsStillOpenIsCommittedWhenTheEngineGoes) {
     EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
 }
 
+TEST_F(Transactions, AHandleThatOutlivesItsEngineIsClosed) {
+    std::unique_ptr<Database> handle;
+    {
+        DBEngine other;
+        handle = other.Workspaces(0).OpenDatabase(a_->Name());
+        EXPECT_TRUE(handle->IsOpen());
+    }
+    EXPECT_FALSE(handle->IsOpen());
+}
+
 TEST_F(Transactions, AFailedStatementInOneTakesBackItselfAlone) {
     workspace_->BeginTrans();
     addRows(*a_, u"T"_qs, {u"x"_qs});

@@ -167,6 +167,9 @@ TEST_F(JetFile, HasASoundHeaderWithAKnownNameAndVersionAndThreeWholePages) {
     EXPECT_TRUE(isSound(6, qsizetype{3} * 4096, "Standard ACE DB"));
     EXPECT_FALSE(isSound(7, qsizetype{3} * 4096, "Standard ACE DB"));
     EXPECT_FALSE(isSound(1, qsizetype{3} * 4096, "Standard xyz DB"));
+    QByteArray other(qsizetype{3} * 2048, '\0');
+    other.replace(0, 19, QByteArray("\0\1\0\1", 4) + earlier);
+    EXPECT_FALSE(hasSoundHeader(put(other)));
     EXPECT_FALSE(hasSoundHeader(put(QByteArray(qsizetype{3} * 4096, '\0'))));
     EXPECT_FALSE(hasSoundHeader(put(QByteArray())));
 }
@@ -213,6 +216,14 @@ TEST_F(MadeJetFile, HasDatesFromTheYear100To9999AndNoneBeyond) {
 TEST_F(MadeJetFile, ThatThereWasNoTimeToReadIsNotCalledDamaged) {
     const JetFileReader hasty(std::chrono::milliseconds(0));
     EXPECT_EQ(test::errorNumberOf([&] { hasty.Open(put({prices()})); }), 3051);
+}
+
+TEST_F(MadeJetFile, WithARowLessThanItsTableCountsIsDamaged) {
+    constexpr qsizetype countOfRows = 3 * 2048 + 12; // in the page of the first table's definition
+    QByteArray bytes = made({prices()});
+    ASSERT_EQ(bytes[countOfRows], 2);
+    bytes[countOfRows] = 3;
+    expectDamaged(bytes);
 }
 
 TEST_F(MadeJetFile, HasEmptyMemosThatAreNotNull) {

@@ -34,6 +34,8 @@ TEST(JetTexts, BytesThatCannotBeGbkAreWestern) {
     EXPECT_EQ(textOfBytes("citt\xE0 di", western), "città di");
     EXPECT_EQ(textOfBytes("\x80 5", western), "€ 5");
     EXPECT_EQ(textOfBytes("r\xE9sum\xE9s", western), "résumés");
+    EXPECT_EQ(textOfBytes("\x81 5", western), "\u0081 5");
+    EXPECT_EQ(textOfBytes("\x9F 5", western), "Ÿ 5");
 }
 
 TEST(JetTexts, BytesAreChineseWhenHalfOfThemAreCommonCharactersAndWesternWhenFewerAre) {

@@ -1,6 +1,7 @@
 #include "platform/files/PublicFonction.h"
 
 #include "platform/files/TextDecoding.h"
+#include "platform/files/TextLines.h"
 #include "platform/files/Trim.h"
 #include "support/Files.h"
 #include "support/Text.h"
@@ -86,6 +87,21 @@ TEST(TextDecoding, EveryCharacterComesBackFromGbk) {
 
 TEST(TextDecoding, ALongGbkTextComesWhole) {
     EXPECT_EQ(decodeText(gbkWork.repeated(5000)), QString("工程").repeated(5000));
+}
+
+TEST(TextLines, KeepTheMarkOfTheirFileWhenTheFirstLineIsReplaced) {
+    for (const QByteArray& file : {QByteArray("\xEF\xBB\xBF"
+                                              "a\nb\n"),
+                                   QByteArray("\xFF\xFE\x61\0\n\0\x62\0\n\0", 10),
+                                   QByteArray("\xFE\xFF\0\x61\0\n\0\x62\0\n", 10)}) {
+        TextLines lines = TextLines::of(file);
+        EXPECT_EQ(lines.texts(), QStringList({"a", "b"}));
+        lines.replace(0, 1, {"b"});
+        lines.replace(1, 1, {"a"});
+        QByteArray turned = file;
+        turned.replace('a', 'x').replace('b', 'a').replace('x', 'b');
+        EXPECT_EQ(lines.bytes(), turned);
+    }
 }
 
 TEST(Trimming, TakesBlanksAtBothEndsAndNothingElse) {

@@ -136,6 +136,17 @@ TEST_F(Profiles, AFileInUtf16StaysInUtf16WithItsMark) {
     EXPECT_EQ(read(), test::utf16("[工程]\na=上\nb=值\n"));
 }
 
+TEST_F(Profiles, SoDoesOneWhoseBytesStandTheOtherWayRound) {
+    const auto turned = [](const QString& text) {
+        return QByteArray(
+            QStringEncoder(QStringConverter::Utf16BE, QStringConverter::Flag::WriteBom)
+                .encode(text));
+    };
+    write(turned("[工程]\na=上\n"));
+    EXPECT_TRUE(profile().WriString("b", "值"));
+    EXPECT_EQ(read(), turned("[工程]\na=上\nb=值\n"));
+}
+
 TEST_F(Profiles, AnEmptyValueIsWrittenAndReadAsTheDefault) {
     EXPECT_TRUE(profile().WriString("a", ""));
     EXPECT_EQ(read(), "[工程]\r\na=\r\n");
