@@ -11,13 +11,15 @@ public:
     virtual ~LongRun() = default;
 
     // `pieces`: how many calls of next() will follow; 0 for one piece of unknown length. Every
-    // begin() needs its end().
+    // begin() needs its end(). A run that begins within another is a part of it: title and length
+    // stay those of the outermost, and cancelling it cancels all.
     virtual void begin(const QString& title, int pieces) = 0;
     // The next piece begins; `text` names it.
     virtual void next(const QString& text) = 0;
-    // True when the user has cancelled, until the next begin(). While the progress is on the screen
-    // the desktop's events are served, before that all but input, so that windows stay painted. To
-    // be asked between pieces and, now and then, within one; false when nothing has begun.
+    // True when the user has cancelled, until the end of the outermost run: the progress stays on
+    // the screen until then and says that the work is being stopped. While it is on the screen the
+    // desktop's events are served, before that all but input, so that windows stay painted. To be
+    // asked between pieces and, now and then, within one; false when nothing has begun.
     virtual bool isCancelled() = 0;
     virtual void end() = 0;
 };

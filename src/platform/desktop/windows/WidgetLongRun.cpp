@@ -1,6 +1,7 @@
 #include "platform/desktop/windows/WidgetLongRun.h"
 
 #include <QApplication>
+#include <QPushButton>
 
 #include <algorithm>
 
@@ -12,42 +13,52 @@ namespace {
 
 constexpr int narrowest = 360;
 
+// Goes with the work alone: closing it by the window's own means cancels.
+class WaitingDialog : public QProgressDialog {
+public:
+    using QProgressDialog::QProgressDialog;
+    void reject() override { emit canceled(); }
+};
+
 } // namespace
 
 void WidgetLongRun::begin(const QString& title, int pieces) {
+    if (running_++ > 0) {
+        return;
+    }
     title_ = title;
     pieces_ = pieces;
     done_ = -1;
-    running_ = true;
     cancelled_ = false;
     clock_.start();
 }
 
 void WidgetLongRun::next(const QString& text) {
     text_ = text;
-    ++done_;
+    if (running_ == 1) {
+        ++done_;
+    }
     if (dialog_) {
-        dialog_->setLabelText(text_);
-        dialog_->setValue(std::min(done_, pieces_));
+        showPiece();
     }
 }
 
 bool WidgetLongRun::isCancelled() {
-    if (running_ && !dialog_ && clock_.hasExpired(patience_)) {
+    if (running_ > 0 && !dialog_ && clock_.hasExpired(patience_)) {
         show();
     }
     if (dialog_) {
         QCoreApplication::processEvents();
-        cancelled_ = cancelled_ || dialog_->wasCanceled();
-    } else if (running_) {
+    } else if (running_ > 0) {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
-    return running_ && cancelled_;
+    return running_ > 0 && cancelled_;
 }
 
+// The dialog would hide itself when it is cancelled.
 void WidgetLongRun::show() {
-    dialog_ = std::make_unique<QProgressDialog>(text_, u"取消(&C)"_s, 0, pieces_,
-                                                QApplication::activeWindow());
+    dialog_ = std::make_unique<WaitingDialog>(text_, u"取消(&C)"_s, 0, pieces_,
+                                              QApplication::activeWindow());
     dialog_->setWindowTitle(title_);
     dialog_->setAccessibleName(title_);
     dialog_->setWindowModality(Qt::ApplicationModal);
@@ -55,13 +66,30 @@ void WidgetLongRun::show() {
     dialog_->setAutoClose(false);
     dialog_->setAutoReset(false);
     dialog_->setMinimumDuration(0);
-    dialog_->setValue(std::clamp(done_, 0, pieces_));
+    QObject::disconnect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(), nullptr);
+    QObject::connect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(),
+                     [this] { cancel(); });
+    showPiece();
     dialog_->show();
 }
 
+void WidgetLongRun::showPiece() {
+    if (!cancelled_) {
+        dialog_->setLabelText(text_);
+    }
+    dialog_->setValue(std::clamp(done_, 0, pieces_));
+}
+
+void WidgetLongRun::cancel() {
+    cancelled_ = true;
+    dialog_->setLabelText(u"正在停止……"_s);
+    dialog_->findChild<QPushButton*>()->setEnabled(false);
+}
+
 void WidgetLongRun::end() {
-    dialog_.reset();
-    running_ = false;
+    if (--running_ == 0) {
+        dialog_.reset();
+    }
 }
 
 } // namespace qvnd::desktop

@@ -9,7 +9,8 @@
 
 namespace qvnd::desktop {
 
-// Shows the progress in a dialog that keeps mouse and keyboard away from the other windows.
+// Shows the progress in a dialog that keeps mouse and keyboard away from the other windows. Behind
+// 取消 it stays and says so: what works cannot always stop at once.
 class WidgetLongRun : public LongRun {
 public:
     // `patience`: milliseconds before the dialog comes.
@@ -22,10 +23,12 @@ public:
 
 private:
     void show();
+    void showPiece();
+    void cancel();
 
     int patience_;
     QElapsedTimer clock_;
-    bool running_ = false;
+    int running_ = 0; // runs that have begun and not ended, one within the other
     bool cancelled_ = false;
     QString title_;
     QString text_;
