@@ -6,7 +6,13 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <chrono>
+#include <cstddef>
 #include <thread>
+
+#ifdef __GLIBC__
+#include <pthread.h>
+#endif
 
 namespace qvnd::desktop {
 namespace {
@@ -30,11 +36,62 @@ TEST(BesideEvents, AreServedInThisThreadUntilTheWorkHasEnded) {
     EXPECT_NE(worked, here);
 }
 
-TEST(BesideEvents, ShortWorkServesNothing) {
-    int served = 0;
-    runBesideEvents([] {}, [&] { ++served; });
-    EXPECT_EQ(served, 0);
+TEST(BesideEvents, ComeAfterAMomentSoThatShortWorkServesNothing) {
+    std::atomic<bool> isServed = false;
+    std::chrono::steady_clock::duration first{};
+    const auto begun = std::chrono::steady_clock::now();
+    const auto work = [&] {
+        while (!isServed) {
+            std::this_thread::yield();
+        }
+    };
+    runBesideEvents(work, [&] {
+        if (!isServed) {
+            first = std::chrono::steady_clock::now() - begun;
+        }
+        isServed = true;
+    });
+    EXPECT_GE(first, std::chrono::milliseconds(20));
 }
+
+#ifdef __GLIBC__
+// While it lives the system has no thread left: there is no room for a stack that large.
+class NoThreadLeft {
+public:
+    NoThreadLeft() {
+        pthread_getattr_default_np(&usual_);
+        pthread_attr_t endless;
+        pthread_attr_init(&endless);
+        pthread_attr_setstacksize(&endless, std::size_t{1} << 47);
+        isSet_ = pthread_setattr_default_np(&endless) == 0;
+        pthread_attr_destroy(&endless);
+    }
+    ~NoThreadLeft() {
+        pthread_setattr_default_np(&usual_);
+        pthread_attr_destroy(&usual_);
+    }
+    NoThreadLeft(const NoThreadLeft&) = delete;
+    NoThreadLeft& operator=(const NoThreadLeft&) = delete;
+
+    bool isSet() const { return isSet_; }
+
+private:
+    pthread_attr_t usual_{};
+    bool isSet_ = false;
+};
+
+TEST(BesideEvents, WithoutAThreadTheWorkRunsHereAndItsFailurePasses) {
+    const NoThreadLeft none;
+    ASSERT_TRUE(none.isSet());
+    std::thread::id worked;
+    int served = 0;
+    runBesideEvents([&] { worked = std::this_thread::get_id(); }, [&] { ++served; });
+    EXPECT_EQ(worked, std::this_thread::get_id());
+    EXPECT_EQ(served, 0);
+    const auto fail = [] { throw RunTimeError(error::fileNotFound, u"没有"); };
+    EXPECT_EQ(test::errorNumberOf([&] { runBesideEvents(fail, [] {}); }), error::fileNotFound);
+}
+#endif
 
 TEST(BesideEvents, WhatTheWorkThrowsIsThrownHere) {
     const auto fail = [] { throw RunTimeError(error::fileNotFound, u"没有"); };
