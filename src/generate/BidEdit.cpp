@@ -125,7 +125,8 @@ bool BidEdit::mnuBul() {
         const desktop::LongRunScope scope(services_.longRun, u"生成目录"_s, 0);
         services_.longRun.next(u"正在打开“施工方案.doc”……"_s);
         try {
-            isRebuilt = RebuildContents(program_, services_.generation);
+            isRebuilt = RebuildContents(program_, services_.generation,
+                                        [this] { return services_.longRun.isCancelled(); });
         } catch (const RunTimeError&) {
             if (!services_.longRun.isCancelled())
                 throw;

@@ -90,10 +90,18 @@ bool SimilarDocuments::cmdInsert() {
     } catch (const RunTimeError& failure) {
         const bool isCancelled = services_.longRun.isCancelled();
         progress.reset();
-        if (!isCancelled) {
+        if (isCancelled) {
+            services_.word.dropApplication();
+        } else {
             tellFailedInsertion(services_.messages, failure);
         }
         return false;
+    }
+}
+
+void SimilarDocuments::leaveIfCancelled() const {
+    if (services_.longRun.isCancelled()) {
+        throw RunTimeError(error::stopped, u"插入已取消。");
     }
 }
 
@@ -102,11 +110,10 @@ void SimilarDocuments::insertInto(const QString& path) {
     services_.longRun.next(u"正在打开“%1”……"_s.arg(QFileInfo(path).fileName()));
     word.keepDocument(word.application().documents().Open(files::toPath(path)));
     word.document().Activate();
+    leaveIfCancelled();
     services_.longRun.next(u"正在插入“%1”……"_s.arg(QFileInfo(selectedRow().path).fileName()));
     word.selection().InsertFile(files::toPath(selectedRow().path));
-    if (services_.longRun.isCancelled()) {
-        throw RunTimeError(error::stopped, u"插入已取消。");
-    }
+    leaveIfCancelled();
     word.activeDocument().Close(true);
     services_.frmBidEdit.loadPreview(path);
     services_.frmBidEdit.onLatePreviewFailure(

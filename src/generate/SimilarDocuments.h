@@ -61,7 +61,8 @@ public:
     // shows that in the preview. Refused while a document of either folder is open in a word
     // processor, and while an insertion is under way. With an empty list the word processor that it
     // starts is left running. True when it was inserted; an error is shown and leaves the word
-    // processor as it is. A user who cancels leaves the target as it was, without a word.
+    // processor as it is. A user who cancels leaves the target as it was, without a word, and the
+    // word processor is dropped.
     bool cmdInsert();
     // Shows the selected row's document in the preview and starts its application on it.
     void cmdOpen();
@@ -72,6 +73,7 @@ private:
     QString target() const;
     const Row& selectedRow() const;
     void insertInto(const QString& path);
+    void leaveIfCancelled() const;
 
     modMain& state_;
     const outline::OutlineTree& TrvEdit_;

@@ -474,6 +474,27 @@ TEST_F(PlanEdit, RebuildingTheContentsShowsItsProgressAndACancelIsNoFailure) {
 }
 
 // PDF
+// The reading of a file cannot be broken off: it ends well, behind the cancel.
+TEST_F(PlanEdit, RebuildingThatIsCancelledWhileTheFileIsReadChangesNothingAndIsNoSuccess) {
+    writeFinished();
+    longRun.cancel = [this] { return logged("Documents.Open"); };
+    EXPECT_FALSE(loaded().mnuBul());
+    EXPECT_FALSE(logged("TablesOfContents")) << wholeLog();
+    EXPECT_TRUE(logged("Application.Quit"));
+    EXPECT_FALSE(logged("message"));
+    EXPECT_FALSE(word.isAtWork());
+    EXPECT_EQ(log.lines.back(), "pointer normal");
+}
+
+TEST_F(PlanEdit, RebuildingThatIsCancelledWhileTheContentsAreMadeIsNoSuccessEither) {
+    writeFinished();
+    longRun.cancel = [this] { return logged("TablesOfContents.Add"); };
+    EXPECT_FALSE(loaded().mnuBul());
+    EXPECT_TRUE(logged("ActiveDocument.Saved = true")) << wholeLog();
+    EXPECT_TRUE(logged("Application.Quit"));
+    EXPECT_FALSE(logged("message"));
+}
+
 
 TEST_F(PlanEdit, ThePdfOfTheFinishedDocumentStandsBesideIt) {
     writeFinished();

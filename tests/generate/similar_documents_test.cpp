@@ -231,12 +231,24 @@ TEST_F(SimilarDocumentsDialog, ACancelledInsertionSavesNothingAndSaysNothing) {
     EXPECT_FALSE(longRun.running);
     log.failAt("Documents.Open", error::invalidCall, u"转换已停止。");
     longRun.cancel = [] { return true; };
+    EXPECT_FALSE(session.held()) << "nobody sees the changed document";
     EXPECT_FALSE(dialog.cmdInsert());
     EXPECT_TRUE(messages.shown.empty());
 }
 
 TEST_F(SimilarDocumentsDialog, AnErrorIsShownAndTheWordProcessorStays) {
     makeTwoTemplates();
+TEST_F(SimilarDocumentsDialog, CancelledWhileTheTargetIsReadTheOtherIsNotRead) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(1);
+    longRun.cancel = [] { return true; };
+    EXPECT_FALSE(dialog.cmdInsert());
+    EXPECT_EQ(logged(), "create Word.Application\nDocuments.Open 用户模板/P/P.1.2.doc\n"
+                        "OpenedDocument.Activate\nApplication dropped\n");
+    EXPECT_TRUE(messages.shown.empty());
+}
+
     auto dialog = loaded();
     dialog.select(0);
     log.failAt("Selection.InsertFile", error::memberNotFound, u"找不到文件");

@@ -45,18 +45,21 @@ void replaceContents(WordSession& session) {
 
 } // namespace
 
-bool RebuildContents(const ProgramState& program, const GenerationServices& services) {
+bool RebuildContents(const ProgramState& program, const GenerationServices& services,
+                     const std::function<bool()>& isCancelled) {
     if (!holdsAnyFile(*program.modMain.gFso, program.modMain.gWorkPath)) {
         services.messages.tell(u"还没生成标书!"_s, desktop::Icon::exclamation);
         return false;
     }
     const WordSession::Work work(program.word);
     openFinished(program, services);
-    replaceContents(program.word);
+    const bool goesOn = !isCancelled();
+    if (goesOn)
+        replaceContents(program.word);
     program.word.activeDocument().setSaved(true);
     program.word.application().Quit();
     program.word.dropDocument();
-    return true;
+    return goesOn && !isCancelled();
 }
 
 } // namespace qvnd::generate

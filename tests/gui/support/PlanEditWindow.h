@@ -88,9 +88,9 @@ protected:
                 world.messages,
                 world.dialogs,
                 world.events,
-                world.longRun,
+                *longRun,
                 *generation,
-                world.word,
+                *insertion,
                 *wordProcessorWindows,
                 windows,
                 shell,
@@ -179,6 +179,8 @@ protected:
     test::FixedPageNumbers pages;
     word::EngineApplicationFactory engine{{pages, *this, *this}};
     word::ApplicationFactory* generation = &engine;
+    word::ApplicationFactory* insertion = &world.word;
+    desktop::LongRun* longRun = &world.longRun;
     office::PdfPrinter* printer = &pdf;
     int detailsShown = 0;
     int unsaved = 0; // how often a changed document was closed
