@@ -154,7 +154,7 @@ QString BidEdit::selectedKey() const {
     return node ? node->Key() : QString();
 }
 
-bool BidEdit::loadSelected(const BidEditScreen::PreviewFailed& tell) {
+bool BidEdit::loadSelected(const std::function<void(const RunTimeError&)>& tell) {
     const OutlineNode& node = selectedNode();
     if (!node.isDocument()) {
         services_.pane.turnPreviewOff();
@@ -162,9 +162,8 @@ bool BidEdit::loadSelected(const BidEditScreen::PreviewFailed& tell) {
     }
     services_.pane.turnPreviewOn();
     services_.pane.loadPreview(documentOf(node, outline::tableOfKey(node.Key())));
-    services_.pane.onLatePreviewFailure([this, tell](const RunTimeError& failure) {
-        program_.modMain.Command.run([&] { tell(failure); });
-    });
+    services_.pane.onLatePreviewFailure(
+        desktop::toldBetweenCommands(program_.modMain.Command, tell));
     return true;
 }
 

@@ -105,8 +105,8 @@ private:
     const outline::OutlineNode& selectedNode() const;
     // Turns the preview on and loads the selected document; turns it off, and answers false, when
     // that is no document. Error 91 without a selection. `tell` is told of a failure that turns out
-    // later, unless a command runs just then.
-    bool loadSelected(const BidEditScreen::PreviewFailed& tell);
+    // later, once no command runs.
+    bool loadSelected(const std::function<void(const RunTimeError&)>& tell);
     QString selectedKey() const;
     // Fills TrvEdit by its table; true when that was news.
     bool showAnew();

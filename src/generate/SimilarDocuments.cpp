@@ -116,10 +116,10 @@ void SimilarDocuments::insertInto(const QString& path) {
     leaveIfCancelled();
     word.activeDocument().Close(true);
     services_.frmBidEdit.loadPreview(path);
-    services_.frmBidEdit.onLatePreviewFailure(
-        [&messages = services_.messages](const RunTimeError& failure) {
+    services_.frmBidEdit.onLatePreviewFailure(desktop::toldBetweenCommands(
+        state_.Command, [&messages = services_.messages](const RunTimeError& failure) {
             tellFailedInsertion(messages, failure);
-        });
+        }));
     services_.frmBidEdit.updatePreview();
     word.application().Quit();
     word.dropApplication();
@@ -152,10 +152,10 @@ const SimilarDocuments::Row& SimilarDocuments::selectedRow() const {
 void SimilarDocuments::cmdOpen() {
     try {
         services_.frmBidEdit.loadPreview(selectedRow().path);
-        services_.frmBidEdit.onLatePreviewFailure(
-            [&messages = services_.messages](const RunTimeError& failure) {
+        services_.frmBidEdit.onLatePreviewFailure(desktop::toldBetweenCommands(
+            state_.Command, [&messages = services_.messages](const RunTimeError& failure) {
                 messages.tell(desktop::descriptionOf(failure));
-            });
+            }));
         services_.frmBidEdit.activatePreview();
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::objectNotSet) {

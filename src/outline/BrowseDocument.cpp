@@ -49,10 +49,9 @@ void tellFailure(const RunTimeError& failure, const OutlineNode* document,
 } // namespace
 
 void showDocument(modMain& state, preview::DocumentPreview& preview, const QString& path,
-                  const preview::DocumentPreview::Failed& tell) {
+                  const std::function<void(const RunTimeError&)>& tell) {
     preview.show(path);
-    preview.onLateFailure(
-        [&state, tell](const RunTimeError& failure) { state.Command.run([&] { tell(failure); }); });
+    preview.onLateFailure(desktop::toldBetweenCommands(state.Command, tell));
 }
 
 void mnuBrowseDoc(modMain& state, Workbench& workbench, desktop::MessageBoxes& messages,

@@ -5,13 +5,15 @@
 #include "platform/preview/DocumentPreview.h"
 #include "store/modMain.h"
 
+#include <functional>
+
 // Looking at a document of the plan open in TrvCurrent.
 namespace qvnd::outline {
 
-// Shows a document in the pane. `tell` is told of a failure that turns out later, unless a command
-// runs just then; one at once passes.
+// Shows a document in the pane. `tell` is told of a failure that turns out later, once no command
+// runs; one at once passes.
 void showDocument(modMain& state, preview::DocumentPreview& preview, const QString& path,
-                  const preview::DocumentPreview::Failed& tell);
+                  const std::function<void(const RunTimeError&)>& tell);
 
 // mnuBrowseDoc: shows the document of the selected node in the preview pane when its row says that
 // it is one; nothing happens for a folder. Any failure is told in one fixed sentence, with its

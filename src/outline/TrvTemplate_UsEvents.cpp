@@ -30,7 +30,7 @@ void TrvTemplate_UsEvents::DblClick() {
 }
 
 void TrvTemplate_UsEvents::show(const OutlineNode& document,
-                                const preview::DocumentPreview::Failed& tell) {
+                                const std::function<void(const RunTimeError&)>& tell) {
     const QString path = documentPath(state_, tableOfKey(document.Key()), document.Key());
     if (state_.gFso->FileExists(path)) {
         showDocument(state_, preview_, path, tell);

@@ -5,6 +5,8 @@
 #include "platform/preview/DocumentPreview.h"
 #include "store/modMain.h"
 
+#include <functional>
+
 namespace qvnd::outline {
 
 // The events of TrvTemplate_Us, the tree of the user's plans, but for its NodeClick, which is
@@ -22,7 +24,7 @@ public:
     void MouseDown(OutlineNode* hit);
 
 private:
-    void show(const OutlineNode& document, const preview::DocumentPreview::Failed& tell);
+    void show(const OutlineNode& document, const std::function<void(const RunTimeError&)>& tell);
 
     modMain& state_;
     Workbench& workbench_;

@@ -192,9 +192,10 @@ TEST_F(PlanEdit, WhatTurnsOutBehindTheDoubleClickIsToldByItsNumber) {
     ASSERT_TRUE(screen.lateFailure);
     screen.lateFailure(RunTimeError(error::fileNotFound, u"找不到文件"));
     EXPECT_EQ(linesOf("message"), "");
-    state().modMain.Command.run([&] { screen.lateFailure(RunTimeError(31024, u"无法显示")); });
+    state().modMain.Command.run(
+        [&] { EXPECT_FALSE(screen.lateFailure(RunTimeError(31024, u"无法显示"))); });
     EXPECT_EQ(linesOf("message"), "") << "not within another command";
-    screen.lateFailure(RunTimeError(31024, u"无法显示"));
+    EXPECT_TRUE(screen.lateFailure(RunTimeError(31024, u"无法显示")));
     EXPECT_EQ(linesOf("message"), "message [information] 出现意外的错误。可能是你的系统不稳定，"
                                   "请退出程序重新进入或是重启计算机。\n无法显示\n"
                                   "文档：附则（工程.3）\n");
@@ -473,7 +474,6 @@ TEST_F(PlanEdit, RebuildingTheContentsShowsItsProgressAndACancelIsNoFailure) {
     EXPECT_EQ(log.lines.back(), "pointer normal");
 }
 
-// PDF
 // The reading of a file cannot be broken off: it ends well, behind the cancel.
 TEST_F(PlanEdit, RebuildingThatIsCancelledWhileTheFileIsReadChangesNothingAndIsNoSuccess) {
     writeFinished();
@@ -495,6 +495,7 @@ TEST_F(PlanEdit, RebuildingThatIsCancelledWhileTheContentsAreMadeIsNoSuccessEith
     EXPECT_FALSE(logged("message"));
 }
 
+// PDF
 
 TEST_F(PlanEdit, ThePdfOfTheFinishedDocumentStandsBesideIt) {
     writeFinished();

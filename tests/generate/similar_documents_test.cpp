@@ -9,6 +9,8 @@
 #include "support/FixedFonts.h"
 #include "support/Text.h"
 
+#include <functional>
+
 using namespace qvnd;
 using namespace qvnd::test;
 using generate::SimilarDocuments;
@@ -229,15 +231,13 @@ TEST_F(SimilarDocumentsDialog, ACancelledInsertionSavesNothingAndSaysNothing) {
     EXPECT_EQ(logged().find("Close"), std::string::npos) << logged();
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_FALSE(longRun.running);
+    EXPECT_FALSE(session.held()) << "nobody sees the changed document";
     log.failAt("Documents.Open", error::invalidCall, u"转换已停止。");
     longRun.cancel = [] { return true; };
-    EXPECT_FALSE(session.held()) << "nobody sees the changed document";
     EXPECT_FALSE(dialog.cmdInsert());
     EXPECT_TRUE(messages.shown.empty());
 }
 
-TEST_F(SimilarDocumentsDialog, AnErrorIsShownAndTheWordProcessorStays) {
-    makeTwoTemplates();
 TEST_F(SimilarDocumentsDialog, CancelledWhileTheTargetIsReadTheOtherIsNotRead) {
     makeTwoTemplates();
     auto dialog = loaded();
@@ -249,6 +249,8 @@ TEST_F(SimilarDocumentsDialog, CancelledWhileTheTargetIsReadTheOtherIsNotRead) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(SimilarDocumentsDialog, AnErrorIsShownAndTheWordProcessorStays) {
+    makeTwoTemplates();
     auto dialog = loaded();
     dialog.select(0);
     log.failAt("Selection.InsertFile", error::memberNotFound, u"找不到文件");
@@ -310,6 +312,26 @@ TEST_F(SimilarDocumentsDialog, WhatTurnsOutOfADocumentLaterIsToldAsThatCommandTe
     ASSERT_TRUE(screen.lateFailure);
     screen.lateFailure(RunTimeError(31024, u"无法显示"));
     expectMessage("无法显示", desktop::Icon::exclamation, "提示");
+}
+
+// The command that has opened the dialog runs until it closes.
+TEST_F(SimilarDocumentsDialog, WhatTurnsOutLaterWaitsUntilNoCommandRuns) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(0);
+    const RunTimeError late(31024, u"无法显示");
+    const auto expectToldBehind = [&](const std::function<void()>& command) {
+        messages.shown.clear();
+        state.Command.run([&] {
+            command();
+            EXPECT_FALSE(screen.lateFailure(late));
+        });
+        EXPECT_TRUE(messages.shown.empty());
+        EXPECT_TRUE(screen.lateFailure(late));
+        EXPECT_EQ(messages.shown.size(), 1U);
+    };
+    expectToldBehind([&] { dialog.cmdOpen(); });
+    expectToldBehind([&] { dialog.cmdInsert(); });
 }
 
 // With the real engine

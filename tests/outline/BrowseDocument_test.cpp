@@ -195,8 +195,11 @@ TEST_F(BrowseDocuments, WhatTurnsOutBehindADoubleClickIsToldAsWhatTurnsOutAtOnce
 TEST_F(BrowseDocuments, WhatTurnsOutWhileACommandRunsRaisesNoBoxInIt) {
     makeFile("T.2");
     doubleClick("T.2");
-    state.Command.run([&] { preview.lateFailure(RunTimeError(31024, u"说明")); });
+    state.Command.run(
+        [&] { EXPECT_FALSE(preview.lateFailure(RunTimeError(31024, u"说明"))) << "not yet"; });
     EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(preview.lateFailure(RunTimeError(31024, u"说明"))) << "behind it";
+    EXPECT_EQ(messages.shown.size(), 1U);
 }
 
 TEST_F(BrowseDocuments, WhatTurnsOutBehindTheCommandIsToldInItsSentence) {

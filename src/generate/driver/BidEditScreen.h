@@ -21,9 +21,9 @@ public:
     virtual void turnPreviewOff() = 0;
     virtual void removePreview() = 0;
     virtual void loadPreview(const QString& path) = 0;
-    // Tells what loadPreview() would have thrown, where that turns out later: at most once, and not
-    // when something else has been loaded since.
-    using PreviewFailed = std::function<void(const RunTimeError&)>;
+    // Tells what loadPreview() would have thrown, where that turns out later: once, and not when
+    // something else has been loaded since. An answer of false means that it was not told yet.
+    using PreviewFailed = std::function<bool(const RunTimeError&)>;
     virtual void onLatePreviewFailure(const PreviewFailed& /*failed*/) {}
     virtual void updatePreview() = 0;
     // Opens the loaded document in its own application (verb 2).

@@ -1,6 +1,11 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
+
 #include <QScopedValueRollback>
+
+#include <functional>
+#include <utility>
 
 namespace qvnd::desktop {
 
@@ -26,5 +31,15 @@ public:
 private:
     bool running_ = false;
 };
+
+// How a failure that turns out late is told: never within a command. Answers false, and has told
+// nothing, while one runs; whoever knows of the failure asks again later. The command outlives it.
+using LateFailure = std::function<bool(const RunTimeError&)>;
+inline LateFailure toldBetweenCommands(OneCommand& command,
+                                       std::function<void(const RunTimeError&)> tell) {
+    return [&command, tell = std::move(tell)](const RunTimeError& failure) {
+        return command.run([&] { tell(failure); });
+    };
+}
 
 } // namespace qvnd::desktop

@@ -17,9 +17,10 @@ public:
     // RunTimeError when the file cannot be shown: error::documentNotShown for a file that is there
     // and is no document that the pane can show, else the number of the file's own error.
     virtual void show(const QString& path) = 0;
-    // A pane that goes on reading behind show() tells here what show() would have thrown, at most
-    // once and never from within a call. Forgotten at the next show() and hide().
-    using Failed = std::function<void(const RunTimeError&)>;
+    // A pane that goes on reading behind show() tells here what show() would have thrown, once and
+    // never from within a call. Where the answer is false it was not told, and the pane asks again
+    // until it was. Forgotten at the next show() and hide().
+    using Failed = std::function<bool(const RunTimeError&)>;
     virtual void onLateFailure(const Failed& /*failed*/) {}
     // Closes the document and hides the pane.
     virtual void hide() = 0;

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 using namespace qvnd;
 
@@ -69,6 +70,19 @@ TEST_F(OneCommand, IsStillTakenInsideWhenTheRefusedOneWouldHaveThrown) {
         EXPECT_TRUE(command.isRunning());
     }));
     EXPECT_FALSE(command.isRunning());
+}
+
+TEST_F(OneCommand, TellsALateFailureBetweenCommandsAlone) {
+    std::vector<long> told;
+    const RunTimeError late(error::fileNotFound, u"没有");
+    const auto tell = desktop::toldBetweenCommands(command, [&](const RunTimeError& failure) {
+        EXPECT_TRUE(command.isRunning()) << "no command begins in the box";
+        told.push_back(failure.number());
+    });
+    EXPECT_TRUE(command.run([&] { EXPECT_FALSE(tell(late)); }));
+    EXPECT_TRUE(told.empty());
+    EXPECT_TRUE(tell(late));
+    EXPECT_EQ(told, std::vector<long>{error::fileNotFound});
 }
 
 } // namespace

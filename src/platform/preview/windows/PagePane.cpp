@@ -11,7 +11,6 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -27,6 +26,7 @@ namespace {
 constexpr std::chrono::milliseconds firstSight{80};
 constexpr qint64 readInTime = 2'000'000;
 constexpr int progressAfter = 500; // milliseconds
+constexpr int askAgainAfter = 100; // milliseconds
 constexpr QRgb desk = 0xFF8A9099;
 constexpr int lineStep = 40;
 constexpr double pageStep = 0.9; // of the view
@@ -92,6 +92,8 @@ PagePane::PagePane(PageConversion& conversion, QWidget* parent)
     office_->setCheckable(true);
     connect(office_, &QAction::toggled, this, &PagePane::setOfficeWanted);
     addAction(office_);
+    telling_.setSingleShot(true);
+    connect(&telling_, &QTimer::timeout, this, &PagePane::tellFailure);
     letGo();
 }
 
@@ -123,11 +125,18 @@ std::unique_ptr<OwnPages> PagePane::read() {
 void PagePane::failLate(const RunTimeError& failure) {
     say(QString::fromStdU16String(failure.description()));
     if (source_ == nullptr) {
-        QTimer::singleShot(0, this, [failure, failed = std::exchange(lateFailure_, {})] {
-            if (failed) {
-                failed(failure);
-            }
-        });
+        failure_ = failure;
+        telling_.start(0);
+    }
+}
+
+// While it is told a box is open, and the pane may show something else behind it, or be gone.
+void PagePane::tellFailure() {
+    const RunTimeError failure = *failure_;
+    const Failed tell = std::exchange(lateFailure_, {});
+    if (tell && !tell(failure)) {
+        lateFailure_ = tell;
+        telling_.start(askAgainAfter);
     }
 }
 
@@ -206,6 +215,7 @@ void PagePane::hide() {
 
 void PagePane::letGo() {
     watch_.watch({});
+    telling_.stop();
     lateFailure_ = {};
     wish_.reset();
     source_ = nullptr;
@@ -244,6 +254,7 @@ void PagePane::showPages(PageSource& source) {
     if (!source_) {
         sinceShown_.start();
     }
+    telling_.stop();
     source_ = &source;
     // A document that our own engine does not read has no other pages to go back to.
     office_->setEnabled(conversion_.isAvailable() && own_->count() > 0);

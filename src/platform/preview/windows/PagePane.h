@@ -9,9 +9,11 @@
 
 #include <QAction>
 #include <QElapsedTimer>
+#include <QTimer>
 #include <QWidget>
 
 #include <memory>
+#include <optional>
 
 class QLabel;
 class QScrollBar;
@@ -74,6 +76,7 @@ private:
     void readAnew();
     bool showConverted();
     void failLate(const RunTimeError& failure);
+    void tellFailure();
     void takeOver();
     void grow();
     void showPages(PageSource& source);
@@ -103,6 +106,8 @@ private:
     PageColumn column_;
     std::vector<QRect> places_; // of the pages at the present width
     Failed lateFailure_;
+    std::optional<RunTimeError> failure_; // that is still to be told
+    QTimer telling_;
     QElapsedTimer sinceShown_;
     QScrollBar* bar_;
     QLabel* notice_;
