@@ -6,6 +6,7 @@
 #include "outline/OutlinePaths.h"
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
+#include "platform/desktop/BesideEvents.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
@@ -36,6 +37,23 @@ bool hasDocument(const OutlineNode& parent, const QString& name) {
     return std::any_of(children.begin(), children.end(), [&](const OutlineNode* node) {
         return node->Image() == image::document && node->Text() == name;
     });
+}
+
+// Why the engine refuses a file, and what it would have to be converted from; both empty for one
+// that it reads.
+struct Reading {
+    QString refusal;
+    QString foreignFormat;
+};
+
+Reading readingOf(const std::filesystem::path& path) {
+    try {
+        word::readDocumentFile(path);
+        return {};
+    } catch (const RunTimeError& failure) {
+        return {QString::fromStdU16String(failure.description()),
+                QString::fromStdU16String(word::formatToConvert(path))};
+    }
 }
 
 } // namespace
@@ -104,8 +122,7 @@ Added AddDocument::addBeside(const Selected& selected) {
     const QString parentKey = parentKeyOf(selectedKey);
     const auto family = rowsLike(db, plan, parentKey);
     newKey_ = outline::newKey(parentKey, base, toInteger(family->RecordCount()));
-    if (!bringFile(chosen.fileName, documentPath(state_, plan, newKey_),
-                   QStringLiteral("此文件不存在。要创建此文件吗？"))) {
+    if (!bringFileBeside(plan, chosen.fileName)) {
         return Added::answeredNo;
     }
 
@@ -205,25 +222,37 @@ bool AddDocument::bringFile(const QString& source, const QString& target, const 
     return true;
 }
 
+// The rows that were moved out for a file that the user does not want any more come back.
+bool AddDocument::bringFileBeside(const QString& plan, const QString& source) {
+    try {
+        return bringFile(source, documentPath(state_, plan, newKey_),
+                         QStringLiteral("此文件不存在。要创建此文件吗？"));
+    } catch (const RunTimeError& failure) {
+        if (failure.number() == error::dialogCancelled) {
+            moveRowsBack(*state_.gDbUser, plan);
+        }
+        throw;
+    }
+}
+
 void AddDocument::remarkIfUnreadable(const QString& plan) {
     if (copied_.isEmpty()) {
         return;
     }
-    try {
-        word::readDocumentFile(files::toPath(documentPath(state_, plan, newKey_)));
-    } catch (const RunTimeError& failure) {
-        const std::filesystem::path path = files::toPath(documentPath(state_, plan, newKey_));
-        if (const std::u16string format = word::formatToConvert(path); !format.empty()) {
-            state_.Remarks << QStringLiteral("“%1”已加入大纲；它不是 Word 97-2003 文档，而是%2，"
-                                             "生成时由办公套件转换，没有安装办公套件时不能放入。")
-                                  .arg(QFileInfo(copied_).fileName(),
-                                       QString::fromStdU16String(format));
-            return;
-        }
-        const QString why = QString::fromStdU16String(failure.description());
+    const QString name = QFileInfo(copied_).fileName();
+    const std::filesystem::path path = files::toPath(documentPath(state_, plan, newKey_));
+    desktop::LongRun& progress = services_.longRun;
+    const desktop::LongRunScope scope(progress, QStringLiteral("添加文档"), 0);
+    progress.next(QStringLiteral("“%1”已加入大纲，正在检查它能否照原样放入……").arg(name));
+    Reading reading;
+    desktop::runBesideEvents([&] { reading = readingOf(path); }, [&] { progress.isCancelled(); });
+    if (!reading.foreignFormat.isEmpty()) {
+        state_.Remarks << QStringLiteral("“%1”已加入大纲；它不是 Word 97-2003 文档，而是%2，"
+                                         "生成时由办公套件转换，没有安装办公套件时不能放入。")
+                              .arg(name, reading.foreignFormat);
+    } else if (!reading.refusal.isEmpty()) {
         state_.Remarks << QStringLiteral("“%1”已加入大纲，但生成时不能照原样放入：%2")
-                              .arg(QFileInfo(copied_).fileName(),
-                                   why.section(QStringLiteral("”："), 1));
+                              .arg(name, reading.refusal.section(QStringLiteral("”："), 1));
     }
 }
 
@@ -240,12 +269,29 @@ void AddDocument::makeEmptyDocument(const QString& target) {
     services_.events.doEvents();
 }
 
+// Whatever a cancelled conversion ends with, it is no failure.
 void AddDocument::convert(const QString& source, const QString& target) {
+    desktop::LongRun& progress = services_.longRun;
+    const desktop::LongRunScope scope(progress, QStringLiteral("添加文档"), 0);
+    progress.next(QStringLiteral("正在转换“%1”……").arg(QFileInfo(source).fileName()));
     const auto application = services_.word.create();
-    application->documents().Open(files::toPath(source)).SaveAs(files::toPath(target));
+    try {
+        word::Document& opened = application->documents().Open(files::toPath(source));
+        leaveIfCancelled();
+        opened.SaveAs(files::toPath(target));
+    } catch (const RunTimeError&) {
+        leaveIfCancelled();
+        throw;
+    }
     services_.events.doEvents();
     application->Quit();
     services_.events.doEvents();
+}
+
+void AddDocument::leaveIfCancelled() const {
+    if (services_.longRun.isCancelled()) {
+        throw RunTimeError(error::dialogCancelled, u"添加已取消。");
+    }
 }
 
 // The row goes to the end of that copy: rows that moved in the working table do not move there.

@@ -17,8 +17,10 @@ namespace qvnd::outline {
 // Of several files that are chosen at once each is added by the same rules, in their order, and
 // what was refused is told at the end, as addFiles() says.
 //
-// Nothing is rolled back: a refusal leaves what was done up to it. A .doc that generation cannot
-// insert as it is comes in all the same; the Remarks of the state say why it cannot.
+// Nothing is rolled back: a refusal leaves what was done up to it. A user who cancels a conversion
+// finds the plan as it was. A .doc that generation cannot insert as it is comes in all the same;
+// the Remarks of the state say why it cannot. While a file is converted or read the desktop's
+// events run.
 class AddDocument {
 public:
     AddDocument(modMain& state, Workbench& workbench, const Services& services);
@@ -42,9 +44,11 @@ private:
                      const std::vector<desktop::ChosenFile>& files);
     void createMissingFolders(const QString& plan);
     bool bringFile(const QString& source, const QString& target, const QString& question);
+    bool bringFileBeside(const QString& plan, const QString& source);
     void remarkIfUnreadable(const QString& plan);
     void makeEmptyDocument(const QString& target);
     void convert(const QString& source, const QString& target);
+    void leaveIfCancelled() const;
     void addToPlanCopy(const QString& plan, const QString& name);
     void refreshAndSelect(const QString& name);
     Added refuse(Added reason, const QString& text);

@@ -60,20 +60,6 @@ private:
     desktop::LongRun& whole_;
 };
 
-// The progress on the screen, for as long as the object lives.
-class ShownProgress {
-public:
-    ShownProgress(desktop::LongRun& progress, int pieces) : progress_(progress) {
-        progress_.begin(QStringLiteral("添加文档"), pieces);
-    }
-    ~ShownProgress() { progress_.end(); }
-    ShownProgress(const ShownProgress&) = delete;
-    ShownProgress& operator=(const ShownProgress&) = delete;
-
-private:
-    desktop::LongRun& progress_;
-};
-
 class Addition {
 public:
     Addition(modMain& state, Workbench& workbench, const Services& services, const QString& key,
@@ -82,7 +68,8 @@ public:
 
     FilesAdded run(const QStringList& files) {
         desktop::LongRun& progress = services_.longRun;
-        const ShownProgress shown(progress, static_cast<int>(files.size()));
+        const desktop::LongRunScope shown(progress, QStringLiteral("添加文档"),
+                                          static_cast<int>(files.size()));
         for (qsizetype i = 0; i < files.size(); ++i) {
             const QString name = QFileInfo(files[i]).fileName();
             progress.next(

@@ -1,10 +1,15 @@
 #include "startup/WordProcessor.h"
 
 #include "platform/desktop/BesideEvents.h"
+#include "platform/error/RunTimeError.h"
+
+#include <chrono>
 
 namespace qvnd::startup {
 
 namespace {
+
+constexpr std::chrono::milliseconds betweenQuestions{30};
 
 // What is asked whether to stop serves the desktop meanwhile.
 word::LongWork askingNowAndThen(const office::OfficeSuite::Stop& stop) {
@@ -16,6 +21,21 @@ word::LongWork askingNowAndThen(const office::OfficeSuite::Stop& stop) {
     };
 }
 
+// A document whose contents would get other page numbers than its own is not written.
+layout::LayoutPageNumbers::EachPage askingAtPages(const office::OfficeSuite::Stop& stop) {
+    using Clock = std::chrono::steady_clock;
+    return [stop, asked = Clock::time_point()](int /*pages*/) mutable {
+        if (Clock::now() - asked < betweenQuestions) {
+            return true;
+        }
+        if (stop()) {
+            throw RunTimeError(error::invalidCall, u"排版已停止，文档没有保存。");
+        }
+        asked = Clock::now();
+        return true;
+    };
+}
+
 } // namespace
 
 WordProcessor::WordProcessor(desktop::MessageBoxes& messages, const office::OfficeSuite::Stop& stop)
@@ -23,6 +43,10 @@ WordProcessor::WordProcessor(desktop::MessageBoxes& messages, const office::Offi
       suite_(officeProfile_.path(), office::OfficeSuite::installedProgram(), stop),
       engine_(
           {pages_, losses_, unsaved_, &pictures_, &documents_, nullptr, askingNowAndThen(stop)}),
-      factory_(engine_, suite_) {}
+      factory_(engine_, suite_) {
+    if (stop) {
+        pages_.watch(askingAtPages(stop));
+    }
+}
 
 } // namespace qvnd::startup

@@ -16,8 +16,9 @@ namespace qvnd::startup {
 // installed, for files of other formats.
 class WordProcessor {
 public:
-    // `stop` is asked now and then while the office suite works, and true ends its work; and while
-    // a file is read, where its answer counts for nothing.
+    // `stop` is asked now and then while the office suite works, and while pages are laid out for
+    // the contents of a document that is saved: true ends the work with an error, and nothing is
+    // written. It is asked while a file is read, too, where its answer counts for nothing.
     explicit WordProcessor(desktop::MessageBoxes& messages,
                            const office::OfficeSuite::Stop& stop = {});
 

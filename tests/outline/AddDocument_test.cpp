@@ -11,6 +11,12 @@
 
 #include <gtest/gtest.h>
 
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 using namespace qvnd;
 using namespace qvnd::outline;
 using test::OutlineWorld;
@@ -318,6 +324,68 @@ TEST_F(AddDocuments, AnRtfIsNeverCopiedButPassesThroughTheWordProcessor) {
     EXPECT_EQ(log.lines[7], "OpenedDocument.SaveAs 用户模板/T/T.1.1.doc");
     EXPECT_EQ(names(), QStringList({"名T", "名T.1", "说明", "说明"}));
 }
+
+TEST_F(AddDocuments, AConversionShowsItsProgressAndEndsIt) {
+    makePlan({"T", "T.1"});
+    choose("说明.rtf");
+    bool isShown = false;
+    log.at("Documents.Open", [&] { isShown = longRun.running; });
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_EQ(longRun.shown, QStringList({"添加文档 0", "正在转换“说明.rtf”……"}));
+    EXPECT_TRUE(isShown);
+    EXPECT_FALSE(longRun.running);
+}
+
+TEST_F(AddDocuments, ACancelledConversionLeavesThePlanAsItWasWithoutAWord) {
+    makePlan({"T", "T.1", "T.2", "T.3"});
+    choose("说明.rtf");
+    longRun.cancel = [this] { return log.lines.size() > 1; };
+    log.failAt("Documents.Open", error::invalidCall, u"转换已停止。");
+    EXPECT_EQ(beside("T.1"), Added::cancelled);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2", "T.3"}));
+    EXPECT_EQ(names(), QStringList({"名T", "名T.1", "名T.2", "名T.3"}));
+    EXPECT_EQ(below("T.1"), Added::cancelled) << "also where the reading has ended well";
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2", "T.3"}));
+    EXPECT_TRUE(messages.shown.empty());
+    for (const std::string& line : log.lines) {
+        EXPECT_EQ(line.find("SaveAs"), std::string::npos) << line;
+    }
+    EXPECT_FALSE(longRun.running);
+}
+
+#ifdef Q_OS_UNIX
+// Puts a pipe in the place of the copy: whoever reads it waits until somebody else opens it, too.
+class PipesForCopies : public files::DiskFileSystem {
+public:
+    void CopyFile(const QString&, const QString& target, bool) override {
+        EXPECT_EQ(mkfifo(QFile::encodeName(target).constData(), 0600), 0);
+    }
+};
+
+TEST_F(AddDocuments, ACopiedDocumentIsReadBesideTheDesktopsEvents) {
+    makePlan({"T", "T.1"});
+    choose("说明.doc");
+    state.gFso = std::make_unique<PipesForCopies>();
+    const QByteArray copy = QFile::encodeName(folder.path("用户模板/T/T.1.1.doc"));
+    bool isRead = false;
+    longRun.cancel = [&] {
+        const int pipe = isRead ? -1 : ::open(copy.constData(), O_WRONLY | O_NONBLOCK);
+        if (pipe >= 0) {
+            isRead = true;
+            QFile::remove(QFile::decodeName(copy));
+            folder.write("用户模板/T/T.1.1.doc", "no document");
+            ::close(pipe);
+        }
+        return false;
+    };
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_TRUE(isRead) << "by another thread, which waited for this one";
+    EXPECT_EQ(longRun.shown,
+              (QStringList{"添加文档 0", "“说明.doc”已加入大纲，正在检查它能否照原样放入……"}));
+    EXPECT_EQ(state.Remarks.size(), 1);
+    EXPECT_FALSE(longRun.running);
+}
+#endif
 
 TEST_F(AddDocuments, TheExtensionIsComparedWithoutCaseByItsLastThreeCharacters) {
     makePlan({"T", "T.1"});

@@ -157,7 +157,7 @@ TEST_F(AddingFiles, CancellingLeavesTheRestAndSaysHowMany) {
 TEST_F(AddingFiles, AFileThatIsDoneAsTheUserCancelsIsNotAmongTheRest) {
     bool pressed = false;
     longRun.cancel = [&] { return pressed; };
-    log.at("Documents.Open", [&] { pressed = true; });
+    log.at("OpenedDocument.SaveAs", [&] { pressed = true; });
     const FilesAdded done = addBelow("T.1", {file("甲.rtf"), file("乙.doc")});
     EXPECT_EQ(done.newKeys.size(), 1);
     EXPECT_EQ(done.left, 1);
@@ -173,6 +173,15 @@ TEST_F(AddingFiles, AConversionThatIsCancelledIsNotToldAsRefused) {
     EXPECT_TRUE(done.refused.empty());
     EXPECT_EQ(done.left, 2);
     EXPECT_EQ(onlyBox(), "没有添加任何文档。\n已取消，其余 2 个没有添加。");
+}
+
+TEST_F(AddingFiles, AConversionBesideANodeThatIsCancelledLeavesTheNodesBehindIt) {
+    bool pressed = false;
+    longRun.cancel = [&] { return pressed; };
+    log.at("Documents.Open", [&] { pressed = true; });
+    addFiles(state, workbench, services(), "T.1", {file("甲.rtf")}, AddMode::beside);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2"}));
+    EXPECT_EQ(onlyBox(), "没有添加任何文档。\n已取消，其余 1 个没有添加。");
 }
 
 // A listed plan whose name no statement can hold lets every refresh of the library fail.
