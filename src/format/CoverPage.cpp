@@ -200,6 +200,9 @@ void CoverPage::showLibrary(const jet::Recordset& row) {
 void CoverPage::CoverRefresh() {
     const auto set = [this](jet::Recordset& row) { setAll(row); };
     writeRow(*state_.gDbBidSet, theRow(), set, set);
+    for (TextBox* box : {&TxtWidth, &TxtHeight}) {
+        box->setNote({});
+    }
 }
 
 void CoverPage::setAll(jet::Recordset& row) {

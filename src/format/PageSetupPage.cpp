@@ -44,8 +44,7 @@ PageSetupPage::PageSetupPage(modMain& state, Controls& dialog, desktop::MessageB
 }
 
 void PageSetupPage::connect(desktop::MessageBoxes& messages) {
-    for (TextBox* box : {&txtPageupdis, &TxtPageDownDis, &TxtPageLeftDis, &TxtPageRightdis,
-                         &TxtBind, &Txtheader, &TxtFooter}) {
+    for (TextBox* box : lengths()) {
         checkOnLeaving(*box, pageLength(), messages, [this] { PageFresh(); });
     }
     for (ComboBox* box : {&cmbTextFont, &cmbTextSize}) {
@@ -54,6 +53,11 @@ void PageSetupPage::connect(desktop::MessageBoxes& messages) {
     for (OptionButton* option : {&optSide, &optTop}) {
         option->Click = [this] { PageFresh(); };
     }
+}
+
+std::array<TextBox*, 7> PageSetupPage::lengths() {
+    return {&txtPageupdis, &TxtPageDownDis, &TxtPageLeftDis, &TxtPageRightdis,
+            &TxtBind,      &Txtheader,      &TxtFooter};
 }
 
 void PageSetupPage::Load() {
@@ -121,6 +125,9 @@ void PageSetupPage::PageFresh() {
     setLength(*row, field::headerDistance, Txtheader);
     setLength(*row, field::footerDistance, TxtFooter);
     row->Update();
+    for (TextBox* box : lengths()) {
+        box->setNote({});
+    }
 }
 
 ChildDocumentPage::ChildDocumentPage(modMain& state, Controls& dialog)

@@ -6,6 +6,8 @@
 #include "platform/desktop/MessageBoxes.h"
 #include "store/modMain.h"
 
+#include <array>
+
 namespace qvnd::format {
 
 // The page "页面、正文设置": the one row of 页面设置表. Lengths are centimetres.
@@ -38,6 +40,7 @@ public:
 
 private:
     void connect(desktop::MessageBoxes& messages);
+    std::array<TextBox*, 7> lengths();
     void showRow(const jet::Recordset& row);
     void showGutterSide(const jet::Recordset& row);
     void fallBack();

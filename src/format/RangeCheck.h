@@ -33,8 +33,8 @@ const LengthRange& pictureLength();
 
 // Makes the box check its text when the focus leaves it, and run `write` when the text is taken. A
 // number outside the range is told and reset, which a note at the box says, and nothing is written,
-// the reset value neither;
-// every error, also one of `write`, is told and leaves the box as it is.
+// the reset value neither; `write` takes the notes away of the boxes that it writes. Every error,
+// also one of `write`, is told and leaves the box as it is.
 void checkOnLeaving(TextBox& box, const LengthRange& range, desktop::MessageBoxes& messages,
                     const std::function<void()>& write);
 

@@ -214,6 +214,14 @@ TEST_F(CoverPageTest, ASizeOutsideIsToldTheBoxShowsTenAndNothingIsWritten) {
     EXPECT_EQ(of(u"图片宽度"), u"10"_s);
 }
 
+TEST_F(CoverPageTest, TheNoteOfARefusedSizeGoesWithTheWriteThatStoresIt) {
+    enter(page().TxtWidth, u"41"_s);
+    EXPECT_FALSE(page().TxtWidth.note().isEmpty());
+    page().TxtHeight.leave();
+    EXPECT_EQ(value(u"封面表"_s, u"图片宽度"), u"10"_s);
+    EXPECT_EQ(page().TxtWidth.note(), QString());
+}
+
 TEST_F(CoverPageTest, ASizeThatIsNoNumberIsToldAndStays) {
     for (const auto& wrong : {QString(), u"大"_s}) {
         messages.shown.clear();

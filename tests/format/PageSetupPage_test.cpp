@@ -129,6 +129,28 @@ TEST_F(PageSetupPageTest, BehindARefusalTheBoxSaysWhatWasRefusedAndWhatStandsThe
     EXPECT_EQ(page().txtPageupdis.note(), QString());
 }
 
+TEST_F(PageSetupPageTest, TheNoteGoesWithTheWriteThatStoresTheValue) {
+    enter(page().txtPageupdis, u"99"_s);
+    page().txtPageupdis.leave();
+    EXPECT_EQ(of(u"页边距上"), u"0"_s);
+    EXPECT_EQ(page().txtPageupdis.note(), QString()) << "by leaving the box";
+    enter(page().TxtFooter, u"99"_s);
+    page().cmbTextSize.pick(0);
+    EXPECT_EQ(of(u"距页脚"), u"0"_s);
+    EXPECT_EQ(page().TxtFooter.note(), QString()) << "by any other change of the page";
+    enter(page().TxtBind, u"99"_s);
+    enter(page().TxtBind, u"2"_s);
+    page().TxtBind.type(u"0"_s);
+    EXPECT_EQ(page().TxtBind.note(), QString()) << "this 0 is the user's own";
+}
+
+TEST_F(PageSetupPageTest, AWriteThatFailsLeavesTheNote) {
+    enter(page().txtPageupdis, u"99"_s);
+    empty(pageTable);
+    page().txtPageupdis.leave();
+    EXPECT_FALSE(page().txtPageupdis.note().isEmpty());
+}
+
 TEST_F(PageSetupPageTest, AfterARefusalTheNextChangeOnThePageStoresTheZero) {
     enter(page().TxtPageLeftDis, u"99"_s);
     EXPECT_EQ(of(u"页边距左"), u"1.5"_s);

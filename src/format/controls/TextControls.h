@@ -61,9 +61,12 @@ public:
     // What the user is to know of the text that stands here now; it goes with that text.
     QString note() const { return text() == notedText_ ? note_ : QString(); }
     void setNote(const QString& note) {
+        const bool isNews = note != this->note();
         note_ = note;
         notedText_ = text();
-        show();
+        if (isNews) {
+            show();
+        }
     }
 
     // The dialog's handlers; empty ones do nothing.
