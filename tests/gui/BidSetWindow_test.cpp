@@ -428,5 +428,37 @@ TEST(CoverPreview, ThePictureFillsItsPlaceWhateverItsSizeAndShowsTheFileAsItIs) 
     EXPECT_FALSE(view.hasPicture());
 }
 
+class UndrawablePicture : public format::PictureView {
+public:
+    int tried = 0;
+
+protected:
+    QImage painted(QSize) override {
+        ++tried;
+        return {};
+    }
+};
+
+TEST(CoverPreview, APictureThatCannotBeDrawnIsTriedOnceAFile) {
+    const TemporaryFolder folder;
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    ASSERT_TRUE(image.save(folder.path("a.bmp")));
+    UndrawablePicture view;
+    view.resize(40, 40);
+    view.setPicture(folder.path("a.bmp"));
+    ASSERT_TRUE(view.hasPicture());
+    for (int paint = 0; paint < 3; ++paint) {
+        EXPECT_EQ(view.grab().toImage().pixelColor(20, 20), QColor(Qt::white));
+    }
+    EXPECT_EQ(view.tried, 1);
+    view.setPicture(folder.path("a.bmp"));
+    view.grab();
+    EXPECT_EQ(view.tried, 2) << "another file may have come under that name";
+    view.setPicture({});
+    view.grab();
+    EXPECT_EQ(view.tried, 2);
+}
+
 } // namespace
 } // namespace qvnd::test

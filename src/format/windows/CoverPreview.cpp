@@ -29,6 +29,7 @@ constexpr int margin = 16;
 void PictureView::setPicture(const QString& path) {
     picture_ = path.isEmpty() ? pictures::Picture() : pictures::Picture::fromFile(path);
     shown_ = {};
+    triedAt_ = {};
     update();
 }
 
@@ -36,7 +37,8 @@ void PictureView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
     const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
-    if (hasPicture() && shown_.size() != pixels) {
+    if (hasPicture() && triedAt_ != pixels) {
+        triedAt_ = pixels;
         shown_ = painted(pixels);
     }
     painter.drawImage(rect(), shown_);

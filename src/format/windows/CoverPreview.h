@@ -25,12 +25,14 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // The picture in that many pixels; null when it cannot be drawn. Asked for once a file and
+    // size.
+    virtual QImage painted(QSize pixels);
 
 private:
-    QImage painted(QSize pixels);
-
     pictures::Picture picture_;
-    QImage shown_; // the picture in the size that was painted last
+    QImage shown_;  // the picture in the size that was painted last
+    QSize triedAt_; // that size, also of a picture that could not be drawn
     std::unique_ptr<drawing::FontFaces> fonts_;
 };
 
