@@ -202,6 +202,22 @@ TEST_F(SettingsInHistory, ADecisionNeedsNoWordsAboutWhatTheUserChanged) {
     EXPECT_FALSE(bar().isVisible());
 }
 
+TEST_F(SettingsInHistory, WhileACommandRunsTheBarStaysForLater) {
+    open();
+    act = [](format::frmBidSetWindow& window) {
+        type(window, "TxtOffName", "一建");
+        press(window, "cmdCancel");
+    };
+    choose("mnuBidSet");
+    ASSERT_TRUE(bar().isVisible());
+    world.state.Command.run([this] { control<QPushButton>("noteUndo").click(); });
+    EXPECT_TRUE(bar().isVisible());
+    EXPECT_EQ(setting("封面表", "单位名称"), "一建");
+    control<QPushButton>("noteUndo").click();
+    EXPECT_FALSE(bar().isVisible());
+    EXPECT_EQ(setting("封面表", "单位名称"), "单位名称");
+}
+
 TEST_F(SettingsInHistory, TheBarTakesNoOtherStepBackThanItsOwn) {
     open();
     act = [](format::frmBidSetWindow& window) {

@@ -242,8 +242,11 @@ bool frmBidEdit::isNotedLatest() const {
     return isLatest;
 }
 
-// Never another step than the one that the bar tells of.
+// Never another step than the one that the bar tells of. While a command runs nothing is taken
+// back, and the bar stays for later.
 void frmBidEdit::takeBack() {
+    if (parts_.program.modMain.Command.isRunning())
+        return;
     note_->clear();
     if (!isNotedLatest())
         return;
