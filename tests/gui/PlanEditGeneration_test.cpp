@@ -647,6 +647,19 @@ TEST_F(WindowGenerationOnADisk, AReadOnlyDocumentThatStayedIsNoChangeInTheHistor
     form.reset();
 }
 
+TEST_F(WindowGeneration, TheReportOfAPlanThatIsDeletedMeanwhileIsRefusedInWords) {
+    open();
+    choose("mnuBuildbid");
+    world.state.gDbUser->Execute("DROP TABLE T");
+    choose("mnuBrowseDoc");
+    ASSERT_EQ(tree().outline().tree().Count(), 0);
+    world.messages.shown.clear();
+    choose("mnuReport");
+    EXPECT_EQ(messages(), QStringList{"方案已被删除，它的生成报告不能再显示。"});
+    EXPECT_EQ(form->findChild<generate::FindingsWindow*>("dlgReport"), nullptr);
+    expectUsable();
+}
+
 // The office suite, which converts documents of other formats and draws the PDF
 
 class WindowGenerationWithASuite : public WindowGeneration {

@@ -346,6 +346,11 @@ void frmBidEdit::check() {
 }
 
 void frmBidEdit::report() {
+    if (edit_->TrvEdit.Count() == 0) {
+        parts_.messages.tell(u"方案已被删除，它的生成报告不能再显示。"_s,
+                             desktop::Icon::information, desktop::hintTitle);
+        return;
+    }
     const GenerationReport& told = *edit_->report();
     if (!report_) {
         report_ = new FindingsWindow(u"生成报告"_s, this);
