@@ -128,7 +128,7 @@ void frmBidEdit::bindAtOnce(QAction* action, const Event& event) {
 }
 
 void frmBidEdit::connectMenus() {
-    bind(menus_.mnuBidSet, [this] { parts_.showSettings(); });
+    bind(menus_.mnuBidSet, [this] { setUp(); });
     bind(menus_.mnuBul, [this] { rebuildContents(); });
     connect(menus_.mnuBuildbid, &QAction::triggered, this, &frmBidEdit::generate);
     bindAtOnce(menus_.mnuBrowsebid, [this] { edit_->mnuBrowsebid(); });
