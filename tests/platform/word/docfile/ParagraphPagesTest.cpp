@@ -4,7 +4,6 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/docfile/formatting/FormattingRuns.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>
@@ -190,31 +189,6 @@ TEST(PrcData, OutsideOfTheDataStreamIsRefused) {
     EXPECT_EQ(Bytes(list.begin(), list.end()), hex("AA BB"));
     EXPECT_THROW(decodePrcData(data, 3), FormatError);
     EXPECT_THROW(decodePrcData(data, 0xFFFFFFFF), FormatError);
-}
-
-// The runs of one page that the bin table places from 2048 on.
-FormattingRuns runsOfPage(std::vector<FormattingRun> onPage) {
-    BinTable table;
-    table.entries = {{2048, 1}};
-    table.limitFc = 3000;
-    const Bytes stream(2 * formattingPageSize);
-    return readFormattingRuns(stream, table, [&](ByteView, bool&) { return onPage; });
-}
-
-TEST(FormattingRuns, TextInFrontOfThePagesLooksAsTheirFirstEntryAndIsNotKnown) {
-    const FormattingRuns found = runsOfPage({{2048, 2100, 3}, {2100, 3000, 1}});
-    FormattingLookup lookup(found.runs);
-    const FormattingRun before = lookup.at(100);
-    EXPECT_EQ(before.style, 3);
-    EXPECT_EQ(before.limitFc, 2048U);
-    EXPECT_FALSE(before.known);
-    EXPECT_TRUE(lookup.at(2048).known);
-    EXPECT_EQ(lookup.at(2100).style, 1);
-}
-
-TEST(FormattingRuns, TextInFrontOfAPageWhoseFirstEntryIsLostIsPlain) {
-    const FormattingRuns found = runsOfPage({{2100, 3000, 1}});
-    EXPECT_EQ(FormattingLookup(found.runs).at(100).style, 0);
 }
 
 } // namespace

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <limits>
 #include <set>
-#include <utility>
 
 namespace qvnd::word {
 
@@ -65,18 +64,6 @@ std::vector<FormattingRun> withoutOverlaps(std::vector<FormattingRun> runs) {
     return result;
 }
 
-// Text that lies in front of all pages looks as their first entry says: so other programs show it.
-void reachToTheStart(std::vector<FormattingRun>& runs, const BinTable& table) {
-    const bool hasFirst = !runs.empty() && !table.entries.empty() &&
-                          runs.front().firstFc == table.entries.front().firstFc;
-    if (hasFirst && runs.front().firstFc > 0) {
-        FormattingRun before = runs.front();
-        before.limitFc = std::exchange(before.firstFc, 0);
-        before.known = false;
-        runs.insert(runs.begin(), before);
-    }
-}
-
 } // namespace
 
 FormattingRuns readFormattingRuns(ByteView wordDocument, const BinTable& table,
@@ -97,9 +84,6 @@ FormattingRuns readFormattingRuns(ByteView wordDocument, const BinTable& table,
                       ordered ? limit : std::numeric_limits<std::uint32_t>::max());
     }
     result.runs = withoutOverlaps(std::move(runs));
-    if (ordered) {
-        reachToTheStart(result.runs, table);
-    }
     return result;
 }
 

@@ -27,8 +27,7 @@ struct FormattingRuns {
 };
 
 // The runs of all pages that the bin table names, each page for the text that the table gives it.
-// A bin table out of order is taken as a mere list of pages. Text in front of the first page has
-// the formatting of its first entry, which is not known of it.
+// A bin table out of order is taken as a mere list of pages.
 FormattingRuns readFormattingRuns(ByteView wordDocument, const BinTable& table,
                                   const PageDecoder& decode);
 

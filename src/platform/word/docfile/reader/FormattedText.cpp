@@ -305,7 +305,7 @@ FormattedText readFormattedText(const OpenedDocument& document, const PieceTable
                           u" 页格式数据已损坏，相应文字的格式未能全部读出。");
     }
     if (assembly.lacksFormatting()) {
-        remarks.emplace_back(u"部分文字没有格式记录，格式可能与原文不同。");
+        remarks.emplace_back(u"部分文字没有格式记录，按默认格式读出。");
     }
     return result;
 }
