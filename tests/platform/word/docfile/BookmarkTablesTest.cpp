@@ -60,7 +60,7 @@ TEST(BookmarkTables, BookmarkOutsideTheMainTextIsLeftOutAndNamed) {
     EXPECT_EQ(remarks.at(0), u"书签“header”不在正文中，未读入");
 }
 
-TEST(BookmarkTables, BookmarkWithoutAnEndIsLeftOutAndNamed) {
+TEST(BookmarkTables, BookmarkWhoseEndIsLostStandsAtItsStartAndIsNamed) {
     Sttb names;
     names.entries = {{u"lost", {}}, {u"kept", {}}};
     const Bytes encodedNames = encodeSttb(names);
@@ -70,9 +70,28 @@ TEST(BookmarkTables, BookmarkWithoutAnEndIsLeftOutAndNamed) {
 
     const auto read = decodeBookmarks({encodedNames, starts, ends}, 100, remarks);
 
-    ASSERT_EQ(read.size(), 1U);
-    EXPECT_EQ(read[0].name, u"kept");
-    EXPECT_EQ(remarks.at(0), u"书签“lost”的位置已损坏，未读入");
+    ASSERT_EQ(read.size(), 2U);
+    EXPECT_EQ(read[0].name, u"lost");
+    EXPECT_EQ(read[0].start, 1U);
+    EXPECT_EQ(read[0].end, 1U);
+    EXPECT_EQ(read[1].end, 5U);
+    ASSERT_EQ(remarks.size(), 1U);
+    EXPECT_EQ(remarks[0], u"书签“lost”的结束位置已损坏，只保留了起点");
+}
+
+TEST(BookmarkTables, BookmarkWhoseEndLiesBeforeItOrBehindTheMainTextStandsAtItsStart) {
+    for (const Cp end : {Cp{3}, Cp{101}}) {
+        const BookmarkTables tables =
+            encodeBookmarks(std::vector<Bookmark>{{u"mark", 4, end, 0}}, 200);
+        Remarks remarks;
+        const auto read = decodeBookmarks(viewsOf(tables), 100, remarks);
+        ASSERT_EQ(read.size(), 1U);
+        EXPECT_EQ(read[0].end, 4U);
+        EXPECT_EQ(remarks.size(), 1U);
+    }
+    Remarks remarks;
+    const auto last = std::vector<Bookmark>{{u"at the end", 100, 100, 0}, {u"behind", 100, 101, 0}};
+    EXPECT_EQ(decodeBookmarks(viewsOf(encodeBookmarks(last, 200)), 100, remarks).size(), 1U);
 }
 
 TEST(BookmarkTables, NamesAreNeitherEmptyNorLongerThanTheFormatAllows) {

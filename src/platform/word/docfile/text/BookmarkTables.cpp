@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <string_view>
 
 namespace qvnd::word {
 
@@ -17,6 +18,27 @@ Cp cpAt(ByteView plc, std::size_t index) {
     LittleEndianReader reader(plc, "PlcfBkl");
     reader.seek(index * cpSize);
     return reader.u32();
+}
+
+// Whether the bookmark comes in. One whose end is lost stands at its start.
+bool comesIn(Bookmark& bookmark, bool hasEnd, Cp mainLength, Remarks& remarks) {
+    const auto tell = [&](std::u16string_view what) {
+        remarks.push_back(u"书签“" + bookmark.name + u"”" + std::u16string(what));
+    };
+    if (bookmark.name.empty()) {
+        tell(u"没有名称，未读入");
+        return false;
+    }
+    if (hasEnd && bookmark.start <= bookmark.end && bookmark.end <= mainLength) {
+        return true;
+    }
+    if (bookmark.start >= mainLength) {
+        tell(u"不在正文中，未读入");
+        return false;
+    }
+    tell(u"的结束位置已损坏，只保留了起点");
+    bookmark.end = bookmark.start;
+    return true;
 }
 
 // Indexes of `bookmarks`, by start or by end.
@@ -85,15 +107,11 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
         fbkf.seek((starts + 1) * cpSize + i * fbkfSize);
         const std::size_t endPlace = fbkf.u16();
         Bookmark bookmark{names.entries[i].text, cpAt(tables.starts, i), 0, fbkf.u16()};
-        bookmark.end = endPlace < ends ? cpAt(tables.ends, endPlace) : 0;
+        const bool hasEnd = endPlace < ends;
+        bookmark.end = hasEnd ? cpAt(tables.ends, endPlace) : 0;
         bookmark.name.resize(std::min(bookmark.name.size(), longestName));
-        const bool sound =
-            endPlace < ends && bookmark.start <= bookmark.end && !bookmark.name.empty();
-        if (sound && bookmark.end <= mainLength) {
+        if (comesIn(bookmark, hasEnd, mainLength, remarks)) {
             bookmarks.push_back(std::move(bookmark));
-        } else {
-            remarks.push_back(u"书签“" + bookmark.name +
-                              (sound ? u"”不在正文中，未读入" : u"”的位置已损坏，未读入"));
         }
     }
     if (starts != names.entries.size()) {
