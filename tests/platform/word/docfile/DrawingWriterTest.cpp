@@ -321,6 +321,21 @@ TEST_F(DrawingWriter, ShapesThatComeInFrontAreInFront) {
     EXPECT_EQ(textsOf(read()).at(0), u"in front\r");
 }
 
+TEST_F(DrawingWriter, TextThatComesInFrontMovesTheShapesThatWereThere) {
+    add(u"a", drawing());
+    add(u"b", drawingOfText(addText(u"text\r")));
+    writer.saveAs(path, builder.content);
+    builder.add({plain(u"in front\r")});
+    std::rotate(builder.content.main.begin(), builder.content.main.end() - 2,
+                builder.content.main.end() - 1);
+    writer.save(builder.content);
+    expectAsWrittenAtOnce();
+    const std::vector<Anchor> anchors = anchorsOf(read().main);
+    ASSERT_EQ(anchors.size(), 2U);
+    EXPECT_EQ(anchors[0].at, 10U);
+    EXPECT_EQ(anchors[1].at, 13U);
+}
+
 TEST_F(DrawingWriter, BothPartsOfTheTextGetShapesWithEverySave) {
     writer.saveAs(path, builder.content);
     for (unsigned i = 0; i < 700; ++i) {

@@ -2,13 +2,21 @@
 
 #include "platform/word/docfile/document/StoryParts.h"
 
+#include <algorithm>
+
 namespace qvnd::word {
 
 namespace {
 
 template <class Mark>
 std::vector<Mark> marksOf(const SlicedText& text, std::vector<Mark> Story::*marks) {
+    std::size_t most = 0;
+    for (const StorySlice& slice : text) {
+        const std::size_t ofFragment = ((*slice.fragment).*marks).size();
+        most += std::min<std::size_t>(ofFragment, slice.length);
+    }
     std::vector<Mark> result;
+    result.reserve(most);
     Cp at = 0;
     for (const StorySlice& slice : text) {
         if (!((*slice.fragment).*marks).empty()) {

@@ -73,12 +73,12 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
         textOf(sideParts[i].part) = std::move(text.slices);
     }
     EncodedHeaders headers = encodeHeaders(content.separators, content.headers, mark_);
-    parts.drawings = gatherDrawings(anchors, tables, mark_);
-    parts.headerDrawings = gatherDrawings(anchorsOf(headers.text), tables, mark_);
+    parts.drawings = &mainDrawings_.gather(anchors, tables);
+    parts.headerDrawings = &headerDrawings_.gather(anchorsOf(headers.text), tables);
     parts.plcfHdd = std::move(headers.plcfHdd);
     textOf(TextPart::headers) = std::move(headers.text);
-    textOf(TextPart::textBoxes) = parts.drawings.slices;
-    textOf(TextPart::headerTextBoxes) = parts.headerDrawings.slices;
+    textOf(TextPart::textBoxes) = parts.drawings->slices;
+    textOf(TextPart::headerTextBoxes) = parts.headerDrawings->slices;
     for (const TextPartFacts& facts : textParts) {
         parts.lengths.*facts.length = lengthOf(textOf(facts.part));
         append(parts.side, textOf(facts.part));
@@ -133,7 +133,7 @@ void DocumentSession::writeDrawings(const DocumentContent& content, const Parts&
         [this](const DataBlob& entry) { return word_.placeOfPicture(entry); },
         [this](const EmbeddedObjectRef& object) { return objects_.numberOf(object); }};
     const DrawingEncoder::Encoded drawings =
-        drawings_.encode(parts.drawings, parts.lengths.text, parts.headerDrawings,
+        drawings_.encode(*parts.drawings, parts.lengths.text, *parts.headerDrawings,
                          parts.lengths.headers, content.tables, stores);
     const auto put = [&](TextPart part, FibPair breaks, const DrawingTables& tables) {
         table_.put(factsOf(part).references->pair, tables.anchors);

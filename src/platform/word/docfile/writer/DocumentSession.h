@@ -42,8 +42,8 @@ private:
         PartLengths lengths;
         std::array<std::vector<SideReference>, sideParts.size()> references;
         Bytes plcfHdd;
-        DrawingPart drawings;       // those of the main story
-        DrawingPart headerDrawings; // those of the headers
+        const DrawingPart* drawings = nullptr;       // those of the main story
+        const DrawingPart* headerDrawings = nullptr; // those of the headers
         // All of them, one behind the other; a document with any ends in one more mark.
         SlicedText side;
 
@@ -79,6 +79,8 @@ private:
     BulletPictureText bullets_;
     std::shared_ptr<const Story> mark_ = lonelyMark(); // closes parts and headers
     ListDefinitionEncoder listDefinitions_;
+    DrawingGathering mainDrawings_{mark_};
+    DrawingGathering headerDrawings_{mark_};
     DrawingEncoder drawings_;
     std::vector<Bookmark> marks_;
     bool started_ = false;    // written at least once

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 // The drawings of a document in the order in which a file has them.
@@ -37,9 +39,26 @@ struct DrawingPart {
     Cp length = 0; // with the mark that closes the part; 0 when there is no text
 };
 
-// `closing`: a story of one paragraph mark, the same with every save.
-DrawingPart gatherDrawings(std::span<const Anchor> anchors, const DocumentTables& tables,
-                           const std::shared_ptr<const Story>& closing);
+// Gathers the drawings of one part of a growing document, save after save: what was there with the
+// call before is not gathered again. All calls get the same tables.
+class DrawingGathering {
+public:
+    // `closing`: a story of one paragraph mark, behind the texts of the part.
+    explicit DrawingGathering(std::shared_ptr<const Story> closing)
+        : closing_(std::move(closing)) {}
+
+    // Valid until the next call.
+    const DrawingPart& gather(std::span<const Anchor> anchors, const DocumentTables& tables);
+
+private:
+    bool goesOn(std::span<const Anchor> anchors);
+    void add(const Anchor& anchor, const DocumentTables& tables);
+
+    std::shared_ptr<const Story> closing_;
+    DrawingPart part_;
+    std::vector<std::uint32_t> copies_; // by drawing, how often it has been placed
+    std::unordered_set<CopyKey> known_; // texts that have their place
+};
 
 // Calls `visit` with each shape of the drawing that shows a text, and the first text that it names.
 template <class Visit>
