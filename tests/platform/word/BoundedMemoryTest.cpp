@@ -25,6 +25,8 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 namespace qvnd::word {
 namespace {
 
@@ -278,9 +280,9 @@ TEST(BoundedMemory, HeadersThatLieOverEachOther) {
     for (Cp i = 0; i < sections; ++i) {
         file.sections.push_back({1, {}});
     }
-    std::vector<std::uint32_t> stories;
-    for (Cp i = 0; i < 6 * (sections + 1) + 1; ++i) {
-        stories.push_back(i % 2 == 0 ? 0 : length - 1);
+    std::vector<std::uint32_t> stories(6 * (sections + 1) + 1);
+    for (std::size_t i = 1; i < stories.size(); i += 2) {
+        stories[i] = length - 1;
     }
     stories.push_back(length);
     file.parts[FibPair::PlcfHdd] = encodePlc(stories, {});
@@ -294,10 +296,8 @@ TEST(BoundedMemory, NotesAtOnePlace) {
     file.pieces[0].compressed = true;
     file.lengths.text = 2;
     file.lengths.footnotes = notes + 2;
-    std::vector<std::uint32_t> texts;
-    for (Cp i = 0; i < notes + 2; ++i) {
-        texts.push_back(i);
-    }
+    std::vector<std::uint32_t> texts(notes + 2);
+    std::iota(texts.begin(), texts.end(), 0U);
     std::vector<std::uint32_t> references(notes, 0);
     references.push_back(2);
     file.parts[FibPair::PlcffndRef] = encodePlc(references, Bytes(std::size_t{2} * notes));
@@ -333,7 +333,7 @@ TEST(BoundedMemory, DefaultsOfAllShapes) {
         defaults.set(opid, opid);
     }
     std::vector<Bytes> members;
-    for (std::uint32_t i = 0; i < 10'000; ++i) {
+    for (std::uint32_t i = 0; i < 5'000; ++i) {
         ShapeBytes member;
         member.id = 1025 + i;
         member.anchor.reset();

@@ -64,7 +64,7 @@ private:
     int damagedMembers_ = 0;
     int withoutDefaults_ = 0;
     CopyBudget budget_;                          // of pictures
-    CopyBudget inherited_{std::size_t{8} << 20}; // of defaults that are written into shapes
+    CopyBudget inherited_{std::size_t{2} << 20}; // of defaults that are written into shapes
     std::unordered_map<const EmbeddedObject*, std::uint32_t> objectPlaces_; // in the tables
     std::uint32_t indexedObjects_ = 0; // how many of the tables' stand there
 };
