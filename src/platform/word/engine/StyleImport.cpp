@@ -105,6 +105,7 @@ StyleIndex StyleImport::bring(StyleIndex istd) {
         style.sti = StyleDefinition::userDefined;
     }
     style.name = match_.freeName(style.name);
+    style.aliases = match_.freeAliases(style.aliases);
     style.basedOn = StyleDefinition::none;
     styles[place] = style;
     places_[istd] = place;

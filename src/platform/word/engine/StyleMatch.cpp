@@ -1,6 +1,7 @@
 #include "platform/word/engine/StyleMatch.h"
 
 #include "platform/error/Utf8.h"
+#include "platform/word/docfile/styles/StyleSheetRepair.h"
 #include "platform/word/formatting/BuiltInStyles.h"
 
 namespace qvnd::word {
@@ -29,6 +30,13 @@ void StyleMatch::add(StyleIndex index, const StyleDefinition& style) {
     }
     named_.emplace(std::pair(style.kind, style.name), index);
     names_.insert(style.name);
+    aliasesThat(style.aliases,
+                [this](const std::u16string& alias) { return names_.insert(alias).second; });
+}
+
+std::u16string StyleMatch::freeAliases(const std::u16string& aliases) const {
+    return aliasesThat(aliases,
+                       [this](const std::u16string& alias) { return !names_.contains(alias); });
 }
 
 std::optional<StyleIndex> StyleMatch::find(const StyleDefinition& style) const {

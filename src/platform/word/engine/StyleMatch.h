@@ -25,11 +25,13 @@ public:
     std::optional<StyleIndex> find(const StyleDefinition& style) const;
     // `name` when no style bears it, else with the first free number behind it.
     std::u16string freeName(const std::u16string& name) const;
+    // Those of the aliases, joined by ",", that no style bears as a name or an alias.
+    std::u16string freeAliases(const std::u16string& aliases) const;
 
 private:
     std::map<std::pair<StyleKind, std::uint16_t>, StyleIndex> builtIn_;
     std::map<std::pair<StyleKind, std::u16string>, StyleIndex> named_;
-    std::unordered_set<std::u16string> names_;
+    std::unordered_set<std::u16string> names_; // aliases included
 };
 
 } // namespace qvnd::word

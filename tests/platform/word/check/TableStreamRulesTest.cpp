@@ -129,6 +129,16 @@ TEST_F(StyleRules, NamesMustBeThereAndBeUnique) {
     EXPECT_EQ(rules(), Rules{"style.name"});
 }
 
+TEST_F(StyleRules, AliasesMustNotBeNamesOfOthers) {
+    style(16).aliases = u"text,Plain";
+    EXPECT_EQ(rules(), Rules{});
+    style(16).aliases = u"text,Strong";
+    EXPECT_EQ(rules(), Rules{"style.unique"});
+    style(16).aliases = u"text";
+    style(1).aliases = u"h1,text";
+    EXPECT_EQ(rules(), Rules{"style.unique"});
+}
+
 TEST_F(StyleRules, PropertiesAreChecked) {
     style(16).character = document.lists.intern(withSprm16({}, sprm::CRgFtc0, 9));
     EXPECT_EQ(rules(), Rules{"sprm.font"});

@@ -288,7 +288,9 @@ TEST(TableRules, EdgesOfCellsMustNotDecrease) {
     SoundDocument document;
     constexpr std::size_t secondEdge = 2 + 1 + 2; // in the operand
     Bytes row = rowDefinition(2);
-    const std::size_t operand = findSprm(row, sprm::TDefTable)->operandOffset;
+    const auto definition = findSprm(row, sprm::TDefTable);
+    ASSERT_TRUE(definition);
+    const std::size_t operand = definition->operandOffset;
     put16(row, operand + secondEdge, 0);
     document.setParagraph(u"\a\x13", row);
     EXPECT_EQ(brokenRules(document.bytes()), Rules{});

@@ -80,6 +80,17 @@ TEST_F(StyleSheetTable, AListThatAStyleHasNoRoomForIsCutBetweenEntriesAndTold) {
     EXPECT_EQ(remarks, Remarks{u"样式表第 15 项的格式过于繁复，只读入了一部分"});
 }
 
+TEST_F(StyleSheetTable, AnAliasThatAnotherStyleBearsGoes) {
+    StyleDefinition first = named(u"First", StyleKind::paragraph);
+    first.aliases = u"one,Second,1st";
+    StyleDefinition second = named(u"Second", StyleKind::paragraph);
+    second.aliases = u"two,one";
+    const StyleSheet read = throughFile(sheetOf({{15, first}, {16, second}}));
+    EXPECT_EQ(read.styles[15]->aliases, u"one,1st");
+    EXPECT_EQ(read.styles[16]->aliases, u"two");
+    EXPECT_EQ(read.styles[16]->name, u"Second");
+}
+
 TEST_F(StyleSheetTable, ANameLeavesRoomForANumberBehindIt) {
     const StyleSheet read =
         throughFile(sheetOf({{15, named(std::u16string(300, u'名'), StyleKind::paragraph)}}));

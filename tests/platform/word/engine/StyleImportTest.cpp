@@ -59,6 +59,20 @@ TEST(ImportedStyles, ACharacterStyleKeepsItsOwnListWhereItsBaseHasNoRoomInIt) {
     EXPECT_EQ(result.leftOut[0], u"格式 1 种过于繁复，只带入了一部分");
 }
 
+TEST(ImportedStyles, NamesAndAliasesThatTheTargetHasAsEitherAreNotTakenTwice) {
+    SourceDocument source;
+    StyleDefinition quote = own(StyleKind::paragraph, u"h1");
+    quote.aliases = u"h2,正文,new";
+    source.paragraph(u"x", source.addStyle(quote));
+    ImportTarget target;
+    StyleDefinition heading = own(StyleKind::paragraph, u"章");
+    heading.aliases = u"h1,h2";
+    target.tables.styles.styles.push_back(heading);
+    target.import(source.document());
+    EXPECT_EQ(target.styleOfParagraph().name, u"h1_2");
+    EXPECT_EQ(target.styleOfParagraph().aliases, u"new");
+}
+
 TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
     SourceDocument source;
     const StyleIndex letters = source.addStyle(own(StyleKind::character, u"字"));

@@ -2,7 +2,9 @@
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
 
+#include <algorithm>
 #include <set>
+#include <string>
 
 namespace qvnd::word {
 
@@ -164,6 +166,17 @@ void checkReferences(const CheckedStyles& styles, std::size_t istd, Findings& fi
     }
 }
 
+// A name with its aliases behind it, apart.
+std::set<std::u16string> namesAndAliases(const std::u16string& whole) {
+    std::set<std::u16string> names;
+    for (std::size_t begin = 0; begin < whole.size();) {
+        const std::size_t end = std::min(whole.find(u',', begin), whole.size());
+        names.insert(whole.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return names;
+}
+
 } // namespace
 
 void checkStyles(Evidence& evidence, Findings& findings) {
@@ -184,8 +197,10 @@ void checkStyles(Evidence& evidence, Findings& findings) {
                 evidence.styleProperties.push_back(
                     {nameOf(istd, *styles[istd]), upx.place, upx.content});
             }
-            if (!names.insert(styles[istd]->name).second) {
-                findings.add("style.unique", nameOf(istd, *styles[istd]) + u"的名称重复");
+            for (const std::u16string& name : namesAndAliases(styles[istd]->name)) {
+                if (!names.insert(name).second) {
+                    findings.add("style.unique", nameOf(istd, *styles[istd]) + u"的名称重复");
+                }
             }
         }
     }

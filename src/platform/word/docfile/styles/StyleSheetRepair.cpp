@@ -1,5 +1,6 @@
 #include "platform/word/docfile/styles/StyleSheetRepair.h"
 
+#include <algorithm>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -23,6 +24,11 @@ public:
             giveName(style, istd);
             checkOwnBase(style, istd);
             checkOthers(style, istd);
+        });
+        forEachStyle([this](StyleDefinition& style, std::size_t) {
+            style.aliases = aliasesThat(style.aliases, [this](const std::u16string& alias) {
+                return names_.try_emplace(alias, 1).second;
+            });
         });
         // Only now each base is one, so that no style suffers for what is wrong with its base's.
         forEachStyle([this](StyleDefinition& style, std::size_t istd) { checkWay(style, istd); });
@@ -136,6 +142,20 @@ private:
 };
 
 } // namespace
+
+std::u16string aliasesThat(std::u16string_view aliases,
+                           const std::function<bool(const std::u16string&)>& isFree) {
+    std::u16string kept;
+    for (std::size_t begin = 0; begin < aliases.size();) {
+        const std::size_t end = std::min(aliases.find(u',', begin), aliases.size());
+        const std::u16string alias(aliases.substr(begin, end - begin));
+        if (!alias.empty() && isFree(alias)) {
+            kept += (kept.empty() ? u"" : u",") + alias;
+        }
+        begin = end + 1;
+    }
+    return kept;
+}
 
 void repairStyleSheet(StyleSheet& sheet, Remarks& remarks) { Repair(sheet, remarks).run(); }
 
