@@ -52,7 +52,8 @@ class Words {
 public:
     Words(const history::CommandFrame& frame, const QList<Change>& changes, const OutlineNow& rows)
         : frame_(frame), changes_(changes), rows_(rows),
-          isDeletion_(frame.caption.contains(u"删除"_s)) {
+          isDeletion_(frame.caption.contains(u"删除"_s)),
+          isRenaming_(frame.caption.contains(u"重命名"_s) || frame.caption.contains(u"放回"_s)) {
         for (const Change& change : changes) {
             const Place place = placeOf(change);
             if (change.kind == Kind::tableDropped) {
@@ -62,6 +63,10 @@ public:
             } else if (change.kind == Kind::rowAdded && isOutlineRow(change)) {
                 came_[place] << change.name;
                 keysThatCame_[place] << change.key;
+            } else if (change.kind == Kind::rowAdded && change.table == u"遍历表"_s) {
+                listed_[place] << change.name;
+            } else if (isTakenOver(change)) {
+                came_[place] << change.name;
             } else if (change.kind == Kind::rowRemoved) {
                 keysThatWent_[place] << change.key;
             }
@@ -113,17 +118,21 @@ private:
         }
         return shortest;
     }
+    // A row under whose key there is another node now; a command that renames wants just that.
+    bool isTakenOver(const Change& change) const {
+        return change.kind == Kind::rowChanged && isOutlineRow(change) && !isDropped(change) &&
+               !change.nameBefore.isEmpty() && !isRenaming_;
+    }
     // A row that was moved is gone under its old key and there under a new one.
     void tellRows() {
         QStringList gone;
         QMap<Place, QStringList> arrived = came_;
         for (const Change& change : changes_) {
-            if (change.kind != Kind::rowRemoved || !isOutlineRow(change) || isDropped(change) ||
-                isAskedFor(change)) {
-                continue;
-            }
-            if (!arrived[placeOf(change)].removeOne(change.name)) {
-                gone << change.name;
+            const bool isGone = change.kind == Kind::rowRemoved && isOutlineRow(change) &&
+                                !isDropped(change) && !isAskedFor(change);
+            const QString& name = isGone ? change.name : change.nameBefore;
+            if ((isGone || isTakenOver(change)) && !arrived[placeOf(change)].removeOne(name)) {
+                gone << name;
             }
         }
         if (!gone.isEmpty()) {
@@ -216,6 +225,17 @@ private:
         if (!forgotten.isEmpty()) {
             sentences_ << u"文件夹或表已不在，因此不再记录大纲：%1"_s.arg(listed(forgotten));
         }
+        QStringList unlisted;
+        for (const Place place : {Place::plans, Place::templates}) {
+            for (const QString& outline : outlinesIn(made_[place])) {
+                if (!isStart_ && !listed_[place].contains(outline) && !unlisted.contains(outline)) {
+                    unlisted << outline;
+                }
+            }
+        }
+        if (!unlisted.isEmpty()) {
+            sentences_ << u"留下了没有列出的大纲：%1"_s.arg(listed(unlisted));
+        }
         const QStringList adopted =
             outlinesIn(made_[Place::plans]) + outlinesIn(made_[Place::templates]);
         if (isStart_ && !adopted.isEmpty()) {
@@ -261,10 +281,12 @@ private:
     const QList<Change>& changes_;
     const OutlineNow& rows_;
     bool isDeletion_;
+    bool isRenaming_;
     bool isStart_ = frame_.caption == history::caption::start;
     QMap<Place, QStringList> dropped_;
     QMap<Place, QStringList> made_;
-    QMap<Place, QStringList> came_; // names of rows
+    QMap<Place, QStringList> came_;   // names of rows
+    QMap<Place, QStringList> listed_; // outlines that came into the list
     QMap<Place, QSet<QString>> keysThatCame_;
     QMap<Place, QSet<QString>> keysThatWent_;
     QStringList sentences_;

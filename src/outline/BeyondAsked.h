@@ -16,6 +16,8 @@ namespace qvnd::outline {
 //
 // - rows that went although neither the selected node nor a node below it is theirs, and that did
 //   not come back under another key: "同时移除了 5 个节点：…";
+// - nodes whose key another one has taken, unless the command is there to rename;
+// - outlines that stand in no list, as the command that made them has failed;
 // - a document node that went because its file was missing;
 // - nodes that are left without a node above them, and so are not shown any more;
 // - outlines that a refresh has forgotten, and those that the start has found in their folders;

@@ -118,8 +118,29 @@ TEST(BeyondAsked, OnlyTheStartTellsTheOutlinesThatItFound) {
                                 table(made, plansFile, "temp"), table(made, plansFile, "丙Org"),
                                 table(made, templatesFile, "模")};
     EXPECT_EQ(ofCommand("启动", changes), "列入了文件夹中的大纲：乙、丙Org、模");
-    EXPECT_EQ(ofCommand("新建", changes), "");
+    EXPECT_EQ(ofCommand("存入方案模板", {table(made, templatesFile, "模"),
+                                         row(added, templatesFile, "遍历表", {}, "模")}),
+              "");
     EXPECT_EQ(ofCommand("启动", {table(made, plansFile, "temp")}), "");
+}
+
+TEST(BeyondAsked, AnOutlineThatNoListNamesIsTold) {
+    const auto made = Change::Kind::tableMade;
+    EXPECT_EQ(ofCommand("存入方案模板",
+                        {table(made, templatesFile, "模"), table(made, templatesFile, "temp")}),
+              "留下了没有列出的大纲：模");
+}
+
+TEST(BeyondAsked, ANodeWhoseKeyAnotherOneTakesIsToldUnlessItStandsElsewhereNow) {
+    Change taken = row(Change::Kind::rowChanged, plansFile, "甲", "甲.4", "新");
+    taken.nameBefore = "三";
+    EXPECT_EQ(ofCommand("添加同级文件夹", {taken}), "同时移除了 1 个节点：三");
+    EXPECT_EQ(ofCommand("重命名", {taken}), "");
+    EXPECT_EQ(ofCommand("放回", {taken}), "");
+    Change swapped = row(Change::Kind::rowChanged, plansFile, "甲", "甲.5", "三");
+    swapped.nameBefore = "新";
+    EXPECT_EQ(ofCommand("拖放", {taken, swapped}), "");
+    EXPECT_EQ(ofCommand("拖放", {taken, row(added, plansFile, "甲", "甲.9", "三")}), "");
 }
 
 TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {

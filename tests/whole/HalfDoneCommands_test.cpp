@@ -62,6 +62,7 @@ TEST_F(HalfDone, AFolderWhoseKeyAFollowingRowHasTakesThatRowsPlace) {
     planner.click("甲.1");
     const auto step = record("添加同级文件夹", [&] { EXPECT_EQ(addFolder(), Added::failed); });
     EXPECT_EQ(keys(), (QStringList{"甲", "甲.1", "甲.4", "甲.3"}));
+    EXPECT_EQ(step.note, "同时移除了 1 个节点：三");
     EXPECT_TRUE(changesOf(step).join('\n').contains("三"))
         << changesOf(step).join('\n').toStdString();
 }
@@ -144,8 +145,9 @@ TEST_F(HalfDone, APlanOfWhichADocumentIsOpenLosesItsTablesAndKeepsItsFolder) {
     const test::HeldLock open(planner.folder.path(fileOf("甲.1")), test::LockKind::whole);
     planner.click("甲");
     planner.messages.shown.clear();
-    recordAheadOfTheStart("删除",
-                          [&] { EXPECT_EQ(planner.deleteNode(), outline::Deleted::failed); });
+    const auto step = recordAheadOfTheStart(
+        "删除", [&] { EXPECT_EQ(planner.deleteNode(), outline::Deleted::failed); });
+    EXPECT_EQ(step.note, QString());
     EXPECT_EQ(told(), "请先关闭正在使用与此工程相关的内容！");
     EXPECT_FALSE(planner.state().gDbUser->TableDefs().Contains("甲"));
     EXPECT_TRUE(planner.folder.exists(fileOf("甲.1")));
@@ -155,7 +157,8 @@ TEST_F(HalfDone, ADeletedPlanOfWhichADocumentIsOpenKeepsItsFolder) {
     haveRows({{"甲.1", "文", "是"}});
     const test::HeldLock open(planner.folder.path(fileOf("甲.1")), test::LockKind::whole);
     planner.click("甲");
-    recordAheadOfTheStart("删除当前方案", [&] { planner.deletePlan(); });
+    const auto step = recordAheadOfTheStart("删除当前方案", [&] { planner.deletePlan(); });
+    EXPECT_EQ(step.note, QString());
     EXPECT_FALSE(planner.state().gDbUser->TableDefs().Contains("甲"));
     EXPECT_TRUE(planner.folder.exists(fileOf("甲.1")));
 }
@@ -165,8 +168,10 @@ TEST_F(HalfDone, ASubtreeOfAPlanWithoutItsDatabaseIsGoneFromTheTableAlone) {
     loseThePlansDatabase();
     planner.click("甲.2");
     planner.messages.shown.clear();
-    record("删除", [&] { EXPECT_EQ(planner.deleteNode(), outline::Deleted::failed); });
+    const auto step =
+        record("删除", [&] { EXPECT_EQ(planner.deleteNode(), outline::Deleted::failed); });
     EXPECT_FALSE(told().isEmpty());
+    EXPECT_EQ(step.note, QString());
     EXPECT_EQ(keys(), (QStringList{"甲", "甲.1", "甲.3"}));
 }
 
@@ -174,6 +179,7 @@ TEST_F(HalfDone, InformationOfAPlanWithoutItsDatabaseStandsInTheCentralTableAlon
     loseThePlansDatabase();
     const auto step = record("工程信息", [&] { test::PlannersDesk(planner).information("别人"); });
     EXPECT_EQ(told(), "更新失败！");
+    EXPECT_EQ(step.note, QString());
     EXPECT_TRUE(changesOf(step).join('\n').contains("“甲Org”中的记录"));
 }
 
@@ -196,15 +202,20 @@ TEST_F(HalfDone, APlanWhoseFolderIsNotToBeReplacedIsTheOpenOneAllTheSame) {
             ->Get(u"名称")
             .TextOrEmpty();
     };
-    recordAheadOfTheStart("新建方案", [&] { EXPECT_FALSE(planner.newPlan("乙", false)); });
+    const auto step =
+        recordAheadOfTheStart("新建方案", [&] { EXPECT_FALSE(planner.newPlan("乙", false)); });
+    EXPECT_EQ(step.note, QString());
+    EXPECT_TRUE(step.isMinor);
     EXPECT_EQ(openPlan(), "乙");
 }
 
 TEST_F(HalfDone, APlanWhoseTemplateFolderCannotBeMadeLeavesATableThatNoListNames) {
     haveRows({{"甲.1", "文", "是"}});
     planner.folder.write("Sys/标书模板/甲", "in the way");
-    record("存入方案模板",
-           [&] { EXPECT_EQ(planner.storeTemplate().result, outline::Stored::failed); });
+    const auto step = record("存入方案模板", [&] {
+        EXPECT_EQ(planner.storeTemplate().result, outline::Stored::failed);
+    });
+    EXPECT_EQ(step.note, "留下了没有列出的大纲：甲");
     EXPECT_TRUE(planner.state().gDbTemplate->TableDefs().Contains("甲"));
     EXPECT_TRUE(planner.state().gDbTemplate->OpenRecordset("Select * from 遍历表")->Eof());
     EXPECT_EQ(planner.storeTemplate().result, outline::Stored::alreadyThere);
