@@ -49,6 +49,7 @@ TEST_F(LossySetting, LookingAtASettingLibraryWritesItsBoxesAndOptionsIntoTheWork
     EXPECT_NE(valueOf("页眉页脚表", "是否带页眉"), mine);
     EXPECT_EQ(valueOf("页眉页脚表", "页眉内容"), "我的页眉") << "texts wait for the user";
     EXPECT_TRUE(told(step).contains("改动“页眉页脚表”中的记录")) << told(step).toStdString();
+    EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：是否带页眉由“否”改为“是”。");
 }
 
 TEST_F(LossySetting, SavingASettingLibraryShowsTheFirstOneOverWhatTheUserHasSet) {
@@ -65,6 +66,7 @@ TEST_F(LossySetting, SavingASettingLibraryShowsTheFirstOneOverWhatTheUserHasSet)
     EXPECT_NE(valueOf("第三眉脚", "是否带页眉"), first);
     EXPECT_EQ(valueOf("页眉页脚表", "是否带页眉"), first);
     EXPECT_TRUE(told(step).contains("新建大纲或表 第三页面")) << told(step).toStdString();
+    EXPECT_EQ(step.note, QString());
 }
 
 TEST_F(LossySetting, LookingAtACoverLibraryWritesItsPictureIntoTheWorkingTable) {
@@ -79,6 +81,7 @@ TEST_F(LossySetting, LookingAtACoverLibraryWritesItsPictureIntoTheWorkingTable) 
     const auto step = inTheDialog([](Form& form) { form.coverLibrary.lstcover.click(0); });
     EXPECT_EQ(valueOf("封面表", "图片"), "桥.bmp");
     EXPECT_TRUE(told(step).contains("改动“封面表”中的记录")) << told(step).toStdString();
+    EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：图片由“路.bmp”改为“桥.bmp”。");
 }
 
 TEST_F(LossySetting, ASettingLibraryThatIsHalfThereGetsTheTablesBeforeTheOneThatIsTaken) {
@@ -89,6 +92,7 @@ TEST_F(LossySetting, ASettingLibraryThatIsHalfThereGetsTheTablesBeforeTheOneThat
     EXPECT_FALSE(hasTable("常用眉脚"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
     EXPECT_TRUE(told(step).contains("新建大纲或表 常用章节")) << told(step).toStdString();
+    EXPECT_EQ(step.note, QString());
 }
 
 TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt) {
@@ -99,6 +103,7 @@ TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt
     EXPECT_TRUE(hasTable("常用页面"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
     EXPECT_TRUE(told(step).contains("删去大纲或表 常用章节")) << told(step).toStdString();
+    EXPECT_EQ(step.note, QString());
 }
 
 TEST_F(LossySetting, ANewCustomPageOverwritesTheDocumentThatADeletedOneHasLeft) {
@@ -141,6 +146,7 @@ TEST_F(LossySetting, ASimilarDocumentGoesIntoTheFileOfTheSelectedOne) {
     });
     EXPECT_NE(planner.folder.read("Sys/用户模板/甲/甲.1.doc"), own);
     EXPECT_TRUE(told(step).contains("改写文件")) << told(step).toStdString();
+    EXPECT_EQ(step.note, "覆盖了 1 个文件：甲.1.doc");
 }
 
 // The copy in a plan's folder follows the central table, also where somebody has brought a newer
