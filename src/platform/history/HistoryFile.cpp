@@ -69,6 +69,7 @@ QList<Step> stepsIn(Statement& rows) {
     while (rows.Step()) {
         steps << stepIn(rows);
     }
+    rows.Reset();
     return steps;
 }
 
@@ -120,10 +121,18 @@ void HistoryFile::run(const QByteArray& sql, const QStringList& values) {
     statement.Run();
 }
 
+Statement& HistoryFile::prepared(const QByteArray& sql) {
+    Statement& statement = sql_.Prepared(sql);
+    statement.Reset();
+    return statement;
+}
+
 Position HistoryFile::position() {
-    Statement row(sql_, "SELECT head,tip,last FROM state");
+    Statement& row = prepared("SELECT head,tip,last FROM state");
     row.Step();
-    return {row.Number(0), row.Number(1), row.Number(2)};
+    const Position position{row.Number(0), row.Number(1), row.Number(2)};
+    row.Reset();
+    return position;
 }
 
 void HistoryFile::setPosition(const Position& position) {
@@ -182,7 +191,7 @@ void HistoryFile::addChange(std::int64_t step, const DatabaseChange& change) {
 }
 
 std::optional<Step> HistoryFile::step(std::int64_t id) {
-    Statement rows(sql_, QByteArray(stepColumns) + "WHERE id=?1");
+    Statement& rows = prepared(QByteArray(stepColumns) + "WHERE id=?1");
     rows.Bind(1, id);
     const QList<Step> found = stepsIn(rows);
     return found.isEmpty() ? std::nullopt : std::optional(found.first());
@@ -218,22 +227,25 @@ QList<Change> HistoryFile::changesOf(std::int64_t step) {
 }
 
 QList<FileChange> HistoryFile::filesOf(std::int64_t step) {
-    Statement rows(sql_, "SELECT path,before,after FROM file_steps WHERE step=?1 ORDER BY path");
+    Statement& rows =
+        prepared("SELECT path,before,after FROM file_steps WHERE step=?1 ORDER BY path");
     rows.Bind(1, step);
     QList<FileChange> changes;
     while (rows.Step()) {
         changes << FileChange{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
     }
+    rows.Reset();
     return changes;
 }
 
 QList<DatabaseChange> HistoryFile::databasesOf(std::int64_t step) {
-    Statement rows(sql_, "SELECT path,delta FROM database_steps WHERE step=?1 ORDER BY path");
+    Statement& rows = prepared("SELECT path,delta FROM database_steps WHERE step=?1 ORDER BY path");
     rows.Bind(1, step);
     QList<DatabaseChange> changes;
     while (rows.Step()) {
         changes << DatabaseChange{places_.longOf(rows.Text(0)), rows.Bytes(1)};
     }
+    rows.Reset();
     return changes;
 }
 
@@ -291,8 +303,7 @@ QByteArray HistoryFile::mirror(const QString& path) {
 }
 
 bool HistoryFile::hasMirror(const QString& path) {
-    Statement& row = sql_.Prepared("SELECT 1 FROM mirror WHERE path=?1 LIMIT 1");
-    row.Reset();
+    Statement& row = prepared("SELECT 1 FROM mirror WHERE path=?1 LIMIT 1");
     row.Bind(1, text(places_.shortOf(path)));
     const bool has = row.Step();
     row.Reset();
@@ -320,8 +331,7 @@ void HistoryFile::setMirror(const QString& path, const QByteArray& before,
 }
 
 std::optional<Present> HistoryFile::present(const QString& path) {
-    Statement& row = sql_.Prepared("SELECT size,time,content FROM present WHERE path=?1");
-    row.Reset();
+    Statement& row = prepared("SELECT size,time,content FROM present WHERE path=?1");
     row.Bind(1, text(places_.shortOf(path)));
     std::optional<Present> found;
     if (row.Step()) {
@@ -341,11 +351,13 @@ void HistoryFile::setPresent(const QString& path, const Present& present) {
 }
 
 std::optional<Pending> HistoryFile::pending() {
-    Statement row(sql_, "SELECT target,began FROM pending");
+    Statement& row = prepared("SELECT target,began FROM pending");
     if (!row.Step()) {
+        row.Reset();
         return std::nullopt;
     }
     Pending pending{row.Number(0), QDateTime::fromString(row.Text(1), Qt::ISODateWithMs), {}};
+    row.Reset();
     Statement rows(sql_, "SELECT path,keep,put FROM pending_files ORDER BY rowid");
     while (rows.Step()) {
         pending.files << PendingFile{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
@@ -371,9 +383,8 @@ void HistoryFile::addKilled(std::int64_t step) {
 }
 
 QList<std::int64_t> HistoryFile::untold() {
-    Statement& rows = sql_.Prepared("SELECT step FROM killed WHERE told=0 AND step IN "
-                                    "(SELECT id FROM steps) ORDER BY step");
-    rows.Reset();
+    Statement& rows = prepared("SELECT step FROM killed WHERE told=0 AND step IN "
+                               "(SELECT id FROM steps) ORDER BY step");
     QList<std::int64_t> steps;
     while (rows.Step()) {
         steps << rows.Number(0);

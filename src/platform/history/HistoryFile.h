@@ -127,6 +127,8 @@ public:
 
 private:
     void arrange();
+    // Ready to run; whoever reads rows resets it behind the last.
+    jet::Statement& prepared(const QByteArray& sql);
     void run(const QByteArray& sql, const QStringList& values);
 
     Places places_;
