@@ -5,6 +5,7 @@
 #include "support/Planner.h"
 #include "support/Text.h"
 #include "whole/WorkSpaceState.h"
+#include "whole/model/OutsideWork.h"
 #include "whole/model/RandomDesk.h"
 #include "whole/model/Steps.h"
 
@@ -237,30 +238,49 @@ protected:
     void compare() {
         const std::int64_t head = planner.state().History->head();
         planner.state().gWs->Settle();
-        const State now{disk.state(), disk.databases()};
+        const test::WorkSpaceState now = disk.state();
         if (!states.contains(head)) {
             states[head] = now;
             return;
         }
         SCOPED_TRACE("step " + std::to_string(head) + "\n" + done.join(" ").toStdString());
-        test::expectSame(now.all, states[head].all);
-        ASSERT_EQ(now.bytes, states[head].bytes);
+        test::expectSame(others.without(now), others.without(states[head]));
     }
 
-    struct State {
-        test::WorkSpaceState all;
-        QMap<QString, QByteArray> bytes; // of the databases
-    };
+    // Others save documents and change rows meanwhile; a database then is written to by the next
+    // command, or met by a step back or forth.
+    void workOutside() {
+        if (random() % 2 == 0) {
+            done << (others.saveFile() ? "file outside" : "");
+            return;
+        }
+        const QString plan = namesIn(*planner.state().gDbUser, "当前表").value(0);
+        const QString database = others.changeRow(plan);
+        if (database.isEmpty()) {
+            return;
+        }
+        done << "row outside";
+        if (random() % 2 == 0) {
+            takeBackOrDoAgain();
+        }
+        if (QFile::exists(database)) {
+            recorded([&] { others.writeTo(database, plan); });
+        }
+        others.expectRowKept(database);
+        outline::showTables(planner.state(), planner.workbench(), planner.services(), {});
+    }
+
     test::Planner planner;
-    test::WorkSpaceReader disk{planner.folder.path()};
-    QMap<std::int64_t, State> states;
+    test::WorkSpaceReader disk{planner.folder.path(), test::WorkSpaceReader::Databases::bytes};
+    QMap<std::int64_t, test::WorkSpaceState> states;
     std::mt19937 random{static_cast<unsigned>(GetParam())};
     RandomDesk desk{planner, random};
+    OutsideWork others{planner, random};
     QStringList done;
     int files = 0;
 };
 
-TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
+TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStatesAndLoseNothingOfOthers) {
     int taken = 0;
     QSet<QString> stepsOfTheDesk; // their commands
     compare();
@@ -277,9 +297,15 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
         } else {
             run(step);
         }
+        others.expectFilesKept();
         compare();
+        if (random() % 10 == 0) {
+            workOutside();
+            compare();
+        }
         if (!HasFatalFailure() && random() % 4 == 0) {
             const bool isTaken = takeBackOrDoAgain();
+            others.expectFilesKept();
             compare();
             if (isTaken) {
                 compareTrees();
@@ -292,6 +318,8 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStates) {
     }
     EXPECT_GT(taken, count / 10);
     EXPECT_GE(stepsOfTheDesk.size(), std::min(5, count / 100));
+    EXPECT_GE(others.filesKept, count / 500);
+    EXPECT_GE(others.rowsKept, count / 500);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, RandomHistory,

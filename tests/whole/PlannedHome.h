@@ -18,7 +18,7 @@ inline tools::ExitStatus qvndctl(const QString& home, const QStringList& words) 
 }
 
 // A document's content tells its name, and is long enough to be written in pieces.
-inline QByteArray contentOf(const QString& name) { return (name + "\n").toUtf8().repeated(30000); }
+inline QByteArray contentOf(const QString& name) { return (name + "\n").toUtf8().repeated(6000); }
 
 struct PlannersCommand {
     const char* label;
