@@ -1,8 +1,14 @@
 #include "platform/word/layout/LineComposer.h"
+
+#include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/TabStops.h"
 #include "support/FixedFonts.h"
 
 #include <gtest/gtest.h>
+
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace qvnd::layout {
 namespace {
@@ -393,6 +399,39 @@ TEST_F(LineComposer, NoLineEndsBetweenAPictureAndALatinWord) {
     }
     items.items[0].width = 1950;
     EXPECT_TRUE(lines()[0].empty());
+}
+
+// Both ends of each range are in it, and their neighbours are not.
+void expectRanges(bool (*isIn)(char32_t),
+                  const std::vector<std::pair<std::uint32_t, std::uint32_t>>& ranges) {
+    for (const auto& [first, last] : ranges) {
+        EXPECT_FALSE(isIn(first - 1)) << std::hex << first - 1;
+        EXPECT_TRUE(isIn(first)) << std::hex << first;
+        EXPECT_TRUE(isIn(last)) << std::hex << last;
+        EXPECT_FALSE(isIn(last + 1)) << std::hex << last + 1;
+    }
+}
+
+TEST(CharacterClasses, ReachFromTheirFirstToTheirLastCharacter) {
+    expectRanges(isIdeograph, {{0x2E80, 0x2FDF},
+                               {0x3005, 0x3007},
+                               {0x3021, 0x3029},
+                               {0x3041, 0x318F},
+                               {0x31A0, 0x31BF},
+                               {0x31F0, 0x31FF},
+                               {0x3400, 0x4DBF},
+                               {0x4E00, 0x9FFF},
+                               {0xAC00, 0xD7A3},
+                               {0xF900, 0xFAFF},
+                               {0x20000, 0x3FFFD}});
+    expectRanges(isEastAsian, {{0x3000, 0x303F},
+                               {0xFE30, 0xFE6F},
+                               {0xFF00, 0xFFEF},
+                               {0x2460, 0x24FF},
+                               {0x2550, 0x2573},
+                               {0x2581, 0x2595}});
+    expectRanges(isLatinLetter, {{U'a', U'z'}, {U'A', U'Z'}, {0xC0, 0x24F}, {0x370, 0x52F}});
+    expectRanges(isDigit, {{U'0', U'9'}});
 }
 
 } // namespace

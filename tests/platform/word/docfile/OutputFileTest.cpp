@@ -170,6 +170,8 @@ TEST_F(OutputFileTest, WhatTheSystemSaysHasItsNumber) {
     EXPECT_EQ(number(std::errc::read_only_file_system), error::permissionDenied);
     EXPECT_EQ(number(std::errc::no_such_file_or_directory), error::pathNotFound);
     EXPECT_EQ(number(std::errc::not_a_directory), error::pathNotFound);
+    EXPECT_EQ(number(std::errc::text_file_busy), error::permissionDenied);
+    EXPECT_EQ(number(std::errc::device_or_resource_busy), error::permissionDenied);
     EXPECT_EQ(number(std::errc::io_error), error::pathAccess);
 }
 

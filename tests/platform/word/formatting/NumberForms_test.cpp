@@ -57,6 +57,26 @@ TEST(Symbols, BulletsOfSymbolFontsBecomeCharactersThatOtherFontsHave) {
     EXPECT_EQ(symbolAsText(0xF0FA, u"Wingdings"), u'•');
 }
 
+TEST(Symbols, FontsOfSymbolsAreKnownByTheirNames) {
+    for (const char16_t* font : {u"Wingdings", u"wingdings 3", u"SYMBOL", u"Webdings"}) {
+        EXPECT_TRUE(isSymbolFont(font));
+    }
+    for (const char16_t* font : {u"宋体", u"Symbola", u"Arial", u""}) {
+        EXPECT_FALSE(isSymbolFont(font));
+    }
+}
+
+TEST(Symbols, TheirPrivateCodesAre256AndThoseBehindThemAreCharacters) {
+    EXPECT_EQ(symbolAsText(0xF000, u"宋体"), u'•');
+    EXPECT_EQ(symbolAsText(0xF061, u"宋体"), u'α');
+    EXPECT_EQ(symbolAsText(0xF0FE, u"宋体"), u'⎭');
+    for (const char16_t code : {u'\uEFFF', u'\uF100', u'\u0100', u'工'}) {
+        EXPECT_EQ(symbolAsText(code, u"Symbol"), code) << int{code};
+    }
+    EXPECT_EQ(symbolAsText(0xFF, u"宋体"), u'\u00FF');
+    EXPECT_EQ(symbolAsText(0xF020, u"Wingdings"), u' ');
+}
+
 TEST(Symbols, EveryCodeOfTheFontSymbolHasItsCharacter) {
     const std::pair<char16_t, char16_t> characters[] = {{0x20, u' '}, {0x2D, u'−'},   {0x40, u'≅'},
                                                         {0x5A, u'Ζ'}, {0x7E, u'∼'},   {0xA0, u'€'},
