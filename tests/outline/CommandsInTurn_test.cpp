@@ -183,9 +183,12 @@ TEST_F(CommandsInTurn, LookWithoutWaitingForTheUserWhoComesBack) {
 
 TEST_F(CommandsInTurn, RemarkWhatTheirCommandHasToSayAndNothingElse) {
     QStringList remarks;
+    int refusals = 0;
     events.onRemarks([&](const QString& text) { remarks << text; });
+    events.onRefusal([&](const QString&) { ++refusals; });
     events.run(act);
     EXPECT_EQ(remarks, QStringList());
+    EXPECT_EQ(refusals, 0);
     events.run([this] {
         world.state.Remarks << "一"
                             << "二";

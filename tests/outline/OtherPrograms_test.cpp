@@ -93,6 +93,18 @@ TEST_F(OtherPrograms, ThatChangeAPlanThatIsNotOpenAreNewsOfTheLibrary) {
     EXPECT_EQ(selected(), "T.2");
 }
 
+TEST_F(OtherPrograms, ThatChangeATemplateAreNewsOfTheLibrary) {
+    world.folder.makeFolder("Sys/标书模板/M");
+    OutlineWorld::makeTable(*world.state.gDbTemplate, "M", {{"M", "M"}});
+    world.registerName(*world.state.gDbTemplate, "M");
+    jet::DBEngine theirs;
+    const auto templates = theirs.Workspaces(0).OpenDatabase(world.state.gDbTemplate->Name());
+    OutlineWorld::add(*templates->OpenRecordset("Select * from M"), {"M.1", "一"});
+    EXPECT_TRUE(others.look());
+    EXPECT_NE(world.workbench.TrvTemplate.find("M.1"), nullptr);
+    EXPECT_FALSE(others.look());
+}
+
 TEST_F(OtherPrograms, ThatAddANodeHaveItShownWithTheSelectionKept) {
     theyAdd("T", {"T.3", "三"});
     EXPECT_TRUE(others.look());
@@ -123,10 +135,11 @@ TEST_F(OtherPrograms, ThatMakeANodeADocumentHaveItShownAsOne) {
     EXPECT_EQ(tree().Item("T.1").Image(), outline::image::document);
 }
 
-TEST_F(OtherPrograms, ThatDeleteTheSelectedNodeHaveTheRootSelected) {
+TEST_F(OtherPrograms, ThatDeleteTheSelectedNodeHaveTheRootSelectedAndExpanded) {
     theyDo([](jet::Database& db) { db.Execute("Delete * from T where Key='T.2'"); });
     EXPECT_TRUE(others.look());
     EXPECT_EQ(selected(), "T");
+    EXPECT_TRUE(tree().Item("T").Expanded());
 }
 
 TEST_F(OtherPrograms, ThatDeleteTheOpenPlanLeaveTheTreeEmptyAndItsCommandsClosed) {

@@ -172,6 +172,16 @@ TEST_F(PutBack, AFileThatTheHistoryHasNotKeptIsToldByItsName) {
     EXPECT_EQ(QString::fromStdU16String(description), "操作历史没有保留“neu.doc”的内容。");
 }
 
+TEST_F(PutBack, KeepsWhatIsSelectedInTheLibraries) {
+    const std::int64_t step = deleteNode("T.1");
+    auto& plans = world.workbench.TrvTemplate_Us;
+    plans.Select(&plans.Item("T.2"));
+    putBack(step, "T.1");
+    ASSERT_NE(plans.SelectedItem(), nullptr);
+    EXPECT_EQ(plans.SelectedItem()->Key(), "T.2");
+    EXPECT_NE(plans.find("T.1.1"), nullptr);
+}
+
 TEST_F(PutBack, IsACommandThatCanBeTakenBack) {
     const std::int64_t step = deleteNode("T.1");
     const QStringList keys = world.keys("T");

@@ -58,6 +58,14 @@ TEST_F(Dialect, TextIsComparedWithoutCase) {
     EXPECT_EQ(count(u"Key<>'aBC'"_qs), 5);
 }
 
+TEST_F(Dialect, TextIsComparedBeyondANulCharacter) {
+    const QString first = u"a"_qs + QChar(0) + u"b"_qs;
+    const QString other = u"a"_qs + QChar(0) + u"c"_qs;
+    addRows(*db_, u"工程甲"_qs, {first});
+    EXPECT_EQ(count(u"Key='"_qs + first + u'\''), 1);
+    EXPECT_EQ(count(u"Key='"_qs + other + u'\''), 0);
+}
+
 TEST_F(Dialect, NumbersAreComparedBySize) {
     EXPECT_EQ(count(u"ID > 3"_qs), 2);
     EXPECT_EQ(count(u"ID >= 3"_qs), 3);
@@ -254,6 +262,7 @@ TEST_F(Dialect, ComparingANumberWithATextIs3464) {
     EXPECT_EQ(opening(u"select * from 工程甲 where Key=1"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where Key"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where -Key=1"_qs), 3464);
+    EXPECT_EQ(opening(u"select * from 工程甲 where -Key='1'"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where ID=-'1'"_qs), 3464);
 }
 
