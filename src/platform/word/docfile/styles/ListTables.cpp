@@ -199,6 +199,7 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
         remarks.push_back(u"列表引用表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
     }
     std::vector<std::size_t> levels(std::min(count, mostOverrides));
+    overrides.reserve(levels.size());
     for (std::size_t& number : levels) {
         overrides.push_back(readLfo(reader, number));
     }
