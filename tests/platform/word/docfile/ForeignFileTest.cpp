@@ -60,19 +60,21 @@ TEST(ForeignFile, TextOfWideCharactersIsNamedToo) {
     EXPECT_EQ(formatOf(wide("{\\rtf1 x}")), u"RTF 文档");
 }
 
+constexpr const char* xmlOfWord2003 = "<?xml version=\"1.0\"?><w:wordDocument xmlns:w="
+                                      "\"http://schemas.microsoft.com/office/word/2003/wordml\">";
+constexpr const char* xmlOfWord2007 = "<?xml version=\"1.0\"?><pkg:package xmlns:pkg="
+                                      "\"http://schemas.microsoft.com/office/2006/xmlPackage\">";
+
 TEST(ForeignFile, TextDocumentsAreToldFromTheRest) {
-    for (const char* text : {"{\\rtf1 x}", "<html>", "<!DOCTYPE html>", "<TABLE border=0>",
-                             "PK\x03\x04 word/document.xml",
-                             "PK\x03\x04 mimetypeapplication/vnd.oasis.opendocument.text",
-                             "<?xml version=\"1.0\"?><w:wordDocument xmlns:w="
-                             "\"http://schemas.microsoft.com/office/word/2003/wordml\">"}) {
+    for (const char* text :
+         {"{\\rtf1 x}", "<html>", "<!DOCTYPE html>", "<TABLE border=0>",
+          "PK\x03\x04 word/document.xml",
+          "PK\x03\x04 mimetypeapplication/vnd.oasis.opendocument.text", xmlOfWord2003}) {
         EXPECT_TRUE(foreign(text).isText) << text;
     }
-    for (const char* text : {"%PDF-1.4", "PK\x03\x04 xl/workbook.xml", "PK\x03\x04 readme.txt",
-                             "<?xml version=\"1.0\"?><a/>", "MIME-Version: 1.0",
-                             "<?xml version=\"1.0\"?><pkg:package xmlns:pkg="
-                             "\"http://schemas.microsoft.com/office/2006/xmlPackage\">",
-                             "plain text", ""}) {
+    for (const char* text :
+         {"%PDF-1.4", "PK\x03\x04 xl/workbook.xml", "PK\x03\x04 readme.txt",
+          "<?xml version=\"1.0\"?><a/>", "MIME-Version: 1.0", xmlOfWord2007, "plain text", ""}) {
         EXPECT_FALSE(foreign(text).isText) << text;
     }
 }
