@@ -1,5 +1,6 @@
 #include "gui/support/Renaming.h"
 #include "gui/support/WorkbenchWindow.h"
+#include "outline/TakeBack.h"
 #include "outline/windows/NoteBar.h"
 
 #include <QComboBox>
@@ -29,6 +30,22 @@ protected:
         item("mnuEditDelete").trigger();
     }
     bool isShown(const QString& key) { return world.workbench.TrvCurrent.find(key) != nullptr; }
+    // Of T.2, whose text T.20 begins with.
+    void deleteNodeThatTakesAnother() {
+        OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"),
+                          {"T.20", "二十", "否"});
+        deleteNode("T.2");
+    }
+    // Whether the bar shows these of its buttons and no other.
+    bool hasButtons(const QStringList& names) {
+        QStringList shown;
+        for (const char* name : {"noteUndo", "noteRedo", "noteDetails"}) {
+            if (form->findChild<QPushButton*>(name)->isVisible()) {
+                shown << name;
+            }
+        }
+        return shown == names;
+    }
     QWidget& bar() { return *form->findChild<QWidget*>("NoteBar"); }
     QString barText() { return form->findChild<QLabel*>("noteText")->text(); }
     QTreeWidget& list(const QString& name) { return *form->findChild<QTreeWidget*>(name); }
@@ -183,6 +200,65 @@ TEST_F(WorkbenchHistory, TheBarTellsWhatARedoHasFoundChangedOutside) {
     EXPECT_TRUE(barText().endsWith("外部改动[T.1.1.doc]")) << barText().toStdString();
     world.state.History->goTo(world.state.History->steps().last().id);
     EXPECT_EQ(world.folder.read("用户模板/T/T.1.1.doc"), "edited in a word processor");
+}
+
+TEST_F(WorkbenchHistory, TheBarOfAnUndoOffersToDoItAgainAndNotToGoFurtherBack) {
+    open("T.1");
+    deleteNode("T.3");
+    click(trvTemplate(), "M.2");
+    item("mnuCopy").trigger();
+    click(trvCurrent(), "T.1");
+    item("mnuPaste").trigger();
+    const QString pasted = world.keys("T").back();
+    world.folder.write("用户模板/T/" + pasted + ".doc", "edited in a word processor");
+    item("mnuUndo").trigger();
+    ASSERT_FALSE(isShown(pasted));
+    ASSERT_TRUE(bar().isVisible());
+    EXPECT_TRUE(barText().contains(pasted + ".doc")) << barText().toStdString();
+    EXPECT_TRUE(hasButtons({"noteRedo", "noteDetails"}));
+    press("noteRedo");
+    EXPECT_TRUE(isShown(pasted));
+    EXPECT_FALSE(isShown("T.3"));
+}
+
+TEST_F(WorkbenchHistory, TheBarTakesBackNoOtherStepThanItsOwn) {
+    open("T.1");
+    deleteNode("T.3");
+    deleteNodeThatTakesAnother();
+    ASSERT_TRUE(hasButtons({"noteUndo", "noteDetails"}));
+    outline::undo(world.state, world.workbench, world.services());
+    press("noteUndo");
+    EXPECT_FALSE(isShown("T.3"));
+    EXPECT_TRUE(isShown("T.2"));
+    EXPECT_TRUE(bar().isHidden());
+}
+
+TEST_F(WorkbenchHistory, TheBarOfAStepThatWasTakenBackElsewhereGoesWhenTheUserComesBack) {
+    open("T.1");
+    deleteNodeThatTakesAnother();
+    QEvent activation(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(form.get(), &activation);
+    EXPECT_TRUE(bar().isVisible());
+    world.state.History->undo();
+    QCoreApplication::sendEvent(form.get(), &activation);
+    EXPECT_TRUE(bar().isHidden());
+}
+
+TEST_F(WorkbenchHistory, TheBarOfAnUndoThatWasKilledAndEndedNowOffersDetailsAlone) {
+    world.state.HistoryFound.restored = true;
+    open("T.1");
+    ASSERT_TRUE(bar().isVisible());
+    EXPECT_TRUE(hasButtons({"noteDetails"}));
+}
+
+TEST_F(WorkbenchHistory, AKilledCommandBehindWhichAnotherCameIsLedToByTheListAlone) {
+    open("T.1");
+    deleteNode("T.3");
+    world.state.HistoryFound.unfinished = world.state.History->undoable();
+    deleteNode("T.2");
+    ASSERT_TRUE(bar().isVisible());
+    EXPECT_EQ(barText(), "上次运行没有做完“删除[名T.3]”就中断了。操作历史中可以回到它之前。");
+    EXPECT_TRUE(hasButtons({"noteDetails"}));
 }
 
 TEST_F(WorkbenchHistory, TheBarHidesNothingAndGoesWithTheNextCommand) {

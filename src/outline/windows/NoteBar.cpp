@@ -37,18 +37,20 @@ QColor mixed(const QColor& base, const QColor& over) {
 
 NoteBar::NoteBar(QWidget* parent)
     : QWidget(parent), text_(new QLabel), undo_(barButton(u"noteUndo"_s, u"撤消"_s)),
-      details_(barButton(u"noteDetails"_s, u"详情"_s)) {
+      redo_(barButton(u"noteRedo"_s, u"恢复"_s)), details_(barButton(u"noteDetails"_s, u"详情"_s)) {
     setObjectName(u"NoteBar"_s);
     setAccessibleName(u"操作提示"_s);
     text_->setObjectName(u"noteText"_s);
     text_->setWordWrap(true);
     text_->setTextFormat(Qt::PlainText);
     connect(undo_, &QPushButton::clicked, this, &NoteBar::undo);
+    connect(redo_, &QPushButton::clicked, this, &NoteBar::redo);
     connect(details_, &QPushButton::clicked, this, &NoteBar::details);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(barMargin, barMargin, barMargin, barMargin);
     layout->addWidget(text_, 1);
     layout->addWidget(undo_);
+    layout->addWidget(redo_);
     layout->addWidget(details_);
     setAutoFillBackground(true);
     QPalette colours = palette();
@@ -58,15 +60,13 @@ NoteBar::NoteBar(QWidget* parent)
     hide();
 }
 
-void NoteBar::tell(const QString& text) { say(text, true); }
-
-void NoteBar::tellAlone(const QString& text) { say(text, false); }
-
-void NoteBar::say(const QString& text, bool leadsBack) {
+void NoteBar::tell(const QString& text, NoteOffer offer) {
+    offer_ = offer;
     text_->setText(text);
     text_->setAccessibleName(text);
-    undo_->setVisible(leadsBack);
-    details_->setVisible(leadsBack);
+    undo_->setVisible(offer == NoteOffer::undo);
+    redo_->setVisible(offer == NoteOffer::redo);
+    details_->setVisible(offer != NoteOffer::nothing);
     show();
     emit changed();
 }
@@ -79,6 +79,8 @@ void NoteBar::clear() {
 }
 
 QString NoteBar::text() const { return text_->text(); }
+
+NoteOffer NoteBar::offer() const { return isHidden() ? NoteOffer::nothing : offer_; }
 
 int NoteBar::wantedHeight(int width) const {
     return isHidden() ? 0 : std::max(sizeHint().height(), heightForWidth(width));

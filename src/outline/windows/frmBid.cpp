@@ -280,6 +280,7 @@ bool frmBid::lookAtOthers() {
 
 void frmBid::seeOtherPrograms() {
     tellLatestStep();
+    forgetOutdatedNote();
     if (inTurn_.look()) {
         applyCommands();
         frame_.showStatus(u"另一个程序改动了方案或模板，现在显示的是改动后的内容。"_s);

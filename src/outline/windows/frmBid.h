@@ -21,6 +21,7 @@ namespace qvnd::outline {
 class EmptyPlanHint;
 class HistoryWindow;
 class NoteBar;
+enum class NoteOffer;
 class PreviewFrame;
 class SplitterBar;
 class WorkbenchToolbar;
@@ -120,13 +121,18 @@ private:
     void goBefore(std::int64_t step);
     void goBehind(std::int64_t step);
     void goTo(std::int64_t step, const QString& done);
-    void tellRestored(const QString& done);
+    // A restoration that is over: `taken` is the step that the bar's button takes, if it has one.
+    void tellRestored(const QString& done, NoteOffer offer, std::int64_t taken);
     void putBackOne(std::int64_t step, const history::Change& change);
     void takeOut(std::int64_t step, const QString& file, const QString& name);
     void showAnew(const QString& selected);
     void refreshHistoryWindow();
     void applyHistory();
     void tellWhatWasMended();
+    // Whether 撤消 or 恢复 would take the step that the bar tells of.
+    bool isOfferOpen() const;
+    void takeOffer();
+    void forgetOutdatedNote();
     void tellStep(const history::Step& step);
     void tellLatestStep();
     // The one that 撤消 would take; the beginning without one.
@@ -160,7 +166,8 @@ private:
     OutlineView* TrvCurrent_;
     EmptyPlanHint* hint_;
     NoteBar* note_;
-    std::int64_t noted_ = history::beginning; // the step that the bar tells of
+    std::int64_t noted_ = history::beginning;   // the step that the bar tells of
+    std::int64_t offered_ = history::beginning; // the one that its 撤消 or 恢复 takes
     QPointer<HistoryWindow> historyWindow_;
     OutlineView* TrvTemplate_;
     OutlineView* TrvTemplate_Us_;

@@ -130,7 +130,8 @@ void frmBid::connectHistory() {
     connect(TbarBid_->undo(), &QAction::triggered, this, &frmBid::takeBack);
     connect(TbarBid_->redo(), &QAction::triggered, this, &frmBid::doAgain);
     connect(note_, &NoteBar::changed, this, &frmBid::place);
-    connect(note_, &NoteBar::undo, this, &frmBid::takeBack);
+    connect(note_, &NoteBar::undo, this, &frmBid::takeOffer);
+    connect(note_, &NoteBar::redo, this, &frmBid::takeOffer);
     connect(note_, &NoteBar::details, this, &frmBid::showDetails);
 }
 

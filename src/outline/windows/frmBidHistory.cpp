@@ -23,6 +23,7 @@ void frmBid::tellStep(const history::Step& step) {
     }
     step.note.isEmpty() ? note_->clear() : note_->tell(step.note);
     noted_ = step.id;
+    offered_ = step.id;
     refreshHistoryWindow();
 }
 
@@ -43,17 +44,24 @@ history::Step frmBid::latestStep() const {
     return latest;
 }
 
-// What the start itself did stays to be read below.
+// What the start itself did stays to be read below, and its button with it.
 void frmBid::tellWhatWasMended() {
     if (state_.HistoryFound.exitKilled) {
         frame_.showStatus(u"上次运行在退出时中断了；所做的操作都已保存。"_s);
     }
+    NoteOffer offer = NoteOffer::details;
     if (state_.HistoryFound.unfinished) {
         noted_ = state_.HistoryFound.unfinished->id;
+        if (latestStep().id == noted_) {
+            offer = NoteOffer::undo;
+            offered_ = noted_;
+        }
     }
     const QString mended = takeMended(state_, u"撤消"_s);
     if (!mended.isEmpty()) {
-        note_->tell(note_->isHidden() ? mended : mended + u'\n' + note_->text());
+        const bool isAlone = note_->offer() == NoteOffer::nothing;
+        note_->tell(note_->isHidden() ? mended : mended + u'\n' + note_->text(),
+                    isAlone ? offer : note_->offer());
     }
 }
 
@@ -78,11 +86,42 @@ void frmBid::showAnew(const QString& selected) {
 }
 
 // What it did beyond what was asked stays to be read in the bar.
-void frmBid::tellRestored(const QString& done) {
+void frmBid::tellRestored(const QString& done, NoteOffer offer, std::int64_t taken) {
     frame_.showStatus(done);
     if (const QString note = state_.History->note(); !note.isEmpty()) {
-        note_->tell(note);
+        note_->tell(note, offer);
         noted_ = state_.History->steps().last().id;
+        offered_ = taken;
+    }
+}
+
+bool frmBid::isOfferOpen() const {
+    bool isOpen = true;
+    ignoringErrors([&] {
+        if (state_.History) {
+            const auto step = note_->offer() == NoteOffer::redo ? state_.History->redoable()
+                                                                : state_.History->undoable();
+            isOpen = step && step->id == offered_;
+        }
+    });
+    return isOpen;
+}
+
+// Never another step than the one that the bar tells of.
+void frmBid::takeOffer() {
+    const NoteOffer offer = note_->offer();
+    const bool isOpen = isOfferOpen();
+    note_->clear();
+    if (isOpen) {
+        offer == NoteOffer::redo ? doAgain() : takeBack();
+    }
+}
+
+// The bar of a step that has been taken back or followed by another one is out of date.
+void frmBid::forgetOutdatedNote() {
+    const NoteOffer offer = note_->offer();
+    if ((offer == NoteOffer::undo || offer == NoteOffer::redo) && !isOfferOpen()) {
+        note_->clear();
     }
 }
 
@@ -91,7 +130,7 @@ void frmBid::takeBack() {
         [this] {
             note_->clear();
             if (const auto step = undo(state_, workbench_, services_)) {
-                tellRestored(u"已撤消：%1"_s.arg(step->title));
+                tellRestored(u"已撤消：%1"_s.arg(step->title), NoteOffer::redo, step->id);
             }
         },
         u"撤消"_s);
@@ -103,7 +142,7 @@ void frmBid::doAgain() {
         [this] {
             note_->clear();
             if (const auto step = redo(state_, workbench_, services_)) {
-                tellRestored(u"已恢复：%1"_s.arg(step->title));
+                tellRestored(u"已恢复：%1"_s.arg(step->title), NoteOffer::undo, step->id);
             }
         },
         u"恢复"_s);
@@ -167,7 +206,7 @@ void frmBid::goTo(std::int64_t step, const QString& done) {
         [&] {
             note_->clear();
             goToStep(state_, workbench_, services_, step);
-            tellRestored(done);
+            tellRestored(done, NoteOffer::details, step);
         },
         u"回到以前"_s);
     refreshHistoryWindow();
