@@ -144,17 +144,49 @@ int ownPdf(const QString& from, const QString& to, drawing::FontChoice fonts) {
     return pages;
 }
 
+struct PictureOptions {
+    drawing::FontChoice fonts;
+    int page;  // counted from 1
+    int width; // pixels
+};
+
+void pagePicture(const QString& from, const QString& to, const PictureOptions& options) {
+    LaidOut document(from, options.fonts);
+    drawing::PagePainter painter(document.fonts(), pictures::pageImage);
+    int pages = 0;
+    document.forEachPage([&](const layout::Page& page) {
+        if (++pages == options.page) {
+            WholeFile file(to);
+            file.write(drawing::pngOf(painter.image(page, options.width)));
+            file.commit();
+        }
+    });
+    if (options.page < 1 || options.page > pages) {
+        throw RunTimeError(error::memberNotFound,
+                           u"没有第 " + QString::number(options.page).toStdU16String() +
+                               u" 页，文档共 " + QString::number(pages).toStdU16String() +
+                               u" 页。");
+    }
+}
+
 ExitStatus pdf(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{u"--office"_s}, {u"--fonts"_s}});
     arguments.expectPositions(2, 2);
     const drawing::FontChoice fonts = fontsOf(arguments);
+    const QString source = arguments.position(0);
+    const QString target = arguments.position(1);
+    if (!session.mayWrite(target)) {
+        return ExitStatus::refused;
+    }
     return refusing(session, [&] {
-        QJsonObject told{{"output", arguments.position(1)}};
-        if (arguments.has(u"--office"_s)) {
-            officePdf(arguments.position(0), arguments.position(1));
-        } else {
-            told.insert("pages", ownPdf(arguments.position(0), arguments.position(1), fonts));
-        }
+        QJsonObject told{{"output", target}};
+        session.replace(target, [&](const QString& drawn) {
+            if (arguments.has(u"--office"_s)) {
+                officePdf(source, drawn);
+            } else {
+                told.insert("pages", ownPdf(source, drawn, fonts));
+            }
+        });
         session.output().result(told, {});
     });
 }
@@ -169,24 +201,15 @@ ExitStatus png(Session& session, const QStringList& words) {
     if (width < 1 || width > widest) {
         throw UsageError(u"--width 要 1 到 20000 之间的像素数"_s);
     }
+    const QString target = arguments.position(1);
+    if (!session.mayWrite(target)) {
+        return ExitStatus::refused;
+    }
     return refusing(session, [&] {
-        LaidOut document(arguments.position(0), fonts);
-        drawing::PagePainter painter(document.fonts(), pictures::pageImage);
-        int pages = 0;
-        document.forEachPage([&](const layout::Page& page) {
-            if (++pages == wanted) {
-                WholeFile file(arguments.position(1));
-                file.write(drawing::pngOf(painter.image(page, width)));
-                file.commit();
-            }
+        session.replace(target, [&](const QString& drawn) {
+            pagePicture(arguments.position(0), drawn, {fonts, wanted, width});
         });
-        if (wanted < 1 || wanted > pages) {
-            throw RunTimeError(error::memberNotFound,
-                               u"没有第 " + QString::number(wanted).toStdU16String() +
-                                   u" 页，文档共 " + QString::number(pages).toStdU16String() +
-                                   u" 页。");
-        }
-        session.output().result(QJsonObject{{"output", arguments.position(1)}}, {});
+        session.output().result(QJsonObject{{"output", target}}, {});
     });
 }
 
@@ -251,11 +274,13 @@ int pagesOf(word::DocumentContent document) {
 }
 
 std::vector<Command> pageCommands() {
-    return {{u"doc pdf"_s, u"[--office] [--fonts here] 文件 输出"_s,
-             u"把文档排成页，写成 PDF（--office 由办公套件写）"_s, pdf},
-            {u"doc png"_s, u"[--page 页] [--width 像素] [--fonts here] 文件 输出"_s,
-             u"把一页画成图片"_s, png},
-            {u"doc pages"_s, u"[--fonts here] 文件"_s, u"文档的页数和各标题所在的页"_s, pages}};
+    return {
+        {u"doc pdf"_s, u"[--office] [--fonts here] 文件 输出"_s,
+         u"把文档写成 PDF（自己排成页，--office 由办公套件写）；输出已经存在时要有 --yes 才替换"_s,
+         pdf},
+        {u"doc png"_s, u"[--page 页] [--width 像素] [--fonts here] 文件 输出"_s,
+         u"把一页画成图片；输出已经存在时要有 --yes 才替换"_s, png},
+        {u"doc pages"_s, u"[--fonts here] 文件"_s, u"文档的页数和各标题所在的页"_s, pages}};
 }
 
 } // namespace qvnd::tools

@@ -1,6 +1,8 @@
 #include "tools/Session.h"
 
 #include "outline/TakeBack.h"
+#include "platform/desktop/MessageBoxes.h"
+#include "platform/desktop/OpenDocuments.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
@@ -8,12 +10,14 @@
 #include "tools/ProgramRun.h"
 
 #include <QFileInfo>
+#include <QTemporaryDir>
 
 namespace qvnd::tools {
 
 Session::Session(const GlobalOptions& options, Output& output, QString caption)
     : options_(options), output_(output), caption_(std::move(caption)),
-      messages_(output, options.yes), wait_(output) {}
+      messages_(output, options.yes), wait_(output),
+      outsideFiles_(std::make_unique<desktop::OpenDocuments>()) {}
 
 Session::~Session() {
     ignoringErrors([this] { finish(); });
@@ -48,11 +52,22 @@ void Session::tellWhatWasMended() {
     }
 }
 
+files::FileSystemObject& Session::files() {
+    return program_ ? *program_->state().gFso : outsideFiles_;
+}
+
 bool Session::mayWrite(const QString& file) {
     const QString path = QFileInfo(file).absoluteFilePath();
-    if (QFileInfo::exists(path) &&
-        !messages_.ask(QStringLiteral("文件“%1”已经存在，要替换它吗？").arg(path),
-                       desktop::Icon::question)) {
+    const bool exists = QFileInfo::exists(path);
+    if (exists && files().IsInUse(path)) {
+        messages_.tell(
+            QStringLiteral("“%1”正在另一个程序中打开，请先关闭它再操作。没有改动任何东西。")
+                .arg(path),
+            desktop::Icon::exclamation, desktop::hintTitle);
+        return false;
+    }
+    if (exists && !messages_.ask(QStringLiteral("文件“%1”已经存在，要替换它吗？").arg(path),
+                                 desktop::Icon::question)) {
         return false;
     }
     auto registry =
@@ -61,6 +76,13 @@ bool Session::mayWrite(const QString& file) {
         programAsLeft();
     }
     return true;
+}
+
+void Session::replace(const QString& target, const std::function<void(const QString&)>& draw) {
+    const QTemporaryDir scratch;
+    const QString drawn = scratch.filePath("drawn." + QFileInfo(target).suffix());
+    draw(drawn);
+    files().CopyFile(drawn, QFileInfo(target).absoluteFilePath(), true);
 }
 
 ProgramRun& Session::program() { return programLoaded(startup::Program::Load::usual); }
@@ -86,8 +108,8 @@ ExitStatus refusing(Session& session, const std::function<void()>& work) {
         work();
         return ExitStatus::done;
     } catch (const RunTimeError& failure) {
-        session.messages().tell(QString::fromStdU16String(failure.description()),
-                                desktop::Icon::exclamation, QStringLiteral("警告！"));
+        session.messages().tell(desktop::descriptionOf(failure), desktop::Icon::exclamation,
+                                QStringLiteral("警告！"));
         return ExitStatus::refused;
     }
 }

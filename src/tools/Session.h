@@ -7,6 +7,7 @@
 #include "tools/TerminalServices.h"
 
 #include "outline/RecordedCommand.h"
+#include "platform/files/DiskFileSystem.h"
 #include "startup/Program.h"
 
 #include <functional>
@@ -43,15 +44,21 @@ public:
     // deletes it. Behind the first call of program().
     void isAbout(const QString& plan) { recorded_->isAbout(plan); }
     // Before a command writes to a file that the user has named: one that is there is replaced only
-    // when the user agrees, false when not. For a file in the work space the program is started, as
-    // left, so that the change is recorded.
+    // when the user agrees, and a document only while no other program has it open; false when not,
+    // and the user has been told. For a file in the work space the program is started, as left, so
+    // that the change is recorded.
     bool mayWrite(const QString& file);
+    // Puts a file that `draw` makes, under the name that it is given, in the place of `target`,
+    // whole or not at all, as a change that the history sees. Behind mayWrite. What `draw` throws
+    // passes, and errors of files.
+    void replace(const QString& target, const std::function<void(const QString& drawn)>& draw);
 
     // The end of the command for the history. False when the history could not be written and so
     // the command was taken back; the user has been told. Later calls do nothing.
     bool finish();
 
 private:
+    files::FileSystemObject& files();
     ProgramRun& programLoaded(startup::Program::Load load);
     void tellWhatWasMended();
 
@@ -60,6 +67,7 @@ private:
     QString caption_;
     TerminalMessageBoxes messages_;
     TerminalWait wait_;
+    files::DiskFileSystem outsideFiles_; // of a command that needs no program
     std::unique_ptr<ProgramRun> program_;
     std::unique_ptr<outline::RecordedCommand> recorded_;
 };

@@ -10,6 +10,8 @@
 #include "support/Qvndctl.h"
 #include "tools/Command.h"
 
+#include <utility>
+
 using namespace qvnd;
 using namespace qvnd::tools;
 
@@ -70,6 +72,47 @@ TEST_F(DocCommands, MergeIntoTheWorkSpaceIsRecordedAndCanBeTakenBack) {
     expectDone({"history", "undo"});
     EXPECT_EQ(out.trimmed(), "把各文件依次合成一个文档[甲.1.doc]");
     EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲/甲.1.doc"));
+}
+
+TEST_F(DocCommands, ADocumentThatIsOpenInAWordProcessorIsNotReplaced) {
+    const QString target = documentOf("out.doc", u"旧");
+    const QString source = documentOf("a.doc", u"新");
+    folder.write(".~lock.out.doc#", ",planner,another machine,21.11.2026 08:59,;");
+    EXPECT_EQ(qvndctl({"--yes", "doc", "merge", target, source}), ExitStatus::refused);
+    EXPECT_EQ(err.trimmed(),
+              "提示: “" + target + "”正在另一个程序中打开，请先关闭它再操作。没有改动任何东西。");
+    qvndctl({"doc", "text", target});
+    EXPECT_EQ(out.trimmed(), "旧");
+}
+
+TEST_F(DocCommands, PdfAndPictureReplaceAFileOnlyWhenTheUserSaysSo) {
+    const QString document = documentOf("a.doc", u"甲");
+    for (const char* command : {"pdf", "png"}) {
+        folder.write("out", "mine");
+        const QStringList words{"doc", command, document, folder.path("out")};
+        EXPECT_EQ(qvndctl(words), ExitStatus::refused);
+        EXPECT_TRUE(err.contains("“" + folder.path("out") + "”已经存在，要替换它吗？"))
+            << err.toStdString();
+        EXPECT_EQ(folder.read("out"), "mine");
+        EXPECT_EQ(qvndctl(QStringList{"--yes"} + words), ExitStatus::done);
+        EXPECT_NE(folder.read("out"), "mine") << command;
+    }
+    EXPECT_FALSE(folder.exists("home")) << "a file elsewhere is not the program's";
+}
+
+TEST_F(DocCommands, PdfAndPictureInTheWorkSpaceAreRecordedAndCanBeTakenBack) {
+    expectDone({"plan", "create", "甲"});
+    const QString document = documentOf("a.doc", u"甲");
+    const QString name = "home/Sys/用户模板/甲/图";
+    for (const auto& [command, title] :
+         {std::pair("pdf", "把文档写成 PDF[图]"), std::pair("png", "把一页画成图片[图]")}) {
+        folder.write(name, "mine");
+        expectDone({"--yes", "doc", command, document, folder.path(name)});
+        EXPECT_NE(folder.read(name), "mine");
+        expectDone({"history", "undo"});
+        EXPECT_EQ(out.trimmed(), title);
+        EXPECT_EQ(folder.read(name), "mine");
+    }
 }
 
 TEST_F(DocCommands, MergeTellsWhatAFileLoses) {
