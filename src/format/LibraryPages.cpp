@@ -1,6 +1,7 @@
 #include "format/LibraryPages.h"
 
 #include "format/FormatLibraries.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "store/ProgramFiles.h"
@@ -32,7 +33,7 @@ void telling(desktop::MessageBoxes& messages, Command command) {
     try {
         command();
     } catch (const RunTimeError& failure) {
-        messages.tell(QString::fromStdU16String(failure.description()));
+        messages.tell(desktop::descriptionOf(failure));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "format/RangeCheck.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/Value.h"
 
@@ -31,7 +32,7 @@ QString LengthRange::problemOf(const QString& text) const {
     try {
         return isWithin(jet::singleOf(text), *this) ? QString() : refusal;
     } catch (const RunTimeError& failure) {
-        return QString::fromStdU16String(failure.description());
+        return desktop::descriptionOf(failure);
     }
 }
 
@@ -61,7 +62,7 @@ void checkOnLeaving(TextBox& box, const LengthRange& range, desktop::MessageBoxe
         try {
             leaveBox(box, range, messages, write);
         } catch (const RunTimeError& failure) {
-            messages.tell(QString::fromStdU16String(failure.description()));
+            messages.tell(desktop::descriptionOf(failure));
         }
     };
 }

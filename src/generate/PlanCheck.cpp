@@ -142,7 +142,7 @@ private:
         try {
             path = outline::documentPath(parts_.state, parts_.TrvEdit.Item(1).Key(), node.Key());
         } catch (const RunTimeError& refusal) {
-            add(Kind::oddKey, node, QString::fromStdU16String(refusal.description()) + u"。"_s);
+            add(Kind::oddKey, node, desktop::descriptionOf(refusal) + u"。"_s);
             return;
         }
         if (!parts_.state.gFso->FileExists(path)) {

@@ -7,6 +7,7 @@
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
 #include "platform/desktop/BesideEvents.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
@@ -51,7 +52,7 @@ Reading readingOf(const std::filesystem::path& path) {
         word::readDocumentFile(path);
         return {};
     } catch (const RunTimeError& failure) {
-        return {QString::fromStdU16String(failure.description()),
+        return {desktop::descriptionOf(failure),
                 QString::fromStdU16String(word::formatToConvert(path))};
     }
 }
@@ -84,7 +85,7 @@ Added AddDocument::guarded(Command command) {
         if (failure.number() == error::dialogCancelled) {
             return Added::cancelled;
         }
-        services_.messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
+        services_.messages.tell(desktop::descriptionOf(failure), Icon::exclamation,
                                 QStringLiteral("提示"));
         return Added::failed;
     }

@@ -39,8 +39,7 @@ bool CommandsInTurn::runAlone(const Event& event) {
 }
 
 void CommandsInTurn::tell(const RunTimeError& failure) {
-    messages_.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
-                   desktop::hintTitle);
+    messages_.tell(desktop::descriptionOf(failure), desktop::Icon::exclamation, desktop::hintTitle);
 }
 
 bool CommandsInTurn::read(const Event& event) {

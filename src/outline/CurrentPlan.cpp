@@ -5,6 +5,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
 #include "outline/TreeLoading.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
@@ -161,7 +162,7 @@ void loadWorkbench(modMain& state, Workbench& workbench, desktop::MessageBoxes& 
         }
     } catch (const RunTimeError& failure) {
         splash.unload();
-        messages.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
+        messages.tell(desktop::descriptionOf(failure), desktop::Icon::exclamation,
                       QStringLiteral("提示"));
     }
 }

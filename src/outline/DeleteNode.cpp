@@ -114,8 +114,7 @@ void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
         messages.tell(QStringLiteral("请先关闭正在使用与此工程相关的内容！"), Icon::exclamation,
                       desktop::hintTitle);
     } else if (number > 0 && number != error::itemNotFound && number != resumeWithoutError) {
-        messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
-                      desktop::hintTitle);
+        messages.tell(desktop::descriptionOf(failure), Icon::exclamation, desktop::hintTitle);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/jet/TextPattern.h"
 #include "store/OutlineFolders.h"
@@ -106,7 +107,7 @@ DeleteOutcome mnuDelTemplate(modMain& state, Workbench& workbench, const Service
         }
         return {};
     } catch (const RunTimeError& failure) {
-        return {TemplateDeleted::failed, QString::fromStdU16String(failure.description())};
+        return {TemplateDeleted::failed, desktop::descriptionOf(failure)};
     }
 }
 

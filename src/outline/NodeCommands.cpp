@@ -2,6 +2,7 @@
 
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 
 #include <algorithm>
@@ -88,7 +89,7 @@ void countAsClicked(modMain& state, Workbench& workbench, desktop::MessageBoxes&
             }
         }
     } catch (const RunTimeError& failure) {
-        messages.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
+        messages.tell(desktop::descriptionOf(failure), desktop::Icon::exclamation,
                       QStringLiteral("提示"));
     }
 }

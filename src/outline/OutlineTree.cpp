@@ -1,6 +1,7 @@
 #include "outline/OutlineTree.h"
 
 #include "outline/OutlineTreeObserver.h"
+#include "platform/desktop/MessageBoxes.h"
 
 #include <QStringList>
 
@@ -234,7 +235,7 @@ QString failureText(const QString& sentence, const RunTimeError& failure, const 
     if (!sentence.isEmpty()) {
         lines << sentence;
     }
-    lines << QString::fromStdU16String(failure.description());
+    lines << desktop::descriptionOf(failure);
     if (node != nullptr) {
         lines << nameWithKey(*node);
     }

@@ -1,6 +1,7 @@
 #include "outline/RenameNode.h"
 
 #include "outline/OutlineRows.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "store/Names.h"
 
@@ -11,8 +12,7 @@ using desktop::Icon;
 namespace {
 
 void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
-    messages.tell(QString::fromStdU16String(failure.description()), Icon::exclamation,
-                  QStringLiteral("提示"));
+    messages.tell(desktop::descriptionOf(failure), Icon::exclamation, QStringLiteral("提示"));
 }
 
 void rename(modMain& state, Workbench& workbench, const QString& newString) {

@@ -4,6 +4,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/TransactionScope.h"
@@ -96,7 +97,7 @@ StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Service
                                    desktop::Icon::information, QStringLiteral("提示"));
             return {Stored::alreadyThere, plan, {}};
         }
-        return {Stored::failed, plan, QString::fromStdU16String(failure.description())};
+        return {Stored::failed, plan, desktop::descriptionOf(failure)};
     }
 }
 

@@ -4,6 +4,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "store/OutlineFolders.h"
@@ -76,7 +77,7 @@ Copied TemplateCopy::DragDrop(const QString& targetKey, const QString& sourceKey
         remarkLeftOut();
         return outcome;
     } catch (const RunTimeError& failure) {
-        services_.messages.tell(QString::fromStdU16String(failure.description()));
+        services_.messages.tell(desktop::descriptionOf(failure));
         return Copied::incomplete;
     }
 }

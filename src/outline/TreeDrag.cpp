@@ -3,6 +3,7 @@
 #include "outline/LibraryTree.h"
 #include "outline/NodeMove.h"
 #include "outline/TemplateCopy.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/files/Trim.h"
 
 #include <limits>
@@ -58,7 +59,7 @@ Dropped Drop::move(const OutlineNode* node) {
             dropped.newKeys << move.newKey();
         }
         if (move.failure()) {
-            dropped.failure = QString::fromStdU16String(move.failure()->description());
+            dropped.failure = desktop::descriptionOf(*move.failure());
         }
         if (!dropped.done) {
             return dropped;

@@ -3,6 +3,7 @@
 #include "outline/BrowseTemplate.h"
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "store/Names.h"
 
@@ -73,7 +74,7 @@ bool TrvTemplateEvents::isDocument(const QString& query) {
 }
 
 void TrvTemplateEvents::tell(const RunTimeError& failure) {
-    messages_.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
+    messages_.tell(desktop::descriptionOf(failure), desktop::Icon::exclamation,
                    QStringLiteral("提示"));
 }
 

@@ -3,6 +3,7 @@
 #include "outline/OutlineKeys.h"
 #include "outline/OutlineRows.h"
 #include "outline/TreeLoading.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
@@ -21,7 +22,7 @@ Added dlgAddDoc::OK(const QString& TxtAdd) {
     try {
         return run(files::Trim(TxtAdd));
     } catch (const RunTimeError& failure) {
-        services_.messages.tell(QString::fromStdU16String(failure.description()));
+        services_.messages.tell(desktop::descriptionOf(failure));
         return Added::failed;
     }
 }

@@ -1,5 +1,6 @@
 #include "startup/Main.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/OpenDocuments.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/DiskFileSystem.h"
@@ -128,8 +129,7 @@ void openHistory(modMain& state, desktop::MessageBoxes& messages) {
     try {
         state.HistoryFound = state.History->mend();
     } catch (const RunTimeError& failure) { // each command asks whether to go on without it
-        messages.tell(QStringLiteral("操作历史不能使用：") +
-                          QString::fromStdU16String(failure.description()),
+        messages.tell(QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure),
                       desktop::Icon::exclamation, QStringLiteral("提示"));
     }
 }
@@ -183,8 +183,7 @@ bool Main(modMain& state, const QString& appPath, const MainServices& services) 
         services.splash.unload();
         return true;
     } catch (const RunTimeError& failure) {
-        services.messages.tell(QString::number(failure.number()) +
-                                   QString::fromStdU16String(failure.description()),
+        services.messages.tell(QString::number(failure.number()) + desktop::descriptionOf(failure),
                                desktop::Icon::exclamation, QStringLiteral("提示"));
         return false;
     }

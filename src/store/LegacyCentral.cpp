@@ -1,5 +1,6 @@
 #include "store/LegacyCentral.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "store/FormatTables.h"
@@ -105,7 +106,7 @@ std::optional<std::vector<LegacyTable>> readWhole(const modMain& state, const QS
         if (!isDamage(failure)) {
             throw;
         }
-        takeover.Failure = QString::fromStdU16String(failure.description());
+        takeover.Failure = desktop::descriptionOf(failure);
         return std::nullopt;
     }
 }

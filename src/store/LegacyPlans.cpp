@@ -1,5 +1,6 @@
 #include "store/LegacyPlans.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "store/LegacyFile.h"
 #include "store/LegacyTables.h"
@@ -88,8 +89,7 @@ bool adoptLegacyFile(modMain& state, const QString& file, const QString& name,
         return true;
     } catch (const RunTimeError& failure) {
         LegacyTakeover refused{name, kind};
-        refused.Failure =
-            QString::fromStdU16String(failure.description()) + QStringLiteral("\n文件保持原样。");
+        refused.Failure = desktop::descriptionOf(failure) + QStringLiteral("\n文件保持原样。");
         state.LegacyTakeovers.push_back(refused);
         return false;
     }

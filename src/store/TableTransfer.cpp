@@ -1,5 +1,6 @@
 #include "store/TableTransfer.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RecordedErrors.h"
 #include "platform/jet/TransactionScope.h"
 #include "store/LegacyPlans.h"
@@ -33,8 +34,7 @@ void enlist(jet::Recordset& list, const QString& name) {
 
 void show(const std::optional<RunTimeError>& failure, desktop::MessageBoxes& messages) {
     if (failure && failure->number() > 0) {
-        messages.tell(QString::fromStdU16String(failure->description()),
-                      desktop::Icon::exclamation);
+        messages.tell(desktop::descriptionOf(*failure), desktop::Icon::exclamation);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "tools/Run.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
@@ -65,7 +66,7 @@ ExitStatus runCommand(const Command& command, const GlobalOptions& options, Outp
     } catch (const StartFailed&) {
         return ExitStatus::refused;
     } catch (const RunTimeError& failure) {
-        output.note(QString::fromStdU16String(failure.description()));
+        output.note(desktop::descriptionOf(failure));
         return ExitStatus::refused;
     }
 }

@@ -36,7 +36,7 @@ public:
         try {
             event();
         } catch (const std::exception& failure) {
-            messages_.tell(QString::fromStdU16String(runTimeErrorOf(failure).description()));
+            messages_.tell(desktop::descriptionOf(runTimeErrorOf(failure)));
         }
     }
 

@@ -1,5 +1,6 @@
 #include "generate/driver/ErrorRoutine.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
 
 using namespace Qt::StringLiterals;
@@ -21,7 +22,7 @@ void ErrorRoutine::reactTo(const RunTimeError& error) {
                     desktop::Icon::information);
         return;
     default:
-        showAndGoOn(QString::fromStdU16String(error.description()), desktop::Icon::none);
+        showAndGoOn(desktop::descriptionOf(error), desktop::Icon::none);
     }
 }
 

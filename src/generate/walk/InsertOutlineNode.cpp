@@ -4,6 +4,7 @@
 #include "generate/numbering/NumberText.h"
 #include "generate/settings/SettingsRow.h"
 #include "generate/walk/InsertNodeDocument.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/UnexpectedErrors.h"
 #include "store/FontSizeToPoints.h"
 
@@ -74,8 +75,7 @@ void showError(const GenerationRun& run, const RunTimeError& error) {
     const GenerationServices& services = run.services;
     services.dlgTB.hide();
     if (error.number() != 0)
-        services.messages.tell(QString::fromStdU16String(error.description()),
-                               desktop::Icon::information);
+        services.messages.tell(desktop::descriptionOf(error), desktop::Icon::information);
     services.dlgTB.show();
 }
 
@@ -89,7 +89,7 @@ void InsertOutlineNode(GenerationRun& run, const outline::OutlineNode& node, int
         insert(run, {node, level}, numberText, entry);
     } catch (const std::exception& failure) {
         const RunTimeError error = runTimeErrorOf(failure);
-        entry.Failure = QString::fromStdU16String(error.description());
+        entry.Failure = desktop::descriptionOf(error);
         showError(run, error);
     }
     run.window.Visited.push_back(entry);

@@ -1,5 +1,6 @@
 #include "generate/windows/PicEdit.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 
@@ -106,7 +107,7 @@ void PicEdit::loadPreview(const QString& path) {
     try {
         document_.show(path_);
     } catch (const RunTimeError& failure) {
-        say(QString::fromStdU16String(failure.description()));
+        say(desktop::descriptionOf(failure));
         throw;
     }
     isShown_ = true;

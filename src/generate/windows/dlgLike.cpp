@@ -1,5 +1,6 @@
 #include "generate/windows/dlgLike.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 
 #include <QDir>
@@ -77,7 +78,7 @@ void dlgLike::Load() {
     try {
         dialog_.Load();
     } catch (const RunTimeError& failure) {
-        messages_.tell(QString::fromStdU16String(failure.description()));
+        messages_.tell(desktop::descriptionOf(failure));
     }
     fill();
     select(0);

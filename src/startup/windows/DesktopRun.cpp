@@ -2,6 +2,7 @@
 
 #include "generate/windows/frmBidEdit.h"
 #include "outline/windows/frmBid.h"
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/windows/HelpKey.h"
 #include "platform/desktop/windows/QtHelpWindow.h"
 #include "platform/desktop/windows/WidgetEvents.h"
@@ -41,8 +42,7 @@ void prepare(const QString& executableFolder, const QString& home, registry::Reg
                              QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
         }
     } catch (const RunTimeError& failure) {
-        messages.tell(QString::fromStdU16String(failure.description()), desktop::Icon::exclamation,
-                      u"提示"_s);
+        messages.tell(desktop::descriptionOf(failure), desktop::Icon::exclamation, u"提示"_s);
     }
 }
 
@@ -75,8 +75,8 @@ bool DesktopRun::start(const QString& programFolder) {
     try {
         return startInTurn(programFolder);
     } catch (const RunTimeError& failure) {
-        services_.outline.messages.tell(QString::fromStdU16String(failure.description()),
-                                        desktop::Icon::exclamation, u"提示"_s);
+        services_.outline.messages.tell(desktop::descriptionOf(failure), desktop::Icon::exclamation,
+                                        u"提示"_s);
         return false;
     }
 }

@@ -1,5 +1,6 @@
 #include "startup/windows/MainForm.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/desktop/UserName.h"
 #include "platform/error/IgnoringErrors.h"
 #include "startup/windows/ChildTitleStyle.h"
@@ -251,7 +252,7 @@ void MainForm::help(void (desktop::HelpWindow::*page)(const QString&)) {
     try {
         (parts_.help.*page)(file);
     } catch (const RunTimeError& failure) {
-        parts_.messages.tell(QString::fromStdU16String(failure.description()));
+        parts_.messages.tell(desktop::descriptionOf(failure));
     }
 }
 

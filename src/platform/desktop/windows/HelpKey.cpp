@@ -1,5 +1,6 @@
 #include "platform/desktop/windows/HelpKey.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 
 #include <QFileDialog>
@@ -81,7 +82,7 @@ void HelpKey::show(const QWidget& widget) {
     try {
         help_.showPage(file, pageOwner(&widget));
     } catch (const RunTimeError& failure) {
-        messages_.tell(QString::fromStdU16String(failure.description()));
+        messages_.tell(descriptionOf(failure));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "platform/preview/windows/PagePane.h"
 
+#include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
 #include "platform/word/engine/DocumentSource.h"
@@ -123,7 +124,7 @@ std::unique_ptr<OwnPages> PagePane::read() {
 // Where no page is seen yet, what was asked for has failed. It is told behind the signal, whose
 // sender may go while a box is open.
 void PagePane::failLate(const RunTimeError& failure) {
-    say(QString::fromStdU16String(failure.description()));
+    say(desktop::descriptionOf(failure));
     if (source_ == nullptr) {
         failure_ = failure;
         telling_.start(0);
@@ -170,7 +171,7 @@ void PagePane::readAnew() {
         }
     } catch (const RunTimeError& failure) {
         if (!showConverted()) {
-            say(QString::fromStdU16String(failure.description()));
+            say(desktop::descriptionOf(failure));
         }
     }
 }
