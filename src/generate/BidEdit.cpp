@@ -9,12 +9,15 @@
 #include "platform/desktop/BesideEvents.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
+#include "platform/error/UnexpectedErrors.h"
 #include "platform/files/Paths.h"
 #include "store/PlanLists.h"
 #include "store/ProgramFiles.h"
 
+#include <QScopeGuard>
 #include <QTemporaryDir>
 
+#include <exception>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -127,7 +130,7 @@ bool BidEdit::mnuBul() {
         try {
             isRebuilt = RebuildContents(program_, services_.generation,
                                         [this] { return services_.longRun.isCancelled(); });
-        } catch (const RunTimeError&) {
+        } catch (const std::exception&) {
             if (!services_.longRun.isCancelled())
                 throw;
         }
@@ -268,13 +271,8 @@ void BidEdit::showBidData() {
 
 void BidEdit::withHourglass(const std::function<void()>& work) {
     services_.pane.showHourglass();
-    try {
-        work();
-    } catch (const RunTimeError&) {
-        services_.pane.showNormalPointer();
-        throw;
-    }
-    services_.pane.showNormalPointer();
+    const auto pointer = qScopeGuard([this] { services_.pane.showNormalPointer(); });
+    work();
 }
 
 std::optional<std::vector<PlanFinding>> BidEdit::check() {
@@ -326,7 +324,7 @@ bool BidEdit::drawPdf(const QString& pdf) {
         try {
             services_.pdf.print(files::resolved(finishedDocument()), drawn);
             program_.modMain.gFso->CopyFile(drawn, pdf, true); // which the history sees
-        } catch (const RunTimeError&) {
+        } catch (const std::exception&) {
             isDrawn = false;
             if (!services_.longRun.isCancelled())
                 throw;
@@ -338,7 +336,8 @@ bool BidEdit::drawPdf(const QString& pdf) {
 void BidEdit::runOfToolbar(const std::function<void()>& command) {
     try {
         command();
-    } catch (const RunTimeError& failure) {
+    } catch (const std::exception& cause) {
+        const RunTimeError failure = runTimeErrorOf(cause);
         services_.generation.dlgTB.unload();
         services_.pane.showNormalPointer();
         program_.word.dropApplication();

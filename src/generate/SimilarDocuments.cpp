@@ -4,13 +4,16 @@
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "platform/desktop/MessageBoxes.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/UnexpectedErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "store/Names.h"
 #include "store/PlanLists.h"
 
 #include <QFileInfo>
+
+#include <exception>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -71,7 +74,14 @@ void SimilarDocuments::cmdBrowse() {
     }
 }
 
+// A second one while the first runs goes on to its refusal.
 bool SimilarDocuments::cmdInsert() {
+    bool isInserted = false;
+    const bool isFirst = command_->run([&] { isInserted = insertSelected(); });
+    return isFirst ? isInserted : insertSelected();
+}
+
+bool SimilarDocuments::insertSelected() {
     std::optional<desktop::LongRunScope> progress;
     try {
         if (services_.word.isAtWork() || services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
@@ -87,16 +97,26 @@ bool SimilarDocuments::cmdInsert() {
         progress.emplace(services_.longRun, u"插入文档"_s, 0);
         insertInto(path);
         return true;
-    } catch (const RunTimeError& failure) {
+    } catch (const std::exception& failure) {
         const bool isCancelled = services_.longRun.isCancelled();
         progress.reset();
         if (isCancelled) {
             services_.word.dropApplication();
         } else {
-            tellFailedInsertion(services_.messages, failure);
+            tellFailedInsertion(services_.messages, runTimeErrorOf(failure));
         }
         return false;
     }
+}
+
+// The command that has opened the dialog runs until it closes; while it is open its own ones count.
+desktop::LateFailure
+SimilarDocuments::toldWhenIdle(std::function<void(const RunTimeError&)> tell) const {
+    return [dialog = std::weak_ptr(command_), &outer = state_.Command,
+            tell = std::move(tell)](const RunTimeError& failure) {
+        const auto open = dialog.lock();
+        return (open ? *open : outer).run([&] { tell(failure); });
+    };
 }
 
 void SimilarDocuments::leaveIfCancelled() const {
@@ -116,8 +136,8 @@ void SimilarDocuments::insertInto(const QString& path) {
     leaveIfCancelled();
     word.activeDocument().Close(true);
     services_.frmBidEdit.loadPreview(path);
-    services_.frmBidEdit.onLatePreviewFailure(desktop::toldBetweenCommands(
-        state_.Command, [&messages = services_.messages](const RunTimeError& failure) {
+    services_.frmBidEdit.onLatePreviewFailure(
+        toldWhenIdle([&messages = services_.messages](const RunTimeError& failure) {
             tellFailedInsertion(messages, failure);
         }));
     services_.frmBidEdit.updatePreview();
@@ -152,12 +172,13 @@ const SimilarDocuments::Row& SimilarDocuments::selectedRow() const {
 void SimilarDocuments::cmdOpen() {
     try {
         services_.frmBidEdit.loadPreview(selectedRow().path);
-        services_.frmBidEdit.onLatePreviewFailure(desktop::toldBetweenCommands(
-            state_.Command, [&messages = services_.messages](const RunTimeError& failure) {
+        services_.frmBidEdit.onLatePreviewFailure(
+            toldWhenIdle([&messages = services_.messages](const RunTimeError& failure) {
                 messages.tell(desktop::descriptionOf(failure));
             }));
         services_.frmBidEdit.activatePreview();
-    } catch (const RunTimeError& failure) {
+    } catch (const std::exception& cause) {
+        const RunTimeError failure = runTimeErrorOf(cause);
         if (failure.number() == error::objectNotSet) {
             services_.messages.tell(u"没有文档，所以不能打开！"_s, Icon::exclamation, u"警告！"_s);
         } else {

@@ -6,12 +6,15 @@
 #include "platform/desktop/FileDialogs.h"
 #include "platform/desktop/LongRun.h"
 #include "platform/desktop/MessageBoxes.h"
+#include "platform/desktop/OneCommand.h"
 #include "platform/desktop/WordProcessorWindows.h"
 #include "store/modMain.h"
 
 #include <QString>
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -72,7 +75,9 @@ private:
     QStringList foldersAtWork() const;
     QString target() const;
     const Row& selectedRow() const;
+    bool insertSelected();
     void insertInto(const QString& path);
+    desktop::LateFailure toldWhenIdle(std::function<void(const RunTimeError&)> tell) const;
     void leaveIfCancelled() const;
 
     modMain& state_;
@@ -81,6 +86,8 @@ private:
     std::vector<Row> rows_;
     std::optional<std::size_t> selected_;
     bool enabled_ = true;
+    // Shared with what is told later than the dialog may live.
+    std::shared_ptr<desktop::OneCommand> command_ = std::make_shared<desktop::OneCommand>();
 };
 
 } // namespace qvnd::generate

@@ -8,7 +8,7 @@
 #include "outline/TreeLoading.h"
 #include "platform/desktop/BesideEvents.h"
 #include "platform/desktop/MessageBoxes.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/UnexpectedErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "platform/jet/TransactionScope.h"
@@ -19,6 +19,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <exception>
 
 namespace qvnd::outline {
 
@@ -51,8 +52,8 @@ Reading readingOf(const std::filesystem::path& path) {
     try {
         word::readDocumentFile(path);
         return {};
-    } catch (const RunTimeError& failure) {
-        return {desktop::descriptionOf(failure),
+    } catch (const std::exception& failure) {
+        return {desktop::descriptionOf(runTimeErrorOf(failure)),
                 QString::fromStdU16String(word::formatToConvert(path))};
     }
 }

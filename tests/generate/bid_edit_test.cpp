@@ -12,6 +12,7 @@
 #include "support/OutlineWorld.h"
 
 #include <fstream>
+#include <stdexcept>
 
 using namespace Qt::StringLiterals;
 using namespace qvnd;
@@ -544,6 +545,16 @@ TEST_F(PlanEdit, AnErrorOfTheToolbarTakesDownDialogAndPointerAndShowsItsDescript
     EXPECT_EQ(linesBetween("create Word.Application", "never"),
               "dlgTB.unload\npointer normal\nApplication dropped\ndlgTB.unload\n"
               "message [none] 找不到文件\n");
+}
+
+TEST_F(PlanEdit, WhatIsNoRunTimeErrorTakesDownDialogAndPointerToo) {
+    loaded().runOfToolbar([] { throw std::logic_error("odd"); });
+    EXPECT_EQ(wholeLog(), "dlgTB.unload\npointer normal\ndlgTB.unload\n"
+                          "message [none] 程序内部出错，这一步没有完成。（odd）\n");
+    writeFinished();
+    log.at("Documents.Open", [] { throw std::logic_error("odd"); });
+    EXPECT_THROW(edit->mnuBul(), std::logic_error);
+    EXPECT_EQ(log.lines.back(), "pointer normal");
 }
 
 TEST_F(PlanEdit, ErrorZeroOfTheToolbarShowsNothing) {

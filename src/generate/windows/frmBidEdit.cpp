@@ -290,8 +290,9 @@ void frmBidEdit::hideLists() {
 // was not saved is not to be seen elsewhere, so the report is shown. Lists of the state before are
 // out of date.
 void frmBidEdit::build() {
-    hideLists();
     const BuildOutcome outcome = edit_->mnuBuildbid();
+    if (outcome != BuildOutcome::refused)
+        hideLists();
     if (outcome == BuildOutcome::notSaved)
         report();
     if (outcome != BuildOutcome::finished)

@@ -2,16 +2,18 @@
 
 #include "platform/error/RunTimeError.h"
 
+#include <exception>
+
 namespace qvnd {
 
-// Runs one statement with its run-time error ignored: what it did before it failed stays done.
+// Runs one statement with any error of it ignored: what it did before it failed stays done.
 // Meant for a single statement at its place, never for a block. True when it ended well.
 template <class Statement>
 bool ignoringErrors(Statement statement) {
     try {
         statement();
         return true;
-    } catch (const RunTimeError&) {
+    } catch (const std::exception&) {
         return false;
     }
 }

@@ -194,7 +194,7 @@ std::optional<Step> Recorder::finish(const QString& selectedAfter) {
 
 // Behind the record nothing may fail: the step is there.
 std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAfter) {
-    const std::optional<Step> step = makeStep(kind, selectedAfter);
+    std::optional<Step> step = makeStep(kind, selectedAfter);
     if (!step) {
         kept_.removeStep(running_.step());
     }

@@ -195,7 +195,7 @@ Pending Restoration::begin(std::int64_t target) {
     ++position.last; // the contents that go lie under a number of their own
     file.setPosition(position);
     const Plan plan = planned(goalOf(wayTo(target)), position.last);
-    const Pending pending{target, QDateTime::currentDateTime(), plan.files};
+    Pending pending{target, QDateTime::currentDateTime(), plan.files};
     file.setPending(pending);
     kept_.prepare(position.last);
     all.commit();
