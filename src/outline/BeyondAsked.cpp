@@ -223,7 +223,7 @@ private:
                          });
         }
         if (!forgotten.isEmpty()) {
-            sentences_ << u"文件夹或表已不在，因此不再记录大纲：%1"_s.arg(listed(forgotten));
+            sentences_ << u"文件夹或数据已不在，因此不再列出：%1"_s.arg(listed(forgotten));
         }
         QStringList unlisted;
         for (const Place place : {Place::plans, Place::templates}) {
@@ -239,7 +239,7 @@ private:
         const QStringList adopted =
             outlinesIn(made_[Place::plans]) + outlinesIn(made_[Place::templates]);
         if (isStart_ && !adopted.isEmpty()) {
-            sentences_ << u"列入了文件夹中的大纲：%1"_s.arg(listed(adopted));
+            sentences_ << u"列入了文件夹中的方案或模板：%1"_s.arg(listed(adopted));
         }
     }
     void tellFiles() {

@@ -58,7 +58,7 @@ TEST(BeyondAsked, ATemplateOfThePlansNameThatGoesWithThePlanIsTold) {
                              row(removed, plansFile, "遍历表", {}, "甲")};
     EXPECT_EQ(ofDeletion("甲", plan), "");
     EXPECT_EQ(ofDeletion("甲", plan + QList{table(dropped, templatesFile, "甲")}),
-              "文件夹或表已不在，因此不再记录大纲：甲");
+              "文件夹或数据已不在，因此不再列出：甲");
 }
 
 TEST(BeyondAsked, ATemplateThatIsDeletedAsAWholeIsAskedForUnlessAnotherGoesWithIt) {

@@ -171,7 +171,7 @@ TEST_F(HistoryTool, ADocumentThatCannotBeReadIsToldAndNotedInItsStep) {
 TEST_F(HistoryTool, AStepBearsTheMeaningOfItsCommandWithoutTheDetails) {
     const auto last = [&] { return list().last().toObject()["操作"].toString(); };
     ASSERT_EQ(qvndctl({"format", "set", "封面表", "工程名称", "甲工程"}), ExitStatus::done);
-    EXPECT_EQ(last(), "改写格式设置的一个字段[封面表]");
+    EXPECT_EQ(last(), "改写格式设置的一个字段[封面设置]");
     qvndctl({"generate", "甲"});
     EXPECT_EQ(last(), "生成工作文件夹中的“施工方案.doc”[施工方案.doc]");
     ASSERT_EQ(qvndctl({"plan", "delete", "甲"}), ExitStatus::done);

@@ -179,8 +179,9 @@ TEST_F(HalfDone, InformationOfAPlanWithoutItsDatabaseStandsInTheCentralTableAlon
     loseThePlansDatabase();
     const auto step = record("工程信息", [&] { test::PlannersDesk(planner).information("别人"); });
     EXPECT_EQ(told(), "更新失败！");
+    EXPECT_TRUE(changesOf(step).join('\n').contains("改动 甲 的工程信息"));
+    EXPECT_EQ(step.title, "工程信息[甲]");
     EXPECT_EQ(step.note, QString());
-    EXPECT_TRUE(changesOf(step).join('\n').contains("“甲Org”中的记录"));
 }
 
 TEST_F(HalfDone, ANameOfDigitsTakesTheFolderOfThatNameAndLeavesAnother) {

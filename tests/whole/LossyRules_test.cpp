@@ -67,7 +67,7 @@ TEST_F(LossyRule, ARefreshForgetsAnOutlineWhoseFolderIsGone) {
     const QString note = noteOf("下级", [&] {
         planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
     });
-    EXPECT_TRUE(note.contains("不再记录大纲：甲")) << note.toStdString();
+    EXPECT_TRUE(note.contains("不再列出：甲")) << note.toStdString();
 }
 
 TEST_F(LossyRule, ARefusedDocumentLeavesItsCopyBehind) {
@@ -170,7 +170,7 @@ TEST_F(LossyRule, DeletingThePlanWithoutItsRootSelectedLeavesTablesThatTheNextRe
         step = recorded.finish();
     }
     ASSERT_TRUE(step);
-    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    EXPECT_TRUE(step->note.contains("不再列出：甲")) << step->note.toStdString();
     outline::undo(planner.state(), planner.workbench(), planner.services());
     outline::undo(planner.state(), planner.workbench(), planner.services());
     test::expectSame(onDisk(), before);
@@ -187,7 +187,7 @@ TEST_F(LossyRule, ANameWithoutATableIsForgottenByARefresh) {
     planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
     const auto step = recorded.finish();
     ASSERT_TRUE(step);
-    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    EXPECT_TRUE(step->note.contains("不再列出：甲")) << step->note.toStdString();
     outline::undo(planner.state(), planner.workbench(), planner.services());
     test::expectSame(onDisk(), before);
 }
@@ -202,7 +202,7 @@ TEST_F(LossyRule, ARefreshForgetsATemplateWhoseFolderIsGone) {
     planner.storeTemplate();
     const auto step = recorded.finish();
     ASSERT_TRUE(step);
-    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    EXPECT_TRUE(step->note.contains("不再列出：甲")) << step->note.toStdString();
     EXPECT_FALSE(planner.state().gDbTemplate->TableDefs().Contains("甲"));
     outline::undo(planner.state(), planner.workbench(), planner.services());
     EXPECT_TRUE(planner.state().gDbTemplate->TableDefs().Contains("甲"));
@@ -220,7 +220,7 @@ TEST_F(LossyRule, ATemplateWithoutItsTableLosesItsOwnDatabase) {
     planner.storeTemplate();
     const auto step = recorded.finish();
     ASSERT_TRUE(step);
-    EXPECT_TRUE(step->note.contains("不再记录大纲：甲")) << step->note.toStdString();
+    EXPECT_TRUE(step->note.contains("不再列出：甲")) << step->note.toStdString();
     EXPECT_FALSE(planner.folder.exists("Sys/标书模板/甲/甲.mdb"));
     outline::undo(planner.state(), planner.workbench(), planner.services());
     EXPECT_TRUE(planner.folder.exists("Sys/标书模板/甲/甲.mdb"));
@@ -245,7 +245,7 @@ TEST_F(LossyRule, AFolderOfPlansThatTheStartFindsIsListed) {
     planner.start();
     const history::Step step = planner.state().History->undoable().value_or(history::Step{});
     EXPECT_EQ(step.title, "启动[甲]");
-    EXPECT_EQ(step.note, "列入了文件夹中的大纲：甲");
+    EXPECT_EQ(step.note, "列入了文件夹中的方案或模板：甲");
     EXPECT_TRUE(planner.state().gDbUser->TableDefs().Contains("甲"));
     EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
     EXPECT_FALSE(planner.state().gDbUser->TableDefs().Contains("甲"));

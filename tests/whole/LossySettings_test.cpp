@@ -48,7 +48,7 @@ TEST_F(LossySetting, LookingAtASettingLibraryWritesItsBoxesAndOptionsIntoTheWork
     const auto step = inTheDialog([](Form& form) { form.settingLibrary.lstSet.click(0); });
     EXPECT_NE(valueOf("页眉页脚表", "是否带页眉"), mine);
     EXPECT_EQ(valueOf("页眉页脚表", "页眉内容"), "我的页眉") << "texts wait for the user";
-    EXPECT_TRUE(told(step).contains("改动“页眉页脚表”中的记录")) << told(step).toStdString();
+    EXPECT_TRUE(told(step).contains("改动 页眉、页脚及目录")) << told(step).toStdString();
     EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：是否带页眉由“否”改为“是”。");
 }
 
@@ -65,7 +65,7 @@ TEST_F(LossySetting, SavingASettingLibraryShowsTheFirstOneOverWhatTheUserHasSet)
     });
     EXPECT_NE(valueOf("第三眉脚", "是否带页眉"), first);
     EXPECT_EQ(valueOf("页眉页脚表", "是否带页眉"), first);
-    EXPECT_TRUE(told(step).contains("新建大纲或表 第三页面")) << told(step).toStdString();
+    EXPECT_TRUE(told(step).contains("新建 设置 第三页面")) << told(step).toStdString();
     EXPECT_EQ(step.note, QString());
 }
 
@@ -80,7 +80,7 @@ TEST_F(LossySetting, LookingAtACoverLibraryWritesItsPictureIntoTheWorkingTable) 
     });
     const auto step = inTheDialog([](Form& form) { form.coverLibrary.lstcover.click(0); });
     EXPECT_EQ(valueOf("封面表", "图片"), "桥.bmp");
-    EXPECT_TRUE(told(step).contains("改动“封面表”中的记录")) << told(step).toStdString();
+    EXPECT_TRUE(told(step).contains("改动 封面设置")) << told(step).toStdString();
     EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：图片由“路.bmp”改为“桥.bmp”。");
 }
 
@@ -91,7 +91,7 @@ TEST_F(LossySetting, ASettingLibraryThatIsHalfThereGetsTheTablesBeforeTheOneThat
     EXPECT_TRUE(hasTable("常用章节"));
     EXPECT_FALSE(hasTable("常用眉脚"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
-    EXPECT_TRUE(told(step).contains("新建大纲或表 常用章节")) << told(step).toStdString();
+    EXPECT_TRUE(told(step).contains("新建 设置 常用章节")) << told(step).toStdString();
     EXPECT_EQ(step.note, QString());
 }
 
@@ -102,7 +102,7 @@ TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt
     EXPECT_FALSE(hasTable("常用章节"));
     EXPECT_TRUE(hasTable("常用页面"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
-    EXPECT_TRUE(told(step).contains("删去大纲或表 常用章节")) << told(step).toStdString();
+    EXPECT_TRUE(told(step).contains("删去 设置 常用章节")) << told(step).toStdString();
     EXPECT_EQ(step.note, QString());
 }
 
@@ -118,6 +118,19 @@ TEST_F(LossySetting, ANewCustomPageOverwritesTheDocumentThatADeletedOneHasLeft) 
     EXPECT_EQ(step.note, "覆盖了 1 个文件：页.doc");
     EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
     EXPECT_EQ(planner.folder.read(pageOf("页")), mine);
+}
+
+TEST_F(LossySetting, AStepOfTheDialogBearsTheNameOfThePageThatWasChanged) {
+    prepared({}, [](Form&) {}); // what the load itself changes
+    const auto header = [](Form& form) { form.headerFooter.chkHeader.click(); };
+    EXPECT_EQ(inTheDialog(header).title, "施工方案设置[页眉、页脚及目录]");
+    const auto both = inTheDialog([&](Form& form) {
+        header(form);
+        form.page.txtPageupdis.type("3.1");
+        form.page.txtPageupdis.leave();
+    });
+    EXPECT_EQ(both.title, "施工方案设置[页眉、页脚及目录等]");
+    EXPECT_TRUE(changesOf(both).contains("改动 页面、正文设置")) << told(both).toStdString();
 }
 
 TEST_F(LossySetting, GenerationReplacesTheFinishedDocument) {

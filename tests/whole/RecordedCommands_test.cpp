@@ -46,7 +46,9 @@ protected:
 TEST_F(RecordedCommands, NewPlan) {
     const auto step = record("新建方案", [&] { planner.newPlan("乙"); });
     EXPECT_EQ(step.title, "新建方案[乙]");
-    EXPECT_TRUE(hasLine(step, "新建大纲或表 乙"));
+    EXPECT_TRUE(hasLine(step, "新建 大纲 乙"));
+    EXPECT_TRUE(hasLine(step, "新建 乙 的工程信息"));
+    EXPECT_TRUE(hasLine(step, "加入 乙（方案列表）"));
 }
 
 TEST_F(RecordedCommands, DeletePlan) {
@@ -64,7 +66,7 @@ TEST_F(RecordedCommands, PlanInformation) {
         dialog.form.TxtEdit = "别人";
         dialog.BtnOk();
     });
-    EXPECT_TRUE(hasLine(step, "“甲Org”中的记录")) << changesOf(step).join('\n').toStdString();
+    EXPECT_TRUE(hasLine(step, "改动 甲 的工程信息")) << changesOf(step).join('\n').toStdString();
 }
 
 TEST_F(RecordedCommands, Rename) {
@@ -82,7 +84,8 @@ TEST_F(RecordedCommands, DragWithTheFilesThatItRenames) {
 
 TEST_F(RecordedCommands, StoreTemplate) {
     const auto step = record("存入方案模板", [&] { planner.storeTemplate(); });
-    EXPECT_TRUE(hasLine(step, "新建大纲或表 甲"));
+    EXPECT_TRUE(hasLine(step, "新建 大纲 甲"));
+    EXPECT_TRUE(hasLine(step, "加入 甲（模板列表）"));
 }
 
 TEST_F(RecordedCommands, DeleteTemplate) {
@@ -129,7 +132,7 @@ TEST_F(RecordedCommands, ForgettingByTheStart) {
     planner.start();
     const history::Step step = planner.state().History->undoable().value_or(history::Step{});
     EXPECT_EQ(step.title, "启动[甲]");
-    EXPECT_EQ(step.note, "文件夹或表已不在，因此不再记录大纲：甲");
+    EXPECT_EQ(step.note, "文件夹或数据已不在，因此不再列出：甲");
     EXPECT_TRUE(outline::undo(planner.state(), planner.workbench(), planner.services()));
     EXPECT_TRUE(planner.state().gDbUser->TableDefs().Contains("甲"));
 }
@@ -145,8 +148,10 @@ TEST_F(RecordedCommands, SettingsAndTheirLibraries) {
         dialog.form().headerFooter.chkHeader.click();
         dialog.form().settingLibrary.cmdSaveSet.click();
     });
-    EXPECT_TRUE(hasLine(step, "新建大纲或表 常用页面")) << changesOf(step).join('\n').toStdString();
-    EXPECT_TRUE(hasLine(step, "改动“页眉页脚表”中的记录"));
+    EXPECT_TRUE(hasLine(step, "新建 设置 常用页面")) << changesOf(step).join('\n').toStdString();
+    EXPECT_TRUE(hasLine(step, "改动 页眉、页脚及目录"));
+    EXPECT_TRUE(hasLine(step, "加入 常用（标书设置库）"));
+    EXPECT_EQ(step.title, "施工方案设置[常用]");
 }
 
 // The word processor of the insertion is our own engine, which writes the file by itself.

@@ -157,7 +157,7 @@ void frmBid::buildButtons() {
     cmdEdit_ = button(u"cmdEdit"_s, u"施工方案编辑"_s);
     cmdExit_ = button(u"cmdExit"_s, u"退出"_s);
     connect(cmdEdit_, &QPushButton::clicked, this,
-            [this] { run([this] { commands_.cmdEdit(); }); });
+            [this] { run([this] { commands_.cmdEdit(); }, cmdEdit_->text()); });
     connect(cmdExit_, &QPushButton::clicked, this,
             [this] { read([this] { commands_.cmdExit(); }); });
 }

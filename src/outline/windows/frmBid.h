@@ -106,7 +106,7 @@ private:
     // The two kinds of events; see CommandsInTurn. A name that is being typed is taken over before.
     void read(const std::function<void()>& event);
     // `caption` names the command in the history.
-    void run(const std::function<void()>& event, const QString& caption = QStringLiteral("操作"));
+    void run(const std::function<void()>& event, const QString& caption);
     // For a command that is not to look at what other programs have done.
     void load(const std::function<void()>& event, const QString& caption);
     CommandsInTurn::Event thenFollow(const std::function<void()>& event);

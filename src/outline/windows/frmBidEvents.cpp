@@ -280,8 +280,9 @@ void frmBid::connectOpening() {
         {TrvCurrent_, &workbench_.TrvCurrent}, {TrvTemplate_Us_, &workbench_.TrvTemplate_Us}};
     for (const auto& [view, tree] : trees) {
         for (const char* key : {"Ctrl+Return", "Ctrl+Enter"}) {
-            onKey(*view, QKeySequence(QLatin1String(key)),
-                  [this, tree = tree] { run([&] { openSelectedDocument(*tree); }); });
+            onKey(*view, QKeySequence(QLatin1String(key)), [this, tree = tree] {
+                run([&] { openSelectedDocument(*tree); }, u"打开文档"_s);
+            });
         }
     }
 }
@@ -330,10 +331,10 @@ void frmBid::connectTrvTemplate_Us() {
     };
     connect(TrvTemplate_Us_, &OutlineView::nodeClick, this, &frmBid::trvTemplate_UsNodeClick);
     connect(TrvTemplate_Us_, &OutlineView::dblClick, this,
-            [this, events] { run([&] { events().DblClick(); }); });
+            [this, events] { run([&] { events().DblClick(); }, u"浏览"_s); });
     connect(TrvTemplate_Us_, &OutlineView::keyDown, this, [this, events](int code) {
         if (code == OutlineView::keyEnter) {
-            run([&] { events().DblClick(); });
+            run([&] { events().DblClick(); }, u"浏览"_s);
         }
     });
     connect(TrvTemplate_Us_, &OutlineView::mouseDown, this,

@@ -1,5 +1,7 @@
 #include "platform/history/StepWords.h"
 
+#include <QHash>
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -15,6 +17,44 @@ bool isUnseen(const Change& change) {
 
 bool isBookkeeping(const Change& change) {
     return isUnseen(change) || change.table == u"遍历表"_s; // the list of plans
+}
+
+// What a user calls the tables of Db_BidSet.mdb: the pages and libraries of the dialog.
+QString settingsWord(const QString& table) {
+    static const QHash<QString, QString> words{{u"封面表"_s, u"封面设置"_s},
+                                               {u"章节设置表"_s, u"章节设置"_s},
+                                               {u"页眉页脚表"_s, u"页眉、页脚及目录"_s},
+                                               {u"页面设置表"_s, u"页面、正文设置"_s},
+                                               {u"是否设置表"_s, u"选用的库"_s},
+                                               {u"封面库"_s, u"封面格式库"_s},
+                                               {u"设置库"_s, u"标书设置库"_s},
+                                               {u"自定义表"_s, u"自定义库"_s},
+                                               {u"当前自定义"_s, u"自定义页"_s},
+                                               {u"序号表"_s, u"序号"_s}};
+    return words.value(table);
+}
+
+// The plan whose information a table keeps; empty for any other table.
+QString planInformedBy(const QString& table) {
+    return table.endsWith(u"Org"_s) ? table.chopped(3) : QString();
+}
+
+bool isSettings(const Change& change) {
+    return change.database.compare(u"Db_BidSet.mdb"_s, Qt::CaseInsensitive) == 0;
+}
+
+// What a command on rows without names was about.
+QString subjectIn(const QList<Change>& changes) {
+    QStringList words;
+    for (const Change& change : changes) {
+        if (!change.table.isEmpty() && !isBookkeeping(change)) {
+            const QString plan = planInformedBy(change.table);
+            const QString word = isSettings(change) ? settingsWord(change.table) : plan;
+            words << (word.isEmpty() ? change.table : word);
+        }
+    }
+    words.removeDuplicates();
+    return words.size() > 1 ? words.first() + u"等"_s : words.join(QString());
 }
 
 QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
@@ -35,20 +75,42 @@ QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
             return name;
         }
     }
-    const auto inTable = std::find_if(changes.begin(), changes.end(), [](const Change& change) {
-        return !change.table.isEmpty() && !isBookkeeping(change);
-    });
-    return inTable == changes.end() ? frame.plan : inTable->table;
+    const QString subject = subjectIn(changes);
+    return subject.isEmpty() ? frame.plan : subject;
 }
 
-QString nodeText(const Change& change) {
-    return change.key.isEmpty() ? change.name : u"%1（%2）"_s.arg(change.name, change.key);
+// Where a row with a name stands: under its key, or in one of the lists.
+QString placeText(const Change& change) {
+    if (change.table == u"遍历表"_s) {
+        const bool isOfTemplates =
+            change.database.compare(u"Db_Template.mdb"_s, Qt::CaseInsensitive) == 0;
+        return isOfTemplates ? u"模板列表"_s : u"方案列表"_s;
+    }
+    return isSettings(change) ? settingsWord(change.table) : change.key;
 }
 
-// Rows without a name are told by their table.
+QString namedText(const Change& change, const QString& name) {
+    const QString place = placeText(change);
+    if (place.isEmpty() || name.isEmpty()) {
+        return name + place;
+    }
+    return u"%1（%2）"_s.arg(name, place);
+}
+
+// A table in the user's words.
+QString tableText(const Change& change) {
+    if (isSettings(change)) {
+        const QString word = settingsWord(change.table);
+        return word.isEmpty() ? u"设置 %1"_s.arg(change.table) : word;
+    }
+    const QString plan = planInformedBy(change.table);
+    return plan.isEmpty() ? u"大纲 %1"_s.arg(change.table) : u"%1 的工程信息"_s.arg(plan);
+}
+
+// Rows with neither name nor key are told by their table.
 QString rowText(const QString& verb, const Change& change) {
-    return change.name.isEmpty() ? u"%1“%2”中的记录"_s.arg(verb, change.table)
-                                 : u"%1 %2"_s.arg(verb, nodeText(change));
+    const bool isNamed = !change.name.isEmpty() || !change.key.isEmpty();
+    return u"%1 %2"_s.arg(verb, isNamed ? namedText(change, change.name) : tableText(change));
 }
 
 } // namespace
@@ -79,11 +141,11 @@ QString lineOf(const Change& change) {
     case Change::Kind::rowChanged:
         return change.nameBefore.isEmpty()
                    ? rowText(u"改动"_s, change)
-                   : u"改名 %1，原名 %2"_s.arg(nodeText(change), change.nameBefore);
+                   : u"改名 %1，原名 %2"_s.arg(namedText(change, change.name), change.nameBefore);
     case Change::Kind::tableMade:
-        return u"新建大纲或表 %1"_s.arg(change.name);
+        return u"新建 %1"_s.arg(tableText(change));
     case Change::Kind::tableDropped:
-        return u"删去大纲或表 %1"_s.arg(change.name);
+        return u"删去 %1"_s.arg(tableText(change));
     case Change::Kind::fileAdded:
         return u"新文件 %1"_s.arg(change.key);
     case Change::Kind::fileRemoved:
