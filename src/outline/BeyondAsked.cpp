@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -52,21 +53,19 @@ class Words {
 public:
     Words(const history::CommandFrame& frame, const QList<Change>& changes, const OutlineNow& rows)
         : frame_(frame), changes_(changes), rows_(rows),
-          isDeletion_(frame.caption.contains(u"删除"_s)),
-          isRenaming_(frame.caption.contains(u"重命名"_s) || frame.caption.contains(u"放回"_s)) {
+          isDeletion_(frame.caption.contains(u"删除"_s)) {
         for (const Change& change : changes) {
             const Place place = placeOf(change);
             if (change.kind == Kind::tableDropped) {
                 dropped_[place] << change.table;
             } else if (change.kind == Kind::tableMade) {
                 made_[place] << change.table;
-            } else if (change.kind == Kind::rowAdded && isOutlineRow(change)) {
+            } else if (isOutlineRow(change) &&
+                       (change.kind == Kind::rowAdded || change.kind == Kind::rowReplaced)) {
                 came_[place] << change.name;
                 keysThatCame_[place] << change.key;
             } else if (change.kind == Kind::rowAdded && change.table == u"遍历表"_s) {
                 listed_[place] << change.name;
-            } else if (isTakenOver(change)) {
-                came_[place] << change.name;
             } else if (change.kind == Kind::rowRemoved) {
                 keysThatWent_[place] << change.key;
             }
@@ -118,21 +117,27 @@ private:
         }
         return shortest;
     }
-    // A row under whose key there is another node now; a command that renames wants just that.
-    bool isTakenOver(const Change& change) const {
-        return change.kind == Kind::rowChanged && isOutlineRow(change) && !isDropped(change) &&
-               !change.nameBefore.isEmpty() && !isRenaming_;
+    // Of the node that is no longer there under its key; nothing where that was asked for.
+    std::optional<QString> nameThatWent(const Change& change) const {
+        if (!isOutlineRow(change)) {
+            return std::nullopt;
+        }
+        if (change.kind == Kind::rowReplaced) {
+            return change.nameBefore;
+        }
+        const bool isTold =
+            change.kind == Kind::rowRemoved && !isDropped(change) && !isAskedFor(change);
+        return isTold ? std::optional(change.name) : std::nullopt;
     }
-    // A row that was moved is gone under its old key and there under a new one.
+    // A row that was moved is gone under its old key and there under a new one, which may have been
+    // another node's: then that one is gone.
     void tellRows() {
         QStringList gone;
         QMap<Place, QStringList> arrived = came_;
         for (const Change& change : changes_) {
-            const bool isGone = change.kind == Kind::rowRemoved && isOutlineRow(change) &&
-                                !isDropped(change) && !isAskedFor(change);
-            const QString& name = isGone ? change.name : change.nameBefore;
-            if ((isGone || isTakenOver(change)) && !arrived[placeOf(change)].removeOne(name)) {
-                gone << name;
+            const std::optional<QString> name = nameThatWent(change);
+            if (name && !arrived[placeOf(change)].removeOne(*name)) {
+                gone << *name;
             }
         }
         if (!gone.isEmpty()) {
@@ -281,7 +286,6 @@ private:
     const QList<Change>& changes_;
     const OutlineNow& rows_;
     bool isDeletion_;
-    bool isRenaming_;
     bool isStart_ = frame_.caption == history::caption::start;
     QMap<Place, QStringList> dropped_;
     QMap<Place, QStringList> made_;

@@ -15,8 +15,8 @@ namespace qvnd::outline {
 // it did nothing more. Told from what has changed alone, so that every command is covered:
 //
 // - rows that went although neither the selected node nor a node below it is theirs, and that did
-//   not come back under another key: "同时移除了 5 个节点：…";
-// - nodes whose key another one has taken, unless the command is there to rename;
+//   not come back under another key: "同时移除了 5 个节点：…"; so a node whose key another one has
+//   taken;
 // - outlines that stand in no list, as the command that made them has failed;
 // - a document node that went because its file was missing;
 // - nodes that are left without a node above them, and so are not shown any more;

@@ -210,8 +210,8 @@ PutBack putFileBack(modMain& state, std::int64_t step, const Change& change) {
 } // namespace
 
 bool canPutBack(const Change& change) {
-    return (isNode(change) &&
-            (change.kind == Kind::rowRemoved || change.kind == Kind::rowChanged)) ||
+    return (isNode(change) && (change.kind == Kind::rowRemoved || change.kind == Kind::rowChanged ||
+                               change.kind == Kind::rowReplaced)) ||
            (isFile(change) &&
             (change.kind == Kind::fileRemoved || change.kind == Kind::fileReplaced));
 }

@@ -17,16 +17,17 @@ struct PutBack {
     QStringList missing; // of the documents among them of whose file the history has no content
 };
 
-// True for a change that can be taken out of its step by itself: a node that went or was changed,
-// and a file that went or was replaced.
+// True for a change that can be taken out of its step by itself: a node that went, was changed or
+// was replaced by another one, and a file that went or was replaced.
 bool canPutBack(const history::Change& change);
 
 // Takes one change out of a step; everything else stays as it is now.
 //
 // A node that went comes back with all nodes below it and with the files of its documents, as they
 // were before the step. It becomes the last child of its parent, under its earlier key; where that
-// key is another node's by now, under one more than the largest among the parent's children. A node
-// that was changed gets its earlier name. A file gets its earlier content.
+// key is another node's by now, under one more than the largest among the parent's children. So
+// does a node that another one has replaced under its key; that one stays. A node that was changed
+// gets its earlier name. A file gets its earlier content.
 //
 // Errors: 5 when the outline or the node's parent is no longer there, and for a file that no step
 // has changed since; 53 when the history has no content for a file; nothing is changed then. Those

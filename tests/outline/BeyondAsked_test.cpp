@@ -11,6 +11,7 @@ namespace {
 
 constexpr auto removed = Change::Kind::rowRemoved;
 constexpr auto added = Change::Kind::rowAdded;
+constexpr auto replaced = Change::Kind::rowReplaced;
 constexpr auto dropped = Change::Kind::tableDropped;
 const QString plansFile = QStringLiteral("Db_UsTemplate.mdb");
 const QString templatesFile = QStringLiteral("Db_Template.mdb");
@@ -24,11 +25,14 @@ Change table(Change::Kind kind, const QString& database, const QString& name) {
     return {kind, database, name, {}, name, {}};
 }
 
-// What the deletion of the plan's selected node tells; the plan is 甲.
-QString ofDeletion(const QString& selected, const QList<Change>& changes) {
+// What a command on the plan's selected node tells; the plan is 甲.
+QString toldOf(const QString& caption, const QString& selected, const QList<Change>& changes) {
     return outline::beyondAsked(
-        {"删除", "甲", selected, {}, {}, {}, {}}, changes,
+        {caption, "甲", selected, {}, {}, {}, {}}, changes,
         [](const QString&, const QString&) { return QList<std::pair<QString, QString>>(); });
+}
+QString ofDeletion(const QString& selected, const QList<Change>& changes) {
+    return toldOf("删除", selected, changes);
 }
 
 TEST(BeyondAsked, ANodeOfATemplateThatGoesWithANodeOfThePlanIsTold) {
@@ -82,13 +86,52 @@ TEST(BeyondAsked, TheTablesOfASettingLibraryAreNoOutlines) {
 TEST(BeyondAsked, AFileOfATemplateIsNotThatOfAPlansNodeOfTheSameKey) {
     const Change gone{Change::Kind::fileRemoved,     {},         {},
                       "/p/Sys/标书模板/甲/甲.1.doc", "甲.1.doc", {}};
-    const history::CommandFrame moving{"拖动", "甲", "甲.1", {}, {}, {}, {}};
-    const auto noRows = [](const QString&, const QString&) {
-        return QList<std::pair<QString, QString>>();
-    };
     const QList<Change> moved{row(removed, plansFile, "甲", "甲.1", "章"),
                               row(added, plansFile, "甲", "甲.2", "章"), gone};
-    EXPECT_EQ(outline::beyondAsked(moving, moved, noRows), "删去了 1 个文件：甲.1.doc");
+    EXPECT_EQ(toldOf("拖动", "甲.1", moved), "删去了 1 个文件：甲.1.doc");
+}
+
+Change keyTaken(const QString& key, const QString& before, const QString& name) {
+    Change change = row(replaced, plansFile, "甲", key, name);
+    change.nameBefore = before;
+    return change;
+}
+
+TEST(BeyondAsked, TheNodeIsNamedWhoseKeyADraggedOneTook) {
+    EXPECT_EQ(toldOf("拖放", "甲.2",
+                     {row(removed, plansFile, "甲", "甲.1", "章"), keyTaken("甲.4", "旧", "章")}),
+              "同时移除了 1 个节点：旧");
+}
+
+TEST(BeyondAsked, TheNodeIsNamedWhoseKeyAnAddedOneTook) {
+    EXPECT_EQ(toldOf("添加同级文件夹", "甲.1", {keyTaken("甲.4", "旧", "新")}),
+              "同时移除了 1 个节点：旧");
+}
+
+TEST(BeyondAsked, ANodeReplacedByOneOfItsNameIsGoneAllTheSame) {
+    EXPECT_EQ(toldOf("拖放", "甲.2",
+                     {row(removed, plansFile, "甲", "甲.1", "章"), keyTaken("甲.4", "章", "章")}),
+              "同时移除了 1 个节点：章");
+}
+
+TEST(BeyondAsked, RowsOfTheScratchTableAreNoNodes) {
+    Change scratch = row(replaced, plansFile, "temp", "甲.1", "章");
+    scratch.nameBefore = "旧";
+    EXPECT_EQ(toldOf("添加同级文件夹", "甲.1", {scratch}), "");
+}
+
+TEST(BeyondAsked, ARenamedNodeIsNotGone) {
+    Change renamed = row(Change::Kind::rowChanged, plansFile, "甲", "甲.1", "新");
+    renamed.nameBefore = "旧";
+    EXPECT_EQ(toldOf("重命名", "甲.1", {renamed}), "");
+}
+
+TEST(BeyondAsked, TheDocumentOfANodeThatTookAKeyIsNotWithoutANode) {
+    const Change file{Change::Kind::fileAdded, {}, {}, "/p/甲/甲.4.doc", "甲.4.doc", {}};
+    EXPECT_EQ(
+        toldOf("拖放", "甲.2",
+               {row(removed, plansFile, "甲", "甲.1", "章"), keyTaken("甲.4", "旧", "章"), file}),
+        "同时移除了 1 个节点：旧");
 }
 
 // What a command of another name tells; the rows are those that the plan 甲 has now.

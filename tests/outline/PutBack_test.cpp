@@ -7,6 +7,8 @@
 #include "outline/RecordedCommand.h"
 #include "outline/RenameNode.h"
 #include "outline/TakeBack.h"
+#include "outline/TreeDrag.h"
+#include "platform/history/StepWords.h"
 #include "support/Errors.h"
 #include "support/OutlineWorld.h"
 #include "support/PlainSqlite.h"
@@ -153,6 +155,34 @@ TEST_F(PutBack, ARenamedNodeGetsItsName) {
     EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "节");
 }
 
+// The key that the move finds is that of the last row's number, here another document's.
+TEST_F(PutBack, ANodeWhoseKeyAnotherTookComesBackWithItsDocument) {
+    world.makePlan(
+        "R", {{"R", "R"}, {"R.1", "甲文", "是"}, {"R.2", "乙文", "是"}, {"R.4", "丙文", "是"}});
+    for (const char* key : {"R.1", "R.2", "R.4"}) {
+        world.folder.write(QString("用户模板/R/%1.doc").arg(key), key);
+    }
+    outline::setCurrentPlan(*world.state.gDbUser, "R");
+    world.openPlan("R", "R.1");
+    const std::int64_t step = run("拖放", [&] {
+        outline::OLEStartDrag(world.workbench);
+        outline::OutlineTree& tree = world.workbench.TrvCurrent;
+        outline::OLEDragDrop(world.state, world.workbench, world.services(), &tree.Item("R.2"));
+    });
+    ASSERT_EQ(world.keys("R"), QStringList({"R", "R.4", "R.2"}));
+    EXPECT_EQ(world.state.History->step(step)->note,
+              "同时移除了 1 个节点：丙文\n覆盖了 1 个文件：R.4.doc");
+    const Change taken = changeOf(step, "R.4");
+    EXPECT_EQ(history::lineOf(taken), "替换 丙文（R.4），现为 甲文");
+    const outline::PutBack done = putBack(step, "R.4");
+    EXPECT_EQ(done.key, "R.5");
+    EXPECT_EQ(done.names, QStringList("丙文"));
+    EXPECT_TRUE(done.missing.isEmpty());
+    EXPECT_EQ(world.folder.read("用户模板/R/R.5.doc"), "R.4");
+    EXPECT_EQ(world.folder.read("用户模板/R/R.4.doc"), "R.1") << "the one that took its key stays";
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("R.5").Text(), "丙文");
+}
+
 TEST_F(PutBack, AReplacedFileGetsItsContentAndTheNewOneIsKept) {
     const QString path = world.folder.path(file("T.1.1"));
     world.folder.write("new.doc", "new");
@@ -238,6 +268,7 @@ TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
     EXPECT_FALSE(outline::canPutBack({Kind::rowChanged, "D", "页面设置表", {}, {}, {}}));
     EXPECT_FALSE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/T.mdb", "T.mdb", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::rowRemoved, "D", "T", "T.1", "章", {}}));
+    EXPECT_TRUE(outline::canPutBack({Kind::rowReplaced, "D", "T", "T.1", "章", "旧"}));
     EXPECT_TRUE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/a.doc", "a.doc", {}}));
 }
 

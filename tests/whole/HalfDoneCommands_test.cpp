@@ -62,9 +62,9 @@ TEST_F(HalfDone, AFolderWhoseKeyAFollowingRowHasTakesThatRowsPlace) {
     planner.click("甲.1");
     const auto step = record("添加同级文件夹", [&] { EXPECT_EQ(addFolder(), Added::failed); });
     EXPECT_EQ(keys(), (QStringList{"甲", "甲.1", "甲.4", "甲.3"}));
-    EXPECT_EQ(step.note, "同时移除了 1 个节点：三");
-    EXPECT_TRUE(changesOf(step).join('\n').contains("三"))
+    EXPECT_TRUE(changesOf(step).contains("替换 三（甲.4），现为 新"))
         << changesOf(step).join('\n').toStdString();
+    EXPECT_EQ(step.note, "同时移除了 1 个节点：三");
 }
 
 TEST_F(HalfDone, AFolderOfAPlanWithoutItsDatabaseStandsInTheCentralTableAlone) {
@@ -227,8 +227,8 @@ TEST_F(HalfDone, ANodeMovedToAKeyThatIsTakenTakesThePlaceAndTheFileOfTheOther) {
     const auto step = record("拖放", [&] { planner.drag("甲.2", "甲.1"); });
     EXPECT_EQ(keys(), (QStringList{"甲", "甲.1", "甲.1.2"}));
     EXPECT_EQ(planner.folder.read(fileOf("甲.1.2")), "文");
-    EXPECT_TRUE(step.note.contains("覆盖了 1 个文件：甲.1.2.doc")) << step.note.toStdString();
-    EXPECT_TRUE(changesOf(step).join('\n').contains("旧"))
+    EXPECT_EQ(step.note, "同时移除了 1 个节点：旧\n覆盖了 1 个文件：甲.1.2.doc");
+    EXPECT_TRUE(changesOf(step).contains("替换 旧（甲.1.2），现为 文"))
         << changesOf(step).join('\n').toStdString();
 }
 

@@ -67,6 +67,11 @@ private:
         return row.name.isEmpty() ? QString::number(row.number)
                                   : QStringList(row.rest.values()).join(QChar(0));
     }
+    // A row that is renamed keeps its number; one that another took the place of does not. A node
+    // that is only taken out and put back gets another number, too, but says the same.
+    static bool isAnotherNode(const Row& before, const Row& now) {
+        return !before.key.isEmpty() && before.number != now.number;
+    }
     void match(const QList<Row>& before, const QList<Row>& after) {
         QMultiHash<QString, const Row*> left;
         for (const Row& row : after) {
@@ -79,7 +84,9 @@ private:
                 continue;
             }
             if (**found != row) {
-                add(Change::Kind::rowChanged, **found, row.name);
+                add(isAnotherNode(row, **found) ? Change::Kind::rowReplaced
+                                                : Change::Kind::rowChanged,
+                    **found, row.name);
             }
             left.erase(found);
         }
@@ -95,7 +102,8 @@ private:
         change.kind = kind;
         change.key = row.key;
         change.name = row.name;
-        change.nameBefore = nameBefore == row.name ? QString() : nameBefore;
+        const bool isSame = nameBefore == row.name && kind != Change::Kind::rowReplaced;
+        change.nameBefore = isSame ? QString() : nameBefore;
         changes_ << change;
     }
 

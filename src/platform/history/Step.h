@@ -39,13 +39,14 @@ struct Change {
         fileAdded,
         fileRemoved,
         fileReplaced,
+        rowReplaced, // the key stays, and another node bears it now
     };
     Kind kind = Kind::rowChanged;
     QString database;   // file name of the database; empty for a file
     QString table;      // empty for a file
     QString key;        // of an outline's row; the whole path of a file
     QString name;       // of a row; the file's name
-    QString nameBefore; // of a row that has another name now
+    QString nameBefore; // of a row that has another name now, and of the node that was replaced
     friend bool operator==(const Change&, const Change&) = default;
 };
 

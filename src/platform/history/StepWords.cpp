@@ -68,7 +68,9 @@ QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
         return !frame.selectedKey.isEmpty() && change.key == frame.selectedKey &&
                change.kind != Change::Kind::rowAdded;
     };
-    const auto came = [](const Change& change) { return change.kind == Change::Kind::rowAdded; };
+    const auto came = [](const Change& change) {
+        return change.kind == Change::Kind::rowAdded || change.kind == Change::Kind::rowReplaced;
+    };
     const auto any = [](const Change&) { return true; };
     for (const QString& name : {named(isSelected), named(came), named(any)}) {
         if (!name.isEmpty()) {
@@ -142,6 +144,8 @@ QString lineOf(const Change& change) {
         return change.nameBefore.isEmpty()
                    ? rowText(u"改动"_s, change)
                    : u"改名 %1，原名 %2"_s.arg(namedText(change, change.name), change.nameBefore);
+    case Change::Kind::rowReplaced:
+        return u"替换 %1，现为 %2"_s.arg(namedText(change, change.nameBefore), change.name);
     case Change::Kind::tableMade:
         return u"新建 %1"_s.arg(tableText(change));
     case Change::Kind::tableDropped:
