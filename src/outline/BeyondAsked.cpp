@@ -254,11 +254,9 @@ private:
         for (const Change& change : changes_) {
             if (change.kind == Kind::fileReplaced) {
                 replaced << change.name;
-            } else if (change.kind == Kind::fileRemoved && !isDeletion_ &&
-                       !keysThatWent_[placeOfFile(change)].contains(keyOf(change))) {
+            } else if (change.kind == Kind::fileRemoved && !goesWithNodes(change)) {
                 gone << change.name;
-            } else if (change.kind == Kind::fileAdded &&
-                       change.name.endsWith(u".doc"_s, Qt::CaseInsensitive) &&
+            } else if (change.kind == Kind::fileAdded && isDocument(change) &&
                        isInOutline(change) &&
                        !keysThatCame_[placeOfFile(change)].contains(keyOf(change))) {
                 stray << change.name;
@@ -268,11 +266,27 @@ private:
             sentences_ << u"覆盖了 %1 个文件：%2"_s.arg(replaced.size()).arg(listed(replaced));
         }
         if (!gone.isEmpty()) {
-            sentences_ << u"删去了 %1 个文件：%2"_s.arg(gone.size()).arg(listed(gone));
+            const QString words =
+                isDeletion_ ? u"同时删去了 %1 个没有节点的文件：%2"_s : u"删去了 %1 个文件：%2"_s;
+            sentences_ << words.arg(gone.size()).arg(listed(gone));
         }
         if (!stray.isEmpty()) {
             sentences_ << u"留下了没有节点的文件：%1"_s.arg(listed(stray));
         }
+    }
+    static bool isDocument(const Change& file) {
+        return file.name.endsWith(u".doc"_s, Qt::CaseInsensitive);
+    }
+    // The document of a node that went. Where an outline's folder goes whole, as a plan's always
+    // does, what its nodes that were deleted earlier have left there goes along as part of it.
+    bool goesWithNodes(const Change& file) const {
+        const Place place = placeOfFile(file);
+        const QString key = keyOf(file);
+        const QString outline = QFileInfo(file.key).dir().dirName();
+        const bool isWhole =
+            isDeletion_ && (place == Place::plans || dropped_[place].contains(outline));
+        return isDocument(file) &&
+               (keysThatWent_[place].contains(key) || (isWhole && isKeyOf(outline, key)));
     }
     static QString keyOf(const Change& file) { return QFileInfo(file.key).completeBaseName(); }
     // The file of a node bears its key, which begins with the name of its folder; the stray copy of

@@ -21,8 +21,8 @@ namespace qvnd::outline {
 // - a document node that went because its file was missing;
 // - nodes that are left without a node above them, and so are not shown any more;
 // - outlines that a refresh has forgotten, and those that the start has found in their folders;
-// - files that were overwritten or went while their nodes stay, and files that came without a node,
-//   such as a stray copy.
+// - files that were overwritten or went while their nodes stay, files that went with a deletion
+//   although they are no node's, and files that came without a node, such as a stray copy.
 //
 // `rows` answers keys and names of the rows that an outline has now; `database` is the file name of
 // the one that holds it.

@@ -4,6 +4,7 @@
 #include "outline/LibraryTree.h"
 #include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
+#include "outline/OutlineRows.h"
 #include "outline/QueryText.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/IgnoringErrors.h"
@@ -37,11 +38,22 @@ public:
         if (depthOfKey(key) == 0) {
             deletePlan(tableOfKey(key));
         } else {
+            subtree_ = key;
             deleteSubtree(tableOfKey(key), key);
         }
         closeEditButtons(workbench_);
         workbench_.TbarBid[12] = workbench_.TrvCurrent.Count() > 0;
         return true;
+    }
+
+    // Behind a failure: rows that went before it have no node any more.
+    void showWhatStands() {
+        OutlineTree& tree = workbench_.TrvCurrent;
+        if (subtree_.isEmpty() || !tree.find(subtree_) || documentMark(*state_.gDbUser, subtree_)) {
+            return;
+        }
+        tree.Select(removeNode(subtree_));
+        refreshUserPlans();
     }
 
 private:
@@ -70,15 +82,21 @@ private:
         const QString statement = "Delete * from " + bareName(table) + subtreeCondition(table, key);
         state_.gDbUser->Execute(statement);
         deleteFromPlanCopy(table, statement);
-        OutlineTree& tree = workbench_.TrvCurrent;
-        OutlineNode* neighbour = neighbourOf(tree, tree.Item(key));
-        tree.Remove(key);
+        OutlineNode* neighbour = removeNode(key);
         state_.gWs->CommitTrans();
         refreshUserPlans();
-        tree.Select(neighbour);
+        workbench_.TrvCurrent.Select(neighbour);
         if (neighbour) {
             countAsClicked(state_, workbench_, services_.messages, *neighbour, Toolbar::waits);
         }
+    }
+
+    // The node to select next.
+    OutlineNode* removeNode(const QString& key) {
+        OutlineTree& tree = workbench_.TrvCurrent;
+        OutlineNode* neighbour = neighbourOf(tree, tree.Item(key));
+        tree.Remove(key);
+        return neighbour;
     }
 
     void deleteFromPlanCopy(const QString& plan, const QString& statement) {
@@ -98,6 +116,7 @@ private:
     modMain& state_;
     Workbench& workbench_;
     const Services& services_;
+    QString subtree_; // the key of the node that goes with what is below it; empty for a plan
 };
 
 // An open handle would keep the folder from being copied or deleted.
@@ -121,10 +140,12 @@ void tellFailure(const RunTimeError& failure, desktop::MessageBoxes& messages) {
 } // namespace
 
 Deleted mnuEditDelete(modMain& state, Workbench& workbench, const Services& services) {
+    Deletion deletion(state, workbench, services);
     try {
-        return Deletion(state, workbench, services).run() ? Deleted::deleted : Deleted::answeredNo;
+        return deletion.run() ? Deleted::deleted : Deleted::answeredNo;
     } catch (const RunTimeError& failure) {
         closePlanCopy(state);
+        ignoringErrors([&] { deletion.showWhatStands(); });
         tellFailure(failure, services.messages);
         return Deleted::failed;
     }

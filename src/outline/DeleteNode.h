@@ -17,7 +17,8 @@ enum class Deleted { deleted, answeredNo, failed };
 // takes its own row alone.
 //
 // It runs in a transaction that covers the databases alone. A failure leaves it open, with what was
-// done up to there in it; nothing is taken back.
+// done up to there in it; nothing is taken back. The node goes from the screen all the same when
+// its row has gone by then.
 Deleted mnuEditDelete(modMain& state, Workbench& workbench, const Services& services);
 
 } // namespace qvnd::outline

@@ -1,5 +1,6 @@
 #include "outline/DeleteTemplate.h"
 
+#include "outline/BeyondAsked.h"
 #include "outline/LibraryTree.h"
 #include "outline/OutlineKeys.h"
 #include "outline/QueryText.h"
@@ -7,6 +8,8 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/jet/TextPattern.h"
 #include "store/OutlineFolders.h"
+
+#include <QStringList>
 
 namespace qvnd::outline {
 
@@ -64,7 +67,8 @@ void deleteRows(modMain& state, const QString& name, const QString& key) {
     state.gDbTemplate->Execute(statement);
 }
 
-// A file in use stays. File names are compared without case, as the rows' keys were.
+// A file in use stays, and only the Remarks tell it. File names are compared without case, as the
+// rows' keys were.
 void deleteFiles(modMain& state, const QString& name, const QString& key) {
     if (!isKeyOf(name, key)) {
         return; // it names no file
@@ -72,10 +76,16 @@ void deleteFiles(modMain& state, const QString& name, const QString& key) {
     std::vector<files::Entry> entries;
     ignoringError(error::permissionDenied,
                   [&] { entries = state.gFso->Files(store::templateFolder(state, name)); });
+    QStringList staying;
     for (const files::Entry& file : entries) {
-        if (jet::matchesPattern(file.Name, key + u'*')) {
-            ignoringError(error::permissionDenied, [&] { state.gFso->DeleteFile(file.Path); });
+        if (jet::matchesPattern(file.Name, key + u'*') &&
+            !ignoringError(error::permissionDenied, [&] { state.gFso->DeleteFile(file.Path); })) {
+            staying << file.Name;
         }
+    }
+    if (!staying.isEmpty()) {
+        state.Remarks << QStringLiteral("%1 个文件没有删去，可能正在使用：%2")
+                             .arg(QString::number(staying.size()), listed(staying));
     }
 }
 

@@ -26,8 +26,8 @@ struct DeleteOutcome {
 // in use the user is told and it is tried again.
 //
 // Any other node takes along, by the characters its key begins with, the rows in both databases and
-// the files of the folder: T.1 is also the beginning of T.10. A file in use stays. The tree is then
-// listed anew.
+// the files of the folder: T.1 is also the beginning of T.10. A file in use stays, and is named in
+// the Remarks of the state. The tree is then listed anew.
 //
 // There is no rollback: a failure between the first change and the commit leaves the transaction
 // open.

@@ -27,8 +27,9 @@ struct StoreOutcome {
 // left out, and so is one whose key is no key. A folder of that name that is there without its
 // table keeps its database.
 //
-// Any other failure ends the command in silence, and what was done stays done. A killed process
-// leaves no template, or the whole folder, which the next start adopts.
+// Any other failure ends the command without a box, and what was done stays done. Where that is a
+// table that 遍历表 does not name, the Remarks of the state tell it. A killed process leaves no
+// template, or the whole folder, which the next start adopts.
 StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Services& services);
 
 } // namespace qvnd::outline

@@ -20,6 +20,18 @@ void deleteTables(jet::Database& db, const QString& plan) {
     ignoringErrors([&] { outline::deleteInformationTable(db, plan); });
 }
 
+// The changes do not tell that a folder stays.
+void deleteFolder(modMain& state, const QString& plan) {
+    ignoringErrors([&] { state.gFso->DeleteFolder(store::planFolder(state, plan), false); });
+    if (store::stateOfPlanFolder(state, plan) != store::FolderState::there) {
+        return;
+    }
+    const QString unlisted =
+        state.gSelectedPlan.isEmpty() ? QString() : QStringLiteral("；下次启动时会重新列入");
+    state.Remarks << QStringLiteral("文件夹没有删除，其中可能有文件正在使用%1：%2")
+                         .arg(unlisted, store::planFolder(state, plan));
+}
+
 } // namespace
 
 bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages) {
@@ -30,7 +42,7 @@ bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBo
         return false;
     }
     jet::Database& db = *state.gDbUser;
-    ignoringErrors([&] { state.gFso->DeleteFolder(store::planFolder(state, name), false); });
+    deleteFolder(state, name);
     deleteTables(db, state.gSelectedPlan);
     ignoringErrors([&] { store::forgetCurrentPlan(db); });
     ignoringErrors(

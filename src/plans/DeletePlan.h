@@ -10,9 +10,9 @@ namespace qvnd::plans {
 // the name that the first node of TrvCurrent shows; tables and registration are those of
 // gSelectedPlan, and stay when it is empty, as it is while another node than the root is selected.
 //
-// Errors are ignored statement by statement and told nowhere: a folder in use stays, and the tables
-// and the registration go all the same. No transaction. False, and nothing done, when there is no
-// open plan or the user does not want it.
+// Errors are ignored statement by statement and raise no box: a folder in use stays, which the
+// Remarks of the state tell, and the tables and the registration go all the same. No transaction.
+// False, and nothing done, when there is no open plan or the user does not want it.
 bool mnuDelete(modMain& state, outline::Workbench& workbench, desktop::MessageBoxes& messages);
 
 } // namespace qvnd::plans

@@ -33,10 +33,7 @@ ExitStatus deletePlan(Session& session, const QStringList& words) {
         return ExitStatus::refused;
     }
     if (store::stateOfPlanFolder(run.state(), folder) == store::FolderState::there) {
-        session.output().note(
-            QStringLiteral("文件夹没有删除，其中可能有文件正在使用；下次启动时会重新收入：%1")
-                .arg(store::planFolder(run.state(), folder)));
-        return ExitStatus::refused;
+        return ExitStatus::refused; // the end of the command says why
     }
     session.output().result(QJsonObject{{"名称", plan}}, plan);
     return ExitStatus::done;

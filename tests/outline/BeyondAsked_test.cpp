@@ -11,7 +11,6 @@ namespace {
 
 constexpr auto removed = Change::Kind::rowRemoved;
 constexpr auto added = Change::Kind::rowAdded;
-constexpr auto replaced = Change::Kind::rowReplaced;
 constexpr auto dropped = Change::Kind::tableDropped;
 const QString plansFile = QStringLiteral("Db_UsTemplate.mdb");
 const QString templatesFile = QStringLiteral("Db_Template.mdb");
@@ -25,11 +24,16 @@ Change table(Change::Kind kind, const QString& database, const QString& name) {
     return {kind, database, name, {}, name, {}};
 }
 
-// What a command on the plan's selected node tells; the plan is 甲.
-QString toldOf(const QString& caption, const QString& selected, const QList<Change>& changes) {
-    return outline::beyondAsked(
-        {caption, "甲", selected, {}, {}, {}, {}}, changes,
-        [](const QString&, const QString&) { return QList<std::pair<QString, QString>>(); });
+// What a command on the plan's selected node tells; the plan is 甲, and these are the rows that it
+// has now.
+QString toldOf(const QString& caption, const QString& selected, const QList<Change>& changes,
+               const QList<std::pair<QString, QString>>& rows = {}) {
+    return outline::beyondAsked({caption, "甲", selected, {}, {}, {}, {}}, changes,
+                                [&](const QString& database, const QString& outline) {
+                                    return database == plansFile && outline == "甲"
+                                               ? rows
+                                               : QList<std::pair<QString, QString>>();
+                                });
 }
 QString ofDeletion(const QString& selected, const QList<Change>& changes) {
     return toldOf("删除", selected, changes);
@@ -92,7 +96,7 @@ TEST(BeyondAsked, AFileOfATemplateIsNotThatOfAPlansNodeOfTheSameKey) {
 }
 
 Change keyTaken(const QString& key, const QString& before, const QString& name) {
-    Change change = row(replaced, plansFile, "甲", key, name);
+    Change change = row(Change::Kind::rowReplaced, plansFile, "甲", key, name);
     change.nameBefore = before;
     return change;
 }
@@ -115,7 +119,7 @@ TEST(BeyondAsked, ANodeReplacedByOneOfItsNameIsGoneAllTheSame) {
 }
 
 TEST(BeyondAsked, RowsOfTheScratchTableAreNoNodes) {
-    Change scratch = row(replaced, plansFile, "temp", "甲.1", "章");
+    Change scratch = row(Change::Kind::rowReplaced, plansFile, "temp", "甲.1", "章");
     scratch.nameBefore = "旧";
     EXPECT_EQ(toldOf("添加同级文件夹", "甲.1", {scratch}), "");
 }
@@ -134,15 +138,9 @@ TEST(BeyondAsked, TheDocumentOfANodeThatTookAKeyIsNotWithoutANode) {
         "同时移除了 1 个节点：旧");
 }
 
-// What a command of another name tells; the rows are those that the plan 甲 has now.
 QString ofCommand(const QString& caption, const QList<Change>& changes,
                   const QList<std::pair<QString, QString>>& rows = {}) {
-    return outline::beyondAsked({caption, "甲", "甲.1", {}, {}, {}, {}}, changes,
-                                [&](const QString& database, const QString& outline) {
-                                    return database == plansFile && outline == "甲"
-                                               ? rows
-                                               : QList<std::pair<QString, QString>>();
-                                });
+    return toldOf(caption, "甲.1", changes, rows);
 }
 
 Change file(Change::Kind kind, const QString& path) {
@@ -160,7 +158,7 @@ TEST(BeyondAsked, OnlyTheStartTellsTheOutlinesThatItFound) {
     const QList<Change> changes{table(made, plansFile, "乙"), table(made, plansFile, "乙Org"),
                                 table(made, plansFile, "temp"), table(made, plansFile, "丙Org"),
                                 table(made, templatesFile, "模")};
-    EXPECT_EQ(ofCommand("启动", changes), "列入了文件夹中的大纲：乙、丙Org、模");
+    EXPECT_EQ(ofCommand("启动", changes), "列入了文件夹中的方案或模板：乙、丙Org、模");
     EXPECT_EQ(ofCommand("存入方案模板", {table(made, templatesFile, "模"),
                                          row(added, templatesFile, "遍历表", {}, "模")}),
               "");
@@ -175,12 +173,13 @@ TEST(BeyondAsked, AnOutlineThatNoListNamesIsTold) {
 }
 
 TEST(BeyondAsked, ANodeWhoseKeyAnotherOneTakesIsToldUnlessItStandsElsewhereNow) {
-    Change taken = row(Change::Kind::rowChanged, plansFile, "甲", "甲.4", "新");
+    Change taken = row(Change::Kind::rowReplaced, plansFile, "甲", "甲.4", "新");
     taken.nameBefore = "三";
     EXPECT_EQ(ofCommand("添加同级文件夹", {taken}), "同时移除了 1 个节点：三");
-    EXPECT_EQ(ofCommand("重命名", {taken}), "");
-    EXPECT_EQ(ofCommand("放回", {taken}), "");
-    Change swapped = row(Change::Kind::rowChanged, plansFile, "甲", "甲.5", "三");
+    Change renamed = row(Change::Kind::rowChanged, plansFile, "甲", "甲.4", "新");
+    renamed.nameBefore = "三";
+    EXPECT_EQ(ofCommand("重命名", {renamed}), "");
+    Change swapped = row(Change::Kind::rowReplaced, plansFile, "甲", "甲.5", "三");
     swapped.nameBefore = "新";
     EXPECT_EQ(ofCommand("拖放", {taken, swapped}), "");
     EXPECT_EQ(ofCommand("拖放", {taken, row(added, plansFile, "甲", "甲.9", "三")}), "");
@@ -205,14 +204,14 @@ TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {
 TEST(BeyondAsked, TheRowsOfAnOutlineThatIsForgottenAreToldWithItAlone) {
     const QList<Change> changes{table(dropped, plansFile, "乙"),
                                 row(removed, plansFile, "乙", "乙.1", "章")};
-    EXPECT_EQ(ofCommand("刷新", changes), "文件夹或表已不在，因此不再记录大纲：乙");
+    EXPECT_EQ(ofCommand("刷新", changes), "文件夹或数据已不在，因此不再列出：乙");
 }
 
 TEST(BeyondAsked, ANameThatLeavesTheListWithoutATableIsAForgottenOutline) {
     EXPECT_EQ(ofCommand("刷新", {row(removed, plansFile, "遍历表", {}, "乙"),
                                  row(removed, templatesFile, "遍历表", {}, "模"),
                                  row(removed, plansFile, "当前表", {}, "丙")}),
-              "文件夹或表已不在，因此不再记录大纲：乙、模");
+              "文件夹或数据已不在，因此不再列出：乙、模");
 }
 
 TEST(BeyondAsked, FilesThatWereReplacedOrWentOrCameWithoutANodeAreTold) {
@@ -228,6 +227,28 @@ TEST(BeyondAsked, FilesThatWereReplacedOrWentOrCameWithoutANodeAreTold) {
                            file(came, "/p/甲/甲.mdb"), file(came, "/p/别处/甲.6.doc")}),
         "");
     EXPECT_EQ(ofCommand("拖动", {file(came, "/p/乙/乙.1.DOC")}), "留下了没有节点的文件：乙.1.DOC");
+}
+
+TEST(BeyondAsked, OfADeletionInATemplateTheFilesAreToldThatAreNoNodes) {
+    const QString folder = "/p/Sys/标书模板/模/";
+    const QList<Change> node{row(removed, templatesFile, "模", "模.1", "章"),
+                             file(Change::Kind::fileRemoved, folder + "模.1.doc")};
+    EXPECT_EQ(toldOf("删除模板", "", node), "");
+    EXPECT_EQ(toldOf("删除模板", "",
+                     node + QList{file(Change::Kind::fileRemoved, folder + "模.12.doc"),
+                                  file(Change::Kind::fileRemoved, folder + "模.1.bak")}),
+              "同时删去了 2 个没有节点的文件：模.12.doc、模.1.bak");
+}
+
+TEST(BeyondAsked, OfAnOutlineThatGoesWholeWhatItsFormerNodesLeftIsNotTold) {
+    const QString folder = "/p/Sys/标书模板/模/";
+    const QList<Change> whole{table(dropped, templatesFile, "模"),
+                              row(removed, templatesFile, "模", "模", "模"),
+                              file(Change::Kind::fileRemoved, folder + "模.7.doc")};
+    EXPECT_EQ(toldOf("删除模板", "", whole), "");
+    EXPECT_EQ(
+        toldOf("删除模板", "", whole + QList{file(Change::Kind::fileRemoved, folder + "说明.doc")}),
+        "同时删去了 1 个没有节点的文件：说明.doc");
 }
 
 } // namespace

@@ -347,7 +347,7 @@ TEST_F(DeleteNodes, WhatStandsInTheOpenTransactionIsKeptWhenTheWorkspaceCloses) 
     EXPECT_EQ(registered(*db), QStringList());
 }
 
-TEST_F(DeleteNodes, AFailedPlanCopyLeavesTheRowsDeletedAndTheNodeOnTheScreen) {
+TEST_F(DeleteNodes, AFailedPlanCopyLeavesTheRowsDeletedAndTheTreesShowIt) {
     makePlan({"T", "T.1", "T.2"});
     QFile::remove(folder.path("用户模板/T/T.mdb"));
     EXPECT_EQ(remove("T", "T.1"), Deleted::failed);
@@ -356,9 +356,18 @@ TEST_F(DeleteNodes, AFailedPlanCopyLeavesTheRowsDeletedAndTheNodeOnTheScreen) {
     EXPECT_EQ(messages.shown[1].icon, desktop::Icon::exclamation);
     EXPECT_EQ(messages.shown[1].title, "提示");
     EXPECT_EQ(keys("T"), QStringList({"T", "T.2"}));
-    EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"T", "T.1", "T.2"}));
+    EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"T", "T.2"}));
+    EXPECT_EQ(shownPlans(), QStringList({"T", "T.2"}));
+    EXPECT_EQ(selectedKey(), "T.2");
     EXPECT_TRUE(state.gWs->InTransaction());
     EXPECT_TRUE(workbench.TbarBid[1]);
+}
+
+TEST_F(DeleteNodes, ANodeWhoseRowStandsBehindAFailureStaysOnTheScreen) {
+    makePlan({"甲 乙", "甲 乙.1"});
+    EXPECT_EQ(remove("甲 乙", "甲 乙.1"), Deleted::failed);
+    EXPECT_EQ(keys("甲 乙"), QStringList({"甲 乙", "甲 乙.1"}));
+    EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"甲 乙", "甲 乙.1"}));
 }
 
 TEST_F(DeleteNodes, AFailureInThePlanCopyLeavesNoHandleOnIt) {

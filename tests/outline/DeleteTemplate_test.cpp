@@ -266,6 +266,7 @@ TEST_F(DeletingFromATemplate, AFileInUseStaysAndTheRestGoes) {
     EXPECT_EQ(remove("T.1").result, TemplateDeleted::deleted);
     EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.1.2.doc", "T.mdb"}));
     EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(state.Remarks, QStringList("1 个文件没有删去，可能正在使用：T.1.2.doc"));
     EXPECT_EQ(templateKeys("T"), QStringList{"T"});
 }
 

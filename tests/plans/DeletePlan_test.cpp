@@ -3,6 +3,7 @@
 #include "outline/CurrentPlan.h"
 #include "outline/LibraryTree.h"
 #include "outline/TrvCurrentEvents.h"
+#include "store/OutlineFolders.h"
 #include "support/FakePreview.h"
 #include "support/HeldLock.h"
 #include "support/OutlineWorld.h"
@@ -161,7 +162,7 @@ TEST_F(DeletePlans, AnOutlineNamedLikeAMissingInformationTableStays) {
     EXPECT_EQ(keys("甲Org"), QStringList({"甲Org", "甲Org.1", "甲Org.2"}));
 }
 
-TEST_F(DeletePlans, AFolderInUseStaysWholeAndTheRestGoesWithoutAWord) {
+TEST_F(DeletePlans, AFolderInUseStaysWholeAndTheRestGoesWithoutABox) {
     makeWholePlan("甲");
     makeCurrent("甲");
     click("甲", "甲");
@@ -169,11 +170,30 @@ TEST_F(DeletePlans, AFolderInUseStaysWholeAndTheRestGoesWithoutAWord) {
     const test::HeldLock lock(folder.path("用户模板/甲/甲.2.doc"), test::LockKind::whole);
     EXPECT_TRUE(remove());
     EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(state.Remarks,
+              QStringList("文件夹没有删除，其中可能有文件正在使用；下次启动时会重新列入：" +
+                          store::planFolder(state, "甲")));
     EXPECT_EQ(folder.names("用户模板/甲"), before);
     EXPECT_FALSE(hasTable("甲") || hasTable("甲Org"));
     EXPECT_EQ(plans(), QStringList());
     EXPECT_EQ(current(), QStringList());
     EXPECT_EQ(workbench.TrvCurrent.Count(), 0);
+}
+
+TEST_F(DeletePlans, AFolderInUseOfAPlanThatStaysListedIsToldWithoutAPromise) {
+    makeWholePlan("甲");
+    click("甲", "甲.1");
+    const test::HeldLock lock(folder.path("用户模板/甲/甲.2.doc"), test::LockKind::whole);
+    EXPECT_TRUE(remove());
+    EXPECT_EQ(state.Remarks, QStringList("文件夹没有删除，其中可能有文件正在使用：" +
+                                         store::planFolder(state, "甲")));
+}
+
+TEST_F(DeletePlans, APlanWhoseFolderGoesLeavesNothingToTell) {
+    makeWholePlan("甲");
+    click("甲", "甲");
+    EXPECT_TRUE(remove());
+    EXPECT_TRUE(state.Remarks.isEmpty());
 }
 
 TEST_F(DeletePlans, SuchAFolderIsAdoptedAgainAtTheNextStart) {
@@ -195,6 +215,7 @@ TEST_F(DeletePlans, AMissingFolderOrTableStopsNothing) {
     QDir(folder.path("用户模板/甲")).removeRecursively();
     state.gDbUser->TableDefs().Delete("甲");
     EXPECT_TRUE(remove());
+    EXPECT_TRUE(state.Remarks.isEmpty());
     EXPECT_FALSE(hasTable("甲Org"));
     EXPECT_EQ(plans(), QStringList());
     EXPECT_EQ(current(), QStringList());

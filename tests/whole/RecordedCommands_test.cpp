@@ -102,6 +102,28 @@ TEST_F(RecordedCommands, DeleteANodeOfATemplate) {
     EXPECT_TRUE(hasLine(step, "移除 章"));
 }
 
+TEST_F(RecordedCommands, FilesWithoutANodeThatGoWithATemplateOrANodeOfItAreTold) {
+    const QString key = planner.templates().Item(2).Key();
+    for (const QString& name : {key + ".9.doc", key + ".bak", QString("说明.txt")}) {
+        planner.folder.write("Sys/标书模板/模/" + name, "mine");
+    }
+    planner.pressTemplate(key);
+    const auto node = record("删除模板", [&] { planner.deleteTemplate(); });
+    EXPECT_EQ(node.note, QString("同时删去了 2 个没有节点的文件：%1.9.doc、%1.bak").arg(key));
+    planner.pressTemplate("模");
+    const auto whole = record("删除模板", [&] { planner.deleteTemplate(); });
+    EXPECT_EQ(whole.note, "同时删去了 1 个没有节点的文件：说明.txt");
+}
+
+TEST_F(RecordedCommands, FilesOfAUserThatGoWithAPlanAreToldAndLeftoversOfItsNodesAreNot) {
+    planner.click(document);
+    planner.deleteNode();
+    planner.folder.write("Sys/用户模板/甲/清单.xls", "mine");
+    planner.click("甲");
+    const auto step = record("删除当前方案", [&] { planner.deletePlan(); });
+    EXPECT_EQ(step.note, "同时删去了 1 个没有节点的文件：清单.xls");
+}
+
 TEST_F(RecordedCommands, TheStrayCopyOfAnOverwrite) {
     planner.click(folder);
     planner.pressTemplate(planner.templates().Item(3).Key());

@@ -172,6 +172,7 @@ void PlainProgram::addDocumentTo(bool beside, const QString& file,
 }
 
 void PlainProgram::deleteNode() {
+    QString subtree;
     try {
         if (!current.selected) {
             throw Failure{other};
@@ -180,8 +181,14 @@ void PlainProgram::deleteNode() {
             return;
         }
         const QString key = current.selected->key;
-        depthOf(key) == 0 ? deleteWholePlan(key) : deleteSubtree(tableOf(key), key);
+        if (depthOf(key) == 0) {
+            deleteWholePlan(key);
+        } else {
+            subtree = key;
+            deleteSubtree(tableOf(key), key);
+        }
     } catch (const Failure& failure) {
+        showWhatStands(subtree);
         if (failure.number != itemNotFound) {
             tellFailure();
         }
@@ -212,11 +219,27 @@ void PlainProgram::deleteSubtree(const QString& plan, const QString& key) {
     };
     user.outline(bare(plan)).take(isMeant);
     copyOf(plan).outline(plan).take(isMeant);
-    Node* neighbour = Tree::neighbourOf(current.item(key));
-    current.remove(current.item(key));
+    Node* neighbour = removeNode(key);
     refreshPlans();
     if (neighbour) {
         click(neighbour->key);
+    }
+}
+
+// The node that was beside it.
+Node* PlainProgram::removeNode(const QString& key) {
+    Node* neighbour = Tree::neighbourOf(current.item(key));
+    current.remove(current.item(key));
+    return neighbour;
+}
+
+// A deletion that failed behind that of the row.
+void PlainProgram::showWhatStands(const QString& key) {
+    const QString plan = tableOf(key);
+    if (!key.isEmpty() && !key.contains('\'') && isBare(plan) && user.has(plan) &&
+        !user.outline(plan).find(key)) {
+        current.selected = removeNode(key);
+        refreshPlans();
     }
 }
 
@@ -265,9 +288,7 @@ void PlainProgram::doubleClick() {
         return;
     }
     user.outline(plan).take([&](const Row& row) { return row.key == key; });
-    Node* neighbour = Tree::neighbourOf(current.item(key));
-    current.remove(current.item(key));
-    current.selected = neighbour;
+    current.selected = removeNode(key);
     refreshPlans();
 }
 

@@ -91,6 +91,8 @@ private:
     void addDocumentTo(bool beside, const QString& file, const std::optional<QByteArray>& content);
     void deleteWholePlan(const QString& plan);
     void deleteSubtree(const QString& plan, const QString& key);
+    Node* removeNode(const QString& key);
+    void showWhatStands(const QString& key);
 
     Copied dragDrop(const QString& targetKey, const QString& sourceKey, Node* source);
     Copied copyNode(const QString& targetKey, const QString& sourceKey, Node* given);
