@@ -75,9 +75,9 @@ TEST(BeyondAsked, ATemplateThatIsDeletedAsAWholeIsAskedForUnlessAnotherGoesWithI
                             row(removed, templatesFile, "遍历表", {}, "模")};
     EXPECT_EQ(ofDeletion("甲.1", one), "");
     EXPECT_EQ(ofDeletion("甲.1", one + QList{table(dropped, templatesFile, "样")}),
-              "文件夹或表已不在，因此不再记录大纲：模、样");
+              "文件夹或数据已不在，因此不再列出：模、样");
     EXPECT_EQ(ofDeletion("甲.1", {table(dropped, plansFile, "乙")}),
-              "文件夹或表已不在，因此不再记录大纲：乙");
+              "文件夹或数据已不在，因此不再列出：乙");
 }
 
 TEST(BeyondAsked, TheTablesOfASettingLibraryAreNoOutlines) {
