@@ -49,6 +49,26 @@ protected:
             history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
             *world.state.gFso, "测试");
     }
+#ifdef __linux__
+    // The last step undone by another process that is killed at one of its changes; with 0 it lives
+    // to its end. The number of its changes; negative where processes cannot be traced.
+    int undoneByAnother(int deadly) {
+        world.state.History.reset(); // the other process would begin with what is open here
+        const int changes = test::TracedProcess::run(
+            [this] {
+                jet::DBEngine engine;
+                files::DiskFileSystem files;
+                history::History theirs(
+                    world.state.gUserTplPath + ".~history",
+                    history::Places(world.state.gUserTplPath, {world.folder.root()}),
+                    engine.Workspaces(0), files, "另一个程序");
+                theirs.undo();
+            },
+            deadly);
+        openHistory();
+        return changes;
+    }
+#endif
     static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
     std::int64_t run(const QString& caption, const std::function<void()>& command) {
         outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, caption,
@@ -344,22 +364,6 @@ TEST_F(PutBack, ACommandThatCanNeitherBeRecordedNorTakenBackIsSaidToStand) {
 #ifdef __linux__
 TEST_F(PutBack, BehindAnUndoThatWasKilledOnItsWayTheNextCommandEndsItAndTellsSo) {
     deleteNode("T.1");
-    const auto undoneByAnother = [this](int deadly) {
-        world.state.History.reset(); // the other process would begin with what is open here
-        const int changes = test::TracedProcess::run(
-            [this] {
-                jet::DBEngine engine;
-                files::DiskFileSystem files;
-                history::History theirs(
-                    world.state.gUserTplPath + ".~history",
-                    history::Places(world.state.gUserTplPath, {world.folder.root()}),
-                    engine.Workspaces(0), files, "另一个程序");
-                theirs.undo();
-            },
-            deadly);
-        openHistory();
-        return changes;
-    };
     const int changes = undoneByAnother(0);
     if (changes < 0) {
         GTEST_SKIP() << "processes cannot be traced here";
@@ -379,22 +383,6 @@ TEST_F(PutBack, BehindAnUndoThatWasKilledOnItsWayTheNextCommandEndsItAndTellsSo)
 TEST_F(PutBack, AnUndoWhoseBeginEndsAnotherOneShowsThatStateAndTakesNothingElse) {
     deleteNode("T.2");
     deleteNode("T.1");
-    const auto undoneByAnother = [this](int deadly) {
-        world.state.History.reset();
-        const int changes = test::TracedProcess::run(
-            [this] {
-                jet::DBEngine engine;
-                files::DiskFileSystem files;
-                history::History theirs(
-                    world.state.gUserTplPath + ".~history",
-                    history::Places(world.state.gUserTplPath, {world.folder.root()}),
-                    engine.Workspaces(0), files, "另一个程序");
-                theirs.undo();
-            },
-            deadly);
-        openHistory();
-        return changes;
-    };
     const int changes = undoneByAnother(0);
     if (changes < 0) {
         GTEST_SKIP() << "processes cannot be traced here";
