@@ -29,6 +29,28 @@ void markHeadings(Strips& rows) {
     }
 }
 
+// Space of that width in a line, which makes the line reach so far below its baseline.
+TextItem spaceBeside(const TextItem& picture, double width, double below) {
+    TextItem space = picture;
+    space.picture = nullptr;
+    space.width = width;
+    space.height = 0;
+    space.raised = -below;
+    return space;
+}
+
+// The picture of a frame in a line of text, below the baseline, with what the frame keeps clear. A
+// frame that is placed at a margin keeps nothing clear before it.
+std::vector<TextItem> hangingIn(const word::ParagraphFrame& frame, TextItem picture, word::Cp at) {
+    using Place = word::ParagraphFrame::Place;
+    const bool isAtMargin = frame.placeAcross == Place::start || frame.placeAcross == Place::end;
+    const double below = frame.apartDown + picture.height;
+    picture.at = at;
+    picture.raised = -below;
+    return {spaceBeside(picture, isAtMargin ? 0 : frame.apartAcross, 0), picture,
+            spaceBeside(picture, frame.apartAcross, below + frame.apartDown)};
+}
+
 } // namespace
 
 BlockComposer::BlockComposer(StoryReader::Shared& shared, const word::Story& story,
@@ -91,8 +113,40 @@ Strips BlockComposer::composeFramed(const Block& block, const LineSetting& setti
     return strips;
 }
 
+// Whether it is neither in a frame nor in a table.
+bool BlockComposer::isPlain(std::size_t paragraph) {
+    if (paragraph >= story_.paragraphs.size() || story_.paragraphs[paragraph].length == 0) {
+        return false;
+    }
+    const word::ParagraphRun& run = story_.paragraphs[paragraph];
+    const char16_t mark = story_.text[starts_[paragraph] + run.length - 1];
+    return shared_.formats.place(run.properties, mark).depth == 0 &&
+           !shared_.formats.paragraph(run.style, run.properties).frame;
+}
+
+// In the office suite a frame that holds nothing but a picture is none: the picture hangs in the
+// first line of the paragraph behind it.
+bool BlockComposer::hangsInNextParagraph(const Block& frame) {
+    const std::size_t next = frame.paragraph + 1;
+    if (!shared_.officeText || frame.framed != 1 || !isPlain(next)) {
+        return false;
+    }
+    const ParagraphItems items = reader_.read(frame.paragraph, starts_[frame.paragraph], fields_);
+    if (items.items.size() != 1 || items.items[0].kind != TextItem::Kind::picture) {
+        return false;
+    }
+    const word::ParagraphRun& run = story_.paragraphs[frame.paragraph];
+    hanging_ = hangingIn(*shared_.formats.paragraph(run.style, run.properties).frame,
+                         items.items[0], starts_[next]);
+    hangsIn_ = next;
+    return true;
+}
+
 // A frame without a width of its own is as wide as its text.
 void BlockComposer::composeFrame(const Block& block, const LineSetting& setting) {
+    if (hangsInNextParagraph(block)) {
+        return;
+    }
     const word::ParagraphRun& run = story_.paragraphs[block.paragraph];
     const auto& frame = *shared_.formats.paragraph(run.style, run.properties).frame;
     LineSetting inner = setting;
@@ -132,7 +186,11 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
                                        word::Cp from) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     const word::ResolvedParagraph& format = shared_.formats.paragraph(run.style, run.properties);
-    const ParagraphItems items = reader_.read(paragraph, starts_[paragraph], fields_);
+    ParagraphItems items = reader_.read(paragraph, starts_[paragraph], fields_);
+    if (hangsIn_ == paragraph) {
+        items.isLeftOut = false;
+        items.items.insert(items.items.begin(), hanging_.begin(), hanging_.end());
+    }
     if (items.isLeftOut) {
         return {};
     }
@@ -187,7 +245,13 @@ Strips BlockComposer::composeTable(const Table& table, const LineSetting& settin
     --depth_;
     settleHeights(rows, setting.options.officeLines);
     Strips strips = stripsOf(rows);
+    if (setting.options.officeLines && !rows.empty()) {
+        strips.back().height += borderBelow(rows.back()); // of the table
+    }
     for (std::size_t i = 0; i < strips.size(); ++i) {
+        // In the office suite what stays with the next row stays whole.
+        strips[i].keepsLines =
+            strips[i].keepsLines || (setting.options.officeLines && strips[i].keepsWithNext);
         strips[i].paragraph = table.rows[i].mark;
         strips[i].style = static_cast<word::StyleIndex>(word::StyleDefinition::none);
     }

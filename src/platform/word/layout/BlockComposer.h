@@ -36,6 +36,8 @@ public:
 private:
     Strips composeParagraph(std::size_t paragraph, const LineSetting& setting, word::Cp from);
     void composeFrame(const Block& block, const LineSetting& setting);
+    bool hangsInNextParagraph(const Block& frame);
+    bool isPlain(std::size_t paragraph);
     Strips composeFramed(const Block& block, const LineSetting& setting);
     void anchorDrawings(const ParagraphItems& items, word::Cp from, const LineSetting& setting,
                         Strips& strips);
@@ -55,6 +57,9 @@ private:
     // composed again when it has to wrap around them.
     std::vector<AnchoredFloat> anchored_;
     std::optional<std::size_t> anchoredTo_;
+    // The picture of a frame that begins the paragraph of `hangsIn_`, with the space around it.
+    std::vector<TextItem> hanging_;
+    std::optional<std::size_t> hangsIn_;
     int depth_ = 0;
 };
 

@@ -421,7 +421,7 @@ private:
             const TextItem& item = items_[i];
             double width = widthOf(i);
             width += spread > 0 && i >= elasticFrom && isElastic(i, end) ? spread : 0;
-            if (item.kind == Kind::picture) {
+            if (item.kind == Kind::picture && item.height > 0) {
                 strip.layer.pictures.push_back(
                     {x, foot - item.raised - item.height, item.width, item.height, item.picture});
             } else if (item.kind == Kind::tab) {

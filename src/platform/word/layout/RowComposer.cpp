@@ -219,6 +219,15 @@ void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders) {
     }
 }
 
+double borderBelow(const ComposedRow& row) {
+    double width = 0;
+    for (const ComposedCell& cell : row.cells) {
+        const Border& side = cell.format.bottomSide;
+        width = std::max<double>(width, side.visible ? side.thickness : 0);
+    }
+    return width;
+}
+
 Strips stripsOf(const std::vector<ComposedRow>& rows) {
     Strips strips;
     for (std::size_t i = 0; i < rows.size(); ++i) {

@@ -32,6 +32,9 @@ std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t text
 // includes its upper border, as in the office suite; otherwise the border is added to it.
 void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders);
 
+// The thickness of the widest border below the row, in twips.
+double borderBelow(const ComposedRow& row);
+
 // One strip for each row, with borders, backgrounds and content. The content of a vertically merged
 // cell is in its first row.
 Strips stripsOf(const std::vector<ComposedRow>& rows);
