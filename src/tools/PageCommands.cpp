@@ -46,11 +46,12 @@ word::DocumentContent readDocument(const QString& path) {
 class LaidOut {
 public:
     LaidOut(const QString& path, drawing::FontChoice choice)
-        : LaidOut(readDocument(path), choice) {}
-    LaidOut(word::DocumentContent document, drawing::FontChoice choice)
+        : LaidOut(readDocument(path), choice, path.toStdU16String()) {}
+    LaidOut(word::DocumentContent document, drawing::FontChoice choice, std::u16string path = {})
         : document_(std::move(document)), source_(layout::sourceOf(document_)), fonts_(choice) {
         if (choice == drawing::FontChoice::here) {
             options_ = layout::officeOptions();
+            source_.path = std::move(path);
         }
         source_.now = word::localMoment();
         begin();

@@ -464,6 +464,15 @@ TEST_F(Pages, InTheOfficeSuiteOneGridTakesTheLeadingFromAllOfTheDocument) {
     EXPECT_DOUBLE_EQ(pitch(officeOptions()), 200);
 }
 
+TEST_F(Pages, TheOfficeSuiteDrawsTextAtTenthsOfPoints) {
+    type(u"甲\r");
+    type(u"乙\r", withSprm16({}, sprm::PDyaBefore, 101));
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1461);
+    options = officeOptions();
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'甲').baseline, 1160);
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1462);
+}
+
 TEST_F(Pages, InTheOfficeSuiteEverySecondOfBreaksInARowIsNoneOfItsOwn) {
     type(u"甲\f\f乙\f\f\f丙\r");
     EXPECT_EQ(pages().size(), 6U);

@@ -88,6 +88,29 @@ TEST_F(LineHeights, TheOfficeSuiteTakesOverWholePercentsOfAMultiple) {
     EXPECT_NEAR(room().height, 346.67, 0.01);
 }
 
+TEST_F(LineHeights, TheOfficeSuiteCutsWhatAMultipleGivesToWholeTwips) {
+    space(Spacing::multiple, 312); // 263.9
+    EXPECT_DOUBLE_EQ(roomOf({163, 40}, format, setting, {}).height, 263);
+    EXPECT_DOUBLE_EQ(roomOf({163, 40}, format, setting, {}).spare, 60);
+    space(Spacing::multiple, 216); // 182.7
+    EXPECT_DOUBLE_EQ(roomOf({163, 40}, format, setting, {}).height, 182);
+    setting.grid.linePitch = 251;
+    space(Spacing::multiple, 312); // 326.3
+    EXPECT_DOUBLE_EQ(roomOf({163, 40}, format, setting, {}).height, 326);
+    setting.options = {};
+    setting.grid = {};
+    EXPECT_DOUBLE_EQ(roomOf({163, 40}, format, setting, {}).height, 203 * 1.3);
+}
+
+TEST_F(LineHeights, TheOfficeSuiteRaisesAndLowersTextByWholeTwips) {
+    const FaceHeights face{0.683, 0.317, 0.2};
+    const ScriptText raised = officeScript(face, 220, true, true);
+    EXPECT_DOUBLE_EQ(raised.size, 0.58 * 220);
+    EXPECT_DOUBLE_EQ(raised.raised, 150 + 44 - (87 + 26));
+    EXPECT_DOUBLE_EQ(officeScript(face, 220, true, false).raised, 150 - 87);
+    EXPECT_DOUBLE_EQ(officeScript(face, 220, false, true).raised, 41 - 70);
+}
+
 TEST_F(LineHeights, AParagraphOffTheGridIsSetAsWithoutOne) {
     setting.grid.linePitch = 250;
     format.snapsToGrid = false;

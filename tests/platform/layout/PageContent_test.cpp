@@ -39,7 +39,9 @@ protected:
             definition.u16(i < flags.size() ? flags[i] : 0);
             definition.u16(0);
             definition.u32(i == 0 ? 0x00010108 : 0); // the first has a border on its top
-            definition.zeros(12);
+            definition.u32(0);
+            definition.u32(bottomSide);
+            definition.u32(0);
         }
         Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
         const Bytes row = definition.take();
@@ -48,6 +50,8 @@ protected:
         main.characters.push_back({1, {}});
         main.paragraphs.push_back({1, 0, intern(mark)});
     }
+    std::uint32_t bottomSide = 0; // of the cells of the next rows, a Brc80
+
     const PlacedText& textAt(const Page& page, const std::u16string& text) {
         for (const PlacedText& run : page.layer.texts) {
             if (run.text == text) {
@@ -207,6 +211,35 @@ TEST_F(PageContent, AFrameWithoutAWidthIsAsWideAsItsPictures) {
     EXPECT_NEAR(page.layer.pictures[1].x, 2000, 1);
 }
 
+TEST_F(PageContent, InTheOfficeSuiteAFrameOfOnePictureHangsInTheNextParagraphsLine) {
+    auto picture = *word::Picture::fromImage(test::png(96, 48));
+    picture.setWidth(400);
+    picture.setHeight(200);
+    document.tables.blobs.push_back(picture.blob());
+    const Bytes shown = withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1);
+    const auto typeFramed = [&](unsigned across) {
+        main = {};
+        Bytes frame = withSprm16({}, sprm::PDxaAbs, across);
+        frame = withSprm16(withSprm16(frame, sprm::PDxaFromText, 100), sprm::PDyaFromText, 50);
+        type(u"\x01\r", frame);
+        type(u"甲\r乙\r");
+        main.characters = {{1, intern(shown)}, {5, {}}};
+    };
+    options = officeOptions();
+    typeFramed(301);
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 1U);
+    EXPECT_DOUBLE_EQ(page.layer.pictures[0].x, 1100);
+    EXPECT_DOUBLE_EQ(page.layer.pictures[0].y, 1160 + 50);
+    EXPECT_DOUBLE_EQ(textAt(page, u"甲").x, 1600);
+    EXPECT_DOUBLE_EQ(textAt(page, u"甲").baseline, 1160);
+    EXPECT_DOUBLE_EQ(textAt(page, u"乙").baseline, 1160 + 300 + 160);
+    typeFramed(0xFFF8); // at the right margin
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"甲").x, 1500);
+    options = {};
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"甲").x, 1000);
+}
+
 // A character that stands for that code of the font Symbol, the third of the document.
 Bytes symbolRun(unsigned code) { return withSprm32({}, sprm::CSymbol, (code << 16) | 2); }
 
@@ -301,8 +334,8 @@ TEST_F(PageContent, RaisedAndLoweredTextOfTheOfficeSuiteStaysWithinItsLine) {
     const Page page = pages().at(0);
     const double foot = textAt(page, u"甲").baseline;
     EXPECT_DOUBLE_EQ(textAt(page, u"乙").size, 116);
-    EXPECT_NEAR(foot - textAt(page, u"乙").baseline, 0.42 * 160, 0.01);
-    EXPECT_NEAR(textAt(page, u"丙").baseline - foot, 0.42 * 40, 0.01);
+    EXPECT_NEAR(foot - textAt(page, u"乙").baseline, 160 - 93, 1); // at tenths of points
+    EXPECT_NEAR(textAt(page, u"丙").baseline - foot, 40 - 23, 1);
     EXPECT_DOUBLE_EQ(textAt(page, u"丁").baseline - foot, 200);
 }
 
@@ -321,6 +354,116 @@ TEST_F(PageContent, InTheOfficeSuiteTheLastRunBeforeATableHasNoFormattingOfItsOw
     main.characters[1].length = 3;
     main.characters.erase(main.characters.begin() + 2);
     EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"乙丙").size, 400); // the run goes on in the table
+}
+
+TEST_F(PageContent, InTheOfficeSuiteATabOfTheLastRunBeforeATableHasNoFormattingOfItsOwn) {
+    const auto large = intern(withSprm16({}, sprm::CHps, 40));
+    type(u"甲\r\t\r");
+    main.characters = {{2, {}}, {2, large}};
+    typeRow({u"丁"}, {0, 1000});
+    type(u"\r");
+    const auto down = [&] {
+        const Page page = pages().at(0);
+        return textAt(page, u"丁").baseline - textAt(page, u"甲").baseline;
+    };
+    EXPECT_DOUBLE_EQ(down(), 200 + 400 + 20);
+    options = officeOptions();
+    EXPECT_DOUBLE_EQ(down(), 200 + 200 + 20);
+}
+
+TEST_F(PageContent, InTheOfficeSuiteATableEndsBelowItsLowestBorder) {
+    bottomSide = 0x00010108; // one point
+    typeRow({u"丁", u"戊"}, {0, 1000, 2000});
+    typeRow({u"己", u"庚"}, {0, 1000, 2000});
+    type(u"后\r");
+    const auto down = [&] {
+        const Page page = pages().at(0);
+        return textAt(page, u"后").baseline - textAt(page, u"己").baseline;
+    };
+    EXPECT_DOUBLE_EQ(down(), 200);
+    options = officeOptions();
+    EXPECT_DOUBLE_EQ(down(), 220);
+}
+
+TEST_F(PageContent, InTheOfficeSuiteARowThatStaysWithTheNextIsNotParted) {
+    for (int i = 0; i < 5; ++i) {
+        type(u"前\r");
+    }
+    typeRow({std::u16string(70, u'格')}, {0, 2000}); // seven lines
+    main.paragraphs[5].properties =
+        intern(withSprm8(withSprm8({}, sprm::PFInTable, 1), sprm::PFKeepFollow, 1));
+    type(u"后\r");
+    EXPECT_NE(textOf(pages().at(0)), u"前前前前前");
+    options = officeOptions();
+    EXPECT_EQ(textOf(pages().at(0)), u"前前前前前");
+}
+
+// Fonts of one measure that tell by which name each face was asked for.
+class NamedFonts : public test::FixedFonts {
+public:
+    FaceId face(const FaceRequest& request) override {
+        names.push_back(request.name);
+        return static_cast<FaceId>(names.size() - 1);
+    }
+    std::vector<std::u16string> names;
+};
+
+TEST_F(PageContent, InTheOfficeSuiteABulletWhoseLevelNamesNoFontStandsInTheSerifFace) {
+    word::ListDefinition bullets = numberedList(0);
+    bullets.levels[0].head[4] = 23;
+    bullets.levels[0].head[6] = 0;
+    bullets.levels[0].text = {u'-'};
+    document.tables.listDefinitions.push_back(bullets);
+    document.tables.listOverrides.push_back({77, 0, 0, {}});
+    type(u"a\r", withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0));
+    const auto bulletFont = [&] {
+        NamedFonts named;
+        sourceOfAll();
+        DocumentLayout laidOut(source, named, options);
+        return named.names.at(textAt(*laidOut.nextPage(), u"-").face);
+    };
+    const std::u16string own = document.tables.fonts.at(0).name;
+    options = officeOptions();
+    EXPECT_EQ(bulletFont(), u"serif");
+    document.tables.listDefinitions[0].levels[0].character =
+        intern(withSprm16({}, sprm::CRgFtc0, 0));
+    EXPECT_EQ(bulletFont(), own);
+}
+
+TEST_F(PageContent, InTheOfficeSuiteAStyleWithoutARootHasNoFontAndTwelvePoints) {
+    document.tables.styles.styles[1]->basedOn = 77; // which there is not
+    type(u"a\r");
+    main.paragraphs[0].style = 1;
+    const auto shown = [&] {
+        NamedFonts named;
+        sourceOfAll();
+        DocumentLayout laidOut(source, named, options);
+        const Page page = *laidOut.nextPage();
+        return std::pair(page.layer.texts.at(0).size, named.names.at(page.layer.texts[0].face));
+    };
+    EXPECT_EQ(shown(), std::pair(200.0, document.tables.fonts.at(0).name));
+    options = officeOptions();
+    EXPECT_EQ(shown(), std::pair(240.0, std::u16string(u"serif")));
+}
+
+TEST_F(PageContent, AFileNameFieldShowsTheFileWhereTheSourceTellsItsPath) {
+    std::u16string path;
+    const auto shown = [&](const std::u16string& instruction) {
+        main = story(u"\u0013" + instruction + u"\u0014旧\u0015\r");
+        const auto separator = static_cast<word::Cp>(instruction.size() + 1);
+        main.fields = {{0, word::fieldBegin, 0x1D},
+                       {separator, word::fieldSeparator, 0},
+                       {separator + 2, word::fieldEnd, 0}};
+        document.sections.back().length = main.size();
+        sourceOfAll();
+        source.path = path;
+        DocumentLayout laidOut(source, fonts, options);
+        return textOf(*laidOut.nextPage());
+    };
+    EXPECT_EQ(shown(u" FILENAME "), u"旧");
+    path = u"/计划/施工方案.doc";
+    EXPECT_EQ(shown(u" FILENAME  \\* MERGEFORMAT "), u"施工方案.doc");
+    EXPECT_EQ(shown(u" FILENAME \\p "), u"/计划/施工方案.doc");
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "platform/word/formatting/ListNumbers.h"
 
+#include "platform/word/docfile/format/Sprm.h"
+#include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/formatting/NumberForms.h"
 
 #include <algorithm>
@@ -112,10 +114,12 @@ std::optional<ListLabel> ListNumbers::next(std::uint16_t ilfo, std::uint8_t ilvl
     Counts& counts = counts_[tables_.listOverrides[listIndexOf(ilfo) - 1U].lsid];
     count(counts, ilfo, ilvl);
     ListLabel label;
-    label.text = formOf(*level) == bulletForm ? level->text : composed(*level, counts, ilfo);
+    label.isBullet = formOf(*level) == bulletForm;
+    label.text = label.isBullet ? level->text : composed(*level, counts, ilfo);
     label.follows = followerOf(*level);
     label.characters = level->character;
     label.partBefore = partBeforeOf(*level);
+    label.namesFont = findSprm(tables_.lists[level->character], sprm::CRgFtc0).has_value();
     return label.text.empty() ? std::nullopt : std::optional(label);
 }
 

@@ -19,6 +19,8 @@ struct ListLabel {
     // The part of the label's width that stands before the place of the label: 0 for a label that
     // begins there, 0.5 for one around it, 1 for one that ends there.
     double partBefore = 0;
+    bool isBullet = false;  // the same text in front of each paragraph of the level
+    bool namesFont = false; // the level itself sets the font of Latin characters
 };
 
 // Numbers the paragraphs of lists in document order.

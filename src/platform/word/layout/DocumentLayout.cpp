@@ -20,6 +20,7 @@ namespace {
 using word::ResolvedSection;
 
 constexpr double leastBody = 720; // twips that headers and footers leave
+constexpr double officeStep = 2;  // twips: the office suite draws at tenths of points
 
 } // namespace
 
@@ -34,9 +35,9 @@ public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
         : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
           headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteRooms()) {
-        shared_.marksInherit = shared_.officeText = options_.officeLines;
-        shared_.showsDeleted =
-            options_.officeLines && word::readDop(source_.settings, word::dop::showRevisions) != 0;
+        if (options_.officeLines) {
+            shared_.readLikeOffice(word::readDop(source_.settings, word::dop::showRevisions) != 0);
+        }
         const bool onTop = word::gutterOnTop(source_.settings);
         word::Cp at = 0;
         for (const word::SectionRun& section : source_.sections) {
@@ -49,6 +50,7 @@ public:
             sections_.push_back(word::resolvedSectionOf({}, onTop));
             sectionEnds_.push_back(source_.main->size());
         }
+        shared_.hasLeading = hasLeading();
         beginPage();
     }
 
@@ -99,11 +101,13 @@ private:
     }
 
     // In the office suite one grid takes the leading from all of the document.
-    bool losesLeading() const {
-        return options_.officeLines &&
-               std::any_of(sections_.begin(), sections_.end(), [](const ResolvedSection& section) {
-                   return section.grid != word::GridKind::none;
-               });
+    bool hasLeading() const {
+        const bool isLost =
+            options_.officeLines &&
+            std::any_of(sections_.begin(), sections_.end(), [](const ResolvedSection& section) {
+                return section.grid != word::GridKind::none;
+            });
+        return word::readDop(source_.settings, word::dop::noLeading) == 0 && !isLost;
     }
 
     LineSetting settingOf(double width) const {
@@ -112,8 +116,7 @@ private:
         setting.options = options_;
         const auto tab = word::readDop(source_.settings, word::dop::defaultTab);
         setting.defaultTab = tab > 0 ? tab : setting.defaultTab;
-        setting.hasLeading =
-            word::readDop(source_.settings, word::dop::noLeading) == 0 && !losesLeading();
+        setting.hasLeading = shared_.hasLeading;
         setting.compressesPunctuation =
             word::readDop(source_.settings, word::dop::characterSpacing) != 0;
         setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;
@@ -415,6 +418,9 @@ private:
 
     void finishPage() {
         placeNotes();
+        if (options_.officeLines) {
+            page_.layer.alignBaselines(officeStep);
+        }
         finished_.push_back(std::move(page_));
         Page next;
         next.sheet = finished_.back().sheet;

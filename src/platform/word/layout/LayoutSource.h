@@ -3,9 +3,12 @@
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/formatting/DateForms.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 
 namespace qvnd::layout {
 
@@ -19,7 +22,16 @@ struct LayoutSource {
     // The time that date and time fields show, as when a word processor opens the document.
     // Nothing: the fields keep their stored results.
     std::optional<word::Moment> now{};
+    // The path of the document, which file name fields show as in the office suite. Empty: the
+    // fields keep their stored results.
+    std::u16string path{};
 };
+
+// The result that a field of that type (flt, [MS-DOC] 2.9.90) shows instead of its stored one: the
+// date or the time, or the name of the file, with its path for the switch \p. Nothing for a field
+// that shows what it stored.
+std::optional<std::u16string> resultAnew(const LayoutSource& source, std::uint8_t type,
+                                         std::u16string_view instruction);
 
 LayoutSource sourceOf(const word::DocumentContent& document);
 

@@ -9,16 +9,18 @@ namespace {
 
 using Spacing = word::ResolvedParagraph::Spacing;
 
-constexpr double lineUnits = 240;  // of a multiple
-constexpr double partAbove = 0.8;  // of an exact line, above its foot
-constexpr double rounding = 0.001; // of a grid's unit
+constexpr double lineUnits = 240;      // of a multiple
+constexpr double partAbove = 0.8;      // of an exact line, above its foot
+constexpr double gridRounding = 0.001; // of a grid's unit
 
 bool isOnGrid(const word::ResolvedParagraph& format, const LineSetting& setting) {
     return setting.grid.linePitch > 0 && format.snapsToGrid;
 }
 
 // The least number of whole units that hold it.
-double inUnits(double height, double unit) { return std::ceil(height / unit - rounding) * unit; }
+double inUnits(double height, double unit) {
+    return std::ceil(height / unit - gridRounding) * unit;
+}
 
 // What is added to the height that the content needs stands above it; on a grid around it.
 LineRoom wordProcessorRoom(const ContentHeights& content, const word::ResolvedParagraph& format,
@@ -35,6 +37,12 @@ LineRoom wordProcessorRoom(const ContentHeights& content, const word::ResolvedPa
     const double onGrid = inUnits(natural, setting.grid.linePitch * multiple);
     const double height = isMultiple ? onGrid : std::max<double>(onGrid, format.line);
     return {height, (height - natural) / 2 + content.ascent};
+}
+
+// The office suite cuts what a multiple gives down to whole twips.
+double wholeTwips(double height) {
+    constexpr double rounding = 0.001; // of a twip
+    return std::floor(height + rounding);
 }
 
 // A line set tighter than its content needs loses what stands above, the first one more evenly.
@@ -55,8 +63,8 @@ LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph
     const double multiple = officeMultiple(format);
     if (isOnGrid(format, setting)) {
         const double onGrid = inUnits(natural, setting.grid.linePitch);
-        const double spare =
-            std::max(0.0, multiple - 1) * (order.isLast ? natural : onGrid); // below the line
+        const double unit = order.isLast ? natural : onGrid;
+        const double spare = wholeTwips(std::max(1.0, multiple) * unit) - unit; // below the line
         return {onGrid + spare, (onGrid - natural) / 2 + content.ascent, spare};
     }
     if (format.spacing == Spacing::atLeast) {
@@ -64,10 +72,10 @@ LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph
         return {height, height - content.descent};
     }
     if (multiple < 1) {
-        return tightRoom(content, multiple * natural, order);
+        return tightRoom(content, wholeTwips(multiple * natural), order);
     }
-    const double spare = (multiple - 1) * natural;
-    return {natural + spare, content.ascent, spare};
+    const double height = wholeTwips(multiple * natural);
+    return {height, content.ascent, height - natural};
 }
 
 bool isScript(const TextItem& item) {
@@ -92,14 +100,26 @@ double officeTwips(double twips) {
 }
 
 ContentHeights heightsIn(FaceHeights face, double size, const LineSetting& setting) {
-    const auto part = [&](double ofSize) {
-        return setting.options.officeLines ? officeTwips(ofSize * size) : ofSize * size;
-    };
-    const double leading = setting.hasLeading ? part(face.leading) : 0;
-    return {part(face.ascent) + leading, part(face.descent)};
+    if (setting.options.officeLines) {
+        return officeHeights(face, size, setting.hasLeading);
+    }
+    return {(face.ascent + (setting.hasLeading ? face.leading : 0)) * size, face.descent * size};
 }
 
 } // namespace
+
+ContentHeights officeHeights(FaceHeights face, double size, bool hasLeading) {
+    const double leading = hasLeading ? officeTwips(face.leading * size) : 0;
+    return {officeTwips(face.ascent * size) + leading, officeTwips(face.descent * size)};
+}
+
+ScriptText officeScript(FaceHeights face, double size, bool isRaised, bool hasLeading) {
+    constexpr double part = 0.58;
+    const double own = part * size;
+    const ContentHeights around = officeHeights(face, size, hasLeading);
+    const ContentHeights small = officeHeights(face, own, hasLeading);
+    return {own, isRaised ? around.ascent - small.ascent : small.descent - around.descent};
+}
 
 ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& paragraph,
                          bool isLast, FontMetrics& fonts, const LineSetting& setting) {

@@ -25,6 +25,20 @@ struct ContentHeights {
 ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& paragraph,
                          bool isLast, FontMetrics& fonts, const LineSetting& setting);
 
+// The heights of a face of that size as the office suite measures them: whole twips, with the
+// leading above the text where the document has one.
+ContentHeights officeHeights(FaceHeights face, double size, bool hasLeading);
+
+// Raised or lowered text: its size, and how far it stands above the baseline. In twips.
+struct ScriptText {
+    double size = 0;
+    double raised = 0;
+};
+
+// Of text of that size in the office suite: what is raised ends where the text around it ends
+// above, what is lowered ends where it ends below.
+ScriptText officeScript(FaceHeights face, double size, bool isRaised, bool hasLeading);
+
 // The height of a line and the distance of its baseline from its top. `spare` is the part of the
 // height, at the lower end, that may extend beyond the end of a column. In twips.
 struct LineRoom {

@@ -1,5 +1,6 @@
 #include "platform/word/layout/PageModel.h"
 
+#include <cmath>
 #include <utility>
 
 namespace qvnd::layout {
@@ -39,6 +40,13 @@ void Layer::append(const Layer& other, double right, double down) {
         text.x += right;
         text.baseline += down;
     });
+}
+
+void Layer::alignBaselines(double step) {
+    constexpr double middle = 0.501; // a sum of fractions may fall a little short of it
+    for (PlacedText& text : texts) {
+        text.baseline = std::floor(text.baseline / step + middle) * step;
+    }
 }
 
 } // namespace qvnd::layout

@@ -89,6 +89,8 @@ struct Layer {
 
     // Adds the content of another layer, moved by that distance.
     void append(const Layer& other, double right, double down);
+    // Moves the baselines of texts to the nearest multiple of `step`, from the middle downwards.
+    void alignBaselines(double step);
 };
 
 struct Page {

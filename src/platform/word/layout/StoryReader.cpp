@@ -4,9 +4,9 @@
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/docfile/text/Fields.h"
-#include "platform/word/formatting/DateForms.h"
 #include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/LineHeights.h"
 #include "platform/word/layout/StoryBlocks.h"
 
 #include <algorithm>
@@ -20,7 +20,7 @@ namespace special = word::special;
 
 constexpr double scriptSize = 0.65; // of raised and lowered text, in parts of the size
 constexpr double scriptRise = 0.33;
-constexpr double officeScriptSize = 0.58;
+constexpr double scriptDrop = -0.15;
 constexpr double smallCapitalSize = 0.8;
 
 constexpr char16_t privateArea = 0xF000;
@@ -29,8 +29,6 @@ constexpr char16_t privateEnd = 0xF100;
 // Types of fields (flt), [MS-DOC] 2.9.90.
 constexpr std::uint8_t pageField = 0x21;
 constexpr std::uint8_t pageCountField = 0x1A;
-constexpr std::uint8_t dateField = 0x1F;
-constexpr std::uint8_t timeField = 0x20;
 
 bool isMark(char16_t c) { return c == u'\r' || c == u'\a' || c == special::pageBreak; }
 
@@ -92,13 +90,10 @@ StoryReader::Span StoryReader::spanOf(std::uint8_t type, word::Cp begin, word::C
     span.begin = begin;
     if (type == pageField || type == pageCountField) {
         span.shows = type == pageField ? Span::Shows::pageNumber : Span::Shows::pageCount;
-    }
-    const bool isDate = (type == dateField || type == timeField) && separator > begin;
-    const auto& now = shared_.source.now;
-    if (isDate && now) {
-        const std::u16string_view instruction(story_.text);
+    } else if (separator > begin) {
+        const std::u16string_view text(story_.text);
         if (auto shown =
-                word::dateShown(instruction.substr(begin + 1, separator - begin - 1), *now)) {
+                resultAnew(shared_.source, type, text.substr(begin + 1, separator - begin - 1))) {
             span.shows = Span::Shows::text;
             span.text = std::move(*shown);
         }
@@ -172,8 +167,11 @@ FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
         (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (asksForChinese ? 4U : 0U);
     const auto [known, isNew] = faces_.try_emplace({font, style});
     if (isNew) {
+        const std::u16string name = fontName(font);
         known->second =
-            shared_.fonts.face({fontName(font), format.bold, format.italic, asksForChinese});
+            shared_.officeText && name.empty() && !asksForChinese
+                ? faceWithoutName(format)
+                : shared_.fonts.face({name, format.bold, format.italic, asksForChinese});
     }
     return known->second;
 }
@@ -232,7 +230,8 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             at = std::min(span->end, end) - 1;
             continue;
         }
-        const bool isLost = at >= lostFrom && story_.text[at] >= special::firstPrintable;
+        const char16_t c = story_.text[at];
+        const bool isLost = at >= lostFrom && (c >= special::firstPrintable || c == special::tab);
         const auto& format = isLost ? shared_.formats.text(run.style, word::PropertyListId::empty)
                                     : formatAt(at, run.style);
         if (!isUnseen(format)) {
@@ -291,9 +290,13 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
         return;
     }
     const bool inSymbols = word::isSymbolFont(fontName(format.latinFont));
+    const bool isUnnamed = shared_.officeText && label.isBullet && !label.namesFont;
     for (const char16_t c : label.text) {
         if (c >= privateArea || inSymbols) {
             addSymbol(c, format.latinFont, start, format, result);
+        } else if (isUnnamed) {
+            const FaceId face = shared_.fonts.shownBy(faceWithoutName(format), c);
+            addCharacter(c, face, start, format, result);
         } else {
             addCharacter(c, start, format, result);
         }
@@ -363,8 +366,14 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
     item.size = format.halfPoints * twipsPerHalfPoint;
     item.raised = format.raisedBy * twipsPerHalfPoint;
     if (format.script != word::ResolvedText::Script::normal) {
-        item.raised += scriptRiseOf(format, face) * item.size;
-        item.size *= shared_.officeText ? officeScriptSize : scriptSize;
+        const bool isRaised = format.script == word::ResolvedText::Script::raised;
+        const ScriptText script =
+            shared_.officeText
+                ? officeScript(shared_.fonts.heights(face), item.size, isRaised, shared_.hasLeading)
+                : ScriptText{scriptSize * item.size,
+                             (isRaised ? scriptRise : scriptDrop) * item.size};
+        item.size = script.size;
+        item.raised += script.raised;
     }
     const bool shrinks = format.smallCapitals && upper(c) != c;
     item.size *= shrinks ? smallCapitalSize : 1;
@@ -380,15 +389,9 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
     result.items.push_back(std::move(item));
 }
 
-// In parts of the size. In the office suite raised text ends where the text around it ends above,
-// lowered text where it ends below.
-double StoryReader::scriptRiseOf(const word::ResolvedText& format, FaceId face) {
-    const bool isRaised = format.script == word::ResolvedText::Script::raised;
-    if (!shared_.officeText) {
-        return isRaised ? scriptRise : -0.15;
-    }
-    const FaceHeights heights = shared_.fonts.heights(face);
-    return (1 - officeScriptSize) * (isRaised ? heights.ascent : -heights.descent);
+// In the office suite text that names no font stands in the desktop's serif face.
+FaceId StoryReader::faceWithoutName(const word::ResolvedText& format) {
+    return shared_.fonts.face({u"serif", format.bold, format.italic, false});
 }
 
 void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,

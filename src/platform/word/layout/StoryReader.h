@@ -77,6 +77,13 @@ public:
             : source(from), fonts(metrics), formats(*from.tables),
               numbers(*from.tables, formats.levels()) {}
 
+        // Reads as LayoutOptions::officeLines says; to be called before any text is read.
+        void readLikeOffice(bool withRevisions) {
+            marksInherit = officeText = true;
+            showsDeleted = withRevisions;
+            formats.keepDefaultsFromLooseStyles();
+        }
+
         const LayoutSource& source;
         FontMetrics& fonts;
         // The mark of an empty paragraph inherits the formatting of the previous mark
@@ -86,6 +93,7 @@ public:
         // Handles breaks, languages and symbols as the office suite does
         // (LayoutOptions::officeLines). Symbol codes (from 0xF000 on) are kept; the face maps them.
         bool officeText = false;
+        bool hasLeading = true; // see LineSetting
         word::FormatResolver formats;
         word::ListNumbers numbers;
         std::map<std::uint32_t, std::pair<double, double>> pictureSizes; // by blob, in twips
@@ -130,7 +138,6 @@ private:
                       ParagraphItems& result);
     void addCharacter(char32_t c, FaceId face, word::Cp at, const word::ResolvedText& format,
                       ParagraphItems& result);
-    double scriptRiseOf(const word::ResolvedText& format, FaceId face);
     void addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,
                     ParagraphItems& result);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
@@ -138,6 +145,7 @@ private:
     // Adds a character of a symbol font. `code`: with or without 0xF000 added.
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
+    FaceId faceWithoutName(const word::ResolvedText& format);
     FaceId faceOf(const word::ResolvedText& format, char32_t c);
     FaceId faceOf(std::uint16_t font, bool asksForChinese, const word::ResolvedText& format);
     std::u16string fontName(std::uint16_t index) const;
