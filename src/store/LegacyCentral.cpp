@@ -120,7 +120,7 @@ void takeOverCentralFile(modMain& state, const QString& file,
     }
     LegacyTakeover takeover{QFileInfo(file).fileName(), LegacyKind::central};
     const auto tables = readWhole(state, file, takeover);
-    takeover.KeptAs = replaceLegacyFile(file, [&](const QString& path) {
+    takeover.KeptAs = replaceLegacyFile(*state.gWs, file, [&](const QString& path) {
         create(path);
         if (tables) {
             const auto database = state.gWs->OpenDatabase(path);

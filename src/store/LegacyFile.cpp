@@ -62,7 +62,7 @@ private:
 
 } // namespace
 
-QString replaceLegacyFile(const QString& file,
+QString replaceLegacyFile(jet::Workspace& workspace, const QString& file,
                           const std::function<void(const QString& path)>& build) {
     const Unfinished unfinished(file);
     build(unfinished.path());
@@ -70,6 +70,7 @@ QString replaceLegacyFile(const QString& file,
     if (!QFile::exists(kept)) {
         files::copyWhole(file, kept);
     }
+    workspace.AboutToReplace(file, unfinished.path());
     unfinished.takeThePlace();
     return kept;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/jet/Workspace.h"
+
 #include <QString>
 
 #include <functional>
@@ -13,8 +15,9 @@ namespace qvnd::store {
 // `build` makes the new database, and closes it, at the path that it is handed. The database takes
 // the file's place when it is complete, and the old file is kept before that; a killed process
 // leaves the one or the other, and the next run does it again. When `build` throws, or the disk
-// fails, the file is as it was.
-QString replaceLegacyFile(const QString& file,
+// fails, the file is as it was. The workspace's observer is told of the change; the kept file is
+// not told, so that it stays whatever is taken back.
+QString replaceLegacyFile(jet::Workspace& workspace, const QString& file,
                           const std::function<void(const QString& path)>& build);
 
 } // namespace qvnd::store

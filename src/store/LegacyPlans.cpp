@@ -62,7 +62,7 @@ LegacyTakeover takeOverLegacyFile(modMain& state, const QString& file, const QSt
     LegacyTakeover taken{name, withInformation ? LegacyKind::plan : LegacyKind::templateFolder};
     taken.Rows = static_cast<int>(outline.Rows.size());
     taken.Information = information.has_value();
-    taken.KeptAs = replaceLegacyFile(file, [&](const QString& path) {
+    taken.KeptAs = replaceLegacyFile(*state.gWs, file, [&](const QString& path) {
         const auto database =
             state.gWs->CreateDatabase(path, QString::fromUtf16(jet::dbLangGeneral));
         bringIn(*database, outlineTable(name), outline);

@@ -1,3 +1,4 @@
+#include "outline/TakeBack.h"
 #include "support/GenuineJet.h"
 #include "support/KillPoints.h"
 #include "support/Planner.h"
@@ -133,7 +134,70 @@ TEST(LegacyInstallation, ThatWasTakenOverIsUsedLikeAnyOtherByTheNextStart) {
     EXPECT_EQ(planner.plans().find("桥.1")->Text(), "新概况");
 }
 
+// A planner whose work space is in use, and who puts a plan's folder of an older installation
+// there.
+class OlderFolder : public test::Planner {
+public:
+    OlderFolder() {
+        start();
+        exit();
+        folder.write(file, old);
+        folder.write("Sys/用户模板/桥/桥.1.2.doc", "document");
+    }
+    bool isListed() { return plans().find("桥.1.2") != nullptr; }
+    void undo() { outline::undo(state(), workbench(), services()); }
+    void redo() { outline::redo(state(), workbench(), services()); }
+
+    const QString file = "Sys/用户模板/桥/桥.mdb";
+    const QByteArray old = test::GenuineJet({outline("桥"), information("桥")}).bytes();
+};
+
+TEST(OlderFolder, ThatAStartTookOverIsAsBeforeBehindTheUndoAndTakenOverAgainByTheRedo) {
+    OlderFolder planner;
+    planner.start();
+    ASSERT_TRUE(planner.isListed());
+    EXPECT_EQ(planner.state().History->undoable()->title, "启动[桥]");
+    const QByteArray taken = planner.folder.read(planner.file);
+    ASSERT_NE(taken, planner.old);
+    planner.undo();
+    EXPECT_EQ(planner.folder.read(planner.file), planner.old);
+    EXPECT_FALSE(planner.isListed());
+    planner.redo();
+    EXPECT_EQ(planner.folder.read(planner.file), taken);
+    EXPECT_TRUE(planner.isListed());
+}
+
+TEST(OlderFolder, ThatAStartTookOverIsTakenOverAnewByTheStartBehindTheUndo) {
+    OlderFolder planner;
+    planner.start();
+    planner.undo();
+    planner.restart();
+    EXPECT_TRUE(planner.isListed());
+    EXPECT_EQ(planner.folder.read(planner.file + ".jet"), planner.old);
+    EXPECT_FALSE(planner.folder.exists(planner.file + ".jet.2"));
+    EXPECT_TRUE(planner.messages.shown.empty());
+}
+
 #ifdef __linux__
+// Nobody has asked for what a start does, and nothing of it comes from outside.
+TEST(OlderFolder, WhoseTakeoverIsKilledIsTakenOverAnewAndNothingIsKeptAsAForeignChange) {
+    OlderFolder undisturbed;
+    const int changes = test::TracedProcess::run([&] { undisturbed.start(); }, 0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    for (const int point : test::killPoints(changes, 8)) {
+        SCOPED_TRACE(point);
+        OlderFolder planner;
+        test::TracedProcess::run([&] { planner.start(); }, point);
+        ASSERT_TRUE(planner.start());
+        EXPECT_TRUE(planner.isListed());
+        for (const history::Step& step : planner.state().History->steps()) {
+            EXPECT_NE(step.kind, history::StepKind::outside) << step.title.toStdString();
+        }
+    }
+}
+
 TEST(LegacyInstallation, WhoseTakeoverIsKilledAtWhateverPointIsTakenOverWholeByTheNextStart) {
     const auto start = [](OlderInstallation& planner) { return [&] { planner.start(); }; };
     OlderInstallation undisturbed;

@@ -46,6 +46,11 @@ void Workspace::Settle() {
 
 void Workspace::Observe(ChangeObserver* observer) { state_->Observe(observer); }
 
+void Workspace::AboutToReplace(const QString& file, const QString& by) {
+    state_->Enter();
+    state_->AboutToReplace(file, by);
+}
+
 void Workspace::Close() { state_->CloseAll(); }
 
 } // namespace qvnd::jet

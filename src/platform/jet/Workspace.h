@@ -48,6 +48,11 @@ public:
     // from now on.
     void Observe(ChangeObserver* observer);
 
+    // Tells the observer that a whole database, made at `by` and closed, is about to take the place
+    // of whatever file stands at `file`; the caller then renames it. What the observer throws
+    // refuses it.
+    void AboutToReplace(const QString& file, const QString& by);
+
     // Commits, and closes all databases opened through it.
     void Close();
 

@@ -2,6 +2,7 @@
 
 #include "platform/jet/Failure.h"
 #include "platform/jet/engine/Session.h"
+#include "platform/jet/file/Image.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -52,6 +53,13 @@ void WorkspaceState::Observe(ChangeObserver* observer) {
     observer_ = observer;
     for (const std::shared_ptr<StoreFile>& file : LiveFiles()) {
         file->Observe(observer);
+    }
+}
+
+void WorkspaceState::AboutToReplace(const QString& file, const QString& by) {
+    if (observer_ != nullptr) {
+        observer_->BeforeChange(file);
+        observer_->BeforeCommit([&] { return imageOf(by); });
     }
 }
 

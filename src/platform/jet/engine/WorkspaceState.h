@@ -37,6 +37,8 @@ public:
 
     // For the files that are open and those to come; null ends it.
     void Observe(ChangeObserver* observer);
+    // Tells the observer that the database `by` is about to be renamed to `file`.
+    void AboutToReplace(const QString& file, const QString& by);
 
     void Register(const std::shared_ptr<Session>& session);
     // Commits, and closes every session.
