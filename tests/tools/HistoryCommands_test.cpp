@@ -198,7 +198,7 @@ TEST_F(HistoryTool, UndoTellsWhatAnotherProgramHasChanged) {
     test::PlainSqlite(folder.path("home/Sys/用户模板/Db_UsTemplate.mdb"))
         .rows("UPDATE 甲 SET 名称='手改' WHERE Key='甲.1.1'");
     EXPECT_EQ(qvndctl({"history", "undo"}), ExitStatus::done);
-    EXPECT_TRUE(err.contains("外部改动[Db_UsTemplate.mdb]")) << err.toStdString();
+    EXPECT_TRUE(err.contains("外部改动[用户方案]")) << err.toStdString();
     EXPECT_EQ(list().last().toObject()["种类"].toString(), "外部改动");
 }
 

@@ -7,7 +7,6 @@
 #include "platform/history/StepWords.h"
 #include "platform/jet/file/Image.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -16,12 +15,6 @@
 namespace qvnd::history {
 
 namespace {
-
-// A plan's own copy of its tables lies in a folder of its own name and follows the central ones.
-bool isCopy(const QString& path) {
-    const QFileInfo file(path);
-    return file.completeBaseName().compare(file.dir().dirName(), Qt::CaseInsensitive) == 0;
-}
 
 // A damaged database is told as the file that it is.
 QList<Change> changesBetween(const QString& path, const QByteArray& before, const QByteArray& after,
@@ -72,8 +65,8 @@ std::optional<Step> Recorder::seeOutside(const QString& path, Look look) {
         return std::nullopt;
     }
     const QList<Change> changes = changesBetween(path, known, live, std::nullopt);
-    const Step step = outsideStep(takeNumber(), QFileInfo(path).fileName(), isMinor(changes, {}));
-    return record(step, isCopy(path) ? QList<Change>() : shown(changes), {},
+    const Step step = outsideStep(takeNumber(), databaseWord(path), isMinor(changes, {}));
+    return record(step, isOwnCopy(path) ? QList<Change>() : shown(changes), {},
                   {{path, deltaOf(known, live)}});
 }
 
@@ -109,7 +102,7 @@ void Recorder::addDatabases(Step& step, QList<Change>& changes, QList<DatabaseCh
         }
         found << DatabaseChange{path, delta};
         // That a file goes is told of its folder.
-        if (!isCopy(path) && !after.isEmpty()) {
+        if (!isOwnCopy(path) && !after.isEmpty()) {
             const bool isAllKnown = step.kind != StepKind::unfinished;
             changes << changesBetween(path, before, after,
                                       isAllKnown ? std::optional(tables_.value(path))

@@ -1,5 +1,7 @@
 #include "platform/history/StepWords.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
@@ -120,6 +122,22 @@ QString rowText(const QString& verb, const Change& change) {
 QString titleOf(const CommandFrame& frame, const QList<Change>& changes) {
     const QString subject = subjectOf(frame, changes);
     return subject.isEmpty() ? frame.caption : u"%1[%2]"_s.arg(frame.caption, subject);
+}
+
+bool isOwnCopy(const QString& path) {
+    const QFileInfo file(path);
+    return file.completeBaseName().compare(file.dir().dirName(), Qt::CaseInsensitive) == 0;
+}
+
+QString databaseWord(const QString& path) {
+    static const QHash<QString, QString> words{{u"db_ustemplate.mdb"_s, u"用户方案"_s},
+                                               {u"db_template.mdb"_s, u"施工方案模板"_s},
+                                               {u"db_bidset.mdb"_s, u"施工方案设置"_s}};
+    const QFileInfo file(path);
+    if (isOwnCopy(path)) {
+        return u"%1 文件夹中的大纲"_s.arg(file.completeBaseName());
+    }
+    return words.value(file.fileName().toLower(), file.fileName());
 }
 
 bool isMinor(const QList<Change>& changes, const QList<FileChange>& files) {

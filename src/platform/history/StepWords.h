@@ -9,12 +9,20 @@ namespace qvnd::history {
 // where the command changed it, else what came first.
 QString titleOf(const CommandFrame& frame, const QList<Change>& changes);
 
+// Whether the database is a plan's or template's own copy of its tables: it lies in a folder of its
+// own name and follows the central ones.
+bool isOwnCopy(const QString& path);
+
 // Whether nothing was changed but which plan is open, a scratch table, and plans' own copies of
 // their tables.
 bool isMinor(const QList<Change>& changes, const QList<FileChange>& files);
 
 // The changes without those of the bookkeeping, which say nothing to the user.
 QList<Change> shown(QList<Change> changes);
+
+// What a user calls a database: "用户方案", "甲 文件夹中的大纲". A file that is none of those of
+// the program has its own name.
+QString databaseWord(const QString& path);
 
 // One line for a change, as the list of the history shows it: "删去节点 施工部署（甲.1）".
 QString lineOf(const Change& change);

@@ -1,4 +1,5 @@
 #include "platform/history/HistoryWorld.h"
+#include "platform/history/StepWords.h"
 
 #include <gtest/gtest.h>
 
@@ -58,9 +59,18 @@ TEST_F(OutsideChanges, APlansFolderRemovedByHandStopsNoUndo) {
         EXPECT_EQ(now[back], before[back]) << back.toStdString();
     }
     EXPECT_FALSE(now.contains("甲/甲.2.doc")) << "the command has not touched it";
-    EXPECT_TRUE(history().note().contains("外部改动[甲.mdb]")) << history().note().toStdString();
+    EXPECT_TRUE(history().note().contains("外部改动[甲 文件夹中的大纲]"))
+        << history().note().toStdString();
     ASSERT_TRUE(history().undo());
     EXPECT_FALSE(world.state().contains("甲"));
+}
+
+TEST(DatabaseWords, NameWhatAPlannerKnowsAndAnyOtherFileByItsName) {
+    EXPECT_EQ(history::databaseWord("/p/用户模板/Db_UsTemplate.mdb"), "用户方案");
+    EXPECT_EQ(history::databaseWord("/p/Sys/Database/db_template.mdb"), "施工方案模板");
+    EXPECT_EQ(history::databaseWord("/p/Sys/Database/Db_BidSet.mdb"), "施工方案设置");
+    EXPECT_EQ(history::databaseWord("/p/用户模板/甲/甲.mdb"), "甲 文件夹中的大纲");
+    EXPECT_EQ(history::databaseWord("/p/用户模板/甲/乙.mdb"), "乙.mdb");
 }
 
 TEST_F(OutsideChanges, ADamagedDatabaseOfAPlanStopsNoUndoAndIsKeptAsItWas) {
@@ -150,7 +160,7 @@ TEST_F(OutsideChanges, OfADatabaseThatHasTheSameCounterAreSeenByItsContent) {
     file.close();
     ASSERT_TRUE(history().undo());
     EXPECT_EQ(world.state(), before);
-    ASSERT_EQ(history().steps().last().title, "外部改动[甲.mdb]");
+    ASSERT_EQ(history().steps().last().title, "外部改动[甲 文件夹中的大纲]");
     history().goTo(history().steps().last().id);
     EXPECT_TRUE(world.rowsIn(world.path(ownDatabase)).contains("1|甲.1|mine"));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/history/StepWords.h"
 #include "support/PlainSqlite.h"
 #include "support/Planner.h"
 #include "support/Text.h"
@@ -70,13 +71,13 @@ public:
     // The last changed row is in a step from outside, which names it where it is of the central
     // database.
     void expectRowKept(const QString& database) {
-        const QString title = "外部改动[" + QFileInfo(database).fileName() + "]";
+        const QString title = "外部改动[" + history::databaseWord(database) + "]";
         history::History& history = *planner_.state().History;
         for (const history::Step& step : history.steps()) {
             if (step.id > lastStep_ && step.kind == history::StepKind::outside &&
                 step.title == title) {
                 const QList<history::Change> changes = history.changesOf(step.id);
-                EXPECT_TRUE(!title.contains("Db_UsTemplate") ||
+                EXPECT_TRUE(history::isOwnCopy(database) ||
                             std::any_of(changes.begin(), changes.end(), [this](const auto& change) {
                                 return change.name == name_;
                             }));
