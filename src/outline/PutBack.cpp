@@ -92,7 +92,8 @@ public:
         }
         readBefore();
         readNow();
-        if (change_.kind == Kind::rowChanged && keys_.contains(change_.key)) {
+        if (change_.kind == Kind::rowChanged && keys_.contains(change_.key) &&
+            state_.History->isStillThere(step_, change_)) {
             return giveNameBack();
         }
         chooseKey();

@@ -27,7 +27,8 @@ bool canPutBack(const history::Change& change);
 // were before the step. It becomes the last child of its parent, under its earlier key; where that
 // key is another node's by now, under one more than the largest among the parent's children. So
 // does a node that another one has replaced under its key; that one stays. A node that was changed
-// gets its earlier name. A file gets its earlier content.
+// gets its earlier name; where it has gone since it comes back like one that went. A file gets its
+// earlier content.
 //
 // Errors: 5 when the outline or the node's parent is no longer there, and for a file that no step
 // has changed since; 53 when the history has no content for a file; nothing is changed then. Those

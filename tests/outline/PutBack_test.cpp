@@ -84,6 +84,13 @@ protected:
             outline::mnuEditDelete(world.state, world.workbench, world.services());
         });
     }
+    std::int64_t rename(const QString& key, const QString& name) {
+        return run("重命名", [&] {
+            world.workbench.clickedKey = key;
+            world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item(key));
+            outline::AfterLabelEdit(world.state, world.workbench, world.messages, name);
+        });
+    }
     Change changeOf(std::int64_t step, const QString& key) {
         for (const Change& change : world.state.History->changesOf(step)) {
             if (change.key == key) {
@@ -166,13 +173,52 @@ TEST_F(PutBack, ADocumentWhoseFileIsNowhereIsTold) {
 }
 
 TEST_F(PutBack, ARenamedNodeGetsItsName) {
-    const std::int64_t step = run("重命名", [&] {
-        world.workbench.clickedKey = "T.2";
-        world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item("T.2"));
-        outline::AfterLabelEdit(world.state, world.workbench, world.messages, "改");
-    });
-    putBack(step, "T.2");
+    putBack(rename("T.2", "改"), "T.2");
     EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "节");
+}
+
+TEST_F(PutBack, ARenamedNodeWhoseKeyIsAnotherNodesNowComesBackUnderAnotherOne) {
+    const std::int64_t step = rename("T.2", "改");
+    deleteNode("T.2");
+    run("添加", [this] { addRow({"T.2", "别的"}); });
+    const outline::PutBack done = putBack(step, "T.2");
+    EXPECT_EQ(done.key, "T.3");
+    EXPECT_EQ(done.names, QStringList("节"));
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "别的");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.3").Text(), "节");
+}
+
+TEST_F(PutBack, ARenamedNodeThatWentAndCameBackGetsItsName) {
+    const std::int64_t step = rename("T.2", "改");
+    const std::int64_t deletion = deleteNode("T.2");
+    putBack(deletion, "T.2");
+    EXPECT_EQ(putBack(step, "T.2").key, "T.2");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "节");
+    EXPECT_EQ(world.keys("T").filter("T.3"), QStringList());
+}
+
+// The renaming lies on a branch that was left; there was another node behind the undo of it.
+TEST_F(PutBack, ARenamedNodeOfABranchThatWasLeftIsFollowedOverTheUndo) {
+    const std::int64_t step = rename("T.2", "改");
+    outline::undo(world.state, world.workbench, world.services());
+    rename("T.2", "他");
+    EXPECT_EQ(putBack(step, "T.2").key, "T.2") << "it is the same node still";
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "节");
+    deleteNode("T.2");
+    run("添加", [this] { addRow({"T.2", "别的"}); });
+    EXPECT_EQ(putBack(step, "T.2").key, "T.3");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.2").Text(), "别的");
+}
+
+TEST_F(PutBack, ARenamedNodeThatWasAddedOnTheBranchThatWasLeftIsNotTheOneUnderItsKeyNow) {
+    run("添加", [this] { addRow({"T.3", "新"}); });
+    world.openPlan("T");
+    const std::int64_t step = rename("T.3", "改");
+    outline::undo(world.state, world.workbench, world.services());
+    outline::undo(world.state, world.workbench, world.services());
+    run("添加", [this] { addRow({"T.3", "别的"}); });
+    EXPECT_EQ(putBack(step, "T.3").key, "T.4");
+    EXPECT_EQ(world.workbench.TrvCurrent.Item("T.3").Text(), "别的");
 }
 
 // The key that the move finds is that of the last row's number, here another document's.

@@ -5,7 +5,47 @@
 #include "platform/files/Paths.h"
 #include "platform/history/StepWords.h"
 
+#include <algorithm>
+
 namespace qvnd::history {
+
+namespace {
+
+// Follows one row from state to state.
+class RowOnItsWay {
+public:
+    explicit RowOnItsWay(const Change& row) : row_(row) {}
+
+    void meet(const Change& change, bool isTakenBack) {
+        using Kind = Change::Kind;
+        if (change.database != row_.database || change.table != row_.table ||
+            change.key != row_.key) {
+            return;
+        }
+        if (change.kind == Kind::rowReplaced) {
+            leave(isTakenBack ? change.name : change.nameBefore);
+            come(isTakenBack ? change.nameBefore : change.name);
+        } else if (change.kind == (isTakenBack ? Kind::rowAdded : Kind::rowRemoved)) {
+            leave(change.name);
+        } else if (change.kind == (isTakenBack ? Kind::rowRemoved : Kind::rowAdded)) {
+            come(change.name);
+        }
+    }
+    bool isThere() const { return isThere_; }
+
+private:
+    void leave(const QString& name) {
+        left_ = isThere_ ? name : left_;
+        isThere_ = false;
+    }
+    void come(const QString& name) { isThere_ = isThere_ || name == left_; }
+
+    const Change& row_;
+    bool isThere_ = true;
+    QString left_; // its name as it went
+};
+
+} // namespace
 
 History::History(const QString& folder, const Places& places, jet::Workspace& workspace,
                  files::FileSystemObject& files, QString program)
@@ -248,6 +288,21 @@ QString History::contentBefore(std::int64_t id, const QString& file) {
     }
     const bool isOutside = wanted->kind == StepKind::outside;
     return restoration_.fileAt(isOutside ? id : wanted->parent, spelt(file));
+}
+
+bool History::isStillThere(std::int64_t id, const Change& change) {
+    const Restoration::Way way = restoration_.wayTo(id);
+    RowOnItsWay row(change);
+    const auto follow = [&](std::int64_t step, bool isTakenBack) {
+        const QList<Change> changes = changesOf(step);
+        for (qsizetype i = 0; i < changes.size(); ++i) {
+            row.meet(changes[isTakenBack ? changes.size() - 1 - i : i], isTakenBack);
+        }
+    };
+    std::for_each(way.down.rbegin(), way.down.rend(),
+                  [&](std::int64_t step) { follow(step, true); });
+    std::for_each(way.up.rbegin(), way.up.rend(), [&](std::int64_t step) { follow(step, false); });
+    return row.isThere();
 }
 
 QList<jet::ImageTables::Row> History::rowsBefore(std::int64_t id, const QString& database,

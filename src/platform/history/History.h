@@ -105,6 +105,10 @@ public:
     // came from outside, that: one of the history's own, or `file` itself where no step has changed
     // it since. Empty when there was none.
     QString contentBefore(std::int64_t step, const QString& file);
+    // Whether the row that a change of the step is about is in the present state the one under its
+    // key: it has not gone since, nor has another one taken its place. One that came back under its
+    // name counts as the same.
+    bool isStillThere(std::int64_t step, const Change& change);
     // The rows of a table as they were before the step, in the order of their numbers.
     QList<jet::ImageTables::Row> rowsBefore(std::int64_t step, const QString& database,
                                             const QString& table);

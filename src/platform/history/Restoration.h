@@ -45,12 +45,14 @@ public:
     QByteArray imageAt(std::int64_t step, const QString& database);
     // Whether `one` is `other` or a state on the way to it.
     bool isAbove(std::int64_t one, std::int64_t other);
-
-private:
+    // From the present state to the one behind a step.
     struct Way {
         QList<std::int64_t> up;   // steps to be taken back, newest first
         QList<std::int64_t> down; // steps to be done again, oldest first
     };
+    Way wayTo(std::int64_t target);
+
+private:
     struct Goal {
         QMap<QString, QString> files; // contents by path
         QStringList databases;
@@ -61,7 +63,6 @@ private:
         QStringList lost;         // names of those whose content the history has no more
     };
 
-    Way wayTo(std::int64_t target);
     Goal goalOf(const Way& way);
     QByteArray imageOn(const Way& way, const QString& database);
     QMap<QString, QByteArray> imagesAt(const Way& way);
