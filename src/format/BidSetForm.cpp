@@ -12,9 +12,9 @@ BidSetForm::BidSetForm(modMain& state, const FormatServices& services)
     : controls(services.messages), headings(state, controls), headerFooter(state, controls),
       page(state, controls, services.messages), childDocuments(state, controls),
       cover(state, controls, services.messages, services.fileDialogs),
-      settingLibrary(state, controls, services, {headings, page, headerFooter}),
-      coverLibrary(state, controls, services, cover), customPage(state, controls, services),
-      state_(state), services_(services) {
+      settingLibrary(state, controls, services, {headings, page, headerFooter}, shownLibraries),
+      coverLibrary(state, controls, services, cover, shownLibraries),
+      customPage(state, controls, services), state_(state), services_(services) {
     connect();
     Load();
 }

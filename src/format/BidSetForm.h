@@ -27,6 +27,7 @@ public:
     PageSetupPage page;
     ChildDocumentPage childDocuments;
     CoverPage cover;
+    ShownLibraries shownLibraries;
     SettingLibraryFrame settingLibrary;
     CoverLibraryFrame coverLibrary;
     CustomPageFrame customPage;

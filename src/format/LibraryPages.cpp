@@ -44,9 +44,11 @@ std::unique_ptr<jet::Recordset> rowsOf(const modMain& state, const QString& tabl
 } // namespace
 
 SettingLibraryFrame::SettingLibraryFrame(modMain& state, Controls& dialog,
-                                         const FormatServices& services, const Pages& pages)
+                                         const FormatServices& services, const Pages& pages,
+                                         ShownLibraries& shown)
     : lstSet(dialog, u"lstSet"), chkSet(dialog, u"chkSet"), cmdSaveSet(dialog, u"cmdSaveSet"),
-      cmdDeleteSet(dialog, u"cmdDeleteSet"), state_(state), services_(services), pages_(pages) {
+      cmdDeleteSet(dialog, u"cmdDeleteSet"), state_(state), services_(services), pages_(pages),
+      shown_(shown) {
     lstSet.Click = [this] { showSelected(); };
     cmdSaveSet.Click = [this] { telling(services_.messages, [this] { save(); }); };
     cmdDeleteSet.Click = [this] { removeSelected(); };
@@ -97,7 +99,12 @@ void SettingLibraryFrame::showSelected() {
     if (!state_.FormatSwitches.gBidSetLoaded) {
         return;
     }
-    const SettingTables tables(lstSet.text());
+    const QString library = lstSet.text();
+    shown_.show(*state_.gDbBidSet, library, [&] { showInPages(library); });
+}
+
+void SettingLibraryFrame::showInPages(const QString& library) {
+    const SettingTables tables(library);
     if (const auto row = rowsOf(state_, tables.chapters); !row->Eof()) {
         pages_.headings.show(*row, Failing::raised);
     }
@@ -108,10 +115,11 @@ void SettingLibraryFrame::showSelected() {
 }
 
 CoverLibraryFrame::CoverLibraryFrame(modMain& state, Controls& dialog,
-                                     const FormatServices& services, CoverPage& cover)
+                                     const FormatServices& services, CoverPage& cover,
+                                     ShownLibraries& shown)
     : lstcover(dialog, u"lstcover"), chkCover(dialog, u"chkCover"),
       cmdSaveCover(dialog, u"cmdSaveCover"), cmdDeleteCover(dialog, u"cmdDeleteCover"),
-      state_(state), services_(services), cover_(cover) {
+      state_(state), services_(services), cover_(cover), shown_(shown) {
     lstcover.Click = [this] { showSelected(); };
     cmdSaveCover.Click = [this] { telling(services_.messages, [this] { save(); }); };
     cmdDeleteCover.Click = [this] { removeSelected(); };
@@ -160,9 +168,12 @@ void CoverLibraryFrame::showSelected() {
     if (!state_.FormatSwitches.gBidSetLoaded) {
         return;
     }
-    if (const auto row = rowsOf(state_, lstcover.text()); !row->Eof()) {
-        cover_.showLibrary(*row);
-    }
+    const QString library = lstcover.text();
+    shown_.show(*state_.gDbBidSet, library, [&] {
+        if (const auto row = rowsOf(state_, library); !row->Eof()) {
+            cover_.showLibrary(*row);
+        }
+    });
 }
 
 CustomPageFrame::CustomPageFrame(modMain& state, Controls& dialog, const FormatServices& services)

@@ -5,6 +5,7 @@
 #include "format/HeaderFooterPage.h"
 #include "format/HeadingPage.h"
 #include "format/PageSetupPage.h"
+#include "format/SettingsChanges.h"
 
 #include <optional>
 
@@ -13,7 +14,7 @@ namespace qvnd::format {
 
 // "标书设置库". Showing a library puts its tables into the controls; it does not copy it into the
 // working tables. What boxes and options that really change write on the way is written all the
-// same. Of the headings a library restores the controls of one level alone.
+// same, and `shown` keeps it. Of the headings a library restores the controls of one level alone.
 class SettingLibraryFrame {
 public:
     struct Pages {
@@ -23,7 +24,7 @@ public:
     };
 
     SettingLibraryFrame(modMain& state, Controls& dialog, const FormatServices& services,
-                        const Pages& pages);
+                        const Pages& pages, ShownLibraries& shown);
 
     ListBox lstSet;
     CheckBox chkSet; // read by 确定 alone
@@ -39,17 +40,20 @@ private:
     void save();
     void removeSelected();
     void showSelected();
+    void showInPages(const QString& library);
 
     modMain& state_;
     FormatServices services_;
     Pages pages_;
+    ShownLibraries& shown_;
 };
 
-// "封面格式库". Showing a library writes the name of its picture, and nothing else.
+// "封面格式库". Showing a library writes the name of its picture, which `shown` keeps, and nothing
+// else.
 class CoverLibraryFrame {
 public:
     CoverLibraryFrame(modMain& state, Controls& dialog, const FormatServices& services,
-                      CoverPage& cover);
+                      CoverPage& cover, ShownLibraries& shown);
 
     ListBox lstcover;
     CheckBox chkCover; // excludes chkSelf
@@ -66,6 +70,7 @@ private:
     modMain& state_;
     FormatServices services_;
     CoverPage& cover_;
+    ShownLibraries& shown_;
 };
 
 // "自定义库": documents of the user's own in place of a cover.

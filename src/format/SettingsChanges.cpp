@@ -1,6 +1,7 @@
 #include "format/SettingsChanges.h"
 
 #include "platform/error/IgnoringErrors.h"
+#include "platform/error/RunTimeError.h"
 #include "store/Names.h"
 
 #include <QStringList>
@@ -17,10 +18,14 @@ namespace {
 // More settings are only counted.
 constexpr qsizetype mostNamed = 5;
 
-constexpr std::array tables{store::table::cover, store::table::chapters, store::table::headerFooter,
-                            store::table::pageSetup, store::table::selection};
+constexpr std::array tables{store::table::cover,        store::table::chapters,
+                            store::table::headerFooter, store::table::pageSetup,
+                            store::table::selection,    store::table::currentCustomPages};
 
 QString nameOf(const jet::Recordset& row, QStringView table, const QString& field) {
+    if (table == store::table::currentCustomPages) {
+        return u"自定义页"_s;
+    }
     return table == store::table::chapters
                ? u"第%1级标题的%2"_s.arg(row.Get(store::field::level).TextOrEmpty(), field)
                : field;
@@ -56,26 +61,86 @@ void SettingsNow::read(jet::Database& gDbBidSet, QStringView table) {
     }
 }
 
+std::optional<QString> SettingsNow::textOf(const QString& name) const {
+    const auto found = std::find_if(settings_.begin(), settings_.end(),
+                                    [&](const Setting& setting) { return setting.name == name; });
+    return found == settings_.end() ? std::nullopt : std::optional(found->text);
+}
+
 QList<SettingChange> SettingsNow::changesUntil(const SettingsNow& later) const {
     QList<SettingChange> changes;
     for (const Setting& before : settings_) {
-        const auto after =
-            std::find_if(later.settings_.begin(), later.settings_.end(),
-                         [&](const Setting& setting) { return setting.name == before.name; });
-        if (after != later.settings_.end() && after->text != before.text) {
-            changes.append({before.name, before.text, after->text});
+        const std::optional<QString> after = later.textOf(before.name);
+        if (after && *after != before.text) {
+            changes.append({before.name, before.text, *after});
         }
     }
     return changes;
+}
+
+void ShownLibraries::show(jet::Database& gDbBidSet, const QString& name,
+                          const std::function<void()>& show) {
+    const SettingsNow before(gDbBidSet);
+    try {
+        show();
+    } catch (const RunTimeError&) {
+        add(name, before.changesUntil(SettingsNow(gDbBidSet)));
+        throw;
+    }
+    add(name, before.changesUntil(SettingsNow(gDbBidSet)));
+}
+
+void ShownLibraries::add(const QString& name, const QList<SettingChange>& changes) {
+    if (!changes.isEmpty() && !names_.contains(name)) {
+        names_ << name;
+    }
+    for (const SettingChange& change : changes) {
+        const auto earlier =
+            std::find_if(changes_.begin(), changes_.end(),
+                         [&](const SettingChange& one) { return one.name == change.name; });
+        if (earlier == changes_.end()) {
+            changes_ << change;
+        } else {
+            earlier->after = change.after;
+        }
+    }
+}
+
+QList<SettingChange> ShownLibraries::standing(const SettingsNow& now) const {
+    QList<SettingChange> standing = changes_;
+    standing.removeIf([&](const SettingChange& change) {
+        return change.before == change.after || now.textOf(change.name) != change.after;
+    });
+    return standing;
+}
+
+void ShownLibraries::forget() {
+    names_.clear();
+    changes_.clear();
 }
 
 QString wordsOfLoad(const QList<SettingChange>& changes) {
     return changes.isEmpty() ? QString() : u"打开设置时自动改动了：%1。"_s.arg(listed(changes));
 }
 
-QString wordsOfKept(const QList<SettingChange>& changes) {
+QString wordsOfShown(const QStringList& libraries, const QList<SettingChange>& changes) {
     return changes.isEmpty() ? QString()
-                             : u"设置已保留，取消和关闭不撤回改动：%1。"_s.arg(listed(changes));
+                             : u"显示“%1”时，其中的设置写入了现在的设置：%2。"_s.arg(
+                                   libraries.join(u"”、“"_s), listed(changes));
+}
+
+QString wordsOfKept(const QList<SettingChange>& changes, const QList<SettingChange>& told) {
+    QList<SettingChange> others = changes;
+    others.removeIf([&](const SettingChange& change) {
+        return std::any_of(told.begin(), told.end(), [&](const SettingChange& one) {
+            return one.name == change.name && one.after == change.after;
+        });
+    });
+    if (changes.isEmpty()) {
+        return {};
+    }
+    const QString which = others.isEmpty() ? QString() : u'：' + listed(others);
+    return u"设置已保留，取消和关闭不撤回改动%1。"_s.arg(which);
 }
 
 QString wordsOfDecided(const QList<SettingChange>& changes) {

@@ -22,8 +22,13 @@ void frmBidSet::remark(const QString& words) {
 }
 
 void frmBidSet::remarkEnd(const SettingsNow& shown, Ended ended) {
-    const auto changes = shown.changesUntil(SettingsNow(*state_.gDbBidSet));
-    remark(ended == Ended::decided ? wordsOfDecided(changes) : wordsOfKept(changes));
+    const SettingsNow now(*state_.gDbBidSet);
+    ShownLibraries& libraries = form().shownLibraries;
+    const QList<SettingChange> written = libraries.standing(now);
+    remark(wordsOfShown(libraries.names(), written));
+    libraries.forget();
+    const QList<SettingChange> changes = shown.changesUntil(now);
+    remark(ended == Ended::decided ? wordsOfDecided(changes) : wordsOfKept(changes, written));
 }
 
 bool frmBidSet::isOutdated() const { return form_ && state_.gDbBidSet->ForeignChanges() != seen_; }

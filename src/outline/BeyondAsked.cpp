@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <optional>
 
@@ -23,16 +24,18 @@ using Kind = history::Change::Kind;
 // More names are only counted.
 constexpr qsizetype mostNames = 5;
 
-// Where a row or table lies. The same keys and names may stand in both libraries.
-enum class Place { plans, templates, settings };
+// Where a row or table lies. The same keys and names may stand in both libraries; elsewhere are the
+// copies that go into the folders.
+enum class Place { plans, templates, settings, elsewhere };
 
 Place placeOf(const Change& row) {
     const auto isIn = [&](const QString& database) {
         return row.database.compare(database, Qt::CaseInsensitive) == 0;
     };
-    return isIn(u"Db_Template.mdb"_s) ? Place::templates
-           : isIn(u"Db_BidSet.mdb"_s) ? Place::settings
-                                      : Place::plans;
+    return isIn(u"Db_UsTemplate.mdb"_s) ? Place::plans
+           : isIn(u"Db_Template.mdb"_s) ? Place::templates
+           : isIn(u"Db_BidSet.mdb"_s)   ? Place::settings
+                                        : Place::elsewhere;
 }
 
 // The library whose folders a file lies in: .../标书模板/模/模.1.doc.
@@ -43,6 +46,23 @@ Place placeOfFile(const Change& file) {
 
 bool isOutlineRow(const Change& change) {
     return !change.key.isEmpty() && !change.table.isEmpty() && change.table != u"temp"_s;
+}
+
+QString inQuotes(QStringList names) {
+    for (QString& name : names) {
+        name = u'“' + name + u'”';
+    }
+    return listed(names);
+}
+
+// The ends of the names of a setting library's three tables, in the order in which they are
+// deleted. A cover library has one table, of its bare name.
+constexpr std::array<QStringView, 3> settingEnds{u"章节", u"眉脚", u"页面"};
+
+QString settingLibraryOf(const QString& table) {
+    const bool isOne = std::any_of(settingEnds.begin(), settingEnds.end(),
+                                   [&](QStringView end) { return table.endsWith(end); });
+    return isOne ? table.chopped(2) : QString();
 }
 
 bool isBelow(const QString& node, const QString& key) {
@@ -64,8 +84,10 @@ public:
                        (change.kind == Kind::rowAdded || change.kind == Kind::rowReplaced)) {
                 came_[place] << change.name;
                 keysThatCame_[place] << change.key;
-            } else if (change.kind == Kind::rowAdded && change.table == u"遍历表"_s) {
+            } else if (change.kind == Kind::rowAdded && isInList(change)) {
                 listed_[place] << change.name;
+            } else if (change.kind == Kind::rowRemoved && change.table == u"设置库"_s) {
+                settingsThatWent_ << change.name;
             } else if (change.kind == Kind::rowRemoved) {
                 keysThatWent_[place] << change.key;
             }
@@ -76,11 +98,18 @@ public:
         tellRows();
         tellUnreachable();
         tellOutlines();
+        tellHalfStored();
+        tellSettingLibraries();
         tellFiles();
         return sentences_.join(u'\n');
     }
 
 private:
+    // The lists of outlines and of libraries of settings.
+    static bool isInList(const Change& change) {
+        return change.table == u"遍历表"_s || change.table == u"设置库"_s ||
+               change.table == u"封面库"_s;
+    }
     bool isDropped(const Change& change) const {
         return dropped_[placeOf(change)].contains(change.table);
     }
@@ -230,21 +259,55 @@ private:
         if (!forgotten.isEmpty()) {
             sentences_ << u"文件夹或数据已不在，因此不再列出：%1"_s.arg(listed(forgotten));
         }
-        QStringList unlisted;
-        for (const Place place : {Place::plans, Place::templates}) {
-            for (const QString& outline : outlinesIn(made_[place])) {
-                if (!isStart_ && !listed_[place].contains(outline) && !unlisted.contains(outline)) {
-                    unlisted << outline;
-                }
-            }
-        }
-        if (!unlisted.isEmpty()) {
-            sentences_ << u"留下了没有列出的大纲：%1"_s.arg(listed(unlisted));
-        }
         const QStringList adopted =
             outlinesIn(made_[Place::plans]) + outlinesIn(made_[Place::templates]);
         if (isStart_ && !adopted.isEmpty()) {
             sentences_ << u"列入了文件夹中的方案或模板：%1"_s.arg(listed(adopted));
+        }
+    }
+    // The command that made it has failed before it was listed.
+    QStringList unlistedIn(Place place) const {
+        QStringList unlisted = outlinesIn(made_[place]);
+        unlisted.removeIf([&](const QString& outline) { return listed_[place].contains(outline); });
+        return isStart_ ? QStringList() : unlisted;
+    }
+    void tellHalfStored() {
+        if (const QStringList plans = unlistedIn(Place::plans); !plans.isEmpty()) {
+            sentences_ << u"%1只做了一半，没有列入用户方案：请先撤消，再做一次。"_s.arg(
+                inQuotes(plans));
+        }
+        if (const QStringList templates = unlistedIn(Place::templates); !templates.isEmpty()) {
+            sentences_ << u"%1只存了一半，没有列入方案模板：请先撤消，再存一次。"_s.arg(
+                inQuotes(templates));
+        }
+    }
+    // Of the tables that were made: the libraries of settings, where no list names them.
+    QStringList unlistedLibraries() const {
+        QStringList unlisted;
+        for (const QString& table : made_[Place::settings]) {
+            const QString settings = settingLibraryOf(table);
+            const QString library = settings.isEmpty() ? table : settings;
+            const QStringList& names = listed_[Place::settings];
+            if (!names.contains(table) && !names.contains(library) && !unlisted.contains(library)) {
+                unlisted << library;
+            }
+        }
+        return unlisted;
+    }
+    void tellSettingLibraries() {
+        if (const QStringList names = unlistedLibraries(); !names.isEmpty()) {
+            sentences_ << u"%1只存了一半，没有列入库中：请先撤消，再用别的名称存一次。"_s.arg(
+                inQuotes(names));
+        }
+        for (const QString& library : settingsThatWent_) {
+            const auto missing =
+                std::find_if(settingEnds.begin(), settingEnds.end(), [&](QStringView end) {
+                    return !dropped_[Place::settings].contains(library + end.toString());
+                });
+            if (missing != settingEnds.end()) {
+                sentences_ << u"%1没有删全：它缺少%2，删除到这里就停止了。"_s.arg(
+                    inQuotes({library}), inQuotes({library + missing->toString()}));
+            }
         }
     }
     void tellFiles() {
@@ -304,7 +367,8 @@ private:
     QMap<Place, QStringList> dropped_;
     QMap<Place, QStringList> made_;
     QMap<Place, QStringList> came_;   // names of rows
-    QMap<Place, QStringList> listed_; // outlines that came into the list
+    QMap<Place, QStringList> listed_; // outlines and libraries that came into a list
+    QStringList settingsThatWent_;    // setting libraries that left theirs
     QMap<Place, QSet<QString>> keysThatCame_;
     QMap<Place, QSet<QString>> keysThatWent_;
     QStringList sentences_;

@@ -17,7 +17,8 @@ namespace qvnd::outline {
 // - rows that went although neither the selected node nor a node below it is theirs, and that did
 //   not come back under another key: "同时移除了 5 个节点：…"; so a node whose key another one has
 //   taken;
-// - outlines that stand in no list, as the command that made them has failed;
+// - outlines and libraries of settings that stand in no list, as the command that made them has
+//   failed, and a setting library whose deletion has stopped at a table that it lacks;
 // - a document node that went because its file was missing;
 // - nodes that are left without a node above them, and so are not shown any more;
 // - outlines that a refresh has forgotten, and those that the start has found in their folders;

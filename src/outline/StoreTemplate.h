@@ -28,7 +28,7 @@ struct StoreOutcome {
 // table keeps its database.
 //
 // Any other failure ends the command without a box, and what was done stays done. Where that is a
-// table that 遍历表 does not name, the Remarks of the state tell it. A killed process leaves no
+// table that 遍历表 does not name, the note of its step tells it. A killed process leaves no
 // template, or the whole folder, which the next start adopts.
 StoreOutcome mnuSaveTemplate(modMain& state, Workbench& workbench, const Services& services);
 

@@ -46,6 +46,48 @@ TEST_F(SettingsChanges, WithoutAChangeThereAreNoWords) {
     EXPECT_EQ(wordsOfDecided(since(before)), QString());
 }
 
+TEST_F(SettingsChanges, WhatWasToldAlreadyIsNotToldOnceMore) {
+    const SettingsNow before(settings());
+    change(u"页面设置表"_s, u"页边距上", 3);
+    const QList<SettingChange> told = since(before);
+    EXPECT_EQ(wordsOfKept(told, told), u"设置已保留，取消和关闭不撤回改动。"_s);
+    change(u"页面设置表"_s, u"页边距下", 3);
+    EXPECT_EQ(wordsOfKept(since(before), told),
+              u"设置已保留，取消和关闭不撤回改动：页边距下由“1.5”改为“3”。"_s);
+    change(u"页面设置表"_s, u"页边距上", 4);
+    EXPECT_TRUE(wordsOfKept(since(before), told).contains(u"页边距上由“1.5”改为“4”"_s))
+        << "it has another value since";
+}
+
+TEST_F(SettingsChanges, OfWhatLibrariesHaveWrittenThatIsToldWhichStillStands) {
+    ShownLibraries libraries;
+    const auto show = [&](const QString& name, QStringView field, const jet::Value& value) {
+        libraries.show(settings(), name, [&] { change(u"页面设置表"_s, field, value); });
+    };
+    const auto words = [&] {
+        return wordsOfShown(libraries.names(), libraries.standing(SettingsNow(settings())));
+    };
+    show(u"无"_s, u"页边距上", 1.5);
+    EXPECT_EQ(words(), QString()) << "it has changed nothing";
+    show(u"甲"_s, u"页边距上", 3);
+    show(u"乙"_s, u"页边距上", 4);
+    EXPECT_EQ(words(), u"显示“甲”、“乙”时，其中的设置写入了现在的设置：页边距上由“1.5”改为“4”。"_s);
+    change(u"页面设置表"_s, u"页边距上", 5);
+    EXPECT_EQ(words(), QString()) << "the user has set it since";
+    libraries.forget();
+    EXPECT_EQ(libraries.names(), QStringList());
+}
+
+TEST_F(SettingsChanges, WhatALibraryHasWrittenBeforeItFailsCounts) {
+    ShownLibraries libraries;
+    const auto failing = [&] {
+        change(u"页面设置表"_s, u"页边距上", 3);
+        settings().OpenRecordset(u"Select * from 没有"_s);
+    };
+    EXPECT_THROW(libraries.show(settings(), u"甲"_s, failing), RunTimeError);
+    EXPECT_EQ(libraries.standing(SettingsNow(settings())).size(), 1);
+}
+
 TEST_F(SettingsChanges, ATableThatIsGoneIsPassedOver) {
     const SettingsNow before(settings());
     drop(u"页眉页脚表"_s);

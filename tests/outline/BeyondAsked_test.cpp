@@ -169,7 +169,38 @@ TEST(BeyondAsked, AnOutlineThatNoListNamesIsTold) {
     const auto made = Change::Kind::tableMade;
     EXPECT_EQ(ofCommand("存入方案模板",
                         {table(made, templatesFile, "模"), table(made, templatesFile, "temp")}),
-              "留下了没有列出的大纲：模");
+              "“模”只存了一半，没有列入方案模板：请先撤消，再存一次。");
+    EXPECT_EQ(ofCommand("新建方案", {table(made, plansFile, "乙"), table(made, plansFile, "乙Org"),
+                                     table(made, plansFile, "丙")}),
+              "“乙”、“丙”只做了一半，没有列入用户方案：请先撤消，再做一次。");
+}
+
+TEST(BeyondAsked, ASettingLibraryIsToldWhereNoListNamesIt) {
+    const auto made = Change::Kind::tableMade;
+    const QList<Change> half{table(made, settingsFile, "常用章节"),
+                             table(made, settingsFile, "常用页面")};
+    const QString words = "“常用”只存了一半，没有列入库中：请先撤消，再用别的名称存一次。";
+    EXPECT_EQ(ofCommand("施工方案设置", half), words);
+    EXPECT_EQ(
+        ofCommand("施工方案设置", half + QList{row(added, settingsFile, "设置库", {}, "常用")}),
+        "");
+    EXPECT_EQ(ofCommand("施工方案设置", {table(made, settingsFile, "封面甲")}),
+              "“封面甲”只存了一半，没有列入库中：请先撤消，再用别的名称存一次。");
+    EXPECT_EQ(ofCommand("施工方案设置", {table(made, settingsFile, "常用页面"),
+                                         row(added, settingsFile, "封面库", {}, "常用页面")}),
+              "")
+        << "a cover library may bear such a name";
+}
+
+TEST(BeyondAsked, TheTableIsNamedAtWhichTheDeletionOfASettingLibraryStopped) {
+    const QList<Change> whole{
+        row(removed, settingsFile, "设置库", {}, "常用"), table(dropped, settingsFile, "常用章节"),
+        table(dropped, settingsFile, "常用眉脚"), table(dropped, settingsFile, "常用页面")};
+    EXPECT_EQ(ofCommand("施工方案设置", whole), "");
+    EXPECT_EQ(ofCommand("施工方案设置", whole.mid(0, 3)),
+              "“常用”没有删全：它缺少“常用页面”，删除到这里就停止了。");
+    EXPECT_EQ(ofCommand("施工方案设置", whole.mid(0, 2)),
+              "“常用”没有删全：它缺少“常用眉脚”，删除到这里就停止了。");
 }
 
 TEST(BeyondAsked, ANodeWhoseKeyAnotherOneTakesIsToldUnlessItStandsElsewhereNow) {
