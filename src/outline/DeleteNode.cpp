@@ -36,7 +36,8 @@ public:
         }
         state_.gWs->BeginTrans();
         if (depthOfKey(key) == 0) {
-            deletePlan(tableOfKey(key));
+            plan_ = tableOfKey(key);
+            deletePlan(plan_);
         } else {
             subtree_ = key;
             deleteSubtree(tableOfKey(key), key);
@@ -54,6 +55,16 @@ public:
         }
         tree.Select(removeNode(subtree_));
         refreshUserPlans();
+    }
+
+    // Behind a failure: the next start lists the plan by its folder's own copy, which may be older.
+    void tellWhatStays() {
+        if (!plan_.isEmpty() && !state_.gDbUser->TableDefs().Contains(plan_) &&
+            state_.gFso->FolderExists(store::planFolder(state_, plan_))) {
+            state_.Remarks << QStringLiteral("“%1”的大纲已删去，文件夹没有删去：请先撤消，关闭文档"
+                                             "以后再删除。")
+                                  .arg(plan_);
+        }
     }
 
 private:
@@ -116,6 +127,7 @@ private:
     modMain& state_;
     Workbench& workbench_;
     const Services& services_;
+    QString plan_;    // the plan that goes as a whole; empty for a subtree
     QString subtree_; // the key of the node that goes with what is below it; empty for a plan
 };
 
@@ -146,6 +158,7 @@ Deleted mnuEditDelete(modMain& state, Workbench& workbench, const Services& serv
     } catch (const RunTimeError& failure) {
         closePlanCopy(state);
         ignoringErrors([&] { deletion.showWhatStands(); });
+        ignoringErrors([&] { deletion.tellWhatStays(); });
         tellFailure(failure, services.messages);
         return Deleted::failed;
     }

@@ -18,7 +18,8 @@ enum class Deleted { deleted, answeredNo, failed };
 //
 // It runs in a transaction that covers the databases alone. A failure leaves it open, with what was
 // done up to there in it; nothing is taken back. The node goes from the screen all the same when
-// its row has gone by then.
+// its row has gone by then; that a plan's folder stays without its tables the Remarks of the state
+// tell.
 Deleted mnuEditDelete(modMain& state, Workbench& workbench, const Services& services);
 
 } // namespace qvnd::outline

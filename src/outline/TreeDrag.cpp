@@ -22,6 +22,7 @@ public:
 
 private:
     void refreshPlans();
+    QString nameOfDragged() const;
 
     modMain& state_;
     Workbench& workbench_;
@@ -50,8 +51,17 @@ Dropped Drop::copyInto(OutlineNode& node) {
     return {outcome == Copied::copied, copy.newKeys(), {}};
 }
 
+QString Drop::nameOfDragged() const {
+    const OutlineNode* node = workbench_.TrvCurrent.find(workbench_.dragKey);
+    return node == nullptr ? workbench_.dragKey : node->Text();
+}
+
+// Whoever drags something else now did not ask for the move of what an earlier drag has left.
 Dropped Drop::move(const OutlineNode* node) {
     Dropped dropped;
+    const bool wasLeft = workbench_.isDragLeft;
+    const QString name = nameOfDragged();
+    workbench_.isDragLeft = node == nullptr;
     if (node) {
         NodeMove move(state_, workbench_, services_);
         dropped.done = move.run(*node) == Moved::moved;
@@ -63,6 +73,10 @@ Dropped Drop::move(const OutlineNode* node) {
         }
         if (!dropped.done) {
             return dropped;
+        }
+        if (wasLeft) {
+            state_.Remarks
+                << QStringLiteral("移动的是上次拖到空白处的“%1”，没有复制模板的内容。").arg(name);
         }
     }
     refreshPlans();
@@ -76,6 +90,7 @@ bool OLEStartDrag(Workbench& workbench) {
     if (!selected || selected->Index() > std::numeric_limits<std::int16_t>::max()) {
         return false;
     }
+    workbench.isDragLeft = false;
     workbench.dragKey = selected->Key();
     workbench.dragIndex = static_cast<std::int16_t>(selected->Index());
     return true;

@@ -30,7 +30,8 @@ struct Dropped {
 
 // While dragKey is empty the drop copies copySourceKey of TrvTemplate into the node; otherwise it
 // moves the node dragKey. A drop outside any node does nothing then and leaves dragKey as it is,
-// so that the next drop, from wherever it comes, is still a move of that node.
+// so that the next drop, from wherever it comes, is still a move of that node; the Remarks of the
+// state tell that one.
 //
 // TrvTemplate_Us is refreshed at the end.
 Dropped OLEDragDrop(modMain& state, Workbench& workbench, const Services& services,

@@ -52,6 +52,8 @@ struct Workbench {
     // The TrvCurrent node being dragged, and its Index; the key is empty when none is.
     QString dragKey;
     std::int16_t dragIndex = 0;
+    // The drag has ended outside every node, which leaves the key: the next drop moves that node.
+    bool isDragLeft = false;
     // The node of a template tree that a drop or a paste copies, and its text.
     QString copySourceKey;
     QString copySourceText;

@@ -164,6 +164,8 @@ void DlgNew::takeBackInvalidName(const QString& name) {
     db.TableDefs().Delete(store::informationTableOf(name));
     db.Execute(outline::deletionFrom(store::table::planList, name));
     db.Execute(outline::deletionFrom(store::table::currentPlan, name));
+    state_.Remarks << QStringLiteral("方案没有建成，它的文件夹留了下来：%1")
+                          .arg(store::planFolder(state_, name));
     messages_.tell(QStringLiteral("对不起，工程名称不合法！"), Icon::exclamation,
                    desktop::hintTitle);
 }

@@ -147,7 +147,7 @@ TEST_F(HalfDone, APlanOfWhichADocumentIsOpenLosesItsTablesAndKeepsItsFolder) {
     planner.messages.shown.clear();
     const auto step = recordAheadOfTheStart(
         "删除", [&] { EXPECT_EQ(planner.deleteNode(), outline::Deleted::failed); });
-    EXPECT_EQ(step.note, QString());
+    EXPECT_EQ(step.note, "“甲”的大纲已删去，文件夹没有删去：请先撤消，关闭文档以后再删除。");
     EXPECT_EQ(told(), "请先关闭正在使用与此工程相关的内容！");
     EXPECT_FALSE(planner.state().gDbUser->TableDefs().Contains("甲"));
     EXPECT_TRUE(planner.folder.exists(fileOf("甲.1")));
@@ -193,7 +193,8 @@ TEST_F(HalfDone, ANameOfDigitsTakesTheFolderOfThatNameAndLeavesAnother) {
     const auto step =
         recordAheadOfTheStart("新建方案", [&] { EXPECT_FALSE(planner.newPlan("10", true)); });
     EXPECT_EQ(told(), "对不起，工程名称不合法！");
-    EXPECT_EQ(step.note, "删去了 1 个文件：图.doc");
+    EXPECT_EQ(step.note, "删去了 1 个文件：图.doc\n方案没有建成，它的文件夹留了下来：" +
+                             planner.state().gUserTplPath + "10");
     EXPECT_EQ(planner.folder.names("Sys/用户模板/10"), QStringList("10.mdb"));
     EXPECT_EQ(planner.state().gDbUser->OpenRecordset("Select * from 当前表")->RecordCount(), 0);
 }
@@ -220,10 +221,13 @@ TEST_F(HalfDone, APlanWhoseTemplateFolderCannotBeMadeLeavesATableThatNoListNames
     const auto step = record("存入方案模板", [&] {
         EXPECT_EQ(planner.storeTemplate().result, outline::Stored::failed);
     });
-    EXPECT_EQ(step.note, "留下了没有列出的大纲：甲");
+    EXPECT_EQ(step.note, "“甲”只存了一半，没有列入方案模板：请先撤消，再存一次。");
     EXPECT_TRUE(planner.state().gDbTemplate->TableDefs().Contains("甲"));
     EXPECT_TRUE(planner.state().gDbTemplate->OpenRecordset("Select * from 遍历表")->Eof());
     EXPECT_EQ(planner.storeTemplate().result, outline::Stored::alreadyThere);
+    outline::undo(planner.state(), planner.workbench(), planner.services());
+    QFile::remove(planner.folder.path("Sys/标书模板/甲"));
+    EXPECT_EQ(planner.storeTemplate().result, outline::Stored::stored) << "as the note says";
 }
 
 TEST_F(HalfDone, ANodeMovedToAKeyThatIsTakenTakesThePlaceAndTheFileOfTheOther) {

@@ -49,7 +49,8 @@ TEST_F(LossySetting, LookingAtASettingLibraryWritesItsBoxesAndOptionsIntoTheWork
     EXPECT_NE(valueOf("页眉页脚表", "是否带页眉"), mine);
     EXPECT_EQ(valueOf("页眉页脚表", "页眉内容"), "我的页眉") << "texts wait for the user";
     EXPECT_TRUE(told(step).contains("改动 页眉、页脚及目录")) << told(step).toStdString();
-    EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：是否带页眉由“否”改为“是”。");
+    EXPECT_EQ(step.note, "显示“常用”时，其中的设置写入了现在的设置：是否带页眉由“否”改为“是”。\n"
+                         "设置已保留，取消和关闭不撤回改动。");
 }
 
 TEST_F(LossySetting, SavingASettingLibraryShowsTheFirstOneOverWhatTheUserHasSet) {
@@ -66,7 +67,7 @@ TEST_F(LossySetting, SavingASettingLibraryShowsTheFirstOneOverWhatTheUserHasSet)
     EXPECT_NE(valueOf("第三眉脚", "是否带页眉"), first);
     EXPECT_EQ(valueOf("页眉页脚表", "是否带页眉"), first);
     EXPECT_TRUE(told(step).contains("新建 设置 第三页面")) << told(step).toStdString();
-    EXPECT_EQ(step.note, QString());
+    EXPECT_EQ(step.note, "显示“常用”时，其中的设置写入了现在的设置：是否带页眉由“否”改为“是”。");
 }
 
 TEST_F(LossySetting, LookingAtACoverLibraryWritesItsPictureIntoTheWorkingTable) {
@@ -81,7 +82,9 @@ TEST_F(LossySetting, LookingAtACoverLibraryWritesItsPictureIntoTheWorkingTable) 
     const auto step = inTheDialog([](Form& form) { form.coverLibrary.lstcover.click(0); });
     EXPECT_EQ(valueOf("封面表", "图片"), "桥.bmp");
     EXPECT_TRUE(told(step).contains("改动 封面设置")) << told(step).toStdString();
-    EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：图片由“路.bmp”改为“桥.bmp”。");
+    EXPECT_EQ(step.note,
+              "显示“封面甲”时，其中的设置写入了现在的设置：图片由“路.bmp”改为“桥.bmp”。\n"
+              "设置已保留，取消和关闭不撤回改动。");
 }
 
 TEST_F(LossySetting, ASettingLibraryThatIsHalfThereGetsTheTablesBeforeTheOneThatIsTaken) {
@@ -92,7 +95,7 @@ TEST_F(LossySetting, ASettingLibraryThatIsHalfThereGetsTheTablesBeforeTheOneThat
     EXPECT_FALSE(hasTable("常用眉脚"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
     EXPECT_TRUE(told(step).contains("新建 设置 常用章节")) << told(step).toStdString();
-    EXPECT_EQ(step.note, QString());
+    EXPECT_EQ(step.note, "“常用”只存了一半，没有列入库中：请先撤消，再用别的名称存一次。");
 }
 
 TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt) {
@@ -103,7 +106,92 @@ TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt
     EXPECT_TRUE(hasTable("常用页面"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
     EXPECT_TRUE(told(step).contains("删去 设置 常用章节")) << told(step).toStdString();
-    EXPECT_EQ(step.note, QString());
+    EXPECT_EQ(step.note, "“常用”没有删全：它缺少“常用眉脚”，删除到这里就停止了。");
+}
+
+TEST_F(LossySetting, DeletingASettingLibraryShowsTheFirstOfTheOthersOverWhatTheUserHasSet) {
+    for (const char* name : {"常用", "另一"}) {
+        prepared({name}, [](Form& form) { form.settingLibrary.cmdSaveSet.click(); });
+    }
+    const auto step = inTheDialog([](Form& form) {
+        form.settingLibrary.lstSet.click(1);
+        form.headerFooter.chkHeader.click();
+        form.settingLibrary.cmdDeleteSet.click();
+    });
+    EXPECT_FALSE(hasTable("另一章节"));
+    EXPECT_EQ(step.note, "显示“常用”时，其中的设置写入了现在的设置：是否带页眉由“否”改为“是”。");
+}
+
+TEST_F(LossySetting, DeletingACoverLibraryShowsTheFirstOfTheOthersAndWritesItsPicture) {
+    for (const char* picture : {"桥.bmp", "路.bmp"}) {
+        planner.folder.write(QString("Sys/图片库/") + picture, "picture");
+        prepared({QString("封面") + picture[0]}, [&](Form& form) {
+            form.cover.cmbPic.setText(picture);
+            form.coverLibrary.cmdSaveCover.click();
+        });
+    }
+    const auto step = inTheDialog([](Form& form) {
+        form.coverLibrary.lstcover.click(1);
+        form.coverLibrary.cmdDeleteCover.click();
+    });
+    EXPECT_EQ(valueOf("封面表", "图片"), "桥.bmp");
+    EXPECT_TRUE(step.note.contains("图片由“路.bmp”改为“桥.bmp”")) << step.note.toStdString();
+}
+
+// Where no page of its name lies there, which the rules look for without folder and suffix.
+TEST_F(LossySetting, DeletingACustomPageTakesAFileOfItsBareNameOutOfTheCurrentFolder) {
+    prepared({"页"}, [](Form& form) { form.customPage.cmdSelfBld.click(); });
+    planner.folder.write("工程文档管理/页", "mine");
+    const QString here = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(planner.folder.path("工程文档管理")));
+    const auto step = inTheDialog([](Form& form) { form.customPage.cmdSelfDel.click(); });
+    EXPECT_TRUE(QDir::setCurrent(here));
+    EXPECT_FALSE(planner.folder.exists("工程文档管理/页"));
+    EXPECT_EQ(step.note, "删去了 1 个文件：页");
+}
+
+TEST_F(LossySetting, DeletingACustomPageInUsePutsTheFirstOfTheOthersInItsPlace) {
+    for (const char* name : {"页", "另页"}) {
+        prepared({name}, [](Form& form) { form.customPage.cmdSelfBld.click(); });
+    }
+    prepared({}, [](Form& form) {
+        form.customPage.chkSelf.click();
+        form.customPage.lstSelf.click(1);
+    });
+    const auto step = inTheDialog([](Form& form) {
+        form.customPage.chkSelf.click();
+        form.customPage.lstSelf.click(1);
+        form.customPage.cmdSelfDel.click();
+    });
+    EXPECT_EQ(valueOf("当前自定义", "路径"), "页");
+    EXPECT_EQ(step.note, "设置已保留，取消和关闭不撤回改动：自定义页由“另页”改为“页”。");
+}
+
+TEST_F(LossySetting, OpeningTheDialogPutsTheOpenPlansNameOnTheCover) {
+    planner.newPlan("甲");
+    {
+        const auto cover = planner.state().gDbBidSet->OpenRecordset("Select * from 封面表");
+        cover->Edit();
+        cover->Set(u"工程名称", QString("手工题名"));
+        cover->Update();
+    }
+    const auto step = inTheDialog([](Form&) {});
+    EXPECT_EQ(valueOf("封面表", "工程名称"), "甲");
+    EXPECT_TRUE(step.note.startsWith("打开设置时自动改动了：工程名称由“手工题名”改为“甲”"))
+        << step.note.toStdString();
+}
+
+TEST_F(LossySetting, DecidingWithoutTheBoxOfALibraryGivesItUp) {
+    prepared({"常用"}, [](Form& form) {
+        form.settingLibrary.cmdSaveSet.click();
+        form.settingLibrary.chkSet.click();
+        form.cmdDecide();
+    });
+    const auto step = record("施工方案设置", [&] {
+        desk.settings([](Form& form) { form.cmdDecide(); }, format::frmBidSet::Ended::decided);
+    });
+    EXPECT_EQ(valueOf("是否设置表", "是否设置"), "否");
+    EXPECT_EQ(step.note, "没有选中“选用库”，生成时不再采用标书设置库中的设置。");
 }
 
 TEST_F(LossySetting, ANewCustomPageOverwritesTheDocumentThatADeletedOneHasLeft) {
@@ -199,7 +287,7 @@ TEST_F(LossySetting, AFolderBroughtFromElsewhereUnderAListedNameKeepsTheCentralO
     std::int64_t brought = history::beginning;
     for (const history::Step& step : planner.state().History->steps()) {
         if (step.kind == history::StepKind::outside) {
-            EXPECT_EQ(step.title, "外部改动[甲.mdb]");
+            EXPECT_EQ(step.title, "外部改动[甲 文件夹中的大纲]");
             brought = step.id;
         }
     }

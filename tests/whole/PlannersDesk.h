@@ -26,14 +26,15 @@ class PlannersDesk : private word::ImportReport, private word::UnsavedChangesQue
 public:
     explicit PlannersDesk(Planner& planner) : planner_(planner) {}
 
-    // What is done in the format dialog, which is loaded for it and closed by its close box; the
-    // remarks say what stays.
-    void settings(const std::function<void(format::BidSetForm&)>& work) {
+    // What is done in the format dialog, which is loaded for it and, if nothing else is said,
+    // closed by its close box; the remarks say what stays.
+    void settings(const std::function<void(format::BidSetForm&)>& work,
+                  format::frmBidSet::Ended ended = format::frmBidSet::Ended::left) {
         format::frmBidSet dialog(planner_.state(), formatServices());
         format::BidSetForm& form = dialog.form();
         const format::SettingsNow shown(*planner_.state().gDbBidSet);
         work(form);
-        dialog.remarkEnd(shown, format::frmBidSet::Ended::left);
+        dialog.remarkEnd(shown, ended);
         dialog.Unload();
     }
     void information(const QString& author) {
