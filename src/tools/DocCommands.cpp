@@ -3,6 +3,7 @@
 #include "platform/office/SuiteDocumentConverter.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/docfile/text/DocumentText.h"
+#include "platform/word/docfile/text/SideStories.h"
 #include "platform/word/docfile/writer/DocumentSummary.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/DocumentMerge.h"
@@ -75,20 +76,24 @@ ExitStatus text(Session& session, const QStringList& words) {
 }
 
 QJsonObject asJson(const word::DocumentSummary& facts) {
-    return {{"paragraphs", facts.paragraphs},
-            {"tables", facts.tables},
-            {"cells", facts.cells},
-            {"pictures", facts.pictures},
-            {"sections", facts.sections},
-            {"lists", facts.lists},
-            {"fields", facts.fields},
-            {"footnotes", facts.footnotes},
-            {"endnotes", facts.endnotes},
-            {"comments", facts.comments},
-            {"bookmarks", facts.bookmarks},
-            {"shapes", facts.shapes},
-            {"embeddedObjects", facts.embeddedObjects},
-            {"styles", facts.styles}};
+    const auto anchored = [&](word::AnchorKind kind) {
+        return facts.anchors[static_cast<std::size_t>(kind)];
+    };
+    QJsonObject result{{"paragraphs", facts.paragraphs},
+                       {"tables", facts.tables},
+                       {"cells", facts.cells},
+                       {"pictures", facts.pictures},
+                       {"sections", facts.sections},
+                       {"lists", facts.lists},
+                       {"fields", facts.fields},
+                       {"bookmarks", facts.bookmarks},
+                       {"shapes", anchored(word::AnchorKind::drawing)},
+                       {"embeddedObjects", facts.embeddedObjects},
+                       {"styles", facts.styles}};
+    for (const word::SidePart& part : word::sideParts) {
+        result[QLatin1StringView(part.plural)] = anchored(part.kind);
+    }
+    return result;
 }
 
 QString asText(const QJsonObject& facts) {

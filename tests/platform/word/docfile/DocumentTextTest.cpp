@@ -221,10 +221,7 @@ TEST(DocumentSummary, TheRestIsWhatTheDocumentHolds) {
     EXPECT_EQ(summary.fields, 2);
     EXPECT_EQ(summary.sections, 3);
     EXPECT_EQ(summary.bookmarks, 4);
-    EXPECT_EQ(summary.footnotes, 5);
-    EXPECT_EQ(summary.endnotes, 6);
-    EXPECT_EQ(summary.comments, 7);
-    EXPECT_EQ(summary.shapes, 9);
+    EXPECT_EQ(summary.anchors, (std::array<int, anchorKinds>{5, 6, 7, 9}));
     EXPECT_EQ(summary.embeddedObjects, 10);
     EXPECT_EQ(summary.styles, 1);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -31,25 +32,74 @@ void checkNames(const Sttb& names, Findings& findings) {
     }
 }
 
-void checkPlaces(const Sttb& names, const Plc& starts, const Plc& ends, Findings& findings) {
+// Bookmarks, or what comments speak of: the table of names or tags, that of the beginnings, that of
+// the ends.
+struct RangeTables {
+    Sttb names;
+    Plc starts;
+    Plc ends;
+};
+
+// How a kind of ranges is told, and its rules.
+struct RangeKind {
+    const char16_t* name = nullptr;
+    const char16_t* firstTable = nullptr; // what the first table holds
+    const char* countRule = nullptr;
+    const char* endRule = nullptr;
+    const char* orderRule = nullptr;
+    std::size_t most = 0;
+};
+
+// More bookmarks keep Word from opening the file (Microsoft's notes on ISO/IEC 29500, 2.1.360).
+constexpr RangeKind bookmarkKind{u"书签",        u"名称",          "bookmark.count",
+                                 "bookmark.end", "bookmark.order", 16380};
+// [MS-DOC] 2.9.277.
+constexpr RangeKind commentRangeKind{
+    u"批注范围", u"标记", "bookmark.comments", "bookmark.comments", "bookmark.comments", 0x3FFB};
+
+RangeTables readRanges(const RangeKind& kind, ByteView names, ByteView starts, ByteView ends,
+                       Findings& findings) {
+    DecodedSttb decoded = decodeSttb(names);
+    RangeTables tables{std::move(decoded.table), decodePlc(starts, 4), decodePlc(ends, 0)};
+    const auto number = [](std::size_t count) { return digits(std::int64_t(count)); };
+    const std::size_t count = tables.names.entries.size();
+    if (!decoded.complete || tables.starts.count() != count || tables.ends.count() != count) {
+        findings.add(kind.countRule, std::u16string(kind.name) + u"的" + kind.firstTable + u" " +
+                                         number(count) + u" 个，开始 " +
+                                         number(tables.starts.count()) + u" 个，结束 " +
+                                         number(tables.ends.count()) + u" 个");
+    }
+    if (count > kind.most) {
+        findings.add("bookmark.number", std::u16string(kind.name) + u" " + number(count) +
+                                            u" 个，最多 " + number(kind.most) + u" 个");
+    }
+    return tables;
+}
+
+void checkPlaces(const RangeKind& kind, const RangeTables& tables, Findings& findings) {
     std::set<std::size_t> used;
-    for (std::size_t i = 0; i < starts.count() && i < names.entries.size(); ++i) {
-        LittleEndianReader fbkf(starts.element(i), "FBKF");
-        const std::size_t end = fbkf.u16();
-        const std::u16string where = u"书签“" + names.entries[i].text + u"”";
-        if (end >= ends.count() || !used.insert(end).second) {
-            findings.add("bookmark.end", where + u"没有自己的结束位置");
-        } else if (ends.positions[end] < starts.positions[i]) {
-            findings.add("bookmark.order", where + u"的结束在开始之前");
+    for (std::size_t i = 0; i < tables.starts.count(); ++i) {
+        const std::size_t end = LittleEndianReader(tables.starts.element(i), "FBKF").u16();
+        const bool isNamed =
+            i < tables.names.entries.size() && !tables.names.entries[i].text.empty();
+        const std::u16string where =
+            kind.name + (isNamed ? u"“" + tables.names.entries[i].text + u"”"
+                                 : u" " + digits(std::int64_t(i)) + u" ");
+        if (end >= tables.ends.count() || !used.insert(end).second) {
+            findings.add(kind.endRule, where + u"没有自己的结束位置");
+        } else if (tables.ends.positions[end] < tables.starts.positions[i]) {
+            findings.add(kind.orderRule, where + u"的结束在开始之前");
         }
     }
 }
 
 // How many characters the pictures of bullets have ([MS-DOC] 2.6.1 sprmCPbiIBullet).
-std::size_t bulletPictures(const Sttb& names, const Plc& starts, const Plc& ends) {
-    for (std::size_t i = 0; i < starts.count() && i < names.entries.size(); ++i) {
+std::size_t bulletPictures(const RangeTables& tables) {
+    const Plc& starts = tables.starts;
+    const Plc& ends = tables.ends;
+    for (std::size_t i = 0; i < starts.count() && i < tables.names.entries.size(); ++i) {
         const std::size_t end = LittleEndianReader(starts.element(i), "FBKF").u16();
-        if (names.entries[i].text == u"_PictureBullets" && end < ends.count()) {
+        if (tables.names.entries[i].text == u"_PictureBullets" && end < ends.count()) {
             return ends.positions[end] - std::min(starts.positions[i], ends.positions[end]);
         }
     }
@@ -65,55 +115,20 @@ void checkBullets(std::size_t pictures, const Evidence& evidence, Findings& find
     }
 }
 
-// [MS-DOC] 2.9.277 for the ranges of comments; more bookmarks keep Word from opening the file.
-void checkNumber(const char16_t* what, std::size_t count, std::size_t most, Findings& findings) {
-    if (count > most) {
-        findings.add("bookmark.number", std::u16string(what) + u" " + digits(std::int64_t(count)) +
-                                            u" 个，最多 " + digits(std::int64_t(most)) + u" 个");
-    }
-}
-
-// What comments speak of: tags, where each starts, where each ends.
-void checkCommentRanges(const Evidence& evidence, Findings& findings) {
-    constexpr std::size_t most = 0x3FFB;
-    const DecodedSttb tags = decodeSttb(evidence.at(FibPair::SttbfAtnBkmk));
-    const Plc starts = decodePlc(evidence.at(FibPair::PlcfAtnBkf), 4);
-    const Plc ends = decodePlc(evidence.at(FibPair::PlcfAtnBkl), 0);
-    const std::size_t count = tags.table.entries.size();
-    if (!tags.complete || starts.count() != count || ends.count() != count) {
-        findings.add("bookmark.comments", u"批注范围的标记、开始和结束个数不同");
-    }
-    checkNumber(u"批注范围", count, most, findings);
-    std::set<std::size_t> used;
-    for (std::size_t i = 0; i < starts.count(); ++i) {
-        const std::size_t end = LittleEndianReader(starts.element(i), "FBKF").u16();
-        if (end >= ends.count() || !used.insert(end).second) {
-            findings.add("bookmark.comments", u"批注范围没有自己的结束位置");
-        } else if (ends.positions[end] < starts.positions[i]) {
-            findings.add("bookmark.comments", u"批注范围的结束在开始之前");
-        }
-    }
-}
-
 } // namespace
 
 void checkBookmarks(const Evidence& evidence, Findings& findings) {
-    constexpr std::size_t most = 16380;
-    const DecodedSttb names = decodeSttb(evidence.at(FibPair::SttbfBkmk));
-    const Plc starts = decodePlc(evidence.at(FibPair::PlcfBkf), 4);
-    const Plc ends = decodePlc(evidence.at(FibPair::PlcfBkl), 0);
-    const std::size_t count = names.table.entries.size();
-    if (!names.complete || starts.count() != count || ends.count() != count) {
-        findings.add("bookmark.count", u"书签的名称 " + digits(std::int64_t(count)) +
-                                           u" 个，开始 " + digits(std::int64_t(starts.count())) +
-                                           u" 个，结束 " + digits(std::int64_t(ends.count())) +
-                                           u" 个");
-    }
-    checkNumber(u"书签", count, most, findings);
-    checkNames(names.table, findings);
-    checkPlaces(names.table, starts, ends, findings);
-    checkBullets(bulletPictures(names.table, starts, ends), evidence, findings);
-    checkCommentRanges(evidence, findings);
+    const RangeTables tables =
+        readRanges(bookmarkKind, evidence.at(FibPair::SttbfBkmk), evidence.at(FibPair::PlcfBkf),
+                   evidence.at(FibPair::PlcfBkl), findings);
+    checkNames(tables.names, findings);
+    checkPlaces(bookmarkKind, tables, findings);
+    checkBullets(bulletPictures(tables), evidence, findings);
+    checkPlaces(commentRangeKind,
+                readRanges(commentRangeKind, evidence.at(FibPair::SttbfAtnBkmk),
+                           evidence.at(FibPair::PlcfAtnBkf), evidence.at(FibPair::PlcfAtnBkl),
+                           findings),
+                findings);
 }
 
 } // namespace qvnd::word

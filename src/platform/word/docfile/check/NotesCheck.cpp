@@ -1,23 +1,20 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Plc.h"
-#include "platform/word/docfile/format/SprmCodes.h"
-
-#include <array>
 
 namespace qvnd::word {
 
 namespace {
 
-constexpr std::array noteParts{TextPart::footnotes, TextPart::endnotes, TextPart::comments};
+constexpr std::size_t frdSize = 2; // of a footnote or endnote: nAuto
 
 // A note that numbers itself is marked in the text; one with a mark of the user's own is not.
 void checkMarks(const TextPartFacts& notes, const Plc& references, const Evidence& evidence,
                 Findings& findings) {
     for (std::size_t i = 0; i < references.count(); ++i) {
         const Cp cp = references.positions[i];
-        const bool automatic = notes.part == TextPart::comments || references.element(i)[0] != 0 ||
-                               references.element(i)[1] != 0;
+        const ByteView element = references.element(i);
+        const bool automatic = element.size() != frdSize || element[0] != 0 || element[1] != 0;
         const bool there = cp < evidence.text.size() && evidence.text[cp] == notes.anchor;
         if (automatic && !there) {
             findings.add("note.mark", placeOf(evidence, cp) + u"应为" + notes.name + u"的引用标记");
@@ -28,8 +25,10 @@ void checkMarks(const TextPartFacts& notes, const Plc& references, const Evidenc
 } // namespace
 
 void checkNotes(const Evidence& evidence, Findings& findings) {
-    for (const TextPart part : noteParts) {
-        const TextPartFacts& facts = factsOf(part);
+    for (const TextPartFacts& facts : textParts) {
+        if (!hasNotes(facts)) {
+            continue;
+        }
         const Plc references =
             decodePlc(evidence.at(facts.references->pair), facts.references->elementSize);
         const Plc texts = decodePlc(evidence.at(facts.texts->pair), 0);

@@ -94,6 +94,22 @@ constexpr const TextPartFacts& factsOf(TextPart part) {
     return textParts[static_cast<std::size_t>(part)];
 }
 
+// Whether the part's texts are notes: each has one character that stands for it, and nothing but
+// their positions tells them apart.
+constexpr bool hasNotes(const TextPartFacts& facts) {
+    return facts.references && facts.texts && facts.texts->elementSize == 0;
+}
+
+// Whether the character, where it is special, stands for a text of some part.
+constexpr bool standsForText(char16_t character) {
+    for (const TextPartFacts& facts : textParts) {
+        if (facts.references && facts.anchor == character) {
+            return true;
+        }
+    }
+    return false;
+}
+
 inline std::uint32_t lengthOf(TextPart part, const PartLengths& lengths) {
     return lengths.*factsOf(part).length;
 }

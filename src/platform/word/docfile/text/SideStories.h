@@ -18,11 +18,12 @@ struct SidePart {
     AnchorKind kind = AnchorKind::footnote;
     TextPart part = TextPart::footnotes;
     const char16_t* measure = nullptr; // for remarks, behind a number
+    const char* plural = nullptr;      // for programs that ask how many there are
 };
 inline constexpr std::array<SidePart, 3> sideParts{{
-    {AnchorKind::footnote, TextPart::footnotes, u"个"},
-    {AnchorKind::endnote, TextPart::endnotes, u"个"},
-    {AnchorKind::comment, TextPart::comments, u"条"},
+    {AnchorKind::footnote, TextPart::footnotes, u"个", "footnotes"},
+    {AnchorKind::endnote, TextPart::endnotes, u"个", "endnotes"},
+    {AnchorKind::comment, TextPart::comments, u"条", "comments"},
 }};
 
 // A text as the tables of its part have it.

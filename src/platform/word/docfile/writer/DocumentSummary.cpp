@@ -116,12 +116,6 @@ int countFields(const Story& story) {
                       [](const FieldMark& mark) { return mark.character == fieldBegin; }));
 }
 
-int countAnchors(const Story& story, AnchorKind kind) {
-    return static_cast<int>(
-        std::count_if(story.anchors.begin(), story.anchors.end(),
-                      [&](const Anchor& anchor) { return anchor.kind == kind; }));
-}
-
 } // namespace
 
 DocumentSummary summarize(const DocumentContent& document) {
@@ -132,13 +126,12 @@ DocumentSummary summarize(const DocumentContent& document) {
     summary.sections = static_cast<int>(document.sections.size());
     summary.lists = countLists(document);
     summary.fields = countFields(*main);
-    summary.footnotes = countAnchors(*main, AnchorKind::footnote);
-    summary.endnotes = countAnchors(*main, AnchorKind::endnote);
-    summary.comments = countAnchors(*main, AnchorKind::comment);
+    for (const Anchor& anchor : main->anchors) {
+        ++summary.anchors[static_cast<std::size_t>(anchor.kind)];
+    }
     summary.bookmarks =
         static_cast<int>(std::count_if(document.bookmarks.begin(), document.bookmarks.end(),
                                        [](const Bookmark& bookmark) { return !bookmark.comment; }));
-    summary.shapes = countAnchors(*main, AnchorKind::drawing);
     summary.embeddedObjects = static_cast<int>(document.tables.objects.size());
     const auto& styles = document.tables.styles.styles;
     summary.styles = static_cast<int>(

@@ -2,6 +2,8 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 
+#include <array>
+
 namespace qvnd::word {
 
 // What a document consists of. Where nothing else is said, only the main story counts.
@@ -13,11 +15,8 @@ struct DocumentSummary {
     int sections = 0;
     int lists = 0; // in use by a paragraph, itself or through its style
     int fields = 0;
-    int footnotes = 0;
-    int endnotes = 0;
-    int comments = 0;
+    std::array<int, anchorKinds> anchors{}; // notes, comments, drawings, by AnchorKind
     int bookmarks = 0;
-    int shapes = 0; // drawings that float above the text, text boxes among them
     int embeddedObjects = 0;
     int styles = 0; // in the style sheet
 };
