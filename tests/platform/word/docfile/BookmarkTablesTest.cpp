@@ -19,7 +19,7 @@ TEST(BookmarkTables, NestedAndCrossingBookmarksKeepTheirEnds) {
         {u"late", 50, 60, 0}, {u"outer", 1, 90, 3}, {u"inner", 5, 9, 0}, {u"point", 5, 5, 0}};
     Remarks remarks;
 
-    const auto read = decodeBookmarks(viewsOf(encodeBookmarks(bookmarks, 101)), 100, remarks);
+    const auto read = decodeBookmarks(viewsOf(encodeBookmarks(bookmarks, 101)), 100, 100, remarks);
 
     ASSERT_EQ(read.size(), 4U);
     EXPECT_EQ(read[0].name, u"outer");
@@ -38,7 +38,8 @@ TEST(BookmarkTables, EncodingWhatWasDecodedGivesEqualBytes) {
         encodeBookmarks(std::vector<Bookmark>{{u"b", 7, 9, 1}, {u"a", 3, 20, 0}}, 30);
     Remarks remarks;
 
-    const BookmarkTables again = encodeBookmarks(decodeBookmarks(viewsOf(first), 30, remarks), 30);
+    const BookmarkTables again =
+        encodeBookmarks(decodeBookmarks(viewsOf(first), 30, 30, remarks), 30);
 
     EXPECT_EQ(again.names, first.names);
     EXPECT_EQ(again.starts, first.starts);
@@ -51,13 +52,42 @@ TEST(BookmarkTables, NoBookmarkIsNoTable) {
     EXPECT_TRUE(encodeBookmarks({}, 10).ends.empty());
 }
 
-TEST(BookmarkTables, BookmarkOutsideTheMainTextIsLeftOutAndNamed) {
+TEST(BookmarkTables, BookmarkOutsideOfAllTextIsLeftOutAndNamed) {
     const BookmarkTables tables =
         encodeBookmarks(std::vector<Bookmark>{{u"in", 1, 2, 0}, {u"header", 150, 160, 0}}, 200);
     Remarks remarks;
 
-    EXPECT_EQ(decodeBookmarks(viewsOf(tables), 100, remarks).size(), 1U);
-    EXPECT_EQ(remarks.at(0), u"书签“header”不在正文中，未读入");
+    EXPECT_EQ(decodeBookmarks(viewsOf(tables), 100, 100, remarks).size(), 1U);
+    EXPECT_EQ(remarks.at(0), u"书签“header”不在任何文字中，未读入");
+}
+
+TEST(BookmarkTables, BookmarksBehindTheMainTextComeInAsLongAsTheyLieInTheTextOfTheOtherParts) {
+    const std::vector<Bookmark> all{{u"main", 1, 2, 0},
+                                    {u"aside", 150, 200, 4},
+                                    {u"across", 90, 160, 0},
+                                    {u"out", 190, 201, 0}};
+    Remarks remarks;
+
+    const auto read = decodeBookmarks(viewsOf(encodeBookmarks(all, 300)), 100, 200, remarks);
+
+    const std::vector<Bookmark> expected{
+        {u"main", 1, 2, 0}, {u"across", 90, 90, 0}, {u"aside", 150, 200, 4}, {u"out", 190, 190, 0}};
+    EXPECT_EQ(read, expected);
+    EXPECT_EQ(remarks.size(), 2U);
+}
+
+TEST(BookmarkTables, BookmarksOfTextsAsideAreCountedThroughAllText) {
+    Story note;
+    note.text = u"abcdef\r";
+    note.characters = {{7}};
+    note.paragraphs = {{7}};
+    note.bookmarks = {{u"whole", 0, 7, 0}, {u"cut", 2, 5, 3}, {u"point", 4, 4, 0}};
+    const auto fragment = std::make_shared<const Story>(note);
+    const SlicedText text{{fragment, 0, 3}, {fragment, 4, 3}};
+
+    const std::vector<Bookmark> expected{
+        {u"whole", 100, 106, 0}, {u"cut", 102, 104, 3}, {u"point", 103, 103, 0}};
+    EXPECT_EQ(bookmarksAside(text, 100), expected);
 }
 
 TEST(BookmarkTables, BookmarkWhoseEndIsLostStandsAtItsStartAndIsNamed) {
@@ -68,7 +98,7 @@ TEST(BookmarkTables, BookmarkWhoseEndIsLostStandsAtItsStartAndIsNamed) {
     const Bytes ends = hex("05000000 06000000 09000000");
     Remarks remarks;
 
-    const auto read = decodeBookmarks({encodedNames, starts, ends}, 100, remarks);
+    const auto read = decodeBookmarks({encodedNames, starts, ends}, 100, 100, remarks);
 
     ASSERT_EQ(read.size(), 2U);
     EXPECT_EQ(read[0].name, u"lost");
@@ -84,14 +114,14 @@ TEST(BookmarkTables, BookmarkWhoseEndLiesBeforeItOrBehindTheMainTextStandsAtItsS
         const BookmarkTables tables =
             encodeBookmarks(std::vector<Bookmark>{{u"mark", 4, end, 0}}, 200);
         Remarks remarks;
-        const auto read = decodeBookmarks(viewsOf(tables), 100, remarks);
+        const auto read = decodeBookmarks(viewsOf(tables), 100, 100, remarks);
         ASSERT_EQ(read.size(), 1U);
         EXPECT_EQ(read[0].end, 4U);
         EXPECT_EQ(remarks.size(), 1U);
     }
     Remarks remarks;
     const auto last = std::vector<Bookmark>{{u"at the end", 100, 100, 0}, {u"behind", 100, 101, 0}};
-    EXPECT_EQ(decodeBookmarks(viewsOf(encodeBookmarks(last, 200)), 100, remarks).size(), 1U);
+    EXPECT_EQ(decodeBookmarks(viewsOf(encodeBookmarks(last, 200)), 100, 100, remarks).size(), 1U);
 }
 
 TEST(BookmarkTables, NamesAreNeitherEmptyNorLongerThanTheFormatAllows) {
@@ -99,7 +129,7 @@ TEST(BookmarkTables, NamesAreNeitherEmptyNorLongerThanTheFormatAllows) {
         std::vector<Bookmark>{{u"", 1, 2, 0}, {std::u16string(60, u'x'), 3, 4, 0}}, 20);
     Remarks remarks;
 
-    const auto read = decodeBookmarks(viewsOf(tables), 10, remarks);
+    const auto read = decodeBookmarks(viewsOf(tables), 10, 10, remarks);
 
     ASSERT_EQ(read.size(), 1U);
     EXPECT_EQ(read[0].name, std::u16string(40, u'x'));
@@ -134,7 +164,7 @@ TEST(BookmarkTables, OnesBeyondWhatADocumentHoldsAreLeftOutAndCounted) {
     const BookmarkTables tables = encodeBookmarks(bookmarks, 20);
     Remarks remarks;
 
-    const auto read = decodeBookmarks(viewsOf(tables), 10, remarks);
+    const auto read = decodeBookmarks(viewsOf(tables), 10, 10, remarks);
 
     ASSERT_EQ(read.size(), mostBookmarks);
     EXPECT_EQ(read.back().name, u"last");
@@ -146,7 +176,7 @@ TEST(BookmarkTables, SurplusNamesAreTold) {
     names.entries = {{u"only a name", {}}};
     Remarks remarks;
 
-    EXPECT_TRUE(decodeBookmarks({encodeSttb(names), {}, {}}, 100, remarks).empty());
+    EXPECT_TRUE(decodeBookmarks({encodeSttb(names), {}, {}}, 100, 100, remarks).empty());
     EXPECT_EQ(remarks.at(0), u"书签表的名称与位置个数不同，多出的未读入");
 }
 

@@ -61,6 +61,18 @@ protected:
              },
              [this](std::uint32_t shape) { return std::uint16_t(shape == namedByRow ? 1 : 0); }});
     }
+    // What the file of these shapes fills its pages with.
+    std::optional<Drawing> background(const Bytes& record) {
+        ShapeBytes first = shape(9);
+        first.kind = 0;
+        first.flags = art::shapeIsGroup | art::shapeIsPatriarch;
+        content_ = joined({sharedBytes(pictures), Bytes{0},
+                           artContainer(art::dgContainer, {groupBytes({first.bytes()}), record})});
+        drawings_.emplace(content_, ByteView{});
+        carried_.emplace(*drawings_, objects, tables);
+        return carried_->background();
+    }
+    bool damagedBackground() const { return carried_->damagedBackground(); }
     int damagedMembers() const { return carried_->damagedMembers(); }
 
     // Cut off within its last record, which its length admits.
@@ -325,6 +337,45 @@ TEST_F(CarriedDrawingsTest, AShapeWithoutAnAnchorOfItsOwnGetsOne) {
     one.anchor.reset();
     shapes = {one.bytes()};
     EXPECT_EQ(named(drawing(0x402), Kind::anchor), Numbers{0});
+}
+
+TEST_F(CarriedDrawingsTest, TheShapeThatFillsThePagesComesWithItsPicture) {
+    pictures = {encodeBlip(*recogniseImage(qvnd::test::png(3, 3)))};
+    ShapeBytes page = shape(50);
+    page.flags = art::shapeIsBackground | art::shapeHasKind;
+    page.anchor.reset();
+    page.properties.setBlip(0x0186, 1); // fillBlip
+    page.properties.set(art::fillFlags, 0x00100010);
+    const auto found = background(page.bytes());
+    ASSERT_TRUE(found);
+    ASSERT_EQ(found->references.size(), 2U);
+    EXPECT_EQ(found->references[0].kind, Kind::shape);
+    EXPECT_EQ(found->references[1].kind, Kind::picture);
+    EXPECT_EQ(tables.shapePictures.size(), 1U);
+    EXPECT_TRUE(found->place.empty());
+    EXPECT_FALSE(damagedBackground());
+}
+
+TEST_F(CarriedDrawingsTest, ABackgroundThatFillsNothingIsNone) {
+    ShapeBytes page = shape(50);
+    page.flags = art::shapeIsBackground | art::shapeHasKind;
+    page.anchor.reset();
+    page.properties.set(art::fillFlags, 0x00100000);
+    EXPECT_FALSE(background(page.bytes()));
+    EXPECT_FALSE(damagedBackground());
+    page.properties.set(art::fillFlags, 0x00000000); // says nothing of it: it is filled
+    EXPECT_TRUE(background(page.bytes()));
+    EXPECT_FALSE(background({}));
+}
+
+TEST_F(CarriedDrawingsTest, ADamagedBackgroundIsTold) {
+    ShapeBytes page = shape(50);
+    page.flags = art::shapeIsBackground | art::shapeHasKind;
+    EXPECT_FALSE(background(damaged(page)));
+    EXPECT_TRUE(damagedBackground());
+    page.flags = art::shapeHasKind; // no background, whatever it stands for
+    EXPECT_FALSE(background(page.bytes()));
+    EXPECT_TRUE(damagedBackground());
 }
 
 } // namespace

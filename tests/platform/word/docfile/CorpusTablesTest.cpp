@@ -103,10 +103,11 @@ TEST_F(CorpusTables, BookmarksAndAuthorsComeOutEqualWhenReadAgain) {
         Remarks remarks;
         const BookmarkTableViews views{stream.at(FibPair::SttbfBkmk), stream.at(FibPair::PlcfBkf),
                                        stream.at(FibPair::PlcfBkl)};
-        const auto bookmarks = decodeBookmarks(views, stream.fib.ccp.text, remarks);
+        const auto bookmarks =
+            decodeBookmarks(views, stream.fib.ccp.text, stream.fib.ccp.text, remarks);
         const BookmarkTables first = encodeBookmarks(bookmarks, stream.fib.ccp.text);
-        const auto again =
-            decodeBookmarks({first.names, first.starts, first.ends}, stream.fib.ccp.text, remarks);
+        const auto again = decodeBookmarks({first.names, first.starts, first.ends},
+                                           stream.fib.ccp.text, stream.fib.ccp.text, remarks);
         EXPECT_EQ(encodeBookmarks(again, stream.fib.ccp.text).starts, first.starts);
         const auto authors = decodeRevisionAuthors(stream.at(FibPair::SttbfRMark), remarks);
         EXPECT_EQ(decodeRevisionAuthors(encodeRevisionAuthors(authors), remarks), authors);

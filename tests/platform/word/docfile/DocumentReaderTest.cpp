@@ -5,8 +5,10 @@
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/Sttb.h"
 #include "platform/word/docfile/pictures/FlatDrawings.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/HeaderStory.h"
 #include "platform/word/docfile/text/StoryRepair.h"
@@ -423,6 +425,64 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
     EXPECT_EQ(unread.textBoxes, 2); // which no shape shows
     EXPECT_TRUE(unread.macros);
     EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).unread.macros);
+}
+
+TEST(DocumentReader, ToolbarsAndKeysAreNotedWhereTheFileChangesThem) {
+    const auto toolbars = [](const Bytes& commands) {
+        WordFile file = plainWordFile(u"text\r");
+        file.parts[FibPair::Cmds] = commands;
+        return readWithoutRemarks(file).unread.toolbars;
+    };
+    EXPECT_FALSE(toolbars({}));
+    EXPECT_FALSE(toolbars(hex("FF40")));
+    EXPECT_FALSE(toolbars(hex("00 12")));
+    const Bytes macro = test::joined({hex("FF 01 01000000"), Bytes(24)});
+    EXPECT_FALSE(toolbars(test::joined({macro, hex("40")})));
+    EXPECT_TRUE(toolbars(test::joined({macro, hex("12 00")})));
+    EXPECT_FALSE(toolbars(hex("FF 02 01000000 00000000 03 00000000 40")));
+    EXPECT_TRUE(toolbars(test::joined({hex("FF 03 01000000"), Bytes(14), hex("40")})));
+    EXPECT_TRUE(toolbars(test::joined({hex("FF 04 01000000"), Bytes(14), hex("40")})));
+    const Bytes names = hex("10 FFFF 0100 0200 0100 4100 0000  11 0100 0000 0100 4100 0000");
+    EXPECT_FALSE(toolbars(test::joined({hex("FF"), names, hex("40")})));
+    EXPECT_TRUE(toolbars(test::joined({hex("FF"), names, hex("12")})));
+    EXPECT_FALSE(toolbars(hex("FF 03 FFFFFFFF")));
+}
+
+TEST(DocumentReader, SmartTagsAreCounted) {
+    WordFile file = plainWordFile(u"text\r");
+    file.parts[FibPair::SttbfBkmkFactoid] = hex("FFFF 0200 0000 0000 0000");
+    EXPECT_EQ(readWithoutRemarks(file).unread.smartTags, 2);
+}
+
+TEST(DocumentReader, TextsThatSpeakOfTheDocumentAreKeptAndPathsAndPasswordsAreNot) {
+    WordFile file = plainWordFile(u"text\r");
+    Sttb table;
+    for (std::int64_t i = 0; i < 18; ++i) {
+        table.entries.push_back({u"t" + digits(i), {}});
+    }
+    table.entries[2].text = std::u16string(300, u'x');
+    file.parts[FibPair::SttbfAssoc] = encodeSttb(table);
+    const auto texts = readWithoutRemarks(file).information.associated;
+    ASSERT_EQ(texts.size(), 18U);
+    std::u16string kept;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        kept += texts[i].empty() ? u"" : digits(static_cast<std::int64_t>(i)) + u" ";
+    }
+    EXPECT_EQ(kept, u"2 3 4 6 7 ");
+    EXPECT_EQ(texts[2].size(), 255U);
+    EXPECT_EQ(texts[7], u"t7");
+}
+
+TEST(DocumentReader, ABookmarkInAPartThatNobodyReadsIsCounted) {
+    WordFile file = plainWordFile(u"text\r" + std::u16string(u"macro\r\r"));
+    file.lengths.text = 5;
+    file.lengths.macros = 6;
+    const BookmarkTables tables = encodeBookmarks(std::vector<Bookmark>{{u"x", 6, 8, 0}}, 12);
+    file.parts[FibPair::SttbfBkmk] = tables.names;
+    file.parts[FibPair::PlcfBkf] = tables.starts;
+    file.parts[FibPair::PlcfBkl] = tables.ends;
+    EXPECT_THAT(readSound(file).unread.remarks,
+                testing::ElementsAre(u"有 1 个书签不在任何文字中，未读入。"));
 }
 
 TEST(DocumentReader, TextBoxesWithoutDrawingsAreReadWithTheirFields) {

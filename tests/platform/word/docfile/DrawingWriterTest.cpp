@@ -381,5 +381,55 @@ TEST_F(DrawingWriter, ADrawingWhoseAnchorIsGoneIsNotWritten) {
     EXPECT_TRUE(read().tables.drawings.empty());
 }
 
+TEST_F(DrawingWriter, TheBackgroundOfThePagesComesBackWithItsPictureThroughEverySave) {
+    ShapeBytes page;
+    page.flags = art::shapeIsBackground | art::shapeHasKind;
+    page.anchor.reset();
+    page.properties.setBlip(0x0186, 1); // fillBlip
+    page.properties.set(art::fillFlags, 0x00100010);
+    const std::uint32_t picture = addPicture(3);
+    const auto valueAt = static_cast<std::uint32_t>(2 * art::headerSize + 8 + 8 + 2);
+    builder.content.tables.background =
+        Drawing{{},
+                page.bytes(),
+                {{2 * art::headerSize, Kind::shape, builder.content.tables.shapes++, 0},
+                 {valueAt, Kind::picture, picture, 0}}};
+    writer.saveAs(path, builder.content);
+    const auto check = [&](std::size_t drawings) {
+        const DocumentContent document = read();
+        const DocumentTables& tables = document.tables;
+        ASSERT_TRUE(tables.background);
+        ASSERT_EQ(tables.background->references.size(), 2U);
+        EXPECT_EQ(tables.background->records.size(), page.bytes().size());
+        EXPECT_EQ(tables.shapePictures.size(), 1U);
+        EXPECT_EQ(tables.drawings.size(), drawings);
+    };
+    check(0);
+    add(u"a", drawing());
+    writer.save(builder.content);
+    check(1);
+}
+
+TEST_F(DrawingWriter, APictureBeyondThoseThatAStoreCountsIsNone) {
+    constexpr unsigned most = 4095;
+    for (unsigned i = 0; i <= most; ++i) {
+        // Entries without a picture that anybody could look at, but different ones.
+        LittleEndianWriter blip;
+        art::writeRecord(blip, 0, 0x6E0, art::blipPng, number32(i));
+        LittleEndianWriter entry;
+        entry.zeros(art::fbseSize);
+        entry.bytes(blip.data());
+        LittleEndianWriter whole;
+        art::writeRecord(whole, 2, 6, art::fbse, entry.data());
+        builder.content.tables.shapePictures.push_back(std::make_shared<const Bytes>(whole.take()));
+        add(u"a", drawingOfPicture(i));
+    }
+    writer.saveAs(path, builder.content);
+    EXPECT_TRUE(checkDocument(folder->bytes(path)).empty());
+    const DocumentContent document = readDocument(folder->bytes(path));
+    EXPECT_EQ(document.tables.shapePictures.size(), most);
+    EXPECT_EQ(document.tables.drawings.size(), most + 1);
+}
+
 } // namespace
 } // namespace qvnd::word

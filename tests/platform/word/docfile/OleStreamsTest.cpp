@@ -40,5 +40,56 @@ TEST(OleStreams, TextsAreUtf8AndEmptyOnesLeftOut) {
     EXPECT_EQ(numberAt(bytes, 72), 4U); // author
 }
 
+// One set with one value: `type`, a length, four bytes.
+Bytes setOfOneValue(std::uint32_t type, std::uint32_t length) {
+    LittleEndianWriter out;
+    out.u16(0xFFFE);
+    out.zeros(22);
+    out.u32(1);
+    out.zeros(16);
+    out.u32(48);
+    out.u32(28); // of the set
+    out.u32(1);
+    out.u32(2);
+    out.u32(16);
+    out.u32(type);
+    out.u32(length);
+    out.u32(0);
+    return out.take();
+}
+
+TEST(OleStreams, APropertySetIsSoundWhereAllItsValuesLieInIt) {
+    EXPECT_TRUE(isPropertySetStream(encodeSummary({u"施工方案", u"", u"author"})));
+    EXPECT_TRUE(isPropertySetStream(encodeDocumentSummary()));
+    const Bytes sound = setOfOneValue(30, 4);
+    EXPECT_TRUE(isPropertySetStream(sound));
+    EXPECT_FALSE(isPropertySetStream(ByteView(sound).first(sound.size() - 1)));
+    EXPECT_FALSE(isPropertySetStream(ByteView(sound).first(27)));
+    EXPECT_FALSE(isPropertySetStream({}));
+    const auto with = [&](std::size_t at, std::uint8_t value) {
+        Bytes changed = sound;
+        changed[at] = value;
+        return isPropertySetStream(changed);
+    };
+    EXPECT_FALSE(with(0, 0));   // no stream of property sets
+    EXPECT_FALSE(with(24, 0));  // no set
+    EXPECT_FALSE(with(24, 3));  // more than the format knows
+    EXPECT_FALSE(with(44, 49)); // a set that begins too late
+    EXPECT_FALSE(with(48, 29)); // one that is too long
+    EXPECT_FALSE(with(52, 4));  // more values than there is room for
+    EXPECT_TRUE(with(60, 24));
+    EXPECT_FALSE(with(60, 25)); // a value behind the set
+}
+
+TEST(OleStreams, APropertySetIsSoundWhereTextsAndBytesAreAsLongAsTheySay) {
+    for (const std::uint32_t type : {30U, 65U, 71U, 0x1003U}) {
+        EXPECT_TRUE(isPropertySetStream(setOfOneValue(type, 4))) << type;
+        EXPECT_FALSE(isPropertySetStream(setOfOneValue(type, 5))) << type;
+    }
+    EXPECT_TRUE(isPropertySetStream(setOfOneValue(31, 2)));
+    EXPECT_FALSE(isPropertySetStream(setOfOneValue(31, 3)));
+    EXPECT_TRUE(isPropertySetStream(setOfOneValue(3, 99))); // a number
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -25,6 +25,7 @@ DocumentContent copyThroughAFile(const DocumentContent& document) {
     content.tables.bulletPictures = document.tables.bulletPictures;
     content.tables.sideStories = document.tables.sideStories;
     content.tables.drawings = document.tables.drawings;
+    content.tables.background = document.tables.background;
     content.tables.shapePictures = document.tables.shapePictures;
     content.tables.shapeTexts = document.tables.shapeTexts;
     content.tables.shapes = document.tables.shapes;

@@ -86,6 +86,50 @@ TEST_F(SideTextWriter, NotesComeBackAtTheirPlaces) {
     EXPECT_TRUE(document.unread.remarks.empty());
 }
 
+TEST_F(SideTextWriter, BookmarksOfNotesCommentsAndHeadersComeBackInTheirTexts) {
+    addNote(u"one", AnchorKind::footnote, u"first");
+    addComment(u"two", u"second", u"王");
+    addHeader(u"head");
+    const auto mark = [](std::shared_ptr<const Story>& text, const Bookmark& bookmark) {
+        Story marked = *text;
+        marked.bookmarks.push_back(bookmark);
+        text = std::make_shared<const Story>(std::move(marked));
+    };
+    mark(builder.content.tables.sideStories[0].text, {u"在脚注", 1, 4, 2});
+    mark(builder.content.tables.sideStories[1].text, {u"在批注", 3, 3, 0});
+    mark(builder.content.headers[0][1][0].fragment, {u"在页眉", 0, 5, 0});
+    builder.content.bookmarks = {{u"在正文", 0, 2, 0}};
+    writer.saveAs(path, builder.content);
+    writer.save(builder.content);
+
+    const DocumentContent document = read();
+
+    EXPECT_EQ(document.bookmarks, builder.content.bookmarks);
+    const auto& notes = document.tables.sideStories;
+    EXPECT_EQ(notes.at(0).text->bookmarks, (std::vector<Bookmark>{{u"在脚注", 1, 4, 2}}));
+    EXPECT_EQ(notes.at(1).text->bookmarks, (std::vector<Bookmark>{{u"在批注", 3, 3, 0}}));
+    EXPECT_EQ(joined(document.headers.at(0)[1])->bookmarks,
+              (std::vector<Bookmark>{{u"在页眉", 0, 5, 0}}));
+    EXPECT_TRUE(document.unread.remarks.empty());
+}
+
+TEST_F(SideTextWriter, ABookmarkOfAHeaderThatStandsTwiceStandsOnce) {
+    addHeader(u"head");
+    Story header = *builder.content.headers[0][1][0].fragment;
+    header.bookmarks = {{u"head", 0, 4, 0}};
+    builder.content.headers[0][1] = slicesOf(header);
+    builder.add({plain(u"a\f")});
+    builder.content.sections = {{2, {}}, {1, {}}};
+    builder.content.headers.push_back(builder.content.headers[0]);
+    writer.saveAs(path, builder.content);
+
+    const DocumentContent document = read();
+
+    EXPECT_EQ(joined(document.headers.at(0)[1])->bookmarks.size(), 1U);
+    EXPECT_EQ(joined(document.headers.at(1)[1])->text, u"head\r");
+    EXPECT_TRUE(joined(document.headers.at(1)[1])->bookmarks.empty());
+}
+
 TEST_F(SideTextWriter, ANoteMayBearAMarkOfTheUsersOwn) {
     builder.content.tables.sideStories.push_back(
         {builder.fragment({plain(u"* text\r")}), false, {}, {}});

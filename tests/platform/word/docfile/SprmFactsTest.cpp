@@ -56,8 +56,8 @@ const std::map<SprmOpcode, Reference> references{
     {0xD227, {SprmTarget::author, 2}},         {0xD243, {SprmTarget::author, 2}},
     {0xD667, {SprmTarget::author, 2}},         {0xC63E, {SprmTarget::font, 7}},
     {0xD202, {SprmTarget::levelFonts, 0}},     {0xC601, {SprmTarget::elsewhere, 0}},
-    {0x6645, {SprmTarget::dataStream, 0}},     {0x6646, {SprmTarget::dataStream, 0}},
-    {0x646B, {SprmTarget::dataStream, 0}}};
+    {0x6465, {SprmTarget::elsewhere, 0}},      {0x6645, {SprmTarget::dataStream, 0}},
+    {0x6646, {SprmTarget::dataStream, 0}},     {0x646B, {SprmTarget::dataStream, 0}}};
 
 // Calls `visit` with every opcode that a file can hold.
 template <class Visit>

@@ -28,6 +28,43 @@ const char16_t* reasonOf(FormatError::Kind kind) {
     return u"文档的基本结构已损坏";
 }
 
+// Every property set of the stream, and every value in it, begins where there is room for one.
+bool pointsInside(ByteView stream) {
+    constexpr std::size_t setsAt = 24;
+    LittleEndianReader reader(stream, "PropertySetStream");
+    reader.seek(setsAt);
+    for (std::uint32_t left = reader.u32(); left > 0; --left) {
+        reader.skip(16);
+        LittleEndianReader set(stream, "PropertySet");
+        set.seek(reader.u32());
+        const std::size_t size = set.u32();
+        const ByteView values = set.view(size - 4);
+        LittleEndianReader places(values, "PropertySet");
+        for (std::uint32_t count = places.u32(); count > 0; --count) {
+            places.skip(4);
+            if (places.u32() + std::size_t{4} > size) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+void checkInformation(const CompoundFile& compound, Findings& findings) {
+    for (const char16_t* name :
+         {u"\u0005SummaryInformation", u"\u0005DocumentSummaryInformation"}) {
+        bool sound = true;
+        try {
+            sound = !compound.has(name) || pointsInside(compound.stream(name));
+        } catch (const FormatError&) {
+            sound = false;
+        }
+        if (!sound) {
+            findings.add("information.form", u"文档属性的结构已损坏");
+        }
+    }
+}
+
 // Answers whether there is a document to look at.
 bool openDocument(ByteView file, Evidence& evidence, Findings& findings) {
     try {
@@ -38,6 +75,7 @@ bool openDocument(ByteView file, Evidence& evidence, Findings& findings) {
         if (compound.has(u"Data")) {
             evidence.data = compound.stream(u"Data");
         }
+        checkInformation(compound, findings);
         constexpr std::u16string_view pool = u"ObjectPool/";
         for (const CompoundFile::Entry& entry : compound.entries()) {
             if (entry.storage && entry.path.starts_with(pool)) {

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,24 +33,27 @@ enum class HeaderKind : std::uint8_t {
 // in a paragraph mark.
 using HeaderSet = std::array<SlicedText, 6>;
 
-// A stretch of the main story that keeps its place in the text: a bookmark, or what a comment
-// speaks of, which has no name.
-struct Bookmark {
-    std::u16string name;
-    Cp start = 0; // in the main story
-    Cp end = 0;
-    std::uint16_t flags = 0;                             // BKC
-    std::optional<std::uint32_t> comment = std::nullopt; // DocumentTables::sideStories
-};
-
 // The text of a document in terms of its tables. Notes, comments and the texts of shapes are
 // named by anchors and stand in the tables' pools.
 struct DocumentBody {
     SlicedText main; // ends in a paragraph mark
     // At least one; their lengths add up to that of `main`.
     std::vector<SectionRun> sections;
-    std::vector<HeaderSet> headers; // by section
-    std::vector<Bookmark> bookmarks;
+    std::vector<HeaderSet> headers;  // by section
+    std::vector<Bookmark> bookmarks; // of the main story
+};
+
+// What programs show of a document without opening it, and what its fields may ask for. A new
+// document has none.
+inline constexpr std::size_t associatedTextCount = 18; // in SttbfAssoc
+struct DocumentInformation {
+    // As they came, sound property sets ([MS-OLEPS] 2.21): title, author, key words; company,
+    // category, what users add.
+    Bytes summary;
+    Bytes documentSummary;
+    // Title, author and the like once more, by their places in SttbfAssoc ([MS-DOC] 2.9.272): none
+    // or all of them.
+    std::vector<std::u16string> associated;
 };
 
 // What a file holds and the document read from it does not.
@@ -57,6 +61,9 @@ struct UnreadContents {
     std::array<int, anchorKinds> sideStories{}; // by AnchorKind
     int textBoxes = 0;                          // over the main story
     bool macros = false;
+    bool toolbars = false;    // or key bindings
+    int smartTags = 0;        // marks of words; the words are read
+    bool information = false; // that is damaged
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.
     Remarks remarks;
 };
@@ -71,7 +78,13 @@ struct DocumentContent : DocumentBody {
     // without text is the usual line, or nothing for a notice. Each ends in a paragraph mark.
     std::array<SlicedText, 6> separators;
     Bytes settings; // the Dop
+    DocumentInformation information;
     UnreadContents unread;
 };
+
+// Visits each text that stands aside of the main story: headers, separators, notes and comments,
+// texts of shapes.
+void forEachTextAside(const DocumentContent& content,
+                      const std::function<void(const Story& text)>& visit);
 
 } // namespace qvnd::word

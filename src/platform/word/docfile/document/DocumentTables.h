@@ -121,6 +121,7 @@ struct DocumentTables {
     std::vector<PropertyListId> bulletPictures;
     std::vector<SideStory> sideStories;  // named by anchors
     std::vector<Drawing> drawings;       // named by anchors
+    std::optional<Drawing> background;   // the shape that fills the pages; it has no place
     std::vector<DataBlob> shapePictures; // entries of a store, the picture within: encodeBlip()
     std::vector<ShapeText> shapeTexts;
     std::uint32_t shapes = 0; // in all drawings

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,17 @@ struct Anchor {
     bool operator==(const Anchor&) const = default;
 };
 
+// A stretch of a story that keeps its place in the text: a bookmark, or what a comment speaks of,
+// which has no name.
+struct Bookmark {
+    std::u16string name;
+    Cp start = 0;
+    Cp end = 0;
+    std::uint16_t flags = 0;                             // BKC
+    std::optional<std::uint32_t> comment = std::nullopt; // DocumentTables::sideStories
+    bool operator==(const Bookmark&) const = default;
+};
+
 // Appends those of a fragment's marks, fields or anchors, that lie in [begin, begin + length), as
 // they stand when that part of the fragment starts at `at`.
 template <class Mark>
@@ -74,6 +86,9 @@ struct Story {
     std::vector<ParagraphRun> paragraphs;
     std::vector<FieldMark> fields;
     std::vector<Anchor> anchors;
+    // Those of a text that stands aside: a header, a note, the text of a shape. The bookmarks of a
+    // main story are its document's, which is edited.
+    std::vector<Bookmark> bookmarks{};
 
     Cp size() const { return static_cast<Cp>(text.size()); }
     bool operator==(const Story&) const = default;

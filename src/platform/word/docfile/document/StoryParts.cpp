@@ -44,6 +44,20 @@ std::vector<Run> runsOf(const std::vector<Run>& runs, Cp begin, Cp end) {
 
 bool isEnded(const Story& story, Cp runEnd) { return endsParagraph(story.text[runEnd - 1]); }
 
+// Those that have something of the part, or stand in it as points; what reaches beyond is cut.
+void appendBookmarks(std::vector<Bookmark>& bookmarks, const std::vector<Bookmark>& ofFragment,
+                     Cp begin, Cp length, Cp at) {
+    for (const Bookmark& bookmark : ofFragment) {
+        const Cp from = std::max(bookmark.start, begin);
+        const Cp to = std::min(bookmark.end, begin + length);
+        if (from < to || (from == to && bookmark.start == bookmark.end)) {
+            bookmarks.push_back(bookmark);
+            bookmarks.back().start = from - begin + at;
+            bookmarks.back().end = to - begin + at;
+        }
+    }
+}
+
 } // namespace
 
 bool endsParagraph(char16_t character) {
@@ -57,6 +71,7 @@ Story partOf(const Story& story, Cp begin, Cp length) {
     part.paragraphs = runsOf(story.paragraphs, begin, begin + length);
     appendMarks(part.fields, story.fields, begin, length, 0);
     appendMarks(part.anchors, story.anchors, begin, length, 0);
+    appendBookmarks(part.bookmarks, story.bookmarks, begin, length, 0);
     return part;
 }
 
@@ -75,6 +90,7 @@ void appendStory(Story& target, const Story& part) {
                              part.characters.end());
     appendMarks(target.fields, part.fields, 0, part.size(), offset);
     appendMarks(target.anchors, part.anchors, 0, part.size(), offset);
+    appendBookmarks(target.bookmarks, part.bookmarks, 0, part.size(), offset);
     target.text += part.text;
 }
 

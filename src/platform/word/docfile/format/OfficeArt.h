@@ -45,6 +45,9 @@ inline constexpr std::size_t fbseCountAt = 24; // cRef
 inline constexpr std::size_t fbseDelayAt = 28; // foDelay, an offset in the WordDocument stream
 inline constexpr std::size_t fbseNameAt = 33;  // cbName
 
+// A store counts its pictures with the 12 bits of its record's instance.
+inline constexpr std::size_t mostPictures = 0x0FFF;
+
 // Flags of a shape (OfficeArtFSP, [MS-ODRAW] 2.2.40).
 inline constexpr std::uint32_t shapeIsGroup = 0x001;
 inline constexpr std::uint32_t shapeIsPatriarch = 0x004; // the group of a whole drawing

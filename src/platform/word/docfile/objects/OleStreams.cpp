@@ -88,7 +88,82 @@ Bytes propertySet(const ClassId& format, const std::vector<Property>& properties
     return bytes;
 }
 
+bool has(const LittleEndianReader& reader, std::uint64_t bytes) {
+    return bytes <= reader.remaining();
+}
+
+// Whether what the value says of its own length is there; a value without a length has nothing to
+// say. The dictionary has identifier 0 and no type.
+bool isValue(std::uint32_t id, LittleEndianReader value) {
+    constexpr std::uint32_t vtLpwstr = 31;
+    constexpr std::uint32_t vtBlob = 65;
+    constexpr std::uint32_t vtClipboard = 71;
+    constexpr std::uint32_t vtVector = 0x1000;
+    constexpr std::uint64_t leastEntry = 8; // of a dictionary
+    if (!has(value, 4)) {
+        return false;
+    }
+    const std::uint32_t type = value.u32();
+    if (id == 0) {
+        return has(value, leastEntry * type);
+    }
+    const bool bytes = type == vtLpstr || type == vtBlob || type == vtClipboard;
+    if (!bytes && type != vtLpwstr && (type & vtVector) == 0) {
+        return true;
+    }
+    if (!has(value, 4)) {
+        return false;
+    }
+    const std::uint64_t count = value.u32();
+    return has(value, type == vtLpwstr ? 2 * count : count);
+}
+
+// [MS-OLEPS] 2.20.
+bool isPropertySet(ByteView bytes) {
+    constexpr std::size_t headSize = 8;
+    LittleEndianReader head(bytes, "PropertySet");
+    if (!has(head, headSize)) {
+        return false;
+    }
+    const std::uint32_t size = head.u32();
+    const std::uint32_t count = head.u32();
+    if (size < headSize || size > bytes.size() || count > (size - headSize) / 8) {
+        return false;
+    }
+    const ByteView set = bytes.first(size);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const std::uint32_t id = head.u32();
+        const std::uint32_t at = head.u32();
+        if (at > size || !isValue(id, LittleEndianReader(set.subspan(at), "TypedPropertyValue"))) {
+            return false;
+        }
+    }
+    return true;
+}
+
 } // namespace
+
+bool isPropertySetStream(ByteView stream) {
+    constexpr std::size_t headSize = 28;
+    constexpr std::size_t placeSize = 20; // FMTID, offset
+    LittleEndianReader reader(stream, "PropertySetStream");
+    if (!has(reader, headSize) || reader.u16() != 0xFFFE) {
+        return false;
+    }
+    reader.skip(headSize - 2 - 4);
+    const std::uint32_t sets = reader.u32();
+    if (sets < 1 || sets > 2 || !has(reader, sets * placeSize)) {
+        return false;
+    }
+    for (std::uint32_t i = 0; i < sets; ++i) {
+        reader.skip(placeSize - 4);
+        const std::uint32_t at = reader.u32();
+        if (at > stream.size() || !isPropertySet(stream.subspan(at))) {
+            return false;
+        }
+    }
+    return true;
+}
 
 Bytes encodeCompObj() {
     LittleEndianWriter out;

@@ -28,4 +28,8 @@ Bytes encodeCompObj();
 Bytes encodeSummary(const DocumentProperties& properties);
 Bytes encodeDocumentSummary();
 
+// Whether all property sets of the stream lie in it, and all values of a set in that set, so that
+// it may be written into another file as it is ([MS-OLEPS] 2.21).
+bool isPropertySetStream(ByteView stream);
+
 } // namespace qvnd::word

@@ -40,7 +40,16 @@ public:
         copyFileBlock(header, reader.view(header.length), 0);
     }
 
+    // The shape behind the pages: it is in use, and has neither an anchor nor a text.
+    void copyBackground(ByteView record) {
+        LittleEndianReader reader(record, "OfficeArtSpContainer");
+        const art::RecordHeader header = art::readHeader(reader);
+        wanted_ = art::shapeIsBackground;
+        copyShape(header, reader.view(header.length), false);
+    }
+
     Bytes take() { return out_.take(); }
+    bool fills = true; // whether the shape that was copied last is filled
     std::vector<ShapeReference> references;
     int damagedMembers = 0;
     int withoutDefaults = 0; // shapes that there was no room to write the defaults into
@@ -150,12 +159,12 @@ private:
         }
     }
 
-    static void requireInUse(ByteView shape) {
+    void requireInUse(ByteView shape) const {
         constexpr std::uint32_t noShape =
             art::shapeIsPatriarch | art::shapeIsDeleted | art::shapeIsBackground;
         LittleEndianReader reader(shape, "OfficeArtFSP");
         reader.skip(4);
-        require(shape.size() == fspSize && (reader.u32() & noShape) == 0);
+        require(shape.size() == fspSize && (reader.u32() & noShape) == wanted_);
     }
 
     void copyRecord(const art::RecordHeader& header, ByteView bytes, bool outermost) {
@@ -196,6 +205,9 @@ private:
         if (header.type == art::fopt && defaults_.count() > 0) {
             inherit(properties);
         }
+        if (header.type == art::fopt) {
+            fills = isFilled(properties.value(art::fillFlags).value_or(0));
+        }
         const std::size_t start = out_.position() + art::headerSize;
         for (const art::ShapeProperties::Entry& entry : properties.entries()) {
             noteProperty(entry, start);
@@ -203,6 +215,13 @@ private:
         const Bytes encoded = properties.encode();
         noteRelations(properties, encoded, start);
         art::writeRecord(out_, header.version, properties.count(), header.type, encoded);
+    }
+
+    // A shape is filled unless it says otherwise: in one bit, that it says so in another.
+    static bool isFilled(std::uint32_t flags) {
+        constexpr std::uint32_t filled = 0x00000010;
+        constexpr std::uint32_t saysSo = 0x00100000;
+        return (flags & saysSo) == 0 || (flags & filled) != 0;
     }
 
     // Defaults are few; a damaged file may have thousands, for thousands of shapes.
@@ -256,6 +275,7 @@ private:
     const art::ShapeProperties& defaults_;
     const UnnamedText& unnamedText_;
     CopyBudget& inherited_;
+    std::uint32_t wanted_ = 0; // of the flags that a shape in a group or at an anchor has not
     LittleEndianWriter out_;
 };
 
@@ -316,6 +336,29 @@ std::optional<Drawing> CarriedDrawings::copied(ByteView record, const Texts& tex
     damagedMembers_ += copy.damagedMembers;
     withoutDefaults_ += copy.withoutDefaults;
     return Drawing{{}, copy.take(), std::move(copy.references)};
+}
+
+std::optional<Drawing> CarriedDrawings::background() {
+    const Texts none{[](std::uint16_t) { return std::optional<std::uint32_t>(); },
+                     [](std::uint32_t) { return std::uint16_t{0}; }};
+    const ByteView record = drawings_.background();
+    if (record.empty()) {
+        return std::nullopt;
+    }
+    const RecordCopy::UnnamedText noText = [](std::uint32_t) { return std::uint32_t{0}; };
+    RecordCopy copy(drawings_.defaults(), noText, inherited_);
+    try {
+        copy.copyBackground(record);
+    } catch (const FormatError&) {
+        damagedBackground_ = true;
+        return std::nullopt;
+    }
+    if (!copy.fills) {
+        return std::nullopt;
+    }
+    Drawing drawing{{}, copy.take(), std::move(copy.references)};
+    resolve(DrawingOf::main, drawing, none);
+    return drawing;
 }
 
 std::uint32_t CarriedDrawings::unnamedText(std::uint32_t id, const Texts& texts) const {
@@ -392,7 +435,9 @@ std::optional<std::uint32_t> CarriedDrawings::pictureOf(std::uint32_t number) {
     const auto [known, isNew] = pictures_.try_emplace(number);
     if (isNew) {
         Bytes entry = drawings_.picture(number);
-        if (!entry.empty() && budget_.take(entry.size())) {
+        const bool isOneTooMany = tables_.shapePictures.size() >= art::mostPictures;
+        picturesWithoutRoom_ += isOneTooMany && !entry.empty() ? 1 : 0;
+        if (!entry.empty() && !isOneTooMany && budget_.take(entry.size())) {
             known->second = static_cast<std::uint32_t>(tables_.shapePictures.size());
             tables_.shapePictures.push_back(std::make_shared<const Bytes>(std::move(entry)));
         }

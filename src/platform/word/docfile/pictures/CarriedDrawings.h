@@ -34,8 +34,15 @@ public:
     // plain one that shows its text or its picture. Nothing when it has neither.
     std::optional<std::uint32_t> add(DrawingOf part, ByteView spa, const Texts& texts);
 
+    // The shape that fills the pages, without a place; nothing when it fills nothing.
+    std::optional<Drawing> background();
+    // Whether there is one that is damaged.
+    bool damagedBackground() const { return damagedBackground_; }
+
     // How many members of groups were left out, because they are damaged.
     int damagedMembers() const { return damagedMembers_; }
+    // How many pictures were left out, because a document holds no more.
+    int picturesWithoutRoom() const { return picturesWithoutRoom_; }
     // How many shapes do without the defaults of the file's drawings, because those are more than
     // a shape or the memory has room for.
     int withoutDefaults() const { return withoutDefaults_; }
@@ -61,7 +68,9 @@ private:
     std::array<std::unordered_map<std::uint32_t, std::uint32_t>, 2> shapes_;
     std::array<std::unordered_set<std::uint32_t>, 2> anchored_;
     std::unordered_set<std::uint32_t> present_; // shapes that are part of a drawing
+    bool damagedBackground_ = false;
     int damagedMembers_ = 0;
+    int picturesWithoutRoom_ = 0;
     int withoutDefaults_ = 0;
     CopyBudget budget_;                          // of pictures
     CopyBudget inherited_{std::size_t{2} << 20}; // of defaults that are written into shapes

@@ -176,6 +176,9 @@ void Drawings::readShared(ByteView records) {
 void Drawings::readDrawing(DrawingOf part, ByteView records) {
     auto& anchored = anchored_[static_cast<std::size_t>(part)];
     forEachRecord(records, [&](const art::RecordHeader& header, ByteView content) {
+        if (header.type == art::spContainer && part == DrawingOf::main) {
+            background_ = wholeView(content);
+        }
         if (header.type != art::spgrContainer) {
             return;
         }

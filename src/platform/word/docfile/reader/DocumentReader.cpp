@@ -9,6 +9,7 @@
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/pictures/CarriedDrawings.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
+#include "platform/word/docfile/reader/DocumentInformation.h"
 #include "platform/word/docfile/reader/FormattedText.h"
 #include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/styles/ListTables.h"
@@ -24,6 +25,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -35,10 +37,6 @@ void remarkOn(Remarks& remarks, int count, std::u16string_view what) {
     if (count > 0) {
         remarks.push_back(u"有 " + digits(count) + std::u16string(what));
     }
-}
-
-bool isMacroStorage(const CompoundFile::Entry& entry) {
-    return entry.storage && (entry.path == u"Macros" || entry.path == u"_VBA_PROJECT_CUR");
 }
 
 // Reads one document; the steps stand in read().
@@ -57,6 +55,7 @@ public:
         text_ = readFormattedText(document_, pieces, sectionEnds(), expansion, lists(),
                                   data_.unread.remarks);
         readMain(mainLength(pieces));
+        readBookmarks();
         readDrawings(Drawings(document_.part(FibPair::DggInfo), document_.wordDocument));
         readHeaders();
         readRest();
@@ -131,6 +130,7 @@ private:
         MatchedFields matched = matchFields(fields, result.text);
         damagedFields_ += matched.damage;
         result.fields = std::move(matched.marks);
+        result.bookmarks = takeBookmarks(start, length);
         strayFields_ += static_cast<int>(matched.strays.size());
         blankOut(result, matched.strays, lists());
         const std::vector<Cp> lost = picturesWithoutData(result, lists());
@@ -246,13 +246,39 @@ private:
         return set;
     }
 
-    void readRest() {
-        data_.bookmarks =
+    // Those of other texts wait for the text that they stand in.
+    void readBookmarks() {
+        std::vector<Bookmark> all =
             decodeBookmarks({document_.part(FibPair::SttbfBkmk), document_.part(FibPair::PlcfBkf),
                              document_.part(FibPair::PlcfBkl)},
-                            main_.size(), data_.unread.remarks);
+                            main_.size(), text_.size(), data_.unread.remarks);
+        for (Bookmark& bookmark : all) {
+            if (bookmark.end <= main_.size()) {
+                data_.bookmarks.push_back(std::move(bookmark));
+            } else {
+                aside_.emplace(bookmark.start, std::move(bookmark));
+            }
+        }
+    }
+
+    // What begins in that stretch of text ends in it.
+    std::vector<Bookmark> takeBookmarks(Cp start, Cp length) {
+        std::vector<Bookmark> taken;
+        const auto first = aside_.lower_bound(start);
+        const auto last = aside_.lower_bound(start + length);
+        for (auto place = first; place != last; ++place) {
+            Bookmark& bookmark = taken.emplace_back(std::move(place->second));
+            bookmark.start -= start;
+            bookmark.end = std::min(bookmark.end - start, length);
+        }
+        aside_.erase(first, last);
+        return taken;
+    }
+
+    void readRest() {
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
+        data_.information = takeInformation(document_);
     }
 
     void readSideStories() {
@@ -322,8 +348,14 @@ private:
                                  static_cast<int>(data_.tables.shapeTexts.size());
         headerAnchors_ = readDrawingsOf(TextPart::headers, TextPart::headerTextBoxes,
                                         FibPair::PlcfTxbxHdrBkd, DrawingOf::headers, carried);
+        data_.tables.background = carried.background();
+        if (carried.damagedBackground()) {
+            data_.unread.remarks.emplace_back(u"页面背景已损坏，未能读出。");
+        }
         remarkOn(data_.unread.remarks, carried.damagedMembers(),
                  u" 个组合图形中的图形已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, carried.picturesWithoutRoom(),
+                 u" 张图形的图片未能读出，一个文档最多 4095 张。");
         remarkOn(data_.unread.remarks, carried.withoutDefaults(),
                  u" 个图形的默认格式过于繁复，未能读出。");
     }
@@ -408,13 +440,14 @@ private:
             data_.unread.sideStories[static_cast<std::size_t>(row.kind)] =
                 static_cast<int>(there.count()) - static_cast<int>(read);
         }
-        data_.unread.macros =
-            std::any_of(document_.storages.begin(), document_.storages.end(), isMacroStorage);
+        noteWhatIsNotRead(document_, data_.unread);
     }
 
     void remarkOnStories() {
         remarkOn(data_.unread.remarks, damagedSections_, u" 节的页面设置已损坏，改用默认设置。");
         remarkOn(data_.unread.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, static_cast<int>(aside_.size()),
+                 u" 个书签不在任何文字中，未读入。");
         remarkOn(data_.unread.remarks, damagedFields_,
                  u" 处域标记与文件的记录不符，已按文字修复。");
         remarkOn(data_.unread.remarks, strayFields_, u" 个不成对的域标记已去掉。");
@@ -428,6 +461,7 @@ private:
     OpenedDocument document_;
     DocumentContent data_;
     Story main_;
+    std::multimap<Cp, Bookmark> aside_; // bookmarks behind the main story, by their starts
     std::vector<SectionPlace> places_;
     FormattedText text_;
     std::vector<Anchor> headerAnchors_; // of drawings, in the part of the headers

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/reader/OpenedDocument.h"
 
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/objects/OleStreams.h"
 
 #include <algorithm>
 #include <array>
@@ -61,6 +62,15 @@ Bytes tableStream(const CompoundFile& file, const Fib& fib, Remarks& remarks) {
     return file.stream(other);
 }
 
+// A stream of properties; empty when there is none, and when it is damaged.
+Bytes propertiesOf(const CompoundFile& file, const char16_t* name, bool& damaged) {
+    Remarks told;
+    Bytes stream = optionalStream(file, name, told);
+    const bool sound = stream.empty() ? told.empty() : isPropertySetStream(stream);
+    damaged = damaged || !sound;
+    return sound ? std::move(stream) : Bytes();
+}
+
 OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
     if (!file.has(mainStream)) {
         const bool package = file.has(encryptedPackage);
@@ -72,6 +82,8 @@ OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
     document.fib = readFib(document.wordDocument);
     document.table = tableStream(file, document.fib, remarks);
     document.data = optionalStream(file, dataStream, remarks);
+    document.summary = propertiesOf(file, summaryName, document.damagedInformation);
+    document.documentSummary = propertiesOf(file, documentSummaryName, document.damagedInformation);
     const auto& entries = file.entries();
     std::copy_if(entries.begin(), entries.end(), std::back_inserter(document.storages),
                  isOuterStorage);

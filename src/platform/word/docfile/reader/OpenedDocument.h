@@ -14,7 +14,12 @@ struct OpenedDocument {
     Fib fib;
     Bytes wordDocument;
     Bytes table;
-    Bytes data;                                // the Data stream; empty when there is none
+    Bytes data; // the Data stream; empty when there is none
+    // What programs show of the document without opening it; empty when there is none, and when it
+    // is damaged.
+    Bytes summary;
+    Bytes documentSummary;
+    bool damagedInformation = false;
     std::vector<CompoundFile::Entry> storages; // those of the first two levels
     EmbeddedObjects objects;
 

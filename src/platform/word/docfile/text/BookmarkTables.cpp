@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <numeric>
 #include <string_view>
+#include <unordered_map>
 
 namespace qvnd::word {
 
@@ -21,7 +22,7 @@ Cp cpAt(ByteView plc, std::size_t index) {
 }
 
 // Whether the bookmark comes in. One whose end is lost stands at its start.
-bool comesIn(Bookmark& bookmark, bool hasEnd, Cp mainLength, Remarks& remarks) {
+bool comesIn(Bookmark& bookmark, bool hasEnd, Cp mainLength, Cp textLength, Remarks& remarks) {
     const auto tell = [&](std::u16string_view what) {
         remarks.push_back(u"书签“" + bookmark.name + u"”" + std::u16string(what));
     };
@@ -29,12 +30,16 @@ bool comesIn(Bookmark& bookmark, bool hasEnd, Cp mainLength, Remarks& remarks) {
         tell(u"没有名称，未读入");
         return false;
     }
-    if (hasEnd && bookmark.start <= bookmark.end && bookmark.end <= mainLength) {
+    const bool rises = hasEnd && bookmark.start <= bookmark.end;
+    if (rises && bookmark.end <= mainLength) {
         return true;
     }
-    if (bookmark.start >= mainLength) {
-        tell(u"不在正文中，未读入");
+    if (bookmark.start >= std::max(mainLength, textLength)) {
+        tell(u"不在任何文字中，未读入");
         return false;
+    }
+    if (rises && bookmark.start >= mainLength && bookmark.end <= textLength) {
+        return true;
     }
     tell(u"的结束位置已损坏，只保留了起点");
     bookmark.end = bookmark.start;
@@ -95,7 +100,7 @@ Bytes encodeEnds(std::span<const Bookmark> bookmarks, const std::vector<std::siz
 } // namespace
 
 std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainLength,
-                                      Remarks& remarks) {
+                                      Cp textLength, Remarks& remarks) {
     const Sttb names = decodeSttb(tables.names).table;
     const std::size_t starts =
         tables.starts.size() < cpSize ? 0 : (tables.starts.size() - cpSize) / (cpSize + fbkfSize);
@@ -110,7 +115,7 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
         const bool hasEnd = endPlace < ends;
         bookmark.end = hasEnd ? cpAt(tables.ends, endPlace) : 0;
         bookmark.name.resize(std::min(bookmark.name.size(), longestName));
-        if (comesIn(bookmark, hasEnd, mainLength, remarks)) {
+        if (comesIn(bookmark, hasEnd, mainLength, textLength, remarks)) {
             bookmarks.push_back(std::move(bookmark));
         }
     }
@@ -121,6 +126,28 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
         remarks.push_back(u"有 " + digits(gone) + u" 个书签未读入，一个文档最多 16380 个书签");
     }
     return bookmarks;
+}
+
+std::vector<Bookmark> bookmarksAside(const SlicedText& text, Cp at) {
+    std::vector<Bookmark> all;
+    std::unordered_map<std::u16string_view, std::size_t> places; // by name
+    for (const StorySlice& slice : text) {
+        const Cp sliceEnd = slice.begin + slice.length;
+        for (const Bookmark& bookmark : slice.fragment->bookmarks) {
+            const Cp from = std::max(bookmark.start, slice.begin);
+            const Cp to = std::min(bookmark.end, sliceEnd);
+            if (from > to || (from == to && bookmark.start != bookmark.end)) {
+                continue;
+            }
+            const auto [known, isNew] = places.try_emplace(bookmark.name, all.size());
+            if (isNew) {
+                all.push_back({bookmark.name, from - slice.begin + at, 0, bookmark.flags});
+            }
+            all[known->second].end = to - slice.begin + at;
+        }
+        at += slice.length;
+    }
+    return all;
 }
 
 bool isHidden(const Bookmark& bookmark) { return bookmark.name.starts_with(u'_'); }

@@ -33,11 +33,16 @@ bool isHidden(const Bookmark& bookmark);
 int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room,
                       const std::function<bool(const Bookmark&)>& goesFirst);
 
-// The bookmarks that lie within the first `mainLength` characters, the main story. Others, and
-// those whose end is missing or lies before their start, are left out and named in `remarks`; so
-// are those beyond mostBookmarks, in number.
+// The bookmarks that lie within the first `mainLength` characters, the main story, or behind it
+// within the first `textLength`, in the other parts. One whose end is missing, lies before its
+// start or in another part stands at its start; it is named in `remarks`, as are those that lie
+// nowhere. Those beyond mostBookmarks are left out and counted there.
 std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainLength,
-                                      Remarks& remarks);
+                                      Cp textLength, Remarks& remarks);
+
+// The bookmarks of texts aside by their positions in all text, when the slices begin at `at`. What
+// of a bookmark stands in several slices is one again.
+std::vector<Bookmark> bookmarksAside(const SlicedText& text, Cp at);
 
 // `end` is the position that closes both tables: the length of all stories and at least every end
 // of a bookmark. All three are empty when there is no bookmark.

@@ -22,10 +22,16 @@ namespace qvnd::word {
 
 namespace {
 
-// Title, author and other words of a document (SttbfAssoc), all empty.
-constexpr std::size_t associatedTexts = 18;
 // Further saves are not counted.
 constexpr int mostCountedSaves = 15;
+
+Bytes encodeAssociated(const DocumentInformation& information) {
+    Sttb table{std::vector<Sttb::Entry>(associatedTextCount), 0};
+    for (std::size_t i = 0; i < information.associated.size(); ++i) {
+        table.entries[i].text = information.associated[i];
+    }
+    return encodeSttb(table);
+}
 
 // The last section holds `added` characters more.
 std::set<Cp> endsOf(const std::vector<SectionRun>& sections, Cp added) {
@@ -103,11 +109,18 @@ void DocumentSession::write(const DocumentContent& content) {
     table_.finish();
     writeFib(parts);
     if (!started_) {
-        store_.append(store_.addStream(compObjName), encodeCompObj());
-        store_.append(store_.addStream(summaryName), encodeSummary({}));
-        store_.append(store_.addStream(documentSummaryName), encodeDocumentSummary());
+        writeInformation(content.information);
     }
     started_ = true;
+}
+
+void DocumentSession::writeInformation(const DocumentInformation& information) {
+    const auto write = [&](const char16_t* name, const Bytes& kept, const Bytes& plain) {
+        store_.append(store_.addStream(name), kept.empty() ? plain : kept);
+    };
+    write(compObjName, {}, encodeCompObj());
+    write(summaryName, information.summary, encodeSummary({}));
+    write(documentSummaryName, information.documentSummary, encodeDocumentSummary());
 }
 
 void DocumentSession::writeText(const DocumentContent& content, const Parts& parts,
@@ -168,7 +181,7 @@ void DocumentSession::writeTables(const DocumentContent& content) {
     table_.put(FibPair::SttbListNames, listDefinitions_.encodeNames(tables.listDefinitions));
     table_.put(FibPair::SttbfRMark, encodeRevisionAuthors(tables.authors));
     table_.put(FibPair::Dop, dopOfWord2003(content.settings));
-    table_.put(FibPair::SttbfAssoc, encodeSttb({std::vector<Sttb::Entry>(associatedTexts), 0}));
+    table_.put(FibPair::SttbfAssoc, encodeAssociated(content.information));
 }
 
 std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const Parts& parts) {
@@ -207,6 +220,8 @@ void DocumentSession::writeBookmarks(const DocumentContent& content, const Parts
         bookmark.end = parts.placed(bookmark.end);
         limit = std::max(limit, bookmark.end);
     }
+    const std::vector<Bookmark> aside = bookmarksAside(parts.side, parts.lengths.text);
+    all.insert(all.end(), aside.begin(), aside.end());
     if (parts.bullets != 0) {
         all.push_back(bulletPicturesMark(parts.lengths.text, parts.bullets));
     }

@@ -65,6 +65,7 @@ private:
     void writeDrawings(const DocumentContent& content, const Parts& parts);
     void writeSections(const DocumentContent& content, const Parts& parts,
                        FileProperties& properties);
+    void writeInformation(const DocumentInformation& information);
     void writeFib(const Parts& parts);
     std::vector<Piece> pieces(const DocumentContent& content, const Parts& parts);
 

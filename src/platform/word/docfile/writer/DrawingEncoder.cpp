@@ -36,8 +36,8 @@ Bytes patriarch(std::uint32_t id) {
     return record(art::container, 0, art::spContainer, content.data());
 }
 
-// The page's own background: nothing.
-Bytes background(std::uint32_t id) {
+// A background of the pages that shows nothing.
+Bytes plainBackground(std::uint32_t id) {
     constexpr std::uint16_t blackAndWhiteMode = 0x0304;
     constexpr std::uint16_t shapeFlags = 0x033F;
     constexpr unsigned rectangle = 1;
@@ -115,7 +115,8 @@ DrawingEncoder::Encoded DrawingEncoder::encode(const DrawingPart& main, Cp mainE
                                                const DrawingPart& headers, Cp headersEnd,
                                                const DocumentTables& tables,
                                                const DrawingStores& stores) {
-    const bool any = !main.places.empty() || !headers.places.empty();
+    const bool any =
+        !main.places.empty() || !headers.places.empty() || tables.background.has_value();
     if (!any || !goesOn(main_, main, tables) || !goesOn(headers_, headers, tables)) {
         *this = {};
     }
@@ -130,10 +131,11 @@ DrawingEncoder::Encoded DrawingEncoder::encode(const DrawingPart& main, Cp mainE
     const Call call{tables, stores};
     LittleEndianWriter back;
     back.bytes(begin(main_));
-    background_ = background_ == 0 ? newId(main_) : background_;
+    if (background_.empty()) {
+        background_ = background(call);
+    }
     back.bytes(add(main_, main, call));
-    const Bytes page = background(background_);
-    back.bytes(page);
+    back.bytes(background_);
     if (!headers.places.empty()) {
         headerRecords_.bytes(begin(headers_));
         headerRecords_.bytes(add(headers_, headers, call));
@@ -143,7 +145,8 @@ DrawingEncoder::Encoded DrawingEncoder::encode(const DrawingPart& main, Cp mainE
     }
     LittleEndianWriter front;
     front.bytes(sharedRecords());
-    front.bytes(drawingHead(main_.number, main_.ids.size(), main_.lastId, main_.size, page.size()));
+    front.bytes(
+        drawingHead(main_.number, main_.ids.size(), main_.lastId, main_.size, background_.size()));
     frontSize_ = front.position();
     result.front = front.take();
     result.back = back.take();
@@ -198,6 +201,21 @@ Bytes DrawingEncoder::add(Group& group, const DrawingPart& part, const Call& cal
         addPlace(group, part.places[i], call, records);
     }
     group.size += records.position();
+    return records.take();
+}
+
+Bytes DrawingEncoder::background(const Call& call) {
+    const std::uint32_t id = newId(main_);
+    if (!call.tables.background) {
+        return plainBackground(id);
+    }
+    const Drawing& drawing = *call.tables.background;
+    LittleEndianWriter records;
+    records.bytes(drawing.records);
+    for (const ShapeReference& reference : drawing.references) {
+        records.patchU32(reference.at,
+                         reference.kind == Kind::shape ? id : valueOf(main_, reference, 0, call));
+    }
     return records.take();
 }
 
@@ -333,9 +351,12 @@ std::uint32_t DrawingEncoder::textNumber(Group& group, const ShapeReference& ref
     return shown ? (chain->second.number << 16) | reference.link : 0;
 }
 
-// Counted from 1. Equal pictures are kept once.
+// Counted from 1; 0, which is none, where the store is full. Equal pictures are kept once.
 std::uint32_t DrawingEncoder::pictureNumber(const DataBlob& stored, const DrawingStores& stores) {
     const std::uint32_t offset = stores.picture(stored);
+    if (pictureNumbers_.size() >= art::mostPictures && !pictureNumbers_.contains(offset)) {
+        return 0;
+    }
     const auto number = static_cast<std::uint32_t>(pictureNumbers_.size() + 1);
     const auto [known, isNew] = pictureNumbers_.try_emplace(offset, number);
     const std::size_t at = (known->second - 1) * pictureEntrySize;

@@ -98,13 +98,14 @@ private:
                           const Call& call);
     static std::uint32_t textNumber(Group& group, const ShapeReference& reference,
                                     std::uint32_t copy, std::uint32_t shape);
+    Bytes background(const Call& call);
     std::uint32_t pictureNumber(const DataBlob& stored, const DrawingStores& stores);
     Bytes sharedRecords() const;
     static DrawingTables tablesOf(const Group& group, const DrawingPart& part, Cp end);
 
     Group main_;
     Group headers_;
-    std::uint32_t background_ = 0; // the shape of the page's background; 0 before the first drawing
+    Bytes background_; // the records of the pages' background; none before the first drawing
     LittleEndianWriter headerRecords_; // of all shapes of the headers
     std::size_t frontSize_ = 0;        // of the last answer
     LittleEndianWriter pictures_;      // entries of the store of pictures

@@ -2,6 +2,8 @@
 
 #include "platform/word/docfile/document/StoryParts.h"
 
+#include <utility>
+
 namespace qvnd::word {
 
 SideText gatherSideText(std::span<const Anchor> anchors, AnchorKind kind,
@@ -43,8 +45,9 @@ void FragmentCopies::makeDistinct(SlicedText& text) {
         Copies& copies = copies_[use];
         copies.original = slice.fragment;
         if (copies.others.size() < before) {
-            copies.others.push_back(
-                std::make_shared<const Story>(partOf(*slice.fragment, slice.begin, slice.length)));
+            Story copy = partOf(*slice.fragment, slice.begin, slice.length);
+            copy.bookmarks.clear(); // which stand once
+            copies.others.push_back(std::make_shared<const Story>(std::move(copy)));
         }
         slice = {copies.others[before - 1], 0, slice.length};
     }
