@@ -1,9 +1,14 @@
 #include "platform/word/engine/DocumentOpening.h"
 
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/StoryRepair.h"
 #include "platform/word/engine/BookmarkNames.h"
+#include "platform/word/engine/FittingLists.h"
 #include "platform/word/engine/ImportReferences.h"
+#include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/PropertyRewriter.h"
+#include "platform/word/engine/RunFacts.h"
+#include "platform/word/engine/StyleLookup.h"
 #include "platform/word/formatting/ListMembership.h"
 
 #include <algorithm>
@@ -28,9 +33,7 @@ public:
         return ftc < tables_.fonts.size() ? std::optional(ftc) : std::nullopt;
     }
     std::optional<StyleIndex> style(StyleIndex istd, StyleKind kind) override {
-        const auto& styles = tables_.styles.styles;
-        const bool there = istd < styles.size() && styles[istd] && styles[istd]->kind == kind;
-        return there ? std::optional(istd) : std::nullopt;
+        return hasStyle(tables_.styles, istd, kind) ? std::optional(istd) : std::nullopt;
     }
     std::uint16_t list(std::uint16_t ilfo) override {
         const std::uint16_t index = listIndexOf(ilfo);
@@ -77,21 +80,29 @@ class Opening {
 public:
     explicit Opening(DocumentContent data)
         : data_(std::move(data)), before_(std::exchange(data_.tables.lists, {})),
-          own_(data_.tables), rewriter_(before_, data_.tables.lists, own_) {}
+          own_(data_.tables), rewriter_(before_, data_.tables.lists, own_),
+          facts_(data_.tables, before_), fitting_(data_.tables.lists) {}
 
-    DocumentContent run() {
+    DocumentContent run(std::vector<std::u16string>* leftOut) {
+        losses_.sideStories = data_.unread.sideStories;
+        nameBookmarks(data_.bookmarks);
         openStyles();
         openLists();
         openPools();
         open(data_.main);
         for (SectionRun& section : data_.sections) {
             open(section.properties);
+            section.properties = fitting_.fittedSection(section.properties);
         }
         for (HeaderSet& set : data_.headers) {
             openAll(set);
         }
         openAll(data_.separators);
-        nameBookmarks();
+        if (leftOut != nullptr) {
+            losses_.longFormats = fitting_.cut();
+            losses_.divisions = namesDivisions(before_);
+            *leftOut = leftOutOfOpened(data_, losses_);
+        }
         data_.unread = {};
         return std::move(data_);
     }
@@ -102,13 +113,39 @@ private:
     void open(PropertyListId& list) { list = rewriter_.rewritten(list); }
 
     void open(Story& story) {
+        countMissing(story);
         for (CharacterRun& run : story.characters) {
             open(run.properties);
+            run.properties = fitting_.fitted(run.properties);
         }
         for (ParagraphRun& run : story.paragraphs) {
             open(run.properties);
+            run.properties = fitting_.fitted(run.properties);
         }
+        nameBookmarks(story.bookmarks);
         markSpecial(story, tables().lists);
+    }
+
+    // Characters that stand for nothing stay where they are.
+    void countMissing(const Story& story) {
+        auto anchor = story.anchors.begin();
+        auto field = story.fields.begin();
+        Cp start = 0;
+        for (const CharacterRun& run : story.characters) {
+            const RunFacts& facts = facts_.of(run.properties);
+            const Cp end = start + run.length;
+            for (; field != story.fields.end() && field->at < end; ++field) {
+                const bool withoutObject = field->character == fieldSeparator && facts.object;
+                losses_.objects += withoutObject && !facts.objectThere ? 1 : 0;
+            }
+            for (Cp at = start; facts.special && at < end; ++at) {
+                anchor = std::find_if(anchor, story.anchors.end(),
+                                      [&](const Anchor& a) { return a.at >= at; });
+                const bool isAnchored = anchor != story.anchors.end() && anchor->at == at;
+                count(missingAt(story.text[at], facts, isAnchored), losses_);
+            }
+            start = end;
+        }
     }
 
     void open(std::shared_ptr<const Story>& story) {
@@ -185,12 +222,11 @@ private:
         }
     }
 
-    // The first of equal names keeps it.
-    void nameBookmarks() {
-        BookmarkNames names;
-        for (Bookmark& bookmark : data_.bookmarks) {
+    // The first of equal names keeps it, and those of the main story come first.
+    void nameBookmarks(std::vector<Bookmark>& bookmarks) {
+        for (Bookmark& bookmark : bookmarks) {
             if (!bookmark.comment) {
-                bookmark.name = names.addUnique(bookmark.name);
+                bookmark.name = names_.addUnique(bookmark.name);
             }
         }
     }
@@ -199,10 +235,16 @@ private:
     PropertyLists before_;
     OwnTables own_;
     PropertyRewriter rewriter_;
+    RunFactsTable facts_;
+    FittingLists fitting_;
+    BookmarkNames names_;
+    ImportLosses losses_;
 };
 
 } // namespace
 
-DocumentContent openedDocument(DocumentContent data) { return Opening(std::move(data)).run(); }
+DocumentContent openedDocument(DocumentContent data, std::vector<std::u16string>* leftOut) {
+    return Opening(std::move(data)).run(leftOut);
+}
 
 } // namespace qvnd::word

@@ -3,7 +3,6 @@
 #include "platform/word/engine/DocumentOpening.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "platform/word/engine/EngineErrors.h"
-#include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/NormalTemplate.h"
 
 #include <algorithm>
@@ -77,8 +76,8 @@ EngineDocument& EngineApplication::enter(DocumentContent content, std::filesyste
 EngineDocument& EngineApplication::enterFile(const std::filesystem::path& file,
                                              std::filesystem::path path) {
     DocumentContent data = readDocumentFile(file, services_.documents, services_.longWork);
-    auto losses = leftOutOfOpened(data);
-    EngineDocument& document = enter(openedDocument(std::move(data)), std::move(path));
+    std::vector<std::u16string> losses;
+    EngineDocument& document = enter(openedDocument(std::move(data), &losses), std::move(path));
     document.setLosses(std::move(losses));
     return document;
 }

@@ -26,8 +26,11 @@ public:
         } else if (c >= u' ' || c == u'\t') {
             if (word_.text.empty()) {
                 word_.at = at;
+                word_.quoted = quoted_;
             }
             word_.text.push_back(c);
+        } else {
+            endWord(); // its characters lie one behind the other
         }
     }
     void endWord() {
@@ -51,6 +54,72 @@ bool namesBookmarkFirst(std::u16string_view command) {
     constexpr std::array<std::u16string_view, 7> commands{
         u"ref", u"pageref", u"noteref", u"ftnref", u"gotobutton", u"set", u"ask"};
     return std::find(commands.begin(), commands.end(), command) != commands.end();
+}
+
+bool compares(std::u16string_view command) {
+    return command == u"if" || command == u"compare" || command == u"skipif" ||
+           command == u"nextif";
+}
+
+bool isComparison(char16_t c) { return c == u'=' || c == u'<' || c == u'>'; }
+
+bool isOfName(char16_t c) {
+    return c >= 0x80 || c == u'_' || (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'z') ||
+           (c >= u'A' && c <= u'Z');
+}
+
+// One or two letters and a number: a cell of the table that the formula stands in.
+bool isCell(std::u16string_view name) {
+    const std::u16string folded = foldedName(name);
+    const std::size_t letters = folded.find_first_not_of(u"abcdefghijklmnopqrstuvwxyz");
+    return letters != std::u16string::npos && letters >= 1 && letters <= 2 &&
+           folded.find_first_not_of(u"0123456789", letters) == std::u16string::npos;
+}
+
+// The parts of a word that consist of a name's characters alone.
+std::vector<FieldWord> namesIn(const FieldWord& word) {
+    std::vector<FieldWord> names;
+    const std::u16string& text = word.text;
+    for (std::size_t at = 0; !word.quoted && at < text.size();) {
+        std::size_t end = at;
+        while (end < text.size() && isOfName(text[end])) {
+            ++end;
+        }
+        const bool isFunction = end < text.size() && text[end] == u'(';
+        if (end > at && !isFunction && !isCell(text.substr(at, end - at))) {
+            names.push_back({word.at + static_cast<Cp>(at), text.substr(at, end - at)});
+        }
+        at = std::max(end, at + 1);
+    }
+    return names;
+}
+
+// The words up to the first switch.
+std::vector<FieldWord> namesOfFormula(const std::vector<FieldWord>& words) {
+    std::vector<FieldWord> names;
+    for (const FieldWord& word : words) {
+        if (word.text.starts_with(u'\\')) {
+            break;
+        }
+        const std::vector<FieldWord> more = namesIn(word);
+        names.insert(names.end(), more.begin(), more.end());
+    }
+    return names;
+}
+
+// What stands in front of the first sign of a comparison, and the word behind it.
+std::vector<FieldWord> namesOfComparison(const std::vector<FieldWord>& words) {
+    const auto sign = std::find_if(words.begin() + 1, words.end(), [](const FieldWord& word) {
+        return !word.quoted && std::any_of(word.text.begin(), word.text.end(), isComparison);
+    });
+    if (sign == words.end()) {
+        return {};
+    }
+    std::vector<FieldWord> compared(words.begin() + 1, sign + 1);
+    if (isComparison(sign->text.back()) && sign + 1 != words.end()) {
+        compared.push_back(sign[1]);
+    }
+    return namesOfFormula(compared);
 }
 
 // The switch behind which a bookmark stands.
@@ -123,6 +192,12 @@ std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words) {
             named.push_back(words[1]);
         }
         return named;
+    }
+    if (command.starts_with(u'=')) {
+        return namesOfFormula(words);
+    }
+    if (compares(command)) {
+        return namesOfComparison(words);
     }
     const std::u16string_view wanted = bookmarkSwitch(command);
     for (std::size_t i = 1; !wanted.empty() && i + 1 < words.size(); ++i) {

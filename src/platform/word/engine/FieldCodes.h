@@ -24,14 +24,17 @@ std::vector<FieldPlace> fieldPlaces(const Story& story);
 struct FieldWord {
     Cp at = 0;
     std::u16string text;
+    bool quoted = false;
 };
 
 // The words of the code of each field, in the order of fieldPlaces(); fields within a code are no
 // part of it.
 std::vector<std::vector<FieldWord>> fieldWords(const Story& story);
 
-// Those words of the code that name a bookmark: the argument of REF, PAGEREF, NOTEREF and the
-// like, that of \l of a HYPERLINK, that of \b of a TOC.
+// Those words of the code, or parts of words, that may name a bookmark: the argument of REF,
+// PAGEREF, NOTEREF and the like, that of \l of a HYPERLINK, that of \b of a TOC, the names that a
+// formula (=) reckons with, those that IF, COMPARE and the like compare. In a formula a name is no
+// function and no cell of a table.
 std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words);
 
 } // namespace qvnd::word

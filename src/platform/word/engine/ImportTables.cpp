@@ -1,7 +1,9 @@
 #include "platform/word/engine/ImportTables.h"
 
+#include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/engine/StyleLookup.h"
 
 #include <algorithm>
 
@@ -35,6 +37,14 @@ std::optional<std::uint32_t> shared(std::uint32_t index, const std::vector<Share
     return known[index];
 }
 
+// What an entry of a store of pictures says of its picture's bytes; equal pictures have equal ones.
+std::string_view digestOf(const Bytes& entry) {
+    constexpr std::size_t digestSize = 16;
+    const std::string_view bytes(reinterpret_cast<const char*>(entry.data()), entry.size());
+    const std::size_t at = art::headerSize + art::fbseUidAt;
+    return bytes.substr(std::min(at, bytes.size()), digestSize);
+}
+
 } // namespace
 
 ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
@@ -47,9 +57,7 @@ ImportTables::ImportTables(DocumentTables& target, const DocumentTables& source)
       shapePictures_(source.shapePictures.size()) {}
 
 std::optional<StyleIndex> ImportTables::style(StyleIndex istd, StyleKind kind) {
-    const auto& styles = source_.styles.styles;
-    const bool there = istd < styles.size() && styles[istd] && styles[istd]->kind == kind;
-    return there ? styles_.style(istd) : std::nullopt;
+    return hasStyle(source_.styles, istd, kind) ? styles_.style(istd) : std::nullopt;
 }
 
 std::optional<std::uint32_t> ImportTables::blob(std::uint32_t index) {
@@ -58,6 +66,18 @@ std::optional<std::uint32_t> ImportTables::blob(std::uint32_t index) {
 
 std::optional<std::uint32_t> ImportTables::object(std::uint32_t index) {
     return shared(index, source_.objects, target_.objects, objects_);
+}
+
+bool ImportTables::hasRoomForShapePicture(std::uint32_t index) {
+    const auto& pool = target_.shapePictures;
+    if (shapePictures_[index] || pool.size() < art::mostPictures) {
+        return true;
+    }
+    for (; indexedPictures_ < pool.size(); ++indexedPictures_) {
+        pictureDigests_.insert(digestOf(*pool[indexedPictures_]));
+    }
+    return pictureDigests_.size() < art::mostPictures ||
+           pictureDigests_.contains(digestOf(*source_.shapePictures[index]));
 }
 
 std::uint32_t ImportTables::shapePicture(std::uint32_t index) {

@@ -9,7 +9,9 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace qvnd::word {
@@ -33,7 +35,9 @@ public:
     std::uint16_t list(std::uint16_t ilfo) override { return lists_.list(ilfo); }
     std::optional<std::uint32_t> blob(std::uint32_t index) override;
     std::optional<std::uint32_t> object(std::uint32_t index) override;
-    // `index` names an existing picture.
+    // Whether the target's drawings may show one more picture, or show an equal one already.
+    // `index` names an existing picture here and below.
+    bool hasRoomForShapePicture(std::uint32_t index);
     std::uint32_t shapePicture(std::uint32_t index);
     std::optional<std::uint32_t> bulletPicture(std::uint32_t index) override {
         return bullets_.picture(index);
@@ -56,6 +60,8 @@ private:
     std::vector<std::optional<std::uint32_t>> blobs_;   // by index in the source
     std::vector<std::optional<std::uint32_t>> objects_; // the same
     std::vector<std::optional<std::uint32_t>> shapePictures_;
+    std::unordered_set<std::string_view> pictureDigests_; // of the target's
+    std::size_t indexedPictures_ = 0;                     // how many of the target's stand there
 };
 
 } // namespace qvnd::word

@@ -51,16 +51,15 @@ bool turnsOrDividesThePageAtTheEnd(const DocumentContent& source) {
            sprmValue(page, sprm::SCcolumns, 0) > 0;
 }
 
-} // namespace
-
-std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses) {
-    std::vector<std::u16string> lines = source.unread.remarks;
+void sayCounts(std::vector<std::u16string>& lines, const DocumentContent& source,
+               const ImportLosses& losses) {
     for (const SidePart& row : sideParts) {
         say(lines, losses.sideStories[static_cast<std::size_t>(row.kind)], factsOf(row.part).name,
             row.measure);
     }
     say(lines, source.unread.textBoxes, u"文本框", u"个");
     say(lines, losses.drawings, u"浮动图形", u"个");
+    say(lines, losses.shapePictures, u"图形的图片", u"张", u"未能带入，一个文档最多 4095 张");
     say(lines, losses.objects, u"嵌入对象", u"个", u"没有数据，只带入了其图片");
     say(lines, losses.pictures, u"图片", u"个", u"没有数据，未能带入");
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
@@ -68,6 +67,43 @@ std::vector<std::u16string> leftOutOf(const DocumentContent& source, const Impor
     say(lines, losses.styles, u"样式", u"种", u"未能带入，一个文档最多 4093 种样式");
     say(lines, losses.bookmarks, u"书签", u"个", u"未能带入，一个文档最多 16380 个书签");
     say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
+    say(lines, source.unread.smartTags, u"智能标记", u"个", u"未能带入，其文字不变");
+}
+
+// What no document of this program holds, wherever it comes from.
+void sayForeignKinds(std::vector<std::u16string>& lines, const DocumentContent& source,
+                     const ImportLosses& losses) {
+    if (source.unread.macros) {
+        lines.emplace_back(u"宏未能带入");
+    }
+    if (source.unread.toolbars) {
+        lines.emplace_back(u"自定义的工具栏或快捷键未能带入");
+    }
+    if (losses.divisions) {
+        lines.emplace_back(u"网页分区的边距和边框未能带入");
+    }
+}
+
+} // namespace
+
+bool namesDivisions(const PropertyLists& lists) {
+    for (std::size_t id = 0; id < lists.size(); ++id) {
+        if (sprmValue(lists[static_cast<PropertyListId>(id)], sprm::PIpgp, 0) != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void count(Missing missing, ImportLosses& losses) {
+    losses.pictures += missing == Missing::picture ? 1 : 0;
+    losses.objects += missing == Missing::object ? 1 : 0;
+    losses.drawings += missing == Missing::drawing ? 1 : 0;
+}
+
+std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses) {
+    std::vector<std::u16string> lines = source.unread.remarks;
+    sayCounts(lines, source, losses);
     if (turnsOrDividesThePageAtTheEnd(source)) {
         lines.emplace_back(u"文件最后一节的横向页面或分栏未能带入，按方案的页面排版");
     }
@@ -75,20 +111,20 @@ std::vector<std::u16string> leftOutOf(const DocumentContent& source, const Impor
         lines.emplace_back(source.sections.size() > 1 ? u"文件最后一节的页眉页脚未能带入"
                                                       : u"文件自带的页眉页脚未能带入");
     }
-    if (source.unread.macros) {
-        lines.emplace_back(u"宏未能带入");
-    }
+    sayForeignKinds(lines, source, losses);
     if (readDop(source.settings, dop::protectedForForms) != 0) {
         lines.emplace_back(u"窗体保护未能带入");
     }
     return lines;
 }
 
-std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source) {
+std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source,
+                                            const ImportLosses& losses) {
     std::vector<std::u16string> lines = source.unread.remarks;
-    say(lines, source.unread.textBoxes, u"文本框", u"个");
-    if (source.unread.macros) {
-        lines.emplace_back(u"宏未能带入");
+    sayCounts(lines, source, losses);
+    sayForeignKinds(lines, source, losses);
+    if (source.unread.information) {
+        lines.emplace_back(u"文档属性（标题、作者等）已损坏，未能带入");
     }
     return lines;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentContent.h"
+#include "platform/word/engine/RunFacts.h"
 
 #include <array>
 #include <string>
@@ -11,22 +12,32 @@ namespace qvnd::word {
 // Counts of what an import left out.
 struct ImportLosses {
     std::array<int, anchorKinds> sideStories{}; // by AnchorKind
-    int objects = 0;     // embedded objects without data; their pictures stay
-    int drawings = 0;    // anchors of floating shapes that are damaged
-    int pictures = 0;    // inline pictures without data
-    int lists = 0;       // lists beyond the number that a document holds
-    int fonts = 0;       // the same of fonts
-    int styles = 0;      // of styles
-    int bookmarks = 0;   // and of bookmarks
-    int longFormats = 0; // property lists that a file has no room for as a whole
+    int objects = 0;        // embedded objects without data; their pictures stay
+    int drawings = 0;       // anchors of floating shapes that are damaged
+    int shapePictures = 0;  // pictures of shapes beyond the number that a document holds
+    int pictures = 0;       // inline pictures without data
+    int lists = 0;          // lists beyond the number that a document holds
+    int fonts = 0;          // the same of fonts
+    int styles = 0;         // of styles
+    int bookmarks = 0;      // and of bookmarks
+    bool divisions = false; // of a web page: namesDivisions() of the source's lists
+    int longFormats = 0;    // property lists that a file has no room for as a whole
 };
+
+// Counts what a character stands for and is not there, unless it is counted with the notes or is
+// not worth a word.
+void count(Missing missing, ImportLosses& losses);
+
+// Whether a paragraph stands in a division of a web page (sprmPIpgp), whose margins and borders lie
+// in a table that is not read.
+bool namesDivisions(const PropertyLists& lists);
 
 // One line of Chinese for each kind of thing that a merge leaves out, behind the remarks of the
 // document's reader. Empty when nothing is missing.
 std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses);
 
-// The same for a document that is opened for editing. It keeps everything that its text refers
-// to.
-std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source);
+// The same for a document that is opened for editing. It keeps its headers and its pages.
+std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source,
+                                            const ImportLosses& losses);
 
 } // namespace qvnd::word

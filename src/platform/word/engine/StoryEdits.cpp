@@ -110,6 +110,10 @@ void StoryEdits::applyTo(Story& story) {
     };
     moveMarks(story.fields);
     moveMarks(story.anchors);
+    for (Bookmark& bookmark : story.bookmarks) {
+        bookmark.start = moved(bookmark.start);
+        bookmark.end = moved(bookmark.end);
+    }
 }
 
 } // namespace qvnd::word

@@ -26,6 +26,11 @@ const StyleDefinition* definition(const StyleSheet& styles, StyleIndex style) {
 
 } // namespace
 
+bool hasStyle(const StyleSheet& styles, StyleIndex style, StyleKind kind) {
+    const StyleDefinition* found = definition(styles, style);
+    return found != nullptr && found->kind == kind;
+}
+
 std::optional<StyleIndex> styleNumbered(const StyleSheet& styles, std::uint16_t number) {
     return firstStyle(styles, [=](const StyleDefinition& style) { return style.sti == number; });
 }

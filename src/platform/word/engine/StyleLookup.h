@@ -8,6 +8,9 @@
 
 namespace qvnd::word {
 
+// Whether the sheet has the style, and it is of that kind.
+bool hasStyle(const StyleSheet& styles, StyleIndex style, StyleKind kind);
+
 std::optional<StyleIndex> styleNumbered(const StyleSheet& styles, std::uint16_t number);
 
 // By the name it has in this style sheet, or by a built-in style's Chinese or English name. The

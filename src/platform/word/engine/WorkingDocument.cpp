@@ -41,17 +41,29 @@ WorkingDocument::WorkingDocument(DocumentContent content)
     : content_(std::move(content)), main_(content_.main, this),
       sections_(content_.sections, content_.headers) {
     for (const Bookmark& bookmark : content_.bookmarks) {
-        bookmarkNames_.add(bookmark.name);
+        if (!bookmark.comment) {
+            bookmarkNames_.add(bookmark.name);
+        }
         lastBookmarkEnd_ = std::max(lastBookmarkEnd_, bookmark.end);
     }
+    forEachTextAside(content_, [this](const Story& text) {
+        for (const Bookmark& bookmark : text.bookmarks) {
+            bookmarkNames_.add(bookmark.name);
+        }
+    });
 }
 
+// Every bookmark has its name among the names, the one that comes in as well; only names of such as
+// are gone make them more.
 bool WorkingDocument::hasRoomForBookmark() const {
-    const auto& all = content_.bookmarks;
-    return all.size() < mostBookmarks || static_cast<std::size_t>(std::count_if(
-                                             all.begin(), all.end(), [](const Bookmark& bookmark) {
-                                                 return !bookmark.comment;
-                                             })) < mostBookmarks;
+    if (bookmarkNames_.count() <= mostBookmarks) {
+        return true;
+    }
+    const auto& main = content_.bookmarks;
+    auto count = static_cast<std::size_t>(std::count_if(
+        main.begin(), main.end(), [](const Bookmark& bookmark) { return !bookmark.comment; }));
+    forEachTextAside(content_, [&](const Story& text) { count += text.bookmarks.size(); });
+    return count < mostBookmarks;
 }
 
 void WorkingDocument::addBookmark(Bookmark bookmark) {

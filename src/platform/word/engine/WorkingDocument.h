@@ -26,7 +26,7 @@ public:
     BookmarkNames& bookmarkNames() { return bookmarkNames_; }
     Bytes& settings() { return content_.settings; }
 
-    // One beyond mostBookmarks stays out.
+    // Its name is one of bookmarkNames(). One beyond mostBookmarks in all texts stays out.
     void addBookmark(Bookmark bookmark);
 
     // The header or footer that the section shows; an empty paragraph in the style of headers or

@@ -4,9 +4,13 @@
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/objects/OleStreams.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "support/ByteText.h"
+#include "support/MemoryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -414,6 +418,28 @@ TEST(NoteRules, EveryReferenceMustHaveItsText) {
 TEST(NoteRules, ReferenceMustStandAtItsMark) {
     EXPECT_EQ(rulesWith(FibPair::PlcffndRef, encodePlc({1, 30}, hex("0100"))), Rules{"note.mark"});
     EXPECT_EQ(rulesWith(FibPair::PlcffndRef, encodePlc({1, 30}, hex("0000"))), Rules{});
+}
+
+TEST(InformationRules, ValuesMustLieInTheirPropertySet) {
+    const auto rulesWithSummary = [](Bytes summary) {
+        DocumentContent content = normalTemplate();
+        content.information.summary = std::move(summary);
+        const auto folder = std::make_shared<MemoryFolder>();
+        DocumentWriter(folder).saveAs("/folder/a.doc", content);
+        return brokenRules(folder->bytes("/folder/a.doc"));
+    };
+    Bytes summary = encodeSummary({u"title", u"", u""});
+    EXPECT_EQ(rulesWithSummary(summary), Rules{});
+    put32(summary, 48 + 12, 4096); // the place of the first value
+    EXPECT_EQ(rulesWithSummary(summary), Rules{"information.form"});
+}
+
+TEST(DivisionRules, ADivisionMustBeInItsTable) {
+    SoundDocument document;
+    document.setParagraph(u"标题", withSprm32({}, sprm::PIpgp, 1));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"sprm.division"});
+    document.setParagraph(u"标题", withSprm32({}, sprm::PIpgp, 0));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{});
 }
 
 } // namespace

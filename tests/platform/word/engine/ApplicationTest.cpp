@@ -3,7 +3,9 @@
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/objects/OleStreams.h"
 #include "platform/word/engine/DocumentMerge.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StyleLookup.h"
 #include "support/Errors.h"
@@ -27,6 +29,25 @@ protected:
     }
     ByteView page() { return lists()[document().read().sections().properties(0)]; }
     View& view() { return app.ActiveWindow().ActivePane().View(); }
+};
+
+// A file with a title, and an author in a stream of its own kind.
+class DocumentInformationTest : public EngineTest {
+protected:
+    std::filesystem::path fileWith(const DocumentInformation& information) {
+        DocumentContent content = normalTemplate();
+        content.information = information;
+        DocumentWriter().saveAs(folder.path() / "titled.doc", content);
+        return folder.path() / "titled.doc";
+    }
+    DocumentInformation read(const std::filesystem::path& path) const {
+        return readDocument(path).information;
+    }
+
+    DocumentInformation titled_{encodeSummary({u"投标书", u"", u"王工"}),
+                                encodeSummary({u"x", u"", u""}),
+                                std::vector<std::u16string>(associatedTextCount)};
+    const std::filesystem::path saved_ = folder.path() / "saved.doc";
 };
 
 } // namespace
@@ -378,6 +399,34 @@ TEST_F(ApplicationTest, NewDocumentIsAnA4PageInSong) {
         EXPECT_EQ(styleValue(tables, static_cast<StyleIndex>(level), sprm::POutLvl), level - 1);
         EXPECT_EQ(styleValue(tables, static_cast<StyleIndex>(level), sprm::PFKeepFollow), 1U);
     }
+}
+
+TEST_F(DocumentInformationTest, TitleAndAuthorOfAnOpenedDocumentStayAsTheyAre) {
+    titled_.associated[2] = u"投标书";
+    Document& opened = app.documents().Open(fileWith(titled_));
+    opened.SaveAs(saved_);
+    opened.Save();
+    EXPECT_EQ(read(saved_).summary, titled_.summary);
+    EXPECT_EQ(read(saved_).documentSummary, titled_.documentSummary);
+    EXPECT_EQ(read(saved_).associated, titled_.associated);
+    EXPECT_TRUE(report.lines.empty());
+}
+
+TEST_F(DocumentInformationTest, AnInsertedDocumentChangesNothingOfThem) {
+    selection().InsertFile(fileWith(titled_));
+    document().SaveAs(saved_);
+    EXPECT_EQ(read(saved_).summary, encodeSummary({}));
+    EXPECT_EQ(read(saved_).documentSummary, encodeDocumentSummary());
+}
+
+TEST_F(DocumentInformationTest, DamagedOnesAreToldWithTheFirstSaveAndLeftOut) {
+    titled_.summary[44] = 0xFF; // the place of the set
+    Document& opened = app.documents().Open(fileWith(titled_));
+    opened.SaveAs(saved_);
+    EXPECT_EQ(read(saved_).summary, encodeSummary({}));
+    EXPECT_EQ(read(saved_).documentSummary, titled_.documentSummary);
+    EXPECT_EQ(report.lines, (std::vector<std::u16string>{
+                                u"saved.doc: 文档属性（标题、作者等）已损坏，未能带入"}));
 }
 
 } // namespace qvnd::test

@@ -1,6 +1,7 @@
 #include "platform/word/engine/DocumentImport.h"
 
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/engine/DocumentOpening.h"
 #include "platform/word/engine/ImportFixture.h"
 #include "platform/word/engine/LeftOut.h"
 
@@ -1014,6 +1015,42 @@ TEST_F(ImportedDrawings, ADrawingComesWithAllThatItNamesInTermsOfTheTarget) {
     EXPECT_TRUE(target.last.leftOut.empty());
 }
 
+// What a store holds is an entry whose digest stands in its bytes 10 to 25.
+DataBlob pictureWithDigest(unsigned number) {
+    Bytes entry(26);
+    entry[10] = static_cast<std::uint8_t>(number);
+    entry[11] = static_cast<std::uint8_t>(number >> 8);
+    return std::make_shared<const Bytes>(std::move(entry));
+}
+
+TEST_F(ImportedDrawings, PicturesBeyondWhatADocumentHoldsAreCountedAndEqualOnesComeAlong) {
+    auto& pictures = target.tables.shapePictures;
+    pictures.clear();
+    for (unsigned i = 0; i < 4094; ++i) {
+        pictures.push_back(pictureWithDigest(i));
+    }
+    source.data.tables.shapePictures = {nullptr, pictureWithDigest(5000)};
+    target.import(source.document());
+    EXPECT_EQ(pictures.size(), 4095U);
+    EXPECT_TRUE(target.last.leftOut.empty());
+
+    source.data.tables.shapePictures = {nullptr, pictureWithDigest(5001)};
+    target.import(source.document());
+    EXPECT_EQ(pictures.size(), 4095U);
+    const auto isPicture = [](const ShapeReference& reference) {
+        return reference.kind == ShapeReference::Kind::picture;
+    };
+    const auto& lost = target.tables.drawings.back().references;
+    EXPECT_TRUE(std::none_of(lost.begin(), lost.end(), isPicture));
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"图形的图片 1 张未能带入，一个文档最多 4095 张"));
+
+    source.data.tables.shapePictures = {nullptr, pictureWithDigest(7)};
+    target.import(source.document());
+    const auto& there = target.tables.drawings.back().references;
+    EXPECT_TRUE(std::any_of(there.begin(), there.end(), isPicture));
+    EXPECT_TRUE(target.last.leftOut.empty());
+}
+
 TEST_F(ImportedDrawings, TheTextOfAShapeIsImportedLikeAnyOther) {
     target.import(source.document());
     const ShapeText& text = target.tables.shapeTexts.at(4);
@@ -1107,12 +1144,39 @@ TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
     source.data.sections = {{3, source.list(sprm8(sprm::SBOrientation, 2))}};
     source.data.headers.resize(1);
     source.data.headers[0][1] = slicesOf(textBox(u"header\r"));
-    EXPECT_THAT(leftOutOfOpened(source.document()), ElementsAre());
+    EXPECT_THAT(leftOutOfOpened(source.document(), {}), ElementsAre());
     source.data.unread.remarks = {u"remark"};
     source.data.unread.macros = true;
     source.data.unread.textBoxes = 1; // that no shape shows
-    EXPECT_THAT(leftOutOfOpened(source.document()),
+    EXPECT_THAT(leftOutOfOpened(source.document(), {}),
                 ElementsAre(u"remark", u"文本框 1 个未能带入", u"宏未能带入"));
+}
+
+TEST(LeftOut, ToolbarsSmartTagsAndDivisionsOfWebPagesAreNamedWhetherInsertedOrOpened) {
+    SourceDocument source;
+    source.paragraph(u"a", 0, sprm32(sprm::PIpgp, 3));
+    source.data.unread.toolbars = true;
+    source.data.unread.smartTags = 2;
+    source.data.unread.information = true; // of an opened document only
+    ImportTarget target;
+    target.import(source.document());
+    EXPECT_TRUE(target.paragraphList().empty());
+    EXPECT_THAT(target.last.leftOut,
+                ElementsAre(u"智能标记 2 个未能带入，其文字不变", u"自定义的工具栏或快捷键未能带入",
+                            u"网页分区的边距和边框未能带入"));
+    std::vector<std::u16string> lost;
+    openedDocument(source.take(), &lost);
+    EXPECT_THAT(lost,
+                ElementsAre(u"智能标记 2 个未能带入，其文字不变", u"自定义的工具栏或快捷键未能带入",
+                            u"网页分区的边距和边框未能带入",
+                            u"文档属性（标题、作者等）已损坏，未能带入"));
+}
+
+TEST(LeftOut, AParagraphInNoDivisionLosesNothing) {
+    SourceDocument source;
+    source.paragraph(u"a", 0, sprm32(sprm::PIpgp, 0));
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.document()).leftOut, IsEmpty());
 }
 
 TEST(LeftOut, ATurnedOrDividedPageAtTheEndIsNamed) {

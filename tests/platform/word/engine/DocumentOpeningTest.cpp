@@ -2,6 +2,7 @@
 
 #include "platform/word/engine/ImportFixture.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace qvnd::word {
@@ -137,6 +138,69 @@ TEST(DocumentOpening, StylesHeadersSeparatorsAndTextsOfShapesAreLookedAtToo) {
     EXPECT_TRUE(lists[joined(content.headers.at(0)[1])->characters.at(0).properties].empty());
     EXPECT_TRUE(lists[joined(content.separators[3])->characters.at(0).properties].empty());
     EXPECT_TRUE(lists[content.tables.shapeTexts.at(0).text->characters.at(0).properties].empty());
+}
+
+std::vector<std::u16string> lostByOpening(SourceDocument& source) {
+    std::vector<std::u16string> lost;
+    openedDocument(source.take(), &lost);
+    return lost;
+}
+
+TEST(DocumentOpening, CharactersThatStandForNothingAreCountedAsWithAnInsertion) {
+    SourceDocument source;
+    source.paragraph(u"a\u0008b\u0002\u0001c", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.run(u"\u0013 EMBED x ");
+    source.run(u"\u0014", sprm8(sprm::CFOle2, 1) + sprm8(sprm::CFSpec, 1));
+    source.run(u"\u0015\r");
+    source.endParagraph();
+    source.data.unread.sideStories = {1, 0, 0, 0};
+    source.data.unread.remarks = {u"remark"};
+    EXPECT_THAT(lostByOpening(source),
+                testing::ElementsAre(u"remark", u"脚注 1 个未能带入", u"浮动图形 1 个未能带入",
+                                     u"嵌入对象 1 个没有数据，只带入了其图片",
+                                     u"图片 1 个没有数据，未能带入"));
+}
+
+TEST(DocumentOpening, WhatHasItsDrawingItsPictureAndItsObjectLosesNothing) {
+    SourceDocument source;
+    source.data.tables.blobs = {std::make_shared<Bytes>(Bytes{1})};
+    source.data.tables.objects = {std::make_shared<EmbeddedObject>()};
+    source.data.tables.drawings.resize(1);
+    source.paragraph(u"\u0008", 0, {}, sprm8(sprm::CFSpec, 1));
+    source.main.anchors = {{0, AnchorKind::drawing, 0}};
+    source.paragraph(u"\u0001", 0, {}, sprm8(sprm::CFSpec, 1) + sprm32(sprm::CPicLocation, 0));
+    source.run(u"\u0013 EMBED x ");
+    source.run(u"\u0014",
+               sprm8(sprm::CFOle2, 1) + sprm8(sprm::CFSpec, 1) + sprm32(sprm::CObjLocation, 0));
+    source.run(u"\u0015\r");
+    source.endParagraph();
+    EXPECT_THAT(lostByOpening(source), testing::IsEmpty());
+}
+
+// `count` different entries of six bytes.
+Bytes longList(SprmOpcode first, unsigned count) {
+    Bytes list;
+    for (unsigned i = 0; i < count; ++i) {
+        const Bytes entry = sprm32(static_cast<SprmOpcode>(first + i % 60), i);
+        list.insert(list.end(), entry.begin(), entry.end());
+    }
+    return list;
+}
+
+TEST(DocumentOpening, FormattingThatNoFileHasRoomForStaysInPartAndIsTold) {
+    SourceDocument source;
+    source.paragraph(u"x", 0, longList(0x6410, 3000));
+    source.paragraph(u"y", 0, {}, longList(0x6840, 3000));
+    source.data.sections = {{4, source.list(longList(0x7040, 6000))}};
+    std::vector<std::u16string> lost;
+    const DocumentContent content = openedDocument(source.take(), &lost);
+    EXPECT_LE(paragraphList(content).size(), 0x3FA2U);
+    EXPECT_GT(paragraphList(content).size(), 0x3FA2U - 6);
+    EXPECT_LE(runList(content, 1).size(), 0x3FA2U);
+    const ByteView section = content.tables.lists[content.sections.at(0).properties];
+    EXPECT_LE(section.size(), 0x7FFFU);
+    EXPECT_GT(section.size(), 0x7FFFU - 6);
+    EXPECT_THAT(lost, testing::ElementsAre(u"格式 3 种过于繁复，只带入了一部分"));
 }
 
 } // namespace

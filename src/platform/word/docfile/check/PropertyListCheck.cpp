@@ -64,6 +64,9 @@ public:
         default:
             break;
         }
+        if (entry.opcode == sprm::PIpgp) {
+            division(operandOf(entry));
+        }
         if (entry.opcode == sprm::PIlvl) {
             level(operandOf(entry));
         }
@@ -107,6 +110,13 @@ private:
         const std::uint32_t ilfo = operand >= firstNegative ? 0x10000 - operand : operand;
         if (ilfo > evidence_.listOverrides && ilfo != oldNumbering) {
             findings_.add("sprm.list", where_ + u"：列表 " + digits(ilfo) + u" 不存在");
+        }
+    }
+
+    // 0 is none.
+    void division(std::uint32_t ipgp) {
+        if (ipgp != 0 && evidence_.at(FibPair::PlcfPgp).empty()) {
+            findings_.add("sprm.division", where_ + u"：网页分区 " + digits(ipgp) + u" 不存在");
         }
     }
 

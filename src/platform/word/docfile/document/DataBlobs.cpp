@@ -10,8 +10,9 @@ constexpr std::size_t smallestHead = 14; // lcb, cbHeader, mfpf
 constexpr std::size_t headSizeAt = 4;
 constexpr std::size_t kindAt = 6;
 constexpr std::size_t picfSize = 0x44;
-constexpr unsigned inlineShape = 0x64; // mfpf.mm of a picture in line
-constexpr unsigned linkedShape = 0x66; // the same with the name of its file in front
+constexpr std::size_t formFieldHead = 12; // version, bits, cch, hps, length of the name
+constexpr unsigned inlineShape = 0x64;    // mfpf.mm of a picture in line
+constexpr unsigned linkedShape = 0x66;    // the same with the name of its file in front
 
 // Whether what lies behind the PICF is whole; other kinds than pictures are looked at by nobody.
 bool isWhole(ByteView blob) {
@@ -71,6 +72,35 @@ std::optional<std::uint32_t> DataBlobCollector::indexOf(std::uint32_t offset) {
     }
     known_.emplace(offset, index);
     return index;
+}
+
+std::optional<std::u16string> formFieldName(ByteView blob) {
+    constexpr std::size_t beforeName = 6; // bits, cch, hps
+    if (blob.size() < picfSize + formFieldHead) {
+        return std::nullopt;
+    }
+    LittleEndianReader reader(blob, "FFData");
+    reader.seek(picfSize);
+    if (reader.u32() != 0xFFFFFFFF) {
+        return std::nullopt;
+    }
+    reader.skip(beforeName);
+    const std::size_t length = reader.u16();
+    return 2 * length <= reader.remaining() ? std::optional(reader.text(length)) : std::nullopt;
+}
+
+Bytes withFormFieldName(ByteView blob, std::u16string_view name) {
+    constexpr std::size_t longestName = 20;
+    const std::u16string_view fits = name.size() <= longestName ? name : std::u16string_view();
+    const std::size_t nameAt = picfSize + formFieldHead;
+    const std::size_t behind = nameAt + 2 * formFieldName(blob)->size();
+    LittleEndianWriter changed;
+    changed.bytes(blob.first(nameAt - 2));
+    changed.u16(static_cast<unsigned>(fits.size()));
+    changed.text(fits);
+    changed.bytes(blob.subspan(behind));
+    changed.patchU32(0, static_cast<std::uint32_t>(changed.position()));
+    return changed.take();
 }
 
 std::vector<std::uint32_t> encodeDataBlobs(const std::vector<DataBlob>& blobs, std::size_t start,

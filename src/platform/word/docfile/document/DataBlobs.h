@@ -4,6 +4,7 @@
 #include "platform/word/docfile/document/DocumentTables.h"
 
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 
 namespace qvnd::word {
@@ -29,6 +30,13 @@ private:
     std::unordered_map<std::uint32_t, std::optional<std::uint32_t>> known_;
     CopyBudget budget_;
 };
+
+// The name of a form field, which is that of its bookmark; nothing for what is no data of one
+// (FFData, [MS-DOC] 2.9.78).
+std::optional<std::u16string> formFieldName(ByteView blob);
+// The data with another name; with none where the name is longer than a form field's may be.
+// `blob` is data of a form field.
+Bytes withFormFieldName(ByteView blob, std::u16string_view name);
 
 // Appends the blobs to a Data stream whose length so far is `start`; an entry of the answer is the
 // offset of the blob of that index.

@@ -81,7 +81,7 @@ constexpr std::array<SprmFacts, 119> rows{{
     {.opcode = sprm::CHpsBi, .plain = 20},
     {.opcode = sprm::TIstd, .kind = Kind::style, .target = Target::tableStyle},
     {.opcode = sprm::PDyaLine, .plain = 0x000100F0},
-    {.opcode = sprm::PIpgp, .kind = Kind::place},
+    {.opcode = sprm::PIpgp, .kind = Kind::place, .target = Target::elsewhere},
     {.opcode = sprm::PRsid, .kind = Kind::session},
     {.opcode = sprm::PTableProps, .kind = Kind::storage, .target = Target::dataStream},
     {.opcode = sprm::PHugePapx97, .kind = Kind::storage, .target = Target::dataStream},

@@ -10,7 +10,6 @@ namespace qvnd::word {
 namespace {
 
 constexpr std::size_t sedSize = 12;
-constexpr std::size_t longestSepx = 0x7FFF;
 constexpr std::uint32_t noSepx = 0xFFFFFFFF;
 
 } // namespace

@@ -18,8 +18,11 @@ struct SectionPlace {
     bool operator==(const SectionPlace&) const = default;
 };
 
-// The section's properties behind their length, as they lie in the WordDocument stream. Lists
-// longer than 32767 bytes are cut there, between two entries.
+// The most bytes of a section's properties: their length is a signed number of 16 bits.
+inline constexpr std::size_t longestSepx = 0x7FFF;
+
+// The section's properties behind their length, as they lie in the WordDocument stream. Longer
+// lists are cut there, between two entries.
 Bytes encodeSepx(ByteView properties);
 // The properties of the Sepx at `offset`; throws FormatError (damaged) when it is not inside.
 ByteView decodeSepx(ByteView wordDocument, std::uint32_t offset);

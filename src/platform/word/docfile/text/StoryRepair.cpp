@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace qvnd::word {
@@ -111,18 +112,25 @@ bool closeWithParagraphMark(Story& story) {
     return true;
 }
 
-void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists) {
+void changeProperties(Story& story, std::span<const Cp> positions,
+                      const std::function<PropertyListId(Cp, PropertyListId)>& change) {
     if (positions.empty()) {
         return;
     }
     RunSplitter splitter(story.characters);
     for (const Cp position : positions) {
         CharacterRun run = splitter.takeAt(position);
-        run.properties = withoutMeaning(run.properties, lists);
+        run.properties = change(position, run.properties);
         splitter.append(run);
-        story.text[position] = u' ';
     }
     story.characters = splitter.finish();
+}
+
+void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists) {
+    changeProperties(story, positions, [&](Cp position, PropertyListId properties) {
+        story.text[position] = u' ';
+        return withoutMeaning(properties, lists);
+    });
 }
 
 void markSpecial(Story& story, PropertyLists& lists) {
@@ -135,21 +143,14 @@ void markSpecial(Story& story, PropertyLists& lists) {
             places.push_back(anchor.at);
         }
     }
-    if (places.empty()) {
-        return;
-    }
     std::sort(places.begin(), places.end());
     places.erase(std::unique(places.begin(), places.end()), places.end());
-    RunSplitter splitter(story.characters);
-    for (const Cp at : places) {
-        CharacterRun run = splitter.takeAt(at);
-        const auto special = findSprm(lists[run.properties], sprm::CFSpec);
-        if (!special || special->operand[0] != 1) {
-            run.properties = lists.intern(withSprm8(lists[run.properties], sprm::CFSpec, 1));
-        }
-        splitter.append(run);
-    }
-    story.characters = splitter.finish();
+    changeProperties(story, places, [&](Cp, PropertyListId properties) {
+        const auto special = findSprm(lists[properties], sprm::CFSpec);
+        return special && special->operand[0] == 1
+                   ? properties
+                   : lists.intern(withSprm8(lists[properties], sprm::CFSpec, 1));
+    });
 }
 
 std::vector<Cp> picturesWithoutData(const Story& story, const PropertyLists& lists) {

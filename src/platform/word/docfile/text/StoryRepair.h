@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/docfile/text/Fields.h"
 
+#include <functional>
 #include <span>
 
 // Repairs that give a story the invariants of Story, whatever the file holds.
@@ -13,6 +14,10 @@ void appendRun(std::vector<CharacterRun>& runs, CharacterRun run);
 
 // Appends a paragraph mark unless the text ends in one. Answers whether it did.
 bool closeWithParagraphMark(Story& story);
+
+// Gives the characters at `positions`, which ascend, the properties that `change` makes of theirs.
+void changeProperties(Story& story, std::span<const Cp> positions,
+                      const std::function<PropertyListId(Cp, PropertyListId)>& change);
 
 // Replaces the characters at `positions`, which ascend, by blanks without special meaning: those
 // of special characters whose data or counterpart is missing.
