@@ -116,8 +116,12 @@ GlyphPainter::~GlyphPainter() {
 }
 
 void GlyphPainter::show(cairo_t* context, const GlyphRun& run) {
+    // Cairo writes the place of a text as its distance from the one before, rounded, so that errors
+    // add up over a page, unless the size is another one: one that differs by less than is written.
+    constexpr double unseen = 1e-9;
+    isOdd_ = !isOdd_;
     cairo_set_font_face(context, fontFace(run.face));
-    Batch batch(context, run.size);
+    Batch batch(context, isOdd_ ? run.size * (1 + unseen) : run.size);
     double x = 0;
     for (std::size_t i = 0; i < run.text.size(); ++i) {
         const char32_t c = characterAt(run.text, i);

@@ -43,6 +43,7 @@ private:
 
     FontFaces& fonts_;
     std::map<layout::FaceId, cairo_font_face_t*> faces_;
+    bool isOdd_ = false; // the last run shown
 };
 
 // The character that begins at that code unit.

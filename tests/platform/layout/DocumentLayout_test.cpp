@@ -244,7 +244,7 @@ TEST_F(Pages, TheOfficeSuitePutsWholeLinesOfTheGridInTheMiddleOfThePage) {
     options = officeOptions();
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
-    EXPECT_DOUBLE_EQ(found[0].layer.texts.front().baseline, 1000 + 100 + 50 + 160);
+    EXPECT_NEAR(found[0].layer.texts.front().baseline, 1000 + 100 + 50 + 160, 0.02);
     EXPECT_EQ(textOf(found[1]), u"一");
 }
 
@@ -337,7 +337,7 @@ TEST_F(Pages, InTheOfficeSuiteAnEmptyParagraphTakesOverTheMarkBeforeIt) {
     type(u"\r乙\r");
     EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 200 + 160);
     options = officeOptions();
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 400 + 160);
+    EXPECT_NEAR(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 400 + 160, 0.02);
 }
 
 TEST_F(Pages, DeletedTextIsNotSeenButTheOfficeSuiteStrikesItOut) {
@@ -469,8 +469,20 @@ TEST_F(Pages, TheOfficeSuiteDrawsTextAtTenthsOfPoints) {
     type(u"乙\r", withSprm16({}, sprm::PDyaBefore, 101));
     EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1461);
     options = officeOptions();
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'甲').baseline, 1160);
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1462);
+    EXPECT_NEAR(textAt(pages().at(0), u'甲').baseline, 1160, 0.02);
+    EXPECT_NEAR(textAt(pages().at(0), u'乙').baseline, 1462, 0.02);
+}
+
+TEST_F(Pages, TheOfficeSuiteCountsFromTheFootOfPaperInThousandthsOfPoints) {
+    Page page;
+    page.layer.texts.resize(1);
+    page.layer.texts[0].baseline = 9241.9;
+    page.height = 15840; // 792 points
+    page.alignLikeOffice();
+    EXPECT_DOUBLE_EQ(page.layer.texts[0].baseline, 9242);
+    page.height = 16838; // 297 mm, 841.88976 points: 379.789 above its foot, and not 379.78976
+    page.alignLikeOffice();
+    EXPECT_NEAR(page.layer.texts[0].baseline, 9242 + 0.01528, 0.00001);
 }
 
 TEST_F(Pages, InTheOfficeSuiteEverySecondOfBreaksInARowIsNoneOfItsOwn) {

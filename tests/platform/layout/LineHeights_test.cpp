@@ -102,6 +102,15 @@ TEST_F(LineHeights, TheOfficeSuiteCutsWhatAMultipleGivesToWholeTwips) {
     EXPECT_DOUBLE_EQ(roomOf({163, 40}, format, setting, {}).height, 203 * 1.3);
 }
 
+TEST_F(LineHeights, InTheOfficeSuiteAFacesDescentIsWhatItsHeightLeaves) {
+    const ContentHeights squares = officeHeights({1.16, 0.288}, 240, false);
+    EXPECT_DOUBLE_EQ(squares.ascent, 278); // of 278.4
+    EXPECT_DOUBLE_EQ(squares.descent, 70); // of 69.12, for the height is 347.5
+    const ContentHeights latin = officeHeights({0.683, 0.317}, 210, false);
+    EXPECT_DOUBLE_EQ(latin.ascent, 144); // of 143.43, which is 861 sixths
+    EXPECT_DOUBLE_EQ(latin.descent, 66); // of 66.57
+}
+
 TEST_F(LineHeights, TheOfficeSuiteRaisesAndLowersTextByWholeTwips) {
     const FaceHeights face{0.683, 0.317, 0.2};
     const ScriptText raised = officeScript(face, 220, true, true);

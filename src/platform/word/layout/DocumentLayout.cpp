@@ -20,7 +20,6 @@ namespace {
 using word::ResolvedSection;
 
 constexpr double leastBody = 720; // twips that headers and footers leave
-constexpr double officeStep = 2;  // twips: the office suite draws at tenths of points
 
 } // namespace
 
@@ -419,7 +418,7 @@ private:
     void finishPage() {
         placeNotes();
         if (options_.officeLines) {
-            page_.layer.alignBaselines(officeStep);
+            page_.alignLikeOffice();
         }
         finished_.push_back(std::move(page_));
         Page next;

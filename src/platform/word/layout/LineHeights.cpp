@@ -11,6 +11,7 @@ using Spacing = word::ResolvedParagraph::Spacing;
 
 constexpr double lineUnits = 240;      // of a multiple
 constexpr double partAbove = 0.8;      // of an exact line, above its foot
+constexpr double officePixel = 6;      // of the office suite, in a twip
 constexpr double gridRounding = 0.001; // of a grid's unit
 
 bool isOnGrid(const word::ResolvedParagraph& format, const LineSetting& setting) {
@@ -94,10 +95,8 @@ double lineRise(const TextItem& item, bool office) {
 }
 
 // The office suite measures faces in pixels of a sixth of a twip, and keeps whole twips of that.
-double officeTwips(double twips) {
-    constexpr double pixels = 6;
-    return std::round(std::round(twips * pixels) / pixels);
-}
+double officePixels(double twips) { return std::round(twips * officePixel); }
+double twipsOf(double pixels) { return std::round(pixels / officePixel); }
 
 ContentHeights heightsIn(FaceHeights face, double size, const LineSetting& setting) {
     if (setting.options.officeLines) {
@@ -109,8 +108,11 @@ ContentHeights heightsIn(FaceHeights face, double size, const LineSetting& setti
 } // namespace
 
 ContentHeights officeHeights(FaceHeights face, double size, bool hasLeading) {
-    const double leading = hasLeading ? officeTwips(face.leading * size) : 0;
-    return {officeTwips(face.ascent * size) + leading, officeTwips(face.descent * size)};
+    const double above = officePixels(face.ascent * size);
+    const double ascent = twipsOf(above);
+    const double height = twipsOf(above + officePixels(face.descent * size));
+    const double leading = hasLeading ? twipsOf(officePixels(face.leading * size)) : 0;
+    return {ascent + leading, height - ascent};
 }
 
 ScriptText officeScript(FaceHeights face, double size, bool isRaised, bool hasLeading) {

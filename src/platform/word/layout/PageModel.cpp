@@ -15,6 +15,15 @@ void appendMoved(std::vector<Item>& to, const std::vector<Item>& from, const Mov
     }
 }
 
+// The thousandth of a point that is cut off from the height of paper of so many twips, in twips.
+double cutOff(double height) {
+    constexpr double hundredthsOfMillimetre = 2540.0 / 1440; // in a twip
+    constexpr double thousandthsOfPoint = 72000.0 / 2540;    // in a hundredth of a millimetre
+    constexpr double twips = 20.0 / 1000;                    // in a thousandth of a point
+    const double paper = std::round(height * hundredthsOfMillimetre) * thousandthsOfPoint;
+    return (paper - std::floor(paper)) * twips;
+}
+
 } // namespace
 
 void Layer::append(const Layer& other, double right, double down) {
@@ -42,10 +51,12 @@ void Layer::append(const Layer& other, double right, double down) {
     });
 }
 
-void Layer::alignBaselines(double step) {
+void Page::alignLikeOffice() {
+    constexpr double tenth = 2;      // of a point, in twips
     constexpr double middle = 0.501; // a sum of fractions may fall a little short of it
-    for (PlacedText& text : texts) {
-        text.baseline = std::floor(text.baseline / step + middle) * step;
+    const double lower = cutOff(height);
+    for (PlacedText& text : layer.texts) {
+        text.baseline = std::floor(text.baseline / tenth + middle) * tenth + lower;
     }
 }
 

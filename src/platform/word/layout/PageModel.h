@@ -89,8 +89,6 @@ struct Layer {
 
     // Adds the content of another layer, moved by that distance.
     void append(const Layer& other, double right, double down);
-    // Moves the baselines of texts to the nearest multiple of `step`, from the middle downwards.
-    void alignBaselines(double step);
 };
 
 struct Page {
@@ -100,6 +98,12 @@ struct Page {
     double width = 11906;
     double height = 16838;
     Layer layer;
+
+    // Moves the baselines of texts to where the office suite draws them: at tenths of points from
+    // the top, of two equally near the lower one. The suite writes them as distances from the foot
+    // of paper of whole hundredths of millimetres, cut off behind thousandths of points, so that
+    // they stand a little lower.
+    void alignLikeOffice();
 };
 
 } // namespace qvnd::layout
