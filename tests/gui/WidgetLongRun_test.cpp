@@ -79,6 +79,21 @@ TEST(LongRuns, ThenNameThePieceAndEndWithTheWork) {
     EXPECT_FALSE(run.isCancelled());
 }
 
+TEST(LongRuns, ThatCannotBeStoppedAnyMoreLoseTheButtonAndWithinOthersKeepIt) {
+    desktop::WidgetLongRun run(0);
+    run.begin("添加文档", 2);
+    run.next("甲.doc");
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
+    run.begin("检查", 0);
+    run.offerNoCancel();
+    EXPECT_NE(dialog()->findChild<QPushButton*>(), nullptr) << "the other one can stop behind it";
+    run.end();
+    run.offerNoCancel();
+    EXPECT_EQ(dialog()->findChild<QPushButton*>(), nullptr);
+    EXPECT_FALSE(run.isCancelled());
+    run.end();
+}
+
 TEST(LongRuns, OfUnknownLengthShowABusyBar) {
     desktop::WidgetLongRun run(0);
     run.begin("输出 PDF", 0);
@@ -135,6 +150,28 @@ TEST_P(CancelledLongRuns, SayThatTheyStopUntilTheWorkHasEnded) {
     EXPECT_EQ(dialog(), shown) << "however often";
     run.end();
     EXPECT_EQ(dialog(), nullptr);
+}
+
+TEST_P(CancelledLongRuns, AreNotOnceTheWorkCannotBeStopped) {
+    const bool hasButton = std::string(GetParam()) == "Button";
+    desktop::WidgetLongRun run(0);
+    run.begin("添加文档", 0);
+    run.offerNoCancel();
+    run.next("甲.doc");
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
+    const QWidget* const shown = dialog();
+    EXPECT_EQ(shown->findChild<QPushButton*>(), nullptr);
+    if (!hasButton) {
+        cancel();
+    }
+    EXPECT_FALSE(run.isCancelled());
+    ASSERT_EQ(dialog(), shown) << "it stays";
+    EXPECT_EQ(shown->findChild<QLabel*>()->text(), "甲.doc");
+    run.end();
+    run.begin("添加文档", 0);
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
+    EXPECT_NE(dialog()->findChild<QPushButton*>(), nullptr) << "of the next one";
+    run.end();
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, CancelledLongRuns, testing::Values("Button", "Escape", "Close"),

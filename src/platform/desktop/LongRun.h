@@ -14,6 +14,9 @@ public:
     // begin() needs its end(). A run that begins within another is a part of it: title and length
     // stay those of the outermost, and cancelling it cancels all.
     virtual void begin(const QString& title, int pieces) = 0;
+    // From now on nothing can be cancelled any more, and nothing offers it: the work at hand cannot
+    // be stopped. Within another run nothing changes, as that one can stop behind this.
+    virtual void offerNoCancel() {}
     // The next piece begins; `text` names it.
     virtual void next(const QString& text) = 0;
     // True when the user has cancelled, until the end of the outermost run: the progress stays on

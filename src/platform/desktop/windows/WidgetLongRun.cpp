@@ -30,7 +30,18 @@ void WidgetLongRun::begin(const QString& title, int pieces) {
     pieces_ = pieces;
     done_ = -1;
     cancelled_ = false;
+    canCancel_ = true;
     clock_.start();
+}
+
+void WidgetLongRun::offerNoCancel() {
+    if (running_ != 1) {
+        return;
+    }
+    canCancel_ = false;
+    if (dialog_) {
+        dialog_->setCancelButton(nullptr);
+    }
 }
 
 void WidgetLongRun::next(const QString& text) {
@@ -69,6 +80,9 @@ void WidgetLongRun::show() {
     QObject::disconnect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(), nullptr);
     QObject::connect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(),
                      [this] { cancel(); });
+    if (!canCancel_) {
+        dialog_->setCancelButton(nullptr);
+    }
     showPiece();
     dialog_->show();
 }
@@ -81,6 +95,9 @@ void WidgetLongRun::showPiece() {
 }
 
 void WidgetLongRun::cancel() {
+    if (!canCancel_) {
+        return;
+    }
     cancelled_ = true;
     dialog_->setLabelText(u"正在停止……"_s);
     dialog_->findChild<QPushButton*>()->setEnabled(false);

@@ -17,6 +17,7 @@ public:
     explicit WidgetLongRun(int patience = 1000) : patience_(patience) {}
 
     void begin(const QString& title, int pieces) override;
+    void offerNoCancel() override;
     void next(const QString& text) override;
     bool isCancelled() override;
     void end() override;
@@ -30,6 +31,7 @@ private:
     QElapsedTimer clock_;
     int running_ = 0; // runs that have begun and not ended, one within the other
     bool cancelled_ = false;
+    bool canCancel_ = true;
     QString title_;
     QString text_;
     int pieces_ = 0;
