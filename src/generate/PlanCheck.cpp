@@ -15,7 +15,6 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
-#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -156,9 +155,9 @@ private:
 
     void read(const OutlineNode& node, const std::filesystem::path& path) {
         try {
-            std::optional<word::DocumentContent> document;
-            parts_.longWork([&] { document = word::readDocument(path); });
-            bringIn(node, *document);
+            std::vector<std::u16string> leftOut;
+            parts_.longWork([&] { leftOut = bringIn(word::readDocument(path)); });
+            addNotCarried(node, leftOut);
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
             readForeign(node, path, isLocked ? Kind::encrypted : Kind::unreadable);
@@ -170,20 +169,26 @@ private:
     // As the door of the engine reads what our own reader refuses.
     void readForeign(const OutlineNode& node, const std::filesystem::path& path, Kind refused) {
         try {
-            word::DocumentContent document =
-                word::readDocumentFile(path, parts_.documents, parts_.longWork);
-            word::Remarks& remarks = document.unread.remarks;
-            add(Kind::converted, node, QString::fromStdU16String(remarks.front()));
-            remarks.erase(remarks.begin());
-            bringIn(node, document);
+            const word::DocumentReading document =
+                word::readConverting(path, parts_.documents, parts_.longWork);
+            if (!document.conversion.empty())
+                add(Kind::converted, node, QString::fromStdU16String(document.conversion));
+            std::vector<std::u16string> leftOut;
+            parts_.longWork([&] { leftOut = bringIn(document.content); });
+            addNotCarried(node, leftOut);
         } catch (const std::exception& refusal) {
             add(refused, node, desktop::descriptionOf(runTimeErrorOf(refusal)));
         }
     }
 
-    void bringIn(const OutlineNode& node, const word::DocumentContent& document) {
-        std::vector<std::u16string> leftOut;
-        word::importDocument(target_.tables, names_, document, leftOut);
+    // What stays behind.
+    std::vector<std::u16string> bringIn(const word::DocumentContent& document) {
+        word::ImportNotes notes;
+        word::importDocument(target_.tables, names_, document, notes);
+        return notes.leftOut;
+    }
+
+    void addNotCarried(const OutlineNode& node, const std::vector<std::u16string>& leftOut) {
         for (const std::u16string& line : leftOut)
             add(Kind::notCarried, node, QString::fromStdU16String(line));
     }

@@ -52,9 +52,11 @@ Reading readingOf(const std::filesystem::path& path) {
     try {
         word::readDocumentFile(path);
         return {};
+    } catch (const word::DocumentRefusal& refusal) {
+        return {desktop::descriptionOf(refusal),
+                QString::fromStdU16String(refusal.formatToConvert())};
     } catch (const std::exception& failure) {
-        return {desktop::descriptionOf(runTimeErrorOf(failure)),
-                QString::fromStdU16String(word::formatToConvert(path))};
+        return {desktop::descriptionOf(runTimeErrorOf(failure)), {}};
     }
 }
 

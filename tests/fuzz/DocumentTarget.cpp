@@ -40,9 +40,9 @@ std::set<std::string> brokenByInsertion(const DocumentContent& source) {
     WorkingDocument document(normalTemplate());
     writer.saveAs(place, document.content());
     for (int i = 0; i < 2; ++i) {
-        std::vector<std::u16string> leftOut;
+        ImportNotes notes;
         DocumentBody text =
-            importDocument(document.tables(), document.bookmarkNames(), source, leftOut);
+            importDocument(document.tables(), document.bookmarkNames(), source, notes);
         const Cp begin = document.main().size() - 1;
         const Cp end = insertDocument(document, begin, std::move(text));
         document.main().changeCharacters(

@@ -17,11 +17,14 @@ namespace {
 constexpr int betweenReports = 100; // milliseconds
 constexpr double twipsPerPoint = 20;
 
-RunTimeError failureOf(const std::exception& failure) {
-    if (const auto* named = dynamic_cast<const RunTimeError*>(&failure)) {
-        return *named;
+word::DocumentRefusal failureOf(const std::exception& failure) {
+    if (const auto* refusal = dynamic_cast<const word::DocumentRefusal*>(&failure)) {
+        return *refusal;
     }
-    return RunTimeError(error::invalidCall, u"读取文档时出现意外的错误。");
+    if (const auto* named = dynamic_cast<const RunTimeError*>(&failure)) {
+        return word::DocumentRefusal(*named);
+    }
+    return word::DocumentRefusal({error::invalidCall, u"读取文档时出现意外的错误。"});
 }
 
 } // namespace
@@ -45,7 +48,7 @@ struct PaintedPages::Shared : std::enable_shared_from_this<Shared> {
     bool isOpen = false; // or will never be
     bool isLate = false; // the receiver did not wait for it
     First first;
-    std::optional<RunTimeError> failure;
+    std::optional<word::DocumentRefusal> failure;
     std::vector<Wanted> wanted;
 
     std::unique_ptr<OpenDocument> document;
@@ -94,7 +97,7 @@ struct PaintedPages::Shared : std::enable_shared_from_this<Shared> {
         });
     }
 
-    void fail(const RunTimeError& failed) {
+    void fail(const word::DocumentRefusal& failed) {
         const std::scoped_lock guard(lock);
         isAtWork = false;
         const bool isHandedOver = isOpen;
@@ -191,7 +194,7 @@ PaintedPages::First PaintedPages::wait(std::chrono::milliseconds patience) {
         return {};
     }
     if (shared_->failure) {
-        throw RunTimeError(*shared_->failure);
+        throw word::DocumentRefusal(*shared_->failure);
     }
     return std::move(shared_->first);
 }

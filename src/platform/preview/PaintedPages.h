@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/error/RunTimeError.h"
 #include "platform/preview/FontShelf.h"
 #include "platform/preview/Mailbox.h"
+#include "platform/word/engine/DocumentSource.h"
 
 #include <QImage>
 #include <QSizeF>
@@ -30,7 +30,7 @@ public:
         std::function<void(int page, const QImage&)> painted;
         // The number of pages is known now, and pages painted before show another.
         std::function<void()> outdated;
-        std::function<void(const RunTimeError&)> failed; // what comes later than wait()
+        std::function<void(const word::DocumentRefusal&)> failed; // what comes later than wait()
     };
     struct Wanted {
         int page = 0;
@@ -51,8 +51,8 @@ public:
         QImage image;
         bool isWhole = false;
     };
-    // The first page if it is there in time; else the receiver gets it. Throws RunTimeError when
-    // the document cannot be read. To be called once, before anything else.
+    // The first page if it is there in time; else the receiver gets it. Throws DocumentRefusal,
+    // with any number, when the document cannot be read. To be called once, before anything else.
     First wait(std::chrono::milliseconds patience);
     // These pages are to be painted, the most urgent first; those asked for before are not, unless
     // they are at work.

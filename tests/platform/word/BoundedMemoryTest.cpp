@@ -83,10 +83,9 @@ void bringIn(const Bytes& file) {
     WorkingDocument document(normalTemplate());
     {
         const DocumentContent source = readDocument(file);
-        std::vector<std::u16string> leftOut;
-        insertDocument(
-            document, document.main().size() - 1,
-            importDocument(document.tables(), document.bookmarkNames(), source, leftOut));
+        ImportNotes notes;
+        insertDocument(document, document.main().size() - 1,
+                       importDocument(document.tables(), document.bookmarkNames(), source, notes));
     }
     DocumentWriter(std::make_shared<FilesElsewhere>()).saveAs("/a.doc", document.content());
 }

@@ -25,7 +25,7 @@ OwnPages::OwnPages(const QString& path, std::shared_ptr<FontShelf> fonts,
              },
              [this](int page, const QImage& image) { take(page, image); },
              [this] { setOutdated(); },
-             [this](const RunTimeError& failure) { emit failed(failure); }}) {
+             [this](const word::DocumentRefusal& refusal) { emit failed(refusal); }}) {
     asking_.setSingleShot(true);
     asking_.setInterval(0);
     connect(&asking_, &QTimer::timeout, this, &OwnPages::ask);

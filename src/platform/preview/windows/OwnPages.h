@@ -18,8 +18,8 @@ public:
     OwnPages(const QString& path, std::shared_ptr<FontShelf> fonts,
              std::function<int(QSizeF)> firstWidth, qreal devicePixelRatio);
 
-    // Whether the first page was there in time. Throws RunTimeError when the document cannot be
-    // read. To be called at most once, before the first signal.
+    // Whether the first page was there in time; throws as PaintedPages::wait(). To be called at
+    // most once, before the first signal.
     bool wait(std::chrono::milliseconds patience);
     // Shows the images of other pages in the place of these until they are painted.
     void standIn(const OwnPages& others);
@@ -33,7 +33,7 @@ public:
 signals:
     // More pages are found.
     void found();
-    void failed(const RunTimeError& failure);
+    void failed(const word::DocumentRefusal& refusal);
 
 private:
     struct Image {

@@ -2,8 +2,6 @@
 
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/RunTimeError.h"
-#include "platform/files/Paths.h"
-#include "platform/word/engine/DocumentSource.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -113,9 +111,9 @@ std::unique_ptr<OwnPages> PagePane::read() {
     auto pages = std::make_unique<OwnPages>(path_, fonts_, firstWidth, devicePixelRatioF());
     connect(pages.get(), &OwnPages::found, this, &PagePane::grow);
     connect(pages.get(), &OwnPages::drawn, this, [this] { update(); });
-    connect(pages.get(), &OwnPages::failed, this, [this](const RunTimeError& failure) {
-        if (!showConverted()) {
-            failLate(asShown(failure));
+    connect(pages.get(), &OwnPages::failed, this, [this](const word::DocumentRefusal& refusal) {
+        if (!showConverted(refusal)) {
+            failLate(asShown(refusal));
         }
     });
     return pages;
@@ -152,10 +150,10 @@ void PagePane::show(const QString& path) {
         } else {
             say(u"正在读取文档……"_s);
         }
-    } catch (const RunTimeError& failure) {
-        if (!showConverted()) {
+    } catch (const word::DocumentRefusal& refusal) {
+        if (!showConverted(refusal)) {
             hide();
-            throw asShown(failure);
+            throw asShown(refusal);
         }
     }
     watch_.watch(path_);
@@ -169,21 +167,18 @@ void PagePane::readAnew() {
         if (next_->wait(std::chrono::milliseconds(0))) {
             grow();
         }
-    } catch (const RunTimeError& failure) {
-        if (!showConverted()) {
-            say(desktop::descriptionOf(failure));
+    } catch (const word::DocumentRefusal& refusal) {
+        if (!showConverted(refusal)) {
+            say(desktop::descriptionOf(refusal));
         }
     }
 }
 
 // Waits for the office suite's pages of a document that our own engine does not read. False when
 // the suite is not there or would not know it either.
-bool PagePane::showConverted() {
-    if (!conversion_.isAvailable()) {
-        return false;
-    }
-    const std::u16string format = word::formatToConvert(files::toPath(path_));
-    if (format.empty()) {
+bool PagePane::showConverted(const word::DocumentRefusal& refusal) {
+    const std::u16string& format = refusal.formatToConvert();
+    if (format.empty() || !conversion_.isAvailable()) {
         return false;
     }
     say(u"这是%1，正在由办公套件转换……"_s.arg(QString::fromStdU16String(format)));

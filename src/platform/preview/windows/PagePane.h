@@ -74,7 +74,7 @@ private:
     void letGo();
     std::unique_ptr<OwnPages> read();
     void readAnew();
-    bool showConverted();
+    bool showConverted(const word::DocumentRefusal& refusal);
     void failLate(const RunTimeError& failure);
     void tellFailure();
     void takeOver();

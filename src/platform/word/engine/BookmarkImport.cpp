@@ -69,6 +69,9 @@ std::u16string BookmarkImport::named(const Bookmark& bookmark, BookmarkNames& na
     std::u16string name = names.addUnique(bookmark.name);
     if (name != bookmark.name) {
         newNames_.emplace(foldedName(bookmark.name), name);
+        if (!isHidden(bookmark)) {
+            renamed_.push_back({bookmark.name, name});
+        }
     }
     return name;
 }

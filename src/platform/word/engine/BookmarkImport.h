@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/engine/BookmarkNames.h"
+#include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/TextChanges.h"
 
 #include <string>
@@ -23,6 +24,8 @@ public:
     std::vector<Bookmark> aside(const Story& text) const;
 
     const NewNames& newNames() const { return newNames_; }
+    // Those of them that users see; nobody sees the names of hidden ones.
+    const std::vector<ImportChanges::Renamed>& renamed() const { return renamed_; }
     int withoutRoom() const { return withoutRoom_; }
 
 private:
@@ -34,6 +37,7 @@ private:
     std::vector<const Bookmark*> aside_;
     std::unordered_map<const Bookmark*, std::u16string> asideNames_; // of those that come in
     NewNames newNames_;
+    std::vector<ImportChanges::Renamed> renamed_;
     int withoutRoom_ = 0;
 };
 

@@ -7,8 +7,9 @@
 
 namespace qvnd::word {
 
-// Runs the reading of a file, which may take long and touches nothing else, to its end; what it
-// throws passes. Where there is none the work runs as it comes.
+// Runs work that may take long, such as the reading of a file, to its end; what it throws passes.
+// What else runs meanwhile must not touch what the work does: a document, the file of a document.
+// Where there is none the work runs as it comes.
 using LongWork = std::function<void(const std::function<void()>& work)>;
 
 // Turns documents of other formats into Word 97-2003 documents.

@@ -11,12 +11,14 @@
 #include "platform/word/engine/FieldCodes.h"
 #include "platform/word/engine/ImportTables.h"
 #include "platform/word/engine/LeftOut.h"
+#include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StoryEdits.h"
 #include "platform/word/engine/TextChanges.h"
 #include "platform/word/engine/TextImport.h"
 #include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <unordered_map>
 
@@ -105,14 +107,19 @@ public:
     }
 
     // Completes the tables; nothing comes in behind it.
-    std::vector<std::u16string> finish() {
+    void finish(ImportNotes& notes, ImportChanges& changes) {
         tables_.finish();
         losses_.lists = tables_.lists().withoutRoom();
         losses_.fonts = tables_.fonts().withoutRoom();
         losses_.styles = tables_.styles().withoutPlace();
         losses_.longFormats = text_.fitting().cut() + tables_.styles().withoutRoom();
         losses_.divisions = namesDivisions(source_.tables.lists);
-        return leftOutOf(source_, losses_);
+        notes.leftOut = leftOutOf(source_, losses_);
+        changes.bookmarks = bookmarks_.renamed();
+        changes.styles = tables_.styles().renamed();
+        changes.footnotes = numbered_[static_cast<std::size_t>(AnchorKind::footnote)];
+        changes.endnotes = numbered_[static_cast<std::size_t>(AnchorKind::endnote)];
+        notes.changed = changesOf(changes);
     }
 
 private:
@@ -174,6 +181,7 @@ private:
 
     std::uint32_t bringSideStory(const Anchor& anchor) {
         SideStory brought = source_.tables.sideStories.at(anchor.index);
+        numbered_[static_cast<std::size_t>(anchor.kind)] += brought.automatic ? 1 : 0;
         brought.text = sideText(*brought.text);
         target_.sideStories.push_back(std::move(brought));
         --lossesOf(anchor.kind);
@@ -257,6 +265,7 @@ private:
     ImportTables tables_;
     TextImport text_;
     ImportLosses losses_;
+    std::array<int, anchorKinds> numbered_{}; // side stories that bear a number
     std::shared_ptr<const Story> main_;
     StoryEdits edits_;                                             // of the main story
     std::unordered_map<std::uint32_t, std::uint32_t> sideStories_; // index here, index there
@@ -265,10 +274,33 @@ private:
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 
+// A section without headers of its own continues the page numbers in front of it, and so does the
+// last one.
+bool givesUpFirstPage(const DocumentContent& source, const DocumentBody& brought) {
+    for (std::size_t i = 0; i < source.sections.size(); ++i) {
+        const ByteView section = source.tables.lists[source.sections[i].properties];
+        const bool isKept = i < brought.headers.size() && hasHeaders(brought.headers[i]);
+        if (sprmValue(section, sprm::SFPgnRestart, 0) != 0 && !isKept) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
+void ImportNotes::tell(ImportReport& report, const std::filesystem::path& path) const {
+    for (const std::u16string& what : leftOut) {
+        report.notCarried(path, what);
+    }
+    for (const std::u16string& what : changed) {
+        report.changed(path, what);
+    }
+}
+
 DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
-                            const DocumentContent& source, std::vector<std::u16string>& leftOut) {
+                            const DocumentContent& source, ImportNotes& notes) {
+    ImportChanges changes;
     DocumentBody result;
     BookmarkImport bookmarks(source, names);
     StoriesImport stories(target, source, bookmarks);
@@ -284,7 +316,8 @@ DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
     if (!result.headers.empty()) {
         result.headers.resize(result.sections.size());
     }
-    leftOut = stories.finish();
+    changes.pages = givesUpFirstPage(source, result);
+    stories.finish(notes, changes);
     return result;
 }
 

@@ -2,11 +2,23 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/engine/BookmarkNames.h"
+#include "platform/word/engine/ImportReport.h"
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
 namespace qvnd::word {
+
+// What is to be told of a document that came in, a line of Chinese each.
+struct ImportNotes {
+    // What the document holds and the answer does not, the remarks of the source first.
+    std::vector<std::u16string> leftOut;
+    // What has other numbers or names there, and why.
+    std::vector<std::u16string> changed;
+
+    void tell(ImportReport& report, const std::filesystem::path& path) const;
+};
 
 // Rewrites the text of `source` in terms of the tables `target`, to which it adds what they lack.
 // Property lists are copied; only operands that name fonts, styles, lists, pictures and authors are
@@ -17,10 +29,8 @@ namespace qvnd::word {
 // another document. Names of bookmarks are added to `names`. Linear in the size of `source`. Every
 // section of the answer but the last ends in its break mark (U+000C). The last one has no mark and
 // no headers; the caller decides whether its properties are used. `headers` is empty when no
-// section has any.
-// `leftOut` gets a line in Chinese for each kind of thing that the document holds and the answer
-// does not, the remarks of the source first.
+// section has any. `notes` gets a line for each kind of thing.
 DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
-                            const DocumentContent& source, std::vector<std::u16string>& leftOut);
+                            const DocumentContent& source, ImportNotes& notes);
 
 } // namespace qvnd::word

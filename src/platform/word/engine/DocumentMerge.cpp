@@ -12,13 +12,14 @@ namespace {
 
 void append(WorkingDocument& document, const std::filesystem::path& file, const FontChange& font,
             ImportReport& report, DocumentConverter* converter) {
-    const DocumentContent source = readDocumentFile(file, converter);
-    std::vector<std::u16string> leftOut;
+    const DocumentReading source = readConverting(file, converter);
+    ImportNotes notes;
     DocumentBody text =
-        importDocument(document.tables(), document.bookmarkNames(), source, leftOut);
-    for (const std::u16string& what : leftOut) {
-        report.notCarried(file, what);
+        importDocument(document.tables(), document.bookmarkNames(), source.content, notes);
+    if (!source.conversion.empty()) {
+        report.converted(file, source.conversion);
     }
+    notes.tell(report, file);
     WorkingStory main(text.main);
     main.changeCharacters(0, main.size(), propertyChange(document.tables(), font));
     insertDocument(document, document.main().size() - 1, std::move(text));

@@ -60,18 +60,19 @@ struct Refusal {
     ForeignFormat instead;
 
     // `help` ends in a full stop.
-    RunTimeError with(const std::u16string& help) const {
+    DocumentRefusal with(const std::u16string& help) const {
         std::u16string reason = reasonOf(kind);
         if (kind == FormatError::Kind::encrypted) {
             reason += kindOfEncryption(path);
         } else if (kind != FormatError::Kind::olderThanWord97 && !instead.name.empty()) {
             reason += u"，而是" + instead.name;
         }
-        return {error::invalidCall,
-                u"不能打开文件“" + path.filename().u16string() + u"”：" + reason + help};
+        return DocumentRefusal({error::invalidCall, u"不能打开文件“" + path.filename().u16string() +
+                                                        u"”：" + reason + help},
+                               instead.isText ? instead.name : std::u16string());
     }
 
-    RunTimeError withoutConverter() const {
+    DocumentRefusal withoutConverter() const {
         if (instead.isText) {
             return with(std::u16string(u"。") + adviceToInstall);
         }
@@ -89,14 +90,11 @@ DocumentContent readBeside(const LongWork& longWork, const Source& source) {
     return std::move(*content);
 }
 
-DocumentContent convertedDocument(const Refusal& refusal, DocumentConverter& converter,
+DocumentReading convertedDocument(const Refusal& refusal, DocumentConverter& converter,
                                   const LongWork& longWork) {
     try {
-        DocumentContent content = readBeside(longWork, converter.converted(refusal.path));
-        Remarks& remarks = content.unread.remarks;
-        remarks.insert(remarks.begin(), u"原文件是" + refusal.instead.name +
-                                            u"，已由办公套件转换，版面可能有出入。");
-        return content;
+        return {readBeside(longWork, converter.converted(refusal.path)),
+                u"原文件是" + refusal.instead.name + u"，已由办公套件转换，版面可能有出入。"};
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::stopped) {
             throw;
@@ -109,14 +107,14 @@ DocumentContent convertedDocument(const Refusal& refusal, DocumentConverter& con
 
 } // namespace
 
-DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConverter* converter,
-                                 const LongWork& longWork) {
+DocumentReading readConverting(const std::filesystem::path& path, DocumentConverter* converter,
+                               const LongWork& longWork) {
     std::error_code ignored;
     if (!std::filesystem::exists(path, ignored)) {
         throw RunTimeError(error::fileNotFound, u"找不到文件“" + path.u16string() + u"”。");
     }
     try {
-        return readBeside(longWork, path);
+        return {readBeside(longWork, path), {}};
     } catch (const FormatError& error) {
         const Refusal refusal{path, error.kind(), insteadOf(path, error.kind())};
         if (refusal.instead.isText && converter != nullptr && converter->isAvailable()) {
@@ -126,14 +124,14 @@ DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConv
     }
 }
 
-std::u16string formatToConvert(const std::filesystem::path& path) {
-    try {
-        readDocument(path);
-        return {};
-    } catch (const FormatError& error) {
-        const ForeignFormat instead = insteadOf(path, error.kind());
-        return instead.isText ? instead.name : std::u16string();
+DocumentContent readDocumentFile(const std::filesystem::path& path, DocumentConverter* converter,
+                                 const LongWork& longWork) {
+    DocumentReading source = readConverting(path, converter, longWork);
+    if (!source.conversion.empty()) {
+        Remarks& remarks = source.content.unread.remarks;
+        remarks.insert(remarks.begin(), source.conversion);
     }
+    return std::move(source.content);
 }
 
 } // namespace qvnd::word

@@ -77,7 +77,8 @@ EngineDocument& EngineApplication::enterFile(const std::filesystem::path& file,
                                              std::filesystem::path path) {
     DocumentContent data = readDocumentFile(file, services_.documents, services_.longWork);
     std::vector<std::u16string> losses;
-    EngineDocument& document = enter(openedDocument(std::move(data), &losses), std::move(path));
+    services_.runLong([&] { data = openedDocument(std::move(data), &losses); });
+    EngineDocument& document = enter(std::move(data), std::move(path));
     document.setLosses(std::move(losses));
     return document;
 }

@@ -50,7 +50,7 @@ void EngineDocument::SaveAs(const std::filesystem::path& path) {
     WorkingDocument& content = read();
     wanted_ = path;
     updateContentsPages(content, main_, services_.pages);
-    writer_.saveAs(path, content.content());
+    services_.runLong([&] { writer_.saveAs(path, content.content()); });
     written(path);
 }
 
@@ -62,11 +62,9 @@ void EngineDocument::Save() {
     if (path_.empty()) {
         return; // whoever called SaveAs() knows
     }
-    if (isWritten_) {
-        writer_.save(content.content());
-    } else {
-        writer_.saveAs(path_, content.content());
-    }
+    services_.runLong([&] {
+        isWritten_ ? writer_.save(content.content()) : writer_.saveAs(path_, content.content());
+    });
     written(path_);
 }
 
@@ -160,14 +158,19 @@ void EngineDocument::insertFile(const std::filesystem::path& path) {
         throw RunTimeError(error::invalidCall, u"页眉和页脚中不能插入文件。");
     }
     // Everything that can fail on the file's side comes before the first change.
-    const DocumentContent source = readDocumentFile(path, services_.documents, services_.longWork);
-    WorkingDocument& content = read();
-    std::vector<std::u16string> leftOut;
-    DocumentBody text = importDocument(content.tables(), content.bookmarkNames(), source, leftOut);
-    editor().eraseSelection();
-    for (const std::u16string& what : leftOut) {
-        services_.report.notCarried(path, what);
+    const DocumentReading source = readConverting(path, services_.documents, services_.longWork);
+    ImportNotes notes;
+    services_.runLong([&] { bringIn(source.content, notes); });
+    if (!source.conversion.empty()) {
+        services_.report.converted(path, source.conversion);
     }
+    notes.tell(services_.report, path);
+}
+
+void EngineDocument::bringIn(const DocumentContent& source, ImportNotes& notes) {
+    WorkingDocument& content = read();
+    DocumentBody text = importDocument(content.tables(), content.bookmarkNames(), source, notes);
+    editor().eraseSelection();
     const Cp behind = insertDocument(content, main_.start, std::move(text));
     selectInMain(behind, behind);
 }

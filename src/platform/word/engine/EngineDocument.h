@@ -20,6 +20,8 @@
 
 namespace qvnd::word {
 
+struct ImportNotes;
+
 // An open document with its selection: one in the main story and one in the header or
 // footer that the view shows. Calls on a closed document throw 5825.
 class EngineDocument : public Document {
@@ -82,6 +84,7 @@ public:
 
 private:
     void askAndSave(std::optional<bool> saveChanges);
+    void bringIn(const DocumentContent& source, ImportNotes& notes);
     void written(const std::filesystem::path& path);
 
     std::unique_ptr<WorkingDocument> content_;

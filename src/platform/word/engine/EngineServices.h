@@ -7,6 +7,7 @@
 #include "platform/word/layout/PageNumberSource.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -42,6 +43,8 @@ struct EngineServices {
     // Where documents are written. Null: the real file system.
     std::shared_ptr<OutputFolder> files = nullptr;
     LongWork longWork = nullptr;
+
+    void runLong(const std::function<void()>& work) const { longWork ? longWork(work) : work(); }
 };
 
 } // namespace qvnd::word

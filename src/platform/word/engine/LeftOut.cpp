@@ -21,6 +21,17 @@ void say(std::vector<std::u16string>& lines, int count, std::u16string_view what
     }
 }
 
+void sayRenamed(std::vector<std::u16string>& lines,
+                const std::vector<ImportChanges::Renamed>& renamed, std::u16string_view what,
+                std::u16string_view measure, std::u16string_view why) {
+    if (!renamed.empty()) {
+        const ImportChanges::Renamed& first = renamed.front();
+        say(lines, static_cast<int>(renamed.size()), what, measure,
+            u"改了名（如“" + first.before + u"”改为“" + first.behind + u"”），" +
+                std::u16string(why));
+    }
+}
+
 // Whether there is more than marks and spaces: text, a table, a picture.
 bool holdsContent(const Story& story) {
     return std::any_of(story.text.begin(), story.text.end(), [](char16_t c) {
@@ -114,6 +125,19 @@ std::vector<std::u16string> leftOutOf(const DocumentContent& source, const Impor
     sayForeignKinds(lines, source, losses);
     if (readDop(source.settings, dop::protectedForForms) != 0) {
         lines.emplace_back(u"窗体保护未能带入");
+    }
+    return lines;
+}
+
+std::vector<std::u16string> changesOf(const ImportChanges& changes) {
+    std::vector<std::u16string> lines;
+    sayRenamed(lines, changes.bookmarks, u"书签", u"个",
+               u"因为别的文档已有同名的书签，引用它们的地方已一并更改");
+    sayRenamed(lines, changes.styles, u"样式", u"种", u"因为方案中已有同名而定义不同的样式");
+    say(lines, changes.footnotes, u"脚注", u"个", u"与全文的脚注连续编号，编号可能与原文件不同");
+    say(lines, changes.endnotes, u"尾注", u"个", u"与全文的尾注连续编号，编号可能与原文件不同");
+    if (changes.pages) {
+        lines.emplace_back(u"文件自定的起始页码没有采用，页码接着前面的内容");
     }
     return lines;
 }

@@ -32,6 +32,22 @@ void count(Missing missing, ImportLosses& losses);
 // in a table that is not read.
 bool namesDivisions(const PropertyLists& lists);
 
+// What an import gives other names or numbers.
+struct ImportChanges {
+    struct Renamed {
+        std::u16string before;
+        std::u16string behind;
+    };
+    std::vector<Renamed> bookmarks; // those that users see
+    std::vector<Renamed> styles;
+    int footnotes = 0; // numbered by the program
+    int endnotes = 0;
+    bool pages = false; // the file gives the number of a first page
+};
+
+// One line of Chinese for each kind of thing, with the reason.
+std::vector<std::u16string> changesOf(const ImportChanges& changes);
+
 // One line of Chinese for each kind of thing that a merge leaves out, behind the remarks of the
 // document's reader. Empty when nothing is missing.
 std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses);

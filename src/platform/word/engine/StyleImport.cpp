@@ -104,7 +104,10 @@ StyleIndex StyleImport::bring(StyleIndex istd) {
     if (match_.find(style)) { // a table style under a name that has another definition
         style.sti = StyleDefinition::userDefined;
     }
-    style.name = match_.freeName(style.name);
+    if (std::u16string name = match_.freeName(style.name); name != style.name) {
+        renamed_.push_back({style.name, name});
+        style.name = std::move(name);
+    }
     style.aliases = match_.freeAliases(style.aliases);
     style.basedOn = StyleDefinition::none;
     styles[place] = style;

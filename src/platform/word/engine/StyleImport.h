@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/PropertyRewriter.h"
 #include "platform/word/engine/StyleDifference.h"
 #include "platform/word/engine/StyleMatch.h"
@@ -42,6 +43,8 @@ public:
     std::optional<StyleIndex> cameAlong(StyleIndex istd) const;
     // Whether the style is or may still be added: the target has no such style.
     bool mayComeAlong(StyleIndex istd) const;
+    // The styles that were added under another name, as the target has theirs for something else.
+    const std::vector<ImportChanges::Renamed>& renamed() const { return renamed_; }
     // How many property lists were not adjusted, because a damaged source combines more styles and
     // lists than memory can hold.
     int withoutRoom() const { return withoutRoom_; }
@@ -76,6 +79,7 @@ private:
     std::map<StylePair, StyleDifference> characters_;
     std::map<std::pair<StyleIndex, PropertyListId>, PropertyListId> paragraphLists_;
     std::map<std::pair<StylePair, PropertyListId>, PropertyListId> characterLists_;
+    std::vector<ImportChanges::Renamed> renamed_;
     CopyBudget room_; // of lists with a difference of styles in them
     int withoutRoom_ = 0;
     std::set<StyleIndex> withoutPlace_; // istds of the source

@@ -27,9 +27,8 @@ std::optional<Bytes> inserted(const Bytes& file) {
         return std::nullopt;
     }
     WorkingDocument document(normalTemplate());
-    std::vector<std::u16string> leftOut;
-    DocumentBody text =
-        importDocument(document.tables(), document.bookmarkNames(), *source, leftOut);
+    ImportNotes notes;
+    DocumentBody text = importDocument(document.tables(), document.bookmarkNames(), *source, notes);
     insertDocument(document, document.main().size() - 1, std::move(text));
     const auto folder = std::make_shared<MemoryFolder>();
     DocumentWriter(folder).saveAs("/folder/a.doc", document.content());

@@ -1234,6 +1234,78 @@ TEST(LeftOut, AnObjectWithoutDataLeavesItsPictureInPlace) {
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"嵌入对象 1 个没有数据，只带入了其图片"));
 }
 
+// --- what is told of other names and numbers --------------------------------------------------
+
+TEST(Changed, NothingIsToldOfADocumentThatKeepsItsNamesAndHasNoNumbersToChange) {
+    SourceDocument source;
+    source.paragraph(u"1", 0, sprm16(sprm::PIlfo, source.addList(7, 0)));
+    source.data.bookmarks = {{u"图", 0, 1, 0}, {u"_Toc1", 0, 1, 0}};
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.document()).changed, IsEmpty())
+        << "a list keeps its numbers, as it is one of its own";
+}
+
+TEST(Changed, BookmarksThatGotAnotherNameAreCountedWithAnExampleAndHiddenOnesAreNot) {
+    SourceDocument source;
+    source.paragraph(u"text");
+    source.data.bookmarks = {{u"图", 0, 1, 0}, {u"表", 1, 2, 0}, {u"_Toc1", 0, 3, 0}};
+    ImportTarget target;
+    for (const char16_t* taken : {u"图", u"表", u"_Toc1"}) {
+        target.names.add(taken);
+    }
+    EXPECT_THAT(target.import(source.document()).changed,
+                ElementsAre(u"书签 2 个改了名（如“图”改为“图_2”），"
+                            u"因为别的文档已有同名的书签，引用它们的地方已一并更改"));
+}
+
+TEST(Changed, AStyleThatCameUnderAnotherNameIsTold) {
+    SourceDocument source;
+    const StyleIndex grid = source.addStyle(styleOf(StyleKind::table, u"Table Grid", 154, 11));
+    source.style(grid).table = source.list(sprm16(0x9602, 100));
+    source.paragraph(u"x", 0, sprm8(sprm::PFTtp, 1) + sprm16(sprm::TIstd, grid));
+    ImportTarget target;
+    target.tables.styles.styles.push_back(styleOf(StyleKind::table, u"Table Grid", 154, 11));
+    EXPECT_THAT(target.import(source.document()).changed,
+                ElementsAre(u"样式 1 种改了名（如“Table Grid”改为“Table Grid_2”），"
+                            u"因为方案中已有同名而定义不同的样式"));
+    EXPECT_THAT(target.import(source.document()).changed, IsEmpty()) << "it is there by now";
+}
+
+TEST(Changed, NotesThatTheProgramNumbersAreToldAndThoseWithMarksOfTheirOwnAreNot) {
+    SourceDocument source;
+    source.run(u"a");
+    source.run(u"\u0002\u0002\u0002", sprm8(sprm::CFSpec, 1));
+    source.run(u"\r");
+    source.endParagraph();
+    const auto note = std::make_shared<const Story>(textBox(u"note\r"));
+    source.data.tables.sideStories = {
+        {note, true, {}, {}}, {note, false, {}, {}}, {note, true, {}, {}}};
+    source.main.anchors = {
+        {1, AnchorKind::footnote, 0}, {2, AnchorKind::footnote, 1}, {3, AnchorKind::endnote, 2}};
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.document()).changed,
+                ElementsAre(u"脚注 1 个与全文的脚注连续编号，编号可能与原文件不同",
+                            u"尾注 1 个与全文的尾注连续编号，编号可能与原文件不同"));
+}
+
+TEST(Changed, AFirstPageNumberThatDoesNotCountAnyMoreIsTold) {
+    SourceDocument source;
+    source.paragraph(u"a\u000C");
+    source.paragraph(u"b");
+    source.main.paragraphs = {{3, 0, PropertyListId::empty}, {2, 0, PropertyListId::empty}};
+    const PropertyListId anew = source.list(sprm8(sprm::SFPgnRestart, 1));
+    source.data.sections = {{3, anew}, {2, PropertyListId::empty}};
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.document()).changed,
+                ElementsAre(u"文件自定的起始页码没有采用，页码接着前面的内容"));
+    source.data.headers.resize(2);
+    source.data.headers[0][1] = slicesOf(textBox(u"inner\r"));
+    EXPECT_THAT(target.import(source.document()).changed, IsEmpty())
+        << "an inner section with a header of its own keeps it";
+    source.data.sections = {{3, PropertyListId::empty}, {2, anew}};
+    EXPECT_THAT(target.import(source.document()).changed.size(), 1U) << "the last one never does";
+}
+
 TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {
     SourceDocument source;
     source.paragraph(u"x");

@@ -2,8 +2,10 @@
 
 #include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/text/DocumentText.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/DocumentMerge.h"
 #include "platform/word/engine/EngineFixture.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "support/ByteText.h"
 #include "support/FakeDocumentConverter.h"
 
@@ -133,13 +135,49 @@ TEST_F(DocumentSource, AResultOfTheSuiteThatCannotBeReadIsToldAsSuch) {
               u"办公套件转换的结果无法读取。请用相应的程序打开后另存为 Word 97-2003 文档。");
 }
 
-TEST_F(DocumentSource, TheFormatToConvertIsNamedForSuchFilesAlone) {
+TEST_F(DocumentSource, ARefusalNamesTheFormatToConvertForSuchFilesAlone) {
+    const auto formatToConvert = [](const std::filesystem::path& file) {
+        try {
+            readDocumentFile(file);
+        } catch (const DocumentRefusal& refusal) {
+            return refusal.formatToConvert();
+        }
+        ADD_FAILURE() << file << " was read";
+        return std::u16string();
+    };
     EXPECT_EQ(formatToConvert(rtf()), u"RTF 文档");
     EXPECT_EQ(formatToConvert(oldWord()), u"Word 97 以前版本的文档");
-    EXPECT_EQ(formatToConvert(folder.write("a.doc", wordFile(plainWordFile(u"x\r")))), u"");
     EXPECT_EQ(formatToConvert(folder.write("b.doc", ascii("%PDF-1.4"))), u"");
     EXPECT_EQ(formatToConvert(encrypted()), u"");
-    EXPECT_EQ(formatToConvert(folder.path() / "missing.doc"), u"");
+    EXPECT_EQ(formatToConvert(damaged()), u"");
+}
+
+TEST_F(DocumentSource, AConversionIsToldApartFromTheRemarks) {
+    const DocumentReading converted = readConverting(rtf(), &converter);
+    EXPECT_EQ(converted.conversion, conversionOfRtf);
+    EXPECT_TRUE(converted.content.unread.remarks.empty());
+    const auto own = folder.write("a.doc", wordFile(plainWordFile(u"x\r")));
+    EXPECT_EQ(readConverting(own, &converter).conversion, u"");
+}
+
+TEST_F(DocumentSource, WhatTakesLongInADocumentIsLongWorkToo) {
+    int works = 0;
+    services.longWork = [&](const std::function<void()>& work) {
+        ++works;
+        work();
+    };
+    const auto file = folder.write("a.doc", wordFile(plainWordFile(u"x\r")));
+    EngineApplication with(services);
+    with.documents().Open(file);
+    EXPECT_EQ(works, 2) << "it is read, and made one to work on";
+    with.documents().Add();
+    works = 0;
+    with.Selection().InsertFile(file);
+    EXPECT_EQ(works, 2) << "it is read, and brought in";
+    with.ActiveDocument().SaveAs(folder.path() / "b.doc");
+    with.Selection().TypeText(u"y");
+    with.ActiveDocument().Save();
+    EXPECT_EQ(works, 4) << "each save";
 }
 
 TEST_F(DocumentSource, AnInsertedFileOfAnotherFormatComesInAndIsReported) {
@@ -147,8 +185,21 @@ TEST_F(DocumentSource, AnInsertedFileOfAnotherFormatComesInAndIsReported) {
     with.documents().Add();
     with.Selection().InsertFile(rtf());
     EXPECT_EQ(with.active().read().main().text(0, 2), u"正文");
-    EXPECT_EQ(report.lines,
+    EXPECT_EQ(report.conversions,
               std::vector<std::u16string>{u"文.doc: " + std::u16string(conversionOfRtf)});
+    EXPECT_TRUE(report.lines.empty()) << "nothing stayed behind";
+}
+
+TEST_F(DocumentSource, AnInsertionReportsWhatGotOtherNames) {
+    DocumentContent content = normalTemplate();
+    content.bookmarks = {{u"图", 0, 1, 0}};
+    DocumentWriter().saveAs(folder.path() / "a.doc", content);
+    selection().InsertFile(folder.path() / "a.doc");
+    EXPECT_TRUE(report.changes.empty());
+    selection().InsertFile(folder.path() / "a.doc");
+    ASSERT_EQ(report.changes.size(), 1U);
+    EXPECT_TRUE(report.changes[0].starts_with(u"a.doc: 书签 1 个改了名")) << report.changes.size();
+    EXPECT_TRUE(report.lines.empty());
 }
 
 TEST_F(DocumentSource, AFailedConversionLeavesTheDocumentAsItWas) {
@@ -175,7 +226,7 @@ TEST_F(DocumentSource, MergingConvertsAndReportsEachFileOfAnotherFormat) {
     const std::vector<std::filesystem::path> files{rtf("一.doc"), rtf("二.doc")};
     const auto merged = mergeDocuments(files, {}, report, &converter);
     EXPECT_EQ(merged->main().text(0, merged->main().size()), u"正文\r正文\r");
-    EXPECT_EQ(report.lines.size(), 2U);
+    EXPECT_EQ(report.conversions.size(), 2U);
 }
 
 } // namespace qvnd::test

@@ -41,9 +41,22 @@ public:
 class RecordedReport : public word::ImportReport {
 public:
     void notCarried(const std::filesystem::path& path, std::u16string_view what) override {
-        lines.push_back(path.filename().u16string() + u": " + std::u16string(what));
+        lines.push_back(told(path, what));
     }
-    std::vector<std::u16string> lines;
+    void converted(const std::filesystem::path& path, std::u16string_view what) override {
+        conversions.push_back(told(path, what));
+    }
+    void changed(const std::filesystem::path& path, std::u16string_view what) override {
+        changes.push_back(told(path, what));
+    }
+    std::vector<std::u16string> lines; // what was not carried
+    std::vector<std::u16string> conversions;
+    std::vector<std::u16string> changes;
+
+private:
+    static std::u16string told(const std::filesystem::path& path, std::u16string_view what) {
+        return path.filename().u16string() + u": " + std::u16string(what);
+    }
 };
 
 class AnsweredQuestion : public word::UnsavedChangesQuestion {

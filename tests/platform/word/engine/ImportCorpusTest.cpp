@@ -272,9 +272,9 @@ TEST(ImportedCorpus, SectionsInsideAFileShowTheirOwnHeaders) {
             continue;
         }
         WorkingDocument document(normalTemplate());
-        std::vector<std::u16string> leftOut;
+        ImportNotes notes;
         DocumentBody body =
-            importDocument(document.tables(), document.bookmarkNames(), *source, leftOut);
+            importDocument(document.tables(), document.bookmarkNames(), *source, notes);
         insertDocument(document, document.main().size() - 1, std::move(body));
         const DocumentContent& result = document.content();
         for (std::size_t i = 0; i + 1 < source->sections.size(); ++i) {

@@ -140,12 +140,16 @@ public:
     struct Imported : DocumentBody {
         std::shared_ptr<const Story> text; // the main story
         std::vector<std::u16string> leftOut;
+        std::vector<std::u16string> changed;
     };
     Imported last;
 
     Imported& import(const DocumentContent& source) {
         last = {};
-        static_cast<DocumentBody&>(last) = importDocument(tables, names, source, last.leftOut);
+        ImportNotes notes;
+        static_cast<DocumentBody&>(last) = importDocument(tables, names, source, notes);
+        last.leftOut = notes.leftOut;
+        last.changed = notes.changed;
         last.text = joined(last.main);
         return last;
     }
