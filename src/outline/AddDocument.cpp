@@ -84,7 +84,8 @@ Added AddDocument::guarded(Command command) {
             remarkIfUnreadable(plan);
         }
         return outcome;
-    } catch (const RunTimeError& failure) {
+    } catch (const std::exception& cause) {
+        const RunTimeError failure = runTimeErrorOf(cause);
         if (failure.number() == error::dialogCancelled) {
             return Added::cancelled;
         }
@@ -233,7 +234,7 @@ bool AddDocument::bringFileBeside(const QString& plan, const QString& source) {
                          QStringLiteral("此文件不存在。要创建此文件吗？"));
     } catch (const RunTimeError& failure) {
         if (failure.number() == error::dialogCancelled) {
-            moveRowsBack(*state_.gDbUser, plan);
+            undoRowsOut(*state_.gDbUser, plan);
         }
         throw;
     }
@@ -247,6 +248,7 @@ void AddDocument::remarkIfUnreadable(const QString& plan) {
     const std::filesystem::path path = files::toPath(documentPath(state_, plan, newKey_));
     desktop::LongRun& progress = services_.longRun;
     const desktop::LongRunScope scope(progress, QStringLiteral("添加文档"), 0);
+    progress.offerNoCancel(); // a file that is being read cannot be let go of
     progress.next(QStringLiteral("“%1”已加入大纲，正在检查它能否照原样放入……").arg(name));
     Reading reading;
     desktop::runBesideEvents([&] { reading = readingOf(path); }, [&] { progress.isCancelled(); });
@@ -283,7 +285,7 @@ void AddDocument::convert(const QString& source, const QString& target) {
         word::Document& opened = application->documents().Open(files::toPath(source));
         leaveIfCancelled();
         opened.SaveAs(files::toPath(target));
-    } catch (const RunTimeError&) {
+    } catch (const std::exception&) {
         leaveIfCancelled();
         throw;
     }

@@ -81,6 +81,10 @@ void moveRowsBack(jet::Database& db, const QString& table) {
     }
 }
 
+void undoRowsOut(jet::Database& db, const QString& table) {
+    db.Execute("INSERT INTO " + bareName(table) + " SELECT * FROM temp");
+}
+
 std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,
                                          const QString& parentKey) {
     auto rs = db.OpenRecordset("Select * from " + bareName(table) + " where Key like '" +

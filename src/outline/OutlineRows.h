@@ -46,6 +46,8 @@ TableEnd endOf(jet::Database& db, const QString& table);
 std::int16_t moveRowsOut(jet::Database& db, const QString& table, std::int16_t place);
 // Adds them at the table's end again, with new IDs and their old keys.
 void moveRowsBack(jet::Database& db, const QString& table);
+// Takes the move back: they come in with the IDs that they had.
+void undoRowsOut(jet::Database& db, const QString& table);
 
 // The rows whose key begins with `parentKey`, the last one current; error 3021 when there is none.
 std::unique_ptr<jet::Recordset> rowsLike(jet::Database& db, const QString& table,

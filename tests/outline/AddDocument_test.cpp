@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -351,6 +353,59 @@ TEST_F(AddDocuments, ACancelledConversionLeavesThePlanAsItWasWithoutAWord) {
         EXPECT_EQ(line.find("SaveAs"), std::string::npos) << line;
     }
     EXPECT_FALSE(longRun.running);
+}
+
+TEST_F(AddDocuments, ACancelledAdditionBesideANodeCostsNoNumbers) {
+    makePlan({"T", "T.1", "T.2", "T.3"});
+    choose("说明.rtf");
+    longRun.cancel = [] { return true; };
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(beside("T.1"), Added::cancelled);
+        EXPECT_EQ(ids("T"), QStringList({"1", "2", "3", "4"}));
+        EXPECT_EQ(column(*state.gDbUser, "T", u"是否文档"), QStringList(4, "否"));
+    }
+    longRun.cancel = nullptr;
+    EXPECT_EQ(beside("T.1"), Added::added);
+    EXPECT_EQ(command.newKey(), "T.4") << "as without the others";
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.4", "T.2", "T.3"}));
+    EXPECT_EQ(ids("T"), QStringList({"1", "2", "5", "6", "7"}));
+}
+
+TEST_F(AddDocuments, WhatIsNoRunTimeErrorIsToldInWordsToo) {
+    makePlan({"T", "T.1"});
+    choose("说明.rtf");
+    log.at("Documents.Open", [] { throw std::logic_error("odd"); });
+    EXPECT_EQ(below("T.1"), Added::failed);
+    expectOnly("程序内部出错，这一步没有完成。（odd）", desktop::Icon::exclamation, "提示");
+    EXPECT_FALSE(longRun.running);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1"}));
+    EXPECT_EQ(below("T.1"), Added::added) << "the next one";
+}
+
+TEST_F(AddDocuments, WhateverACancelledConversionEndsWithIsNoFailure) {
+    makePlan({"T", "T.1", "T.2"});
+    choose("说明.rtf");
+    bool isPressed = false;
+    longRun.cancel = [&] { return isPressed; };
+    log.at("Documents.Open", [&] {
+        isPressed = true;
+        throw std::logic_error("odd");
+    });
+    EXPECT_EQ(beside("T.1"), Added::cancelled);
+    EXPECT_EQ(ids("T"), QStringList({"1", "2", "3"}));
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(AddDocuments, AConversionOffersToCancelAndTheCheckOfAnAddedDocumentDoesNot) {
+    makePlan({"T", "T.1"});
+    choose("说明.rtf");
+    log.at("Documents.Open", [&] { EXPECT_TRUE(longRun.canCancel); });
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_TRUE(longRun.canCancel);
+    choose("别的.doc", "no document");
+    EXPECT_EQ(below("T.1"), Added::added);
+    EXPECT_FALSE(longRun.canCancel) << "the file is read to its end";
+    EXPECT_EQ(state.Remarks.size(), 1);
 }
 
 #ifdef Q_OS_UNIX

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 using namespace qvnd;
 using namespace qvnd::outline;
 using test::OutlineWorld;
@@ -175,12 +177,26 @@ TEST_F(AddingFiles, AConversionThatIsCancelledIsNotToldAsRefused) {
     EXPECT_EQ(onlyBox(), "没有添加任何文档。\n已取消，其余 2 个没有添加。");
 }
 
+TEST_F(AddingFiles, AFileThatFailsUnexpectedlyIsListedAndTheNextOneFollows) {
+    log.at("Documents.Open", [] { throw std::logic_error("odd"); });
+    const FilesAdded done = addBelow("T.1", {file("甲.rtf"), file("乙.doc")});
+    EXPECT_EQ(done.newKeys.size(), 1);
+    EXPECT_EQ(onlyBox(), "已添加 1 个文档。\n下列 1 个没有添加：\n"
+                         "甲.rtf：程序内部出错，这一步没有完成。（odd）");
+}
+
+TEST_F(AddingFiles, TheCheckOfAFileLeavesItToTheWholeWhetherItCanBeCancelled) {
+    addBelow("T.1", {file("甲.doc"), file("乙.doc")});
+    EXPECT_TRUE(longRun.canCancel);
+}
+
 TEST_F(AddingFiles, AConversionBesideANodeThatIsCancelledLeavesTheNodesBehindIt) {
     bool pressed = false;
     longRun.cancel = [&] { return pressed; };
     log.at("Documents.Open", [&] { pressed = true; });
     addFiles(state, workbench, services(), "T.1", {file("甲.rtf")}, AddMode::beside);
     EXPECT_EQ(keys("T"), QStringList({"T", "T.1", "T.2"}));
+    EXPECT_EQ(ids("T"), QStringList({"1", "2", "3"}));
     EXPECT_EQ(onlyBox(), "没有添加任何文档。\n已取消，其余 1 个没有添加。");
 }
 
