@@ -23,6 +23,17 @@ ReportedNode reported(const OutlineNode& node, const QString& what) {
 // A file that no node has is the custom page in the cover's place.
 ReportedNode ofTheCover(const QString& what) { return {QString(), u"封面"_s, false, what}; }
 
+std::vector<ReportedNode>& placeFor(GenerationReport& report, CollectedLosses::Kind kind) {
+    switch (kind) {
+    case CollectedLosses::Kind::converted:
+        return report.converted;
+    case CollectedLosses::Kind::changed:
+        return report.changed;
+    default:
+        return report.leftOut;
+    }
+}
+
 void addMissing(GenerationReport& report, const OutlineTree& tree, const BidEditState& run) {
     QHash<QString, std::optional<QString>> failures;
     for (const VisitedEntry& visited : run.Visited)
@@ -38,8 +49,20 @@ void addMissing(GenerationReport& report, const OutlineTree& tree, const BidEdit
 } // namespace
 
 void CollectedLosses::notCarried(const std::filesystem::path& path, std::u16string_view what) {
+    add(Kind::leftOut, path, what);
+}
+
+void CollectedLosses::converted(const std::filesystem::path& path, std::u16string_view what) {
+    add(Kind::converted, path, what);
+}
+
+void CollectedLosses::changed(const std::filesystem::path& path, std::u16string_view what) {
+    add(Kind::changed, path, what);
+}
+
+void CollectedLosses::add(Kind kind, const std::filesystem::path& path, std::u16string_view what) {
     losses_.push_back({QFileInfo(files::fromPath(path)).completeBaseName(),
-                       QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()))});
+                       QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size())), kind});
 }
 
 int GenerationReport::missingDocuments() const {
@@ -58,7 +81,8 @@ GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
     addMissing(report, TrvEdit, run);
     for (const CollectedLosses::Loss& loss : losses) {
         const OutlineNode* node = TrvEdit.find(loss.key);
-        report.leftOut.push_back(node ? reported(*node, loss.what) : ofTheCover(loss.what));
+        placeFor(report, loss.kind)
+            .push_back(node ? reported(*node, loss.what) : ofTheCover(loss.what));
     }
     return report;
 }

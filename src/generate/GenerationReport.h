@@ -20,19 +20,25 @@ struct ReportedNode {
     QString what;
 };
 
-// Keeps what documents lose on their way in, for a report.
+// Keeps what documents lose on their way in, and what changes of them, for a report.
 class CollectedLosses : public word::ImportReport {
 public:
+    enum class Kind { leftOut, converted, changed };
     struct Loss {
         QString key; // of the document's node, after which its file is named
         QString what;
+        Kind kind = Kind::leftOut;
     };
 
     void notCarried(const std::filesystem::path& path, std::u16string_view what) override;
+    void converted(const std::filesystem::path& path, std::u16string_view what) override;
+    void changed(const std::filesystem::path& path, std::u16string_view what) override;
     void clear() { losses_.clear(); }
     const std::vector<Loss>& losses() const { return losses_; }
 
 private:
+    void add(Kind kind, const std::filesystem::path& path, std::u16string_view what);
+
     std::vector<Loss> losses_;
 };
 
@@ -62,6 +68,10 @@ struct GenerationReport {
     // What was left out of documents that came in, and of the custom page that stands in for the
     // cover, in the order in which it was met.
     std::vector<ReportedNode> leftOut;
+    // The documents, and the custom page, that the office suite has converted.
+    std::vector<ReportedNode> converted;
+    // What of them has other numbers or names than in its file, and why.
+    std::vector<ReportedNode> changed;
     // What the finished document bears of another plan; for the caller to look for.
     std::vector<ForeignText> foreign;
     // As in GenerationRecord; not known of a run that was not finished.
@@ -69,6 +79,11 @@ struct GenerationReport {
     std::optional<QString> whyEstimated;
 
     int missingDocuments() const;
+    // Whether the finished document is not all that its nodes say, so that a user wants to know;
+    // other numbers and names are no such thing.
+    bool wantsAttention() const {
+        return !missing.empty() || !leftOut.empty() || !converted.empty() || !foreign.empty();
+    }
 };
 
 // How the run ended, the pages and their source are for the caller to add.

@@ -76,6 +76,8 @@ QJsonObject asJson(const Generated& done) {
         {u"inserted"_s, done.report.documents - done.report.missingDocuments()},
         {u"missing"_s, asJson(done.report.missing)},
         {u"leftOut"_s, asJson(done.report.leftOut)},
+        {u"converted"_s, asJson(done.report.converted)},
+        {u"changed"_s, asJson(done.report.changed)},
         {u"foreign"_s, asJson(done.report.foreign)},
         {u"check"_s, done.check},
         {u"pages"_s, done.report.pages > 0 ? QJsonValue(done.report.pages) : QJsonValue()},
@@ -108,6 +110,8 @@ QString asText(const Generated& done) {
                           .arg(done.seconds, 0, 'f', 2)};
     for (const ReportedNode& node : done.report.missing)
         lines << u"没有放入：%1 %2：%3"_s.arg(node.key, node.name, node.what);
+    for (const ReportedNode& node : done.report.changed)
+        lines << u"编号或名称有变：%1 %2：%3"_s.arg(node.key, node.name, node.what);
     QStringList advice;
     for (const generate::ForeignText& text : done.report.foreign) {
         lines << text.what;

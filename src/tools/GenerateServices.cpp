@@ -16,8 +16,21 @@ QString fileName(const std::filesystem::path& path) {
 } // namespace
 
 void LossMessages::notCarried(const std::filesystem::path& path, std::u16string_view what) {
-    const QString loss = QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()));
     collected_.notCarried(path, what);
+    tell(path, what);
+}
+
+void LossMessages::converted(const std::filesystem::path& path, std::u16string_view what) {
+    collected_.converted(path, what);
+    tell(path, what);
+}
+
+void LossMessages::changed(const std::filesystem::path& path, std::u16string_view what) {
+    collected_.changed(path, what);
+}
+
+void LossMessages::tell(const std::filesystem::path& path, std::u16string_view what) {
+    const QString loss = QString::fromUtf16(what.data(), static_cast<qsizetype>(what.size()));
     dlgTB_.hide();
     messages_.tell(fileName(path) + u'：' + loss, desktop::Icon::information, u"提示"_s);
     dlgTB_.show();

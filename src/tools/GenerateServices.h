@@ -52,8 +52,13 @@ public:
         : messages_(messages), dlgTB_(dlgTB) {}
     const generate::CollectedLosses& collected() const { return collected_; }
     void notCarried(const std::filesystem::path& path, std::u16string_view what) override;
+    void converted(const std::filesystem::path& path, std::u16string_view what) override;
+    // Is kept alone.
+    void changed(const std::filesystem::path& path, std::u16string_view what) override;
 
 private:
+    void tell(const std::filesystem::path& path, std::u16string_view what);
+
     desktop::MessageBoxes& messages_;
     desktop::ProgressDialog& dlgTB_;
     generate::CollectedLosses collected_;

@@ -71,6 +71,31 @@ TEST_F(Report, NamesWhatWasLeftOutOfTheCustomPageUnderTheCover) {
     EXPECT_EQ(told.leftOut[1].name, u"附则"_s);
 }
 
+TEST_F(Report, TellsWhatWasConvertedAndWhatGotOtherNumbersApartFromWhatWasLeftOut) {
+    losses.converted(u"/方案/工程/工程.1.1.doc", u"原文件是RTF 文档");
+    losses.changed(u"/方案/工程/工程.2.doc", u"脚注 2 个连续编号");
+    losses.changed(u"/自定义/公司首页.doc", u"书签 1 个改了名");
+    build();
+    const auto told = report();
+    EXPECT_TRUE(told.leftOut.empty());
+    ASSERT_EQ(told.converted.size(), 1U);
+    EXPECT_EQ(told.converted[0].key, u"工程.1.1"_s);
+    EXPECT_EQ(told.converted[0].what, u"原文件是RTF 文档"_s);
+    ASSERT_EQ(told.changed.size(), 2U);
+    EXPECT_EQ(told.changed[0].name, u"附则"_s);
+    EXPECT_EQ(told.changed[0].what, u"脚注 2 个连续编号"_s);
+    EXPECT_EQ(told.changed[1].name, u"封面"_s);
+}
+
+TEST_F(Report, OtherNumbersAloneAreNothingThatAUserHasToSee) {
+    build();
+    EXPECT_FALSE(report().wantsAttention());
+    losses.changed(u"/方案/工程/工程.2.doc", u"脚注 2 个连续编号");
+    EXPECT_FALSE(report().wantsAttention());
+    losses.converted(u"/方案/工程/工程.1.1.doc", u"原文件是RTF 文档");
+    EXPECT_TRUE(report().wantsAttention());
+}
+
 TEST_F(Report, TellsPagesAndWhyTheirNumbersAreEstimated) {
     build();
     auto told = report();

@@ -131,6 +131,7 @@ TEST_F(WindowGeneration, ADialogOnTopShowsHowFarItIs) {
         EXPECT_TRUE(dlgTB()->windowFlags() & Qt::WindowStaysOnTopHint);
         EXPECT_FALSE(dlgTB()->isModal());
         EXPECT_EQ(dlgTB()->windowTitle(), "生成卷宗编制");
+        EXPECT_EQ(dlgTB()->findChild<QPushButton*>("cmdStop")->text(), "停止");
         EXPECT_TRUE(hasHourglass());
         EXPECT_FALSE(preview.isFollowing) << "the document is written again and again";
         EXPECT_NE(dlgTB()->cursor().shape(), Qt::WaitCursor) << "its button can be pressed";
@@ -491,6 +492,29 @@ TEST_F(WindowGeneration, TheReportIsOnOfferBehindARunAndShownWhenSomethingIsMiss
     record.lost.clear();
     choose("mnuBuildbid");
     EXPECT_FALSE(report->isVisible()) << "it told of the run before";
+}
+
+TEST_F(WindowGeneration,
+       TheReportTellsConversionsAndOtherNumbersApartAndIsNotShownForNumbersAlone) {
+    using Kind = generate::CollectedLosses::Kind;
+    record.lost = {{"T.2", "脚注 2 个连续编号", Kind::changed}};
+    open();
+    choose("mnuBuildbid");
+    EXPECT_EQ(form->findChild<generate::FindingsWindow*>("dlgReport"), nullptr);
+    record.lost = {{"T.2", "脚注 2 个连续编号", Kind::changed},
+                   {"T.1.1", "原文件是RTF 文档", Kind::converted},
+                   {"T.1.1", "宏未能带入"}};
+    choose("mnuBuildbid");
+    const auto* report = form->findChild<generate::FindingsWindow*>("dlgReport");
+    ASSERT_NE(report, nullptr);
+    QStringList rows;
+    const auto* list = report->findChild<QTreeWidget*>();
+    for (int row = 0; row < list->topLevelItemCount(); ++row) {
+        rows << list->topLevelItem(row)->text(1) + "：" + list->topLevelItem(row)->text(2);
+    }
+    EXPECT_EQ(rows, (QStringList{"没有原样带入：宏未能带入", "已转换：原文件是RTF 文档",
+                                 "编号或名称有变：脚注 2 个连续编号"}));
+    expectUsable();
 }
 
 TEST_F(WindowGeneration, AnotherPlanLoadedTakesTheListsOfTheFormerAway) {

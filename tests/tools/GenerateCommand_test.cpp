@@ -1,4 +1,7 @@
+#include "platform/files/Paths.h"
 #include "platform/jet/DBEngine.h"
+#include "platform/word/docfile/writer/DocumentWriter.h"
+#include "platform/word/engine/NormalTemplate.h"
 #include "support/Gif.h"
 #include "support/Images.h"
 #include "support/LossyDocument.h"
@@ -25,6 +28,7 @@ protected:
         expectDone({u"outline"_s, u"add-document"_s, u"桥"_s, parent, folder.path(u"源/说明.doc"_s),
                     u"--below"_s});
         lastKey = out.trimmed();
+        firstKey = firstKey.isEmpty() ? lastKey : firstKey;
     }
     QJsonObject generated(const QStringList& options = {}) {
         expectDone(QStringList{u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"layout"_s} +
@@ -50,6 +54,7 @@ protected:
     }
 
     QString chapter;
+    QString firstKey; // of the documents
     QString lastKey;
 };
 
@@ -72,9 +77,9 @@ TEST_F(GenerateTool, ARowWhoseKeyIsNoneIsNamedAndAllOthersComeInWithAndWithoutJs
 TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     const QJsonObject told = generated();
     EXPECT_EQ(told.keys(),
-              QStringList({u"check"_s, u"documents"_s, u"foreign"_s, u"headings"_s, u"inserted"_s,
-                           u"leftOut"_s, u"messages"_s, u"missing"_s, u"nodes"_s, u"output"_s,
-                           u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
+              QStringList({u"changed"_s, u"check"_s, u"converted"_s, u"documents"_s, u"foreign"_s,
+                           u"headings"_s, u"inserted"_s, u"leftOut"_s, u"messages"_s, u"missing"_s,
+                           u"nodes"_s, u"output"_s, u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
     EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
@@ -124,6 +129,26 @@ TEST_F(GenerateTool, WhatADocumentLosesIsToldAndReported) {
     const QString loss = lastKey + u".doc："_s + test::lossOfHeader;
     EXPECT_EQ(told[u"messages"_s].toArray(), QJsonArray{loss});
     EXPECT_TRUE(err.contains(loss)) << err.toStdString();
+}
+
+TEST_F(GenerateTool, WhatGotAnotherNameIsReportedAndNoMessage) {
+    word::DocumentContent content = word::normalTemplate();
+    content.bookmarks = {{u"图", 0, 1, 0}};
+    for (const QString& key : {firstKey, lastKey})
+        word::DocumentWriter().saveAs(
+            files::toPath(folder.path(u"home/Sys/用户模板/桥/"_s + key + u".doc"_s)), content);
+    const QJsonObject told = generated();
+    const QString what = u"书签 1 个改了名（如“图”改为“图_2”），"
+                         u"因为别的文档已有同名的书签，引用它们的地方已一并更改"_s;
+    const QJsonArray changed = told[u"changed"_s].toArray();
+    ASSERT_EQ(changed.size(), 1);
+    EXPECT_EQ(changed[0][u"key"_s].toString(), lastKey);
+    EXPECT_EQ(changed[0][u"reason"_s].toString(), what);
+    EXPECT_TRUE(told[u"leftOut"_s].toArray().isEmpty());
+    EXPECT_TRUE(told[u"messages"_s].toArray().isEmpty());
+    expectDone({u"generate"_s, u"桥"_s, u"--pages"_s, u"estimate"_s});
+    EXPECT_TRUE(out.contains(u"编号或名称有变："_s + lastKey)) << out.toStdString();
+    EXPECT_TRUE(out.contains(what)) << out.toStdString();
 }
 
 TEST_F(GenerateTool, ADocumentThatDidNotComeInIsNamedWithItsReasonAndTheRestIsGenerated) {

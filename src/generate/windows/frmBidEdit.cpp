@@ -301,7 +301,7 @@ void frmBidEdit::build() {
     const QString target = store::finishedDocument(parts_.program.modMain.gWorkPath);
     const QString count = told.pages > 0 ? u"，共 %1 页"_s.arg(told.pages) : QString();
     parts_.frame.showStatus(u"已生成 "_s + target + count + u'。');
-    if (!told.missing.empty() || !told.leftOut.empty() || !told.foreign.empty())
+    if (told.wantsAttention())
         report();
 }
 
@@ -361,10 +361,14 @@ void frmBidEdit::report() {
     FindingsWindow::Contents contents;
     contents.summary = summaryOf(told);
     contents.headers = QStringList{u"节点"_s, u"情况"_s, u"说明"_s};
-    for (const ReportedNode& node : told.missing)
-        contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有放入"_s, node.what}};
-    for (const ReportedNode& node : told.leftOut)
-        contents.rows << FindingsWindow::Row{node.key, {node.name, u"没有原样带入"_s, node.what}};
+    const auto add = [&contents](const QString& caption, const std::vector<ReportedNode>& nodes) {
+        for (const ReportedNode& node : nodes)
+            contents.rows << FindingsWindow::Row{node.key, {node.name, caption, node.what}};
+    };
+    add(u"没有放入"_s, told.missing);
+    add(u"没有原样带入"_s, told.leftOut);
+    add(u"已转换"_s, told.converted);
+    add(u"编号或名称有变"_s, told.changed);
     const outline::OutlineNode& root = edit_->TrvEdit.Item(1);
     for (const ForeignText& text : told.foreign)
         contents.rows << FindingsWindow::Row{
