@@ -70,7 +70,7 @@ void SimilarDocuments::cmdBrowse() {
             services_.cmdlglike.open({u"打开文档"_s, u"Word文档(*.doc)|*.doc"_s, {}});
         rows_.push_back({chosen.fileTitle.section(u'.', 0, 0), chosen.fileName});
         enabled_ = true;
-    } catch (const RunTimeError&) { // NOLINT(bugprone-empty-catch): ends in silence
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): ends in silence
     }
 }
 
@@ -134,7 +134,10 @@ void SimilarDocuments::insertInto(const QString& path) {
     services_.longRun.next(u"正在插入“%1”……"_s.arg(QFileInfo(selectedRow().path).fileName()));
     word.selection().InsertFile(files::toPath(selectedRow().path));
     leaveIfCancelled();
+    services_.longRun.offerNoCancel(); // from here on the target changes
+    services_.longRun.next(u"正在保存“%1”……"_s.arg(QFileInfo(path).fileName()));
     word.activeDocument().Close(true);
+    services_.frmBidEdit.turnPreviewOn();
     services_.frmBidEdit.loadPreview(path);
     services_.frmBidEdit.onLatePreviewFailure(
         toldWhenIdle([&messages = services_.messages](const RunTimeError& failure) {
@@ -171,7 +174,9 @@ const SimilarDocuments::Row& SimilarDocuments::selectedRow() const {
 
 void SimilarDocuments::cmdOpen() {
     try {
-        services_.frmBidEdit.loadPreview(selectedRow().path);
+        const QString path = selectedRow().path;
+        services_.frmBidEdit.turnPreviewOn();
+        services_.frmBidEdit.loadPreview(path);
         services_.frmBidEdit.onLatePreviewFailure(
             toldWhenIdle([&messages = services_.messages](const RunTimeError& failure) {
                 messages.tell(desktop::descriptionOf(failure));

@@ -65,7 +65,7 @@ public:
     // processor, and while an insertion is under way. With an empty list the word processor that it
     // starts is left running. True when it was inserted; an error is shown and leaves the word
     // processor as it is. A user who cancels leaves the target as it was, without a word, and the
-    // word processor is dropped.
+    // word processor is dropped; once the target is being saved nothing offers to cancel.
     bool cmdInsert();
     // Shows the selected row's document in the preview and starts its application on it.
     void cmdOpen();

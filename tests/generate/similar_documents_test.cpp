@@ -10,6 +10,7 @@
 #include "support/Text.h"
 
 #include <functional>
+#include <stdexcept>
 
 using namespace qvnd;
 using namespace qvnd::test;
@@ -174,6 +175,7 @@ Documents.Open 用户模板/P/P.1.2.doc
 OpenedDocument.Activate
 Selection.InsertFile Sys/标书模板/甲/甲.1.doc
 ActiveDocument.Close true
+preview on
 preview load 用户模板/P/P.1.2.doc
 preview update
 Application.Quit
@@ -217,8 +219,8 @@ TEST_F(SimilarDocumentsDialog, AnInsertionShowsItsProgressAndEndsIt) {
     auto dialog = loaded();
     dialog.select(1);
     dialog.cmdInsert();
-    EXPECT_EQ(longRun.shown,
-              QStringList({"插入文档 0", "正在打开“P.1.2.doc”……", "正在插入“甲.1.doc”……"}));
+    EXPECT_EQ(longRun.shown, QStringList({"插入文档 0", "正在打开“P.1.2.doc”……",
+                                          "正在插入“甲.1.doc”……", "正在保存“P.1.2.doc”……"}));
     EXPECT_FALSE(longRun.running);
 }
 
@@ -246,6 +248,48 @@ TEST_F(SimilarDocumentsDialog, CancelledWhileTheTargetIsReadTheOtherIsNotRead) {
     EXPECT_FALSE(dialog.cmdInsert());
     EXPECT_EQ(logged(), "create Word.Application\nDocuments.Open 用户模板/P/P.1.2.doc\n"
                         "OpenedDocument.Activate\nApplication dropped\n");
+    EXPECT_TRUE(messages.shown.empty());
+}
+
+TEST_F(SimilarDocumentsDialog, OnceTheTargetIsSavedNothingOffersToCancel) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(1);
+    log.at("Selection.InsertFile", [this] { EXPECT_TRUE(longRun.canCancel); });
+    log.at("ActiveDocument.Close", [this] {
+        EXPECT_FALSE(longRun.canCancel);
+        longRun.cancel = [] { return true; };
+    });
+    EXPECT_TRUE(dialog.cmdInsert()) << "too late";
+    EXPECT_NE(logged().find("preview load 用户模板/P/P.1.2.doc"), std::string::npos) << logged();
+    EXPECT_FALSE(longRun.running);
+}
+
+TEST_F(SimilarDocumentsDialog, WhatIsNoRunTimeErrorIsToldEachTimeAndTheNextInsertionMayRun) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(0);
+    for (int i = 0; i < 2; ++i) {
+        log.at("ActiveDocument.Close", [] { throw std::logic_error("odd"); });
+        messages.shown.clear();
+        EXPECT_FALSE(dialog.cmdInsert());
+        expectMessage("程序内部出错，这一步没有完成。（odd）", desktop::Icon::exclamation, "提示");
+        EXPECT_FALSE(longRun.running);
+        EXPECT_FALSE(session.isAtWork());
+    }
+    log.at("preview activate", [] { throw std::logic_error("odd"); });
+    messages.shown.clear();
+    dialog.cmdOpen();
+    expectMessage("程序内部出错，这一步没有完成。（odd）", desktop::Icon::none, "");
+    EXPECT_TRUE(dialog.cmdInsert());
+}
+
+TEST_F(SimilarDocumentsDialog, WhateverTheFileDialogFailsWithEndsInSilence) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialogs.whileOpen = [] { throw std::logic_error("odd"); };
+    dialog.cmdBrowse();
+    EXPECT_EQ(dialog.ListView1().size(), 3U);
     EXPECT_TRUE(messages.shown.empty());
 }
 
@@ -279,7 +323,7 @@ TEST_F(SimilarDocumentsDialog, OpensTheSelectedRowInThePreviewAndStartsItsApplic
     auto dialog = loaded();
     dialog.select(2);
     dialog.cmdOpen();
-    EXPECT_EQ(logged(), "preview load Sys/标书模板/甲/甲.3.doc\npreview activate\n");
+    EXPECT_EQ(logged(), "preview on\npreview load Sys/标书模板/甲/甲.3.doc\npreview activate\n");
 }
 
 TEST_F(SimilarDocumentsDialog, WithoutASelectedRowThereIsNothingToOpen) {

@@ -5,6 +5,8 @@
 
 #include <QTreeWidget>
 
+#include <stdexcept>
+
 namespace qvnd::test {
 namespace {
 
@@ -133,6 +135,38 @@ TEST_F(SimilarWindow, AFailedInsertionIsTold) {
     EXPECT_EQ(world.messages.shown[0].title, "提示");
     EXPECT_EQ(world.messages.shown[0].icon, desktop::Icon::exclamation);
     expectUsable();
+}
+
+TEST_F(SimilarWindow, WhatIsNoRunTimeErrorOfAnInsertionIsToldEachTimeAndTheDialogGoesOn) {
+    open();
+    for (int i = 0; i < 2; ++i) {
+        world.log.at("ActiveDocument.Close", [] { throw std::logic_error("odd"); });
+    }
+    byMenu([&](generate::dlgLike& dialog) {
+        for (int i = 0; i < 3; ++i) {
+            button(dialog, "cmdInsert").click();
+        }
+    });
+    EXPECT_EQ(messages(), QStringList(2, "程序内部出错，这一步没有完成。（odd）"));
+    EXPECT_EQ(preview.shown, QStringList{fileOf("T.2")}) << "by the third";
+    expectUsable();
+}
+
+TEST_F(SimilarWindow, AnInsertionIsSeenThoughThePaneWasOff) {
+    open();
+    doubleClick("T.1");
+    click("T.2");
+    byMenu([&](generate::dlgLike& dialog) { button(dialog, "cmdInsert").click(); });
+    EXPECT_TRUE(control("OleEdit").isVisible());
+}
+
+TEST_F(SimilarWindow, TheButtonsBearTheirCaptions) {
+    open();
+    byMenu([&](generate::dlgLike& dialog) {
+        EXPECT_EQ(button(dialog, "cmdInsert").text(), "插入文档");
+        EXPECT_EQ(button(dialog, "cmdOpen").text(), "独立打开");
+        EXPECT_EQ(button(dialog, "cmdExit").text(), "关  闭");
+    });
 }
 
 TEST_F(SimilarWindow, OpeningAloneShowsTheRowAndStartsItsApplication) {

@@ -1,7 +1,7 @@
 #include "generate/windows/dlgLike.h"
 
 #include "platform/desktop/MessageBoxes.h"
-#include "platform/error/RunTimeError.h"
+#include "platform/error/UnexpectedErrors.h"
 
 #include <QDir>
 #include <QHBoxLayout>
@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <exception>
 
 using namespace Qt::StringLiterals;
 
@@ -77,8 +79,8 @@ void dlgLike::build() {
 void dlgLike::Load() {
     try {
         dialog_.Load();
-    } catch (const RunTimeError& failure) {
-        messages_.tell(desktop::descriptionOf(failure));
+    } catch (const std::exception& failure) {
+        messages_.tell(desktop::descriptionOf(runTimeErrorOf(failure)));
     }
     fill();
     select(0);
