@@ -17,6 +17,7 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -59,8 +60,8 @@ bool BidEdit::Load() {
         TrvEdit.Clear();
         outline::FillOutlineTree(*rows, TrvEdit);
         TrvEdit.Select(&TrvEdit.Item(TrvEdit.Count()));
-    } catch (const RunTimeError& failure) {
-        messages.tell(desktop::descriptionOf(failure));
+    } catch (const std::exception& failure) {
+        messages.tell(desktop::descriptionOf(runTimeErrorOf(failure)));
     }
     if (isAnother)
         report_.reset();
@@ -181,8 +182,8 @@ void BidEdit::mnuBrowseDoc() {
         pane.updatePreview();
         pane.shrinkPreview();
         pane.setScrollSteps();
-    } catch (const RunTimeError& failure) {
-        tell(failure);
+    } catch (const std::exception& failure) {
+        tell(runTimeErrorOf(failure));
     }
 }
 
@@ -214,8 +215,8 @@ void BidEdit::mnuDocOpen() {
             return;
         loadToOpen(documentOf(*node, TrvEdit.Item(1).Text()));
         services_.pane.shrinkPreview();
-    } catch (const RunTimeError& failure) {
-        tellUnexpected(failure, selectedKey(), Icon::none);
+    } catch (const std::exception& failure) {
+        tellUnexpected(runTimeErrorOf(failure), selectedKey(), Icon::none);
     }
 }
 
@@ -249,6 +250,7 @@ void BidEdit::browseAsTemplate() {
 void BidEdit::mnuBrowsebid() {
     if (!isFinishedThere())
         return;
+    services_.pane.turnPreviewOn();
     loadToOpen(finishedDocument());
     services_.pane.updatePreview();
 }
@@ -292,7 +294,8 @@ std::optional<std::vector<PlanFinding>> BidEdit::check() {
     std::vector<PlanFinding> found;
     bool isCancelled = false;
     withHourglass([&] {
-        const desktop::LongRunScope scope(progress, u"生成前检查"_s, TrvEdit.Count() - 1);
+        const desktop::LongRunScope scope(progress, u"生成前检查"_s,
+                                          std::max(0, TrvEdit.Count() - 1));
         found = checkPlan({program_.modMain, TrvEdit, services_.inUse, runsOn, goOn,
                            &services_.documents, beside});
         isCancelled = progress.isCancelled();

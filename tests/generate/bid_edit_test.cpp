@@ -254,7 +254,8 @@ TEST_F(PlanEdit, ADocumentThatThePreviewRefusesIsOpenedAllTheSame) {
                           "preview update\npreview off\n");
     log.lines.clear();
     edit->mnuBrowsebid();
-    EXPECT_EQ(wholeLog(), "preview load work/施工方案.doc\npreview activate\npreview update\n");
+    EXPECT_EQ(wholeLog(), "preview on\npreview load work/施工方案.doc\npreview activate\n"
+                          "preview update\n");
 }
 
 // The finished document
@@ -278,7 +279,8 @@ TEST_F(PlanEdit, TheMenuShowsTheFinishedFileItselfAndOpensIt) {
     writeFinished();
     loaded().mnuBrowsebid();
     EXPECT_TRUE(shell.basedOn.isEmpty());
-    EXPECT_EQ(wholeLog(), "preview load work/施工方案.doc\npreview activate\npreview update\n");
+    EXPECT_EQ(wholeLog(), "preview on\npreview load work/施工方案.doc\npreview activate\n"
+                          "preview update\n");
 }
 
 // The companion tool
@@ -457,6 +459,16 @@ TEST_F(PlanEdit, TheCheckShowsHowFarItIsAndTellsWhatItHasFound) {
     EXPECT_FALSE(longRun.running);
 }
 
+TEST_F(PlanEdit, WhatIsNoRunTimeErrorEndsTheCheckAndTheHourglass) {
+    loaded();
+    log.at(
+        "events", [] { throw std::logic_error("odd"); }, 2);
+    EXPECT_THROW(edit->check(), std::logic_error);
+    EXPECT_EQ(log.lines.back(), "pointer normal");
+    EXPECT_FALSE(longRun.running);
+    EXPECT_TRUE(edit->check()) << "the next one";
+}
+
 TEST_F(PlanEdit, ACancelledCheckTellsNothing) {
     longRun.cancel = [this] { return longRun.shown.size() == 3; };
     EXPECT_FALSE(loaded().check());
@@ -526,6 +538,18 @@ TEST_F(PlanEdit, AFailedPdfTakesTheHourglassAwayAndPasses) {
     pdf.failure = RunTimeError(error::invalidCall, u"办公套件无法转换文件");
     EXPECT_EQ(errorNumberOf([&] { loaded().printPdf(); }), error::invalidCall);
     EXPECT_EQ(wholeLog(), "pointer hourglass\npointer normal\n");
+}
+
+TEST_F(PlanEdit, WhatIsNoRunTimeErrorOfAPreviewIsToldInWordsToo) {
+    for (int i = 0; i < 2; ++i)
+        log.at("preview shrink", [] { throw std::logic_error("odd"); });
+    const std::string told = "打开文档时出现意外的错误！\n"
+                             "程序内部出错，这一步没有完成。（odd）\n文档：附则（工程.3）\n";
+    loaded().mnuBrowseDoc();
+    EXPECT_EQ(linesOf("message"), "message [exclamation] " + told);
+    log.lines.clear();
+    edit->mnuDocOpen();
+    EXPECT_EQ(linesOf("message"), "message [none] " + told);
 }
 
 TEST_F(PlanEdit, ACancelledPdfIsNoFailure) {

@@ -13,6 +13,9 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTreeWidget>
+
+#include <memory>
 
 namespace qvnd::test {
 namespace {
@@ -282,8 +285,8 @@ protected:
 
 TEST_F(OtherProgramsBesidePlanEdit, NoCommandActsOnAnOutlineThatTheyHaveChanged) {
     showSettings = [] { ADD_FAILURE() << "the settings came up"; };
-    for (const char* command : {"mnuBuildbid", "mnuCheck", "mnuBrowseDoc", "mnuDocOpen",
-                                "mnuOpenDoc", "mnuBidLike", "mnuBul", "mnuBidSet"}) {
+    for (const char* command : {"mnuBuildbid", "mnuBrowseDoc", "mnuDocOpen", "mnuOpenDoc",
+                                "mnuBidLike", "mnuBul", "mnuBidSet"}) {
         open();
         theyAdd({"T.3", "新加的"});
         choose(command);
@@ -324,13 +327,33 @@ TEST_F(OtherProgramsBesidePlanEdit, ClicksAndWhatOnlyShowsWaitForNobody) {
     EXPECT_EQ(frame.asked, (QStringList{"unload", "show"}));
 }
 
+TEST_F(OtherProgramsBesidePlanEdit, TheCheckLooksAtWhatTheyHaveAddedAndWaitsForNobody) {
+    switches.gBlankLineAroundTitle = true;
+    open();
+    world.state.Turn = std::make_unique<files::WorkSpaceTurn>(world.folder.path());
+    FakeTurnWait wait;
+    world.state.Turn->setWait(&wait);
+    files::WorkSpaceTurn theirs(world.folder.path());
+    theirs.take();
+    theyAdd({"T.3", "新加的"});
+    choose("mnuCheck");
+    EXPECT_TRUE(wait.told.isEmpty());
+    EXPECT_TRUE(messages().isEmpty());
+    EXPECT_EQ(shownKeys(), (QStringList{"T", "T.1", "T.1.1", "T.2", "T.3"}));
+    const auto* found = form->findChild<QTreeWidget*>("lstFindings");
+    ASSERT_NE(found, nullptr);
+    ASSERT_EQ(found->topLevelItemCount(), 1);
+    EXPECT_EQ(found->topLevelItem(0)->text(0), "新加的") << "as an empty folder";
+    form.reset();
+}
+
 TEST_F(OtherProgramsBesidePlanEdit, APlanThatIsGoneLeavesTheTreeEmpty) {
     open();
     {
         jet::DBEngine theirs;
         theirs.Workspaces(0).OpenDatabase(world.state.gDbUser->Name())->TableDefs().Delete("T");
     }
-    choose("mnuCheck");
+    choose("mnuBrowseDoc");
     EXPECT_EQ(messages().size(), 1);
     EXPECT_EQ(shownKeys(), QStringList());
     EXPECT_FALSE(item("mnuOpenDoc").isEnabled());
@@ -343,7 +366,7 @@ TEST_F(OtherProgramsBesidePlanEdit, ACommandHasTheShownPlanStayTheOpenOne) {
         outline::setCurrentPlan(*theirs.Workspaces(0).OpenDatabase(world.state.gDbUser->Name()),
                                 "U");
     }
-    choose("mnuCheck");
+    choose("mnuBrowseDoc");
     EXPECT_EQ(world.registered(*world.state.gDbUser, "当前表"), QStringList("T"));
 }
 

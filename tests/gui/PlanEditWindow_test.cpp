@@ -1,9 +1,16 @@
 #include "gui/support/PlanEditWindow.h"
 
+#include "platform/files/WorkSpaceTurn.h"
+#include "platform/history/History.h"
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTreeWidget>
+
+#include <memory>
+#include <stdexcept>
+#include <utility>
 
 using namespace qvnd;
 
@@ -59,6 +66,32 @@ TEST_F(PlanEditWindow, TheMenusStandInTheirOrder) {
                                              "mnuBrowsebid", "mnuspace1", "mnuBack", "mnudatadoc",
                                              "mnuBidData", "mnuBidLike", "mnuOpenDoc"}));
     EXPECT_TRUE(item("mnuspace1").isSeparator());
+}
+
+TEST_F(PlanEditWindow, MenusAndPopUpBearTheirCaptions) {
+    open();
+    const QList<std::pair<const char*, const char*>> captions{
+        {"mnuBidSet", "施工方案设置"},
+        {"mnuBul", "生成目录"},
+        {"mnuBuildbid", "生成卷宗编制"},
+        {"mnuBrowsebid", "浏览卷宗编制"},
+        {"mnuBack", "返回"},
+        {"mnuBidData", "资料库"},
+        {"mnuBidLike", "类似文档"},
+        {"mnuOpenDoc", "打开文档"},
+        {"mnuDocOpen", "打开"},
+        {"mnuBrowseDoc", "浏览"},
+    };
+    for (const auto& [name, caption] : captions) {
+        EXPECT_EQ(item(name).text(), caption);
+    }
+    EXPECT_EQ(form->menus()[0]->title(), "施工方案编辑(&E)");
+    EXPECT_EQ(form->menus()[1]->title(), "资料文档(&D)");
+    QStringList popUp;
+    for (const QAction* action : control<QMenu>("mnuOpen").actions()) {
+        popUp << action->objectName();
+    }
+    EXPECT_EQ(popUp, (QStringList{"mnuDocOpen", "mnuBrowseDoc"}));
 }
 
 TEST_F(PlanEditWindow, ARightClickMeansTheNodeUnderItAndOpensThePopUp) {
@@ -233,6 +266,19 @@ TEST_F(PlanEditWindow, OpenOfThePopUpAndTheKeyShowTheDocumentAndStartItsApplicat
     EXPECT_TRUE(control("OleEdit").isVisible());
 }
 
+TEST_F(PlanEditWindow, OpenOfThePopUpLeavesAPaneThatIsOffAsItIs) {
+    open();
+    doubleClick("T.1");
+    click("T.2");
+    choose("mnuDocOpen");
+    EXPECT_EQ(shell.opened, QStringList{fileOf("T.2")});
+    EXPECT_FALSE(control("OleEdit").isVisible());
+    doubleClick("T.1.1");
+    choose("mnuDocOpen");
+    EXPECT_TRUE(control("OleEdit").isVisible());
+    EXPECT_EQ(preview.shown.last(), fileOf("T.1.1"));
+}
+
 TEST_F(PlanEditWindow, OpenDocumentOfTheMenuLeavesThePreviewOff) {
     open();
     choose("mnuOpenDoc");
@@ -286,6 +332,8 @@ TEST_F(PlanEditWindow, BrowsingTheFinishedDocumentDiffersByMenuAndKey) {
     press("浏览");
     EXPECT_EQ(shell.basedOn, QStringList{finished()});
     EXPECT_TRUE(preview.shown.isEmpty());
+    doubleClick("T.1");
+    ASSERT_FALSE(control("OleEdit").isVisible());
     choose("mnuBrowsebid");
     EXPECT_EQ(preview.shown, QStringList{finished()});
     EXPECT_EQ(shell.opened, QStringList{finished()});
@@ -523,6 +571,40 @@ TEST_F(PlanEditCheck, CancelledItShowsNoList) {
     expectUsable();
 }
 
+TEST_F(PlanEditCheck, ItLeavesTheTurnToOthersAndIsNoStepOfTheHistory) {
+    world.state.Turn = std::make_unique<files::WorkSpaceTurn>(world.folder.root());
+    world.state.History = std::make_unique<history::History>(
+        world.state.gUserTplPath + ".~history",
+        history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+        *world.state.gFso, "测试");
+    QFile::remove(fileOf("T.1.1"));
+    open();
+    int yields = 0;
+    world.events.whileServed = [&] {
+        ++yields;
+        EXPECT_FALSE(world.state.Turn->isTaken());
+        EXPECT_FALSE(world.state.History->isUnderWay());
+    };
+    world.state.gDbUser->Execute("DELETE * FROM T WHERE Key='T.2'");
+    choose("mnuCheck");
+    EXPECT_EQ(yields, 2) << "of the outline as the workbench has left it";
+    EXPECT_EQ(list().topLevelItemCount(), 2);
+    form.reset();
+}
+
+TEST_F(PlanEditCheck, WhatIsNoRunTimeErrorIsToldAndTheWindowGoesOn) {
+    open();
+    world.events.whileServed = [] { throw std::logic_error("odd"); };
+    choose("mnuCheck");
+    EXPECT_EQ(messages(), QStringList("程序内部出错，这一步没有完成。（odd）"));
+    EXPECT_FALSE(world.longRun.running);
+    expectUsable();
+    world.events.whileServed = nullptr;
+    choose("mnuCheck");
+    EXPECT_EQ(messages().size(), 1);
+    expectUsable();
+}
+
 TEST_F(PlanEditCheck, NoOtherCommandRunsInIt) {
     open();
     int yields = 0;
@@ -554,6 +636,22 @@ TEST_F(PlanEditWindow, ThePdfStandsBesideTheFinishedDocument) {
     choose("mnuPdf");
     EXPECT_EQ(messages().last(), "办公套件无法转换文件");
     expectUsable();
+}
+
+TEST_F(PlanEditWindow, WhatIsNoRunTimeErrorOfThePdfIsToldAndTheWindowGoesOn) {
+    class OddPrinter : public office::PdfPrinter {
+        bool isAvailable() const override { return true; }
+        void print(const QString&, const QString&) override { throw std::logic_error("odd"); }
+    } odd;
+    printer = &odd;
+    world.folder.write("施工方案.doc", "finished");
+    open();
+    choose("mnuPdf");
+    EXPECT_EQ(messages(), QStringList("程序内部出错，这一步没有完成。（odd）"));
+    EXPECT_FALSE(world.longRun.running);
+    EXPECT_FALSE(QFile::exists(world.state.gWorkPath + "施工方案.pdf"));
+    expectUsable();
+    form.reset(); // which knows the printer
 }
 
 } // namespace

@@ -100,7 +100,6 @@ void PicEdit::removePreview() {
 
 void PicEdit::loadPreview(const QString& path) {
     removePreview();
-    isOn_ = true;
     isShrunk_ = false;
     VSEdit_->setValue(0);
     path_ = files::resolved(path);

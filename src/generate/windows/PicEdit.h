@@ -16,8 +16,8 @@ namespace qvnd::generate {
 // tenth of what does not fit. One that is no taller, and one brought down to the pane, is scrolled
 // by itself with wheel and keys.
 //
-// Loading a document turns the pane on; one that cannot be shown leaves its reason there, and can
-// be activated all the same.
+// A document is seen while the pane is on, and loading one leaves it on or off. One that cannot be
+// shown leaves its reason there, and can be activated all the same.
 class PicEdit : public QFrame, public BidEditPane {
     Q_OBJECT
 

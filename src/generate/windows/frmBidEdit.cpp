@@ -139,7 +139,10 @@ void frmBidEdit::connectMenus() {
     bindAtOnce(menus_.mnuBidData, [this] { edit_->mnuBidData(); });
     bind(menus_.mnuBidLike, [this] { like(); });
     bind(menus_.mnuOpenDoc, [this] { edit_->mnuOpenDoc(); });
-    bind(menus_.mnuCheck, [this] { check(); });
+    bindAtOnce(menus_.mnuCheck, [this] {
+        edit_->lookAtWorkbench();
+        check();
+    });
     bindAtOnce(menus_.mnuReport, [this] { report(); });
     bind(menus_.mnuPdf, [this] { edit_->printPdf(); });
     bind(menus_.mnuDocOpen, [this] { edit_->mnuDocOpen(); });
