@@ -216,6 +216,8 @@ TEST_F(WorkbenchHistory, TheBarOfAnUndoOffersToDoItAgainAndNotToGoFurtherBack) {
     ASSERT_TRUE(bar().isVisible());
     EXPECT_TRUE(barText().contains(pasted + ".doc")) << barText().toStdString();
     EXPECT_TRUE(hasButtons({"noteRedo", "noteDetails"}));
+    EXPECT_LT(bar().height(), form->findChild<QPushButton*>("noteRedo")->height() + 20)
+        << "for one line of text";
     press("noteRedo");
     EXPECT_TRUE(isShown(pasted));
     EXPECT_FALSE(isShown("T.3"));

@@ -7,8 +7,6 @@
 #include <QPainter>
 #include <QPushButton>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace qvnd::outline {
@@ -82,8 +80,6 @@ QString NoteBar::text() const { return text_->text(); }
 
 NoteOffer NoteBar::offer() const { return isHidden() ? NoteOffer::nothing : offer_; }
 
-int NoteBar::wantedHeight(int width) const {
-    return isHidden() ? 0 : std::max(sizeHint().height(), heightForWidth(width));
-}
+int NoteBar::wantedHeight(int width) const { return isHidden() ? 0 : heightForWidth(width); }
 
 } // namespace qvnd::outline
