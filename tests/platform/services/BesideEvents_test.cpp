@@ -8,6 +8,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <thread>
 
 #ifdef __GLIBC__
@@ -17,6 +18,16 @@
 namespace qvnd::desktop {
 namespace {
 
+// Until another thread has made it so; a test whose other thread never does fails and does not
+// hang.
+bool waitsUntil(const std::function<bool()>& isSo) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    while (!isSo() && std::chrono::steady_clock::now() < end) {
+        std::this_thread::yield();
+    }
+    return isSo();
+}
+
 TEST(BesideEvents, AreServedInThisThreadUntilTheWorkHasEnded) {
     const std::thread::id here = std::this_thread::get_id();
     std::atomic<int> served = 0;
@@ -24,9 +35,7 @@ TEST(BesideEvents, AreServedInThisThreadUntilTheWorkHasEnded) {
     runBesideEvents(
         [&] {
             worked = std::this_thread::get_id();
-            while (served < 3) {
-                std::this_thread::yield();
-            }
+            waitsUntil([&] { return served >= 3; });
         },
         [&] {
             EXPECT_EQ(std::this_thread::get_id(), here);
@@ -40,11 +49,7 @@ TEST(BesideEvents, ComeAfterAMomentSoThatShortWorkServesNothing) {
     std::atomic<bool> isServed = false;
     std::chrono::steady_clock::duration first{};
     const auto begun = std::chrono::steady_clock::now();
-    const auto work = [&] {
-        while (!isServed) {
-            std::this_thread::yield();
-        }
-    };
+    const auto work = [&] { EXPECT_TRUE(waitsUntil([&] { return bool(isServed); })); };
     runBesideEvents(work, [&] {
         if (!isServed) {
             first = std::chrono::steady_clock::now() - begun;
@@ -102,9 +107,7 @@ TEST(BesideEvents, WhatServingThrowsWaitsForTheWork) {
     std::atomic<bool> isServed = false;
     bool hasEnded = false;
     const auto work = [&] {
-        while (!isServed) {
-            std::this_thread::yield();
-        }
+        EXPECT_TRUE(waitsUntil([&] { return bool(isServed); }));
         hasEnded = true;
     };
     const auto serve = [&] {
