@@ -17,7 +17,9 @@ namespace qvnd::bench {
 // a numbered list, a table with a head row. Six parts are a page or three, about 32 kB as a file.
 class SiteDocument {
 public:
-    explicit SiteDocument(int number, int parts = 6) : content_(word::normalTemplate()) {
+    static constexpr int usualParts = 6;
+
+    explicit SiteDocument(int number, int parts = usualParts) : content_(word::normalTemplate()) {
         addList();
         word::Story story;
         word::StoryBuilder builder(story);

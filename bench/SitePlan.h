@@ -42,11 +42,11 @@ public:
     QStringList texts;
 };
 
-// The plan 工程, open, with so many documents, ten to a chapter: its table, its files and the first
-// settings in a folder of its own.
+// The plan 工程, open, with so many documents, ten to a chapter, of so many parts each: its table,
+// its files and the first settings in a folder of its own.
 class SitePlan {
 public:
-    explicit SitePlan(int documents) {
+    explicit SitePlan(int documents, int parts = SiteDocument::usualParts) {
         const QString root = files::withSeparator(home_.path());
         for (const char* folder : {"work", "plans/工程", "copies"})
             std::filesystem::create_directories(files::toPath(root + QString::fromUtf8(folder)));
@@ -58,7 +58,7 @@ public:
         program_.gWs = &program_.DBEngine.Workspaces(0);
         store::CreateBidSetDb(program_, root + QStringLiteral("Db_BidSet.mdb"), QDate(2026, 5, 1));
         store::CreateUserDb(program_, program_.gUserTplPath + QStringLiteral("Db_UsTemplate.mdb"));
-        fill(documents);
+        fill(documents, parts);
     }
 
     modMain& program() { return program_; }
@@ -78,7 +78,7 @@ public:
     }
 
 private:
-    void fill(int documents) {
+    void fill(int documents, int parts) {
         const QString plan = QStringLiteral("工程");
         const auto current =
             program_.gDbUser->OpenRecordset(QStringLiteral("Select * from 当前表"));
@@ -98,7 +98,7 @@ private:
             add(*rows, key, QStringLiteral("施工方法"), true);
             documents_.push_back(files::toPath(program_.gUserTplPath + QStringLiteral("工程/") +
                                                key + QStringLiteral(".doc")));
-            SiteDocument(i + 1).saveAs(documents_.back());
+            SiteDocument(i + 1, parts).saveAs(documents_.back());
         }
         outline::FillOutlineTree(
             *program_.gDbUser->OpenRecordset(QStringLiteral("Select * from 工程 order by ID asc")),

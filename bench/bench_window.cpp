@@ -5,7 +5,8 @@
 //   process  the time against that of the companion's whole process on the same documents
 //   events   the part of the time in which events were served
 //   longest  the longest time, in milliseconds, for which no event was served
-// and where that was.
+// and where that was. One document of some 300 pages is generated as well, for the longest times
+// within a document.
 
 #include "SitePlan.h"
 #include "WindowBench.h"
@@ -86,8 +87,8 @@ class NoFrame : public generate::BidEditFrame {
 // The plan in its window, and the same generation without one.
 class Window {
 public:
-    explicit Window(int documents)
-        : plan_(documents),
+    explicit Window(int documents, int parts = SiteDocument::usualParts)
+        : plan_(documents, parts),
           word_(complaints_, office::OfficeSuite(home_.filePath(u"profile"_s), {}), longRun_,
                 events_) {
         recordCommands(plan_.program());
@@ -157,6 +158,7 @@ public:
             QThread::msleep(20);
         }
     }
+    int pages() const { return pane_->pageCount(); }
     const TimedEvents& events() const { return events_; }
     const QStringList& complaints() const { return complaints_.texts; }
 
@@ -275,6 +277,30 @@ void BM_GenerateFromWindow(benchmark::State& state) {
 
 BENCHMARK(BM_GenerateFromWindow)
     ->Arg(400)
+    ->Iterations(2)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+// One document of some 300 pages: what takes long within a document.
+void BM_GenerateALongDocument(benchmark::State& state) {
+    Window window(1, static_cast<int>(state.range(0)));
+    QStringList places;
+    for (int run = 1; state.KeepRunning(); ++run) {
+        state.SetIterationTime(window.seconds());
+        if (!window.complaints().isEmpty()) {
+            state.SkipWithError(window.complaints().first().toStdString().c_str());
+            return;
+        }
+        state.counters["longest" + std::to_string(run)] = window.events().longest;
+        places << window.events().place;
+        window.settle();
+        state.counters["pages"] = window.pages();
+    }
+    state.SetLabel(places.join(u" | "_s).toStdString());
+}
+
+BENCHMARK(BM_GenerateALongDocument)
+    ->Arg(700)
     ->Iterations(2)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
