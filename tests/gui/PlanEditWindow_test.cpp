@@ -418,12 +418,50 @@ TEST_F(PlanEditWindow, ASplitterReleasedBeyondItsLimitsStandsOnThem) {
     EXPECT_EQ(control("Image1").x(), 300);
 }
 
+TEST_F(PlanEditWindow, OnItsWayTheSplitterFollowsOnlyBetweenItsLimits) {
+    open();
+    QWidget& bar = control("Image1");
+    EXPECT_EQ(bar.palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+    QTest::mousePress(&bar, Qt::LeftButton, {}, {1, 50});
+    QTest::mouseMove(&bar, {101, 50});
+    EXPECT_EQ(bar.x(), 407);
+    EXPECT_EQ(tree().geometry().right(), 306) << "the panes wait for the release";
+    QTest::mouseMove(&bar, {1 + 294, 50}); // 0.7 of the width and beyond
+    EXPECT_EQ(bar.x(), 407);
+    QTest::mouseRelease(&bar, Qt::LeftButton, {}, {1 + 294, 50});
+    EXPECT_EQ(bar.x(), 700);
+    EXPECT_EQ(bar.palette().color(QPalette::Window), QColor(0xC0, 0xC0, 0xC0));
+}
+
 TEST_F(PlanEditWindow, InASmallWindowTheSplitterStays) {
     open();
-    form->resize(400, 680); // 6000 twips
-    const int before = control("Image1").x();
+    for (const QSize small : {QSize(400, 680), QSize(1000, 333)}) { // 6000 and 4995 twips
+        form->resize(small);
+        const int before = control("Image1").x();
+        dragSplitter(control("Image1"), 40);
+        EXPECT_EQ(control("Image1").x(), before) << small.width();
+    }
+    form->resize(1000, 334);
     dragSplitter(control("Image1"), 40);
-    EXPECT_EQ(control("Image1").x(), before);
+    EXPECT_EQ(control("Image1").x(), 347);
+}
+
+TEST_F(PlanEditWindow, TheScrollBarStandsOverTheRightEdgeOfThePreview) {
+    open();
+    pane->wanted = 3000;
+    doubleClick("T.1.1");
+    const auto expectInPlace = [this] {
+        const QRect bar = control("VSEdit").geometry();
+        const QSize inside = control("PicEdit").size();
+        EXPECT_EQ(bar.x(), inside.width() - bar.width() - 3); // 50 twips
+        EXPECT_EQ(bar.y(), 0);
+        EXPECT_EQ(bar.height(), inside.height() - 3);
+    };
+    expectInPlace();
+    dragSplitter(control("Image1"), 100);
+    expectInPlace();
+    form->resize(900, 600);
+    expectInPlace();
 }
 
 // Rebuilding the contents
