@@ -196,4 +196,23 @@ ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look) {
     return format;
 }
 
+ParagraphIndents indentsOf(const ResolvedParagraph& format, double characterWidth,
+                           IndentUnits units) {
+    const auto inCharacters = [&](const Indent& indent) {
+        return indent.characters != 0 && (units == IndentUnits::characters || indent.twips == 0);
+    };
+    const auto lengthOf = [&](const Indent& indent) {
+        return inCharacters(indent) ? indent.characters * characterWidth / 100 : indent.twips;
+    };
+    ParagraphIndents indents{lengthOf(format.left), lengthOf(format.right),
+                             lengthOf(format.firstLine)};
+    if (units == IndentUnits::characters && indents.firstLine < 0) {
+        const double stored =
+            format.firstLine.twips != 0 ? format.firstLine.twips : indents.firstLine;
+        const double hangsFrom = inCharacters(format.left) ? indents.left : indents.left + stored;
+        indents.left = hangsFrom - indents.firstLine;
+    }
+    return indents;
+}
+
 } // namespace qvnd::word

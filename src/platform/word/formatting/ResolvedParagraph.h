@@ -21,15 +21,10 @@ struct TabStop {
 };
 
 // An indent in twips, or in hundredths of a character width. Programs that write character units
-// also write the equivalent in twips, which takes precedence here.
+// also write the equivalent in twips, for readers that do not know the units.
 struct Indent {
     int twips = 0;
     int characters = 0;
-
-    // In twips. `characterWidth`: width of a full-width character of the paragraph, in twips.
-    double in(double characterWidth) const {
-        return twips != 0 ? twips : characters * characterWidth / 100;
-    }
 };
 
 // A frame: it positions paragraphs outside the text flow. Lengths in twips.
@@ -96,5 +91,21 @@ struct ResolvedParagraph {
 };
 
 ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look);
+
+// The indents of a paragraph, in twips.
+struct ParagraphIndents {
+    double left = 0;
+    double right = 0;
+    double firstLine = 0; // from `left`; negative: hanging
+};
+
+// Which spelling of an indent counts when both are given. Character units override twips in word
+// processors (ISO 29500-1, 17.3.1.12); the office suite takes the twips.
+enum class IndentUnits : std::uint8_t { characters, twips };
+
+// `characterWidth`: width of a full-width character of the paragraph, in twips. A left indent in
+// characters is that of the hanging first line; one in twips is that of the other lines.
+ParagraphIndents indentsOf(const ResolvedParagraph& format, double characterWidth,
+                           IndentUnits units);
 
 } // namespace qvnd::word

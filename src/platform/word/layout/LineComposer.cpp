@@ -18,10 +18,10 @@ using word::ResolvedParagraph;
 using word::TabStop;
 using Kind = TextItem::Kind;
 
-constexpr double lineUnits = 240;        // of a multiple
+constexpr double plainLine = 240;        // twips of a line without a grid
 constexpr double automaticSpace = 280;   // twips above and below, where a page of the web has them
 constexpr double narrowestBeside = 1134; // twips of a line beside what floats
-constexpr double rounding = 1;           // twips by which a line may be too long
+constexpr double overlong = 1;           // twips by which a line may be too long
 constexpr double nearEnd = 20;           // twips between the ends of a line and of its contents
 // The part of its size that a punctuation mark gives up at most: of a line's marks of 10.5 points
 // one gives up 4.2 points and not 4.7.
@@ -50,9 +50,10 @@ public:
     Composer(const ParagraphItems& paragraph, const ResolvedParagraph& format, FontMetrics& fonts,
              const LineSetting& setting)
         : paragraph_(paragraph), items_(paragraph.items), format_(format), fonts_(fonts),
-          setting_(setting), left_(format.left.in(paragraph.characterWidth)),
-          right_(format.right.in(paragraph.characterWidth)),
-          firstLine_(format.firstLine.in(paragraph.characterWidth)) {
+          setting_(setting),
+          indents_(indentsOf(format, paragraph.characterWidth,
+                             setting.options.officeLines ? word::IndentUnits::twips
+                                                         : word::IndentUnits::characters)) {
         addGaps();
     }
 
@@ -96,7 +97,7 @@ private:
     }
 
     double lineLeft(bool first) const {
-        return left_ + (first ? firstLine_ - paragraph_.labelBefore : 0);
+        return indents_.left + (first ? indents_.firstLine - paragraph_.labelBefore : 0);
     }
 
     double widthOf(std::size_t i) const { return items_[i].width + gaps_[i]; }
@@ -106,7 +107,7 @@ private:
         // The height is known when the line is filled; that of plain text is near enough.
         constexpr double usualHeight = 1.2;
         const double height = usualHeight * paragraph_.markSize;
-        LineGap whole{top_, lineLeft(first), setting_.width - right_};
+        LineGap whole{top_, lineLeft(first), setting_.width - indents_.right};
         for (;;) {
             const auto gaps = gapsFor(setting_.obstacles, whole, height, narrowestBeside);
             whole.top = gaps.front().top;
@@ -222,7 +223,7 @@ private:
             }
             spare = (beginsPortion(i) ? std::max(0.0, x - line.reach) : spare) + spareOf(items_[i]);
             const bool fits = isBlankItem(items_[i]) || reachesBeyond(items_[i]) ||
-                              x + items_[i].width <= line.reach + spare + rounding;
+                              x + items_[i].width <= line.reach + spare + overlong;
             if (!fits && i > line.begin) {
                 return endBefore(i, breakAt, line) && !isTooLong;
             }
@@ -306,11 +307,11 @@ private:
     // the next line with it. Text that is aligned at a stop beyond the right indent stands there.
     bool placeTab(Line& line, std::size_t i, double x) {
         const double at = line.left + x;
-        const TabStop stop = stopBehind(at, format_, left_, firstLine_, setting_.defaultTab);
+        const TabStop stop = stopBehind(at, format_, indents_, setting_.defaultTab);
         const double reach = std::max(line.room, stop.at - line.left);
         const bool atRightEnd =
             stop.kind == TabStop::Kind::right && stop.at >= line.left + line.room - nearEnd;
-        if (atRightEnd && x + behindTab(i, false) > reach + rounding) {
+        if (atRightEnd && x + behindTab(i, false) > reach + overlong) {
             return false;
         }
         const double width = std::max(stop.at - at - beforeStop(stop.kind, i), 0.0);
@@ -448,7 +449,7 @@ private:
         if (automatic) {
             return automaticSpace;
         }
-        const double line = setting_.grid.linePitch > 0 ? setting_.grid.linePitch : lineUnits;
+        const double line = setting_.grid.linePitch > 0 ? setting_.grid.linePitch : plainLine;
         return lines > 0 ? lines * line / 100 : twips;
     }
 
@@ -467,7 +468,7 @@ private:
             strips[i].controlsWidows = format_.controlsWidows;
             strips[i].contextual = format_.contextual;
         }
-        addBorders(strips, format_, left_, setting_.width - right_);
+        addBorders(strips, format_, indents_.left, setting_.width - indents_.right);
     }
 
     const ParagraphItems& paragraph_;
@@ -475,9 +476,7 @@ private:
     const ResolvedParagraph& format_;
     FontMetrics& fonts_;
     const LineSetting& setting_;
-    double left_;
-    double right_;
-    double firstLine_;
+    const word::ParagraphIndents indents_;
     std::vector<double> gaps_; // behind each item
     double top_ = 0;           // of the next line, from the first one's
 };

@@ -7,17 +7,17 @@ namespace qvnd::layout {
 
 using word::TabStop;
 
-TabStop stopBehind(double at, const word::ResolvedParagraph& format, double left, double firstLine,
-                   double defaultTab) {
+TabStop stopBehind(double at, const word::ResolvedParagraph& format,
+                   const word::ParagraphIndents& indents, double defaultTab) {
     constexpr double rounding = 1; // twips
     const auto found =
         std::find_if(format.tabStops.begin(), format.tabStops.end(), [&](const TabStop& stop) {
             return stop.kind != TabStop::Kind::bar && stop.at > at + rounding;
         });
     const bool isFound = found != format.tabStops.end();
-    const bool hangs = firstLine < 0 && left > at + rounding;
-    if (hangs && (!isFound || found->at > left)) {
-        return {static_cast<int>(left), TabStop::Kind::left, 0};
+    const bool hangs = indents.firstLine < 0 && indents.left > at + rounding;
+    if (hangs && (!isFound || found->at > indents.left)) {
+        return {static_cast<int>(indents.left), TabStop::Kind::left, 0};
     }
     if (isFound) {
         return *found;

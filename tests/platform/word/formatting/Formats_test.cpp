@@ -92,13 +92,39 @@ TEST_F(Formats, NoStyleDeletesSoItsOppositeIsADeletion) {
     EXPECT_FALSE(isDeleted(0x80));
 }
 
-TEST_F(Formats, IndentsInCharactersCountWhereTheyAreGiven) {
+TEST_F(Formats, IndentsInCharactersOverrideTwipsButNotInTheOfficeSuite) {
+    const auto firstLine = [&](const Bytes& own, double width, IndentUnits units) {
+        return indentsOf(paragraph(own), width, units).firstLine;
+    };
     const Bytes own = withSprm16({}, sprm::PDcxaLeft1, 200);
-    EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(240), 480);
-    EXPECT_DOUBLE_EQ(paragraph(own).firstLine.in(210), 420);
-    const Bytes both = withSprm16(withSprm16({}, sprm::PDxaLeft180, 480), sprm::PDcxaLeft1, 200);
-    EXPECT_DOUBLE_EQ(paragraph(both).firstLine.in(210), 480) << "the program measured both";
-    EXPECT_DOUBLE_EQ(paragraph(withSprm16({}, sprm::PDxaLeft180, 360)).firstLine.in(210), 360);
+    EXPECT_DOUBLE_EQ(firstLine(own, 240, IndentUnits::characters), 480);
+    EXPECT_DOUBLE_EQ(firstLine(own, 240, IndentUnits::twips), 480);
+    const Bytes both = withSprm16(own, sprm::PDxaLeft180, 420);
+    EXPECT_DOUBLE_EQ(firstLine(both, 240, IndentUnits::characters), 480);
+    EXPECT_DOUBLE_EQ(firstLine(both, 240, IndentUnits::twips), 420);
+    const Bytes twips = withSprm16({}, sprm::PDxaLeft180, 360);
+    EXPECT_DOUBLE_EQ(firstLine(twips, 240, IndentUnits::characters), 360);
+}
+
+TEST_F(Formats, ALeftIndentInCharactersIsThatOfTheHangingFirstLine) {
+    const auto hanging = [](int left, int first) {
+        return withSprm16(withSprm16({}, sprm::PDxaLeft80, static_cast<std::uint16_t>(left)),
+                          sprm::PDxaLeft180, static_cast<std::uint16_t>(first));
+    };
+    Bytes both = withSprm16(hanging(630, -420), sprm::PDcxaLeft, 100);
+    both = withSprm16(both, sprm::PDcxaLeft1, static_cast<std::uint16_t>(-200));
+    const auto asStored = indentsOf(paragraph(both), 210, IndentUnits::characters);
+    EXPECT_DOUBLE_EQ(asStored.left, 630);
+    EXPECT_DOUBLE_EQ(asStored.firstLine, -420);
+    const auto larger = indentsOf(paragraph(both), 240, IndentUnits::characters);
+    EXPECT_DOUBLE_EQ(larger.left, 720);
+    EXPECT_DOUBLE_EQ(larger.firstLine, -480);
+    EXPECT_DOUBLE_EQ(indentsOf(paragraph(both), 240, IndentUnits::twips).left, 630);
+    const Bytes onlyFirst =
+        withSprm16(hanging(420, -420), sprm::PDcxaLeft1, static_cast<std::uint16_t>(-200));
+    const auto fromMargin = indentsOf(paragraph(onlyFirst), 240, IndentUnits::characters);
+    EXPECT_DOUBLE_EQ(fromMargin.left, 480) << "the first line begins where it was stored";
+    EXPECT_DOUBLE_EQ(fromMargin.firstLine, -480);
 }
 
 TEST_F(Formats, LineSpacingIsAMultipleOrAtLeastOrExact) {
