@@ -28,9 +28,9 @@ class Silence : public word::PageNumberSource,
                 public word::ImportReport,
                 public word::UnsavedChangesQuestion {
 public:
-    std::vector<int> displayedPages(const word::DocumentContent& /*content*/,
-                                    std::span<const word::Cp> positions) override {
-        return std::vector<int>(positions.size(), 1);
+    std::vector<std::u16string> displayedPages(const word::DocumentContent& /*content*/,
+                                               std::span<const word::Cp> positions) override {
+        return std::vector<std::u16string>(positions.size(), u"1");
     }
     void notCarried(const std::filesystem::path& /*path*/, std::u16string_view /*what*/) override {}
     bool save(const std::filesystem::path& /*document*/) override { return false; }

@@ -26,9 +26,9 @@ namespace fs = std::filesystem;
 
 class NoPages : public word::PageNumberSource {
 public:
-    std::vector<int> displayedPages(const word::DocumentContent&,
-                                    std::span<const word::Cp> positions) override {
-        return std::vector<int>(positions.size(), 1);
+    std::vector<std::u16string> displayedPages(const word::DocumentContent&,
+                                               std::span<const word::Cp> positions) override {
+        return std::vector<std::u16string>(positions.size(), u"1");
     }
 };
 

@@ -54,13 +54,14 @@ GenerationWord::Awaited::Awaited(layout::LayoutPageNumbers& source, desktop::Lon
     source_.watch([this](int pages) { return goOn(pages); });
 }
 
-std::vector<int> GenerationWord::Awaited::displayedPages(const word::DocumentContent& content,
-                                                         std::span<const word::Cp> positions) {
+std::vector<std::u16string>
+GenerationWord::Awaited::displayedPages(const word::DocumentContent& content,
+                                        std::span<const word::Cp> positions) {
     events_.doEvents();
     sinceEvents_.start();
     const desktop::LongRunScope scope(longRun_, u"计算目录的页码"_s, 0);
     longRun_.next(u"正在排版……取消时，未排的页码按已排的篇幅推算。"_s);
-    std::vector<int> pages = source_.displayedPages(content, positions);
+    std::vector<std::u16string> pages = source_.displayedPages(content, positions);
     events_.doEvents();
     return pages;
 }

@@ -46,8 +46,8 @@ private:
     public:
         Awaited(layout::LayoutPageNumbers& source, desktop::LongRun& longRun,
                 desktop::Events& events);
-        std::vector<int> displayedPages(const word::DocumentContent& content,
-                                        std::span<const word::Cp> positions) override;
+        std::vector<std::u16string> displayedPages(const word::DocumentContent& content,
+                                                   std::span<const word::Cp> positions) override;
         int pages() const override { return source_.pages(); }
 
     private:

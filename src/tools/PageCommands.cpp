@@ -8,6 +8,7 @@
 #include "platform/word/docfile/text/DocumentText.h"
 #include "platform/word/engine/DocumentSource.h"
 #include "platform/word/formatting/FormatResolver.h"
+#include "platform/word/formatting/NumberForms.h"
 #include "platform/word/layout/DocumentLayout.h"
 #include "tools/Arguments.h"
 #include "tools/Session.h"
@@ -18,8 +19,8 @@
 #include <QSaveFile>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <filesystem>
+#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -57,19 +58,15 @@ public:
         begin();
     }
 
-    // Calls `take` with each page. A document that shows how many pages it has is laid out once
-    // before, to count them.
+    // Calls `take` with each page. A document that shows page counts is laid out once before, to
+    // count them.
     void forEachPage(const std::function<void(const layout::Page&)>& take) {
-        const std::optional<layout::Page> first = layout_->nextPage();
-        if (first && layout_->showsPageCount()) {
-            options_.totalPages = 1 + pages();
+        if (layout_->showsPageCounts()) {
+            pages();
+            options_.counts = layout_->correctedCounts().value_or(options_.counts);
             begin();
-            while (const auto page = layout_->nextPage()) {
-                take(*page);
-            }
-            return;
         }
-        for (auto page = first; page; page = layout_->nextPage()) {
+        while (const auto page = layout_->nextPage()) {
             take(*page);
         }
     }
@@ -238,13 +235,6 @@ std::vector<Heading> headingsOf(const word::DocumentContent& document) {
     return headings;
 }
 
-const layout::LinePlace& placeOf(const std::vector<layout::LinePlace>& lines, word::Cp at) {
-    const auto behind =
-        std::upper_bound(lines.begin(), lines.end(), at,
-                         [](word::Cp p, const layout::LinePlace& line) { return p < line.at; });
-    return behind == lines.begin() ? *behind : *std::prev(behind);
-}
-
 ExitStatus pages(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{}, {u"--fonts"_s}});
     arguments.expectPositions(1, 1);
@@ -255,13 +245,13 @@ ExitStatus pages(Session& session, const QStringList& words) {
         QJsonArray json;
         QStringList lines{u"共 %1 页"_s.arg(count)};
         for (const Heading& heading : headingsOf(document.document())) {
-            const layout::LinePlace& place = placeOf(document.layout().lines(), heading.at);
+            const layout::LinePlace place = layout::placeOf(document.layout().lines(), heading.at);
             json.append(QJsonObject{{"level", heading.level},
                                     {"text", heading.text},
                                     {"page", place.sheet + 1},
                                     {"number", place.number}});
             lines += QString(2 * (heading.level - 1), u' ') + heading.text + u'\t' +
-                     QString::number(place.number);
+                     QString::fromStdU16String(word::numberInForm(place.number, place.form));
         }
         session.output().result(QJsonObject{{"pages", count}, {"headings", json}},
                                 lines.join(u'\n'));

@@ -38,9 +38,9 @@ protected:
 private:
     class FixedPages : public word::PageNumberSource {
     public:
-        std::vector<int> displayedPages(const word::DocumentContent& /*content*/,
-                                        std::span<const word::Cp> positions) override {
-            return std::vector<int>(positions.size(), 7);
+        std::vector<std::u16string> displayedPages(const word::DocumentContent& /*content*/,
+                                                   std::span<const word::Cp> positions) override {
+            return std::vector<std::u16string>(positions.size(), u"7");
         }
     };
     class NoReport : public word::ImportReport {

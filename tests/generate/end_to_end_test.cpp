@@ -1,6 +1,7 @@
 #include "generate/GenerationWorld.h"
 
 #include "platform/word/docfile/check/DocumentCheck.h"
+#include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
@@ -23,11 +24,11 @@ namespace {
 // The n-th place asked for stands on page n.
 class CountingPages : public word::PageNumberSource {
 public:
-    std::vector<int> displayedPages(const word::DocumentContent& /*content*/,
-                                    std::span<const word::Cp> positions) override {
-        std::vector<int> pages;
+    std::vector<std::u16string> displayedPages(const word::DocumentContent& /*content*/,
+                                               std::span<const word::Cp> positions) override {
+        std::vector<std::u16string> pages;
         for (std::size_t i = 0; i < positions.size(); ++i)
-            pages.push_back(static_cast<int>(i) + 1);
+            pages.push_back(word::digits(static_cast<int>(i) + 1));
         return pages;
     }
 };

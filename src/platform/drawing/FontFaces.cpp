@@ -284,11 +284,12 @@ private:
             return 0;
         }
         if (face.known && face.known->eastAsian &&
-            (layout::isEastAsian(c) || (face.request.eastAsian && layout::isOfEitherScript(c)))) {
+            (layout::isEastAsian(c) ||
+             (face.request.eastAsian && layout::isFullWidthInChineseFonts(c)))) {
             return 1;
         }
         if (face.known && face.known->halfWidthLatin) {
-            return layout::isOfEitherScript(c) ? 1 : 0.5;
+            return layout::isFullWidthInChineseFonts(c) ? 1 : 0.5;
         }
         return glyphWidth(face, c);
     }

@@ -42,8 +42,8 @@ int pageOf(const PdfDestinations& pdf, const QString& mark, int previous) {
 
 } // namespace
 
-std::vector<int> OfficePageNumbers::displayedPages(const word::DocumentContent& content,
-                                                   std::span<const word::Cp> positions) {
+std::vector<std::u16string> OfficePageNumbers::displayedPages(const word::DocumentContent& content,
+                                                              std::span<const word::Cp> positions) {
     const QTemporaryDir scratch;
     const QString document = scratch.filePath(u"pages.doc"_s);
     const QString drawn = scratch.filePath(u"pages.pdf"_s);
@@ -60,8 +60,8 @@ std::vector<int> OfficePageNumbers::displayedPages(const word::DocumentContent& 
         firstSheets.push_back(
             pageOf(pdf, sectionMark(i), firstSheets.empty() ? 0 : firstSheets.back()));
     }
-    const word::PageNumbering numbering(content, std::move(firstSheets));
-    std::vector<int> shown;
+    const word::PageNumbering numbering(content, firstSheets);
+    std::vector<std::u16string> shown;
     int sheet = 0;
     for (std::size_t i = 0; i < positions.size(); ++i) {
         sheet = pageOf(pdf, positionMark(i), sheet);

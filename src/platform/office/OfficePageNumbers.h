@@ -14,8 +14,8 @@ public:
     explicit OfficePageNumbers(OfficeSuite suite) : suite_(std::move(suite)) {}
 
     // Throws what OfficeSuite::convert() throws.
-    std::vector<int> displayedPages(const word::DocumentContent& content,
-                                    std::span<const word::Cp> positions) override;
+    std::vector<std::u16string> displayedPages(const word::DocumentContent& content,
+                                               std::span<const word::Cp> positions) override;
     int pages() const override { return pages_; }
 
 private:

@@ -151,7 +151,7 @@ Strip row(std::vector<std::size_t> lines) {
         rows[0].cells.push_back(std::move(cell));
     }
     settleHeights(rows, false);
-    return stripsOf(rows)[0];
+    return stripsOf(rows, {})[0];
 }
 
 TEST_F(Columns, ARowIsAsHighAsItsHighestCell) { EXPECT_DOUBLE_EQ(row({2, 5, 1}).height, 500); }
@@ -226,7 +226,10 @@ std::vector<std::vector<FlowedStrip>> twoColumns(std::size_t lines) {
 Strip rowWith(Strips strips) {
     RowParts parts;
     parts.height = heightOf(strips, true);
-    parts.cells.push_back({0, 1000, 0, 0, std::move(strips)});
+    RowParts::Cell cell;
+    cell.width = 1000;
+    cell.strips = std::move(strips);
+    parts.cells.push_back(std::move(cell));
     Strip row;
     row.height = parts.height;
     row.row = std::make_shared<const RowParts>(std::move(parts));
@@ -356,11 +359,114 @@ TEST(Rows, InTheOfficeSuiteTheLeastHeightHoldsTheBorder) {
 TEST(Rows, ACellsTextStandsBelowTheBorderAndAlignedWithinTheRest) {
     auto rows = borderedRow(200);
     settleHeights(rows, true);
-    EXPECT_DOUBLE_EQ(stripsOf(rows)[0].row->cells[0].above, 20);
+    EXPECT_DOUBLE_EQ(stripsOf(rows, {})[0].row->cells[0].above, 20);
     rows[0].cells[0].format.alignment = word::VerticalAlignment::centre;
-    EXPECT_DOUBLE_EQ(stripsOf(rows)[0].row->cells[0].above, 20 + 40);
+    EXPECT_DOUBLE_EQ(stripsOf(rows, {})[0].row->cells[0].above, 20 + 40);
     rows[0].cells[0].format.alignment = word::VerticalAlignment::bottom;
-    EXPECT_DOUBLE_EQ(stripsOf(rows)[0].row->cells[0].above, 20 + 80);
+    EXPECT_DOUBLE_EQ(stripsOf(rows, {})[0].row->cells[0].above, 20 + 80);
+}
+
+// Rows of one line in the second cell, beside a first cell that reaches over all of them.
+std::vector<ComposedRow> rowsBeside(Strips merged, std::size_t count) {
+    std::vector<ComposedRow> rows(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        rows[i].cells.resize(2);
+        rows[i].cells[0].right = rows[i].cells[1].left = 1000;
+        rows[i].cells[1].right = 2000;
+        rows[i].cells[1].strips = paragraph(i + 1, 1);
+        rows[i].cells[1].contentHeight = lineHeight;
+        rows[i].cells[0].format.mergedAbove = i > 0;
+    }
+    rows[0].cells[0].contentHeight = heightOf(merged, true);
+    rows[0].cells[0].strips = std::move(merged);
+    settleHeights(rows, false);
+    return rows;
+}
+
+std::vector<std::size_t> linesOfFirstCells(const Strips& rows) {
+    std::vector<std::size_t> counts;
+    for (const Strip& row : rows) {
+        counts.push_back(row.row->cells[0].strips.size());
+    }
+    return counts;
+}
+
+TEST(Rows, ALineOfACellThatReachesDownGoesWithTheRowBesideWhichItStands) {
+    const Strips rows = stripsOf(rowsBeside(paragraph(0, 3), 4), {});
+    EXPECT_EQ(linesOfFirstCells(rows), (std::vector<std::size_t>{1, 1, 1, 0}));
+    EXPECT_DOUBLE_EQ(rows[2].row->cells[0].above, 0);
+}
+
+TEST(Rows, ACentredCellThatReachesDownHasItsTextInTheRowInTheMiddle) {
+    auto rows = rowsBeside(paragraph(0, 1), 60);
+    rows[0].cells[0].format.alignment = word::VerticalAlignment::centre;
+    const Strips strips = stripsOf(rows, {});
+    std::vector<std::size_t> wanted(60, 0);
+    wanted[29] = 1;
+    EXPECT_EQ(linesOfFirstCells(strips), wanted);
+    EXPECT_DOUBLE_EQ(strips[29].row->cells[0].above, 50);
+}
+
+TEST(Rows, SpacesWithinACellAreTheLargerOfBothWhereTheDocumentSaysSo) {
+    Strips strips = paragraph(0, 1);
+    const Strips second = paragraph(1, 1);
+    strips.insert(strips.end(), second.begin(), second.end());
+    strips[0].after = 60;
+    strips[1].before = 40;
+    strips[1].layer.fills.push_back({});
+    for (const auto& [adds, y] : {std::pair(true, 200.0), std::pair(false, 160.0)}) {
+        std::vector<ComposedRow> rows(1);
+        rows[0].cells.resize(1);
+        rows[0].cells[0].strips = strips;
+        const Strip row = stripsOf(rows, {adds, true})[0];
+        EXPECT_DOUBLE_EQ(row.layer.fills.at(0).y, y);
+        const auto parts = partRow(row, 110);
+        ASSERT_TRUE(parts);
+        EXPECT_DOUBLE_EQ(parts->rest.height, 140);
+    }
+}
+
+TEST_F(Columns, ARowWhoseTextStandsInTheMiddleIsPartedToo) {
+    Strip tall = row({15, 1});
+    RowParts parts = *tall.row;
+    parts.cells[1].above = parts.cells[1].down = 1200;
+    tall.row = std::make_shared<const RowParts>(std::move(parts));
+    EXPECT_EQ(fill({tall}), 1U);
+    EXPECT_TRUE(flow.strips()[0].strip.row->cells[1].strips.empty());
+    ASSERT_EQ(overflow.size(), 1U);
+    ASSERT_EQ(overflow[0].row->cells[1].strips.size(), 1U) << "its text goes to the next page";
+    EXPECT_DOUBLE_EQ(overflow[0].row->cells[1].above, 200);
+}
+
+TEST_F(Columns, WithinACellAHeadingGoesWithWhatFollowsIt) {
+    Strips content = joined(paragraph(0, 9), paragraph(1, 1));
+    content[9].keepsWithNext = true;
+    EXPECT_EQ(fill({rowWith(joined(content, paragraph(2, 4)))}), 1U);
+    EXPECT_EQ(flow.strips()[0].strip.row->cells[0].strips.size(), 9U);
+    EXPECT_EQ(overflow.at(0).row->cells[0].strips.size(), 5U);
+}
+
+TEST_F(Columns, WithinACellTheLastLineOfAParagraphNeverStandsAlone) {
+    EXPECT_EQ(fill({rowWith(paragraph(0, 11))}), 1U);
+    EXPECT_EQ(overflow.at(0).row->cells[0].strips.size(), 2U);
+}
+
+TEST_F(Columns, LinesOfACellThatStayTogetherArePartedWhereNoPageHoldsThem) {
+    Strips content = paragraph(0, 25);
+    for (Strip& line : content) {
+        line.keepsLines = true;
+    }
+    EXPECT_EQ(fill({rowWith(content)}), 1U);
+    EXPECT_EQ(overflow.at(0).row->cells[0].strips.size(), 15U);
+}
+
+TEST_F(Columns, TheOfficeSuitePartsACellBehindAnyLine) {
+    Strip large = rowWith(paragraph(0, 11));
+    RowParts parts = *large.row;
+    parts.rules.keepsTogether = false;
+    large.row = std::make_shared<const RowParts>(std::move(parts));
+    EXPECT_EQ(fill({large}), 1U);
+    EXPECT_EQ(overflow.at(0).row->cells[0].strips.size(), 1U);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "platform/word/layout/DocumentLayout.h"
 
+#include "platform/error/Utf8.h"
 #include "platform/layout/PagedDocument.h"
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/layout/CharacterClasses.h"
@@ -503,6 +504,152 @@ TEST_F(Pages, InTheOfficeSuiteAPageBreakAtAParagraphsStartLeavesNothingOnThePage
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[1]), u"乙");
+}
+
+TEST_F(Pages, ASectionThatBeginsWithinAPageGivesThatPageItsFirstNumber) {
+    type(u"甲\r");
+    nextSection(withSprm16(withSprm8(withSprm8(section(), sprm::SBkc, 0), sprm::SFPgnRestart, 1),
+                           sprm::SPgnStart97, 7));
+    paragraphs(12);
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].number, 1) << "its headers are those of the section above";
+    EXPECT_EQ(found[1].number, 8);
+    EXPECT_EQ(layout->lines()[0].number, 1);
+    EXPECT_EQ(layout->lines()[1].number, 7);
+    EXPECT_EQ(layout->lines().back().number, 8);
+}
+
+TEST_F(Pages, AContinuousSectionThatHasNoRoomOnThePageBeginsOnTheNext) {
+    paragraphs(10);
+    nextSection(withSprm16(withSprm8(withSprm8(section(), sprm::SBkc, 0), sprm::SFPgnRestart, 1),
+                           sprm::SPgnStart97, 7));
+    paragraphs(1);
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[1].number, 7);
+    EXPECT_EQ(textOf(found[1]), u"一");
+}
+
+TEST_F(Pages, APageFieldHasTheNumberFormThatItAsksFor) {
+    paragraphs(12);
+    for (const auto& [code, shown] :
+         {std::pair(u"PAGE \\* ROMAN", u"II"), std::pair(u"PAGE \\* roman \\* MERGEFORMAT", u"ii"),
+          std::pair(u"PAGE  \\* CHINESENUM3", u"二"), std::pair(u"PAGE \\* ArabicDash", u"- 2 -"),
+          std::pair(u"PAGE \\* MERGEFORMAT", u"2")}) {
+        putFieldFooter(code, 0x21);
+        const std::u16string text = textOf(pages().at(1));
+        EXPECT_TRUE(text.starts_with(shown)) << toUtf8(text);
+    }
+}
+
+TEST_F(Pages, PageCountsAreShownWhereverTheirFieldsStand) {
+    paragraphs(12);
+    main.text.insert(0, u"\x13NUMPAGES\x14"
+                        u"9\x15");
+    main.characters.insert(main.characters.begin(), {12, {}});
+    main.paragraphs[0].length += 12;
+    document.sections[0].length += 12;
+    main.fields = {{0, 0x13, 0x1A}, {9, 0x14, 0}, {11, 0x15, 0}};
+    EXPECT_TRUE(textOf(pages().at(0)).starts_with(u"1一"));
+    EXPECT_TRUE(layout->showsPageCounts());
+    const auto counts = layout->correctedCounts();
+    ASSERT_TRUE(counts);
+    options.counts = *counts;
+    EXPECT_TRUE(textOf(pages().at(0)).starts_with(u"2一"));
+    EXPECT_FALSE(layout->correctedCounts());
+}
+
+TEST_F(Pages, ANoteShowsThePageCountToo) {
+    type(u"甲\x02\r");
+    putFootnote(1, u"\x13NUMPAGES\x14"
+                   u"9\x15\r");
+    auto note = std::make_shared<word::Story>(*document.tables.sideStories[0].text);
+    note->fields = {{0, 0x13, 0x1A}, {9, 0x14, 0}, {11, 0x15, 0}};
+    document.tables.sideStories[0].text = note;
+    options.counts.total = 37;
+    EXPECT_TRUE(textOf(pages().at(0)).ends_with(u"37"));
+    EXPECT_TRUE(layout->showsPageCounts());
+}
+
+TEST_F(Pages, SectionPagesAreThoseOnWhichTheSectionStands) {
+    paragraphs(12);
+    putFieldFooter(u"SECTIONPAGES", 0x42);
+    nextSection(section());
+    paragraphs(3);
+    pages();
+    const auto counts = layout->correctedCounts();
+    ASSERT_TRUE(counts);
+    EXPECT_EQ(counts->ofSections, (std::vector<int>{2, 1}));
+    options.counts = *counts;
+    const auto found = pages();
+    EXPECT_EQ(textOf(found[0])[0], u'2');
+    EXPECT_EQ(textOf(found[2])[0], u'1');
+    EXPECT_FALSE(layout->correctedCounts());
+}
+
+TEST_F(Pages, ADocumentThatShowsNoPageCountNeedsNoSecondLook) {
+    paragraphs(12);
+    pages();
+    EXPECT_FALSE(layout->showsPageCounts());
+    EXPECT_FALSE(layout->correctedCounts());
+}
+
+TEST_F(Pages, ALongTableIsComposedRowByRow) {
+    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+    const Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
+    for (int i = 0; i < 200; ++i) {
+        main.text += u"甲\a\a";
+        main.paragraphs.push_back({2, 0, intern(inTable)});
+        main.paragraphs.push_back({1, 0, intern(mark)});
+    }
+    main.characters = {{600, {}}};
+    type(u"末\r");
+    document.main = word::slicesOf(main);
+    source = sourceOf(document);
+    DocumentLayout lazy(source, fonts, {});
+    ASSERT_TRUE(lazy.nextPage());
+    EXPECT_LT(lazy.placeSize(1000000), 20000U) << "what is composed and stands on no page yet";
+    int count = 1;
+    while (lazy.nextPage()) {
+        ++count;
+    }
+    EXPECT_EQ(count, 21);
+}
+
+TEST_F(Pages, EachLineOfACellTellsItsPage) {
+    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+    const Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
+    for (int cell = 0; cell < 2; ++cell) {
+        for (int i = 0; i < 12; ++i) {
+            main.text += i < 11 ? u"甲\r" : u"甲\a";
+            main.paragraphs.push_back({2, 0, intern(inTable)});
+        }
+    }
+    main.text += u"\a";
+    main.paragraphs.push_back({1, 0, intern(mark)});
+    main.characters = {{49, {}}};
+    type(u"末\r");
+    EXPECT_EQ(pages().size(), 2U);
+    EXPECT_EQ(placeOf(layout->lines(), 18).sheet, 0);
+    EXPECT_EQ(placeOf(layout->lines(), 20).sheet, 1);
+    EXPECT_EQ(placeOf(layout->lines(), 24).sheet, 0) << "the second cell begins on the first page";
+    EXPECT_EQ(placeOf(layout->lines(), 46).sheet, 1);
+}
+
+TEST_F(Pages, SpacesInAHeaderAreTheLargerOfBothWhereTheDocumentSaysSo) {
+    word::Story header = story(u"眉\r", withSprm16({}, sprm::PDyaAfter, 300));
+    append(header, u"题\r", withSprm16({}, sprm::PDyaBefore, 100));
+    putHeader(word::HeaderKind::oddHeader, header);
+    type(u"甲\r");
+    const auto gap = [&] {
+        const auto texts = pages().at(0).layer.texts;
+        return texts[1].baseline - texts[0].baseline;
+    };
+    word::writeDop(document.settings, word::dop::addsParagraphSpaces, 1);
+    EXPECT_DOUBLE_EQ(gap(), 200 + 400);
+    word::writeDop(document.settings, word::dop::addsParagraphSpaces, 0);
+    EXPECT_DOUBLE_EQ(gap(), 200 + 300);
 }
 
 } // namespace

@@ -26,6 +26,8 @@ Bytes paper() {
     return list;
 }
 
+using Numbers = std::vector<std::u16string>;
+
 class PageNumbers : public testing::Test {
 protected:
     PageNumbers() { builder.content.sections[0].properties = lists().intern(paper()); }
@@ -36,7 +38,7 @@ protected:
             builder.add({test::plain(text + u"\r")});
         }
     }
-    std::vector<int> at(const std::vector<Cp>& positions) {
+    Numbers at(const std::vector<Cp>& positions) {
         return numbers.displayedPages(builder.content, positions);
     }
 
@@ -46,7 +48,7 @@ protected:
 
 TEST_F(PageNumbers, EachPositionHasThePageThatItStandsOn) {
     paragraphs(25);
-    EXPECT_EQ(at({0, 19, 20, 39, 40}), (std::vector<int>{1, 1, 2, 2, 3}));
+    EXPECT_EQ(at({0, 19, 20, 39, 40}), (Numbers{u"1", u"1", u"2", u"2", u"3"}));
     EXPECT_EQ(numbers.pages(), 3);
 }
 
@@ -57,7 +59,7 @@ TEST_F(PageNumbers, EachPageIsToldAsItIsDone) {
         told.push_back(pages);
         return true;
     });
-    EXPECT_EQ(at({0, 20, 40}), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(at({0, 20, 40}), (Numbers{u"1", u"2", u"3"}));
     EXPECT_EQ(told, (std::vector<int>{1, 2, 3}));
     EXPECT_EQ(numbers.stoppedBehind(), std::nullopt);
 }
@@ -65,11 +67,11 @@ TEST_F(PageNumbers, EachPageIsToldAsItIsDone) {
 TEST_F(PageNumbers, BehindTheLastPageOfAStoppedLayoutTheyFollowTheRoomOfTheText) {
     paragraphs(40);
     numbers.watch([](int pages) { return pages < 2; });
-    EXPECT_EQ(at({0, 19, 20, 39, 40, 59, 60}), (std::vector<int>{1, 1, 2, 2, 3, 3, 4}));
+    EXPECT_EQ(at({0, 19, 20, 39, 40, 59, 60}), (Numbers{u"1", u"1", u"2", u"2", u"3", u"3", u"4"}));
     const int estimated = numbers.pages();
     EXPECT_EQ(numbers.stoppedBehind(), 2);
     numbers.watch({});
-    EXPECT_EQ(at({60}), (std::vector<int>{4}));
+    EXPECT_EQ(at({60}), (Numbers{u"4"}));
     EXPECT_EQ(estimated, numbers.pages());
     EXPECT_EQ(numbers.stoppedBehind(), std::nullopt);
 }
@@ -92,7 +94,7 @@ TEST_F(PageNumbers, TextThatIsCutIntoSlicesIsLaidOutWhole) {
     main.front().length = 50;
     main.insert(main.begin() + 1, {whole.fragment, 50, whole.length - 50});
     paragraphs(3);
-    EXPECT_EQ(at({0, 94, 96}), (std::vector<int>{1, 1, 2}));
+    EXPECT_EQ(at({0, 94, 96}), (Numbers{u"1", u"1", u"2"}));
 }
 
 TEST_F(PageNumbers, ASectionThatRestartsCountsFromItsFirstNumber) {
@@ -101,12 +103,20 @@ TEST_F(PageNumbers, ASectionThatRestartsCountsFromItsFirstNumber) {
     sections[0].length -= 1; // the builder's last paragraph
     sections.push_back({1, lists().intern(withSprm16(withSprm8(paper(), sprm::SFPgnRestart, 1),
                                                      sprm::SPgnStart97, 5))});
-    EXPECT_EQ(at({0, 4}), (std::vector<int>{1, 5}));
+    EXPECT_EQ(at({0, 4}), (Numbers{u"1", u"5"}));
 }
 
 TEST_F(PageNumbers, PositionsBehindTheTextAreOnTheLastPage) {
     paragraphs(12);
-    EXPECT_EQ(at({100000}), (std::vector<int>{2}));
+    EXPECT_EQ(at({100000}), (Numbers{u"2"}));
+}
+
+TEST_F(PageNumbers, TheyHaveTheNumberFormOfTheirSection) {
+    constexpr unsigned smallRoman = 2;
+    builder.content.sections[0].properties =
+        lists().intern(withSprm8(paper(), sprm::SNfcPgn, smallRoman));
+    paragraphs(12);
+    EXPECT_EQ(at({0, 20}), (Numbers{u"i", u"ii"}));
 }
 
 } // namespace

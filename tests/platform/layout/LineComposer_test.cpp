@@ -432,6 +432,12 @@ TEST(CharacterClasses, ReachFromTheirFirstToTheirLastCharacter) {
                                {0x2581, 0x2595}});
     expectRanges(isLatinLetter, {{U'a', U'z'}, {U'A', U'Z'}, {0xC0, 0x24F}, {0x370, 0x52F}});
     expectRanges(isDigit, {{U'0', U'9'}});
+    expectRanges(isFullWidthInChineseFonts, {{0x391, 0x3A9},
+                                             {0x3B1, 0x3C9},
+                                             {0x401, 0x401},
+                                             {0x410, 0x44F},
+                                             {0x451, 0x451},
+                                             {0x2500, 0x254F}});
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/layout/BlockComposer.h"
 #include "support/Images.h"
 
 namespace qvnd::layout {
@@ -464,6 +465,65 @@ TEST_F(PageContent, AFileNameFieldShowsTheFileWhereTheSourceTellsItsPath) {
     path = u"/计划/施工方案.doc";
     EXPECT_EQ(shown(u" FILENAME  \\* MERGEFORMAT "), u"施工方案.doc");
     EXPECT_EQ(shown(u" FILENAME \\p "), u"/计划/施工方案.doc");
+}
+
+// A font that tells the faces of Chinese text apart.
+class ChineseFaces : public test::FixedFonts {
+public:
+    static constexpr FaceId chinese = 5;
+    FaceId face(const FaceRequest& request) override { return request.eastAsian ? chinese : 0; }
+};
+
+TEST_F(PageContent, GreekLettersThatAreMarkedAsChineseHaveTheChineseFontAndNoGap) {
+    type(u"径Φ8\r");
+    const auto drawn = [&](const Bytes& look) {
+        main.characters = {{2, intern(look)}, {2, {}}};
+        ChineseFaces faces;
+        sourceOfAll();
+        return DocumentLayout(source, faces, options).nextPage()->layer.texts;
+    };
+    const auto marked = drawn(withSprm8({}, sprm::CIdctHint, 1));
+    EXPECT_EQ(marked.at(0).text, u"径Φ");
+    EXPECT_EQ(marked.at(0).face, ChineseFaces::chinese);
+    EXPECT_FLOAT_EQ(marked.at(0).advances.at(0), 200);
+    const auto plain = drawn({});
+    EXPECT_EQ(plain.at(1).text.substr(0, 1), u"Φ");
+    EXPECT_EQ(plain.at(1).face, 0U);
+    EXPECT_FLOAT_EQ(plain.at(0).advances.at(0), 250);
+}
+
+TEST_F(PageContent, TheUnitOfAnIndentInCharactersIsTheSizeOfTheParagraphsText) {
+    document.tables.listDefinitions.push_back(numberedList(0));
+    document.tables.listOverrides.push_back({77, 0, 0, {}});
+    const Bytes listed = withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0);
+    type(u"甲\r乙\r", withSprm16(listed, sprm::PDcxaLeft1, 200));
+    main.characters = {{1, intern(withSprm8(withSprm16({}, sprm::CHps, 40), sprm::CIss, 1))},
+                       {1, {}},
+                       {1, intern(withSprm16({}, sprm::CHps, 40))},
+                       {1, {}}};
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(page.layer.texts.at(0).x, 1000 + 800) << "raised text has its full size";
+    EXPECT_DOUBLE_EQ(textAt(page, u"2、").x, 1000 + 800) << "the label is smaller than the text";
+}
+
+TEST_F(PageContent, NumbersOfAListInABoxAreCountedOnceHoweverOftenItIsSet) {
+    document.tables.listDefinitions.push_back(numberedList(0));
+    document.tables.listOverrides.push_back({77, 0, 0, {}});
+    const Bytes listed = withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0);
+    const word::Story boxed = story(u"甲\r乙\r", listed);
+    sourceOfAll();
+    StoryReader::Shared shared(source, fonts);
+    LineSetting setting;
+    setting.width = 2000;
+    for (int time = 0; time < 2; ++time) {
+        std::u16string text;
+        for (const Strip& line : BlockComposer(shared, boxed).composeAll(setting)) {
+            for (const PlacedText& run : line.layer.texts) {
+                text += run.text;
+            }
+        }
+        EXPECT_EQ(text, u"1、甲2、乙");
+    }
 }
 
 } // namespace

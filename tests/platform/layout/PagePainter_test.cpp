@@ -321,5 +321,14 @@ TEST(KnownFaces, MeasuresOfANamedFaceAreItsOwnWhateverStandsInForIt) {
     EXPECT_NEAR(times.ascent + times.descent + times.leading, 1.149, 0.001);
 }
 
+TEST(KnownFaces, GreekAndCyrillicLettersAndBoxLinesOfAChineseFaceAreSquares) {
+    FontFaces fonts(FontChoice::named);
+    const layout::FaceId face = fonts.face({u"宋体", false, false, false});
+    for (const char32_t c : std::u32string_view(U"ΦφαωЖя─│①≮⊙⌒")) {
+        EXPECT_DOUBLE_EQ(fonts.advance(face, c), 1) << std::hex << static_cast<unsigned>(c);
+    }
+    EXPECT_DOUBLE_EQ(fonts.advance(face, U'x'), 0.5);
+}
+
 } // namespace
 } // namespace qvnd::drawing

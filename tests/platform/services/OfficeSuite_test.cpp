@@ -178,7 +178,7 @@ TEST_F(OfficeSuiteTest, TheInstalledSuiteTellsThePagesOfPositions) {
     const word::DocumentContent content = threePages(builder);
     OfficePageNumbers numbers{OfficeSuite(folder.filePath(u"profile"_s))};
     EXPECT_EQ(numbers.displayedPages(content, std::vector<word::Cp>{0, 3, 7}),
-              (std::vector<int>{1, 2, 3}));
+              (std::vector<std::u16string>{u"1", u"2", u"3"}));
     EXPECT_EQ(numbers.pages(), 3);
 }
 

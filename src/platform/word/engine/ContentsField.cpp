@@ -139,7 +139,7 @@ Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf) {
                 const std::u16string_view text = contents.text;
                 const auto page = pageOf(bookmarkOf(text.substr(code, number - 1 - code)));
                 if (page) {
-                    numbers.replace(number, mark.at - number, decimal(*page));
+                    numbers.replace(number, mark.at - number, *page);
                 }
             }
             code = number = 0;

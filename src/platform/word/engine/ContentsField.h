@@ -22,7 +22,7 @@ std::vector<FieldSpan> contentsFields(const WorkingStory& story);
 
 // The field with other page numbers: `pageOf` tells the number for a bookmark's name, nothing
 // leaves the entry as it is.
-using PageOfBookmark = std::function<std::optional<int>(const std::u16string&)>;
+using PageOfBookmark = std::function<std::optional<std::u16string>(const std::u16string&)>;
 Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf);
 
 } // namespace qvnd::word

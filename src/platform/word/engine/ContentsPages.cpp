@@ -30,16 +30,16 @@ std::vector<const Bookmark*> headingBookmarks(WorkingDocument& document) {
     return result;
 }
 
-std::unordered_map<std::u16string, int> pagesByBookmark(WorkingDocument& document,
-                                                        PageNumberSource& source) {
-    std::unordered_map<std::u16string, int> result;
+std::unordered_map<std::u16string, std::u16string> pagesByBookmark(WorkingDocument& document,
+                                                                   PageNumberSource& source) {
+    std::unordered_map<std::u16string, std::u16string> result;
     const auto bookmarks = headingBookmarks(document);
     std::vector<Cp> positions;
     positions.reserve(bookmarks.size());
     for (const Bookmark* bookmark : bookmarks) {
         positions.push_back(bookmark->start);
     }
-    const std::vector<int> pages = source.displayedPages(document.content(), positions);
+    const std::vector<std::u16string> pages = source.displayedPages(document.content(), positions);
     for (std::size_t i = 0; i < std::min(pages.size(), bookmarks.size()); ++i) {
         result.emplace(bookmarks[i]->name, pages[i]);
     }

@@ -1,6 +1,7 @@
 #include "platform/word/formatting/NumberForms.h"
 
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 #include <array>
@@ -117,6 +118,46 @@ std::u16string twoDigits(int number) {
 // - 3 -, as page numbers are dressed.
 std::u16string betweenDashes(int number) { return u"- " + digits(number) + u" -"; }
 
+struct FormName {
+    std::u16string_view name; // in lower case
+    unsigned form = 0;
+};
+
+constexpr std::array<FormName, 19> formNames{{{u"arabic", 0},
+                                              {u"roman", 2},
+                                              {u"alphabetic", 4},
+                                              {u"ordinal", 5},
+                                              {u"dbnum1", 10},
+                                              {u"dbnum2", 11},
+                                              {u"dbchar", 14},
+                                              {u"dbnum3", 16},
+                                              {u"circlenum", 18},
+                                              {u"gb1", 26},
+                                              {u"gb2", 27},
+                                              {u"gb3", 28},
+                                              {u"gb4", 29},
+                                              {u"zodiac1", 30},
+                                              {u"zodiac2", 31},
+                                              {u"chinesenum1", 37},
+                                              {u"chinesenum2", 38},
+                                              {u"chinesenum3", 39},
+                                              {u"arabicdash", 57}}};
+
+// Roman numbers and letters have the case of the name.
+std::optional<unsigned> formNamed(std::u16string_view name) {
+    constexpr unsigned smallRoman = 2;
+    constexpr unsigned smallLetters = 4;
+    const auto* found = std::find_if(
+        formNames.begin(), formNames.end(),
+        [folded = foldedName(name)](const FormName& known) { return known.name == folded; });
+    if (found == formNames.end()) {
+        return std::nullopt;
+    }
+    const bool isCapital = name.front() >= u'A' && name.front() <= u'Z';
+    const bool hasCase = found->form == smallRoman || found->form == smallLetters;
+    return hasCase && isCapital ? found->form - 1 : found->form;
+}
+
 } // namespace
 
 std::u16string numberInForm(int number, unsigned nfc) {
@@ -167,6 +208,20 @@ std::u16string numberInForm(int number, unsigned nfc) {
     default:
         return digits(number);
     }
+}
+
+std::optional<unsigned> numberFormOf(std::u16string_view instruction) {
+    constexpr std::u16string_view mark = u"\\*";
+    for (std::size_t at = instruction.find(mark); at != instruction.npos;
+         at = instruction.find(mark, at)) {
+        at = std::min(instruction.find_first_not_of(u" \"", at + mark.size()), instruction.size());
+        const std::u16string_view name =
+            instruction.substr(at, instruction.find_first_of(u" \"\\", at) - at);
+        if (const auto form = formNamed(name)) {
+            return form;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace qvnd::word

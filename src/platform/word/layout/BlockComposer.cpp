@@ -1,7 +1,6 @@
 #include "platform/word/layout/BlockComposer.h"
 
 #include "platform/word/layout/FloatComposer.h"
-#include "platform/word/layout/RowComposer.h"
 
 #include <algorithm>
 
@@ -11,23 +10,6 @@ namespace {
 
 constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
-
-// Heading rows count from the table's first row on, and only above other rows: a table of nothing
-// but headings is an ordinary one.
-void markHeadings(Strips& rows) {
-    auto behind =
-        std::find_if(rows.begin(), rows.end(), [](const Strip& row) { return !row.isHeading; });
-    const auto headings = std::make_shared<const Strips>(rows.begin(), behind);
-    if (behind == rows.end()) {
-        behind = rows.begin();
-    }
-    for (auto row = behind; row != rows.end(); ++row) {
-        row->isHeading = false;
-        if (behind != rows.begin()) {
-            row->headings = headings;
-        }
-    }
-}
 
 // Space of that width in a line, which makes the line reach so far below its baseline.
 TextItem spaceBeside(const TextItem& picture, double width, double below) {
@@ -63,7 +45,7 @@ Strips BlockComposer::compose(const Block& block, const LineSetting& setting, wo
         composeFrame(block, setting);
         return {};
     }
-    Strips strips = block.table ? composeTable(*block.table, setting)
+    Strips strips = block.table ? composeTable(block, setting)
                                 : composeParagraph(block.paragraph, setting, from);
     if (from == 0) {
         anchorFrames(block.paragraph, strips);
@@ -157,7 +139,7 @@ void BlockComposer::composeFrame(const Block& block, const LineSetting& setting)
         inner.width = std::max(narrowest, textWidth(strips) + 1);
         strips = composeFramed(block, inner);
     }
-    frames_.push_back(framed(frame, inner.width, stacked(strips, addsSpaces_)));
+    frames_.push_back(framed(frame, inner.width, stacked(strips, shared_.addsSpaces)));
 }
 
 // Each drawing goes with the line that its anchor stands on.
@@ -216,47 +198,96 @@ Strips BlockComposer::composeCell(const Blocks& blocks, const LineSetting& setti
     return strips;
 }
 
-Strips BlockComposer::composeTable(const Table& table, const LineSetting& setting) {
+Strips BlockComposer::composeTable(const Block& block, const LineSetting& setting) {
+    Strips strips;
+    TableCursor next;
+    while (next.row < block.table->rows.size()) {
+        Strips rows = composeRows(block, setting, next);
+        std::move(rows.begin(), rows.end(), std::back_inserter(strips));
+    }
+    return strips;
+}
+
+Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting,
+                                  TableCursor& next) {
+    const Table& table = *block.table;
+    const std::size_t first = next.row;
+    const std::size_t headings = first == 0 ? headingRowsOf(table) : 0;
+    next.row = endOfMerged(table, std::max(first + 1, headings));
     if (depth_ >= deepestTable) {
         return {};
     }
     ++depth_;
     std::vector<ComposedRow> rows;
-    for (const TableRow& row : table.rows) {
-        const word::PropertyListId mark = story_.paragraphs[row.mark].properties;
-        ComposedRow composed;
-        composed.format = shared_.formats.row(mark);
-        composed.cells = cellsOf(composed.format, row.cells.size(), setting.width);
-        for (std::size_t i = 0; i < composed.cells.size() && i < row.cells.size(); ++i) {
-            ComposedCell& cell = composed.cells[i];
-            if (cell.format.mergedAbove || cell.format.mergedLeft) {
-                continue;
-            }
-            LineSetting inner = setting;
-            inner.obstacles.clear();
-            inner.grid.linePitch = setting.gridInTables ? setting.grid.linePitch : 0;
-            inner.width = std::max(narrowest, cell.right - cell.left - cell.format.leftPadding -
-                                                  cell.format.rightPadding);
-            cell.strips = composeCell(row.cells[i], inner);
-            cell.contentHeight = heightOf(cell.strips, addsSpaces_);
-        }
-        rows.push_back(std::move(composed));
+    for (std::size_t i = first; i < next.row; ++i) {
+        rows.push_back(composeRow(table.rows[i], setting));
     }
     --depth_;
     settleHeights(rows, setting.options.officeLines);
-    Strips strips = stripsOf(rows);
-    if (setting.options.officeLines && !rows.empty()) {
+    const bool office = setting.options.officeLines;
+    Strips strips = stripsOf(rows, {shared_.addsSpaces, !office});
+    if (office && next.row == table.rows.size()) {
         strips.back().height += borderBelow(rows.back()); // of the table
     }
     for (std::size_t i = 0; i < strips.size(); ++i) {
         // In the office suite what stays with the next row stays whole.
-        strips[i].keepsLines =
-            strips[i].keepsLines || (setting.options.officeLines && strips[i].keepsWithNext);
-        strips[i].paragraph = table.rows[i].mark;
+        strips[i].keepsLines = strips[i].keepsLines || (office && strips[i].keepsWithNext);
+        strips[i].paragraph = table.rows[first + i].mark;
         strips[i].style = static_cast<word::StyleIndex>(word::StyleDefinition::none);
+        strips[i].isHeading = i < headings;
     }
-    markHeadings(strips);
+    if (headings > 0) {
+        const auto behind = strips.begin() + static_cast<std::ptrdiff_t>(headings);
+        next.headings = std::make_shared<const Strips>(strips.begin(), behind);
+    }
+    for (std::size_t i = headings; i < strips.size(); ++i) {
+        strips[i].headings = next.headings;
+    }
     return strips;
+}
+
+ComposedRow BlockComposer::composeRow(const TableRow& row, const LineSetting& setting) {
+    ComposedRow composed;
+    composed.format = shared_.formats.row(story_.paragraphs[row.mark].properties);
+    composed.cells = cellsOf(composed.format, row.cells.size(), setting.width);
+    for (std::size_t i = 0; i < composed.cells.size() && i < row.cells.size(); ++i) {
+        ComposedCell& cell = composed.cells[i];
+        if (cell.format.mergedAbove || cell.format.mergedLeft) {
+            continue;
+        }
+        LineSetting inner = setting;
+        inner.obstacles.clear();
+        inner.grid.linePitch = setting.gridInTables ? setting.grid.linePitch : 0;
+        inner.width = std::max(narrowest, cell.right - cell.left - cell.format.leftPadding -
+                                              cell.format.rightPadding);
+        cell.strips = composeCell(row.cells[i], inner);
+        cell.contentHeight = heightOf(cell.strips, shared_.addsSpaces);
+    }
+    return composed;
+}
+
+// Heading rows count from the table's first row on, and only above other rows: a table of nothing
+// but headings is an ordinary one.
+std::size_t BlockComposer::headingRowsOf(const Table& table) {
+    const auto behind =
+        std::find_if(table.rows.begin(), table.rows.end(), [&](const TableRow& row) {
+            return !shared_.formats.row(story_.paragraphs[row.mark].properties).isHeading;
+        });
+    return behind == table.rows.end() ? 0 : static_cast<std::size_t>(behind - table.rows.begin());
+}
+
+// The first row from `least` on that no cell above it reaches into.
+std::size_t BlockComposer::endOfMerged(const Table& table, std::size_t least) {
+    const auto goesOn = [&](const TableRow& row) {
+        const auto& cells = shared_.formats.row(story_.paragraphs[row.mark].properties).cells;
+        return std::any_of(cells.begin(), cells.end(),
+                           [](const word::ResolvedCell& cell) { return cell.mergedAbove; });
+    };
+    std::size_t end = least;
+    while (end < table.rows.size() && goesOn(table.rows[end])) {
+        ++end;
+    }
+    return end;
 }
 
 } // namespace qvnd::layout

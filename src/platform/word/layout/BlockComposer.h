@@ -1,11 +1,20 @@
 #pragma once
 
 #include "platform/word/layout/LineComposer.h"
+#include "platform/word/layout/RowComposer.h"
 #include "platform/word/layout/StoryBlocks.h"
 
+#include <memory>
 #include <optional>
 
 namespace qvnd::layout {
+
+// How far a table has been composed.
+struct TableCursor {
+    std::size_t row = 0; // the next row
+    // The rows that are repeated at the top of each page; none in a table of nothing but such rows.
+    std::shared_ptr<const Strips> headings;
+};
 
 // Composes the blocks of one story into strips: paragraphs line by line, tables row by row.
 class BlockComposer {
@@ -17,17 +26,15 @@ public:
     const Blocks& blocks() const { return blocks_; }
     // The first character of a block.
     word::Cp startOf(const Block& block) const { return starts_[block.paragraph]; }
-    // `addsSpaces`: whether the space between two paragraphs is the sum of the space after the
-    // first and the space before the second, or the larger of both.
-    void setPage(const PageFields& fields, bool addsSpaces) {
-        fields_ = fields;
-        addsSpaces_ = addsSpaces;
-    }
+    void setPage(const PageFields& fields) { fields_ = fields; }
 
     // Composes one block. Floating objects are attached to the strips that they are anchored in. A
     // frame yields no strips: it is attached to the first strip of the next block. `from`: the
     // paragraph is composed from this character on, because the lines before it are already placed.
     Strips compose(const Block& block, const LineSetting& setting, word::Cp from = 0);
+    // Composes the next rows of a table: one, or as many as a vertically merged cell joins. The
+    // first ones are all the heading rows. Advances `next`.
+    Strips composeRows(const Block& block, const LineSetting& setting, TableCursor& next);
     // A strip of no height that carries the frames at the end of the story; nothing without frames.
     std::optional<Strip> rest();
     // All blocks of the story.
@@ -43,7 +50,10 @@ private:
                         Strips& strips);
     void anchorFrames(std::size_t paragraph, Strips& strips);
     Strips composeCell(const Blocks& blocks, const LineSetting& setting);
-    Strips composeTable(const Table& table, const LineSetting& setting);
+    Strips composeTable(const Block& block, const LineSetting& setting);
+    ComposedRow composeRow(const TableRow& row, const LineSetting& setting);
+    std::size_t headingRowsOf(const Table& table);
+    std::size_t endOfMerged(const Table& table, std::size_t least);
 
     StoryReader::Shared& shared_;
     const word::Story& story_;
@@ -51,7 +61,6 @@ private:
     std::vector<word::Cp> starts_;
     Blocks blocks_;
     PageFields fields_;
-    bool addsSpaces_ = true;
     std::vector<AnchoredFloat> frames_; // for the next strip
     // The frames attached to the paragraph of `anchoredTo_`. They are kept because a paragraph is
     // composed again when it has to wrap around them.

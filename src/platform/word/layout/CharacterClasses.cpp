@@ -40,6 +40,11 @@ bool isOfEitherScript(char32_t c) {
     return contains(signs, c) || within(c, 0x2160, 0x217F);
 }
 
+bool isFullWidthInChineseFonts(char32_t c) {
+    return isOfEitherScript(c) || within(c, 0x391, 0x3A9) || within(c, 0x3B1, 0x3C9) ||
+           within(c, 0x410, 0x44F) || within(c, 0x2500, 0x254F) || contains(U"Ёё≮≯⊙⌒∣", c);
+}
+
 bool isLatinLetter(char32_t c) {
     return within(c, U'a', U'z') || within(c, U'A', U'Z') || within(c, 0xC0, 0x24F) ||
            within(c, 0x370, 0x52F);

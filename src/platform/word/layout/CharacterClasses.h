@@ -12,6 +12,9 @@ bool isIdeograph(char32_t c);
 // Ambiguous characters, which Latin and Chinese fonts both have: quotation marks, dashes, dots,
 // degree signs.
 bool isOfEitherScript(char32_t c);
+// Characters that Chinese fonts have as full-width glyphs, other than those of isEastAsian():
+// ambiguous ones, and the Greek and Cyrillic letters, box lines and signs of GB 2312.
+bool isFullWidthInChineseFonts(char32_t c);
 
 bool isLatinLetter(char32_t c);
 bool isDigit(char32_t c);

@@ -64,10 +64,11 @@ void compressPair(TextItem& mark, const TextItem& next) {
 
 double gapBetweenScripts(const TextItem& a, const TextItem& b,
                          const word::ResolvedParagraph& format, double part) {
-    const char32_t latin = isIdeograph(a.character) ? b.character : a.character;
+    const TextItem& other = isIdeograph(a.character) ? b : a;
+    const char32_t latin = other.character;
     const bool mixed = isIdeograph(a.character) != isIdeograph(b.character);
-    const bool wanted =
-        (format.spacesLatin && isLatinLetter(latin)) || (format.spacesDigits && isDigit(latin));
+    const bool wanted = (format.spacesLatin && isLatinLetter(latin) && !other.isSetAsChinese) ||
+                        (format.spacesDigits && isDigit(latin));
     return mixed && wanted ? part * std::min(a.size, b.size) : 0;
 }
 

@@ -91,8 +91,9 @@ std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, 
     return fitting;
 }
 
-void ColumnFlow::begin(double height, bool goesOn, double notesHeight) {
+void ColumnFlow::begin(double height, bool goesOn, double notesHeight, bool mayStayEmpty) {
     height_ = height;
+    mayStayEmpty_ = mayStayEmpty;
     goesOn_ = goesOn;
     used_ = 0;
     notesBefore_ = notesHeight_ = notesHeight;
@@ -144,9 +145,10 @@ bool ColumnFlow::add(Strip strip, Strips& overflow) {
     const double free = height_ - notesHeight_ - used_ - spaceAbove(strip);
     // Headings stand with the first row that follows them, but not with each other at any price.
     const bool onlyHeadings =
-        strips_.empty() ||
-        (!strip.isHeading && std::all_of(strips_.begin(), strips_.end(),
-                                         [](const FlowedStrip& s) { return s.strip.isHeading; }));
+        !mayStayEmpty_ &&
+        (strips_.empty() ||
+         (!strip.isHeading && std::all_of(strips_.begin(), strips_.end(),
+                                          [](const FlowedStrip& s) { return s.strip.isHeading; })));
     if (strip.height - strip.spare <= free - notes.least + rounding) {
         put(std::move(strip));
         return true;
@@ -165,14 +167,15 @@ bool ColumnFlow::add(Strip strip, Strips& overflow) {
     return false;
 }
 
-// What may not be parted from the overflow goes along, unless nothing would be left.
+// What may not be parted from the overflow goes along, unless nothing would be left of a column
+// that must not stay empty.
 void ColumnFlow::takeBack(Strips& overflow) {
     std::size_t keep = strips_.size();
     const Strip* below = &overflow.front();
     while (keep > 0 && !mayPart(strips_[keep - 1].strip, *below)) {
         below = &strips_[--keep].strip;
     }
-    if (keep == 0) {
+    if (keep == 0 && !mayStayEmpty_) {
         return;
     }
     Strips back;
@@ -182,10 +185,11 @@ void ColumnFlow::takeBack(Strips& overflow) {
     strips_.resize(keep);
     std::move(overflow.begin(), overflow.end(), std::back_inserter(back));
     overflow = std::move(back);
-    used_ = strips_.back().y + strips_.back().strip.height;
+    const bool isEmpty = strips_.empty();
+    used_ = isEmpty ? 0 : strips_.back().y + strips_.back().strip.height;
     notes_.clear();
     notesHeight_ = notesBefore_;
-    const double free = height_ - used_ + strips_.back().strip.spare;
+    const double free = height_ - used_ + (isEmpty ? 0 : strips_.back().strip.spare);
     for (const FlowedStrip& flowed : strips_) {
         addNotes(flowed.strip, free);
     }

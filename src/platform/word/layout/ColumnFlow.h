@@ -34,8 +34,9 @@ public:
 
     // Starts an empty column of that height. `goesOn`: it continues text from another column, so
     // the space above its first strip is dropped. `notesHeight`: height of the notes of the columns
-    // beside it.
-    void begin(double height, bool goesOn, double notesHeight);
+    // beside it. `mayStayEmpty`: text stands above the column on its page, so what has no room in
+    // it goes to the next page. Other columns take at least one strip.
+    void begin(double height, bool goesOn, double notesHeight, bool mayStayEmpty = false);
 
     // Adds a strip at the bottom. Returns false when the column is full; `overflow` then receives
     // the strips that the next column begins with.
@@ -59,6 +60,7 @@ private:
     NoteRooms noteRooms_;
     double height_ = 0;
     bool goesOn_ = false;
+    bool mayStayEmpty_ = false;
     double used_ = 0;
     double notesBefore_ = 0;
     double notesHeight_ = 0;

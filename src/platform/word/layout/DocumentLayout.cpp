@@ -1,13 +1,15 @@
 #include "platform/word/layout/DocumentLayout.h"
 
-#include "platform/word/docfile/format/Dop.h"
 #include "platform/word/formatting/NumberForms.h"
 #include "platform/word/formatting/ResolvedSection.h"
 #include "platform/word/layout/ColumnFlow.h"
+#include "platform/word/layout/DocumentRules.h"
 #include "platform/word/layout/FillState.h"
 #include "platform/word/layout/HeaderStrips.h"
+#include "platform/word/layout/PageCounts.h"
 #include "platform/word/layout/PageFloats.h"
 #include "platform/word/layout/PageNotes.h"
+#include "platform/word/layout/SectionPages.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,24 +34,15 @@ struct DocumentLayout::Place {
 class DocumentLayout::Work : FillState {
 public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
-        : source_(source), options_(options), shared_(source_, fonts), notes_(shared_),
-          headers_(shared_), body_(shared_, *source_.main), flow_(addsSpaces(), noteRooms()) {
+        : source_(source), options_(options), rules_(source_, options),
+          counter_(source_, rules_.sections().size()), shared_(source_, fonts), notes_(shared_),
+          headers_(shared_), body_(shared_, *source_.main),
+          flow_(rules_.addsSpaces(), noteRooms()) {
         if (options_.officeLines) {
-            shared_.readLikeOffice(word::readDop(source_.settings, word::dop::showRevisions) != 0);
+            shared_.readLikeOffice(rules_.showsRevisions());
         }
-        const bool onTop = word::gutterOnTop(source_.settings);
-        word::Cp at = 0;
-        for (const word::SectionRun& section : source_.sections) {
-            sections_.push_back(
-                word::resolvedSectionOf(source_.tables->lists[section.properties], onTop));
-            at += section.length;
-            sectionEnds_.push_back(at);
-        }
-        if (sections_.empty()) {
-            sections_.push_back(word::resolvedSectionOf({}, onTop));
-            sectionEnds_.push_back(source_.main->size());
-        }
-        shared_.hasLeading = hasLeading();
+        shared_.addsSpaces = rules_.addsSpaces();
+        shared_.hasLeading = rules_.hasLeading();
         beginPage();
     }
 
@@ -83,51 +76,26 @@ public:
         return size;
     }
 
-    bool showsPageCount() const { return headers_.showsPageCount(); }
-    const std::vector<LinePlace>& lines() const { return lines_; }
+    bool showsPageCounts() const { return counter_.isShown(); }
+    std::optional<PageCounts> correctedCounts() const {
+        return done_ ? counter_.corrected(options_.counts) : std::nullopt;
+    }
+    const std::vector<LinePlace>& lines() const { return lines_.lines(); }
 
 private:
-    const ResolvedSection& section() const { return sections_[section_]; }
-
-    bool addsSpaces() const {
-        constexpr std::size_t knownFrom = 516; // settings of Word 97 do not say it
-        return source_.settings.size() < knownFrom ||
-               word::readDop(source_.settings, word::dop::addsParagraphSpaces) != 0;
-    }
+    const ResolvedSection& section() const { return rules_.sections()[section_]; }
 
     ColumnFlow::NoteRooms noteRooms() {
         return [this](std::uint32_t note, bool first) { return pageNotes().roomOf(note, first); };
     }
 
-    // In the office suite one grid takes the leading from all of the document.
-    bool hasLeading() const {
-        const bool isLost =
-            options_.officeLines &&
-            std::any_of(sections_.begin(), sections_.end(), [](const ResolvedSection& section) {
-                return section.grid != word::GridKind::none;
-            });
-        return word::readDop(source_.settings, word::dop::noLeading) == 0 && !isLost;
-    }
-
-    LineSetting settingOf(double width) const {
-        LineSetting setting;
-        setting.width = width;
-        setting.options = options_;
-        const auto tab = word::readDop(source_.settings, word::dop::defaultTab);
-        setting.defaultTab = tab > 0 ? tab : setting.defaultTab;
-        setting.hasLeading = shared_.hasLeading;
-        setting.compressesPunctuation =
-            word::readDop(source_.settings, word::dop::characterSpacing) != 0;
-        setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;
-        return setting;
-    }
     LineSetting columnSetting() const {
-        LineSetting setting = settingOf(section().columns[column_].width);
+        LineSetting setting = rules_.lineSetting(section().columns[column_].width);
         setting.grid = gridOf(section());
         return setting;
     }
     // Headers, footers and notes keep to no grid.
-    LineSetting pageSetting() const { return settingOf(section().paper.textWidth()); }
+    LineSetting pageSetting() const { return rules_.lineSetting(section().paper.textWidth()); }
 
     // One block, or the end.
     void step() {
@@ -141,13 +109,37 @@ private:
             finish();
             return;
         }
-        const Block& block = body_.blocks()[block_++];
+        const Block& block = body_.blocks()[block_];
         const word::Cp start = body_.startOf(block);
-        while (section_ + 1 < sections_.size() && start >= sectionEnds_[section_]) {
+        while (section_ + 1 < rules_.sections().size() && start >= rules_.endOf(section_)) {
             enterSection();
         }
-        body_.setPage({page_.numberText, options_.totalPages}, addsSpaces());
-        append(compose(block, 0));
+        body_.setPage(fieldsFor(bodyNumber()));
+        if (!block.table) {
+            append(compose(block, 0));
+            ++block_;
+            return;
+        }
+        append(body_.composeRows(block, columnSetting(), table_));
+        if (table_.row >= block.table->rows.size()) {
+            table_ = {};
+            ++block_;
+        }
+    }
+
+    PageFields fieldsFor(int number) const {
+        PageFields fields;
+        fields.page = number;
+        fields.number = word::numberInForm(number, section().numberForm);
+        fields.totalPages = options_.counts.total;
+        fields.section = static_cast<int>(section_) + 1;
+        fields.sectionPages = options_.counts.ofSection(section_);
+        return fields;
+    }
+
+    // The number of the current page for the text that comes next: a section may begin on it.
+    int bodyNumber() const {
+        return firstOfSection_ ? word::firstNumberOf(section(), number_) : number_;
     }
 
     void append(Strips strips) {
@@ -157,7 +149,7 @@ private:
     // A paragraph is composed once more where something floats beside it.
     Strips compose(const Block& block, word::Cp from) {
         Strips strips = body_.compose(block, columnSetting(), from);
-        if (strips.empty() || block.table) {
+        if (strips.empty()) {
             return strips;
         }
         const double top = regionTop_ + flow_.used() + flow_.spaceAbove(strips.front());
@@ -165,7 +157,7 @@ private:
         obstacles_.add(strips, frameAt(top));
         LineSetting setting = columnSetting();
         setting.obstacles = obstacles_.within({left, top, left + section().columns[column_].width,
-                                               top + heightOf(strips, addsSpaces())});
+                                               top + heightOf(strips, rules_.addsSpaces())});
         if (setting.obstacles.empty()) {
             return strips;
         }
@@ -187,7 +179,7 @@ private:
         if (first->paragraph != block.paragraph) {
             return;
         }
-        body_.setPage({page_.numberText, options_.totalPages}, addsSpaces());
+        body_.setPage(fieldsFor(bodyNumber()));
         const std::size_t line = first->line;
         const word::Cp from = line > 0 ? first->at : 0;
         pending_.erase(first, pending_.end());
@@ -245,7 +237,7 @@ private:
 
     void enterSection() {
         const bool isEmpty = isPageEmpty();
-        const bool goesOnBelow = !isEmpty && goesOnSheet(sections_[section_ + 1]);
+        const bool goesOnBelow = !isEmpty && goesOnSheet(rules_.sections()[section_ + 1]);
         if (goesOnBelow) {
             flushColumn();
             balanceColumns();
@@ -283,10 +275,7 @@ private:
 
     // A section that begins on an even or odd page leaves one empty before it where need be.
     void skipForParity() {
-        const bool wantsEven = section().start == ResolvedSection::Start::evenPage;
-        const bool wantsOdd = section().start == ResolvedSection::Start::oddPage;
-        const bool isOdd = number_ % 2 != 0;
-        if (isFirstOfSection_ && ((wantsEven && isOdd) || (wantsOdd && !isOdd))) {
+        if (isFirstOfSection_ && word::skipsPage(section(), number_)) {
             Page empty = page_;
             empty.layer = {};
             finished_.push_back(std::move(empty));
@@ -301,7 +290,7 @@ private:
         if (firstOfSection_) {
             isFirstOfSection_ = true;
             firstOfSection_ = false;
-            number_ = section().restartsNumbers ? section().firstNumber : number_;
+            number_ = word::firstNumberOf(section(), number_);
         } else {
             isFirstOfSection_ = false;
         }
@@ -320,12 +309,12 @@ private:
 
     void layHeaders() {
         page_.number = number_;
-        page_.numberText = word::numberInForm(number_, section().numberForm);
+        const PageFields fields = fieldsFor(number_);
+        page_.numberText = fields.number;
         HeaderStrips::Of of;
         of.section = section_;
         of.firstPage = section().hasTitlePage && isFirstOfSection_;
         of.evenPage = number_ % 2 == 0;
-        const PageFields fields{page_.numberText, options_.totalPages};
         const word::SectionPaper& paper = section().paper;
         const auto header = headers_.header(of, fields, pageSetting());
         const auto footer = headers_.footer(of, fields, pageSetting());
@@ -359,7 +348,7 @@ private:
 
     void beginColumn() {
         regionGoesOn_ = column_ == 0 ? goesOn_ : regionGoesOn_;
-        flow_.begin(bodyBottom_ - regionTop_, goesOn_, notesHeight_);
+        flow_.begin(bodyBottom_ - regionTop_, goesOn_, notesHeight_, regionTop_ > bodyTop_);
         goesOn_ = false;
     }
 
@@ -374,18 +363,19 @@ private:
     // Columns of one width above a section that goes on under them end at the same height.
     void balanceColumns() {
         const auto& shape = section().columns;
-        const bool isWanted = word::readDop(source_.settings, word::dop::unbalancedColumns) == 0;
         const bool areEqual = std::all_of(shape.begin(), shape.end(), [&](const auto& column) {
             return column.width == shape[0].width;
         });
-        if (shape.size() < 2 || !isWanted || !areEqual) {
+        if (shape.size() < 2 || !rules_.balancesColumns() || !areEqual) {
             return;
         }
         columns_.resize(shape.size());
-        columns_ = balanced(columns_, bodyBottom_ - regionTop_, regionGoesOn_, addsSpaces());
+        columns_ = balanced(columns_, bodyBottom_ - regionTop_, regionGoesOn_, rules_.addsSpaces());
     }
 
     void placeColumns() {
+        beginSectionHere();
+        const LinePlace page{0, page_.sheet, number_, section().numberForm};
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             column_ = std::min(i, section().columns.size() - 1);
             for (const FlowedStrip& flowed : columns_[i]) {
@@ -394,19 +384,23 @@ private:
                 for (const AnchoredFloat& floating : flowed.strip.floats) {
                     putOn(page_, floating, frameAt(y));
                 }
-                keepLine(flowed.strip.at);
+                lines_.add(flowed.strip, page);
             }
         }
         columns_.clear();
     }
 
-    // Lines of a page that is laid out again are known already.
-    void keepLine(word::Cp at) {
-        const bool isNew = lines_.empty() || std::pair(lines_.back().at, lines_.back().sheet) <
-                                                 std::pair(at, page_.sheet);
-        if (isNew) {
-            lines_.push_back({at, page_.sheet, number_});
+    // A continuous section begins on this page when some of it stands here. The page's headers are
+    // those of the section above it.
+    void beginSectionHere() {
+        const bool hasText = std::any_of(columns_.begin(), columns_.end(),
+                                         [](const auto& column) { return !column.empty(); });
+        if (!hasText) {
+            return;
         }
+        number_ = bodyNumber();
+        firstOfSection_ = false;
+        counter_.add(section_, page_.sheet);
     }
 
     double columnLeft() const { return section().paper.left + section().columns[column_].left; }
@@ -417,6 +411,9 @@ private:
 
     void finishPage() {
         placeNotes();
+        if (!firstOfSection_) {
+            counter_.add(section_, page_.sheet);
+        }
         if (options_.officeLines) {
             page_.alignLikeOffice();
         }
@@ -438,7 +435,7 @@ private:
         }
     }
 
-    PageNotes pageNotes() { return {notes_, pageSetting(), addsSpaces()}; }
+    PageNotes pageNotes() { return {notes_, pageSetting(), rules_.addsSpaces()}; }
 
     double heightOfCarried() {
         constexpr double leastText = 480; // that they leave on their page
@@ -470,15 +467,15 @@ private:
 
     LayoutSource source_;
     LayoutOptions options_;
+    DocumentRules rules_;
+    PageCounter counter_;
     StoryReader::Shared shared_;
     NoteStrips notes_;
     HeaderStrips headers_;
     BlockComposer body_;
     ColumnFlow flow_;
-    std::vector<ResolvedSection> sections_;
-    std::vector<word::Cp> sectionEnds_;
     std::deque<Page> finished_;
-    std::vector<LinePlace> lines_;
+    LinePlaces lines_;
 };
 
 DocumentLayout::DocumentLayout(const LayoutSource& source, FontMetrics& fonts,
@@ -493,7 +490,10 @@ std::shared_ptr<const DocumentLayout::Place> DocumentLayout::place() const {
 }
 void DocumentLayout::goTo(const Place& place) { work_->goTo(place); }
 std::size_t DocumentLayout::placeSize(std::size_t most) const { return work_->placeSize(most); }
-bool DocumentLayout::showsPageCount() const { return work_->showsPageCount(); }
+bool DocumentLayout::showsPageCounts() const { return work_->showsPageCounts(); }
+std::optional<PageCounts> DocumentLayout::correctedCounts() const {
+    return work_->correctedCounts();
+}
 const std::vector<LinePlace>& DocumentLayout::lines() const { return work_->lines(); }
 
 } // namespace qvnd::layout

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/layout/LayoutSource.h"
+#include "platform/word/layout/LinePlaces.h"
 #include "platform/word/layout/PageModel.h"
 
 #include <memory>
@@ -8,13 +9,6 @@
 #include <vector>
 
 namespace qvnd::layout {
-
-// The page of a line of the main story.
-struct LinePlace {
-    word::Cp at = 0; // first character of the line
-    int sheet = 0;   // index of the page, from 0
-    int number = 1;  // page number that the page shows
-};
 
 // Lays out a document page by page, on demand.
 class DocumentLayout {
@@ -36,9 +30,12 @@ public:
     // The size of place() in bytes. Counting stops above `most`.
     std::size_t placeSize(std::size_t most) const;
 
-    // Whether a page so far shows the number of pages, that is, used LayoutOptions::totalPages.
-    bool showsPageCount() const;
-    // The lines on the pages so far, in order of their first characters.
+    // Whether fields of the document show LayoutOptions::counts.
+    bool showsPageCounts() const;
+    // After the last page: the counts that the fields should show. Nothing when they show these
+    // already; otherwise the document is to be laid out once more.
+    std::optional<PageCounts> correctedCounts() const;
+    // The lines on the pages so far, those of table cells too, in order of their first characters.
     const std::vector<LinePlace>& lines() const;
 
 private:

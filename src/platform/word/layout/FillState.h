@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/layout/BlockComposer.h"
 #include "platform/word/layout/ColumnFlow.h"
 #include "platform/word/layout/PageModel.h"
 #include "platform/word/layout/PageNotes.h"
@@ -16,7 +17,8 @@ struct FillState {
     std::size_t section_ = 0;
     bool firstOfSection_ = true;    // the next page is the first of its section
     bool isFirstOfSection_ = false; // the current page is the first of its section
-    std::size_t block_ = 0;
+    std::size_t block_ = 0;         // the next block, or the table being composed
+    TableCursor table_;
     std::deque<Strip> pending_;
     Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
     int number_ = 1;

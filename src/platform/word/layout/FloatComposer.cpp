@@ -194,8 +194,8 @@ Stack FloatComposer::textOf(const ShapePart& part, const PageFields& fields,
     inner.obstacles.clear();
     inner.width = std::max(narrowest, widthOf(part.area) - part.padding.left - part.padding.right);
     BlockComposer composer(shared_, *texts[*part.text].text);
-    composer.setPage(fields, true);
-    return stacked(composer.composeAll(inner), true);
+    composer.setPage(fields);
+    return stacked(composer.composeAll(inner), shared_.addsSpaces);
 }
 
 AnchoredFloat framed(const word::ParagraphFrame& frame, double width, Stack content) {

@@ -19,8 +19,6 @@ void growAround(HeaderStrips::Set& set) {
     }
 }
 
-constexpr std::uint8_t pageCountField = 0x1A; // NUMPAGES, [MS-DOC] 2.9.90
-
 } // namespace
 
 HeaderStrips::HeaderStrips(StoryReader::Shared& shared)
@@ -54,13 +52,8 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
         story = word::joined(*text);
         composer = std::make_unique<BlockComposer>(shared_, *story);
     }
-    showsPageCount_ =
-        showsPageCount_ ||
-        std::any_of(story->fields.begin(), story->fields.end(), [](const word::FieldMark& mark) {
-            return mark.character == 0x13 && mark.data == pageCountField;
-        });
-    composer->setPage(fields, true);
-    Set set = stacked(composer->composeAll(setting), true);
+    composer->setPage(fields);
+    Set set = stacked(composer->composeAll(setting), shared_.addsSpaces);
     growAround(set);
     return set;
 }

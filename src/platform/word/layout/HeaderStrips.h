@@ -23,8 +23,6 @@ public:
 
     Set header(const Of& page, const PageFields& fields, const LineSetting& setting);
     Set footer(const Of& page, const PageFields& fields, const LineSetting& setting);
-    // Whether a header or footer so far shows the number of pages.
-    bool showsPageCount() const { return showsPageCount_; }
 
 private:
     Set set(const Of& page, word::HeaderKind first, word::HeaderKind even, word::HeaderKind odd,
@@ -33,7 +31,6 @@ private:
 
     StoryReader::Shared& shared_;
     bool facingPages_;
-    bool showsPageCount_ = false;
     struct Header {
         std::shared_ptr<const word::Story> story;
         std::unique_ptr<BlockComposer> composer;

@@ -1,6 +1,8 @@
 #include "platform/word/layout/LayoutPageNumbers.h"
 
+#include "platform/word/formatting/NumberForms.h"
 #include "platform/word/layout/DocumentLayout.h"
+#include "platform/word/layout/PageCounts.h"
 
 #include <algorithm>
 
@@ -21,13 +23,6 @@ int pagesBehind(const std::vector<LinePlace>& lines, word::Cp position) {
     return begin == 0 ? 0 : static_cast<int>(static_cast<double>(position - begin) * sheet / begin);
 }
 
-int numberAt(const std::vector<LinePlace>& lines, word::Cp position) {
-    const auto behind =
-        std::upper_bound(lines.begin(), lines.end(), position,
-                         [](word::Cp p, const LinePlace& line) { return p < line.at; });
-    return behind == lines.begin() ? 1 : std::prev(behind)->number;
-}
-
 } // namespace
 
 void LayoutPageNumbers::clear() {
@@ -35,29 +30,43 @@ void LayoutPageNumbers::clear() {
     stoppedBehind_.reset();
 }
 
-std::vector<int> LayoutPageNumbers::displayedPages(const word::DocumentContent& content,
-                                                   std::span<const word::Cp> positions) {
+std::vector<std::u16string> LayoutPageNumbers::displayedPages(const word::DocumentContent& content,
+                                                              std::span<const word::Cp> positions) {
     if (!fonts_) {
         fonts_ = openFonts_();
     }
     const LayoutSource source = sourceOf(content);
-    DocumentLayout layout(source, *fonts_, options_);
+    LayoutOptions options = options_;
+    options.counts.total = likelyPages(source);
+    auto layout = laidOut(source, options);
+    const auto counts = layout->correctedCounts();
+    if (counts && !areAsWide(*counts, options.counts)) {
+        options.counts = *counts;
+        layout = laidOut(source, options);
+    }
+    const auto behind = [&](word::Cp position) {
+        return stoppedBehind_ ? pagesBehind(layout->lines(), position) : 0;
+    };
+    std::vector<std::u16string> shown;
+    for (const word::Cp position : positions) {
+        const LinePlace place = placeOf(layout->lines(), position);
+        shown.push_back(word::numberInForm(place.number + behind(position), place.form));
+    }
+    pages_ += behind(source.main->size() - 1);
+    return shown;
+}
+
+std::unique_ptr<DocumentLayout> LayoutPageNumbers::laidOut(const LayoutSource& source,
+                                                           const LayoutOptions& options) {
+    auto layout = std::make_unique<DocumentLayout>(source, *fonts_, options);
     clear();
-    while (!stoppedBehind_ && layout.nextPage()) {
+    while (!stoppedBehind_ && layout->nextPage()) {
         ++pages_;
         if (eachPage_ && !eachPage_(pages_)) {
             stoppedBehind_ = pages_;
         }
     }
-    const auto behind = [&](word::Cp position) {
-        return stoppedBehind_ ? pagesBehind(layout.lines(), position) : 0;
-    };
-    std::vector<int> shown;
-    for (const word::Cp position : positions) {
-        shown.push_back(numberAt(layout.lines(), position) + behind(position));
-    }
-    pages_ += behind(source.main->size() - 1);
-    return shown;
+    return layout;
 }
 
 } // namespace qvnd::layout

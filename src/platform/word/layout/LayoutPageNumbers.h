@@ -10,6 +10,8 @@
 
 namespace qvnd::layout {
 
+class DocumentLayout;
+
 // Page numbers from our own layout: the numbers that the pages of the positions show. When the
 // layout was stopped, the pages after the last one are estimated from the text per page so far.
 class LayoutPageNumbers : public word::PageNumberSource {
@@ -25,8 +27,8 @@ public:
     using EachPage = std::function<bool(int pages)>;
     void watch(EachPage eachPage) { eachPage_ = std::move(eachPage); }
 
-    std::vector<int> displayedPages(const word::DocumentContent& content,
-                                    std::span<const word::Cp> positions) override;
+    std::vector<std::u16string> displayedPages(const word::DocumentContent& content,
+                                               std::span<const word::Cp> positions) override;
     // Forgets the last document. Fonts and the callback are kept.
     void clear();
     int pages() const override { return pages_; }
@@ -34,6 +36,10 @@ public:
     std::optional<int> stoppedBehind() const { return stoppedBehind_; }
 
 private:
+    // Lays out all pages, as long as the callback wants.
+    std::unique_ptr<DocumentLayout> laidOut(const LayoutSource& source,
+                                            const LayoutOptions& options);
+
     OpenFonts openFonts_;
     EachPage eachPage_;
     LayoutOptions options_;

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qvnd::layout {
 
@@ -35,6 +36,16 @@ std::optional<std::u16string> resultAnew(const LayoutSource& source, std::uint8_
 
 LayoutSource sourceOf(const word::DocumentContent& document);
 
+// The numbers of pages that NUMPAGES and SECTIONPAGES fields show.
+struct PageCounts {
+    int total = 1;
+    std::vector<int> ofSections;
+
+    // 1 for a section whose pages are not counted.
+    int ofSection(std::size_t section) const;
+    bool operator==(const PageCounts&) const = default;
+};
+
 // Layout rules that the document does not specify.
 struct LayoutOptions {
     // Space between Chinese and Latin text, as a fraction of the font size.
@@ -48,7 +59,7 @@ struct LayoutOptions {
     // - deleted text is shown struck out when the document's settings show revisions;
     // - characters of symbol fonts keep their codes.
     bool officeLines = false;
-    int totalPages = 1; // result of NUMPAGES fields
+    PageCounts counts;
 };
 
 // The options that match the office suite of the desktop.

@@ -35,7 +35,11 @@ const Strips& NoteStrips::strips(std::uint32_t note, const LineSetting& setting)
     const auto [known, isNew] = composed_.try_emplace({note, static_cast<int>(setting.width)});
     const auto& notes = shared_.source.tables->sideStories;
     if (isNew && note < notes.size() && notes[note].text) {
-        known->second = BlockComposer(shared_, *notes[note].text, note).composeAll(setting);
+        BlockComposer composer(shared_, *notes[note].text, note);
+        PageFields fields;
+        fields.totalPages = setting.options.counts.total;
+        composer.setPage(fields);
+        known->second = composer.composeAll(setting);
     }
     return known->second;
 }

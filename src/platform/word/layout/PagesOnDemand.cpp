@@ -37,11 +37,11 @@ bool PagesOnDemand::findNext() {
         return true;
     }
     sizes_.resize(found_);
-    const int total = static_cast<int>(found_);
     // A second count could differ from the first by the width of the number alone.
-    isWhole_ = round_ > 1 || !layout_->showsPageCount() || options_.totalPages == total;
-    if (!isWhole_) {
-        options_.totalPages = total;
+    const auto counts = round_ == 1 ? layout_->correctedCounts() : std::nullopt;
+    isWhole_ = !counts;
+    if (counts) {
+        options_.counts = *counts;
         begin();
     }
     return !isWhole_;

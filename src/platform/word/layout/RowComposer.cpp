@@ -1,5 +1,7 @@
 #include "platform/word/layout/RowComposer.h"
 
+#include "platform/word/layout/ColumnFlow.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -100,13 +102,17 @@ double downIn(const ComposedCell& cell, double room) {
     }
 }
 
+double spaceAbove(const Strips& strips, std::size_t at, bool addsSpaces) {
+    return at > 0 ? gapBetween(strips[at - 1], strips[at], addsSpaces) : strips[at].before;
+}
+
 // Content of a part of a row, put into its layer.
 void addContent(Strip& row, const RowParts& parts) {
     for (const RowParts::Cell& cell : parts.cells) {
         double y = cell.above;
         for (std::size_t i = 0; i < cell.strips.size(); ++i) {
             const Strip& strip = cell.strips[i];
-            y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
+            y += spaceAbove(cell.strips, i, parts.rules.addsSpaces);
             row.layer.append(strip.layer, cell.x, y);
             row.notes.insert(row.notes.end(), strip.notes.begin(), strip.notes.end());
             for (AnchoredFloat floating : strip.floats) {
@@ -118,6 +124,33 @@ void addContent(Strip& row, const RowParts& parts) {
             y += strip.height;
         }
     }
+}
+
+// What the strip of a row has from its own cells; a cell that goes on from above says nothing.
+Strip likeOf(const ComposedRow& row) {
+    Strip like;
+    for (const ComposedCell& cell : row.cells) {
+        if (!cell.strips.empty()) {
+            like.at = cell.strips.front().at;
+            like.startsPage = cell.strips.front().startsPage;
+            like.keepsWithNext = cell.strips.front().keepsWithNext;
+            break;
+        }
+    }
+    like.keepsLines = row.format.staysWhole || row.format.exactHeight;
+    return like;
+}
+
+// The part of the row that a cell of it, or one that reaches down to it, fills.
+RowParts::Cell& cellAt(const ComposedRow& row, RowParts& parts, const ComposedCell& cell) {
+    for (std::size_t i = 0; i < row.cells.size(); ++i) {
+        const ComposedCell& other = row.cells[i];
+        if (&other == &cell ||
+            (other.format.mergedAbove && std::abs(other.left - cell.left) < sameEdge)) {
+            return parts.cells[i];
+        }
+    }
+    return parts.cells.front();
 }
 
 Strip stripOf(RowParts parts, const Strip& like) {
@@ -143,21 +176,121 @@ Layer atHeight(Layer frame, double before, double now) {
     return frame;
 }
 
-// Parts a cell's strips where the room ends. A row of a table in the cell may be parted too.
-void partCell(const RowParts::Cell& cell, double room, Strips& upper, Strips& lower) {
-    double y = cell.above;
+// How many strips of a cell stand in front of the end of a page. `room`: for its strips.
+std::size_t countAbove(const Strips& strips, double room, const CellRules& rules) {
+    if (rules.keepsTogether) {
+        return countOfFitting(strips, 0, room, rules.addsSpaces);
+    }
+    std::size_t count = 0;
+    double y = 0;
+    for (; count < strips.size(); ++count) {
+        y += spaceAbove(strips, count, rules.addsSpaces) + strips[count].height;
+        if (y > room) {
+            break;
+        }
+    }
+    return count;
+}
+
+struct PartedCell {
+    RowParts::Cell upper;
+    RowParts::Cell lower;
+};
+
+// Parts a cell where the room ends. A row of a table in the cell may be parted too. What is moved
+// down by its alignment may stand as a whole on the next page.
+PartedCell parted(const RowParts::Cell& cell, double room, const CellRules& rules) {
+    PartedCell parts{cell, cell};
+    Strips& upper = parts.upper.strips;
+    Strips& lower = parts.lower.strips;
+    const double left = room - cell.below - cell.above;
+    std::size_t count = countAbove(cell.strips, left, rules);
+    const auto first = cell.strips.begin();
+    upper.assign(first, first + static_cast<std::ptrdiff_t>(count));
+    lower.clear();
+    if (count < cell.strips.size()) {
+        const double above = spaceAbove(cell.strips, count, rules.addsSpaces);
+        const double used =
+            upper.empty() ? 0 : heightOf(upper, rules.addsSpaces) - upper.back().after;
+        if (auto rows = partRow(cell.strips[count], left - used - above)) {
+            upper.push_back(std::move(rows->head));
+            lower.push_back(std::move(rows->rest));
+            ++count;
+        }
+    }
+    lower.insert(lower.end(), first + static_cast<std::ptrdiff_t>(count), cell.strips.end());
+    const bool isMoved = upper.empty() && !lower.empty();
+    parts.lower.above = parts.lower.down = isMoved ? std::max(0.0, cell.above - room) : 0;
+    return parts;
+}
+
+// Whether nothing of a cell has room, even where its content would stand at the top.
+bool hasNoRoom(const RowParts::Cell& cell, const RowParts::Cell& upper, double room,
+               const CellRules& rules) {
+    const double top = cell.above - cell.down;
+    return !cell.strips.empty() && upper.strips.empty() &&
+           countAbove(cell.strips, room - cell.below - top, rules) == 0;
+}
+
+std::optional<PartedRow> partedAt(const Strip& row, double room, const CellRules& rules) {
+    RowParts head;
+    RowParts rest;
+    head.rules = rest.rules = row.row->rules;
+    bool headHasText = false;
+    bool restHasText = false;
+    double restHeight = 0;
+    for (const RowParts::Cell& cell : row.row->cells) {
+        auto [upper, lower] = parted(cell, room, rules);
+        if (hasNoRoom(cell, upper, room, rules)) {
+            return std::nullopt; // a cell whose first lines do not fit moves the whole row
+        }
+        headHasText = headHasText || !upper.strips.empty();
+        restHasText = restHasText || !lower.strips.empty();
+        restHeight = std::max(restHeight,
+                              lower.above + heightOf(lower.strips, rules.addsSpaces) + cell.below);
+        head.cells.push_back(std::move(upper));
+        rest.cells.push_back(std::move(lower));
+    }
+    if (!headHasText || !restHasText) {
+        return std::nullopt;
+    }
+    head.height = room;
+    head.frame = atHeight(row.row->frame, row.row->height, room);
+    rest.height = restHeight;
+    rest.frame = atHeight(row.row->frame, row.row->height, restHeight);
+    PartedRow parts{stripOf(std::move(head), row), stripOf(std::move(rest), row)};
+    parts.rest.startsPage = false;
+    return parts;
+}
+
+// Puts the content of a cell into the rows that it reaches over: each strip into the one beside
+// which it stands.
+void putContent(const std::vector<ComposedRow>& rows, std::size_t first, const ComposedCell& cell,
+                std::vector<RowParts>& parts) {
+    constexpr double rounding = 1;
+    const std::size_t last = lastRowOf(rows, first, cell);
+    const bool addsSpaces = parts[first].rules.addsSpaces;
+    const double top = borderAbove(rows[first]) + cell.format.topPadding;
+    double room = -borderAbove(rows[first]);
+    for (std::size_t k = first; k <= last; ++k) {
+        room += rows[k].height;
+    }
+    std::size_t at = first;
+    RowParts::Cell* part = &cellAt(rows[at], parts[at], cell);
+    double y = top + downIn(cell, room);
     for (std::size_t i = 0; i < cell.strips.size(); ++i) {
         const Strip& strip = cell.strips[i];
-        y += i > 0 ? gapBetween(cell.strips[i - 1], strip, true) : strip.before;
-        const double left = room - cell.below - y;
-        if (lower.empty() && strip.height <= left) {
-            upper.push_back(strip);
-        } else if (auto parts = lower.empty() ? partRow(strip, left) : std::nullopt) {
-            upper.push_back(std::move(parts->head));
-            lower.push_back(std::move(parts->rest));
-        } else {
-            lower.push_back(strip);
+        y += spaceAbove(cell.strips, i, addsSpaces);
+        while (at < last && y > rows[at].height - rounding) {
+            y -= rows[at].height;
+            ++at;
+            part = &cellAt(rows[at], parts[at], cell);
         }
+        if (part->strips.empty()) {
+            part->above = y - strip.before;
+            part->down = part->above - (at == first ? top : 0);
+        }
+        part->strips.push_back(strip);
         y += strip.height;
     }
 }
@@ -228,36 +361,32 @@ double borderBelow(const ComposedRow& row) {
     return width;
 }
 
-Strips stripsOf(const std::vector<ComposedRow>& rows) {
+Strips stripsOf(const std::vector<ComposedRow>& rows, const CellRules& rules) {
+    std::vector<RowParts> parts(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        parts[i].rules = rules;
+        parts[i].height = rows[i].height;
+        for (const ComposedCell& cell : rows[i].cells) {
+            const bool isOpen = i + 1 < rows.size() && goesOn(cell, rows[i + 1]) != nullptr;
+            addFrame(parts[i].frame, cell, rows[i].height, isOpen);
+            RowParts::Cell part;
+            part.x = cell.left + cell.format.leftPadding;
+            part.width =
+                cell.right - cell.left - cell.format.leftPadding - cell.format.rightPadding;
+            part.below = cell.format.bottomPadding;
+            parts[i].cells.push_back(std::move(part));
+        }
+    }
     Strips strips;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const ComposedRow& row = rows[i];
-        RowParts parts;
-        parts.height = row.height;
-        const double border = borderAbove(row);
-        Strip like;
-        for (const ComposedCell& cell : row.cells) {
-            const bool isOpen = i + 1 < rows.size() && goesOn(cell, rows[i + 1]) != nullptr;
-            addFrame(parts.frame, cell, row.height, isOpen);
-            double room = row.height - border;
-            const std::size_t last = cell.format.mergedAbove ? i : lastRowOf(rows, i, cell);
-            for (std::size_t k = i + 1; k <= last; ++k) {
-                room += rows[k].height;
-            }
-            parts.cells.push_back(
-                {cell.left + cell.format.leftPadding,
-                 cell.right - cell.left - cell.format.leftPadding - cell.format.rightPadding,
-                 border + cell.format.topPadding + downIn(cell, room),
-                 static_cast<double>(cell.format.bottomPadding), cell.strips});
-            if (like.at == 0 && !cell.strips.empty()) {
-                like.at = cell.strips.front().at;
-                like.startsPage = cell.strips.front().startsPage;
-                like.keepsWithNext = cell.strips.front().keepsWithNext;
+        for (const ComposedCell& cell : rows[i].cells) {
+            if (!cell.strips.empty()) {
+                putContent(rows, i, cell, parts);
             }
         }
-        like.keepsLines = row.format.staysWhole || row.format.exactHeight;
-        like.isHeading = row.format.isHeading;
-        strips.push_back(stripOf(std::move(parts), like));
+        Strip like = likeOf(rows[i]);
+        like.at = like.at == 0 && i > 0 ? strips.back().at : like.at;
+        strips.push_back(stripOf(std::move(parts[i]), like));
     }
     return strips;
 }
@@ -266,42 +395,19 @@ std::optional<PartedRow> partRow(const Strip& row, double room, bool atAnyRate) 
     if (!row.row || (row.keepsLines && !atAnyRate)) {
         return std::nullopt;
     }
-    RowParts head;
-    RowParts rest;
-    bool headHasText = false;
-    bool restHasText = false;
-    double restHeight = 0;
-    for (const RowParts::Cell& cell : row.row->cells) {
-        RowParts::Cell upper = cell;
-        RowParts::Cell lower = cell;
-        upper.strips.clear();
-        lower.strips.clear();
-        lower.above = 0;
-        partCell(cell, room, upper.strips, lower.strips);
-        if (!cell.strips.empty() && upper.strips.empty()) {
-            return std::nullopt; // a cell whose first line does not fit moves the whole row
-        }
-        headHasText = headHasText || !upper.strips.empty();
-        restHasText = restHasText || !lower.strips.empty();
-        restHeight = std::max(restHeight, heightOf(lower.strips, true) + cell.below);
-        head.cells.push_back(std::move(upper));
-        rest.cells.push_back(std::move(lower));
+    CellRules rules = row.row->rules;
+    auto parts = partedAt(row, room, rules);
+    if (!parts && atAnyRate) {
+        rules.keepsTogether = false;
+        parts = partedAt(row, room, rules);
     }
-    if (!headHasText || !restHasText) {
-        return std::nullopt;
+    if (!parts) {
+        return parts;
     }
-    head.height = room;
-    head.frame = atHeight(row.row->frame, row.row->height, room);
-    rest.height = restHeight;
-    rest.frame = atHeight(row.row->frame, row.row->height, restHeight);
-    PartedRow parts{stripOf(std::move(head), row), stripOf(std::move(rest), row)};
-    parts.rest.startsPage = false;
-    if (!parts.rest.row->cells.empty()) {
-        for (const RowParts::Cell& cell : parts.rest.row->cells) {
-            if (!cell.strips.empty()) {
-                parts.rest.at = cell.strips.front().at;
-                break;
-            }
+    for (const RowParts::Cell& cell : parts->rest.row->cells) {
+        if (!cell.strips.empty()) {
+            parts->rest.at = cell.strips.front().at;
+            break;
         }
     }
     return parts;

@@ -35,18 +35,19 @@ void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders);
 // The thickness of the widest border below the row, in twips.
 double borderBelow(const ComposedRow& row);
 
-// One strip for each row, with borders, backgrounds and content. The content of a vertically merged
-// cell is in its first row.
-Strips stripsOf(const std::vector<ComposedRow>& rows);
+// One strip for each row, with borders, backgrounds and content. A line of a vertically merged cell
+// is in the row beside which it stands, so that it goes to the page of that row.
+Strips stripsOf(const std::vector<ComposedRow>& rows, const CellRules& rules);
 
 // A row that is split at the end of a page.
 struct PartedRow {
     Strip head;
     Strip rest;
 };
-// Splits the strip of a row so that the first part fits into `room`. Nothing when no line of any
-// cell fits, when the rest would be empty, or when the row must not be split. `atAnyRate`: such a
-// row is split too, because it is higher than a page.
+// Splits the strip of a row so that the first part fits into `room`. Nothing when the first lines
+// of a cell do not fit, when the rest would be empty, or when the row must not be split.
+// `atAnyRate`: the row is higher than a page, so it is split even where rows or lines stay
+// together.
 std::optional<PartedRow> partRow(const Strip& row, double room, bool atAnyRate = false);
 
 } // namespace qvnd::layout

@@ -1,25 +1,10 @@
 #include "platform/word/layout/SectionPages.h"
 
-#include "platform/word/docfile/format/Sprm.h"
-#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/formatting/NumberForms.h"
 
 #include <algorithm>
 
 namespace qvnd::word {
-
-namespace {
-
-int firstNumber(ByteView section) {
-    const auto start = findSprm(section, sprm::SPgnStart97);
-    return start ? start->operand[0] | (start->operand[1] << 8) : 1;
-}
-
-bool restarts(ByteView section) {
-    const auto restart = findSprm(section, sprm::SFPgnRestart);
-    return restart && restart->operand[0] != 0;
-}
-
-} // namespace
 
 std::vector<Cp> sectionStarts(const std::vector<SectionRun>& sections) {
     std::vector<Cp> starts;
@@ -31,22 +16,34 @@ std::vector<Cp> sectionStarts(const std::vector<SectionRun>& sections) {
     return starts;
 }
 
-PageNumbering::PageNumbering(const DocumentContent& content, std::vector<int> firstSheets) {
+int firstNumberOf(const ResolvedSection& section, int counted) {
+    return section.restartsNumbers ? section.firstNumber : counted;
+}
+
+bool skipsPage(const ResolvedSection& section, int number) {
+    const bool isOdd = number % 2 != 0;
+    return (section.start == ResolvedSection::Start::evenPage && isOdd) ||
+           (section.start == ResolvedSection::Start::oddPage && !isOdd);
+}
+
+PageNumbering::PageNumbering(const DocumentContent& content, const std::vector<int>& firstSheets) {
     counts_.push_back({});
     const std::vector<Cp> starts = sectionStarts(content.sections);
     for (std::size_t i = 0; i < starts.size() && i < firstSheets.size(); ++i) {
-        const ByteView section = content.tables.lists[content.sections[i].properties];
-        if (restarts(section)) {
-            counts_.push_back({starts[i], firstSheets[i], firstNumber(section)});
-        }
+        const ResolvedSection section =
+            resolvedSectionOf(content.tables.lists[content.sections[i].properties], false);
+        const Count& before = counts_.back();
+        int number = firstNumberOf(section, before.number + firstSheets[i] - before.sheet);
+        number += !section.restartsNumbers && skipsPage(section, number) ? 1 : 0;
+        counts_.push_back({starts[i], firstSheets[i], number, section.numberForm});
     }
 }
 
-int PageNumbering::shown(Cp position, int sheet) const {
+std::u16string PageNumbering::shown(Cp position, int sheet) const {
     const auto behind = std::upper_bound(counts_.begin(), counts_.end(), position,
                                          [](Cp p, const Count& count) { return p < count.from; });
     const Count& count = *std::prev(behind);
-    return count.number + sheet - count.sheet;
+    return numberInForm(count.number + sheet - count.sheet, count.form);
 }
 
 } // namespace qvnd::word

@@ -1,9 +1,7 @@
 #include "platform/word/layout/StoryReader.h"
 
-#include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/pictures/Picture.h"
-#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/LineHeights.h"
@@ -26,10 +24,6 @@ constexpr double smallCapitalSize = 0.8;
 constexpr char16_t privateArea = 0xF000;
 constexpr char16_t privateEnd = 0xF100;
 
-// Types of fields (flt), [MS-DOC] 2.9.90.
-constexpr std::uint8_t pageField = 0x21;
-constexpr std::uint8_t pageCountField = 0x1A;
-
 bool isMark(char16_t c) { return c == u'\r' || c == u'\a' || c == special::pageBreak; }
 
 bool isHigh(char16_t c) { return c >= 0xD800 && c < 0xDC00; }
@@ -44,83 +38,7 @@ char32_t upper(char32_t c) {
 
 StoryReader::StoryReader(Shared& shared, const word::Story& story,
                          std::optional<std::uint32_t> note)
-    : shared_(shared), story_(story), note_(note) {
-    findFields();
-}
-
-// Instructions are not seen; the result of a page field is counted anew. What lies within a span
-// that is already unseen needs no span of its own.
-void StoryReader::findFields() {
-    struct Open {
-        word::Cp begin = 0;
-        word::Cp separator = 0;
-        std::uint8_t type = 0;
-    };
-    std::vector<Open> open;
-    const auto add = [&](Span span) {
-        while (!spans_.empty() && spans_.back().begin >= span.begin) {
-            spans_.pop_back();
-        }
-        spans_.push_back(std::move(span));
-    };
-    for (const word::FieldMark& mark : story_.fields) {
-        if (mark.character == word::fieldBegin) {
-            open.push_back({mark.at, 0, mark.data});
-        } else if (open.empty()) {
-            continue;
-        } else if (mark.character == word::fieldSeparator) {
-            open.back().separator = mark.at;
-            add({open.back().begin, mark.at + 1, Span::Shows::nothing});
-        } else {
-            const Open field = open.back();
-            open.pop_back();
-            Span anew = spanOf(field.type, field.begin, field.separator);
-            anew.end = mark.at + 1;
-            if (anew.shows != Span::Shows::nothing || field.separator == 0) {
-                add(std::move(anew));
-            } else {
-                spans_.push_back({mark.at, mark.at + 1, Span::Shows::nothing});
-            }
-        }
-    }
-}
-
-StoryReader::Span StoryReader::spanOf(std::uint8_t type, word::Cp begin, word::Cp separator) const {
-    Span span;
-    span.begin = begin;
-    if (type == pageField || type == pageCountField) {
-        span.shows = type == pageField ? Span::Shows::pageNumber : Span::Shows::pageCount;
-    } else if (separator > begin) {
-        const std::u16string_view text(story_.text);
-        if (auto shown =
-                resultAnew(shared_.source, type, text.substr(begin + 1, separator - begin - 1))) {
-            span.shows = Span::Shows::text;
-            span.text = std::move(*shown);
-        }
-    }
-    return span;
-}
-
-std::u16string StoryReader::shownBy(const Span& span, const PageFields& fields) const {
-    switch (span.shows) {
-    case Span::Shows::pageNumber:
-        return fields.number;
-    case Span::Shows::pageCount:
-        return word::digits(fields.totalPages);
-    default:
-        return span.text;
-    }
-}
-
-const StoryReader::Span* StoryReader::spanAt(word::Cp at) const {
-    auto behind = std::upper_bound(spans_.begin(), spans_.end(), at,
-                                   [](word::Cp p, const Span& span) { return p < span.begin; });
-    if (behind == spans_.begin()) {
-        return nullptr;
-    }
-    --behind;
-    return at < behind->end ? &*behind : nullptr;
-}
+    : shared_(shared), story_(story), note_(note), fields_(story, shared.source) {}
 
 const word::CharacterRun& StoryReader::runAt(word::Cp at) {
     while (at < runStart_) {
@@ -149,11 +67,19 @@ std::u16string StoryReader::fontName(std::uint16_t index) const {
     return index < fonts.size() ? fonts[index].name : std::u16string();
 }
 
+// Whether a character that fonts of both scripts have is set in the East Asian one.
+bool StoryReader::isSetAsChinese(const word::ResolvedText& format, char32_t c) const {
+    const bool isEither = shared_.officeText ? isOfEitherScript(c) : isFullWidthInChineseFonts(c);
+    return format.eastAsianHint && isEither;
+}
+
 FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
-    const bool eastAsian = isEastAsian(c) || (format.eastAsianHint && isOfEitherScript(c));
+    const bool eastAsian = isEastAsian(c) || isSetAsChinese(format, c);
     const bool asksForChinese = eastAsian && !(shared_.officeText && format.hasNoLanguage);
-    // Symbols stand in the font of Latin letters, whatever sign they are shown as.
-    const bool latin = c < 0x80 || isLatinLetter(c) ||
+    // Symbols stand in the font of Latin letters, whatever sign they are shown as. Letters behind
+    // U+007F have the font of other characters (ISO 29500-1, 17.3.2.26); in the office suite they
+    // have that of Latin letters.
+    const bool latin = c < 0x80 || (shared_.officeText && isLatinLetter(c)) ||
                        (!eastAsian && word::isSymbolFont(fontName(format.latinFont)));
     const std::uint16_t font = eastAsian ? format.eastAsianFont
                                : latin   ? format.latinFont
@@ -219,13 +145,13 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             continue;
         }
         isBehindEnd = shared_.officeText && story_.text[at] == special::pageBreak;
-        const Span* span = spanAt(at);
+        const FieldResults::Span* span = fields_.spanAt(at);
         if (span != nullptr) {
-            if (span->shows != Span::Shows::nothing && at == span->begin) {
+            if (span->shows != FieldResults::Span::Shows::nothing && at == span->begin) {
                 // The look of the field's last character but one is that of its result.
                 const word::Cp shown = span->end > span->begin + 2 ? span->end - 2 : at;
                 const auto& look = shared_.formats.text(run.style, runAt(shown).properties);
-                addText(shownBy(*span, fields), at, look, result);
+                addText(FieldResults::shownBy(*span, fields), at, look, result);
             }
             at = std::min(span->end, end) - 1;
             continue;
@@ -244,8 +170,20 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
                      markAt >= lostFrom ? word::PropertyListId::empty : runAt(markAt).properties);
     result.markSize = mark.halfPoints * twipsPerHalfPoint;
     result.markFace = faceOf(mark, mark.eastAsianHint ? U'中' : U'x');
-    result.characterWidth = result.items.empty() ? result.markSize : result.items.front().size;
+    result.characterWidth = characterWidthOf(result);
     return result;
+}
+
+// The size of the paragraph's own text: neither that of a label in front of it nor what raised
+// text is reduced to. The office suite takes the first character, whatever it is.
+double StoryReader::characterWidthOf(const ParagraphItems& paragraph) const {
+    const auto& items = paragraph.items;
+    if (shared_.officeText) {
+        return items.empty() ? paragraph.markSize : items.front().size;
+    }
+    const auto own = std::find_if(items.begin(), items.end(),
+                                  [](const TextItem& item) { return !item.isLabel; });
+    return own == items.end() ? paragraph.markSize : own->format->halfPoints * twipsPerHalfPoint;
 }
 
 // In the office suite a run of characters that ends right before a table has no direct formatting
@@ -276,8 +214,11 @@ const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word:
 void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     const auto& look = shared_.formats.paragraph(run.style, run.properties);
-    const auto [known, isNew] = labels_.try_emplace(paragraph);
-    if (isNew && look.list != word::noList) {
+    if (look.list == word::noList) {
+        return;
+    }
+    const auto [known, isNew] = shared_.labels.try_emplace({&story_, paragraph});
+    if (isNew) {
         known->second = shared_.numbers.next(look.list, look.listLevel);
     }
     if (!known->second) {
@@ -379,6 +320,7 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
     item.size *= shrinks ? smallCapitalSize : 1;
     item.character = format.capitals || format.smallCapitals ? upper(c) : c;
     item.face = face;
+    item.isSetAsChinese = isSetAsChinese(format, item.character);
     if (c == special::tab) {
         item.kind = TextItem::Kind::tab;
     } else {

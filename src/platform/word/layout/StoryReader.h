@@ -4,23 +4,19 @@
 #include "platform/word/formatting/FormatResolver.h"
 #include "platform/word/formatting/ListNumbers.h"
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/FieldResults.h"
 #include "platform/word/layout/FontMetrics.h"
 #include "platform/word/layout/LayoutSource.h"
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace qvnd::layout {
 
 inline constexpr double twipsPerHalfPoint = 10;
-
-// The results of page fields on the current page.
-struct PageFields {
-    std::u16string number = u"1";
-    int totalPages = 1;
-};
 
 // An item of a line: a character, a picture, a tab or a break.
 struct TextItem {
@@ -38,6 +34,7 @@ struct TextItem {
     word::DataBlob picture;
     std::optional<std::uint32_t> note{}; // index of the footnote that is referenced here
     bool toOwnStop = false;              // of a tab: leads to a left stop that the paragraph sets
+    bool isSetAsChinese = false;         // of either script, but set in the East Asian font
     bool isLabel = false;
     // The last item of a list label. The text begins at the next tab stop or after a space.
     bool endsLabel = false;
@@ -96,8 +93,12 @@ public:
         bool hasLeading = true; // see LineSetting
         word::FormatResolver formats;
         word::ListNumbers numbers;
+        bool addsSpaces = true;                                          // see gapBetween()
         std::map<std::uint32_t, std::pair<double, double>> pictureSizes; // by blob, in twips
         std::vector<std::u16string> noteMarks; // by note: its number in its number format
+        // The labels of paragraphs in lists, by story and paragraph: each is counted once, however
+        // often it is composed.
+        std::map<std::pair<const word::Story*, std::size_t>, std::optional<word::ListLabel>> labels;
     };
 
     // `note`: the index of the note whose text this story is; its number appears in the text.
@@ -108,20 +109,7 @@ public:
     ParagraphItems read(std::size_t paragraph, word::Cp start, const PageFields& fields);
 
 private:
-    struct Span { // text that is hidden or replaced
-        enum class Shows : std::uint8_t { nothing, pageNumber, pageCount, text };
-        word::Cp begin = 0;
-        word::Cp end = 0;
-        Shows shows = Shows::nothing;
-        std::u16string text{};
-    };
-
-    void findFields();
-    // The replacement for the result of a field of that type. The field's instruction is between
-    // the two positions.
-    Span spanOf(std::uint8_t type, word::Cp begin, word::Cp separator) const;
-    std::u16string shownBy(const Span& span, const PageFields& fields) const;
-    const Span* spanAt(word::Cp at) const;
+    double characterWidthOf(const ParagraphItems& paragraph) const;
     const word::CharacterRun& runAt(word::Cp at);
     const word::ResolvedText& formatAt(word::Cp at, word::StyleIndex style);
     word::Cp unformattedFrom(std::size_t paragraph, word::Cp start);
@@ -146,6 +134,7 @@ private:
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
     FaceId faceWithoutName(const word::ResolvedText& format);
+    bool isSetAsChinese(const word::ResolvedText& format, char32_t c) const;
     FaceId faceOf(const word::ResolvedText& format, char32_t c);
     FaceId faceOf(std::uint16_t font, bool asksForChinese, const word::ResolvedText& format);
     std::u16string fontName(std::uint16_t index) const;
@@ -153,8 +142,7 @@ private:
     Shared& shared_;
     const word::Story& story_;
     std::optional<std::uint32_t> note_;
-    std::vector<Span> spans_;                                      // ascending, without overlap
-    std::map<std::size_t, std::optional<word::ListLabel>> labels_; // by paragraph
+    FieldResults fields_;
     std::size_t run_ = 0;
     word::Cp runStart_ = 0;
     const word::CharacterRun* formatRun_ = nullptr;

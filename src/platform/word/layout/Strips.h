@@ -52,15 +52,25 @@ struct Strip {
 
 using Strips = std::vector<Strip>;
 
+// Rules for the content of cells.
+struct CellRules {
+    bool addsSpaces = true; // see gapBetween()
+    // A page may end within a cell only where it may end outside tables. The office suite parts
+    // cells behind any line.
+    bool keepsTogether = true;
+};
+
 // The cells of a table row with their content.
 struct RowParts {
     struct Cell {
         double x = 0; // of the content
         double width = 0;
-        double above = 0; // top padding
+        double above = 0; // from the top of the row to the space above the first strip
+        double down = 0;  // the part of `above` that alignment and rows above it cause
         double below = 0; // bottom padding
         Strips strips;
     };
+    CellRules rules;
     std::vector<Cell> cells;
     Layer frame; // fills and borders for a row of `height`
     double height = 0;

@@ -283,10 +283,10 @@ TEST_F(ContentsTest, ANumberThatHoldsAFieldOfItsOwnIsLeftToIt) {
                     u"5\x15\r";
     contents.fields = matchFields({}, contents.text).marks;
     contents.fields.at(0).data = field::pageRef;
-    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return 9; }).text,
+    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return u"9"; }).text,
               contents.text);
     contents.fields.erase(contents.fields.begin() + 2, contents.fields.begin() + 4);
-    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return 9; }).text,
+    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return u"9"; }).text,
               u"\x13 PAGEREF _Toc1 \x14"
               u"9\x15\r");
 }

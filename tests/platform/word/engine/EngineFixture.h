@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/engine/EngineApplication.h"
 #include "platform/word/engine/StoryBuilder.h"
@@ -17,8 +18,8 @@ namespace qvnd::test {
 // Page numbers that a test sets: the n-th position asked for gets the n-th number.
 class FakePages : public word::PageNumberSource {
 public:
-    std::vector<int> displayedPages(const word::DocumentContent& content,
-                                    std::span<const word::Cp> positions) override {
+    std::vector<std::u16string> displayedPages(const word::DocumentContent& content,
+                                               std::span<const word::Cp> positions) override {
         ++calls;
         asked.assign(positions.begin(), positions.end());
         std::u16string text;
@@ -29,7 +30,11 @@ public:
         for (const word::Cp at : positions) {
             asksFor.push_back(text.substr(at, text.find(u'\r', at) - at));
         }
-        return numbers;
+        std::vector<std::u16string> shown;
+        for (const int number : numbers) {
+            shown.push_back(word::digits(number));
+        }
+        return shown;
     }
 
     std::vector<int> numbers;

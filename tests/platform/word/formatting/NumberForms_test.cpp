@@ -88,5 +88,16 @@ TEST(Symbols, EveryCodeOfTheFontSymbolHasItsCharacter) {
     EXPECT_EQ(symbolAsText(0x7F, u"Symbol"), u'•');
 }
 
+TEST(NumberForms, AFieldAsksForAFormByItsSwitch) {
+    EXPECT_EQ(numberFormOf(u" PAGE "), std::nullopt);
+    EXPECT_EQ(numberFormOf(u" PAGE \\* MERGEFORMAT "), std::nullopt);
+    EXPECT_EQ(numberFormOf(u" PAGE \\* Roman \\* MERGEFORMAT"), 1U);
+    EXPECT_EQ(numberFormOf(u" PAGE \\*roman"), 2U);
+    EXPECT_EQ(numberFormOf(u" PAGE \\* ALPHABETIC"), 3U);
+    EXPECT_EQ(numberFormOf(u" PAGE \\* alphabetic"), 4U);
+    EXPECT_EQ(numberFormOf(u" PAGE \\* MERGEFORMAT \\* ChineseNum2"), 38U);
+    EXPECT_EQ(numberFormOf(u"PAGE \\*"), std::nullopt);
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -1,0 +1,64 @@
+#include "platform/word/layout/DocumentRules.h"
+
+#include "platform/word/docfile/format/Dop.h"
+
+#include <algorithm>
+
+namespace qvnd::layout {
+
+using word::ResolvedSection;
+
+DocumentRules::DocumentRules(const LayoutSource& source, const LayoutOptions& options)
+    : source_(source), options_(options) {
+    const bool onTop = word::gutterOnTop(source_.settings);
+    word::Cp at = 0;
+    for (const word::SectionRun& section : source_.sections) {
+        sections_.push_back(
+            word::resolvedSectionOf(source_.tables->lists[section.properties], onTop));
+        at += section.length;
+        sectionEnds_.push_back(at);
+    }
+    if (sections_.empty()) {
+        sections_.push_back(word::resolvedSectionOf({}, onTop));
+        sectionEnds_.push_back(source_.main->size());
+    }
+}
+
+bool DocumentRules::addsSpaces() const {
+    constexpr std::size_t knownFrom = 516; // settings of Word 97 do not say it
+    return source_.settings.size() < knownFrom ||
+           word::readDop(source_.settings, word::dop::addsParagraphSpaces) != 0;
+}
+
+bool DocumentRules::balancesColumns() const {
+    return word::readDop(source_.settings, word::dop::unbalancedColumns) == 0;
+}
+
+bool DocumentRules::showsRevisions() const {
+    return word::readDop(source_.settings, word::dop::showRevisions) != 0;
+}
+
+// In the office suite one grid takes the leading from all of the document.
+bool DocumentRules::hasLeading() const {
+    const bool isLost =
+        options_.officeLines &&
+        std::any_of(sections_.begin(), sections_.end(), [](const ResolvedSection& section) {
+            return section.grid != word::GridKind::none;
+        });
+    return word::readDop(source_.settings, word::dop::noLeading) == 0 && !isLost;
+}
+
+LineSetting DocumentRules::lineSetting(double width) const {
+    LineSetting setting;
+    setting.width = width;
+    setting.options = options_;
+    const auto tab = word::readDop(source_.settings, word::dop::defaultTab);
+    setting.defaultTab = tab > 0 ? tab : setting.defaultTab;
+    setting.hasLeading = hasLeading();
+    setting.compressesPunctuation =
+        word::readDop(source_.settings, word::dop::characterSpacing) != 0;
+    setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;
+    return setting;
+}
+
+} // namespace qvnd::layout

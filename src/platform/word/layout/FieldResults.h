@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/word/docfile/document/Story.h"
+#include "platform/word/layout/LayoutSource.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qvnd::layout {
+
+// The results of page fields on the current page.
+struct PageFields {
+    int page = 1;
+    std::u16string number = u"1"; // the page number in the number form of the section
+    int totalPages = 1;
+    int section = 1; // counted from 1
+    int sectionPages = 1;
+};
+
+// What is seen of the fields of a story. Instructions are hidden. The results of page fields are
+// counted anew, others where resultAnew() tells one; the rest show what is stored.
+class FieldResults {
+public:
+    // Text that is hidden or replaced.
+    struct Span {
+        enum class Shows : std::uint8_t {
+            nothing,
+            pageNumber,
+            pageCount,
+            section,
+            sectionPages,
+            text
+        };
+        word::Cp begin = 0;
+        word::Cp end = 0;
+        Shows shows = Shows::nothing;
+        std::optional<unsigned> form{}; // the number form that the field asks for
+        std::u16string text{};
+    };
+
+    FieldResults(const word::Story& story, const LayoutSource& source);
+
+    // The span at a position; null for text that is shown as it is.
+    const Span* spanAt(word::Cp at) const;
+    static std::u16string shownBy(const Span& span, const PageFields& fields);
+
+private:
+    std::vector<Span> spans_; // ascending, without overlap
+};
+
+} // namespace qvnd::layout
