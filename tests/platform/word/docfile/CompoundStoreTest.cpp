@@ -102,6 +102,23 @@ TEST_F(CompoundStoreTest, APartOfASectorIsNotOverwritten) {
     EXPECT_THROW(store.overwrite(stream, 9728, pattern(512, 2)), std::invalid_argument);
 }
 
+TEST_F(CompoundStoreTest, AStreamGivesItsEndBackAndGrowsOn) {
+    const auto stream = store.addStream(u"a");
+    store.append(stream, pattern(20'000, 1));
+    store.commit(Durability::killedProcess);
+    store.shrink(stream, 8192);
+    EXPECT_EQ(store.size(stream), 8192U);
+    store.append(stream, pattern(700, 2));
+    store.commit(Durability::killedProcess);
+    const Bytes whole = pattern(20'000, 1);
+    EXPECT_EQ(CompoundFile::over(folder.bytes(path)).stream(u"a"),
+              test::joined({Bytes(whole.begin(), whole.begin() + 8192), pattern(700, 2)}));
+    EXPECT_THAT(compoundFaults(folder.bytes(path)), IsEmpty());
+    EXPECT_THROW(store.shrink(stream, 8192 + 512 + 1), std::invalid_argument);
+    EXPECT_THROW(store.shrink(stream, 3584), std::invalid_argument);
+    EXPECT_THROW(store.shrink(stream, 16384), std::invalid_argument);
+}
+
 TEST_F(CompoundStoreTest, AStreamMayShrinkBelowTheSmallLimitAndGrowAgain) {
     const auto stream = store.addStream(u"Changing");
     for (const std::size_t size : {9000, 100, 4096, 0, 4095, 20000}) {

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <stdexcept>
 
 namespace qvnd::word {
@@ -124,6 +125,42 @@ TEST_F(TableStreamTest, WhatGrowsAtBothEndsMayStartAnewInItsOldPlace) {
     EXPECT_EQ(inFile(FibPair::DggInfo, 1800), joined({front, back}));
     table.putAround(FibPair::DggInfo, {}, {}, {});
     EXPECT_EQ(table.place(FibPair::DggInfo).lcb, 0U);
+}
+
+TEST_F(TableStreamTest, PlacesThatStructuresHaveLeftAreUsedAgain) {
+    const std::array pairs{FibPair::Clx, FibPair::Dop, FibPair::PlcfBkf};
+    std::size_t largest = 0;
+    std::size_t held = 0;
+    for (unsigned step = 1; step <= 300; ++step) {
+        held = 0;
+        for (std::size_t i = 0; i < pairs.size(); ++i) {
+            const Bytes bytes = pattern((i + 1) * step * 700, step);
+            held += bytes.size();
+            table.put(pairs[i], bytes);
+            if (step % 25 == 0) {
+                ASSERT_EQ(inFile(pairs[i], bytes.size()), bytes) << step;
+            }
+        }
+        table.finish();
+        store.commit(Durability::killedProcess);
+        largest = CompoundFile::over(folder.bytes(path)).find(u"1Table")->size;
+        ASSERT_LT(largest, 3 * held + 4096) << step;
+    }
+    EXPECT_LT(folder.bytes(path).size(), 4 * held);
+}
+
+TEST_F(TableStreamTest, WhatIsFreeAtTheEndIsGivenBack) {
+    std::uint64_t before = 0;
+    int timesSmaller = 0;
+    for (std::size_t size = 5000; size < 1'000'000; size += size / 8) {
+        const Bytes bytes = pattern(size, static_cast<unsigned>(size));
+        table.put(FibPair::Clx, bytes);
+        ASSERT_EQ(inFile(FibPair::Clx, size), bytes);
+        const std::uint64_t now = CompoundFile::over(folder.bytes(path)).find(u"1Table")->size;
+        timesSmaller += now < before ? 1 : 0;
+        before = now;
+    }
+    EXPECT_GT(timesSmaller, 2);
 }
 
 TEST_F(TableStreamTest, NoMoreIsKeptThanThereIs) {

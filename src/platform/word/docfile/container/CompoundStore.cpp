@@ -102,6 +102,24 @@ void CompoundStore::replace(Stream number, ByteView bytes) {
     stream.changed = stream.small;
 }
 
+void CompoundStore::shrink(Stream number, std::uint32_t size) {
+    StreamState& stream = streams_.at(number);
+    if (stream.small || size < smallLimit || size % sectorSize != 0 || size > stream.size) {
+        throw std::invalid_argument("a stream is shrunk by whole sectors");
+    }
+    const std::size_t kept = size / sectorSize;
+    if (kept == stream.sectors.size()) {
+        return;
+    }
+    for (std::size_t i = kept; i < stream.sectors.size(); ++i) {
+        table_.release(stream.sectors[i]);
+    }
+    stream.sectors.resize(kept);
+    table_.link(stream.sectors.back(), cfb::endOfChain);
+    stream.size = size;
+    stream.tail.clear();
+}
+
 void CompoundStore::appendToChain(Chain& chain, ByteView bytes) {
     if (bytes.empty()) {
         return;

@@ -41,6 +41,9 @@ public:
     // stream, and lie within it. The stream has at least 4096 bytes.
     void overwrite(Stream stream, std::uint32_t offset, ByteView bytes);
     void replace(Stream stream, ByteView bytes);
+    // Gives back what lies behind the first `size` bytes: whole sectors of a stream that keeps at
+    // least 4096 bytes.
+    void shrink(Stream stream, std::uint32_t size);
 
     enum class Durability {
         killedProcess, // the state survives the end of the program

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/writer/TableStream.h"
 
 #include <algorithm>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -15,10 +16,11 @@ std::size_t wholeSectors(std::size_t size) {
     return (size + sectorSize - 1) / sectorSize * sectorSize;
 }
 
-// A structure that has outgrown its place gets a new one of twice the size, so that growing step by
-// step costs no more than a constant times its last size.
+// A structure that has outgrown its place gets half as much again, so that growing step by step
+// costs no more than a constant times its last size. Places that it has left make room for a later
+// one.
 std::size_t roomFor(std::size_t size, bool outgrown) {
-    return wholeSectors(outgrown ? 2 * size : size);
+    return wholeSectors(outgrown ? size + size / 2 : size);
 }
 
 } // namespace
@@ -31,7 +33,7 @@ void TableStream::put(FibPair pair, const std::array<ByteView, 2>& parts) {
         Bytes place(roomFor(size, !extent.bytes.empty()));
         const auto behind = std::copy(parts[0].begin(), parts[0].end(), place.begin());
         std::copy(parts[1].begin(), parts[1].end(), behind);
-        append(extent, std::move(place));
+        move(extent, std::move(place));
     } else {
         change(extent, 0, parts);
     }
@@ -49,7 +51,7 @@ void TableStream::putFront(FibPair pair, ByteView front, std::size_t kept, std::
         std::copy(extent.bytes.end() - static_cast<std::ptrdiff_t>(kept), extent.bytes.end(),
                   place.end() - static_cast<std::ptrdiff_t>(kept));
         std::copy(front.begin(), front.end(), place.end() - static_cast<std::ptrdiff_t>(size));
-        append(extent, std::move(place));
+        move(extent, std::move(place));
     } else {
         change(extent, extent.bytes.size() - size, {front, ByteView{}});
     }
@@ -73,19 +75,62 @@ void TableStream::putAround(FibPair pair, ByteView front, const Kept& kept, Byte
         return;
     }
     Bytes place(roomFor(size, room != 0));
-    extent.begin = room == 0 ? 0 : (place.size() - size) / 2;
+    // Both ends have room to grow by the same part of what they are.
+    const std::size_t left = place.size() - size;
+    extent.begin = room == 0 ? 0 : left * front.size() / (front.size() + kept.count + back.size());
     const auto keptFrom = extent.bytes.begin() + static_cast<std::ptrdiff_t>(keptAt);
     auto out = place.begin() + static_cast<std::ptrdiff_t>(extent.begin);
     out = std::copy(front.begin(), front.end(), out);
     out = std::copy_n(keptFrom, kept.count, out);
     std::copy(back.begin(), back.end(), out);
-    append(extent, std::move(place));
+    move(extent, std::move(place));
 }
 
-void TableStream::append(Extent& extent, Bytes bytes) {
-    extent.offset = store_.size(stream_);
+// Gives the structure another place. The former one is free at once: the store keeps its sectors
+// until the next commit.
+void TableStream::move(Extent& extent, Bytes bytes) {
+    addFree(extent.offset, static_cast<std::uint32_t>(extent.bytes.size()));
     extent.bytes = std::move(bytes);
-    store_.append(stream_, extent.bytes);
+    extent.offset = takeFree(static_cast<std::uint32_t>(extent.bytes.size()));
+    if (extent.offset == store_.size(stream_)) {
+        store_.append(stream_, extent.bytes);
+    } else {
+        write(extent, 0, extent.bytes.size());
+    }
+}
+
+// The first place that is large enough, else the end of the stream.
+std::uint32_t TableStream::takeFree(std::uint32_t size) {
+    const auto found = std::find_if(free_.begin(), free_.end(),
+                                    [&](const auto& place) { return place.second >= size; });
+    if (found == free_.end()) {
+        return store_.size(stream_);
+    }
+    const auto [offset, room] = *found;
+    free_.erase(found);
+    if (room > size) {
+        free_.emplace(offset + size, room - size);
+    }
+    return offset;
+}
+
+void TableStream::addFree(std::uint32_t offset, std::uint32_t size) {
+    if (size == 0) {
+        return;
+    }
+    auto place = free_.emplace(offset, size).first;
+    const auto next = std::next(place);
+    if (next != free_.end() && next->first == offset + size) {
+        place->second += next->second;
+        free_.erase(next);
+    }
+    if (place != free_.begin()) {
+        const auto before = std::prev(place);
+        if (before->first + before->second == offset) {
+            before->second += place->second;
+            free_.erase(place);
+        }
+    }
 }
 
 // Neighbouring sectors that change are written at once.
@@ -121,6 +166,13 @@ void TableStream::write(const Extent& extent, std::size_t begin, std::size_t end
 }
 
 void TableStream::finish() {
+    if (!free_.empty()) {
+        const auto [offset, size] = *free_.rbegin();
+        if (offset + size == store_.size(stream_) && offset >= leastSize) {
+            store_.shrink(stream_, offset);
+            free_.erase(offset);
+        }
+    }
     if (store_.size(stream_) < leastSize) {
         store_.append(stream_, Bytes(leastSize - store_.size(stream_)));
     }

@@ -9,7 +9,8 @@
 namespace qvnd::word {
 
 // The table stream of a document that is saved repeatedly. Every structure has sectors of its own,
-// and only sectors whose bytes change are written.
+// and only sectors whose bytes change are written. A structure that outgrows its place leaves it to
+// others, so the stream is at most a few times as large as its structures.
 class TableStream {
 public:
     // `stream` is an empty stream of `store`, which outlives the object.
@@ -32,7 +33,8 @@ public:
     // Brings a structure that grows at both ends to `front`, what is kept, and `back`. What is kept
     // stays where it is while there is room around it. Such a structure is written with this alone.
     void putAround(FibPair pair, ByteView front, const Kept& kept, ByteView back);
-    // Brings the stream to the size from which on it may be changed by parts.
+    // Gives back what is free at the end of the stream, and brings it to the size from which on it
+    // may be changed by parts.
     void finish();
 
     FcLcb place(FibPair pair) const;
@@ -47,13 +49,16 @@ private:
         std::uint32_t counted = 0;
     };
 
-    void append(Extent& extent, Bytes bytes);
+    void move(Extent& extent, Bytes bytes);
+    std::uint32_t takeFree(std::uint32_t size);
+    void addFree(std::uint32_t offset, std::uint32_t size);
     void change(Extent& extent, std::size_t at, const std::array<ByteView, 2>& parts);
     void write(const Extent& extent, std::size_t begin, std::size_t end);
 
     CompoundStore& store_;
     CompoundStore::Stream stream_;
     std::map<FibPair, Extent> extents_;
+    std::map<std::uint32_t, std::uint32_t> free_; // sizes by offset; none right behind another
 };
 
 } // namespace qvnd::word
