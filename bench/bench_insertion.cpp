@@ -1,5 +1,6 @@
-// Inserts documents with ten floating shapes each (about 10 kB of records) into one document, the
-// save after each insertion included. Beside the time stand
+// Inserts documents into one document, the save after each insertion included: with ten floating
+// shapes each (about 10 kB of records), with ten embedded objects each (about 20 kB), with five
+// sections each that have headers of their own. Beside the time stand
 //   growth  the time against that of half as many documents (2.0 is linear)
 //   outMB   the finished document
 
@@ -54,28 +55,93 @@ word::Drawing rectangle(std::uint32_t index) {
              {static_cast<std::uint32_t>(2 * head + anchorAt), Kind::anchor, 0, 0}}};
 }
 
-void writeDrawings(const std::filesystem::path& path) {
+// A document of one paragraph, which `write` puts together.
+template <class Write>
+void writeDocument(const std::filesystem::path& path, Write write) {
     word::DocumentContent content = word::normalTemplate();
     word::Story story;
     word::StoryBuilder builder(story);
-    const auto special = content.tables.lists.intern(word::withSprm8({}, word::sprm::CFSpec, 1));
-    builder.text(std::u16string(shapes, u'\x08'), special);
+    write(content, story, builder);
     builder.mark(u'\r', {}, word::PropertyListId::empty);
-    for (std::uint32_t i = 0; i < shapes; ++i) {
-        content.tables.drawings.push_back(rectangle(i));
-        story.anchors.push_back({i, word::AnchorKind::drawing, i});
-    }
-    content.tables.shapes = shapes;
     content.main = word::slicesOf(std::move(story));
-    content.sections[0].length = word::lengthOf(content.main);
+    word::Cp before = 0;
+    for (std::size_t i = 0; i + 1 < content.sections.size(); ++i)
+        before += content.sections[i].length;
+    content.sections.back().length = word::lengthOf(content.main) - before;
     word::DocumentWriter().saveAs(path, content);
 }
 
-void BM_InsertDrawings(benchmark::State& state) {
-    static std::map<std::int64_t, double> seconds;
+word::Bytes special() { return word::withSprm8({}, word::sprm::CFSpec, 1); }
+
+void writeDrawings(const std::filesystem::path& path) {
+    writeDocument(
+        path, [](word::DocumentContent& content, word::Story& story, word::StoryBuilder& builder) {
+            builder.text(std::u16string(shapes, u'\x08'), content.tables.lists.intern(special()));
+            for (std::uint32_t i = 0; i < shapes; ++i) {
+                content.tables.drawings.push_back(rectangle(i));
+                story.anchors.push_back({i, word::AnchorKind::drawing, i});
+            }
+            content.tables.shapes = shapes;
+        });
+}
+
+// Objects in the line of the text, each in a field of its own: a storage with two streams.
+void writeObjects(const std::filesystem::path& path) {
+    constexpr std::uint32_t objects = 10;
+    constexpr std::size_t contentsSize = 2000;
+    writeDocument(path,
+                  [](word::DocumentContent& content, word::Story&, word::StoryBuilder& builder) {
+                      word::PropertyLists& lists = content.tables.lists;
+                      const auto mark = lists.intern(special());
+                      for (std::uint32_t i = 0; i < objects; ++i) {
+                          auto object = std::make_shared<word::EmbeddedObject>();
+                          object->entries = {
+                              {u"\u0001Ole", false, {}, word::Bytes(20)},
+                              {u"Contents", false, {}, word::Bytes(contentsSize, std::uint8_t(i))}};
+                          content.tables.objects.push_back(std::move(object));
+                          builder.fieldBegin(58, mark); // EMBED
+                          builder.text(u" EMBED Equation.3 ", word::PropertyListId::empty);
+                          const word::Bytes ole = word::withSprm8(special(), word::sprm::CFOle2, 1);
+                          builder.fieldSeparator(
+                              lists.intern(word::withSprm32(ole, word::sprm::CObjLocation, i)));
+                          builder.text(u"x", word::PropertyListId::empty);
+                          builder.fieldEnd(0, mark);
+                      }
+                  });
+}
+
+void writeSections(const std::filesystem::path& path) {
+    constexpr std::size_t sections = 5;
+    writeDocument(path,
+                  [](word::DocumentContent& content, word::Story&, word::StoryBuilder& builder) {
+                      const auto plain = word::PropertyListId::empty;
+                      const std::u16string text = u"本节施工要求";
+                      content.sections.clear();
+                      for (std::size_t i = 0; i < sections; ++i) {
+                          builder.text(text, plain);
+                          const bool isLast = i + 1 == sections;
+                          if (!isLast)
+                              builder.mark(u'\f', {}, plain);
+                          const auto page = content.tables.lists.intern(
+                              word::withSprm8({}, word::sprm::SBOrientation, i % 2 == 0 ? 1 : 2));
+                          content.sections.push_back(
+                              {static_cast<word::Cp>(text.size() + (isLast ? 0 : 1)), page});
+                          word::Story header;
+                          word::StoryBuilder line(header);
+                          line.text(u"页眉", plain);
+                          line.mark(u'\r', {}, plain);
+                          content.headers.resize(i + 1);
+                          content.headers[i][1] = word::slicesOf(std::move(header));
+                      }
+                  });
+}
+
+// `write` makes the document that is inserted again and again.
+template <class Write>
+void insertAndSave(benchmark::State& state, std::map<std::int64_t, double>& seconds, Write write) {
     const QTemporaryDir folder;
     const std::filesystem::path path = folder.path().toStdString();
-    writeDrawings(path / "drawings.doc");
+    write(path / "part.doc");
     Silence silence;
     for (auto run : state) {
         const auto start = std::chrono::steady_clock::now();
@@ -83,7 +149,7 @@ void BM_InsertDrawings(benchmark::State& state) {
         word::Document& document = program.documents().Add();
         document.SaveAs(path / "out.doc");
         for (std::int64_t i = 0; i < state.range(0); ++i) {
-            program.Selection().InsertFile(path / "drawings.doc");
+            program.Selection().InsertFile(path / "part.doc");
             document.Save();
         }
         const double taken =
@@ -98,14 +164,30 @@ void BM_InsertDrawings(benchmark::State& state) {
         static_cast<double>(std::filesystem::file_size(path / "out.doc")) / 1024 / 1024;
 }
 
-BENCHMARK(BM_InsertDrawings)
-    ->Arg(100)
-    ->Arg(200)
-    ->Arg(400)
-    ->Arg(800)
-    ->Iterations(1)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+void BM_InsertDrawings(benchmark::State& state) {
+    static std::map<std::int64_t, double> seconds;
+    insertAndSave(state, seconds, writeDrawings);
+}
+
+void BM_InsertObjects(benchmark::State& state) {
+    static std::map<std::int64_t, double> seconds;
+    insertAndSave(state, seconds, writeObjects);
+}
+
+void BM_InsertSections(benchmark::State& state) {
+    static std::map<std::int64_t, double> seconds;
+    insertAndSave(state, seconds, writeSections);
+}
+
+void fromHundredToEightHundred(benchmark::internal::Benchmark* benchmark) {
+    for (const std::int64_t documents : {100, 200, 400, 800})
+        benchmark->Arg(documents);
+    benchmark->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(BM_InsertDrawings)->Apply(fromHundredToEightHundred);
+BENCHMARK(BM_InsertObjects)->Apply(fromHundredToEightHundred);
+BENCHMARK(BM_InsertSections)->Apply(fromHundredToEightHundred);
 
 } // namespace
 

@@ -149,7 +149,8 @@ void DocumentSession::writeDrawings(const DocumentContent& content, const Parts&
         drawings_.encode(*parts.drawings, parts.lengths.text, *parts.headerDrawings,
                          parts.lengths.headers, content.tables, stores);
     const auto put = [&](TextPart part, FibPair breaks, const DrawingTables& tables) {
-        table_.put(factsOf(part).references->pair, tables.anchors);
+        table_.putAround(factsOf(part).references->pair, tables.positions,
+                         {tables.keptFrom, tables.kept}, tables.anchors);
         table_.put(factsOf(part).texts->pair, tables.boxes);
         table_.put(breaks, tables.breaks);
     };

@@ -398,7 +398,7 @@ Bytes DrawingEncoder::sharedRecords() const {
     return record(art::container, 0, art::dggContainer, content.data());
 }
 
-DrawingTables DrawingEncoder::tablesOf(const Group& group, const DrawingPart& part, Cp end) {
+DrawingTables DrawingEncoder::tablesOf(Group& group, const DrawingPart& part, Cp end) {
     DrawingTables result;
     if (part.places.empty()) {
         return result;
@@ -409,7 +409,14 @@ DrawingTables DrawingEncoder::tablesOf(const Group& group, const DrawingPart& pa
         positions.push_back(place.at);
     }
     positions.push_back(end);
-    result.anchors = encodePlc(positions, group.anchors.data());
+    const ByteView anchors = group.anchors.data();
+    const ByteView added = anchors.subspan(group.anchorsSize);
+    result.keptFrom = group.positionsSize;
+    result.kept = group.anchorsSize;
+    result.positions = encodePlc(positions, {});
+    result.anchors.assign(added.begin(), added.end());
+    group.positionsSize = result.positions.size();
+    group.anchorsSize = anchors.size();
     if (!part.texts.empty()) {
         const Cp textEnd = part.texts.back().start + part.texts.back().length;
         LittleEndianWriter none; // the tables end in a row that is none

@@ -21,6 +21,11 @@ struct DrawingStores {
 
 // The structures of one part: PlcSpaMom, PlcftxbxTxt, PlcfTxbxBkd, or their likes for headers.
 struct DrawingTables {
+    // The anchors: `positions`, then `kept` bytes from `keptFrom` on of what the call before came
+    // to, then `anchors`.
+    Bytes positions;
+    std::size_t keptFrom = 0;
+    std::size_t kept = 0;
     Bytes anchors;
     Bytes boxes;
     Bytes breaks;
@@ -69,7 +74,9 @@ private:
         std::unordered_set<CopyKey> absentTexts;
         std::size_t cluster = 0; // the last of its own, counted from 1
         std::uint32_t lastId = 0;
-        LittleEndianWriter anchors; // Spa
+        LittleEndianWriter anchors;    // Spa
+        std::size_t positionsSize = 0; // of the last answer, in front of the anchors
+        std::size_t anchorsSize = 0;   // and that of these
         std::vector<std::uint32_t> textStarts;
         LittleEndianWriter boxes; // FTXBXS
         std::vector<std::uint32_t> breaks;
@@ -101,7 +108,7 @@ private:
     Bytes background(const Call& call);
     std::uint32_t pictureNumber(const DataBlob& stored, const DrawingStores& stores);
     Bytes sharedRecords() const;
-    static DrawingTables tablesOf(const Group& group, const DrawingPart& part, Cp end);
+    static DrawingTables tablesOf(Group& group, const DrawingPart& part, Cp end);
 
     Group main_;
     Group headers_;
