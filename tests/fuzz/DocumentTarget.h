@@ -1,22 +1,20 @@
 #pragma once
 
-#include "platform/word/docfile/container/Bytes.h"
-
-#include <set>
-#include <string>
+#include "fuzz/FuzzRun.h"
 
 namespace qvnd::test {
 
-// What became of a file that was put into a new document.
-struct InsertionOutcome {
-    bool accepted = false;
-    std::set<std::string>
-        broken; // rules of the format that the result breaks; none for a sound one
+// Reads a document, lays its first pages out, inserts it twice into a new document that is saved
+// again and again, as generation does, and checks what comes of it; with some inputs a save fails
+// in a write, a sync, a replacement or a truncation, and what is there then is checked as well. At
+// last saves the document itself and checks that. Rules of the format that a result breaks are a
+// fault.
+class DocumentTarget : public FuzzTarget {
+public:
+    Outcome run(word::ByteView file) override;
+    // One with one of everything that the checker looks at, one with an embedded object and lists
+    // that no page holds.
+    std::vector<word::Bytes> ownFiles() const override;
 };
-
-// Reads the file and inserts it twice into a new document that is saved again and again, as
-// generation does, and checks what comes of it; then saves the file itself and checks that. A
-// refusal is no fault; anything thrown besides is let through.
-InsertionOutcome insertAndCheck(word::ByteView file);
 
 } // namespace qvnd::test

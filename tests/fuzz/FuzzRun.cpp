@@ -82,25 +82,7 @@ private:
         if (!options_.keep.empty()) {
             write("current", input); // left behind by what ends the process
         }
-        const double start = processorSeconds();
-        std::string fault;
-        const MemoryUse use = memoryUseOf([&] {
-            try {
-                const FuzzTarget::Outcome outcome = target_.run(input);
-                *accepted += outcome.accepted ? 1 : 0;
-                fault += outcome.fault;
-            } catch (const std::exception& error) {
-                fault += std::string(" threw ") + error.what();
-            }
-        });
-        const double seconds = processorSeconds() - start;
-        if (seconds > mostSeconds(input.size())) {
-            fault += " took " + std::to_string(seconds) + " s";
-        }
-        if (use.peak > mostBytes(input.size())) {
-            fault += " took " + std::to_string(use.peak >> 20) + " MB";
-        }
-        return fault;
+        return faultWith(target_, input, accepted);
     }
 
     // Without the changes that the fault does not need.
@@ -131,6 +113,28 @@ private:
 };
 
 } // namespace
+
+std::string faultWith(FuzzTarget& target, word::ByteView input, std::uint32_t* accepted) {
+    const double start = processorSeconds();
+    std::string fault;
+    const MemoryUse use = memoryUseOf([&] {
+        try {
+            const FuzzTarget::Outcome outcome = target.run(input);
+            *accepted += outcome.accepted ? 1 : 0;
+            fault += outcome.fault;
+        } catch (const std::exception& error) {
+            fault += std::string(" threw ") + error.what();
+        }
+    });
+    const double seconds = processorSeconds() - start;
+    if (seconds > mostSeconds(input.size())) {
+        fault += " took " + std::to_string(seconds) + " s";
+    }
+    if (use.peak > mostBytes(input.size())) {
+        fault += " took " + std::to_string(use.peak >> 20) + " MB";
+    }
+    return fault;
+}
 
 FuzzOptions fuzzOptions(const std::vector<std::string>& arguments) {
     FuzzOptions options;

@@ -4,6 +4,7 @@
 #include "fuzz/SettingsTargets.h"
 
 #include <cstdlib>
+#include <iostream>
 #include <string>
 
 namespace {
@@ -22,7 +23,10 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (!target->run({data, size}).fault.empty()) {
+    std::uint32_t accepted = 0;
+    const std::string fault = qvnd::test::faultWith(*target, {data, size}, &accepted);
+    if (!fault.empty()) {
+        std::cerr << fault << "\n";
         std::abort();
     }
     return 0;

@@ -25,6 +25,7 @@ struct FileTrouble {
     bool shortWrites = false;            // at most one block a call
     bool failingClose = false;           // the file is closed all the same
     bool failingReplace = false;
+    bool failingTruncate = false;
 
     std::size_t writes = 0;
     std::size_t bytesWritten = 0;
@@ -119,6 +120,9 @@ private:
         std::uint64_t size() override { return stored_->bytes.size(); }
         void truncate(std::uint64_t size) override {
             folder_.trouble.calls.push_back(FileCall::truncate);
+            if (folder_.trouble.failingTruncate) {
+                throw RunTimeError(error::pathAccess, u"不能截短");
+            }
             stored_->bytes.resize(static_cast<std::size_t>(size));
             ++stored_->version;
         }

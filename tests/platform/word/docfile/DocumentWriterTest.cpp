@@ -703,6 +703,20 @@ TEST_F(DocumentWriterTest, ASaveWhoseCloseFailsLeavesAWholeFileAndTheNextOneSucc
     EXPECT_EQ(joined(read().main)->text, u"one\rtwo\rthree\r\r");
 }
 
+TEST_F(DocumentWriterTest, ASaveThatFailsAndCannotTakeBackWhatItWroteLeavesTheOldState) {
+    builder.add({plain(u"one\r")});
+    saveAs();
+    builder.add({plain(std::u16string(3000, u'x') + u"\r")});
+    folder->trouble.failingWrite = folder->trouble.writes + 1;
+    folder->trouble.failingTruncate = true;
+    EXPECT_THROW(save(), RunTimeError);
+    EXPECT_EQ(folder->trouble.calls.back(), FileCall::truncate);
+    folder->trouble = {};
+    EXPECT_EQ(joined(read().main)->text, u"one\r\r");
+    save();
+    EXPECT_EQ(joined(read().main)->text, builder.text());
+}
+
 TEST_F(DocumentWriterTest, TheFileIsClosedBeforeItTakesTheOldOnesPlace) {
     saveAs();
     const std::vector<FileCall>& calls = folder->trouble.calls;
