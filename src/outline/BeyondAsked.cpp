@@ -222,12 +222,12 @@ private:
         const bool isPlan = place == Place::plans && outline == frame_.plan &&
                             (frame_.selectedKey.isEmpty() || depthOfKey(frame_.selectedKey) == 0);
         return isDeletion_ && place == placeOfDeletion() && (isPlan || all == 1) &&
-               keysThatWentElsewhere(place, outline) == 0;
+               !haveNodesGoneAlone();
     }
-    qsizetype keysThatWentElsewhere(Place place, const QString& outline) const {
-        return std::count_if(changes_.begin(), changes_.end(), [&](const Change& change) {
-            return change.kind == Kind::rowRemoved && isOutlineRow(change) &&
-                   !(placeOf(change) == place && change.table == outline) && !isDropped(change);
+    // Whether nodes went from an outline that stays.
+    bool haveNodesGoneAlone() const {
+        return std::any_of(changes_.begin(), changes_.end(), [&](const Change& change) {
+            return change.kind == Kind::rowRemoved && isOutlineRow(change) && !isDropped(change);
         });
     }
     // Names that left the list of outlines because there was no table of theirs any more.

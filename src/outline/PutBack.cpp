@@ -144,7 +144,7 @@ private:
     QString freeKeyBelow(const QString& parent) const {
         std::int16_t largest = 0;
         for (const QString& key : keys_ + QStringList{change_.key}) {
-            if (isBelow(parent, key) && depthOfKey(key) > depthOfKey(parent)) {
+            if (isBelow(parent, key)) {
                 const QString number = key.mid(parent.size() + 1).section(u'.', 0, 0);
                 largest = std::max(largest, toInteger(number.toLongLong()));
             }

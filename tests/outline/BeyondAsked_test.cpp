@@ -69,6 +69,15 @@ TEST(BeyondAsked, ATemplateOfThePlansNameThatGoesWithThePlanIsTold) {
               "文件夹或数据已不在，因此不再列出：甲");
 }
 
+TEST(BeyondAsked, AnotherPlanThatGoesWithThePlanIsTold) {
+    const QList<Change> both{table(dropped, plansFile, "甲"), table(dropped, plansFile, "甲Org"),
+                             table(dropped, plansFile, "乙")};
+    EXPECT_EQ(ofDeletion("甲", both), "文件夹或数据已不在，因此不再列出：乙");
+    EXPECT_EQ(ofDeletion("", both), "文件夹或数据已不在，因此不再列出：乙");
+    EXPECT_EQ(ofDeletion("甲.1", both), "文件夹或数据已不在，因此不再列出：甲、乙");
+    EXPECT_EQ(toldOf("重命名", "甲", both), "文件夹或数据已不在，因此不再列出：甲、乙");
+}
+
 TEST(BeyondAsked, ATemplateThatIsDeletedAsAWholeIsAskedForUnlessAnotherGoesWithIt) {
     const QList<Change> one{table(dropped, templatesFile, "模"),
                             row(removed, templatesFile, "模", "模", "模"),

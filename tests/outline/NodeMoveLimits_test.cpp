@@ -1,5 +1,6 @@
 #include "outline/TreeDrag.h"
 
+#include "outline/DocumentMove.h"
 #include "support/DragWorld.h"
 #include "support/Text.h"
 
@@ -69,6 +70,19 @@ TEST_F(MoveLimits, ADocumentWhoseRowKeepsItsKeyKeepsItsFile) {
     EXPECT_EQ(drag("T.1", "T.2").newKeys, QStringList("T.2.2"));
     EXPECT_TRUE(keys("T").contains("T.1.1"));
     EXPECT_EQ(document("T.1.1"), "T.1.1");
+}
+
+TEST_F(MoveLimits, AnOldFileGoesWhenARowHasTheNewKeyAndNoneTheOldOne) {
+    plan({"T", "T.1d", "T.2d", "T.3d"});
+    RecordedErrors errors;
+    DocumentMove move(state, messages, errors, "T");
+    move.copy("T.1", "T.7");
+    move.copy("T.2", "T.8");
+    move.copy("T.3", "T.9");
+    move.deleteOld({"T", "T.2", "T.7", "T.8"});
+    EXPECT_EQ(documents(), QStringList({"T.2.doc", "T.3.doc", "T.7.doc", "T.8.doc", "T.9.doc"}));
+    EXPECT_EQ(document("T.7"), "T.1");
+    EXPECT_EQ(errors.number(), 0);
 }
 
 } // namespace

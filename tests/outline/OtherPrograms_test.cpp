@@ -113,6 +113,22 @@ TEST_F(OtherPrograms, ThatAddANodeHaveItShownWithTheSelectionKept) {
     EXPECT_FALSE(others.look());
 }
 
+TEST_F(OtherPrograms, ThatChangeTheOpenPlanLeaveItsCommandsOpen) {
+    outline::Workbench& workbench = world.workbench;
+    workbench.clickedKey = "T.2";
+    workbench.mnuDelete = true;
+    workbench.mnuPaste = true;
+    workbench.TbarBid[9] = true;
+    const bool mayEdit = workbench.cmdEdit;
+    theyAdd("T", {"T.3", "三"});
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(workbench.clickedKey, "T.2");
+    EXPECT_TRUE(workbench.mnuDelete);
+    EXPECT_TRUE(workbench.mnuPaste);
+    EXPECT_TRUE(workbench.TbarBid[9]);
+    EXPECT_EQ(workbench.cmdEdit, mayEdit);
+}
+
 TEST_F(OtherPrograms, ThatRenameANodeHaveItsNameShown) {
     theyDo([](jet::Database& db) {
         const auto row = db.OpenRecordset("Select * from T where Key='T.1'");
