@@ -178,6 +178,20 @@ TEST_F(OneFirstArrangement, InWhichAPlanIsNamedLikeAnIndexKeepsBoth) {
     EXPECT_EQ(db->TableDefs()[u"ＢＩＭ工程"_qs].Indexes.size(), 2U);
 }
 
+// The table of this name is made while that index still stands.
+TEST_F(OneFirstArrangement, InWhichAPlanIsNamedLikeAnIndexOfALaterTableKeepsBoth) {
+    const QString path = pathOf(u"old.mdb"_qs);
+    ASSERT_TRUE(test::layFirstArrangement(u"odd_names"_qs, path));
+    jet::Connection(path, jet::Connection::Mode::existing)
+        .Run("UPDATE jet_tables SET name='t8_0' WHERE id=6");
+    const auto db = open(u"old.mdb"_qs);
+    EXPECT_EQ(rowsOf(*db, u"select 名称 from [t8_0] where Key='ｂｉｍ工程.1'"_qs),
+              QStringList{u"Ａ区"_qs});
+    EXPECT_EQ(rowsOf(*db, u"select Key from [t6_0] order by ID"_qs),
+              (QStringList{u"t6_0"_qs, u"t6_0.1"_qs}));
+    EXPECT_EQ(test::errorOf([&] { addRows(*db, u"t8_0"_qs, {u"ｂｉｍ工程.1"_qs}); }), 3022);
+}
+
 TEST_F(OneFirstArrangement, InWhichNumbersAreMissingKeepsEveryRowInItsOrder) {
     const auto db = opened(u"null_number"_qs);
     EXPECT_EQ(rowsOf(*db, u"select Key,ID from 甲 order by ID"_qs),

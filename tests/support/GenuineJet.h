@@ -7,6 +7,7 @@
 #include <QDateTime>
 #include <QtEndian>
 
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
@@ -27,7 +28,14 @@ class GenuineJet {
 public:
     using Table = jet::legacy::LegacyTable;
 
-    explicit GenuineJet(const std::vector<Table>& tables) {
+    // What a catalogue lists besides the user's tables: queries, and tables of the system.
+    struct Other {
+        QString Name;
+        std::int32_t Type = 0;
+        std::int32_t Flags = 0;
+    };
+
+    explicit GenuineJet(const std::vector<Table>& tables, const std::vector<Other>& others = {}) {
         pages_ << header() << dataPage({}, 0) << QByteArray();
         std::vector<Table> objects{catalogue()};
         for (const Table& table : tables) {
@@ -36,6 +44,11 @@ public:
             lay(table, page, userTable);
             objects[0].Rows.push_back({jet::Value(page), jet::Value(table.Name),
                                        jet::Value(std::int32_t{1}), jet::Value(std::int32_t{0}),
+                                       jet::Value()});
+        }
+        for (const Other& other : others) {
+            objects[0].Rows.push_back({jet::Value(std::int32_t{2}), jet::Value(other.Name),
+                                       jet::Value(other.Type), jet::Value(other.Flags),
                                        jet::Value()});
         }
         lay(objects[0], 2, systemTable);

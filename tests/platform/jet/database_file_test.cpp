@@ -1,4 +1,5 @@
 #include "platform/jet/file/Connection.h"
+#include "platform/jet/file/Image.h"
 #include "support/JetStore.h"
 
 #include <QDir>
@@ -184,6 +185,59 @@ TEST_F(DatabaseFiles, KeepNoMoreThanSixtyFourStatementsReady) {
     }
     EXPECT_GT(ready, 0);
     EXPECT_LE(ready, 64);
+}
+
+TEST(DatabaseImages, TheCounterOfChangesIsTheSeventhNumberOfTheHeader) {
+    QByteArray image(24, 'x');
+    image += QByteArray("\1\2\3\4", 4);
+    EXPECT_EQ(changeCounterIn(image), 0x01020304U);
+    image.chop(1);
+    EXPECT_EQ(changeCounterIn(image), 0U);
+}
+
+TEST(DatabaseImages, HoldTheSameWhateverTheirCountersAre) {
+    const auto isSame = [](qsizetype size, qsizetype changed) {
+        const QByteArray one(size, 'x');
+        QByteArray other = one;
+        other[changed] = 'y';
+        return holdTheSame(one, other);
+    };
+    for (const qsizetype counter : {24, 27, 40, 43, 92, 95, 96, 99}) {
+        EXPECT_TRUE(isSame(100, counter)) << counter;
+    }
+    for (const qsizetype content : {23, 28, 39, 44, 91, 100}) {
+        EXPECT_FALSE(isSame(101, content)) << content;
+    }
+    EXPECT_FALSE(isSame(99, 24)) << "without a whole header";
+}
+
+// Pages of 512 bytes, the second of which lists free ones: the next list, how many, and these.
+TEST(DatabaseImages, WhatStandsInFreePagesDoesNotCount) {
+    const auto image = [](const QByteArray& list) {
+        QByteArray bytes(qsizetype{5} * 512, 'x');
+        bytes.replace(16, 2, QByteArray("\2\0", 2));
+        bytes.replace(32, 4, QByteArray("\0\0\0\2", 4));
+        return bytes.replace(512, list.size(), list);
+    };
+    const auto counts = [&](const QByteArray& list, int page, qsizetype at) {
+        const QByteArray one = image(list);
+        QByteArray other = one;
+        other[(page - 1) * 512 + at] = 'y';
+        return digestOf(one) != digestOf(other);
+    };
+    const QByteArray three("\0\0\0\0\0\0\0\1\0\0\0\3", 12);
+    EXPECT_TRUE(counts(three, 2, 511));
+    EXPECT_FALSE(counts(three, 3, 0));
+    EXPECT_FALSE(counts(three, 3, 511));
+    EXPECT_TRUE(counts(three, 4, 0));
+    const QByteArray threeAndFive("\0\0\0\0\0\0\0\2\0\0\0\3\0\0\0\5", 16);
+    EXPECT_FALSE(counts(threeAndFive, 3, 0));
+    EXPECT_TRUE(counts(threeAndFive, 4, 0));
+    EXPECT_FALSE(counts(threeAndFive, 5, 511));
+    // Neither the first page nor one behind the last is ever free.
+    const QByteArray wrong("\0\0\0\0\0\0\0\2\0\0\0\1\0\0\0\6", 16);
+    EXPECT_TRUE(counts(wrong, 1, 200));
+    EXPECT_TRUE(counts(wrong, 5, 511));
 }
 
 } // namespace qvnd::jet

@@ -173,14 +173,28 @@ TEST_F(Dialect, NamesThatMeanSomethingToSqliteAreNamesLikeAnyOther) {
 }
 
 TEST_F(Dialect, ASyntaxErrorIs3075AndNothingHappens) {
-    for (const QString& statement :
-         {u""_qs, u"update 工程甲 set ID=1"_qs, u"Delete * 工程甲"_qs, u"Delete * from"_qs,
-          u"Delete * from 工程甲 where"_qs, u"Delete * from 工程甲 where ID >"_qs,
-          u"Delete * from 工程甲 where (ID=1"_qs, u"Delete * from 工程甲 where ID=1 ID=2"_qs,
-          u"Delete * from [工程甲"_qs, u"DROP 工程甲"_qs, u"SELECT * INTO x"_qs,
-          u"INSERT INTO x"_qs, u"Delete * from 工程甲; drop table 工程甲"_qs,
-          u"Delete * from 工程甲 where Key like"_qs, u"Delete * from 工程甲 where ID is 1"_qs,
-          u"SELECT * INTO x IN y FROM 工程甲"_qs, u"SELECT * INTO x IN 'y FROM 工程甲"_qs}) {
+    for (const QString& statement : {u""_qs,
+                                     u"update 工程甲 set ID=1"_qs,
+                                     u"Delete * 工程甲"_qs,
+                                     u"Delete * from"_qs,
+                                     u"Delete * from 工程甲 where"_qs,
+                                     u"Delete * from 工程甲 where ID >"_qs,
+                                     u"Delete * from 工程甲 where (ID=1"_qs,
+                                     u"Delete * from 工程甲 where ID=1 ID=2"_qs,
+                                     u"Delete * from [工程甲"_qs,
+                                     u"DROP 工程甲"_qs,
+                                     u"SELECT * INTO x"_qs,
+                                     u"INSERT INTO x"_qs,
+                                     u"Delete * from 工程甲; drop table 工程甲"_qs,
+                                     u"Delete * from 工程甲 where Key like"_qs,
+                                     u"Delete * from 工程甲 where ID is 1"_qs,
+                                     u"SELECT * INTO x IN y FROM 工程甲"_qs,
+                                     u"SELECT * INTO x IN 'y FROM 工程甲"_qs,
+                                     u"SELECT * INTO x FROM 工程甲 )"_qs,
+                                     u"INSERT INTO 工程甲 SELECT * FROM 工程甲 )"_qs,
+                                     u"INSERT INTO 工程甲 SELECT * FROM 工程甲 where ID=9 ID"_qs,
+                                     u"DROP TABLE 工程甲 )"_qs,
+                                     u"Delete * from 工程甲;;"_qs}) {
         EXPECT_EQ(executing(statement), 3075) << statement.toStdString();
     }
     EXPECT_EQ(keys(u""_qs).size(), 5);
@@ -288,6 +302,28 @@ TEST_F(Dialect, DroppingAMissingTableIs3376) {
     EXPECT_EQ(executing(u"DROP TABLE temp"_qs), 3376);
     EXPECT_EQ(executing(u"DROP TABLE 工程甲"_qs), 0);
     EXPECT_EQ(executing(u"DROP TABLE 工程甲"_qs), 3376);
+}
+
+TEST_F(Dialect, ATableMayHaveASecondNameInEveryStatement) {
+    EXPECT_EQ(rowsOf(*db_, u"select Key from 工程甲 as p where ID=1"_qs),
+              QStringList{u"工程甲"_qs});
+    EXPECT_EQ(rowsOf(*db_, u"select Key from 工程甲 [p q] where ID=1"_qs),
+              QStringList{u"工程甲"_qs});
+    EXPECT_EQ(executing(u"Delete * from 工程甲 p where ID=5"_qs), 0);
+    EXPECT_EQ(executing(u"Delete * from 工程甲 as p where ID=4"_qs), 0);
+    EXPECT_EQ(keys(u""_qs).size(), 3);
+    EXPECT_EQ(executing(u"Delete * from 工程甲 as where ID=3"_qs), 3075);
+    EXPECT_EQ(executing(u"Delete * from 工程甲 as"_qs), 3075);
+    EXPECT_EQ(keys(u""_qs).size(), 3);
+}
+
+TEST_F(Dialect, ASearchIsOneConditionAndNothingBehindIt) {
+    const auto rows = db_->OpenRecordset(u"select * from 工程甲"_qs);
+    for (const QString& condition : {u"ID=1 ID"_qs, u"ID=1)"_qs, u"ID=1 order by ID"_qs}) {
+        EXPECT_EQ(errorOf([&] { rows->FindFirst(condition); }), 3075) << condition.toStdString();
+    }
+    rows->FindFirst(u"ID=2;"_qs);
+    EXPECT_EQ(rows->Get(u"Key").ToText(), u"工程甲.1"_qs);
 }
 
 } // namespace qvnd::jet

@@ -234,6 +234,28 @@ TEST_F(MadeJetFile, HasEmptyMemosThatAreNotNull) {
     EXPECT_TRUE(read.Rows[1][4].IsNull());
 }
 
+TEST_F(MadeJetFile, NamesTheTablesOfTheUserAlone) {
+    constexpr std::int32_t ofTable = 1;
+    constexpr std::int32_t ofQuery = 5;
+    constexpr std::int32_t ofTheSystem = -2147483647 - 1;
+    constexpr std::int32_t hidden = 2;
+    const QByteArray bytes = test::GenuineJet({prices()}, {{"MSysACEs", ofTable, ofTheSystem},
+                                                           {"价目查询", ofQuery, 0},
+                                                           {"MSysIMEX", ofTable, hidden}})
+                                 .bytes();
+    EXPECT_EQ(reader.Open(put(bytes))->TableNames(), QStringList{"价目"});
+}
+
+TEST_F(MadeJetFile, WithAMemoThatClaims64MegabytesIsDamaged) {
+    QByteArray bytes = made({prices()});
+    const qsizetype length = bytes.indexOf(files::encodeGbk("袋装")) - 12;
+    ASSERT_GT(length, 0);
+    bytes.replace(length, 4, QByteArray("\xFF\xFF\xFF\x83", 4));
+    EXPECT_EQ(reader.Open(put(bytes))->Table("价目").Rows[0][4].ToText(), "袋装");
+    bytes.replace(length, 4, QByteArray("\x00\x00\x00\x84", 4));
+    expectDamaged(bytes);
+}
+
 TEST_F(MadeJetFile, ThatIsNotThereCannotBeRead) {
     const QString path = folder.path("none.mdb");
     const auto description = test::descriptionOf([&] { reader.Open(path); });
