@@ -116,6 +116,28 @@ TEST_F(DiskFiles, AFolderThatCannotBeDeletedWholeComesBackUnderItsName) {
     EXPECT_EQ(folder.read("甲/乙/b.doc"), "x");
 }
 
+TEST_F(DiskFiles, AFolderOfWhichAPartCannotBeSeenIsNotDeleted) {
+    folder.write("甲/乙/b.doc", "x");
+    folder.write("甲/a.doc", "a");
+    folder.write("甲/丙.doc", "c");
+    QFile::setPermissions(folder.path("甲/乙"), QFile::WriteOwner | QFile::ExeOwner);
+    std::vector<std::string> owned;
+    for (const char* name : {"", "甲", "甲/乙", "甲/乙/b.doc", "甲/a.doc", "甲/丙.doc"}) {
+        owned.push_back(folder.path(name).toStdString());
+    }
+    const auto number = test::RestrictedProcess::withoutPrivileges(
+        owned, [&] { return errorNumberOf([&] { gFso.DeleteFolder(folder.path("甲"), false); }); });
+    QFile::setPermissions(folder.path("甲/乙"),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (!number) {
+        GTEST_SKIP() << "no user without rights";
+    }
+    EXPECT_EQ(number, error::permissionDenied);
+    EXPECT_EQ(folder.read("甲/乙/b.doc"), "x");
+    EXPECT_EQ(folder.read("甲/a.doc"), "a");
+    EXPECT_EQ(folder.read("甲/丙.doc"), "c");
+}
+
 TEST_F(DiskFiles, DeleteFolderNeverClimbsOutOfTheFolder) {
     folder.write("甲/乙/a.doc", "x");
     for (const char* name : {"甲/乙/..", "甲/乙/.", "甲/乙/../"}) {

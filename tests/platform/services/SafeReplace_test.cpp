@@ -76,6 +76,19 @@ TEST_F(SafeReplaces, ASourceThatIsMissingIsNotFoundAndATargetFolderThatIsMissing
     expectEarlierState();
 }
 
+TEST_F(SafeReplaces, AFolderWithoutRightsIsAPermissionDeniedAndNoFullDisk) {
+    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+    const auto number = RestrictedProcess::withoutPrivileges({folder.path().toStdString()}, [&] {
+        return errorNumberOf([&] { writeWhole(folder.path("new.doc"), "x"); });
+    });
+    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (!number) {
+        GTEST_SKIP() << "no user without rights";
+    }
+    EXPECT_EQ(number, error::permissionDenied);
+    expectEarlierState();
+}
+
 TEST_F(SafeReplaces, ASourceOfSeveralBlocksIsCopiedWhole) {
     QByteArray bytes(qsizetype{2} << 20, 'x');
     bytes += "end";

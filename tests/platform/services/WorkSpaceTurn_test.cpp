@@ -65,6 +65,17 @@ TEST_F(WorkSpaceTurns, OneHasItAtATime) {
     EXPECT_EQ(refusal(other, 0ms), QString());
 }
 
+TEST_F(WorkSpaceTurns, WhoHasItIsNamedAsLongAsHeHasIt) {
+    const auto named = [this] {
+        QFile file(folder.filePath("qvnd.lock"));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("none");
+    };
+    one.take();
+    EXPECT_TRUE(named().contains(QString::number(QCoreApplication::applicationPid())));
+    one.giveBack();
+    EXPECT_EQ(named(), "");
+}
+
 TEST_F(WorkSpaceTurns, WhoWaitsGetsItWhenItIsGivenBack) {
     test::FakeTurnWait wait;
     wait.goOn = [this] {
