@@ -4,8 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qvnd::word {
@@ -84,6 +87,111 @@ TEST_F(ListLabels, ALevelGoesOnBehindTheLevelsFromItsLimitOn) {
 
 TEST_F(ListLabels, ALevelThatTheListDoesNotHaveGivesNoLabel) {
     EXPECT_EQ(labels({12}), (std::vector<std::u16string>{u"none"}));
+}
+
+TEST_F(ListLabels, ALevelThatHasNotBegunCountsAsItsStart) {
+    list.levels[0].head[0] = 3;
+    EXPECT_EQ(labels({1, 0, 1}), (std::vector<std::u16string>{u"三.1\t", u"第四章 ", u"四.1\t"}));
+}
+
+TEST_F(ListLabels, ALevelWithoutNumbersShowsNone) {
+    list.levels[0].head[4] = 0xFF;
+    EXPECT_EQ(labels({0, 1}), (std::vector<std::u16string>{u"第章 ", u".1\t"}));
+    list.levels[1].head[5] = legal;
+    EXPECT_EQ(labels({0, 1}), (std::vector<std::u16string>{u"第章 ", u"1.1\t"}));
+}
+
+TEST_F(ListLabels, ABulletIsShownAsItStands) {
+    list.levels[0] = levelOf(23, 2, {0xF0B7, 3});
+    const std::u16string shown{0xF0B7, 3, 0};
+    EXPECT_EQ(labels({0}), std::vector{shown});
+}
+
+// A list of one style of numbers, "1.", used through several overrides.
+class OverriddenLists : public testing::Test {
+protected:
+    OverriddenLists() {
+        ListDefinition list;
+        list.lsid = 77;
+        list.levels.assign(9, levelOf(inDigits, byTab, {0, u'.'}));
+        list.levels[1] = levelOf(inDigits, byTab, {1, u'.'});
+        builder.content.tables.listDefinitions.push_back(list);
+    }
+    void addOverride(std::vector<ListLevelOverride> levels) {
+        builder.content.tables.listOverrides.push_back({77, 0, 0, std::move(levels)});
+    }
+    // The labels of paragraphs of these overrides and levels.
+    std::vector<std::u16string>
+    labels(const std::vector<std::pair<std::uint16_t, std::uint8_t>>& paragraphs) {
+        ListLevels known(builder.content.tables);
+        ListNumbers numbers(builder.content.tables, known);
+        std::vector<std::u16string> result;
+        for (const auto& [ilfo, level] : paragraphs) {
+            const auto label = numbers.next(ilfo, level);
+            result.push_back(label ? label->text : u"none");
+        }
+        return result;
+    }
+
+    static constexpr std::uint32_t starts = 0x10;  // fStartAt of LFOLVL
+    static constexpr std::uint32_t formats = 0x20; // fFormatting
+    test::ContentBuilder builder;
+};
+
+TEST_F(OverriddenLists, OverridesOfAListCountTogether) {
+    addOverride({});
+    addOverride({});
+    EXPECT_EQ(labels({{1, 0}, {2, 0}, {1, 0}}), (std::vector<std::u16string>{u"1.", u"2.", u"3."}));
+}
+
+TEST_F(OverriddenLists, AnOverrideMayStartAnewWhereItIsFirstUsed) {
+    addOverride({});
+    addOverride({{5, starts, std::nullopt}});
+    EXPECT_EQ(labels({{1, 0}, {2, 0}, {2, 0}, {1, 0}}),
+              (std::vector<std::u16string>{u"1.", u"5.", u"6.", u"7."}));
+}
+
+TEST_F(OverriddenLists, AStartIsThatOfTheLevelThatItNames) {
+    addOverride({{5, starts | 1U, std::nullopt}, {8, 0, std::nullopt}});
+    EXPECT_EQ(labels({{1, 0}, {1, 1}, {1, 1}}), (std::vector<std::u16string>{u"1.", u"5.", u"6."}));
+}
+
+TEST_F(OverriddenLists, ALevelOfItsOwnStartsAsItSaysItself) {
+    ListLevel own = levelOf(inDigits, byTab, {0, u')'});
+    own.head[0] = 7;
+    addOverride({{5, starts | formats, own}});
+    EXPECT_EQ(labels({{1, 0}}), (std::vector<std::u16string>{u"7)"}));
+}
+
+TEST_F(OverriddenLists, ALevelOfItsOwnIsTakenWhereTheOverrideSaysSo) {
+    addOverride({{5, starts, levelOf(inDigits, byTab, {0, u')'})}});
+    EXPECT_EQ(labels({{1, 0}}), (std::vector<std::u16string>{u"5."}));
+}
+
+TEST_F(OverriddenLists, AParagraphOfNoListHasNoLabel) {
+    addOverride({});
+    EXPECT_EQ(labels({{0, 0}, {2, 0}, {1, 8}, {1, 9}}),
+              (std::vector<std::u16string>{u"none", u"none", u"1.", u"none"}));
+}
+
+TEST_F(OverriddenLists, AHiddenListShowsNoLabelsAndCountsNothing) {
+    addOverride({});
+    EXPECT_EQ(labels({{1, 0}, {0xFFFF, 0}, {1, 0}}),
+              (std::vector<std::u16string>{u"1.", u"none", u"2."}));
+}
+
+TEST_F(OverriddenLists, ALabelBeginsAtItsPlaceStandsAroundItOrEndsThere) {
+    addOverride({});
+    const auto partBefore = [this](std::uint8_t jc) {
+        builder.content.tables.listDefinitions[0].levels[0].head[5] = jc;
+        ListLevels known(builder.content.tables);
+        return ListNumbers(builder.content.tables, known).next(1, 0)->partBefore;
+    };
+    EXPECT_DOUBLE_EQ(partBefore(0), 0);
+    EXPECT_DOUBLE_EQ(partBefore(1), 0.5);
+    EXPECT_DOUBLE_EQ(partBefore(2), 1);
+    EXPECT_DOUBLE_EQ(partBefore(3), 1);
+    EXPECT_DOUBLE_EQ(partBefore(limitedRestart), 0);
 }
 
 } // namespace
