@@ -57,6 +57,38 @@ TEST_F(ApplicationTest, EveryCallAfterQuitFindsTheServerGone) {
     EXPECT_EQ(errorNumberOf([&] { app.documents(); }), error::automationServerGone);
     EXPECT_EQ(errorNumberOf([&] { app.Selection(); }), error::automationServerGone);
     EXPECT_EQ(errorNumberOf([&] { app.Quit(); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { app.setVisible(true); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { app.Activate(); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { app.CentimetersToPoints(1); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { app.ActiveWindow(); }), error::automationServerGone);
+}
+
+TEST_F(ApplicationTest, TheCallsOfAProgramThatRunsAreTaken) {
+    app.setVisible(true);
+    app.Activate();
+    EXPECT_FLOAT_EQ(app.CentimetersToPoints(2.54F), 72);
+}
+
+TEST_F(ApplicationTest, AWindowThatIsClosedTakesItsDocumentWithIt) {
+    document().setSaved(true);
+    app.ActiveWindow().ActivePane().Close();
+    EXPECT_EQ(errorNumberOf([&] { app.ActiveDocument(); }), 4248);
+}
+
+TEST_F(ApplicationTest, WhatADocumentLosesIsToldAtItsFirstSaveAlone) {
+    document().setLosses({u"浮动图形 1 个未能带入"});
+    document().SaveAs(folder.path() / "a.doc");
+    EXPECT_EQ(report.lines, std::vector<std::u16string>{u"a.doc: 浮动图形 1 个未能带入"});
+    document().Save();
+    document().SaveAs(folder.path() / "b.doc");
+    EXPECT_EQ(report.lines.size(), 1U);
+}
+
+TEST_F(ApplicationTest, AStyleOfTablesOrListsIsNoMember) {
+    EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"古典型 1"); }), error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"Table Classic 1"); }),
+              error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"超链接"); }), std::nullopt);
 }
 
 TEST_F(ApplicationTest, ADocumentThatIsOpenIsReturnedAsItIs) {

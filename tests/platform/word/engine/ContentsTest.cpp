@@ -9,6 +9,8 @@
 #include "support/Errors.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace qvnd::test {
 
@@ -303,6 +305,58 @@ TEST_F(ContentsTest, AreFoundAgainInASavedFile) {
     opened.setSaved(true);
     other.Quit();
     EXPECT_TRUE(question.asked.empty());
+}
+
+TEST_F(ContentsTest, TheNameOfABookmarkEndsAtABlankAQuoteOrTheCodesEnd) {
+    const auto nameIn = [](const std::u16string& code) {
+        Story contents;
+        contents.text = u'\x13' + code + u"\x14" + u"5\x15\r";
+        contents.fields = matchFields({}, contents.text).marks;
+        contents.fields.at(0).data = field::pageRef;
+        std::u16string asked = u"none";
+        withPageNumbers(contents, [&](const std::u16string& name) {
+            asked = name;
+            return u"9";
+        });
+        return asked;
+    };
+    EXPECT_EQ(nameIn(u" PAGEREF _Toc1 \\h "), u"_Toc1");
+    EXPECT_EQ(nameIn(u" PAGEREF _Toc1"), u"_Toc1");
+    EXPECT_EQ(nameIn(u"PAGEREF \"_Toc 1\""), u"_Toc");
+    EXPECT_EQ(nameIn(u"PAGEREF "), u"");
+    EXPECT_EQ(nameIn(u" REF _Toc1"), u"");
+}
+
+TEST_F(ContentsTest, AnEntryWithoutANumberStaysWithoutOne) {
+    Story contents;
+    contents.text = u"\x13 PAGEREF _Toc1 \x14\x15\r";
+    contents.fields = matchFields({}, contents.text).marks;
+    contents.fields.at(0).data = field::pageRef;
+    EXPECT_EQ(withPageNumbers(contents, [](const std::u16string&) { return u"9"; }).text,
+              contents.text);
+}
+
+// The template's headings and entries of contents, level by level.
+TEST_F(ContentsTest, HeadingsGetSmallerAndEntriesMoveInWithTheirLevel) {
+    const std::vector<unsigned> sizes{44, 32, 30, 28, 28, 24, 24, 24, 24};
+    const std::vector<unsigned> spaces{240, 180, 180, 120, 120, 120, 120, 120, 120};
+    const auto styleOf = [this](const std::u16string& name) {
+        document().styles().Item(name);
+        const StyleSheet& sheet = document().read().tables().styles;
+        return *sheet.styles.at(styleNamed(sheet, name).value_or(0));
+    };
+    for (unsigned level = 0; level < 9; ++level) {
+        const std::u16string number{static_cast<char16_t>(u'1' + level)};
+        const StyleDefinition heading = styleOf(u"标题 " + number);
+        EXPECT_EQ(sprmValue(lists()[heading.character], sprm::CHps, 0), sizes[level]);
+        EXPECT_EQ(sprmValue(lists()[heading.character], sprm::CHpsBi, 0), sizes[level]);
+        EXPECT_EQ(sprmValue(lists()[heading.paragraph], sprm::PDyaBefore, 0), spaces[level]);
+        EXPECT_EQ(sprmValue(lists()[heading.paragraph], sprm::PDyaAfter, 0), spaces[level]);
+        EXPECT_EQ(sprmValue(lists()[heading.paragraph], sprm::POutLvl, 9), level);
+        const StyleDefinition entry = styleOf(u"目录 " + number);
+        EXPECT_EQ(sprmValue(lists()[entry.paragraph], sprm::PDxaLeft80, 0), 420 * level);
+        EXPECT_EQ(sprmValue(lists()[entry.paragraph], sprm::PDxaLeft, 0), 420 * level);
+    }
 }
 
 } // namespace qvnd::test

@@ -203,5 +203,87 @@ TEST(DocumentOpening, FormattingThatNoFileHasRoomForStaysInPartAndIsTold) {
     EXPECT_THAT(lost, testing::ElementsAre(u"格式 3 种过于繁复，只带入了一部分"));
 }
 
+TEST(DocumentOpening, LevelsOfOverridesOriginalsOfStylesAndNotesAreLookedAtToo) {
+    SourceDocument source;
+    const Bytes missing = sprm16(sprm::CRgFtc0, 99);
+    source.addList(7, 0);
+    ListLevelOverride changed;
+    changed.level = ListLevel{};
+    changed.level->character = source.list(missing);
+    changed.level->paragraph = source.list(sprm16(sprm::PIlfo, 9));
+    source.data.tables.listOverrides[0].levels = {ListLevelOverride{}, changed};
+    source.style(0).original =
+        OriginalStyle{0, 0, source.list(sprm16(sprm::PIlfo, 9)), source.list(missing)};
+    source.paragraph(u"x");
+    Story note = source.main;
+    note.characters = {{note.size(), source.list(missing)}};
+    source.data.tables.sideStories.push_back({std::make_shared<const Story>(note), true, {}, {}});
+    const DocumentContent content = openedDocument(source.take());
+    const auto listOf = [&](PropertyListId id) { return bytesOf(content.tables.lists[id]); };
+    const auto& levels = content.tables.listOverrides.at(0).levels;
+    EXPECT_FALSE(levels.at(0).level);
+    ASSERT_TRUE(levels.at(1).level);
+    EXPECT_EQ(listOf(levels.at(1).level->character), Bytes());
+    EXPECT_EQ(operand16(listOf(levels.at(1).level->paragraph), sprm::PIlfo), 0);
+    const auto& original = content.tables.styles.styles.at(0)->original;
+    ASSERT_TRUE(original);
+    EXPECT_EQ(listOf(original->character), Bytes());
+    EXPECT_EQ(operand16(listOf(original->paragraph), sprm::PIlfo), 0);
+    EXPECT_EQ(listOf(content.tables.sideStories.at(0).text->characters.at(0).properties), Bytes());
+}
+
+TEST(DocumentOpening, NamesAreGoodUpToTheLastThatIsThere) {
+    SourceDocument source;
+    source.data.tables.blobs = {std::make_shared<const Bytes>(Bytes{1}), nullptr};
+    const auto styleList = [](unsigned style) { return sprm16(sprm::CIstd, style); };
+    const auto fontList = [](unsigned font) { return sprm16(sprm::CRgFtc0, font); };
+    const auto pictureList = [](std::uint32_t blob) {
+        return sprm8(sprm::CFSpec, 1) + sprm32(sprm::CPicLocation, blob);
+    };
+    source.addStyle(styleOf(StyleKind::character, u"强", StyleDefinition::userDefined));
+    unsigned size = 30; // that keeps the runs apart
+    for (const Bytes& list :
+         {styleList(15), styleList(11), styleList(9), styleList(14), styleList(16), fontList(0),
+          fontList(1), pictureList(0), pictureList(1), pictureList(2)}) {
+        source.run(u"x", list + sprm16(sprm::CHps, ++size));
+    }
+    source.run(u"\r");
+    source.endParagraph();
+    const DocumentContent content = openedDocument(source.take());
+    const auto stays = [&](std::size_t run, SprmOpcode opcode) {
+        return findSprm(runList(content, run), opcode).has_value();
+    };
+    EXPECT_TRUE(stays(0, sprm::CIstd));
+    EXPECT_FALSE(stays(1, sprm::CIstd)) << "a style of tables";
+    EXPECT_FALSE(stays(2, sprm::CIstd)) << "an empty place";
+    EXPECT_FALSE(stays(3, sprm::CIstd));
+    EXPECT_FALSE(stays(4, sprm::CIstd)) << "behind the last place";
+    EXPECT_TRUE(stays(5, sprm::CRgFtc0));
+    EXPECT_FALSE(stays(6, sprm::CRgFtc0));
+    EXPECT_TRUE(stays(7, sprm::CPicLocation));
+    EXPECT_FALSE(stays(8, sprm::CPicLocation)) << "a lost picture";
+    EXPECT_FALSE(stays(9, sprm::CPicLocation));
+}
+
+TEST(DocumentOpening, AParagraphNamesAListThatIsThere) {
+    SourceDocument source;
+    const std::uint16_t last = source.addList(7, 0);
+    for (const unsigned list : {unsigned{last}, last + 1U, 0U, 0x07FFU, 0x07FEU}) {
+        source.run(u"x\r");
+        source.endParagraph(0, sprm16(sprm::PIlfo, list));
+    }
+    const DocumentContent content = openedDocument(source.take());
+    const auto listOf = [&](std::size_t paragraph) {
+        const Story& story = *content.main.at(0).fragment;
+        return operand16(content.tables.lists[story.paragraphs.at(paragraph).properties],
+                         sprm::PIlfo);
+    };
+    EXPECT_EQ(listOf(0), last);
+    EXPECT_EQ(listOf(1), 0);
+    EXPECT_EQ(listOf(2), 0);
+    EXPECT_EQ(listOf(3), 0x07FF) << "the numbering of an older program";
+    EXPECT_EQ(listOf(4), 0);
+}
+
 } // namespace
 } // namespace qvnd::word

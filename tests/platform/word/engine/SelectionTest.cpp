@@ -2,9 +2,14 @@
 
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/SectionProperties.h"
+#include "platform/word/engine/StoryEditor.h"
+#include "platform/word/formatting/PropertyValues.h"
 #include "support/ByteText.h"
 #include "support/Errors.h"
 #include "support/Images.h"
+
+#include <algorithm>
+#include <memory>
 
 namespace qvnd::test {
 
@@ -339,6 +344,208 @@ TEST_F(SelectionTest, FileThatIsNoPictureIsRefused) {
     EXPECT_EQ(errorNumberOf([&] { selection().InlineShapes().AddPicture(file, false, true); }),
               error::invalidCall);
     EXPECT_EQ(errorNumberOf([&] { selection().InlineShapes().Item(1); }), error::memberNotFound);
+}
+
+TEST_F(SelectionTest, MovingBackOverAPointExtendsToItsOtherSide) {
+    type(u"abc");
+    select(1, 1);
+    selection().MoveLeftExtending();
+    EXPECT_EQ(selection().Range().Start(), 0);
+    EXPECT_EQ(selection().Range().End(), 1);
+    selection().MoveRightExtending();
+    selection().MoveRightExtending();
+    EXPECT_EQ(selection().Range().Start(), 1);
+    EXPECT_EQ(selection().Range().End(), 2);
+    selection().MoveLeftExtending();
+    selection().MoveLeftExtending();
+    EXPECT_EQ(selection().Range().Start(), 0);
+    EXPECT_EQ(selection().Range().End(), 1);
+}
+
+TEST_F(SelectionTest, ThePointMovesNotBeyondTheTextsEnds) {
+    type(u"a");
+    select(0, 0);
+    selection().MoveLeftExtending();
+    EXPECT_EQ(selection().Range().Start(), 0);
+    select(2, 2);
+    selection().MoveRightExtending();
+    EXPECT_EQ(selection().Range().End(), 2);
+}
+
+// A field in a field: a{X{Y}Z}b.
+TEST_F(SelectionTest, DeletingAnEndOfAFieldTakesTheFieldAndNoMore) {
+    const auto textWithout = [this](int start, int end) {
+        app.documents().Add();
+        auto field = std::make_shared<Story>();
+        StoryBuilder builder(*field);
+        builder.fieldBegin(field::page, PropertyListId::empty);
+        builder.text(u"X", PropertyListId::empty);
+        builder.fieldBegin(field::page, PropertyListId::empty);
+        builder.text(u"Y", PropertyListId::empty);
+        builder.fieldEnd(0, PropertyListId::empty);
+        builder.text(u"Z", PropertyListId::empty);
+        builder.fieldEnd(0, PropertyListId::empty);
+        type(u"ab");
+        story().insertFragment(1, field);
+        select(start, end);
+        selection().Delete(1);
+        std::u16string shown = text();
+        std::replace(shown.begin(), shown.end(), u'\x13', u'{');
+        std::replace(shown.begin(), shown.end(), u'\x15', u'}');
+        return shown;
+    };
+    EXPECT_EQ(textWithout(7, 8), u"ab\r");
+    EXPECT_EQ(textWithout(1, 2), u"ab\r");
+    EXPECT_EQ(textWithout(5, 6), u"a{XZ}b\r");
+    EXPECT_EQ(textWithout(3, 4), u"a{XZ}b\r");
+    EXPECT_EQ(textWithout(4, 5), u"a{X{}Z}b\r");
+    EXPECT_EQ(textWithout(5, 8), u"ab\r");
+    EXPECT_EQ(textWithout(0, 2), u"b\r");
+    EXPECT_EQ(textWithout(7, 9), u"a\r");
+}
+
+TEST_F(SelectionTest, ACharacterStyleGoesToTheSelectedCharactersAndWhatIsTypedNext) {
+    type(u"abcd");
+    select(1, 3);
+    selection().setStyle(document().styles().Item(u"超链接"));
+    const auto styleOfCharacter = [this](Cp at) {
+        const auto& styles = document().read().tables().styles.styles;
+        const auto style = findSprm(lookAt(at), sprm::CIstd);
+        return style ? int{styles.at(numberOf(*style))->sti} : -1;
+    };
+    EXPECT_EQ(styleOfCharacter(0), -1);
+    EXPECT_EQ(styleOfCharacter(1), 85);
+    EXPECT_EQ(styleOfCharacter(2), 85);
+    EXPECT_EQ(styleOfCharacter(3), -1);
+    EXPECT_EQ(styleAt(0), styleAt(3));
+    select(0, 0);
+    selection().setStyle(document().styles().Item(u"超链接"));
+    type(u"x");
+    EXPECT_EQ(styleOfCharacter(0), 85);
+    EXPECT_EQ(styleOfCharacter(1), -1);
+}
+
+TEST_F(SelectionTest, AStyleThatIsNotThereChangesNothing) {
+    type(u"ab");
+    DocumentTables& tables = document().change().tables();
+    Insertion all{0, 2};
+    StoryEditor editor(story(), tables, all);
+    const ParagraphLook look = story().paragraphLook(0);
+    editor.applyStyle(static_cast<StyleIndex>(tables.styles.styles.size()));
+    EXPECT_EQ(story().paragraphLook(0), look);
+    tables.styles.styles.emplace_back();
+    editor.applyStyle(static_cast<StyleIndex>(tables.styles.styles.size() - 1));
+    EXPECT_EQ(story().paragraphLook(0), look);
+    EXPECT_TRUE(lookAt(0).empty());
+}
+
+TEST_F(SelectionTest, AParagraphsMarkDoesNotCountForTheFormattingThatItsStyleTakesAway) {
+    type(u"x\rabcd\ry");
+    select(4, 7); // half of the text, and the mark
+    selection().Font().setBold(true);
+    select(2, 2);
+    selection().setStyle(document().styles().Item(u"标题 1"));
+    EXPECT_FALSE(boldAt(3));
+    EXPECT_TRUE(boldAt(4));
+    EXPECT_TRUE(boldAt(5));
+    select(3, 6); // three quarters
+    selection().Font().setBold(true);
+    selection().setStyle(document().styles().Item(u"标题 1"));
+    EXPECT_FALSE(boldAt(3));
+    EXPECT_FALSE(boldAt(5));
+}
+
+TEST_F(SelectionTest, EachSettingOfAPictureReachesItsPicture) {
+    InlineShape& shape =
+        selection().InlineShapes().AddPicture(folder.write("a.png", png(96, 96)), false, true);
+    const auto blob = [this] { return *document().read().tables().blobs.at(0); };
+    Picture expected = *Picture::fromBlob(blob());
+    shape.Fill().setTransparency(0.5F);
+    expected.setFillTransparency(0.5);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.Fill().setVisible(true);
+    expected.setFillVisible(true);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.Line().setWeight(3);
+    expected.setLineWeight(3);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.Line().setTransparency(0.25F);
+    expected.setLineTransparency(0.25);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.Line().setVisible(true);
+    expected.setLineVisible(true);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.PictureFormat().setBrightness(0.75F);
+    expected.setBrightness(0.75);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.PictureFormat().setContrast(0.25F);
+    expected.setContrast(0.25);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.setLockAspectRatio(false);
+    expected.setLockAspectRatio(false);
+    EXPECT_EQ(blob(), *expected.blob());
+}
+
+TEST_F(SelectionTest, APictureIsCroppedByPartsOfItsNaturalSize) {
+    // 72 points wide and 36 high.
+    InlineShape& shape =
+        selection().InlineShapes().AddPicture(folder.write("a.png", png(96, 48)), false, true);
+    const auto blob = [this] { return *document().read().tables().blobs.at(0); };
+    Picture expected = *Picture::fromBlob(blob());
+    shape.PictureFormat().setCropLeft(18);
+    expected.setCrop(Picture::Side::left, 0.25);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.PictureFormat().setCropRight(9);
+    expected.setCrop(Picture::Side::right, 0.125);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.PictureFormat().setCropTop(18);
+    expected.setCrop(Picture::Side::top, 0.5);
+    EXPECT_EQ(blob(), *expected.blob());
+    shape.PictureFormat().setCropBottom(9);
+    expected.setCrop(Picture::Side::bottom, 0.25);
+    EXPECT_EQ(blob(), *expected.blob());
+}
+
+TEST_F(SelectionTest, TheLongestSideOfAPictureIs1584Points) {
+    InlineShape& shape =
+        selection().InlineShapes().AddPicture(folder.write("a.png", png(96, 96)), false, true);
+    shape.setHeight(1584);
+    shape.setWidth(0.05F);
+    const Picture picture = *Picture::fromBlob(*document().read().tables().blobs.at(0));
+    EXPECT_EQ(picture.height(), 31680);
+    EXPECT_EQ(picture.width(), 1);
+}
+
+TEST_F(SelectionTest, APictureWhoseDataAreLostOrDamagedIsNoMember) {
+    InlineShape& shape =
+        selection().InlineShapes().AddPicture(folder.write("a.png", png(96, 96)), false, true);
+    auto& blobs = document().change().tables().blobs;
+    for (const DataBlob& blob : {DataBlob(), std::make_shared<const Bytes>(Bytes{1, 2, 3})}) {
+        blobs.at(0) = blob;
+        EXPECT_EQ(errorNumberOf([&] { shape.setHeight(10); }), error::memberNotFound);
+    }
+    blobs.clear();
+    EXPECT_EQ(errorNumberOf([&] { shape.setHeight(10); }), error::memberNotFound);
+}
+
+TEST_F(SelectionTest, PicturesOfTheSelectionAreCountedFromOne) {
+    for (const char* name : {"a.png", "b.png"}) {
+        type(u"\x01x"); // a control character that is typed is none of a picture
+        selection().InlineShapes().AddPicture(folder.write(name, png(96, 96)), false, true);
+    }
+    select(0, 5);
+    selection().InlineShapes().Item(2).setWidth(10);
+    const auto width = [this](std::size_t blob) {
+        return Picture::fromBlob(*document().read().tables().blobs.at(blob))->width();
+    };
+    EXPECT_EQ(width(0), 1440);
+    EXPECT_EQ(width(1), 200);
+    EXPECT_EQ(errorNumberOf([&] { selection().InlineShapes().Item(3); }), error::memberNotFound);
+    EXPECT_EQ(errorNumberOf([&] { selection().InlineShapes().Item(0); }), error::memberNotFound);
+    select(2, 4);
+    selection().InlineShapes().Item(1).setWidth(20);
+    EXPECT_EQ(width(0), 1440);
+    EXPECT_EQ(width(1), 400);
 }
 
 } // namespace qvnd::test
