@@ -24,7 +24,8 @@ public:
     std::vector<Bytes> pictures{encodeBlip(*recogniseImage(png(4, 2)))};
     std::vector<BoxBytes> boxes{{0, 1, 0x402}};
     std::u16string boxText = u"框\r";
-    Bytes behind; // the drawing
+    Bytes behind;             // the drawing
+    std::vector<Bytes> inner; // shapes of a group whose own shape is the picture's
 
     DrawnDocument() {
         box.id = 0x402;
@@ -52,8 +53,11 @@ public:
         piece.paragraphs.push_back(last);
         document_.file.lengths.textBoxes = static_cast<Cp>(boxText.size() + 1);
         auto& parts = document_.file.parts;
-        parts[FibPair::DggInfo] = joined(
-            {sharedBytes(pictures), drawingBytes(0, {box.bytes(), picture.bytes()}), behind});
+        std::vector<Bytes> group{picture.bytes()};
+        group.insert(group.end(), inner.begin(), inner.end());
+        const Bytes other = inner.empty() ? picture.bytes() : groupBytes(group);
+        parts[FibPair::DggInfo] =
+            joined({sharedBytes(pictures), drawingBytes(0, {box.bytes(), other}), behind});
         parts[FibPair::PlcSpaMom] = anchorTable({{first, 0x402}, {second, anchoredShape}});
         parts[FibPair::PlcftxbxTxt] = boxTable(boxes, static_cast<Cp>(boxText.size()));
         parts[FibPair::PlcfTxbxBkd] = breaks;
@@ -151,6 +155,64 @@ TEST(DrawingRules, ABreakLiesInItsText) {
     DrawnDocument document;
     document.breaks = encodePlc({0, 4, 5}, hex("0000 0000 0000 ffff 0000 0000"));
     EXPECT_EQ(document.rules(), Rules{"drawing.break"});
+}
+
+// A shape in a group, which has no anchor of its own.
+ShapeBytes innerShape(std::uint32_t id) {
+    ShapeBytes shape;
+    shape.id = id;
+    shape.anchor.reset();
+    return shape;
+}
+
+TEST(DrawingRules, OfAGroupTheGroupItselfIsAnchored) {
+    DrawnDocument document;
+    document.inner = {innerShape(0x404).bytes()};
+    EXPECT_EQ(document.rules(), Rules{});
+    DrawnDocument nested;
+    nested.inner = {groupBytes({innerShape(0x404).bytes(), innerShape(0x405).bytes()}),
+                    innerShape(0x406).bytes()};
+    EXPECT_EQ(nested.rules(), Rules{});
+}
+
+TEST(DrawingRules, ShapesOfGroupsHaveIdentifiersAndPicturesToo) {
+    DrawnDocument twice;
+    twice.inner = {groupBytes({innerShape(0x404).bytes(), innerShape(0x402).bytes()})};
+    EXPECT_EQ(twice.rules(), Rules{"drawing.id"});
+    DrawnDocument picture;
+    ShapeBytes shape = innerShape(0x404);
+    shape.properties.setBlip(art::pib, 2);
+    picture.inner = {shape.bytes()};
+    EXPECT_EQ(picture.rules(), Rules{"drawing.picture"});
+}
+
+TEST(DrawingRules, AShapeThatIsDeletedIsNone) {
+    DrawnDocument document;
+    ShapeBytes shape = innerShape(0x402);
+    shape.flags |= art::shapeIsDeleted;
+    document.inner = {shape.bytes()};
+    EXPECT_EQ(document.rules(), Rules{});
+}
+
+TEST(DrawingRules, AnIdentifierIsOneOfThoseGivenOutOfItsCluster) {
+    const auto rulesWith = [](std::uint32_t id) {
+        DrawnDocument document;
+        document.picture.id = document.anchoredShape = id;
+        return document.rules();
+    };
+    EXPECT_EQ(rulesWith(0x463), Rules{});
+    EXPECT_EQ(rulesWith(0x464), Rules{"drawing.id"});
+    EXPECT_EQ(rulesWith(0x3), Rules{"drawing.id"}) << "in no cluster";
+    EXPECT_EQ(rulesWith(0xC01), Rules{"drawing.id"}) << "behind the last cluster";
+}
+
+TEST(DrawingRules, ADrawingIsThatOfTheTextOrOfTheHeaders) {
+    DrawnDocument third;
+    third.behind = drawingBytes(2, {});
+    EXPECT_EQ(third.rules().count("drawing.records"), 1U);
+    DrawnDocument shared;
+    shared.behind = joined({Bytes{1}, sharedBytes()});
+    EXPECT_EQ(shared.rules().count("drawing.records"), 1U);
 }
 
 } // namespace

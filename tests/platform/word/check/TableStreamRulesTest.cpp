@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 // Each rule about the structures of the table stream: one thing broken breaks that rule and no
 // other.
 namespace qvnd::test {
@@ -394,6 +396,26 @@ TEST(HeaderRules, HeaderTextMustHaveItsTable) {
     SoundDocument document;
     document.file.parts.erase(FibPair::PlcfHdd);
     EXPECT_EQ(brokenRules(document.bytes()), Rules{"header.table"});
+}
+
+TEST(HeaderRules, WithoutHeaderTextEveryStoryIsEmpty) {
+    const auto breaks = [](const std::vector<std::uint32_t>& stories) {
+        SoundDocument document;
+        document.file.parts[FibPair::PlcfHdd] = encodePlc(stories, {});
+        const Bytes file = changed(document, [](WordStreams& streams, const Fib& before) {
+            Fib fib = before;
+            fib.ccp.headers = 0;
+            const Bytes head = encodeFib(fib);
+            std::copy(head.begin(), head.end(), streams.wordDocument.begin());
+        });
+        return brokenRules(file).count("header.table") == 1;
+    };
+    EXPECT_FALSE(breaks(std::vector<std::uint32_t>(20, 0)));
+    std::vector<std::uint32_t> last(20, 0);
+    last[19] = 1; // which closes the table
+    EXPECT_FALSE(breaks(last));
+    last[18] = 1;
+    EXPECT_TRUE(breaks(last));
 }
 
 TEST(HeaderRules, ThereMustBeSixStoriesASection) {

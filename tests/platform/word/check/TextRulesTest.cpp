@@ -200,8 +200,51 @@ TEST(PropertyRules, ListReferenceMustExist) {
     EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIlfo, 0x07FF)), Rules{}); // as in Word 95
 }
 
+TEST(PropertyRules, ListReferenceMayBeNegatedAndStillMustExist) {
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIlfo, 0xFFFE)), Rules{"sprm.list"});
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIlfo, 0xF801)), Rules{});
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIlfo, 0xF800)), Rules{"sprm.list"});
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIlfo, 0x07FE)), Rules{"sprm.list"});
+}
+
 TEST(PropertyRules, ListLevelMustExist) {
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 13)), Rules{"sprm.level"});
+    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 12)), Rules{});
+    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 8)), Rules{});
+}
+
+TEST(PropertyRules, StylesOfParagraphsAndTablesMustExistAndBeOfTheirKind) {
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIstd, 16)), Rules{});
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIstd, 0x0FFF)), Rules{});
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIstd, 15)), Rules{"sprm.style"});
+    EXPECT_EQ(rulesWithParagraph(withSprm16({}, sprm::PIstd, 20)), Rules{"sprm.style"});
+    const auto rulesWithTable = [](unsigned style) {
+        SoundDocument document;
+        document.styles.styles[17] = document.styles.styles[16];
+        document.styles.styles[17]->name = u"Grid";
+        document.styles.styles[17]->kind = StyleKind::table;
+        document.setParagraph(u"\a\x13", withSprm16(rowDefinition(2), sprm::TIstd, style));
+        return brokenRules(document.bytes());
+    };
+    EXPECT_EQ(rulesWithTable(17), rulesWithTable(0x0FFF));
+    EXPECT_EQ(rulesWithTable(16).count("sprm.style"), 1U);
+    EXPECT_EQ(rulesWithTable(17).count("sprm.style"), 0U);
+}
+
+TEST(PropertyRules, AnAuthorCountsWhereThereIsAChange) {
+    EXPECT_EQ(rulesWith(withSprm({}, sprm::CPropRMark, hex("07 00 0500 00000000"))), Rules{});
+    EXPECT_EQ(rulesWith(withSprm16({}, sprm::CIbstRMark, 0)), Rules{});
+}
+
+TEST(PropertyRules, PropertiesOfAPieceAreOfAnyKindAndCheckedToo) {
+    const auto rulesOf = [](const Bytes& list) {
+        SoundDocument document;
+        document.file.modifiers = {list};
+        document.text().modifier = 1;
+        return brokenRules(document.bytes());
+    };
+    EXPECT_EQ(rulesOf(joined({flag(sprm::CFBold), flag(sprm::PFKeep)})), Rules{});
+    EXPECT_EQ(rulesOf(withSprm16({}, sprm::CRgFtc1, 2)), Rules{"sprm.font"});
 }
 
 // --- text and paragraphs ------------------------------------------------------------------------
@@ -407,6 +450,24 @@ TEST(PictureRules, OtherDataNeedsNoRecords) {
     const Bytes data = joined({flag(sprm::CFSpec), flag(sprm::CFData)});
     document.setCharacters(u"\x01\r", withSprm32(data, sprm::CPicLocation, 0));
     EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+}
+
+TEST(PictureRules, CharacterThatNamesNoPlaceShowsNoPicture) {
+    SoundDocument document;
+    document.setCharacters(u"\x01\r", special());
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+}
+
+TEST(PictureRules, ObjectHasItsPictureElsewhere) {
+    for (const SprmOpcode kind : {sprm::CFOle2, sprm::CFObj}) {
+        SoundDocument document;
+        document.setCharacters(u"\x01\r",
+                               withSprm32(withSprm8(special(), kind, 1), sprm::CPicLocation, 9999));
+        EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+        document.setCharacters(u"\x01\r",
+                               withSprm32(withSprm8(special(), kind, 0), sprm::CPicLocation, 9999));
+        EXPECT_EQ(brokenRules(document.bytes()), Rules{"picture.place"});
+    }
 }
 
 } // namespace

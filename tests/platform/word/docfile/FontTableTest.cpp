@@ -102,6 +102,16 @@ TEST(FontTable, ANameThatIsNotClosedIsKeptToItsLastLetter) {
     EXPECT_TRUE(remarks.empty());
 }
 
+TEST(FontTable, TheZeroOfTheLastLetterClosesNoName) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"A")});
+    bytes.at(4) = 42; // up to the first byte of its zero
+    bytes.resize(5 + 42);
+    const FontEntry read = decodeFonts(bytes, remarks).at(0);
+    EXPECT_EQ(read.name, u"A");
+    EXPECT_EQ(read.record.size(), 43U);
+}
+
 TEST(FontTable, OfARecordThatIsNotClosedTheOtherNameIsDropped) {
     Remarks remarks;
     Bytes bytes = encodeFonts({makeFont(u"宋体")});

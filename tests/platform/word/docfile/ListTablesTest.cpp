@@ -179,6 +179,15 @@ TEST_F(ListTables, OverrideWithoutADefinitionGetsOneThatShowsNoNumber) {
     EXPECT_EQ(known[2].levels[8].head, levelWithoutNumber().head);
 }
 
+TEST_F(ListTables, ALevelWithoutANumberStartsAtOneAndIsFollowedByNothing) {
+    std::array<std::uint8_t, 28> head{};
+    head[0] = 1;
+    head[4] = 0xFF;
+    head[15] = 2;
+    EXPECT_EQ(levelWithoutNumber().head, head);
+    EXPECT_EQ(levelWithoutNumber().text, u"");
+}
+
 TEST_F(ListTables, PropertiesOfALevelThatAreNotWholeAreLeftOut) {
     std::vector<ListDefinition> damaged = definitions();
     damaged[1].levels[0].character = lists.intern(hex("3508 01 434A 01"));

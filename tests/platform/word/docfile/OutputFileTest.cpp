@@ -6,8 +6,10 @@
 #include "platform/word/docfile/container/WriteObserver.h"
 #include "support/Errors.h"
 
+#include <cerrno>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace qvnd::word {
@@ -173,6 +175,10 @@ TEST_F(OutputFileTest, WhatTheSystemSaysHasItsNumber) {
     EXPECT_EQ(number(std::errc::text_file_busy), error::permissionDenied);
     EXPECT_EQ(number(std::errc::device_or_resource_busy), error::permissionDenied);
     EXPECT_EQ(number(std::errc::io_error), error::pathAccess);
+    EXPECT_EQ(test::errorNumberOf([] {
+                  throwFileError({EDQUOT, std::generic_category()}, "x.doc");
+              }),
+              error::diskFull);
 }
 
 TEST_F(OutputFileTest, ChangesBehindALinkAreToldByTheNameOfTheFileItself) {

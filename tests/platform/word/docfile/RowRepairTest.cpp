@@ -137,6 +137,22 @@ TEST_F(RowRepair, ColumnsPutInLaterCount) {
     EXPECT_EQ(repairRows(story, lists), 0);
 }
 
+TEST_F(RowRepair, ColumnsTakenOutLaterCount) {
+    const auto repairsWithout = [this](unsigned first, unsigned behind) {
+        story = {};
+        add(u"a\a", cell());
+        Bytes list = joined({cell(), flag(sprm::PFTtp)});
+        list = withSprm(list, sprm::TDefTable, two);
+        add(u"\a", withSprm16(list, sprm::TDelete, behind << 8 | first));
+        return repairRows(story, lists);
+    };
+    EXPECT_EQ(repairsWithout(0, 1), 0);
+    EXPECT_EQ(repairsWithout(1, 2), 0);
+    EXPECT_EQ(repairsWithout(1, 1), 1) << "none";
+    EXPECT_EQ(repairsWithout(2, 1), 1) << "none";
+    EXPECT_EQ(repairsWithout(0, 2), 1) << "both";
+}
+
 TEST_F(RowRepair, TheLastCellGetsItsEnd) {
     add(u"a\a", cell());
     add(u"b\r", cell());

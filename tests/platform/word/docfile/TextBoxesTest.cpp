@@ -110,6 +110,25 @@ TEST(TextBoxes, TextsDoNotOverlapAndEndWithTheirPart) {
                 ElementsAre(text(0x402, 0, 20), text(0, 0, 0), text(0x404, 20, 5)));
 }
 
+// Where the text of a chain goes on in its next box: the box's number, then four bytes of flags.
+TEST(TextBoxes, ATextBreaksWithinItselfAlone) {
+    const auto breaksAt = [](Cp at, unsigned box) {
+        LittleEndianWriter data;
+        data.u16(box);
+        data.u32(0);
+        data.zeros(6); // the last one is for the format's sake
+        const auto texts = readBoxTexts(boxTable({{0, 0x402}, {4, 0x403}}, 9),
+                                        encodePlc({at, 20, 23}, data.data()), 100);
+        return texts.at(1).breaks;
+    };
+    EXPECT_THAT(breaksAt(4, 1), IsEmpty());
+    EXPECT_THAT(breaksAt(5, 1), ElementsAre(1));
+    EXPECT_THAT(breaksAt(8, 1), ElementsAre(4));
+    EXPECT_THAT(breaksAt(9, 1), IsEmpty());
+    EXPECT_THAT(breaksAt(5, 0), IsEmpty());
+    EXPECT_THAT(breaksAt(5, 2), IsEmpty()) << "a box that is not there";
+}
+
 TEST(Drawings, GroupsNestedWithoutEndAreReadToABound) {
     Bytes nested = shape(0x500);
     for (int i = 0; i < 10000; ++i) {
