@@ -749,5 +749,21 @@ TEST_F(DocumentWriterTest, AFileThatOthersChangedOrRemovedIsWrittenWhole) {
     EXPECT_EQ(pieces().size(), 1U);
 }
 
+TEST_F(DocumentWriterTest, PicturesAndObjectsThatAreNotThereAreNotWritten) {
+    builder.content.tables.blobs = {nullptr};
+    builder.content.tables.objects = {nullptr};
+    for (const SprmOpcode location : {sprm::CPicLocation, sprm::CObjLocation}) {
+        for (const std::uint32_t index : {0U, 1U, 1000000U}) {
+            const Bytes special = withSprm8({}, sprm::CFSpec, 1);
+            builder.add({{u"\u0001", withSprm32(special, location, index)}, plain(u"\r")});
+        }
+    }
+    saveAs();
+    const DocumentContent document = read();
+    for (const CharacterRun& run : joined(document.main)->characters) {
+        EXPECT_FALSE(findSprm(document.tables.lists[run.properties], sprm::CPicLocation));
+    }
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -69,6 +69,49 @@ TEST(ImageFile, BareWmfTakesItsWindowAsPixels) {
     expectImage(test::bareWmf(96, 48), ImageKind::wmf, 1440, 720);
 }
 
+TEST(ImageFile, BmpTakesItsResolutionAndMayHaveTheShortHead) {
+    expectImage(test::bmp(300, 600, 11811), ImageKind::dib, 1440, 2880); // 300 dpi
+    const Bytes core = test::joined({test::hex("424D 00000000 00000000 1A000000 0C000000"),
+                                     test::littleEndian(96, 2), test::littleEndian(48, 2),
+                                     test::hex("0100 1800")});
+    expectImage(core, ImageKind::dib, 1440, 720);
+}
+
+// A record of the whole head, then some before the window's.
+TEST(ImageFile, BareWmfIsSearchedForItsWindowRecordByRecord) {
+    const Bytes head = test::hex("0100 0900 0003 17000000 0000 05000000 0000");
+    const Bytes window = test::hex("05000000 0C02 3000 6000");
+    const auto found = [&](const char* before) {
+        const auto image = recogniseImage(test::joined({head, test::hex(before), window}));
+        return image && image->width == 1440 && image->height == 720;
+    };
+    EXPECT_TRUE(found(""));
+    EXPECT_TRUE(found("03000000 0000"));
+    EXPECT_TRUE(found("04000000 0301 0800 05000000 0B02 0000 0000"));
+    EXPECT_FALSE(found("02000000 0000")) << "a record shorter than its head";
+    EXPECT_FALSE(found("FFFFFF7F 0000"));
+}
+
+TEST(ImageFile, EachKindOfBareWmfIsKnownByItsHead) {
+    for (const char* head : {"0100 0900 0003", "0200 0900 0003", "0100 0900 0001"}) {
+        EXPECT_TRUE(recogniseImage(test::joined(
+            {test::hex(head), test::hex("17000000 0000 05000000 0000 05000000 0C02 3000 6000")})))
+            << head;
+    }
+    EXPECT_FALSE(recogniseImage(
+        test::joined({test::hex("0300 0900 0003"),
+                      test::hex("17000000 0000 05000000 0000 05000000 0C02 3000 6000")})));
+}
+
+TEST(ImageFile, JpegsOfEveryFrameTellTheirSizeAndOtherSegmentsDoNot) {
+    for (unsigned marker = 0xC0; marker <= 0xCF; ++marker) {
+        Bytes file = test::jpeg(96, 48);
+        file.at(21) = static_cast<std::uint8_t>(marker);
+        const bool isFrame = marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        EXPECT_EQ(recogniseImage(file).has_value(), isFrame) << marker;
+    }
+}
+
 TEST(ImageFile, OtherFilesAreNoPicture) {
     EXPECT_FALSE(recogniseImage({}));
     EXPECT_FALSE(recogniseImage(test::ascii("GIF89a............")));

@@ -307,4 +307,31 @@ TEST_F(SectionInsertion, BookmarksOfAnInsertedDocumentMoveWithIt) {
     EXPECT_TRUE(document().read().bookmarks().empty());
 }
 
+TEST_F(SectionInsertion, APageOfAnotherFormatBeginsAParagraphOfItsOwn) {
+    type(u"xy");
+    select(1, 1);
+    insert({landscape(), portrait()});
+    EXPECT_EQ(text(), u"x\fA\fB\ry\r");
+    EXPECT_EQ(formats(), u"PPLLPPPP");
+}
+
+TEST_F(SectionInsertion, BehindATableTheSectionEndsInAParagraphOfItsOwn) {
+    type(u"x");
+    selection().TypeParagraph();
+    auto table = std::make_shared<Story>();
+    StoryBuilder builder(*table);
+    const PropertyListId cell = pool().intern(withSprm8({}, sprm::PFInTable, 1));
+    const PropertyListId row = pool().intern(withSprm8(pool()[cell], sprm::PFTtp, 1));
+    builder.text(u"c", PropertyListId::empty);
+    builder.mark(u'\a', {0, cell}, PropertyListId::empty);
+    builder.mark(u'\a', {0, row}, PropertyListId::empty);
+    story().insertFragment(2, table);
+    select(5, 5);
+    insert({landscape(), portrait()});
+    type(u"y");
+    EXPECT_EQ(text(), u"x\rc\a\a\fA\fB\ry\r");
+    EXPECT_EQ(formats(), u"PPPPPPLLPPPP");
+    EXPECT_TRUE(paragraphAt(5).empty());
+}
+
 } // namespace qvnd::test

@@ -7,7 +7,9 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 // Changes of a document where one character, one mark or one level more makes the difference.
 namespace qvnd::test {
@@ -101,6 +103,27 @@ TEST_F(BookmarkEdges, WhatIsTypedRightBehindABookmarkDoesNotBelongToIt) {
     select(2, 2);
     type(u"y");
     EXPECT_EQ(document().read().bookmarks()[0].end, 4U);
+}
+
+TEST_F(BookmarkEdges, ABookmarkWithoutTextMovesBehindWhatIsTypedAtIt) {
+    type(u"abcd");
+    document().change().addBookmark({u"点", 2, 2, 0});
+    document().change().addBookmark({u"标记", 1, 3, 0});
+    const auto places = [this] {
+        std::vector<Cp> result;
+        for (const Bookmark& bookmark : document().read().bookmarks()) {
+            result.push_back(bookmark.start);
+            result.push_back(bookmark.end);
+        }
+        std::sort(result.begin(), result.end());
+        return result;
+    };
+    select(2, 2);
+    type(u"x");
+    EXPECT_EQ(places(), (std::vector<Cp>{1, 3, 3, 4}));
+    select(1, 1);
+    type(u"y");
+    EXPECT_EQ(places(), (std::vector<Cp>{2, 4, 4, 5}));
 }
 
 class PageNumberEdges : public EngineTest {};

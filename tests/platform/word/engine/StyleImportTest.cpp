@@ -137,4 +137,24 @@ TEST(ImportedListNumbers, AListUnderANumberThatMeansNoneGetsAnother) {
     }
 }
 
+TEST(ImportedStyles, WhatAStyleWasBeforeAChangeComesAlongWithItsAuthorAndFonts) {
+    SourceDocument source;
+    const std::uint16_t font = source.addFont(u"黑体");
+    source.data.tables.authors = {u"张工"};
+    StyleDefinition changed = own(StyleKind::paragraph, u"改");
+    changed.original = OriginalStyle{7, 0, source.list(sprm8(sprm::PFKeep, 1)),
+                                     source.list(sprm16(sprm::CRgFtc0, font))};
+    source.paragraph(u"x", source.addStyle(changed));
+    ImportTarget target;
+    target.tables.authors = {u"李工", u"王工"};
+    target.import(source.document());
+    const auto& original = target.styleOfParagraph().original;
+    ASSERT_TRUE(original);
+    EXPECT_EQ(original->date, 7U);
+    EXPECT_EQ(target.tables.authors.at(original->author), u"张工");
+    EXPECT_EQ(bytesOf(target.tables.lists[original->paragraph]), sprm8(sprm::PFKeep, 1));
+    const auto came = operand16(target.tables.lists[original->character], sprm::CRgFtc0);
+    EXPECT_EQ(target.tables.fonts.at(came).name, u"黑体");
+}
+
 } // namespace

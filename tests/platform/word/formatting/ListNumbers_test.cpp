@@ -107,6 +107,11 @@ TEST_F(ListLabels, ABulletIsShownAsItStands) {
     EXPECT_EQ(labels({0}), std::vector{shown});
 }
 
+TEST_F(ListLabels, ANumberOfALevelThatTheListDoesNotHaveIsOneInDigits) {
+    list.levels.assign(1, levelOf(inChinese, byBlank, {0, u'.', 1}));
+    EXPECT_EQ(labels({0, 0}), (std::vector<std::u16string>{u"一.1 ", u"二.1 "}));
+}
+
 // A list of one style of numbers, "1.", used through several overrides.
 class OverriddenLists : public testing::Test {
 protected:

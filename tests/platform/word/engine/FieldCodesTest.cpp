@@ -1,0 +1,94 @@
+#include "platform/word/engine/FieldCodes.h"
+
+#include "platform/word/docfile/text/Fields.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace qvnd::word {
+namespace {
+
+using Names = std::vector<std::u16string>;
+
+Names textsOf(const std::vector<FieldWord>& words) {
+    Names texts;
+    for (const FieldWord& word : words) {
+        texts.push_back(word.text);
+    }
+    return texts;
+}
+
+// A story in which {, | and } stand for the marks of fields.
+Story storyOf(std::u16string text) {
+    std::replace(text.begin(), text.end(), u'{', u'\x13');
+    std::replace(text.begin(), text.end(), u'|', u'\x14');
+    std::replace(text.begin(), text.end(), u'}', u'\x15');
+    Story story;
+    story.text = std::move(text);
+    story.fields = matchFields({}, story.text).marks;
+    return story;
+}
+
+// The bookmarks that a field of this code names.
+Names namedBy(const std::u16string& code) {
+    const auto words = fieldWords(storyOf(u'{' + code + u'}'));
+    return words.size() == 1 ? textsOf(bookmarkWords(words[0])) : Names{u"no field"};
+}
+
+TEST(FieldCodes, ReferencesNameTheirBookmarkFirst) {
+    for (const char16_t* command :
+         {u"REF", u"PageRef", u"noteref", u"FTNREF", u"GOTOBUTTON", u"set", u"ASK"}) {
+        EXPECT_EQ(namedBy(std::u16string(command) + u" here there"), Names{u"here"});
+        EXPECT_EQ(namedBy(command), Names{});
+    }
+}
+
+TEST(FieldCodes, LinksAndTablesNameBookmarksBehindASwitch) {
+    EXPECT_EQ(namedBy(u"HYPERLINK file \\l here"), Names{u"here"});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\L \"here\""), Names{u"here"});
+    EXPECT_EQ(namedBy(u"HYPERLINK file \\b here"), Names{});
+    EXPECT_EQ(namedBy(u"HYPERLINK file \\l"), Names{});
+    EXPECT_EQ(namedBy(u"TOC \\b one \\B two"), (Names{u"one", u"two"}));
+    EXPECT_EQ(namedBy(u"INDEX \\b one"), Names{u"one"});
+    EXPECT_EQ(namedBy(u"TOC \\l one"), Names{});
+}
+
+TEST(FieldCodes, ANameAloneIsAReferenceToIt) {
+    EXPECT_EQ(namedBy(u" here "), Names{u"here"});
+    EXPECT_EQ(namedBy(u"here there"), Names{});
+    EXPECT_EQ(namedBy(u"TOC"), Names{});
+    EXPECT_EQ(namedBy(u" "), Names{});
+}
+
+TEST(FieldCodes, WordsArePartedByBlanksAndQuotes) {
+    const auto words = fieldWords(storyOf(u"x{REF\t\"a b\"\u3000c\u201Cd e\u201D|f}"));
+    ASSERT_EQ(words.size(), 1U);
+    EXPECT_EQ(textsOf(words[0]), (Names{u"REF", u"a b", u"c", u"d e"}));
+    EXPECT_EQ(words[0][0].at, 2U);
+    EXPECT_EQ(words[0][1].at, 7U);
+}
+
+TEST(FieldCodes, AFieldInACodeIsNoPartOfItAndPartsItsWords) {
+    const auto words = fieldWords(storyOf(u"{RE{ASK n|r}F x|{PAGE}y}"));
+    ASSERT_EQ(words.size(), 3U); // in the order in which they end
+    EXPECT_EQ(textsOf(words[0]), (Names{u"ASK", u"n"}));
+    EXPECT_EQ(textsOf(words[1]), (Names{u"PAGE"}));
+    EXPECT_EQ(textsOf(words[2]), (Names{u"RE", u"F", u"x"}));
+}
+
+TEST(FieldCodes, PlacesOfFieldsComeInTheOrderInWhichTheyEnd) {
+    const auto places = fieldPlaces(storyOf(u"a{b{c}d|e}f"));
+    ASSERT_EQ(places.size(), 2U);
+    EXPECT_EQ(places[0].begin, 3U);
+    EXPECT_EQ(places[0].separator, std::nullopt);
+    EXPECT_EQ(places[0].end, 5U);
+    EXPECT_EQ(places[1].begin, 1U);
+    EXPECT_EQ(places[1].separator, 7U);
+    EXPECT_EQ(places[1].end, 9U);
+}
+
+} // namespace
+} // namespace qvnd::word
