@@ -8,6 +8,10 @@
 #include "platform/word/layout/BlockComposer.h"
 #include "support/Images.h"
 
+#include <algorithm>
+#include <utility>
+#include <vector>
+
 namespace qvnd::layout {
 namespace {
 
@@ -47,11 +51,13 @@ protected:
         Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
         const Bytes row = definition.take();
         mark.insert(mark.end(), row.begin(), row.end());
+        mark.insert(mark.end(), moreOfRows.begin(), moreOfRows.end());
         main.text += u'\a';
         main.characters.push_back({1, {}});
         main.paragraphs.push_back({1, 0, intern(mark)});
     }
     std::uint32_t bottomSide = 0; // of the cells of the next rows, a Brc80
+    Bytes moreOfRows;             // entries behind the definitions of the next rows
 
     const PlacedText& textAt(const Page& page, const std::u16string& text) {
         for (const PlacedText& run : page.layer.texts) {
@@ -307,6 +313,67 @@ TEST_F(PageContent, OnlyTheBordersThatTheRowSaysAreDrawn) {
     const Rule& rule = page.layer.rules[0];
     EXPECT_DOUBLE_EQ(rule.y1, rule.y2);
     EXPECT_NEAR(rule.x2 - rule.x1, 1000, 20);
+}
+
+TEST_F(PageContent, EachSideOfACellIsDrawnInItsWidth) {
+    // The table's: top, left, bottom, right of 1 to 4 points, 6 between columns.
+    moreOfRows = {0x05, 0xD6, 24, 8, 1, 0, 0, 16, 1, 0,  0, 24, 1, 0,
+                  0,    32,   1,  0, 0, 0, 0, 0,  0, 48, 1, 0,  0};
+    typeRow({u"甲", u"乙"}, {0, 1000, 2000});
+    type(u"\r");
+    const Page page = pages().at(0);
+    std::vector<std::pair<double, double>> upright; // place and width
+    std::vector<double> lying;
+    double top = 1e9;
+    for (const Rule& rule : page.layer.rules) {
+        if (rule.x1 == rule.x2) {
+            upright.emplace_back(rule.x1 - page.layer.rules.front().x1, rule.width);
+            EXPECT_GT(rule.y2, rule.y1 + 200);
+        } else {
+            lying.push_back(rule.width);
+            top = std::min(top, rule.y1);
+        }
+    }
+    const std::vector<std::pair<double, double>> expected{
+        {0, 40}, {1000, 120}, {1000, 120}, {2000, 80}};
+    EXPECT_EQ(upright, expected);
+    EXPECT_EQ(lying, (std::vector<double>{20, 60, 20, 60}));
+    EXPECT_DOUBLE_EQ(page.layer.rules.front().y1, top);
+}
+
+TEST_F(PageContent, TheBackgroundOfACellFillsItAndNoOther) {
+    moreOfRows = {0x09, 0xD6, 4, 0xFF, 0xFF, 0x06, 0x04}; // nothing, solid red
+    typeRow({u"甲", u"乙"}, {0, 1000, 1700});
+    type(u"\r");
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.fills.size(), 1U);
+    const Fill& fill = page.layer.fills[0];
+    EXPECT_DOUBLE_EQ(fill.width, 700);
+    EXPECT_GT(fill.height, 200);
+    EXPECT_LT(fill.x, textAt(page, u"乙").x);
+    EXPECT_GT(fill.x, textAt(page, u"甲").x);
+    EXPECT_EQ(fill.colour, 0xFF0000U);
+}
+
+TEST_F(PageContent, CharactersAreAsWideAsTheirScaleSays) {
+    type(u"宽常\r");
+    main.characters = {{1, intern(withSprm16({}, sprm::CCharScale, 150))}, {2, {}}};
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"宽").stretch, 1.5);
+    EXPECT_DOUBLE_EQ(textAt(page, u"常").stretch, 1);
+    EXPECT_DOUBLE_EQ(textAt(page, u"常").x - textAt(page, u"宽").x, 300);
+}
+
+TEST_F(PageContent, ParagraphsOfOneStyleMayStandWithoutTheirSpaceBetween) {
+    const auto apart = [this](const Bytes& list) {
+        main = {};
+        type(u"甲\r乙\r", list);
+        const Page page = pages().at(0);
+        return textAt(page, u"乙").baseline - textAt(page, u"甲").baseline;
+    };
+    const Bytes space = withSprm16({}, sprm::PDyaAfter, 200);
+    EXPECT_DOUBLE_EQ(apart(space) - apart({}), 200);
+    EXPECT_DOUBLE_EQ(apart(withSprm8(space, sprm::PFContextualSpacing, 1)), apart({}));
 }
 
 TEST_F(PageContent, ACellMergedDownHoldsItsTextOnce) {
