@@ -108,8 +108,10 @@ public:
             fail();
         }
     }
+    // What is still held back is written first: QSaveFile passes over a failure to write it at the
+    // end.
     void commit() {
-        if (!file_.commit()) {
+        if (!file_.flush() || !file_.commit()) {
             fail();
         }
     }

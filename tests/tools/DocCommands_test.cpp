@@ -10,6 +10,10 @@
 #include "support/Qvndctl.h"
 #include "tools/Command.h"
 
+#ifdef __linux__
+#include "support/RestrictedProcess.h"
+#endif
+
 #include <utility>
 
 using namespace qvnd;
@@ -114,6 +118,24 @@ TEST_F(DocCommands, PdfAndPictureInTheWorkSpaceAreRecordedAndCanBeTakenBack) {
         EXPECT_EQ(folder.read(name), "mine");
     }
 }
+
+#ifdef __linux__
+TEST_F(DocCommands, AFileStaysWhereThereIsNoRoomToDrawThePagesThatAreToReplaceIt) {
+    const QString document = documentOf("a.doc", u"甲");
+    for (const char* command : {"pdf", "png"}) {
+        folder.write("out", "mine");
+        const auto status = test::RestrictedProcess::withFilesUpTo(20, [&] {
+            return std::optional(static_cast<long>(
+                qvndctl({"--yes", "doc", command, document, folder.path("out")})));
+        });
+        if (!status) {
+            GTEST_SKIP() << "the size of files cannot be limited here";
+        }
+        EXPECT_EQ(*status, static_cast<long>(ExitStatus::refused)) << command;
+        EXPECT_EQ(folder.read("out"), "mine") << command;
+    }
+}
+#endif
 
 TEST_F(DocCommands, MergeTellsWhatAFileLoses) {
     test::writeWithHeader(folder.path("a.doc"));

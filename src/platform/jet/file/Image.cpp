@@ -103,7 +103,8 @@ void writeFile(const QString& path, const QByteArray& image) {
     QDir().mkpath(QFileInfo(path).path());
     QFile::remove(path + journalEnd);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(image) != image.size() || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(image) != image.size() || !file.flush() ||
+        !file.commit()) {
         failCannotAccess(path);
     }
 }
