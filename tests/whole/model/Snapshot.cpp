@@ -37,14 +37,17 @@ QStringList linesOf(const Database& database) {
 }
 
 // Tables in the order of their names, and each with its rows behind it.
-QStringList sorted(QStringList lines) {
-    std::stable_sort(lines.begin(), lines.end(), [](const QString& one, const QString& other) {
-        const auto group = [](const QString& line) {
-            return line.startsWith("table ") ? line.mid(6) : line.section(": ", 0, 0);
-        };
-        return group(one) < group(other);
-    });
-    return lines;
+QStringList sorted(const QStringList& lines) {
+    QMap<QString, QStringList> tables;
+    for (const QString& line : lines) {
+        const bool isHead = line.startsWith("table ");
+        tables[isHead ? line.mid(6) : line.left(line.indexOf(": "))] << line;
+    }
+    QStringList all;
+    for (const QStringList& table : tables) {
+        all << table;
+    }
+    return all;
 }
 
 void addFolders(Snapshot& snapshot, const QString& label, const QMap<QString, Folder>& folders) {
