@@ -5,6 +5,7 @@
 #include "outline/TakeBack.h"
 #include "outline/dlgAddDoc.h"
 #include "support/OutlineWorld.h"
+#include "support/PlainSqlite.h"
 
 #include <benchmark/benchmark.h>
 
@@ -27,14 +28,25 @@ public:
         }
         world.makePlan("T", rows);
         if (history == History::kept) {
-            world.state.History = std::make_unique<history::History>(
-                world.state.gUserTplPath + ".~history",
-                history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
-                *world.state.gFso, "bench");
+            openHistory();
         }
         world.openPlan("T", "T.1");
     }
     ~LargePlan() { world.state.History.reset(); }
+
+    // Commands behind the first one, spread evenly over the days up to now, that changed nothing.
+    void haveEarlierSteps(int steps, int days) {
+        world.state.History.reset();
+        const QString count = QString::number(steps);
+        test::PlainSqlite file(world.state.gUserTplPath + ".~history/history.db");
+        file.rows("WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<=" + count +
+                  ") INSERT INTO steps SELECT i,i-1,0,strftime('%Y-%m-%dT%H:%M:%S.000','now',"
+                  "'localtime','-'||(" +
+                  count + "-i)*1.0*" + QString::number(days) + "/" + count +
+                  "||' days'),'添加[新]','T','bench','',0,'T.1','T.1' FROM n");
+        file.rows("UPDATE state SET head=" + count + "+1,tip=" + count + "+1,last=" + count + "+1");
+        openHistory();
+    }
 
     // Seconds that the command takes.
     double addFolder() {
@@ -53,6 +65,13 @@ public:
     test::OutlineWorld world;
 
 private:
+    void openHistory() {
+        world.state.History = std::make_unique<history::History>(
+            world.state.gUserTplPath + ".~history",
+            history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+            *world.state.gFso, "bench");
+    }
+
     int number_ = 0;
 };
 
@@ -77,6 +96,34 @@ void undoAndRedo(benchmark::State& state) {
     }
 }
 BENCHMARK(undoAndRedo)->Arg(200)->Arg(2000)->Unit(benchmark::kMillisecond);
+
+// An undo at the end of a month of 300 commands a day.
+void undoBehindAMonth(benchmark::State& state) {
+    LargePlan plan(200, History::kept);
+    plan.addFolder();
+    plan.haveEarlierSteps(9000, 29);
+    plan.addFolder();
+    for (auto _ : state) {
+        outline::undo(plan.world.state, plan.world.workbench, plan.world.services());
+        outline::redo(plan.world.state, plan.world.workbench, plan.world.services());
+    }
+}
+BENCHMARK(undoBehindAMonth)->Unit(benchmark::kMillisecond);
+
+// What the exit does when the steps of a day become old, and when there is nothing to do.
+void thinning(benchmark::State& state) {
+    for (auto _ : state) {
+        LargePlan plan(10, History::kept);
+        plan.addFolder();
+        plan.haveEarlierSteps(9000, static_cast<int>(state.range(0)));
+        QElapsedTimer time;
+        time.start();
+        plan.world.state.History->thin({}, QDateTime::currentDateTime());
+        state.SetIterationTime(static_cast<double>(time.nsecsElapsed()) / 1e9);
+    }
+}
+BENCHMARK(thinning)->Arg(29)->Arg(31)->Iterations(3)->UseManualTime()->Unit(
+    benchmark::kMillisecond);
 
 } // namespace
 

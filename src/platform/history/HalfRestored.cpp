@@ -26,7 +26,7 @@ void Restoration::giveUp() {
             before[database] = file.mirror(database);
         }
         for (const PendingFile& one : files) {
-            KeptFiles::removeUnfinished(one.path, pending.began);
+            KeptFiles::removeUnfinished(one.path, pending.began, pending.began);
         }
         carryOut(before, [&] {
             for (const PendingFile& one : files) {

@@ -3,6 +3,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/files/Paths.h"
+#include "platform/files/SafeReplace.h"
 #include "platform/history/StepWords.h"
 
 #include <algorithm>
@@ -321,7 +322,8 @@ void History::takeOut(std::int64_t id, const QString& file, const QString& targe
             error::fileNotFound,
             QStringLiteral("操作历史没有保留『%1』的内容。").arg(file).toStdU16String());
     }
-    files_.CopyFile(content, target, true);
+    recorder_.covers(target) ? files_.CopyFile(content, target, true)
+                             : files::copyWhole(content, target);
 }
 
 } // namespace qvnd::history

@@ -113,7 +113,8 @@ public:
     QList<jet::ImageTables::Row> rowsBefore(std::int64_t step, const QString& database,
                                             const QString& table);
     // Puts the content that a file had before the step at `target`, which is replaced: a change as
-    // any other of the command under way. Error 53 when there was none.
+    // any other of the command under way, but outside of the covered folders, where it is none of
+    // the history's. Error 53 when there was none.
     void takeOut(std::int64_t step, const QString& file, const QString& target);
 
     // Thins by the limits, as far as no state that remains is built on what goes; returns how many
@@ -136,10 +137,9 @@ private:
     std::optional<Fork> fork();
     void mendKilled(Found& found);
     bool isHalfRestored();
-    std::optional<std::int64_t> joinableAt(const QList<Step>& steps, const Limits& limits,
-                                           const QDateTime& now);
-    void joinWithParent(const Step& step);
-    std::optional<Step> expendable(const QList<Step>& steps, int least);
+    // Both answer how many steps went.
+    int joinOld(const Limits& limits, const QDateTime& now);
+    int dropOldest(const Limits& limits);
     void drop(const Step& step);
     // Takes away kept contents that no step needs any more.
     void dropUnused();

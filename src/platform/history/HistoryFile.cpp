@@ -264,6 +264,14 @@ void HistoryFile::remove(std::int64_t step) {
     sql_.Run("DELETE FROM steps WHERE id=" + id);
 }
 
+std::int64_t HistoryFile::parentOf(std::int64_t step) {
+    Statement& row = prepared("SELECT parent FROM steps WHERE id=?1");
+    row.Bind(1, step);
+    const std::int64_t parent = row.Step() ? row.Number(0) : beginning;
+    row.Reset();
+    return parent;
+}
+
 bool HistoryFile::hasChildren(std::int64_t step) {
     Statement row(sql_, "SELECT 1 FROM steps WHERE parent=?1 LIMIT 1");
     row.Bind(1, step);
@@ -275,11 +283,14 @@ void HistoryFile::replaceParent(std::int64_t parent, std::int64_t by) {
              " WHERE parent=" + QByteArray::number(qlonglong{parent}));
 }
 
-bool HistoryFile::isContentUsed(std::int64_t ofStep) {
-    Statement row(sql_, "SELECT 1 FROM file_steps WHERE before LIKE ?1 OR after LIKE ?1 "
-                        "UNION SELECT 1 FROM present WHERE content LIKE ?1 LIMIT 1");
-    row.Bind(1, text(QString::number(ofStep) + QStringLiteral("/%")));
-    return row.Step();
+QSet<std::int64_t> HistoryFile::stepsOfContents() {
+    Statement rows(sql_, "SELECT before FROM file_steps UNION SELECT after FROM file_steps "
+                         "UNION SELECT content FROM present");
+    QSet<std::int64_t> steps;
+    while (rows.Step()) {
+        steps << rows.Text(0).section(u'/', 0, 0).toLongLong();
+    }
+    return steps;
 }
 
 QByteArray HistoryFile::mirror(const QString& path) {
@@ -411,7 +422,8 @@ void HistoryFile::renumberKilled(std::int64_t step, std::int64_t now) {
 }
 
 std::int64_t HistoryFile::size() {
-    return sql_.NumberOf("PRAGMA page_count") * sql_.NumberOf("PRAGMA page_size");
+    return (sql_.NumberOf("PRAGMA page_count") - sql_.NumberOf("PRAGMA freelist_count")) *
+           sql_.NumberOf("PRAGMA page_size");
 }
 
 void HistoryFile::shrink() { sql_.Run("VACUUM"); }

@@ -9,6 +9,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 
 namespace qvnd::history {
@@ -91,10 +92,13 @@ public:
     // The contents that steps say are on disk alone are kept from now on.
     void contentOnDiskIsKept(const QString& path, const QString& content);
     void remove(std::int64_t step);
+    // The beginning for a step that is not there.
+    std::int64_t parentOf(std::int64_t step);
     bool hasChildren(std::int64_t step);
     // The step's children become children of its parent.
     void replaceParent(std::int64_t parent, std::int64_t by);
-    bool isContentUsed(std::int64_t ofStep);
+    // The steps under whose numbers the contents lie that any step or file needs.
+    QSet<std::int64_t> stepsOfContents();
 
     // The image of a database as the last step left it; empty when none is known.
     QByteArray mirror(const QString& path);
@@ -120,9 +124,9 @@ public:
     // The step has another number now.
     void renumberKilled(std::int64_t step, std::int64_t now);
 
-    // Bytes of the file.
+    // Bytes of the file that are in use; removed steps give theirs free at once.
     std::int64_t size();
-    // Gives the room of removed steps back.
+    // Gives the room of removed steps back to the disk; needs as much meanwhile as is in use.
     void shrink();
 
 private:

@@ -26,6 +26,18 @@ void check(std::error_code failed, const QString& path) {
     }
 }
 
+std::int64_t bytesIn(const QString& folder) {
+    std::int64_t bytes = 0;
+    std::error_code failed;
+    for (fs::recursive_directory_iterator at(toPath(folder), failed), end; !failed && at != end;
+         at.increment(failed)) {
+        if (at->is_regular_file(failed)) {
+            bytes += static_cast<std::int64_t>(at->file_size(failed));
+        }
+    }
+    return bytes;
+}
+
 constexpr QChar unfinishedMark = u'~';
 
 // The copy gets its name when it is complete: a content that a killed process has left half would
@@ -165,21 +177,32 @@ bool KeptFiles::isCopiedTo(const QString& name, const QString& path) const {
     return isKept(name) && files::haveSameBytes(pathOf(name), path);
 }
 
-void KeptFiles::removeUnfinished(const QString& path, const QDateTime& since) {
+// The file is still under the name that it has until it takes the path's place. Other names that
+// look like it are those of copies that the user makes before the next start.
+void KeptFiles::removeUnfinished(const QString& path, const QDateTime& since,
+                                 const QDateTime& last) {
     const QFileInfo file(path);
     const QString name = file.fileName();
-    // As QSaveFile and the store name their unfinished files.
-    static const QRegularExpression unfinished(
-        QStringLiteral("^\\.([A-Za-z]{6}|new|new-journal)$"));
+    // As QSaveFile names its unfinished files, and the store those of a database that is not there.
+    static const QRegularExpression replacing(QStringLiteral("^\\.[A-Za-z]{6}$"));
+    static const QRegularExpression making(QStringLiteral("^\\.(new|new-journal)$"));
     // As the Word engine names its own. Commands take turns, so nobody is writing one now.
     static const QRegularExpression document(QStringLiteral("^~doc[0-9]+-[0-9]+\\.tmp$"));
-    constexpr int tick = 20; // ms, by which the times of files may lag behind the clock
+    constexpr int tick = 20;         // ms, by which the times of files may lag behind the clock
+    constexpr int longestWrite = 60; // seconds
+    if (!since.isValid()) {
+        return;
+    }
     for (const QFileInfo& other : QDir(file.path()).entryInfoList(QDir::Files | QDir::Hidden)) {
         const QString found = other.fileName();
-        const bool hasItsName =
-            document.match(found).hasMatch() ||
-            (found.startsWith(name) && unfinished.match(found.mid(name.size())).hasMatch());
-        if (hasItsName && since.isValid() && other.metadataChangeTime() >= since.addMSecs(-tick)) {
+        const QString ending = found.startsWith(name) ? found.mid(name.size()) : QString();
+        const bool hasItsName = document.match(found).hasMatch() ||
+                                replacing.match(ending).hasMatch() ||
+                                (!file.exists() && making.match(ending).hasMatch());
+        const QDateTime written = other.metadataChangeTime();
+        if (hasItsName && written >= since.addMSecs(-tick) &&
+            written <= last.addSecs(longestWrite) &&
+            !files::haveSameBytes(other.filePath(), path)) {
             QFile::remove(other.filePath());
         }
     }
@@ -199,16 +222,10 @@ void KeptFiles::makeFolder(const QString& path) {
     }
 }
 
-std::int64_t KeptFiles::size() const {
-    std::int64_t bytes = 0;
-    std::error_code failed;
-    for (fs::recursive_directory_iterator at(toPath(folder_), failed), end; !failed && at != end;
-         at.increment(failed)) {
-        if (at->is_regular_file(failed)) {
-            bytes += static_cast<std::int64_t>(at->file_size(failed));
-        }
-    }
-    return bytes;
+std::int64_t KeptFiles::size() const { return bytesIn(folder_); }
+
+std::int64_t KeptFiles::sizeOf(std::int64_t step) const {
+    return bytesIn(pathOf(QString::number(step)));
 }
 
 } // namespace qvnd::history

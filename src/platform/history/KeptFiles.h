@@ -59,15 +59,19 @@ public:
     // Whether the path has a file with what the content holds.
     bool isCopiedTo(const QString& name, const QString& path) const;
     // Removes what a process has left beside the path while it wrote a file for it and was killed.
-    // Files from before `since`, when it began, are the user's and stay; without a time all stay.
-    static void removeUnfinished(const QString& path, const QDateTime& since);
+    // It began at `since`, and its last sign of life is of `last`; files from before and from more
+    // than a minute behind are the user's, and so is a copy of what stands at the path. They stay;
+    // without a time all do.
+    static void removeUnfinished(const QString& path, const QDateTime& since,
+                                 const QDateTime& last);
     // Removes the file; a folder only when it is empty, as it may have what another program put
     // there. Error 70 for a file that cannot be removed.
     static void takeAway(const QString& path);
     // With the folders around it. Error 75.
     static void makeFolder(const QString& path);
-    // Bytes of all contents.
+    // Bytes of all contents, and of those of a step.
     std::int64_t size() const;
+    std::int64_t sizeOf(std::int64_t step) const;
 
 private:
     QString folder_;

@@ -150,7 +150,6 @@ std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAft
     if (frame_->planBehind) {
         frame_->plan = frame_->planBehind();
     }
-    step.plan = frame_->plan;
     step.program = running_.program();
     step.selectedBefore = frame_->selectedKey;
     step.selectedAfter = selectedAfter;
@@ -162,6 +161,7 @@ std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAft
     if (databases.isEmpty() && files.isEmpty()) {
         return std::nullopt;
     }
+    step.plan = planOf(changes, frame_->plan);
     step.title = titleOf(*frame_, changes);
     // 撤消 must find a killed command, whatever it came to.
     step.isMinor = kind != StepKind::unfinished && isMinor(changes, files);
@@ -215,8 +215,9 @@ bool Recorder::findKilled() {
                            u"另一台计算机上，或已不在的程序文件夹中，有一个操作没有做完；"
                            u"请先在那里启动程序。");
     }
+    const QDateTime last = QFileInfo(RunningCommand::fileIn(folder_)).lastModified();
     for (const QString& path : touched) {
-        KeptFiles::removeUnfinished(path, running_.time());
+        KeptFiles::removeUnfinished(path, running_.time(), last);
     }
     kept_.dropUnfinished(running_.step());
     return true;

@@ -23,6 +23,8 @@ public:
     // `folder` is the history's own, `file` the one in it; both outlive the recorder.
     Recorder(const QString& folder, const Places& places, KeptFiles& kept);
 
+    // Whether the file lies in one of the covered folders.
+    bool covers(const QString& file) const { return places_.hasIn(spelt(file)); }
     // Whether there is a history: without one, nothing has been recorded yet.
     bool isThere() const;
     // The history file, opened or made at the first call. Errors as HistoryFile.

@@ -42,24 +42,32 @@ bool holdsNothing(const QByteArray& image) {
 } // namespace
 
 Restoration::Way Restoration::wayTo(std::int64_t target) {
+    return wayBetween(recorder_.file().position().head, target);
+}
+
+// From both ends at a time, so that a step is looked at only as far as the ends are apart.
+Restoration::Way Restoration::wayBetween(std::int64_t from, std::int64_t to) {
     HistoryFile& file = recorder_.file();
-    QList<std::int64_t> ancestors{target};
-    while (ancestors.last() != beginning) {
-        const std::optional<Step> step = file.step(ancestors.last());
-        ancestors << (step ? step->parent : beginning);
-    }
-    Way way;
-    std::int64_t at = file.position().head;
-    for (; !ancestors.contains(at); at = file.step(at).value_or(Step{}).parent) {
-        way.up << at;
-    }
-    for (const std::int64_t step : ancestors) {
-        if (step == at) {
-            break;
+    QList<std::int64_t> up{from};
+    QList<std::int64_t> down{to};
+    QSet<std::int64_t> seenUp{from};
+    QSet<std::int64_t> seenDown{to};
+    const auto climb = [&](QList<std::int64_t>& way, QSet<std::int64_t>& seen) {
+        if (way.last() != beginning) {
+            way << file.parentOf(way.last());
+            seen << way.last();
         }
-        way.down.prepend(step);
+    };
+    while (!seenDown.contains(up.last()) && !seenUp.contains(down.last())) {
+        climb(up, seenUp);
+        if (!seenDown.contains(up.last())) {
+            climb(down, seenDown);
+        }
     }
-    return way;
+    const std::int64_t common = seenDown.contains(up.last()) ? up.last() : down.last();
+    down = down.mid(0, down.indexOf(common));
+    std::reverse(down.begin(), down.end());
+    return {up.mid(0, up.indexOf(common)), down};
 }
 
 Restoration::Goal Restoration::goalOf(const Way& way) {
@@ -78,22 +86,9 @@ Restoration::Goal Restoration::goalOf(const Way& way) {
     return goal;
 }
 
-QByteArray Restoration::imageOn(const Way& way, const QString& database) {
-    HistoryFile& file = recorder_.file();
-    QByteArray image = file.mirror(database);
-    for (const std::int64_t step : way.up + way.down) {
-        for (const DatabaseChange& change : file.databasesOf(step)) {
-            if (change.path == database) {
-                image = applied(change.delta, image,
-                                way.up.contains(step) ? Direction::back : Direction::forward);
-            }
-        }
-    }
-    return image;
-}
-
 QByteArray Restoration::imageAt(std::int64_t step, const QString& database) {
-    return imageOn(wayTo(step), database);
+    const QMap<QString, QByteArray> images = imagesAt(wayTo(step));
+    return images.contains(database) ? images[database] : recorder_.file().mirror(database);
 }
 
 QString Restoration::fileAt(std::int64_t step, const QString& path) {
@@ -271,9 +266,21 @@ void Restoration::carryOut(const QMap<QString, QByteArray>& images,
 }
 
 QMap<QString, QByteArray> Restoration::imagesAt(const Way& way) {
+    HistoryFile& file = recorder_.file();
     QMap<QString, QByteArray> images;
-    for (const QString& database : goalOf(way).databases) {
-        images[database] = imageOn(way, database);
+    const auto pass = [&](std::int64_t step, Direction direction) {
+        for (const DatabaseChange& change : file.databasesOf(step)) {
+            if (!images.contains(change.path)) {
+                images[change.path] = file.mirror(change.path);
+            }
+            images[change.path] = applied(change.delta, images[change.path], direction);
+        }
+    };
+    for (const std::int64_t step : way.up) {
+        pass(step, Direction::back);
+    }
+    for (const std::int64_t step : way.down) {
+        pass(step, Direction::forward);
     }
     return images;
 }
@@ -282,7 +289,7 @@ void Restoration::end(const Pending& pending) {
     HistoryFile& file = recorder_.file();
     const auto images = imagesAt(wayTo(pending.target));
     for (const PendingFile& one : pending.files) {
-        KeptFiles::removeUnfinished(one.path, pending.began);
+        KeptFiles::removeUnfinished(one.path, pending.began, pending.began);
     }
     carryOut(images, [&] {
         for (const PendingFile& one : pending.files) {
@@ -309,10 +316,7 @@ void Restoration::end(const Pending& pending) {
 }
 
 bool Restoration::isAbove(std::int64_t one, std::int64_t other) {
-    while (other != one && other != beginning) {
-        other = recorder_.file().step(other).value_or(Step{}).parent;
-    }
-    return other == one;
+    return wayBetween(other, one).down.isEmpty();
 }
 
 void Restoration::takeBack() { takeBackAllBut({}); }

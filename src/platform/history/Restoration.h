@@ -53,6 +53,7 @@ public:
     Way wayTo(std::int64_t target);
 
 private:
+    Way wayBetween(std::int64_t from, std::int64_t to);
     struct Goal {
         QMap<QString, QString> files; // contents by path
         QStringList databases;
@@ -64,7 +65,6 @@ private:
     };
 
     Goal goalOf(const Way& way);
-    QByteArray imageOn(const Way& way, const QString& database);
     QMap<QString, QByteArray> imagesAt(const Way& way);
     static void refuseElsewhere(const Goal& goal);
     void refuseOpen(const QList<PendingFile>& files);

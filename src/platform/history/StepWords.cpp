@@ -124,6 +124,19 @@ QString titleOf(const CommandFrame& frame, const QList<Change>& changes) {
     return subject.isEmpty() ? frame.caption : u"%1[%2]"_s.arg(frame.caption, subject);
 }
 
+QString planOf(const QList<Change>& changes, const QString& open) {
+    QStringList plans;
+    for (const Change& change : changes) {
+        const bool isOfPlans =
+            change.database.compare(u"Db_UsTemplate.mdb"_s, Qt::CaseInsensitive) == 0;
+        if (isOfPlans && !change.key.isEmpty() && !isBookkeeping(change) &&
+            !plans.contains(change.table)) {
+            plans << change.table;
+        }
+    }
+    return plans.size() == 1 ? plans.first() : open;
+}
+
 bool isOwnCopy(const QString& path) {
     const QFileInfo file(path);
     return file.completeBaseName().compare(file.dir().dirName(), Qt::CaseInsensitive) == 0;
@@ -150,6 +163,10 @@ bool isMinor(const QList<Change>& changes, const QList<FileChange>& files) {
 QList<Change> shown(QList<Change> changes) {
     changes.removeIf(isUnseen);
     return changes;
+}
+
+QString nameBefore(const Change& change) {
+    return change.nameBefore.isEmpty() ? change.name : change.nameBefore;
 }
 
 QString lineOf(const Change& change) {
@@ -188,7 +205,11 @@ QString goneAlongNote(const QStringList& titles) {
 }
 
 QString lostNote(const QStringList& files) {
-    return u"操作历史没有下列文件那时的内容，它们没有恢复：%1"_s.arg(files.join(u'、'));
+    constexpr qsizetype mostNames = 5;
+    const QString rest = files.size() > mostNames ? u" 等 %1 个"_s.arg(files.size()) : QString();
+    return u"操作历史没有下列文件那时的内容，它们没有恢复：%1"_s.arg(
+               files.mid(0, mostNames).join(u'、')) +
+           rest;
 }
 
 } // namespace qvnd::history

@@ -13,6 +13,9 @@ QString titleOf(const CommandFrame& frame, const QList<Change>& changes);
 // own name and follows the central ones.
 bool isOwnCopy(const QString& path);
 
+// The plan whose outline alone was changed, where that is not the open one; else the open one.
+QString planOf(const QList<Change>& changes, const QString& open);
+
 // Whether nothing was changed but which plan is open, a scratch table, and plans' own copies of
 // their tables.
 bool isMinor(const QList<Change>& changes, const QList<FileChange>& files);
@@ -23,6 +26,9 @@ QList<Change> shown(QList<Change> changes);
 // What a user calls a database: "用户方案", "甲 文件夹中的大纲". A file that is none of those of
 // the program has its own name.
 QString databaseWord(const QString& path);
+
+// The name that what a change took away, replaced or renamed had before it.
+QString nameBefore(const Change& change);
 
 // One line for a change, as the list of the history shows it: "删去节点 施工部署（甲.1）".
 QString lineOf(const Change& change);

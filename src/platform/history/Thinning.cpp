@@ -1,6 +1,9 @@
 #include "platform/history/History.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/history/JoinedSteps.h"
+
+#include <QHash>
 
 #include <algorithm>
 
@@ -8,71 +11,140 @@ namespace qvnd::history {
 
 namespace {
 
-// How many of the oldest steps are before the last so many commands. Bookkeeping is none.
-qsizetype freeOf(const QList<Step>& steps, int least) {
-    qsizetype free = steps.size();
-    for (int kept = 0; free > 0 && (kept < least || steps[free - 1].isMinor);) {
-        --free;
-        kept += steps[free].isMinor ? 0 : 1;
+constexpr qsizetype longestTitle = 100;
+
+// The steps, oldest first, while some of them are joined or go.
+class StepList {
+public:
+    explicit StepList(const QList<Step>& steps) : steps_(steps) {
+        for (const Step& step : steps_) {
+            ++children_[step.parent];
+        }
     }
-    return free;
+
+    qsizetype size() const { return steps_.size(); }
+    const Step& operator[](qsizetype at) const { return steps_[at]; }
+    int childrenOf(std::int64_t step) const { return children_.value(step); }
+    // How many of the oldest are before the last so many commands. Bookkeeping is none.
+    qsizetype freeOf(int least) const {
+        qsizetype free = steps_.size();
+        for (int kept = 0; free > 0 && (kept < least || steps_[free - 1].isMinor);) {
+            --free;
+            kept += steps_[free].isMinor ? 0 : 1;
+        }
+        return free;
+    }
+    // Negative when it is not there. They are in the order of their numbers.
+    qsizetype placeOf(std::int64_t id) const {
+        const auto found = std::lower_bound(
+            steps_.begin(), steps_.end(), id,
+            [](const Step& step, std::int64_t wanted) { return step.id < wanted; });
+        return found != steps_.end() && found->id == id ? found - steps_.begin() : -1;
+    }
+    // Whether `one` is `other` or a step on the way to it.
+    bool isAbove(std::int64_t one, std::int64_t other) const {
+        for (qsizetype at = placeOf(other); at >= 0 && other != one; at = placeOf(other)) {
+            other = steps_[at].parent;
+        }
+        return other == one;
+    }
+    void replace(qsizetype at, const Step& by) { steps_[at] = by; }
+    // Its children become those of its parent.
+    void remove(qsizetype at) {
+        const Step gone = steps_.takeAt(at);
+        const int children = children_.take(gone.id);
+        children_[gone.parent] += children - 1;
+        for (Step& step : steps_) {
+            step.parent = step.parent == gone.id ? gone.parent : step.parent;
+        }
+    }
+
+private:
+    QList<Step> steps_;
+    QHash<std::int64_t, int> children_;
+};
+
+QString joinedText(const QString& one, const QString& other, const QString& between) {
+    return one.isEmpty() || other.isEmpty() ? one + other : one + between + other;
+}
+
+// Bookkeeping has no title of its own among commands; a very long one is cut.
+QString joinedTitle(const Step& earlier, const Step& later) {
+    if (earlier.isMinor != later.isMinor) {
+        return earlier.isMinor ? later.title : earlier.title;
+    }
+    const QString etc = QStringLiteral("等");
+    if (earlier.title.size() + later.title.size() < longestTitle) {
+        return earlier.title + u'、' + later.title;
+    }
+    return earlier.title.endsWith(etc) ? earlier.title : earlier.title + etc;
+}
+
+// The later one's number and place, and the words of both.
+Step joined(const Step& earlier, const Step& later) {
+    const bool isEarlierTold = later.isMinor && !earlier.isMinor;
+    Step both = later;
+    both.parent = earlier.parent;
+    both.kind = later.isAutomatic() ? earlier.kind : later.kind;
+    both.title = joinedTitle(earlier, later);
+    both.plan = isEarlierTold || later.plan.isEmpty() ? earlier.plan : later.plan;
+    both.note = joinedText(earlier.note, later.note, QStringLiteral("\n"));
+    both.isMinor = earlier.isMinor && later.isMinor;
+    both.selectedBefore = earlier.selectedBefore;
+    return both;
+}
+
+// A step that keeps what came from outside answers for the state behind it, others for the one
+// before them.
+bool areAlike(const Step& one, const Step& other) {
+    return one.kind != StepKind::outside && other.kind != StepKind::outside &&
+           one.time.date() == other.time.date();
+}
+
+// The oldest step that nothing else builds on: the end of a branch that the work space, at `now`,
+// does not stand at, or the first of all steps, on the way there. Negative when there is none.
+qsizetype expendableIn(const StepList& steps, int least, std::int64_t now) {
+    const qsizetype free = steps.freeOf(least);
+    for (qsizetype at = 0; at < free; ++at) {
+        const Step& step = steps[at];
+        const bool isEnd = step.id != now && steps.childrenOf(step.id) == 0;
+        const bool isFirst = step.parent == beginning && steps.childrenOf(beginning) == 1;
+        if (isEnd || (isFirst && steps.isAbove(step.id, now))) {
+            return at;
+        }
+    }
+    return -1;
 }
 
 } // namespace
 
-// The oldest step that may be joined with its parent: both old, of one day, with no other child of
-// the parent, which neither the work space nor 恢复 ends at, and not among the newest.
-std::optional<std::int64_t> History::joinableAt(const QList<Step>& steps, const Limits& limits,
-                                                const QDateTime& now) {
-    const qsizetype free = freeOf(steps, limits.least);
-    const std::int64_t tip = recorder_.file().position().tip;
-    const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
-    for (qsizetype at = 0; at < free; ++at) {
-        const Step& step = steps[at];
-        const auto parent = std::find_if(
-            steps.begin(), steps.end(), [&](const Step& other) { return other.id == step.parent; });
-        const auto siblings = std::count_if(steps.begin(), steps.end(), [&](const Step& other) {
-            return other.parent == step.parent;
-        });
-        if (parent != steps.end() && step.time < young && siblings == 1 && parent->id != head() &&
-            parent->id != tip && parent->time.date() == step.time.date()) {
-            return step.id;
-        }
-    }
-    return std::nullopt;
-}
-
-// The joined step keeps the later one's number and place, and the words of both.
-void History::joinWithParent(const Step& step) {
+// Old steps of one day become one, but for those that the work space or 恢复 ends at, and where a
+// branch leaves. What could not be joined with its parent cannot be behind another joining either,
+// so one pass does.
+int History::joinOld(const Limits& limits, const QDateTime& now) {
     HistoryFile& file = recorder_.file();
-    const Step parent = file.step(step.parent).value_or(Step{});
-    Step both = step;
-    both.parent = parent.parent;
-    both.title = parent.title.contains(u'、') ? parent.title : parent.title + u'、' + step.title;
-    both.isMinor = parent.isMinor && step.isMinor;
-    both.selectedBefore = parent.selectedBefore;
-    joinSteps(file, parent.id, step.id, both);
-}
-
-// The oldest step that nothing else builds on: the end of a branch that the work space does not
-// stand at, or the first of all steps, on the way to where it stands.
-std::optional<Step> History::expendable(const QList<Step>& steps, int least) {
-    const auto childrenOf = [&](std::int64_t parent) {
-        return std::count_if(steps.begin(), steps.end(),
-                             [&](const Step& step) { return step.parent == parent; });
-    };
-    const std::int64_t now = head();
-    const qsizetype free = freeOf(steps, least);
-    for (qsizetype at = 0; at < free; ++at) {
+    StepList steps(file.steps());
+    const Position position = file.position();
+    const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
+    int count = 0;
+    qsizetype free = steps.freeOf(limits.least);
+    for (qsizetype at = 0; at < free;) {
         const Step& step = steps[at];
-        const bool isEnd = step.id != now && childrenOf(step.id) == 0;
-        const bool isFirst = step.parent == beginning && childrenOf(beginning) == 1 &&
-                             restoration_.isAbove(step.id, now);
-        if (isEnd || isFirst) {
-            return step;
+        const qsizetype parent = steps.placeOf(step.parent);
+        if (parent < 0 || step.time >= young || steps.childrenOf(step.parent) != 1 ||
+            step.parent == position.head || step.parent == position.tip ||
+            !areAlike(steps[parent], step)) {
+            ++at;
+            continue;
         }
+        const Step both = joined(steps[parent], step);
+        joinSteps(file, step.parent, step.id, both);
+        steps.replace(at, both);
+        steps.remove(parent);
+        --free;
+        ++count;
     }
-    return std::nullopt;
+    return count;
 }
 
 // The state behind a first step becomes the beginning.
@@ -89,38 +161,55 @@ void History::drop(const Step& step) {
     all.commit();
 }
 
+// Several go at a time, until what they alone have kept makes up for what is too much: looking for
+// what nobody needs any more reads all that remains.
+int History::dropOldest(const Limits& limits) {
+    HistoryFile& file = recorder_.file();
+    const auto excess = [&] { return kept_.size() + file.size() - limits.bytes; };
+    if (excess() <= 0) {
+        return 0;
+    }
+    StepList steps(file.steps());
+    const qsizetype before = steps.size();
+    for (bool isAnyLeft = true; isAnyLeft && excess() > 0;) {
+        for (std::int64_t left = excess(); left > 0 && isAnyLeft;) {
+            const qsizetype at = expendableIn(steps, limits.least, head());
+            isAnyLeft = at >= 0;
+            if (isAnyLeft) {
+                left -= kept_.sizeOf(steps[at].id) + file.size();
+                drop(steps[at]);
+                left += file.size();
+                steps.remove(at);
+            }
+        }
+        dropUnused();
+    }
+    return static_cast<int>(before - steps.size());
+}
+
 // What a command or a restoration under way has kept belongs to no step yet.
 int History::thin(const Limits& limits, const QDateTime& now) {
     if (!exists() || recorder_.isAnyUnderWay() || isHalfRestored()) {
         return 0;
     }
     HistoryFile& file = recorder_.file();
-    const qsizetype before = file.steps().size();
-    {
-        HistoryFile::Transaction all(file);
-        while (const auto id = joinableAt(file.steps(), limits, now)) {
-            joinWithParent(*file.step(*id));
-        }
-        all.commit();
-    }
-    if (file.steps().size() < before) {
+    HistoryFile::Transaction all(file);
+    const int joined = joinOld(limits, now);
+    all.commit();
+    if (joined > 0) {
         dropUnused();
     }
-    while (kept_.size() + file.size() > limits.bytes) {
-        const std::optional<Step> step = expendable(file.steps(), limits.least);
-        if (!step) {
-            break;
-        }
-        drop(*step);
-        dropUnused();
-        file.shrink();
+    const int dropped = dropOldest(limits);
+    if (dropped > 0) {
+        ignoringErrors([&] { file.shrink(); }); // the room is used again all the same
     }
-    return static_cast<int>(before - file.steps().size());
+    return joined + dropped;
 }
 
 void History::dropUnused() {
+    const QSet<std::int64_t> used = recorder_.file().stepsOfContents();
     for (const std::int64_t step : kept_.steps()) {
-        if (!recorder_.file().isContentUsed(step)) {
+        if (!used.contains(step)) {
             kept_.removeStep(step);
         }
     }

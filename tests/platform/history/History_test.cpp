@@ -246,6 +246,40 @@ TEST_F(HistoryTest, ACopyBesideADocumentStaysWhateverItsEnding) {
     EXPECT_EQ(world.read("甲/甲.1.doc.new"), "mine");
 }
 
+// What the start behind a kill takes away beside a file that the killed command has touched.
+TEST_F(HistoryTest, CopiesThatTheUserMakesBehindAKillAreNotTakenForItsLeftovers) {
+    const QDateTime began = QDateTime::currentDateTime();
+    for (const char* name : {"甲.doc", "甲.doc.backup", "甲.doc.new", "甲.doc.aBcDeF"}) {
+        world.write(name, "text");
+    }
+    world.write("甲.doc.aBcDeF", "half");
+    history::KeptFiles::removeUnfinished(world.path("甲.doc"), began.addSecs(-300),
+                                         began.addSecs(-120));
+    EXPECT_EQ(world.read("甲.doc.aBcDeF"), "half") << "written long after the kill";
+    history::KeptFiles::removeUnfinished(world.path("甲.doc"), began, began);
+    EXPECT_FALSE(QFile::exists(world.path("甲.doc.aBcDeF"))) << "a leftover";
+    EXPECT_EQ(world.read("甲.doc.backup"), "text") << "a copy of what is there";
+    EXPECT_EQ(world.read("甲.doc.new"), "text") << "only a database that is not there has such";
+    world.write("乙.mdb.new", "half");
+    history::KeptFiles::removeUnfinished(world.path("乙.mdb"), began, began);
+    EXPECT_FALSE(QFile::exists(world.path("乙.mdb.new")));
+}
+
+TEST_F(HistoryTest, AFileTakenOutToElsewhereIsNoneOfTheHistorys) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const std::int64_t deletion = world.run("删除", [&] { world.deletePlan("甲"); }).step->id;
+    const test::TemporaryFolder elsewhere;
+    elsewhere.makeFolder("stick");
+    const QString target = elsewhere.path("stick/a.doc");
+    const auto outcome =
+        world.run("取出", [&] { history().takeOut(deletion, world.path("甲/甲.1.doc"), target); });
+    EXPECT_FALSE(outcome.step);
+    EXPECT_TRUE(QFile::exists(target));
+    QDir(elsewhere.path("stick")).removeRecursively();
+    ASSERT_TRUE(history().undo());
+    EXPECT_TRUE(QFile::exists(world.path("甲/甲.1.doc")));
+}
+
 TEST_F(HistoryTest, ADatabaseChangedOutsideBecomesAStepOfItsOwn) {
     world.run("新建", [&] { world.makePlan("甲"); });
     test::HistoryWorld::addRow(*world.db, "甲", "甲.8"); // by no command

@@ -132,6 +132,28 @@ TEST_F(OutsideChanges, OfADatabaseAreToldByTheUndoThatMeetsThem) {
     EXPECT_EQ(world.state(), changed);
 }
 
+// The command has taken its number before it meets them.
+TEST_F(OutsideChanges, ThatACommandMeetsHaveTheGreaterNumberAndLieBeforeItAllTheSame) {
+    changePlan();
+    HistoryWorld::addRow(*world.db, "甲", "甲.8"); // by no command
+    const State outside = world.state();
+    const auto step =
+        world.run("添加", [&] { HistoryWorld::addRow(*world.db, "甲", "甲.9"); }).step;
+    const State behind = world.state();
+    ASSERT_GT(step->parent, step->id);
+    history().undo();
+    EXPECT_EQ(world.state(), outside);
+    ASSERT_TRUE(history().redoable());
+    EXPECT_EQ(history().redoable()->id, step->id);
+    for (const std::int64_t from : {history::beginning, step->parent}) {
+        history().goTo(step->parent);
+        EXPECT_EQ(world.state(), outside);
+        history().goTo(from);
+        history().goTo(step->id);
+        EXPECT_EQ(world.state(), behind);
+    }
+}
+
 TEST_F(OutsideChanges, OfSeveralDocumentsAreToldAsOneStep) {
     world.write("甲/甲.1.doc", "edited");
     world.write("甲/甲.2.doc", "edited too");

@@ -29,6 +29,15 @@ protected:
         }
         world.open();
     }
+    // Sets a field of a step, as if its command had been another one.
+    void make(int step, const QString& field, const QString& value) {
+        world.close();
+        test::PlainSqlite(world.path(".~history/history.db"))
+            .rows(QString("UPDATE steps SET %1='%2' WHERE id=%3").arg(field, value).arg(step));
+        world.open();
+    }
+    int thin() { return world.history->thin({std::chrono::days{30}, Limits{}.bytes, 0}, now); }
+    history::Step firstStep() { return world.history->steps().first(); }
     QStringList titles() {
         QStringList found;
         for (const history::Step& step : world.history->steps()) {
@@ -60,6 +69,64 @@ TEST_F(ThinnedHistory, OlderStepsAreJoinedToOneADayAndLeadBackAllTheSame) {
         ASSERT_TRUE(world.history->redo());
     }
     EXPECT_EQ(world.state(), last);
+}
+
+TEST_F(ThinnedHistory, AJoinedStepKeepsTheWordsOfAllAndThePlanOfTheLastCommand) {
+    spreadOverDays();
+    make(1, "note", "同时移除了 1 个节点：章");
+    make(1, "title", "删除[人、机、料]");
+    make(2, "note", "覆盖了 1 个文件：文.doc");
+    make(2, "title", "添加[文]");
+    make(2, "plan", "甲");
+    for (const auto& [field, value] : {std::pair("kind", "3"), std::pair("minor", "1"),
+                                       std::pair("plan", "乙"), std::pair("title", "退出")}) {
+        make(3, field, value);
+    }
+    EXPECT_EQ(thin(), 8);
+    const history::Step joined = firstStep();
+    EXPECT_EQ(joined.title, "删除[人、机、料]、添加[文]");
+    EXPECT_EQ(joined.note, "同时移除了 1 个节点：章\n覆盖了 1 个文件：文.doc");
+    EXPECT_EQ(joined.plan, "甲");
+    EXPECT_EQ(joined.kind, history::StepKind::command);
+    EXPECT_FALSE(joined.isMinor);
+}
+
+TEST_F(ThinnedHistory, ATitleOfVeryManyCommandsEndsWithAndSoOn) {
+    spreadOverDays();
+    const QString second = titles().at(1);
+    make(1, "title", QString(90, u'长'));
+    EXPECT_EQ(thin(), 8);
+    EXPECT_EQ(firstStep().title, QString(90, u'长') + "、" + second + "等");
+}
+
+// It answers for the state behind it, commands for the one before them.
+TEST_F(ThinnedHistory, WhatCameFromOutsideIsJoinedWithNothing) {
+    spreadOverDays();
+    make(2, "kind", "2");
+    EXPECT_EQ(thin(), 6);
+    EXPECT_EQ(world.history->step(2)->kind, history::StepKind::outside);
+    EXPECT_EQ(world.history->steps().size(), 6);
+}
+
+TEST_F(ThinnedHistory, NoMoreGoThanAreTooMuch) {
+    const history::KeptFiles kept(world.path(".~history/kept"));
+    world.run("删除", [&] { world.deletePlan("P0"); });
+    world.run("删除", [&] { world.deletePlan("P1"); });
+    const auto all = [&] {
+        const QStringList bytes = test::PlainSqlite(world.path(".~history/history.db"))
+                                      .rows("SELECT ((SELECT * FROM pragma_page_count()) - "
+                                            "(SELECT * FROM pragma_freelist_count())) * "
+                                            "(SELECT * FROM pragma_page_size())");
+        return kept.size() + bytes.value(0).toLongLong();
+    };
+    const auto thinTo = [&](qint64 bytes) {
+        return world.history->thin({std::chrono::days{30}, bytes, 0}, now);
+    };
+    EXPECT_EQ(thinTo(all()), 0);
+    EXPECT_EQ(thinTo(all() - 1), 1);
+    const qint64 wanted = all() - 60000;
+    EXPECT_GT(thinTo(wanted), 1);
+    EXPECT_LE(all(), wanted);
 }
 
 TEST_F(ThinnedHistory, TheLastStepsStayHoweverOldTheyAre) {
