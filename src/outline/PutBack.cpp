@@ -222,15 +222,16 @@ PutBack putBack(modMain& state, std::int64_t step, const Change& change) {
                           : putFileBack(state, step, change);
 }
 
-QString fileOf(modMain& state, const Change& change) {
-    if (isFile(change)) {
-        return change.kind == Kind::fileAdded ? QString() : change.key;
-    }
+QString fileBefore(modMain& state, std::int64_t step, const Change& change) {
     QString file;
-    if (isNode(change) && isKeyOf(change.table, change.key)) {
+    if (isFile(change)) {
+        file = change.key;
+    } else if (isNode(change) && isKeyOf(change.table, change.key)) {
         ignoringErrors([&] { file = Library(state, change).document(change.table, change.key); });
     }
-    return file;
+    const bool came = change.kind == Kind::rowAdded || change.kind == Kind::fileAdded;
+    return came || file.isEmpty() || state.History->contentBefore(step, file).isEmpty() ? QString()
+                                                                                        : file;
 }
 
 QString takenOutPath(const modMain& state, const history::Step& step, const QString& file,

@@ -35,8 +35,9 @@ bool canPutBack(const history::Change& change);
 // of files and store pass.
 PutBack putBack(modMain& state, std::int64_t step, const history::Change& change);
 
-// The file that a change is about: itself, or that of a document's node; empty for anything else.
-QString fileOf(modMain& state, const history::Change& change);
+// The file that a change is about, itself or that of a document's node, where the history has what
+// it held before the step; empty for anything else.
+QString fileBefore(modMain& state, std::int64_t step, const history::Change& change);
 
 // Where such a file goes when it is taken out: into the work folder, under the name of its node or
 // its own, with the time of the step. No file is there yet.

@@ -208,12 +208,19 @@ ExitStatus restore(Session& session, const QStringList& words) {
     return ExitStatus::done;
 }
 
-// The change of that key, path or name; a key or path counts more than a name.
+// The change of that key, path or name; a key or path counts more than a name, and the name before
+// the step more than the one behind it. A node that was replaced has no name behind it.
 std::optional<Change> changeOf(history::History& history, std::int64_t step, const QString& what) {
+    using Name = QString (*)(const Change&);
+    const std::initializer_list<Name> names = {
+        [](const Change& change) { return change.key; }, &history::nameBefore,
+        [](const Change& change) {
+            return change.kind == Change::Kind::rowReplaced ? QString() : change.name;
+        }};
     const QList<Change> changes = history.changesOf(step);
-    for (const auto field : {&Change::key, &Change::name}) {
+    for (const Name name : names) {
         for (const Change& change : changes) {
-            if (change.*field == what && outline::canPutBack(change)) {
+            if (name(change) == what && outline::canPutBack(change)) {
                 return change;
             }
         }
@@ -253,7 +260,13 @@ ExitStatus takeOne(Session& session, const QStringList& words) {
     if (!session.mayWrite(target)) {
         return ExitStatus::refused;
     }
-    history.takeOut(step->id, outline::fileOf(session.programAsLeft().state(), *change), target);
+    const QString file = outline::fileBefore(session.programAsLeft().state(), step->id, *change);
+    if (file.isEmpty()) {
+        session.output().note(u"“%1”在这一步以前没有文件，或者操作历史没有保留它的内容。"_s.arg(
+            history::nameBefore(*change)));
+        return ExitStatus::refused;
+    }
+    history.takeOut(step->id, file, target);
     session.output().result(target, target);
     return ExitStatus::done;
 }

@@ -129,10 +129,10 @@ void showHistory(Program&, const Look& look) {
     step.note = QStringLiteral("同时移除了 1 个节点：质量保证");
     const Change change{
         Change::Kind::rowRemoved, "Db_UsTemplate.mdb", "甲", "甲.2", "施工部署", {}};
-    outline::HistoryWindow window({[=](const QString&) { return QList{step}; },
-                                   [=](std::int64_t) { return QList{change}; }, [] { return 2; },
-                                   [](const Change&) { return QStringLiteral("甲.2.doc"); }},
-                                  nullptr);
+    outline::HistoryWindow window(
+        {[=](const QString&) { return QList{step}; }, [=](std::int64_t) { return QList{change}; },
+         [] { return 2; }, [](std::int64_t, const Change&) { return QStringLiteral("甲.2.doc"); }},
+        nullptr);
     window.refresh();
     auto* changes = window.findChild<QTreeWidget*>("historyChanges");
     changes->setCurrentItem(changes->topLevelItem(0));

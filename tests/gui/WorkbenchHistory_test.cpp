@@ -1,6 +1,7 @@
 #include "gui/support/Renaming.h"
 #include "gui/support/WorkbenchWindow.h"
 #include "outline/TakeBack.h"
+#include "outline/windows/HistoryWindow.h"
 #include "outline/windows/NoteBar.h"
 
 #include <QComboBox>
@@ -156,6 +157,18 @@ TEST_F(WorkbenchHistory, ARenamingIsTakenBack) {
     EXPECT_EQ(world.workbench.TrvCurrent.Item("T.1").Text(), "名T.1");
 }
 
+TEST_F(WorkbenchHistory, TheMenuShortensTheNameOfANodeThatIsVeryLong) {
+    const QString name = "首" + QString(200, u'长') + "尾";
+    OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"), {"T.9", name, "否"});
+    open("T.9");
+    deleteNode("T.9");
+    const QString text = item("mnuUndo").text();
+    EXPECT_LT(text.size(), 50);
+    EXPECT_TRUE(text.startsWith("撤消 删除[首") && text.contains("…") && text.endsWith("尾]"))
+        << text.toStdString();
+    EXPECT_EQ(toolbar().undo()->toolTip(), "撤消 删除[" + name + "]");
+}
+
 TEST_F(WorkbenchHistory, WhatACopyLeavesOutIsToldWithoutAWayBackWhereNothingWasCopied) {
     open("T.1");
     const auto paste = [this] {
@@ -295,8 +308,15 @@ TEST_F(WorkbenchHistory, TheWindowListsTheCommandsAndLeadsBackToBeforeOne) {
     press("historyBefore");
     EXPECT_TRUE(isShown("T.1"));
     EXPECT_TRUE(isShown("T.3"));
-    form->findChild<QLineEdit*>("historySearch")->setText("名T.3");
+    auto* search = form->findChild<QLineEdit*>("historySearch");
+    search->setText("名T.3");
     EXPECT_EQ(steps->topLevelItemCount(), 1);
+    auto* note = form->findChild<QLabel*>("historyNote");
+    EXPECT_FALSE(note->isVisible());
+    search->setText("没有的名称");
+    EXPECT_EQ(steps->topLevelItemCount(), 0);
+    EXPECT_TRUE(note->isVisible());
+    EXPECT_EQ(note->text(), "没有符合条件的操作。");
 }
 
 TEST_F(WorkbenchHistory, TheWindowTakesASingleFileOut) {
@@ -372,6 +392,16 @@ TEST_F(WorkbenchHistory, TheWindowPutsASingleNodeBack) {
     EXPECT_EQ(selected(), "T.1");
     EXPECT_EQ(titles().first(), "放回[名T.1]");
     EXPECT_EQ(item("mnuUndo").text(), "撤消 放回[名T.1]");
+}
+
+TEST_F(WorkbenchHistory, AStepThatIsNoLongerInTheHistoryIsToldSo) {
+    open("T.1");
+    deleteNode("T.3");
+    item("mnuHistory").trigger();
+    auto* window = form->findChild<outline::HistoryWindow*>();
+    emit window->goBefore(4711);
+    EXPECT_EQ(frame.status.last(), "这一步已不在操作历史中。");
+    EXPECT_FALSE(isShown("T.3"));
 }
 
 TEST_F(WorkbenchHistory, TheDetailsOfTheBarAreThoseOfItsStep) {

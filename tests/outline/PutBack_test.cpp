@@ -293,15 +293,35 @@ TEST_F(PutBack, OfADeletedPlanIsRefusedAndItsFilesCanBeTakenOut) {
     const Change document = changeOf(step, "T.1.1");
     EXPECT_EQ(test::errorNumberOf([&] { outline::putBack(world.state, step, document); }),
               error::invalidCall);
-    const QString taken = outline::takenOutPath(world.state, *world.state.History->step(step),
-                                                outline::fileOf(world.state, document), "文");
+    const QString taken =
+        outline::takenOutPath(world.state, *world.state.History->step(step),
+                              outline::fileBefore(world.state, step, document), "文");
     EXPECT_TRUE(taken.startsWith(world.state.gWorkPath + "文-")) << taken.toStdString();
-    world.state.History->takeOut(step, outline::fileOf(world.state, document), taken);
+    world.state.History->takeOut(step, outline::fileBefore(world.state, step, document), taken);
     EXPECT_EQ(world.folder.read(QFileInfo(taken).fileName()), "T.1.1");
     EXPECT_NE(outline::takenOutPath(world.state, *world.state.History->step(step),
-                                    outline::fileOf(world.state, document), "文"),
+                                    outline::fileBefore(world.state, step, document), "文"),
               taken)
         << "a file that is there is not replaced";
+}
+
+TEST_F(PutBack, AFileIsOfferedWhereTheHistoryHasOne) {
+    const std::int64_t step = deleteNode("T.1");
+    const auto fileOf = [&](const QString& key) {
+        return outline::fileBefore(world.state, step, changeOf(step, key));
+    };
+    EXPECT_TRUE(fileOf("T.1.1").endsWith("T.1.1.doc"));
+    EXPECT_EQ(fileOf("T.1"), QString()) << "a folder has none";
+    const std::int64_t added = run("添加", [this] { addRow({"T.1.1", "新", "是"}); });
+    EXPECT_EQ(outline::fileBefore(world.state, added, changeOf(added, "T.1.1")), QString());
+}
+
+TEST_F(PutBack, IsACommandOnThePlanOfTheNodeAlsoWhenAnotherOneIsOpen) {
+    world.makePlan(QStringList{"U", "U.1"});
+    const std::int64_t step = deleteNode("T.1");
+    world.openPlan("U");
+    putBack(step, "T.1");
+    EXPECT_EQ(world.state.History->undoable()->plan, "T");
 }
 
 TEST_F(PutBack, ANodeOfATemplateComesBackWithItsFile) {

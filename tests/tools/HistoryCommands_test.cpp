@@ -284,6 +284,31 @@ TEST_F(HistoryTool, TakeToAFileCopiesTheDocumentAsItWas) {
     EXPECT_FALSE(folder.exists("home/Sys/用户模板/甲"));
 }
 
+TEST_F(HistoryTool, TakeToAFileElsewhereIsNoStep) {
+    qvndctl({"plan", "delete", "甲"});
+    const qsizetype steps = list().size();
+    const QString deletion = QString::number(list().last().toObject()["步"].toInt());
+    expectDone({"history", "take", deletion, "甲.1.1", "--to", folder.path("旧.doc")});
+    EXPECT_EQ(list().size(), steps);
+}
+
+TEST_F(HistoryTool, TakeFindsANodeByTheNameThatItHadBefore) {
+    expectDone({"outline", "rename", "甲", "甲.1", "部署"});
+    const QString step = QString::number(list().last().toObject()["步"].toInt());
+    expectDone({"history", "take", step, "施工部署"});
+    EXPECT_TRUE(qvndctl({"outline", "show", "甲"}) == ExitStatus::done && out.contains("施工部署"))
+        << out.toStdString();
+}
+
+TEST_F(HistoryTool, AFolderHasNoFileToTake) {
+    qvndctl({"outline", "delete", "甲", "甲.1"});
+    const QString deletion = QString::number(list().last().toObject()["步"].toInt());
+    EXPECT_EQ(qvndctl({"history", "take", deletion, "甲.1", "--to", folder.path("旧.doc")}),
+              ExitStatus::refused);
+    EXPECT_TRUE(err.contains("“施工部署”在这一步以前没有文件")) << err.toStdString();
+    EXPECT_FALSE(folder.exists("旧.doc"));
+}
+
 TEST_F(HistoryTool, TakeToAFileThatExistsReplacesItOnlyWithYes) {
     qvndctl({"plan", "delete", "甲"});
     const QString deletion = QString::number(list().last().toObject()["步"].toInt());

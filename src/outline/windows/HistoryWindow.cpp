@@ -143,7 +143,7 @@ void HistoryWindow::connectAll() {
     });
     connect(takeOut_, &QPushButton::clicked, this, [this] {
         if (const Change* change = chosenChange()) {
-            emit takeOut(chosen(), source_.file(*change), change->name);
+            emit takeOut(chosen(), source_.file(chosen(), *change), history::nameBefore(*change));
         }
     });
     connect(close_, &QPushButton::clicked, this, &QDialog::close);
@@ -224,6 +224,8 @@ void HistoryWindow::showChanges() {
             changes_->addTopLevelItem(new QTreeWidgetItem({history::lineOf(change)}));
         }
         note_->setText(steps_->currentItem()->toolTip(2));
+    } else {
+        note_->setText(u"没有符合条件的操作。"_s);
     }
     note_->setVisible(!note_->text().isEmpty());
     offer();
@@ -235,7 +237,7 @@ void HistoryWindow::offer() {
     behind_->setEnabled(isStep && chosen() != source_.head());
     const Change* change = chosenChange();
     putBack_->setEnabled(change != nullptr && canPutBack(*change));
-    takeOut_->setEnabled(change != nullptr && !source_.file(*change).isEmpty());
+    takeOut_->setEnabled(change != nullptr && !source_.file(chosen(), *change).isEmpty());
 }
 
 } // namespace qvnd::outline

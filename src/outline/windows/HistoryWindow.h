@@ -26,8 +26,9 @@ public:
         std::function<QList<history::Step>(const QString& text)> steps;
         std::function<QList<history::Change>(std::int64_t step)> changes;
         std::function<std::int64_t()> head;
-        // The document or other file that a change is about; empty when there is none.
-        std::function<QString(const history::Change& change)> file;
+        // The document or other file that a change is about, as far as what it held before the step
+        // can be had; empty when there is none.
+        std::function<QString(std::int64_t step, const history::Change& change)> file;
     };
 
     HistoryWindow(Source source, QWidget* parent);

@@ -30,6 +30,24 @@ QAction* item(QMenu& menu, const QString& name, const QString& caption,
     return made;
 }
 
+// A menu is as wide as its longest text, and a node may bear any name.
+QString shortened(const QString& title) {
+    constexpr qsizetype most = 40;
+    constexpr qsizetype end = 10;
+    if (title.size() <= most) {
+        return title;
+    }
+    QString front = title.left(most - end);
+    QString back = title.right(end);
+    if (front.back().isHighSurrogate()) {
+        front.chop(1);
+    }
+    if (back.front().isLowSurrogate()) {
+        back.remove(0, 1);
+    }
+    return front + u'…' + back;
+}
+
 QAction* space(QMenu& menu, const QString& name) { return named(menu.addSeparator(), name); }
 
 } // namespace
@@ -111,9 +129,9 @@ void WorkbenchMenus::apply(const Workbench& workbench) {
 
 void WorkbenchMenus::applyHistory(const QString& undo, const QString& redo) {
     // A name may have an ampersand, which a menu takes for a mnemonic.
-    const auto show = [](QAction* item, const QString& caption, QString title) {
+    const auto show = [](QAction* item, const QString& caption, const QString& title) {
         item->setEnabled(!title.isEmpty());
-        item->setText((caption + u' ' + title.replace(u'&', u"&&"_s)).trimmed());
+        item->setText((caption + u' ' + shortened(title).replace(u'&', u"&&"_s)).trimmed());
     };
     show(mnuUndo, u"撤消"_s, undo);
     show(mnuRedo, u"恢复"_s, redo);

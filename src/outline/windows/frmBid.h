@@ -118,6 +118,8 @@ private:
     // What stands behind the history's items, buttons and window.
     void doAgain();
     void showHistory();
+    // Null, and told, when it is no longer there.
+    std::optional<history::Step> listedStep(std::int64_t step);
     void goBefore(std::int64_t step);
     void goBehind(std::int64_t step);
     void goTo(std::int64_t step, const QString& done);

@@ -168,7 +168,9 @@ void frmBid::showHistory() {
             return state_.History ? state_.History->changesOf(step) : QList<history::Change>();
         };
         source.head = [this] { return latestStep().id; };
-        source.file = [this](const history::Change& change) { return fileOf(state_, change); };
+        source.file = [this](std::int64_t step, const history::Change& change) {
+            return fileBefore(state_, step, change);
+        };
         historyWindow_ = new HistoryWindow(source, this);
         connect(historyWindow_, &HistoryWindow::goBefore, this, &frmBid::goBefore);
         connect(historyWindow_, &HistoryWindow::goBehind, this, &frmBid::goBehind);
@@ -189,14 +191,24 @@ void frmBid::showDetails() {
     }
 }
 
+// Another program thins the list at its end.
+std::optional<history::Step> frmBid::listedStep(std::int64_t step) {
+    const auto found = state_.History->step(step);
+    if (!found) {
+        frame_.showStatus(u"这一步已不在操作历史中。"_s);
+        refreshHistoryWindow();
+    }
+    return found;
+}
+
 void frmBid::goBefore(std::int64_t step) {
-    if (const auto wanted = state_.History->step(step)) {
+    if (const auto wanted = listedStep(step)) {
         goTo(wanted->parent, u"已回到“%1”之前。"_s.arg(wanted->title));
     }
 }
 
 void frmBid::goBehind(std::int64_t step) {
-    if (const auto wanted = state_.History->step(step)) {
+    if (const auto wanted = listedStep(step)) {
         goTo(step, u"已回到“%1”之后。"_s.arg(wanted->title));
     }
 }
