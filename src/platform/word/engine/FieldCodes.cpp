@@ -21,16 +21,14 @@ public:
         if (isQuote(c)) {
             endWord();
             quoted_ = !quoted_;
-        } else if (!quoted_ && isSpace(c)) {
-            endWord();
-        } else if (c >= u' ' || c == u'\t') {
+        } else if ((!quoted_ && isSpace(c)) || (c < u' ' && c != u'\t')) {
+            endWord(); // its characters lie one behind the other
+        } else {
             if (word_.text.empty()) {
                 word_.at = at;
                 word_.quoted = quoted_;
             }
             word_.text.push_back(c);
-        } else {
-            endWord(); // its characters lie one behind the other
         }
     }
     void endWord() {

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t smallLimit = 4096;
 constexpr std::size_t miniSectorSize = 64;
 constexpr std::size_t sectorSize = CompoundStore::sectorSize;
+constexpr std::size_t nextsInSector = sectorSize / 4; // of a table of sectors
 
 std::uint64_t fileOffset(std::uint32_t sector) { return (std::uint64_t{sector} + 1) * sectorSize; }
 
@@ -45,6 +46,7 @@ CompoundStore::Stream CompoundStore::addStream(std::u16string_view name) {
 CompoundStore::Stream CompoundStore::addStream(Stream storage, std::u16string_view name) {
     const Stream stream = directory_.addStream(storage, name);
     streams_[stream];
+    touched_.insert(stream);
     return stream;
 }
 
@@ -55,6 +57,7 @@ CompoundStore::Stream CompoundStore::addStorage(Stream storage, std::u16string_v
 
 void CompoundStore::append(Stream number, ByteView bytes) {
     StreamState& stream = streams_.at(number);
+    touched_.insert(number);
     if (!stream.small) {
         appendToChain(stream, bytes);
         return;
@@ -77,6 +80,7 @@ void CompoundStore::growOutOfMiniStream(StreamState& stream) {
 
 void CompoundStore::overwrite(Stream number, std::uint32_t offset, ByteView bytes) {
     StreamState& stream = streams_.at(number);
+    touched_.insert(number);
     const std::uint64_t end = std::uint64_t{offset} + bytes.size();
     const bool whole = bytes.size() % sectorSize == 0 || end == stream.size;
     if (stream.small || offset % sectorSize != 0 || !whole || end > stream.size) {
@@ -91,6 +95,7 @@ void CompoundStore::overwrite(Stream number, std::uint32_t offset, ByteView byte
 
 void CompoundStore::replace(Stream number, ByteView bytes) {
     StreamState& stream = streams_.at(number);
+    touched_.insert(number);
     if (!stream.small) {
         releaseChain(stream);
     }
@@ -104,6 +109,7 @@ void CompoundStore::replace(Stream number, ByteView bytes) {
 
 void CompoundStore::shrink(Stream number, std::uint32_t size) {
     StreamState& stream = streams_.at(number);
+    touched_.insert(number);
     if (stream.small || size < smallLimit || size % sectorSize != 0 || size > stream.size) {
         throw std::invalid_argument("a stream is shrunk by whole sectors");
     }
@@ -217,10 +223,15 @@ void CompoundStore::updateImage(Image& image, Bytes bytes) {
 
 void CompoundStore::releaseMini(StreamState& stream) {
     for (const std::uint32_t sector : stream.miniSectors) {
-        miniFat_[sector] = cfb::freeSector;
+        setMini(sector, cfb::freeSector);
         firstFreeMini_ = std::min<std::size_t>(firstFreeMini_, sector);
     }
     stream.miniSectors.clear();
+}
+
+void CompoundStore::setMini(std::size_t sector, std::uint32_t next) {
+    miniFat_[sector] = next;
+    changedOfMiniFat_.insert(sector / nextsInSector);
 }
 
 // Sectors of the mini stream may be used again at once: the sectors that hold them are fresh.
@@ -237,9 +248,9 @@ void CompoundStore::placeInMiniStream(StreamState& stream) {
             miniStream_.resize(miniFat_.size() * miniSectorSize);
         }
         const auto sector = static_cast<std::uint32_t>(place);
-        miniFat_[sector] = cfb::endOfChain;
+        setMini(sector, cfb::endOfChain);
         if (!stream.miniSectors.empty()) {
-            miniFat_[stream.miniSectors.back()] = sector;
+            setMini(stream.miniSectors.back(), sector);
         }
         stream.miniSectors.push_back(sector);
         const std::size_t count = std::min(miniSectorSize, stream.content.size() - at);
@@ -267,23 +278,38 @@ void CompoundStore::updateMiniStream() {
     appendToChain(chain, added);
 }
 
+void CompoundStore::updateMiniFat() {
+    Chain& chain = miniFatChain_;
+    const auto sectorAt = [&](std::size_t sector) {
+        LittleEndianWriter out;
+        for (std::size_t i = sector * nextsInSector; i < (sector + 1) * nextsInSector; ++i) {
+            out.u32(i < miniFat_.size() ? miniFat_[i] : cfb::freeSector);
+        }
+        return out.take();
+    };
+    const std::size_t known = chain.sectors.size();
+    for (const std::size_t sector : changedOfMiniFat_) {
+        if (sector < known) {
+            overwriteSectors(chain, sector, sectorAt(sector));
+        } else {
+            appendToChain(chain, sectorAt(sector));
+        }
+    }
+    changedOfMiniFat_.clear();
+}
+
 void CompoundStore::updateDirectory() {
-    for (auto& [number, stream] : streams_) {
+    for (const Stream number : touched_) {
+        StreamState& stream = streams_.at(number);
         if (stream.small && stream.changed) {
             placeInMiniStream(stream);
         }
         const auto& sectors = stream.small ? stream.miniSectors : stream.sectors;
         directory_.place(number, sectors.empty() ? cfb::endOfChain : sectors.front(), stream.size);
     }
+    touched_.clear();
     updateMiniStream();
-    LittleEndianWriter miniFat;
-    for (const std::uint32_t next : miniFat_) {
-        miniFat.u32(next);
-    }
-    while (miniFat.position() % sectorSize != 0) {
-        miniFat.u32(cfb::freeSector);
-    }
-    updateImage(miniFatImage_, miniFat.take());
+    updateMiniFat();
     const auto& mini = miniStreamChain_.sectors;
     directory_.place(CompoundDirectory::root, mini.empty() ? cfb::endOfChain : mini.front(),
                      static_cast<std::uint32_t>(miniStream_.size()));
@@ -294,7 +320,7 @@ Bytes CompoundStore::header() const {
     const auto firstOf = [](const std::vector<std::uint32_t>& sectors) {
         return sectors.empty() ? cfb::endOfChain : sectors.front();
     };
-    const auto& miniFat = miniFatImage_.chain.sectors;
+    const auto& miniFat = miniFatChain_.sectors;
     LittleEndianWriter out;
     out.bytes(cfb::signature);
     out.zeros(16);

@@ -81,8 +81,10 @@ private:
     void updateImage(Image& image, Bytes bytes);
     void placeInMiniStream(StreamState& stream);
     void releaseMini(StreamState& stream);
-    // Writes what has changed of the mini stream.
+    void setMini(std::size_t sector, std::uint32_t next);
+    // Write what has changed of the mini stream and of its table.
     void updateMiniStream();
+    void updateMiniFat();
     void updateDirectory();
     void writeTable(std::vector<SectorWrite> writes);
     Bytes header() const;
@@ -94,12 +96,14 @@ private:
     CompoundDirectory directory_;
     std::map<Stream, StreamState> streams_; // without storages
     Image directoryImage_;
-    Image miniFatImage_;
+    std::set<Stream> touched_; // streams that have changed since the last commit
     Chain miniStreamChain_;
     Bytes miniStream_;
     std::set<std::size_t> changedOfMiniStream_; // its sectors since the last commit
     std::vector<std::uint32_t> miniFat_;
-    std::size_t firstFreeMini_ = 0; // no sector before it is free
+    Chain miniFatChain_;
+    std::set<std::size_t> changedOfMiniFat_; // its sectors since the last commit
+    std::size_t firstFreeMini_ = 0;          // no sector before it is free
 };
 
 } // namespace qvnd::word

@@ -93,7 +93,9 @@ Bytes withFormFieldName(ByteView blob, std::u16string_view name) {
     constexpr std::size_t longestName = 20;
     const std::u16string_view fits = name.size() <= longestName ? name : std::u16string_view();
     const std::size_t nameAt = picfSize + formFieldHead;
-    const std::size_t behind = nameAt + 2 * formFieldName(blob)->size();
+    LittleEndianReader former(blob, "FFData");
+    former.seek(nameAt - 2);
+    const std::size_t behind = nameAt + std::size_t{2} * former.u16();
     LittleEndianWriter changed;
     changed.bytes(blob.first(nameAt - 2));
     changed.u16(static_cast<unsigned>(fits.size()));
