@@ -43,13 +43,13 @@ public:
             paint(context, outline);
         }
         for (const layout::PlacedPicture& picture : layer.pictures) {
-            paint(context, picture);
+            paintWhatEnds(context, picture);
         }
         for (const layout::Rule& rule : layer.rules) {
             paint(context, rule);
         }
         for (const layout::PlacedText& text : layer.texts) {
-            paint(context, text);
+            paintWhatEnds(context, text);
         }
     }
 
@@ -99,6 +99,22 @@ private:
             cairo_set_dash(context, nullptr, 0, 0);
         }
         cairo_new_path(context);
+    }
+
+    // Paints what ends at a height within an area no more than that high.
+    template <class Item>
+    void paintWhatEnds(cairo_t* context, const Item& item) {
+        if (!item.endsAt) {
+            paint(context, item);
+            return;
+        }
+        constexpr double everywhere = 1e6; // twips
+        cairo_save(context);
+        cairo_rectangle(context, -everywhere, -everywhere, 2 * everywhere,
+                        everywhere + *item.endsAt);
+        cairo_clip(context);
+        paint(context, item);
+        cairo_restore(context);
     }
 
     void paint(cairo_t* context, const layout::PlacedPicture& picture) {

@@ -465,6 +465,19 @@ TEST_F(Pages, InTheOfficeSuiteOneGridTakesTheLeadingFromAllOfTheDocument) {
     EXPECT_DOUBLE_EQ(pitch(officeOptions()), 200);
 }
 
+TEST_F(Pages, InTheOfficeSuiteNothingIsKeptBelowTheLastLineOfANote) {
+    Bytes spaced = withSprm16({}, sprm::PDyaAfter, 300);
+    spaced = withSprm32(spaced, sprm::PDyaLine, (1U << 16U) | 360); // one and a half lines
+    main.anchors = {{1, word::AnchorKind::footnote, 0}};
+    document.tables.sideStories.push_back(
+        {std::make_shared<const word::Story>(story(u"注\r释\r", spaced)), true, {}, {}});
+    type(u"甲\u0002\r");
+    const auto foot = [&] { return textAt(pages().at(0), u'释').baseline; };
+    EXPECT_DOUBLE_EQ(foot(), 3000 - 300 - 40);
+    options = officeOptions();
+    EXPECT_NEAR(foot(), 3000 - 40, 0.02);
+}
+
 TEST_F(Pages, TheOfficeSuiteDrawsTextAtTenthsOfPoints) {
     type(u"甲\r");
     type(u"乙\r", withSprm16({}, sprm::PDyaBefore, 101));

@@ -466,6 +466,19 @@ TEST_F(PageContent, InTheOfficeSuiteARowThatStaysWithTheNextIsNotParted) {
     EXPECT_EQ(textOf(pages().at(0)), u"前前前前前");
 }
 
+TEST_F(PageContent, WhatARowOfExactHeightDoesNotHoldIsCutOff) {
+    typeRow({std::u16string(30, u'格')}, {0, 2000}); // three lines
+    const auto marked = main.paragraphs.back().properties;
+    const word::ByteView row = document.tables.lists[marked];
+    main.paragraphs.back().properties = intern(withSprm16(
+        Bytes(row.begin(), row.end()), sprm::TDyaRowHeight, static_cast<std::uint16_t>(-300)));
+    type(u"后\r");
+    const Page page = pages().at(0);
+    EXPECT_EQ(textOf(page), std::u16string(20, u'格') + u"后");
+    EXPECT_EQ(page.layer.texts[0].endsAt, std::nullopt);
+    EXPECT_EQ(page.layer.texts[1].endsAt, 1300);
+}
+
 // Fonts of one measure that tell by which name each face was asked for.
 class NamedFonts : public test::FixedFonts {
 public:
@@ -512,6 +525,23 @@ TEST_F(PageContent, InTheOfficeSuiteAStyleWithoutARootHasNoFontAndTwelvePoints) 
     EXPECT_EQ(shown(), std::pair(200.0, document.tables.fonts.at(0).name));
     options = officeOptions();
     EXPECT_EQ(shown(), std::pair(240.0, std::u16string(u"serif")));
+}
+
+TEST_F(PageContent, InTheOfficeSuiteAFieldOfUnknownKindShowsNothing) {
+    main = story(u"前\u0013 ? \u0014旧\u0015后\r");
+    main.fields = {
+        {1, word::fieldBegin, 0x01}, {5, word::fieldSeparator, 0}, {7, word::fieldEnd, 0}};
+    document.sections.back().length = main.size();
+    EXPECT_EQ(textOf(pages().at(0)), u"前旧后");
+    options = officeOptions();
+    EXPECT_EQ(textOf(pages().at(0)), u"前后");
+}
+
+TEST_F(PageContent, InTheOfficeSuiteACharacterOfNoCodeIsThePageNumber) {
+    type(std::u16string(u"第") + u'\0' + u"页\r");
+    EXPECT_EQ(textOf(pages().at(0)), u"第页");
+    options = officeOptions();
+    EXPECT_EQ(textOf(pages().at(0)), u"第1页");
 }
 
 TEST_F(PageContent, AFileNameFieldShowsTheFileWhereTheSourceTellsItsPath) {

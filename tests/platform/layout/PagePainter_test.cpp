@@ -85,6 +85,26 @@ protected:
     Page page;
 };
 
+TEST_F(Painting, TextEndsWhereItIsCutOff) {
+    type(u"HHH");
+    const auto inkIn = [&](int from, int to) {
+        const PixelImage image = paint();
+        int ink = 0;
+        for (int y = from; y < to; ++y) {
+            for (int x = 0; x < image.width; ++x) {
+                ink += at(image, x, y) != 0xFFFFFF ? 1 : 0;
+            }
+        }
+        return ink;
+    };
+    EXPECT_GT(inkIn(25, 30), 0);
+    page.layer.cutBelow(250);
+    EXPECT_GT(inkIn(15, 24), 0);
+    EXPECT_EQ(inkIn(25, 50), 0);
+    page.layer.cutBelow(100);
+    EXPECT_TRUE(page.layer.texts.empty());
+}
+
 TEST_F(Painting, APageIsWhiteWhereNothingStands) {
     const PixelImage image = paint();
     EXPECT_EQ(image.width, 100);

@@ -11,6 +11,13 @@ namespace {
 constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
 
+// Whether a cell of the rows before goes on in that row.
+bool reachesInto(const std::vector<ComposedRow>& rows, std::size_t row) {
+    return row < rows.size() &&
+           std::any_of(rows[row].cells.begin(), rows[row].cells.end(),
+                       [](const ComposedCell& cell) { return cell.format.mergedAbove; });
+}
+
 // Space of that width in a line, which makes the line reach so far below its baseline.
 TextItem spaceBeside(const TextItem& picture, double width, double below) {
     TextItem space = picture;
@@ -230,6 +237,9 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
         strips.back().height += borderBelow(rows.back()); // of the table
     }
     for (std::size_t i = 0; i < strips.size(); ++i) {
+        if (rows[i].format.exactHeight && !reachesInto(rows, i + 1)) {
+            strips[i].layer.cutBelow(rows[i].height);
+        }
         // In the office suite what stays with the next row stays whole.
         strips[i].keepsLines = strips[i].keepsLines || (office && strips[i].keepsWithNext);
         strips[i].paragraph = table.rows[first + i].mark;

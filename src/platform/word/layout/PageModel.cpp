@@ -1,5 +1,6 @@
 #include "platform/word/layout/PageModel.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -12,6 +13,21 @@ void appendMoved(std::vector<Item>& to, const std::vector<Item>& from, const Mov
     for (Item item : from) {
         move(item);
         to.push_back(std::move(item));
+    }
+}
+
+template <class Item>
+void moveEnd(Item& item, double down) {
+    if (item.endsAt) {
+        *item.endsAt += down;
+    }
+}
+
+// `bottom`: how far down the item reaches.
+template <class Item>
+void endAt(Item& item, double y, double bottom) {
+    if (bottom > y) {
+        item.endsAt = std::min(y, item.endsAt.value_or(y));
     }
 }
 
@@ -38,7 +54,10 @@ void Layer::append(const Layer& other, double right, double down) {
             moveCorner(point);
         }
     });
-    appendMoved(pictures, other.pictures, moveCorner);
+    appendMoved(pictures, other.pictures, [&](PlacedPicture& picture) {
+        moveCorner(picture);
+        moveEnd(picture, down);
+    });
     appendMoved(rules, other.rules, [&](Rule& rule) {
         rule.x1 += right;
         rule.x2 += right;
@@ -48,7 +67,24 @@ void Layer::append(const Layer& other, double right, double down) {
     appendMoved(texts, other.texts, [&](PlacedText& text) {
         text.x += right;
         text.baseline += down;
+        moveEnd(text, down);
     });
+}
+
+void Layer::cutBelow(double y) {
+    constexpr double below = 0.35; // of a font's size, that letters reach below their baseline
+    std::erase_if(fills, [&](const Fill& fill) { return fill.y >= y; });
+    std::erase_if(pictures, [&](const PlacedPicture& picture) { return picture.y >= y; });
+    std::erase_if(texts, [&](const PlacedText& text) { return text.baseline - text.size >= y; });
+    for (Fill& fill : fills) {
+        fill.height = std::min(fill.height, y - fill.y);
+    }
+    for (PlacedPicture& picture : pictures) {
+        endAt(picture, y, picture.y + picture.height);
+    }
+    for (PlacedText& text : texts) {
+        endAt(text, y, text.baseline + below * text.size);
+    }
 }
 
 void Page::alignLikeOffice() {

@@ -25,7 +25,8 @@ struct PlacedText {
     std::optional<std::uint32_t> colour{};
     bool underlined = false;
     bool struckOut = false;
-    bool bold = false; // synthesised, because the face is not bold
+    bool bold = false;              // synthesised, because the face is not bold
+    std::optional<double> endsAt{}; // nothing of it is painted below this height
 };
 
 struct Fill {
@@ -53,6 +54,7 @@ struct PlacedPicture {
     double width = 0;
     double height = 0;
     word::DataBlob blob;
+    std::optional<double> endsAt{}; // as of a text
 };
 
 // The outline of a shape.
@@ -89,6 +91,9 @@ struct Layer {
 
     // Adds the content of another layer, moved by that distance.
     void append(const Layer& other, double right, double down);
+    // Removes what stands below that height, and cuts off fills, texts and pictures that reach
+    // beyond it.
+    void cutBelow(double y);
 };
 
 struct Page {

@@ -10,6 +10,12 @@ constexpr double separatorHeight = 200; // of the line above the notes, twips
 constexpr double separatorLength = 2880;
 constexpr double separatorWidth = 10;
 
+// What a note takes below its last line. In the office suite nothing is kept below it, neither the
+// space behind its paragraph nor what a multiple adds to the line.
+double belowLast(const Strip& last, const LineSetting& setting) {
+    return setting.options.officeLines ? -last.spare : last.after;
+}
+
 // The height of the first lines that may be parted from the others.
 double leastHeightOf(const Strips& strips, bool addsSpaces) {
     double height = 0;
@@ -28,16 +34,25 @@ double leastHeightOf(const Strips& strips, bool addsSpaces) {
 NoteRoom PageNotes::roomOf(std::uint32_t note, bool first) {
     const Strips& strips = notes_.strips(note, setting_);
     const double above = first ? separatorHeight : 0;
-    return {above + layout::heightOf(strips, addsSpaces_),
-            above + leastHeightOf(strips, addsSpaces_)};
+    const double whole = heightFrom(strips, 0);
+    return {above + whole, above + std::min(whole, leastHeightOf(strips, addsSpaces_))};
+}
+
+// Of the lines from `from` on.
+double PageNotes::heightFrom(const Strips& strips, std::size_t from) const {
+    if (from >= strips.size()) {
+        return 0;
+    }
+    const Strips rest(strips.begin() + static_cast<std::ptrdiff_t>(from), strips.end());
+    const Strip& last = rest.back();
+    return layout::heightOf(rest, addsSpaces_) - last.after + belowLast(last, setting_);
 }
 
 double PageNotes::heightOf(const std::vector<NotePart>& parts) {
     double height = parts.empty() ? 0 : separatorHeight;
     for (const NotePart& part : parts) {
         const Strips& strips = notes_.strips(part.note, setting_);
-        const auto from = strips.begin() + static_cast<std::ptrdiff_t>(part.from);
-        height += layout::heightOf(Strips(from, strips.end()), addsSpaces_);
+        height += heightFrom(strips, part.from);
     }
     return height;
 }
@@ -72,7 +87,7 @@ double PageNotes::placeLines(const Strips& strips, Range lines, double x, double
         layer.append(strips[i].layer, x, y);
         y += strips[i].height;
     }
-    return lines.end > lines.from ? y + strips[lines.end - 1].after : y;
+    return lines.end > lines.from ? y + belowLast(strips[lines.end - 1], setting_) : y;
 }
 
 } // namespace qvnd::layout

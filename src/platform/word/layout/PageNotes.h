@@ -43,6 +43,7 @@ private:
         std::size_t from = 0;
         std::size_t end = 0;
     };
+    double heightFrom(const Strips& strips, std::size_t from) const;
     double placeLines(const Strips& strips, Range lines, double x, double y, Layer& layer) const;
 
     NoteStrips& notes_;

@@ -21,6 +21,7 @@ constexpr double scriptRise = 0.33;
 constexpr double scriptDrop = -0.15;
 constexpr double smallCapitalSize = 0.8;
 
+constexpr char16_t pageNumber = 0; // in the office suite the number of the page
 constexpr char16_t privateArea = 0xF000;
 constexpr char16_t privateEnd = 0xF100;
 
@@ -160,8 +161,13 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         const bool isLost = at >= lostFrom && (c >= special::firstPrintable || c == special::tab);
         const auto& format = isLost ? shared_.formats.text(run.style, word::PropertyListId::empty)
                                     : formatAt(at, run.style);
-        if (!isUnseen(format)) {
-            readCharacter(story_.text[at], at, format, result);
+        if (isUnseen(format)) {
+            continue;
+        }
+        if (c == pageNumber && shared_.officeText) {
+            addText(fields.number, at, format, result);
+        } else {
+            readCharacter(c, at, format, result);
         }
     }
     const word::Cp markAt = std::min(end, story_.size() - 1);
