@@ -20,9 +20,6 @@ public:
     // `tables` must outlive the object.
     explicit FormatResolver(const DocumentTables& tables);
 
-    // See StyleResolver; to be called before anything is resolved.
-    void keepDefaultsFromLooseStyles() { styles_.keepDefaultsFromLooseStyles(); }
-
     // `properties`: the direct formatting over the style.
     const ResolvedParagraph& paragraph(StyleIndex style, PropertyListId properties);
     const ResolvedText& text(StyleIndex paragraphStyle, PropertyListId properties);

@@ -31,10 +31,7 @@ StyleResolver::StyleResolver(const StyleSheet& sheet,
                                               sprm::CFtcBi};
     for (std::size_t i = 0; i < fonts.size(); ++i) {
         defaults_.set(entry16(fonts[i], defaultFonts[i]));
-        looseDefaults_.set(entry16(fonts[i], noFont));
     }
-    constexpr unsigned looseHalfPoints = 24;
-    looseDefaults_.set(entry16(sprm::CHps, looseHalfPoints));
 }
 
 const StyleDefinition* StyleResolver::definition(StyleIndex style, StyleKind kind) const {
@@ -52,15 +49,6 @@ std::vector<StyleIndex> StyleResolver::chain(StyleIndex style, StyleKind kind) c
     }
     std::reverse(result.begin(), result.end());
     return result;
-}
-
-bool StyleResolver::isLoose(StyleIndex paragraphStyle) const {
-    const auto styles = chain(paragraphStyle, StyleKind::paragraph);
-    if (styles.empty()) {
-        return false;
-    }
-    const StyleIndex base = sheet_.styles[styles.front()]->basedOn;
-    return base != StyleDefinition::none && definition(base, StyleKind::paragraph) == nullptr;
 }
 
 const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
@@ -86,9 +74,8 @@ const ResolvedProperties& StyleResolver::character(StyleIndex paragraphStyle,
     if (const auto known = characters_.find(key); known != characters_.end()) {
         return known->second;
     }
-    const auto& defaults = keepsDefaults_ && isLoose(paragraphStyle) ? looseDefaults_ : defaults_;
     ResolvedProperties look =
-        characterStyle == StyleDefinition::none ? defaults : character(paragraphStyle);
+        characterStyle == StyleDefinition::none ? defaults_ : character(paragraphStyle);
     const bool above = characterStyle != StyleDefinition::none;
     const StyleKind kind = above ? StyleKind::character : StyleKind::paragraph;
     for (const StyleIndex layer : chain(above ? characterStyle : paragraphStyle, kind)) {

@@ -3,7 +3,6 @@
 #include "platform/word/formatting/ListMembership.h"
 #include "platform/word/formatting/ResolvedProperties.h"
 
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <utility>
@@ -23,12 +22,6 @@ public:
     StyleResolver(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
                   ListOf listOf, ListLevels& levels);
 
-    // From now on a paragraph style based on a style of another kind, or on none that exists, does
-    // not have the default fonts: it has no font at all, and 12 points, as in the office suite.
-    void keepDefaultsFromLooseStyles() { keepsDefaults_ = true; }
-    // The font of such a style.
-    static constexpr std::uint16_t noFont = 0xFFFF;
-
     // Returned references stay valid until the next call.
     // The paragraph formatting of a style; the defaults for an index without a paragraph style.
     const ResolvedProperties& paragraph(StyleIndex style);
@@ -41,12 +34,9 @@ private:
     // The style and its base styles, root first. A cycle of base styles is cut where it closes.
     std::vector<StyleIndex> chain(StyleIndex style, StyleKind kind) const;
     const StyleDefinition* definition(StyleIndex style, StyleKind kind) const;
-    bool isLoose(StyleIndex paragraphStyle) const;
 
     const StyleSheet& sheet_;
     ResolvedProperties defaults_; // of characters
-    ResolvedProperties looseDefaults_;
-    bool keepsDefaults_ = false;
     ListOf listOf_;
     ListLevels& levels_;
     std::map<StyleIndex, ResolvedProperties> paragraphs_;

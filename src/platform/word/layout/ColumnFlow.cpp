@@ -82,7 +82,7 @@ std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, 
     for (std::size_t i = from; i < strips.size(); ++i) {
         y += i > from ? gapBetween(strips[i - 1], strips[i], addsSpaces) : strips[i].before;
         y += strips[i].height;
-        if (y > room + rounding) {
+        if (y - strips[i].spare > room + rounding) {
             break;
         }
         const bool isEnd = i + 1 == strips.size() || mayPart(strips[i], strips[i + 1]);

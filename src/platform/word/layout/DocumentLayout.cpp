@@ -35,12 +35,11 @@ class DocumentLayout::Work : FillState {
 public:
     Work(const LayoutSource& source, FontMetrics& fonts, const LayoutOptions& options)
         : source_(source), options_(options), rules_(source_, options),
-          counter_(source_, rules_.sections().size()), shared_(source_, fonts), notes_(shared_),
-          headers_(shared_), body_(shared_, *source_.main),
+          counter_(source_, rules_.sections().size()),
+          shared_(source_, fonts, options.officeLines,
+                  options.officeLines && rules_.showsRevisions()),
+          notes_(shared_), headers_(shared_), body_(shared_, *source_.main),
           flow_(rules_.addsSpaces(), noteRooms()) {
-        if (options_.officeLines) {
-            shared_.readLikeOffice(rules_.showsRevisions());
-        }
         shared_.addsSpaces = rules_.addsSpaces();
         shared_.hasLeading = rules_.hasLeading();
         beginPage();

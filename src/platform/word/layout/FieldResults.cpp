@@ -15,6 +15,7 @@ namespace {
 using Span = FieldResults::Span;
 
 // Types of fields (flt), [MS-DOC] 2.9.90.
+constexpr std::uint8_t unknownField = 0x01;
 constexpr std::uint8_t pageField = 0x21;
 constexpr std::uint8_t sectionField = 0x41;
 
@@ -63,7 +64,7 @@ Span spanOf(const word::Story& story, const Field& field, const LayoutSource& so
 
 // Instructions are not seen; the result of a page field is counted anew. What lies within a span
 // that is already unseen needs no span of its own.
-FieldResults::FieldResults(const word::Story& story, const LayoutSource& source) {
+FieldResults::FieldResults(const word::Story& story, const LayoutSource& source, bool office) {
     std::vector<Field> open;
     const auto add = [&](Span span) {
         while (!spans_.empty() && spans_.back().begin >= span.begin) {
@@ -84,7 +85,8 @@ FieldResults::FieldResults(const word::Story& story, const LayoutSource& source)
             open.pop_back();
             Span anew = spanOf(story, field, source);
             anew.end = mark.at + 1;
-            if (anew.shows != Span::Shows::nothing || field.separator == 0) {
+            const bool isUnseen = field.separator == 0 || (office && field.type == unknownField);
+            if (anew.shows != Span::Shows::nothing || isUnseen) {
                 add(std::move(anew));
             } else {
                 spans_.push_back({mark.at, mark.at + 1, Span::Shows::nothing});

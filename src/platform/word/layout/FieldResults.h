@@ -40,7 +40,8 @@ public:
         std::u16string text{};
     };
 
-    FieldResults(const word::Story& story, const LayoutSource& source);
+    // `office`: a field of unknown kind shows nothing, as in the office suite.
+    FieldResults(const word::Story& story, const LayoutSource& source, bool office);
 
     // The span at a position; null for text that is shown as it is.
     const Span* spanAt(word::Cp at) const;

@@ -21,7 +21,8 @@ constexpr double scriptRise = 0.33;
 constexpr double scriptDrop = -0.15;
 constexpr double smallCapitalSize = 0.8;
 
-constexpr char16_t pageNumber = 0; // in the office suite the number of the page
+constexpr std::uint16_t noFont = 0xFFFF; // of no document
+constexpr char16_t pageNumber = 0;       // in the office suite the number of the page
 constexpr char16_t privateArea = 0xF000;
 constexpr char16_t privateEnd = 0xF100;
 
@@ -39,7 +40,8 @@ char32_t upper(char32_t c) {
 
 StoryReader::StoryReader(Shared& shared, const word::Story& story,
                          std::optional<std::uint32_t> note)
-    : shared_(shared), story_(story), note_(note), fields_(story, shared.source) {}
+    : shared_(shared), story_(story), note_(note),
+      fields_(story, shared.source, shared.officeText) {}
 
 const word::CharacterRun& StoryReader::runAt(word::Cp at) {
     while (at < runStart_) {
@@ -94,11 +96,11 @@ FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
         (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (asksForChinese ? 4U : 0U);
     const auto [known, isNew] = faces_.try_emplace({font, style});
     if (isNew) {
-        const std::u16string name = fontName(font);
-        known->second =
-            shared_.officeText && name.empty() && !asksForChinese
-                ? faceWithoutName(format)
-                : shared_.fonts.face({name, format.bold, format.italic, asksForChinese});
+        std::u16string name = fontName(font);
+        if (name.empty() && shared_.officeText && !asksForChinese) {
+            name = u"serif"; // which the office suite takes where no font is named
+        }
+        known->second = shared_.fonts.face({name, format.bold, format.italic, asksForChinese});
     }
     return known->second;
 }
@@ -242,8 +244,8 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
         if (c >= privateArea || inSymbols) {
             addSymbol(c, format.latinFont, start, format, result);
         } else if (isUnnamed) {
-            const FaceId face = shared_.fonts.shownBy(faceWithoutName(format), c);
-            addCharacter(c, face, start, format, result);
+            const FaceId face = faceOf(noFont, false, format);
+            addCharacter(c, shared_.fonts.shownBy(face, c), start, format, result);
         } else {
             addCharacter(c, start, format, result);
         }
@@ -335,11 +337,6 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
                      format.spacing;
     }
     result.items.push_back(std::move(item));
-}
-
-// In the office suite text that names no font stands in the desktop's serif face.
-FaceId StoryReader::faceWithoutName(const word::ResolvedText& format) {
-    return shared_.fonts.face({u"serif", format.bold, format.italic, false});
 }
 
 void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,

@@ -70,26 +70,21 @@ class StoryReader {
 public:
     // The state that all stories of one document share.
     struct Shared {
-        Shared(const LayoutSource& from, FontMetrics& metrics)
-            : source(from), fonts(metrics), formats(*from.tables),
-              numbers(*from.tables, formats.levels()) {}
-
-        // Reads as LayoutOptions::officeLines says; to be called before any text is read.
-        void readLikeOffice(bool withRevisions) {
-            marksInherit = officeText = true;
-            showsDeleted = withRevisions;
-            formats.keepDefaultsFromLooseStyles();
-        }
+        // `office`: reads as LayoutOptions::officeLines says; `deletedToo`: see showsDeleted.
+        Shared(const LayoutSource& from, FontMetrics& metrics, bool office = false,
+               bool deletedToo = false)
+            : source(from), fonts(metrics), marksInherit(office), showsDeleted(deletedToo),
+              officeText(office), formats(*from.tables), numbers(*from.tables, formats.levels()) {}
 
         const LayoutSource& source;
         FontMetrics& fonts;
         // The mark of an empty paragraph inherits the formatting of the previous mark
         // (LayoutOptions::officeLines).
-        bool marksInherit = false;
-        bool showsDeleted = false; // shows text deleted by a tracked revision, struck out
+        bool marksInherit;
+        bool showsDeleted; // shows text deleted by a tracked revision, struck out
         // Handles breaks, languages and symbols as the office suite does
         // (LayoutOptions::officeLines). Symbol codes (from 0xF000 on) are kept; the face maps them.
-        bool officeText = false;
+        bool officeText;
         bool hasLeading = true; // see LineSetting
         word::FormatResolver formats;
         word::ListNumbers numbers;
@@ -133,7 +128,6 @@ private:
     // Adds a character of a symbol font. `code`: with or without 0xF000 added.
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
-    FaceId faceWithoutName(const word::ResolvedText& format);
     bool isSetAsChinese(const word::ResolvedText& format, char32_t c) const;
     FaceId faceOf(const word::ResolvedText& format, char32_t c);
     FaceId faceOf(std::uint16_t font, bool asksForChinese, const word::ResolvedText& format);
