@@ -73,6 +73,22 @@ protected:
     void press(const QString& name) { form->findChild<QPushButton*>(name)->click(); }
 };
 
+TEST_F(WorkbenchHistory, ACancelledAdditionIsNoStep) {
+    world.folder.makeFolder("Sys/用户模板");
+    world.folder.write("来源/说明.rtf", "text");
+    world.dialogs.chosen = world.folder.path("来源/说明.rtf");
+    world.longRun.cancel = [] { return true; };
+    open("T.1");
+    item("mnuEQDoc").trigger();
+    EXPECT_EQ(world.log.lines.size(), 3U) << "it was opened and no more";
+    EXPECT_FALSE(world.state.History->undoable());
+    EXPECT_TRUE(bar().isHidden());
+    EXPECT_TRUE(world.messages.shown.empty());
+    world.longRun.cancel = nullptr;
+    item("mnuEQDoc").trigger();
+    EXPECT_TRUE(world.state.History->undoable());
+}
+
 TEST_F(WorkbenchHistory, UndoNamesTheCommandAndBringsRowsFilesTreeAndSelectionBack) {
     open("T.1");
     EXPECT_FALSE(item("mnuUndo").isEnabled());
