@@ -107,6 +107,48 @@ TEST_F(LineComposer, AFullStopMayHangBeyondTheMargin) {
     EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"十。甲"}));
 }
 
+TEST_F(LineComposer, AMarkDoesNotHangWhereTheNextLineMayNotBeginBehindIt) {
+    type(U"一二三四五六七八九十。）甲");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"十。）甲"}));
+}
+
+TEST_F(LineComposer, OnlyCommasAndFullStopsHangButInTheOfficeSuiteMore) {
+    type(U"一二三四五六七八九十；甲");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九", u"十；甲"}));
+    setting.options = officeOptions();
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九十；", u"甲"}));
+}
+
+TEST_F(LineComposer, AHangingMarkOfAJustifiedLineBeginsAtTheMargin) {
+    type(U"一二三四五六七八abc。甲乙");
+    format.alignment = LineAlignment::justified;
+    ASSERT_EQ(lines(), (Lines{u"一二三四五六七八abc。", u"甲乙"}));
+    EXPECT_NEAR(rightOf(0), 2200, 0.1);
+}
+
+TEST_F(LineComposer, OpeningMarksSideBySideLoseTheHalfBetweenThem) {
+    type(U"一（《二");
+    setting.compressesPunctuation = true;
+    EXPECT_DOUBLE_EQ(rightOf(0), 700);
+}
+
+TEST_F(LineComposer, AClosingMarkAtTheEndOfALineGivesUpItsEmptyHalf) {
+    setting.width = 1900;
+    type(U"一二三四五六七八九）甲");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八", u"九）甲"}));
+    setting.compressesPunctuation = true;
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八九）", u"甲"}));
+    EXPECT_DOUBLE_EQ(rightOf(0), 1900);
+}
+
+TEST_F(LineComposer, AMarkThatGoesToTheNextLineKeepsItsWidth) {
+    setting.width = 1900;
+    setting.compressesPunctuation = true;
+    type(U"一二三四五六七八九）!");
+    EXPECT_EQ(lines(), (Lines{u"一二三四五六七八", u"九）!"}));
+    EXPECT_DOUBLE_EQ(rightOf(1), 500);
+}
+
 TEST_F(LineComposer, BlanksBehindAHangingMarkStayOnItsLine) {
     type(U"一二三四五六七八九十。  甲");
     ASSERT_EQ(compose().size(), 2U);

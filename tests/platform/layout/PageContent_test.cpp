@@ -58,17 +58,6 @@ protected:
     }
     std::uint32_t bottomSide = 0; // of the cells of the next rows, a Brc80
     Bytes moreOfRows;             // entries behind the definitions of the next rows
-
-    const PlacedText& textAt(const Page& page, const std::u16string& text) {
-        for (const PlacedText& run : page.layer.texts) {
-            if (run.text == text) {
-                return run;
-            }
-        }
-        static const PlacedText none;
-        ADD_FAILURE() << "no such text";
-        return none;
-    }
 };
 
 TEST_F(PageContent, TextBearsTheLookOfItsStyleAndItsOwn) {
@@ -130,40 +119,6 @@ TEST_F(PageContent, ALineBreakEndsItsLineWithinTheParagraph) {
     const Page page = pages().at(0);
     EXPECT_DOUBLE_EQ(textAt(page, u"下").baseline - textAt(page, u"上").baseline, 200);
     EXPECT_DOUBLE_EQ(textAt(page, u"下").x, textAt(page, u"上").x);
-}
-
-TEST_F(PageContent, BordersBesideAParagraphStandAsFarFromItsTextAsTheySay) {
-    // Half a point wide, single, black, ten points away.
-    Bytes list = withSprm32({}, sprm::PBrcLeft80, 0x0A010104);
-    list = withSprm32(list, sprm::PBrcRight80, 0x0A010104);
-    type(u"甲\r", list);
-    const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.rules.size(), 2U);
-    EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000 - 200);
-    EXPECT_DOUBLE_EQ(page.layer.rules[1].x1, 3000 + 200);
-    EXPECT_DOUBLE_EQ(page.layer.rules[1].x2, 3000 + 200);
-}
-
-TEST_F(PageContent, ABorderTakesTheRoomOfAllItsStrokes) {
-    // The stroke is 20 twips wide: single, double, a thick and a thin one with each gap, outset.
-    for (const auto& [kind, room] : {std::pair(1U, 20), std::pair(3U, 60), std::pair(11U, 50),
-                                     std::pair(14U, 40), std::pair(17U, 65), std::pair(26U, 55)}) {
-        main = {};
-        type(u"甲\r");
-        type(u"乙\r", withSprm32({}, sprm::PBrcTop80, 0x00010008U | (kind << 8U)));
-        const Page page = pages().at(0);
-        EXPECT_DOUBLE_EQ(textAt(page, u"乙").baseline - textAt(page, u"甲").baseline, 200 + room);
-    }
-}
-
-TEST_F(PageContent, TheStrokesOfADoubleBorderStandOutsideTheText) {
-    Bytes list = withSprm32({}, sprm::PBrcLeft80, 0x00010308);
-    list = withSprm32(list, sprm::PBrcTop80, 0x00010308);
-    type(u"甲\r", list);
-    const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.rules.size(), 2U);
-    EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000 - 40);
-    EXPECT_DOUBLE_EQ(page.layer.rules[1].y1, 1000 + 60 - 40);
 }
 
 TEST_F(PageContent, APictureStandsInItsLineInItsSize) {

@@ -110,6 +110,18 @@ protected:
         return result;
     }
 
+    // The run of exactly that text.
+    static const PlacedText& textAt(const Page& page, const std::u16string& text) {
+        for (const PlacedText& run : page.layer.texts) {
+            if (run.text == text) {
+                return run;
+            }
+        }
+        static const PlacedText none;
+        ADD_FAILURE() << "no such text";
+        return none;
+    }
+
     static std::u16string textOf(const Page& page) {
         std::u16string text;
         for (const PlacedText& run : page.layer.texts) {

@@ -25,6 +25,7 @@ struct TabStop {
 struct Indent {
     int twips = 0;
     int characters = 0;
+    bool operator==(const Indent&) const = default;
 };
 
 // A frame: it positions paragraphs outside the text flow. Lengths in twips.

@@ -44,6 +44,10 @@ struct ResolvedText {
     bool isData = false;                 // the blob holds field data instead of a picture
     std::optional<std::uint32_t> blob{}; // index into DocumentTables::blobs
     std::optional<SymbolCharacter> symbol{};
+
+    // Whether the character is left out: it is hidden, or deleted by a tracked revision.
+    // `showsDeleted`: deleted text is shown.
+    bool isUnseen(bool showsDeleted = false) const { return hidden || (deleted && !showsDeleted); }
 };
 
 // `own`: the direct formatting, which holds the properties of special characters.

@@ -171,6 +171,28 @@ void BlockComposer::anchorDrawings(const ParagraphItems& items, word::Cp from,
     }
 }
 
+// Whether a paragraph and the next one stand in one box, both in the text or in one cell.
+bool BlockComposer::sharesBoxWithNext(std::size_t paragraph) const {
+    if (paragraph + 1 >= story_.paragraphs.size()) {
+        return false;
+    }
+    const word::ParagraphRun& own = story_.paragraphs[paragraph];
+    const word::ParagraphRun& next = story_.paragraphs[paragraph + 1];
+    const word::Cp end = starts_[paragraph] + own.length;
+    if (own.length == 0 || next.length == 0 || story_.text[end - 1] != u'\r') {
+        return false;
+    }
+    word::FormatResolver& formats = shared_.formats;
+    return shareBox(formats.paragraph(own.style, own.properties),
+                    formats.paragraph(next.style, next.properties)) &&
+           formats.place(own.properties, u'\r').depth ==
+               formats.place(next.properties, story_.text[end + next.length - 1]).depth;
+}
+
+JoinedBorders BlockComposer::bordersOf(std::size_t paragraph) const {
+    return {paragraph > 0 && sharesBoxWithNext(paragraph - 1), sharesBoxWithNext(paragraph)};
+}
+
 Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting& setting,
                                        word::Cp from) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
@@ -185,8 +207,15 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
     }
     const auto first = std::find_if(items.items.begin(), items.items.end(),
                                     [&](const TextItem& item) { return item.at >= from; });
-    Strips strips = composeLines(items, format, shared_.fonts, setting,
-                                 static_cast<std::size_t>(first - items.items.begin()));
+    const auto begin = static_cast<std::size_t>(first - items.items.begin());
+    const JoinedBorders borders = bordersOf(paragraph);
+    LineSetting joined;
+    if (borders.above || borders.below) {
+        joined = setting;
+        joined.borders = borders;
+    }
+    const LineSetting& own = borders.above || borders.below ? joined : setting;
+    Strips strips = composeLines(items, format, shared_.fonts, own, begin);
     for (Strip& strip : strips) {
         strip.paragraph = paragraph;
         strip.style = run.style;

@@ -41,6 +41,8 @@ public:
     Strips composeAll(const LineSetting& setting);
 
 private:
+    bool sharesBoxWithNext(std::size_t paragraph) const;
+    JoinedBorders bordersOf(std::size_t paragraph) const;
     Strips composeParagraph(std::size_t paragraph, const LineSetting& setting, word::Cp from);
     void composeFrame(const Block& block, const LineSetting& setting);
     bool hangsInNextParagraph(const Block& frame);

@@ -11,7 +11,8 @@ constexpr std::u32string_view noStart =
     U"!%),.:;>?]}"
     U"¢¨°·ˇˉ―‖’”…‰′″›℃∶、。〃〉》」』】〕〗〞︶︺︾﹀﹄﹚﹜﹞！＂％＇），．：；？］｀｜｝～￠";
 constexpr std::u32string_view noEnd = U"$([{£¥·‘“〈《「『【〔〖〝﹗﹙﹛＄（．［｛￡￥";
-constexpr std::u32string_view hanging = U"、。，．！？：；,.";
+constexpr std::u32string_view hanging = U"、。，．";
+constexpr std::u32string_view hangingInOffice = U"、。，．！？：；,.";
 
 bool contains(std::u32string_view list, char32_t c) {
     return list.find(c) != std::u32string_view::npos;
@@ -57,6 +58,7 @@ bool isBlank(char32_t c) { return c == U' ' || c == 0x2002 || c == 0x2003 || c =
 bool beginsNoLine(char32_t c) { return contains(noStart, c); }
 bool endsNoLine(char32_t c) { return contains(noEnd, c); }
 bool mayHang(char32_t c) { return contains(hanging, c); }
+bool mayHangInOffice(char32_t c) { return contains(hangingInOffice, c); }
 
 bool isClosingMark(char32_t c) { return contains(U"、。〉》」』】〕〗），．：；］｝’”", c); }
 bool isOpeningMark(char32_t c) { return contains(U"〈《「『【〔〖（［｛‘“", c); }

@@ -26,8 +26,10 @@ bool isBlank(char32_t c);
 bool beginsNoLine(char32_t c);
 // Characters that must not end a line.
 bool endsNoLine(char32_t c);
-// Closing punctuation that may hang into the margin at the end of a full line.
+// Closing punctuation that may hang into the margin at the end of a full line, in word processors
+// and in the office suite.
 bool mayHang(char32_t c);
+bool mayHangInOffice(char32_t c);
 
 // Full-width punctuation whose glyph fills only the left half (closing) or right half (opening).
 bool isClosingMark(char32_t c);

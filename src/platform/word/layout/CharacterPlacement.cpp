@@ -55,11 +55,31 @@ void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer)
 }
 
 void compressPair(TextItem& mark, const TextItem& next) {
-    const bool closesOnMark = isClosingMark(mark.character) &&
-                              (isClosingMark(next.character) || isOpeningMark(next.character));
-    if (closesOnMark && mark.width >= mark.size) {
+    const bool closes = isClosingMark(mark.character) && isClosingMark(next.character);
+    const bool opens = isOpeningMark(next.character) &&
+                       (isClosingMark(mark.character) || isOpeningMark(mark.character));
+    if ((closes || opens) && mark.width >= mark.size) {
         mark.width -= mark.size / 2;
     }
+}
+
+bool mayBreakBetween(const TextItem& before, const TextItem& after,
+                     const word::ResolvedParagraph& format) {
+    if (!isText(before) || !isText(after)) {
+        using Kind = TextItem::Kind;
+        const TextItem& text = isText(before) ? before : after;
+        const bool joins = (before.kind == Kind::picture || after.kind == Kind::picture) &&
+                           isText(text) && !isBlankItem(before) && !isEastAsian(text.character);
+        return !joins && (before.kind != Kind::tab || !before.isLabel);
+    }
+    return mayBreakBetween(before.character, after.character,
+                           {format.forbidsLineEnds, format.breaksWords});
+}
+
+bool mayStretchBetween(const TextItem& before, const TextItem& after) {
+    return isText(before) && isText(after) &&
+           (isBlank(before.character) || isEastAsian(before.character) ||
+            isEastAsian(after.character));
 }
 
 double gapBetweenScripts(const TextItem& a, const TextItem& b,

@@ -18,8 +18,16 @@ struct CharacterPlace {
 // Adds a character and its background to the layer of a line.
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer);
 
-// Of two full-width punctuation marks side by side the first gives up its empty half.
+// Two full-width punctuation marks side by side lose the empty half between them, by which the
+// first one becomes narrower.
 void compressPair(TextItem& mark, const TextItem& next);
+
+// Whether a line may break between two adjacent items.
+bool mayBreakBetween(const TextItem& before, const TextItem& after,
+                     const word::ResolvedParagraph& format);
+
+// Whether a justified line may be stretched between two adjacent items.
+bool mayStretchBetween(const TextItem& before, const TextItem& after);
 
 // The space between two adjacent characters, one Chinese and one Latin or a digit, in twips; 0
 // between others and where the paragraph wants none. `part`: of the smaller font size.

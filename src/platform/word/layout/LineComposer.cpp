@@ -7,6 +7,7 @@
 #include "platform/word/layout/TabStops.h"
 
 #include <algorithm>
+#include <optional>
 #include <span>
 
 namespace qvnd::layout {
@@ -27,11 +28,6 @@ constexpr double nearEnd = 20;           // twips between the ends of a line and
 // one gives up 4.2 points and not 4.7.
 constexpr double squeezedPart = 0.42;
 
-bool endsLine(const TextItem& item) {
-    return item.kind == Kind::lineBreak || item.kind == Kind::pageBreak ||
-           item.kind == Kind::columnBreak;
-}
-
 // A line of a paragraph, or the part of one between obstacles: items [begin, end) with the places
 // that they take.
 struct Line {
@@ -43,6 +39,7 @@ struct Line {
     double length = 0;  // of its items without blanks at the end
     double dropped = 0; // below the line before, where something stands in the way
     bool isLast = false;
+    bool hangs = false; // its last mark stands beyond its right end
 };
 
 class Composer {
@@ -82,8 +79,7 @@ private:
             if (!isText(items_[i])) {
                 continue;
             }
-            const bool inPairs = setting_.compressesPunctuation && !setting_.options.officeLines;
-            if (inPairs && i + 1 < items_.size() && isText(items_[i + 1])) {
+            if (inPairs() && i + 1 < items_.size() && isText(items_[i + 1])) {
                 compressPair(items_[i], items_[i + 1]);
             }
             if (format_.snapsToGrid && items_[i].format->snapsToGrid) {
@@ -158,6 +154,7 @@ private:
             line.length += widthOf(i);
         }
         line.length -= seen > line.begin ? gaps_[seen - 1] : 0;
+        line.length -= line.hangs ? items_[seen - 1].width : 0;
         if (seen > line.begin) {
             line.length -= squeeze(portionOf(seen - 1, line.begin), seen, line.length - line.reach);
         }
@@ -206,9 +203,10 @@ private:
     bool fill(Line& line) {
         double x = 0;
         line.reach = line.room;
-        bool isTooLong = false;           // the first item
-        double spare = 0;                 // of the marks of the portion so far
-        std::size_t breakAt = line.begin; // the best place so far; none while it is the begin
+        bool isTooLong = false;            // the first item
+        double spare = 0;                  // of the marks of the portion so far
+        std::size_t breakAt = line.begin;  // the best place so far; none while it is the begin
+        std::optional<std::size_t> halved; // a mark without its empty half
         for (std::size_t i = line.begin; i < items_.size(); ++i) {
             if (endsLine(items_[i])) {
                 line.end = i + 1;
@@ -224,10 +222,18 @@ private:
             spare = (beginsPortion(i) ? std::max(0.0, x - line.reach) : spare) + spareOf(items_[i]);
             const bool fits = isBlankItem(items_[i]) || reachesBeyond(items_[i]) ||
                               x + items_[i].width <= line.reach + spare + overlong;
-            if (!fits && i > line.begin) {
-                return endBefore(i, breakAt, line) && !isTooLong;
+            if (!fits && fitsByHalf(items_[i], line.reach - x)) {
+                items_[i].width -= items_[i].size / 2;
+                halved = i;
+            } else if (!fits && i > line.begin) {
+                const bool isWhole = endBefore(i, breakAt, line) && !isTooLong;
+                if (halved && *halved >= line.end) {
+                    items_[*halved].width += items_[*halved].size / 2;
+                }
+                return isWhole;
+            } else {
+                isTooLong = isTooLong || !fits;
             }
-            isTooLong = isTooLong || !fits;
             x += widthOf(i);
         }
         line.end = items_.size();
@@ -242,6 +248,7 @@ private:
     // The item does not fit any more.
     bool endBefore(std::size_t i, std::size_t breakAt, Line& line) const {
         if (hangs(i)) {
+            line.hangs = !setting_.options.officeLines;
             line.end = behindBlanks(i + 1);
             return true;
         }
@@ -257,50 +264,29 @@ private:
         return i;
     }
 
+    // A mark hangs only where the next line may begin behind it; in the office suite anywhere.
     bool hangs(std::size_t i) const {
-        return format_.hangsPunctuation && isText(items_[i]) && isEastAsian(items_[i].character) &&
-               mayHang(items_[i].character);
+        if (!format_.hangsPunctuation || !isText(items_[i]) || !isEastAsian(items_[i].character)) {
+            return false;
+        }
+        if (setting_.options.officeLines) {
+            return mayHangInOffice(items_[i].character);
+        }
+        const std::size_t next = behindBlanks(i + 1);
+        const bool mayEnd = next == items_.size() || next > i + 1 || mayBreak(next);
+        return mayHang(items_[i].character) && mayEnd;
+    }
+
+    bool inPairs() const { return setting_.compressesPunctuation && !setting_.options.officeLines; }
+
+    // Whether a closing mark has room at the end of a line without its empty half.
+    bool fitsByHalf(const TextItem& item, double room) const {
+        return inPairs() && isText(item) && isClosingMark(item.character) &&
+               item.width >= item.size && item.width - item.size / 2 <= room + overlong;
     }
 
     bool mayBreak(std::size_t i) const {
-        const TextItem& before = items_[i - 1];
-        const TextItem& after = items_[i];
-        if (!isText(before) || !isText(after)) {
-            const TextItem& text = isText(before) ? before : after;
-            const bool joins = (before.kind == Kind::picture || after.kind == Kind::picture) &&
-                               isText(text) && !isBlankItem(before) && !isEastAsian(text.character);
-            return !joins && (before.kind != Kind::tab || !before.isLabel);
-        }
-        return mayBreakBetween(before.character, after.character,
-                               {format_.forbidsLineEnds, format_.breaksWords});
-    }
-
-    // What stands behind the tab up to the next one: all of it, or up to the decimal point.
-    double behindTab(std::size_t tab, bool upToPoint) const {
-        double width = 0;
-        for (std::size_t i = tab + 1; i < items_.size(); ++i) {
-            const bool ends = items_[i].kind == Kind::tab || endsLine(items_[i]) ||
-                              (upToPoint && items_[i].character == U'.');
-            if (ends) {
-                break;
-            }
-            width += widthOf(i);
-        }
-        return width;
-    }
-
-    // Of what follows the tab `i`, the width that stands in front of its stop.
-    double beforeStop(TabStop::Kind kind, std::size_t i) const {
-        switch (kind) {
-        case TabStop::Kind::right:
-            return behindTab(i, false);
-        case TabStop::Kind::centre:
-            return behindTab(i, false) / 2;
-        case TabStop::Kind::decimal:
-            return behindTab(i, true);
-        default:
-            return 0;
-        }
+        return mayBreakBetween(items_[i - 1], items_[i], format_);
     }
 
     // False where what is to stand in front of the stop has no room on the line: the tab goes to
@@ -309,14 +295,15 @@ private:
         const double at = line.left + x;
         const TabStop stop = stopBehind(at, format_, indents_, setting_.defaultTab);
         const double reach = std::max(line.room, stop.at - line.left);
+        const SpacedItems all{items_, gaps_};
         const bool atRightEnd =
             stop.kind == TabStop::Kind::right && stop.at >= line.left + line.room - nearEnd;
-        if (atRightEnd && x + behindTab(i, false) > reach + overlong) {
+        if (atRightEnd && x + behindTab(all, i) > reach + overlong) {
             return false;
         }
-        const double width = std::max(stop.at - at - beforeStop(stop.kind, i), 0.0);
+        const double width = std::max(stop.at - at - beforeStop(stop.kind, all, i), 0.0);
         if (stop.kind != TabStop::Kind::left && reach > line.room) {
-            line.reach = std::max(line.reach, x + width + behindTab(i, false));
+            line.reach = std::max(line.reach, x + width + behindTab(all, i));
         }
         items_[i].width = width;
         items_[i].character = stop.leader;
@@ -374,11 +361,7 @@ private:
 
     // A place where a justified line may be stretched: behind this item.
     bool isElastic(std::size_t i, std::size_t end) const {
-        if (i + 1 >= end || !isText(items_[i]) || !isText(items_[i + 1])) {
-            return false;
-        }
-        return isBlank(items_[i].character) || isEastAsian(items_[i].character) ||
-               isEastAsian(items_[i + 1].character);
+        return i + 1 < end && mayStretchBetween(items_[i], items_[i + 1]);
     }
 
     // What each elastic place of the line gets.
@@ -391,12 +374,15 @@ private:
             return 0;
         }
         std::size_t places = 0;
-        const std::size_t end = seenEnd(line);
+        const std::size_t end = elasticEnd(line);
         for (std::size_t i = firstElastic(line); i < end; ++i) {
             places += isElastic(i, end) ? 1 : 0;
         }
         return places > 0 ? rest / static_cast<double>(places) : 0;
     }
+
+    // A hanging mark begins where the line ends.
+    std::size_t elasticEnd(const Line& line) const { return seenEnd(line) - (line.hangs ? 1 : 0); }
 
     std::size_t seenEnd(const Line& line) const {
         std::size_t end = line.end;
@@ -416,7 +402,7 @@ private:
     }
 
     void place(const Line& line, double x, double foot, double spread, Strip& strip) {
-        const std::size_t end = seenEnd(line);
+        const std::size_t end = elasticEnd(line);
         const std::size_t elasticFrom = firstElastic(line);
         for (std::size_t i = line.begin; i < line.end; ++i) {
             const TextItem& item = items_[i];
@@ -468,7 +454,8 @@ private:
             strips[i].controlsWidows = format_.controlsWidows;
             strips[i].contextual = format_.contextual;
         }
-        addBorders(strips, format_, indents_.left, setting_.width - indents_.right);
+        addBorders(strips, format_, {indents_.left, setting_.width - indents_.right},
+                   setting_.borders);
     }
 
     const ParagraphItems& paragraph_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/formatting/ResolvedSection.h"
+#include "platform/word/layout/ParagraphBorders.h"
 #include "platform/word/layout/StoryReader.h"
 #include "platform/word/layout/Strips.h"
 
@@ -22,6 +23,7 @@ struct LineSetting {
     bool hasLeading = true;   // the leading of fonts is added to the height of lines
     bool compressesPunctuation = false;
     double defaultTab = 420;
+    JoinedBorders borders;
     LayoutOptions options;
     // Areas that lines avoid, relative to the upper left corner of the paragraph's first line.
     std::vector<Obstacle> obstacles{};

@@ -21,28 +21,54 @@ double firstStroke(const Border& side) {
     return side.isDouble ? side.space + 2.0 * side.width : side.space;
 }
 
+bool hasBorders(const word::ResolvedParagraph& format) {
+    return format.topSide.visible || format.leftSide.visible || format.bottomSide.visible ||
+           format.rightSide.visible;
+}
+
+// What runs down beside a line: its background, and the borders on its sides.
+void addSides(Strip& line, const word::ResolvedParagraph& format, const TextEdges& edges,
+              double top, double foot) {
+    if (format.background) {
+        line.layer.fills.insert(
+            line.layer.fills.begin(),
+            {edges.left, top, edges.right - edges.left, foot - top, *format.background});
+    }
+    const double x1 = edges.left - firstStroke(format.leftSide);
+    const double x2 = edges.right + format.rightSide.space;
+    addRule(line, format.leftSide, x1, top, x1, foot);
+    addRule(line, format.rightSide, x2, top, x2, foot);
+}
+
 } // namespace
 
-void addBorders(Strips& lines, const word::ResolvedParagraph& format, double left, double right) {
-    const double x1 = left - format.leftSide.space;
-    const double x2 = right + format.rightSide.space;
-    for (Strip& line : lines) {
-        if (format.background) {
-            line.layer.fills.insert(line.layer.fills.begin(),
-                                    {left, 0, right - left, line.height, *format.background});
-        }
-        const double outer = left - firstStroke(format.leftSide);
-        addRule(line, format.leftSide, outer, 0, outer, line.height);
-        addRule(line, format.rightSide, x2, 0, x2, line.height);
-    }
+bool shareBox(const word::ResolvedParagraph& one, const word::ResolvedParagraph& other) {
+    return hasBorders(one) && one.topSide == other.topSide && one.leftSide == other.leftSide &&
+           one.bottomSide == other.bottomSide && one.rightSide == other.rightSide &&
+           one.between == other.between && one.left == other.left && one.right == other.right &&
+           one.frame == other.frame;
+}
+
+void addBorders(Strips& lines, const word::ResolvedParagraph& format, const TextEdges& edges,
+                const JoinedBorders& joined) {
+    const double x1 = edges.left - format.leftSide.space;
+    const double x2 = edges.right + format.rightSide.space;
     Strip& first = lines.front();
     Strip& last = lines.back();
-    const double top = -firstStroke(format.topSide);
-    addRule(first, format.topSide, x1, top, x2, top);
-    const double foot = last.height + format.bottomSide.space;
-    addRule(last, format.bottomSide, x1, foot, x2, foot);
-    first.before += roomOf(format.topSide);
-    last.after += roomOf(format.bottomSide);
+    const Border& bottom = joined.below ? format.between : format.bottomSide;
+    last.after += roomOf(bottom);
+    for (Strip& line : lines) {
+        const double above = joined.above && &line == &first ? line.before : 0;
+        const double below = joined.below && &line == &last ? line.after : 0;
+        addSides(line, format, edges, -above, line.height + below);
+    }
+    if (!joined.above) {
+        const double top = -firstStroke(format.topSide);
+        addRule(first, format.topSide, x1, top, x2, top);
+    }
+    const double foot = last.height + bottom.space;
+    addRule(last, bottom, x1, foot, x2, foot);
+    first.before += joined.above ? 0 : roomOf(format.topSide);
 }
 
 } // namespace qvnd::layout

@@ -106,7 +106,7 @@ FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
 }
 
 bool StoryReader::isUnseen(const word::ResolvedText& format) const {
-    return format.hidden || (format.deleted && !shared_.showsDeleted);
+    return format.isUnseen(shared_.showsDeleted);
 }
 
 // Whether nothing of a paragraph is seen, its mark at `end` included. The mark of a cell always is.

@@ -42,6 +42,11 @@ struct TextItem {
 
 inline bool isText(const TextItem& item) { return item.kind == TextItem::Kind::character; }
 inline bool isBlankItem(const TextItem& item) { return isText(item) && isBlank(item.character); }
+inline bool endsLine(const TextItem& item) {
+    using Kind = TextItem::Kind;
+    return item.kind == Kind::lineBreak || item.kind == Kind::pageBreak ||
+           item.kind == Kind::columnBreak;
+}
 // Text other than blanks, or a picture.
 inline bool isSeen(const TextItem& item) {
     return item.kind == TextItem::Kind::picture || (isText(item) && !isBlank(item.character));

@@ -7,6 +7,39 @@ namespace qvnd::layout {
 
 using word::TabStop;
 
+namespace {
+
+double widthBehind(const SpacedItems& all, std::size_t tab, bool upToPoint) {
+    double width = 0;
+    for (std::size_t i = tab + 1; i < all.items.size(); ++i) {
+        const TextItem& item = all.items[i];
+        const bool ends = item.kind == TextItem::Kind::tab || endsLine(item) ||
+                          (upToPoint && item.character == U'.');
+        if (ends) {
+            break;
+        }
+        width += item.width + all.gaps[i];
+    }
+    return width;
+}
+
+} // namespace
+
+double behindTab(const SpacedItems& all, std::size_t tab) { return widthBehind(all, tab, false); }
+
+double beforeStop(TabStop::Kind kind, const SpacedItems& all, std::size_t tab) {
+    switch (kind) {
+    case TabStop::Kind::right:
+        return behindTab(all, tab);
+    case TabStop::Kind::centre:
+        return behindTab(all, tab) / 2;
+    case TabStop::Kind::decimal:
+        return widthBehind(all, tab, true);
+    default:
+        return 0;
+    }
+}
+
 TabStop stopBehind(double at, const word::ResolvedParagraph& format,
                    const word::ParagraphIndents& indents, double defaultTab) {
     constexpr double rounding = 1; // twips
