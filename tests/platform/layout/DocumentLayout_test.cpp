@@ -39,26 +39,6 @@ TEST_F(Pages, TenLinesFillAPage) {
     EXPECT_EQ(pages().size(), 2U);
 }
 
-TEST_F(Pages, PagesComeOneByOneAsTheyAreAskedFor) {
-    paragraphs(50);
-    document.main = word::slicesOf(main);
-    source = sourceOf(document);
-    DocumentLayout lazy(source, fonts, {});
-    ASSERT_TRUE(lazy.nextPage());
-    EXPECT_LT(lazy.lines().back().at, 40U);
-}
-
-TEST_F(Pages, LinesTellTheirPagesAndNumbers) {
-    paragraphs(25);
-    pages();
-    const auto& lines = layout->lines();
-    ASSERT_EQ(lines.size(), 25U);
-    EXPECT_EQ(lines[9].sheet, 0);
-    EXPECT_EQ(lines[10].sheet, 1);
-    EXPECT_EQ(lines[10].number, 2);
-    EXPECT_EQ(lines[24].sheet, 2);
-}
-
 TEST_F(Pages, APageBreakPutsTheRestOnTheNextPage) {
     type(u"甲\f乙\r");
     const auto found = pages();
@@ -131,15 +111,6 @@ TEST_F(Pages, ATitlePageHasHeadersOfItsOwn) {
     const auto found = pages();
     EXPECT_EQ(textOf(found[0])[0], u'一');
     EXPECT_EQ(textOf(found[1])[0], u'眉');
-}
-
-TEST_F(Pages, APageFieldShowsTheNumberOfItsPage) {
-    paragraphs(12);
-    putFieldFooter(u"PAGE", 0x21);
-    const auto found = pages();
-    EXPECT_EQ(textOf(found[0])[0], u'1');
-    EXPECT_EQ(textOf(found[1])[0], u'2');
-    EXPECT_EQ(textOf(found[1]).find(u"PAGE"), std::u16string::npos);
 }
 
 TEST_F(Pages, HiddenTextAndInstructionsOfFieldsAreNotSeen) {
@@ -255,7 +226,7 @@ Bytes frame() {
     return withSprm16(list, sprm::PWHeightAbs, 0x8000 | 400);
 }
 
-const PlacedText& textAt(const Page& page, char16_t first) {
+const PlacedText& runWith(const Page& page, char16_t first) {
     const auto found =
         std::find_if(page.layer.texts.begin(), page.layer.texts.end(),
                      [&](const PlacedText& text) { return text.text.front() == first; });
@@ -266,19 +237,19 @@ TEST_F(Pages, TextGoesOnBesideAFrameAndBelowItInFullWidth) {
     type(u"框\r", frame());
     type(u"甲乙丙丁戊己庚辛壬癸甲乙丙丁戊\r");
     const Page page = pages().at(0);
-    EXPECT_DOUBLE_EQ(textAt(page, u'框').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'框').baseline, 1160);
-    EXPECT_DOUBLE_EQ(textAt(page, u'甲').x, 1800);
-    EXPECT_DOUBLE_EQ(textAt(page, u'甲').baseline, 1160);
-    EXPECT_DOUBLE_EQ(textAt(page, u'庚').x, 1800);
-    EXPECT_DOUBLE_EQ(textAt(page, u'丙').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'丙').baseline, 1560);
+    EXPECT_DOUBLE_EQ(runWith(page, u'框').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(page, u'框').baseline, 1160);
+    EXPECT_DOUBLE_EQ(runWith(page, u'甲').x, 1800);
+    EXPECT_DOUBLE_EQ(runWith(page, u'甲').baseline, 1160);
+    EXPECT_DOUBLE_EQ(runWith(page, u'庚').x, 1800);
+    EXPECT_DOUBLE_EQ(runWith(page, u'丙').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(page, u'丙').baseline, 1560);
 }
 
 TEST_F(Pages, TextGoesOnBelowAFrameThatHasNoneBesideIt) {
     type(u"框\r", withSprm8(frame(), sprm::PWr, 1));
     type(u"甲\r");
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'甲').baseline, 1560);
+    EXPECT_DOUBLE_EQ(runWith(pages().at(0), u'甲').baseline, 1560);
 }
 
 TEST_F(Pages, AFrameMayStandAnywhereOnThePage) {
@@ -288,22 +259,22 @@ TEST_F(Pages, AFrameMayStandAnywhereOnThePage) {
     type(u"框\r", list);
     type(u"甲\r");
     const Page page = pages().at(0);
-    EXPECT_DOUBLE_EQ(textAt(page, u'框').x, 300);
-    EXPECT_DOUBLE_EQ(textAt(page, u'框').baseline, 660);
-    EXPECT_DOUBLE_EQ(textAt(page, u'甲').baseline, 1160);
+    EXPECT_DOUBLE_EQ(runWith(page, u'框').x, 300);
+    EXPECT_DOUBLE_EQ(runWith(page, u'框').baseline, 660);
+    EXPECT_DOUBLE_EQ(runWith(page, u'甲').baseline, 1160);
 }
 
 TEST_F(Pages, AFrameWithoutAWidthIsAsWideAsItsText) {
     type(u"框框\r", withSprm16({}, sprm::PDxaAbs, 0xFFFC)); // centred
     type(u"甲\r");
-    EXPECT_NEAR(textAt(pages().at(0), u'框').x, 1800, 1);
+    EXPECT_NEAR(runWith(pages().at(0), u'框').x, 1800, 1);
 }
 
 TEST_F(Pages, ParagraphsInEqualFramesShareOne) {
     type(u"框\r架\r", frame());
     type(u"甲\r");
     const Page page = pages().at(0);
-    EXPECT_DOUBLE_EQ(textAt(page, u'架').baseline, textAt(page, u'框').baseline + 200);
+    EXPECT_DOUBLE_EQ(runWith(page, u'架').baseline, runWith(page, u'框').baseline + 200);
 }
 
 TEST_F(Pages, AFooterIsHighEnoughForAFrameInIt) {
@@ -328,7 +299,7 @@ TEST_F(Pages, LinesBesideAFrameThatGoToTheNextPageHaveItsFullWidth) {
     type(u"甲乙丙丁戊己庚辛壬癸甲乙丙丁戊己庚辛壬癸甲乙\r", withSprm8({}, sprm::PFWidowControl, 0));
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
-    EXPECT_DOUBLE_EQ(textAt(found[1], u'丙').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(found[1], u'丙').x, 1000);
     EXPECT_EQ(textOf(found[1]), u"丙丁戊己庚辛壬癸甲乙");
 }
 
@@ -336,9 +307,9 @@ TEST_F(Pages, InTheOfficeSuiteAnEmptyParagraphTakesOverTheMarkBeforeIt) {
     type(u"甲\r");
     main.characters.back().properties = intern(withSprm16({}, sprm::CHps, 40));
     type(u"\r乙\r");
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 200 + 160);
+    EXPECT_DOUBLE_EQ(runWith(pages().at(0), u'乙').baseline, 1000 + 400 + 200 + 160);
     options = officeOptions();
-    EXPECT_NEAR(textAt(pages().at(0), u'乙').baseline, 1000 + 400 + 400 + 160, 0.02);
+    EXPECT_NEAR(runWith(pages().at(0), u'乙').baseline, 1000 + 400 + 400 + 160, 0.02);
 }
 
 TEST_F(Pages, DeletedTextIsNotSeenButTheOfficeSuiteStrikesItOut) {
@@ -349,7 +320,7 @@ TEST_F(Pages, DeletedTextIsNotSeenButTheOfficeSuiteStrikesItOut) {
     EXPECT_EQ(textOf(pages().at(0)), u"丙");
     options = officeOptions();
     EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
-    EXPECT_TRUE(textAt(pages().at(0), u'甲').struckOut);
+    EXPECT_TRUE(runWith(pages().at(0), u'甲').struckOut);
 }
 
 TEST_F(Pages, AParagraphWhoseMarkIsHiddenTooTakesNoLine) {
@@ -361,9 +332,9 @@ TEST_F(Pages, AParagraphWhoseMarkIsHiddenTooTakesNoLine) {
         main.characters.back().properties = intern(unseen);
         type(u"丙\r");
         EXPECT_EQ(textOf(pages().at(0)), u"甲丙");
-        EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'丙').baseline, 1000 + 200 + 160);
+        EXPECT_DOUBLE_EQ(runWith(pages().at(0), u'丙').baseline, 1000 + 200 + 160);
         main.characters = {{3, {}}, {1, intern(unseen)}, {2, {}}}; // the mark alone
-        EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'丙').baseline, 1000 + 400 + 160);
+        EXPECT_DOUBLE_EQ(runWith(pages().at(0), u'丙').baseline, 1000 + 400 + 160);
     }
 }
 
@@ -373,19 +344,19 @@ TEST_F(Pages, TextStandsOnBothSidesOfAFrame) {
     type(u"框\r", withSprm16(withSprm16({}, sprm::PDxaAbs, 1401), sprm::PDxaWidth, 1000));
     type(u"甲乙丙丁戊己庚辛壬癸甲乙丙丁戊己庚辛壬癸\r");
     const Page page = pages().at(0);
-    EXPECT_DOUBLE_EQ(textAt(page, u'甲').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'辛').x, 3400);
-    EXPECT_DOUBLE_EQ(textAt(page, u'辛').baseline, textAt(page, u'甲').baseline);
-    EXPECT_DOUBLE_EQ(textAt(page, u'己').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'己').baseline, textAt(page, u'甲').baseline + 200);
+    EXPECT_DOUBLE_EQ(runWith(page, u'甲').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(page, u'辛').x, 3400);
+    EXPECT_DOUBLE_EQ(runWith(page, u'辛').baseline, runWith(page, u'甲').baseline);
+    EXPECT_DOUBLE_EQ(runWith(page, u'己').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(page, u'己').baseline, runWith(page, u'甲').baseline + 200);
 }
 
 TEST_F(Pages, AWordThatIsTooLongForThePlaceBesideAFrameGoesBelow) {
     type(u"框\r", frame());
     type(u"abcdefghijklmnop\r");
     const Page page = pages().at(0);
-    EXPECT_DOUBLE_EQ(textAt(page, u'a').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'a').baseline, 1560);
+    EXPECT_DOUBLE_EQ(runWith(page, u'a').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(page, u'a').baseline, 1560);
 }
 
 // Two columns of 900 with a space of 200.
@@ -402,8 +373,8 @@ TEST_F(Pages, ColumnsAboveAContinuousSectionEndAtTheSameHeight) {
     const Page page = pages().at(0);
     EXPECT_DOUBLE_EQ(page.layer.texts[3].x, 1000 + 900 + 200);
     EXPECT_DOUBLE_EQ(page.layer.texts[3].baseline, page.layer.texts[0].baseline);
-    EXPECT_DOUBLE_EQ(textAt(page, u'下').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'下').baseline, 1000 + 3 * 200 + 160);
+    EXPECT_DOUBLE_EQ(runWith(page, u'下').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(page, u'下').baseline, 1000 + 3 * 200 + 160);
 }
 
 TEST_F(Pages, ColumnsStayAsTheyAreWhereTheSettingsSaySo) {
@@ -414,13 +385,13 @@ TEST_F(Pages, ColumnsStayAsTheyAreWhereTheSettingsSaySo) {
     type(u"下\r");
     const Page page = pages().at(0);
     EXPECT_DOUBLE_EQ(page.layer.texts[5].x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(page, u'下').baseline, 1000 + 6 * 200 + 160);
+    EXPECT_DOUBLE_EQ(runWith(page, u'下').baseline, 1000 + 6 * 200 + 160);
 }
 
 TEST_F(Pages, TheLastLinesOfASectionKeepItsMargins) {
     const auto found = pagesOfTwoSections(withSprm16(section(), sprm::SDxaLeft, 600));
-    EXPECT_DOUBLE_EQ(textAt(found.at(0), u'甲').x, 1000);
-    EXPECT_DOUBLE_EQ(textAt(found.at(1), u'乙').x, 600);
+    EXPECT_DOUBLE_EQ(runWith(found.at(0), u'甲').x, 1000);
+    EXPECT_DOUBLE_EQ(runWith(found.at(1), u'乙').x, 600);
 }
 
 TEST_F(Pages, TheLastColumnOfASectionStandsWhereItsOwnColumnsSay) {
@@ -459,7 +430,7 @@ TEST_F(Pages, InTheOfficeSuiteOneGridTakesTheLeadingFromAllOfTheDocument) {
     const auto pitch = [&](const LayoutOptions& with) {
         DocumentLayout laidOut(source, leading, with);
         const Page page = *laidOut.nextPage();
-        return textAt(page, u'乙').baseline - textAt(page, u'甲').baseline;
+        return runWith(page, u'乙').baseline - runWith(page, u'甲').baseline;
     };
     EXPECT_DOUBLE_EQ(pitch({}), 240);
     EXPECT_DOUBLE_EQ(pitch(officeOptions()), 200);
@@ -481,10 +452,10 @@ TEST_F(Pages, InTheOfficeSuiteNothingIsKeptBelowTheLastLineOfANote) {
 TEST_F(Pages, TheOfficeSuiteDrawsTextAtTenthsOfPoints) {
     type(u"甲\r");
     type(u"乙\r", withSprm16({}, sprm::PDyaBefore, 101));
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u'乙').baseline, 1461);
+    EXPECT_DOUBLE_EQ(runWith(pages().at(0), u'乙').baseline, 1461);
     options = officeOptions();
-    EXPECT_NEAR(textAt(pages().at(0), u'甲').baseline, 1160, 0.02);
-    EXPECT_NEAR(textAt(pages().at(0), u'乙').baseline, 1462, 0.02);
+    EXPECT_NEAR(runWith(pages().at(0), u'甲').baseline, 1160, 0.02);
+    EXPECT_NEAR(runWith(pages().at(0), u'乙').baseline, 1462, 0.02);
 }
 
 TEST_F(Pages, TheOfficeSuiteCountsFromTheFootOfPaperInThousandthsOfPoints) {
@@ -517,137 +488,6 @@ TEST_F(Pages, InTheOfficeSuiteAPageBreakAtAParagraphsStartLeavesNothingOnThePage
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[1]), u"乙");
-}
-
-TEST_F(Pages, ASectionThatBeginsWithinAPageGivesThatPageItsFirstNumber) {
-    type(u"甲\r");
-    nextSection(withSprm16(withSprm8(withSprm8(section(), sprm::SBkc, 0), sprm::SFPgnRestart, 1),
-                           sprm::SPgnStart97, 7));
-    paragraphs(12);
-    const auto found = pages();
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[0].number, 1) << "its headers are those of the section above";
-    EXPECT_EQ(found[1].number, 8);
-    EXPECT_EQ(layout->lines()[0].number, 1);
-    EXPECT_EQ(layout->lines()[1].number, 7);
-    EXPECT_EQ(layout->lines().back().number, 8);
-}
-
-TEST_F(Pages, AContinuousSectionThatHasNoRoomOnThePageBeginsOnTheNext) {
-    paragraphs(10);
-    nextSection(withSprm16(withSprm8(withSprm8(section(), sprm::SBkc, 0), sprm::SFPgnRestart, 1),
-                           sprm::SPgnStart97, 7));
-    paragraphs(1);
-    const auto found = pages();
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(found[1].number, 7);
-    EXPECT_EQ(textOf(found[1]), u"一");
-}
-
-TEST_F(Pages, APageFieldHasTheNumberFormThatItAsksFor) {
-    paragraphs(12);
-    for (const auto& [code, shown] :
-         {std::pair(u"PAGE \\* ROMAN", u"II"), std::pair(u"PAGE \\* roman \\* MERGEFORMAT", u"ii"),
-          std::pair(u"PAGE  \\* CHINESENUM3", u"二"), std::pair(u"PAGE \\* ArabicDash", u"- 2 -"),
-          std::pair(u"PAGE \\* MERGEFORMAT", u"2")}) {
-        putFieldFooter(code, 0x21);
-        const std::u16string text = textOf(pages().at(1));
-        EXPECT_TRUE(text.starts_with(shown)) << toUtf8(text);
-    }
-}
-
-TEST_F(Pages, PageCountsAreShownWhereverTheirFieldsStand) {
-    paragraphs(12);
-    main.text.insert(0, u"\x13NUMPAGES\x14"
-                        u"9\x15");
-    main.characters.insert(main.characters.begin(), {12, {}});
-    main.paragraphs[0].length += 12;
-    document.sections[0].length += 12;
-    main.fields = {{0, 0x13, 0x1A}, {9, 0x14, 0}, {11, 0x15, 0}};
-    EXPECT_TRUE(textOf(pages().at(0)).starts_with(u"1一"));
-    EXPECT_TRUE(layout->showsPageCounts());
-    const auto counts = layout->correctedCounts();
-    ASSERT_TRUE(counts);
-    options.counts = *counts;
-    EXPECT_TRUE(textOf(pages().at(0)).starts_with(u"2一"));
-    EXPECT_FALSE(layout->correctedCounts());
-}
-
-TEST_F(Pages, ANoteShowsThePageCountToo) {
-    type(u"甲\x02\r");
-    putFootnote(1, u"\x13NUMPAGES\x14"
-                   u"9\x15\r");
-    auto note = std::make_shared<word::Story>(*document.tables.sideStories[0].text);
-    note->fields = {{0, 0x13, 0x1A}, {9, 0x14, 0}, {11, 0x15, 0}};
-    document.tables.sideStories[0].text = note;
-    options.counts.total = 37;
-    EXPECT_TRUE(textOf(pages().at(0)).ends_with(u"37"));
-    EXPECT_TRUE(layout->showsPageCounts());
-}
-
-TEST_F(Pages, SectionPagesAreThoseOnWhichTheSectionStands) {
-    paragraphs(12);
-    putFieldFooter(u"SECTIONPAGES", 0x42);
-    nextSection(section());
-    paragraphs(3);
-    pages();
-    const auto counts = layout->correctedCounts();
-    ASSERT_TRUE(counts);
-    EXPECT_EQ(counts->ofSections, (std::vector<int>{2, 1}));
-    options.counts = *counts;
-    const auto found = pages();
-    EXPECT_EQ(textOf(found[0])[0], u'2');
-    EXPECT_EQ(textOf(found[2])[0], u'1');
-    EXPECT_FALSE(layout->correctedCounts());
-}
-
-TEST_F(Pages, ADocumentThatShowsNoPageCountNeedsNoSecondLook) {
-    paragraphs(12);
-    pages();
-    EXPECT_FALSE(layout->showsPageCounts());
-    EXPECT_FALSE(layout->correctedCounts());
-}
-
-TEST_F(Pages, ALongTableIsComposedRowByRow) {
-    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
-    const Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
-    for (int i = 0; i < 200; ++i) {
-        main.text += u"甲\a\a";
-        main.paragraphs.push_back({2, 0, intern(inTable)});
-        main.paragraphs.push_back({1, 0, intern(mark)});
-    }
-    main.characters = {{600, {}}};
-    type(u"末\r");
-    document.main = word::slicesOf(main);
-    source = sourceOf(document);
-    DocumentLayout lazy(source, fonts, {});
-    ASSERT_TRUE(lazy.nextPage());
-    EXPECT_LT(lazy.placeSize(1000000), 20000U) << "what is composed and stands on no page yet";
-    int count = 1;
-    while (lazy.nextPage()) {
-        ++count;
-    }
-    EXPECT_EQ(count, 21);
-}
-
-TEST_F(Pages, EachLineOfACellTellsItsPage) {
-    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
-    const Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
-    for (int cell = 0; cell < 2; ++cell) {
-        for (int i = 0; i < 12; ++i) {
-            main.text += i < 11 ? u"甲\r" : u"甲\a";
-            main.paragraphs.push_back({2, 0, intern(inTable)});
-        }
-    }
-    main.text += u"\a";
-    main.paragraphs.push_back({1, 0, intern(mark)});
-    main.characters = {{49, {}}};
-    type(u"末\r");
-    EXPECT_EQ(pages().size(), 2U);
-    EXPECT_EQ(placeOf(layout->lines(), 18).sheet, 0);
-    EXPECT_EQ(placeOf(layout->lines(), 20).sheet, 1);
-    EXPECT_EQ(placeOf(layout->lines(), 24).sheet, 0) << "the second cell begins on the first page";
-    EXPECT_EQ(placeOf(layout->lines(), 46).sheet, 1);
 }
 
 TEST_F(Pages, SpacesInAHeaderAreTheLargerOfBothWhereTheDocumentSaysSo) {

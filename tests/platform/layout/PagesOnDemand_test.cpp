@@ -170,5 +170,36 @@ TEST_F(OnDemand, EachPageTellsItsPaper) {
     EXPECT_EQ(demanded->sizes(), (std::vector<PageSize>{{4000, 4000}, {6000, 4000}}));
 }
 
+TEST_F(OnDemand, PagesComeOneByOneAsTheyAreAskedFor) {
+    paragraphs(50);
+    document.main = word::slicesOf(main);
+    source = sourceOf(document);
+    DocumentLayout lazy(source, fonts, {});
+    ASSERT_TRUE(lazy.nextPage());
+    EXPECT_LT(lazy.lines().back().at, 40U);
+}
+
+TEST_F(OnDemand, ALongTableIsComposedRowByRow) {
+    const word::Bytes inTable = word::withSprm8({}, sprm::PFInTable, 1);
+    const word::Bytes mark = word::withSprm8(inTable, sprm::PFTtp, 1);
+    for (int i = 0; i < 200; ++i) {
+        main.text += u"甲\a\a";
+        main.paragraphs.push_back({2, 0, intern(inTable)});
+        main.paragraphs.push_back({1, 0, intern(mark)});
+    }
+    main.characters = {{600, {}}};
+    type(u"末\r");
+    document.main = word::slicesOf(main);
+    source = sourceOf(document);
+    DocumentLayout lazy(source, fonts, {});
+    ASSERT_TRUE(lazy.nextPage());
+    EXPECT_LT(lazy.placeSize(1000000), 20000U) << "what is composed and stands on no page yet";
+    int count = 1;
+    while (lazy.nextPage()) {
+        ++count;
+    }
+    EXPECT_EQ(count, 21);
+}
+
 } // namespace
 } // namespace qvnd::layout

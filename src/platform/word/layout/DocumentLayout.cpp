@@ -392,9 +392,8 @@ private:
     // A continuous section begins on this page when some of it stands here. The page's headers are
     // those of the section above it.
     void beginSectionHere() {
-        const bool hasText = std::any_of(columns_.begin(), columns_.end(),
-                                         [](const auto& column) { return !column.empty(); });
-        if (!hasText) {
+        if (std::all_of(columns_.begin(), columns_.end(),
+                        [](const auto& column) { return column.empty(); })) {
             return;
         }
         number_ = bodyNumber();
@@ -438,7 +437,8 @@ private:
 
     double heightOfCarried() {
         constexpr double leastText = 480; // that they leave on their page
-        return std::min(pageNotes().heightOf(carriedNotes_), bodyBottom_ - bodyTop_ - leastText);
+        const double most = bodyBottom_ - bodyTop_ - leastText;
+        return std::min(pageNotes().heightOf(carriedNotes_, most), most);
     }
 
     // Endnotes stand behind the text.
@@ -448,6 +448,7 @@ private:
             for (const std::uint32_t note : notes_.endnotes()) {
                 const Strips& strips = notes_.strips(note, columnSetting());
                 pending_.insert(pending_.end(), strips.begin(), strips.end());
+                notes_.forget(note);
             }
             if (auto frames = body_.rest()) {
                 pending_.push_back(std::move(*frames));

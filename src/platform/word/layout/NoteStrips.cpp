@@ -44,4 +44,8 @@ const Strips& NoteStrips::strips(std::uint32_t note, const LineSetting& setting)
     return known->second;
 }
 
+void NoteStrips::forget(std::uint32_t note) {
+    std::erase_if(composed_, [&](const auto& composed) { return composed.first.first == note; });
+}
+
 } // namespace qvnd::layout

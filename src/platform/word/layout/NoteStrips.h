@@ -15,6 +15,8 @@ public:
 
     // The composed text of a note; cached for each width.
     const Strips& strips(std::uint32_t note, const LineSetting& setting);
+    // Frees the text of a note that has been placed. Invalidates what strips() returned for it.
+    void forget(std::uint32_t note);
     // The endnotes in the order of their references.
     const std::vector<std::uint32_t>& endnotes() const { return endnotes_; }
 

@@ -1,6 +1,7 @@
 #include "platform/word/layout/PageNotes.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace qvnd::layout {
 
@@ -34,25 +35,30 @@ double leastHeightOf(const Strips& strips, bool addsSpaces) {
 NoteRoom PageNotes::roomOf(std::uint32_t note, bool first) {
     const Strips& strips = notes_.strips(note, setting_);
     const double above = first ? separatorHeight : 0;
-    const double whole = heightFrom(strips, 0);
+    const double whole = heightFrom(strips, 0, std::numeric_limits<double>::max());
     return {above + whole, above + std::min(whole, leastHeightOf(strips, addsSpaces_))};
 }
 
-// Of the lines from `from` on.
-double PageNotes::heightFrom(const Strips& strips, std::size_t from) const {
-    if (from >= strips.size()) {
-        return 0;
+double PageNotes::heightFrom(const Strips& strips, std::size_t from, double most) const {
+    double height = 0;
+    std::size_t at = from;
+    for (; at < strips.size() && height <= most; ++at) {
+        height +=
+            at > from ? gapBetween(strips[at - 1], strips[at], addsSpaces_) : strips[at].before;
+        height += strips[at].height;
     }
-    const Strips rest(strips.begin() + static_cast<std::ptrdiff_t>(from), strips.end());
-    const Strip& last = rest.back();
-    return layout::heightOf(rest, addsSpaces_) - last.after + belowLast(last, setting_);
+    const bool isWhole = from < strips.size() && at == strips.size();
+    return isWhole ? height + belowLast(strips.back(), setting_) : height;
 }
 
-double PageNotes::heightOf(const std::vector<NotePart>& parts) {
+double PageNotes::heightOf(const std::vector<NotePart>& parts, double most) {
     double height = parts.empty() ? 0 : separatorHeight;
     for (const NotePart& part : parts) {
         const Strips& strips = notes_.strips(part.note, setting_);
-        height += heightFrom(strips, part.from);
+        height += heightFrom(strips, part.from, most - height);
+        if (height > most) {
+            break;
+        }
     }
     return height;
 }
@@ -74,6 +80,8 @@ std::vector<NotePart> PageNotes::place(const std::vector<NotePart>& parts, const
         y = placeLines(strips, {part.from, end}, area.left, y, layer);
         if (end < strips.size()) {
             carried.push_back({part.note, end});
+        } else {
+            notes_.forget(part.note);
         }
     }
     return carried;

@@ -31,8 +31,9 @@ public:
     // The height of a note. `first`: it is the first of its page, so the separator line is
     // included.
     NoteRoom roomOf(std::uint32_t note, bool first);
-    // The height of all parts including the separator line; 0 without parts.
-    double heightOf(const std::vector<NotePart>& parts);
+    // The height of all parts including the separator line; 0 without parts. Counting stops above
+    // `most`.
+    double heightOf(const std::vector<NotePart>& parts, double most);
     // Places the parts into the area, at least one line of the first part. Returns the parts that
     // do not fit.
     std::vector<NotePart> place(const std::vector<NotePart>& parts, const NoteArea& area,
@@ -43,7 +44,8 @@ private:
         std::size_t from = 0;
         std::size_t end = 0;
     };
-    double heightFrom(const Strips& strips, std::size_t from) const;
+    // Of the lines from `from` on. Counting stops above `most`.
+    double heightFrom(const Strips& strips, std::size_t from, double most) const;
     double placeLines(const Strips& strips, Range lines, double x, double y, Layer& layer) const;
 
     NoteStrips& notes_;
