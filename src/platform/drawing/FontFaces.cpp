@@ -1,6 +1,7 @@
 #include "platform/drawing/FontFaces.h"
 
 #include "platform/drawing/KnownFaces.h"
+#include "platform/drawing/PublishedWidths.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
 #include "platform/word/formatting/NameFolding.h"
@@ -12,6 +13,8 @@
 #include FT_FREETYPE_H
 #include FT_TRUETYPE_TABLES_H
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <map>
 #include <optional>
@@ -146,6 +149,9 @@ public:
         if (choice_ == FontChoice::here && word::isSymbolFont(request.name)) {
             asked.name = u"OpenSymbol"; // which the office suite shows symbols in
         }
+        if (requests_.size() >= mostRequests) {
+            return 0;
+        }
         const auto file = bestFile(installed_, asked, std::nullopt);
         const FaceId id = add(asked, request.name, *file);
         requests_.emplace(key, id);
@@ -161,27 +167,20 @@ public:
         if (known != face.standIns.end()) {
             return known->second;
         }
-        FaceId standIn = id;
-        if (const auto file = bestFile(installed_, face.request, shownCharacter(face, c))) {
-            const FaceId other = addStandIn(face, *file);
-            standIn = glyphOf(*faces_[other], c) != 0 ? other : id;
-        }
+        const FaceId standIn = standInFor(id, c);
         faces_[id]->standIns.emplace(c, standIn);
         return standIn;
     }
 
     double advance(FaceId id, char32_t c) {
         Face& face = *faces_[id];
-        if (c < face.advances.size() && !std::isnan(face.advances[c])) {
-            return face.advances[c];
+        const auto [page, isNew] = face.advances.try_emplace(c / charactersAPage);
+        if (isNew) {
+            page->second.fill(std::nanf(""));
         }
-        const double width = measure(face, c);
-        constexpr std::size_t kept = 0x10000;
-        if (c < kept) {
-            if (face.advances.empty()) {
-                face.advances.assign(kept, std::nanf(""));
-            }
-            face.advances[c] = static_cast<float>(width);
+        float& width = page->second.at(c % charactersAPage);
+        if (std::isnan(width)) {
+            width = static_cast<float>(measure(face, c));
         }
         return width;
     }
@@ -211,15 +210,24 @@ public:
 private:
     using Key = std::tuple<std::u16string, bool, bool, bool>;
 
+    // Bounds for damaged documents: fonts that are told apart, and searches of all fonts for the
+    // missing characters of one face, each of which takes about a millisecond.
+    static constexpr std::size_t mostRequests = 4096;
+    static constexpr std::size_t mostSearches = 256;
+    static constexpr std::size_t charactersAPage = 256;
+
     struct Face {
         FaceRequest request;
         std::u16string symbols; // the symbol font whose codes it shows
         FT_Face face = nullptr;
         FaceHeights heights;
-        std::optional<KnownFace> known; // whose measures count
+        std::optional<KnownFace> known;          // whose measures count
+        const PublishedWidths* widths = nullptr; // of its Latin letters, where they are known
         bool embolden = false;
         bool slant = false;
-        std::vector<float> advances; // by character; not a number while it is not known
+        // By character, a page of characters each; not a number while it is not known.
+        std::unordered_map<char32_t, std::array<float, charactersAPage>> advances;
+        std::size_t searches = 0; // for stand-ins
         std::unordered_map<char32_t, float> drawnAdvances;
         std::unordered_map<char32_t, FaceId> standIns;
         std::map<FaceFile, FaceId> standInsByFile;
@@ -247,10 +255,27 @@ private:
         face->slant = request.italic && !file.italic;
         if (choice_ == FontChoice::named) {
             face->known = knownFace(request.name);
+            face->widths = publishedWidths(request.name, request.bold, request.italic);
         }
         face->heights = face->known ? face->known->heights : ownHeights(*face);
         faces_.push_back(std::move(face));
         return static_cast<FaceId>(faces_.size() - 1);
+    }
+
+    // The face itself where no other has the character.
+    FaceId standInFor(FaceId id, char32_t c) {
+        Face& face = *faces_[id];
+        if (++face.searches > mostSearches) {
+            const auto known = std::find_if(
+                face.standInsByFile.begin(), face.standInsByFile.end(),
+                [&](const auto& standIn) { return glyphOf(*faces_[standIn.second], c) != 0; });
+            return known == face.standInsByFile.end() ? id : known->second;
+        }
+        if (const auto file = bestFile(installed_, face.request, shownCharacter(face, c))) {
+            const FaceId other = addStandIn(face, *file);
+            return glyphOf(*faces_[other], c) != 0 ? other : id;
+        }
+        return id;
     }
 
     // A stand-in for some characters: in a known face they have that face's room. The office suite
@@ -291,7 +316,11 @@ private:
         if (face.known && face.known->halfWidthLatin) {
             return layout::isFullWidthInChineseFonts(c) ? 1 : 0.5;
         }
-        return glyphWidth(face, c);
+        constexpr double thousandths = 1000;
+        const char32_t index = c - U' ';
+        return face.widths != nullptr && index < face.widths->size()
+                   ? face.widths->at(index) / thousandths
+                   : glyphWidth(face, c);
     }
 
     // What a code of a symbol font stands for.

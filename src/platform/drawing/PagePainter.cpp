@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <list>
 #include <numeric>
 #include <utility>
 
@@ -22,13 +23,64 @@ namespace {
 
 constexpr double twipsPerPoint = 20;
 
+// The pictures that were painted last, so that one that stands on every page is read once.
+class RecentPictures {
+public:
+    // A picture as a surface; no surface for one that cannot be read.
+    struct Picture {
+        word::DataBlob blob;
+        CairoSurface surface;
+        int width = 0;
+        int height = 0;
+
+        std::size_t bytes() const { return std::size_t{4} * width * height; }
+    };
+
+    explicit RecentPictures(ReadPicture read) : read_(std::move(read)) {}
+
+    const Picture& of(const word::DataBlob& blob) {
+        const auto known = std::find_if(pictures_.begin(), pictures_.end(),
+                                        [&](const Picture& p) { return p.blob == blob; });
+        if (known != pictures_.end()) {
+            pictures_.splice(pictures_.begin(), pictures_, known);
+            return pictures_.front();
+        }
+        pictures_.push_front(read(blob));
+        bytes_ += pictures_.front().bytes();
+        while (pictures_.size() > 1 && (bytes_ > mostBytes || pictures_.size() > mostPictures)) {
+            bytes_ -= pictures_.back().bytes();
+            pictures_.pop_back();
+        }
+        return pictures_.front();
+    }
+
+private:
+    static constexpr std::size_t mostBytes = 32U << 20U;
+    static constexpr std::size_t mostPictures = 64;
+
+    Picture read(const word::DataBlob& blob) const {
+        Picture picture{blob, nullptr, 0, 0};
+        const auto image = read_ ? read_(blob) : std::nullopt;
+        if (image && image->width >= 1 && image->height >= 1) {
+            picture.surface = surfaceOf(*image);
+            picture.width = picture.surface ? image->width : 0;
+            picture.height = picture.surface ? image->height : 0;
+        }
+        return picture;
+    }
+
+    ReadPicture read_;
+    std::list<Picture> pictures_; // the latest first
+    std::size_t bytes_ = 0;
+};
+
 } // namespace
 
 // Paints layers onto a context whose unit is the twip.
 class PagePainter::Canvas {
 public:
     Canvas(FontFaces& fonts, ReadPicture readPicture)
-        : glyphs_(fonts), readPicture_(std::move(readPicture)) {}
+        : glyphs_(fonts), pictures_(std::move(readPicture)) {}
 
     void paint(cairo_t* context, const layout::Layer& layer) {
         for (const layout::Fill& fill : layer.fills) {
@@ -118,9 +170,9 @@ private:
     }
 
     void paint(cairo_t* context, const layout::PlacedPicture& picture) {
-        const auto image = readPicture_ ? readPicture_(picture.blob) : std::nullopt;
-        if (image && image->width >= 1 && image->height >= 1) {
-            paint(context, picture, *image);
+        const RecentPictures::Picture& read = pictures_.of(picture.blob);
+        if (read.surface) {
+            paint(context, picture, read);
         } else if (const auto drawing = readMetafile(picture.blob)) {
             const layout::PageArea area{picture.x, picture.y, picture.x + picture.width,
                                         picture.y + picture.height};
@@ -129,15 +181,14 @@ private:
     }
 
     static void paint(cairo_t* context, const layout::PlacedPicture& picture,
-                      const PixelImage& image) {
-        const CairoSurface surface = surfaceOf(image);
-        if (!surface || picture.width <= 0 || picture.height <= 0) {
+                      const RecentPictures::Picture& image) {
+        if (picture.width <= 0 || picture.height <= 0) {
             return;
         }
         cairo_save(context);
         cairo_translate(context, picture.x, picture.y);
         cairo_scale(context, picture.width / image.width, picture.height / image.height);
-        cairo_set_source_surface(context, surface.get(), 0, 0);
+        cairo_set_source_surface(context, image.surface.get(), 0, 0);
         // Enlarged pixels at the picture's edge do not fade into what lies around it.
         cairo_pattern_set_extend(cairo_get_source(context), CAIRO_EXTEND_PAD);
         cairo_rectangle(context, 0, 0, image.width, image.height);
@@ -169,7 +220,7 @@ private:
     }
 
     GlyphPainter glyphs_;
-    ReadPicture readPicture_;
+    RecentPictures pictures_;
 };
 
 PagePainter::PagePainter(FontFaces& fonts, ReadPicture readPicture)

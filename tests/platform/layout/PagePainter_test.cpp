@@ -2,6 +2,7 @@
 
 #include "platform/drawing/FontRoom.h"
 #include "platform/drawing/KnownFaces.h"
+#include "platform/drawing/PublishedWidths.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/word/layout/ShapeOutlines.h"
 
@@ -205,6 +206,34 @@ TEST_F(Painting, APdfHasItsPagesInTheirSize) {
     EXPECT_NE(bytes.find("/MediaBox [ 0 0 50 25 ]"), std::string::npos);
 }
 
+TEST_F(Painting, APictureOnEveryPageIsReadAndWrittenOnce) {
+    const auto blob = std::make_shared<const word::Bytes>(word::Bytes{1});
+    page.layer.pictures.push_back({0, 0, 1000, 1000, blob});
+    int reads = 0;
+    const auto sizeOf = [&](int pages) {
+        PagePainter painter(fonts, [&](const word::DataBlob&) {
+            ++reads;
+            PixelImage noise{100, 100, {}};
+            for (unsigned i = 0; i < 40000; ++i) {
+                noise.pixels.push_back(static_cast<std::uint8_t>(i % 4 == 3 ? 0xFF : i * i >> 7U));
+            }
+            return std::optional(noise);
+        });
+        std::size_t size = 0;
+        const auto pdf = painter.pdf([&](word::ByteView bytes) { size += bytes.size(); });
+        for (int i = 0; i < pages; ++i) {
+            pdf->add(page);
+        }
+        pdf->finish();
+        return size;
+    };
+    const std::size_t one = sizeOf(1);
+    EXPECT_EQ(reads, 1);
+    const std::size_t many = sizeOf(20);
+    EXPECT_EQ(reads, 2);
+    EXPECT_LT(many, 2 * one);
+}
+
 TEST_F(Painting, APdfEmbedsOnlyTheGlyphsThatItUses) {
     type(u"H");
     const std::size_t one = pdf(1).size();
@@ -348,6 +377,21 @@ TEST(KnownFaces, GreekAndCyrillicLettersAndBoxLinesOfAChineseFaceAreSquares) {
         EXPECT_DOUBLE_EQ(fonts.advance(face, c), 1) << std::hex << static_cast<unsigned>(c);
     }
     EXPECT_DOUBLE_EQ(fonts.advance(face, U'x'), 0.5);
+}
+
+TEST(PublishedWidths, LatinLettersOfTimesAndArialHaveTheirOwnWidthsOnEveryDesktop) {
+    FontFaces fonts(FontChoice::named);
+    const auto width = [&](const char16_t* name, bool bold, bool italic, char32_t c) {
+        return fonts.advance(fonts.face({name, bold, italic, false}), c);
+    };
+    EXPECT_NEAR(width(u"Times New Roman", false, false, U'1'), 0.5, 1e-6);
+    EXPECT_NEAR(width(u"Times New Roman", false, false, U'A'), 0.722, 1e-6);
+    EXPECT_NEAR(width(u"TIMES NEW ROMAN", true, false, U'm'), 0.833, 1e-6);
+    EXPECT_NEAR(width(u"Times New Roman", false, true, U'~'), 0.541, 1e-6);
+    EXPECT_NEAR(width(u"Times New Roman", true, true, U' '), 0.25, 1e-6);
+    EXPECT_NEAR(width(u"Arial", false, true, U'1'), 0.556, 1e-6);
+    EXPECT_NEAR(width(u"Arial", true, false, U'W'), 0.944, 1e-6);
+    EXPECT_EQ(publishedWidths(u"Calibri", false, false), nullptr);
 }
 
 } // namespace
