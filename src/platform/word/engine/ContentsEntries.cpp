@@ -1,9 +1,9 @@
 #include "platform/word/engine/ContentsEntries.h"
 
-#include "platform/word/docfile/format/SprmCodes.h"
-#include "platform/word/engine/SectionProperties.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/engine/StyleLookup.h"
 #include "platform/word/formatting/BuiltInStyles.h"
+#include "platform/word/formatting/FormatResolver.h"
 
 #include <algorithm>
 #include <map>
@@ -42,16 +42,14 @@ void addNamedStyles(const StyleSheet& styles, std::u16string_view names, LevelOf
 }
 
 // Text that is hidden or marked as deleted is not listed.
-std::u16string visibleText(WorkingDocument& document, Cp start, Cp end) {
-    const PropertyLists& lists = document.tables().lists;
+std::u16string visibleText(const WorkingStory& story, FormatResolver& formats,
+                           const ContentsEntry& heading, StyleIndex style) {
     std::u16string result;
-    for (const StorySlice& slice : document.main().slicesOf(start, end)) {
+    for (const StorySlice& slice : story.slicesOf(heading.start, heading.end)) {
         const Story part = partOf(*slice.fragment, slice.begin, slice.length);
         std::size_t at = 0;
         for (const CharacterRun& run : part.characters) {
-            const ByteView look = lists[run.properties];
-            if (sprmValue(look, sprm::CFVanish, 0) != 1 &&
-                sprmValue(look, sprm::CFRMarkDel, 0) != 1) {
+            if (!formats.text(style, run.properties).isUnseen()) {
                 result.append(part.text, at, run.length);
             }
             at += run.length;
@@ -64,23 +62,17 @@ std::u16string visibleText(WorkingDocument& document, Cp start, Cp end) {
 
 std::u16string entryText(std::u16string_view text) {
     std::u16string result;
-    int codes = 0; // open field codes around the character
-    std::vector<bool> inCode;
+    FieldInstructions codes;
     for (const char16_t c : text) {
-        if (c == u'\x13') {
-            inCode.push_back(true);
-            ++codes;
-        } else if ((c == u'\x14' || c == u'\x15') && !inCode.empty()) {
-            codes -= inCode.back() ? 1 : 0;
-            inCode.back() = false;
-            if (c == u'\x15') {
-                inCode.pop_back();
-            }
-        } else if (codes == 0 && (c == u'\t' || c == u'\v')) {
+        if (isFieldCharacter(c)) {
+            codes.take(c);
+        } else if (codes.isInside()) {
+            continue;
+        } else if (c == u'\t' || c == u'\v') {
             result += u' ';
-        } else if (codes == 0 && c == u'\x1E') {
+        } else if (c == u'\x1E') {
             result += u'-'; // a hyphen that does not break
-        } else if (codes == 0 && c >= u' ') {
+        } else if (c >= u' ') {
             result += c;
         }
     }
@@ -99,14 +91,16 @@ std::vector<ContentsEntry> contentsEntries(WorkingDocument& document,
     addNamedStyles(document.tables().styles, options.AddedStyles, levels);
 
     std::vector<ContentsEntry> entries;
+    FormatResolver formats(document.tables());
     document.main().forEachParagraph([&](Cp start, Cp end, const ParagraphLook& look) {
         const auto level = levels.find(look.style);
         if (level == levels.end()) {
             return;
         }
-        std::u16string text = entryText(visibleText(document, start, end - 1));
-        if (!text.empty()) {
-            entries.push_back({level->second, start, end - 1, std::move(text), {}});
+        ContentsEntry entry{level->second, start, end - 1, {}, {}};
+        entry.text = entryText(visibleText(document.main(), formats, entry, look.style));
+        if (!entry.text.empty()) {
+            entries.push_back(std::move(entry));
         }
     });
     return entries;

@@ -2,9 +2,9 @@
 
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/format/SprmFacts.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
-#include <array>
 
 namespace qvnd::word {
 
@@ -28,10 +28,12 @@ Bytes entryOf(SprmOpcode opcode, std::uint32_t operand, std::size_t size) {
     return entry;
 }
 
-// Ico of [MS-DOC] 2.9.119 as COLORREF.
-constexpr std::array<std::uint32_t, 17> colours{
-    0xFF000000, 0x000000, 0xFF0000, 0xFFFF00, 0x00FF00, 0xFF00FF, 0x0000FF, 0x00FFFF, 0xFFFFFF,
-    0x800000,   0x808000, 0x008000, 0x800080, 0x000080, 0x008080, 0x808080, 0xC0C0C0};
+// COLORREF of a colour by its index; a colour that is none is the automatic one.
+std::uint32_t referenceOf(unsigned ico) {
+    constexpr std::uint32_t automatic = 0xFF000000;
+    const auto rgb = colourOfIndex(ico);
+    return rgb ? ((*rgb & 0xFF) << 16) | (*rgb & 0xFF00) | (*rgb >> 16) : automatic;
+}
 
 // The operand of the entry that has the last word; of a colour its parts.
 Bytes effectOf(ByteView entries) {
@@ -40,8 +42,8 @@ Bytes effectOf(ByteView entries) {
         return {};
     }
     const SprmView& last = parsed.sprms.back();
-    if (last.opcode == sprm::CIco && last.operand[0] < colours.size()) {
-        return entryOf(sprm::CCv, colours.at(last.operand[0]), 4);
+    if (last.opcode == sprm::CIco) {
+        return entryOf(sprm::CCv, referenceOf(last.operand[0]), 4);
     }
     if (last.opcode == sprm::CCv || last.operand.size() > 2) {
         return {last.whole.begin(), last.whole.end()};

@@ -70,6 +70,29 @@ TEST(Fields, AnEntryForAnotherCharacterGivesWayToTheText) {
     EXPECT_EQ(matched.damage, 2); // a character without its entry, an entry without its character
 }
 
+TEST(Fields, InstructionsEndAtTheSeparatorOrTheEndAndNestedOnesWithThem) {
+    const auto seen = [](std::u16string_view text) {
+        FieldInstructions instructions;
+        std::u16string rest;
+        for (const char16_t c : text) {
+            if (isFieldCharacter(c)) {
+                instructions.take(c);
+            } else if (!instructions.isInside()) {
+                rest += c;
+            }
+        }
+        return rest;
+    };
+    EXPECT_EQ(seen(u"a\x13 PAGE \x14"
+                   u"7\x15z"),
+              u"a7z");
+    EXPECT_EQ(seen(u"a\x13 IF \x13 X \x14"
+                   u"1\x15 \x15z"),
+              u"az");
+    EXPECT_EQ(seen(u"a\x13 ASK \x15z"), u"az");
+    EXPECT_EQ(seen(u"a\x14z\x15"), u"az");
+}
+
 TEST(Fields, CharactersWithoutCounterpartAreStrays) {
     const MatchedFields matched = matchFields({}, u"\x15\x14\x13\x13\x14\x14\x15");
     EXPECT_EQ(matched.strays, (std::vector<Cp>{0, 1, 2, 5}));

@@ -169,6 +169,17 @@ TEST_F(ContentsTest, EmptyHeadingsAreNoEntries) {
     EXPECT_EQ(shown(), u"第一章>1|第一节>1|");
 }
 
+TEST_F(ContentsTest, TextThatItsStyleHidesIsNotListed) {
+    twoHeadings();
+    DocumentTables& tables = document().read().tables();
+    const auto number = styleNamed(tables.styles, u"标题 2");
+    auto& style = *tables.styles.styles.at(number.value());
+    style.character =
+        tables.lists.intern(withSprm8(tables.lists[style.character], sprm::CFVanish, 1));
+    addAt(2);
+    EXPECT_EQ(shown(), u"第一章>1|");
+}
+
 TEST_F(ContentsTest, SayThatThereIsNothingToList) {
     type(u"目录");
     selection().TypeParagraph();

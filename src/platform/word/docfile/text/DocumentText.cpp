@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/TablePlaces.h"
 
 namespace qvnd::word {
@@ -52,26 +53,13 @@ private:
     void take(Cp at) {
         const char16_t c = story_.text[at];
         if (nextField_ < story_.fields.size() && story_.fields[nextField_].at == at) {
-            takeFieldMark(story_.fields[nextField_++].character);
+            instructions_.take(story_.fields[nextField_++].character);
         } else if (!instructions()) {
             takeCharacter(at, c);
         }
     }
 
-    void takeFieldMark(std::uint8_t character) {
-        if (character == 0x13) {
-            open_.push_back(true);
-            ++hidden_;
-        } else if (!open_.empty()) {
-            hidden_ -= open_.back() ? 1 : 0;
-            open_.back() = false;
-            if (character == 0x15) {
-                open_.pop_back();
-            }
-        }
-    }
-
-    bool instructions() const { return hidden_ > 0; }
+    bool instructions() const { return instructions_.isInside(); }
 
     void takeCharacter(Cp at, char16_t c) {
         if (c == special::lineBreak || c == special::pageBreak || c == special::columnBreak) {
@@ -104,8 +92,7 @@ private:
     const PropertyLists& lists_;
     TablePlaces places_;
     std::u16string result_;
-    std::vector<bool> open_; // a field each: whether its instructions are being passed
-    int hidden_ = 0;         // how many of them are
+    FieldInstructions instructions_;
     std::size_t nextField_ = 0;
     std::size_t run_ = 0;
     Cp runStart_ = 0;

@@ -141,4 +141,17 @@ MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view 
     return result;
 }
 
+void FieldInstructions::take(char16_t fieldCharacter) {
+    if (fieldCharacter == fieldBegin) {
+        open_.push_back(true);
+        ++inside_;
+    } else if (!open_.empty()) {
+        inside_ -= open_.back() ? 1 : 0;
+        open_.back() = false;
+        if (fieldCharacter == fieldEnd) {
+            open_.pop_back();
+        }
+    }
+}
+
 } // namespace qvnd::word

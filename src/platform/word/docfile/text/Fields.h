@@ -16,6 +16,19 @@ inline constexpr char16_t fieldEnd = 0x15;
 
 inline bool isFieldCharacter(char16_t c) { return c >= fieldBegin && c <= fieldEnd; }
 
+// Tells, while a text is read from its start, whether a character belongs to the instruction of a
+// field, which is not seen.
+class FieldInstructions {
+public:
+    // Takes the next field character; one without counterpart changes nothing.
+    void take(char16_t fieldCharacter);
+    bool isInside() const { return inside_ > 0; }
+
+private:
+    std::vector<bool> open_; // by open field: whether its instruction goes on
+    int inside_ = 0;         // how many of them do
+};
+
 // The Plcfld of a story `length` characters long; no bytes when there is no mark.
 Bytes encodeFields(std::span<const FieldMark> marks, Cp length);
 
