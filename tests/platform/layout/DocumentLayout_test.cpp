@@ -443,7 +443,7 @@ TEST_F(Pages, InTheOfficeSuiteNothingIsKeptBelowTheLastLineOfANote) {
     document.tables.sideStories.push_back(
         {std::make_shared<const word::Story>(story(u"注\r释\r", spaced)), true, {}, {}});
     type(u"甲\u0002\r");
-    const auto foot = [&] { return textAt(pages().at(0), u'释').baseline; };
+    const auto foot = [&] { return runWith(pages().at(0), u'释').baseline; };
     EXPECT_DOUBLE_EQ(foot(), 3000 - 300 - 40);
     options = officeOptions();
     EXPECT_NEAR(foot(), 3000 - 40, 0.02);
