@@ -41,9 +41,9 @@ public:
         test::PlainSqlite file(world.state.gUserTplPath + ".~history/history.db");
         file.rows("WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<=" + count +
                   ") INSERT INTO steps SELECT i,i-1,0,strftime('%Y-%m-%dT%H:%M:%S.000','now',"
-                  "'localtime','-'||(" +
-                  count + "-i)*1.0*" + QString::number(days) + "/" + count +
-                  "||' days'),'添加[新]','T','bench','',0,'T.1','T.1' FROM n");
+                  "'localtime','-'||((" +
+                  count + "+1-i)*1.0*" + QString::number(days) + "/" + count +
+                  ")||' days'),'添加[新]','T','bench','',0,'T.1','T.1' FROM n");
         file.rows("UPDATE state SET head=" + count + "+1,tip=" + count + "+1,last=" + count + "+1");
         openHistory();
     }
