@@ -422,16 +422,20 @@ TEST_F(PageContent, InTheOfficeSuiteARowThatStaysWithTheNextIsNotParted) {
 }
 
 TEST_F(PageContent, WhatARowOfExactHeightDoesNotHoldIsCutOff) {
-    typeRow({std::u16string(24, u'格')}, {0, 2000}); // three lines
-    const auto marked = main.paragraphs.back().properties;
-    const word::ByteView row = document.tables.lists[marked];
-    main.paragraphs.back().properties = intern(withSprm16(
-        Bytes(row.begin(), row.end()), sprm::TDyaRowHeight, static_cast<std::uint16_t>(-300)));
+    const auto typeExactRow = [&](const std::vector<std::u16string>& cells,
+                                  const std::vector<unsigned>& flags) {
+        typeRow(cells, {0, 1000, 2000}, flags);
+        const word::ByteView row = document.tables.lists[main.paragraphs.back().properties];
+        main.paragraphs.back().properties = intern(withSprm16(
+            Bytes(row.begin(), row.end()), sprm::TDyaRowHeight, static_cast<std::uint16_t>(-300)));
+    };
+    typeExactRow({u"高", std::u16string(9, u'格')}, {0x60, 0}); // three characters a line
+    typeExactRow({u"", u"乙"}, {0x20, 0});                      // the first cell goes on
     type(u"后\r");
     const Page page = pages().at(0);
-    EXPECT_EQ(textOf(page), std::u16string(16, u'格') + u"后");
-    EXPECT_EQ(page.layer.texts[0].endsAt, std::nullopt);
-    EXPECT_EQ(page.layer.texts[1].endsAt, 1300);
+    EXPECT_EQ(textOf(page), u"高" + std::u16string(6, u'格') + u"乙后");
+    EXPECT_EQ(page.layer.texts[1].endsAt, std::nullopt);
+    EXPECT_EQ(page.layer.texts[2].endsAt, 1300);
 }
 
 // Fonts of one measure that tell by which name each face was asked for.

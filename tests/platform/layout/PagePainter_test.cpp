@@ -99,10 +99,12 @@ TEST_F(Painting, TextEndsWhereItIsCutOff) {
         return ink;
     };
     EXPECT_GT(inkIn(25, 30), 0);
-    page.layer.cutBelow(250);
+    page.layer.cutBelow(250, 200, 1000); // the text begins left of it
+    EXPECT_GT(inkIn(25, 30), 0);
+    page.layer.cutBelow(250, 0, 200);
     EXPECT_GT(inkIn(15, 24), 0);
     EXPECT_EQ(inkIn(25, 50), 0);
-    page.layer.cutBelow(100);
+    page.layer.cutBelow(100, 0, 200);
     EXPECT_TRUE(page.layer.texts.empty());
 }
 

@@ -3,6 +3,7 @@
 #include "platform/word/layout/FloatComposer.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace qvnd::layout {
 
@@ -11,11 +12,21 @@ namespace {
 constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
 
-// Whether a cell of the rows before goes on in that row.
-bool reachesInto(const std::vector<ComposedRow>& rows, std::size_t row) {
-    return row < rows.size() &&
-           std::any_of(rows[row].cells.begin(), rows[row].cells.end(),
-                       [](const ComposedCell& cell) { return cell.format.mergedAbove; });
+// Whether the cell goes on in the row below.
+bool goesOnIn(const ComposedCell& cell, const ComposedRow& below) {
+    constexpr double sameEdge = 20; // twips between edges that are one
+    return std::any_of(below.cells.begin(), below.cells.end(), [&](const ComposedCell& other) {
+        return other.format.mergedAbove && std::abs(other.left - cell.left) < sameEdge;
+    });
+}
+
+// Cuts off what the cells that end in a row of exact height do not hold.
+void cutCells(const std::vector<ComposedRow>& rows, std::size_t at, Layer& layer) {
+    for (const ComposedCell& cell : rows[at].cells) {
+        if (at + 1 == rows.size() || !goesOnIn(cell, rows[at + 1])) {
+            layer.cutBelow(rows[at].height, cell.left, cell.right);
+        }
+    }
 }
 
 // Space of that width in a line, which makes the line reach so far below its baseline.
@@ -266,8 +277,8 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
         strips.back().height += borderBelow(rows.back()); // of the table
     }
     for (std::size_t i = 0; i < strips.size(); ++i) {
-        if (rows[i].format.exactHeight && !reachesInto(rows, i + 1)) {
-            strips[i].layer.cutBelow(rows[i].height);
+        if (rows[i].format.exactHeight) {
+            cutCells(rows, i, strips[i].layer);
         }
         // In the office suite what stays with the next row stays whole.
         strips[i].keepsLines = strips[i].keepsLines || (office && strips[i].keepsWithNext);

@@ -71,19 +71,28 @@ void Layer::append(const Layer& other, double right, double down) {
     });
 }
 
-void Layer::cutBelow(double y) {
+void Layer::cutBelow(double y, double left, double right) {
     constexpr double below = 0.35; // of a font's size, that letters reach below their baseline
-    std::erase_if(fills, [&](const Fill& fill) { return fill.y >= y; });
-    std::erase_if(pictures, [&](const PlacedPicture& picture) { return picture.y >= y; });
-    std::erase_if(texts, [&](const PlacedText& text) { return text.baseline - text.size >= y; });
+    const auto isWithin = [&](const auto& item) { return item.x >= left && item.x < right; };
+    std::erase_if(fills, [&](const Fill& fill) { return isWithin(fill) && fill.y >= y; });
+    std::erase_if(pictures, [&](const PlacedPicture& picture) {
+        return isWithin(picture) && picture.y >= y;
+    });
+    std::erase_if(texts, [&](const PlacedText& text) {
+        return isWithin(text) && text.baseline - text.size >= y;
+    });
     for (Fill& fill : fills) {
-        fill.height = std::min(fill.height, y - fill.y);
+        fill.height = isWithin(fill) ? std::min(fill.height, y - fill.y) : fill.height;
     }
     for (PlacedPicture& picture : pictures) {
-        endAt(picture, y, picture.y + picture.height);
+        if (isWithin(picture)) {
+            endAt(picture, y, picture.y + picture.height);
+        }
     }
     for (PlacedText& text : texts) {
-        endAt(text, y, text.baseline + below * text.size);
+        if (isWithin(text)) {
+            endAt(text, y, text.baseline + below * text.size);
+        }
     }
 }
 

@@ -91,9 +91,9 @@ struct Layer {
 
     // Adds the content of another layer, moved by that distance.
     void append(const Layer& other, double right, double down);
-    // Removes what stands below that height, and cuts off fills, texts and pictures that reach
-    // beyond it.
-    void cutBelow(double y);
+    // Of what begins between two distances from the left edge: removes what stands below that
+    // height, and cuts off fills, texts and pictures that reach beyond it.
+    void cutBelow(double y, double left, double right);
 };
 
 struct Page {
