@@ -303,18 +303,16 @@ std::optional<std::vector<PlanFinding>> BidEdit::check() {
     return isCancelled ? std::nullopt : std::optional(std::move(found));
 }
 
-void BidEdit::printPdf() {
-    desktop::MessageBoxes& messages = services_.generation.messages;
+QString BidEdit::printPdf() {
     if (!isFinishedThere())
-        return;
+        return {};
     if (!services_.pdf.isAvailable()) {
-        messages.tell(u"输出 PDF 需要办公软件 LibreOffice，但没有找到。"_s, Icon::exclamation,
-                      u"提示"_s);
-        return;
+        services_.generation.messages.tell(u"输出 PDF 需要办公软件 LibreOffice，但没有找到。"_s,
+                                           Icon::exclamation, u"提示"_s);
+        return {};
     }
     const QString pdf = program_.modMain.gWorkPath + u"施工方案.pdf"_s;
-    if (drawPdf(pdf))
-        messages.tell(u"已输出 PDF 文件：\n"_s + pdf, Icon::information, u"提示"_s);
+    return drawPdf(pdf) ? pdf : QString();
 }
 
 bool BidEdit::drawPdf(const QString& pdf) {

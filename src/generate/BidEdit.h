@@ -89,9 +89,11 @@ public:
     std::optional<std::vector<PlanFinding>> check();
     // Of the last run of the plan in this window that was not refused; nothing before.
     const std::optional<GenerationReport>& report() const { return report_; }
-    // Makes 施工方案.pdf of the finished document beside it; tells what came of it, unless the user
-    // has cancelled.
-    void printPdf();
+    // That run was taken back.
+    void forgetReport() { report_.reset(); }
+    // Makes 施工方案.pdf of the finished document beside it, and returns its path; empty when there
+    // is none to make, which is told, or when the user has cancelled.
+    QString printPdf();
 
     // Runs a command of the toolbar: after an error the progress dialog is gone, the pointer the
     // usual one and the word processor dropped; its description is shown, nothing for number 0.

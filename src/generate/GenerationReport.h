@@ -12,9 +12,9 @@
 
 namespace qvnd::generate {
 
-// A node that a report speaks of, or the cover, and what it says.
+// A node that a report speaks of, or what stands around the nodes, and what it says.
 struct ReportedNode {
-    QString key; // empty for the cover
+    QString key; // empty for what is no node
     QString name;
     bool isDocument = false;
     QString what;
@@ -66,7 +66,7 @@ struct GenerationReport {
     // Nodes whose heading or document is not in the target, or not whole, in the tree's order.
     std::vector<ReportedNode> missing;
     // What was left out of documents that came in, and of the custom page that stands in for the
-    // cover, in the order in which it was met.
+    // cover, in the order in which it was met; then what failed of cover, contents and settings.
     std::vector<ReportedNode> leftOut;
     // The documents, and the custom page, that the office suite has converted.
     std::vector<ReportedNode> converted;

@@ -13,8 +13,10 @@
 #include "platform/word/engine/NormalTemplate.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <iterator>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -74,7 +76,7 @@ public:
             if (parts_.goOn && !parts_.goOn(node))
                 return std::move(found_);
             if (node.Image() == outline::image::document)
-                look(node);
+                lookAtDocument(node);
             else
                 lookAtFolder(node);
         }
@@ -130,10 +132,20 @@ private:
     void lookAtFolder(const OutlineNode& node) {
         if (node.Child() == nullptr)
             add(Kind::emptyFolder, node, u"文件夹是空的，生成后只有一个标题。"_s);
-        const bool isFirst = &node == parts_.TrvEdit.Item(1).Child();
-        if (isFirst && parts_.firstHeadingRunsOn && parts_.TrvEdit.Count() > 2)
+        const bool isFirst = std::exchange(isFirstInText_, false);
+        const bool isLast = &node == &parts_.TrvEdit.Item(parts_.TrvEdit.Count());
+        if (isFirst && parts_.firstHeadingRunsOn && !isLast)
             add(Kind::runsOn, node,
                 u"它是第一个节点，没有正文，下一个标题会接在它的标题后面，成为一行。"_s);
+    }
+
+    // A document that stays out ends no paragraph.
+    void lookAtDocument(const OutlineNode& node) {
+        const std::size_t before = found_.size();
+        look(node);
+        if (std::none_of(found_.begin() + static_cast<std::ptrdiff_t>(before), found_.end(),
+                         [](const PlanFinding& finding) { return finding.keepsDocumentOut(); }))
+            isFirstInText_ = false;
     }
 
     void look(const OutlineNode& node) {
@@ -198,6 +210,7 @@ private:
     word::DocumentContent target_ = word::normalTemplate();
     word::BookmarkNames names_;
     std::vector<PlanFinding> found_;
+    bool isFirstInText_ = true; // nothing ahead of the node ends a paragraph
 };
 
 } // namespace

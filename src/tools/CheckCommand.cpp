@@ -60,11 +60,11 @@ ExitStatus check(Session& session, const QStringList& words) {
 } // namespace
 
 std::vector<PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& TrvEdit,
-                                    bool isFirstRun) {
+                                    bool runsOn) {
     desktop::SystemProcesses processes;
     desktop::LockFiles locks(processes);
     office::SuiteDocumentConverter documents;
-    return generate::checkPlan({state, TrvEdit, locks, isFirstRun, {}, &documents});
+    return generate::checkPlan({state, TrvEdit, locks, runsOn, {}, &documents});
 }
 
 QString adviceHere(const generate::ForeignText& text) {

@@ -7,10 +7,10 @@
 
 namespace qvnd::tools {
 
-// What a planner should know before generating the plan in the tree; `isFirstRun` as the option of
-// "generate".
+// What a planner should know before generating the plan in the tree; `runsOn` when the heading of
+// its first folder will not end its paragraph.
 std::vector<generate::PlanFinding> findingsOf(modMain& state, const outline::OutlineTree& TrvEdit,
-                                              bool isFirstRun);
+                                              bool runsOn);
 // What to do about a text of another plan, for somebody at a terminal.
 QString adviceHere(const generate::ForeignText& text);
 

@@ -17,7 +17,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
-#include <utility>
 #include <vector>
 
 using namespace Qt::StringLiterals;
@@ -31,9 +30,10 @@ using generate::GenerationReport;
 using generate::ReportedNode;
 using outline::OutlineTree;
 
-// What is told about a finished document.
+// What is told about a run.
 struct Generated {
-    QString output;
+    QString output;     // empty when the document was not finished
+    QString unfinished; // why it was not
     GenerationReport report;
     QJsonArray check; // ahead of the run; only for JSON
     QString pageNumbers;
@@ -69,7 +69,8 @@ QJsonValue textOrNull(const QString& text) { return text.isEmpty() ? QJsonValue(
 
 QJsonObject asJson(const Generated& done) {
     return {
-        {u"output"_s, done.output},
+        {u"output"_s, textOrNull(done.output)},
+        {u"unfinished"_s, textOrNull(done.unfinished)},
         {u"nodes"_s, done.report.nodes},
         {u"documents"_s, done.report.documents},
         {u"headings"_s, done.report.headings},
@@ -122,12 +123,19 @@ QString asText(const Generated& done) {
     return lines.join(u'\n');
 }
 
-// Why there is no document where no box has said it.
-void explain(Output& output, BuildOutcome outcome) {
-    if (outcome == BuildOutcome::stopped)
-        output.note(u"生成中途停止，“施工方案.doc”没有完成。"_s);
-    if (outcome == BuildOutcome::notSaved)
-        output.note(u"“施工方案.doc”没有保存。"_s);
+// Why there is no finished document; where boxes have said it before, in general.
+QString whyUnfinished(BuildOutcome outcome) {
+    switch (outcome) {
+    case BuildOutcome::finished:
+        return {};
+    case BuildOutcome::refused:
+        return u"没有开始生成，原因见提示。"_s;
+    case BuildOutcome::stopped:
+        return u"生成中途停止，“施工方案.doc”没有完成。"_s;
+    case BuildOutcome::notSaved:
+        return u"“施工方案.doc”没有保存。"_s;
+    }
+    return {};
 }
 
 QString targetOf(Session& session) {
@@ -143,6 +151,41 @@ BuildOutcome build(TerminalGeneration& tools, const GenerateOptions& options,
     return outcome;
 }
 
+// A run that was refused has looked at no node: it has no report.
+void tellRefused(Output& output, const Generated& refused) {
+    if (output.isJson())
+        output.result(QJsonObject{{u"output"_s, QJsonValue()},
+                                  {u"unfinished"_s, refused.unfinished},
+                                  {u"check"_s, refused.check},
+                                  {u"messages"_s, QJsonArray::fromStringList(refused.messages)}},
+                      {});
+}
+
+void tellUnfinished(Output& output, const Generated& stopped) {
+    output.note(stopped.unfinished);
+    output.result(asJson(stopped), {});
+}
+
+ExitStatus tell(Session& session, BuildOutcome outcome, const Generated& done) {
+    if (outcome == BuildOutcome::refused)
+        tellRefused(session.output(), done);
+    else if (outcome != BuildOutcome::finished)
+        tellUnfinished(session.output(), done);
+    else
+        session.output().result(asJson(done), asText(done));
+    return outcome == BuildOutcome::finished && done.report.missing.empty() ? ExitStatus::done
+                                                                            : ExitStatus::refused;
+}
+
+// As the window sees it: the heading of the first folder runs on, unless blank lines end it.
+QJsonArray checkAhead(Session& session, const GenerateOptions& options,
+                      const OutlineTree& TrvEdit) {
+    if (!session.output().isJson())
+        return {};
+    const bool runsOn = options.isFirstRun && !options.switches.gBlankLineAroundTitle;
+    return findingsAsJson(findingsOf(session.program().state(), TrvEdit, runsOn));
+}
+
 ExitStatus generatePlan(Session& session, const QStringList& words) {
     const GenerateOptions options(words);
     TerminalGeneration tools(session, options);
@@ -155,23 +198,22 @@ ExitStatus generatePlan(Session& session, const QStringList& words) {
     OutlineTree TrvEdit(u"TrvEdit"_s);
     loadOutline(session.program(), options.plan, TrvEdit);
     session.isAbout(options.plan);
-    const QJsonArray check =
-        session.output().isJson()
-            ? findingsAsJson(findingsOf(session.program().state(), TrvEdit, options.isFirstRun))
-            : QJsonArray();
+    Generated done;
+    done.check = checkAhead(session, options, TrvEdit);
     generate::BidEditState window;
     const BuildOutcome outcome = build(tools, options, TrvEdit, window);
-    explain(session.output(), outcome);
-    if (outcome != BuildOutcome::finished)
-        return ExitStatus::refused;
-    GenerationReport report = reportOf(TrvEdit, window, tools.losses().losses());
-    report.foreign = generate::textsOfOtherPlans(session.program().state(), options.plan);
-    report.pages = tools.pages().source().pages();
-    const Generated done{
-        targetOf(session),      std::move(report), check,
-        tools.pages().origin(), tools.messages(),  static_cast<double>(timer.elapsed()) / 1000};
-    session.output().result(asJson(done), asText(done));
-    return done.report.missing.empty() ? ExitStatus::done : ExitStatus::refused;
+    done.unfinished = whyUnfinished(outcome);
+    done.messages = tools.messages();
+    if (outcome != BuildOutcome::refused)
+        done.report = reportOf(TrvEdit, window, tools.losses().losses());
+    if (outcome == BuildOutcome::finished) {
+        done.output = targetOf(session);
+        done.report.foreign = generate::textsOfOtherPlans(session.program().state(), options.plan);
+        done.report.pages = tools.pages().source().pages();
+        done.pageNumbers = tools.pages().origin();
+    }
+    done.seconds = static_cast<double>(timer.elapsed()) / 1000;
+    return tell(session, outcome, done);
 }
 
 // The command has no answer of its own for a document without contents.

@@ -53,6 +53,18 @@ TEST_F(CoverPage, ACustomPageWhoseNameLeadsOutOfTheFolderIsToldAndNothingIsInser
     EXPECT_EQ(wholeCover().find("秘密.doc, "), std::string::npos) << wholeCover();
 }
 
+TEST_F(CoverPage, ACustomPageWithoutANameIsToldAndNothingIsInsertedForIt) {
+    wantCustomPage();
+    putTable(settings(), u"当前自定义"_s, {{{u"路径"_s, u"扉页"}}});
+    const auto rows = settings().OpenRecordset(u"Select * from 当前自定义"_s);
+    rows->Edit();
+    rows->Set(u"路径", Value());
+    rows->Update();
+    build();
+    EXPECT_EQ(wholeCover().find("InsertFile plans"), std::string::npos) << wholeCover();
+    EXPECT_FALSE(window.Told.empty());
+}
+
 TEST_F(CoverPage, APictureIsInsertedSetInOrderAndLeftBehind) {
     cover(u"图片"_s, u" 楼.jpg ");
     build();

@@ -59,6 +59,22 @@ TEST_F(Report, NamesWhatWasLeftOutOfADocumentByItsFile) {
     EXPECT_EQ(told.leftOut[0].what, u"2 个脚注"_s);
 }
 
+TEST_F(Report, NamesWhatFailedOfTheCoverTheContentsAndTheSettings) {
+    change(settings(), u"封面表"_s, u"图片"_s, u"楼.jpg");
+    log.failAt("Selection.InlineShapes.AddPicture app/sys/图片库/楼.jpg", 5152, u"图片没有找到");
+    build();
+    const auto told = report();
+    EXPECT_TRUE(told.missing.empty());
+    ASSERT_EQ(told.leftOut.size(), 1U);
+    EXPECT_EQ(told.leftOut[0].key, QString()) << "a click on it selects no node";
+    EXPECT_EQ(told.leftOut[0].name, u"封面、目录或设置"_s);
+    EXPECT_EQ(told.leftOut[0].what, u"图片没有找到"_s);
+    EXPECT_TRUE(told.wantsAttention());
+    change(settings(), u"封面表"_s, u"图片"_s, u"");
+    build();
+    EXPECT_TRUE(report().leftOut.empty()) << "the next run begins anew";
+}
+
 TEST_F(Report, NamesWhatWasLeftOutOfTheCustomPageUnderTheCover) {
     losses.notCarried(u"/自定义/公司首页.doc", u"1 个控件");
     losses.notCarried(u"/方案/工程/工程.2.doc", u"2 个脚注");

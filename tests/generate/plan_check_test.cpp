@@ -206,6 +206,14 @@ TEST_F(PlanCheck, AFirstDocumentsHeadingNeverRunsOn) {
     EXPECT_TRUE(check().empty());
 }
 
+TEST_F(PlanCheck, AHeadingRunsOnBehindFirstDocumentsThatStayOut) {
+    document(u"工程.1"_s, u"缺"_s);
+    folder(u"工程.2"_s, u"概况"_s);
+    soundDocument(u"工程.2.1"_s, u"说明"_s);
+    runsOn = true;
+    EXPECT_EQ(kinds(), QStringList({u"工程.1 missing"_s, u"工程.2 runsOn"_s}));
+}
+
 TEST_F(PlanCheck, FindingsComeInTheOrderOfTheTree) {
     folder(u"工程.1"_s, u"空"_s);
     document(u"工程.2"_s, u"缺"_s);

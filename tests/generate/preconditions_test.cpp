@@ -7,6 +7,7 @@
 using namespace Qt::StringLiterals;
 using namespace qvnd::test;
 using qvnd::generate::BuildOutcome;
+namespace image = qvnd::outline::image;
 
 namespace {
 
@@ -35,6 +36,15 @@ TEST_F(BuildBidPreconditions, AnOpenWordWindowStopsTheCommandBeforeAnythingChang
     EXPECT_EQ(wholeLog(), "message [exclamation] 对不起，请您先关闭Word文档。如不在任务栏显示请按"
                           "Ctrl+Alt+Del ！\n");
     EXPECT_TRUE(std::filesystem::exists(place("work") / "施工方案.doc"));
+}
+
+// The root of an adopted plan may have a key that names no folder.
+TEST_F(BuildBidPreconditions, ARunAtWorkRefusesAPlanOfAnyKey) {
+    TrvEdit.Clear();
+    TrvEdit.Add(u"a/b"_s, u"工程"_s, image::root, image::rootSelected);
+    TrvEdit.AddChild(u"a/b"_s, u"a/b.1"_s, u"概况"_s, image::folder, image::folderSelected);
+    const qvnd::generate::WordSession::Work work(word);
+    EXPECT_EQ(build(), BuildOutcome::refused);
 }
 
 TEST_F(BuildBidPreconditions, OpenDocumentsAreLookedForInTheWorkFolderAndThePlansFolder) {

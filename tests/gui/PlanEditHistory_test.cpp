@@ -8,6 +8,7 @@
 #include "store/PlanTables.h"
 #include "support/FakeFonts.h"
 #include "support/FakeInputBoxes.h"
+#include "support/PlainSqlite.h"
 
 #include <QCheckBox>
 #include <QInputMethodEvent>
@@ -67,6 +68,43 @@ TEST_F(PlanEditHistory, APdfThatFailsLeavesTheFormerOneAndNoStep) {
     choose("mnuPdf");
     EXPECT_EQ(world.folder.read("施工方案.pdf"), "earlier");
     EXPECT_FALSE(world.state.History->undoable());
+}
+
+// The disk of the history is full when the command ends, though it was not when it began.
+class FullAtTheEnd : public PlanEditHistory {
+protected:
+    void fillHistory() {
+        PlainSqlite(world.state.gUserTplPath + ".~history/history.db")
+            .rows("CREATE TRIGGER full BEFORE INSERT ON steps "
+                  "BEGIN SELECT RAISE(ABORT,'full'); END");
+        world.messages.shown.clear();
+        frame.status.clear();
+    }
+};
+
+TEST_F(FullAtTheEnd, AGenerationThatIsTakenBackIsNotSaidToHaveFinished) {
+    open();
+    choose("mnuBuildbid");
+    world.folder.write("施工方案.doc", "earlier");
+    fillHistory();
+    choose("mnuBuildbid");
+    ASSERT_EQ(messages().size(), 1);
+    EXPECT_TRUE(messages()[0].startsWith("“生成卷宗编制”没有执行")) << messages()[0].toStdString();
+    EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
+    EXPECT_EQ(frame.status, QStringList());
+    EXPECT_FALSE(item("mnuReport").isEnabled());
+}
+
+TEST_F(FullAtTheEnd, APdfThatIsTakenBackIsNotSaidToStandThere) {
+    open();
+    world.folder.write("施工方案.doc", "finished");
+    choose("mnuPdf");
+    world.folder.write("施工方案.pdf", "earlier");
+    fillHistory();
+    choose("mnuPdf");
+    ASSERT_EQ(messages().size(), 1) << messages().join('|').toStdString();
+    EXPECT_TRUE(messages()[0].startsWith("“输出 PDF”没有执行")) << messages()[0].toStdString();
+    EXPECT_EQ(world.folder.read("施工方案.pdf"), "earlier");
 }
 
 TEST_F(PlanEditHistory, AKeyOfTheToolbarIsNamedAsItsTwinInTheMenus) {

@@ -444,6 +444,10 @@ TEST_F(PlanEditWindow, InASmallWindowTheSplitterStays) {
     form->resize(1000, 334);
     dragSplitter(control("Image1"), 40);
     EXPECT_EQ(control("Image1").x(), 347);
+    form->resize(1000, 266); // 3990 twips: the panes stand as before
+    const int before = control("Image1").x();
+    dragSplitter(control("Image1"), 40);
+    EXPECT_EQ(control("Image1").x(), before);
 }
 
 TEST_F(PlanEditWindow, TheScrollBarStandsOverTheRightEdgeOfThePreview) {

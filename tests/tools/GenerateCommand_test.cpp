@@ -7,6 +7,8 @@
 #include "support/LossyDocument.h"
 #include "support/Qvndctl.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 using namespace qvnd;
 using namespace qvnd::tools;
@@ -79,8 +81,10 @@ TEST_F(GenerateTool, TellsWhereTheDocumentLiesAndWhatIsInIt) {
     EXPECT_EQ(told.keys(),
               QStringList({u"changed"_s, u"check"_s, u"converted"_s, u"documents"_s, u"foreign"_s,
                            u"headings"_s, u"inserted"_s, u"leftOut"_s, u"messages"_s, u"missing"_s,
-                           u"nodes"_s, u"output"_s, u"pageNumbers"_s, u"pages"_s, u"seconds"_s}));
+                           u"nodes"_s, u"output"_s, u"pageNumbers"_s, u"pages"_s, u"seconds"_s,
+                           u"unfinished"_s}));
     EXPECT_EQ(told[u"output"_s].toString(), work(u"施工方案.doc"_s));
+    EXPECT_TRUE(told[u"unfinished"_s].isNull());
     EXPECT_EQ(told[u"nodes"_s].toInt(), 3);
     EXPECT_EQ(told[u"documents"_s].toInt(), 2);
     EXPECT_EQ(told[u"headings"_s].toInt(), 3);
@@ -250,6 +254,34 @@ TEST_F(GenerateTool, ADocumentHeldOpenRefusesTheCommand) {
     EXPECT_EQ(qvndctl({u"generate"_s, u"桥"_s}), ExitStatus::refused);
     EXPECT_TRUE(err.contains(u"对不起，请您先关闭Word文档。"_s)) << err.toStdString();
     EXPECT_EQ(out, QString());
+}
+
+TEST_F(GenerateTool, ARefusedRunStillTellsItsCheckAndWhyItWasRefused) {
+    folder.write(u"home/Sys/用户模板/桥/.~lock.%1.doc#"_s.arg(lastKey), ",user,another-machine,,;");
+    EXPECT_EQ(qvndctl({u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"layout"_s}),
+              ExitStatus::refused);
+    const QJsonObject told = json().toObject();
+    EXPECT_TRUE(told[u"output"_s].isNull()) << out.toStdString();
+    EXPECT_EQ(told[u"unfinished"_s].toString(), u"没有开始生成，原因见提示。"_s);
+    ASSERT_FALSE(told[u"check"_s].toArray().isEmpty()) << out.toStdString();
+    EXPECT_EQ(told[u"check"_s][0][u"key"_s].toString(), lastKey);
+    ASSERT_EQ(told[u"messages"_s].toArray().size(), 1);
+    EXPECT_TRUE(told[u"messages"_s][0].toString().startsWith(u"对不起，请您先关闭Word文档。"_s));
+}
+
+TEST_F(GenerateTool, BlankLinesKeepTheHeadingOfAFirstRunFromRunningOn) {
+    expectDone({u"plan"_s, u"create"_s, u"路"_s});
+    for (const QString& name : {u"概况"_s, u"结论"_s})
+        expectDone({u"outline"_s, u"add-folder"_s, u"路"_s, u"路"_s, name, u"--below"_s});
+    const auto runsOn = [this](const QStringList& options) {
+        expectDone(QStringList{u"--json"_s, u"generate"_s, u"路"_s, u"--first-run"_s} + options);
+        const QJsonArray check = json()[u"check"_s].toArray();
+        return std::any_of(check.begin(), check.end(), [](const QJsonValue& finding) {
+            return finding[u"kind"_s].toString() == u"runsOn";
+        });
+    };
+    EXPECT_TRUE(runsOn({}));
+    EXPECT_FALSE(runsOn({u"--blank-lines"_s}));
 }
 
 TEST_F(GenerateTool, APlanWithoutNodesIsRefused) {

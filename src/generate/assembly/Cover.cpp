@@ -20,9 +20,10 @@ void insertCustomPage(GenerationRun& run) {
     });
     if (page.hasRow())
         run.attempt([&] {
-            const QString name = page.text(store::field::path);
-            run.gPathTmp.clear(); // of a name that leads elsewhere nothing is inserted
-            run.gPathTmp = store::customPageFile(run.program.modMain.gAppPath, name);
+            run.gPathTmp
+                .clear(); // without a name, or of one that leads elsewhere, nothing comes in
+            run.gPathTmp =
+                store::customPageFile(run.program.modMain.gAppPath, page.text(store::field::path));
         });
     run.attempt([&] { run.word.selection().InsertFile(files::toPath(run.gPathTmp)); });
 }

@@ -33,6 +33,8 @@ struct BidEditState {
     std::int16_t VisitedCount = 0;
     // Those nodes of this run that were gone through, in order.
     std::vector<VisitedEntry> Visited;
+    // What failed in this run beside its nodes: of the cover, the contents, the settings.
+    std::vector<QString> Told;
     // Whether the next node without a document ends its paragraph by itself. No run resets it.
     bool AfterNodeFlag = false;
     // Number text of the current node, affixes included.

@@ -15,16 +15,19 @@ namespace qvnd::generate {
 
 namespace {
 
+bool isAnyDocumentOpen(const GenerationRun& run) {
+    const modMain& state = run.program.modMain;
+    return run.services.wordProcessorWindows.isOpenIn(
+        {state.gWorkPath, store::planFolder(state, run.TrvEdit.Item(1).Key())});
+}
+
 bool refused(const GenerationRun& run) {
     const GenerationServices& services = run.services;
     if (run.TrvEdit.Count() < 2) {
         services.messages.tell(u"没有内容去生成标书！"_s, desktop::Icon::information);
         return true;
     }
-    const modMain& state = run.program.modMain;
-    const QString planFolder = store::planFolder(state, run.TrvEdit.Item(1).Key());
-    if (run.word.isAtWork() ||
-        services.wordProcessorWindows.isOpenIn({state.gWorkPath, planFolder})) {
+    if (run.word.isAtWork() || isAnyDocumentOpen(run)) {
         services.messages.tell(u"对不起，请您先关闭Word文档。如不在任务栏显示请按Ctrl+Alt+Del ！"_s,
                                desktop::Icon::exclamation);
         return true;
@@ -45,6 +48,7 @@ void walk(GenerationRun& run) {
 
 BuildOutcome build(GenerationRun& run) {
     run.window.Visited.clear();
+    run.window.Told.clear();
     startDocument(run);
     loadSettings(run);
     run.services.dlgTB.setProgress(0.15);

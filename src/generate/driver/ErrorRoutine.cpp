@@ -22,7 +22,8 @@ void ErrorRoutine::reactTo(const RunTimeError& error) {
                     desktop::Icon::information);
         return;
     default:
-        showAndGoOn(desktop::descriptionOf(error), desktop::Icon::none);
+        told_.push_back(desktop::descriptionOf(error));
+        showAndGoOn(told_.back(), desktop::Icon::none);
     }
 }
 

@@ -5,7 +5,10 @@
 #include "platform/desktop/ProgressDialog.h"
 #include "platform/error/UnexpectedErrors.h"
 
+#include <QString>
+
 #include <exception>
+#include <vector>
 
 namespace qvnd::generate {
 
@@ -19,11 +22,13 @@ struct LeaveForStopPath {};
 //   any other           a box with the error's description; what is no run-time error is one that
 //                       runTimeErrorOf() words
 // A box takes the progress dialog off the screen and brings Word forward afterwards. Whatever
-// does not leave goes on with the next statement.
+// does not leave goes on with the next statement. Errors of the last kind are kept for the report.
 class ErrorRoutine {
 public:
-    ErrorRoutine(desktop::MessageBoxes& messages, desktop::ProgressDialog& dlgTB, WordSession& word)
-        : messages_(messages), dlgTB_(dlgTB), word_(word) {}
+    // All outlive the object; `told` takes the descriptions.
+    ErrorRoutine(desktop::MessageBoxes& messages, desktop::ProgressDialog& dlgTB, WordSession& word,
+                 std::vector<QString>& told)
+        : messages_(messages), dlgTB_(dlgTB), word_(word), told_(told) {}
 
     // Runs one statement under this routine. True when it ended without an error.
     template <class Statement>
@@ -44,6 +49,7 @@ private:
     desktop::MessageBoxes& messages_;
     desktop::ProgressDialog& dlgTB_;
     WordSession& word_;
+    std::vector<QString>& told_;
 };
 
 } // namespace qvnd::generate

@@ -29,8 +29,11 @@ void loadNumberWords(GenerationRun& run) {
     run.attempt([&] { rows = run.database().OpenRecordset(u"SELECT 一型 FROM 序号表"_s); });
     if (!rows)
         return;
-    for (int number = 1; !rows->Eof(); ++number, rows->MoveNext())
-        run.attempt([&] { run.window.NumberWords.set(number, rows->Get(u"一型").TextOrEmpty()); });
+    run.attempt([&] {
+        for (int number = 1; !rows->Eof(); ++number, rows->MoveNext())
+            run.attempt(
+                [&] { run.window.NumberWords.set(number, rows->Get(u"一型").TextOrEmpty()); });
+    });
 }
 
 void loadChapterRow(ChapterGrid& grid, int row, const jet::Recordset& record) {
@@ -50,8 +53,10 @@ void loadChapterGrid(GenerationRun& run) {
     });
     if (!rows)
         return;
-    for (int row = 1; !rows->Eof(); ++row, rows->MoveNext())
-        run.attempt([&] { loadChapterRow(run.window.ChapterGrid, row, *rows); });
+    run.attempt([&] {
+        for (int row = 1; !rows->Eof(); ++row, rows->MoveNext())
+            run.attempt([&] { loadChapterRow(run.window.ChapterGrid, row, *rows); });
+    });
 }
 
 } // namespace

@@ -30,6 +30,7 @@ QRect rect(double x, double y, double width, double height) {
 bool BidEditLayout::resize(const QSize& form, int toolbarHeight) {
     const double width = form.width() * twipsPerPixel;
     const double height = form.height() * twipsPerPixel;
+    isSplitterFree_ = width > leastWidthToSplit && height > leastHeightToSplit;
     if (width <= leastSize || height <= leastSize)
         return false;
     width_ = width;
@@ -42,12 +43,8 @@ bool BidEditLayout::resize(const QSize& form, int toolbarHeight) {
     return true;
 }
 
-bool BidEditLayout::isSplitterFree() const {
-    return width_ > leastWidthToSplit && height_ > leastHeightToSplit;
-}
-
 void BidEditLayout::drag(int x) {
-    if (!isSplitterFree())
+    if (!isSplitterFree_)
         return;
     wanted_ = splitter_ + x * twipsPerPixel;
     if (wanted_ > lowest * width_ && wanted_ < highest * width_)
@@ -55,7 +52,7 @@ void BidEditLayout::drag(int x) {
 }
 
 void BidEditLayout::drop() {
-    if (!isSplitterFree())
+    if (!isSplitterFree_)
         return;
     splitter_ = wanted_ = std::clamp(wanted_, lowest * width_, highest * width_);
     treeWidth_ = splitter_ - left;

@@ -31,7 +31,7 @@ public:
     Places places() const;
 
 private:
-    bool isSplitterFree() const;
+    bool isSplitterFree_ = false; // by the form's size of now, though the places be older
 
     double width_ = 0; // all in twips
     double height_ = 0;

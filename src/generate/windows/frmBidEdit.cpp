@@ -144,7 +144,7 @@ void frmBidEdit::connectMenus() {
         check();
     });
     bindAtOnce(menus_.mnuReport, [this] { report(); });
-    bind(menus_.mnuPdf, [this] { edit_->printPdf(); });
+    bind(menus_.mnuPdf, [this] { print(); });
     bind(menus_.mnuDocOpen, [this] { edit_->mnuDocOpen(); });
     bind(menus_.mnuBrowseDoc, [this] { edit_->mnuBrowseDoc(); });
 }
@@ -210,18 +210,31 @@ void frmBidEdit::read(const Event& event) {
 void frmBidEdit::run(const Event& event, const QString& caption) {
     const bool hasRun = inTurn_.run(
         [&] {
+            whenDone_ = nullptr;
+            hasGenerated_ = false;
             edit_->keepPlanOpen();
             edit_->lookAtWorkbench();
             event();
         },
         caption);
-    if (hasRun)
-        applyCommands();
+    if (!hasRun)
+        return;
+    applyCommands();
+    if (const auto tell = std::exchange(whenDone_, nullptr))
+        tell();
+}
+
+// What could not be recorded has been taken back, and the user has been told.
+void frmBidEdit::withdraw() {
+    whenDone_ = nullptr;
+    if (hasGenerated_)
+        edit_->forgetReport();
 }
 
 void frmBidEdit::connectNote() {
     inTurn_.onStep([this](const history::Step& step) { tellStep(step); });
     inTurn_.onRemarks([this](const QString& remarks) { note_->tellAlone(remarks); });
+    inTurn_.onRefusal([this](const QString& /*selected*/) { withdraw(); });
     connect(note_, &outline::NoteBar::changed, this, &frmBidEdit::placePanes);
     connect(note_, &outline::NoteBar::undo, this, &frmBidEdit::takeBack);
     connect(note_, &outline::NoteBar::details, this, [this] { parts_.showDetails(); });
@@ -294,12 +307,16 @@ void frmBidEdit::hideLists() {
 // out of date.
 void frmBidEdit::build() {
     const BuildOutcome outcome = edit_->mnuBuildbid();
-    if (outcome != BuildOutcome::refused)
+    hasGenerated_ = outcome != BuildOutcome::refused;
+    if (hasGenerated_)
         hideLists();
     if (outcome == BuildOutcome::notSaved)
-        report();
-    if (outcome != BuildOutcome::finished)
-        return;
+        whenDone_ = [this] { report(); };
+    if (outcome == BuildOutcome::finished)
+        whenDone_ = [this] { tellFinished(); };
+}
+
+void frmBidEdit::tellFinished() {
     const GenerationReport& told = *edit_->report();
     const QString target = store::finishedDocument(parts_.program.modMain.gWorkPath);
     const QString count = told.pages > 0 ? u"，共 %1 页"_s.arg(told.pages) : QString();
@@ -311,7 +328,18 @@ void frmBidEdit::build() {
 // Nothing is saved, so nothing else shows that it is done.
 void frmBidEdit::rebuildContents() {
     if (edit_->mnuBul())
-        parts_.frame.showStatus(u"目录能够重新生成；这个命令不保存，“施工方案.doc”保持原样。"_s);
+        whenDone_ = [this] {
+            parts_.frame.showStatus(
+                u"目录能够重新生成；这个命令不保存，“施工方案.doc”保持原样。"_s);
+        };
+}
+
+void frmBidEdit::print() {
+    if (const QString pdf = edit_->printPdf(); !pdf.isEmpty())
+        whenDone_ = [this, pdf] {
+            parts_.messages.tell(u"已输出 PDF 文件：\n"_s + pdf, desktop::Icon::information,
+                                 desktop::hintTitle);
+        };
 }
 
 void frmBidEdit::setUp() {

@@ -115,6 +115,9 @@ private:
     bool isNotedLatest() const;
     void generate();
     void build();
+    void tellFinished();
+    void print();
+    void withdraw();
     void hideLists();
     void rebuildContents();
     void setUp();
@@ -139,6 +142,9 @@ private:
     outline::OutlineView* TrvEdit_ = nullptr;
     outline::SplitterBar* Image1_ = nullptr;
     outline::NoteBar* note_;
+    // Tells what the running command has done, behind its end: until then it may be taken back.
+    std::function<void()> whenDone_;
+    bool hasGenerated_ = false;               // the report is that of the running command
     std::int64_t noted_ = history::beginning; // the step that the bar tells of
     FindingsWindow* findings_ = nullptr;
     FindingsWindow* report_ = nullptr;
