@@ -1,9 +1,10 @@
 // Generates plans of 100, 200 and 400 documents of about 32 kB, the save after each document
-// included, with the pages of the contents estimated. Beside the time stand
+// included, with the pages of the contents by the program's own layout. Beside the time stand
 //   copies  the time against copying the same documents as files
 //   growth  the time against that of half as many documents (2.0 is linear)
 //   outMB   the finished document, peakMB the process's memory at its highest
-// BM_GenerateOfficePages does the same with exact pages from the office suite.
+//   times   the time against that without page numbers, which BM_GenerateNoPages takes
+// BM_GenerateOfficePages does the same with pages from the office suite.
 
 #include "PeakMemory.h"
 #include "SitePlan.h"
@@ -24,6 +25,9 @@
 #include <chrono>
 #include <iostream>
 #include <map>
+#include <span>
+#include <string>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -71,6 +75,21 @@ double secondsOf(Work work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+// Page numbers that nobody works out.
+class NoPages : public word::PageNumberSource {
+public:
+    std::vector<std::u16string> displayedPages(const word::DocumentContent& /*content*/,
+                                               std::span<const word::Cp> /*positions*/) override {
+        return {};
+    }
+};
+
+// Seconds without page numbers, by the number of documents.
+std::map<std::int64_t, double>& withoutPages() {
+    static std::map<std::int64_t, double> fastest;
+    return fastest;
+}
+
 void measure(benchmark::State& state, word::PageNumberSource& pages,
              std::map<std::int64_t, double>& fastest) {
     Plan plan(static_cast<int>(state.range(0)));
@@ -93,10 +112,18 @@ void measure(benchmark::State& state, word::PageNumberSource& pages,
     state.counters["copies"] = best / copying;
     if (half != fastest.end())
         state.counters["growth"] = best / half->second;
+    const auto without = withoutPages().find(state.range(0));
+    if (without != withoutPages().end())
+        state.counters["times"] = best / without->second;
     state.counters["docKB"] = plan.documentBytes() / 1024;
     state.counters["outMB"] = plan.outputBytes() / 1024 / 1024;
     state.counters["pages"] = pages.pages();
     state.counters["peakMB"] = peakMegabytes();
+}
+
+void BM_GenerateNoPages(benchmark::State& state) {
+    NoPages pages;
+    measure(state, pages, withoutPages());
 }
 
 void BM_Generate(benchmark::State& state) {
@@ -111,6 +138,14 @@ void BM_GenerateOfficePages(benchmark::State& state) {
     office::OfficePageNumbers pages{office::OfficeSuite(profile.path())};
     measure(state, pages, fastest);
 }
+
+BENCHMARK(BM_GenerateNoPages)
+    ->Arg(100)
+    ->Arg(200)
+    ->Arg(400)
+    ->Iterations(3)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 BENCHMARK(BM_Generate)
     ->Arg(100)
