@@ -311,6 +311,20 @@ TEST(Rows, ACellThatReachesDownMakesItsLastRowHighEnough) {
     EXPECT_DOUBLE_EQ(rows[0].height + rows[1].height, 500);
 }
 
+TEST(Rows, ACellWithoutWidthAtTheEdgeOfAnotherDoesNotGoOnInIt) {
+    ComposedCell cell;
+    cell.right = 1000;
+    ComposedRow below;
+    below.cells.resize(1);
+    below.cells[0].format.mergedAbove = true;
+    EXPECT_FALSE(goesOnIn(cell, below));
+    below.cells[0].right = 20;
+    EXPECT_TRUE(goesOnIn(cell, below));
+    below.cells[0].left = 20; // of another edge
+    below.cells[0].right = 1000;
+    EXPECT_FALSE(goesOnIn(cell, below));
+}
+
 TEST(Rows, CellsMergedAcrossJoinTheFirstOfThem) {
     word::ResolvedRow format;
     format.cells.resize(3);

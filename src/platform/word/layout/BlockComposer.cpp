@@ -12,14 +12,6 @@ namespace {
 constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
 
-// Whether the cell goes on in the row below.
-bool goesOnIn(const ComposedCell& cell, const ComposedRow& below) {
-    constexpr double sameEdge = 20; // twips between edges that are one
-    return std::any_of(below.cells.begin(), below.cells.end(), [&](const ComposedCell& other) {
-        return other.format.mergedAbove && std::abs(other.left - cell.left) < sameEdge;
-    });
-}
-
 // Cuts off what the cells that end in a row of exact height do not hold.
 void cutCells(const std::vector<ComposedRow>& rows, std::size_t at, Layer& layer) {
     for (const ComposedCell& cell : rows[at].cells) {

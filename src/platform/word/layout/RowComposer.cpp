@@ -27,21 +27,11 @@ double borderAbove(const ComposedRow& row) {
     return width;
 }
 
-// The cell of the next row that goes on this one.
-const ComposedCell* goesOn(const ComposedCell& cell, const ComposedRow& below) {
-    for (const ComposedCell& other : below.cells) {
-        if (other.format.mergedAbove && std::abs(other.left - cell.left) < sameEdge) {
-            return &other;
-        }
-    }
-    return nullptr;
-}
-
 // The last row that a cell of `first` reaches to.
 std::size_t lastRowOf(const std::vector<ComposedRow>& rows, std::size_t first,
                       const ComposedCell& cell) {
     std::size_t last = first;
-    while (last + 1 < rows.size() && goesOn(cell, rows[last + 1]) != nullptr) {
+    while (last + 1 < rows.size() && goesOnIn(cell, rows[last + 1])) {
         ++last;
     }
     return last;
@@ -297,6 +287,13 @@ void putContent(const std::vector<ComposedRow>& rows, std::size_t first, const C
 
 } // namespace
 
+bool goesOnIn(const ComposedCell& cell, const ComposedRow& below) {
+    return std::any_of(below.cells.begin(), below.cells.end(), [&](const ComposedCell& other) {
+        return other.format.mergedAbove && other.right - other.left >= sameEdge &&
+               std::abs(other.left - cell.left) < sameEdge;
+    });
+}
+
 std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t texts,
                                   double columnWidth) {
     std::vector<ComposedCell> cells;
@@ -367,7 +364,7 @@ Strips stripsOf(const std::vector<ComposedRow>& rows, const CellRules& rules) {
         parts[i].rules = rules;
         parts[i].height = rows[i].height;
         for (const ComposedCell& cell : rows[i].cells) {
-            const bool isOpen = i + 1 < rows.size() && goesOn(cell, rows[i + 1]) != nullptr;
+            const bool isOpen = i + 1 < rows.size() && goesOnIn(cell, rows[i + 1]);
             addFrame(parts[i].frame, cell, rows[i].height, isOpen);
             RowParts::Cell part;
             part.x = cell.left + cell.format.leftPadding;

@@ -21,6 +21,10 @@ struct ComposedRow {
     double height = 0;
 };
 
+// Whether the cell goes on in a vertically merged one of the row below. A cell without width, which
+// some writers leave at the edge of another, is no part of that one.
+bool goesOnIn(const ComposedCell& cell, const ComposedRow& below);
+
 // The cells of a row and their positions in a column of that width. Cells that are merged to the
 // left are joined with the previous cell. A row without a table definition gets cells of equal
 // width.
