@@ -193,7 +193,7 @@ void frmBid::showDetails() {
 
 // Another program thins the list at its end.
 std::optional<history::Step> frmBid::listedStep(std::int64_t step) {
-    const auto found = state_.History->step(step);
+    auto found = state_.History->step(step);
     if (!found) {
         frame_.showStatus(u"这一步已不在操作历史中。"_s);
         refreshHistoryWindow();

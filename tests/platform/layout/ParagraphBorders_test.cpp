@@ -8,7 +8,6 @@ namespace {
 using word::Bytes;
 using word::withSprm16;
 using word::withSprm32;
-using word::withSprm8;
 namespace sprm = word::sprm;
 
 class ParagraphBorders : public test::PagedDocument {};
