@@ -85,7 +85,7 @@ GenerationReport reportOf(const OutlineTree& TrvEdit, const BidEditState& run,
             .push_back(node ? reported(*node, loss.what) : ofTheCover(loss.what));
     }
     for (const QString& told : run.Told)
-        report.leftOut.push_back({QString(), u"封面、目录或设置"_s, false, told});
+        report.failed.push_back({QString(), u"整份文档"_s, false, told});
     return report;
 }
 

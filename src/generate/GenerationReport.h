@@ -65,8 +65,10 @@ struct GenerationReport {
     int headings = 0; // that generation has typed; those inside documents do not count
     // Nodes whose heading or document is not in the target, or not whole, in the tree's order.
     std::vector<ReportedNode> missing;
+    // What failed beside the nodes: of cover, contents, settings and saving, as it was told.
+    std::vector<ReportedNode> failed;
     // What was left out of documents that came in, and of the custom page that stands in for the
-    // cover, in the order in which it was met; then what failed of cover, contents and settings.
+    // cover, in the order in which it was met.
     std::vector<ReportedNode> leftOut;
     // The documents, and the custom page, that the office suite has converted.
     std::vector<ReportedNode> converted;
@@ -82,7 +84,8 @@ struct GenerationReport {
     // Whether the finished document is not all that its nodes say, so that a user wants to know;
     // other numbers and names are no such thing.
     bool wantsAttention() const {
-        return !missing.empty() || !leftOut.empty() || !converted.empty() || !foreign.empty();
+        return !missing.empty() || !failed.empty() || !leftOut.empty() || !converted.empty() ||
+               !foreign.empty();
     }
 };
 

@@ -76,6 +76,7 @@ QJsonObject asJson(const Generated& done) {
         {u"headings"_s, done.report.headings},
         {u"inserted"_s, done.report.documents - done.report.missingDocuments()},
         {u"missing"_s, asJson(done.report.missing)},
+        {u"failed"_s, asJson(done.report.failed)},
         {u"leftOut"_s, asJson(done.report.leftOut)},
         {u"converted"_s, asJson(done.report.converted)},
         {u"changed"_s, asJson(done.report.changed)},

@@ -65,14 +65,15 @@ TEST_F(Report, NamesWhatFailedOfTheCoverTheContentsAndTheSettings) {
     build();
     const auto told = report();
     EXPECT_TRUE(told.missing.empty());
-    ASSERT_EQ(told.leftOut.size(), 1U);
-    EXPECT_EQ(told.leftOut[0].key, QString()) << "a click on it selects no node";
-    EXPECT_EQ(told.leftOut[0].name, u"封面、目录或设置"_s);
-    EXPECT_EQ(told.leftOut[0].what, u"图片没有找到"_s);
+    EXPECT_TRUE(told.leftOut.empty());
+    ASSERT_EQ(told.failed.size(), 1U);
+    EXPECT_EQ(told.failed[0].key, QString()) << "a click on it selects no node";
+    EXPECT_EQ(told.failed[0].name, u"整份文档"_s);
+    EXPECT_EQ(told.failed[0].what, u"图片没有找到"_s);
     EXPECT_TRUE(told.wantsAttention());
     change(settings(), u"封面表"_s, u"图片"_s, u"");
     build();
-    EXPECT_TRUE(report().leftOut.empty()) << "the next run begins anew";
+    EXPECT_TRUE(report().failed.empty()) << "the next run begins anew";
 }
 
 TEST_F(Report, NamesWhatWasLeftOutOfTheCustomPageUnderTheCover) {

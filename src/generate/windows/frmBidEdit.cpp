@@ -397,6 +397,7 @@ void frmBidEdit::report() {
             contents.rows << FindingsWindow::Row{node.key, {node.name, caption, node.what}};
     };
     add(u"没有放入"_s, told.missing);
+    add(u"这一步没有成功"_s, told.failed);
     add(u"没有原样带入"_s, told.leftOut);
     add(u"已转换"_s, told.converted);
     add(u"编号或名称有变"_s, told.changed);
