@@ -44,6 +44,22 @@ void showTakeover(const modMain& state, desktop::MessageBoxes& messages) {
     messages.tell(state.LegacyTakeovers.back().Failure, desktop::Icon::exclamation);
 }
 
+// Leaves the folders of outlines.
+void removeUnreadable(modMain& state, std::vector<files::Entry>& folders, bool withInformation,
+                      desktop::MessageBoxes& messages) {
+    std::erase_if(folders, [&](const files::Entry& folder) {
+        const QString file = databaseIn(folder.Path, folder.Name);
+        if (!state.gFso->FileExists(file)) {
+            return true;
+        }
+        const bool isAdopted = adoptLegacyFile(state, file, folder.Name, withInformation);
+        if (!isAdopted) {
+            showTakeover(state, messages);
+        }
+        return !isAdopted;
+    });
+}
+
 class PlanImport {
 public:
     PlanImport(modMain& state, const ImportSurroundings& surroundings)
@@ -55,9 +71,8 @@ public:
         });
         std::vector<files::Entry> folders;
         errors_.statement([&] { folders = state_.gFso->SubFolders(state_.gUserTplPath); });
-        for (const files::Entry& folder : folders) {
-            adopt(folder);
-        }
+        removeUnreadable(state_, folders, true, surroundings_.messages);
+        takeInUnlisted(folders);
         errors_.statement([&] { surroundings_.refreshTree(); });
         surroundings_.splash.unload();
         show(errors_.last(), surroundings_.messages);
@@ -66,30 +81,27 @@ public:
     }
 
 private:
-    void adopt(const files::Entry& folder) {
-        const QString file = databaseIn(folder.Path, folder.Name);
-        if (!state_.gFso->FileExists(file)) {
-            return;
-        }
-        if (!adoptLegacyFile(state_, file, folder.Name, true)) {
-            showTakeover(state_, surroundings_.messages);
-            return;
-        }
-        bool listed = false;
-        errors_.statement([&] { listed = isListed(list(), folder.Name); });
-        if (!listed) {
-            errors_.statement([&] { takeIn(folder.Name, file); });
-        }
-        errors_.statement([&] { list().MoveFirst(); });
+    // In one transaction: many plans cost no more commits than one does.
+    void takeInUnlisted(const std::vector<files::Entry>& folders) {
+        errors_.statement([&] {
+            jet::TransactionScope changes(*state_.gWs);
+            for (const files::Entry& folder : folders) {
+                bool listed = false;
+                errors_.statement([&] { listed = isListed(list(), folder.Name); });
+                if (!listed) {
+                    takeIn(folder.Name, databaseIn(folder.Path, folder.Name));
+                }
+                errors_.statement([&] { list().MoveFirst(); });
+            }
+            changes.commit();
+        });
     }
 
     void takeIn(const QString& name, const QString& file) {
-        jet::TransactionScope changes(*state_.gWs);
         errors_.statement([&] { enlist(list(), name); });
         errors_.statement([&] { state_.gDbPlan = state_.gWs->OpenDatabase(file); });
         copy(name);
         copy(informationTableOf(name));
-        changes.commit();
     }
 
     jet::Recordset& list() const {
@@ -125,24 +137,18 @@ private:
 void adoptTemplates(modMain& state, const ImportSurroundings& surroundings) {
     const auto list =
         state.gDbTemplate->OpenRecordset(table::planList.toString(), jet::OpenAs::Table);
-    for (const files::Entry& folder : state.gFso->SubFolders(templatesFolder(state))) {
-        const QString file = databaseIn(folder.Path, folder.Name);
-        if (!state.gFso->FileExists(file)) {
-            continue;
-        }
-        if (!adoptLegacyFile(state, file, folder.Name, false)) {
-            showTakeover(state, surroundings.messages);
-            continue;
-        }
+    std::vector<files::Entry> folders = state.gFso->SubFolders(templatesFolder(state));
+    removeUnreadable(state, folders, false, surroundings.messages);
+    jet::TransactionScope changes(*state.gWs);
+    for (const files::Entry& folder : folders) {
         if (!isListed(*list, folder.Name)) {
-            jet::TransactionScope changes(*state.gWs);
             enlist(*list, folder.Name);
-            state.gDbPlan = state.gWs->OpenDatabase(file);
+            state.gDbPlan = state.gWs->OpenDatabase(databaseIn(folder.Path, folder.Name));
             state.gDbPlan->Execute(copyStatement(folder.Name, state.gDbTemplate->Name()));
-            changes.commit();
         }
         list->MoveFirst();
     }
+    changes.commit();
     state.gDbTemplate->TableDefs().Refresh();
     surroundings.refreshTree();
     surroundings.splash.unload();

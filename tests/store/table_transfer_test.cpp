@@ -246,6 +246,21 @@ TEST_F(TableTransfer, NameAndTablesOfAnAdoptedFolderLastTogether) {
     EXPECT_FALSE(state_.gWs->InTransaction());
 }
 
+TEST_F(TableTransfer, ManyFoldersAreAdoptedInOneCommit) {
+    for (const QString& name : {u"工程甲"_qs, u"工程乙"_qs, u"工程丙"_qs}) {
+        layPlan(state_.gUserTplPath, name);
+        layPlan(templatesFolder(), name);
+    }
+    test::Commits ofPlans(state_.gDbUser->Name());
+    test::Commits ofTemplates(state_.gDbTemplate->Name());
+    importPlans();
+    importTemplates();
+    EXPECT_EQ(listed(*state_.gDbUser).size(), 3);
+    EXPECT_EQ(listed(*state_.gDbTemplate).size(), 3);
+    EXPECT_EQ(ofPlans.count(), 1);
+    EXPECT_EQ(ofTemplates.count(), 1);
+}
+
 TEST_F(TableTransfer, TheFirstErrorWithATemplateEndsTheWorkAndGoesToTheMessage) {
     folderWithDatabase(templatesFolder(), u"a"_qs)->Close();
     layPlan(templatesFolder(), u"b"_qs);
