@@ -182,6 +182,29 @@ private:
         }
         return false;
     }
+    // The trees are filled in order, and end before the first row whose parent they have not.
+    static qsizetype shownOf(const OutlineRows& rows) {
+        QSet<QString> keys;
+        qsizetype shown = 0;
+        while (shown < rows.size() &&
+               (shown == 0 || keys.contains(parentKeyOf(rows[shown].first)))) {
+            keys << rows[shown++].first;
+        }
+        return shown;
+    }
+    // Those behind the first of them, where that is one of `lost`.
+    static QStringList hiddenBehind(const OutlineRows& rows, const QSet<QString>& lost) {
+        const qsizetype shown = shownOf(rows);
+        QStringList hidden;
+        if (shown < rows.size() && lost.contains(rows[shown].first)) {
+            for (const auto& [key, name] : rows.mid(shown)) {
+                if (!lost.contains(key)) {
+                    hidden << name;
+                }
+            }
+        }
+        return hidden;
+    }
     void tellUnreachable() {
         QSet<std::pair<QString, QString>> outlines; // that have lost rows, with their databases
         for (const Change& change : changes_) {
@@ -190,18 +213,27 @@ private:
             }
         }
         QStringList lost;
+        QStringList hidden;
         for (const auto& [database, outline] : outlines) {
             Change lostIn;
             lostIn.database = database;
-            for (const auto& [key, name] : rows_(database, outline)) {
+            const OutlineRows rows = rows_(database, outline);
+            QSet<QString> keys;
+            for (const auto& [key, name] : rows) {
                 if (hasLostAncestor(placeOf(lostIn), key)) {
                     lost << name;
+                    keys << key;
                 }
             }
+            hidden << hiddenBehind(rows, keys);
         }
         if (!lost.isEmpty()) {
             sentences_ << u"%1 个节点的上级已不在，大纲中不再显示：%2"_s.arg(lost.size())
                               .arg(listed(lost));
+        }
+        if (!hidden.isEmpty()) {
+            sentences_ << u"排在后面的 %1 个节点也不再显示，也不会生成：%2"_s.arg(hidden.size())
+                              .arg(listed(hidden));
         }
     }
     // Of the tables, those that are outlines of their own.

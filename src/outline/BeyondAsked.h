@@ -20,15 +20,16 @@ namespace qvnd::outline {
 // - outlines and libraries of settings that stand in no list, as the command that made them has
 //   failed, and a setting library whose deletion has stopped at a table that it lacks;
 // - a document node that went because its file was missing;
-// - nodes that are left without a node above them, and so are not shown any more;
+// - nodes that are left without a node above them, and so are not shown any more, nor is what lies
+//   behind them;
 // - outlines that a refresh has forgotten, and those that the start has found in their folders;
 // - files that were overwritten or went while their nodes stay, files that went with a deletion
 //   although they are no node's, and files that came without a node, such as a stray copy.
 //
-// `rows` answers keys and names of the rows that an outline has now; `database` is the file name of
-// the one that holds it.
-using OutlineNow = std::function<QList<std::pair<QString, QString>>(const QString& database,
-                                                                    const QString& outline)>;
+// `rows` answers keys and names of the rows that an outline has now, in their order; `database` is
+// the file name of the one that holds it.
+using OutlineRows = QList<std::pair<QString, QString>>;
+using OutlineNow = std::function<OutlineRows(const QString& database, const QString& outline)>;
 QString beyondAsked(const history::CommandFrame& frame, const QList<history::Change>& changes,
                     const OutlineNow& rows);
 

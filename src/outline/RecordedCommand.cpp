@@ -21,10 +21,11 @@ QString selectedKey(const OutlineTree& tree) {
     return node == nullptr ? QString() : node->Key();
 }
 
-QList<std::pair<QString, QString>> rowsNow(jet::Database& db, const QString& outline) {
-    QList<std::pair<QString, QString>> rows;
+OutlineRows rowsNow(jet::Database& db, const QString& outline) {
+    OutlineRows rows;
     ignoringErrors([&] {
-        const auto rs = db.OpenRecordset("Select * from " + bracketedName(outline));
+        const auto rs =
+            db.OpenRecordset("Select * from " + bracketedName(outline) + " order by ID asc");
         for (; !rs->Eof(); rs->MoveNext()) {
             rows << std::pair(rs->Get(store::field::key).TextOrEmpty(),
                               rs->Get(store::field::name).TextOrEmpty());
@@ -41,7 +42,7 @@ OutlineNow outlinesOf(const modMain& state) {
                 return rowsNow(*db, outline);
             }
         }
-        return QList<std::pair<QString, QString>>();
+        return OutlineRows();
     };
 }
 
@@ -90,6 +91,9 @@ RecordedCommand::RecordedCommand(modMain& state, const OutlineTree& tree, const 
     history::CommandFrame frame = frameOf(state, tree, caption);
     frame.planBehind = [this, before = frame.plan] { return planBehind(before); };
     frame.goOnWithout = [this](const QString& reason) { return goesOnWithout(reason); };
+    frame.leaveOut = [this](const QString& question) {
+        return messages_.ask(question, desktop::Icon::exclamation, u"提示"_s);
+    };
     state_.HistoryFound.add(state_.History->begin(frame));
 }
 

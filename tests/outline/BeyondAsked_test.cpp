@@ -227,7 +227,7 @@ TEST(BeyondAsked, ANodeWhoseKeyAnotherOneTakesIsToldUnlessItStandsElsewhereNow) 
 
 TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {
     const QList<std::pair<QString, QString>> rows{
-        {"甲", "甲"}, {"甲.2.1", "节"}, {"甲.2.1.1", "文"}, {"甲.20", "别"}};
+        {"甲", "甲"}, {"甲.20", "别"}, {"甲.2.1", "节"}, {"甲.2.1.1", "文"}};
     const Change gone = row(removed, plansFile, "甲", "甲.2", "章");
     EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.9", "章")}, rows),
               "2 个节点的上级已不在，大纲中不再显示：节、文");
@@ -239,6 +239,20 @@ TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {
                          row(added, plansFile, "甲", "甲.9", "章")},
                         rows),
               "");
+}
+
+// An outline is shown up to the first node without one above it.
+TEST(BeyondAsked, NodesBehindOneThatHasLostTheNodeAboveItAreToldToo) {
+    const Change gone = row(removed, plansFile, "甲", "甲.2", "章");
+    const auto told = [&](const QList<std::pair<QString, QString>>& rows) {
+        return ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.9", "章")}, rows);
+    };
+    EXPECT_EQ(told({{"甲", "甲"}, {"甲.2.1", "节"}, {"甲.20", "别"}, {"甲.9", "章"}}),
+              "1 个节点的上级已不在，大纲中不再显示：节\n"
+              "排在后面的 2 个节点也不再显示，也不会生成：别、章");
+    EXPECT_EQ(told({{"甲", "甲"}, {"甲.7.1", "旧"}, {"甲.2.1", "节"}, {"甲.20", "别"}}),
+              "1 个节点的上级已不在，大纲中不再显示：节")
+        << "they were hidden before";
 }
 
 TEST(BeyondAsked, TheRowsOfAnOutlineThatIsForgottenAreToldWithItAlone) {

@@ -141,6 +141,21 @@ TEST_F(LossyRule, WhatIsBelowADocumentWithoutItsFileStaysInTheTableUnseen) {
               "同时移除了 1 个节点：文\n1 个节点的上级已不在，大纲中不再显示：文");
 }
 
+// An outline is shown up to the first node whose parent is not there.
+TEST_F(LossyRule, WhatLiesBehindANodeWithoutItsParentIsNotShownEither) {
+    planner.click(documentKey);
+    planner.addDocument(outline::AddMode::below, planner.folder.path("files/文.doc"));
+    for (const char* name : {"末", "终"}) {
+        planner.click("甲");
+        planner.addFolder(outline::AddMode::below, name);
+    }
+    QFile::remove(planner.folder.path(fileOf(documentKey)));
+    planner.click(documentKey);
+    EXPECT_EQ(noteOf("浏览", [&] { planner.doubleClick(); }),
+              "同时移除了 1 个节点：文\n1 个节点的上级已不在，大纲中不再显示：文\n"
+              "排在后面的 2 个节点也不再显示，也不会生成：末、终");
+}
+
 TEST_F(LossyRule, AFolderThatIsRefusedForItsDepthLeavesTheFollowingRowsOut) {
     QString deepest = "甲.12";
     const auto rows = planner.state().gDbUser->OpenRecordset("Select * from 甲");
