@@ -9,13 +9,16 @@
 #include "platform/files/Paths.h"
 #include "platform/history/History.h"
 #include "platform/history/Places.h"
+#include "platform/jet/TransactionScope.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -32,7 +35,7 @@ using Rows = QList<OutlineRow>;
 }
 
 bool isNode(const Change& change) {
-    return !change.key.isEmpty() && !change.table.isEmpty() &&
+    return !change.key.isEmpty() && !change.table.isEmpty() && !change.isOfTable() &&
            change.table != store::table::scratch;
 }
 
@@ -50,6 +53,10 @@ OutlineRow rowIn(const jet::ImageTables::Row& stored) {
     const auto field = [&](QStringView name) { return stored.fields.value(name.toString()); };
     return {field(store::field::key), field(store::field::name),
             field(store::field::isDocument) == store::yes};
+}
+
+std::int64_t idIn(const jet::ImageTables::Row& stored) {
+    return stored.fields.value(store::field::id.toString()).toLongLong();
 }
 
 // One of the two libraries: the database that lists its outlines, and where their files lie.
@@ -92,9 +99,9 @@ public:
         }
         readBefore();
         readNow();
-        if (change_.kind == Kind::rowChanged && keys_.contains(change_.key) &&
-            state_.History->isStillThere(step_, change_)) {
-            return giveNameBack();
+        const std::optional<QString> key = keyNow(change_);
+        if (change_.kind == Kind::rowChanged && key) {
+            return giveNameBack(*key);
         }
         chooseKey();
         addRows();
@@ -109,6 +116,7 @@ private:
         for (const jet::ImageTables::Row& row : stored) {
             if (OutlineRow found = rowIn(row); isBelow(change_.key, found.key)) {
                 before_ << found;
+                placeBefore_ = before_.size() == 1 ? idIn(row) : placeBefore_;
             }
         }
         if (before_.isEmpty()) {
@@ -122,24 +130,45 @@ private:
             keys_ << rows->Get(store::field::key).TextOrEmpty();
         }
     }
-    PutBack giveNameBack() {
-        const auto row = rowOfKey(library_.database(), change_.key);
+    // Of the row that a change is about; null where it is not there any more.
+    std::optional<QString> keyNow(const Change& change) const {
+        const std::optional<QString> key = state_.History->keyNow(step_, change);
+        return key && keys_.contains(*key, Qt::CaseInsensitive) ? key : std::nullopt;
+    }
+    // Of the row that had the key before the step.
+    std::optional<QString> keyNow(const QString& key) const {
+        return keyNow(Change{Kind::rowChanged, change_.database, change_.table, key, {}, {}});
+    }
+    PutBack giveNameBack(const QString& key) {
+        const auto row = rowOfKey(library_.database(), key);
         row->Edit();
         row->Set(store::field::name, before_.first().name);
         row->Update();
-        return {change_.key, {before_.first().name}, {}};
+        return {key, {before_.first().name}, {}};
     }
-    // None of the keys of the node and of what is below it may be taken.
+    // None of the keys of the node and of what is below it may be another node's.
     void chooseKey() {
-        const QString parent = parentKeyOf(change_.key);
-        if (!keys_.contains(parent, Qt::CaseInsensitive)) {
+        const std::optional<QString> parent = keyNow(parentKeyOf(change_.key));
+        if (!parent) {
             refuse(u"“%1”的上级节点已不在，请先放回上级节点。"_s.arg(before_.first().name));
         }
+        leaveOutWhatStayed();
         const bool isTaken =
             std::any_of(before_.begin(), before_.end(), [&](const OutlineRow& row) {
                 return keys_.contains(row.key, Qt::CaseInsensitive);
             });
-        done_.key = isTaken ? freeKeyBelow(parent) : change_.key;
+        const bool hasMoved = *parent != parentKeyOf(change_.key);
+        done_.key = isTaken || hasMoved ? freeKeyBelow(*parent) : change_.key;
+    }
+    // What was below a node that is gone may be there still, under its keys.
+    void leaveOutWhatStayed() {
+        if (keys_.contains(change_.key, Qt::CaseInsensitive)) {
+            return;
+        }
+        hasStayed_ = before_.removeIf([&](const OutlineRow& row) {
+            return keys_.contains(row.key, Qt::CaseInsensitive) &&
+                   keyNow(row.key) == std::optional(row.key);
+        }) > 0;
     }
     QString freeKeyBelow(const QString& parent) const {
         std::int16_t largest = 0;
@@ -151,24 +180,56 @@ private:
         }
         return newKey(parent, largest, 1);
     }
-    QString keyNow(const OutlineRow& row) const {
+    QString newKeyOf(const OutlineRow& row) const {
         return done_.key + row.key.mid(change_.key.size());
     }
     void addRows() {
+        jet::TransactionScope changes(*state_.gWs);
         addTo(library_.database());
         ignoringErrors([&] {
             const auto own = state_.gWs->OpenDatabase(library_.ownDatabase(change_.table));
             addTo(*own);
         });
+        changes.commit();
         for (const OutlineRow& row : before_) {
             done_.names << row.name;
         }
     }
     void addTo(jet::Database& db) {
+        const Rows behind = hasStayed_ ? takeRowsBehind(db) : Rows();
         const auto rows = db.OpenRecordset("Select * from " + bracketedName(change_.table));
         for (const OutlineRow& row : before_) {
-            addRow(*rows, {keyNow(row), row.name, row.isDocument});
+            addRow(*rows, {newKeyOf(row), row.name, row.isDocument});
         }
+        for (const OutlineRow& row : behind) {
+            addRow(*rows, row);
+        }
+    }
+    // From where the node was, or from what has stayed below it: an outline ends before the first
+    // node without a parent.
+    Rows takeRowsBehind(jet::Database& db) {
+        const auto stored =
+            db.OpenRecordset("Select * from " + bracketedName(change_.table) + " order by ID asc");
+        std::int64_t place = placeBefore_;
+        QList<std::pair<std::int64_t, OutlineRow>> rows;
+        for (; !stored->Eof(); stored->MoveNext()) {
+            const OutlineRow row{stored->Get(store::field::key).TextOrEmpty(),
+                                 stored->Get(store::field::name).TextOrEmpty(),
+                                 stored->Get(store::field::isDocument).TextOrEmpty() == store::yes};
+            const std::int64_t id = stored->Get(store::field::id).ToLong();
+            place = row.key == parentKeyOf(change_.key) ? std::max(place, id) : place;
+            place = isBelow(change_.key, row.key) ? std::min(place, id - 1) : place;
+            rows << std::pair(id, row);
+        }
+        db.Execute("Delete * from " + bracketedName(change_.table) + " where ID > " +
+                   QString::number(place));
+        Rows behind;
+        for (const auto& [id, row] : rows) {
+            if (id > place) {
+                behind << row;
+            }
+        }
+        return behind;
     }
     void copyFiles() {
         for (const OutlineRow& row : before_) {
@@ -176,7 +237,7 @@ private:
                 continue;
             }
             const QString earlier = library_.document(change_.table, row.key);
-            const QString target = library_.document(change_.table, keyNow(row));
+            const QString target = library_.document(change_.table, newKeyOf(row));
             const QString content = state_.History->contentBefore(step_, earlier);
             if (content.isEmpty()) {
                 done_.missing << row.name;
@@ -190,16 +251,43 @@ private:
     std::int64_t step_;
     const Change& change_;
     Library library_;
-    Rows before_; // the node and what was below it
+    Rows before_;                  // the node and what was below it, then what of it comes back
+    std::int64_t placeBefore_ = 0; // the node's ID
+    bool hasStayed_ = false;
     QStringList keys_;
     PutBack done_;
 };
+
+// Whether a file is the document of a node now that has come under its key since the step.
+bool isOfAnotherNode(modMain& state, std::int64_t step, const QString& file) {
+    const QString outline = QFileInfo(file).dir().dirName();
+    const QString key = QFileInfo(file).completeBaseName();
+    if (!isKeyOf(outline, key)) {
+        return false;
+    }
+    for (jet::Database* db : {state.gDbUser.get(), state.gDbTemplate.get()}) {
+        const Change node{Kind::rowChanged, QFileInfo(db->Name()).fileName(), outline, key, {}, {}};
+        bool isItsDocument = false;
+        ignoringErrors([&] {
+            isItsDocument = files::resolved(Library(state, node).document(outline, key)) ==
+                                files::resolved(file) &&
+                            documentMark(*db, key).has_value();
+        });
+        if (isItsDocument && state.History->keyNow(step, node) != std::optional(key)) {
+            return true;
+        }
+    }
+    return false;
+}
 
 PutBack putFileBack(modMain& state, std::int64_t step, const Change& change) {
     const QString content = state.History->contentBefore(step, change.key);
     if (content.isEmpty()) {
         throw RunTimeError(error::fileNotFound,
                            u"操作历史没有保留“%1”的内容。"_s.arg(change.name).toStdU16String());
+    }
+    if (isOfAnotherNode(state, step, change.key)) {
+        refuse(u"“%1”现在是另一个节点的文档，不能放回。可以取出文件。"_s.arg(change.name));
     }
     if (files::resolved(content) == files::resolved(change.key)) {
         refuse(u"“%1”在这一步之前的内容就是现在的，不用放回。"_s.arg(change.name));

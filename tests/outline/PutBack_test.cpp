@@ -1,21 +1,10 @@
-#include "outline/PutBack.h"
-
-#include "outline/CurrentPlan.h"
-#include "outline/DeleteNode.h"
 #include "outline/DeleteTemplate.h"
 #include "outline/LibraryTree.h"
-#include "outline/RecordedCommand.h"
-#include "outline/RenameNode.h"
-#include "outline/TakeBack.h"
+#include "outline/RecordedPlan.h"
 #include "outline/TreeDrag.h"
 #include "platform/history/StepWords.h"
 #include "support/Errors.h"
-#include "support/OutlineWorld.h"
 #include "support/PlainSqlite.h"
-#include "support/Text.h"
-#include "support/TracedProcess.h"
-
-#include <gtest/gtest.h>
 
 using namespace qvnd;
 using history::Change;
@@ -24,96 +13,7 @@ using Kind = history::Change::Kind;
 
 namespace {
 
-// Plan T with a folder, a document and a document below a document, whose commands are recorded.
-class PutBack : public testing::Test {
-protected:
-    PutBack() {
-        world.makePlan("T", {{"T", "T"},
-                             {"T.1", "章"},
-                             {"T.1.1", "文", "是"},
-                             {"T.1.1.1", "附", "是"},
-                             {"T.2", "节"}});
-        for (const char* key : {"T.1.1", "T.1.1.1"}) {
-            world.folder.write(file(key), key);
-        }
-        outline::setCurrentPlan(*world.state.gDbUser, "T");
-        openHistory();
-        world.openPlan("T");
-        world.messages.otherwise = desktop::Answer::yes;
-    }
-    void TearDown() override { world.state.History.reset(); }
-
-    void openHistory() {
-        world.state.History = std::make_unique<history::History>(
-            world.state.gUserTplPath + ".~history",
-            history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
-            *world.state.gFso, "测试");
-    }
-#ifdef __linux__
-    // The last step undone by another process that is killed at one of its changes; with 0 it lives
-    // to its end. The number of its changes; negative where processes cannot be traced.
-    int undoneByAnother(int deadly) {
-        world.state.History.reset(); // the other process would begin with what is open here
-        const int changes = test::TracedProcess::run(
-            [this] {
-                jet::DBEngine engine;
-                files::DiskFileSystem files;
-                history::History theirs(
-                    world.state.gUserTplPath + ".~history",
-                    history::Places(world.state.gUserTplPath, {world.folder.root()}),
-                    engine.Workspaces(0), files, "另一个程序");
-                theirs.undo();
-            },
-            deadly);
-        openHistory();
-        return changes;
-    }
-#endif
-    static QString file(const QString& key) { return "用户模板/T/" + key + ".doc"; }
-    std::int64_t run(const QString& caption, const std::function<void()>& command) {
-        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, caption,
-                                          world.messages);
-        command();
-        const auto step = recorded.finish();
-        EXPECT_TRUE(step);
-        return step ? step->id : history::beginning;
-    }
-    std::int64_t deleteNode(const QString& key) {
-        return run("删除", [&] {
-            world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item(key));
-            outline::mnuEditDelete(world.state, world.workbench, world.services());
-        });
-    }
-    std::int64_t rename(const QString& key, const QString& name) {
-        return run("重命名", [&] {
-            world.workbench.clickedKey = key;
-            world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item(key));
-            outline::AfterLabelEdit(world.state, world.workbench, world.messages, name);
-        });
-    }
-    Change changeOf(std::int64_t step, const QString& key) {
-        for (const Change& change : world.state.History->changesOf(step)) {
-            if (change.key == key) {
-                return change;
-            }
-        }
-        ADD_FAILURE() << "no change of " << key.toStdString();
-        return {};
-    }
-    outline::PutBack putBack(std::int64_t step, const QString& key) {
-        outline::PutBack done;
-        run("放回", [&] {
-            done = outline::putBackAndShow(world.state, world.workbench, world.services(), step,
-                                           changeOf(step, key));
-        });
-        return done;
-    }
-    void addRow(const OutlineRowText& row) {
-        test::OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"), row);
-    }
-
-    test::OutlineWorld world;
-};
+class PutBack : public test::RecordedPlan {};
 
 TEST_F(PutBack, ADeletedNodeComesBackWithAllBelowItAndNothingElseDoes) {
     const std::int64_t first = deleteNode("T.1");
@@ -129,12 +29,13 @@ TEST_F(PutBack, ADeletedNodeComesBackWithAllBelowItAndNothingElseDoes) {
 }
 
 TEST_F(PutBack, ASingleDocumentComesBackFromBelowADeletedFolderOnceItsParentIsThere) {
-    const std::int64_t step = deleteNode("T.1");
+    const std::int64_t step = deleteNode("T.1.1");
+    const std::int64_t later = deleteNode("T.1");
     const Change document = changeOf(step, "T.1.1");
     EXPECT_EQ(test::errorNumberOf([&] { outline::putBack(world.state, step, document); }),
               error::invalidCall);
     EXPECT_EQ(world.keys("T"), QStringList({"T", "T.2"}));
-    addRow({"T.1", "新章"});
+    putBack(later, "T.1");
     EXPECT_EQ(putBack(step, "T.1.1").names, QStringList({"文", "附"}));
     EXPECT_EQ(world.keys("T"), QStringList({"T", "T.2", "T.1", "T.1.1", "T.1.1.1"}));
 }
