@@ -1,5 +1,6 @@
 #include "outline/TakeBack.h"
 
+#include "outline/BeyondAsked.h"
 #include "outline/CurrentPlan.h"
 #include "outline/LibraryTree.h"
 #include "outline/TreeLoading.h"
@@ -128,7 +129,7 @@ QString takeMended(modMain& state, const QString& undo) {
         state.History->told();
     }
     if (!found.unfinishedBefore.isEmpty()) {
-        lines << u"在它以前也没有做完：%1。"_s.arg(found.unfinishedBefore.join(u'、'));
+        lines << u"在它以前也没有做完：%1。"_s.arg(listed(found.unfinishedBefore));
     }
     if (found.restored) {
         lines << u"上一次撤消或恢复中断了，现已做完。"_s;

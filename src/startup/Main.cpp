@@ -127,7 +127,9 @@ void openHistory(modMain& state, desktop::MessageBoxes& messages) {
         history::Places(state.gUserTplPath, {state.gWorkPath, state.gAppPath}), *state.gWs,
         *state.gFso, QCoreApplication::applicationName());
     try {
-        state.HistoryFound = state.History->mend();
+        state.HistoryFound = state.History->mend([&](const QString& question) {
+            return messages.ask(question, desktop::Icon::exclamation, QStringLiteral("提示"));
+        });
     } catch (const RunTimeError& failure) { // each command asks whether to go on without it
         messages.tell(QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure),
                       desktop::Icon::exclamation, QStringLiteral("提示"));

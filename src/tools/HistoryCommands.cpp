@@ -51,11 +51,13 @@ QString kindOf(const Step& step) {
     return u"操作"_s;
 }
 
+QString plansOf(const Step& step) { return step.plans().join(u'、'); }
+
 QJsonObject jsonOf(const Step& step, std::int64_t head) {
     return {{"步", qint64{step.id}},
             {"上一步", qint64{step.parent}},
             {"时间", step.time.toString(Qt::ISODate)},
-            {"方案", step.plan},
+            {"方案", plansOf(step)},
             {"操作", step.title},
             {"种类", kindOf(step)},
             {"说明", step.note},
@@ -66,7 +68,7 @@ QString lineOf(const Step& step, std::int64_t head) {
     const QString kind = step.kind == history::StepKind::unfinished ? u"（未做完）"_s : QString();
     return u"%1%2\t%3\t%4\t%5%6"_s.arg(step.id == head ? u"*"_s : u" "_s)
         .arg(step.id)
-        .arg(step.time.toString(u"yyyy-MM-dd HH:mm:ss"_s), step.plan, step.title, kind);
+        .arg(step.time.toString(u"yyyy-MM-dd HH:mm:ss"_s), plansOf(step), step.title, kind);
 }
 
 // The state that is: behind the last step that the list shows, whatever bookkeeping came then.
@@ -89,8 +91,11 @@ public:
 
     bool has(const Step& step) const {
         const QDate date = step.time.date();
-        return !step.isBookkeeping() && (plan_.isEmpty() || step.plan == plan_) &&
-               step.title.startsWith(command_) && (since_.isNull() || date >= since_) &&
+        // The titles of joined steps follow each other.
+        const bool isOfCommand =
+            step.title.startsWith(command_) || step.title.contains(u'、' + command_);
+        return !step.isBookkeeping() && (plan_.isEmpty() || step.plans().contains(plan_)) &&
+               isOfCommand && (since_.isNull() || date >= since_) &&
                (until_.isNull() || date <= until_);
     }
 

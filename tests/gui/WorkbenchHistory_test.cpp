@@ -500,11 +500,11 @@ TEST_F(WorkbenchHistory, KilledCommandsAreToldTogetherOnceAndTheWayBackToThem) {
     const auto last = world.state.History->undoable();
     ASSERT_TRUE(last);
     world.state.HistoryFound.unfinished = last;
-    world.state.HistoryFound.unfinishedBefore = QStringList{"添加[甲]", "删除[乙]"};
+    world.state.HistoryFound.unfinishedBefore = QStringList{"一", "二", "三", "四", "五", "六"};
     deleteNode("T.1");
     EXPECT_TRUE(
         barText().startsWith("上次运行没有做完“删除[名T.3]”就中断了。操作历史中可以回到它之前。\n"
-                             "在它以前也没有做完：添加[甲]、删除[乙]。"))
+                             "在它以前也没有做完：一、二、三、四、五等。"))
         << barText().toStdString();
     world.state.HistoryFound.unfinished = last;
     item("mnuUndo").trigger();

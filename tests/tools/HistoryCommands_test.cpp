@@ -144,6 +144,19 @@ TEST_F(HistoryTool, ListFindsStepsByNodeCommandPlanAndTime) {
     EXPECT_EQ(qvndctl({"history", "list", "--since", "gestern"}), ExitStatus::wrongUsage);
 }
 
+TEST_F(HistoryTool, ListFindsJoinedStepsByAnyOfTheirPlansAndCommands) {
+    test::PlainSqlite(historyFile())
+        .rows("UPDATE steps SET title='删除[人、机]、添加[文]',plan='甲'||char(10)||'乙' WHERE id="
+              "(SELECT min(id) FROM steps)");
+    for (const QString& plan : {QString("甲"), QString("乙")}) {
+        for (const QString& command : {QString("删除"), QString("添加[")}) {
+            const auto found = json({"history", "list", plan, "--command", command}).toArray();
+            ASSERT_FALSE(found.isEmpty()) << plan.toStdString() << command.toStdString();
+            EXPECT_EQ(found[0].toObject()["方案"].toString(), "甲、乙");
+        }
+    }
+}
+
 TEST_F(HistoryTool, ACommandStandsUnderThePlanThatItIsAbout) {
     expectDone({"plan", "create", "乙"});
     const auto planOfLast = [&] { return list().last().toObject()["方案"].toString(); };

@@ -27,6 +27,7 @@ using history::Change;
 using history::Step;
 
 constexpr int stepRole = Qt::UserRole;
+constexpr int orderRole = Qt::UserRole + 1;
 constexpr QSize usualSize{760, 520};
 
 // The choices of the period, in days back from today; none for all that there is.
@@ -42,7 +43,7 @@ public:
         if (column != 0 && text(column) != other.text(column)) {
             return text(column).localeAwareCompare(other.text(column)) < 0;
         }
-        return data(0, stepRole).toLongLong() < other.data(0, stepRole).toLongLong();
+        return data(0, orderRole).toLongLong() < other.data(0, orderRole).toLongLong();
     }
 };
 
@@ -163,10 +164,9 @@ void HistoryWindow::fillPlans(const QList<Step>& steps) {
     const QString shown = plan_->currentIndex() > 0 ? plan_->currentText() : QString();
     QStringList plans{plan_->itemText(0)};
     for (const Step& step : steps) {
-        if (!step.plan.isEmpty() && !plans.contains(step.plan)) {
-            plans << step.plan;
-        }
+        plans << step.plans();
     }
+    plans.removeDuplicates();
     plan_->clear();
     plan_->addItems(plans);
     plan_->setCurrentIndex(std::max(0, plan_->findText(shown)));
@@ -176,7 +176,7 @@ bool HistoryWindow::isWanted(const Step& step) const {
     const int days = periods.at(static_cast<std::size_t>(period_->currentIndex()));
     const bool isRecent =
         days == 0 || step.time.date() > QDate::currentDate().addDays(-qint64{days});
-    const bool isOfPlan = plan_->currentIndex() <= 0 || step.plan == plan_->currentText();
+    const bool isOfPlan = plan_->currentIndex() <= 0 || step.plans().contains(plan_->currentText());
     return isRecent && isOfPlan && !step.isBookkeeping();
 }
 
@@ -190,9 +190,10 @@ void HistoryWindow::refresh() {
     for (const Step& step : source_.steps(search_->text().trimmed())) {
         if (isWanted(step)) {
             auto* item = new StepItem(QStringList{
-                step.time.toString(u"yyyy-MM-dd HH:mm:ss"_s), step.plan,
+                step.time.toString(u"yyyy-MM-dd HH:mm:ss"_s), step.plans().join(u'、'),
                 step.title + kindText(step) + (step.id == head ? u"　← 现在"_s : QString())});
             item->setData(0, stepRole, qlonglong{step.id});
+            item->setData(0, orderRole, steps_->topLevelItemCount());
             item->setToolTip(2, step.note);
             steps_->addTopLevelItem(item);
         }

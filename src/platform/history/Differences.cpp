@@ -2,6 +2,8 @@
 
 #include "platform/jet/file/Image.h"
 
+#include <algorithm>
+
 namespace qvnd::history {
 
 namespace {
@@ -46,6 +48,10 @@ QList<Row> rowsOf(ImageTables& image, const QString& table) {
         rows << rowOf(row.key(), *row);
     }
     return rows;
+}
+
+bool haveKeys(const QList<Row>& rows) {
+    return std::any_of(rows.begin(), rows.end(), [](const Row& row) { return !row.key.isEmpty(); });
 }
 
 class TableComparison {
@@ -127,16 +133,18 @@ QList<Change> differences(const QString& databaseName, const QByteArray& before,
         if (isSame && tables && !tables->contains(table)) {
             continue;
         }
+        const QList<Row> rowsBefore = rowsOf(old, table);
+        const QList<Row> rows = rowsOf(fresh, table);
         if (was != is) {
+            const bool isOutline = haveKeys(was ? rowsBefore : rows);
             changes << Change{is ? Change::Kind::tableMade : Change::Kind::tableDropped,
                               databaseName,
                               table,
-                              {},
+                              isOutline ? table : QString(),
                               table,
                               {}};
         }
-        changes
-            << TableComparison(databaseName, table).of(rowsOf(old, table), rowsOf(fresh, table));
+        changes << TableComparison(databaseName, table).of(rowsBefore, rows);
     }
     return changes;
 }

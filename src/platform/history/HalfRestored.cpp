@@ -1,6 +1,7 @@
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/history/Restoration.h"
+#include "platform/history/StepWords.h"
 #include "platform/jet/file/Image.h"
 
 #include <QFileInfo>
@@ -25,9 +26,7 @@ void Restoration::giveUp() {
         for (const QString& database : databases.keys()) {
             before[database] = file.mirror(database);
         }
-        for (const PendingFile& one : files) {
-            KeptFiles::removeUnfinished(one.path, pending.began, pending.began);
-        }
+        removeUnfinished(pending);
         carryOut(before, [&] {
             for (const PendingFile& one : files) {
                 revert(one);
@@ -35,14 +34,29 @@ void Restoration::giveUp() {
         });
         HistoryFile::Transaction all(file);
         for (const QString& database : before.keys()) {
-            file.setMirror(database, before[database], jet::imageOf(database));
+            if (!Places::isElsewhere(database)) {
+                file.setMirror(database, before[database], jet::imageOf(database));
+            }
         }
         file.clearPending();
         all.commit();
     });
 }
 
+void Restoration::removeUnfinished(const Pending& pending) {
+    QStringList paths;
+    for (const PendingFile& one : pending.files) {
+        if (!Places::isElsewhere(one.path)) {
+            paths << one.path;
+        }
+    }
+    KeptFiles::removeUnfinished(paths, pending.began, pending.began);
+}
+
 void Restoration::revert(const PendingFile& one) {
+    if (Places::isElsewhere(one.path)) { // since it was begun, so what it had cannot go back
+        throw RunTimeError(error::pathNotFound, outOfReachRefusal().toStdU16String());
+    }
     const std::optional<Present> present = recorder_.file().present(one.path);
     const QString before = present ? present->content : content::absent;
     if (!one.keep.isEmpty()) {
@@ -67,15 +81,16 @@ bool Restoration::isHalfDone() {
     return isHalf;
 }
 
-bool Restoration::carryOn() {
+bool Restoration::carryOn(const Question& mayLeaveOut) {
     const std::optional<Pending> pending = recorder_.file().pending();
     if (!pending) {
         return false;
     }
     note_.clear();
     try {
-        refuseElsewhere(goalOf(wayTo(pending->target)));
+        leaveOut(goalOf(wayTo(pending->target)), mayLeaveOut);
         refuseOpen(pending->files);
+        removeUnfinished(*pending);
         keepWhatCameMeanwhile(*pending);
         end(*pending);
     } catch (const RunTimeError& failure) {
@@ -100,7 +115,8 @@ void Restoration::keepWhatCameMeanwhile(const Pending& pending) {
     const auto images = imagesAt(wayTo(pending.target));
     QStringList databases;
     for (auto image = images.begin(); image != images.end(); ++image) {
-        if (!jet::holdTheSame(jet::imageOf(image.key()), *image)) {
+        if (!Places::isElsewhere(image.key()) &&
+            !jet::holdTheSame(jet::imageOf(image.key()), *image)) {
             databases << image.key();
         }
     }

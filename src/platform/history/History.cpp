@@ -12,36 +12,77 @@ namespace qvnd::history {
 
 namespace {
 
-// Follows one row from state to state.
+// Follows one row from state to state, also when it gets another key.
 class RowOnItsWay {
 public:
-    explicit RowOnItsWay(const Change& row) : row_(row) {}
+    explicit RowOnItsWay(const Change& row) : row_(row), key_(row.key) {}
 
-    void meet(const Change& change, bool isTakenBack) {
-        using Kind = Change::Kind;
-        if (change.database != row_.database || change.table != row_.table ||
-            change.key != row_.key) {
-            return;
+    // Over the changes of a step, or the last of them.
+    void pass(const QList<Change>& changes, bool isTakenBack) {
+        QList<Event> events;
+        for (const Change& change : changes) {
+            addEvents(events, change);
         }
-        if (change.kind == Kind::rowReplaced) {
-            leave(isTakenBack ? change.name : change.nameBefore);
-            come(isTakenBack ? change.nameBefore : change.name);
-        } else if (change.kind == (isTakenBack ? Kind::rowAdded : Kind::rowRemoved)) {
-            leave(change.name);
-        } else if (change.kind == (isTakenBack ? Kind::rowRemoved : Kind::rowAdded)) {
-            come(change.name);
+        if (isTakenBack) {
+            std::reverse(events.begin(), events.end());
+            for (Event& event : events) {
+                event.isComing = !event.isComing;
+            }
+        }
+        for (const Event& event : events) {
+            meet(event, events);
         }
     }
-    bool isThere() const { return isThere_; }
+    std::optional<QString> key() const { return isThere_ ? std::optional(key_) : std::nullopt; }
 
 private:
-    void leave(const QString& name) {
-        left_ = isThere_ ? name : left_;
-        isThere_ = false;
+    // A row comes under a key, or goes.
+    struct Event {
+        bool isComing;
+        QString key;
+        QString name;
+    };
+
+    void addEvents(QList<Event>& events, const Change& change) const {
+        using Kind = Change::Kind;
+        if (change.database != row_.database || change.table != row_.table) {
+            return;
+        }
+        if (change.kind == Kind::rowRemoved || change.kind == Kind::rowReplaced) {
+            events << Event{false, change.key, nameBefore(change)};
+        }
+        if (change.kind == Kind::rowAdded || change.kind == Kind::rowReplaced) {
+            events << Event{true, change.key, change.name};
+        }
     }
-    void come(const QString& name) { isThere_ = isThere_ || name == left_; }
+    void meet(const Event& event, const QList<Event>& ofStep) {
+        if (event.key != key_) {
+            return;
+        }
+        if (!event.isComing && isThere_) {
+            left_ = event.name;
+            isThere_ = false;
+            follow(ofStep);
+        } else if (event.isComing && event.name == left_) {
+            isThere_ = true;
+        }
+    }
+    // A move takes the row away and brings it under another key.
+    void follow(const QList<Event>& ofStep) {
+        QStringList keys;
+        for (const Event& event : ofStep) {
+            if (event.isComing && event.name == left_) {
+                keys << event.key;
+            }
+        }
+        if (keys.size() == 1 && keys.first() != key_) {
+            key_ = keys.first();
+            isThere_ = true;
+        }
+    }
 
     const Change& row_;
+    QString key_;
     bool isThere_ = true;
     QString left_; // its name as it went
 };
@@ -72,15 +113,15 @@ void History::Found::add(const Found& later) {
     note += (note.isEmpty() || later.note.isEmpty() ? QString() : QString(u'\n')) + later.note;
 }
 
-History::Found History::mend() {
+History::Found History::mend(const Question& mayLeaveOut) {
     Found found;
     if (!exists()) {
         return found;
     }
-    found.restored = restoration_.carryOn();
+    found.restored = restoration_.carryOn(mayLeaveOut);
     found.note = found.restored ? restoration_.note() : QString();
     try {
-        mendKilled(found);
+        mendKilled(found, mayLeaveOut);
         addUntold(found);
     } catch (const RunTimeError&) { // the next call tries again
         recorder_.leave();
@@ -89,13 +130,14 @@ History::Found History::mend() {
     return found;
 }
 
-// Nobody has asked for what a start or an exit does, and the next one does it again.
-void History::mendKilled(Found& found) {
-    if (!recorder_.findKilled()) {
+// Nobody has asked for what a start or an exit does, and the next one does it again. What cannot be
+// taken back from here stays, as a step.
+void History::mendKilled(Found& found, const Question& mayLeaveOut) {
+    if (!recorder_.findKilled(mayLeaveOut)) {
         return;
     }
     const QString caption = recorder_.running().frame().caption;
-    if (caption::isAutomatic(caption)) {
+    if (caption::isAutomatic(caption) && recorder_.outOfReach().isEmpty()) {
         restoration_.takeBackKilled();
         found.add({{}, {}, false, caption == caption::exit, restoration_.note()});
     } else {
@@ -131,6 +173,7 @@ bool History::isHalfRestored() {
 History::Found History::begin(const CommandFrame& frame) {
     workspace_.Settle();
     CommandFrame begun = frame;
+    leaveOut_ = frame.leaveOut;
     atBegin_ = {};
     unmended_.reset();
     QString reason;
@@ -150,6 +193,7 @@ History::Found History::begin(const CommandFrame& frame) {
 // A command that cannot be recorded whole is taken back whole.
 History::Outcome History::finish(const QString& selectedAfter) {
     Outcome outcome;
+    leaveOut_ = {};
     try {
         workspace_.Settle();
         outcome.refusal = recorder_.refusal();
@@ -235,7 +279,7 @@ std::optional<Step> History::undo() {
     }
     std::optional<Step> step = undoable();
     if (step) {
-        restoration_.goTo(step->parent);
+        restoration_.goTo(step->parent, leaveOut_);
     }
     return step;
 }
@@ -247,7 +291,7 @@ std::optional<Step> History::redo() {
     std::optional<Step> step = redoable();
     if (step) {
         const QStringList along = fork().value_or(Fork{}).titles;
-        restoration_.goTo(step->id);
+        restoration_.goTo(step->id, leaveOut_);
         if (!along.isEmpty()) {
             restoration_.addNote(goneAlongNote(along));
         }
@@ -262,7 +306,7 @@ void History::goTo(std::int64_t step) {
     }
     if (exists()) {
         isJustRestored();
-        restoration_.goTo(step);
+        restoration_.goTo(step, leaveOut_);
     }
 }
 
@@ -291,19 +335,16 @@ QString History::contentBefore(std::int64_t id, const QString& file) {
     return restoration_.fileAt(isOutside ? id : wanted->parent, spelt(file));
 }
 
-bool History::isStillThere(std::int64_t id, const Change& change) {
+std::optional<QString> History::keyNow(std::int64_t id, const Change& change) {
     const Restoration::Way way = restoration_.wayTo(id);
     RowOnItsWay row(change);
-    const auto follow = [&](std::int64_t step, bool isTakenBack) {
-        const QList<Change> changes = changesOf(step);
-        for (qsizetype i = 0; i < changes.size(); ++i) {
-            row.meet(changes[isTakenBack ? changes.size() - 1 - i : i], isTakenBack);
-        }
-    };
+    const QList<Change> ofStep = changesOf(id);
+    row.pass(ofStep.mid(ofStep.indexOf(change) + 1), false);
     std::for_each(way.down.rbegin(), way.down.rend(),
-                  [&](std::int64_t step) { follow(step, true); });
-    std::for_each(way.up.rbegin(), way.up.rend(), [&](std::int64_t step) { follow(step, false); });
-    return row.isThere();
+                  [&](std::int64_t step) { row.pass(changesOf(step), true); });
+    std::for_each(way.up.rbegin(), way.up.rend(),
+                  [&](std::int64_t step) { row.pass(changesOf(step), false); });
+    return row.key();
 }
 
 QList<jet::ImageTables::Row> History::rowsBefore(std::int64_t id, const QString& database,

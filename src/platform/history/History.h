@@ -51,7 +51,9 @@ public:
         // Adds what was found later.
         void add(const Found& later);
     };
-    Found mend();
+    // Where that is about files out of reach the user is asked whether to leave them out; error 76
+    // when not.
+    Found mend(const Question& mayLeaveOut = {});
     // The user has been told of all killed commands.
     void told();
 
@@ -85,7 +87,7 @@ public:
     std::optional<Step> undo();
     std::optional<Step> redo();
     // To the state behind a step, or to the beginning. Errors as those, and 5 for a step that is
-    // not there.
+    // not there. All three ask the frame's leaveOut about files that are out of reach.
     void goTo(std::int64_t step);
     // What the last of these did beyond what was asked, in sentences for the user: changes from
     // outside that it has kept as steps of their own, steps that went back with it, files whose
@@ -105,10 +107,11 @@ public:
     // came from outside, that: one of the history's own, or `file` itself where no step has changed
     // it since. Empty when there was none.
     QString contentBefore(std::int64_t step, const QString& file);
-    // Whether the row that a change of the step is about is in the present state the one under its
-    // key: it has not gone since, nor has another one taken its place. One that came back under its
-    // name counts as the same.
-    bool isStillThere(std::int64_t step, const Change& change);
+    // The key that the row which a change of the step is about has in the present state: its own,
+    // or the one to which it was moved. Null when it has gone since, or another one has taken its
+    // place. One that came back under its name counts as the same. A change that is none of the
+    // step's stands for its row before the step.
+    std::optional<QString> keyNow(std::int64_t step, const Change& change);
     // The rows of a table as they were before the step, in the order of their numbers.
     QList<jet::ImageTables::Row> rowsBefore(std::int64_t step, const QString& database,
                                             const QString& table);
@@ -135,12 +138,15 @@ private:
     void addUntold(Found& found);
     // Null when a command of the user has ended the branch.
     std::optional<Fork> fork();
-    void mendKilled(Found& found);
+    void mendKilled(Found& found, const Question& mayLeaveOut);
     bool isHalfRestored();
     // Both answer how many steps went.
     int joinOld(const Limits& limits, const QDateTime& now);
     int dropOldest(const Limits& limits);
     void drop(const Step& step);
+    using Needs = QHash<std::int64_t, QSet<std::int64_t>>; // steps by whose contents they need
+    std::int64_t withoutNeedsOf(std::int64_t step, Needs& needs);
+    void giveUpDoubles();
     // Takes away kept contents that no step needs any more.
     void dropUnused();
 
@@ -151,7 +157,8 @@ private:
     KeptFiles kept_;
     Recorder recorder_;
     Restoration restoration_;
-    Found atBegin_;                        // what the begin of the command under way has found
+    Question leaveOut_;                    // of the command under way
+    Found atBegin_;                        // what its begin has found
     std::optional<RunTimeError> unmended_; // why it could not mend
 };
 

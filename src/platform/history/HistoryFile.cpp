@@ -205,7 +205,8 @@ QList<Step> HistoryFile::steps() {
 QList<Step> HistoryFile::stepsWith(const QString& wanted) {
     Statement rows(sql_, QByteArray(stepColumns) +
                              "WHERE instr(title,?1) OR id IN (SELECT step FROM changes "
-                             "WHERE instr(name,?1) OR instr(name_before,?1)) ORDER BY id");
+                             "WHERE instr(name,?1) OR instr(name_before,?1)) "
+                             "ORDER BY max(id,parent),id DESC");
     rows.Bind(1, text(wanted));
     return stepsIn(rows);
 }
@@ -249,6 +250,27 @@ QList<DatabaseChange> HistoryFile::databasesOf(std::int64_t step) {
     return changes;
 }
 
+QStringList HistoryFile::databaseNamesOf(std::int64_t step) {
+    Statement& rows = prepared("SELECT path FROM database_steps WHERE step=?1 ORDER BY path");
+    rows.Bind(1, step);
+    QStringList names;
+    while (rows.Step()) {
+        names << places_.longOf(rows.Text(0));
+    }
+    rows.Reset();
+    return names;
+}
+
+QMap<std::int64_t, FileChange> HistoryFile::changesOfFile(const QString& path) {
+    Statement rows(sql_, "SELECT step,before,after FROM file_steps WHERE path=?1");
+    rows.Bind(1, text(places_.shortOf(path)));
+    QMap<std::int64_t, FileChange> changes;
+    while (rows.Step()) {
+        changes[rows.Number(0)] = {path, rows.Text(1), rows.Text(2)};
+    }
+    return changes;
+}
+
 void HistoryFile::contentOnDiskIsKept(const QString& path, const QString& content) {
     run("UPDATE file_steps SET after=?2 WHERE path=?1 AND after='?'",
         {places_.shortOf(path), content});
@@ -283,14 +305,42 @@ void HistoryFile::replaceParent(std::int64_t parent, std::int64_t by) {
              " WHERE parent=" + QByteArray::number(qlonglong{parent}));
 }
 
-QSet<std::int64_t> HistoryFile::stepsOfContents() {
-    Statement rows(sql_, "SELECT before FROM file_steps UNION SELECT after FROM file_steps "
-                         "UNION SELECT content FROM present");
-    QSet<std::int64_t> steps;
+void HistoryFile::setParent(std::int64_t step, std::int64_t parent) {
+    Statement statement(sql_, "UPDATE steps SET parent=?2 WHERE id=?1");
+    statement.Bind(1, step);
+    statement.Bind(2, parent);
+    statement.Run();
+}
+
+QHash<std::int64_t, QSet<std::int64_t>> HistoryFile::stepsByContents() {
+    Statement rows(sql_, "SELECT step,before FROM file_steps UNION SELECT step,after FROM "
+                         "file_steps");
+    QHash<std::int64_t, QSet<std::int64_t>> steps;
     while (rows.Step()) {
-        steps << rows.Text(0).section(u'/', 0, 0).toLongLong();
+        steps[rows.Text(1).section(u'/', 0, 0).toLongLong()] << rows.Number(0);
     }
     return steps;
+}
+
+QMap<QString, Present> HistoryFile::presentOfKept() {
+    Statement rows(sql_, "SELECT path,size,time,content FROM present");
+    QMap<QString, Present> kept;
+    while (rows.Step()) {
+        if (KeptFiles::isKept(rows.Text(3))) {
+            kept[places_.longOf(rows.Text(0))] = {{rows.Number(1), rows.Number(2)}, rows.Text(3)};
+        }
+    }
+    return kept;
+}
+
+void HistoryFile::contentIsOnDiskAlone(const QString& path, const QString& content) {
+    const QStringList values{places_.shortOf(path), content};
+    for (const QByteArray column : {"before", "after"}) {
+        run("UPDATE file_steps SET " + column + "='?' WHERE path=?1 AND " + column +
+                "=?2 AND step NOT IN (SELECT id FROM steps WHERE kind=2)",
+            values);
+    }
+    run("UPDATE present SET content='?' WHERE path=?1 AND content=?2", values);
 }
 
 QByteArray HistoryFile::mirror(const QString& path) {
@@ -426,6 +476,10 @@ std::int64_t HistoryFile::size() {
            sql_.NumberOf("PRAGMA page_size");
 }
 
-void HistoryFile::shrink() { sql_.Run("VACUUM"); }
+void HistoryFile::shrinkIfWorthwhile() {
+    if (4 * sql_.NumberOf("PRAGMA freelist_count") >= sql_.NumberOf("PRAGMA page_count")) {
+        sql_.Run("VACUUM");
+    }
+}
 
 } // namespace qvnd::history

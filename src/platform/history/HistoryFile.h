@@ -7,6 +7,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QSet>
@@ -82,13 +83,18 @@ public:
     void addChange(std::int64_t step, const FileChange& change);
     void addChange(std::int64_t step, const DatabaseChange& change);
     std::optional<Step> step(std::int64_t id);
-    // Oldest first.
+    // By number.
     QList<Step> steps();
-    // Those of which a change bears the text in its name, or whose title does.
+    // Those of which a change bears the text in its name, or whose title does, oldest first. A step
+    // that a command has met on its way has the greater number, and lies before it.
     QList<Step> stepsWith(const QString& text);
     QList<Change> changesOf(std::int64_t step);
     QList<FileChange> filesOf(std::int64_t step);
     QList<DatabaseChange> databasesOf(std::int64_t step);
+    // Of those that the step has changed, without reading what.
+    QStringList databaseNamesOf(std::int64_t step);
+    // By step.
+    QMap<std::int64_t, FileChange> changesOfFile(const QString& path);
     // The contents that steps say are on disk alone are kept from now on.
     void contentOnDiskIsKept(const QString& path, const QString& content);
     void remove(std::int64_t step);
@@ -97,8 +103,14 @@ public:
     bool hasChildren(std::int64_t step);
     // The step's children become children of its parent.
     void replaceParent(std::int64_t parent, std::int64_t by);
-    // The steps under whose numbers the contents lie that any step or file needs.
-    QSet<std::int64_t> stepsOfContents();
+    void setParent(std::int64_t step, std::int64_t parent);
+    // The steps that need a content, by the step under whose number it lies.
+    QHash<std::int64_t, QSet<std::int64_t>> stepsByContents();
+    // The files that were put at their paths from kept contents, by path.
+    QMap<QString, Present> presentOfKept();
+    // The content need not be kept for the steps any more: it stands at the path. Those that keep
+    // what came from outside keep it themselves.
+    void contentIsOnDiskAlone(const QString& path, const QString& content);
 
     // The image of a database as the last step left it; empty when none is known.
     QByteArray mirror(const QString& path);
@@ -126,8 +138,9 @@ public:
 
     // Bytes of the file that are in use; removed steps give theirs free at once.
     std::int64_t size();
-    // Gives the room of removed steps back to the disk; needs as much meanwhile as is in use.
-    void shrink();
+    // Gives the room of removed steps back to the disk where that is a quarter of the file; what is
+    // less is used again. Needs as much meanwhile as is in use.
+    void shrinkIfWorthwhile();
 
 private:
     void arrange();

@@ -6,46 +6,28 @@
 
 namespace qvnd::history {
 
-namespace {
-
-// One step's changes behind another's: what the first found, and what the second left.
-QList<FileChange> joinedFiles(const QList<FileChange>& first, const QList<FileChange>& second) {
-    QMap<QString, FileChange> all;
-    for (const FileChange& change : first) {
-        all[change.path] = change;
+void joinSteps(HistoryFile& file, const QList<std::int64_t>& steps, const Step& all) {
+    QList<Change> changes;
+    QMap<QString, FileChange> files; // what the first found, and what the last left
+    QMap<QString, QList<QByteArray>> deltas;
+    for (const std::int64_t step : steps) {
+        changes << file.changesOf(step);
+        for (const FileChange& change : file.filesOf(step)) {
+            const auto known = files.constFind(change.path);
+            const QString before = known == files.constEnd() ? change.before : known->before;
+            files[change.path] = {change.path, before, change.after};
+        }
+        for (const DatabaseChange& change : file.databasesOf(step)) {
+            deltas[change.path] << change.delta;
+        }
+        file.remove(step);
     }
-    for (const FileChange& change : second) {
-        const QString before = all.contains(change.path) ? all[change.path].before : change.before;
-        all[change.path] = {change.path, before, change.after};
-    }
-    return all.values();
-}
-
-QList<DatabaseChange> joinedDatabases(const QList<DatabaseChange>& first,
-                                      const QList<DatabaseChange>& second) {
-    QMap<QString, DatabaseChange> all;
-    for (const DatabaseChange& change : first + second) {
-        const QByteArray before = all.value(change.path).delta;
-        all[change.path] = {change.path, joined(before, change.delta)};
-    }
-    return all.values();
-}
-
-} // namespace
-
-void joinSteps(HistoryFile& file, std::int64_t first, std::int64_t next, const Step& both) {
-    const QList<FileChange> files = joinedFiles(file.filesOf(first), file.filesOf(next));
-    const QList<DatabaseChange> databases =
-        joinedDatabases(file.databasesOf(first), file.databasesOf(next));
-    const QList<Change> changes = file.changesOf(first) + file.changesOf(next);
-    file.remove(first);
-    file.remove(next);
-    file.add(both, changes);
+    file.add(all, changes);
     for (const FileChange& change : files) {
-        file.addChange(both.id, change);
+        file.addChange(all.id, change);
     }
-    for (const DatabaseChange& change : databases) {
-        file.addChange(both.id, change);
+    for (auto database = deltas.begin(); database != deltas.end(); ++database) {
+        file.addChange(all.id, DatabaseChange{database.key(), joined(*database)});
     }
 }
 

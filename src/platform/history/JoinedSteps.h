@@ -6,10 +6,10 @@
 
 namespace qvnd::history {
 
-// Makes one step of a step and the next one: `both` takes their place, with the words of the caller
-// and what the two have changed together. Its number is that of either; the steps behind `next` are
-// its children only when it is that of `next`. Belongs into a transaction. Errors are those of the
-// store.
-void joinSteps(HistoryFile& file, std::int64_t first, std::int64_t next, const Step& both);
+// Makes one step of several that follow each other: `all` takes their place, with the words of the
+// caller and what they have changed together. Its number is one of theirs; the steps behind the
+// last are its children only when it is that of the last. Belongs into a transaction. Errors are
+// those of the store.
+void joinSteps(HistoryFile& file, const QList<std::int64_t>& steps, const Step& all);
 
 } // namespace qvnd::history

@@ -7,7 +7,9 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QMap>
 #include <QRegularExpression>
+#include <QSet>
 
 #include <filesystem>
 
@@ -54,6 +56,41 @@ void copyThenName(const fs::path& from, const fs::path& to, fs::copy_options opt
     }
     if (failed) {
         fs::remove_all(unfinished, ignored);
+    }
+}
+
+// The name of the file that one of this name is to take the place of; empty where it is none such.
+// QSaveFile gives such names, and the store to a database that is not there. Other names that look
+// like a file's are those of copies that the user makes.
+QString unfinishedFor(const QString& name, const QString& folder) {
+    static const QRegularExpression replacing(QStringLiteral("^(.+)\\.[A-Za-z]{6}$"));
+    static const QRegularExpression making(QStringLiteral("^(.+)\\.(new|new-journal)$"));
+    if (const auto match = replacing.match(name); match.hasMatch()) {
+        return match.captured(1);
+    }
+    const QString made = making.match(name).captured(1);
+    return made.isEmpty() || QFileInfo::exists(QDir(folder).filePath(made)) ? QString() : made;
+}
+
+// The file is still under the name that it has until it takes its place in the folder, beside one
+// of the names. Commands take turns, so nobody is writing one now.
+void removeIfUnfinished(const QString& path, const QSet<QString>& names, const QDateTime& since,
+                        const QDateTime& last) {
+    static const QRegularExpression document(QStringLiteral("^~doc[0-9]+-[0-9]+\\.tmp$"));
+    constexpr int tick = 20;         // ms, by which the times of files may lag behind the clock
+    constexpr int longestWrite = 60; // seconds
+    const QFileInfo file(path);
+    const bool isDocument = document.match(file.fileName()).hasMatch();
+    const QString target = isDocument ? QString() : unfinishedFor(file.fileName(), file.path());
+    if (!isDocument && !names.contains(target)) {
+        return;
+    }
+    const QDateTime written = file.metadataChangeTime();
+    const bool isOfTheUser =
+        !isDocument && (written > last.addSecs(longestWrite) ||
+                        files::haveSameBytes(path, QDir(file.path()).filePath(target)));
+    if (written >= since.addMSecs(-tick) && !isOfTheUser) {
+        QFile::remove(path);
     }
 }
 
@@ -177,33 +214,17 @@ bool KeptFiles::isCopiedTo(const QString& name, const QString& path) const {
     return isKept(name) && files::haveSameBytes(pathOf(name), path);
 }
 
-// The file is still under the name that it has until it takes the path's place. Other names that
-// look like it are those of copies that the user makes before the next start.
-void KeptFiles::removeUnfinished(const QString& path, const QDateTime& since,
+void KeptFiles::removeUnfinished(const QStringList& paths, const QDateTime& since,
                                  const QDateTime& last) {
-    const QFileInfo file(path);
-    const QString name = file.fileName();
-    // As QSaveFile names its unfinished files, and the store those of a database that is not there.
-    static const QRegularExpression replacing(QStringLiteral("^\\.[A-Za-z]{6}$"));
-    static const QRegularExpression making(QStringLiteral("^\\.(new|new-journal)$"));
-    // As the Word engine names its own. Commands take turns, so nobody is writing one now.
-    static const QRegularExpression document(QStringLiteral("^~doc[0-9]+-[0-9]+\\.tmp$"));
-    constexpr int tick = 20;         // ms, by which the times of files may lag behind the clock
-    constexpr int longestWrite = 60; // seconds
-    if (!since.isValid()) {
-        return;
+    QMap<QString, QSet<QString>> names; // by folder
+    for (const QString& path : paths) {
+        const QFileInfo file(path);
+        names[file.path()] << file.fileName();
     }
-    for (const QFileInfo& other : QDir(file.path()).entryInfoList(QDir::Files | QDir::Hidden)) {
-        const QString found = other.fileName();
-        const QString ending = found.startsWith(name) ? found.mid(name.size()) : QString();
-        const bool hasItsName = document.match(found).hasMatch() ||
-                                replacing.match(ending).hasMatch() ||
-                                (!file.exists() && making.match(ending).hasMatch());
-        const QDateTime written = other.metadataChangeTime();
-        if (hasItsName && written >= since.addMSecs(-tick) &&
-            written <= last.addSecs(longestWrite) &&
-            !files::haveSameBytes(other.filePath(), path)) {
-            QFile::remove(other.filePath());
+    for (auto folder = names.begin(); since.isValid() && folder != names.end(); ++folder) {
+        for (const QString& found :
+             QDir(folder.key()).entryList(QDir::Files | QDir::Hidden, QDir::Unsorted)) {
+            removeIfUnfinished(QDir(folder.key()).filePath(found), *folder, since, last);
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 
@@ -58,11 +59,12 @@ public:
     bool isCopyOf(const QString& name, const QString& path) const;
     // Whether the path has a file with what the content holds.
     bool isCopiedTo(const QString& name, const QString& path) const;
-    // Removes what a process has left beside the path while it wrote a file for it and was killed.
-    // It began at `since`, and its last sign of life is of `last`; files from before and from more
-    // than a minute behind are the user's, and so is a copy of what stands at the path. They stay;
-    // without a time all do.
-    static void removeUnfinished(const QString& path, const QDateTime& since,
+    // Removes what a process has left beside the paths while it wrote files for them and was
+    // killed. It began at `since`, and its last sign of life is of `last`; files from before are
+    // the user's, and so are copies of what stands at a path, and files from more than a minute
+    // behind unless they bear a name that only the Word engine gives. They stay; without a time all
+    // do. Each folder is read once.
+    static void removeUnfinished(const QStringList& paths, const QDateTime& since,
                                  const QDateTime& last);
     // Removes the file; a folder only when it is empty, as it may have what another program put
     // there. Error 70 for a file that cannot be removed.

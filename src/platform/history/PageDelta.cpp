@@ -91,22 +91,21 @@ QByteArray applied(const QByteArray& delta, QByteArray image, Direction directio
     return image;
 }
 
-QByteArray joined(const QByteArray& first, const QByteArray& second) {
-    if (first.isEmpty() || second.isEmpty()) {
-        return first.isEmpty() ? second : first;
-    }
-    Delta both = unpacked(first);
-    const Delta later = unpacked(second);
-    both.sizeAfter = later.sizeAfter;
-    for (auto page = later.pages.begin(); page != later.pages.end(); ++page) {
-        const auto known = both.pages.find(page.key());
-        if (known == both.pages.end()) {
-            both.pages[page.key()] = *page;
-        } else {
-            known->after = page->after;
+QByteArray joined(const QList<QByteArray>& deltas) {
+    Delta all = unpacked(deltas.first());
+    for (const QByteArray& next : deltas.mid(1)) {
+        const Delta later = unpacked(next);
+        all.sizeAfter = later.sizeAfter;
+        for (auto page = later.pages.begin(); page != later.pages.end(); ++page) {
+            const auto known = all.pages.find(page.key());
+            if (known == all.pages.end()) {
+                all.pages[page.key()] = *page;
+            } else {
+                known->after = page->after;
+            }
         }
     }
-    return packed(both);
+    return packed(all);
 }
 
 } // namespace qvnd::history

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QList>
 
 namespace qvnd::history {
 
@@ -14,7 +15,7 @@ enum class Direction { forward, back };
 // The image at the other end of the delta. Error 75 when the bytes are no delta.
 QByteArray applied(const QByteArray& delta, QByteArray image, Direction direction);
 
-// One delta in place of two that follow each other.
-QByteArray joined(const QByteArray& first, const QByteArray& second);
+// One delta in place of several that follow each other.
+QByteArray joined(const QList<QByteArray>& deltas);
 
 } // namespace qvnd::history

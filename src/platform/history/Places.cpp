@@ -77,6 +77,8 @@ QString Places::longOf(const QString& text) const {
 
 bool Places::isElsewhere(const QString& path) { return !QDir::isAbsolutePath(path); }
 
+QString Places::pathElsewhere(const QString& text) { return text.section(mark, 1); }
+
 bool isDatabase(const QString& path) {
     return path.endsWith(QStringLiteral(".mdb"), Qt::CaseInsensitive);
 }

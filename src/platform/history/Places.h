@@ -27,6 +27,8 @@ public:
     QString longOf(const QString& text) const;
     // Whether it is such a text.
     static bool isElsewhere(const QString& path);
+    // The path that such a text stands for on its machine.
+    static QString pathElsewhere(const QString& text);
     // Whether the path goes along when the home is moved.
     bool movesAlong(const QString& path) const;
 

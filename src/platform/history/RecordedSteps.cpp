@@ -91,7 +91,7 @@ void Recorder::addDatabases(Step& step, QList<Change>& changes, QList<DatabaseCh
     const auto& touched = running_.touched();
     for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
         const QString& path = entry.key();
-        if (entry->kind != Touched::Kind::database) {
+        if (entry->kind != Touched::Kind::database || Places::isElsewhere(path)) {
             continue;
         }
         const QByteArray before = file().mirror(path);
@@ -116,7 +116,7 @@ void Recorder::addFiles(QList<Change>& changes, QList<FileChange>& found) {
     for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
         const QString& path = entry.key();
         const QString& before = entry->before;
-        const bool exists = QFileInfo::exists(path);
+        const bool exists = Places::isElsewhere(path) || QFileInfo::exists(path);
         if (entry->kind == Touched::Kind::folder) {
             if (exists != (before == content::folder)) {
                 found << FileChange{path, before, exists ? content::folder : content::absent};
@@ -198,7 +198,13 @@ std::optional<Step> Recorder::finishAs(StepKind kind, const QString& selectedAft
 
 bool Recorder::isAnyUnderWay() const { return QFile::exists(RunningCommand::fileIn(folder_)); }
 
-bool Recorder::findKilled() {
+QStringList Recorder::outOfReach() const {
+    QStringList paths = running_.touched().keys();
+    paths.removeIf([](const QString& path) { return !Places::isElsewhere(path); });
+    return paths;
+}
+
+bool Recorder::findKilled(const Question& mayLeaveOut) {
     std::optional<RunningCommand> left =
         RunningCommand::left(RunningCommand::fileIn(folder_), places_);
     if (!left) {
@@ -209,16 +215,16 @@ bool Recorder::findKilled() {
         running_.end(); // it had come to its end
         return false;
     }
-    const QStringList touched = running_.touched().keys();
-    if (std::any_of(touched.begin(), touched.end(), &Places::isElsewhere)) {
+    const QStringList missing = outOfReach();
+    if (!missing.isEmpty() && (!mayLeaveOut || !mayLeaveOut(killedOutOfReach(missing)))) {
         throw RunTimeError(error::pathNotFound,
-                           u"另一台计算机上，或已不在的程序文件夹中，有一个操作没有做完；"
-                           u"请先在那里启动程序。");
+                           u"另一台计算机上，或已不在的程序文件夹中，有一个操作没有做完；请先"
+                           u"在那里启动程序，或者在这里重新启动程序，并选择跳过那里的文件。");
     }
     const QDateTime last = QFileInfo(RunningCommand::fileIn(folder_)).lastModified();
-    for (const QString& path : touched) {
-        KeptFiles::removeUnfinished(path, running_.time(), last);
-    }
+    QStringList paths = running_.touched().keys();
+    paths.removeIf(&Places::isElsewhere);
+    KeptFiles::removeUnfinished(paths, running_.time(), last);
     kept_.dropUnfinished(running_.step());
     return true;
 }
@@ -239,13 +245,36 @@ std::optional<Step> Recorder::killedBefore(const Position& position) {
                : std::nullopt;
 }
 
+// What came from outside where a killed command has changed nothing goes before that, so that the
+// first start stays next to it. Nobody can tell which was first.
+std::optional<Step> Recorder::killedBehind(const Step& outside, const Position& position,
+                                           const QList<FileChange>& files,
+                                           const QList<DatabaseChange>& databases) {
+    HistoryFile& history = file();
+    if (outside.kind != StepKind::outside || !history.awaitsStart(position.head) ||
+        history.hasChildren(position.head)) {
+        return std::nullopt;
+    }
+    const auto areApart = [](const auto& ones, const auto& others) {
+        return std::none_of(ones.begin(), ones.end(), [&](const auto& one) {
+            return std::any_of(others.begin(), others.end(),
+                               [&](const auto& other) { return one.path == other.path; });
+        });
+    };
+    return areApart(files, history.filesOf(position.head)) &&
+                   areApart(databases, history.databasesOf(position.head))
+               ? history.step(position.head)
+               : std::nullopt;
+}
+
 Step Recorder::record(const Step& made, const QList<Change>& changes,
                       const QList<FileChange>& files, const QList<DatabaseChange>& databases) {
     HistoryFile& history = file();
     HistoryFile::Transaction all(history);
     Position position = history.position();
     Step step = made;
-    step.parent = position.head;
+    const std::optional<Step> behind = killedBehind(made, position, files, databases);
+    step.parent = behind ? behind->parent : position.head;
     const std::optional<Step> killed =
         made.kind == StepKind::automatic ? killedBefore(position) : std::nullopt;
     for (const FileChange& change : files) {
@@ -266,16 +295,20 @@ Step Recorder::record(const Step& made, const QList<Change>& changes,
     }
     if (killed) {
         step = joinedWords(*killed, step);
-        joinSteps(history, killed->id, step.id, step);
+        joinSteps(history, {killed->id, step.id}, step);
         history.renumberKilled(killed->id, step.id);
     } else if (step.kind == StepKind::unfinished) {
         history.addKilled(step.id);
     }
-    // What the user has not asked for, behind an undo, does not end the branch that 恢复 follows.
-    if ((!step.isMinor && !step.isAutomatic()) || position.tip == position.head) {
-        position.tip = step.id;
+    if (behind) {
+        history.setParent(behind->id, step.id);
+    } else {
+        // What the user has not asked for, behind an undo, does not end the branch that 恢复
+        // follows.
+        const bool isAskedFor = !step.isMinor && !step.isAutomatic();
+        position.tip = isAskedFor || position.tip == position.head ? step.id : position.tip;
+        position.head = step.id;
     }
-    position.head = step.id;
     position.last = std::max(position.last, step.id);
     history.setPosition(position);
     all.commit();

@@ -54,8 +54,10 @@ public:
     // The step that keeps files which another program has changed; it changes nothing itself.
     Step recordOutside(const QStringList& files);
     // Makes a command that was killed the one under way; false when none was. Error 76 when it was
-    // at files that are out of reach here.
-    bool findKilled();
+    // at files that are out of reach here, and they may not be left out.
+    bool findKilled(const Question& mayLeaveOut);
+    // The paths that the command under way has touched and that are out of reach; see Places.h.
+    QStringList outOfReach() const;
     // Its step; null when it has changed nothing.
     std::optional<Step> finishKilled();
     enum class Look {
@@ -98,6 +100,9 @@ private:
     std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
     bool isStart() const;
     std::optional<Step> killedBefore(const Position& position);
+    std::optional<Step> killedBehind(const Step& outside, const Position& position,
+                                     const QList<FileChange>& files,
+                                     const QList<DatabaseChange>& databases);
     Step record(const Step& step, const QList<Change>& changes, const QList<FileChange>& files,
                 const QList<DatabaseChange>& databases);
 

@@ -73,16 +73,26 @@ Restoration::Way Restoration::wayBetween(std::int64_t from, std::int64_t to) {
 Restoration::Goal Restoration::goalOf(const Way& way) {
     HistoryFile& file = recorder_.file();
     Goal goal;
-    for (const std::int64_t step : way.up + way.down) {
+    const auto pass = [&](std::int64_t step, QString FileChange::*content) {
         for (const FileChange& change : file.filesOf(step)) {
-            goal.files[change.path] = way.up.contains(step) ? change.before : change.after;
-        }
-        for (const DatabaseChange& change : file.databasesOf(step)) {
-            if (!goal.databases.contains(change.path)) {
-                goal.databases << change.path;
+            if (Places::isElsewhere(change.path)) {
+                goal.outOfReach << change.path;
+            } else {
+                goal.files[change.path] = change.*content;
             }
         }
+        for (const QString& database : file.databaseNamesOf(step)) {
+            (Places::isElsewhere(database) ? goal.outOfReach : goal.databases) << database;
+        }
+    };
+    for (const std::int64_t step : way.up) {
+        pass(step, &FileChange::before);
     }
+    for (const std::int64_t step : way.down) {
+        pass(step, &FileChange::after);
+    }
+    goal.databases.removeDuplicates();
+    goal.outOfReach.removeDuplicates();
     return goal;
 }
 
@@ -92,7 +102,15 @@ QByteArray Restoration::imageAt(std::int64_t step, const QString& database) {
 }
 
 QString Restoration::fileAt(std::int64_t step, const QString& path) {
-    const QString stood = goalOf(wayTo(step)).files.value(path, content::onDisk);
+    const QMap<std::int64_t, FileChange> changes = recorder_.file().changesOfFile(path);
+    const Way way = wayTo(step);
+    QString stood = content::onDisk;
+    for (const std::int64_t passed : way.up) {
+        stood = changes.contains(passed) ? changes[passed].before : stood;
+    }
+    for (const std::int64_t passed : way.down) {
+        stood = changes.contains(passed) ? changes[passed].after : stood;
+    }
     if (KeptFiles::isKept(stood)) {
         return kept_.has(stood) ? kept_.pathOf(stood) : QString();
     }
@@ -115,14 +133,14 @@ void Restoration::addNote(const QString& sentence) {
     note_ += (note_.isEmpty() ? QString() : QString(u'\n')) + sentence;
 }
 
-void Restoration::refuseElsewhere(const Goal& goal) {
-    for (const QString& path : goal.files.keys() + goal.databases) {
-        if (Places::isElsewhere(path)) {
-            throw RunTimeError(error::pathNotFound,
-                               u"要撤消或恢复的操作改动了另一台计算机上的，或者已经不在的程序"
-                               u"文件夹中的文件，在这里做不到。");
-        }
+void Restoration::leaveOut(const Goal& goal, const Question& mayLeaveOut) {
+    if (goal.outOfReach.isEmpty()) {
+        return;
     }
+    if (!mayLeaveOut || !mayLeaveOut(leaveOutQuestion(goal.outOfReach))) {
+        throw RunTimeError(error::pathNotFound, outOfReachRefusal().toStdU16String());
+    }
+    addNote(leftOutNote(goal.outOfReach));
 }
 
 // It would write over what is put there, or hide it from its user.
@@ -154,10 +172,10 @@ void Restoration::keepOutside(const QStringList& databases, const QStringList& f
     }
 }
 
-void Restoration::goTo(std::int64_t target) {
+void Restoration::goTo(std::int64_t target, const Question& mayLeaveOut) {
     note_.clear();
     const Goal asked = goalOf(wayTo(target));
-    refuse(asked);
+    refuse(asked, mayLeaveOut);
     keepOutside(asked.databases, changedOutside(asked));
     const Pending pending = begin(target);
     try {
@@ -173,9 +191,9 @@ void Restoration::goTo(std::int64_t target) {
 }
 
 // Before anything is changed.
-void Restoration::refuse(const Goal& goal) {
+void Restoration::refuse(const Goal& goal, const Question& mayLeaveOut) {
     try {
-        refuseElsewhere(goal);
+        leaveOut(goal, mayLeaveOut);
         refuseOpen(planned(goal, beginning).files);
     } catch (const RunTimeError& failure) {
         failWith(failure, u"%1没有改动任何东西。"_s);
@@ -235,8 +253,12 @@ Restoration::Plan Restoration::planned(const Goal& goal, std::int64_t number) {
     return {gone + folders + come, lost};
 }
 
-// What was done already is done again without harm.
+// What was done already is done again without harm. A file may have got out of reach since it was
+// noted.
 void Restoration::perform(const PendingFile& file) {
+    if (Places::isElsewhere(file.path)) {
+        return;
+    }
     if (!file.keep.isEmpty() && !kept_.has(file.keep) && QFileInfo(file.path).isFile()) {
         kept_.take(file.path, file.keep);
     }
@@ -252,17 +274,26 @@ void Restoration::perform(const PendingFile& file) {
 // Databases that go leave their folders before these go, and come behind the folders.
 void Restoration::carryOut(const QMap<QString, QByteArray>& images,
                            const std::function<void()>& files) {
-    for (auto image = images.begin(); image != images.end(); ++image) {
-        if (image->isEmpty()) {
-            jet::putImage(image.key(), *image);
+    const auto put = [&](bool isGone) {
+        for (auto image = images.begin(); image != images.end(); ++image) {
+            if (image->isEmpty() == isGone && !Places::isElsewhere(image.key())) {
+                jet::putImage(image.key(), *image);
+            }
         }
-    }
+    };
+    put(true);
     files();
-    for (auto image = images.begin(); image != images.end(); ++image) {
-        if (!image->isEmpty()) {
-            jet::putImage(image.key(), *image);
-        }
-    }
+    put(false);
+}
+
+// Of one that is out of reach the history takes down what it should hold, under a stamp that no
+// file has: when it comes back as it was, that is another state than this.
+void Restoration::noteDatabase(const QString& path, const QByteArray& image) {
+    constexpr Stamp ofNoFile{-2, 0};
+    const bool isElsewhere = Places::isElsewhere(path);
+    HistoryFile& file = recorder_.file();
+    file.setMirror(path, file.mirror(path), isElsewhere ? image : jet::imageOf(path));
+    file.setPresent(path, {isElsewhere ? ofNoFile : stampOf(path), content::onDisk});
 }
 
 QMap<QString, QByteArray> Restoration::imagesAt(const Way& way) {
@@ -288,9 +319,6 @@ QMap<QString, QByteArray> Restoration::imagesAt(const Way& way) {
 void Restoration::end(const Pending& pending) {
     HistoryFile& file = recorder_.file();
     const auto images = imagesAt(wayTo(pending.target));
-    for (const PendingFile& one : pending.files) {
-        KeptFiles::removeUnfinished(one.path, pending.began, pending.began);
-    }
     carryOut(images, [&] {
         for (const PendingFile& one : pending.files) {
             perform(one);
@@ -298,14 +326,15 @@ void Restoration::end(const Pending& pending) {
     });
     HistoryFile::Transaction all(file);
     for (const PendingFile& done : pending.files) {
-        if (!done.keep.isEmpty()) {
+        if (!done.keep.isEmpty() && kept_.has(done.keep)) {
             file.contentOnDiskIsKept(done.path, done.keep);
         }
-        file.setPresent(done.path, {stampOf(done.path), done.put});
+        if (!Places::isElsewhere(done.path)) {
+            file.setPresent(done.path, {stampOf(done.path), done.put});
+        }
     }
-    for (const QString& database : images.keys()) {
-        file.setMirror(database, file.mirror(database), jet::imageOf(database));
-        file.setPresent(database, {stampOf(database), content::onDisk});
+    for (auto image = images.begin(); image != images.end(); ++image) {
+        noteDatabase(image.key(), *image);
     }
     Position position = file.position();
     position.head = pending.target;

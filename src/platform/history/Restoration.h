@@ -21,14 +21,16 @@ public:
 
     // Goes to the state. 恢复 follows the branch as before where the state lies on it, and ends
     // there else. Files whose content the history no longer has stay as they are; the note names
-    // them. Errors: 70 when a document that would be replaced is open in another program, 76 when a
-    // file belongs to another machine or to a program folder that is gone; those of files and store
-    // pass through. The work space then has the state before.
-    void goTo(std::int64_t target);
+    // them. So do files that belong to another machine, or to a program folder that is gone, where
+    // the user wants to leave them out; where one comes within reach again it counts as changed
+    // from outside. Errors: 70 when a document that would be replaced is open in another program,
+    // 76 when something is not left out that is out of reach; those of files and store pass
+    // through. The work space then has the state before.
+    void goTo(std::int64_t target, const Question& mayLeaveOut = {});
     // Ends a restoration that could be neither ended nor given up, such as one whose process was
     // killed. False when there is none. Errors as goTo, but the work space stays half restored; it
     // then can be called again.
-    bool carryOn();
+    bool carryOn(const Question& mayLeaveOut = {});
     // Takes back what the command under way has changed so far, which then is no step. Error 70
     // when something of it cannot be taken away, and those of files and store.
     void takeBack();
@@ -57,6 +59,7 @@ private:
     struct Goal {
         QMap<QString, QString> files; // contents by path
         QStringList databases;
+        QStringList outOfReach; // files and databases that are neither
     };
 
     struct Plan {
@@ -66,7 +69,7 @@ private:
 
     Goal goalOf(const Way& way);
     QMap<QString, QByteArray> imagesAt(const Way& way);
-    static void refuseElsewhere(const Goal& goal);
+    void leaveOut(const Goal& goal, const Question& mayLeaveOut);
     void refuseOpen(const QList<PendingFile>& files);
     QStringList changedOutside(const Goal& goal);
     void keepOutside(const QStringList& databases, const QStringList& files);
@@ -74,7 +77,7 @@ private:
     void keepWhatCameMeanwhile(const Pending& pending);
     bool hasComeBehind(const QString& path, const Touched& touched);
     Plan planned(const Goal& goal, std::int64_t number);
-    void refuse(const Goal& goal);
+    void refuse(const Goal& goal, const Question& mayLeaveOut);
     Pending begin(std::int64_t target);
     // The same error, with its description in the sentence.
     [[noreturn]] static void failWith(const RunTimeError& failure, const QString& sentence);
@@ -82,6 +85,8 @@ private:
     static void carryOut(const QMap<QString, QByteArray>& images,
                          const std::function<void()>& files);
     void perform(const PendingFile& file);
+    void noteDatabase(const QString& path, const QByteArray& image);
+    static void removeUnfinished(const Pending& pending);
     void giveUp();
     bool isHalfDone();
     void revert(const PendingFile& file);

@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <cstdint>
 #include <functional>
@@ -44,9 +45,12 @@ struct Change {
     Kind kind = Kind::rowChanged;
     QString database;   // file name of the database; empty for a file
     QString table;      // empty for a file
-    QString key;        // of an outline's row; the whole path of a file
+    QString key;        // of an outline's row, and an outline's own; the whole path of a file
     QString name;       // of a row; the file's name
     QString nameBefore; // of a row that has another name now, and of the node that was replaced
+
+    // Whether it is about a table as a whole.
+    bool isOfTable() const { return kind == Kind::tableMade || kind == Kind::tableDropped; }
     friend bool operator==(const Change&, const Change&) = default;
 };
 
@@ -57,7 +61,7 @@ struct Step {
     StepKind kind = StepKind::command;
     QDateTime time;
     QString title;   // "删除[施工部署]"
-    QString plan;    // the plan that was open; empty without one
+    QString plan;    // the plan that was open, of joined steps a line each; empty without one
     QString program; // that ran the command
     QString note;    // what the command did beyond what its title says; empty for nothing
     // Bookkeeping alone: which plan is open, a plan's own copy of its tables. 撤消 passes it by.
@@ -67,9 +71,13 @@ struct Step {
 
     // Whether no command of the user has made it.
     bool isAutomatic() const { return kind == StepKind::outside || kind == StepKind::automatic; }
+    QStringList plans() const { return plan.split(u'\n', Qt::SkipEmptyParts); }
     // Whether a list of steps leaves it out.
     bool isBookkeeping() const { return isMinor && kind != StepKind::outside; }
 };
+
+// Asks the user, in the words that it is given; false says no. Null counts as no.
+using Question = std::function<bool(const QString&)>;
 
 // What is known of a command when it begins.
 struct CommandFrame {
@@ -83,10 +91,12 @@ struct CommandFrame {
     // Tells, behind the command, what it did beyond what was asked.
     std::function<QString(const CommandFrame&, const QList<Change>&)> note;
     // Asks the user, before anything is changed, whether commands may go on without being recorded;
-    // it is given the reason. Null says no.
-    std::function<bool(const QString&)> goOnWithout = {};
+    // it is given the reason.
+    Question goOnWithout = {};
     // Tells, behind the command, which plan it was about; null for `plan`.
     std::function<QString()> planBehind = {};
+    // Asks whether an undo or redo may leave out files that are out of reach.
+    Question leaveOut = {};
 };
 
 } // namespace qvnd::history

@@ -37,8 +37,10 @@ QString settingsWord(const QString& table) {
 }
 
 // The plan whose information a table keeps; empty for any other table.
-QString planInformedBy(const QString& table) {
-    return table.endsWith(u"Org"_s) ? table.chopped(3) : QString();
+// An outline may bear any name.
+QString planInformedBy(const Change& change) {
+    const bool isOutline = !change.key.isEmpty();
+    return !isOutline && change.table.endsWith(u"Org"_s) ? change.table.chopped(3) : QString();
 }
 
 bool isSettings(const Change& change) {
@@ -50,7 +52,7 @@ QString subjectIn(const QList<Change>& changes) {
     QStringList words;
     for (const Change& change : changes) {
         if (!change.table.isEmpty() && !isBookkeeping(change)) {
-            const QString plan = planInformedBy(change.table);
+            const QString plan = planInformedBy(change);
             const QString word = isSettings(change) ? settingsWord(change.table) : plan;
             words << (word.isEmpty() ? change.table : word);
         }
@@ -68,7 +70,7 @@ QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
     };
     const auto isSelected = [&](const Change& change) {
         return !frame.selectedKey.isEmpty() && change.key == frame.selectedKey &&
-               change.kind != Change::Kind::rowAdded;
+               change.kind != Change::Kind::rowAdded && !change.isOfTable();
     };
     const auto came = [](const Change& change) {
         return change.kind == Change::Kind::rowAdded || change.kind == Change::Kind::rowReplaced;
@@ -107,14 +109,42 @@ QString tableText(const Change& change) {
         const QString word = settingsWord(change.table);
         return word.isEmpty() ? u"设置 %1"_s.arg(change.table) : word;
     }
-    const QString plan = planInformedBy(change.table);
+    const QString plan = planInformedBy(change);
     return plan.isEmpty() ? u"大纲 %1"_s.arg(change.table) : u"%1 的工程信息"_s.arg(plan);
+}
+
+QString fewOf(const QStringList& names) {
+    constexpr qsizetype mostNames = 5;
+    const QString rest = names.size() > mostNames ? u" 等 %1 个"_s.arg(names.size()) : QString();
+    return names.mid(0, mostNames).join(u'、') + rest;
+}
+
+// Of files that are out of reach.
+QString foldersOf(const QStringList& files) {
+    QStringList folders;
+    for (const QString& file : files) {
+        folders << QDir::toNativeSeparators(QFileInfo(Places::pathElsewhere(file)).path());
+    }
+    folders.removeDuplicates();
+    return fewOf(folders);
 }
 
 // Rows with neither name nor key are told by their table.
 QString rowText(const QString& verb, const Change& change) {
     const bool isNamed = !change.name.isEmpty() || !change.key.isEmpty();
     return u"%1 %2"_s.arg(verb, isNamed ? namedText(change, change.name) : tableText(change));
+}
+
+// Whether a folder of outlines, such as that of the file's, is one of templates.
+bool isOfTemplates(const QString& path) {
+    return QFileInfo(QFileInfo(path).path()).dir().dirName() == u"标书模板"_s;
+}
+
+// Whether a file is the document of a plan's node: it bears the node's key.
+bool isOfPlan(const QString& path) {
+    const QFileInfo file(path);
+    return file.fileName().startsWith(file.dir().dirName() + u'.') &&
+           file.suffix().compare(u"doc"_s, Qt::CaseInsensitive) == 0 && !isOfTemplates(path);
 }
 
 } // namespace
@@ -126,15 +156,20 @@ QString titleOf(const CommandFrame& frame, const QList<Change>& changes) {
 
 QString planOf(const QList<Change>& changes, const QString& open) {
     QStringList plans;
+    QStringList plansOfFiles;
     for (const Change& change : changes) {
         const bool isOfPlans =
             change.database.compare(u"Db_UsTemplate.mdb"_s, Qt::CaseInsensitive) == 0;
-        if (isOfPlans && !change.key.isEmpty() && !isBookkeeping(change) &&
-            !plans.contains(change.table)) {
+        if (isOfPlans && !change.key.isEmpty() && !isBookkeeping(change)) {
             plans << change.table;
+        } else if (change.table.isEmpty() && isOfPlan(change.key)) {
+            plansOfFiles << QFileInfo(change.key).dir().dirName();
         }
     }
-    return plans.size() == 1 ? plans.first() : open;
+    plans.removeDuplicates();
+    plansOfFiles.removeDuplicates();
+    const QStringList& all = plans.isEmpty() ? plansOfFiles : plans;
+    return all.size() == 1 ? all.first() : open;
 }
 
 bool isOwnCopy(const QString& path) {
@@ -148,7 +183,8 @@ QString databaseWord(const QString& path) {
                                                {u"db_bidset.mdb"_s, u"施工方案设置"_s}};
     const QFileInfo file(path);
     if (isOwnCopy(path)) {
-        return u"%1 文件夹中的大纲"_s.arg(file.completeBaseName());
+        const QString kind = isOfTemplates(path) ? u"模板 "_s : QString();
+        return kind + u"%1 文件夹中的大纲"_s.arg(file.completeBaseName());
     }
     return words.value(file.fileName().toLower(), file.fileName());
 }
@@ -196,20 +232,36 @@ QString lineOf(const Change& change) {
 }
 
 QString outsideNote(const QStringList& titles) {
-    return u"发现在程序外所做的改动，已先保留为操作历史中的一步，可以再回到它：%1"_s.arg(
-        titles.join(u'、'));
+    return u"发现在程序外所做的改动，已先保留为操作历史中的一步，可以再回到它："_s + fewOf(titles);
 }
 
 QString goneAlongNote(const QStringList& titles) {
-    return u"这之间自动做的也一并收回了，可以在操作历史中再回到它：%1"_s.arg(titles.join(u'、'));
+    return u"这之间自动做的也一并收回了，可以在操作历史中再回到它："_s + fewOf(titles);
 }
 
 QString lostNote(const QStringList& files) {
-    constexpr qsizetype mostNames = 5;
-    const QString rest = files.size() > mostNames ? u" 等 %1 个"_s.arg(files.size()) : QString();
-    return u"操作历史没有下列文件那时的内容，它们没有恢复：%1"_s.arg(
-               files.mid(0, mostNames).join(u'、')) +
-           rest;
+    return u"操作历史没有下列文件那时的内容，它们没有恢复："_s + fewOf(files);
+}
+
+QString leaveOutQuestion(const QStringList& files) {
+    return u"这也要改动另一台计算机上的，或者已经不在的程序文件夹中的文件：\n%1\n\n"
+           u"要跳过它们，只做其余的吗？选“是”时那里的文件不变；选“否”就什么也不改动。"_s.arg(
+               foldersOf(files));
+}
+
+QString killedOutOfReach(const QStringList& files) {
+    return u"有一个操作没有做完，它也改动了另一台计算机上的，或者已经不在的程序文件夹中的文件：\n"
+           u"%1\n\n要跳过它们，只把其余的记入操作历史吗？选“否”时请先在那里启动程序。"_s.arg(
+               foldersOf(files));
+}
+
+QString outOfReachRefusal() {
+    return u"要撤消或恢复的操作改动了另一台计算机上的，或者已经不在的程序文件夹中的文件，"
+           u"在这里做不到。"_s;
+}
+
+QString leftOutNote(const QStringList& files) {
+    return u"下列文件夹够不到，其中的文件没有改动："_s + foldersOf(files);
 }
 
 } // namespace qvnd::history

@@ -13,7 +13,8 @@ QString titleOf(const CommandFrame& frame, const QList<Change>& changes);
 // own name and follows the central ones.
 bool isOwnCopy(const QString& path);
 
-// The plan whose outline alone was changed, where that is not the open one; else the open one.
+// The plan whose outline alone was changed, or where no outline was, whose documents alone, where
+// that is not the open one; else the open one.
 QString planOf(const QList<Change>& changes, const QString& open);
 
 // Whether nothing was changed but which plan is open, a scratch table, and plans' own copies of
@@ -34,9 +35,17 @@ QString nameBefore(const Change& change);
 QString lineOf(const Change& change);
 
 // What an undo or redo has done beyond what was asked, a sentence each: steps that it has made of
-// changes from outside, automatic steps that went back with it, and files whose content is gone.
+// changes from outside, automatic steps that went back with it, and files whose content is gone. Of
+// many the first are named.
 QString outsideNote(const QStringList& titles);
 QString goneAlongNote(const QStringList& titles);
 QString lostNote(const QStringList& files);
+
+// About files that are out of reach, see Places.h: whether the rest of an undo or redo, or of a
+// command that was killed, may be done without them, why it is not, and that it was.
+QString leaveOutQuestion(const QStringList& files);
+QString killedOutOfReach(const QStringList& files);
+QString outOfReachRefusal();
+QString leftOutNote(const QStringList& files);
 
 } // namespace qvnd::history

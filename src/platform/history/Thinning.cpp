@@ -4,8 +4,10 @@
 #include "platform/history/JoinedSteps.h"
 
 #include <QHash>
+#include <QMap>
 
 #include <algorithm>
+#include <iterator>
 
 namespace qvnd::history {
 
@@ -80,14 +82,23 @@ QString joinedTitle(const Step& earlier, const Step& later) {
     return earlier.title.endsWith(etc) ? earlier.title : earlier.title + etc;
 }
 
+QString joinedPlans(const Step& earlier, const Step& later) {
+    if (earlier.isMinor != later.isMinor) {
+        const Step& told = earlier.isMinor ? later : earlier;
+        return told.plan.isEmpty() ? (earlier.isMinor ? earlier : later).plan : told.plan;
+    }
+    QStringList plans = earlier.plans() + later.plans();
+    plans.removeDuplicates();
+    return plans.join(u'\n');
+}
+
 // The later one's number and place, and the words of both.
 Step joined(const Step& earlier, const Step& later) {
-    const bool isEarlierTold = later.isMinor && !earlier.isMinor;
     Step both = later;
     both.parent = earlier.parent;
     both.kind = later.isAutomatic() ? earlier.kind : later.kind;
     both.title = joinedTitle(earlier, later);
-    both.plan = isEarlierTold || later.plan.isEmpty() ? earlier.plan : later.plan;
+    both.plan = joinedPlans(earlier, later);
     both.note = joinedText(earlier.note, later.note, QStringLiteral("\n"));
     both.isMinor = earlier.isMinor && later.isMinor;
     both.selectedBefore = earlier.selectedBefore;
@@ -95,10 +106,12 @@ Step joined(const Step& earlier, const Step& later) {
 }
 
 // A step that keeps what came from outside answers for the state behind it, others for the one
-// before them.
+// before them; a killed command is not said of others.
 bool areAlike(const Step& one, const Step& other) {
-    return one.kind != StepKind::outside && other.kind != StepKind::outside &&
-           one.time.date() == other.time.date();
+    const auto isOrdinary = [](const Step& step) {
+        return step.kind == StepKind::command || step.kind == StepKind::automatic;
+    };
+    return isOrdinary(one) && isOrdinary(other) && one.time.date() == other.time.date();
 }
 
 // The oldest step that nothing else builds on: the end of a branch that the work space, at `now`,
@@ -127,6 +140,7 @@ int History::joinOld(const Limits& limits, const QDateTime& now) {
     const Position position = file.position();
     const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
     int count = 0;
+    QMap<std::int64_t, QList<std::int64_t>> joinedTo; // by the last of them
     qsizetype free = steps.freeOf(limits.least);
     for (qsizetype at = 0; at < free;) {
         const Step& step = steps[at];
@@ -137,14 +151,42 @@ int History::joinOld(const Limits& limits, const QDateTime& now) {
             ++at;
             continue;
         }
-        const Step both = joined(steps[parent], step);
-        joinSteps(file, step.parent, step.id, both);
-        steps.replace(at, both);
+        QList<std::int64_t> all = joinedTo.take(step.parent);
+        joinedTo[step.id] = (all.isEmpty() ? QList{step.parent} : all) << step.id;
+        steps.replace(at, joined(steps[parent], step));
         steps.remove(parent);
         --free;
         ++count;
     }
+    for (auto all = joinedTo.begin(); all != joinedTo.end(); ++all) {
+        joinSteps(file, *all, steps[steps.placeOf(all.key())]);
+    }
     return count;
+}
+
+// Takes the step out of those that need kept contents; the bytes that then nobody needs.
+std::int64_t History::withoutNeedsOf(std::int64_t step, Needs& needs) {
+    std::int64_t bytes = 0;
+    for (auto content = needs.begin(); content != needs.end();) {
+        const bool isLast = content->remove(step) && content->isEmpty();
+        bytes += isLast ? kept_.sizeOf(content.key()) : 0;
+        content = isLast ? needs.erase(content) : std::next(content);
+    }
+    return bytes;
+}
+
+// What stands at its path as it was put there need not be kept besides.
+void History::giveUpDoubles() {
+    HistoryFile& file = recorder_.file();
+    HistoryFile::Transaction all(file);
+    const QMap<QString, Present> kept = file.presentOfKept();
+    for (auto present = kept.begin(); present != kept.end(); ++present) {
+        if (present->stamp == stampOf(present.key())) {
+            file.contentIsOnDiskAlone(present.key(), present->content);
+        }
+    }
+    all.commit();
+    dropUnused();
 }
 
 // The state behind a first step becomes the beginning.
@@ -169,6 +211,8 @@ int History::dropOldest(const Limits& limits) {
     if (excess() <= 0) {
         return 0;
     }
+    giveUpDoubles();
+    Needs needs = file.stepsByContents();
     StepList steps(file.steps());
     const qsizetype before = steps.size();
     for (bool isAnyLeft = true; isAnyLeft && excess() > 0;) {
@@ -176,7 +220,7 @@ int History::dropOldest(const Limits& limits) {
             const qsizetype at = expendableIn(steps, limits.least, head());
             isAnyLeft = at >= 0;
             if (isAnyLeft) {
-                left -= kept_.sizeOf(steps[at].id) + file.size();
+                left -= withoutNeedsOf(steps[at].id, needs) + file.size();
                 drop(steps[at]);
                 left += file.size();
                 steps.remove(at);
@@ -201,13 +245,13 @@ int History::thin(const Limits& limits, const QDateTime& now) {
     }
     const int dropped = dropOldest(limits);
     if (dropped > 0) {
-        ignoringErrors([&] { file.shrink(); }); // the room is used again all the same
+        ignoringErrors([&] { file.shrinkIfWorthwhile(); });
     }
     return joined + dropped;
 }
 
 void History::dropUnused() {
-    const QSet<std::int64_t> used = recorder_.file().stepsOfContents();
+    const Needs used = recorder_.file().stepsByContents();
     for (const std::int64_t step : kept_.steps()) {
         if (!used.contains(step)) {
             kept_.removeStep(step);

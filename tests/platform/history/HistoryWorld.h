@@ -96,7 +96,8 @@ public:
     // A recorded command.
     history::History::Outcome run(const QString& caption, const Work& work,
                                   const QString& selected = {}) {
-        history->begin({caption, "甲", selected, "名" + selected, {}, {}, goOnWithout});
+        history->begin(
+            {caption, "甲", selected, "名" + selected, {}, {}, goOnWithout, {}, leaveOut});
         try {
             work();
         } catch (const RunTimeError&) {
@@ -166,7 +167,9 @@ public:
     // A document that another program has open.
     QString openDocument;
     // What the user answers when a command cannot be recorded; unset for a refusal.
-    std::function<bool(const QString&)> goOnWithout;
+    history::Question goOnWithout;
+    // What the user answers when an undo or redo would need files that are out of reach.
+    history::Question leaveOut;
 
     std::unique_ptr<files::DiskFileSystem> files;
     std::unique_ptr<history::History> history;

@@ -253,15 +253,15 @@ TEST_F(HistoryTest, CopiesThatTheUserMakesBehindAKillAreNotTakenForItsLeftovers)
         world.write(name, "text");
     }
     world.write("甲.doc.aBcDeF", "half");
-    history::KeptFiles::removeUnfinished(world.path("甲.doc"), began.addSecs(-300),
+    history::KeptFiles::removeUnfinished({world.path("甲.doc")}, began.addSecs(-300),
                                          began.addSecs(-120));
     EXPECT_EQ(world.read("甲.doc.aBcDeF"), "half") << "written long after the kill";
-    history::KeptFiles::removeUnfinished(world.path("甲.doc"), began, began);
+    history::KeptFiles::removeUnfinished({world.path("甲.doc")}, began, began);
     EXPECT_FALSE(QFile::exists(world.path("甲.doc.aBcDeF"))) << "a leftover";
     EXPECT_EQ(world.read("甲.doc.backup"), "text") << "a copy of what is there";
     EXPECT_EQ(world.read("甲.doc.new"), "text") << "only a database that is not there has such";
     world.write("乙.mdb.new", "half");
-    history::KeptFiles::removeUnfinished(world.path("乙.mdb"), began, began);
+    history::KeptFiles::removeUnfinished({world.path("乙.mdb")}, began, began);
     EXPECT_FALSE(QFile::exists(world.path("乙.mdb.new")));
 }
 

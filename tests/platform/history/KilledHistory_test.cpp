@@ -324,6 +324,63 @@ TEST_F(KilledTwice, OnlyTheFirstStartThatComesToItsEndBelongsToTheKilledCommand)
     EXPECT_EQ(second.step->parent, first.step->id);
 }
 
+// The start is long behind the kill, and the user has made a copy meanwhile.
+TEST_F(KilledHistory, AStartTakesAwayWhatTheCommandHasLeftAndNoCopyOfTheUser) {
+    const test::TemporaryFolder folder(test::inMemory());
+    const QString base = folder.path("w");
+    folder.makeFolder("w");
+    prepare(base);
+    const auto changeAndDie = [&] {
+        HistoryWorld killed(base);
+        killed.run("覆盖", [&] {
+            killed.files->CopyFile(killed.path("甲/甲.2.doc"), killed.path("甲/甲.1.doc"), true);
+            killed.write("甲/~doc12-3.tmp", "half");
+            raise(SIGKILL);
+        });
+    };
+    if (TracedProcess::run(changeAndDie, 0) < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    HistoryWorld world(base);
+    QFile running(world.path(".~history/running"));
+    ASSERT_TRUE(running.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(running.setFileTime(QDateTime::currentDateTime().addSecs(-300),
+                                    QFileDevice::FileModificationTime));
+    running.close();
+    world.write("甲/甲.1.doc.backup", "mine");
+    ASSERT_TRUE(world.history->mend().unfinished);
+    EXPECT_EQ(world.read("甲/甲.1.doc.backup"), "mine");
+    EXPECT_FALSE(QFile::exists(world.path("甲/~doc12-3.tmp"))) << "however long it took to write";
+}
+
+// In a database that the command has not changed.
+TEST_F(KilledTwice, WhatCameFromOutsideMeanwhileDoesNotPartTheStartFromTheCommand) {
+    const QString own = base + "/甲/甲.mdb";
+    test::PlainSqlite(own).rows("UPDATE 甲 SET 名称='mine' WHERE Key='甲.2'");
+    const State before = stateBehind(nothing, nothing);
+    HistoryWorld world(base);
+    const auto killed = world.history->mend().unfinished;
+    if (!killed) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    const State found = world.state();
+    const auto start = world.run(history::caption::start, [&] {
+        HistoryWorld::addRow(*world.workspace().OpenDatabase(own), "甲", "甲.5");
+    });
+    const State behind = world.state();
+    ASSERT_TRUE(start.step);
+    EXPECT_EQ(start.step->title, killed->title);
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state()["central.mdb"], before["central.mdb"]);
+    EXPECT_EQ(world.state()["甲/甲.mdb"], found["甲/甲.mdb"]);
+    EXPECT_EQ(world.history->undoable()->title, "外部改动[甲 文件夹中的大纲]");
+    ASSERT_TRUE(world.history->redo());
+    EXPECT_EQ(world.state(), behind);
+    world.history->undo();
+    world.history->undo();
+    EXPECT_EQ(world.state(), before);
+}
+
 // Such as one behind which the user has put a plan's folder in place.
 TEST_F(KilledTwice, AStartBehindOneThatFoundNothingToDoIsAStepOfItsOwn) {
     const auto killed = found().unfinished;

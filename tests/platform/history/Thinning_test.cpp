@@ -37,6 +37,16 @@ protected:
         world.open();
     }
     int thin() { return world.history->thin({std::chrono::days{30}, Limits{}.bytes, 0}, now); }
+    // Bytes that the history takes.
+    qint64 size() const {
+        const QStringList bytes = test::PlainSqlite(world.path(".~history/history.db"))
+                                      .rows("SELECT ((SELECT * FROM pragma_page_count()) - "
+                                            "(SELECT * FROM pragma_freelist_count())) * "
+                                            "(SELECT * FROM pragma_page_size())");
+        return history::KeptFiles(world.path(".~history/kept")).size() +
+               bytes.value(0).toLongLong();
+    }
+    int thinTo(qint64 bytes) { return world.history->thin({std::chrono::days{30}, bytes, 0}, now); }
     history::Step firstStep() { return world.history->steps().first(); }
     QStringList titles() {
         QStringList found;
@@ -71,13 +81,14 @@ TEST_F(ThinnedHistory, OlderStepsAreJoinedToOneADayAndLeadBackAllTheSame) {
     EXPECT_EQ(world.state(), last);
 }
 
-TEST_F(ThinnedHistory, AJoinedStepKeepsTheWordsOfAllAndThePlanOfTheLastCommand) {
+TEST_F(ThinnedHistory, AJoinedStepKeepsTheWordsAndPlansOfAllCommands) {
     spreadOverDays();
+    make(1, "plan", "甲");
     make(1, "note", "同时移除了 1 个节点：章");
     make(1, "title", "删除[人、机、料]");
     make(2, "note", "覆盖了 1 个文件：文.doc");
     make(2, "title", "添加[文]");
-    make(2, "plan", "甲");
+    make(2, "plan", "丙");
     for (const auto& [field, value] : {std::pair("kind", "3"), std::pair("minor", "1"),
                                        std::pair("plan", "乙"), std::pair("title", "退出")}) {
         make(3, field, value);
@@ -86,7 +97,7 @@ TEST_F(ThinnedHistory, AJoinedStepKeepsTheWordsOfAllAndThePlanOfTheLastCommand) 
     const history::Step joined = firstStep();
     EXPECT_EQ(joined.title, "删除[人、机、料]、添加[文]");
     EXPECT_EQ(joined.note, "同时移除了 1 个节点：章\n覆盖了 1 个文件：文.doc");
-    EXPECT_EQ(joined.plan, "甲");
+    EXPECT_EQ(joined.plans(), (QStringList{"甲", "丙"}));
     EXPECT_EQ(joined.kind, history::StepKind::command);
     EXPECT_FALSE(joined.isMinor);
 }
@@ -108,25 +119,35 @@ TEST_F(ThinnedHistory, WhatCameFromOutsideIsJoinedWithNothing) {
     EXPECT_EQ(world.history->steps().size(), 6);
 }
 
+TEST_F(ThinnedHistory, AKilledCommandIsJoinedWithNothing) {
+    spreadOverDays();
+    make(2, "kind", "1");
+    EXPECT_EQ(thin(), 6);
+    EXPECT_EQ(world.history->step(2)->kind, history::StepKind::unfinished);
+}
+
+// Behind an undo they stand at their paths and are kept besides.
+TEST_F(ThinnedHistory, ContentsThatAreKeptTwiceGoBeforeAnyStep) {
+    const HistoryWorld::State before = world.state();
+    world.run("删除", [&] { world.deletePlan("P0"); });
+    const HistoryWorld::State behind = world.state();
+    world.history->undo();
+    EXPECT_EQ(thinTo(size() - 1), 0);
+    EXPECT_EQ(history::KeptFiles(world.path(".~history/kept")).size(), 0);
+    ASSERT_TRUE(world.history->redo());
+    EXPECT_EQ(world.state(), behind);
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state(), before);
+}
+
 TEST_F(ThinnedHistory, NoMoreGoThanAreTooMuch) {
-    const history::KeptFiles kept(world.path(".~history/kept"));
     world.run("删除", [&] { world.deletePlan("P0"); });
     world.run("删除", [&] { world.deletePlan("P1"); });
-    const auto all = [&] {
-        const QStringList bytes = test::PlainSqlite(world.path(".~history/history.db"))
-                                      .rows("SELECT ((SELECT * FROM pragma_page_count()) - "
-                                            "(SELECT * FROM pragma_freelist_count())) * "
-                                            "(SELECT * FROM pragma_page_size())");
-        return kept.size() + bytes.value(0).toLongLong();
-    };
-    const auto thinTo = [&](qint64 bytes) {
-        return world.history->thin({std::chrono::days{30}, bytes, 0}, now);
-    };
-    EXPECT_EQ(thinTo(all()), 0);
-    EXPECT_EQ(thinTo(all() - 1), 1);
-    const qint64 wanted = all() - 60000;
+    EXPECT_EQ(thinTo(size()), 0);
+    EXPECT_EQ(thinTo(size() - 1), 1);
+    const qint64 wanted = size() - 60000;
     EXPECT_GT(thinTo(wanted), 1);
-    EXPECT_LE(all(), wanted);
+    EXPECT_LE(size(), wanted);
 }
 
 TEST_F(ThinnedHistory, TheLastStepsStayHoweverOldTheyAre) {
