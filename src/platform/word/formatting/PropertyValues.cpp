@@ -1,5 +1,7 @@
 #include "platform/word/formatting/PropertyValues.h"
 
+#include "platform/word/docfile/format/SprmFacts.h"
+
 #include <algorithm>
 #include <array>
 
@@ -100,15 +102,13 @@ std::optional<SprmView> settingOf(const ResolvedProperties& look, SprmOpcode pro
     return parsed.sprms.empty() ? std::nullopt : std::optional(parsed.sprms.back());
 }
 
-std::uint32_t numberOf(const ResolvedProperties& look, SprmOpcode property,
-                       std::uint32_t otherwise) {
+std::uint32_t numberOf(const ResolvedProperties& look, SprmOpcode property) {
     const auto entry = settingOf(look, property);
-    return entry ? numberOf(*entry) : otherwise;
+    return entry ? numberOf(*entry) : factsOf(property).plain;
 }
 
-int signedNumberOf(const ResolvedProperties& look, SprmOpcode property, int otherwise) {
-    const auto entry = settingOf(look, property);
-    return entry ? signedNumberOf(*entry) : otherwise;
+int signedNumberOf(const ResolvedProperties& look, SprmOpcode property) {
+    return static_cast<std::int16_t>(numberOf(look, property));
 }
 
 std::optional<std::uint32_t> colourOfIndex(unsigned ico) {

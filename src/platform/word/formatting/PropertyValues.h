@@ -20,10 +20,9 @@ std::int16_t signedNumberOf(const SprmView& entry);
 // The entry in effect for a property, which is named by its oldest sprm; nothing when it is not
 // set.
 std::optional<SprmView> settingOf(const ResolvedProperties& look, SprmOpcode property);
-// Its operand, or `otherwise` when the property is not set.
-std::uint32_t numberOf(const ResolvedProperties& look, SprmOpcode property,
-                       std::uint32_t otherwise);
-int signedNumberOf(const ResolvedProperties& look, SprmOpcode property, int otherwise);
+// Its operand, or the one that counts when the property is not set (SprmFacts::plain).
+std::uint32_t numberOf(const ResolvedProperties& look, SprmOpcode property);
+int signedNumberOf(const ResolvedProperties& look, SprmOpcode property);
 
 // Ico, [MS-DOC] 2.9.119.
 std::optional<std::uint32_t> colourOfIndex(unsigned ico);

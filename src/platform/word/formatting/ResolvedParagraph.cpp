@@ -14,12 +14,12 @@ constexpr int farthest = 31680; // twips; no distance is longer than the largest
 
 int bounded(int twips) { return std::clamp(twips, -farthest, farthest); }
 
-bool isSet(const ResolvedProperties& look, SprmOpcode property, bool otherwise) {
-    return numberOf(look, property, otherwise ? 1 : 0) != 0;
+bool isSet(const ResolvedProperties& look, SprmOpcode property) {
+    return numberOf(look, property) != 0;
 }
 
 Indent indentOf(const ResolvedProperties& look, SprmOpcode inTwips, SprmOpcode inCharacters) {
-    return {bounded(signedNumberOf(look, inTwips, 0)), signedNumberOf(look, inCharacters, 0)};
+    return {bounded(signedNumberOf(look, inTwips)), signedNumberOf(look, inCharacters)};
 }
 
 LineAlignment alignmentOf(std::uint32_t jc) {
@@ -34,9 +34,8 @@ LineAlignment alignmentOf(std::uint32_t jc) {
 
 // LSPD, [MS-DOC] 2.9.134.
 void readLineSpacing(const ResolvedProperties& look, ResolvedParagraph& format) {
-    constexpr std::uint32_t oneLine = 0x000100F0;
     constexpr int mostLines = 132 * 240;
-    const std::uint32_t lspd = numberOf(look, sprm::PDyaLine, oneLine);
+    const std::uint32_t lspd = numberOf(look, sprm::PDyaLine);
     const auto line = static_cast<std::int16_t>(lspd & 0xFFFF);
     if (line == 0) {
         return;
@@ -52,15 +51,15 @@ void readLineSpacing(const ResolvedProperties& look, ResolvedParagraph& format) 
 
 void readSpacing(const ResolvedProperties& look, ResolvedParagraph& format) {
     const auto distance = [&](SprmOpcode property) {
-        return static_cast<int>(std::min<std::uint32_t>(numberOf(look, property, 0), farthest));
+        return static_cast<int>(std::min<std::uint32_t>(numberOf(look, property), farthest));
     };
     format.before = distance(sprm::PDyaBefore);
     format.after = distance(sprm::PDyaAfter);
-    format.linesBefore = std::clamp(signedNumberOf(look, sprm::PDylBefore, 0), 0, 13200);
-    format.linesAfter = std::clamp(signedNumberOf(look, sprm::PDylAfter, 0), 0, 13200);
-    format.automaticBefore = isSet(look, sprm::PFDyaBeforeAuto, false);
-    format.automaticAfter = isSet(look, sprm::PFDyaAfterAuto, false);
-    format.contextual = isSet(look, sprm::PFContextualSpacing, false);
+    format.linesBefore = std::clamp(signedNumberOf(look, sprm::PDylBefore), 0, 13200);
+    format.linesAfter = std::clamp(signedNumberOf(look, sprm::PDylAfter), 0, 13200);
+    format.automaticBefore = isSet(look, sprm::PFDyaBeforeAuto);
+    format.automaticAfter = isSet(look, sprm::PFDyaAfterAuto);
+    format.contextual = isSet(look, sprm::PFContextualSpacing);
     readLineSpacing(look, format);
 }
 
@@ -79,16 +78,16 @@ void readTabStops(const ResolvedProperties& look, ResolvedParagraph& format) {
 }
 
 void readFlow(const ResolvedProperties& look, ResolvedParagraph& format) {
-    format.keepsLines = isSet(look, sprm::PFKeep, false);
-    format.keepsWithNext = isSet(look, sprm::PFKeepFollow, false);
-    format.startsPage = isSet(look, sprm::PFPageBreakBefore, false);
-    format.controlsWidows = isSet(look, sprm::PFWidowControl, true);
-    format.snapsToGrid = isSet(look, sprm::PFUsePgsuSettings, true);
-    format.forbidsLineEnds = isSet(look, sprm::PFKinsoku, true);
-    format.breaksWords = !isSet(look, sprm::PFWordWrap, true);
-    format.hangsPunctuation = isSet(look, sprm::PFOverflowPunct, true);
-    format.spacesLatin = isSet(look, sprm::PFAutoSpaceDE, true);
-    format.spacesDigits = isSet(look, sprm::PFAutoSpaceDN, true);
+    format.keepsLines = isSet(look, sprm::PFKeep);
+    format.keepsWithNext = isSet(look, sprm::PFKeepFollow);
+    format.startsPage = isSet(look, sprm::PFPageBreakBefore);
+    format.controlsWidows = isSet(look, sprm::PFWidowControl);
+    format.snapsToGrid = isSet(look, sprm::PFUsePgsuSettings);
+    format.forbidsLineEnds = isSet(look, sprm::PFKinsoku);
+    format.breaksWords = !isSet(look, sprm::PFWordWrap);
+    format.hangsPunctuation = isSet(look, sprm::PFOverflowPunct);
+    format.spacesLatin = isSet(look, sprm::PFAutoSpaceDE);
+    format.spacesDigits = isSet(look, sprm::PFAutoSpaceDN);
 }
 
 using Place = ParagraphFrame::Place;
@@ -118,7 +117,7 @@ Place placeOf(int stored, bool across) {
 
 // PositionCodeOperand, [MS-DOC] 2.9.210.
 void readOrigins(const ResolvedProperties& look, ParagraphFrame& frame) {
-    const std::uint32_t code = numberOf(look, sprm::PPc, 0);
+    const std::uint32_t code = numberOf(look, sprm::PPc);
     const std::uint32_t down = (code >> 4U) & 3U;
     const std::uint32_t across = (code >> 6U) & 3U;
     frame.down = down == 1   ? FrameSpot::Down::fromPage
@@ -133,9 +132,9 @@ std::optional<ParagraphFrame> frameOf(const ResolvedProperties& look) {
     constexpr std::uint32_t notBeside = 1; // sprmPWr
     constexpr std::uint32_t nowhere = 3;
     constexpr std::uint32_t leastHeight = 0x8000;
-    const int across = signedNumberOf(look, sprm::PDxaAbs, 0);
-    const int down = signedNumberOf(look, sprm::PDyaAbs, 0);
-    const int width = static_cast<int>(numberOf(look, sprm::PDxaWidth, 0));
+    const int across = signedNumberOf(look, sprm::PDxaAbs);
+    const int down = signedNumberOf(look, sprm::PDyaAbs);
+    const int width = static_cast<int>(numberOf(look, sprm::PDxaWidth));
     if (across == 0 && down == 0 && width == 0) {
         return std::nullopt;
     }
@@ -149,13 +148,13 @@ std::optional<ParagraphFrame> frameOf(const ResolvedProperties& look) {
         frame.down = FrameSpot::Down::fromParagraph; // where it stands in the text
     }
     frame.width = std::min(width, farthest);
-    const std::uint32_t height = numberOf(look, sprm::PWHeightAbs, 0);
+    const std::uint32_t height = numberOf(look, sprm::PWHeightAbs);
     frame.height = static_cast<int>(height & ~leastHeight);
     frame.exactHeight = height != 0 && (height & leastHeight) == 0;
-    const std::uint32_t wrap = numberOf(look, sprm::PWr, 0);
+    const std::uint32_t wrap = numberOf(look, sprm::PWr);
     frame.textBeside = wrap != notBeside && wrap != nowhere;
-    frame.apartAcross = bounded(signedNumberOf(look, sprm::PDxaFromText, 0));
-    frame.apartDown = bounded(signedNumberOf(look, sprm::PDyaFromText, 0));
+    frame.apartAcross = bounded(signedNumberOf(look, sprm::PDxaFromText));
+    frame.apartDown = bounded(signedNumberOf(look, sprm::PDyaFromText));
     return frame;
 }
 
@@ -173,14 +172,14 @@ Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
 ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look) {
     constexpr std::uint32_t levels = 9;
     ResolvedParagraph format;
-    format.alignment = alignmentOf(numberOf(look, sprm::PJc80, 0));
+    format.alignment = alignmentOf(numberOf(look, sprm::PJc80));
     format.left = indentOf(look, sprm::PDxaLeft80, sprm::PDcxaLeft);
     format.right = indentOf(look, sprm::PDxaRight80, sprm::PDcxaRight);
     format.firstLine = indentOf(look, sprm::PDxaLeft180, sprm::PDcxaLeft1);
     readSpacing(look, format);
     readTabStops(look, format);
     readFlow(look, format);
-    const std::uint32_t level = numberOf(look, sprm::POutLvl, levels);
+    const std::uint32_t level = numberOf(look, sprm::POutLvl);
     format.outlineLevel = level < levels ? static_cast<int>(level) + 1 : 0;
     format.list = look.list();
     format.listLevel = look.listLevel();

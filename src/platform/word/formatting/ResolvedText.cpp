@@ -19,7 +19,7 @@ std::optional<std::uint32_t> colourOf(const ResolvedProperties& look) {
 }
 
 std::optional<std::uint32_t> backgroundOf(const ResolvedProperties& look) {
-    if (const auto marker = colourOfIndex(numberOf(look, sprm::CHighlight, 0))) {
+    if (const auto marker = colourOfIndex(numberOf(look, sprm::CHighlight))) {
         return marker;
     }
     const auto shading = settingOf(look, sprm::CShd80);
@@ -28,12 +28,12 @@ std::optional<std::uint32_t> backgroundOf(const ResolvedProperties& look) {
 
 void readFonts(const ResolvedProperties& look, ResolvedText& format) {
     const auto font = [&](SprmOpcode property) {
-        return static_cast<std::uint16_t>(numberOf(look, property, 0));
+        return static_cast<std::uint16_t>(numberOf(look, property));
     };
     format.latinFont = font(sprm::CRgFtc0);
     format.eastAsianFont = font(sprm::CRgFtc1);
     format.otherFont = font(sprm::CRgFtc2);
-    format.eastAsianHint = numberOf(look, sprm::CIdctHint, 0) == 1;
+    format.eastAsianHint = numberOf(look, sprm::CIdctHint) == 1;
     constexpr std::uint32_t noLanguage = 0x0400; // LID, [MS-DOC] 2.9.145
     const auto language = settingOf(look, sprm::CRgLid1);
     format.hasNoLanguage = language && numberOf(*language) == noLanguage;
@@ -43,13 +43,12 @@ void readMeasures(const ResolvedProperties& look, ResolvedText& format) {
     constexpr std::uint32_t smallest = 2;
     constexpr std::uint32_t largest = 3276;
     constexpr int farthest = 31680; // no distance is longer than the largest paper
-    format.halfPoints =
-        static_cast<int>(std::clamp(numberOf(look, sprm::CHps, 20), smallest, largest));
-    format.spacing = std::clamp(signedNumberOf(look, sprm::CDxaSpace, 0), -farthest, farthest);
+    format.halfPoints = static_cast<int>(std::clamp(numberOf(look, sprm::CHps), smallest, largest));
+    format.spacing = std::clamp(signedNumberOf(look, sprm::CDxaSpace), -farthest, farthest);
     format.scalePercent =
-        static_cast<int>(std::clamp<std::uint32_t>(numberOf(look, sprm::CCharScale, 100), 1, 600));
-    format.raisedBy = std::clamp(signedNumberOf(look, sprm::CHpsPos, 0), -3168, 3168);
-    const std::uint32_t script = numberOf(look, sprm::CIss, 0);
+        static_cast<int>(std::clamp<std::uint32_t>(numberOf(look, sprm::CCharScale), 1, 600));
+    format.raisedBy = std::clamp(signedNumberOf(look, sprm::CHpsPos), -3168, 3168);
+    const std::uint32_t script = numberOf(look, sprm::CIss);
     format.script = script == 1   ? ResolvedText::Script::raised
                     : script == 2 ? ResolvedText::Script::lowered
                                   : ResolvedText::Script::normal;
@@ -91,12 +90,12 @@ ResolvedText resolvedTextOf(const ResolvedProperties& look, ByteView own) {
     readMeasures(look, format);
     format.bold = look.toggle(sprm::CFBold);
     format.italic = look.toggle(sprm::CFItalic);
-    format.underlined = numberOf(look, sprm::CKul, 0) != 0;
-    format.struckOut = look.toggle(sprm::CFStrike) || numberOf(look, sprm::CFDStrike, 0) != 0;
+    format.underlined = numberOf(look, sprm::CKul) != 0;
+    format.struckOut = look.toggle(sprm::CFStrike) || numberOf(look, sprm::CFDStrike) != 0;
     format.capitals = look.toggle(sprm::CFCaps);
     format.smallCapitals = look.toggle(sprm::CFSmallCaps);
     format.hidden = look.toggle(sprm::CFVanish);
-    format.snapsToGrid = numberOf(look, sprm::CFUsePgsuSettings, 1) != 0;
+    format.snapsToGrid = numberOf(look, sprm::CFUsePgsuSettings) != 0;
     format.colour = colourOf(look);
     format.background = backgroundOf(look);
     readMeaning(own, format);
