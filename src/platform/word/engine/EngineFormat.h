@@ -50,8 +50,8 @@ private:
     ParagraphTarget& target_;
 };
 
-// The size of a character in twips, which is also the width of a Chinese one: what its list says,
-// else its paragraph's style, else 10 points.
+// The size of a character in twips, which is also the width of a Chinese one: by its direct
+// formatting over the styles of the character and its paragraph.
 int characterSize(const DocumentTables& tables, PropertyListId character, StyleIndex style);
 
 } // namespace qvnd::word

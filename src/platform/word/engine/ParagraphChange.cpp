@@ -3,10 +3,11 @@
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/SectionProperties.h"
-#include "platform/word/engine/StyleLookup.h"
+#include "platform/word/formatting/FormatResolver.h"
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <optional>
 
 namespace qvnd::word {
@@ -28,54 +29,6 @@ Bytes only(ByteView list, const std::vector<SprmOpcode>& opcodes) {
         }
     }
     return kept;
-}
-
-std::optional<int> asIndent(std::optional<std::uint32_t> operand) {
-    return operand ? std::optional<int>(static_cast<std::int16_t>(*operand)) : std::nullopt;
-}
-
-std::optional<int> directIndent(ByteView list) {
-    for (const SprmOpcode opcode : {sprm::PDxaLeft, sprm::PDxaLeft80}) {
-        if (findSprm(list, opcode)) {
-            return asIndent(sprmValue(list, opcode, 0));
-        }
-    }
-    return std::nullopt;
-}
-
-std::optional<int> listIndent(const DocumentTables& tables, ByteView list) {
-    const std::uint32_t number = sprmValue(list, sprm::PIlfo, 0);
-    if (number == 0 || number > tables.listOverrides.size()) {
-        return std::nullopt;
-    }
-    const std::int32_t lsid = tables.listOverrides[number - 1].lsid;
-    const std::uint32_t level = sprmValue(list, sprm::PIlvl, 0);
-    for (const ListDefinition& definition : tables.listDefinitions) {
-        if (definition.lsid == lsid && level < definition.levels.size()) {
-            return directIndent(tables.lists[definition.levels[level].paragraph]);
-        }
-    }
-    return std::nullopt;
-}
-
-int indentOf(const DocumentTables& tables, const ParagraphLook& look) {
-    const ByteView list = tables.lists[look.properties];
-    for (const auto& indent : {directIndent(list), listIndent(tables, list),
-                               asIndent(styleValue(tables, look.style, sprm::PDxaLeft)),
-                               asIndent(styleValue(tables, look.style, sprm::PDxaLeft80))}) {
-        if (indent) {
-            return *indent;
-        }
-    }
-    return 0;
-}
-
-int characterIndentOf(const DocumentTables& tables, const ParagraphLook& look) {
-    const ByteView list = tables.lists[look.properties];
-    if (findSprm(list, sprm::PDcxaLeft)) {
-        return static_cast<std::int16_t>(sprmValue(list, sprm::PDcxaLeft, 0));
-    }
-    return asIndent(styleValue(tables, look.style, sprm::PDcxaLeft)).value_or(0);
 }
 
 Bytes withIndent(ByteView list, int twips, std::optional<int> hundredths) {
@@ -104,18 +57,18 @@ LookChange alignmentChange(PropertyLists& lists, Alignment alignment) {
 }
 
 LookChange indentChange(DocumentTables& tables, int count, int characterWidth) {
-    return [&tables, count, characterWidth](const ParagraphLook& look) {
+    const auto formats = std::make_shared<FormatResolver>(tables);
+    return [&tables, formats, count, characterWidth](const ParagraphLook& look) {
         const ByteView list = tables.lists[look.properties];
         if (count == 0 || isRowMark(list)) {
             return look;
         }
-        const int indent = indentOf(tables, look);
-        const int characters = characterIndentOf(tables, look);
+        const Indent indent = formats->paragraph(look.style, look.properties).left;
         // An indent in characters overrules one in twips, so it is set only where it says it all.
-        const bool saysAll = characters != 0 || indent == 0;
+        const bool saysAll = indent.characters != 0 || indent.twips == 0;
         constexpr int hundredthsPerCharacter = 100;
-        const int changed = characters + count * hundredthsPerCharacter;
-        const Bytes result = withIndent(list, indent + count * characterWidth,
+        const int changed = indent.characters + count * hundredthsPerCharacter;
+        const Bytes result = withIndent(list, indent.twips + count * characterWidth,
                                         saysAll ? std::optional(changed) : std::nullopt);
         return ParagraphLook{look.style, tables.lists.intern(result)};
     };

@@ -1,6 +1,5 @@
 #include "platform/word/engine/StyleLookup.h"
 
-#include "platform/word/engine/SectionProperties.h"
 #include "platform/word/formatting/BuiltInStyles.h"
 #include "platform/word/formatting/NameFolding.h"
 
@@ -44,24 +43,6 @@ std::optional<StyleIndex> styleNamed(const StyleSheet& styles, std::u16string_vi
     }
     const auto known = builtInStyleNamed(name);
     return known ? styleNumbered(styles, known->number) : std::nullopt;
-}
-
-std::optional<std::uint32_t> styleValue(const DocumentTables& tables, StyleIndex style,
-                                        SprmOpcode opcode) {
-    const bool isCharacter = groupOf(opcode) == SprmGroup::character;
-    // A chain of styles that turns back on itself ends when it grew longer than the sheet.
-    for (std::size_t steps = tables.styles.styles.size(); steps > 0; --steps) {
-        const StyleDefinition* found = definition(tables.styles, style);
-        if (found == nullptr) {
-            return std::nullopt;
-        }
-        const ByteView list = tables.lists[isCharacter ? found->character : found->paragraph];
-        if (findSprm(list, opcode)) {
-            return sprmValue(list, opcode, 0);
-        }
-        style = found->basedOn;
-    }
-    return std::nullopt;
 }
 
 int headingLevel(const StyleSheet& styles, StyleIndex style) {

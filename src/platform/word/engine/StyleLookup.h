@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
-#include "platform/word/docfile/format/Sprm.h"
 
 #include <optional>
 #include <string_view>
@@ -16,11 +15,6 @@ std::optional<StyleIndex> styleNumbered(const StyleSheet& styles, std::uint16_t 
 // By the name it has in this style sheet, or by a built-in style's Chinese or English name. The
 // case of Latin letters does not count.
 std::optional<StyleIndex> styleNamed(const StyleSheet& styles, std::u16string_view name);
-
-// The operand, as a number, that the style or the nearest one it is based on says for a paragraph
-// or character property.
-std::optional<std::uint32_t> styleValue(const DocumentTables& tables, StyleIndex style,
-                                        SprmOpcode opcode);
 
 // 1 to 9 for the built-in heading styles, else 0.
 int headingLevel(const StyleSheet& styles, StyleIndex style);

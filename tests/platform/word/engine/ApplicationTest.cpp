@@ -5,9 +5,10 @@
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/objects/OleStreams.h"
 #include "platform/word/engine/DocumentMerge.h"
+#include "platform/word/engine/EngineFormat.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/engine/SectionProperties.h"
-#include "platform/word/engine/StyleLookup.h"
+#include "platform/word/formatting/FormatResolver.h"
 #include "support/Errors.h"
 
 #include <fstream>
@@ -234,7 +235,7 @@ TEST_F(ApplicationTest, ChangingAStyleLeavesTheTextAlone) {
     EXPECT_TRUE(paragraphAt(0).empty());
 }
 
-TEST_F(ApplicationTest, AValueIsFoundAtTheEndOfAChainOfAllStylesAndACircleHasNone) {
+TEST_F(ApplicationTest, ASizeIsFoundAtTheEndOfAChainOfAllStylesAndACircleOfStylesEnds) {
     DocumentTables tables;
     tables.styles.styles.resize(3);
     for (StyleIndex style = 0; style < 3; ++style) {
@@ -242,8 +243,9 @@ TEST_F(ApplicationTest, AValueIsFoundAtTheEndOfAChainOfAllStylesAndACircleHasNon
         tables.styles.styles[style]->basedOn = style == 0 ? 2 : style - 1;
     }
     tables.styles.styles[0]->character = tables.lists.intern(withSprm16({}, sprm::CHps, 30));
-    EXPECT_EQ(styleValue(tables, 2, sprm::CHps), 30U);
-    EXPECT_EQ(styleValue(tables, 2, sprm::CFBold), std::nullopt);
+    EXPECT_EQ(characterSize(tables, PropertyListId::empty, 2), 300);
+    EXPECT_EQ(characterSize(tables, tables.lists.intern(withSprm16({}, sprm::CHps, 24)), 2), 240);
+    EXPECT_EQ(characterSize(tables, PropertyListId::empty, 3), 200) << "no style says a size";
 }
 
 TEST_F(ApplicationTest, AStyleThatIsChangedMakesItsDocumentAChangedOne) {
@@ -421,15 +423,19 @@ TEST_F(ApplicationTest, NewDocumentIsAnA4PageInSong) {
     EXPECT_EQ(sprmValue(page(), sprm::SDyaTop, 0), 1440U);
     EXPECT_EQ(sprmValue(page(), sprm::SDxaLeft, 0), 1797U);
     const DocumentTables& tables = document().read().tables();
-    EXPECT_EQ(tables.fonts.at(*styleValue(tables, 0, sprm::CRgFtc1)).name, u"宋体");
-    EXPECT_EQ(styleValue(tables, 0, sprm::CHps), 21U);
-    EXPECT_EQ(styleValue(tables, 0, sprm::PJc), 3U);
+    FormatResolver formats(tables);
+    const ResolvedText& text = formats.text(0, PropertyListId::empty);
+    EXPECT_EQ(tables.fonts.at(text.eastAsianFont).name, u"宋体");
+    EXPECT_EQ(text.halfPoints, 21);
+    EXPECT_EQ(formats.paragraph(0, PropertyListId::empty).alignment, LineAlignment::justified);
     for (unsigned level = 1; level <= 9; ++level) {
         const StyleDefinition& heading = *tables.styles.styles.at(level);
         EXPECT_EQ(heading.sti, level);
         EXPECT_EQ(heading.name, std::u16string(u"标题 ") + static_cast<char16_t>(u'0' + level));
-        EXPECT_EQ(styleValue(tables, static_cast<StyleIndex>(level), sprm::POutLvl), level - 1);
-        EXPECT_EQ(styleValue(tables, static_cast<StyleIndex>(level), sprm::PFKeepFollow), 1U);
+        const ResolvedParagraph& look =
+            formats.paragraph(static_cast<StyleIndex>(level), PropertyListId::empty);
+        EXPECT_EQ(look.outlineLevel, static_cast<int>(level));
+        EXPECT_TRUE(look.keepsWithNext);
     }
 }
 

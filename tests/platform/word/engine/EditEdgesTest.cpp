@@ -63,6 +63,19 @@ TEST(IndentEdges, TheLastListOfTheDocumentGivesItsIndentAsTheOthersDo) {
     }
 }
 
+TEST(IndentEdges, AParagraphStartsFromTheIndentOfTheListThatItsStyleJoins) {
+    word::importing::SourceDocument source;
+    source.addList(7, 0, word::importing::sprm16(sprm::PDxaLeft80, 420));
+    DocumentTables& tables = source.data.tables;
+    StyleDefinition style;
+    style.paragraph = source.list(word::importing::sprm16(sprm::PIlfo, 1));
+    const auto index = static_cast<StyleIndex>(tables.styles.styles.size());
+    tables.styles.styles.push_back(style);
+    const LookChange change = indentChange(tables, 2, 210);
+    const ByteView changed = tables.lists[change({index, PropertyListId::empty}).properties];
+    EXPECT_EQ(word::importing::operand16(changed, sprm::PDxaLeft80), 420 + 2 * 210);
+}
+
 TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {
     DocumentTables tables = word::importing::plainTables();
     const LookChange change = indentChange(tables, 2, 210);
