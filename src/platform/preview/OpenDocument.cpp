@@ -17,17 +17,11 @@ constexpr std::uint32_t standInEdge = 0xD0D0D0;
 constexpr std::uint32_t standInInk = 0x909090;
 constexpr double largestStandInText = 240; // twips
 
-layout::LayoutSource sourceOfToday(const word::DocumentContent& document) {
-    layout::LayoutSource source = layout::sourceOf(document);
-    source.now = word::localMoment();
-    return source;
-}
-
 } // namespace
 
 OpenDocument::OpenDocument(const QString& path, std::shared_ptr<FontShelf> shelf)
-    : document_(word::readDocumentFile(files::toPath(path))), source_(sourceOfToday(document_)),
-      shelf_(std::move(shelf)), fonts_(shelf_->take()),
+    : document_(word::readDocumentFile(files::toPath(path))),
+      source_(layout::sourceOfToday(document_)), shelf_(std::move(shelf)), fonts_(shelf_->take()),
       pages_(std::make_unique<layout::PagesOnDemand>(source_, *fonts_, layout::LayoutOptions{})),
       painter_(std::make_unique<drawing::PagePainter>(
           *fonts_, [this](const word::DataBlob& blob) { return pictures_[blob.get()]; })) {}

@@ -2,10 +2,14 @@
 
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "support/ContentBuilder.h"
 #include "support/FixedFonts.h"
 
 #include <gtest/gtest.h>
+
+#include <memory>
+#include <utility>
 
 namespace qvnd::layout {
 namespace {
@@ -104,6 +108,19 @@ TEST_F(PageNumbers, ASectionThatRestartsCountsFromItsFirstNumber) {
     sections.push_back({1, lists().intern(withSprm16(withSprm8(paper(), sprm::SFPgnRestart, 1),
                                                      sprm::SPgnStart97, 5))});
     EXPECT_EQ(at({0, 4}), (Numbers{u"1", u"5"}));
+}
+
+TEST_F(PageNumbers, ADateTakesTheRoomOfTheDateThatIsShownWhenTheDocumentIsOpened) {
+    const std::u16string code = u"DATE \\@ \"'一二三四五六七八九十'yyyy\"";
+    word::Story date = *builder.fragment({test::plain(u"\u0013" + code + u"\u0014旧\u0015\r")});
+    const auto separator = static_cast<Cp>(code.size() + 1);
+    date.fields = {{0, word::fieldBegin, 0x1F},
+                   {separator, word::fieldSeparator, 0},
+                   {separator + 2, word::fieldEnd, 0}};
+    builder.add(std::make_shared<const word::Story>(std::move(date)));
+    paragraphs(9);
+    const Cp last = builder.content.sections[0].length - 3;
+    EXPECT_EQ(at({0, last}), (Numbers{u"1", u"2"}));
 }
 
 TEST_F(PageNumbers, PositionsBehindTheTextAreOnTheLastPage) {

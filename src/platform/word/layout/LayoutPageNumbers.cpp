@@ -35,7 +35,7 @@ std::vector<std::u16string> LayoutPageNumbers::displayedPages(const word::Docume
     if (!fonts_) {
         fonts_ = openFonts_();
     }
-    const LayoutSource source = sourceOf(content);
+    const LayoutSource source = sourceOfToday(content);
     LayoutOptions options = options_;
     options.counts.total = likelyPages(source);
     auto layout = laidOut(source, options);

@@ -43,4 +43,10 @@ LayoutSource sourceOf(const word::DocumentContent& document) {
             document.settings};
 }
 
+LayoutSource sourceOfToday(const word::DocumentContent& document) {
+    LayoutSource source = sourceOf(document);
+    source.now = word::localMoment();
+    return source;
+}
+
 } // namespace qvnd::layout

@@ -35,6 +35,8 @@ std::optional<std::u16string> resultAnew(const LayoutSource& source, std::uint8_
                                          std::u16string_view instruction);
 
 LayoutSource sourceOf(const word::DocumentContent& document);
+// With dates and times as of now, as a reader of the document sees it.
+LayoutSource sourceOfToday(const word::DocumentContent& document);
 
 // The numbers of pages that NUMPAGES and SECTIONPAGES fields show.
 struct PageCounts {
