@@ -210,7 +210,7 @@ ExitStatus generatePlan(Session& session, const QStringList& words) {
     if (outcome == BuildOutcome::finished) {
         done.output = targetOf(session);
         done.report.foreign = generate::textsOfOtherPlans(session.program().state(), options.plan);
-        done.report.pages = tools.pages().source().pages();
+        done.report.pages = tools.pages().pages();
         done.pageNumbers = tools.pages().origin();
     }
     done.seconds = static_cast<double>(timer.elapsed()) / 1000;

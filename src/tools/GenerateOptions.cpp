@@ -2,6 +2,7 @@
 
 #include "platform/files/Trim.h"
 #include "tools/Arguments.h"
+#include "tools/PageNumberChoice.h"
 #include "tools/UsageError.h"
 
 using namespace Qt::StringLiterals;
@@ -68,9 +69,7 @@ GenerateOptions::GenerateOptions(const QStringList& words) {
     childIndent = QString::number(within(arguments, u"--indent"_s, 2, widestIndent));
     isFirstRun = arguments.has(u"--first-run"_s);
     pages = pageSource(arguments.option(u"--pages"_s, u"auto"_s));
-    fontsHere = arguments.hasOption(u"--fonts"_s);
-    if (fontsHere && arguments.option(u"--fonts"_s) != u"here")
-        throw UsageError(u"选项 --fonts 的值只能是 here"_s);
+    fonts = fontChoice(arguments);
 }
 
 QString GenerateOptions::parameters() {

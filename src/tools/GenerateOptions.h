@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/drawing/FontFaces.h"
 #include "store/FormatSwitches.h"
 
 #include <QString>
@@ -30,8 +31,7 @@ struct GenerateOptions {
     // node runs on into what follows. A later run ends its paragraph.
     bool isFirstRun = false;
     PageSource pages = PageSource::automatic;
-    // Our own layout goes by the fonts that are installed, not by those that documents name.
-    bool fontsHere = false;
+    drawing::FontChoice fonts = drawing::FontChoice::named; // of our own layout
 };
 
 } // namespace qvnd::tools

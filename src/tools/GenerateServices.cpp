@@ -38,9 +38,9 @@ void LossMessages::tell(const std::filesystem::path& path, std::u16string_view w
 
 TerminalGeneration::TerminalGeneration(Session& session, const GenerateOptions& options)
     : session_(session), options_(options), messages_(session.messages()),
-      bar_(session.output().err()), pages_(options.pages, options.fontsHere),
+      bar_(session.output().err()), pages_(options.pages, options.fonts, messages_),
       losses_(messages_, dlgTB()), unsaved_(messages_), controls_(options), locks_(processes_),
-      factory_({pages_.source(), losses_, unsaved_, &pictures_, &documents_}) {}
+      factory_({pages_, losses_, unsaved_, &pictures_, &documents_}) {}
 
 desktop::ProgressDialog& TerminalGeneration::dlgTB() {
     if (standardErrorIsATerminal())

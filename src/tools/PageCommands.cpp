@@ -11,6 +11,7 @@
 #include "platform/word/formatting/NumberForms.h"
 #include "platform/word/layout/DocumentLayout.h"
 #include "tools/Arguments.h"
+#include "tools/PageNumberChoice.h"
 #include "tools/Session.h"
 #include "tools/UsageError.h"
 
@@ -28,16 +29,6 @@ namespace qvnd::tools {
 
 namespace {
 
-drawing::FontChoice fontsOf(const Arguments& arguments) {
-    if (!arguments.hasOption(u"--fonts"_s)) {
-        return drawing::FontChoice::named;
-    }
-    if (arguments.option(u"--fonts"_s) != u"here"_s) {
-        throw UsageError(u"--fonts 只能是 here"_s);
-    }
-    return drawing::FontChoice::here;
-}
-
 word::DocumentContent readDocument(const QString& path) {
     office::SuiteDocumentConverter documents;
     return word::readDocumentFile(std::filesystem::path(path.toStdU16String()), &documents);
@@ -49,12 +40,11 @@ public:
     LaidOut(const QString& path, drawing::FontChoice choice)
         : LaidOut(readDocument(path), choice, path.toStdU16String()) {}
     LaidOut(word::DocumentContent document, drawing::FontChoice choice, std::u16string path = {})
-        : document_(std::move(document)), source_(layout::sourceOf(document_)), fonts_(choice) {
+        : document_(std::move(document)), source_(layout::sourceOfToday(document_)), fonts_(choice),
+          options_(layoutOptions(choice)) {
         if (choice == drawing::FontChoice::here) {
-            options_ = layout::officeOptions();
             source_.path = std::move(path);
         }
-        source_.now = word::localMoment();
         begin();
     }
 
@@ -172,7 +162,7 @@ void pagePicture(const QString& from, const QString& to, const PictureOptions& o
 ExitStatus pdf(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{u"--office"_s}, {u"--fonts"_s}});
     arguments.expectPositions(2, 2);
-    const drawing::FontChoice fonts = fontsOf(arguments);
+    const drawing::FontChoice fonts = fontChoice(arguments);
     const QString source = arguments.position(0);
     const QString target = arguments.position(1);
     if (!session.mayWrite(target)) {
@@ -195,7 +185,7 @@ ExitStatus png(Session& session, const QStringList& words) {
     constexpr int widest = 20000;
     const Arguments arguments(words, {{}, {u"--fonts"_s, u"--page"_s, u"--width"_s}});
     arguments.expectPositions(2, 2);
-    const drawing::FontChoice fonts = fontsOf(arguments);
+    const drawing::FontChoice fonts = fontChoice(arguments);
     const int wanted = arguments.number(u"--page"_s, 1);
     const int width = arguments.number(u"--width"_s, 800);
     if (width < 1 || width > widest) {
@@ -240,7 +230,7 @@ std::vector<Heading> headingsOf(const word::DocumentContent& document) {
 ExitStatus pages(Session& session, const QStringList& words) {
     const Arguments arguments(words, {{}, {u"--fonts"_s}});
     arguments.expectPositions(1, 1);
-    const drawing::FontChoice fonts = fontsOf(arguments);
+    const drawing::FontChoice fonts = fontChoice(arguments);
     return refusing(session, [&] {
         LaidOut document(arguments.position(0), fonts);
         const int count = document.pages();

@@ -2,6 +2,8 @@
 #include "platform/jet/DBEngine.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/NormalTemplate.h"
+#include "support/ChangedVariable.h"
+#include "support/FakeOffice.h"
 #include "support/Gif.h"
 #include "support/Images.h"
 #include "support/LossyDocument.h"
@@ -186,6 +188,26 @@ TEST_F(GenerateTool, ItSaysWhereThePageNumbersComeFrom) {
     expectDone({u"generate"_s, u"桥"_s});
     EXPECT_TRUE(out.contains(u"2 个文档全部放入，"_s)) << out.toStdString();
     EXPECT_TRUE(out.contains(u"（页码由本程序排出）"_s)) << out.toStdString();
+}
+
+TEST_F(GenerateTool, WhereTheOfficeSuiteFailsOurOwnLayoutGivesTheNumbersAndThatIsTold) {
+    generated();
+    const QString expected = text();
+    const test::FakeOffice office("exit 1\n");
+    folder.makeFolder("bin");
+    ASSERT_TRUE(QFile::link(office.settings().program, folder.path("bin/soffice")));
+    const test::ChangedVariable path("PATH", folder.path("bin").toUtf8() + ":/usr/bin:/bin");
+    expectDone({u"--json"_s, u"generate"_s, u"桥"_s, u"--pages"_s, u"office"_s});
+    const QJsonObject told = json().toObject();
+    EXPECT_EQ(office.starts(), 1);
+    EXPECT_EQ(told[u"pageNumbers"_s].toString(), u"layout"_s);
+    EXPECT_TRUE(told[u"unfinished"_s].isNull());
+    const QJsonArray messages = told[u"messages"_s].toArray();
+    ASSERT_EQ(messages.size(), 1) << err.toStdString();
+    EXPECT_TRUE(messages[0].toString().startsWith(
+        u"办公套件没有排出页码，页码由本程序排出。\n办公套件无法转换文件"_s))
+        << messages[0].toString().toStdString();
+    EXPECT_EQ(text(), expected);
 }
 
 TEST_F(GenerateTool, ItRunsAsALaterRunOfAWindowUnlessTheFirstIsAskedFor) {

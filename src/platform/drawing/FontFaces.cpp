@@ -376,8 +376,5 @@ DrawnFace FontFaces::drawn(FaceId face) const {
 std::unique_ptr<layout::FontMetrics> openNamedFonts() {
     return std::make_unique<FontFaces>(FontChoice::named);
 }
-std::unique_ptr<layout::FontMetrics> openInstalledFonts() {
-    return std::make_unique<FontFaces>(FontChoice::here);
-}
 
 } // namespace qvnd::drawing

@@ -49,8 +49,7 @@ private:
     std::shared_ptr<Store> store_;
 };
 
-// The faces that documents name, and those that are installed, for LayoutPageNumbers.
+// The faces that documents name, for LayoutPageNumbers.
 std::unique_ptr<layout::FontMetrics> openNamedFonts();
-std::unique_ptr<layout::FontMetrics> openInstalledFonts();
 
 } // namespace qvnd::drawing
