@@ -1,6 +1,7 @@
 #include "platform/drawing/FontFaces.h"
 
 #include "platform/drawing/KnownFaces.h"
+#include "platform/drawing/Ligatures.h"
 #include "platform/drawing/PublishedWidths.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
@@ -12,13 +13,16 @@
 #include <ft2build.h>
 #include FT_FREETYPE_H
 #include FT_TRUETYPE_TABLES_H
+#include FT_TRUETYPE_TAGS_H
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <vector>
@@ -52,6 +56,19 @@ Pattern patternOf(const FaceRequest& request, std::optional<char32_t> mustHave) 
     FcConfigSubstitute(nullptr, pattern.get(), FcMatchPattern);
     FcDefaultSubstitute(pattern.get());
     return pattern;
+}
+
+// The ligatures of a face that is installed.
+Ligatures ligaturesIn(FT_Face face) {
+    FT_ULong size = 0;
+    if (FT_Load_Sfnt_Table(face, TTAG_GSUB, 0, nullptr, &size) != 0) {
+        return {};
+    }
+    std::vector<FT_Byte> table(size);
+    if (FT_Load_Sfnt_Table(face, TTAG_GSUB, 0, table.data(), &size) != 0) {
+        return {};
+    }
+    return Ligatures({reinterpret_cast<const char*>(table.data()), table.size()});
 }
 
 // The file of a face and its place in it.
@@ -187,6 +204,23 @@ public:
 
     FaceHeights heights(FaceId id) const { return faces_[id]->heights; }
 
+    layout::Ligature ligature(FaceId id, std::u32string_view text) {
+        Face& face = *faces_[id];
+        if (!face.ligatures) {
+            face.ligatures = ligaturesIn(face.face);
+        }
+        std::array<std::uint16_t, longestLigature> glyphs{};
+        const std::size_t length =
+            face.ligatures->empty() ? 0 : std::min(text.size(), longestLigature);
+        for (std::size_t i = 0; i < length; ++i) {
+            glyphs[i] = static_cast<std::uint16_t>(glyphOf(face, text[i]));
+        }
+        const Ligatures::Entry* found = face.ligatures->find(std::span(glyphs.data(), length));
+        return found != nullptr
+                   ? layout::Ligature{found->others.size() + 1, advanceOf(face, found->glyph)}
+                   : layout::Ligature{};
+    }
+
     // Marks are painted where the layout puts them.
     double drawnAdvance(FaceId id, char32_t c) {
         Face& face = *faces_[id];
@@ -215,6 +249,7 @@ private:
     static constexpr std::size_t mostRequests = 4096;
     static constexpr std::size_t mostSearches = 256;
     static constexpr std::size_t charactersAPage = 256;
+    static constexpr std::size_t longestLigature = 4; // of Latin letters
 
     struct Face {
         FaceRequest request;
@@ -225,6 +260,7 @@ private:
         const PublishedWidths* widths = nullptr; // of its Latin letters, where they are known
         bool embolden = false;
         bool slant = false;
+        std::optional<Ligatures> ligatures; // once they have been asked for
         // By character, a page of characters each; not a number while it is not known.
         std::unordered_map<char32_t, std::array<float, charactersAPage>> advances;
         std::size_t searches = 0; // for stand-ins
@@ -334,7 +370,10 @@ private:
     }
 
     static double glyphWidth(const Face& face, char32_t c) {
-        const FT_UInt glyph = glyphOf(face, c);
+        return advanceOf(face, glyphOf(face, c));
+    }
+
+    static double advanceOf(const Face& face, FT_UInt glyph) {
         if (FT_Load_Glyph(face.face, glyph, FT_LOAD_NO_SCALE) != 0) {
             return 0.5;
         }
@@ -361,6 +400,9 @@ double FontFaces::advance(FaceId face, char32_t character) {
     return store_->advance(face, character);
 }
 FaceHeights FontFaces::heights(FaceId face) { return store_->heights(face); }
+layout::Ligature FontFaces::ligature(FaceId face, std::u32string_view text) {
+    return store_->ligature(face, text);
+}
 double FontFaces::drawnAdvance(FaceId face, char32_t character) const {
     return store_->drawnAdvance(face, character);
 }

@@ -3,6 +3,7 @@
 #include "platform/word/layout/FontMetrics.h"
 
 #include <memory>
+#include <string_view>
 
 struct FT_FaceRec_;
 
@@ -36,6 +37,7 @@ public:
     layout::FaceId shownBy(layout::FaceId face, char32_t character) override;
     double advance(layout::FaceId face, char32_t character) override;
     layout::FaceHeights heights(layout::FaceId face) override;
+    layout::Ligature ligature(layout::FaceId face, std::u32string_view text) override;
 
     DrawnFace drawn(layout::FaceId face) const;
     // How wide the glyph is that is painted for a character, in parts of the font size: not what

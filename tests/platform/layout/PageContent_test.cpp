@@ -436,6 +436,10 @@ TEST_F(PageContent, WhatARowOfExactHeightDoesNotHoldIsCutOff) {
     EXPECT_EQ(textOf(page), u"高" + std::u16string(6, u'格') + u"乙后");
     EXPECT_EQ(page.layer.texts[1].endsAt, std::nullopt);
     EXPECT_EQ(page.layer.texts[2].endsAt, 1300);
+    options = officeOptions(); // where a reader of the PDF finds what is not seen
+    const Page written = pages().at(0);
+    EXPECT_EQ(textOf(written), u"高" + std::u16string(9, u'格') + u"乙后");
+    EXPECT_EQ(written.layer.texts[3].endsAt, 1300);
 }
 
 // Fonts of one measure that tell by which name each face was asked for.

@@ -4,11 +4,11 @@
 
 namespace qvnd::word {
 
-FormatResolver::FormatResolver(const DocumentTables& tables)
+FormatResolver::FormatResolver(const DocumentTables& tables, bool office)
     : tables_(tables), levels_(tables),
       styles_(
           tables.styles, tables.styles.defaultFonts,
-          [&tables](PropertyListId id) { return tables.lists[id]; }, levels_),
+          [&tables](PropertyListId id) { return tables.lists[id]; }, levels_, office),
       places_(tables.lists) {}
 
 const ResolvedParagraph& FormatResolver::paragraph(StyleIndex style, PropertyListId properties) {

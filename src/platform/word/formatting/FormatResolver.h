@@ -17,8 +17,8 @@ namespace qvnd::word {
 // lifetime.
 class FormatResolver {
 public:
-    // `tables` must outlive the object.
-    explicit FormatResolver(const DocumentTables& tables);
+    // `tables` must outlive the object. `office`: see StyleResolver.
+    explicit FormatResolver(const DocumentTables& tables, bool office = false);
 
     // `properties`: the direct formatting over the style.
     const ResolvedParagraph& paragraph(StyleIndex style, PropertyListId properties);

@@ -35,6 +35,8 @@ struct ResolvedSection {
     GridKind grid = GridKind::none;
     int linePitch = 0;        // of the grid
     int characterSpacing = 0; // added to each character, in 1/4096 point
+    // Twips of the cells that the office suite divides the text area into on a grid of characters.
+    int cellWidth = 0;
     bool verticalText = false;
 };
 

@@ -71,6 +71,9 @@ void readMeaning(ByteView own, ResolvedText& format) {
         case sprm::CPicLocation:
             format.blob = numberOf(entry);
             break;
+        case sprm::CObjLocation:
+            format.object = numberOf(entry);
+            break;
         case sprm::CSymbol: // which makes the character a special one
             format.special = true;
             format.symbol = {static_cast<std::uint16_t>(numberOf(entry)),

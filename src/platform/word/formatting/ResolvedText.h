@@ -40,9 +40,10 @@ struct ResolvedText {
     std::optional<std::uint32_t> colour;
     std::optional<std::uint32_t> background;
 
-    bool special = false;                // a special character (sprmCFSpec)
-    bool isData = false;                 // the blob holds field data instead of a picture
-    std::optional<std::uint32_t> blob{}; // index into DocumentTables::blobs
+    bool special = false;                  // a special character (sprmCFSpec)
+    bool isData = false;                   // the blob holds field data instead of a picture
+    std::optional<std::uint32_t> blob{};   // index into DocumentTables::blobs
+    std::optional<std::uint32_t> object{}; // index into DocumentTables::objects
     std::optional<SymbolCharacter> symbol{};
 
     // Whether the character is left out: it is hidden, or deleted by a tracked revision.

@@ -25,13 +25,16 @@ void makeRoom(Known& known) {
 
 StyleResolver::StyleResolver(const StyleSheet& sheet,
                              const std::array<std::uint16_t, 4>& defaultFonts, ListOf listOf,
-                             ListLevels& levels)
-    : sheet_(sheet), listOf_(std::move(listOf)), levels_(levels) {
+                             ListLevels& levels, bool office)
+    : sheet_(sheet), office_(office), listOf_(std::move(listOf)), levels_(levels) {
+    constexpr unsigned bareHalfPoints = 24;
     constexpr std::array<SprmOpcode, 4> fonts{sprm::CRgFtc0, sprm::CRgFtc1, sprm::CRgFtc2,
                                               sprm::CFtcBi};
     for (std::size_t i = 0; i < fonts.size(); ++i) {
         defaults_.set(entry16(fonts[i], defaultFonts[i]));
+        bareDefaults_.set(entry16(fonts[i], bareStyleFont));
     }
+    bareDefaults_.set(entry16(sprm::CHps, bareHalfPoints));
 }
 
 const StyleDefinition* StyleResolver::definition(StyleIndex style, StyleKind kind) const {
@@ -45,10 +48,19 @@ std::vector<StyleIndex> StyleResolver::chain(StyleIndex style, StyleKind kind) c
     std::set<StyleIndex> seen;
     while (definition(style, kind) != nullptr && seen.insert(style).second) {
         result.push_back(style);
-        style = sheet_.styles[style]->basedOn;
+        const StyleDefinition& found = *sheet_.styles[style];
+        style = lacksBase(found) ? StyleDefinition::none : found.basedOn;
     }
     std::reverse(result.begin(), result.end());
     return result;
+}
+
+bool StyleResolver::lacksBase(const StyleDefinition& style) const {
+    return office_ && style.namesCharacterBase;
+}
+
+const ResolvedProperties& StyleResolver::defaultsOf(StyleIndex root) const {
+    return lacksBase(*sheet_.styles[root]) ? bareDefaults_ : defaults_;
 }
 
 const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
@@ -74,11 +86,13 @@ const ResolvedProperties& StyleResolver::character(StyleIndex paragraphStyle,
     if (const auto known = characters_.find(key); known != characters_.end()) {
         return known->second;
     }
-    ResolvedProperties look =
-        characterStyle == StyleDefinition::none ? defaults_ : character(paragraphStyle);
     const bool above = characterStyle != StyleDefinition::none;
     const StyleKind kind = above ? StyleKind::character : StyleKind::paragraph;
-    for (const StyleIndex layer : chain(above ? characterStyle : paragraphStyle, kind)) {
+    const auto layers = chain(above ? characterStyle : paragraphStyle, kind);
+    ResolvedProperties look = above            ? character(paragraphStyle)
+                              : layers.empty() ? defaults_
+                                               : defaultsOf(layers.front());
+    for (const StyleIndex layer : layers) {
         look.lay(listOf_(sheet_.styles[layer]->character), levels_);
     }
     makeRoom(characters_);

@@ -3,12 +3,17 @@
 #include "platform/word/formatting/ListMembership.h"
 #include "platform/word/formatting/ResolvedProperties.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <utility>
 #include <vector>
 
 namespace qvnd::word {
+
+// The font of text whose style names none and has no base, in the office suite: an index of no
+// font.
+inline constexpr std::uint16_t bareStyleFont = 0xFFFF;
 
 // Resolves the styles of one style sheet, including base styles and document defaults ([MS-DOC]
 // 2.4.6.5). Each style is resolved once and cached.
@@ -18,9 +23,10 @@ public:
     using ListOf = std::function<ByteView(PropertyListId)>;
 
     // `defaultFonts`: rgftcStandardChpStsh and ftcBi, as indexes into the same tables. The style
-    // sheet and `levels` must outlive the object.
+    // sheet and `levels` must outlive the object. `office`: as in the office suite a style of
+    // paragraphs that names one of characters as its base has none, and 12 points.
     StyleResolver(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
-                  ListOf listOf, ListLevels& levels);
+                  ListOf listOf, ListLevels& levels, bool office = false);
 
     // Returned references stay valid until the next call.
     // The paragraph formatting of a style; the defaults for an index without a paragraph style.
@@ -34,9 +40,14 @@ private:
     // The style and its base styles, root first. A cycle of base styles is cut where it closes.
     std::vector<StyleIndex> chain(StyleIndex style, StyleKind kind) const;
     const StyleDefinition* definition(StyleIndex style, StyleKind kind) const;
+    bool lacksBase(const StyleDefinition& style) const;
+    // What the character formatting of a paragraph style begins with.
+    const ResolvedProperties& defaultsOf(StyleIndex root) const;
 
     const StyleSheet& sheet_;
-    ResolvedProperties defaults_; // of characters
+    bool office_;
+    ResolvedProperties defaults_;     // of characters
+    ResolvedProperties bareDefaults_; // of characters of a style without its base
     ListOf listOf_;
     ListLevels& levels_;
     std::map<StyleIndex, ResolvedProperties> paragraphs_;

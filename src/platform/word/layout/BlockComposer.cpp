@@ -13,10 +13,10 @@ constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
 
 // Cuts off what the cells that end in a row of exact height do not hold.
-void cutCells(const std::vector<ComposedRow>& rows, std::size_t at, Layer& layer) {
+void cutCells(const std::vector<ComposedRow>& rows, std::size_t at, Layer& layer, bool office) {
     for (const ComposedCell& cell : rows[at].cells) {
         if (at + 1 == rows.size() || !goesOnIn(cell, rows[at + 1])) {
-            layer.cutBelow(rows[at].height, cell.left, cell.right);
+            layer.cutBelow(rows[at].height, cell.left, cell.right, office);
         }
     }
 }
@@ -270,7 +270,7 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
     }
     for (std::size_t i = 0; i < strips.size(); ++i) {
         if (rows[i].format.exactHeight) {
-            cutCells(rows, i, strips[i].layer);
+            cutCells(rows, i, strips[i].layer, office);
         }
         // In the office suite what stays with the next row stays whole.
         strips[i].keepsLines = strips[i].keepsLines || (office && strips[i].keepsWithNext);
@@ -300,6 +300,8 @@ ComposedRow BlockComposer::composeRow(const TableRow& row, const LineSetting& se
         LineSetting inner = setting;
         inner.obstacles.clear();
         inner.grid.linePitch = setting.gridInTables ? setting.grid.linePitch : 0;
+        inner.grid.cellWidth = setting.gridInTables ? setting.grid.cellWidth : 0;
+        inner.grid.offset = setting.grid.offset + cell.left + cell.format.leftPadding;
         inner.width = std::max(narrowest, cell.right - cell.left - cell.format.leftPadding -
                                               cell.format.rightPadding);
         cell.strips = composeCell(row.cells[i], inner);

@@ -3,6 +3,7 @@
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <algorithm>
+#include <string>
 
 namespace qvnd::layout {
 
@@ -33,6 +34,37 @@ PlacedText textOf(const CharacterPlace& place) {
     return text;
 }
 
+// The first one of two full-width punctuation marks becomes narrower.
+void compressPair(TextItem& mark, const TextItem& next) {
+    const bool closes = isClosingMark(mark.character) && isClosingMark(next.character);
+    const bool opens = isOpeningMark(next.character) &&
+                       (isClosingMark(mark.character) || isOpeningMark(mark.character));
+    if ((closes || opens) && mark.width >= mark.size) {
+        mark.width -= mark.size / 2;
+    }
+}
+
+// Of a grid with cells Chinese characters take whole ones.
+void fitToGrid(TextItem& item, const Grid& grid) {
+    if (grid.cellWidth <= 0) {
+        item.width += grid.characterSpacing;
+    } else if (isEastAsian(item.character)) {
+        item.width = atCell({0, 0, grid.cellWidth, 0}, item.width + grid.characterSpacing);
+    }
+}
+
+// The space between two adjacent characters, one Chinese and one Latin or a digit, in twips; 0
+// between others and where the paragraph wants none. `part`: of the smaller font size.
+double gapBetweenScripts(const TextItem& a, const TextItem& b,
+                         const word::ResolvedParagraph& format, double part) {
+    const TextItem& other = isIdeograph(a.character) ? b : a;
+    const char32_t latin = other.character;
+    const bool mixed = isIdeograph(a.character) != isIdeograph(b.character);
+    const bool wanted = (format.spacesLatin && isLatinLetter(latin) && !other.isSetAsChinese) ||
+                        (format.spacesDigits && isDigit(latin));
+    return mixed && wanted ? part * std::min(a.size, b.size) : 0;
+}
+
 } // namespace
 
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer) {
@@ -54,19 +86,67 @@ void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer)
     }
 }
 
-void compressPair(TextItem& mark, const TextItem& next) {
-    const bool closes = isClosingMark(mark.character) && isClosingMark(next.character);
-    const bool opens = isOpeningMark(next.character) &&
-                       (isClosingMark(mark.character) || isOpeningMark(mark.character));
-    if ((closes || opens) && mark.width >= mark.size) {
-        mark.width -= mark.size / 2;
+bool continuesText(const TextItem& before, const TextItem& item) {
+    return isText(before) && isText(item) && before.format == item.format &&
+           before.face == item.face && before.size == item.size && before.raised == item.raised;
+}
+
+void joinLigatures(std::vector<TextItem>& items, FontMetrics& fonts) {
+    constexpr std::size_t longest = 4;
+    for (std::size_t first = 0; first < items.size(); ++first) {
+        if (!isText(items[first]) || !isLatinLetter(items[first].character) ||
+            items[first].format->spacing != 0) {
+            continue;
+        }
+        std::u32string text(1, items[first].character);
+        double own = items[first].width;
+        while (text.size() < longest && first + text.size() < items.size() &&
+               continuesText(items[first], items[first + text.size()])) {
+            text += items[first + text.size()].character;
+        }
+        const Ligature ligature = fonts.ligature(items[first].face, text);
+        for (std::size_t i = 1; i < ligature.characters; ++i) {
+            own += items[first + i].width;
+        }
+        const TextItem& item = items[first];
+        const double room = ligature.advance * item.size * item.format->scalePercent / 100;
+        for (std::size_t i = 0; i < ligature.characters && own > 0; ++i) {
+            items[first + i].width *= room / own;
+        }
+        first += ligature.characters > 0 ? ligature.characters - 1 : 0;
     }
+}
+
+std::vector<double> gapsBehind(std::vector<TextItem>& items, const word::ResolvedParagraph& format,
+                               const LineSetting& setting) {
+    std::vector<double> gaps(items.size(), 0);
+    const bool inPairs = setting.compressesPunctuation && !setting.options.officeLines;
+    const bool hasCells = setting.grid.cellWidth > 0 && format.snapsToGrid;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (!isText(items[i])) {
+            continue;
+        }
+        const bool hasNext = i + 1 < items.size() && isText(items[i + 1]);
+        if (inPairs && hasNext) {
+            compressPair(items[i], items[i + 1]);
+        }
+        if (format.snapsToGrid && items[i].format->snapsToGrid) {
+            fitToGrid(items[i], setting.grid);
+        }
+        if (hasNext && !items[i].isLabel && !hasCells) {
+            gaps[i] = gapBetweenScripts(items[i], items[i + 1], format, setting.options.latinGap);
+        }
+    }
+    return gaps;
 }
 
 bool mayBreakBetween(const TextItem& before, const TextItem& after,
                      const word::ResolvedParagraph& format) {
+    using Kind = TextItem::Kind;
+    if (before.kind == Kind::optionalHyphen || after.kind == Kind::optionalHyphen) {
+        return before.kind == Kind::optionalHyphen;
+    }
     if (!isText(before) || !isText(after)) {
-        using Kind = TextItem::Kind;
         const TextItem& text = isText(before) ? before : after;
         const bool joins = (before.kind == Kind::picture || after.kind == Kind::picture) &&
                            isText(text) && !isBlankItem(before) && !isEastAsian(text.character);
@@ -80,16 +160,6 @@ bool mayStretchBetween(const TextItem& before, const TextItem& after) {
     return isText(before) && isText(after) &&
            (isBlank(before.character) || isEastAsian(before.character) ||
             isEastAsian(after.character));
-}
-
-double gapBetweenScripts(const TextItem& a, const TextItem& b,
-                         const word::ResolvedParagraph& format, double part) {
-    const TextItem& other = isIdeograph(a.character) ? b : a;
-    const char32_t latin = other.character;
-    const bool mixed = isIdeograph(a.character) != isIdeograph(b.character);
-    const bool wanted = (format.spacesLatin && isLatinLetter(latin) && !other.isSetAsChinese) ||
-                        (format.spacesDigits && isDigit(latin));
-    return mixed && wanted ? part * std::min(a.size, b.size) : 0;
 }
 
 } // namespace qvnd::layout

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "platform/word/formatting/ResolvedParagraph.h"
+#include "platform/word/layout/LineComposer.h"
 #include "platform/word/layout/PageModel.h"
 #include "platform/word/layout/StoryReader.h"
+
+#include <vector>
 
 namespace qvnd::layout {
 
@@ -18,9 +21,19 @@ struct CharacterPlace {
 // Adds a character and its background to the layer of a line.
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer);
 
-// Two full-width punctuation marks side by side lose the empty half between them, by which the
-// first one becomes narrower.
-void compressPair(TextItem& mark, const TextItem& next);
+// Whether an item is text that goes on in the look of the item before it.
+bool continuesText(const TextItem& before, const TextItem& item);
+
+// Gives the characters of each ligature of their face the room of the ligature, in the parts that
+// they have of it. Each is painted for itself, so that a reader of a PDF finds the letters.
+// Letters with space between them have no ligatures.
+void joinLigatures(std::vector<TextItem>& items, FontMetrics& fonts);
+
+// The room behind each item, in twips: that between Chinese and Latin text. Gives characters their
+// room on the document grid, and takes the empty half between two full-width punctuation marks side
+// by side from the first one where the document compresses them.
+std::vector<double> gapsBehind(std::vector<TextItem>& items, const word::ResolvedParagraph& format,
+                               const LineSetting& setting);
 
 // Whether a line may break between two adjacent items.
 bool mayBreakBetween(const TextItem& before, const TextItem& after,
@@ -28,10 +41,5 @@ bool mayBreakBetween(const TextItem& before, const TextItem& after,
 
 // Whether a justified line may be stretched between two adjacent items.
 bool mayStretchBetween(const TextItem& before, const TextItem& after);
-
-// The space between two adjacent characters, one Chinese and one Latin or a digit, in twips; 0
-// between others and where the paragraph wants none. `part`: of the smaller font size.
-double gapBetweenScripts(const TextItem& a, const TextItem& b,
-                         const word::ResolvedParagraph& format, double part);
 
 } // namespace qvnd::layout

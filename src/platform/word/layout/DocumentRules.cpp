@@ -1,12 +1,36 @@
 #include "platform/word/layout/DocumentRules.h"
 
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/formatting/FormatResolver.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <algorithm>
 
 namespace qvnd::layout {
 
 using word::ResolvedSection;
+
+namespace {
+
+// A grid of characters has cells as wide as a character of the standard style. As many as have room
+// stand in the middle of the text area.
+void divideIntoCells(ResolvedSection& section, int characterWidth) {
+    constexpr double unitsPerPoint = 4096;
+    const bool hasCells = section.grid == word::GridKind::linesAndCharacters ||
+                          section.grid == word::GridKind::snappedCharacters;
+    const double added = section.characterSpacing / unitsPerPoint * word::twipsPerPoint;
+    const int cell = characterWidth + static_cast<int>(added);
+    if (!hasCells || section.columns.size() != 1 || cell <= 0 ||
+        cell > section.columns.front().width) {
+        return;
+    }
+    const int rest = section.columns.front().width % cell;
+    section.columns.front().left += rest / 2;
+    section.columns.front().width -= rest;
+    section.cellWidth = cell;
+}
+
+} // namespace
 
 DocumentRules::DocumentRules(const LayoutSource& source, const LayoutOptions& options)
     : source_(source), options_(options) {
@@ -21,6 +45,13 @@ DocumentRules::DocumentRules(const LayoutSource& source, const LayoutOptions& op
     if (sections_.empty()) {
         sections_.push_back(word::resolvedSectionOf({}, onTop));
         sectionEnds_.push_back(source_.main->size());
+    }
+    if (options_.officeLines) {
+        word::FormatResolver formats(*source_.tables, true);
+        const auto& standard = formats.text(0, word::PropertyListId::empty);
+        for (ResolvedSection& section : sections_) {
+            divideIntoCells(section, static_cast<int>(standard.halfPoints * twipsPerHalfPoint));
+        }
     }
 }
 

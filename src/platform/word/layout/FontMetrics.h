@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace qvnd::layout {
 
@@ -25,6 +27,12 @@ struct FaceHeights {
     double leading = 0;
 };
 
+// One glyph for several characters, such as that for f and i. Without characters: there is none.
+struct Ligature {
+    std::size_t characters = 0;
+    double advance = 0;
+};
+
 // The font measures that the layout needs, as fractions of the font size. Results are cached for
 // each face.
 class FontMetrics {
@@ -36,6 +44,8 @@ public:
     virtual FaceId shownBy(FaceId face, char32_t character) = 0;
     virtual double advance(FaceId face, char32_t character) = 0;
     virtual FaceHeights heights(FaceId face) = 0;
+    // The ligature of the face that a text begins with.
+    virtual Ligature ligature(FaceId /*face*/, std::u32string_view /*text*/) { return {}; }
 };
 
 } // namespace qvnd::layout

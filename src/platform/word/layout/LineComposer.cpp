@@ -19,8 +19,6 @@ using word::ResolvedParagraph;
 using word::TabStop;
 using Kind = TextItem::Kind;
 
-constexpr double plainLine = 240;        // twips of a line without a grid
-constexpr double automaticSpace = 280;   // twips above and below, where a page of the web has them
 constexpr double narrowestBeside = 1134; // twips of a line beside what floats
 constexpr double overlong = 1;           // twips by which a line may be too long
 constexpr double nearEnd = 20;           // twips between the ends of a line and of its contents
@@ -51,7 +49,10 @@ public:
           indents_(indentsOf(format, paragraph.characterWidth,
                              setting.options.officeLines ? word::IndentUnits::twips
                                                          : word::IndentUnits::characters)) {
-        addGaps();
+        if (setting.options.officeLines) {
+            joinLigatures(items_, fonts_);
+        }
+        gaps_ = gapsBehind(items_, format_, setting_);
     }
 
     Strips compose(std::size_t from) {
@@ -72,26 +73,6 @@ public:
     }
 
 private:
-    // Room between Chinese and Latin, and what the grid adds to each character.
-    void addGaps() {
-        gaps_.assign(items_.size(), 0);
-        for (std::size_t i = 0; i < items_.size(); ++i) {
-            if (!isText(items_[i])) {
-                continue;
-            }
-            if (inPairs() && i + 1 < items_.size() && isText(items_[i + 1])) {
-                compressPair(items_[i], items_[i + 1]);
-            }
-            if (format_.snapsToGrid && items_[i].format->snapsToGrid) {
-                items_[i].width += setting_.grid.characterSpacing;
-            }
-            if (i + 1 < items_.size() && isText(items_[i + 1]) && !items_[i].isLabel) {
-                gaps_[i] =
-                    gapBetweenScripts(items_[i], items_[i + 1], format_, setting_.options.latinGap);
-            }
-        }
-    }
-
     double lineLeft(bool first) const {
         return indents_.left + (first ? indents_.firstLine - paragraph_.labelBefore : 0);
     }
@@ -128,8 +109,8 @@ private:
             Line part;
             part.begin = at;
             part.dropped = gap.top - top_;
-            part.left = gap.left;
-            part.room = std::max(gap.right - gap.left, leastRoom());
+            part.left = atCell(gap.left);
+            part.room = std::max(gap.right - part.left, leastRoom());
             const bool cutsWord = !fill(part);
             if (isWhole || !cutsWord) {
                 measure(part);
@@ -140,12 +121,32 @@ private:
         return parts;
     }
 
+    double atCell(double x) const {
+        return format_.snapsToGrid ? layout::atCell(setting_.grid, x) : x;
+    }
+    // Of a part of a line, which begins at a cell.
+    double wholeCells(double width) const {
+        return layout::atCell({0, 0, format_.snapsToGrid ? setting_.grid.cellWidth : 0, 0}, width);
+    }
+
+    // Chinese text behind Latin text begins at a cell. Returns where the item begins.
+    double moveToCell(std::size_t i, double x) {
+        if (setting_.grid.cellWidth <= 0 || !isText(items_[i]) || !isText(items_[i - 1]) ||
+            !isEastAsian(items_[i].character) || isEastAsian(items_[i - 1].character)) {
+            return x;
+        }
+        const double end = x - gaps_[i - 1];
+        gaps_[i - 1] = wholeCells(end) - end;
+        return end + gaps_[i - 1];
+    }
+
     // Of a line whose indents leave none, as in narrow cells. In the office suite each character
     // stands on a line of its own there.
     double leastRoom() const { return setting_.options.officeLines ? 1 : paragraph_.markSize; }
 
     void measure(Line& line) {
         line.isLast = line.end == items_.size();
+        showHyphen(line);
         std::size_t seen = line.end;
         while (seen > line.begin && (isBlankItem(items_[seen - 1]) || endsLine(items_[seen - 1]))) {
             --seen;
@@ -212,11 +213,12 @@ private:
                 line.end = i + 1;
                 return !isTooLong;
             }
+            x = i > line.begin ? moveToCell(i, x) : x;
             if (items_[i].kind == Kind::tab && !placeTab(line, i, x) && i > line.begin) {
                 line.end = i;
                 return !isTooLong;
             }
-            if (i > line.begin && mayBreak(i)) {
+            if (i > line.begin && mayBreak(i) && hyphenFits(items_[i - 1], line.reach - x)) {
                 breakAt = i;
             }
             spare = (beginsPortion(i) ? std::max(0.0, x - line.reach) : spare) + spareOf(items_[i]);
@@ -238,6 +240,19 @@ private:
         }
         line.end = items_.size();
         return !isTooLong;
+    }
+
+    static bool hyphenFits(const TextItem& item, double room) {
+        return item.kind != Kind::optionalHyphen || item.hyphenWidth <= room + overlong;
+    }
+
+    // An optional hyphen behind which a line ends is text like any other.
+    void showHyphen(const Line& line) {
+        TextItem* last = line.isLast || line.end == line.begin ? nullptr : &items_[line.end - 1];
+        if (last != nullptr && last->kind == Kind::optionalHyphen) {
+            last->kind = Kind::character;
+            last->width = last->hyphenWidth;
+        }
     }
 
     // A tab may lead beyond the right end of the line to a stop that the paragraph sets.
@@ -301,7 +316,8 @@ private:
         if (atRightEnd && x + behindTab(all, i) > reach + overlong) {
             return false;
         }
-        const double width = std::max(stop.at - at - beforeStop(stop.kind, all, i), 0.0);
+        const double end = stop.kind == TabStop::Kind::left ? atCell(stop.at) : stop.at;
+        const double width = std::max(end - at - beforeStop(stop.kind, all, i), 0.0);
         if (stop.kind != TabStop::Kind::left && reach > line.room) {
             line.reach = std::max(line.reach, x + width + behindTab(all, i));
         }
@@ -348,7 +364,7 @@ private:
     }
 
     double shift(const Line& line) const {
-        const double rest = line.reach > line.room ? 0 : line.room - line.length;
+        const double rest = line.reach > line.room ? 0 : line.room - line.length - restOfCell(line);
         switch (format_.alignment) {
         case LineAlignment::centre:
             return rest / 2;
@@ -357,6 +373,17 @@ private:
         default:
             return 0;
         }
+    }
+
+    // On a grid with cells the Latin text at the end of a line takes whole ones.
+    double restOfCell(const Line& line) const {
+        double latin = 0;
+        for (std::size_t i = seenEnd(line);
+             i > line.begin && isText(items_[i - 1]) && !isEastAsian(items_[i - 1].character);
+             --i) {
+            latin += widthOf(i - 1);
+        }
+        return std::min(std::max(0.0, line.room - line.length), wholeCells(latin) - latin);
     }
 
     // A place where a justified line may be stretched: behind this item.
@@ -424,27 +451,15 @@ private:
     }
 
     // Whether the item goes on in the text of the one before.
-    bool follows(std::size_t i) const {
-        const TextItem& a = items_[i - 1];
-        const TextItem& b = items_[i];
-        return isText(a) && a.format == b.format && a.face == b.face && a.size == b.size &&
-               a.raised == b.raised;
-    }
-
-    double spaceOf(int twips, int lines, bool automatic) const {
-        if (automatic) {
-            return automaticSpace;
-        }
-        const double line = setting_.grid.linePitch > 0 ? setting_.grid.linePitch : plainLine;
-        return lines > 0 ? lines * line / 100 : twips;
-    }
+    bool follows(std::size_t i) const { return continuesText(items_[i - 1], items_[i]); }
 
     void finish(Strips& strips, bool fromStart) const {
         if (fromStart) {
-            strips.front().before +=
-                spaceOf(format_.before, format_.linesBefore, format_.automaticBefore);
+            strips.front().before += spaceAround(
+                {format_.before, format_.linesBefore, format_.automaticBefore}, setting_.grid);
         }
-        strips.back().after = spaceOf(format_.after, format_.linesAfter, format_.automaticAfter);
+        strips.back().after =
+            spaceAround({format_.after, format_.linesAfter, format_.automaticAfter}, setting_.grid);
         strips.front().startsPage = (format_.startsPage || paragraph_.startsPage) && fromStart;
         for (std::size_t i = 0; i < strips.size(); ++i) {
             strips[i].line = i;

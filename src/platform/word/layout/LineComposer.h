@@ -11,9 +11,16 @@ namespace qvnd::layout {
 struct Grid {
     double linePitch = 0;        // twips; 0 for none
     double characterSpacing = 0; // twips added to each character
+    // In the office suite text begins at a cell of the grid. 0: there are no cells. `offset`: from
+    // the left end of the grid to that of the column.
+    double cellWidth = 0;
+    double offset = 0;
 };
 
 Grid gridOf(const word::ResolvedSection& section);
+
+// Where text begins that may begin at `x`: at the next cell of a grid that has cells.
+double atCell(const Grid& grid, double x);
 
 // The layout settings of a paragraph: its column and the settings of the document.
 struct LineSetting {

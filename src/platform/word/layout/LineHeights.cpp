@@ -1,6 +1,7 @@
 #include "platform/word/layout/LineHeights.h"
 #include "platform/word/formatting/PropertyValues.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace qvnd::layout {
@@ -140,6 +141,9 @@ ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& 
             add(item.face, lineSize(item, office), lineRise(item, office));
         }
     }
+    if (setting.grid.cellWidth > 0 && !items.empty()) { // the space in front of the first cell
+        add(items.front().face, items.front().size, 0);
+    }
     if (items.empty() || (isLast && setting.options.marksCount)) {
         add(paragraph.markFace, paragraph.markSize, 0);
     }
@@ -152,11 +156,32 @@ Grid gridOf(const word::ResolvedSection& section) {
         return grid;
     }
     grid.linePitch = section.linePitch;
+    grid.cellWidth = section.cellWidth;
     if (section.grid == word::GridKind::linesAndCharacters) {
         constexpr double unitsPerPoint = 4096;
         grid.characterSpacing = section.characterSpacing / unitsPerPoint * word::twipsPerPoint;
     }
     return grid;
+}
+
+double atCell(const Grid& grid, double x) {
+    constexpr double rounding = 0.001; // of a cell
+    if (grid.cellWidth <= 0) {
+        return x;
+    }
+    const double cells = std::ceil((x + grid.offset) / grid.cellWidth - rounding);
+    return std::max(0.0, cells) * grid.cellWidth - grid.offset;
+}
+
+double spaceAround(const ParagraphSpace& space, const Grid& grid) {
+    constexpr double plainLine = 240;      // twips of a line without a grid
+    constexpr double automaticSpace = 280; // twips
+    constexpr double hundredth = 100;
+    if (space.automatic) {
+        return automaticSpace;
+    }
+    const double line = grid.linePitch > 0 ? grid.linePitch : plainLine;
+    return space.lines > 0 ? space.lines * line / hundredth : space.twips;
 }
 
 LineRoom roomOf(const ContentHeights& content, const word::ResolvedParagraph& format,

@@ -57,4 +57,13 @@ struct LineOrder {
 LineRoom roomOf(const ContentHeights& content, const word::ResolvedParagraph& format,
                 const LineSetting& setting, const LineOrder& order);
 
+// The space above or below a paragraph. Lines count before twips.
+struct ParagraphSpace {
+    int twips = 0;
+    int lines = 0;          // hundredths of a line, that of the grid where there is one
+    bool automatic = false; // as pages of the web have it
+};
+
+double spaceAround(const ParagraphSpace& space, const Grid& grid);
+
 } // namespace qvnd::layout

@@ -71,7 +71,7 @@ void Layer::append(const Layer& other, double right, double down) {
     });
 }
 
-void Layer::cutBelow(double y, double left, double right) {
+void Layer::cutBelow(double y, double left, double right, bool keepsTexts) {
     constexpr double below = 0.35; // of a font's size, that letters reach below their baseline
     const auto isWithin = [&](const auto& item) { return item.x >= left && item.x < right; };
     std::erase_if(fills, [&](const Fill& fill) { return isWithin(fill) && fill.y >= y; });
@@ -79,7 +79,7 @@ void Layer::cutBelow(double y, double left, double right) {
         return isWithin(picture) && picture.y >= y;
     });
     std::erase_if(texts, [&](const PlacedText& text) {
-        return isWithin(text) && text.baseline - text.size >= y;
+        return !keepsTexts && isWithin(text) && text.baseline - text.size >= y;
     });
     for (Fill& fill : fills) {
         fill.height = isWithin(fill) ? std::min(fill.height, y - fill.y) : fill.height;

@@ -92,8 +92,9 @@ struct Layer {
     // Adds the content of another layer, moved by that distance.
     void append(const Layer& other, double right, double down);
     // Of what begins between two distances from the left edge: removes what stands below that
-    // height, and cuts off fills, texts and pictures that reach beyond it.
-    void cutBelow(double y, double left, double right);
+    // height, and cuts off fills, texts and pictures that reach beyond it. `keepsTexts`: texts
+    // below it are not seen, but a reader of the PDF finds them.
+    void cutBelow(double y, double left, double right, bool keepsTexts = false);
 };
 
 struct Page {

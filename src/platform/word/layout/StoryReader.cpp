@@ -1,7 +1,7 @@
 #include "platform/word/layout/StoryReader.h"
 
 #include "platform/word/docfile/format/SpecialCharacters.h"
-#include "platform/word/docfile/pictures/Picture.h"
+#include "platform/word/docfile/pictures/ObjectPicture.h"
 #include "platform/word/formatting/Symbols.h"
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/LineHeights.h"
@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace qvnd::layout {
 
@@ -21,8 +22,8 @@ constexpr double scriptRise = 0.33;
 constexpr double scriptDrop = -0.15;
 constexpr double smallCapitalSize = 0.8;
 
-constexpr std::uint16_t noFont = 0xFFFF; // of no document
-constexpr char16_t pageNumber = 0;       // in the office suite the number of the page
+constexpr std::uint16_t unnamedFont = 0xFFFE; // of no document
+constexpr char16_t pageNumber = 0;            // in the office suite the number of the page
 constexpr char16_t privateArea = 0xF000;
 constexpr char16_t privateEnd = 0xF100;
 
@@ -98,7 +99,8 @@ FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
     if (isNew) {
         std::u16string name = fontName(font);
         if (name.empty() && shared_.officeText && !asksForChinese) {
-            name = u"serif"; // which the office suite takes where no font is named
+            // What the office suite takes where no font is named.
+            name = font == word::bareStyleFont ? u"sans-serif" : u"serif";
         }
         known->second = shared_.fonts.face({name, format.bold, format.italic, asksForChinese});
     }
@@ -244,7 +246,7 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
         if (c >= privateArea || inSymbols) {
             addSymbol(c, format.latinFont, start, format, result);
         } else if (isUnnamed) {
-            const FaceId face = faceOf(noFont, false, format);
+            const FaceId face = faceOf(unnamedFont, false, format);
             addCharacter(c, shared_.fonts.shownBy(face, c), start, format, result);
         } else {
             addCharacter(c, start, format, result);
@@ -360,6 +362,11 @@ void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& 
         addCharacter(0x2011, at, format, result);
         result.items.back().character = U'-';
         return;
+    case special::optionalHyphen:
+        addCharacter(U'-', at, format, result);
+        result.items.back().kind = TextItem::Kind::optionalHyphen;
+        std::swap(result.items.back().width, result.items.back().hyphenWidth);
+        return;
     case special::lineBreak:
         item.kind = TextItem::Kind::lineBreak;
         break;
@@ -375,21 +382,41 @@ void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& 
     result.items.push_back(std::move(item));
 }
 
-// Form fields and hyperlinks keep data behind the same character.
+// The picture of a character: the one behind it, or the one that its object keeps of itself. Form
+// fields and hyperlinks keep data behind the same character.
+const StoryReader::Shared::ShownPicture& StoryReader::pictureOf(const word::ResolvedText& format) {
+    static const Shared::ShownPicture none;
+    const auto shown = [](const std::optional<word::Picture>& picture, const word::DataBlob& blob) {
+        return picture
+                   ? Shared::ShownPicture{blob, double(picture->width()), double(picture->height())}
+                   : none;
+    };
+    const word::DocumentTables& tables = *shared_.source.tables;
+    if (!format.blob && format.object && *format.object < tables.objects.size() &&
+        tables.objects[*format.object]) {
+        const auto [known, isNew] = shared_.picturesOfObjects.try_emplace(*format.object);
+        if (isNew) {
+            const auto picture = word::pictureOfObject(*tables.objects[*format.object]);
+            known->second = shown(picture, picture ? picture->blob() : nullptr);
+        }
+        return known->second;
+    }
+    if (!format.blob || format.isData || *format.blob >= tables.blobs.size() ||
+        !tables.blobs[*format.blob]) {
+        return none;
+    }
+    const auto [known, isNew] = shared_.pictures.try_emplace(*format.blob);
+    if (isNew) {
+        const word::DataBlob& blob = tables.blobs[*format.blob];
+        known->second = shown(word::Picture::fromBlob(*blob), blob);
+    }
+    return known->second;
+}
+
 void StoryReader::addPicture(word::Cp at, const word::ResolvedText& format,
                              ParagraphItems& result) {
-    const auto& blobs = shared_.source.tables->blobs;
-    if (!format.blob || format.isData || *format.blob >= blobs.size() || !blobs[*format.blob]) {
-        return;
-    }
-    const word::DataBlob& blob = blobs[*format.blob];
-    const auto [known, isNew] = shared_.pictureSizes.try_emplace(*format.blob, 0.0, 0.0);
-    if (isNew) {
-        if (const auto picture = word::Picture::fromBlob(*blob)) {
-            known->second = {picture->width(), picture->height()};
-        }
-    }
-    if (known->second.first <= 0) {
+    const Shared::ShownPicture& picture = pictureOf(format);
+    if (picture.width <= 0) {
         return;
     }
     TextItem item;
@@ -398,10 +425,10 @@ void StoryReader::addPicture(word::Cp at, const word::ResolvedText& format,
     item.format = &format;
     item.size = format.halfPoints * twipsPerHalfPoint;
     item.face = faceOf(format, U'x');
-    item.width = known->second.first;
-    item.height = known->second.second;
+    item.width = picture.width;
+    item.height = picture.height;
     item.raised = format.raisedBy * twipsPerHalfPoint;
-    item.picture = blob;
+    item.picture = picture.blob;
     result.items.push_back(std::move(item));
 }
 

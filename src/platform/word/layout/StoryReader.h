@@ -20,15 +20,24 @@ inline constexpr double twipsPerHalfPoint = 10;
 
 // An item of a line: a character, a picture, a tab or a break.
 struct TextItem {
-    enum class Kind : std::uint8_t { character, tab, picture, lineBreak, pageBreak, columnBreak };
+    enum class Kind : std::uint8_t {
+        character,
+        tab,
+        picture,
+        optionalHyphen, // seen at the end of a line alone
+        lineBreak,
+        pageBreak,
+        columnBreak
+    };
 
     Kind kind = Kind::character;
     char32_t character = 0;
     FaceId face = 0;
-    double size = 0;   // of the font, twips
-    double width = 0;  // twips; the width of a tab is set when it is placed
-    double height = 0; // of a picture, in twips
-    double raised = 0; // above the baseline, in twips
+    double size = 0;        // of the font, twips
+    double width = 0;       // twips; the width of a tab is set when it is placed
+    double height = 0;      // of a picture, in twips
+    double hyphenWidth = 0; // of an optional hyphen at the end of a line, twips
+    double raised = 0;      // above the baseline, in twips
     const word::ResolvedText* format = nullptr;
     word::Cp at = 0;
     word::DataBlob picture;
@@ -79,7 +88,8 @@ public:
         Shared(const LayoutSource& from, FontMetrics& metrics, bool office = false,
                bool deletedToo = false)
             : source(from), fonts(metrics), marksInherit(office), showsDeleted(deletedToo),
-              officeText(office), formats(*from.tables), numbers(*from.tables, formats.levels()) {}
+              officeText(office), formats(*from.tables, office),
+              numbers(*from.tables, formats.levels()) {}
 
         const LayoutSource& source;
         FontMetrics& fonts;
@@ -93,8 +103,15 @@ public:
         bool hasLeading = true; // see LineSetting
         word::FormatResolver formats;
         word::ListNumbers numbers;
-        bool addsSpaces = true;                                          // see gapBetween()
-        std::map<std::uint32_t, std::pair<double, double>> pictureSizes; // by blob, in twips
+        bool addsSpaces = true; // see gapBetween()
+        // A picture in a line and its size in twips; none for a character that shows nothing.
+        struct ShownPicture {
+            word::DataBlob blob;
+            double width = 0;
+            double height = 0;
+        };
+        std::map<std::uint32_t, ShownPicture> pictures;          // by blob
+        std::map<std::uint32_t, ShownPicture> picturesOfObjects; // by object
         std::vector<std::u16string> noteMarks; // by note: its number in its number format
         // The labels of paragraphs in lists, by story and paragraph: each is counted once, however
         // often it is composed.
@@ -128,6 +145,7 @@ private:
                       ParagraphItems& result);
     void addSpecial(char16_t c, word::Cp at, const word::ResolvedText& format,
                     ParagraphItems& result);
+    const Shared::ShownPicture& pictureOf(const word::ResolvedText& format);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
     void addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
     // Adds a character of a symbol font. `code`: with or without 0xF000 added.

@@ -279,6 +279,8 @@ TEST_F(StyleSheetTable, AParagraphStyleBasedOnAStyleOfCharactersIsBasedOnTheStan
     const StyleSheet read =
         throughFile(sheetOf({{15, bullets}, {16, named(u"mark", StyleKind::character)}}));
     EXPECT_EQ(read.styles.at(15)->basedOn, 0);
+    EXPECT_TRUE(read.styles.at(15)->namesCharacterBase);
+    EXPECT_FALSE(read.styles.at(0)->namesCharacterBase);
     ASSERT_EQ(remarks.size(), 1U);
     EXPECT_EQ(remarks[0], u"样式“bullets”的基准样式不合规定，不再沿用");
 }

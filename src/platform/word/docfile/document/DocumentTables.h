@@ -46,10 +46,13 @@ struct StyleDefinition {
     StyleKind kind = StyleKind::paragraph;
     std::uint16_t sti = userDefined; // number of a built-in style, else userDefined
     StyleIndex basedOn = none;       // istdBase
-    StyleIndex next = 0;             // istdNext
-    StyleIndex link = 0;             // istdLink of Stdf's post-2000 part, 0 for none
-    std::uint16_t flags = 0;         // grfstd: fAutoRedef, fHidden, fSemiHidden, fLocked, ...
-    std::uint16_t priority = 0;      // iPriority: the place in lists of styles, 0 to 99
+    // A style of paragraphs whose file names a style of characters as its base: `basedOn` is the
+    // standard style instead.
+    bool namesCharacterBase = false;
+    StyleIndex next = 0;        // istdNext
+    StyleIndex link = 0;        // istdLink of Stdf's post-2000 part, 0 for none
+    std::uint16_t flags = 0;    // grfstd: fAutoRedef, fHidden, fSemiHidden, fLocked, ...
+    std::uint16_t priority = 0; // iPriority: the place in lists of styles, 0 to 99
     PropertyListId paragraph = PropertyListId::empty; // UpxPapx without istd
     PropertyListId character = PropertyListId::empty; // UpxChpx
     PropertyListId table = PropertyListId::empty;     // UpxTapx of a table style

@@ -15,7 +15,8 @@ inline constexpr char16_t lineBreak = 0x0B;
 inline constexpr char16_t pageBreak = 0x0C; // ends a section where one ends, else a page
 inline constexpr char16_t paragraphMark = 0x0D;
 inline constexpr char16_t columnBreak = 0x0E;
-inline constexpr char16_t fixedHyphen = 0x1E; // at which no line ends
+inline constexpr char16_t fixedHyphen = 0x1E;    // at which no line ends
+inline constexpr char16_t optionalHyphen = 0x1F; // at which a line may end; seen there alone
 inline constexpr char16_t firstPrintable = 0x20;
 inline constexpr char16_t symbol = 0x28; // stands for a character of another font
 

@@ -108,6 +108,7 @@ private:
             return;
         }
         const bool hasStandard = isBasedOnCharacters(style) && canBeBase(standard, style);
+        style.namesCharacterBase = hasStandard;
         giveUpBase(style, istd, hasStandard ? standard : StyleDefinition::none);
     }
 

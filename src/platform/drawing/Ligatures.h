@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace qvnd::drawing {
+
+// The standard ligatures of a font: the feature 'liga' of its table GSUB, as it is for Latin script
+// in the default language (OpenType 1.9, "GSUB", "Common Table Formats").
+class Ligatures {
+public:
+    // A ligature and the glyphs that it stands for behind the first one.
+    struct Entry {
+        std::vector<std::uint16_t> others;
+        std::uint16_t glyph = 0;
+    };
+
+    Ligatures() = default;
+    // `table`: the bytes of GSUB. What of it is damaged has no ligatures.
+    explicit Ligatures(std::string_view table);
+
+    // The first ligature that the font names for glyphs that begin with these; null for none.
+    const Entry* find(std::span<const std::uint16_t> glyphs) const;
+    bool empty() const { return entries_.empty(); }
+
+private:
+    std::map<std::uint16_t, std::vector<Entry>> entries_; // by their first glyph
+};
+
+} // namespace qvnd::drawing

@@ -1,0 +1,262 @@
+// What is seen of text that its characters alone do not tell.
+
+#include "platform/drawing/Ligatures.h"
+#include "platform/layout/PagedDocument.h"
+#include "platform/word/docfile/objects/EmbeddedObjects.h"
+#include "platform/word/docfile/pictures/Picture.h"
+#include "support/Images.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qvnd::layout {
+namespace {
+
+using word::Bytes;
+using word::withSprm16;
+using word::withSprm32;
+using word::withSprm8;
+namespace sprm = word::sprm;
+
+class TextRules : public test::PagedDocument {
+protected:
+    Page firstPage(FontMetrics& metrics) {
+        sourceOfAll();
+        DocumentLayout laidOut(source, metrics, options);
+        return laidOut.nextPage().value_or(Page{});
+    }
+};
+
+TEST_F(TextRules, AnOptionalHyphenIsSeenWhereALineEndsBehindItAlone) {
+    type(u"aaaaaaaaa aaaaa\x1f"
+         u"bbbbbbb\x1f"
+         u"c\r"); // twenty letters a line
+    const Page page = pages().at(0);
+    EXPECT_EQ(textOf(page), u"aaaaaaaaa aaaaa-bbbbbbbc");
+    EXPECT_EQ(textAt(page, u"bbbbbbb").baseline - textAt(page, u"aaaaaaaaa aaaaa-").baseline, 200);
+    EXPECT_EQ(textAt(page, u"c").baseline, textAt(page, u"bbbbbbb").baseline);
+}
+
+TEST_F(TextRules, NoLineEndsAtAnOptionalHyphenThatHasNoRoom) {
+    type(u"aaaaaaaaaa aaaaaaaaa\x1f"
+         u"bbb\r");
+    const Page page = pages().at(0);
+    EXPECT_EQ(textOf(page), u"aaaaaaaaaa aaaaaaaaabbb");
+    EXPECT_EQ(textAt(page, u"aaaaaaaaa").baseline, textAt(page, u"bbb").baseline);
+}
+
+TEST_F(TextRules, NoLineEndsBeforeAnOptionalHyphen) {
+    type(u"aaaaaaaaaaaaaaaaa 宋\x1f"
+         u"bb\r"); // 宋 ends where the line ends
+    const Page page = pages().at(0);
+    EXPECT_EQ(textOf(page), u"aaaaaaaaaaaaaaaaa 宋bb");
+    EXPECT_EQ(textAt(page, u"宋").baseline, textAt(page, u"bb").baseline);
+}
+
+// A font in which f and i have a ligature that is as wide as one and a half letters.
+class FontsWithLigature : public test::FixedFonts {
+public:
+    Ligature ligature(FaceId, std::u32string_view text) override {
+        return text.starts_with(U"fi") ? Ligature{2, 0.75} : Ligature{};
+    }
+};
+
+TEST_F(TextRules, InTheOfficeSuiteLettersHaveTheRoomOfTheirLigature) {
+    FontsWithLigature ligated;
+    type(u"afib\r");
+    EXPECT_EQ(firstPage(ligated).layer.texts.at(0).advances,
+              (std::vector<float>{100, 100, 100, 100}));
+    options = officeOptions();
+    EXPECT_EQ(firstPage(ligated).layer.texts.at(0).advances,
+              (std::vector<float>{100, 75, 75, 100}));
+}
+
+TEST_F(TextRules, LettersOfTwoLooksOrWithSpaceBetweenThemHaveNoLigature) {
+    FontsWithLigature ligated;
+    options = officeOptions();
+    type(u"fifi\r");
+    const auto spaced = intern(withSprm16({}, sprm::CDxaSpace, 10));
+    const auto large = intern(withSprm16({}, sprm::CHps, 40));
+    main.characters = {{1, {}}, {1, large}, {2, spaced}, {1, {}}};
+    std::vector<float> advances;
+    for (const PlacedText& run : firstPage(ligated).layer.texts) {
+        advances.insert(advances.end(), run.advances.begin(), run.advances.end());
+    }
+    EXPECT_EQ(advances, (std::vector<float>{100, 200, 110, 110}));
+}
+
+// An object that keeps a metafile of itself, 62 by 12 points at that scale.
+word::EmbeddedObjectRef formula(std::uint32_t acrossPerMille, std::uint32_t downPerMille) {
+    const Bytes metafile = test::hex("010009000003 15000000 0000 05000000 0000"
+                                     "05000000 0C02 0C00 3E00 03000000 0000");
+    auto object = std::make_shared<word::EmbeddedObject>();
+    object->entries.push_back(
+        {u"\x0003PIC",
+         false,
+         {},
+         test::joined({Bytes(0x14), test::littleEndian(1240, 4), test::littleEndian(240, 4),
+                       Bytes(0x10), test::littleEndian(acrossPerMille, 4),
+                       test::littleEndian(downPerMille, 4)})});
+    object->entries.push_back({u"\x0003META", false, {}, test::joined({Bytes(8), metafile})});
+    return object;
+}
+
+TEST_F(TextRules, AnObjectIsShownByThePictureThatItKeepsOfItself) {
+    document.tables.objects = {formula(500, 1000)};
+    type(u"前\x01后\r");
+    const Bytes shows = withSprm32(withSprm8(withSprm8({}, sprm::CFSpec, 1), sprm::CFOle2, 1),
+                                   sprm::CObjLocation, 0);
+    main.characters = {{1, {}}, {1, intern(shows)}, {2, {}}};
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 1U);
+    const PlacedPicture& picture = page.layer.pictures[0];
+    EXPECT_EQ(picture.width, 620);
+    EXPECT_EQ(picture.height, 240);
+    EXPECT_EQ(picture.x, 1200);
+    EXPECT_EQ(textAt(page, u"后").x, 1820);
+    EXPECT_TRUE(word::Picture::fromBlob(*picture.blob));
+}
+
+TEST_F(TextRules, AnObjectWithoutAPictureOfUsableSizeIsNotShown) {
+    type(u"前\x01后\r");
+    const Bytes shows = withSprm32(withSprm8({}, sprm::CFSpec, 1), sprm::CObjLocation, 0);
+    main.characters = {{1, {}}, {1, intern(shows)}, {2, {}}};
+    auto bare = std::make_shared<word::EmbeddedObject>(*formula(1000, 1000));
+    bare->entries.erase(bare->entries.begin());
+    auto broken = std::make_shared<word::EmbeddedObject>(*formula(1000, 1000));
+    broken->entries[1].content.resize(10);
+    for (const word::EmbeddedObjectRef& object :
+         {formula(0, 1000), formula(1000, 40000), word::EmbeddedObjectRef(bare),
+          word::EmbeddedObjectRef(broken), word::EmbeddedObjectRef()}) {
+        document.tables.objects = {object};
+        const Page page = pages().at(0);
+        EXPECT_TRUE(page.layer.pictures.empty());
+        EXPECT_EQ(textOf(page), u"前后");
+    }
+}
+
+// Fonts of one measure that tell by which name each face was asked for.
+class FontsByName : public test::FixedFonts {
+public:
+    FaceId face(const FaceRequest& request) override {
+        names.push_back(request.name);
+        return static_cast<FaceId>(names.size() - 1);
+    }
+    std::vector<std::u16string> names;
+};
+
+TEST_F(TextRules, InTheOfficeSuiteAStyleThatNamesABaseOfCharactersStandsAlone) {
+    word::StyleDefinition& style = *document.tables.styles.styles[1];
+    document.tables.styles.styles[0]->character = intern(withSprm16({}, sprm::CHps, 32));
+    style.namesCharacterBase = true;
+    type(u"a\r");
+    main.paragraphs[0].style = 1;
+    FontsByName named;
+    const auto shown = [&] { return firstPage(named).layer.texts.at(0); };
+    EXPECT_EQ(shown().size, 320);
+    options = officeOptions();
+    EXPECT_EQ(shown().size, 240);
+    EXPECT_EQ(named.names.at(shown().face), u"sans-serif");
+    style.character = intern(withSprm16(withSprm16({}, sprm::CHps, 28), sprm::CRgFtc0, 0));
+    EXPECT_EQ(shown().size, 280);
+    EXPECT_EQ(named.names.at(shown().face), document.tables.fonts.at(0).name);
+}
+
+class GridOfCharacters : public TextRules {
+protected:
+    // Nine cells of 200 twips in 1910, and lines of 250; `kind`: 1 with cells, 2 without.
+    void setGrid(unsigned kind) {
+        Bytes list = withSprm16(section(), sprm::SDxaRight, 1090);
+        list = withSprm16(list, sprm::SClm, static_cast<std::uint16_t>(kind));
+        document.sections[0].properties = intern(withSprm16(list, sprm::SDyaLinePitch, 250));
+        options = officeOptions();
+    }
+    double leftOf(const std::u16string& text) { return textAt(pages().at(0), text).x; }
+};
+
+TEST_F(GridOfCharacters, StandsInTheMiddleAndTextBeginsAtItsCells) {
+    type(u"a\tb\r", withSprm16({}, sprm::PDxaLeft80, 130));
+    setGrid(2);
+    const double tab = leftOf(u"b") - 1000;
+    EXPECT_EQ(leftOf(u"a"), 1130);
+    setGrid(1);
+    EXPECT_EQ(leftOf(u"a"), 1255);
+    EXPECT_EQ(leftOf(u"b"), 1055 + std::ceil(tab / 200) * 200);
+    options = {};
+    EXPECT_EQ(leftOf(u"a"), 1130);
+}
+
+TEST_F(GridOfCharacters, LatinTextInTheMiddleOfALineTakesWholeCells) {
+    type(u"abc\r", withSprm8({}, sprm::PJc80, 1));
+    setGrid(2);
+    EXPECT_EQ(leftOf(u"abc"), 1000 + (1910 - 300) / 2);
+    setGrid(1);
+    EXPECT_EQ(leftOf(u"abc"), 1055 + (1800 - 400) / 2);
+}
+
+TEST_F(GridOfCharacters, ChineseTextTakesWholeCellsAndBeginsAtOneBehindLatin) {
+    setGrid(1);
+    type(u"a中大文\r");
+    const auto large = intern(withSprm16({}, sprm::CHps, 32));
+    main.characters = {{2, {}}, {1, large}, {2, {}}};
+    EXPECT_EQ(leftOf(u"文"), 1055 + 200 + 200 + 400);
+    EXPECT_EQ(leftOf(u"大"), 1055 + 200 + 200);
+    EXPECT_EQ(textAt(pages().at(0), u"a中").advances, (std::vector<float>{200, 200}));
+}
+
+TEST_F(GridOfCharacters, ALineOfAPictureReachesBelowItAsTextWould) {
+    document.tables.objects = {formula(500, 1000)};
+    type(u"\x01\r后\r");
+    main.characters = {{1, intern(withSprm32({}, sprm::CObjLocation, 0))}, {3, {}}};
+    const auto foot = [&] { return textAt(pages().at(0), u"后").baseline; };
+    setGrid(2);
+    const double high = foot();
+    setGrid(1);
+    EXPECT_EQ(foot() - high, 250);
+}
+
+// A table GSUB of a script with a feature of that name: glyphs 5, 7 and 8 have the ligature 20,
+// glyphs 5 and 6 the ligature 21; `covers`: how the table says that this is of glyph 5.
+std::string substitutions(std::string_view feature, const Bytes& covers) {
+    const Bytes bytes =
+        test::joined({test::hex("0001 0000 000A 001E 002C"), test::hex("0001"), test::ascii("latn"),
+                      test::hex("0008 0004 0000 0000 FFFF 0001 0000"), test::hex("0001"),
+                      test::ascii(feature), test::hex("0008 0000 0001 0000"),
+                      test::hex("0001 0004 0004 0000 0001 0008 0001 001C 0001 0008"),
+                      test::hex("0002 0006 000E 0014 0003 0007 0008 0015 0002 0006"), covers});
+    return {bytes.begin(), bytes.end()};
+}
+
+TEST(Ligatures, AreThoseOfTheStandardFeature) {
+    for (const Bytes& covers :
+         {test::hex("0001 0001 0005"), test::hex("0002 0001 0005 0005 0000")}) {
+        const drawing::Ligatures ligatures(substitutions("liga", covers));
+        const auto glyphOf = [&](std::vector<std::uint16_t> glyphs) {
+            const auto* found = ligatures.find(glyphs);
+            return found != nullptr ? found->glyph : 0;
+        };
+        EXPECT_EQ(glyphOf({5, 7, 8, 9}), 20);
+        EXPECT_EQ(glyphOf({5, 6}), 21);
+        EXPECT_EQ(glyphOf({5, 7}), 0);
+        EXPECT_EQ(glyphOf({6, 5}), 0);
+        EXPECT_EQ(glyphOf({}), 0);
+        EXPECT_TRUE(drawing::Ligatures(substitutions("dlig", covers)).empty());
+    }
+}
+
+TEST(Ligatures, OfATableThatBreaksOffAreWhatIsThere) {
+    const std::string whole = substitutions("liga", test::hex("0001 0001 0005"));
+    const std::array<std::uint16_t, 2> glyphs{5, 6};
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        const drawing::Ligatures ligatures(std::string_view(whole).substr(0, size));
+        EXPECT_EQ(ligatures.find(glyphs), nullptr) << size;
+    }
+}
+
+} // namespace
+} // namespace qvnd::layout
