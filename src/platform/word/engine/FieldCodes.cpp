@@ -120,13 +120,50 @@ std::vector<FieldWord> namesOfComparison(const std::vector<FieldWord>& words) {
     return namesOfFormula(compared);
 }
 
-// The switch behind which a bookmark stands.
+// One backslash; the path of a server begins with two.
+bool isSwitch(const FieldWord& word) {
+    return !word.quoted && word.text.starts_with(u'\\') && !word.text.starts_with(u"\\\\");
+}
+
+// Whether a HYPERLINK leads to a file: a word is neither a switch nor the argument of one.
+bool leadsToFile(const std::vector<FieldWord>& words) {
+    constexpr std::array<std::u16string_view, 3> alone{u"\\m", u"\\n", u"\\h"};
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        if (!isSwitch(words[i])) {
+            return true;
+        }
+        const bool hasArgument =
+            std::find(alone.begin(), alone.end(), foldedName(words[i].text)) == alone.end();
+        i += hasArgument && i + 1 < words.size() && !isSwitch(words[i + 1]) ? 1 : 0;
+    }
+    return false;
+}
+
+// The commands with a switch behind which a bookmark stands.
 std::u16string_view bookmarkSwitch(std::u16string_view command) {
     if (command == u"hyperlink") {
         return u"\\l";
     }
-    return command == u"toc" || command == u"index" ? std::u16string_view(u"\\b")
-                                                    : std::u16string_view{};
+    if (command == u"xe" || command == u"ta") {
+        return u"\\r";
+    }
+    const bool isTable = command == u"toc" || command == u"index" || command == u"toa";
+    return isTable ? std::u16string_view(u"\\b") : std::u16string_view{};
+}
+
+// Commands that need no words behind them. A bookmark may bear such a name; the word alone is still
+// the command.
+bool standsAlone(std::u16string_view command) {
+    constexpr std::array<std::u16string_view, 39> commands{
+        u"addressblock", u"author",      u"autonum",      u"autonumlgl",   u"autonumout",
+        u"bidioutline",  u"comments",    u"createdate",   u"date",         u"edittime",
+        u"filename",     u"filesize",    u"formcheckbox", u"formdropdown", u"formtext",
+        u"greetingline", u"keywords",    u"lastsavedby",  u"listnum",      u"mergerec",
+        u"mergeseq",     u"next",        u"numchars",     u"numpages",     u"numwords",
+        u"page",         u"printdate",   u"revnum",       u"savedate",     u"section",
+        u"sectionpages", u"seq",         u"subject",      u"template",     u"time",
+        u"title",        u"useraddress", u"userinitials", u"username"};
+    return std::find(commands.begin(), commands.end(), command) != commands.end();
 }
 
 } // namespace
@@ -197,16 +234,26 @@ std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words) {
     if (compares(command)) {
         return namesOfComparison(words);
     }
+    if (command == u"seq" && words.size() > 2 && !isSwitch(words[2])) {
+        named.push_back(words[2]);
+    }
     const std::u16string_view wanted = bookmarkSwitch(command);
-    for (std::size_t i = 1; !wanted.empty() && i + 1 < words.size(); ++i) {
-        if (foldedName(words[i].text) == wanted) {
+    const bool elsewhere = command == u"hyperlink" && leadsToFile(words);
+    for (std::size_t i = 1; !wanted.empty() && !elsewhere && i + 1 < words.size(); ++i) {
+        if (isSwitch(words[i]) && foldedName(words[i].text) == wanted) {
             named.push_back(words[i + 1]);
         }
     }
-    if (wanted.empty() && words.size() == 1) {
+    if (wanted.empty() && words.size() == 1 && !standsAlone(command)) {
         named.push_back(words.front()); // a bookmark's name alone is a reference to it
     }
     return named;
+}
+
+std::optional<FieldWord> listNameWord(const std::vector<FieldWord>& words) {
+    const bool names =
+        words.size() > 1 && !isSwitch(words[1]) && foldedName(words.front().text) == u"listnum";
+    return names ? std::optional(words[1]) : std::nullopt;
 }
 
 } // namespace qvnd::word

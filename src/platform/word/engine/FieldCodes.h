@@ -32,9 +32,13 @@ struct FieldWord {
 std::vector<std::vector<FieldWord>> fieldWords(const Story& story);
 
 // Those words of the code, or parts of words, that may name a bookmark: the argument of REF,
-// PAGEREF, NOTEREF and the like, that of \l of a HYPERLINK, that of \b of a TOC, the names that a
-// formula (=) reckons with, those that IF, COMPARE and the like compare. In a formula a name is no
-// function and no cell of a table.
+// PAGEREF, NOTEREF and the like, the second one of SEQ, that of \l of a HYPERLINK within the
+// document, that of \b of a TOC, INDEX or TOA, that of \r of an XE or TA, the names that a formula
+// (=) reckons with, those that IF, COMPARE and the like compare, a name alone. In a formula a name
+// is no function and no cell of a table. A place in another file is none of this document's.
 std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words);
+
+// The word of a LISTNUM that names its list; nothing for any other field.
+std::optional<FieldWord> listNameWord(const std::vector<FieldWord>& words);
 
 } // namespace qvnd::word

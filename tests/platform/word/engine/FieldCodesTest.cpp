@@ -47,13 +47,57 @@ TEST(FieldCodes, ReferencesNameTheirBookmarkFirst) {
 }
 
 TEST(FieldCodes, LinksAndTablesNameBookmarksBehindASwitch) {
-    EXPECT_EQ(namedBy(u"HYPERLINK file \\l here"), Names{u"here"});
     EXPECT_EQ(namedBy(u"HYPERLINK \\L \"here\""), Names{u"here"});
-    EXPECT_EQ(namedBy(u"HYPERLINK file \\b here"), Names{});
-    EXPECT_EQ(namedBy(u"HYPERLINK file \\l"), Names{});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\b here"), Names{});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\l"), Names{});
     EXPECT_EQ(namedBy(u"TOC \\b one \\B two"), (Names{u"one", u"two"}));
     EXPECT_EQ(namedBy(u"INDEX \\b one"), Names{u"one"});
+    EXPECT_EQ(namedBy(u"TOA \\b one"), Names{u"one"});
     EXPECT_EQ(namedBy(u"TOC \\l one"), Names{});
+    EXPECT_EQ(namedBy(u"TOC \"\\b\" one"), Names{}) << "no switch but a text";
+}
+
+TEST(FieldCodes, APlaceInAnotherFileIsNoBookmarkOfThisDocument) {
+    EXPECT_EQ(namedBy(u"HYPERLINK \"D:\\\\other.doc\" \\l \"Total\""), Names{});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\\\server\\bids\\other.doc \\l Total"), Names{});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\l Total other.doc"), Names{});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\n other.doc \\l Total"), Names{}) << "\\n has no argument";
+}
+
+TEST(FieldCodes, ALinkWithinTheDocumentMayHaveATipAndAFrame) {
+    EXPECT_EQ(namedBy(u"HYPERLINK \\o \"a tip\" \\n \\t frame \\l here"), Names{u"here"});
+    EXPECT_EQ(namedBy(u"HYPERLINK \"\" \\l here"), Names{u"here"});
+    EXPECT_EQ(namedBy(u"HYPERLINK \\o \\l here"), Names{u"here"});
+}
+
+TEST(FieldCodes, EntriesOfAnIndexNameTheBookmarkOfTheirPages) {
+    EXPECT_EQ(namedBy(u"XE \"concrete\" \\r Part"), Names{u"Part"});
+    EXPECT_EQ(namedBy(u"TA \\l \"Code\" \\c 1 \\R Part"), Names{u"Part"});
+    EXPECT_EQ(namedBy(u"XE Part \\b"), Names{});
+}
+
+TEST(FieldCodes, ASequenceNamesABookmarkBehindItsOwnName) {
+    EXPECT_EQ(namedBy(u"SEQ Figure here \\* ARABIC"), Names{u"here"});
+    EXPECT_EQ(namedBy(u"SEQ Figure \\c here"), Names{});
+    EXPECT_EQ(namedBy(u"SEQ Figure"), Names{});
+}
+
+TEST(FieldCodes, ACommandAloneIsNoBookmarkOfThatName) {
+    for (const char16_t* command : {u"PAGE", u"Date", u"title", u"NUMPAGES", u"FormText"}) {
+        EXPECT_EQ(namedBy(command), Names{});
+    }
+}
+
+TEST(FieldCodes, AListNumberMayNameItsList) {
+    const auto listOf = [](const std::u16string& code) {
+        const auto word = listNameWord(fieldWords(storyOf(u'{' + code + u'}')).at(0));
+        return word ? word->text : u"none";
+    };
+    EXPECT_EQ(listOf(u"LISTNUM Clauses \\l 2"), u"Clauses");
+    EXPECT_EQ(listOf(u"listnum \"Main clauses\""), u"Main clauses");
+    EXPECT_EQ(listOf(u"LISTNUM \\l 2"), u"none");
+    EXPECT_EQ(listOf(u"LISTNUM"), u"none");
+    EXPECT_EQ(listOf(u"REF Clauses"), u"none");
 }
 
 TEST(FieldCodes, ANameAloneIsAReferenceToIt) {
