@@ -11,12 +11,10 @@ namespace qvnd::word {
 
 namespace {
 
-// The others are for the headings that the contents name.
+// With that of the pictures of bullets. The others are for the headings that the contents name.
 constexpr std::size_t mostBookmarksBrought = mostBookmarks - 2380;
 
-using Names = std::unordered_set<std::u16string>; // folded
-
-void addReferences(const Story& story, Names& names) {
+void addReferences(const Story& story, std::unordered_set<std::u16string>& names) {
     for (const std::vector<FieldWord>& words : fieldWords(story)) {
         for (const FieldWord& word : bookmarkWords(words)) {
             names.insert(foldedName(word.text));
@@ -24,15 +22,14 @@ void addReferences(const Story& story, Names& names) {
     }
 }
 
-// The names of the bookmarks that fields of the document speak of.
-Names referencesOf(const DocumentContent& source) {
-    Names names;
-    addReferences(*joined(source.main), names);
-    forEachTextAside(source, [&](const Story& text) { addReferences(text, names); });
+} // namespace
+
+std::unordered_set<std::u16string> namesInFields(const DocumentContent& document) {
+    std::unordered_set<std::u16string> names;
+    addReferences(*joined(document.main), names);
+    forEachTextAside(document, [&](const Story& text) { addReferences(text, names); });
     return names;
 }
-
-} // namespace
 
 BookmarkImport::BookmarkImport(const DocumentContent& source, BookmarkNames& names)
     : source_(source), main_(source.bookmarks) {
@@ -50,19 +47,25 @@ BookmarkImport::BookmarkImport(const DocumentContent& source, BookmarkNames& nam
     }
 }
 
-// Those that nothing shows and nothing speaks of go first, and those of the main story before
-// others.
+// Those that nothing shows and nothing speaks of go first, then the last of the others: those of
+// other texts stand behind those of the main story.
 void BookmarkImport::leaveOutBeyondRoom(std::size_t room) {
     if (main_.size() + aside_.size() <= room) {
         return;
     }
-    const Names references = referencesOf(source_);
-    const std::size_t kept = std::min(aside_.size(), room);
-    withoutRoom_ = static_cast<int>(aside_.size() - kept);
-    aside_.resize(kept);
-    withoutRoom_ += leaveOutBookmarks(main_, room - kept, [&](const Bookmark& bookmark) {
-        return isHidden(bookmark) && !references.contains(foldedName(bookmark.name));
+    std::vector<const Bookmark*> all;
+    for (const Bookmark& bookmark : main_) {
+        all.push_back(&bookmark);
+    }
+    all.insert(all.end(), aside_.begin(), aside_.end());
+    const auto inFields = namesInFields(source_);
+    const std::vector<bool> stays = bookmarksWithin(room, all, [&](const Bookmark& bookmark) {
+        return isHidden(bookmark) && !inFields.contains(foldedName(bookmark.name));
     });
+    withoutRoom_ = static_cast<int>(std::count(stays.begin(), stays.end(), false));
+    std::size_t next = 0;
+    std::erase_if(main_, [&](const Bookmark&) { return !stays[next++]; });
+    std::erase_if(aside_, [&](const Bookmark*) { return !stays[next++]; });
 }
 
 std::u16string BookmarkImport::named(const Bookmark& bookmark, BookmarkNames& names) {

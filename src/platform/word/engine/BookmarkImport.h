@@ -7,9 +7,13 @@
 
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace qvnd::word {
+
+// The names of the bookmarks that fields of the document speak of, folded.
+std::unordered_set<std::u16string> namesInFields(const DocumentContent& document);
 
 // The bookmarks of a document that comes into another one: those that there is room for, under
 // names that nothing else has there.

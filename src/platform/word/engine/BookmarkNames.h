@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/word/docfile/text/BulletPictures.h"
+
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -8,11 +11,11 @@
 
 namespace qvnd::word {
 
-// The bookmark names of a document. Names are at most 40 characters and compare without regard
-// to the case of Latin letters.
-class BookmarkNames {
+// Names that a document has once each. They are at most `maximumLength` characters and compare
+// without regard to the case of Latin letters.
+class UniqueNames {
 public:
-    static constexpr std::size_t maximumLength = 40;
+    explicit UniqueNames(std::size_t maximumLength) : maximumLength_(maximumLength) {}
 
     std::size_t count() const { return used_.size(); }
     bool contains(std::u16string_view name) const;
@@ -22,8 +25,20 @@ public:
     std::u16string addUnique(std::u16string_view name);
 
 private:
+    std::u16string numbered(std::u16string_view name, std::uint32_t number) const;
+
+    std::size_t maximumLength_;
     std::unordered_set<std::u16string> used_;                      // folded
     std::unordered_map<std::u16string, std::uint32_t> lastNumber_; // by folded name
+};
+
+// The bookmark names of a document. That of the pictures of bullets is always one of them: the
+// writer sets it.
+class BookmarkNames : public UniqueNames {
+public:
+    static constexpr std::size_t maximumLength = 40;
+
+    BookmarkNames() : UniqueNames(maximumLength) { add(nameOfBulletPictures); }
 };
 
 } // namespace qvnd::word

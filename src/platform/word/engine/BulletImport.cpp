@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/pictures/Md4.h"
+#include "platform/word/docfile/text/BulletPictures.h"
 
 namespace qvnd::word {
 
@@ -11,7 +12,9 @@ BulletImport::BulletImport(DocumentTables& target, const DocumentTables& source,
     : target_(target), source_(source), rewriter_(rewriter), known_(source.bulletPictures.size()) {
     const std::vector<PropertyListId>& there = target.bulletPictures;
     for (std::uint32_t i = 0; !known_.empty() && i < there.size(); ++i) {
-        places_.try_emplace(shownBy(target, there[i]), i);
+        if (isBulletPicture(target.lists[there[i]])) {
+            places_.try_emplace(shownBy(target, there[i]), i);
+        }
     }
 }
 
@@ -32,7 +35,7 @@ BulletImport::Digest BulletImport::shownBy(const DocumentTables& tables,
 }
 
 std::optional<std::uint32_t> BulletImport::picture(std::uint32_t index) {
-    if (index >= known_.size()) {
+    if (index >= known_.size() || !isBulletPicture(source_.lists[source_.bulletPictures[index]])) {
         return std::nullopt;
     }
     std::optional<std::uint32_t>& known = known_[index];

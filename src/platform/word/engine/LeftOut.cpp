@@ -76,7 +76,8 @@ void sayCounts(std::vector<std::u16string>& lines, const DocumentContent& source
     say(lines, losses.lists, u"列表", u"个", u"的编号未能带入，一个文档最多 2046 个列表");
     say(lines, losses.fonts, u"字体", u"种", u"未能带入，一个文档最多 32767 种字体");
     say(lines, losses.styles, u"样式", u"种", u"未能带入，一个文档最多 4093 种样式");
-    say(lines, losses.bookmarks, u"书签", u"个", u"未能带入，一个文档最多 16380 个书签");
+    say(lines, losses.bookmarks, u"书签", u"个",
+        u"未能带入，一个文档最多 16380 个书签，其中 2380 个留给目录");
     say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
     say(lines, source.unread.smartTags, u"智能标记", u"个", u"未能带入，其文字不变");
 }
@@ -129,10 +130,21 @@ std::vector<std::u16string> leftOutOf(const DocumentContent& source, const Impor
     return lines;
 }
 
+std::vector<std::u16string> leftOutOf(const ContentsLosses& losses) {
+    std::vector<std::u16string> lines;
+    say(lines, static_cast<int>(losses.entries), u"目录中的标题", u"个",
+        u"没有页码和链接，一个文档最多 16380 个书签");
+    say(lines, static_cast<int>(losses.bookmarks), u"隐藏的书签", u"个",
+        u"没有保留，目录需要它们的位置");
+    return lines;
+}
+
 std::vector<std::u16string> changesOf(const ImportChanges& changes) {
     std::vector<std::u16string> lines;
     sayRenamed(lines, changes.bookmarks, u"书签", u"个",
                u"因为别的文档已有同名的书签，引用它们的地方已一并更改");
+    sayRenamed(lines, changes.lists, u"列表", u"个",
+               u"因为别的文档已有同名的列表，引用它们的地方已一并更改");
     sayRenamed(lines, changes.styles, u"样式", u"种", u"因为方案中已有同名而定义不同的样式");
     say(lines, changes.footnotes, u"脚注", u"个", u"与全文的脚注连续编号，编号可能与原文件不同");
     say(lines, changes.endnotes, u"尾注", u"个", u"与全文的尾注连续编号，编号可能与原文件不同");

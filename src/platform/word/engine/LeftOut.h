@@ -4,6 +4,7 @@
 #include "platform/word/engine/RunFacts.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -32,6 +33,12 @@ void count(Missing missing, ImportLosses& losses);
 // in a table that is not read.
 bool namesDivisions(const PropertyLists& lists);
 
+// Counts of what a contents found no room for.
+struct ContentsLosses {
+    std::size_t entries = 0;   // headings that get no bookmark
+    std::size_t bookmarks = 0; // hidden ones that made room
+};
+
 // What an import gives other names or numbers.
 struct ImportChanges {
     struct Renamed {
@@ -40,6 +47,7 @@ struct ImportChanges {
     };
     std::vector<Renamed> bookmarks; // those that users see
     std::vector<Renamed> styles;
+    std::vector<Renamed> lists;
     int footnotes = 0; // numbered by the program
     int endnotes = 0;
     bool pages = false; // the file gives the number of a first page
@@ -51,6 +59,9 @@ std::vector<std::u16string> changesOf(const ImportChanges& changes);
 // One line of Chinese for each kind of thing that a merge leaves out, behind the remarks of the
 // document's reader. Empty when nothing is missing.
 std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses);
+
+// The same for a contents.
+std::vector<std::u16string> leftOutOf(const ContentsLosses& losses);
 
 // The same for a document that is opened for editing. It keeps its headers and its pages.
 std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source,

@@ -4,6 +4,7 @@
 #include "platform/word/docfile/container/CompoundFile.h"
 #include "platform/word/docfile/format/Fib.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/docfile/text/BookmarkTables.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "support/ContentBuilder.h"
 #include "support/MemoryFolder.h"
@@ -63,7 +64,7 @@ protected:
         body.bookmarks.push_back({u"_PictureBullets", start, end});
         main = *joined(builder.content.main);
         body.sections = builder.content.sections;
-        return takeBulletPictures(main, body, builder.content.tables.lists);
+        return takeBulletPictures(main, body, builder.content.tables.lists, remarks);
     }
 
     std::shared_ptr<test::MemoryFolder> folder = std::make_shared<test::MemoryFolder>();
@@ -71,6 +72,7 @@ protected:
     DocumentWriter writer{folder};
     ContentBuilder builder;
     DocumentBody body;
+    Remarks remarks;
 };
 
 TEST_F(BulletPictures, StandHiddenInTheFileAndInNoStory) {
@@ -118,6 +120,19 @@ TEST_F(BulletPictures, BookmarksKeepTheirPlacesToTheEndOfTheText) {
     }
 }
 
+TEST_F(BulletPictures, HaveTheirPlaceInADocumentWithAsManyBookmarksAsItMayHave) {
+    builder.add({plain(u"text\r")});
+    addPicture(100);
+    for (std::size_t i = 0; i < mostOwnBookmarks; ++i) {
+        const std::u16string name = u"m" + digits(static_cast<std::int64_t>(i));
+        builder.content.bookmarks.push_back({name, 0, 1});
+    }
+    saveAs();
+    const DocumentContent document = read();
+    EXPECT_EQ(document.bookmarks.size(), 16379U);
+    EXPECT_EQ(document.tables.bulletPictures.size(), 1U);
+}
+
 TEST_F(BulletPictures, AreTakenOutOfTheMiddleWithTheirSectionAndWhatSpeaksOfIt) {
     const Bytes picture = pictureAt(0);
     builder.add({plain(u"ab"), {u"\x01\x01", picture}, plain(u"cd\r")});
@@ -136,13 +151,67 @@ TEST_F(BulletPictures, AreTakenOutOfTheMiddleWithTheirSectionAndWhatSpeaksOfIt) 
 
 TEST_F(BulletPictures, ABookmarkOverTextGoesAndTheTextStays) {
     builder.add({plain(u"a"), {u"\x01", pictureAt(0)}, plain(u"b\r")});
-    for (const auto& [start, end] : {std::pair<Cp, Cp>{1, 3}, {0, 2}, {0, 1}, {2, 2}}) {
+    for (const auto& [start, end] : {std::pair<Cp, Cp>{0, 2}, {0, 1}, {2, 2}}) {
         body = {};
+        remarks.clear();
         Story main;
         EXPECT_TRUE(take(main, start, end).empty());
         EXPECT_EQ(main.text, u"a\x01"
                              u"b\r\r");
         EXPECT_TRUE(body.bookmarks.empty());
+        EXPECT_EQ(remarks.size(), start < end ? 1U : 0U);
+    }
+}
+
+TEST_F(BulletPictures, APlaceThatReachesTooFarGivesThePicturesAndLeavesTheText) {
+    builder.add({plain(u"a"), {u"\x01\x01", pictureAt(0)}, plain(u"b\r")});
+    Story main;
+    EXPECT_EQ(take(main, 1, 5).size(), 2U);
+    EXPECT_EQ(main.text, u"ab\r\r");
+    EXPECT_TRUE(remarks.empty()) << "no picture is lost";
+}
+
+TEST_F(BulletPictures, ADamagedOneKeepsItsPlaceAmongTheOthers) {
+    const Bytes hidden = withSprm8({}, sprm::CFVanish, 1);
+    builder.add({{u"\x01", pictureAt(0)},
+                 {u"  ", hidden},
+                 {u"\x01", pictureAt(1)},
+                 {u" ", hidden},
+                 plain(u"b\r")});
+    Story main;
+    const std::vector<PropertyListId> pictures = take(main, 0, 5);
+    EXPECT_EQ(main.text, u" b\r\r") << "behind the last one nothing keeps a place";
+    ASSERT_EQ(pictures.size(), 4U);
+    const PropertyLists& lists = builder.content.tables.lists;
+    for (const auto& [at, shows] : {std::pair(0U, true), {1, false}, {2, false}, {3, true}}) {
+        EXPECT_EQ(isBulletPicture(lists[pictures[at]]), shows) << at;
+    }
+}
+
+TEST_F(BulletPictures, WithTextBetweenThemTheOnesBehindItAreLostAndTold) {
+    builder.add({{u"\x01", pictureAt(0)}, plain(u"b"), {u"\x01", pictureAt(1)}, plain(u"\r")});
+    Story main;
+    EXPECT_EQ(take(main, 0, 3).size(), 1U);
+    EXPECT_EQ(main.text, u"b\x01\r\r");
+    EXPECT_EQ(remarks, Remarks{u"项目符号的图片已损坏，未能全部读出。"});
+}
+
+TEST_F(BulletPictures, APlaceWithoutAPictureComesBackFromEverySave) {
+    builder.add({plain(u"text\r")});
+    addPicture(100);
+    DocumentTables& tables = builder.content.tables;
+    tables.bulletPictures.push_back(tables.lists.intern(withSprm8({}, sprm::CFVanish, 1)));
+    addPicture(200);
+    saveAs();
+    for (int pass = 0; pass < 2; ++pass) {
+        const DocumentContent document = read();
+        EXPECT_EQ(joined(document.main)->text, u"text\r\r");
+        const auto& pictures = document.tables.bulletPictures;
+        ASSERT_EQ(pictures.size(), 3U);
+        EXPECT_TRUE(isBulletPicture(document.tables.lists[pictures[0]]));
+        EXPECT_FALSE(isBulletPicture(document.tables.lists[pictures[1]]));
+        EXPECT_TRUE(isBulletPicture(document.tables.lists[pictures[2]]));
+        DocumentWriter(folder).saveAs(path, document);
     }
 }
 
@@ -151,6 +220,7 @@ TEST_F(BulletPictures, ACharacterWithoutAPictureIsNone) {
     Story main;
     EXPECT_TRUE(take(main, 0, 1).empty());
     EXPECT_EQ(main.text, u"\x01\r\r");
+    EXPECT_EQ(remarks.size(), 1U);
 }
 
 } // namespace

@@ -113,6 +113,26 @@ TEST_F(SideTextWriter, BookmarksOfNotesCommentsAndHeadersComeBackInTheirTexts) {
     EXPECT_TRUE(document.unread.remarks.empty());
 }
 
+TEST_F(SideTextWriter, ABookmarkFromOneNoteIntoAnotherEndsWithTheFirstAndIsTold) {
+    addNote(u"one", AnchorKind::footnote, u"first");
+    addNote(u"two", AnchorKind::footnote, u"second");
+    for (SideStory& note : builder.content.tables.sideStories) {
+        Story text = *note.text;
+        text.bookmarks = {{u"over both", 1, 4, 0}};
+        note.text = std::make_shared<const Story>(std::move(text));
+    }
+    writer.saveAs(path, builder.content);
+
+    const DocumentContent document = read();
+
+    const auto& notes = document.tables.sideStories;
+    EXPECT_EQ(notes.at(0).text->bookmarks,
+              (std::vector<Bookmark>{{u"over both", 1, notes[0].text->size(), 0}}));
+    EXPECT_TRUE(notes.at(1).text->bookmarks.empty());
+    EXPECT_EQ(document.unread.remarks,
+              Remarks{u"有 1 个书签跨越了几段独立的文字，只保留了第一段中的部分。"});
+}
+
 TEST_F(SideTextWriter, ABookmarkOfAHeaderThatStandsTwiceStandsOnce) {
     addHeader(u"head");
     Story header = *builder.content.headers[0][1][0].fragment;

@@ -87,20 +87,57 @@ TEST(BookmarkImport, BookmarksOfNotesShapesAndHeadersComeAndAreNamedAnewTogether
                 ElementsAre(u"h\u0013REF main_2\u0015\r", u"head_2 0 1"));
 }
 
-TEST(BookmarkImport, WhereThereIsNoRoomThoseOfOtherTextsAreCountedToo) {
-    SourceDocument source = documentWithBookmarksEverywhere();
+// All bookmarks of what came in last.
+std::vector<std::u16string> namesOfAll(const ImportTarget& target) {
+    std::vector<std::u16string> names;
+    const auto add = [&](const std::vector<Bookmark>& bookmarks) {
+        for (const Bookmark& bookmark : bookmarks) {
+            names.push_back(bookmark.name);
+        }
+    };
+    add(target.last.bookmarks);
+    add(joined(target.last.headers.at(0)[1])->bookmarks);
+    add(target.tables.sideStories.at(0).text->bookmarks);
+    add(target.tables.shapeTexts.at(0).text->bookmarks);
+    return names;
+}
+
+// A document that has room for two bookmarks more, beside that of the pictures of bullets.
+ImportTarget almostFull() {
     ImportTarget target;
-    for (std::int64_t i = 0; i < 13'998; ++i) {
+    for (std::int64_t i = 0; i < 13'997; ++i) {
         target.names.add(u"m" + digits(i));
     }
+    return target;
+}
+
+TEST(BookmarkImport, WhereThereIsNoRoomThoseOfOtherTextsGoBeforeThoseOfTheMainStory) {
+    SourceDocument source = documentWithBookmarksEverywhere();
+    ImportTarget target = almostFull();
     target.import(source.document());
-    EXPECT_TRUE(target.last.bookmarks.empty());
-    std::size_t left = joined(target.last.headers.at(0)[1])->bookmarks.size();
-    left += target.tables.sideStories.at(0).text->bookmarks.size();
-    left += target.tables.shapeTexts.at(0).text->bookmarks.size();
-    EXPECT_EQ(left, 2U);
-    EXPECT_THAT(target.last.leftOut,
-                testing::Contains(u"书签 2 个未能带入，一个文档最多 16380 个书签"));
+    EXPECT_THAT(namesOfAll(target), ElementsAre(u"main", u"head"));
+    EXPECT_THAT(
+        target.last.leftOut,
+        testing::Contains(u"书签 2 个未能带入，一个文档最多 16380 个书签，其中 2380 个留给目录"));
+}
+
+TEST(BookmarkImport, HiddenOnesThatNothingNamesGoFirstWhereverTheyStand) {
+    SourceDocument source = documentWithBookmarksEverywhere();
+    Story header = *joined(source.data.headers[0][1]);
+    header.bookmarks[0].name = u"_Ref1";
+    source.data.headers[0][1] = slicesOf(header);
+    source.data.bookmarks.push_back({u"_Ref2", 0, 1, 0});
+    ImportTarget target = almostFull();
+    target.import(source.document());
+    EXPECT_THAT(namesOfAll(target), ElementsAre(u"main", u"note"));
+}
+
+TEST(BookmarkImport, TheNameOfThePicturesOfBulletsIsNoOthers) {
+    SourceDocument source = documentWithBookmarksEverywhere();
+    source.data.bookmarks[0].name = u"_pictureBULLETS";
+    ImportTarget target;
+    EXPECT_EQ(target.import(source.document()).bookmarks.at(0).name, u"_pictureBULLETS_2");
+    EXPECT_EQ(openedDocument(source.take()).bookmarks.at(0).name, u"_pictureBULLETS_2");
 }
 
 TEST(BookmarkImport, NamesOfAnOpenedDocumentAreUniqueThroughAllItsTexts) {
@@ -144,6 +181,15 @@ TEST(RenamedFields, FunctionsCellsTextsAndPicturesOfAFormulaAreNoBookmarks) {
     EXPECT_EQ(codeAfterRenaming(u"=A1+总价"), u"=A1+总价_2");
     EXPECT_EQ(codeAfterRenaming(u"=总价 \\# \"总价\""), u"=总价_2 \\# \"总价\"");
     EXPECT_EQ(codeAfterRenaming(u"=总价 \\# 总价"), u"=总价_2 \\# 总价");
+}
+
+TEST(RenamedFields, AnEntryOfTheIndexKeepsTheRangeOfItsOwnCopy) {
+    EXPECT_EQ(codeAfterRenaming(u"XE \"总价\" \\r 总价"), u"XE \"总价\" \\r 总价_2");
+}
+
+TEST(RenamedFields, ALinkIntoAnotherFileKeepsItsPlaceThere) {
+    EXPECT_EQ(codeAfterRenaming(u"HYPERLINK \"D:\\\\b.doc\" \\l \"总价\""),
+              u"HYPERLINK \"D:\\\\b.doc\" \\l \"总价\"");
 }
 
 TEST(RenamedFields, WhatIsComparedIsNamedAnewAndWhatIsShownIsNot) {

@@ -771,6 +771,15 @@ TEST(ImportedBullets, EqualPicturesAreKeptOnceAndTheirListsShared) {
     EXPECT_EQ(target.tables.listDefinitions.size(), 2U) << "another picture, another list";
 }
 
+TEST(ImportedBullets, TheEmptyPlaceOfADamagedPictureStaysBehindAndItsBulletShowsItsCharacter) {
+    SourceDocument source = withPictureBullet(1);
+    source.data.tables.bulletPictures[1] = source.list(sprm8(sprm::CFVanish, 1));
+    ImportTarget target;
+    target.import(source.document());
+    EXPECT_EQ(target.tables.bulletPictures.size(), 1U);
+    EXPECT_FALSE(findSprm(bulletOf(target), sprm::CPbiIBullet));
+}
+
 TEST(ImportedBullets, OneThatNamesNoPictureShowsItsOwnCharacter) {
     ImportTarget target;
     target.import(withPictureBullet(2).document());
@@ -1114,14 +1123,15 @@ TEST(LeftOut, BookmarksBeyondWhatADocumentHoldsAreCountedAndHiddenOnesThatNothin
     source.data.bookmarks = {
         {u"_Ref1", 0, 1, 0}, {u"_Ref2", 0, 1, 0}, {u"_Ref3", 0, 1, 0}, {u"页", 0, 1, 0}};
     ImportTarget target;
-    for (std::int64_t i = 0; i < 13'998; ++i) {
+    for (std::int64_t i = 0; i < 13'997; ++i) {
         target.names.add(u"m" + digits(i));
     }
     const auto& result = target.import(source.document());
     ASSERT_EQ(result.bookmarks.size(), 2U);
     EXPECT_EQ(result.bookmarks[0].name, u"_Ref3");
     EXPECT_EQ(result.bookmarks[1].name, u"页");
-    EXPECT_THAT(result.leftOut, ElementsAre(u"书签 2 个未能带入，一个文档最多 16380 个书签"));
+    EXPECT_THAT(result.leftOut,
+                ElementsAre(u"书签 2 个未能带入，一个文档最多 16380 个书签，其中 2380 个留给目录"));
     EXPECT_TRUE(target.import(source.document()).bookmarks.empty());
 }
 

@@ -120,7 +120,7 @@ struct DocumentTables {
     std::vector<EmbeddedObjectRef> objects; // operand of sprmCObjLocation, for sprmCPicLocation
     std::vector<std::u16string> authors;    // of revisions; operand of sprmCIbstRMark and its kin
     // The properties of the characters that show the pictures of bullets; operand of
-    // sprmCPbiIBullet.
+    // sprmCPbiIBullet. Those that show none keep the place of a picture that is damaged.
     std::vector<PropertyListId> bulletPictures;
     std::vector<SideStory> sideStories;  // named by anchors
     std::vector<Drawing> drawings;       // named by anchors

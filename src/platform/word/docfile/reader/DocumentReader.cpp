@@ -64,7 +64,8 @@ public:
                  u" 组格式属性已损坏，未能全部读出。");
         remarkOnStories();
         countUnread();
-        data_.tables.bulletPictures = takeBulletPictures(main_, data_, lists());
+        data_.tables.bulletPictures =
+            takeBulletPictures(main_, data_, lists(), data_.unread.remarks);
         data_.main = slicesOf(std::move(main_));
         return std::move(data_);
     }
@@ -261,7 +262,7 @@ private:
         }
     }
 
-    // What begins in that stretch of text ends in it.
+    // What begins in that stretch of text ends in it. The mark behind a header belongs to no text.
     std::vector<Bookmark> takeBookmarks(Cp start, Cp length) {
         std::vector<Bookmark> taken;
         const auto first = aside_.lower_bound(start);
@@ -269,6 +270,7 @@ private:
         for (auto place = first; place != last; ++place) {
             Bookmark& bookmark = taken.emplace_back(std::move(place->second));
             bookmark.start -= start;
+            cutBookmarks_ += bookmark.end - start > length + 1 ? 1 : 0;
             bookmark.end = std::min(bookmark.end - start, length);
         }
         aside_.erase(first, last);
@@ -448,6 +450,8 @@ private:
         remarkOn(data_.unread.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
         remarkOn(data_.unread.remarks, static_cast<int>(aside_.size()),
                  u" 个书签不在任何文字中，未读入。");
+        remarkOn(data_.unread.remarks, cutBookmarks_,
+                 u" 个书签跨越了几段独立的文字，只保留了第一段中的部分。");
         remarkOn(data_.unread.remarks, damagedFields_,
                  u" 处域标记与文件的记录不符，已按文字修复。");
         remarkOn(data_.unread.remarks, strayFields_, u" 个不成对的域标记已去掉。");
@@ -468,6 +472,7 @@ private:
     CopyBudget sectionBudget_{document_.wordDocument.size()};
     int damagedSections_ = 0;
     int damagedTexts_ = 0; // of notes and comments
+    int cutBookmarks_ = 0; // that reach from one header, note or shape into the next
     int damagedFields_ = 0;
     int strayFields_ = 0;
     int lostPictures_ = 0;

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sttb.h"
+#include "platform/word/docfile/text/BulletPictures.h"
 
 #include <algorithm>
 #include <numeric>
@@ -97,6 +98,24 @@ Bytes encodeEnds(std::span<const Bookmark> bookmarks, const std::vector<std::siz
     return writer.take();
 }
 
+// Hidden ones first.
+void leaveOutBeyond(std::size_t room, std::vector<Bookmark>& bookmarks, Remarks& remarks) {
+    if (bookmarks.size() <= room) {
+        return;
+    }
+    std::vector<const Bookmark*> all;
+    for (const Bookmark& bookmark : bookmarks) {
+        all.push_back(&bookmark);
+    }
+    const std::vector<bool> stays = bookmarksWithin(room, all, isHidden);
+    std::size_t next = 0;
+    const auto gone = std::erase_if(bookmarks, [&](const Bookmark&) { return !stays[next++]; });
+    if (gone > 0) {
+        remarks.push_back(u"有 " + digits(static_cast<std::int64_t>(gone)) +
+                          u" 个书签未读入，一个文档最多 16380 个书签，其中 1 个留给项目符号的图片");
+    }
+}
+
 } // namespace
 
 std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainLength,
@@ -122,9 +141,7 @@ std::vector<Bookmark> decodeBookmarks(const BookmarkTableViews& tables, Cp mainL
     if (starts != names.entries.size()) {
         remarks.push_back(u"书签表的名称与位置个数不同，多出的未读入");
     }
-    if (const int gone = leaveOutBookmarks(bookmarks, mostBookmarks, isHidden); gone > 0) {
-        remarks.push_back(u"有 " + digits(gone) + u" 个书签未读入，一个文档最多 16380 个书签");
-    }
+    leaveOutBeyond(mostOwnBookmarks, bookmarks, remarks);
     return bookmarks;
 }
 
@@ -152,20 +169,33 @@ std::vector<Bookmark> bookmarksAside(const SlicedText& text, Cp at) {
 
 bool isHidden(const Bookmark& bookmark) { return bookmark.name.starts_with(u'_'); }
 
-int leaveOutBookmarks(std::vector<Bookmark>& bookmarks, std::size_t room,
-                      const std::function<bool(const Bookmark&)>& goesFirst) {
+std::vector<bool> bookmarksWithin(std::size_t room, std::span<const Bookmark* const> bookmarks,
+                                  const std::function<bool(const Bookmark&)>& goesFirst) {
+    const auto found =
+        std::find_if(bookmarks.begin(), bookmarks.end(), [](const Bookmark* bookmark) {
+            return !bookmark->comment && bookmark->name == nameOfBulletPictures;
+        });
+    const Bookmark* const pictures = found != bookmarks.end() ? *found : nullptr;
+    const auto takesRoom = [&](const Bookmark* bookmark) {
+        return !bookmark->comment && bookmark != pictures;
+    };
     const auto later = static_cast<std::size_t>(
-        std::count_if(bookmarks.begin(), bookmarks.end(), [&](const Bookmark& bookmark) {
-            return !bookmark.comment && !goesFirst(bookmark);
+        std::count_if(bookmarks.begin(), bookmarks.end(), [&](const Bookmark* bookmark) {
+            return takesRoom(bookmark) && !goesFirst(*bookmark);
         }));
     std::size_t laterRoom = std::min(later, room);
     std::size_t firstRoom = room - laterRoom;
-    return static_cast<int>(std::erase_if(bookmarks, [&](const Bookmark& bookmark) {
-        std::size_t& left = goesFirst(bookmark) ? firstRoom : laterRoom;
-        const bool goes = !bookmark.comment && left == 0;
-        left -= bookmark.comment || goes ? 0 : 1;
-        return goes;
-    }));
+    std::vector<bool> stays;
+    for (const Bookmark* bookmark : bookmarks) {
+        if (!takesRoom(bookmark)) {
+            stays.push_back(true);
+            continue;
+        }
+        std::size_t& left = goesFirst(*bookmark) ? firstRoom : laterRoom;
+        stays.push_back(left > 0);
+        left -= left > 0 ? 1 : 0;
+    }
+    return stays;
 }
 
 BookmarkTables encodeBookmarks(std::span<const Bookmark> bookmarks, Cp end) {

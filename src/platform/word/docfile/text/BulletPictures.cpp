@@ -12,28 +12,32 @@ namespace qvnd::word {
 
 namespace {
 
-constexpr std::u16string_view nameOfBulletPictures = u"_PictureBullets";
-
-bool showsPicture(ByteView characterProperties) {
-    return findSprm(characterProperties, sprm::CPicLocation) &&
-           findSprm(characterProperties, sprm::CFSpec);
+// The properties of the characters there, from the first picture to the last, as long as nothing
+// but blanks stands between them.
+std::vector<PropertyListId> picturesAt(const Story& there, const PropertyLists& lists) {
+    std::vector<PropertyListId> pictures;
+    std::size_t behindLast = 0;
+    std::size_t at = 0;
+    for (const CharacterRun& run : there.characters) {
+        const bool shows = isBulletPicture(lists[run.properties]);
+        for (const std::size_t end = at + run.length; at < end; ++at) {
+            const bool isPicture = there.text[at] == special::picture && shows;
+            if (!isPicture && (there.text[at] != u' ' || shows)) {
+                pictures.resize(behindLast);
+                return pictures;
+            }
+            pictures.push_back(run.properties);
+            behindLast = isPicture ? pictures.size() : behindLast;
+        }
+    }
+    pictures.resize(behindLast);
+    return pictures;
 }
 
-// The properties of the characters there; nothing when one of them is no picture.
-std::vector<PropertyListId> picturesAt(const Story& main, const Bookmark& place,
-                                       const PropertyLists& lists) {
-    const Story there = partOf(main, place.start, place.end - place.start);
-    if (there.text.find_first_not_of(special::picture) != std::u16string::npos) {
-        return {};
-    }
-    std::vector<PropertyListId> pictures;
-    for (const CharacterRun& run : there.characters) {
-        if (!showsPicture(lists[run.properties])) {
-            return {};
-        }
-        pictures.insert(pictures.end(), run.length, run.properties);
-    }
-    return pictures;
+// Whether there is a place for pictures and none come, or more stand behind those that do.
+bool losesPictures(const Story& there, std::size_t taken) {
+    return taken == 0 ? !there.text.empty()
+                      : there.text.find(special::picture, taken) != std::u16string::npos;
 }
 
 void shortenSectionAt(Cp at, Cp count, std::vector<SectionRun>& sections) {
@@ -49,8 +53,13 @@ void shortenSectionAt(Cp at, Cp count, std::vector<SectionRun>& sections) {
 
 } // namespace
 
+bool isBulletPicture(ByteView characterProperties) {
+    return findSprm(characterProperties, sprm::CPicLocation) &&
+           findSprm(characterProperties, sprm::CFSpec);
+}
+
 std::vector<PropertyListId> takeBulletPictures(Story& main, DocumentBody& body,
-                                               const PropertyLists& lists) {
+                                               const PropertyLists& lists, Remarks& remarks) {
     const auto found =
         std::find_if(body.bookmarks.begin(), body.bookmarks.end(), [](const Bookmark& bookmark) {
             return !bookmark.comment && bookmark.name == nameOfBulletPictures;
@@ -60,29 +69,36 @@ std::vector<PropertyListId> takeBulletPictures(Story& main, DocumentBody& body,
     }
     const Bookmark place = *found;
     body.bookmarks.erase(found);
-    std::vector<PropertyListId> pictures = picturesAt(main, place, lists);
+    const Story there = partOf(main, place.start, place.end - place.start);
+    std::vector<PropertyListId> pictures = picturesAt(there, lists);
     const auto count = static_cast<Cp>(pictures.size());
+    if (losesPictures(there, pictures.size())) {
+        remarks.emplace_back(u"项目符号的图片已损坏，未能全部读出。");
+    }
     if (count == 0) {
         return {};
     }
+    const Cp end = place.start + count;
     Story rest = partOf(main, 0, place.start);
-    appendStory(rest, partOf(main, place.end, main.size() - place.end));
+    appendStory(rest, partOf(main, end, main.size() - end));
     main = std::move(rest);
     shortenSectionAt(place.start, count, body.sections);
     for (Bookmark& bookmark : body.bookmarks) {
         for (Cp* at : {&bookmark.start, &bookmark.end}) {
-            *at = *at >= place.end ? *at - count : std::min(*at, place.start);
+            *at = *at >= end ? *at - count : std::min(*at, place.start);
         }
     }
     return pictures;
 }
 
 SlicedText BulletPictureText::within(const SlicedText& main,
-                                     const std::vector<PropertyListId>& pictures) {
+                                     const std::vector<PropertyListId>& pictures,
+                                     const PropertyLists& lists) {
     if (pictures.size() > count_) {
         Story more;
         for (; count_ < pictures.size(); ++count_) {
-            more.text.push_back(special::picture);
+            const bool shows = isBulletPicture(lists[pictures[count_]]);
+            more.text.push_back(shows ? special::picture : u' ');
             more.characters.push_back({1, pictures[count_]});
         }
         more.paragraphs.push_back({more.size()});

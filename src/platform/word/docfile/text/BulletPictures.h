@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentContent.h"
+#include "platform/word/docfile/document/Remarks.h"
 
+#include <string_view>
 #include <vector>
 
 // The pictures of bullets. A file keeps them in its main story, as hidden characters in front of
@@ -10,18 +12,28 @@
 // no story holds them.
 namespace qvnd::word {
 
+// The bookmark. No other may have its name.
+inline constexpr std::u16string_view nameOfBulletPictures = u"_PictureBullets";
+
+// Whether a character with these properties shows a picture.
+bool isBulletPicture(ByteView characterProperties);
+
 // Takes the pictures out of the main story and answers the properties of their characters. Sections
-// and bookmarks of `body`, which speak of that story, follow. A bookmark over anything but pictures
-// goes and its text stays: then there are none.
+// and bookmarks of `body`, which speak of that story, follow. Blanks between pictures stand for
+// damaged ones and keep their places, so that the others keep theirs. From any other character on
+// the text under the bookmark stays; what of the pictures is lost by that is told in `remarks`. The
+// bookmark goes.
 std::vector<PropertyListId> takeBulletPictures(Story& main, DocumentBody& body,
-                                               const PropertyLists& lists);
+                                               const PropertyLists& lists, Remarks& remarks);
 
 // The main story of one growing document with its pictures of bullets in it, save after save: their
 // fragments stay the same.
 class BulletPictureText {
 public:
-    // `main` ends in a paragraph mark. `pictures` goes on from the call before.
-    SlicedText within(const SlicedText& main, const std::vector<PropertyListId>& pictures);
+    // `main` ends in a paragraph mark. `pictures` goes on from the call before; the lists are those
+    // that it names.
+    SlicedText within(const SlicedText& main, const std::vector<PropertyListId>& pictures,
+                      const PropertyLists& lists);
 
 private:
     SlicedText slices_;

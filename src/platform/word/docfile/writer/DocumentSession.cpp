@@ -68,7 +68,7 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
     Parts parts;
     if (!tables.bulletPictures.empty()) {
         parts.bullets = static_cast<Cp>(tables.bulletPictures.size());
-        parts.withBullets = bullets_.within(content.main, tables.bulletPictures);
+        parts.withBullets = bullets_.within(content.main, tables.bulletPictures, tables.lists);
     }
     const auto textOf = [&](TextPart part) -> SlicedText& {
         return parts.texts[static_cast<std::size_t>(part)];
