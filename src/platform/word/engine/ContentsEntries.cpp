@@ -1,9 +1,12 @@
 #include "platform/word/engine/ContentsEntries.h"
 
+#include "platform/word/docfile/text/BookmarkTables.h"
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/engine/BookmarkImport.h"
 #include "platform/word/engine/StyleLookup.h"
 #include "platform/word/formatting/BuiltInStyles.h"
 #include "platform/word/formatting/FormatResolver.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 #include <map>
@@ -58,6 +61,61 @@ std::u16string visibleText(const WorkingStory& story, FormatResolver& formats,
     return result;
 }
 
+// Gives the entries the bookmarks that stand on their headings. Answers how many have none.
+std::size_t nameThoseThere(WorkingDocument& document, std::vector<ContentsEntry>& entries) {
+    std::map<std::pair<Cp, Cp>, std::u16string> present;
+    for (const Bookmark& bookmark : document.bookmarks()) {
+        if (bookmark.name.starts_with(u"_Toc")) {
+            present.emplace(std::pair(bookmark.start, bookmark.end), bookmark.name);
+        }
+    }
+    std::size_t missing = 0;
+    for (ContentsEntry& entry : entries) {
+        const auto known = present.find({entry.start, entry.end});
+        entry.bookmark = known != present.end() ? known->second : u"";
+        missing += known != present.end() ? 0 : 1;
+    }
+    return missing;
+}
+
+// Takes at most `count` hidden bookmarks away that neither fields nor entries speak of. Answers how
+// many went.
+std::size_t giveUpUnused(WorkingDocument& document, const std::vector<ContentsEntry>& entries,
+                         std::size_t count) {
+    auto used = namesInFields(document.content());
+    for (const ContentsEntry& entry : entries) {
+        used.insert(foldedName(entry.bookmark));
+    }
+    return std::erase_if(document.bookmarks(), [&](const Bookmark& bookmark) {
+        const bool goes = count > 0 && !bookmark.comment && isHidden(bookmark) &&
+                          !used.contains(foldedName(bookmark.name));
+        count -= goes ? 1 : 0;
+        return goes;
+    });
+}
+
+// Numbers the bookmarks of headings as word processors do.
+class HeadingNames {
+public:
+    explicit HeadingNames(BookmarkNames& names) : names_(names) {}
+
+    std::u16string next() {
+        std::u16string name;
+        do {
+            name = u"_Toc";
+            for (const char digit : std::to_string(++number_)) {
+                name += static_cast<char16_t>(digit);
+            }
+        } while (names_.contains(name));
+        names_.add(name);
+        return name;
+    }
+
+private:
+    BookmarkNames& names_;
+    std::uint32_t number_ = 200000000;
+};
+
 } // namespace
 
 std::u16string entryText(std::u16string_view text) {
@@ -106,29 +164,28 @@ std::vector<ContentsEntry> contentsEntries(WorkingDocument& document,
     return entries;
 }
 
-void bookmarkEntries(WorkingDocument& document, std::vector<ContentsEntry>& entries) {
-    std::map<std::pair<Cp, Cp>, std::u16string> present;
-    for (const Bookmark& bookmark : document.bookmarks()) {
-        if (bookmark.name.starts_with(u"_Toc")) {
-            present.emplace(std::pair(bookmark.start, bookmark.end), bookmark.name);
-        }
+ContentsLosses bookmarkEntries(WorkingDocument& document, std::vector<ContentsEntry>& entries) {
+    ContentsLosses losses;
+    const std::size_t missing = nameThoseThere(document, entries);
+    std::size_t room = document.roomForBookmarks();
+    if (missing > room) {
+        losses.bookmarks = giveUpUnused(document, entries, missing - room);
+        room += losses.bookmarks;
     }
-    std::uint32_t number = 200000000;
+    HeadingNames names(document.bookmarkNames());
     for (ContentsEntry& entry : entries) {
-        const auto known = present.find({entry.start, entry.end});
-        if (known != present.end()) {
-            entry.bookmark = known->second;
+        if (!entry.bookmark.empty()) {
             continue;
         }
-        do {
-            entry.bookmark = u"_Toc";
-            for (const char digit : std::to_string(++number)) {
-                entry.bookmark += static_cast<char16_t>(digit);
-            }
-        } while (document.bookmarkNames().contains(entry.bookmark));
-        document.bookmarkNames().add(entry.bookmark);
+        if (room == 0) {
+            ++losses.entries;
+            continue;
+        }
+        --room;
+        entry.bookmark = names.next();
         document.addBookmark({entry.bookmark, entry.start, entry.end, 0});
     }
+    return losses;
 }
 
 } // namespace qvnd::word

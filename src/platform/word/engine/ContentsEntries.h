@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/engine/LeftOut.h"
 #include "platform/word/engine/WorkingDocument.h"
 #include "platform/word/model/TablesOfContents.h"
 
@@ -14,7 +15,7 @@ struct ContentsEntry {
     Cp start = 0; // in the main story
     Cp end = 0;   // in front of the paragraph mark
     std::u16string text;
-    std::u16string bookmark; // of the heading
+    std::u16string bookmark; // of the heading; empty where a file has no room for one
 };
 
 // Every paragraph in one of the built-in heading styles of the levels asked for, or in one of the
@@ -27,7 +28,8 @@ std::vector<ContentsEntry> contentsEntries(WorkingDocument& document,
 // break is a blank.
 std::u16string entryText(std::u16string_view text);
 
-// Names a bookmark on each heading, setting those that are missing.
-void bookmarkEntries(WorkingDocument& document, std::vector<ContentsEntry>& entries);
+// Names a bookmark on each heading, setting those that are missing. Where a file has no room for
+// them all, hidden ones that no field speaks of go, and what then has no room stays without.
+ContentsLosses bookmarkEntries(WorkingDocument& document, std::vector<ContentsEntry>& entries);
 
 } // namespace qvnd::word

@@ -1,10 +1,11 @@
 #include "platform/word/engine/ContentsField.h"
 
+#include "platform/word/docfile/document/StoryParts.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/SprmList.h"
 #include "platform/word/engine/StoryBuilder.h"
-#include "platform/word/engine/StoryEdits.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -59,6 +60,10 @@ public:
 
 private:
     void entry(const ContentsEntry& entry) {
+        if (entry.bookmark.empty()) {
+            builder_.text(entry.text, plain_);
+            return;
+        }
         builder_.fieldBegin(field::hyperlink, mark_);
         builder_.text(u" HYPERLINK \\l \"" + entry.bookmark + u"\" ", plain_);
         builder_.fieldSeparator(mark_);
@@ -98,6 +103,10 @@ std::u16string bookmarkOf(std::u16string_view code) {
     return std::u16string(code.substr(start, code.find_first_of(u" \"", start) - start));
 }
 
+bool isOneLine(std::u16string_view text) {
+    return std::none_of(text.begin(), text.end(), endsParagraph);
+}
+
 } // namespace
 
 Story contentsField(PropertyLists& lists, const std::vector<ContentsEntry>& entries,
@@ -123,8 +132,9 @@ std::vector<FieldSpan> contentsFields(const WorkingStory& story) {
     return found;
 }
 
-Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf) {
+StoryEdits pageNumberEdits(const Story& contents, const PageOfBookmark& pageOf) {
     StoryEdits numbers;
+    const std::u16string_view text = contents.text;
     // Behind the begin mark and the separator of the innermost field; 0 when it is no PAGEREF.
     Cp code = 0;
     Cp number = 0;
@@ -136,18 +146,16 @@ Story withPageNumbers(const Story& contents, const PageOfBookmark& pageOf) {
             number = code != 0 ? mark.at + 1 : 0;
         } else {
             if (number != 0 && number < mark.at) {
-                const std::u16string_view text = contents.text;
+                const std::u16string_view shown = text.substr(number, mark.at - number);
                 const auto page = pageOf(bookmarkOf(text.substr(code, number - 1 - code)));
-                if (page) {
+                if (page && *page != shown && isOneLine(shown)) {
                     numbers.replace(number, mark.at - number, *page);
                 }
             }
             code = number = 0;
         }
     }
-    Story result = contents;
-    numbers.applyTo(result);
-    return result;
+    return numbers;
 }
 
 } // namespace qvnd::word

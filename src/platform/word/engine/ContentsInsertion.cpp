@@ -53,7 +53,7 @@ public:
         : document_(document), tables_(document.tables()), story_(document.main()),
           editor_(story_, tables_, insertion), insertion_(insertion), options_(options) {}
 
-    void run() {
+    ContentsLosses run() {
         beginParagraph();
         Story field = makeField();
         const Cp at = insertion_.start;
@@ -76,6 +76,7 @@ public:
         }
         const Cp behind = at + length + (takesMark ? 1 : 0);
         editor_.select(behind, behind);
+        return losses_;
     }
 
 private:
@@ -98,7 +99,7 @@ private:
         const auto styles = contentsStyles(tables_);
         setContentsTab(tables_, textWidth(document_, insertion_.start), TabLeader::dots);
         std::vector<ContentsEntry> entries = contentsEntries(document_, options_);
-        bookmarkEntries(document_, entries);
+        losses_ = bookmarkEntries(document_, entries);
         const int level = entries.empty() ? 1 : entries.back().level;
         lastLook_.style = styles.at(static_cast<std::size_t>(level - 1));
         return contentsField(tables_.lists, entries, options_, styles);
@@ -123,6 +124,7 @@ private:
     Insertion& insertion_;
     const TableOfContentsOptions& options_;
     ParagraphLook lastLook_;
+    ContentsLosses losses_;
 };
 
 } // namespace
@@ -149,9 +151,9 @@ void setContentsLeader(DocumentTables& tables, TabLeader leader) {
     }
 }
 
-void insertContents(WorkingDocument& document, Insertion& insertion,
-                    const TableOfContentsOptions& options) {
-    ContentsInsertion(document, insertion, options).run();
+ContentsLosses insertContents(WorkingDocument& document, Insertion& insertion,
+                              const TableOfContentsOptions& options) {
+    return ContentsInsertion(document, insertion, options).run();
 }
 
 void removeContents(WorkingDocument& document, FieldSpan contents) {

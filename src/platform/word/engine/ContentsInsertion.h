@@ -7,8 +7,8 @@ namespace qvnd::word {
 
 // Puts a contents at the insertion point, in paragraphs of its own, and leaves the insertion point
 // at the start of the paragraph behind it. Its styles get a right tab at the text's edge.
-void insertContents(WorkingDocument& document, Insertion& insertion,
-                    const TableOfContentsOptions& options);
+ContentsLosses insertContents(WorkingDocument& document, Insertion& insertion,
+                              const TableOfContentsOptions& options);
 
 // Removes a contents, and those of its paragraphs that hold nothing else.
 void removeContents(WorkingDocument& document, FieldSpan contents);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -46,8 +47,21 @@ std::unordered_map<std::u16string, std::u16string> pagesByBookmark(WorkingDocume
     return result;
 }
 
-Cp movedWith(Cp position, FieldSpan old, Cp newLength) {
-    return position >= old.end ? position - (old.end - old.start) + newLength : position;
+// Gives a contents of the document the numbers; what has its place in the text keeps it.
+void setPageNumbers(WorkingStory& main, FieldSpan span, Insertion& insertion,
+                    const PageOfBookmark& pageOf) {
+    Story contents = storyOf(main, span);
+    StoryEdits numbers = pageNumberEdits(contents, pageOf);
+    if (numbers.empty()) {
+        return;
+    }
+    numbers.applyTo(contents);
+    const auto moved = [&](Cp at) {
+        return at <= span.start ? at : span.start + numbers.moved(at - span.start);
+    };
+    main.replace(span.start, span.end, std::make_shared<const Story>(std::move(contents)), moved);
+    insertion.start = moved(insertion.start);
+    insertion.end = moved(insertion.end);
 }
 
 } // namespace
@@ -66,16 +80,7 @@ void updateContentsPages(WorkingDocument& document, Insertion& insertion, PageNu
     // From the last one on, so that the places of the others stay right.
     std::reverse(fields.begin(), fields.end());
     for (const FieldSpan& span : fields) {
-        const Story old = storyOf(main, span);
-        Story updated = withPageNumbers(old, pageOf);
-        if (updated.text == old.text) {
-            continue;
-        }
-        const Cp length = updated.size();
-        main.insertFragment(span.start, std::make_shared<const Story>(std::move(updated)));
-        main.erase(span.start + length, span.end + length);
-        insertion.start = movedWith(insertion.start, span, length);
-        insertion.end = movedWith(insertion.end, span, length);
+        setPageNumbers(main, span, insertion, pageOf);
     }
 }
 

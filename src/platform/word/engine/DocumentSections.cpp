@@ -96,6 +96,18 @@ void DocumentSections::inserted(Cp at, Cp length) {
     size_ += length;
 }
 
+void DocumentSections::replaced(const std::function<Cp(Cp)>& moved) {
+    Cp end = 0;
+    Cp newStart = 0;
+    for (SectionRun& run : runs_) {
+        end += run.length;
+        const Cp newEnd = moved(end);
+        run.length = newEnd - newStart;
+        newStart = newEnd;
+    }
+    size_ = newStart;
+}
+
 void DocumentSections::erased(Cp start, Cp end) {
     Place place = placeOf(start);
     Cp left = end - start;

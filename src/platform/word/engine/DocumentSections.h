@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <vector>
 
 namespace qvnd::word {
@@ -40,6 +41,8 @@ public:
     void inserted(Cp at, Cp length);
     // A section whose break mark is erased becomes part of the next one.
     void erased(Cp start, Cp end);
+    // The text got another version, with the same break marks. `moved` tells where a position lies.
+    void replaced(const std::function<Cp(Cp)>& moved);
 
 private:
     struct Place {

@@ -79,7 +79,7 @@ EngineDocument& EngineApplication::enterFile(const std::filesystem::path& file,
     std::vector<std::u16string> losses;
     services_.runLong([&] { data = openedDocument(std::move(data), &losses); });
     EngineDocument& document = enter(std::move(data), std::move(path));
-    document.setLosses(std::move(losses));
+    document.addLosses(losses);
     return document;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/word/engine/ContentsInsertion.h"
 #include "platform/word/engine/EngineDocument.h"
 #include "platform/word/engine/EngineErrors.h"
+#include "platform/word/engine/LeftOut.h"
 
 #include <algorithm>
 
@@ -44,7 +45,8 @@ TableOfContents& EngineTablesOfContents::Add(Range& range, const TableOfContents
     const auto at = static_cast<Cp>(std::max(range.Start(), 0));
     const auto end = static_cast<Cp>(std::max(range.End(), 0));
     document_.selectInMain(at, end);
-    insertContents(document_.change(), document_.mainInsertion(), options);
+    document_.addLosses(
+        leftOutOf(insertContents(document_.change(), document_.mainInsertion(), options)));
     const auto fields = contentsFields(document_.read().main());
     const auto before = std::count_if(fields.begin(), fields.end(),
                                       [&](const FieldSpan& field) { return field.start < at; });

@@ -33,7 +33,7 @@ public:
 
     // In paragraphs of its own: text in front of the place stays above, what follows begins a new
     // paragraph, in front of which the selection stands afterwards. The page numbers are set when
-    // the document is saved.
+    // the document is saved; what the contents had no room for is told then.
     TableOfContents& Add(Range& range, const TableOfContentsOptions& options) override;
     TableOfContents& Item(int index) override;
 

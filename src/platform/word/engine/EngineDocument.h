@@ -54,8 +54,10 @@ public:
 
     const std::filesystem::path& path() const { return path_; }
     bool isSaved() const { return isSaved_; }
-    // What saving would lose of a document that was opened; told with the first save.
-    void setLosses(std::vector<std::u16string> losses) { losses_ = std::move(losses); }
+    // What the document has lost since it was read or made, told with the next save.
+    void addLosses(const std::vector<std::u16string>& losses) {
+        losses_.insert(losses_.end(), losses.begin(), losses.end());
+    }
 
     // The content, to look at or to change.
     WorkingDocument& read();

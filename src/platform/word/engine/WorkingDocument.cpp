@@ -31,6 +31,11 @@ Story blankHeader(DocumentTables& tables) {
     return story;
 }
 
+// Behind the text of the bookmark; one without text also minds the character that it stands at.
+Cp reachOf(const Bookmark& bookmark) {
+    return bookmark.end + (bookmark.start == bookmark.end ? 1 : 0);
+}
+
 bool isEmptyParagraph(const SlicedText& text) {
     return lengthOf(text) == 1 && joined(text)->text == u"\r";
 }
@@ -44,7 +49,7 @@ WorkingDocument::WorkingDocument(DocumentContent content)
         if (!bookmark.comment) {
             bookmarkNames_.add(bookmark.name);
         }
-        lastBookmarkEnd_ = std::max(lastBookmarkEnd_, bookmark.end);
+        reach_ = std::max(reach_, reachOf(bookmark));
     }
     forEachTextAside(content_, [this](const Story& text) {
         for (const Bookmark& bookmark : text.bookmarks) {
@@ -53,24 +58,16 @@ WorkingDocument::WorkingDocument(DocumentContent content)
     });
 }
 
-// Every bookmark has its name among the names, the one that comes in as well; only names of such as
-// are gone make them more.
-bool WorkingDocument::hasRoomForBookmark() const {
-    if (bookmarkNames_.count() <= mostBookmarks) {
-        return true;
-    }
+std::size_t WorkingDocument::roomForBookmarks() const {
     const auto& main = content_.bookmarks;
     auto count = static_cast<std::size_t>(std::count_if(
         main.begin(), main.end(), [](const Bookmark& bookmark) { return !bookmark.comment; }));
     forEachTextAside(content_, [&](const Story& text) { count += text.bookmarks.size(); });
-    return count < mostBookmarks;
+    return mostOwnBookmarks - std::min(count, mostOwnBookmarks);
 }
 
 void WorkingDocument::addBookmark(Bookmark bookmark) {
-    if (!bookmark.comment && !hasRoomForBookmark()) {
-        return;
-    }
-    lastBookmarkEnd_ = std::max(lastBookmarkEnd_, bookmark.end);
+    reach_ = std::max(reach_, reachOf(bookmark));
     content_.bookmarks.push_back(std::move(bookmark));
 }
 
@@ -129,29 +126,41 @@ void WorkingDocument::changing(Cp) { closeHeaders(); }
 
 void WorkingDocument::inserted(Cp at, Cp length) {
     sections_.inserted(at, length);
-    if (at > lastBookmarkEnd_) {
+    if (at >= reach_) {
         return;
     }
+    reach_ = 0;
     for (Bookmark& bookmark : content_.bookmarks) {
-        const bool isPoint = bookmark.start == bookmark.end;
-        bookmark.end += bookmark.end > at || (isPoint && bookmark.end == at) ? length : 0;
+        bookmark.end += reachOf(bookmark) > at ? length : 0;
         bookmark.start += bookmark.start >= at ? length : 0;
+        reach_ = std::max(reach_, reachOf(bookmark));
     }
-    lastBookmarkEnd_ += length;
 }
 
+// A bookmark without text stands in front of a character and goes with it.
 void WorkingDocument::erased(Cp start, Cp end) {
     sections_.erased(start, end);
-    if (start >= lastBookmarkEnd_) {
+    if (start >= reach_) {
         return;
     }
     auto& bookmarks = content_.bookmarks;
-    const auto gone = [&](const Bookmark& b) { return b.start >= start && b.end <= end; };
-    bookmarks.erase(std::remove_if(bookmarks.begin(), bookmarks.end(), gone), bookmarks.end());
-    const auto moved = [&](Cp at) { return at <= start ? at : at - std::min(at, end) + start; };
-    for (Bookmark& bookmark : bookmarks) {
+    std::erase_if(bookmarks, [&](const Bookmark& bookmark) {
+        return bookmark.start >= start && reachOf(bookmark) <= end;
+    });
+    moveBookmarks([&](Cp at) { return at <= start ? at : at - std::min(at, end) + start; });
+}
+
+void WorkingDocument::replaced(const PositionMap& moved) {
+    sections_.replaced(moved);
+    moveBookmarks(moved);
+}
+
+void WorkingDocument::moveBookmarks(const PositionMap& moved) {
+    reach_ = 0;
+    for (Bookmark& bookmark : content_.bookmarks) {
         bookmark.start = moved(bookmark.start);
         bookmark.end = moved(bookmark.end);
+        reach_ = std::max(reach_, reachOf(bookmark));
     }
 }
 

@@ -26,7 +26,9 @@ public:
     BookmarkNames& bookmarkNames() { return bookmarkNames_; }
     Bytes& settings() { return content_.settings; }
 
-    // Its name is one of bookmarkNames(). One beyond mostBookmarks in all texts stays out.
+    // How many more bookmarks a file has room for, beside that of the pictures of bullets.
+    std::size_t roomForBookmarks() const;
+    // Its name is one of bookmarkNames(), and there is room for it.
     void addBookmark(Bookmark bookmark);
 
     // The header or footer that the section shows; an empty paragraph in the style of headers or
@@ -44,7 +46,8 @@ private:
     void changing(Cp at) override;
     void inserted(Cp at, Cp length) override;
     void erased(Cp start, Cp end) override;
-    bool hasRoomForBookmark() const;
+    void replaced(const PositionMap& moved) override;
+    void moveBookmarks(const PositionMap& moved);
     SlicedText blank();
     void closeHeaders();
 
@@ -54,7 +57,7 @@ private:
     DocumentSections sections_;
     std::map<std::pair<std::size_t, HeaderKind>, WorkingStory> openHeaders_;
     std::shared_ptr<const Story> blankHeader_; // of all headers that show nothing
-    Cp lastBookmarkEnd_ = 0;                   // no bookmark ends behind it
+    Cp reach_ = 0;                             // an insertion here or behind moves no bookmark
 };
 
 } // namespace qvnd::word

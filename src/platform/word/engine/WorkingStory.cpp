@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -285,6 +286,21 @@ void WorkingStory::erase(Cp start, Cp end) {
     size_ -= end - start;
     if (observer_ != nullptr) {
         observer_->erased(start, end);
+    }
+}
+
+void WorkingStory::replace(Cp start, Cp end, std::shared_ptr<const Story> fragment,
+                           const PositionMap& moved) {
+    announce(start);
+    const std::size_t first = splitAt(start);
+    const std::size_t last = splitAt(end);
+    const auto place = slices_.erase(slices_.begin() + static_cast<std::ptrdiff_t>(first),
+                                     slices_.begin() + static_cast<std::ptrdiff_t>(last));
+    const Cp length = fragment->size();
+    slices_.insert(place, StorySlice{std::move(fragment), 0, length});
+    size_ = size_ - (end - start) + length;
+    if (observer_ != nullptr) {
+        observer_->replaced(moved);
     }
 }
 

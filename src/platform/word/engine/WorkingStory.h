@@ -15,6 +15,9 @@ namespace qvnd::word {
 using PropertyChange = std::function<PropertyListId(PropertyListId)>;
 using LookChange = std::function<ParagraphLook(const ParagraphLook&)>;
 
+// Where a position of a story lies behind a change of its text.
+using PositionMap = std::function<Cp(Cp)>;
+
 // Hears of every change of positions.
 class PositionObserver {
 public:
@@ -24,6 +27,7 @@ public:
     // After it was done.
     virtual void inserted(Cp at, Cp length) = 0;
     virtual void erased(Cp start, Cp end) = 0;
+    virtual void replaced(const PositionMap& moved) = 0;
 };
 
 // The text of one story under work: slices of fragments that nobody changes any more. Text that is
@@ -59,6 +63,9 @@ public:
     void insert(Cp at, const SlicedText& text);
     void insertFragment(Cp at, std::shared_ptr<const Story> fragment);
     void erase(Cp start, Cp end);
+    // Puts another version of the text in place of [start, end): what stands in it keeps its place
+    // there. `moved` tells where every position of the story lies then; those up to `start` stay.
+    void replace(Cp start, Cp end, std::shared_ptr<const Story> fragment, const PositionMap& moved);
     // Another character in place of the one that ends a paragraph at `at`; its look stays.
     void replaceMark(Cp at, char16_t mark);
 

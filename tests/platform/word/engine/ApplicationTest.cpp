@@ -77,7 +77,7 @@ TEST_F(ApplicationTest, AWindowThatIsClosedTakesItsDocumentWithIt) {
 }
 
 TEST_F(ApplicationTest, WhatADocumentLosesIsToldAtItsFirstSaveAlone) {
-    document().setLosses({u"浮动图形 1 个未能带入"});
+    document().addLosses({u"浮动图形 1 个未能带入"});
     document().SaveAs(folder.path() / "a.doc");
     EXPECT_EQ(report.lines, std::vector<std::u16string>{u"a.doc: 浮动图形 1 个未能带入"});
     document().Save();

@@ -139,6 +139,46 @@ TEST_F(BookmarkEdges, ABookmarkWithoutTextMovesBehindWhatIsTypedAtIt) {
     EXPECT_EQ(places(), (std::vector<Cp>{2, 4, 4, 5}));
 }
 
+TEST_F(BookmarkEdges, APointGoesWithTheCharacterBehindItAndWithNoOther) {
+    type(u"abcd");
+    document().change().addBookmark({u"点", 2, 2, 0});
+    const auto points = [this] { return document().read().bookmarks().size(); };
+    select(1, 2);
+    selection().Delete(1);
+    ASSERT_EQ(points(), 1U);
+    EXPECT_EQ(document().read().bookmarks()[0].start, 1U);
+    select(1, 2);
+    selection().Delete(1);
+    EXPECT_EQ(points(), 0U);
+}
+
+TEST_F(BookmarkEdges, ABookmarkGoesWithAllOfItsTextAndNotWithLess) {
+    type(u"abcd");
+    document().change().addBookmark({u"标记", 1, 3, 0});
+    select(2, 4);
+    selection().Delete(1);
+    ASSERT_EQ(document().read().bookmarks().size(), 1U);
+    EXPECT_EQ(document().read().bookmarks()[0].end, 2U);
+    select(1, 2);
+    selection().Delete(1);
+    EXPECT_TRUE(document().read().bookmarks().empty());
+}
+
+TEST_F(BookmarkEdges, BehindTheLastBookmarkTextMovesNoneAndAPointThereMoves) {
+    type(u"abcd");
+    document().change().addBookmark({u"全文", 0, 4, 0});
+    select(4, 4);
+    type(u"x");
+    type(u"y");
+    EXPECT_EQ(document().read().bookmarks()[0].end, 4U);
+    document().change().addBookmark({u"点", 6, 6, 0});
+    type(u"z");
+    EXPECT_EQ(document().read().bookmarks()[1].start, 7U);
+    type(u"!");
+    EXPECT_EQ(document().read().bookmarks()[1].start, 8U);
+    EXPECT_EQ(document().read().bookmarks()[0].end, 4U);
+}
+
 class PageNumberEdges : public EngineTest {};
 
 TEST_F(PageNumberEdges, TheChaptersOfPageNumbersAreHeadingsOneToNine) {

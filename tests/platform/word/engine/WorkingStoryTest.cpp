@@ -135,6 +135,13 @@ TEST_F(WorkingStoryTest, ErasingAMarkJoinsTwoParagraphsUnderTheSecondOnesLook) {
     EXPECT_EQ(story.paragraphStart(4), 0U);
 }
 
+TEST_F(WorkingStoryTest, AnotherVersionOfAPartStandsInItsPlace) {
+    story.replace(1, 4, paragraphs({u"x", u"yz"}), [](Cp at) { return at; });
+    EXPECT_EQ(text(), u"ax\ryz\rd\r\r");
+    EXPECT_EQ(story.size(), 9U);
+    EXPECT_EQ(slices.size(), 3U);
+}
+
 TEST_F(WorkingStoryTest, FlattenedTextIsOneSoundFragment) {
     story.insertText(4, u"---", bold);
     story.erase(2, 3);
