@@ -117,6 +117,7 @@ public:
         notes.leftOut = leftOutOf(source_, losses_);
         changes.bookmarks = bookmarks_.renamed();
         changes.styles = tables_.styles().renamed();
+        changes.lists = tables_.lists().renamed();
         changes.footnotes = numbered_[static_cast<std::size_t>(AnchorKind::footnote)];
         changes.endnotes = numbered_[static_cast<std::size_t>(AnchorKind::endnote)];
         notes.changed = changesOf(changes);
@@ -201,8 +202,10 @@ private:
         changes.removeAnchors();
         changes.repairCellMarks(source_.tables.lists);
         changes.unwrapObjects(fields);
-        if (!bookmarks_.newNames().empty()) {
-            changes.rename(fields, bookmarks_.newNames());
+        if (!bookmarks_.newNames().empty() || tables_.lists().hasNames()) {
+            changes.rename(fields, bookmarks_.newNames(), [this](std::u16string_view name) {
+                return tables_.lists().newName(name);
+            });
         }
         Story story = text_.imported(source);
         story.bookmarks = bookmarks_.aside(source);

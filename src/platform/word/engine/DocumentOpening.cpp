@@ -1,5 +1,7 @@
 #include "platform/word/engine/DocumentOpening.h"
 
+#include "platform/word/docfile/styles/ListTables.h"
+#include "platform/word/docfile/text/BulletPictures.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/StoryRepair.h"
 #include "platform/word/engine/BookmarkNames.h"
@@ -23,9 +25,13 @@ namespace {
 // What the tables of a document have, at the places where they have it.
 class OwnTables : public ImportReferences {
 public:
-    explicit OwnTables(DocumentTables& tables) : tables_(tables) {
+    // `lists` are those that the document was read with.
+    OwnTables(DocumentTables& tables, const PropertyLists& lists) : tables_(tables) {
         for (const ListDefinition& definition : tables.listDefinitions) {
             lists_.insert(definition.lsid);
+        }
+        for (const PropertyListId picture : tables.bulletPictures) {
+            bulletsThere_.push_back(isBulletPicture(lists[picture]));
         }
     }
 
@@ -50,7 +56,8 @@ public:
         return there(tables_.objects, index);
     }
     std::optional<std::uint32_t> bulletPicture(std::uint32_t index) override {
-        return index < tables_.bulletPictures.size() ? std::optional(index) : std::nullopt;
+        return index < bulletsThere_.size() && bulletsThere_[index] ? std::optional(index)
+                                                                    : std::nullopt;
     }
     std::optional<std::uint16_t> author(std::uint16_t index) override {
         if (index < tables_.authors.size()) {
@@ -73,6 +80,7 @@ private:
 
     DocumentTables& tables_;
     std::unordered_set<std::int32_t> lists_;
+    std::vector<bool> bulletsThere_; // by their places
     std::optional<std::uint16_t> nobody_;
 };
 
@@ -80,7 +88,7 @@ class Opening {
 public:
     explicit Opening(DocumentContent data)
         : data_(std::move(data)), before_(std::exchange(data_.tables.lists, {})),
-          own_(data_.tables), rewriter_(before_, data_.tables.lists, own_),
+          own_(data_.tables, before_), rewriter_(before_, data_.tables.lists, own_),
           facts_(data_.tables, before_), fitting_(data_.tables.lists) {}
 
     DocumentContent run(std::vector<std::u16string>* leftOut) {
@@ -188,12 +196,14 @@ private:
         }
     }
 
-    // Of two lists with one number the first counts.
+    // Of two lists with one number the first counts; of two with one name the first keeps it.
     void openLists() {
         std::unordered_set<std::int32_t> seen;
         std::erase_if(tables().listDefinitions,
                       [&](const ListDefinition& list) { return !seen.insert(list.lsid).second; });
+        UniqueNames names(longestListName);
         for (ListDefinition& list : tables().listDefinitions) {
+            list.name = list.name.empty() ? u"" : names.addUnique(list.name);
             for (ListLevel& level : list.levels) {
                 open(level);
             }

@@ -23,7 +23,7 @@ public:
 
     PropertyRewriter& rewriter() { return rewriter_; }
     StyleImport& styles() { return styles_; }
-    const ListImport& lists() const { return lists_; }
+    ListImport& lists() { return lists_; }
     const FontImport& fonts() const { return fonts_; }
 
     // Brings what no text names, the pictures of bullets and the styles of lists, and sets the

@@ -1,6 +1,8 @@
 #include "platform/word/engine/ListImport.h"
 
+#include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/formatting/ListMembership.h"
+#include "platform/word/formatting/NameFolding.h"
 
 #include <algorithm>
 #include <utility>
@@ -57,7 +59,13 @@ DefinitionsByNumber byNumber(const std::vector<ListDefinition>& definitions) {
 ListImport::ListImport(DocumentTables& target, const DocumentTables& source,
                        PropertyRewriter& rewriter, MayComeAlong mayComeAlong)
     : target_(target), source_(source), rewriter_(rewriter), mayComeAlong_(std::move(mayComeAlong)),
-      known_(source.listOverrides.size()), sourceDefinitions_(byNumber(source.listDefinitions)) {}
+      known_(source.listOverrides.size()), sourceDefinitions_(byNumber(source.listDefinitions)) {
+    for (const ListDefinition& list : source.listDefinitions) {
+        if (!list.name.empty()) {
+            named_.try_emplace(foldedName(list.name), &list);
+        }
+    }
+}
 
 std::uint16_t ListImport::list(std::uint16_t ilfo) {
     const std::uint16_t index = listIndexOf(ilfo);
@@ -189,10 +197,42 @@ std::int32_t ListImport::bringDefinition(const ListDefinition& definition) {
     definitions_[definition.lsid] = lsid; // before its levels come, which may name it
     ListDefinition list = inTarget(definition);
     list.lsid = lsid;
+    list.name = uniqueName(definition);
     list.linkedStyles.fill(StyleDefinition::none);
     brought_.push_back({target_.listDefinitions.size(), &definition});
     target_.listDefinitions.push_back(std::move(list));
     return target_.listDefinitions.back().lsid;
+}
+
+std::u16string ListImport::uniqueName(const ListDefinition& definition) {
+    if (definition.name.empty()) {
+        return {};
+    }
+    if (!names_) {
+        names_.emplace(longestListName);
+        for (const ListDefinition& list : target_.listDefinitions) {
+            names_->add(list.name);
+        }
+    }
+    std::u16string name = names_->addUnique(definition.name);
+    if (name != definition.name) {
+        newNames_[definition.lsid] = name;
+        renamed_.push_back({definition.name, name});
+    }
+    return name;
+}
+
+std::optional<std::u16string> ListImport::newName(std::u16string_view name) {
+    const auto found = named_.find(foldedName(name));
+    if (found == named_.end()) {
+        return std::nullopt;
+    }
+    const std::int32_t lsid = found->second->lsid;
+    if (inFields_.insert(lsid).second) {
+        bring({lsid, 0, 0, {}});
+    }
+    const auto renamed = newNames_.find(lsid);
+    return renamed != newNames_.end() ? std::optional(renamed->second) : std::nullopt;
 }
 
 // Lists are few, at most those that overrides have room for.

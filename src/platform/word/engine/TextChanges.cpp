@@ -73,16 +73,25 @@ void TextChanges::unwrapObjects(const std::vector<FieldPlace>& fields) {
     }
 }
 
-void TextChanges::rename(const std::vector<FieldPlace>& fields, const NewNames& names) {
+void TextChanges::rename(const std::vector<FieldPlace>& fields, const NewNames& bookmarks,
+                         const NewListName& newListName) {
     const std::vector<std::vector<FieldWord>> words = fieldWords(story_);
-    std::set<Cp> data = hyperlinkData(fields);
+    std::set<Cp> data = bookmarks.empty() ? std::set<Cp>() : hyperlinkData(fields);
+    const auto replace = [&](const FieldWord& word, const std::u16string& name) {
+        edits.replace(word.at, static_cast<Cp>(word.text.size()), name);
+    };
     for (std::size_t i = 0; i < fields.size(); ++i) {
         for (const FieldWord& word : bookmarkWords(words[i])) {
-            const auto found = names.find(foldedName(word.text));
-            if (found != names.end()) {
-                edits.replace(word.at, static_cast<Cp>(word.text.size()), found->second);
+            const auto found = bookmarks.find(foldedName(word.text));
+            if (found != bookmarks.end()) {
+                replace(word, found->second);
                 removeHyperlinkData(fields[i], data);
             }
+        }
+        const std::optional<FieldWord> list = listNameWord(words[i]);
+        const auto name = list ? newListName(list->text) : std::nullopt;
+        if (name) {
+            replace(*list, *name);
         }
     }
 }

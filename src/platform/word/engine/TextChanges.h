@@ -5,7 +5,11 @@
 #include "platform/word/engine/StoryEdits.h"
 #include "platform/word/engine/TextImport.h"
 
+#include <functional>
+#include <optional>
 #include <set>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -13,6 +17,8 @@
 namespace qvnd::word {
 
 using NewNames = std::unordered_map<std::u16string, std::u16string>; // by folded old name
+// The new name of a list; nothing where it stays.
+using NewListName = std::function<std::optional<std::u16string>(std::u16string_view)>;
 
 // Works out what changes in the text of a story that comes in.
 class TextChanges {
@@ -28,8 +34,9 @@ public:
     void repairCellMarks(const PropertyLists& lists);
     // An object without its data leaves its picture behind: the field around it goes.
     void unwrapObjects(const std::vector<FieldPlace>& fields);
-    // References to bookmarks that got new names.
-    void rename(const std::vector<FieldPlace>& fields, const NewNames& names);
+    // References to bookmarks and lists that got new names.
+    void rename(const std::vector<FieldPlace>& fields, const NewNames& bookmarks,
+                const NewListName& newListName);
 
     StoryEdits edits;
 

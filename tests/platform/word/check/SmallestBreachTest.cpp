@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/styles/ListTables.h"
 #include "support/ByteText.h"
 
 #include <gtest/gtest.h>
@@ -164,6 +165,23 @@ TEST_F(ListEdges, ChangedLevelIsOneOfNine) {
     EXPECT_EQ(rules(), Rules{});
     document.listOverrides[0].levels[0].flags = 0x19;
     EXPECT_EQ(rules(), Rules{"list.override"});
+}
+
+TEST_F(ListEdges, NamesAreUniqueAndAtMost255Characters) {
+    document.listDefinitions.push_back(document.listDefinitions[0]);
+    document.listDefinitions[1].lsid = 78;
+    const auto rulesWithNames = [this](const std::vector<std::u16string>& names) {
+        document.file.parts[FibPair::SttbListNames] = encodeListNames(names);
+        return rules();
+    };
+    EXPECT_EQ(rulesWithNames({u"Clauses", u"clauses"}), Rules{});
+    EXPECT_EQ(rulesWithNames({u"Clauses", u"Clauses"}), Rules{"list.name"});
+    EXPECT_EQ(rulesWithNames({u"", u""}), Rules{}) << "lists without a name";
+    EXPECT_EQ(rulesWithNames({std::u16string(255, u'x'), u""}), Rules{});
+    EXPECT_EQ(rulesWithNames({std::u16string(256, u'x'), u""}), Rules{"list.name"});
+    EXPECT_EQ(rulesWithNames({u"a", u"b", u"b"}), Rules{}) << "those of no list do not count";
+    document.file.parts[FibPair::SttbListNames] = hex("FFFF 0200 0000 0100 4100");
+    EXPECT_EQ(rules(), Rules{"list.name"});
 }
 
 TEST_F(ListEdges, OneReferenceMoreThanTheTableHoldsIsTooMany) {

@@ -53,6 +53,13 @@ TEST_F(ListTables, OverridesBeyondThoseThatParagraphsCanNameAreLeftOutAndCounted
     EXPECT_EQ(remarks, Remarks{u"有 3 个列表引用未读入，一个文档最多 2046 个列表"});
 }
 
+TEST_F(ListTables, NamesAreNoLongerThanTheFormatAllows) {
+    std::vector<ListDefinition> read = definitions();
+    decodeListNames(encodeListNames({std::u16string(300, u'x'), u"short"}), read);
+    EXPECT_EQ(read[0].name, std::u16string(255, u'x'));
+    EXPECT_EQ(read[1].name, u"short");
+}
+
 TEST_F(ListTables, AnOverrideChangesEachLevelOnceAtMost) {
     std::vector<ListOverride> overrides(1);
     for (std::uint32_t i = 0; i < 20; ++i) {

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/Sttb.h"
 
 #include <algorithm>
 #include <set>
@@ -175,6 +176,25 @@ void checkOverrides(Evidence& evidence, const std::vector<CheckedList>& lists, F
     }
 }
 
+// Names, which LISTNUM fields use, belong to the definitions in order ([MS-DOC] 2.9.292).
+void checkListNames(const Evidence& evidence, std::size_t lists, Findings& findings) {
+    constexpr std::size_t longest = 255;
+    const DecodedSttb names = decodeSttb(evidence.at(FibPair::SttbListNames));
+    if (!names.complete) {
+        findings.add("list.name", u"列表名称表不完整");
+    }
+    std::set<std::u16string> seen;
+    for (std::size_t i = 0; i < std::min(lists, names.table.entries.size()); ++i) {
+        const std::u16string& name = names.table.entries[i].text;
+        if (!name.empty() && !seen.insert(name).second) {
+            findings.add("list.name", u"列表名称“" + name + u"”重复");
+        }
+        if (name.size() > longest) {
+            findings.add("list.name", u"列表定义 " + digits(std::int64_t(i)) + u" 的名称过长");
+        }
+    }
+}
+
 } // namespace
 
 void checkLists(Evidence& evidence, Findings& findings) {
@@ -182,6 +202,7 @@ void checkLists(Evidence& evidence, Findings& findings) {
     try {
         lists = checkDefinitions(evidence, findings);
         checkOverrides(evidence, lists, findings);
+        checkListNames(evidence, lists.size(), findings);
     } catch (const FormatError&) {
         findings.add("list.parse", u"列表的表不完整");
     }

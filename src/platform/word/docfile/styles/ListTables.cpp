@@ -244,7 +244,7 @@ void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& defini
     const Sttb names = decodeSttb(sttbListNames).table;
     const std::size_t count = std::min(names.entries.size(), definitions.size());
     for (std::size_t i = 0; i < count; ++i) {
-        definitions[i].name = names.entries[i].text;
+        definitions[i].name = names.entries[i].text.substr(0, longestListName);
     }
 }
 

@@ -32,7 +32,9 @@ Bytes encodeListOverrides(const std::vector<ListOverride>& overrides, const Prop
 void completeListDefinitions(std::vector<ListDefinition>& definitions,
                              const std::vector<ListOverride>& overrides);
 
-// Names belong to the definitions in order.
+// Names belong to the definitions in order; what is longer than longestListName is cut.
+// [MS-DOC] 2.9.292.
+inline constexpr std::size_t longestListName = 255;
 void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& definitions);
 Bytes encodeListNames(const std::vector<std::u16string>& names);
 
