@@ -149,9 +149,10 @@ TEST_F(ErrorsInANode, AMissingDocumentCostsOneBoxAndTheWalkGoesOn) {
     log.failAt("Selection.InsertFile plans/工程/工程.1.doc", 5174, u"找不到该文件");
     EXPECT_EQ(build(), BuildOutcome::finished);
     EXPECT_EQ(linesBetween("Selection.InsertFile plans/工程/工程.1.doc", "Selection.InsertBreak"),
-              "dlgTB.hide\nmessage [information] 找不到该文件\ndlgTB.show\nprogress 0.4333\n");
+              "dlgTB.hide\nmessage [information] 找不到该文件\n文档：甲（工程.1）\ndlgTB.show\n"
+              "progress 0.4333\n");
     EXPECT_TRUE(logged("Selection.InsertFile plans/工程/工程.2.doc"));
-    EXPECT_EQ(linesOf("message"), "message [information] 找不到该文件\n");
+    EXPECT_EQ(linesOf("message"), "message [information] 找不到该文件\n文档：甲（工程.1）\n");
 }
 
 TEST_F(ErrorsInANode, NumberZeroShowsNothing) {
@@ -173,8 +174,8 @@ TEST_F(ErrorsInANode, TheNodeStaysHalfDone) {
     log.failAt("Styles(标题 1).Font.Name", 5941, u"集合所要求的成员不存在");
     build();
     EXPECT_EQ(linesBetween("Styles(标题 1).Font.Name", "Selection.InsertBreak"),
-              "dlgTB.hide\nmessage [information] 集合所要求的成员不存在\ndlgTB.show\n"
-              "progress 0.4333\n");
+              "dlgTB.hide\nmessage [information] 集合所要求的成员不存在\n文档：甲（工程.1）\n"
+              "dlgTB.show\nprogress 0.4333\n");
     EXPECT_FALSE(logged("Selection.InsertFile plans/工程/工程.1.doc"));
 }
 

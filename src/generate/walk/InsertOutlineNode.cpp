@@ -4,6 +4,7 @@
 #include "generate/numbering/NumberText.h"
 #include "generate/settings/SettingsRow.h"
 #include "generate/walk/InsertNodeDocument.h"
+#include "outline/OutlineTree.h"
 #include "platform/desktop/MessageBoxes.h"
 #include "platform/error/UnexpectedErrors.h"
 #include "store/FontSizeToPoints.h"
@@ -71,11 +72,12 @@ void insert(GenerationRun& run, const VisitedNode& visited, const QString& numbe
     endParagraph(run);
 }
 
-void showError(const GenerationRun& run, const RunTimeError& error) {
+void showError(const GenerationRun& run, const RunTimeError& error,
+               const outline::OutlineNode& node) {
     const GenerationServices& services = run.services;
     services.dlgTB.hide();
     if (error.number() != 0)
-        services.messages.tell(desktop::descriptionOf(error), desktop::Icon::information);
+        services.messages.tell(outline::failureText({}, error, &node), desktop::Icon::information);
     services.dlgTB.show();
 }
 
@@ -90,7 +92,7 @@ void InsertOutlineNode(GenerationRun& run, const outline::OutlineNode& node, int
     } catch (const std::exception& failure) {
         const RunTimeError error = runTimeErrorOf(failure);
         entry.Failure = desktop::descriptionOf(error);
-        showError(run, error);
+        showError(run, error, node);
     }
     run.window.Visited.push_back(entry);
 }
