@@ -155,16 +155,18 @@ TEST_F(DlgNewWindowTest, LettersDigitsAndChineseAreTakenWithoutAWord) {
 TEST_F(DlgNewWindowTest, AnIllegalKeyIsToldAndTakenBack) {
     show();
     TxtName().setText("甲");
-    for (const char key : {'.', ' ', '-', '*', '\''}) {
+    for (const char key : {'.', ' ', '-', '*', '\'', '#'}) {
         QTest::keyClick(&TxtName(), key);
         EXPECT_EQ(TxtName().text(), "甲") << key;
         ASSERT_FALSE(world.messages.shown.empty());
         const auto& message = world.messages.shown.back();
-        EXPECT_EQ(message.text, "对不起，输入字符非法！");
+        EXPECT_EQ(message.text,
+                  QString("对不起，输入字符非法！\n方案名称只能由汉字、字母和数字组成，不能有：“") +
+                      key + "”");
         EXPECT_EQ(message.icon, desktop::Icon::exclamation);
         EXPECT_EQ(message.title, QString());
     }
-    EXPECT_EQ(told().size(), 5);
+    EXPECT_EQ(told().size(), 6);
     QTest::keyClick(&TxtName(), 'b');
     EXPECT_EQ(TxtName().text(), "甲b");
 }

@@ -78,7 +78,7 @@ void PlanNameBox::keyPressEvent(QKeyEvent* event) {
     }
     const QString typed = event->text();
     if (event->key() != Qt::Key_Backspace && typed.size() == 1 && !mayBeTyped(typed.front())) {
-        messages_.tell(u"对不起，输入字符非法！"_s, desktop::Icon::exclamation);
+        tellIllegal(typed);
         IllegalChar_ = true;
     }
     QLineEdit::keyPressEvent(event);
