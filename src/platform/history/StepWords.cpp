@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -61,12 +62,57 @@ QString subjectIn(const QList<Change>& changes) {
     return words.size() > 1 ? words.first() + u"等"_s : words.join(QString());
 }
 
+// The nodes that came into the outline that `first` came into, but for those below one of them. An
+// outline that came as a whole is one thing.
+QStringList nodesWith(const Change& first, const QList<Change>& changes) {
+    QSet<QString> came;
+    for (const Change& change : changes) {
+        if (change.database != first.database || change.table != first.table) {
+            continue;
+        }
+        if (change.kind == Change::Kind::tableMade) {
+            return {first.key};
+        }
+        if (change.kind == Change::Kind::rowAdded) {
+            came.insert(change.key);
+        }
+    }
+    QStringList uppermost;
+    for (const QString& key : came) {
+        if (!came.contains(key.section(u'.', 0, -2))) {
+            uppermost << key;
+        }
+    }
+    return uppermost;
+}
+
+bool haveFiles(const QStringList& nodes, const QList<Change>& changes) {
+    QSet<QString> files;
+    for (const Change& change : changes) {
+        if (change.kind == Change::Kind::fileAdded) {
+            files.insert(change.name);
+        }
+    }
+    return std::all_of(nodes.begin(), nodes.end(),
+                       [&](const QString& key) { return files.contains(key + u".doc"_s); });
+}
+
+// " 等 9 个文档" behind the name of the first; empty where it is alone.
+QString othersWith(const Change& first, const QList<Change>& changes) {
+    if (first.kind != Change::Kind::rowAdded || first.key.isEmpty()) {
+        return {};
+    }
+    const QStringList nodes = nodesWith(first, changes);
+    const QString kind = haveFiles(nodes, changes) ? u"文档"_s : u"节点"_s;
+    return nodes.size() < 2 ? QString() : u" 等 %1 个%2"_s.arg(nodes.size()).arg(kind);
+}
+
 QString subjectOf(const CommandFrame& frame, const QList<Change>& changes) {
     const auto named = [&](auto matches) {
         const auto found = std::find_if(changes.begin(), changes.end(), [&](const Change& change) {
             return !isBookkeeping(change) && !change.name.isEmpty() && matches(change);
         });
-        return found == changes.end() ? QString() : found->name;
+        return found == changes.end() ? QString() : found->name + othersWith(*found, changes);
     };
     const auto isSelected = [&](const Change& change) {
         return !frame.selectedKey.isEmpty() && change.key == frame.selectedKey &&

@@ -6,7 +6,8 @@
 namespace qvnd::history {
 
 // "删除[施工部署]": the caption, and the name of what the command was about: the selected node
-// where the command changed it, else what came first.
+// where the command changed it, else what came first; "添加[甲 等 9 个文档]" where several nodes
+// came, each counted with all that came below it.
 QString titleOf(const CommandFrame& frame, const QList<Change>& changes);
 
 // Whether the database is a plan's or template's own copy of its tables: it lies in a folder of its

@@ -145,6 +145,41 @@ TEST_F(HistoryTest, TitleNamesTheCommandAndTheNodeThatWasSelected) {
     EXPECT_EQ(changes[0].table, "甲");
 }
 
+TEST_F(HistoryTest, TitleTellsHowManyNodesCameWithTheOneThatItNames) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const auto add = [&](const QString& key, bool isDocument) {
+        HistoryWorld::addRow(*world.db, "甲", key);
+        if (isDocument) {
+            world.files->CopyFile(world.path("source.doc"), world.path("甲/" + key + ".doc"), true);
+        }
+    };
+    const auto titleOf = [&](const HistoryWorld::Work& work) {
+        const auto done = world.run("添加", work, "甲.1");
+        return done.step ? done.step->title : QString();
+    };
+    EXPECT_EQ(titleOf([&] { add("甲.1.1", true); }), "添加[名甲.1.1]");
+    EXPECT_EQ(titleOf([&] {
+                  for (int number = 2; number <= 10; ++number) {
+                      add("甲.1." + QString::number(number), true);
+                  }
+              }),
+              "添加[名甲.1.2 等 9 个文档]");
+    EXPECT_EQ(titleOf([&] {
+                  add("甲.3", false);
+                  add("甲.3.1", true);
+                  add("甲.3.2", true);
+              }),
+              "添加[名甲.3]")
+        << "with all that is below it";
+    EXPECT_EQ(titleOf([&] {
+                  add("甲.4", false);
+                  add("甲.4.1", true);
+                  add("甲.5", true);
+              }),
+              "添加[名甲.4 等 2 个节点]");
+    EXPECT_EQ(titleOf([&] { world.makePlan("乙"); }), "添加[名乙.1]") << "a plan is one thing";
+}
+
 TEST(TwoProgramsAtOnce, RecordInOneHistoryAndTakeBackEachOthersCommands) {
     HistoryWorld first;
     first.write("source.doc", "text");
