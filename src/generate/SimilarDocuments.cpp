@@ -4,6 +4,7 @@
 #include "outline/OutlinePaths.h"
 #include "outline/QueryText.h"
 #include "platform/desktop/MessageBoxes.h"
+#include "platform/error/IgnoringErrors.h"
 #include "platform/error/UnexpectedErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
@@ -176,11 +177,8 @@ void SimilarDocuments::cmdOpen() {
     try {
         const QString path = selectedRow().path;
         services_.frmBidEdit.turnPreviewOn();
-        services_.frmBidEdit.loadPreview(path);
-        services_.frmBidEdit.onLatePreviewFailure(
-            toldWhenIdle([&messages = services_.messages](const RunTimeError& failure) {
-                messages.tell(desktop::descriptionOf(failure));
-            }));
+        // What the preview refuses, as a document with a password, is for the word processor.
+        ignoringErrors([&] { services_.frmBidEdit.loadPreview(path); });
         services_.frmBidEdit.activatePreview();
     } catch (const std::exception& cause) {
         const RunTimeError failure = runTimeErrorOf(cause);

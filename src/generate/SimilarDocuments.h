@@ -67,7 +67,8 @@ public:
     // processor as it is. A user who cancels leaves the target as it was, without a word, and the
     // word processor is dropped; once the target is being saved nothing offers to cancel.
     bool cmdInsert();
-    // Shows the selected row's document in the preview and starts its application on it.
+    // Shows the selected row's document in the preview and starts its application on it, which may
+    // open what the preview cannot show.
     void cmdOpen();
 
 private:

@@ -184,6 +184,17 @@ Application dropped
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(SimilarDocumentsDialog, TheKeyIsTrimmedForTheNameOfItsFile) {
+    makeTwoTemplates();
+    TrvEdit.Select(&TrvEdit.AddChild("P", "P.7 ", "管理目标", outline::image::document,
+                                     outline::image::documentSelected));
+    auto dialog = loaded();
+    dialog.select(0);
+    EXPECT_TRUE(dialog.cmdInsert());
+    EXPECT_TRUE(logged().find("Documents.Open 用户模板/P/P.7.doc\n") != std::string::npos)
+        << logged();
+}
+
 TEST_F(SimilarDocumentsDialog, WithAnEmptyListTheInvisibleWordProcessorIsLeftRunning) {
     auto dialog = loaded();
     EXPECT_FALSE(dialog.cmdInsert());
@@ -338,20 +349,26 @@ TEST_F(SimilarDocumentsDialog, AnyOtherErrorOfOpeningShowsItsDescription) {
     makeTwoTemplates();
     auto dialog = loaded();
     dialog.select(0);
-    log.failAt("preview load", 31024, u"无法显示");
+    log.failAt("preview activate", 31031, u"没有可以打开此文件的程序");
     dialog.cmdOpen();
-    expectMessage("无法显示", desktop::Icon::none, "");
+    expectMessage("没有可以打开此文件的程序", desktop::Icon::none, "");
 }
 
-TEST_F(SimilarDocumentsDialog, WhatTurnsOutOfADocumentLaterIsToldAsThatCommandTellsIt) {
+TEST_F(SimilarDocumentsDialog, ADocumentThatThePreviewRefusesIsOpenedAllTheSame) {
     makeTwoTemplates();
     auto dialog = loaded();
     dialog.select(0);
+    log.failAt("preview load", error::documentNotShown, u"设有打开密码");
     dialog.cmdOpen();
-    ASSERT_TRUE(screen.lateFailure);
-    screen.lateFailure(RunTimeError(31024, u"无法显示"));
-    expectMessage("无法显示", desktop::Icon::none, "");
-    messages.shown.clear();
+    EXPECT_EQ(logged(), "preview on\npreview load Sys/标书模板/乙/乙.4.doc\npreview activate\n");
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_FALSE(screen.lateFailure) << "nor is it told when that turns out later";
+}
+
+TEST_F(SimilarDocumentsDialog, WhatTurnsOutBehindAnInsertionIsToldAsItsOwnFailures) {
+    makeTwoTemplates();
+    auto dialog = loaded();
+    dialog.select(0);
     dialog.cmdInsert();
     ASSERT_TRUE(screen.lateFailure);
     screen.lateFailure(RunTimeError(31024, u"无法显示"));
@@ -366,7 +383,7 @@ TEST_F(SimilarDocumentsDialog,
     state.Command.run([&] {
         auto dialog = loaded();
         dialog.select(0);
-        dialog.cmdOpen();
+        dialog.cmdInsert();
         longRun.cancel = [&] {
             EXPECT_FALSE(screen.lateFailure(late));
             return false;
@@ -383,7 +400,7 @@ TEST_F(SimilarDocumentsDialog, WhatTurnsOutBehindItWaitsUntilNoCommandRuns) {
     state.Command.run([&] {
         auto dialog = loaded();
         dialog.select(0);
-        dialog.cmdOpen();
+        dialog.cmdInsert();
     });
     const RunTimeError late(31024, u"无法显示");
     state.Command.run([&] { EXPECT_FALSE(screen.lateFailure(late)); });

@@ -3,6 +3,7 @@
 
 #include "generate/windows/dlgLike.h"
 
+#include <QLabel>
 #include <QTreeWidget>
 
 #include <stdexcept>
@@ -124,6 +125,7 @@ TEST_F(SimilarWindow, InsertingIsRefusedWhileADocumentIsOpen) {
     byMenu([&](generate::dlgLike& dialog) { button(dialog, "cmdInsert").click(); });
     EXPECT_EQ(messages(), QStringList{"对不起，请先关闭Word文档！"});
     EXPECT_EQ(world.messages.shown[0].icon, desktop::Icon::information);
+    EXPECT_EQ(world.messages.shown[0].title, QString());
     EXPECT_TRUE(calls().isEmpty());
 }
 
@@ -175,6 +177,15 @@ TEST_F(SimilarWindow, OpeningAloneShowsTheRowAndStartsItsApplication) {
     const QString file = world.folder.path("Sys/标书模板/乙/乙.4.doc");
     EXPECT_EQ(preview.shown, QStringList{file});
     EXPECT_EQ(shell.opened, QStringList{file});
+}
+
+TEST_F(SimilarWindow, WhatThePreviewRefusesIsOpenedAloneAllTheSame) {
+    open();
+    preview.failure = RunTimeError(error::documentNotShown, u"设有打开密码，请去掉密码后再试。");
+    byMenu([&](generate::dlgLike& dialog) { button(dialog, "cmdOpen").click(); });
+    EXPECT_EQ(shell.opened, QStringList{world.folder.path("Sys/标书模板/乙/乙.4.doc")});
+    EXPECT_EQ(control("PicEdit").findChild<QLabel*>()->text(), "设有打开密码，请去掉密码后再试。");
+    EXPECT_TRUE(messages().isEmpty());
 }
 
 TEST_F(SimilarWindow, BrowsingAppendsAFileAndSelectsIt) {
