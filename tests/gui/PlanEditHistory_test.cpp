@@ -48,6 +48,27 @@ TEST_F(PlanEditHistory, AGenerationThatReplacesTheFinishedDocumentTellsItAndIsTa
     EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
 }
 
+TEST_F(PlanEditHistory, ANoteThatComesAndGoesLeavesTheReaderWhereHeIs) {
+    open();
+    world.folder.write("施工方案.doc", "earlier");
+    pane->wanted = 3000;
+    choose("mnuBuildbid");
+    const auto* note = form->findChild<outline::NoteBar*>();
+    ASSERT_TRUE(note->isVisible());
+    auto& steps = control<QScrollBar>("VSEdit");
+    EXPECT_EQ(steps.maximum(), 10) << "as behind a run without a note";
+    EXPECT_EQ(steps.height(), control("PicEdit").height() - 3);
+    steps.setValue(5);
+    const int before = control("PicEdit").height();
+    undo();
+    click("T.1");
+    ASSERT_FALSE(note->isVisible()) << "its step has been taken back";
+    EXPECT_GT(control("PicEdit").height(), before);
+    EXPECT_EQ(steps.maximum(), 10);
+    EXPECT_EQ(steps.value(), 5);
+    EXPECT_EQ(control("OleEdit").y(), -qRound((3000 - control("PicEdit").height()) * 0.5));
+}
+
 TEST_F(PlanEditHistory, APdfThatReplacesTheFormerOneTellsItAndIsTakenBack) {
     open();
     world.folder.write("施工方案.doc", "finished");

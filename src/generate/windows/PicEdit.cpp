@@ -53,6 +53,7 @@ PicEdit::PicEdit(QWidget& view, preview::DocumentPreview& document, desktop::She
     hint_->setAlignment(Qt::AlignCenter);
     hint_->setWordWrap(true);
     hint_->setMargin(12);
+    hint_->installEventFilter(this);
     OleEdit_->setObjectName(u"OleEdit"_s);
     OleEdit_->setAccessibleName(u"文档"_s);
     OleEdit_->hide();
@@ -86,15 +87,14 @@ void PicEdit::turnPreviewOn() {
 
 void PicEdit::turnPreviewOff() {
     isOn_ = false;
-    say(invitation);
     fit();
 }
 
 void PicEdit::removePreview() {
     path_.clear();
+    refusal_.clear();
     isShown_ = false;
     document_.hide();
-    say(invitation);
     fit();
 }
 
@@ -106,7 +106,8 @@ void PicEdit::loadPreview(const QString& path) {
     try {
         document_.show(path_);
     } catch (const RunTimeError& failure) {
-        say(desktop::descriptionOf(failure));
+        refusal_ = desktop::descriptionOf(failure);
+        fit();
         throw;
     }
     isShown_ = true;
@@ -130,13 +131,12 @@ void PicEdit::shrinkPreview() {
 
 void PicEdit::setScrollSteps() { fit(); }
 
-void PicEdit::say(const QString& text) { hint_->setText(text); }
-
 // The view of a document that is still being read grows later.
 void PicEdit::fit() {
     const bool isSeen = isOn_ && isShown_;
     OleEdit_->setVisible(isSeen);
     hint_->setVisible(!isSeen);
+    hint_->setText(isOn_ && !refusal_.isEmpty() ? refusal_ : invitation);
     hint_->setGeometry(rect());
     const int wanted =
         view_.hasHeightForWidth() ? view_.heightForWidth(width()) : view_.sizeHint().height();
@@ -176,12 +176,15 @@ bool PicEdit::eventFilter(QObject* watched, QEvent* event) {
         fit();
         return true;
     }
-    if (watched != &view_)
+    if (watched != &view_ && watched != hint_)
         return QFrame::eventFilter(watched, event);
-    switch (event->type()) {
-    case QEvent::MouseButtonDblClick:
+    if (event->type() == QEvent::MouseButtonDblClick) {
         emit openRequested();
         return true;
+    }
+    if (watched == hint_)
+        return false;
+    switch (event->type()) {
     case QEvent::Wheel:
     case QEvent::KeyPress:
         return !scrollsByItself(*event);
@@ -190,12 +193,11 @@ bool PicEdit::eventFilter(QObject* watched, QEvent* event) {
     }
 }
 
-// The view goes with the pane.
 void PicEdit::resizeEvent(QResizeEvent* event) {
     QFrame::resizeEvent(event);
-    shrinkPreview();
-    VSEdit_->setGeometry(OleEdit_->width() - VSEdit_->sizeHint().width() - scrollBarGap, 0,
-                         VSEdit_->sizeHint().width(), OleEdit_->height() - scrollBarGap);
+    fit();
+    VSEdit_->setGeometry(width() - VSEdit_->sizeHint().width() - scrollBarGap, 0,
+                         VSEdit_->sizeHint().width(), height() - scrollBarGap);
 }
 
 } // namespace qvnd::generate

@@ -18,6 +18,9 @@ namespace qvnd::generate {
 //
 // A document is seen while the pane is on, and loading one leaves it on or off. One that cannot be
 // shown leaves its reason there, and can be activated all the same.
+//
+// A pane that becomes higher or lower leaves the reader where he is; whoever wants the view brought
+// down to the pane with that calls shrinkPreview().
 class PicEdit : public QFrame, public BidEditPane {
     Q_OBJECT
 
@@ -45,11 +48,12 @@ public:
     void shrinkPreview() override;
     void setScrollSteps() override;
 
-    // The document that is seen; empty when there is none.
-    QString documentSeen() const { return isOn_ && isShown_ ? path_ : QString(); }
+    // The document that is loaded while the pane is on, though only the reason may be seen why it
+    // cannot be shown; empty when there is none.
+    QString document() const { return isOn_ ? path_ : QString(); }
 
 signals:
-    // A double click on the document.
+    // A double click on the document, or on the reason why it is not seen.
     void openRequested();
 
 protected:
@@ -59,7 +63,6 @@ protected:
 private:
     void fit();
     void scroll();
-    void say(const QString& text);
     bool scrollsByItself(QEvent& event);
 
     QWidget& view_;
@@ -69,6 +72,7 @@ private:
     QScrollBar* VSEdit_;
     QLabel* hint_;         // what stands in the pane while no document is seen
     QString path_;         // of the loaded document; empty when there is none
+    QString refusal_;      // why the loaded document cannot be shown; empty when it can
     bool isShown_ = false; // the view shows the loaded document
     bool isOn_ = true;
     bool isShrunk_ = true;

@@ -108,6 +108,7 @@ void frmBidEdit::buildSplitter() {
     connect(Image1_, &outline::SplitterBar::dropped, this, [this] {
         layout_.drop();
         placePanes();
+        PicEdit_->shrinkPreview();
     });
 }
 
@@ -418,8 +419,8 @@ void frmBidEdit::chooseNode(const QString& key) {
 }
 
 void frmBidEdit::openSeen() {
-    if (const QString seen = PicEdit_->documentSeen(); !seen.isEmpty())
-        parts_.shell.open(seen);
+    if (const QString document = PicEdit_->document(); !document.isEmpty())
+        parts_.shell.open(document);
 }
 
 // The commands of the pop-up mean the node under the pointer.
@@ -453,8 +454,10 @@ void frmBidEdit::placePanes() {
 void frmBidEdit::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     constexpr int toolbarHeight = 30; // 450 twips
-    if (layout_.resize(size(), toolbarHeight))
-        placePanes();
+    if (!layout_.resize(size(), toolbarHeight))
+        return;
+    placePanes();
+    PicEdit_->shrinkPreview();
 }
 
 } // namespace qvnd::generate

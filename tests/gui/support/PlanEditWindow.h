@@ -76,10 +76,13 @@ protected:
         return world.folder.path("用户模板/T/" + key + ".doc");
     }
     void writeDocument(const QString& key, std::u16string_view text) {
+        writeDocumentTo(fileOf(key), text);
+    }
+    void writeDocumentTo(const QString& path, std::u16string_view text) {
         word::EngineApplication writer({pages, *this, *this});
         word::Document& file = writer.documents().Add();
         writer.Selection().TypeText(text);
-        file.SaveAs(files::toPath(fileOf(key)));
+        file.SaveAs(files::toPath(path));
     }
     QString finished() const { return world.state.gWorkPath + "施工方案.doc"; }
 
