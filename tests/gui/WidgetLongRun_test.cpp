@@ -118,6 +118,24 @@ TEST(LongRuns, AreCancelledByTheButtonUntilTheNextBegins) {
     run.end();
 }
 
+// Keys that were meant for the window behind the dialog.
+TEST(LongRuns, AreNotCancelledBySpaceOrEnterButTabLeadsToTheButton) {
+    desktop::WidgetLongRun run(0);
+    run.begin("输出 PDF", 0);
+    run.next("施工方案.pdf");
+    ASSERT_NO_FATAL_FAILURE(waitForDialog(run));
+    ASSERT_TRUE(QTest::qWaitForWindowActive(dialog()));
+    ASSERT_NE(dialog()->focusWidget(), nullptr);
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        QTest::keyClick(dialog()->focusWidget(), key);
+        EXPECT_FALSE(run.isCancelled());
+    }
+    QTest::keyClick(dialog()->focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(dialog()->focusWidget(), Qt::Key_Space);
+    EXPECT_TRUE(run.isCancelled());
+    run.end();
+}
+
 // What a user does to be rid of the dialog.
 class CancelledLongRuns : public testing::TestWithParam<const char*> {
 protected:

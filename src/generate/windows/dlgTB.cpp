@@ -37,11 +37,15 @@ dlgTB::dlgTB(QWidget* parent)
     auto* cmdStop = new QPushButton(u"停止"_s);
     cmdStop->setObjectName(u"cmdStop"_s);
     cmdStop->setAccessibleName(u"停止"_s);
+    cmdStop->setAutoDefault(false);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(Label1_);
     layout->addWidget(PrgBid_);
     layout->addWidget(cmdStop, 0, Qt::AlignRight);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    // A key that was meant for the window behind stops nothing; Tab leads to the button.
+    Label1_->setFocusPolicy(Qt::TabFocus);
+    Label1_->setFocus();
     connect(cmdStop, &QPushButton::clicked, this, &dlgTB::stopPressed);
 }
 

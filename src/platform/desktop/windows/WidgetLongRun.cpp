@@ -1,6 +1,7 @@
 #include "platform/desktop/windows/WidgetLongRun.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPushButton>
 
 #include <algorithm>
@@ -80,11 +81,20 @@ void WidgetLongRun::show() {
     QObject::disconnect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(), nullptr);
     QObject::connect(dialog_.get(), &QProgressDialog::canceled, dialog_.get(),
                      [this] { cancel(); });
+    keepKeysHarmless();
     if (!canCancel_) {
         dialog_->setCancelButton(nullptr);
     }
     showPiece();
     dialog_->show();
+}
+
+// A key that was meant for the window behind cancels nothing; Tab leads to the button.
+void WidgetLongRun::keepKeysHarmless() {
+    dialog_->findChild<QPushButton*>()->setAutoDefault(false);
+    auto* text = dialog_->findChild<QLabel*>();
+    text->setFocusPolicy(Qt::TabFocus);
+    text->setFocus();
 }
 
 void WidgetLongRun::showPiece() {

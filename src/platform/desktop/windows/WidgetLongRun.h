@@ -24,6 +24,7 @@ public:
 
 private:
     void show();
+    void keepKeysHarmless();
     void showPiece();
     void cancel();
 
