@@ -81,11 +81,11 @@ struct GenerationReport {
     std::optional<QString> whyEstimated;
 
     int missingDocuments() const;
-    // Whether the finished document is not all that its nodes say, so that a user wants to know;
-    // other numbers and names are no such thing.
+    // Whether the finished document is not all that its nodes say, or tells pages that may be
+    // wrong, so that a user wants to know; other numbers and names are no such thing.
     bool wantsAttention() const {
-        return !missing.empty() || !failed.empty() || !leftOut.empty() || !converted.empty() ||
-               !foreign.empty();
+        return whyEstimated || !missing.empty() || !failed.empty() || !leftOut.empty() ||
+               !converted.empty() || !foreign.empty();
     }
 };
 

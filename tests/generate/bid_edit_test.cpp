@@ -170,9 +170,10 @@ TEST_F(PlanEdit, TheDoubleClickTellsOneErrorNumberAloneWithItsCauseAndTheDocumen
     log.failAt("preview load", 31024, u"无法显示");
     log.failAt("preview load", error::fileNotFound, u"找不到文件"); // the one behind it
     loaded().DblClick();
-    EXPECT_EQ(linesOf("message"), "message [information] 出现意外的错误。可能是你的系统不稳定，"
-                                  "请退出程序重新进入或是重启计算机。\n无法显示\n"
-                                  "文档：附则（工程.3）\n");
+    EXPECT_EQ(linesOf("message"),
+              "message [information, 提示] 出现意外的错误。可能是你的系统不稳定，"
+              "请退出程序重新进入或是重启计算机。\n无法显示\n"
+              "文档：附则（工程.3）\n");
     edit->DblClick();
     edit->TrvEdit.Select(nullptr);
     edit->DblClick();
@@ -197,9 +198,10 @@ TEST_F(PlanEdit, WhatTurnsOutBehindTheDoubleClickIsToldByItsNumber) {
         [&] { EXPECT_FALSE(screen.lateFailure(RunTimeError(31024, u"无法显示"))); });
     EXPECT_EQ(linesOf("message"), "") << "not within another command";
     EXPECT_TRUE(screen.lateFailure(RunTimeError(31024, u"无法显示")));
-    EXPECT_EQ(linesOf("message"), "message [information] 出现意外的错误。可能是你的系统不稳定，"
-                                  "请退出程序重新进入或是重启计算机。\n无法显示\n"
-                                  "文档：附则（工程.3）\n");
+    EXPECT_EQ(linesOf("message"),
+              "message [information, 提示] 出现意外的错误。可能是你的系统不稳定，"
+              "请退出程序重新进入或是重启计算机。\n无法显示\n"
+              "文档：附则（工程.3）\n");
 }
 
 // Opening a document
@@ -230,6 +232,22 @@ TEST_F(PlanEdit, AFolderOrNothingSelectedOpensNothing) {
     edit->TrvEdit.Select(nullptr);
     edit->mnuDocOpen();
     EXPECT_EQ(wholeLog(), "");
+}
+
+TEST_F(PlanEdit, ANodeWithTheImageOfASelectedDocumentIsOpenedByThePopUpAlone) {
+    using namespace outline;
+    loaded();
+    edit->TrvEdit.Select(&edit->TrvEdit.AddChild(u"工程"_s, u"工程.4"_s, u"附图"_s,
+                                                 image::documentSelected, image::documentSelected));
+    edit->mnuDocOpen();
+    EXPECT_EQ(wholeLog(), "preview load plans/工程/工程.4.doc\npreview activate\npreview shrink\n");
+    log.lines.clear();
+    edit->mnuOpenDoc();
+    EXPECT_EQ(wholeLog(), "");
+    edit->DblClick();
+    EXPECT_EQ(wholeLog(), "preview off\n");
+    edit->NodeClick();
+    EXPECT_FALSE(edit->openDocument);
 }
 
 TEST_F(PlanEdit, AFailedOpeningIsToldByThePopUpsCommandAndPassesFromTheMenus) {
@@ -527,7 +545,7 @@ TEST_F(PlanEdit, WithoutADocumentOrASuiteThereIsNoPdf) {
     pdf.isInstalled = false;
     EXPECT_EQ(edit->printPdf(), QString());
     EXPECT_EQ(log.lines.back(),
-              "message [exclamation] 输出 PDF 需要办公软件 LibreOffice，但没有找到。");
+              "message [exclamation, 提示] 输出 PDF 需要办公软件 LibreOffice，但没有找到。");
     EXPECT_TRUE(pdf.printed.isEmpty());
 }
 

@@ -121,4 +121,5 @@ TEST_F(Report, TellsPagesAndWhyTheirNumbersAreEstimated) {
     EXPECT_EQ(
         summaryOf(told),
         u"3 个节点，2 个文档全部放入，3 个标题，12 页。\n目录的页码是估计的：没有安装办公套件。"_s);
+    EXPECT_TRUE(told.wantsAttention());
 }

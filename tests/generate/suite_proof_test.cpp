@@ -1,7 +1,7 @@
 #include "generate/SettingsProof.h"
 #include "generate/SuiteReading.h"
 #include "platform/files/Paths.h"
-#include "platform/office/OfficeSuite.h"
+#include "platform/office/PdfPrinter.h"
 #include "support/Images.h"
 
 #include <QFile>
@@ -125,4 +125,25 @@ TEST_F(SuiteProof, WithoutAHeaderTheSuiteFindsTheFootersOwnFont) {
     const SuiteReading document = readBySuite();
     EXPECT_EQ(document.header(), QString());
     EXPECT_EQ(document.lookOf(u"一建公司"_s), u"楷体 26pt plain start"_s);
+}
+
+// Text of a PDF's outline: UTF-16 in hexadecimal digits, behind a mark of the byte order.
+TEST_F(SuiteProof, ThePdfHasABookmarkForEachHeading) {
+    generated();
+    const QString pdf = files::fromPath(place("work") / u"施工方案.pdf");
+    office::SuitePdfPrinter printer{office::OfficeSuite(files::fromPath(place("suite")))};
+    printer.print(files::fromPath(place("work") / u"施工方案.doc"), pdf);
+    QFile file(pdf);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    EXPECT_TRUE(bytes.contains("/Outlines "));
+    for (const QString& heading : {u"编制说明"_s, u"编制依据"_s, u"附则"_s}) {
+        QByteArray digits;
+        for (const QChar character : heading) {
+            digits += QByteArray::number(character.unicode(), 16).rightJustified(4, '0').toUpper();
+        }
+        const auto title = bytes.indexOf(digits);
+        EXPECT_GE(title, 0) << heading.toStdString();
+        EXPECT_GE(bytes.lastIndexOf("/Title", title), title - 60) << heading.toStdString();
+    }
 }

@@ -1,64 +1,12 @@
-#include "gui/support/PlanEditWindow.h"
+#include "gui/support/WindowGeneration.h"
 
 #include "generate/windows/FindingsWindow.h"
 #include "outline/CurrentPlan.h"
-#include "platform/desktop/LockFiles.h"
-#include "platform/desktop/Processes.h"
-#include "platform/files/Paths.h"
-#include "platform/history/History.h"
-#include "platform/word/docfile/reader/DocumentReader.h"
-#include "platform/word/docfile/text/DocumentText.h"
-#include "startup/GenerationWord.h"
-#include "startup/windows/PlanEditing.h"
-#include "support/ChangedVariable.h"
-#include "support/FakeOffice.h"
 
-#include <QLabel>
-#include <QProcess>
-#include <QProgressBar>
-#include <QScopedValueRollback>
 #include <QTreeWidget>
 
 namespace qvnd::test {
 namespace {
-
-const QString busy = "对不起，请您先关闭Word文档。如不在任务栏显示请按Ctrl+Alt+Del ！";
-
-// The plan edit window on a running generation with our own engine.
-class WindowGeneration : public PlanEditWindow {
-protected:
-    void stop() { dlgTB()->findChild<QPushButton*>("cmdStop")->click(); }
-    int progress() { return dlgTB()->findChild<QProgressBar*>("PrgBid")->value(); }
-    QString label() { return dlgTB()->findChild<QLabel*>("Label1")->text(); }
-    // Whenever events run: at every step of the progress, as each moves the bar by a hundredth.
-    void atEachYield(const std::function<void()>& act) {
-        world.events.whileServed = [this, act] {
-            if (dlgTB() && !isActing_) {
-                const QScopedValueRollback acting(isActing_, true);
-                act();
-            }
-        };
-    }
-    bool isAt(const QString& shown, int done) { return label() == shown && progress() == done; }
-    QString textOfFinished() const {
-        const auto data = word::readDocument(files::toPath(finished()));
-        return QString::fromStdU16String(word::documentText(data.main, data.tables));
-    }
-    void expectWhole() const {
-        const QString text = textOfFinished();
-        for (const char* piece : {"目录", "第一章 工程概况", "依据正文", "部署正文"}) {
-            EXPECT_TRUE(text.contains(piece)) << piece << " is not in\n" << text.toStdString();
-        }
-    }
-    void expectBodyAlone() const {
-        const QString text = textOfFinished();
-        EXPECT_TRUE(text.contains("依据正文") && text.contains("部署正文")) << text.toStdString();
-        EXPECT_FALSE(text.contains("目录"));
-    }
-
-private:
-    bool isActing_ = false;
-};
 
 TEST_F(WindowGeneration, TheFinishedDocumentStandsInThePreview) {
     open();
@@ -95,7 +43,7 @@ TEST_F(WindowGeneration, MenuAndKeyDoTheSame) {
 
 TEST_F(WindowGeneration, AFormerDocumentIsReplacedWhole) {
     open();
-    world.folder.write("施工方案.doc", "earlier");
+    writeEarlier();
     choose("mnuBuildbid");
     expectWhole();
 }
@@ -107,6 +55,7 @@ TEST_F(WindowGeneration, APlanOfOnlyARootIsRefused) {
     choose("mnuBuildbid");
     EXPECT_EQ(messages(), QStringList{"没有内容去生成标书！"});
     EXPECT_EQ(world.messages.shown[0].icon, desktop::Icon::information);
+    EXPECT_EQ(world.messages.shown[0].title, QString());
     EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
     expectUsable();
 }
@@ -118,6 +67,7 @@ TEST_F(WindowGeneration, AnOpenDocumentOfThePlanStopsItBeforeAnythingChanges) {
     choose("mnuBuildbid");
     EXPECT_EQ(messages(), QStringList{busy});
     EXPECT_EQ(world.messages.shown[0].icon, desktop::Icon::exclamation);
+    EXPECT_EQ(world.messages.shown[0].title, QString());
     EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
     EXPECT_EQ(openDocuments.asked.size(), 2);
     expectUsable();
@@ -163,7 +113,7 @@ TEST_P(StopInTheWindow, EndsTheRunWithTheBodyOnDiskAndTheWindowUsable) {
             stop();
         }
     });
-    world.folder.write("施工方案.doc", "earlier");
+    writeEarlier();
     choose("mnuBuildbid");
     EXPECT_TRUE(messages().isEmpty()) << messages().join("|").toStdString();
     expectBodyAlone();
@@ -268,6 +218,29 @@ TEST_F(WindowGeneration, WhileAStoppedRunEndsASecondOneIsRefused) {
     expectUsable();
 }
 
+TEST_F(WindowGeneration, TheStopButtonLetsEventsRunBeforeItRequestsTheStopAndUnloadsTheDialog) {
+    open();
+    int servedByTheButton = 0;
+    atEachYield([&] {
+        if (label() == "正在设置封面..." && servedByTheButton == 0) {
+            const std::function<void()> atOtherYields = world.events.whileServed;
+            world.events.whileServed = [&] {
+                ++servedByTheButton;
+                EXPECT_FALSE(world.state.StopRequested);
+                EXPECT_NE(dlgTB(), nullptr);
+            };
+            stop();
+            EXPECT_TRUE(world.state.StopRequested);
+            EXPECT_EQ(dlgTB(), nullptr);
+            world.events.whileServed = atOtherYields;
+        }
+    });
+    choose("mnuBuildbid");
+    EXPECT_EQ(servedByTheButton, 1);
+    expectBodyAlone();
+    expectUsable();
+}
+
 TEST_F(WindowGeneration, ClosingTheDialogStopsToo) {
     open();
     atEachYield([this] {
@@ -324,6 +297,37 @@ TEST_F(WindowGeneration, TheDialogStaysAwayBehindAFailedLastSaveAndNoStopIsLeftF
     expectWhole();
 }
 
+// Keys that were meant for the window behind the dialog.
+TEST_F(WindowGeneration, SpaceAndEnterDoNotStopARun) {
+    open();
+    int yields = 0;
+    atEachYield([&] {
+        ++yields;
+        QWidget* focus = dlgTB()->focusWidget();
+        ASSERT_NE(focus, nullptr);
+        EXPECT_NE(focus->objectName(), "cmdStop");
+        QTest::keyClick(focus, Qt::Key_Space);
+        QTest::keyClick(focus, Qt::Key_Return);
+    });
+    choose("mnuBuildbid");
+    EXPECT_GE(yields, 10);
+    expectWhole();
+    expectUsable();
+}
+
+TEST_F(WindowGeneration, TabLeadsToTheStopButton) {
+    open();
+    atEachYield([this] {
+        QTest::keyClick(dlgTB()->focusWidget(), Qt::Key_Tab);
+        if (dlgTB() && dlgTB()->focusWidget()->objectName() == "cmdStop") {
+            QTest::keyClick(dlgTB()->focusWidget(), Qt::Key_Space);
+        }
+    });
+    choose("mnuBuildbid");
+    expectBodyAlone();
+    expectUsable();
+}
+
 // A second command
 
 TEST_F(WindowGeneration, AtEveryYieldASecondRunMeetsTheOpenWordProcessor) {
@@ -342,29 +346,11 @@ TEST_F(WindowGeneration, AtEveryYieldASecondRunMeetsTheOpenWordProcessor) {
 }
 
 TEST_F(WindowGeneration, AtEveryYieldNoOtherCommandTakesTheRunsGroundAway) {
-    int settings = 0;
-    showSettings = [&] { ++settings; };
+    showSettings = [this] { ++settingsShown; };
     open();
-    atEachYield([&] {
-        for (const char* name :
-             {"mnuBidSet", "mnuBul", "mnuBrowsebid", "mnuBack", "mnuBidData", "mnuBidLike",
-              "mnuOpenDoc", "mnuDocOpen", "mnuBrowseDoc", "mnuCheck", "mnuReport", "mnuPdf"}) {
-            item(name).setEnabled(true);
-            choose(name);
-        }
-        for (const char* name :
-             {"打开类似文档", "标书设置", "浏览", "返回", "资料库", "打开文档"}) {
-            press(name);
-        }
-        click("T.1");
-    });
+    atEachYield([this] { chooseAllOthers(); });
     choose("mnuBuildbid");
-    EXPECT_EQ(settings, 0);
-    EXPECT_TRUE(frame.asked.isEmpty());
-    EXPECT_TRUE(shell.opened.isEmpty() && shell.started.isEmpty() && shell.basedOn.isEmpty());
-    EXPECT_EQ(preview.shown, QStringList{finished()});
-    EXPECT_TRUE(pdf.printed.isEmpty());
-    EXPECT_EQ(form->findChild<generate::FindingsWindow*>(), nullptr) << "neither check nor report";
+    expectNoneOfTheOthers();
     EXPECT_TRUE(messages().isEmpty());
     expectWhole();
     expectUsable();
@@ -385,84 +371,6 @@ TEST_F(WindowGeneration, ASecondRunInABoxOfTheFirstIsRefusedToo) {
     EXPECT_TRUE(textOfFinished().contains("目录"));
     expectUsable();
 }
-
-// Documents that do not come in
-
-TEST_F(WindowGeneration, AMissingDocumentCostsOneBoxAndTheRestIsThere) {
-    open();
-    QFile::remove(fileOf("T.1.1"));
-    choose("mnuBuildbid");
-    ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(messages()[0].contains("T.1.1.doc")) << messages()[0].toStdString();
-    EXPECT_EQ(world.messages.shown[0].icon, desktop::Icon::information);
-    EXPECT_TRUE(textOfFinished().contains("部署正文"));
-    EXPECT_TRUE(textOfFinished().contains("编制依据")) << "its heading";
-    expectUsable();
-}
-
-TEST_F(WindowGeneration, ADamagedDocumentCostsOneBoxAndTheRestIsThere) {
-    open();
-    world.folder.write("用户模板/T/T.1.1.doc", "no document at all");
-    choose("mnuBuildbid");
-    ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(messages()[0].contains("不是 Word 97-2003 格式的文档"))
-        << messages()[0].toStdString();
-    EXPECT_TRUE(textOfFinished().contains("部署正文"));
-    expectUsable();
-}
-
-TEST_F(WindowGeneration, AnEncryptedDocumentCostsOneBoxAndTheRestIsThere) {
-    QByteArray bytes = world.folder.read("用户模板/T/T.1.1.doc");
-    const auto fib = bytes.indexOf(QByteArray("\xEC\xA5\xC1\x00", 4));
-    ASSERT_GE(fib, 0);
-    bytes[fib + 11] = static_cast<char>(bytes[fib + 11] | 0x01); // fEncrypted
-    world.folder.write("用户模板/T/T.1.1.doc", bytes);
-    open();
-    choose("mnuBuildbid");
-    ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(messages()[0].contains("设有打开密码")) << messages()[0].toStdString();
-    EXPECT_TRUE(textOfFinished().contains("部署正文"));
-    expectUsable();
-}
-
-// Open in a word processor of this desktop or of a colleague's.
-TEST_F(WindowGeneration, ALockedDocumentStopsItBeforeAnythingChangesAndTheCheckNamesIt) {
-    desktop::SystemProcesses processes;
-    desktop::LockFiles locks(processes);
-    wordProcessorWindows = &locks;
-    filesInUse = &locks;
-    world.folder.write("用户模板/T/.~lock.T.1.1.doc#",
-                       ",colleague,another-desk,01.05.2026 09:00,file:///home/colleague;");
-    world.folder.write("施工方案.doc", "earlier");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_EQ(messages(), QStringList{busy});
-    EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
-    expectUsable();
-    choose("mnuCheck");
-    const auto& list = *form->findChild<QTreeWidget*>("lstFindings");
-    ASSERT_EQ(list.topLevelItemCount(), 2);
-    EXPECT_EQ(list.topLevelItem(1)->text(0), "编制依据");
-    EXPECT_TRUE(list.topLevelItem(1)->text(1).contains("打开着"));
-    QFile::remove(world.folder.path("用户模板/T/.~lock.T.1.1.doc#"));
-    choose("mnuBuildbid");
-    expectWhole();
-}
-
-TEST_F(WindowGeneration, AFinishedDocumentThatIsOpenIsNotOverwritten) {
-    desktop::SystemProcesses processes;
-    desktop::LockFiles locks(processes);
-    wordProcessorWindows = &locks;
-    world.folder.write("施工方案.doc", "earlier");
-    world.folder.write(".~lock.施工方案.doc#",
-                       ",colleague,another-desk,01.05.2026 09:00,file:///home/colleague;");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_EQ(messages(), QStringList{busy});
-    EXPECT_EQ(world.folder.read("施工方案.doc"), "earlier");
-    expectUsable();
-}
-
 // The report
 
 TEST_F(WindowGeneration, TheReportIsOnOfferBehindARunAndShownWhenSomethingIsMissing) {
@@ -535,142 +443,6 @@ TEST_F(WindowGeneration, AnotherPlanLoadedTakesTheListsOfTheFormerAway) {
     EXPECT_FALSE(item("mnuReport").isEnabled());
 }
 
-// A result that cannot be written. A folder of its name cannot be replaced.
-
-TEST_F(WindowGeneration, AResultThatCannotBeWrittenIsToldOnceAStatementAndNotOnceANode) {
-    world.folder.makeFolder("施工方案.doc/taken");
-    open();
-    choose("mnuBuildbid");
-    ASSERT_EQ(messages().size(), 3) << messages().join("|").toStdString();
-    EXPECT_TRUE(messages()[0].contains("施工方案.doc")) << "the first save";
-    EXPECT_EQ(messages()[1], messages()[0]) << "the last save";
-    EXPECT_TRUE(messages()[2].contains("施工方案.doc")) << "the opening of what was saved";
-    EXPECT_EQ(unsaved, 1) << "the word processor asks as it quits";
-    expectUsable();
-}
-
-TEST_F(WindowGeneration, BehindAResultThatWasNotSavedTheReportIsShownAndNothingIsClaimed) {
-    world.folder.makeFolder("施工方案.doc/taken");
-    open();
-    choose("mnuBuildbid");
-    const auto* report = form->findChild<generate::FindingsWindow*>("dlgReport");
-    ASSERT_NE(report, nullptr);
-    EXPECT_TRUE(report->isVisible());
-    const QString summary = report->findChild<QLabel*>("lblSummary")->text();
-    EXPECT_TRUE(summary.startsWith("最近一次生成的“施工方案.doc”没有保存成功。"))
-        << summary.toStdString();
-    EXPECT_TRUE(frame.status.isEmpty()) << frame.status.join("|").toStdString();
-    expectUsable();
-}
-
-// Disks. A file system of their own needs the right to mount one.
-
-class SmallDisk {
-public:
-    SmallDisk(const QString& folder, const QString& options) : folder_(folder) {
-        isMounted_ =
-            QProcess::execute("mount", {"-t", "tmpfs", "-o", options, "qvnd", folder}) == 0;
-    }
-    ~SmallDisk() {
-        if (isMounted_) {
-            QProcess::execute("umount", {folder_});
-        }
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-    bool isMounted() const { return isMounted_; }
-    bool makeReadOnly() const {
-        return QProcess::execute("mount", {"-o", "remount,ro", folder_}) == 0;
-    }
-
-private:
-    QString folder_;
-    bool isMounted_ = false;
-};
-
-class WindowGenerationOnADisk : public WindowGeneration {
-protected:
-    TemporaryFolder work;
-};
-
-TEST_F(WindowGenerationOnADisk, AFullDiskIsToldAndAReadableDocumentStays) {
-    const SmallDisk disk(work.path(), "size=128k");
-    if (!disk.isMounted()) {
-        GTEST_SKIP() << "no right to mount a small disk: the full disk was not tested";
-    }
-    writeDocument("T.2", std::u16string(100000, u'长'));
-    world.state.gWorkPath = work.root();
-    open();
-    choose("mnuBuildbid");
-    const QString full = "磁盘已满,无法写入文件“" + finished() + "”。";
-    EXPECT_EQ(messages(), (QStringList{full, full})) << "of the long document and of the last save";
-    EXPECT_NO_THROW(word::readDocument(files::toPath(finished())));
-    expectUsable();
-}
-
-TEST_F(WindowGenerationOnADisk, OnADiskWithRoomForNothingMoreTheNextRunReplacesIt) {
-    const SmallDisk disk(work.path(), "size=256k");
-    if (!disk.isMounted()) {
-        GTEST_SKIP() << "no right to mount a small disk: the full disk was not tested";
-    }
-    world.state.gWorkPath = work.root();
-    open();
-    choose("mnuBuildbid");
-    expectWhole();
-    QFile filler(work.path("别的.bin"));
-    ASSERT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    while (filler.write(QByteArray(1024, 'x')) > 0) {
-    }
-    filler.close();
-    choose("mnuBuildbid");
-    const QString full = "磁盘已满,无法写入文件“" + finished() + "”。";
-    EXPECT_EQ(messages(), QStringList(3, full));
-    EXPECT_NO_THROW(word::readDocument(files::toPath(finished())));
-    expectUsable();
-    filler.remove();
-    choose("mnuBuildbid");
-    expectWhole();
-}
-
-TEST_F(WindowGenerationOnADisk, AReadOnlyWorkFolderIsToldAndTheFormerDocumentStays) {
-    const SmallDisk disk(work.path(), "size=1m");
-    work.write("施工方案.doc", "earlier");
-    if (!disk.isMounted() || !disk.makeReadOnly()) {
-        GTEST_SKIP() << "no right to mount a disk: the read-only work folder was not tested";
-    }
-    world.state.gWorkPath = work.root();
-    open();
-    choose("mnuBuildbid");
-    const QString refused = "没有写入文件“" + finished() + "”的权限,或者文件正被其他程序使用。";
-    EXPECT_EQ(messages(),
-              (QStringList{"没有权限：" + finished(), refused, refused,
-                           "不能打开文件“施工方案.doc”：不是 Word 97-2003 格式的文档。"}))
-        << "of the deletion, of the first save and the last, and of the opening of what is there";
-    EXPECT_EQ(work.read("施工方案.doc"), "earlier");
-    expectUsable();
-}
-
-// The folder of the history is on another disk, as a folder of the network is.
-TEST_F(WindowGenerationOnADisk, AReadOnlyDocumentThatStayedIsNoChangeInTheHistory) {
-    world.folder.makeFolder("只读");
-    const SmallDisk disk(world.folder.path("只读"), "size=1m");
-    world.folder.write("只读/施工方案.doc", "earlier");
-    if (!disk.isMounted() || !disk.makeReadOnly()) {
-        GTEST_SKIP() << "no right to mount a disk: the read-only work folder was not tested";
-    }
-    world.state.gWorkPath = world.folder.path("只读/");
-    world.state.History = std::make_unique<history::History>(
-        world.state.gUserTplPath + ".~history",
-        history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
-        *world.state.gFso, "测试");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_EQ(world.folder.read("只读/施工方案.doc"), "earlier");
-    EXPECT_FALSE(world.state.History->undoable()) << "nothing was overwritten";
-    form.reset();
-}
-
 TEST_F(WindowGeneration, TheReportOfAPlanThatIsDeletedMeanwhileIsRefusedInWords) {
     open();
     choose("mnuBuildbid");
@@ -681,155 +453,6 @@ TEST_F(WindowGeneration, TheReportOfAPlanThatIsDeletedMeanwhileIsRefusedInWords)
     choose("mnuReport");
     EXPECT_EQ(messages(), QStringList{"方案已被删除，它的生成报告不能再显示。"});
     EXPECT_EQ(form->findChild<generate::FindingsWindow*>("dlgReport"), nullptr);
-    expectUsable();
-}
-
-// The office suite, which converts documents of other formats and draws the PDF
-
-class WindowGenerationWithASuite : public WindowGeneration {
-protected:
-    void withSuite(const QByteArray& script, const office::OfficeSuite::Stop& isStopped = {}) {
-        suite.setScript(script);
-        const office::OfficeSuite office(suite.folder.path("profile"),
-                                         suite.folder.path("office.sh"), isStopped);
-        real = std::make_unique<startup::GenerationWord>(world.messages, office, world.longRun,
-                                                         world.events);
-        generation = &real->factory();
-        generationRecord = real.get();
-        suitePrinter = std::make_unique<office::SuitePdfPrinter>(office);
-        printer = suitePrinter.get();
-    }
-
-    FakeOffice suite;
-    std::unique_ptr<startup::GenerationWord> real;
-    std::unique_ptr<office::SuitePdfPrinter> suitePrinter;
-};
-
-TEST_F(WindowGenerationWithASuite,
-       ASuiteKilledWhileItConvertsADocumentCostsOneBoxAndTheRestIsThere) {
-    withSuite("kill -9 $$\n");
-    world.folder.write("用户模板/T/T.1.1.doc", "{\\rtf1 text}");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_GE(suite.starts(), 1);
-    EXPECT_EQ(messages().size(), 1) << messages().join("|").toStdString();
-    EXPECT_TRUE(textOfFinished().contains("部署正文"));
-    expectUsable();
-}
-
-// As the program itself is put together.
-TEST_F(WindowGenerationWithASuite, StopEndsASuiteThatHangsAndTellsNothingOfTheDocuments) {
-    suite.setScript("sleep 600\n");
-    QFile::rename(suite.folder.path("office.sh"), suite.folder.path("soffice"));
-    const ChangedVariable path("PATH", suite.folder.path().toUtf8() + ":" + qgetenv("PATH"));
-    const ChangedVariable cache("XDG_CACHE_HOME", suite.folder.path("cache").toUtf8());
-    preview::PageConversion conversion(suite.settings());
-    startup::DesktopPlanEditing editing(world.messages, world.events, world.longRun, conversion,
-                                        [this] { return world.state.StopRequested; });
-    generation = &editing.services().generation;
-    world.folder.write("用户模板/T/T.1.1.doc", "{\\rtf1 text}");
-    world.folder.write("用户模板/T/T.2.doc", "{\\rtf1 text}");
-    open();
-    atEachYield([this] {
-        if (suite.starts() > 0) {
-            stop();
-        }
-    });
-    choose("mnuBuildbid");
-    EXPECT_EQ(suite.starts(), 1) << "behind the stop no other document is converted";
-    EXPECT_EQ(messages(), QStringList{"是否保存对“施工方案.doc”的更改？"});
-    EXPECT_FALSE(world.state.StopRequested);
-    expectUsable();
-}
-
-TEST_F(WindowGenerationWithASuite, ThePageNumbersAreOurOwnAndNoEstimates) {
-    withSuite("kill -9 $$\n");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_EQ(suite.starts(), 0);
-    EXPECT_EQ(world.longRun.shown[0], "计算目录的页码 0");
-    EXPECT_FALSE(world.longRun.running);
-    expectWhole();
-    expectUsable();
-    choose("mnuReport");
-    const QString summary = form->findChild<QLabel*>("lblSummary")->text();
-    EXPECT_FALSE(summary.contains("估计")) << summary.toStdString();
-}
-
-TEST_F(WindowGenerationWithASuite, ARunWithoutContentsTellsNoPagesOfTheRunBefore) {
-    withSuite("kill -9 $$\n");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_TRUE(frame.status.last().contains("，共 ")) << frame.status.last().toStdString();
-    world.state.gDbBidSet->Execute("DELETE * FROM 页眉页脚表");
-    choose("mnuBuildbid");
-    ASSERT_EQ(frame.status.size(), 2);
-    EXPECT_FALSE(frame.status.last().contains("，共 ")) << frame.status.last().toStdString();
-}
-
-TEST_F(WindowGenerationWithASuite, AGenerationWhileTheContentsAreRebuiltMeetsTheOpenWordProcessor) {
-    int yields = 0;
-    withSuite("sleep 0.3\n", [&] {
-        ++yields;
-        choose("mnuBuildbid");
-        press("生成标书");
-        return false;
-    });
-    world.folder.write("施工方案.doc", "{\\rtf1 text}");
-    open();
-    choose("mnuBul");
-    EXPECT_GE(yields, 1);
-    EXPECT_EQ(messages().count(busy), 2 * yields);
-    EXPECT_EQ(world.folder.read("施工方案.doc"), "{\\rtf1 text}");
-    expectUsable();
-}
-
-TEST_F(WindowGenerationWithASuite, KilledWhileItDrawsThePdfTheFormerPdfStays) {
-    withSuite("mkdir -p \"$out\"; printf part > \"$out/document.pdf\"; kill -9 $$\n");
-    world.folder.write("施工方案.doc", "finished");
-    world.folder.write("施工方案.pdf", "earlier");
-    open();
-    choose("mnuPdf");
-    ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(messages()[0].startsWith("办公套件无法转换文件")) << messages()[0].toStdString();
-    EXPECT_EQ(world.folder.read("施工方案.pdf"), "earlier");
-    expectUsable();
-}
-
-TEST_F(WindowGenerationWithASuite, WhileItDrawsThePdfNoOtherCommandRuns) {
-    int yields = 0;
-    withSuite("sleep 0.2\n" + FakeOffice::makePdf(), [&] {
-        ++yields;
-        choose("mnuBuildbid");
-        choose("mnuPdf");
-        press("返回");
-        return false;
-    });
-    world.folder.write("施工方案.doc", "finished");
-    open();
-    choose("mnuPdf");
-    EXPECT_GE(yields, 2);
-    EXPECT_EQ(suite.starts(), 1);
-    EXPECT_TRUE(frame.asked.isEmpty());
-    ASSERT_EQ(messages().size(), 1);
-    EXPECT_TRUE(messages()[0].endsWith("施工方案.pdf"));
-    expectUsable();
-}
-
-TEST_F(WindowGenerationWithASuite, WhileTheSuiteWorksTheWindowStaysAliveAndRefusesASecondRun) {
-    int yields = 0;
-    withSuite("sleep 1\n", [&] {
-        ++yields;
-        choose("mnuBuildbid");
-        return false;
-    });
-    world.folder.write("用户模板/T/T.1.1.doc", "{\\rtf1 text}");
-    open();
-    choose("mnuBuildbid");
-    EXPECT_GE(suite.starts(), 1);
-    EXPECT_GE(yields, 2);
-    EXPECT_EQ(messages().count(busy), yields);
-    EXPECT_TRUE(textOfFinished().contains("部署正文"));
     expectUsable();
 }
 

@@ -18,7 +18,12 @@ public:
         running = true;
     }
     void offerNoCancel() override { canCancel = canCancel && begun_ > 1; }
-    void next(const QString& text) override { shown << text; }
+    void next(const QString& text) override {
+        shown << text;
+        if (atNext) {
+            atNext();
+        }
+    }
     bool isCancelled() override {
         const bool isAsked = running && cancel && cancel();
         return isAsked && canCancel;
@@ -26,6 +31,7 @@ public:
     void end() override { running = --begun_ > 0; }
 
     std::function<bool()> cancel;
+    std::function<void()> atNext; // behind the note of what is shown
     QStringList shown;
     bool running = false;
     bool canCancel = true; // in the run that began last

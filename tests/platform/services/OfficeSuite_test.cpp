@@ -3,6 +3,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/office/OfficePageNumbers.h"
 #include "platform/office/PdfDestinations.h"
+#include "platform/office/PdfPrinter.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "support/ContentBuilder.h"
@@ -168,6 +169,23 @@ word::DocumentContent threePages(test::ContentBuilder& builder) {
     builder.add({{u"第一章\r", {}}}, 1, onNewPage);
     builder.add({{u"第二章\r", {}}}, 1, onNewPage);
     return std::move(builder.content);
+}
+
+TEST_F(OfficeSuiteTest, APdfIsAskedForWithABookmarkForEachHeading) {
+    const QString seen = folder.filePath(u"seen"_s);
+    SuitePdfPrinter printer(suite("printf '%s\\n' \"$@\" > '" + seen.toUtf8() +
+                                  "'\n"
+                                  "while [ \"$1\" != --outdir ]; do shift; done\nmkdir -p \"$2\"\n"
+                                  "printf drawn > \"$2/document.pdf\"\n"));
+    const QString pdf = write(u"施工方案.pdf"_s, "earlier");
+    printer.print(write(u"施工方案.doc"_s, "text"), pdf);
+    const QByteArrayList arguments = read(seen).split('\n');
+    const auto option = arguments.indexOf("--convert-to");
+    ASSERT_GE(option, 0);
+    EXPECT_EQ(
+        arguments.value(option + 1),
+        "pdf:writer_pdf_Export:{\"ExportBookmarks\":{\"type\":\"boolean\",\"value\":\"true\"}}");
+    EXPECT_EQ(read(pdf), "drawn");
 }
 
 TEST_F(OfficeSuiteTest, TheInstalledSuiteTellsThePagesOfPositions) {

@@ -30,7 +30,8 @@ public:
     desktop::Answer show(const desktop::Message& message) override {
         static constexpr const char* icons[] = {"none", "information", "question", "exclamation",
                                                 "critical"};
-        log_.write(std::string("message [") + icons[static_cast<int>(message.icon)] + "] " +
+        const std::string title = message.title.isEmpty() ? "" : ", " + message.title.toStdString();
+        log_.write(std::string("message [") + icons[static_cast<int>(message.icon)] + title + "] " +
                    message.text.toStdString());
         return desktop::declined(message);
     }
