@@ -172,7 +172,8 @@ TEST_F(GenerateTool, ADocumentThatDidNotComeInIsNamedWithItsReasonAndTheRestIsGe
     EXPECT_TRUE(missing.at(0)[u"document"_s].toBool());
     const QString reason = missing.at(0)[u"reason"_s].toString();
     EXPECT_TRUE(reason.contains(lastKey + u".doc"_s)) << reason.toStdString();
-    EXPECT_EQ(told[u"messages"_s].toArray(), QJsonArray{reason});
+    EXPECT_EQ(told[u"messages"_s].toArray(),
+              QJsonArray{reason + u"\n文档：说明（%1）"_s.arg(lastKey)});
     EXPECT_TRUE(err.contains(reason));
     EXPECT_TRUE(text().contains(u"第二章 概况\n"_s)) << out.toStdString();
 
