@@ -149,6 +149,25 @@ TEST_F(CompoundStoreTest, DirectoriesOfAnySizeAreBalancedTrees) {
     EXPECT_EQ(CompoundFile::over(file()).entries().size(), 70U);
 }
 
+// As the storages of embedded objects come in, one behind the other.
+TEST_F(CompoundStoreTest, FewNewEntriesChangeFewSectorsOfALargeDirectory) {
+    const auto add = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            const std::string name = "_" + std::to_string(1'000'000'000 + i);
+            store.append(store.addStream(std::u16string(name.begin(), name.end())), pattern(20, 1));
+        }
+    };
+    add(0, 2000);
+    commit();
+    add(2000, 2010);
+    commit(); // the first one after a long one touches tables that lie scattered
+    folder.trouble.bytesWritten = 0;
+    add(2010, 2020);
+    commit();
+    EXPECT_LE(folder.trouble.bytesWritten, 60U * 512); // of a directory of 505 sectors
+    EXPECT_EQ(CompoundFile::over(file()).entries().size(), 2020U);
+}
+
 TEST_F(CompoundStoreTest, NamesThatTheFormatForbidsAreRefused) {
     EXPECT_THROW(store.addStream(u""), std::invalid_argument);
     EXPECT_THROW(store.addStream(u"a/b"), std::invalid_argument);

@@ -22,11 +22,6 @@ std::size_t roundedUp(std::size_t size, std::size_t unit) {
     return (size + unit - 1) / unit * unit;
 }
 
-ByteView sectorOf(ByteView bytes, std::size_t index) {
-    const std::size_t at = std::min(index * sectorSize, bytes.size());
-    return bytes.subspan(at, std::min(sectorSize, bytes.size() - at));
-}
-
 } // namespace
 
 CompoundStore::CompoundStore(std::unique_ptr<OutputFile> file, const ClassId& rootClass)
@@ -207,20 +202,6 @@ void CompoundStore::writeSectors(const std::vector<std::uint32_t>& sectors, std:
     }
 }
 
-void CompoundStore::updateImage(Image& image, Bytes bytes) {
-    bytes.resize(roundedUp(bytes.size(), sectorSize));
-    const std::size_t known = image.chain.sectors.size();
-    for (std::size_t i = 0; i < known; ++i) {
-        const ByteView now = sectorOf(bytes, i);
-        const ByteView before = sectorOf(image.written, i);
-        if (!std::equal(now.begin(), now.end(), before.begin(), before.end())) {
-            overwriteSectors(image.chain, i, now);
-        }
-    }
-    appendToChain(image.chain, ByteView(bytes).subspan(known * sectorSize));
-    image.written = std::move(bytes);
-}
-
 void CompoundStore::releaseMini(StreamState& stream) {
     for (const std::uint32_t sector : stream.miniSectors) {
         setMini(sector, cfb::freeSector);
@@ -298,7 +279,7 @@ void CompoundStore::updateMiniFat() {
     changedOfMiniFat_.clear();
 }
 
-void CompoundStore::updateDirectory() {
+void CompoundStore::placeStreams() {
     for (const Stream number : touched_) {
         StreamState& stream = streams_.at(number);
         if (stream.small && stream.changed) {
@@ -313,7 +294,20 @@ void CompoundStore::updateDirectory() {
     const auto& mini = miniStreamChain_.sectors;
     directory_.place(CompoundDirectory::root, mini.empty() ? cfb::endOfChain : mini.front(),
                      static_cast<std::uint32_t>(miniStream_.size()));
-    updateImage(directoryImage_, directory_.encode());
+}
+
+void CompoundStore::updateDirectory() {
+    const std::size_t known = directoryChain_.sectors.size();
+    for (const std::size_t sector : directory_.takeChangedSectors()) {
+        if (sector < known) {
+            overwriteSectors(directoryChain_, sector, directory_.encodeSector(sector));
+        }
+    }
+    Bytes added;
+    for (std::size_t sector = known; sector < directory_.sectorCount(); ++sector) {
+        qvnd::word::append(added, directory_.encodeSector(sector));
+    }
+    appendToChain(directoryChain_, added);
 }
 
 Bytes CompoundStore::header() const {
@@ -332,7 +326,7 @@ Bytes CompoundStore::header() const {
     out.zeros(6);
     out.u32(0); // directory sectors: not counted in version 3
     out.u32(static_cast<std::uint32_t>(table_.tableSectors().size()));
-    out.u32(firstOf(directoryImage_.chain.sectors));
+    out.u32(firstOf(directoryChain_.sectors));
     out.u32(0);
     out.u32(smallLimit);
     out.u32(firstOf(miniFat));
@@ -361,6 +355,7 @@ void CompoundStore::writeTable(std::vector<SectorWrite> writes) {
 }
 
 void CompoundStore::commit(Durability durability) {
+    placeStreams();
     updateDirectory();
     writeTable(table_.layOut());
     if (durability == Durability::lostPower) {

@@ -67,25 +67,19 @@ private:
         Bytes content;        // of a small one
         std::vector<std::uint32_t> miniSectors;
     };
-    // A chain that is built in memory; only sectors that differ from `written` are written.
-    struct Image {
-        Chain chain;
-        Bytes written;
-    };
-
     void appendToChain(Chain& chain, ByteView bytes);
     void overwriteSectors(Chain& chain, std::size_t index, ByteView bytes);
     void releaseChain(Chain& chain);
     void writeSectors(const std::vector<std::uint32_t>& sectors, std::size_t first, ByteView bytes);
     void growOutOfMiniStream(StreamState& stream);
-    void updateImage(Image& image, Bytes bytes);
     void placeInMiniStream(StreamState& stream);
     void releaseMini(StreamState& stream);
     void setMini(std::size_t sector, std::uint32_t next);
-    // Write what has changed of the mini stream and of its table.
+    // Write what has changed of the mini stream, of its table and of the directory.
     void updateMiniStream();
     void updateMiniFat();
     void updateDirectory();
+    void placeStreams();
     void writeTable(std::vector<SectorWrite> writes);
     Bytes header() const;
 
@@ -95,7 +89,7 @@ private:
     AllocationTable table_;
     CompoundDirectory directory_;
     std::map<Stream, StreamState> streams_; // without storages
-    Image directoryImage_;
+    Chain directoryChain_;
     std::set<Stream> touched_; // streams that have changed since the last commit
     Chain miniStreamChain_;
     Bytes miniStream_;
