@@ -4,6 +4,18 @@
 
 namespace qvnd::word {
 
+namespace {
+
+bool isSame(const SlicedText& one, const SlicedText& other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](const StorySlice& a, const StorySlice& b) {
+                          return a.fragment == b.fragment && a.begin == b.begin &&
+                                 a.length == b.length;
+                      });
+}
+
+} // namespace
+
 DocumentSections::DocumentSections(std::vector<SectionRun>& runs, std::vector<HeaderSet>& headers)
     : origins_(runs.size()), runs_(runs), headers_(headers) {
     headers_.resize(runs_.size());
@@ -69,8 +81,11 @@ void DocumentSections::fillReturned(const SlicedText& blank) {
         for (std::size_t index = 0; index < headers_.size(); ++index) {
             SlicedText& own = headers_[index][kind];
             if (origins_[index][kind] == Origin::returned) {
-                const SlicedText& shown = headers_[owner][kind];
-                own = shown.empty() ? blank : SlicedText(shown);
+                const SlicedText& shown =
+                    headers_[owner][kind].empty() ? blank : headers_[owner][kind];
+                if (!isSame(own, shown)) {
+                    own = SlicedText(shown);
+                }
             } else if (!own.empty() && origins_[index][kind] == Origin::document) {
                 owner = index;
             }

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
+#include "platform/word/docfile/writer/SideText.h"
 #include "support/ContentBuilder.h"
 #include "support/MemoryFolder.h"
 
@@ -231,6 +232,48 @@ TEST_F(SideTextWriter, ANoteWhoseReferenceIsGoneIsNotWritten) {
     builder.content.sections.back().length -= 5;
     writer.save(builder.content);
     EXPECT_EQ(notesOf(read()), (Texts{u"f:second\r"}));
+}
+
+std::vector<const Story*> fragmentsOf(const SlicedText& text) {
+    std::vector<const Story*> fragments;
+    for (const StorySlice& slice : text) {
+        fragments.push_back(slice.fragment.get());
+    }
+    return fragments;
+}
+
+// A text that was never taken back must come out as one that was.
+TEST(FragmentCopies, EverySaveGetsTheSameCopiesWhereverTextCameInOrWent) {
+    const auto mark = lonelyMark();
+    const auto one = lonelyMark();
+    const auto two = lonelyMark();
+    const auto textOf = [](const std::vector<std::shared_ptr<const Story>>& stories) {
+        SlicedText text;
+        for (const auto& story : stories) {
+            text.push_back({story, 0, 1});
+        }
+        return text;
+    };
+    FragmentCopies copies;
+    SlicedText first = textOf({one, mark, two, mark});
+    copies.makeDistinct(first);
+    EXPECT_EQ(first[1].fragment, mark);
+    EXPECT_NE(first[3].fragment, mark);
+    EXPECT_EQ(first[3].fragment->text, u"\r");
+
+    SlicedText longer = textOf({one, mark, one, mark, two, mark});
+    copies.makeDistinct(longer);
+    EXPECT_EQ(longer[3].fragment, first[3].fragment);
+    EXPECT_NE(longer[2].fragment, one);
+    EXPECT_EQ(longer[4].fragment, two);
+    EXPECT_NE(longer[5].fragment, longer[3].fragment);
+
+    SlicedText again = textOf({one, mark, two, mark});
+    copies.makeDistinct(again);
+    EXPECT_EQ(fragmentsOf(again), fragmentsOf(first));
+    SlicedText longerAgain = textOf({one, mark, one, mark, two, mark});
+    copies.makeDistinct(longerAgain);
+    EXPECT_EQ(fragmentsOf(longerAgain), fragmentsOf(longer));
 }
 
 } // namespace

@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -34,12 +33,13 @@ Bytes encodeAssociated(const DocumentInformation& information) {
 }
 
 // The last section holds `added` characters more.
-std::set<Cp> endsOf(const std::vector<SectionRun>& sections, Cp added) {
-    std::set<Cp> ends;
+std::vector<Cp> endsOf(const std::vector<SectionRun>& sections, Cp added) {
+    std::vector<Cp> ends;
+    ends.reserve(sections.size());
     Cp end = 0;
     for (const SectionRun& section : sections) {
         end += section.length + (&section == &sections.back() ? added : 0);
-        ends.insert(ends.end(), end);
+        ends.push_back(end);
     }
     return ends;
 }
@@ -164,8 +164,11 @@ void DocumentSession::writeSections(const DocumentContent& content, const Parts&
                                     FileProperties& properties) {
     std::vector<SectionPlace> sections;
     for (const SectionRun& section : content.sections) {
-        sections.push_back(
-            {section.length, word_.placeOfSection(properties.of(section.properties))});
+        const auto [place, isNew] = sectionPlaces_.try_emplace(section.properties);
+        if (isNew) {
+            place->second = word_.placeOfSection(properties.of(section.properties));
+        }
+        sections.push_back({section.length, place->second});
     }
     sections.back().length += parts.bullets;
     word_.finish();

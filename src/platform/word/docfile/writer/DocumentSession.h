@@ -13,6 +13,7 @@
 #include "platform/word/docfile/writer/WordStream.h"
 
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 namespace qvnd::word {
@@ -31,6 +32,9 @@ public:
     void setMarks(std::vector<Bookmark> marks) { marks_ = std::move(marks); }
 
     CompoundStore& store() { return store_; }
+
+    // Property lists of characters of which the file has the first part only.
+    std::size_t cutLists() const { return word_.overlongRuns().withoutRoom(); }
 
 private:
     // The parts of the text, each in slices.
@@ -71,6 +75,7 @@ private:
 
     CompoundStore store_;
     WordStream word_;
+    std::unordered_map<PropertyListId, std::uint32_t> sectionPlaces_;
     DataStream data_;
     ObjectPool objects_;
     TableStream table_;

@@ -14,6 +14,8 @@ public:
     // The modifier (Prm1) that says `rest`. A file holds 32,768 different lists; for further ones
     // it is 0, which says nothing.
     std::uint16_t modifierOf(ByteView rest);
+    // How many different lists have no modifier.
+    std::size_t withoutRoom() const { return known_.size() - modifiers_.size(); }
     // Gives the characters at [fc, limitFc) that modifier. They lie behind all that were added
     // before.
     void add(std::uint32_t fc, std::uint32_t limitFc, std::uint16_t modifier);

@@ -19,7 +19,7 @@ Cp overlap(const TextRange& range, Cp runBegin, Cp runEnd) {
 } // namespace
 
 RangeFormatting::RangeFormatting(const std::vector<TextRange>& ranges,
-                                 const std::set<Cp>& sectionEnds, FileProperties& properties)
+                                 const std::vector<Cp>& sectionEnds, FileProperties& properties)
     : ranges_(ranges), sectionEnds_(sectionEnds), properties_(properties),
       leftOpen_(walkParagraphs([](const ParagraphRun&) {})) {}
 
@@ -94,7 +94,8 @@ bool RangeFormatting::endsParagraph(const TextRange& range, Cp runEnd) const {
     // A break of a page does not end a paragraph by itself; at the end of a fragment nothing but
     // the sections tells it from a break of a section.
     const Cp position = range.position + (runEnd - range.begin);
-    return runEnd < range.story->size() || sectionEnds_.count(position) != 0;
+    return runEnd < range.story->size() ||
+           std::binary_search(sectionEnds_.begin(), sectionEnds_.end(), position);
 }
 
 } // namespace qvnd::word

@@ -6,7 +6,6 @@
 #include "platform/word/docfile/writer/FragmentPlaces.h"
 
 #include <functional>
-#include <set>
 #include <vector>
 
 namespace qvnd::word {
@@ -20,7 +19,7 @@ namespace qvnd::word {
 class RangeFormatting {
 public:
     // All outlive the object.
-    RangeFormatting(const std::vector<TextRange>& ranges, const std::set<Cp>& sectionEnds,
+    RangeFormatting(const std::vector<TextRange>& ranges, const std::vector<Cp>& sectionEnds,
                     FileProperties& properties);
 
     // The views live as long as the properties and their tables.
@@ -36,7 +35,7 @@ private:
     bool continues(std::size_t range) const;
 
     const std::vector<TextRange>& ranges_;
-    const std::set<Cp>& sectionEnds_;
+    const std::vector<Cp>& sectionEnds_;
     FileProperties& properties_;
     std::vector<bool> leftOpen_;
 };

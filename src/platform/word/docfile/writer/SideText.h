@@ -2,10 +2,9 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 
-#include <map>
 #include <memory>
 #include <span>
-#include <tuple>
+#include <unordered_map>
 #include <vector>
 
 // The texts of notes and comments as a file needs them: one behind the other in the order of
@@ -37,17 +36,35 @@ std::shared_ptr<const Story> lonelyMark();
 // sections have) has two places in its file.
 class FragmentCopies {
 public:
-    // Replaces every repeated slice by a copy of its own. Every save gets the same copies. Linear
-    // in the slices.
+    // Replaces every repeated slice by a copy of its own. Every save gets the same copies. Slices
+    // in front that are those of the call before are only compared with them.
     void makeDistinct(SlicedText& text);
 
 private:
-    using Use = std::tuple<const Story*, Cp, Cp>; // a slice
+    struct Use { // a slice
+        const Story* fragment = nullptr;
+        Cp begin = 0;
+        Cp length = 0;
+        bool operator==(const Use&) const = default;
+    };
+    struct UseHash {
+        std::size_t operator()(const Use& use) const;
+    };
     struct Copies {
-        std::shared_ptr<const Story> original; // kept, so that no other takes its address
+        std::size_t used = 0; // how often the slice stands in `asked_`
+        // Kept once there are copies, so that no other takes its address.
+        std::shared_ptr<const Story> original;
         std::vector<std::shared_ptr<const Story>> others;
     };
-    std::map<Use, Copies> copies_;
+    static Use useOf(const StorySlice& slice);
+    std::size_t takeBack(const SlicedText& text);
+    StorySlice distinct(const StorySlice& slice);
+
+    // The call before: what it was given, which keeps the addresses of its fragments taken, and
+    // what it made of that.
+    SlicedText asked_;
+    SlicedText answered_;
+    std::unordered_map<Use, Copies, UseHash> copies_;
 };
 
 } // namespace qvnd::word

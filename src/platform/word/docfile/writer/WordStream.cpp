@@ -44,7 +44,7 @@ WordStream::WordStream(CompoundStore& store)
 }
 
 std::vector<std::uint32_t> WordStream::append(const std::vector<TextRange>& ranges,
-                                              const std::set<Cp>& sectionEnds,
+                                              const std::vector<Cp>& sectionEnds,
                                               FileProperties& properties, DataStream& data) {
     fillSector();
     const std::uint32_t fc = size();

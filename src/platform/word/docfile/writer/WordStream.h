@@ -10,7 +10,6 @@
 #include <array>
 #include <map>
 #include <optional>
-#include <set>
 #include <unordered_map>
 
 namespace qvnd::word {
@@ -27,10 +26,10 @@ public:
 
     // Appends the text of the ranges and its formatting; an entry of the answer is where the text
     // of that range starts. `sectionEnds`: positions of the document behind the break of each
-    // section.
+    // section, ascending.
     std::vector<std::uint32_t> append(const std::vector<TextRange>& ranges,
-                                      const std::set<Cp>& sectionEnds, FileProperties& properties,
-                                      DataStream& data);
+                                      const std::vector<Cp>& sectionEnds,
+                                      FileProperties& properties, DataStream& data);
     // Where the section properties lie: one place for each list, by contents.
     std::uint32_t placeOfSection(ByteView properties);
     // The offset of the picture (OfficeArtBlip) in an entry of DocumentTables::shapePictures. It is
