@@ -16,6 +16,7 @@
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
 #include "platform/word/engine/DocumentInsertion.h"
+#include "platform/word/engine/DocumentOpening.h"
 #include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/layout/PagesOnDemand.h"
 #include "support/ContentBuilder.h"
@@ -321,6 +322,30 @@ TEST(BoundedMemory, ListsThatNothingDefines) {
     WordFile file = plainWordFile(u"x\r");
     file.parts[FibPair::PlfLfo] = table.take();
     expectBounded(wordFile(file));
+}
+
+TEST(BoundedMemory, DefinitionsOfListsThatNothingNames) {
+    constexpr std::uint32_t count = 65'535;
+    LittleEndianWriter table;
+    table.u16(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        table.u32(i + 1);
+        table.u32(0);
+        for (int level = 0; level < 9; ++level) {
+            table.u16(StyleDefinition::none);
+        }
+        table.u16(0);
+    }
+    WordFile file = plainWordFile(u"x\r");
+    file.parts[FibPair::PlfLst] = table.take();
+    const Bytes bytes = wordFile(file);
+    expectBounded(bytes);
+    const MemoryUse opened = memoryUseOf([&] {
+        const DocumentContent content = openedDocument(readDocument(bytes));
+        EXPECT_TRUE(content.tables.listDefinitions.empty());
+        DocumentWriter(std::make_shared<FilesElsewhere>()).saveAs("/a.doc", content);
+    });
+    EXPECT_LE(opened.peak, mostFor(bytes));
 }
 
 // A group of many shapes, and so many defaults that each of them would have to say.

@@ -72,6 +72,27 @@ TEST_F(ListTables, AnOverrideChangesEachLevelOnceAtMost) {
     }
 }
 
+TEST_F(ListTables, OfMoreDefinitionsThanADocumentHoldsThoseStayThatAnOverrideNames) {
+    std::vector<ListOverride> overrides(2);
+    overrides[0].lsid = 2046;
+    overrides[1].lsid = 5;
+    std::vector<ListDefinition> few(2046);
+    for (std::size_t i = 0; i < few.size(); ++i) {
+        few[i].lsid = static_cast<std::int32_t>(i);
+    }
+    std::vector<ListDefinition> many = few;
+    EXPECT_EQ(leaveOutUnnamedLists(few, overrides), 0);
+    EXPECT_EQ(few.size(), 2046U);
+    many.push_back(many[5]); // the first of equal ones stays
+    many.back().tplc = 1;
+    many.emplace_back().lsid = 2046;
+    EXPECT_EQ(leaveOutUnnamedLists(many, overrides), 2046);
+    ASSERT_EQ(many.size(), 2U);
+    EXPECT_EQ(many[0].lsid, 5);
+    EXPECT_EQ(many[0].tplc, 0);
+    EXPECT_EQ(many[1].lsid, 2046);
+}
+
 TEST_F(ListTables, ALevelNamesNeitherAStyleNorAList) {
     std::vector<ListDefinition> one = definitions();
     one[0].levels[0].paragraph = lists.intern(hex("0046 0500 0B46 0100 0F84 A401"));

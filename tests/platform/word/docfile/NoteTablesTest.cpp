@@ -56,12 +56,12 @@ TEST(CommentTables, OfTwoAtOnePlaceTheFirstStaysAndTheOtherIsCounted) {
     const CommentTables tables = encodeComments(
         std::vector<CommentPlace>{{3, {0, 5}, u"A", u"a", 0, {}}, {3, {5, 2}, u"B", u"b", 0, {}}},
         20);
-    int damage = 0;
+    SideDamage damage;
     const auto read = decodeComments(
         {tables.references, tables.texts, tables.owners, tables.dates, {}, {}, {}}, 20, 9, &damage);
     ASSERT_EQ(read.size(), 1U);
     EXPECT_EQ(read[0].author, u"A");
-    EXPECT_EQ(damage, 1);
+    EXPECT_EQ(damage.texts, 1);
 }
 
 TEST(CommentTables, RangesBeyondThoseThatAFileHoldsLeaveTheirCommentItsPlace) {
@@ -85,12 +85,12 @@ TEST(CommentTables, AuthorsDatesAndRangesComeBack) {
         {6, {3, 2}, u"Li", u"more than nine", 0, std::nullopt},
         {9, {5, 2}, u"王工", u"W", 7, CommentRange{0, 9}}};
     const CommentTables tables = encodeComments(comments, 12);
-    int damage = 0;
+    SideDamage damage;
     const auto read = decodeComments({tables.references, tables.texts, tables.owners, tables.dates,
                                       tables.rangeTags, tables.rangeStarts, tables.rangeEnds},
                                      10, 8, &damage);
     ASSERT_EQ(read.size(), 3U);
-    EXPECT_EQ(damage, 0);
+    EXPECT_EQ(damage.texts + damage.ranges, 0);
     EXPECT_EQ(read[0].at, 4U);
     EXPECT_EQ(read[0].author, u"王工");
     EXPECT_EQ(read[0].initials, u"W");
@@ -119,6 +119,28 @@ TEST(CommentTables, ARangeMayReachToTheEndOfTheTextAndNotBeyond) {
         ASSERT_EQ(read.size(), 1U);
         EXPECT_EQ(read[0].range.has_value(), end == 10) << end;
     }
+}
+
+TEST(CommentTables, CommentsWithoutTheRangeThatTheyNameAreCountedAndThoseOnAPlaceAreNot) {
+    const std::vector<CommentPlace> comments{{1, {0, 1}, u"a", u"b", 1, CommentRange{0, 1}},
+                                             {3, {1, 1}, u"a", u"b", 1, CommentRange{2, 3}},
+                                             {5, {2, 1}, u"a", u"b", 1, CommentRange{4, 5}},
+                                             {7, {3, 1}, u"a", u"b", 1, std::nullopt},
+                                             {9, {4, 1}, u"a", u"b", 1, CommentRange{9, 9}}};
+    const CommentTables tables = encodeComments(comments, 12);
+    const auto ranges = [&](const Bytes& tags, const Bytes& starts, const Bytes& ends) {
+        SideDamage damage;
+        decodeComments(
+            {tables.references, tables.texts, tables.owners, tables.dates, tags, starts, ends}, 10,
+            6, &damage);
+        EXPECT_EQ(damage.texts, 0);
+        return damage.ranges;
+    };
+    EXPECT_EQ(ranges(tables.rangeTags, tables.rangeStarts, tables.rangeEnds), 0);
+    EXPECT_EQ(ranges({}, tables.rangeStarts, tables.rangeEnds), 4);
+    Bytes falling = tables.rangeStarts;
+    falling[4] = 8; // the second one begins behind its end
+    EXPECT_EQ(ranges(tables.rangeTags, falling, tables.rangeEnds), 1);
 }
 
 TEST(CommentTables, EveryCutIsReadWithoutAFault) {

@@ -30,11 +30,11 @@ TEST(SideStories, WhatTheTablesOfAPartSayComesBackForEveryKind) {
         std::map<FibPair, Bytes> tables;
         encodeSidePlaces(row.kind, std::span(&place, 1), 10, 20,
                          [&](FibPair pair, const Bytes& bytes) { tables[pair] = bytes; });
-        int damage = 0;
+        SideDamage damage;
         const auto found = decodeSidePlaces(
             row.kind, [&](FibPair pair) { return ByteView(tables[pair]); }, 10, 5, damage);
         ASSERT_EQ(found.size(), 1U);
-        EXPECT_EQ(damage, 0);
+        EXPECT_EQ(damage.texts + damage.ranges, 0);
         EXPECT_EQ(found[0].at, 3U);
         EXPECT_EQ(found[0].text.start, 0U);
         EXPECT_EQ(found[0].text.length, 4U);

@@ -90,7 +90,8 @@ std::vector<CheckedList> checkDefinitions(Evidence& evidence, Findings& findings
     // The levels lie behind the table's own bytes.
     LittleEndianReader reader(ByteView(evidence.table).subspan(place.fc), "PlfLst");
     const std::size_t count = reader.u16();
-    if (2 + count * lstfSize != place.lcb) {
+    constexpr std::size_t most = 0x7FFF; // the count is a signed number
+    if (2 + count * lstfSize != place.lcb || count > most) {
         findings.add("list.size", u"列表定义表的长度与个数不符");
     }
     std::set<std::int32_t> ids;

@@ -84,6 +84,8 @@ private:
             decodeListOverrides(document_.part(FibPair::PlfLfo), lists(), remarks);
         completeListDefinitions(tables.listDefinitions, tables.listOverrides);
         decodeListNames(document_.part(FibPair::SttbListNames), tables.listDefinitions);
+        remarkOn(remarks, leaveOutUnnamedLists(tables.listDefinitions, tables.listOverrides),
+                 u" 个列表定义未读入，一个文档最多 2046 个列表");
         tables.authors = decodeRevisionAuthors(document_.part(FibPair::SttbfRMark), remarks);
     }
 
@@ -289,7 +291,7 @@ private:
             const std::vector<FieldMark> fields = fieldsOf(row.part);
             const TableSource table = [&](FibPair pair) { return document_.part(pair); };
             for (SidePlace& place :
-                 decodeSidePlaces(row.kind, table, main_.size(), length, damagedTexts_)) {
+                 decodeSidePlaces(row.kind, table, main_.size(), length, damagedSides_)) {
                 if (standsFor(row.part, place.at, place.story.automatic)) {
                     place.story.text = sideText(start, place.text, fields);
                     addSideStory(row.kind, std::move(place));
@@ -447,7 +449,10 @@ private:
 
     void remarkOnStories() {
         remarkOn(data_.unread.remarks, damagedSections_, u" 节的页面设置已损坏，改用默认设置。");
-        remarkOn(data_.unread.remarks, damagedTexts_, u" 个脚注、尾注或批注已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, damagedTexts_ + damagedSides_.texts,
+                 u" 个脚注、尾注或批注已损坏，未能读出。");
+        remarkOn(data_.unread.remarks, damagedSides_.ranges,
+                 u" 条批注所指的文字已无法确定，批注只保留了位置。");
         remarkOn(data_.unread.remarks, static_cast<int>(aside_.size()),
                  u" 个书签不在任何文字中，未读入。");
         remarkOn(data_.unread.remarks, cutBookmarks_,
@@ -475,6 +480,7 @@ private:
     int cutBookmarks_ = 0; // that reach from one header, note or shape into the next
     int damagedFields_ = 0;
     int strayFields_ = 0;
+    SideDamage damagedSides_; // what tables of notes and comments say of it
     int lostPictures_ = 0;
     int repairedStyles_ = 0;
     int repairedTables_ = 0;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t lstfSize = 28;
 constexpr std::size_t lfoSize = 16;
-constexpr std::size_t mostOverrides = 2046; // sprmPIlfo names no further ones
+constexpr std::size_t mostLists = 2046; // sprmPIlfo names no further ones
 constexpr std::uint8_t simpleList = 0x01;
 constexpr std::uint32_t lfoDataHead = 0xFFFFFFFF; // cp of LFOData
 constexpr std::uint32_t hasLevel = 0x20;          // fFormatting
@@ -198,14 +198,14 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
     if (count < counted) {
         remarks.push_back(u"列表引用表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
     }
-    std::vector<std::size_t> levels(std::min(count, mostOverrides));
+    std::vector<std::size_t> levels(std::min(count, mostLists));
     overrides.reserve(levels.size());
     for (std::size_t& number : levels) {
         overrides.push_back(readLfo(reader, number));
     }
-    if (count > mostOverrides) {
-        reader.skip((count - mostOverrides) * lfoSize);
-        remarks.push_back(u"有 " + digits(std::int64_t(count - mostOverrides)) +
+    if (count > mostLists) {
+        reader.skip((count - mostLists) * lfoSize);
+        remarks.push_back(u"有 " + digits(std::int64_t(count - mostLists)) +
                           u" 个列表引用未读入，一个文档最多 2046 个列表");
     }
     readLfoData(reader, overrides, levels, lists, remarks);
@@ -238,6 +238,19 @@ void completeListDefinitions(std::vector<ListDefinition>& definitions,
             added.levels.resize(levelCount, levelWithoutNumber());
         }
     }
+}
+
+int leaveOutUnnamedLists(std::vector<ListDefinition>& definitions,
+                         const std::vector<ListOverride>& overrides) {
+    if (definitions.size() <= mostLists) {
+        return 0;
+    }
+    std::unordered_set<std::int32_t> named;
+    for (const ListOverride& entry : overrides) {
+        named.insert(entry.lsid);
+    }
+    return static_cast<int>(std::erase_if(
+        definitions, [&](const ListDefinition& list) { return named.erase(list.lsid) == 0; }));
 }
 
 void decodeListNames(ByteView sttbListNames, std::vector<ListDefinition>& definitions) {

@@ -28,6 +28,11 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
                                               Remarks& remarks);
 Bytes encodeListOverrides(const std::vector<ListOverride>& overrides, const PropertyLists& lists);
 
+// Of more definitions than a document holds (2,046), leaves out those that no override names, and
+// answers how many. Names must have been read before.
+int leaveOutUnnamedLists(std::vector<ListDefinition>& definitions,
+                         const std::vector<ListOverride>& overrides);
+
 // Gives every override without a definition one whose levels show no number, as it stands there.
 void completeListDefinitions(std::vector<ListDefinition>& definitions,
                              const std::vector<ListOverride>& overrides);

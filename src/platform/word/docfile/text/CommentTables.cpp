@@ -35,7 +35,7 @@ std::vector<std::u16string> decodeOwners(ByteView bytes) {
     return owners;
 }
 
-using Ranges = std::unordered_map<std::uint32_t, CommentRange>; // by tag
+using Ranges = std::unordered_map<std::uint32_t, CommentRange>; // by tag; those that are sound
 
 Ranges decodeRanges(const CommentTableViews& tables, Cp mainLength) {
     const Sttb tags = decodeSttb(tables.rangeTags).table;
@@ -50,7 +50,7 @@ Ranges decodeRanges(const CommentTableViews& tables, Cp mainLength) {
         LittleEndianReader atnbe(tags.entries[i].extra, "ATNBE");
         atnbe.skip(2);
         const CommentRange range{starts.positions[i], ends.positions[end]};
-        if (range.start < range.end && range.end <= mainLength) {
+        if (range.start <= range.end && range.end <= mainLength) {
             ranges.try_emplace(atnbe.u32(), range);
         }
     }
@@ -197,7 +197,7 @@ private:
 } // namespace
 
 std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mainLength,
-                                         Cp partLength, int* damage) {
+                                         Cp partLength, SideDamage* damage) {
     const Plc references = decodePlc(tables.references, atrdSize);
     const std::vector<TextPlace> texts = decodeTextPlaces(tables.texts, partLength);
     const std::vector<std::u16string> owners = decodeOwners(tables.owners);
@@ -208,7 +208,7 @@ std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mai
         if (i >= texts.size() || texts[i].length == 0 ||
             !taken.insert(references.positions[i]).second) {
             if (damage != nullptr) {
-                ++*damage;
+                ++damage->texts;
             }
             continue;
         }
@@ -218,8 +218,12 @@ std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mai
         if (reference.owner < owners.size()) {
             comment.author = owners[reference.owner];
         }
-        if (const auto found = ranges.find(reference.tag); found != ranges.end()) {
-            comment.range = found->second;
+        const auto range = ranges.find(reference.tag);
+        if (range != ranges.end() && range->second.start < range->second.end) {
+            comment.range = range->second;
+        }
+        if (damage != nullptr && reference.tag != noTag && range == ranges.end()) {
+            ++damage->ranges;
         }
         comments.push_back(std::move(comment));
     }

@@ -34,11 +34,17 @@ struct CommentTableViews {
     ByteView rangeEnds;   // PlcfAtnBkl
 };
 
-// Comments without a text, and all but the first at one place, are left out, and counted in
-// `*damage` where given. A range that is damaged or not inside the first `mainLength` characters
-// counts as none.
+// What tables of notes and comments have of damage.
+struct SideDamage {
+    int texts = 0;  // notes and comments that are left out
+    int ranges = 0; // comments that come in without what they speak of
+};
+
+// Comments without a text, and all but the first at one place, are left out. A range that is not
+// there, falls, or is not inside the first `mainLength` characters counts as none. Both are counted
+// in `*damage` where given. A range without characters is sound and stands for the place.
 std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mainLength,
-                                         Cp partLength, int* damage = nullptr);
+                                         Cp partLength, SideDamage* damage = nullptr);
 
 struct CommentTables {
     Bytes references;

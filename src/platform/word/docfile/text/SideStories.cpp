@@ -28,7 +28,7 @@ std::vector<SidePlace> readNotes(const TextPartFacts& facts, const TableSource& 
 }
 
 std::vector<SidePlace> readComments(const TextPartFacts& facts, const TableSource& table,
-                                    Cp mainLength, Cp partLength, int& damage) {
+                                    Cp mainLength, Cp partLength, SideDamage& damage) {
     const CommentTableViews tables{table(facts.references->pair),   table(facts.texts->pair),
                                    table(FibPair::GrpXstAtnOwners), table(FibPair::AtrdExtra),
                                    table(FibPair::SttbfAtnBkmk),    table(FibPair::PlcfAtnBkf),
@@ -76,10 +76,10 @@ void putComments(const TextPartFacts& facts, std::span<const SidePlace> places, 
 } // namespace
 
 std::vector<SidePlace> decodeSidePlaces(AnchorKind kind, const TableSource& table, Cp mainLength,
-                                        Cp partLength, int& damage) {
+                                        Cp partLength, SideDamage& damage) {
     const TextPartFacts& facts = factsOf(partOf(kind));
     return kind == AnchorKind::comment ? readComments(facts, table, mainLength, partLength, damage)
-                                       : readNotes(facts, table, partLength, damage);
+                                       : readNotes(facts, table, partLength, damage.texts);
 }
 
 void encodeSidePlaces(AnchorKind kind, std::span<const SidePlace> places, Cp mainLength, Cp end,

@@ -39,7 +39,7 @@ using TableTarget = std::function<void(FibPair, const Bytes&)>;
 
 // Those without a text are left out, and counted in `damage`.
 std::vector<SidePlace> decodeSidePlaces(AnchorKind kind, const TableSource& table, Cp mainLength,
-                                        Cp partLength, int& damage);
+                                        Cp partLength, SideDamage& damage);
 // Puts every table of the part, empty ones where there is no text. `end`: where tables over all
 // text end.
 void encodeSidePlaces(AnchorKind kind, std::span<const SidePlace> places, Cp mainLength, Cp end,
