@@ -254,6 +254,25 @@ TEST_F(FormattedPages, APageMayFormatTwoStretches) {
     EXPECT_EQ(offsets({{10, 0}, {40, 1}, {50, 0}}, 80), (Offsets{10, 40, 40, 50, 50, 80}));
 }
 
+TEST_F(FormattedPages, APageThatIsNamedOverAndOverIsDecodedOnce) {
+    addPage(10, 90);
+    addPage(20, 80);
+    std::vector<BinTable::Entry> entries;
+    for (std::uint32_t fc = 10; fc < 90; ++fc) {
+        entries.push_back({fc, 7}); // of no text: a page that is not there
+        entries.push_back({fc, fc % 2});
+    }
+    int decoded = 0;
+    const FormattingRuns runs =
+        readFormattingRuns(stream, {entries, 90}, [&](ByteView page, bool&) {
+            ++decoded;
+            return std::vector<FormattingRun>{{page[0], page[1], 0, PropertyListId::empty, true}};
+        });
+    EXPECT_EQ(decoded, 2);
+    EXPECT_EQ(runs.damagedPages, 0);
+    EXPECT_EQ(runs.runs.size(), 40U + 30U);
+}
+
 TEST_F(FormattedPages, OfATableOutOfOrderEachPageFormatsWhatItSays) {
     addPage(10, 50);
     addPage(40, 90);

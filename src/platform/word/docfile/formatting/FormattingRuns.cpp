@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <limits>
-#include <set>
+#include <unordered_map>
 
 namespace qvnd::word {
 
@@ -48,6 +48,15 @@ void appendClipped(std::vector<FormattingRun>& runs, const std::vector<Formattin
     }
 }
 
+// By page, the last entry that names it.
+std::unordered_map<std::uint32_t, std::size_t> lastEntries(const BinTable& table) {
+    std::unordered_map<std::uint32_t, std::size_t> last;
+    for (std::size_t i = 0; i < table.entries.size(); ++i) {
+        last[table.entries[i].page] = i;
+    }
+    return last;
+}
+
 std::vector<FormattingRun> withoutOverlaps(std::vector<FormattingRun> runs) {
     std::stable_sort(runs.begin(), runs.end(), [](const FormattingRun& a, const FormattingRun& b) {
         return a.firstFc < b.firstFc;
@@ -71,17 +80,28 @@ FormattingRuns readFormattingRuns(ByteView wordDocument, const BinTable& table,
     FormattingRuns result;
     std::vector<FormattingRun> runs;
     const bool ordered = ascends(table);
-    std::set<std::uint32_t> seen;
+    const std::unordered_map<std::uint32_t, std::size_t> last = lastEntries(table);
+    // A table may name a page for each of many stretches of text; it is decoded once, and kept for
+    // as long as an entry is to come that names it.
+    std::unordered_map<std::uint32_t, std::vector<FormattingRun>> pages;
     for (std::size_t i = 0; i < table.entries.size(); ++i) {
         const BinTable::Entry& entry = table.entries[i];
-        if (!ordered && !seen.insert(entry.page).second) {
-            continue;
-        }
-        const auto ofPage = pageRuns(wordDocument, entry.page, decode, result.damagedPages);
         const std::uint32_t limit =
             i + 1 < table.entries.size() ? table.entries[i + 1].firstFc : table.limitFc;
-        appendClipped(runs, ofPage, ordered ? entry.firstFc : 0,
+        if (ordered && entry.firstFc >= limit) {
+            continue;
+        }
+        const auto [page, isNew] = pages.try_emplace(entry.page);
+        if (isNew) {
+            page->second = pageRuns(wordDocument, entry.page, decode, result.damagedPages);
+        } else if (!ordered) {
+            continue;
+        }
+        appendClipped(runs, page->second, ordered ? entry.firstFc : 0,
                       ordered ? limit : std::numeric_limits<std::uint32_t>::max());
+        if (last.at(entry.page) == i) {
+            pages.erase(page);
+        }
     }
     result.runs = withoutOverlaps(std::move(runs));
     return result;
