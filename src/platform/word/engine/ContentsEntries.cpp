@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <unordered_map>
 #include <utility>
 
@@ -44,22 +45,55 @@ void addNamedStyles(const StyleSheet& styles, std::u16string_view names, LevelOf
     }
 }
 
-// Text that is hidden or marked as deleted is not listed.
-std::u16string visibleText(const WorkingStory& story, FormatResolver& formats,
-                           const ContentsEntry& heading, StyleIndex style) {
-    std::u16string result;
-    for (const StorySlice& slice : story.slicesOf(heading.start, heading.end)) {
-        const Story part = partOf(*slice.fragment, slice.begin, slice.length);
-        std::size_t at = 0;
-        for (const CharacterRun& run : part.characters) {
-            if (!formats.text(style, run.properties).isUnseen()) {
-                result.append(part.text, at, run.length);
-            }
-            at += run.length;
+// Text that is hidden or marked as deleted is not listed. Headings are asked for in order: their
+// runs are found from those of the heading before.
+class VisibleText {
+public:
+    VisibleText(const WorkingStory& story, const DocumentTables& tables)
+        : story_(story), formats_(tables) {}
+
+    std::u16string of(Cp start, Cp end, StyleIndex style) {
+        std::u16string result;
+        for (const StorySlice& slice : story_.slicesOf(start, end)) {
+            goTo(slice);
+            append(result, slice, style);
+        }
+        return result;
+    }
+
+private:
+    // To the run of the slice's first character.
+    void goTo(const StorySlice& slice) {
+        if (fragment_ != slice.fragment || slice.begin < runStart_) {
+            fragment_ = slice.fragment;
+            run_ = 0;
+            runStart_ = 0;
+        }
+        const std::vector<CharacterRun>& runs = fragment_->characters;
+        while (run_ < runs.size() && runStart_ + runs[run_].length <= slice.begin) {
+            runStart_ += runs[run_++].length;
         }
     }
-    return result;
-}
+
+    void append(std::u16string& text, const StorySlice& slice, StyleIndex style) {
+        const std::vector<CharacterRun>& runs = fragment_->characters;
+        const Cp limit = slice.begin + slice.length;
+        Cp start = runStart_;
+        for (std::size_t i = run_; i < runs.size() && start < limit; ++i) {
+            const Cp from = std::max(start, slice.begin);
+            start += runs[i].length;
+            if (!formats_.text(style, runs[i].properties).isUnseen()) {
+                text.append(fragment_->text, from, std::min(start, limit) - from);
+            }
+        }
+    }
+
+    const WorkingStory& story_;
+    FormatResolver formats_;
+    std::shared_ptr<const Story> fragment_;
+    std::size_t run_ = 0; // of the fragment
+    Cp runStart_ = 0;
+};
 
 // Gives the entries the bookmarks that stand on their headings. Answers how many have none.
 std::size_t nameThoseThere(WorkingDocument& document, std::vector<ContentsEntry>& entries) {
@@ -149,14 +183,14 @@ std::vector<ContentsEntry> contentsEntries(WorkingDocument& document,
     addNamedStyles(document.tables().styles, options.AddedStyles, levels);
 
     std::vector<ContentsEntry> entries;
-    FormatResolver formats(document.tables());
+    VisibleText visible(document.main(), document.tables());
     document.main().forEachParagraph([&](Cp start, Cp end, const ParagraphLook& look) {
         const auto level = levels.find(look.style);
         if (level == levels.end()) {
             return;
         }
         ContentsEntry entry{level->second, start, end - 1, {}, {}};
-        entry.text = entryText(visibleText(document.main(), formats, entry, look.style));
+        entry.text = entryText(visible.of(start, end - 1, look.style));
         if (!entry.text.empty()) {
             entries.push_back(std::move(entry));
         }

@@ -46,5 +46,22 @@ TEST(ContentsEntries, TextThatIsMarkedAsNeitherIsListed) {
               Texts{u"留下"});
 }
 
+TEST(ContentsEntries, HeadingsOfOneFragmentMayShareRunsAndBeAskedForAgain) {
+    test::ContentBuilder builder;
+    builder.add({plain(u"甲\r乙"), marked(u"密\r丙", sprm::CFVanish), plain(u"丁\r")}, 1);
+    WorkingDocument document(std::move(builder.content));
+    for (int round = 0; round < 2; ++round) {
+        std::vector<std::u16string> texts;
+        for (const ContentsEntry& entry : contentsEntries(document, {})) {
+            texts.push_back(entry.text);
+        }
+        EXPECT_EQ(texts, (Texts{u"甲", u"乙", u"丁"}));
+    }
+    document.main().erase(0, 3); // the slice begins in the midst of its fragment
+    const auto entries = contentsEntries(document, {});
+    ASSERT_EQ(entries.size(), 1U);
+    EXPECT_EQ(entries[0].text, u"丁");
+}
+
 } // namespace
 } // namespace qvnd::word
