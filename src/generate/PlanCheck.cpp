@@ -167,9 +167,9 @@ private:
 
     void read(const OutlineNode& node, const std::filesystem::path& path) {
         try {
-            std::vector<std::u16string> leftOut;
-            parts_.longWork([&] { leftOut = bringIn(word::readDocument(path)); });
-            addNotCarried(node, leftOut);
+            word::ImportNotes notes;
+            parts_.longWork([&] { notes = bringIn(word::readDocument(path)); });
+            addNotCarried(node, notes);
         } catch (const word::FormatError& refusal) {
             const bool isLocked = refusal.kind() == word::FormatError::Kind::encrypted;
             readForeign(node, path, isLocked ? Kind::encrypted : Kind::unreadable);
@@ -185,24 +185,26 @@ private:
                 word::readConverting(path, parts_.documents, parts_.longWork);
             if (!document.conversion.empty())
                 add(Kind::converted, node, QString::fromStdU16String(document.conversion));
-            std::vector<std::u16string> leftOut;
-            parts_.longWork([&] { leftOut = bringIn(document.content); });
-            addNotCarried(node, leftOut);
+            word::ImportNotes notes;
+            parts_.longWork([&] { notes = bringIn(document.content); });
+            addNotCarried(node, notes);
         } catch (const std::exception& refusal) {
             add(refused, node, desktop::descriptionOf(runTimeErrorOf(refusal)));
         }
     }
 
     // What stays behind.
-    std::vector<std::u16string> bringIn(const word::DocumentContent& document) {
+    word::ImportNotes bringIn(const word::DocumentContent& document) {
         word::ImportNotes notes;
         word::importDocument(target_.tables, names_, document, notes);
-        return notes.leftOut;
+        return notes;
     }
 
-    void addNotCarried(const OutlineNode& node, const std::vector<std::u16string>& leftOut) {
-        for (const std::u16string& line : leftOut)
+    void addNotCarried(const OutlineNode& node, const word::ImportNotes& notes) {
+        for (const std::u16string& line : notes.leftOut)
             add(Kind::notCarried, node, QString::fromStdU16String(line));
+        if (!notes.smartTags.empty() && !std::exchange(areSmartTagsTold_, true))
+            add(Kind::notCarried, node, QString::fromStdU16String(notes.smartTags));
     }
 
     const PlanCheckParts& parts_;
@@ -210,6 +212,7 @@ private:
     word::DocumentContent target_ = word::normalTemplate();
     word::BookmarkNames names_;
     std::vector<PlanFinding> found_;
+    bool areSmartTagsTold_ = false;
     bool isFirstInText_ = true; // nothing ahead of the node ends a paragraph
 };
 

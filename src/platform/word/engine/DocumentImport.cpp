@@ -21,6 +21,7 @@
 #include <array>
 #include <optional>
 #include <unordered_map>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -115,6 +116,9 @@ public:
         losses_.longFormats = text_.fitting().cut() + tables_.styles().withoutRoom();
         losses_.divisions = namesDivisions(source_.tables.lists);
         notes.leftOut = leftOutOf(source_, losses_);
+        if (source_.unread.smartTags > 0) {
+            notes.smartTags = u"智能标记未能带入，文字不变；其他文档中的智能标记不再逐一说明";
+        }
         changes.bookmarks = bookmarks_.renamed();
         changes.styles = tables_.styles().renamed();
         changes.lists = tables_.lists().renamed();
@@ -292,9 +296,13 @@ bool givesUpFirstPage(const DocumentContent& source, const DocumentBody& brought
 
 } // namespace
 
-void ImportNotes::tell(ImportReport& report, const std::filesystem::path& path) const {
+void ImportNotes::tell(ImportReport& report, const std::filesystem::path& path,
+                       bool& areSmartTagsTold) const {
     for (const std::u16string& what : leftOut) {
         report.notCarried(path, what);
+    }
+    if (!smartTags.empty() && !std::exchange(areSmartTagsTold, true)) {
+        report.notCarried(path, smartTags);
     }
     for (const std::u16string& what : changed) {
         report.changed(path, what);

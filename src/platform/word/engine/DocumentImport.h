@@ -16,8 +16,13 @@ struct ImportNotes {
     std::vector<std::u16string> leftOut;
     // What has other numbers or names there, and why.
     std::vector<std::u16string> changed;
+    // What is to be said once of all documents that come in: that the smart tags of this one stay
+    // behind. They mark words for programs, in nearly every file of some years, and show nothing.
+    std::u16string smartTags;
 
-    void tell(ImportReport& report, const std::filesystem::path& path) const;
+    // `areSmartTagsTold`: whether they were told of an earlier document; set where they are now.
+    void tell(ImportReport& report, const std::filesystem::path& path,
+              bool& areSmartTagsTold) const;
 };
 
 // Rewrites the text of `source` in terms of the tables `target`, to which it adds what they lack.

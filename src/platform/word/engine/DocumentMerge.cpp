@@ -11,7 +11,7 @@ namespace qvnd::word {
 namespace {
 
 void append(WorkingDocument& document, const std::filesystem::path& file, const FontChange& font,
-            ImportReport& report, DocumentConverter* converter) {
+            ImportReport& report, DocumentConverter* converter, bool& areSmartTagsTold) {
     const DocumentReading source = readConverting(file, converter);
     ImportNotes notes;
     DocumentBody text =
@@ -19,7 +19,7 @@ void append(WorkingDocument& document, const std::filesystem::path& file, const 
     if (!source.conversion.empty()) {
         report.converted(file, source.conversion);
     }
-    notes.tell(report, file);
+    notes.tell(report, file, areSmartTagsTold);
     WorkingStory main(text.main);
     main.changeCharacters(0, main.size(), propertyChange(document.tables(), font));
     insertDocument(document, document.main().size() - 1, std::move(text));
@@ -50,8 +50,9 @@ std::unique_ptr<WorkingDocument> mergeDocuments(std::span<const std::filesystem:
                                                 const FontChange& font, ImportReport& report,
                                                 DocumentConverter* converter) {
     auto document = std::make_unique<WorkingDocument>(normalTemplate());
+    bool areSmartTagsTold = false;
     for (const std::filesystem::path& file : files) {
-        append(*document, file, font, report, converter);
+        append(*document, file, font, report, converter, areSmartTagsTold);
     }
     dropLastParagraph(*document);
     return document;

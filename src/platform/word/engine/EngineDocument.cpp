@@ -1,5 +1,6 @@
 #include "platform/word/engine/EngineDocument.h"
 
+#include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/engine/ContentsPages.h"
 #include "platform/word/engine/DocumentImport.h"
 #include "platform/word/engine/DocumentInsertion.h"
@@ -44,6 +45,11 @@ void EngineDocument::written(const std::filesystem::path& path) {
         services_.report.notCarried(path, what);
     }
     losses_.clear();
+    if (const std::size_t cut = writer_.cutLists(); cut > cutListsTold_) {
+        cutListsTold_ = cut;
+        services_.report.notCarried(path, u"文字的格式 " + digits(static_cast<std::int64_t>(cut)) +
+                                              u" 种过于繁复，只写入了一部分");
+    }
 }
 
 void EngineDocument::SaveAs(const std::filesystem::path& path) {
@@ -164,7 +170,7 @@ void EngineDocument::insertFile(const std::filesystem::path& path) {
     if (!source.conversion.empty()) {
         services_.report.converted(path, source.conversion);
     }
-    notes.tell(services_.report, path);
+    notes.tell(services_.report, path, areSmartTagsTold_);
 }
 
 void EngineDocument::bringIn(const DocumentContent& source, ImportNotes& notes) {

@@ -79,7 +79,6 @@ void sayCounts(std::vector<std::u16string>& lines, const DocumentContent& source
     say(lines, losses.bookmarks, u"书签", u"个",
         u"未能带入，一个文档最多 16380 个书签，其中 2380 个留给目录");
     say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
-    say(lines, source.unread.smartTags, u"智能标记", u"个", u"未能带入，其文字不变");
 }
 
 // What no document of this program holds, wherever it comes from.
@@ -158,6 +157,7 @@ std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source,
                                             const ImportLosses& losses) {
     std::vector<std::u16string> lines = source.unread.remarks;
     sayCounts(lines, source, losses);
+    say(lines, source.unread.smartTags, u"智能标记", u"个", u"未能带入，其文字不变");
     sayForeignKinds(lines, source, losses);
     if (source.unread.information) {
         lines.emplace_back(u"文档属性（标题、作者等）已损坏，未能带入");

@@ -57,7 +57,7 @@ struct ImportChanges {
 std::vector<std::u16string> changesOf(const ImportChanges& changes);
 
 // One line of Chinese for each kind of thing that a merge leaves out, behind the remarks of the
-// document's reader. Empty when nothing is missing.
+// document's reader; smart tags are told apart (ImportNotes). Empty when nothing is missing.
 std::vector<std::u16string> leftOutOf(const DocumentContent& source, const ImportLosses& losses);
 
 // The same for a contents.

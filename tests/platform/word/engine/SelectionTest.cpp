@@ -1,5 +1,6 @@
 #include "platform/word/engine/EngineFixture.h"
 
+#include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StoryEditor.h"
@@ -208,6 +209,36 @@ TEST_F(SelectionTest, InsertedFileEndsInItsOwnMarkAndThePointBehindIt) {
     selection().InsertFile(file);
     EXPECT_EQ(text(), u"甲\r乙\r\r");
     EXPECT_EQ(selection().Range().Start(), 4);
+}
+
+TEST_F(SelectionTest, SmartTagsAreToldOfTheFirstFileThatHasThem) {
+    WordFile tagged = plainWordFile(u"text\r");
+    tagged.parts[word::FibPair::SttbfBkmkFactoid] = hex("FFFF 0200 0000 0000 0000");
+    const auto file = folder.write("a.doc", wordFile(tagged));
+    selection().InsertFile(fileOf("b.doc", {u"甲"}));
+    selection().InsertFile(file);
+    selection().InsertFile(file);
+    EXPECT_EQ(report.lines,
+              (std::vector<std::u16string>{
+                  u"a.doc: 智能标记未能带入，文字不变；其他文档中的智能标记不再逐一说明"}));
+}
+
+TEST_F(SelectionTest, CharacterFormatsThatTheFileHasNoRoomForAreToldOnceWithTheSave) {
+    constexpr word::Cp room = 32'768;
+    word::PropertyLists& all = document().change().tables().lists;
+    Bytes longList{0x47, 0xCA, 250};
+    longList.resize(longList.size() + 250);
+    word::Story text;
+    text.text = std::u16string(room + 2, u'x');
+    for (word::Cp i = 0; i < text.size(); ++i) {
+        text.characters.push_back({1, all.intern(word::withSprm16(longList, word::sprm::CHps, i))});
+    }
+    text.paragraphs = {{text.size(), 0, word::PropertyListId::empty}};
+    story().insert(0, word::slicesOf(std::move(text)));
+    document().SaveAs(folder.path() / "a.doc");
+    document().Save();
+    EXPECT_EQ(report.lines,
+              (std::vector<std::u16string>{u"a.doc: 文字的格式 2 种过于繁复，只写入了一部分"}));
 }
 
 TEST_F(SelectionTest, MissingFileIsReportedByNameAndLeavesTheDocumentAsItWas) {

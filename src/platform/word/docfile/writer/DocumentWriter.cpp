@@ -84,6 +84,10 @@ void DocumentWriter::save(const DocumentContent& content) {
     }
 }
 
+std::size_t DocumentWriter::cutLists() const {
+    return state_->session ? state_->session->cutLists() : 0;
+}
+
 void writeMarkedCopy(const std::filesystem::path& path, const DocumentContent& content,
                      std::vector<Bookmark> marks) {
     DocumentWriter().state_->writeWhole(path, content, std::move(marks));

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/container/OutputFile.h"
 #include "platform/word/docfile/document/DocumentContent.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -30,6 +31,10 @@ public:
     // document as saveAs() does when the file has been changed or removed by others or the call
     // before has failed. Same errors; a std::logic_error before the first saveAs().
     void save(const DocumentContent& content);
+
+    // Property lists of characters of which the file has the first part only: it has no room for
+    // more than 32,768 of those that are longer than 255 bytes.
+    std::size_t cutLists() const;
 
 private:
     friend void writeMarkedCopy(const std::filesystem::path& path, const DocumentContent& content,
