@@ -1,6 +1,7 @@
 // What recording a command costs beside the command itself, on plans of 200 and 2,000 documents:
 // a folder is added beside the first node, which moves every row behind it, and taken back.
 
+#include "outline/DeleteNode.h"
 #include "outline/RecordedCommand.h"
 #include "outline/TakeBack.h"
 #include "outline/dlgAddDoc.h"
@@ -27,6 +28,7 @@ public:
             world.folder.write("用户模板/T/" + key + ".doc", "text");
         }
         world.makePlan("T", rows);
+        test::OutlineWorld::makeTable(*world.state.gDbUser, "TOrg", {});
         if (history == History::kept) {
             openHistory();
         }
@@ -44,8 +46,25 @@ public:
                   "'localtime','-'||((" +
                   count + "+1-i)*1.0*" + QString::number(days) + "/" + count +
                   ")||' days'),'添加[新]','T','bench','',0,'T.1','T.1' FROM n");
+        // Each with what the first has changed.
+        for (const char* table : {"changes", "file_steps", "database_steps"}) {
+            file.rows(QString("CREATE TEMP TABLE first AS SELECT * FROM %1 WHERE step=(SELECT "
+                              "min(id) FROM steps); UPDATE first SET step=0")
+                          .arg(table));
+            copyToAll(file, table, count);
+            file.rows("DROP TABLE first");
+        }
         file.rows("UPDATE state SET head=" + count + "+1,tip=" + count + "+1,last=" + count + "+1");
         openHistory();
+    }
+
+    void deletePlan() {
+        world.messages.otherwise = desktop::Answer::yes;
+        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "删除",
+                                          world.messages);
+        world.workbench.TrvCurrent.Select(&world.workbench.TrvCurrent.Item("T"));
+        outline::mnuEditDelete(world.state, world.workbench, world.services());
+        recorded.finish();
     }
 
     // Seconds that the command takes.
@@ -65,6 +84,14 @@ public:
     test::OutlineWorld world;
 
 private:
+    static void copyToAll(test::PlainSqlite& file, const QString& table, const QString& steps) {
+        const QString columns = file.rows("SELECT group_concat(name) FROM pragma_table_info('" +
+                                          table + "') WHERE name<>'step'")
+                                    .join(QString());
+        file.rows("WITH RECURSIVE n(i) AS (SELECT 2 UNION ALL SELECT i+1 FROM n WHERE i<=" + steps +
+                  ") INSERT OR IGNORE INTO " + table + "(step," + columns + ") SELECT i," +
+                  columns + " FROM n,first");
+    }
     void openHistory() {
         world.state.History = std::make_unique<history::History>(
             world.state.gUserTplPath + ".~history",
@@ -110,10 +137,24 @@ void undoBehindAMonth(benchmark::State& state) {
 }
 BENCHMARK(undoBehindAMonth)->Unit(benchmark::kMillisecond);
 
+// A plan is deleted with its folder, that is taken back, and done again.
+void deletionUndoneAndRedone(benchmark::State& state) {
+    LargePlan plan(static_cast<int>(state.range(0)), History::kept);
+    plan.deletePlan();
+    if (plan.world.folder.exists("用户模板/T")) {
+        state.SkipWithError("the plan is still there");
+    }
+    for (auto _ : state) {
+        outline::undo(plan.world.state, plan.world.workbench, plan.world.services());
+        outline::redo(plan.world.state, plan.world.workbench, plan.world.services());
+    }
+}
+BENCHMARK(deletionUndoneAndRedone)->Arg(200)->Arg(2000)->Unit(benchmark::kMillisecond);
+
 // What the exit does when the steps of a day become old, and when there is nothing to do.
 void thinning(benchmark::State& state) {
     for (auto _ : state) {
-        LargePlan plan(10, History::kept);
+        LargePlan plan(200, History::kept);
         plan.addFolder();
         plan.haveEarlierSteps(9000, static_cast<int>(state.range(0)));
         QElapsedTimer time;
