@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
+#include <utility>
 
 using namespace qvnd;
 using namespace qvnd::test;
@@ -25,8 +27,6 @@ struct AwkwardName {
     QString name;
     Use use;
 };
-
-void PrintTo(const AwkwardName& name, std::ostream* out) { *out << name.label; }
 
 std::vector<AwkwardName> awkwardNames() {
     return {
@@ -94,30 +94,53 @@ std::vector<AwkwardName> namesOfPlans() {
 }
 
 // Other plans and templates stand beside, some with names that the awkward ones could be taken for.
-class AwkwardNames : public testing::TestWithParam<AwkwardName> {
-protected:
-    AwkwardNames() : bystanders(planner, {"甲", "甲乙", "x", "旁观"}) {}
+const QStringList namesOfBystanders{"甲", "甲乙", "x", "旁观"};
 
-    const QString name = GetParam().name.trimmed();
+// The work space of the bystanders, made once.
+class SpaceOfBystanders {
+public:
+    SpaceOfBystanders() {
+        const Bystanders made(planner_, namesOfBystanders);
+        planner_.exit();
+    }
+    static void copyTo(const TemporaryFolder& folder) {
+        static const SpaceOfBystanders once;
+        copyWithTimes(once.planner_.folder.path("Sys"), folder.path("Sys"));
+    }
+
+private:
+    Planner planner_;
+};
+
+// A planner of a plan that bears one of the names.
+class Named {
+public:
+    explicit Named(AwkwardName by) : name(by.name.trimmed()), tested_(std::move(by)) {
+        SpaceOfBystanders::copyTo(planner.folder);
+        bystanders =
+            std::make_unique<Bystanders>(planner, namesOfBystanders, Bystanders::AreThere{});
+    }
+
+    const QString name;
     Planner planner;
-    Bystanders bystanders;
+    std::unique_ptr<Bystanders> bystanders;
 
     // A new plan where there may be one, else the plan of an older installation.
     bool create() {
-        if (GetParam().use != Use::old) {
-            return planner.newPlan(GetParam().name, true);
+        if (tested_.use != Use::old) {
+            return planner.newPlan(tested_.name, true);
         }
-        bystanders.addOldPlan(name);
+        bystanders->addOldPlan(name);
         planner.restart();
         return true;
     }
     // Nothing but the plan itself has changed since the start.
     void expectBystandersAsBefore(const char* command) {
-        EXPECT_EQ(bystanders.now(), bystanders.before()) << "after " << command;
+        EXPECT_EQ(bystanders->now(), bystanders->before()) << "after " << command;
     }
     // What did not come about has been told, if the command tells at all.
     void expectDoneOrTold(bool done, const char* command) {
-        if (GetParam().use == Use::all) {
+        if (tested_.use == Use::all) {
             EXPECT_TRUE(done) << command;
         } else if (!done) {
             ASSERT_FALSE(planner.messages.shown.empty()) << command;
@@ -130,131 +153,159 @@ protected:
     bool isOpen() {
         return planner.current().Count() > 0 && planner.current().Item(1).Key() == name;
     }
+
+private:
+    AwkwardName tested_;
 };
 
-// The names that a plan can bear.
-class NamesOfPlans : public AwkwardNames {};
-
-TEST_P(AwkwardNames, APlanComesAboutOrTheReasonIsTold) {
-    const bool mayBe = GetParam().use == Use::all || GetParam().use == Use::bracket;
-    EXPECT_EQ(planner.newPlan(GetParam().name, true), mayBe);
-    if (!mayBe) {
-        ASSERT_FALSE(planner.messages.shown.empty());
-        EXPECT_FALSE(planner.messages.shown.back().text.isEmpty());
-        EXPECT_FALSE(isOpen());
-    } else {
-        EXPECT_EQ(rows(), QStringList(name));
-        EXPECT_TRUE(isOpen());
-    }
-    expectBystandersAsBefore("a new plan");
-}
-
-TEST_P(NamesOfPlans, FoldersAndDocumentsAreAddedOrTheReasonIsTold) {
-    ASSERT_TRUE(create());
-    planner.messages.shown.clear();
-    const QString file = planner.folder.path("说明.doc");
-    planner.folder.write("说明.doc", "text");
-    planner.click(name);
-    expectDoneOrTold(planner.addFolder(AddMode::below, "章") == outline::Added::added, "下级");
-    planner.click(name);
-    expectDoneOrTold(planner.addDocument(AddMode::below, file) == outline::Added::added, "下级");
-    planner.click(name + ".1");
-    expectDoneOrTold(planner.addFolder(AddMode::beside, "节") == outline::Added::added, "同级");
-    planner.folder.write("附图.doc", "text");
-    planner.click(name + ".1");
-    expectDoneOrTold(planner.addDocument(AddMode::beside, planner.folder.path("附图.doc")) ==
-                         outline::Added::added,
-                     "同级");
-    if (GetParam().use == Use::all) {
-        EXPECT_EQ(rows().size(), 5);
+TEST(AwkwardNames, APlanComesAboutOrTheReasonIsTold) {
+    for (const AwkwardName& tested : awkwardNames()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        const bool mayBe = tested.use == Use::all || tested.use == Use::bracket;
+        EXPECT_EQ(world.planner.newPlan(tested.name, true), mayBe);
+        if (!mayBe) {
+            ASSERT_FALSE(world.planner.messages.shown.empty());
+            EXPECT_FALSE(world.planner.messages.shown.back().text.isEmpty());
+            EXPECT_FALSE(world.isOpen());
+        } else {
+            EXPECT_EQ(world.rows(), QStringList(world.name));
+            EXPECT_TRUE(world.isOpen());
+        }
+        world.expectBystandersAsBefore("a new plan");
     }
 }
 
-TEST_P(NamesOfPlans, EditsMovesAndDeletionsReachThePlanAlone) {
-    ASSERT_TRUE(create());
-    planner.messages.shown.clear();
-    planner.folder.write("说明.doc", "text");
-    bystanders.add(name, {{name + ".1", "章"}, {name + ".2", "节"}, {name + ".2.1", "文", "是"}});
-    planner.restart();
-    planner.clickPlan(name);
-    planner.messages.shown.clear();
-    const bool isShown = planner.click(name + ".1");
-    EXPECT_TRUE(isShown || GetParam().use != Use::all);
-    expectDoneOrTold(isShown && planner.rename("改'名*[]"), "rename");
-    planner.drag(name + ".2", name + ".1");
-    expectBystandersAsBefore("a move");
-    planner.pressTemplate("旁观.1");
-    planner.drop(name);
-    expectBystandersAsBefore("a copy from a template");
-    planner.storeTemplate();
-    expectBystandersAsBefore("storing as a template");
-    planner.click(name + ".2");
-    planner.deleteNode();
-    expectBystandersAsBefore("deleting a node");
-    planner.click(name);
-    planner.deleteNode();
-    expectBystandersAsBefore("deleting the root");
-}
-
-TEST_P(NamesOfPlans, DeletingThePlanTakesNoOtherAlong) {
-    ASSERT_TRUE(create());
-    planner.click(name);
-    planner.deletePlan();
-    EXPECT_FALSE(planner.folder.exists("Sys/用户模板/" + name));
-    expectBystandersAsBefore("deleting the plan");
-    planner.restart();
-    expectBystandersAsBefore("the next start");
-}
-
-TEST_P(NamesOfPlans, ATemplateIsDeletedAlone) {
-    ASSERT_TRUE(bystanders.addTemplate(name));
-    planner.restart();
-    for (const QString& key : {name + ".1", name}) {
-        planner.clickTemplate(key);
-        planner.doubleClick();
-        planner.browseTemplate();
-        planner.deleteTemplate();
-        expectBystandersAsBefore("deleting a template");
-        planner.restart();
-        expectBystandersAsBefore("the next start");
-    }
-}
-
-TEST_P(AwkwardNames, ANodeBearsAnyText) {
-    planner.clickPlan("甲");
-    ASSERT_TRUE(planner.click("甲.1"));
-    EXPECT_TRUE(planner.rename(GetParam().name));
-    ASSERT_TRUE(planner.click("甲"));
-    const auto added = planner.addFolder(AddMode::below, GetParam().name + "二");
-    EXPECT_EQ(added, outline::Added::added);
-    const QStringList names = OutlineWorld::column(*planner.state().gDbUser, "甲", u"名称");
-    EXPECT_EQ(names[1], GetParam().name);
-    EXPECT_EQ(names.back(), (GetParam().name + "二").trimmed());
-    EXPECT_EQ(planner.current().Item("甲.1").Text(), GetParam().name);
-    EXPECT_TRUE(planner.messages.shown.empty());
-}
-
-TEST_P(NamesOfPlans, ADocumentOfThatNameComesWithItsFile) {
-    const QString file = planner.folder.path() + "/" + GetParam().name + ".doc";
-    planner.folder.write(GetParam().name + ".doc", "content");
-    planner.clickPlan("甲");
-    for (const AddMode mode : {AddMode::below, AddMode::beside}) {
-        ASSERT_TRUE(planner.click(mode == AddMode::below ? "甲" : "甲.1"));
-        ASSERT_EQ(planner.addDocument(mode, file), outline::Added::added);
-        const QString key = planner.workbench().TrvCurrent.SelectedItem()->Key();
-        EXPECT_EQ(planner.folder.read("Sys/用户模板/甲/" + key + ".doc"), "content");
-        if (mode == AddMode::below) {
-            ASSERT_TRUE(planner.click(key));
-            planner.deleteNode();
+TEST(NamesOfPlans, FoldersAndDocumentsAreAddedOrTheReasonIsTold) {
+    for (const AwkwardName& tested : namesOfPlans()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        ASSERT_TRUE(world.create());
+        world.planner.messages.shown.clear();
+        const QString file = world.planner.folder.path("说明.doc");
+        world.planner.folder.write("说明.doc", "text");
+        world.planner.click(world.name);
+        world.expectDoneOrTold(
+            world.planner.addFolder(AddMode::below, "章") == outline::Added::added, "下级");
+        world.planner.click(world.name);
+        world.expectDoneOrTold(
+            world.planner.addDocument(AddMode::below, file) == outline::Added::added, "下级");
+        world.planner.click(world.name + ".1");
+        world.expectDoneOrTold(
+            world.planner.addFolder(AddMode::beside, "节") == outline::Added::added, "同级");
+        world.planner.folder.write("附图.doc", "text");
+        world.planner.click(world.name + ".1");
+        world.expectDoneOrTold(
+            world.planner.addDocument(AddMode::beside, world.planner.folder.path("附图.doc")) ==
+                outline::Added::added,
+            "同级");
+        if (tested.use == Use::all) {
+            EXPECT_EQ(world.rows().size(), 5);
         }
     }
 }
 
-std::string labelOf(const testing::TestParamInfo<AwkwardName>& tested) {
-    return tested.param.label;
+TEST(NamesOfPlans, EditsMovesAndDeletionsReachThePlanAlone) {
+    for (const AwkwardName& tested : namesOfPlans()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        ASSERT_TRUE(world.create());
+        world.planner.messages.shown.clear();
+        world.planner.folder.write("说明.doc", "text");
+        world.bystanders->add(world.name, {{world.name + ".1", "章"},
+                                           {world.name + ".2", "节"},
+                                           {world.name + ".2.1", "文", "是"}});
+        world.planner.restart();
+        world.planner.clickPlan(world.name);
+        world.planner.messages.shown.clear();
+        const bool isShown = world.planner.click(world.name + ".1");
+        EXPECT_TRUE(isShown || tested.use != Use::all);
+        world.expectDoneOrTold(isShown && world.planner.rename("改'名*[]"), "rename");
+        world.planner.drag(world.name + ".2", world.name + ".1");
+        world.expectBystandersAsBefore("a move");
+        world.planner.pressTemplate("旁观.1");
+        world.planner.drop(world.name);
+        world.expectBystandersAsBefore("a copy from a template");
+        world.planner.storeTemplate();
+        world.expectBystandersAsBefore("storing as a template");
+        world.planner.click(world.name + ".2");
+        world.planner.deleteNode();
+        world.expectBystandersAsBefore("deleting a node");
+        world.planner.click(world.name);
+        world.planner.deleteNode();
+        world.expectBystandersAsBefore("deleting the root");
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, AwkwardNames, testing::ValuesIn(awkwardNames()), labelOf);
-INSTANTIATE_TEST_SUITE_P(Borne, NamesOfPlans, testing::ValuesIn(namesOfPlans()), labelOf);
+TEST(NamesOfPlans, DeletingThePlanTakesNoOtherAlong) {
+    for (const AwkwardName& tested : namesOfPlans()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        ASSERT_TRUE(world.create());
+        world.planner.click(world.name);
+        world.planner.deletePlan();
+        EXPECT_FALSE(world.planner.folder.exists("Sys/用户模板/" + world.name));
+        world.expectBystandersAsBefore("deleting the plan");
+        world.planner.restart();
+        world.expectBystandersAsBefore("the next start");
+    }
+}
+
+TEST(NamesOfPlans, ATemplateIsDeletedAlone) {
+    for (const AwkwardName& tested : namesOfPlans()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        ASSERT_TRUE(world.bystanders->addTemplate(world.name));
+        world.planner.restart();
+        for (const QString& key : {world.name + ".1", world.name}) {
+            world.planner.clickTemplate(key);
+            world.planner.doubleClick();
+            world.planner.browseTemplate();
+            world.planner.deleteTemplate();
+            world.expectBystandersAsBefore("deleting a template");
+            world.planner.restart();
+            world.expectBystandersAsBefore("the next start");
+        }
+    }
+}
+
+TEST(AwkwardNames, ANodeBearsAnyText) {
+    for (const AwkwardName& tested : awkwardNames()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        world.planner.clickPlan("甲");
+        ASSERT_TRUE(world.planner.click("甲.1"));
+        EXPECT_TRUE(world.planner.rename(tested.name));
+        ASSERT_TRUE(world.planner.click("甲"));
+        const auto added = world.planner.addFolder(AddMode::below, tested.name + "二");
+        EXPECT_EQ(added, outline::Added::added);
+        const QStringList names =
+            OutlineWorld::column(*world.planner.state().gDbUser, "甲", u"名称");
+        EXPECT_EQ(names[1], tested.name);
+        EXPECT_EQ(names.back(), (tested.name + "二").trimmed());
+        EXPECT_EQ(world.planner.current().Item("甲.1").Text(), tested.name);
+        EXPECT_TRUE(world.planner.messages.shown.empty());
+    }
+}
+
+TEST(NamesOfPlans, ADocumentOfThatNameComesWithItsFile) {
+    for (const AwkwardName& tested : namesOfPlans()) {
+        SCOPED_TRACE(tested.label);
+        Named world(tested);
+        const QString file = world.planner.folder.path() + "/" + tested.name + ".doc";
+        world.planner.folder.write(tested.name + ".doc", "content");
+        world.planner.clickPlan("甲");
+        for (const AddMode mode : {AddMode::below, AddMode::beside}) {
+            ASSERT_TRUE(world.planner.click(mode == AddMode::below ? "甲" : "甲.1"));
+            ASSERT_EQ(world.planner.addDocument(mode, file), outline::Added::added);
+            const QString key = world.planner.workbench().TrvCurrent.SelectedItem()->Key();
+            EXPECT_EQ(world.planner.folder.read("Sys/用户模板/甲/" + key + ".doc"), "content");
+            if (mode == AddMode::below) {
+                ASSERT_TRUE(world.planner.click(key));
+                world.planner.deleteNode();
+            }
+        }
+    }
+}
 
 } // namespace

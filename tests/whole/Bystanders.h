@@ -23,6 +23,14 @@ public:
         before_ = now();
     }
 
+    struct AreThere {};
+    // Starts the program on a copy of a work space that has them.
+    Bystanders(Planner& planner, const QStringList& names, AreThere /*tag*/)
+        : planner_(planner), names_(names) {
+        planner_.start();
+        before_ = now();
+    }
+
     // Adds rows to a plan's outline in both databases, with a file for each document.
     void add(const QString& plan, const std::vector<OutlineRowText>& rows) {
         modMain& state = planner_.state();
