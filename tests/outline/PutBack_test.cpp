@@ -309,6 +309,38 @@ TEST_F(PutBack, AFileThatIsAsItWasBeforeTheStepIsNotPutBackInWordsAlone) {
     EXPECT_EQ(world.folder.read(file("T.1.1")), "T.1.1");
 }
 
+TEST_F(PutBack, AnUndoAsksInABoxWhetherToLeaveOutAFolderThatIsGone) {
+    const test::TemporaryFolder other(test::inMemory());
+    other.write("Sys/图片库/page.doc", "old");
+    world.state.History.reset();
+    world.state.History = std::make_unique<history::History>(
+        world.state.gUserTplPath + ".~history",
+        history::Places(world.state.gUserTplPath, {other.path()}), *world.state.gWs,
+        *world.state.gFso, "测试");
+    world.folder.write("new.doc", "new");
+    run("改写", [&] {
+        addRow({"T.3", "新"});
+        world.state.gFso->CopyFile(world.folder.path("new.doc"), other.path("Sys/图片库/page.doc"),
+                                   true);
+    });
+    QDir(other.path("Sys")).removeRecursively();
+    const QStringList keys = world.keys("T");
+    const auto takeBack = [&](desktop::Answer answer) {
+        world.messages.otherwise = answer;
+        outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "撤消",
+                                          world.messages);
+        return outline::undo(world.state, world.workbench, world.services()).has_value();
+    };
+    EXPECT_THROW(takeBack(desktop::Answer::no), RunTimeError);
+    ASSERT_EQ(world.messages.shown.size(), 1U);
+    EXPECT_TRUE(world.messages.shown[0].text.contains(other.path("Sys")));
+    EXPECT_EQ(world.messages.shown[0].buttons, desktop::Buttons::yesNo);
+    EXPECT_EQ(world.keys("T"), keys);
+    EXPECT_TRUE(takeBack(desktop::Answer::yes));
+    EXPECT_FALSE(world.keys("T").contains("T.3"));
+    EXPECT_FALSE(other.exists("Sys"));
+}
+
 // A command that stands is not said to have done nothing.
 TEST_F(PutBack, ACommandThatCanNeitherBeRecordedNorTakenBackIsSaidToStand) {
     const QString document = world.folder.path(file("T.1.1"));
