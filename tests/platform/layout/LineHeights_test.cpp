@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace qvnd::layout {
 namespace {
 
@@ -20,6 +22,7 @@ protected:
     LineRoom room(LineOrder order = {}) { return roomOf({160, 40}, format, setting, order); }
 
     word::ResolvedParagraph format;
+    word::ResolvedText text;
     LineSetting setting;
 };
 
@@ -131,6 +134,31 @@ class LatinFonts : public test::FixedFonts {
 public:
     FaceHeights heights(FaceId) override { return {0.891, 0.216, 0.0425}; }
 };
+
+TEST_F(LineHeights, AMultipleCountsTheTextOfALineAndNotItsPictures) {
+    test::FixedFonts fonts;
+    ParagraphItems paragraph;
+    paragraph.markSize = 200;
+    std::vector<TextItem> items(1);
+    items[0].kind = TextItem::Kind::picture;
+    items[0].height = 2000;
+    space(Spacing::multiple, 360);
+    for (const bool office : {false, true}) {
+        setting.options.officeLines = office;
+        const ContentHeights alone = contentOf(items, paragraph, false, fonts, setting);
+        EXPECT_DOUBLE_EQ(alone.sum(), 2000);
+        EXPECT_DOUBLE_EQ(roomOf(alone, format, setting, {}).height, 2100);
+        TextItem letter;
+        letter.character = u'一';
+        letter.size = 400;
+        letter.format = &text;
+        items.push_back(letter);
+        const ContentHeights both = contentOf(items, paragraph, false, fonts, setting);
+        EXPECT_DOUBLE_EQ(both.sum(), 2080);
+        EXPECT_DOUBLE_EQ(roomOf(both, format, setting, {}).height, 2280);
+        items.pop_back();
+    }
+}
 
 TEST_F(LineHeights, TheOfficeSuiteKnowsHeightsInWholeTwipsAlone) {
     LatinFonts fonts;

@@ -31,8 +31,8 @@ LineRoom wordProcessorRoom(const ContentHeights& content, const word::ResolvedPa
     const bool isMultiple = format.spacing == Spacing::multiple;
     const double multiple = isMultiple ? format.line / lineUnits : 1;
     if (!isOnGrid(format, setting)) {
-        const double height =
-            isMultiple ? natural * multiple : std::max<double>(natural, format.line);
+        const double height = isMultiple ? content.pictures + content.text() * multiple
+                                         : std::max<double>(natural, format.line);
         return {height, height - content.descent};
     }
     // The line's own distance is the unit: at one and a half lines, one and a half of them.
@@ -73,10 +73,10 @@ LineRoom officeRoom(const ContentHeights& content, const word::ResolvedParagraph
         const double height = std::max<double>(natural, format.line);
         return {height, height - content.descent};
     }
+    const double height = content.pictures + wholeTwips(multiple * content.text());
     if (multiple < 1) {
-        return tightRoom(content, wholeTwips(multiple * natural), order);
+        return tightRoom(content, height, order);
     }
-    const double height = wholeTwips(multiple * natural);
     return {height, content.ascent, height - natural};
 }
 
@@ -127,9 +127,10 @@ ScriptText officeScript(FaceHeights face, double size, bool isRaised, bool hasLe
 ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& paragraph,
                          bool isLast, FontMetrics& fonts, const LineSetting& setting) {
     ContentHeights content;
+    ContentHeights text;
     const auto add = [&](FaceId face, double size, double raised) {
         const ContentHeights own = heightsIn(fonts.heights(face), size, setting);
-        content.add(own.ascent + raised, own.descent - raised);
+        text.add(own.ascent + raised, own.descent - raised);
     };
     const bool office = setting.options.officeLines;
     // Blanks and tabs count only where nothing else stands.
@@ -147,6 +148,13 @@ ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& 
     if (items.empty() || (isLast && setting.options.marksCount)) {
         add(paragraph.markFace, paragraph.markSize, 0);
     }
+    content.add(text.ascent, text.descent);
+    // A line of pictures alone is as high as the mark's text to a multiple.
+    const double textHeight =
+        text.sum() > 0
+            ? text.sum()
+            : heightsIn(fonts.heights(paragraph.markFace), paragraph.markSize, setting).sum();
+    content.pictures = std::max(0.0, content.sum() - textHeight);
     return content;
 }
 

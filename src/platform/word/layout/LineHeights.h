@@ -12,12 +12,16 @@ namespace qvnd::layout {
 struct ContentHeights {
     double ascent = 0;
     double descent = 0;
+    // Beyond what the text of the line needs, because of pictures.
+    double pictures = 0;
 
     void add(double above, double below) {
         ascent = std::max(ascent, above);
         descent = std::max(descent, below);
     }
     double sum() const { return ascent + descent; }
+    // The part that a multiple applies to.
+    double text() const { return sum() - pictures; }
 };
 
 // The height that the items of a line need. A line without items has the height of the paragraph's
