@@ -19,7 +19,9 @@ class SiteDocument {
 public:
     static constexpr int usualParts = 6;
 
-    explicit SiteDocument(int number, int parts = usualParts) : content_(word::normalTemplate()) {
+    // `rows`: of each part's table.
+    explicit SiteDocument(int number, int parts = usualParts, int rows = 6)
+        : content_(word::normalTemplate()), rows_(rows) {
         addList();
         word::Story story;
         word::StoryBuilder builder(story);
@@ -72,7 +74,7 @@ private:
     }
 
     void addTable(word::StoryBuilder& builder) {
-        for (int row = 0; row < 6; ++row) {
+        for (int row = 0; row < rows_; ++row) {
             for (int column = 0; column < columns; ++column)
                 paragraph(builder,
                           row == 0 ? u"项目" + decimal(column + 1) : decimal(row * 100 + column),
@@ -109,6 +111,7 @@ private:
     }
 
     word::DocumentContent content_;
+    int rows_;
 };
 
 } // namespace qvnd::bench

@@ -1,5 +1,6 @@
-// What the preview of a long document costs: until its first page is painted, while all pages are
-// found, and while they are scrolled through. Beside the time stand
+// What the preview of a long document costs: until its first page is painted (of a document with
+// one long table too), while all pages are found, and while they are scrolled through; and what a
+// PDF of it costs. Beside the time stand
 //   pages    of the document
 //   ratio    the time against reading the file alone
 //   longest  the longest time, in milliseconds, for which no event was served
@@ -9,9 +10,11 @@
 #include "SiteDocument.h"
 #include "WindowBench.h"
 
+#include "platform/drawing/PagePainter.h"
 #include "platform/preview/PageConversion.h"
 #include "platform/preview/windows/PagePane.h"
 #include "platform/word/docfile/reader/DocumentReader.h"
+#include "platform/word/layout/DocumentLayout.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -40,8 +43,8 @@ double memoryInUse() {
 
 class LongDocument {
 public:
-    explicit LongDocument(int parts) {
-        SiteDocument(1, parts).saveAs(path().toStdU16String());
+    explicit LongDocument(int parts, int rows = 6) {
+        SiteDocument(1, parts, rows).saveAs(path().toStdU16String());
         characters_ = word::lengthOf(word::readDocument(path().toStdU16String()).main);
     }
     QString path() const { return folder_.filePath(u"long.doc"_s); }
@@ -103,8 +106,7 @@ bool isPainted(preview::PagePane& pane) {
 }
 
 // With the fonts found already, as for every document but the first of a run.
-void BM_FirstPage(benchmark::State& state) {
-    const LongDocument document(static_cast<int>(state.range(0)));
+void measureFirstPage(benchmark::State& state, const LongDocument& document) {
     WatchedPane watched(document);
     watched.pane.show(document.path());
     watched.serveUntil([&] { return watched.pane.pageCount() > 0; });
@@ -124,6 +126,38 @@ void BM_FirstPage(benchmark::State& state) {
     state.counters["ratio"] = first / reading;
     watched.serveUntil([&] { return watched.pane.isWhole(); });
     state.counters["pages"] = watched.pane.pageCount();
+}
+
+void BM_FirstPage(benchmark::State& state) {
+    measureFirstPage(state, LongDocument(static_cast<int>(state.range(0))));
+}
+
+void BM_FirstPageOfATable(benchmark::State& state) {
+    measureFirstPage(state, LongDocument(1, static_cast<int>(state.range(0))));
+}
+
+// From the file to the last byte.
+void BM_Pdf(benchmark::State& state) {
+    const LongDocument document(static_cast<int>(state.range(0)));
+    std::size_t bytes = 0;
+    int pages = 0;
+    for (auto _ : state) {
+        const word::DocumentContent content = word::readDocument(document.path().toStdU16String());
+        const layout::LayoutSource source = layout::sourceOf(content);
+        drawing::FontFaces fonts(drawing::FontChoice::named);
+        layout::DocumentLayout pagesOf(source, fonts, {});
+        drawing::PagePainter painter(fonts, nullptr);
+        bytes = 0;
+        pages = 0;
+        const auto pdf = painter.pdf([&](word::ByteView part) { bytes += part.size(); });
+        while (const auto page = pagesOf.nextPage()) {
+            pdf->add(*page);
+            ++pages;
+        }
+        pdf->finish();
+    }
+    state.counters["pages"] = pages;
+    state.counters["MB"] = static_cast<double>(bytes) / 1024 / 1024;
 }
 
 void BM_AllPages(benchmark::State& state) {
@@ -180,9 +214,17 @@ void BM_Scroll(benchmark::State& state) {
     }
 }
 
-constexpr int parts = 3750; // about 1,500 pages
+constexpr int parts = 3750;      // about 1,500 pages
+constexpr int pdfParts = 4000;   // about 1,600 pages
+constexpr int tableRows = 70000; // about 1,200 pages
 
 BENCHMARK(BM_FirstPage)->Arg(parts)->Iterations(5)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FirstPageOfATable)
+    ->Arg(tableRows)
+    ->Iterations(5)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Pdf)->Arg(pdfParts)->Iterations(1)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_AllPages)->Arg(parts)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_Scroll)->Arg(parts)->Iterations(1)->UseManualTime()->Unit(benchmark::kMillisecond);
 
