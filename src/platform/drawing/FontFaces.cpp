@@ -1,7 +1,7 @@
 #include "platform/drawing/FontFaces.h"
 
+#include "platform/drawing/FontFeatures.h"
 #include "platform/drawing/KnownFaces.h"
-#include "platform/drawing/Ligatures.h"
 #include "platform/drawing/PublishedWidths.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/error/Utf8.h"
@@ -58,17 +58,16 @@ Pattern patternOf(const FaceRequest& request, std::optional<char32_t> mustHave) 
     return pattern;
 }
 
-// The ligatures of a face that is installed.
-Ligatures ligaturesIn(FT_Face face) {
+// The bytes of a table of a face; none where it has no such table.
+std::string tableOf(FT_Face face, FT_ULong tag) {
     FT_ULong size = 0;
-    if (FT_Load_Sfnt_Table(face, TTAG_GSUB, 0, nullptr, &size) != 0) {
+    if (FT_Load_Sfnt_Table(face, tag, 0, nullptr, &size) != 0) {
         return {};
     }
-    std::vector<FT_Byte> table(size);
-    if (FT_Load_Sfnt_Table(face, TTAG_GSUB, 0, table.data(), &size) != 0) {
-        return {};
-    }
-    return Ligatures({reinterpret_cast<const char*>(table.data()), table.size()});
+    std::string table(size, 0);
+    return FT_Load_Sfnt_Table(face, tag, 0, reinterpret_cast<FT_Byte*>(table.data()), &size) == 0
+               ? table
+               : std::string();
 }
 
 // The file of a face and its place in it.
@@ -207,7 +206,7 @@ public:
     layout::Ligature ligature(FaceId id, std::u32string_view text) {
         Face& face = *faces_[id];
         if (!face.ligatures) {
-            face.ligatures = ligaturesIn(face.face);
+            face.ligatures = Ligatures(tableOf(face.face, TTAG_GSUB));
         }
         std::array<std::uint16_t, longestLigature> glyphs{};
         const std::size_t length =
@@ -219,6 +218,19 @@ public:
         return found != nullptr
                    ? layout::Ligature{found->others.size() + 1, advanceOf(face, found->glyph)}
                    : layout::Ligature{};
+    }
+
+    double kerning(FaceId id, char32_t before, char32_t after) {
+        Face& face = *faces_[id];
+        if (choice_ == FontChoice::named) { // whose kerning is not known
+            return 0;
+        }
+        if (!face.kerning) {
+            face.kerning = Kerning(tableOf(face.face, TTAG_GPOS));
+        }
+        const int units = face.kerning->between(static_cast<std::uint16_t>(glyphOf(face, before)),
+                                                static_cast<std::uint16_t>(glyphOf(face, after)));
+        return units / std::max<double>(face.face->units_per_EM, 1);
     }
 
     // Marks are painted where the layout puts them.
@@ -261,6 +273,7 @@ private:
         bool embolden = false;
         bool slant = false;
         std::optional<Ligatures> ligatures; // once they have been asked for
+        std::optional<Kerning> kerning;
         // By character, a page of characters each; not a number while it is not known.
         std::unordered_map<char32_t, std::array<float, charactersAPage>> advances;
         std::size_t searches = 0; // for stand-ins
@@ -402,6 +415,9 @@ double FontFaces::advance(FaceId face, char32_t character) {
 FaceHeights FontFaces::heights(FaceId face) { return store_->heights(face); }
 layout::Ligature FontFaces::ligature(FaceId face, std::u32string_view text) {
     return store_->ligature(face, text);
+}
+double FontFaces::kerning(FaceId face, char32_t before, char32_t after) {
+    return store_->kerning(face, before, after);
 }
 double FontFaces::drawnAdvance(FaceId face, char32_t character) const {
     return store_->drawnAdvance(face, character);

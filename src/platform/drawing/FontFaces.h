@@ -38,6 +38,7 @@ public:
     double advance(layout::FaceId face, char32_t character) override;
     layout::FaceHeights heights(layout::FaceId face) override;
     layout::Ligature ligature(layout::FaceId face, std::u32string_view text) override;
+    double kerning(layout::FaceId face, char32_t before, char32_t after) override;
 
     DrawnFace drawn(layout::FaceId face) const;
     // How wide the glyph is that is painted for a character, in parts of the font size: not what

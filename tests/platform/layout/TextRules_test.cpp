@@ -1,6 +1,6 @@
 // What is seen of text that its characters alone do not tell.
 
-#include "platform/drawing/Ligatures.h"
+#include "platform/drawing/FontFeatures.h"
 #include "platform/layout/PagedDocument.h"
 #include "platform/word/docfile/objects/EmbeddedObjects.h"
 #include "platform/word/docfile/pictures/Picture.h"
@@ -90,6 +90,37 @@ TEST_F(TextRules, LettersOfTwoLooksOrWithSpaceBetweenThemHaveNoLigature) {
     EXPECT_EQ(advances, (std::vector<float>{100, 200, 110, 110}));
 }
 
+// A font in which A and V stand a tenth closer.
+class FontsWithKerning : public test::FixedFonts {
+public:
+    double kerning(FaceId, char32_t before, char32_t after) override {
+        return before == U'A' && after == U'V' ? -0.1 : 0;
+    }
+};
+
+TEST_F(TextRules, PairsOfLettersAreKernedFromTheSizeOnThatTheTextSays) {
+    FontsWithKerning kerned;
+    type(u"AVA\r");
+    const auto advances = [&](unsigned from) {
+        main.characters = {
+            {4, intern(withSprm16({}, sprm::CHpsKern, static_cast<std::uint16_t>(from)))}};
+        return firstPage(kerned).layer.texts.at(0).advances;
+    };
+    const std::vector<float> plain{100, 100, 100};
+    EXPECT_EQ(advances(0), plain);
+    EXPECT_EQ(advances(20), (std::vector<float>{80, 100, 100})); // the text has ten points
+    EXPECT_EQ(advances(21), plain);
+}
+
+TEST_F(TextRules, NoPairIsKernedAcrossTwoLooks) {
+    FontsWithKerning kerned;
+    type(u"AV\r");
+    const auto own = intern(withSprm16({}, sprm::CHpsKern, 2));
+    const auto red = intern(withSprm8(withSprm16({}, sprm::CHpsKern, 2), sprm::CIco, 6));
+    main.characters = {{1, own}, {2, red}};
+    EXPECT_EQ(firstPage(kerned).layer.texts.at(0).advances, (std::vector<float>{100}));
+}
+
 // An object that keeps a metafile of itself, 62 by 12 points at that scale.
 word::EmbeddedObjectRef formula(std::uint32_t acrossPerMille, std::uint32_t downPerMille) {
     const Bytes metafile = test::hex("010009000003 15000000 0000 05000000 0000"
@@ -167,6 +198,18 @@ TEST_F(TextRules, InTheOfficeSuiteAStyleThatNamesABaseOfCharactersStandsAlone) {
     EXPECT_EQ(named.names.at(shown().face), document.tables.fonts.at(0).name);
 }
 
+TEST_F(TextRules, InTheOfficeSuiteTheLineAboveTheNotesTakesLessRoom) {
+    putFootnote(1, u"注\r");
+    type(u"甲\x02\r");
+    const auto above = [&] {
+        const Page page = pages().at(0);
+        return textAt(page, u"注").baseline - page.layer.rules.at(0).y1;
+    };
+    EXPECT_EQ(above(), 100 + 160);
+    options = officeOptions();
+    EXPECT_NEAR(above(), 62 + 160, 2);
+}
+
 class GridOfCharacters : public TextRules {
 protected:
     // Nine cells of 200 twips in 1910, and lines of 250; `kind`: 1 with cells, 2 without.
@@ -220,16 +263,22 @@ TEST_F(GridOfCharacters, ALineOfAPictureReachesBelowItAsTextWould) {
     EXPECT_EQ(foot() - high, 250);
 }
 
-// A table GSUB of a script with a feature of that name: glyphs 5, 7 and 8 have the ligature 20,
-// glyphs 5 and 6 the ligature 21; `covers`: how the table says that this is of glyph 5.
-std::string substitutions(std::string_view feature, const Bytes& covers) {
+// The head of a table of a script with one feature of that name, and what its lookup holds.
+std::string featureTable(std::string_view feature, const Bytes& lookup) {
     const Bytes bytes =
         test::joined({test::hex("0001 0000 000A 001E 002C"), test::hex("0001"), test::ascii("latn"),
                       test::hex("0008 0004 0000 0000 FFFF 0001 0000"), test::hex("0001"),
-                      test::ascii(feature), test::hex("0008 0000 0001 0000"),
-                      test::hex("0001 0004 0004 0000 0001 0008 0001 001C 0001 0008"),
-                      test::hex("0002 0006 000E 0014 0003 0007 0008 0015 0002 0006"), covers});
+                      test::ascii(feature), test::hex("0008 0000 0001 0000 0001 0004"), lookup});
     return {bytes.begin(), bytes.end()};
+}
+
+// Glyphs 5, 7 and 8 have the ligature 20, glyphs 5 and 6 the ligature 21; `covers`: how the table
+// says that this is of glyph 5.
+std::string substitutions(std::string_view feature, const Bytes& covers) {
+    return featureTable(
+        feature,
+        test::joined({test::hex("0004 0000 0001 0008 0001 001C 0001 0008"),
+                      test::hex("0002 0006 000E 0014 0003 0007 0008 0015 0002 0006"), covers}));
 }
 
 TEST(Ligatures, AreThoseOfTheStandardFeature) {
@@ -255,6 +304,35 @@ TEST(Ligatures, OfATableThatBreaksOffAreWhatIsThere) {
     for (std::size_t size = 0; size < whole.size(); ++size) {
         const drawing::Ligatures ligatures(std::string_view(whole).substr(0, size));
         EXPECT_EQ(ligatures.find(glyphs), nullptr) << size;
+    }
+}
+
+// Glyph 5 moves glyph 6 behind it by -20. The value has a placement before the advance.
+constexpr std::string_view pairOfGlyphs = "0002 0000 0001 0008 0001 0014 0005 0000 0001 000C"
+                                          "0001 0006 0007 FFEC 0001 0001 0005";
+// Glyph 5 moves glyphs 6 and 7, which are a class, by -30, and all others by 3.
+constexpr std::string_view pairOfClasses = "0009 0000 0001 0008 0001 0002 0000 0008"
+                                           "0002 0018 0004 0000 001E 0024 0001 0002 0003 FFE2"
+                                           "0000 0000 0001 0001 0005 0001 0005 0000"
+                                           "0002 0001 0006 0007 0001";
+
+TEST(Kerning, IsThatOfAPairOrOfTheClassesOfItsGlyphs) {
+    drawing::Kerning pairs(featureTable("kern", test::hex(pairOfGlyphs)));
+    EXPECT_EQ(pairs.between(5, 6), -20);
+    EXPECT_EQ(pairs.between(5, 6), -20) << "asked again";
+    EXPECT_EQ(pairs.between(5, 7), 0);
+    EXPECT_EQ(pairs.between(6, 5), 0);
+    drawing::Kerning classes(featureTable("kern", test::hex(pairOfClasses)));
+    EXPECT_EQ(classes.between(5, 6), -30);
+    EXPECT_EQ(classes.between(5, 7), -30);
+    EXPECT_EQ(classes.between(5, 8), 3);
+    EXPECT_EQ(classes.between(4, 6), 0);
+}
+
+TEST(Kerning, OfATableThatBreaksOffIsNone) {
+    const std::string whole = featureTable("kern", test::hex(pairOfGlyphs));
+    for (std::size_t size = 0; size < whole.size(); ++size) {
+        EXPECT_EQ(drawing::Kerning(whole.substr(0, size)).between(5, 6), 0) << size;
     }
 }
 

@@ -44,6 +44,7 @@ void readMeasures(const ResolvedProperties& look, ResolvedText& format) {
     constexpr std::uint32_t largest = 3276;
     constexpr int farthest = 31680; // no distance is longer than the largest paper
     format.halfPoints = static_cast<int>(std::clamp(numberOf(look, sprm::CHps), smallest, largest));
+    format.kernedFrom = static_cast<int>(std::min(numberOf(look, sprm::CHpsKern), largest));
     format.spacing = std::clamp(signedNumberOf(look, sprm::CDxaSpace), -farthest, farthest);
     format.scalePercent =
         static_cast<int>(std::clamp<std::uint32_t>(numberOf(look, sprm::CCharScale), 1, 600));

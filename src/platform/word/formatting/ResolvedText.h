@@ -35,6 +35,7 @@ struct ResolvedText {
     bool snapsToGrid = true;
     Script script = Script::normal;
     int spacing = 0;        // added after each character, in twips; negative: condensed
+    int kernedFrom = 0;     // half-points from which on pairs of letters are kerned; 0: never
     int scalePercent = 100; // horizontal scaling
     int raisedBy = 0;       // above the baseline, in half-points
     std::optional<std::uint32_t> colour;
@@ -46,6 +47,7 @@ struct ResolvedText {
     std::optional<std::uint32_t> object{}; // index into DocumentTables::objects
     std::optional<SymbolCharacter> symbol{};
 
+    bool isKerned() const { return kernedFrom > 0 && halfPoints >= kernedFrom; }
     // Whether the character is left out: it is hidden, or deleted by a tracked revision.
     // `showsDeleted`: deleted text is shown.
     bool isUnseen(bool showsDeleted = false) const { return hidden || (deleted && !showsDeleted); }

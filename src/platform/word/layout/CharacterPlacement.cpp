@@ -117,6 +117,18 @@ void joinLigatures(std::vector<TextItem>& items, FontMetrics& fonts) {
     }
 }
 
+void kern(std::vector<TextItem>& items, FontMetrics& fonts) {
+    for (std::size_t i = 0; i + 1 < items.size(); ++i) {
+        TextItem& item = items[i];
+        const TextItem& next = items[i + 1];
+        if (continuesText(item, next) && item.format->isKerned() && !isEastAsian(item.character) &&
+            !isEastAsian(next.character)) {
+            item.width += fonts.kerning(item.face, item.character, next.character) * item.size *
+                          item.format->scalePercent / 100;
+        }
+    }
+}
+
 std::vector<double> gapsBehind(std::vector<TextItem>& items, const word::ResolvedParagraph& format,
                                const LineSetting& setting) {
     std::vector<double> gaps(items.size(), 0);

@@ -29,6 +29,9 @@ bool continuesText(const TextItem& before, const TextItem& item);
 // Letters with space between them have no ligatures.
 void joinLigatures(std::vector<TextItem>& items, FontMetrics& fonts);
 
+// Moves pairs of Latin letters together or apart as their face says, where the text is kerned.
+void kern(std::vector<TextItem>& items, FontMetrics& fonts);
+
 // The room behind each item, in twips: that between Chinese and Latin text. Gives characters their
 // room on the document grid, and takes the empty half between two full-width punctuation marks side
 // by side from the first one where the document compresses them.

@@ -46,6 +46,8 @@ public:
     virtual FaceHeights heights(FaceId face) = 0;
     // The ligature of the face that a text begins with.
     virtual Ligature ligature(FaceId /*face*/, std::u32string_view /*text*/) { return {}; }
+    // What is added to the advance of a character before another one where pairs are kerned.
+    virtual double kerning(FaceId /*face*/, char32_t /*before*/, char32_t /*after*/) { return 0; }
 };
 
 } // namespace qvnd::layout

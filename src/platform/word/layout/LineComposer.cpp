@@ -52,6 +52,7 @@ public:
         if (setting.options.officeLines) {
             joinLigatures(items_, fonts_);
         }
+        kern(items_, fonts_);
         gaps_ = gapsBehind(items_, format_, setting_);
     }
 

@@ -7,7 +7,8 @@ namespace qvnd::layout {
 
 namespace {
 
-constexpr double separatorHeight = 200; // of the line above the notes, twips
+constexpr double separatorHeight = 200;       // of the line above the notes, twips
+constexpr double officeSeparatorHeight = 124; // a tenth of a centimetre above and below it
 constexpr double separatorLength = 2880;
 constexpr double separatorWidth = 10;
 
@@ -15,6 +16,10 @@ constexpr double separatorWidth = 10;
 // space behind its paragraph nor what a multiple adds to the line.
 double belowLast(const Strip& last, const LineSetting& setting) {
     return setting.options.officeLines ? -last.spare : last.after;
+}
+
+double separatorOf(const LineSetting& setting) {
+    return setting.options.officeLines ? officeSeparatorHeight : separatorHeight;
 }
 
 // The height of the first lines that may be parted from the others.
@@ -34,7 +39,7 @@ double leastHeightOf(const Strips& strips, bool addsSpaces) {
 
 NoteRoom PageNotes::roomOf(std::uint32_t note, bool first) {
     const Strips& strips = notes_.strips(note, setting_);
-    const double above = first ? separatorHeight : 0;
+    const double above = first ? separatorOf(setting_) : 0;
     const double whole = heightFrom(strips, 0, std::numeric_limits<double>::max());
     return {above + whole, above + std::min(whole, leastHeightOf(strips, addsSpaces_))};
 }
@@ -52,7 +57,7 @@ double PageNotes::heightFrom(const Strips& strips, std::size_t from, double most
 }
 
 double PageNotes::heightOf(const std::vector<NotePart>& parts, double most) {
-    double height = parts.empty() ? 0 : separatorHeight;
+    double height = parts.empty() ? 0 : separatorOf(setting_);
     for (const NotePart& part : parts) {
         const Strips& strips = notes_.strips(part.note, setting_);
         height += heightFrom(strips, part.from, most - height);
@@ -65,8 +70,8 @@ double PageNotes::heightOf(const std::vector<NotePart>& parts, double most) {
 
 std::vector<NotePart> PageNotes::place(const std::vector<NotePart>& parts, const NoteArea& area,
                                        Layer& layer) {
-    double y = area.top + separatorHeight;
-    const double rule = area.top + separatorHeight / 2;
+    double y = area.top + separatorOf(setting_);
+    const double rule = area.top + separatorOf(setting_) / 2;
     layer.rules.push_back(
         {area.left, rule, area.left + separatorLength, rule, separatorWidth, false, {}});
     std::vector<NotePart> carried;

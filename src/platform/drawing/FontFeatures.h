@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <map>
 #include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace qvnd::drawing {
@@ -29,6 +31,22 @@ public:
 
 private:
     std::map<std::uint16_t, std::vector<Entry>> entries_; // by their first glyph
+};
+
+// The kerning of pairs of glyphs in a font: the feature 'kern' of its table GPOS, of the same
+// script and language.
+class Kerning {
+public:
+    Kerning() = default;
+    // `table`: the bytes of GPOS. What of it is damaged moves nothing.
+    explicit Kerning(std::string table) : table_(std::move(table)) {}
+
+    // What is added to the advance of the first glyph, in units of the font; mostly negative.
+    int between(std::uint16_t first, std::uint16_t second);
+
+private:
+    std::string table_;
+    std::map<std::pair<std::uint16_t, std::uint16_t>, int> known_;
 };
 
 } // namespace qvnd::drawing
