@@ -391,6 +391,34 @@ TEST_F(WorkbenchHistory, TheListIsOrderedByTimePlanOrCommandAndNarrowedByPlanAnd
     EXPECT_EQ(titles().size(), 2);
 }
 
+// As thinning leaves it: one step of a day on several plans, with all that was told in the day.
+TEST(HistoryWindow, AStepOfAWholeDayStandsUnderEachPlanAndItsFirstLinesAreTold) {
+    history::Step day;
+    day.id = 1;
+    day.title = "删除[甲]、添加[乙]等";
+    day.plan = "T\nU";
+    day.time = QDateTime::currentDateTime();
+    day.note = "同时移除了 1 个节点：文" + QString("\n覆盖了 1 个文件：文.doc").repeated(6);
+    outline::HistoryWindow window({[&](const QString&) { return QList<history::Step>{day}; },
+                                   [](std::int64_t) { return QList<history::Change>(); },
+                                   [] { return std::int64_t{1}; },
+                                   [](std::int64_t, const history::Change&) { return QString(); }},
+                                  nullptr);
+    window.refresh();
+    auto* plans = window.findChild<QComboBox*>("historyPlan");
+    auto* list = window.findChild<QTreeWidget*>("historySteps");
+    EXPECT_EQ(list->topLevelItem(0)->text(1), "T、U");
+    for (const char* plan : {"T", "U"}) {
+        plans->setCurrentIndex(plans->findText(plan));
+        emit plans->activated(plans->currentIndex());
+        EXPECT_EQ(list->topLevelItemCount(), 1) << plan;
+    }
+    const auto* note = window.findChild<QLabel*>("historyNote");
+    EXPECT_EQ(note->text().count('\n'), 6);
+    EXPECT_TRUE(note->text().endsWith("共 7 行")) << note->text().toStdString();
+    EXPECT_EQ(note->toolTip(), day.note);
+}
+
 TEST_F(WorkbenchHistory, TheWindowPutsASingleNodeBack) {
     open("T.1");
     deleteNode("T.1");

@@ -68,6 +68,15 @@ QString kindText(const Step& step) {
     return step.kind == history::StepKind::unfinished ? u"（未做完）"_s : QString();
 }
 
+// A step that a whole day was joined to may have so many lines that the window would not fit.
+QString firstLines(const QString& note) {
+    constexpr qsizetype mostLines = 6;
+    const QStringList lines = note.split(u'\n');
+    return lines.size() <= mostLines
+               ? note
+               : lines.mid(0, mostLines).join(u'\n') + u"\n…… 共 %1 行"_s.arg(lines.size());
+}
+
 QComboBox* choice(const QString& name, const QString& spoken, const QStringList& choices) {
     auto* made = new QComboBox;
     made->setObjectName(name);
@@ -224,8 +233,10 @@ void HistoryWindow::showChanges() {
         for (const Change& change : shown_) {
             changes_->addTopLevelItem(new QTreeWidgetItem({history::lineOf(change)}));
         }
-        note_->setText(steps_->currentItem()->toolTip(2));
+        note_->setToolTip(steps_->currentItem()->toolTip(2));
+        note_->setText(firstLines(note_->toolTip()));
     } else {
+        note_->setToolTip({});
         note_->setText(u"没有符合条件的操作。"_s);
     }
     note_->setVisible(!note_->text().isEmpty());
