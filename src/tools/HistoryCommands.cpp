@@ -13,6 +13,8 @@
 #include <QJsonArray>
 #include <QJsonObject>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::tools {
@@ -91,9 +93,10 @@ public:
 
     bool has(const Step& step) const {
         const QDate date = step.time.date();
-        // The titles of joined steps follow each other.
+        const QStringList titles = step.titles();
         const bool isOfCommand =
-            step.title.startsWith(command_) || step.title.contains(u'、' + command_);
+            std::any_of(titles.begin(), titles.end(),
+                        [this](const QString& title) { return title.startsWith(command_); });
         return !step.isBookkeeping() && (plan_.isEmpty() || step.plans().contains(plan_)) &&
                isOfCommand && (since_.isNull() || date >= since_) &&
                (until_.isNull() || date <= until_);

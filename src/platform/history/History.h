@@ -143,12 +143,11 @@ private:
     // Both answer how many steps went.
     int joinOld(const Limits& limits, const QDateTime& now);
     int dropOldest(const Limits& limits);
-    void drop(const Step& step);
-    using Needs = QHash<std::int64_t, QSet<std::int64_t>>; // steps by whose contents they need
-    std::int64_t withoutNeedsOf(std::int64_t step, Needs& needs);
     void giveUpDoubles();
+    // In an order in which nothing that stays is built on them.
+    void drop(const QList<Step>& steps);
     // Takes away kept contents that no step needs any more.
-    void dropUnused();
+    void dropUnneeded();
 
     QString folder_;
     jet::Workspace& workspace_;

@@ -12,7 +12,7 @@ namespace {
 using jet::Statement;
 using jet::Value;
 
-constexpr std::int64_t arrangement = 2;
+constexpr std::int64_t arrangement = 3;
 // Of a mirror; SQLite stores it without overflow chains that long images would make.
 constexpr qsizetype mirrorPiece = 65536;
 
@@ -38,6 +38,10 @@ constexpr char secondTables[] =
     "CREATE TABLE killed(step INTEGER PRIMARY KEY, told INTEGER, started INTEGER);"
     "ALTER TABLE pending ADD COLUMN began TEXT;";
 
+// What the third adds: the titles of the steps that one was joined of, a line each.
+constexpr char thirdTables[] =
+    "CREATE TABLE IF NOT EXISTS joined_steps(step INTEGER PRIMARY KEY, titles TEXT);";
+
 // Null texts are empty ones here.
 Value text(const QString& text) { return Value(text.isNull() ? QStringLiteral("") : text); }
 
@@ -46,7 +50,8 @@ jet::Connection::Mode modeFor(const QString& path) {
 }
 
 constexpr char stepColumns[] = "SELECT id,parent,kind,time,title,plan,program,note,minor,"
-                               "selected_before,selected_after FROM steps ";
+                               "selected_before,selected_after,titles FROM steps "
+                               "LEFT JOIN joined_steps ON step=id ";
 
 Step stepIn(const Statement& row) {
     Step step;
@@ -61,6 +66,7 @@ Step stepIn(const Statement& row) {
     step.isMinor = row.Number(8) != 0;
     step.selectedBefore = row.Text(9);
     step.selectedAfter = row.Text(10);
+    step.joinedTitles = row.Text(11).split(u'\n', Qt::SkipEmptyParts);
     return step;
 }
 
@@ -89,8 +95,11 @@ void HistoryFile::arrange() {
     if (found < 1) {
         sql_.Run(tables);
     }
-    if (found < arrangement) {
+    if (found < 2) {
         sql_.Run(secondTables);
+    }
+    if (found < arrangement) {
+        sql_.Run(thirdTables);
         sql_.Run("PRAGMA user_version=" + QByteArray::number(qlonglong{arrangement}));
     }
     all.commit();
@@ -157,6 +166,10 @@ void HistoryFile::add(const Step& step, const QList<Change>& changes) {
     statement.Bind(10, text(step.selectedBefore));
     statement.Bind(11, text(step.selectedAfter));
     statement.Run();
+    if (!step.joinedTitles.isEmpty()) {
+        run("INSERT INTO joined_steps VALUES(?1,?2)",
+            {QString::number(step.id), step.joinedTitles.join(u'\n')});
+    }
     Statement line(sql_, "INSERT INTO changes VALUES(?1,?2,?3,?4,?5,?6,?7,?8)");
     std::int64_t position = 0;
     for (const Change& change : changes) {
@@ -203,10 +216,11 @@ QList<Step> HistoryFile::steps() {
 }
 
 QList<Step> HistoryFile::stepsWith(const QString& wanted) {
-    Statement rows(sql_, QByteArray(stepColumns) +
-                             "WHERE instr(title,?1) OR id IN (SELECT step FROM changes "
-                             "WHERE instr(name,?1) OR instr(name_before,?1)) "
-                             "ORDER BY max(id,parent),id DESC");
+    Statement rows(
+        sql_, QByteArray(stepColumns) +
+                  "WHERE instr(title,?1) OR instr(titles,?1) OR id IN (SELECT step FROM changes "
+                  "WHERE instr(name,?1) OR instr(name_before,?1)) "
+                  "ORDER BY max(id,parent),id DESC");
     rows.Bind(1, text(wanted));
     return stepsIn(rows);
 }
@@ -280,7 +294,7 @@ void HistoryFile::contentOnDiskIsKept(const QString& path, const QString& conten
 
 void HistoryFile::remove(std::int64_t step) {
     const QByteArray id = QByteArray::number(qlonglong{step});
-    for (const char* table : {"changes", "file_steps", "database_steps"}) {
+    for (const char* table : {"changes", "file_steps", "database_steps", "joined_steps"}) {
         sql_.Run(QByteArray("DELETE FROM ") + table + " WHERE step=" + id);
     }
     sql_.Run("DELETE FROM steps WHERE id=" + id);
@@ -312,14 +326,43 @@ void HistoryFile::setParent(std::int64_t step, std::int64_t parent) {
     statement.Run();
 }
 
-QHash<std::int64_t, QSet<std::int64_t>> HistoryFile::stepsByContents() {
-    Statement rows(sql_, "SELECT step,before FROM file_steps UNION SELECT step,after FROM "
-                         "file_steps");
-    QHash<std::int64_t, QSet<std::int64_t>> steps;
+QHash<std::int64_t, QStringList> HistoryFile::contentsOfSteps() {
+    Statement rows(sql_, "SELECT step,before,after FROM file_steps");
+    QHash<std::int64_t, QStringList> contents;
     while (rows.Step()) {
-        steps[rows.Text(1).section(u'/', 0, 0).toLongLong()] << rows.Number(0);
+        for (const int column : {1, 2}) {
+            if (const QString content = rows.Text(column); KeptFiles::isKept(content)) {
+                contents[rows.Number(0)] << content;
+            }
+        }
     }
-    return steps;
+    return contents;
+}
+
+// Rows of other tables count as so many bytes; all together are what the file holds besides
+// mirrors.
+QHash<std::int64_t, std::int64_t> HistoryFile::sizesOfSteps() {
+    Statement rows(sql_, "SELECT step,sum(bytes) FROM ("
+                         "SELECT step,length(delta) AS bytes FROM database_steps UNION ALL "
+                         "SELECT step,100*count(*) FROM changes GROUP BY step UNION ALL "
+                         "SELECT step,200*count(*) FROM file_steps GROUP BY step) GROUP BY step");
+    QHash<std::int64_t, std::int64_t> sizes;
+    double counted = 0;
+    while (rows.Step()) {
+        sizes[rows.Number(0)] = rows.Number(1);
+        counted += static_cast<double>(rows.Number(1));
+    }
+    const std::int64_t mirrors = sql_.NumberOf("SELECT coalesce(sum(length(bytes)),0) FROM mirror");
+    const double scale = static_cast<double>(size() - mirrors) / counted;
+    for (std::int64_t& bytes : sizes) {
+        bytes = static_cast<std::int64_t>(static_cast<double>(bytes) * scale);
+    }
+    return sizes;
+}
+
+void HistoryFile::forgetUnneeded() {
+    sql_.Run("UPDATE present SET content='?' WHERE content NOT IN ('-','/','?') AND content NOT IN "
+             "(SELECT before FROM file_steps UNION SELECT after FROM file_steps)");
 }
 
 QMap<QString, Present> HistoryFile::presentOfKept() {
@@ -411,73 +454,14 @@ void HistoryFile::setPresent(const QString& path, const Present& present) {
     statement.Run();
 }
 
-std::optional<Pending> HistoryFile::pending() {
-    Statement& row = prepared("SELECT target,began FROM pending");
-    if (!row.Step()) {
-        row.Reset();
-        return std::nullopt;
-    }
-    Pending pending{row.Number(0), QDateTime::fromString(row.Text(1), Qt::ISODateWithMs), {}};
-    row.Reset();
-    Statement rows(sql_, "SELECT path,keep,put FROM pending_files ORDER BY rowid");
-    while (rows.Step()) {
-        pending.files << PendingFile{places_.longOf(rows.Text(0)), rows.Text(1), rows.Text(2)};
-    }
-    return pending;
-}
-
-void HistoryFile::setPending(const Pending& pending) {
-    run("INSERT INTO pending VALUES(?1,?2)",
-        {QString::number(pending.target), pending.began.toString(Qt::ISODateWithMs)});
-    for (const PendingFile& file : pending.files) {
-        run("INSERT INTO pending_files VALUES(?1,?2,?3)",
-            {places_.shortOf(file.path), file.keep, file.put});
-    }
-}
-
-void HistoryFile::clearPending() { sql_.Run("DELETE FROM pending; DELETE FROM pending_files"); }
-
-void HistoryFile::addKilled(std::int64_t step) {
-    Statement statement(sql_, "INSERT INTO killed VALUES(?1,0,0)");
-    statement.Bind(1, step);
-    statement.Run();
-}
-
-QList<std::int64_t> HistoryFile::untold() {
-    Statement& rows = prepared("SELECT step FROM killed WHERE told=0 AND step IN "
-                               "(SELECT id FROM steps) ORDER BY step");
-    QList<std::int64_t> steps;
-    while (rows.Step()) {
-        steps << rows.Number(0);
-    }
-    rows.Reset();
-    return steps;
-}
-
-bool HistoryFile::awaitsStart(std::int64_t step) {
-    Statement row(sql_, "SELECT 1 FROM killed WHERE step=?1 AND started=0");
-    row.Bind(1, step);
-    return row.Step();
-}
-
-void HistoryFile::setTold() { sql_.Run("UPDATE killed SET told=1 WHERE told=0"); }
-
-void HistoryFile::setStarted() { sql_.Run("UPDATE killed SET started=1 WHERE started=0"); }
-
-void HistoryFile::renumberKilled(std::int64_t step, std::int64_t now) {
-    Statement statement(sql_, "UPDATE killed SET step=?2 WHERE step=?1");
-    statement.Bind(1, step);
-    statement.Bind(2, now);
-    statement.Run();
-}
-
 std::int64_t HistoryFile::size() {
     return (sql_.NumberOf("PRAGMA page_count") - sql_.NumberOf("PRAGMA freelist_count")) *
            sql_.NumberOf("PRAGMA page_size");
 }
 
 void HistoryFile::shrinkIfWorthwhile() {
-    if (4 * sql_.NumberOf("PRAGMA freelist_count") >= sql_.NumberOf("PRAGMA page_count")) {
+    constexpr std::int64_t leastPart = 4;
+    if (leastPart * sql_.NumberOf("PRAGMA freelist_count") >= sql_.NumberOf("PRAGMA page_count")) {
         sql_.Run("VACUUM");
     }
 }

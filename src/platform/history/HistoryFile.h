@@ -10,7 +10,6 @@
 #include <QHash>
 #include <QList>
 #include <QMap>
-#include <QSet>
 #include <QString>
 
 namespace qvnd::history {
@@ -104,8 +103,12 @@ public:
     // The step's children become children of its parent.
     void replaceParent(std::int64_t parent, std::int64_t by);
     void setParent(std::int64_t step, std::int64_t parent);
-    // The steps that need a content, by the step under whose number it lies.
-    QHash<std::int64_t, QSet<std::int64_t>> stepsByContents();
+    // The kept contents that each step needs; one may be there more than once.
+    QHash<std::int64_t, QStringList> contentsOfSteps();
+    // The bytes that each step takes here, about.
+    QHash<std::int64_t, std::int64_t> sizesOfSteps();
+    // No file counts as made from a content any more that no step needs.
+    void forgetUnneeded();
     // The files that were put at their paths from kept contents, by path.
     QMap<QString, Present> presentOfKept();
     // The content need not be kept for the steps any more: it stands at the path. Those that keep

@@ -6,11 +6,13 @@
 #include "platform/files/SafeReplace.h"
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
 #include <QSet>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace qvnd::history {
@@ -140,12 +142,28 @@ void KeptFiles::dropUnfinished(std::int64_t step) const {
     }
 }
 
-QList<std::int64_t> KeptFiles::steps() const {
-    QList<std::int64_t> steps;
-    for (const QString& name : QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-        steps << name.toLongLong();
+void KeptFiles::removeAllBut(const QSet<QString>& needed) const {
+    QSet<QString> names; // with one kind of separator
+    for (const QString& name : needed) {
+        names << QDir::fromNativeSeparators(name);
     }
-    return steps;
+    QStringList folders;
+    QDirIterator all(folder_, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                     QDirIterator::Subdirectories);
+    while (all.hasNext()) {
+        const QString path = all.next();
+        const bool isFolder = all.fileInfo().isDir() && !all.fileInfo().isSymLink();
+        if (isFolder) {
+            folders << path;
+        } else if (!names.contains(path.mid(folder_.size()))) {
+            std::error_code ignored; // what stays only takes room
+            fs::remove(toPath(path), ignored);
+        }
+    }
+    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
+        std::error_code isNotEmpty;
+        fs::remove(toPath(*folder), isNotEmpty);
+    }
 }
 
 void KeptFiles::link(const QString& file, const QString& name) const {
@@ -245,8 +263,8 @@ void KeptFiles::makeFolder(const QString& path) {
 
 std::int64_t KeptFiles::size() const { return bytesIn(folder_); }
 
-std::int64_t KeptFiles::sizeOf(std::int64_t step) const {
-    return bytesIn(pathOf(QString::number(step)));
+std::int64_t KeptFiles::sizeOf(const QString& name) const {
+    return std::max<std::int64_t>(0, stampOf(pathOf(name)).size);
 }
 
 } // namespace qvnd::history

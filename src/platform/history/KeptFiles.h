@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QDateTime>
-#include <QList>
+#include <QSet>
 #include <QString>
 #include <QStringList>
 
@@ -40,8 +40,8 @@ public:
     void removeStep(std::int64_t step) const;
     // Takes away the copies that a killed process has left half.
     void dropUnfinished(std::int64_t step) const;
-    // The steps that have a folder.
-    QList<std::int64_t> steps() const;
+    // Removes all contents but these, and the folders that are empty then.
+    void removeAllBut(const QSet<QString>& needed) const;
 
     // A second name for the file's bytes, which nobody may write to from then on; a copy where the
     // file system has no such names.
@@ -60,10 +60,10 @@ public:
     // Whether the path has a file with what the content holds.
     bool isCopiedTo(const QString& name, const QString& path) const;
     // Removes what a process has left beside the paths while it wrote files for them and was
-    // killed. It began at `since`, and its last sign of life is of `last`; files from before are
-    // the user's, and so are copies of what stands at a path, and files from more than a minute
-    // behind unless they bear a name that only the Word engine gives. They stay; without a time all
-    // do. Each folder is read once.
+    // killed. It began at `since`, and its last sign of life is of `last`. The user's are files
+    // from before, files whose ending is a word ("backup"), copies of what stands at a path, and
+    // files from more than a minute behind unless they bear a name that only the Word engine gives.
+    // They stay; without a time all do. Each folder is read once.
     static void removeUnfinished(const QStringList& paths, const QDateTime& since,
                                  const QDateTime& last);
     // Removes the file; a folder only when it is empty, as it may have what another program put
@@ -71,9 +71,9 @@ public:
     static void takeAway(const QString& path);
     // With the folders around it. Error 75.
     static void makeFolder(const QString& path);
-    // Bytes of all contents, and of those of a step.
+    // Bytes of all contents, and of one; 0 for one that is not there.
     std::int64_t size() const;
-    std::int64_t sizeOf(std::int64_t step) const;
+    std::int64_t sizeOf(const QString& name) const;
 
 private:
     QString folder_;

@@ -91,7 +91,7 @@ QByteArray applied(const QByteArray& delta, QByteArray image, Direction directio
     return image;
 }
 
-QByteArray joined(const QList<QByteArray>& deltas) {
+QByteArray joinedDelta(const QList<QByteArray>& deltas) {
     Delta all = unpacked(deltas.first());
     for (const QByteArray& next : deltas.mid(1)) {
         const Delta later = unpacked(next);
@@ -105,7 +105,9 @@ QByteArray joined(const QList<QByteArray>& deltas) {
             }
         }
     }
-    return packed(all);
+    all.pages.removeIf(
+        [](const QMap<qint64, Pages>::iterator& page) { return page->before == page->after; });
+    return all.pages.isEmpty() ? QByteArray() : packed(all);
 }
 
 } // namespace qvnd::history

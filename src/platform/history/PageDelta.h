@@ -15,7 +15,8 @@ enum class Direction { forward, back };
 // The image at the other end of the delta. Error 75 when the bytes are no delta.
 QByteArray applied(const QByteArray& delta, QByteArray image, Direction direction);
 
-// One delta in place of several that follow each other.
-QByteArray joined(const QList<QByteArray>& deltas);
+// One delta in place of several that follow each other, oldest first; empty when the last image is
+// the first one again. Each is unpacked once. Error 75 as for `applied`.
+QByteArray joinedDelta(const QList<QByteArray>& deltas);
 
 } // namespace qvnd::history

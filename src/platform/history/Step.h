@@ -60,7 +60,7 @@ struct Step {
     std::int64_t parent = beginning;
     StepKind kind = StepKind::command;
     QDateTime time;
-    QString title;   // "删除[施工部署]"
+    QString title; // "删除[施工部署]"; of joined steps "删除[施工部署]、添加[封面]等"
     QString plan;    // the plan that was open, of joined steps a line each; empty without one
     QString program; // that ran the command
     QString note;    // what the command did beyond what its title says; empty for nothing
@@ -68,9 +68,13 @@ struct Step {
     bool isMinor = false;
     QString selectedBefore; // keys of the selected node
     QString selectedAfter;
+    QStringList joinedTitles; // of the steps that it was joined of, each once; empty for a command
 
     // Whether no command of the user has made it.
     bool isAutomatic() const { return kind == StepKind::outside || kind == StepKind::automatic; }
+    QStringList titles() const {
+        return joinedTitles.isEmpty() ? QStringList{title} : joinedTitles;
+    }
     QStringList plans() const { return plan.split(u'\n', Qt::SkipEmptyParts); }
     // Whether a list of steps leaves it out.
     bool isBookkeeping() const { return isMinor && kind != StepKind::outside; }

@@ -5,17 +5,16 @@
 
 #include <QHash>
 #include <QMap>
+#include <QSet>
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace qvnd::history {
 
 namespace {
 
-constexpr qsizetype longestTitle = 100;
-
-// The steps, oldest first, while some of them are joined or go.
+// The steps, oldest first, while some of them go.
 class StepList {
 public:
     explicit StepList(const QList<Step>& steps) : steps_(steps) {
@@ -24,7 +23,6 @@ public:
         }
     }
 
-    qsizetype size() const { return steps_.size(); }
     const Step& operator[](qsizetype at) const { return steps_[at]; }
     int childrenOf(std::int64_t step) const { return children_.value(step); }
     // How many of the oldest are before the last so many commands. Bookkeeping is none.
@@ -43,14 +41,6 @@ public:
             [](const Step& step, std::int64_t wanted) { return step.id < wanted; });
         return found != steps_.end() && found->id == id ? found - steps_.begin() : -1;
     }
-    // Whether `one` is `other` or a step on the way to it.
-    bool isAbove(std::int64_t one, std::int64_t other) const {
-        for (qsizetype at = placeOf(other); at >= 0 && other != one; at = placeOf(other)) {
-            other = steps_[at].parent;
-        }
-        return other == one;
-    }
-    void replace(qsizetype at, const Step& by) { steps_[at] = by; }
     // Its children become those of its parent.
     void remove(qsizetype at) {
         const Step gone = steps_.takeAt(at);
@@ -66,45 +56,6 @@ private:
     QHash<std::int64_t, int> children_;
 };
 
-QString joinedText(const QString& one, const QString& other, const QString& between) {
-    return one.isEmpty() || other.isEmpty() ? one + other : one + between + other;
-}
-
-// Bookkeeping has no title of its own among commands; a very long one is cut.
-QString joinedTitle(const Step& earlier, const Step& later) {
-    if (earlier.isMinor != later.isMinor) {
-        return earlier.isMinor ? later.title : earlier.title;
-    }
-    const QString etc = QStringLiteral("等");
-    if (earlier.title.size() + later.title.size() < longestTitle) {
-        return earlier.title + u'、' + later.title;
-    }
-    return earlier.title.endsWith(etc) ? earlier.title : earlier.title + etc;
-}
-
-QString joinedPlans(const Step& earlier, const Step& later) {
-    if (earlier.isMinor != later.isMinor) {
-        const Step& told = earlier.isMinor ? later : earlier;
-        return told.plan.isEmpty() ? (earlier.isMinor ? earlier : later).plan : told.plan;
-    }
-    QStringList plans = earlier.plans() + later.plans();
-    plans.removeDuplicates();
-    return plans.join(u'\n');
-}
-
-// The later one's number and place, and the words of both.
-Step joined(const Step& earlier, const Step& later) {
-    Step both = later;
-    both.parent = earlier.parent;
-    both.kind = later.isAutomatic() ? earlier.kind : later.kind;
-    both.title = joinedTitle(earlier, later);
-    both.plan = joinedPlans(earlier, later);
-    both.note = joinedText(earlier.note, later.note, QStringLiteral("\n"));
-    both.isMinor = earlier.isMinor && later.isMinor;
-    both.selectedBefore = earlier.selectedBefore;
-    return both;
-}
-
 // A step that keeps what came from outside answers for the state behind it, others for the one
 // before them; a killed command is not said of others.
 bool areAlike(const Step& one, const Step& other) {
@@ -114,65 +65,123 @@ bool areAlike(const Step& one, const Step& other) {
     return isOrdinary(one) && isOrdinary(other) && one.time.date() == other.time.date();
 }
 
-// The oldest step that nothing else builds on: the end of a branch that the work space, at `now`,
-// does not stand at, or the first of all steps, on the way there. Negative when there is none.
-qsizetype expendableIn(const StepList& steps, int least, std::int64_t now) {
+// Old steps of one day that follow each other, but for those that the work space or 恢复 ends at,
+// and where a branch leaves. A parent has the lesser number, or keeps what came from outside.
+QList<QList<Step>> daysToJoin(const StepList& steps, int least, const Position& position,
+                              const QDateTime& young) {
+    QList<QList<Step>> days;
+    QHash<std::int64_t, qsizetype> dayThatEndsAt;
     const qsizetype free = steps.freeOf(least);
     for (qsizetype at = 0; at < free; ++at) {
         const Step& step = steps[at];
-        const bool isEnd = step.id != now && steps.childrenOf(step.id) == 0;
-        const bool isFirst = step.parent == beginning && steps.childrenOf(beginning) == 1;
-        if (isEnd || (isFirst && steps.isAbove(step.id, now))) {
-            return at;
+        const qsizetype parent = steps.placeOf(step.parent);
+        if (parent < 0 || parent >= free || step.time >= young ||
+            steps.childrenOf(step.parent) != 1 || step.parent == position.head ||
+            step.parent == position.tip || !areAlike(steps[parent], step)) {
+            continue;
+        }
+        if (!dayThatEndsAt.contains(step.parent)) {
+            dayThatEndsAt[step.parent] = days.size();
+            days << QList<Step>{steps[parent]};
+        }
+        const qsizetype day = dayThatEndsAt.take(step.parent);
+        days[day] << step;
+        dayThatEndsAt[step.id] = day;
+    }
+    return days;
+}
+
+// Tells which steps go, and what that gains.
+class Departures {
+public:
+    Departures(HistoryFile& file, const KeptFiles& kept, int least)
+        : kept_(kept), steps_(file.steps()), contents_(file.contentsOfSteps()),
+          sizes_(file.sizesOfSteps()), least_(least), now_(file.position().head) {
+        for (const QStringList& contents : std::as_const(contents_)) {
+            for (const QString& content : contents) {
+                ++needs_[content];
+            }
+        }
+        for (qsizetype at = steps_.placeOf(now_); at >= 0; at = steps_.placeOf(steps_[at].parent)) {
+            onTheWay_ << steps_[at].id;
         }
     }
-    return -1;
-}
+
+    // The first ones that gain so many bytes, in the order in which they go. Where not even all
+    // that may go gain as many, none goes behind the last one that takes a kept file along: what is
+    // too much then lies in those that stay.
+    QList<Step> gaining(std::int64_t bytes) {
+        QList<Step> going;
+        qsizetype worthwhile = 0;
+        while (bytes > 0) {
+            const qsizetype at = expendable();
+            if (at < 0) {
+                return going.mid(0, worthwhile);
+            }
+            going << steps_[at];
+            const std::int64_t files = filesWithout(steps_[at].id);
+            worthwhile = files > 0 ? going.size() : worthwhile;
+            bytes -= files + sizes_.value(steps_[at].id);
+            steps_.remove(at);
+        }
+        return going;
+    }
+
+private:
+    // The oldest step that nothing else builds on: the end of a branch that the work space does not
+    // stand at, or the first of all steps, on the way there. Negative when there is none.
+    qsizetype expendable() const {
+        const qsizetype free = steps_.freeOf(least_);
+        for (qsizetype at = 0; at < free; ++at) {
+            const Step& step = steps_[at];
+            const bool isEnd = step.id != now_ && steps_.childrenOf(step.id) == 0;
+            const bool isFirst = step.parent == beginning && steps_.childrenOf(beginning) == 1;
+            if (isEnd || (isFirst && onTheWay_.contains(step.id))) {
+                return at;
+            }
+        }
+        return -1;
+    }
+    // Bytes of the kept files that nobody needs once the step is gone.
+    std::int64_t filesWithout(std::int64_t step) {
+        std::int64_t bytes = 0;
+        for (const QString& content : contents_.value(step)) {
+            if (--needs_[content] == 0) {
+                bytes += kept_.sizeOf(content);
+            }
+        }
+        return bytes;
+    }
+
+    const KeptFiles& kept_;
+    StepList steps_;
+    QHash<std::int64_t, QStringList> contents_;
+    QHash<std::int64_t, std::int64_t> sizes_;
+    QHash<QString, int> needs_; // of kept contents, how often each is needed
+    QSet<std::int64_t> onTheWay_;
+    int least_;
+    std::int64_t now_;
+};
 
 } // namespace
 
-// Old steps of one day become one, but for those that the work space or 恢复 ends at, and where a
-// branch leaves. What could not be joined with its parent cannot be behind another joining either,
-// so one pass does.
+// A day is a transaction of its own: one that was joined stays so when the process is killed.
 int History::joinOld(const Limits& limits, const QDateTime& now) {
     HistoryFile& file = recorder_.file();
-    StepList steps(file.steps());
-    const Position position = file.position();
     const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
     int count = 0;
-    QMap<std::int64_t, QList<std::int64_t>> joinedTo; // by the last of them
-    qsizetype free = steps.freeOf(limits.least);
-    for (qsizetype at = 0; at < free;) {
-        const Step& step = steps[at];
-        const qsizetype parent = steps.placeOf(step.parent);
-        if (parent < 0 || step.time >= young || steps.childrenOf(step.parent) != 1 ||
-            step.parent == position.head || step.parent == position.tip ||
-            !areAlike(steps[parent], step)) {
-            ++at;
-            continue;
+    for (const QList<Step>& day :
+         daysToJoin(StepList(file.steps()), limits.least, file.position(), young)) {
+        QList<std::int64_t> steps;
+        for (const Step& step : day) {
+            steps << step.id;
         }
-        QList<std::int64_t> all = joinedTo.take(step.parent);
-        joinedTo[step.id] = (all.isEmpty() ? QList{step.parent} : all) << step.id;
-        steps.replace(at, joined(steps[parent], step));
-        steps.remove(parent);
-        --free;
-        ++count;
-    }
-    for (auto all = joinedTo.begin(); all != joinedTo.end(); ++all) {
-        joinSteps(file, *all, steps[steps.placeOf(all.key())]);
+        HistoryFile::Transaction all(file);
+        joinSteps(file, steps, joinedStep(day));
+        all.commit();
+        count += static_cast<int>(day.size()) - 1;
     }
     return count;
-}
-
-// Takes the step out of those that need kept contents; the bytes that then nobody needs.
-std::int64_t History::withoutNeedsOf(std::int64_t step, Needs& needs) {
-    std::int64_t bytes = 0;
-    for (auto content = needs.begin(); content != needs.end();) {
-        const bool isLast = content->remove(step) && content->isEmpty();
-        bytes += isLast ? kept_.sizeOf(content.key()) : 0;
-        content = isLast ? needs.erase(content) : std::next(content);
-    }
-    return bytes;
 }
 
 // What stands at its path as it was put there need not be kept besides.
@@ -186,25 +195,25 @@ void History::giveUpDoubles() {
         }
     }
     all.commit();
-    dropUnused();
 }
 
 // The state behind a first step becomes the beginning.
-void History::drop(const Step& step) {
+void History::drop(const QList<Step>& steps) {
     HistoryFile& file = recorder_.file();
     HistoryFile::Transaction all(file);
-    file.remove(step.id);
-    file.replaceParent(step.id, step.parent);
     Position position = file.position();
-    for (std::int64_t* place : {&position.head, &position.tip}) {
-        *place = *place == step.id ? step.parent : *place;
+    for (const Step& step : steps) {
+        file.remove(step.id);
+        file.replaceParent(step.id, step.parent);
+        for (std::int64_t* place : {&position.head, &position.tip}) {
+            *place = *place == step.id ? step.parent : *place;
+        }
     }
     file.setPosition(position);
     all.commit();
 }
 
-// Several go at a time, until what they alone have kept makes up for what is too much: looking for
-// what nobody needs any more reads all that remains.
+// How much room a step takes in the file shows only when it is gone, so more may have to go.
 int History::dropOldest(const Limits& limits) {
     HistoryFile& file = recorder_.file();
     const auto excess = [&] { return kept_.size() + file.size() - limits.bytes; };
@@ -212,23 +221,18 @@ int History::dropOldest(const Limits& limits) {
         return 0;
     }
     giveUpDoubles();
-    Needs needs = file.stepsByContents();
-    StepList steps(file.steps());
-    const qsizetype before = steps.size();
-    for (bool isAnyLeft = true; isAnyLeft && excess() > 0;) {
-        for (std::int64_t left = excess(); left > 0 && isAnyLeft;) {
-            const qsizetype at = expendableIn(steps, limits.least, head());
-            isAnyLeft = at >= 0;
-            if (isAnyLeft) {
-                left -= withoutNeedsOf(steps[at].id, needs) + file.size();
-                drop(steps[at]);
-                left += file.size();
-                steps.remove(at);
-            }
+    dropUnneeded();
+    int count = 0;
+    for (std::int64_t tooMuch = excess(); tooMuch > 0; tooMuch = excess()) {
+        const QList<Step> going = Departures(file, kept_, limits.least).gaining(tooMuch);
+        if (going.isEmpty()) {
+            break;
         }
-        dropUnused();
+        drop(going);
+        dropUnneeded();
+        count += static_cast<int>(going.size());
     }
-    return static_cast<int>(before - steps.size());
+    return count;
 }
 
 // What a command or a restoration under way has kept belongs to no step yet.
@@ -236,27 +240,27 @@ int History::thin(const Limits& limits, const QDateTime& now) {
     if (!exists() || recorder_.isAnyUnderWay() || isHalfRestored()) {
         return 0;
     }
-    HistoryFile& file = recorder_.file();
-    HistoryFile::Transaction all(file);
     const int joined = joinOld(limits, now);
-    all.commit();
     if (joined > 0) {
-        dropUnused();
+        dropUnneeded();
     }
     const int dropped = dropOldest(limits);
-    if (dropped > 0) {
-        ignoringErrors([&] { file.shrinkIfWorthwhile(); });
+    if (joined + dropped > 0) {
+        ignoringErrors([&] { recorder_.file().shrinkIfWorthwhile(); });
     }
     return joined + dropped;
 }
 
-void History::dropUnused() {
-    const Needs used = recorder_.file().stepsByContents();
-    for (const std::int64_t step : kept_.steps()) {
-        if (!used.contains(step)) {
-            kept_.removeStep(step);
-        }
+// That a file was made from a kept content, and has not changed since, is no reason to keep it: the
+// file itself has it.
+void History::dropUnneeded() {
+    HistoryFile& file = recorder_.file();
+    QSet<QString> needed;
+    for (const QStringList& contents : file.contentsOfSteps()) {
+        needed.unite(QSet<QString>(contents.begin(), contents.end()));
     }
+    file.forgetUnneeded();
+    kept_.removeAllBut(needed);
 }
 
 } // namespace qvnd::history

@@ -281,6 +281,26 @@ TEST_F(HistoryTest, ACopyBesideADocumentStaysWhateverItsEnding) {
     EXPECT_EQ(world.read("甲/甲.1.doc.new"), "mine");
 }
 
+// Only a kill leaves files half.
+TEST_F(HistoryTest, AnUndoThatNothingHasStoppedLooksForNoLeftovers) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    world.run("删除", [&] { world.deletePlan("甲"); });
+    QDir().mkpath(world.path("甲"));
+    world.write("甲/甲.1.doc.aBcDeF", "mine");
+    ASSERT_TRUE(history().undo());
+    EXPECT_EQ(world.read("甲/甲.1.doc.aBcDeF"), "mine");
+}
+
+// The window does so at each click.
+TEST_F(HistoryTest, ALookAtWhatAFileWasReadsNoPagesOfDatabases) {
+    world.run("新建", [&] { world.makePlan("甲"); });
+    const std::int64_t deletion = world.run("删除", [&] { world.deletePlan("甲"); }).step->id;
+    test::PlainSqlite(world.path(".~history/history.db")).rows("DROP TABLE database_steps");
+    QFile content(history().contentBefore(deletion, world.path("甲/甲.1.doc")));
+    ASSERT_TRUE(content.open(QIODevice::ReadOnly));
+    EXPECT_EQ(content.readAll(), "from outside");
+}
+
 // What the start behind a kill takes away beside a file that the killed command has touched.
 TEST_F(HistoryTest, CopiesThatTheUserMakesBehindAKillAreNotTakenForItsLeftovers) {
     const QDateTime began = QDateTime::currentDateTime();

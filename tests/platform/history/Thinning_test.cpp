@@ -1,7 +1,10 @@
 #include "platform/history/HistoryWorld.h"
+#include "platform/history/PageDelta.h"
 #include "support/PlainSqlite.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 using namespace qvnd;
 using history::Limits;
@@ -12,11 +15,16 @@ namespace {
 class ThinnedHistory : public testing::Test {
 protected:
     ThinnedHistory() {
-        world.write("source.doc", QByteArray(50000, 'x'));
+        for (const char* name : {"source.doc", "even.doc", "odd.doc"}) {
+            world.write(name, QByteArray(50000, name[0]));
+        }
         for (int i = 0; i < 12; ++i) {
             states << world.state();
-            const QString plan = "P" + QString::number(i);
-            world.run("新建", [&] { world.makePlan(plan); });
+            world.run("新建", [&] {
+                world.makePlan("P" + QString::number(i));
+                world.files->CopyFile(world.path(i % 2 == 0 ? "even.doc" : "odd.doc"),
+                                      world.path("book.doc"), true);
+            });
         }
     }
     // Three steps a day, the last one today.
@@ -47,6 +55,20 @@ protected:
                bytes.value(0).toLongLong();
     }
     int thinTo(qint64 bytes) { return world.history->thin({std::chrono::days{30}, bytes, 0}, now); }
+    // A row of a text that does not compress takes the place of the one before.
+    void writeNoise(unsigned seed) {
+        std::mt19937 random(seed);
+        QString noise;
+        while (noise.size() < 200000) {
+            noise += QString::number(random(), 36);
+        }
+        world.db->Execute("Delete * from P0 where Key='P0.x'");
+        const auto rows = world.db->OpenRecordset("Select * from P0");
+        rows->AddNew();
+        rows->Set(u"Key", QString("P0.x"));
+        rows->Set(u"名称", noise);
+        rows->Update();
+    }
     history::Step firstStep() { return world.history->steps().first(); }
     QStringList titles() {
         QStringList found;
@@ -56,6 +78,7 @@ protected:
         return found;
     }
 
+    static constexpr qint64 books = qint64{11} * 50000; // bytes that all steps but the first keep
     const QDateTime now = QDateTime::currentDateTime();
     HistoryWorld world;
     QList<HistoryWorld::State> states;
@@ -102,12 +125,57 @@ TEST_F(ThinnedHistory, AJoinedStepKeepsTheWordsAndPlansOfAllCommands) {
     EXPECT_FALSE(joined.isMinor);
 }
 
-TEST_F(ThinnedHistory, ATitleOfVeryManyCommandsEndsWithAndSoOn) {
+TEST_F(ThinnedHistory, ATitleOfVeryManyCommandsEndsWithAndSoOnAndNoneIsLost) {
     spreadOverDays();
+    const QString first(90, u'长');
     const QString second = titles().at(1);
-    make(1, "title", QString(90, u'长'));
+    const QString third = "导出[只有标题里有的\n名称]";
+    make(1, "title", first);
+    make(3, "title", third);
     EXPECT_EQ(thin(), 8);
-    EXPECT_EQ(firstStep().title, QString(90, u'长') + "、" + second + "等");
+    const history::Step joined = firstStep();
+    EXPECT_EQ(joined.title, first + "、" + second + "等");
+    EXPECT_EQ(joined.titles(), (QStringList{first, second, "导出[只有标题里有的 名称]"}));
+    const auto found = world.history->stepsWith("只有标题里有的");
+    ASSERT_EQ(found.size(), 1);
+    EXPECT_EQ(found.first().id, joined.id);
+}
+
+// As when the last commands did not reach back so far at an earlier exit.
+TEST_F(ThinnedHistory, ADayThatIsJoinedInTwoGoesIsAsOneThatIsJoinedAtOnce) {
+    spreadOverDays();
+    make(1, "plan", "甲");
+    make(2, "plan", "乙");
+    make(3, "plan", "甲");
+    make(3, "note", "覆盖了 1 个文件：文.doc");
+    const QStringList all = titles().mid(0, 3);
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, Limits{}.bytes, 10}, now), 1);
+    EXPECT_EQ(world.history->thin({std::chrono::days{30}, Limits{}.bytes, 9}, now), 1);
+    const history::Step joined = firstStep();
+    EXPECT_EQ(joined.titles(), all);
+    EXPECT_EQ(joined.plans(), (QStringList{"甲", "乙"}));
+    EXPECT_EQ(joined.note, "覆盖了 1 个文件：文.doc");
+    while (world.history->undo()) {
+    }
+    EXPECT_EQ(world.state(), states[0]);
+}
+
+TEST(JoinedDelta, LeadsFromTheFirstImageToTheLastAndBack) {
+    using history::Direction;
+    const QByteArray page(4096, 'a');
+    const QByteArray other(4096, 'b');
+    const QList<QByteArray> images{{}, page + page, other + page + page, page + other};
+    QList<QByteArray> deltas;
+    for (qsizetype i = 1; i < images.size(); ++i) {
+        deltas << history::deltaOf(images[i - 1], images[i]);
+    }
+    const QByteArray all = history::joinedDelta(deltas);
+    EXPECT_EQ(history::applied(all, images.first(), Direction::forward), images.last());
+    EXPECT_EQ(history::applied(all, images.last(), Direction::back), images.first());
+    const QByteArray there = history::deltaOf(images[1], images[3]);
+    const QByteArray back = history::deltaOf(images[3], images[1]);
+    EXPECT_FALSE(there.isEmpty());
+    EXPECT_EQ(history::joinedDelta({there, back}), QByteArray()) << "nothing has changed";
 }
 
 // It answers for the state behind it, commands for the one before them.
@@ -133,7 +201,7 @@ TEST_F(ThinnedHistory, ContentsThatAreKeptTwiceGoBeforeAnyStep) {
     const HistoryWorld::State behind = world.state();
     world.history->undo();
     EXPECT_EQ(thinTo(size() - 1), 0);
-    EXPECT_EQ(history::KeptFiles(world.path(".~history/kept")).size(), 0);
+    EXPECT_EQ(history::KeptFiles(world.path(".~history/kept")).size(), books);
     ASSERT_TRUE(world.history->redo());
     EXPECT_EQ(world.state(), behind);
     ASSERT_TRUE(world.history->undo());
@@ -144,10 +212,62 @@ TEST_F(ThinnedHistory, NoMoreGoThanAreTooMuch) {
     world.run("删除", [&] { world.deletePlan("P0"); });
     world.run("删除", [&] { world.deletePlan("P1"); });
     EXPECT_EQ(thinTo(size()), 0);
+    EXPECT_EQ(thinTo(size() - 1), 0)
+        << "a database lies with the folder, and is known by its pages";
     EXPECT_EQ(thinTo(size() - 1), 1);
     const qint64 wanted = size() - 60000;
     EXPECT_GT(thinTo(wanted), 1);
     EXPECT_LE(size(), wanted);
+}
+
+// A deletion among the last commands.
+TEST_F(ThinnedHistory, NoStepGoesInVainWhereThoseThatStayAreTooMuchByThemselves) {
+    world.run("删除", [&] { world.deletePlan("P0"); });
+    const qint64 ofTheDeletion = 2 * 50000;
+    const auto thinAllButOne = [&] {
+        return world.history->thin({std::chrono::days{30}, ofTheDeletion, 1}, now);
+    };
+    EXPECT_EQ(thinAllButOne(), 12) << "up to the last one that keeps a file of its own";
+    for (int i = 0; i < 3; ++i) {
+        world.run("添加", [&] { HistoryWorld::addRow(*world.db, "P1", QString::number(i)); });
+    }
+    world.run("删除", [&] { world.deletePlan("P1"); });
+    EXPECT_EQ(thinAllButOne(), 1) << "the first deletion";
+    EXPECT_EQ(thinAllButOne(), 0);
+    EXPECT_EQ(world.history->steps().size(), 4);
+}
+
+// The deletion was taken back; a document of it was overwritten then.
+TEST_F(ThinnedHistory, OfAStepThatGoesOnlyWhatOthersNeedStaysKept) {
+    world.run("删除", [&] { world.deletePlan("P0"); });
+    world.history->undo();
+    world.run("覆盖", [&] {
+        world.files->CopyFile(world.path("odd.doc"), world.path("P0/P0.1.doc"), true);
+    });
+    const history::KeptFiles kept(world.path(".~history/kept"));
+    EXPECT_GT(kept.size(), books + 2 * 50000);
+    EXPECT_EQ(thinTo(size() - 1), 0);
+    EXPECT_EQ(kept.size(), books + 50000);
+    EXPECT_EQ(world.history->undo()->title, "覆盖[P0.1.doc]");
+    EXPECT_EQ(world.read("P0/P0.1.doc"), QByteArray(50000, 's'));
+}
+
+TEST_F(ThinnedHistory, TheFileIsMadeSmallerWhereAQuarterOfItIsFree) {
+    const auto pages = [&](const char* which) {
+        return test::PlainSqlite(world.path(".~history/history.db"))
+            .rows(QString("PRAGMA ") + which)
+            .value(0)
+            .toInt();
+    };
+    for (unsigned i = 0; i < 8; ++i) {
+        world.run("改写", [&] { writeNoise(i); });
+    }
+    EXPECT_EQ(thinTo(size() - 1), 1);
+    EXPECT_GT(pages("freelist_count"), 0);
+    const int before = pages("page_count");
+    EXPECT_GT(thinTo(size() * 2 / 3), 1);
+    EXPECT_EQ(pages("freelist_count"), 0);
+    EXPECT_LT(4 * pages("page_count"), 3 * before);
 }
 
 TEST_F(ThinnedHistory, TheLastStepsStayHoweverOldTheyAre) {
