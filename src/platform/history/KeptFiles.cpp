@@ -61,14 +61,19 @@ void copyThenName(const fs::path& from, const fs::path& to, fs::copy_options opt
     }
 }
 
+// Six letters that nobody writes so: neither in one case nor with a capital in front, as "backup".
+bool areRandom(const QString& letters) {
+    return letters != letters.toUpper() && letters.mid(1) != letters.mid(1).toLower();
+}
+
 // The name of the file that one of this name is to take the place of; empty where it is none such.
 // QSaveFile gives such names, and the store to a database that is not there. Other names that look
 // like a file's are those of copies that the user makes.
 QString unfinishedFor(const QString& name, const QString& folder) {
-    static const QRegularExpression replacing(QStringLiteral("^(.+)\\.[A-Za-z]{6}$"));
+    static const QRegularExpression replacing(QStringLiteral("^(.+)\\.([A-Za-z]{6})$"));
     static const QRegularExpression making(QStringLiteral("^(.+)\\.(new|new-journal)$"));
     if (const auto match = replacing.match(name); match.hasMatch()) {
-        return match.captured(1);
+        return areRandom(match.captured(2)) ? match.captured(1) : QString();
     }
     const QString made = making.match(name).captured(1);
     return made.isEmpty() || QFileInfo::exists(QDir(folder).filePath(made)) ? QString() : made;

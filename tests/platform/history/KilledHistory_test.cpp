@@ -324,33 +324,51 @@ TEST_F(KilledTwice, OnlyTheFirstStartThatComesToItsEndBelongsToTheKilledCommand)
     EXPECT_EQ(second.step->parent, first.step->id);
 }
 
-// The start is long behind the kill, and the user has made a copy meanwhile.
-TEST_F(KilledHistory, AStartTakesAwayWhatTheCommandHasLeftAndNoCopyOfTheUser) {
-    const test::TemporaryFolder folder(test::inMemory());
-    const QString base = folder.path("w");
-    folder.makeFolder("w");
-    prepare(base);
+// Killed when it has overwritten a document and left files half, while the user made a copy.
+bool killAfterOverwriting(const QString& base) {
     const auto changeAndDie = [&] {
         HistoryWorld killed(base);
         killed.run("覆盖", [&] {
+            killed.write("甲/甲.1.doc.backup", "mine");
             killed.files->CopyFile(killed.path("甲/甲.2.doc"), killed.path("甲/甲.1.doc"), true);
             killed.write("甲/~doc12-3.tmp", "half");
+            killed.write("甲/甲.1.doc.aBcDeF", "half");
             raise(SIGKILL);
         });
     };
-    if (TracedProcess::run(changeAndDie, 0) < 0) {
+    return TracedProcess::run(changeAndDie, 0) >= 0;
+}
+
+TEST_F(KilledHistory, AStartTakesAwayWhatTheCommandHasLeftAndNoCopyOfTheUser) {
+    const test::TemporaryFolder folder(test::inMemory());
+    prepare(folder.path());
+    if (!killAfterOverwriting(folder.path())) {
         GTEST_SKIP() << "processes cannot be traced here";
     }
-    HistoryWorld world(base);
+    HistoryWorld world(folder.path());
+    ASSERT_TRUE(world.history->mend().unfinished);
+    EXPECT_EQ(world.read("甲/甲.1.doc.backup"), "mine");
+    EXPECT_FALSE(QFile::exists(world.path("甲/~doc12-3.tmp")));
+    EXPECT_FALSE(QFile::exists(world.path("甲/甲.1.doc.aBcDeF")));
+}
+
+// As one that wrote a large document for minutes.
+TEST_F(KilledHistory, OfWhatCameLongBehindTheLastSignOfLifeOnlyTheEnginesOwnFilesAreTakenAway) {
+    const test::TemporaryFolder folder(test::inMemory());
+    prepare(folder.path());
+    if (!killAfterOverwriting(folder.path())) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    HistoryWorld world(folder.path());
     QFile running(world.path(".~history/running"));
     ASSERT_TRUE(running.open(QIODevice::ReadWrite));
     ASSERT_TRUE(running.setFileTime(QDateTime::currentDateTime().addSecs(-300),
                                     QFileDevice::FileModificationTime));
     running.close();
-    world.write("甲/甲.1.doc.backup", "mine");
     ASSERT_TRUE(world.history->mend().unfinished);
     EXPECT_EQ(world.read("甲/甲.1.doc.backup"), "mine");
-    EXPECT_FALSE(QFile::exists(world.path("甲/~doc12-3.tmp"))) << "however long it took to write";
+    EXPECT_EQ(world.read("甲/甲.1.doc.aBcDeF"), "half");
+    EXPECT_FALSE(QFile::exists(world.path("甲/~doc12-3.tmp")));
 }
 
 // In a database that the command has not changed.
