@@ -215,6 +215,14 @@ QList<Step> HistoryFile::steps() {
     return stepsIn(rows);
 }
 
+bool HistoryFile::hasDayToJoin(const QDateTime& before) {
+    Statement rows(sql_, "SELECT 1 FROM steps AS one JOIN steps AS next ON next.parent=one.id "
+                         "WHERE next.time<?1 AND substr(next.time,1,10)=substr(one.time,1,10) "
+                         "AND one.kind IN (0,3) AND next.kind IN (0,3) LIMIT 1");
+    rows.Bind(1, text(before.toString(Qt::ISODateWithMs)));
+    return rows.Step();
+}
+
 QList<Step> HistoryFile::stepsWith(const QString& wanted) {
     Statement rows(
         sql_, QByteArray(stepColumns) +

@@ -84,6 +84,9 @@ public:
     std::optional<Step> step(std::int64_t id);
     // By number.
     QList<Step> steps();
+    // Whether before that time a step of a command, or of the program itself, follows another one
+    // of its day. Most exits need not read the steps for that.
+    bool hasDayToJoin(const QDateTime& before);
     // Those of which a change bears the text in its name, or whose title does, oldest first. A step
     // that a command has met on its way has the greater number, and lies before it.
     QList<Step> stepsWith(const QString& text);

@@ -170,6 +170,9 @@ int History::joinOld(const Limits& limits, const QDateTime& now) {
     HistoryFile& file = recorder_.file();
     const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
     int count = 0;
+    if (!file.hasDayToJoin(young)) {
+        return count;
+    }
     for (const QList<Step>& day :
          daysToJoin(StepList(file.steps()), limits.least, file.position(), young)) {
         QList<std::int64_t> steps;
