@@ -84,6 +84,16 @@ class NoFrame : public generate::BidEditFrame {
     void maximizeFrmBid() override {}
     void showStatus(const QString& /*text*/) override {}
 };
+// Keeps what the work at hand is called, or what work has ended last.
+class NamedWork : public desktop::LongRun {
+public:
+    void begin(const QString& title, int /*pieces*/) override { name = title; }
+    void next(const QString& text) override { name = text; }
+    bool isCancelled() override { return false; }
+    void end() override { name = u"behind "_s + name; }
+
+    QString name;
+};
 // The plan in its window, and the same generation without one.
 class Window {
 public:
@@ -178,9 +188,10 @@ private:
     }
     QString place() const {
         const auto* dialog = form_->findChild<generate::dlgTB*>();
-        return dialog ? dialog->findChild<QLabel*>(u"Label1"_s)->text() + u' ' +
-                            QString::number(dialog->findChild<QProgressBar*>()->value())
-                      : u"without the dialog"_s;
+        return dialog && dialog->isVisible()
+                   ? dialog->findChild<QLabel*>(u"Label1"_s)->text() + u' ' +
+                         QString::number(dialog->findChild<QProgressBar*>()->value())
+                   : u"without the dialog, "_s + longRun_.name;
     }
 
     QTemporaryDir home_;
@@ -191,7 +202,7 @@ private:
     NoFiles files_;
     tools::NoShell shell_;
     NoPdf pdf_;
-    tools::NoLongRun longRun_;
+    NamedWork longRun_;
     NoFrame frame_;
     tools::NoProgress noProgress_;
     tools::NoScreen noScreen_;
