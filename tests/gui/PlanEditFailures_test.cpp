@@ -118,7 +118,7 @@ TEST_F(WindowGeneration, BehindAResultThatWasNotSavedTheReportIsShownAndNothingI
     const QString summary = report->findChild<QLabel*>("lblSummary")->text();
     EXPECT_TRUE(summary.startsWith("最近一次生成的“施工方案.doc”没有保存成功。"))
         << summary.toStdString();
-    EXPECT_TRUE(frame.status.isEmpty()) << frame.status.join("|").toStdString();
+    EXPECT_EQ(frame.status, QStringList{"最近一次生成的“施工方案.doc”没有保存成功。"});
     expectUsable();
 }
 

@@ -27,11 +27,18 @@ TEST_F(WindowGeneration, TheStatusBarTellsWhereTheDocumentIsAndHowManyPagesItHas
     EXPECT_EQ(frame.status.last(), "已生成 " + finished() + "，共 3 页。");
 }
 
-TEST_F(WindowGeneration, AStoppedRunTellsOfNoDocument) {
+TEST_F(WindowGeneration, TheStatusBarTellsOfAStoppedRunThatItIsNotFinished) {
     open();
+    choose("mnuBuildbid");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the dialog of that run
     atEachYield([this] { stop(); });
     choose("mnuBuildbid");
-    EXPECT_TRUE(frame.status.isEmpty());
+    ASSERT_EQ(frame.status.size(), 2);
+    EXPECT_EQ(frame.status.last(), "最近一次生成中途停止，“施工方案.doc”没有完成。");
+    world.events.whileServed = {};
+    openDocuments.open = true;
+    choose("mnuBuildbid");
+    EXPECT_EQ(frame.status.size(), 2) << "a refused one changes nothing";
 }
 
 TEST_F(WindowGeneration, MenuAndKeyDoTheSame) {

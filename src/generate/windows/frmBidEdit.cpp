@@ -311,10 +311,15 @@ void frmBidEdit::build() {
     hasGenerated_ = outcome != BuildOutcome::refused;
     if (hasGenerated_)
         hideLists();
-    if (outcome == BuildOutcome::notSaved)
-        whenDone_ = [this] { report(); };
     if (outcome == BuildOutcome::finished)
         whenDone_ = [this] { tellFinished(); };
+    else if (hasGenerated_)
+        whenDone_ = [this, outcome] {
+            // What the status bar says of a former run is no longer so.
+            parts_.frame.showStatus(edit_->report()->whyUnfinished.value_or(QString()));
+            if (outcome == BuildOutcome::notSaved)
+                report();
+        };
 }
 
 void frmBidEdit::tellFinished() {
