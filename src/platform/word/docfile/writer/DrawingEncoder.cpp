@@ -159,16 +159,15 @@ DrawingEncoder::Encoded DrawingEncoder::encode(const DrawingPart& main, Cp mainE
 // these say.
 bool DrawingEncoder::goesOn(const Group& group, const DrawingPart& part,
                             const DocumentTables& tables) {
-    const bool begins =
-        part.places.size() >= group.places.size() &&
-        std::equal(group.places.begin(), group.places.end(), part.places.begin(),
-                   [](const PlacedDrawing& known, const DrawingPart::Place& place) {
-                       return known.drawing == place.drawing && known.copy == place.copy;
-                   });
+    const bool begins = part.places.size() >= group.placed.size() &&
+                        std::equal(group.placed.begin(), group.placed.end(), part.places.begin(),
+                                   [](std::uint32_t known, const DrawingPart::Place& place) {
+                                       return known == place.drawing;
+                                   });
     if (!begins) {
         return false;
     }
-    for (std::size_t i = group.places.size(); i < part.places.size(); ++i) {
+    for (std::size_t i = group.placed.size(); i < part.places.size(); ++i) {
         for (const ShapeReference& reference : tables.drawings[part.places[i].drawing].references) {
             const CopyKey key = keyOf(reference.index, part.places[i].copy);
             if ((reference.kind == Kind::shape && group.absentShapes.contains(key)) ||
@@ -197,7 +196,7 @@ Bytes DrawingEncoder::add(Group& group, const DrawingPart& part, const Call& cal
     linkTexts(group, part, call.tables);
     addTexts(group, part, call.tables);
     LittleEndianWriter records;
-    for (std::size_t i = group.places.size(); i < part.places.size(); ++i) {
+    for (std::size_t i = group.placed.size(); i < part.places.size(); ++i) {
         addPlace(group, part.places[i], call, records);
     }
     group.size += records.position();
@@ -232,7 +231,7 @@ std::uint32_t DrawingEncoder::newId(Group& group) {
 
 void DrawingEncoder::nameShapes(Group& group, const DrawingPart& part,
                                 const DocumentTables& tables) {
-    for (std::size_t i = group.places.size(); i < part.places.size(); ++i) {
+    for (std::size_t i = group.placed.size(); i < part.places.size(); ++i) {
         const DrawingPart::Place& place = part.places[i];
         for (const ShapeReference& reference : tables.drawings[place.drawing].references) {
             if (reference.kind == Kind::shape) {
@@ -251,7 +250,7 @@ void DrawingEncoder::linkTexts(Group& group, const DrawingPart& part,
         group.chains[keyOf(part.texts[i].index, part.texts[i].copy)].number =
             static_cast<std::uint32_t>(i + 1);
     }
-    for (std::size_t i = group.places.size(); i < part.places.size(); ++i) {
+    for (std::size_t i = group.placed.size(); i < part.places.size(); ++i) {
         const DrawingPart::Place& place = part.places[i];
         forEachShownText(tables.drawings[place.drawing], [&](std::uint32_t shape,
                                                              const ShapeReference& text) {
@@ -310,7 +309,7 @@ void DrawingEncoder::addPlace(Group& group, const DrawingPart::Place& place, con
         }
         records.patchU32(start + reference.at, value);
     }
-    group.places.push_back({place.drawing, place.copy});
+    group.placed.push_back(place.drawing);
     group.anchors.u32(first);
     group.anchors.bytes(drawing.place);
 }
@@ -333,7 +332,7 @@ std::uint32_t DrawingEncoder::valueOf(Group& group, const ShapeReference& refere
     case Kind::object:
         return call.stores.object(call.tables.objects[reference.index]);
     default: // the place in the table of anchors
-        return static_cast<std::uint32_t>(group.places.size());
+        return static_cast<std::uint32_t>(group.placed.size());
     }
 }
 

@@ -58,15 +58,11 @@ private:
         std::uint32_t length = 0;                      // how many shapes
         std::map<std::uint16_t, std::uint32_t> shapes; // by link
     };
-    struct PlacedDrawing {
-        std::uint32_t drawing = 0;
-        std::uint32_t copy = 0;
-    };
     // The drawing of one part of the text (OfficeArtWordDrawing), as far as it is encoded.
     struct Group {
-        std::uint32_t number = 0; // counted from 1
-        std::vector<PlacedDrawing> places;
-        std::size_t size = 0; // of the records of its shapes
+        std::uint32_t number = 0;          // counted from 1
+        std::vector<std::uint32_t> placed; // the drawings; their order tells which copies they are
+        std::size_t size = 0;              // of the records of its shapes
         std::unordered_map<CopyKey, std::uint32_t> ids;
         std::unordered_map<CopyKey, Chain> chains;
         // What shapes name and what was not there: a shape, a text.
