@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 // Rules at their edge: what just passes, and the smallest step beyond it.
 namespace qvnd::test {
@@ -275,6 +277,90 @@ TEST_F(ContainerEdges, NameHasACharacterBesidesItsZero) {
     put16(file, entry, 0);
     put16(file, entry + 64, 2);
     EXPECT_TRUE(breaks("cfb.directory.name"));
+}
+
+TEST_F(ContainerEdges, EachFixedValueOfTheHeaderCountsAlone) {
+    for (const auto& [at, value] : {std::pair(28U, 0xFEFFU), std::pair(32U, 5U)}) {
+        file = SoundDocument().bytes();
+        put16(file, at, value);
+        EXPECT_TRUE(breaks("cfb.header")) << at;
+    }
+    file = SoundDocument().bytes();
+    put32(file, 56, 4095);
+    EXPECT_TRUE(breaks("cfb.header"));
+}
+
+TEST_F(ContainerEdges, StreamWithoutABytesNamesNoSector) {
+    const std::size_t data = entryAt(u"Data");
+    put32(file, data + 120, 0);
+    EXPECT_TRUE(breaks("cfb.chain.long"));
+    EXPECT_FALSE(breaks("cfb.chain.end"));
+    for (const std::uint32_t nowhere : {0xFFFFFFFEU, 0xFFFFFFFFU}) {
+        put32(file, data + 116, nowhere);
+        EXPECT_FALSE(breaks("cfb.chain.end"));
+        EXPECT_FALSE(breaks("cfb.chain.long"));
+    }
+}
+
+TEST_F(ContainerEdges, EntryThatIsUnusedMustNotStandInTheTree) {
+    file[entryAt(u"1Table") + 66] = 0;
+    EXPECT_TRUE(breaks("cfb.directory.link"));
+}
+
+TEST_F(ContainerEdges, EntriesOfAStorageAreInTheTreeToo) {
+    file = compoundFile(SoundDocument().streams(), {u"ObjectPool/_1", u"ObjectPool/_2"});
+    EXPECT_EQ(brokenRules(file), Rules{});
+    put32(file, entryAt(u"ObjectPool") + 76, 0xFFFFFFFF);
+    EXPECT_TRUE(breaks("cfb.directory.lost"));
+}
+
+TEST_F(ContainerEdges, EachOfFourSignsIsForbiddenInAName) {
+    for (const char16_t sign : {u'/', u'\\', u':', u'!'}) {
+        file = SoundDocument().bytes();
+        put16(file, entryAt(u"Data") + 2, sign);
+        EXPECT_TRUE(breaks("cfb.directory.name")) << int{sign};
+    }
+}
+
+// --- the FIB ------------------------------------------------------------------------------------
+
+Rules rulesWithFib(const std::function<void(Fib&, const WordStreams&)>& change) {
+    return brokenRules(changed(SoundDocument(), [&](WordStreams& streams, const Fib& before) {
+        Fib fib = before;
+        change(fib, streams);
+        putFib(streams, fib);
+    }));
+}
+
+TEST(FibEdges, LengthMayBeThatOfTheStreamAndNoByteMore) {
+    const auto rulesBeyond = [](std::uint32_t beyond) {
+        return rulesWithFib([&](Fib& fib, const WordStreams& streams) {
+            fib.cbMac = static_cast<std::uint32_t>(streams.wordDocument.size()) + beyond;
+        });
+    };
+    EXPECT_EQ(rulesBeyond(0), Rules{});
+    EXPECT_EQ(rulesBeyond(1), Rules{"fib.size"});
+}
+
+TEST(FibEdges, PlaceMayReachToTheEndOfTheTableStreamAndNoByteFurther) {
+    const auto rulesWith = [](std::uint32_t beyond, std::uint32_t length) {
+        return rulesWithFib([&](Fib& fib, const WordStreams& streams) {
+            const auto end = static_cast<std::uint32_t>(streams.table.size());
+            fib.set(FibPair::Cmds, {end - length + beyond, length});
+        });
+    };
+    EXPECT_EQ(rulesWith(0, 4).count("fib.place"), 0U);
+    EXPECT_EQ(rulesWith(1, 4).count("fib.place"), 1U);
+    EXPECT_EQ(rulesWith(1, 0).count("fib.place"), 0U) << "an empty place is nowhere";
+}
+
+TEST(FibEdges, NumberOfCharactersIsNotNegative) {
+    const auto counts = [](Cp length) {
+        return rulesWithFib([&](Fib& fib, const WordStreams&) { fib.ccp.endnotes = length; })
+            .count("fib.count");
+    };
+    EXPECT_EQ(counts(0x7FFFFFFF), 0U);
+    EXPECT_EQ(counts(0x80000000), 1U);
 }
 
 // --- tables -------------------------------------------------------------------------------------

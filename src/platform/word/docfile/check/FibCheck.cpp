@@ -1,8 +1,10 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/TextParts.h"
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -46,6 +48,23 @@ void checkPlaces(const Evidence& evidence, Findings& findings) {
     }
 }
 
+// The counts as they stand: who reads the document takes a negative one as 0.
+bool hasNegativeCount(ByteView wordDocument) {
+    constexpr std::size_t wordsAt = 32;   // csw, [MS-DOC] 2.5.1
+    constexpr std::size_t firstCount = 3; // ccpText, of FibRgLw97
+    LittleEndianReader reader(wordDocument, "FIB");
+    reader.seek(wordsAt);
+    reader.skip(std::size_t{2} * reader.u16());
+    std::vector<std::uint32_t> longs(reader.u16());
+    for (std::uint32_t& value : longs) {
+        value = reader.u32();
+    }
+    return std::any_of(textParts.begin(), textParts.end(), [&](const TextPartFacts& part) {
+        const std::size_t at = firstCount + static_cast<std::size_t>(part.part);
+        return at < longs.size() && longs[at] > 0x7FFFFFFF;
+    });
+}
+
 } // namespace
 
 void checkFib(const Evidence& evidence, Findings& findings) {
@@ -56,10 +75,8 @@ void checkFib(const Evidence& evidence, Findings& findings) {
                                      u" 大于 WordDocument 流的长度 " +
                                      digits(std::int64_t(evidence.word.size())));
     }
-    for (const Cp length : evidence.partLengths()) {
-        if (length > 0x7FFFFFFF) {
-            findings.add("fib.count", u"FIB 中的字符数为负");
-        }
+    if (hasNegativeCount(evidence.word)) {
+        findings.add("fib.count", u"FIB 中的字符数为负");
     }
     if (evidence.fib.ccp.text == 0) {
         findings.add("fib.count", u"正文没有字符");
