@@ -206,6 +206,56 @@ TEST(DrawingRules, AnIdentifierIsOneOfThoseGivenOutOfItsCluster) {
     EXPECT_EQ(rulesWith(0xC01), Rules{"drawing.id"}) << "behind the last cluster";
 }
 
+TEST(DrawingRules, AShapeHasOneAnchorAndEachAnchorAShapeOfItsOwn) {
+    DrawnDocument document;
+    document.anchoredShape = 0x402;
+    EXPECT_EQ(document.rules(), Rules{"drawing.anchor"});
+}
+
+TEST(DrawingRules, APictureThatNobodyUsesOrThatIsNowhereNeedsNoRecord) {
+    const auto rulesWith = [](std::size_t field, std::uint32_t value) {
+        DrawnDocument document;
+        Bytes& entry = document.pictures[0];
+        entry.resize(art::headerSize + art::fbseSize);
+        put32(entry, 4, art::fbseSize);
+        put32(entry, art::headerSize + art::fbseCountAt, 1);
+        put32(entry, art::headerSize + art::fbseDelayAt, 0x7FFFFFFF);
+        put32(entry, art::headerSize + field, value);
+        return document.rules();
+    };
+    EXPECT_EQ(rulesWith(art::fbseCountAt, 0), Rules{});
+    EXPECT_EQ(rulesWith(art::fbseSizeAt, 0), Rules{});
+    EXPECT_EQ(rulesWith(art::fbseDelayAt, 0xFFFFFFFF), Rules{});
+    EXPECT_EQ(rulesWith(art::fbseDelayAt, 0xFFFFFFFE), Rules{"drawing.picture"});
+    EXPECT_EQ(rulesWith(art::fbseCountAt, 1), Rules{"drawing.picture"});
+}
+
+TEST(DrawingRules, ABreakNamesATextOfTheTable) {
+    const auto rulesWith = [](const std::vector<std::uint32_t>& positions, std::string_view data) {
+        DrawnDocument document;
+        document.breaks = encodePlc(positions, hex(data));
+        return document.rules();
+    };
+    EXPECT_EQ(rulesWith({0, 1, 5}, "0000 0000 0000 ffff 0000 0000"), Rules{});
+    EXPECT_EQ(rulesWith({0, 3, 5}, "0000 0000 0000 ffff 0000 0000"), Rules{"drawing.break"});
+    EXPECT_EQ(rulesWith({0, 2, 5}, "0100 0000 0000 ffff 0000 0000"), Rules{"drawing.break"});
+}
+
+TEST(DrawingRules, RecordsNestEightyDeepAndNoDeeper) {
+    const auto rulesAt = [](int depth) {
+        Bytes records;
+        for (int i = 0; i < depth; ++i) {
+            records = artRecord(art::container, 0, art::clientData, records);
+        }
+        DrawnDocument document;
+        document.behind =
+            joined({Bytes{1}, artRecord(art::container, 0, art::dgContainer, records)});
+        return document.rules();
+    };
+    EXPECT_EQ(rulesAt(80), Rules{});
+    EXPECT_EQ(rulesAt(81), Rules{"drawing.records"});
+}
+
 TEST(DrawingRules, ADrawingIsThatOfTheTextOrOfTheHeaders) {
     DrawnDocument third;
     third.behind = drawingBytes(2, {});

@@ -309,6 +309,13 @@ TEST(SectionRules, SectionMustEndWithItsBreak) {
     EXPECT_EQ(brokenRules(document.bytes()).count("section.mark"), 1U);
 }
 
+TEST(SectionRules, FirstSectionMustBeginWithTheText) {
+    const Bytes file = changed(SoundDocument(), [](WordStreams& streams, const Fib& fib) {
+        put32(streams.table, fib.at(FibPair::PlcfSed).fc, 1);
+    });
+    EXPECT_EQ(brokenRules(file), Rules{"section.range"});
+}
+
 TEST(SectionRules, LastSectionMustReachTheEnd) {
     SoundDocument document;
     document.file.sections[1].length -= 1;
@@ -423,6 +430,14 @@ TEST(HeaderRules, ThereMustBeSixStoriesASection) {
     stories.resize(13, 3);
     stories.push_back(4);
     EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.count"});
+    for (const std::size_t positions : {18U, 19U, 20U}) { // and one that closes the table
+        stories.assign(8, 0);
+        stories.resize(positions, 3);
+        stories.push_back(4);
+        EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})),
+                  positions == 19 ? Rules{} : Rules{"header.count"})
+            << positions;
+    }
 }
 
 TEST(HeaderRules, StoryMustEndWithAParagraphMark) {

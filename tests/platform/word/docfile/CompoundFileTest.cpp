@@ -8,7 +8,10 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <initializer_list>
 #include <map>
+#include <string>
+#include <utility>
 
 namespace qvnd::word {
 namespace {
@@ -132,6 +135,37 @@ TEST_F(CompoundFileTest, ACutHeaderIsDamage) {
 TEST_F(CompoundFileTest, ImpossibleSectorSizesAreDamage) {
     file.at(30) = 40;
     EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged);
+}
+
+TEST_F(CompoundFileTest, SmallSectorsAreSmallerThanSectorsAndHoldANumberAtLeast) {
+    for (const std::uint8_t shift : {2, 8}) {
+        file.at(32) = shift;
+        EXPECT_NO_THROW(opened()) << int{shift};
+    }
+    for (const std::uint8_t shift : {1, 9}) {
+        file.at(32) = shift;
+        EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged) << int{shift};
+    }
+}
+
+TEST_F(CompoundFileTest, MoreTableSectorsThanTheFileHasSectorsAreDamage) {
+    const std::size_t most = file.size() / 512 + 1;
+    ASSERT_LT(most, cfb::difatPlacesInHeader);
+    setNumber(44, 0); // the places count, not the header
+    for (std::size_t i = 0; i < most; ++i) {
+        setNumber(76 + 4 * i, number(76));
+    }
+    EXPECT_EQ(opened().stream(u"Large"), counted(6000));
+    setNumber(76 + 4 * most, number(76));
+    EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged);
+}
+
+TEST_F(CompoundFileTest, ASectorOfTheDifatHasAPlaceAndALinkAtLeast) {
+    setNumber(68, static_cast<std::uint32_t>(file.size() / 512 - 1));
+    file.resize(file.size() + 4, 0xFF);
+    EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged);
+    file.resize(file.size() + 4, 0xFF);
+    EXPECT_EQ(opened().stream(u"Large"), counted(6000));
 }
 
 TEST_F(CompoundFileTest, AChainInACircleIsDamage) {
@@ -291,6 +325,39 @@ TEST_F(CompoundFileTest, NamesAreOrderedByLengthAndThenByUpperCase) {
     EXPECT_EQ(compareEntryNames(u"abc", u"ABC"), 0);
     EXPECT_LT(compareEntryNames(u"1Table", u"\001CompObj"), 0);
     EXPECT_EQ(compareEntryNames(u"é", u"É"), 0);
+}
+
+TEST_F(CompoundFileTest, NamesOfOtherCaseAreEqualInTheScriptsThatNamesAreMadeOf) {
+    const auto areEqual = [](char16_t one, char16_t other) {
+        return compareEntryNames(std::u16string(1, one), std::u16string(1, other)) == 0;
+    };
+    for (const auto& [small, capital] :
+         std::initializer_list<std::pair<char16_t, char16_t>>{{u'a', u'A'},
+                                                              {u'z', u'Z'},
+                                                              {0xE0, 0xC0},
+                                                              {0xFE, 0xDE},
+                                                              {0xFF, 0x178},
+                                                              {0x3B1, 0x391},
+                                                              {0x3C9, 0x3A9},
+                                                              {0x430, 0x410},
+                                                              {0x44F, 0x42F},
+                                                              {0x450, 0x400},
+                                                              {0x45F, 0x40F}}) {
+        EXPECT_TRUE(areEqual(small, capital)) << std::uint32_t{small};
+    }
+    for (const auto& [one, other] :
+         std::initializer_list<std::pair<char16_t, char16_t>>{{u'`', u'@'},
+                                                              {u'{', u'['},
+                                                              {0xDF, 0xBF},
+                                                              {0xF7, 0xD7},
+                                                              {0x3B0, 0x390},
+                                                              {0x3C2, 0x3A2},
+                                                              {0x3CA, 0x3AA},
+                                                              {0x42F, 0x40F},
+                                                              {0x460, 0x440},
+                                                              {0x460, 0x410}}) {
+        EXPECT_FALSE(areEqual(one, other)) << std::uint32_t{one};
+    }
 }
 
 TEST_F(CompoundFileTest, EveryStreamOfEveryRealDocumentIsReadOrRefused) {

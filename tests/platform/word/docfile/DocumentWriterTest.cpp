@@ -416,6 +416,7 @@ TEST_F(DocumentWriterTest, CharacterPropertiesTooLongForAPageComeBackWhole) {
     ASSERT_EQ(pieces().size(), 3U);
     EXPECT_EQ(pieces()[1].length, 4U);
     EXPECT_NE(pieces()[1].modifier, 0);
+    EXPECT_TRUE(fib().fComplex) << "else a reader may pass over what pieces say";
     builder.add({{u"again", looks}, plain(u"\r")});
     save();
     const DocumentContent document = read();
@@ -747,6 +748,21 @@ TEST_F(DocumentWriterTest, AFileThatOthersChangedOrRemovedIsWrittenWhole) {
     save();
     EXPECT_EQ(joined(read().main)->text, u"one\rtwo\r\r");
     EXPECT_EQ(pieces().size(), 1U);
+}
+
+TEST_F(DocumentWriterTest, FragmentsOfOneParagraphThatAreSavedTogetherAreOneParagraph) {
+    builder.add({plain(u"头\r")});
+    saveAs();
+    builder.add({bold(u"一")});
+    builder.add({plain(u"二\r")}, 1);
+    save();
+    const DocumentContent document = read();
+    EXPECT_EQ(joined(document.main)->text, u"头\r一二\r\r");
+    EXPECT_EQ(boldText(document), u"一");
+    const auto whole = joined(document.main);
+    ASSERT_EQ(whole->paragraphs.size(), 3U);
+    EXPECT_EQ(whole->paragraphs[1].length, 3U);
+    EXPECT_EQ(whole->paragraphs[1].style, 1);
 }
 
 TEST_F(DocumentWriterTest, PicturesAndObjectsThatAreNotThereAreNotWritten) {

@@ -79,6 +79,16 @@ TEST(CommentTables, RangesBeyondThoseThatAFileHoldsLeaveTheirCommentItsPlace) {
     EXPECT_FALSE(read[most].range);
 }
 
+TEST(CommentTables, StartsAndEndsOfRangesAscendThoughOneLiesInAnother) {
+    const std::vector<CommentPlace> comments{{9, {0, 1}, u"A", u"a", 0, CommentRange{1, 9}},
+                                             {9, {1, 1}, u"A", u"a", 0, CommentRange{2, 4}},
+                                             {9, {2, 1}, u"A", u"a", 0, CommentRange{0, 6}}};
+    const CommentTables tables = encodeComments(comments, 12);
+    EXPECT_EQ(tables.rangeStarts, hex("00000000 01000000 02000000 0C000000"
+                                      "01000000 02000000 00000000")); // with the places of the ends
+    EXPECT_EQ(tables.rangeEnds, hex("04000000 06000000 09000000 0C000000"));
+}
+
 TEST(CommentTables, AuthorsDatesAndRangesComeBack) {
     const std::vector<CommentPlace> comments{
         {4, {0, 3}, u"王工", u"W", 0x12345678, CommentRange{1, 4}},

@@ -29,6 +29,17 @@ TEST(OleStreams, PropertySetsHaveOneSectionAndTheCustomarySize) {
     }
 }
 
+TEST(OleStreams, LongTextsMakeASummaryLongerThanIsCustomary) {
+    const std::u16string title(3000, u'工');
+    const Bytes bytes = encodeSummary({title, u"", u"author"});
+    EXPECT_GT(bytes.size(), 9000U);
+    EXPECT_TRUE(isPropertySetStream(bytes));
+    const std::size_t at = 48 + numberAt(bytes, 68);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()) + at + 8).size(), 9000U);
+    const std::size_t author = 48 + numberAt(bytes, 76);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()) + author + 8), "author");
+}
+
 TEST(OleStreams, TextsAreUtf8AndEmptyOnesLeftOut) {
     const Bytes bytes = encodeSummary({u"施工方案", u"", u"author"});
     EXPECT_EQ(numberAt(bytes, 52), 3U);

@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/pictures/Md4.h"
+#include "platform/word/docfile/pictures/PictureFile.h"
 #include "support/Images.h"
 
 #include <gtest/gtest.h>
@@ -211,6 +212,49 @@ TEST(Picture, ReadingAndWritingKeepsEveryByte) {
     picture.setCrop(Picture::Side::top, 0.1);
     const DataBlob blob = picture.blob();
     EXPECT_EQ(*Picture::fromBlob(*blob)->blob(), *blob);
+}
+
+TEST(PictureFiles, ABitmapGetsBackTheHeadThatTellsWhereItsPixelsBegin) {
+    const auto pixelsAt = [](unsigned head, unsigned depth, unsigned compression, unsigned used) {
+        Bytes file = test::bmp(2, 2);
+        file.resize(14 + 124);
+        file.at(14) = static_cast<std::uint8_t>(head);
+        file.at(28) = static_cast<std::uint8_t>(depth);
+        file.at(30) = static_cast<std::uint8_t>(compression);
+        file.at(46) = static_cast<std::uint8_t>(used);
+        const Bytes written = pictureFile(*Picture::fromImage(file));
+        EXPECT_EQ(written.size(), file.size());
+        LittleEndianReader reader(written, "BMP");
+        EXPECT_EQ(reader.u16(), 0x4D42U);
+        EXPECT_EQ(reader.u32(), file.size());
+        reader.skip(4);
+        return reader.u32();
+    };
+    EXPECT_EQ(pixelsAt(40, 24, 0, 0), 54U);
+    EXPECT_EQ(pixelsAt(40, 8, 0, 0), 54U + 256 * 4) << "all colours of the palette";
+    EXPECT_EQ(pixelsAt(40, 1, 0, 0), 54U + 2 * 4);
+    EXPECT_EQ(pixelsAt(40, 8, 0, 3), 54U + 3 * 4) << "those that are used";
+    EXPECT_EQ(pixelsAt(40, 16, 3, 0), 54U + 12) << "the masks of the colours";
+    EXPECT_EQ(pixelsAt(124, 16, 3, 0), 14U + 124) << "masks within the head";
+    EXPECT_EQ(pixelsAt(40, 16, 2, 0), 54U);
+}
+
+TEST(PictureFiles, OthersAreAsTheyCameAndMetafilesAreNone) {
+    const Bytes png = test::png(8, 8);
+    EXPECT_EQ(pictureFile(*Picture::fromImage(png)), png);
+    const Bytes jpeg = test::jpeg(8, 8);
+    EXPECT_EQ(pictureFile(*Picture::fromImage(jpeg)), jpeg);
+    EXPECT_TRUE(pictureFile(*Picture::fromImage(test::emf(100, 100))).empty());
+}
+
+TEST(PictureFiles, ACropIsAPartOfEachSideAndLeavesATwentieth) {
+    Picture picture = newPicture();
+    EXPECT_EQ(cropOf(picture), PictureCrop{});
+    picture.setCrop(Picture::Side::left, 0.125);
+    picture.setCrop(Picture::Side::top, 0.25);
+    picture.setCrop(Picture::Side::right, -0.5);
+    picture.setCrop(Picture::Side::bottom, 0.96875);
+    EXPECT_EQ(cropOf(picture), (PictureCrop{0.125, 0.25, 0, 0.95}));
 }
 
 TEST(Picture, OtherBlobsAreNoPicture) {

@@ -131,13 +131,13 @@ TEST_F(TableStreamTest, PlacesThatStructuresHaveLeftAreUsedAgain) {
     const std::array pairs{FibPair::Clx, FibPair::Dop, FibPair::PlcfBkf};
     std::size_t largest = 0;
     std::size_t held = 0;
-    for (unsigned step = 1; step <= 300; ++step) {
+    for (unsigned step = 1; step <= 60; ++step) {
         held = 0;
         for (std::size_t i = 0; i < pairs.size(); ++i) {
             const Bytes bytes = pattern((i + 1) * step * 700, step);
             held += bytes.size();
             table.put(pairs[i], bytes);
-            if (step % 25 == 0) {
+            if (step % 10 == 0) {
                 ASSERT_EQ(inFile(pairs[i], bytes.size()), bytes) << step;
             }
         }

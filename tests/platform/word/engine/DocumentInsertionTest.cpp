@@ -233,6 +233,17 @@ TEST_F(SectionInsertion, NumberingOfTheDocumentStaysWithItsFirstPages) {
     EXPECT_FALSE(findSprm(sectionAt(2), sprm::SFPgnRestart).has_value());
 }
 
+TEST_F(SectionInsertion, NumberingOfTheDocumentStaysWhereTheFirstSectionGoesOnInIt) {
+    selection().Sections(1).Footers(1).PageNumbers().setRestartNumberingAtSection(true);
+    type(u"x");
+    selection().TypeParagraph();
+    insert({portrait(), landscape(), portrait()});
+    EXPECT_EQ(formats(), u"PPPPLLPPP");
+    EXPECT_EQ(sprmValue(sectionAt(0), sprm::SFPgnRestart, 0), 1U);
+    EXPECT_FALSE(findSprm(sectionAt(4), sprm::SFPgnRestart).has_value());
+    EXPECT_FALSE(findSprm(sectionAt(6), sprm::SFPgnRestart).has_value());
+}
+
 TEST_F(SectionInsertion, AnInnerSectionShowsItsOwnHeaderAndWhatFollowsThatOfTheDocument) {
     type(u"x");
     selection().TypeParagraph();

@@ -28,6 +28,29 @@ TEST(SectionEdges, ASectionLosesItsBreakWithItsLastCharacterAndNotBefore) {
     EXPECT_EQ(sections.count(), 1U);
 }
 
+TEST(SectionEdges, FromTheMiddleOfASectionOnEveryBreakThatIsErasedIsGone) {
+    const auto lengthsAfter = [](Cp from, Cp to) {
+        std::vector<SectionRun> runs{
+            {5, PropertyListId::empty}, {3, PropertyListId::empty}, {4, PropertyListId::empty}};
+        std::vector<HeaderSet> headers(3);
+        DocumentSections(runs, headers).erased(from, to);
+        EXPECT_EQ(headers.size(), runs.size());
+        std::vector<Cp> lengths;
+        for (const SectionRun& run : runs) {
+            lengths.push_back(run.length);
+        }
+        return lengths;
+    };
+    using Lengths = std::vector<Cp>;
+    EXPECT_EQ(lengthsAfter(2, 4), (Lengths{3, 3, 4}));
+    EXPECT_EQ(lengthsAfter(2, 5), (Lengths{5, 4}));
+    EXPECT_EQ(lengthsAfter(2, 7), (Lengths{3, 4}));
+    EXPECT_EQ(lengthsAfter(2, 8), (Lengths{6}));
+    EXPECT_EQ(lengthsAfter(2, 12), (Lengths{2}));
+    EXPECT_EQ(lengthsAfter(0, 8), (Lengths{4}));
+    EXPECT_EQ(lengthsAfter(6, 8), (Lengths{5, 5}));
+}
+
 TEST(SectionEdges, AHeaderThatCameWithADocumentStaysThatDocumentsWhenItsSectionIsJoined) {
     std::vector<SectionRun> runs{
         {2, PropertyListId::empty}, {3, PropertyListId::empty}, {4, PropertyListId::empty}};
@@ -74,6 +97,23 @@ TEST(IndentEdges, AParagraphStartsFromTheIndentOfTheListThatItsStyleJoins) {
     const LookChange change = indentChange(tables, 2, 210);
     const ByteView changed = tables.lists[change({index, PropertyListId::empty}).properties];
     EXPECT_EQ(word::importing::operand16(changed, sprm::PDxaLeft80), 420 + 2 * 210);
+}
+
+TEST(IndentEdges, NoIndentIsWiderThanTheWidestPage) {
+    DocumentTables tables = word::importing::plainTables();
+    const auto indented = [&](int count) {
+        const LookChange change = indentChange(tables, count, 210);
+        const ByteView list = tables.lists[change({0, PropertyListId::empty}).properties];
+        EXPECT_EQ(word::importing::operand16(list, sprm::PDxaLeft80),
+                  word::importing::operand16(list, sprm::PDxaLeft));
+        return static_cast<std::int16_t>(word::importing::operand16(list, sprm::PDxaLeft));
+    };
+    EXPECT_EQ(indented(150), 31500);
+    EXPECT_EQ(indented(151), 31680);
+    EXPECT_EQ(indented(400), 31680);
+    EXPECT_EQ(indented(-150), -31500);
+    EXPECT_EQ(indented(-151), -31680);
+    EXPECT_EQ(indented(-400), -31680);
 }
 
 TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {

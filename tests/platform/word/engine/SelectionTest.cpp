@@ -158,6 +158,19 @@ TEST_F(SelectionTest, ParagraphBehindAHeadingIsNormalAgain) {
     EXPECT_TRUE(lookAt(4).empty());
 }
 
+TEST_F(SelectionTest, TheMarkBehindAHeadingHasNotTheHeadingsFont) {
+    selection().setStyle(document().styles().Item(u"标题 1"));
+    selection().Font().setSize(20);
+    type(u"章");
+    ASSERT_EQ(halfPointsAt(1), 40U) << "the heading's own mark";
+    selection().TypeParagraph();
+    EXPECT_EQ(halfPointsAt(1), 40U);
+    EXPECT_TRUE(lookAt(2).empty());
+    type(u"文");
+    EXPECT_TRUE(lookAt(2).empty());
+    EXPECT_TRUE(lookAt(3).empty());
+}
+
 TEST_F(SelectionTest, PageBreakEndsAParagraphWithTextAndAddsNoEmptyOne) {
     type(u"2026-05-01");
     selection().InsertBreak(BreakType::page);

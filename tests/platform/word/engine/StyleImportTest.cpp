@@ -157,4 +157,41 @@ TEST(ImportedStyles, WhatAStyleWasBeforeAChangeComesAlongWithItsAuthorAndFonts) 
     EXPECT_EQ(target.tables.fonts.at(came).name, u"黑体");
 }
 
+TEST(ImportedStyles, ANumberThatNamesAStyleOfAnotherKindBringsNone) {
+    SourceDocument source;
+    const StyleIndex ofParagraphs = source.addStyle(own(StyleKind::paragraph, u"引文"));
+    const StyleIndex ofCharacters = source.addStyle(own(StyleKind::character, u"字"));
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIstd, ofParagraphs));
+    source.paragraph(u"y", ofCharacters);
+    source.paragraph(u"z", 0, rowOf(ofParagraphs));
+    ImportTarget target;
+    const std::size_t before = target.tables.styles.styles.size();
+    target.import(source.document());
+    EXPECT_EQ(target.tables.styles.styles.size(), before);
+    EXPECT_FALSE(findSprm(target.runList(), sprm::CIstd));
+    EXPECT_EQ(target.styleOfParagraph(1).name, u"正文");
+}
+
+// Its picture could not be read.
+TEST(ImportedBullets, OneWithoutAPictureComesWithoutOne) {
+    SourceDocument source;
+    DocumentTables& tables = source.data.tables;
+    tables.blobs = {nullptr};
+    for (const std::uint32_t blob : {0U, 1U}) { // missing, and beyond the last
+        tables.bulletPictures.push_back(
+            source.list(sprm8(sprm::CFSpec, 1) + sprm32(sprm::CPicLocation, blob)));
+    }
+    tables.bulletPictures.push_back(source.list({})); // no place of a picture
+    const std::uint16_t list = source.addList(9, 23);
+    tables.listDefinitions.back().levels.front().character =
+        source.list(sprm32(sprm::CPbiIBullet, 0) + sprm16(sprm::CPbiGrf, 1));
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    ImportTarget target;
+    target.import(source.document());
+    ASSERT_EQ(target.tables.bulletPictures.size(), 1U) << "the others show none";
+    EXPECT_FALSE(
+        findSprm(target.tables.lists[target.tables.bulletPictures[0]], sprm::CPicLocation));
+    EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
+}
+
 } // namespace

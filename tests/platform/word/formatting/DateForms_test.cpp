@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <string>
+#include <utility>
+
 namespace qvnd::word {
 namespace {
 
@@ -29,6 +33,50 @@ TEST(DateForms, ChineseFormsAreWrittenInCharacters) {
     EXPECT_EQ(shown(u"aaaa"), u"星期日");
     EXPECT_EQ(shown(u"aaaa", {2024, 2, 29, 0, 0, 0}), u"星期四");
     EXPECT_EQ(shown(u"aaaa", {2024, 3, 1, 0, 0, 0}), u"星期五");
+}
+
+TEST(DateForms, TheHoursOfADayAreTwiceTwelve) {
+    const auto at = [](int hour) { return shown(u"h AM/PM", {2026, 1, 1, hour, 0, 0}); };
+    EXPECT_EQ(at(0), u"12 AM");
+    EXPECT_EQ(at(1), u"1 AM");
+    EXPECT_EQ(at(11), u"11 AM");
+    EXPECT_EQ(at(12), u"12 PM");
+    EXPECT_EQ(at(13), u"1 PM");
+    EXPECT_EQ(at(23), u"11 PM");
+}
+
+TEST(DateForms, TwoLettersAreShortAndMoreAreLong) {
+    const Moment early{2006, 2, 9, 8, 7, 6};
+    EXPECT_EQ(shown(u"y|yy|yyy|YY|YYYY", early), u"06|06|2006|06|2006");
+    EXPECT_EQ(shown(u"M|MM|d|dd|D|DD", early), u"2|02|9|09|9|09");
+    EXPECT_EQ(shown(u"H|HH|h|hh|m|mm|s|ss|S", early), u"8|08|8|08|7|07|6|06|6");
+    EXPECT_EQ(shown(u"aaa", early), u"星期四");
+    EXPECT_EQ(shown(u"aa", early), u"-");
+    EXPECT_EQ(shown(u"DDD", early), u"-");
+}
+
+TEST(DateForms, ChineseDaysCountInTens) {
+    const auto day = [](int number) { return shown(u"A", {2026, 1, number, 0, 0, 0}); };
+    EXPECT_EQ(day(10), u"十");
+    EXPECT_EQ(day(11), u"十一");
+    EXPECT_EQ(day(19), u"十九");
+    EXPECT_EQ(day(20), u"二十");
+    EXPECT_EQ(day(31), u"三十一");
+}
+
+TEST(DateForms, WeekdaysAreThoseOfTheCalendar) {
+    const auto weekday = [](int year, int month, int day) {
+        return shown(u"aaaa", {year, month, day, 0, 0, 0});
+    };
+    EXPECT_EQ(weekday(2000, 1, 1), u"星期六");
+    EXPECT_EQ(weekday(2023, 1, 1), u"星期日");
+    EXPECT_EQ(weekday(2000, 2, 29), u"星期二");
+    EXPECT_EQ(weekday(1900, 3, 1), u"星期四") << "no leap year";
+    EXPECT_EQ(weekday(2100, 12, 31), u"星期五");
+    for (const auto& [month, name] : std::initializer_list<std::pair<int, const char16_t*>>{
+             {4, u"三"}, {5, u"五"}, {6, u"一"}, {7, u"三"}, {8, u"六"}, {9, u"二"}, {10, u"四"}}) {
+        EXPECT_EQ(weekday(2026, month, 1), std::u16string(u"星期") + name) << month;
+    }
 }
 
 TEST(DateForms, WhatOnlyALanguageTellsIsLeftToTheStoredResult) {

@@ -127,6 +127,21 @@ TEST_F(Formats, ALeftIndentInCharactersIsThatOfTheHangingFirstLine) {
     EXPECT_DOUBLE_EQ(fromMargin.firstLine, -480);
 }
 
+TEST_F(Formats, ALabelHasTheUnderlineAndTheMarkerOfItsLevelAlone) {
+    PropertyLists& pool = builder.content.tables.lists;
+    const PropertyListId own =
+        pool.intern(withSprm8(withSprm8({}, sprm::CKul, 1), sprm::CHighlight, 7));
+    const auto label = [&](const Bytes& level) -> const ResolvedText& {
+        return formats().label(0, own, pool.intern(level));
+    };
+    EXPECT_FALSE(label({}).underlined);
+    EXPECT_FALSE(label(withSprm8({}, sprm::CKul, 0)).underlined);
+    EXPECT_TRUE(label(withSprm8({}, sprm::CKul, 1)).underlined);
+    EXPECT_EQ(label({}).background, std::nullopt);
+    EXPECT_TRUE(formats().text(0, own).underlined);
+    EXPECT_EQ(formats().text(0, own).background, 0xFFFF00U);
+}
+
 TEST_F(Formats, LineSpacingIsAMultipleOrAtLeastOrExact) {
     const ResolvedParagraph& plain = paragraph({});
     EXPECT_EQ(plain.spacing, ResolvedParagraph::Spacing::multiple);
@@ -147,6 +162,26 @@ TEST_F(Formats, ABuiltInHeadingIsAtItsLevelWithoutSayingSo) {
     EXPECT_EQ(paragraph({}, 1).outlineLevel, 1);
     EXPECT_EQ(paragraph({}, 0).outlineLevel, 0);
     EXPECT_EQ(paragraph(withSprm8({}, sprm::POutLvl, 2), 0).outlineLevel, 3);
+}
+
+TEST_F(Formats, TheBuiltInHeadingsAreNine) {
+    const auto levelOf = [](std::uint16_t sti) {
+        ContentBuilder sheet;
+        sheet.content.tables.styles.styles[1]->sti = sti;
+        return FormatResolver(sheet.content.tables).paragraph(1, {}).outlineLevel;
+    };
+    for (std::uint16_t level = 1; level <= 9; ++level) {
+        EXPECT_EQ(levelOf(level), level);
+    }
+    EXPECT_EQ(levelOf(0), 0);
+    EXPECT_EQ(levelOf(10), 0);
+}
+
+TEST_F(Formats, ATabStopOfAParagraphStandsForThatOfItsStyle) {
+    styleList(1, true) = {0x0D, 0xC6, 5, 0, 1, 0x68, 0x20, 0x00};
+    EXPECT_EQ(paragraph({}, 1).tabStops.at(0), (TabStop{8296, TabStop::Kind::left, 0}));
+    EXPECT_EQ(paragraph({0x0D, 0xC6, 5, 0, 1, 0x68, 0x20, 0x0A}, 1).tabStops,
+              (std::vector<TabStop>{{8296, TabStop::Kind::right, u'.'}}));
 }
 
 TEST_F(Formats, TabStopsBearTheirKindAndLeader) {

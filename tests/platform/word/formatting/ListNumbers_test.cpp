@@ -173,6 +173,11 @@ TEST_F(OverriddenLists, ALevelOfItsOwnIsTakenWhereTheOverrideSaysSo) {
     EXPECT_EQ(labels({{1, 0}}), (std::vector<std::u16string>{u"5."}));
 }
 
+TEST_F(OverriddenLists, ALevelOfItsOwnStandsForTheOneThatItNames) {
+    addOverride({{5, formats | 1U, levelOf(inDigits, byTab, {1, u')'})}});
+    EXPECT_EQ(labels({{1, 0}, {1, 1}}), (std::vector<std::u16string>{u"1.", u"1)"}));
+}
+
 TEST_F(OverriddenLists, AParagraphOfNoListHasNoLabel) {
     addOverride({});
     EXPECT_EQ(labels({{0, 0}, {2, 0}, {1, 8}, {1, 9}}),
@@ -183,6 +188,32 @@ TEST_F(OverriddenLists, AHiddenListShowsNoLabelsAndCountsNothing) {
     addOverride({});
     EXPECT_EQ(labels({{1, 0}, {0xFFFF, 0}, {1, 0}}),
               (std::vector<std::u16string>{u"1.", u"none", u"2."}));
+}
+
+TEST(ListIndexes, OfHiddenNumbersAreThoseOfTheirLists) {
+    EXPECT_EQ(listIndexOf(0), noList);
+    EXPECT_EQ(listIndexOf(1), 1);
+    EXPECT_EQ(listIndexOf(0x07FE), 0x07FE);
+    EXPECT_EQ(listIndexOf(0x07FF), noList) << "numbered as Word 95 does";
+    EXPECT_EQ(listIndexOf(0xF801), noList);
+    EXPECT_EQ(listIndexOf(0xF802), 0x07FE);
+    EXPECT_EQ(listIndexOf(0xFFFE), 2);
+    EXPECT_EQ(listIndexOf(0xFFFF), 1);
+}
+
+TEST_F(OverriddenLists, AHiddenNumberKeepsTheIndentsOfItsList) {
+    builder.content.tables.listDefinitions.push_back(builder.content.tables.listDefinitions[0]);
+    builder.content.tables.listDefinitions[1].lsid = 78;
+    addOverride({});
+    builder.content.tables.listOverrides.push_back({78, 0, 0, {}});
+    ListLevels levels(builder.content.tables);
+    const auto& definitions = builder.content.tables.listDefinitions;
+    EXPECT_EQ(levels.level(0xFFFF, 0), &definitions[0].levels[0]);
+    EXPECT_EQ(levels.level(0xFFFE, 3), &definitions[1].levels[3]);
+    EXPECT_EQ(levels.level(0xFFFD, 0), nullptr);
+    EXPECT_EQ(levels.level(2, 8), &definitions[1].levels[8]);
+    EXPECT_EQ(levels.level(2, 9), nullptr);
+    EXPECT_EQ(levels.level(3, 0), nullptr);
 }
 
 TEST_F(OverriddenLists, ALabelBeginsAtItsPlaceStandsAroundItOrEndsThere) {

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <string>
+#include <string_view>
 #include <utility>
 
 namespace qvnd::word {
@@ -39,6 +42,79 @@ TEST(NumberForms, NumbersAreWrittenAsTheFormsNamesSay) {
          }) {
         EXPECT_EQ(numberInForm(number, form), text) << number << " in form " << form;
     }
+}
+
+TEST(NumberForms, EachFormEndsWithItsLastNumber) {
+    const auto expectForm = [](unsigned form, int number, std::u16string_view text) {
+        EXPECT_EQ(numberInForm(number, form), text) << number << " in form " << form;
+    };
+    expectForm(2, 3888, u"mmmdccclxxxviii");
+    expectForm(2, 1944, u"mcmxliv");
+    expectForm(2, 2499, u"mmcdxcix");
+    EXPECT_EQ(numberInForm(32767, 2).size(), 32U + 8) << "dcclxvii behind the thousands";
+    expectForm(2, 32768, u"");
+    expectForm(4, 0, u"");
+    expectForm(4, 1, u"a");
+    expectForm(4, 27, u"aa");
+    expectForm(4, 52, u"zz");
+    expectForm(4, 53, u"aaa");
+    EXPECT_EQ(numberInForm(780, 4), std::u16string(30, u'z'));
+    EXPECT_EQ(numberInForm(781, 4), std::u16string(30, u'a'));
+    for (const auto& [number, text] :
+         std::initializer_list<std::pair<int, std::u16string_view>>{{1, u"1st"},
+                                                                    {2, u"2nd"},
+                                                                    {3, u"3rd"},
+                                                                    {4, u"4th"},
+                                                                    {10, u"10th"},
+                                                                    {12, u"12th"},
+                                                                    {13, u"13th"},
+                                                                    {20, u"20th"},
+                                                                    {21, u"21st"},
+                                                                    {23, u"23rd"},
+                                                                    {24, u"24th"},
+                                                                    {111, u"111th"},
+                                                                    {121, u"121st"}}) {
+        expectForm(5, number, text);
+    }
+    for (const unsigned form : {11U, 33U, 35U, 37U, 39U}) {
+        expectForm(form, 0, u"零");
+        expectForm(form, 9, u"九");
+        expectForm(form, 19, u"十九");
+        expectForm(form, 110, u"一百一十");
+        expectForm(form, 1001, u"一千零一");
+        expectForm(form, 9999, u"九千九百九十九");
+        expectForm(form, 10000, u"10000");
+        expectForm(form, -1, u"-1");
+    }
+    for (const unsigned form : {16U, 34U, 38U}) {
+        expectForm(form, 10, u"壹拾");
+        expectForm(form, 3405, u"叁仟肆佰零伍");
+    }
+    for (const unsigned form : {10U, 36U}) {
+        expectForm(form, 1098, u"一〇九八");
+    }
+    for (const unsigned form : {14U, 19U}) {
+        expectForm(form, 1098, u"１０９８");
+    }
+    for (const unsigned form : {18U, 28U}) {
+        expectForm(form, 1, u"①");
+        expectForm(form, 20, u"⑳");
+        expectForm(form, 0, u"0");
+    }
+    expectForm(26, 20, u"⒛");
+    expectForm(26, 21, u"21");
+    expectForm(27, 1, u"⑴");
+    expectForm(27, 20, u"⒇");
+    expectForm(29, 10, u"㈩");
+    expectForm(29, 11, u"11");
+    expectForm(30, 10, u"癸");
+    expectForm(30, 11, u"11");
+    expectForm(31, 12, u"亥");
+    expectForm(31, 13, u"13");
+    expectForm(31, 0, u"0");
+    expectForm(22, 0, u"00");
+    expectForm(22, -1, u"-1");
+    expectForm(57, 3, u"- 3 -");
 }
 
 TEST(NumberForms, NumbersOutsideAFormDoNoHarm) {
@@ -97,6 +173,30 @@ TEST(NumberForms, AFieldAsksForAFormByItsSwitch) {
     EXPECT_EQ(numberFormOf(u" PAGE \\* alphabetic"), 4U);
     EXPECT_EQ(numberFormOf(u" PAGE \\* MERGEFORMAT \\* ChineseNum2"), 38U);
     EXPECT_EQ(numberFormOf(u"PAGE \\*"), std::nullopt);
+    EXPECT_EQ(numberFormOf(u"PAGE \\* \"Ordinal\""), 5U);
+}
+
+TEST(NumberForms, EachNameOfAFormHasItsNumber) {
+    for (const auto& [name, form] :
+         std::initializer_list<std::pair<std::u16string, unsigned>>{{u"Arabic", 0},
+                                                                    {u"ordinal", 5},
+                                                                    {u"DBNUM1", 10},
+                                                                    {u"DBNUM2", 11},
+                                                                    {u"DBCHAR", 14},
+                                                                    {u"DBNUM3", 16},
+                                                                    {u"CIRCLENUM", 18},
+                                                                    {u"GB1", 26},
+                                                                    {u"GB2", 27},
+                                                                    {u"GB3", 28},
+                                                                    {u"GB4", 29},
+                                                                    {u"ZODIAC1", 30},
+                                                                    {u"ZODIAC2", 31},
+                                                                    {u"CHINESENUM1", 37},
+                                                                    {u"CHINESENUM2", 38},
+                                                                    {u"CHINESENUM3", 39},
+                                                                    {u"ArabicDash", 57}}) {
+        EXPECT_EQ(numberFormOf(u"PAGE \\* " + name), form);
+    }
 }
 
 } // namespace

@@ -129,6 +129,14 @@ TEST(ParagraphProperties, ATabChangeThatIsCutOffChangesNothing) {
     EXPECT_EQ(stops, (TabStops{{200, 0}, {300, 2}}));
 }
 
+TEST(ParagraphProperties, ALaterStopAtAPlaceTakesTheEarlierOnesKindAndLeader) {
+    TabStops stops{{100, 0}, {200, 2}};
+    applyTabStops(stops, Bytes{0x0D, 0xC6, 5, 0, 1, 100, 0, 0x0A}); // to the right, with dots
+    EXPECT_EQ(stops, (TabStops{{100, 0x0A}, {200, 2}}));
+    applyTabStops(stops, Bytes{0x0D, 0xC6, 7, 1, 200, 0, 1, 200, 0, 1}); // taken away and set
+    EXPECT_EQ(stops, (TabStops{{100, 0x0A}, {200, 1}}));
+}
+
 TEST(ParagraphProperties, ATabChangeMayTakeStopsNearAPlace) {
     TabStops stops{{99, 0}, {100, 0}, {110, 0}, {120, 0}, {121, 0}};
     // sprmPChgTabs: one place, 110, with ten twips to either side.
