@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -203,6 +204,62 @@ TEST_F(CommandsInTurn, ReadAgainOnceTheGestureOfARefusedCommandIsOver) {
     EXPECT_EQ(done, 0);
     EXPECT_TRUE(events.read(act));
     EXPECT_EQ(done, 1);
+}
+
+// A window's events on a plan whose commands are recorded.
+class RecordedInTurn : public CommandsInTurn {
+protected:
+    RecordedInTurn() {
+        world.makePlan({"T", "T.1"});
+        world.openPlan("T", "T.1");
+        events.areAbout(world.workbench.TrvCurrent);
+        events.onStep([this](const history::Step& step) { steps << step.selectedBefore; });
+        events.onRefusal([this](const QString& selected) { refusals << selected; });
+    }
+    void TearDown() override { world.state.History.reset(); }
+
+    void openHistory() {
+        world.state.History = std::make_unique<history::History>(
+            world.state.gUserTplPath + ".~history",
+            history::Places(world.state.gUserTplPath, {world.folder.root()}), *world.state.gWs,
+            *world.state.gFso, "测试");
+    }
+    void addRow() {
+        OutlineWorld::add(*world.state.gDbUser->OpenRecordset("Select * from T"), {"T.2", "新"});
+    }
+
+    QStringList steps; // the nodes selected before them
+    QStringList refusals;
+};
+
+TEST_F(RecordedInTurn, EachStepIsToldAndNothingWhereNothingWasChanged) {
+    openHistory();
+    events.run(act, "添加");
+    EXPECT_EQ(steps, QStringList());
+    events.run([this] { addRow(); }, "添加");
+    EXPECT_EQ(steps, QStringList("T.1"));
+    EXPECT_EQ(refusals, QStringList());
+}
+
+TEST_F(RecordedInTurn, AStepIsToldEvenOfACommandThatFailsOnItsWay) {
+    openHistory();
+    events.run(
+        [this] {
+            addRow();
+            throw RunTimeError(error::storeFailed, u"中断");
+        },
+        "添加");
+    EXPECT_EQ(told(), "中断");
+    EXPECT_EQ(steps, QStringList("T.1"));
+}
+
+TEST_F(RecordedInTurn, ACommandThatCannotBeRecordedIsRefusedWithTheNodeThatWasSelected) {
+    world.folder.write("用户模板/.~history", "in the way of the folder");
+    openHistory();
+    events.run([this] { addRow(); }, "添加");
+    EXPECT_EQ(world.keys("T"), (QStringList{"T", "T.1"}));
+    EXPECT_EQ(refusals, QStringList("T.1"));
+    EXPECT_EQ(steps, QStringList());
 }
 
 TEST_F(CommandsInTurn, RunNoMoreBehindTheEndOfTheProgram) {

@@ -247,6 +247,23 @@ TEST_F(PutBack, ANodeOfATemplateComesBackWithItsFile) {
     EXPECT_NE(world.workbench.TrvTemplate.find("M.1.1"), nullptr);
 }
 
+// As a command does that ends the program: the next run has a history of its own.
+TEST_F(PutBack, ACommandThatEndedTheProgramIsNoStepOfTheHistoryThatIsOpenedNext) {
+    const auto steps = [this] { return world.state.History->steps().size(); };
+    const auto before = steps();
+    outline::RecordedCommand recorded(world.state, world.workbench.TrvCurrent, "退出",
+                                      world.messages);
+    addRow({"T.3", "新"});
+    world.state.History->finish({});
+    world.state.History.reset();
+    openHistory();
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_FALSE(recorded.finish());
+    EXPECT_EQ(steps(), before + 1);
+    run("添加", [this] { addRow({"T.4", "后"}); });
+    EXPECT_EQ(steps(), before + 2);
+}
+
 TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
     EXPECT_FALSE(outline::canPutBack({Kind::rowAdded, "D", "T", "T.1", "章", {}}));
     EXPECT_FALSE(outline::canPutBack({Kind::tableDropped, "D", "T", {}, "T", {}}));

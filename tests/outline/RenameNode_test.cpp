@@ -1,5 +1,6 @@
 #include "outline/RenameNode.h"
 
+#include "platform/jet/ChangeObserver.h"
 #include "support/OutlineWorld.h"
 #include "support/Text.h"
 
@@ -102,6 +103,25 @@ TEST_F(RenameNodes, AKeyWithoutARowIsToldAndTheOldTextStands) {
     EXPECT_EQ(messages.shown[0].title, "提示");
     EXPECT_EQ(textOf("T.1"), "名T.1");
     EXPECT_EQ(keys("T"), QStringList({"T", "T.2", "T.2.4"}));
+}
+
+TEST_F(RenameNodes, ARowThatCannotBeWrittenLeavesTheOldTextInTheTree) {
+    class FullStore : public jet::ChangeObserver {
+    public:
+        void BeforeChange(const QString& /*path*/) override {
+            throw RunTimeError(error::storeDiskFull, u"磁盘已满");
+        }
+        void BeforeCreation(const QString& /*path*/) override {}
+        void BeforeCommit(const std::function<QByteArray()>& /*image*/) override {}
+        void AfterChange(const QString& /*path*/, const QString& /*table*/) override {}
+    } full;
+    state.gWs->Observe(&full);
+    const bool isTaken = rename("T.1", "新名");
+    state.gWs->Observe(nullptr);
+    EXPECT_FALSE(isTaken);
+    EXPECT_EQ(messages.shown.back().text, "磁盘已满");
+    EXPECT_EQ(textOf("T.1"), "名T.1");
+    EXPECT_EQ(names(), QStringList({"名T", "名T.1", "名T.2", "名T.2.4"}));
 }
 
 TEST_F(RenameNodes, WithoutASelectionThereIsNothingToEdit) {

@@ -180,6 +180,14 @@ TEST_F(StoringATemplate, ADocumentThatCannotBeCopiedLeavesTheFolderWithWhatHadCo
     EXPECT_EQ(templateCopyKeys("T"), QStringList({"T", "T.1", "T.2"}));
 }
 
+TEST_F(StoringATemplate, WhatAKilledProcessLeftHalfDoneDoesNotComeAlong) {
+    makeCurrentPlan({"T", "T.1d"});
+    folder.write("Sys/标书模板/.~stored/T.9.doc", "of another plan");
+    EXPECT_EQ(store().result, Stored::stored);
+    EXPECT_EQ(folder.names("Sys/标书模板/T"), QStringList({"T.1.doc", "T.mdb"}));
+    EXPECT_EQ(folder.names("Sys/标书模板"), QStringList{"T"});
+}
+
 TEST_F(StoringATemplate, ATemplateWithoutItsFolderIsForgottenEvenWhereMissingPlansAreKept) {
     makeTemplate({"M", "M.1"});
     QDir(folder.path("Sys/标书模板/M")).removeRecursively();

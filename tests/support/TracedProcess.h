@@ -2,6 +2,8 @@
 
 #ifdef __linux__
 
+#include "support/ScratchFolder.h"
+
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
@@ -35,8 +37,10 @@ public:
     // Asks before each change whether the work may go on, which stands still meanwhile: what it has
     // left on the disk is what a process that is killed then leaves. It is killed where it may not.
     static int watch(const Work& work, const std::function<bool(int change)>& mayGoOn) {
+        const ScratchFolder temporary; // what the process leaves there goes with it
         const pid_t process = fork();
         if (process == 0) {
+            setenv("TMPDIR", temporary.path().c_str(), 1);
             if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0 || !stopAtChanges()) {
                 _exit(cannotTrace);
             }
