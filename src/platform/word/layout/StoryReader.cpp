@@ -171,7 +171,9 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         if (c == pageNumber && shared_.officeText) {
             addText(fields.number, at, format, result);
         } else {
+            const std::size_t first = result.items.size();
             readCharacter(c, at, format, result);
+            attachFootnote(at, first, result);
         }
     }
     const word::Cp markAt = std::min(end, story_.size() - 1);
@@ -432,20 +434,32 @@ void StoryReader::addPicture(word::Cp at, const word::ResolvedText& format,
     result.items.push_back(std::move(item));
 }
 
-// In the text the number of the note referred to, in the note its own.
-void StoryReader::addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result) {
+const word::Anchor* StoryReader::noteAt(word::Cp at) const {
     const auto anchor =
         std::lower_bound(story_.anchors.begin(), story_.anchors.end(), at,
                          [](const word::Anchor& a, word::Cp position) { return a.at < position; });
-    const bool refers = anchor != story_.anchors.end() && anchor->at == at && namesNote(*anchor);
-    const std::optional<std::uint32_t> note = refers ? std::optional(anchor->index) : note_;
-    if (!note || *note >= shared_.noteMarks.size()) {
+    const bool refers = anchor != story_.anchors.end() && anchor->at == at && namesNote(*anchor) &&
+                        anchor->index < shared_.noteMarks.size();
+    return refers ? &*anchor : nullptr;
+}
+
+// In the text the number of the note referred to, in the note its own.
+void StoryReader::addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result) {
+    const word::Anchor* anchor = noteAt(at);
+    const std::optional<std::uint32_t> note = anchor != nullptr ? anchor->index : note_;
+    if (note && *note < shared_.noteMarks.size()) {
+        addText(shared_.noteMarks[*note], at, format, result);
+    }
+}
+
+// A footnote stands on the page of its reference: a number, or a mark of the author's own.
+void StoryReader::attachFootnote(word::Cp at, std::size_t first, ParagraphItems& result) const {
+    if (result.items.size() <= first) {
         return;
     }
-    const std::size_t first = result.items.size();
-    addText(shared_.noteMarks[*note], at, format, result);
-    if (refers && anchor->kind == word::AnchorKind::footnote && result.items.size() > first) {
-        result.items[first].note = note;
+    const word::Anchor* anchor = noteAt(at);
+    if (anchor != nullptr && anchor->kind == word::AnchorKind::footnote) {
+        result.items[first].note = anchor->index;
     }
 }
 

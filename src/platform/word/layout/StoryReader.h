@@ -147,7 +147,11 @@ private:
                     ParagraphItems& result);
     const Shared::ShownPicture& pictureOf(const word::ResolvedText& format);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
+    // The reference to a note there, or null.
+    const word::Anchor* noteAt(word::Cp at) const;
     void addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
+    // `first`: the item that the character there begins.
+    void attachFootnote(word::Cp at, std::size_t first, ParagraphItems& result) const;
     // Adds a character of a symbol font. `code`: with or without 0xF000 added.
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
