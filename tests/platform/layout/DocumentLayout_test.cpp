@@ -6,6 +6,9 @@
 #include "platform/word/layout/CharacterClasses.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace qvnd::layout {
 namespace {
@@ -67,6 +70,24 @@ TEST_F(Pages, AContinuousSectionGoesOnUnderTheLast) {
     EXPECT_DOUBLE_EQ(found[0].layer.texts[1].baseline - found[0].layer.texts[0].baseline, 200);
 }
 
+TEST_F(Pages, AContinuousSectionOnOtherPaperBeginsASheet) {
+    const auto papersWith = [&](std::uint16_t side, std::uint16_t length) {
+        main = {};
+        before = 0;
+        document.sections.resize(1);
+        std::vector<std::pair<double, double>> papers;
+        for (const Page& page :
+             pagesOfTwoSections(withSprm16(withSprm8(section(), sprm::SBkc, 0), side, length))) {
+            papers.emplace_back(page.width, page.height);
+        }
+        return papers;
+    };
+    using Papers = std::vector<std::pair<double, double>>;
+    EXPECT_EQ(papersWith(sprm::SYaPage, 4000), (Papers{{4000, 4000}}));
+    EXPECT_EQ(papersWith(sprm::SYaPage, 5000), (Papers{{4000, 4000}, {4000, 5000}}));
+    EXPECT_EQ(papersWith(sprm::SXaPage, 5000), (Papers{{4000, 4000}, {5000, 4000}}));
+}
+
 TEST_F(Pages, TheSpaceBelowASectionStaysAboveOneThatGoesOnUnderIt) {
     type(u"甲\r", withSprm16({}, sprm::PDyaAfter, 300));
     nextSection(withSprm8(section(), sprm::SBkc, 0));
@@ -94,71 +115,12 @@ TEST_F(Pages, TwoColumnsAreFilledOneAfterTheOther) {
     EXPECT_DOUBLE_EQ(found[0].layer.texts[10].baseline, found[0].layer.texts[0].baseline);
 }
 
-TEST_F(Pages, HeadersStandOnEachPageAndPushTheTextDown) {
-    paragraphs(12);
-    putHeader(word::HeaderKind::oddHeader, story(u"眉\r眉\r眉\r"));
-    const auto found = pages();
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(textOf(found[1]).substr(0, 3), u"眉眉眉");
-    EXPECT_DOUBLE_EQ(found[0].layer.texts[0].baseline, 720 + 160);
-    EXPECT_DOUBLE_EQ(found[0].layer.texts[3].baseline, 720 + 600 + 160);
-}
-
-TEST_F(Pages, ATitlePageHasHeadersOfItsOwn) {
-    paragraphs(12);
-    document.sections[0].properties = intern(withSprm8(section(), sprm::SFTitlePage, 1));
-    putHeader(word::HeaderKind::oddHeader, story(u"眉\r"));
-    const auto found = pages();
-    EXPECT_EQ(textOf(found[0])[0], u'一');
-    EXPECT_EQ(textOf(found[1])[0], u'眉');
-}
-
 TEST_F(Pages, HiddenTextAndInstructionsOfFieldsAreNotSeen) {
     type(u"甲\x13HYPERLINK x\x14乙\x15丙\r");
     main.fields = {{1, 0x13, 0x58}, {13, 0x14, 0}, {15, 0x15, 0}};
     EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
     main.characters = {{1, intern(withSprm8({}, sprm::CFVanish, 1))}, {main.size() - 1, {}}};
     EXPECT_EQ(textOf(pages().at(0)), u"乙丙");
-}
-
-TEST_F(Pages, AFootnoteStandsOnThePageOfItsReference) {
-    type(u"甲\x02\r");
-    paragraphs(9);
-    putFootnote(1, u"\x02注\r");
-    const auto found = pages();
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(textOf(found[0]).substr(0, 2), u"甲1");
-    EXPECT_EQ(textOf(found[0]).substr(textOf(found[0]).size() - 2), u"1注");
-    EXPECT_EQ(found[0].layer.rules.size(), 1U);
-    EXPECT_TRUE(found[1].layer.rules.empty());
-}
-
-TEST_F(Pages, ALongFootnoteGoesOnAtTheFootOfTheNextPage) {
-    for (int i = 0; i < 7; ++i) {
-        type(u"一\r");
-    }
-    type(u"甲\x02\r");
-    paragraphs(1);
-    putFootnote(15, u"\x02注\r二\r三\r");
-    const auto found = pages();
-    ASSERT_EQ(found.size(), 2U);
-    EXPECT_EQ(textOf(found[0]), u"一一一一一一一甲11注");
-    EXPECT_EQ(textOf(found[1]), u"一二三");
-    EXPECT_DOUBLE_EQ(found[1].layer.texts.back().baseline, 3000 - 200 + 160);
-}
-
-TEST_F(Pages, AFootnoteOfManyPagesGoesOnBehindTheText) {
-    type(u"甲\x02\r");
-    std::u16string lines = u"\x02注\r";
-    for (int i = 0; i < 25; ++i) {
-        lines += u"二\r";
-    }
-    putFootnote(1, lines);
-    std::u16string all;
-    for (const Page& page : pages()) {
-        all += textOf(page);
-    }
-    EXPECT_EQ(all, u"甲11注" + std::u16string(25, u'二'));
 }
 
 TEST_F(Pages, ATableStandsCellBesideCell) {
@@ -201,6 +163,37 @@ TEST_F(Pages, ATableOfNothingButHeadingRowsFillsItsPagesAsAnyOther) {
     EXPECT_EQ(textOf(found[1]), std::u16string(5, u'甲') + u"末");
 }
 
+TEST_F(Pages, HeadingRowsCountFromTheFirstRowOnAlone) {
+    const auto typeRow = [&](const std::u16string& text, unsigned isHeading) {
+        const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+        main.text += text + u"\a\a";
+        main.characters.push_back({static_cast<word::Cp>(text.size() + 2), {}});
+        main.paragraphs.push_back({static_cast<word::Cp>(text.size() + 1), 0, intern(inTable)});
+        main.paragraphs.push_back(
+            {1, 0,
+             intern(withSprm8(withSprm8(inTable, sprm::PFTtp, 1), sprm::TTableHeader, isHeading))});
+    };
+    const auto textOfTable = [&](const std::vector<unsigned>& headings) {
+        main = {};
+        for (std::size_t i = 0; i < 12; ++i) {
+            const bool isHeading = i < headings.size() && headings[i] != 0;
+            typeRow(std::u16string(1, static_cast<char16_t>(u'a' + i)), isHeading ? 1 : 0);
+        }
+        type(u"末\r");
+        std::vector<std::u16string> texts;
+        for (const Page& page : pages()) {
+            texts.push_back(textOf(page));
+        }
+        return texts;
+    };
+    using Texts = std::vector<std::u16string>;
+    EXPECT_EQ(textOfTable({}), (Texts{u"abcdefghij", u"kl末"}));
+    EXPECT_EQ(textOfTable({1}), (Texts{u"abcdefghij", u"akl末"}));
+    EXPECT_EQ(textOfTable({1, 1}), (Texts{u"abcdefghij", u"abkl末"}));
+    EXPECT_EQ(textOfTable({0, 1}), (Texts{u"abcdefghij", u"kl末"}));
+    EXPECT_EQ(textOfTable({1, 0, 1}), (Texts{u"abcdefghij", u"akl末"}));
+}
+
 TEST_F(Pages, APictureHigherThanThePageStandsOnOneOfItsOwn) {
     paragraphs(1);
     type(u"二\r", withSprm32({}, sprm::PDyaLine, static_cast<std::uint16_t>(-9000)));
@@ -218,6 +211,24 @@ TEST_F(Pages, TheOfficeSuitePutsWholeLinesOfTheGridInTheMiddleOfThePage) {
     ASSERT_EQ(found.size(), 2U);
     EXPECT_NEAR(found[0].layer.texts.front().baseline, 1000 + 100 + 50 + 160, 0.02);
     EXPECT_EQ(textOf(found[1]), u"一");
+}
+
+TEST_F(Pages, InTheOfficeSuiteAGridWhoseLinesAreHigherThanThePageMovesNothing) {
+    for (int i = 0; i < 10; ++i) {
+        type(u"甲\r", withSprm8({}, sprm::PFUsePgsuSettings, 0)); // off the grid
+    }
+    options = officeOptions();
+    const auto onGrid = [&](std::uint16_t pitch) {
+        const Bytes list = withSprm16(section(), sprm::SClm, 2);
+        document.sections.front().properties = intern(withSprm16(list, sprm::SDyaLinePitch, pitch));
+        return pages();
+    };
+    const auto one = onGrid(1500); // one line in the middle of 2000 twips
+    EXPECT_EQ(one.size(), 2U);
+    EXPECT_NEAR(one.at(0).layer.texts.front().baseline, 1000 + 250 + 160, 0.02);
+    const auto none = onGrid(2001);
+    EXPECT_EQ(none.size(), 1U);
+    EXPECT_NEAR(none.at(0).layer.texts.front().baseline, 1000 + 160, 0.02);
 }
 
 // A frame 800 wide and 400 high at the left edge of the column, where it stands in the text.
@@ -275,14 +286,6 @@ TEST_F(Pages, ParagraphsInEqualFramesShareOne) {
     type(u"甲\r");
     const Page page = pages().at(0);
     EXPECT_DOUBLE_EQ(runWith(page, u'架').baseline, runWith(page, u'框').baseline + 200);
-}
-
-TEST_F(Pages, AFooterIsHighEnoughForAFrameInIt) {
-    word::Story footer = story(u"1\r", frame());
-    append(footer, u"\r");
-    putHeader(word::HeaderKind::oddFooter, footer);
-    paragraphs(10);
-    EXPECT_EQ(pages().size(), 2U); // 400 below the text, above 720 at the foot of the page
 }
 
 TEST_F(Pages, AFrameThatNothingFollowsIsNotLost) {
@@ -436,19 +439,6 @@ TEST_F(Pages, InTheOfficeSuiteOneGridTakesTheLeadingFromAllOfTheDocument) {
     EXPECT_DOUBLE_EQ(pitch(officeOptions()), 200);
 }
 
-TEST_F(Pages, InTheOfficeSuiteNothingIsKeptBelowTheLastLineOfANote) {
-    Bytes spaced = withSprm16({}, sprm::PDyaAfter, 300);
-    spaced = withSprm32(spaced, sprm::PDyaLine, (1U << 16U) | 360); // one and a half lines
-    main.anchors = {{1, word::AnchorKind::footnote, 0}};
-    document.tables.sideStories.push_back(
-        {std::make_shared<const word::Story>(story(u"注\r释\r", spaced)), true, {}, {}});
-    type(u"甲\u0002\r");
-    const auto foot = [&] { return runWith(pages().at(0), u'释').baseline; };
-    EXPECT_DOUBLE_EQ(foot(), 3000 - 300 - 40);
-    options = officeOptions();
-    EXPECT_NEAR(foot(), 3000 - 40, 0.02);
-}
-
 TEST_F(Pages, TheOfficeSuiteDrawsTextAtTenthsOfPoints) {
     type(u"甲\r");
     type(u"乙\r", withSprm16({}, sprm::PDyaBefore, 101));
@@ -488,21 +478,6 @@ TEST_F(Pages, InTheOfficeSuiteAPageBreakAtAParagraphsStartLeavesNothingOnThePage
     const auto found = pages();
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(textOf(found[1]), u"乙");
-}
-
-TEST_F(Pages, SpacesInAHeaderAreTheLargerOfBothWhereTheDocumentSaysSo) {
-    word::Story header = story(u"眉\r", withSprm16({}, sprm::PDyaAfter, 300));
-    append(header, u"题\r", withSprm16({}, sprm::PDyaBefore, 100));
-    putHeader(word::HeaderKind::oddHeader, header);
-    type(u"甲\r");
-    const auto gap = [&] {
-        const auto texts = pages().at(0).layer.texts;
-        return texts[1].baseline - texts[0].baseline;
-    };
-    word::writeDop(document.settings, word::dop::addsParagraphSpaces, 1);
-    EXPECT_DOUBLE_EQ(gap(), 200 + 400);
-    word::writeDop(document.settings, word::dop::addsParagraphSpaces, 0);
-    EXPECT_DOUBLE_EQ(gap(), 200 + 300);
 }
 
 } // namespace

@@ -4,7 +4,10 @@
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
 
+#include <memory>
 #include <numbers>
+#include <utility>
+#include <vector>
 
 namespace qvnd::layout {
 namespace {
@@ -25,6 +28,11 @@ protected:
 
     // `count` properties in `table`.
     Layer composed(unsigned kind, unsigned count, const word::Bytes& table) {
+        return composed(drawingOf(kind, count, table)).layer;
+    }
+    // `more`: records behind the properties.
+    static word::Drawing drawingOf(unsigned kind, unsigned count, const word::Bytes& table,
+                                   const word::Bytes& more = {}) {
         word::LittleEndianWriter place;
         for (const std::uint32_t side : {0U, 0U, 1000U, 1000U}) {
             place.u32(side);
@@ -33,14 +41,18 @@ protected:
         word::Bytes content = shapeRecord(2, kind, art::fsp, word::Bytes(8));
         const word::Bytes properties = shapeRecord(3, count, art::fopt, table);
         content.insert(content.end(), properties.begin(), properties.end());
+        content.insert(content.end(), more.begin(), more.end());
         word::Drawing drawing;
         drawing.place = place.take();
         drawing.records = shapeRecord(art::container, 0, art::spContainer, content);
+        return drawing;
+    }
+    AnchoredFloat composed(const word::Drawing& drawing) {
         document.tables.drawings = {drawing};
         StoryReader::Shared shared(sourceOfAll(), fonts);
         const auto floating = FloatComposer(shared).drawing(0, {}, {});
         EXPECT_TRUE(floating);
-        return floating ? floating->layer : Layer();
+        return floating.value_or(AnchoredFloat());
     }
     Layer composed(unsigned kind) { return composed(kind, look.count(), look.encode()); }
 
@@ -54,6 +66,16 @@ protected:
         table.text(u"AB");
         table.u16(0);
         return composed(136, 2, table.take());
+    }
+
+    // A rectangle that names the first text of the document.
+    AnchoredFloat composedText(const std::u16string& text) {
+        document.tables.shapeTexts = {{std::make_shared<const word::Story>(story(text)), {}}};
+        word::Drawing drawing = drawingOf(1, look.count(), look.encode(),
+                                          shapeRecord(0, 0, art::clientTextbox, word::Bytes(4)));
+        const auto at = static_cast<std::uint32_t>(drawing.records.size() - 4);
+        drawing.references = {{at, word::ShapeReference::Kind::text, 0, 0}};
+        return composed(drawing);
     }
 
     art::ShapeProperties look;
@@ -80,6 +102,78 @@ TEST_F(FloatingShape, ALinesArrowStandsAtItsEndInTheLinesColour) {
     EXPECT_EQ(line.outlines[0].path.points[0], (PathPoint{1000, 1000}));
     EXPECT_FALSE(line.outlines[1].fill);
     EXPECT_EQ(line.outlines[1].lineColour, 0xFF0000U);
+}
+
+TEST_F(FloatingShape, AnArrowAtALinesStartPointsAwayFromIt) {
+    look.set(0x01D0, 1);
+    const Layer line = composed(20);
+    ASSERT_EQ(line.outlines.size(), 2U);
+    EXPECT_EQ(line.outlines[0].path.points[0], (PathPoint{0, 0}));
+    EXPECT_GT(line.outlines[0].path.points[1].x, 0);
+    look.set(0x01D1, 1);
+    EXPECT_EQ(composed(20).outlines.size(), 3U);
+    EXPECT_EQ(composed(4).outlines.size(), 1U) << "a diamond has no ends";
+}
+
+TEST_F(FloatingShape, ItsTextStandsWithinItsPadding) {
+    look.set(0x0081, 100 * 635);
+    look.set(0x0082, 50 * 635);
+    look.set(0x0083, 200 * 635);
+    const Layer layer = composedText(u"一二三四\r").layer;
+    ASSERT_EQ(layer.texts.size(), 2U) << "of three characters in a line of 700 twips";
+    EXPECT_EQ(layer.texts[0].text, u"一二三");
+    EXPECT_DOUBLE_EQ(layer.texts[0].x, 100);
+    EXPECT_DOUBLE_EQ(layer.texts[0].baseline, 50 + 160);
+    EXPECT_EQ(layer.fills.size(), 1U);
+}
+
+TEST_F(FloatingShape, OneThatFitsItsTextIsAsHighAsThatAndItsPadding) {
+    look.set(0x00BF, 0x00020002);
+    const AnchoredFloat small = composedText(u"一二三四\r");
+    EXPECT_DOUBLE_EQ(small.layer.fills.at(0).height, 72 + 400 + 72);
+    EXPECT_DOUBLE_EQ(small.place.height, 1000);
+    const AnchoredFloat large = composedText(u"一二三四五六七八九十一二三四五六\r");
+    EXPECT_DOUBLE_EQ(large.layer.fills.at(0).height, 72 + 1200 + 72);
+    EXPECT_DOUBLE_EQ(large.place.height, 1344);
+}
+
+TEST_F(FloatingShape, ATextOrDrawingThatIsNotThereIsNone) {
+    composedText(u"一\r");
+    const word::Drawing named = document.tables.drawings[0];
+    document.tables.shapeTexts = {{nullptr, {}}};
+    EXPECT_TRUE(composed(named).layer.texts.empty());
+    document.tables.shapeTexts.clear();
+    EXPECT_TRUE(composed(named).layer.texts.empty());
+    StoryReader::Shared shared(source, fonts);
+    EXPECT_FALSE(FloatComposer(shared).drawing(1, {}, {}));
+}
+
+Strip stripOf(std::vector<PlacedText> texts, std::vector<PlacedPicture> pictures) {
+    Strip strip;
+    strip.layer.texts = std::move(texts);
+    strip.layer.pictures = std::move(pictures);
+    return strip;
+}
+
+TEST(TextWidth, ReachesFromTheFirstToTheLastOfAllTextsAndPictures) {
+    PlacedText near;
+    near.x = 100;
+    near.advances = {50, 50};
+    PlacedText far;
+    far.x = 300;
+    far.advances = {20};
+    PlacedPicture picture;
+    picture.x = 500;
+    picture.width = 30;
+    EXPECT_DOUBLE_EQ(textWidth({}), 0);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({near, far}, {})}), 220);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({far, near}, {})}), 220);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({near}, {}), stripOf({far}, {picture})}), 430);
+    PlacedPicture left = picture;
+    left.x = 10;
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({}, {left, picture})}), 520);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({}, {picture, left})}), 520);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({}, {picture})}), 30);
 }
 
 TEST_F(FloatingShape, UprightTextArtFillsItsArea) {

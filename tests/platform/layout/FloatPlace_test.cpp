@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 namespace qvnd::layout {
 namespace {
 
@@ -97,6 +100,34 @@ TEST(FloatPlace, TheFirstObstacleInALinesWayEndsFirst) {
     EXPECT_DOUBLE_EQ(endOfObstacle(obstacles, {300, 0, 2000}, 100), 300) << "nothing in its way";
 }
 
+TEST(FloatPlace, WhatOnlyTouchesALineIsNotInItsWay) {
+    const LineGap line{100, 200, 300};
+    const auto isInTheWay = [&](const PageArea& area) {
+        return gapsFor({{area, false}}, line, 50, 10) != std::vector<LineGap>{line};
+    };
+    EXPECT_FALSE(isInTheWay({0, 0, 1000, 100}));
+    EXPECT_TRUE(isInTheWay({0, 0, 1000, 101}));
+    EXPECT_FALSE(isInTheWay({0, 150, 1000, 400}));
+    EXPECT_TRUE(isInTheWay({0, 149, 1000, 400}));
+    EXPECT_FALSE(isInTheWay({0, 0, 200, 400}));
+    EXPECT_TRUE(isInTheWay({0, 0, 201, 400}));
+    EXPECT_FALSE(isInTheWay({300, 0, 1000, 400}));
+    EXPECT_TRUE(isInTheWay({299, 0, 1000, 400}));
+}
+
+TEST(FloatPlace, APlaceAsWideAsTheNarrowestIsTaken) {
+    const std::vector<Obstacle> obstacles{{{300, 0, 1700, 100}, true}};
+    const std::vector<LineGap> both{{0, 0, 300}, {0, 1700, 2000}};
+    EXPECT_EQ(gapsFor(obstacles, {0, 0, 2000}, 100, 300), both);
+    EXPECT_EQ(gapsFor(obstacles, {0, 0, 2000}, 100, 301), (std::vector<LineGap>{{100, 0, 2000}}));
+}
+
+TEST(FloatPlace, ObstaclesThatOverlapLeaveNothingBetweenThem) {
+    const std::vector<Obstacle> obstacles{{{900, 0, 1000, 100}, true}, {{200, 0, 1500, 100}, true}};
+    EXPECT_EQ(gapsFor(obstacles, {0, 0, 2000}, 100, 200),
+              (std::vector<LineGap>{{0, 0, 200}, {0, 1500, 2000}}));
+}
+
 // An obstacle from 500 to 700 across, in a column of 2000 or of that width.
 PageArea inColumn(FloatPlace::Side side, double width = 2000) {
     AnchoredFloat floating;
@@ -126,6 +157,71 @@ TEST(PageObstacles, WithTextOnOneSideAloneTheyReachToTheColumnsOtherEnd) {
     EXPECT_DOUBLE_EQ(inColumn(Side::wider).right, 700);
     EXPECT_DOUBLE_EQ(inColumn(Side::wider, 1200).left, 500) << "both sides are as wide";
     EXPECT_DOUBLE_EQ(inColumn(Side::wider, 1200).right, 1200);
+}
+
+TEST(PageObstacles, ThoseThatTextPassesAndThoseOfCellsAreNone) {
+    const auto count = [](FloatPlace::Wrap wrap, double columnWidth) {
+        AnchoredFloat floating;
+        floating.place.wrap = wrap;
+        floating.place.width = floating.place.height = 100;
+        floating.columnWidth = columnWidth;
+        Strips strips(1);
+        strips[0].floats.push_back(std::move(floating));
+        PageObstacles obstacles;
+        obstacles.add(strips, {});
+        return obstacles.within({0, 0, 1000, 1000}).size();
+    };
+    EXPECT_EQ(count(FloatPlace::Wrap::beside, 0), 1U);
+    EXPECT_EQ(count(FloatPlace::Wrap::below, 0), 1U);
+    EXPECT_EQ(count(FloatPlace::Wrap::none, 0), 0U);
+    EXPECT_EQ(count(FloatPlace::Wrap::beside, 1), 0U);
+}
+
+TEST(PageObstacles, KeepTheirDistanceAndStandBelowTheStripsBeforeTheirs) {
+    AnchoredFloat floating;
+    floating.place.wrap = FloatPlace::Wrap::beside;
+    floating.place.left = 300;
+    floating.place.width = floating.place.height = 100;
+    floating.place.apartAcross = 20;
+    floating.place.apartDown = 10;
+    floating.y = 5;
+    Strips strips(2);
+    strips[0].height = 200;
+    strips[1].floats.push_back(std::move(floating));
+    FloatFrame frame;
+    frame.column = {1000, 0, 3000, 0};
+    frame.anchorTop = 500;
+    PageObstacles obstacles;
+    obstacles.add(strips, frame);
+    const PageArea area = obstacles.within({1000, 500, 3000, 1500}).at(0).area;
+    EXPECT_DOUBLE_EQ(area.left, 300 - 20);
+    EXPECT_DOUBLE_EQ(area.right, 400 + 20);
+    EXPECT_DOUBLE_EQ(area.top, 205 - 10);
+    EXPECT_DOUBLE_EQ(area.bottom, 305 + 10);
+    EXPECT_TRUE(obstacles.within({1000, 815, 3000, 1500}).empty()) << "it ends above";
+    EXPECT_TRUE(obstacles.within({1000, 500, 3000, 695}).empty()) << "it begins below";
+    EXPECT_TRUE(obstacles.within({1420, 500, 3000, 1500}).empty());
+    EXPECT_TRUE(obstacles.within({0, 500, 1280, 1500}).empty());
+    EXPECT_EQ(obstacles.within({1419, 814, 3000, 1500}).size(), 1U);
+    EXPECT_EQ(obstacles.within({0, 500, 1281, 696}).size(), 1U);
+}
+
+TEST(PageObstacles, ThoseFromACharacterOnAreForgotten) {
+    AnchoredFloat floating;
+    floating.place.wrap = FloatPlace::Wrap::beside;
+    floating.place.width = floating.place.height = 100;
+    Strips strips(2);
+    strips[0].at = 4;
+    strips[1].at = 5;
+    strips[0].floats = strips[1].floats = {floating};
+    PageObstacles obstacles;
+    obstacles.add(strips, {});
+    obstacles.forgetFrom(6);
+    EXPECT_EQ(obstacles.within({0, 0, 500, 500}).size(), 2U);
+    obstacles.forgetFrom(5);
+    EXPECT_EQ(obstacles.within({0, 0, 500, 500}).size(), 1U);
+    obstacles.clear();
+    EXPECT_TRUE(obstacles.within({0, 0, 500, 500}).empty());
 }
 
 } // namespace

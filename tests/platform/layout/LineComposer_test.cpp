@@ -1,12 +1,6 @@
-#include "platform/word/layout/LineComposer.h"
+#include "platform/layout/ComposedLines.h"
 
-#include "platform/word/layout/CharacterClasses.h"
-#include "platform/word/layout/TabStops.h"
-#include "support/FixedFonts.h"
-
-#include <gtest/gtest.h>
-
-#include <cstdint>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -17,66 +11,7 @@ using word::LineAlignment;
 using word::ResolvedParagraph;
 using word::TabStop;
 
-// Lines of ten Chinese characters of 10 points: 2000 twips.
-class LineComposer : public testing::Test {
-protected:
-    LineComposer() {
-        setting.width = 2000;
-        format.spacesLatin = format.spacesDigits = false;
-    }
-
-    void type(std::u32string_view text) {
-        for (const char32_t c : text) {
-            TextItem item;
-            item.character = c;
-            item.size = 200;
-            item.format = &look;
-            item.at = static_cast<word::Cp>(items.items.size());
-            item.width = fonts.advance(0, c) * item.size;
-            item.kind = c == U'\t'   ? TextItem::Kind::tab
-                        : c == U'\v' ? TextItem::Kind::lineBreak
-                        : c == U'\f' ? TextItem::Kind::pageBreak
-                                     : TextItem::Kind::character;
-            items.items.push_back(item);
-        }
-        items.markSize = items.characterWidth = 200;
-    }
-
-    const Strips& compose() {
-        strips = composeLines(items, format, fonts, setting);
-        return strips;
-    }
-
-    // The texts of the lines, runs joined.
-    std::vector<std::u16string> lines() {
-        std::vector<std::u16string> result;
-        for (const Strip& strip : compose()) {
-            std::u16string text;
-            for (const PlacedText& run : strip.layer.texts) {
-                text += run.text;
-            }
-            result.push_back(text);
-        }
-        return result;
-    }
-
-    double leftOf(std::size_t line) { return compose()[line].layer.texts.front().x; }
-    double rightOf(std::size_t line) {
-        const PlacedText& run = compose()[line].layer.texts.back();
-        double x = run.x;
-        for (const float advance : run.advances) {
-            x += advance;
-        }
-        return x;
-    }
-
-    test::FixedFonts fonts;
-    word::ResolvedText look;
-    ParagraphItems items;
-    ResolvedParagraph format;
-    LineSetting setting;
-    Strips strips;
-};
+class LineComposer : public test::ComposedLines {};
 
 using Lines = std::vector<std::u16string>;
 
@@ -310,18 +245,6 @@ TEST_F(LineComposer, ARightTabAtTheMarginGoesToTheNextLineWithWhatHasNoRoom) {
     }
 }
 
-TEST_F(LineComposer, LeadersOfTheOfficeSuiteFillATabOfWholeTwips) {
-    TextItem tab;
-    tab.character = U'.';
-    tab.size = 200;
-    tab.format = &look;
-    tab.width = 599.6;
-    EXPECT_EQ(leaderOf(tab, 0, 0, fonts, false)->text.size(), 5U);
-    EXPECT_EQ(leaderOf(tab, 0, 0, fonts, true)->text.size(), 6U);
-    tab.width = 599.4;
-    EXPECT_EQ(leaderOf(tab, 0, 0, fonts, true)->text.size(), 5U);
-}
-
 TEST_F(LineComposer, TextAtAStopBeyondTheRightIndentStandsThere) {
     type(U"一\t1234");
     format.right.twips = 800;
@@ -441,45 +364,6 @@ TEST_F(LineComposer, NoLineEndsBetweenAPictureAndALatinWord) {
     }
     items.items[0].width = 1950;
     EXPECT_TRUE(lines()[0].empty());
-}
-
-// Both ends of each range are in it, and their neighbours are not.
-void expectRanges(bool (*isIn)(char32_t),
-                  const std::vector<std::pair<std::uint32_t, std::uint32_t>>& ranges) {
-    for (const auto& [first, last] : ranges) {
-        EXPECT_FALSE(isIn(first - 1)) << std::hex << first - 1;
-        EXPECT_TRUE(isIn(first)) << std::hex << first;
-        EXPECT_TRUE(isIn(last)) << std::hex << last;
-        EXPECT_FALSE(isIn(last + 1)) << std::hex << last + 1;
-    }
-}
-
-TEST(CharacterClasses, ReachFromTheirFirstToTheirLastCharacter) {
-    expectRanges(isIdeograph, {{0x2E80, 0x2FDF},
-                               {0x3005, 0x3007},
-                               {0x3021, 0x3029},
-                               {0x3041, 0x318F},
-                               {0x31A0, 0x31BF},
-                               {0x31F0, 0x31FF},
-                               {0x3400, 0x4DBF},
-                               {0x4E00, 0x9FFF},
-                               {0xAC00, 0xD7A3},
-                               {0xF900, 0xFAFF},
-                               {0x20000, 0x3FFFD}});
-    expectRanges(isEastAsian, {{0x3000, 0x303F},
-                               {0xFE30, 0xFE6F},
-                               {0xFF00, 0xFFEF},
-                               {0x2460, 0x24FF},
-                               {0x2550, 0x2573},
-                               {0x2581, 0x2595}});
-    expectRanges(isLatinLetter, {{U'a', U'z'}, {U'A', U'Z'}, {0xC0, 0x24F}, {0x370, 0x52F}});
-    expectRanges(isDigit, {{U'0', U'9'}});
-    expectRanges(isFullWidthInChineseFonts, {{0x391, 0x3A9},
-                                             {0x3B1, 0x3C9},
-                                             {0x401, 0x401},
-                                             {0x410, 0x44F},
-                                             {0x451, 0x451},
-                                             {0x2500, 0x254F}});
 }
 
 } // namespace

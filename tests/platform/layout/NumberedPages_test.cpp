@@ -2,8 +2,15 @@
 
 #include "platform/error/Utf8.h"
 #include "platform/layout/PagedDocument.h"
+#include "platform/word/docfile/format/Dop.h"
+#include "platform/word/layout/DocumentRules.h"
+#include "platform/word/layout/LinePlaces.h"
+#include "platform/word/layout/PageCounts.h"
 
+#include <cstdint>
+#include <string>
 #include <utility>
+#include <vector>
 
 namespace qvnd::layout {
 namespace {
@@ -142,6 +149,144 @@ TEST_F(NumberedPages, EachLineOfACellTellsItsPage) {
     EXPECT_EQ(placeOf(layout->lines(), 20).sheet, 1);
     EXPECT_EQ(placeOf(layout->lines(), 24).sheet, 0) << "the second cell begins on the first page";
     EXPECT_EQ(placeOf(layout->lines(), 46).sheet, 1);
+}
+
+TEST(PageCounts, AreAsWideWhereEachHasAsManyDigits) {
+    EXPECT_TRUE(areAsWide({10, {}}, {99, {}}));
+    EXPECT_FALSE(areAsWide({9, {}}, {10, {}}));
+    EXPECT_FALSE(areAsWide({100, {}}, {99, {}}));
+    EXPECT_TRUE(areAsWide({1, {3, 10}}, {1, {9, 99}}));
+    EXPECT_FALSE(areAsWide({1, {3, 9}}, {1, {3, 10}}));
+    EXPECT_TRUE(areAsWide({1, {}}, {1, {9}})) << "a section that is not counted has one page";
+    EXPECT_FALSE(areAsWide({1, {10}}, {1, {}}));
+}
+
+TEST_F(NumberedPages, APageIsThoughtToTakeSixHundredCharacters) {
+    const auto likely = [&](std::size_t length) {
+        main = story(std::u16string(length - 1, u'一') + u"\r");
+        return likelyPages(sourceOfAll());
+    };
+    EXPECT_EQ(likely(1), 1);
+    EXPECT_EQ(likely(599), 1);
+    EXPECT_EQ(likely(600), 2);
+    EXPECT_EQ(likely(1200), 3);
+}
+
+TEST_F(NumberedPages, ThePagesOfASectionAreCountedFromItsFirstToItsLast) {
+    type(u"甲\r");
+    putFieldFooter(u"SECTIONPAGES", sectionPagesField);
+    PageCounter counter(sourceOfAll(), 2);
+    counter.add(0, 0);
+    counter.add(0, 3);
+    counter.add(1, 5);
+    counter.add(1, 3);
+    counter.add(1, 4); // again, in whatever order
+    const auto counts = counter.corrected({7, {}});
+    ASSERT_TRUE(counts);
+    EXPECT_EQ(counts->ofSections, (std::vector<int>{4, 3}));
+    EXPECT_EQ(counts->total, 7) << "nothing shows it";
+    EXPECT_FALSE(counter.corrected(*counts));
+    EXPECT_EQ(counts->ofSection(1), 3);
+    EXPECT_EQ(counts->ofSection(2), 1);
+}
+
+TEST(PlacesOfLines, AreThoseOfTheLastLineThatBeginsNoLater) {
+    EXPECT_EQ(placeOf({}, 5).number, 1);
+    const std::vector<LinePlace> lines{{10, 0, 1, 0}, {20, 1, 2, 0}, {30, 2, 3, 0}};
+    EXPECT_EQ(placeOf(lines, 5).sheet, 0) << "in front of the first";
+    EXPECT_EQ(placeOf(lines, 19).sheet, 0);
+    EXPECT_EQ(placeOf(lines, 20).sheet, 1);
+    EXPECT_EQ(placeOf(lines, 29).sheet, 1);
+    EXPECT_EQ(placeOf(lines, 1000).sheet, 2);
+}
+
+TEST(PlacesOfLines, StandInOrderAndStayWhereTheyWereFirst) {
+    LinePlaces places;
+    const auto add = [&](word::Cp at, int sheet) {
+        Strip strip;
+        strip.at = at;
+        places.add(strip, {0, sheet, sheet + 1, 0});
+    };
+    add(10, 0);
+    add(30, 1);
+    add(20, 2); // of a cell that goes on
+    add(10, 3);
+    add(30, 3);
+    std::vector<std::pair<word::Cp, int>> found;
+    for (const LinePlace& line : places.lines()) {
+        found.emplace_back(line.at, line.sheet);
+    }
+    EXPECT_EQ(found, (std::vector<std::pair<word::Cp, int>>{{10, 0}, {20, 2}, {30, 1}}));
+}
+
+class RulesOfDocument : public NumberedPages {
+protected:
+    DocumentRules rules() { return {sourceOfAll(), options}; }
+    void set(const word::DopField& field, std::uint32_t value) {
+        word::writeDop(document.settings, field, value);
+    }
+};
+
+TEST_F(RulesOfDocument, SectionsEndWhereTheNextOnesBegin) {
+    type(u"一二\r");
+    nextSection(section());
+    type(u"三\r");
+    EXPECT_EQ(rules().sections().size(), 2U);
+    EXPECT_EQ(rules().endOf(0), 3U);
+    EXPECT_EQ(rules().endOf(1), 5U);
+    document.sections.clear();
+    EXPECT_EQ(rules().sections().size(), 1U) << "one at least";
+    EXPECT_EQ(rules().endOf(0), 5U);
+}
+
+TEST_F(RulesOfDocument, EachFollowsItsSetting) {
+    type(u"一\r");
+    const LineSetting usual = rules().lineSetting(1234);
+    EXPECT_DOUBLE_EQ(usual.width, 1234);
+    EXPECT_DOUBLE_EQ(usual.defaultTab, 420);
+    EXPECT_TRUE(usual.hasLeading);
+    EXPECT_TRUE(usual.compressesPunctuation);
+    EXPECT_TRUE(usual.gridInTables);
+    EXPECT_TRUE(rules().balancesColumns());
+    EXPECT_TRUE(rules().showsRevisions());
+    set(word::dop::defaultTab, 720);
+    EXPECT_DOUBLE_EQ(rules().lineSetting(1).defaultTab, 720);
+    set(word::dop::defaultTab, 0);
+    EXPECT_DOUBLE_EQ(rules().lineSetting(1).defaultTab, 420);
+    set(word::dop::noLeading, 1);
+    EXPECT_FALSE(rules().lineSetting(1).hasLeading);
+    set(word::dop::characterSpacing, 0);
+    EXPECT_FALSE(rules().lineSetting(1).compressesPunctuation);
+    set(word::dop::tableLinesOffGrid, 1);
+    EXPECT_FALSE(rules().lineSetting(1).gridInTables);
+    set(word::dop::unbalancedColumns, 1);
+    EXPECT_FALSE(rules().balancesColumns());
+    set(word::dop::showRevisions, 0);
+    EXPECT_FALSE(rules().showsRevisions());
+}
+
+TEST_F(RulesOfDocument, SpacesAddUpInDocumentsTooOldToSayOtherwise) {
+    type(u"一\r");
+    set(word::dop::addsParagraphSpaces, 0);
+    EXPECT_FALSE(rules().addsSpaces());
+    const word::Bytes whole = document.settings;
+    document.settings.resize(516);
+    EXPECT_FALSE(rules().addsSpaces());
+    document.settings.resize(515);
+    EXPECT_TRUE(rules().addsSpaces());
+    document.settings = whole;
+    set(word::dop::addsParagraphSpaces, 1);
+    EXPECT_TRUE(rules().addsSpaces());
+}
+
+TEST_F(RulesOfDocument, OneGridTakesTheLeadingInTheOfficeSuiteAlone) {
+    type(u"一\r");
+    document.sections[0].properties = intern(withSprm16(section(), sprm::SClm, 2));
+    EXPECT_TRUE(rules().hasLeading());
+    options = officeOptions();
+    EXPECT_FALSE(rules().hasLeading());
+    document.sections[0].properties = intern(section());
+    EXPECT_TRUE(rules().hasLeading());
 }
 
 } // namespace

@@ -80,20 +80,6 @@ TEST_F(PageContent, TextBearsTheLookOfItsStyleAndItsOwn) {
     EXPECT_TRUE(textAt(page, u"蓝").underlined);
 }
 
-// A list whose numbers have the bits of alignment and stand before a mark.
-word::ListDefinition numberedList(std::uint8_t alignment) {
-    word::ListDefinition list;
-    list.lsid = 77;
-    list.linkedStyles.fill(word::StyleDefinition::none);
-    list.levels.resize(9);
-    list.levels[0].head[0] = 1;  // starts at 1
-    list.levels[0].head[6] = 1;  // its number is the first character
-    list.levels[0].head[15] = 2; // nothing follows
-    list.levels[0].head[5] = alignment;
-    list.levels[0].text = {0, u'、'};
-    return list;
-}
-
 TEST_F(PageContent, AListsNumberStandsBeforeItsParagraph) {
     document.tables.listDefinitions.push_back(numberedList(0));
     document.tables.listOverrides.push_back({77, 0, 0, {}});

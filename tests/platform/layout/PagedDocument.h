@@ -71,6 +71,19 @@ protected:
             type(u"一\r");
         }
     }
+    // A list whose numbers have the bits of alignment and stand before a mark.
+    static word::ListDefinition numberedList(std::uint8_t alignment) {
+        word::ListDefinition list;
+        list.lsid = 77;
+        list.linkedStyles.fill(word::StyleDefinition::none);
+        list.levels.resize(9);
+        list.levels[0].head[0] = 1;  // starts at 1
+        list.levels[0].head[6] = 1;  // its number is the first character
+        list.levels[0].head[15] = 2; // nothing follows
+        list.levels[0].head[5] = alignment;
+        list.levels[0].text = {0, u'、'};
+        return list;
+    }
     // Of the first section; `kind`: on which pages.
     void putHeader(word::HeaderKind kind, const word::Story& text) {
         document.headers.resize(1);

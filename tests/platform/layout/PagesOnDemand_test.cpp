@@ -1,12 +1,18 @@
 #include "platform/word/layout/PagesOnDemand.h"
 
 #include "platform/layout/PagedDocument.h"
+#include "platform/word/layout/FillState.h"
+#include "platform/word/layout/Strips.h"
 
+#include <memory>
 #include <random>
+#include <utility>
 
 namespace qvnd::layout {
 namespace {
 
+using word::Bytes;
+using word::withSprm16;
 using word::withSprm8;
 namespace sprm = word::sprm;
 
@@ -146,6 +152,89 @@ TEST_F(OnDemand, APlaceTellsHowMuchMemoryItTakes) {
     const std::size_t behind = lazy.placeSize(any);
     EXPECT_GT(behind, atStart + 400 * (sizeof(char16_t) + sizeof(float)));
     EXPECT_LT(lazy.placeSize(atStart), behind);
+}
+
+// Fonts that count the characters measured.
+class CountingFonts : public test::FixedFonts {
+public:
+    double advance(FaceId face, char32_t c) override {
+        ++measured;
+        return FixedFonts::advance(face, c);
+    }
+    int measured = 0;
+};
+
+TEST_F(OnDemand, OnlyTextBesideAFrameIsComposedTwice) {
+    Bytes frame = withSprm16({}, sprm::PDxaWidth, 800);
+    frame = withSprm16(frame, sprm::PWHeightAbs, 0x8000 | 400); // exactly so high
+    const auto measured = [&] {
+        CountingFonts counting;
+        sourceOfAll();
+        DocumentLayout laidOut(source, counting, options);
+        while (laidOut.nextPage()) {
+        }
+        return counting.measured;
+    };
+    type(u"甲乙丙丁\r");
+    EXPECT_EQ(measured(), 4);
+    type(u"框\r", frame);
+    type(u"甲乙丙丁\r");
+    EXPECT_EQ(measured(), 4 + 1 + 2 * 4);
+    type(std::u16string(50, u'一') + u"\r"); // five lines, the first beside the frame
+    type(u"二\r");
+    EXPECT_EQ(measured(), 4 + 1 + 2 * 4 + 2 * 50 + 1);
+}
+
+TEST(PlaceSize, CountsUpToWhatGoesBeyondTheMost) {
+    FillState state;
+    state.page_.layer.fills.resize(2);
+    const std::size_t page = sizeOf(state.page_.layer);
+    const std::size_t strip = sizeOf(Strip());
+    state.columns_ = {{{Strip(), 0}, {Strip(), 200}}, {{Strip(), 0}}};
+    state.pending_.resize(2);
+    EXPECT_EQ(sizeOf(state, 1'000'000), page + 5 * strip);
+    EXPECT_EQ(sizeOf(state, page - 1), page);
+    EXPECT_EQ(sizeOf(state, page), page + strip);
+    EXPECT_EQ(sizeOf(state, page + 2 * strip), page + 3 * strip);
+    EXPECT_EQ(sizeOf(state, page + 3 * strip), page + 4 * strip);
+    EXPECT_EQ(sizeOf(state, page + 4 * strip), page + 5 * strip);
+}
+
+TEST(PlaceSize, TakesInAllThatAStripHolds) {
+    Strip strip;
+    const std::size_t empty = sizeOf(strip);
+    std::size_t size = empty;
+    const auto grownBy = [&] {
+        const std::size_t before = std::exchange(size, sizeOf(strip));
+        return size - before;
+    };
+    strip.layer.fills.resize(3);
+    EXPECT_EQ(grownBy(), 3 * sizeof(Fill));
+    strip.layer.rules.resize(2);
+    EXPECT_EQ(grownBy(), 2 * sizeof(Rule));
+    strip.layer.pictures.resize(2);
+    EXPECT_EQ(grownBy(), 2 * sizeof(PlacedPicture));
+    strip.layer.outlines.resize(1);
+    strip.layer.outlines[0].path.lineTo({0, 0});
+    strip.layer.outlines[0].path.lineTo({1, 0});
+    EXPECT_EQ(grownBy(), sizeof(Outline) + 2 * sizeof(PathPoint));
+    PlacedText text;
+    text.text = u"一二三";
+    strip.layer.texts = {text, text};
+    const std::size_t texts = 2 * (sizeof(PlacedText) + 3 * (sizeof(char16_t) + sizeof(float)));
+    EXPECT_EQ(grownBy(), texts);
+    strip.layer.textArt.resize(1);
+    strip.layer.textArt[0].texts = {text, text};
+    EXPECT_EQ(grownBy(), sizeof(TextArt) + texts);
+    strip.floats.resize(1);
+    strip.floats[0].layer.fills.resize(1);
+    EXPECT_EQ(grownBy(), sizeof(AnchoredFloat) + sizeof(Fill));
+    RowParts row;
+    row.frame.rules.resize(4);
+    row.cells.resize(2);
+    row.cells[1].strips.resize(3);
+    strip.row = std::make_shared<const RowParts>(row);
+    EXPECT_EQ(grownBy(), sizeof(RowParts) + 4 * sizeof(Rule) + 3 * empty);
 }
 
 TEST_F(OnDemand, TheNumberOfPagesIsShownOnceTheyAreCounted) {

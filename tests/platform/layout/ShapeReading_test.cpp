@@ -2,11 +2,17 @@
 
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "support/Images.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 #include <numbers>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace qvnd::layout {
 namespace {
@@ -56,6 +62,14 @@ protected:
         writer.u16(flags);
         writer.u32(0);
         return writer.take();
+    }
+    // What a group begins with: its own coordinates, and its place in the group around it.
+    static Bytes groupRecord(std::initializer_list<std::uint32_t> coordinates,
+                             const Bytes& anchor) {
+        return record(
+            art::container, 0, art::spContainer,
+            joined({record(1, 0, art::fspgr, area(coordinates)), record(2, 0, art::fsp, Bytes(8)),
+                    anchor.empty() ? Bytes{} : record(0, 0, childAnchor, anchor)}));
     }
     std::optional<ShapeReading> read(const Bytes& records, unsigned flags = 0) const {
         return readShapes({place(flags), records, {}}, tables);
@@ -109,9 +123,7 @@ TEST_F(Shapes, AHiddenOneIsNotSeen) {
 }
 
 TEST_F(Shapes, MembersOfAGroupStandInItsOwnCoordinates) {
-    const Bytes group = record(art::container, 0, art::spContainer,
-                               joined({record(1, 0, art::fspgr, area({1000, 1000, 1300, 1200})),
-                                       record(2, 0, art::fsp, Bytes(8))}));
+    const Bytes group = groupRecord({1000, 1000, 1300, 1200}, {});
     const Bytes member = shape(1, record(0, 0, childAnchor, area({1150, 1000, 1300, 1100})));
     const auto found = read(record(art::container, 0, art::spgrContainer, joined({group, member})));
     ASSERT_EQ(found->parts.size(), 1U);
@@ -168,6 +180,163 @@ TEST_F(Shapes, TextArtHasItsTextAndOpacity) {
     EXPECT_DOUBLE_EQ(found->parts.at(0).opacity, 0.5);
 }
 
+TEST_F(Shapes, TextArtHasItsFontBoldOrItalic) {
+    const auto face = [&](unsigned kind, std::uint32_t flags) {
+        word::LittleEndianWriter table;
+        table.u16(0x80C5); // gtextFont, with data of its own
+        table.u32(6);
+        table.u16(0x00FF);
+        table.u32(flags);
+        table.text(u"黑体");
+        table.u16(0);
+        const auto found = read(record(
+            art::container, 0, art::spContainer,
+            joined({record(2, kind, art::fsp, Bytes(8)), record(3, 2, art::fopt, table.take())})));
+        return found ? found->parts.at(0).artFace : FaceRequest{u"damaged", false, false, false};
+    };
+    EXPECT_EQ(face(136, 0), (FaceRequest{u"黑体", false, false, false}));
+    EXPECT_EQ(face(175, on(0x20)), (FaceRequest{u"黑体", true, false, false}));
+    EXPECT_EQ(face(136, on(0x10)), (FaceRequest{u"黑体", false, true, false}));
+    EXPECT_EQ(face(176, on(0x20)), FaceRequest{}) << "no text art";
+    EXPECT_EQ(face(135, on(0x20)), FaceRequest{});
+}
+
+TEST_F(Shapes, APictureFrameShowsThePictureThatItsPropertiesName) {
+    tables.shapePictures = {
+        std::make_shared<const Bytes>(word::encodeBlip(*word::recogniseImage(test::png(96, 48))))};
+    look.setBlip(art::pib, 1);
+    const Bytes frame = shape(75);
+    const auto begin = static_cast<std::uint32_t>(8 + 16 + 8); // of the properties
+    const auto end = static_cast<std::uint32_t>(frame.size());
+    const auto shows = [&](const Bytes& records, std::uint32_t at, std::uint32_t picture) {
+        const auto found = readShapes(
+            {place(0), records, {{at, word::ShapeReference::Kind::picture, picture, 0}}}, tables);
+        return found && found->parts.at(0).picture != nullptr;
+    };
+    EXPECT_TRUE(shows(frame, begin, 0));
+    EXPECT_TRUE(shows(frame, end - 1, 0));
+    EXPECT_FALSE(shows(frame, begin - 1, 0)) << "in front of the properties";
+    EXPECT_FALSE(shows(frame, end, 0));
+    EXPECT_FALSE(shows(frame, begin, 1)) << "not in the store";
+    EXPECT_FALSE(shows(shape(1), begin, 0)) << "a rectangle";
+    tables.shapePictures = {nullptr};
+    EXPECT_FALSE(shows(frame, begin, 0));
+}
+
+TEST_F(Shapes, APictureFrameHasNeitherFillNorAnOutlineUnlessItSaysSo) {
+    EXPECT_FALSE(read(shape(75))->parts.at(0).fill);
+    EXPECT_FALSE(read(shape(75))->parts.at(0).hasLine);
+    look.set(art::lineFlags, on(0x08));
+    EXPECT_TRUE(read(shape(75))->parts.at(0).hasLine);
+}
+
+TEST_F(Shapes, AHiddenMemberOfAGroupIsNotSeenAndTheOthersAre) {
+    const Bytes group = groupRecord({0, 0, 600, 400}, {});
+    const Bytes seen = shape(1, record(0, 0, childAnchor, area({0, 0, 100, 100})));
+    look.set(0x03BF, on(0x02));
+    const Bytes hidden = shape(3, record(0, 0, childAnchor, area({0, 0, 100, 100})));
+    const auto found =
+        read(record(art::container, 0, art::spgrContainer, joined({group, hidden, seen})));
+    ASSERT_TRUE(found);
+    ASSERT_EQ(found->parts.size(), 1U);
+    EXPECT_EQ(found->parts[0].kind, 1U);
+}
+
+TEST_F(Shapes, AMemberWithoutAPlaceInItsGroupIsLeftOut) {
+    const Bytes group = groupRecord({0, 0, 600, 400}, {});
+    const auto found =
+        read(record(art::container, 0, art::spgrContainer, joined({group, shape(1)})));
+    ASSERT_TRUE(found);
+    EXPECT_TRUE(found->parts.empty());
+}
+
+TEST_F(Shapes, AGroupWithoutAnExtentLeavesItsMembersTheirSize) {
+    const Bytes group = groupRecord({50, 60, 50, 60}, {});
+    const Bytes member = shape(1, record(0, 0, childAnchor, area({60, 80, 160, 280})));
+    const auto found = read(record(art::container, 0, art::spgrContainer, joined({group, member})));
+    const PageArea& at = found->parts.at(0).area;
+    EXPECT_DOUBLE_EQ(at.left, 10);
+    EXPECT_DOUBLE_EQ(at.top, 20);
+    EXPECT_DOUBLE_EQ(at.right, 110);
+    EXPECT_DOUBLE_EQ(at.bottom, 220);
+}
+
+TEST_F(Shapes, GroupsStandInGroupsUpToADepthThatNobodyReaches) {
+    const auto nested = [&](int groups) {
+        Bytes content = shape(1, record(0, 0, childAnchor, area({0, 0, 300, 200})));
+        for (int i = 0; i < groups; ++i) {
+            const Bytes head = groupRecord({0, 0, 600, 400}, area({0, 0, 600, 400}));
+            content = record(art::container, 0, art::spgrContainer, joined({head, content}));
+        }
+        return read(content)->parts;
+    };
+    const auto inTwo = nested(2);
+    ASSERT_EQ(inTwo.size(), 1U);
+    EXPECT_DOUBLE_EQ(inTwo[0].area.right, 300);
+    EXPECT_DOUBLE_EQ(inTwo[0].area.bottom, 200);
+    EXPECT_EQ(nested(61).size(), 1U);
+    EXPECT_EQ(nested(62).size(), 0U);
+}
+
+TEST_F(Shapes, AnAreaThatNoPaperHoldsIsDamaged) {
+    const auto isRead = [&](std::int32_t left, std::int32_t top, std::int32_t right,
+                            std::int32_t bottom) {
+        word::LittleEndianWriter spa;
+        for (const std::int32_t side : {left, top, right, bottom}) {
+            spa.u32(static_cast<std::uint32_t>(side));
+        }
+        spa.zeros(6);
+        return readShapes({spa.take(), shape(1), {}}, tables).has_value();
+    };
+    EXPECT_TRUE(isRead(0, 0, 31680, 31680));
+    EXPECT_TRUE(isRead(-31680, -31680, 0, 0));
+    EXPECT_TRUE(isRead(7, 7, 7, 7)) << "a line may be without a width";
+    EXPECT_FALSE(isRead(0, 0, 31681, 0));
+    EXPECT_FALSE(isRead(0, 0, 0, 31681));
+    EXPECT_FALSE(isRead(-31681, 0, 0, 0));
+    EXPECT_FALSE(isRead(0, -31681, 0, 0));
+    EXPECT_FALSE(isRead(1, 0, 0, 0));
+    EXPECT_FALSE(isRead(0, 1, 0, 0));
+}
+
+TEST_F(Shapes, EachAlignmentAndOriginHasItsNumber) {
+    using Align = FloatPlace::Align;
+    using Spot = word::FrameSpot;
+    const auto placed = [&](std::uint16_t property, std::uint32_t value) {
+        look = {};
+        look.set(property, value);
+        return read(shape(1))->place;
+    };
+    const std::vector<Align> aligned{Align::none,  Align::start, Align::centre, Align::end,
+                                     Align::start, Align::end,   Align::none};
+    for (std::uint32_t value = 0; value < aligned.size(); ++value) {
+        EXPECT_EQ(placed(0x038F, value).alignAcross, aligned[value]) << value;
+        EXPECT_EQ(placed(0x0391, value).alignDown, aligned[value]) << value;
+    }
+    EXPECT_EQ(placed(0x0390, 0).across, Spot::Across::fromMargin);
+    EXPECT_EQ(placed(0x0390, 1).across, Spot::Across::fromPage);
+    EXPECT_EQ(placed(0x0390, 2).across, Spot::Across::fromColumn);
+    EXPECT_EQ(placed(0x0392, 0).down, Spot::Down::fromMargin);
+    EXPECT_EQ(placed(0x0392, 1).down, Spot::Down::fromPage);
+    EXPECT_EQ(placed(0x0392, 2).down, Spot::Down::fromParagraph);
+    look = {};
+    EXPECT_EQ(read(shape(1), 0)->place.across, Spot::Across::fromMargin);
+    EXPECT_EQ(read(shape(1), 1U << 1U)->place.across, Spot::Across::fromPage);
+    EXPECT_EQ(read(shape(1), 0)->place.down, Spot::Down::fromMargin);
+    EXPECT_EQ(read(shape(1), 2U << 3U)->place.down, Spot::Down::fromParagraph);
+    EXPECT_DOUBLE_EQ(read(shape(1))->place.apartAcross, 180);
+    EXPECT_DOUBLE_EQ(read(shape(1))->place.apartDown, 0);
+}
+
+TEST_F(Shapes, ColoursOfSchemesAreThoseOfPlainShapes) {
+    look.set(0x0181, 0x08000003);
+    look.set(0x01C0, 0x01000000);
+    EXPECT_EQ(read(shape(1))->parts.at(0).fill, 0xFFFFFFU);
+    EXPECT_EQ(read(shape(1))->parts.at(0).lineColour, std::nullopt);
+    look.set(0x01C0, 0x00FFFFFF);
+    EXPECT_EQ(read(shape(1))->parts.at(0).lineColour, 0xFFFFFFU);
+}
+
 // Numbers of two bytes behind the head of an array.
 Bytes arrayOf(unsigned elementSize, std::size_t count, std::initializer_list<int> numbers) {
     word::LittleEndianWriter writer;
@@ -197,63 +366,6 @@ TEST_F(Shapes, PointsOfTheirOwnAreFoundThoughTheSizeOfTheirArrayLeavesOutItsHead
     const Path& path = found->parts.at(0).outline;
     EXPECT_EQ(path.steps, (std::vector<Path::Step>{Path::Step::move, Path::Step::line}));
     EXPECT_EQ(path.points.back(), (PathPoint{600, 400}));
-}
-
-TEST(ShapeOutlines, ARectangleHasNoneUnlessItIsTurned) {
-    const PageArea square{0, 0, 100, 100};
-    EXPECT_TRUE(shapeOutline(1, square, {}).isEmpty());
-    const Path turned = shapeOutline(1, square, {false, false, std::numbers::pi / 4});
-    ASSERT_FALSE(turned.isEmpty());
-    EXPECT_NEAR(turned.points[0].x, 50, 0.01);
-    EXPECT_NEAR(turned.points[0].y, 50 - 50 * std::numbers::sqrt2, 0.01);
-}
-
-TEST(ShapeOutlines, TheAreaOfAShapeOnItsSideIsTheOneThatItTakesThere) {
-    const PageArea wide{0, 0, 200, 100};
-    const Path path = shapeOutline(110, wide, {false, false, std::numbers::pi / 2});
-    ASSERT_EQ(path.points.size(), 4U);
-    EXPECT_NEAR(path.points[0].x, 200, 0.01); // the upper corner points to the right
-    EXPECT_NEAR(path.points[0].y, 50, 0.01);
-    EXPECT_NEAR(path.points[1].y, 100, 0.01);
-    const Path upright = shapeOutline(110, wide, {false, false, std::numbers::pi * 3 / 4});
-    EXPECT_NEAR(std::hypot(upright.points[0].x - 100, upright.points[0].y - 50), 50, 0.01);
-}
-
-TEST(ShapeOutlines, AFlippedLineRunsAlongTheOtherDiagonal) {
-    const Path line = shapeOutline(20, {10, 20, 110, 220}, {false, true, 0});
-    ASSERT_EQ(line.points.size(), 2U);
-    EXPECT_EQ(line.points[0], (PathPoint{10, 220}));
-    EXPECT_EQ(line.points[1], (PathPoint{110, 20}));
-    EXPECT_NE(line.steps.back(), Path::Step::close);
-}
-
-TEST(ShapeOutlines, ADecisionIsADiamondInItsArea) {
-    const Path path = shapeOutline(110, {0, 0, 200, 100}, {});
-    EXPECT_EQ(path.points, (std::vector<PathPoint>{{100, 0}, {200, 50}, {100, 100}, {0, 50}}));
-    EXPECT_EQ(path.steps.back(), Path::Step::close);
-}
-
-TEST(ShapeOutlines, RoundedCornersAreCirclesWhateverTheArea) {
-    const Path path = shapeOutline(2, {0, 0, 600, 300}, {});
-    EXPECT_NEAR(path.points[0].x, 50, 0.01);     // a sixth of the shorter side
-    EXPECT_NEAR(path.points[4].y - 0, 50, 0.01); // where the first corner ends
-}
-
-TEST(ShapeOutlines, EveryKindStaysWithinItsAreaAndHasAsManyPointsAsItsStepsNeed) {
-    for (unsigned kind = 0; kind < 203; ++kind) {
-        const Path path = shapeOutline(kind, {100, 200, 300, 500}, {});
-        std::size_t needed = 0;
-        for (const Path::Step step : path.steps) {
-            needed += step == Path::Step::curve ? 3 : step == Path::Step::close ? 0 : 1;
-        }
-        EXPECT_EQ(path.points.size(), needed) << kind;
-        for (const PathPoint& point : path.points) {
-            EXPECT_GE(point.x, 99.9) << kind;
-            EXPECT_LE(point.x, 300.1) << kind;
-            EXPECT_GE(point.y, 199.9) << kind;
-            EXPECT_LE(point.y, 560.1) << kind; // the control points of a wave lie below it
-        }
-    }
 }
 
 TEST(ShapeOutlines, PointsOfAShapesOwnAreMappedToItsArea) {
@@ -286,14 +398,6 @@ TEST(ShapeOutlines, SegmentsWithoutTheirPointsAddNothing) {
     EXPECT_EQ(ownOutline(geometry, {0, 0, 10, 10}, {}).points.size(), 1U);
     geometry.vertices.resize(5);
     EXPECT_TRUE(ownOutline(geometry, {0, 0, 10, 10}, {}).isEmpty());
-}
-
-TEST(ShapeOutlines, AnArrowsHeadStandsAtItsTip) {
-    const Path head = arrowHead({0, 0}, {1000, 0}, 20);
-    ASSERT_EQ(head.points.size(), 3U);
-    EXPECT_EQ(head.points[0], (PathPoint{1000, 0}));
-    EXPECT_EQ(head.points[1], (PathPoint{920, 40}));
-    EXPECT_TRUE(arrowHead({5, 5}, {5, 5}, 20).isEmpty());
 }
 
 TEST_F(Shapes, DamagedOnesAreLeftOut) {
