@@ -1,6 +1,7 @@
 #include "outline/TreeDrag.h"
 
 #include "outline/DocumentMove.h"
+#include "platform/jet/ChangeObserver.h"
 #include "support/DragWorld.h"
 #include "support/Text.h"
 
@@ -83,6 +84,26 @@ TEST_F(MoveLimits, AnOldFileGoesWhenARowHasTheNewKeyAndNoneTheOldOne) {
     EXPECT_EQ(documents(), QStringList({"T.2.doc", "T.3.doc", "T.7.doc", "T.8.doc", "T.9.doc"}));
     EXPECT_EQ(document("T.7"), "T.1");
     EXPECT_EQ(errors.number(), 0);
+}
+
+// As while another program reads the file.
+class RefusedCommit : public jet::ChangeObserver {
+public:
+    void BeforeChange(const QString& /*path*/) override {}
+    void BeforeCreation(const QString& /*path*/) override {}
+    void BeforeCommit(const std::function<QByteArray()>& /*image*/) override {
+        throw RunTimeError(error::diskFull, u"磁盘已满");
+    }
+    void AfterChange(const QString& /*path*/, const QString& /*table*/) override {}
+};
+
+TEST_F(MoveLimits, TheOldFilesStayWhereTheNewRowsDoNotLast) {
+    plan({"T", "T.1", "T.2d"});
+    RefusedCommit refused;
+    state.gWs->Observe(&refused);
+    EXPECT_EQ(drag("T.2", "T.1").failure, "磁盘已满");
+    state.gWs->Observe(nullptr);
+    EXPECT_EQ(document("T.2"), "T.2");
 }
 
 } // namespace

@@ -225,6 +225,21 @@ TEST_F(PutBack, IsACommandOnThePlanOfTheNodeAlsoWhenAnotherOneIsOpen) {
     EXPECT_EQ(world.state.History->undoable()->plan, "T");
 }
 
+TEST_F(PutBack, KeepsWhatIsSelectedInAPlanThatHasNotTheNode) {
+    world.makePlan(QStringList{"U", "U.1", "U.2"});
+    const std::int64_t step = deleteNode("T.1");
+    outline::setCurrentPlan(*world.state.gDbUser, "U");
+    world.openPlan("U", "U.1");
+    EXPECT_EQ(putBack(step, "T.1").key, "T.1");
+    ASSERT_NE(world.workbench.TrvCurrent.SelectedItem(), nullptr);
+    EXPECT_EQ(world.workbench.TrvCurrent.SelectedItem()->Key(), "U.1");
+    outline::setCurrentPlan(*world.state.gDbUser, "T");
+    world.openPlan("T", "T.2");
+    const std::int64_t second = deleteNode("T.1");
+    putBack(second, "T.1");
+    EXPECT_EQ(world.workbench.TrvCurrent.SelectedItem()->Key(), "T.1") << "where it is shown";
+}
+
 TEST_F(PutBack, ANodeOfATemplateComesBackWithItsFile) {
     const std::vector<OutlineRowText> rows{
         {"M", "M"}, {"M.1", "模板章"}, {"M.1.1", "模板文", "是"}};

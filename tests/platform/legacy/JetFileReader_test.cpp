@@ -267,6 +267,13 @@ TEST_F(MadeJetFile, ATableThatItLacksIsError3078) {
     EXPECT_EQ(test::errorNumberOf([&] { database->Table("none"); }), 3078);
 }
 
+TEST_F(MadeJetFile, ATableIsFoundWithoutRegardToCase) {
+    LegacyTable table = prices();
+    table.Name = "Tab价目";
+    const auto database = reader.Open(put({table}));
+    EXPECT_EQ(database->Table("tAB价目").Rows.size(), 2U);
+}
+
 TEST_F(MadeJetFile, IsLeftAsItWasAndNothingBesideIt) {
     const QByteArray bytes = made({prices()});
     reader.Open(put(bytes))->Table("价目");
