@@ -10,6 +10,7 @@
 #include "store/DatabaseCreation.h"
 #include "support/FixedFonts.h"
 #include "support/RestrictedProcess.h"
+#include "support/ScratchFolder.h"
 
 #include <chrono>
 #include <csignal>
@@ -142,8 +143,10 @@ protected:
         if (pipe(ends) != 0) {
             throw std::runtime_error("no pipe");
         }
+        const test::ScratchFolder temporary; // what it leaves there goes with it
         const pid_t child = fork();
         if (child == 0) {
+            setenv("TMPDIR", temporary.path().c_str(), 1);
             close(ends[0]);
             ReportedProgress progress(ends[1]);
             generate(progress);
