@@ -124,10 +124,15 @@ TEST_F(FullDisk, ACommandIsRefusedWhereTheHistoryMayNotBeWritten) {
         owned.push_back(at.next().toStdString());
     }
     QFile(folder.path()).setPermissions(QFile::Permissions(0x7777));
+    const QString history = base() + "/.~history";
+    QFile(history).setPermissions(QFile::Permissions(0x5555));
+    QFile(history + "/history.db").setPermissions(QFile::Permissions(0x4444));
     const auto answer = RestrictedProcess::withoutPrivileges(owned, [&]() -> std::optional<long> {
         HistoryWorld world(base());
         return changeMuch(world).refusal.isEmpty() ? done : refused;
     });
+    QFile(history).setPermissions(QFile::Permissions(0x7777));
+    QFile(history + "/history.db").setPermissions(QFile::Permissions(0x6666));
     if (!answer) {
         GTEST_SKIP() << "rights cannot be given up here";
     }
