@@ -13,6 +13,8 @@
 
 #include <QRandomGenerator>
 
+#include <chrono>
+
 using namespace qvnd;
 using namespace qvnd::jet::legacy;
 
@@ -25,7 +27,7 @@ const QString jet3File = "testAccess_V1997.mdb";
 // Puts a file's bytes into a folder of its own.
 struct JetFile : testing::Test {
     test::TemporaryFolder folder;
-    JetFileReader reader;
+    JetFileReader reader{std::chrono::minutes(1)}; // a sanitizer takes seconds for a few pages
 
     QString put(const QByteArray& bytes) const {
         folder.write("old.mdb", bytes);
