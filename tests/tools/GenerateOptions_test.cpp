@@ -1,3 +1,4 @@
+#include "platform/drawing/FontFaces.h"
 #include "support/Text.h"
 #include "tools/GenerateOptions.h"
 #include "tools/TerminalProgress.h"
@@ -20,7 +21,7 @@ TEST(GenerateOptions, ThePlanAloneLeavesEverySwitchAsTheProgramStarts) {
     EXPECT_EQ(options.childStyle, QString());
     EXPECT_EQ(options.childIndent, u"2"_s);
     EXPECT_EQ(options.pages, PageSource::automatic);
-    EXPECT_EQ(options.fonts, drawing::FontChoice::named);
+    EXPECT_EQ(options.fonts, qvnd::drawing::FontChoice::named);
 }
 
 TEST(GenerateOptions, EveryOptionReachesItsSwitch) {
@@ -28,7 +29,7 @@ TEST(GenerateOptions, EveryOptionReachesItsSwitch) {
                                    u"--multilevel-text"_s, u"第章"_s, u"--children-numbered"_s,
                                    u"a)"_s, u"--indent"_s, u"4"_s, u"--pages"_s, u"estimate"_s,
                                    u"--fonts"_s, u"here"_s});
-    EXPECT_EQ(options.fonts, drawing::FontChoice::here);
+    EXPECT_EQ(options.fonts, qvnd::drawing::FontChoice::here);
     EXPECT_TRUE(options.switches.gBlankLineAroundTitle);
     EXPECT_TRUE(options.switches.gMultLevelOn);
     EXPECT_EQ(options.switches.gMultLevelMode, 2);

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <ranges>
 
 namespace qvnd::history {
 
@@ -165,9 +166,9 @@ void KeptFiles::removeAllBut(const QSet<QString>& needed) const {
             fs::remove(toPath(path), ignored);
         }
     }
-    for (auto folder = folders.rbegin(); folder != folders.rend(); ++folder) {
+    for (const QString& folder : std::views::reverse(folders)) {
         std::error_code isNotEmpty;
-        fs::remove(toPath(*folder), isNotEmpty);
+        fs::remove(toPath(folder), isNotEmpty);
     }
 }
 

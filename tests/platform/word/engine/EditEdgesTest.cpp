@@ -36,6 +36,7 @@ TEST(SectionEdges, FromTheMiddleOfASectionOnEveryBreakThatIsErasedIsGone) {
         DocumentSections(runs, headers).erased(from, to);
         EXPECT_EQ(headers.size(), runs.size());
         std::vector<Cp> lengths;
+        lengths.reserve(runs.size());
         for (const SectionRun& run : runs) {
             lengths.push_back(run.length);
         }

@@ -104,6 +104,7 @@ void leaveOutBeyond(std::size_t room, std::vector<Bookmark>& bookmarks, Remarks&
         return;
     }
     std::vector<const Bookmark*> all;
+    all.reserve(bookmarks.size());
     for (const Bookmark& bookmark : bookmarks) {
         all.push_back(&bookmark);
     }
