@@ -50,6 +50,7 @@ protected:
     }
     static std::vector<Kind> kindsOf(const std::vector<TextItem>& items) {
         std::vector<Kind> kinds;
+        kinds.reserve(items.size());
         for (const TextItem& item : items) {
             kinds.push_back(item.kind);
         }

@@ -143,6 +143,7 @@ TEST(BookmarkTables, WhereThereIsNoRoomThoseThatGoFirstGoAndThenTheLast) {
     };
     const auto namesWithin = [&](std::size_t room) {
         std::vector<const Bookmark*> places;
+        places.reserve(all.size());
         for (const Bookmark& bookmark : all) {
             places.push_back(&bookmark);
         }
