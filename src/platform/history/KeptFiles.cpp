@@ -14,7 +14,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <ranges>
+#include <utility>
 
 namespace qvnd::history {
 
@@ -166,7 +166,8 @@ void KeptFiles::removeAllBut(const QSet<QString>& needed) const {
             fs::remove(toPath(path), ignored);
         }
     }
-    for (const QString& folder : std::views::reverse(folders)) {
+    std::reverse(folders.begin(), folders.end()); // those inside others first
+    for (const QString& folder : std::as_const(folders)) {
         std::error_code isNotEmpty;
         fs::remove(toPath(folder), isNotEmpty);
     }
