@@ -4,6 +4,8 @@
 #include "platform/word/layout/LayoutPageNumbers.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace qvnd::test {
 
@@ -17,6 +19,16 @@ public:
     layout::FaceId shownBy(layout::FaceId face, char32_t) override { return face; }
     double advance(layout::FaceId, char32_t c) override { return layout::isEastAsian(c) ? 1 : 0.5; }
     layout::FaceHeights heights(layout::FaceId) override { return {0.8, 0.2}; }
+};
+
+// The same measures, with a face for each request: tells by which names they were asked for.
+class NamedFonts : public FixedFonts {
+public:
+    layout::FaceId face(const layout::FaceRequest& request) override {
+        names.push_back(request.name);
+        return static_cast<layout::FaceId>(names.size() - 1);
+    }
+    std::vector<std::u16string> names;
 };
 
 // Page numbers as that font gives them.

@@ -428,16 +428,6 @@ TEST_F(PageContent, WhatARowOfExactHeightDoesNotHoldIsCutOff) {
     EXPECT_EQ(written.layer.texts[3].endsAt, 1300);
 }
 
-// Fonts of one measure that tell by which name each face was asked for.
-class NamedFonts : public test::FixedFonts {
-public:
-    FaceId face(const FaceRequest& request) override {
-        names.push_back(request.name);
-        return static_cast<FaceId>(names.size() - 1);
-    }
-    std::vector<std::u16string> names;
-};
-
 TEST_F(PageContent, InTheOfficeSuiteABulletWhoseLevelNamesNoFontStandsInTheSerifFace) {
     word::ListDefinition bullets = numberedList(0);
     bullets.levels[0].head[4] = 23;
@@ -447,7 +437,7 @@ TEST_F(PageContent, InTheOfficeSuiteABulletWhoseLevelNamesNoFontStandsInTheSerif
     document.tables.listOverrides.push_back({77, 0, 0, {}});
     type(u"a\r", withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0));
     const auto bulletFont = [&] {
-        NamedFonts named;
+        test::NamedFonts named;
         sourceOfAll();
         DocumentLayout laidOut(source, named, options);
         return named.names.at(textAt(*laidOut.nextPage(), u"-").face);

@@ -171,23 +171,13 @@ TEST_F(TextRules, AnObjectWithoutAPictureOfUsableSizeIsNotShown) {
     }
 }
 
-// Fonts of one measure that tell by which name each face was asked for.
-class FontsByName : public test::FixedFonts {
-public:
-    FaceId face(const FaceRequest& request) override {
-        names.push_back(request.name);
-        return static_cast<FaceId>(names.size() - 1);
-    }
-    std::vector<std::u16string> names;
-};
-
 TEST_F(TextRules, InTheOfficeSuiteAStyleThatNamesABaseOfCharactersStandsAlone) {
     word::StyleDefinition& style = *document.tables.styles.styles[1];
     document.tables.styles.styles[0]->character = intern(withSprm16({}, sprm::CHps, 32));
     style.namesCharacterBase = true;
     type(u"a\r");
     main.paragraphs[0].style = 1;
-    FontsByName named;
+    test::NamedFonts named;
     const auto shown = [&] { return firstPage(named).layer.texts.at(0); };
     EXPECT_EQ(shown().size, 320);
     options = officeOptions();
