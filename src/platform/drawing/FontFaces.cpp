@@ -1,5 +1,6 @@
 #include "platform/drawing/FontFaces.h"
 
+#include "platform/drawing/CharacterTable.h"
 #include "platform/drawing/FontFeatures.h"
 #include "platform/drawing/KnownFaces.h"
 #include "platform/drawing/PublishedWidths.h"
@@ -18,6 +19,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <optional>
 #include <span>
@@ -176,25 +178,16 @@ public:
 
     FaceId shownBy(FaceId id, char32_t c) {
         Face& face = *faces_[id];
-        if (glyphOf(face, c) != 0 || c < 0x20) {
-            return id;
+        FaceId& shown = face.shownBy[c];
+        if (shown == unknownFace) {
+            shown = c < 0x20 || glyphOf(face, c) != 0 ? id : standInFor(id, c);
         }
-        const auto known = face.standIns.find(c);
-        if (known != face.standIns.end()) {
-            return known->second;
-        }
-        const FaceId standIn = standInFor(id, c);
-        faces_[id]->standIns.emplace(c, standIn);
-        return standIn;
+        return shown;
     }
 
     double advance(FaceId id, char32_t c) {
         Face& face = *faces_[id];
-        const auto [page, isNew] = face.advances.try_emplace(c / charactersAPage);
-        if (isNew) {
-            page->second.fill(std::nanf(""));
-        }
-        float& width = page->second.at(c % charactersAPage);
+        float& width = face.advances[c];
         if (std::isnan(width)) {
             width = static_cast<float>(measure(face, c));
         }
@@ -260,7 +253,7 @@ private:
     // missing characters of one face, each of which takes about a millisecond.
     static constexpr std::size_t mostRequests = 4096;
     static constexpr std::size_t mostSearches = 256;
-    static constexpr std::size_t charactersAPage = 256;
+    static constexpr FaceId unknownFace = std::numeric_limits<FaceId>::max();
     static constexpr std::size_t longestLigature = 4; // of Latin letters
 
     struct Face {
@@ -274,11 +267,10 @@ private:
         bool slant = false;
         std::optional<Ligatures> ligatures; // once they have been asked for
         std::optional<Kerning> kerning;
-        // By character, a page of characters each; not a number while it is not known.
-        std::unordered_map<char32_t, std::array<float, charactersAPage>> advances;
+        CharacterTable<float> advances{std::nanf("")}; // not a number while it is not known
+        CharacterTable<FaceId> shownBy{unknownFace};
         std::size_t searches = 0; // for stand-ins
         std::unordered_map<char32_t, float> drawnAdvances;
-        std::unordered_map<char32_t, FaceId> standIns;
         std::map<FaceFile, FaceId> standInsByFile;
     };
 

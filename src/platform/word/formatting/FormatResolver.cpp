@@ -12,7 +12,7 @@ FormatResolver::FormatResolver(const DocumentTables& tables, bool office)
       places_(tables.lists) {}
 
 const ResolvedParagraph& FormatResolver::paragraph(StyleIndex style, PropertyListId properties) {
-    const auto [at, isNew] = paragraphs_.try_emplace({style, properties});
+    const auto [at, isNew] = paragraphs_.try_emplace(keyOf(style, properties));
     if (isNew) {
         ResolvedProperties look = styles_.paragraph(style);
         look.lay(tables_.lists[properties], levels_);
@@ -31,7 +31,7 @@ ResolvedProperties FormatResolver::resolved(StyleIndex paragraphStyle, PropertyL
 }
 
 const ResolvedText& FormatResolver::text(StyleIndex paragraphStyle, PropertyListId properties) {
-    const auto [at, isNew] = texts_.try_emplace({paragraphStyle, properties});
+    const auto [at, isNew] = texts_.try_emplace(keyOf(paragraphStyle, properties));
     if (isNew) {
         at->second =
             resolvedTextOf(resolved(paragraphStyle, properties), tables_.lists[properties]);
@@ -41,7 +41,7 @@ const ResolvedText& FormatResolver::text(StyleIndex paragraphStyle, PropertyList
 
 const ResolvedText& FormatResolver::label(StyleIndex paragraphStyle, PropertyListId properties,
                                           PropertyListId level) {
-    const auto [at, isNew] = labels_.try_emplace({{paragraphStyle, properties}, level});
+    const auto [at, isNew] = labels_.try_emplace({keyOf(paragraphStyle, properties), level});
     if (isNew) {
         ResolvedProperties look = resolved(paragraphStyle, properties);
         look.lay(tables_.lists[level], levels_);

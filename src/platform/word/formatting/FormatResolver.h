@@ -7,7 +7,9 @@
 #include "platform/word/formatting/ResolvedText.h"
 #include "platform/word/formatting/StyleResolver.h"
 
+#include <cstdint>
 #include <map>
+#include <unordered_map>
 #include <utility>
 
 namespace qvnd::word {
@@ -38,15 +40,21 @@ public:
 private:
     ResolvedProperties resolved(StyleIndex paragraphStyle, PropertyListId properties);
 
-    using Key = std::pair<StyleIndex, PropertyListId>;
+    // A style and the direct formatting over it.
+    using Key = std::uint64_t;
+    static Key keyOf(StyleIndex style, PropertyListId properties) {
+        constexpr unsigned bitsOfStyle = 16;
+        return Key{static_cast<std::uint32_t>(properties)} << bitsOfStyle | style;
+    }
+
     const DocumentTables& tables_;
     ListLevels levels_;
     StyleResolver styles_;
     TablePlaces places_;
-    std::map<Key, ResolvedParagraph> paragraphs_;
-    std::map<Key, ResolvedText> texts_;
+    std::unordered_map<Key, ResolvedParagraph> paragraphs_;
+    std::unordered_map<Key, ResolvedText> texts_;
     std::map<std::pair<Key, PropertyListId>, ResolvedText> labels_;
-    std::map<PropertyListId, ResolvedRow> rows_;
+    std::unordered_map<PropertyListId, ResolvedRow> rows_;
 };
 
 } // namespace qvnd::word
