@@ -371,13 +371,15 @@ TEST(Rows, InTheOfficeSuiteTheLeastHeightHoldsTheBorder) {
 }
 
 TEST(Rows, ACellsTextStandsBelowTheBorderAndAlignedWithinTheRest) {
-    auto rows = borderedRow(200);
-    settleHeights(rows, true);
-    EXPECT_DOUBLE_EQ(stripsOf(rows, {})[0].row->cells[0].above, 20);
-    rows[0].cells[0].format.alignment = word::VerticalAlignment::centre;
-    EXPECT_DOUBLE_EQ(stripsOf(rows, {})[0].row->cells[0].above, 20 + 40);
-    rows[0].cells[0].format.alignment = word::VerticalAlignment::bottom;
-    EXPECT_DOUBLE_EQ(stripsOf(rows, {})[0].row->cells[0].above, 20 + 80);
+    const auto aboveText = [](word::VerticalAlignment alignment) {
+        auto rows = borderedRow(200);
+        settleHeights(rows, true);
+        rows[0].cells[0].format.alignment = alignment;
+        return stripsOf(rows, {})[0].row->cells[0].above;
+    };
+    EXPECT_DOUBLE_EQ(aboveText(word::VerticalAlignment::top), 20);
+    EXPECT_DOUBLE_EQ(aboveText(word::VerticalAlignment::centre), 20 + 40);
+    EXPECT_DOUBLE_EQ(aboveText(word::VerticalAlignment::bottom), 20 + 80);
 }
 
 // Rows of one line in the second cell, beside a first cell that reaches over all of them.
@@ -406,9 +408,10 @@ std::vector<std::size_t> linesOfFirstCells(const Strips& rows) {
 }
 
 TEST(Rows, ALineOfACellThatReachesDownGoesWithTheRowBesideWhichItStands) {
-    const Strips rows = stripsOf(rowsBeside(paragraph(0, 3), 4), {});
-    EXPECT_EQ(linesOfFirstCells(rows), (std::vector<std::size_t>{1, 1, 1, 0}));
-    EXPECT_DOUBLE_EQ(rows[2].row->cells[0].above, 0);
+    auto rows = rowsBeside(paragraph(0, 3), 4);
+    const Strips strips = stripsOf(rows, {});
+    EXPECT_EQ(linesOfFirstCells(strips), (std::vector<std::size_t>{1, 1, 1, 0}));
+    EXPECT_DOUBLE_EQ(strips[2].row->cells[0].above, 0);
 }
 
 TEST(Rows, ACentredCellThatReachesDownHasItsTextInTheRowInTheMiddle) {

@@ -71,6 +71,8 @@ void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer)
     addBackground(place, fonts, layer);
     if (!place.goesOn || layer.texts.empty()) {
         layer.texts.push_back(textOf(place));
+        layer.texts.back().text.reserve(place.run);
+        layer.texts.back().advances.reserve(place.run);
     }
     PlacedText& text = layer.texts.back();
     const char32_t character = place.item.character;
@@ -89,6 +91,14 @@ void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer)
 bool continuesText(const TextItem& before, const TextItem& item) {
     return isText(before) && isText(item) && before.format == item.format &&
            before.face == item.face && before.size == item.size && before.raised == item.raised;
+}
+
+std::size_t runOf(std::span<const TextItem> items) {
+    std::size_t run = 1;
+    while (run < items.size() && continuesText(items[run - 1], items[run])) {
+        ++run;
+    }
+    return run;
 }
 
 void joinLigatures(std::vector<TextItem>& items, FontMetrics& fonts) {

@@ -5,6 +5,8 @@
 #include "platform/word/layout/PageModel.h"
 #include "platform/word/layout/StoryReader.h"
 
+#include <cstddef>
+#include <span>
 #include <vector>
 
 namespace qvnd::layout {
@@ -16,6 +18,7 @@ struct CharacterPlace {
     double foot = 0;     // baseline of the line
     double width = 0;    // including the space added after it
     bool goesOn = false; // appended to the text run of the previous character
+    std::size_t run = 1; // of a character that begins a run: the number of its characters
 };
 
 // Adds a character and its background to the layer of a line.
@@ -23,6 +26,8 @@ void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer)
 
 // Whether an item is text that goes on in the look of the item before it.
 bool continuesText(const TextItem& before, const TextItem& item);
+// The number of items, the first one among them, that go on in its text.
+std::size_t runOf(std::span<const TextItem> items);
 
 // Gives the characters of each ligature of their face the room of the ligature, in the parts that
 // they have of it. Each is painted for itself, so that a reader of a PDF finds the letters.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -43,18 +44,19 @@ std::optional<Columns> inColumns(const Strips& strips, std::size_t count, double
         const bool endsColumn = strip.endsColumn;
         Strips overflow;
         const bool fits = flow.add(std::move(strip), overflow);
-        rest.insert(rest.begin(), overflow.begin(), overflow.end());
+        rest.insert(rest.begin(), std::make_move_iterator(overflow.begin()),
+                    std::make_move_iterator(overflow.end()));
         const bool isTorn =
             !fits && !flow.isEmpty() && !mayPart(flow.strips().back().strip, rest.front());
         if (flow.used() > height + rounding || columns.size() == count || isTorn) {
             return std::nullopt;
         }
         if (!fits || endsColumn) {
-            columns.push_back(flow.strips());
+            columns.push_back(flow.take());
             flow.begin(height, true, 0);
         }
     }
-    columns.push_back(flow.strips());
+    columns.push_back(flow.take());
     return columns.size() <= count ? std::optional(std::move(columns)) : std::nullopt;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/word/layout/Strips.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace qvnd::layout {
@@ -46,6 +47,8 @@ public:
     double spaceAbove(const Strip& strip) const;
     bool isEmpty() const { return strips_.empty(); }
     const std::vector<FlowedStrip>& strips() const { return strips_; }
+    // The strips of the full column; begin() starts the next one.
+    std::vector<FlowedStrip> take() { return std::move(strips_); }
     double used() const { return used_; }
     double notesHeight() const { return notesHeight_; }
     const std::vector<std::uint32_t>& notes() const { return notes_; }

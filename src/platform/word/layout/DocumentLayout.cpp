@@ -104,12 +104,12 @@ private:
             feed(std::move(strip));
             return;
         }
-        if (block_ == body_.blocks().size()) {
+        if (!body_.blocks().has(block_)) {
             finish();
             return;
         }
         const Block& block = body_.blocks()[block_];
-        const word::Cp start = body_.startOf(block);
+        const word::Cp start = body_.blocks().startOf(block.paragraph);
         while (section_ + 1 < rules_.sections().size() && start >= rules_.endOf(section_)) {
             enterSection();
         }
@@ -120,7 +120,7 @@ private:
             return;
         }
         append(body_.composeRows(block, columnSetting(), table_));
-        if (table_.row >= block.table->rows.size()) {
+        if (!body_.blocks().hasRow(*block.table, table_.row)) {
             table_ = {};
             ++block_;
         }
@@ -352,7 +352,7 @@ private:
     }
 
     void flushColumn() {
-        columns_.push_back(flow_.strips());
+        columns_.push_back(flow_.take());
         regionUsed_ = std::max(regionUsed_, flow_.used());
         pageNotes_.insert(pageNotes_.end(), flow_.notes().begin(), flow_.notes().end());
         notesHeight_ = flow_.notesHeight();
@@ -377,9 +377,9 @@ private:
         const LinePlace page{0, page_.sheet, number_, section().numberForm};
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             column_ = std::min(i, section().columns.size() - 1);
-            for (const FlowedStrip& flowed : columns_[i]) {
+            for (FlowedStrip& flowed : columns_[i]) {
                 const double y = regionTop_ + flowed.y;
-                page_.layer.append(flowed.strip.layer, columnLeft(), y);
+                page_.layer.append(std::move(flowed.strip.layer), columnLeft(), y);
                 for (const AnchoredFloat& floating : flowed.strip.floats) {
                     putOn(page_, floating, frameAt(y));
                 }

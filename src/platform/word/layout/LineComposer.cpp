@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace qvnd::layout {
 
@@ -42,11 +43,11 @@ struct Line {
 
 class Composer {
 public:
-    Composer(const ParagraphItems& paragraph, const ResolvedParagraph& format, FontMetrics& fonts,
+    Composer(ParagraphItems paragraph, const ResolvedParagraph& format, FontMetrics& fonts,
              const LineSetting& setting)
-        : paragraph_(paragraph), items_(paragraph.items), format_(format), fonts_(fonts),
-          setting_(setting),
-          indents_(indentsOf(format, paragraph.characterWidth,
+        : paragraph_(std::move(paragraph)), items_(paragraph_.items), format_(format),
+          fonts_(fonts), setting_(setting),
+          indents_(indentsOf(format, paragraph_.characterWidth,
                              setting.options.officeLines ? word::IndentUnits::twips
                                                          : word::IndentUnits::characters)) {
         if (setting.options.officeLines) {
@@ -444,8 +445,10 @@ private:
                     strip.layer.texts.push_back(std::move(*leader));
                 }
             } else if (isText(item)) {
-                addCharacter({item, x, foot, width, i > line.begin && follows(i)}, fonts_,
-                             strip.layer);
+                const bool goesOn = i > line.begin && follows(i);
+                addCharacter(
+                    {item, x, foot, width, goesOn, goesOn ? 0 : runOf({&item, line.end - i})},
+                    fonts_, strip.layer);
             }
             x += width;
         }
@@ -474,8 +477,8 @@ private:
                    setting_.borders);
     }
 
-    const ParagraphItems& paragraph_;
-    std::vector<TextItem> items_;
+    ParagraphItems paragraph_;
+    std::vector<TextItem>& items_;
     const ResolvedParagraph& format_;
     FontMetrics& fonts_;
     const LineSetting& setting_;
@@ -486,9 +489,9 @@ private:
 
 } // namespace
 
-Strips composeLines(const ParagraphItems& paragraph, const word::ResolvedParagraph& format,
+Strips composeLines(ParagraphItems paragraph, const word::ResolvedParagraph& format,
                     FontMetrics& fonts, const LineSetting& setting, std::size_t from) {
-    return Composer(paragraph, format, fonts, setting).compose(from);
+    return Composer(std::move(paragraph), format, fonts, setting).compose(from);
 }
 
 } // namespace qvnd::layout

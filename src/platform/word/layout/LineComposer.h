@@ -40,7 +40,7 @@ struct LineSetting {
 // at least one line; the line of an empty paragraph has the height of the paragraph mark. A page
 // break within the paragraph ends its line. `from`: composes from this item on, because the lines
 // before it are already placed.
-Strips composeLines(const ParagraphItems& paragraph, const word::ResolvedParagraph& format,
+Strips composeLines(ParagraphItems paragraph, const word::ResolvedParagraph& format,
                     FontMetrics& fonts, const LineSetting& setting, std::size_t from = 0);
 
 } // namespace qvnd::layout

@@ -84,6 +84,10 @@ bool isScript(const TextItem& item) {
     return item.format->script != word::ResolvedText::Script::normal;
 }
 
+bool isOneLook(const TextItem& a, const TextItem& b) {
+    return a.format == b.format && a.face == b.face && a.size == b.size && a.raised == b.raised;
+}
+
 // Small capitals take the room of the letters that they stand for, in the office suite raised and
 // lowered text that of the text around it.
 double lineSize(const TextItem& item, bool office) {
@@ -135,11 +139,13 @@ ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& 
     const bool office = setting.options.officeLines;
     // Blanks and tabs count only where nothing else stands.
     const bool hasText = std::any_of(items.begin(), items.end(), isSeen);
+    const TextItem* last = nullptr; // whose height has been added
     for (const TextItem& item : items) {
         if (item.kind == TextItem::Kind::picture) {
             content.add(item.height + item.raised, -item.raised);
-        } else if (isSeen(item) || !hasText) {
+        } else if ((isSeen(item) || !hasText) && (last == nullptr || !isOneLook(*last, item))) {
             add(item.face, lineSize(item, office), lineRise(item, office));
+            last = &item;
         }
     }
     if (setting.grid.cellWidth > 0 && !items.empty()) { // the space in front of the first cell

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <utility>
 
 namespace qvnd::layout {
@@ -9,11 +10,11 @@ namespace qvnd::layout {
 namespace {
 
 template <class Item, class Move>
-void appendMoved(std::vector<Item>& to, const std::vector<Item>& from, const Move& move) {
-    for (Item item : from) {
+void appendMoved(std::vector<Item>& to, std::vector<Item>& from, const Move& move) {
+    for (Item& item : from) {
         move(item);
-        to.push_back(std::move(item));
     }
+    to.insert(to.end(), std::make_move_iterator(from.begin()), std::make_move_iterator(from.end()));
 }
 
 template <class Item>
@@ -42,7 +43,7 @@ double cutOff(double height) {
 
 } // namespace
 
-void Layer::append(const Layer& other, double right, double down) {
+void Layer::append(Layer other, double right, double down) {
     const auto moveCorner = [&](auto& item) {
         item.x += right;
         item.y += down;

@@ -90,7 +90,7 @@ struct Layer {
     std::vector<PlacedText> texts;
 
     // Adds the content of another layer, moved by that distance.
-    void append(const Layer& other, double right, double down);
+    void append(Layer other, double right, double down);
     // Of what begins between two distances from the left edge: removes what stands below that
     // height, and cuts off fills, texts and pictures that reach beyond it. `keepsTexts`: texts
     // below it are not seen, but a reader of the PDF finds them.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qvnd::layout {
 
@@ -256,7 +257,7 @@ std::optional<PartedRow> partedAt(const Strip& row, double room, const CellRules
 // Puts the content of a cell into the rows that it reaches over: each strip into the one beside
 // which it stands.
 void putContent(const std::vector<ComposedRow>& rows, std::size_t first, const ComposedCell& cell,
-                std::vector<RowParts>& parts) {
+                Strips content, std::vector<RowParts>& parts) {
     constexpr double rounding = 1;
     const std::size_t last = lastRowOf(rows, first, cell);
     const bool addsSpaces = parts[first].rules.addsSpaces;
@@ -268,9 +269,9 @@ void putContent(const std::vector<ComposedRow>& rows, std::size_t first, const C
     std::size_t at = first;
     RowParts::Cell* part = &cellAt(rows[at], parts[at], cell);
     double y = top + downIn(cell, room);
-    for (std::size_t i = 0; i < cell.strips.size(); ++i) {
-        const Strip& strip = cell.strips[i];
-        y += spaceAbove(cell.strips, i, addsSpaces);
+    const Strip* above = nullptr;
+    for (Strip& strip : content) {
+        y += above != nullptr ? gapBetween(*above, strip, addsSpaces) : strip.before;
         while (at < last && y > rows[at].height - rounding) {
             y -= rows[at].height;
             ++at;
@@ -280,8 +281,9 @@ void putContent(const std::vector<ComposedRow>& rows, std::size_t first, const C
             part->above = y - strip.before;
             part->down = part->above - (at == first ? top : 0);
         }
-        part->strips.push_back(strip);
         y += strip.height;
+        part->strips.push_back(std::move(strip));
+        above = &part->strips.back();
     }
 }
 
@@ -358,7 +360,7 @@ double borderBelow(const ComposedRow& row) {
     return width;
 }
 
-Strips stripsOf(const std::vector<ComposedRow>& rows, const CellRules& rules) {
+Strips stripsOf(std::vector<ComposedRow>& rows, const CellRules& rules) {
     std::vector<RowParts> parts(rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         parts[i].rules = rules;
@@ -376,12 +378,12 @@ Strips stripsOf(const std::vector<ComposedRow>& rows, const CellRules& rules) {
     }
     Strips strips;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        for (const ComposedCell& cell : rows[i].cells) {
+        Strip like = likeOf(rows[i]);
+        for (ComposedCell& cell : rows[i].cells) {
             if (!cell.strips.empty()) {
-                putContent(rows, i, cell, parts);
+                putContent(rows, i, cell, std::exchange(cell.strips, {}), parts);
             }
         }
-        Strip like = likeOf(rows[i]);
         like.at = like.at == 0 && i > 0 ? strips.back().at : like.at;
         strips.push_back(stripOf(std::move(parts[i]), like));
     }

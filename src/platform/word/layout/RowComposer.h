@@ -40,8 +40,9 @@ void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders);
 double borderBelow(const ComposedRow& row);
 
 // One strip for each row, with borders, backgrounds and content. A line of a vertically merged cell
-// is in the row beside which it stands, so that it goes to the page of that row.
-Strips stripsOf(const std::vector<ComposedRow>& rows, const CellRules& rules);
+// is in the row beside which it stands, so that it goes to the page of that row. Takes the content
+// of the cells out of the rows.
+Strips stripsOf(std::vector<ComposedRow>& rows, const CellRules& rules);
 
 // A row that is split at the end of a page.
 struct PartedRow {
