@@ -5,6 +5,7 @@
 #include "platform/word/layout/PageCounts.h"
 
 #include <algorithm>
+#include <limits>
 #include <string_view>
 #include <utility>
 
@@ -111,6 +112,12 @@ std::u16string FieldResults::shownBy(const Span& span, const PageFields& fields)
     default:
         return span.text;
     }
+}
+
+word::Cp FieldResults::nextSpan(word::Cp at) const {
+    const auto next = std::upper_bound(spans_.begin(), spans_.end(), at,
+                                       [](word::Cp p, const Span& span) { return p < span.end; });
+    return next == spans_.end() ? std::numeric_limits<word::Cp>::max() : std::max(at, next->begin);
 }
 
 const FieldResults::Span* FieldResults::spanAt(word::Cp at) const {

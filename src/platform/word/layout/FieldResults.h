@@ -45,6 +45,8 @@ public:
 
     // The span at a position; null for text that is shown as it is.
     const Span* spanAt(word::Cp at) const;
+    // The first position from there on that lies in a span; behind all text where none follows.
+    word::Cp nextSpan(word::Cp at) const;
     static std::u16string shownBy(const Span& span, const PageFields& fields);
 
 private:

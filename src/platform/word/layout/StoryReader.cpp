@@ -22,6 +22,8 @@ constexpr double scriptRise = 0.33;
 constexpr double scriptDrop = -0.15;
 constexpr double smallCapitalSize = 0.8;
 
+constexpr word::Cp nowhere = std::numeric_limits<word::Cp>::max();
+
 constexpr std::uint16_t unnamedFont = 0xFFFE; // of no document
 constexpr char16_t pageNumber = 0;            // in the office suite the number of the page
 constexpr char16_t privateArea = 0xF000;
@@ -41,8 +43,8 @@ char32_t upper(char32_t c) {
 
 StoryReader::StoryReader(Shared& shared, const word::Story& story,
                          std::optional<std::uint32_t> note)
-    : shared_(shared), story_(story), note_(note),
-      fields_(story, shared.source, shared.officeText) {}
+    : shared_(shared), story_(story), note_(note), fields_(story, shared.source, shared.officeText),
+      faces_(*shared.source.tables, shared.fonts, shared.officeText) {}
 
 const word::CharacterRun& StoryReader::runAt(word::Cp at) {
     while (at < runStart_) {
@@ -64,47 +66,6 @@ const word::ResolvedText& StoryReader::formatAt(word::Cp at, word::StyleIndex st
         format_ = &shared_.formats.text(style, run.properties);
     }
     return *format_;
-}
-
-std::u16string StoryReader::fontName(std::uint16_t index) const {
-    const auto& fonts = shared_.source.tables->fonts;
-    return index < fonts.size() ? fonts[index].name : std::u16string();
-}
-
-// Whether a character that fonts of both scripts have is set in the East Asian one.
-bool StoryReader::isSetAsChinese(const word::ResolvedText& format, char32_t c) const {
-    const bool isEither = shared_.officeText ? isOfEitherScript(c) : isFullWidthInChineseFonts(c);
-    return format.eastAsianHint && isEither;
-}
-
-FaceId StoryReader::faceOf(const word::ResolvedText& format, char32_t c) {
-    const bool eastAsian = isEastAsian(c) || isSetAsChinese(format, c);
-    const bool asksForChinese = eastAsian && !(shared_.officeText && format.hasNoLanguage);
-    // Symbols stand in the font of Latin letters, whatever sign they are shown as. Letters behind
-    // U+007F have the font of other characters (ISO 29500-1, 17.3.2.26); in the office suite they
-    // have that of Latin letters.
-    const bool latin = c < 0x80 || (shared_.officeText && isLatinLetter(c)) ||
-                       (!eastAsian && word::isSymbolFont(fontName(format.latinFont)));
-    const std::uint16_t font = eastAsian ? format.eastAsianFont
-                               : latin   ? format.latinFont
-                                         : format.otherFont;
-    return shared_.fonts.shownBy(faceOf(font, asksForChinese, format), c);
-}
-
-FaceId StoryReader::faceOf(std::uint16_t font, bool asksForChinese,
-                           const word::ResolvedText& format) {
-    const unsigned style =
-        (format.bold ? 1U : 0U) | (format.italic ? 2U : 0U) | (asksForChinese ? 4U : 0U);
-    const auto [known, isNew] = faces_.try_emplace({font, style});
-    if (isNew) {
-        std::u16string name = fontName(font);
-        if (name.empty() && shared_.officeText && !asksForChinese) {
-            // What the office suite takes where no font is named.
-            name = font == word::bareStyleFont ? u"sans-serif" : u"serif";
-        }
-        known->second = shared_.fonts.face({name, format.bold, format.italic, asksForChinese});
-    }
-    return known->second;
 }
 
 bool StoryReader::isUnseen(const word::ResolvedText& format) const {
@@ -143,6 +104,9 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
     }
     readLabel(paragraph, start, result);
     const word::Cp lostFrom = unformattedFrom(paragraph, start);
+    result.items.reserve(result.items.size() + (end - start));
+    word::Cp nextSpanAt = fields_.nextSpan(start);
+    word::Cp nextAnchorAt = nextAnchor(start);
     for (word::Cp at = start; at < end; ++at) {
         if (isBehindEnd && story_.text[at] == special::pageBreak) {
             result.startsPage = result.startsPage || at == start;
@@ -150,7 +114,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             continue;
         }
         isBehindEnd = shared_.officeText && story_.text[at] == special::pageBreak;
-        const FieldResults::Span* span = fields_.spanAt(at);
+        const FieldResults::Span* span = at < nextSpanAt ? nullptr : fields_.spanAt(at);
         if (span != nullptr) {
             if (span->shows != FieldResults::Span::Shows::nothing && at == span->begin) {
                 // The look of the field's last character but one is that of its result.
@@ -159,6 +123,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
                 addText(FieldResults::shownBy(*span, fields), at, look, result);
             }
             at = std::min(span->end, end) - 1;
+            nextSpanAt = fields_.nextSpan(at + 1);
             continue;
         }
         const char16_t c = story_.text[at];
@@ -173,7 +138,10 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         } else {
             const std::size_t first = result.items.size();
             readCharacter(c, at, format, result);
-            attachFootnote(at, first, result);
+            if (at >= nextAnchorAt) {
+                attachFootnote(at, first, result);
+                nextAnchorAt = nextAnchor(at + 1);
+            }
         }
     }
     const word::Cp markAt = std::min(end, story_.size() - 1);
@@ -181,7 +149,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         formatOfMark(paragraph, start,
                      markAt >= lostFrom ? word::PropertyListId::empty : runAt(markAt).properties);
     result.markSize = mark.halfPoints * twipsPerHalfPoint;
-    result.markFace = faceOf(mark, mark.eastAsianHint ? U'中' : U'x');
+    result.markFace = faces_.of(mark, mark.eastAsianHint ? U'中' : U'x');
     result.characterWidth = characterWidthOf(result);
     return result;
 }
@@ -201,7 +169,6 @@ double StoryReader::characterWidthOf(const ParagraphItems& paragraph) const {
 // In the office suite a run of characters that ends right before a table has no direct formatting
 // in the last paragraph before it. One that goes on in the table keeps it.
 word::Cp StoryReader::unformattedFrom(std::size_t paragraph, word::Cp start) {
-    constexpr word::Cp nowhere = std::numeric_limits<word::Cp>::max();
     const word::Cp end = start + story_.paragraphs[paragraph].length;
     if (!shared_.officeText || end == start ||
         !precedesTable(story_, paragraph, end, shared_.formats)) {
@@ -242,13 +209,13 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
     if (format.hidden) {
         return;
     }
-    const bool inSymbols = word::isSymbolFont(fontName(format.latinFont));
+    const bool inSymbols = word::isSymbolFont(faces_.nameOf(format.latinFont));
     const bool isUnnamed = shared_.officeText && label.isBullet && !label.namesFont;
     for (const char16_t c : label.text) {
         if (c >= privateArea || inSymbols) {
             addSymbol(c, format.latinFont, start, format, result);
         } else if (isUnnamed) {
-            const FaceId face = faceOf(unnamedFont, false, format);
+            const FaceId face = faces_.of(unnamedFont, false, format);
             addCharacter(c, shared_.fonts.shownBy(face, c), start, format, result);
         } else {
             addCharacter(c, start, format, result);
@@ -265,7 +232,7 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
         } else {
             follower.format = &format;
             follower.size = format.halfPoints * twipsPerHalfPoint;
-            follower.face = faceOf(format, U' ');
+            follower.face = faces_.of(format, U' ');
             follower.at = start;
             result.items.push_back(std::move(follower));
         }
@@ -308,7 +275,7 @@ void StoryReader::addText(std::u16string_view text, word::Cp at, const word::Res
 void StoryReader::addCharacter(char32_t c, word::Cp at, const word::ResolvedText& format,
                                ParagraphItems& result) {
     const bool isCapital = format.capitals || format.smallCapitals;
-    addCharacter(c, faceOf(format, isCapital ? upper(c) : c), at, format, result);
+    addCharacter(c, faces_.of(format, isCapital ? upper(c) : c), at, format, result);
 }
 
 void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
@@ -332,7 +299,7 @@ void StoryReader::addCharacter(char32_t c, FaceId face, word::Cp at,
     item.size *= shrinks ? smallCapitalSize : 1;
     item.character = format.capitals || format.smallCapitals ? upper(c) : c;
     item.face = face;
-    item.isSetAsChinese = isSetAsChinese(format, item.character);
+    item.isSetAsChinese = faces_.isSetAsChinese(format, item.character);
     if (c == special::tab) {
         item.kind = TextItem::Kind::tab;
     } else {
@@ -349,7 +316,7 @@ void StoryReader::addSpecial(char16_t c, word::Cp at, const word::ResolvedText& 
     item.at = at;
     item.format = &format;
     item.size = format.halfPoints * twipsPerHalfPoint;
-    item.face = faceOf(format, U' ');
+    item.face = faces_.of(format, U' ');
     switch (c) {
     case special::picture:
         addPicture(at, format, result);
@@ -426,7 +393,7 @@ void StoryReader::addPicture(word::Cp at, const word::ResolvedText& format,
     item.at = at;
     item.format = &format;
     item.size = format.halfPoints * twipsPerHalfPoint;
-    item.face = faceOf(format, U'x');
+    item.face = faces_.of(format, U'x');
     item.width = picture.width;
     item.height = picture.height;
     item.raised = format.raisedBy * twipsPerHalfPoint;
@@ -434,10 +401,19 @@ void StoryReader::addPicture(word::Cp at, const word::ResolvedText& format,
     result.items.push_back(std::move(item));
 }
 
+std::vector<word::Anchor>::const_iterator StoryReader::anchorFrom(word::Cp at) const {
+    return std::lower_bound(
+        story_.anchors.begin(), story_.anchors.end(), at,
+        [](const word::Anchor& a, word::Cp position) { return a.at < position; });
+}
+
+word::Cp StoryReader::nextAnchor(word::Cp at) const {
+    const auto anchor = anchorFrom(at);
+    return anchor == story_.anchors.end() ? nowhere : anchor->at;
+}
+
 const word::Anchor* StoryReader::noteAt(word::Cp at) const {
-    const auto anchor =
-        std::lower_bound(story_.anchors.begin(), story_.anchors.end(), at,
-                         [](const word::Anchor& a, word::Cp position) { return a.at < position; });
+    const auto anchor = anchorFrom(at);
     const bool refers = anchor != story_.anchors.end() && anchor->at == at && namesNote(*anchor) &&
                         anchor->index < shared_.noteMarks.size();
     return refers ? &*anchor : nullptr;
@@ -468,10 +444,10 @@ void StoryReader::attachFootnote(word::Cp at, std::size_t first, ParagraphItems&
 void StoryReader::addSymbol(char16_t code, std::uint16_t font, word::Cp at,
                             const word::ResolvedText& format, ParagraphItems& result) {
     constexpr unsigned lowByte = 0xFF;
-    const std::u16string name = fontName(font);
+    const std::u16string name = faces_.nameOf(font);
     if (shared_.officeText && word::isSymbolFont(name)) {
         const char32_t kept = privateArea + (code & lowByte);
-        addCharacter(kept, shared_.fonts.shownBy(faceOf(font, false, format), kept), at, format,
+        addCharacter(kept, shared_.fonts.shownBy(faces_.of(font, false, format), kept), at, format,
                      result);
     } else {
         addCharacter(word::symbolAsText(code, name), at, format, result);

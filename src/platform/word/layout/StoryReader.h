@@ -4,6 +4,7 @@
 #include "platform/word/formatting/FormatResolver.h"
 #include "platform/word/formatting/ListNumbers.h"
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/CharacterFaces.h"
 #include "platform/word/layout/FieldResults.h"
 #include "platform/word/layout/FontMetrics.h"
 #include "platform/word/layout/LayoutSource.h"
@@ -12,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace qvnd::layout {
@@ -147,6 +149,10 @@ private:
                     ParagraphItems& result);
     const Shared::ShownPicture& pictureOf(const word::ResolvedText& format);
     void addPicture(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
+    // The first anchor from there on.
+    std::vector<word::Anchor>::const_iterator anchorFrom(word::Cp at) const;
+    // Its position; behind all text where none follows.
+    word::Cp nextAnchor(word::Cp at) const;
     // The reference to a note there, or null.
     const word::Anchor* noteAt(word::Cp at) const;
     void addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
@@ -155,10 +161,6 @@ private:
     // Adds a character of a symbol font. `code`: with or without 0xF000 added.
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
-    bool isSetAsChinese(const word::ResolvedText& format, char32_t c) const;
-    FaceId faceOf(const word::ResolvedText& format, char32_t c);
-    FaceId faceOf(std::uint16_t font, bool asksForChinese, const word::ResolvedText& format);
-    std::u16string fontName(std::uint16_t index) const;
 
     Shared& shared_;
     const word::Story& story_;
@@ -169,7 +171,7 @@ private:
     const word::CharacterRun* formatRun_ = nullptr;
     word::StyleIndex formatStyle_ = 0;
     const word::ResolvedText* format_ = nullptr;
-    std::map<std::pair<std::uint16_t, unsigned>, FaceId> faces_;
+    CharacterFaces faces_;
 };
 
 } // namespace qvnd::layout
