@@ -13,7 +13,7 @@ using word::withSprm32;
 using word::withSprm8;
 namespace sprm = word::sprm;
 
-class StoryBlocks : public test::PagedDocument {
+class BlocksOfStory : public test::PagedDocument {
 protected:
     static Bytes inTable(std::uint32_t depth = 1) {
         return withSprm32(withSprm8({}, sprm::PFInTable, 1), sprm::PItap, depth);
@@ -29,7 +29,15 @@ protected:
     }
     const Blocks& blocks() {
         word::FormatResolver formats(document.tables);
-        found = blocksOf(main, formats, starts);
+        StoryBlocks read(main, formats);
+        found.clear();
+        for (std::size_t i = 0; read.has(i); ++i) {
+            found.push_back(read[i]);
+        }
+        starts.clear();
+        for (std::size_t i = 0; i < main.paragraphs.size(); ++i) {
+            starts.push_back(read.startOf(i));
+        }
         return found;
     }
     // The first paragraphs of the blocks of a cell.
@@ -47,7 +55,7 @@ protected:
 
 using Paragraphs = std::vector<std::size_t>;
 
-TEST_F(StoryBlocks, ATableIsABlockOfRowsAndCells) {
+TEST_F(BlocksOfStory, ATableIsABlockOfRowsAndCells) {
     add(u"前\r");
     add(u"甲\r", inTable());
     add(u"乙\a", inTable());
@@ -69,7 +77,7 @@ TEST_F(StoryBlocks, ATableIsABlockOfRowsAndCells) {
     EXPECT_EQ(rows[1].mark, 6U);
 }
 
-TEST_F(StoryBlocks, ATableInACellIsABlockOfTheCell) {
+TEST_F(BlocksOfStory, ATableInACellIsABlockOfTheCell) {
     add(u"外\r", inTable());
     add(u"内\r", withSprm8(inTable(2), sprm::PFInnerTableCell, 1));
     add(u"\r", withSprm8(withSprm8(inTable(2), sprm::PFInnerTableCell, 1), sprm::PFInnerTtp, 1));
@@ -83,7 +91,7 @@ TEST_F(StoryBlocks, ATableInACellIsABlockOfTheCell) {
     EXPECT_EQ(cells[0][1].table->rows.at(0).mark, 2U);
 }
 
-TEST_F(StoryBlocks, CellsWithoutAnEndOfTheirRowAreParagraphsInTheirOrder) {
+TEST_F(BlocksOfStory, CellsWithoutAnEndOfTheirRowAreParagraphsInTheirOrder) {
     add(u"甲\a", inTable());
     add(u"乙\a", inTable());
     add(u"丙\r", inTable());
@@ -98,7 +106,7 @@ TEST_F(StoryBlocks, CellsWithoutAnEndOfTheirRowAreParagraphsInTheirOrder) {
     EXPECT_EQ(found[0].table->rows.size(), 1U);
 }
 
-TEST_F(StoryBlocks, ACellWithoutAnEndEndsWithItsRow) {
+TEST_F(BlocksOfStory, ACellWithoutAnEndEndsWithItsRow) {
     add(u"甲\a", inTable());
     add(u"乙\r", inTable());
     add(u"\a", rowMark());
@@ -107,7 +115,7 @@ TEST_F(StoryBlocks, ACellWithoutAnEndEndsWithItsRow) {
     EXPECT_EQ(paragraphsOf(row.cells[1]), (Paragraphs{1}));
 }
 
-TEST_F(StoryBlocks, ATableBeginsWithTheFirstParagraphOfItsFirstRowOrWithTheRowsEnd) {
+TEST_F(BlocksOfStory, ATableBeginsWithTheFirstParagraphOfItsFirstRowOrWithTheRowsEnd) {
     add(u"\a", rowMark());
     add(u"甲\a", inTable());
     add(u"\a", rowMark());
@@ -115,7 +123,7 @@ TEST_F(StoryBlocks, ATableBeginsWithTheFirstParagraphOfItsFirstRowOrWithTheRowsE
     EXPECT_EQ(found[0].table->rows.size(), 2U);
 }
 
-TEST_F(StoryBlocks, AParagraphWithoutCharactersEndsNeitherACellNorReadsBeforeTheText) {
+TEST_F(BlocksOfStory, AParagraphWithoutCharactersEndsNeitherACellNorReadsBeforeTheText) {
     add(u"", inTable());
     add(u"甲\a", inTable());
     add(u"", inTable());
@@ -127,7 +135,7 @@ TEST_F(StoryBlocks, AParagraphWithoutCharactersEndsNeitherACellNorReadsBeforeThe
     EXPECT_EQ(paragraphsOf(row.cells[1]), (Paragraphs{2, 3}));
 }
 
-TEST_F(StoryBlocks, NeighboursInEqualFramesShareOne) {
+TEST_F(BlocksOfStory, NeighboursInEqualFramesShareOne) {
     add(u"一\r", frame(100));
     add(u"二\r", frame(100));
     add(u"三\r", frame(200));
@@ -140,7 +148,7 @@ TEST_F(StoryBlocks, NeighboursInEqualFramesShareOne) {
     EXPECT_EQ(found[3].framed, 1U);
 }
 
-TEST_F(StoryBlocks, FramesOnBothSidesOfATableAreTwo) {
+TEST_F(BlocksOfStory, FramesOnBothSidesOfATableAreTwo) {
     add(u"一\r", frame(100));
     add(u"甲\a", inTable());
     add(u"\a", rowMark());
@@ -150,7 +158,37 @@ TEST_F(StoryBlocks, FramesOnBothSidesOfATableAreTwo) {
     EXPECT_EQ(found[2].framed, 1U);
 }
 
-TEST_F(StoryBlocks, ATableIsPrecededByTheParagraphRightBeforeItAlone) {
+TEST_F(BlocksOfStory, RowsAreReadWhenTheyAreAskedFor) {
+    for (int row = 0; row < 3; ++row) {
+        add(u"甲\a", inTable());
+        add(u"\a", rowMark());
+    }
+    add(u"后\r");
+    word::FormatResolver formats(document.tables);
+    StoryBlocks read(main, formats);
+    ASSERT_TRUE(read.has(0));
+    const Table& table = *read[0].table;
+    EXPECT_EQ(table.rows.size(), 1U);
+    EXPECT_TRUE(read.hasRow(table, 1));
+    EXPECT_EQ(table.rows.size(), 2U);
+    EXPECT_TRUE(read.hasRow(table, 2));
+    EXPECT_FALSE(read.hasRow(table, 3));
+    ASSERT_TRUE(read.has(1));
+    EXPECT_EQ(read[1].paragraph, 6U);
+    EXPECT_FALSE(read.has(2));
+}
+
+TEST_F(BlocksOfStory, AFrameIsReadToItsEndBeforeItIsKnown) {
+    add(u"一\r", frame(100));
+    add(u"二\r", frame(100));
+    word::FormatResolver formats(document.tables);
+    StoryBlocks read(main, formats);
+    ASSERT_TRUE(read.has(0));
+    EXPECT_EQ(read[0].framed, 2U);
+    EXPECT_FALSE(read.has(1));
+}
+
+TEST_F(BlocksOfStory, ATableIsPrecededByTheParagraphRightBeforeItAlone) {
     add(u"一\r");
     add(u"二\r");
     add(u"甲\a", inTable());
@@ -164,7 +202,7 @@ TEST_F(StoryBlocks, ATableIsPrecededByTheParagraphRightBeforeItAlone) {
     EXPECT_FALSE(precedesTable(main, 4, 9, formats)) << "nothing follows";
 }
 
-TEST_F(StoryBlocks, AFramedTableIsNotPrecededByTheTextBeforeIt) {
+TEST_F(BlocksOfStory, AFramedTableIsNotPrecededByTheTextBeforeIt) {
     const Bytes framed = frame(100);
     Bytes cell = inTable();
     cell.insert(cell.end(), framed.begin(), framed.end());
@@ -175,7 +213,7 @@ TEST_F(StoryBlocks, AFramedTableIsNotPrecededByTheTextBeforeIt) {
     EXPECT_FALSE(precedesTable(main, 0, 2, formats));
 }
 
-TEST_F(StoryBlocks, InTheOfficeSuiteEverySecondBreakInARowEndsAParagraph) {
+TEST_F(BlocksOfStory, InTheOfficeSuiteEverySecondBreakInARowEndsAParagraph) {
     EXPECT_TRUE(endsParagraph(u"甲\r", 1));
     EXPECT_TRUE(endsParagraph(u"甲\a", 1));
     EXPECT_FALSE(endsParagraph(u"甲乙", 1));

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qvnd::layout {
 
@@ -47,8 +48,8 @@ std::vector<TextItem> hangingIn(const word::ParagraphFrame& frame, TextItem pict
 
 BlockComposer::BlockComposer(StoryReader::Shared& shared, const word::Story& story,
                              std::optional<std::uint32_t> note)
-    : shared_(shared), story_(story), reader_(shared, story, note),
-      blocks_(blocksOf(story, shared.formats, starts_)) {}
+    : shared_(shared), story_(story), reader_(shared, story, note), blocks_(story, shared.formats) {
+}
 
 Strips BlockComposer::compose(const Block& block, const LineSetting& setting, word::Cp from) {
     if (block.framed > 0) {
@@ -64,7 +65,11 @@ Strips BlockComposer::compose(const Block& block, const LineSetting& setting, wo
 }
 
 Strips BlockComposer::composeAll(const LineSetting& setting) {
-    Strips strips = composeCell(blocks_, setting);
+    Strips strips;
+    for (std::size_t i = 0; blocks_.has(i); ++i) {
+        Strips part = compose(blocks_[i], setting);
+        std::move(part.begin(), part.end(), std::back_inserter(strips));
+    }
     if (auto last = rest()) {
         strips.push_back(std::move(*last));
     }
@@ -111,7 +116,7 @@ bool BlockComposer::isPlain(std::size_t paragraph) {
         return false;
     }
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
-    const char16_t mark = story_.text[starts_[paragraph] + run.length - 1];
+    const char16_t mark = story_.text[blocks_.startOf(paragraph) + run.length - 1];
     return shared_.formats.place(run.properties, mark).depth == 0 &&
            !shared_.formats.paragraph(run.style, run.properties).frame;
 }
@@ -123,13 +128,14 @@ bool BlockComposer::hangsInNextParagraph(const Block& frame) {
     if (!shared_.officeText || frame.framed != 1 || !isPlain(next)) {
         return false;
     }
-    const ParagraphItems items = reader_.read(frame.paragraph, starts_[frame.paragraph], fields_);
+    const ParagraphItems items =
+        reader_.read(frame.paragraph, blocks_.startOf(frame.paragraph), fields_);
     if (items.items.size() != 1 || items.items[0].kind != TextItem::Kind::picture) {
         return false;
     }
     const word::ParagraphRun& run = story_.paragraphs[frame.paragraph];
     hanging_ = hangingIn(*shared_.formats.paragraph(run.style, run.properties).frame,
-                         items.items[0], starts_[next]);
+                         items.items[0], blocks_.startOf(next));
     hangsIn_ = next;
     return true;
 }
@@ -153,10 +159,10 @@ void BlockComposer::composeFrame(const Block& block, const LineSetting& setting)
 }
 
 // Each drawing goes with the line that its anchor stands on.
-void BlockComposer::anchorDrawings(const ParagraphItems& items, word::Cp from,
+void BlockComposer::anchorDrawings(const std::vector<word::Cp>& anchors, word::Cp from,
                                    const LineSetting& setting, Strips& strips) {
     FloatComposer floats(shared_);
-    for (const word::Cp at : items.anchors) {
+    for (const word::Cp at : anchors) {
         const auto anchor = std::lower_bound(
             story_.anchors.begin(), story_.anchors.end(), at,
             [](const word::Anchor& a, word::Cp position) { return a.at < position; });
@@ -181,7 +187,7 @@ bool BlockComposer::sharesBoxWithNext(std::size_t paragraph) const {
     }
     const word::ParagraphRun& own = story_.paragraphs[paragraph];
     const word::ParagraphRun& next = story_.paragraphs[paragraph + 1];
-    const word::Cp end = starts_[paragraph] + own.length;
+    const word::Cp end = blocks_.startOf(paragraph) + own.length;
     if (own.length == 0 || next.length == 0 || story_.text[end - 1] != u'\r') {
         return false;
     }
@@ -200,7 +206,7 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
                                        word::Cp from) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     const word::ResolvedParagraph& format = shared_.formats.paragraph(run.style, run.properties);
-    ParagraphItems items = reader_.read(paragraph, starts_[paragraph], fields_);
+    ParagraphItems items = reader_.read(paragraph, blocks_.startOf(paragraph), fields_);
     if (hangsIn_ == paragraph) {
         items.isLeftOut = false;
         items.items.insert(items.items.begin(), hanging_.begin(), hanging_.end());
@@ -218,13 +224,14 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
         joined.borders = borders;
     }
     const LineSetting& own = borders.above || borders.below ? joined : setting;
-    Strips strips = composeLines(items, format, shared_.fonts, own, begin);
+    const std::vector<word::Cp> anchors = std::move(items.anchors);
+    Strips strips = composeLines(std::move(items), format, shared_.fonts, own, begin);
     for (Strip& strip : strips) {
         strip.paragraph = paragraph;
         strip.style = run.style;
-        strip.at = std::max(strip.at, starts_[paragraph]);
+        strip.at = std::max(strip.at, blocks_.startOf(paragraph));
     }
-    anchorDrawings(items, from, setting, strips);
+    anchorDrawings(anchors, from, setting, strips);
     return strips;
 }
 
@@ -240,7 +247,7 @@ Strips BlockComposer::composeCell(const Blocks& blocks, const LineSetting& setti
 Strips BlockComposer::composeTable(const Block& block, const LineSetting& setting) {
     Strips strips;
     TableCursor next;
-    while (next.row < block.table->rows.size()) {
+    while (blocks_.hasRow(*block.table, next.row)) {
         Strips rows = composeRows(block, setting, next);
         std::move(rows.begin(), rows.end(), std::back_inserter(strips));
     }
@@ -265,7 +272,7 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
     settleHeights(rows, setting.options.officeLines);
     const bool office = setting.options.officeLines;
     Strips strips = stripsOf(rows, {shared_.addsSpaces, !office});
-    if (office && next.row == table.rows.size()) {
+    if (office && !blocks_.hasRow(table, next.row)) {
         strips.back().height += borderBelow(rows.back()); // of the table
     }
     for (std::size_t i = 0; i < strips.size(); ++i) {
@@ -313,11 +320,13 @@ ComposedRow BlockComposer::composeRow(const TableRow& row, const LineSetting& se
 // Heading rows count from the table's first row on, and only above other rows: a table of nothing
 // but headings is an ordinary one.
 std::size_t BlockComposer::headingRowsOf(const Table& table) {
-    const auto behind =
-        std::find_if(table.rows.begin(), table.rows.end(), [&](const TableRow& row) {
-            return !shared_.formats.row(story_.paragraphs[row.mark].properties).isHeading;
-        });
-    return behind == table.rows.end() ? 0 : static_cast<std::size_t>(behind - table.rows.begin());
+    for (std::size_t row = 0; blocks_.hasRow(table, row); ++row) {
+        const std::size_t mark = table.rows[row].mark;
+        if (!shared_.formats.row(story_.paragraphs[mark].properties).isHeading) {
+            return row;
+        }
+    }
+    return 0;
 }
 
 // The first row from `least` on that no cell above it reaches into.
@@ -328,7 +337,7 @@ std::size_t BlockComposer::endOfMerged(const Table& table, std::size_t least) {
                            [](const word::ResolvedCell& cell) { return cell.mergedAbove; });
     };
     std::size_t end = least;
-    while (end < table.rows.size() && goesOn(table.rows[end])) {
+    while (blocks_.hasRow(table, end) && goesOn(table.rows[end])) {
         ++end;
     }
     return end;

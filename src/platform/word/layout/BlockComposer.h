@@ -23,9 +23,8 @@ public:
     BlockComposer(StoryReader::Shared& shared, const word::Story& story,
                   std::optional<std::uint32_t> note = std::nullopt);
 
-    const Blocks& blocks() const { return blocks_; }
-    // The first character of a block.
-    word::Cp startOf(const Block& block) const { return starts_[block.paragraph]; }
+    // What the story consists of, read as far as it is asked for.
+    StoryBlocks& blocks() { return blocks_; }
     void setPage(const PageFields& fields) { fields_ = fields; }
 
     // Composes one block. Floating objects are attached to the strips that they are anchored in. A
@@ -48,8 +47,8 @@ private:
     bool hangsInNextParagraph(const Block& frame);
     bool isPlain(std::size_t paragraph);
     Strips composeFramed(const Block& block, const LineSetting& setting);
-    void anchorDrawings(const ParagraphItems& items, word::Cp from, const LineSetting& setting,
-                        Strips& strips);
+    void anchorDrawings(const std::vector<word::Cp>& anchors, word::Cp from,
+                        const LineSetting& setting, Strips& strips);
     void anchorFrames(std::size_t paragraph, Strips& strips);
     Strips composeCell(const Blocks& blocks, const LineSetting& setting);
     Strips composeTable(const Block& block, const LineSetting& setting);
@@ -60,8 +59,7 @@ private:
     StoryReader::Shared& shared_;
     const word::Story& story_;
     StoryReader reader_;
-    std::vector<word::Cp> starts_;
-    Blocks blocks_;
+    StoryBlocks blocks_;
     PageFields fields_;
     std::vector<AnchoredFloat> frames_; // for the next strip
     // The frames attached to the paragraph of `anchoredTo_`. They are kept because a paragraph is
