@@ -16,7 +16,7 @@ namespace {
 
 namespace art = word::art;
 using Spot = word::FrameSpot;
-using Kind = word::ShapeReference::Kind;
+using ReferenceKind = word::ShapeReference::Kind;
 
 constexpr double unitsPerTwip = 635; // English metric units
 constexpr double farthest = 31680;   // twips: no paper is larger
@@ -311,9 +311,9 @@ private:
             if (reference.at < begin || reference.at >= end) {
                 continue;
             }
-            if (reference.kind == Kind::picture) {
+            if (reference.kind == ReferenceKind::picture) {
                 shape.picture = shape.picture ? shape.picture : reference.index;
-            } else if (reference.kind == Kind::text && reference.link == 0) {
+            } else if (reference.kind == ReferenceKind::text && reference.link == 0) {
                 shape.text = reference.index;
             }
         }

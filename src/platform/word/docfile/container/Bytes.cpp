@@ -64,8 +64,13 @@ ByteView LittleEndianReader::view(std::size_t count) {
 std::u16string LittleEndianReader::text(std::size_t count) {
     require(count * 2);
     std::u16string result(count, u'\0');
-    for (char16_t& c : result) {
-        c = static_cast<char16_t>(u16());
+    if constexpr (std::endian::native == std::endian::little) {
+        const ByteView units = view(count * 2);
+        std::copy(units.begin(), units.end(), reinterpret_cast<std::uint8_t*>(result.data()));
+    } else {
+        for (char16_t& c : result) {
+            c = static_cast<char16_t>(u16());
+        }
     }
     return result;
 }

@@ -97,6 +97,7 @@ CharacterPage decodeCharacterPage(ByteView bytes) {
     const FormattingEntries decoded = decodeFormattingPage(bytes, offsetSize);
     CharacterPage page;
     page.sound = decoded.sound;
+    page.entries.reserve(decoded.entries.size());
     for (const FormattingEntry& entry : decoded.entries) {
         CharacterEntry run{entry.firstFc, entry.limitFc, {}};
         if (!entry.record.empty()) {

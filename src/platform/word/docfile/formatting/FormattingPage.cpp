@@ -100,6 +100,7 @@ FormattingEntries decodeFormattingPage(ByteView page, std::size_t entrySize) {
     }
     LittleEndianReader reader(page, "FKP");
     FormattingEntries result;
+    result.entries.reserve(count);
     std::uint32_t first = reader.u32();
     for (std::size_t i = 0; i < count; ++i) {
         const std::uint32_t limit = reader.u32();

@@ -58,19 +58,23 @@ std::unordered_map<std::uint32_t, std::size_t> lastEntries(const BinTable& table
 }
 
 std::vector<FormattingRun> withoutOverlaps(std::vector<FormattingRun> runs) {
-    std::stable_sort(runs.begin(), runs.end(), [](const FormattingRun& a, const FormattingRun& b) {
+    const auto isBefore = [](const FormattingRun& a, const FormattingRun& b) {
         return a.firstFc < b.firstFc;
-    });
-    std::vector<FormattingRun> result;
+    };
+    if (!std::is_sorted(runs.begin(), runs.end(), isBefore)) {
+        std::stable_sort(runs.begin(), runs.end(), isBefore);
+    }
     std::uint32_t limit = 0;
+    auto kept = runs.begin();
     for (FormattingRun run : runs) {
         run.firstFc = std::max(run.firstFc, limit);
         if (run.firstFc < run.limitFc) {
             limit = run.limitFc;
-            result.push_back(run);
+            *kept++ = run;
         }
     }
-    return result;
+    runs.erase(kept, runs.end());
+    return runs;
 }
 
 } // namespace

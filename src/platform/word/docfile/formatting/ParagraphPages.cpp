@@ -88,6 +88,7 @@ ParagraphPage decodeParagraphPage(ByteView bytes) {
     const FormattingEntries decoded = decodeFormattingPage(bytes, bxSize);
     ParagraphPage page;
     page.sound = decoded.sound;
+    page.entries.reserve(decoded.entries.size());
     for (const FormattingEntry& entry : decoded.entries) {
         ParagraphEntry run{entry.firstFc, entry.limitFc, 0, {}};
         if (!entry.record.empty()) {

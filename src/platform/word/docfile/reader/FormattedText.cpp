@@ -30,6 +30,7 @@ FormattingRuns characterRuns(const OpenedDocument& document, PropertyExpansion& 
         const CharacterPage decoded = decodeCharacterPage(page);
         sound = decoded.sound;
         std::vector<FormattingRun> runs;
+        runs.reserve(decoded.entries.size());
         for (const CharacterEntry& entry : decoded.entries) {
             runs.push_back(
                 {entry.firstFc, entry.limitFc, 0, expansion.characters(entry.properties)});
@@ -45,6 +46,7 @@ FormattingRuns paragraphRuns(const OpenedDocument& document, PropertyExpansion& 
         const ParagraphPage decoded = decodeParagraphPage(page);
         sound = decoded.sound;
         std::vector<FormattingRun> runs;
+        runs.reserve(decoded.entries.size());
         for (const ParagraphEntry& entry : decoded.entries) {
             const auto paragraph = expansion.paragraph(entry.style, entry.properties);
             runs.push_back({entry.firstFc, entry.limitFc, paragraph.style, paragraph.properties});
