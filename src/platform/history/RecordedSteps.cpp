@@ -226,7 +226,18 @@ bool Recorder::findKilled(const Question& mayLeaveOut) {
     paths.removeIf(&Places::isElsewhere);
     KeptFiles::removeUnfinished(paths, running_.time(), last);
     kept_.dropUnfinished(running_.step());
+    removeJournals();
     return true;
+}
+
+// Beside a database that nobody opens, such as a plan's own copy, one would stay.
+void Recorder::removeJournals() const {
+    const auto& touched = running_.touched();
+    for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
+        if (entry->kind == Touched::Kind::database && !Places::isElsewhere(entry.key())) {
+            jet::removeJournal(entry.key());
+        }
+    }
 }
 
 std::optional<Step> Recorder::finishKilled() {

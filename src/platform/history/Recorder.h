@@ -98,6 +98,7 @@ private:
     void addFiles(QList<Change>& changes, QList<FileChange>& found);
     std::optional<Step> finishAs(StepKind kind, const QString& selectedAfter);
     std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
+    void removeJournals() const;
     bool isStart() const;
     std::optional<Step> killedBefore(const Position& position);
     std::optional<Step> killedBehind(const Step& outside, const Position& position,

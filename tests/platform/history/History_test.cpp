@@ -348,7 +348,7 @@ TEST_F(HistoryTest, ADatabaseChangedOutsideBecomesAStepOfItsOwn) {
     EXPECT_EQ(world.state(), changed);
 }
 
-// As the store does to clear a journal away that a killed process has left.
+// Such as one that puts the value back that a field had.
 TEST_F(HistoryTest, ATransactionOfAnotherProgramThatChangesNothingIsNoStep) {
     world.run("新建", [&] { world.makePlan("甲"); });
     const State before = world.state();

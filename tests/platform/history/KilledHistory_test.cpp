@@ -414,6 +414,36 @@ TEST_F(KilledTwice, AStartBehindOneThatFoundNothingToDoIsAStepOfItsOwn) {
     EXPECT_EQ(later.step->parent, killed->id);
 }
 
+// As one that the process was killed over before it had written to it.
+TEST_F(KilledHistory, AStartRemovesTheJournalThatHoldsNothingOfEachDatabaseThatACommandTouched) {
+    const test::TemporaryFolder folder(test::inMemory());
+    const QString base = folder.path();
+    prepare(base);
+    const State before = stateIn(base);
+    const QString own = base + "/甲/甲.mdb";
+    for (const QByteArray& journal : {QByteArray(), QByteArray(512, '\0')}) {
+        const int changes = TracedProcess::run(
+            [&] {
+                HistoryWorld killed(base);
+                killed.run("设置", [&] {
+                    const auto database = killed.workspace().OpenDatabase(own);
+                    killed.workspace().BeginTrans();
+                    HistoryWorld::addRow(*database, "甲", "甲.9");
+                    raise(SIGKILL);
+                });
+            },
+            0);
+        if (changes < 0) {
+            GTEST_SKIP() << "processes cannot be traced here";
+        }
+        HistoryWorld world(base);
+        world.write("甲/甲.mdb-journal", journal);
+        EXPECT_FALSE(world.history->mend().unfinished) << "nothing was changed";
+        EXPECT_FALSE(QFile::exists(own + "-journal"));
+        EXPECT_EQ(world.state(), before);
+    }
+}
+
 // Such as those on a stick that was pulled out and got another drive.
 TEST_F(KilledHistory, ACommandIsFoundWhereTheFoldersWereMovedMeanwhile) {
     const test::TemporaryFolder folder(test::inMemory());

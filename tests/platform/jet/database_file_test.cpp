@@ -99,6 +99,21 @@ TEST_F(DatabaseFiles, AreNotWrittenByOpeningReadingAndClosing) {
     EXPECT_EQ(file.readAll(), before);
 }
 
+// SQLite makes the journal before it writes to it, and plays back none without a header.
+TEST_F(DatabaseFiles, AJournalThatHoldsNothingGoesWhenTheyAreOpenedAndTheyStayAsTheyAre) {
+    create(u"a.mdb"_qs)->Close();
+    QFile file(pathOf(u"a.mdb"_qs));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray before = file.readAll();
+    for (const QByteArray& journal : {QByteArray(), QByteArray(512, '\0')}) {
+        write(u"a.mdb-journal"_qs, journal);
+        open(u"a.mdb"_qs)->Close();
+        EXPECT_EQ(files(), QStringList{u"a.mdb"_qs});
+        file.seek(0);
+        EXPECT_EQ(file.readAll(), before);
+    }
+}
+
 TEST_F(DatabaseFiles, ACopyMadeWhileTheDatabaseIsOpenIsComplete) {
     const auto db = create(u"a.mdb"_qs);
     db->TableDefs().Append(outlineTable(u"T"_qs));

@@ -4,6 +4,8 @@
 #include "platform/jet/Failure.h"
 #include "platform/jet/file/TextFunctions.h"
 
+#include <QFile>
+
 #include <sqlite3.h>
 
 #include <cstring>
@@ -82,6 +84,8 @@ Connection::Connection(const QByteArray& image)
     }
 }
 
+QString Connection::JournalOf(const QString& path) { return path + QStringLiteral("-journal"); }
+
 Connection::~Connection() {
     prepared_.clear();
     sqlite3_close_v2(handle_);
@@ -112,15 +116,11 @@ std::int64_t Connection::NumberOf(const QByteArray& sql) {
     return number;
 }
 
-void Connection::WriteMark() {
-    const QByteArray version =
-        QByteArray::number(static_cast<qlonglong>(NumberOf("PRAGMA user_version")));
-    sqlite3_busy_timeout(handle_, 0);
-    const int code = sqlite3_exec(handle_, ("PRAGMA user_version=" + version).constData(), nullptr,
-                                  nullptr, nullptr);
-    sqlite3_busy_timeout(handle_, patience);
-    if (code != SQLITE_OK) {
-        Fail();
+// Where the mode changes to DELETE, SQLite removes the journal under the lock of a writer, once it
+// has played back what there is in it. It does not wait for that lock.
+void Connection::RemoveJournal() {
+    if (QFile::exists(JournalOf(path_))) {
+        Run("PRAGMA journal_mode=PERSIST; PRAGMA journal_mode=DELETE");
     }
 }
 

@@ -80,8 +80,12 @@ public:
     // The first column of the first row of a query that has one; 0 without a row.
     std::int64_t NumberOf(const QByteArray& sql);
 
-    // A write that changes nothing, given up at once when another program is writing.
-    void WriteMark();
+    // Where SQLite keeps the rollback journal of a file.
+    static QString JournalOf(const QString& path);
+    // Removes the rollback journal of a process that was killed before it had changed the file:
+    // SQLite itself removes a journal only when there is a change to roll back. It does nothing
+    // when the journal belongs to another program that is writing just now.
+    void RemoveJournal();
 
     bool InTransaction() const;
     std::int64_t LastInsertedRow() const;

@@ -32,8 +32,6 @@ constexpr int validForPlace = 92;
 constexpr int writerPlace = 96;
 constexpr int headerSize = 100;
 
-const QString journalEnd = QStringLiteral("-journal");
-
 std::uint32_t bigEndian(const unsigned char* bytes) {
     return std::uint32_t{bytes[0]} << 24 | std::uint32_t{bytes[1]} << 16 |
            std::uint32_t{bytes[2]} << 8 | std::uint32_t{bytes[3]};
@@ -101,7 +99,7 @@ QByteArray withoutUnusedPages(QByteArray image) {
 // A journal belongs to the file that was there before.
 void writeFile(const QString& path, const QByteArray& image) {
     QDir().mkpath(QFileInfo(path).path());
-    QFile::remove(path + journalEnd);
+    QFile::remove(Connection::JournalOf(path));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(image) != image.size() || !file.flush() ||
         !file.commit()) {
@@ -196,11 +194,15 @@ void putImage(const QString& path, const QByteArray& image) {
         if (QFile::exists(path) && !QFile::remove(path)) {
             failCannotAccess(path);
         }
-        QFile::remove(path + journalEnd);
+        QFile::remove(Connection::JournalOf(path));
     } else if (!QFile::exists(path) ||
                !ignoringError(error::unrecognizedFormat, [&] { overwrite(path, image); })) {
         writeFile(path, image);
     }
+}
+
+void removeJournal(const QString& path) {
+    ignoringErrors([&] { Connection(path, Connection::Mode::existing).RemoveJournal(); });
 }
 
 ImageTables::ImageTables(const QByteArray& image) : isEmpty_(image.isEmpty()), connection_(image) {

@@ -27,7 +27,7 @@ std::uint32_t changeCounterOf(const QString& path);
 std::uint32_t changeCounterIn(const QByteArray& image);
 
 // Whether the images hold the same but for their counters of changes: a transaction that changes
-// nothing, such as one that clears a journal away or puts the same pages, counts as well.
+// nothing, such as one that puts the same pages, counts as well.
 bool holdTheSame(const QByteArray& one, const QByteArray& other);
 // A short text that only images that hold the same have in common.
 QByteArray digestOf(const QByteArray& image);
@@ -36,6 +36,10 @@ QByteArray digestOf(const QByteArray& image);
 // missing file is made, with its folder, and a damaged one replaced. Programs that have it open see
 // the new state as another program's change.
 void putImage(const QString& path, const QByteArray& image);
+
+// Removes the journal beside a database which a process has left that was killed before it had
+// changed the file. Does nothing where there is no database, or it cannot be read.
+void removeJournal(const QString& path);
 
 // Looks into an image.
 class ImageTables {

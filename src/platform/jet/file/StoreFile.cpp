@@ -56,15 +56,8 @@ StoreFile::StoreFile(const QString& path) : connection_(path, Connection::Mode::
     bringOverFirstArrangement(connection_);
     seenVersion_ = connection_.NumberOf("PRAGMA data_version");
     catalogue_.Load(connection_);
-    ClearAway();
-}
-
-void StoreFile::ClearAway() {
-    if (!QFile::exists(connection_.Path() + QStringLiteral("-journal"))) {
-        return;
-    }
-    // It fails when the journal belongs to another program that is writing just now.
-    ignoringErrors([this] { connection_.WriteMark(); });
+    // Another program may commit just now.
+    ignoringErrors([this] { connection_.RemoveJournal(); });
 }
 
 std::unique_ptr<StoreFile> StoreFile::Open(const QString& path) {

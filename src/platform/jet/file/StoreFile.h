@@ -47,9 +47,6 @@ public:
 
 private:
     explicit StoreFile(const QString& path);
-    // Removes the journal of a process that was killed before it had changed the file. SQLite
-    // itself removes a journal only when there is a change to roll back.
-    void ClearAway();
     void LoadIfChanged();
 
     ChangeObserver* observer_ = nullptr;
