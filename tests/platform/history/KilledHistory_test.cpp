@@ -399,6 +399,54 @@ TEST_F(KilledTwice, WhatCameFromOutsideMeanwhileDoesNotPartTheStartFromTheComman
     EXPECT_EQ(world.state(), before);
 }
 
+// In the database that the command and the start have changed, so that nobody can tell what of it
+// is whose.
+TEST_F(KilledTwice, NothingOfAChangeFromOutsideBehindBothIsLostAndEachStateCanBeGoneBackTo) {
+    if (!found().unfinished) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    const State before = stateBehind(nothing, nothing);
+    const State killed = stateIn(base);
+    killAfterAdding(base, history::caption::start, "甲.4");
+    test::PlainSqlite(base + "/central.mdb")
+        .rows("UPDATE 甲 SET 名称='mine' WHERE Key IN ('甲.2','甲.4')");
+    HistoryWorld world(base);
+    const auto again = world.history->mend();
+    EXPECT_EQ(again.unfinished->title, "添加[名甲.3]");
+    EXPECT_TRUE(again.note.contains("外部改动[central.mdb]")) << again.note.toStdString();
+    const State outside = world.state();
+    EXPECT_TRUE(outside["central.mdb"].contains("2|甲.2|mine"));
+    EXPECT_TRUE(outside["central.mdb"].contains("4|甲.4|mine"));
+    world.run(history::caption::start, [&] { HistoryWorld::addRow(*world.db, "甲", "甲.5"); });
+    const State behind = world.state();
+    for (const State& state : {outside, killed, before}) {
+        ASSERT_TRUE(world.history->undo());
+        EXPECT_EQ(world.state(), state);
+    }
+    for (const State& state : {killed, outside, behind}) {
+        ASSERT_TRUE(world.history->redo());
+        EXPECT_EQ(world.state(), state);
+    }
+}
+
+TEST_F(KilledTwice, AChangeFromOutsideBetweenBothStaysWithTheCommandWhenTheStartIsTakenBack) {
+    const State before = stateBehind(nothing, nothing);
+    test::PlainSqlite(base + "/central.mdb").rows("UPDATE 甲 SET 名称='mine' WHERE Key='甲.2'");
+    if (!found().unfinished) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    const State both = stateIn(base);
+    EXPECT_TRUE(both["central.mdb"].contains("2|甲.2|mine"));
+    killAfterAdding(base, history::caption::start, "甲.4");
+    HistoryWorld world(base);
+    EXPECT_EQ(world.history->mend().unfinished->title, "添加[名甲.3]");
+    EXPECT_EQ(world.state(), both);
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.state(), before);
+    ASSERT_TRUE(world.history->redo());
+    EXPECT_EQ(world.state(), both);
+}
+
 // Such as one behind which the user has put a plan's folder in place.
 TEST_F(KilledTwice, AStartBehindOneThatFoundNothingToDoIsAStepOfItsOwn) {
     const auto killed = found().unfinished;
