@@ -147,6 +147,9 @@ std::optional<history::Step> RecordedCommand::finish() {
     if (wasRefused_) {
         tellRefusal(outcome);
     }
+    if (!outcome.note.isEmpty()) {
+        state_.Remarks << outcome.note;
+    }
     return outcome.step;
 }
 

@@ -199,6 +199,8 @@ History::Outcome History::finish(const QString& selectedAfter) {
         outcome.refusal = recorder_.refusal();
         if (outcome.refusal.isEmpty()) {
             outcome.step = recorder_.finish(selectedAfter);
+            const bool isTold = outcome.step && !outcome.step->isMinor;
+            outcome.note = isTold ? QString() : recorder_.metNote();
             return outcome;
         }
     } catch (const RunTimeError& failure) {

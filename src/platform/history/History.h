@@ -63,6 +63,9 @@ public:
     Found begin(const CommandFrame& frame);
     struct Outcome {
         std::optional<Step> step; // null when nothing was changed, or nothing lasts
+        // That the command met changes from outside, which are steps of their own now, where the
+        // user reads of no step of it that would tell so.
+        QString note;
         // Why a change was refused or the command taken back; empty when neither was.
         QString refusal;
         // Taking it back has failed too: what it did stands, some of it perhaps, until the next

@@ -142,6 +142,17 @@ void Recorder::addFiles(QList<Change>& changes, QList<FileChange>& found) {
     }
 }
 
+QString Recorder::metNote() const { return met_.isEmpty() ? QString() : outsideNote(met_); }
+
+QString Recorder::noteOn(const QList<Change>& changes) const {
+    QStringList sentences{metNote()};
+    if (frame_->note) {
+        sentences.prepend(frame_->note(*frame_, changes));
+    }
+    sentences.removeAll(QString());
+    return sentences.join(u'\n');
+}
+
 std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAfter) {
     Step step;
     step.id = running_.step();
@@ -165,8 +176,8 @@ std::optional<Step> Recorder::makeStep(StepKind kind, const QString& selectedAft
     step.title = titleOf(*frame_, changes);
     // 撤消 must find a killed command, whatever it came to.
     step.isMinor = kind != StepKind::unfinished && isMinor(changes, files);
-    if (frame_->note && !step.isMinor) {
-        step.note = frame_->note(*frame_, changes);
+    if (!step.isMinor) {
+        step.note = noteOn(changes);
     }
     return record(step, shown(changes), files, databases);
 }
@@ -242,6 +253,7 @@ void Recorder::removeJournals() const {
 
 std::optional<Step> Recorder::finishKilled() {
     frame_ = running_.frame();
+    met_.clear();
     return finishAs(StepKind::unfinished, {});
 }
 

@@ -42,6 +42,7 @@ void Recorder::begin(const CommandFrame& frame, const QString& program, const QS
     refusal_.clear();
     hasAsked_ = false;
     tables_.clear();
+    met_.clear();
 }
 
 void Recorder::leave() {
@@ -153,7 +154,10 @@ void Recorder::touchDatabase(const QString& path) {
     }
     ensureBegun();
     if (file().hasMirror(path)) {
-        seeOutside(path, Look::stamps);
+        const std::optional<Step> outside = seeOutside(path, Look::stamps);
+        if (outside && !outside->isMinor) {
+            met_ << outside->title;
+        }
     } else { // a file that is no database of ours counts as the bytes that it has
         HistoryFile::Transaction all(file());
         file().setMirror(path, {}, jet::imageOf(path));

@@ -35,6 +35,8 @@ public:
     void begin(const CommandFrame& frame, const QString& program, const QString& reason = {});
     // Ends it; null when nothing was changed. Errors leave the command as begun.
     std::optional<Step> finish(const QString& selectedAfter);
+    // What the command has met of changes from outside, in a sentence for the user; empty for none.
+    QString metNote() const;
     bool isUnderWay() const { return frame_.has_value(); }
     // Whether a command has begun to change things, here or in another program, or was killed then.
     bool isAnyUnderWay() const;
@@ -97,6 +99,7 @@ private:
     void addDatabases(Step& step, QList<Change>& changes, QList<DatabaseChange>& found);
     void addFiles(QList<Change>& changes, QList<FileChange>& found);
     std::optional<Step> finishAs(StepKind kind, const QString& selectedAfter);
+    QString noteOn(const QList<Change>& changes) const;
     std::optional<Step> makeStep(StepKind kind, const QString& selectedAfter);
     void removeJournals() const;
     bool isStart() const;
@@ -116,6 +119,7 @@ private:
     RunningCommand running_;
     QMap<QString, QString> spellings_;    // of databases, by the paths they were opened under
     QMap<QString, QSet<QString>> tables_; // that were changed, by database
+    QStringList met_;                     // titles of the steps that keep what came from outside
     QString reason_;                      // to refuse every change of the command
     QString refusal_;
     bool hasAsked_ = false;

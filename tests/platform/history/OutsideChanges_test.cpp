@@ -133,6 +133,28 @@ TEST_F(OutsideChanges, OfADatabaseAreToldByTheUndoThatMeetsThem) {
     EXPECT_EQ(world.state(), changed);
 }
 
+TEST_F(OutsideChanges, OfADatabaseAreToldByTheCommandThatMeetsThem) {
+    changePlan();
+    HistoryWorld::addRow(*world.db, "甲", "甲.8"); // by no command
+    const auto add = [&](const QString& key) {
+        return world.run("添加", [&] { HistoryWorld::addRow(*world.db, "甲", key); });
+    };
+    EXPECT_EQ(add("甲.9").step->note, "发现在程序外所做的改动，已先保留为操作历史中的一步，可以再"
+                                      "回到它：外部改动[central.mdb]");
+    EXPECT_EQ(add("甲.10").step->note, "");
+}
+
+// Which plan is open is no step that anybody reads of.
+TEST_F(OutsideChanges, AreToldByACommandWhoseOwnStepIsNotTold) {
+    const QString open = "当前表";
+    world.run("新建", [&] { world.db->TableDefs().Append(HistoryWorld::table(open)); });
+    HistoryWorld::addRow(*world.db, "甲", "甲.8"); // by no command
+    const auto outcome = world.run("打开", [&] { HistoryWorld::addRow(*world.db, open, "甲"); });
+    ASSERT_TRUE(outcome.step && outcome.step->isMinor);
+    EXPECT_TRUE(outcome.note.contains("外部改动[central.mdb]")) << outcome.note.toStdString();
+    EXPECT_EQ(world.run("打开", [&] { HistoryWorld::addRow(*world.db, open, "乙"); }).note, "");
+}
+
 // The command has taken its number before it meets them.
 TEST_F(OutsideChanges, ThatACommandMeetsHaveTheGreaterNumberAndLieBeforeItAllTheSame) {
     changePlan();
