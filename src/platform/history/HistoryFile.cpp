@@ -469,7 +469,9 @@ std::int64_t HistoryFile::size() {
 
 void HistoryFile::shrinkIfWorthwhile() {
     constexpr std::int64_t leastPart = 4;
-    if (leastPart * sql_.NumberOf("PRAGMA freelist_count") >= sql_.NumberOf("PRAGMA page_count")) {
+    constexpr std::int64_t leastPages = 64;
+    const std::int64_t free = sql_.NumberOf("PRAGMA freelist_count");
+    if (free >= leastPages && leastPart * free >= sql_.NumberOf("PRAGMA page_count")) {
         sql_.Run("VACUUM");
     }
 }

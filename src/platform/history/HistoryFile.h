@@ -144,8 +144,8 @@ public:
 
     // Bytes of the file that are in use; removed steps give theirs free at once.
     std::int64_t size();
-    // Gives the room of removed steps back to the disk where that is a quarter of the file; what is
-    // less is used again. Needs as much meanwhile as is in use.
+    // Gives the room of removed steps back to the disk where that is a quarter of the file, and no
+    // trifle; what is less is used again. Needs as much meanwhile as is in use.
     void shrinkIfWorthwhile();
 
 private:

@@ -248,9 +248,8 @@ int History::thin(const Limits& limits, const QDateTime& now) {
         dropUnneeded();
     }
     const int dropped = dropOldest(limits);
-    if (joined + dropped > 0) {
-        ignoringErrors([&] { recorder_.file().shrinkIfWorthwhile(); });
-    }
+    // Where the disk is full, or another program reads the file, the next exit tries again.
+    ignoringErrors([&] { recorder_.file().shrinkIfWorthwhile(); });
     return joined + dropped;
 }
 

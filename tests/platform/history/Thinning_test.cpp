@@ -270,6 +270,15 @@ TEST_F(ThinnedHistory, TheFileIsMadeSmallerWhereAQuarterOfItIsFree) {
     EXPECT_LT(4 * pages("page_count"), 3 * before);
 }
 
+// A full disk, or another program, may have stood in the way at the exit before.
+TEST_F(ThinnedHistory, RoomThatCouldNotBeGivenBackIsGivenBackByTheNext) {
+    test::PlainSqlite file(world.path(".~history/history.db"));
+    file.rows("CREATE TABLE gone AS SELECT zeroblob(9000000) AS bytes; DROP TABLE gone");
+    ASSERT_NE(file.rows("PRAGMA freelist_count"), QStringList("0"));
+    EXPECT_EQ(thin(), 0);
+    EXPECT_EQ(file.rows("PRAGMA freelist_count"), QStringList("0"));
+}
+
 TEST_F(ThinnedHistory, TheLastStepsStayHoweverOldTheyAre) {
     spreadOverDays();
     EXPECT_EQ(world.history->thin({std::chrono::days{30}, 0, 12}, now), 0);
