@@ -175,15 +175,13 @@ TEST_F(DatabaseFiles, TheEngineHasOneWorkspace) {
     EXPECT_EQ(errorOf([&] { engine_.Workspaces(1); }), 3265);
 }
 
-TEST_F(DatabaseFiles, AreWrittenThroughToTheDiskUnlessTheirJournalSeesToIt) {
+TEST_F(DatabaseFiles, AreWrittenThroughToTheDiskUnlessLessIsAskedFor) {
     create(u"a.mdb"_qs)->Close();
-    create(u"b.mdb"_qs)->Close();
-    const auto synchronous = [this](const QString& name, Connection::Journal journal) {
-        Connection connection(pathOf(name), Connection::Mode::existing, journal);
-        return connection.NumberOf("PRAGMA synchronous");
-    };
-    EXPECT_EQ(synchronous(u"a.mdb"_qs, Connection::Journal::rollback), 2);
-    EXPECT_EQ(synchronous(u"b.mdb"_qs, Connection::Journal::ahead), 1);
+    Connection usual(pathOf(u"a.mdb"_qs), Connection::Mode::existing);
+    EXPECT_EQ(usual.NumberOf("PRAGMA synchronous"), 2);
+    Connection less(pathOf(u"a.mdb"_qs), Connection::Mode::existing,
+                    Connection::Synchronous::normal);
+    EXPECT_EQ(less.NumberOf("PRAGMA synchronous"), 1);
 }
 
 // Each takes memory for as long as its file is open, and the texts of queries never end.

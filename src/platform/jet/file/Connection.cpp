@@ -1,5 +1,6 @@
 #include "platform/jet/file/Connection.h"
 
+#include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
 #include "platform/jet/Failure.h"
 #include "platform/jet/file/TextFunctions.h"
@@ -51,7 +52,7 @@ Connection::Connection(const QString& path, int openFlags) : path_(path) {
     }
 }
 
-Connection::Connection(const QString& path, Mode mode, Journal journal)
+Connection::Connection(const QString& path, Mode mode, Synchronous synchronous)
     : Connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                            (mode == Mode::create ? SQLITE_OPEN_CREATE : 0)) {
     sqlite3_busy_timeout(handle_, patience);
@@ -59,10 +60,10 @@ Connection::Connection(const QString& path, Mode mode, Journal journal)
     // A name in double quotes that names nothing is an error, never a text.
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-    // Changing the kind of an existing file asks for it alone: another program that has it open
-    // would make that fail.
-    Run(journal == Journal::rollback ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=WAL");
-    Run(journal == Journal::rollback ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=NORMAL");
+    // Changing the kind of an existing file asks for it alone. While another program has it open
+    // it stays as it is.
+    ignoringError(error::storeBusy, [this] { Run("PRAGMA journal_mode=DELETE"); });
+    Run(synchronous == Synchronous::full ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=NORMAL");
 }
 
 Connection::Connection(const QByteArray& image)

@@ -63,11 +63,12 @@ public:
     // Opens an existing file for reading and writing, or makes one. A journal that a killed
     // process left is played back by the first read.
     enum class Mode { existing, create };
-    // A rollback journal is gone at each commit, so the file alone is the database whenever nothing
-    // is being written; full synchronisation keeps a commit through a power failure as well. One
-    // that is written ahead does not wait for the device: only a killed process loses nothing.
-    enum class Journal { rollback, ahead };
-    Connection(const QString& path, Mode mode, Journal journal = Journal::rollback);
+    // Its journal is gone at each commit, so the file alone is the database whenever nothing is
+    // being written, and programs on several machines may have it open: changes that are written
+    // ahead need memory that they all share. Full synchronisation keeps a commit through a power
+    // failure on any device; normal waits for the device less often.
+    enum class Synchronous { full, normal };
+    Connection(const QString& path, Mode mode, Synchronous synchronous = Synchronous::full);
     // A database in memory that begins as the image says, see Image.h. It never reaches a file.
     explicit Connection(const QByteArray& image);
     ~Connection();
