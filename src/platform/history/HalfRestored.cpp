@@ -64,7 +64,7 @@ void Restoration::revert(const PendingFile& one) {
             kept_.giveBack(one.keep, one.path);
         }
     } else if (KeptFiles::isKept(before)) {
-        if (stampOf(one.path) != present->stamp) {
+        if (stampOf(one.path) != present->stamp && kept_.canPut(before)) {
             kept_.put(before, one.path);
             recorder_.file().setPresent(one.path, {stampOf(one.path), before});
         }

@@ -4,6 +4,7 @@
 #include "platform/files/FileErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/files/SafeReplace.h"
+#include "platform/history/Step.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -128,10 +129,24 @@ bool KeptFiles::isKept(const QString& name) {
     return name != content::absent && name != content::folder && name != content::onDisk;
 }
 
-void KeptFiles::prepare(std::int64_t step) const {
+bool KeptFiles::canPut(const QString& name) const {
+    return has(name) && QFileInfo(pathOf(name)).isReadable();
+}
+
+std::int64_t KeptFiles::lastStep() const {
+    std::int64_t last = beginning;
+    for (const QString& name : QDir(folder_).entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        last = std::max<std::int64_t>(last, name.toLongLong());
+    }
+    return last;
+}
+
+QString KeptFiles::roomFor(const QString& name) const {
+    const QString path = pathOf(name);
     std::error_code failed;
-    fs::create_directories(toPath(pathOf(QString::number(step))), failed);
+    fs::create_directories(toPath(path).parent_path(), failed);
     check(failed, folder_);
+    return path;
 }
 
 void KeptFiles::removeStep(std::int64_t step) const {
@@ -173,17 +188,22 @@ void KeptFiles::removeAllBut(const QSet<QString>& needed) const {
     }
 }
 
+// Under a name that the history does not know of, such as one in a backup that is made of links,
+// other programs may write to the bytes.
 void KeptFiles::link(const QString& file, const QString& name) const {
     std::error_code failed;
-    fs::create_hard_link(toPath(file), toPath(pathOf(name)), failed);
-    if (failed) {
-        copy(file, name);
+    if (fs::hard_link_count(toPath(file), failed) == 1 && !failed) {
+        fs::create_hard_link(toPath(file), toPath(roomFor(name)), failed);
+        if (!failed) {
+            return;
+        }
     }
+    copy(file, name);
 }
 
 void KeptFiles::copy(const QString& file, const QString& name) const {
     std::error_code failed;
-    copyThenName(toPath(file), toPath(pathOf(name)), fs::copy_options::none, failed);
+    copyThenName(toPath(file), toPath(roomFor(name)), fs::copy_options::none, failed);
     check(failed, file);
     const fs::file_time_type time = fs::last_write_time(toPath(file), failed);
     if (!failed) {
@@ -193,7 +213,7 @@ void KeptFiles::copy(const QString& file, const QString& name) const {
 
 bool KeptFiles::take(const QString& path, const QString& name) const {
     std::error_code failed;
-    fs::rename(toPath(path), toPath(pathOf(name)), failed);
+    fs::rename(toPath(path), toPath(roomFor(name)), failed);
     if (!failed) {
         return true;
     }

@@ -35,8 +35,10 @@ public:
     bool has(const QString& name) const;
     // True for a name that stands for a file here.
     static bool isKept(const QString& name);
-    // Makes the folder of a step.
-    void prepare(std::int64_t step) const;
+    // Whether it can be put at a path: it is there, and may be read.
+    bool canPut(const QString& name) const;
+    // The greatest number of a step that has contents here, also of one that nobody knows.
+    std::int64_t lastStep() const;
     void removeStep(std::int64_t step) const;
     // Takes away the copies that a killed process has left half.
     void dropUnfinished(std::int64_t step) const;
@@ -44,7 +46,7 @@ public:
     void removeAllBut(const QSet<QString>& needed) const;
 
     // A second name for the file's bytes, which nobody may write to from then on; a copy where the
-    // file system has no such names.
+    // file has other names already, or the file system no such names.
     void link(const QString& file, const QString& name) const;
     void copy(const QString& file, const QString& name) const;
     // The file or folder itself. False for a folder on another file system, which is copied.
@@ -76,6 +78,9 @@ public:
     std::int64_t sizeOf(const QString& name) const;
 
 private:
+    // The path of the content, in a folder that is there.
+    QString roomFor(const QString& name) const;
+
     QString folder_;
 };
 

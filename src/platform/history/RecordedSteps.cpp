@@ -127,7 +127,8 @@ void Recorder::addFiles(QList<Change>& changes, QList<FileChange>& found) {
             const bool isUntouched =
                 was && (!kept_.has(before) || kept_.isLinkedTo(before, path) ||
                         kept_.isCopyOf(before, path) ||
-                        (present && present->content == before && present->stamp == stampOf(path)));
+                        (present && present->content == before && present->stamp == stampOf(path) &&
+                         kept_.isCopiedTo(before, path)));
             if (isUntouched || was + exists == 0) {
                 continue;
             }

@@ -8,6 +8,7 @@
 #include <QDirIterator>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <tuple>
 
 namespace qvnd::history {
@@ -29,8 +30,9 @@ bool Recorder::isThere() const { return QFileInfo::exists(folder_ + historyFile)
 
 HistoryFile& Recorder::file() {
     if (file_ == nullptr) {
-        kept_.prepare(beginning);
+        KeptFiles::makeFolder(folder_);
         file_ = std::make_unique<HistoryFile>(folder_ + historyFile, places_);
+        lastKept_ = kept_.lastStep();
     }
     return *file_;
 }
@@ -100,15 +102,21 @@ bool Recorder::goesOnWithout() {
     return true;
 }
 
+// The file may be older than the contents beside it, out of a backup for instance: their numbers
+// count as taken.
+std::int64_t Recorder::nextNumber() {
+    Position position = file().position();
+    position.last = std::max(position.last, lastKept_) + 1;
+    file().setPosition(position);
+    return position.last;
+}
+
 // The number is taken at once, so that no other step can get it.
 std::int64_t Recorder::takeNumber() {
     HistoryFile::Transaction all(file());
-    Position position = file().position();
-    ++position.last;
-    file().setPosition(position);
+    const std::int64_t number = nextNumber();
     all.commit();
-    kept_.prepare(position.last);
-    return position.last;
+    return number;
 }
 
 void Recorder::ensureBegun() {

@@ -50,6 +50,9 @@ public:
     const QString& refusal() const { return refusal_; }
     // Whether the frame's goOnWithout was asked.
     bool hasAsked() const { return hasAsked_; }
+    // The number of the next step, or of the contents that a restoration takes away. Called in a
+    // transaction of the file, which takes the number with it.
+    std::int64_t nextNumber();
     // From now on nothing is recorded or refused, until the program ends.
     void stop() { isStopped_ = true; }
 
@@ -114,6 +117,7 @@ private:
     Places places_;
     KeptFiles& kept_;
     std::unique_ptr<HistoryFile> file_;
+    std::int64_t lastKept_ = beginning; // the greatest number among the contents at its opening
     std::optional<CommandFrame> frame_;
     QString program_;
     RunningCommand running_;

@@ -122,7 +122,8 @@ QStringList Restoration::changedOutside(const Goal& goal) {
     for (auto file = goal.files.begin(); file != goal.files.end(); ++file) {
         const Stamp stamp = stampOf(file.key());
         const std::optional<Present> present = recorder_.file().present(file.key());
-        if (*file != content::onDisk && stamp != Stamp{} && present && present->stamp != stamp) {
+        if (*file != content::onDisk && stamp != Stamp{} && present && present->stamp != stamp &&
+            !kept_.isCopiedTo(present->content, file.key())) {
             changed << file.key();
         }
     }
@@ -204,13 +205,10 @@ void Restoration::refuse(const Goal& goal, const Question& mayLeaveOut) {
 Pending Restoration::begin(std::int64_t target) {
     HistoryFile& file = recorder_.file();
     HistoryFile::Transaction all(file);
-    Position position = file.position();
-    ++position.last; // the contents that go lie under a number of their own
-    file.setPosition(position);
-    const Plan plan = planned(goalOf(wayTo(target)), position.last);
+    // The contents that go lie under a number of their own.
+    const Plan plan = planned(goalOf(wayTo(target)), recorder_.nextNumber());
     Pending pending{target, QDateTime::currentDateTime(), plan.files};
     file.setPending(pending);
-    kept_.prepare(position.last);
     all.commit();
     if (!plan.lost.isEmpty()) {
         addNote(lostNote(plan.lost));
@@ -236,7 +234,7 @@ Restoration::Plan Restoration::planned(const Goal& goal, std::int64_t number) {
         const bool isKnown = present && present->stamp == stamp && kept_.has(present->content);
         const bool isLost = *wanted == content::onDisk
                                 ? stamp == Stamp{}
-                                : KeptFiles::isKept(*wanted) && !kept_.has(*wanted);
+                                : KeptFiles::isKept(*wanted) && !kept_.canPut(*wanted);
         if (isLost) {
             lost << QFileInfo(wanted.key()).fileName();
         }
@@ -253,10 +251,19 @@ Restoration::Plan Restoration::planned(const Goal& goal, std::int64_t number) {
     return {gone + folders + come, lost};
 }
 
+// The content may have gone since it was noted.
+bool Restoration::isLost(const PendingFile& file) const {
+    return KeptFiles::isKept(file.put) && !kept_.canPut(file.put);
+}
+
 // What was done already is done again without harm. A file may have got out of reach since it was
 // noted.
 void Restoration::perform(const PendingFile& file) {
     if (Places::isElsewhere(file.path)) {
+        return;
+    }
+    if (isLost(file)) {
+        leaveAsItIs(file);
         return;
     }
     if (!file.keep.isEmpty() && !kept_.has(file.keep) && QFileInfo(file.path).isFile()) {
@@ -268,6 +275,13 @@ void Restoration::perform(const PendingFile& file) {
         KeptFiles::makeFolder(file.path);
     } else {
         kept_.put(file.put, file.path);
+    }
+}
+
+// What was taken away for a content that is gone comes back.
+void Restoration::leaveAsItIs(const PendingFile& file) {
+    if (!file.keep.isEmpty() && kept_.has(file.keep) && stampOf(file.path) == Stamp{}) {
+        kept_.giveBack(file.keep, file.path);
     }
 }
 
@@ -325,11 +339,14 @@ void Restoration::end(const Pending& pending) {
         }
     });
     HistoryFile::Transaction all(file);
+    QStringList lost;
     for (const PendingFile& done : pending.files) {
         if (!done.keep.isEmpty() && kept_.has(done.keep)) {
             file.contentOnDiskIsKept(done.path, done.keep);
         }
-        if (!Places::isElsewhere(done.path)) {
+        if (isLost(done)) {
+            lost << QFileInfo(done.path).fileName();
+        } else if (!Places::isElsewhere(done.path)) {
             file.setPresent(done.path, {stampOf(done.path), done.put});
         }
     }
@@ -342,6 +359,9 @@ void Restoration::end(const Pending& pending) {
     file.setPosition(position);
     file.clearPending();
     all.commit();
+    if (!lost.isEmpty()) {
+        addNote(lostNote(lost));
+    }
 }
 
 bool Restoration::isAbove(std::int64_t one, std::int64_t other) {

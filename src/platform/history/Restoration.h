@@ -84,7 +84,9 @@ private:
     void end(const Pending& pending);
     static void carryOut(const QMap<QString, QByteArray>& images,
                          const std::function<void()>& files);
+    bool isLost(const PendingFile& file) const;
     void perform(const PendingFile& file);
+    void leaveAsItIs(const PendingFile& file);
     void noteDatabase(const QString& path, const QByteArray& image);
     static void removeUnfinished(const Pending& pending);
     void giveUp();

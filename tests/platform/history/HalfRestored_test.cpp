@@ -119,6 +119,56 @@ TEST_F(HalfRestored, InACommandOfTheUserIsRefusedWithTheReasonOfItsBegin) {
     EXPECT_EQ(world.state(), before);
 }
 
+// As a scanner takes them away that finds macros in them.
+void removeKept(const QString& base, const QByteArray& content) {
+    QDirIterator kept(base + "/.~history/kept", QDir::Files, QDirIterator::Subdirectories);
+    while (kept.hasNext()) {
+        QFile file(kept.next());
+        if (file.open(QIODevice::ReadOnly) && file.readAll() == content) {
+            file.remove();
+        }
+    }
+}
+
+TEST_F(HalfRestored, AContentThatIsGoneMeanwhileIsToldAndTheRestComesBack) {
+    if (!killHalfWay()) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    removeKept(base, QByteArray(5000, 'x'));
+    HistoryWorld world(base);
+    const auto found = world.history->mend();
+    EXPECT_TRUE(found.restored);
+    EXPECT_EQ(found.note, "操作历史没有下列文件那时的内容，它们没有恢复：甲.1.doc");
+    State expected = before;
+    expected.remove(documents[0]);
+    EXPECT_EQ(world.state(), expected);
+    EXPECT_EQ(pending(base), 0);
+}
+
+TEST_F(HalfRestored, ADocumentThatWasTakenAwayForAContentThatIsGoneMeanwhileStays) {
+    const QString overwritten = "甲/甲.2.doc";
+    folder.write("other.doc", "other");
+    {
+        HistoryWorld world(base);
+        world.run("覆盖", [&] {
+            world.files->CopyFile(folder.path("other.doc"), world.path(overwritten), true);
+        });
+    }
+    const auto isTaken = [&](int) { return QFile::exists(base + "/" + overwritten); };
+    if (TracedProcess::watch([this] { undo(); }, isTaken) < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    ASSERT_FALSE(QFile::exists(base + "/" + overwritten));
+    removeKept(base, QByteArray(5000, 'x'));
+    HistoryWorld world(base);
+    const auto found = world.history->mend();
+    EXPECT_TRUE(found.restored);
+    EXPECT_EQ(found.note, "操作历史没有下列文件那时的内容，它们没有恢复：甲.2.doc");
+    EXPECT_EQ(world.read(overwritten), "other");
+    ASSERT_TRUE(world.history->redo());
+    EXPECT_EQ(world.read(overwritten), "other");
+}
+
 TEST_F(HalfRestored, AStateFurtherAwayIsReachedOverIt) {
     if (!killHalfWay()) {
         GTEST_SKIP() << "processes cannot be traced here";
