@@ -118,6 +118,23 @@ void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString&
     handle = state.gWs->OpenDatabase(files::resolved(path));
 }
 
+// A damaged one cannot be mended, and would ask before each command for ever.
+void offerToLayAside(history::History& history, desktop::MessageBoxes& messages,
+                     const QString& words) {
+    const QString question = QStringLiteral(
+        "%1\n\n它的文件已损坏。要把它放到一边，从现在起重新记录吗？选“是”时以前的操作不能再撤消，"
+        "旧的历史原样留在“.~history”里；选“否”时什么也不动。");
+    if (!messages.ask(question.arg(words), desktop::Icon::exclamation, QStringLiteral("提示"))) {
+        return;
+    }
+    try {
+        history.layAside(QDateTime::currentDateTime());
+    } catch (const RunTimeError& failure) {
+        messages.tell(QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure),
+                      desktop::Icon::exclamation, QStringLiteral("提示"));
+    }
+}
+
 // The history lies beside the plans' folders, under a name that no plan can bear. What a killed run
 // has left is mended before anything is read.
 void openHistory(modMain& state, desktop::MessageBoxes& messages) {
@@ -131,8 +148,13 @@ void openHistory(modMain& state, desktop::MessageBoxes& messages) {
             return messages.ask(question, desktop::Icon::exclamation, QStringLiteral("提示"));
         });
     } catch (const RunTimeError& failure) { // each command asks whether to go on without it
-        messages.tell(QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure),
-                      desktop::Icon::exclamation, QStringLiteral("提示"));
+        const QString words =
+            QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure);
+        if (failure.number() == error::unrecognizedFormat && state.History->isDamaged()) {
+            offerToLayAside(*state.History, messages, words);
+        } else {
+            messages.tell(words, desktop::Icon::exclamation, QStringLiteral("提示"));
+        }
     }
 }
 

@@ -56,6 +56,26 @@ TEST_P(UnwritableHistory, AHistoryThatCannotBeReadRefusesCommandsToo) {
     test::expectSame(onDisk(), before);
 }
 
+TEST_P(UnwritableHistory, ADamagedHistoryThatTheUserLaysAsideIsFollowedByANewOne) {
+    const QByteArray damaged(8192, 'x');
+    QFile::remove(historyFolder() + "/history.db");
+    planner.folder.write("Sys/用户模板/.~history/history.db", damaged);
+    planner.messages.answers = {desktop::Answer::yes};
+    planner.start();
+    ASSERT_EQ(planner.messages.shown.size(), 1U);
+    EXPECT_TRUE(planner.messages.shown[0].text.contains("要把它放到一边，从现在起重新记录吗？"))
+        << planner.messages.shown[0].text.toStdString();
+    const QStringList aside = QDir(historyFolder()).entryList({"damaged-*"}, QDir::Dirs);
+    ASSERT_EQ(aside.size(), 1);
+    EXPECT_EQ(planner.folder.read("Sys/用户模板/.~history/" + aside[0] + "/history.db"), damaged);
+    EXPECT_TRUE(QFile::exists(historyFolder() + "/" + aside[0] + "/kept"));
+    EXPECT_TRUE(run(&asked));
+    EXPECT_TRUE(asked.shown.empty());
+    test::expectSame(onDisk(), behind);
+    EXPECT_TRUE(undo());
+    test::expectSame(onDisk(), before);
+}
+
 TEST_P(UnwritableHistory, ACommandThatCannotBeRecordedAtItsEndIsTakenBack) {
     planner.start();
     const QString file = historyFolder() + "/history.db";

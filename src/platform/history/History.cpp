@@ -163,6 +163,13 @@ void History::told() {
     });
 }
 
+bool History::isDamaged() {
+    bool isSound = true;
+    const bool isReadable = ignoringError(
+        error::unrecognizedFormat, [&] { isSound = !exists() || recorder_.file().isSound(); });
+    return !isReadable || !isSound;
+}
+
 // Behind a restoration that could not be ended, nothing may be changed: it will be carried on.
 bool History::isHalfRestored() {
     bool isHalf = false;

@@ -56,6 +56,11 @@ public:
     Found mend(const Question& mayLeaveOut = {});
     // The user has been told of all killed commands.
     void told();
+    // Whether the file of the steps cannot be read any more. Takes as long as to read it.
+    bool isDamaged();
+    // Moves all that there is into a folder beside it, which is answered, and begins anew; nothing
+    // is deleted. Meant for a damaged one, while the turn is held. Error 75.
+    QString layAside(const QDateTime& now) { return recorder_.layAside(now); }
 
     // A command begins; what it changes is recorded until `finish`. What has been left behind is
     // mended before, and told; if it cannot be, changes are refused. Where the first change cannot

@@ -462,6 +462,11 @@ void HistoryFile::setPresent(const QString& path, const Present& present) {
     statement.Run();
 }
 
+bool HistoryFile::isSound() {
+    Statement found(sql_, "PRAGMA quick_check(1)");
+    return found.Step() && found.Text(0) == QStringLiteral("ok");
+}
+
 std::int64_t HistoryFile::size() {
     return (sql_.NumberOf("PRAGMA page_count") - sql_.NumberOf("PRAGMA freelist_count")) *
            sql_.NumberOf("PRAGMA page_size");

@@ -142,6 +142,8 @@ public:
     // The step has another number now.
     void renumberKilled(std::int64_t step, std::int64_t now);
 
+    // Reads all of it.
+    bool isSound();
     // Bytes of the file that are in use; removed steps give theirs free at once.
     std::int64_t size();
     // Gives the room of removed steps back to the disk where that is a quarter of the file, and no

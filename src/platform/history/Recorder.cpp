@@ -2,9 +2,11 @@
 
 #include "platform/error/IgnoringErrors.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/files/FileErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/jet/file/Image.h"
 
+#include <QDir>
 #include <QDirIterator>
 #include <QFileInfo>
 
@@ -35,6 +37,21 @@ HistoryFile& Recorder::file() {
         lastKept_ = kept_.lastStep();
     }
     return *file_;
+}
+
+// The file of the steps last: a process that is killed meanwhile finds the damage again.
+QString Recorder::layAside(const QDateTime& now) {
+    file_.reset();
+    const QString aside =
+        folder_ + now.toString(QStringLiteral("'damaged-'yyyyMMdd-HHmmss-zzz")) + u'/';
+    KeptFiles::makeFolder(aside);
+    for (const char* name : {"running", "kept", "history.db-journal", "history.db-wal",
+                             "history.db-shm", "history.db"}) {
+        if (QFileInfo::exists(folder_ + name) && !QDir().rename(folder_ + name, aside + name)) {
+            files::throwFileError(error::pathAccess, folder_ + name);
+        }
+    }
+    return aside;
 }
 
 void Recorder::begin(const CommandFrame& frame, const QString& program, const QString& reason) {

@@ -30,6 +30,9 @@ public:
     // The history file, opened or made at the first call. Errors as HistoryFile.
     HistoryFile& file();
 
+    // See History::layAside.
+    QString layAside(const QDateTime& now);
+
     // Changes are recorded from now on as those of one command. With a reason all are refused, with
     // these words, unless the frame's goOnWithout says otherwise.
     void begin(const CommandFrame& frame, const QString& program, const QString& reason = {});
