@@ -82,7 +82,7 @@ QList<Step> stepsIn(Statement& rows) {
 } // namespace
 
 HistoryFile::HistoryFile(const QString& path, Places places)
-    : places_(std::move(places)), sql_(path, modeFor(path), jet::Connection::Synchronous::normal) {
+    : places_(std::move(places)), sql_(path, modeFor(path), jet::Connection::Journal::emptied) {
     if (sql_.NumberOf("PRAGMA user_version") < arrangement) {
         arrange();
     }

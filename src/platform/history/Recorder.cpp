@@ -123,7 +123,7 @@ bool Recorder::goesOnWithout() {
 // count as taken.
 std::int64_t Recorder::nextNumber() {
     Position position = file().position();
-    position.last = std::max(position.last, lastKept_) + 1;
+    position.last = std::max({position.last, lastKept_, running_.step()}) + 1;
     file().setPosition(position);
     return position.last;
 }
@@ -136,11 +136,20 @@ std::int64_t Recorder::takeNumber() {
     return number;
 }
 
+// Its step takes the number, or the entry of the command holds it: to write it down as well would
+// wait for the device once more. The transaction shows whether the file can be written.
+std::int64_t Recorder::numberOfCommand() {
+    HistoryFile::Transaction all(file());
+    lastKept_ = std::max(file().position().last, lastKept_) + 1;
+    all.commit();
+    return lastKept_;
+}
+
 void Recorder::ensureBegun() {
     if (running_.hasBegun()) {
         return;
     }
-    const std::int64_t step = takeNumber();
+    const std::int64_t step = numberOfCommand();
     if (frame_->selected) {
         std::tie(frame_->selectedKey, frame_->selectedName) = frame_->selected();
     }

@@ -96,6 +96,7 @@ private:
     void refusing(Action&& action);
     bool goesOnWithout();
     std::int64_t takeNumber();
+    std::int64_t numberOfCommand();
     void ensureBegun();
     void touchDatabase(const QString& path);
     void touchFile(const QString& path, Keeping keeping);
@@ -120,7 +121,8 @@ private:
     Places places_;
     KeptFiles& kept_;
     std::unique_ptr<HistoryFile> file_;
-    std::int64_t lastKept_ = beginning; // the greatest number among the contents at its opening
+    // The greatest number among the contents at its opening, and of the commands since.
+    std::int64_t lastKept_ = beginning;
     std::optional<CommandFrame> frame_;
     QString program_;
     RunningCommand running_;

@@ -175,13 +175,15 @@ TEST_F(DatabaseFiles, TheEngineHasOneWorkspace) {
     EXPECT_EQ(errorOf([&] { engine_.Workspaces(1); }), 3265);
 }
 
-TEST_F(DatabaseFiles, AreWrittenThroughToTheDiskUnlessLessIsAskedFor) {
+TEST_F(DatabaseFiles, AreWrittenThroughToTheDiskUnlessTheirJournalIsOnlyEmptied) {
     create(u"a.mdb"_qs)->Close();
-    Connection usual(pathOf(u"a.mdb"_qs), Connection::Mode::existing);
-    EXPECT_EQ(usual.NumberOf("PRAGMA synchronous"), 2);
-    Connection less(pathOf(u"a.mdb"_qs), Connection::Mode::existing,
-                    Connection::Synchronous::normal);
-    EXPECT_EQ(less.NumberOf("PRAGMA synchronous"), 1);
+    const auto modes = [this](Connection::Journal journal) {
+        Connection connection(pathOf(u"a.mdb"_qs), Connection::Mode::existing, journal);
+        connection.Run("PRAGMA user_version=1");
+        return connection.NumberOf("PRAGMA synchronous") * 10 + files().size();
+    };
+    EXPECT_EQ(modes(Connection::Journal::emptied), 12);
+    EXPECT_EQ(modes(Connection::Journal::removed), 21);
 }
 
 // Each takes memory for as long as its file is open, and the texts of queries never end.

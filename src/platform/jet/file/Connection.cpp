@@ -52,7 +52,7 @@ Connection::Connection(const QString& path, int openFlags) : path_(path) {
     }
 }
 
-Connection::Connection(const QString& path, Mode mode, Synchronous synchronous)
+Connection::Connection(const QString& path, Mode mode, Journal journal)
     : Connection(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                            (mode == Mode::create ? SQLITE_OPEN_CREATE : 0)) {
     sqlite3_busy_timeout(handle_, patience);
@@ -62,8 +62,11 @@ Connection::Connection(const QString& path, Mode mode, Synchronous synchronous)
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
     // Changing the kind of an existing file asks for it alone. While another program has it open
     // it stays as it is.
-    ignoringError(error::storeBusy, [this] { Run("PRAGMA journal_mode=DELETE"); });
-    Run(synchronous == Synchronous::full ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=NORMAL");
+    const bool isRemoved = journal == Journal::removed;
+    ignoringError(error::storeBusy, [&] {
+        Run(isRemoved ? "PRAGMA journal_mode=DELETE" : "PRAGMA journal_mode=TRUNCATE");
+    });
+    Run(isRemoved ? "PRAGMA synchronous=FULL" : "PRAGMA synchronous=NORMAL");
 }
 
 Connection::Connection(const QByteArray& image)

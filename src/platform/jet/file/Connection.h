@@ -63,12 +63,12 @@ public:
     // Opens an existing file for reading and writing, or makes one. A journal that a killed
     // process left is played back by the first read.
     enum class Mode { existing, create };
-    // Its journal is gone at each commit, so the file alone is the database whenever nothing is
-    // being written, and programs on several machines may have it open: changes that are written
-    // ahead need memory that they all share. Full synchronisation keeps a commit through a power
-    // failure on any device; normal waits for the device less often.
-    enum class Synchronous { full, normal };
-    Connection(const QString& path, Mode mode, Synchronous synchronous = Synchronous::full);
+    // A journal that is removed at each commit leaves the file alone whenever nothing is being
+    // written; full synchronisation keeps a commit through a power failure on any device. One that
+    // is emptied stays beside the file, and waits for the device half as often. Programs on several
+    // machines may have either open: changes that are written ahead need memory that they share.
+    enum class Journal { removed, emptied };
+    Connection(const QString& path, Mode mode, Journal journal = Journal::removed);
     // A database in memory that begins as the image says, see Image.h. It never reaches a file.
     explicit Connection(const QByteArray& image);
     ~Connection();
