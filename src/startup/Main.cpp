@@ -118,20 +118,23 @@ void open(modMain& state, std::unique_ptr<jet::Database>& handle, const QString&
     handle = state.gWs->OpenDatabase(files::resolved(path));
 }
 
-// A damaged one cannot be mended, and would ask before each command for ever.
-void offerToLayAside(history::History& history, desktop::MessageBoxes& messages,
-                     const QString& words) {
+void tellUnusable(desktop::MessageBoxes& messages, const QString& reason) {
+    messages.tell(QStringLiteral("操作历史不能使用：") + reason, desktop::Icon::exclamation,
+                  QStringLiteral("提示"));
+}
+
+// A damaged one cannot be mended, and would refuse commands for ever.
+void offerToLayAside(history::History& history, desktop::MessageBoxes& messages) {
     const QString question = QStringLiteral(
-        "%1\n\n它的文件已损坏。要把它放到一边，从现在起重新记录吗？选“是”时以前的操作不能再撤消，"
-        "旧的历史原样留在“.~history”里；选“否”时什么也不动。");
-    if (!messages.ask(question.arg(words), desktop::Icon::exclamation, QStringLiteral("提示"))) {
+        "操作历史不能使用：它的文件已损坏。\n\n要把它放到一边，从现在起重新记录吗？选“是”时以前的"
+        "操作不能再撤消，旧的历史原样留在“.~history”里；选“否”时什么也不动。");
+    if (!messages.ask(question, desktop::Icon::exclamation, QStringLiteral("提示"))) {
         return;
     }
     try {
         history.layAside(QDateTime::currentDateTime());
     } catch (const RunTimeError& failure) {
-        messages.tell(QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure),
-                      desktop::Icon::exclamation, QStringLiteral("提示"));
+        tellUnusable(messages, desktop::descriptionOf(failure));
     }
 }
 
@@ -143,18 +146,18 @@ void openHistory(modMain& state, desktop::MessageBoxes& messages) {
         state.gUserTplPath + ".~history",
         history::Places(state.gUserTplPath, {state.gWorkPath, state.gAppPath}), *state.gWs,
         *state.gFso, QCoreApplication::applicationName());
+    QString failure;
     try {
         state.HistoryFound = state.History->mend([&](const QString& question) {
             return messages.ask(question, desktop::Icon::exclamation, QStringLiteral("提示"));
         });
-    } catch (const RunTimeError& failure) { // each command asks whether to go on without it
-        const QString words =
-            QStringLiteral("操作历史不能使用：") + desktop::descriptionOf(failure);
-        if (failure.number() == error::unrecognizedFormat && state.History->isDamaged()) {
-            offerToLayAside(*state.History, messages, words);
-        } else {
-            messages.tell(words, desktop::Icon::exclamation, QStringLiteral("提示"));
-        }
+    } catch (const RunTimeError& met) {
+        failure = desktop::descriptionOf(met);
+    }
+    if (state.History->isDamaged()) {
+        offerToLayAside(*state.History, messages);
+    } else if (!failure.isEmpty()) { // each command asks whether to go on without it
+        tellUnusable(messages, failure);
     }
 }
 

@@ -114,6 +114,15 @@ void History::Found::add(const Found& later) {
 }
 
 History::Found History::mend(const Question& mayLeaveOut) {
+    try {
+        return mendAll(mayLeaveOut);
+    } catch (const RunTimeError& failure) {
+        recorder_.noteDamage(failure);
+        throw;
+    }
+}
+
+History::Found History::mendAll(const Question& mayLeaveOut) {
     Found found;
     if (!exists()) {
         return found;
@@ -163,13 +172,6 @@ void History::told() {
     });
 }
 
-bool History::isDamaged() {
-    bool isSound = true;
-    const bool isReadable = ignoringError(
-        error::unrecognizedFormat, [&] { isSound = !exists() || recorder_.file().isSound(); });
-    return !isReadable || !isSound;
-}
-
 // Behind a restoration that could not be ended, nothing may be changed: it will be carried on.
 bool History::isHalfRestored() {
     bool isHalf = false;
@@ -211,6 +213,7 @@ History::Outcome History::finish(const QString& selectedAfter) {
             return outcome;
         }
     } catch (const RunTimeError& failure) {
+        recorder_.noteDamage(failure);
         outcome.refusal = QString::fromStdU16String(failure.description());
     }
     try {

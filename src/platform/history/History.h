@@ -56,8 +56,8 @@ public:
     Found mend(const Question& mayLeaveOut = {});
     // The user has been told of all killed commands.
     void told();
-    // Whether the file of the steps cannot be read any more. Takes as long as to read it.
-    bool isDamaged();
+    // Whether the file of the steps could not be read at some place, in this run or an earlier one.
+    bool isDamaged() const { return recorder_.isDamaged(); }
     // Moves all that there is into a folder beside it, which is answered, and begins anew; nothing
     // is deleted. Meant for a damaged one, while the turn is held. Error 75.
     QString layAside(const QDateTime& now) { return recorder_.layAside(now); }
@@ -147,6 +147,7 @@ private:
     // Null when a command of the user has ended the branch.
     std::optional<Fork> fork();
     void mendKilled(Found& found, const Question& mayLeaveOut);
+    Found mendAll(const Question& mayLeaveOut);
     bool isHalfRestored();
     // Both answer how many steps went.
     int joinOld(const Limits& limits, const QDateTime& now);

@@ -18,6 +18,7 @@ namespace qvnd::history {
 namespace {
 
 const QString historyFile = QStringLiteral("history.db");
+const QString damageMark = QStringLiteral("damaged");
 
 // A file without a byte has no state that pages could tell.
 bool isKeptByPages(const QString& path) { return isDatabase(path) && stampOf(path).size != 0; }
@@ -39,14 +40,30 @@ HistoryFile& Recorder::file() {
     return *file_;
 }
 
+bool Recorder::isDamaged() const { return QFileInfo::exists(folder_ + damageMark); }
+
+void Recorder::noteDamage(const RunTimeError& failure) {
+    if (failure.number() != error::unrecognizedFormat) {
+        return;
+    }
+    bool isSound = false;
+    ignoringError(error::unrecognizedFormat, [&] { isSound = file().isSound(); });
+    if (!isSound) {
+        QFile mark(folder_ + damageMark);
+        mark.open(QIODevice::WriteOnly); // else the next start may come upon the damage itself
+    }
+}
+
 // The file of the steps last: a process that is killed meanwhile finds the damage again.
 QString Recorder::layAside(const QDateTime& now) {
     file_.reset();
     const QString aside =
         folder_ + now.toString(QStringLiteral("'damaged-'yyyyMMdd-HHmmss-zzz")) + u'/';
     KeptFiles::makeFolder(aside);
-    for (const char* name : {"running", "kept", "history.db-journal", "history.db-wal",
-                             "history.db-shm", "history.db"}) {
+    for (const QString& name :
+         {QStringLiteral("running"), QStringLiteral("kept"), QStringLiteral("history.db-journal"),
+          QStringLiteral("history.db-wal"), QStringLiteral("history.db-shm"), historyFile,
+          damageMark}) {
         if (QFileInfo::exists(folder_ + name) && !QDir().rename(folder_ + name, aside + name)) {
             files::throwFileError(error::pathAccess, folder_ + name);
         }
@@ -88,6 +105,7 @@ void Recorder::refusing(Action&& action) {
                 action();
             }
         } catch (const RunTimeError& failure) {
+            noteDamage(failure);
             refusal_ = QString::fromStdU16String(failure.description());
         }
         if (refusal_.isEmpty() || goesOnWithout()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/error/RunTimeError.h"
 #include "platform/files/ChangeObserver.h"
 #include "platform/history/HistoryFile.h"
 #include "platform/history/RunningCommand.h"
@@ -30,8 +31,12 @@ public:
     // The history file, opened or made at the first call. Errors as HistoryFile.
     HistoryFile& file();
 
-    // See History::layAside.
+    // See History.
+    bool isDamaged() const;
     QString layAside(const QDateTime& now);
+    // Takes down that the file is damaged, if that is why something failed: the next start need not
+    // come upon the place.
+    void noteDamage(const RunTimeError& failure);
 
     // Changes are recorded from now on as those of one command. With a reason all are refused, with
     // these words, unless the frame's goOnWithout says otherwise.

@@ -159,6 +159,39 @@ TEST_F(KeptDocuments, TheHistoryIsOneFileThatHoldsAllWhileItIsOpen) {
               QStringList("2"));
 }
 
+// The next start does not come upon the place, and every command does.
+TEST_F(KeptDocuments, DamageThatACommandMeetsIsKnownFromThenOnAndEndsByLayingTheHistoryAside) {
+    const QString file = world.path(".~history/history.db");
+    const auto add = [&] {
+        return world.run("添加", [&] { HistoryWorld::addRow(*world.db, "甲", "甲.3"); });
+    };
+    world.close();
+    const int page = test::PlainSqlite(file)
+                         .rows("SELECT rootpage FROM sqlite_schema WHERE name='mirror'")
+                         .value(0)
+                         .toInt();
+    ASSERT_GT(page, 1);
+    {
+        QFile bytes(file);
+        ASSERT_TRUE(bytes.open(QIODevice::ReadWrite));
+        bytes.seek(qint64{page - 1} * 4096);
+        bytes.write(QByteArray(4096, 'x'));
+    }
+    world.open();
+    world.history->mend();
+    EXPECT_FALSE(history().isDamaged());
+    EXPECT_NE(add().refusal, "");
+    EXPECT_TRUE(history().isDamaged());
+    world.restart();
+    ASSERT_TRUE(history().isDamaged());
+    const QString aside = history().layAside(QDateTime::currentDateTime());
+    EXPECT_TRUE(QFile::exists(aside + "history.db"));
+    EXPECT_FALSE(history().isDamaged());
+    EXPECT_EQ(history().steps().size(), 0);
+    ASSERT_TRUE(add().step);
+    EXPECT_TRUE(history().undo());
+}
+
 // Earlier versions wrote changes ahead, which needs memory that all programs share: those of
 // another machine do not.
 TEST_F(KeptDocuments, AHistoryOfAnEarlierVersionIsOneFileFromItsNextOpeningOn) {
