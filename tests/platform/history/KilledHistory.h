@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 
 #include <functional>
 #include <string>
@@ -36,6 +37,16 @@ protected:
             world.files->DeleteFile(world.path("甲/甲.1.doc"));
             world.makePlan("丙");
         });
+    }
+
+    // Kills a process that changes much when a document has gone; false where none can be traced.
+    static bool killAmidChanges(const QString& base) {
+        return TracedProcess::watch(
+                   [&] {
+                       HistoryWorld killed(base);
+                       changeMuch(killed);
+                   },
+                   [&](int) { return QFile::exists(base + "/甲/甲.1.doc"); }) >= 0;
     }
 
     // Has the command killed before each change of a file, or one of `stride`: `check` sees the

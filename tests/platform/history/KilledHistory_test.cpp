@@ -267,13 +267,7 @@ TEST_F(KilledHistory, ACommandIsFoundWhereTheFoldersWereMovedMeanwhile) {
     folder.makeFolder("w");
     prepare(folder.path("w"));
     const State before = stateIn(folder.path("w"));
-    const int changes = TracedProcess::run(
-        [&] {
-            HistoryWorld killed(folder.path("w"));
-            changeMuch(killed);
-        },
-        40);
-    if (changes < 0) {
+    if (!killAmidChanges(folder.path("w"))) {
         GTEST_SKIP() << "processes cannot be traced here";
     }
     ASSERT_TRUE(QDir().rename(folder.path("w"), folder.path("moved")));
@@ -291,13 +285,7 @@ TEST_F(KilledHistory, ACommandOfAnotherProgramIsFoundByTheNextCommandOfThisOne) 
     folder.makeFolder("w");
     prepare(base);
     const State before = stateIn(base);
-    const int changes = TracedProcess::run(
-        [&] {
-            HistoryWorld other(base);
-            changeMuch(other);
-        },
-        40);
-    if (changes < 0) {
+    if (!killAmidChanges(base)) {
         GTEST_SKIP() << "processes cannot be traced here";
     }
     HistoryWorld world(base);
