@@ -49,6 +49,7 @@ TEST_P(UnwritableHistory, ACommandThatTheUserWantsAllTheSameIsDoneWhole) {
 TEST_P(UnwritableHistory, AHistoryThatCannotBeReadRefusesCommandsToo) {
     QFile::remove(historyFolder() + "/history.db");
     planner.folder.write("Sys/用户模板/.~history/history.db", QByteArray(8192, 'x'));
+    planner.messages.answers = {desktop::Answer::no}; // it stays where it is
     runWithout(desktop::Answer::no);
     EXPECT_TRUE(wasRefused);
     ASSERT_FALSE(planner.messages.shown.empty());
@@ -60,6 +61,7 @@ TEST_P(UnwritableHistory, ADamagedHistoryThatTheUserLaysAsideIsFollowedByANewOne
     const QByteArray damaged(8192, 'x');
     QFile::remove(historyFolder() + "/history.db");
     planner.folder.write("Sys/用户模板/.~history/history.db", damaged);
+    planner.messages.shown.clear();
     planner.messages.answers = {desktop::Answer::yes};
     planner.start();
     ASSERT_EQ(planner.messages.shown.size(), 1U);
@@ -68,7 +70,6 @@ TEST_P(UnwritableHistory, ADamagedHistoryThatTheUserLaysAsideIsFollowedByANewOne
     const QStringList aside = QDir(historyFolder()).entryList({"damaged-*"}, QDir::Dirs);
     ASSERT_EQ(aside.size(), 1);
     EXPECT_EQ(planner.folder.read("Sys/用户模板/.~history/" + aside[0] + "/history.db"), damaged);
-    EXPECT_TRUE(QFile::exists(historyFolder() + "/" + aside[0] + "/kept"));
     EXPECT_TRUE(run(&asked));
     EXPECT_TRUE(asked.shown.empty());
     test::expectSame(onDisk(), behind);
