@@ -25,15 +25,31 @@ void appendText(std::u16string& text, const Piece& piece, ByteView stream) {
     }
 }
 
+// Of the entries of a page before that one, the first that refers to the same place; the entry
+// itself where there is none. Most runs of a page share a few records, which need not be compared.
+template <class Entry>
+std::size_t firstOfRecord(const std::vector<Entry>& entries, std::size_t entry) {
+    const ByteView record = entries[entry].properties;
+    std::size_t first = 0;
+    while (entries[first].properties.data() != record.data() ||
+           entries[first].properties.size() != record.size()) {
+        ++first;
+    }
+    return first;
+}
+
 FormattingRuns characterRuns(const OpenedDocument& document, PropertyExpansion& expansion) {
     const auto decode = [&](ByteView page, bool& sound) {
         const CharacterPage decoded = decodeCharacterPage(page);
         sound = decoded.sound;
         std::vector<FormattingRun> runs;
         runs.reserve(decoded.entries.size());
-        for (const CharacterEntry& entry : decoded.entries) {
+        for (std::size_t i = 0; i < decoded.entries.size(); ++i) {
+            const CharacterEntry& entry = decoded.entries[i];
+            const std::size_t first = firstOfRecord(decoded.entries, i);
             runs.push_back(
-                {entry.firstFc, entry.limitFc, 0, expansion.characters(entry.properties)});
+                {entry.firstFc, entry.limitFc, 0,
+                 first < i ? runs[first].properties : expansion.characters(entry.properties)});
         }
         return runs;
     };
@@ -47,8 +63,12 @@ FormattingRuns paragraphRuns(const OpenedDocument& document, PropertyExpansion& 
         sound = decoded.sound;
         std::vector<FormattingRun> runs;
         runs.reserve(decoded.entries.size());
-        for (const ParagraphEntry& entry : decoded.entries) {
-            const auto paragraph = expansion.paragraph(entry.style, entry.properties);
+        for (std::size_t i = 0; i < decoded.entries.size(); ++i) {
+            const ParagraphEntry& entry = decoded.entries[i];
+            const std::size_t first = firstOfRecord(decoded.entries, i);
+            const PropertyExpansion::Paragraph paragraph =
+                first < i ? PropertyExpansion::Paragraph{runs[first].style, runs[first].properties}
+                          : expansion.paragraph(entry.style, entry.properties);
             runs.push_back({entry.firstFc, entry.limitFc, paragraph.style, paragraph.properties});
         }
         return runs;

@@ -9,10 +9,18 @@
 namespace qvnd::word {
 
 const TablePlaces::Properties& TablePlaces::propertiesOf(PropertyListId id) {
-    const auto known = known_.find(id);
-    if (known != known_.end()) {
-        return known->second;
+    const auto index = static_cast<std::size_t>(id);
+    if (index >= known_.size()) {
+        known_.resize(lists_.size());
     }
+    std::optional<Properties>& known = known_.at(index);
+    if (!known) {
+        known = read(id);
+    }
+    return *known;
+}
+
+TablePlaces::Properties TablePlaces::read(PropertyListId id) const {
     Properties result;
     bool inTable = false;
     for (const SprmView& entry : parseSprms(lists_[id]).sprms) {
@@ -38,7 +46,7 @@ const TablePlaces::Properties& TablePlaces::propertiesOf(PropertyListId id) {
         }
     }
     result.depth = inTable ? std::max(result.depth, 1) : result.depth;
-    return known_.emplace(id, result).first->second;
+    return result;
 }
 
 TablePlace TablePlaces::of(PropertyListId id, char16_t mark) {

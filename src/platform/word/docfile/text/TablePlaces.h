@@ -2,7 +2,8 @@
 
 #include "platform/word/docfile/document/PropertyLists.h"
 
-#include <unordered_map>
+#include <optional>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -35,9 +36,10 @@ private:
         bool innerRowEnd = false;
     };
     const Properties& propertiesOf(PropertyListId id);
+    Properties read(PropertyListId id) const;
 
     const PropertyLists& lists_;
-    std::unordered_map<PropertyListId, Properties> known_;
+    std::vector<std::optional<Properties>> known_; // by list
 };
 
 } // namespace qvnd::word
