@@ -13,6 +13,15 @@ namespace {
 constexpr int deepestTable = 16;  // tables nested deeper are left out
 constexpr double narrowest = 200; // twips that a cell's text has at least
 
+// Most cells hold one paragraph, whose lines are all that there are.
+void append(Strips& strips, Strips more) {
+    if (strips.empty()) {
+        strips = std::move(more);
+    } else {
+        std::move(more.begin(), more.end(), std::back_inserter(strips));
+    }
+}
+
 // Cuts off what the cells that end in a row of exact height do not hold.
 void cutCells(const std::vector<ComposedRow>& rows, std::size_t at, Layer& layer, bool office) {
     for (const ComposedCell& cell : rows[at].cells) {
@@ -67,8 +76,7 @@ Strips BlockComposer::compose(const Block& block, const LineSetting& setting, wo
 Strips BlockComposer::composeAll(const LineSetting& setting) {
     Strips strips;
     for (std::size_t i = 0; blocks_.has(i); ++i) {
-        Strips part = compose(blocks_[i], setting);
-        std::move(part.begin(), part.end(), std::back_inserter(strips));
+        append(strips, compose(blocks_[i], setting));
     }
     if (auto last = rest()) {
         strips.push_back(std::move(*last));
@@ -104,8 +112,7 @@ void BlockComposer::anchorFrames(std::size_t paragraph, Strips& strips) {
 Strips BlockComposer::composeFramed(const Block& block, const LineSetting& setting) {
     Strips strips;
     for (std::size_t i = 0; i < block.framed; ++i) {
-        Strips part = composeParagraph(block.paragraph + i, setting, 0);
-        std::move(part.begin(), part.end(), std::back_inserter(strips));
+        append(strips, composeParagraph(block.paragraph + i, setting, 0));
     }
     return strips;
 }
@@ -238,8 +245,7 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
 Strips BlockComposer::composeCell(const Blocks& blocks, const LineSetting& setting) {
     Strips strips;
     for (const Block& block : blocks) {
-        Strips part = compose(block, setting);
-        std::move(part.begin(), part.end(), std::back_inserter(strips));
+        append(strips, compose(block, setting));
     }
     return strips;
 }
@@ -248,8 +254,7 @@ Strips BlockComposer::composeTable(const Block& block, const LineSetting& settin
     Strips strips;
     TableCursor next;
     while (blocks_.hasRow(*block.table, next.row)) {
-        Strips rows = composeRows(block, setting, next);
-        std::move(rows.begin(), rows.end(), std::back_inserter(strips));
+        append(strips, composeRows(block, setting, next));
     }
     return strips;
 }

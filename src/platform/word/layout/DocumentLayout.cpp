@@ -147,14 +147,14 @@ private:
 
     // A paragraph is composed once more where something floats beside it.
     Strips compose(const Block& block, word::Cp from) {
-        Strips strips = body_.compose(block, columnSetting(), from);
+        LineSetting setting = columnSetting();
+        Strips strips = body_.compose(block, setting, from);
         if (strips.empty()) {
             return strips;
         }
         const double top = regionTop_ + flow_.used() + flow_.spaceAbove(strips.front());
         const double left = columnLeft();
         obstacles_.add(strips, frameAt(top));
-        LineSetting setting = columnSetting();
         setting.obstacles = obstacles_.within({left, top, left + section().columns[column_].width,
                                                top + heightOf(strips, rules_.addsSpaces())});
         if (setting.obstacles.empty()) {

@@ -299,6 +299,7 @@ bool goesOnIn(const ComposedCell& cell, const ComposedRow& below) {
 std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t texts,
                                   double columnWidth) {
     std::vector<ComposedCell> cells;
+    cells.reserve(std::max(row.cells.size(), texts));
     if (row.cells.empty()) {
         const double width = columnWidth / static_cast<double>(std::max<std::size_t>(texts, 1));
         for (std::size_t i = 0; i < texts; ++i) {
