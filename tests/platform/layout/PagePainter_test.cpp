@@ -1,5 +1,6 @@
 #include "platform/drawing/PagePainter.h"
 
+#include "platform/drawing/CharacterTable.h"
 #include "platform/drawing/FontRoom.h"
 #include "platform/drawing/KnownFaces.h"
 #include "platform/drawing/PublishedWidths.h"
@@ -350,6 +351,18 @@ TEST(KnownFaces, ALineOfAnEastAsianFaceIsThreeTenthsHigherThanTheFace) {
         EXPECT_TRUE(face->halfWidthLatin);
     }
     EXPECT_FALSE(knownFace(u"Nothing Known"));
+}
+
+TEST(CharacterTable, ACharacterHasTheUnknownValueUntilItsOwnIsSet) {
+    CharacterTable<int> table(-1);
+    EXPECT_EQ(table[U'施'], -1);
+    table[U'施'] = 7;
+    table[char32_t{0x20000}] = 8;
+    EXPECT_EQ(table[U'施'], 7);
+    EXPECT_EQ(table[char32_t{0x20000}], 8);
+    EXPECT_EQ(table[char32_t{U'施' + 1}], -1);
+    EXPECT_EQ(table[char32_t{0}], -1);
+    EXPECT_EQ(table[char32_t{U'施' + 0x100}], -1) << "of another page";
 }
 
 TEST(FontFaces, AStandInOfTheOfficeSuiteLeavesALineItsHeight) {

@@ -281,6 +281,23 @@ TEST_F(FontsOfText, TheyAreThoseOfTheScriptOfEachCharacter) {
     EXPECT_EQ(nameFor(u"“", look(0)), u"其他");
 }
 
+TEST_F(FontsOfText, EachCharacterHasItsOwnWhateverStandsBeforeIt) {
+    main = story(u"a甲éaB甲\r");
+    main.characters = {{4, intern(look(0))},
+                       {2, intern(withSprm8(look(0), sprm::CFBold, 1))},
+                       {1, intern(look(0))}};
+    std::vector<FaceRequest> requests;
+    for (const TextItem& item : read(0, &asked).items) {
+        requests.push_back(asked.asked.at(item.face));
+    }
+    EXPECT_EQ(requests, (std::vector<FaceRequest>{{u"拉丁", false, false, false},
+                                                  {u"中文", false, false, true},
+                                                  {u"其他", false, false, false},
+                                                  {u"拉丁", false, false, false},
+                                                  {u"拉丁", true, false, false},
+                                                  {u"中文", true, false, true}}));
+}
+
 TEST_F(FontsOfText, ASymbolFontHasAllButChineseCharacters) {
     EXPECT_EQ(nameFor(u"é", look(3)), u"Symbol");
     EXPECT_EQ(nameFor(u"甲", look(3)), u"中文");
