@@ -35,6 +35,7 @@ protected:
             found.push_back(read[i]);
         }
         starts.clear();
+        starts.reserve(main.paragraphs.size());
         for (std::size_t i = 0; i < main.paragraphs.size(); ++i) {
             starts.push_back(read.startOf(i));
         }

@@ -286,8 +286,10 @@ TEST_F(FontsOfText, EachCharacterHasItsOwnWhateverStandsBeforeIt) {
     main.characters = {{4, intern(look(0))},
                        {2, intern(withSprm8(look(0), sprm::CFBold, 1))},
                        {1, intern(look(0))}};
+    const std::vector<TextItem> items = read(0, &asked).items;
     std::vector<FaceRequest> requests;
-    for (const TextItem& item : read(0, &asked).items) {
+    requests.reserve(items.size());
+    for (const TextItem& item : items) {
         requests.push_back(asked.asked.at(item.face));
     }
     EXPECT_EQ(requests, (std::vector<FaceRequest>{{u"拉丁", false, false, false},
