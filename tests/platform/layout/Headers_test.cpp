@@ -30,6 +30,22 @@ TEST_F(Headers, HeadersStandOnEachPageAndPushTheTextDown) {
     EXPECT_DOUBLE_EQ(found[0].layer.texts[3].baseline, 720 + 600 + 160);
 }
 
+TEST_F(Headers, TextKeepsToAFixedMarginHoweverHighTheyAre) {
+    const auto firstPage = [&](std::uint16_t margin, HeaderKind kind, unsigned width) {
+        document.sections[0].properties = intern(withSprm16(section(), margin, width));
+        document.headers.clear();
+        putHeader(kind, story(u"眉\r眉\r眉\r"));
+        return pages().at(0);
+    };
+    constexpr unsigned fixed = 0x10000 - 1000; // the margin, negative
+    paragraphs(10);
+    const auto textsOn = [](const Page& page) { return page.layer.texts.size() - 3; };
+    EXPECT_EQ(textsOn(firstPage(sprm::SDyaTop, HeaderKind::oddHeader, 1000)), 8U);
+    EXPECT_EQ(textsOn(firstPage(sprm::SDyaTop, HeaderKind::oddHeader, fixed)), 10U);
+    EXPECT_EQ(textsOn(firstPage(sprm::SDyaBottom, HeaderKind::oddFooter, 1000)), 8U);
+    EXPECT_EQ(textsOn(firstPage(sprm::SDyaBottom, HeaderKind::oddFooter, fixed)), 10U);
+}
+
 TEST_F(Headers, ATitlePageHasHeadersOfItsOwn) {
     paragraphs(12);
     document.sections[0].properties = intern(withSprm8(section(), sprm::SFTitlePage, 1));

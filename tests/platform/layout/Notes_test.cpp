@@ -200,6 +200,15 @@ TEST_F(NotesOfPage, WhatHasNoRoomIsCarriedOn) {
     EXPECT_EQ(baselines(), (std::vector<double>{2360, 2560}));
 }
 
+TEST_F(NotesOfPage, OneThatGoesOnHasTheSpaceAboveItsLineAndNoneBelowTheLineBefore) {
+    const Bytes spaced = withSprm16(withSprm16({}, sprm::PDyaBefore, 50), sprm::PDyaAfter, 300);
+    document.tables.sideStories[0].text =
+        std::make_shared<const word::Story>(story(u"一\r二\r三\r", spaced));
+    EXPECT_DOUBLE_EQ(notes().heightOf({{0, 1}}, 5000), 200 + 50 + 200 + 350 + 200 + 300);
+    EXPECT_TRUE(notes().place({{0, 1}}, {0, 2000, 5000}, layer).empty());
+    EXPECT_EQ(baselines(), (std::vector<double>{2200 + 50 + 160, 2200 + 50 + 200 + 350 + 160}));
+}
+
 TEST_F(NotesOfPage, ALineStandsOnEachPageThoughItHasNoRoomAndNoMoreThanOne) {
     const auto carried = notes().place({{0, 0}, {1, 0}}, {0, 2000, 2100}, layer);
     EXPECT_EQ(layer.texts.size(), 1U);
