@@ -142,6 +142,26 @@ TEST(LineBreaks, StandBehindTabsButForThatOfALabel) {
     EXPECT_TRUE(mayBreakBetween(label, tab, format));
 }
 
+TEST(RunsOfText, GoOnInTextOfOneLookAlone) {
+    const word::ResolvedText look;
+    const word::ResolvedText other;
+    const auto goesOn = [&](auto change) {
+        TextItem before = itemOf(U'a');
+        TextItem item = itemOf(U'b');
+        before.format = item.format = &look;
+        change(before, item);
+        return continuesText(before, item);
+    };
+    using Item = TextItem;
+    EXPECT_TRUE(goesOn([](Item&, Item&) {}));
+    EXPECT_FALSE(goesOn([](Item& before, Item&) { before.kind = Item::Kind::tab; }));
+    EXPECT_FALSE(goesOn([](Item&, Item& item) { item.kind = Item::Kind::optionalHyphen; }));
+    EXPECT_FALSE(goesOn([&](Item&, Item& item) { item.format = &other; }));
+    EXPECT_FALSE(goesOn([](Item&, Item& item) { item.face = 1; }));
+    EXPECT_FALSE(goesOn([](Item&, Item& item) { item.size = 180; }));
+    EXPECT_FALSE(goesOn([](Item&, Item& item) { item.raised = 20; }));
+}
+
 TEST(Stretching, IsBehindBlanksAndBesideChineseCharacters) {
     EXPECT_TRUE(mayStretchBetween(itemOf(U' '), itemOf(U'a')));
     EXPECT_FALSE(mayStretchBetween(itemOf(U'a'), itemOf(U' ')));
@@ -202,6 +222,21 @@ TEST(GapsBetweenScripts, StandWhereTheParagraphWantsThem) {
     format.spacesLatin = true;
     format.spacesDigits = false;
     EXPECT_DOUBLE_EQ(gap(itemOf(U'一'), itemOf(U'7')), 0);
+}
+
+TEST(GapsBetweenScripts, StandNeitherBehindTheLastItemNorBesideWhatIsNoText) {
+    const word::ResolvedText look;
+    LineSetting setting;
+    setting.options.latinGap = 0.25;
+    std::vector<TextItem> items{itemOf(U'一'), itemOf(U'a'), itemOf(U'一'), itemOf(U'a')};
+    for (TextItem& item : items) {
+        item.format = &look;
+    }
+    items[1].kind = TextItem::Kind::picture;
+    items.pop_back();
+    EXPECT_EQ(gapsBehind(items, {}, setting), (std::vector<double>{0, 0, 0}));
+    items[1].kind = TextItem::Kind::character;
+    EXPECT_EQ(gapsBehind(items, {}, setting), (std::vector<double>{50, 50, 0}));
 }
 
 } // namespace

@@ -129,6 +129,26 @@ TEST_F(LineComposer, JustifiedLinesReachTheMarginButNotTheLast) {
     EXPECT_NEAR(rightOf(1), 2000, 0.1);
 }
 
+TEST_F(LineComposer, NothingIsAddedBehindTheLastCharacterOfAJustifiedLine) {
+    type(U"一二三四五六七八aaaaa甲乙");
+    format.alignment = LineAlignment::justified;
+    ASSERT_EQ(compose().size(), 2U);
+    const std::vector<float> advances = strips[0].layer.texts.back().advances;
+    ASSERT_EQ(advances.size(), 8U);
+    EXPECT_FLOAT_EQ(advances[7], 200);
+    EXPECT_NEAR(advances[6], 200 + 400.0 / 7, 0.01);
+}
+
+TEST_F(LineComposer, AnIndentInBothUnitsIsTheOneInCharactersAndInTheOfficeSuiteTheOneInTwips) {
+    type(U"一");
+    format.left = {500, 200};
+    EXPECT_DOUBLE_EQ(leftOf(0), 400);
+    setting.options.officeLines = true;
+    EXPECT_DOUBLE_EQ(leftOf(0), 500);
+    format.left.twips = 0;
+    EXPECT_DOUBLE_EQ(leftOf(0), 400);
+}
+
 TEST_F(LineComposer, LinesStandInTheMiddleOrAtTheRight) {
     type(U"一二");
     format.alignment = LineAlignment::centre;
