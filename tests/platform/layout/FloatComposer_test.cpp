@@ -148,6 +148,11 @@ TEST_F(FloatingShape, ATextOrDrawingThatIsNotThereIsNone) {
     EXPECT_FALSE(FloatComposer(shared).drawing(1, {}, {}));
 }
 
+TEST_F(FloatingShape, OneThatNamesNoTextShowsNoneOfTheDocument) {
+    document.tables.shapeTexts = {{std::make_shared<const word::Story>(story(u"一\r")), {}}};
+    EXPECT_TRUE(composed(1).texts.empty());
+}
+
 Strip stripOf(std::vector<PlacedText> texts, std::vector<PlacedPicture> pictures) {
     Strip strip;
     strip.layer.texts = std::move(texts);
@@ -176,6 +181,18 @@ TEST(TextWidth, ReachesFromTheFirstToTheLastOfAllTextsAndPictures) {
     EXPECT_DOUBLE_EQ(textWidth({stripOf({}, {picture})}), 30);
 }
 
+TEST(TextWidth, OfWhatStandsInFrontOfTheLinesBeginIsItsOwn) {
+    PlacedText text;
+    text.x = -500;
+    text.advances = {200};
+    PlacedPicture picture;
+    picture.x = -400;
+    picture.width = 50;
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({text}, {})}), 200);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({}, {picture})}), 50);
+    EXPECT_DOUBLE_EQ(textWidth({stripOf({text}, {picture})}), 200);
+}
+
 TEST_F(FloatingShape, UprightTextArtFillsItsArea) {
     const Layer layer = composedArt(0);
     ASSERT_EQ(layer.textArt.size(), 1U);
@@ -183,6 +200,30 @@ TEST_F(FloatingShape, UprightTextArtFillsItsArea) {
     EXPECT_DOUBLE_EQ(layer.textArt[0].width, 1000);
     EXPECT_DOUBLE_EQ(layer.textArt[0].height, 1000);
     EXPECT_EQ(layer.textArt[0].texts.at(0).text, u"AB");
+}
+
+// Fonts of these measures, without height or width where they are 0.
+class FlatFonts : public test::FixedFonts {
+public:
+    FlatFonts(double height, double width) : height_(height), width_(width) {}
+    double advance(FaceId, char32_t) override { return width_; }
+    FaceHeights heights(FaceId) override { return {height_, 0}; }
+
+private:
+    double height_;
+    double width_;
+};
+
+TEST_F(FloatingShape, TextArtWithoutHeightOrWidthIsNotShown) {
+    composedArt(0);
+    const auto countWith = [&](FlatFonts flat) {
+        StoryReader::Shared shared(source, flat);
+        const auto floating = FloatComposer(shared).drawing(0, {}, {});
+        return floating ? floating->layer.textArt.size() : 99;
+    };
+    EXPECT_EQ(countWith({0.8, 0.5}), 1U);
+    EXPECT_EQ(countWith({0, 0.5}), 0U);
+    EXPECT_EQ(countWith({0.8, 0}), 0U);
 }
 
 TEST_F(FloatingShape, TurnedTextArtKeepsItsProportionsAndTakesItsAreaAsItIsTurned) {

@@ -389,6 +389,20 @@ TEST(ShapeOutlines, SegmentsTellLinesAndCurvesBetweenThePoints) {
     EXPECT_EQ(path.points.back(), (PathPoint{0, 10}));
 }
 
+TEST(ShapeOutlines, ASegmentThatTakesPointsInAWayOfItsOwnEndsThePath) {
+    const auto stepsBehind = [](int segment) {
+        ShapeGeometry geometry;
+        geometry.vertices = arrayOf(0xFFF0, 2, {0, 0, 10, 0});
+        geometry.segments = arrayOf(2, 3, {0x4000, segment, 0x0001});
+        return ownOutline(geometry, {0, 0, 10, 10}, {}).steps.size();
+    };
+    EXPECT_EQ(stepsBehind(0xA900), 1U);
+    EXPECT_EQ(stepsBehind(0xAA00), 2U) << "how a point is edited";
+    EXPECT_EQ(stepsBehind(0x6000), 3U) << "the path is closed";
+    EXPECT_EQ(stepsBehind(0x8000), 1U) << "the path ends";
+    EXPECT_EQ(stepsBehind(0xC000), 1U);
+}
+
 TEST(ShapeOutlines, SegmentsWithoutTheirPointsAddNothing) {
     ShapeGeometry geometry;
     geometry.vertices = arrayOf(0xFFF0, 2, {0, 0, 10, 0});
