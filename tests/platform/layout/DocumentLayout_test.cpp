@@ -279,6 +279,12 @@ TEST_F(Pages, AFrameWithoutAWidthIsAsWideAsItsText) {
     type(u"框框\r", withSprm16({}, sprm::PDxaAbs, 0xFFFC)); // centred
     type(u"甲\r");
     EXPECT_NEAR(runWith(pages().at(0), u'框').x, 1800, 1);
+    main = {};
+    type(u"框\r宽宽宽\r", withSprm8(withSprm16({}, sprm::PDxaAbs, 0xFFFC), sprm::PJc, 2)); // right
+    type(u"甲\r");
+    const Page page = pages().at(0);
+    EXPECT_NEAR(runWith(page, u'宽').x, 1700, 1);
+    EXPECT_NEAR(runWith(page, u'框').x, 2100, 1) << "within the longest line";
 }
 
 TEST_F(Pages, ParagraphsInEqualFramesShareOne) {

@@ -2,11 +2,9 @@
 
 #include "platform/layout/PagedDocument.h"
 #include "platform/word/docfile/format/Dop.h"
-#include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/layout/BlockComposer.h"
-#include "support/Images.h"
 
 #include <algorithm>
 #include <utility>
@@ -105,87 +103,6 @@ TEST_F(PageContent, ALineBreakEndsItsLineWithinTheParagraph) {
     const Page page = pages().at(0);
     EXPECT_DOUBLE_EQ(textAt(page, u"下").baseline - textAt(page, u"上").baseline, 200);
     EXPECT_DOUBLE_EQ(textAt(page, u"下").x, textAt(page, u"上").x);
-}
-
-TEST_F(PageContent, APictureStandsInItsLineInItsSize) {
-    auto picture = *word::Picture::fromImage(test::png(96, 48));
-    picture.setWidth(1000);
-    picture.setHeight(500);
-    document.tables.blobs.push_back(picture.blob());
-    type(u"前\x01\r");
-    main.characters = {
-        {1, {}},
-        {1, intern(withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1))},
-        {1, {}}};
-    const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.pictures.size(), 1U);
-    const PlacedPicture& placed = page.layer.pictures[0];
-    EXPECT_EQ(placed.width, 1000);
-    EXPECT_EQ(placed.height, 500);
-    EXPECT_DOUBLE_EQ(placed.x, 1000 + 200) << "behind the character";
-    EXPECT_DOUBLE_EQ(placed.y, 1000);
-    EXPECT_EQ(placed.blob, document.tables.blobs[0]);
-}
-
-TEST_F(PageContent, APictureThatIsTooWideForThePlaceBesideAFrameGoesBelow) {
-    auto picture = *word::Picture::fromImage(test::png(96, 48));
-    picture.setWidth(1500);
-    picture.setHeight(500);
-    document.tables.blobs.push_back(picture.blob());
-    Bytes frame = withSprm16(withSprm16({}, sprm::PDxaWidth, 800), sprm::PWHeightAbs, 0x8000 | 400);
-    type(u"框\r", frame);
-    type(u"\x01\r");
-    main.characters = {
-        {2, {}},
-        {1, intern(withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1))},
-        {1, {}}};
-    const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.pictures.size(), 1U);
-    EXPECT_DOUBLE_EQ(page.layer.pictures[0].y, 1400);
-}
-
-TEST_F(PageContent, AFrameWithoutAWidthIsAsWideAsItsPictures) {
-    auto picture = *word::Picture::fromImage(test::png(96, 48));
-    picture.setWidth(400);
-    picture.setHeight(200);
-    document.tables.blobs.push_back(picture.blob());
-    const Bytes shown = withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1);
-    type(u"\x01\x01\r", withSprm16({}, sprm::PDxaAbs, 0xFFFC)); // centred
-    type(u"甲\r");
-    main.characters = {{2, intern(shown)}, {3, {}}};
-    const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.pictures.size(), 2U);
-    EXPECT_NEAR(page.layer.pictures[0].x, 1600, 1);
-    EXPECT_NEAR(page.layer.pictures[1].x, 2000, 1);
-}
-
-TEST_F(PageContent, InTheOfficeSuiteAFrameOfOnePictureHangsInTheNextParagraphsLine) {
-    auto picture = *word::Picture::fromImage(test::png(96, 48));
-    picture.setWidth(400);
-    picture.setHeight(200);
-    document.tables.blobs.push_back(picture.blob());
-    const Bytes shown = withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1);
-    const auto typeFramed = [&](unsigned across) {
-        main = {};
-        Bytes frame = withSprm16({}, sprm::PDxaAbs, across);
-        frame = withSprm16(withSprm16(frame, sprm::PDxaFromText, 100), sprm::PDyaFromText, 50);
-        type(u"\x01\r", frame);
-        type(u"甲\r乙\r");
-        main.characters = {{1, intern(shown)}, {5, {}}};
-    };
-    options = officeOptions();
-    typeFramed(301);
-    const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.pictures.size(), 1U);
-    EXPECT_DOUBLE_EQ(page.layer.pictures[0].x, 1100);
-    EXPECT_DOUBLE_EQ(page.layer.pictures[0].y, 1160 + 50);
-    EXPECT_DOUBLE_EQ(textAt(page, u"甲").x, 1600);
-    EXPECT_NEAR(textAt(page, u"甲").baseline, 1160, 0.02);
-    EXPECT_NEAR(textAt(page, u"乙").baseline, 1160 + 300 + 160, 0.02);
-    typeFramed(0xFFF8); // at the right margin
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"甲").x, 1500);
-    options = {};
-    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"甲").x, 1000);
 }
 
 // A character that stands for that code of the font Symbol, the third of the document.
@@ -322,6 +239,22 @@ TEST_F(PageContent, ACellMergedDownHoldsItsTextOnce) {
     typeRow({u"不", u"乙"}, {0, 1000, 2000}, {0x20, 0});
     type(u"\r");
     EXPECT_EQ(textOf(pages().at(0)), u"高甲乙");
+}
+
+TEST_F(PageContent, ACellMergedAcrossHoldsItsTextOnceUnlessItIsTheFirst) {
+    typeRow({u"并", u"不", u"后"}, {0, 600, 1200, 1800}, {1, 2, 0});
+    typeRow({u"首", u"甲"}, {0, 600, 1200}, {2, 0});
+    type(u"\r");
+    EXPECT_EQ(textOf(pages().at(0)), u"并后首甲");
+}
+
+TEST_F(PageContent, ARowMayDefineMoreCellsThanItHas) {
+    typeRow({u"一", u"二", u"三"}, {0, 600, 1200, 1800});
+    main.text.erase(4, 2); // the third cell's
+    main.characters.erase(main.characters.begin() + 4, main.characters.begin() + 6);
+    main.paragraphs.erase(main.paragraphs.begin() + 2);
+    type(u"尾\r");
+    EXPECT_EQ(textOf(pages().at(0)), u"一二尾");
 }
 
 TEST_F(PageContent, CellsMergedAcrossLeaveTheOthersAtTheirPlaces) {
