@@ -166,6 +166,20 @@ TEST_F(StoryReading, InTheOfficeSuiteABreakBehindAParagraphsEndIsNoneAndOneBehin
     EXPECT_FALSE(read(1).startsPage);
 }
 
+TEST_F(StoryReading, InTheOfficeSuiteABreakBehindOneThatIsNoneIsOne) {
+    options = officeOptions();
+    const auto kinds = [&](const std::u16string& breaks) {
+        main = story(u"甲\r" + breaks + u"\f丙\r");
+        main.paragraphs = {{2, 0, {}}};
+        main.paragraphs.insert(main.paragraphs.end(), breaks.size(), {1, 0, {}});
+        main.paragraphs.push_back({3, 0, {}});
+        return kindsOf(read(main.paragraphs.size() - 1).items);
+    };
+    EXPECT_EQ(kinds(u""), (std::vector{Kind::character}));
+    EXPECT_EQ(kinds(u"\f"), (std::vector{Kind::pageBreak, Kind::character}));
+    EXPECT_EQ(kinds(u"\f\f"), (std::vector{Kind::character}));
+}
+
 TEST_F(StoryReading, InTheOfficeSuiteAParagraphOfABreakAloneIsLeftOutBehindAnotherOne) {
     const auto isLeftOut = [&](const std::u16string& text, std::vector<word::ParagraphRun> runs) {
         main = story(text);
@@ -207,6 +221,23 @@ TEST_F(StoryReading, ALabelMayBeHiddenOrASymbol) {
     EXPECT_EQ(read().items.at(0).character, U'±');
     level.character = intern(withSprm8({}, sprm::CFVanish, 1));
     EXPECT_EQ(read().items.size(), 1U);
+}
+
+TEST_F(StoryReading, ALabelWithoutTextThatNothingFollowsIsNone) {
+    behindLabel(2);
+    word::ListLevel& level = document.tables.listDefinitions[0].levels[0];
+    level.text.clear();
+    level.head[6] = 0;
+    const auto found = read().items;
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_FALSE(found[0].isLabel || found[0].endsLabel);
+}
+
+TEST_F(StoryReading, OnlyABracketStandsForTheSymbolOfItsRun) {
+    document.tables.fonts.push_back(word::makeFont(u"Symbol"));
+    const Bytes arrow = withSprm32({}, sprm::CSymbol, (0xF0AEU << 16U) | 2U);
+    EXPECT_EQ(characters(u"a(甲", arrow), U"a→甲");
+    EXPECT_EQ(characters(u"(", withSprm8({}, sprm::CFSpec, 1)), U"(");
 }
 
 TEST_F(StoryReading, AReferenceWithoutANoteIsNotSeen) { EXPECT_EQ(characters(u"甲\u0002"), U"甲"); }
@@ -316,6 +347,23 @@ TEST_F(FontsOfText, BoldItalicAndChineseAreAskedForApart) {
     EXPECT_EQ(request(u"a", withSprm8(look(0), sprm::CFItalic, 1)),
               (FaceRequest{u"拉丁", false, true, false}));
     EXPECT_EQ(request(u"甲", look(0)), (FaceRequest{u"中文", false, false, true}));
+}
+
+TEST_F(FontsOfText, OneFontHasAFaceForEachLookAndScript) {
+    const Bytes both = withSprm16(withSprm16({}, sprm::CRgFtc0, 1), sprm::CRgFtc1, 1);
+    main = story(u"abc甲\r");
+    main.characters = {{1, intern(both)},
+                       {1, intern(withSprm8(both, sprm::CFBold, 1))},
+                       {1, intern(withSprm8(both, sprm::CFItalic, 1))},
+                       {2, intern(both)}};
+    std::vector<FaceRequest> requests;
+    for (const TextItem& item : read(0, &asked).items) {
+        requests.push_back(asked.asked.at(item.face));
+    }
+    EXPECT_EQ(requests, (std::vector<FaceRequest>{{u"中文", false, false, false},
+                                                  {u"中文", true, false, false},
+                                                  {u"中文", false, true, false},
+                                                  {u"中文", false, false, true}}));
 }
 
 TEST_F(FontsOfText, AFontThatIsNotThereHasNoNameAndInTheOfficeSuiteSerif) {

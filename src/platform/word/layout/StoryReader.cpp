@@ -240,9 +240,7 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
     for (TextItem& item : result.items) {
         item.isLabel = true;
     }
-    if (!result.items.empty()) {
-        result.items.back().endsLabel = true;
-    }
+    result.items.back().endsLabel = true; // a label has text
 }
 
 void StoryReader::readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
