@@ -165,7 +165,7 @@ std::vector<double> gapsBehind(std::vector<TextItem>& items, const word::Resolve
 bool mayBreakBetween(const TextItem& before, const TextItem& after,
                      const word::ResolvedParagraph& format) {
     using Kind = TextItem::Kind;
-    if (before.kind == Kind::optionalHyphen || after.kind == Kind::optionalHyphen) {
+    if (after.kind == Kind::optionalHyphen) {
         return before.kind == Kind::optionalHyphen;
     }
     if (!isText(before) || !isText(after)) {
