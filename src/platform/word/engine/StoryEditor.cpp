@@ -88,9 +88,7 @@ void StoryEditor::eraseSelection() {
         at_.start = at_.end = std::min(at_.start, story_.size() - 1);
         return;
     }
-    const PropertyListId typing = at_.typing;
     eraseWhole(at_.start, at_.end);
-    at_.typing = typing;
 }
 
 void StoryEditor::erase(Cp count) {
