@@ -36,12 +36,12 @@ protected:
         EXPECT_EQ(shown(), entries);
         EXPECT_EQ(instruction(), code);
     }
-    // What the contents show, a line an entry.
-    std::u16string shown() {
+    // What those contents show, a line an entry.
+    std::u16string shown(std::size_t contents = 0) {
         const auto fields = word::contentsFields(story());
         std::u16string result;
         std::u16string line;
-        for (const char16_t c : story().text(fields.at(0).start, fields[0].end)) {
+        for (const char16_t c : story().text(fields.at(contents).start, fields[contents].end)) {
             line += c == u'\t' ? u'>' : c;
         }
         const auto code = line.find(u'\x14');

@@ -54,6 +54,29 @@ TEST_F(ContentsTest, ListHeadingsWithTheirPages) {
     EXPECT_EQ(pages.asksFor, (std::vector<std::u16string>{u"第一章", u"第一节"}));
 }
 
+TEST_F(ContentsTest, AllOfADocumentGetTheirPages) {
+    twoHeadings();
+    addAt(2);
+    addAt(static_cast<int>(story().size()) - 1);
+    pages.numbers = {100, 2000};
+    document().SaveAs(folder.path() / "a.doc");
+    ASSERT_EQ(contentsFields(story()).size(), 2U);
+    EXPECT_EQ(shown(0), u"第一章>100|第一节>2000|");
+    EXPECT_EQ(shown(1), u"第一章>100|第一节>2000|");
+}
+
+TEST_F(ContentsTest, StandInThePlaceOfTheTextThatTheyAreGiven) {
+    type(u"目录");
+    selection().TypeParagraph();
+    type(u"占位");
+    selection().TypeParagraph();
+    heading(u"第一章", u'1');
+    document().tablesOfContents().Add(*document().Range(3, 5), {});
+    EXPECT_EQ(text().find(u"占位"), std::u16string::npos);
+    EXPECT_EQ(contentsFields(story()).at(0).start, 3U);
+    EXPECT_EQ(shown(), u"第一章>1|");
+}
+
 TEST_F(ContentsTest, AreLeftAsTheyAreWhenNoPagesAreKnown) {
     twoHeadings();
     addAt(2);
@@ -185,6 +208,24 @@ TEST_F(ContentsTest, TabLeaderIsThatOfTheContentsStyles) {
         EXPECT_EQ(tabs->operand[5], 2 | (4 << 3));
         EXPECT_EQ(tabs->operand[3] | (tabs->operand[4] << 8), 11906 - 2 * 1797);
     }
+}
+
+TEST_F(ContentsTest, TabsOfTheirStyleThatAreNoneOfTheirOwnGiveWayToOneAtTheEdgeOfTheText) {
+    twoHeadings();
+    TableOfContents& contents = addAt(2);
+    DocumentTables& tables = document().read().tables();
+    auto& style = *tables.styles.styles.at(styleNamed(tables.styles, u"目录 1").value());
+    const auto positionBehind = [&](const Bytes& tabs) {
+        const Bytes list = withSprm({}, sprm::PChgTabsPapx, tabs);
+        style.paragraph = tables.lists.intern(withSprm16(list, sprm::PDxaLeft80, 420));
+        contents.setTabLeader(TabLeader::heavy);
+        return tabPosition();
+    };
+    constexpr int edge = 11906 - 2 * 1797;
+    EXPECT_EQ(positionBehind({5, 0, 1, 0x10, 0x20, 2}), 0x2010);
+    EXPECT_EQ(positionBehind({2, 0, 0}), edge) << "there is none";
+    EXPECT_EQ(positionBehind({4, 1, 0x10, 0x20, 0}), edge) << "one is taken away";
+    EXPECT_EQ(positionBehind({7, 1, 0x30, 0x40, 1, 0x10, 0x20, 2}), edge);
 }
 
 TEST_F(ContentsTest, DeleteTakesTheContentsWithTheirParagraphs) {
