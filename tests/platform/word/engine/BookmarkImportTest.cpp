@@ -1,3 +1,4 @@
+#include "platform/word/engine/BookmarkImport.h"
 #include "platform/word/docfile/document/DataBlobs.h"
 #include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/DocumentOpening.h"
@@ -85,6 +86,12 @@ TEST(BookmarkImport, BookmarksOfNotesShapesAndHeadersComeAndAreNamedAnewTogether
                 ElementsAre(u"\u0013REF head_2\u0015b\r", u"box_2 12 13"));
     EXPECT_THAT(namesAndTexts(*joined(target.last.headers.at(0)[1])),
                 ElementsAre(u"h\u0013REF main_2\u0015\r", u"head_2 0 1"));
+}
+
+TEST(BookmarkImport, FieldsOfAllTextsSpeakOfBookmarks) {
+    SourceDocument source = documentWithBookmarksEverywhere();
+    EXPECT_THAT(namesInFields(source.document()),
+                testing::UnorderedElementsAre(u"note", u"box", u"head", u"main"));
 }
 
 // All bookmarks of what came in last.
@@ -199,6 +206,20 @@ TEST(RenamedFields, WhatIsComparedIsNamedAnewAndWhatIsShownIsNot) {
     EXPECT_EQ(codeAfterRenaming(u"COMPARE \"总价\" = \"x\""), u"COMPARE \"总价\" = \"x\"");
     EXPECT_EQ(codeAfterRenaming(u"COMPARE 总价 = \"x\""), u"COMPARE 总价_2 = \"x\"");
     EXPECT_EQ(codeAfterRenaming(u"IF 总价"), u"IF 总价");
+}
+
+TEST(RenamedFields, APictureInTheCodeOfALinkStaysWithItsNewName) {
+    SourceDocument source;
+    source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1}));
+    source.run(u"\u0013HYPERLINK \\l \"bm\" ");
+    source.run(u"\u0001", sprm32(sprm::CPicLocation, 0) + sprm8(sprm::CFSpec, 1));
+    source.run(u"\u0014x\u0015\r");
+    source.endParagraph();
+    source.data.bookmarks = {{u"bm", 0, 3, 0}};
+    ImportTarget target;
+    target.import(source.document());
+    target.import(source.document());
+    EXPECT_EQ(target.last.text->text, u"\u0013HYPERLINK \\l \"bm_2\" \u0001\u0014x\u0015\r");
 }
 
 // NilPICFAndBinData with an FFData of a text field.

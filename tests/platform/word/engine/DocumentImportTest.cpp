@@ -481,6 +481,19 @@ TEST(ImportedLists, OverridesOfOneListStayOverridesOfOneList) {
     EXPECT_EQ(target.tables.listOverrides[1].levels.at(0).startAt, 5);
 }
 
+TEST(ImportedLists, OverridesThatChangeNothingAreOneAndTheSameList) {
+    SourceDocument source;
+    const std::uint16_t list = source.addList(1, 0);
+    source.data.tables.listOverrides.push_back({1, 0, 0, {}});
+    source.paragraph(u"x", 0, sprm16(sprm::PIlfo, list));
+    source.paragraph(u"y", 0, sprm16(sprm::PIlfo, list + 1U));
+    ImportTarget target;
+    target.import(source.document());
+    EXPECT_EQ(target.tables.listOverrides.size(), 1U);
+    EXPECT_EQ(operand16(target.paragraphList(0), sprm::PIlfo), 1);
+    EXPECT_EQ(operand16(target.paragraphList(1), sprm::PIlfo), 1);
+}
+
 TEST(ImportedLists, EqualListsOfBulletsAreShared) {
     SourceDocument source;
     const std::uint16_t list = source.addList(9, 23);
@@ -731,6 +744,10 @@ TEST(ImportedLists, AStyleOfAListThatNothingUsesStaysBehind) {
     target.import(source.document());
     EXPECT_TRUE(listStylesOf(target.tables).empty());
     EXPECT_TRUE(target.tables.listDefinitions.empty());
+    source.paragraph(u"1", 0, sprm16(sprm::PIlfo, source.addList(8, 0)));
+    target.import(source.document());
+    EXPECT_TRUE(listStylesOf(target.tables).empty()) << "another list came along";
+    EXPECT_EQ(target.tables.listDefinitions.size(), 1U);
 }
 
 TEST(ImportedLists, UnderTheNameOfAListStyleTheTargetsStands) {

@@ -123,6 +123,21 @@ TEST(FieldCodes, AFieldInACodeIsNoPartOfItAndPartsItsWords) {
     EXPECT_EQ(textsOf(words[2]), (Names{u"RE", u"F", u"x"}));
 }
 
+TEST(FieldCodes, MarksBehindNoBeginningAreNoField) {
+    Story story;
+    story.text = u"\x14\x15{PAGE}";
+    story.fields = {{0, fieldSeparator, 0}, {1, fieldEnd, 0}};
+    EXPECT_TRUE(fieldWords(story).empty());
+    EXPECT_TRUE(fieldPlaces(story).empty());
+    story.text = u"\x15\x13PAGE\x15\x15";
+    story.fields = {{0, fieldEnd, 0}, {1, fieldBegin, 33}, {6, fieldEnd, 0}, {7, fieldEnd, 0}};
+    ASSERT_EQ(fieldWords(story).size(), 1U);
+    EXPECT_EQ(textsOf(fieldWords(story)[0]), Names{u"PAGE"});
+    ASSERT_EQ(fieldPlaces(story).size(), 1U);
+    EXPECT_EQ(fieldPlaces(story)[0].begin, 1U);
+    EXPECT_EQ(fieldPlaces(story)[0].end, 6U);
+}
+
 TEST(FieldCodes, PlacesOfFieldsComeInTheOrderInWhichTheyEnd) {
     const auto places = fieldPlaces(storyOf(u"a{b{c}d|e}f"));
     ASSERT_EQ(places.size(), 2U);

@@ -193,8 +193,10 @@ TEST_F(StyleDifferences, AListOfTheTargetsStyleIsSwitchedOff) {
     const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420));
     const Bytes result = under({}, sprm16(sprm::PIlfo, list));
     EXPECT_EQ(operand16(result, sprm::PIlfo), 0);
-    EXPECT_EQ(operand16(result, sprm::PDxaLeft80), 0);
-    EXPECT_EQ(operand16(result, sprm::PDxaLeft180), 0);
+    for (const SprmOpcode indent :
+         {sprm::PDxaLeft80, sprm::PDxaLeft, sprm::PDxaLeft180, sprm::PDxaLeft1}) {
+        EXPECT_EQ(operand16(result, indent), 0) << indent;
+    }
 }
 
 TEST_F(StyleDifferences, ADirectListKeepsTheIndentsOfItsLevel) {

@@ -82,6 +82,30 @@ TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
     target.import(source.document());
     EXPECT_EQ(target.styleOfParagraph().name, u"引文");
     EXPECT_EQ(target.styleOfParagraph().basedOn, StyleDefinition::none);
+    EXPECT_TRUE(target.last.changed.empty()) << "it keeps its name";
+}
+
+TEST(ImportedStyleLinks, WhatABaseSaysThatIsNoneDoesNotComeIntoTheStyle) {
+    SourceDocument source;
+    const StyleIndex letters = source.addStyle(own(StyleKind::character, u"字"));
+    source.style(letters).character = source.list(sprm8(sprm::CFBold, 1));
+    const StyleIndex one = source.addStyle(own(StyleKind::paragraph, u"一", letters + 2U));
+    const StyleIndex two = source.addStyle(own(StyleKind::paragraph, u"二", one));
+    const StyleIndex over = source.addStyle(own(StyleKind::paragraph, u"引文", letters));
+    source.style(one).character = source.list(sprm8(sprm::CFItalic, 1));
+    source.style(one).paragraph = source.list(sprm8(sprm::PFKeep, 1));
+    source.paragraph(u"x", one); // in a circle with the other
+    source.paragraph(u"y", two);
+    source.paragraph(u"z", over);
+    ImportTarget target;
+    target.import(source.document());
+    for (const std::size_t paragraph : {1U, 2U}) {
+        const StyleDefinition& style = target.styleOfParagraph(paragraph);
+        EXPECT_EQ(style.basedOn, StyleDefinition::none);
+        EXPECT_EQ(operand8(target.tables.lists[style.character], sprm::CFBold), -1) << paragraph;
+        EXPECT_EQ(operand8(target.tables.lists[style.character], sprm::CFItalic), -1) << paragraph;
+        EXPECT_EQ(operand8(target.tables.lists[style.paragraph], sprm::PFKeep), -1) << paragraph;
+    }
 }
 
 TEST(ImportedStyleLinks, ATableStyleOverAnotherBaseIsAnotherStyle) {
