@@ -143,6 +143,31 @@ TEST_F(SectionInsertion, HeadingsInFrontGoOntoTheLandscapePage) {
     EXPECT_EQ(formats(), u"PPLLLLLLPPPP");
 }
 
+TEST_F(SectionInsertion, AHeadingInFrontOfOtherTextStaysWithIt) {
+    type(u"w");
+    selection().TypeParagraph();
+    type(u"一");
+    selection().setStyle(document().styles().Item(u"标题 1"));
+    selection().TypeParagraph();
+    type(u"x");
+    selection().TypeParagraph();
+    insert({landscape(), portrait()});
+    EXPECT_EQ(text(), u"w\r一\rx\fA\fB\r\r");
+    EXPECT_EQ(formats(), u"PPPPPPLLPPP");
+}
+
+TEST_F(SectionInsertion, AnEmptyParagraphBehindAHeadingGoesWithIt) {
+    type(u"w");
+    selection().TypeParagraph();
+    type(u"一");
+    selection().setStyle(document().styles().Item(u"标题 1"));
+    selection().TypeParagraph();
+    selection().TypeParagraph();
+    insert({landscape(), portrait()});
+    EXPECT_EQ(text(), u"w\f一\r\rA\fB\r\r");
+    EXPECT_EQ(formats(), u"PPLLLLLPPP");
+}
+
 TEST_F(SectionInsertion, AHeadingThatEndsTheSectionInFrontStaysThere) {
     type(u"x");
     selection().TypeParagraph();

@@ -4,6 +4,7 @@
 #include "platform/word/engine/ParagraphChange.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "support/ContentBuilder.h"
+#include "support/Errors.h"
 
 #include <gmock/gmock.h>
 
@@ -126,6 +127,21 @@ TEST(IndentEdges, TheMarkOfATableRowIsNotIndented) {
     EXPECT_NE(change(text).properties, text.properties);
 }
 
+TEST(IndentEdges, TheMarksOfRowsInTablesAndInCellsKeepTheirLook) {
+    DocumentTables tables = word::importing::plainTables();
+    const std::vector<LookChange> changes{indentChange(tables, 2, 210),
+                                          alignmentChange(tables.lists, Alignment::center),
+                                          styleChange(tables.lists, 3)};
+    for (const LookChange& change : changes) {
+        for (const SprmOpcode kind : {sprm::PFTtp, sprm::PFInnerTtp}) {
+            const ParagraphLook mark{0, tables.lists.intern(withSprm8({}, kind, 1))};
+            EXPECT_EQ(change(mark), mark) << kind;
+            const ParagraphLook text{0, tables.lists.intern(withSprm8({}, kind, 0))};
+            EXPECT_NE(change(text), text) << kind;
+        }
+    }
+}
+
 TEST(NoteEdges, ADrawingInTheTextOfANoteIsTakenOutAndNamed) {
     word::importing::SourceDocument source;
     source.run(u"a");
@@ -229,6 +245,30 @@ TEST_F(PageNumberEdges, TheChaptersOfPageNumbersAreHeadingsOneToNine) {
         numbers.setIncludeChapterNumber(true);
         const PropertyListId page = document().read().sections().properties(0);
         EXPECT_EQ(sprmValue(lists()[page], sprm::SiHeadingPgn, 0), level) << given;
+    }
+}
+
+TEST_F(PageNumberEdges, TheFirstNumberIsOneThatTwoBytesHold) {
+    PageNumbers& numbers = selection().Sections(1).Footers(1).PageNumbers();
+    const auto first = [&] {
+        return sprmValue(lists()[document().read().sections().properties(0)], sprm::SPgnStart97, 1);
+    };
+    for (const int good : {0, 65535, 7}) {
+        numbers.setStartingNumber(good);
+        EXPECT_EQ(first(), static_cast<unsigned>(good));
+    }
+    for (const int bad : {-1, 65536}) {
+        EXPECT_TRUE(errorNumberOf([&] { numbers.setStartingNumber(bad); })) << bad;
+        EXPECT_EQ(first(), 7U);
+    }
+}
+
+TEST_F(PageNumberEdges, TheSignBehindTheChapterIsTheOneThatIsSet) {
+    PageNumbers& numbers = selection().Sections(1).Footers(1).PageNumbers();
+    for (const int sign : {3, 0, 4}) {
+        numbers.setChapterPageSeparator(sign);
+        const PropertyListId page = document().read().sections().properties(0);
+        EXPECT_EQ(sprmValue(lists()[page], sprm::ScnsPgn, 9), static_cast<unsigned>(sign));
     }
 }
 

@@ -81,6 +81,18 @@ protected:
     Bytes list = rowWith({0, 1000, 2000, 3000});
 };
 
+TEST_F(Rows, ADefinitionThatEndsBeforeItsCellsHasNone) {
+    const auto cellsWith = [&](const Bytes& operand) {
+        list = {sprm::TDefTable & 0xFF, sprm::TDefTable >> 8};
+        addBytes(list, operand);
+        return cells().size();
+    };
+    EXPECT_EQ(cellsWith({1, 0}), 0U);
+    EXPECT_EQ(cellsWith({2, 0, 1}), 0U);
+    EXPECT_EQ(cellsWith({5, 0, 1, 0, 0, 100}), 0U) << "the second edge is cut";
+    EXPECT_EQ(cellsWith({6, 0, 1, 0, 0, 100, 0}), 1U);
+}
+
 using Widths = std::array<int, 4>; // top, left, bottom, right
 
 Widths sidesOf(const ResolvedCell& cell) {
