@@ -126,10 +126,12 @@ TEST(FormattingRules, PositionsOfAPageMustAscend) {
 }
 
 TEST(FormattingRules, PageMustHaveAPossibleCount) {
-    const Bytes file = changed(SoundDocument(), [](WordStreams& streams, const Fib& fib) {
-        streams.wordDocument[pageAt(streams, fib, FibPair::PlcfBtePapx) + 511] = 200;
-    });
-    EXPECT_EQ(brokenRules(file).count("fkp.count"), 1U);
+    for (const std::uint8_t count : {std::uint8_t{0}, std::uint8_t{200}}) {
+        const Bytes file = changed(SoundDocument(), [&](WordStreams& streams, const Fib& fib) {
+            streams.wordDocument[pageAt(streams, fib, FibPair::PlcfBtePapx) + 511] = count;
+        });
+        EXPECT_EQ(brokenRules(file).count("fkp.count"), 1U) << int{count};
+    }
 }
 
 TEST(FormattingRules, PropertiesMustLieInThePage) {
@@ -210,6 +212,8 @@ TEST(PropertyRules, ListReferenceMayBeNegatedAndStillMustExist) {
 TEST(PropertyRules, ListLevelMustExist) {
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 13)), Rules{"sprm.level"});
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 12)), Rules{});
+    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 11)), Rules{"sprm.level"});
+    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 9)), Rules{"sprm.level"});
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 8)), Rules{});
 }
 

@@ -123,7 +123,7 @@ private:
     void level(std::uint32_t ilvl) {
         constexpr std::uint32_t last = 8;
         constexpr std::uint32_t bodyOfOldNumbering = 0xC; // kept by numbering as Word 95 did
-        if (ilvl > last && ilvl > bodyOfOldNumbering) {
+        if (ilvl > last && ilvl != bodyOfOldNumbering) {
             findings_.add("sprm.level", where_ + u"：列表级别 " + digits(ilvl) + u" 不存在");
         }
     }
