@@ -62,8 +62,16 @@ TEST_F(Container, HeaderMustHaveItsFixedValues) {
 }
 
 TEST_F(Container, VersionMustFitTheSectorSize) {
-    put16(file, 26, 4);
-    EXPECT_TRUE(breaks("cfb.header"));
+    const auto breaksHeader = [this](unsigned version, unsigned sectorShift) {
+        put16(file, 26, version);
+        put16(file, 30, sectorShift);
+        return breaks("cfb.header");
+    };
+    EXPECT_FALSE(breaksHeader(3, 9));
+    EXPECT_TRUE(breaksHeader(4, 9));
+    EXPECT_TRUE(breaksHeader(3, 12));
+    EXPECT_FALSE(breaksHeader(4, 12));
+    EXPECT_TRUE(breaksHeader(5, 12));
 }
 
 TEST_F(Container, HeaderMustCountTheFatSectors) {
@@ -103,6 +111,7 @@ TEST_F(Container, ChainMustEnd) {
     const std::uint32_t first = firstSectorOf(u"WordDocument");
     put32(file, fatAt(first + 1), first);
     EXPECT_TRUE(breaks("cfb.chain.cycle"));
+    EXPECT_FALSE(breaks("cfb.chain.shared"));
 }
 
 TEST_F(Container, ChainMustNotRunIntoNowhere) {
@@ -113,6 +122,7 @@ TEST_F(Container, ChainMustNotRunIntoNowhere) {
 TEST_F(Container, SectorMustHaveOneOwner) {
     put32(file, entryAt(u"WordDocument") + 116, get32(file, 48)); // the directory's
     EXPECT_TRUE(breaks("cfb.chain.shared"));
+    EXPECT_FALSE(breaks("cfb.chain.cycle"));
 }
 
 TEST_F(Container, ChainMustBeAsLongAsItsStream) {

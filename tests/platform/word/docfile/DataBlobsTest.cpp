@@ -32,6 +32,21 @@ TEST(DataBlobs, LengthsThatContradictTheStreamAreNoBlob) {
     EXPECT_FALSE(dataBlobAt(blob(20, 0), 0)); // shorter than its head
 }
 
+TEST(DataBlobs, AHeadOfFourteenBytesIsTheShortestBlob) {
+    const auto sizeOf = [](std::uint8_t size, std::uint8_t headSize) {
+        Bytes stream(size, 0);
+        stream[0] = size;
+        stream[4] = headSize;
+        const auto found = dataBlobAt(stream, 0);
+        return found ? found->size() : 0;
+    };
+    EXPECT_EQ(sizeOf(14, 14), 14U);
+    EXPECT_EQ(sizeOf(15, 14), 15U);
+    EXPECT_EQ(sizeOf(13, 13), 0U);
+    EXPECT_EQ(sizeOf(15, 13), 0U);
+    EXPECT_EQ(sizeOf(14, 15), 0U);
+}
+
 TEST(DataBlobs, CollectorTakesEachOffsetOnce) {
     const Bytes stream = test::joined({blob(80, 1), blob(100, 2)});
     std::vector<DataBlob> blobs;

@@ -51,6 +51,15 @@ TEST(OleStreams, TextsAreUtf8AndEmptyOnesLeftOut) {
     EXPECT_EQ(numberAt(bytes, 72), 4U); // author
 }
 
+TEST(OleStreams, ValuesBeginAtMultiplesOfFourBytes) {
+    for (std::size_t size = 1; size <= 4; ++size) {
+        const Bytes bytes = encodeSummary({std::u16string(size, u'a'), u"", u"author"});
+        const std::uint32_t title = numberAt(bytes, 68);
+        EXPECT_EQ(title % 4, 0U);
+        EXPECT_EQ(numberAt(bytes, 76), title + (size < 4 ? 12 : 16)) << size;
+    }
+}
+
 // One set with one value: `type`, a length, four bytes.
 Bytes setOfOneValue(std::uint32_t type, std::uint32_t length) {
     LittleEndianWriter out;
