@@ -95,101 +95,6 @@ TEST(PositionRules, PositionsMayReachOverTheLastMarkAndTheTablesOwnEnd) {
     EXPECT_EQ(rulesReaching(all + 3), Rules{"plc.limit"});
 }
 
-// --- styles -------------------------------------------------------------------------------------
-
-class StyleRules : public ::testing::Test {
-protected:
-    StyleDefinition& style(std::size_t istd) { return *document.styles.styles.at(istd); }
-    Rules rules() const { return brokenRules(document.bytes()); }
-
-    SoundDocument document;
-};
-
-TEST_F(StyleRules, BaseMustExistAndBeOfItsKind) {
-    style(16).basedOn = 18;
-    EXPECT_EQ(rules(), Rules{"style.base"});
-    style(16).basedOn = 15;
-    EXPECT_EQ(rules(), Rules{"style.base"});
-}
-
-TEST_F(StyleRules, BasesMustNotRunInACircle) {
-    style(1).basedOn = 16;
-    style(16).basedOn = 1;
-    EXPECT_EQ(rules(), Rules{"style.cycle"});
-}
-
-TEST_F(StyleRules, NextStyleMustExist) {
-    style(16).next = 18;
-    EXPECT_EQ(rules(), Rules{"style.next"});
-}
-
-TEST_F(StyleRules, LinkedStyleMustExist) {
-    style(16).link = 18;
-    EXPECT_EQ(rules(), Rules{"style.link"});
-}
-
-TEST_F(StyleRules, NamesMustBeThereAndBeUnique) {
-    style(16).name = u"Strong";
-    EXPECT_EQ(rules(), Rules{"style.unique"});
-    style(16).name.clear();
-    EXPECT_EQ(rules(), Rules{"style.name"});
-}
-
-TEST_F(StyleRules, AliasesMustNotBeNamesOfOthers) {
-    style(16).aliases = u"text,Plain";
-    EXPECT_EQ(rules(), Rules{});
-    style(16).aliases = u"text,Strong";
-    EXPECT_EQ(rules(), Rules{"style.unique"});
-    style(16).aliases = u"text";
-    style(1).aliases = u"h1,text";
-    EXPECT_EQ(rules(), Rules{"style.unique"});
-}
-
-TEST_F(StyleRules, PropertiesAreChecked) {
-    style(16).character = document.lists.intern(withSprm16({}, sprm::CRgFtc0, 9));
-    EXPECT_EQ(rules(), Rules{"sprm.font"});
-    style(16).character = PropertyListId::empty;
-    style(16).paragraph = document.lists.intern(withSprm8({}, sprm::CFBold, 1));
-    EXPECT_EQ(rules(), Rules{"sprm.group"});
-}
-
-// The entry of style 16 in the written sheet: where its STD begins.
-std::size_t styleAt(const Bytes& sheet, std::size_t istd) {
-    std::size_t at = 2 + (sheet[0] | (sheet[1] << 8));
-    for (std::size_t i = 0; i < istd; ++i) {
-        const std::size_t size = sheet[at] | (sheet[at + 1] << 8);
-        at += 2 + size + size % 2;
-    }
-    return at + 2;
-}
-
-TEST_F(StyleRules, ParagraphPropertiesMustNameTheirStyle) {
-    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
-    const std::size_t at = styleAt(sheet, 16);
-    put16(sheet, at + 18 + 2 + 2 * 4 + 2 + 2, 3); // Stdf, the name "Body", cbUpx
-    document.file.parts[FibPair::Stshf] = sheet;
-    EXPECT_EQ(rules(), Rules{"style.papx"});
-}
-
-TEST_F(StyleRules, EntryMustBeWhole) {
-    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
-    put16(sheet, styleAt(sheet, 16) + 18, 0x7000); // the name's length
-    document.file.parts[FibPair::Stshf] = sheet;
-    EXPECT_EQ(rules(), Rules{"style.parse"});
-}
-
-TEST_F(StyleRules, HeadMustCountEnoughStyles) {
-    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
-    put16(sheet, 4, 0x0C); // cbSTDBaseInFile
-    document.file.parts[FibPair::Stshf] = sheet;
-    EXPECT_EQ(rules().count("style.head"), 1U);
-}
-
-TEST_F(StyleRules, NormalStyleMustExist) {
-    document.styles.styles[0].reset();
-    EXPECT_EQ(rules().count("style.normal"), 1U);
-}
-
 // --- fonts and authors --------------------------------------------------------------------------
 
 TEST(FontRules, TableMustBeWhole) {
@@ -445,16 +350,6 @@ TEST(HeaderRules, StoryMustEndWithAParagraphMark) {
     stories.resize(19, 1); // in the middle of the text
     stories.push_back(4);
     EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.mark"});
-}
-
-TEST(NoteRules, EveryReferenceMustHaveItsText) {
-    SoundDocument document;
-    EXPECT_EQ(rulesWith(FibPair::PlcffndTxt, encodePlc({0, 4}, {})), Rules{"note.count"});
-}
-
-TEST(NoteRules, ReferenceMustStandAtItsMark) {
-    EXPECT_EQ(rulesWith(FibPair::PlcffndRef, encodePlc({1, 30}, hex("0100"))), Rules{"note.mark"});
-    EXPECT_EQ(rulesWith(FibPair::PlcffndRef, encodePlc({1, 30}, hex("0000"))), Rules{});
 }
 
 TEST(InformationRules, ValuesMustLieInTheirPropertySet) {
