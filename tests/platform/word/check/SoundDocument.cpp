@@ -1,6 +1,7 @@
 #include "platform/word/check/SoundDocument.h"
 
 #include "platform/word/docfile/check/DocumentCheck.h"
+#include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
@@ -22,8 +23,8 @@ namespace {
 
 constexpr std::u16string_view mainText = u"标题\r项目\ra\ab\a\a\x13 PAGE \x14"
                                          u"1\x15\r\x01\r注\x02\r节\f末\r";
-constexpr std::u16string_view noteText = u"\x02说明\r";
-constexpr std::u16string_view headerText = u"眉\r\r\r"; // header, guard, the document's own mark
+constexpr std::u16string_view noteText = u"\x02说明\r\r"; // a note, the part's own mark
+constexpr std::u16string_view headerText = u"眉\r\r\r";   // header, guard, the document's own mark
 
 StyleDefinition style(std::u16string name, std::uint16_t sti, StyleKind kind, StyleIndex base) {
     StyleDefinition result;
@@ -122,11 +123,36 @@ void SoundDocument::addTables() {
         encodePlc({field, find(u"\x14"), find(u"\x15"), length}, hex("1321 14FF 1580"));
     file.parts[FibPair::PlcffndRef] = encodePlc({find(u"\x02\r"), length}, hex("0100"));
     file.parts[FibPair::PlcffndTxt] =
-        encodePlc({0, file.lengths.footnotes, file.lengths.footnotes + 1}, {});
+        encodePlc({0, file.lengths.footnotes - 1, file.lengths.footnotes}, {});
     std::vector<std::uint32_t> stories(8, 0); // six separators, two headers of the first section
     stories.resize(19, 3);
     stories.push_back(4);
     file.parts[FibPair::PlcfHdd] = encodePlc(stories, {});
+    file.parts[FibPair::Dop] = defaultDop();
+}
+
+void SoundDocument::append(std::u16string_view added) {
+    PieceText& piece = text();
+    const PieceText::Paragraph closing = piece.paragraphs.back();
+    piece.paragraphs.pop_back();
+    piece.text.insert(piece.text.size() - 1, added);
+    Cp length = 0;
+    for (const char16_t c : added) {
+        ++length;
+        const bool isSpecial = c == 2 || c == 5;
+        piece.characters.insert(piece.characters.end() - 1, {1, isSpecial ? special() : Bytes()});
+        if (c == u'\r') {
+            piece.paragraphs.push_back({length, 0, {}});
+            length = 0;
+        }
+    }
+    piece.paragraphs.push_back(closing);
+}
+
+void SoundDocument::mark(std::u16string_view sought, char16_t character) {
+    const Cp cp = find(sought);
+    text().text[cp] = character;
+    text().characters[cp].properties = special();
 }
 
 Cp SoundDocument::find(std::u16string_view sought) const {

@@ -23,6 +23,10 @@ public:
     // Sets the properties of the paragraph, or of the characters, that begin at `text`.
     void setParagraph(std::u16string_view text, const word::Bytes& properties);
     void setCharacters(std::u16string_view text, word::Bytes properties);
+    // Puts the text of one more part, which ends in a paragraph mark, behind all others.
+    void append(std::u16string_view text);
+    // Makes the character at `text` a special one.
+    void mark(std::u16string_view text, char16_t character);
 
     WordStreams streams() const;
     word::Bytes bytes() const;

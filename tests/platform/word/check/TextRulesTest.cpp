@@ -255,7 +255,7 @@ TEST(PropertyRules, PropertiesOfAPieceAreOfAnyKindAndCheckedToo) {
 
 TEST(TextRules, EveryPartMustEndWithAParagraphMark) {
     SoundDocument document;
-    document.text().text[document.find(u"\x02说明") + 3] = u'x';
+    document.text().text[document.find(u"\x02说明") + 4] = u'x';
     EXPECT_EQ(brokenRules(document.bytes()), (Rules{"text.end", "text.boundary"}));
 }
 

@@ -16,12 +16,13 @@ void checkContainer(ByteView file, Findings& findings);
 void checkFib(const Evidence& evidence, Findings& findings);
 // Every table of positions: size, order, limits. Rules "plc.*".
 void checkPositions(const Evidence& evidence, Findings& findings);
-// Fills in styles, styleProperties, fonts, authors. Rules "style.*", "font.*", "author.*".
+// Fills in styles, styleProperties, defaultFonts, fonts, authors. Rules "style.*", "font.*",
+// "author.*".
 void checkStyles(Evidence& evidence, Findings& findings);
 void checkFonts(Evidence& evidence, Findings& findings);
 // Fills in listOverrides and pictureBullets. Rules "list.*".
 void checkLists(Evidence& evidence, Findings& findings);
-// What the styles set. Rules "sprm.*".
+// What the styles and the sheet's head set. Rules "sprm.*", "style.font".
 void checkStyleProperties(const Evidence& evidence, Findings& findings);
 // Fills in pieces, pieceLists and text. Rules "piece.*".
 void checkPieces(Evidence& evidence, Findings& findings);
@@ -41,9 +42,14 @@ void checkBookmarks(const Evidence& evidence, Findings& findings);
 void checkPictures(const Evidence& evidence, Findings& findings);
 // Records, identifiers, anchors, pictures and texts of drawings. Rules "drawing.*".
 void checkDrawings(const Evidence& evidence, Findings& findings);
-// Rules "header.*", "note.*".
+// Rules "header.*".
 void checkHeaders(const Evidence& evidence, Findings& findings);
+// Footnotes, endnotes and comments: their marks and their texts. Rules "note.*".
 void checkNotes(const Evidence& evidence, Findings& findings);
+// Authors and ranges of comments. Rules "comment.*".
+void checkComments(const Evidence& evidence, Findings& findings);
+// Rules "settings.*".
+void checkSettings(const Evidence& evidence, Findings& findings);
 
 // Parses cleanly, right groups, every style, font, list, author named exists. Rules "sprm.*".
 // `where` begins the text of a finding.

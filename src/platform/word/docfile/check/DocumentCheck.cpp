@@ -107,6 +107,8 @@ void checkContents(Evidence& evidence, Findings& findings) {
     checkDrawings(evidence, findings);
     checkHeaders(evidence, findings);
     checkNotes(evidence, findings);
+    checkComments(evidence, findings);
+    checkSettings(evidence, findings);
 }
 
 } // namespace
