@@ -1,6 +1,8 @@
 #include "platform/word/engine/DocumentOpening.h"
 
+#include "platform/word/docfile/styles/FontTable.h"
 #include "platform/word/docfile/styles/ListTables.h"
+#include "platform/word/docfile/styles/StyleSheetRepair.h"
 #include "platform/word/docfile/text/BulletPictures.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/StoryRepair.h"
@@ -180,6 +182,10 @@ private:
     }
 
     void openStyles() {
+        repairStyleNumbers(tables().styles);
+        if (tables().fonts.empty()) { // the head of the style sheet names some
+            tables().fonts.push_back(makeFont(u"Times New Roman"));
+        }
         for (std::optional<StyleDefinition>& style : tables().styles.styles) {
             if (style) {
                 open(style->paragraph);

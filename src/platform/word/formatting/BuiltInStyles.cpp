@@ -1,7 +1,9 @@
 #include "platform/word/formatting/BuiltInStyles.h"
 
+#include "platform/word/docfile/format/FixedStyles.h"
 #include "platform/word/formatting/NameFolding.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 #include <unordered_map>
@@ -305,19 +307,10 @@ std::optional<BuiltInStyle> builtInStyleNamed(std::u16string_view name) {
 }
 
 std::optional<StyleIndex> fixedStyleIndex(std::uint16_t number) {
-    if (number <= 9) {
-        return number;
-    }
-    switch (number) {
-    case sti::defaultParagraphFont:
-        return StyleIndex{10};
-    case sti::normalTable:
-        return StyleIndex{11};
-    case sti::noList:
-        return StyleIndex{12};
-    default:
-        return std::nullopt;
-    }
+    const auto found = std::find(fixedStyles.begin(), fixedStyles.end(), number);
+    return found != fixedStyles.end()
+               ? std::optional(static_cast<StyleIndex>(found - fixedStyles.begin()))
+               : std::nullopt;
 }
 
 } // namespace qvnd::word

@@ -106,5 +106,36 @@ TEST_F(StyleRules, NormalStyleMustExist) {
     EXPECT_EQ(rules().count("style.normal"), 1U);
 }
 
+TEST_F(StyleRules, FontsOfTheHeadMustExist) {
+    document.styles.defaultFonts[2] = 1;
+    EXPECT_EQ(rules(), Rules{});
+    document.styles.defaultFonts[2] = 2;
+    EXPECT_EQ(rules(), Rules{"style.font"});
+}
+
+TEST_F(StyleRules, EveryPropertyListOfItsKindMustBeThere) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    sheet.at(styleAt(sheet, 0) + 4) &= 0xF1; // cupx, of two lists
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(rules(), Rules{"style.lists"});
+}
+
+TEST_F(StyleRules, SizeMustBeThatOfTheEntry) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    put16(sheet, styleAt(sheet, 0) + 6, 3); // bchUpe
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(rules(), Rules{"style.size"});
+}
+
+TEST_F(StyleRules, BuiltInStyleMustStandOnceAndAtItsPlace) {
+    style(15).sti = 88;
+    EXPECT_EQ(rules(), Rules{});
+    style(15).sti = 65;
+    EXPECT_EQ(rules(), Rules{"style.number"}) << "the default paragraph font stands at 10";
+    style(15).sti = 87;
+    style(10).sti = 0;
+    EXPECT_EQ(rules(), Rules{"style.number"});
+}
+
 } // namespace
 } // namespace qvnd::test

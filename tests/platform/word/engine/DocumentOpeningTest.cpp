@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace qvnd::word {
 namespace {
 
@@ -81,6 +83,40 @@ TEST(DocumentOpening, OfTwoListsWithOneNumberTheFirstStays) {
     ASSERT_EQ(content.tables.listDefinitions.size(), 1U);
     EXPECT_EQ(content.tables.listDefinitions[0].levels[0].head[4], 0);
     EXPECT_EQ(content.tables.listDefinitions[0].linkedStyles[0], StyleDefinition::none);
+}
+
+TEST(DocumentOpening, ABuiltInStyleStaysOneAtItsPlaceAndTheFirstElsewhere) {
+    SourceDocument source;
+    source.style(0).sti = 31;
+    for (const std::uint16_t number : {31, 31, 0}) {
+        StyleDefinition style;
+        style.name = u"样式";
+        style.sti = number;
+        source.data.tables.styles.styles.resize(
+            std::max<std::size_t>(source.data.tables.styles.styles.size(), 15));
+        source.data.tables.styles.styles.emplace_back(style);
+    }
+    const std::size_t first = source.data.tables.styles.styles.size() - 3;
+    source.paragraph(u"text");
+    const DocumentContent content = openedDocument(source.take());
+    const auto numberAt = [&](std::size_t istd) {
+        return content.tables.styles.styles.at(istd)->sti;
+    };
+    EXPECT_EQ(numberAt(0), 0);
+    EXPECT_EQ(numberAt(first), 31);
+    EXPECT_EQ(numberAt(first + 1), StyleDefinition::userDefined);
+    EXPECT_EQ(numberAt(first + 2), StyleDefinition::userDefined);
+}
+
+TEST(DocumentOpening, ADocumentWithoutFontsGetsTheOneThatItsStylesName) {
+    SourceDocument source;
+    source.data.tables.fonts.clear();
+    source.paragraph(u"text");
+    const DocumentContent content = openedDocument(source.take());
+    ASSERT_EQ(content.tables.fonts.size(), 1U);
+    for (const std::uint16_t font : content.tables.styles.defaultFonts) {
+        EXPECT_EQ(font, 0);
+    }
 }
 
 TEST(DocumentOpening, EqualNamesOfBookmarksBecomeDifferent) {
@@ -200,7 +236,8 @@ TEST(DocumentOpening, FormattingThatNoFileHasRoomForStaysInPartAndIsTold) {
     const ByteView section = content.tables.lists[content.sections.at(0).properties];
     EXPECT_LE(section.size(), 0x7FFFU);
     EXPECT_GT(section.size(), 0x7FFFU - 6);
-    EXPECT_THAT(lost, testing::ElementsAre(u"格式 3 种过于繁复，只带入了一部分"));
+    EXPECT_THAT(lost, testing::ElementsAre(
+                          u"格式 3 种过于繁复，只带入了一部分，用它们的文字可能与原来不同"));
 }
 
 TEST(DocumentOpening, LevelsOfOverridesOriginalsOfStylesAndNotesAreLookedAtToo) {

@@ -68,6 +68,7 @@ struct Evidence {
 
     std::vector<std::optional<StyleKind>> styles; // by istd
     std::vector<StyleProperties> styleProperties;
+    std::vector<std::uint16_t> defaultFonts; // that the head of the style sheet names
     std::size_t fonts = 0;
     std::size_t authors = 0;
     std::size_t listOverrides = 0;

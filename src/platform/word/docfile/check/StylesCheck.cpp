@@ -1,6 +1,7 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/FixedStyles.h"
 
 #include <algorithm>
 #include <set>
@@ -21,6 +22,7 @@ struct Upx {
 // An entry as it stands in the file.
 struct CheckedStyle {
     StyleKind kind = StyleKind::paragraph;
+    std::uint16_t number = StyleDefinition::userDefined; // sti
     std::u16string name;
     StyleIndex base = StyleDefinition::none;
     StyleIndex next = 0;
@@ -28,6 +30,11 @@ struct CheckedStyle {
     std::vector<Upx> upxs;
 };
 using CheckedStyles = std::vector<std::optional<CheckedStyle>>;
+
+struct CheckedSheet {
+    CheckedStyles styles;
+    std::vector<std::uint16_t> defaultFonts; // ftcAsci, ftcFE, ftcOther
+};
 
 std::u16string nameOf(std::size_t istd, const CheckedStyle& style) {
     return u"样式 " + digits(std::int64_t(istd)) + u"“" + style.name + u"”";
@@ -58,6 +65,9 @@ ByteView readUpx(LittleEndianReader& reader) {
 void readUpxs(LittleEndianReader& reader, unsigned count, std::size_t istd, CheckedStyle& style,
               Findings& findings) {
     const std::vector<ListPlace> places = placesOf(style.kind);
+    if (count < places.size()) {
+        findings.add("style.lists", nameOf(istd, style) + u"缺少属性表");
+    }
     for (std::size_t i = 0; i < count && i < places.size(); ++i) {
         ByteView content = readUpx(reader);
         if (places[i] == ListPlace::paragraph && !content.empty()) {
@@ -75,14 +85,16 @@ void readUpxs(LittleEndianReader& reader, unsigned count, std::size_t istd, Chec
 CheckedStyle readStyle(ByteView std, std::size_t baseSize, std::size_t istd, Findings& findings) {
     LittleEndianReader reader(std, "STD");
     CheckedStyle style;
-    reader.skip(2);
+    const unsigned number = reader.u16();
     const unsigned kindAndBase = reader.u16();
     const unsigned countAndNext = reader.u16();
-    reader.skip(4);
+    const std::size_t size = reader.u16();
+    reader.skip(2);
     if ((kindAndBase & 0xF) < 1 || (kindAndBase & 0xF) > 4) {
         throw FormatError(FormatError::Kind::damaged, "stk");
     }
     style.kind = static_cast<StyleKind>(kindAndBase & 0xF);
+    style.number = number & 0x0FFF;
     style.base = static_cast<StyleIndex>(kindAndBase >> 4);
     style.next = static_cast<StyleIndex>(countAndNext >> 4);
     if (baseSize >= longStdf) {
@@ -95,17 +107,24 @@ CheckedStyle readStyle(ByteView std, std::size_t baseSize, std::size_t istd, Fin
     if (style.name.empty() || !closed) {
         findings.add("style.name", nameOf(istd, style) + u"的名称为空或没有结束");
     }
+    if (size != std.size()) {
+        findings.add("style.size", nameOf(istd, style) + u"所记的长度不对");
+    }
     readUpxs(reader, countAndNext & 0xF, istd, style, findings);
     return style;
 }
 
-CheckedStyles readSheet(ByteView stsh, Findings& findings) {
-    CheckedStyles styles;
+CheckedSheet readSheet(ByteView stsh, Findings& findings) {
+    CheckedSheet sheet;
+    CheckedStyles& styles = sheet.styles;
     LittleEndianReader reader(stsh, "STSH");
     LittleEndianReader stshi(reader.view(reader.u16()), "STSHI");
     const std::size_t count = stshi.u16();
     const std::size_t baseSize = stshi.u16();
-    stshi.skip(14);
+    stshi.skip(8);
+    for (int i = 0; i < 3; ++i) {
+        sheet.defaultFonts.push_back(stshi.u16());
+    }
     if (count < 15 || count >= 0x0FFE || (baseSize != shortStdf && baseSize != longStdf)) {
         findings.add("style.head", u"样式表的样式个数或基本部分的长度不对");
     }
@@ -124,7 +143,7 @@ CheckedStyles readSheet(ByteView stsh, Findings& findings) {
             findings.add("style.parse", u"样式 " + digits(std::int64_t(istd)) + u" 已损坏");
         }
     }
-    return styles;
+    return sheet;
 }
 
 const CheckedStyle* at(const CheckedStyles& styles, StyleIndex istd) {
@@ -166,6 +185,23 @@ void checkReferences(const CheckedStyles& styles, std::size_t istd, Findings& fi
     }
 }
 
+// A built-in style stands once, and those of fixed places stand there.
+void checkNumbers(const CheckedStyles& styles, Findings& findings) {
+    std::set<std::uint16_t> numbers;
+    for (std::size_t istd = 0; istd < styles.size(); ++istd) {
+        if (!styles[istd]) {
+            continue;
+        }
+        const std::uint16_t number = styles[istd]->number;
+        const bool displaced = istd < fixedStyles.size() && number != fixedStyles[istd];
+        const bool again = number != StyleDefinition::userDefined && !numbers.insert(number).second;
+        if (displaced || again) {
+            findings.add("style.number", nameOf(istd, *styles[istd]) + u"的内置编号 " +
+                                             digits(number) + u" 不该在此");
+        }
+    }
+}
+
 // A name with its aliases behind it, apart.
 std::set<std::u16string> namesAndAliases(const std::u16string& whole) {
     std::set<std::u16string> names;
@@ -180,12 +216,15 @@ std::set<std::u16string> namesAndAliases(const std::u16string& whole) {
 } // namespace
 
 void checkStyles(Evidence& evidence, Findings& findings) {
-    CheckedStyles styles;
+    CheckedSheet sheet;
     try {
-        styles = readSheet(evidence.at(FibPair::Stshf), findings);
+        sheet = readSheet(evidence.at(FibPair::Stshf), findings);
     } catch (const FormatError&) {
         findings.add("style.parse", u"样式表不完整");
     }
+    const CheckedStyles& styles = sheet.styles;
+    evidence.defaultFonts = sheet.defaultFonts;
+    checkNumbers(styles, findings);
     std::set<std::u16string> names;
     for (const auto& style : styles) {
         evidence.styles.push_back(style ? std::optional(style->kind) : std::nullopt);
@@ -212,6 +251,11 @@ void checkStyles(Evidence& evidence, Findings& findings) {
 void checkStyleProperties(const Evidence& evidence, Findings& findings) {
     for (const StyleProperties& properties : evidence.styleProperties) {
         checkPropertyList(properties.sprms, properties.place, properties.where, evidence, findings);
+    }
+    for (const std::uint16_t font : evidence.defaultFonts) {
+        if (font >= evidence.fonts) {
+            findings.add("style.font", u"样式表的默认字体 " + digits(font) + u" 不存在");
+        }
     }
 }
 

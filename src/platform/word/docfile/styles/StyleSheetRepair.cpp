@@ -1,5 +1,7 @@
 #include "platform/word/docfile/styles/StyleSheetRepair.h"
 
+#include "platform/word/docfile/format/FixedStyles.h"
+
 #include <algorithm>
 #include <string>
 #include <unordered_map>
@@ -156,6 +158,21 @@ std::u16string aliasesThat(std::u16string_view aliases,
         begin = end + 1;
     }
     return kept;
+}
+
+void repairStyleNumbers(StyleSheet& sheet) {
+    std::unordered_set<std::uint16_t> taken(fixedStyles.begin(), fixedStyles.end());
+    for (std::size_t istd = 0; istd < sheet.styles.size(); ++istd) {
+        if (!sheet.styles[istd]) {
+            continue;
+        }
+        std::uint16_t& number = sheet.styles[istd]->sti;
+        if (istd < fixedStyles.size()) {
+            number = fixedStyles[istd];
+        } else if (number != StyleDefinition::userDefined && !taken.insert(number).second) {
+            number = StyleDefinition::userDefined;
+        }
+    }
 }
 
 void repairStyleSheet(StyleSheet& sheet, Remarks& remarks) { Repair(sheet, remarks).run(); }

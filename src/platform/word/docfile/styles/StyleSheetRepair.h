@@ -16,6 +16,11 @@ namespace qvnd::word {
 // named in `remarks`, since the look may change.
 void repairStyleSheet(StyleSheet& sheet, Remarks& remarks);
 
+// Gives the styles of fixed places their numbers, and leaves every other number to the first style
+// that has it; the others count as the user's own. Only a sheet that is written as it came needs
+// it: an imported style goes by its number first.
+void repairStyleNumbers(StyleSheet& sheet);
+
 // Of aliases, joined by ",", those that `isFree` says may stand; asked in their order.
 std::u16string aliasesThat(std::u16string_view aliases,
                            const std::function<bool(const std::u16string&)>& isFree);
