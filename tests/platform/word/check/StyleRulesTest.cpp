@@ -69,6 +69,25 @@ TEST_F(StyleRules, PropertiesAreChecked) {
     EXPECT_EQ(rules(), Rules{"sprm.group"});
 }
 
+TEST_F(StyleRules, WhatHoldsUnderAConditionIsChecked) {
+    // Of a header row: the condition, then a list of its own.
+    const auto conditional = [](const Bytes& list) {
+        LittleEndianWriter operand;
+        operand.u8(static_cast<unsigned>(2 + list.size()));
+        operand.u16(1);
+        operand.bytes(list);
+        return withSprm({}, sprm::CCnf, operand.data());
+    };
+    const auto rulesWith = [&](const Bytes& list) {
+        style(16).character = document.lists.intern(conditional(list));
+        return rules();
+    };
+    EXPECT_EQ(rulesWith(withSprm16({}, sprm::CRgFtc0, 1)), Rules{});
+    EXPECT_EQ(rulesWith(withSprm16({}, sprm::CRgFtc0, 9)), Rules{"sprm.font"});
+    EXPECT_EQ(rulesWith(withSprm8({}, sprm::PFKeep, 1)), Rules{"sprm.group"});
+    EXPECT_EQ(rulesWith({1, 0x4A, 0x4F}), Rules{"sprm.parse"});
+}
+
 // The entry of style 16 in the written sheet: where its STD begins.
 std::size_t styleAt(const Bytes& sheet, std::size_t istd) {
     std::size_t at = 2 + (sheet[0] | (sheet[1] << 8));

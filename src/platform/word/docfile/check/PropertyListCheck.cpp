@@ -133,6 +133,32 @@ private:
     Findings& findings_;
 };
 
+// What a table style sets where a condition holds: a list within the entry (CNFOperand, [MS-DOC]
+// 2.9.41). Empty for any other entry.
+ByteView conditionalList(const SprmView& entry) {
+    constexpr std::size_t listAt = 3; // behind the length and the condition
+    const bool holdsOne = entry.opcode == sprm::CCnf || entry.opcode == sprm::PCnf;
+    return holdsOne && entry.operand.size() > listAt ? entry.operand.subspan(listAt) : ByteView{};
+}
+
+// Conditions do not nest.
+void checkConditional(const SprmView& outer, const std::u16string& where, const Evidence& evidence,
+                      Findings& findings) {
+    const ParsedSprms parsed = parseSprms(conditionalList(outer));
+    if (!parsed.complete) {
+        findings.add("sprm.parse", where + u"：条件格式的属性表没有完整结束");
+    }
+    ListCheck check(where, evidence, findings);
+    for (const SprmView& entry : parsed.sprms) {
+        if (groupOf(entry.opcode) == groupOf(outer.opcode)) {
+            check.check(entry);
+        } else {
+            findings.add("sprm.group",
+                         where + u"：属性 " + hexadecimal(entry.opcode) + u" 不该在条件格式中");
+        }
+    }
+}
+
 } // namespace
 
 void checkPropertyList(ByteView sprms, ListPlace place, const std::u16string& where,
@@ -149,6 +175,7 @@ void checkPropertyList(ByteView sprms, ListPlace place, const std::u16string& wh
             continue;
         }
         check.check(entry);
+        checkConditional(entry, where, evidence, findings);
     }
 }
 
