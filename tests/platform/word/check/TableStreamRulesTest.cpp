@@ -15,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 // Each rule about the structures of the table stream: one thing broken breaks that rule and no
 // other.
@@ -133,6 +134,42 @@ TEST_F(ListRules, IdentifiersMustBeUnique) {
 TEST_F(ListRules, LinkedStyleMustExist) {
     document.listDefinitions[0].linkedStyles[2] = 18;
     EXPECT_EQ(rules(), Rules{"list.style"});
+}
+
+TEST_F(ListRules, LinkedStyleMustBeOfParagraphsOrCharacters) {
+    StyleDefinition table;
+    table.name = u"Grid";
+    table.kind = StyleKind::table;
+    document.styles.styles[17] = table;
+    document.listDefinitions[0].linkedStyles[2] = 15;
+    EXPECT_EQ(rules(), Rules{}) << "characters";
+    document.listDefinitions[0].linkedStyles[2] = 17;
+    EXPECT_EQ(rules(), Rules{"list.style"});
+}
+
+TEST_F(ListRules, IdentifierMustNotBeTheOneThatStandsForNone) {
+    document.listDefinitions[0].lsid = document.listOverrides[0].lsid = -1;
+    EXPECT_EQ(rules(), Rules{"list.unique"});
+}
+
+TEST_F(ListRules, FormOfANumberMustBeKnown) {
+    const auto rulesWith = [this](std::size_t at, std::uint8_t value) {
+        std::uint8_t& byte = document.listDefinitions[0].levels[0].head[at];
+        const std::uint8_t before = std::exchange(byte, value);
+        const Rules broken = rules();
+        byte = before;
+        return broken;
+    };
+    constexpr std::size_t format = 4;
+    constexpr std::size_t follow = 15;
+    for (const std::uint8_t known : {0x00, 0x17, 0x3B, 0xFF}) {
+        EXPECT_EQ(rulesWith(format, known), Rules{}) << int{known};
+    }
+    for (const std::uint8_t unknown : {0x08, 0x09, 0x0F, 0x13, 0x3C, 0xFE}) {
+        EXPECT_EQ(rulesWith(format, unknown), Rules{"list.form"}) << int{unknown};
+    }
+    EXPECT_EQ(rulesWith(follow, 2), Rules{});
+    EXPECT_EQ(rulesWith(follow, 3), Rules{"list.form"});
 }
 
 TEST_F(ListRules, PlacesInTheNumberTextMustBeInRange) {

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/check/Checks.h"
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/document/Remarks.h"
+#include "platform/word/docfile/format/NumberFormats.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/format/Sttb.h"
@@ -33,6 +34,17 @@ void checkNumberText(ByteView head, const std::u16string& text, const std::u16st
     }
 }
 
+void checkForm(ByteView head, const std::u16string& where, Findings& findings) {
+    constexpr std::size_t formatAt = 4;
+    constexpr std::size_t followAt = 15;
+    if (!isNumberFormatOfLists(head[formatAt])) {
+        findings.add("list.form", where + u"：没有第 " + digits(head[formatAt]) + u" 种编号格式");
+    }
+    if (!isFollowedSoundly(head[followAt])) {
+        findings.add("list.form", where + u"：编号之后的间隔不对");
+    }
+}
+
 void noteBullet(ByteView characters, const std::u16string& where, Evidence& evidence) {
     constexpr unsigned isPicture = 1; // fPicBullet
     const auto kind = findSprm(characters, sprm::CPbiGrf);
@@ -48,6 +60,7 @@ void checkLevel(LittleEndianReader& reader, const std::u16string& where, Evidenc
     constexpr std::size_t characterSizeAt = 24;
     constexpr std::size_t paragraphSizeAt = 25;
     const ByteView head = reader.view(lvlfSize);
+    checkForm(head, where, findings);
     checkPropertyList(reader.view(head[paragraphSizeAt]), ListPlace::paragraph, where, evidence,
                       findings);
     const ByteView characters = reader.view(head[characterSizeAt]);
@@ -62,18 +75,27 @@ struct CheckedList {
     std::size_t levels = 0;
 };
 
+// A style of paragraphs, or that of characters which belongs to one.
+bool canBeLinked(StyleIndex istd, const Evidence& evidence) {
+    const auto kind = istd < evidence.styles.size() ? evidence.styles[istd] : std::nullopt;
+    return kind == StyleKind::paragraph || kind == StyleKind::character;
+}
+
 CheckedList readList(LittleEndianReader& reader, std::size_t index, const Evidence& evidence,
                      Findings& findings) {
     constexpr unsigned simple = 1;
+    constexpr std::int32_t nothing = -1;
     CheckedList list;
     list.lsid = reader.i32();
+    if (list.lsid == nothing) {
+        findings.add("list.unique", u"列表定义 " + digits(std::int64_t(index)) + u" 没有标识");
+    }
     reader.skip(4);
     for (std::size_t level = 0; level < levelPlaces; ++level) {
         const StyleIndex istd = reader.u16();
-        const bool there = istd < evidence.styles.size() && evidence.styles[istd];
-        if (istd != StyleDefinition::none && !there) {
+        if (istd != StyleDefinition::none && !canBeLinked(istd, evidence)) {
             findings.add("list.style", u"列表定义 " + digits(std::int64_t(index)) +
-                                           u" 所连的样式 " + digits(istd) + u" 不存在");
+                                           u" 所连的样式 " + digits(istd) + u" 不存在或种类不对");
         }
     }
     list.levels = (reader.u8() & simple) != 0 ? 1 : levelPlaces;

@@ -1,5 +1,6 @@
 #include "platform/word/docfile/styles/ListLevels.h"
 
+#include "platform/word/docfile/format/NumberFormats.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/formatting/SoundSprms.h"
 
@@ -43,6 +44,16 @@ void placeNumbers(ListLevel& level) {
     }
 }
 
+// What no program knows is shown as most lists are: a decimal number, then a tab.
+void makeFormSound(ListLevel& level) {
+    if (!isNumberFormatOfLists(level.head[numberFormat])) {
+        level.head[numberFormat] = 0;
+    }
+    if (!isFollowedSoundly(level.head[followedBy])) {
+        level.head[followedBy] = 0;
+    }
+}
+
 } // namespace
 
 ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
@@ -50,6 +61,7 @@ ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
     const ByteView head = reader.view(level.head.size());
     std::copy(head.begin(), head.end(), level.head.begin());
     level.head[characterSize] = level.head[paragraphSize] = 0;
+    makeFormSound(level);
     // A level that named a style or a list would lead from one to the other without an end.
     const Bytes paragraph = soundSprms(reader.view(head[paragraphSize]), {SprmGroup::paragraph});
     level.paragraph = lists.intern(withoutSprm(withoutSprm(paragraph, sprm::PIstd), sprm::PIlfo));

@@ -9,7 +9,8 @@ namespace qvnd::word {
 inline constexpr std::size_t levelCount = 9;
 
 // One level of a list (LVL, [MS-DOC] 2.9.150). Entries of its lists
-// that are not whole or not of the list's kind are left out. Throws FormatError when it reaches
+// that are not whole or not of the list's kind are left out, and a form of its number that no
+// program knows becomes the plain one. Throws FormatError when it reaches
 // past the end.
 ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists);
 void encodeListLevel(LittleEndianWriter& writer, const ListLevel& level,
