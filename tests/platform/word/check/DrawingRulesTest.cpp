@@ -24,8 +24,10 @@ public:
     std::vector<Bytes> pictures{encodeBlip(*recogniseImage(png(4, 2)))};
     std::vector<BoxBytes> boxes{{0, 1, 0x402}};
     std::u16string boxText = u"框\r";
-    Bytes behind;             // the drawing
-    std::vector<Bytes> inner; // shapes of a group whose own shape is the picture's
+    Bytes behind; // the drawing
+    std::uint32_t drawings = 1;
+    std::uint32_t uncounted = 0; // shapes that the drawing does not count
+    std::vector<Bytes> inner;    // shapes of a group whose own shape is the picture's
 
     DrawnDocument() {
         box.id = 0x402;
@@ -56,8 +58,9 @@ public:
         std::vector<Bytes> group{picture.bytes()};
         group.insert(group.end(), inner.begin(), inner.end());
         const Bytes other = inner.empty() ? picture.bytes() : groupBytes(group);
-        parts[FibPair::DggInfo] =
-            joined({sharedBytes(pictures), drawingBytes(0, {box.bytes(), other}), behind});
+        Bytes drawing = drawingBytes(0, {box.bytes(), other});
+        put32(drawing, countAt, get32(drawing, countAt) - uncounted);
+        parts[FibPair::DggInfo] = joined({sharedBytes(pictures, drawings), drawing, behind});
         parts[FibPair::PlcSpaMom] = anchorTable({{first, 0x402}, {second, anchoredShape}});
         parts[FibPair::PlcftxbxTxt] = boxTable(boxes, static_cast<Cp>(boxText.size()));
         parts[FibPair::PlcfTxbxBkd] = breaks;
@@ -69,6 +72,9 @@ public:
     Bytes breaks = encodePlc({0, 2, 5}, hex("0000 0000 0000 ffff 0000 0000"));
 
 private:
+    // Behind the label and the heads of the drawing and of its first record.
+    static constexpr std::size_t countAt = 1 + 2 * art::headerSize;
+
     SoundDocument document_;
 };
 
@@ -248,12 +254,71 @@ TEST(DrawingRules, RecordsNestEightyDeepAndNoDeeper) {
             records = artRecord(art::container, 0, art::clientData, records);
         }
         DrawnDocument document;
-        document.behind =
-            joined({Bytes{1}, artRecord(art::container, 0, art::dgContainer, records)});
+        Bytes drawing = joined({drawingBytes(1, {}), records});
+        constexpr std::size_t lengthAt = 1 + 4; // behind the label and the record's kind
+        put32(drawing, lengthAt,
+              get32(drawing, lengthAt) + static_cast<std::uint32_t>(records.size()));
+        document.behind = drawing;
+        document.drawings = 2;
         return document.rules();
     };
     EXPECT_EQ(rulesAt(80), Rules{});
     EXPECT_EQ(rulesAt(81), Rules{"drawing.records"});
+}
+
+TEST(DrawingRules, ADrawingCountsItsShapesWithTheBackgroundOrWithout) {
+    const auto rulesWithout = [](std::uint32_t uncounted) {
+        DrawnDocument document;
+        document.uncounted = uncounted;
+        return document.rules();
+    };
+    EXPECT_EQ(rulesWithout(1), Rules{});
+    EXPECT_EQ(rulesWithout(2), Rules{"drawing.count"});
+}
+
+TEST(DrawingRules, DrawingsAreCounted) {
+    DrawnDocument fewer;
+    fewer.drawings = 2;
+    EXPECT_EQ(fewer.rules(), Rules{"drawing.count"});
+    DrawnDocument more;
+    more.behind = drawingBytes(1, {});
+    EXPECT_EQ(more.rules(), Rules{"drawing.count"});
+}
+
+TEST(DrawingRules, ADrawingHasOneGroupOfAllShapes) {
+    DrawnDocument document;
+    document.picture.flags |= art::shapeIsPatriarch;
+    EXPECT_EQ(document.rules(), Rules{"drawing.group"});
+}
+
+TEST(DrawingRules, AShapeNamesOtherShapesThatThereAre) {
+    for (const std::uint16_t opid : {art::nextShape, art::masterShape}) {
+        const auto rulesNaming = [opid](std::uint32_t shape) {
+            DrawnDocument document;
+            document.picture.properties.set(opid, shape);
+            return document.rules();
+        };
+        EXPECT_EQ(rulesNaming(0), Rules{}) << "names none";
+        EXPECT_EQ(rulesNaming(0x402), Rules{});
+        EXPECT_EQ(rulesNaming(0x404), Rules{"drawing.link"});
+    }
+}
+
+TEST(DrawingRules, AChainHasEachOfItsLinksOnce) {
+    const auto rulesWithLink = [](std::uint32_t text) {
+        DrawnDocument document;
+        document.boxes[0].shapes = 2;
+        document.picture.text = text;
+        return document.rules();
+    };
+    EXPECT_EQ(rulesWithLink(0x10001), Rules{});
+    EXPECT_EQ(rulesWithLink(0x10002), Rules{"drawing.text"});
+}
+
+TEST(DrawingRules, EveryTextHasABreak) {
+    DrawnDocument document;
+    document.breaks.clear();
+    EXPECT_EQ(document.rules(), Rules{"drawing.break"});
 }
 
 TEST(DrawingRules, ADrawingIsThatOfTheTextOrOfTheHeaders) {

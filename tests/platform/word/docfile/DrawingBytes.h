@@ -64,6 +64,20 @@ inline Bytes groupBytes(const std::vector<Bytes>& shapes) {
     return artContainer(art::spgrContainer, shapes);
 }
 
+// How many shapes stand in the records, those of groups too.
+inline std::uint32_t countShapes(ByteView records) {
+    std::uint32_t count = 0;
+    LittleEndianReader reader(records, "OfficeArt");
+    while (!reader.atEnd()) {
+        const art::RecordHeader header = art::readHeader(reader);
+        const ByteView content = reader.view(header.length);
+        count += header.type == art::spContainer     ? 1
+                 : header.type == art::spgrContainer ? countShapes(content)
+                                                     : 0;
+    }
+    return count;
+}
+
 // The drawing of a part of the text with all its shapes, its label in front.
 inline Bytes drawingBytes(unsigned label, std::vector<Bytes> shapes) {
     ShapeBytes patriarch;
@@ -72,17 +86,18 @@ inline Bytes drawingBytes(unsigned label, std::vector<Bytes> shapes) {
     patriarch.flags = art::shapeIsGroup | art::shapeIsPatriarch;
     patriarch.anchor.reset();
     shapes.insert(shapes.begin(), patriarch.bytes());
-    const Bytes head = qvnd::test::joined(
-        {number32(static_cast<std::uint32_t>(shapes.size())), number32(patriarch.id + 99)});
-    const Bytes drawing = artContainer(
-        art::dgContainer, {artRecord(0, label + 1, art::fdg, head), groupBytes(shapes)});
+    const Bytes group = groupBytes(shapes);
+    const Bytes head =
+        qvnd::test::joined({number32(countShapes(group)), number32(patriarch.id + 99)});
+    const Bytes drawing =
+        artContainer(art::dgContainer, {artRecord(0, label + 1, art::fdg, head), group});
     return qvnd::test::joined({Bytes{static_cast<std::uint8_t>(label)}, drawing});
 }
 
 // What the drawings share: one cluster of 100 identifiers for each of the two parts, and a store.
-inline Bytes sharedBytes(const std::vector<Bytes>& pictures = {}) {
+inline Bytes sharedBytes(const std::vector<Bytes>& pictures = {}, std::uint32_t drawings = 1) {
     LittleEndianWriter block;
-    for (const std::uint32_t value : {3 * art::clusterSize, 3U, 9U, 2U, 1U, 100U, 2U, 100U}) {
+    for (const std::uint32_t value : {3 * art::clusterSize, 3U, 9U, drawings, 1U, 100U, 2U, 100U}) {
         block.u32(value);
     }
     return artContainer(art::dggContainer, {artRecord(0, 0, art::fdggBlock, block.data()),

@@ -7,9 +7,12 @@
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -71,7 +74,10 @@ struct DrawingFacts {
     TextPart boxes = TextPart::textBoxes;
     FibPair breaks = FibPair::PlcfTxbxBkd;
     bool there = false;
-    std::uint32_t number = 0;                        // dgid
+    std::uint32_t number = 0;  // dgid
+    std::uint32_t counted = 0; // csp: shapes, as the drawing counts them
+    std::uint32_t shapes = 0;  // records of shapes, deleted ones too
+    unsigned patriarchs = 0;
     std::map<std::uint32_t, std::uint32_t> anchored; // shape in no group: index of its anchor
     std::vector<ShownText> texts;
     const char16_t* name = u"正文";
@@ -95,7 +101,13 @@ public:
             return;
         }
         checkIdentifiers();
+        checkLinks();
+        if (areWhole_ && drawings_ != countedDrawings_) {
+            findings_.add("drawing.count", u"记有 " + digits(countedDrawings_) + u" 组图形，实有 " +
+                                               digits(drawings_) + u" 组");
+        }
         for (const DrawingFacts* drawing : {&main_, &headers_}) {
+            checkShapes(*drawing);
             checkAnchors(*drawing);
             checkTexts(*drawing);
             checkBreaks(*drawing);
@@ -103,7 +115,10 @@ public:
     }
 
 private:
-    void broken(std::u16string what) { findings_.add("drawing.records", std::move(what)); }
+    void broken(std::u16string what) {
+        areWhole_ = false;
+        findings_.add("drawing.records", std::move(what));
+    }
 
     void readContent(ByteView content) {
         LittleEndianReader reader(content, "OfficeArtContent");
@@ -145,7 +160,8 @@ private:
         LittleEndianReader reader(content, "OfficeArtFDGGBlock");
         largestId_ = reader.u32();
         const std::uint32_t count = reader.u32();
-        reader.skip(8);
+        reader.skip(4); // cspSaved: programs do not keep it
+        countedDrawings_ = reader.u32();
         for (std::uint32_t i = 1; i < count; ++i) {
             const std::uint32_t drawing = reader.u32();
             clusters_.push_back({drawing, reader.u32()});
@@ -184,9 +200,11 @@ private:
             broken(std::u16string(drawing.name) + u"有两组图形");
         }
         drawing.there = true;
+        ++drawings_;
         for (const Record& record : innerRecords(content)) {
             if (record.header.type == art::fdg) {
                 drawing.number = record.header.instance;
+                drawing.counted = LittleEndianReader(record.content, "OfficeArtFDG").u32();
             }
         }
         for (const Record& record : innerRecords(content)) {
@@ -230,8 +248,11 @@ private:
                 const art::ShapeProperties properties(record.content, record.header.instance);
                 text = properties.value(art::textOfShape).value_or(text);
                 checkPictures(properties, id);
+                noteLinks(properties, id);
             }
         }
+        ++drawing.shapes;
+        drawing.patriarchs += (flags & art::shapeIsPatriarch) != 0 ? 1 : 0;
         if ((flags & art::shapeIsDeleted) != 0) {
             return;
         }
@@ -252,6 +273,38 @@ private:
                 findings_.add("drawing.picture", u"图形 " + hexadecimal(id) + u" 的图片 " +
                                                      digits(entry.value) + u" 不存在");
             }
+        }
+    }
+
+    void noteLinks(const art::ShapeProperties& properties, std::uint32_t id) {
+        for (const std::uint16_t opid : {art::nextShape, art::masterShape}) {
+            const std::uint32_t other = properties.value(opid).value_or(0);
+            if (other != 0) {
+                links_.push_back({id, other});
+            }
+        }
+    }
+
+    void checkLinks() {
+        for (const Link& link : links_) {
+            if (!ids_.contains(link.to)) {
+                findings_.add("drawing.link", u"图形 " + hexadecimal(link.from) + u" 所指的图形 " +
+                                                  hexadecimal(link.to) + u" 不存在");
+            }
+        }
+    }
+
+    // Programs count the background, which stands in no group, or they do not.
+    void checkShapes(const DrawingFacts& drawing) {
+        if (drawing.there && drawing.counted != drawing.shapes &&
+            drawing.counted + 1 != drawing.shapes) {
+            findings_.add("drawing.count", std::u16string(drawing.name) + u"记有 " +
+                                               digits(drawing.counted) + u" 个图形，实有 " +
+                                               digits(drawing.shapes) + u" 个");
+        }
+        if (drawing.there && drawing.patriarchs != 1) {
+            findings_.add("drawing.group",
+                          std::u16string(drawing.name) + u"的图形没有一个共同的组");
         }
     }
 
@@ -307,18 +360,25 @@ private:
         const TextPartFacts& facts = factsOf(drawing.boxes);
         const Plc boxes = decodePlc(evidence_.at(facts.texts->pair), boxSize);
         const std::size_t count = boxes.count() == 0 ? 0 : boxes.count() - 1;
-        std::map<std::size_t, std::size_t> chains;
+        std::map<std::size_t, std::multiset<std::size_t>> chains; // the links of each text
         for (const ShownText& text : drawing.texts) {
             if (text.number > count || !isBoxOf(boxes.element(text.number - 1), text)) {
                 findings_.add("drawing.text",
                               u"图形 " + hexadecimal(text.shape) + u" 的文字不在文本框的表中");
             } else {
-                ++chains[text.number];
+                chains[text.number].insert(text.link);
             }
         }
         for (std::size_t i = 0; i < count; ++i) {
             checkBox(drawing, boxes, i, chains[i + 1]);
         }
+    }
+
+    // A chain has each of its links once.
+    static bool isWithoutGap(const std::multiset<std::size_t>& links) {
+        std::size_t next = 0;
+        return std::all_of(links.begin(), links.end(),
+                           [&next](std::size_t link) { return link == next++; });
     }
 
     static bool isForReuse(ByteView box) { return (box[8] & 1U) != 0; }
@@ -330,15 +390,19 @@ private:
     }
 
     void checkBox(const DrawingFacts& drawing, const Plc& boxes, std::size_t i,
-                  std::size_t shapes) {
+                  const std::multiset<std::size_t>& links) {
         if (isForReuse(boxes.element(i))) {
             return;
         }
         const std::u16string what =
             std::u16string(factsOf(drawing.boxes).name) + u"第 " + digits(std::int64_t(i) + 1);
         // A text may be left of a shape that has none any more.
-        if (shapes != 0 && LittleEndianReader(boxes.element(i), "FTXBXS").u32() != shapes) {
+        if (!links.empty() &&
+            LittleEndianReader(boxes.element(i), "FTXBXS").u32() != links.size()) {
             findings_.add("drawing.text", what + u" 段文字的图形个数不对");
+        }
+        if (!isWithoutGap(links)) {
+            findings_.add("drawing.text", what + u" 段文字的图形不连续");
         }
         const std::size_t last =
             std::size_t{evidence_.partBegin(drawing.boxes)} + boxes.positions[i + 1] - 1;
@@ -354,9 +418,11 @@ private:
         constexpr std::size_t boxSize = 22;
         const Plc breaks = decodePlc(evidence_.at(drawing.breaks), breakSize);
         const Plc boxes = decodePlc(evidence_.at(factsOf(drawing.boxes).texts->pair), boxSize);
+        std::set<std::size_t> shown;
         for (std::size_t i = 0; i + 1 < breaks.count(); ++i) {
             const auto box =
                 static_cast<std::uint16_t>(LittleEndianReader(breaks.element(i), "Tbkd").u16());
+            shown.insert(box);
             if (box + std::size_t{1} >= boxes.count() ||
                 breaks.positions[i] < boxes.positions[box] ||
                 breaks.positions[i + 1] > boxes.positions[box + std::size_t{1}]) {
@@ -365,7 +431,19 @@ private:
                                                    u" 段分界不在其文字之内");
             }
         }
+        for (std::size_t i = 0; i + 1 < boxes.count(); ++i) {
+            if (!isForReuse(boxes.element(i)) && !shown.contains(i)) {
+                findings_.add("drawing.break", std::u16string(factsOf(drawing.boxes).name) +
+                                                   u"第 " + digits(std::int64_t(i) + 1) +
+                                                   u" 段文字没有分界");
+            }
+        }
     }
+
+    struct Link {
+        std::uint32_t from = 0;
+        std::uint32_t to = 0;
+    };
 
     struct Cluster {
         std::uint32_t drawing = 0;
@@ -378,6 +456,10 @@ private:
     DrawingFacts headers_;
     std::uint32_t largestId_ = 0;
     std::vector<Cluster> clusters_;
+    std::vector<Link> links_;           // shapes that others name
+    std::uint32_t countedDrawings_ = 0; // cdgSaved
+    std::uint32_t drawings_ = 0;
+    bool areWhole_ = true;                       // the records were read to their end
     std::uint32_t pictures_ = 0;                 // entries of the store
     std::map<std::uint32_t, std::uint32_t> ids_; // shape: its drawing
 };
