@@ -146,6 +146,32 @@ TEST_F(ListTables, DefinitionWhoseLevelsAreCutKeepsItsPlaceWithoutNumbers) {
     EXPECT_EQ(remarks.at(0), u"列表定义表第 1 项起的编号级别已损坏，未读入");
 }
 
+TEST_F(ListTables, FormOfANumberThatNoProgramKnowsBecomesThePlainOne) {
+    std::vector<ListDefinition> unknown = definitions();
+    unknown[0].levels[0].head[4] = 0x13; // nfc
+    unknown[0].levels[1].head[4] = 0x3C;
+    unknown[0].levels[2].head[4] = 0x3B;
+    unknown[0].levels[3].head[15] = 3; // ixchFollow
+    unknown[0].levels[4].head[15] = 2;
+    const Bytes bytes = encodeListDefinitions(unknown, lists).bytes;
+    const auto& levels = decodeListDefinitions(bytes, lists, remarks).at(0).levels;
+    EXPECT_EQ(levels.at(0).head[4], 0);
+    EXPECT_EQ(levels.at(1).head[4], 0);
+    EXPECT_EQ(levels.at(2).head[4], 0x3B);
+    EXPECT_EQ(levels.at(3).head[15], 0);
+    EXPECT_EQ(levels.at(4).head[15], 2);
+}
+
+TEST_F(ListTables, AListUnderTheNumberOfNoneIsOneLikeAnyOther) {
+    std::vector<ListDefinition> none = definitions();
+    none[0].lsid = -1;
+    const Bytes bytes = encodeListDefinitions(none, lists).bytes;
+    const Bytes naming = encodeListOverrides({{-1, 0, 0, {}}}, lists);
+    const std::int32_t lsid = decodeListDefinitions(bytes, lists, remarks).at(0).lsid;
+    EXPECT_NE(lsid, -1);
+    EXPECT_EQ(decodeListOverrides(naming, lists, remarks).at(0).lsid, lsid);
+}
+
 TEST_F(ListTables, CountBeyondTheBytesIsCut) {
     EXPECT_TRUE(decodeListDefinitions(hex("FF7F 0000"), lists, remarks).empty());
     EXPECT_TRUE(decodeListOverrides(hex("FFFFFF7F 0000"), lists, remarks).empty());

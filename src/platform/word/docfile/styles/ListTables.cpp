@@ -23,9 +23,16 @@ std::size_t levelsOf(const ListDefinition& definition) {
     return (definition.flags & simpleList) != 0 ? 1 : levelCount;
 }
 
+// The number of a list; no list may have the one that stands for none.
+std::int32_t readNumber(LittleEndianReader& reader) {
+    constexpr std::int32_t none = -1;
+    const std::int32_t lsid = reader.i32();
+    return lsid == none ? 0 : lsid;
+}
+
 ListDefinition readLstf(LittleEndianReader& reader) {
     ListDefinition definition;
-    definition.lsid = reader.i32();
+    definition.lsid = readNumber(reader);
     definition.tplc = reader.i32();
     for (StyleIndex& style : definition.linkedStyles) {
         style = reader.u16();
@@ -78,7 +85,7 @@ void readLevels(LittleEndianReader& reader, std::vector<ListDefinition>& definit
 
 ListOverride readLfo(LittleEndianReader& reader, std::size_t& levels) {
     ListOverride result;
-    result.lsid = reader.i32();
+    result.lsid = readNumber(reader);
     reader.skip(8);
     levels = reader.u8();
     result.fieldKind = reader.u8();
