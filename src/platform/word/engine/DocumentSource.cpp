@@ -14,6 +14,8 @@ namespace qvnd::word {
 namespace {
 
 constexpr const char16_t* advice = u"请用相应的程序打开后另存为 Word 97-2003 文档。";
+constexpr const char16_t* adviceToRepair =
+    u"请在 Word 的“打开”对话框中用“打开并修复”打开它，另存后再试。";
 constexpr const char16_t* adviceToInstall = u"安装办公套件（LibreOffice）后程序会自动转换它；"
                                             u"也可以用相应的程序打开后另存为 Word 97-2003 文档。";
 
@@ -32,7 +34,7 @@ std::u16string reasonOf(FormatError::Kind kind) {
     case FormatError::Kind::damaged:
         break;
     }
-    return u"文件已损坏";
+    return u"文件的基本结构已损坏，不能从中读出文字";
 }
 
 std::u16string kindOfEncryption(const std::filesystem::path& path) {
@@ -75,6 +77,9 @@ struct Refusal {
     DocumentRefusal withoutConverter() const {
         if (instead.isText) {
             return with(std::u16string(u"。") + adviceToInstall);
+        }
+        if (kind == FormatError::Kind::damaged) {
+            return with(std::u16string(u"。") + adviceToRepair);
         }
         return with(instead.name.empty() ? u"。" : std::u16string(u"，") + advice);
     }

@@ -47,8 +47,9 @@ void EngineDocument::written(const std::filesystem::path& path) {
     losses_.clear();
     if (const std::size_t cut = writer_.cutLists(); cut > cutListsTold_) {
         cutListsTold_ = cut;
-        services_.report.notCarried(path, u"文字的格式 " + digits(static_cast<std::int64_t>(cut)) +
-                                              u" 种过于繁复，只写入了一部分");
+        services_.report.notCarried(path,
+                                    u"文字的格式 " + digits(static_cast<std::int64_t>(cut)) +
+                                        u" 种过于繁复，只写入了一部分，用它们的文字可能与原来不同");
     }
 }
 

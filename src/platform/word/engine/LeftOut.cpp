@@ -78,7 +78,8 @@ void sayCounts(std::vector<std::u16string>& lines, const DocumentContent& source
     say(lines, losses.styles, u"样式", u"种", u"未能带入，一个文档最多 4093 种样式");
     say(lines, losses.bookmarks, u"书签", u"个",
         u"未能带入，一个文档最多 16380 个书签，其中 2380 个留给目录");
-    say(lines, losses.longFormats, u"格式", u"种", u"过于繁复，只带入了一部分");
+    say(lines, losses.longFormats, u"格式", u"种",
+        u"过于繁复，只带入了一部分，用它们的文字可能与原来不同");
 }
 
 // What no document of this program holds, wherever it comes from.

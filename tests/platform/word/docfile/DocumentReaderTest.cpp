@@ -419,7 +419,7 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
     const DocumentContent document = readSound(file);
     EXPECT_THAT(document.unread.remarks,
-                testing::ElementsAre(u"有 9 个脚注、尾注或批注已损坏，未能读出。"));
+                testing::ElementsAre(u"有 9 个脚注、尾注或批注已损坏，未能读出，第一处在“text”。"));
     const UnreadContents& unread = document.unread;
     EXPECT_EQ(unread.sideStories, (std::array<int, anchorKinds>{3, 2, 4, 0}));
     EXPECT_EQ(unread.textBoxes, 2); // which no shape shows

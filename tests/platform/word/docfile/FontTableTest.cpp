@@ -77,7 +77,7 @@ TEST(FontTable, DamagedFontIsReplacedInItsPlace) {
     ASSERT_EQ(read.size(), 2U);
     EXPECT_EQ(read[0].name, u"Times New Roman");
     EXPECT_EQ(read[1].name, u"Arial");
-    EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏，改用普通字体");
+    EXPECT_EQ(remarks.at(0), u"有 1 种字体已损坏，用它们的文字改用 Times New Roman");
 }
 
 TEST(FontTable, ANameThatIsNotClosedIsWrittenAnew) {
@@ -128,7 +128,7 @@ TEST(FontTable, AFontWithoutANameIsReplacedInItsPlace) {
     const auto name = std::find(bytes.begin() + 5, bytes.end(), 'A');
     std::fill(name, bytes.end(), std::uint8_t{0});
     EXPECT_FALSE(decodeFonts(bytes, remarks).at(0).name.empty());
-    EXPECT_EQ(remarks.at(0), u"字体表第 0 项已损坏，改用普通字体");
+    EXPECT_EQ(remarks.at(0), u"有 1 种字体已损坏，用它们的文字改用 Times New Roman");
 }
 
 TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
@@ -137,7 +137,7 @@ TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
     bytes.resize(bytes.size() - 1);
 
     EXPECT_EQ(decodeFonts(bytes, remarks).size(), 1U);
-    EXPECT_EQ(remarks.at(0), u"字体表已损坏，只读入了前 1 项");
+    EXPECT_EQ(remarks.at(0), u"文件的字体已损坏，未能全部读出，部分文字的字体可能与原来不同");
 }
 
 } // namespace

@@ -143,7 +143,7 @@ TEST_F(ListTables, DefinitionWhoseLevelsAreCutKeepsItsPlaceWithoutNumbers) {
     EXPECT_EQ(read[1].lsid, 1234567);
     ASSERT_EQ(read[1].levels.size(), 1U);
     EXPECT_EQ(read[1].levels[0].head, levelWithoutNumber().head);
-    EXPECT_EQ(remarks.at(0), u"列表定义表第 1 项起的编号级别已损坏，未读入");
+    EXPECT_EQ(remarks.at(0), u"有 1 种编号的格式已损坏，用它们的段落没有编号或项目符号");
 }
 
 TEST_F(ListTables, FormOfANumberThatNoProgramKnowsBecomesThePlainOne) {
@@ -221,7 +221,7 @@ TEST_F(ListTables, OverrideWhoseLevelsAreCutKeepsItsPlace) {
     ASSERT_EQ(read.size(), 1U);
     EXPECT_EQ(read[0].lsid, 5);
     EXPECT_TRUE(read[0].levels.empty());
-    EXPECT_EQ(remarks.at(0), u"列表引用表第 1 项起的级别设置已损坏，未读入");
+    EXPECT_EQ(remarks.at(0), u"有 1 个列表的起始编号或格式已损坏，编号可能与原来不同");
 }
 
 TEST_F(ListTables, OverrideWithoutADefinitionGetsOneThatShowsNoNumber) {

@@ -77,7 +77,8 @@ TEST_F(StyleSheetTable, AListThatAStyleHasNoRoomForIsCutBetweenEntriesAndTold) {
     StyleDefinition richer = style;
     richer.character = lists.intern(list);
     EXPECT_EQ(throughFile(sheetOf({{15, richer}})).styles[15]->character, style.character);
-    EXPECT_EQ(remarks, Remarks{u"样式表第 15 项的格式过于繁复，只读入了一部分"});
+    EXPECT_EQ(remarks,
+              Remarks{u"样式“rich”的格式过于繁复，只读入了一部分，用它的文字可能与原来不同"});
 }
 
 TEST_F(StyleSheetTable, AnAliasThatAnotherStyleBearsGoes) {
@@ -205,7 +206,7 @@ TEST_F(StyleSheetTable, ReadsTheShortFormOfWord97) {
     EXPECT_EQ(sheet.defaultFonts[2], 3);
 }
 
-TEST_F(StyleSheetTable, DamagedStyleIsDroppedAndNamedWhileOthersStay) {
+TEST_F(StyleSheetTable, DamagedStyleIsDroppedAndCountedWhileOthersStay) {
     StyleSheet sheet = sheetOf(
         {{15, named(u"Bad", StyleKind::paragraph)}, {16, named(u"Good", StyleKind::paragraph)}});
     Bytes bytes = encodeStyleSheet(sheet, lists);
@@ -219,7 +220,7 @@ TEST_F(StyleSheetTable, DamagedStyleIsDroppedAndNamedWhileOthersStay) {
     EXPECT_FALSE(read.styles.at(15));
     EXPECT_EQ(read.styles.at(16)->name, u"Good");
     ASSERT_EQ(remarks.size(), 1U);
-    EXPECT_EQ(remarks[0], u"样式表第 15 项已损坏，未读入");
+    EXPECT_EQ(remarks[0], u"有 1 种样式已损坏，未读入，用它们的段落改用正文样式");
 }
 
 TEST_F(StyleSheetTable, DamagedFormattingKeepsTheStyleAndIsNamed) {
@@ -235,7 +236,7 @@ TEST_F(StyleSheetTable, DamagedFormattingKeepsTheStyleAndIsNamed) {
 
     EXPECT_EQ(read.styles.at(15)->name, u"Bad");
     EXPECT_EQ(read.styles[15]->character, PropertyListId::empty);
-    EXPECT_EQ(remarks.at(0), u"样式表第 15 项的格式已损坏，只读入了可读的部分");
+    EXPECT_EQ(remarks.at(0), u"样式“Bad”的格式已损坏，用它的文字可能与原来不同");
 }
 
 TEST_F(StyleSheetTable, PropertiesThatAreNotWholeOrOfAnotherKindAreLeftOut) {
@@ -360,7 +361,9 @@ TEST_F(StyleSheetTable, SheetThatEndsEarlyStillHasANormalStyle) {
 
     EXPECT_EQ(read.styles.size(), 15U);
     EXPECT_EQ(read.styles[0]->name, u"Normal");
-    EXPECT_EQ(remarks.at(0), u"样式表已损坏，只读入了前 0 项");
+    EXPECT_EQ(
+        remarks.at(0),
+        u"文件的样式已损坏，未能全部读出，没有读出的样式改用正文样式，请核对标题和段落的格式");
 }
 
 // Paragraphs name it without saying so.

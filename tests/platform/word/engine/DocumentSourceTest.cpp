@@ -117,7 +117,9 @@ TEST_F(DocumentSource, WhatNoSuiteTurnsIntoTextIsNotHandedToOne) {
     EXPECT_EQ(refusalOf(unknown, &converter),
               u"不能打开文件“文.doc”：不是 Word 97-2003 格式的文档。");
     EXPECT_NE(refusalOf(encrypted(), &converter).find(u"设有打开密码"), std::u16string::npos);
-    EXPECT_EQ(refusalOf(damaged(), &converter), u"不能打开文件“坏.doc”：文件已损坏。");
+    EXPECT_EQ(refusalOf(damaged(), &converter),
+              u"不能打开文件“坏.doc”：文件的基本结构已损坏，不能从中读出文字。"
+              u"请在 Word 的“打开”对话框中用“打开并修复”打开它，另存后再试。");
     EXPECT_TRUE(converter.asked.empty());
 }
 

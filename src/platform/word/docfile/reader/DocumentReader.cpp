@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/container/CopyBudget.h"
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/document/Excerpt.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
@@ -61,7 +62,7 @@ public:
         readRest();
         readSideStories();
         remarkOn(data_.unread.remarks, expansion.damagedLists(),
-                 u" 组格式属性已损坏，未能全部读出。");
+                 u" 种格式已损坏，未能全部读出，用它们的文字可能与原来不同。");
         remarkOnStories();
         countUnread();
         data_.tables.bulletPictures =
@@ -152,12 +153,14 @@ private:
         }
         main_ = story(0, length, fieldsOf(TextPart::main));
         joinSectionsWithoutBreak();
-        for (const SectionPlace& place : places_) {
-            data_.sections.push_back({place.length, sectionProperties(place)});
-        }
         Cp total = 0;
-        for (const SectionRun& section : data_.sections) {
-            total += section.length;
+        for (const SectionPlace& place : places_) {
+            const int before = damagedSections_;
+            data_.sections.push_back({place.length, sectionProperties(place)});
+            if (before == 0 && damagedSections_ > 0) {
+                damagedSection_ = wordsFrom(main_.text, total);
+            }
+            total += place.length;
         }
         data_.sections.back().length += main_.size() - total;
     }
@@ -435,6 +438,29 @@ private:
         return at < length && text_.text[start + at] == factsOf(TextPart::textBoxes).anchor;
     }
 
+    // The paragraph that refers to the first note or comment that was not read.
+    std::u16string firstUnreadSide() const {
+        if (damagedTexts_ + damagedSides_.texts == 0) {
+            return {};
+        }
+        const auto isRead = [this](Cp at) {
+            const auto anchor =
+                std::lower_bound(main_.anchors.begin(), main_.anchors.end(), at,
+                                 [](const Anchor& a, Cp position) { return a.at < position; });
+            return anchor != main_.anchors.end() && anchor->at == at;
+        };
+        Cp first = main_.size();
+        for (const SidePart& row : sideParts) {
+            const PositionTable& table = *factsOf(row.part).references;
+            const Plc there = decodePlc(document_.part(table.pair), table.elementSize);
+            for (std::size_t i = 0; i < there.count(); ++i) {
+                const Cp at = there.positions[i];
+                first = at < first && !isRead(at) ? at : first;
+            }
+        }
+        return first < main_.size() ? wordsOfParagraph(main_.text, first) : std::u16string();
+    }
+
     void countUnread() {
         for (const SidePart& row : sideParts) {
             const PositionTable& table = *factsOf(row.part).references;
@@ -448,9 +474,11 @@ private:
     }
 
     void remarkOnStories() {
-        remarkOn(data_.unread.remarks, damagedSections_, u" 节的页面设置已损坏，改用默认设置。");
+        remarkOn(data_.unread.remarks, damagedSections_,
+                 u" 节的页面设置已损坏，改用默认的纸张和页边距" + firstPlace(damagedSection_) +
+                     u"。");
         remarkOn(data_.unread.remarks, damagedTexts_ + damagedSides_.texts,
-                 u" 个脚注、尾注或批注已损坏，未能读出。");
+                 u" 个脚注、尾注或批注已损坏，未能读出" + firstPlace(firstUnreadSide()) + u"。");
         remarkOn(data_.unread.remarks, damagedSides_.ranges,
                  u" 条批注所指的文字已无法确定，批注只保留了位置。");
         remarkOn(data_.unread.remarks, static_cast<int>(aside_.size()),
@@ -476,8 +504,9 @@ private:
     std::vector<Anchor> headerAnchors_; // of drawings, in the part of the headers
     CopyBudget sectionBudget_{document_.wordDocument.size()};
     int damagedSections_ = 0;
-    int damagedTexts_ = 0; // of notes and comments
-    int cutBookmarks_ = 0; // that reach from one header, note or shape into the next
+    std::u16string damagedSection_; // the first words of the first one
+    int damagedTexts_ = 0;          // of notes and comments
+    int cutBookmarks_ = 0;          // that reach from one header, note or shape into the next
     int damagedFields_ = 0;
     int strayFields_ = 0;
     SideDamage damagedSides_; // what tables of notes and comments say of it

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/reader/FormattedText.h"
 
 #include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/document/Excerpt.h"
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/formatting/CharacterPages.h"
 #include "platform/word/docfile/formatting/FormattingRuns.h"
@@ -8,6 +9,7 @@
 #include "platform/word/docfile/text/StoryRepair.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace qvnd::word {
 
@@ -102,8 +104,8 @@ public:
         }
     }
 
-    // Whether there is text that the pages say nothing of, more than a paragraph mark.
-    bool lacksFormatting() const { return lacksFormatting_; }
+    // Where the first text stands that the pages say nothing of, more than a paragraph mark.
+    std::optional<Cp> lacksFormatting() const { return lacksFormatting_; }
 
 private:
     static bool mayEndParagraph(char16_t c) {
@@ -128,8 +130,9 @@ private:
             const FormattingRun run = characters_.at(fc);
             fc = std::min(run.limitFc, limit);
             const Cp reached = ceilingOfHalf(fc - piece.fc, piece.bytesPerCharacter());
-            lacksFormatting_ =
-                lacksFormatting_ || (!run.known && holdsText(start + done, start + reached));
+            if (!run.known) {
+                noteLacking(start + done, start + reached);
+            }
             appendRun(result_.characters,
                       {reached - done, modifiers_.characters(run.properties, piece.modifier)});
             done = reached;
@@ -150,9 +153,13 @@ private:
         }
     }
 
-    bool holdsText(Cp first, Cp limit) const {
+    void noteLacking(Cp first, Cp limit) {
         const auto text = std::u16string_view(result_.text).substr(first, limit - first);
-        return text.find_first_not_of(special::paragraphMark) != std::u16string_view::npos;
+        const std::size_t at = text.find_first_not_of(special::paragraphMark);
+        if (at != std::u16string_view::npos) {
+            const Cp found = first + static_cast<Cp>(at);
+            lacksFormatting_ = std::min(lacksFormatting_.value_or(found), found);
+        }
     }
 
     bool endsSection(Cp end) {
@@ -170,7 +177,9 @@ private:
 
     void endParagraph(const Piece& piece, Cp end, std::uint32_t fc) {
         const FormattingRun run = paragraphs_.at(fc);
-        lacksFormatting_ = lacksFormatting_ || (!run.known && holdsText(paragraphStart_, end));
+        if (!run.known) {
+            noteLacking(paragraphStart_, end);
+        }
         const auto paragraph = modifiers_.paragraph({run.style, run.properties}, piece.modifier);
         result_.paragraphs.push_back(
             {end - paragraphStart_, paragraph.style, paragraph.properties});
@@ -184,7 +193,7 @@ private:
     PieceModifiers& modifiers_;
     std::size_t nextSection_ = 0;
     Cp paragraphStart_ = 0;
-    bool lacksFormatting_ = false;
+    std::optional<Cp> lacksFormatting_;
 };
 
 // Pieces of a sound file do not share text, save for copies; a file that claims more text than it
@@ -287,7 +296,8 @@ PieceTable readPieceTable(const OpenedDocument& document, Remarks& remarks) {
         table = decodeClx(document.part(FibPair::Clx), document.wordDocument.size(), &damage);
     } catch (const FormatError&) {
         table = singlePiece(document);
-        remarks.emplace_back(u"文字位置表已损坏，文字按文件头所记的位置读出。");
+        remarks.emplace_back(
+            u"文字的次序记录已损坏，按存放的先后读出，请核对文字是否完整、次序是否正确。");
     }
     if (damage > 0) {
         remarks.push_back(u"有 " + digits(damage) + u" 段文字的位置超出文件范围，未能读出。");
@@ -324,10 +334,11 @@ FormattedText readFormattedText(const OpenedDocument& document, const PieceTable
     const int damaged = characters.damagedPages + paragraphs.damagedPages;
     if (damaged > 0) {
         remarks.push_back(u"有 " + digits(damaged) +
-                          u" 页格式数据已损坏，相应文字的格式未能全部读出。");
+                          u" 处格式数据已损坏，相应文字的字体和段落格式可能与原来不同。");
     }
-    if (assembly.lacksFormatting()) {
-        remarks.emplace_back(u"部分文字没有格式记录，按默认格式读出。");
+    if (const auto lacking = assembly.lacksFormatting()) {
+        remarks.push_back(u"部分文字没有格式记录，按默认格式读出" +
+                          firstPlace(wordsFrom(result.text, *lacking)) + u"。");
     }
     return result;
 }

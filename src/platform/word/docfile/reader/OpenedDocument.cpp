@@ -44,7 +44,7 @@ Bytes optionalStream(const CompoundFile& file, std::u16string_view name, Remarks
     try {
         return file.stream(name);
     } catch (const FormatError&) {
-        remarks.push_back(u"数据流“" + std::u16string(name) + u"”已损坏，其中的内容未能读出。");
+        remarks.emplace_back(u"文件中存放图片的部分已损坏，嵌入式图片和窗体域可能缺失。");
         return {};
     }
 }
@@ -58,7 +58,8 @@ Bytes tableStream(const CompoundFile& file, const Fib& fib, Remarks& remarks) {
     if (!file.has(other)) {
         throw FormatError(FormatError::Kind::damaged, "no table stream");
     }
-    remarks.emplace_back(u"文件头所指的表流不存在，改用了另一个表流。");
+    remarks.emplace_back(
+        u"文件的格式记录缺失，改用了文件中的另一份，请核对文字、编号和版面是否为最后的状态。");
     return file.stream(other);
 }
 

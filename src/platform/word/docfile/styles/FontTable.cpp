@@ -144,6 +144,7 @@ FontEntry makeFont(std::u16string name) {
 
 std::vector<FontEntry> decodeFonts(ByteView sttbfFfn, Remarks& remarks) {
     std::vector<FontEntry> fonts;
+    int damaged = 0;
     try {
         LittleEndianReader reader(sttbfFfn, "SttbfFfn");
         const std::size_t count = reader.u16();
@@ -151,15 +152,15 @@ std::vector<FontEntry> decodeFonts(ByteView sttbfFfn, Remarks& remarks) {
         for (std::size_t ftc = 0; ftc < count; ++ftc) {
             std::optional<FontEntry> font = readFont(reader.view(reader.u8()));
             reader.skip(extra);
-            if (!font) {
-                remarks.push_back(u"字体表第 " + digits(std::int64_t(ftc)) +
-                                  u" 项已损坏，改用普通字体");
-            }
+            damaged += font ? 0 : 1;
             fonts.push_back(font ? *std::move(font) : plainFont());
         }
     } catch (const FormatError&) {
-        remarks.push_back(u"字体表已损坏，只读入了前 " + digits(std::int64_t(fonts.size())) +
-                          u" 项");
+        remarks.emplace_back(u"文件的字体已损坏，未能全部读出，部分文字的字体可能与原来不同");
+    }
+    if (damaged > 0) {
+        remarks.push_back(u"有 " + digits(damaged) +
+                          u" 种字体已损坏，用它们的文字改用 Times New Roman");
     }
     return fonts;
 }

@@ -58,7 +58,8 @@ std::vector<ListDefinition> readLstfs(LittleEndianReader& reader, Remarks& remar
     const std::size_t counted = reader.remaining() < 2 ? 0 : reader.u16();
     const std::size_t count = std::min(counted, reader.remaining() / lstfSize);
     if (count < counted) {
-        remarks.push_back(u"列表定义表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
+        remarks.push_back(u"有 " + digits(std::int64_t(counted - count)) +
+                          u" 种编号已损坏，未读入，用它们的段落没有编号或项目符号");
     }
     for (std::size_t i = 0; i < count; ++i) {
         definitions.push_back(readLstf(reader));
@@ -76,8 +77,8 @@ void readLevels(LittleEndianReader& reader, std::vector<ListDefinition>& definit
             }
         } catch (const FormatError&) {
             damaged = true;
-            remarks.push_back(u"列表定义表第 " + digits(std::int64_t(i)) +
-                              u" 项起的编号级别已损坏，未读入");
+            remarks.push_back(u"有 " + digits(std::int64_t(definitions.size() - i)) +
+                              u" 种编号的格式已损坏，用它们的段落没有编号或项目符号");
         }
         definitions[i].levels.resize(levelsOf(definitions[i]), levelWithoutNumber());
     }
@@ -140,8 +141,8 @@ void readLfoData(LittleEndianReader& reader, std::vector<ListOverride>& override
                 }
             }
         } catch (const FormatError&) {
-            remarks.push_back(u"列表引用表第 " + digits(std::int64_t(i + 1)) +
-                              u" 项起的级别设置已损坏，未读入");
+            remarks.push_back(u"有 " + digits(std::int64_t(overrides.size() - i)) +
+                              u" 个列表的起始编号或格式已损坏，编号可能与原来不同");
             return;
         }
     }
@@ -203,7 +204,8 @@ std::vector<ListOverride> decodeListOverrides(ByteView plfLfo, PropertyLists& li
     const std::size_t counted = reader.remaining() < 4 ? 0 : reader.u32();
     const std::size_t count = std::min(counted, reader.remaining() / lfoSize);
     if (count < counted) {
-        remarks.push_back(u"列表引用表已损坏，只读入了前 " + digits(std::int64_t(count)) + u" 项");
+        remarks.push_back(u"文件的列表已损坏，只读入了前 " + digits(std::int64_t(count)) +
+                          u" 个，用其余列表的段落没有编号或项目符号");
     }
     std::vector<std::size_t> levels(std::min(count, mostLists));
     overrides.reserve(levels.size());

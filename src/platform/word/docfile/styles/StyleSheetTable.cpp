@@ -135,25 +135,27 @@ private:
     bool isCut_ = false;
 };
 
-std::optional<StyleDefinition> readStyle(ByteView std, std::size_t baseSize, std::size_t istd,
-                                         PropertyLists& lists, Remarks& remarks) {
+// Throws FormatError when not even the name can be read.
+StyleDefinition readStyle(ByteView std, std::size_t baseSize, PropertyLists& lists,
+                          Remarks& remarks) {
+    StyleReader reader(std, baseSize, lists);
+    bool damaged = false;
     try {
-        StyleReader reader(std, baseSize, lists);
-        try {
-            reader.readFormatting();
-        } catch (const FormatError&) {
-            remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) +
-                              u" 项的格式已损坏，只读入了可读的部分");
-        }
-        if (reader.isCut()) {
-            remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) +
-                              u" 项的格式过于繁复，只读入了一部分");
-        }
-        return reader.take();
+        reader.readFormatting();
     } catch (const FormatError&) {
-        remarks.push_back(u"样式表第 " + digits(std::int64_t(istd)) + u" 项已损坏，未读入");
-        return std::nullopt;
+        damaged = true;
     }
+    const bool isCut = reader.isCut();
+    StyleDefinition style = reader.take();
+    const std::u16string which =
+        style.name.empty() ? u"一种没有名称的样式" : u"样式“" + style.name + u"”";
+    if (damaged) {
+        remarks.push_back(which + u"的格式已损坏，用它的文字可能与原来不同");
+    }
+    if (isCut) {
+        remarks.push_back(which + u"的格式过于繁复，只读入了一部分，用它的文字可能与原来不同");
+    }
+    return style;
 }
 
 struct SheetHead {
@@ -191,6 +193,7 @@ SheetHead readHead(LittleEndianReader& stsh, StyleSheet& sheet) {
 void readStyles(LittleEndianReader& stsh, const SheetHead& head, StyleSheet& sheet,
                 PropertyLists& lists, Remarks& remarks) {
     int beyond = 0;
+    int damaged = 0;
     for (std::size_t istd = 0; istd < head.count; ++istd) {
         const ByteView std = stsh.view(stsh.u16());
         if (std.size() % 2 != 0 && !stsh.atEnd()) {
@@ -200,8 +203,18 @@ void readStyles(LittleEndianReader& stsh, const SheetHead& head, StyleSheet& she
             beyond += std.empty() ? 0 : 1;
             continue;
         }
-        sheet.styles.push_back(std.empty() ? std::nullopt
-                                           : readStyle(std, head.baseSize, istd, lists, remarks));
+        sheet.styles.emplace_back();
+        try {
+            if (!std.empty()) {
+                sheet.styles.back() = readStyle(std, head.baseSize, lists, remarks);
+            }
+        } catch (const FormatError&) {
+            ++damaged;
+        }
+    }
+    if (damaged > 0) {
+        remarks.push_back(u"有 " + digits(damaged) +
+                          u" 种样式已损坏，未读入，用它们的段落改用正文样式");
     }
     if (beyond > 0) {
         remarks.push_back(u"有 " + digits(beyond) + u" 种样式未读入，一个文档最多 4093 种样式");
@@ -333,8 +346,8 @@ StyleSheet decodeStyleSheet(ByteView stsh, PropertyLists& lists, Remarks& remark
         const SheetHead head = readHead(reader, sheet);
         readStyles(reader, head, sheet, lists, remarks);
     } catch (const FormatError&) {
-        remarks.push_back(u"样式表已损坏，只读入了前 " + digits(std::int64_t(sheet.styles.size())) +
-                          u" 项");
+        remarks.emplace_back(u"文件的样式已损坏，未能全部读出，没有读出的样式改用正文样式，"
+                             u"请核对标题和段落的格式");
     }
     sheet.styles.resize(std::max(sheet.styles.size(), fixedSlots));
     std::optional<StyleDefinition>& standard = sheet.styles[0];
