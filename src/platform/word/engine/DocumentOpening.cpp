@@ -16,9 +16,11 @@
 #include "platform/word/formatting/ListMembership.h"
 
 #include <algorithm>
+#include <memory>
 #include <span>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -99,7 +101,7 @@ public:
         openStyles();
         openLists();
         openPools();
-        open(data_.main);
+        openMain();
         for (SectionRun& section : data_.sections) {
             open(section.properties);
             section.properties = fitting_.fittedSection(section.properties);
@@ -122,8 +124,9 @@ private:
 
     void open(PropertyListId& list) { list = rewriter_.rewritten(list); }
 
-    void open(Story& story) {
-        countMissing(story);
+    // Answers the marks of notes and comments that belong to none.
+    std::vector<Cp> open(Story& story) {
+        std::vector<Cp> strayMarks = countMissing(story);
         for (CharacterRun& run : story.characters) {
             open(run.properties);
             run.properties = fitting_.fitted(run.properties);
@@ -134,10 +137,23 @@ private:
         }
         nameBookmarks(story.bookmarks);
         markSpecial(story, tables().lists);
+        return strayMarks;
     }
 
-    // Characters that stand for nothing stay where they are.
-    void countMissing(const Story& story) {
+    // A mark without a note would show the number of nothing. In the text of a note it shows the
+    // number of that note.
+    void openMain() {
+        for (StorySlice& slice : data_.main) {
+            Story opened = *slice.fragment;
+            const std::vector<Cp> strayMarks = open(opened);
+            blankOut(opened, strayMarks, tables().lists);
+            slice.fragment = std::make_shared<const Story>(std::move(opened));
+        }
+    }
+
+    // Other characters that stand for nothing stay where they are.
+    std::vector<Cp> countMissing(const Story& story) {
+        std::vector<Cp> strayMarks;
         auto anchor = story.anchors.begin();
         auto field = story.fields.begin();
         Cp start = 0;
@@ -152,10 +168,15 @@ private:
                 anchor = std::find_if(anchor, story.anchors.end(),
                                       [&](const Anchor& a) { return a.at >= at; });
                 const bool isAnchored = anchor != story.anchors.end() && anchor->at == at;
-                count(missingAt(story.text[at], facts, isAnchored), losses_);
+                const Missing missing = missingAt(story.text[at], facts, isAnchored);
+                count(missing, losses_);
+                if (missing == Missing::note) {
+                    strayMarks.push_back(at);
+                }
             }
             start = end;
         }
+        return strayMarks;
     }
 
     void open(std::shared_ptr<const Story>& story) {

@@ -119,6 +119,18 @@ TEST(DocumentOpening, ADocumentWithoutFontsGetsTheOneThatItsStylesName) {
     }
 }
 
+TEST(DocumentOpening, AMarkOfANoteThatThereIsNotBecomesABlank) {
+    SourceDocument source;
+    const Bytes special = sprm8(sprm::CFSpec, 1) + sprm8(sprm::CFBold, 1);
+    source.run(u"a");
+    source.run(u"\u0002\u0005", special);
+    source.run(u"\u0002\r");
+    source.endParagraph(0, {});
+    const DocumentContent content = openedDocument(source.take());
+    EXPECT_EQ(content.main.at(0).fragment->text, u"a  \u0002\r") << "the last is no mark";
+    EXPECT_EQ(bytesOf(runList(content, 1)), sprm8(sprm::CFBold, 1));
+}
+
 TEST(DocumentOpening, EqualNamesOfBookmarksBecomeDifferent) {
     SourceDocument source;
     source.paragraph(u"text");
