@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/format/SprmFacts.h"
+#include "platform/word/docfile/formatting/SoundSprms.h"
 
 #include <algorithm>
 
@@ -86,10 +87,37 @@ bool translate(Bytes& operand, const SprmFacts& facts, ImportReferences& referen
                            [&](std::uint32_t index) { return references.bulletPicture(index); });
     case SprmTarget::levelFonts:
         return translateLevelFonts(operand, references);
+    case SprmTarget::listInside: // lists inside are one level deep
     case SprmTarget::elsewhere:
         return false;
     }
     return true;
+}
+
+// A list inside an entry is of the same group. What it says of pictures, objects and the Data
+// stream is still as the file has it, and means nothing.
+bool mayStandInside(const SprmView& entry, SprmTarget target, SprmGroup group) {
+    return groupOf(entry.opcode) == group && hasSoundOperand(entry) && target != SprmTarget::blob &&
+           target != SprmTarget::object && target != SprmTarget::bulletPicture &&
+           target != SprmTarget::dataStream;
+}
+
+bool translateInside(Bytes& operand, const SprmFacts& outer, ImportReferences& references) {
+    const SprmGroup group = groupOf(outer.opcode);
+    const auto changed = withListInside(operand, outer.targetAt, [&](const SprmView& entry) {
+        const SprmFacts facts = factsOf(entry.opcode);
+        Bytes inner(entry.operand.begin(), entry.operand.end());
+        return mayStandInside(entry, facts.target, group) && translate(inner, facts, references)
+                   ? withSprm({}, entry.opcode, inner)
+                   : Bytes();
+    });
+    operand = changed.value_or(Bytes());
+    return changed.has_value();
+}
+
+bool translateEntry(Bytes& operand, const SprmFacts& facts, ImportReferences& references) {
+    return facts.target == SprmTarget::listInside ? translateInside(operand, facts, references)
+                                                  : translate(operand, facts, references);
 }
 
 // Marks of an object, which mean nothing without one.
@@ -138,7 +166,7 @@ PropertyListId PropertyRewriter::rewrite(ByteView list) {
             continue;
         }
         Bytes operand(entry.operand.begin(), entry.operand.end());
-        if (translate(operand, factsOf(entry.opcode), references_)) {
+        if (translateEntry(operand, factsOf(entry.opcode), references_)) {
             result.insert(result.end(), entry.whole.begin(), entry.whole.begin() + 2);
             result.insert(result.end(), operand.begin(), operand.end());
         }

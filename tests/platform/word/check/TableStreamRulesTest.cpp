@@ -409,6 +409,22 @@ TEST(DivisionRules, ADivisionMustBeInItsTable) {
     EXPECT_EQ(brokenRules(document.bytes()), Rules{"sprm.division"});
     document.setParagraph(u"标题", withSprm32({}, sprm::PIpgp, 0));
     EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+    document.setParagraph(u"标题", withSprm32({}, sprm::TIpgp, 1));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"sprm.division"});
+}
+
+TEST(PropertyRules, WhatAListInsideAnEntryNamesMustExist) {
+    SoundDocument document;
+    const auto withFont = [](unsigned font) {
+        Bytes operand{4};
+        const Bytes inner = withSprm16({}, sprm::CRgFtc0, font);
+        operand.insert(operand.end(), inner.begin(), inner.end());
+        return withSprm({}, sprm::CMajority, operand);
+    };
+    document.setCharacters(u"标题", withFont(0));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+    document.setCharacters(u"标题", withFont(999));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{"sprm.font"});
 }
 
 } // namespace

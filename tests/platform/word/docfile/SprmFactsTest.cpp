@@ -57,7 +57,10 @@ const std::map<SprmOpcode, Reference> references{
     {0xD667, {SprmTarget::author, 2}},         {0xC63E, {SprmTarget::font, 7}},
     {0xD202, {SprmTarget::levelFonts, 0}},     {0xC601, {SprmTarget::elsewhere, 0}},
     {0x6465, {SprmTarget::elsewhere, 0}},      {0x6645, {SprmTarget::dataStream, 0}},
-    {0x6646, {SprmTarget::dataStream, 0}},     {0x646B, {SprmTarget::dataStream, 0}}};
+    {0x6646, {SprmTarget::dataStream, 0}},     {0x646B, {SprmTarget::dataStream, 0}},
+    {0x7469, {SprmTarget::elsewhere, 0}},      {0xCA85, {SprmTarget::listInside, 3}},
+    {0xC666, {SprmTarget::listInside, 3}},     {0xD66A, {SprmTarget::listInside, 3}},
+    {0xCA47, {SprmTarget::listInside, 1}}};
 
 // Calls `visit` with every opcode that a file can hold.
 template <class Visit>

@@ -126,6 +126,42 @@ TEST(PropertyRewriter, AuthorsOfEveryRevisionAreTranslated) {
     EXPECT_EQ(rewritten(variable(sprm::PNumRM, numbering)), variable(sprm::PNumRM, numbered));
 }
 
+// A table style has such lists for its first row, its last column, ...
+TEST(PropertyRewriter, WhatListsInsideAnEntryNameIsTranslatedOneLevelDown) {
+    const Bytes font = sprm16(sprm::CRgFtc0, 3) + sprm8(sprm::CFBold, 1);
+    const Bytes there = sprm16(sprm::CRgFtc0, 103) + sprm8(sprm::CFBold, 1);
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, Bytes{9, 1, 0} + font)),
+              variable(sprm::CCnf, Bytes{9, 1, 0} + there));
+    EXPECT_EQ(rewritten(variable(sprm::PCnf, Bytes{6, 1, 0} + sprm16(sprm::PIlfo, 7))),
+              variable(sprm::PCnf, Bytes{6, 1, 0} + sprm16(sprm::PIlfo, 307)));
+    EXPECT_EQ(rewritten(variable(sprm::TCnf, Bytes{6, 1, 0} + sprm16(sprm::TIstd, 1))),
+              variable(sprm::TCnf, Bytes{6, 1, 0} + sprm16(sprm::TIstd, 231)));
+    EXPECT_EQ(rewritten(variable(sprm::CMajority, Bytes{7} + font)),
+              variable(sprm::CMajority, Bytes{7} + there));
+    const Bytes inner = variable(sprm::CCnf, Bytes{9, 1, 0} + font);
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, Bytes{14, 1, 0} + inner)),
+              variable(sprm::CCnf, {2, 1, 0}));
+}
+
+TEST(PropertyRewriter, AListInsideAnEntryIsWholeSoundAndOfTheSameGroup) {
+    const Bytes bold = sprm8(sprm::CFBold, 1);
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, Bytes{8, 1, 0} + sprm8(sprm::PFKeep, 1) + bold)),
+              variable(sprm::CCnf, Bytes{5, 1, 0} + bold));
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, Bytes{8, 1, 0} + bold + Bytes{0x4F, 0x4A, 1})),
+              variable(sprm::CCnf, Bytes{5, 1, 0} + bold));
+    EXPECT_EQ(rewritten(variable(sprm::PCnf, Bytes{5, 1, 0} + sprm8(sprm::PIlvl, 200))),
+              variable(sprm::PCnf, {2, 1, 0}));
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, Bytes{8, 1, 0} + sprm32(sprm::CPicLocation, 5))),
+              variable(sprm::CCnf, {2, 1, 0}));
+}
+
+TEST(PropertyRewriter, WhatNamesNothingInAListInsideAnEntryLeavesItShorter) {
+    const Bytes list = sprm16(sprm::CRgFtc0, 99) + sprm8(sprm::CFBold, 1);
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, Bytes{9, 1, 0} + list)),
+              variable(sprm::CCnf, Bytes{5, 1, 0} + sprm8(sprm::CFBold, 1)));
+    EXPECT_EQ(rewritten(variable(sprm::CCnf, {1, 1})), Bytes()) << "no condition";
+}
+
 TEST(PropertyRewriter, WhatNamesNothingIsDropped) {
     EXPECT_EQ(rewritten(sprm16(sprm::CRgFtc0, 99) + sprm16(sprm::CHps, 20)),
               sprm16(sprm::CHps, 20));

@@ -64,7 +64,7 @@ public:
         default:
             break;
         }
-        if (entry.opcode == sprm::PIpgp) {
+        if (entry.opcode == sprm::PIpgp || entry.opcode == sprm::TIpgp) {
             division(operandOf(entry));
         }
         if (entry.opcode == sprm::PIlvl) {
@@ -133,20 +133,21 @@ private:
     Findings& findings_;
 };
 
-// What a table style sets where a condition holds: a list within the entry (CNFOperand, [MS-DOC]
-// 2.9.41). Empty for any other entry.
-ByteView conditionalList(const SprmView& entry) {
-    constexpr std::size_t listAt = 3; // behind the length and the condition
-    const bool holdsOne = entry.opcode == sprm::CCnf || entry.opcode == sprm::PCnf;
-    return holdsOne && entry.operand.size() > listAt ? entry.operand.subspan(listAt) : ByteView{};
+// The list within an entry, such as what a table style sets where a condition holds. Empty for an
+// entry without one.
+ByteView listInside(const SprmView& entry) {
+    const SprmFacts facts = factsOf(entry.opcode);
+    const bool holdsOne =
+        facts.target == SprmTarget::listInside && entry.operand.size() > facts.targetAt;
+    return holdsOne ? entry.operand.subspan(facts.targetAt) : ByteView{};
 }
 
-// Conditions do not nest.
-void checkConditional(const SprmView& outer, const std::u16string& where, const Evidence& evidence,
-                      Findings& findings) {
-    const ParsedSprms parsed = parseSprms(conditionalList(outer));
+// Such lists do not nest.
+void checkInside(const SprmView& outer, const std::u16string& where, const Evidence& evidence,
+                 Findings& findings) {
+    const ParsedSprms parsed = parseSprms(listInside(outer));
     if (!parsed.complete) {
-        findings.add("sprm.parse", where + u"：条件格式的属性表没有完整结束");
+        findings.add("sprm.parse", where + u"：属性中的属性表没有完整结束");
     }
     ListCheck check(where, evidence, findings);
     for (const SprmView& entry : parsed.sprms) {
@@ -154,7 +155,7 @@ void checkConditional(const SprmView& outer, const std::u16string& where, const 
             check.check(entry);
         } else {
             findings.add("sprm.group",
-                         where + u"：属性 " + hexadecimal(entry.opcode) + u" 不该在条件格式中");
+                         where + u"：属性 " + hexadecimal(entry.opcode) + u" 不该在另一属性中");
         }
     }
 }
@@ -175,7 +176,7 @@ void checkPropertyList(ByteView sprms, ListPlace place, const std::u16string& wh
             continue;
         }
         check.check(entry);
-        checkConditional(entry, where, evidence, findings);
+        checkInside(entry, where, evidence, findings);
     }
 }
 

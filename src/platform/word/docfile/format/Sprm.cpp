@@ -3,6 +3,8 @@
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/format/SprmFacts.h"
 
+#include <cstddef>
+
 namespace qvnd::word {
 
 namespace {
@@ -82,6 +84,19 @@ CutList cutSprms(ByteView list, std::size_t room) {
         }
         result.list.insert(result.list.end(), entry.whole.begin(), entry.whole.end());
     }
+    return result;
+}
+
+std::optional<Bytes> withListInside(ByteView operand, std::size_t at, const SprmChange& change) {
+    if (operand.size() < at) {
+        return std::nullopt;
+    }
+    Bytes result(operand.begin(), operand.begin() + static_cast<std::ptrdiff_t>(at));
+    for (const SprmView& entry : parseSprms(operand.subspan(at)).sprms) {
+        const Bytes changed = change(entry);
+        result.insert(result.end(), changed.begin(), changed.end());
+    }
+    result[0] = static_cast<std::uint8_t>(result.size() - 1);
     return result;
 }
 

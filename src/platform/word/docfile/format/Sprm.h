@@ -3,6 +3,7 @@
 #include "platform/word/docfile/container/Bytes.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -48,6 +49,11 @@ struct CutList {
     bool lost = false;
 };
 CutList cutSprms(ByteView list, std::size_t room);
+
+// An operand that begins with its length and holds a list from `at` on, each entry of which becomes
+// what `change` makes of it: nothing where it goes. Nothing for an operand that holds no list.
+using SprmChange = std::function<Bytes(const SprmView&)>;
+std::optional<Bytes> withListInside(ByteView operand, std::size_t at, const SprmChange& change);
 
 // The last entry with that opcode: later entries overrule earlier ones.
 std::optional<SprmView> findSprm(ByteView list, SprmOpcode opcode);

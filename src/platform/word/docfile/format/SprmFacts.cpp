@@ -13,7 +13,7 @@ using Kind = SprmKind;
 using Target = SprmTarget;
 
 // Ascending by opcode.
-constexpr std::array<SprmFacts, 119> rows{{
+constexpr std::array<SprmFacts, 122> rows{{
     {.opcode = sprm::CFRMarkDel, .kind = Kind::revision},
     {.opcode = sprm::CFRMarkIns, .kind = Kind::revision},
     {.opcode = sprm::CFFldVanish, .kind = Kind::substance},
@@ -99,6 +99,7 @@ constexpr std::array<SprmFacts, 119> rows{{
     {.opcode = sprm::CPbiIBullet, .target = Target::bulletPicture},
     {.opcode = sprm::CPicLocation, .kind = Kind::substance, .target = Target::blob},
     {.opcode = sprm::CSymbol, .kind = Kind::substance, .target = Target::font},
+    {.opcode = sprm::TIpgp, .kind = Kind::place, .target = Target::elsewhere},
     {.opcode = sprm::PDxaRight80, .indent = true},
     {.opcode = sprm::PDxaLeft80, .indent = true},
     {.opcode = sprm::PDxaLeft180, .indent = true},
@@ -118,11 +119,12 @@ constexpr std::array<SprmFacts, 119> rows{{
     {.opcode = sprm::PBrcRight, .property = sprm::PBrcRight80},
     {.opcode = sprm::PBrcBetween, .property = sprm::PBrcBetween80},
     {.opcode = sprm::PBrcBar, .property = sprm::PBrcBar80},
-    {.opcode = sprm::PCnf, .kind = Kind::place},
+    {.opcode = sprm::PCnf, .kind = Kind::place, .target = Target::listInside, .targetAt = 3},
     {.opcode = sprm::PIstdListPermute, .kind = Kind::style},
     {.opcode = sprm::PTIstdInfo, .kind = Kind::style},
     {.opcode = sprm::PPropRMark, .kind = Kind::revision, .target = Target::author, .targetAt = 2},
     {.opcode = sprm::CIstdPermute, .kind = Kind::style, .target = Target::elsewhere},
+    {.opcode = sprm::CMajority, .target = Target::listInside, .targetAt = 1},
     {.opcode = sprm::CPropRMark90, .kind = Kind::revision, .target = Target::author, .targetAt = 2},
     {.opcode = sprm::CDispFldRMark,
      .kind = Kind::revision,
@@ -130,12 +132,13 @@ constexpr std::array<SprmFacts, 119> rows{{
      .targetAt = 2},
     {.opcode = sprm::CShd, .property = sprm::CShd80},
     {.opcode = sprm::CBrc, .property = sprm::CBrc80},
-    {.opcode = sprm::CCnf, .kind = Kind::place},
+    {.opcode = sprm::CCnf, .kind = Kind::place, .target = Target::listInside, .targetAt = 3},
     {.opcode = sprm::CPropRMark, .kind = Kind::revision, .target = Target::author, .targetAt = 2},
     {.opcode = sprm::SOlstAnm80, .target = Target::levelFonts},
     {.opcode = sprm::SPropRMark90, .kind = Kind::revision, .target = Target::author, .targetAt = 2},
     {.opcode = sprm::SPropRMark, .kind = Kind::revision, .target = Target::author, .targetAt = 2},
     {.opcode = sprm::TPropRMark, .kind = Kind::revision, .target = Target::author, .targetAt = 2},
+    {.opcode = sprm::TCnf, .kind = Kind::place, .target = Target::listInside, .targetAt = 3},
 }};
 
 constexpr bool before(const SprmFacts& row, SprmOpcode opcode) { return row.opcode < opcode; }

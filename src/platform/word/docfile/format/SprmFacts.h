@@ -34,6 +34,7 @@ enum class SprmTarget : std::uint8_t {
     bulletPicture, // the picture of a list's bullet
     author,        // of revisions
     dataStream,    // a list of properties in the Data stream
+    listInside,    // what the list names that the operand holds, from `targetAt` on
     elsewhere,     // something that does not travel: the entry means nothing in another document
 };
 
