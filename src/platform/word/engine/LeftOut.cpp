@@ -100,7 +100,8 @@ void sayForeignKinds(std::vector<std::u16string>& lines, const DocumentContent& 
 
 bool namesDivisions(const PropertyLists& lists) {
     for (std::size_t id = 0; id < lists.size(); ++id) {
-        if (sprmValue(lists[static_cast<PropertyListId>(id)], sprm::PIpgp, 0) != 0) {
+        const ByteView list = lists[static_cast<PropertyListId>(id)];
+        if (sprmValue(list, sprm::PIpgp, 0) != 0 || sprmValue(list, sprm::TIpgp, 0) != 0) {
             return true;
         }
     }

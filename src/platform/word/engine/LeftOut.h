@@ -29,8 +29,8 @@ struct ImportLosses {
 // not worth a word.
 void count(Missing missing, ImportLosses& losses);
 
-// Whether a paragraph stands in a division of a web page (sprmPIpgp), whose margins and borders lie
-// in a table that is not read.
+// Whether a paragraph or a table stands in a division of a web page (sprmPIpgp, sprmTIpgp), whose
+// margins and borders lie in a table that is not read.
 bool namesDivisions(const PropertyLists& lists);
 
 // Counts of what a contents found no room for.

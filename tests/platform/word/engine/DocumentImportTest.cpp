@@ -1199,6 +1199,15 @@ TEST(LeftOut, ToolbarsAndDivisionsOfWebPagesAreNamedWhetherInsertedOrOpened) {
                             u"文档属性（标题、作者等）已损坏，未能带入"));
 }
 
+TEST(LeftOut, ATableInADivisionOfAWebPageNamesNoneThatIsNotThere) {
+    SourceDocument source;
+    source.paragraph(u"a", 0, sprm32(sprm::TIpgp, 3));
+    ImportTarget target;
+    target.import(source.document());
+    EXPECT_TRUE(target.paragraphList().empty());
+    EXPECT_THAT(target.last.leftOut, ElementsAre(u"网页分区的边距和边框未能带入"));
+}
+
 TEST(LeftOut, AParagraphInNoDivisionLosesNothing) {
     SourceDocument source;
     source.paragraph(u"a", 0, sprm32(sprm::PIpgp, 0));
