@@ -246,6 +246,25 @@ TEST_F(StyleSheetTable, PropertiesThatAreNotWholeOrOfAnotherKindAreLeftOut) {
     EXPECT_EQ(read.styles.at(15)->character, list("3508 01"));
 }
 
+// It would lead from one style to the next without an end. They stand on their bases alone.
+TEST_F(StyleSheetTable, TheListsOfAStyleNameNoStyle) {
+    StyleDefinition style = named(u"Table", StyleKind::table);
+    style.character = list("304A 1000 3508 01");
+    style.paragraph = list("0046 1000 0324 01");
+    style.table = list("3A56 1000 0454 0100");
+    const StyleSheet read = throughFile(sheetOf({{15, style}}));
+    EXPECT_EQ(read.styles.at(15)->character, list("3508 01"));
+    EXPECT_EQ(read.styles[15]->paragraph, list("0324 01"));
+    EXPECT_EQ(read.styles[15]->table, list("0454 0100"));
+}
+
+TEST_F(StyleSheetTable, TheListsOfAStyleNameNoStyleInsideAnEntry) {
+    StyleDefinition style = named(u"Table", StyleKind::table);
+    style.character = list("85CA 09 0100 304A 1000 3508 01");
+    const StyleSheet read = throughFile(sheetOf({{15, style}}));
+    EXPECT_EQ(read.styles.at(15)->character, list("85CA 05 0100 3508 01"));
+}
+
 TEST_F(StyleSheetTable, EveryStyleGetsANameOfItsOwn) {
     const StyleSheet read = throughFile(sheetOf({{15, named(u"Body", StyleKind::paragraph)},
                                                  {16, named(u"Body", StyleKind::character)},

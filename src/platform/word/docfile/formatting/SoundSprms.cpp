@@ -1,10 +1,25 @@
 #include "platform/word/docfile/formatting/SoundSprms.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/format/SprmFacts.h"
 
 #include <algorithm>
 
 namespace qvnd::word {
+
+namespace {
+
+bool namesStyle(SprmTarget target) {
+    return target == SprmTarget::characterStyle || target == SprmTarget::paragraphStyle ||
+           target == SprmTarget::tableStyle;
+}
+
+Bytes unlessStyleName(const SprmView& entry) {
+    return namesStyle(factsOf(entry.opcode).target) ? Bytes()
+                                                    : Bytes(entry.whole.begin(), entry.whole.end());
+}
+
+} // namespace
 
 bool hasSoundOperand(const SprmView& entry) {
     constexpr unsigned lastLevel = 8;
@@ -23,6 +38,20 @@ Bytes soundSprms(ByteView list, std::initializer_list<SprmGroup> groups) {
         }
     }
     return sound;
+}
+
+Bytes withoutStyleNames(ByteView list) {
+    Bytes result;
+    result.reserve(list.size());
+    for (const SprmView& entry : parseSprms(list).sprms) {
+        const SprmFacts facts = factsOf(entry.opcode);
+        const auto inside = facts.target == SprmTarget::listInside
+                                ? withListInside(entry.operand, facts.targetAt, unlessStyleName)
+                                : std::nullopt;
+        const Bytes kept = inside ? withSprm({}, entry.opcode, *inside) : unlessStyleName(entry);
+        result.insert(result.end(), kept.begin(), kept.end());
+    }
+    return result;
 }
 
 } // namespace qvnd::word

@@ -13,4 +13,8 @@ bool hasSoundOperand(const SprmView& entry);
 // whole, those without a sound operand and a padding byte at the end left out.
 Bytes soundSprms(ByteView list, std::initializer_list<SprmGroup> groups);
 
+// The list of a style or of a list's level without the entries that name a style, also inside of
+// others: they would lead from one to the next without an end.
+Bytes withoutStyleNames(ByteView list);
+
 } // namespace qvnd::word

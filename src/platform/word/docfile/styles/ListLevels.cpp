@@ -62,11 +62,11 @@ ListLevel decodeListLevel(LittleEndianReader& reader, PropertyLists& lists) {
     std::copy(head.begin(), head.end(), level.head.begin());
     level.head[characterSize] = level.head[paragraphSize] = 0;
     makeFormSound(level);
-    // A level that named a style or a list would lead from one to the other without an end.
+    // A level that named a list would lead from one to the other without an end.
     const Bytes paragraph = soundSprms(reader.view(head[paragraphSize]), {SprmGroup::paragraph});
-    level.paragraph = lists.intern(withoutSprm(withoutSprm(paragraph, sprm::PIstd), sprm::PIlfo));
-    level.character =
-        lists.intern(soundSprms(reader.view(head[characterSize]), {SprmGroup::character}));
+    level.paragraph = lists.intern(withoutSprm(withoutStyleNames(paragraph), sprm::PIlfo));
+    level.character = lists.intern(
+        withoutStyleNames(soundSprms(reader.view(head[characterSize]), {SprmGroup::character})));
     const std::size_t length = reader.u16();
     level.text = reader.text(length);
     if (!placesAreSound(level)) {

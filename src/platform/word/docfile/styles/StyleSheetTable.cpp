@@ -96,7 +96,7 @@ private:
     }
 
     PropertyListId kept(const Bytes& sprms) {
-        CutList cut = cutSprms(sprms, longestStyleList);
+        CutList cut = cutSprms(withoutStyleNames(sprms), longestStyleList);
         isCut_ = isCut_ || cut.lost;
         return lists_.intern(cut.list);
     }
