@@ -27,11 +27,6 @@ namespace qvnd::word {
 
 namespace {
 
-bool hasHeaders(const HeaderSet& set) {
-    return std::any_of(set.begin(), set.end(),
-                       [](const SlicedText& header) { return !header.empty(); });
-}
-
 // Brings the stories of one source in, one after another.
 class StoriesImport {
 public:
@@ -281,17 +276,18 @@ private:
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 
-// A section without headers of its own continues the page numbers in front of it, and so does the
-// last one.
-bool givesUpFirstPage(const DocumentContent& source, const DocumentBody& brought) {
+// A section in front of the first headers that come along goes on with the page numbers of the
+// text in front, and so does the last one.
+void noteGivenUpNumbers(const DocumentContent& source, const DocumentBody& brought,
+                        ImportChanges& changes) {
+    const std::size_t firstKept = firstSectionWithHeaders(brought);
     for (std::size_t i = 0; i < source.sections.size(); ++i) {
         const ByteView section = source.tables.lists[source.sections[i].properties];
-        const bool isKept = i < brought.headers.size() && hasHeaders(brought.headers[i]);
-        if (sprmValue(section, sprm::SFPgnRestart, 0) != 0 && !isKept) {
-            return true;
+        if (i < firstKept || i + 1 == source.sections.size()) {
+            changes.pages = changes.pages || sprmValue(section, sprm::SFPgnRestart, 0) != 0;
+            changes.pageForm = changes.pageForm || sprmValue(section, sprm::SNfcPgn, 0) != 0;
         }
     }
-    return false;
 }
 
 } // namespace
@@ -315,6 +311,17 @@ DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
     DocumentBody result;
     BookmarkImport bookmarks(source, names);
     StoriesImport stories(target, source, bookmarks);
+bool hasHeaders(const HeaderSet& set) {
+    return std::any_of(set.begin(), set.end(),
+                       [](const SlicedText& header) { return !header.empty(); });
+}
+
+std::size_t firstSectionWithHeaders(const DocumentBody& body) {
+    const auto found = std::find_if(body.headers.begin(), body.headers.end(), hasHeaders);
+    return found != body.headers.end() ? static_cast<std::size_t>(found - body.headers.begin())
+                                       : body.sections.size();
+}
+
     result.bookmarks = bookmarks.takeMain();
     result.main = slicesOf(stories.main());
     for (Bookmark& bookmark : result.bookmarks) {
@@ -327,7 +334,7 @@ DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
     if (!result.headers.empty()) {
         result.headers.resize(result.sections.size());
     }
-    changes.pages = givesUpFirstPage(source, result);
+    noteGivenUpNumbers(source, result, changes);
     stories.finish(notes, changes);
     return result;
 }

@@ -4,6 +4,7 @@
 #include "platform/word/engine/BookmarkNames.h"
 #include "platform/word/engine/ImportReport.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -37,5 +38,10 @@ struct ImportNotes {
 // section has any. `notes` gets a line for each kind of thing.
 DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
                             const DocumentContent& source, ImportNotes& notes);
+
+bool hasHeaders(const HeaderSet& set);
+// The first section that has headers; the number of sections where none has any. It and those
+// behind it show headers of their document.
+std::size_t firstSectionWithHeaders(const DocumentBody& body);
 
 } // namespace qvnd::word

@@ -43,14 +43,13 @@ private:
 
     // Such a section keeps its title page and its page numbers as well.
     bool bringsHeaders(std::size_t section) const {
-        return section < text_.headers.size() &&
-               std::any_of(text_.headers[section].begin(), text_.headers[section].end(),
-                           [](const SlicedText& header) { return !header.empty(); });
+        return section < text_.headers.size() && hasHeaders(text_.headers[section]);
     }
 
     void prepareSections() {
         target_ = document_.sections().properties(document_.sections().indexAt(at_));
-        for (std::size_t i = 0; i < text_.sections.size(); ++i) {
+        const std::size_t ownNumbers = firstSectionWithHeaders(text_);
+        for (std::size_t i = 0; i < std::min(ownNumbers, text_.sections.size()); ++i) {
             SectionRun& section = text_.sections[i];
             if (!bringsHeaders(i)) {
                 section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));

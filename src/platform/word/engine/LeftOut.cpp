@@ -152,6 +152,9 @@ std::vector<std::u16string> changesOf(const ImportChanges& changes) {
     if (changes.pages) {
         lines.emplace_back(u"文件自定的起始页码没有采用，页码接着前面的内容");
     }
+    if (changes.pageForm) {
+        lines.emplace_back(u"文件自定的页码形式没有采用，页码与前面的内容形式相同");
+    }
     return lines;
 }
 

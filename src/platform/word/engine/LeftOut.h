@@ -50,7 +50,8 @@ struct ImportChanges {
     std::vector<Renamed> lists;
     int footnotes = 0; // numbered by the program
     int endnotes = 0;
-    bool pages = false; // the file gives the number of a first page
+    bool pages = false;    // the file gives the number of a first page
+    bool pageForm = false; // the file's page numbers have a form of their own
 };
 
 // One line of Chinese for each kind of thing, with the reason.

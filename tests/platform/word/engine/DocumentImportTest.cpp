@@ -1342,6 +1342,24 @@ TEST(Changed, AFirstPageNumberThatDoesNotCountAnyMoreIsTold) {
     EXPECT_THAT(target.import(source.document()).changed.size(), 1U) << "the last one never does";
 }
 
+TEST(Changed, NumbersOfASectionThatShowsTheHeaderOfAnEarlierOneCount) {
+    SourceDocument source;
+    source.paragraph(u"a\u000C");
+    source.paragraph(u"b\u000C");
+    source.paragraph(u"c");
+    source.main.paragraphs = {{3, 0, {}}, {3, 0, {}}, {2, 0, {}}};
+    const PropertyListId anew = source.list(sprm8(sprm::SFPgnRestart, 1) + sprm8(sprm::SNfcPgn, 2));
+    source.data.sections = {{3, {}}, {3, anew}, {2, {}}};
+    source.data.headers.resize(3);
+    source.data.headers[0][1] = slicesOf(textBox(u"inner\r"));
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.document()).changed, IsEmpty());
+    source.data.headers[0][1] = {};
+    EXPECT_THAT(target.import(source.document()).changed,
+                ElementsAre(u"文件自定的起始页码没有采用，页码接着前面的内容",
+                            u"文件自定的页码形式没有采用，页码与前面的内容形式相同"));
+}
+
 TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {
     SourceDocument source;
     source.paragraph(u"x");
