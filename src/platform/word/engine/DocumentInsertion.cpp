@@ -41,7 +41,6 @@ private:
     SectionRun& first() { return text_.sections.front(); }
     SectionRun& last() { return text_.sections.back(); }
 
-    // Such a section keeps its title page and its page numbers as well.
     bool bringsHeaders(std::size_t section) const {
         return section < text_.headers.size() && hasHeaders(text_.headers[section]);
     }
@@ -51,13 +50,26 @@ private:
         const std::size_t ownNumbers = firstSectionWithHeaders(text_);
         for (std::size_t i = 0; i < std::min(ownNumbers, text_.sections.size()); ++i) {
             SectionRun& section = text_.sections[i];
-            if (!bringsHeaders(i)) {
-                section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));
-            }
+            section.properties = lists_.intern(withoutOwnNumbering(formatOf(section)));
         }
         hasSections_ = text_.sections.size() > 1;
-        isSeparated_ = hasSections_ &&
-                       (bringsHeaders(0) || !samePageFormat(formatOf(first()), targetFormat()));
+        isSeparated_ = hasSections_ && (bringsHeaders(0) || !looksLikeTarget(formatOf(first())));
+    }
+
+    bool looksLikeTarget(ByteView page) const {
+        return samePage(page, targetFormat()) && sameColumns(page, targetFormat()) &&
+               sameLinesAndNotes(page, targetFormat());
+    }
+
+    // How the first section begins behind the text in front of it.
+    PropertyListId beginning() {
+        const ByteView own = formatOf(first());
+        if (!samePage(own, targetFormat())) {
+            return lists_.intern(withBreak(own, SectionBreak::nextPage));
+        }
+        const bool onOnePage = !bringsHeaders(0) && sameColumns(own, targetFormat());
+        return onOnePage ? lists_.intern(withBreak(own, SectionBreak::continuous))
+                         : first().properties;
     }
 
     // A table and a section cannot begin in the middle of a paragraph.
@@ -119,10 +131,7 @@ private:
             return;
         }
         const Cp border = startOfHeadings();
-        front_ = first().properties;
-        if (!samePaper(formatOf(first()), targetFormat())) {
-            front_ = lists_.intern(withBreak(lists_[front_], SectionBreak::nextPage));
-        }
+        front_ = beginning();
         const Cp sectionStart = document_.sections().start(document_.sections().indexAt(at_));
         if (border == sectionStart) {
             front_ = lists_.intern(

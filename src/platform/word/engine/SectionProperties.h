@@ -13,10 +13,13 @@ std::uint32_t sprmValue(ByteView list, SprmOpcode opcode, std::uint32_t otherwis
 
 enum class SectionBreak : std::uint8_t { continuous = 0, newColumn = 1, nextPage = 2 };
 
-// Whether both have the same paper size and orientation.
-bool samePaper(ByteView a, ByteView b);
-// Whether both have the same paper and the same number of columns.
-bool samePageFormat(ByteView a, ByteView b);
+// Whether text of both can stand on one page: the same paper, borders, direction and alignment of
+// the text. Margins are left to the page setup, which goes to the whole document.
+bool samePage(ByteView a, ByteView b);
+// Whether both have the same number of columns.
+bool sameColumns(ByteView a, ByteView b);
+// Whether lines and notes look the same: line numbers, document grid, numbers of notes.
+bool sameLinesAndNotes(ByteView a, ByteView b);
 
 // How the section begins (sprmSBkc), taken from another list.
 Bytes withBreakOf(ByteView list, ByteView other);

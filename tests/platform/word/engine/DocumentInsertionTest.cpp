@@ -6,6 +6,9 @@
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/SprmList.h"
 
+#include <utility>
+#include <vector>
+
 namespace qvnd::test {
 
 namespace {
@@ -97,6 +100,31 @@ protected:
         DocumentSections& sections = document().read().sections();
         return pool()[sections.properties(sections.indexAt(at))];
     }
+
+    PropertyListId portraitWith(SprmOpcode opcode, const Bytes& operand) {
+        return pool().intern(withSprm(pool()[portrait()], opcode, operand));
+    }
+    // Inserts two sections behind a line of text, the first of which has a page of that kind.
+    void insertBehindText(PropertyListId page) {
+        type(u"x");
+        selection().TypeParagraph();
+        insert({page, portrait()});
+        type(u"y");
+    }
+    // What stands in front keeps its page, and that of the document begins so.
+    void expectAPageOfItsOwn(SprmOpcode opcode, const Bytes& operand, SectionBreak begins) {
+        select(0, static_cast<int>(story().size() - 1));
+        selection().Delete(1);
+        const Bytes before(pool()[portrait()].begin(), pool()[portrait()].end());
+        insertBehindText(portraitWith(opcode, operand));
+        EXPECT_EQ(text(), u"x\fA\fB\ry\r");
+        EXPECT_EQ(Bytes(sectionAt(0).begin(), sectionAt(0).end()), before);
+        const auto own = findSprm(sectionAt(2), opcode);
+        ASSERT_TRUE(own.has_value());
+        EXPECT_EQ(Bytes(own->operand.begin(), own->operand.end()), operand);
+        EXPECT_EQ(sprmValue(sectionAt(2), sprm::SBkc, 2), static_cast<unsigned>(begins));
+        EXPECT_EQ(findSprm(sectionAt(4), opcode).has_value(), findSprm(before, opcode).has_value());
+    }
 };
 
 } // namespace
@@ -127,6 +155,45 @@ TEST_F(SectionInsertion, BehindTheLastInnerSectionThePageIsThatOfTheDocument) {
     type(u"y");
     EXPECT_EQ(text(), u"x\fA\fB\ry\r");
     EXPECT_EQ(formats(), u"PPLLPPPP");
+}
+
+TEST_F(SectionInsertion, AFirstSectionWithPageBordersBeginsBehindWhatStandsInFront) {
+    expectAPageOfItsOwn(sprm::SBrcTop80, {6, 1, 0, 0}, SectionBreak::nextPage);
+    expectAPageOfItsOwn(sprm::SBrcLeft, {8, 0, 0, 0, 0, 6, 1, 0, 0}, SectionBreak::nextPage);
+}
+
+TEST_F(SectionInsertion, AFirstSectionWithAnotherDirectionOrAlignmentBeginsOnAPageOfItsOwn) {
+    expectAPageOfItsOwn(sprm::STextFlow, {1, 0}, SectionBreak::nextPage);
+    expectAPageOfItsOwn(sprm::SVjc, {1}, SectionBreak::nextPage);
+}
+
+// What does not need another page begins on the same one.
+TEST_F(SectionInsertion, AFirstSectionWithOtherLineNumbersGridOrNotesIsASectionOfItsOwn) {
+    expectAPageOfItsOwn(sprm::SNLnnMod, {5, 0}, SectionBreak::continuous);
+    expectAPageOfItsOwn(sprm::SClm, {2, 0}, SectionBreak::continuous);
+    expectAPageOfItsOwn(sprm::SNfcFtnRef, {1, 0}, SectionBreak::continuous);
+    expectAPageOfItsOwn(sprm::SRncFtn, {1}, SectionBreak::continuous);
+}
+
+TEST_F(SectionInsertion, MarginsAndWhatHoldsUnsaidMakeNoSection) {
+    const auto none = static_cast<std::uint8_t>(0);
+    const std::vector<std::pair<SprmOpcode, Bytes>> entries{
+        {sprm::SDyaTop, {0, 4}},
+        {sprm::SDyaHdrTop, {0, 2}},
+        {sprm::SVjc, {none}},
+        {sprm::SBrcTop80, {none, none, none, none}},
+        {sprm::SBrcTop80, {0xFF, 0xFF, 0xFF, 0xFF}}, // BrcNil
+        {sprm::SBrcTop, {8, none, none, none, 0xFF, none, none, none, none}},
+        {sprm::SLnnMin, {9, none}},       // of lines that bear no numbers
+        {sprm::SDyaLinePitch, {0x90, 1}}, // of a page without a grid
+        {sprm::SFpc, {1}}};
+    for (const auto& [opcode, operand] : entries) {
+        SCOPED_TRACE(opcode);
+        select(0, static_cast<int>(story().size() - 1));
+        selection().Delete(1);
+        insertBehindText(portraitWith(opcode, operand));
+        EXPECT_EQ(text(), u"x\rA\fB\ry\r");
+    }
 }
 
 TEST_F(SectionInsertion, HeadingsInFrontGoOntoTheLandscapePage) {
@@ -278,6 +345,26 @@ TEST_F(SectionInsertion, AnInnerSectionShowsItsOwnHeaderAndWhatFollowsThatOfTheD
     EXPECT_EQ(formats(), u"PPPPLLPPPP");
     EXPECT_EQ(headers(), (std::vector<std::u16string>{u"plan\r", u"own\r", u"plan\r"}));
     EXPECT_EQ(sprmValue(sectionAt(4), sprm::SFTitlePage, 0), 1U);
+}
+
+// Cover, contents, text: the pages of a contents count i, ii, iii under the footer of the cover.
+TEST_F(SectionInsertion, ASectionThatShowsTheHeaderOfAnEarlierOneKeepsItsPageNumbers) {
+    type(u"x");
+    selection().TypeParagraph();
+    const PropertyListId roman =
+        pool().intern(withSprm8(pool()[portraitWith(sprm::SNfcPgn, {2})], sprm::SFTitlePage, 1));
+    insertWithHeader({portrait(), roman, portrait()}, 0);
+    EXPECT_EQ(text(), u"x\fA\fB\fC\r\r");
+    EXPECT_EQ(sprmValue(sectionAt(4), sprm::SNfcPgn, 0), 2U);
+    EXPECT_EQ(sprmValue(sectionAt(4), sprm::SFTitlePage, 0), 1U);
+}
+
+TEST_F(SectionInsertion, ASectionInFrontOfTheFirstHeaderGoesOnWithThePageNumbers) {
+    type(u"x");
+    selection().TypeParagraph();
+    insertWithHeader({portraitWith(sprm::SNfcPgn, {2}), portrait(), portrait()}, 1);
+    EXPECT_EQ(sprmValue(sectionAt(0), sprm::SNfcPgn, 0), 0U);
+    EXPECT_EQ(sprmValue(sectionAt(2), sprm::SNfcPgn, 0), 0U);
 }
 
 TEST_F(SectionInsertion, AFirstSectionWithAHeaderOfItsOwnBeginsAnew) {
