@@ -37,9 +37,13 @@ std::u16string reasonOf(FormatError::Kind kind) {
     return u"文件的基本结构已损坏，不能从中读出文字";
 }
 
-std::u16string kindOfEncryption(const std::filesystem::path& path) {
+std::u16string reasonOfEncrypted(const std::filesystem::path& path) {
     const std::u16string kind = encryptionOf(path);
-    return kind.empty() ? kind : u"（加密方式：" + kind + u"）";
+    if (kind == rightsManagement) {
+        return u"受" + kind + u"保护，请在 Word 中解除限制后再试";
+    }
+    const std::u16string reason = reasonOf(FormatError::Kind::encrypted);
+    return kind.empty() ? reason : reason + u"（加密方式：" + kind + u"）";
 }
 
 // What the file is instead of a Word 97-2003 document.
@@ -65,7 +69,7 @@ struct Refusal {
     DocumentRefusal with(const std::u16string& help) const {
         std::u16string reason = reasonOf(kind);
         if (kind == FormatError::Kind::encrypted) {
-            reason += kindOfEncryption(path);
+            reason = reasonOfEncrypted(path);
         } else if (kind != FormatError::Kind::olderThanWord97 && !instead.name.empty()) {
             reason += u"，而是" + instead.name;
         }

@@ -2,6 +2,8 @@
 
 #include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/container/CompoundStore.h"
+#include "platform/word/docfile/container/FormatError.h"
+#include "platform/word/docfile/reader/OpenedDocument.h"
 #include "support/MemoryFolder.h"
 #include "support/ScratchFolder.h"
 
@@ -139,6 +141,22 @@ TEST(ForeignFile, AnEncryptedPackageIsOneOfALaterOffice) {
     const qvnd::test::ScratchFolder folder;
     EXPECT_EQ(encryptionOf(folder.write("a.doc", memory.bytes(path))),
               u"Office 2007 及以后版本的加密");
+}
+
+// Such a file shows older programs a page that says so in place of the document.
+TEST(ForeignFile, ADocumentUnderRightsManagementIsEncrypted) {
+    auto streams = qvnd::test::wordStreams(qvnd::test::plainWordFile(u"placeholder\r"));
+    streams.protectedContent.resize(5000);
+    const qvnd::test::ScratchFolder folder;
+    const auto file = folder.write("a.doc", qvnd::test::compoundFile(streams));
+    EXPECT_EQ(encryptionOf(file), u"信息权限管理（IRM）");
+    Remarks remarks;
+    try {
+        openDocument(file, remarks);
+        ADD_FAILURE() << "the placeholder was taken for the document";
+    } catch (const FormatError& error) {
+        EXPECT_EQ(error.kind(), FormatError::Kind::encrypted);
+    }
 }
 
 } // namespace

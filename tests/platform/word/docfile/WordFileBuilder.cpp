@@ -27,7 +27,7 @@ public:
         writePages(paragraphPages_, FibPair::PlcfBtePapx);
         writeSections();
         writeTables();
-        return {finishedDocument(), table_.take(), file_.data};
+        return {finishedDocument(), table_.take(), file_.data, {}};
     }
 
 private:
@@ -188,6 +188,9 @@ Bytes compoundFile(const WordStreams& streams, const std::vector<std::u16string>
     store.append(store.addStream(u"1Table"), streams.table);
     if (!streams.data.empty()) {
         store.append(store.addStream(u"Data"), streams.data);
+    }
+    if (!streams.protectedContent.empty()) {
+        store.append(store.addStream(u"\tDRMContent"), streams.protectedContent);
     }
     addStorages(store, storages);
     store.commit(CompoundStore::Durability::killedProcess);

@@ -52,6 +52,7 @@ struct WordStreams {
     word::Bytes wordDocument;
     word::Bytes table;
     word::Bytes data;
+    word::Bytes protectedContent; // of a document under rights management
 };
 WordStreams wordStreams(const WordFile& file);
 

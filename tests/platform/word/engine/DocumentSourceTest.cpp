@@ -123,6 +123,13 @@ TEST_F(DocumentSource, WhatNoSuiteTurnsIntoTextIsNotHandedToOne) {
     EXPECT_TRUE(converter.asked.empty());
 }
 
+TEST_F(DocumentSource, ADocumentUnderRightsManagementIsRefusedAsSuchAndNotForAPassword) {
+    WordStreams streams = wordStreams(plainWordFile(u"placeholder\r"));
+    streams.protectedContent.resize(5000);
+    EXPECT_EQ(refusalOf(folder.write("限.doc", compoundFile(streams)), &converter),
+              u"不能打开文件“限.doc”：受信息权限管理（IRM）保护，请在 Word 中解除限制后再试。");
+}
+
 TEST_F(DocumentSource, AConversionThatFailsTellsItsReason) {
     converter.failure = RunTimeError(error::automationServerGone, u"办公套件没有响应。");
     EXPECT_EQ(refusalOf(rtf(), &converter),

@@ -190,6 +190,9 @@ ForeignFormat foreignFormat(const std::filesystem::path& path) {
 std::u16string encryptionOf(const std::filesystem::path& path) {
     try {
         const CompoundFile file = CompoundFile::open(path);
+        if (file.has(protectedContentName)) {
+            return std::u16string(rightsManagement);
+        }
         if (file.has(u"EncryptedPackage")) {
             return u"Office 2007 及以后版本的加密";
         }

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 // What a file that is no Word 97-2003 document is instead, for the user.
 namespace qvnd::word {
@@ -21,8 +22,13 @@ ForeignFormat foreignFormat(ByteView bytes);
 // That of a file; a compound file is told by the streams that it holds.
 ForeignFormat foreignFormat(const std::filesystem::path& path);
 
-// How a file that needs a password is encrypted ([MS-OFFCRYPTO]), for the user; empty for a file
-// that is not, and where it cannot be told.
+// What encryptionOf() says of a document under rights management.
+inline constexpr std::u16string_view rightsManagement = u"信息权限管理（IRM）";
+// The stream that holds such a document, [MS-OFFCRYPTO] 2.2.10.
+inline constexpr std::u16string_view protectedContentName = u"\tDRMContent";
+
+// How a file that is encrypted is so ([MS-OFFCRYPTO]), for the user; empty for a file that is not,
+// and where it cannot be told.
 std::u16string encryptionOf(const std::filesystem::path& path);
 
 } // namespace qvnd::word

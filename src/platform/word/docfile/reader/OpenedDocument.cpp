@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/objects/OleStreams.h"
+#include "platform/word/docfile/reader/ForeignFile.h"
 
 #include <algorithm>
 #include <array>
@@ -73,6 +74,9 @@ Bytes propertiesOf(const CompoundFile& file, const char16_t* name, bool& damaged
 }
 
 OpenedDocument opened(const CompoundFile& file, Remarks& remarks) {
+    if (file.has(protectedContentName)) { // the other streams hold a page that says so
+        throw FormatError(FormatError::Kind::encrypted, "the document is under rights management");
+    }
     if (!file.has(mainStream)) {
         const bool package = file.has(encryptedPackage);
         throw FormatError(package ? FormatError::Kind::encrypted : FormatError::Kind::notWord,
