@@ -118,6 +118,48 @@ TEST(CommentTables, AuthorsDatesAndRangesComeBack) {
     EXPECT_EQ(tables.owners.size(), 2U * 2 + 2 * 4);
 }
 
+std::vector<CommentPlace> throughFile(const std::vector<CommentPlace>& comments) {
+    const CommentTables tables = encodeComments(comments, 12);
+    return decodeComments({tables.references, tables.texts, tables.owners, tables.dates,
+                           tables.rangeTags, tables.rangeStarts, tables.rangeEnds},
+                          11, 20);
+}
+
+CommentPlace answer(Cp at, std::uint32_t depth, bool ink = false) {
+    return {at, {at, 1}, u"a", u"b", 7, std::nullopt, depth, ink};
+}
+
+TEST(CommentTables, AnswersAndCommentsByHandComeBack) {
+    const std::vector<CommentPlace> comments{answer(1, 0), answer(2, 1), answer(3, 2, true),
+                                             answer(4, 1), answer(5, 0)};
+    const auto read = throughFile(comments);
+    ASSERT_EQ(read.size(), comments.size());
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        EXPECT_EQ(read[i].depth, comments[i].depth) << i;
+        EXPECT_EQ(read[i].ink, comments[i].ink) << i;
+    }
+    EXPECT_EQ(encodeComments(comments, 12).dates, hex("07000000 0000 00000000 00000000 00000000"
+                                                      "07000000 0000 01000000 FFFFFFFF 00000000"
+                                                      "07000000 0000 02000000 FFFFFFFF 02000000"
+                                                      "07000000 0000 01000000 FDFFFFFF 00000000"
+                                                      "07000000 0000 00000000 00000000 00000000"));
+}
+
+TEST(CommentTables, AnAnswerIsNoMoreThanOneDeeperThanTheCommentBeforeIt) {
+    const auto read = throughFile({answer(1, 3), answer(2, 0xFFFFFFFF), answer(3, 1)});
+    ASSERT_EQ(read.size(), 3U);
+    EXPECT_EQ(read[0].depth, 0U);
+    EXPECT_EQ(read[1].depth, 1U);
+    EXPECT_EQ(read[2].depth, 1U);
+    Bytes torn = encodeComments(std::vector{answer(1, 0), answer(2, 1)}, 12).dates;
+    const CommentTables tables = encodeComments(std::vector{answer(1, 0), answer(2, 1)}, 12);
+    torn[6] = 9; // the first one
+    const auto sound =
+        decodeComments({tables.references, tables.texts, tables.owners, torn, {}, {}, {}}, 11, 20);
+    ASSERT_EQ(sound.size(), 2U);
+    EXPECT_EQ(sound[0].depth, 0U);
+}
+
 TEST(CommentTables, ARangeMayReachToTheEndOfTheTextAndNotBeyond) {
     for (const Cp end : {10U, 11U}) {
         const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{2, end}}};

@@ -26,7 +26,8 @@ TEST(SideStories, EveryKindOfAnchorButDrawingsHasAPartWithItsTables) {
 TEST(SideStories, WhatTheTablesOfAPartSayComesBackForEveryKind) {
     for (const SidePart& row : sideParts) {
         const bool comment = row.kind == AnchorKind::comment;
-        const SidePlace place{3, {0, 4}, {nullptr, comment, u"王工", u"W", 99}, std::nullopt};
+        const SidePlace place{
+            3, {0, 4}, {nullptr, comment, u"王工", u"W", 99, 0, comment}, std::nullopt};
         std::map<FibPair, Bytes> tables;
         encodeSidePlaces(row.kind, std::span(&place, 1), 10, 20,
                          [&](FibPair pair, const Bytes& bytes) { tables[pair] = bytes; });
@@ -40,6 +41,7 @@ TEST(SideStories, WhatTheTablesOfAPartSayComesBackForEveryKind) {
         EXPECT_EQ(found[0].text.length, 4U);
         EXPECT_EQ(found[0].story.automatic, comment);
         EXPECT_EQ(found[0].story.author, comment ? u"王工" : u"");
+        EXPECT_EQ(found[0].story.ink, comment);
     }
 }
 

@@ -107,7 +107,9 @@ struct SideStory {
     bool automatic = true;             // a note numbered by the program, else marked by the user
     std::u16string author;             // of a comment
     std::u16string initials;
-    std::uint32_t date = 0; // DTTM; 0 when it is not known
+    std::uint32_t date = 0;  // DTTM; 0 when it is not known
+    std::uint32_t depth = 0; // of a comment: one more than that of the comment that it answers
+    bool ink = false;        // whether a comment is written by hand
 };
 
 struct DocumentTables {

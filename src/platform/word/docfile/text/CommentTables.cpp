@@ -57,6 +57,14 @@ Ranges decodeRanges(const CommentTableViews& tables, Cp mainLength) {
     return ranges;
 }
 
+// What AtrdExtra says of a comment.
+struct Extra {
+    std::uint32_t date = 0;
+    std::uint32_t depth = 0;
+    bool ink = false;
+};
+constexpr std::uint32_t inkFlag = 2; // fInkAtn
+
 struct Reference {
     std::u16string initials;
     std::size_t owner = 0;
@@ -75,14 +83,39 @@ Reference decodeReference(ByteView atrd) {
     return reference;
 }
 
-std::uint32_t dateOf(ByteView dates, std::size_t index) {
-    LittleEndianReader reader(dates, "AtrdExtra");
-    if ((index + 1) * atrdExtraSize > dates.size()) {
-        return 0;
+Extra extraOf(ByteView extras, std::size_t index) {
+    LittleEndianReader reader(extras, "AtrdExtra");
+    Extra extra;
+    if ((index + 1) * atrdExtraSize <= extras.size()) {
+        reader.seek(index * atrdExtraSize);
+        extra.date = reader.u32();
+        reader.skip(2);
+        extra.depth = reader.u32();
+        reader.skip(4); // the comment that it answers: the depths tell it
+        extra.ink = (reader.u32() & inkFlag) != 0;
     }
-    reader.seek(index * atrdExtraSize);
-    return reader.u32();
+    return extra;
 }
+
+// Depths of comments in their order: no answer is more than one deeper than what stands before it.
+class Depths {
+public:
+    std::uint32_t next(std::uint32_t depth) {
+        const auto deepest = static_cast<std::uint32_t>(last_.size());
+        last_.resize(std::min(depth, deepest) + std::size_t{1});
+        last_.back() = count_++;
+        return static_cast<std::uint32_t>(last_.size() - 1);
+    }
+
+    // From the last comment back to the one that it answers; 0 where it answers none.
+    std::int32_t toAnswered() const {
+        return last_.size() < 2 ? 0 : last_[last_.size() - 2] - last_.back();
+    }
+
+private:
+    std::vector<std::int32_t> last_; // the last comment of each depth
+    std::int32_t count_ = 0;
+};
 
 // The comments' tables under way.
 class CommentWriter {
@@ -96,8 +129,7 @@ public:
             positions.push_back(comment.at);
             texts.push_back(comment.text);
             writeReference(comment);
-            dates_.u32(comment.date);
-            dates_.zeros(atrdExtraSize - 4);
+            writeExtra(comment);
         }
         positions.push_back(end);
         CommentTables tables;
@@ -110,6 +142,14 @@ public:
     }
 
 private:
+    void writeExtra(const CommentPlace& comment) {
+        dates_.u32(comment.date);
+        dates_.zeros(2);
+        dates_.u32(depths_.next(comment.depth));
+        dates_.u32(static_cast<std::uint32_t>(depths_.toAnswered()));
+        dates_.u32(comment.ink ? inkFlag : 0);
+    }
+
     void writeReference(const CommentPlace& comment) {
         const std::u16string initials = comment.initials.substr(0, initialsRoom);
         atrds_.u16(static_cast<unsigned>(initials.size()));
@@ -189,6 +229,7 @@ private:
     std::span<const CommentPlace> comments_;
     LittleEndianWriter atrds_;
     LittleEndianWriter dates_;
+    Depths depths_;
     std::vector<std::u16string> owners_;
     std::unordered_map<std::u16string, unsigned> ownerPlaces_;
     std::vector<CommentRange> ranges_;
@@ -204,6 +245,7 @@ std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mai
     const Ranges ranges = decodeRanges(tables, mainLength);
     std::vector<CommentPlace> comments;
     std::unordered_set<Cp> taken;
+    Depths depths;
     for (std::size_t i = 0; i < references.count(); ++i) {
         if (i >= texts.size() || texts[i].length == 0 ||
             !taken.insert(references.positions[i]).second) {
@@ -213,8 +255,10 @@ std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mai
             continue;
         }
         const Reference reference = decodeReference(references.element(i));
-        CommentPlace comment{references.positions[i], texts[i],    {}, reference.initials,
-                             dateOf(tables.dates, i), std::nullopt};
+        const Extra extra = extraOf(tables.dates, i);
+        CommentPlace comment{references.positions[i],  texts[i],   {},
+                             reference.initials,       extra.date, std::nullopt,
+                             depths.next(extra.depth), extra.ink};
         if (reference.owner < owners.size()) {
             comment.author = owners[reference.owner];
         }

@@ -22,6 +22,9 @@ struct CommentPlace {
     std::u16string initials;           // the format keeps nine characters
     std::uint32_t date = 0;            // DTTM; 0 where the file does not tell
     std::optional<CommentRange> range; // nothing for a comment on a place
+    // An answer is one deeper than the comment before it that it answers; 0 for no answer.
+    std::uint32_t depth = 0;
+    bool ink = false;
 };
 
 struct CommentTableViews {
@@ -42,7 +45,8 @@ struct SideDamage {
 
 // Comments without a text, and all but the first at one place, are left out. A range that is not
 // there, falls, or is not inside the first `mainLength` characters counts as none. Both are counted
-// in `*damage` where given. A range without characters is sound and stands for the place.
+// in `*damage` where given. A range without characters is sound and stands for the place. An answer
+// to nothing answers the comment before it, the first one is none.
 std::vector<CommentPlace> decodeComments(const CommentTableViews& tables, Cp mainLength,
                                          Cp partLength, SideDamage* damage = nullptr);
 

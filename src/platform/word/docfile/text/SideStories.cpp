@@ -35,11 +35,11 @@ std::vector<SidePlace> readComments(const TextPartFacts& facts, const TableSourc
                                    table(FibPair::PlcfAtnBkl)};
     std::vector<SidePlace> places;
     for (CommentPlace& comment : decodeComments(tables, mainLength, partLength, &damage)) {
-        places.push_back(
-            {comment.at,
-             comment.text,
-             {nullptr, true, std::move(comment.author), std::move(comment.initials), comment.date},
-             comment.range});
+        places.push_back({comment.at,
+                          comment.text,
+                          {nullptr, true, std::move(comment.author), std::move(comment.initials),
+                           comment.date, comment.depth, comment.ink},
+                          comment.range});
     }
     return places;
 }
@@ -60,8 +60,8 @@ void putComments(const TextPartFacts& facts, std::span<const SidePlace> places, 
     std::vector<CommentPlace> comments;
     for (const SidePlace& place : places) {
         const SideStory& story = place.story;
-        comments.push_back(
-            {place.at, place.text, story.author, story.initials, story.date, place.range});
+        comments.push_back({place.at, place.text, story.author, story.initials, story.date,
+                            place.range, story.depth, story.ink});
     }
     const CommentTables tables = encodeComments(comments, end);
     put(facts.references->pair, tables.references);
