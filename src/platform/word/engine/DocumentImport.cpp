@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/docfile/pictures/ShapeLinks.h"
 #include "platform/word/docfile/text/RowRepair.h"
 #include "platform/word/docfile/text/StoryRepair.h"
 #include "platform/word/docfile/text/TableRepair.h"
@@ -135,6 +136,9 @@ private:
 
     std::uint32_t bringDrawing(std::uint32_t index) {
         Drawing brought = source_.tables.drawings.at(index);
+        if (!bookmarks_.newNames().empty()) {
+            renameLinks(brought, newBookmarkName());
+        }
         losses_.shapePictures += static_cast<int>(
             std::erase_if(brought.references, [&](const ShapeReference& reference) {
                 return reference.kind == ShapeReference::Kind::picture &&
@@ -208,7 +212,7 @@ private:
         }
         Story story = text_.imported(source);
         story.bookmarks = bookmarks_.aside(source);
-        nameFormFields(source, story);
+        nameInData(source, story);
         edits = std::move(changes.edits);
         edits.applyTo(story);
         if (!edits.empty()) {
@@ -219,8 +223,17 @@ private:
         return story;
     }
 
-    // The data of a form field bear the name of its bookmark.
-    void nameFormFields(const Story& source, Story& story) {
+    NewBookmarkName newBookmarkName() const {
+        return [this](std::u16string_view name) {
+            const auto found = bookmarks_.newNames().find(foldedName(name));
+            return found != bookmarks_.newNames().end() ? std::optional(found->second)
+                                                        : std::nullopt;
+        };
+    }
+
+    // The data of a form field bear the name of its bookmark, a picture and the data of a link that
+    // of the bookmark that a click leads to.
+    void nameInData(const Story& source, Story& story) {
         if (bookmarks_.newNames().empty()) {
             return;
         }
@@ -229,9 +242,9 @@ private:
         Cp start = 0;
         for (const CharacterRun& run : source.characters) {
             const RunFacts& facts = text_.facts(run.properties);
-            for (Cp at = start; facts.data && facts.pictureThere && at < start + run.length; ++at) {
+            for (Cp at = start; facts.pictureThere && at < start + run.length; ++at) {
                 const auto renamed =
-                    source.text[at] == special::picture ? renamedField(facts.blob) : std::nullopt;
+                    source.text[at] == special::picture ? renamedBlob(facts.blob) : std::nullopt;
                 if (renamed) {
                     places.push_back(at);
                     data.push_back(*renamed);
@@ -247,18 +260,24 @@ private:
     }
 
     // The target's blob with the new name; nothing when the name stays.
-    std::optional<std::uint32_t> renamedField(std::uint32_t blob) {
-        const auto [known, isNew] = formFields_.try_emplace(blob);
-        const ByteView data = *source_.tables.blobs[blob];
-        const auto name = isNew ? formFieldName(data) : std::nullopt;
-        const auto found =
-            name ? bookmarks_.newNames().find(foldedName(*name)) : bookmarks_.newNames().end();
-        if (found != bookmarks_.newNames().end()) {
-            known->second = static_cast<std::uint32_t>(target_.blobs.size());
-            target_.blobs.push_back(
-                std::make_shared<const Bytes>(withFormFieldName(data, found->second)));
+    std::optional<std::uint32_t> renamedBlob(std::uint32_t blob) {
+        const auto [known, isNew] = renamedBlobs_.try_emplace(blob);
+        if (isNew) {
+            if (auto data = withNewNames(*source_.tables.blobs[blob])) {
+                known->second = static_cast<std::uint32_t>(target_.blobs.size());
+                target_.blobs.push_back(std::make_shared<const Bytes>(*std::move(data)));
+            }
         }
         return known->second;
+    }
+
+    std::optional<Bytes> withNewNames(ByteView data) const {
+        const auto field = formFieldName(data);
+        if (!field) {
+            return withRenamedLinks(data, newBookmarkName());
+        }
+        const auto name = newBookmarkName()(*field);
+        return name ? std::optional(withFormFieldName(data, *name)) : std::nullopt;
     }
 
     DocumentTables& target_;
@@ -272,7 +291,7 @@ private:
     StoryEdits edits_;                                             // of the main story
     std::unordered_map<std::uint32_t, std::uint32_t> sideStories_; // index here, index there
     std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_;  // the same
-    std::unordered_map<std::uint32_t, std::optional<std::uint32_t>> formFields_; // blobs, the same
+    std::unordered_map<std::uint32_t, std::optional<std::uint32_t>> renamedBlobs_; // the same
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 
@@ -291,6 +310,17 @@ void noteGivenUpNumbers(const DocumentContent& source, const DocumentBody& broug
 }
 
 } // namespace
+
+bool hasHeaders(const HeaderSet& set) {
+    return std::any_of(set.begin(), set.end(),
+                       [](const SlicedText& header) { return !header.empty(); });
+}
+
+std::size_t firstSectionWithHeaders(const DocumentBody& body) {
+    const auto found = std::find_if(body.headers.begin(), body.headers.end(), hasHeaders);
+    return found != body.headers.end() ? static_cast<std::size_t>(found - body.headers.begin())
+                                       : body.sections.size();
+}
 
 void ImportNotes::tell(ImportReport& report, const std::filesystem::path& path,
                        bool& areSmartTagsTold) const {
@@ -311,17 +341,6 @@ DocumentBody importDocument(DocumentTables& target, BookmarkNames& names,
     DocumentBody result;
     BookmarkImport bookmarks(source, names);
     StoriesImport stories(target, source, bookmarks);
-bool hasHeaders(const HeaderSet& set) {
-    return std::any_of(set.begin(), set.end(),
-                       [](const SlicedText& header) { return !header.empty(); });
-}
-
-std::size_t firstSectionWithHeaders(const DocumentBody& body) {
-    const auto found = std::find_if(body.headers.begin(), body.headers.end(), hasHeaders);
-    return found != body.headers.end() ? static_cast<std::size_t>(found - body.headers.begin())
-                                       : body.sections.size();
-}
-
     result.bookmarks = bookmarks.takeMain();
     result.main = slicesOf(stories.main());
     for (Bookmark& bookmark : result.bookmarks) {

@@ -28,6 +28,7 @@ inline constexpr std::uint16_t lineOpacity = 0x01C1;
 inline constexpr std::uint16_t lineWidth = 0x01CB;
 inline constexpr std::uint16_t lineFlags = 0x01FF;
 inline constexpr std::uint16_t masterShape = 0x0301;    // hspMaster
+inline constexpr std::uint16_t shapeLink = 0x0382;      // pihlShape: where a click leads to
 inline constexpr std::uint16_t shapeRelations = 0x0504; // pRelationTbl: triples of shapes
 
 // The instance of a record counts them in 12 bits.
