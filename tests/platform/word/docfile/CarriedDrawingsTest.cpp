@@ -4,6 +4,7 @@
 #include "platform/word/docfile/pictures/Blip.h"
 #include "support/Images.h"
 
+#include <chrono>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -107,6 +108,22 @@ private:
 };
 
 using Numbers = std::vector<std::uint32_t>;
+
+// Each record's type was once searched among all those before it.
+TEST_F(CarriedDrawingsTest, AShapeOfThousandsOfKindsOfRecordsIsReadQuickly) {
+    constexpr std::size_t spContainerHead = 8;
+    LittleEndianWriter records;
+    records.bytes(shape(0x402).bytes());
+    for (unsigned type = 0; type < 0xF000; ++type) {
+        art::writeRecord(records, 0, 0, static_cast<std::uint16_t>(type), {});
+    }
+    records.patchU32(4, static_cast<std::uint32_t>(records.position() - spContainerHead));
+    shapes = {records.take()};
+    open();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(drawing(0x402).records.size(), shapes[0].size());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
 
 TEST_F(CarriedDrawingsTest, AShapeKeepsItsPlaceAndNamesItself) {
     shapes = {shape(0x402).bytes()};

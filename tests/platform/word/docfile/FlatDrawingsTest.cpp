@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 
 namespace qvnd::word {
 namespace {
@@ -108,6 +109,29 @@ TEST(FlatDrawings, APictureKeepsItsSizeAndItsAnchor) {
     EXPECT_EQ(picture.width(), 1440);
     EXPECT_EQ(picture.height(), 720);
     EXPECT_TRUE(holds(pictures[0].inlineForm, qvnd::test::png(4, 2)));
+}
+
+// Each property of a shape was once held against all that the shape names.
+TEST(FlatDrawings, AShapeThatNamesManyOthersIsReadQuickly) {
+    ShapeBytes shape;
+    shape.kind = 75;
+    for (unsigned opid = 0x0400; opid < 0x1000; ++opid) {
+        shape.properties.set(static_cast<std::uint16_t>(opid), 1);
+    }
+    LittleEndianWriter place;
+    for (const std::uint32_t side : {0U, 0U, 1440U, 720U}) {
+        place.u32(side);
+    }
+    place.zeros(6);
+    ShapeReference other;
+    other.kind = ShapeReference::Kind::otherShape;
+    DocumentTables tables;
+    tables.drawings.push_back(
+        {place.take(), shape.bytes(), std::vector<ShapeReference>(500'000, other)});
+    const std::vector<Anchor> anchors{{7, AnchorKind::drawing, 0}};
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THAT(flatDrawings(anchors, tables).pictures, IsEmpty());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
 }
 
 TEST(FlatDrawings, APictureInTheMainStreamIsFoundThere) {

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/container/FormatError.h"
 
 #include <algorithm>
+#include <set>
 
 namespace qvnd::word {
 
@@ -124,14 +125,12 @@ private:
     void copyShape(const art::RecordHeader& header, ByteView content, bool outermost) {
         writeContainer(header, [&] {
             const std::size_t first = references.size();
-            std::vector<std::uint16_t> seen;
-            const auto has = [&](std::uint16_t type) {
-                return std::find(seen.begin(), seen.end(), type) != seen.end();
-            };
+            std::set<std::uint16_t> seen;
+            const auto has = [&](std::uint16_t type) { return seen.contains(type); };
             forEachRecord(content, [&](const art::RecordHeader& inner, ByteView bytes) {
                 require(has(art::fsp) || inner.type == art::fsp || inner.type == art::fspgr);
                 require(!has(inner.type));
-                seen.push_back(inner.type);
+                seen.insert(inner.type);
                 copyRecord(inner, bytes, outermost);
             });
             require(has(art::fsp));

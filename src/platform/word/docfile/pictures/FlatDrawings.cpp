@@ -93,12 +93,15 @@ std::optional<LoneShape> loneShape(const Drawing& drawing) {
 // The picture that the shape shows; nothing when it shows none.
 const DataBlob* shownPicture(const Drawing& drawing, const LoneShape& shape,
                              const DocumentTables& tables) {
+    std::set<std::size_t> places; // a damaged shape has more than one
     for (const art::ShapeProperties::Entry& entry : shape.properties.entries()) {
-        for (const ShapeReference& reference : drawing.references) {
-            if (entry.opid == art::pib && entry.namesBlip && reference.kind == Kind::picture &&
-                reference.at == shape.propertiesAt + entry.valueAt) {
-                return &tables.shapePictures.at(reference.index);
-            }
+        if (entry.opid == art::pib && entry.namesBlip) {
+            places.insert(shape.propertiesAt + entry.valueAt);
+        }
+    }
+    for (const ShapeReference& reference : drawing.references) {
+        if (reference.kind == Kind::picture && places.contains(reference.at)) {
+            return &tables.shapePictures.at(reference.index);
         }
     }
     return nullptr;
