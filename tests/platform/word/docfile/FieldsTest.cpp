@@ -55,6 +55,18 @@ TEST(Fields, AFieldThatTheFileDoesNotNameIsOfTheUnknownKind) {
     EXPECT_EQ(matched.damage, 3);
 }
 
+// Entries of an index or of contents, and other fields without a result, are not listed.
+TEST(Fields, AFieldWithoutAResultNeedsNoEntries) {
+    const std::u16string text = u"\x13 XE \"a\" \x15 \x13 TC \x13 \x14 \x15 \x15";
+    const std::vector<FieldMark> inner{{16, 0x13, 0x0F}, {18, 0x14, 0xFF}, {20, 0x15, 0x80}};
+    const MatchedFields matched = matchFields(inner, text);
+    EXPECT_EQ(matched.marks.size(), 7U);
+    EXPECT_EQ(matched.damage, 0);
+    EXPECT_EQ(matchFields(std::vector<FieldMark>{{0, 0x13, 4}}, u"\x13 XE \x15").damage, 1)
+        << "its end is missing";
+    EXPECT_EQ(matchFields({}, u"\x13 XE ").damage, 1);
+}
+
 TEST(Fields, EntriesWithoutTheirCharacterAreDropped) {
     const std::vector<FieldMark> known{{0, 0x13, page}, {1, 0x15, 0}, {500, 0x15, 0}};
     const MatchedFields matched = matchFields(known, u"ab");

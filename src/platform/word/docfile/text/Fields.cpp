@@ -14,36 +14,43 @@ constexpr std::uint8_t unknownKind = 1;
 constexpr std::uint8_t unusedData = 0xFF; // what a separator bears
 constexpr std::uint8_t endHasSeparator = 0x80;
 
-// All field characters of the text, in order, with what is known of them.
-std::vector<FieldMark> characterMarks(std::span<const FieldMark> known, std::u16string_view text,
-                                      int& damage) {
+// All field characters of a text, in order, with what is known of them.
+struct CharacterMarks {
     std::vector<FieldMark> marks;
-    marks.reserve(
-        static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isFieldCharacter)));
-    std::size_t used = 0;
+    std::vector<bool> listed; // whether the file has an entry for the mark
+    int unlisted = 0;
+    int entriesWithoutMark = 0;
+};
+
+CharacterMarks characterMarks(std::span<const FieldMark> known, std::u16string_view text) {
+    CharacterMarks result;
+    const auto count =
+        static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isFieldCharacter));
+    result.marks.reserve(count);
+    result.listed.reserve(count);
     auto next = known.begin();
     for (Cp at = 0; at < text.size(); ++at) {
         if (!isFieldCharacter(text[at])) {
             continue;
         }
         next = std::find_if(next, known.end(), [&](const FieldMark& m) { return m.at >= at; });
-        if (next != known.end() && next->at == at && next->character == text[at]) {
-            marks.push_back(*next);
-            ++used;
-        } else {
-            const std::uint8_t data = text[at] == fieldBegin ? unknownKind : std::uint8_t{0};
-            marks.push_back({at, static_cast<std::uint8_t>(text[at]), data});
-            ++damage;
-        }
+        const bool listed = next != known.end() && next->at == at && next->character == text[at];
+        const std::uint8_t data = text[at] == fieldBegin ? unknownKind : std::uint8_t{0};
+        result.listed.push_back(listed);
+        result.marks.push_back(listed ? *next
+                                      : FieldMark{at, static_cast<std::uint8_t>(text[at]), data});
+        result.unlisted += listed ? 0 : 1;
     }
-    damage += static_cast<int>(known.size() - used);
-    return marks;
+    const auto used = static_cast<int>(count) - result.unlisted;
+    result.entriesWithoutMark = static_cast<int>(known.size()) - used;
+    return result;
 }
 
 // Finds each begin's end; what has no counterpart keeps `false`.
 class FieldMatcher {
 public:
-    explicit FieldMatcher(std::vector<FieldMark>& marks) : marks_(marks), kept_(marks.size()) {}
+    explicit FieldMatcher(CharacterMarks& marks)
+        : marks_(marks.marks), listed_(marks.listed), kept_(marks_.size()) {}
 
     std::vector<bool> match() {
         for (std::size_t i = 0; i < marks_.size(); ++i) {
@@ -60,6 +67,9 @@ public:
         }
         return kept_;
     }
+
+    // Marks of fields without a result. Programs list none of those of entries of an index.
+    int needNoEntry() const { return needNoEntry_; }
 
 private:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
@@ -86,11 +96,14 @@ private:
             marks_[i].data |= endHasSeparator;
         } else {
             marks_[i].data &= static_cast<std::uint8_t>(~endHasSeparator);
+            needNoEntry_ += !listed_[field.begin] && !listed_[i] ? 2 : 0;
         }
     }
 
     std::vector<FieldMark>& marks_;
+    const std::vector<bool>& listed_;
     std::vector<bool> kept_;
+    int needNoEntry_ = 0;
     std::vector<Open> open_;
 };
 
@@ -129,13 +142,15 @@ std::vector<FieldMark> decodeFields(ByteView plcfld) {
 
 MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view text) {
     MatchedFields result;
-    std::vector<FieldMark> marks = characterMarks(known, text, result.damage);
-    const std::vector<bool> kept = FieldMatcher(marks).match();
-    for (std::size_t i = 0; i < marks.size(); ++i) {
+    CharacterMarks all = characterMarks(known, text);
+    FieldMatcher matcher(all);
+    const std::vector<bool> kept = matcher.match();
+    result.damage = all.unlisted - matcher.needNoEntry() + all.entriesWithoutMark;
+    for (std::size_t i = 0; i < all.marks.size(); ++i) {
         if (kept[i]) {
-            result.marks.push_back(marks[i]);
+            result.marks.push_back(all.marks[i]);
         } else {
-            result.strays.push_back(marks[i].at);
+            result.strays.push_back(all.marks[i].at);
         }
     }
     return result;

@@ -41,7 +41,8 @@ struct MatchedFields {
     std::vector<FieldMark> marks;
     // Field characters of the text that belong to no such field, ascending.
     std::vector<Cp> strays;
-    // How many of the given marks name no field character, or are missing for one.
+    // How many of the given marks name no field character, or are missing for one. Fields without
+    // a result need none.
     int damage = 0;
 };
 
