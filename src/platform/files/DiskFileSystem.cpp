@@ -169,7 +169,7 @@ void DiskFileSystem::MoveFolder(const QString& source, const QString& target) {
 
 void DiskFileSystem::CopyFile(const QString& source, const QString& target, bool overwrite) {
     const QString from = spelt(source);
-    const QString to = spelt(target);
+    const QString to = behindLinks(spelt(target)); // a link stays, and leads to the copy
     if (!QFileInfo(from).isFile()) {
         throwFileError(error::fileNotFound, source);
     }

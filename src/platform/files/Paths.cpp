@@ -28,6 +28,16 @@ QString spellingIn(const QString& folder, const QString& name) {
     return name;
 }
 
+// Without the dots that the text of a link has, where the path means the same without them.
+std::filesystem::path targetOf(const std::filesystem::path& link) {
+    std::error_code failed;
+    const std::filesystem::path target =
+        link.parent_path() / std::filesystem::read_symlink(link, failed);
+    const std::filesystem::path plain = target.lexically_normal();
+    const std::filesystem::path real = std::filesystem::weakly_canonical(target, failed);
+    return std::filesystem::weakly_canonical(plain, failed) == real ? plain : real;
+}
+
 } // namespace
 
 QChar separator() { return QDir::separator(); }
@@ -75,6 +85,16 @@ bool folderExists(const QString& path) {
 
 bool fileExists(const QString& path) {
     return !path.isEmpty() && QFileInfo(resolved(path)).isFile();
+}
+
+QString behindLinks(const QString& path) {
+    constexpr int most = 40; // links that lead to each other end here
+    std::error_code failed;
+    std::filesystem::path real = nativePath(path);
+    for (int i = 0; i < most && std::filesystem::is_symlink(real, failed); ++i) {
+        real = targetOf(real);
+    }
+    return real == nativePath(path) ? path : fromPath(real);
 }
 
 std::filesystem::path toPath(const QString& path) { return nativePath(resolved(path)); }

@@ -29,6 +29,10 @@ QStringList namesOf(const QString& folder);
 bool folderExists(const QString& path);
 bool fileExists(const QString& path);
 
+// The file that a symbolic link leads to, over any number of links and also where it is not there;
+// any other path as it is. As spelt on disk.
+QString behindLinks(const QString& path);
+
 // For the rooms that speak std::filesystem; resolved like above.
 std::filesystem::path toPath(const QString& path);
 QString fromPath(const std::filesystem::path& path);

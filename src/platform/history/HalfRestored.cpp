@@ -68,9 +68,12 @@ void Restoration::revert(const PendingFile& one) {
             kept_.put(before, one.path);
             recorder_.file().setPresent(one.path, {stampOf(one.path), before});
         }
-    } else if (before == content::folder) {
-        KeptFiles::makeFolder(one.path);
+    } else if (content::isOfFolder(before)) {
+        kept_.putFolder(before, one.path);
     } else {
+        if (content::isOfFolder(one.put)) {
+            kept_.emptyFolder(one.put, one.path);
+        }
         KeptFiles::takeAway(one.path);
     }
 }

@@ -339,7 +339,9 @@ QHash<std::int64_t, QStringList> HistoryFile::contentsOfSteps() {
     QHash<std::int64_t, QStringList> contents;
     while (rows.Step()) {
         for (const int column : {1, 2}) {
-            if (const QString content = rows.Text(column); KeptFiles::isKept(content)) {
+            const QString content = rows.Text(column);
+            if (KeptFiles::isKept(content) ||
+                (content::isOfFolder(content) && content != content::folder)) {
                 contents[rows.Number(0)] << content;
             }
         }
@@ -369,7 +371,8 @@ QHash<std::int64_t, std::int64_t> HistoryFile::sizesOfSteps() {
 }
 
 void HistoryFile::forgetUnneeded() {
-    sql_.Run("UPDATE present SET content='?' WHERE content NOT IN ('-','/','?') AND content NOT IN "
+    sql_.Run("UPDATE present SET content=CASE WHEN content LIKE '%/' THEN '/' ELSE '?' END "
+             "WHERE content NOT IN ('-','/','?') AND content NOT IN "
              "(SELECT before FROM file_steps UNION SELECT after FROM file_steps)");
 }
 

@@ -4,10 +4,10 @@
 #include "platform/files/FileErrors.h"
 #include "platform/files/Paths.h"
 #include "platform/files/SafeReplace.h"
+#include "platform/history/FolderEntries.h"
 #include "platform/history/Step.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
@@ -15,7 +15,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <utility>
+#include <vector>
 
 namespace qvnd::history {
 
@@ -32,16 +32,44 @@ void check(std::error_code failed, const QString& path) {
     }
 }
 
+bool isLink(const fs::path& path) {
+    std::error_code failed;
+    return fs::is_symlink(path, failed);
+}
+
 std::int64_t bytesIn(const QString& folder) {
     std::int64_t bytes = 0;
     std::error_code failed;
     for (fs::recursive_directory_iterator at(toPath(folder), failed), end; !failed && at != end;
          at.increment(failed)) {
-        if (at->is_regular_file(failed)) {
+        if (at->is_regular_file(failed) && !at->is_symlink(failed)) {
             bytes += static_cast<std::int64_t>(at->file_size(failed));
         }
     }
     return bytes;
+}
+
+// `name` is that of the folder as a content, which its entries without valid names belong to.
+void removeUnneeded(const fs::path& folder, const QString& name, const QSet<QString>& needed) {
+    std::vector<fs::path> entries;
+    std::error_code ignored; // what stays only takes room
+    for (fs::directory_iterator at(folder, ignored), end; !ignored && at != end;
+         at.increment(ignored)) {
+        entries.push_back(at->path());
+    }
+    for (const fs::path& entry : entries) {
+        const QString own = name + files::fromPath(entry.filename());
+        if (!isNamed(entry)) {
+            if (!needed.contains(name)) {
+                fs::remove_all(entry, ignored);
+            }
+        } else if (fs::is_directory(fs::symlink_status(entry, ignored))) {
+            removeUnneeded(entry, own + u'/', needed);
+            fs::remove(entry, ignored); // if it is empty now
+        } else if (!needed.contains(own)) {
+            fs::remove(entry, ignored);
+        }
+    }
 }
 
 constexpr QChar unfinishedMark = u'~';
@@ -103,18 +131,51 @@ void removeIfUnfinished(const QString& path, const QSet<QString>& names, const Q
     }
 }
 
+// What comes has been kept, and what it replaces as well, so a link may go before the copy comes.
+void putCopy(const QString& from, const QString& to) {
+    const fs::path content = toPath(from);
+    std::error_code failed;
+    if (isLink(content) || isLink(toPath(to))) {
+        fs::remove(toPath(to), failed);
+        check(failed, to);
+    }
+    if (isLink(content)) {
+        fs::copy_symlink(content, toPath(to), failed);
+        check(failed, to);
+    } else {
+        files::copyAsSpelt(from, to);
+    }
+}
+
+std::int64_t timeBehind(const fs::path& file) {
+    std::error_code failed;
+    const fs::file_time_type time = fs::last_write_time(file, failed);
+    return failed ? 0 : time.time_since_epoch().count();
+}
+
 } // namespace
 
 Stamp stampOf(const QString& path) {
     std::error_code failed;
     const fs::path file = toPath(path);
+    if (isLink(file)) {
+        const auto text = fs::read_symlink(file, failed).native();
+        return {static_cast<std::int64_t>(text.size()), timeBehind(file)};
+    }
     if (!fs::is_regular_file(file, failed)) {
         return {};
     }
-    Stamp stamp;
-    stamp.size = static_cast<std::int64_t>(fs::file_size(file, failed));
-    stamp.time = fs::last_write_time(file, failed).time_since_epoch().count();
-    return stamp;
+    return {static_cast<std::int64_t>(fs::file_size(file, failed)), timeBehind(file)};
+}
+
+bool isAnythingAt(const QString& path) {
+    std::error_code failed;
+    return fs::exists(fs::symlink_status(toPath(path), failed));
+}
+
+bool isFolderAt(const QString& path) {
+    std::error_code failed;
+    return fs::is_directory(fs::symlink_status(toPath(path), failed));
 }
 
 KeptFiles::KeptFiles(const QString& folder) : folder_(files::withSeparator(folder)) {}
@@ -122,15 +183,15 @@ KeptFiles::KeptFiles(const QString& folder) : folder_(files::withSeparator(folde
 QString KeptFiles::pathOf(const QString& name) const { return folder_ + name; }
 
 bool KeptFiles::has(const QString& name) const {
-    return isKept(name) && QFileInfo::exists(pathOf(name));
+    return isKept(name) && isAnythingAt(pathOf(name));
 }
 
 bool KeptFiles::isKept(const QString& name) {
-    return name != content::absent && name != content::folder && name != content::onDisk;
+    return name != content::absent && !content::isOfFolder(name) && name != content::onDisk;
 }
 
 bool KeptFiles::canPut(const QString& name) const {
-    return has(name) && QFileInfo(pathOf(name)).isReadable();
+    return has(name) && (isLink(toPath(pathOf(name))) || QFileInfo(pathOf(name)).isReadable());
 }
 
 std::int64_t KeptFiles::lastStep() const {
@@ -168,29 +229,16 @@ void KeptFiles::removeAllBut(const QSet<QString>& needed) const {
     for (const QString& name : needed) {
         names << QDir::fromNativeSeparators(name);
     }
-    QStringList folders;
-    QDirIterator all(folder_, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                     QDirIterator::Subdirectories);
-    while (all.hasNext()) {
-        const QString path = all.next();
-        const bool isFolder = all.fileInfo().isDir() && !all.fileInfo().isSymLink();
-        if (isFolder) {
-            folders << path;
-        } else if (!names.contains(path.mid(folder_.size()))) {
-            std::error_code ignored; // what stays only takes room
-            fs::remove(toPath(path), ignored);
-        }
-    }
-    std::reverse(folders.begin(), folders.end()); // those inside others first
-    for (const QString& folder : std::as_const(folders)) {
-        std::error_code isNotEmpty;
-        fs::remove(toPath(folder), isNotEmpty);
-    }
+    removeUnneeded(toPath(folder_), {}, names);
 }
 
 // Under a name that the history does not know of, such as one in a backup that is made of links,
 // other programs may write to the bytes.
 void KeptFiles::link(const QString& file, const QString& name) const {
+    if (isLink(toPath(file))) {
+        copy(file, name);
+        return;
+    }
     std::error_code failed;
     if (fs::hard_link_count(toPath(file), failed) == 1 && !failed) {
         fs::create_hard_link(toPath(file), toPath(roomFor(name)), failed);
@@ -203,8 +251,11 @@ void KeptFiles::link(const QString& file, const QString& name) const {
 
 void KeptFiles::copy(const QString& file, const QString& name) const {
     std::error_code failed;
-    copyThenName(toPath(file), toPath(roomFor(name)), fs::copy_options::none, failed);
+    copyThenName(toPath(file), toPath(roomFor(name)), fs::copy_options::copy_symlinks, failed);
     check(failed, file);
+    if (isLink(toPath(file))) { // its date would be set behind it
+        return;
+    }
     const fs::file_time_type time = fs::last_write_time(toPath(file), failed);
     if (!failed) {
         fs::last_write_time(toPath(pathOf(name)), time, failed); // else it counts as another state
@@ -221,7 +272,7 @@ bool KeptFiles::take(const QString& path, const QString& name) const {
     copyThenName(toPath(path), toPath(pathOf(name)),
                  fs::copy_options::recursive | fs::copy_options::copy_symlinks, failed);
     check(failed, path);
-    if (!fs::is_directory(toPath(path), failed)) {
+    if (!isFolderAt(path)) {
         fs::remove(toPath(path), failed);
         check(failed, path);
         return true;
@@ -235,7 +286,7 @@ void KeptFiles::giveBack(const QString& name, const QString& path) const {
     check(failed, path);
     fs::rename(toPath(pathOf(name)), toPath(path), failed);
     if (failed) {
-        files::copyAsSpelt(pathOf(name), path);
+        put(name, path);
     }
 }
 
@@ -243,11 +294,31 @@ void KeptFiles::put(const QString& name, const QString& path) const {
     std::error_code failed;
     fs::create_directories(toPath(path).parent_path(), failed);
     check(failed, path);
-    files::copyAsSpelt(pathOf(name), path);
+    putCopy(pathOf(name), path);
+}
+
+bool KeptFiles::hasFolder(const QString& name) const {
+    return name == content::folder || isFolderAt(pathOf(name));
+}
+
+void KeptFiles::putFolder(const QString& name, const QString& path) const {
+    makeFolder(path);
+    if (name != content::folder && hasFolder(name)) {
+        copyUnnamed(toPath(pathOf(name)), toPath(path));
+    }
+}
+
+void KeptFiles::emptyFolder(const QString& name, const QString& path) const {
+    if (name != content::folder && hasFolder(name) && isFolderAt(path)) {
+        removeUnnamed(toPath(path), toPath(pathOf(name)));
+    }
 }
 
 bool KeptFiles::isLinkedTo(const QString& name, const QString& path) const {
     std::error_code failed;
+    if (isLink(toPath(pathOf(name)))) {
+        return isCopiedTo(name, path);
+    }
     return fs::equivalent(toPath(pathOf(name)), toPath(path), failed) && !failed;
 }
 
@@ -256,7 +327,16 @@ bool KeptFiles::isCopyOf(const QString& name, const QString& path) const {
 }
 
 bool KeptFiles::isCopiedTo(const QString& name, const QString& path) const {
-    return isKept(name) && files::haveSameBytes(pathOf(name), path);
+    if (!isKept(name)) {
+        return false;
+    }
+    const fs::path kept = toPath(pathOf(name));
+    if (isLink(kept) || isLink(toPath(path))) {
+        std::error_code failed;
+        const fs::path target = fs::read_symlink(kept, failed);
+        return !failed && fs::read_symlink(toPath(path), failed) == target;
+    }
+    return files::haveSameBytes(pathOf(name), path);
 }
 
 void KeptFiles::removeUnfinished(const QStringList& paths, const QDateTime& since,
@@ -275,9 +355,9 @@ void KeptFiles::removeUnfinished(const QStringList& paths, const QDateTime& sinc
 }
 
 void KeptFiles::takeAway(const QString& path) {
-    if (QFileInfo(path).isDir()) {
+    if (isFolderAt(path)) {
         QDir().rmdir(path);
-    } else if (!QFile::remove(path) && QFileInfo::exists(path)) {
+    } else if (!QFile::remove(path) && isAnythingAt(path)) {
         files::throwFileError(error::permissionDenied, path);
     }
 }

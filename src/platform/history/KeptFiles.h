@@ -11,20 +11,29 @@ namespace qvnd::history {
 
 // What tells whether a file is still the one that we left.
 struct Stamp {
-    std::int64_t size = -1; // -1 when there is no file
-    std::int64_t time = 0;  // of the last change, in the file system's own unit
+    std::int64_t size = -1; // -1 when there is no file; of a link, that of its text
+    std::int64_t time = 0;  // of the last change, in the file system's own unit; behind a link
     friend bool operator==(const Stamp&, const Stamp&) = default;
 };
 Stamp stampOf(const QString& path);
 
+// Whether a file, a folder or a link is there; a link need not lead to anything.
+bool isAnythingAt(const QString& path);
+// Whether a folder is there itself, and not by a link.
+bool isFolderAt(const QString& path);
+
 // The folder of the contents that steps took away. A content is named by its path below that
-// folder, "57/3"; the constants stand for what has none.
+// folder, "57/3"; the constants stand for what has none. "57/1/" stands for a folder in which there
+// is also what bears no valid name in the kept folder 57/1.
 namespace content {
 inline const QString absent = QStringLiteral("-"); // neither file nor folder
-inline const QString folder = QStringLiteral("/"); // a folder
+inline const QString folder = QStringLiteral("/"); // a folder; see isOfFolder
 inline const QString onDisk = QStringLiteral("?"); // the file stands at its path, nowhere else
+inline bool isOfFolder(const QString& name) { return name.endsWith(u'/'); }
 } // namespace content
 
+// A symbolic link is a content of its own: where it leads to is not looked at.
+//
 // Errors of all operations: RunTimeError as in FileSystemObject. A content has its name only when
 // it is whole, also when the process is killed meanwhile.
 class KeptFiles {
@@ -55,6 +64,12 @@ public:
     void giveBack(const QString& name, const QString& path) const;
     // Puts a copy of the content at the path, whole or not at all; nothing else is touched.
     void put(const QString& name, const QString& path) const;
+    // Makes the folder, with what of the content bears no valid name.
+    void putFolder(const QString& name, const QString& path) const;
+    // Whether such a content is still there.
+    bool hasFolder(const QString& name) const;
+    // Removes what the content has put into the folder, where nothing has changed it since.
+    void emptyFolder(const QString& name, const QString& path) const;
     // Whether the path still has the very bytes that were linked.
     bool isLinkedTo(const QString& name, const QString& path) const;
     // Whether the content is a copy of what is at the path now, which has not been written since.

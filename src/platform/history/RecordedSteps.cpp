@@ -116,9 +116,9 @@ void Recorder::addFiles(QList<Change>& changes, QList<FileChange>& found) {
     for (auto entry = touched.begin(); entry != touched.end(); ++entry) {
         const QString& path = entry.key();
         const QString& before = entry->before;
-        const bool exists = Places::isElsewhere(path) || QFileInfo::exists(path);
+        const bool exists = Places::isElsewhere(path) || isAnythingAt(path);
         if (entry->kind == Touched::Kind::folder) {
-            if (exists != (before == content::folder)) {
+            if (exists != content::isOfFolder(before)) {
                 found << FileChange{path, before, exists ? content::folder : content::absent};
             }
         } else if (entry->kind == Touched::Kind::file) {

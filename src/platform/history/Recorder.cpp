@@ -4,6 +4,7 @@
 #include "platform/error/RunTimeError.h"
 #include "platform/files/FileErrors.h"
 #include "platform/files/Paths.h"
+#include "platform/history/FolderEntries.h"
 #include "platform/jet/file/Image.h"
 
 #include <QDir>
@@ -274,19 +275,20 @@ void Recorder::beforeMakingFolder(const QString& folder) {
 }
 
 void Recorder::touchTree(const QString& folder, const QString& content) {
-    QDirIterator all(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-                     QDirIterator::Subdirectories);
-    while (all.hasNext()) {
-        const QString path = QDir::toNativeSeparators(all.next());
-        if (all.fileInfo().isDir()) {
-            running_.touch(path, Touched::Kind::folder, content::folder);
-        } else if (isKeptByPages(path)) {
+    const FolderEntries entries = entriesOf(folder);
+    for (const QString& name : entries.folders) {
+        touchTree(files::withSeparator(folder) + name, content + u'/' + name);
+    }
+    for (const QString& name : entries.files) {
+        const QString path = files::withSeparator(folder) + name;
+        if (isKeptByPages(path)) {
             touchDatabase(path);
         } else {
-            running_.touch(path, Touched::Kind::file, content + path.mid(folder.size()));
+            running_.touch(path, Touched::Kind::file, content + u'/' + name);
         }
     }
-    running_.touch(folder, Touched::Kind::folder, content::folder);
+    running_.touch(folder, Touched::Kind::folder,
+                   entries.hasUnnamed ? content + u'/' : content::folder);
 }
 
 bool Recorder::takeFolder(const QString& folder) {
@@ -306,7 +308,7 @@ bool Recorder::takeFolder(const QString& folder) {
 
 // What lay in the folder before the command goes from its old path; under the new one all is new.
 void Recorder::touchMoved(const QString& path, const QString& target) {
-    if (QFileInfo(path).isDir()) {
+    if (isFolderAt(path)) {
         running_.touch(path, Touched::Kind::folder, content::folder);
         running_.touch(target, Touched::Kind::folder, content::absent);
     } else if (isKeptByPages(path)) {

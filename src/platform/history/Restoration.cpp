@@ -235,7 +235,7 @@ Restoration::Plan Restoration::planned(const Goal& goal, std::int64_t number) {
         const bool isLost = *wanted == content::onDisk
                                 ? stamp == Stamp{}
                                 : KeptFiles::isKept(*wanted) && !kept_.canPut(*wanted);
-        if (isLost) {
+        if (isLost || (content::isOfFolder(*wanted) && !kept_.hasFolder(*wanted))) {
             lost << QFileInfo(wanted.key()).fileName();
         }
         if (isLost || *wanted == content::onDisk || (isKnown && present->content == *wanted)) {
@@ -245,7 +245,7 @@ Restoration::Plan Restoration::planned(const Goal& goal, std::int64_t number) {
         if (stamp != Stamp{} && !isKnown) {
             file.keep = QStringLiteral("%1/%2").arg(number).arg(++kept);
         }
-        (*wanted == content::absent ? gone : *wanted == content::folder ? folders : come) << file;
+        (*wanted == content::absent ? gone : content::isOfFolder(*wanted) ? folders : come) << file;
     }
     inOrder(gone, folders, come);
     return {gone + folders + come, lost};
@@ -266,13 +266,13 @@ void Restoration::perform(const PendingFile& file) {
         leaveAsItIs(file);
         return;
     }
-    if (!file.keep.isEmpty() && !kept_.has(file.keep) && QFileInfo(file.path).isFile()) {
+    if (!file.keep.isEmpty() && !kept_.has(file.keep) && stampOf(file.path) != Stamp{}) {
         kept_.take(file.path, file.keep);
     }
     if (file.put == content::absent) {
-        KeptFiles::takeAway(file.path);
-    } else if (file.put == content::folder) {
-        KeptFiles::makeFolder(file.path);
+        takeAway(file.path);
+    } else if (content::isOfFolder(file.put)) {
+        kept_.putFolder(file.put, file.path);
     } else {
         kept_.put(file.put, file.path);
     }
@@ -283,6 +283,15 @@ void Restoration::leaveAsItIs(const PendingFile& file) {
     if (!file.keep.isEmpty() && kept_.has(file.keep) && stampOf(file.path) == Stamp{}) {
         kept_.giveBack(file.keep, file.path);
     }
+}
+
+// A folder must be empty for that.
+void Restoration::takeAway(const QString& path) {
+    const std::optional<Present> present = recorder_.file().present(path);
+    if (present && content::isOfFolder(present->content)) {
+        kept_.emptyFolder(present->content, path);
+    }
+    KeptFiles::takeAway(path);
 }
 
 // Databases that go leave their folders before these go, and come behind the folders.
@@ -413,9 +422,9 @@ void Restoration::takeBackAllBut(const QSet<QString>& staying) {
         if (entry->kind == Touched::Kind::database) {
             images[entry.key()] = recorder_.file().mirror(entry.key());
         } else if (!KeptFiles::isKept(before) || kept_.has(before)) {
-            (before == content::absent   ? gone
-             : before == content::folder ? folders
-                                         : come)
+            (before == content::absent     ? gone
+             : content::isOfFolder(before) ? folders
+                                           : come)
                 << PendingFile{entry.key(), {}, before};
         }
     }
@@ -438,7 +447,8 @@ void Restoration::takeBackAllBut(const QSet<QString>& staying) {
 
 // What the command has kept is nobody else's: it goes back without taking room for a copy.
 void Restoration::takeBack(const PendingFile& one) {
-    if (one.put.startsWith(QString::number(recorder_.running().step()) + u'/')) {
+    if (KeptFiles::isKept(one.put) &&
+        one.put.startsWith(QString::number(recorder_.running().step()) + u'/')) {
         kept_.giveBack(one.put, one.path);
         return;
     }

@@ -87,6 +87,7 @@ private:
     bool isLost(const PendingFile& file) const;
     void perform(const PendingFile& file);
     void leaveAsItIs(const PendingFile& file);
+    void takeAway(const QString& path);
     void noteDatabase(const QString& path, const QByteArray& image);
     static void removeUnfinished(const Pending& pending);
     void giveUp();
