@@ -147,6 +147,23 @@ void putCopy(const QString& from, const QString& to) {
     }
 }
 
+// A file system without them keeps the bytes all the same. Write protection would stop the history
+// itself when it puts the file once more.
+void putAttributes(const fs::path& from, const fs::path& to) {
+    if (isLink(from)) {
+        return;
+    }
+    std::error_code failed;
+    const fs::perms permissions = fs::status(from, failed).permissions();
+    if (!failed) {
+        fs::permissions(to, permissions | fs::perms::owner_write, failed);
+    }
+    const fs::file_time_type time = fs::last_write_time(from, failed);
+    if (!failed) {
+        fs::last_write_time(to, time, failed);
+    }
+}
+
 std::int64_t timeBehind(const fs::path& file) {
     std::error_code failed;
     const fs::file_time_type time = fs::last_write_time(file, failed);
@@ -295,6 +312,7 @@ void KeptFiles::put(const QString& name, const QString& path) const {
     fs::create_directories(toPath(path).parent_path(), failed);
     check(failed, path);
     putCopy(pathOf(name), path);
+    putAttributes(toPath(pathOf(name)), toPath(path));
 }
 
 bool KeptFiles::hasFolder(const QString& name) const {

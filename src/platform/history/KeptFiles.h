@@ -62,7 +62,8 @@ public:
     bool take(const QString& path, const QString& name) const;
     // Back to the path, which then has the very file that was taken.
     void giveBack(const QString& name, const QString& path) const;
-    // Puts a copy of the content at the path, whole or not at all; nothing else is touched.
+    // Puts a copy of the content at the path, whole or not at all; nothing else is touched. It has
+    // the date that the content had and may be read by no more people, but it can be written.
     void put(const QString& name, const QString& path) const;
     // Makes the folder, with what of the content bears no valid name.
     void putFolder(const QString& name, const QString& path) const;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QDateTime>
 #include <QFileInfo>
 
 #include <filesystem>
@@ -16,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Links and names that are no valid text.
+// Links, names that are no valid text, old dates and permissions.
 class UnusualFiles : public testing::Test {
 protected:
     UnusualFiles() {
@@ -218,6 +219,31 @@ TEST_F(OldNames, ComeBackOverWhatAKilledUndoHasLeftHalf) {
     EXPECT_FALSE(fs::exists(native("甲/.~coming")));
 }
 
+TEST_F(UnusualFiles, AFileThatComesBackMayBeReadByNoMoreThanBefore) {
+    QFile::setPermissions(world.path("real.doc"), QFile::ReadOwner | QFile::WriteOwner);
+    world.run("删除", [&] { world.files->DeleteFile(world.path("real.doc")); });
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(fs::status(native("real.doc")).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
 #endif
+
+TEST_F(UnusualFiles, AFileThatComesBackHasItsDate) {
+    const QDateTime old(QDate(2020, 1, 1), QTime(8, 30));
+    {
+        QFile file(world.path("real.doc"));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        ASSERT_TRUE(file.setFileTime(old, QFileDevice::FileModificationTime));
+    }
+    overwrite("real.doc");
+    ASSERT_TRUE(world.history->undo());
+    EXPECT_EQ(world.read("real.doc"), "behind the link");
+    EXPECT_EQ(QFileInfo(world.path("real.doc")).lastModified(), old);
+    // It counts as the file that the undo has put there.
+    ASSERT_TRUE(world.history->redo());
+    EXPECT_EQ(world.history->note(), QString());
+    EXPECT_EQ(world.history->steps().size(), 1);
+}
 
 } // namespace
