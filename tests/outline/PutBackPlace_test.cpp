@@ -80,7 +80,7 @@ TEST_F(PutBackPlace, ARenamedNodeIsFollowedThroughTheStepsThatWereJoinedWithItsO
     rename("T.2", "改");
     deleteNode("T.2");
     const std::int64_t last = run("添加", [this] { addRow({"T.2", "别的"}); });
-    world.state.History->thin({std::chrono::days{0}, history::Limits{}.bytes, 0},
+    world.state.History->thin({std::chrono::days{0}, history::Limits{}.bytes, 0, 1},
                               QDateTime::currentDateTime().addDays(1));
     ASSERT_EQ(world.state.History->steps().size(), 1);
     const outline::PutBack done = putBack(last, "T.2");

@@ -12,12 +12,14 @@
 
 namespace qvnd::history {
 
-// How much is kept. Steps that are older than `whole` are joined to one a day; when the kept
+// How much is kept. Steps that are older than `whole` are joined to one a day, once exits of the
+// program on so many days have found them so old: a clock may be wrong for a while. When the kept
 // contents take more than `bytes`, the oldest go. The newest `least` steps stay in any case.
 struct Limits {
     std::chrono::days whole{30};
     std::int64_t bytes = std::int64_t{2} << 30;
     int least = 50;
+    int exits = 3;
 };
 
 // The history of the work space: every command that changes something, and the way back. It is the
@@ -129,7 +131,8 @@ public:
     void takeOut(std::int64_t step, const QString& file, const QString& target);
 
     // Thins by the limits, as far as no state that remains is built on what goes; returns how many
-    // steps went. Does nothing while a command or a restoration is under way, in whatever program.
+    // steps went. It is an exit of the program at that time. Does nothing while a command or a
+    // restoration is under way, in whatever program.
     int thin(const Limits& limits, const QDateTime& now);
 
 private:
@@ -149,6 +152,8 @@ private:
     void mendKilled(Found& found, const Question& mayLeaveOut);
     Found mendAll(const Question& mayLeaveOut);
     bool isHalfRestored();
+    // Steps from before that time are old; null while there were too few exits to tell.
+    std::optional<QDateTime> endOfOld(const Limits& limits, const QDateTime& now);
     // Both answer how many steps went.
     int joinOld(const Limits& limits, const QDateTime& now);
     int dropOldest(const Limits& limits);

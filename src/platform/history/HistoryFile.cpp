@@ -12,7 +12,7 @@ namespace {
 using jet::Statement;
 using jet::Value;
 
-constexpr std::int64_t arrangement = 3;
+constexpr std::int64_t arrangement = 4;
 // Of a mirror; SQLite stores it without overflow chains that long images would make.
 constexpr qsizetype mirrorPiece = 65536;
 
@@ -41,6 +41,10 @@ constexpr char secondTables[] =
 // What the third adds: the titles of the steps that one was joined of, a line each.
 constexpr char thirdTables[] =
     "CREATE TABLE IF NOT EXISTS joined_steps(step INTEGER PRIMARY KEY, titles TEXT);";
+
+// What the fourth adds: the days on which the program has ended.
+constexpr char fourthTables[] =
+    "CREATE TABLE IF NOT EXISTS exits(position INTEGER PRIMARY KEY, day TEXT);";
 
 // Null texts are empty ones here.
 Value text(const QString& text) { return Value(text.isNull() ? QStringLiteral("") : text); }
@@ -100,6 +104,7 @@ void HistoryFile::arrange() {
     }
     if (found < arrangement) {
         sql_.Run(thirdTables);
+        sql_.Run(fourthTables);
         sql_.Run("PRAGMA user_version=" + QByteArray::number(qlonglong{arrangement}));
     }
     all.commit();

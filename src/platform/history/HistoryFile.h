@@ -6,6 +6,7 @@
 #include "platform/jet/file/Connection.h"
 
 #include <QByteArray>
+#include <QDate>
 #include <QDateTime>
 #include <QHash>
 #include <QList>
@@ -141,6 +142,10 @@ public:
     void setStarted();
     // The step has another number now.
     void renumberKilled(std::int64_t step, std::int64_t now);
+
+    // The days on which the program has ended: notes one, and the last so many that were noted.
+    void addExit(const QDate& day);
+    QList<QDate> exits(int most);
 
     // Reads all of it.
     bool isSound();

@@ -1,6 +1,6 @@
 #include "platform/history/HistoryFile.h"
 
-// What history.db has of a restoration under way and of commands that were killed.
+// What history.db has of a restoration under way, of commands that were killed, and of exits.
 namespace qvnd::history {
 
 using jet::Statement;
@@ -63,6 +63,20 @@ void HistoryFile::renumberKilled(std::int64_t step, std::int64_t now) {
     statement.Bind(1, step);
     statement.Bind(2, now);
     statement.Run();
+}
+
+void HistoryFile::addExit(const QDate& day) {
+    run("INSERT INTO exits(day) VALUES(?1)", {day.toString(Qt::ISODate)});
+}
+
+QList<QDate> HistoryFile::exits(int most) {
+    Statement rows(sql_, "SELECT day FROM exits ORDER BY position DESC LIMIT ?1");
+    rows.Bind(1, std::int64_t{most});
+    QList<QDate> days;
+    while (rows.Step()) {
+        days.prepend(QDate::fromString(rows.Text(0), Qt::ISODate));
+    }
+    return days;
 }
 
 } // namespace qvnd::history

@@ -165,16 +165,30 @@ private:
 
 } // namespace
 
+// By the earliest of the last exits.
+std::optional<QDateTime> History::endOfOld(const Limits& limits, const QDateTime& now) {
+    HistoryFile& file = recorder_.file();
+    if (!file.exits(limits.exits).contains(now.date())) {
+        file.addExit(now.date());
+    }
+    const QList<QDate> days = file.exits(limits.exits);
+    if (days.size() < limits.exits) {
+        return std::nullopt;
+    }
+    const QDateTime known = std::min(now, std::min_element(days.begin(), days.end())->endOfDay());
+    return known.addDays(-static_cast<qint64>(limits.whole.count()));
+}
+
 // A day is a transaction of its own: one that was joined stays so when the process is killed.
 int History::joinOld(const Limits& limits, const QDateTime& now) {
     HistoryFile& file = recorder_.file();
-    const QDateTime young = now.addDays(-static_cast<qint64>(limits.whole.count()));
+    const std::optional<QDateTime> old = endOfOld(limits, now);
     int count = 0;
-    if (!file.hasDayToJoin(young)) {
+    if (!old || !file.hasDayToJoin(*old)) {
         return count;
     }
     for (const QList<Step>& day :
-         daysToJoin(StepList(file.steps()), limits.least, file.position(), young)) {
+         daysToJoin(StepList(file.steps()), limits.least, file.position(), *old)) {
         QList<std::int64_t> steps;
         for (const Step& step : day) {
             steps << step.id;

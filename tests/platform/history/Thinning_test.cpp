@@ -36,6 +36,13 @@ protected:
             file.rows(QString("UPDATE steps SET time='%1' WHERE id=%2").arg(time).arg(i));
         }
         world.open();
+        exitOnTheDaysBefore();
+    }
+    // Exits of the program on other days tell that the clock is right.
+    void exitOnTheDaysBefore() {
+        for (const int days : {2, 1}) {
+            EXPECT_EQ(world.history->thin({}, now.addDays(-days)), 0);
+        }
     }
     // Sets a field of a step, as if its command had been another one.
     void make(int step, const QString& field, const QString& value) {
@@ -102,6 +109,29 @@ TEST_F(ThinnedHistory, OlderStepsAreJoinedToOneADayAndLeadBackAllTheSame) {
         ASSERT_TRUE(world.history->redo());
     }
     EXPECT_EQ(world.state(), last);
+}
+
+// Of a clock that was set wrong, or whose battery is empty.
+TEST_F(ThinnedHistory, ExitsWithTheClockAYearAheadJoinNothing) {
+    exitOnTheDaysBefore();
+    const QDateTime wrong = now.addYears(1);
+    for (const QDateTime& time : {wrong, wrong.addSecs(3600), wrong.addDays(1), now}) {
+        EXPECT_EQ(world.history->thin({std::chrono::days{30}, Limits{}.bytes, 0}, time), 0)
+            << time.toString().toStdString();
+    }
+    EXPECT_EQ(world.history->steps().size(), 12);
+}
+
+TEST_F(ThinnedHistory, StepsThatAreOldOnThreeDaysOfExitsAreJoined) {
+    const auto thinBehind = [&](int days) {
+        world.close();
+        world.open();
+        return world.history->thin({std::chrono::days{30}, Limits{}.bytes, 0}, now.addDays(days));
+    };
+    EXPECT_EQ(thinBehind(31), 0);
+    EXPECT_EQ(thinBehind(31), 0) << "the same day";
+    EXPECT_EQ(thinBehind(40), 0);
+    EXPECT_EQ(thinBehind(50), 11);
 }
 
 TEST_F(ThinnedHistory, AJoinedStepKeepsTheWordsAndPlansOfAllCommands) {
