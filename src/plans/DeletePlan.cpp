@@ -3,9 +3,12 @@
 #include "outline/InformationTable.h"
 #include "outline/QueryText.h"
 #include "platform/error/IgnoringErrors.h"
+#include "platform/files/WriteProtection.h"
 #include "store/Names.h"
 #include "store/OutlineFolders.h"
 #include "store/PlanLists.h"
+
+#include <QFileInfo>
 
 namespace qvnd::plans {
 
@@ -26,10 +29,15 @@ void deleteFolder(modMain& state, const QString& plan) {
     if (store::stateOfPlanFolder(state, plan) != store::FolderState::there) {
         return;
     }
+    const QString folder = store::planFolder(state, plan);
+    const QString isProtected = files::writeProtectedIn(folder);
+    const QString reason =
+        isProtected.isEmpty()
+            ? QStringLiteral("可能有文件正在使用")
+            : QStringLiteral("的“%1”设为只读").arg(QFileInfo(isProtected).fileName());
     const QString unlisted =
         state.gSelectedPlan.isEmpty() ? QString() : QStringLiteral("；下次启动时会重新列入");
-    state.Remarks << QStringLiteral("文件夹没有删除，其中可能有文件正在使用%1：%2")
-                         .arg(unlisted, store::planFolder(state, plan));
+    state.Remarks << QStringLiteral("文件夹没有删除，其中%1%2：%3").arg(reason, unlisted, folder);
 }
 
 } // namespace

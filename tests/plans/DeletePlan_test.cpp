@@ -189,6 +189,16 @@ TEST_F(DeletePlans, AFolderInUseOfAPlanThatStaysListedIsToldWithoutAPromise) {
                                          store::planFolder(state, "甲")));
 }
 
+TEST_F(DeletePlans, AWriteProtectedFileThatKeepsAFolderIsNamed) {
+    makeWholePlan("甲");
+    click("甲", "甲.1");
+    QFile::setPermissions(folder.path("用户模板/甲/甲.2.doc"), QFile::ReadOwner);
+    EXPECT_TRUE(remove());
+    EXPECT_EQ(state.Remarks, QStringList("文件夹没有删除，其中的“甲.2.doc”设为只读：" +
+                                         store::planFolder(state, "甲")));
+    EXPECT_TRUE(folder.exists("用户模板/甲/甲.2.doc"));
+}
+
 TEST_F(DeletePlans, APlanWhoseFolderGoesLeavesNothingToTell) {
     makeWholePlan("甲");
     click("甲", "甲");

@@ -6,6 +6,7 @@
 #include "platform/files/FileLocks.h"
 #include "platform/files/Paths.h"
 #include "platform/files/SafeReplace.h"
+#include "platform/files/WriteProtection.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -29,11 +30,6 @@ std::vector<Entry> listing(const QString& folder, QDir::Filters filters) {
         found.push_back({name, withSeparator(path) + name});
     }
     return found;
-}
-
-bool isWritable(const fs::path& path) {
-    const auto permissions = fs::symlink_status(path).permissions();
-    return (permissions & fs::perms::owner_write) != fs::perms::none;
 }
 
 // A name such as "..", which would climb out of the folder that the caller means.
