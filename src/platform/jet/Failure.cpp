@@ -86,6 +86,14 @@ void failCannotAccess(QStringView path) {
          QStringLiteral("不能打开文件『%1』：它正被独占，或没有读写它的权限。").arg(path));
 }
 
+void failReadOnly(QStringView path) {
+    fail(error::cannotAccessFile,
+         QStringLiteral(
+             "不能打开文件『%1』：它只能读，不能写。请检查文件的写权限，以及所在的文件夹和"
+             "磁盘是否可以写入。")
+             .arg(path));
+}
+
 void failUnrecognizedFormat(QStringView path) {
     fail(error::unrecognizedFormat, QStringLiteral("不可识别的数据库格式『%1』。").arg(path));
 }

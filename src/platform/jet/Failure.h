@@ -30,6 +30,7 @@ namespace qvnd::jet {
 [[noreturn]] void failFileNotFound(QStringView path);                       // 3024
 [[noreturn]] void failFolderInvalid(QStringView path);                      // 3044
 [[noreturn]] void failCannotAccess(QStringView path);                       // 3051
+[[noreturn]] void failReadOnly(QStringView path);                           // 3051
 [[noreturn]] void failUnrecognizedFormat(QStringView path);                 // 3343
 [[noreturn]] void failDatabaseExists(QStringView path);                     // 3204
 

@@ -1,6 +1,7 @@
 #include "platform/jet/file/Connection.h"
 #include "platform/jet/file/Image.h"
 #include "support/JetStore.h"
+#include "support/RestrictedProcess.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,6 +41,25 @@ TEST_F(DatabaseFiles, AMissingFolderIs3044) {
 TEST_F(DatabaseFiles, AFolderIsNoFile) {
     QDir(folder_.path()).mkdir(u"a.mdb"_qs);
     EXPECT_EQ(errorOf([&] { open(u"a.mdb"_qs); }), 3051);
+}
+
+TEST_F(DatabaseFiles, OneThatCanOnlyBeReadIsSaidToBeSo) {
+    create(u"a.mdb"_qs)->Close();
+    QFile::setPermissions(pathOf(u"a.mdb"_qs), QFile::Permissions(0x4444));
+    const auto answer = test::RestrictedProcess::withoutPrivileges(
+        {folder_.path().toStdString()}, [&]() -> std::optional<long> {
+            try {
+                open(u"a.mdb"_qs);
+            } catch (const RunTimeError& failure) {
+                const QString words = QString::fromStdU16String(failure.description());
+                return words.contains(u"它只能读，不能写"_qs) ? failure.number() : 0;
+            }
+            return 0;
+        });
+    if (!answer) {
+        GTEST_SKIP() << "rights cannot be given up here";
+    }
+    EXPECT_EQ(*answer, 3051);
 }
 
 TEST_F(DatabaseFiles, AFileOfAnotherFormatIs3343AndStaysAsItIs) {

@@ -27,8 +27,11 @@ void checkFile(const QString& path) {
         checkFolder(path);
         failFileNotFound(path);
     }
-    if (!file.isFile() || !file.isReadable() || !file.isWritable()) {
+    if (!file.isFile() || !file.isReadable()) {
         failCannotAccess(path);
+    }
+    if (!file.isWritable()) {
+        failReadOnly(path);
     }
 }
 
