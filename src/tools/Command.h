@@ -23,6 +23,8 @@ struct Command {
     // One line for the usage text.
     QString meaning;
     std::function<ExitStatus(Session&, const QStringList& words)> run;
+    // What the history calls it; the meaning without its details where none is given.
+    QString caption = {};
 };
 
 // Every command, in the order of the usage text. A group has a file of its own (DocCommands.cpp)

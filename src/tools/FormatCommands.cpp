@@ -1,6 +1,7 @@
 #include "tools/FormatCommands.h"
 
 #include "format/FieldRules.h"
+#include "generate/CommandCaptions.h"
 #include "store/FormatTables.h"
 #include "store/Names.h"
 #include "tools/Arguments.h"
@@ -154,10 +155,11 @@ ExitStatus refuseInBox(Session& session, const QString& why) {
 
 std::vector<Command> formatCommands() {
     return {{u"format load"_s, u"方案"_s, u"打开格式设置：封面取方案的名称和单位，目录页码右对齐"_s,
-             load},
+             load, generate::captions::settings},
             {u"format show"_s, u"格式表"_s, u"显示一个格式表的各行"_s, show},
             {u"format set"_s, u"格式表 [--where 字段=值] 字段 值"_s,
-             u"改写格式设置的一个字段（第一行的，或符合条件的行的）"_s, set}};
+             u"改写格式设置的一个字段（第一行的，或符合条件的行的）"_s, set,
+             generate::captions::settings}};
 }
 
 } // namespace qvnd::tools

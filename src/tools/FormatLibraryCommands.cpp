@@ -1,6 +1,7 @@
 #include "tools/FormatLibraryCommands.h"
 
 #include "format/FormatLibraries.h"
+#include "generate/CommandCaptions.h"
 #include "platform/files/Paths.h"
 #include "platform/files/Trim.h"
 #include "store/ProgramFiles.h"
@@ -231,15 +232,20 @@ ExitStatus usePage(Session& session, const QStringList& words) {
 std::vector<Command> formatLibraryCommands() {
     return {
         {u"format library list"_s, u"set|cover"_s, u"列出标书设置库或封面库"_s, listLibraries},
-        {u"format library save"_s, u"set|cover 名称"_s, u"把现在的设置存入库内"_s, saveLibrary},
+        {u"format library save"_s, u"set|cover 名称"_s, u"把现在的设置存入库内"_s, saveLibrary,
+         generate::captions::settings},
         {u"format library show"_s, u"set|cover 名称"_s, u"显示库内的设置"_s, showLibrary},
-        {u"format library delete"_s, u"set|cover 名称"_s, u"从库内删除"_s, deleteLibrary},
+        {u"format library delete"_s, u"set|cover 名称"_s, u"从库内删除"_s, deleteLibrary,
+         generate::captions::settings},
         {u"format library use"_s, u"set|cover [名称]"_s, u"生成时选用库，没有名称则不选用"_s,
-         useLibrary},
+         useLibrary, generate::captions::settings},
         {u"format custom list"_s, {}, u"列出自定义页"_s, listPages},
-        {u"format custom create"_s, u"名称"_s, u"创建自定义页，显示它的文件"_s, createPage},
-        {u"format custom delete"_s, u"名称"_s, u"删除自定义页，文件留下"_s, deletePage},
-        {u"format custom use"_s, u"[名称]"_s, u"以自定义页代替封面，没有名称则不代替"_s, usePage},
+        {u"format custom create"_s, u"名称"_s, u"创建自定义页，显示它的文件"_s, createPage,
+         generate::captions::settings},
+        {u"format custom delete"_s, u"名称"_s, u"删除自定义页，文件留下"_s, deletePage,
+         generate::captions::settings},
+        {u"format custom use"_s, u"[名称]"_s, u"以自定义页代替封面，没有名称则不代替"_s, usePage,
+         generate::captions::settings},
     };
 }
 

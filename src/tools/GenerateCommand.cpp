@@ -1,5 +1,6 @@
 #include "tools/GenerateCommand.h"
 
+#include "generate/CommandCaptions.h"
 #include "generate/GenerationReport.h"
 #include "generate/driver/BuildBid.h"
 #include "generate/driver/RebuildContents.h"
@@ -236,11 +237,13 @@ ExitStatus rebuildContents(Session& session, const QStringList& words) {
 
 std::vector<Command> generateCommands() {
     return {{u"generate"_s, GenerateOptions::parameters(),
-             u"生成工作文件夹中的“施工方案.doc”；有没放入的文档时退出码为 1"_s, generatePlan},
+             u"生成工作文件夹中的“施工方案.doc”；有没放入的文档时退出码为 1"_s, generatePlan,
+             generate::captions::generation},
             {u"contents rebuild"_s,
              {},
              u"在“施工方案.doc”里重新生成目录（不保存文件）"_s,
-             rebuildContents}};
+             rebuildContents,
+             generate::captions::contents}};
 }
 
 } // namespace qvnd::tools

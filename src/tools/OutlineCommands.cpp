@@ -1,6 +1,7 @@
 #include "tools/OutlineCommands.h"
 
 #include "outline/AddDocument.h"
+#include "outline/CommandCaptions.h"
 #include "outline/NodeCommands.h"
 #include "outline/OutlineKeys.h"
 #include "outline/TreeLoading.h"
@@ -33,6 +34,9 @@ struct Addition {
     QString plan() const { return arguments.position(0); }
     QString key() const { return arguments.position(1); }
     QString what() const { return arguments.position(2); }
+    const QString& caption(const QString& below, const QString& beside) const {
+        return mode() == AddMode::below ? below : beside;
+    }
     AddMode mode() const { return arguments.has("--below") ? AddMode::below : AddMode::beside; }
 
     Arguments arguments;
@@ -68,6 +72,8 @@ ExitStatus ended(Session& session, outline::Added outcome, const QString& newKey
 
 ExitStatus addFolder(Session& session, const QStringList& words) {
     const Addition addition(words);
+    session.isCalled(
+        addition.caption(outline::captions::folderBelow, outline::captions::folderBeside));
     if (!select(session, addition)) {
         return ExitStatus::refused;
     }
@@ -85,6 +91,8 @@ ExitStatus addFolder(Session& session, const QStringList& words) {
 
 ExitStatus addDocument(Session& session, const QStringList& words) {
     const Addition addition(words);
+    session.isCalled(
+        addition.caption(outline::captions::documentBelow, outline::captions::documentBeside));
     if (!select(session, addition)) {
         return ExitStatus::refused;
     }

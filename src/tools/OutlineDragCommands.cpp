@@ -1,5 +1,6 @@
 #include "tools/OutlineDragCommands.h"
 
+#include "outline/CommandCaptions.h"
 #include "outline/TreeDrag.h"
 #include "tools/Arguments.h"
 #include "tools/Plans.h"
@@ -84,9 +85,10 @@ ExitStatus copy(Session& session, const QStringList& words) {
 std::vector<Command> outlineDragCommands() {
     return {
         {"outline move", "方案 键 目标键",
-         "把节点移到目标文档之前，或成为目标文件夹的第一个下级，显示新键", move},
+         "把节点移到目标文档之前，或成为目标文件夹的第一个下级，显示新键", move,
+         outline::captions::drop},
         {"outline copy", "方案 目标键 模板键",
-         "把标书模板中的节点连同下级复制到目标节点之下，显示新键", copy},
+         "把标书模板中的节点连同下级复制到目标节点之下，显示新键", copy, outline::captions::drop},
     };
 }
 

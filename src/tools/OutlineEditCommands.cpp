@@ -1,5 +1,6 @@
 #include "tools/OutlineEditCommands.h"
 
+#include "outline/CommandCaptions.h"
 #include "outline/DeleteNode.h"
 #include "outline/OutlineKeys.h"
 #include "outline/RenameNode.h"
@@ -71,8 +72,10 @@ ExitStatus renameNode(Session& session, const QStringList& words) {
 std::vector<Command> outlineEditCommands() {
     return {
         {"outline delete", "方案 键",
-         "删除节点，连同键以此开头的所有行，文档文件留在文件夹里；根节点即整个方案", deleteNode},
-        {"outline rename", "方案 键 名称", "改节点的名称，键和文件不变", renameNode},
+         "删除节点，连同键以此开头的所有行，文档文件留在文件夹里；根节点即整个方案", deleteNode,
+         outline::captions::deletion},
+        {"outline rename", "方案 键 名称", "改节点的名称，键和文件不变", renameNode,
+         outline::captions::renaming},
     };
 }
 

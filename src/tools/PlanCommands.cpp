@@ -1,5 +1,6 @@
 #include "tools/PlanCommands.h"
 
+#include "outline/CommandCaptions.h"
 #include "plans/DlgNew.h"
 #include "plans/PlanInformation.h"
 #include "tools/Arguments.h"
@@ -118,7 +119,7 @@ std::vector<Command> planCommands() {
          "日期 设定",
          create},
         {"plan list", "", "列出所有方案", list},
-        {"plan open", "名称", "成为当前方案", open},
+        {"plan open", "名称", "成为当前方案", open, outline::captions::planOpening},
         {"plan info", "名称", "显示方案的工程信息", info},
     };
 }

@@ -47,7 +47,7 @@ ExitStatus wrongUsage(Output& output, const QString& reason, const QString& usag
 // The meaning without its details: "新建方案，并成为当前方案" is "新建方案" in the history.
 QString captionOf(const Command& command) {
     const QRegularExpression details(QStringLiteral("[，：；（]"));
-    return command.meaning.section(details, 0, 0);
+    return command.caption.isEmpty() ? command.meaning.section(details, 0, 0) : command.caption;
 }
 
 // What a command did that could not be recorded has been taken back: then it has no result.

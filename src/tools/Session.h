@@ -23,7 +23,7 @@ struct StartFailed {};
 // One run of the tool, as a command sees it.
 class Session {
 public:
-    // `caption` names the command in the history.
+    // `caption` is what the history calls the command.
     Session(const GlobalOptions& options, Output& output, QString caption = {});
     ~Session(); // the orderly exit of a program that was started
     Session(const Session&) = delete;
@@ -40,6 +40,8 @@ public:
     // outlines makes a step of its own, which an undo would find before the one that is meant.
     ProgramRun& programAsLeft();
 
+    // What the history calls the command with these options; before the first call of program().
+    void isCalled(const QString& caption) { caption_ = caption; }
     // The plan that the command is about, for the history, where the command does not open it or
     // deletes it. Behind the first call of program().
     void isAbout(const QString& plan) { recorded_->isAbout(plan); }

@@ -1,5 +1,6 @@
 #include "tools/TemplateCommands.h"
 
+#include "outline/CommandCaptions.h"
 #include "outline/DeleteTemplate.h"
 #include "outline/StoreTemplate.h"
 #include "outline/TreeLoading.h"
@@ -94,10 +95,11 @@ ExitStatus remove(Session& session, const QStringList& words) {
 
 std::vector<Command> templateCommands() {
     return {
-        {"template store", "方案", "把方案存入方案模板", store},
+        {"template store", "方案", "把方案存入方案模板", store, outline::captions::templateStoring},
         {"template list", "", "列出所有模板", list},
         {"template show", "名称", "列出模板的提纲，--json 时按 ID 顺序", show},
-        {"template delete", "键", "删除模板或模板中的节点，连同文件；须加 --yes", remove},
+        {"template delete", "键", "删除模板或模板中的节点，连同文件；须加 --yes", remove,
+         outline::captions::templateDeletion},
     };
 }
 

@@ -1,5 +1,6 @@
 #include "generate/windows/BidEditMenus.h"
 
+#include "generate/CommandCaptions.h"
 #include "outline/windows/OutlineIcons.h"
 
 using namespace Qt::StringLiterals;
@@ -28,9 +29,9 @@ QAction* item(QMenu& menu, const QString& name, const QString& caption,
 
 BidEditMenus::BidEditMenus(QWidget& window) {
     mnuBidEdit = menu(window, u"mnuBidEdit"_s, u"施工方案编辑(&E)"_s);
-    mnuBidSet = item(*mnuBidEdit, u"mnuBidSet"_s, u"施工方案设置"_s, u"settings"_s);
-    mnuBul = item(*mnuBidEdit, u"mnuBul"_s, u"生成目录"_s);
-    mnuBuildbid = item(*mnuBidEdit, u"mnuBuildbid"_s, u"生成卷宗编制"_s, u"generate"_s);
+    mnuBidSet = item(*mnuBidEdit, u"mnuBidSet"_s, captions::settings, u"settings"_s);
+    mnuBul = item(*mnuBidEdit, u"mnuBul"_s, captions::contents);
+    mnuBuildbid = item(*mnuBidEdit, u"mnuBuildbid"_s, captions::generation, u"generate"_s);
     mnuBrowsebid = item(*mnuBidEdit, u"mnuBrowsebid"_s, u"浏览卷宗编制"_s, u"browse"_s);
     mnuspace1 = mnuBidEdit->addSeparator();
     mnuspace1->setObjectName(u"mnuspace1"_s);

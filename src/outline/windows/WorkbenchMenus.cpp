@@ -1,5 +1,6 @@
 #include "outline/windows/WorkbenchMenus.h"
 
+#include "outline/CommandCaptions.h"
 #include "outline/Workbench.h"
 #include "outline/windows/OutlineIcons.h"
 
@@ -62,17 +63,17 @@ WorkbenchMenus::WorkbenchMenus(QWidget& window) {
     mnuExit = item(*mnuSys, u"mnuExit"_s, u"退出(&X)"_s, u"exit"_s);
 
     mnuSysEdit = menu(window, u"mnuSysEdit"_s, u"方案编辑(&E)"_s);
-    mnuEQFolder = item(*mnuSysEdit, u"mnuEQFolder"_s, u"添加同级文件夹"_s, u"folder-beside"_s);
-    mnuLTFolder = item(*mnuSysEdit, u"mnuLTFolder"_s, u"添加下级文件夹"_s, u"folder-below"_s);
+    mnuEQFolder = item(*mnuSysEdit, u"mnuEQFolder"_s, captions::folderBeside, u"folder-beside"_s);
+    mnuLTFolder = item(*mnuSysEdit, u"mnuLTFolder"_s, captions::folderBelow, u"folder-below"_s);
     mnuAddDoc = menu(window, u"mnuAddDoc"_s, u"添加文档"_s);
     mnuSysEdit->addMenu(mnuAddDoc);
     mnuEQDoc = item(*mnuAddDoc, u"mnuEQDoc"_s, u"同级"_s, u"document-beside"_s);
     mnuLTDoc = item(*mnuAddDoc, u"mnuLTDoc"_s, u"下级"_s, u"document-below"_s);
     mnuPaste = item(*mnuSysEdit, u"mnuPaste"_s, u"粘贴"_s, u"paste"_s);
     mnuBrowseDoc = item(*mnuSysEdit, u"mnuBrowseDoc"_s, u"浏览文档"_s, u"browse"_s);
-    mnuRename = item(*mnuSysEdit, u"mnuRename"_s, u"重命名"_s, u"rename"_s);
-    mnuEditDelete = item(*mnuSysEdit, u"mnuEditDelete"_s, u"删除"_s, u"delete"_s);
-    mnuSaveTemplate = item(*mnuSysEdit, u"mnuSaveTemplate"_s, u"存入方案模板"_s);
+    mnuRename = item(*mnuSysEdit, u"mnuRename"_s, captions::renaming, u"rename"_s);
+    mnuEditDelete = item(*mnuSysEdit, u"mnuEditDelete"_s, captions::deletion, u"delete"_s);
+    mnuSaveTemplate = item(*mnuSysEdit, u"mnuSaveTemplate"_s, captions::templateStoring);
     mnuSysEdit->addSeparator();
     mnuUndo = item(*mnuSysEdit, u"mnuUndo"_s, u"撤消"_s);
     mnuRedo = item(*mnuSysEdit, u"mnuRedo"_s, u"恢复"_s);

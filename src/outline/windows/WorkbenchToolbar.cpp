@@ -1,5 +1,6 @@
 #include "outline/windows/WorkbenchToolbar.h"
 
+#include "outline/CommandCaptions.h"
 #include "outline/Workbench.h"
 #include "outline/windows/OutlineIcons.h"
 
@@ -13,14 +14,14 @@ namespace {
 
 std::vector<CommandToolbar::Button> buttons() {
     return {
-        {u"同夹"_s, u"添加同级文件夹"_s, u"folder-beside"_s},
-        {u"下夹"_s, u"添加下级文件夹"_s, u"folder-below"_s},
+        {u"同夹"_s, captions::folderBeside, u"folder-beside"_s},
+        {u"下夹"_s, captions::folderBelow, u"folder-below"_s},
         {},
-        {u"同档"_s, u"添加同级文档"_s, u"document-beside"_s},
-        {u"下档"_s, u"添加下级文档"_s, u"document-below"_s},
+        {u"同档"_s, captions::documentBeside, u"document-beside"_s},
+        {u"下档"_s, captions::documentBelow, u"document-below"_s},
         {},
-        {u"删除"_s, u"删除"_s, u"delete"_s},
-        {u"重命名"_s, u"重命名"_s, u"rename"_s},
+        {u"删除"_s, captions::deletion, u"delete"_s},
+        {u"重命名"_s, captions::renaming, u"rename"_s},
         {u"浏览"_s, u"浏览文档"_s, u"browse"_s},
         {},
         {u"复制"_s, u"复制"_s, u"copy"_s},

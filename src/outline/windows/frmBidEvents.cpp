@@ -1,5 +1,6 @@
 #include "outline/windows/frmBid.h"
 
+#include "outline/CommandCaptions.h"
 #include "outline/CurrentPlan.h"
 #include "outline/OutlineKeys.h"
 #include "outline/OutlinePaths.h"
@@ -79,8 +80,8 @@ void frmBid::connectMenus() {
     bindAtOnce(menus_.mnuExit, &WorkbenchCommands::mnuExit);
     bind(menus_.mnuEQFolder, &WorkbenchCommands::mnuEQFolder);
     bind(menus_.mnuLTFolder, &WorkbenchCommands::mnuLTFolder);
-    bind(menus_.mnuEQDoc, &WorkbenchCommands::mnuEQDoc, u"添加同级文档"_s);
-    bind(menus_.mnuLTDoc, &WorkbenchCommands::mnuLTDoc, u"添加下级文档"_s);
+    bind(menus_.mnuEQDoc, &WorkbenchCommands::mnuEQDoc, captions::documentBeside);
+    bind(menus_.mnuLTDoc, &WorkbenchCommands::mnuLTDoc, captions::documentBelow);
     bind(menus_.mnuPaste, &WorkbenchCommands::mnuPaste);
     bind(menus_.mnuBrowseDoc, &WorkbenchCommands::mnuBrowseDoc);
     connect(menus_.mnuRename, &QAction::triggered, this, &frmBid::rename);
@@ -92,7 +93,7 @@ void frmBid::connectMenus() {
     bindAtOnce(menus_.mnuIndex, &WorkbenchCommands::mnuIndex);
     bindAtOnce(menus_.mnuAbout, &WorkbenchCommands::mnuAbout);
     bindAtOnce(menus_.mnuCopy, &WorkbenchCommands::mnuCopy);
-    bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate, u"删除模板"_s);
+    bind(menus_.mnuDelTemplate, &WorkbenchCommands::mnuDelTemplate, captions::templateDeletion);
     bind(menus_.mnuBroTemplate, &WorkbenchCommands::mnuBroTemplate);
     onKey(*TrvTemplate_, QKeySequence::Copy, [this] { menus_.mnuCopy->trigger(); });
     onKey(*TrvCurrent_, QKeySequence::Paste, [this] { menus_.mnuPaste->trigger(); });
@@ -353,7 +354,7 @@ void frmBid::trvTemplate_UsNodeClick(OutlineNode* node) {
     bool writes = true;
     read([&] { writes = opensPlan(state_, *node); });
     if (writes) {
-        run(click, u"打开方案"_s);
+        run(click, captions::planOpening);
     } else {
         read(click);
     }
@@ -368,7 +369,7 @@ void frmBid::connectDragging() {
         }
     });
     connect(TrvCurrent_, &OutlineView::oleDragDrop, this,
-            [this](OutlineNode* node) { run([&] { commands_.drop(node); }, u"拖放"_s); });
+            [this](OutlineNode* node) { run([&] { commands_.drop(node); }, captions::drop); });
     connect(TrvCurrent_, &OutlineView::dropTargetGone, this, [this] {
         read([this] {
             workbench_.dragKey.clear(); // or the next drop would count as the end of this drag
