@@ -153,6 +153,19 @@ TEST(Symbols, TheirPrivateCodesAre256AndThoseBehindThemAreCharacters) {
     EXPECT_EQ(symbolAsText(0xF020, u"Wingdings"), u' ');
 }
 
+TEST(Symbols, DingbatsHaveTheCharactersOfTheirBlockOrElsewhere) {
+    const std::pair<char16_t, char16_t> characters[] = {
+        {0x20, u' '},      {0x21, u'\u2701'}, {0x33, u'✓'},       {0x48, u'★'}, {0x6E, u'■'},
+        {0x7E, u'\u275E'}, {0x7F, u'•'},      {0xA0, u'•'},       {0xA1, u'❡'}, {0xA8, u'♣'},
+        {0xC0, u'➀'},      {0xD4, u'➔'},      {0xF0FE, u'\u27BE'}};
+    for (const auto& [code, character] : characters) {
+        EXPECT_EQ(symbolAsText(code, u"Monotype Sorts"), character) << int{code};
+    }
+    EXPECT_TRUE(isSymbolFont(u"ITC Zapf Dingbats"));
+    EXPECT_TRUE(isSymbolFont(u"ZapfDingbats"));
+    EXPECT_FALSE(isSymbolFont(u"Monotype Corsiva"));
+}
+
 TEST(Symbols, EveryCodeOfTheFontSymbolHasItsCharacter) {
     const std::pair<char16_t, char16_t> characters[] = {{0x20, u' '}, {0x2D, u'−'},   {0x40, u'≅'},
                                                         {0x5A, u'Ζ'}, {0x7E, u'∼'},   {0xA0, u'€'},
