@@ -87,6 +87,21 @@ TEST_F(Notes, EndnotesStandBehindTheTextInTheOrderOfTheirReferences) {
     EXPECT_EQ(textOf(pages().at(0)), u"甲i乙iii后ii先");
 }
 
+TEST_F(Notes, InTheOfficeSuiteEndnotesStandBelowTheFootnotesOfThePageOfTheirReferences) {
+    type(u"甲\x02乙\x02\f丙\x02\r");
+    main.anchors = {
+        {1, AnchorKind::endnote, 0}, {3, AnchorKind::footnote, 1}, {6, AnchorKind::endnote, 2}};
+    addNote(u"先\r");
+    addNote(u"脚\r");
+    addNote(u"后\r");
+    options = officeOptions();
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[0]), u"甲i乙1脚先");
+    EXPECT_EQ(textOf(found[1]), u"丙ii后");
+    EXPECT_NEAR(textAt(found[0], u"先").baseline, 3000, 50); // of the page's last line
+}
+
 TEST_F(Notes, FootnotesAndEndnotesAreCountedApartFromTheFirstNumbersOfTheDocument) {
     type(u"甲\x02乙\x02丙\x02\r");
     main.anchors = {

@@ -429,7 +429,7 @@ private:
         if (!parts.empty()) {
             const NoteArea area{static_cast<double>(section().paper.left),
                                 bodyBottom_ - notesHeight_, bodyBottom_};
-            carriedNotes_ = pageNotes().place(parts, area, page_.layer);
+            carriedNotes_ = pageNotes().place(std::move(parts), area, page_.layer);
         }
     }
 

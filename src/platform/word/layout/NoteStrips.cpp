@@ -10,6 +10,7 @@ namespace qvnd::layout {
 NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
     const LayoutSource& source = shared.source;
     shared.noteMarks.assign(source.tables->sideStories.size(), {});
+    isEndnoteAtFoot_.assign(shared.noteMarks.size(), false);
     const auto first = [&](word::DopField field) {
         return std::max(1, static_cast<int>(word::readDop(source.settings, field)));
     };
@@ -20,7 +21,9 @@ NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
             continue;
         }
         const bool atFoot = anchor.kind == word::AnchorKind::footnote;
-        if (!atFoot) {
+        if (!atFoot && shared.officeText) {
+            isEndnoteAtFoot_[anchor.index] = true;
+        } else if (!atFoot) {
             endnotes_.push_back(anchor.index);
         }
         if (source.tables->sideStories[anchor.index].automatic) {

@@ -68,8 +68,10 @@ double PageNotes::heightOf(const std::vector<NotePart>& parts, double most) {
     return height;
 }
 
-std::vector<NotePart> PageNotes::place(const std::vector<NotePart>& parts, const NoteArea& area,
+std::vector<NotePart> PageNotes::place(std::vector<NotePart> parts, const NoteArea& area,
                                        Layer& layer) {
+    std::stable_partition(parts.begin(), parts.end(),
+                          [&](const NotePart& part) { return !notes_.isEndnoteAtFoot(part.note); });
     double y = area.top + separatorOf(setting_);
     const double rule = area.top + separatorOf(setting_) / 2;
     layer.rules.push_back(

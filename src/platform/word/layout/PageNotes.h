@@ -34,10 +34,9 @@ public:
     // The height of all parts including the separator line; 0 without parts. Counting stops above
     // `most`.
     double heightOf(const std::vector<NotePart>& parts, double most);
-    // Places the parts into the area, at least one line of the first part. Returns the parts that
-    // do not fit.
-    std::vector<NotePart> place(const std::vector<NotePart>& parts, const NoteArea& area,
-                                Layer& layer);
+    // Places the parts into the area, footnotes above endnotes, at least one line of the first
+    // part. Returns the parts that do not fit.
+    std::vector<NotePart> place(std::vector<NotePart> parts, const NoteArea& area, Layer& layer);
 
 private:
     struct Range {

@@ -139,7 +139,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             const std::size_t first = result.items.size();
             readCharacter(c, at, format, result);
             if (at >= nextAnchorAt) {
-                attachFootnote(at, first, result);
+                attachNote(at, first, result);
                 nextAnchorAt = nextAnchor(at + 1);
             }
         }
@@ -426,13 +426,16 @@ void StoryReader::addNote(word::Cp at, const word::ResolvedText& format, Paragra
     }
 }
 
-// A footnote stands on the page of its reference: a number, or a mark of the author's own.
-void StoryReader::attachFootnote(word::Cp at, std::size_t first, ParagraphItems& result) const {
+// A footnote stands on the page of its reference: a number, or a mark of the author's own. In the
+// office suite an endnote does so too.
+void StoryReader::attachNote(word::Cp at, std::size_t first, ParagraphItems& result) const {
     if (result.items.size() <= first) {
         return;
     }
     const word::Anchor* anchor = noteAt(at);
-    if (anchor != nullptr && anchor->kind == word::AnchorKind::footnote) {
+    const bool isAtFoot =
+        shared_.officeText || (anchor != nullptr && anchor->kind == word::AnchorKind::footnote);
+    if (anchor != nullptr && isAtFoot) {
         result.items[first].note = anchor->index;
     }
 }

@@ -43,9 +43,10 @@ struct TextItem {
     const word::ResolvedText* format = nullptr;
     word::Cp at = 0;
     word::DataBlob picture;
-    std::optional<std::uint32_t> note{}; // index of the footnote that is referenced here
-    bool toOwnStop = false;              // of a tab: leads to a left stop that the paragraph sets
-    bool isSetAsChinese = false;         // of either script, but set in the East Asian font
+    std::optional<std::uint32_t>
+        note{};                  // index of the note at the foot of the page, referenced here
+    bool toOwnStop = false;      // of a tab: leads to a left stop that the paragraph sets
+    bool isSetAsChinese = false; // of either script, but set in the East Asian font
     bool isLabel = false;
     // The last item of a list label. The text begins at the next tab stop or after a space.
     bool endsLabel = false;
@@ -157,7 +158,7 @@ private:
     const word::Anchor* noteAt(word::Cp at) const;
     void addNote(word::Cp at, const word::ResolvedText& format, ParagraphItems& result);
     // `first`: the item that the character there begins.
-    void attachFootnote(word::Cp at, std::size_t first, ParagraphItems& result) const;
+    void attachNote(word::Cp at, std::size_t first, ParagraphItems& result) const;
     // Adds a character of a symbol font. `code`: with or without 0xF000 added.
     void addSymbol(char16_t code, std::uint16_t font, word::Cp at, const word::ResolvedText& format,
                    ParagraphItems& result);
