@@ -182,10 +182,25 @@ TEST_F(TextRules, InTheOfficeSuiteAStyleThatNamesABaseOfCharactersStandsAlone) {
     EXPECT_EQ(shown().size, 320);
     options = officeOptions();
     EXPECT_EQ(shown().size, 240);
-    EXPECT_EQ(named.names.at(shown().face), u"sans-serif");
+    EXPECT_EQ(named.names.at(shown().face), u"serif");
     style.character = intern(withSprm16(withSprm16({}, sprm::CHps, 28), sprm::CRgFtc0, 0));
     EXPECT_EQ(shown().size, 280);
     EXPECT_EQ(named.names.at(shown().face), document.tables.fonts.at(0).name);
+}
+
+TEST_F(TextRules, InTheOfficeSuiteAStyleThatStandsAloneControlsNoWidows) {
+    word::StyleDefinition& style = *document.tables.styles.styles[1];
+    style.namesCharacterBase = true;
+    style.character = intern(withSprm16({}, sprm::CHps, 20)); // lines of the page's height
+    paragraphs(9);
+    type(u"一二三四五六七八九十甲\r"); // two lines, one of which has room
+    main.paragraphs.back().style = 1;
+    EXPECT_EQ(textOf(pages().at(1)), u"一二三四五六七八九十甲");
+    options = officeOptions();
+    main.paragraphs.back().style = 0;
+    EXPECT_EQ(textOf(pages().at(1)), u"一二三四五六七八九十甲");
+    main.paragraphs.back().style = 1;
+    EXPECT_EQ(textOf(pages().at(1)), u"甲");
 }
 
 TEST_F(TextRules, InTheOfficeSuiteTheLineAboveTheNotesTakesLessRoom) {

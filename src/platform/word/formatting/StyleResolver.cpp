@@ -68,7 +68,11 @@ const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
         return known->second;
     }
     ResolvedProperties look;
-    for (const StyleIndex layer : chain(style, StyleKind::paragraph)) {
+    const auto layers = chain(style, StyleKind::paragraph);
+    if (!layers.empty() && lacksBase(*sheet_.styles[layers.front()])) {
+        look.set(entry8(sprm::PFWidowControl, 0));
+    }
+    for (const StyleIndex layer : layers) {
         const StyleDefinition& definition = *sheet_.styles[layer];
         if (definition.sti >= sti::heading1 && definition.sti < sti::heading1 + 9) {
             // Word's own headings are at their level without saying so.

@@ -24,7 +24,7 @@ public:
 
     // `defaultFonts`: rgftcStandardChpStsh and ftcBi, as indexes into the same tables. The style
     // sheet and `levels` must outlive the object. `office`: as in the office suite a style of
-    // paragraphs that names one of characters as its base has none, and 12 points.
+    // paragraphs that names one of characters as its base has none, 12 points and no widow control.
     StyleResolver(const StyleSheet& sheet, const std::array<std::uint16_t, 4>& defaultFonts,
                   ListOf listOf, ListLevels& levels, bool office = false);
 

@@ -55,8 +55,7 @@ FaceId CharacterFaces::known(const Key& key, const word::ResolvedText& format) {
         const bool asksForChinese = (style & chineseStyle) != 0;
         std::u16string name = nameOf(font);
         if (name.empty() && office_ && !asksForChinese) {
-            // What the office suite takes where no font is named.
-            name = font == word::bareStyleFont ? u"sans-serif" : u"serif";
+            name = u"serif"; // what the office suite takes where no font is named
         }
         face->second = fonts_.face({name, format.bold, format.italic, asksForChinese});
     }
