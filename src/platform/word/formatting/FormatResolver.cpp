@@ -5,7 +5,7 @@
 namespace qvnd::word {
 
 FormatResolver::FormatResolver(const DocumentTables& tables, bool office)
-    : tables_(tables), levels_(tables),
+    : tables_(tables), office_(office), levels_(tables),
       styles_(
           tables.styles, tables.styles.defaultFonts,
           [&tables](PropertyListId id) { return tables.lists[id]; }, levels_, office),
@@ -17,6 +17,9 @@ const ResolvedParagraph& FormatResolver::paragraph(StyleIndex style, PropertyLis
         ResolvedProperties look = styles_.paragraph(style);
         look.lay(tables_.lists[properties], levels_);
         at->second = resolvedParagraphOf(look);
+        if (office_ && look.isIndentedByList()) {
+            at->second.right = {};
+        }
     }
     return at->second;
 }

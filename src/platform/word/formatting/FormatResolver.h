@@ -19,7 +19,8 @@ namespace qvnd::word {
 // lifetime.
 class FormatResolver {
 public:
-    // `tables` must outlive the object. `office`: see StyleResolver.
+    // `tables` must outlive the object. `office`: as the office suite does: see
+    // StyleResolver; a paragraph whose list level gives its indents has no right indent.
     explicit FormatResolver(const DocumentTables& tables, bool office = false);
 
     // `properties`: the direct formatting over the style.
@@ -48,6 +49,7 @@ private:
     }
 
     const DocumentTables& tables_;
+    const bool office_;
     ListLevels levels_;
     StyleResolver styles_;
     TablePlaces places_;

@@ -161,6 +161,7 @@ void ResolvedProperties::joinList(ByteView list, ListLevels& levels) {
         tabsOfListLevel_.insert(stop.first);
     }
     applyTabStops(tabStops_, paragraph);
+    isIndentedByList_ = true;
 }
 
 void ResolvedProperties::leaveList() {
@@ -172,6 +173,7 @@ void ResolvedProperties::leaveList() {
     }
     setByListLevel_.clear();
     tabsOfListLevel_.clear();
+    isIndentedByList_ = false;
 }
 
 void ResolvedProperties::lay(ByteView list, ListLevels& levels) {
@@ -179,6 +181,7 @@ void ResolvedProperties::lay(ByteView list, ListLevels& levels) {
     for (auto& [property, entries] : layerOf(list)) {
         entries_[property] = std::move(entries);
         setByListLevel_.erase(property);
+        isIndentedByList_ = isIndentedByList_ && !isIndent(property);
     }
     applyTabStops(tabStops_, list);
 }

@@ -39,6 +39,9 @@ public:
     const TabStops& tabStops() const { return tabStops_; }
     // Properties whose values come from a list level.
     const std::set<SprmOpcode>& setByListLevel() const { return setByListLevel_; }
+    // Whether a list level gives the indents: nothing that was laid with the list or on top of it
+    // sets an indent.
+    bool isIndentedByList() const { return isIndentedByList_; }
     // Positions of the tab stops that come from the list level.
     const std::set<std::int16_t>& tabsOfListLevel() const { return tabsOfListLevel_; }
 
@@ -60,6 +63,7 @@ private:
     TabStops tabStops_;
     std::set<SprmOpcode> setByListLevel_;
     std::set<std::int16_t> tabsOfListLevel_;
+    bool isIndentedByList_ = false;
 };
 
 } // namespace qvnd::word

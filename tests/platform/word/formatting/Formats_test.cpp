@@ -127,6 +127,47 @@ TEST_F(Formats, ALeftIndentInCharactersIsThatOfTheHangingFirstLine) {
     EXPECT_DOUBLE_EQ(fromMargin.firstLine, -480);
 }
 
+// A list whose level indents by 360 twips. Style 1 has a right indent of 170, style 2 besides that
+// is in the list.
+class FormatsOfList : public Formats {
+protected:
+    FormatsOfList() {
+        DocumentTables& tables = builder.content.tables;
+        ListDefinition list;
+        list.lsid = 77;
+        list.linkedStyles.fill(StyleDefinition::none);
+        list.levels.resize(9);
+        list.levels[0].paragraph = tables.lists.intern(withSprm16({}, sprm::PDxaLeft80, 360));
+        tables.listDefinitions = {list};
+        tables.listOverrides = {{77, 0, 0, {}}};
+        styleList(1, true) = withSprm16({}, sprm::PDxaRight80, 170);
+        tables.styles.styles[2] = tables.styles.styles[1];
+        tables.styles.styles[2]->basedOn = 1;
+        styleList(2, true) = inList;
+    }
+    int right(StyleIndex style, const Bytes& own, bool office) {
+        formats();
+        FormatResolver resolved(builder.content.tables, office);
+        return resolved.paragraph(style, builder.content.tables.lists.intern(own)).right.twips;
+    }
+
+    const Bytes inList = withSprm16({}, sprm::PIlfo, 1);
+};
+
+TEST_F(FormatsOfList, InTheOfficeSuiteAParagraphIndentedByItsListHasNoRightIndent) {
+    EXPECT_EQ(right(1, inList, false), 170);
+    EXPECT_EQ(right(1, {}, true), 170);
+    EXPECT_EQ(right(1, inList, true), 0);
+    EXPECT_EQ(right(2, {}, true), 0);
+    EXPECT_EQ(right(2, withSprm16({}, sprm::PIlfo, 0), true), 170);
+}
+
+TEST_F(FormatsOfList, InTheOfficeSuiteAnIndentOfItsOwnBringsTheRightOneOfItsStyle) {
+    EXPECT_EQ(right(1, withSprm16(inList, sprm::PDxaLeft80, 720), true), 170);
+    EXPECT_EQ(right(2, withSprm16({}, sprm::PDxaLeft180, 100), true), 170);
+    EXPECT_EQ(right(2, withSprm16({}, sprm::PDyaAfter, 100), true), 0);
+}
+
 TEST_F(Formats, ALabelHasTheUnderlineAndTheMarkerOfItsLevelAlone) {
     PropertyLists& pool = builder.content.tables.lists;
     const PropertyListId own =
