@@ -373,5 +373,18 @@ TEST_F(FontsOfText, AFontThatIsNotThereHasNoNameAndInTheOfficeSuiteSerif) {
     EXPECT_EQ(nameFor(u"甲", withSprm16(look(0), sprm::CRgFtc1, 4)), u"");
 }
 
+TEST_F(FontsOfText, TheMarkOfAnEmptyParagraphMayBeChineseButNotInTheOfficeSuite) {
+    const auto ofMark = [&](const Bytes& look) {
+        main = story(u"\r");
+        main.characters[0].properties = intern(look);
+        asked.asked.clear();
+        return asked.asked.at(read(0, &asked).markFace).name;
+    };
+    EXPECT_EQ(ofMark(look(0)), u"拉丁");
+    EXPECT_EQ(ofMark(withSprm8(look(0), sprm::CIdctHint, 1)), u"中文");
+    options = officeOptions();
+    EXPECT_EQ(ofMark(withSprm8(look(0), sprm::CIdctHint, 1)), u"拉丁");
+}
+
 } // namespace
 } // namespace qvnd::layout

@@ -149,7 +149,8 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         formatOfMark(paragraph, start,
                      markAt >= lostFrom ? word::PropertyListId::empty : runAt(markAt).properties);
     result.markSize = mark.halfPoints * twipsPerHalfPoint;
-    result.markFace = faces_.of(mark, mark.eastAsianHint ? U'中' : U'x');
+    const bool isChinese = mark.eastAsianHint && !shared_.officeText;
+    result.markFace = faces_.of(mark, isChinese ? U'中' : U'x');
     result.characterWidth = characterWidthOf(result);
     return result;
 }
