@@ -135,6 +135,36 @@ TEST_F(LineMeasures, ARunIsDrawnInItsLook) {
     EXPECT_EQ(layer.fills[1].colour, 0xABCDEFU);
 }
 
+TEST_F(LineMeasures, TextOfOneBorderStandsInOneBox) {
+    type(U"一二三");
+    look.border = {true, false, 10, 10, 0, 0x123456};
+    word::ResolvedText plain;
+    items.items[2].format = &plain;
+    const Layer& layer = compose()[0].layer;
+    ASSERT_EQ(layer.rules.size(), 4U);
+    std::vector<std::vector<double>> lines;
+    for (const Rule& rule : layer.rules) {
+        const double foot = layer.texts[0].baseline;
+        lines.push_back({rule.x1, rule.y1 - foot, rule.x2, rule.y2 - foot});
+        EXPECT_EQ(rule.width, 10);
+        EXPECT_EQ(rule.colour, 0x123456U);
+    }
+    EXPECT_EQ(lines,
+              (std::vector<std::vector<double>>{
+                  {0, -160, 400, -160}, {0, 40, 400, 40}, {0, -160, 0, 40}, {400, -160, 400, 40}}));
+}
+
+TEST_F(LineMeasures, InTheOfficeSuiteABorderMakesItsLineHigher) {
+    type(U"一二");
+    word::ResolvedText bordered;
+    bordered.border = {true, false, 10, 30, 5, {}};
+    items.items[1].format = &bordered;
+    EXPECT_EQ(compose()[0].height, 200);
+    setting.options = officeOptions();
+    EXPECT_EQ(compose()[0].height, 270);
+    EXPECT_EQ(compose()[0].layer.texts[0].baseline, 160 + 35);
+}
+
 TEST_F(LineMeasures, TheGridSpacesTextThatKeepsToIt) {
     type(U"一二");
     setting.grid.characterSpacing = 25;

@@ -163,4 +163,13 @@ Border borderOf(ByteView brc) {
     return {};
 }
 
+Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
+    const auto entry = settingOf(look, property);
+    if (!entry) {
+        return {};
+    }
+    // The newer spelling has its length in front.
+    return borderOf(entry->operand.size() > brcSize ? entry->operand.subspan(1) : entry->operand);
+}
+
 } // namespace qvnd::word

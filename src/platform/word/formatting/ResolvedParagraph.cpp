@@ -158,15 +158,6 @@ std::optional<ParagraphFrame> frameOf(const ResolvedProperties& look) {
     return frame;
 }
 
-Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
-    const auto entry = settingOf(look, property);
-    if (!entry) {
-        return {};
-    }
-    // The newer spelling has its length in front.
-    return borderOf(entry->operand.size() > brcSize ? entry->operand.subspan(1) : entry->operand);
-}
-
 } // namespace
 
 ResolvedParagraph resolvedParagraphOf(const ResolvedProperties& look) {

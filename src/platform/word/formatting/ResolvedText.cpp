@@ -102,6 +102,7 @@ ResolvedText resolvedTextOf(const ResolvedProperties& look, ByteView own) {
     format.snapsToGrid = numberOf(look, sprm::CFUsePgsuSettings) != 0;
     format.colour = colourOf(look);
     format.background = backgroundOf(look);
+    format.border = sideOf(look, sprm::CBrc80);
     readMeaning(own, format);
     return format;
 }

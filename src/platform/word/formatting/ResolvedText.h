@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/word/formatting/ResolvedProperties.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <cstdint>
 #include <optional>
@@ -40,6 +40,7 @@ struct ResolvedText {
     int raisedBy = 0;       // above the baseline, in half-points
     std::optional<std::uint32_t> colour;
     std::optional<std::uint32_t> background;
+    Border border; // around text that has the same
 
     bool special = false;                  // a special character (sprmCFSpec)
     bool isData = false;                   // the blob holds field data instead of a picture

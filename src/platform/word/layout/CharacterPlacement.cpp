@@ -19,6 +19,33 @@ void addBackground(const CharacterPlace& place, FontMetrics& fonts, Layer& layer
     }
 }
 
+// Characters side by side with the same border and height stand in one box.
+void addBorder(const CharacterPlace& place, FontMetrics& fonts, Layer& layer) {
+    const TextItem& item = place.item;
+    const word::Border& border = item.format->border;
+    if (!border.visible) {
+        return;
+    }
+    const FaceHeights heights = fonts.heights(item.face);
+    const double top = place.foot - item.raised - heights.ascent * item.size;
+    const double bottom = place.foot - item.raised + heights.descent * item.size;
+    const double right = place.x + place.width;
+    std::vector<Rule>& rules = layer.rules;
+    if (!place.goesOn || rules.size() < 4 || rules.back().x1 != place.x) {
+        const auto add = [&](double x1, double y1, double x2, double y2) {
+            rules.push_back({x1, y1, x2, y2, static_cast<double>(border.width), border.isDouble,
+                             border.colour});
+        };
+        add(place.x, top, right, top);
+        add(place.x, bottom, right, bottom);
+        add(place.x, top, place.x, bottom);
+        add(right, top, right, bottom);
+        return;
+    }
+    const std::size_t box = rules.size() - 4;
+    rules[box].x2 = rules[box + 1].x2 = rules[box + 3].x1 = rules[box + 3].x2 = right;
+}
+
 PlacedText textOf(const CharacterPlace& place) {
     const TextItem& item = place.item;
     PlacedText text;
@@ -69,6 +96,7 @@ double gapBetweenScripts(const TextItem& a, const TextItem& b,
 
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer) {
     addBackground(place, fonts, layer);
+    addBorder(place, fonts, layer);
     if (!place.goesOn || layer.texts.empty()) {
         layer.texts.push_back(textOf(place));
         layer.texts.back().text.reserve(place.run);

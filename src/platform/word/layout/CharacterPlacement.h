@@ -21,7 +21,7 @@ struct CharacterPlace {
     std::size_t run = 1; // of a character that begins a run: the number of its characters
 };
 
-// Adds a character and its background to the layer of a line.
+// Adds a character, its background and the border around it to the layer of a line.
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer);
 
 // Whether an item is text that goes on in the look of the item before it.

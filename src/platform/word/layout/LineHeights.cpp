@@ -99,6 +99,12 @@ double lineRise(const TextItem& item, bool office) {
     return isScript(item) && office ? item.format->raisedBy * twipsPerHalfPoint : item.raised;
 }
 
+// In the office suite the border around text makes its line higher.
+double borderRoom(const TextItem& item, bool office) {
+    const word::Border& border = item.format->border;
+    return office && border.visible ? border.thickness + border.space : 0;
+}
+
 // The office suite measures faces in pixels of a sixth of a twip, and keeps whole twips of that.
 double officePixels(double twips) { return std::round(twips * officePixel); }
 double twipsOf(double pixels) { return std::round(pixels / officePixel); }
@@ -132,9 +138,9 @@ ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& 
                          bool isLast, FontMetrics& fonts, const LineSetting& setting) {
     ContentHeights content;
     ContentHeights text;
-    const auto add = [&](FaceId face, double size, double raised) {
+    const auto add = [&](FaceId face, double size, double raised, double border = 0) {
         const ContentHeights own = heightsIn(fonts.heights(face), size, setting);
-        text.add(own.ascent + raised, own.descent - raised);
+        text.add(own.ascent + raised + border, own.descent - raised + border);
     };
     const bool office = setting.options.officeLines;
     // Blanks and tabs count only where nothing else stands.
@@ -144,7 +150,8 @@ ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& 
         if (item.kind == TextItem::Kind::picture) {
             content.add(item.height + item.raised, -item.raised);
         } else if ((isSeen(item) || !hasText) && (last == nullptr || !isOneLook(*last, item))) {
-            add(item.face, lineSize(item, office), lineRise(item, office));
+            add(item.face, lineSize(item, office), lineRise(item, office),
+                borderRoom(item, office));
             last = &item;
         }
     }

@@ -76,6 +76,14 @@ TEST_F(Formats, ColoursByNumberAndByPartsAreOneProperty) {
     EXPECT_EQ(text(withSprm32({}, sprm::CCv, 0xFF000000)).colour, std::nullopt);
 }
 
+TEST_F(Formats, TextMayHaveABorder) {
+    EXPECT_FALSE(text({}).border.visible);
+    const Border border = text(withSprm32({}, sprm::CBrc80, 0x00060104)).border; // red, single
+    EXPECT_TRUE(border.visible);
+    EXPECT_EQ(border.width, 10); // half a point
+    EXPECT_EQ(border.colour, 0xFF0000U);
+}
+
 TEST_F(Formats, OnlyColoursOfTheTableHaveNumbers) {
     EXPECT_EQ(text(withSprm8({}, sprm::CIco, 0)).colour, std::nullopt);
     EXPECT_EQ(text(withSprm8({}, sprm::CIco, 16)).colour, 0xC0C0C0U);
