@@ -224,5 +224,25 @@ TEST(PageObstacles, ThoseFromACharacterOnAreForgotten) {
     EXPECT_TRUE(obstacles.within({0, 0, 500, 500}).empty());
 }
 
+TEST(TurnedShapes, KeepClearWhatTheirCornersReachTo) {
+    const auto apart = [](double degrees) {
+        FloatPlace place;
+        place.width = 400;
+        place.height = 200;
+        place.apartAcross = 10;
+        keepCornersClear(degrees, place);
+        return std::pair(place.apartAcross, place.apartDown);
+    };
+    EXPECT_NEAR(apart(0).first, 10, 1e-9);
+    EXPECT_NEAR(apart(0).second, 0, 1e-9);
+    for (const double degrees : {30.0, -30.0, 150.0, 210.0, 330.0}) {
+        EXPECT_NEAR(apart(degrees).first, 10 + 23.2, 0.01) << degrees;
+        EXPECT_NEAR(apart(degrees).second, 86.6, 0.01) << degrees;
+    }
+    EXPECT_NEAR(apart(90).first, 10, 1e-9) << "its area is told as if it lay";
+    EXPECT_NEAR(apart(90).second, 0, 1e-9);
+    EXPECT_NEAR(apart(60).first, 10 + 23.2, 0.01);
+}
+
 } // namespace
 } // namespace qvnd::layout

@@ -146,6 +146,9 @@ TEST_F(Shapes, TheyAreFlippedAndTurnedAsTheirRecordSays) {
     EXPECT_FALSE(found->parts.at(0).turn.flippedAcross);
     EXPECT_TRUE(found->parts.at(0).turn.flippedDown);
     EXPECT_NEAR(found->parts.at(0).turn.angle, std::numbers::pi / 2, 1e-9);
+    const double straight = read(shape(20, {}, 0x80))->place.apartDown;
+    look.set(0x0004, 30U << 16U);
+    EXPECT_GT(read(shape(20, {}, 0x80))->place.apartDown, straight);
 }
 
 TEST_F(Shapes, LinesAreNeverFilledAndHaveTheirDashesAndArrows) {

@@ -1,6 +1,8 @@
 #include "platform/word/layout/FloatPlace.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <utility>
 
 namespace qvnd::layout {
@@ -75,6 +77,20 @@ PageArea areaOf(const FloatPlace& place, const FloatFrame& frame) {
         startOf(place.alignAcross, across.left, across.right, place.left, place.width);
     const double top = topOf(place, frame);
     return {left, top, left + place.width, top + place.height};
+}
+
+void keepCornersClear(double degrees, FloatPlace& place) {
+    constexpr double halfTurn = 180;
+    constexpr double toItsSide = 45;
+    const double turn = std::abs(std::remainder(degrees, halfTurn));
+    const double angle = turn * std::numbers::pi / halfTurn;
+    const bool isSwapped = turn > toItsSide;
+    const double width = isSwapped ? place.height : place.width;
+    const double height = isSwapped ? place.width : place.height;
+    const double across = width * std::cos(angle) + height * std::sin(angle);
+    const double down = width * std::sin(angle) + height * std::cos(angle);
+    place.apartAcross += (across - place.width) / 2;
+    place.apartDown += (down - place.height) / 2;
 }
 
 double endOfObstacle(const std::vector<Obstacle>& obstacles, const LineGap& line, double height) {

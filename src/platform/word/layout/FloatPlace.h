@@ -62,6 +62,10 @@ struct LineGap {
     bool operator==(const LineGap&) const = default;
 };
 
+// Widens what a turned shape keeps clear of text to where its corners reach. `degrees`: clockwise.
+// The area of a shape that lies nearer to its side than to its foot is told as if it lay there.
+void keepCornersClear(double degrees, FloatPlace& place);
+
 // The ranges for a line of that height within `wanted`, from left to right. They are at the first
 // position from `wanted.top` downwards that has a range of at least `narrowest`. Without obstacles
 // in the way, the result is `wanted` itself.

@@ -467,6 +467,7 @@ void readPlace(const Properties& look, FloatPlace& place) {
     constexpr double usualApart = 180;
     place.apartAcross = look.length(apartLeft, usualApart);
     place.apartDown = look.length(apartTop, 0);
+    keepCornersClear(look.fixed(rotation, 0), place);
 }
 
 } // namespace
