@@ -121,6 +121,25 @@ TEST_F(TabStops, LeadersOfTheOfficeSuiteFillATabOfWholeTwips) {
     EXPECT_EQ(leaderOf(tab, 0, 0, fonts, true)->text.size(), 5U);
 }
 
+TEST_F(TabStops, LeadersOfTheOfficeSuiteAreSpreadOverTheTab) {
+    TextItem tab;
+    tab.character = U'.';
+    tab.size = 200;
+    tab.format = &look;
+    tab.width = 250;
+    const auto dots = leaderOf(tab, 1000, 160, fonts, true);
+    ASSERT_TRUE(dots);
+    EXPECT_DOUBLE_EQ(dots->x, 1000);
+    EXPECT_EQ(dots->advances, (std::vector<float>{125, 125}));
+    tab.character = U'_';
+    const auto line = leaderOf(tab, 1000, 160, fonts, true);
+    ASSERT_TRUE(line);
+    EXPECT_EQ(line->text, u"___");
+    EXPECT_DOUBLE_EQ(line->x, 1000);
+    EXPECT_FLOAT_EQ(line->advances.at(2), 250.0F / 3);
+    EXPECT_EQ(leaderOf(tab, 1000, 160, fonts, false)->text, u"__");
+}
+
 TEST_F(TabStops, ALeaderWithoutAWidthOrWithoutRoomIsNone) {
     TextItem tab;
     tab.character = U'.';

@@ -61,25 +61,27 @@ TabStop stopBehind(double at, const word::ResolvedParagraph& format,
 }
 
 std::optional<PlacedText> leaderOf(const TextItem& tab, double x, double foot, FontMetrics& fonts,
-                                   bool wholeTwips) {
+                                   bool office) {
     if (tab.character == 0 || tab.width <= 0) {
         return std::nullopt;
     }
     const double exact = fonts.advance(tab.face, tab.character) * tab.size;
-    const double one = wholeTwips ? std::round(exact) : exact;
-    const double room = wholeTwips ? std::round(tab.width) : tab.width;
-    const auto count = one > 0 ? static_cast<std::size_t>(room / one) : 0;
+    const double one = office ? std::round(exact) : exact;
+    const double room = office ? std::round(tab.width) : tab.width;
+    const auto fitting = one > 0 ? static_cast<std::size_t>(room / one) : 0;
+    const std::size_t count = fitting + (office && tab.character == U'_' ? 1 : 0);
     if (count == 0) {
         return std::nullopt;
     }
+    const double step = office ? room / static_cast<double>(count) : one;
     PlacedText text;
-    text.x = x + tab.width - static_cast<double>(count) * one;
+    text.x = office ? x : x + tab.width - static_cast<double>(count) * step;
     text.baseline = foot;
     text.size = tab.size;
     text.face = tab.face;
     text.colour = tab.format->colour;
     text.text.assign(count, static_cast<char16_t>(tab.character));
-    text.advances.assign(count, static_cast<float>(one));
+    text.advances.assign(count, static_cast<float>(step));
     return text;
 }
 

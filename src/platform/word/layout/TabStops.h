@@ -23,9 +23,10 @@ double behindTab(const SpacedItems& all, std::size_t tab);
 // The width of what of it stands in front of a stop of that kind.
 double beforeStop(word::TabStop::Kind kind, const SpacedItems& all, std::size_t tab);
 
-// The leader characters of a tab at `x`; nothing without a leader. `wholeTwips`: rounds the widths
-// of the tab and of a leader character to whole twips.
+// The leader characters of a tab at `x`; nothing without a leader. `office`: as in the office
+// suite they are spread over the whole tab, as many as fit by widths of whole twips; of underscores
+// one more, so that no gap stays between them.
 std::optional<PlacedText> leaderOf(const TextItem& tab, double x, double foot, FontMetrics& fonts,
-                                   bool wholeTwips);
+                                   bool office);
 
 } // namespace qvnd::layout
