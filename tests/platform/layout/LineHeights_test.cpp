@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 namespace qvnd::layout {
@@ -172,6 +173,32 @@ TEST_F(LineHeights, TheOfficeSuiteKnowsHeightsInWholeTwipsAlone) {
     empty.markSize = 220;
     setting.options = {};
     EXPECT_NEAR(contentOf({}, empty, true, fonts, setting).ascent, 196.02 + 9.35, 0.001);
+}
+
+TEST_F(LineHeights, InTheOfficeSuiteBlanksCountButWhereALineIsBrokenBehindThem) {
+    test::FixedFonts fonts;
+    ParagraphItems paragraph;
+    paragraph.markSize = 100;
+    word::ResolvedText look;
+    std::vector<TextItem> items(3);
+    for (TextItem& item : items) {
+        item.character = U'a';
+        item.size = 200;
+        item.format = &look;
+    }
+    items[2].character = U' ';
+    items[2].size = 300;
+    const auto height = [&](bool isLast) {
+        return contentOf(items, paragraph, isLast, fonts, setting).sum();
+    };
+    EXPECT_EQ(height(false), 200);
+    EXPECT_EQ(height(true), 300);
+    std::swap(items[1], items[2]);
+    EXPECT_EQ(height(false), 300);
+    items[2].kind = TextItem::Kind::lineBreak;
+    EXPECT_EQ(height(false), 300);
+    setting.options = {};
+    EXPECT_EQ(height(true), 200);
 }
 
 } // namespace

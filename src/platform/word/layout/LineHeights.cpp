@@ -143,13 +143,20 @@ ContentHeights contentOf(std::span<const TextItem> items, const ParagraphItems& 
         text.add(own.ascent + raised + border, own.descent - raised + border);
     };
     const bool office = setting.options.officeLines;
-    // Blanks and tabs count only where nothing else stands.
+    // Blanks and tabs count only where nothing else stands. In the office suite blanks count but
+    // where a line is broken behind them.
     const bool hasText = std::any_of(items.begin(), items.end(), isSeen);
+    const bool isBroken = !isLast && !items.empty() && !endsLine(items.back());
+    const auto brokenBehind =
+        isBroken ? std::find_if(items.rbegin(), items.rend(), isSeen).base() : items.end();
     const TextItem* last = nullptr; // whose height has been added
-    for (const TextItem& item : items) {
+    for (auto at = items.begin(); at != items.end(); ++at) {
+        const TextItem& item = *at;
+        const bool isBlankOfOffice = office && isBlankItem(item) && at < brokenBehind;
         if (item.kind == TextItem::Kind::picture) {
             content.add(item.height + item.raised, -item.raised);
-        } else if ((isSeen(item) || !hasText) && (last == nullptr || !isOneLook(*last, item))) {
+        } else if ((isSeen(item) || !hasText || isBlankOfOffice) &&
+                   (last == nullptr || !isOneLook(*last, item))) {
             add(item.face, lineSize(item, office), lineRise(item, office),
                 borderRoom(item, office));
             last = &item;
