@@ -34,9 +34,11 @@ void readFonts(const ResolvedProperties& look, ResolvedText& format) {
     format.eastAsianFont = font(sprm::CRgFtc1);
     format.otherFont = font(sprm::CRgFtc2);
     format.eastAsianHint = numberOf(look, sprm::CIdctHint) == 1;
-    constexpr std::uint32_t noLanguage = 0x0400; // LID, [MS-DOC] 2.9.145
+    constexpr std::uint32_t noLanguage = 0x0400;   // LID, [MS-DOC] 2.9.145
+    constexpr std::uint32_t noneOfOffice = 0x00FF; // which the office suite writes for none
     const auto language = settingOf(look, sprm::CRgLid1);
-    format.hasNoLanguage = language && numberOf(*language) == noLanguage;
+    format.hasNoLanguage =
+        language && (numberOf(*language) == noLanguage || numberOf(*language) == noneOfOffice);
 }
 
 void readMeasures(const ResolvedProperties& look, ResolvedText& format) {

@@ -67,6 +67,7 @@ TEST_F(Formats, TextMayBeSaidToBeInNoLanguage) {
     EXPECT_FALSE(text({}).hasNoLanguage);
     EXPECT_FALSE(text(withSprm16({}, sprm::CRgLid1, 0x0804)).hasNoLanguage);
     EXPECT_TRUE(text(withSprm16({}, sprm::CRgLid1, 0x0400)).hasNoLanguage);
+    EXPECT_TRUE(text(withSprm16({}, sprm::CRgLid1, 0x00FF)).hasNoLanguage);
 }
 
 TEST_F(Formats, ColoursByNumberAndByPartsAreOneProperty) {
