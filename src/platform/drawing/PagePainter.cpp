@@ -14,6 +14,7 @@
 #include <cmath>
 #include <exception>
 #include <list>
+#include <numbers>
 #include <numeric>
 #include <utility>
 
@@ -199,12 +200,16 @@ private:
     void paint(cairo_t* context, const layout::PlacedText& text) {
         cairo_save(context);
         cairo_translate(context, text.x, text.baseline);
+        if (text.isTurned) {
+            cairo_rotate(context, std::numbers::pi / 2);
+        }
         setColour(context, text.colour.value_or(0));
         glyphs_.show(context, {text.face, text.size, text.stretch, text.text, text.advances});
-        cairo_restore(context);
         underline(context, text, std::accumulate(text.advances.begin(), text.advances.end(), 0.0));
+        cairo_restore(context);
     }
 
+    // From where the text begins.
     static void underline(cairo_t* context, const layout::PlacedText& text, double width) {
         constexpr double below = 0.12; // of the size
         constexpr double through = -0.28;
@@ -212,9 +217,8 @@ private:
         for (const auto& [wanted, part] :
              {std::pair{text.underlined, below}, std::pair{text.struckOut, through}}) {
             if (wanted) {
-                const double y = text.baseline + part * text.size;
-                paint(context,
-                      layout::Rule{text.x, y, text.x + width, y, thickness, false, text.colour});
+                const double y = part * text.size;
+                paint(context, layout::Rule{0, y, width, y, thickness, false, text.colour});
             }
         }
     }

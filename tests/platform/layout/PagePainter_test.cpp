@@ -109,6 +109,31 @@ TEST_F(Painting, TextEndsWhereItIsCutOff) {
     EXPECT_TRUE(page.layer.texts.empty());
 }
 
+TEST_F(Painting, TurnedTextRunsDownwardsFromItsBeginning) {
+    type(u"IIII");
+    page.layer.texts[0].baseline = 20;
+    page.layer.texts[0].x = 500;
+    page.layer.texts[0].advances.assign(4, 110);
+    page.layer.texts[0].isTurned = true;
+    page.layer.texts[0].underlined = true;
+    const PixelImage image = paint();
+    const auto inkWithin = [&](int left, int right) {
+        int rows = 0;
+        for (int y = 0; y < image.height; ++y) {
+            bool hasInk = false;
+            for (int x = left; x < right; ++x) {
+                hasInk = hasInk || (at(image, x, y) & 0xFF) < 128;
+            }
+            rows += hasInk ? 1 : 0;
+        }
+        return rows;
+    };
+    EXPECT_GT(inkWithin(50, 66), 4) << "the letters stand at the right of their foot";
+    EXPECT_GT(inkWithin(44, 49), 40) << "the line under them at its left, along all of them";
+    EXPECT_EQ(inkWithin(0, 44), 0);
+    EXPECT_EQ(inkWithin(66, 100), 0);
+}
+
 TEST_F(Painting, APageIsWhiteWhereNothingStands) {
     const PixelImage image = paint();
     EXPECT_EQ(image.width, 100);

@@ -21,6 +21,11 @@ constexpr unsigned mergedAcross = 0x02; // 2 and 3: goes on the cell before
 constexpr unsigned verticalMask = 0x60;
 constexpr unsigned mergedDown = 0x20;
 constexpr unsigned alignmentShift = 7;
+constexpr unsigned flowShift = 2;
+constexpr unsigned flowMask = 7;
+
+// Of the values of a text flow, two are ways in which characters stand in lines that run downwards.
+bool runsDown(unsigned flow) { return flow == 1 || flow == 5; }
 
 VerticalAlignment verticalAlignmentOf(unsigned value) {
     return value == 1   ? VerticalAlignment::centre
@@ -91,6 +96,9 @@ private:
             forCells(entry.operand, [&](ResolvedCell& cell) {
                 cell.alignment = verticalAlignmentOf(entry.operand.back());
             });
+            break;
+        case sprm::TTextFlow:
+            readTextFlow(entry.operand);
             break;
         default:
             break;
@@ -205,6 +213,7 @@ private:
         cell.mergedLeft = (flags & horizontalMask) >= mergedAcross;
         cell.mergedAbove = (flags & verticalMask) == mergedDown;
         cell.alignment = verticalAlignmentOf((flags >> alignmentShift) & 3U);
+        cell.runsDown = runsDown((flags >> flowShift) & flowMask);
         reader.skip(2); // wWidth
         for (Border* side : {&cell.topSide, &cell.leftSide, &cell.bottomSide, &cell.rightSide}) {
             *side = borderOf(reader.view(brc80Size));
@@ -235,6 +244,14 @@ private:
             cell.leftPadding = (sides & 2U) != 0 ? width : cell.leftPadding;
             cell.bottomPadding = (sides & 4U) != 0 ? width : cell.bottomPadding;
             cell.rightPadding = (sides & 8U) != 0 ? width : cell.rightPadding;
+        }
+    }
+
+    // CellRangeTextFlow: the first cell, the one behind the last, the flow in two bytes.
+    void readTextFlow(ByteView operand) {
+        for (std::size_t i = operand[0]; i < std::min<std::size_t>(operand[1], row_.cells.size());
+             ++i) {
+            row_.cells[i].runsDown = runsDown(operand[2]);
         }
     }
 

@@ -16,6 +16,7 @@ struct ResolvedCell {
     int right = 0;
     bool mergedLeft = false;  // continues the cell to its left
     bool mergedAbove = false; // continues the cell above
+    bool runsDown = false;    // its text, in lines from right to left
     VerticalAlignment alignment = VerticalAlignment::top;
     Border topSide;
     Border leftSide;

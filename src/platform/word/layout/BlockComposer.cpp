@@ -1,6 +1,7 @@
 #include "platform/word/layout/BlockComposer.h"
 
 #include "platform/word/layout/FloatComposer.h"
+#include "platform/word/layout/VerticalText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,6 +52,18 @@ std::vector<TextItem> hangingIn(const word::ParagraphFrame& frame, TextItem pict
     picture.raised = -below;
     return {spaceBeside(picture, isAtMargin ? 0 : frame.apartAcross, 0), picture,
             spaceBeside(picture, frame.apartAcross, below + frame.apartDown)};
+}
+
+// Of the text of a cell.
+LineSetting settingWithin(const ComposedCell& cell, const LineSetting& setting) {
+    LineSetting inner = setting;
+    inner.obstacles.clear();
+    inner.grid.linePitch = setting.gridInTables ? setting.grid.linePitch : 0;
+    inner.grid.cellWidth = setting.gridInTables ? setting.grid.cellWidth : 0;
+    inner.grid.offset = setting.grid.offset + cell.left + cell.format.leftPadding;
+    inner.width = std::max(narrowest, cell.right - cell.left - cell.format.leftPadding -
+                                          cell.format.rightPadding);
+    return inner;
 }
 
 } // namespace
@@ -273,8 +286,9 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
     for (std::size_t i = first; i < next.row; ++i) {
         rows.push_back(composeRow(table.rows[i], setting));
     }
-    --depth_;
     settleHeights(rows, setting.options.officeLines);
+    composeDownwards(table, first, rows, setting);
+    --depth_;
     const bool office = setting.options.officeLines;
     Strips strips = stripsOf(rows, {shared_.addsSpaces, !office});
     if (office && !blocks_.hasRow(table, next.row)) {
@@ -306,20 +320,36 @@ ComposedRow BlockComposer::composeRow(const TableRow& row, const LineSetting& se
     composed.cells = cellsOf(composed.format, row.cells.size(), setting.width);
     for (std::size_t i = 0; i < composed.cells.size() && i < row.cells.size(); ++i) {
         ComposedCell& cell = composed.cells[i];
-        if (cell.format.mergedAbove || cell.format.mergedLeft) {
+        if (cell.format.mergedAbove || cell.format.mergedLeft || cell.format.runsDown) {
             continue;
         }
-        LineSetting inner = setting;
-        inner.obstacles.clear();
-        inner.grid.linePitch = setting.gridInTables ? setting.grid.linePitch : 0;
-        inner.grid.cellWidth = setting.gridInTables ? setting.grid.cellWidth : 0;
-        inner.grid.offset = setting.grid.offset + cell.left + cell.format.leftPadding;
-        inner.width = std::max(narrowest, cell.right - cell.left - cell.format.leftPadding -
-                                              cell.format.rightPadding);
+        const LineSetting inner = settingWithin(cell, setting);
         cell.strips = composeCell(row.cells[i], inner);
         cell.contentHeight = heightOf(cell.strips, shared_.addsSpaces);
     }
     return composed;
+}
+
+// Text that runs downwards adds nothing to the height of its row; its lines are as long as the rows
+// are high that the cell reaches over.
+void BlockComposer::composeDownwards(const Table& table, std::size_t first,
+                                     std::vector<ComposedRow>& rows, const LineSetting& setting) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const TableRow& row = table.rows[first + i];
+        for (std::size_t k = 0; k < rows[i].cells.size() && k < row.cells.size(); ++k) {
+            ComposedCell& cell = rows[i].cells[k];
+            if (!cell.format.runsDown || cell.format.mergedAbove || cell.format.mergedLeft) {
+                continue;
+            }
+            LineSetting inner = settingWithin(cell, setting);
+            const double width = inner.width;
+            inner.grid = {};
+            inner.width = std::max(narrowest, roomWithin(rows, i, cell));
+            cell.strips = {runningDown(composeCell(row.cells[k], inner), width,
+                                       cell.format.alignment, shared_.fonts, shared_.addsSpaces)};
+            cell.format.alignment = word::VerticalAlignment::top;
+        }
+    }
 }
 
 // Heading rows count from the table's first row on, and only above other rows: a table of nothing

@@ -53,6 +53,8 @@ private:
     Strips composeCell(const Blocks& blocks, const LineSetting& setting);
     Strips composeTable(const Block& block, const LineSetting& setting);
     ComposedRow composeRow(const TableRow& row, const LineSetting& setting);
+    void composeDownwards(const Table& table, std::size_t first, std::vector<ComposedRow>& rows,
+                          const LineSetting& setting);
     std::size_t headingRowsOf(const Table& table);
     std::size_t endOfMerged(const Table& table, std::size_t least);
 

@@ -22,6 +22,7 @@ constexpr unsigned hangsInOffice = 0x080;
 constexpr unsigned closes = 0x100;
 constexpr unsigned opens = 0x200;
 constexpr unsigned squeezable = 0x400;
+constexpr unsigned bracket = 0x800;
 
 constexpr unsigned letters = ideograph | eastAsian;
 constexpr unsigned signs = eitherScript | fullWidth;
@@ -52,6 +53,7 @@ constexpr std::array listedClasses{
     ListedClass{classes::fullWidth, U"Ёё≮≯⊙⌒∣"},
     ListedClass{classes::closes, U"、。〉》」』】〕〗），．：；］｝’”"},
     ListedClass{classes::opens, U"〈《「『【〔〖（［｛‘“"},
+    ListedClass{classes::bracket, U"〈〉《》「」『』【】〔〕〖〗（）［］｛｝"},
     ListedClass{classes::squeezable, U"、。〈〉《》「」『』【】〔〕〖〗〘〙〚〛〝〞〟"},
 };
 
@@ -129,6 +131,7 @@ bool mayHangInOffice(char32_t c) { return isOf(c, classes::hangsInOffice); }
 
 bool isClosingMark(char32_t c) { return isOf(c, classes::closes); }
 bool isOpeningMark(char32_t c) { return isOf(c, classes::opens); }
+bool isBracket(char32_t c) { return isOf(c, classes::bracket); }
 bool isSqueezable(char32_t c) { return isOf(c, classes::squeezable); }
 
 bool mayBreakBetween(char32_t before, char32_t after, const BreakRules& rules) {

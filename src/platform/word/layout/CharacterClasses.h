@@ -34,6 +34,8 @@ bool mayHangInOffice(char32_t c);
 // Full-width punctuation whose glyph fills only the left half (closing) or right half (opening).
 bool isClosingMark(char32_t c);
 bool isOpeningMark(char32_t c);
+// A full-width bracket, which is turned in lines that run downwards.
+bool isBracket(char32_t c);
 // Punctuation that the office suite compresses to fit more text on a line.
 bool isSqueezable(char32_t c);
 

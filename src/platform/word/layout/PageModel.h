@@ -25,7 +25,8 @@ struct PlacedText {
     std::optional<std::uint32_t> colour{};
     bool underlined = false;
     bool struckOut = false;
-    bool bold = false;              // synthesised, because the face is not bold
+    bool isTurned = false; // runs downwards: turned a quarter clockwise about its beginning
+    bool bold = false;     // synthesised, because the face is not bold
     std::optional<double> endsAt{}; // nothing of it is painted below this height
 };
 

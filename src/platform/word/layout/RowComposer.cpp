@@ -38,6 +38,15 @@ std::size_t lastRowOf(const std::vector<ComposedRow>& rows, std::size_t first,
     return last;
 }
 
+// The height of rows [first, last].
+double heightOfRows(const std::vector<ComposedRow>& rows, std::size_t first, std::size_t last) {
+    double height = 0;
+    for (std::size_t i = first; i <= last; ++i) {
+        height += rows[i].height;
+    }
+    return height;
+}
+
 // As its cells ask for that end in it.
 double ownHeight(const std::vector<ComposedRow>& rows, std::size_t at, bool holdsBorder) {
     const ComposedRow& row = rows[at];
@@ -262,10 +271,7 @@ void putContent(const std::vector<ComposedRow>& rows, std::size_t first, const C
     const std::size_t last = lastRowOf(rows, first, cell);
     const bool addsSpaces = parts[first].rules.addsSpaces;
     const double top = borderAbove(rows[first]) + cell.format.topPadding;
-    double room = -borderAbove(rows[first]);
-    for (std::size_t k = first; k <= last; ++k) {
-        room += rows[k].height;
-    }
+    const double room = heightOfRows(rows, first, last) - borderAbove(rows[first]);
     std::size_t at = first;
     RowParts::Cell* part = &cellAt(rows[at], parts[at], cell);
     double y = top + downIn(cell, room);
@@ -294,6 +300,12 @@ bool goesOnIn(const ComposedCell& cell, const ComposedRow& below) {
         return other.format.mergedAbove && other.right - other.left >= sameEdge &&
                std::abs(other.left - cell.left) < sameEdge;
     });
+}
+
+double roomWithin(const std::vector<ComposedRow>& rows, std::size_t first,
+                  const ComposedCell& cell) {
+    return heightOfRows(rows, first, lastRowOf(rows, first, cell)) - borderAbove(rows[first]) -
+           paddingOf(cell.format);
 }
 
 std::vector<ComposedCell> cellsOf(const word::ResolvedRow& row, std::size_t texts,
@@ -340,10 +352,7 @@ void settleHeights(std::vector<ComposedRow>& rows, bool holdBorders) {
             if (last == i) {
                 continue;
             }
-            double room = 0;
-            for (std::size_t k = i; k <= last; ++k) {
-                room += rows[k].height;
-            }
+            const double room = heightOfRows(rows, i, last);
             const double wanted = cell.contentHeight + paddingOf(cell.format);
             if (wanted > room && !rows[last].format.exactHeight) {
                 rows[last].height += wanted - room;

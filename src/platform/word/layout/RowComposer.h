@@ -25,6 +25,11 @@ struct ComposedRow {
 // some writers leave at the edge of another, is no part of that one.
 bool goesOnIn(const ComposedCell& cell, const ComposedRow& below);
 
+// The height that the content of a cell has in all the rows that the cell reaches over, of which
+// `first` is the uppermost.
+double roomWithin(const std::vector<ComposedRow>& rows, std::size_t first,
+                  const ComposedCell& cell);
+
 // The cells of a row and their positions in a column of that width. Cells that are merged to the
 // left are joined with the previous cell. A row without a table definition gets cells of equal
 // width.

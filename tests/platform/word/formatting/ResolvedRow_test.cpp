@@ -165,6 +165,27 @@ TEST_F(Rows, TextStandsAtTheTopInTheMiddleOrAtTheBottomOfACell) {
     EXPECT_EQ(cells()[3].alignment, VerticalAlignment::top);
 }
 
+TEST_F(Rows, TextRunsDownwardsByTwoOfTheFlows) {
+    std::vector<CellPart> parts;
+    parts.reserve(8);
+    for (unsigned flow = 0; flow < 8; ++flow) {
+        parts.push_back({flow << 2U, {}});
+    }
+    list = rowWith({0, 10, 20, 30, 40, 50, 60, 70, 80}, parts);
+    for (unsigned flow = 0; flow < 8; ++flow) {
+        EXPECT_EQ(cells()[flow].runsDown, flow == 1 || flow == 5) << flow;
+    }
+}
+
+TEST_F(Rows, TheFlowOfTextIsThatOfTheCellsThatAreNamed) {
+    addBytes(list, {0x29, 0x76, 1, 2, 5, 0}); // sprmTTextFlow
+    EXPECT_FALSE(cells()[0].runsDown);
+    EXPECT_TRUE(cells()[1].runsDown);
+    EXPECT_FALSE(cells()[2].runsDown);
+    addBytes(list, {0x29, 0x76, 0, 200, 0, 0});
+    EXPECT_FALSE(cells()[1].runsDown);
+}
+
 TEST_F(Rows, TheDefinitionTellsBordersFromTheTopAroundAgainstTheClock) {
     list = rowWith({0, 10}, {{0, {strokeOf(1), strokeOf(2), strokeOf(3), strokeOf(4)}}});
     EXPECT_EQ(sidesOf(cells()[0]), (Widths{20, 40, 60, 80}));

@@ -189,6 +189,7 @@ inline constexpr std::uint16_t TDefTableShd2nd = 0xD616;
 inline constexpr std::uint16_t TDefTableShd3rd = 0xD60C;
 inline constexpr std::uint16_t TSetBrc80 = 0xD620;
 inline constexpr std::uint16_t TSetBrc = 0xD62F;
+inline constexpr std::uint16_t TTextFlow = 0x7629;
 inline constexpr std::uint16_t TVertMerge = 0xD62B;
 inline constexpr std::uint16_t TVertAlign = 0xD62C;
 inline constexpr std::uint16_t TCellPadding = 0xD632;
