@@ -212,8 +212,7 @@ TEST(PropertyRules, ListReferenceMayBeNegatedAndStillMustExist) {
 TEST(PropertyRules, ListLevelMustExist) {
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 13)), Rules{"sprm.level"});
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 12)), Rules{});
-    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 11)), Rules{"sprm.level"});
-    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 9)), Rules{"sprm.level"});
+    EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 9)), Rules{});
     EXPECT_EQ(rulesWithParagraph(withSprm8({}, sprm::PIlvl, 8)), Rules{});
 }
 

@@ -121,9 +121,9 @@ private:
     }
 
     void level(std::uint32_t ilvl) {
-        constexpr std::uint32_t last = 8;
-        constexpr std::uint32_t bodyOfOldNumbering = 0xC; // kept by numbering as Word 95 did
-        if (ilvl > last && ilvl != bodyOfOldNumbering) {
+        // Numbering as Word 95 had it goes on behind the nine levels.
+        constexpr std::uint32_t lastOfOldNumbering = 12;
+        if (ilvl > lastOfOldNumbering) {
             findings_.add("sprm.level", where_ + u"：列表级别 " + digits(ilvl) + u" 不存在");
         }
     }
