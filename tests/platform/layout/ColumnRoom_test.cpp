@@ -150,5 +150,16 @@ TEST_F(SectionColumns, ASectionThatShowsNothingHasNoPage) {
     EXPECT_EQ(found[0].number, 1);
 }
 
+TEST_F(SectionColumns, APageWithNothingOnItIsThatOfTheSectionThatGoesOnThere) {
+    type(u"甲\r");
+    main.characters.back().properties = intern(withSprm8({}, sprm::CFVanish, 1));
+    const word::Bytes next = withSprm8(withSprm8(section(), sprm::SBkc, 0), sprm::SFPgnRestart, 1);
+    nextSection(withSprm16(next, sprm::SPgnStart97, 7));
+    type(u"乙\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].number, 7);
+}
+
 } // namespace
 } // namespace qvnd::layout

@@ -265,6 +265,22 @@ TEST_F(LineComposer, ARightTabAtTheMarginGoesToTheNextLineWithWhatHasNoRoom) {
     }
 }
 
+TEST_F(LineComposer, ARightTabStandsAtTheMarginUpToTwentyTwipsInFrontOfIt) {
+    type(U"一二三四五六七八九\t1234");
+    format.tabStops = {{1980, TabStop::Kind::right, u'.'}};
+    EXPECT_TRUE(lines().at(1).ends_with(u".1234"));
+    format.tabStops = {{1979, TabStop::Kind::right, u'.'}};
+    EXPECT_EQ(lines().at(1), u"1234");
+}
+
+TEST_F(LineComposer, BlanksAtTheEndOfALineTakeNoRoomInWhateverAlignment) {
+    type(U"一二  ");
+    format.alignment = LineAlignment::right;
+    EXPECT_DOUBLE_EQ(leftOf(0), 1600);
+    format.alignment = LineAlignment::centre;
+    EXPECT_DOUBLE_EQ(leftOf(0), 800);
+}
+
 TEST_F(LineComposer, TextAtAStopBeyondTheRightIndentStandsThere) {
     type(U"一\t1234");
     format.right.twips = 800;

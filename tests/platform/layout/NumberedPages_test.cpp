@@ -96,6 +96,16 @@ TEST_F(NumberedPages, PageCountsAreShownWhereverTheirFieldsStand) {
     EXPECT_FALSE(layout->correctedCounts());
 }
 
+TEST_F(NumberedPages, APageCountIsSeenThoughOtherFieldsFollowIt) {
+    type(u"\x13NUMPAGES\x14"
+         u"9\x15\x13PAGE\x14"
+         u"1\x15\r");
+    main.fields = {{0, 0x13, 0x1A},  {9, 0x14, 0},  {11, 0x15, 0},
+                   {12, 0x13, 0x21}, {17, 0x14, 0}, {19, 0x15, 0}};
+    pages();
+    EXPECT_TRUE(layout->showsPageCounts());
+}
+
 TEST_F(NumberedPages, ANoteShowsThePageCountToo) {
     type(u"甲\x02\r");
     putFootnote(1, u"\x13NUMPAGES\x14"

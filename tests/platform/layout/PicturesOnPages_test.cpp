@@ -5,6 +5,8 @@
 #include "platform/word/docfile/pictures/Picture.h"
 #include "support/Images.h"
 
+#include <string>
+
 namespace qvnd::layout {
 namespace {
 
@@ -95,6 +97,19 @@ TEST_F(PicturesOnPages, InTheOfficeSuiteAFrameOfOnePictureHangsInTheNextParagrap
     EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"甲").x, 1500);
     options = {};
     EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"甲").x, 1000);
+}
+
+TEST_F(PicturesOnPages, InTheOfficeSuiteAFrameOfAPictureAndTextStaysOne) {
+    auto picture = *word::Picture::fromImage(test::png(96, 48));
+    document.tables.blobs.push_back(picture.blob());
+    type(u"\x01框\r", withSprm16({}, sprm::PDxaAbs, 301));
+    type(u"甲\r");
+    main.characters = {
+        {1, intern(withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1))}, {4, {}}};
+    options = officeOptions();
+    const Page page = pages().at(0);
+    EXPECT_EQ(page.layer.pictures.size(), 1U);
+    EXPECT_NE(textOf(page).find(u'框'), std::u16string::npos);
 }
 
 TEST_F(PicturesOnPages, InTheOfficeSuiteAPictureHangsInAParagraphThatShowsNothingElse) {

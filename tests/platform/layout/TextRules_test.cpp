@@ -153,6 +153,17 @@ TEST_F(TextRules, AnObjectIsShownByThePictureThatItKeepsOfItself) {
     EXPECT_TRUE(word::Picture::fromBlob(*picture.blob));
 }
 
+TEST_F(TextRules, AnObjectBehindTheLastIsNotShown) {
+    const word::EmbeddedObjectRef object = formula(500, 1000);
+    document.tables.objects = {object, object};
+    type(u"前\x01后\r");
+    const Bytes shows = withSprm8(withSprm8({}, sprm::CFSpec, 1), sprm::CFOle2, 1);
+    main.characters = {{1, {}}, {1, intern(withSprm32(shows, sprm::CObjLocation, 1))}, {2, {}}};
+    EXPECT_EQ(pages().at(0).layer.pictures.size(), 1U);
+    document.tables.objects.pop_back();
+    EXPECT_TRUE(pages().at(0).layer.pictures.empty());
+}
+
 TEST_F(TextRules, AnObjectWithoutAPictureOfUsableSizeIsNotShown) {
     type(u"前\x01后\r");
     const Bytes shows = withSprm32(withSprm8({}, sprm::CFSpec, 1), sprm::CObjLocation, 0);
