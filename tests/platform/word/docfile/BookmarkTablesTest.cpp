@@ -33,6 +33,19 @@ TEST(BookmarkTables, NestedAndCrossingBookmarksKeepTheirEnds) {
     EXPECT_TRUE(remarks.empty());
 }
 
+TEST(BookmarkTables, OneOfAHeaderThatEndsInFrontOfItsStartKeepsItsStart) {
+    BookmarkTables tables = encodeBookmarks(std::vector<Bookmark>{{u"header", 150, 160, 0}}, 200);
+    const auto endOf = [&](std::uint8_t end) {
+        tables.ends[0] = end;
+        Remarks remarks;
+        return decodeBookmarks(viewsOf(tables), 100, 200, remarks).at(0).end;
+    };
+    EXPECT_EQ(endOf(151), 151U);
+    EXPECT_EQ(endOf(150), 150U);
+    EXPECT_EQ(endOf(149), 150U);
+    EXPECT_EQ(endOf(120), 150U);
+}
+
 TEST(BookmarkTables, EncodingWhatWasDecodedGivesEqualBytes) {
     const BookmarkTables first =
         encodeBookmarks(std::vector<Bookmark>{{u"b", 7, 9, 1}, {u"a", 3, 20, 0}}, 30);

@@ -149,6 +149,23 @@ TEST_F(BulletPictures, AreTakenOutOfTheMiddleWithTheirSectionAndWhatSpeaksOfIt) 
     }
 }
 
+TEST_F(BulletPictures, TheRangeOfACommentIsNoPlaceOfTheirsWhateverItIsCalled) {
+    builder.add({{u"\x01", pictureAt(0)}, plain(u"ab\r")});
+    body.bookmarks = {{u"_PictureBullets", 0, 1, 0, 7U}};
+    Story main = *joined(builder.content.main);
+    body.sections = builder.content.sections;
+    EXPECT_TRUE(takeBulletPictures(main, body, builder.content.tables.lists, remarks).empty());
+    EXPECT_EQ(main.text, u"\x01"
+                         u"ab\r\r");
+    EXPECT_EQ(body.bookmarks.size(), 1U);
+}
+
+TEST_F(BulletPictures, AreSpecialCharactersThatNameAPicture) {
+    EXPECT_TRUE(isBulletPicture(pictureAt(0)));
+    EXPECT_FALSE(isBulletPicture(withSprm32({}, sprm::CPicLocation, 0)));
+    EXPECT_FALSE(isBulletPicture(withSprm8({}, sprm::CFSpec, 1)));
+}
+
 TEST_F(BulletPictures, ABookmarkOverTextGoesAndTheTextStays) {
     builder.add({plain(u"a"), {u"\x01", pictureAt(0)}, plain(u"b\r")});
     for (const auto& [start, end] : {std::pair<Cp, Cp>{0, 2}, {0, 1}, {2, 2}}) {

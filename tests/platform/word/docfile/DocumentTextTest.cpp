@@ -81,6 +81,10 @@ TEST(DocumentText, CellsAreSeparatedByTabsAndRowsAreLines) {
     EXPECT_EQ(sample.text(), u"a\tb\nc\t\nend\n");
 }
 
+TEST(DocumentText, TheEndOfARowWithoutACellIsALineOfItsOwn) {
+    EXPECT_EQ(Sample().add(u"a\r").add(u"\x07", rowEnd).add(u"b\r").text(), u"a\n\nb\n");
+}
+
 TEST(DocumentText, NestedTablesHaveTheirOwnCellsAndRows) {
     EXPECT_EQ(nestedTables().text(), u"before\na\tx\ty1\ny2\n\nc\td\nafter\n");
 }

@@ -195,6 +195,22 @@ TEST(CommentTables, CommentsWithoutTheRangeThatTheyNameAreCountedAndThoseOnAPlac
     EXPECT_EQ(ranges(tables.rangeTags, falling, tables.rangeEnds), 1);
 }
 
+TEST(CommentTables, ARangeWithoutACharacterIsNone) {
+    const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{2, 4}}};
+    const CommentTables tables = encodeComments(comments, 12);
+    const auto hasRange = [&](std::uint8_t start) {
+        Bytes starts = tables.rangeStarts;
+        starts[0] = start;
+        const auto read = decodeComments({tables.references, tables.texts, tables.owners,
+                                          tables.dates, tables.rangeTags, starts, tables.rangeEnds},
+                                         10, 4);
+        return read.at(0).range.has_value();
+    };
+    EXPECT_TRUE(hasRange(3));
+    EXPECT_FALSE(hasRange(4));
+    EXPECT_FALSE(hasRange(5));
+}
+
 TEST(CommentTables, EveryCutIsReadWithoutAFault) {
     const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{1, 4}}};
     const CommentTables tables = encodeComments(comments, 12);

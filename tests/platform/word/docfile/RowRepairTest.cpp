@@ -137,6 +137,29 @@ TEST_F(RowRepair, ColumnsPutInLaterCount) {
     EXPECT_EQ(repairRows(story, lists), 0);
 }
 
+TEST_F(RowRepair, ColumnsPutIntoADefinitionWithoutAnyCountAndIntoNoneDoNot) {
+    const auto repairsWith = [this](const Bytes& definition) {
+        story = {};
+        add(u"a\a", cell());
+        add(u"b\a", cell());
+        add(u"\a",
+            withSprm32(joined({cell(), flag(sprm::PFTtp), definition}), sprm::TInsert, 0x00640200));
+        return repairRows(story, lists);
+    };
+    EXPECT_EQ(repairsWith(withSprm({}, sprm::TDefTable, hex("0400 00 0000"))), 0);
+    EXPECT_EQ(repairsWith({}), 1);
+}
+
+TEST_F(RowRepair, ANewDefinitionStandsInThePlaceOfTheOldAmongTheOtherEntries) {
+    const Bytes front = joined({cell(), flag(sprm::PFTtp)});
+    const Bytes behind = withSprm16({}, sprm::TDyaRowHeight, 300);
+    add(u"a\a", cell());
+    add(u"\a", joined({withSprm(front, sprm::TDefTable, two), behind}));
+    EXPECT_EQ(repairRows(story, lists), 1);
+    const Bytes one = withSprm({}, sprm::TDefTable, hex("0600 01 0000 6400"));
+    EXPECT_EQ(Bytes(listOf(1).begin(), listOf(1).end()), joined({front, one, behind}));
+}
+
 TEST_F(RowRepair, ColumnsTakenOutLaterCount) {
     const auto repairsWithout = [this](unsigned first, unsigned behind) {
         story = {};
