@@ -14,6 +14,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
 
 namespace qvnd::word {
 namespace {
@@ -202,6 +206,34 @@ TEST_F(ObjectsWithOddNames, TwoStoragesOfOneNumberAreBothLeftOut) {
     rename(file, u"_22", u"_01");
     EXPECT_EQ(numbers(), Numbers{});
     EXPECT_EQ(damaged, 1);
+}
+
+// The numbers of the objects in a file whose pool has a storage of that name.
+std::vector<std::uint32_t> numbersUnder(const std::u16string& name) {
+    test::MemoryFolder folder;
+    std::filesystem::path path;
+    CompoundStore store(folder.createBeside("/x", &path), {});
+    const auto pool = store.addStorage(CompoundDirectory::root, u"ObjectPool", {});
+    store.append(store.addStream(store.addStorage(pool, name, {}), u"ab"), Bytes(10, 1));
+    store.commit(CompoundStore::Durability::killedProcess);
+    int damaged = 0;
+    std::vector<std::uint32_t> numbers;
+    for (const auto& object :
+         readEmbeddedObjects(CompoundFile::over(folder.bytes(path)), damaged)) {
+        numbers.push_back(object.first);
+    }
+    EXPECT_EQ(damaged, 0);
+    return numbers;
+}
+
+TEST(NumbersOfObjects, AreThoseOfFourBytesInUpToTenDigitsBehindALine) {
+    using Numbers = std::vector<std::uint32_t>;
+    EXPECT_EQ(numbersUnder(u"_0"), Numbers{0});
+    EXPECT_EQ(numbersUnder(u"_0000000007"), Numbers{7});
+    EXPECT_EQ(numbersUnder(u"_4294967295"), Numbers{4294967295U});
+    for (const char16_t* none : {u"_4294967296", u"_00000000007", u"_", u"7", u"x7", u"_7a"}) {
+        EXPECT_EQ(numbersUnder(none), Numbers{});
+    }
 }
 
 TEST_F(EmbeddedObjectsInFiles, ADocumentWithAnObjectOfAnImpossibleNameIsToldSoAndSavedWithoutIt) {

@@ -59,6 +59,12 @@ TEST(ImageFile, EmfTakesItsFrame) {
     expectImage(test::emf(2540, 5080), ImageKind::emf, 1440, 2880);
 }
 
+TEST(ImageFile, AnEmfThatEndsInItsSignatureIsNone) {
+    const Bytes file = test::emf(2540, 5080);
+    ASSERT_GT(file.size(), 44U);
+    EXPECT_FALSE(recogniseImage(ByteView(file).first(43)));
+}
+
 TEST(ImageFile, PlaceableWmfTakesItsBoxAndLosesItsHeader) {
     const Bytes file = test::placeableWmf(1000, 500, 1000);
     expectImage(file, ImageKind::wmf, 1440, 720);
@@ -104,10 +110,11 @@ TEST(ImageFile, EachKindOfBareWmfIsKnownByItsHead) {
 }
 
 TEST(ImageFile, JpegsOfEveryFrameTellTheirSizeAndOtherSegmentsDoNot) {
-    for (unsigned marker = 0xC0; marker <= 0xCF; ++marker) {
+    for (unsigned marker = 0xBF; marker <= 0xD0; ++marker) {
         Bytes file = test::jpeg(96, 48);
         file.at(21) = static_cast<std::uint8_t>(marker);
-        const bool isFrame = marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        const bool isFrame =
+            marker >= 0xC0 && marker < 0xD0 && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
         EXPECT_EQ(recogniseImage(file).has_value(), isFrame) << marker;
     }
 }

@@ -1,6 +1,7 @@
 #include "platform/word/docfile/pictures/Picture.h"
 
 #include "platform/word/docfile/format/OfficeArt.h"
+#include "platform/word/docfile/pictures/Blip.h"
 #include "platform/word/docfile/pictures/Md4.h"
 #include "platform/word/docfile/pictures/PictureFile.h"
 #include "support/Images.h"
@@ -8,6 +9,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 
 namespace qvnd::word {
 namespace {
@@ -50,6 +53,19 @@ TEST(Picture, ItsShapeSaysThatItHasAnAnchorAndAKind) {
     EXPECT_EQ(first.instance, 75U); // a picture frame
     reader.skip(4);                 // the shape's number
     EXPECT_EQ(reader.u32(), 0x0A00U);
+}
+
+TEST(Blips, EntriesOfMetafilesNameAFormForTheOtherSystem) {
+    const auto forms = [](const Bytes& file) {
+        constexpr std::size_t formsAt = 8; // behind the head of the record
+        const Bytes entry = encodeBlip(recogniseImage(file).value());
+        return std::pair(entry.at(formsAt), entry.at(formsAt + 1));
+    };
+    using Forms = std::pair<std::uint8_t, std::uint8_t>;
+    EXPECT_EQ(forms(test::emf(900, 900)), (Forms{2, 4}));
+    EXPECT_EQ(forms(test::placeableWmf(9, 9, 10)), (Forms{3, 4}));
+    EXPECT_EQ(forms(test::jpeg(9, 9)), (Forms{5, 5}));
+    EXPECT_EQ(forms(test::png(9, 9)), (Forms{6, 6}));
 }
 
 struct BlipCase {
