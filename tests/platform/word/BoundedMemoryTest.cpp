@@ -1,6 +1,6 @@
-// What damaged or hostile files may ask of memory: no more than twenty times their size and 50 MB,
-// whatever they claim.
+// What damaged or hostile files may ask of memory, whatever they claim.
 
+#include "platform/word/BoundedMemory.h"
 #include "platform/word/CountedMemory.h"
 #include "platform/word/docfile/DrawingBytes.h"
 #include "platform/word/docfile/WordFileBuilder.h"
@@ -15,9 +15,7 @@
 #include "platform/word/docfile/reader/DocumentReader.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/writer/DocumentWriter.h"
-#include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/DocumentOpening.h"
-#include "platform/word/engine/NormalTemplate.h"
 #include "platform/word/layout/PagesOnDemand.h"
 #include "support/ContentBuilder.h"
 #include "support/FixedFonts.h"
@@ -36,71 +34,16 @@ using drawings::drawingBytes;
 using drawings::ShapeBytes;
 using drawings::sharedBytes;
 using test::compoundFile;
+using test::expectBounded;
+using test::FilesElsewhere;
+using test::megabyte;
 using test::MemoryUse;
 using test::memoryUseOf;
+using test::mostFor;
 using test::PieceText;
 using test::plainWordFile;
 using test::WordFile;
 using test::wordFile;
-
-constexpr std::size_t megabyte = std::size_t{1} << 20;
-
-std::size_t mostFor(const Bytes& file) { return 20 * file.size() + 50 * megabyte; }
-
-// Where what is written takes no memory, as on a disk.
-class FilesElsewhere final : public OutputFolder {
-public:
-    std::unique_ptr<OutputFile> createBeside(const std::filesystem::path& target,
-                                             std::filesystem::path* path) override {
-        *path = target;
-        return std::make_unique<File>();
-    }
-    std::unique_ptr<OutputFile> openForUpdate(const std::filesystem::path&) override {
-        return std::make_unique<File>();
-    }
-    void replace(const std::filesystem::path&, const std::filesystem::path&) override {}
-    void remove(const std::filesystem::path&) noexcept override {}
-    std::optional<FileStamp> stamp(const std::filesystem::path&) override { return std::nullopt; }
-
-private:
-    class File final : public OutputFile {
-    public:
-        std::size_t writeSome(std::uint64_t offset, ByteView bytes) override {
-            size_ = std::max(size_, offset + bytes.size());
-            return bytes.size();
-        }
-        std::uint64_t size() override { return size_; }
-        void truncate(std::uint64_t size) override { size_ = size; }
-        void sync() override {}
-        void close() override {}
-
-    private:
-        std::uint64_t size_ = 0;
-    };
-};
-
-// Reads the file, puts it into a new document and saves that.
-void bringIn(const Bytes& file) {
-    WorkingDocument document(normalTemplate());
-    {
-        const DocumentContent source = readDocument(file);
-        ImportNotes notes;
-        insertDocument(document, document.main().size() - 1,
-                       importDocument(document.tables(), document.bookmarkNames(), source, notes));
-    }
-    DocumentWriter(std::make_shared<FilesElsewhere>()).saveAs("/a.doc", document.content());
-}
-
-void expectBounded(const Bytes& file) {
-    const MemoryUse use = memoryUseOf([&] {
-        try {
-            bringIn(file);
-        } catch (const FormatError&) {
-            // Refused: what that took is counted as well.
-        }
-    });
-    EXPECT_LE(use.peak, mostFor(file)) << "for a file of " << file.size();
-}
 
 // A paragraph for each, its characters with these properties.
 PieceText paragraphsWith(const std::vector<Bytes>& characters) {

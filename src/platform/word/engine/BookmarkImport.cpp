@@ -15,11 +15,10 @@ namespace {
 constexpr std::size_t mostBookmarksBrought = mostBookmarks - 2380;
 
 void addReferences(const Story& story, std::unordered_set<std::u16string>& names) {
-    for (const std::vector<FieldWord>& words : fieldWords(story)) {
-        for (const FieldWord& word : bookmarkWords(words)) {
-            names.insert(foldedName(word.text));
-        }
-    }
+    forEachFieldCode(story, [&](const FieldPlace&, const FieldCode& code) {
+        forEachBookmarkWord(
+            code, [&](const FieldWord& word) { names.insert(foldedName(word.in(story))); });
+    });
 }
 
 } // namespace

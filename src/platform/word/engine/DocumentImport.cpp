@@ -1,7 +1,6 @@
 #include "platform/word/engine/DocumentImport.h"
 
 #include "platform/word/docfile/document/DataBlobs.h"
-#include "platform/word/docfile/format/SpecialCharacters.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/docfile/pictures/ShapeLinks.h"
@@ -200,19 +199,18 @@ private:
     }
 
     Story imported(const Story& source, bool ofItsOwn, StoryEdits& edits) {
-        const std::vector<FieldPlace> fields = fieldPlaces(source);
         TextChanges changes(source, ofItsOwn, text_, losses_);
         changes.removeAnchors();
         changes.repairCellMarks(source_.tables.lists);
-        changes.unwrapObjects(fields);
+        changes.unwrapObjects();
         if (!bookmarks_.newNames().empty() || tables_.lists().hasNames()) {
-            changes.rename(fields, bookmarks_.newNames(), [this](std::u16string_view name) {
+            changes.rename(bookmarks_.newNames(), [this](std::u16string_view name) {
                 return tables_.lists().newName(name);
             });
         }
         Story story = text_.imported(source);
         story.bookmarks = bookmarks_.aside(source);
-        nameInData(source, story);
+        nameInData(story);
         edits = std::move(changes.edits);
         edits.applyTo(story);
         if (!edits.empty()) {
@@ -233,42 +231,44 @@ private:
 
     // The data of a form field bear the name of its bookmark, a picture and the data of a link that
     // of the bookmark that a click leads to.
-    void nameInData(const Story& source, Story& story) {
+    void nameInData(Story& story) {
         if (bookmarks_.newNames().empty()) {
             return;
         }
-        std::vector<Cp> places;
-        std::vector<std::uint32_t> data;
-        Cp start = 0;
-        for (const CharacterRun& run : source.characters) {
-            const RunFacts& facts = text_.facts(run.properties);
-            for (Cp at = start; facts.pictureThere && at < start + run.length; ++at) {
-                const auto renamed =
-                    source.text[at] == special::picture ? renamedBlob(facts.blob) : std::nullopt;
-                if (renamed) {
-                    places.push_back(at);
-                    data.push_back(*renamed);
-                }
+        for (CharacterRun& run : story.characters) {
+            const auto [known, isNew] = renamedLists_.try_emplace(run.properties, run.properties);
+            if (isNew) {
+                known->second = withRenamedData(run.properties);
             }
-            start += run.length;
+            run.properties = known->second;
         }
-        auto next = data.begin();
-        changeProperties(story, places, [&](Cp, PropertyListId list) {
-            return target_.lists.intern(
-                withSprm32(target_.lists[list], sprm::CPicLocation, *next++));
-        });
     }
 
-    // The target's blob with the new name; nothing when the name stays.
-    std::optional<std::uint32_t> renamedBlob(std::uint32_t blob) {
-        const auto [known, isNew] = renamedBlobs_.try_emplace(blob);
-        if (isNew) {
-            if (auto data = withNewNames(*source_.tables.blobs[blob])) {
-                known->second = static_cast<std::uint32_t>(target_.blobs.size());
-                target_.blobs.push_back(std::make_shared<const Bytes>(*std::move(data)));
-            }
+    // A list of the target, with other data where those that it leads to name a bookmark anew.
+    PropertyListId withRenamedData(PropertyListId list) {
+        constexpr std::uint32_t none = 0xFFFFFFFF;
+        const ByteView properties = target_.lists[list];
+        const std::uint32_t blob = sprmValue(properties, sprm::CPicLocation, none);
+        if (blob >= target_.blobs.size() || !target_.blobs[blob]) {
+            return list;
         }
-        return known->second;
+        const auto [known, isNew] = renamedBlobs_.try_emplace(blob, blob);
+        if (isNew) {
+            known->second = renamedBlob(blob);
+        }
+        return known->second == blob ? list
+                                     : target_.lists.intern(withSprm32(
+                                           properties, sprm::CPicLocation, known->second));
+    }
+
+    // The target's blob with the new name; the same one when the name stays.
+    std::uint32_t renamedBlob(std::uint32_t blob) {
+        std::optional<Bytes> data = withNewNames(*target_.blobs[blob]);
+        if (!data) {
+            return blob;
+        }
+        target_.blobs.push_back(std::make_shared<const Bytes>(*std::move(data)));
+        return static_cast<std::uint32_t>(target_.blobs.size() - 1);
     }
 
     std::optional<Bytes> withNewNames(ByteView data) const {
@@ -288,10 +288,11 @@ private:
     ImportLosses losses_;
     std::array<int, anchorKinds> numbered_{}; // side stories that bear a number
     std::shared_ptr<const Story> main_;
-    StoryEdits edits_;                                             // of the main story
-    std::unordered_map<std::uint32_t, std::uint32_t> sideStories_; // index here, index there
-    std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_;  // the same
-    std::unordered_map<std::uint32_t, std::optional<std::uint32_t>> renamedBlobs_; // the same
+    StoryEdits edits_;                                                // of the main story
+    std::unordered_map<std::uint32_t, std::uint32_t> sideStories_;    // index here, index there
+    std::unordered_map<std::uint32_t, std::uint32_t> shapeTexts_;     // the same
+    std::unordered_map<PropertyListId, PropertyListId> renamedLists_; // of the target
+    std::unordered_map<std::uint32_t, std::uint32_t> renamedBlobs_;   // the same
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
 };
 

@@ -5,7 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <span>
+#include <string>
 #include <string_view>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -14,39 +18,85 @@ namespace {
 bool isQuote(char16_t c) { return c == u'"' || c == u'\u201C' || c == u'\u201D'; }
 bool isSpace(char16_t c) { return c == u' ' || c == u'\t' || c == u'\u3000' || c == 0x0D; }
 
-// Splits the characters that it is handed into words.
+// Collects the words of a text that it is handed in stretches; no word reaches over two of them,
+// but what stands in quotation marks may.
 class WordSplitter {
 public:
-    void take(Cp at, char16_t c) {
-        if (isQuote(c)) {
-            endWord();
-            quoted_ = !quoted_;
-        } else if ((!quoted_ && isSpace(c)) || (c < u' ' && c != u'\t')) {
-            endWord(); // its characters lie one behind the other
-        } else {
-            if (word_.text.empty()) {
-                word_.at = at;
-                word_.quoted = quoted_;
+    WordSplitter(std::u16string_view text, std::vector<FieldWord>& words)
+        : text_(text), words_(words) {}
+
+    void take(Cp begin, Cp end) {
+        Cp start = begin; // of the word
+        for (Cp at = begin; at < end; ++at) {
+            const char16_t c = text_[at];
+            const bool parts = isQuote(c) || (!quoted_ && isSpace(c)) || (c < u' ' && c != u'\t');
+            if (parts) {
+                endWord(start, at);
+                start = at + 1;
+                quoted_ = quoted_ != isQuote(c);
             }
-            word_.text.push_back(c);
         }
-    }
-    void endWord() {
-        if (!word_.text.empty()) {
-            words_.push_back(word_);
-            word_ = {};
-        }
-    }
-    std::vector<FieldWord> words() {
-        endWord();
-        return std::move(words_);
+        endWord(start, end);
     }
 
 private:
-    std::vector<FieldWord> words_;
-    FieldWord word_;
+    void endWord(Cp start, Cp end) {
+        if (start < end) {
+            words_.push_back({start, end - start, quoted_ ? Cp{1} : Cp{0}});
+        }
+    }
+
+    std::u16string_view text_;
+    std::vector<FieldWord>& words_;
     bool quoted_ = false;
 };
+
+constexpr std::uint32_t noMark = 0xFFFFFFFF;
+
+// By mark: of one that begins a field the mark that ends it, of all others nothing.
+std::vector<std::uint32_t> endsOfFields(const std::vector<FieldMark>& marks) {
+    std::vector<std::uint32_t> ends(marks.size(), noMark);
+    std::uint32_t open = noMark; // the innermost; until it ends, its entry is the one around it
+    for (std::uint32_t i = 0; i < marks.size(); ++i) {
+        if (marks[i].character == fieldBegin) {
+            ends[i] = open;
+            open = i;
+        } else if (marks[i].character == fieldEnd && open != noMark) {
+            const std::uint32_t around = ends[open];
+            ends[open] = i;
+            open = around;
+        }
+    }
+    while (open != noMark) {
+        open = std::exchange(ends[open], noMark);
+    }
+    return ends;
+}
+
+// Visits the stretches of the code of the field that begins at that mark, without the fields in it.
+// Answers the mark behind the code.
+template <class Visit>
+std::uint32_t forEachStretch(const std::vector<FieldMark>& marks,
+                             const std::vector<std::uint32_t>& ends, std::uint32_t begin,
+                             Visit visit) {
+    Cp from = marks[begin].at + 1;
+    std::uint32_t next = begin + 1;
+    for (; marks[next].character == fieldBegin; next = ends[next] + 1) {
+        visit(from, marks[next].at);
+        from = marks[ends[next]].at + 1;
+    }
+    visit(from, marks[next].at);
+    return next;
+}
+
+FieldPlace placeOf(const std::vector<FieldMark>& marks, std::uint32_t begin,
+                   std::uint32_t behindCode, std::uint32_t end) {
+    FieldPlace place{marks[begin].at, std::nullopt, marks[end].at, marks[begin].data};
+    if (behindCode != end) {
+        place.separator = marks[behindCode].at;
+    }
+    return place;
+}
 
 bool namesBookmarkFirst(std::u16string_view command) {
     constexpr std::array<std::u16string_view, 7> commands{
@@ -74,67 +124,66 @@ bool isCell(std::u16string_view name) {
            folded.find_first_not_of(u"0123456789", letters) == std::u16string::npos;
 }
 
-// The parts of a word that consist of a name's characters alone.
-std::vector<FieldWord> namesIn(const FieldWord& word) {
-    std::vector<FieldWord> names;
-    const std::u16string& text = word.text;
-    for (std::size_t at = 0; !word.quoted && at < text.size();) {
+// Visits the parts of a word that consist of a name's characters alone.
+void forEachNameIn(const FieldWord& word, const Story& story, const FieldWordVisitor& visit) {
+    const std::u16string_view text = word.in(story);
+    for (std::size_t at = 0; word.quoted == 0 && at < text.size();) {
         std::size_t end = at;
         while (end < text.size() && isOfName(text[end])) {
             ++end;
         }
         const bool isFunction = end < text.size() && text[end] == u'(';
         if (end > at && !isFunction && !isCell(text.substr(at, end - at))) {
-            names.push_back({word.at + static_cast<Cp>(at), text.substr(at, end - at)});
+            visit({word.at + static_cast<Cp>(at), static_cast<Cp>(end - at)});
         }
         at = std::max(end, at + 1);
     }
-    return names;
 }
 
-// The words up to the first switch.
-std::vector<FieldWord> namesOfFormula(const std::vector<FieldWord>& words) {
-    std::vector<FieldWord> names;
+using FieldWords = std::span<const FieldWord>;
+
+// Visits the names in the words up to the first switch.
+void forEachNameOfFormula(FieldWords words, const Story& story, const FieldWordVisitor& visit) {
     for (const FieldWord& word : words) {
-        if (word.text.starts_with(u'\\')) {
-            break;
+        if (word.in(story).starts_with(u'\\')) {
+            return;
         }
-        const std::vector<FieldWord> more = namesIn(word);
-        names.insert(names.end(), more.begin(), more.end());
+        forEachNameIn(word, story, visit);
     }
-    return names;
 }
 
-// What stands in front of the first sign of a comparison, and the word behind it.
-std::vector<FieldWord> namesOfComparison(const std::vector<FieldWord>& words) {
-    const auto sign = std::find_if(words.begin() + 1, words.end(), [](const FieldWord& word) {
-        return !word.quoted && std::any_of(word.text.begin(), word.text.end(), isComparison);
+// Visits the names in front of the first sign of a comparison, and in the word behind it.
+void forEachNameOfComparison(const FieldCode& code, const FieldWordVisitor& visit) {
+    const FieldWords arguments = FieldWords(code.words).subspan(1);
+    const auto sign = std::find_if(arguments.begin(), arguments.end(), [&](const FieldWord& word) {
+        const std::u16string_view text = word.in(code.story);
+        return word.quoted == 0 && std::any_of(text.begin(), text.end(), isComparison);
     });
-    if (sign == words.end()) {
-        return {};
+    if (sign == arguments.end()) {
+        return;
     }
-    std::vector<FieldWord> compared(words.begin() + 1, sign + 1);
-    if (isComparison(sign->text.back()) && sign + 1 != words.end()) {
-        compared.push_back(sign[1]);
-    }
-    return namesOfFormula(compared);
+    auto compared = static_cast<std::size_t>(sign - arguments.begin()) + 1;
+    compared += isComparison(sign->in(code.story).back()) && compared < arguments.size() ? 1 : 0;
+    forEachNameOfFormula(arguments.first(compared), code.story, visit);
 }
 
 // One backslash; the path of a server begins with two.
-bool isSwitch(const FieldWord& word) {
-    return !word.quoted && word.text.starts_with(u'\\') && !word.text.starts_with(u"\\\\");
+bool isSwitch(const FieldCode& code, std::size_t index) {
+    const std::u16string_view text = code.word(index);
+    return code.words[index].quoted == 0 && text.starts_with(u'\\') && !text.starts_with(u"\\\\");
 }
 
 // Whether a HYPERLINK leads to a file: a word is neither a switch nor the argument of one.
-bool leadsToFile(const std::vector<FieldWord>& words) {
+bool leadsToFile(const FieldCode& code) {
     constexpr std::array<std::u16string_view, 3> alone{u"\\m", u"\\n", u"\\h"};
-    for (std::size_t i = 1; i < words.size(); ++i) {
-        if (!isSwitch(words[i])) {
+    const std::size_t count = code.words.size();
+    for (std::size_t i = 1; i < count; ++i) {
+        if (!isSwitch(code, i)) {
             return true;
         }
         const bool hasArgument =
-            std::find(alone.begin(), alone.end(), foldedName(words[i].text)) == alone.end();
-        i += hasArgument && i + 1 < words.size() && !isSwitch(words[i + 1]) ? 1 : 0;
+            std::find(alone.begin(), alone.end(), foldedName(code.word(i))) == alone.end();
+        i += hasArgument && i + 1 < count && !isSwitch(code, i + 1) ? 1 : 0;
     }
     return false;
 }
@@ -168,92 +217,71 @@ bool standsAlone(std::u16string_view command) {
 
 } // namespace
 
-std::vector<FieldPlace> fieldPlaces(const Story& story) {
-    std::vector<FieldPlace> places;
-    std::vector<FieldPlace> open;
-    for (const FieldMark& mark : story.fields) {
-        if (mark.character == fieldBegin) {
-            open.push_back({mark.at, std::nullopt, mark.at, mark.data});
-        } else if (!open.empty() && mark.character == fieldSeparator) {
-            open.back().separator = mark.at;
-        } else if (!open.empty() && mark.character == fieldEnd) {
-            open.back().end = mark.at;
-            places.push_back(open.back());
-            open.pop_back();
+void forEachField(const Story& story, const std::function<void(const FieldPlace&)>& visit) {
+    const std::vector<FieldMark>& marks = story.fields;
+    const std::vector<std::uint32_t> ends = endsOfFields(marks);
+    for (std::uint32_t i = 0; i < marks.size(); ++i) {
+        if (ends[i] != noMark) {
+            const std::uint32_t behindCode = forEachStretch(marks, ends, i, [](Cp, Cp) {});
+            visit(placeOf(marks, i, behindCode, ends[i]));
         }
     }
-    return places;
 }
 
-std::vector<std::vector<FieldWord>> fieldWords(const Story& story) {
-    struct Open {
-        WordSplitter splitter;
-        bool inCode = true;
-    };
-    std::vector<std::vector<FieldWord>> words;
-    std::vector<Open> open; // a character belongs to the innermost one
-    auto mark = story.fields.begin();
-    for (Cp at = 0; at < story.size(); ++at) {
-        if (mark == story.fields.end() || mark->at != at) {
-            if (!open.empty() && open.back().inCode) {
-                open.back().splitter.take(at, story.text[at]);
-            }
-            continue;
-        }
-        const char16_t character = (mark++)->character;
-        if (character == fieldBegin) {
-            if (!open.empty()) {
-                open.back().splitter.endWord();
-            }
-            open.emplace_back();
-        } else if (!open.empty() && character == fieldSeparator) {
-            open.back().inCode = false;
-        } else if (!open.empty()) {
-            words.push_back(open.back().splitter.words());
-            open.pop_back();
+void forEachFieldCode(const Story& story, const FieldCodeVisitor& visit) {
+    const std::vector<FieldMark>& marks = story.fields;
+    const std::vector<std::uint32_t> ends = endsOfFields(marks);
+    FieldCode code{story, {}};
+    for (std::uint32_t i = 0; i < marks.size(); ++i) {
+        if (ends[i] != noMark) {
+            code.words.clear();
+            WordSplitter splitter(story.text, code.words);
+            const std::uint32_t behindCode = forEachStretch(
+                marks, ends, i, [&](Cp begin, Cp end) { splitter.take(begin, end); });
+            visit(placeOf(marks, i, behindCode, ends[i]), code);
         }
     }
-    return words;
 }
 
-std::vector<FieldWord> bookmarkWords(const std::vector<FieldWord>& words) {
-    std::vector<FieldWord> named;
+void forEachBookmarkWord(const FieldCode& code, const FieldWordVisitor& visit) {
+    const std::vector<FieldWord>& words = code.words;
     if (words.empty()) {
-        return named;
+        return;
     }
-    const std::u16string command = foldedName(words.front().text);
+    const std::u16string command = foldedName(code.word(0));
     if (namesBookmarkFirst(command)) {
         if (words.size() > 1) {
-            named.push_back(words[1]);
+            visit(words[1]);
         }
-        return named;
+        return;
     }
     if (command.starts_with(u'=')) {
-        return namesOfFormula(words);
+        forEachNameOfFormula(words, code.story, visit);
+        return;
     }
     if (compares(command)) {
-        return namesOfComparison(words);
+        forEachNameOfComparison(code, visit);
+        return;
     }
-    if (command == u"seq" && words.size() > 2 && !isSwitch(words[2])) {
-        named.push_back(words[2]);
+    if (command == u"seq" && words.size() > 2 && !isSwitch(code, 2)) {
+        visit(words[2]);
     }
     const std::u16string_view wanted = bookmarkSwitch(command);
-    const bool elsewhere = command == u"hyperlink" && leadsToFile(words);
+    const bool elsewhere = command == u"hyperlink" && leadsToFile(code);
     for (std::size_t i = 1; !wanted.empty() && !elsewhere && i + 1 < words.size(); ++i) {
-        if (isSwitch(words[i]) && foldedName(words[i].text) == wanted) {
-            named.push_back(words[i + 1]);
+        if (isSwitch(code, i) && foldedName(code.word(i)) == wanted) {
+            visit(words[i + 1]);
         }
     }
     if (wanted.empty() && words.size() == 1 && !standsAlone(command)) {
-        named.push_back(words.front()); // a bookmark's name alone is a reference to it
+        visit(words.front()); // a bookmark's name alone is a reference to it
     }
-    return named;
 }
 
-std::optional<FieldWord> listNameWord(const std::vector<FieldWord>& words) {
+std::optional<FieldWord> listNameWord(const FieldCode& code) {
     const bool names =
-        words.size() > 1 && !isSwitch(words[1]) && foldedName(words.front().text) == u"listnum";
-    return names ? std::optional(words[1]) : std::nullopt;
+        code.words.size() > 1 && !isSwitch(code, 1) && foldedName(code.word(0)) == u"listnum";
+    return names ? std::optional(code.words[1]) : std::nullopt;
 }
 
 } // namespace qvnd::word

@@ -6,8 +6,8 @@
 namespace qvnd::word {
 
 void StoryEdits::remove(Cp at, Cp length) {
-    const bool goesOn = !edits_.empty() && edits_.back().text.empty() &&
-                        edits_.back().at + edits_.back().length == at;
+    const bool goesOn =
+        !edits_.empty() && edits_.back().text == 0 && edits_.back().at + edits_.back().length == at;
     if (goesOn) {
         edits_.back().length += length;
     } else {
@@ -15,33 +15,40 @@ void StoryEdits::remove(Cp at, Cp length) {
     }
 }
 
-void StoryEdits::replace(Cp at, Cp length, std::u16string text) {
-    edits_.push_back({at, length, std::move(text), 0});
+void StoryEdits::replace(Cp at, Cp length, const std::u16string& text) {
+    const auto [known, isNew] =
+        textPlaces_.try_emplace(text, static_cast<std::uint32_t>(texts_.size()));
+    if (isNew) {
+        texts_.push_back(text);
+    }
+    edits_.push_back({at, length, known->second, 0});
 }
 
 // Brings the edits in order and apart from each other.
 void StoryEdits::settle() {
-    std::stable_sort(edits_.begin(), edits_.end(),
-                     [](const Edit& one, const Edit& other) { return one.at < other.at; });
-    std::vector<Edit> apart;
+    const auto before = [](const Edit& one, const Edit& other) { return one.at < other.at; };
+    if (!std::is_sorted(edits_.begin(), edits_.end(), before)) {
+        std::stable_sort(edits_.begin(), edits_.end(), before);
+    }
+    auto kept = edits_.begin();
     Cp end = 0;
     Cp newEnd = 0; // where `end` lies after the edits
     for (Edit& edit : edits_) {
         const Cp editEnd = edit.at + edit.length;
-        if (editEnd <= end && !apart.empty()) {
+        if (editEnd <= end && kept != edits_.begin()) {
             continue;
         }
         if (edit.at < end) {
-            edit.text.clear();
+            edit.text = 0;
         }
         edit.at = std::max(edit.at, end);
         edit.length = editEnd - edit.at;
-        newEnd += edit.at - end + static_cast<Cp>(edit.text.size());
+        newEnd += edit.at - end + lengthOf(edit);
         edit.newEnd = newEnd;
         end = editEnd;
-        apart.push_back(std::move(edit));
+        *kept++ = edit;
     }
-    edits_ = std::move(apart);
+    edits_.erase(kept, edits_.end());
 }
 
 const StoryEdits::Edit* StoryEdits::lastBefore(Cp position) const {
@@ -86,20 +93,26 @@ void shorten(std::vector<Run>& runs, const StoryEdits& edits) {
 
 } // namespace
 
+std::u16string StoryEdits::editedText(const std::u16string& text) const {
+    const Edit& last = edits_.back();
+    std::u16string edited;
+    edited.reserve(last.newEnd + (text.size() - (last.at + last.length)));
+    Cp at = 0;
+    for (const Edit& edit : edits_) {
+        edited.append(text, at, edit.at - at);
+        edited += texts_[edit.text];
+        at = edit.at + edit.length;
+    }
+    edited.append(text, at);
+    return edited;
+}
+
 void StoryEdits::applyTo(Story& story) {
     settle();
     if (edits_.empty()) {
         return;
     }
-    std::u16string text;
-    Cp at = 0;
-    for (const Edit& edit : edits_) {
-        text.append(story.text, at, edit.at - at);
-        text += edit.text;
-        at = edit.at + edit.length;
-    }
-    text.append(story.text, at);
-    story.text = std::move(text);
+    story.text = editedText(story.text);
     shorten(story.characters, *this);
     shorten(story.paragraphs, *this);
     const auto moveMarks = [this](auto& marks) {

@@ -2,7 +2,10 @@
 
 #include "platform/word/docfile/document/Story.h"
 
+#include <cstdint>
+#include <deque>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace qvnd::word {
@@ -14,7 +17,7 @@ public:
     void remove(Cp at, Cp length = 1);
     // New text takes the properties of the first character that it replaces. A replacement that
     // lies within an earlier one, or overlaps its end, counts only where it reaches beyond.
-    void replace(Cp at, Cp length, std::u16string text);
+    void replace(Cp at, Cp length, const std::u16string& text);
 
     bool empty() const { return edits_.empty(); }
     // Makes the edits. moved() then translates positions of the text before them.
@@ -24,18 +27,22 @@ public:
     Cp moved(Cp position) const;
 
 private:
-    struct Edit {
+    struct Edit { // small: there may be one for every second character
         Cp at = 0;
         Cp length = 0;
-        std::u16string text;
-        Cp newEnd = 0; // of the replacement, after all edits
+        std::uint32_t text = 0; // its place in texts_
+        Cp newEnd = 0;          // of the replacement, after all edits
     };
+    Cp lengthOf(const Edit& edit) const { return static_cast<Cp>(texts_[edit.text].size()); }
 
     void settle();
     const Edit* lastBefore(Cp position) const;
     bool removed(Cp position) const;
+    std::u16string editedText(const std::u16string& text) const;
 
-    std::vector<Edit> edits_;
+    std::deque<Edit> edits_; // which never takes twice its size while it grows
+    std::vector<std::u16string> texts_{u""};
+    std::unordered_map<std::u16string, std::uint32_t> textPlaces_{{u"", 0}};
 };
 
 } // namespace qvnd::word

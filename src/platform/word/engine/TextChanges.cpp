@@ -58,10 +58,10 @@ void TextChanges::repairCellMarks(const PropertyLists& lists) {
     }
 }
 
-void TextChanges::unwrapObjects(const std::vector<FieldPlace>& fields) {
-    for (const FieldPlace& field : fields) {
+void TextChanges::unwrapObjects() {
+    forEachField(story_, [this](const FieldPlace& field) {
         if (!lacksObject(field)) {
-            continue;
+            return;
         }
         ++losses_.objects;
         if (field.separator) {
@@ -70,30 +70,28 @@ void TextChanges::unwrapObjects(const std::vector<FieldPlace>& fields) {
         } else {
             edits.remove(field.begin, field.end - field.begin + 1);
         }
-    }
+    });
 }
 
-void TextChanges::rename(const std::vector<FieldPlace>& fields, const NewNames& bookmarks,
-                         const NewListName& newListName) {
-    const std::vector<std::vector<FieldWord>> words = fieldWords(story_);
-    std::set<Cp> data = bookmarks.empty() ? std::set<Cp>() : hyperlinkData(fields);
-    const auto replace = [&](const FieldWord& word, const std::u16string& name) {
-        edits.replace(word.at, static_cast<Cp>(word.text.size()), name);
-    };
-    for (std::size_t i = 0; i < fields.size(); ++i) {
-        for (const FieldWord& word : bookmarkWords(words[i])) {
-            const auto found = bookmarks.find(foldedName(word.text));
+void TextChanges::rename(const NewNames& bookmarks, const NewListName& newListName) {
+    forEachFieldCode(story_, [&](const FieldPlace& field, const FieldCode& code) {
+        bool isRenamed = false;
+        forEachBookmarkWord(code, [&](const FieldWord& word) {
+            const auto found = bookmarks.find(foldedName(word.in(story_)));
             if (found != bookmarks.end()) {
-                replace(word, found->second);
-                removeHyperlinkData(fields[i], data);
+                edits.replace(word.at, word.length, found->second);
+                isRenamed = true;
             }
+        });
+        if (isRenamed) {
+            removeHyperlinkData(field.begin, field.separator.value_or(field.end));
         }
-        const std::optional<FieldWord> list = listNameWord(words[i]);
-        const auto name = list ? newListName(list->text) : std::nullopt;
+        const std::optional<FieldWord> list = listNameWord(code);
+        const auto name = list ? newListName(list->in(story_)) : std::nullopt;
         if (name) {
-            replace(*list, *name);
+            edits.replace(list->at, list->length, *name);
         }
-    }
+    });
 }
 
 // Whether the field is there for an object that is not.
@@ -105,35 +103,39 @@ bool TextChanges::lacksObject(const FieldPlace& field) {
            (field.separator && factsAt(*field.separator).object);
 }
 
-// Characters that stand for data of fields that are no form fields.
-std::set<Cp> TextChanges::hyperlinkData(const std::vector<FieldPlace>& fields) {
-    std::set<Cp> places;
-    for (Cp at = 0; at < story_.size(); ++at) {
-        if (story_.text[at] == special::picture && factsAt(at).data) {
-            places.insert(places.end(), at);
+// Data behind a hyperlink repeat the old name; the field's code says all that is needed. The data
+// of a form field stay: they bear its name and more. Fields come in the order in which they begin,
+// so what lies in one of them is looked at once.
+void TextChanges::removeHyperlinkData(Cp begin, Cp end) {
+    for (Cp at = std::max(begin, dataSought_); at < end; ++at) {
+        if (story_.text[at] == special::picture && factsAt(at).data && !isInFormField(at)) {
+            edits.remove(at);
         }
     }
-    for (const FieldPlace& field : fields) {
-        if (field.type >= firstFormField && field.type <= lastFormField) {
-            places.erase(places.lower_bound(field.begin), places.upper_bound(field.end));
-        }
-    }
-    return places;
+    dataSought_ = std::max(dataSought_, end);
 }
 
-// Data behind a hyperlink repeats the old name; the field's code says all that is needed. What
-// is removed goes out of `data` as well: fields may lie in each other.
-void TextChanges::removeHyperlinkData(const FieldPlace& field, std::set<Cp>& data) {
-    const Cp codeEnd = field.separator.value_or(field.end);
-    for (auto at = data.lower_bound(field.begin); at != data.end() && *at < codeEnd;) {
-        edits.remove(*at);
-        at = data.erase(at);
+// Asked for ascending places.
+bool TextChanges::isInFormField(Cp at) {
+    if (!formFields_) {
+        formFields_.emplace();
+        forEachField(story_, [this](const FieldPlace& field) {
+            const bool isForm = field.type >= firstFormField && field.type <= lastFormField;
+            if (isForm && (formFields_->empty() || formFields_->back().end < field.end)) {
+                formFields_->push_back({field.begin, field.end});
+            }
+        });
     }
+    while (nextForm_ < formFields_->size() && (*formFields_)[nextForm_].end < at) {
+        ++nextForm_;
+    }
+    return nextForm_ < formFields_->size() && (*formFields_)[nextForm_].begin <= at;
 }
 
 const RunFacts& TextChanges::factsAt(Cp at) {
     if (ends_.empty()) {
         Cp end = 0;
+        ends_.reserve(story_.characters.size());
         for (const CharacterRun& run : story_.characters) {
             ends_.push_back(end += run.length);
         }

@@ -5,9 +5,9 @@
 #include "platform/word/engine/StoryEdits.h"
 #include "platform/word/engine/TextImport.h"
 
+#include <cstddef>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -33,18 +33,21 @@ public:
     // of it.
     void repairCellMarks(const PropertyLists& lists);
     // An object without its data leaves its picture behind: the field around it goes.
-    void unwrapObjects(const std::vector<FieldPlace>& fields);
+    void unwrapObjects();
     // References to bookmarks and lists that got new names.
-    void rename(const std::vector<FieldPlace>& fields, const NewNames& bookmarks,
-                const NewListName& newListName);
+    void rename(const NewNames& bookmarks, const NewListName& newListName);
 
     StoryEdits edits;
 
 private:
     void removeAnchor(Cp at, const RunFacts& facts);
     bool lacksObject(const FieldPlace& field);
-    std::set<Cp> hyperlinkData(const std::vector<FieldPlace>& fields);
-    void removeHyperlinkData(const FieldPlace& field, std::set<Cp>& data);
+    struct Stretch {
+        Cp begin = 0;
+        Cp end = 0;
+    };
+    void removeHyperlinkData(Cp begin, Cp end);
+    bool isInFormField(Cp at);
     const RunFacts& factsAt(Cp at);
 
     const Story& story_;
@@ -54,6 +57,9 @@ private:
     std::unordered_map<PropertyListId, bool> inTable_; // what lists of paragraphs say
     std::unordered_set<Cp> kept_;                      // anchors of what comes along
     std::vector<Cp> ends_;                             // of the runs
+    Cp dataSought_ = 0;                                // how far data of links were sought
+    std::optional<std::vector<Stretch>> formFields_;   // that lie in no other; when asked for
+    std::size_t nextForm_ = 0;                         // the first that may hold the next place
 };
 
 } // namespace qvnd::word

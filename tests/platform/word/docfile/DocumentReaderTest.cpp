@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/StoryChecks.h"
 #include "platform/word/docfile/WordFileBuilder.h"
+#include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
@@ -423,8 +424,92 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
     const UnreadContents& unread = document.unread;
     EXPECT_EQ(unread.sideStories, (std::array<int, anchorKinds>{3, 2, 4, 0}));
     EXPECT_EQ(unread.textBoxes, 2); // which no shape shows
-    EXPECT_TRUE(unread.macros);
-    EXPECT_FALSE(readWithoutRemarks(plainWordFile(u"text\r")).unread.macros);
+    EXPECT_THAT(unread.kinds, testing::ElementsAre(UnreadKind::macros));
+    EXPECT_THAT(readWithoutRemarks(plainWordFile(u"text\r")).unread.kinds, testing::IsEmpty());
+}
+
+TEST(DocumentReader, StructuresThatAreNotReadAreNotedByTheirKind) {
+    const auto kindsOf = [](FibPair pair, const Bytes& table) {
+        WordFile file = plainWordFile(u"text\r");
+        file.parts[pair] = table;
+        return readWithoutRemarks(file).unread.kinds;
+    };
+    const Bytes oneName = hex("FFFF 0100 0000 0100 4100");
+    const Bytes noName = hex("FFFF 0000 0000");
+    const std::map<FibPair, UnreadKind> stringTables{
+        {FibPair::SttbTtmbd, UnreadKind::embeddedFonts},
+        {FibPair::SttbfBkmkSdt, UnreadKind::contentControls},
+        {FibPair::SttbfBkmkProt, UnreadKind::editableRanges},
+        {FibPair::SttbfCaption, UnreadKind::captions},
+        {FibPair::SttbfAutoCaption, UnreadKind::captions}};
+    for (const auto& [pair, kind] : stringTables) {
+        EXPECT_EQ(kindsOf(pair, oneName), std::set{kind}) << static_cast<int>(pair);
+        EXPECT_EQ(kindsOf(pair, noName), std::set<UnreadKind>()) << static_cast<int>(pair);
+    }
+    const std::map<FibPair, UnreadKind> others{
+        {FibPair::Pms, UnreadKind::mailMerge},     {FibPair::PmsNew, UnreadKind::mailMerge},
+        {FibPair::ODSO, UnreadKind::mailMerge},    {FibPair::PlcfWkb, UnreadKind::subdocuments},
+        {FibPair::RouteSlip, UnreadKind::routing}, {FibPair::MsoEnvelope, UnreadKind::envelope}};
+    for (const auto& [pair, kind] : others) {
+        EXPECT_EQ(kindsOf(pair, Bytes(20)), std::set{kind}) << static_cast<int>(pair);
+        EXPECT_EQ(kindsOf(pair, Bytes(4)), std::set<UnreadKind>()) << static_cast<int>(pair);
+    }
+}
+
+TEST(DocumentReader, AFileUnderRightsManagementIsEncryptedThoughAPageStandsInIt) {
+    const Bytes managed =
+        test::compoundFile(test::wordStreams(plainWordFile(u"protected\r")), {u"\u0009DRMContent"});
+    try {
+        readDocument(managed);
+        ADD_FAILURE() << "was read";
+    } catch (const FormatError& error) {
+        EXPECT_EQ(error.kind(), FormatError::Kind::encrypted);
+    }
+}
+
+// A file with a place of Word 2007, which this program writes none of.
+Bytes fileWithPlaceOfWord2007(FibPair pair, const Bytes& table) {
+    constexpr std::size_t pairsAt = 154;
+    constexpr std::size_t pairsOfWord2007 = 0xB7;
+    test::WordStreams streams = test::wordStreams(plainWordFile(u"text\r"));
+    Bytes& head = streams.wordDocument;
+    const auto place = [&](std::size_t number) {
+        return head.begin() + static_cast<std::ptrdiff_t>(pairsAt + 8 * number);
+    };
+    constexpr std::ptrdiff_t versionSize = 6; // cswNew and the words behind it
+    const Bytes version(place(Fib::pairsOfWord2003), place(Fib::pairsOfWord2003) + versionSize);
+    std::fill(place(Fib::pairsOfWord2003), place(pairsOfWord2007), std::uint8_t{0});
+    std::copy(version.begin(), version.end(), place(pairsOfWord2007));
+    head[pairsAt - 2] = pairsOfWord2007;
+    LittleEndianWriter pairBytes;
+    pairBytes.u32(static_cast<std::uint32_t>(streams.table.size()));
+    pairBytes.u32(static_cast<std::uint32_t>(table.size()));
+    const Bytes bytes = pairBytes.take();
+    std::copy(bytes.begin(), bytes.end(), place(static_cast<std::size_t>(pair)));
+    streams.table.insert(streams.table.end(), table.begin(), table.end());
+    return test::compoundFile(streams);
+}
+
+TEST(DocumentReader, MarksOfMovedTextAreNoted) {
+    const Bytes oneName = hex("FFFF 0100 0000 0100 4100");
+    for (const FibPair pair : {FibPair::SttbfBkmkMoveFrom, FibPair::SttbfBkmkMoveTo}) {
+        const DocumentContent read = readDocument(fileWithPlaceOfWord2007(pair, oneName));
+        EXPECT_EQ(read.unread.kinds, std::set{UnreadKind::moveMarks}) << static_cast<int>(pair);
+    }
+}
+
+TEST(DocumentReader, WhatTheHeadOfAFileSaysOfItIsNoted) {
+    const auto kindsOf = [](std::size_t at, std::uint8_t bits) {
+        test::WordStreams streams = test::wordStreams(plainWordFile(u"text\r"));
+        streams.wordDocument.at(at) |= bits;
+        return readDocument(test::compoundFile(streams)).unread.kinds;
+    };
+    EXPECT_EQ(kindsOf(8, 3), std::set{UnreadKind::autoText}) << "pnNext";
+    EXPECT_EQ(kindsOf(11, 4), std::set{UnreadKind::readOnlyAdvice}) << "fReadOnlyRecommended";
+    EXPECT_EQ(kindsOf(11, 8), std::set{UnreadKind::writePassword}) << "fWriteReservation";
+    const Bytes signedFile =
+        test::compoundFile(test::wordStreams(plainWordFile(u"text\r")), {u"_xmlsignatures"});
+    EXPECT_EQ(readDocument(signedFile).unread.kinds, std::set{UnreadKind::signature});
 }
 
 TEST(DocumentReader, ToolbarsAndKeysAreNotedWhereTheFileChangesThem) {

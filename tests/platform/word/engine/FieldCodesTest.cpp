@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/text/Fields.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,14 +13,6 @@ namespace qvnd::word {
 namespace {
 
 using Names = std::vector<std::u16string>;
-
-Names textsOf(const std::vector<FieldWord>& words) {
-    Names texts;
-    for (const FieldWord& word : words) {
-        texts.push_back(word.text);
-    }
-    return texts;
-}
 
 // A story in which {, | and } stand for the marks of fields.
 Story storyOf(std::u16string text) {
@@ -32,10 +25,33 @@ Story storyOf(std::u16string text) {
     return story;
 }
 
+// The words of all codes.
+std::vector<Names> wordsOf(const Story& story) {
+    std::vector<Names> codes;
+    forEachFieldCode(story, [&](const FieldPlace&, const FieldCode& code) {
+        Names& words = codes.emplace_back();
+        for (std::size_t i = 0; i < code.words.size(); ++i) {
+            words.emplace_back(code.word(i));
+        }
+    });
+    return codes;
+}
+
+std::vector<FieldPlace> placesOf(const Story& story) {
+    std::vector<FieldPlace> places;
+    forEachField(story, [&](const FieldPlace& place) { places.push_back(place); });
+    return places;
+}
+
 // The bookmarks that a field of this code names.
 Names namedBy(const std::u16string& code) {
-    const auto words = fieldWords(storyOf(u'{' + code + u'}'));
-    return words.size() == 1 ? textsOf(bookmarkWords(words[0])) : Names{u"no field"};
+    const Story story = storyOf(u'{' + code + u'}');
+    Names names;
+    forEachFieldCode(story, [&](const FieldPlace&, const FieldCode& read) {
+        forEachBookmarkWord(read,
+                            [&](const FieldWord& word) { names.emplace_back(word.in(story)); });
+    });
+    return names;
 }
 
 TEST(FieldCodes, ReferencesNameTheirBookmarkFirst) {
@@ -90,8 +106,13 @@ TEST(FieldCodes, ACommandAloneIsNoBookmarkOfThatName) {
 
 TEST(FieldCodes, AListNumberMayNameItsList) {
     const auto listOf = [](const std::u16string& code) {
-        const auto word = listNameWord(fieldWords(storyOf(u'{' + code + u'}')).at(0));
-        return word ? word->text : u"none";
+        const Story story = storyOf(u'{' + code + u'}');
+        std::u16string name = u"none";
+        forEachFieldCode(story, [&](const FieldPlace&, const FieldCode& read) {
+            const auto word = listNameWord(read);
+            name = word ? word->in(story) : name;
+        });
+        return name;
     };
     EXPECT_EQ(listOf(u"LISTNUM Clauses \\l 2"), u"Clauses");
     EXPECT_EQ(listOf(u"listnum \"Main clauses\""), u"Main clauses");
@@ -108,45 +129,55 @@ TEST(FieldCodes, ANameAloneIsAReferenceToIt) {
 }
 
 TEST(FieldCodes, WordsArePartedByBlanksAndQuotes) {
-    const auto words = fieldWords(storyOf(u"x{REF\t\"a b\"\u3000c\u201Cd e\u201D|f}"));
-    ASSERT_EQ(words.size(), 1U);
-    EXPECT_EQ(textsOf(words[0]), (Names{u"REF", u"a b", u"c", u"d e"}));
-    EXPECT_EQ(words[0][0].at, 2U);
-    EXPECT_EQ(words[0][1].at, 7U);
+    EXPECT_THAT(wordsOf(storyOf(u"x{REF\t\"a b\"\u3000c\u201Cd e\u201D|f}")),
+                testing::ElementsAre(Names{u"REF", u"a b", u"c", u"d e"}));
 }
 
 TEST(FieldCodes, AFieldInACodeIsNoPartOfItAndPartsItsWords) {
-    const auto words = fieldWords(storyOf(u"{RE{ASK n|r}F x|{PAGE}y}"));
-    ASSERT_EQ(words.size(), 3U); // in the order in which they end
-    EXPECT_EQ(textsOf(words[0]), (Names{u"ASK", u"n"}));
-    EXPECT_EQ(textsOf(words[1]), (Names{u"PAGE"}));
-    EXPECT_EQ(textsOf(words[2]), (Names{u"RE", u"F", u"x"}));
+    EXPECT_THAT(
+        wordsOf(storyOf(u"{RE{ASK n|r}F x|{PAGE}y}")),
+        testing::ElementsAre(Names{u"RE", u"F", u"x"}, Names{u"ASK", u"n"}, Names{u"PAGE"}));
 }
 
 TEST(FieldCodes, MarksBehindNoBeginningAreNoField) {
     Story story;
     story.text = u"\x14\x15{PAGE}";
     story.fields = {{0, fieldSeparator, 0}, {1, fieldEnd, 0}};
-    EXPECT_TRUE(fieldWords(story).empty());
-    EXPECT_TRUE(fieldPlaces(story).empty());
+    EXPECT_TRUE(wordsOf(story).empty());
+    EXPECT_TRUE(placesOf(story).empty());
     story.text = u"\x15\x13PAGE\x15\x15";
     story.fields = {{0, fieldEnd, 0}, {1, fieldBegin, 33}, {6, fieldEnd, 0}, {7, fieldEnd, 0}};
-    ASSERT_EQ(fieldWords(story).size(), 1U);
-    EXPECT_EQ(textsOf(fieldWords(story)[0]), Names{u"PAGE"});
-    ASSERT_EQ(fieldPlaces(story).size(), 1U);
-    EXPECT_EQ(fieldPlaces(story)[0].begin, 1U);
-    EXPECT_EQ(fieldPlaces(story)[0].end, 6U);
+    EXPECT_THAT(wordsOf(story), testing::ElementsAre(Names{u"PAGE"}));
+    ASSERT_EQ(placesOf(story).size(), 1U);
+    EXPECT_EQ(placesOf(story)[0].begin, 1U);
+    EXPECT_EQ(placesOf(story)[0].end, 6U);
 }
 
-TEST(FieldCodes, PlacesOfFieldsComeInTheOrderInWhichTheyEnd) {
-    const auto places = fieldPlaces(storyOf(u"a{b{c}d|e}f"));
+TEST(FieldCodes, AQuotationGoesOnBehindAFieldInIt) {
+    EXPECT_THAT(wordsOf(storyOf(u"{IF \"a b{PAGE}c d\" e}")),
+                testing::ElementsAre(Names{u"IF", u"a b", u"c d", u"e"}, Names{u"PAGE"}));
+}
+
+TEST(FieldCodes, FieldsAreVisitedInTheOrderInWhichTheyBegin) {
+    const auto places = placesOf(storyOf(u"a{b{c}d|e}f"));
     ASSERT_EQ(places.size(), 2U);
-    EXPECT_EQ(places[0].begin, 3U);
-    EXPECT_EQ(places[0].separator, std::nullopt);
-    EXPECT_EQ(places[0].end, 5U);
-    EXPECT_EQ(places[1].begin, 1U);
-    EXPECT_EQ(places[1].separator, 7U);
-    EXPECT_EQ(places[1].end, 9U);
+    EXPECT_EQ(places[0].begin, 1U);
+    EXPECT_EQ(places[0].separator, 7U);
+    EXPECT_EQ(places[0].end, 9U);
+    EXPECT_EQ(places[1].begin, 3U);
+    EXPECT_EQ(places[1].separator, std::nullopt);
+    EXPECT_EQ(places[1].end, 5U);
+}
+
+TEST(FieldCodes, MarksWithoutCounterpartArePassedOver) {
+    Story story;
+    story.text = u"}{a{REF b}|";
+    std::replace(story.text.begin(), story.text.end(), u'{', u'\x13');
+    std::replace(story.text.begin(), story.text.end(), u'}', u'\x15');
+    story.fields = {{0, 0x15, 0}, {1, 0x13, 0}, {3, 0x13, 0}, {9, 0x15, 0}, {10, 0x14, 0}};
+    std::vector<Cp> begins;
+    forEachField(story, [&](const FieldPlace& place) { begins.push_back(place.begin); });
+    EXPECT_EQ(begins, std::vector<Cp>{3});
 }
 
 } // namespace

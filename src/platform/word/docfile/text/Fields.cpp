@@ -113,15 +113,17 @@ Bytes encodeFields(std::span<const FieldMark> marks, Cp length) {
     if (marks.empty()) {
         return {};
     }
+    constexpr std::size_t cpSize = 4;
+    const std::size_t fldsAt = cpSize * (marks.size() + 1);
     LittleEndianWriter plc;
-    for (const FieldMark& mark : marks) {
-        plc.u32(mark.at);
+    plc.zeros(fldsAt + fldSize * marks.size()); // room at once: there may be many
+    for (std::size_t i = 0; i < marks.size(); ++i) {
+        const FieldMark& mark = marks[i];
+        const unsigned data = mark.character == fieldSeparator ? unusedData : mark.data;
+        plc.patchU32(cpSize * i, mark.at);
+        plc.patchU16(fldsAt + fldSize * i, mark.character | (data << 8));
     }
-    plc.u32(std::max(length, marks.back().at + 1));
-    for (const FieldMark& mark : marks) {
-        plc.u8(mark.character);
-        plc.u8(mark.character == fieldSeparator ? unusedData : mark.data);
-    }
+    plc.patchU32(fldsAt - cpSize, std::max(length, marks.back().at + 1));
     return plc.take();
 }
 
@@ -146,13 +148,19 @@ MatchedFields matchFields(std::span<const FieldMark> known, std::u16string_view 
     FieldMatcher matcher(all);
     const std::vector<bool> kept = matcher.match();
     result.damage = all.unlisted - matcher.needNoEntry() + all.entriesWithoutMark;
-    for (std::size_t i = 0; i < all.marks.size(); ++i) {
+    std::vector<FieldMark>& marks = all.marks;
+    const auto strays = std::count(kept.begin(), kept.end(), false);
+    result.strays.reserve(static_cast<std::size_t>(strays));
+    std::size_t matched = 0;
+    for (std::size_t i = 0; i < marks.size(); ++i) {
         if (kept[i]) {
-            result.marks.push_back(all.marks[i]);
+            marks[matched++] = marks[i];
         } else {
-            result.strays.push_back(all.marks[i].at);
+            result.strays.push_back(marks[i].at);
         }
     }
+    marks.resize(matched);
+    result.marks = std::move(marks);
     return result;
 }
 

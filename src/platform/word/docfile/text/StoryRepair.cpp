@@ -135,6 +135,7 @@ void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists)
 
 void markSpecial(Story& story, PropertyLists& lists) {
     std::vector<Cp> places;
+    places.reserve(story.fields.size() + story.anchors.size());
     for (const FieldMark& mark : story.fields) {
         places.push_back(mark.at);
     }
