@@ -10,6 +10,7 @@
 #include "platform/word/docfile/formatting/Sections.h"
 #include "platform/word/docfile/pictures/CarriedDrawings.h"
 #include "platform/word/docfile/pictures/TextBoxes.h"
+#include "platform/word/docfile/reader/BoxTexts.h"
 #include "platform/word/docfile/reader/DocumentInformation.h"
 #include "platform/word/docfile/reader/FormattedText.h"
 #include "platform/word/docfile/styles/FontTable.h"
@@ -25,9 +26,7 @@
 #include "platform/word/docfile/text/TableRepair.h"
 
 #include <algorithm>
-#include <functional>
 #include <map>
-#include <unordered_map>
 #include <unordered_set>
 
 namespace qvnd::word {
@@ -366,39 +365,6 @@ private:
         remarkOn(data_.unread.remarks, carried.withoutDefaults(),
                  u" 个图形的默认格式过于繁复，未能读出。");
     }
-
-    // The texts of a table of text boxes; a shape that shows one brings it.
-    class BoxTexts {
-    public:
-        BoxTexts(std::vector<BoxText> texts, std::function<std::uint32_t(const BoxText&)> bring)
-            : texts_(std::move(texts)), bring_(std::move(bring)), known_(texts_.size()) {
-            constexpr std::size_t mostRows = 0xFFFF; // a shape names its text with 16 bits
-            for (std::size_t i = std::min(texts_.size(), mostRows); i-- > 0;) {
-                if (texts_[i].length > 0) {
-                    rows_[texts_[i].shape] = static_cast<std::uint16_t>(i + 1);
-                }
-            }
-        }
-
-        std::optional<std::uint32_t> index(std::uint16_t row) {
-            if (row == 0 || row > texts_.size() || texts_[row - 1U].length == 0) {
-                return std::nullopt;
-            }
-            std::optional<std::uint32_t>& known = known_[row - 1U];
-            known = known ? known : bring_(texts_[row - 1U]);
-            return known;
-        }
-        std::uint16_t rowOf(std::uint32_t shape) const {
-            const auto found = rows_.find(shape);
-            return found != rows_.end() ? found->second : std::uint16_t{0};
-        }
-
-    private:
-        std::vector<BoxText> texts_;
-        std::function<std::uint32_t(const BoxText&)> bring_;
-        std::vector<std::optional<std::uint32_t>> known_;
-        std::unordered_map<std::uint32_t, std::uint16_t> rows_; // by shape
-    };
 
     // The anchors of drawings over one part of the text, ascending: each at a character of its own
     // that stands for a drawing.
