@@ -184,10 +184,15 @@ private:
         DocumentSections& sections = document_.sections();
         Cp at = at_;
         const std::size_t rest = sections.indexAt(at_ + length_);
+        std::size_t index = sections.indexAt(at);
+        Cp end = sections.start(index) + sections.length(index);
         for (std::size_t i = 0; i < std::min(breaks, text_.headers.size()); ++i) {
+            while (end <= at && index < rest) {
+                end += sections.length(++index);
+            }
             for (std::size_t kind = 0; kind < text_.headers[i].size(); ++kind) {
                 if (SlicedText& header = text_.headers[i][kind]; !header.empty()) {
-                    sections.bringHeader(sections.indexAt(at), rest, static_cast<HeaderKind>(kind),
+                    sections.bringHeader(index, rest, static_cast<HeaderKind>(kind),
                                          std::move(header));
                 }
             }

@@ -20,6 +20,7 @@ public:
     // The section of the character at `at`; behind the last character the last section.
     std::size_t indexAt(Cp at) const;
     Cp start(std::size_t index) const;
+    Cp length(std::size_t index) const { return runs_[index].length; }
     PropertyListId properties(std::size_t index) const { return runs_[index].properties; }
     void setProperties(std::size_t index, PropertyListId properties);
 
