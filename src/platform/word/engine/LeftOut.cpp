@@ -7,6 +7,8 @@
 #include "platform/word/engine/SectionProperties.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <string_view>
 
 namespace qvnd::word {
@@ -82,14 +84,40 @@ void sayCounts(std::vector<std::u16string>& lines, const DocumentContent& source
         u"过于繁复，只带入了一部分，用它们的文字可能与原来不同");
 }
 
+struct KindOfUnread {
+    UnreadKind kind{};
+    const char16_t* line = nullptr;
+    bool ofContent = true; // else of the file, which an insertion does not ask for
+};
+
+constexpr std::array<KindOfUnread, 16> kindsOfUnread{{
+    {UnreadKind::macros, u"宏未能带入"},
+    {UnreadKind::toolbars, u"自定义的工具栏或快捷键未能带入"},
+    {UnreadKind::embeddedFonts, u"嵌入的字体未能带入，没有安装这些字体的电脑会用别的字体显示"},
+    {UnreadKind::mailMerge, u"邮件合并的设置未能带入"},
+    {UnreadKind::contentControls, u"内容控件未能带入，其文字不变"},
+    {UnreadKind::subdocuments, u"主控文档与子文档的链接未能带入"},
+    {UnreadKind::editableRanges, u"允许编辑的区域未能带入，其文字不变"},
+    {UnreadKind::moveMarks, u"修订中的移动标记未能带入，其文字不变"},
+    {UnreadKind::autoText, u"自动图文集未能带入"},
+    {UnreadKind::captions, u"自动插入题注的设置未能带入", false},
+    {UnreadKind::routing, u"传送名单未能带入", false},
+    {UnreadKind::envelope, u"邮件的信头未能带入", false},
+    {UnreadKind::writePassword, u"修改权限密码未能带入", false},
+    {UnreadKind::readOnlyAdvice, u"建议以只读方式打开的设置未能带入", false},
+    {UnreadKind::signature, u"数字签名未能带入", false},
+    {UnreadKind::customXml, u"附带的 XML 数据未能带入，正文不变", false},
+}};
+
+enum class Coming : std::uint8_t { inserted, opened };
+
 // What no document of this program holds, wherever it comes from.
 void sayForeignKinds(std::vector<std::u16string>& lines, const DocumentContent& source,
-                     const ImportLosses& losses) {
-    if (source.unread.macros) {
-        lines.emplace_back(u"宏未能带入");
-    }
-    if (source.unread.toolbars) {
-        lines.emplace_back(u"自定义的工具栏或快捷键未能带入");
+                     const ImportLosses& losses, Coming coming) {
+    for (const KindOfUnread& row : kindsOfUnread) {
+        if (source.unread.kinds.contains(row.kind) && (row.ofContent || coming == Coming::opened)) {
+            lines.emplace_back(row.line);
+        }
     }
     if (losses.divisions) {
         lines.emplace_back(u"网页分区的边距和边框未能带入");
@@ -124,7 +152,10 @@ std::vector<std::u16string> leftOutOf(const DocumentContent& source, const Impor
         lines.emplace_back(source.sections.size() > 1 ? u"文件最后一节的页眉页脚未能带入"
                                                       : u"文件自带的页眉页脚未能带入");
     }
-    sayForeignKinds(lines, source, losses);
+    sayForeignKinds(lines, source, losses, Coming::inserted);
+    if (!source.information.variables.empty()) {
+        lines.emplace_back(u"文档变量未能带入，显示它们的域保持现有的文字");
+    }
     if (readDop(source.settings, dop::protectedForForms) != 0) {
         lines.emplace_back(u"窗体保护未能带入");
     }
@@ -163,7 +194,7 @@ std::vector<std::u16string> leftOutOfOpened(const DocumentContent& source,
     std::vector<std::u16string> lines = source.unread.remarks;
     sayCounts(lines, source, losses);
     say(lines, source.unread.smartTags, u"智能标记", u"个", u"未能带入，其文字不变");
-    sayForeignKinds(lines, source, losses);
+    sayForeignKinds(lines, source, losses, Coming::opened);
     if (source.unread.information) {
         lines.emplace_back(u"文档属性（标题、作者等）已损坏，未能带入");
     }

@@ -2,7 +2,6 @@
 
 #include "platform/word/docfile/StoryChecks.h"
 #include "platform/word/docfile/WordFileBuilder.h"
-#include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Plc.h"
 #include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
@@ -417,6 +416,7 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
     file.parts[FibPair::PlcfandRef] = plc(4, 30);
     file.parts[FibPair::PlcSpaMom] = plc(5, 26);
     file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
+    file.parts[FibPair::PlcfHdrtxbxTxt] = plc(2, 22);
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
     const DocumentContent document = readSound(file);
     EXPECT_THAT(document.unread.remarks,
@@ -453,17 +453,6 @@ TEST(DocumentReader, StructuresThatAreNotReadAreNotedByTheirKind) {
     for (const auto& [pair, kind] : others) {
         EXPECT_EQ(kindsOf(pair, Bytes(20)), std::set{kind}) << static_cast<int>(pair);
         EXPECT_EQ(kindsOf(pair, Bytes(4)), std::set<UnreadKind>()) << static_cast<int>(pair);
-    }
-}
-
-TEST(DocumentReader, AFileUnderRightsManagementIsEncryptedThoughAPageStandsInIt) {
-    const Bytes managed =
-        test::compoundFile(test::wordStreams(plainWordFile(u"protected\r")), {u"\u0009DRMContent"});
-    try {
-        readDocument(managed);
-        ADD_FAILURE() << "was read";
-    } catch (const FormatError& error) {
-        EXPECT_EQ(error.kind(), FormatError::Kind::encrypted);
     }
 }
 
@@ -507,16 +496,24 @@ TEST(DocumentReader, WhatTheHeadOfAFileSaysOfItIsNoted) {
     EXPECT_EQ(kindsOf(8, 3), std::set{UnreadKind::autoText}) << "pnNext";
     EXPECT_EQ(kindsOf(11, 4), std::set{UnreadKind::readOnlyAdvice}) << "fReadOnlyRecommended";
     EXPECT_EQ(kindsOf(11, 8), std::set{UnreadKind::writePassword}) << "fWriteReservation";
-    const Bytes signedFile =
-        test::compoundFile(test::wordStreams(plainWordFile(u"text\r")), {u"_xmlsignatures"});
-    EXPECT_EQ(readDocument(signedFile).unread.kinds, std::set{UnreadKind::signature});
+}
+
+TEST(DocumentReader, StoragesThatAreNotReadAreNoted) {
+    const auto kindsOf = [](const std::u16string& storage) {
+        const test::WordStreams streams = test::wordStreams(plainWordFile(u"text\r"));
+        return readDocument(test::compoundFile(streams, {storage})).unread.kinds;
+    };
+    EXPECT_EQ(kindsOf(u"_VBA_PROJECT_CUR"), std::set{UnreadKind::macros});
+    EXPECT_EQ(kindsOf(u"_xmlsignatures"), std::set{UnreadKind::signature});
+    EXPECT_EQ(kindsOf(u"MsoDataStore"), std::set{UnreadKind::customXml});
+    EXPECT_EQ(kindsOf(u"Other"), std::set<UnreadKind>());
 }
 
 TEST(DocumentReader, ToolbarsAndKeysAreNotedWhereTheFileChangesThem) {
     const auto toolbars = [](const Bytes& commands) {
         WordFile file = plainWordFile(u"text\r");
         file.parts[FibPair::Cmds] = commands;
-        return readWithoutRemarks(file).unread.toolbars;
+        return readWithoutRemarks(file).unread.kinds.contains(UnreadKind::toolbars);
     };
     EXPECT_FALSE(toolbars({}));
     EXPECT_FALSE(toolbars(hex("FF40")));

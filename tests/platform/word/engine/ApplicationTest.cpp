@@ -47,7 +47,8 @@ protected:
 
     DocumentInformation titled_{encodeSummary({u"投标书", u"", u"王工"}),
                                 encodeSummary({u"x", u"", u""}),
-                                std::vector<std::u16string>(associatedTextCount)};
+                                std::vector<std::u16string>(associatedTextCount),
+                                {}};
     const std::filesystem::path saved_ = folder.path() / "saved.doc";
 };
 

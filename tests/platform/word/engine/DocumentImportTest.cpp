@@ -1174,7 +1174,7 @@ TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
     source.data.headers[0][1] = slicesOf(textBox(u"header\r"));
     EXPECT_THAT(leftOutOfOpened(source.document(), {}), ElementsAre());
     source.data.unread.remarks = {u"remark"};
-    source.data.unread.macros = true;
+    source.data.unread.kinds.insert(UnreadKind::macros);
     source.data.unread.textBoxes = 1; // that no shape shows
     EXPECT_THAT(leftOutOfOpened(source.document(), {}),
                 ElementsAre(u"remark", u"文本框 1 个未能带入", u"宏未能带入"));
@@ -1183,7 +1183,7 @@ TEST(LeftOut, AnOpenedDocumentLosesNeitherItsHeadersNorItsPage) {
 TEST(LeftOut, ToolbarsAndDivisionsOfWebPagesAreNamedWhetherInsertedOrOpened) {
     SourceDocument source;
     source.paragraph(u"a", 0, sprm32(sprm::PIpgp, 3));
-    source.data.unread.toolbars = true;
+    source.data.unread.kinds.insert(UnreadKind::toolbars);
     source.data.unread.smartTags = 2;
     source.data.unread.information = true; // of an opened document only
     ImportTarget target;
@@ -1375,7 +1375,7 @@ TEST(LeftOut, HeadersAreNamedOnlyWhenTheyHoldText) {
 TEST(LeftOut, MacrosAndFormProtectionAreNamedBehindTheReadersRemarks) {
     SourceDocument source;
     source.paragraph(u"x");
-    source.data.unread.macros = true;
+    source.data.unread.kinds.insert(UnreadKind::macros);
     writeDop(source.data.settings, dop::protectedForForms, 1);
     source.data.unread.remarks = {u"读时的话"};
     ImportTarget target;

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,13 @@ struct DocumentBody {
     std::vector<Bookmark> bookmarks; // of the main story
 };
 
+// A value under a name, which DOCVARIABLE fields show and macros keep.
+struct DocumentVariable {
+    std::u16string name;
+    std::u16string value;
+    bool operator==(const DocumentVariable&) const = default;
+};
+
 // What programs show of a document without opening it, and what its fields may ask for. A new
 // document has none.
 inline constexpr std::size_t associatedTextCount = 18; // in SttbfAssoc
@@ -54,14 +62,34 @@ struct DocumentInformation {
     // Title, author and the like once more, by their places in SttbfAssoc ([MS-DOC] 2.9.272): none
     // or all of them.
     std::vector<std::u16string> associated;
+    std::vector<DocumentVariable> variables; // of distinct names
+};
+
+// What a file may hold that no document of this program does.
+enum class UnreadKind : std::uint8_t {
+    macros,
+    toolbars, // or key bindings
+    embeddedFonts,
+    mailMerge,
+    contentControls, // or other structured tags; their text is read
+    subdocuments,
+    editableRanges, // those that a protection leaves free; their text is read
+    moveMarks,      // of tracked changes; their text is read
+    autoText,
+    captions, // that come with a table or a picture by themselves
+    routing,  // from one reader to the next
+    envelope, // of a mail
+    writePassword,
+    readOnlyAdvice,
+    signature,
+    customXml // beside the text, for content controls and programs
 };
 
 // What a file holds and the document read from it does not.
 struct UnreadContents {
     std::array<int, anchorKinds> sideStories{}; // by AnchorKind
     int textBoxes = 0;                          // over the main story
-    bool macros = false;
-    bool toolbars = false;    // or key bindings
+    std::set<UnreadKind> kinds;
     int smartTags = 0;        // marks of words; the words are read
     bool information = false; // that is damaged
     // What was unreadable and left out, in Chinese, for the user; empty for a sound file.

@@ -71,7 +71,7 @@ void readBase(Fib& fib, LittleEndianReader& reader) {
     fib.nFib = reader.u16();
     reader.skip(2);
     fib.lid = reader.u16();
-    reader.skip(2);
+    fib.pnNext = reader.u16();
     takeFlags(fib, reader.u16());
     reader.skip(2);
     fib.lKey = reader.u32();
@@ -124,7 +124,7 @@ void writeBase(const Fib& fib, LittleEndianWriter& out) {
     out.u16(Fib::word97);
     out.u16(0);
     out.u16(fib.lid);
-    out.u16(0); // pnNext: no glossary
+    out.u16(fib.pnNext);
     out.u16(flagsOf(fib));
     out.u16(nFibBack);
     out.u32(fib.lKey);

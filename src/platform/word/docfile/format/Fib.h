@@ -40,6 +40,7 @@ struct Fib {
 
     std::uint16_t nFib = word2003; // nFibNew when there is one
     std::uint16_t lid = 0x0409;    // the format wants this one for East Asian installations
+    std::uint16_t pnNext = 0;      // where the entries of AutoText lie; 0 for none
     bool fDot = false;
     bool fGlsy = false;
     bool fComplex = false;

@@ -2,9 +2,11 @@
 
 #include "platform/word/docfile/container/FormatError.h"
 #include "platform/word/docfile/format/Sttb.h"
+#include "platform/word/docfile/text/DocumentVariables.h"
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 #include <utility>
 
 namespace qvnd::word {
@@ -26,9 +28,37 @@ std::vector<std::u16string> associatedTexts(ByteView table) {
     return texts;
 }
 
-bool isMacroStorage(const CompoundFile::Entry& entry) {
-    return entry.storage && (entry.path == u"Macros" || entry.path == u"_VBA_PROJECT_CUR");
+bool hasStorage(const OpenedDocument& document, std::u16string_view path) {
+    return std::any_of(document.storages.begin(), document.storages.end(),
+                       [&](const CompoundFile::Entry& entry) { return entry.path == path; });
 }
+
+struct TableOfKind {
+    UnreadKind kind{};
+    FibPair pair{};
+};
+
+// Tables of strings; without an entry there is nothing of the kind.
+constexpr std::array<TableOfKind, 7> stringTables{{
+    {UnreadKind::embeddedFonts, FibPair::SttbTtmbd},
+    {UnreadKind::contentControls, FibPair::SttbfBkmkSdt},
+    {UnreadKind::editableRanges, FibPair::SttbfBkmkProt},
+    {UnreadKind::moveMarks, FibPair::SttbfBkmkMoveFrom},
+    {UnreadKind::moveMarks, FibPair::SttbfBkmkMoveTo},
+    {UnreadKind::captions, FibPair::SttbfCaption},
+    {UnreadKind::captions, FibPair::SttbfAutoCaption},
+}};
+
+// Other structures, which say something where they have more bytes than the position that closes
+// an empty table.
+constexpr std::array<TableOfKind, 6> otherTables{{
+    {UnreadKind::mailMerge, FibPair::Pms},
+    {UnreadKind::mailMerge, FibPair::PmsNew},
+    {UnreadKind::mailMerge, FibPair::ODSO},
+    {UnreadKind::subdocuments, FibPair::PlcfWkb},
+    {UnreadKind::routing, FibPair::RouteSlip},
+    {UnreadKind::envelope, FibPair::MsoEnvelope},
+}};
 
 // The structures of Tcg255 ([MS-DOC] 2.9.325) up to the first that changes a toolbar or a key.
 class CommandTable {
@@ -105,14 +135,33 @@ bool changesToolbars(ByteView commands) {
 
 } // namespace
 
-DocumentInformation takeInformation(OpenedDocument& document) {
+DocumentInformation takeInformation(OpenedDocument& document, Remarks& remarks) {
     return {std::move(document.summary), std::move(document.documentSummary),
-            associatedTexts(document.part(FibPair::SttbfAssoc))};
+            associatedTexts(document.part(FibPair::SttbfAssoc)),
+            decodeVariables(document.part(FibPair::StwUser), remarks)};
 }
 
 void noteWhatIsNotRead(const OpenedDocument& document, UnreadContents& unread) {
-    unread.macros = std::any_of(document.storages.begin(), document.storages.end(), isMacroStorage);
-    unread.toolbars = changesToolbars(document.part(FibPair::Cmds));
+    const auto note = [&](UnreadKind kind, bool there) {
+        if (there) {
+            unread.kinds.insert(kind);
+        }
+    };
+    constexpr std::size_t emptyTable = 4;
+    for (const TableOfKind& table : stringTables) {
+        note(table.kind, !decodeSttb(document.part(table.pair)).table.entries.empty());
+    }
+    for (const TableOfKind& table : otherTables) {
+        note(table.kind, document.part(table.pair).size() > emptyTable);
+    }
+    note(UnreadKind::macros,
+         hasStorage(document, u"Macros") || hasStorage(document, u"_VBA_PROJECT_CUR"));
+    note(UnreadKind::toolbars, changesToolbars(document.part(FibPair::Cmds)));
+    note(UnreadKind::autoText, document.fib.pnNext != 0);
+    note(UnreadKind::writePassword, document.fib.fWriteReservation);
+    note(UnreadKind::readOnlyAdvice, document.fib.fReadOnlyRecommended);
+    note(UnreadKind::signature, hasStorage(document, u"_xmlsignatures"));
+    note(UnreadKind::customXml, hasStorage(document, u"MsoDataStore"));
     unread.smartTags =
         static_cast<int>(decodeSttb(document.part(FibPair::SttbfBkmkFactoid)).table.entries.size());
     unread.information = document.damagedInformation;

@@ -7,9 +7,9 @@
 namespace qvnd::word {
 
 // Moves the streams of properties out of the document.
-DocumentInformation takeInformation(OpenedDocument& document);
+DocumentInformation takeInformation(OpenedDocument& document, Remarks& remarks);
 
-// Notes macros, toolbars and key bindings, smart tags, and damaged properties.
+// Notes what stands there and is not read: UnreadContents::kinds, smart tags, damaged properties.
 void noteWhatIsNotRead(const OpenedDocument& document, UnreadContents& unread);
 
 } // namespace qvnd::word

@@ -284,7 +284,7 @@ private:
     void readRest() {
         const ByteView dop = document_.part(FibPair::Dop);
         data_.settings.assign(dop.begin(), dop.end());
-        data_.information = takeInformation(document_);
+        data_.information = takeInformation(document_, data_.unread.remarks);
     }
 
     void readSideStories() {

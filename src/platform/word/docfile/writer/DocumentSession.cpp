@@ -9,6 +9,8 @@
 #include "platform/word/docfile/styles/ListTables.h"
 #include "platform/word/docfile/styles/StyleSheetTable.h"
 #include "platform/word/docfile/text/BookmarkTables.h"
+#include "platform/word/docfile/text/CommentTables.h"
+#include "platform/word/docfile/text/DocumentVariables.h"
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/docfile/text/RevisionAuthors.h"
 
@@ -186,6 +188,7 @@ void DocumentSession::writeTables(const DocumentContent& content) {
     table_.put(FibPair::SttbfRMark, encodeRevisionAuthors(tables.authors));
     table_.put(FibPair::Dop, dopOfWord2003(content.settings));
     table_.put(FibPair::SttbfAssoc, encodeAssociated(content.information));
+    table_.put(FibPair::StwUser, encodeVariables(content.information.variables));
 }
 
 std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const Parts& parts) {
