@@ -302,6 +302,27 @@ TEST_F(BookmarkRules, EndMustNotStandBeforeTheStart) {
     EXPECT_EQ(rulesOf({{u"x", 5, 3, 0}}), Rules{"bookmark.order"});
 }
 
+TEST_F(BookmarkRules, EachMustBeginAndEndInOneText) {
+    const PartLengths lengths = SoundDocument().file.lengths;
+    const Cp note = lengths.text;
+    const Cp header = note + lengths.footnotes;
+    EXPECT_EQ(rulesOf({{u"x", note - 1, note, 0}, {u"y", note, header - 1, 0}}), Rules{});
+    EXPECT_EQ(rulesOf({{u"x", note - 1, note + 1, 0}}), Rules{"bookmark.text"});
+    EXPECT_EQ(rulesOf({{u"x", header - 1, header + 1, 0}}), Rules{"bookmark.text"});
+}
+
+TEST_F(BookmarkRules, EachMustBeginAndEndInOneHeader) {
+    SoundDocument document;
+    const Cp headers = document.file.lengths.text + document.file.lengths.footnotes;
+    const Plc places = decodePlc(document.file.parts.at(FibPair::PlcfHdd), 0);
+    const auto second = std::find_if(places.positions.begin(), places.positions.end(),
+                                     [](std::uint32_t position) { return position > 0; });
+    ASSERT_NE(second, places.positions.end());
+    const Cp begin = headers + *second;
+    EXPECT_EQ(rulesOf({{u"x", begin - 1, begin, 0}}), Rules{});
+    EXPECT_EQ(rulesOf({{u"x", begin - 1, begin + 1, 0}}), Rules{"bookmark.text"});
+}
+
 TEST_F(BookmarkRules, EveryBookmarkMustHaveItsOwnEnd) {
     EXPECT_EQ(rulesOf({{u"x", 1, 3, 0}, {u"y", 2, 5, 0}},
                       [](BookmarkTables& tables) { put16(tables.starts, 12 + 4, 0); }),

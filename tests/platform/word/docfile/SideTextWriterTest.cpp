@@ -123,8 +123,9 @@ TEST_F(SideTextWriter, ABookmarkFromOneNoteIntoAnotherEndsWithTheFirstAndIsTold)
         note.text = std::make_shared<const Story>(std::move(text));
     }
     writer.saveAs(path, builder.content);
+    ASSERT_EQ(checkDocument(folder->bytes(path)).front().rule, "bookmark.text");
 
-    const DocumentContent document = read();
+    const DocumentContent document = readDocument(folder->bytes(path));
 
     const auto& notes = document.tables.sideStories;
     EXPECT_EQ(notes.at(0).text->bookmarks,

@@ -4,8 +4,10 @@
 #include "platform/word/docfile/format/Sttb.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <set>
 #include <utility>
+#include <vector>
 
 namespace qvnd::word {
 
@@ -76,7 +78,37 @@ RangeTables readRanges(const RangeKind& kind, ByteView names, ByteView starts, B
     return tables;
 }
 
-void checkPlaces(const RangeKind& kind, const RangeTables& tables, Findings& findings) {
+// Where each text begins: the main story, each note, header, comment and text of a shape; at last
+// where all text ends, with the marks that may close it.
+std::vector<Cp> beginsOfTexts(const Evidence& evidence) {
+    std::vector<Cp> begins;
+    for (const TextPartFacts& facts : textParts) {
+        const Cp begin = evidence.partBegin(facts.part);
+        const Cp length = lengthOf(facts.part, evidence.fib.ccp);
+        begins.push_back(begin);
+        if (!facts.texts) {
+            continue;
+        }
+        const Plc texts = decodePlc(evidence.at(facts.texts->pair), facts.texts->elementSize);
+        for (const std::uint32_t position : texts.positions) {
+            begins.push_back(begin + std::min(position, length));
+        }
+    }
+    constexpr std::uint64_t closing = 2;
+    const std::uint64_t end = evidence.fib.ccp.text + evidence.fib.ccp.sideTotal() + closing;
+    begins.push_back(static_cast<Cp>(std::min<std::uint64_t>(end, 0xFFFFFFFF)));
+    std::sort(begins.begin(), begins.end());
+    return begins;
+}
+
+// What ends behind all text breaks a rule of its own.
+bool isInOneText(const std::vector<Cp>& begins, Cp start, Cp end) {
+    const auto next = std::upper_bound(begins.begin(), begins.end(), start);
+    return next == begins.end() || end <= *next || end > begins.back();
+}
+
+void checkPlaces(const RangeKind& kind, const RangeTables& tables, const std::vector<Cp>& begins,
+                 Findings& findings) {
     std::set<std::size_t> used;
     for (std::size_t i = 0; i < tables.starts.count(); ++i) {
         const std::size_t end = LittleEndianReader(tables.starts.element(i), "FBKF").u16();
@@ -89,6 +121,8 @@ void checkPlaces(const RangeKind& kind, const RangeTables& tables, Findings& fin
             findings.add(kind.endRule, where + u"没有自己的结束位置");
         } else if (tables.ends.positions[end] < tables.starts.positions[i]) {
             findings.add(kind.orderRule, where + u"的结束在开始之前");
+        } else if (!isInOneText(begins, tables.starts.positions[i], tables.ends.positions[end])) {
+            findings.add("bookmark.text", where + u"的开始和结束不在同一段独立的文字中");
         }
     }
 }
@@ -122,13 +156,14 @@ void checkBookmarks(const Evidence& evidence, Findings& findings) {
         readRanges(bookmarkKind, evidence.at(FibPair::SttbfBkmk), evidence.at(FibPair::PlcfBkf),
                    evidence.at(FibPair::PlcfBkl), findings);
     checkNames(tables.names, findings);
-    checkPlaces(bookmarkKind, tables, findings);
+    const std::vector<Cp> begins = beginsOfTexts(evidence);
+    checkPlaces(bookmarkKind, tables, begins, findings);
     checkBullets(bulletPictures(tables), evidence, findings);
     checkPlaces(commentRangeKind,
                 readRanges(commentRangeKind, evidence.at(FibPair::SttbfAtnBkmk),
                            evidence.at(FibPair::PlcfAtnBkf), evidence.at(FibPair::PlcfAtnBkl),
                            findings),
-                findings);
+                begins, findings);
 }
 
 } // namespace qvnd::word
