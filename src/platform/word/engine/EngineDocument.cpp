@@ -45,6 +45,12 @@ void EngineDocument::written(const std::filesystem::path& path) {
         services_.report.notCarried(path, what);
     }
     losses_.clear();
+    if (const std::size_t ranges = writer_.rangesWithoutRoom(); ranges > rangesTold_) {
+        rangesTold_ = ranges;
+        services_.report.notCarried(path,
+                                    u"批注所指的文字 " + digits(static_cast<std::int64_t>(ranges)) +
+                                        u" 处未能标出，一个文档最多 16379 处，批注仍在原来的位置");
+    }
     if (const std::size_t cut = writer_.cutLists(); cut > cutListsTold_) {
         cutListsTold_ = cut;
         services_.report.notCarried(path,

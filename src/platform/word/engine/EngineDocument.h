@@ -98,6 +98,7 @@ private:
     bool isWritten_ = false; // by our writer
     bool isSaved_ = true;
     std::vector<std::u16string> losses_;
+    std::size_t rangesTold_ = 0;    // the same of DocumentWriter::rangesWithoutRoom()
     std::size_t cutListsTold_ = 0;  // DocumentWriter::cutLists() as far as it was told
     bool areSmartTagsTold_ = false; // those of files that came in
 

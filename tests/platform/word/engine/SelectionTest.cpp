@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/WordFileBuilder.h"
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/SectionProperties.h"
 #include "platform/word/engine/StoryEditor.h"
 #include "platform/word/formatting/PropertyValues.h"
@@ -253,6 +254,39 @@ TEST_F(SelectionTest, CharacterFormatsThatTheFileHasNoRoomForAreToldOnceWithTheS
     EXPECT_EQ(report.lines,
               (std::vector<std::u16string>{
                   u"a.doc: 文字的格式 2 种过于繁复，只写入了一部分，用它们的文字可能与原来不同"}));
+}
+
+TEST_F(SelectionTest, CommentsWhoseTextTheFileCannotNameAreToldOnceWithTheSave) {
+    constexpr word::Cp most = 16'379;
+    word::DocumentTables& tables = document().change().tables();
+    word::Story comment;
+    comment.text = u"\u0005\r";
+    comment.characters = {{2}};
+    comment.paragraphs = {{2}};
+    const auto commentText = std::make_shared<const word::Story>(comment);
+    const auto special = tables.lists.intern(word::withSprm8({}, word::sprm::CFSpec, 1));
+    word::DocumentBody body;
+    word::Story text;
+    for (word::Cp i = 0; i < most + 2; ++i) {
+        text.text += u"x\u0005";
+        text.characters.push_back({1});
+        text.characters.push_back({1, special});
+        const auto index = static_cast<std::uint32_t>(tables.sideStories.size());
+        text.anchors.push_back({2 * i + 1, word::AnchorKind::comment, index});
+        tables.sideStories.push_back({commentText, true, u"王工", u"W", 0});
+        body.bookmarks.push_back({u"", 2 * i, 2 * i + 1, 0, index});
+    }
+    text.text += u"\r";
+    text.characters.push_back({1});
+    text.paragraphs = {{text.size()}};
+    body.sections = {{text.size()}};
+    body.main = word::slicesOf(std::move(text));
+    insertDocument(document().change(), 0, std::move(body));
+    document().SaveAs(folder.path() / "a.doc");
+    document().Save();
+    EXPECT_EQ(report.lines,
+              (std::vector<std::u16string>{u"a.doc: 批注所指的文字 2 处未能标出，一个文档最多 "
+                                           u"16379 处，批注仍在原来的位置"}));
 }
 
 TEST_F(SelectionTest, MissingFileIsReportedByNameAndLeavesTheDocumentAsItWas) {

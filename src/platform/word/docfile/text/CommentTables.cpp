@@ -18,7 +18,6 @@ constexpr std::size_t atrdExtraSize = 18; // ATRDPost10
 constexpr std::uint16_t atnbeSize = 10;
 constexpr std::uint16_t rangeOfComment = 0x0100; // ATNBE.bmc
 constexpr std::uint32_t noTag = 0xFFFFFFFF;
-constexpr std::size_t mostRanges = 0x3FFB; // [MS-DOC] 2.9.277; a comment beyond has its place only
 
 // Those that a comment can name, with 16 bits.
 std::vector<std::u16string> decodeOwners(ByteView bytes) {
@@ -162,7 +161,7 @@ private:
             owners_.push_back(comment.author);
         }
         atrds_.zeros(4);
-        if (comment.range && ranges_.size() < mostRanges) {
+        if (comment.range && ranges_.size() < mostCommentRanges) {
             atrds_.u32(static_cast<std::uint32_t>(ranges_.size()));
             ranges_.push_back(*comment.range);
         } else {

@@ -9,6 +9,10 @@
 // of what they speak of (SttbfAtnBkmk, PlcfAtnBkf, PlcfAtnBkl), [MS-DOC] 2.8 and 2.9.
 namespace qvnd::word {
 
+// More texts than this no comments can speak of in one file ([MS-DOC] 2.9.277); a comment beyond
+// has its place only.
+inline constexpr std::size_t mostCommentRanges = 0x3FFB;
+
 // A stretch of the main story.
 struct CommentRange {
     Cp start = 0;

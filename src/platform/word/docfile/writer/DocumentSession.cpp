@@ -248,8 +248,10 @@ void DocumentSession::writeSideStories(const DocumentContent& content, const Par
     }
     for (std::size_t i = 0; i < sideParts.size(); ++i) {
         std::vector<SidePlace> places;
+        std::size_t ranged = 0;
         for (const SideReference& reference : parts.references[i]) {
             const auto range = ranges.find(reference.index);
+            ranged += range != ranges.end() ? 1 : 0;
             places.push_back({reference.at,
                               {reference.start, reference.length},
                               content.tables.sideStories[reference.index],
@@ -257,6 +259,9 @@ void DocumentSession::writeSideStories(const DocumentContent& content, const Par
         }
         encodeSidePlaces(sideParts[i].kind, places, parts.lengths.text, parts.length(),
                          [&](FibPair pair, const Bytes& table) { table_.put(pair, table); });
+        if (sideParts[i].kind == AnchorKind::comment) {
+            rangesWithoutRoom_ = ranged - std::min(ranged, mostCommentRanges);
+        }
     }
 }
 

@@ -36,6 +36,9 @@ public:
     // Property lists of characters of which the file has the first part only.
     std::size_t cutLists() const { return word_.overlongRuns().withoutRoom(); }
 
+    // Comments whose text the file does not name.
+    std::size_t rangesWithoutRoom() const { return rangesWithoutRoom_; }
+
 private:
     // The parts of the text, each in slices.
     struct Parts {
@@ -89,6 +92,7 @@ private:
     DrawingGathering headerDrawings_{mark_};
     DrawingEncoder drawings_;
     std::vector<Bookmark> marks_;
+    std::size_t rangesWithoutRoom_ = 0;
     bool started_ = false;    // written at least once
     std::uint16_t saves_ = 0; // after the first one, as far as the format counts
 };

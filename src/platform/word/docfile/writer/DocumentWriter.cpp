@@ -84,6 +84,10 @@ void DocumentWriter::save(const DocumentContent& content) {
     }
 }
 
+std::size_t DocumentWriter::rangesWithoutRoom() const {
+    return state_->session ? state_->session->rangesWithoutRoom() : 0;
+}
+
 std::size_t DocumentWriter::cutLists() const {
     return state_->session ? state_->session->cutLists() : 0;
 }

@@ -35,6 +35,9 @@ public:
     // Property lists of characters of which the file has the first part only: it has no room for
     // more than 32,768 of those that are longer than 255 bytes.
     std::size_t cutLists() const;
+    // Comments of which the file has the place and not the text that they speak of: it has room for
+    // 16,379 of those.
+    std::size_t rangesWithoutRoom() const;
 
 private:
     friend void writeMarkedCopy(const std::filesystem::path& path, const DocumentContent& content,
