@@ -1,12 +1,11 @@
 #include "platform/word/engine/StoryEditor.h"
 
-#include "platform/word/docfile/format/Sprm.h"
 #include "platform/word/docfile/format/SprmCodes.h"
 #include "platform/word/engine/CharacterFormat.h"
+#include "platform/word/engine/CommonLooks.h"
 #include "platform/word/engine/ParagraphChange.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 namespace qvnd::word {
@@ -205,37 +204,11 @@ void StoryEditor::applyStyle(StyleIndex style) {
 void StoryEditor::applyParagraphStyle(StyleIndex style) {
     changeParagraphs(styleChange(tables_.lists, style));
     const Cp last = story_.size() - 1;
-    const Cp end = at_.isPoint() ? std::min(at_.start + 1, story_.size()) : at_.end;
-    for (Cp at = story_.paragraphStart(std::min(at_.start, last)); at < end;) {
-        const Cp next = story_.paragraphEnd(at);
-        dropCommonLooks(at, next);
-        at = next;
-    }
+    const Cp first = std::min(at_.start, last);
+    const Cp final = at_.isPoint() ? first : std::min(at_.end - 1, last);
+    story_.changeRuns(story_.paragraphStart(first), story_.paragraphEnd(final),
+                      [&](Story& part) { return dropCommonLooks(part, tables_.lists); });
     readTyping();
-}
-
-void StoryEditor::dropCommonLooks(Cp start, Cp end) {
-    const Cp counted = end - start > 1 ? end - 1 : end; // the mark counts in an empty one
-    std::map<SprmOpcode, Cp> coverage;
-    for (const StorySlice& slice : story_.slicesOf(start, counted)) {
-        for (const CharacterRun& run :
-             partOf(*slice.fragment, slice.begin, slice.length).characters) {
-            for (const SprmView& entry : parseSprms(tables_.lists[run.properties]).sprms) {
-                coverage[entry.opcode] += isLook(entry.opcode) ? run.length : 0;
-            }
-        }
-    }
-    std::vector<SprmOpcode> common;
-    for (const auto& [opcode, characters] : coverage) {
-        if (characters * 2 > counted - start) {
-            common.push_back(opcode);
-        }
-    }
-    if (!common.empty()) {
-        story_.changeCharacters(start, end, [&](PropertyListId id) {
-            return withoutEntries(tables_.lists, id, common);
-        });
-    }
 }
 
 } // namespace qvnd::word

@@ -50,8 +50,8 @@ public:
     void changeFont(const FontChange& change);
     // Of all paragraphs that the selection touches.
     void changeParagraphs(const LookChange& change);
-    // A paragraph style takes direct formatting away that more than half of a paragraph has; a
-    // character style goes to the selected characters.
+    // A paragraph style takes direct formatting away that more than half of a paragraph has
+    // (dropCommonLooks()); a character style goes to the selected characters.
     void applyStyle(StyleIndex style);
 
     // Reads the look of what is typed next from the text.
@@ -63,7 +63,6 @@ private:
     void typeLine(std::u16string_view line);
     void eraseWhole(Cp start, Cp end);
     void applyParagraphStyle(StyleIndex style);
-    void dropCommonLooks(Cp start, Cp end);
 
     WorkingStory& story_;
     DocumentTables& tables_;

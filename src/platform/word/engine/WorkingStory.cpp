@@ -317,6 +317,19 @@ void WorkingStory::changeCharacters(Cp start, Cp end, const PropertyChange& chan
     }
 }
 
+void WorkingStory::changeRuns(Cp start, Cp end, const std::function<bool(Story&)>& change) {
+    Story part = *joined(slicesOf(start, end));
+    if (!change(part)) {
+        return;
+    }
+    const std::size_t first = splitAt(start);
+    const std::size_t last = splitAt(end);
+    const auto place = slices_.erase(slices_.begin() + static_cast<std::ptrdiff_t>(first),
+                                     slices_.begin() + static_cast<std::ptrdiff_t>(last));
+    slices_.insert(place,
+                   StorySlice{std::make_shared<const Story>(std::move(part)), 0, end - start});
+}
+
 void WorkingStory::changeParagraphs(Cp start, Cp end, const LookChange& change) {
     RememberedLook changed(change);
     const std::size_t first = splitAt(start);

@@ -70,6 +70,9 @@ public:
     void replaceMark(Cp at, char16_t mark);
 
     void changeCharacters(Cp start, Cp end, const PropertyChange& change);
+    // Hands over what lies in [start, end) as one story, of which the runs of characters may
+    // change. Where `change` answers false, nothing does.
+    void changeRuns(Cp start, Cp end, const std::function<bool(Story&)>& change);
     // Changes the paragraphs whose marks lie in [start, end).
     void changeParagraphs(Cp start, Cp end, const LookChange& change);
 
