@@ -415,6 +415,7 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
     file.parts[FibPair::PlcfendRef] = plc(2, 2);
     file.parts[FibPair::PlcfandRef] = plc(4, 30);
     file.parts[FibPair::PlcSpaMom] = plc(5, 26);
+    file.parts[FibPair::PlcfHdrtxbxTxt] = plc(2, 22);
     file.parts[FibPair::PlcftxbxTxt] = plc(3, 22);
     file.parts[FibPair::PlcfHdrtxbxTxt] = plc(2, 22);
     file.storages = {u"ObjectPool", u"ObjectPool/_1", u"ObjectPool/_2", u"Macros"};
@@ -423,7 +424,7 @@ TEST(DocumentReader, WhatIsNotReadIsCounted) {
                 testing::ElementsAre(u"有 9 个脚注、尾注或批注已损坏，未能读出，第一处在“text”。"));
     const UnreadContents& unread = document.unread;
     EXPECT_EQ(unread.sideStories, (std::array<int, anchorKinds>{3, 2, 4, 0}));
-    EXPECT_EQ(unread.textBoxes, 2); // which no shape shows
+    EXPECT_EQ(unread.textBoxes, 3); // which no shape shows, one of them over a header
     EXPECT_THAT(unread.kinds, testing::ElementsAre(UnreadKind::macros));
     EXPECT_THAT(readWithoutRemarks(plainWordFile(u"text\r")).unread.kinds, testing::IsEmpty());
 }

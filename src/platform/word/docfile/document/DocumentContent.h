@@ -88,7 +88,7 @@ enum class UnreadKind : std::uint8_t {
 // What a file holds and the document read from it does not.
 struct UnreadContents {
     std::array<int, anchorKinds> sideStories{}; // by AnchorKind
-    int textBoxes = 0;                          // over the main story
+    int textBoxes = 0;
     std::set<UnreadKind> kinds;
     int smartTags = 0;        // marks of words; the words are read
     bool information = false; // that is damaged

@@ -350,10 +350,11 @@ private:
         CarriedDrawings carried(drawings, document_.objects, data_.tables);
         main_.anchors = readDrawingsOf(TextPart::main, TextPart::textBoxes, FibPair::PlcfTxbxBkd,
                                        DrawingOf::main, carried);
-        data_.unread.textBoxes = countTextBoxes(document_.part(FibPair::PlcftxbxTxt)) -
-                                 static_cast<int>(data_.tables.shapeTexts.size());
         headerAnchors_ = readDrawingsOf(TextPart::headers, TextPart::headerTextBoxes,
                                         FibPair::PlcfTxbxHdrBkd, DrawingOf::headers, carried);
+        data_.unread.textBoxes = countTextBoxes(document_.part(FibPair::PlcftxbxTxt)) +
+                                 countTextBoxes(document_.part(FibPair::PlcfHdrtxbxTxt)) -
+                                 static_cast<int>(data_.tables.shapeTexts.size());
         data_.tables.background = carried.background();
         if (carried.damagedBackground()) {
             data_.unread.remarks.emplace_back(u"页面背景已损坏，未能读出。");
