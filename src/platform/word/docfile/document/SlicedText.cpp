@@ -9,7 +9,7 @@ namespace qvnd::word {
 namespace {
 
 template <class Mark>
-std::vector<Mark> marksOf(const SlicedText& text, std::vector<Mark> Story::*marks) {
+std::vector<Mark> marksOf(std::span<const StorySlice> text, std::vector<Mark> Story::*marks) {
     std::size_t most = 0;
     for (const StorySlice& slice : text) {
         const std::size_t ofFragment = ((*slice.fragment).*marks).size();
@@ -42,7 +42,7 @@ SlicedText slicesOf(std::shared_ptr<const Story> story) {
     return length == 0 ? SlicedText{} : SlicedText{{std::move(story), 0, length}};
 }
 
-Cp lengthOf(const SlicedText& text) {
+Cp lengthOf(std::span<const StorySlice> text) {
     Cp length = 0;
     for (const StorySlice& slice : text) {
         length += slice.length;
@@ -66,7 +66,9 @@ std::shared_ptr<const Story> joined(const SlicedText& text) {
     return whole;
 }
 
-std::vector<FieldMark> fieldsOf(const SlicedText& text) { return marksOf(text, &Story::fields); }
+std::vector<FieldMark> fieldsOf(std::span<const StorySlice> text) {
+    return marksOf(text, &Story::fields);
+}
 
 std::vector<Anchor> anchorsOf(const SlicedText& text) { return marksOf(text, &Story::anchors); }
 

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/Story.h"
 
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace qvnd::word {
@@ -22,14 +23,14 @@ using SlicedText = std::vector<StorySlice>;
 SlicedText slicesOf(Story story);
 SlicedText slicesOf(std::shared_ptr<const Story> story);
 
-Cp lengthOf(const SlicedText& text);
+Cp lengthOf(std::span<const StorySlice> text);
 void append(SlicedText& text, const SlicedText& more);
 
 // The text as one story: the fragment itself where one slice holds all of it, else a copy.
 std::shared_ptr<const Story> joined(const SlicedText& text);
 
 // With their places in the text, ascending.
-std::vector<FieldMark> fieldsOf(const SlicedText& text);
+std::vector<FieldMark> fieldsOf(std::span<const StorySlice> text);
 std::vector<Anchor> anchorsOf(const SlicedText& text);
 
 } // namespace qvnd::word

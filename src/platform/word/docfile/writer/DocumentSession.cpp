@@ -72,8 +72,9 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
         parts.bullets = static_cast<Cp>(tables.bulletPictures.size());
         parts.withBullets = bullets_.within(content.main, tables.bulletPictures, tables.lists);
     }
+    std::array<SlicedText, textParts.size()> texts;
     const auto textOf = [&](TextPart part) -> SlicedText& {
-        return parts.texts[static_cast<std::size_t>(part)];
+        return texts[static_cast<std::size_t>(part)];
     };
     for (std::size_t i = 0; i < sideParts.size(); ++i) {
         SideText text = gatherSideText(anchors, sideParts[i].kind, tables.sideStories, mark_);
@@ -88,8 +89,10 @@ DocumentSession::Parts DocumentSession::partsOf(const DocumentContent& content) 
     textOf(TextPart::textBoxes) = parts.drawings->slices;
     textOf(TextPart::headerTextBoxes) = parts.headerDrawings->slices;
     for (const TextPartFacts& facts : textParts) {
-        parts.lengths.*facts.length = lengthOf(textOf(facts.part));
-        append(parts.side, textOf(facts.part));
+        SlicedText& text = textOf(facts.part);
+        parts.lengths.*facts.length = lengthOf(text);
+        parts.texts[static_cast<std::size_t>(facts.part)] = {parts.side.size(), text.size()};
+        std::move(text.begin(), text.end(), std::back_inserter(parts.side));
     }
     parts.lengths.text = lengthOf(parts.main(content));
     if (!parts.side.empty()) {
@@ -201,10 +204,8 @@ std::vector<Piece> DocumentSession::pieces(const DocumentContent& content, const
 
 void DocumentSession::writePositions(const DocumentContent& content, const Parts& parts) {
     for (const TextPartFacts& facts : textParts) {
-        const bool isMain = facts.part == TextPart::main;
-        const SlicedText& text =
-            isMain ? parts.main(content) : parts.texts[static_cast<std::size_t>(facts.part)];
-        table_.put(facts.fields, encodeFields(fieldsOf(text), parts.lengths.*facts.length));
+        table_.put(facts.fields, encodeFields(fieldsOf(parts.text(facts.part, content)),
+                                              parts.lengths.*facts.length));
     }
     writeBookmarks(content, parts);
     writeSideStories(content, parts);

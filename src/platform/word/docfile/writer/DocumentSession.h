@@ -13,6 +13,7 @@
 #include "platform/word/docfile/writer/WordStream.h"
 
 #include <memory>
+#include <span>
 #include <unordered_map>
 #include <vector>
 
@@ -45,7 +46,11 @@ private:
         // The main story with the pictures of bullets; empty where there are none.
         SlicedText withBullets;
         Cp bullets = 0;
-        std::array<SlicedText, textParts.size()> texts; // by TextPart, but that of the main story
+        struct Stretch { // of the slices of `side`
+            std::size_t begin = 0;
+            std::size_t count = 0;
+        };
+        std::array<Stretch, textParts.size()> texts; // by TextPart, but that of the main story
         PartLengths lengths;
         std::array<std::vector<SideReference>, sideParts.size()> references;
         Bytes plcfHdd;
@@ -56,6 +61,12 @@ private:
 
         const SlicedText& main(const DocumentContent& content) const {
             return bullets == 0 ? content.main : withBullets;
+        }
+        std::span<const StorySlice> text(TextPart part, const DocumentContent& content) const {
+            const Stretch& stretch = texts[static_cast<std::size_t>(part)];
+            return part == TextPart::main
+                       ? std::span<const StorySlice>(main(content))
+                       : std::span<const StorySlice>(side).subspan(stretch.begin, stretch.count);
         }
         // Where a position of the main story lies in that of the file.
         Cp placed(Cp at) const { return at < lengths.text - bullets ? at : at + bullets; }
