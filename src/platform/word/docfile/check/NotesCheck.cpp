@@ -104,7 +104,7 @@ void checkStrayMarks(const std::unordered_set<Cp>& referred, const Evidence& evi
     for (Cp cp = 0; cp < end; ++cp) {
         const char16_t c = evidence.text[cp];
         if ((c == special::noteReference || c == special::commentReference) &&
-            !referred.contains(cp) && evidence.characterFlag(cp, sprm::CFSpec) != 0) {
+            !referred.contains(cp) && evidence.characterFlag(cp, sprm::CFSpec) == 1) {
             findings.add("note.stray", placeOf(evidence, cp) + u"是引用标记，却没有所引用的文字");
         }
     }
