@@ -59,7 +59,7 @@ TEST_F(HistoryTool, StepsBearTheNamesThatTheCommandsHaveInTheMenus) {
     EXPECT_EQ(lastTitle(), "添加同级文件夹[进度]");
     expectDone({"outline", "rename", "甲", folderKey, "计划"});
     EXPECT_EQ(lastTitle(), "重命名[计划]");
-    expectDone({"outline", "delete", "甲", folderKey});
+    EXPECT_EQ(qvndctl({"outline", "delete", "甲", folderKey}), ExitStatus::done);
     EXPECT_EQ(lastTitle(), "删除[计划]");
     expectDone({"outline", "move", "甲", "甲.1.2", "甲.1.1"});
     EXPECT_EQ(lastTitle(), "拖放[b]");
@@ -283,14 +283,15 @@ TEST_F(HistoryTool, ACommandThatTheHistoryFailsUnderSaysSoDoesNothingAndHasNoRes
 TEST_F(HistoryTool, ACommandWhoseFirstChangeCannotBeRecordedIsRefusedUnlessTheUserWantsIt) {
     const QStringList before = keys();
     const QStringList command{"outline", "add-folder", "甲", "甲", "新", "--below"};
-    {
-        const FailingHistory failing(historyFile(), "UPDATE ON state");
-        EXPECT_EQ(Qvndctl::qvndctl(QStringList{"--no"} + command), ExitStatus::refused);
-        EXPECT_EQ(out, "");
-        EXPECT_TRUE(err.contains("操作历史不能写入")) << err.toStdString();
-        EXPECT_EQ(keysOnDisk(), before);
-        EXPECT_EQ(qvndctl(command), ExitStatus::done);
-    }
+    const QString inTheWay = QFileInfo(historyFile()).path() + "/running";
+    ASSERT_TRUE(QDir().mkdir(inTheWay));
+    EXPECT_EQ(Qvndctl::qvndctl(QStringList{"--no"} + command), ExitStatus::refused);
+    EXPECT_EQ(out, "");
+    EXPECT_TRUE(err.contains("操作历史")) << err.toStdString();
+    EXPECT_TRUE(err.contains("不能写入")) << err.toStdString();
+    EXPECT_EQ(keysOnDisk(), before);
+    EXPECT_EQ(qvndctl(command), ExitStatus::done);
+    ASSERT_TRUE(QDir().rmdir(inTheWay));
     EXPECT_EQ(keys(), before + QStringList{"甲.3"});
 }
 

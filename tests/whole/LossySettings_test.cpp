@@ -106,7 +106,9 @@ TEST_F(LossySetting, ADeletedSettingLibraryThatLacksATableKeepsTheTablesBehindIt
     EXPECT_TRUE(hasTable("常用页面"));
     EXPECT_TRUE(planner.state().gDbBidSet->OpenRecordset("Select * from 设置库")->Eof());
     EXPECT_TRUE(told(step).contains("删去 设置 常用章节")) << told(step).toStdString();
-    EXPECT_EQ(step.note, "“常用”没有删全：它缺少“常用眉脚”，删除到这里就停止了。");
+    EXPECT_EQ(step.note, "“常用”没有删全：它缺少“常用眉脚”，删除到这里就停止了。\n"
+                         "发现在程序外所做的改动，已先保留为操作历史中的一步，可以再回到它："
+                         "外部改动[施工方案设置]");
 }
 
 TEST_F(LossySetting, DeletingASettingLibraryShowsTheFirstOfTheOthersOverWhatTheUserHasSet) {

@@ -121,7 +121,9 @@ TEST_F(RecordedCommands, FilesOfAUserThatGoWithAPlanAreToldAndLeftoversOfItsNode
     planner.folder.write("Sys/用户模板/甲/清单.xls", "mine");
     planner.click("甲");
     const auto step = record("删除当前方案", [&] { planner.deletePlan(); });
-    EXPECT_EQ(step.note, "同时删去了 1 个没有节点的文件：清单.xls");
+    EXPECT_EQ(step.note, "同时删去了 1 个没有节点的文件：清单.xls\n"
+                         "发现在程序外所做的改动，已先保留为操作历史中的一步，可以再回到它："
+                         "外部改动[甲 文件夹中的大纲]");
 }
 
 TEST_F(RecordedCommands, TheStrayCopyOfAnOverwrite) {
