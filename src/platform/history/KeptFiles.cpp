@@ -220,7 +220,7 @@ std::int64_t KeptFiles::lastStep() const {
 }
 
 QString KeptFiles::roomFor(const QString& name) const {
-    const QString path = pathOf(name);
+    QString path = pathOf(name);
     std::error_code failed;
     fs::create_directories(toPath(path).parent_path(), failed);
     check(failed, folder_);

@@ -58,8 +58,7 @@ void Recorder::noteDamage(const RunTimeError& failure) {
 // The file of the steps last: a process that is killed meanwhile finds the damage again.
 QString Recorder::layAside(const QDateTime& now) {
     file_.reset();
-    const QString aside =
-        folder_ + now.toString(QStringLiteral("'damaged-'yyyyMMdd-HHmmss-zzz")) + u'/';
+    QString aside = folder_ + now.toString(QStringLiteral("'damaged-'yyyyMMdd-HHmmss-zzz")) + u'/';
     KeptFiles::makeFolder(aside);
     for (const QString& name :
          {QStringLiteral("running"), QStringLiteral("kept"), QStringLiteral("history.db-journal"),
