@@ -156,7 +156,7 @@ TEST_F(ListRules, FormOfANumberMustBeKnown) {
     const auto rulesWith = [this](std::size_t at, std::uint8_t value) {
         std::uint8_t& byte = document.listDefinitions[0].levels[0].head[at];
         const std::uint8_t before = std::exchange(byte, value);
-        const Rules broken = rules();
+        Rules broken = rules();
         byte = before;
         return broken;
     };
