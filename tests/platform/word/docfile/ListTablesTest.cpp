@@ -154,7 +154,7 @@ TEST_F(ListTables, FormOfANumberThatNoProgramKnowsBecomesThePlainOne) {
     unknown[0].levels[3].head[15] = 3; // ixchFollow
     unknown[0].levels[4].head[15] = 2;
     const Bytes bytes = encodeListDefinitions(unknown, lists).bytes;
-    const auto& levels = decodeListDefinitions(bytes, lists, remarks).at(0).levels;
+    const auto levels = decodeListDefinitions(bytes, lists, remarks).at(0).levels;
     EXPECT_EQ(levels.at(0).head[4], 0);
     EXPECT_EQ(levels.at(1).head[4], 0);
     EXPECT_EQ(levels.at(2).head[4], 0x3B);
