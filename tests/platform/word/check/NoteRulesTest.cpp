@@ -17,14 +17,9 @@ using Rules = std::set<std::string>;
 
 // --- notes --------------------------------------------------------------------------------------
 
-Rules rulesWithTable(FibPair pair, const Bytes& bytes) {
-    SoundDocument document;
-    document.file.parts[pair] = bytes;
-    return brokenRules(document.bytes());
-}
-
 TEST(NoteRules, EveryReferenceMustHaveItsText) {
-    EXPECT_EQ(rulesWithTable(FibPair::PlcffndTxt, encodePlc({0, 4}, {})), Rules{"note.count"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::PlcffndTxt, encodePlc({0, 4}, {})),
+              Rules{"note.count"});
 }
 
 TEST(NoteRules, ReferenceMustStandAtItsMark) {
@@ -184,20 +179,21 @@ TEST_F(CommentRules, EveryCommentMustHaveItsDate) {
 // --- settings -----------------------------------------------------------------------------------
 
 TEST(SettingsRules, SettingsMustHaveTheSizeOfWord97) {
-    EXPECT_EQ(rulesWithTable(FibPair::Dop, Bytes(500)), Rules{});
-    EXPECT_EQ(rulesWithTable(FibPair::Dop, Bytes(499)), Rules{"settings.size"});
-    EXPECT_EQ(rulesWithTable(FibPair::Dop, {}), Rules{"settings.size"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::Dop, Bytes(500)), Rules{});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::Dop, Bytes(499)), Rules{"settings.size"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::Dop, {}), Rules{"settings.size"});
 }
 
 TEST(SettingsRules, AssociatedStringsMustBeEighteen) {
     Sttb strings;
     strings.entries.resize(18);
     Bytes table = encodeSttb(strings);
-    EXPECT_EQ(rulesWithTable(FibPair::SttbfAssoc, table), Rules{});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::SttbfAssoc, table), Rules{});
     table.pop_back();
-    EXPECT_EQ(rulesWithTable(FibPair::SttbfAssoc, table), Rules{"settings.strings"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::SttbfAssoc, table), Rules{"settings.strings"});
     strings.entries.resize(17);
-    EXPECT_EQ(rulesWithTable(FibPair::SttbfAssoc, encodeSttb(strings)), Rules{"settings.strings"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::SttbfAssoc, encodeSttb(strings)),
+              Rules{"settings.strings"});
 }
 
 } // namespace

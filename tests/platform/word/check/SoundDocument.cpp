@@ -204,6 +204,12 @@ std::set<std::string> brokenRules(const Bytes& file) {
     return rules;
 }
 
+std::set<std::string> brokenRulesWithTable(FibPair table, const Bytes& bytes) {
+    SoundDocument document;
+    document.file.parts[table] = bytes;
+    return brokenRules(document.bytes());
+}
+
 void put16(Bytes& bytes, std::size_t at, unsigned value) {
     bytes.at(at) = static_cast<std::uint8_t>(value);
     bytes.at(at + 1) = static_cast<std::uint8_t>(value >> 8);

@@ -46,6 +46,8 @@ private:
 
 // The rules that a file breaks.
 std::set<std::string> brokenRules(const word::Bytes& file);
+// The same of a sound document with another table.
+std::set<std::string> brokenRulesWithTable(word::FibPair table, const word::Bytes& bytes);
 
 // A property that is switched on; that of a special character, such as a picture's.
 word::Bytes flag(word::SprmOpcode opcode);

@@ -25,12 +25,6 @@ namespace {
 using namespace word;
 using Rules = std::set<std::string>;
 
-Rules rulesWith(FibPair pair, const Bytes& bytes) {
-    SoundDocument document;
-    document.file.parts[pair] = bytes;
-    return brokenRules(document.bytes());
-}
-
 // The FIB with a change.
 Rules rulesWithFib(const std::function<void(Fib&)>& change) {
     return brokenRules(changed(SoundDocument(), [&](WordStreams& streams, const Fib& before) {
@@ -73,16 +67,17 @@ TEST(FibRules, MainTextMustHaveCharacters) {
 // --- tables of positions ------------------------------------------------------------------------
 
 TEST(PositionRules, SizeMustFit) {
-    EXPECT_EQ(rulesWith(FibPair::PlcfSpl, Bytes(11, 0)), Rules{"plc.size"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::PlcfSpl, Bytes(11, 0)), Rules{"plc.size"});
 }
 
 TEST(PositionRules, PositionsMustAscend) {
-    EXPECT_EQ(rulesWith(FibPair::PlcfSpl, encodePlc({0, 9, 5, 20}, hex("0000 0000 0000"))),
-              Rules{"plc.order"});
+    EXPECT_EQ(
+        brokenRulesWithTable(FibPair::PlcfSpl, encodePlc({0, 9, 5, 20}, hex("0000 0000 0000"))),
+        Rules{"plc.order"});
 }
 
 TEST(PositionRules, PositionsMustLieInTheText) {
-    EXPECT_EQ(rulesWith(FibPair::PlcfSpl, encodePlc({0, 5000, 6000}, hex("0000 0000"))),
+    EXPECT_EQ(brokenRulesWithTable(FibPair::PlcfSpl, encodePlc({0, 5000, 6000}, hex("0000 0000"))),
               Rules{"plc.limit"});
 }
 
@@ -90,7 +85,8 @@ TEST(PositionRules, PositionsMayReachOverTheLastMarkAndTheTablesOwnEnd) {
     const PartLengths ccp = readFib(SoundDocument().streams().wordDocument).ccp;
     const Cp all = ccp.text + ccp.sideTotal();
     const auto rulesReaching = [](Cp last) {
-        return rulesWith(FibPair::PlcfSpl, encodePlc({0, last, last + 9}, hex("0000 0000")));
+        return brokenRulesWithTable(FibPair::PlcfSpl,
+                                    encodePlc({0, last, last + 9}, hex("0000 0000")));
     };
     EXPECT_EQ(rulesReaching(all + 2), Rules{});
     EXPECT_EQ(rulesReaching(all + 3), Rules{"plc.limit"});
@@ -99,7 +95,7 @@ TEST(PositionRules, PositionsMayReachOverTheLastMarkAndTheTablesOwnEnd) {
 // --- fonts and authors --------------------------------------------------------------------------
 
 TEST(FontRules, TableMustBeWhole) {
-    EXPECT_EQ(rulesWith(FibPair::SttbfFfn, hex("0200 0000")).count("font.table"), 1U);
+    EXPECT_EQ(brokenRulesWithTable(FibPair::SttbfFfn, hex("0200 0000")).count("font.table"), 1U);
 }
 
 TEST(FontRules, EntryMustHaveAName) {
@@ -109,7 +105,7 @@ TEST(FontRules, EntryMustHaveAName) {
 }
 
 TEST(AuthorRules, TableMustBeWhole) {
-    EXPECT_EQ(rulesWith(FibPair::SttbfRMark, hex("FFFF 0200 0000 0100 4100")),
+    EXPECT_EQ(brokenRulesWithTable(FibPair::SttbfRMark, hex("FFFF 0200 0000 0100 4100")),
               Rules{"author.table"});
 }
 
@@ -392,12 +388,13 @@ TEST(HeaderRules, ThereMustBeSixStoriesASection) {
     std::vector<std::uint32_t> stories(8, 0);
     stories.resize(13, 3);
     stories.push_back(4);
-    EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.count"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::PlcfHdd, encodePlc(stories, {})),
+              Rules{"header.count"});
     for (const std::size_t positions : {18U, 19U, 20U}) { // and one that closes the table
         stories.assign(8, 0);
         stories.resize(positions, 3);
         stories.push_back(4);
-        EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})),
+        EXPECT_EQ(brokenRulesWithTable(FibPair::PlcfHdd, encodePlc(stories, {})),
                   positions == 19 ? Rules{} : Rules{"header.count"})
             << positions;
     }
@@ -407,7 +404,7 @@ TEST(HeaderRules, StoryMustEndWithAParagraphMark) {
     std::vector<std::uint32_t> stories(8, 0);
     stories.resize(19, 1); // in the middle of the text
     stories.push_back(4);
-    EXPECT_EQ(rulesWith(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.mark"});
+    EXPECT_EQ(brokenRulesWithTable(FibPair::PlcfHdd, encodePlc(stories, {})), Rules{"header.mark"});
 }
 
 TEST(InformationRules, ValuesMustLieInTheirPropertySet) {
