@@ -7,11 +7,13 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QUrl>
 
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -26,6 +28,8 @@ constexpr qint64 basicTimeMs = 120'000; // start of the suite and a small docume
 constexpr qint64 timePerMegabyteMs = 30'000;
 
 RunTimeError failure(long number, const QString& text) { return {number, text.toStdU16String()}; }
+
+RunTimeError stopped() { return failure(error::invalidCall, u"转换已停止。"_s); }
 
 qint64 patienceFor(const QString& source) {
     return basicTimeMs + QFileInfo(source).size() / (1 << 20) * timePerMegabyteMs;
@@ -105,8 +109,22 @@ void OfficeSuite::convert(const QString& source, const QString& target,
     moveInto(results.first().filePath(), target);
 }
 
+// A second suite with the same profile hands its work to the first one or fails, so another of our
+// programs that converts meanwhile has to come to its end. It ends a suite that hangs by itself.
+void OfficeSuite::awaitTurn(QLockFile& turn) const {
+    using std::chrono::milliseconds;
+    turn.setStaleLockTime(milliseconds::zero()); // only the end of its process makes it stale
+    while (!turn.tryLock(milliseconds(lookAfterMs)) && turn.error() == QLockFile::LockFailedError) {
+        if (isStopped()) {
+            throw stopped();
+        }
+    }
+}
+
 void OfficeSuite::run(const QStringList& arguments, const QString& source) const {
     QDir().mkpath(profileFolder_);
+    QLockFile turn(profileFolder_ + u".lock"_s);
+    awaitTurn(turn);
     QProcess process;
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
@@ -117,12 +135,12 @@ void OfficeSuite::run(const QStringList& arguments, const QString& source) const
     QElapsedTimer clock;
     clock.start();
     while (!process.waitForFinished(lookAfterMs) && process.state() != QProcess::NotRunning) {
-        const bool stopped = stop_ && stop_();
-        if (stopped || clock.hasExpired(patienceFor(source))) {
+        const bool isAtItsUsersWish = isStopped();
+        if (isAtItsUsersWish || clock.hasExpired(patienceFor(source))) {
             endGroup(process);
             process.waitForFinished();
-            throw stopped
-                ? failure(error::invalidCall, u"转换已停止。"_s)
+            throw isAtItsUsersWish
+                ? stopped()
                 : failure(error::automationServerGone,
                           u"办公套件长时间没有响应，已结束。文件：“"_s + source + u"”。"_s);
         }

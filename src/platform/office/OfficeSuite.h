@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class QLockFile;
+
 namespace qvnd::office {
 
 // The office suite of the desktop, as a separate process with a profile of its own, so that a
@@ -40,6 +42,8 @@ public:
     void convert(const QString& source, const QString& target, const QString& filter) const;
 
 private:
+    bool isStopped() const { return stop_ && stop_(); }
+    void awaitTurn(QLockFile& turn) const;
     void run(const QStringList& arguments, const QString& source) const;
 
     QString profileFolder_;

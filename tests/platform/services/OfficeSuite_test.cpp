@@ -15,10 +15,12 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLockFile>
 #include <QTemporaryDir>
 #include <QUrl>
 
 #include <algorithm>
+#include <future>
 
 using namespace Qt::StringLiterals;
 
@@ -105,6 +107,36 @@ TEST_F(OfficeSuiteTest, TheCacheFolderDoesNotBearTheProgramsName) {
     EXPECT_FALSE(OfficeSuite::cacheFolder().contains(u"卷宗"_s));
     EXPECT_TRUE(OfficeSuite::cacheFolder().endsWith(u"/qvnd"_s));
     QCoreApplication::setApplicationName(name);
+}
+
+// A suite that fails where another one with its profile is at work.
+const QByteArray alone = "mkdir \"$0.busy\" || exit 1\n"
+                         "sleep 0.2\n"
+                         "while [ $# -gt 1 ]; do [ \"$1\" = --outdir ] && out=$2; shift; done\n"
+                         "mkdir -p \"$out\"; echo done > \"$out/document.doc\"\n"
+                         "rmdir \"$0.busy\"\n";
+
+TEST_F(OfficeSuiteTest, TwoConversionsWithOneProfileWaitForEachOther) {
+    const OfficeSuite fake = suite(alone);
+    const QString source = write(u"a.rtf"_s, "{}");
+    const auto convertTo = [&](const QString& name) {
+        return numberOf([&] { fake.convert(source, folder.filePath(name), u"doc"_s); });
+    };
+    auto other = std::async(std::launch::async, convertTo, u"b.doc"_s);
+    EXPECT_EQ(convertTo(u"c.doc"_s), 0);
+    EXPECT_EQ(other.get(), 0);
+    EXPECT_EQ(read(folder.filePath(u"b.doc"_s)), "done\n");
+    EXPECT_EQ(read(folder.filePath(u"c.doc"_s)), "done\n");
+}
+
+TEST_F(OfficeSuiteTest, AConversionThatWaitsForAnotherCanBeStopped) {
+    QLockFile other(folder.filePath(u"profile.lock"_s));
+    ASSERT_TRUE(other.lock());
+    const OfficeSuite fake = suite("touch \"$0.ran\"", [] { return true; });
+    const QString source = write(u"a.rtf"_s, "{}");
+    EXPECT_EQ(numberOf([&] { fake.convert(source, folder.filePath(u"b.doc"_s), u"doc"_s); }),
+              error::invalidCall);
+    EXPECT_FALSE(QFile::exists(folder.filePath(u"suite.sh.ran"_s)));
 }
 
 TEST_F(OfficeSuiteTest, WithoutASuiteTheFailureSaysSo) {
