@@ -93,10 +93,10 @@ TEST(LineBreaks, StandNeitherInFrontOfClosingMarksNorBehindOpeningOnes) {
     EXPECT_FALSE(mayBreakBetween(U'a', U'!', {true, true}));
 }
 
-TEST(LineBreaks, StandBehindHyphensButForDigitsAndFurtherHyphens) {
+TEST(LineBreaks, StandBehindHyphensAlsoBeforeDigits) {
     for (const char32_t hyphen : {U'-', U'–'}) {
         EXPECT_TRUE(mayBreakBetween(hyphen, U'a', {}));
-        EXPECT_FALSE(mayBreakBetween(hyphen, U'5', {}));
+        EXPECT_TRUE(mayBreakBetween(hyphen, U'5', {})) << "as in C-22 or a telephone number";
         EXPECT_FALSE(mayBreakBetween(hyphen, hyphen, {}));
         EXPECT_FALSE(mayBreakBetween(U'a', hyphen, {}));
     }

@@ -145,7 +145,7 @@ bool mayBreakBetween(char32_t before, char32_t after, const BreakRules& rules) {
     const bool isForbidden = rules.forbidsLineEnds && (beginsNoLine(after) || endsNoLine(before));
     const bool eastAsian = isEastAsian(before) || isEastAsian(after);
     const bool behindHyphen =
-        (before == U'-' || before == U'–' || before == U'—') && after != before && !isDigit(after);
+        (before == U'-' || before == U'–' || before == U'—') && after != before;
     return !isForbidden && (eastAsian || behindHyphen || rules.breaksWords);
 }
 
