@@ -7,6 +7,7 @@
 #include "platform/word/layout/LinePlaces.h"
 #include "platform/word/layout/PageCounts.h"
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <utility>
@@ -227,6 +228,24 @@ TEST(PlacesOfLines, StandInOrderAndStayWhereTheyWereFirst) {
         found.emplace_back(line.at, line.sheet);
     }
     EXPECT_EQ(found, (std::vector<std::pair<word::Cp, int>>{{10, 0}, {20, 2}, {30, 1}}));
+}
+
+// A look at a page far up lays out its lines again.
+TEST(PlacesOfLines, AreFoundWithoutAWalkOverAllBehindThem) {
+    constexpr word::Cp all = 200'000;
+    constexpr word::Cp again = 2'000;
+    LinePlaces places;
+    Strip strip;
+    const auto addUpTo = [&](word::Cp end) {
+        const auto begin = std::chrono::steady_clock::now();
+        for (strip.at = 0; strip.at < end; ++strip.at) {
+            places.add(strip, {});
+        }
+        return std::chrono::steady_clock::now() - begin;
+    };
+    const auto first = addUpTo(all);
+    EXPECT_LT(addUpTo(again), first);
+    EXPECT_EQ(places.lines().size(), all);
 }
 
 class RulesOfDocument : public NumberedPages {

@@ -15,7 +15,8 @@ LinePlace placeOf(const std::vector<LinePlace>& lines, word::Cp position) {
     return behind == lines.begin() ? *behind : *std::prev(behind);
 }
 
-// Lines come nearly in order: those of a cell that goes on from the page before precede others.
+// Lines come in order, but for those of a cell that goes on from the page before, and of pages that
+// are laid out again.
 void LinePlaces::add(const Strip& strip, const LinePlace& page) {
     if (strip.row) {
         for (const RowParts::Cell& cell : strip.row->cells) {
@@ -25,10 +26,11 @@ void LinePlaces::add(const Strip& strip, const LinePlace& page) {
         }
         return;
     }
-    auto place = lines_.end();
-    while (place != lines_.begin() && std::prev(place)->at >= strip.at) {
-        --place;
-    }
+    const auto place =
+        lines_.empty() || lines_.back().at < strip.at
+            ? lines_.end()
+            : std::lower_bound(lines_.begin(), lines_.end(), strip.at,
+                               [](const LinePlace& line, word::Cp at) { return line.at < at; });
     if (place == lines_.end() || place->at != strip.at) {
         lines_.insert(place, {strip.at, page.sheet, page.number, page.form});
     }
