@@ -1,4 +1,6 @@
 #include "platform/word/layout/ColumnFlow.h"
+
+#include "platform/layout/PlainStrips.h"
 #include "platform/word/layout/RowComposer.h"
 
 #include <gtest/gtest.h>
@@ -8,21 +10,11 @@
 namespace qvnd::layout {
 namespace {
 
-constexpr double lineHeight = 100;
-constexpr std::uint32_t longNote = 7; // of five lines, of which one may stand by itself
+using test::lineHeight;
+using test::paragraph;
+using test::rowWith;
 
-// A paragraph of lines of 100 twips.
-Strips paragraph(std::size_t index, std::size_t lines) {
-    Strips strips(lines);
-    for (std::size_t i = 0; i < lines; ++i) {
-        strips[i].height = lineHeight;
-        strips[i].paragraph = index;
-        strips[i].line = i;
-        strips[i].lines = lines;
-        strips[i].controlsWidows = true;
-    }
-    return strips;
-}
+constexpr std::uint32_t longNote = 7; // of five lines, of which one may stand by itself
 
 // A column of ten lines.
 class Columns : public testing::Test {
@@ -220,20 +212,6 @@ std::vector<std::vector<FlowedStrip>> twoColumns(std::size_t lines) {
         columns[0].push_back({paragraph(i, 1)[0], static_cast<double>(i) * lineHeight});
     }
     return columns;
-}
-
-// A row with one cell that holds these strips.
-Strip rowWith(Strips strips) {
-    RowParts parts;
-    parts.height = heightOf(strips, true);
-    RowParts::Cell cell;
-    cell.width = 1000;
-    cell.strips = std::move(strips);
-    parts.cells.push_back(std::move(cell));
-    Strip row;
-    row.height = parts.height;
-    row.row = std::make_shared<const RowParts>(std::move(parts));
-    return row;
 }
 
 // A row that stays whole and has so many lines.

@@ -232,7 +232,7 @@ TEST(PlaceSize, TakesInAllThatAStripHolds) {
     RowParts row;
     row.frame.rules.resize(4);
     row.cells.resize(2);
-    row.cells[1].strips.resize(3);
+    row.cells[1].strips = SharedStrips(Strips(3));
     strip.row = std::make_shared<const RowParts>(row);
     EXPECT_EQ(grownBy(), sizeof(RowParts) + 4 * sizeof(Rule) + 3 * empty);
 }

@@ -60,6 +60,23 @@ std::optional<Columns> inColumns(const Strips& strips, std::size_t count, double
     return columns.size() <= count ? std::optional(std::move(columns)) : std::nullopt;
 }
 
+// Of Strips or SharedStrips.
+template <class List>
+std::size_t countIn(const List& strips, std::size_t from, double room, bool addsSpaces) {
+    double y = 0;
+    std::size_t fitting = 0;
+    for (std::size_t i = from; i < strips.size(); ++i) {
+        y += i > from ? gapBetween(strips[i - 1], strips[i], addsSpaces) : strips[i].before;
+        y += strips[i].height;
+        if (y - strips[i].spare > room + rounding) {
+            break;
+        }
+        const bool isEnd = i + 1 == strips.size() || mayPart(strips[i], strips[i + 1]);
+        fitting = isEnd ? i + 1 - from : fitting;
+    }
+    return fitting;
+}
+
 } // namespace
 
 bool mayPart(const Strip& above, const Strip& below) {
@@ -79,18 +96,12 @@ bool mayPart(const Strip& above, const Strip& below) {
 }
 
 std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, bool addsSpaces) {
-    double y = 0;
-    std::size_t fitting = 0;
-    for (std::size_t i = from; i < strips.size(); ++i) {
-        y += i > from ? gapBetween(strips[i - 1], strips[i], addsSpaces) : strips[i].before;
-        y += strips[i].height;
-        if (y - strips[i].spare > room + rounding) {
-            break;
-        }
-        const bool isEnd = i + 1 == strips.size() || mayPart(strips[i], strips[i + 1]);
-        fitting = isEnd ? i + 1 - from : fitting;
-    }
-    return fitting;
+    return countIn(strips, from, room, addsSpaces);
+}
+
+std::size_t countOfFitting(const SharedStrips& strips, std::size_t from, double room,
+                           bool addsSpaces) {
+    return countIn(strips, from, room, addsSpaces);
 }
 
 void ColumnFlow::begin(double height, bool goesOn, double notesHeight, bool mayStayEmpty) {
@@ -128,6 +139,9 @@ void ColumnFlow::addNotes(const Strip& strip, double free) {
 }
 
 void ColumnFlow::put(Strip strip) {
+    if (strip.lacksContent) {
+        strip = completed(std::move(strip));
+    }
     const double y = used_ + spaceAbove(strip);
     used_ = y + strip.height;
     addNotes(strip, height_ - used_ + strip.spare);

@@ -75,6 +75,8 @@ private:
 bool mayPart(const Strip& above, const Strip& below);
 // The number of strips from `from` on that fit into that height and after which a column may end.
 std::size_t countOfFitting(const Strips& strips, std::size_t from, double room, bool addsSpaces);
+std::size_t countOfFitting(const SharedStrips& strips, std::size_t from, double room,
+                           bool addsSpaces);
 
 // Balances columns: distributes their strips in order so that the columns are as short as possible.
 // Columns are balanced above a continuous section break. `height`: maximum height of a column;

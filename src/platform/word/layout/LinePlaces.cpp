@@ -20,8 +20,8 @@ LinePlace placeOf(const std::vector<LinePlace>& lines, word::Cp position) {
 void LinePlaces::add(const Strip& strip, const LinePlace& page) {
     if (strip.row) {
         for (const RowParts::Cell& cell : strip.row->cells) {
-            for (const Strip& line : cell.strips) {
-                add(line, page);
+            for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+                add(cell.strips[i], page);
             }
         }
         return;

@@ -102,7 +102,7 @@ double downIn(const ComposedCell& cell, double room) {
     }
 }
 
-double spaceAbove(const Strips& strips, std::size_t at, bool addsSpaces) {
+double spaceAbove(const SharedStrips& strips, std::size_t at, bool addsSpaces) {
     return at > 0 ? gapBetween(strips[at - 1], strips[at], addsSpaces) : strips[at].before;
 }
 
@@ -111,10 +111,11 @@ void addContent(Strip& row, const RowParts& parts) {
     for (const RowParts::Cell& cell : parts.cells) {
         double y = cell.above;
         for (std::size_t i = 0; i < cell.strips.size(); ++i) {
-            const Strip& strip = cell.strips[i];
+            const Strip& shared = cell.strips[i];
+            const Strip made = shared.lacksContent ? completed(shared) : Strip();
+            const Strip& strip = shared.lacksContent ? made : shared;
             y += spaceAbove(cell.strips, i, parts.rules.addsSpaces);
             row.layer.append(strip.layer, cell.x, y);
-            row.notes.insert(row.notes.end(), strip.notes.begin(), strip.notes.end());
             for (AnchoredFloat floating : strip.floats) {
                 floating.columnWidth = floating.columnWidth > 0 ? floating.columnWidth : cell.width;
                 floating.x += cell.x;
@@ -153,14 +154,24 @@ RowParts::Cell& cellAt(const ComposedRow& row, RowParts& parts, const ComposedCe
     return parts.cells.front();
 }
 
-Strip stripOf(RowParts parts, const Strip& like) {
-    Strip strip = like;
-    strip.layer = parts.frame;
+void addNotes(Strip& row, const RowParts& parts) {
+    for (const RowParts::Cell& cell : parts.cells) {
+        for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+            const auto& notes = cell.strips[i].notes;
+            row.notes.insert(row.notes.end(), notes.begin(), notes.end());
+        }
+    }
+}
+
+Strip withoutContent(RowParts parts, Strip like) {
+    Strip strip = std::move(like);
+    strip.layer = {};
     strip.notes.clear();
     strip.floats.clear();
     strip.height = parts.height;
-    addContent(strip, parts);
+    addNotes(strip, parts);
     strip.row = std::make_shared<const RowParts>(std::move(parts));
+    strip.lacksContent = true;
     return strip;
 }
 
@@ -177,7 +188,7 @@ Layer atHeight(Layer frame, double before, double now) {
 }
 
 // How many strips of a cell stand in front of the end of a page. `room`: for its strips.
-std::size_t countAbove(const Strips& strips, double room, const CellRules& rules) {
+std::size_t countAbove(const SharedStrips& strips, double room, const CellRules& rules) {
     if (rules.keepsTogether) {
         return countOfFitting(strips, 0, room, rules.addsSpaces);
     }
@@ -200,14 +211,14 @@ struct PartedCell {
 // Parts a cell where the room ends. A row of a table in the cell may be parted too. What is moved
 // down by its alignment may stand as a whole on the next page.
 PartedCell parted(const RowParts::Cell& cell, double room, const CellRules& rules) {
-    PartedCell parts{cell, cell};
-    Strips& upper = parts.upper.strips;
-    Strips& lower = parts.lower.strips;
+    PartedCell parts;
+    parts.upper = {cell.x, cell.width, cell.above, cell.down, cell.below, {}};
+    parts.lower = parts.upper;
+    SharedStrips& upper = parts.upper.strips;
+    SharedStrips& lower = parts.lower.strips;
     const double left = room - cell.below - cell.above;
     std::size_t count = countAbove(cell.strips, left, rules);
-    const auto first = cell.strips.begin();
-    upper.assign(first, first + static_cast<std::ptrdiff_t>(count));
-    lower.clear();
+    upper.append(cell.strips, 0, count);
     if (count < cell.strips.size()) {
         const double above = spaceAbove(cell.strips, count, rules.addsSpaces);
         const double used =
@@ -218,7 +229,7 @@ PartedCell parted(const RowParts::Cell& cell, double room, const CellRules& rule
             ++count;
         }
     }
-    lower.insert(lower.end(), first + static_cast<std::ptrdiff_t>(count), cell.strips.end());
+    lower.append(cell.strips, count, cell.strips.size());
     const bool isMoved = upper.empty() && !lower.empty();
     parts.lower.above = parts.lower.down = isMoved ? std::max(0.0, cell.above - room) : 0;
     return parts;
@@ -258,7 +269,8 @@ std::optional<PartedRow> partedAt(const Strip& row, double room, const CellRules
     head.frame = atHeight(row.row->frame, row.row->height, room);
     rest.height = restHeight;
     rest.frame = atHeight(row.row->frame, row.row->height, restHeight);
-    PartedRow parts{stripOf(std::move(head), row), stripOf(std::move(rest), row)};
+    PartedRow parts{completed(withoutContent(std::move(head), row)),
+                    withoutContent(std::move(rest), row)};
     parts.rest.startsPage = false;
     return parts;
 }
@@ -395,9 +407,16 @@ Strips stripsOf(std::vector<ComposedRow>& rows, const CellRules& rules) {
             }
         }
         like.at = like.at == 0 && i > 0 ? strips.back().at : like.at;
-        strips.push_back(stripOf(std::move(parts[i]), like));
+        strips.push_back(completed(withoutContent(std::move(parts[i]), std::move(like))));
     }
     return strips;
+}
+
+Strip completed(Strip row) {
+    row.layer = row.row->frame;
+    addContent(row, *row.row);
+    row.lacksContent = false;
+    return row;
 }
 
 std::optional<PartedRow> partRow(const Strip& row, double room, bool atAnyRate) {

@@ -49,11 +49,14 @@ double borderBelow(const ComposedRow& row);
 // of the cells out of the rows.
 Strips stripsOf(std::vector<ComposedRow>& rows, const CellRules& rules);
 
-// A row that is split at the end of a page.
+// A row that is split at the end of a page. The rest lacks its content: it may go over many pages,
+// each of which would make the content of all behind it anew.
 struct PartedRow {
     Strip head;
     Strip rest;
 };
+// A row with its content.
+Strip completed(Strip row);
 // Splits the strip of a row so that the first part fits into `room`. Nothing when the first lines
 // of a cell do not fit, when the rest would be empty, or when the row must not be split.
 // `atAnyRate`: the row is higher than a page, so it is split even where rows or lines stay

@@ -14,7 +14,30 @@ std::size_t sizeOf(const std::vector<PlacedText>& texts) {
     return size;
 }
 
+// Of Strips or SharedStrips.
+template <class List>
+double heightOfAll(const List& strips, bool addsSpaces) {
+    double height = 0;
+    for (std::size_t i = 0; i < strips.size(); ++i) {
+        height += i > 0 ? gapBetween(strips[i - 1], strips[i], addsSpaces) : strips[i].before;
+        height += strips[i].height;
+    }
+    return height + (strips.empty() ? 0 : strips.back().after);
+}
+
 } // namespace
+
+SharedStrips::SharedStrips(Strips strips) {
+    strips_.reserve(strips.size());
+    for (Strip& strip : strips) {
+        push_back(std::move(strip));
+    }
+}
+
+void SharedStrips::append(const SharedStrips& others, std::size_t from, std::size_t to) {
+    strips_.insert(strips_.end(), others.strips_.begin() + static_cast<std::ptrdiff_t>(from),
+                   others.strips_.begin() + static_cast<std::ptrdiff_t>(to));
+}
 
 std::size_t sizeOf(const Layer& layer) {
     std::size_t size = layer.fills.size() * sizeof(Fill) + layer.rules.size() * sizeof(Rule) +
@@ -37,8 +60,8 @@ std::size_t sizeOf(const Strip& strip) {
     if (strip.row) {
         size += sizeof(RowParts) + sizeOf(strip.row->frame);
         for (const RowParts::Cell& cell : strip.row->cells) {
-            for (const Strip& part : cell.strips) {
-                size += sizeOf(part);
+            for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+                size += sizeOf(cell.strips[i]);
             }
         }
     }
@@ -68,13 +91,10 @@ Stack stacked(const Strips& strips, bool addsSpaces) {
     return stack;
 }
 
-double heightOf(const Strips& strips, bool addsSpaces) {
-    double height = 0;
-    for (std::size_t i = 0; i < strips.size(); ++i) {
-        height += i > 0 ? gapBetween(strips[i - 1], strips[i], addsSpaces) : strips[i].before;
-        height += strips[i].height;
-    }
-    return height + (strips.empty() ? 0 : strips.back().after);
+double heightOf(const Strips& strips, bool addsSpaces) { return heightOfAll(strips, addsSpaces); }
+
+double heightOf(const SharedStrips& strips, bool addsSpaces) {
+    return heightOfAll(strips, addsSpaces);
 }
 
 } // namespace qvnd::layout

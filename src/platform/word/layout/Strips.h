@@ -4,7 +4,9 @@
 #include "platform/word/layout/FloatPlace.h"
 #include "platform/word/layout/PageModel.h"
 
+#include <cstddef>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace qvnd::layout {
@@ -48,9 +50,32 @@ struct Strip {
     std::shared_ptr<const std::vector<Strip>> headings;
     bool isHeading = false;
     bool besideFloats = false; // its width depends on its position, because text wraps there
+    // The rest of a split row, whose layer and floats are made when it is placed: see completed().
+    bool lacksContent = false;
 };
 
 using Strips = std::vector<Strip>;
+
+// Strips that the parts of a split row share instead of copying them.
+class SharedStrips {
+public:
+    SharedStrips() = default;
+    explicit SharedStrips(Strips strips);
+
+    std::size_t size() const { return strips_.size(); }
+    bool empty() const { return strips_.empty(); }
+    const Strip& operator[](std::size_t at) const { return *strips_[at]; }
+    const Strip& front() const { return *strips_.front(); }
+    const Strip& back() const { return *strips_.back(); }
+    void push_back(Strip strip) {
+        strips_.push_back(std::make_shared<const Strip>(std::move(strip)));
+    }
+    // Adds those of another list from `from` up to `to`.
+    void append(const SharedStrips& others, std::size_t from, std::size_t to);
+
+private:
+    std::vector<std::shared_ptr<const Strip>> strips_;
+};
 
 // Rules for the content of cells.
 struct CellRules {
@@ -68,7 +93,7 @@ struct RowParts {
         double above = 0; // from the top of the row to the space above the first strip
         double down = 0;  // the part of `above` that alignment and rows above it cause
         double below = 0; // bottom padding
-        Strips strips;
+        SharedStrips strips;
     };
     CellRules rules;
     std::vector<Cell> cells;
@@ -88,10 +113,11 @@ Stack stacked(const Strips& strips, bool addsSpaces);
 std::size_t sizeOf(const Layer& layer);
 std::size_t sizeOf(const Strip& strip);
 
-// The height of stacked strips, including the spaces between them.
-double heightOf(const Strips& strips, bool addsSpaces);
 // The space between two adjacent strips. `addsSpaces`: the sum of the space after the first and the
 // space before the second; otherwise the larger of both.
 double gapBetween(const Strip& above, const Strip& below, bool addsSpaces);
+// The height of stacked strips, including the spaces between them.
+double heightOf(const Strips& strips, bool addsSpaces);
+double heightOf(const SharedStrips& strips, bool addsSpaces);
 
 } // namespace qvnd::layout
