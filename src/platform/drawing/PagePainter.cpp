@@ -171,6 +171,8 @@ private:
     }
 
     void paint(cairo_t* context, const layout::PlacedPicture& picture) {
+        cairo_save(context);
+        turn(context, picture);
         const RecentPictures::Picture& read = pictures_.of(picture.blob);
         if (read.surface) {
             paint(context, picture, read);
@@ -179,6 +181,20 @@ private:
                                         picture.y + picture.height};
             drawing::paint(context, *drawing, area, glyphs_);
         }
+        cairo_restore(context);
+    }
+
+    static void turn(cairo_t* context, const layout::PlacedPicture& picture) {
+        if (picture.turn == layout::ShapeTurn{}) {
+            return;
+        }
+        const double x = picture.x + picture.width / 2;
+        const double y = picture.y + picture.height / 2;
+        cairo_translate(context, x, y);
+        cairo_rotate(context, picture.turn.angle);
+        cairo_scale(context, picture.turn.flippedAcross ? -1 : 1,
+                    picture.turn.flippedDown ? -1 : 1);
+        cairo_translate(context, -x, -y);
     }
 
     static void paint(cairo_t* context, const layout::PlacedPicture& picture,

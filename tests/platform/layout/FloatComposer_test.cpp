@@ -3,6 +3,8 @@
 #include "platform/layout/PagedDocument.h"
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
+#include "platform/word/docfile/pictures/Blip.h"
+#include "support/Images.h"
 
 #include <memory>
 #include <numbers>
@@ -91,6 +93,34 @@ TEST_F(FloatingShape, ARectangleIsAFillWithFourSidesAndADiamondAnOutline) {
     ASSERT_EQ(diamond.outlines.size(), 1U);
     EXPECT_EQ(diamond.outlines[0].fill, 0xFFFFFFU);
     EXPECT_EQ(diamond.outlines[0].path.points[0], (PathPoint{500, 0}));
+}
+
+// A picture frame 1000 twips wide and 400 high.
+TEST_F(FloatingShape, APictureIsTurnedAboutTheMiddleOfItsArea) {
+    document.tables.shapePictures = {std::make_shared<const word::Bytes>(
+        word::encodeBlip(*word::recogniseImage(test::png(96, 48))))};
+    const auto turnedBy = [&](std::uint32_t degrees) {
+        look.setBlip(art::pib, 1);
+        look.set(0x0004, degrees << 16U);
+        word::Drawing drawing = drawingOf(75, look.count(), look.encode());
+        drawing.place[12] = 400 & 0xFF;
+        drawing.place[13] = 400 >> 8;
+        const auto at = static_cast<std::uint32_t>(drawing.records.size() - 1);
+        drawing.references = {{at, word::ShapeReference::Kind::picture, 0, 0}};
+        return composed(drawing).layer.pictures.at(0);
+    };
+    const PlacedPicture straight = turnedBy(0);
+    EXPECT_EQ(straight.turn, ShapeTurn{});
+    EXPECT_DOUBLE_EQ(straight.width, 1000);
+    const PlacedPicture oblique = turnedBy(30);
+    EXPECT_NEAR(oblique.turn.angle, std::numbers::pi / 6, 1e-9);
+    EXPECT_DOUBLE_EQ(oblique.width, 1000);
+    const PlacedPicture onItsSide = turnedBy(90);
+    EXPECT_NEAR(onItsSide.turn.angle, std::numbers::pi / 2, 1e-9);
+    EXPECT_DOUBLE_EQ(onItsSide.width, 400) << "its area is told as it lies";
+    EXPECT_DOUBLE_EQ(onItsSide.height, 1000);
+    EXPECT_DOUBLE_EQ(onItsSide.x, 300);
+    EXPECT_DOUBLE_EQ(onItsSide.y, -300);
 }
 
 TEST_F(FloatingShape, ALinesArrowStandsAtItsEndInTheLinesColour) {

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numbers>
 #include <string>
 
 namespace qvnd::drawing {
@@ -218,6 +219,33 @@ TEST_F(Painting, APictureFillsItsPlace) {
     const PixelImage image = painter.image(page, 100);
     EXPECT_EQ(at(image, 20, 20), 0xFF0000U);
     EXPECT_EQ(at(image, 60, 40), 0xFFFFFFU);
+}
+
+// A picture of a red and a blue pixel, the red one at the left.
+TEST_F(Painting, APictureIsFlippedAndTurnedAboutItsMiddle) {
+    const auto paintTurned = [&](const layout::ShapeTurn& turn) {
+        layout::PlacedPicture picture{200, 100, 200, 100, nullptr};
+        picture.turn = turn;
+        page.layer.pictures = {picture};
+        PagePainter painter(fonts, [](const word::DataBlob&) {
+            return PixelImage{2, 1, {0x00, 0x00, 0xFF, 0xFF, 0xFF, 0x00, 0x00, 0xFF}};
+        });
+        return painter.image(page, 100);
+    };
+    const PixelImage straight = paintTurned({});
+    EXPECT_EQ(at(straight, 22, 15), 0xFF0000U);
+    EXPECT_EQ(at(straight, 38, 15), 0x0000FFU);
+    const PixelImage flipped = paintTurned({true, false, 0});
+    EXPECT_EQ(at(flipped, 22, 15), 0x0000FFU);
+    EXPECT_EQ(at(flipped, 38, 15), 0xFF0000U);
+    const PixelImage clockwise = paintTurned({false, false, std::numbers::pi / 2});
+    EXPECT_EQ(at(clockwise, 30, 7), 0xFF0000U);
+    EXPECT_EQ(at(clockwise, 30, 23), 0x0000FFU);
+    EXPECT_EQ(at(clockwise, 22, 15), 0xFFFFFFU);
+    const PixelImage both = paintTurned({true, false, std::numbers::pi / 2});
+    EXPECT_EQ(at(both, 30, 7), 0x0000FFU) << "flipped before it is turned";
+    const PixelImage upsideDown = paintTurned({false, true, std::numbers::pi / 2});
+    EXPECT_EQ(at(upsideDown, 30, 7), 0xFF0000U);
 }
 
 TEST_F(Painting, APictureThatCannotBeReadLeavesItsPlaceEmpty) {

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
 #include "platform/word/docfile/pictures/Blip.h"
+#include "platform/word/layout/ShapeOutlines.h"
 #include "support/Images.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "platform/word/layout/FloatComposer.h"
 
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/ShapeOutlines.h"
 
 #include <algorithm>
 #include <cmath>
@@ -71,6 +72,13 @@ void addShape(const ShapePart& part, Layer& layer) {
     layer.outlines.push_back(std::move(outline));
 }
 
+void addPicture(const ShapePart& part, Layer& layer) {
+    const PageArea area = uprightArea(part.area, part.turn.angle);
+    PlacedPicture picture{area.left, area.top, widthOf(area), heightOf(area), part.picture};
+    picture.turn = part.turn;
+    layer.pictures.push_back(std::move(picture));
+}
+
 // Text that is turned keeps its proportions: its area is the one that it takes when it is turned.
 void fitTurned(TextArt& art) {
     constexpr double notTurned = 0.01;
@@ -133,8 +141,7 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
         return;
     }
     if (part.picture) {
-        layer.pictures.push_back(
-            {part.area.left, part.area.top, widthOf(part.area), heightOf(part.area), part.picture});
+        addPicture(part, layer);
     }
     addShape(part, layer);
     layer.append(text.layer, part.area.left + part.padding.left, part.area.top + part.padding.top);

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/layout/FontMetrics.h"
 #include "platform/word/layout/Path.h"
+#include "platform/word/layout/ShapeTurn.h"
 
 #include <cstdint>
 #include <optional>
@@ -48,7 +49,7 @@ struct Rule {
     std::optional<std::uint32_t> colour{};
 };
 
-// A picture and its position. word::Picture decodes the blob.
+// A picture and its position before it is turned. word::Picture decodes the blob.
 struct PlacedPicture {
     double x = 0;
     double y = 0;
@@ -56,6 +57,7 @@ struct PlacedPicture {
     double height = 0;
     word::DataBlob blob;
     std::optional<double> endsAt{}; // as of a text
+    ShapeTurn turn{};
 };
 
 // The outline of a shape.

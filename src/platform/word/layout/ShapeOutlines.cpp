@@ -175,21 +175,6 @@ Path curvedOutline(unsigned kind, double width, double height) {
     }
 }
 
-// The area of a shape before it is turned. What is told of a shape that lies rather on its side
-// than upright is the area that it takes on its side ([MS-ODRAW] 2.3.18.5).
-PageArea uprightArea(const PageArea& area, double angle) {
-    constexpr double half = std::numbers::pi;
-    const double turned = angle - std::floor(angle / half) * half;
-    if (turned < half / 4 || turned >= half * 3 / 4) {
-        return area;
-    }
-    const double x = (area.left + area.right) / 2;
-    const double y = (area.top + area.bottom) / 2;
-    const double width = area.bottom - area.top;
-    const double height = area.right - area.left;
-    return {x - width / 2, y - height / 2, x + width / 2, y + height / 2};
-}
-
 // From parts of the area to the page.
 Path placed(Path path, const PageArea& told, const ShapeTurn& turn) {
     const PageArea area = uprightArea(told, turn.angle);
@@ -316,6 +301,19 @@ bool isOpenShape(unsigned kind) {
 }
 
 bool isTextArt(unsigned kind) { return kind >= firstTextArt && kind <= lastTextArt; }
+
+PageArea uprightArea(const PageArea& area, double angle) {
+    constexpr double half = std::numbers::pi;
+    const double turned = angle - std::floor(angle / half) * half;
+    if (turned < half / 4 || turned >= half * 3 / 4) {
+        return area;
+    }
+    const double x = (area.left + area.right) / 2;
+    const double y = (area.top + area.bottom) / 2;
+    const double width = area.bottom - area.top;
+    const double height = area.right - area.left;
+    return {x - width / 2, y - height / 2, x + width / 2, y + height / 2};
+}
 
 Path shapeOutline(unsigned kind, const PageArea& area, const ShapeTurn& turn) {
     const double width = area.right - area.left;

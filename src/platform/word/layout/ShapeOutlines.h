@@ -3,15 +3,13 @@
 #include "platform/word/docfile/container/Bytes.h"
 #include "platform/word/layout/FloatPlace.h"
 #include "platform/word/layout/Path.h"
+#include "platform/word/layout/ShapeTurn.h"
 
 namespace qvnd::layout {
 
-// The flipping and rotation of a shape within its area.
-struct ShapeTurn {
-    bool flippedAcross = false;
-    bool flippedDown = false;
-    double angle = 0; // radians, clockwise, around the centre
-};
+// The area of a shape or a picture before it is turned. The area told of one that lies rather on
+// its side than upright is the area that it takes on its side ([MS-ODRAW] 2.3.18.5).
+PageArea uprightArea(const PageArea& area, double angle);
 
 // The outline of a predefined shape (MSOSPT, [MS-ODRAW] 2.4.24) with its default adjustments. Empty
 // for rectangles and for unsupported shapes, which are drawn as rectangles. Connectors and arcs

@@ -4,6 +4,7 @@
 #include "platform/word/docfile/format/OfficeArt.h"
 #include "platform/word/docfile/format/ShapeProperties.h"
 #include "platform/word/docfile/pictures/Picture.h"
+#include "platform/word/layout/ShapeOutlines.h"
 
 #include <algorithm>
 #include <array>

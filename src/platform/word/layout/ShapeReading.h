@@ -3,7 +3,8 @@
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/layout/FloatPlace.h"
 #include "platform/word/layout/PageModel.h"
-#include "platform/word/layout/ShapeOutlines.h"
+#include "platform/word/layout/Path.h"
+#include "platform/word/layout/ShapeTurn.h"
 
 #include <optional>
 #include <vector>
