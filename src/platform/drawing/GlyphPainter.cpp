@@ -55,10 +55,8 @@ char32_t characterAt(std::u16string_view text, std::size_t at) {
 // Glyphs that are shown by one call: those of one width.
 class GlyphPainter::Batch {
 public:
-    Batch(cairo_t* context, double size)
-        : context_(context), size_(size),
-          paintsPixels_(cairo_surface_get_type(cairo_get_group_target(context)) ==
-                        CAIRO_SURFACE_TYPE_IMAGE) {}
+    Batch(cairo_t* context, double size, Ink ink)
+        : context_(context), size_(size), ink_(ink == Ink::text ? inkOfText(context) : ink) {}
 
     void add(unsigned glyph, double x, double width, const std::string& utf8) {
         if (std::abs(width - width_) > sameWidth * width_) {
@@ -77,8 +75,8 @@ public:
         cairo_matrix_t matrix;
         cairo_matrix_init_scale(&matrix, size_ * width_, size_);
         cairo_set_font_matrix(context_, &matrix);
-        if (paintsPixels_) {
-            fillOutlines();
+        if (ink_ != Ink::text) {
+            paintOutlines();
         } else {
             cairo_show_text_glyphs(context_, utf8_.data(), static_cast<int>(utf8_.size()),
                                    glyphs_.data(), static_cast<int>(glyphs_.size()),
@@ -93,16 +91,26 @@ public:
 private:
     // Cairo moves a glyph that it keeps as pixels to the nearest whole pixel, so that small letters
     // run into each other. Outlines stay where they are put.
-    void fillOutlines() {
+    static Ink inkOfText(cairo_t* context) {
+        const bool paintsPixels =
+            cairo_surface_get_type(cairo_get_group_target(context)) == CAIRO_SURFACE_TYPE_IMAGE;
+        return paintsPixels ? Ink::areas : Ink::text;
+    }
+
+    void paintOutlines() {
         cairo_new_path(context_);
         cairo_glyph_path(context_, glyphs_.data(), static_cast<int>(glyphs_.size()));
-        cairo_set_fill_rule(context_, CAIRO_FILL_RULE_WINDING);
-        cairo_fill(context_);
+        if (ink_ == Ink::edges) {
+            cairo_stroke(context_);
+        } else {
+            cairo_set_fill_rule(context_, CAIRO_FILL_RULE_WINDING);
+            cairo_fill(context_);
+        }
     }
 
     cairo_t* context_;
     double size_;
-    bool paintsPixels_;
+    Ink ink_;
     double width_ = 1;
     std::string utf8_;
     std::vector<cairo_glyph_t> glyphs_;
@@ -121,7 +129,7 @@ void GlyphPainter::show(cairo_t* context, const GlyphRun& run) {
     constexpr double unseen = 1e-9;
     isOdd_ = !isOdd_;
     cairo_set_font_face(context, fontFace(run.face));
-    Batch batch(context, isOdd_ ? run.size * (1 + unseen) : run.size);
+    Batch batch(context, isOdd_ ? run.size * (1 + unseen) : run.size, run.ink);
     double x = 0;
     for (std::size_t i = 0; i < run.text.size(); ++i) {
         const char32_t c = characterAt(run.text, i);

@@ -4,12 +4,17 @@
 
 #include <cairo.h>
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <span>
 #include <string_view>
 
 namespace qvnd::drawing {
+
+// How characters are shown: as text that a reader of a PDF finds, or as shapes that are none, their
+// areas filled or their edges drawn.
+enum class Ink : std::uint8_t { text, areas, edges };
 
 // Characters of one face, side by side.
 struct GlyphRun {
@@ -18,6 +23,7 @@ struct GlyphRun {
     double stretch = 1; // of the characters' width
     std::u16string_view text;
     std::span<const float> advances; // a code unit each; 0 for the second of a pair
+    Ink ink = Ink::text;
 };
 
 // Shows characters with the faces that were measured, each with the text that it stands for, so
@@ -30,9 +36,9 @@ public:
     GlyphPainter(const GlyphPainter&) = delete;
     GlyphPainter& operator=(const GlyphPainter&) = delete;
 
-    // In the context's colour, from its origin on along its first axis. Where the layout went by
-    // another face than the one that is painted, a wider glyph is narrowed to its character's room,
-    // and a narrower one stands in the middle of it.
+    // In the context's colour (edges with its lines), from its origin on along its first axis.
+    // Where the layout went by another face than the one that is painted, a wider glyph is narrowed
+    // to its character's room, and a narrower one stands in the middle of it.
     void show(cairo_t* context, const GlyphRun& run);
 
     FontFaces& fonts() { return fonts_; }

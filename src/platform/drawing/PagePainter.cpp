@@ -3,6 +3,7 @@
 #include "platform/drawing/CairoImage.h"
 #include "platform/drawing/FontRoom.h"
 #include "platform/drawing/GlyphPainter.h"
+#include "platform/drawing/TextPainter.h"
 #include "platform/drawing/VectorPainter.h"
 #include "platform/drawing/metafile/Metafile.h"
 #include "platform/error/RunTimeError.h"
@@ -14,8 +15,6 @@
 #include <cmath>
 #include <exception>
 #include <list>
-#include <numbers>
-#include <numeric>
 #include <utility>
 
 namespace qvnd::drawing {
@@ -213,33 +212,10 @@ private:
         cairo_restore(context);
     }
 
-    void paint(cairo_t* context, const layout::PlacedText& text) {
-        cairo_save(context);
-        cairo_translate(context, text.x, text.baseline);
-        if (text.isTurned) {
-            cairo_rotate(context, std::numbers::pi / 2);
-        }
-        setColour(context, text.colour.value_or(0));
-        glyphs_.show(context, {text.face, text.size, text.stretch, text.text, text.advances});
-        underline(context, text, std::accumulate(text.advances.begin(), text.advances.end(), 0.0));
-        cairo_restore(context);
-    }
-
-    // From where the text begins.
-    static void underline(cairo_t* context, const layout::PlacedText& text, double width) {
-        constexpr double below = 0.12; // of the size
-        constexpr double through = -0.28;
-        const double thickness = std::max(10.0, text.size / 18);
-        for (const auto& [wanted, part] :
-             {std::pair{text.underlined, below}, std::pair{text.struckOut, through}}) {
-            if (wanted) {
-                const double y = part * text.size;
-                paint(context, layout::Rule{0, y, width, y, thickness, false, text.colour});
-            }
-        }
-    }
+    void paint(cairo_t* context, const layout::PlacedText& text) { texts_.paint(context, text); }
 
     GlyphPainter glyphs_;
+    TextPainter texts_{glyphs_};
     RecentPictures pictures_;
 };
 

@@ -41,6 +41,14 @@ TEST_F(PageContent, TextBearsTheLookOfItsStyleAndItsOwn) {
     EXPECT_TRUE(textAt(page, u"蓝").underlined);
 }
 
+TEST_F(PageContent, TextBearsTheEffectsOfItsLetters) {
+    type(u"平影\r");
+    main.characters = {{1, {}}, {2, intern(withSprm8({}, sprm::CFShadow, 1))}};
+    const Page page = pages().at(0);
+    EXPECT_FALSE(textAt(page, u"平").effects.shadowed);
+    EXPECT_TRUE(textAt(page, u"影").effects.shadowed);
+}
+
 TEST_F(PageContent, AListsNumberStandsBeforeItsParagraph) {
     document.tables.listDefinitions.push_back(numberedList(0));
     document.tables.listOverrides.push_back({77, 0, 0, {}});

@@ -41,6 +41,17 @@ void readFonts(const ResolvedProperties& look, ResolvedText& format) {
         language && (numberOf(*language) == noLanguage || numberOf(*language) == noneOfOffice);
 }
 
+LetterEffects effectsOf(const ResolvedProperties& look) {
+    using Relief = LetterEffects::Relief;
+    LetterEffects effects;
+    effects.shadowed = look.toggle(sprm::CFShadow);
+    effects.outlined = look.toggle(sprm::CFOutline);
+    effects.relief = look.toggle(sprm::CFEmboss)    ? Relief::raised
+                     : look.toggle(sprm::CFImprint) ? Relief::sunken
+                                                    : Relief::none;
+    return effects;
+}
+
 void readMeasures(const ResolvedProperties& look, ResolvedText& format) {
     constexpr std::uint32_t smallest = 2;
     constexpr std::uint32_t largest = 3276;
@@ -98,6 +109,7 @@ ResolvedText resolvedTextOf(const ResolvedProperties& look, ByteView own) {
     format.italic = look.toggle(sprm::CFItalic);
     format.underlined = numberOf(look, sprm::CKul) != 0;
     format.struckOut = look.toggle(sprm::CFStrike) || numberOf(look, sprm::CFDStrike) != 0;
+    format.effects = effectsOf(look);
     format.capitals = look.toggle(sprm::CFCaps);
     format.smallCapitals = look.toggle(sprm::CFSmallCaps);
     format.hidden = look.toggle(sprm::CFVanish);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/word/formatting/LetterEffects.h"
 #include "platform/word/formatting/PropertyValues.h"
 
 #include <cstdint>
@@ -28,6 +29,7 @@ struct ResolvedText {
     bool italic = false;
     bool underlined = false;
     bool struckOut = false;
+    LetterEffects effects;
     bool capitals = false;
     bool smallCapitals = false;
     bool hidden = false;

@@ -57,6 +57,7 @@ PlacedText textOf(const CharacterPlace& place) {
     text.colour = item.format->colour;
     text.underlined = item.format->underlined;
     text.struckOut = item.format->struckOut || item.format->deleted;
+    text.effects = item.format->effects;
     text.bold = item.format->bold;
     return text;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/formatting/LetterEffects.h"
 #include "platform/word/layout/FontMetrics.h"
 #include "platform/word/layout/Path.h"
 #include "platform/word/layout/ShapeTurn.h"
@@ -26,6 +27,7 @@ struct PlacedText {
     std::optional<std::uint32_t> colour{};
     bool underlined = false;
     bool struckOut = false;
+    word::LetterEffects effects;
     bool isTurned = false; // runs downwards: turned a quarter clockwise about its beginning
     bool bold = false;     // synthesised, because the face is not bold
     std::optional<double> endsAt{}; // nothing of it is painted below this height

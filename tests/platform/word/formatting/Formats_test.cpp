@@ -55,6 +55,20 @@ TEST_F(Formats, AToggleOfACharacterMayTurnItsStyleAround) {
     EXPECT_TRUE(text(withSprm8({}, sprm::CFBold, 0x81), 0).bold);
 }
 
+TEST_F(Formats, LettersBearShadowEdgesAndRelief) {
+    using Relief = LetterEffects::Relief;
+    EXPECT_EQ(text({}).effects, LetterEffects{});
+    EXPECT_EQ(text(withSprm8({}, sprm::CFShadow, 1)).effects,
+              (LetterEffects{true, false, Relief::none}));
+    EXPECT_EQ(text(withSprm8({}, sprm::CFOutline, 1)).effects,
+              (LetterEffects{false, true, Relief::none}));
+    EXPECT_EQ(text(withSprm8({}, sprm::CFEmboss, 1)).effects,
+              (LetterEffects{false, false, Relief::raised}));
+    EXPECT_EQ(text(withSprm8({}, sprm::CFImprint, 1)).effects,
+              (LetterEffects{false, false, Relief::sunken}));
+    EXPECT_EQ(text(withSprm8({}, sprm::CFImprint, 0)).effects, LetterEffects{});
+}
+
 TEST_F(Formats, FontsAreThoseOfTheScriptsAndOfTheSheetWhereNobodySaysOne) {
     EXPECT_EQ(text({}).latinFont, 0);
     EXPECT_EQ(text({}).eastAsianFont, 1);

@@ -1,0 +1,140 @@
+// Letters with shadow, edges and relief.
+
+#include "platform/drawing/PagePainter.h"
+#include "platform/layout/PdfContent.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+
+namespace qvnd::drawing {
+namespace {
+
+using Relief = word::LetterEffects::Relief;
+
+// One large letter on a page of 500 by 500 twips, painted a pixel a twip.
+class Letters : public testing::Test {
+protected:
+    Letters() {
+        page.width = 500;
+        page.height = 500;
+        layout::PlacedText letter;
+        letter.x = 100;
+        letter.baseline = 400;
+        letter.size = 400;
+        letter.face = fonts.face({u"sans-serif", true, false, false});
+        letter.text = u"I";
+        letter.advances = {200};
+        page.layer.texts = {letter};
+    }
+    layout::PlacedText& letter() { return page.layer.texts[0]; }
+
+    // The pixels of one colour: how many, and their mean place.
+    struct Area {
+        int pixels = 0;
+        double x = 0;
+        double y = 0;
+    };
+    Area areaOf(std::uint32_t colour) {
+        const PixelImage image = PagePainter(fonts, nullptr).image(page, 500);
+        Area area;
+        for (int i = 0; i < image.width * image.height; ++i) {
+            const auto* pixel = image.pixels.data() + std::size_t{4} * i;
+            if (((pixel[2] << 16U) | (pixel[1] << 8U) | pixel[0]) == static_cast<int>(colour)) {
+                ++area.pixels;
+                area.x += i % image.width;
+                area.y += i / image.width;
+            }
+        }
+        area.x /= std::max(1, area.pixels);
+        area.y /= std::max(1, area.pixels);
+        return area;
+    }
+
+    std::string pageContent() { return test::firstPageContent(test::pdfOf(page, fonts)); }
+    static int countOf(const std::string& text, const std::string& part) {
+        int count = 0;
+        for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+            ++count;
+        }
+        return count;
+    }
+
+    FontFaces fonts{FontChoice::here};
+    layout::Page page;
+};
+
+TEST_F(Letters, AShadowLiesToTheLowerRightAndIsLight) {
+    EXPECT_EQ(areaOf(0xC0C0C0).pixels, 0);
+    letter().effects.shadowed = true;
+    const Area own = areaOf(0x000000);
+    const Area shadow = areaOf(0xC0C0C0);
+    ASSERT_GT(shadow.pixels, 500);
+    EXPECT_GT(shadow.x, own.x + 10);
+    EXPECT_GT(shadow.y, own.y + 5);
+}
+
+TEST_F(Letters, AShadowOfLightLettersIsDark) {
+    page.layer.fills.push_back({0, 0, 500, 500, 0x0000FF});
+    letter().colour = 0xFFFF00;
+    letter().effects.shadowed = true;
+    EXPECT_GT(areaOf(0x404040).pixels, 500);
+    EXPECT_EQ(areaOf(0xC0C0C0).pixels, 0);
+}
+
+TEST_F(Letters, OutlinedOnesAreEmptyWithinTheirEdge) {
+    page.layer.fills.push_back({0, 0, 500, 500, 0x0000FF});
+    letter().colour = 0xFF0000;
+    const Area filled = areaOf(0xFF0000);
+    letter().effects.outlined = true;
+    const Area inside = areaOf(0xFFFFFF);
+    const Area edge = areaOf(0xFF0000);
+    EXPECT_GT(inside.pixels, filled.pixels / 2);
+    EXPECT_LT(inside.pixels, filled.pixels);
+    EXPECT_GT(edge.pixels, 500);
+    EXPECT_LT(edge.pixels, filled.pixels / 2);
+    EXPECT_NEAR(edge.x, inside.x, 2);
+    EXPECT_NEAR(edge.y, inside.y, 2);
+}
+
+TEST_F(Letters, RaisedOnesAreDarkBelowAndSunkenOnesAbove) {
+    letter().colour = 0xFF0000;
+    letter().effects.relief = Relief::raised;
+    const Area own = areaOf(0xFF0000);
+    const Area below = areaOf(0x808080);
+    ASSERT_GT(below.pixels, 500);
+    EXPECT_GT(below.x, own.x + 10);
+    EXPECT_GT(below.y, own.y + 5);
+    letter().effects.relief = Relief::sunken;
+    const Area above = areaOf(0x808080);
+    ASSERT_GT(above.pixels, 500);
+    EXPECT_LT(above.x, own.x - 10);
+    EXPECT_LT(above.y, own.y - 5);
+}
+
+TEST_F(Letters, BlackOnesInReliefAreAsWhiteAsPaper) {
+    letter().effects.relief = Relief::raised;
+    EXPECT_EQ(areaOf(0x000000).pixels, 0);
+    EXPECT_GT(areaOf(0x808080).pixels, 500);
+}
+
+TEST_F(Letters, AnUnderlineKeepsTheColourOfTheText) {
+    letter().effects.relief = Relief::raised;
+    letter().underlined = true;
+    const Area line = areaOf(0x000000);
+    EXPECT_GT(line.pixels, 1000);
+    EXPECT_GT(line.y, 420) << "below the letter";
+}
+
+TEST_F(Letters, AReaderOfThePdfFindsThemOnceWhateverTheirEffects) {
+    ASSERT_EQ(countOf(pageContent(), "Tj"), 1);
+    letter().effects = {true, true, Relief::raised};
+    const std::string content = pageContent();
+    EXPECT_EQ(countOf(content, "Tj"), 1);
+    EXPECT_GE(countOf(content, " f\n") + countOf(content, " f "), 2) << content;
+}
+
+} // namespace
+} // namespace qvnd::drawing
