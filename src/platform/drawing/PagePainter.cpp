@@ -22,6 +22,7 @@ namespace qvnd::drawing {
 namespace {
 
 constexpr double twipsPerPoint = 20;
+constexpr std::uint32_t white = 0xFFFFFF;
 
 // The pictures that were painted last, so that one that stands on every page is read once.
 class RecentPictures {
@@ -274,6 +275,9 @@ public:
         cairo_pdf_surface_set_size(surface_.get(), page.width / twipsPerPoint,
                                    page.height / twipsPerPoint);
         cairo_save(context_.get());
+        // Metafiles combine what they draw with the paper; on no paper it would be black.
+        setColour(context_.get(), white);
+        cairo_paint(context_.get());
         cairo_scale(context_.get(), 1 / twipsPerPoint, 1 / twipsPerPoint);
         paint_(context_.get(), page.layer);
         cairo_restore(context_.get());

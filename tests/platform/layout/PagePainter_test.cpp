@@ -5,6 +5,7 @@
 #include "platform/drawing/KnownFaces.h"
 #include "platform/drawing/PublishedWidths.h"
 #include "platform/error/RunTimeError.h"
+#include "platform/layout/PdfContent.h"
 #include "platform/word/layout/ShapeOutlines.h"
 
 #include <gtest/gtest.h>
@@ -260,6 +261,16 @@ TEST_F(Painting, APdfHasItsPagesInTheirSize) {
     EXPECT_EQ(bytes.substr(0, 5), "%PDF-");
     EXPECT_NE(bytes.find("/Count 3"), std::string::npos);
     EXPECT_NE(bytes.find("/MediaBox [ 0 0 50 25 ]"), std::string::npos);
+}
+
+// What metafiles combine with the paper would be black without any.
+TEST_F(Painting, APageOfAPdfIsWhiteBeforeAnythingIsPainted) {
+    page.layer.fills.push_back({100, 100, 300, 100, 0xFF0000});
+    const std::string content = test::firstPageContent(pdf(1));
+    const auto paper = content.find("0 0 50 25 re f");
+    ASSERT_NE(paper, std::string::npos) << content;
+    EXPECT_LT(content.find("1 1 1 rg"), paper) << content;
+    EXPECT_LT(paper, content.find("1 0 0 rg")) << content;
 }
 
 TEST_F(Painting, APictureOnEveryPageIsReadAndWrittenOnce) {
