@@ -22,6 +22,9 @@
 
 #include <filesystem>
 #include <functional>
+#include <memory>
+#include <optional>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -48,16 +51,17 @@ public:
         begin();
     }
 
-    // Calls `take` with each page. A document that shows page counts is laid out once before, to
-    // count them.
-    void forEachPage(const std::function<void(const layout::Page&)>& take) {
+    // Calls `take` with each page as long as it answers true. A document that shows page counts is
+    // laid out once before, to count them.
+    void forEachPage(const std::function<bool(const layout::Page&)>& take) {
         if (layout_->showsPageCounts()) {
             pages();
             options_.counts = layout_->correctedCounts().value_or(options_.counts);
             begin();
         }
-        while (const auto page = layout_->nextPage()) {
-            take(*page);
+        std::optional<layout::Page> page = layout_->nextPage();
+        while (page && take(*page)) {
+            page = layout_->nextPage();
         }
     }
 
@@ -128,6 +132,7 @@ int ownPdf(const QString& from, const QString& to, drawing::FontChoice fonts) {
     document.forEachPage([&](const layout::Page& page) {
         pdf->add(page);
         ++pages;
+        return true;
     });
     pdf->finish();
     file.commit();
@@ -145,11 +150,13 @@ void pagePicture(const QString& from, const QString& to, const PictureOptions& o
     drawing::PagePainter painter(document.fonts(), pictures::pageImage);
     int pages = 0;
     document.forEachPage([&](const layout::Page& page) {
-        if (++pages == options.page) {
-            WholeFile file(to);
-            file.write(drawing::pngOf(painter.image(page, options.width)));
-            file.commit();
+        if (++pages != options.page) {
+            return true;
         }
+        WholeFile file(to);
+        file.write(drawing::pngOf(painter.image(page, options.width)));
+        file.commit();
+        return false;
     });
     if (options.page < 1 || options.page > pages) {
         throw RunTimeError(error::memberNotFound,
