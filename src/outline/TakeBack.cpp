@@ -96,6 +96,29 @@ std::optional<history::Step> takeOne(modMain& state, Workbench& workbench, const
     return step;
 }
 
+// Whether the history is still as the user has been shown it: `now` is the step that was named.
+bool isStill(modMain& state, Workbench& workbench, const Services& services,
+             const std::optional<history::Step>& now, std::int64_t named, const QString& words) {
+    if (now.value_or(history::Step{}).id == named) {
+        return true;
+    }
+    showTables(state, workbench, services, selectedKeyOf(workbench.TrvCurrent));
+    services.messages.tell(words, desktop::Icon::information, desktop::hintTitle);
+    return false;
+}
+
+std::optional<history::Step> takeNamed(modMain& state, Workbench& workbench,
+                                       const Services& services, const OneStep& one,
+                                       std::int64_t named, const QString& words) {
+    const bool isTaken = state.History && (state.HistoryFound.restored ||
+                                           isStill(state, workbench, services,
+                                                   (*state.History.*one.offered)(), named, words));
+    return isTaken ? takeOne(state, workbench, services, one) : std::nullopt;
+}
+
+constexpr OneStep lastDone{&History::undoable, &History::undo, &history::Step::selectedBefore};
+constexpr OneStep lastUndone{&History::redoable, &History::redo, &history::Step::selectedAfter};
+
 } // namespace
 
 void showTables(modMain& state, Workbench& workbench, const Services& services,
@@ -109,13 +132,23 @@ void showTables(modMain& state, Workbench& workbench, const Services& services,
 }
 
 std::optional<history::Step> undo(modMain& state, Workbench& workbench, const Services& services) {
-    return takeOne(state, workbench, services,
-                   {&History::undoable, &History::undo, &history::Step::selectedBefore});
+    return takeOne(state, workbench, services, lastDone);
 }
 
 std::optional<history::Step> redo(modMain& state, Workbench& workbench, const Services& services) {
-    return takeOne(state, workbench, services,
-                   {&History::redoable, &History::redo, &history::Step::selectedAfter});
+    return takeOne(state, workbench, services, lastUndone);
+}
+
+std::optional<history::Step> undoNamed(modMain& state, Workbench& workbench,
+                                       const Services& services, std::int64_t named) {
+    return takeNamed(state, workbench, services, lastDone, named,
+                     u"撤消的操作已变，请再看一看。"_s);
+}
+
+std::optional<history::Step> redoNamed(modMain& state, Workbench& workbench,
+                                       const Services& services, std::int64_t named) {
+    return takeNamed(state, workbench, services, lastUndone, named,
+                     u"恢复的操作已变，请再看一看。"_s);
 }
 
 QString takeMended(modMain& state, const QString& undo) {
@@ -146,6 +179,16 @@ void goToStep(modMain& state, Workbench& workbench, const Services& services, st
         const auto reached = state.History->step(step);
         return reached ? reached->selectedAfter : QString();
     });
+}
+
+bool goToListed(modMain& state, Workbench& workbench, const Services& services, std::int64_t step,
+                std::int64_t latest) {
+    const bool isAsListed = isStill(state, workbench, services, state.History->undoable(), latest,
+                                    u"操作历史已变，请再看一看。"_s);
+    if (isAsListed) {
+        goToStep(state, workbench, services, step);
+    }
+    return isAsListed;
 }
 
 PutBack putBackAndShow(modMain& state, Workbench& workbench, const Services& services,

@@ -6,6 +6,7 @@
 #include "platform/history/Step.h"
 #include "store/modMain.h"
 
+#include <cstdint>
 #include <optional>
 
 namespace qvnd::outline {
@@ -18,8 +19,20 @@ namespace qvnd::outline {
 std::optional<history::Step> undo(modMain& state, Workbench& workbench, const Services& services);
 std::optional<history::Step> redo(modMain& state, Workbench& workbench, const Services& services);
 
+// The same for what has named the step to the user. Another window or program may have made it
+// another one since: then nothing is taken, the trees are filled anew, and the user is told to look
+// again.
+std::optional<history::Step> undoNamed(modMain& state, Workbench& workbench,
+                                       const Services& services, std::int64_t named);
+std::optional<history::Step> redoNamed(modMain& state, Workbench& workbench,
+                                       const Services& services, std::int64_t named);
+
 // To the state behind a step, or to the beginning of the history.
 void goToStep(modMain& state, Workbench& workbench, const Services& services, std::int64_t step);
+// The same out of a list that shows `latest` as the step that 撤消 would take. Where it would take
+// another one nothing is done but filling the trees; the user is told, and the answer is false.
+bool goToListed(modMain& state, Workbench& workbench, const Services& services, std::int64_t step,
+                std::int64_t latest);
 
 // Takes one change out of a step, as putBack says, and shows the tables with what came back
 // selected where the open plan has it.

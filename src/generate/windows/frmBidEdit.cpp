@@ -259,15 +259,14 @@ bool frmBidEdit::isNotedLatest() const {
     return isLatest;
 }
 
-// Never another step than the one that the bar tells of. While a command runs nothing is taken
-// back, and the bar stays for later.
+// While a command runs nothing is taken back, and the bar stays for later, as it does where the
+// turn at the work space has not come.
 void frmBidEdit::takeBack() {
     if (parts_.program.modMain.Command.isRunning())
         return;
-    note_->clear();
+    parts_.takeBack(noted_);
     if (!isNotedLatest())
-        return;
-    parts_.takeBack();
+        note_->clear();
     read([this] { edit_->lookAtWorkbench(); });
 }
 

@@ -68,8 +68,9 @@ public:
         BidEditFrame& frame;
         // Shows the format dialog and waits for its end; without it the command is closed.
         std::function<void()> showSettings;
-        // Takes the latest step of the history back, and shows that step in its list.
-        std::function<void()> takeBack;
+        // Takes that step of the history back if it is still the latest, and tells the user where
+        // it is not; and shows the latest step in the list.
+        std::function<void(std::int64_t step)> takeBack;
         std::function<void()> showDetails;
         // The view of a document, which becomes a child, and what shows a file in it.
         QWidget& view;

@@ -193,14 +193,14 @@ bool HistoryWindow::isWanted(const Step& step) const {
 void HistoryWindow::refresh() {
     const std::int64_t wanted = chosen();
     fillPlans(source_.steps({}));
-    const std::int64_t head = source_.head();
+    head_ = source_.head();
     steps_->setSortingEnabled(false);
     steps_->clear();
     for (const Step& step : source_.steps(search_->text().trimmed())) {
         if (isWanted(step)) {
             auto* item = new StepItem(QStringList{
                 step.time.toString(u"yyyy-MM-dd HH:mm:ss"_s), step.plans().join(u'、'),
-                step.title + kindText(step) + (step.id == head ? u"　← 现在"_s : QString())});
+                step.title + kindText(step) + (step.id == head_ ? u"　← 现在"_s : QString())});
             item->setData(0, stepRole, qlonglong{step.id});
             item->setData(0, orderRole, steps_->topLevelItemCount());
             item->setToolTip(2, step.note);
@@ -246,7 +246,7 @@ void HistoryWindow::showChanges() {
 void HistoryWindow::offer() {
     const bool isStep = chosen() != history::beginning;
     before_->setEnabled(isStep);
-    behind_->setEnabled(isStep && chosen() != source_.head());
+    behind_->setEnabled(isStep && chosen() != head_);
     const Change* change = chosenChange();
     putBack_->setEnabled(change != nullptr && canPutBack(*change));
     takeOut_->setEnabled(change != nullptr && !source_.file(chosen(), *change).isEmpty());

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 
+#include <cstdint>
 #include <functional>
 
 class QLabel;
@@ -35,6 +36,8 @@ public:
 
     // Reads the list anew; the chosen step stays chosen, else the newest is.
     void refresh();
+    // The step that the list marks as the present state.
+    std::int64_t listedHead() const { return head_; }
     // Chooses a step that the list shows.
     void choose(std::int64_t step);
 
@@ -60,6 +63,7 @@ private:
 
     Source source_;
     QList<history::Change> shown_; // changes of the chosen step
+    std::int64_t head_ = history::beginning;
     QLineEdit* search_;
     QComboBox* plan_;
     QComboBox* period_;

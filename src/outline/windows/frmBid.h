@@ -56,8 +56,9 @@ public:
     QList<QMenu*> menus() const { return menus_.menuBar(); }
     // Shows and edits the information of the open plan.
     void OpenPlanInfo();
-    // 撤消, and the list of the history with the latest step chosen; also for other windows.
-    void takeBack();
+    // 撤消 of the step that was named to the user, and the list of the history with the latest step
+    // chosen; also for other windows.
+    void takeBack(std::int64_t named);
     void showDetails();
 
     // What of the window outlasts a run of the program.
@@ -116,7 +117,7 @@ private:
     void leaveFormerPlan();
 
     // What stands behind the history's items, buttons and window.
-    void doAgain();
+    void doAgain(std::int64_t named);
     void showHistory();
     // Null, and told, when it is no longer there.
     std::optional<history::Step> listedStep(std::int64_t step);
@@ -170,6 +171,9 @@ private:
     NoteBar* note_;
     std::int64_t noted_ = history::beginning;   // the step that the bar tells of
     std::int64_t offered_ = history::beginning; // the one that its 撤消 or 恢复 takes
+    // Those that menu and toolbar name.
+    std::int64_t namedUndo_ = history::beginning;
+    std::int64_t namedRedo_ = history::beginning;
     QPointer<HistoryWindow> historyWindow_;
     OutlineView* TrvTemplate_;
     OutlineView* TrvTemplate_Us_;

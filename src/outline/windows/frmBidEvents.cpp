@@ -125,11 +125,13 @@ void frmBid::connectHistory() {
     inTurn_.onStep([this](const history::Step& step) { tellStep(step); });
     inTurn_.onRemarks([this](const QString& remarks) { note_->tellAlone(remarks); });
     inTurn_.onRefusal([this](const QString& selected) { showAnew(selected); });
-    connect(menus_.mnuUndo, &QAction::triggered, this, &frmBid::takeBack);
-    connect(menus_.mnuRedo, &QAction::triggered, this, &frmBid::doAgain);
+    for (const QAction* undo : {menus_.mnuUndo, TbarBid_->undo()}) {
+        connect(undo, &QAction::triggered, this, [this] { takeBack(namedUndo_); });
+    }
+    for (const QAction* redo : {menus_.mnuRedo, TbarBid_->redo()}) {
+        connect(redo, &QAction::triggered, this, [this] { doAgain(namedRedo_); });
+    }
     connect(menus_.mnuHistory, &QAction::triggered, this, &frmBid::showHistory);
-    connect(TbarBid_->undo(), &QAction::triggered, this, &frmBid::takeBack);
-    connect(TbarBid_->redo(), &QAction::triggered, this, &frmBid::doAgain);
     connect(note_, &NoteBar::changed, this, &frmBid::place);
     connect(note_, &NoteBar::undo, this, &frmBid::takeOffer);
     connect(note_, &NoteBar::redo, this, &frmBid::takeOffer);

@@ -10,6 +10,8 @@
 
 #include <QFileInfo>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 // What frmBid does with the history of commands.
@@ -27,11 +29,12 @@ void frmBid::tellStep(const history::Step& step) {
     refreshHistoryWindow();
 }
 
-// A step of another window or program.
+// A step of another window or program, which 撤消 names from now on.
 void frmBid::tellLatestStep() {
     if (const history::Step latest = latestStep(); latest.id > noted_) {
         tellStep(latest);
     }
+    applyHistory();
 }
 
 history::Step frmBid::latestStep() const {
@@ -66,16 +69,18 @@ void frmBid::tellWhatWasMended() {
 }
 
 void frmBid::applyHistory() {
-    const QString undo = latestStep().title;
-    QString redo;
+    const history::Step undo = latestStep();
+    history::Step redo;
     ignoringErrors([&] {
         if (state_.History) {
-            redo = state_.History->redoable().value_or(history::Step{}).title;
+            redo = state_.History->redoable().value_or(redo);
         }
     });
-    menus_.applyHistory(undo, redo);
+    menus_.applyHistory(undo.title, redo.title);
     menus_.mnuHistory->setEnabled(state_.History != nullptr);
-    TbarBid_->applyHistory(undo, redo);
+    TbarBid_->applyHistory(undo.title, redo.title);
+    namedUndo_ = undo.id;
+    namedRedo_ = redo.id;
 }
 
 void frmBid::showAnew(const QString& selected) {
@@ -92,6 +97,8 @@ void frmBid::tellRestored(const QString& done, NoteOffer offer, std::int64_t tak
         note_->tell(note, offer);
         noted_ = state_.History->steps().last().id;
         offered_ = taken;
+    } else { // a step that was done again is no news
+        noted_ = std::max(noted_, latestStep().id);
     }
 }
 
@@ -107,14 +114,8 @@ bool frmBid::isOfferOpen() const {
     return isOpen;
 }
 
-// Never another step than the one that the bar tells of.
 void frmBid::takeOffer() {
-    const NoteOffer offer = note_->offer();
-    const bool isOpen = isOfferOpen();
-    note_->clear();
-    if (isOpen) {
-        offer == NoteOffer::redo ? doAgain() : takeBack();
-    }
+    note_->offer() == NoteOffer::redo ? doAgain(offered_) : takeBack(offered_);
 }
 
 // The bar of a step that has been taken back or followed by another one is out of date.
@@ -125,24 +126,28 @@ void frmBid::forgetOutdatedNote() {
     }
 }
 
-void frmBid::takeBack() {
+void frmBid::takeBack(std::int64_t named) {
     run(
-        [this] {
+        [this, named] {
             note_->clear();
-            if (const auto step = undo(state_, workbench_, services_)) {
+            if (const auto step = undoNamed(state_, workbench_, services_, named)) {
                 tellRestored(u"已撤消：%1"_s.arg(step->title), NoteOffer::redo, step->id);
+            } else {
+                tellLatestStep();
             }
         },
         u"撤消"_s);
     refreshHistoryWindow();
 }
 
-void frmBid::doAgain() {
+void frmBid::doAgain(std::int64_t named) {
     run(
-        [this] {
+        [this, named] {
             note_->clear();
-            if (const auto step = redo(state_, workbench_, services_)) {
+            if (const auto step = redoNamed(state_, workbench_, services_, named)) {
                 tellRestored(u"已恢复：%1"_s.arg(step->title), NoteOffer::undo, step->id);
+            } else {
+                tellLatestStep();
             }
         },
         u"恢复"_s);
@@ -217,8 +222,11 @@ void frmBid::goTo(std::int64_t step, const QString& done) {
     run(
         [&] {
             note_->clear();
-            goToStep(state_, workbench_, services_, step);
-            tellRestored(done, NoteOffer::details, step);
+            if (goToListed(state_, workbench_, services_, step, historyWindow_->listedHead())) {
+                tellRestored(done, NoteOffer::details, step);
+            } else {
+                tellLatestStep();
+            }
         },
         u"回到以前"_s);
     refreshHistoryWindow();

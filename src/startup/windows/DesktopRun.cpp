@@ -23,6 +23,8 @@
 #include <QApplication>
 #include <QStandardPaths>
 
+#include <cstdint>
+
 using namespace Qt::StringLiterals;
 
 namespace qvnd::startup {
@@ -146,7 +148,7 @@ ChildWindow DesktopRun::makePlanEditor() {
                                   frmBidSet_,
                                   *mainForm_,
                                   [this] { formatDialog_.show(mainForm_.get()); },
-                                  [this] { frmBid_->takeBack(); },
+                                  [this](std::int64_t step) { frmBid_->takeBack(step); },
                                   [this] { frmBid_->showDetails(); },
                                   *view.widget,
                                   *view.document});

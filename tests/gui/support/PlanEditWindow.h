@@ -104,7 +104,9 @@ protected:
                 controls,
                 frame,
                 showSettings,
-                [this] { outline::undo(world.state, world.workbench, world.services()); },
+                [this](std::int64_t step) {
+                    outline::undoNamed(world.state, world.workbench, world.services(), step);
+                },
                 [this] { ++detailsShown; },
                 *pane,
                 preview};
