@@ -95,6 +95,10 @@ TEST_F(Container, HeaderMustCountTheSectorsOfTheDifat) {
     EXPECT_EQ(rules(), Rules{});
     put32(file, 72, 0);
     EXPECT_EQ(rules(), Rules{"cfb.difat"});
+    put32(file, 72, 1);
+    put32(file, fatAt(added), endOfChain);
+    EXPECT_EQ(toldOf("cfb.fat.mark", file),
+              std::vector<std::string>{"DIFAT 扇区 " + std::to_string(added) + " 没有相应的标记"});
 }
 
 TEST_F(Container, FatSectorsMustBeMarked) {

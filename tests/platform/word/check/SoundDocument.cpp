@@ -1,5 +1,6 @@
 #include "platform/word/check/SoundDocument.h"
 
+#include "platform/error/Utf8.h"
 #include "platform/word/docfile/check/DocumentCheck.h"
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/Plc.h"
@@ -202,6 +203,16 @@ std::set<std::string> brokenRules(const Bytes& file) {
         rules.insert(finding.rule);
     }
     return rules;
+}
+
+std::vector<std::string> toldOf(const char* rule, const Bytes& file) {
+    std::vector<std::string> told;
+    for (const Finding& finding : checkDocument(file)) {
+        if (finding.rule == rule) {
+            told.push_back(toUtf8(finding.text));
+        }
+    }
+    return told;
 }
 
 std::set<std::string> brokenRulesWithTable(FibPair table, const Bytes& bytes) {

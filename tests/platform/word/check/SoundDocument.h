@@ -7,6 +7,7 @@
 #include <functional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace qvnd::test {
 
@@ -46,6 +47,8 @@ private:
 
 // The rules that a file breaks.
 std::set<std::string> brokenRules(const word::Bytes& file);
+// What is told of one rule that it breaks.
+std::vector<std::string> toldOf(const char* rule, const word::Bytes& file);
 // The same of a sound document with another table.
 std::set<std::string> brokenRulesWithTable(word::FibPair table, const word::Bytes& bytes);
 
