@@ -1,4 +1,5 @@
 #include "platform/word/engine/EngineFixture.h"
+#include "platform/word/engine/StyleLookup.h"
 
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/format/Sprm.h"
@@ -65,6 +66,15 @@ TEST_F(ApplicationTest, EveryCallAfterQuitFindsTheServerGone) {
     EXPECT_EQ(errorNumberOf([&] { app.ActiveWindow(); }), error::automationServerGone);
 }
 
+TEST_F(ApplicationTest, DocumentsThatWereAskedForBeforeQuitOpenNoneBehindIt) {
+    const auto file = fileOf("a.doc", {u"text"});
+    Documents& documents = app.documents();
+    app.Quit();
+    EXPECT_EQ(errorNumberOf([&] { documents.Add(); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { documents.Add(file); }), error::automationServerGone);
+    EXPECT_EQ(errorNumberOf([&] { documents.Open(file); }), error::automationServerGone);
+}
+
 TEST_F(ApplicationTest, TheCallsOfAProgramThatRunsAreTaken) {
     app.setVisible(true);
     app.Activate();
@@ -90,7 +100,20 @@ TEST_F(ApplicationTest, AStyleOfTablesOrListsIsNoMember) {
     EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"古典型 1"); }), error::memberNotFound);
     EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"Table Classic 1"); }),
               error::memberNotFound);
+    for (const char16_t* list : {u"文章 / 节", u"Outline List 3"}) {
+        EXPECT_EQ(errorNumberOf([&] { document().styles().Item(list); }), error::memberNotFound);
+    }
     EXPECT_EQ(errorNumberOf([&] { document().styles().Item(u"超链接"); }), std::nullopt);
+}
+
+TEST_F(ApplicationTest, ABuiltInStyleThatTheDocumentLacksIsEnteredWhenItIsAskedFor) {
+    const auto entered = [&] {
+        return styleNamed(document().read().tables().styles, u"line number").has_value();
+    };
+    ASSERT_FALSE(entered());
+    Style& style = document().styles().Item(u"行号");
+    EXPECT_TRUE(entered());
+    EXPECT_EQ(&document().styles().Item(u"line number"), &style);
 }
 
 TEST_F(ApplicationTest, ADocumentThatIsOpenIsReturnedAsItIs) {

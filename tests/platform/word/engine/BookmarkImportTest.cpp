@@ -286,5 +286,31 @@ TEST(FormFields, AFieldGetsTheNewNameOfItsBookmarkAndTheFirstOneKeepsTheOld) {
     EXPECT_EQ(formFieldName(*target.tables.blobs.at(0)), u"Text1");
 }
 
+TEST(FormFields, DataBehindOneBelongToItNoMore) {
+    SourceDocument source;
+    source.data.tables.blobs = {std::make_shared<const Bytes>(formField(u"Text1")),
+                                std::make_shared<const Bytes>(Bytes{1})};
+    const auto data = [](std::uint32_t blob) {
+        return sprm8(sprm::CFSpec, 1) + sprm8(sprm::CFData, 1) + sprm32(sprm::CPicLocation, blob);
+    };
+    for (int i = 0; i < 2; ++i) {
+        source.run(u"\u0013 FORMTEXT ");
+        source.run(u"\u0001", data(0));
+        source.run(u"\u0014x\u0015");
+    }
+    source.run(u"\u0013HYPERLINK \\l \"bm\" ");
+    source.run(u"\u0001", data(1));
+    source.run(u"\u0014y\u0015\r");
+    source.endParagraph();
+    source.main.fields[0].data = source.main.fields[3].data = 70;
+    source.data.bookmarks = {{u"bm", 0, 3, 0}};
+    ImportTarget target;
+    target.import(source.document());
+    target.import(source.document());
+    EXPECT_EQ(target.last.text->text, u"\u0013 FORMTEXT \u0001\u0014x\u0015"
+                                      u"\u0013 FORMTEXT \u0001\u0014x\u0015"
+                                      u"\u0013HYPERLINK \\l \"bm_2\" \u0014y\u0015\r");
+}
+
 } // namespace
 } // namespace qvnd::word

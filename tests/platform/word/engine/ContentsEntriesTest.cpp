@@ -63,5 +63,18 @@ TEST(ContentsEntries, HeadingsOfOneFragmentMayShareRunsAndBeAskedForAgain) {
     EXPECT_EQ(entries[0].text, u"丁");
 }
 
+TEST(ContentsEntries, AHyphenThatDoesNotBreakIsOneAndTabsAndLinesAreBlanks) {
+    EXPECT_EQ(entryText(u"a\u001Eb\tc\vd"), u"a-b c d");
+    EXPECT_EQ(entryText(u"a\u001F\u0001b"), u"ab") << "what does not print is left out";
+    EXPECT_EQ(entryText(u" \u3000a b\u3000 "), u"a b");
+    EXPECT_EQ(entryText(u" \u3000"), u"");
+    EXPECT_EQ(entryText(u""), u"");
+}
+
+TEST(ContentsEntries, OfAFieldTheResultIsListed) {
+    EXPECT_EQ(entryText(u"a\u0013 CODE \u0014res\u0015b"), u"aresb");
+    EXPECT_EQ(entryText(u"a\u0013 CODE \u0015b"), u"ab");
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -438,6 +438,24 @@ TEST_F(SectionInsertion, APageOfAnotherFormatBeginsAParagraphOfItsOwn) {
     EXPECT_EQ(formats(), u"PPLLPPPP");
 }
 
+TEST_F(SectionInsertion, ATableBeginsBehindTheParagraphThatItIsPutInto) {
+    type(u"x");
+    DocumentBody body;
+    Story table;
+    StoryBuilder builder(table);
+    const PropertyListId cell = pool().intern(withSprm8({}, sprm::PFInTable, 1));
+    const PropertyListId row = pool().intern(withSprm8(pool()[cell], sprm::PFTtp, 1));
+    builder.text(u"c", PropertyListId::empty);
+    builder.mark(u'\a', {0, cell}, PropertyListId::empty);
+    builder.mark(u'\a', {0, row}, PropertyListId::empty);
+    builder.mark(u'\r', {}, PropertyListId::empty);
+    body.sections.push_back({table.size(), portrait()});
+    body.main = slicesOf(std::move(table));
+    insertDocument(document().change(), 1, std::move(body));
+    EXPECT_EQ(text(), u"x\rc\a\a\r\r");
+    EXPECT_TRUE(paragraphAt(0).empty());
+}
+
 TEST_F(SectionInsertion, BehindATableTheSectionEndsInAParagraphOfItsOwn) {
     type(u"x");
     selection().TypeParagraph();

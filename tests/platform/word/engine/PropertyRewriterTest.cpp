@@ -193,3 +193,9 @@ TEST(PropertyRewriter, EachDistinctListIsWorkedOnOnce) {
     EXPECT_EQ(rewriter.rewritten(id), rewriter.rewritten(id));
     EXPECT_EQ(references.questions, 1);
 }
+
+TEST(PropertyRewriter, AnEntryThatEndsBeforeWhatItNamesMeansNothing) {
+    EXPECT_EQ(rewritten(variable(sprm::CPropRMark, {7, 1, 5, 0, 0, 0, 0, 0})),
+              variable(sprm::CPropRMark, {7, 1, 0xF9, 1, 0, 0, 0, 0}));
+    EXPECT_EQ(rewritten(variable(sprm::CPropRMark, {2, 1, 5})), Bytes());
+}

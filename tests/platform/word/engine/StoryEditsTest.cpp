@@ -81,3 +81,48 @@ TEST(StoryEdits, AnEditWithinARemovedPartCountsNothing) {
     EXPECT_EQ(text.text, u"abef\r");
     EXPECT_EQ(edits.moved(6), 2U);
 }
+
+TEST(StoryEdits, OfEditsOverEachOtherTheSecondAddsNoText) {
+    Story text = story();
+    StoryEdits edits;
+    edits.replace(0, 4, u"12345");
+    edits.replace(3, 3, u"xyz");
+    edits.applyTo(text);
+    EXPECT_EQ(text.text, u"12345ef\r");
+    EXPECT_EQ(edits.moved(6), 5U);
+    EXPECT_EQ(edits.moved(9), 8U);
+}
+
+TEST(StoryEdits, EditsBesideEachOtherKeepTheirTexts) {
+    Story text = story();
+    StoryEdits edits;
+    edits.replace(1, 2, u"12");
+    edits.replace(3, 1, u"x");
+    edits.applyTo(text);
+    EXPECT_EQ(text.text, u"a12xd\u0015ef\r");
+    EXPECT_EQ(text.fields, (std::vector<FieldMark>{{5, 0x15, 0}}));
+}
+
+TEST(StoryEdits, WhatIsRemovedNextToEachOtherIsOne) {
+    Story text = story();
+    StoryEdits edits;
+    edits.remove(0);
+    edits.remove(1);
+    edits.remove(6);
+    edits.applyTo(text);
+    EXPECT_EQ(text.text, u"\u0013cd\u0015f\r");
+    EXPECT_EQ(text.characters,
+              (std::vector<CharacterRun>{{4, PropertyListId{2}}, {2, PropertyListId{3}}}));
+    EXPECT_EQ(edits.moved(1), 0U);
+    EXPECT_EQ(edits.moved(2), 0U);
+    EXPECT_EQ(edits.moved(3), 1U);
+}
+
+TEST(StoryEdits, BookmarksMoveWithTheirText) {
+    Story text = story();
+    text.bookmarks = {{u"a", 0, 1}, {u"b", 3, 5}, {u"c", 5, 8}};
+    StoryEdits edits;
+    edits.replace(3, 2, u"longer");
+    edits.applyTo(text);
+    EXPECT_EQ(text.bookmarks, (std::vector<Bookmark>{{u"a", 0, 1}, {u"b", 3, 9}, {u"c", 9, 12}}));
+}

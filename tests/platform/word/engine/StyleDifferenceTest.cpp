@@ -247,3 +247,15 @@ TEST_F(StyleDifferences, ATabStopOfTheLevelThatTheStyleTookAwayDoesNotComeBack) 
     TabStops wanted{{600, 0}};
     EXPECT_EQ(look(result).tabStops(), wanted);
 }
+
+TEST_F(StyleDifferences, ALevelWithoutAListJoinsNone) {
+    const std::uint16_t list = addList(sprm16(sprm::PDxaLeft80, 420));
+    const Bytes level = sprm8(sprm::PIlvl, 0);
+    const Bytes centred = sprm8(sprm::PJc80, 1);
+    EXPECT_EQ(under(centred, {}, level), centred + level);
+    const Bytes listed = under(sprm16(sprm::PIlfo, list) + sprm16(sprm::PDxaLeft80, 100), {});
+    EXPECT_EQ(operand16(listed, sprm::PDxaLeft80), 100);
+    EXPECT_EQ(
+        look(under(sprm16(sprm::PIlfo, list) + sprm16(sprm::PDxaLeft80, 100), {}, level)).list(),
+        list);
+}
