@@ -77,6 +77,11 @@ TEST(PieceEdges, PieceWithoutAnyCharacterIsOutOfOrder) {
     EXPECT_EQ(brokenRules(withPieces({0, soundLength(), soundLength()})), Rules{"piece.order"});
 }
 
+TEST(PieceEdges, OfPiecesThatGoBackNoTextIsPutTogether) {
+    const std::uint32_t length = soundLength();
+    EXPECT_EQ(brokenRules(withPieces({0, length + 9, length})), Rules{"piece.order"});
+}
+
 TEST(PieceEdges, OneByteBehindTheTableIsTooMany) {
     EXPECT_EQ(brokenRules(withPieces({0, soundLength()}, {0})), Rules{"piece.clx"});
 }

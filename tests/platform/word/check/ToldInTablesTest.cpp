@@ -388,5 +388,42 @@ TEST_F(ToldSector, FatSectorsAreCounted) {
     EXPECT_EQ(told("cfb.difat"), Told{"文件头写明 2 个 FAT 扇区，实有 1 个"});
 }
 
+TEST_F(ToldSector, OfADirectoryOutsideOfTheFileIsToldOnce) {
+    ASSERT_LT(file.size() / 512, 120U);
+    std::uint32_t last = get32(file, 48);
+    while (get32(file, fatAt(last)) != 0xFFFFFFFE) {
+        last = get32(file, fatAt(last));
+    }
+    put32(file, fatAt(last), 120);
+    put32(file, fatAt(120), 121);
+    put32(file, fatAt(121), 0xFFFFFFFE);
+    EXPECT_EQ(told("cfb.sector"), Told{"目录：扇区 120 超出文件末尾"});
+}
+
+TEST_F(ToldStyle, WithoutParagraphPropertiesNamesNoStyle) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    const Bytes name = hex("4200 6F00 6400 7900 0000"); // "Body" with its zero
+    const auto found = std::search(sheet.begin(), sheet.end(), name.begin(), name.end());
+    ASSERT_NE(found, sheet.end());
+    const auto at = static_cast<std::size_t>(found - sheet.begin()) + name.size();
+    ASSERT_EQ(sheet.at(at), 2); // bytes: the number of the style
+    put16(sheet, at, 0);
+    put16(sheet, at + 2, 0);
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(brokenRules(document.bytes()), std::set<std::string>{});
+}
+
+TEST_F(ToldStyle, NamesMayEndInACommaWithoutAnAliasBehindIt) {
+    Bytes sheet = encodeStyleSheet(document.styles, document.lists);
+    for (const char* name : {"4200 6F00 6400 7900 0000", "5300 7400 7200 6F00 6E00 6700 0000"}) {
+        const Bytes text = hex(name); // "Body", "Strong"
+        const auto found = std::search(sheet.begin(), sheet.end(), text.begin(), text.end());
+        ASSERT_NE(found, sheet.end());
+        *(found + static_cast<std::ptrdiff_t>(text.size()) - 4) = ',';
+    }
+    document.file.parts[FibPair::Stshf] = sheet;
+    EXPECT_EQ(told("style.unique"), Told{});
+}
+
 } // namespace
 } // namespace qvnd::test
