@@ -395,5 +395,61 @@ TEST_F(CarriedDrawingsTest, ADamagedBackgroundIsTold) {
     EXPECT_TRUE(damagedBackground());
 }
 
+TEST_F(CarriedDrawingsTest, APictureThatStandsInTheStoreByItselfGetsAnEntry) {
+    const Bytes entry = encodeBlip(*recogniseImage(qvnd::test::png(4, 2)));
+    const Bytes bare(entry.begin() + art::headerSize + art::fbseSize, entry.end());
+    pictures = {bare};
+    ShapeBytes one = shape(0x402);
+    one.properties.setBlip(art::pib, 1);
+    shapes = {one.bytes()};
+    EXPECT_EQ(named(drawing(0x402), Kind::picture), Numbers{0});
+    Bytes expected = entry;
+    expected.at(art::headerSize + art::fbseCountAt) = 0; // it counts no use yet
+    ASSERT_EQ(tables.shapePictures.size(), 1U);
+    EXPECT_EQ(*tables.shapePictures[0], expected);
+}
+
+TEST_F(CarriedDrawingsTest, APictureInTheStoreWithoutADigestIsNone) {
+    for (const std::size_t size : {15U, 16U}) {
+        pictures.push_back(artRecord(0, 0x6E0, art::blipPng, Bytes(size)));
+        ShapeBytes one = shape(0x401 + static_cast<std::uint32_t>(pictures.size()));
+        one.properties.setBlip(art::pib, static_cast<std::uint32_t>(pictures.size()));
+        shapes.push_back(one.bytes());
+    }
+    EXPECT_EQ(named(drawing(0x402), Kind::picture), Numbers{});
+    EXPECT_EQ(named(drawing(0x403), Kind::picture), Numbers{0});
+}
+
+TEST_F(CarriedDrawingsTest, AShapeWhoseRecordsBeginOtherwiseThanWithItselfIsDamaged) {
+    LittleEndianWriter head;
+    head.u32(0x402);
+    head.u32(art::shapeHasAnchor | art::shapeHasKind);
+    const Bytes shapeRecord = artRecord(2, 1, art::fsp, head.data());
+    const Bytes anchor = artRecord(0, 0, art::clientAnchor, number32(0));
+    shapes = {artContainer(art::spContainer, {anchor, shapeRecord})};
+    EXPECT_FALSE(add(0x402));
+}
+
+TEST_F(CarriedDrawingsTest, APlainBoxHasARecordOfEachThingThatItNeeds) {
+    ShapeBytes one = shape(0x402);
+    one.text = 0x10000;
+    shapes = {damaged(one)};
+    const Drawing& box = drawing(0x402);
+    LittleEndianReader reader(box.records, "records");
+    EXPECT_EQ(art::readHeader(reader).type, art::spContainer);
+    std::vector<std::pair<std::uint16_t, std::uint32_t>> records; // kind and length
+    while (!reader.atEnd()) {
+        const art::RecordHeader header = art::readHeader(reader);
+        records.emplace_back(header.type, header.length);
+        reader.skip(header.length);
+    }
+    EXPECT_EQ(records,
+              (std::vector<std::pair<std::uint16_t, std::uint32_t>>{{art::fsp, 8},
+                                                                    {art::fopt, 6},
+                                                                    {art::clientAnchor, 4},
+                                                                    {art::clientData, 4},
+                                                                    {art::clientTextbox, 4}}));
+}
+
 } // namespace
 } // namespace qvnd::word

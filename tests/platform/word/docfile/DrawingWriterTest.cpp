@@ -200,6 +200,27 @@ TEST_F(DrawingWriter, AChainOfShapesSharesOneTextAndItsBreaks) {
     EXPECT_EQ(document.tables.shapeTexts[0].breaks, (std::vector<Cp>{6, 13}));
 }
 
+TEST_F(DrawingWriter, PartsOfAChainWhoseBreaksNobodyKnowsAreTheLastCharactersOfItsText) {
+    const auto breaksOfFour = [this](const std::u16string& words, const std::vector<Cp>& known) {
+        builder = {};
+        const std::uint32_t text = addText(words, known);
+        for (const std::uint32_t link : {0U, 1U, 2U, 3U}) {
+            add(u"a", drawingOfText(text, link));
+        }
+        DocumentWriter(folder).saveAs(path, builder.content);
+        return readDocument(folder->bytes(path)).tables.shapeTexts.at(0).breaks;
+    };
+    using Breaks = std::vector<Cp>;
+    EXPECT_EQ(breaksOfFour(u"first second third\r", {6}), (Breaks{6, 17, 18}));
+    EXPECT_EQ(breaksOfFour(u"first second third\r", {6, 13, 15, 16}), (Breaks{6, 13, 15}));
+    EXPECT_EQ(breaksOfFour(u"abcd\r", {}), (Breaks{2, 3, 4}));
+    EXPECT_EQ(breaksOfFour(u"abc\r", {}), Breaks{}) << "no more characters than parts";
+    EXPECT_EQ(breaksOfFour(u"abcde\r", {3}), (Breaks{3, 4, 5}));
+    EXPECT_EQ(breaksOfFour(u"abcde\r", {4}), Breaks{4});
+    EXPECT_EQ(breaksOfFour(u"abcde\r", {5}), Breaks{5});
+    EXPECT_EQ(breaksOfFour(u"abcde\r", {6}), (Breaks{3, 4, 5})) << "behind the text is none";
+}
+
 TEST_F(DrawingWriter, AChainWhoseFirstShapeIsGoneShowsNoText) {
     const std::uint32_t text = addText(u"first second\r", {6});
     add(u"a", drawingOfText(text, 0));

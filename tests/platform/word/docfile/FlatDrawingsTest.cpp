@@ -25,6 +25,7 @@ using testing::IsEmpty;
 class DrawingBuilder {
 public:
     ShapeBytes shape;
+    Bytes stored = encodeBlip(*recogniseImage(qvnd::test::png(4, 2))); // in the store
     bool delayed = false;
     bool grouped = false;
     std::int32_t left = 100;
@@ -42,16 +43,20 @@ public:
         DocumentTables tables;
         tables.shapeTexts.resize(3);
         tables.shapeTexts[1].text = std::make_shared<const Story>(Story{u"text\r", {}, {}, {}, {}});
+        const std::vector<Anchor> anchors{{7, AnchorKind::drawing, carriedInto(tables)}};
+        return flatDrawings(anchors, tables);
+    }
+    // Its index there.
+    std::uint32_t carriedInto(DocumentTables& tables) {
         const Bytes drawings = content();
         const EmbeddedObjects none;
         const Drawings read(drawings, wordDocument_);
         CarriedDrawings carried(read, none, tables);
-        const auto index =
-            carried.add(DrawingOf::main, spa(),
-                        {[](std::uint16_t row) { return std::optional<std::uint32_t>(row); },
-                         [](std::uint32_t) { return std::uint16_t{0}; }});
-        const std::vector<Anchor> anchors{{7, AnchorKind::drawing, index.value()}};
-        return flatDrawings(anchors, tables);
+        return carried
+            .add(DrawingOf::main, spa(),
+                 {[](std::uint16_t row) { return std::optional<std::uint32_t>(row); },
+                  [](std::uint32_t) { return std::uint16_t{0}; }})
+            .value();
     }
     std::vector<FloatingPicture> pictures() { return flat().pictures; }
 
@@ -67,7 +72,7 @@ private:
         return spa.take();
     }
     Bytes content() {
-        Bytes entry = encodeBlip(*recogniseImage(qvnd::test::png(4, 2)));
+        Bytes entry = stored;
         if (delayed) {
             entry = withPictureElsewhere(entry);
         }
@@ -237,6 +242,38 @@ TEST(FlatDrawings, ALaterPartOfAChainShowsNoTextOfItsOwn) {
     DrawingBuilder drawing;
     drawing.shape.text = 0x10001;
     EXPECT_THAT(drawing.flat().textBoxes, IsEmpty());
+}
+
+TEST(FlatDrawings, OtherAnchorsStandForNoDrawing) {
+    const DocumentTables tables;
+    const std::vector<Anchor> anchors{{3, AnchorKind::footnote, 9}, {5, AnchorKind::comment, 9}};
+    const FlatDrawings flat = flatDrawings(anchors, tables);
+    EXPECT_TRUE(flat.pictures.empty());
+    EXPECT_TRUE(flat.textBoxes.empty());
+}
+
+TEST(FlatDrawings, ALargePictureIsCopiedInAFewSizesAlone) {
+    constexpr std::size_t megabyte = std::size_t{1} << 20; // sixteen are copied, and four more
+    constexpr std::size_t heads = 2 * art::headerSize + art::fbseSize;
+    Bytes head(art::fbseSize);
+    head[0] = head[1] = 6;
+    DrawingBuilder builder;
+    builder.stored = artRecord(
+        2, 6, art::fbse,
+        qvnd::test::joined({head, artRecord(0, 0x6E0, art::blipPng, Bytes(megabyte - heads))}));
+    DocumentTables tables;
+    const std::uint32_t index = builder.carriedInto(tables);
+    const Drawing drawing = tables.drawings.at(index);
+    constexpr std::uint32_t sizes = 22;
+    std::vector<Anchor> anchors;
+    anchors.reserve(sizes);
+    tables.drawings.clear();
+    for (std::uint32_t i = 0; i < sizes; ++i) {
+        tables.drawings.push_back(drawing);
+        tables.drawings.back().place.at(8) = static_cast<std::uint8_t>(i); // its right side
+        anchors.push_back({i, AnchorKind::drawing, i});
+    }
+    EXPECT_EQ(flatDrawings(anchors, tables).pictures.size(), 20U);
 }
 
 } // namespace

@@ -138,5 +138,14 @@ TEST(ImageFile, EveryCutIsReadWithoutAFault) {
     }
 }
 
+TEST(ImageFile, BytesMayFillTheSpaceInFrontOfAMarkerOfAJpeg) {
+    Bytes file = test::jpeg(96, 48);
+    ASSERT_EQ(file.at(20), 0xFF); // the frame's marker
+    file.insert(file.begin() + 20, {0xFF, 0xFF});
+    expectImage(file, ImageKind::jpeg, 1440, 720);
+    file.insert(file.begin() + 20, {0x00, 0x12});
+    expectImage(file, ImageKind::jpeg, 1440, 720);
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -285,23 +285,51 @@ TEST(Picture, OtherBlobsAreNoPicture) {
 }
 
 TEST(Picture, OldBitmapWithoutAShapeStillTakesASize) {
-    LittleEndianWriter writer;
-    writer.u32(100);
-    writer.u16(headSize);
-    writer.u16(8); // a bare metafile
-    writer.zeros(92);
-    writer.patchU16(28, 1000);
-    writer.patchU16(32, 1000);
-    writer.patchU16(30, 1000);
-    writer.patchU16(34, 1000);
+    const auto bare = [](unsigned kind) {
+        LittleEndianWriter writer;
+        writer.u32(100);
+        writer.u16(headSize);
+        writer.u16(kind);
+        writer.zeros(92);
+        writer.patchU16(28, 1000);
+        writer.patchU16(32, 1000);
+        writer.patchU16(30, 1000);
+        writer.patchU16(34, 1000);
+        return Picture::fromBlob(writer.data());
+    };
+    for (const unsigned kind : {0x08U, 0x62U, 0x63U}) { // a metafile, a TIFF, a bitmap
+        Picture picture = *bare(kind);
+        picture.setWidth(500);
+        picture.setLineVisible(true);
+        EXPECT_EQ(picture.width(), 500);
+        EXPECT_FALSE(picture.properties());
+        EXPECT_EQ(picture.blob()->size(), 100U);
+    }
+    for (const unsigned kind : {0x07U, 0x09U, 0x61U, 0x65U}) {
+        EXPECT_FALSE(bare(kind)) << kind;
+    }
+}
 
-    Picture picture = *Picture::fromBlob(writer.data());
-    picture.setWidth(500);
-    picture.setLineVisible(true);
-
-    EXPECT_EQ(picture.width(), 500);
-    EXPECT_FALSE(picture.properties());
-    EXPECT_EQ(picture.blob()->size(), 100U);
+TEST(Picture, AMetafileIsWrappedInBlocksWithItsChecksumBehindThem) {
+    const auto deflated = [](const Bytes& file) {
+        const DataBlob blob = Picture::fromImage(file)->blob();
+        const std::size_t blocks = file.size() / 65536 + 1;
+        return Bytes(blob->end() - static_cast<std::ptrdiff_t>(file.size() + 6 + 5 * blocks),
+                     blob->end());
+    };
+    const auto at = [](const Bytes& bytes, std::size_t from, std::size_t count) {
+        const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(from);
+        return Bytes(begin, begin + static_cast<std::ptrdiff_t>(count));
+    };
+    Bytes file = test::emf(2540, 2540);
+    const Bytes small = deflated(file);
+    EXPECT_EQ(at(small, 0, 7), test::hex("7801 01 6C00 93FF"));
+    EXPECT_EQ(at(small, small.size() - 4, 4), test::hex("FA790350"));
+    file.resize(file.size() + 70000, 0xA5);
+    const Bytes large = deflated(file);
+    EXPECT_EQ(at(large, 0, 7), test::hex("7801 00 FFFF 0000"));
+    EXPECT_EQ(at(large, 2 + 5 + 65535, 5), test::hex("01 DD11 22EE"));
+    EXPECT_EQ(at(large, large.size() - 4, 4), test::hex("B73D4AD0"));
 }
 
 } // namespace
