@@ -229,5 +229,33 @@ TEST(BinTable, OnlyTheLowBitsOfAPageNumberCount) {
     EXPECT_EQ(decodeBinTable(tableOf(encoder)).entries[0].page, 7U);
 }
 
+TEST(CharacterPages, AListThatFitsWithoutWhatIsOverruledKeepsItsSession) {
+    const Bytes session = withSprm32({}, sprm::CRsidText, 7);
+    Bytes list = session;
+    for (int i = 0; i < 100; ++i) {
+        list.insert(list.end(), bold.begin(), bold.end());
+    }
+    const FittedList fitted = fittedCharacterProperties(list);
+    EXPECT_EQ(fitted.list, test::joined({session, bold}));
+    EXPECT_TRUE(fitted.rest.empty());
+}
+
+TEST(CharacterPages, BehindAnEntryThatDoesNotFitASmallerOneStillDoes) {
+    const auto filler = [](SprmOpcode opcode, std::size_t size) {
+        Bytes operand(size, 1);
+        operand[0] = static_cast<std::uint8_t>(size - 1);
+        return withSprm({}, opcode, operand);
+    };
+    const Bytes first = filler(0xCA76, 200); // 202 bytes
+    const Bytes second = filler(0xCA72, 60);
+    const FittedList fitted = fittedCharacterProperties(test::joined({first, second, italic}));
+    EXPECT_EQ(fitted.list, test::joined({first, italic}));
+    EXPECT_EQ(fitted.rest, second);
+    const Bytes exact = filler(0xCA72, longestCharacterProperties - first.size() - 2);
+    EXPECT_EQ(fittedCharacterProperties(test::joined({first, exact})).list,
+              test::joined({first, exact}));
+    EXPECT_EQ(fittedCharacterProperties(test::joined({first, exact, italic})).rest, italic);
+}
+
 } // namespace
 } // namespace qvnd::word

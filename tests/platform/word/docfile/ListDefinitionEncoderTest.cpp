@@ -109,4 +109,24 @@ TEST_F(ListDefinitionEncoderTest, NoTableOfNamesWhenNoListHasOne) {
     EXPECT_TRUE(encoder.encodeNames({list(1, u"一")}).empty());
 }
 
+TEST_F(ListDefinitionEncoderTest, EachThingThatChangesInALevelIsEncodedAgain) {
+    std::vector<ListDefinition> definitions{list(1, u"一"), list(2, u"二")};
+    save(definitions);
+    const auto expectEncodedAgain = [&] {
+        EXPECT_EQ(save(definitions), 0U);
+        expectFile(definitions);
+    };
+    ListLevel& level = definitions[0].levels[3];
+    level.head[4] = 5;
+    expectEncodedAgain();
+    level.paragraph = lists.intern(Bytes{0x05, 0x24, 1});
+    expectEncodedAgain();
+    level.character = lists.intern(Bytes{0x36, 0x08, 1});
+    expectEncodedAgain();
+    level.text = u"甲乙";
+    expectEncodedAgain();
+    level.text = u"甲";
+    expectEncodedAgain();
+}
+
 } // namespace qvnd::test

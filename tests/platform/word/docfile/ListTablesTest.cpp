@@ -272,5 +272,15 @@ TEST_F(ListTables, NamesBelongToDefinitionsInOrder) {
     EXPECT_EQ(read[1].name, u"编号");
 }
 
+TEST_F(ListTables, DefinitionsThatTheTableHasNoRoomForAreCounted) {
+    const EncodedListDefinitions encoded = encodeListDefinitions(definitions(), lists);
+    Bytes cut(encoded.bytes.begin(),
+              encoded.bytes.begin() + static_cast<std::ptrdiff_t>(encoded.size));
+    cut.at(0) = 5;
+    decodeListDefinitions(cut, lists, remarks);
+    ASSERT_FALSE(remarks.empty());
+    EXPECT_EQ(remarks[0], u"有 3 种编号已损坏，未读入，用它们的段落没有编号或项目符号");
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -402,5 +402,34 @@ TEST_F(StyleSheetTable, EveryCutIsReadWithoutAFault) {
     }
 }
 
+TEST_F(StyleSheetTable, AHeadThatHasNoRoomForItsLatentStylesHasNone) {
+    StyleSheet written = sheetOf({{15, named(u"Body", StyleKind::paragraph)}});
+    written.latent = {1, 2, 3};
+    Bytes sheet = encodeStyleSheet(written, lists);
+    EXPECT_EQ(decodeStyleSheet(sheet, lists, remarks).latent, written.latent);
+    ASSERT_EQ(sheet.at(8), 3); // stiMax
+    sheet.at(8) = 4;
+    const StyleSheet read = decodeStyleSheet(sheet, lists, remarks);
+    EXPECT_EQ(read.styles.at(15)->name, u"Body");
+    EXPECT_TRUE(read.latent.empty());
+    EXPECT_TRUE(remarks.empty());
+}
+
+TEST_F(StyleSheetTable, BytesBehindTheListsOfAStyleWithoutRevisionSayNothing) {
+    Bytes sheet = encodeStyleSheet(sheetOf({{19, named(u"Body", StyleKind::paragraph)}}), lists);
+    const StyleSheet whole = decodeStyleSheet(sheet, lists, remarks);
+    // Its entry is the last: Stdf, name, two lists.
+    const std::size_t size = 18 + 2 + 2 * 4 + 2 + (2 + 2) + 2;
+    const std::size_t at = sheet.size() - size;
+    ASSERT_EQ(sheet.at(at - 2), size);
+    sheet.at(at - 2) = sheet.at(at + 6) = static_cast<std::uint8_t>(size + 2);
+    sheet.push_back(9);
+    sheet.push_back(0);
+    const StyleSheet read = decodeStyleSheet(sheet, lists, remarks);
+    EXPECT_EQ(read.styles.at(19)->name, u"Body");
+    EXPECT_FALSE(read.styles.at(19)->original);
+    EXPECT_TRUE(remarks.empty());
+}
+
 } // namespace
 } // namespace qvnd::word

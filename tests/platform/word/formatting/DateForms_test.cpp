@@ -94,5 +94,12 @@ TEST(DateForms, APictureWithoutQuotationMarksEndsAtABlank) {
     EXPECT_EQ(shown(u"d'日"), u"22日") << "an open quotation";
 }
 
+TEST(DateForms, EveryLetterStandsForSomethingAndNoOtherSignDoes) {
+    for (const char16_t letter : {u'z', u'Z', u'b', u'B'}) {
+        EXPECT_EQ(shown(std::u16string(1, letter)), u"-") << "which is not known";
+    }
+    EXPECT_EQ(shown(u"@d[d`d{d"), u"@22[22`22{22");
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -148,6 +148,11 @@ TEST_F(Formats, ALeftIndentInCharactersIsThatOfTheHangingFirstLine) {
     const auto fromMargin = indentsOf(paragraph(onlyFirst), 240, IndentUnits::characters);
     EXPECT_DOUBLE_EQ(fromMargin.left, 480) << "the first line begins where it was stored";
     EXPECT_DOUBLE_EQ(fromMargin.firstLine, -480);
+    Bytes noTwips = withSprm16({}, sprm::PDxaLeft80, 420);
+    noTwips = withSprm16(noTwips, sprm::PDcxaLeft1, static_cast<std::uint16_t>(-200));
+    const auto inCharacters = indentsOf(paragraph(noTwips), 240, IndentUnits::characters);
+    EXPECT_DOUBLE_EQ(inCharacters.left, 420);
+    EXPECT_DOUBLE_EQ(inCharacters.firstLine, -480);
 }
 
 // A list whose level indents by 360 twips. Style 1 has a right indent of 170, style 2 besides that

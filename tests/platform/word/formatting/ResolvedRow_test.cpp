@@ -361,6 +361,11 @@ TEST_F(Rows, TableBordersInTheNewSpellingHaveEightBytesEach) {
     EXPECT_EQ(cells()[2].rightSide.colour, 0xFF0000U);
 }
 
+TEST_F(Rows, OfTableBordersTheFirstSixCount) {
+    addEntry(list, sprm::TTableBorders80, bordersOf({1, 2, 3, 4, 5, 6, 7}));
+    EXPECT_EQ(sidesOf(cells()[1]), (Widths{100, 120, 100, 120}));
+}
+
 TEST_F(Rows, OfTableBordersThatAreCutOffTheWholeOnesCount) {
     Bytes borders = bordersOf({1, 2});
     addBytes(borders, {24, 1, 0});
@@ -375,6 +380,7 @@ TEST_F(Rows, ABorderIsSetOnTheSidesOfTheCellsThatAreNamed) {
         const auto found = resolvedRowOf(bordered, builder.content.tables).cells;
         EXPECT_EQ(sidesOf(found[0]), Widths{});
         EXPECT_EQ(sidesOf(found[2]), Widths{});
+        EXPECT_FALSE(found[0].background || found[1].background || found[2].background);
         return sidesOf(found[1]);
     };
     EXPECT_EQ(sides(1), (Widths{20, 0, 0, 0}));
