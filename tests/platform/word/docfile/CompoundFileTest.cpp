@@ -240,6 +240,16 @@ TEST_F(CompoundFileTest, AHeaderThatCountsNoTableSectorsIsReadByTheirPlaces) {
     EXPECT_EQ(opened().stream(u"Large"), counted(6000));
 }
 
+TEST_F(CompoundFileTest, AFileWithoutADirectoryIsDamage) {
+    setNumber(48, 0xFFFFFFFE);
+    EXPECT_EQ(refusal([&] { opened(); }), FormatError::Kind::damaged);
+}
+
+TEST_F(CompoundFileTest, AHeaderThatCountsMoreTableSectorsThanItNamesIsReadByTheirPlaces) {
+    setNumber(44, 2);
+    EXPECT_EQ(opened().stream(u"Large"), counted(6000));
+}
+
 TEST_F(CompoundFileTest, PlacesBeyondTheCountedTableSectorsAreNotRead) {
     setNumber(80, 100000); // behind the one place that counts
     EXPECT_EQ(opened().stream(u"Large"), counted(6000));

@@ -11,6 +11,7 @@
 #include "support/ByteText.h"
 #include "support/Corpus.h"
 #include "support/MemoryFolder.h"
+#include "support/ScratchFolder.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -69,6 +70,25 @@ TEST(RefusedDocument, WhatIsNoCompoundFile) {
 TEST(RefusedDocument, FilesOfWordBeforeCompoundFiles) {
     EXPECT_EQ(refusal(hex("DB A5 2D 00 00 00")), Kind::olderThanWord97); // Word 2
     EXPECT_EQ(refusal(hex("31 BE 00 00 00 AB")), Kind::olderThanWord97); // Word for DOS
+}
+
+TEST(RefusedDocument, FilesOfOldWordsByTheirPathToo) {
+    const test::ScratchFolder folder;
+    const auto refusalOf = [&](const Bytes& file) -> std::optional<Kind> {
+        try {
+            readDocument(folder.write("a.doc", file));
+        } catch (const FormatError& error) {
+            return error.kind();
+        }
+        return std::nullopt;
+    };
+    for (const char* magic : {"9BA5", "DBA5", "DCA5", "31BE"}) {
+        EXPECT_EQ(refusalOf(hex(magic)), Kind::olderThanWord97) << magic;
+        EXPECT_EQ(refusal(hex(magic)), Kind::olderThanWord97) << magic;
+    }
+    EXPECT_EQ(refusalOf(hex("9C A5 00")), Kind::notCompoundFile);
+    EXPECT_EQ(refusalOf(hex("DB")), Kind::notCompoundFile);
+    EXPECT_EQ(refusal(hex("DB")), Kind::notCompoundFile);
 }
 
 TEST(RefusedDocument, ACompoundFileOfAnotherProgram) {

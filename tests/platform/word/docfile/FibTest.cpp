@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <vector>
+
 namespace qvnd::word {
 namespace {
 
@@ -166,6 +169,42 @@ TEST(Fib, EveryRealDocumentIsReadOrRefusedWithAReason) {
         }
     }
     EXPECT_GT(read, test::foreignDocuments().size() / 2);
+}
+
+TEST(Fib, WhatIsTooShortForAVersionIsNoOldFile) {
+    const Bytes old{0xEC, 0xA5, 0x68, 0x00};
+    EXPECT_TRUE(isOlderThanWord97(old));
+    EXPECT_FALSE(isOlderThanWord97(ByteView(old).first(3)));
+    EXPECT_FALSE(isOlderThanWord97({}));
+    EXPECT_FALSE(isOlderThanWord97(encodeFib(Fib{})));
+}
+
+TEST(Fib, EachFlagIsABitOfItsOwn) {
+    const auto flagsOf = [](const Fib& fib) {
+        return std::vector<bool>{fib.fDot,
+                                 fib.fGlsy,
+                                 fib.fComplex,
+                                 fib.fHasPic,
+                                 fib.fWhichTblStm,
+                                 fib.fReadOnlyRecommended,
+                                 fib.fWriteReservation,
+                                 fib.fFarEast};
+    };
+    constexpr std::array<unsigned, 8> bits{0x0001, 0x0002, 0x0004, 0x0008,
+                                           0x0200, 0x0400, 0x0800, 0x4000};
+    constexpr std::size_t flagsAt = 10;
+    Fib none;
+    none.fWhichTblStm = false;
+    for (std::size_t i = 0; i < bits.size(); ++i) {
+        Bytes stream = encodeFib(none);
+        stream.at(flagsAt) |= static_cast<std::uint8_t>(bits[i]);
+        stream.at(flagsAt + 1) |= static_cast<std::uint8_t>(bits[i] >> 8);
+        std::vector<bool> expected = flagsOf(none);
+        expected[i] = true;
+        const Fib read = readFib(stream);
+        EXPECT_EQ(flagsOf(read), expected) << i;
+        EXPECT_EQ(encodeFib(read), stream) << i;
+    }
 }
 
 } // namespace

@@ -126,6 +126,10 @@ TEST(ForeignFile, EachKindOfEncryptionIsNamed) {
     EXPECT_EQ(kindOf(0x0300, {1, 0, 1, 0}), u"RC4");
     EXPECT_EQ(kindOf(0x0300, {2, 0, 2, 0}), u"RC4 CryptoAPI");
     EXPECT_EQ(kindOf(0x0300, {4, 0, 2, 0}), u"RC4 CryptoAPI");
+    for (const Bytes& unknown : {Bytes{1, 0, 2, 0}, Bytes{5, 0, 2, 0}, Bytes{2, 0, 1, 0},
+                                 Bytes{2, 0, 3, 0}, Bytes{1, 0, 0, 0}}) {
+        EXPECT_EQ(kindOf(0x0300, unknown), u"");
+    }
     EXPECT_EQ(kindOf(0x8300, {}), u"XOR 混淆");
     EXPECT_EQ(kindOf(0x0300, {9, 0, 9, 0}), u"");
     EXPECT_EQ(kindOf(0x0200, {1, 0, 1, 0}), u""); // not encrypted

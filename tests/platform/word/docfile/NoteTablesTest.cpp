@@ -211,6 +211,27 @@ TEST(CommentTables, ARangeWithoutACharacterIsNone) {
     EXPECT_FALSE(hasRange(5));
 }
 
+TEST(CommentTables, ARangeWithoutATagOrAnEndLeavesTheOthers) {
+    const std::vector<CommentPlace> comments{{1, {0, 1}, u"a", u"b", 1, CommentRange{0, 1}},
+                                             {3, {1, 1}, u"a", u"b", 1, CommentRange{2, 3}}};
+    const CommentTables tables = encodeComments(comments, 12);
+    const auto rangesWith = [&](const Bytes& tags, const Bytes& starts) {
+        const auto read = decodeComments({tables.references, tables.texts, tables.owners,
+                                          tables.dates, tags, starts, tables.rangeEnds},
+                                         99, 4);
+        return std::pair(read.at(0).range.has_value(), read.at(1).range.has_value());
+    };
+    EXPECT_EQ(rangesWith(tables.rangeTags, tables.rangeStarts), std::pair(true, true));
+    Bytes starts = tables.rangeStarts;
+    starts.at(12) = 2; // the end of the first one, of two
+    EXPECT_EQ(rangesWith(tables.rangeTags, starts), std::pair(false, true));
+    Bytes shorter = tables.rangeTags;
+    shorter.at(4) = 9; // bytes that each entry has behind its text
+    shorter.erase(shorter.begin() + 17);
+    shorter.pop_back();
+    EXPECT_EQ(rangesWith(shorter, tables.rangeStarts), std::pair(false, false));
+}
+
 TEST(CommentTables, EveryCutIsReadWithoutAFault) {
     const std::vector<CommentPlace> comments{{4, {0, 3}, u"a", u"b", 1, CommentRange{1, 4}}};
     const CommentTables tables = encodeComments(comments, 12);

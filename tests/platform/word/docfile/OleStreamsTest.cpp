@@ -111,5 +111,22 @@ TEST(OleStreams, APropertySetIsSoundWhereTextsAndBytesAreAsLongAsTheySay) {
     EXPECT_TRUE(isPropertySetStream(setOfOneValue(3, 99))); // a number
 }
 
+TEST(OleStreams, APropertySetHasItsHeadAndATextItsLength) {
+    const Bytes sound = setOfOneValue(30, 4);
+    const auto withSetAt = [&](std::size_t at) {
+        Bytes changed = sound;
+        changed[44] = static_cast<std::uint8_t>(at);
+        return isPropertySetStream(changed);
+    };
+    EXPECT_FALSE(withSetAt(sound.size()));
+    EXPECT_FALSE(withSetAt(sound.size() - 7)) << "half a head";
+    for (const std::uint32_t type : {30U, 31U, 65U, 0x1003U}) {
+        Bytes changed = setOfOneValue(type, 0);
+        changed[60] = 24; // the type stands where the set ends, without a length behind it
+        std::copy_n(changed.begin() + 64, 4, changed.begin() + 72);
+        EXPECT_FALSE(isPropertySetStream(changed)) << type;
+    }
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -213,5 +213,52 @@ TEST_F(OutputFileTest, AStampTellsAnotherFileAndAnotherContents) {
     EXPECT_NE(folder->stamp(target), after);
 }
 
+TEST_F(OutputFileTest, ANameThatIsTakenIsPassedOver) {
+    fs::path first;
+    folder->createBeside(home / "target.doc", &first);
+    const std::string name = first.filename().string();
+    const auto number = name.rfind('-') + 1;
+    const int next = std::stoi(name.substr(number)) + 1;
+    write(home / (name.substr(0, number) + std::to_string(next) + ".tmp"), "of somebody else");
+    const std::size_t before = filesInHome();
+    fs::path second;
+    folder->createBeside(home / "target.doc", &second);
+    EXPECT_EQ(second.filename().string(),
+              name.substr(0, number) + std::to_string(next + 1) + ".tmp");
+    EXPECT_EQ(filesInHome(), before + 1);
+}
+
+TEST_F(OutputFileTest, WhatCannotBePutInPlaceIsToldOfTheTarget) {
+    write(home / "target.doc", "old");
+    try {
+        folder->replace(home / "nothing.tmp", home / "target.doc");
+        FAIL() << "nothing was put in place of a file";
+    } catch (const RunTimeError& error) {
+        EXPECT_NE(error.description().find(u"target.doc"), std::u16string::npos);
+    }
+    EXPECT_EQ(read(home / "target.doc"), "old");
+}
+
+TEST_F(OutputFileTest, WhatIsPutInPlaceOfAFileIsToldBefore) {
+    struct Told : WriteObserver {
+        void beforeReplacing(const fs::path& file) override {
+            replaced = file;
+            std::ifstream stream(file);
+            std::getline(stream, content);
+        }
+        void beforeEditing(const fs::path&) override {}
+        fs::path replaced;
+        std::string content;
+    } told;
+    write(home / "target.doc", "old");
+    write(home / "new.tmp", "new");
+    observeWrites(&told);
+    folder->replace(home / "new.tmp", home / "target.doc");
+    observeWrites(nullptr);
+    EXPECT_EQ(told.replaced, home / "target.doc");
+    EXPECT_EQ(told.content, "old");
+    EXPECT_EQ(read(home / "target.doc"), "new");
+}
+
 } // namespace
 } // namespace qvnd::word

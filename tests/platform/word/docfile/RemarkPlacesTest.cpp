@@ -64,5 +64,18 @@ TEST(RemarkPlaces, OfNotesWithoutTextTheParagraphOfTheFirstIsNamed) {
                 Contains(u"有 1 个脚注、尾注或批注已损坏，未能读出，第一处在“见注”。"));
 }
 
+TEST(RemarkPlaces, WordsAreNotCutWithinACharacterOfTwoUnits) {
+    const auto lengthWith = [](char16_t twelfth) {
+        const std::u16string text = std::u16string(11, u'a') + twelfth + u"bb";
+        return wordsFrom(text, 0).size() - 1; // the dots behind them
+    };
+    EXPECT_EQ(lengthWith(u'a'), 12U);
+    EXPECT_EQ(lengthWith(0xD7FF), 12U);
+    EXPECT_EQ(lengthWith(0xD800), 11U);
+    EXPECT_EQ(lengthWith(0xDBFF), 11U);
+    EXPECT_EQ(lengthWith(0xDC00), 12U);
+    EXPECT_EQ(wordsFrom(std::u16string(12, u'a'), 0), std::u16string(12, u'a'));
+}
+
 } // namespace
 } // namespace qvnd::word
