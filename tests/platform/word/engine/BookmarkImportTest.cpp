@@ -252,6 +252,8 @@ TEST(FormFields, OtherDataHaveNoName) {
     EXPECT_EQ(formFieldName(hyperlink), std::nullopt);
     EXPECT_EQ(formFieldName(Bytes(0x44 + 11, 0xFF)), std::nullopt);
     Bytes cut = formField(u"Text1");
+    cut.resize(0x44 + 12 + 10);
+    EXPECT_EQ(formFieldName(cut), u"Text1");
     cut.resize(0x44 + 12 + 9);
     EXPECT_EQ(formFieldName(cut), std::nullopt);
 }

@@ -334,5 +334,14 @@ TEST(DocumentOpening, AParagraphNamesAListThatIsThere) {
     EXPECT_EQ(listOf(4), 0);
 }
 
+TEST(DocumentOpening, ADefaultFontThatIsNotThereIsTheFirst) {
+    SourceDocument source;
+    source.addFont(u"宋体");
+    source.paragraph(u"text");
+    source.data.tables.styles.defaultFonts = {1, 2, 1, 99};
+    const DocumentContent content = openedDocument(source.take());
+    EXPECT_EQ(content.tables.styles.defaultFonts, (std::array<std::uint16_t, 4>{1, 0, 1, 0}));
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -48,6 +48,7 @@ protected:
     }
     std::vector<Cp> lengths() const {
         std::vector<Cp> result;
+        result.reserve(runs.size());
         for (const SectionRun& run : runs) {
             result.push_back(run.length);
         }
@@ -55,6 +56,7 @@ protected:
     }
     std::vector<std::size_t> owners() const {
         std::vector<std::size_t> result;
+        result.reserve(runs.size());
         for (std::size_t i = 0; i < runs.size(); ++i) {
             result.push_back(sections->headerOwner(i, header));
         }
@@ -102,6 +104,14 @@ TEST_F(SectionsOfADocument, BehindTwoDocumentsWithHeadersTheOneInFrontOfBothIsSh
     EXPECT_EQ(owners(), (Owners{0, 1, 0, 3, 0}));
     sections->fillReturned(textOf(u"x"));
     EXPECT_EQ(written(), u"abaca");
+}
+
+TEST_F(SectionsOfADocument, BehindAHeaderThatIsBroughtTheNearestOfTheDocumentIsShown) {
+    make({u"a", u"d", u"", u""});
+    sections->bringHeader(2, 3, header, textOf(u"b"));
+    EXPECT_EQ(owners(), (Owners{0, 1, 2, 1}));
+    sections->fillReturned(textOf(u"x"));
+    EXPECT_EQ(written(), u"adbd");
 }
 
 TEST_F(SectionsOfADocument, BehindAHeaderThatIsBroughtAPlaceWithoutAnyIsBlank) {

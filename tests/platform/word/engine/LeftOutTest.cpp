@@ -58,5 +58,22 @@ TEST(LeftOut, VariablesOfADocumentStayBehindWhereItIsInserted) {
     EXPECT_THAT(leftOutOfOpened(source.document(), {}), ElementsAre());
 }
 
+TEST(LeftOut, AFieldOfAnObjectWithoutItsPictureGoesWhole) {
+    constexpr std::uint8_t embed = 58;
+    constexpr std::uint8_t control = 87;
+    constexpr std::uint8_t other = 33;
+    for (const std::uint8_t kind : {embed, control, other}) {
+        SourceDocument source;
+        source.run(u"a\u0013 CODE \u0015b\r");
+        source.main.fields.at(0).data = kind;
+        source.endParagraph();
+        ImportTarget target;
+        target.import(source.document());
+        EXPECT_EQ(target.last.text->text, kind == other ? source.main.text : u"ab\r");
+        EXPECT_EQ(target.last.text->fields.size(), kind == other ? 2U : 0U);
+        EXPECT_EQ(target.last.leftOut.size(), kind == other ? 0U : 1U);
+    }
+}
+
 } // namespace
 } // namespace qvnd::word

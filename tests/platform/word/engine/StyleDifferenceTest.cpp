@@ -259,3 +259,16 @@ TEST_F(StyleDifferences, ALevelWithoutAListJoinsNone) {
         look(under(sprm16(sprm::PIlfo, list) + sprm16(sprm::PDxaLeft80, 100), {}, level)).list(),
         list);
 }
+
+TEST_F(StyleDifferences, FortyTabStopsAreOneEntryAndOneMoreMakesASecond) {
+    const auto entriesFor = [&](std::int16_t count) {
+        std::vector<std::int16_t> stops;
+        for (std::int16_t i = 1; i <= count; ++i) {
+            stops.push_back(static_cast<std::int16_t>(i * 100));
+        }
+        const Bytes list = under(tabs({}, stops), {});
+        return parseSprms(list).sprms.size();
+    };
+    EXPECT_EQ(entriesFor(40), 1U);
+    EXPECT_EQ(entriesFor(41), 2U);
+}
