@@ -97,22 +97,24 @@ std::optional<history::Step> takeOne(modMain& state, Workbench& workbench, const
 }
 
 // Whether the history is still as the user has been shown it: `now` is the step that was named.
+// That a restoration has been brought to its end meanwhile is told anyway.
 bool isStill(modMain& state, Workbench& workbench, const Services& services,
              const std::optional<history::Step>& now, std::int64_t named, const QString& words) {
     if (now.value_or(history::Step{}).id == named) {
         return true;
     }
     showTables(state, workbench, services, selectedKeyOf(workbench.TrvCurrent));
-    services.messages.tell(words, desktop::Icon::information, desktop::hintTitle);
+    if (!state.HistoryFound.restored) {
+        services.messages.tell(words, desktop::Icon::information, desktop::hintTitle);
+    }
     return false;
 }
 
 std::optional<history::Step> takeNamed(modMain& state, Workbench& workbench,
                                        const Services& services, const OneStep& one,
                                        std::int64_t named, const QString& words) {
-    const bool isTaken = state.History && (state.HistoryFound.restored ||
-                                           isStill(state, workbench, services,
-                                                   (*state.History.*one.offered)(), named, words));
+    const bool isTaken = state.History && isStill(state, workbench, services,
+                                                  (*state.History.*one.offered)(), named, words);
     return isTaken ? takeOne(state, workbench, services, one) : std::nullopt;
 }
 

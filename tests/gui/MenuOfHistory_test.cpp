@@ -135,6 +135,17 @@ TEST_F(MenuOfHistory, TheMenuNamesAStepOfAnotherWindowWhenTheWorkbenchIsShownAga
     EXPECT_EQ(item("mnuUndo").text(), "撤消 添加文档[别处添的]");
 }
 
+TEST_F(MenuOfHistory, NothingElseIsTakenWhereARestorationHasBeenBroughtToItsEnd) {
+    openWithDeletedNode();
+    anotherWindowAddsAStep();
+    world.state.HistoryFound.restored = true;
+    item("mnuUndo").trigger();
+    EXPECT_TRUE(world.keys("U").contains("U.9"));
+    EXPECT_TRUE(told().isEmpty());
+    EXPECT_TRUE(barText().contains("上一次撤消或恢复中断了，现已做完。"))
+        << barText().toStdString();
+}
+
 TEST_F(MenuOfHistory, WhatWasDoneAgainIsNotToldAsNewsOfAnotherProgram) {
     open("T.1");
     deleteNodeThatTakesAnother();
