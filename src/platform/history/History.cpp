@@ -87,6 +87,17 @@ private:
     QString left_; // its name as it went
 };
 
+// The file of the steps may turn out damaged where only a restoration reads it.
+void goBy(Restoration& restoration, Recorder& recorder, std::int64_t target,
+          const Question& mayLeaveOut) {
+    try {
+        restoration.goTo(target, mayLeaveOut);
+    } catch (const RunTimeError& failure) {
+        recorder.noteDamage(failure);
+        throw;
+    }
+}
+
 } // namespace
 
 History::History(const QString& folder, const Places& places, jet::Workspace& workspace,
@@ -291,7 +302,7 @@ std::optional<Step> History::undo() {
     }
     std::optional<Step> step = undoable();
     if (step) {
-        restoration_.goTo(step->parent, leaveOut_);
+        goBy(restoration_, recorder_, step->parent, leaveOut_);
     }
     return step;
 }
@@ -303,7 +314,7 @@ std::optional<Step> History::redo() {
     std::optional<Step> step = redoable();
     if (step) {
         const QStringList along = fork().value_or(Fork{}).titles;
-        restoration_.goTo(step->id, leaveOut_);
+        goBy(restoration_, recorder_, step->id, leaveOut_);
         if (!along.isEmpty()) {
             restoration_.addNote(goneAlongNote(along));
         }
@@ -318,7 +329,7 @@ void History::goTo(std::int64_t step) {
     }
     if (exists()) {
         isJustRestored();
-        restoration_.goTo(step, leaveOut_);
+        goBy(restoration_, recorder_, step, leaveOut_);
     }
 }
 

@@ -159,6 +159,19 @@ TEST_F(KeptDocuments, TheHistoryIsOneFileThatHoldsAllWhileItIsOpen) {
               QStringList("2"));
 }
 
+// One page of the file of the steps holds no more what it held: the first of that table.
+void damage(const QString& file, const QString& table) {
+    const int page = test::PlainSqlite(file)
+                         .rows("SELECT rootpage FROM sqlite_schema WHERE name='" + table + "'")
+                         .value(0)
+                         .toInt();
+    ASSERT_GT(page, 1);
+    QFile bytes(file);
+    ASSERT_TRUE(bytes.open(QIODevice::ReadWrite));
+    bytes.seek(qint64{page - 1} * 4096);
+    bytes.write(QByteArray(4096, 'x'));
+}
+
 // The next start does not come upon the place, and every command does.
 TEST_F(KeptDocuments, DamageThatACommandMeetsIsKnownFromThenOnAndEndsByLayingTheHistoryAside) {
     const QString file = world.path(".~history/history.db");
@@ -166,17 +179,7 @@ TEST_F(KeptDocuments, DamageThatACommandMeetsIsKnownFromThenOnAndEndsByLayingThe
         return world.run("添加", [&] { HistoryWorld::addRow(*world.db, "甲", "甲.3"); });
     };
     world.close();
-    const int page = test::PlainSqlite(file)
-                         .rows("SELECT rootpage FROM sqlite_schema WHERE name='mirror'")
-                         .value(0)
-                         .toInt();
-    ASSERT_GT(page, 1);
-    {
-        QFile bytes(file);
-        ASSERT_TRUE(bytes.open(QIODevice::ReadWrite));
-        bytes.seek(qint64{page - 1} * 4096);
-        bytes.write(QByteArray(4096, 'x'));
-    }
+    damage(file, "mirror");
     world.open();
     world.history->mend();
     EXPECT_FALSE(history().isDamaged());
@@ -190,6 +193,18 @@ TEST_F(KeptDocuments, DamageThatACommandMeetsIsKnownFromThenOnAndEndsByLayingThe
     EXPECT_EQ(history().steps().size(), 0);
     ASSERT_TRUE(add().step);
     EXPECT_TRUE(history().undo());
+}
+
+// Neither the next start nor a command comes upon the place.
+TEST_F(KeptDocuments, DamageThatAnUndoMeetsIsKnownFromThenOn) {
+    ASSERT_TRUE(world.run("添加", [&] { HistoryWorld::addRow(*world.db, "甲", "甲.3"); }).step);
+    world.close();
+    damage(world.path(".~history/history.db"), "database_steps");
+    world.open();
+    world.history->mend();
+    EXPECT_FALSE(history().isDamaged());
+    EXPECT_THROW(history().undo(), RunTimeError);
+    EXPECT_TRUE(history().isDamaged());
 }
 
 // Earlier versions wrote changes ahead, which needs memory that all programs share: those of
