@@ -116,6 +116,21 @@ TEST_F(MenuOfHistory, TheListLeadsNowhereWhileItDoesNotShowTheLatestStep) {
     EXPECT_FALSE(world.keys("U").contains("U.9"));
 }
 
+TEST_F(MenuOfHistory, TheListMarksAStateThatAnotherProgramWentBackToWhenTheUserComesBack) {
+    openWithDeletedNode();
+    anotherWindowAddsAStep();
+    comeBackToTheWindow();
+    item("mnuHistory").trigger();
+    ASSERT_TRUE(steps().topLevelItem(0)->text(2).contains("现在"));
+    world.state.History->undo();
+    comeBackToTheWindow();
+    EXPECT_TRUE(steps().topLevelItem(1)->text(2).contains("现在"));
+    chooseStep(1);
+    press("historyBefore");
+    EXPECT_TRUE(isShown("T.3"));
+    EXPECT_TRUE(told().isEmpty()) << told().join('|').toStdString();
+}
+
 TEST_F(MenuOfHistory, TheMenuNamesAStepOfAnotherWindowWhenTheUserComesBack) {
     openWithDeletedNode();
     anotherWindowAddsAStep();

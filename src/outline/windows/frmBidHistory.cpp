@@ -35,6 +35,9 @@ void frmBid::tellLatestStep() {
         tellStep(latest);
     }
     applyHistory();
+    if (historyWindow_ && historyWindow_->listedHead() != namedUndo_) { // taken back elsewhere
+        refreshHistoryWindow();
+    }
 }
 
 history::Step frmBid::latestStep() const {
