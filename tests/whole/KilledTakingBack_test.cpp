@@ -1,9 +1,11 @@
 #ifdef __linux__
 
 #include "support/KillPoints.h"
+#include "support/LeftOnDisk.h"
 #include "support/TracedProcess.h"
 #include "whole/RealCommands.h"
 
+#include <algorithm>
 #include <map>
 
 using namespace qvnd;
@@ -30,11 +32,10 @@ protected:
         }
         ASSERT_GT(changes, ofTheStart);
         const int all = changes - ofTheStart;
-        std::map<int, Kept> left;
-        for (const int point :
-             test::killPoints(all, qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? all : 4)) {
-            left[ofTheStart + point] = nullptr;
-        }
+        const auto points =
+            test::killPoints(all, qEnvironmentVariableIsSet("QVND_KILL_EVERYWHERE") ? all : 4);
+        std::map<int, Kept> left; // of those that leave the same behind, the first
+        test::LeftOnDisk last;
         bringBack();
         test::TracedProcess::watch(
             [&] {
@@ -42,15 +43,21 @@ protected:
                 work();
             },
             [&](int change) {
-                if (left.contains(change)) {
-                    left[change] = keptNow();
+                const int point = change - ofTheStart;
+                if (std::binary_search(points.begin(), points.end(), point)) {
+                    test::LeftOnDisk now = test::leftOnDisk(planner.folder.path());
+                    if (now != last) {
+                        left[point] = keptNow();
+                        last.swap(now);
+                    }
                 }
-                return change != left.rbegin()->first;
+                return point != points.back();
             });
-        for (const auto& [change, kept] : left) {
-            SCOPED_TRACE("killed before change " + std::to_string(change - ofTheStart) + " of " +
+        RecordProperty("changes", all);
+        RecordProperty("points", static_cast<int>(left.size()));
+        for (const auto& [point, kept] : left) {
+            SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
                          std::to_string(all));
-            ASSERT_TRUE(kept);
             bringBack(*kept);
             ASSERT_TRUE(planner.start());
             look();
