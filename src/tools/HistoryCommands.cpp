@@ -179,6 +179,10 @@ using Take = std::optional<Step> (*)(modMain&, outline::Workbench&, const outlin
 ExitStatus take(Session& session, const QStringList& words, Take step, const QString& nothing) {
     Arguments(words, {}).expectPositions(0, 0);
     ProgramRun& run = session.programAsLeft();
+    if (session.hasEndedRestoration()) {
+        session.output().note(u"没有再撤消或恢复；请看一看现在的状态，再操作。"_s);
+        return ExitStatus::refused;
+    }
     const std::optional<Step> taken = step(run.state(), run.workbench(), run.services());
     if (!taken) {
         session.output().note(nothing);

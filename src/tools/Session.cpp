@@ -46,6 +46,7 @@ void Session::tellWhatWasMended() {
     if (program_->state().HistoryFound.exitKilled) {
         output_.note(QStringLiteral("上次运行在退出时中断了；所做的操作都已保存。"));
     }
+    hasEndedRestoration_ = program_->state().HistoryFound.restored;
     const QString mended = outline::takeMended(program_->state(), QStringLiteral("history undo "));
     if (!mended.isEmpty()) {
         output_.note(mended);

@@ -40,6 +40,10 @@ public:
     // outlines makes a step of its own, which an undo would find before the one that is meant.
     ProgramRun& programAsLeft();
 
+    // Whether the start of the program has brought a restoration to its end that was left half
+    // done: the user has not seen yet which state that led to.
+    bool hasEndedRestoration() const { return hasEndedRestoration_; }
+
     // What the history calls the command with these options; before the first call of program().
     void isCalled(const QString& caption) { caption_ = caption; }
     // The plan that the command is about, for the history, where the command does not open it or
@@ -71,6 +75,7 @@ private:
     TerminalWait wait_;
     files::DiskFileSystem outsideFiles_; // of a command that needs no program
     std::unique_ptr<ProgramRun> program_;
+    bool hasEndedRestoration_ = false;
     std::unique_ptr<outline::RecordedCommand> recorded_;
 };
 

@@ -247,6 +247,39 @@ TEST_P(KilledCommands, LeaveAllWholeAtWhateverPointAndAreToldAndOneUndoLeadsToBe
 INSTANTIATE_TEST_SUITE_P(Each, KilledCommands, testing::ValuesIn(commandsOfAPlanner()),
                          [](const auto& tested) { return std::string(tested.param.label); });
 
+// A user who has seen an undo stop asks for it again, and means the step that it was about.
+TEST(KilledUndo, IsEndedByTheNextOneWhichTakesNoFurtherStep) {
+    const PlannedHome original;
+    for (const char* name : {"一", "二"}) {
+        qvndctl(original.home(), {"outline", "rename", "甲", "甲.1", name});
+    }
+    const QString home = original.folder.path("killed");
+    const auto undo = [&] { qvndctl(home, {"history", "undo"}); };
+    original.copyTo(home);
+    const int changes = TracedProcess::run(undo, 0);
+    if (changes < 0) {
+        GTEST_SKIP() << "processes cannot be traced here";
+    }
+    const auto undone = workSpaceOf(home);
+    int restored = 0;
+    for (const int point : test::killPoints(changes, pointsOfOne)) {
+        SCOPED_TRACE("killed before change " + std::to_string(point) + " of " +
+                     std::to_string(changes));
+        std::filesystem::remove_all(home.toStdString());
+        original.copyTo(home);
+        TracedProcess::run(undo, point);
+        std::ostringstream out;
+        std::ostringstream err;
+        tools::run({"--home", home, "history", "undo"}, out, err);
+        if (QString::fromStdString(err.str()).contains("现已做完")) {
+            ++restored;
+            EXPECT_EQ(out.str(), "");
+            test::expectSame(workSpaceOf(home), undone);
+        }
+    }
+    EXPECT_GT(restored, 0);
+}
+
 // The copy of the plan that the exit makes level is whole in either state, and nothing of it is to
 // be taken back.
 TEST(KilledExit, IsToldAndLeavesOnlyTheCommandToUndo) {
