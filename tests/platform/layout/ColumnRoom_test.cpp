@@ -161,5 +161,16 @@ TEST_F(SectionColumns, APageWithNothingOnItIsThatOfTheSectionThatGoesOnThere) {
     EXPECT_EQ(found[0].number, 7);
 }
 
+TEST_F(SectionColumns, ABreakOfAColumnPutsTheRestInTheNextOne) {
+    type(u"甲\u000E乙\u000E丙\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(textOf(found[0]), u"甲乙");
+    EXPECT_EQ(textOf(found[1]), u"丙") << "there are two columns";
+    EXPECT_DOUBLE_EQ(textAt(found[0], u"乙").x, 1000 + 900 + 200);
+    EXPECT_DOUBLE_EQ(textAt(found[0], u"乙").baseline, 1000 + 160);
+    EXPECT_DOUBLE_EQ(textAt(found[1], u"丙").x, 1000);
+}
+
 } // namespace
 } // namespace qvnd::layout

@@ -142,5 +142,25 @@ TEST_F(Headers, OneGrowsWithWhatFloatsBesideItsTextAlone) {
     EXPECT_DOUBLE_EQ(textTop(withSprm16(onPage, sprm::PDyaAbs, 1)), 1000 + 160);
 }
 
+TEST_F(Headers, AFrameThatEndsAHeaderIsNotLost) {
+    type(u"甲\r");
+    word::Story header = story(u"眉\r");
+    append(header, u"框\r", frameInHeader());
+    putHeader(HeaderKind::oddHeader, header);
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"框").baseline, 720 + 200 + 160);
+    putHeader(HeaderKind::oddHeader, story(u"框\r", frameInHeader()));
+    EXPECT_DOUBLE_EQ(textAt(pages().at(0), u"框").baseline, 720 + 160);
+}
+
+TEST_F(Headers, WhatStandsBesideTheTextOfOnePageIsNotBesideThatOfTheNext) {
+    type(u"框\r", frameInHeader());
+    type(u"甲\r");
+    paragraphs(12);
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_DOUBLE_EQ(textAt(found[0], u"甲").x, 1800);
+    EXPECT_DOUBLE_EQ(found[1].layer.texts[0].x, 1000);
+}
+
 } // namespace
 } // namespace qvnd::layout

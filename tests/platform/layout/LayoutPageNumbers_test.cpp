@@ -136,5 +136,42 @@ TEST_F(PageNumbers, TheyHaveTheNumberFormOfTheirSection) {
     EXPECT_EQ(at({0, 20}), (Numbers{u"i", u"ii"}));
 }
 
+TEST_F(PageNumbers, AShownPageCountTakesTheRoomOfItsDigits) {
+    const std::u16string text = u"一一一一一一一一aa";
+    const std::u16string code = u"NUMPAGES";
+    word::Story count =
+        *builder.fragment({test::plain(text + u"\u0013" + code + u"\u00149\u0015\r")});
+    const auto begin = static_cast<Cp>(text.size());
+    const auto separator = static_cast<Cp>(begin + code.size() + 1);
+    count.fields = {{begin, word::fieldBegin, 0x1A},
+                    {separator, word::fieldSeparator, 0},
+                    {separator + 2, word::fieldEnd, 0}};
+    const Cp length = count.size();
+    builder.add(std::make_shared<const word::Story>(std::move(count)));
+    paragraphs(9);
+    EXPECT_EQ(at({length + 2 * 8}), Numbers{u"1"}) << "2 pages: one digit fits into the line";
+    paragraphs(100);
+    EXPECT_EQ(at({length + 2 * 7, length + 2 * 8}), (Numbers{u"1", u"2"}))
+        << "11 pages: the second digit begins another line";
+}
+
+TEST_F(PageNumbers, EachRowOfATableHasThePageThatItStandsOn) {
+    const Bytes inTable = withSprm8({}, sprm::PFInTable, 1);
+    word::LittleEndianWriter definition; // of one cell
+    definition.u16(sprm::TDefTable);
+    definition.u16(2 + 2 * 2 + 20);
+    definition.u8(1);
+    definition.u16(0);
+    definition.u16(1000);
+    definition.zeros(20);
+    Bytes mark = withSprm8(inTable, sprm::PFTtp, 1);
+    mark.insert(mark.end(), definition.data().begin(), definition.data().end());
+    for (int i = 0; i < 12; ++i) {
+        builder.add({test::plain(u"一\a")}, 0, inTable);
+        builder.add({test::plain(u"\a")}, 0, mark);
+    }
+    EXPECT_EQ(at({0, 3 * 5, 3 * 8, 3 * 11}), (Numbers{u"1", u"1", u"1", u"2"}));
+}
+
 } // namespace
 } // namespace qvnd::layout

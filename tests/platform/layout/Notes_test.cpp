@@ -233,5 +233,21 @@ TEST_F(NotesOfPage, ALineStandsOnEachPageThoughItHasNoRoomAndNoMoreThanOne) {
     EXPECT_EQ(carried[1].from, 0U);
 }
 
+TEST_F(Notes, TheSpaceAboveANoteCountsToTheRoomOfItsFirstLine) {
+    const auto onFirstPage = [this](unsigned space) {
+        main = {};
+        document.tables.sideStories.clear();
+        paragraphs(7);
+        type(u"甲\x02\r");
+        main.anchors = {{15, AnchorKind::footnote, 0}};
+        const Bytes spaced = withSprm16({}, sprm::PDyaBefore, space);
+        document.tables.sideStories.push_back(
+            {std::make_shared<const word::Story>(story(u"注\r释\r", spaced)), true, {}, {}});
+        return textOf(pages().at(0)).substr(0, 8);
+    };
+    EXPECT_EQ(onFirstPage(0), u"一一一一一一一甲");
+    EXPECT_EQ(onFirstPage(300), u"一一一一一一一") << "two lines of room are not enough";
+}
+
 } // namespace
 } // namespace qvnd::layout

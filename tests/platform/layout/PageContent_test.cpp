@@ -184,6 +184,52 @@ TEST_F(PageContent, TheBackgroundOfACellFillsItAndNoOther) {
     EXPECT_EQ(fill.colour, 0xFF0000U);
 }
 
+TEST_F(PageContent, TheBackgroundAndTheBordersOfAPartedRowEndWithEachPart) {
+    moreOfRows = {0x09, 0xD6, 2, 0x06, 0x04}; // solid red
+    bottomSide = 0x00010108;
+    std::u16string lines;
+    for (int i = 0; i < 14; ++i) {
+        lines += u"一\v";
+    }
+    typeRow({lines + u"末"}, {0, 1000});
+    type(u"\r");
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    for (const std::size_t i : {0U, 1U}) {
+        const Page& page = found[i];
+        const double height = i == 0 ? 2000 : 200 * static_cast<double>(page.layer.texts.size());
+        ASSERT_EQ(page.layer.fills.size(), 1U);
+        EXPECT_NEAR(page.layer.fills[0].y, 1000, 30);
+        EXPECT_NEAR(page.layer.fills[0].height, height, 60);
+        ASSERT_EQ(page.layer.rules.size(), 2U);
+        EXPECT_NEAR(page.layer.rules[0].y1, 1000, 30) << "the upper one";
+        EXPECT_NEAR(page.layer.rules[0].y2, 1000, 30);
+        EXPECT_NEAR(page.layer.rules[1].y1, 1000 + height, 60);
+        EXPECT_NEAR(page.layer.rules[1].y2, 1000 + height, 60);
+    }
+    EXPECT_EQ(found[0].layer.texts.size() + found[1].layer.texts.size(), 15U);
+}
+
+TEST_F(PageContent, ARowStandsAtTheRightOrInTheMiddleOfTheText) {
+    const auto leftOf = [this](unsigned alignment) {
+        main = {};
+        moreOfRows = withSprm16({}, sprm::TJc, alignment);
+        typeRow({u"甲"}, {0, 1000});
+        type(u"\r");
+        return textAt(pages().at(0), u"甲").x;
+    };
+    const double left = leftOf(0);
+    EXPECT_DOUBLE_EQ(leftOf(1), left + 500);
+    EXPECT_DOUBLE_EQ(leftOf(2), left + 1000);
+}
+
+TEST_F(PageContent, CellsMergedAcrossJoinTheFirstOfThem) {
+    typeRow({u"甲", u"乙乙乙乙乙", u"", u"丙"}, {0, 300, 900, 1700, 2000}, {0, 1, 2, 0});
+    type(u"\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"乙乙乙乙乙").baseline, textAt(page, u"甲").baseline);
+}
+
 TEST_F(PageContent, CharactersAreAsWideAsTheirScaleSays) {
     type(u"宽常\r");
     main.characters = {{1, intern(withSprm16({}, sprm::CCharScale, 150))}, {2, {}}};

@@ -290,5 +290,15 @@ TEST_F(OnDemand, ALongTableIsComposedRowByRow) {
     EXPECT_EQ(count, 21);
 }
 
+TEST_F(OnDemand, BehindTheLastPageNoneIsFoundHoweverOftenItIsAskedFor) {
+    typeUnevenly(20);
+    onDemand();
+    findAll();
+    const std::size_t count = demanded->sizes().size();
+    EXPECT_FALSE(demanded->findNext());
+    EXPECT_FALSE(demanded->findNext());
+    EXPECT_EQ(demanded->sizes().size(), count);
+}
+
 } // namespace
 } // namespace qvnd::layout

@@ -127,5 +127,17 @@ TEST_F(PicturesOnPages, InTheOfficeSuiteAPictureHangsInAParagraphThatShowsNothin
     EXPECT_EQ(textOf(page), u"乙");
 }
 
+TEST_F(PicturesOnPages, InTheOfficeSuiteAFrameOfOnePictureThatNothingFollowsStaysOne) {
+    document.tables.blobs.push_back(word::Picture::fromImage(test::png(96, 48))->blob());
+    const Bytes shown = withSprm8(withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1);
+    type(u"甲\r");
+    type(u"\x01\r", withSprm16({}, sprm::PDxaAbs, 301));
+    main.characters = {{2, {}}, {1, intern(shown)}, {1, {}}};
+    options = officeOptions();
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 1U);
+    EXPECT_DOUBLE_EQ(page.layer.pictures[0].x, 1300);
+}
+
 } // namespace
 } // namespace qvnd::layout

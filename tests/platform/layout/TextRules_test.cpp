@@ -352,5 +352,11 @@ TEST(Kerning, OfATableThatBreaksOffIsNone) {
     }
 }
 
+TEST_F(TextRules, MarksOfNoFieldHideNothing) {
+    type(u"甲\x15乙\x14丙\r");
+    main.fields = {{1, 0x15, 0}, {3, 0x14, 0}};
+    EXPECT_EQ(textOf(pages().at(0)), u"甲乙丙");
+}
+
 } // namespace
 } // namespace qvnd::layout
