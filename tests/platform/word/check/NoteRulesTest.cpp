@@ -96,6 +96,25 @@ TEST_F(EndnoteRules, TwoMustNotStandAtOnePlace) {
     EXPECT_EQ(rules(), (Rules{"note.order", "note.stray"}));
 }
 
+TEST(NoteRules, AFieldOfANoteStandsInTheTableOfItsPartAlone) {
+    SoundDocument document;
+    document.mark(u"末", 0x02);
+    document.append(u"\x02甲乙丙\r\r");
+    document.mark(u"甲", 0x13);
+    document.mark(u"乙", 0x14);
+    document.mark(u"丙", 0x15);
+    document.file.lengths.endnotes = 6;
+    auto& parts = document.file.parts;
+    parts[FibPair::PlcfendRef] = encodePlc({29, document.file.lengths.text}, hex("0100"));
+    parts[FibPair::PlcfendTxt] = encodePlc({0, 5, 6}, {});
+    parts[FibPair::PlcfFldEdn] = encodePlc({1, 2, 3, 6}, hex("1321 14FF 1580"));
+    EXPECT_EQ(brokenRules(document.bytes()), Rules{});
+    parts.erase(FibPair::PlcfFldEdn);
+    EXPECT_EQ(toldOf("field.table", document.bytes()),
+              (std::vector<std::string>{"尾注第 3 个字符：域字符不在域表中",
+                                        "尾注第 4 个字符：域字符不在域表中"}));
+}
+
 // --- comments -----------------------------------------------------------------------------------
 
 // Two comments, each on a range.

@@ -101,10 +101,11 @@ protected:
         return result;
     }
 
+    std::optional<CarriedDrawings> carried_;
+
 private:
     Bytes content_;
     std::optional<Drawings> drawings_;
-    std::optional<CarriedDrawings> carried_;
 };
 
 using Numbers = std::vector<std::uint32_t>;
@@ -434,8 +435,7 @@ TEST_F(CarriedDrawingsTest, APlainBoxHasARecordOfEachThingThatItNeeds) {
     ShapeBytes one = shape(0x402);
     one.text = 0x10000;
     shapes = {damaged(one)};
-    const Drawing& box = drawing(0x402);
-    LittleEndianReader reader(box.records, "records");
+    LittleEndianReader reader(drawing(0x402).records, "records");
     EXPECT_EQ(art::readHeader(reader).type, art::spContainer);
     std::vector<std::pair<std::uint16_t, std::uint32_t>> records; // kind and length
     while (!reader.atEnd()) {
@@ -449,6 +449,50 @@ TEST_F(CarriedDrawingsTest, APlainBoxHasARecordOfEachThingThatItNeeds) {
                                                                     {art::clientAnchor, 4},
                                                                     {art::clientData, 4},
                                                                     {art::clientTextbox, 4}}));
+}
+
+TEST_F(CarriedDrawingsTest, AGroupsShapeMayBeginWithThePlaceOfItsMembers) {
+    LittleEndianWriter head;
+    head.u32(0x402);
+    head.u32(art::shapeIsGroup | art::shapeHasAnchor);
+    const Bytes group =
+        artContainer(art::spContainer, {artRecord(1, 0, art::fspgr, Bytes(16)),
+                                        artRecord(2, 0, art::fsp, head.data()),
+                                        artRecord(0, 0, art::clientAnchor, number32(0))});
+    ShapeBytes member = shape(0x403);
+    member.anchor.reset();
+    shapes = {groupBytes({group, member.bytes()})};
+    EXPECT_EQ(named(drawing(0x402), Kind::shape).size(), 2U);
+}
+
+TEST_F(CarriedDrawingsTest, AShapeNamesTheOneThatItTakesItsLookFrom) {
+    for (const std::uint16_t opid : {art::nextShape, art::masterShape}) {
+        ShapeBytes one = shape(opid == art::nextShape ? 0x402 : 0x404);
+        one.properties.set(opid, 0x403);
+        shapes.push_back(one.bytes());
+    }
+    const auto next = named(drawing(0x402), Kind::otherShape);
+    ASSERT_EQ(next.size(), 1U);
+    EXPECT_EQ(named(drawing(0x404), Kind::otherShape), next);
+}
+
+TEST_F(CarriedDrawingsTest, AShapeNamesThoseThatItIsRelatedTo) {
+    const auto relatedTo = [this](std::size_t size) {
+        LittleEndianWriter table;
+        table.u16(art::shapeRelations | 0x8000U);
+        table.u32(static_cast<std::uint32_t>(size));
+        Bytes relations = test::hex("0100 0100 0C00 03040000 00000000 05040000 0604");
+        relations.resize(size);
+        table.bytes(relations);
+        const auto id = static_cast<std::uint32_t>(0x440 + size);
+        ShapeBytes one = shape(id);
+        one.properties = art::ShapeProperties(table.data(), 1);
+        shapes = {one.bytes()};
+        carried_.reset();
+        return named(drawing(id), Kind::otherShape).size();
+    };
+    EXPECT_EQ(relatedTo(18), 2U) << "a place of 0 names none";
+    EXPECT_EQ(relatedTo(9), 0U);
 }
 
 } // namespace

@@ -140,5 +140,18 @@ TEST(FontTable, TableThatEndsEarlyKeepsWhatIsWhole) {
     EXPECT_EQ(remarks.at(0), u"文件的字体已损坏，未能全部读出，部分文字的字体可能与原来不同");
 }
 
+TEST(FontTable, ARecordMayEndBehindTheOnlyLetterOfItsName) {
+    Remarks remarks;
+    Bytes bytes = encodeFonts({makeFont(u"A")});
+    bytes.at(4) = 41; // behind the fixed part and the letter
+    bytes.resize(5 + 41);
+    EXPECT_EQ(decodeFonts(bytes, remarks).at(0).name, u"A");
+    EXPECT_TRUE(remarks.empty());
+    bytes.at(4) = 40;
+    bytes.resize(5 + 40);
+    EXPECT_EQ(decodeFonts(bytes, remarks).at(0).name, u"Times New Roman");
+    EXPECT_EQ(remarks.size(), 1U);
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -7,6 +7,7 @@
 #include "support/Errors.h"
 
 #include <cerrno>
+#include <chrono>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <system_error>
@@ -211,6 +212,9 @@ TEST_F(OutputFileTest, AStampTellsAnotherFileAndAnotherContents) {
     const auto after = folder->stamp(target);
     write(target, "longer");
     EXPECT_NE(folder->stamp(target), after);
+    const auto written = folder->stamp(target);
+    fs::last_write_time(target, fs::last_write_time(target) + std::chrono::hours(1));
+    EXPECT_NE(folder->stamp(target), written) << "the time alone";
 }
 
 TEST_F(OutputFileTest, ANameThatIsTakenIsPassedOver) {

@@ -160,6 +160,19 @@ TEST_F(RowRepair, ANewDefinitionStandsInThePlaceOfTheOldAmongTheOtherEntries) {
     EXPECT_EQ(Bytes(listOf(1).begin(), listOf(1).end()), joined({front, one, behind}));
 }
 
+TEST_F(RowRepair, ANewDefinitionHasTheColumnsThatWerePutInAndTakenOut) {
+    for (const auto& [opcode, operand] :
+         {std::pair(sprm::TInsert, hex("00 03 6400")), std::pair(sprm::TDelete, hex("00 02"))}) {
+        story = {};
+        const Bytes front = joined({cell(), flag(sprm::PFTtp)});
+        add(u"a\a", cell());
+        add(u"\a", withSprm(withSprm(front, sprm::TDefTable, two), opcode, operand));
+        EXPECT_EQ(repairRows(story, lists), 1);
+        EXPECT_FALSE(findSprm(listOf(1), opcode));
+        EXPECT_EQ(findSprm(listOf(1), sprm::TDefTable)->operand[2], 1);
+    }
+}
+
 TEST_F(RowRepair, ColumnsTakenOutLaterCount) {
     const auto repairsWithout = [this](unsigned first, unsigned behind) {
         story = {};

@@ -431,5 +431,13 @@ TEST_F(StyleSheetTable, BytesBehindTheListsOfAStyleWithoutRevisionSayNothing) {
     EXPECT_TRUE(remarks.empty());
 }
 
+TEST_F(StyleSheetTable, AParagraphStyleBasedOnAStyleOfTablesIsBasedOnNone) {
+    const StyleSheet read = throughFile(sheetOf(
+        {{15, named(u"Grid", StyleKind::table)}, {16, based(u"Body", StyleKind::paragraph, 15)}}));
+    EXPECT_EQ(read.styles.at(16)->basedOn, StyleDefinition::none);
+    EXPECT_FALSE(read.styles.at(16)->namesCharacterBase);
+    EXPECT_EQ(remarks.size(), 1U);
+}
+
 } // namespace
 } // namespace qvnd::word

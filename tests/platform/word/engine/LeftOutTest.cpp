@@ -75,5 +75,34 @@ TEST(LeftOut, AFieldOfAnObjectWithoutItsPictureGoesWhole) {
     }
 }
 
+TEST(SectionsThatComeAlong, AreAsLongAsTheTextWhateverTheirFileSays) {
+    for (const Cp length : {Cp{0}, Cp{2}, Cp{5}, Cp{99}}) {
+        SourceDocument source;
+        source.paragraph(u"text");
+        source.data.sections = {{length, PropertyListId::empty}, {1, PropertyListId::empty}};
+        ImportTarget target;
+        target.import(source.document());
+        Cp total = 0;
+        for (const SectionRun& section : target.last.sections) {
+            total += section.length;
+        }
+        EXPECT_EQ(total, 5U) << length;
+    }
+}
+
+TEST(ListsThatComeAlong, KeepTheirNumberWhereItIsFree) {
+    SourceDocument source;
+    source.paragraph(u"1", 0, sprm16(sprm::PIlfo, source.addList(7, 0)));
+    ImportTarget target;
+    target.import(source.document());
+    ASSERT_EQ(target.tables.listDefinitions.size(), 1U);
+    EXPECT_EQ(target.tables.listDefinitions[0].lsid, 7);
+    SourceDocument other;
+    other.paragraph(u"1", 0, sprm16(sprm::PIlfo, other.addList(7, 1)));
+    target.import(other.document());
+    ASSERT_EQ(target.tables.listDefinitions.size(), 2U);
+    EXPECT_NE(target.tables.listDefinitions[1].lsid, 7);
+}
+
 } // namespace
 } // namespace qvnd::word

@@ -26,5 +26,20 @@ TEST(TemplateStyles, HeadingsAndContentsAreFollowedByTextAndOthersByThemselves) 
     EXPECT_FALSE(isFollowedByText(sti::header));
 }
 
+TEST(TemplateStyles, HeadersHaveALineBelowThemAndFootersNone) {
+    DocumentTables tables = importing::plainTables();
+    const auto listOf = [&](std::uint16_t number) {
+        const StyleIndex place = requireStyle(tables, number);
+        return tables.lists[tables.styles.styles.at(place)->paragraph];
+    };
+    EXPECT_TRUE(findSprm(listOf(sti::header), sprm::PBrcBottom80));
+    EXPECT_FALSE(findSprm(listOf(sti::footer), sprm::PBrcBottom80));
+    EXPECT_TRUE(findSprm(listOf(sti::header), sprm::PChgTabsPapx));
+    EXPECT_TRUE(findSprm(listOf(sti::footer), sprm::PChgTabsPapx));
+    const StyleIndex link = requireStyle(tables, sti::hyperlink);
+    const ByteView looks = tables.lists[tables.styles.styles.at(link)->character];
+    EXPECT_TRUE(findSprm(looks, sprm::CKul));
+}
+
 } // namespace
 } // namespace qvnd::word
