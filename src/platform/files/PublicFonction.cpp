@@ -13,9 +13,6 @@ namespace {
 QStringList linesOf(QString text) {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(u'\r', u'\n');
-    if (text.endsWith(u'\n')) {
-        text.chop(1);
-    }
     return text.split(u'\n');
 }
 
@@ -36,10 +33,7 @@ QString ReadKeyedLine(const QString& fileName, const QString& key) {
     return {};
 }
 
-MadePath MakePath(QString path, QString base) {
-    if (path.endsWith(separator())) {
-        path.chop(1);
-    }
+MadePath MakePath(const QString& path, QString base) {
     base = withSeparator(base);
     if (!folderExists(withoutSeparator(base))) {
         return MadePath::baseMissing;

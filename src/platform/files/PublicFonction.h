@@ -13,6 +13,6 @@ enum class MadePath { made = 0, baseMissing = 1, alreadyThere = 2 };
 
 // Makes the folders of `path` below `base`, which must exist. `alreadyThere` says that the whole
 // path was there. Throws as FileSystemObject::CreateFolder when a folder cannot be made.
-MadePath MakePath(QString path, QString base);
+MadePath MakePath(const QString& path, QString base);
 
 } // namespace qvnd::files

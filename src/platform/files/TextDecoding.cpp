@@ -55,13 +55,13 @@ QString decodeGbk(const QByteArray& bytes) {
         char block[4096];
         char* out = block;
         std::size_t room = sizeof block;
-        const bool stuck = iconv(converter, &at, &left, &out, &room) == std::size_t(-1);
+        iconv(converter, &at, &left, &out, &room);
         text.append(block, out - block);
-        if (stuck && out == block && left > 0) {
+        const bool isStuck = out == block;
+        if (isStuck) {
             text.append("\xEF\xBF\xBD");
             ++at;
             --left;
-            iconv(converter, nullptr, nullptr, nullptr, nullptr);
         }
     }
     iconv_close(converter);
@@ -82,8 +82,10 @@ QByteArray encodeGbk(const QString& text) {
     while (left > 0 && iconv(converter, &at, &left, &out, &room) == std::size_t(-1)) {
         *out++ = '?';
         --room;
-        ++at;
-        --left;
+        do { // the whole character
+            ++at;
+            --left;
+        } while (left > 0 && (static_cast<unsigned char>(*at) & 0xC0) == 0x80);
     }
     iconv_close(converter);
     bytes.truncate(out - bytes.data());

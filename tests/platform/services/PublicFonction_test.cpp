@@ -85,6 +85,11 @@ TEST(TextDecoding, EveryCharacterComesBackFromGbk) {
     EXPECT_EQ(decodeGbk(QByteArray()), QString());
 }
 
+// A few characters for private use have no place in it.
+TEST(TextDecoding, ACharacterThatGbkLacksIsOneQuestionMark) {
+    EXPECT_EQ(encodeGbk(u"工\uE78D程\uE796"_qs), QByteArray(gbkWork).insert(2, '?') + '?');
+}
+
 TEST(TextDecoding, ALongGbkTextComesWhole) {
     EXPECT_EQ(decodeText(gbkWork.repeated(5000)), QString("工程").repeated(5000));
 }
@@ -141,6 +146,12 @@ TEST_F(MakePaths, AnExistingFirstLevelIsUsed) {
     folder.makeFolder("A");
     EXPECT_EQ(MakePath(QStringList({"A", "b"}).join(separator()), folder.path()), MadePath::made);
     EXPECT_TRUE(folder.exists("A/b"));
+}
+
+TEST_F(MakePaths, ASeparatorInFrontDoesNotCount) {
+    const QString path = QStringList({"", "a", "b"}).join(separator());
+    EXPECT_EQ(MakePath(path, folder.path()), MadePath::made);
+    EXPECT_TRUE(folder.exists("a/b"));
 }
 
 } // namespace
