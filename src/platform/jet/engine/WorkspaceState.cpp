@@ -45,7 +45,11 @@ std::shared_ptr<StoreFile> WorkspaceState::Create(const QString& path, const QSt
     }
     std::shared_ptr<StoreFile> file = StoreFile::Create(path, locale);
     file->Observe(observer_);
-    files_[identityOf(path)] = file;
+    std::weak_ptr<StoreFile>& known = files_[identityOf(path)];
+    if (const std::shared_ptr<StoreFile> gone = known.lock()) {
+        gone->Observe(nullptr);
+    }
+    known = file;
     return file;
 }
 
