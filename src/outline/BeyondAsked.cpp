@@ -251,8 +251,8 @@ private:
     // The plan or template that a deletion is about. Deleting a template as a whole refreshes
     // nothing, so it is the only outline to go.
     bool isAskedFor(Place place, const QString& outline, qsizetype all) const {
-        const bool isPlan = place == Place::plans && outline == frame_.plan &&
-                            (frame_.selectedKey.isEmpty() || depthOfKey(frame_.selectedKey) == 0);
+        const bool isPlan =
+            place == Place::plans && outline == frame_.plan && depthOfKey(frame_.selectedKey) == 0;
         return isDeletion_ && place == placeOfDeletion() && (isPlan || all == 1) &&
                !haveNodesGoneAlone();
     }

@@ -31,9 +31,7 @@ Pasted mnuPaste(modMain& state, Workbench& workbench, const Services& services) 
 }
 
 Pasted toolbarPaste(modMain& state, Workbench& workbench, const Services& services) {
-    Pasted pasted = mnuPaste(state, workbench, services);
-    workbench.TbarBid[positionBehindPaste] = false;
-    return pasted;
+    return mnuPaste(state, workbench, services);
 }
 
 } // namespace qvnd::outline

@@ -42,10 +42,7 @@ void deleteFolder(modMain& state, const QString& folder, desktop::MessageBoxes& 
 void deleteTemplate(modMain& state, Workbench& workbench, const QString& name,
                     desktop::MessageBoxes& messages) {
     const QString folder = store::templateFolder(state, name);
-    jet::TableDefs tables = state.gDbTemplate->TableDefs();
-    tables.Refresh();
-    tables.Delete(name);
-    tables.Refresh();
+    state.gDbTemplate->TableDefs().Delete(name);
     workbench.TrvTemplate.Remove(name);
     workbench.mnuBroTemplate = false;
     {

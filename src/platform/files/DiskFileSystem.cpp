@@ -102,9 +102,7 @@ void DiskFileSystem::refuseUndeletable(const QString& folder, bool force) {
 
 bool DiskFileSystem::FolderExists(const QString& path) { return folderExists(path); }
 
-bool DiskFileSystem::FileExists(const QString& path) {
-    return !path.isEmpty() && QFileInfo(spelt(path)).isFile();
-}
+bool DiskFileSystem::FileExists(const QString& path) { return QFileInfo(spelt(path)).isFile(); }
 
 void DiskFileSystem::CreateFolder(const QString& path) {
     forgetNames();

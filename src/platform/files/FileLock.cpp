@@ -76,8 +76,7 @@ bool FileLock::tryTake() {
 }
 
 bool FileLock::open() {
-    if (file_.open(QIODevice::ReadWrite) ||
-        (QDir().mkpath(folder_) && file_.open(QIODevice::ReadWrite))) {
+    if (QDir().mkpath(folder_) && file_.open(QIODevice::ReadWrite)) {
         return true;
     }
     if (!file_.exists()) {

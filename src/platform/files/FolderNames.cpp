@@ -54,7 +54,7 @@ FolderNames::Names& FolderNames::namesIn(const QString& folder) {
 
 QString FolderNames::resolved(const QString& path) {
     const Place place = placeOf(path);
-    if (place.folder.isEmpty() || place.name.isEmpty() || !QFileInfo(place.folder).isDir()) {
+    if (!QFileInfo(place.folder).isDir()) {
         return files::resolved(path);
     }
     if (QFileInfo::exists(path)) {

@@ -54,38 +54,31 @@ QString resolved(const QString& path) {
     if (path.isEmpty() || QFileInfo::exists(path)) {
         return path;
     }
-    const qsizetype end = path.endsWith(separator()) ? path.size() - 1 : path.size();
-    const qsizetype cut = path.lastIndexOf(separator(), end - 1);
-    if (end == 0 || cut == 0) {
-        return cut == 0
-                   ? separator() + spellingIn(separator(), path.mid(1, end - 1)) + path.mid(end)
-                   : path;
-    }
-    const QString name = path.mid(cut + 1, end - cut - 1);
+    const qsizetype cut = path.lastIndexOf(separator());
+    const QString name = path.mid(cut + 1); // empty behind a separator at the end
     if (cut < 0) {
-        return spellingIn(".", name) + path.mid(end);
+        return spellingIn(".", name);
+    }
+    if (cut == 0) {
+        return separator() + spellingIn(separator(), name);
     }
     const QString folder = resolved(path.left(cut));
-    return folder + separator() + spellingIn(folder, name) + path.mid(end);
+    return folder + separator() + spellingIn(folder, name);
 }
 
 QStringList namesOf(const QString& folder) {
     QStringList names;
     std::error_code failed;
-    for (std::filesystem::directory_iterator at(nativePath(folder), failed), end;
-         !failed && at != end; at.increment(failed)) {
+    for (std::filesystem::directory_iterator at(nativePath(folder), failed), end; at != end;
+         at.increment(failed)) {
         names << fromPath(at->path().filename());
     }
     return names;
 }
 
-bool folderExists(const QString& path) {
-    return !path.isEmpty() && QFileInfo(resolved(path)).isDir();
-}
+bool folderExists(const QString& path) { return QFileInfo(resolved(path)).isDir(); }
 
-bool fileExists(const QString& path) {
-    return !path.isEmpty() && QFileInfo(resolved(path)).isFile();
-}
+bool fileExists(const QString& path) { return QFileInfo(resolved(path)).isFile(); }
 
 QString behindLinks(const QString& path) {
     constexpr int most = 40; // links that lead to each other end here
@@ -94,7 +87,7 @@ QString behindLinks(const QString& path) {
     for (int i = 0; i < most && std::filesystem::is_symlink(real, failed); ++i) {
         real = targetOf(real);
     }
-    return real == nativePath(path) ? path : fromPath(real);
+    return fromPath(real);
 }
 
 std::filesystem::path toPath(const QString& path) { return nativePath(resolved(path)); }

@@ -29,7 +29,7 @@ QDateTime dateOf(QStringView text) {
     const auto number = [&](int group) { return parts.captured(group).toInt(); };
     const QDate day(number(1), number(2), number(3));
     const QTime time(number(4), number(5), number(6));
-    if (!parts.hasMatch() || !day.isValid() || !time.isValid()) {
+    if (!day.isValid() || !time.isValid()) { // nor is the day of a text of another form
         failTypeMismatch();
     }
     return {day, time};

@@ -73,7 +73,7 @@ QString plainForm(QStringView text) {
 
 double numberOf(QStringView text) {
     const QStringView trimmed = text.trimmed();
-    if (trimmed.size() > 2 && trimmed.startsWith(u"&H", Qt::CaseInsensitive)) {
+    if (trimmed.startsWith(u"&H", Qt::CaseInsensitive)) {
         return hexadecimal(trimmed.mid(2));
     }
     // Well formed by now: what is too wide becomes infinite, what is too small zero.

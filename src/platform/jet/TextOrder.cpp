@@ -19,7 +19,7 @@ char32_t codePoint(std::string_view text, std::size_t& at) {
     if (lead < 0x80) {
         return lead;
     }
-    char32_t c = lead >= 0xF0 ? lead & 0x07 : lead >= 0xE0 ? lead & 0x0F : lead & 0x1F;
+    char32_t c = lead & (lead >= 0xF0 ? 0x07 : 0x1F); // bit 4 of 1110xxxx is 0
     while (at < text.size() && isContinuation(text[at])) {
         c = (c << 6) | (static_cast<std::uint8_t>(text[at++]) & 0x3F);
     }

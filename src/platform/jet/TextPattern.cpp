@@ -33,7 +33,7 @@ bool inSet(QChar c, QStringView pattern, qsizetype& at, qsizetype close) {
 bool matchesOne(QChar c, QStringView pattern, qsizetype& at) {
     const QChar element = pattern[at];
     if (element == u'[') {
-        const qsizetype close = pattern.indexOf(u']', at + 1);
+        const qsizetype close = pattern.indexOf(u']', at);
         return close >= 0 && inSet(c, pattern, at, close);
     }
     ++at;
@@ -83,7 +83,7 @@ bool matchesPattern(QStringView text, QStringView pattern) {
 bool isPattern(QStringView pattern) {
     for (qsizetype at = 0; at < pattern.size(); ++at) {
         if (pattern[at] == u'[') {
-            at = pattern.indexOf(u']', at + 1);
+            at = pattern.indexOf(u']', at);
             if (at < 0) {
                 return false;
             }

@@ -1,5 +1,4 @@
 #include "platform/jet/dialect/Parser.h"
-#include "platform/jet/dialect/ReservedWords.h"
 
 #include <algorithm>
 
@@ -136,7 +135,7 @@ Expression Parser::ParseWordOperand() {
     if (token_.Kind == TokenKind::Word && isDigits(token_.Content)) {
         return ParseNumber();
     }
-    const bool mayCall = token_.Kind == TokenKind::Word && !isReservedWord(token_.Content);
+    const bool mayCall = token_.Kind == TokenKind::Word;
     const QString word = token_.Content;
     QString field = ParseField();
     if (mayCall && field == word && TakeSymbol(u"(")) {

@@ -90,8 +90,7 @@ private:
     // A text field that is to have a text given in words; an index can answer that. False for
     // anything else.
     bool WriteSameText(const Expression& field, const Expression& text) {
-        const bool isPair = field.Kind == ExpressionKind::Field &&
-                            text.Kind == ExpressionKind::Literal && text.Content.IsText();
+        const bool isPair = field.Kind == ExpressionKind::Field && text.Content.IsText();
         const int position = isPair ? table_.PositionOf(field.Name) : -1;
         if (position < 0 ||
             !table_.Definition.Fields[static_cast<std::size_t>(position)].IsText()) {

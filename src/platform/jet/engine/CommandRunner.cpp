@@ -34,12 +34,7 @@ private:
 CommandRunner::CommandRunner(Session& session) : session_(session), file_(session.EnterFile()) {}
 
 std::shared_ptr<StoreFile> CommandRunner::Target(const std::optional<QString>& file) {
-    if (!file) {
-        return session_.SharedFile();
-    }
-    std::shared_ptr<StoreFile> target = session_.Workspace().Open(pathOf(*file));
-    target->Refresh();
-    return target;
+    return file ? session_.Workspace().Open(pathOf(*file)) : session_.SharedFile();
 }
 
 void CommandRunner::operator()(const SelectInto& command) {

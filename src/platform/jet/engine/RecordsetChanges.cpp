@@ -23,7 +23,7 @@ public:
     SingleChange(StoreFile& file, bool staysPending)
         : file_(file), staysPending_(staysPending), began_(file.BeginWrite()) {}
     ~SingleChange() {
-        if (!done_ && began_ && file_.IsPending()) {
+        if (!done_ && began_) {
             ignoringErrors([this] { file_.Rollback(); });
         }
     }
@@ -73,7 +73,6 @@ void RecordsetState::AddNew() {
 
 void RecordsetState::Edit() {
     File();
-    Current();
     ReadRow();
     handRow_ = row_;
     handSet_.assign(row_.size(), false);

@@ -146,7 +146,6 @@ Value RecordsetState::Get(QStringView field) {
     if (inHand_ != InHand::Nothing) {
         return handRow_[position];
     }
-    Current();
     if (rowStamp_ != file.Sql().ChangeStamp()) {
         ReadRow();
     }
@@ -172,7 +171,6 @@ void RecordsetState::ReadRow() {
 
 void RecordsetState::ReadAhead(std::size_t place) {
     ahead_.clear();
-    readPlace_.reset();
     StoreFile& file = File();
     const std::size_t wanted = file.IsPending() ? 1 : std::min(atOnce_, rows_.size() - place);
     std::optional<ReadLock> lock;
@@ -190,11 +188,10 @@ void RecordsetState::ReadAhead(std::size_t place) {
 bool RecordsetState::ReadNext(std::vector<Value>& row, std::int64_t number) const {
     const bool isWanted = ahead_.empty();
     try {
-        const bool isThere = ReadInto(row, number);
-        if (isWanted && !isThere) {
+        if (!ReadInto(row, number)) {
             failRecordDeleted();
         }
-        return isThere;
+        return true;
     } catch (const RunTimeError&) {
         if (isWanted) {
             throw;
@@ -207,7 +204,6 @@ bool RecordsetState::ReadInto(std::vector<Value>& row, std::int64_t number) cons
     const StoredTable& table = Table();
     Statement& statement = File().Sql().Prepared("SELECT " + table.AllColumns() + " FROM " +
                                                  table.TableName() + " WHERE rowid=?1");
-    statement.Reset();
     statement.Bind(1, number);
     const bool isThere = statement.Step();
     const std::vector<Field>& fields = table.Definition.Fields;

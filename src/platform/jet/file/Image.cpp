@@ -71,9 +71,6 @@ QByteArray withoutCounters(QByteArray image) {
 // whatever it was in memory. The list of them is a chain of pages, each with the number of the
 // next, how many it names, and these.
 QByteArray withoutUnusedPages(QByteArray image) {
-    if (image.size() < headerSize) {
-        return image;
-    }
     const auto numberAt = [&](qsizetype place) -> qsizetype {
         return place + 4 > image.size()
                    ? 0
