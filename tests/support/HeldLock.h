@@ -12,7 +12,7 @@
 
 namespace qvnd::test {
 
-enum class LockKind { record, whole };
+enum class LockKind { record, sharedRecord, whole };
 
 // A lock on a file as another program holds it: a process of its own, for as long as the object
 // lives. A record lock covers the file's first byte alone.
@@ -54,7 +54,7 @@ private:
             return flock(file, LOCK_SH) == 0;
         }
         struct flock lock {};
-        lock.l_type = F_WRLCK;
+        lock.l_type = kind == LockKind::sharedRecord ? F_RDLCK : F_WRLCK;
         lock.l_whence = SEEK_SET;
         lock.l_len = 1;
         return fcntl(file, F_SETLK, &lock) == 0;

@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -166,6 +167,41 @@ TEST_F(DiskFiles, AReadOnlyFileBehindALinkDoesNotHoldAFolder) {
     EXPECT_TRUE(folder.exists("别处/a.doc"));
 }
 
+TEST_F(DiskFiles, WhatIsNoFileDoesNotHoldAFolder) {
+    folder.makeFolder("甲");
+    ASSERT_EQ(mkfifo(QFile::encodeName(folder.path("甲/a.doc")).constData(), S_IRUSR), 0);
+    gFso.DeleteFolder(folder.path("甲"), false);
+    EXPECT_FALSE(folder.exists("甲"));
+}
+
+TEST_F(DiskFiles, WhatCannotBeDeletedForWantOfRightsStays) {
+    folder.write("甲/乙/b.doc", "x");
+    QFile::setPermissions(folder.path("甲"), QFile::ReadOwner | QFile::ExeOwner);
+    std::vector<std::string> owned;
+    for (const char* name : {"", "甲", "甲/乙", "甲/乙/b.doc"}) {
+        owned.push_back(folder.path(name).toStdString());
+    }
+    const auto deleting = [&] {
+        return errorNumberOf([&] { gFso.DeleteFolder(folder.path("甲/乙"), false); });
+    };
+    QFile::setPermissions(folder.path("甲/乙"), QFile::ReadOwner | QFile::ExeOwner);
+    const auto deletingFile = [&] {
+        return errorNumberOf([&] { gFso.DeleteFile(folder.path("甲/乙/b.doc")); });
+    };
+    const auto ofFolder = test::RestrictedProcess::withoutPrivileges(owned, deleting);
+    const auto ofFile = test::RestrictedProcess::withoutPrivileges(owned, deletingFile);
+    for (const char* name : {"甲", "甲/乙"}) {
+        QFile::setPermissions(folder.path(name),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    if (!ofFolder || !ofFile) {
+        GTEST_SKIP() << "no user without rights";
+    }
+    EXPECT_EQ(ofFolder, error::permissionDenied);
+    EXPECT_EQ(ofFile, error::permissionDenied);
+    EXPECT_EQ(folder.read("甲/乙/b.doc"), "x");
+}
+
 TEST_F(DiskFiles, AFileInThePlaceOfANewFolderIsOneThatIsThere) {
     folder.write("甲", "x");
     EXPECT_EQ(errorNumberOf([&] { gFso.CreateFolder(folder.path("甲")); }),
@@ -240,6 +276,9 @@ TEST_F(DiskFiles, TheRootIsItsOwnSeparatorAndKeepsIt) {
     EXPECT_EQ(withoutSeparator("/"), "/");
     EXPECT_EQ(withoutSeparator("/usr/"), "/usr");
     EXPECT_EQ(withoutSeparator("/usr"), "/usr");
+    EXPECT_EQ(withoutSeparator("a/"), "a");
+    EXPECT_EQ(withSeparator("a"), "a/");
+    EXPECT_EQ(withSeparator("a/"), "a/");
     EXPECT_EQ(withoutSeparator(""), "");
 }
 
@@ -260,6 +299,9 @@ TEST_F(DiskFiles, MoveFolderTakesAllAlongToANameThatIsFree) {
               error::fileAlreadyExists);
     EXPECT_EQ(errorNumberOf([&] { gFso.MoveFolder(folder.path("a"), folder.path("d")); }),
               error::pathNotFound);
+    EXPECT_EQ(errorNumberOf([&] { gFso.MoveFolder(folder.path("c"), folder.path("none/d")); }),
+              error::pathNotFound);
+    EXPECT_EQ(folder.read("c/x.doc"), "x");
 }
 
 TEST_F(DiskFiles, CopyFileReplacesTheTargetWhole) {
@@ -283,6 +325,8 @@ TEST_F(DiskFiles, CopyFileNamesWhatIsWrong) {
         return errorNumberOf([&] { gFso.CopyFile(folder.path(from), folder.path(to), overwrite); });
     };
     EXPECT_EQ(copy("none.doc", "b.doc", true), error::fileNotFound);
+    EXPECT_EQ(copy("none.doc", "b.doc", false), error::fileNotFound);
+    EXPECT_EQ(copy("", "c.doc", true), error::fileNotFound);
     EXPECT_EQ(copy("a.doc", "none/b.doc", true), error::pathNotFound);
     EXPECT_EQ(copy("a.doc", "b.doc", false), error::fileAlreadyExists);
     EXPECT_EQ(folder.read("b.doc"), "y");

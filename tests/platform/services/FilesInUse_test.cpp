@@ -48,7 +48,9 @@ struct FilesUsed : testing::Test {
 
 struct LockedFiles : FilesUsed, testing::WithParamInterface<LockKind> {};
 
-INSTANTIATE_TEST_SUITE_P(Kinds, LockedFiles, testing::Values(LockKind::record, LockKind::whole));
+INSTANTIATE_TEST_SUITE_P(Kinds, LockedFiles,
+                         testing::Values(LockKind::record, LockKind::sharedRecord,
+                                         LockKind::whole));
 
 TEST_P(LockedFiles, AFileThatAnotherProcessHoldsLockedIsSeen) {
     EXPECT_FALSE(isLockedByOther(folder.path("甲/甲.2.doc")));

@@ -63,6 +63,13 @@ TEST_F(HeldNames, WhatWeAddAndRemoveIsKnown) {
     EXPECT_EQ(resolved("x/SECOND.doc"), folder.path("x/SECOND.doc"));
 }
 
+TEST_F(HeldNames, AFolderThatWasNotReadIsReadWholeThoughAFileWasAddedToIt) {
+    folder.write("x/first.doc", "x");
+    names.add(folder.path("x/second.doc"));
+    names.remove(folder.path("y/second.doc"));
+    EXPECT_EQ(resolved("x/FIRST.doc"), folder.path("x/first.doc"));
+}
+
 TEST_F(HeldNames, ANameInAnotherCaseIsFoundWhenTheOneBesideItHasGone) {
     folder.write("x/AB.doc", "one");
     folder.write("x/ab.doc", "other");

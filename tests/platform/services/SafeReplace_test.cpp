@@ -73,6 +73,8 @@ TEST_F(SafeReplaces, ASourceThatIsMissingIsNotFoundAndATargetFolderThatIsMissing
               error::fileNotFound);
     EXPECT_EQ(errorNumberOf([&] { writeWhole(folder.path("none/target.doc"), "x"); }),
               error::pathNotFound);
+    EXPECT_EQ(errorNumberOf([&] { copyWhole(folder.path(), folder.path("target.doc")); }),
+              error::permissionDenied);
     expectEarlierState();
 }
 

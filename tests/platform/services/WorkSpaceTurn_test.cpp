@@ -5,11 +5,14 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QScopeGuard>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <functional>
@@ -74,6 +77,32 @@ TEST_F(WorkSpaceTurns, WhoHasItIsNamedAsLongAsHeHasIt) {
     EXPECT_TRUE(named().contains(QString::number(QCoreApplication::applicationPid())));
     one.giveBack();
     EXPECT_EQ(named(), "");
+}
+
+TEST_F(WorkSpaceTurns, WhoHeldItIsNamedNoLongerOnceItIsGone) {
+    const QString file = folder.filePath(files::FileLock::fileName);
+    {
+        files::FileLock lock(folder.path());
+        ASSERT_TRUE(lock.tryTake());
+        EXPECT_GT(QFileInfo(file).size(), 0);
+    }
+    EXPECT_EQ(QFileInfo(file).size(), 0);
+}
+
+TEST_F(WorkSpaceTurns, AHolderThatDoesNotTellItsNameIsAnotherProgram) {
+    QFile held(folder.filePath(files::FileLock::fileName));
+    ASSERT_TRUE(held.open(QIODevice::ReadWrite));
+    ASSERT_EQ(files::systemLock(held).outcome, files::LockAttempt::Outcome::taken);
+    files::FileLock lock(folder.path());
+    EXPECT_FALSE(lock.tryTake());
+    EXPECT_EQ(lock.holder(), "另一个程序");
+}
+
+TEST_F(WorkSpaceTurns, AnInterruptionOfAnEarlierCallDoesNotKeepTheSystemFromLocking) {
+    QFile file(folder.filePath(files::FileLock::fileName));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    errno = EINTR;
+    EXPECT_EQ(files::systemLock(file).outcome, files::LockAttempt::Outcome::taken);
 }
 
 TEST_F(WorkSpaceTurns, WhoWaitsGetsItWhenItIsGivenBack) {
@@ -217,6 +246,13 @@ TEST_F(WorkSpaceTurns, OfAFileThatCannotBeOpenedFailAtOnceWithTheReason) {
         EXPECT_EQ(failure.number(), error::cannotAccessFile);
         EXPECT_TRUE(QString::fromStdU16String(failure.description()).contains("qvnd.lock"));
     }
+    int attempts = 0;
+    files::FileLock lock(folder.path(), [&attempts](QFile&) {
+        ++attempts;
+        return files::LockAttempt{files::LockAttempt::Outcome::taken, {}};
+    });
+    EXPECT_THROW(lock.tryTake(), RunTimeError);
+    EXPECT_EQ(attempts, 0) << "the system is not asked for a lock";
 }
 
 TEST_F(WorkSpaceTurns, OnADiskWithoutLocksFailAtOnceWithTheReason) {
