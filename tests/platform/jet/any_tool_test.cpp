@@ -111,6 +111,19 @@ TEST_F(AnySqliteTool, SeesNoPrimaryKeyInANumberThatIsUniqueOnlyTogetherWithAnoth
               QStringList{u"甲.两者"_qs});
 }
 
+TEST_F(AnySqliteTool, SeesNoPrimaryKeyInANumberThatIsNotUnique) {
+    TableDef table = outlineTable(u"甲"_qs);
+    table.Indexes = {TableDef::CreateIndex(u"号"_qs, false, false, {u"ID"_qs}),
+                     TableDef::CreateIndex(u"名"_qs, false, false, {u"Key"_qs})};
+    db_->TableDefs().Append(table);
+    EXPECT_EQ(reads(u"select name from pragma_table_info('甲') where pk>0"_qs),
+              QStringList{u"rowid"_qs});
+    EXPECT_EQ(reads(u"select name from sqlite_schema where type='index' and sql is not null"_qs),
+              (QStringList{u"甲.号"_qs, u"甲.名"_qs}));
+    addRows(*db_, u"甲"_qs, {u"Ä"_qs, u"ä"_qs, u"Ä"_qs});
+    EXPECT_EQ(reads(u"select count(*) from 甲"_qs), QStringList{u"3"_qs});
+}
+
 TEST_F(AnySqliteTool, SeesAnIndexUnderItsTableAndItsName) {
     TableDef table = outlineTable(u"甲"_qs);
     table.Indexes.push_back(TableDef::CreateIndex(u"primarykey"_qs, false, false, {u"名称"_qs}));
@@ -119,6 +132,32 @@ TEST_F(AnySqliteTool, SeesAnIndexUnderItsTableAndItsName) {
     EXPECT_EQ(reads(u"select name from sqlite_schema where type='index' and sql is not null"_qs),
               (QStringList{u"甲.PrimaryKey"_qs, u"甲.primarykey.2"_qs, u"乙.PrimaryKey"_qs}));
     EXPECT_EQ(db_->TableDefs()[u"甲"_qs], table);
+}
+
+TEST_F(AnySqliteTool, SeesTheLastNumberThatEachTableHasGiven) {
+    db_->TableDefs().Append(outlineTable(u"甲"_qs));
+    db_->TableDefs().Append(texts(u"乙"_qs, {u"Key"_qs, u"名称"_qs, u"是否文档"_qs}));
+    addRows(*db_, u"甲"_qs, {u"甲"_qs, u"甲.1"_qs});
+    addRows(*db_, u"乙"_qs, {u"乙"_qs, u"乙.1"_qs});
+    EXPECT_EQ(reads(u"select name,last_number from jet_tables order by id"_qs),
+              (QStringList{u"甲|2"_qs, u"乙|0"_qs}));
+}
+
+TEST_F(AnySqliteTool, FindsNothingLeftOfATableThatWasDropped) {
+    db_->TableDefs().Append(outlineTable(u"甲"_qs));
+    db_->TableDefs().Append(outlineTable(u"乙"_qs));
+    db_->Execute(u"DROP TABLE 甲"_qs);
+    for (const QString& list : {u"jet_fields"_qs, u"jet_indexes"_qs, u"jet_index_fields"_qs}) {
+        EXPECT_EQ(reads(u"select distinct table_id from "_qs + list), QStringList{u"2"_qs})
+            << list.toStdString();
+    }
+    EXPECT_EQ(reads(u"select id,name from jet_tables"_qs), QStringList{u"2|乙"_qs});
+    EXPECT_EQ(tables(), QStringList{u"乙"_qs});
+}
+
+TEST_F(AnySqliteTool, SeesTheLocaleThatTheDatabaseWasMadeWith) {
+    EXPECT_EQ(reads(u"select value from jet_info where name='locale'"_qs),
+              QStringList{QString::fromUtf16(dbLangGeneral)});
 }
 
 TEST_F(AnySqliteTool, TakesNoNameInDoubleQuotesForATextAtOurConnection) {
@@ -183,6 +222,23 @@ TEST_F(LettersBeyondAscii, ATextWithMoreSpellingsThanCanBeNamedIsComparedAllTheS
     addRows(*db_, u"Ａ栋"_qs, {wide});
     EXPECT_EQ(errorOf([&] { addRows(*db_, u"Ａ栋"_qs, {wide.toLower()}); }), 3022);
     EXPECT_EQ(found(u"Key='"_qs + wide.toLower() + u"'"_qs), QStringList{wide});
+}
+
+TEST_F(LettersBeyondAscii, InAnIndexWithARowsNumberCountWithItWhenRowsAreCopied) {
+    TableDef table = outlineTable(u"双"_qs);
+    table.Indexes = {TableDef::CreateIndex(u"both"_qs, false, true, {u"Key"_qs, u"ID"_qs})};
+    db_->TableDefs().Append(table);
+    const auto copying = [&](const QString& id) {
+        return errorOf(
+            [&] { db_->Execute(u"insert into 双 select Key,ID from Ａ栋 where ID="_qs + id); });
+    };
+    EXPECT_EQ(copying(u"1"_qs), 0);
+    const auto rows = db_->OpenRecordset(u"select * from Ａ栋 order by ID"_qs);
+    rows->Edit();
+    rows->Set(u"Key", u"ａ栋.1"_qs);
+    rows->Update();
+    EXPECT_EQ(copying(u"1"_qs), 3022);
+    EXPECT_EQ(copying(u"2"_qs), 0);
 }
 
 TEST_F(LettersBeyondAscii, InAnIndexOfSeveralFieldsCountWithTheOthers) {

@@ -178,8 +178,21 @@ TEST_F(DatabaseFiles, AClosedHandleAnswers3420AndMayBeClosedAgain) {
     EXPECT_FALSE(db->IsOpen());
     EXPECT_EQ(errorOf([&] { (void)db->Name(); }), 3420);
     EXPECT_EQ(errorOf([&] { db->Execute(u"drop table x"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { db->Execute(u"no statement"_qs); }), 3420);
     EXPECT_EQ(errorOf([&] { (void)db->OpenRecordset(u"x"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)db->OpenRecordset(u"select"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)db->ForeignChanges(); }), 3420);
     EXPECT_EQ(errorOf([&] { (void)db->TableDefs().Count(); }), 3420);
+}
+
+TEST_F(DatabaseFiles, AHandleThatGoesClosesWhatWasOpenedThroughIt) {
+    auto db = create(u"a.mdb"_qs);
+    db->TableDefs().Append(outlineTable(u"T"_qs));
+    const TableDefs tables = db->TableDefs();
+    const auto rows = db->OpenRecordset(u"T"_qs);
+    db.reset();
+    EXPECT_EQ(errorOf([&] { (void)tables.Count(); }), 3420);
+    EXPECT_EQ(errorOf([&] { rows->AddNew(); }), 3420);
 }
 
 TEST_F(DatabaseFiles, PathsMayHaveAnyCharacter) {
@@ -269,10 +282,51 @@ TEST(DatabaseImages, WhatStandsInFreePagesDoesNotCount) {
     EXPECT_FALSE(counts(threeAndFive, 3, 0));
     EXPECT_TRUE(counts(threeAndFive, 4, 0));
     EXPECT_FALSE(counts(threeAndFive, 5, 511));
+    const QByteArray oneOfTwo("\0\0\0\0\0\0\0\1\0\0\0\3\0\0\0\5", 16);
+    EXPECT_FALSE(counts(oneOfTwo, 3, 0));
+    EXPECT_TRUE(counts(oneOfTwo, 5, 0)) << "only so many are named";
+    const QByteArray itself("\0\0\0\0\0\0\0\1\0\0\0\2", 12);
+    EXPECT_FALSE(counts(itself, 2, 511)) << "a list may be free";
+    const QByteArray circle("\0\0\0\2\0\0\0\1\0\0\0\3", 12);
+    EXPECT_FALSE(counts(circle, 3, 0));
     // Neither the first page nor one behind the last is ever free.
     const QByteArray wrong("\0\0\0\0\0\0\0\2\0\0\0\1\0\0\0\6", 16);
     EXPECT_TRUE(counts(wrong, 1, 200));
     EXPECT_TRUE(counts(wrong, 5, 511));
+}
+
+// A page is given as its bytes and filled up; the list of free pages begins at the page `list`.
+TEST(DatabaseImages, TheListOfFreePagesIsFollowedPageByPageAndNoFurtherThanThePageReaches) {
+    const auto counts = [](int pageSize, int list, const QByteArrayList& pages, int page) {
+        QByteArray image;
+        for (const QByteArray& bytes : pages) {
+            image += bytes.leftJustified(pageSize, 'x');
+        }
+        image.replace(16, 2, pageSize == 65536 ? QByteArray("\0\1", 2) : QByteArray("\2\0", 2));
+        image.replace(32, 4, QByteArray("\0\0\0", 3) + static_cast<char>(list));
+        QByteArray other = image;
+        other[(page - 1) * pageSize + pageSize / 2] = 'y';
+        return digestOf(image) != digestOf(other);
+    };
+    const auto number = [](int value) {
+        return QByteArray("\0\0\0", 3) + static_cast<char>(value);
+    };
+    const auto none = [&](int count) { return number(0).repeated(count); };
+    const QByteArray one = number(0) + number(1);
+    const QByteArrayList chain{{}, number(3) + number(1) + number(4), one + number(5), {}, {}, {}};
+    EXPECT_FALSE(counts(512, 2, chain, 4));
+    EXPECT_FALSE(counts(512, 2, chain, 5));
+    EXPECT_TRUE(counts(512, 2, chain, 6));
+    EXPECT_TRUE(counts(512, 7, chain, 4)) << "a list behind the last page";
+    // 126 numbers have room behind the two in front.
+    const QByteArray full = number(0) + number(127) + none(125) + number(4);
+    EXPECT_FALSE(counts(512, 3, {{}, {}, full, {}}, 4));
+    EXPECT_FALSE(counts(512, 4, {{}, {}, {}, full.left(508) + number(3)}, 3));
+    EXPECT_TRUE(counts(512, 2, {{}, full, number(4), {}}, 3));
+    const QByteArray short126 = number(0) + number(127) + none(126);
+    EXPECT_TRUE(counts(512, 2, {{}, short126, number(4), {}}, 4)) << "named behind the list's page";
+    EXPECT_FALSE(counts(65536, 2, {{}, one + number(3), {}}, 3));
+    EXPECT_TRUE(counts(65536, 2, {{}, one + number(3), {}}, 2));
 }
 
 } // namespace qvnd::jet

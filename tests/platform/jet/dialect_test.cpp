@@ -1,4 +1,11 @@
+#include "platform/jet/dialect/ConditionSql.h"
+#include "platform/jet/dialect/Parser.h"
+#include "platform/jet/file/Catalogue.h"
+#include "platform/jet/file/Connection.h"
 #include "support/JetStore.h"
+
+#include <utility>
+#include <vector>
 
 namespace qvnd::jet {
 
@@ -58,6 +65,23 @@ TEST_F(Dialect, TextIsComparedWithoutCase) {
     EXPECT_EQ(count(u"Key<>'aBC'"_qs), 5);
 }
 
+// An outline has thousands of rows.
+TEST_F(Dialect, ATextThatAFieldIsToHaveIsLookedUpInItsIndexOnWhicheverSideItStands) {
+    Connection connection(db_->Name(), Connection::Mode::existing);
+    const std::vector<StoredTable> tables = Catalogue::TablesIn(connection);
+    const auto plan = [&](const QString& text) {
+        const ConditionSql condition =
+            translatedWhere(Parser(text).ParseCondition(), tables.front());
+        Statement statement(connection, "EXPLAIN QUERY PLAN SELECT rowid FROM " +
+                                            tables.front().TableName() + condition.Sql);
+        condition.BindTo(statement);
+        return statement.Step() ? statement.Text(3) : QString();
+    };
+    EXPECT_TRUE(plan(u"Key='工程甲.1'"_qs).startsWith(u"SEARCH"_qs));
+    EXPECT_TRUE(plan(u"'工程甲.1'=Key"_qs).startsWith(u"SEARCH"_qs));
+    EXPECT_FALSE(plan(u"名称='工程甲.1'"_qs).startsWith(u"SEARCH"_qs)) << "which has no index";
+}
+
 TEST_F(Dialect, TextIsComparedBeyondANulCharacter) {
     const QString first = u"a"_qs + QChar(0) + u"b"_qs;
     const QString other = u"a"_qs + QChar(0) + u"c"_qs;
@@ -75,12 +99,18 @@ TEST_F(Dialect, NumbersAreComparedBySize) {
     EXPECT_EQ(count(u"ID <> 2"_qs), 4);
     EXPECT_EQ(count(u"ID > -1"_qs), 5);
     EXPECT_EQ(count(u"ID > 2.5"_qs), 3);
+    EXPECT_EQ(count(u"ID < 2.5"_qs), 2);
 }
 
 TEST_F(Dialect, LikeWithAStarCountsEveryKeyThatBeginsAlike) {
     EXPECT_EQ(count(u"Key like '工程甲.1*'"_qs), 3);
     EXPECT_EQ(count(u"Key Like '工程甲*'"_qs), 5);
     EXPECT_EQ(count(u"Key not like '工程甲.1*'"_qs), 2);
+}
+
+TEST_F(Dialect, APatternMayStandInAField) {
+    EXPECT_EQ(count(u"Key like 名称"_qs), 5);
+    EXPECT_EQ(count(u"Key like 是否文档"_qs), 0);
 }
 
 TEST_F(Dialect, InstrTellsWhereATextStands) {
@@ -107,8 +137,11 @@ TEST_F(Dialect, NullIsFoundByIsNullAlone) {
     EXPECT_EQ(rowsOf(*db_, u"select b from N where a is null"_qs).size(), 1);
     EXPECT_EQ(rowsOf(*db_, u"select b from N where b is not null"_qs).size(), 1);
     EXPECT_EQ(rowsOf(*db_, u"select b from N where a = null"_qs).size(), 0);
+    EXPECT_EQ(rowsOf(*db_, u"select b from N where null = b"_qs).size(), 0);
     EXPECT_EQ(rowsOf(*db_, u"select b from N where a <> 'x'"_qs).size(), 0);
     EXPECT_EQ(rowsOf(*db_, u"select b from N where a like '*'"_qs).size(), 0);
+    EXPECT_EQ(rowsOf(*db_, u"select b from N where instr(b,a) > 0"_qs).size(), 0);
+    EXPECT_EQ(rowsOf(*db_, u"select b from N where instr(a,b) = 0"_qs).size(), 0);
 }
 
 TEST_F(Dialect, FieldsMayBearTheTablesNameAndASemicolonMayEndTheStatement) {
@@ -129,7 +162,7 @@ TEST_F(Dialect, AnApostropheInAValueBreaksTheStatement) {
 
 TEST_F(Dialect, ABareNameIsLettersDigitsUnderscoresAndAnythingBeyondAscii) {
     for (const QString& name : {u"plan_1"_qs, u"2001工程"_qs, u"123"_qs, u"AZaz09"_qs,
-                                u"工程（一）"_qs, u"全　角"_qs, u"𠀀"_qs}) {
+                                u"工程（一）"_qs, u"全　角"_qs, u"𠀀"_qs, u"a\u0080"_qs}) {
         db_->TableDefs().Append(outlineTable(name));
         EXPECT_EQ(opening(u"select * from "_qs + name), 0) << name.toStdString();
         EXPECT_EQ(executing(u"DROP TABLE "_qs + name), 0) << name.toStdString();
@@ -201,24 +234,38 @@ TEST_F(Dialect, ASyntaxErrorIs3075AndNothingHappens) {
 }
 
 TEST_F(Dialect, ASyntaxErrorSaysInChineseWhatIsWrongWhere) {
-    try {
-        db_->Execute(u"Delete * from 工程甲 where ID >"_qs);
-        FAIL();
-    } catch (const RunTimeError& failure) {
-        EXPECT_EQ(
-            QString::fromStdU16String(failure.description()),
-            u"语句『Delete * from 工程甲 where ID >』有语法错误：此处应为字段名，语句已经结束。"_qs);
+    const std::vector<std::pair<QString, QString>> reasons{
+        {u"Delete * from 工程甲 where ID >"_qs, u"此处应为字段名，语句已经结束"_qs},
+        {u"Delete * 工程甲"_qs, u"此处应为FROM，却是“工程甲”"_qs},
+        {u"Delete * from [工程甲"_qs, u"方括号没有闭合"_qs},
+        {u"Delete * from 工程甲 where Key='x"_qs, u"引号没有闭合"_qs},
+        {u"Delete * from 工程甲 where ID#1"_qs, u"不能使用字符“#”"_qs},
+        {u"Delete * from 工程甲 x y"_qs, u"“y”在这里多余；名称中有空格或标点时须用方括号括起来"_qs},
+        {u"SELECT * INTO x IN 'y FROM 工程甲"_qs, u"引号没有闭合"_qs},
+        {u"SELECT * INTO x IN 'y'"_qs, u"此处应为FROM，语句已经结束"_qs},
+        {u"SELECT * INTO x IN y FROM 工程甲"_qs, u"IN 之后应有用引号括起来的文件名"_qs},
+        {u"SELECT * INTO x IN"_qs, u"IN 之后应有用引号括起来的文件名"_qs}};
+    for (const auto& [statement, reason] : reasons) {
+        try {
+            db_->Execute(statement);
+            ADD_FAILURE() << statement.toStdString();
+        } catch (const RunTimeError& failure) {
+            EXPECT_EQ(QString::fromStdU16String(failure.description()),
+                      u"语句『"_qs + statement + u"』有语法错误："_qs + reason + u"。"_qs);
+        }
     }
 }
 
-TEST_F(Dialect, AFileNameWhoseQuoteIsOpenIsSaidToBeOpen) {
-    try {
-        db_->Execute(u"SELECT * INTO x IN 'y FROM 工程甲"_qs);
-        FAIL();
-    } catch (const RunTimeError& failure) {
-        EXPECT_EQ(QString::fromStdU16String(failure.description()),
-                  u"语句『SELECT * INTO x IN 'y FROM 工程甲』有语法错误：引号没有闭合。"_qs);
-    }
+TEST_F(Dialect, AnEmptyNameInBracketsIsNoName) {
+    EXPECT_EQ(opening(u"select * from []"_qs), 3075);
+    EXPECT_EQ(opening(u"select [] from 工程甲"_qs), 3075);
+    EXPECT_EQ(opening(u"select * from 工程甲 []"_qs), 3075);
+}
+
+TEST_F(Dialect, AnOrderIsOneOfTwo) {
+    EXPECT_EQ(opening(u"select * from 工程甲 order by ID desc asc"_qs), 3075);
+    EXPECT_EQ(opening(u"select * from 工程甲 order by ID asc desc"_qs), 3075);
+    EXPECT_EQ(opening(u"select * from 工程甲 order by ID asc, Key desc"_qs), 0);
 }
 
 TEST_F(Dialect, AnEndlesslyNestedConditionIsRefused) {
@@ -258,11 +305,14 @@ TEST_F(Dialect, AnUnknownFieldIs3061) {
     EXPECT_EQ(opening(u"select * from 工程甲 where 没有='x'"_qs), 3061);
     EXPECT_EQ(opening(u"select * from 工程甲 order by 没有"_qs), 3061);
     EXPECT_EQ(executing(u"delete * from 工程甲 where 没有='x'"_qs), 3061);
+    EXPECT_EQ(executing(u"select 没有 into x from 工程甲"_qs), 3061);
+    EXPECT_EQ(executing(u"insert into 工程甲 select 没有 from 工程甲"_qs), 3061);
 }
 
 TEST_F(Dialect, AnUnknownFunctionIs3085) {
     EXPECT_EQ(opening(u"select * from 工程甲 where mid(Key,1)='x'"_qs), 3085);
     EXPECT_EQ(opening(u"select * from 工程甲 where instr(Key)>0"_qs), 3085);
+    EXPECT_EQ(opening(u"select * from 工程甲 where instr()>0"_qs), 3085);
 }
 
 TEST_F(Dialect, TheNameOfAFunctionStandsWithoutBracketsAndWithoutATable) {
@@ -278,6 +328,30 @@ TEST_F(Dialect, ComparingANumberWithATextIs3464) {
     EXPECT_EQ(opening(u"select * from 工程甲 where -Key=1"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where -Key='1'"_qs), 3464);
     EXPECT_EQ(opening(u"select * from 工程甲 where ID=-'1'"_qs), 3464);
+    EXPECT_EQ(count(u"ID=-null"_qs), 0);
+}
+
+TEST_F(Dialect, ADateIsNoTruthAndNoText) {
+    TableDef table(u"D"_qs);
+    table.Fields = {TableDef::CreateField(u"日"_qs, FieldType::Date)};
+    db_->TableDefs().Append(table);
+    EXPECT_EQ(opening(u"select * from D where 日"_qs), 3464);
+    EXPECT_EQ(opening(u"select * from D where not 日"_qs), 3464);
+    EXPECT_EQ(opening(u"select * from D where 日='2001-8-31'"_qs), 3464);
+    EXPECT_EQ(opening(u"select * from D where 日=日"_qs), 0);
+}
+
+TEST_F(Dialect, TextIsOrderedWithoutCase) {
+    db_->TableDefs().Append(outlineTable(u"O"_qs));
+    addRows(*db_, u"O"_qs, {u"b"_qs, u"C"_qs, u"Ä"_qs, u"a"_qs, u"ä.1"_qs});
+    EXPECT_EQ(rowsOf(*db_, u"select Key from O order by Key"_qs),
+              (QStringList{u"a"_qs, u"b"_qs, u"C"_qs, u"Ä"_qs, u"ä.1"_qs}));
+    EXPECT_EQ(rowsOf(*db_, u"select Key from O order by Key desc"_qs).first(), u"ä.1"_qs);
+}
+
+TEST_F(Dialect, AQueryIsNoNameOfATable) {
+    EXPECT_EQ(errorOf([&] { (void)db_->OpenRecordset(u"select * from 工程甲"_qs, OpenAs::Table); }),
+              3078);
 }
 
 TEST_F(Dialect, AnOpenBracketInALikePatternIs93) {

@@ -1,5 +1,7 @@
 #include "support/JetStore.h"
 
+#include <utility>
+
 namespace qvnd::jet {
 
 using test::errorOf;
@@ -127,6 +129,30 @@ protected:
 TEST_F(AutoIncrement, CountsFromOne) {
     addRows(*db_, u"T"_qs, {u"a"_qs, u"b"_qs, u"c"_qs});
     EXPECT_EQ(ids(), (QStringList{u"1"_qs, u"2"_qs, u"3"_qs}));
+}
+
+TEST_F(AutoIncrement, HasNoDefaultWhateverItsDefinitionSays) {
+    TableDef table = outlineTable(u"U"_qs);
+    table.Fields[2].DefaultValue = u"7"_qs;
+    db_->TableDefs().Append(table);
+    const auto rows = db_->OpenRecordset(u"U"_qs);
+    rows->AddNew();
+    EXPECT_TRUE(rows->Get(u"ID").IsNull());
+    rows->Update();
+    EXPECT_EQ(rowsOf(*db_, u"select ID from U"_qs), QStringList{u"1"_qs});
+}
+
+TEST_F(AutoIncrement, MayBeTheFirstField) {
+    TableDef table = outlineTable(u"U"_qs);
+    std::swap(table.Fields[0], table.Fields[2]);
+    db_->TableDefs().Append(table);
+    addRows(*db_, u"U"_qs, {u"a"_qs, u"b"_qs});
+    EXPECT_EQ(rowsOf(*db_, u"select ID,Key from U"_qs), (QStringList{u"1|a"_qs, u"2|b"_qs}));
+    db_->Execute(u"select ID,Key into V from U where ID=2"_qs);
+    const auto rows = db_->OpenRecordset(u"V"_qs);
+    rows->AddNew();
+    rows->Update();
+    EXPECT_EQ(rowsOf(*db_, u"select ID from V"_qs), (QStringList{u"2"_qs, u"3"_qs}));
 }
 
 TEST_F(AutoIncrement, NeverGivesANumberAgainEvenWhenTheLastRowsAreDeleted) {

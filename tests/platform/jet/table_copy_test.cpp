@@ -1,5 +1,7 @@
 #include "support/JetStore.h"
 
+#include <vector>
+
 namespace qvnd::jet {
 
 using test::errorOf;
@@ -84,6 +86,29 @@ TEST_F(TableCopies, AFileWithTwoApostrophesInARowIsFoundToo) {
     EXPECT_EQ(rowsOf(*c, u"select Key from T"_qs).size(), 3);
 }
 
+TEST_F(TableCopies, AFileWhoseNameEndsInAnApostropheOrHasAWordLikeFromInItIsFound) {
+    for (const QString& name : {u"c'"_qs, u"c' FROMx"_qs, u"c' fromage' x"_qs}) {
+        const auto c = create(name);
+        a_->Execute(into(c->Name()));
+        EXPECT_EQ(rowsOf(*c, u"select Key from T"_qs).size(), 3) << name.toStdString();
+    }
+}
+
+TEST_F(TableCopies, TheNameOfAFileMayStandInEitherQuotesAndTheQueryRightBehindIt) {
+    a_->Execute(u"SELECT * INTO [T] IN \""_qs + b_->Name() + u"\" FROM [T]"_qs);
+    a_->Execute(u"SELECT * INTO [U] IN '"_qs + b_->Name() + u"'FROM [T]"_qs);
+    EXPECT_EQ(b_->TableDefs().Names(), (QStringList{u"T"_qs, u"U"_qs}));
+}
+
+TEST_F(TableCopies, AMissingSourceIsToldBeforeAMissingTarget) {
+    EXPECT_EQ(errorOf([&] { a_->Execute(u"INSERT INTO x SELECT * FROM y"_qs); }), 3078);
+    EXPECT_EQ(errorOf([&] {
+                  a_->Execute(u"INSERT INTO x IN '"_qs + pathOf(u"none.mdb"_qs) +
+                              u"' SELECT * FROM y"_qs);
+              }),
+              3078);
+}
+
 TEST_F(TableCopies, InsertIntoAppendsTheRowsWithTheirNumbers) {
     b_->TableDefs().Append(outlineTable(u"T"_qs));
     addRows(*b_, u"T"_qs, {u"old"_qs});
@@ -127,6 +152,17 @@ TEST_F(TableCopies, ARowTwiceInAUniqueIndexIs3022AndNoRowComesIn) {
     EXPECT_EQ(rowsOf(*b_, u"select Key from T"_qs), QStringList{u"t.2"_qs});
 }
 
+TEST_F(TableCopies, NumbersOfRowsThatDidNotComeInAreStillFree) {
+    b_->TableDefs().Append(outlineTable(u"T"_qs));
+    addRows(*b_, u"T"_qs, {u"t.2"_qs});
+    EXPECT_EQ(errorOf([&] {
+                  a_->Execute(u"INSERT INTO T IN '"_qs + b_->Name() + u"' SELECT Key FROM T"_qs);
+              }),
+              3022);
+    addRows(*b_, u"T"_qs, {u"z"_qs});
+    EXPECT_EQ(rowsOf(*b_, u"select Key,ID from T"_qs), (QStringList{u"t.2|1"_qs, u"z|2"_qs}));
+}
+
 TEST_F(TableCopies, InsertIntoAMissingTableIs3192) {
     EXPECT_EQ(errorOf([&] { a_->Execute(u"INSERT INTO x SELECT * FROM T"_qs); }), 3192);
 }
@@ -141,6 +177,35 @@ TEST_F(TableCopies, InsertIntoGoesByTheNamesOfTheFields) {
     a_->Execute(u"INSERT INTO x SELECT Key,ID FROM T where ID=2"_qs);
     EXPECT_EQ(rowsOf(*a_, u"select * from x"_qs), QStringList{u"无|2|T.1"_qs});
     EXPECT_EQ(errorOf([&] { a_->Execute(u"INSERT INTO x SELECT * FROM T"_qs); }), 3127);
+}
+
+TEST_F(TableCopies, ValuesBecomeWhatTheFieldsOfTheTargetTake) {
+    const auto make = [&](const QString& name, const std::vector<FieldType>& types) {
+        TableDef table(name);
+        for (const FieldType type : types) {
+            const QString field = u"abcd"_qs.mid(static_cast<qsizetype>(table.Fields.size()), 1);
+            table.Fields.push_back(TableDef::CreateField(field, type));
+        }
+        a_->TableDefs().Append(table);
+    };
+    make(u"von"_qs, {FieldType::Double, FieldType::Date, FieldType::Text, FieldType::Long});
+    make(u"nach"_qs, {FieldType::Long, FieldType::Text, FieldType::Double, FieldType::Byte});
+    const auto rows = a_->OpenRecordset(u"von"_qs);
+    rows->AddNew();
+    rows->Set(u"a", 3.5);
+    rows->Set(u"b", QDate(2001, 8, 31));
+    rows->Set(u"c", u"1,250"_qs);
+    rows->Set(u"d", 255);
+    rows->Update();
+    const QString insert = u"INSERT INTO nach SELECT * FROM von"_qs;
+    a_->Execute(insert);
+    EXPECT_EQ(rowsOf(*a_, u"select * from nach"_qs), QStringList{u"4|2001-8-31|1250|255"_qs});
+    rows->MoveLast();
+    rows->Edit();
+    rows->Set(u"d", 256);
+    rows->Update();
+    EXPECT_EQ(errorOf([&] { a_->Execute(insert); }), 3421);
+    EXPECT_EQ(rowsOf(*a_, u"select * from nach"_qs).size(), 1);
 }
 
 TEST_F(TableCopies, ATextThatTheTargetRefusesStopsTheInsertWhole) {

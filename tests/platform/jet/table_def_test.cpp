@@ -125,11 +125,17 @@ TEST_F(TableDefinitions, ANameThatIsEmptyTooLongOrHasAForbiddenCharacterIs3125) 
         EXPECT_EQ(appending(simple(name)), 3125) << name.toStdString();
     }
     EXPECT_EQ(appending(simple(QString(64, u'x'))), 0);
+    TableDef table(u"fields"_qs);
+    table.Fields = {TableDef::CreateField(u"a.b"_qs, FieldType::Text)};
+    EXPECT_EQ(appending(table), 3125);
+    table.Fields = {TableDef::CreateField(QString(64, u'a'), FieldType::Text)};
+    EXPECT_EQ(appending(table), 0);
 }
 
 TEST_F(TableDefinitions, ATextWithoutASizeHoldsTheEnginesDefault) {
     EXPECT_EQ(TableDef::CreateField(u"a"_qs, FieldType::Text).Size, 255);
     EXPECT_EQ(TableDef::CreateField(u"a"_qs, FieldType::Text, 100).Size, 100);
+    EXPECT_EQ(TableDef::CreateField(u"a"_qs, FieldType::Text, 1).Size, 1);
     EXPECT_EQ(TableDef::CreateField(u"a"_qs, FieldType::Memo).Size, 0);
 }
 
@@ -141,6 +147,24 @@ TEST_F(TableDefinitions, ThoseThatAnotherProgramMadeShowAtTheNextLook) {
     EXPECT_TRUE(db_->TableDefs().Contains(u"x"_qs));
     theirs->TableDefs().Delete(u"x"_qs);
     EXPECT_FALSE(db_->TableDefs().Contains(u"x"_qs));
+    theirs->TableDefs().Append(simple(u"y"_qs));
+    EXPECT_EQ(db_->TableDefs()[u"y"_qs].Fields.size(), 1U);
+    theirs->TableDefs().Append(simple(u"z"_qs));
+    EXPECT_EQ(errorOf([&] { db_->TableDefs().Delete(u"z"_qs); }), 0);
+    EXPECT_EQ(theirs->TableDefs().Names(), QStringList{u"y"_qs});
+}
+
+TEST_F(TableDefinitions, OfAClosedDatabaseAnswer3420) {
+    TableDefs tables = db_->TableDefs();
+    db_->Close();
+    EXPECT_EQ(errorOf([&] { tables.Refresh(); }), 3420);
+    EXPECT_EQ(errorOf([&] { tables.Append(simple(u"x"_qs)); }), 3420);
+    EXPECT_EQ(errorOf([&] { tables.Delete(u"x"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)tables.Contains(u"x"_qs); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)tables[0]; }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)tables[u"x"_qs]; }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)tables.Names(); }), 3420);
+    EXPECT_EQ(errorOf([&] { (void)tables.All(); }), 3420);
 }
 
 } // namespace qvnd::jet

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <optional>
+#include <string_view>
 
 namespace qvnd::jet {
 
@@ -31,6 +33,19 @@ TEST(TextOrder, FullWidthLettersOfBothCasesAreEqualButNotToHalfWidthOnes) {
     EXPECT_NE(order(u"Ａ", u"A"), 0);
 }
 
+TEST(TextOrder, ATextEndsWhereItsBytesEndWhateverStandsBehindThem) {
+    const auto first = [](std::string_view text, std::size_t count) {
+        return text.substr(0, count);
+    };
+    EXPECT_EQ(compareText(first("Abx", 2), first("aBy", 2)), 0);
+    EXPECT_EQ(compareText(first("\xC3\xA4\x84", 2), "\xC3\x84"), 0);
+    EXPECT_EQ(compareText("\xC3\x84", first("\xC3\xA4\x84", 2)), 0);
+    EXPECT_LT(compareText(first("abx", 2), "abc"), 0);
+    EXPECT_GT(compareText("abc", first("abx", 2)), 0);
+    EXPECT_LT(compareText(first("abc", 2), "abc"), 0);
+    EXPECT_GT(compareText("abc", first("abc", 2)), 0);
+}
+
 TEST(TextOrder, ABeginningComesBeforeTheWhole) {
     EXPECT_LT(order(u"工程甲.1", u"工程甲.10"), 0);
     EXPECT_GT(order(u"工程甲.10", u"工程甲.1"), 0);
@@ -48,6 +63,10 @@ TEST(TextOrder, CharactersAreInTheOrderOfTheirCodePoints) {
     EXPECT_LT(order(u"一", u"龥"), 0);
     EXPECT_LT(order(u"\uFFFD", u"𠀀"), 0);
     EXPECT_LT(order(u"甲a乙", u"甲b一"), 0);
+    EXPECT_LT(order(u"1", u"q"), 0);
+    EXPECT_LT(order(u" ", u"@"), 0);
+    EXPECT_LT(order(QString::fromUcs4(U"\U0003FFFF"), QString::fromUcs4(U"\U00040000")), 0);
+    EXPECT_LT(order(QString::fromUcs4(U"\U00040000"), QString::fromUcs4(U"\U0010FFFF")), 0);
     EXPECT_GT(order(u"甲B一", u"甲a乙"), 0);
 }
 
@@ -87,6 +106,14 @@ TEST(TextOrder, ATextHasTheSpellingsOfItsLettersBeyondAscii) {
     EXPECT_EQ(spellings(u"ÄÖ"_qs, 4)->size(), 4);
     EXPECT_EQ(spellings(u"ÄÖ"_qs, 3), std::nullopt);
     EXPECT_EQ(spellings(QString(), 1), QStringList{QString()});
+    EXPECT_EQ(spellings(u"×！"_qs, 1), QStringList{u"×！"_qs});
+}
+
+TEST(TextOrder, ATextWithHalfACharacterHasNoListOfSpellings) {
+    for (const char16_t half : {u'\xD800', u'\xDFFF'}) {
+        EXPECT_EQ(spellings(QString(QChar(half)), 10), std::nullopt);
+        EXPECT_EQ(spellings(u"Ä"_qs + QChar(half), 10), std::nullopt);
+    }
 }
 
 TEST(TextOrder, PositionsCountFromOneWithoutCase) {
@@ -106,6 +133,13 @@ TEST(TextPatterns, AStarStandsForAnyCharactersAlsoNone) {
     EXPECT_TRUE(matchesPattern(u"aXbXc", u"a*X*c"));
     EXPECT_FALSE(matchesPattern(u"aXbXd", u"a*X*c"));
     EXPECT_TRUE(matchesPattern(u"", u"*"));
+    EXPECT_TRUE(matchesPattern(u"a", u"a**"));
+    EXPECT_TRUE(matchesPattern(u"a", u"a*[]*"));
+}
+
+TEST(TextPatterns, WhatStandsBehindAStarDoesNotMatchWhatStoodBeforeIt) {
+    EXPECT_TRUE(matchesPattern(u"aaab", u"*aa*ab"));
+    EXPECT_FALSE(matchesPattern(u"aab", u"*aa*ab"));
 }
 
 TEST(TextPatterns, TheWholeTextMustMatch) {
@@ -165,6 +199,8 @@ TEST(TextPatterns, TheEndOfARangeBeginsNoOther) {
 TEST(TextPatterns, AnExclamationMarkInBracketsStandsForTheOthers) {
     EXPECT_TRUE(matchesPattern(u"T.x", u"T.[!0-9]"));
     EXPECT_FALSE(matchesPattern(u"T.5", u"T.[!0-9]"));
+    EXPECT_TRUE(matchesPattern(u"!", u"[!a]"));
+    EXPECT_TRUE(matchesPattern(u"!", u"[a!]"));
 }
 
 TEST(TextPatterns, AWildcardInBracketsStandsForItself) {
@@ -181,6 +217,9 @@ TEST(TextPatterns, EmptyBracketsStandForNothing) {
 
 TEST(TextPatterns, AnOpenBracketIsNoPattern) {
     EXPECT_FALSE(isPattern(u"T.[1*"));
+    EXPECT_FALSE(isPattern(u"[1"));
+    EXPECT_TRUE(isPattern(u"a[]b"));
+    EXPECT_TRUE(isPattern(u"]"));
     EXPECT_TRUE(isPattern(u"T.[1]*"));
     EXPECT_FALSE(isPattern(u"T.[1]["));
     EXPECT_TRUE(isPattern(u"[1][2]"));

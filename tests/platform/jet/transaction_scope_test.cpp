@@ -55,4 +55,13 @@ TEST_F(TransactionScopeTest, ATransactionThatWasOpenStaysOpen) {
     EXPECT_EQ(commits.count(), 1);
 }
 
+TEST_F(TransactionScopeTest, OneThatHasCommittedLeavesALaterTransactionOpen) {
+    {
+        TransactionScope scope(*workspace_);
+        scope.commit();
+        workspace_->BeginTrans();
+    }
+    EXPECT_TRUE(workspace_->InTransaction());
+}
+
 } // namespace qvnd::jet

@@ -1,8 +1,11 @@
+#include "support/FullDisk.h"
 #include "support/JetStore.h"
+#include "support/RestrictedProcess.h"
 
 #include <QCoreApplication>
 
 #include <chrono>
+#include <optional>
 #include <thread>
 
 namespace qvnd::jet {
@@ -73,6 +76,7 @@ TEST_F(Transactions, OneThatIsStillOpenIsCommittedWhenTheWorkspaceCloses) {
     addRows(*a_, u"U"_qs, {u"x"_qs});
     addRows(*b_, u"T"_qs, {u"x"_qs});
     workspace_->Close();
+    EXPECT_FALSE(workspace_->InTransaction());
     EXPECT_FALSE(a_->IsOpen());
     EXPECT_EQ(rowsOf(*open(u"a.mdb"_qs), u"select Key from U"_qs).size(), 1);
     EXPECT_EQ(seenByOthers(u"b.mdb"_qs), 1);
@@ -140,6 +144,33 @@ TEST_F(Transactions, OneThatAFailureLeftOpenLastsOnceControlIsBackInTheEventLoop
     QCoreApplication::processEvents();
     EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
     EXPECT_TRUE(workspace_->InTransaction());
+    addRows(*a_, u"T"_qs, {u"y"_qs});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 2) << "each time anew";
+}
+
+// The errors of two openings of a table behind the event loop, in which the disk was full.
+TEST_F(Transactions, WhatFailsInTheEventLoopIsToldOnceByTheNextCall) {
+    const auto answer = test::RestrictedProcess::alone([this]() -> std::optional<long> {
+        test::FullDisk disk;
+        if (!disk.isOffered()) {
+            return std::nullopt;
+        }
+        int count = 0;
+        const QCoreApplication application(count, nullptr);
+        workspace_->BeginTrans();
+        addRows(*a_, u"T"_qs, {QString(200, u'x')});
+        disk.fillFrom(1);
+        QCoreApplication::processEvents();
+        disk.empty();
+        const auto opening = [this] { return errorOf([&] { (void)b_->OpenRecordset(u"T"_qs); }); };
+        const long first = opening();
+        return first * 10000 + opening();
+    });
+    if (!answer) {
+        GTEST_SKIP() << "no filter of system calls";
+    }
+    EXPECT_EQ(*answer, error::storeDiskFull * 10000);
 }
 
 TEST_F(Transactions, ARowAddedByItselfLastsAtOnce) {
@@ -174,7 +205,9 @@ TEST_F(Transactions, RowsAddedInARunLastWhenTheirRecordsetCloses) {
 TEST_F(Transactions, RowsAddedInARunLastAtTheNextCallOfAnotherKind) {
     const auto rows = a_->OpenRecordset(u"T"_qs);
     const auto addTwo = [&](const QString& key) {
+        const qsizetype before = seenByOthers(u"a.mdb"_qs);
         add(*rows, key + u"1"_qs);
+        EXPECT_EQ(seenByOthers(u"a.mdb"_qs), before + 1) << "a run begins";
         add(*rows, key + u"2"_qs);
     };
     addTwo(u"a"_qs);
@@ -189,6 +222,15 @@ TEST_F(Transactions, RowsAddedInARunLastAtTheNextCallOfAnotherKind) {
     addTwo(u"d"_qs);
     workspace_->Settle();
     EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 8);
+    addTwo(u"e"_qs);
+    const auto again = open(u"b.mdb"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 10);
+    addTwo(u"f"_qs);
+    (void)create(u"c.mdb"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 12);
+    addTwo(u"g"_qs);
+    workspace_->AboutToReplace(pathOf(u"b.mdb"_qs), pathOf(u"c.mdb"_qs));
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 14);
 }
 
 TEST_F(Transactions, RowsAddedInARunLastOnceControlIsBackInTheEventLoop) {
@@ -199,6 +241,19 @@ TEST_F(Transactions, RowsAddedInARunLastOnceControlIsBackInTheEventLoop) {
     add(*rows, u"y"_qs);
     QCoreApplication::processEvents();
     EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 2);
+    add(*rows, u"z"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 3) << "another run begins";
+}
+
+TEST_F(Transactions, AStatementInOneLastsOnceControlIsBackInTheEventLoop) {
+    int count = 0;
+    const QCoreApplication application(count, nullptr);
+    addRows(*a_, u"T"_qs, {u"x"_qs});
+    workspace_->BeginTrans();
+    a_->Execute(u"Delete * from T"_qs);
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 1);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(seenByOthers(u"a.mdb"_qs), 0);
 }
 
 // Another program would otherwise wait as long as the run takes.

@@ -22,9 +22,10 @@ TEST(Values, NullAsTextNumberOrDateIs94) {
 
 TEST(Values, ATextThatIsNoNumberIs13) {
     for (const QString& text :
-         {u"小四"_qs, u""_qs,    u"1 2"_qs,  u"1.2.3"_qs, u"-"_qs,    u"1e"_qs,  u"."_qs,
-          u"12pt"_qs, u"&H"_qs,  u"&HXY"_qs, u"nan"_qs,   u"inf"_qs,  u",5"_qs,  u"5,"_qs,
-          u"e5"_qs,   u".e5"_qs, u"1e+"_qs,  u"1e5x"_qs,  u"&H-1"_qs, u"&H+1"_qs}) {
+         {u"小四"_qs, u""_qs,     u"1 2"_qs,  u"1.2.3"_qs, u"-"_qs,   u"1e"_qs,
+          u"."_qs,    u"12pt"_qs, u"&H"_qs,   u"&HXY"_qs,  u"nan"_qs, u"inf"_qs,
+          u",5"_qs,   u"5,"_qs,   u",5.5"_qs, u"5,,5"_qs,  u"e5"_qs,  u".e5"_qs,
+          u"1e+"_qs,  u"1e5x"_qs, u"&H-1"_qs, u"&H+1"_qs}) {
         EXPECT_EQ(errorOf([&] { (void)Value(text).ToDouble(); }), 13) << text.toStdString();
     }
 }
@@ -32,6 +33,8 @@ TEST(Values, ATextThatIsNoNumberIs13) {
 TEST(Values, ATextSpellsItsNumber) {
     EXPECT_EQ(Value(u" 12 "_qs).ToDouble(), 12);
     EXPECT_EQ(Value(u"-0.5"_qs).ToDouble(), -0.5);
+    EXPECT_EQ(Value(u"-12"_qs).ToDouble(), -12);
+    EXPECT_EQ(Value(u"+3,000"_qs).ToDouble(), 3000);
     EXPECT_EQ(Value(u"+.5"_qs).ToDouble(), 0.5);
     EXPECT_EQ(Value(u"5."_qs).ToDouble(), 5);
     EXPECT_EQ(Value(u"1,234.5"_qs).ToDouble(), 1234.5);
@@ -44,6 +47,7 @@ TEST(Values, ATextSpellsItsNumber) {
 }
 
 TEST(Values, ANumberMayHaveACommaBeforeEachGroupOfItsDigits) {
+    EXPECT_EQ(Value(u"1,2"_qs).ToDouble(), 12);
     EXPECT_EQ(Value(u"1,234,567"_qs).ToDouble(), 1234567);
     EXPECT_EQ(Value(u"1,234,567,890.25"_qs).ToDouble(), 1234567890.25);
 }
@@ -124,6 +128,11 @@ TEST(Values, TheDatesOfNumbersReachFromTheYear100ToTheYear9999) {
     EXPECT_EQ(errorOf([] { (void)Value(-657435.0).ToDate(); }), 6);
     EXPECT_EQ(Value(2958465.5).ToDate(), QDateTime(QDate(9999, 12, 31), QTime(12, 0)));
     EXPECT_EQ(errorOf([] { (void)Value(2958466.0).ToDate(); }), 6);
+}
+
+TEST(Values, ADateIsGivenBackAsItWasToTheMillisecond) {
+    const QDateTime moment(QDate(2024, 2, 29), QTime(23, 59, 58, 123));
+    EXPECT_EQ(Value(moment).ToDate(), moment);
 }
 
 TEST(Values, AFractionThatRoundsToAWholeDayIsTheNextMidnight) {
