@@ -4,10 +4,15 @@
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
 #include <new>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
+#include <utility>
+#include <vector>
 
 using namespace qvnd::jet::legacy;
 using namespace std::chrono_literals;
@@ -15,6 +20,46 @@ using namespace std::chrono_literals;
 namespace {
 
 GuardedResult runFor10s(const std::function<QByteArray()>& work) { return runGuarded(work, 10s); }
+
+// How much of a resource the work may take within a limit of time.
+QByteArray mostOf(int resource, std::chrono::milliseconds limit) {
+    return runGuarded(
+               [resource] {
+                   rlimit most{};
+                   getrlimit(resource, &most);
+                   return QByteArray::number(static_cast<qulonglong>(most.rlim_cur));
+               },
+               limit)
+        .Bytes;
+}
+
+// Lets a standard stream lead into or out of a pipe, of which `other` is the other end.
+class Redirected {
+public:
+    explicit Redirected(int stream) : stream_(stream), before_(dup(stream)) {
+        int ends[2];
+        if (pipe2(ends, O_NONBLOCK | O_CLOEXEC) != 0) {
+            std::abort();
+        }
+        const bool isInput = stream == STDIN_FILENO;
+        dup2(ends[isInput ? 0 : 1], stream);
+        close(ends[isInput ? 0 : 1]);
+        other = ends[isInput ? 1 : 0];
+    }
+    ~Redirected() {
+        dup2(before_, stream_);
+        close(before_);
+        close(other);
+    }
+    Redirected(const Redirected&) = delete;
+    Redirected& operator=(const Redirected&) = delete;
+
+    int other = -1;
+
+private:
+    int stream_;
+    int before_;
+};
 
 TEST(GuardedRuns, TheResultComesBackWholeAlsoWhenItIsLong) {
     EXPECT_EQ(runFor10s([] { return QByteArray("x"); }).Bytes, "x");
@@ -70,6 +115,54 @@ TEST(GuardedRuns, WorkThatDoesNotEndIsEndedAndCountsAsHindered) {
     };
     EXPECT_EQ(runGuarded(endless, 300ms).End, GuardedEnd::hindered);
     EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+}
+
+TEST(GuardedRuns, TheWorkHasASecondOfTheProcessorMoreThanItsWholeSecondsAndLeavesNoCoreBehind) {
+    EXPECT_EQ(mostOf(RLIMIT_CPU, 10s), "11");
+    EXPECT_EQ(mostOf(RLIMIT_CPU, 3999ms), "4");
+    EXPECT_EQ(mostOf(RLIMIT_CPU, 4000ms), "5");
+    EXPECT_EQ(mostOf(RLIMIT_CORE, 10s), "0");
+}
+
+#ifndef __SANITIZE_ADDRESS__
+TEST(GuardedRuns, TheWorkHasTwoGigabytesOfMemory) {
+    EXPECT_EQ(mostOf(RLIMIT_AS, 10s), QByteArray::number(qulonglong{2} << 30));
+}
+#endif
+
+TEST(GuardedRuns, ASignalThatThisProgramPassesOverEndsTheWork) {
+    const std::vector<std::pair<int, GuardedEnd>> ends{
+        {SIGSEGV, GuardedEnd::failed},   {SIGBUS, GuardedEnd::failed},
+        {SIGFPE, GuardedEnd::failed},    {SIGILL, GuardedEnd::failed},
+        {SIGPIPE, GuardedEnd::hindered}, {SIGTERM, GuardedEnd::hindered}};
+    for (const auto& [signal, end] : ends) {
+        const auto before = std::signal(signal, SIG_IGN);
+        EXPECT_EQ(runFor10s([number = signal]() -> QByteArray {
+                      std::raise(number);
+                      return "went on";
+                  }).End,
+                  end)
+            << signal;
+        std::signal(signal, before);
+    }
+}
+
+TEST(GuardedRuns, TheWorkReadsNothingFromTheStandardInputAndNothingItPrintsIsSeen) {
+    char byte = 'x';
+    {
+        const Redirected input(STDIN_FILENO);
+        ASSERT_EQ(write(input.other, &byte, 1), 1);
+        EXPECT_EQ(runFor10s([&] {
+                      return QByteArray::number(qlonglong{read(STDIN_FILENO, &byte, 1)});
+                  }).Bytes,
+                  "0");
+    }
+    const Redirected output(STDOUT_FILENO);
+    EXPECT_EQ(runFor10s([&] {
+                  return QByteArray::number(qlonglong{write(STDOUT_FILENO, &byte, 1)});
+              }).Bytes,
+              "1");
+    EXPECT_LT(read(output.other, &byte, 1), 0);
 }
 
 TEST(GuardedRuns, WantOfMemoryIsNoFailureOfTheWork) {
