@@ -325,6 +325,7 @@ TEST_F(AddDocuments, AnRtfIsNeverCopiedButPassesThroughTheWordProcessor) {
     EXPECT_EQ(log.lines[3], "Application.Quit");
     EXPECT_EQ(log.lines[7], "OpenedDocument.SaveAs 用户模板/T/T.1.1.doc");
     EXPECT_EQ(names(), QStringList({"名T", "名T.1", "说明", "说明"}));
+    EXPECT_EQ(events.served, 4);
 }
 
 TEST_F(AddDocuments, AConversionShowsItsProgressAndEndsIt) {

@@ -77,6 +77,14 @@ TEST_F(AddingFiles, OfSeveralThatAreChosenTheRefusedOnesAreToldTogether) {
     EXPECT_EQ(onlyBox(), "已添加 2 个文档。\n下列 1 个没有添加：\n甲.doc：对不起，命名重复！");
 }
 
+TEST_F(AddingFiles, OfSeveralThatAreChosenAndAllRefusedNoneComesIn) {
+    dialogs.chosen = folder.path("来源/一.doc");
+    dialogs.several = {folder.path("来源/二.doc")};
+    EXPECT_EQ(AddDocument(state, workbench, services()).mnuLTDoc(), Added::failed);
+    EXPECT_EQ(onlyBox(), "没有添加任何文档。\n下列 2 个没有添加：\n一.doc、二.doc：文件已不存在。");
+    EXPECT_EQ(namesBelow("T.2"), QStringList());
+}
+
 TEST_F(AddingFiles, OneBoxAtTheEndListsWhatWasRefusedAndWhyEachReasonOnce) {
     folder.makeFolder("来源/图纸");
     addBelow("T.1", {file("甲.doc"), file("甲.doc"), folder.path("来源/图纸"), file("乙.doc"),
@@ -139,6 +147,10 @@ TEST_F(AddingFiles, FilesThatCannotBeReadAreRemarkedOnTheFirstFiveByName) {
     ASSERT_EQ(state.Remarks.size(), 7);
     EXPECT_EQ(state.Remarks.first(), "早先的");
     EXPECT_EQ(state.Remarks.last(), "另有 2 个文件也不能照原样放入。");
+    state.Remarks.clear();
+    addBelow("T", files + QStringList(file("5.doc")));
+    ASSERT_EQ(state.Remarks.size(), 6);
+    EXPECT_EQ(state.Remarks.last(), "另有 1 个文件也不能照原样放入。");
 }
 
 TEST_F(AddingFiles, TheProgressNamesEachFileAndEnds) {

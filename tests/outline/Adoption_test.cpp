@@ -92,6 +92,10 @@ TEST_F(Adoption, OfACentralDatabaseOfAnOlderInstallationTellsTheFaultsOfItsOutli
     setCurrentPlan(*state.gDbUser, "甲");
     loadWorkbench(state, workbench, messages, splash);
     EXPECT_TRUE(toldOf("编号").isEmpty());
+    state.LegacyTakeovers = {{"Db_UsTemplate.mdb", store::LegacyKind::plan},
+                             {"Db_BidSet.mdb", store::LegacyKind::central}};
+    loadWorkbench(state, workbench, messages, splash);
+    EXPECT_TRUE(toldOf("编号").isEmpty());
     state.LegacyTakeovers = {{"Db_UsTemplate.mdb", store::LegacyKind::central}};
     loadWorkbench(state, workbench, messages, splash);
     EXPECT_EQ(toldOf("编号"), QStringList(told));

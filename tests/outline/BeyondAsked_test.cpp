@@ -50,8 +50,24 @@ TEST(BeyondAsked, TheNodeOfATemplateThatIsDeletedIsAskedFor) {
     EXPECT_EQ(ofDeletion("甲.2", {row(removed, templatesFile, "模", "模.1", "章"),
                                   row(removed, templatesFile, "模", "模.1.1", "节")}),
               "");
+    EXPECT_EQ(ofDeletion("甲.2", {row(removed, templatesFile, "模", "模.1.1", "节"),
+                                  row(removed, templatesFile, "模", "模.1", "章")}),
+              "")
+        << "in whatever order they went";
     // Also under the key of the plan's selected node.
     EXPECT_EQ(ofDeletion("甲.1", {row(removed, templatesFile, "甲", "甲.1", "章")}), "");
+}
+
+TEST(BeyondAsked, WhichNodeOfATemplateIsDeletedTheRowsTellThatWentFromItAlone) {
+    const Change deleted = row(removed, templatesFile, "模", "模.1.1", "节");
+    for (const Change& other : {row(removed, templatesFile, "样", "样.1", "样章"),
+                                row(added, templatesFile, "模", "模.9", "新"),
+                                row(Change::Kind::rowChanged, templatesFile, "模", "模", "模")}) {
+        EXPECT_EQ(ofDeletion("甲.2", {deleted, other}), "");
+    }
+    EXPECT_EQ(ofDeletion("甲.2", {row(removed, templatesFile, "甲", "甲.11", "节"),
+                                  row(removed, plansFile, "甲", "甲.3", "三")}),
+              "同时移除了 1 个节点：三");
 }
 
 TEST(BeyondAsked, ARowThatCameInTheOtherLibraryIsNotTheOneThatWent) {
@@ -86,6 +102,19 @@ TEST(BeyondAsked, ATemplateThatIsDeletedAsAWholeIsAskedForUnlessAnotherGoesWithI
     EXPECT_EQ(ofDeletion("甲.1", one + QList{table(dropped, templatesFile, "样")}),
               "文件夹或数据已不在，因此不再列出：模、样");
     EXPECT_EQ(ofDeletion("甲.1", {table(dropped, plansFile, "乙")}),
+              "文件夹或数据已不在，因此不再列出：乙");
+    EXPECT_EQ(
+        ofDeletion("", {table(dropped, templatesFile, "甲"), table(dropped, templatesFile, "样")}),
+        "文件夹或数据已不在，因此不再列出：甲、样")
+        << "the plan's name makes no difference";
+    EXPECT_EQ(ofDeletion("甲.1", {table(dropped, templatesFile, "模"),
+                                  row(Change::Kind::rowChanged, plansFile, "甲", "甲.5", "五")}),
+              "");
+}
+
+TEST(BeyondAsked, AnOutlineThatGoesWithANodeOfAnotherIsTold) {
+    EXPECT_EQ(ofDeletion("甲.1", {row(removed, plansFile, "甲", "甲.1", "章"),
+                                  table(dropped, plansFile, "乙")}),
               "文件夹或数据已不在，因此不再列出：乙");
 }
 
@@ -184,6 +213,15 @@ TEST(BeyondAsked, AnOutlineThatNoListNamesIsTold) {
               "“乙”、“丙”只做了一半，没有列入用户方案：请先撤消，再做一次。");
 }
 
+TEST(BeyondAsked, ThePlanThatIsOpenIsNotListedByThatAlone) {
+    EXPECT_EQ(ofCommand("新建方案", {table(Change::Kind::tableMade, plansFile, "乙"),
+                                     row(added, plansFile, "当前表", {}, "乙")}),
+              "“乙”只做了一半，没有列入用户方案：请先撤消，再做一次。");
+    EXPECT_EQ(ofCommand("新建方案", {table(Change::Kind::tableMade, plansFile, "乙"),
+                                     row(added, plansFile, "遍历表", {}, "乙")}),
+              "");
+}
+
 TEST(BeyondAsked, ASettingLibraryIsToldWhereNoListNamesIt) {
     const auto made = Change::Kind::tableMade;
     const QList<Change> half{table(made, settingsFile, "常用章节"),
@@ -232,6 +270,11 @@ TEST(BeyondAsked, NodesThatHaveLostANodeAboveThemAreTold) {
     EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.9", "章")}, rows),
               "2 个节点的上级已不在，大纲中不再显示：节、文");
     EXPECT_EQ(ofCommand("拖动", {gone, row(added, plansFile, "甲", "甲.2", "章")}, rows), "");
+    EXPECT_EQ(ofCommand("拖动",
+                        {row(removed, plansFile, "甲", "甲", "甲"),
+                         row(added, plansFile, "甲", "甲.9", "甲")},
+                        {{"甲.20", "别"}, {"甲.2.1", "节"}}),
+              "2 个节点的上级已不在，大纲中不再显示：别、节");
     EXPECT_EQ(ofCommand("拖动", {gone}, rows), "同时移除了 1 个节点：章\n"
                                                "2 个节点的上级已不在，大纲中不再显示：节、文");
     EXPECT_EQ(ofCommand("拖动",

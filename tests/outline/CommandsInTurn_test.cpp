@@ -171,6 +171,21 @@ TEST_F(CommandsInTurn, TellAFailureOfTheTurnItselfAndAreNotRun) {
     EXPECT_TRUE(told().contains("不能加锁")) << told().toStdString();
 }
 
+TEST_F(CommandsInTurn, AreNoNewsByALookThatFindsNothing) {
+    EXPECT_FALSE(events.look());
+    EXPECT_EQ(looks, 1);
+    isNews = true;
+    EXPECT_TRUE(events.look());
+    EXPECT_FALSE(events.look());
+}
+
+TEST_F(CommandsInTurn, ThatOnlyReadRunInTheGestureOfAnother) {
+    const outline::CommandsInTurn::Gesture gesture(events);
+    EXPECT_TRUE(events.run(act));
+    EXPECT_TRUE(events.read(act));
+    EXPECT_EQ(done, 2);
+}
+
 TEST_F(CommandsInTurn, LookWithoutWaitingForTheUserWhoComesBack) {
     theirs.take();
     isNews = true;

@@ -72,6 +72,7 @@ TEST_F(DeletingFromATemplate, WhatWasAskedForGoesEvenWhenTheTreeWasListedAnewMea
     };
     EXPECT_EQ(mnuDelTemplate(state, workbench, services()).result, TemplateDeleted::deleted);
     EXPECT_EQ(templateKeys("T"), QStringList({"T", "T.2"}));
+    EXPECT_TRUE(state.Remarks.isEmpty());
 }
 
 TEST_F(DeletingFromATemplate, CancelChangesNothing) {

@@ -3,6 +3,7 @@
 #include "outline/TrvTemplate_UsEvents.h"
 
 #include "TemplateWorld.h"
+#include "support/Commits.h"
 #include "support/Text.h"
 
 #include <gtest/gtest.h>
@@ -239,6 +240,31 @@ TEST_F(PlansTree, AClickOnARootSavesTheOpenPlanAndShowsTheClickedOne) {
     EXPECT_EQ(registered(*state.gDbUser, "当前表"), QStringList{"Q"});
 }
 
+TEST_F(PlansTree, AClickOnARootSavesAPlanThatHasItsRootAlone) {
+    makePlan("R", rowsOf({"R"}));
+    openPlan("R");
+    add(*state.gDbUser->OpenRecordset(QStringLiteral("Select * from R")), {"R.1", "新"});
+    click("Q");
+    EXPECT_EQ(copiedKeys("R"), QStringList({"R", "R.1"}));
+}
+
+TEST_F(PlansTree, AClickOnARootShowsItThoughTheFolderOfTheOpenPlanIsGone) {
+    openPlan("P");
+    QDir(folder.path("用户模板/P")).removeRecursively();
+    click("Q");
+    EXPECT_EQ(shown(workbench.TrvCurrent), QStringList({"Q", "Q.1"}));
+    EXPECT_FALSE(folder.exists("用户模板/P"));
+}
+
+TEST_F(PlansTree, AClickOnANodeOfTheCurrentPlanWritesNothing) {
+    click("P");
+    test::Commits commits(state.gDbUser->Name());
+    click("P.1");
+    EXPECT_EQ(commits.count(), 0);
+    click("Q.1");
+    EXPECT_EQ(commits.count(), 1);
+}
+
 TEST_F(PlansTree, AClickOnAnyOtherNodeMakesItsPlanCurrentAndLeavesTheOpenOneOnTheScreen) {
     openPlan("P");
     add(*state.gDbUser->OpenRecordset(QStringLiteral("Select * from P")), {"P.3", "新"});
@@ -258,7 +284,10 @@ TEST_F(PlansTree, AClickChangesSomethingOnARootAndWhereItsPlanIsNotTheCurrentOne
 TEST_F(PlansTree, AClickExpandsTheNodeAndOpensTheCommandsOfAPlan) {
     workbench.cmdEdit = false;
     workbench.mnuEdit = false;
+    workbench.TbarBid[9] = false;
+    workbench.TbarBid[12] = false;
     click("P.1");
+    EXPECT_EQ(workbench.TrvTemplate_Us.SelectedItem(), &node("P.1"));
     EXPECT_TRUE(node("P.1").Expanded());
     EXPECT_TRUE(workbench.cmdEdit);
     EXPECT_TRUE(workbench.mnuEdit);

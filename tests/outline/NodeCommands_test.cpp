@@ -52,4 +52,11 @@ TEST_F(OfferedCommands, ADocumentUnderADocumentOffersNoFolderAtAll) {
     EXPECT_TRUE(document.mnuEQDoc && document.mnuLTDoc);
 }
 
+TEST_F(OfferedCommands, ADocumentThatIsARootWithAKeyOfItsOwnMayHaveAFolderBesideIt) {
+    tree.Add("U.5", "收入的", image::root, image::rootSelected);
+    const auto adopted = of("U.5", true);
+    EXPECT_TRUE(adopted.mnuBrowseDoc && adopted.mnuEQFolder && adopted.mnuEQDoc);
+    EXPECT_FALSE(adopted.mnuLTFolder);
+}
+
 } // namespace

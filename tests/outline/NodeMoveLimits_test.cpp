@@ -39,6 +39,40 @@ TEST_F(MoveLimits, ANewKeyMayFillItsFieldAndNotExceedItByOne) {
     EXPECT_EQ(keys("T"), before);
 }
 
+TEST_F(MoveLimits, ADocumentThatMovesDownLeavesWhatStandsBelowItInItsPlace) {
+    plan({"T", "T.1d", "T.1.1d", "T.2", "T.2.1d"});
+    EXPECT_TRUE(drag("T.1", "T.2.1").done);
+    EXPECT_EQ(keys("T"), QStringList({"T", "T.1.1", "T.2", "T.2.2", "T.2.1"}));
+    EXPECT_EQ(document("T.1.1"), "T.1.1");
+}
+
+TEST_F(MoveLimits, WhatWasLeftOnTheBlankMovesAtTheNextDropAndThisIsRemarked) {
+    plan({"T", "T.1", "T.2", "T.3"});
+    startDrag("T.1");
+    EXPECT_FALSE(OLEDragDrop(state, workbench, services(), nullptr).done);
+    EXPECT_TRUE(dropOn("T.2").done);
+    EXPECT_EQ(state.Remarks, QStringList("移动的是上次拖到空白处的“名T.1”，没有复制模板的内容。"));
+    state.Remarks.clear();
+    startDrag("T.3");
+    EXPECT_FALSE(OLEDragDrop(state, workbench, services(), nullptr).done);
+    EXPECT_TRUE(drag("T.3", "T.2").done);
+    EXPECT_TRUE(state.Remarks.isEmpty()) << "a drag that is begun anew is asked for";
+}
+
+TEST_F(MoveLimits, ADragStartsAtTheLastNodeThatItsIndexCanNameAndNotBehindIt) {
+    constexpr int last = 32767;
+    OutlineTree& tree = workbench.TrvCurrent;
+    for (int i = 1; i <= last + 1; ++i) {
+        tree.Add('K' + QString::number(i), {}, image::folder, image::folderSelected);
+    }
+    tree.Select(&tree.Item(last + 1));
+    EXPECT_FALSE(OLEStartDrag(workbench));
+    EXPECT_EQ(workbench.dragKey, "");
+    tree.Select(&tree.Item(last));
+    EXPECT_TRUE(OLEStartDrag(workbench));
+    EXPECT_EQ(workbench.dragIndex, last);
+}
+
 TEST_F(MoveLimits, TheKeyOfADescendantMayFillItsFieldAndNotExceedItByOne) {
     const QString fits = keyOf(longestKey - 4); // ".1.7"
     plan({"T", fits, "T.2", "T.2.7"});

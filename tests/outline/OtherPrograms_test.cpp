@@ -86,6 +86,13 @@ TEST_F(OtherPrograms, HaveThePlanKeptOpenOnceForEachChangeOfTheirs) {
     EXPECT_TRUE(world.state.gDbUser->OpenRecordset("Select * from 当前表")->Eof());
 }
 
+TEST_F(OtherPrograms, HaveNothingKeptOpenWhereNoPlanIs) {
+    tree().Clear();
+    theyDo([](jet::Database& db) { outline::setCurrentPlan(db, "U"); });
+    others.keepPlanOpen();
+    EXPECT_EQ(currentPlan(), "U");
+}
+
 TEST_F(OtherPrograms, ThatChangeAPlanThatIsNotOpenAreNewsOfTheLibrary) {
     theyAdd("U", {"U.1", "一"});
     EXPECT_TRUE(others.look());
@@ -178,6 +185,7 @@ TEST_F(OtherPrograms, ThatDeleteTheOpenPlanCloseEveryCommandOfANode) {
     select("T.2");
     outline::followSelection(world.state, workbench, world.messages);
     ASSERT_TRUE(workbench.mnuRename && workbench.mnuDelete && workbench.TbarBid[1]);
+    world.state.gSelectedPlan = "T";
     theyDo([](jet::Database& db) { db.TableDefs().Delete("T"); });
     EXPECT_TRUE(others.look());
     for (const bool isOpen :
@@ -191,6 +199,15 @@ TEST_F(OtherPrograms, ThatDeleteTheOpenPlanCloseEveryCommandOfANode) {
     }
     EXPECT_EQ(workbench.clickedKey, "");
     EXPECT_EQ(world.state.gSelectedPlan, "");
+}
+
+TEST_F(OtherPrograms, ThatChangeAPlanThatNoListNamesAreNewsOfTheTreeAlone) {
+    theyDo([](jet::Database& db) { db.Execute("Delete * from 遍历表 where 名称='T'"); });
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(tree()), QStringList({"T", "T.1", "T.2"}));
+    theyAdd("T", {"T.3", "三"});
+    EXPECT_TRUE(others.look());
+    EXPECT_EQ(OutlineWorld::shown(tree()), QStringList({"T", "T.1", "T.2", "T.3"}));
 }
 
 TEST_F(OtherPrograms, ThatOpenAnotherPlanDoNotTakeTheOneThatIsShown) {

@@ -29,6 +29,7 @@ TEST(OutlineKeys, DepthIsTheUpperBoundOfTheSplit) {
 TEST(OutlineKeys, TheParentKeyIsAllPartsButTheLast) {
     EXPECT_EQ(parentKeyOf("T.4.12"), "T.4");
     EXPECT_EQ(parentKeyOf("T.4"), "T");
+    EXPECT_EQ(parentKeyOf(".4"), "");
 }
 
 TEST(OutlineKeys, ARootIsItsOwnParentKey) { EXPECT_EQ(parentKeyOf("T"), "T"); }

@@ -34,6 +34,8 @@ TEST_F(OutlineTreeNodes, ChildrenKeepTheOrderOfAdding) {
     EXPECT_EQ(tree.Next(*tree.Next(*root.Child())), nullptr);
     EXPECT_EQ(root.Parent(), nullptr);
     EXPECT_EQ(tree.Item("T.5.7").Parent()->Key(), "T.5");
+    EXPECT_EQ(tree.Item("T.5.7").Image(), image::document);
+    EXPECT_EQ(tree.Item("T.5.7").SelectedImage(), image::documentSelected);
 }
 
 TEST_F(OutlineTreeNodes, PlacesAreCountedFromOneInTheOrderOfAdding) {
@@ -61,8 +63,12 @@ TEST_F(OutlineTreeNodes, AKeyIsUniqueInTheTree) {
 
 TEST_F(OutlineTreeNodes, AKeyOfDigitsAloneIsRefused) {
     EXPECT_EQ(errorNumberOf([&] { tree.Add("2024", "2024", 1, 2); }), error::keyInvalid);
-    EXPECT_EQ(errorNumberOf([&] { tree.Add("2024年", "2024年", 1, 2); }), std::nullopt);
-    EXPECT_EQ(tree.Count(), 1);
+    EXPECT_EQ(errorNumberOf([&] { tree.Add("0", "0", 1, 2); }), error::keyInvalid);
+    EXPECT_EQ(errorNumberOf([&] { tree.Add("9", "9", 1, 2); }), error::keyInvalid);
+    for (const char* key : {"2024年", "20-24", "2:4", "２０"}) {
+        EXPECT_EQ(errorNumberOf([&] { tree.Add(key, key, 1, 2); }), std::nullopt) << key;
+    }
+    EXPECT_EQ(tree.Count(), 4);
 }
 
 TEST_F(OutlineTreeNodes, AMissingParentIsAnElementNotFound) {

@@ -2,6 +2,7 @@
 #include "outline/TreeDrag.h"
 #include "support/Errors.h"
 
+#include <QDateTime>
 #include <QFile>
 
 using namespace qvnd;
@@ -105,6 +106,68 @@ TEST_F(PutBackPlace, AFileDoesNotReplaceTheDocumentOfAnotherNodeThatHasItsKeyNow
     EXPECT_EQ(QString::fromStdU16String(refusal),
               "“T.1.1.doc”现在是另一个节点的文档，不能放回。可以取出文件。");
     EXPECT_EQ(world.folder.read(file("T.1.1")), "of another");
+}
+
+TEST_F(PutBackPlace, ANodeComesBackBehindItsParentThatCameBackBeforeIt) {
+    const std::int64_t step = loseRow("T.1.1");
+    const std::int64_t later = loseRow("T.1");
+    EXPECT_EQ(putBack(later, "T.1").names, QStringList("章"));
+    ASSERT_EQ(world.keys("T"), QStringList({"T", "T.1", "T.1.1.1", "T.2"}));
+    EXPECT_EQ(putBack(step, "T.1.1").names, QStringList("文"));
+    EXPECT_EQ(world.keys("T"), QStringList({"T", "T.1", "T.1.1", "T.1.1.1", "T.2"}));
+    EXPECT_EQ(world.copiedKeys("T"), world.keys("T"));
+}
+
+TEST_F(PutBackPlace, TheFileOfANodeThatIsGoneComesBackByItself) {
+    const QString path = world.folder.path(file("T.1.1"));
+    const std::int64_t step = run("删去", [&] { world.state.gFso->DeleteFile(path); });
+    deleteNode("T.1.1");
+    EXPECT_EQ(outline::putBack(world.state, step, changeOf(step, path)).names,
+              QStringList("T.1.1.doc"));
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "T.1.1");
+}
+
+TEST_F(PutBackPlace, AFileThatBearsTheNameOfAnotherPlanComesBackToo) {
+    world.makePlan(QStringList{"U", "U.1"});
+    const QString path = world.folder.path("用户模板/T/U.doc");
+    const auto copy = [&](const QByteArray& bytes) {
+        world.folder.write("new.doc", bytes);
+        return run("覆盖",
+                   [&] { world.state.gFso->CopyFile(world.folder.path("new.doc"), path, true); });
+    };
+    copy("first");
+    putBack(copy("second"), path);
+    EXPECT_EQ(world.folder.read("用户模板/T/U.doc"), "first");
+}
+
+TEST_F(PutBackPlace, ATemplatesNodeOfTheSameKeyDoesNotKeepAFileFromComingBack) {
+    const QString path = world.folder.path(file("T.1.1"));
+    world.folder.write("new.doc", "new");
+    const std::int64_t step =
+        run("覆盖", [&] { world.state.gFso->CopyFile(world.folder.path("new.doc"), path, true); });
+    run("存入方案模板", [this] {
+        test::OutlineWorld::makeTable(*world.state.gDbTemplate, "T",
+                                      {{"T", "T"}, {"T.1.1", "模", "是"}});
+    });
+    putBack(step, path);
+    EXPECT_EQ(world.folder.read(file("T.1.1")), "T.1.1");
+}
+
+TEST_F(PutBackPlace, AFileIsTakenOutUnderTheNameOfItsNodeAndTheTimeOfItsStep) {
+    history::Step step;
+    step.time = QDateTime(QDate(2026, 1, 5), QTime(8, 9, 7));
+    const auto taken = [&](const QString& name) {
+        const QString path = outline::takenOutPath(world.state, step, "/p/T/T.1.doc", name);
+        EXPECT_TRUE(path.startsWith(world.state.gWorkPath));
+        return path.mid(world.state.gWorkPath.size());
+    };
+    EXPECT_EQ(taken("说明"), "说明-20260105-080907.doc");
+    EXPECT_EQ(taken("说明.DOC"), "说明-20260105-080907.doc");
+    EXPECT_EQ(taken("a\\b/c:d*e?f\"g<h>i|j\nk"), "a_b_c_d_e_f_g_h_i_j_k-20260105-080907.doc");
+    world.folder.write("说明-20260105-080907.doc", "x");
+    EXPECT_EQ(taken("说明"), "说明-20260105-080907-2.doc");
+    world.folder.write("说明-20260105-080907-2.doc", "x");
+    EXPECT_EQ(taken("说明"), "说明-20260105-080907-3.doc");
 }
 
 TEST_F(PutBackPlace, AFileIsPutBackUnderThePlanWhoseDocumentItIs) {

@@ -215,6 +215,11 @@ TEST_F(PutBack, AFileIsOfferedWhereTheHistoryHasOne) {
     EXPECT_EQ(fileOf("T.1"), QString()) << "a folder has none";
     const std::int64_t added = run("添加", [this] { addRow({"T.1.1", "新", "是"}); });
     EXPECT_EQ(outline::fileBefore(world.state, added, changeOf(added, "T.1.1")), QString());
+    world.folder.write("new.doc", "new");
+    const QString document = world.folder.path(file("T.1.1"));
+    const std::int64_t replaced = run(
+        "替换", [&] { world.state.gFso->CopyFile(world.folder.path("new.doc"), document, true); });
+    EXPECT_EQ(outline::fileBefore(world.state, replaced, changeOf(replaced, document)), document);
 }
 
 TEST_F(PutBack, IsACommandOnThePlanOfTheNodeAlsoWhenAnotherOneIsOpen) {
@@ -288,6 +293,9 @@ TEST_F(PutBack, WhatCameOrIsNoNodeCannotBePutBack) {
     EXPECT_FALSE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/T.mdb", "T.mdb", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::rowRemoved, "D", "T", "T.1", "章", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::rowReplaced, "D", "T", "T.1", "章", "旧"}));
+    EXPECT_FALSE(outline::canPutBack({Kind::fileReplaced, {}, {}, {}, "a.doc", {}}));
+    EXPECT_TRUE(outline::canPutBack({Kind::rowChanged, "D", "T", "T.1", "章", "旧"}));
+    EXPECT_TRUE(outline::canPutBack({Kind::fileRemoved, {}, {}, "/a.doc", "a.doc", {}}));
     EXPECT_TRUE(outline::canPutBack({Kind::fileReplaced, {}, {}, "/a.doc", "a.doc", {}}));
 }
 

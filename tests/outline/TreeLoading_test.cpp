@@ -253,6 +253,29 @@ TEST_F(LibraryTrees, ATemplateWhoseTableIsGoneLosesItsDatabaseFileToo) {
     EXPECT_TRUE(messages.shown.empty());
 }
 
+TEST_F(LibraryTrees, ATemplateKeepsItsDatabaseWhenThePlanOfItsNameHasLostItsTable) {
+    makePlan({"甲"});
+    makeTemplate("甲");
+    state.gDbUser->TableDefs().Delete("甲");
+    refreshUser();
+    EXPECT_TRUE(registered(*state.gDbUser).isEmpty());
+    EXPECT_TRUE(folder.exists("Sys/标书模板/甲/甲.mdb"));
+}
+
+TEST_F(LibraryTrees, WhatHasGoneOfAnOutlineAlreadyIsNoErrorWhenItIsForgotten) {
+    makeTemplate("甲");
+    state.gDbTemplate->TableDefs().Delete("甲");
+    QFile::remove(folder.path("Sys/标书模板/甲/甲.mdb"));
+    refreshTemplates();
+    EXPECT_TRUE(registered(*state.gDbTemplate).isEmpty());
+    makePlan({"T"});
+    state.gDbUser->TableDefs().Delete("T");
+    QDir(folder.path("用户模板/T")).removeRecursively();
+    refreshUser();
+    EXPECT_TRUE(registered(*state.gDbUser).isEmpty());
+    EXPECT_TRUE(messages.shown.empty());
+}
+
 TEST_F(LibraryTrees, ANameWithABlankIsForgottenAtTheRefresh) {
     makePlan({"一 二"});
     refreshUser();
