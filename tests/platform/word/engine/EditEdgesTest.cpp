@@ -1,3 +1,5 @@
+#include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/engine/DocumentInsertion.h"
 #include "platform/word/engine/DocumentSections.h"
 #include "platform/word/engine/EngineFixture.h"
 #include "platform/word/engine/ImportFixture.h"
@@ -270,6 +272,73 @@ TEST_F(PageNumberEdges, TheSignBehindTheChapterIsTheOneThatIsSet) {
         const PropertyListId page = document().read().sections().properties(0);
         EXPECT_EQ(sprmValue(lists()[page], sprm::ScnsPgn, 9), static_cast<unsigned>(sign));
     }
+}
+
+class SelectionEdges : public EngineTest {};
+
+TEST_F(SelectionEdges, AFontForThePointBehindTextIsNotThatOfTheMark) {
+    type(u"ab");
+    select(2, 2);
+    selection().Font().setBold(true);
+    EXPECT_FALSE(findSprm(lookAt(2), sprm::CFBold));
+    selection().TypeParagraph();
+    selection().TypeParagraph();
+    select(3, 3); // an empty paragraph
+    selection().Font().setSize(20);
+    EXPECT_TRUE(findSprm(lookAt(3), sprm::CHps));
+}
+
+TEST_F(SelectionEdges, AParagraphBehindTheEndOfTheSelectionKeepsItsLook) {
+    type(u"ab");
+    selection().TypeParagraph();
+    type(u"cd");
+    select(0, 3); // up to the first character of the second paragraph
+    selection().ParagraphFormat().setAlignment(Alignment::center);
+    EXPECT_FALSE(paragraphAt(0).empty());
+    EXPECT_TRUE(paragraphAt(3).empty());
+    select(0, 4);
+    selection().ParagraphFormat().setAlignment(Alignment::center);
+    EXPECT_FALSE(paragraphAt(3).empty());
+}
+
+TEST_F(SelectionEdges, NumbersOfPagesGoOnWhereTheyDoNotBeginAnew) {
+    PageNumbers& numbers = selection().Sections(1).Footers(1).PageNumbers();
+    const auto restarts = [&] {
+        return sprmValue(lists()[document().read().sections().properties(0)], sprm::SFPgnRestart,
+                         9);
+    };
+    numbers.setRestartNumberingAtSection(true);
+    EXPECT_EQ(restarts(), 1U);
+    numbers.setRestartNumberingAtSection(false);
+    EXPECT_EQ(restarts(), 0U);
+}
+
+TEST_F(SelectionEdges, ADocumentIsInsertedBehindAPageBreakOfItsParagraphsStart) {
+    type(u"xy");
+    WorkingDocument& content = document().change();
+    const PropertyListId broken =
+        content.tables().lists.intern(withSprm8({}, sprm::PFPageBreakBefore, 1));
+    story().changeParagraphs(2, 3, [&](const ParagraphLook& look) {
+        return ParagraphLook{look.style, broken};
+    });
+    const auto insertAt = [&](Cp at) {
+        DocumentBody body;
+        Story text;
+        StoryBuilder builder(text);
+        builder.text(u"A", PropertyListId::empty);
+        builder.mark(u'\r', {}, PropertyListId::empty);
+        body.sections.push_back({2, content.sections().properties(0)});
+        body.main = slicesOf(std::move(text));
+        insertDocument(content, at, std::move(body));
+    };
+    insertAt(1);
+    EXPECT_EQ(text(), u"xA\ry\r");
+    EXPECT_FALSE(findSprm(paragraphAt(0), sprm::PFPageBreakBefore));
+    EXPECT_TRUE(findSprm(paragraphAt(3), sprm::PFPageBreakBefore)) << "it stays with its mark";
+    insertAt(3);
+    EXPECT_EQ(text(), u"xA\rA\ry\r");
+    EXPECT_TRUE(findSprm(paragraphAt(3), sprm::PFPageBreakBefore)) << "what is in front begins it";
+    EXPECT_FALSE(findSprm(paragraphAt(5), sprm::PFPageBreakBefore));
 }
 
 } // namespace
