@@ -74,7 +74,18 @@ int ListNumbers::startOf(std::uint16_t ilfo, std::uint8_t ilvl) {
     return level != nullptr ? ownStart(*level) : 1;
 }
 
+// Levels above the first paragraph of a deeper one begin with it, whether its label shows them or
+// not: the next paragraph of such a level has its second number.
+void ListNumbers::beginAbove(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl) {
+    for (std::uint8_t higher = 0; higher < ilvl; ++higher) {
+        if (!counts.at(higher)) {
+            counts.at(higher) = startOf(ilfo, higher);
+        }
+    }
+}
+
 void ListNumbers::count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl) {
+    beginAbove(counts, ilfo, ilvl);
     const bool first = begun_.emplace(ilfo, ilvl).second;
     auto& own = counts.at(ilvl);
     const bool starts = !own || (first && overridesStart(ilfo, ilvl));

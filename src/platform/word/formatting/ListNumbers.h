@@ -40,6 +40,7 @@ private:
 
     int startOf(std::uint16_t ilfo, std::uint8_t ilvl);
     bool overridesStart(std::uint16_t ilfo, std::uint8_t ilvl) const;
+    void beginAbove(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl);
     void count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl);
     std::u16string composed(const ListLevel& level, Counts& counts, std::uint16_t ilfo);
 

@@ -94,6 +94,14 @@ TEST_F(ListLabels, ALevelThatHasNotBegunCountsAsItsStart) {
     EXPECT_EQ(labels({1, 0, 1}), (std::vector<std::u16string>{u"三.1\t", u"第四章 ", u"四.1\t"}));
 }
 
+TEST_F(ListLabels, ALevelBeginsWithTheFirstParagraphOfADeeperOneThatDoesNotShowIt) {
+    list.levels[1] = levelOf(inDigits, byBlank, {1, u')'});
+    list.levels[2] = levelOf(inDigits, byBlank, {2, u')'});
+    EXPECT_EQ(
+        labels({0, 2, 1, 1, 0, 1}),
+        (std::vector<std::u16string>{u"第一章 ", u"1) ", u"2) ", u"3) ", u"第二章 ", u"1) "}));
+}
+
 TEST_F(ListLabels, ALevelWithoutNumbersShowsNone) {
     list.levels[0].head[4] = 0xFF;
     EXPECT_EQ(labels({0, 1}), (std::vector<std::u16string>{u"第章 ", u".1\t"}));
