@@ -9,24 +9,39 @@ namespace qvnd::word {
 
 namespace {
 
+// The part of a pattern (Ipat, [MS-DOC] 2.9.121) that has its first colour, in thousandths. The
+// patterns of stripes are about half of it.
+unsigned partOf(unsigned pattern) {
+    constexpr unsigned whole = 1000;
+    constexpr unsigned firstPart = 1;
+    constexpr std::array<unsigned, 13> parts{whole, 50,  100, 200, 250, 300, 400,
+                                             500,   600, 700, 750, 800, 900};
+    constexpr unsigned firstFinePart = 35;
+    constexpr std::array<unsigned, 28> fineParts{25,  75,  125, 150, 175, 225, 275, 325, 350, 375,
+                                                 425, 450, 475, 525, 550, 575, 625, 650, 675, 725,
+                                                 775, 825, 850, 875, 925, 950, 975, 970};
+    if (pattern >= firstPart && pattern - firstPart < parts.size()) {
+        return parts.at(pattern - firstPart);
+    }
+    if (pattern >= firstFinePart && pattern - firstFinePart < fineParts.size()) {
+        return fineParts.at(pattern - firstFinePart);
+    }
+    return whole / 2;
+}
+
 std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
                                            std::optional<std::uint32_t> back, unsigned pattern) {
-    constexpr unsigned solid = 1;
-    constexpr std::array<unsigned, 12> percents{5, 10, 20, 25, 30, 40, 50, 60, 70, 75, 80, 90};
     if (pattern == 0 || pattern == 0xFFFF) {
         return back;
     }
     const std::uint32_t under = back.value_or(0xFFFFFF);
     const std::uint32_t over = fore.value_or(0);
-    unsigned part = pattern == solid ? 100 : 50;
-    if (pattern > solid && pattern < solid + 1 + percents.size()) {
-        part = percents.at(pattern - solid - 1);
-    }
+    const unsigned part = partOf(pattern);
     std::uint32_t mixed = 0;
     for (const unsigned shift : {0U, 8U, 16U}) {
         const std::uint32_t a = (over >> shift) & 0xFF;
         const std::uint32_t b = (under >> shift) & 0xFF;
-        mixed |= ((a * part + b * (100 - part)) / 100) << shift;
+        mixed |= ((a * part + b * (1000 - part)) / 1000) << shift;
     }
     return mixed;
 }

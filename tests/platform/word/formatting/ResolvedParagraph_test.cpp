@@ -423,6 +423,14 @@ TEST(Shadings, AShadingThatIsCutOffIsNone) {
     EXPECT_EQ(colourOfShd(Bytes{0, 0, 0, 0xFF, 0, 0xFF, 0, 0, 0, 0}), 0x00FF00U);
     EXPECT_EQ(colourOfShd(Bytes{0, 0, 0, 0xFF, 0, 0xFF, 0, 0, 0}), std::nullopt);
     EXPECT_EQ(colourOfShd(Bytes{0, 0, 0xFF, 0, 0, 0xFF, 0, 0, 1, 0}), 0x0000FFU);
+    EXPECT_EQ(mixed(34), 0x7F7F7FU);
+    EXPECT_EQ(mixed(35), 0xF8F8F8U); // 2.5 %
+    EXPECT_EQ(mixed(37), 0xDFDFDFU); // 12.5 %
+    EXPECT_EQ(mixed(38), 0xD8D8D8U); // 15 %
+    EXPECT_EQ(mixed(43), 0xA5A5A5U); // 35 %
+    EXPECT_EQ(mixed(61), 0x060606U); // 97.5 %
+    EXPECT_EQ(mixed(62), 0x070707U); // 97 %
+    EXPECT_EQ(mixed(63), 0x7F7F7FU);
 }
 
 } // namespace
