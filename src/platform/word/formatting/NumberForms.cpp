@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/Remarks.h"
 #include "platform/word/formatting/NameFolding.h"
+#include "platform/word/formatting/NumberWords.h"
 
 #include <algorithm>
 #include <array>
@@ -101,6 +102,42 @@ std::u16string ofCycle(int number, std::u16string_view cycle) {
                : digits(number);
 }
 
+// 甲子, 乙丑 and so on to 癸亥.
+std::u16string ofStemsAndBranches(int number) {
+    constexpr int count = 60;
+    constexpr std::u16string_view stems = u"甲乙丙丁戊己庚辛壬癸";
+    constexpr std::u16string_view branches = u"子丑寅卯辰巳午未申酉戌亥";
+    if (number < 1 || number > count) {
+        return digits(number);
+    }
+    const auto place = static_cast<std::size_t>(number) - 1;
+    return {stems[place % stems.size()], branches[place % branches.size()]};
+}
+
+std::u16string hexadecimal(int number) {
+    constexpr std::u16string_view forms = u"0123456789ABCDEF";
+    if (number < 0) {
+        return digits(number);
+    }
+    std::u16string text;
+    for (auto rest = static_cast<unsigned>(number); rest > 0 || text.empty(); rest /= 16) {
+        text.insert(text.begin(), forms[rest % 16]);
+    }
+    return text;
+}
+
+// *, †, ‡, §, then two of each, and so on.
+std::u16string marks(int number) {
+    constexpr std::u16string_view forms = u"*†‡§";
+    constexpr std::size_t longest = 30;
+    if (number < 1) {
+        return digits(number);
+    }
+    const auto place = static_cast<std::size_t>(number) - 1;
+    const std::size_t times = std::min(place / forms.size() + 1, longest);
+    return std::u16string(times, forms[place % forms.size()]);
+}
+
 std::u16string ordinal(int number) {
     const int last = number % 10;
     const bool isTeen = number / 10 % 10 == 1;
@@ -123,10 +160,16 @@ struct FormName {
     unsigned form = 0;
 };
 
-constexpr std::array<FormName, 19> formNames{{{u"arabic", 0},
+constexpr unsigned cardinalText = 6;
+constexpr unsigned ordinalText = 7;
+
+constexpr std::array<FormName, 22> formNames{{{u"arabic", 0},
                                               {u"roman", 2},
                                               {u"alphabetic", 4},
                                               {u"ordinal", 5},
+                                              {u"cardtext", cardinalText},
+                                              {u"ordtext", ordinalText},
+                                              {u"hex", 8},
                                               {u"dbnum1", 10},
                                               {u"dbnum2", 11},
                                               {u"dbchar", 14},
@@ -172,6 +215,14 @@ std::u16string numberInForm(int number, unsigned nfc) {
         return letters(number, u'a');
     case 5:
         return ordinal(number);
+    case cardinalText:
+        return cardinalWords(number).value_or(digits(number));
+    case ordinalText:
+        return ordinalWords(number).value_or(digits(number));
+    case 8:
+        return hexadecimal(number);
+    case 9:
+        return marks(number);
     case 10: // 一〇二
     case 36:
         return digitForDigit(number, u"〇一二三四五六七八九");
@@ -181,11 +232,26 @@ std::u16string numberInForm(int number, unsigned nfc) {
     case 37:
     case 39:
         return counting(number);
+    case 12:
+        return ofCycle(number, u"ｱｲｳｴｵｶｷｸｹｺｻｼｽｾｿﾀﾁﾂﾃﾄﾅﾆﾇﾈﾉﾊﾋﾌﾍﾎﾏﾐﾑﾒﾓﾔﾕﾖﾗﾘﾙﾚﾛﾜｦﾝ");
+    case 13:
+        return ofCycle(number, u"ｲﾛﾊﾆﾎﾍﾄﾁﾘﾇﾙｦﾜｶﾖﾀﾚｿﾂﾈﾅﾗﾑｳヰﾉｵｸﾔﾏｹﾌｺｴﾃｱｻｷﾕﾒﾐｼヱﾋﾓｾｽﾝ");
+    case 20:
+        return ofCycle(number, u"アイウエオカキクケコサシスセソタチツテトナニヌネノハヒフヘホ"
+                               u"マミムメモヤユヨラリルレロワヲン");
+    case 21:
+        return ofCycle(number, u"イロハニホヘトチリヌルヲワカヨタレソツネナラムウヰノオクヤマケフ"
+                               u"コエテアサキユメミシヱヒモセスン");
+    case 24:
+        return ofCycle(number, u"가나다라마바사아자차카타파하");
+    case 25:
+        return ofCycle(number, u"ㄱㄴㄷㄹㅁㅂㅅㅇㅈㅊㅋㅌㅍㅎ");
     case 14:
     case 19:
         return digitForDigit(number, u"０１２３４５６７８９");
-    case 16:
     case 34:
+        return chinese(number, u"零壹貳參肆伍陸柒捌玖", u"拾佰仟");
+    case 16:
     case 38:
         return chinese(number, u"零壹贰叁肆伍陆柒捌玖", u"拾佰仟");
     case 18:
@@ -205,9 +271,16 @@ std::u16string numberInForm(int number, unsigned nfc) {
         return ofCycle(number, u"甲乙丙丁戊己庚辛壬癸");
     case 31:
         return ofCycle(number, u"子丑寅卯辰巳午未申酉戌亥");
+    case 32:
+        return ofStemsAndBranches(number);
     default:
         return digits(number);
     }
+}
+
+std::u16string numberOfField(int number, unsigned nfc) {
+    const std::u16string text = numberInForm(number, nfc);
+    return nfc == cardinalText || nfc == ordinalText ? foldedName(text) : text;
 }
 
 std::optional<unsigned> numberFormOf(std::u16string_view instruction) {

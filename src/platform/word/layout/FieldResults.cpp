@@ -98,7 +98,7 @@ FieldResults::FieldResults(const word::Story& story, const LayoutSource& source,
 
 std::u16string FieldResults::shownBy(const Span& span, const PageFields& fields) {
     const auto inForm = [&](int number) {
-        return word::numberInForm(number, span.form.value_or(0));
+        return word::numberOfField(number, span.form.value_or(0));
     };
     switch (span.shows) {
     case Span::Shows::pageNumber:

@@ -86,7 +86,10 @@ TEST(NumberForms, EachFormEndsWithItsLastNumber) {
         expectForm(form, 10000, u"10000");
         expectForm(form, -1, u"-1");
     }
-    for (const unsigned form : {16U, 34U, 38U}) {
+    expectForm(34, 10, u"壹拾");
+    expectForm(34, 3426, u"參仟肆佰貳拾陸");
+    expectForm(34, 9999, u"玖仟玖佰玖拾玖");
+    for (const unsigned form : {16U, 38U}) {
         expectForm(form, 10, u"壹拾");
         expectForm(form, 3405, u"叁仟肆佰零伍");
     }
@@ -115,6 +118,71 @@ TEST(NumberForms, EachFormEndsWithItsLastNumber) {
     expectForm(22, 0, u"00");
     expectForm(22, -1, u"-1");
     expectForm(57, 3, u"- 3 -");
+}
+
+TEST(NumberForms, NumbersAreWrittenInEnglishWords) {
+    const std::initializer_list<std::pair<int, std::u16string_view>> words{
+        {0, u"Zero"},
+        {1, u"One"},
+        {12, u"Twelve"},
+        {15, u"Fifteen"},
+        {20, u"Twenty"},
+        {21, u"Twenty-one"},
+        {100, u"One hundred"},
+        {345, u"Three hundred forty-five"},
+        {1002, u"One thousand two"},
+        {999'999, u"Nine hundred ninety-nine thousand nine hundred ninety-nine"},
+        {1'000'000, u"1000000"},
+        {-1, u"-1"}};
+    for (const auto& [number, text] : words) {
+        EXPECT_EQ(numberInForm(number, 6), text);
+    }
+    const std::initializer_list<std::pair<int, std::u16string_view>> ordinals{
+        {1, u"First"},           {2, u"Second"},
+        {3, u"Third"},           {4, u"Fourth"},
+        {5, u"Fifth"},           {8, u"Eighth"},
+        {9, u"Ninth"},           {12, u"Twelfth"},
+        {20, u"Twentieth"},      {22, u"Twenty-second"},
+        {100, u"One hundredth"}, {1000, u"One thousandth"},
+        {1'000'000, u"1000000"}, {-1, u"-1"}};
+    for (const auto& [number, text] : ordinals) {
+        EXPECT_EQ(numberInForm(number, 7), text);
+    }
+}
+
+TEST(NumberForms, FieldsWriteNumbersInSmallWordsAndAllElseAsListsDo) {
+    EXPECT_EQ(numberOfField(21, 6), u"twenty-one");
+    EXPECT_EQ(numberOfField(21, 7), u"twenty-first");
+    EXPECT_EQ(numberOfField(3, 1), u"III");
+}
+
+TEST(NumberForms, LettersOfOtherScriptsEndWithTheirLast) {
+    const auto expectEnds = [](unsigned form, std::u16string_view first, int count,
+                               std::u16string_view last) {
+        EXPECT_EQ(numberInForm(1, form), first);
+        EXPECT_EQ(numberInForm(count, form), last);
+        EXPECT_EQ(numberInForm(count + 1, form),
+                  std::u16string(1, u'0' + (count + 1) / 10) + char16_t(u'0' + (count + 1) % 10));
+        EXPECT_EQ(numberInForm(0, form), u"0");
+    };
+    expectEnds(12, u"ｱ", 46, u"ﾝ");
+    expectEnds(13, u"ｲ", 48, u"ﾝ");
+    expectEnds(20, u"ア", 46, u"ン");
+    expectEnds(21, u"イ", 48, u"ン");
+    expectEnds(24, u"가", 14, u"하");
+    expectEnds(25, u"ㄱ", 14, u"ㅎ");
+    expectEnds(32, u"甲子", 60, u"癸亥");
+    EXPECT_EQ(numberInForm(11, 32), u"甲戌");
+}
+
+TEST(NumberForms, NumbersMayBeHexadecimalOrMarks) {
+    EXPECT_EQ(numberInForm(255, 8), u"FF");
+    EXPECT_EQ(numberInForm(-1, 8), u"-1");
+    const std::initializer_list<std::pair<int, std::u16string_view>> marks{
+        {1, u"*"}, {2, u"†"}, {3, u"‡"}, {4, u"§"}, {5, u"**"}, {8, u"§§"}, {0, u"0"}};
+    for (const auto& [number, text] : marks) {
+        EXPECT_EQ(numberInForm(number, 9), text);
+    }
 }
 
 TEST(NumberForms, NumbersOutsideAFormDoNoHarm) {
@@ -190,24 +258,14 @@ TEST(NumberForms, AFieldAsksForAFormByItsSwitch) {
 }
 
 TEST(NumberForms, EachNameOfAFormHasItsNumber) {
-    for (const auto& [name, form] :
-         std::initializer_list<std::pair<std::u16string, unsigned>>{{u"Arabic", 0},
-                                                                    {u"ordinal", 5},
-                                                                    {u"DBNUM1", 10},
-                                                                    {u"DBNUM2", 11},
-                                                                    {u"DBCHAR", 14},
-                                                                    {u"DBNUM3", 16},
-                                                                    {u"CIRCLENUM", 18},
-                                                                    {u"GB1", 26},
-                                                                    {u"GB2", 27},
-                                                                    {u"GB3", 28},
-                                                                    {u"GB4", 29},
-                                                                    {u"ZODIAC1", 30},
-                                                                    {u"ZODIAC2", 31},
-                                                                    {u"CHINESENUM1", 37},
-                                                                    {u"CHINESENUM2", 38},
-                                                                    {u"CHINESENUM3", 39},
-                                                                    {u"ArabicDash", 57}}) {
+    for (const auto& [name, form] : std::initializer_list<std::pair<std::u16string, unsigned>>{
+             {u"Arabic", 0},       {u"ordinal", 5},      {u"CardText", 6},
+             {u"OrdText", 7},      {u"Hex", 8},          {u"DBNUM1", 10},
+             {u"DBNUM2", 11},      {u"DBCHAR", 14},      {u"DBNUM3", 16},
+             {u"CIRCLENUM", 18},   {u"GB1", 26},         {u"GB2", 27},
+             {u"GB3", 28},         {u"GB4", 29},         {u"ZODIAC1", 30},
+             {u"ZODIAC2", 31},     {u"CHINESENUM1", 37}, {u"CHINESENUM2", 38},
+             {u"CHINESENUM3", 39}, {u"ArabicDash", 57}}) {
         EXPECT_EQ(numberFormOf(u"PAGE \\* " + name), form);
     }
 }
