@@ -1,6 +1,7 @@
 #include "platform/word/formatting/Symbols.h"
 
 #include "platform/word/formatting/NameFolding.h"
+#include "platform/word/formatting/Wingdings.h"
 
 #include <algorithm>
 #include <array>
@@ -14,13 +15,6 @@ struct Pair {
     std::uint8_t code;
     char16_t text;
 };
-
-constexpr std::array<Pair, 22> wingdings{{
-    {0x6C, u'●'}, {0x6D, u'○'}, {0x6E, u'■'}, {0x6F, u'□'}, {0x70, u'□'}, {0x71, u'❑'},
-    {0x72, u'❒'}, {0x74, u'◆'}, {0x75, u'◆'}, {0x76, u'❖'}, {0x77, u'◆'}, {0x9F, u'•'},
-    {0xA1, u'○'}, {0xA7, u'▪'}, {0xA8, u'□'}, {0xD8, u'➢'}, {0xDC, u'➲'}, {0xE0, u'→'},
-    {0xF0, u'⇨'}, {0xFC, u'✓'}, {0xFB, u'✗'}, {0xFE, u'☑'},
-}};
 
 // What the font Symbol shows, as its encoding vector names it: codes 0x20 to 0x7E, and from 0xA0.
 constexpr std::u16string_view symbolLow = u" !∀#∃%&∋()∗+,−./0123456789:;<=>?"
@@ -78,8 +72,6 @@ bool isDingbats(std::u16string_view font) {
     return name == u"monotype sorts" || name == u"itc zapf dingbats" || name == u"zapfdingbats";
 }
 
-bool isWingdings(std::u16string_view font) { return foldedName(font).starts_with(u"wingdings"); }
-
 bool isSymbol(std::u16string_view font) { return foldedName(font) == u"symbol"; }
 
 } // namespace
@@ -100,7 +92,7 @@ char16_t symbolAsText(char16_t code, std::u16string_view font) {
         return u' ';
     }
     if (isWingdings(font)) {
-        return counterpart(wingdings, low, bullet);
+        return wingdingsAsText(low, font);
     }
     if (isDingbats(font)) {
         return dingbatOf(low, bullet);

@@ -201,6 +201,28 @@ TEST(Symbols, BulletsOfSymbolFontsBecomeCharactersThatOtherFontsHave) {
     EXPECT_EQ(symbolAsText(0xF0FA, u"Wingdings"), u'•');
 }
 
+TEST(Symbols, EachOfTheThreeFontsOfWingdingsHasItsOwnSigns) {
+    struct Shown {
+        char16_t code;
+        std::u16string_view font;
+        char16_t text;
+    };
+    for (const auto& [code, font, text] : std::initializer_list<Shown>{
+             {0xF0FE, u"Wingdings", u'☑'},   {0xF0FD, u"Wingdings", u'☒'},
+             {0xF0A8, u"Wingdings", u'□'},   {0xF0FC, u"Wingdings", u'✓'},
+             {0xF081, u"Wingdings", u'①'},   {0x8A, u"Wingdings", u'⑩'},
+             {0xF028, u"Wingdings", u'☎'},   {0xF046, u"wingdings", u'☞'},
+             {0xF0D8, u"Wingdings", u'➢'},   {0xF0FF, u"Wingdings", u'•'},
+             {0xF052, u"Wingdings 2", u'☑'}, {0xF0A3, u"Wingdings 2", u'□'},
+             {0xF050, u"Wingdings 2", u'✓'}, {0xF04F, u"Wingdings 2", u'✗'},
+             {0xF06A, u"Wingdings 2", u'①'}, {0xF0FE, u"Wingdings 2", u'•'},
+             {0xF070, u"Wingdings 3", u'▲'}, {0xF075, u"Wingdings 3", u'▶'},
+             {0xF07E, u"Wingdings 3", u'▲'}, {0xF0FC, u"Wingdings 3", u'•'},
+         }) {
+        EXPECT_EQ(symbolAsText(code, font), text) << std::hex << int{code};
+    }
+}
+
 TEST(Symbols, FontsOfSymbolsAreKnownByTheirNames) {
     for (const char16_t* font : {u"Wingdings", u"wingdings 3", u"SYMBOL", u"Webdings"}) {
         EXPECT_TRUE(isSymbolFont(font));
