@@ -2,6 +2,7 @@
 
 #include "platform/drawing/FontFeatures.h"
 #include "platform/layout/PagedDocument.h"
+#include "platform/word/docfile/format/Dop.h"
 #include "platform/word/docfile/objects/EmbeddedObjects.h"
 #include "platform/word/docfile/pictures/Picture.h"
 #include "support/Images.h"
@@ -10,6 +11,7 @@
 #include <cmath>
 #include <cstdint>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +42,20 @@ TEST_F(TextRules, AnOptionalHyphenIsSeenWhereALineEndsBehindItAlone) {
     EXPECT_EQ(textOf(page), u"aaaaaaaaa aaaaa-bbbbbbbc");
     EXPECT_EQ(textAt(page, u"bbbbbbb").baseline - textAt(page, u"aaaaaaaaa aaaaa-").baseline, 200);
     EXPECT_EQ(textAt(page, u"c").baseline, textAt(page, u"bbbbbbb").baseline);
+}
+
+TEST_F(TextRules, AJustifiedLineThatALineBreakEndsIsStretchedWhereTheSettingsSaySo) {
+    const Bytes justified = withSprm8({}, sprm::PJc80, 3);
+    type(u"甲乙丙\v丁戊\r", justified);
+    const auto widthOf = [&](const std::u16string& text) {
+        const Page page = pages().at(0);
+        const PlacedText& run = textAt(page, text);
+        return std::accumulate(run.advances.begin(), run.advances.end(), 0.0);
+    };
+    EXPECT_DOUBLE_EQ(widthOf(u"甲乙丙"), 600);
+    word::writeDop(document.settings, {8, 13, 1}, 1);
+    EXPECT_DOUBLE_EQ(widthOf(u"甲乙丙"), 2000);
+    EXPECT_DOUBLE_EQ(widthOf(u"丁戊"), 400) << "the last line";
 }
 
 TEST_F(TextRules, NoLineEndsAtAnOptionalHyphenThatHasNoRoom) {

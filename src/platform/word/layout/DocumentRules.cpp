@@ -93,3 +93,5 @@ LineSetting DocumentRules::lineSetting(double width) const {
 }
 
 } // namespace qvnd::layout
+    setting.expandsBrokenLines =
+        word::readDop(source_.settings, word::dop::expandsBrokenLines) != 0;

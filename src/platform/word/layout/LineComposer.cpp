@@ -3,6 +3,7 @@
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/CharacterPlacement.h"
 #include "platform/word/layout/LineHeights.h"
+#include "platform/word/layout/LineStretch.h"
 #include "platform/word/layout/ParagraphBorders.h"
 #include "platform/word/layout/TabStops.h"
 
@@ -388,30 +389,29 @@ private:
         return std::min(std::max(0.0, line.room - line.length), wholeCells(latin) - latin);
     }
 
-    // A place where a justified line may be stretched: behind this item.
-    bool isElastic(std::size_t i, std::size_t end) const {
-        return i + 1 < end && mayStretchBetween(items_[i], items_[i + 1]);
+    // Whether the line reaches to its right end where it is justified.
+    bool goesOn(const Line& line) const {
+        const TextItem& last = items_[line.end - 1];
+        const bool isExpanded = last.kind == Kind::lineBreak && setting_.expandsBrokenLines;
+        return !endsLine(last) || isExpanded;
     }
 
     // What each elastic place of the line gets.
     double stretch(const Line& line) const {
-        const bool wanted = (format_.alignment == LineAlignment::justified && !line.isLast &&
-                             !endsLine(items_[line.end - 1])) ||
-                            format_.alignment == LineAlignment::distributed;
+        const bool wanted =
+            (format_.alignment == LineAlignment::justified && !line.isLast && goesOn(line)) ||
+            format_.alignment == LineAlignment::distributed;
         const double rest = line.room - line.length;
         if (!wanted || rest <= 0 || line.begin == line.end) {
             return 0;
         }
-        std::size_t places = 0;
-        const std::size_t end = elasticEnd(line);
-        for (std::size_t i = firstElastic(line); i < end; ++i) {
-            places += isElastic(i, end) ? 1 : 0;
-        }
+        const std::size_t places = elasticPartOf(line).places();
         return places > 0 ? rest / static_cast<double>(places) : 0;
     }
 
-    // A hanging mark begins where the line ends.
-    std::size_t elasticEnd(const Line& line) const { return seenEnd(line) - (line.hangs ? 1 : 0); }
+    ElasticPart elasticPartOf(const Line& line) const {
+        return {{items_.data() + line.begin, line.end - line.begin}, line.hangs};
+    }
 
     std::size_t seenEnd(const Line& line) const {
         std::size_t end = line.end;
@@ -421,22 +421,12 @@ private:
         return end;
     }
 
-    // Nothing in front of a tab moves.
-    std::size_t firstElastic(const Line& line) const {
-        std::size_t first = line.begin;
-        for (std::size_t i = line.begin; i < line.end; ++i) {
-            first = items_[i].kind == Kind::tab ? i + 1 : first;
-        }
-        return first;
-    }
-
     void place(const Line& line, double x, double foot, double spread, Strip& strip) {
-        const std::size_t end = elasticEnd(line);
-        const std::size_t elasticFrom = firstElastic(line);
+        const ElasticPart elastic = elasticPartOf(line);
         for (std::size_t i = line.begin; i < line.end; ++i) {
             const TextItem& item = items_[i];
             double width = widthOf(i);
-            width += spread > 0 && i >= elasticFrom && isElastic(i, end) ? spread : 0;
+            width += spread > 0 && elastic.stretchesBehind(i - line.begin) ? spread : 0;
             if (item.kind == Kind::picture && item.height > 0) {
                 strip.layer.pictures.push_back(
                     {x, foot - item.raised - item.height, item.width, item.height, item.picture});

@@ -29,6 +29,7 @@ struct LineSetting {
     bool gridInTables = true; // lines in tables are aligned to the grid too
     bool hasLeading = true;   // the leading of fonts is added to the height of lines
     bool compressesPunctuation = false;
+    bool expandsBrokenLines = false; // a justified line is stretched though a line break ends it
     double defaultTab = 420;
     JoinedBorders borders;
     LayoutOptions options;

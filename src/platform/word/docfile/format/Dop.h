@@ -37,10 +37,11 @@ inline constexpr DopField showRevisions{7, 3, 1};
 inline constexpr DopField printRevisions{7, 4, 1};
 inline constexpr DopField lockRevisions{7, 6, 1};
 inline constexpr DopField embedFonts{7, 7, 1};
-inline constexpr DopField unbalancedColumns{8, 5, 1}; // fNoColumnBalance
-inline constexpr DopField defaultTab{10, 0, 16};      // twips
-inline constexpr DopField hyphenationZone{14, 0, 16}; // twips
-inline constexpr DopField created{20, 0, 32};         // DTTM, as the two below
+inline constexpr DopField unbalancedColumns{8, 5, 1};   // fNoColumnBalance
+inline constexpr DopField expandsBrokenLines{8, 13, 1}; // fExpShRtn: lines that a break ends
+inline constexpr DopField defaultTab{10, 0, 16};        // twips
+inline constexpr DopField hyphenationZone{14, 0, 16};   // twips
+inline constexpr DopField created{20, 0, 32};           // DTTM, as the two below
 inline constexpr DopField revised{24, 0, 32};
 inline constexpr DopField lastPrinted{28, 0, 32};
 inline constexpr DopField revisionNumber{32, 0, 16};
