@@ -145,6 +145,30 @@ TEST_F(FloatingShape, AnArrowAtALinesStartPointsAwayFromIt) {
     EXPECT_EQ(composed(4).outlines.size(), 1U) << "a diamond has no ends";
 }
 
+TEST_F(FloatingShape, TheMarkThatEndsTheTextOfABoxTakesNoLine) {
+    look.setFlag(0x00BF, 0x02, true);
+    const auto foot = [&](const std::u16string& text) {
+        return composedText(text).layer.rules.at(1).y1; // of the box
+    };
+    EXPECT_DOUBLE_EQ(foot(u"一\r\r"), 72 + 200 + 72);
+    EXPECT_DOUBLE_EQ(foot(u"一\r\r\r"), 72 + 400 + 72);
+    EXPECT_DOUBLE_EQ(foot(u"一\r"), 72 + 200 + 72);
+    EXPECT_DOUBLE_EQ(foot(u"\r"), 72 + 200 + 72);
+}
+
+TEST_F(FloatingShape, TextThatHasNoRoomInABoxOfFixedHeightIsCutOff) {
+    const std::u16string text = u"一\r二\r三\r四\r五\r六\r七\r";
+    const auto cut = composedText(text).layer.texts;
+    ASSERT_EQ(cut.size(), 5U);
+    EXPECT_FALSE(cut[3].endsAt);
+    EXPECT_EQ(cut[4].endsAt, 1000);
+    look.set(0x0088, 1); // runs downwards, but is set across
+    EXPECT_EQ(composedText(text).layer.texts.size(), 7U);
+    look.set(0x0088, 0);
+    look.setFlag(0x00BF, 0x02, true); // the box is as high as its text
+    EXPECT_EQ(composedText(text).layer.texts.size(), 7U);
+}
+
 TEST_F(FloatingShape, ItsTextStandsWithinItsPadding) {
     look.set(0x0081, 100 * 635);
     look.set(0x0082, 50 * 635);

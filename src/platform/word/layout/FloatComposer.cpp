@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numeric>
 
 namespace qvnd::layout {
@@ -95,6 +96,16 @@ void fitTurned(TextArt& art) {
     art.height = art.ownHeight * scale;
 }
 
+// The text of a shape ends with a paragraph mark that is not seen. Behind a table it is the
+// paragraph that has to stand there.
+void dropEndMark(const word::Story& story, Strips& strips) {
+    const bool isMark = story.text.ends_with(u"\r\r") && strips.size() > 1 &&
+                        strips.back().at + 1 == story.text.size();
+    if (isMark) {
+        strips.pop_back();
+    }
+}
+
 FloatPlace::Align alignOf(word::ParagraphFrame::Place place) {
     using Place = word::ParagraphFrame::Place;
     switch (place) {
@@ -132,9 +143,13 @@ std::optional<AnchoredFloat> FloatComposer::drawing(std::uint32_t index, const P
 
 void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const LineSetting& setting,
                             Layer& layer) {
-    const Stack text = textOf(part, fields, setting);
+    Stack text = textOf(part, fields, setting);
     if (part.growsWithText) {
         part.area.bottom = part.area.top + part.padding.top + text.height + part.padding.bottom;
+    }
+    if (!part.growsWithText && !part.textRunsDown && part.turn.angle == 0) {
+        constexpr double anywhere = std::numeric_limits<double>::infinity();
+        text.layer.cutBelow(heightOf(part.area) - part.padding.top, -anywhere, anywhere);
     }
     if (isTextArt(part.kind)) {
         addArt(part, layer);
@@ -200,9 +215,12 @@ Stack FloatComposer::textOf(const ShapePart& part, const PageFields& fields,
     inner.grid = {};
     inner.obstacles.clear();
     inner.width = std::max(narrowest, widthOf(part.area) - part.padding.left - part.padding.right);
-    BlockComposer composer(shared_, *texts[*part.text].text);
+    const word::Story& story = *texts[*part.text].text;
+    BlockComposer composer(shared_, story);
     composer.setPage(fields);
-    return stacked(composer.composeAll(inner), shared_.addsSpaces);
+    Strips strips = composer.composeAll(inner);
+    dropEndMark(story, strips);
+    return stacked(strips, shared_.addsSpaces);
 }
 
 AnchoredFloat framed(const word::ParagraphFrame& frame, double width, Stack content) {

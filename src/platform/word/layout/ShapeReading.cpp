@@ -39,6 +39,7 @@ constexpr std::uint16_t textLeft = 0x0081;
 constexpr std::uint16_t textTop = 0x0082;
 constexpr std::uint16_t textRight = 0x0083;
 constexpr std::uint16_t textBottom = 0x0084;
+constexpr std::uint16_t textFlow = 0x0088; // 0: across
 constexpr std::uint16_t textFlags = 0x00BF;
 constexpr std::uint16_t fillColour = 0x0181;
 constexpr std::uint16_t lineColour = 0x01C0;
@@ -54,7 +55,6 @@ constexpr std::uint32_t isFilled = 0x10;
 constexpr std::uint32_t hasLine = 0x08;
 constexpr std::uint32_t isHidden = 0x02;
 constexpr std::uint32_t fitsText = 0x02;
-
 constexpr std::uint32_t isBoldArt = 0x20;
 constexpr std::uint32_t isItalicArt = 0x10;
 constexpr std::uint32_t isFlippedAcross = 0x40; // of OfficeArtFSP
@@ -349,6 +349,7 @@ private:
         }
         part.text = shape.text;
         part.growsWithText = shape.text && look.flag(textFlags, fitsText, false);
+        part.textRunsDown = look.value(textFlow).value_or(0) != 0;
         part.padding = {look.length(textLeft, 144), look.length(textTop, 72),
                         look.length(textRight, 144), look.length(textBottom, 72)};
         if (isPicture && shape.picture) {

@@ -32,6 +32,7 @@ struct ShapePart {
     std::optional<std::uint32_t> text{}; // index into DocumentTables::shapeTexts
     PageArea padding{144, 72, 144, 72};  // of the text
     bool growsWithText = false;
+    bool textRunsDown = false; // but it is set across
 };
 
 // A drawing: its position and its shapes.
