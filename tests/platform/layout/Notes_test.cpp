@@ -16,6 +16,7 @@ using word::AnchorKind;
 using word::Bytes;
 using word::withSprm16;
 using word::withSprm32;
+using word::withSprm8;
 namespace sprm = word::sprm;
 
 class Notes : public test::PagedDocument {
@@ -114,6 +115,71 @@ TEST_F(Notes, FootnotesAndEndnotesAreCountedApartFromTheFirstNumbersOfTheDocumen
     EXPECT_EQ(textOf(pages().at(0)), u"甲5乙i丙6尾脚注");
 }
 
+TEST_F(Notes, AreCountedAnewInEachSectionWhereTheSettingsSaySo) {
+    type(u"甲\x02乙\x02\r");
+    nextSection(section());
+    type(u"丙\x02丁\x02\r");
+    main.anchors = {{1, AnchorKind::footnote, 0},
+                    {3, AnchorKind::footnote, 1},
+                    {6, AnchorKind::footnote, 2},
+                    {8, AnchorKind::endnote, 3}};
+    for (int i = 0; i < 4; ++i) {
+        addNote(u"注\r");
+    }
+    word::writeDop(document.settings, word::dop::firstFootnote, 4);
+    EXPECT_TRUE(textOf(pages().at(1)).starts_with(u"丙6丁i"));
+    word::writeDop(document.settings, word::dop::footnoteRestart, 1);
+    EXPECT_TRUE(textOf(pages().at(0)).starts_with(u"甲4乙5"));
+    EXPECT_TRUE(textOf(pages().at(1)).starts_with(u"丙4丁i"));
+    EXPECT_FALSE(layout->showsPageCounts());
+}
+
+TEST_F(Notes, ASectionMayNumberItsNotesInItsOwnWay) {
+    type(u"甲\x02\r");
+    Bytes own = withSprm8(section(), sprm::SRncFtn, 1);
+    own = withSprm16(own, sprm::SNFtn, 3);
+    own = withSprm16(own, sprm::SNfcFtnRef, 18);
+    own = withSprm8(own, sprm::SRncEdn, 1);
+    own = withSprm16(own, sprm::SNEdn, 7);
+    own = withSprm16(own, sprm::SNfcEdnRef, 0);
+    nextSection(own);
+    type(u"丙\x02丁\x02\r");
+    main.anchors = {
+        {1, AnchorKind::footnote, 0}, {4, AnchorKind::footnote, 1}, {6, AnchorKind::endnote, 2}};
+    for (int i = 0; i < 3; ++i) {
+        addNote(u"注\r");
+    }
+    EXPECT_TRUE(textOf(pages().at(0)).starts_with(u"甲1"));
+    EXPECT_TRUE(textOf(pages().at(1)).starts_with(u"丙③丁7"));
+}
+
+TEST_F(Notes, AreCountedAnewOnEachPageOnceItIsKnownWhereTheyStand) {
+    type(u"甲\x02\r乙\x02\r");
+    for (int i = 0; i < 5; ++i) {
+        type(u"一\r");
+    }
+    type(u"丙\x02\r丁\x02\r");
+    main.anchors = {{1, AnchorKind::footnote, 0},
+                    {4, AnchorKind::footnote, 1},
+                    {17, AnchorKind::footnote, 2},
+                    {20, AnchorKind::footnote, 3}};
+    for (int i = 0; i < 4; ++i) {
+        addNote(u"\x02注\r");
+    }
+    word::writeDop(document.settings, word::dop::footnoteRestart, 2);
+    pages();
+    EXPECT_TRUE(layout->showsPageCounts());
+    const auto counts = layout->correctedCounts();
+    ASSERT_TRUE(counts);
+    options.counts = *counts;
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_TRUE(textOf(found[0]).starts_with(u"甲1乙2"));
+    EXPECT_TRUE(textOf(found[0]).ends_with(u"1注2注"));
+    EXPECT_EQ(textOf(found[1]), u"丙1丁21注2注");
+    EXPECT_FALSE(layout->correctedCounts());
+}
+
 TEST_F(Notes, ANoteWithAMarkOfItsOwnTakesNoNumber) {
     type(u"甲*乙\x02\r");
     main.anchors = {{1, AnchorKind::footnote, 0}, {3, AnchorKind::footnote, 1}};
@@ -144,7 +210,7 @@ TEST_F(Notes, ANoteIsComposedOnceForEachWidth) {
     addNote(u"一二三四五六\r");
     sourceOfAll();
     StoryReader::Shared shared(source, fonts);
-    NoteStrips notes(shared);
+    NoteStrips notes(shared, {});
     LineSetting wide;
     wide.width = 2000;
     LineSetting narrow;
@@ -166,7 +232,7 @@ protected:
         addNote(u"四\r五\r六\r");
         setting.width = 2000;
         shared = std::make_unique<StoryReader::Shared>(sourceOfAll(), fonts);
-        strips = std::make_unique<NoteStrips>(*shared);
+        strips = std::make_unique<NoteStrips>(*shared, std::vector<int>{});
     }
     PageNotes notes() { return {*strips, setting, true}; }
     std::vector<double> baselines() const {

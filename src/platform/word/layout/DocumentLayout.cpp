@@ -38,8 +38,8 @@ public:
           counter_(source_, rules_.sections().size()),
           shared_(source_, fonts, options.officeLines,
                   options.officeLines && rules_.showsRevisions()),
-          notes_(shared_), headers_(shared_), body_(shared_, *source_.main),
-          flow_(rules_.addsSpaces(), noteRooms()) {
+          notes_(shared_, options.counts.noteSheets), headers_(shared_),
+          body_(shared_, *source_.main), flow_(rules_.addsSpaces(), noteRooms()) {
         shared_.addsSpaces = rules_.addsSpaces();
         shared_.hasLeading = rules_.hasLeading();
         beginPage();
@@ -420,6 +420,7 @@ private:
         next.sheet = finished_.back().sheet;
         page_ = std::move(next);
     }
+        counter_.addNotes(pageNotes_, page_.sheet);
 
     void placeNotes() {
         std::vector<NotePart> parts = std::exchange(carriedNotes_, {});

@@ -38,10 +38,13 @@ LayoutSource sourceOf(const word::DocumentContent& document);
 // With dates and times as of now, as a reader of the document sees it.
 LayoutSource sourceOfToday(const word::DocumentContent& document);
 
-// The numbers of pages that NUMPAGES and SECTIONPAGES fields show.
+// What a document shows that is known once it is laid out: the numbers of pages of NUMPAGES and
+// SECTIONPAGES fields, and the pages of its notes.
 struct PageCounts {
     int total = 1;
     std::vector<int> ofSections;
+    // By note: the index of the page with its reference, where notes are counted by page.
+    std::vector<int> noteSheets{};
 
     // 1 for a section whose pages are not counted.
     int ofSection(std::size_t section) const;

@@ -1,21 +1,14 @@
 #include "platform/word/layout/NoteStrips.h"
 
-#include "platform/word/docfile/format/Dop.h"
-#include "platform/word/formatting/NumberForms.h"
-
-#include <algorithm>
+#include "platform/word/layout/NoteNumbers.h"
 
 namespace qvnd::layout {
 
-NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
+NoteStrips::NoteStrips(StoryReader::Shared& shared, const std::vector<int>& sheets)
+    : shared_(shared) {
     const LayoutSource& source = shared.source;
-    shared.noteMarks.assign(source.tables->sideStories.size(), {});
+    shared.noteMarks = noteMarks(source, sheets);
     isEndnoteAtFoot_.assign(shared.noteMarks.size(), false);
-    const auto first = [&](word::DopField field) {
-        return std::max(1, static_cast<int>(word::readDop(source.settings, field)));
-    };
-    int footnote = first(word::dop::firstFootnote);
-    int endnote = first(word::dop::firstEndnote);
     for (const word::Anchor& anchor : source.main->anchors) {
         if (!namesNote(anchor) || anchor.index >= shared.noteMarks.size()) {
             continue;
@@ -25,11 +18,6 @@ NoteStrips::NoteStrips(StoryReader::Shared& shared) : shared_(shared) {
             isEndnoteAtFoot_[anchor.index] = true;
         } else if (!atFoot) {
             endnotes_.push_back(anchor.index);
-        }
-        if (source.tables->sideStories[anchor.index].automatic) {
-            const auto form = atFoot ? word::dop::footnoteNumbers : word::dop::endnoteNumbers;
-            shared.noteMarks[anchor.index] = word::numberInForm(
-                atFoot ? footnote++ : endnote++, word::readDop(source.settings, form));
         }
     }
 }

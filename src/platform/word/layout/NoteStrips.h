@@ -10,8 +10,9 @@ namespace qvnd::layout {
 // Footnotes and endnotes: their numbers and their composed texts.
 class NoteStrips {
 public:
-    // Numbers all notes that the main story refers to. `shared` must outlive the object.
-    explicit NoteStrips(StoryReader::Shared& shared);
+    // Numbers all notes that the main story refers to. `shared` must outlive the object. `sheets`:
+    // see noteMarks().
+    NoteStrips(StoryReader::Shared& shared, const std::vector<int>& sheets);
 
     // The composed text of a note; cached for each width.
     const Strips& strips(std::uint32_t note, const LineSetting& setting);

@@ -1,6 +1,7 @@
 #include "platform/word/layout/PageCounts.h"
 
 #include "platform/word/docfile/text/Fields.h"
+#include "platform/word/layout/NoteNumbers.h"
 
 #include <algorithm>
 #include <string>
@@ -17,7 +18,9 @@ int PageCounts::ofSection(std::size_t section) const {
     return section < ofSections.size() ? ofSections[section] : 1;
 }
 
-PageCounter::PageCounter(const LayoutSource& source, std::size_t sections) : sheets_(sections) {
+PageCounter::PageCounter(const LayoutSource& source, std::size_t sections)
+    : numbersNotes_(countsNotesByPage(source)),
+      noteSheets_(numbersNotes_ ? source.tables->sideStories.size() : 0), sheets_(sections) {
     look(source.main->fields);
     for (const word::HeaderSet& headers : source.headers) {
         for (const word::SlicedText& text : headers) {
@@ -54,6 +57,14 @@ void PageCounter::add(std::size_t section, int sheet) {
     last_ = std::max(last_, sheet);
 }
 
+void PageCounter::addNotes(const std::vector<std::uint32_t>& notes, int sheet) {
+    for (const std::uint32_t note : notes) {
+        if (note < noteSheets_.size()) {
+            noteSheets_[note] = sheet;
+        }
+    }
+}
+
 std::optional<PageCounts> PageCounter::corrected(const PageCounts& used) const {
     PageCounts counts = used;
     if (showsTotal_) {
@@ -64,6 +75,9 @@ std::optional<PageCounts> PageCounter::corrected(const PageCounts& used) const {
         for (const Sheets& sheets : sheets_) {
             counts.ofSections.push_back(sheets.last - sheets.first + 1);
         }
+    }
+    if (numbersNotes_) {
+        counts.noteSheets = noteSheets_;
     }
     return counts == used ? std::nullopt : std::optional(counts);
 }
