@@ -39,6 +39,48 @@ struct UnevenColumns {
     }
 };
 
+// Brc80, or Brc with its length in front.
+Border borderIn(const SprmView& entry) {
+    return borderOf(entry.operand.size() > brcSize ? entry.operand.subspan(1) : entry.operand);
+}
+
+// SPgbPropOperand of [MS-DOC].
+void setPages(PageBorders& borders, std::uint32_t properties) {
+    using Pages = PageBorders::Pages;
+    constexpr std::uint32_t appliesTo = 0x07;
+    constexpr std::uint32_t offsetFrom = 0xE0;
+    const std::uint32_t pages = properties & appliesTo;
+    borders.pages = pages == 1 ? Pages::first : pages == 2 ? Pages::allButFirst : Pages::all;
+    borders.fromEdge = (properties & offsetFrom) != 0;
+}
+
+// True for a property of the borders.
+bool takeBorder(PageBorders& borders, const SprmView& entry) {
+    switch (entry.opcode) {
+    case sprm::SBrcTop80:
+    case sprm::SBrcTop:
+        borders.top = borderIn(entry);
+        return true;
+    case sprm::SBrcLeft80:
+    case sprm::SBrcLeft:
+        borders.left = borderIn(entry);
+        return true;
+    case sprm::SBrcBottom80:
+    case sprm::SBrcBottom:
+        borders.bottom = borderIn(entry);
+        return true;
+    case sprm::SBrcRight80:
+    case sprm::SBrcRight:
+        borders.right = borderIn(entry);
+        return true;
+    case sprm::SPgbProp:
+        setPages(borders, numberOf(entry));
+        return true;
+    default:
+        return false;
+    }
+}
+
 std::vector<ResolvedSection::Column> columnsOf(const SectionPaper& paper, int count, int gap,
                                                const UnevenColumns& uneven, bool even) {
     std::vector<ResolvedSection::Column> columns;
@@ -64,6 +106,9 @@ ResolvedSection resolvedSectionOf(ByteView properties, bool gutterOnTop) {
     bool even = true;
     UnevenColumns uneven;
     for (const SprmView& entry : parseSprms(properties).sprms) {
+        if (takeBorder(format.borders, entry)) {
+            continue;
+        }
         const std::uint32_t value = numberOf(entry);
         switch (entry.opcode) {
         case sprm::SBkc:
@@ -121,8 +166,9 @@ ResolvedSection resolvedSectionOf(ByteView properties, bool gutterOnTop) {
         case sprm::SDxtCharSpace:
             format.characterSpacing = static_cast<std::int32_t>(value);
             break;
-        case sprm::STextFlow:
-            format.verticalText = value == 1 || value == 3;
+        case sprm::SVjc:
+            format.textPlace =
+                static_cast<ResolvedSection::TextPlace>(std::min<std::uint32_t>(value, 3));
             break;
         default:
             break;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/formatting/SectionPaper.h"
+#include "platform/word/formatting/PropertyValues.h"
 
 #include <cstdint>
 #include <vector>
@@ -10,9 +11,23 @@ namespace qvnd::word {
 // What a document grid aligns.
 enum class GridKind : std::uint8_t { none, linesAndCharacters, lines, snappedCharacters };
 
+// The borders of the pages of a section.
+struct PageBorders {
+    enum class Pages : std::uint8_t { all, first, allButFirst };
+
+    Border top;
+    Border left;
+    Border bottom;
+    Border right;
+    Pages pages = Pages::all;
+    bool fromEdge = false; // their distance is that from the edge of the paper, not from the text
+};
+
 // The page formatting of a section. Lengths in twips.
 struct ResolvedSection {
     enum class Start : std::uint8_t { continuous, column, page, evenPage, oddPage };
+    // Where the text stands on a page that it does not fill.
+    enum class TextPlace : std::uint8_t { top, centre, justified, bottom };
 
     struct Column {
         int left = 0; // from the left edge of the text area
@@ -37,7 +52,8 @@ struct ResolvedSection {
     int characterSpacing = 0; // added to each character, in 1/4096 point
     // Twips of the cells that the office suite divides the text area into on a grid of characters.
     int cellWidth = 0;
-    bool verticalText = false;
+    TextPlace textPlace = TextPlace::top;
+    PageBorders borders;
 };
 
 // `properties`: the property list of the SEPX. The text area is at least half an inch wide and

@@ -8,22 +8,15 @@
 #include "platform/word/layout/HeaderStrips.h"
 #include "platform/word/layout/PageCounts.h"
 #include "platform/word/layout/PageFloats.h"
+#include "platform/word/layout/PageLook.h"
 #include "platform/word/layout/PageNotes.h"
 #include "platform/word/layout/SectionPages.h"
 
 #include <algorithm>
-#include <cmath>
 #include <deque>
+#include <utility>
 
 namespace qvnd::layout {
-
-namespace {
-
-using word::ResolvedSection;
-
-constexpr double leastBody = 720; // twips that headers and footers leave
-
-} // namespace
 
 struct DocumentLayout::Place {
     FillState state;
@@ -82,7 +75,14 @@ public:
     const std::vector<LinePlace>& lines() const { return lines_.lines(); }
 
 private:
+    using ResolvedSection = word::ResolvedSection;
+
     const ResolvedSection& section() const { return rules_.sections()[section_]; }
+    // That of the current page: the margins of even pages may have changed sides.
+    word::SectionPaper paper() const {
+        const bool isMirrored = rules_.mirrorsMargins() && page_.number % 2 == 0;
+        return isMirrored ? mirrored(section().paper) : section().paper;
+    }
 
     ColumnFlow::NoteRooms noteRooms() {
         return [this](std::uint32_t note, bool first) { return pageNotes().roomOf(note, first); };
@@ -230,13 +230,28 @@ private:
 
     void endPage() {
         flushColumn();
+        if (regionTop_ == bodyTop_ && !options_.officeLines) {
+            const double end = bodyBottom_ - notesHeight_;
+            regionTop_ += spaceAboveText(section().textPlace, end - regionTop_ - regionUsed_);
+        }
         placeColumns();
         finishPage();
     }
 
     void enterSection() {
         const bool isEmpty = isPageEmpty();
-        const bool goesOnBelow = !isEmpty && goesOnSheet(rules_.sections()[section_ + 1]);
+        const ResolvedSection& next = rules_.sections()[section_ + 1];
+        const bool hasColumn = column_ + 1 < section().columns.size();
+        if (!isEmpty && hasColumn && word::beginsColumn(section(), next)) {
+            flushColumn();
+            beginSectionHere();
+            ++section_;
+            ++column_;
+            firstOfSection_ = true;
+            beginColumn();
+            return;
+        }
+        const bool goesOnBelow = !isEmpty && word::goesOnBelow(section(), next);
         if (goesOnBelow) {
             flushColumn();
             balanceColumns();
@@ -254,15 +269,10 @@ private:
             beginColumn();
         } else if (isEmpty) {
             openPage(); // nothing stands on it yet: it becomes a page of this section
+            skipForParity();
         } else {
             beginPage();
         }
-    }
-
-    bool goesOnSheet(const ResolvedSection& next) const {
-        return next.start == ResolvedSection::Start::continuous &&
-               next.paper.width == section().paper.width &&
-               next.paper.height == section().paper.height;
     }
 
     void beginPage() {
@@ -314,35 +324,25 @@ private:
         of.section = section_;
         of.firstPage = section().hasTitlePage && isFirstOfSection_;
         of.evenPage = number_ % 2 == 0;
-        const word::SectionPaper& paper = section().paper;
+        const word::SectionPaper paper = this->paper();
         const auto header = headers_.header(of, fields, pageSetting());
         const auto footer = headers_.footer(of, fields, pageSetting());
         const double footerTop = paper.height - section().footerBottom - footer.height;
         putOn(page_, header, paper, section().headerTop);
         putOn(page_, footer, paper, footerTop);
-        bodyTop_ = paper.top;
-        bodyBottom_ = paper.height - paper.bottom;
-        if (!section().topIsFixed && header.height > 0) {
-            bodyTop_ = std::max<double>(bodyTop_, section().headerTop + header.height);
-        }
-        if (!section().bottomIsFixed && footer.height > 0) {
-            bodyBottom_ = std::min(bodyBottom_, footerTop);
-        }
-        bodyBottom_ = std::max(bodyBottom_, bodyTop_ + leastBody);
+        TextRoom room = textRoom(section(), header.height, footer.height);
+        const bool holdsHeader = rules_.bordersHoldHeader() && header.height > 0;
+        const bool holdsFooter = rules_.bordersHoldFooter() && footer.height > 0;
+        const PageArea bordered{static_cast<double>(paper.left),
+                                holdsHeader ? section().headerTop : room.top,
+                                static_cast<double>(paper.width - paper.right),
+                                holdsFooter ? paper.height - section().footerBottom : room.bottom};
+        addPageBorders(section().borders, isFirstOfSection_, bordered, page_);
         if (options_.officeLines) {
-            centreGrid();
+            room = centredOnGrid(room, gridOf(section()).linePitch);
         }
-    }
-
-    // Whole lines of the document grid, in the middle of the room for the text.
-    void centreGrid() {
-        const double pitch = gridOf(section()).linePitch;
-        const double height = bodyBottom_ - bodyTop_;
-        if (pitch > 0 && pitch <= height) {
-            const double lines = std::floor(height / pitch) * pitch;
-            bodyTop_ += (height - lines) / 2;
-            bodyBottom_ = bodyTop_ + lines;
-        }
+        bodyTop_ = room.top;
+        bodyBottom_ = room.bottom;
     }
 
     void beginColumn() {
@@ -361,19 +361,17 @@ private:
 
     // Columns of one width above a section that goes on under them end at the same height.
     void balanceColumns() {
-        const auto& shape = section().columns;
-        const bool areEqual = std::all_of(shape.begin(), shape.end(), [&](const auto& column) {
-            return column.width == shape[0].width;
-        });
-        if (shape.size() < 2 || !rules_.balancesColumns() || !areEqual) {
+        const std::size_t count = section().columns.size();
+        if (count < 2 || !rules_.balancesColumns() || !word::hasOneColumnWidth(section())) {
             return;
         }
-        columns_.resize(shape.size());
+        columns_.resize(count);
         columns_ = balanced(columns_, bodyBottom_ - regionTop_, regionGoesOn_, rules_.addsSpaces());
     }
 
     void placeColumns() {
         beginSectionHere();
+        addColumnLines(section(), columns_, paper().left, regionTop_, page_.layer);
         const LinePlace page{0, page_.sheet, number_, section().numberForm};
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             column_ = std::min(i, section().columns.size() - 1);
@@ -401,10 +399,10 @@ private:
         counter_.add(section_, page_.sheet);
     }
 
-    double columnLeft() const { return section().paper.left + section().columns[column_].left; }
+    double columnLeft() const { return paper().left + section().columns[column_].left; }
 
     FloatFrame frameAt(double anchorTop) const {
-        return frameOn(section().paper, columnLeft(), section().columns[column_].width, anchorTop);
+        return frameOn(paper(), columnLeft(), section().columns[column_].width, anchorTop);
     }
 
     void finishPage() {
@@ -420,16 +418,16 @@ private:
         next.sheet = finished_.back().sheet;
         page_ = std::move(next);
     }
-        counter_.addNotes(pageNotes_, page_.sheet);
 
     void placeNotes() {
+        counter_.addNotes(pageNotes_, page_.sheet);
         std::vector<NotePart> parts = std::exchange(carriedNotes_, {});
         for (const std::uint32_t note : pageNotes_) {
             parts.push_back({note, 0});
         }
         if (!parts.empty()) {
-            const NoteArea area{static_cast<double>(section().paper.left),
-                                bodyBottom_ - notesHeight_, bodyBottom_};
+            const NoteArea area{static_cast<double>(paper().left), bodyBottom_ - notesHeight_,
+                                bodyBottom_};
             carriedNotes_ = pageNotes().place(std::move(parts), area, page_.layer);
         }
     }

@@ -65,6 +65,18 @@ bool DocumentRules::balancesColumns() const {
     return word::readDop(source_.settings, word::dop::unbalancedColumns) == 0;
 }
 
+bool DocumentRules::mirrorsMargins() const {
+    return word::readDop(source_.settings, word::dop::mirrorMargins) != 0;
+}
+
+bool DocumentRules::bordersHoldHeader() const {
+    return word::readDop(source_.settings, word::dop::bordersHoldHeader) != 0;
+}
+
+bool DocumentRules::bordersHoldFooter() const {
+    return word::readDop(source_.settings, word::dop::bordersHoldFooter) != 0;
+}
+
 bool DocumentRules::showsRevisions() const {
     return word::readDop(source_.settings, word::dop::showRevisions) != 0;
 }
@@ -88,10 +100,10 @@ LineSetting DocumentRules::lineSetting(double width) const {
     setting.hasLeading = hasLeading();
     setting.compressesPunctuation =
         word::readDop(source_.settings, word::dop::characterSpacing) != 0;
+    setting.expandsBrokenLines =
+        word::readDop(source_.settings, word::dop::expandsBrokenLines) != 0;
     setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;
     return setting;
 }
 
 } // namespace qvnd::layout
-    setting.expandsBrokenLines =
-        word::readDop(source_.settings, word::dop::expandsBrokenLines) != 0;

@@ -19,6 +19,11 @@ public:
     bool addsSpaces() const; // see gapBetween()
     // Columns above a continuous section end at the same height.
     bool balancesColumns() const;
+    // Even pages have the left margin at their right.
+    bool mirrorsMargins() const;
+    // Borders of pages that stand around the text stand around headers and footers too.
+    bool bordersHoldHeader() const;
+    bool bordersHoldFooter() const;
     bool showsRevisions() const;
     bool hasLeading() const; // see LineSetting
     // The settings of lines in a column of that width, without a grid.

@@ -6,6 +6,20 @@
 
 namespace qvnd::word {
 
+namespace {
+
+bool haveOneSheet(const ResolvedSection& one, const ResolvedSection& other) {
+    return one.paper.width == other.paper.width && one.paper.height == other.paper.height;
+}
+
+bool haveEqualColumns(const ResolvedSection& one, const ResolvedSection& other) {
+    return std::equal(
+        one.columns.begin(), one.columns.end(), other.columns.begin(), other.columns.end(),
+        [](const auto& a, const auto& b) { return a.left == b.left && a.width == b.width; });
+}
+
+} // namespace
+
 std::vector<Cp> sectionStarts(const std::vector<SectionRun>& sections) {
     std::vector<Cp> starts;
     Cp at = 0;
@@ -24,6 +38,21 @@ bool skipsPage(const ResolvedSection& section, int number) {
     const bool isOdd = number % 2 != 0;
     return (section.start == ResolvedSection::Start::evenPage && isOdd) ||
            (section.start == ResolvedSection::Start::oddPage && !isOdd);
+}
+
+bool goesOnBelow(const ResolvedSection& above, const ResolvedSection& section) {
+    return section.start == ResolvedSection::Start::continuous && haveOneSheet(above, section);
+}
+
+bool beginsColumn(const ResolvedSection& above, const ResolvedSection& section) {
+    return section.start == ResolvedSection::Start::column && haveOneSheet(above, section) &&
+           haveEqualColumns(above, section);
+}
+
+bool hasOneColumnWidth(const ResolvedSection& section) {
+    return std::all_of(section.columns.begin(), section.columns.end(), [&](const auto& column) {
+        return column.width == section.columns.front().width;
+    });
 }
 
 PageNumbering::PageNumbering(const DocumentContent& content, const std::vector<int>& firstSheets) {

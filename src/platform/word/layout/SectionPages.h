@@ -18,6 +18,12 @@ int firstNumberOf(const ResolvedSection& section, int counted);
 // Whether a section that begins on an even or odd page leaves the page of that number empty.
 bool skipsPage(const ResolvedSection& section, int number);
 
+// Whether a section goes on under the text of the one above it, or in the next column of its page
+// if there is one.
+bool goesOnBelow(const ResolvedSection& above, const ResolvedSection& section);
+bool beginsColumn(const ResolvedSection& above, const ResolvedSection& section);
+bool hasOneColumnWidth(const ResolvedSection& section);
+
 // Converts page indexes (0, 1, 2, ...) into page numbers, for pages that another program has made.
 // That program leaves out the empty pages in front of sections on even and odd pages.
 class PageNumbering {

@@ -61,7 +61,7 @@ TEST(SectionProperties, WithoutAnyThePageIsALetterWithOneColumn) {
     EXPECT_EQ(plain.linePitch, 0);
     EXPECT_EQ(plain.characterSpacing, 0);
     EXPECT_FALSE(plain.lineBetweenColumns || plain.hasTitlePage || plain.topIsFixed ||
-                 plain.bottomIsFixed || plain.restartsNumbers || plain.verticalText);
+                 plain.bottomIsFixed || plain.restartsNumbers || plain.borders.top.visible);
 }
 
 TEST(SectionProperties, APageIsAtLeastTwoInchesWideAndHigh) {
@@ -196,12 +196,46 @@ TEST(SectionProperties, AGridAlignsLinesOrCharactersOrBoth) {
         -256);
 }
 
-TEST(SectionProperties, TextIsVerticalInTheFlowsOneAndThree) {
-    EXPECT_FALSE(withWord(sprm::STextFlow, 0).verticalText);
-    EXPECT_TRUE(withWord(sprm::STextFlow, 1).verticalText);
-    EXPECT_FALSE(withWord(sprm::STextFlow, 2).verticalText);
-    EXPECT_TRUE(withWord(sprm::STextFlow, 3).verticalText);
-    EXPECT_FALSE(withWord(sprm::STextFlow, 4).verticalText);
+TEST(SectionProperties, TextStandsAtThePlaceOnItsPageThatTheSectionSays) {
+    using Place = ResolvedSection::TextPlace;
+    EXPECT_EQ(resolvedSectionOf({}, false).textPlace, Place::top);
+    EXPECT_EQ(withByte(sprm::SVjc, 1).textPlace, Place::centre);
+    EXPECT_EQ(withByte(sprm::SVjc, 2).textPlace, Place::justified);
+    EXPECT_EQ(withByte(sprm::SVjc, 3).textPlace, Place::bottom);
+    EXPECT_EQ(withByte(sprm::SVjc, 4).textPlace, Place::bottom);
+}
+
+TEST(SectionProperties, BordersOfPagesHaveTwoSpellingsAndTheLaterOneCounts) {
+    constexpr unsigned solid = 1U << 8U; // the kind of a Brc80
+    Bytes list;
+    for (const SprmOpcode side :
+         {sprm::SBrcTop80, sprm::SBrcLeft80, sprm::SBrcBottom80, sprm::SBrcRight80}) {
+        list = withSprm32(list, side, 8U | solid);
+    }
+    const PageBorders old = resolvedSectionOf(list, false).borders;
+    EXPECT_TRUE(old.top.visible && old.left.visible && old.bottom.visible && old.right.visible);
+    EXPECT_EQ(old.left.width, 20);
+    const Bytes brc{8, 0, 0, 0xFF, 0, 16, 1, 24, 0}; // two points wide, 24 points apart
+    for (const SprmOpcode side :
+         {sprm::SBrcTop, sprm::SBrcLeft, sprm::SBrcBottom, sprm::SBrcRight}) {
+        list = withSprm(list, side, brc);
+    }
+    const PageBorders borders = resolvedSectionOf(list, false).borders;
+    for (const Border& side : {borders.top, borders.left, borders.bottom, borders.right}) {
+        EXPECT_EQ(side.width, 40);
+        EXPECT_EQ(side.space, 480);
+        EXPECT_EQ(side.colour, 0x0000FFU);
+    }
+}
+
+TEST(SectionProperties, BordersMayStandOnSomePagesAndBeMeasuredFromTheirEdge) {
+    using Pages = PageBorders::Pages;
+    EXPECT_EQ(withWord(sprm::SPgbProp, 0).borders.pages, Pages::all);
+    EXPECT_EQ(withWord(sprm::SPgbProp, 1).borders.pages, Pages::first);
+    EXPECT_EQ(withWord(sprm::SPgbProp, 2).borders.pages, Pages::allButFirst);
+    EXPECT_EQ(withWord(sprm::SPgbProp, 7).borders.pages, Pages::all);
+    EXPECT_FALSE(withWord(sprm::SPgbProp, 0x1F).borders.fromEdge);
+    EXPECT_TRUE(withWord(sprm::SPgbProp, 0x20).borders.fromEdge);
 }
 
 } // namespace

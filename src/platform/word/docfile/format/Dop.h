@@ -70,6 +70,8 @@ inline constexpr DopField gridHeight{406, 0, 16};
 inline constexpr DopField gridShownEachX{408, 0, 7};
 inline constexpr DopField gridShownEachY{408, 8, 7};
 inline constexpr DopField gridFollowsMargins{408, 15, 1};
+inline constexpr DopField bordersHoldHeader{410, 12, 1}; // fIncludeHeader: borders of pages
+inline constexpr DopField bordersHoldFooter{410, 13, 1};
 inline constexpr DopField footnoteNumbers{492, 0, 16}; // an NFC
 inline constexpr DopField endnoteNumbers{494, 0, 16};
 // Dop2000

@@ -1,0 +1,112 @@
+#include "platform/word/layout/PageLook.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace qvnd::layout {
+
+namespace {
+
+using word::Border;
+using word::PageBorders;
+using word::ResolvedSection;
+
+bool standsOn(PageBorders::Pages pages, bool isFirst) {
+    return pages == PageBorders::Pages::all || (pages == PageBorders::Pages::first) == isFirst;
+}
+
+double roomOf(const Border& side) { return side.visible ? side.space + side.thickness : 0; }
+
+// The outer edges of the borders.
+PageArea outerEdges(const PageBorders& borders, const PageArea& text, const Page& page) {
+    if (borders.fromEdge) {
+        return {static_cast<double>(borders.left.space), static_cast<double>(borders.top.space),
+                page.width - borders.right.space, page.height - borders.bottom.space};
+    }
+    return {text.left - roomOf(borders.left), text.top - roomOf(borders.top),
+            text.right + roomOf(borders.right), text.bottom + roomOf(borders.bottom)};
+}
+
+void addRule(Layer& layer, const Border& side, PathPoint from, PathPoint to) {
+    if (side.visible) {
+        layer.rules.push_back({from.x, from.y, to.x, to.y, static_cast<double>(side.width),
+                               side.isDouble, side.colour});
+    }
+}
+
+} // namespace
+
+word::SectionPaper mirrored(word::SectionPaper paper) {
+    std::swap(paper.left, paper.right);
+    return paper;
+}
+
+TextRoom textRoom(const ResolvedSection& section, double headerHeight, double footerHeight) {
+    constexpr double least = 720; // twips that headers and footers leave
+    const word::SectionPaper& paper = section.paper;
+    TextRoom room{static_cast<double>(paper.top), static_cast<double>(paper.height - paper.bottom)};
+    if (!section.topIsFixed && headerHeight > 0) {
+        room.top = std::max(room.top, section.headerTop + headerHeight);
+    }
+    if (!section.bottomIsFixed && footerHeight > 0) {
+        room.bottom = std::min(room.bottom, paper.height - section.footerBottom - footerHeight);
+    }
+    room.bottom = std::max(room.bottom, room.top + least);
+    return room;
+}
+
+TextRoom centredOnGrid(TextRoom room, double linePitch) {
+    const double height = room.bottom - room.top;
+    if (linePitch > 0 && linePitch <= height) {
+        const double lines = std::floor(height / linePitch) * linePitch;
+        room.top += (height - lines) / 2;
+        room.bottom = room.top + lines;
+    }
+    return room;
+}
+
+double spaceAboveText(ResolvedSection::TextPlace place, double roomLeft) {
+    using Place = ResolvedSection::TextPlace;
+    const double room = std::max(0.0, roomLeft);
+    return place == Place::centre ? room / 2 : place == Place::bottom ? room : 0;
+}
+
+void addColumnLines(const ResolvedSection& section,
+                    const std::vector<std::vector<FlowedStrip>>& columns, double left, double top,
+                    Layer& layer) {
+    constexpr double width = 10;
+    const auto& shape = section.columns;
+    if (!section.lineBetweenColumns) {
+        return;
+    }
+    const double bottom = top + lowerEnd(columns);
+    for (std::size_t i = 1; i < std::min(columns.size(), shape.size()); ++i) {
+        if (!columns[i].empty()) {
+            const double gapFrom = left + shape[i - 1].left + shape[i - 1].width;
+            const double x = (gapFrom + left + shape[i].left) / 2;
+            layer.rules.push_back({x, top, x, bottom, width, false, {}});
+        }
+    }
+}
+
+// Strokes follow each other to the right and downwards.
+void addPageBorders(const PageBorders& borders, bool isFirstOfSection, const PageArea& text,
+                    Page& page) {
+    if (!standsOn(borders.pages, isFirstOfSection)) {
+        return;
+    }
+    const PageArea edges = outerEdges(borders, text, page);
+    const auto firstStroke = [](const Border& side) { return side.width / 2.0; };
+    const double upper = edges.top + firstStroke(borders.top);
+    const double left = edges.left + firstStroke(borders.left);
+    const double lower = edges.bottom - borders.bottom.thickness + firstStroke(borders.bottom);
+    const double right = edges.right - borders.right.thickness + firstStroke(borders.right);
+    addRule(page.layer, borders.top, {edges.left, upper}, {edges.right, upper});
+    addRule(page.layer, borders.left, {left, edges.top}, {left, edges.bottom});
+    addRule(page.layer, borders.bottom, {edges.left, lower}, {edges.right, lower});
+    addRule(page.layer, borders.right, {right, edges.top}, {right, edges.bottom});
+}
+
+} // namespace qvnd::layout
