@@ -170,6 +170,22 @@ TEST_F(PageContent, EachSideOfACellIsDrawnInItsWidth) {
     EXPECT_DOUBLE_EQ(page.layer.rules.front().y1, top);
 }
 
+TEST_F(PageContent, TheFrameOfATableStandsAboveItsFirstRowAndBelowItsLastAlone) {
+    // The table's: three points above, two below, half a point between rows.
+    moreOfRows = {0x05, 0xD6, 24, 24, 1, 0, 0, 0, 0, 0, 0, 16, 1, 0,
+                  0,    0,    0,  0,  0, 4, 1, 0, 0, 0, 0, 0,  0};
+    typeRow({u"甲", u"乙"}, {0, 1000, 2000});
+    typeRow({u"丙", u"丁"}, {0, 1000, 2000});
+    type(u"\r");
+    std::vector<double> widths; // of the second cells, which have no border of their own
+    for (const Rule& rule : pages().at(0).layer.rules) {
+        if (rule.x1 > 1500) {
+            widths.push_back(rule.width);
+        }
+    }
+    EXPECT_EQ(widths, (std::vector<double>{60, 10, 10, 40}));
+}
+
 TEST_F(PageContent, TheBackgroundOfACellFillsItAndNoOther) {
     moreOfRows = {0x09, 0xD6, 4, 0xFF, 0xFF, 0x06, 0x04}; // nothing, solid red
     typeRow({u"甲", u"乙"}, {0, 1000, 1700});

@@ -79,8 +79,8 @@ private:
             readCells(entry.operand);
             break;
         case sprm::TDxaGapHalf:
-            padding_ = {std::clamp<int>(signedNumberOf(entry), 0, widestPadding),
-                        std::clamp<int>(signedNumberOf(entry), 0, widestPadding)};
+            padding_.left = padding_.right =
+                std::clamp<int>(signedNumberOf(entry), 0, widestPadding);
             setPadding();
             break;
         case sprm::TCellPaddingDefault:
@@ -222,8 +222,10 @@ private:
 
     void setPadding() {
         for (ResolvedCell& cell : row_.cells) {
-            cell.leftPadding = padding_.first;
-            cell.rightPadding = padding_.second;
+            cell.topPadding = padding_.top;
+            cell.leftPadding = padding_.left;
+            cell.bottomPadding = padding_.bottom;
+            cell.rightPadding = padding_.right;
         }
     }
 
@@ -236,14 +238,20 @@ private:
         }
         const unsigned sides = operand[3];
         const int width = std::min(operand[5] | (operand[6] << 8), widestPadding);
+        const auto take = [&](int& top, int& left, int& bottom, int& right) {
+            top = (sides & 1U) != 0 ? width : top;
+            left = (sides & 2U) != 0 ? width : left;
+            bottom = (sides & 4U) != 0 ? width : bottom;
+            right = (sides & 8U) != 0 ? width : right;
+        };
+        if (everywhere) { // cells may be told behind it, as those of a table with a style are
+            take(padding_.top, padding_.left, padding_.bottom, padding_.right);
+        }
         const std::size_t first = everywhere ? 0 : operand[1];
         const std::size_t end = everywhere ? row_.cells.size() : operand[2];
         for (std::size_t i = first; i < std::min(end, row_.cells.size()); ++i) {
             ResolvedCell& cell = row_.cells[i];
-            cell.topPadding = (sides & 1U) != 0 ? width : cell.topPadding;
-            cell.leftPadding = (sides & 2U) != 0 ? width : cell.leftPadding;
-            cell.bottomPadding = (sides & 4U) != 0 ? width : cell.bottomPadding;
-            cell.rightPadding = (sides & 8U) != 0 ? width : cell.rightPadding;
+            take(cell.topPadding, cell.leftPadding, cell.bottomPadding, cell.rightPadding);
         }
     }
 
@@ -285,25 +293,34 @@ private:
         });
     }
 
-    // A border of the table stands where the cell has none of its own. Which row is the first or
-    // the last is not known here: the outer borders are those of every row.
+    // A border of the table stands where the cell has none of its own.
     void settleBorders() {
         for (std::size_t i = 0; i < row_.cells.size(); ++i) {
             ResolvedCell& cell = row_.cells[i];
             const auto settle = [](Border& side, const Border& ofTable) {
                 side = side.visible ? side : ofTable;
             };
-            settle(cell.topSide, table_[4].visible ? table_[4] : table_[0]);
-            settle(cell.bottomSide, table_[4].visible ? table_[4] : table_[2]);
+            cell.ownTop = cell.topSide.visible;
+            cell.ownBottom = cell.bottomSide.visible;
+            settle(cell.topSide, table_[4]);
+            settle(cell.bottomSide, table_[4]);
             settle(cell.leftSide, i == 0 ? table_[1] : table_[5]);
             settle(cell.rightSide, i + 1 == row_.cells.size() ? table_[3] : table_[5]);
         }
+        row_.tableTop = table_[0];
+        row_.tableBottom = table_[2];
     }
 
     const DocumentTables& tables_;
     ResolvedRow row_;
     std::array<Border, 6> table_{};
-    std::pair<int, int> padding_{108, 108};
+    struct Padding {
+        int top = 0;
+        int left = 108;
+        int bottom = 0;
+        int right = 108;
+    };
+    Padding padding_; // of each cell
 };
 
 } // namespace
@@ -312,6 +329,17 @@ ResolvedRow resolvedRowOf(ByteView properties, const DocumentTables& tables) {
     RowReader reader(tables);
     reader.read(properties);
     return reader.finish();
+}
+
+void putOuterBorders(ResolvedRow& row, bool isFirst, bool isLast) {
+    for (ResolvedCell& cell : row.cells) {
+        if (isFirst && !cell.ownTop) {
+            cell.topSide = row.tableTop;
+        }
+        if (isLast && !cell.ownBottom) {
+            cell.bottomSide = row.tableBottom;
+        }
+    }
 }
 
 } // namespace qvnd::word

@@ -22,6 +22,8 @@ struct ResolvedCell {
     Border leftSide;
     Border bottomSide;
     Border rightSide;
+    bool ownTop = false; // the side above is set for the cell, not for the table
+    bool ownBottom = false;
     std::optional<std::uint32_t> background;
     int leftPadding = 108;
     int rightPadding = 108;
@@ -37,10 +39,15 @@ struct ResolvedRow {
     bool exactHeight = false;
     bool staysWhole = false; // does not break across pages
     bool isHeading = false;  // repeated at the top of each further page
+    Border tableTop;
+    Border tableBottom;
 };
 
 // `properties`: the property list of the row's end mark. Borders that the list does not set come
-// from its table style.
+// from its table style; above and below are those between two rows of the table.
 ResolvedRow resolvedRowOf(ByteView properties, const DocumentTables& tables);
+
+// Puts the outer borders of the table on its first row and on its last one.
+void putOuterBorders(ResolvedRow& row, bool isFirst, bool isLast);
 
 } // namespace qvnd::word

@@ -284,7 +284,7 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
     ++depth_;
     std::vector<ComposedRow> rows;
     for (std::size_t i = first; i < next.row; ++i) {
-        rows.push_back(composeRow(table.rows[i], setting));
+        rows.push_back(composeRow(table, i, setting));
     }
     settleHeights(rows, setting.options.officeLines);
     composeDownwards(table, first, rows, setting);
@@ -314,9 +314,13 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
     return strips;
 }
 
-ComposedRow BlockComposer::composeRow(const TableRow& row, const LineSetting& setting) {
+ComposedRow BlockComposer::composeRow(const Table& table, std::size_t index,
+                                      const LineSetting& setting) {
+    const bool isLast = !blocks_.hasRow(table, index + 1);
+    const TableRow& row = table.rows[index];
     ComposedRow composed;
     composed.format = shared_.formats.row(story_.paragraphs[row.mark].properties);
+    word::putOuterBorders(composed.format, index == 0, isLast);
     composed.cells = cellsOf(composed.format, row.cells.size(), setting.width);
     for (std::size_t i = 0; i < composed.cells.size() && i < row.cells.size(); ++i) {
         ComposedCell& cell = composed.cells[i];

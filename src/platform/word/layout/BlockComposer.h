@@ -52,7 +52,7 @@ private:
     void anchorFrames(std::size_t paragraph, Strips& strips);
     Strips composeCell(const Blocks& blocks, const LineSetting& setting);
     Strips composeTable(const Block& block, const LineSetting& setting);
-    ComposedRow composeRow(const TableRow& row, const LineSetting& setting);
+    ComposedRow composeRow(const Table& table, std::size_t index, const LineSetting& setting);
     void composeDownwards(const Table& table, std::size_t first, std::vector<ComposedRow>& rows,
                           const LineSetting& setting);
     std::size_t headingRowsOf(const Table& table);

@@ -65,6 +65,12 @@ class Rows : public testing::Test {
 protected:
     ResolvedRow row() const { return resolvedRowOf(list, builder.content.tables); }
     std::vector<ResolvedCell> cells() const { return row().cells; }
+    // Those of a row that stands there in its table.
+    std::vector<ResolvedCell> cellsAt(bool isFirst, bool isLast) const {
+        ResolvedRow ended = row();
+        putOuterBorders(ended, isFirst, isLast);
+        return ended.cells;
+    }
 
     // A table style at that place of the sheet.
     void addTableStyle(StyleIndex style, StyleIndex basedOn, const Bytes& properties) {
@@ -329,14 +335,17 @@ TEST_F(Rows, ATablesBordersStandAroundAndBetweenItsCells) {
     addBytes(borders, {0, 0, 0, 0});
     addBytes(borders, bordersOf({6}));
     addEntry(list, sprm::TTableBorders80, borders);
-    EXPECT_EQ(sidesOf(cells()[0]), (Widths{20, 40, 60, 120}));
-    EXPECT_EQ(sidesOf(cells()[1]), (Widths{20, 120, 60, 120}));
-    EXPECT_EQ(sidesOf(cells()[2]), (Widths{20, 120, 60, 80}));
+    EXPECT_EQ(sidesOf(cellsAt(true, true)[0]), (Widths{20, 40, 60, 120}));
+    EXPECT_EQ(sidesOf(cellsAt(true, false)[1]), (Widths{20, 120, 0, 120}));
+    EXPECT_EQ(sidesOf(cellsAt(false, true)[2]), (Widths{0, 120, 60, 80}));
+    EXPECT_EQ(sidesOf(cellsAt(false, false)[2]), (Widths{0, 120, 0, 80}));
 }
 
-TEST_F(Rows, TheBorderBetweenRowsStandsAboveAndBelowEachOfThem) {
+TEST_F(Rows, TheBorderBetweenRowsStandsNeitherAboveTheFirstNorBelowTheLast) {
     addEntry(list, sprm::TTableBorders80, bordersOf({1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(sidesOf(cells()[1]), (Widths{100, 120, 100, 120}));
+    EXPECT_EQ(sidesOf(cellsAt(true, false)[1]), (Widths{20, 120, 100, 120}));
+    EXPECT_EQ(sidesOf(cellsAt(false, true)[1]), (Widths{100, 120, 60, 120}));
 }
 
 TEST_F(Rows, ACellsOwnBorderStandsBeforeThatOfItsTable) {
@@ -345,6 +354,7 @@ TEST_F(Rows, ACellsOwnBorderStandsBeforeThatOfItsTable) {
     addEntry(list, sprm::TTableBorders80, bordersOf({1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(sidesOf(cells()[0]), (Widths{180, 40, 180, 120}));
     EXPECT_EQ(sidesOf(cells()[1]), (Widths{100, 180, 100, 180}));
+    EXPECT_EQ(sidesOf(cellsAt(true, true)[0]), (Widths{180, 40, 180, 120}));
 }
 
 TEST_F(Rows, TableBordersInTheNewSpellingHaveEightBytesEach) {
@@ -356,8 +366,10 @@ TEST_F(Rows, TableBordersInTheNewSpellingHaveEightBytesEach) {
         borders.u16(0);
     }
     addEntry(list, sprm::TTableBorders, borders.take());
-    EXPECT_EQ(sidesOf(cells()[0]), (Widths{20, 40, 60, 0}));
-    EXPECT_EQ(sidesOf(cells()[2]), (Widths{20, 0, 60, 80}));
+    EXPECT_EQ(sidesOf(cells()[0]), (Widths{0, 40, 0, 0}));
+    EXPECT_EQ(sidesOf(cells()[2]), (Widths{0, 0, 0, 80}));
+    EXPECT_EQ(row().tableTop.width, 20);
+    EXPECT_EQ(row().tableBottom.width, 60);
     EXPECT_EQ(cells()[2].rightSide.colour, 0xFF0000U);
 }
 
@@ -370,7 +382,8 @@ TEST_F(Rows, OfTableBordersThatAreCutOffTheWholeOnesCount) {
     Bytes borders = bordersOf({1, 2});
     addBytes(borders, {24, 1, 0});
     addEntry(list, sprm::TTableBorders80, borders);
-    EXPECT_EQ(sidesOf(cells()[0]), (Widths{20, 40, 0, 0}));
+    EXPECT_EQ(sidesOf(cells()[0]), (Widths{0, 40, 0, 0}));
+    EXPECT_EQ(row().tableTop.width, 20);
 }
 
 TEST_F(Rows, ABorderIsSetOnTheSidesOfTheCellsThatAreNamed) {
@@ -441,8 +454,10 @@ TEST_F(Rows, ShadingsOfTenBytesBelongToTheCellsFromTheFirstThe23rdAndThe45th) {
 TEST_F(Rows, WhatTheRowDoesNotSayItsTableStyleSays) {
     Bytes style;
     addEntry(style, sprm::TTableBorders80, bordersOf({1, 2, 3, 4, 5, 6}));
+    addEntry(style, sprm::TCellPaddingDefault, {0, 1, 0x03, 3, 30, 0});
     addTableStyle(20, StyleDefinition::none, withSprm8(style, sprm::TFCantSplit, 1));
     list = withSprm16(list, sprm::TIstd, 20);
+    EXPECT_EQ(paddingsOf(cells()[1]), (Widths{30, 30, 0, 108}));
     EXPECT_EQ(sidesOf(cells()[1]), (Widths{100, 120, 100, 120}));
     EXPECT_TRUE(row().staysWhole);
     list = withSprm8(list, sprm::TFCantSplit, 0);
