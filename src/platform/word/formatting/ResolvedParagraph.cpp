@@ -132,10 +132,12 @@ std::optional<ParagraphFrame> frameOf(const ResolvedProperties& look) {
     constexpr std::uint32_t notBeside = 1; // sprmPWr
     constexpr std::uint32_t nowhere = 3;
     constexpr std::uint32_t leastHeight = 0x8000;
+    constexpr std::uint32_t dropCapKind = 0x07; // of DCS: none, in the text or in the margin
     const int across = signedNumberOf(look, sprm::PDxaAbs);
     const int down = signedNumberOf(look, sprm::PDyaAbs);
     const int width = static_cast<int>(numberOf(look, sprm::PDxaWidth));
-    if (across == 0 && down == 0 && width == 0) {
+    const bool isDropCap = (numberOf(look, sprm::PDcs) & dropCapKind) != 0;
+    if (across == 0 && down == 0 && width == 0 && !isDropCap) {
         return std::nullopt;
     }
     ParagraphFrame frame;

@@ -199,6 +199,15 @@ TEST(ParagraphFrames, APlaceOrAWidthMakesAFrame) {
     EXPECT_TRUE(frameWith({{sprm::PDxaWidth, 1}}));
 }
 
+TEST(ParagraphFrames, ADropCapStandsInAFrameWhereItIsInTheText) {
+    const auto frame = frameWith({{sprm::PDcs, 0x0019}}); // three lines high
+    ASSERT_TRUE(frame);
+    EXPECT_EQ(frame->down, FrameSpot::Down::fromParagraph);
+    EXPECT_EQ(frame->width, 0);
+    EXPECT_TRUE(frame->textBeside);
+    EXPECT_EQ(frameWith({{sprm::PDcs, 0x0018}}), std::nullopt) << "three lines of none";
+}
+
 TEST(ParagraphFrames, SomeDistancesAcrossNamePlaces) {
     using Place = ParagraphFrame::Place;
     const auto across = [](int stored) {
@@ -414,6 +423,14 @@ TEST(Shadings, PatternsMixInTheirPart) {
     EXPECT_EQ(mixed(2), 0xF2F2F2U);  // 5 %
     EXPECT_EQ(mixed(13), 0x191919U); // 90 %
     EXPECT_EQ(mixed(14), 0x7F7F7FU); // lines, half of them
+    EXPECT_EQ(mixed(34), 0x7F7F7FU);
+    EXPECT_EQ(mixed(35), 0xF8F8F8U); // 2.5 %
+    EXPECT_EQ(mixed(37), 0xDFDFDFU); // 12.5 %
+    EXPECT_EQ(mixed(38), 0xD8D8D8U); // 15 %
+    EXPECT_EQ(mixed(43), 0xA5A5A5U); // 35 %
+    EXPECT_EQ(mixed(61), 0x060606U); // 97.5 %
+    EXPECT_EQ(mixed(62), 0x070707U); // 97 %
+    EXPECT_EQ(mixed(63), 0x7F7F7FU);
     // Of automatic colours a pattern is black on white.
     EXPECT_EQ(colourOfShd80(1U << 10), 0x000000U);
     EXPECT_EQ(colourOfShd80(2U << 10), 0xF2F2F2U);
@@ -423,14 +440,6 @@ TEST(Shadings, AShadingThatIsCutOffIsNone) {
     EXPECT_EQ(colourOfShd(Bytes{0, 0, 0, 0xFF, 0, 0xFF, 0, 0, 0, 0}), 0x00FF00U);
     EXPECT_EQ(colourOfShd(Bytes{0, 0, 0, 0xFF, 0, 0xFF, 0, 0, 0}), std::nullopt);
     EXPECT_EQ(colourOfShd(Bytes{0, 0, 0xFF, 0, 0, 0xFF, 0, 0, 1, 0}), 0x0000FFU);
-    EXPECT_EQ(mixed(34), 0x7F7F7FU);
-    EXPECT_EQ(mixed(35), 0xF8F8F8U); // 2.5 %
-    EXPECT_EQ(mixed(37), 0xDFDFDFU); // 12.5 %
-    EXPECT_EQ(mixed(38), 0xD8D8D8U); // 15 %
-    EXPECT_EQ(mixed(43), 0xA5A5A5U); // 35 %
-    EXPECT_EQ(mixed(61), 0x060606U); // 97.5 %
-    EXPECT_EQ(mixed(62), 0x070707U); // 97 %
-    EXPECT_EQ(mixed(63), 0x7F7F7FU);
 }
 
 } // namespace

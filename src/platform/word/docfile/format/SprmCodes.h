@@ -104,6 +104,7 @@ inline constexpr std::uint16_t PDxaAbs = 0x8418;
 inline constexpr std::uint16_t PDyaAbs = 0x8419;
 inline constexpr std::uint16_t PDxaWidth = 0x841A;
 inline constexpr std::uint16_t PPc = 0x261B;
+inline constexpr std::uint16_t PDcs = 0x442C;
 inline constexpr std::uint16_t PWr = 0x2423;
 inline constexpr std::uint16_t PBrcBottom80 = 0x6426;
 inline constexpr std::uint16_t PFWidowControl = 0x2431;
