@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <set>
@@ -49,6 +50,26 @@ TEST(ShapeOutlines, RoundedCornersAreCirclesWhateverTheArea) {
     const Path path = shapeOutline(2, {0, 0, 600, 300}, {});
     EXPECT_NEAR(path.points[0].x, 50, 0.01);     // a sixth of the shorter side
     EXPECT_NEAR(path.points[4].y - 0, 50, 0.01); // where the first corner ends
+}
+
+TEST(ShapeOutlines, ABracePointsToItsSideInTheMiddleOfItsHeight) {
+    const PageArea area{0, 0, 100, 600};
+    const Path left = shapeOutline(87, area, {});
+    ASSERT_FALSE(left.isEmpty());
+    EXPECT_EQ(left.points.front(), (PathPoint{100, 0}));
+    EXPECT_EQ(left.points.back(), (PathPoint{100, 600}));
+    const auto hasPoint = [](const Path& path, PathPoint wanted) {
+        return std::any_of(path.points.begin(), path.points.end(), [&](const PathPoint& point) {
+            return std::abs(point.x - wanted.x) < 0.01 && std::abs(point.y - wanted.y) < 0.01;
+        });
+    };
+    EXPECT_TRUE(hasPoint(left, {0, 300}));
+    EXPECT_TRUE(hasPoint(left, {50, 50})); // behind the first curve
+    EXPECT_TRUE(hasPoint(left, {50, 550}));
+    EXPECT_NE(left.steps.back(), Path::Step::close);
+    const Path right = shapeOutline(88, area, {});
+    EXPECT_EQ(right.points.front(), (PathPoint{0, 0}));
+    EXPECT_TRUE(hasPoint(right, {100, 300}));
 }
 
 TEST(ShapeOutlines, EveryKindStaysWithinItsAreaAndHasAsManyPointsAsItsStepsNeed) {

@@ -40,11 +40,14 @@ enum Kind : unsigned {
     upDownArrow = 70,
     leftBracket = 85,
     rightBracket = 86,
+    leftBrace = 87,
+    rightBrace = 88,
     decision = 110,
     inputOutput = 111,
     document = 114,
     terminator = 116,
     preparation = 117,
+    manualInput = 118,
     manualOperation = 119,
     connector = 120,
     firstTextArt = 136,
@@ -70,6 +73,8 @@ Points cornersOf(unsigned kind) {
         return {{0.2, 0}, {1, 0}, {0.8, 1}, {0, 1}};
     case trapezoid:
         return {{0, 0}, {1, 0}, {0.75, 1}, {0.25, 1}};
+    case manualInput:
+        return {{0, 0.2}, {1, 0}, {1, 1}, {0, 1}};
     case manualOperation:
         return {{0, 0}, {1, 0}, {0.8, 1}, {0.2, 1}};
     case hexagon:
@@ -138,6 +143,40 @@ Path rounded(double rx, double ry) {
     return path;
 }
 
+// A quarter of an ellipse that leaves the last point of the path across or down.
+void quarterTo(Path& path, PathPoint end, bool leavesAcross) {
+    constexpr double reach = 0.5523; // of a curve's inner points
+    const PathPoint from = path.points.back();
+    const double x = (end.x - from.x) * reach;
+    const double y = (end.y - from.y) * reach;
+    if (leavesAcross) {
+        path.curveTo({from.x + x, from.y}, {end.x, end.y - y}, end);
+    } else {
+        path.curveTo({from.x, from.y + y}, {end.x - x, end.y}, end);
+    }
+}
+
+// Its point at the left.
+Path braceOutline() {
+    constexpr double bend = 1.0 / 12; // the height of each of its four curves
+    Path path;
+    path.moveTo({1, 0});
+    quarterTo(path, {0.5, bend}, true);
+    path.lineTo({0.5, 0.5 - bend});
+    quarterTo(path, {0, 0.5}, false);
+    quarterTo(path, {0.5, 0.5 + bend}, true);
+    path.lineTo({0.5, 1 - bend});
+    quarterTo(path, {1, 1}, false);
+    return path;
+}
+
+Path mirroredAcross(Path path) {
+    for (PathPoint& point : path.points) {
+        point.x = 1 - point.x;
+    }
+    return path;
+}
+
 Path curvedOutline(unsigned kind, double width, double height) {
     const double shorter = std::max(1.0, std::min(std::abs(width), std::abs(height)));
     const auto corner = [&](double part) {
@@ -165,6 +204,10 @@ Path curvedOutline(unsigned kind, double width, double height) {
         path.moveTo({0, 0});
         path.curveTo({0.5523, 0}, {1, 0.4477}, {1, 1});
         return path;
+    case leftBrace:
+        return braceOutline();
+    case rightBrace:
+        return mirroredAcross(braceOutline());
     case curvedConnector3:
         path.moveTo({0, 0});
         path.curveTo({0.25, 0}, {0.5, 0.25}, {0.5, 0.5});
@@ -289,14 +332,16 @@ Path ownOutline(const ShapeGeometry& geometry, const PageArea& area, const Shape
 }
 
 bool isOpenShape(unsigned kind) {
-    constexpr std::array<unsigned, 8> open{arc,
-                                           line,
-                                           straightConnector,
-                                           bentConnector2,
-                                           bentConnector3,
-                                           curvedConnector3,
-                                           leftBracket,
-                                           rightBracket};
+    constexpr std::array<unsigned, 10> open{arc,
+                                            line,
+                                            straightConnector,
+                                            bentConnector2,
+                                            bentConnector3,
+                                            curvedConnector3,
+                                            leftBracket,
+                                            rightBracket,
+                                            leftBrace,
+                                            rightBrace};
     return std::find(open.begin(), open.end(), kind) != open.end();
 }
 
