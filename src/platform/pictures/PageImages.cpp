@@ -1,5 +1,6 @@
 #include "platform/pictures/PageImages.h"
 
+#include "platform/pictures/PictureLight.h"
 #include "platform/word/docfile/pictures/PictureFile.h"
 
 #include <QBuffer>
@@ -67,9 +68,9 @@ std::optional<drawing::PixelImage> pageImageAt(const word::DataBlob& blob, int d
     const word::PictureCrop crop = cropOf(*picture);
     const double seen = 1 - crop.left - crop.right;
     const double whole = seen > 0 ? picture->width() / seen : 0;
-    const QImage image =
-        cropped(read(word::pictureFile(*picture), whole / twipsPerInch * dotsPerInch), crop)
-            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QImage shown =
+        cropped(read(word::pictureFile(*picture), whole / twipsPerInch * dotsPerInch), crop);
+    const QImage image = lit(shown, *picture).convertToFormat(QImage::Format_ARGB32_Premultiplied);
     return image.isNull() ? std::nullopt : std::optional(pixelsOf(image));
 }
 

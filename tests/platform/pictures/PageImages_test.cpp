@@ -56,6 +56,19 @@ TEST(PageImages, WhatACropCutsOffIsNotThere) {
     EXPECT_EQ(at(*image, 0, 0), 0x0000FFU);
 }
 
+TEST(PageImages, APictureIsAsBrightAndPaleAsItsDocumentShowsIt) {
+    word::Picture picture = pictureOf(redAndBlue(8, 4), "PNG");
+    picture.setBrightness(0.85); // as a picture that is washed out
+    picture.setContrast(0.15);
+    const auto pale = pageImage(picture.blob());
+    ASSERT_TRUE(pale);
+    EXPECT_EQ(at(*pale, 1, 1), 0xFFB3B3U);
+    EXPECT_EQ(at(*pale, 6, 3), 0xB3B3FFU);
+    picture.setBrightness(0.25);
+    picture.setContrast(0.5);
+    EXPECT_EQ(at(*pageImage(picture.blob()), 1, 1), 0xBF0000U);
+}
+
 TEST(PageImages, AFinePictureIsReadNoFinerThanAsked) {
     word::Picture picture = pictureOf(redAndBlue(3000, 1500), "JPG");
     picture.setWidth(1440);
