@@ -319,7 +319,8 @@ TEST_F(LineComposer, LinesKeepClearOfObstacles) {
     EXPECT_DOUBLE_EQ(leftOf(2), 0);
     setting.obstacles = {{{0, 0, 800, 400}, false}};
     EXPECT_DOUBLE_EQ(leftOf(0), 0);
-    EXPECT_DOUBLE_EQ(strips[0].before, 400);
+    EXPECT_DOUBLE_EQ(strips[0].height, 400 + 200);
+    EXPECT_DOUBLE_EQ(strips[0].layer.texts.front().baseline, 400 + 160);
 }
 
 TEST_F(LineComposer, LinesMayGoOnFromWithinTheParagraph) {

@@ -135,6 +135,18 @@ protected:
         return none;
     }
 
+    // The first run that begins with that character.
+    static const PlacedText& runWith(const Page& page, char16_t first) {
+        for (const PlacedText& run : page.layer.texts) {
+            if (run.text.front() == first) {
+                return run;
+            }
+        }
+        static const PlacedText none;
+        ADD_FAILURE() << "no such text";
+        return none;
+    }
+
     static std::u16string textOf(const Page& page) {
         std::u16string text;
         for (const PlacedText& run : page.layer.texts) {

@@ -340,13 +340,13 @@ private:
         const std::span<const TextItem> shown(items_.data() + line.begin, line.end - line.begin);
         const LineRoom room = roomOf(contentOf(shown, paragraph_, line.isLast, fonts_, setting_),
                                      format_, setting_, {isFirst, line.isLast});
-        strip.height = room.height;
+        // What stands in the way hangs on the strip, so its room is a part of the strip's height.
+        strip.height = line.dropped + room.height;
         strip.spare = room.spare;
-        strip.before = line.dropped;
-        top_ += line.dropped + room.height;
+        top_ += strip.height;
         strip.at = startOf(line);
         for (const Line& part : parts) {
-            place(part, part.left + shift(part), room.foot, stretch(part), strip);
+            place(part, part.left + shift(part), line.dropped + room.foot, stretch(part), strip);
         }
         for (std::size_t i = line.begin; i < line.end; ++i) {
             if (items_[i].note) {
@@ -449,7 +449,7 @@ private:
 
     void finish(Strips& strips, bool fromStart) const {
         if (fromStart) {
-            strips.front().before += spaceAround(
+            strips.front().before = spaceAround(
                 {format_.before, format_.linesBefore, format_.automaticBefore}, setting_.grid);
         }
         strips.back().after =
