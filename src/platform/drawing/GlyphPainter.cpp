@@ -1,5 +1,7 @@
 #include "platform/drawing/GlyphPainter.h"
 
+#include "platform/drawing/GlyphMask.h"
+#include "platform/drawing/GlyphOutlines.h"
 #include "platform/error/Utf8.h"
 
 #include <cairo-ft.h>
@@ -44,6 +46,10 @@ unsigned synthesisOf(const DrawnFace& drawn) {
            (hasCffOutlines(drawn.face) ? nothing : 0);
 }
 
+bool paintsPixels(cairo_t* context) {
+    return cairo_surface_get_type(cairo_get_group_target(context)) == CAIRO_SURFACE_TYPE_IMAGE;
+}
+
 } // namespace
 
 char32_t characterAt(std::u16string_view text, std::size_t at) {
@@ -52,11 +58,10 @@ char32_t characterAt(std::u16string_view text, std::size_t at) {
     return pair ? 0x10000 + ((char32_t{c} - 0xD800) << 10) + (text[at + 1] - 0xDC00) : c;
 }
 
-// Glyphs that are shown by one call: those of one width.
+// Glyphs that Cairo shows by one call: those of one width.
 class GlyphPainter::Batch {
 public:
-    Batch(cairo_t* context, double size, Ink ink)
-        : context_(context), size_(size), ink_(ink == Ink::text ? inkOfText(context) : ink) {}
+    Batch(cairo_t* context, double size, Ink ink) : context_(context), size_(size), ink_(ink) {}
 
     void add(unsigned glyph, double x, double width, const std::string& utf8) {
         if (std::abs(width - width_) > sameWidth * width_) {
@@ -89,14 +94,6 @@ public:
     }
 
 private:
-    // Cairo moves a glyph that it keeps as pixels to the nearest whole pixel, so that small letters
-    // run into each other. Outlines stay where they are put.
-    static Ink inkOfText(cairo_t* context) {
-        const bool paintsPixels =
-            cairo_surface_get_type(cairo_get_group_target(context)) == CAIRO_SURFACE_TYPE_IMAGE;
-        return paintsPixels ? Ink::areas : Ink::text;
-    }
-
     void paintOutlines() {
         cairo_new_path(context_);
         cairo_glyph_path(context_, glyphs_.data(), static_cast<int>(glyphs_.size()));
@@ -117,6 +114,10 @@ private:
     std::vector<cairo_text_cluster_t> clusters_;
 };
 
+GlyphPainter::GlyphPainter(FontFaces& fonts)
+    : fonts_(fonts), outlines_(std::make_unique<GlyphOutlines>(fonts)),
+      mask_(std::make_unique<GlyphMask>()) {}
+
 GlyphPainter::~GlyphPainter() {
     for (const auto& [id, face] : faces_) {
         cairo_font_face_destroy(face);
@@ -129,7 +130,9 @@ void GlyphPainter::show(cairo_t* context, const GlyphRun& run) {
     constexpr double unseen = 1e-9;
     isOdd_ = !isOdd_;
     cairo_set_font_face(context, fontFace(run.face));
-    Batch batch(context, isOdd_ ? run.size * (1 + unseen) : run.size, run.ink);
+    const bool fillsPixels = run.ink != Ink::edges && paintsPixels(context);
+    Batch batch(context, isOdd_ ? run.size * (1 + unseen) : run.size,
+                fillsPixels ? Ink::areas : run.ink);
     double x = 0;
     for (std::size_t i = 0; i < run.text.size(); ++i) {
         const char32_t c = characterAt(run.text, i);
@@ -138,12 +141,32 @@ void GlyphPainter::show(cairo_t* context, const GlyphRun& run) {
         const double own = fonts_.drawnAdvance(run.face, c);
         const bool isTooWide = room > 0 && own > room * (1 + sameWidth);
         const double aside = own > 0 && room > own * (1 + sameWidth) ? (room - own) / 2 : 0;
-        batch.add(fonts_.glyph(run.face, c), x + aside * run.size * run.stretch,
-                  run.stretch * (isTooWide ? room / own : 1), toUtf8(run.text.substr(i, units)));
+        const Glyph glyph{fonts_.glyph(run.face, c), x + aside * run.size * run.stretch,
+                          run.stretch * (isTooWide ? room / own : 1)};
+        if (!fillsPixels || !addToMask(context, run, glyph)) {
+            batch.add(glyph.number, glyph.x, glyph.width, toUtf8(run.text.substr(i, units)));
+        }
         x += run.advances[i];
         i += units - 1;
     }
+    mask_->paint(context);
     batch.show();
+}
+
+// Cairo moves a glyph that it keeps as pixels to the nearest whole pixel, so that small letters run
+// into each other. Glyphs that have no outline are left to it.
+bool GlyphPainter::addToMask(cairo_t* context, const GlyphRun& run, const Glyph& glyph) {
+    const GlyphOutline* outline = outlines_->of(run.face, glyph.number);
+    if (outline == nullptr) {
+        return false;
+    }
+    cairo_matrix_t toPixels;
+    cairo_get_matrix(context, &toPixels);
+    cairo_matrix_t place;
+    cairo_matrix_init(&place, run.size * glyph.width, 0, 0, -run.size, glyph.x, 0);
+    cairo_matrix_multiply(&place, &place, &toPixels);
+    mask_->add(*outline, place);
+    return true;
 }
 
 cairo_font_face_t* GlyphPainter::fontFace(layout::FaceId id) {

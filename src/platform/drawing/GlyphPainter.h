@@ -12,6 +12,9 @@
 
 namespace qvnd::drawing {
 
+class GlyphMask;
+class GlyphOutlines;
+
 // How characters are shown: as text that a reader of a PDF finds, or as shapes that are none, their
 // areas filled or their edges drawn.
 enum class Ink : std::uint8_t { text, areas, edges };
@@ -31,7 +34,7 @@ struct GlyphRun {
 class GlyphPainter {
 public:
     // Must outlive the object.
-    explicit GlyphPainter(FontFaces& fonts) : fonts_(fonts) {}
+    explicit GlyphPainter(FontFaces& fonts);
     ~GlyphPainter();
     GlyphPainter(const GlyphPainter&) = delete;
     GlyphPainter& operator=(const GlyphPainter&) = delete;
@@ -45,10 +48,18 @@ public:
 
 private:
     class Batch;
+    struct Glyph {
+        unsigned number = 0;
+        double x = 0;     // in the context's units
+        double width = 1; // against that of its face
+    };
+    bool addToMask(cairo_t* context, const GlyphRun& run, const Glyph& glyph);
     cairo_font_face_t* fontFace(layout::FaceId id);
 
     FontFaces& fonts_;
     std::map<layout::FaceId, cairo_font_face_t*> faces_;
+    std::unique_ptr<GlyphOutlines> outlines_;
+    std::unique_ptr<GlyphMask> mask_;
     bool isOdd_ = false; // the last run shown
 };
 
