@@ -15,14 +15,17 @@
 #include <cmath>
 #include <exception>
 #include <list>
+#include <optional>
 #include <utility>
+#include <variant>
+#include <vector>
 
 namespace qvnd::drawing {
 
 namespace {
 
 constexpr double twipsPerPoint = 20;
-constexpr std::uint32_t white = 0xFFFFFF;
+constexpr std::uint32_t paper = 0xFFFFFF;
 
 // The pictures that were painted last, so that one that stands on every page is read once.
 class RecentPictures {
@@ -83,30 +86,44 @@ public:
     Canvas(FontFaces& fonts, ReadPicture readPicture)
         : glyphs_(fonts), pictures_(std::move(readPicture)) {}
 
+    // Plane by plane, and each plane kind by kind.
     void paint(cairo_t* context, const layout::Layer& layer) {
-        for (const layout::Fill& fill : layer.fills) {
-            setColour(context, fill.colour);
-            cairo_rectangle(context, fill.x, fill.y, fill.width, fill.height);
-            cairo_fill(context);
-        }
-        for (const layout::TextArt& art : layer.textArt) {
-            paint(context, art);
-        }
-        for (const layout::Outline& outline : layer.outlines) {
-            paint(context, outline);
-        }
-        for (const layout::PlacedPicture& picture : layer.pictures) {
-            paintWhatEnds(context, picture);
-        }
-        for (const layout::Rule& rule : layer.rules) {
-            paint(context, rule);
-        }
-        for (const layout::PlacedText& text : layer.texts) {
-            paintWhatEnds(context, text);
+        std::vector<OnPlane> items;
+        add(layer.fills, items);
+        add(layer.textArt, items);
+        add(layer.outlines, items);
+        add(layer.pictures, items);
+        add(layer.rules, items);
+        add(layer.texts, items);
+        std::stable_sort(items.begin(), items.end(),
+                         [](const OnPlane& a, const OnPlane& b) { return a.plane < b.plane; });
+        for (const OnPlane& each : items) {
+            std::visit([&](const auto* item) { paint(context, *item); }, each.item);
         }
     }
 
 private:
+    struct OnPlane {
+        layout::Plane plane = 0;
+        std::variant<const layout::Fill*, const layout::TextArt*, const layout::Outline*,
+                     const layout::PlacedPicture*, const layout::Rule*, const layout::PlacedText*>
+            item;
+    };
+
+    template <class Item>
+    static void add(const std::vector<Item>& kind, std::vector<OnPlane>& items) {
+        items.reserve(items.size() + kind.size());
+        for (const Item& item : kind) {
+            items.push_back({item.plane, &item});
+        }
+    }
+
+    static void paint(cairo_t* context, const layout::Fill& fill) {
+        setColour(context, fill.colour);
+        cairo_rectangle(context, fill.x, fill.y, fill.width, fill.height);
+        cairo_fill(context);
+    }
+
     static void paint(cairo_t* context, const layout::Rule& rule) {
         setColour(context, rule.colour.value_or(0));
         cairo_set_line_width(context, rule.width);
@@ -154,24 +171,19 @@ private:
         cairo_new_path(context);
     }
 
-    // Paints what ends at a height within an area no more than that high.
-    template <class Item>
-    void paintWhatEnds(cairo_t* context, const Item& item) {
-        if (!item.endsAt) {
-            paint(context, item);
-            return;
-        }
+    // Nothing is painted below that height up to cairo_restore().
+    static void endAt(cairo_t* context, std::optional<double> height) {
         constexpr double everywhere = 1e6; // twips
-        cairo_save(context);
-        cairo_rectangle(context, -everywhere, -everywhere, 2 * everywhere,
-                        everywhere + *item.endsAt);
-        cairo_clip(context);
-        paint(context, item);
-        cairo_restore(context);
+        if (height) {
+            cairo_rectangle(context, -everywhere, -everywhere, 2 * everywhere,
+                            everywhere + *height);
+            cairo_clip(context);
+        }
     }
 
     void paint(cairo_t* context, const layout::PlacedPicture& picture) {
         cairo_save(context);
+        endAt(context, picture.endsAt);
         turn(context, picture);
         const RecentPictures::Picture& read = pictures_.of(picture.blob);
         if (read.surface) {
@@ -213,7 +225,12 @@ private:
         cairo_restore(context);
     }
 
-    void paint(cairo_t* context, const layout::PlacedText& text) { texts_.paint(context, text); }
+    void paint(cairo_t* context, const layout::PlacedText& text) {
+        cairo_save(context);
+        endAt(context, text.endsAt);
+        texts_.paint(context, text);
+        cairo_restore(context);
+    }
 
     GlyphPainter glyphs_;
     TextPainter texts_{glyphs_};
@@ -276,7 +293,7 @@ public:
                                    page.height / twipsPerPoint);
         cairo_save(context_.get());
         // Metafiles combine what they draw with the paper; on no paper it would be black.
-        setColour(context_.get(), white);
+        setColour(context_.get(), paper);
         cairo_paint(context_.get());
         cairo_scale(context_.get(), 1 / twipsPerPoint, 1 / twipsPerPoint);
         paint_(context_.get(), page.layer);

@@ -59,12 +59,13 @@ void OpenDocument::addStandIns(layout::Layer& layer) {
         }
         const double right = picture.x + picture.width;
         const double bottom = picture.y + picture.height;
-        layer.fills.push_back({picture.x, picture.y, picture.width, picture.height, standInFill});
+        layer.fills.push_back(
+            {picture.x, picture.y, picture.width, picture.height, standInFill, picture.plane});
         for (const auto& [x1, y1, x2, y2] : {std::array{picture.x, picture.y, right, picture.y},
                                              std::array{picture.x, bottom, right, bottom},
                                              std::array{picture.x, picture.y, picture.x, bottom},
                                              std::array{right, picture.y, right, bottom}}) {
-            layer.rules.push_back({x1, y1, x2, y2, 10, false, standInEdge});
+            layer.rules.push_back({x1, y1, x2, y2, 10, false, standInEdge, picture.plane});
         }
         layer.texts.push_back(standInText(picture));
     }
@@ -79,6 +80,7 @@ layout::PlacedText OpenDocument::standInText(const layout::PlacedPicture& pictur
     text.face = fonts_->shownBy(fonts_->face({u"宋体", false, false, true}), U'图');
     text.advances.assign(text.text.size(), static_cast<float>(text.size));
     text.colour = standInInk;
+    text.plane = picture.plane;
     return text;
 }
 

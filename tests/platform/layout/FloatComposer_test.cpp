@@ -280,6 +280,34 @@ TEST_F(FloatingShape, TextArtWithoutHeightOrWidthIsNotShown) {
     EXPECT_EQ(countWith({0.8, 0}), 0U);
 }
 
+TEST_F(FloatingShape, ItIsInFrontOfTheTextOrBehindItInTheOrderOfItsFile) {
+    const auto planeOf = [&](std::uint32_t order, bool isBehind) {
+        word::Drawing drawing = drawingOf(1, look.count(), look.encode());
+        drawing.order = order;
+        drawing.place[16] = 3U << 5U;
+        drawing.place[17] = isBehind ? 0x40 : 0;
+        const Layer layer = composed(drawing).layer;
+        EXPECT_EQ(layer.fills.at(0).plane, layer.rules.at(0).plane);
+        return layer.fills[0].plane;
+    };
+    EXPECT_LT(0, planeOf(0, false));
+    EXPECT_LT(planeOf(0, false), planeOf(1, false));
+    EXPECT_LT(planeOf(1, true), 0);
+    EXPECT_LT(planeOf(0, true), planeOf(1, true));
+}
+
+TEST_F(FloatingShape, ItsTextStandsOnItsPlane) {
+    const Layer layer = composedText(u"一\r").layer;
+    EXPECT_EQ(layer.texts.at(0).plane, layer.fills.at(0).plane);
+}
+
+TEST(Planes, PartsOfADrawingLieInOrderBelowThoseOfTheNext) {
+    EXPECT_LT(planeOfDrawing(false, 1, 0), planeOfDrawing(false, 1, 1));
+    EXPECT_LT(planeOfDrawing(false, 1, 100'000), planeOfDrawing(false, 2, 0));
+    EXPECT_LT(planeOfDrawing(true, 0xFFFFFFFF, 100'000), 0);
+    EXPECT_LT(planeOfDrawing(false, 0xFFFFFFFF, 100'000) + toHeader, planeOfDrawing(true, 0, 0));
+}
+
 TEST_F(FloatingShape, TurnedTextArtKeepsItsProportionsAndTakesItsAreaAsItIsTurned) {
     const TextArt art = composedArt(45).textArt.at(0);
     EXPECT_NEAR(art.angle, std::numbers::pi / 4, 1e-9);

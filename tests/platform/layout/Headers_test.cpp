@@ -30,6 +30,14 @@ TEST_F(Headers, HeadersStandOnEachPageAndPushTheTextDown) {
     EXPECT_DOUBLE_EQ(found[0].layer.texts[3].baseline, 720 + 600 + 160);
 }
 
+TEST_F(Headers, TheyLieBelowTheTextOfThePage) {
+    paragraphs(1);
+    putHeader(word::HeaderKind::oddHeader, story(u"眉\r"));
+    const Page page = pages().at(0);
+    EXPECT_EQ(textAt(page, u"眉").plane, toHeader);
+    EXPECT_EQ(textAt(page, u"一").plane, 0);
+}
+
 TEST_F(Headers, TextKeepsToAFixedMarginHoweverHighTheyAre) {
     const auto firstPage = [&](std::uint16_t margin, HeaderKind kind, unsigned width) {
         document.sections[0].properties = intern(withSprm16(section(), margin, width));

@@ -152,6 +152,17 @@ TEST_F(Painting, FillsAndRulesStandAtTheirPlacesInTheirColours) {
     EXPECT_EQ(at(image, 50, 40), 0xFF0000U);
 }
 
+TEST_F(Painting, WhatIsOnAHigherPlaneCoversWhatIsOnALowerOneOfWhateverKind) {
+    page.layer.rules.push_back({0, 200, 1000, 200, 100, false, 0xFF0000});
+    page.layer.fills.push_back({300, 100, 200, 200, 0x0000FF, 1});
+    page.layer.fills.push_back({600, 100, 200, 200, 0x00FF00, -1});
+    const PixelImage image = paint();
+    EXPECT_EQ(at(image, 10, 20), 0xFF0000U);
+    EXPECT_EQ(at(image, 40, 20), 0x0000FFU) << "in front of the rule";
+    EXPECT_EQ(at(image, 70, 20), 0xFF0000U) << "behind it";
+    EXPECT_EQ(at(image, 70, 12), 0x00FF00U);
+}
+
 TEST_F(Painting, AnOutlineIsFilledAndStrokedInItsColours) {
     layout::Outline outline;
     outline.path = layout::shapeOutline(110, {200, 100, 600, 300}, {}); // a diamond

@@ -96,6 +96,12 @@ TEST_F(Shapes, TheirPlaceAndWrapAreThoseOfTheirAnchor) {
     EXPECT_EQ(read(shape(1), (2U << 5U) | (3U << 9U))->place.side, FloatPlace::Side::wider);
 }
 
+TEST_F(Shapes, TheyStandBehindTheTextWhereItsAnchorSaysSoAndNoTextGivesThemRoom) {
+    EXPECT_FALSE(read(shape(1), 3U << 5U)->place.isBehindText);
+    EXPECT_TRUE(read(shape(1), (3U << 5U) | 0x4000U)->place.isBehindText);
+    EXPECT_FALSE(read(shape(1), (2U << 5U) | 0x4000U)->place.isBehindText);
+}
+
 TEST_F(Shapes, TheirPropertiesSayHowTheyAreAlignedAndKeptClear) {
     look.set(0x038F, 2);
     look.set(0x0390, 1);

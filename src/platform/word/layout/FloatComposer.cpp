@@ -134,8 +134,13 @@ std::optional<AnchoredFloat> FloatComposer::drawing(std::uint32_t index, const P
     }
     AnchoredFloat result;
     result.place = shapes->place;
-    for (ShapePart& part : shapes->parts) {
-        addPart(part, fields, setting, result.layer);
+    const std::uint32_t order = tables.drawings[index].order;
+    for (std::size_t i = 0; i < shapes->parts.size(); ++i) {
+        ShapePart& part = shapes->parts[i];
+        Layer layer;
+        addPart(part, fields, setting, layer);
+        layer.movePlanes(planeOfDrawing(result.place.isBehindText, order, i));
+        result.layer.append(std::move(layer), 0, 0);
         result.place.height = std::max(result.place.height, part.area.bottom);
     }
     return result;

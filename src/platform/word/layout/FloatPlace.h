@@ -24,6 +24,7 @@ struct FloatPlace {
     double width = 0;
     double height = 0;
     Wrap wrap = Wrap::none;
+    bool isBehindText = false; // of one that text does not wrap around
     Side side = Side::both;
     double apartAcross = 0; // horizontal distance of the text
     double apartDown = 0;   // vertical distance of the text

@@ -55,6 +55,10 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
     composer->setPage(fields);
     Set set = stacked(composer->composeAll(setting), shared_.addsSpaces);
     growAround(set);
+    set.layer.movePlanes(toHeader);
+    for (AnchoredFloat& floating : set.floats) {
+        floating.layer.movePlanes(toHeader);
+    }
     return set;
 }
 

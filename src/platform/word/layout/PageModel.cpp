@@ -43,6 +43,13 @@ double cutOff(double height) {
 
 } // namespace
 
+Plane planeOfDrawing(bool isBehindText, std::uint32_t order, std::size_t part) {
+    constexpr Plane side = Plane{1} << 52; // more than all drawings take
+    constexpr Plane parts = 4096;          // a group of more has the others on its last plane
+    const Plane within = order * parts + std::min(static_cast<Plane>(part), parts - 1);
+    return (isBehindText ? -side : side) + within;
+}
+
 void Layer::append(Layer other, double right, double down) {
     const auto moveCorner = [&](auto& item) {
         item.x += right;
@@ -70,6 +77,20 @@ void Layer::append(Layer other, double right, double down) {
         text.baseline += down;
         moveEnd(text, down);
     });
+}
+
+void Layer::movePlanes(Plane by) {
+    const auto move = [by](auto& items) {
+        for (auto& item : items) {
+            item.plane += by;
+        }
+    };
+    move(fills);
+    move(textArt);
+    move(outlines);
+    move(pictures);
+    move(rules);
+    move(texts);
 }
 
 void Layer::cutBelow(double y, double left, double right, bool keepsTexts) {

@@ -6,6 +6,7 @@
 #include "platform/word/layout/Path.h"
 #include "platform/word/layout/ShapeTurn.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,6 +15,14 @@
 // A laid-out page, ready for painting. Lengths are in twips; coordinates count right and down from
 // the upper left corner of the page. Colours are 0xRRGGBB; an empty colour is black.
 namespace qvnd::layout {
+
+// The order of painting: what is on a higher plane is painted later, over what is on a lower one.
+// Text is on plane 0, drawings behind it are below, drawings in front of it above.
+using Plane = std::int64_t;
+// `order`: of the drawing in its document; `part`: of a shape in its drawing.
+Plane planeOfDrawing(bool isBehindText, std::uint32_t order, std::size_t part);
+// From the planes of a text to those of a header, which lie below all of the page's text.
+inline constexpr Plane toHeader = -(Plane{3} << 52);
 
 // A run of characters of one face on one line.
 struct PlacedText {
@@ -31,6 +40,7 @@ struct PlacedText {
     bool isTurned = false; // runs downwards: turned a quarter clockwise about its beginning
     bool bold = false;     // synthesised, because the face is not bold
     std::optional<double> endsAt{}; // nothing of it is painted below this height
+    Plane plane = 0;
 };
 
 struct Fill {
@@ -39,6 +49,7 @@ struct Fill {
     double width = 0;
     double height = 0;
     std::uint32_t colour = 0;
+    Plane plane = 0;
 };
 
 struct Rule {
@@ -49,6 +60,7 @@ struct Rule {
     double width = 10;
     bool isDouble = false;
     std::optional<std::uint32_t> colour{};
+    Plane plane = 0;
 };
 
 // A picture and its position before it is turned. word::Picture decodes the blob.
@@ -60,6 +72,7 @@ struct PlacedPicture {
     word::DataBlob blob;
     std::optional<double> endsAt{}; // as of a text
     ShapeTurn turn{};
+    Plane plane = 0;
 };
 
 // The outline of a shape.
@@ -70,6 +83,7 @@ struct Outline {
     double lineWidth = 15;
     std::optional<std::uint32_t> lineColour{};
     bool isDashed = false;
+    Plane plane = 0;
 };
 
 // Text art: text that is stretched to fill its area. No width or height is 0.
@@ -83,9 +97,10 @@ struct TextArt {
     double ownWidth = 0; // of the texts before stretching
     double ownHeight = 0;
     std::vector<PlacedText> texts; // relative to the upper left corner of the unstretched area
+    Plane plane = 0;
 };
 
-// The content of a page or of a part of a page. It is painted in the order of the members.
+// The content of a page or of a part of a page. Each plane is painted in the order of the members.
 struct Layer {
     std::vector<Fill> fills;
     std::vector<TextArt> textArt;
@@ -96,6 +111,8 @@ struct Layer {
 
     // Adds the content of another layer, moved by that distance.
     void append(Layer other, double right, double down);
+    // Moves all to higher planes, or to lower ones.
+    void movePlanes(Plane by);
     // Of what begins between two distances from the left edge: removes what stands below that
     // height, and cuts off fills, texts and pictures that reach beyond it. `keepsTexts`: texts
     // below it are not seen, but a reader of the PDF finds them.

@@ -444,6 +444,8 @@ std::optional<FloatPlace> placeOf(word::ByteView spa) {
     place.wrap = wrap == wrapsBelow     ? FloatPlace::Wrap::below
                  : wrap == wrapsNothing ? FloatPlace::Wrap::none
                                         : FloatPlace::Wrap::beside;
+    constexpr unsigned belowText = 0x4000;
+    place.isBehindText = wrap == wrapsNothing && (flags & belowText) != 0;
     const unsigned side = (flags >> 9U) & 0xFU; // wrk
     place.side = side == 1   ? FloatPlace::Side::left
                  : side == 2 ? FloatPlace::Side::right

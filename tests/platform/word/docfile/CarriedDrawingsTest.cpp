@@ -136,6 +136,15 @@ TEST_F(CarriedDrawingsTest, AShapeKeepsItsPlaceAndNamesItself) {
     EXPECT_TRUE(art::recordsAreWhole(one.records, art::spContainer));
 }
 
+TEST_F(CarriedDrawingsTest, AShapeKeepsItsOrderWhereverItsAnchorStands) {
+    shapes = {shape(0x402).bytes(), shape(0x403).bytes(), shape(0x404).bytes()};
+    const std::uint32_t highest = drawing(0x404).order;
+    const std::uint32_t lowest = drawing(0x402).order;
+    const std::uint32_t middle = drawing(0x403).order;
+    EXPECT_LT(lowest, middle);
+    EXPECT_LT(middle, highest);
+}
+
 TEST_F(CarriedDrawingsTest, WhatIsNamedIsZeroInTheRecords) {
     shapes = {shape(0x402).bytes()};
     const Drawing& one = drawing(0x402);

@@ -32,6 +32,8 @@ struct Drawing {
     Bytes place;   // Spa without its shape, [MS-DOC] 2.9.253: 22 bytes
     Bytes records; // OfficeArtSpContainer or OfficeArtSpgrContainer, [MS-ODRAW] 2.2.14 and 2.2.16
     std::vector<ShapeReference> references; // ascending
+    // Among the drawings of the file that it was read from: a later one lies over an earlier one.
+    std::uint32_t order = 0;
 };
 
 // The text of a shape, or of a chain of shapes that it flows through. It is never changed.

@@ -316,6 +316,7 @@ std::optional<std::uint32_t> CarriedDrawings::add(DrawingOf part, ByteView spa,
         return std::nullopt;
     }
     drawing->place.assign(place.begin(), place.end());
+    drawing->order = drawings_.orderOf(part, id);
     resolve(part, *drawing, texts);
     tables_.drawings.push_back(std::move(*drawing));
     return static_cast<std::uint32_t>(tables_.drawings.size() - 1);

@@ -158,7 +158,13 @@ Bytes Drawings::picture(std::uint32_t number) const {
 ByteView Drawings::anchored(DrawingOf part, std::uint32_t id) const {
     const auto& shapes = anchored_[static_cast<std::size_t>(part)];
     const auto found = shapes.find(id);
-    return found != shapes.end() ? found->second : ByteView{};
+    return found == shapes.end() ? ByteView() : found->second.record;
+}
+
+std::uint32_t Drawings::orderOf(DrawingOf part, std::uint32_t id) const {
+    const auto& shapes = anchored_[static_cast<std::size_t>(part)];
+    const auto found = shapes.find(id);
+    return found == shapes.end() ? 0 : found->second.order;
 }
 
 void Drawings::readShared(ByteView records) {
@@ -190,7 +196,8 @@ void Drawings::readDrawing(DrawingOf part, ByteView records) {
             } else if (inner.type == art::spgrContainer) {
                 id = readGroup(shape, 0, 1);
             }
-            anchored.try_emplace(id, wholeView(shape));
+            const auto order = static_cast<std::uint32_t>(anchored.size());
+            anchored.try_emplace(id, Anchored{wholeView(shape), order});
         });
     });
 }

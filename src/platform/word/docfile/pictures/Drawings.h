@@ -43,6 +43,8 @@ public:
     const Shape* shapeOfText(std::size_t number) const;
     // The record of a shape or group that is in no group; empty when there is none.
     ByteView anchored(DrawingOf part, std::uint32_t id) const;
+    // How many such records stand in front of it.
+    std::uint32_t orderOf(DrawingOf part, std::uint32_t id) const;
     // The record of the shape that fills the pages of the main story; empty when there is none.
     ByteView background() const { return background_; }
     // The properties of shapes that do not set them themselves.
@@ -71,7 +73,11 @@ private:
     std::vector<StoreEntry> pictures_;
     std::unordered_map<std::uint32_t, Shape> shapes_;
     std::unordered_map<std::size_t, std::uint32_t> shapesOfTexts_;
-    std::array<std::unordered_map<std::uint32_t, ByteView>, 2> anchored_; // by DrawingOf
+    struct Anchored {
+        ByteView record;
+        std::uint32_t order = 0;
+    };
+    std::array<std::unordered_map<std::uint32_t, Anchored>, 2> anchored_; // by DrawingOf
     ByteView background_;
     art::ShapeProperties defaults_;
 };
