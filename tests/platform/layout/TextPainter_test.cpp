@@ -44,8 +44,9 @@ protected:
             const auto* pixel = image.pixels.data() + std::size_t{4} * i;
             if (((pixel[2] << 16U) | (pixel[1] << 8U) | pixel[0]) == static_cast<int>(colour)) {
                 ++area.pixels;
-                area.x += i % image.width;
-                area.y += i / image.width;
+                const int row = i / image.width;
+                area.x += i - row * image.width;
+                area.y += row;
             }
         }
         area.x /= std::max(1, area.pixels);
