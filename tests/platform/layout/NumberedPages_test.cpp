@@ -162,16 +162,6 @@ TEST_F(NumberedPages, EachLineOfACellTellsItsPage) {
     EXPECT_EQ(placeOf(layout->lines(), 46).sheet, 1);
 }
 
-TEST(PageCounts, AreAsWideWhereEachHasAsManyDigits) {
-    EXPECT_TRUE(areAsWide({10, {}}, {99, {}}));
-    EXPECT_FALSE(areAsWide({9, {}}, {10, {}}));
-    EXPECT_FALSE(areAsWide({100, {}}, {99, {}}));
-    EXPECT_TRUE(areAsWide({1, {3, 10}}, {1, {9, 99}}));
-    EXPECT_FALSE(areAsWide({1, {3, 9}}, {1, {3, 10}}));
-    EXPECT_TRUE(areAsWide({1, {}}, {1, {9}})) << "a section that is not counted has one page";
-    EXPECT_FALSE(areAsWide({1, {10}}, {1, {}}));
-}
-
 TEST_F(NumberedPages, APageIsThoughtToTakeSixHundredCharacters) {
     const auto likely = [&](std::size_t length) {
         main = story(std::u16string(length - 1, u'一') + u"\r");
