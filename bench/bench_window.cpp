@@ -122,7 +122,7 @@ public:
                                         controls_,
                                         frame_,
                                         {},
-                                        [] {},
+                                        [](long /*step*/) {},
                                         [] {},
                                         *pane_,
                                         *pane_});

@@ -45,7 +45,10 @@ protected:
         db_->TableDefs().Append(outlineTable(u"T"_qs));
         workspace_->Observe(&observer_);
     }
-    ~ChangeObservers() override { workspace_->Observe(nullptr); }
+    void TearDown() override {
+        workspace_->Observe(nullptr);
+        JetStore::TearDown();
+    }
 
     WritingObserver observer_;
     std::unique_ptr<Database> db_;

@@ -178,7 +178,8 @@ TEST_F(PageContent, TheFrameOfATableStandsAboveItsFirstRowAndBelowItsLastAlone) 
     typeRow({u"丙", u"丁"}, {0, 1000, 2000});
     type(u"\r");
     std::vector<double> widths; // of the second cells, which have no border of their own
-    for (const Rule& rule : pages().at(0).layer.rules) {
+    const Page page = pages().at(0);
+    for (const Rule& rule : page.layer.rules) {
         if (rule.x1 > 1500) {
             widths.push_back(rule.width);
         }
