@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 namespace qvnd::word {
 namespace {
@@ -95,6 +96,27 @@ protected:
             std::make_shared<const Bytes>(encodeBlip(*recogniseImage(qvnd::test::png(width, 2)))));
         return static_cast<std::uint32_t>(pictures.size() - 1);
     }
+    // A shape that can be told from others by its place.
+    Drawing drawingOfOrder(std::uint32_t order, std::uint8_t place) {
+        Drawing result = drawing();
+        result.place = Bytes(22, place);
+        result.order = order;
+        return result;
+    }
+    // The places of the shapes that are anchored there, the lowest shape first.
+    static Bytes fromTheLowest(const DocumentContent& document, const SlicedText& text) {
+        std::map<std::uint32_t, std::uint8_t> places;
+        for (const Anchor& anchor : anchorsOf(text)) {
+            const Drawing& drawing = document.tables.drawings.at(anchor.index);
+            places.emplace(drawing.order, drawing.place.at(0));
+        }
+        Bytes result;
+        result.reserve(places.size());
+        for (const auto& [order, place] : places) {
+            result.push_back(place);
+        }
+        return result;
+    }
     Story anchored(const std::u16string& text, Drawing one) {
         auto& drawings = builder.content.tables.drawings;
         drawings.push_back(std::move(one));
@@ -130,6 +152,7 @@ protected:
     }
     static void expectAlike(const Drawing& one, const Drawing& other) {
         EXPECT_EQ(one.place, other.place);
+        EXPECT_EQ(one.order, other.order);
         EXPECT_EQ(one.records, other.records);
         EXPECT_TRUE(std::equal(
             one.references.begin(), one.references.end(), other.references.begin(),
@@ -355,6 +378,55 @@ TEST_F(DrawingWriter, TextThatComesInFrontMovesTheShapesThatWereThere) {
     ASSERT_EQ(anchors.size(), 2U);
     EXPECT_EQ(anchors[0].at, 10U);
     EXPECT_EQ(anchors[1].at, 13U);
+}
+
+TEST_F(DrawingWriter, ShapesLieOverEachOtherByTheirOrderWhereverTheirAnchorsStand) {
+    add(u"a", drawingOfOrder(8, 'a'));
+    add(u"b", drawingOfOrder(3, 'b'));
+    add(u"c", drawingOfOrder(5, 'c'));
+    HeaderSet set;
+    set[1] = slicesOf(anchored(u"d", drawingOfOrder(7, 'd')));
+    set[1].push_back(slicesOf(anchored(u"e", drawingOfOrder(2, 'e'))).front());
+    builder.content.headers = {set};
+    writer.saveAs(path, builder.content);
+    const DocumentContent document = read();
+    EXPECT_EQ(fromTheLowest(document, document.main), (Bytes{'b', 'c', 'a'}));
+    EXPECT_EQ(fromTheLowest(document, document.headers.at(0)[1]), (Bytes{'e', 'd'}));
+    std::map<Cp, std::uint8_t> anchored;
+    for (const Anchor& anchor : anchorsOf(document.main)) {
+        anchored.emplace(anchor.at, document.tables.drawings.at(anchor.index).place.at(0));
+    }
+    EXPECT_EQ(anchored, (std::map<Cp, std::uint8_t>{{1, 'a'}, {4, 'b'}, {7, 'c'}}));
+}
+
+TEST_F(DrawingWriter, ShapesOfOneOrderLieOverEachOtherAsTheirAnchorsFollow) {
+    for (const std::uint8_t place : {'a', 'b', 'c'}) {
+        add(u"x", drawingOfOrder(4, place));
+    }
+    writer.saveAs(path, builder.content);
+    const DocumentContent document = read();
+    EXPECT_EQ(fromTheLowest(document, document.main), (Bytes{'a', 'b', 'c'}));
+}
+
+TEST_F(DrawingWriter, ShapesOfALaterSaveComeOverAndBelowThoseThatWereThere) {
+    HeaderSet set;
+    set[1] = slicesOf(anchored(u"h", drawingOfOrder(5, 'h')));
+    builder.content.headers = {set};
+    add(u"a", drawingOfOrder(4, 'a'));
+    writer.saveAs(path, builder.content);
+    add(u"b", drawingOfOrder(6, 'b'));
+    add(u"c", drawingOfOrder(5, 'c'));
+    set[3] = slicesOf(anchored(u"i", drawingOfOrder(3, 'i')));
+    builder.content.headers = {set};
+    writer.save(builder.content);
+    expectAsWrittenAtOnce();
+    EXPECT_EQ(fromTheLowest(read(), read().main), (Bytes{'a', 'c', 'b'}));
+    add(u"d", drawingOfOrder(5, 'd'));
+    set[4] = slicesOf(anchored(u"j", drawingOfOrder(4, 'j')));
+    builder.content.headers = {set};
+    writer.save(builder.content);
+    expectAsWrittenAtOnce();
+    EXPECT_EQ(fromTheLowest(read(), read().main), (Bytes{'a', 'c', 'd', 'b'}));
 }
 
 TEST_F(DrawingWriter, BothPartsOfTheTextGetShapesWithEverySave) {

@@ -9,6 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace qvnd::word {
 namespace {
 
@@ -124,9 +127,42 @@ void expectSameSideTexts(const DocumentContent& first, const DocumentContent& se
     }
 }
 
+// The drawings of a part of the text, counted in the order of their anchors, the lowest first.
+std::vector<std::size_t> fromTheLowest(const DocumentContent& document,
+                                       const std::vector<Anchor>& anchors) {
+    std::vector<std::pair<std::uint32_t, std::size_t>> places;
+    for (const Anchor& anchor : anchors) {
+        if (anchor.kind == AnchorKind::drawing) {
+            places.emplace_back(document.tables.drawings.at(anchor.index).order, places.size());
+        }
+    }
+    std::sort(places.begin(), places.end());
+    std::vector<std::size_t> result;
+    result.reserve(places.size());
+    for (const auto& [order, place] : places) {
+        result.push_back(place);
+    }
+    return result;
+}
+
+std::vector<Anchor> anchorsOfHeaders(const DocumentContent& document) {
+    std::vector<Anchor> result;
+    for (const HeaderSet& set : document.headers) {
+        for (const SlicedText& header : set) {
+            const std::vector<Anchor> anchors = anchorsOf(header);
+            result.insert(result.end(), anchors.begin(), anchors.end());
+        }
+    }
+    return result;
+}
+
 void expectSame(const DocumentContent& first, const DocumentContent& second) {
     expectSameStory(first, *joined(first.main), second, *joined(second.main));
     expectSameSideTexts(first, second);
+    EXPECT_EQ(fromTheLowest(first, anchorsOf(first.main)),
+              fromTheLowest(second, anchorsOf(second.main)));
+    EXPECT_EQ(fromTheLowest(first, anchorsOfHeaders(first)),
+              fromTheLowest(second, anchorsOfHeaders(second)));
     ASSERT_EQ(first.sections.size(), second.sections.size());
     for (std::size_t i = 0; i < first.sections.size(); ++i) {
         EXPECT_EQ(first.sections[i].length, second.sections[i].length);

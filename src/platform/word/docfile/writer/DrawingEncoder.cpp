@@ -5,6 +5,8 @@
 #include "platform/word/docfile/format/ShapeProperties.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 namespace qvnd::word {
 
@@ -117,7 +119,8 @@ DrawingEncoder::Encoded DrawingEncoder::encode(const DrawingPart& main, Cp mainE
                                                const DrawingStores& stores) {
     const bool any =
         !main.places.empty() || !headers.places.empty() || tables.background.has_value();
-    if (!any || !goesOn(main_, main, tables) || !goesOn(headers_, headers, tables)) {
+    if (!any || !goesOn(main_, main, tables) || !goesOn(headers_, headers, tables) ||
+        !liesOver(main, tables)) {
         *this = {};
     }
     Encoded result;
@@ -134,14 +137,22 @@ DrawingEncoder::Encoded DrawingEncoder::encode(const DrawingPart& main, Cp mainE
     if (background_.empty()) {
         background_ = background(call);
     }
-    back.bytes(add(main_, main, call));
+    for (const auto& [order, records] : add(main_, main, call)) {
+        back.bytes(records);
+        topmost_ = order;
+    }
     back.bytes(background_);
     if (!headers.places.empty()) {
-        headerRecords_.bytes(begin(headers_));
-        headerRecords_.bytes(add(headers_, headers, call));
+        if (headersHead_.empty()) {
+            headersHead_ = begin(headers_);
+        }
+        headerRecords_.merge(add(headers_, headers, call));
         back.bytes(
             drawingHead(headers_.number, headers_.ids.size(), headers_.lastId, headers_.size, 0));
-        back.bytes(headerRecords_.data());
+        back.bytes(headersHead_);
+        for (const auto& [order, records] : headerRecords_) {
+            back.bytes(records);
+        }
     }
     LittleEndianWriter front;
     front.bytes(sharedRecords());
@@ -180,6 +191,15 @@ bool DrawingEncoder::goesOn(const Group& group, const DrawingPart& part,
     return true;
 }
 
+// Whether new drawings of the main text lie over those that are there, whose records are not
+// touched again.
+bool DrawingEncoder::liesOver(const DrawingPart& main, const DocumentTables& tables) const {
+    const auto added = main.places.begin() + static_cast<std::ptrdiff_t>(main_.placed.size());
+    return std::all_of(added, main.places.end(), [&](const DrawingPart::Place& place) {
+        return tables.drawings[place.drawing].order >= topmost_;
+    });
+}
+
 // The records that stand in front of the group's first shape, once.
 Bytes DrawingEncoder::begin(Group& group) {
     if (group.size != 0) {
@@ -191,16 +211,19 @@ Bytes DrawingEncoder::begin(Group& group) {
 }
 
 // The records of what the part has and the group has not.
-Bytes DrawingEncoder::add(Group& group, const DrawingPart& part, const Call& call) {
+DrawingEncoder::Records DrawingEncoder::add(Group& group, const DrawingPart& part,
+                                            const Call& call) {
     nameShapes(group, part, call.tables);
     linkTexts(group, part, call.tables);
     addTexts(group, part, call.tables);
-    LittleEndianWriter records;
+    Records result;
     for (std::size_t i = group.placed.size(); i < part.places.size(); ++i) {
-        addPlace(group, part.places[i], call, records);
+        const DrawingPart::Place& place = part.places[i];
+        Bytes records = addPlace(group, place, call);
+        group.size += records.size();
+        result.emplace(call.tables.drawings[place.drawing].order, std::move(records));
     }
-    group.size += records.position();
-    return records.take();
+    return result;
 }
 
 Bytes DrawingEncoder::background(const Call& call) {
@@ -284,10 +307,9 @@ void DrawingEncoder::addTexts(Group& group, const DrawingPart& part, const Docum
     }
 }
 
-void DrawingEncoder::addPlace(Group& group, const DrawingPart::Place& place, const Call& call,
-                              LittleEndianWriter& records) {
+Bytes DrawingEncoder::addPlace(Group& group, const DrawingPart::Place& place, const Call& call) {
     const Drawing& drawing = call.tables.drawings[place.drawing];
-    const std::size_t start = records.position();
+    LittleEndianWriter records;
     records.bytes(drawing.records);
     std::uint32_t shape = 0;
     std::uint32_t text = 0;
@@ -307,11 +329,12 @@ void DrawingEncoder::addPlace(Group& group, const DrawingPart::Place& place, con
         } else {
             value = valueOf(group, reference, place.copy, call);
         }
-        records.patchU32(start + reference.at, value);
+        records.patchU32(reference.at, value);
     }
     group.placed.push_back(place.drawing);
     group.anchors.u32(first);
     group.anchors.bytes(drawing.place);
+    return records.take();
 }
 
 // What a reference says that does not depend on the shape that it stands in.

@@ -58,6 +58,9 @@ private:
         std::uint32_t length = 0;                      // how many shapes
         std::map<std::uint16_t, std::uint32_t> shapes; // by link
     };
+    // The records of drawings by their orders. A file has the lowest drawing first, and of two of
+    // one order that with the earlier anchor.
+    using Records = std::multimap<std::uint32_t, Bytes>;
     // The drawing of one part of the text (OfficeArtWordDrawing), as far as it is encoded.
     struct Group {
         std::uint32_t number = 0;          // counted from 1
@@ -89,14 +92,14 @@ private:
     };
 
     static bool goesOn(const Group& group, const DrawingPart& part, const DocumentTables& tables);
+    bool liesOver(const DrawingPart& main, const DocumentTables& tables) const;
     Bytes begin(Group& group);
-    Bytes add(Group& group, const DrawingPart& part, const Call& call);
+    Records add(Group& group, const DrawingPart& part, const Call& call);
     std::uint32_t newId(Group& group);
     void nameShapes(Group& group, const DrawingPart& part, const DocumentTables& tables);
     static void linkTexts(Group& group, const DrawingPart& part, const DocumentTables& tables);
     static void addTexts(Group& group, const DrawingPart& part, const DocumentTables& tables);
-    void addPlace(Group& group, const DrawingPart::Place& place, const Call& call,
-                  LittleEndianWriter& records);
+    Bytes addPlace(Group& group, const DrawingPart::Place& place, const Call& call);
     std::uint32_t valueOf(Group& group, const ShapeReference& reference, std::uint32_t copy,
                           const Call& call);
     static std::uint32_t textNumber(Group& group, const ShapeReference& reference,
@@ -109,9 +112,11 @@ private:
     Group main_;
     Group headers_;
     Bytes background_; // the records of the pages' background; none before the first drawing
-    LittleEndianWriter headerRecords_; // of all shapes of the headers
-    std::size_t frontSize_ = 0;        // of the last answer
-    LittleEndianWriter pictures_;      // entries of the store of pictures
+    std::uint32_t topmost_ = 0;   // the highest order of the main text's drawings
+    Bytes headersHead_;           // the record in front of the headers' drawings
+    Records headerRecords_;       // of all drawings of the headers
+    std::size_t frontSize_ = 0;   // of the last answer
+    LittleEndianWriter pictures_; // entries of the store of pictures
     std::unordered_map<std::uint32_t, std::uint32_t> pictureNumbers_; // by offset, counted from 1
     std::vector<Cluster> clusters_;
     std::uint32_t shapeCount_ = 0;
