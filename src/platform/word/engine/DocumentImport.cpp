@@ -34,13 +34,14 @@ public:
                   const BookmarkImport& bookmarks)
         : target_(target), source_(source), bookmarks_(bookmarks), tables_(target, source.tables),
           text_(tables_, target, source.tables), main_(joined(source.main)),
-          firstShape_(target.shapes) {
+          firstShape_(target.shapes), firstOrder_(target.nextOrder) {
         losses_.bookmarks = bookmarks.withoutRoom();
         losses_.sideStories = source.unread.sideStories;
         for (const Anchor& anchor : main_->anchors) {
             ++lossesOf(anchor.kind);
         }
         target.shapes += source.tables.shapes;
+        target.nextOrder += source.tables.nextOrder;
     }
 
     // The main story; afterwards moved() knows what became of its positions.
@@ -146,6 +147,7 @@ private:
         for (ShapeReference& reference : brought.references) {
             reference.index = targetOf(reference);
         }
+        brought.order += firstOrder_;
         target_.drawings.push_back(std::move(brought));
         return static_cast<std::uint32_t>(target_.drawings.size() - 1);
     }
@@ -294,6 +296,7 @@ private:
     std::unordered_map<PropertyListId, PropertyListId> renamedLists_; // of the target
     std::unordered_map<std::uint32_t, std::uint32_t> renamedBlobs_;   // the same
     std::uint32_t firstShape_; // where the shapes of the source stand among the target's
+    std::uint32_t firstOrder_; // and where its drawings lie: over all of the target's
 };
 
 // A section in front of the first headers that come along goes on with the page numbers of the

@@ -143,6 +143,7 @@ TEST_F(CarriedDrawingsTest, AShapeKeepsItsOrderWhereverItsAnchorStands) {
     const std::uint32_t middle = drawing(0x403).order;
     EXPECT_LT(lowest, middle);
     EXPECT_LT(middle, highest);
+    EXPECT_EQ(tables.nextOrder, highest + 1);
 }
 
 TEST_F(CarriedDrawingsTest, WhatIsNamedIsZeroInTheRecords) {

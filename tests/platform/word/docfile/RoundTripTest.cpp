@@ -32,6 +32,7 @@ DocumentContent copyThroughAFile(const DocumentContent& document) {
     content.tables.shapePictures = document.tables.shapePictures;
     content.tables.shapeTexts = document.tables.shapeTexts;
     content.tables.shapes = document.tables.shapes;
+    content.tables.nextOrder = document.tables.nextOrder;
     for (std::size_t i = 0; i < document.tables.lists.size(); ++i) {
         content.tables.lists.intern(document.tables.lists[static_cast<PropertyListId>(i)]);
     }

@@ -1095,6 +1095,17 @@ TEST_F(ImportedDrawings, ASecondInsertionBringsDrawingsOfItsOwn) {
     EXPECT_EQ(target.tables.shapes, 14U);
 }
 
+TEST_F(ImportedDrawings, DrawingsOfASecondInsertionLieOverThoseOfTheFirst) {
+    source.data.tables.drawings[0].order = 4;
+    source.data.tables.nextOrder = 7; // two more lie over it, in a header that stays behind
+    target.tables.nextOrder = 3;
+    target.import(source.document());
+    target.import(source.document());
+    EXPECT_EQ(target.tables.drawings[6].order, 7U);
+    EXPECT_EQ(target.tables.drawings[7].order, 14U);
+    EXPECT_EQ(target.tables.nextOrder, 17U);
+}
+
 TEST_F(ImportedDrawings, TheCharacterOfADrawingIsSpecial) {
     source.main.characters = {{4, PropertyListId::empty}};
     target.import(source.document());

@@ -129,7 +129,8 @@ struct DocumentTables {
     std::optional<Drawing> background;   // the shape that fills the pages; it has no place
     std::vector<DataBlob> shapePictures; // entries of a store, the picture within: encodeBlip()
     std::vector<ShapeText> shapeTexts;
-    std::uint32_t shapes = 0; // in all drawings
+    std::uint32_t shapes = 0;    // in all drawings
+    std::uint32_t nextOrder = 0; // above the orders of all drawings
 };
 
 } // namespace qvnd::word

@@ -32,7 +32,7 @@ struct Drawing {
     Bytes place;   // Spa without its shape, [MS-DOC] 2.9.253: 22 bytes
     Bytes records; // OfficeArtSpContainer or OfficeArtSpgrContainer, [MS-ODRAW] 2.2.14 and 2.2.16
     std::vector<ShapeReference> references; // ascending
-    // Among the drawings of the file that it was read from: a later one lies over an earlier one.
+    // A higher one lies over a lower one. Those of the main text and those of headers are apart.
     std::uint32_t order = 0;
 };
 

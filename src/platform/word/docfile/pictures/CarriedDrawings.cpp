@@ -317,6 +317,7 @@ std::optional<std::uint32_t> CarriedDrawings::add(DrawingOf part, ByteView spa,
     }
     drawing->place.assign(place.begin(), place.end());
     drawing->order = drawings_.orderOf(part, id);
+    tables_.nextOrder = std::max(tables_.nextOrder, drawing->order + 1);
     resolve(part, *drawing, texts);
     tables_.drawings.push_back(std::move(*drawing));
     return static_cast<std::uint32_t>(tables_.drawings.size() - 1);
