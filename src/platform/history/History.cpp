@@ -354,6 +354,10 @@ QString History::contentBefore(std::int64_t id, const QString& file) {
     if (!wanted) {
         return {};
     }
+    // What came from outside stood there alone on the branch of this step.
+    if (QString replaced = restoration_.replacedBy(id, spelt(file)); !replaced.isEmpty()) {
+        return replaced;
+    }
     const bool isOutside = wanted->kind == StepKind::outside;
     return restoration_.fileAt(isOutside ? id : wanted->parent, spelt(file));
 }

@@ -73,12 +73,13 @@ Restoration::Way Restoration::wayBetween(std::int64_t from, std::int64_t to) {
 Restoration::Goal Restoration::goalOf(const Way& way) {
     HistoryFile& file = recorder_.file();
     Goal goal;
-    const auto pass = [&](std::int64_t step, QString FileChange::*content) {
+    const auto pass = [&](std::int64_t step, QString FileChange::*from, QString FileChange::*to) {
         for (const FileChange& change : file.filesOf(step)) {
             if (Places::isElsewhere(change.path)) {
                 goal.outOfReach << change.path;
             } else {
-                goal.files[change.path] = change.*content;
+                goal.stood.insert(change.path, goal.stood.value(change.path, change.*from));
+                goal.files[change.path] = change.*to;
             }
         }
         for (const QString& database : file.databaseNamesOf(step)) {
@@ -86,10 +87,10 @@ Restoration::Goal Restoration::goalOf(const Way& way) {
         }
     };
     for (const std::int64_t step : way.up) {
-        pass(step, &FileChange::before);
+        pass(step, &FileChange::after, &FileChange::before);
     }
     for (const std::int64_t step : way.down) {
-        pass(step, &FileChange::after);
+        pass(step, &FileChange::before, &FileChange::after);
     }
     goal.databases.removeDuplicates();
     goal.outOfReach.removeDuplicates();
@@ -99,6 +100,11 @@ Restoration::Goal Restoration::goalOf(const Way& way) {
 QByteArray Restoration::imageAt(std::int64_t step, const QString& database) {
     const QMap<QString, QByteArray> images = imagesAt(wayTo(step));
     return images.contains(database) ? images[database] : recorder_.file().mirror(database);
+}
+
+QString Restoration::replacedBy(std::int64_t step, const QString& path) {
+    const QString before = recorder_.file().changesOfFile(path).value(step).before;
+    return kept_.has(before) ? kept_.pathOf(before) : QString();
 }
 
 QString Restoration::fileAt(std::int64_t step, const QString& path) {
@@ -122,12 +128,25 @@ QStringList Restoration::changedOutside(const Goal& goal) {
     for (auto file = goal.files.begin(); file != goal.files.end(); ++file) {
         const Stamp stamp = stampOf(file.key());
         const std::optional<Present> present = recorder_.file().present(file.key());
-        if (*file != content::onDisk && stamp != Stamp{} && present && present->stamp != stamp &&
-            !kept_.isCopiedTo(present->content, file.key())) {
+        if (*file == content::onDisk || stamp == Stamp{} || !present) {
+            continue;
+        }
+        if (present->stamp == stamp ? isOfNoStep(file.key(), present->content, goal)
+                                    : !kept_.isCopiedTo(present->content, file.key())) {
             changed << file.key();
         }
     }
     return changed;
+}
+
+// A command that was undone has met what came from outside, and its undo has put it back: the steps
+// of the present branch tell of another content, and those of the other branch cannot be gone to
+// without it.
+bool Restoration::isOfNoStep(const QString& path, const QString& content, const Goal& goal) const {
+    const QString& stood = goal.stood[path];
+    const bool isOther = stood == content::absent ||
+                         (kept_.has(stood) && stood != content && !kept_.isCopiedTo(stood, path));
+    return isOther && !kept_.isCopiedTo(goal.files[path], path);
 }
 
 void Restoration::addNote(const QString& sentence) {

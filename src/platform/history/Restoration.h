@@ -40,6 +40,8 @@ public:
     // What the last of these and of goTo did beyond what was asked, in sentences for the user.
     const QString& note() const { return note_; }
     void addNote(const QString& sentence);
+    // The file that has what stood at the path before a step, where the step has replaced it.
+    QString replacedBy(std::int64_t step, const QString& path);
     // The file that has what stood at the path behind a step: a kept one, or the path itself where
     // nothing has changed it since. Empty when no file stood there.
     QString fileAt(std::int64_t step, const QString& path);
@@ -58,6 +60,7 @@ private:
     Way wayBetween(std::int64_t from, std::int64_t to);
     struct Goal {
         QMap<QString, QString> files; // contents by path
+        QMap<QString, QString> stood; // the same, in the state from which the way leads
         QStringList databases;
         QStringList outOfReach; // files and databases that are neither
     };
@@ -72,6 +75,7 @@ private:
     void leaveOut(const Goal& goal, const Question& mayLeaveOut);
     void refuseOpen(const QList<PendingFile>& files);
     QStringList changedOutside(const Goal& goal);
+    bool isOfNoStep(const QString& path, const QString& content, const Goal& goal) const;
     void keepOutside(const QStringList& databases, const QStringList& files);
     bool hasComeMeanwhile(const PendingFile& file);
     void keepWhatCameMeanwhile(const Pending& pending);

@@ -45,7 +45,25 @@ protected:
         return 0;
     }
 
+    // Another text of the plan's first document.
+    history::History::Outcome replaceDocument(const QByteArray& text) {
+        world.write("source.doc", text);
+        return world.run("替换", [&] {
+            world.files->CopyFile(world.path("source.doc"), world.path(document), true);
+        });
+    }
+    // Behind "first", which an undo has put there, the user saves "edited", and a command replaces
+    // it. The steps of "first", "second", which is undone, and "third".
+    QList<std::int64_t> editBetweenCommands() {
+        const auto first = replaceDocument("first").step->id;
+        const auto second = replaceDocument("second").step->id;
+        EXPECT_TRUE(history().undo());
+        world.write(document, "edited");
+        return {first, second, replaceDocument("third").step->id};
+    }
+
     const QString ownDatabase = "甲/甲.mdb";
+    const QString document = "甲/甲.1.doc";
     HistoryWorld world;
     State before;
 };
@@ -188,6 +206,32 @@ TEST_F(OutsideChanges, OfSeveralDocumentsAreToldAsOneStep) {
     history().goTo(outside.id);
     EXPECT_EQ(world.read("甲/甲.1.doc"), "edited");
     EXPECT_EQ(world.read("甲/甲.2.doc"), "edited too");
+}
+
+// The state in between is "first" for the other branch.
+TEST_F(OutsideChanges, OfADocumentThatAnUndoHasPutBackAreKeptBeforeItIsReplaced) {
+    const QList<std::int64_t> steps = editBetweenCommands();
+    ASSERT_TRUE(history().undo());
+    ASSERT_EQ(world.read(document), "edited");
+    history().goTo(steps[1]);
+    EXPECT_EQ(world.read(document), "second");
+    const auto outside = history().steps().last();
+    ASSERT_EQ(outside.title, "外部改动[甲.1.doc]");
+    EXPECT_TRUE(history().note().endsWith(outside.title)) << history().note().toStdString();
+    history().goTo(outside.id);
+    EXPECT_EQ(world.read(document), "edited");
+    history().goTo(steps[0]);
+    EXPECT_EQ(world.read(document), "edited") << "nothing has replaced it";
+}
+
+TEST_F(OutsideChanges, AreInWhatACommandHasReplacedAlsoSeenFromAnotherBranch) {
+    const QList<std::int64_t> steps = editBetweenCommands();
+    history().goTo(steps[1]);
+    ASSERT_EQ(world.read(document), "second");
+    history().takeOut(steps[2], world.path(document), world.path("taken.doc"));
+    EXPECT_EQ(world.read("taken.doc"), "edited");
+    history().takeOut(steps[1], world.path(document), world.path("taken.doc"));
+    EXPECT_EQ(world.read("taken.doc"), "first");
 }
 
 // As a copy from elsewhere that has had as many transactions.
