@@ -103,8 +103,12 @@ QByteArray Restoration::imageAt(std::int64_t step, const QString& database) {
 }
 
 QString Restoration::replacedBy(std::int64_t step, const QString& path) {
-    const QString before = recorder_.file().changesOfFile(path).value(step).before;
-    return kept_.has(before) ? kept_.pathOf(before) : QString();
+    const QMap<std::int64_t, FileChange> changes = recorder_.file().changesOfFile(path);
+    const auto change = changes.find(step);
+    if (change == changes.end() || !kept_.has(change->before)) {
+        return {};
+    }
+    return kept_.isCopiedTo(change->before, path) ? path : kept_.pathOf(change->before);
 }
 
 QString Restoration::fileAt(std::int64_t step, const QString& path) {

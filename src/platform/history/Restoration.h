@@ -40,7 +40,8 @@ public:
     // What the last of these and of goTo did beyond what was asked, in sentences for the user.
     const QString& note() const { return note_; }
     void addNote(const QString& sentence);
-    // The file that has what stood at the path before a step, where the step has replaced it.
+    // The file that has what stood at the path before a step, where the step has replaced it: the
+    // path itself where that stands there again.
     QString replacedBy(std::int64_t step, const QString& path);
     // The file that has what stood at the path behind a step: a kept one, or the path itself where
     // nothing has changed it since. Empty when no file stood there.
