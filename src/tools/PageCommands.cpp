@@ -250,7 +250,8 @@ ExitStatus pages(Session& session, const QStringList& words) {
                                     {"page", place.sheet + 1},
                                     {"number", place.number}});
             lines += QString(2 * (heading.level - 1), u' ') + heading.text + u'\t' +
-                     QString::fromStdU16String(word::numberInForm(place.number, place.form));
+                     QString::fromStdU16String(document.layout().chapterAt(heading.at) +
+                                               word::numberInForm(place.number, place.form));
         }
         session.output().result(QJsonObject{{"pages", count}, {"headings", json}},
                                 lines.join(u'\n'));

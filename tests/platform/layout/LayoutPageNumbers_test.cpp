@@ -136,6 +136,23 @@ TEST_F(PageNumbers, TheyHaveTheNumberFormOfTheirSection) {
     EXPECT_EQ(at({0, 20}), (Numbers{u"i", u"ii"}));
 }
 
+TEST_F(PageNumbers, TheyHaveTheChapterOfTheirPositionInFront) {
+    word::ListDefinition list;
+    list.lsid = 77;
+    list.levels.resize(9);
+    list.levels[0].head[0] = 1;
+    list.levels[0].text = {u'第', 0, u'章'};
+    builder.content.tables.listDefinitions = {list};
+    builder.content.tables.listOverrides = {{77, 0, 0, {}}};
+    const Bytes listed = withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0);
+    builder.content.sections[0].properties =
+        lists().intern(withSprm8(withSprm8(paper(), sprm::SiHeadingPgn, 1), sprm::ScnsPgn, 1));
+    builder.add({test::plain(u"总则\r")}, 1, listed);
+    paragraphs(10);
+    builder.add({test::plain(u"施工\r")}, 1, listed);
+    EXPECT_EQ(at({0, 1, 21, 23, 26}), (Numbers{u"1.1", u"1.1", u"1.2", u"2.2", u"2.2"}));
+}
+
 TEST_F(PageNumbers, AShownPageCountTakesTheRoomOfItsDigits) {
     const std::u16string text = u"一一一一一一一一aa";
     const std::u16string code = u"NUMPAGES";

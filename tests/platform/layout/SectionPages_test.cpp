@@ -63,6 +63,19 @@ TEST_F(NumberedSections, CountTheEmptyPageThatTheOtherProgramLeavesOut) {
     EXPECT_EQ(shown({0, 2}, 10, 2), u"5") << "the number that it says";
 }
 
+TEST_F(NumberedSections, HaveTheirChapterInFrontOfTheirNumbers) {
+    document.tables.listDefinitions = {numberedList(0)};
+    document.tables.listOverrides = {{77, 0, 0, {}}};
+    main = story(u"一二三四五六七八九\r总则\r一二三四五六\r",
+                 withSprm8(withSprm16({}, sprm::PIlfo, 1), sprm::PIlvl, 0));
+    main.paragraphs[1].style = 1;
+    document.main = slicesOf(main);
+    add(withSprm8({}, sprm::SiHeadingPgn, 1));
+    add(withSprm8({}, sprm::SiHeadingPgn, 1));
+    EXPECT_EQ(shown({0, 1}, 9, 0), u"1");
+    EXPECT_EQ(shown({0, 1}, 10, 1), u"2-2");
+}
+
 TEST_F(NumberedSections, WithoutAPageOfTheirOwnCountAsTheSectionBefore) {
     add({});
     add(withSprm16(withSprm8({}, sprm::SFPgnRestart, 1), sprm::SPgnStart97, 5));

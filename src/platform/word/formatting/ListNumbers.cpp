@@ -98,12 +98,13 @@ void ListNumbers::count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl) {
     }
 }
 
-std::u16string ListNumbers::composed(const ListLevel& level, Counts& counts, std::uint16_t ilfo) {
+void ListNumbers::compose(const ListLevel& level, Counts& counts, std::uint16_t ilfo,
+                          ListLabel& label) {
     const bool digitsOnly = (level.head[flagsAt] & legalFlag) != 0;
-    std::u16string text;
+    std::optional<std::size_t> firstNumber;
     for (const char16_t c : level.text) {
         if (c >= deepest) {
-            text += c;
+            label.text += c;
             continue;
         }
         const auto place = static_cast<std::uint8_t>(c);
@@ -112,9 +113,12 @@ std::u16string ListNumbers::composed(const ListLevel& level, Counts& counts, std
             counts.at(place) = startOf(ilfo, place);
         }
         const unsigned form = shown != nullptr && !digitsOnly ? formOf(*shown) : 0;
-        text += form == noForm ? std::u16string() : numberInForm(*counts.at(place), form);
+        if (form != noForm) {
+            firstNumber = firstNumber.value_or(label.text.size());
+            label.text += numberInForm(*counts.at(place), form);
+            label.numbers = label.text.substr(*firstNumber);
+        }
     }
-    return text;
 }
 
 std::optional<ListLabel> ListNumbers::next(std::uint16_t ilfo, std::uint8_t ilvl) {
@@ -126,7 +130,11 @@ std::optional<ListLabel> ListNumbers::next(std::uint16_t ilfo, std::uint8_t ilvl
     count(counts, ilfo, ilvl);
     ListLabel label;
     label.isBullet = formOf(*level) == bulletForm;
-    label.text = label.isBullet ? level->text : composed(*level, counts, ilfo);
+    if (label.isBullet) {
+        label.text = level->text;
+    } else {
+        compose(*level, counts, ilfo, label);
+    }
     label.follows = followerOf(*level);
     label.characters = level->character;
     label.partBefore = partBeforeOf(*level);

@@ -13,8 +13,9 @@ namespace qvnd::word {
 
 // The number or bullet in front of a paragraph.
 struct ListLabel {
-    std::u16string text;  // without the character that follows; symbol font codes are kept
-    char16_t follows = 0; // a tab, a space, or 0 for no character
+    std::u16string text;      // without the character that follows; symbol font codes are kept
+    std::u16string numbers{}; // those of the text, with what stands between them
+    char16_t follows = 0;     // a tab, a space, or 0 for no character
     PropertyListId characters = PropertyListId::empty; // character properties of the list level
     // The part of the label's width that stands before the place of the label: 0 for a label that
     // begins there, 0.5 for one around it, 1 for one that ends there.
@@ -42,7 +43,7 @@ private:
     bool overridesStart(std::uint16_t ilfo, std::uint8_t ilvl) const;
     void beginAbove(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl);
     void count(Counts& counts, std::uint16_t ilfo, std::uint8_t ilvl);
-    std::u16string composed(const ListLevel& level, Counts& counts, std::uint16_t ilfo);
+    void compose(const ListLevel& level, Counts& counts, std::uint16_t ilfo, ListLabel& label);
 
     const DocumentTables& tables_;
     ListLevels& levels_;

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int leastText = 720;
 constexpr std::size_t mostColumns = 44;
+constexpr std::uint32_t headingLevels = 9;
 
 void keepRoom(SectionPaper& paper) {
     paper.width = std::max(paper.width, 2 * leastText);
@@ -156,6 +157,13 @@ ResolvedSection resolvedSectionOf(ByteView properties, bool gutterOnTop) {
             break;
         case sprm::SNfcPgn:
             format.numberForm = value;
+            break;
+        case sprm::SiHeadingPgn:
+            format.chapterLevel = value <= headingLevels ? value : 0;
+            break;
+        case sprm::ScnsPgn:
+            format.chapterSign = value <= 4 ? static_cast<ResolvedSection::ChapterSign>(value)
+                                            : ResolvedSection::ChapterSign::hyphen;
             break;
         case sprm::SClm:
             format.grid = static_cast<GridKind>(std::min<std::uint32_t>(value, 3));

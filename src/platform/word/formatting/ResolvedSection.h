@@ -28,6 +28,8 @@ struct ResolvedSection {
     enum class Start : std::uint8_t { continuous, column, page, evenPage, oddPage };
     // Where the text stands on a page that it does not fill.
     enum class TextPlace : std::uint8_t { top, centre, justified, bottom };
+    // The sign between the number of a chapter and that of a page (CNS).
+    enum class ChapterSign : std::uint8_t { hyphen, period, colon, emDash, enDash };
 
     struct Column {
         int left = 0; // from the left edge of the text area
@@ -47,6 +49,9 @@ struct ResolvedSection {
     bool restartsNumbers = false;
     int firstNumber = 1;
     unsigned numberForm = 0; // NFC
+    // The level of the headings whose number stands in front of page numbers; 0 for none.
+    unsigned chapterLevel = 0;
+    ChapterSign chapterSign = ChapterSign::hyphen;
     GridKind grid = GridKind::none;
     int linePitch = 0;        // of the grid
     int characterSpacing = 0; // added to each character, in 1/4096 point

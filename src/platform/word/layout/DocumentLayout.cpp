@@ -1,12 +1,12 @@
 #include "platform/word/layout/DocumentLayout.h"
 
-#include "platform/word/formatting/NumberForms.h"
 #include "platform/word/formatting/ResolvedSection.h"
 #include "platform/word/layout/ColumnFlow.h"
 #include "platform/word/layout/DocumentRules.h"
 #include "platform/word/layout/FillState.h"
 #include "platform/word/layout/HeaderStrips.h"
 #include "platform/word/layout/PageCounts.h"
+#include "platform/word/layout/PageFieldValues.h"
 #include "platform/word/layout/PageFloats.h"
 #include "platform/word/layout/PageLook.h"
 #include "platform/word/layout/PageNotes.h"
@@ -32,7 +32,8 @@ public:
           shared_(source_, fonts, options.officeLines,
                   options.officeLines && rules_.showsRevisions()),
           notes_(shared_, options.counts.noteSheets), headers_(shared_),
-          body_(shared_, *source_.main), flow_(rules_.addsSpaces(), noteRooms()) {
+          fields_(rules_, options_, shared_), body_(shared_, *source_.main),
+          flow_(rules_.addsSpaces(), noteRooms()) {
         shared_.addsSpaces = rules_.addsSpaces();
         shared_.hasLeading = rules_.hasLeading();
         beginPage();
@@ -73,28 +74,21 @@ public:
         return done_ ? counter_.corrected(options_.counts) : std::nullopt;
     }
     const std::vector<LinePlace>& lines() const { return lines_.lines(); }
+    std::u16string chapterAt(word::Cp position) { return fields_.chapterAt(position); }
 
 private:
     using ResolvedSection = word::ResolvedSection;
 
     const ResolvedSection& section() const { return rules_.sections()[section_]; }
-    // That of the current page: the margins of even pages may have changed sides.
-    word::SectionPaper paper() const {
-        const bool isMirrored = rules_.mirrorsMargins() && page_.number % 2 == 0;
-        return isMirrored ? mirrored(section().paper) : section().paper;
-    }
+    // That of the current page.
+    word::SectionPaper paper() const { return rules_.paperOf(section(), page_.number); }
 
     ColumnFlow::NoteRooms noteRooms() {
         return [this](std::uint32_t note, bool first) { return pageNotes().roomOf(note, first); };
     }
 
-    LineSetting columnSetting() const {
-        LineSetting setting = rules_.lineSetting(section().columns[column_].width);
-        setting.grid = gridOf(section());
-        return setting;
-    }
-    // Headers, footers and notes keep to no grid.
-    LineSetting pageSetting() const { return rules_.lineSetting(section().paper.textWidth()); }
+    LineSetting columnSetting() const { return rules_.columnSetting(section(), column_); }
+    LineSetting pageSetting() const { return rules_.pageSetting(section()); }
 
     // One block, or the end.
     void step() {
@@ -113,7 +107,7 @@ private:
         while (section_ + 1 < rules_.sections().size() && start >= rules_.endOf(section_)) {
             enterSection();
         }
-        body_.setPage(fieldsFor(bodyNumber()));
+        body_.setPage(fieldsOfBody(start));
         if (!block.table) {
             append(compose(block, 0));
             ++block_;
@@ -126,15 +120,7 @@ private:
         }
     }
 
-    PageFields fieldsFor(int number) const {
-        PageFields fields;
-        fields.page = number;
-        fields.number = word::numberInForm(number, section().numberForm);
-        fields.totalPages = options_.counts.total;
-        fields.section = static_cast<int>(section_) + 1;
-        fields.sectionPages = options_.counts.ofSection(section_);
-        return fields;
-    }
+    PageFields fieldsOfBody(word::Cp at) { return fields_.of(section_, bodyNumber(), {at, at}); }
 
     // The number of the current page for the text that comes next: a section may begin on it.
     int bodyNumber() const {
@@ -178,7 +164,7 @@ private:
         if (first->paragraph != block.paragraph) {
             return;
         }
-        body_.setPage(fieldsFor(bodyNumber()));
+        body_.setPage(fieldsOfBody(first->at));
         const std::size_t line = first->line;
         const word::Cp from = line > 0 ? first->at : 0;
         pending_.erase(first, pending_.end());
@@ -304,6 +290,7 @@ private:
             isFirstOfSection_ = false;
         }
         page_.layer = {};
+        text_.reset();
         page_.width = section().paper.width;
         page_.height = section().paper.height;
         layHeaders();
@@ -311,38 +298,54 @@ private:
         regionUsed_ = 0;
         column_ = 0;
         pageNotes_.clear();
-        notesHeight_ = heightOfCarried();
+        notesHeight_ = pageNotes().heightWithin(carriedNotes_, bodyBottom_ - bodyTop_);
         obstacles_.clear();
         beginColumn();
     }
 
     void layHeaders() {
         page_.number = number_;
-        const PageFields fields = fieldsFor(number_);
-        page_.numberText = fields.number;
-        HeaderStrips::Of of;
-        of.section = section_;
-        of.firstPage = section().hasTitlePage && isFirstOfSection_;
-        of.evenPage = number_ % 2 == 0;
-        const word::SectionPaper paper = this->paper();
-        const auto header = headers_.header(of, fields, pageSetting());
-        const auto footer = headers_.footer(of, fields, pageSetting());
-        const double footerTop = paper.height - section().footerBottom - footer.height;
-        putOn(page_, header, paper, section().headerTop);
-        putOn(page_, footer, paper, footerTop);
-        TextRoom room = textRoom(section(), header.height, footer.height);
-        const bool holdsHeader = rules_.bordersHoldHeader() && header.height > 0;
-        const bool holdsFooter = rules_.bordersHoldFooter() && footer.height > 0;
-        const PageArea bordered{static_cast<double>(paper.left),
-                                holdsHeader ? section().headerTop : room.top,
-                                static_cast<double>(paper.width - paper.right),
-                                holdsFooter ? paper.height - section().footerBottom : room.bottom};
-        addPageBorders(section().borders, isFirstOfSection_, bordered, page_);
+        headersOf_ = {section_, section().hasTitlePage && isFirstOfSection_, number_ % 2 == 0};
+        const HeaderStrips::Both set = headersWith(textAhead());
+        if (!headersFollowText()) {
+            putOn(page_, set, section(), paper());
+        }
+        TextRoom room = textRoom(section(), set.header.height, set.footer.height);
+        const HeldHeaders held{rules_.bordersHoldHeader() && set.header.height > 0,
+                               rules_.bordersHoldFooter() && set.footer.height > 0};
+        addPageBorders(section().borders, isFirstOfSection_,
+                       borderedArea(section(), paper(), room, held), page_);
         if (options_.officeLines) {
             room = centredOnGrid(room, gridOf(section()).linePitch);
         }
         bodyTop_ = room.top;
         bodyBottom_ = room.bottom;
+    }
+
+    const ResolvedSection& headerSection() const { return rules_.sections()[headersOf_.section]; }
+    bool headersFollowText() const { return headers_.follow(headerSection()); }
+
+    // Where the text of the page will begin, as far as that is known before it is full.
+    word::PageText textAhead() {
+        const word::Cp at = pending_.empty() ? body_.blocks().beginOf(block_) : pending_.front().at;
+        return {at, at};
+    }
+
+    HeaderStrips::Both headersWith(word::PageText text) {
+        const PageFields fields = fields_.of(headersOf_.section, page_.number, text);
+        page_.numberText = fields.number;
+        return headers_.of(headersOf_, fields, rules_.pageSetting(headerSection()));
+    }
+
+    // They have the room that they took when the page began.
+    void putHeadersOfText() {
+        if (!headersFollowText()) {
+            return;
+        }
+        Layer body = std::exchange(page_.layer, {});
+        const HeaderStrips::Both set = headersWith(text_ ? *text_ : textAhead());
+        putOn(page_, set, headerSection(), rules_.paperOf(headerSection(), page_.number));
+        page_.layer.append(std::move(body), 0, 0);
     }
 
     void beginColumn() {
@@ -382,6 +385,7 @@ private:
                     putOn(page_, floating, frameAt(y));
                 }
                 lines_.add(flowed.strip, page);
+                extend(text_, flowed.strip);
             }
         }
         columns_.clear();
@@ -407,6 +411,7 @@ private:
 
     void finishPage() {
         placeNotes();
+        putHeadersOfText();
         if (!firstOfSection_) {
             counter_.add(section_, page_.sheet);
         }
@@ -414,9 +419,8 @@ private:
             page_.alignLikeOffice();
         }
         finished_.push_back(std::move(page_));
-        Page next;
-        next.sheet = finished_.back().sheet;
-        page_ = std::move(next);
+        page_ = {};
+        page_.sheet = finished_.back().sheet;
     }
 
     void placeNotes() {
@@ -433,12 +437,6 @@ private:
     }
 
     PageNotes pageNotes() { return {notes_, pageSetting(), rules_.addsSpaces()}; }
-
-    double heightOfCarried() {
-        constexpr double leastText = 480; // that they leave on their page
-        const double most = bodyBottom_ - bodyTop_ - leastText;
-        return std::min(pageNotes().heightOf(carriedNotes_, most), most);
-    }
 
     // Endnotes stand behind the text.
     void finish() {
@@ -471,6 +469,7 @@ private:
     StoryReader::Shared shared_;
     NoteStrips notes_;
     HeaderStrips headers_;
+    PageFieldValues fields_;
     BlockComposer body_;
     ColumnFlow flow_;
     std::deque<Page> finished_;
@@ -494,5 +493,8 @@ std::optional<PageCounts> DocumentLayout::correctedCounts() const {
     return work_->correctedCounts();
 }
 const std::vector<LinePlace>& DocumentLayout::lines() const { return work_->lines(); }
+std::u16string DocumentLayout::chapterAt(word::Cp position) const {
+    return work_->chapterAt(position);
+}
 
 } // namespace qvnd::layout

@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace qvnd::layout {
@@ -37,6 +38,9 @@ public:
     std::optional<PageCounts> correctedCounts() const;
     // The lines on the pages so far, those of table cells too, in order of their first characters.
     const std::vector<LinePlace>& lines() const;
+    // The number of the chapter in front of the page number of a position, with the sign behind it;
+    // empty where its section shows none.
+    std::u16string chapterAt(word::Cp position) const;
 
 private:
     class Work;

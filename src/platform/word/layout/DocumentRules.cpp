@@ -3,6 +3,7 @@
 #include "platform/word/docfile/format/Dop.h"
 #include "platform/word/formatting/FormatResolver.h"
 #include "platform/word/formatting/PropertyValues.h"
+#include "platform/word/layout/PageLook.h"
 
 #include <algorithm>
 
@@ -50,9 +51,16 @@ DocumentRules::DocumentRules(const LayoutSource& source, const LayoutOptions& op
         word::FormatResolver formats(*source_.tables, true);
         const auto& standard = formats.text(0, word::PropertyListId::empty);
         for (ResolvedSection& section : sections_) {
+            section.chapterLevel = 0; // which the suite does not show
             divideIntoCells(section, static_cast<int>(standard.halfPoints * twipsPerHalfPoint));
         }
     }
+}
+
+const ResolvedSection& DocumentRules::sectionAt(word::Cp position) const {
+    const auto end = std::upper_bound(sectionEnds_.begin(), sectionEnds_.end(), position);
+    const auto index = static_cast<std::size_t>(end - sectionEnds_.begin());
+    return sections_[std::min(index, sections_.size() - 1)];
 }
 
 bool DocumentRules::addsSpaces() const {
@@ -104,6 +112,16 @@ LineSetting DocumentRules::lineSetting(double width) const {
         word::readDop(source_.settings, word::dop::expandsBrokenLines) != 0;
     setting.gridInTables = word::readDop(source_.settings, word::dop::tableLinesOffGrid) == 0;
     return setting;
+}
+
+LineSetting DocumentRules::columnSetting(const ResolvedSection& section, std::size_t column) const {
+    LineSetting setting = lineSetting(section.columns[column].width);
+    setting.grid = gridOf(section);
+    return setting;
+}
+
+word::SectionPaper DocumentRules::paperOf(const ResolvedSection& section, int number) const {
+    return mirrorsMargins() && number % 2 == 0 ? mirrored(section.paper) : section.paper;
 }
 
 } // namespace qvnd::layout

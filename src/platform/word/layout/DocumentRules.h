@@ -16,6 +16,8 @@ public:
     const std::vector<word::ResolvedSection>& sections() const { return sections_; }
     // The position behind a section, in the main story.
     word::Cp endOf(std::size_t section) const { return sectionEnds_[section]; }
+    // The section of a position in the main story.
+    const word::ResolvedSection& sectionAt(word::Cp position) const;
     bool addsSpaces() const; // see gapBetween()
     // Columns above a continuous section end at the same height.
     bool balancesColumns() const;
@@ -28,6 +30,14 @@ public:
     bool hasLeading() const; // see LineSetting
     // The settings of lines in a column of that width, without a grid.
     LineSetting lineSetting(double width) const;
+    // Those of a column, on the section's grid.
+    LineSetting columnSetting(const word::ResolvedSection& section, std::size_t column) const;
+    // Those of headers, footers and notes, which keep to no grid.
+    LineSetting pageSetting(const word::ResolvedSection& section) const {
+        return lineSetting(section.paper.textWidth());
+    }
+    // The paper of the page with that number: the margins of even pages may have changed sides.
+    word::SectionPaper paperOf(const word::ResolvedSection& section, int number) const;
 
 private:
     const LayoutSource& source_;

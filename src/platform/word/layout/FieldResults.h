@@ -13,7 +13,8 @@ namespace qvnd::layout {
 // The results of page fields on the current page.
 struct PageFields {
     int page = 1;
-    std::u16string number = u"1"; // the page number in the number form of the section
+    // The page number in the number form of the section, with its chapter.
+    std::u16string number = u"1";
     int totalPages = 1;
     int section = 1; // counted from 1
     int sectionPages = 1;

@@ -1,12 +1,15 @@
 #pragma once
 
+#include "platform/word/formatting/StyledParagraphs.h"
 #include "platform/word/layout/BlockComposer.h"
 #include "platform/word/layout/ColumnFlow.h"
+#include "platform/word/layout/HeaderStrips.h"
 #include "platform/word/layout/PageModel.h"
 #include "platform/word/layout/PageNotes.h"
 #include "platform/word/layout/PageObstacles.h"
 
 #include <deque>
+#include <optional>
 #include <vector>
 
 namespace qvnd::layout {
@@ -21,6 +24,8 @@ struct FillState {
     TableCursor table_;
     std::deque<Strip> pending_;
     Page page_{.sheet = -1, .number = 1, .numberText = {}, .layer = {}};
+    HeaderStrips::Of headersOf_;           // of the page being filled
+    std::optional<word::PageText> text_{}; // that stands on it
     int number_ = 1;
     double bodyTop_ = 0;
     double bodyBottom_ = 0;

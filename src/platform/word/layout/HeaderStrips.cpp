@@ -1,6 +1,7 @@
 #include "platform/word/layout/HeaderStrips.h"
 
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/layout/PageFloats.h"
 
 #include <algorithm>
 
@@ -62,16 +63,17 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
     return set;
 }
 
-HeaderStrips::Set HeaderStrips::header(const Of& page, const PageFields& fields,
-                                       const LineSetting& setting) {
+HeaderStrips::Both HeaderStrips::of(const Of& page, const PageFields& fields,
+                                    const LineSetting& setting) {
     using Kind = word::HeaderKind;
-    return set(page, Kind::firstHeader, Kind::evenHeader, Kind::oddHeader, fields, setting);
+    return {set(page, Kind::firstHeader, Kind::evenHeader, Kind::oddHeader, fields, setting),
+            set(page, Kind::firstFooter, Kind::evenFooter, Kind::oddFooter, fields, setting)};
 }
 
-HeaderStrips::Set HeaderStrips::footer(const Of& page, const PageFields& fields,
-                                       const LineSetting& setting) {
-    using Kind = word::HeaderKind;
-    return set(page, Kind::firstFooter, Kind::evenFooter, Kind::oddFooter, fields, setting);
+void putOn(Page& page, const HeaderStrips::Both& set, const word::ResolvedSection& section,
+           const word::SectionPaper& paper) {
+    putOn(page, set.header, paper, section.headerTop);
+    putOn(page, set.footer, paper, paper.height - section.footerBottom - set.footer.height);
 }
 
 } // namespace qvnd::layout

@@ -18,11 +18,19 @@ public:
     };
     // Positions are relative to the upper left corner of the header or footer.
     using Set = Stack;
+    struct Both {
+        Set header;
+        Set footer;
+    };
 
     explicit HeaderStrips(StoryReader::Shared& shared);
 
-    Set header(const Of& page, const PageFields& fields, const LineSetting& setting);
-    Set footer(const Of& page, const PageFields& fields, const LineSetting& setting);
+    Both of(const Of& page, const PageFields& fields, const LineSetting& setting);
+    // Whether those of a section show chapters, which are known once
+    // the page is full.
+    static bool follow(const word::ResolvedSection& section) {
+        return section.chapterLevel > 0;
+    }
 
 private:
     Set set(const Of& page, word::HeaderKind first, word::HeaderKind even, word::HeaderKind odd,
@@ -37,5 +45,9 @@ private:
     };
     std::map<const word::SlicedText*, Header> headers_;
 };
+
+// Puts them on a page of that section.
+void putOn(Page& page, const HeaderStrips::Both& set, const word::ResolvedSection& section,
+           const word::SectionPaper& paper);
 
 } // namespace qvnd::layout

@@ -50,7 +50,8 @@ std::vector<std::u16string> LayoutPageNumbers::displayedPages(const word::Docume
     std::vector<std::u16string> shown;
     for (const word::Cp position : positions) {
         const LinePlace place = placeOf(layout->lines(), position);
-        shown.push_back(word::numberInForm(place.number + behind(position), place.form));
+        shown.push_back(layout->chapterAt(position) +
+                        word::numberInForm(place.number + behind(position), place.form));
     }
     pages_ += behind(source.main->size() - 1);
     return shown;

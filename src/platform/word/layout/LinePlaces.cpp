@@ -15,6 +15,22 @@ LinePlace placeOf(const std::vector<LinePlace>& lines, word::Cp position) {
     return behind == lines.begin() ? *behind : *std::prev(behind);
 }
 
+void extend(std::optional<word::PageText>& text, const Strip& strip) {
+    if (strip.isHeading) {
+        return;
+    }
+    if (strip.row) {
+        for (const RowParts::Cell& cell : strip.row->cells) {
+            for (std::size_t i = 0; i < cell.strips.size(); ++i) {
+                extend(text, cell.strips[i]);
+            }
+        }
+        return;
+    }
+    const word::PageText before = text.value_or(word::PageText{strip.at, strip.at});
+    text = {std::min(before.begin, strip.at), std::max(before.end, strip.at)};
+}
+
 // Lines come in order, but for those of a cell that goes on from the page before, and of pages that
 // are laid out again.
 void LinePlaces::add(const Strip& strip, const LinePlace& page) {

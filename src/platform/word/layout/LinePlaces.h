@@ -1,7 +1,9 @@
 #pragma once
 
+#include "platform/word/formatting/StyledParagraphs.h"
 #include "platform/word/layout/Strips.h"
 
+#include <optional>
 #include <vector>
 
 namespace qvnd::layout {
@@ -17,6 +19,10 @@ struct LinePlace {
 // The place of the line that holds a position: the last line that begins no later, else the first
 // one; an empty place without lines. `lines` ascend by `at`.
 LinePlace placeOf(const std::vector<LinePlace>& lines, word::Cp position);
+
+// Adds the lines of a strip to the text of its page. Heading rows, which are repeated, count for
+// none.
+void extend(std::optional<word::PageText>& text, const Strip& strip);
 
 // Collects the places of lines while pages are laid out.
 class LinePlaces {

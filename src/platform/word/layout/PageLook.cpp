@@ -57,6 +57,13 @@ TextRoom textRoom(const ResolvedSection& section, double headerHeight, double fo
     return room;
 }
 
+PageArea borderedArea(const ResolvedSection& section, const word::SectionPaper& paper,
+                      TextRoom room, HeldHeaders held) {
+    return {static_cast<double>(paper.left), held.header ? section.headerTop : room.top,
+            static_cast<double>(paper.width - paper.right),
+            held.footer ? paper.height - section.footerBottom : room.bottom};
+}
+
 TextRoom centredOnGrid(TextRoom room, double linePitch) {
     const double height = room.bottom - room.top;
     if (linePitch > 0 && linePitch <= height) {

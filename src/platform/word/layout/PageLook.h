@@ -19,6 +19,14 @@ struct TextRoom {
     double bottom = 0;
 };
 
+// The area that borders surround which keep to the text: the headers too where they hold them.
+struct HeldHeaders {
+    bool header = false;
+    bool footer = false;
+};
+PageArea borderedArea(const word::ResolvedSection& section, const word::SectionPaper& paper,
+                      TextRoom room, HeldHeaders held);
+
 // What headers and footers of that height leave to the text. A height of 0: there is none.
 TextRoom textRoom(const word::ResolvedSection& section, double headerHeight, double footerHeight);
 // Whole lines of a document grid, in the middle of the room.

@@ -68,6 +68,11 @@ double PageNotes::heightOf(const std::vector<NotePart>& parts, double most) {
     return height;
 }
 
+double PageNotes::heightWithin(const std::vector<NotePart>& parts, double room) {
+    constexpr double leastText = 480;
+    return std::min(heightOf(parts, room - leastText), room - leastText);
+}
+
 std::vector<NotePart> PageNotes::place(std::vector<NotePart> parts, const NoteArea& area,
                                        Layer& layer) {
     std::stable_partition(parts.begin(), parts.end(),

@@ -34,6 +34,8 @@ public:
     // The height of all parts including the separator line; 0 without parts. Counting stops above
     // `most`.
     double heightOf(const std::vector<NotePart>& parts, double most);
+    // That of parts that go on from the page before, which leave some room to the text of theirs.
+    double heightWithin(const std::vector<NotePart>& parts, double room);
     // Places the parts into the area, footnotes above endnotes, at least one line of the first
     // part. Returns the parts that do not fit.
     std::vector<NotePart> place(std::vector<NotePart> parts, const NoteArea& area, Layer& layer);

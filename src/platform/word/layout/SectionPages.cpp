@@ -64,7 +64,10 @@ PageNumbering::PageNumbering(const DocumentContent& content, const std::vector<i
         const Count& before = counts_.back();
         int number = firstNumberOf(section, before.number + firstSheets[i] - before.sheet);
         number += !section.restartsNumbers && skipsPage(section, number) ? 1 : 0;
-        counts_.push_back({starts[i], firstSheets[i], number, section.numberForm});
+        counts_.push_back({starts[i], firstSheets[i], number, section});
+        if (section.chapterLevel > 0 && !headings_) {
+            headings_.emplace(content.tables, *joined(content.main));
+        }
     }
 }
 
@@ -72,7 +75,9 @@ std::u16string PageNumbering::shown(Cp position, int sheet) const {
     const auto behind = std::upper_bound(counts_.begin(), counts_.end(), position,
                                          [](Cp p, const Count& count) { return p < count.from; });
     const Count& count = *std::prev(behind);
-    return numberInForm(count.number + sheet - count.sheet, count.form);
+    const std::u16string chapter =
+        headings_ ? headings_->chapter(count.section, {position, position}) : std::u16string();
+    return chapter + numberInForm(count.number + sheet - count.sheet, count.section.numberForm);
 }
 
 } // namespace qvnd::word

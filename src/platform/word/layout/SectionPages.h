@@ -2,7 +2,9 @@
 
 #include "platform/word/docfile/document/DocumentContent.h"
 #include "platform/word/formatting/ResolvedSection.h"
+#include "platform/word/formatting/StyledParagraphs.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -32,7 +34,7 @@ public:
     PageNumbering(const DocumentContent& content, const std::vector<int>& firstSheets);
 
     // The page number of the page with index `sheet` for a position of the main story on it, in
-    // the number form of its section.
+    // the number form of its section, with its chapter.
     std::u16string shown(Cp position, int sheet) const;
 
 private:
@@ -40,9 +42,10 @@ private:
         Cp from = 0;   // position from which this count applies
         int sheet = 0; // index of the page with `number`
         int number = 1;
-        unsigned form = 0;
+        ResolvedSection section{}; // its form and chapters
     };
     std::vector<Count> counts_;
+    std::optional<StyledParagraphs> headings_; // where a section shows chapters
 };
 
 } // namespace qvnd::word

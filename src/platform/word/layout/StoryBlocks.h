@@ -47,6 +47,10 @@ public:
     const Block& operator[](std::size_t block) const { return blocks_[block]; }
     // Of a table of this story.
     bool hasRow(const Table& table, std::size_t row);
+    // The position of the first character of a block; the end of the story for none.
+    word::Cp beginOf(std::size_t block) {
+        return has(block) ? startOf(blocks_[block].paragraph) : story_.size();
+    }
     // The position of a paragraph's first character.
     word::Cp startOf(std::size_t paragraph) const { return starts_[paragraph]; }
 

@@ -41,6 +41,13 @@ char32_t upper(char32_t c) {
 
 } // namespace
 
+const word::StyledParagraphs& StoryReader::Shared::styledParagraphs() {
+    if (!styled) {
+        styled.emplace(*source.tables, *source.main);
+    }
+    return *styled;
+}
+
 StoryReader::StoryReader(Shared& shared, const word::Story& story,
                          std::optional<std::uint32_t> note)
     : shared_(shared), story_(story), note_(note), fields_(story, shared.source, shared.officeText),

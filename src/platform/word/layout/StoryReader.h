@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/Story.h"
 #include "platform/word/formatting/FormatResolver.h"
 #include "platform/word/formatting/ListNumbers.h"
+#include "platform/word/formatting/StyledParagraphs.h"
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/CharacterFaces.h"
 #include "platform/word/layout/FieldResults.h"
@@ -94,6 +95,9 @@ public:
               officeText(office), formats(*from.tables, office),
               numbers(*from.tables, formats.levels()) {}
 
+        // Those of the main story, read when they are asked for first.
+        const word::StyledParagraphs& styledParagraphs();
+
         const LayoutSource& source;
         FontMetrics& fonts;
         // The mark of an empty paragraph inherits the formatting of the previous mark
@@ -106,6 +110,7 @@ public:
         bool hasLeading = true; // see LineSetting
         word::FormatResolver formats;
         word::ListNumbers numbers;
+        std::optional<word::StyledParagraphs> styled;
         bool addsSpaces = true; // see gapBetween()
         // A picture in a line and its size in twips; none for a character that shows nothing.
         struct ShownPicture {

@@ -71,6 +71,18 @@ TEST_F(ListLabels, ListsCountTheirNumbersLevelByLevel) {
         (std::vector<std::u16string>{u"第一章 ", u"一.1\t", u"一.2\t", u"第二章 ", u"二.1\t"}));
 }
 
+TEST_F(ListLabels, TheNumbersOfALabelAreToldWithWhatStandsBetweenThem) {
+    list.levels[1] = levelOf(inDigits, byTab, {u'(', 0, u'.', 1, u')'});
+    test::ContentBuilder builder;
+    builder.content.tables.listDefinitions.push_back(list);
+    builder.content.tables.listOverrides.push_back({list.lsid, 0, 0, {}});
+    ListLevels known(builder.content.tables);
+    ListNumbers numbers(builder.content.tables, known);
+    EXPECT_EQ(numbers.next(1, 0)->numbers, u"一");
+    EXPECT_EQ(numbers.next(1, 1)->numbers, u"一.1");
+    EXPECT_EQ(numbers.next(1, 2), std::nullopt);
+}
+
 TEST_F(ListLabels, ALevelInLegalFormShowsAllItsNumbersInDigits) {
     list.levels[1].head[5] = legal;
     EXPECT_EQ(labels({0, 0, 1}), (std::vector<std::u16string>{u"第一章 ", u"第二章 ", u"2.1\t"}));

@@ -183,6 +183,17 @@ TEST(SectionProperties, TheFirstNumberMayHaveTwoBytesOrFour) {
     EXPECT_EQ(withByte(sprm::SNfcPgn, 3).numberForm, 3U);
 }
 
+TEST(SectionProperties, AChapterOfPageNumbersIsThatOfOneOfNineLevelsWithOneOfFiveSigns) {
+    using Sign = ResolvedSection::ChapterSign;
+    EXPECT_EQ(withByte(sprm::SFTitlePage, 1).chapterLevel, 0U);
+    EXPECT_EQ(withByte(sprm::SiHeadingPgn, 1).chapterLevel, 1U);
+    EXPECT_EQ(withByte(sprm::SiHeadingPgn, 9).chapterLevel, 9U);
+    EXPECT_EQ(withByte(sprm::SiHeadingPgn, 10).chapterLevel, 0U);
+    EXPECT_EQ(withByte(sprm::ScnsPgn, 0).chapterSign, Sign::hyphen);
+    EXPECT_EQ(withByte(sprm::ScnsPgn, 4).chapterSign, Sign::enDash);
+    EXPECT_EQ(withByte(sprm::ScnsPgn, 5).chapterSign, Sign::hyphen);
+}
+
 TEST(SectionProperties, AGridAlignsLinesOrCharactersOrBoth) {
     EXPECT_EQ(withWord(sprm::SClm, 0).grid, GridKind::none);
     EXPECT_EQ(withWord(sprm::SClm, 1).grid, GridKind::linesAndCharacters);
