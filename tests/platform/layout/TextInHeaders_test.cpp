@@ -1,10 +1,11 @@
-// What headers and footers show of the text of their pages: chapters.
+// What headers and footers show of the text of their pages: chapters, headings, reckoned fields.
 
 #include "platform/error/Utf8.h"
 #include "platform/layout/PagedDocument.h"
 
 #include <cstdint>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -17,7 +18,11 @@ using word::withSprm16;
 using word::withSprm8;
 namespace sprm = word::sprm;
 
+constexpr std::uint8_t ifField = 0x07;
+constexpr std::uint8_t styleField = 0x0A;
+constexpr std::uint8_t countField = 0x1A;
 constexpr std::uint8_t pageField = 0x21;
+constexpr std::uint8_t formulaField = 0x22;
 
 class TextInHeaders : public test::PagedDocument {
 protected:
@@ -132,6 +137,129 @@ TEST_F(TextInHeaders, InTheOfficeSuitePageNumbersHaveNoChapters) {
     putFields(u"{PAGE|9}", {pageField});
     heading(u"甲", 1, numbered());
     EXPECT_EQ(headers(), Texts{"1"});
+}
+
+TEST_F(TextInHeaders, AStyleFieldShowsTheFirstParagraphOfItsStyleOnThePage) {
+    putFields(u"{STYLEREF \"标题 1\" \\* MERGEFORMAT|旧}", {styleField});
+    paragraphs(1);
+    heading(u"总则");
+    heading(u"施工");
+    paragraphs(8);
+    heading(u"质量");
+    paragraphs(12);
+    EXPECT_EQ(headers(), (Texts{"总则", "质量", "质量"}));
+    putFields(u"{STYLEREF 1 \\l|旧}", {styleField});
+    EXPECT_EQ(headers(), (Texts{"施工", "质量", "质量"})) << "the last one";
+}
+
+TEST_F(TextInHeaders, BeforeTheFirstOfItsStyleAStyleFieldShowsTheOneToCome) {
+    putFields(u"{STYLEREF \"heading 1\"|旧}", {styleField});
+    paragraphs(10);
+    heading(u"总则");
+    EXPECT_EQ(headers(), (Texts{"总则", "总则"}));
+}
+
+TEST_F(TextInHeaders, AStyleFieldShowsNeitherHiddenTextNorInstructions) {
+    putFields(u"{STYLEREF 1|旧}", {styleField});
+    type(u"甲密\x13X\x14乙\x15丙\r");
+    main.paragraphs.back().style = 1;
+    main.characters = {
+        {1, {}}, {1, intern(withSprm8({}, sprm::CFVanish, 1))}, {main.size() - 2, {}}};
+    EXPECT_EQ(headers(), Texts{"甲乙丙"});
+}
+
+TEST_F(TextInHeaders, AStyleFieldMayShowTheNumberOfItsParagraph) {
+    numberHeadings({std::u16string(u"第\0章.", 4)});
+    heading(u"总则", 1, numbered());
+    putFields(u"{STYLEREF 1 \\n|旧}", {styleField});
+    EXPECT_EQ(headers(), Texts{"第1章"});
+    putFields(u"{STYLEREF 1 \\w \\t|旧}", {styleField});
+    EXPECT_EQ(headers(), Texts{"1"});
+    main = {};
+    heading(u"总则");
+    EXPECT_EQ(headers(), Texts{"0"}) << "one without a number";
+}
+
+TEST_F(TextInHeaders, AStyleFieldOfNoParagraphOrPlaceKeepsWhatItStored) {
+    paragraphs(1);
+    for (const auto* code : {u"STYLEREF 1", u"STYLEREF 没有", u"STYLEREF 正文 \\p", u"STYLEREF"}) {
+        putFields(u"{" + std::u16string(code) + u"|旧}", {styleField});
+        EXPECT_EQ(headers(), Texts{"旧"}) << toUtf8(code);
+    }
+    putFields(u"{STYLEREF 正文|旧}", {styleField});
+    EXPECT_EQ(headers(), Texts{"一"});
+    options = officeOptions();
+    EXPECT_EQ(headers(), Texts{"旧"});
+}
+
+TEST_F(TextInHeaders, AStyleFieldInTheTextShowsWhatStandsBeforeIt) {
+    heading(u"甲");
+    type(u"\x13STYLEREF 1\x14旧\x15\r");
+    main.fields = {{2, 0x13, styleField}, {13, 0x14, 0}, {15, 0x15, 0}};
+    heading(u"乙");
+    EXPECT_EQ(textOf(pages().at(0)), u"甲甲乙");
+}
+
+TEST_F(TextInHeaders, AFormulaReckonsWithPageNumbers) {
+    paragraphs(12);
+    options.counts.total = 12;
+    const std::vector<std::uint8_t> kinds{formulaField, pageField, countField};
+    for (const auto& [code, shown] : {
+             std::pair(u"= {PAGE|1} - 1", "1"),
+             std::pair(u"={PAGE|1}*(2+3)\\* MERGEFORMAT", "10"),
+             std::pair(u"= {PAGE|1} + {NUMPAGES|1} \\* ROMAN", "XIV"),
+             std::pair(u"= {PAGE|1} / 4", "0.5"),
+             std::pair(u"= {PAGE|1} / 3", "0.67"),
+             std::pair(u"= -{PAGE|1} + 2.5", "0.5"),
+             std::pair(u"= {PAGE|1} \\# \"000\"", "002"),
+             std::pair(u"= INT({PAGE|1} / 4) + MOD({NUMPAGES|1}, 5)", "2"),
+         }) {
+        putFields(u"{" + std::u16string(code) + u"|旧}", kinds);
+        EXPECT_EQ(headers().at(1), shown) << toUtf8(code);
+    }
+}
+
+TEST_F(TextInHeaders, AFormulaThatIsNotUnderstoodKeepsWhatItStored) {
+    paragraphs(1);
+    for (const auto* code : {u"= {PAGE|1} / 0", u"= SUM(ABOVE) + {PAGE|1}", u"= {PAGE|1} +",
+                             u"= ({PAGE|1}", u"= {PAGE|1} \\# \"¥0,0\"", u"= 1 + 1"}) {
+        putFields(u"{" + std::u16string(code) + u"|旧}", {formulaField, pageField});
+        EXPECT_EQ(headers(), Texts{"旧"}) << toUtf8(code);
+    }
+    const std::u16string deep(100'000, u'(');
+    putFields(u"{= " + deep + u"{PAGE|1}|旧}", {formulaField, pageField});
+    EXPECT_EQ(headers(), Texts{"旧"});
+}
+
+TEST_F(TextInHeaders, AConditionIsAskedOnEachPage) {
+    paragraphs(12);
+    options.counts.total = 2;
+    for (const auto& [code, first, second] : {
+             std::tuple(u"IF {PAGE|1} = 1 \"首页\" \"其他\"", "首页", "其他"),
+             std::tuple(u"IF {PAGE|1} > 1 \"第{PAGE|1}页\"", "", "第2页"),
+             std::tuple(u"IF {PAGE|1} <> {NUMPAGES|1} 转下页 完", "转下页", "完"),
+             std::tuple(u"IF {PAGE|1}<=1 “甲” “乙” \\* MERGEFORMAT", "甲", "乙"),
+             std::tuple(u"IF {PAGE|1} >= {PAGE|1} 等 异", "等", "等"),
+             std::tuple(u"IF \"第{PAGE|1}\" = \"第2\" 是 否", "否", "是"),
+         }) {
+        const bool counts = std::u16string_view(code).find(u"NUM") != std::u16string::npos;
+        putFields(u"{" + std::u16string(code) + u"|旧}",
+                  {ifField, pageField, counts ? countField : pageField});
+        EXPECT_EQ(headers(), (Texts{first, second})) << toUtf8(code);
+    }
+}
+
+TEST_F(TextInHeaders, AConditionOfNoPageOrThatIsNotUnderstoodKeepsWhatItStored) {
+    paragraphs(1);
+    for (const auto* code : {u"IF 1 = 1 甲 乙", u"IF {PAGE|1}", u"IF {PAGE|1} ~ 2 甲 乙",
+                             u"IF {PAGE|1} = 1 \"甲\v乙\" 丙"}) {
+        putFields(u"{" + std::u16string(code) + u"|旧}", {ifField, pageField});
+        const std::string shown = headers().at(0);
+        EXPECT_TRUE(shown.ends_with("旧")) << toUtf8(code) << shown;
+    }
+    options = officeOptions();
+    putFields(u"{IF {PAGE|1} = 1 甲 乙|旧}", {ifField, pageField});
+    EXPECT_EQ(headers(), Texts{"旧"});
 }
 
 } // namespace

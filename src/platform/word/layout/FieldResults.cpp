@@ -2,9 +2,11 @@
 
 #include "platform/word/docfile/text/Fields.h"
 #include "platform/word/formatting/NumberForms.h"
+#include "platform/word/layout/FieldExpressions.h"
 #include "platform/word/layout/PageCounts.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -17,15 +19,40 @@ using Span = FieldResults::Span;
 
 // Types of fields (flt), [MS-DOC] 2.9.90.
 constexpr std::uint8_t unknownField = 0x01;
+constexpr std::uint8_t conditionField = 0x07;
 constexpr std::uint8_t pageField = 0x21;
+constexpr std::uint8_t formulaField = 0x22;
 constexpr std::uint8_t sectionField = 0x41;
+
+constexpr std::size_t deepestReckoned = 10; // fields within fields that are counted anew
 
 // A field whose end is not read yet.
 struct Field {
     word::Cp begin = 0;
     word::Cp separator = 0;
     std::uint8_t type = 0;
+    std::vector<Span> inner{}; // of the fields within its instruction
 };
+
+std::u16string_view instructionOf(const word::Story& story, const Field& field) {
+    return std::u16string_view(story.text)
+        .substr(field.begin + 1, field.separator - field.begin - 1);
+}
+
+// The stored result, as far as it is text.
+std::u16string storedText(const word::Story& story, const Field& field, word::Cp end) {
+    std::u16string text;
+    word::FieldInstructions inner;
+    for (word::Cp at = field.separator + 1; at < end; ++at) {
+        const char16_t c = story.text[at];
+        if (word::isFieldCharacter(c)) {
+            inner.take(c);
+        } else if (c >= u' ' && !inner.isInside()) {
+            text += c;
+        }
+    }
+    return text;
+}
 
 // What a page field shows.
 Span::Shows shownBy(std::uint8_t type) {
@@ -43,20 +70,94 @@ Span::Shows shownBy(std::uint8_t type) {
     }
 }
 
+bool isReckoned(std::uint8_t type) { return type == formulaField || type == conditionField; }
+
+bool isOfPage(const Span& span) {
+    using Shows = Span::Shows;
+    return span.shows == Shows::pageNumber || span.shows == Shows::pageCount ||
+           span.shows == Shows::section || span.shows == Shows::sectionPages ||
+           span.shows == Shows::formula || span.shows == Shows::condition;
+}
+
+// The instruction of a formula or condition in its parts: texts, and the fields within it. Nothing
+// where none of them is of the page, or where it holds more than text.
+std::vector<Span> partsOf(const word::Story& story, Field& field) {
+    std::vector<Span> parts;
+    bool isSound = std::any_of(field.inner.begin(), field.inner.end(), isOfPage);
+    word::Cp at = field.begin + 1;
+    const auto addText = [&](word::Cp end) {
+        Span text;
+        text.shows = Span::Shows::text;
+        text.text = story.text.substr(at, end - at);
+        isSound = isSound && std::all_of(text.text.begin(), text.text.end(),
+                                         [](char16_t c) { return c >= u' '; });
+        parts.push_back(std::move(text));
+    };
+    for (Span& span : field.inner) {
+        addText(span.begin);
+        at = span.end;
+        parts.push_back(std::move(span));
+    }
+    addText(field.separator);
+    return isSound ? std::move(parts) : std::vector<Span>();
+}
+
+// What a formula or condition comes to on a page; nothing where it is not understood.
+std::optional<std::u16string> reckoned(const Span& span, const PageFields& fields) {
+    const bool isFormula = span.shows == Span::Shows::formula;
+    std::u16string instruction;
+    for (const Span& part : span.parts) {
+        const bool inDigits = isFormula && part.shows == Span::Shows::pageNumber && !part.form;
+        instruction +=
+            inDigits ? word::numberInForm(fields.page, 0) : FieldResults::shownBy(part, fields);
+    }
+    return isFormula ? formulaShown(instruction) : conditionShown(instruction);
+}
+
+void setReckoned(const word::Story& story, Field& field, Span& span) {
+    span.parts = partsOf(story, field);
+    const bool isFormula = field.type == formulaField;
+    span.shows = isFormula ? Span::Shows::formula : Span::Shows::condition;
+    if (span.parts.empty() || !reckoned(span, {})) {
+        span.shows = Span::Shows::nothing;
+    }
+}
+
+// The reference of a STYLEREF field to a style that the text has.
+std::optional<StyleReference> referenceOf(std::u16string_view instruction,
+                                          const LayoutSource& source) {
+    const auto reference = styleReferenceOf(instruction, source.tables->styles);
+    const auto& paragraphs = source.main->paragraphs;
+    const bool isThere = reference && std::any_of(paragraphs.begin(), paragraphs.end(),
+                                                  [&](const word::ParagraphRun& run) {
+                                                      return run.style == reference->style;
+                                                  });
+    return isThere ? reference : std::nullopt;
+}
+
 // The replacement for the result of a field.
-Span spanOf(const word::Story& story, const Field& field, const LayoutSource& source) {
+Span spanOf(const word::Story& story, Field& field, word::Cp end, const LayoutSource& source,
+            bool office) {
     Span span;
     span.begin = field.begin;
+    span.end = end + 1;
     span.shows = shownBy(field.type);
-    if (field.separator > field.begin) {
-        const std::u16string_view instruction =
-            std::u16string_view(story.text)
-                .substr(field.begin + 1, field.separator - field.begin - 1);
-        span.form = word::numberFormOf(instruction);
-        if (auto shown = resultAnew(source, field.type, instruction)) {
-            span.shows = Span::Shows::text;
-            span.text = std::move(*shown);
-        }
+    if (field.separator <= field.begin) {
+        return span;
+    }
+    const std::u16string_view instruction = instructionOf(story, field);
+    span.form = word::numberFormOf(instruction);
+    if (auto shown = resultAnew(source, field.type, instruction)) {
+        span.shows = Span::Shows::text;
+        span.text = std::move(*shown);
+    } else if (isReckoned(field.type) && !office) {
+        setReckoned(story, field, span);
+    } else if (field.type == styleReferenceField && !office) {
+        span.reference = referenceOf(instruction, source);
+        span.shows = span.reference ? Span::Shows::styledText : Span::Shows::nothing;
+    }
+    if (span.reference || !span.parts.empty()) {
+        span.text = storedText(story, field, end);
     }
     return span;
 }
@@ -79,13 +180,22 @@ FieldResults::FieldResults(const word::Story& story, const LayoutSource& source,
         } else if (open.empty()) {
             continue;
         } else if (mark.character == word::fieldSeparator) {
-            open.back().separator = mark.at;
-            add({open.back().begin, mark.at + 1, Span::Shows::nothing});
+            Field& field = open.back();
+            field.separator = mark.at;
+            if (isReckoned(field.type) && open.size() <= deepestReckoned) {
+                const auto inner =
+                    std::partition_point(spans_.begin(), spans_.end(), [&](const Span& span) {
+                        return span.begin < field.begin;
+                    });
+                field.inner.assign(std::make_move_iterator(inner),
+                                   std::make_move_iterator(spans_.end()));
+                spans_.erase(inner, spans_.end());
+            }
+            add({field.begin, mark.at + 1, Span::Shows::nothing});
         } else {
-            const Field field = open.back();
+            Field field = std::move(open.back());
             open.pop_back();
-            Span anew = spanOf(story, field, source);
-            anew.end = mark.at + 1;
+            Span anew = spanOf(story, field, mark.at, source, office);
             const bool isUnseen = field.separator == 0 || (office && field.type == unknownField);
             if (anew.shows != Span::Shows::nothing || isUnseen) {
                 add(std::move(anew));
@@ -109,6 +219,9 @@ std::u16string FieldResults::shownBy(const Span& span, const PageFields& fields)
         return inForm(fields.section);
     case Span::Shows::sectionPages:
         return inForm(fields.sectionPages);
+    case Span::Shows::formula:
+    case Span::Shows::condition:
+        return reckoned(span, fields).value_or(span.text);
     default:
         return span.text;
     }

@@ -1,7 +1,9 @@
 #include "platform/word/layout/HeaderStrips.h"
 
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/docfile/text/Fields.h"
 #include "platform/word/layout/PageFloats.h"
+#include "platform/word/layout/StyleReferences.h"
 
 #include <algorithm>
 
@@ -20,11 +22,35 @@ void growAround(HeaderStrips::Set& set) {
     }
 }
 
+bool hasStyleReference(const word::Story& story) {
+    return std::any_of(story.fields.begin(), story.fields.end(), [](const word::FieldMark& mark) {
+        return mark.character == word::fieldBegin && mark.data == styleReferenceField;
+    });
+}
+
+// The text of any shape may be that of a header.
+bool haveStyleReferences(const LayoutSource& source) {
+    const auto inHeader = [](const word::SlicedText& text) {
+        return std::any_of(text.begin(), text.end(), [](const word::StorySlice& slice) {
+            return hasStyleReference(*slice.fragment);
+        });
+    };
+    const auto& shapes = source.tables->shapeTexts;
+    return std::any_of(source.headers.begin(), source.headers.end(),
+                       [&](const word::HeaderSet& set) {
+                           return std::any_of(set.begin(), set.end(), inHeader);
+                       }) ||
+           std::any_of(shapes.begin(), shapes.end(), [](const word::ShapeText& shape) {
+               return shape.text && hasStyleReference(*shape.text);
+           });
+}
+
 } // namespace
 
 HeaderStrips::HeaderStrips(StoryReader::Shared& shared)
     : shared_(shared),
-      facingPages_(word::readDop(shared.source.settings, word::dop::facingPages) != 0) {}
+      facingPages_(word::readDop(shared.source.settings, word::dop::facingPages) != 0),
+      showStyles_(!shared.officeText && haveStyleReferences(shared.source)) {}
 
 // One that a section does not have is that of the section before.
 const word::SlicedText* HeaderStrips::shown(std::size_t section, word::HeaderKind kind) const {

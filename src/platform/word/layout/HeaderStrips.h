@@ -26,10 +26,10 @@ public:
     explicit HeaderStrips(StoryReader::Shared& shared);
 
     Both of(const Of& page, const PageFields& fields, const LineSetting& setting);
-    // Whether those of a section show chapters, which are known once
+    // Whether those of a section may show chapters or paragraphs of a style, which are known once
     // the page is full.
-    static bool follow(const word::ResolvedSection& section) {
-        return section.chapterLevel > 0;
+    bool follow(const word::ResolvedSection& section) const {
+        return showStyles_ || section.chapterLevel > 0;
     }
 
 private:
@@ -39,6 +39,7 @@ private:
 
     StoryReader::Shared& shared_;
     bool facingPages_;
+    bool showStyles_;
     struct Header {
         std::shared_ptr<const word::Story> story;
         std::unique_ptr<BlockComposer> composer;

@@ -12,6 +12,7 @@ PageFields PageFieldValues::of(std::size_t section, int number, word::PageText t
     fields.totalPages = options_.counts.total;
     fields.section = static_cast<int>(section) + 1;
     fields.sectionPages = options_.counts.ofSection(section);
+    fields.text = text;
     return fields;
 }
 

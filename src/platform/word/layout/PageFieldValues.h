@@ -13,7 +13,7 @@ public:
                     StoryReader::Shared& shared)
         : rules_(rules), options_(options), shared_(shared) {}
 
-    // On a page of that section and number. `text`: what chapters go by.
+    // On a page of that section and number. `text`: what STYLEREF fields and chapters go by.
     PageFields of(std::size_t section, int number, word::PageText text);
     // The number of the chapter at a position, with the sign behind it; empty where its section
     // shows none.

@@ -127,7 +127,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
                 // The look of the field's last character but one is that of its result.
                 const word::Cp shown = span->end > span->begin + 2 ? span->end - 2 : at;
                 const auto& look = shared_.formats.text(run.style, runAt(shown).properties);
-                addText(FieldResults::shownBy(*span, fields), at, look, result);
+                addText(shownBy(*span, fields), at, look, result);
             }
             at = std::min(span->end, end) - 1;
             nextSpanAt = fields_.nextSpan(at + 1);
@@ -196,6 +196,14 @@ const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word:
     const word::PropertyListId before = runAt(start - 1).properties;
     return before == own ? shared_.formats.text(run.style, own)
                          : shared_.formats.label(run.style, before, own);
+}
+
+std::u16string StoryReader::shownBy(const FieldResults::Span& span, const PageFields& fields) {
+    const auto shown =
+        span.reference && fields.text
+            ? layout::shownBy(*span.reference, shared_.styledParagraphs(), *fields.text)
+            : std::nullopt;
+    return shown ? *shown : FieldResults::shownBy(span, fields);
 }
 
 void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result) {

@@ -142,6 +142,7 @@ private:
                                            word::PropertyListId own);
     bool isUnseen(const word::ResolvedText& format) const;
     bool isUnseen(word::Cp start, word::Cp end, word::StyleIndex style);
+    std::u16string shownBy(const FieldResults::Span& span, const PageFields& fields);
     void readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result);
     void readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
                        ParagraphItems& result);
