@@ -262,5 +262,13 @@ TEST_F(TextInHeaders, AConditionOfNoPageOrThatIsNotUnderstoodKeepsWhatItStored) 
     EXPECT_EQ(headers(), Texts{"旧"});
 }
 
+TEST_F(TextInHeaders, AListInAHeaderCountsForItself) {
+    numberHeadings({std::u16string(1, u'\0')});
+    type(u"甲\r乙\r", numbered());
+    putHeader(HeaderKind::oddHeader, story(u"眉\r", numbered()));
+    putHeader(HeaderKind::oddFooter, story(u"脚\r", numbered()));
+    EXPECT_EQ(textOf(pages().at(0)), u"1眉1脚1甲2乙");
+}
+
 } // namespace
 } // namespace qvnd::layout

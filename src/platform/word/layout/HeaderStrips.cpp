@@ -77,6 +77,7 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
     auto& [story, composer] = headers_[text];
     if (!composer) {
         story = word::joined(*text);
+        shared_.headers.insert(story.get());
         composer = std::make_unique<BlockComposer>(shared_, *story);
     }
     composer->setPage(fields);

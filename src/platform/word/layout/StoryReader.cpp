@@ -206,6 +206,19 @@ std::u16string StoryReader::shownBy(const FieldResults::Span& span, const PageFi
     return shown ? *shown : FieldResults::shownBy(span, fields);
 }
 
+word::ListNumbers& StoryReader::numbers() {
+    using Counts = Shared::Counts;
+    const bool isHeader = shared_.headers.contains(&story_);
+    const Counts counts = isHeader                               ? Counts::header
+                          : note_                                ? Counts::notes
+                          : &story_ == shared_.source.main.get() ? Counts::mainText
+                                                                 : Counts::shapes;
+    return shared_.numbers
+        .try_emplace({counts, isHeader ? &story_ : nullptr}, *shared_.source.tables,
+                     shared_.formats.levels())
+        .first->second;
+}
+
 void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     const auto& look = shared_.formats.paragraph(run.style, run.properties);
@@ -214,7 +227,7 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
     }
     const auto [known, isNew] = shared_.labels.try_emplace({&story_, paragraph});
     if (isNew) {
-        known->second = shared_.numbers.next(look.list, look.listLevel);
+        known->second = numbers().next(look.list, look.listLevel);
     }
     if (!known->second) {
         return;

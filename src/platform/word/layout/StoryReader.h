@@ -13,6 +13,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -92,8 +93,7 @@ public:
         Shared(const LayoutSource& from, FontMetrics& metrics, bool office = false,
                bool deletedToo = false)
             : source(from), fonts(metrics), marksInherit(office), showsDeleted(deletedToo),
-              officeText(office), formats(*from.tables, office),
-              numbers(*from.tables, formats.levels()) {}
+              officeText(office), formats(*from.tables, office) {}
 
         // Those of the main story, read when they are asked for first.
         const word::StyledParagraphs& styledParagraphs();
@@ -109,7 +109,10 @@ public:
         bool officeText;
         bool hasLeading = true; // see LineSetting
         word::FormatResolver formats;
-        word::ListNumbers numbers;
+        // Lists count in the main text, in notes, in the texts of shapes and in each header apart.
+        enum class Counts : std::uint8_t { mainText, notes, shapes, header };
+        std::map<std::pair<Counts, const word::Story*>, word::ListNumbers> numbers;
+        std::set<const word::Story*> headers;
         std::optional<word::StyledParagraphs> styled;
         bool addsSpaces = true; // see gapBetween()
         // A picture in a line and its size in twips; none for a character that shows nothing.
@@ -142,6 +145,7 @@ private:
                                            word::PropertyListId own);
     bool isUnseen(const word::ResolvedText& format) const;
     bool isUnseen(word::Cp start, word::Cp end, word::StyleIndex style);
+    word::ListNumbers& numbers();
     std::u16string shownBy(const FieldResults::Span& span, const PageFields& fields);
     void readLabel(std::size_t paragraph, word::Cp start, ParagraphItems& result);
     void readCharacter(char16_t c, word::Cp at, const word::ResolvedText& format,
