@@ -40,10 +40,11 @@ public:
 
     void read(ByteView properties, int depth = 0) {
         for (const SprmView& entry : parseSprms(properties).sprms) {
-            if (entry.opcode == sprm::TIstd && depth == 0) {
-                readStyle(static_cast<StyleIndex>(numberOf(entry)));
+            if (depth == 0) {
+                readOfTable(entry);
             }
         }
+        isStyle_ = depth > 0;
         for (const SprmView& entry : parseSprms(properties).sprms) {
             readShape(entry);
             readFlow(entry);
@@ -57,6 +58,25 @@ public:
     }
 
 private:
+    void readOfTable(const SprmView& entry) {
+        constexpr unsigned optionsShift = 16; // of TLP, [MS-DOC] 2.9.334
+        switch (entry.opcode) {
+        case sprm::TIstd:
+            row_.style.style = static_cast<StyleIndex>(numberOf(entry));
+            readStyle(row_.style.style);
+            break;
+        case sprm::TTlp:
+            row_.style.options = numberOf(entry) >> optionsShift;
+            break;
+        case sprm::TDefTableShd80:
+        case sprm::TDefTableShd:
+            row_.tellsBackgrounds = true;
+            break;
+        default:
+            break;
+        }
+    }
+
     // Base styles first. A circle ends where it closes.
     void readStyle(StyleIndex style) {
         constexpr std::size_t deepest = 16;
@@ -84,10 +104,11 @@ private:
             setPadding();
             break;
         case sprm::TCellPaddingDefault:
+        case sprm::TCellPaddingStyle:
             readPadding(entry.operand, true);
             break;
         case sprm::TCellPadding:
-            readPadding(entry.operand, false);
+            readPadding(entry.operand, isStyle_); // a style knows no cells
             break;
         case sprm::TVertMerge:
             readVerticalMerge(entry.operand);
@@ -314,6 +335,7 @@ private:
     const DocumentTables& tables_;
     ResolvedRow row_;
     std::array<Border, 6> table_{};
+    bool isStyle_ = false; // what is read is that of a style
     struct Padding {
         int top = 0;
         int left = 108;

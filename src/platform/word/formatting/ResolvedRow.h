@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/formatting/ResolvedParagraph.h"
+#include "platform/word/formatting/TableStyles.h"
 
 #include <optional>
 #include <vector>
@@ -39,6 +40,8 @@ struct ResolvedRow {
     bool exactHeight = false;
     bool staysWhole = false; // does not break across pages
     bool isHeading = false;  // repeated at the top of each further page
+    TableStyle style;
+    bool tellsBackgrounds = false; // itself, and not its style
     Border tableTop;
     Border tableBottom;
 };

@@ -63,14 +63,15 @@ const ResolvedProperties& StyleResolver::defaultsOf(StyleIndex root) const {
     return lacksBase(*sheet_.styles[root]) ? bareDefaults_ : defaults_;
 }
 
-const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
-    if (const auto known = paragraphs_.find(style); known != paragraphs_.end()) {
-        return known->second;
-    }
+ResolvedProperties StyleResolver::paragraphAbove(std::span<const ByteView> below,
+                                                 StyleIndex style) {
     ResolvedProperties look;
     const auto layers = chain(style, StyleKind::paragraph);
     if (!layers.empty() && lacksBase(*sheet_.styles[layers.front()])) {
         look.set(entry8(sprm::PFWidowControl, 0));
+    }
+    for (const ByteView list : below) {
+        look.lay(list, levels_);
     }
     for (const StyleIndex layer : layers) {
         const StyleDefinition& definition = *sheet_.styles[layer];
@@ -80,8 +81,35 @@ const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
         }
         look.lay(listOf_(definition.paragraph), levels_);
     }
+    return look;
+}
+
+const ResolvedProperties& StyleResolver::paragraph(StyleIndex style) {
+    if (const auto known = paragraphs_.find(style); known != paragraphs_.end()) {
+        return known->second;
+    }
+    ResolvedProperties look = paragraphAbove({}, style);
     makeRoom(paragraphs_);
     return paragraphs_.emplace(style, std::move(look)).first->second;
+}
+
+void StyleResolver::layCharacters(StyleIndex style, StyleKind kind, ResolvedProperties& look) {
+    for (const StyleIndex layer : chain(style, kind)) {
+        look.lay(listOf_(sheet_.styles[layer]->character), levels_);
+    }
+}
+
+ResolvedProperties StyleResolver::characterAbove(std::span<const ByteView> below,
+                                                 StyleIndex paragraphStyle,
+                                                 StyleIndex characterStyle) {
+    const auto layers = chain(paragraphStyle, StyleKind::paragraph);
+    ResolvedProperties look = layers.empty() ? defaults_ : defaultsOf(layers.front());
+    for (const ByteView list : below) {
+        look.lay(list, levels_);
+    }
+    layCharacters(paragraphStyle, StyleKind::paragraph, look);
+    layCharacters(characterStyle, StyleKind::character, look);
+    return look;
 }
 
 const ResolvedProperties& StyleResolver::character(StyleIndex paragraphStyle,
@@ -91,13 +119,10 @@ const ResolvedProperties& StyleResolver::character(StyleIndex paragraphStyle,
         return known->second;
     }
     const bool above = characterStyle != StyleDefinition::none;
-    const StyleKind kind = above ? StyleKind::character : StyleKind::paragraph;
-    const auto layers = chain(above ? characterStyle : paragraphStyle, kind);
-    ResolvedProperties look = above            ? character(paragraphStyle)
-                              : layers.empty() ? defaults_
-                                               : defaultsOf(layers.front());
-    for (const StyleIndex layer : layers) {
-        look.lay(listOf_(sheet_.styles[layer]->character), levels_);
+    ResolvedProperties look = above ? character(paragraphStyle)
+                                    : characterAbove({}, paragraphStyle, StyleDefinition::none);
+    if (above) {
+        layCharacters(characterStyle, StyleKind::character, look);
     }
     makeRoom(characters_);
     return characters_.emplace(key, std::move(look)).first->second;

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -35,12 +36,17 @@ public:
     // StyleDefinition::none stands for no character style.
     const ResolvedProperties& character(StyleIndex paragraphStyle,
                                         StyleIndex characterStyle = StyleDefinition::none);
+    // The same above lists that lie below all styles of paragraphs. They are not cached.
+    ResolvedProperties paragraphAbove(std::span<const ByteView> below, StyleIndex style);
+    ResolvedProperties characterAbove(std::span<const ByteView> below, StyleIndex paragraphStyle,
+                                      StyleIndex characterStyle);
 
 private:
     // The style and its base styles, root first. A cycle of base styles is cut where it closes.
     std::vector<StyleIndex> chain(StyleIndex style, StyleKind kind) const;
     const StyleDefinition* definition(StyleIndex style, StyleKind kind) const;
     bool lacksBase(const StyleDefinition& style) const;
+    void layCharacters(StyleIndex style, StyleKind kind, ResolvedProperties& look);
     // What the character formatting of a paragraph style begins with.
     const ResolvedProperties& defaultsOf(StyleIndex root) const;
 

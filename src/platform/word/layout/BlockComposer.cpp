@@ -225,7 +225,7 @@ JoinedBorders BlockComposer::bordersOf(std::size_t paragraph) const {
 Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting& setting,
                                        word::Cp from) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
-    const word::ResolvedParagraph& format = shared_.formats.paragraph(run.style, run.properties);
+    const auto& format = shared_.formats.paragraph(run.style, run.properties, cell_);
     ParagraphItems items = reader_.read(paragraph, blocks_.startOf(paragraph), fields_);
     if (hangsIn_ == paragraph) {
         items.isLeftOut = false;
@@ -255,12 +255,25 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
     return strips;
 }
 
-Strips BlockComposer::composeCell(const Blocks& blocks, const LineSetting& setting) {
+Strips BlockComposer::composeCell(const Blocks& blocks, word::CellLook look,
+                                  const LineSetting& setting) {
+    const word::CellLook outer = std::exchange(cell_, look);
+    reader_.setCell(cell_);
     Strips strips;
     for (const Block& block : blocks) {
         append(strips, compose(block, setting));
     }
+    cell_ = outer;
+    reader_.setCell(cell_);
     return strips;
+}
+
+word::CellLook BlockComposer::lookOf(const Table& table, std::size_t row, std::size_t cell) {
+    const std::size_t cells = table.rows[row].cells.size();
+    const word::PropertyListId mark = story_.paragraphs[table.rows[row].mark].properties;
+    return shared_.formats.cellLook(
+        shared_.formats.row(mark).style,
+        {row, cell, !blocks_.hasRow(table, row + 1), cell + 1 == cells});
 }
 
 Strips BlockComposer::composeTable(const Block& block, const LineSetting& setting) {
@@ -324,11 +337,15 @@ ComposedRow BlockComposer::composeRow(const Table& table, std::size_t index,
     composed.cells = cellsOf(composed.format, row.cells.size(), setting.width);
     for (std::size_t i = 0; i < composed.cells.size() && i < row.cells.size(); ++i) {
         ComposedCell& cell = composed.cells[i];
+        const word::CellLook look = lookOf(table, index, i);
+        if (!composed.format.tellsBackgrounds && !cell.format.background) {
+            cell.format.background = shared_.formats.background(look);
+        }
         if (cell.format.mergedAbove || cell.format.mergedLeft || cell.format.runsDown) {
             continue;
         }
         const LineSetting inner = settingWithin(cell, setting);
-        cell.strips = composeCell(row.cells[i], inner);
+        cell.strips = composeCell(row.cells[i], look, inner);
         cell.contentHeight = heightOf(cell.strips, shared_.addsSpaces);
     }
     return composed;
@@ -349,7 +366,8 @@ void BlockComposer::composeDownwards(const Table& table, std::size_t first,
             const double width = inner.width;
             inner.grid = {};
             inner.width = std::max(narrowest, roomWithin(rows, i, cell));
-            cell.strips = {runningDown(composeCell(row.cells[k], inner), width,
+            const word::CellLook look = lookOf(table, first + i, k);
+            cell.strips = {runningDown(composeCell(row.cells[k], look, inner), width,
                                        cell.format.alignment, shared_.fonts, shared_.addsSpaces)};
             cell.format.alignment = word::VerticalAlignment::top;
         }

@@ -50,11 +50,13 @@ private:
     void anchorDrawings(const std::vector<word::Cp>& anchors, word::Cp from,
                         const LineSetting& setting, Strips& strips);
     void anchorFrames(std::size_t paragraph, Strips& strips);
-    Strips composeCell(const Blocks& blocks, const LineSetting& setting);
     Strips composeTable(const Block& block, const LineSetting& setting);
     ComposedRow composeRow(const Table& table, std::size_t index, const LineSetting& setting);
     void composeDownwards(const Table& table, std::size_t first, std::vector<ComposedRow>& rows,
                           const LineSetting& setting);
+    word::CellLook lookOf(const Table& table, std::size_t row, std::size_t cell);
+    // Composes the text of a cell that has this look.
+    Strips composeCell(const Blocks& blocks, word::CellLook look, const LineSetting& setting);
     std::size_t headingRowsOf(const Table& table);
     std::size_t endOfMerged(const Table& table, std::size_t least);
 
@@ -71,6 +73,7 @@ private:
     // The picture of a frame that begins the paragraph of `hangsIn_`, with the space around it.
     std::vector<TextItem> hanging_;
     std::optional<std::size_t> hangsIn_;
+    word::CellLook cell_ = word::CellLook::none; // of the cell being composed
     int depth_ = 0;
 };
 

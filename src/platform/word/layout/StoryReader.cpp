@@ -70,9 +70,14 @@ const word::ResolvedText& StoryReader::formatAt(word::Cp at, word::StyleIndex st
     if (&run != formatRun_ || style != formatStyle_) {
         formatRun_ = &run;
         formatStyle_ = style;
-        format_ = &shared_.formats.text(style, run.properties);
+        format_ = &shared_.formats.text(style, run.properties, cell_);
     }
     return *format_;
+}
+
+void StoryReader::setCell(word::CellLook cell) {
+    cell_ = cell;
+    formatRun_ = nullptr;
 }
 
 bool StoryReader::isUnseen(const word::ResolvedText& format) const {
@@ -126,7 +131,7 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
             if (span->shows != FieldResults::Span::Shows::nothing && at == span->begin) {
                 // The look of the field's last character but one is that of its result.
                 const word::Cp shown = span->end > span->begin + 2 ? span->end - 2 : at;
-                const auto& look = shared_.formats.text(run.style, runAt(shown).properties);
+                const auto& look = shared_.formats.text(run.style, runAt(shown).properties, cell_);
                 addText(shownBy(*span, fields), at, look, result);
             }
             at = std::min(span->end, end) - 1;
@@ -135,8 +140,9 @@ ParagraphItems StoryReader::read(std::size_t paragraph, word::Cp start, const Pa
         }
         const char16_t c = story_.text[at];
         const bool isLost = at >= lostFrom && (c >= special::firstPrintable || c == special::tab);
-        const auto& format = isLost ? shared_.formats.text(run.style, word::PropertyListId::empty)
-                                    : formatAt(at, run.style);
+        const auto& format =
+            isLost ? shared_.formats.text(run.style, word::PropertyListId::empty, cell_)
+                   : formatAt(at, run.style);
         if (isUnseen(format)) {
             continue;
         }
@@ -191,11 +197,11 @@ const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word:
                                                     word::PropertyListId own) {
     const word::ParagraphRun& run = story_.paragraphs[paragraph];
     if (!shared_.marksInherit || run.length != 1 || start == 0) {
-        return shared_.formats.text(run.style, own);
+        return shared_.formats.text(run.style, own, cell_);
     }
     const word::PropertyListId before = runAt(start - 1).properties;
-    return before == own ? shared_.formats.text(run.style, own)
-                         : shared_.formats.label(run.style, before, own);
+    return before == own ? shared_.formats.text(run.style, own, cell_)
+                         : shared_.formats.label(run.style, before, own, cell_);
 }
 
 std::u16string StoryReader::shownBy(const FieldResults::Span& span, const PageFields& fields) {
@@ -234,7 +240,8 @@ void StoryReader::readLabel(std::size_t paragraph, word::Cp start, ParagraphItem
     }
     const word::ListLabel& label = *known->second;
     const word::Cp mark = start + run.length - 1;
-    const auto& format = shared_.formats.label(run.style, runAt(mark).properties, label.characters);
+    const auto& format =
+        shared_.formats.label(run.style, runAt(mark).properties, label.characters, cell_);
     if (format.hidden) {
         return;
     }

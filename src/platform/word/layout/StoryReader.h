@@ -133,6 +133,8 @@ public:
     StoryReader(Shared& shared, const word::Story& story,
                 std::optional<std::uint32_t> note = std::nullopt);
 
+    // What is read next stands in that cell.
+    void setCell(word::CellLook cell);
     // `start`: the position of the paragraph's first character.
     ParagraphItems read(std::size_t paragraph, word::Cp start, const PageFields& fields);
 
@@ -181,6 +183,7 @@ private:
     word::Cp runStart_ = 0;
     const word::CharacterRun* formatRun_ = nullptr;
     word::StyleIndex formatStyle_ = 0;
+    word::CellLook cell_ = word::CellLook::none;
     const word::ResolvedText* format_ = nullptr;
     CharacterFaces faces_;
 };

@@ -464,6 +464,18 @@ TEST_F(Rows, WhatTheRowDoesNotSayItsTableStyleSays) {
     EXPECT_FALSE(row().staysWhole);
 }
 
+TEST_F(Rows, CellPaddingsOfATableStyleAreThoseOfCellsThatItDoesNotKnow) {
+    for (const std::uint16_t opcode : {sprm::TCellPadding, sprm::TCellPaddingStyle}) {
+        Bytes style;
+        addEntry(style, opcode, {0, 1, 0x0F, 3, 30, 0});
+        addTableStyle(20, StyleDefinition::none, style);
+        const Bytes plain = list;
+        list = withSprm16(list, sprm::TIstd, 20);
+        EXPECT_EQ(paddingsOf(cells()[1]), (Widths{30, 30, 30, 30}));
+        list = plain;
+    }
+}
+
 TEST_F(Rows, ATableStyleStandsBeforeTheOneThatItIsBasedOn) {
     Bytes base = withSprm16({}, sprm::TDyaRowHeight, 300);
     addTableStyle(20, StyleDefinition::none, withSprm16(base, sprm::TJc, 1));

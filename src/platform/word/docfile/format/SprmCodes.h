@@ -195,6 +195,11 @@ inline constexpr std::uint16_t TVertMerge = 0xD62B;
 inline constexpr std::uint16_t TVertAlign = 0xD62C;
 inline constexpr std::uint16_t TCellPadding = 0xD632;
 inline constexpr std::uint16_t TCellPaddingDefault = 0xD634;
+inline constexpr std::uint16_t TCellPaddingStyle = 0xD63E;
+inline constexpr std::uint16_t TCellShdStyle = 0xD687;
+inline constexpr std::uint16_t TCHorzBands = 0x3488;
+inline constexpr std::uint16_t TCVertBands = 0x3489;
+inline constexpr std::uint16_t TTlp = 0x740A;
 
 // Sections.
 inline constexpr std::uint16_t SBkc = 0x3009;
