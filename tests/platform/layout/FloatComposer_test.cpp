@@ -71,8 +71,9 @@ protected:
     }
 
     // A rectangle that names the first text of the document.
-    AnchoredFloat composedText(const std::u16string& text) {
-        document.tables.shapeTexts = {{std::make_shared<const word::Story>(story(text)), {}}};
+    AnchoredFloat composedText(const std::u16string& text) { return composedText(story(text)); }
+    AnchoredFloat composedText(const word::Story& text) {
+        document.tables.shapeTexts = {{std::make_shared<const word::Story>(text), {}}};
         word::Drawing drawing = drawingOf(1, look.count(), look.encode(),
                                           shapeRecord(0, 0, art::clientTextbox, word::Bytes(4)));
         const auto at = static_cast<std::uint32_t>(drawing.records.size() - 4);
@@ -315,6 +316,50 @@ TEST_F(FloatingShape, TurnedTextArtKeepsItsProportionsAndTakesItsAreaAsItIsTurne
     EXPECT_NEAR(art.height, art.width, 0.01);
     EXPECT_NEAR(art.x + art.width / 2, 500, 0.01);
     EXPECT_NEAR(art.y + art.height / 2, 500, 0.01);
+}
+
+// A drawing at the upper left corner of its column and paragraph.
+word::Drawing byItsAnchor(word::Drawing drawing) {
+    constexpr std::uint8_t byColumnAndParagraph = 0x14;
+    drawing.place[16] = byColumnAndParagraph;
+    return drawing;
+}
+
+TEST_F(FloatingShape, OneThatIsAnchoredInAFrameStandsInIt) {
+    document.tables.drawings = {byItsAnchor(drawingOf(1, look.count(), look.encode()))};
+    word::Bytes frame = word::withSprm16({}, word::sprm::PDxaWidth, 800);
+    frame = word::withSprm8(frame, word::sprm::PPc, (1U << 4U) | (2U << 6U)); // on the page
+    frame = word::withSprm16(frame, word::sprm::PDxaAbs, 301);
+    frame = word::withSprm16(frame, word::sprm::PDyaAbs, 501);
+    main = {};
+    type(u"框\r乙\b\r", frame);
+    main.anchors = {{3, word::AnchorKind::drawing, 0}};
+    type(u"甲\r");
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.fills.size(), 1U);
+    EXPECT_DOUBLE_EQ(page.layer.fills[0].x, textAt(page, u"乙").x);
+    EXPECT_DOUBLE_EQ(page.layer.fills[0].y, textAt(page, u"乙").baseline - 160);
+}
+
+TEST_F(FloatingShape, WhatFloatsInAHeadersFrameLiesBelowTheText) {
+    document.tables.drawings = {byItsAnchor(drawingOf(1, look.count(), look.encode()))};
+    word::Story header = story(u"框\b\r", word::withSprm16({}, word::sprm::PDxaWidth, 800));
+    header.anchors = {{1, word::AnchorKind::drawing, 0}};
+    append(header, u"\r");
+    putHeader(word::HeaderKind::oddHeader, header);
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.fills.size(), 1U);
+    EXPECT_LT(page.layer.fills[0].plane, toHeader / 2);
+}
+
+TEST_F(FloatingShape, AFrameInItsTextStandsInIt) {
+    word::Story text = story(u"框\r", word::withSprm16({}, word::sprm::PDxaWidth, 300));
+    append(text, u"文\r");
+    const AnchoredFloat floating = composedText(text);
+    ASSERT_EQ(floating.held.size(), 1U);
+    EXPECT_EQ(floating.held[0].layer.texts.at(0).text, u"框");
+    EXPECT_DOUBLE_EQ(floating.held[0].x, 144) << "of the text's room";
+    EXPECT_DOUBLE_EQ(floating.held[0].y, 72);
 }
 
 } // namespace

@@ -121,5 +121,12 @@ TEST_F(FramesOnPages, AWordThatIsTooLongForThePlaceBesideAFrameGoesBelow) {
     EXPECT_DOUBLE_EQ(runWith(page, u'a').baseline, 1560);
 }
 
+TEST_F(FramesOnPages, ANoteOfAFrameStandsAtTheFootOfItsPage) {
+    type(u"框\x02\r", frame());
+    putFootnote(1, u"注\r");
+    type(u"甲\r");
+    EXPECT_NE(textOf(pages().at(0)).find(u'注'), std::u16string::npos);
+}
+
 } // namespace
 } // namespace qvnd::layout

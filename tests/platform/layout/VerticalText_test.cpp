@@ -3,6 +3,8 @@
 #include "platform/word/layout/VerticalText.h"
 
 #include "platform/layout/TypedRows.h"
+#include "platform/word/docfile/pictures/Picture.h"
+#include "support/Images.h"
 
 #include <string>
 #include <vector>
@@ -11,6 +13,8 @@ namespace qvnd::layout {
 namespace {
 
 using word::VerticalAlignment;
+using word::withSprm8;
+namespace sprm = word::sprm;
 
 // Lines of 200 twips, their foot at 160, set downwards in a cell that is 600 twips wide.
 class RunningDown : public testing::Test {
@@ -120,6 +124,38 @@ TEST_F(VerticalCells, AMergedOneHasTheHeightOfAllItsRows) {
     EXPECT_DOUBLE_EQ(textAt(page, u"二").x, textAt(page, u"一").x);
     EXPECT_DOUBLE_EQ(textAt(page, u"三").x, textAt(page, u"一").x - 200);
     EXPECT_NEAR(textAt(page, u"后").baseline - textAt(page, u"甲").baseline, 400, 40);
+}
+
+TEST_F(RunningDown, WhatFloatsAtAnyOfTheLinesIsKept) {
+    addLine(u"甲", {200});
+    addLine(u"乙", {200});
+    lines[0].floats.resize(1);
+    lines[1].floats.resize(2);
+    EXPECT_EQ(set().floats.size(), 3U);
+}
+
+TEST_F(VerticalCells, PicturesStandUprightInThem) {
+    auto picture = *word::Picture::fromImage(test::png(96, 48));
+    picture.setWidth(400);
+    picture.setHeight(300);
+    document.tables.blobs.push_back(picture.blob());
+    typeRow({u"\x01乙", u"甲\v乙\v丙\v丁"}, {0, 1000, 2000}, {downwards, 0});
+    main.characters = {
+        {1, intern(withSprm8(word::withSprm32({}, sprm::CPicLocation, 0), sprm::CFSpec, 1))},
+        {main.size() - 1, {}}};
+    type(u"后\r");
+    const Page page = pages().at(0);
+    ASSERT_EQ(page.layer.pictures.size(), 1U);
+    const PlacedPicture& placed = page.layer.pictures[0];
+    EXPECT_DOUBLE_EQ(placed.width, 400);
+    EXPECT_DOUBLE_EQ(placed.height, 300);
+    EXPECT_DOUBLE_EQ(placed.x + placed.width, 1000 + 1000 - 108);
+    const PlacedText* below = nullptr;
+    for (const PlacedText& text : page.layer.texts) {
+        below = below == nullptr && text.text == u"乙" ? &text : below;
+    }
+    ASSERT_NE(below, nullptr);
+    EXPECT_DOUBLE_EQ(below->baseline, placed.y + 300 + 176);
 }
 
 } // namespace

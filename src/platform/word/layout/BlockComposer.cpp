@@ -54,6 +54,25 @@ std::vector<TextItem> hangingIn(const word::ParagraphFrame& frame, TextItem pict
             spaceBeside(picture, frame.apartAcross, below + frame.apartDown)};
 }
 
+// Frames stand in front of what refers to notes in the strip itself.
+void anchor(const std::vector<AnchoredFloat>& frames, Strip& strip) {
+    std::vector<std::uint32_t> notes;
+    for (const AnchoredFloat& frame : frames) {
+        strip.floats.push_back(frame);
+        notes.insert(notes.end(), frame.notes.begin(), frame.notes.end());
+    }
+    strip.notes.insert(strip.notes.begin(), notes.begin(), notes.end());
+}
+
+// Pictures stand upright in lines that run downwards.
+void turnPictures(std::vector<TextItem>& items) {
+    for (TextItem& item : items) {
+        if (item.kind == TextItem::Kind::picture) {
+            std::swap(item.width, item.height);
+        }
+    }
+}
+
 // Of the text of a cell.
 LineSetting settingWithin(const ComposedCell& cell, const LineSetting& setting) {
     LineSetting inner = setting;
@@ -102,7 +121,7 @@ std::optional<Strip> BlockComposer::rest() {
         return std::nullopt;
     }
     Strip strip;
-    strip.floats = std::exchange(frames_, {});
+    anchor(std::exchange(frames_, {}), strip);
     strip.paragraph = story_.paragraphs.size();
     strip.at = story_.size();
     return strip;
@@ -117,8 +136,7 @@ void BlockComposer::anchorFrames(std::size_t paragraph, Strips& strips) {
         anchoredTo_ = paragraph;
     }
     if (anchoredTo_ == paragraph) {
-        auto& floats = strips.front().floats;
-        floats.insert(floats.end(), anchored_.begin(), anchored_.end());
+        anchor(anchored_, strips.front());
     }
 }
 
@@ -176,6 +194,10 @@ void BlockComposer::composeFrame(const Block& block, const LineSetting& setting)
         strips = composeFramed(block, inner);
     }
     frames_.push_back(framed(frame, inner.width, stacked(strips, shared_.addsSpaces)));
+    for (const Strip& strip : strips) {
+        auto& notes = frames_.back().notes;
+        notes.insert(notes.end(), strip.notes.begin(), strip.notes.end());
+    }
 }
 
 // Each drawing goes with the line that its anchor stands on.
@@ -233,6 +255,9 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
     }
     if (items.isLeftOut) {
         return {};
+    }
+    if (setting.runsDown) {
+        turnPictures(items.items);
     }
     const auto first = std::find_if(items.items.begin(), items.items.end(),
                                     [&](const TextItem& item) { return item.at >= from; });
@@ -365,6 +390,7 @@ void BlockComposer::composeDownwards(const Table& table, std::size_t first,
             LineSetting inner = settingWithin(cell, setting);
             const double width = inner.width;
             inner.grid = {};
+            inner.runsDown = true;
             inner.width = std::max(narrowest, roomWithin(rows, i, cell));
             const word::CellLook look = lookOf(table, first + i, k);
             cell.strips = {runningDown(composeCell(row.cells[k], look, inner), width,

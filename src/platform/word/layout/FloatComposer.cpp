@@ -106,6 +106,16 @@ void dropEndMark(const word::Story& story, Strips& strips) {
     }
 }
 
+// What floats in a text that stands in that part of its holder.
+void hold(std::vector<AnchoredFloat> floats, const PageArea& area, AnchoredFloat& holder) {
+    for (AnchoredFloat& floating : floats) {
+        floating.columnWidth = floating.columnWidth > 0 ? floating.columnWidth : widthOf(area);
+        floating.x += area.left;
+        floating.y += area.top;
+        holder.held.push_back(std::move(floating));
+    }
+}
+
 FloatPlace::Align alignOf(word::ParagraphFrame::Place place) {
     using Place = word::ParagraphFrame::Place;
     switch (place) {
@@ -138,7 +148,7 @@ std::optional<AnchoredFloat> FloatComposer::drawing(std::uint32_t index, const P
     for (std::size_t i = 0; i < shapes->parts.size(); ++i) {
         ShapePart& part = shapes->parts[i];
         Layer layer;
-        addPart(part, fields, setting, layer);
+        addPart(part, fields, setting, layer, result);
         layer.movePlanes(planeOfDrawing(result.place.isBehindText, order, i));
         result.layer.append(std::move(layer), 0, 0);
         result.place.height = std::max(result.place.height, part.area.bottom);
@@ -147,7 +157,7 @@ std::optional<AnchoredFloat> FloatComposer::drawing(std::uint32_t index, const P
 }
 
 void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const LineSetting& setting,
-                            Layer& layer) {
+                            Layer& layer, AnchoredFloat& holder) {
     Stack text = textOf(part, fields, setting);
     if (part.growsWithText) {
         part.area.bottom = part.area.top + part.padding.top + text.height + part.padding.bottom;
@@ -164,7 +174,10 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
         addPicture(part, layer);
     }
     addShape(part, layer);
-    layer.append(text.layer, part.area.left + part.padding.left, part.area.top + part.padding.top);
+    const double left = part.area.left + part.padding.left;
+    const double top = part.area.top + part.padding.top;
+    layer.append(text.layer, left, top);
+    hold(std::move(text.floats), {left, top, part.area.right - part.padding.right, 0}, holder);
 }
 
 // The text on one line, in the size that its area is high. Without its fill it is not seen.
@@ -244,6 +257,7 @@ AnchoredFloat framed(const word::ParagraphFrame& frame, double width, Stack cont
     place.apartAcross = frame.apartAcross;
     place.apartDown = frame.apartDown;
     result.layer = std::move(content.layer);
+    hold(std::move(content.floats), {0, 0, width, 0}, result);
     return result;
 }
 

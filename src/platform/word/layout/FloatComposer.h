@@ -16,8 +16,9 @@ public:
                                          const LineSetting& setting);
 
 private:
+    // What floats in its text is held by `holder`.
     void addPart(ShapePart& part, const PageFields& fields, const LineSetting& setting,
-                 Layer& layer);
+                 Layer& layer, AnchoredFloat& holder);
     void addArt(const ShapePart& part, Layer& layer);
     Stack textOf(const ShapePart& part, const PageFields& fields, const LineSetting& setting);
 

@@ -85,7 +85,7 @@ HeaderStrips::Set HeaderStrips::set(const Of& page, word::HeaderKind first, word
     growAround(set);
     set.layer.movePlanes(toHeader);
     for (AnchoredFloat& floating : set.floats) {
-        floating.layer.movePlanes(toHeader);
+        movePlanes(floating, toHeader);
     }
     return set;
 }

@@ -22,6 +22,11 @@ void putOn(Page& page, const AnchoredFloat& floating, FloatFrame frame) {
     }
     const PageArea area = areaOf(floating.place, frame);
     page.layer.append(floating.layer, area.left, area.top);
+    frame.column = {area.left, 0, area.right, 0};
+    frame.anchorTop = area.top;
+    for (const AnchoredFloat& held : floating.held) {
+        putOn(page, held, frame);
+    }
 }
 
 void putOn(Page& page, const Stack& stack, const word::SectionPaper& paper, double top) {

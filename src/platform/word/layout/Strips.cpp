@@ -14,6 +14,15 @@ std::size_t sizeOf(const std::vector<PlacedText>& texts) {
     return size;
 }
 
+std::size_t sizeOf(const AnchoredFloat& floating) {
+    std::size_t size = sizeof(floating) + qvnd::layout::sizeOf(floating.layer) +
+                       floating.notes.size() * sizeof(floating.notes.front());
+    for (const AnchoredFloat& held : floating.held) {
+        size += sizeOf(held);
+    }
+    return size;
+}
+
 // Of Strips or SharedStrips.
 template <class List>
 double heightOfAll(const List& strips, bool addsSpaces) {
@@ -52,10 +61,17 @@ std::size_t sizeOf(const Layer& layer) {
     return size;
 }
 
+void movePlanes(AnchoredFloat& floating, Plane by) {
+    floating.layer.movePlanes(by);
+    for (AnchoredFloat& held : floating.held) {
+        movePlanes(held, by);
+    }
+}
+
 std::size_t sizeOf(const Strip& strip) {
     std::size_t size = sizeof(strip) + sizeOf(strip.layer);
     for (const AnchoredFloat& floating : strip.floats) {
-        size += sizeof(floating) + sizeOf(floating.layer);
+        size += sizeOf(floating);
     }
     if (strip.row) {
         size += sizeof(RowParts) + sizeOf(strip.row->frame);

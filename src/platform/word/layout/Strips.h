@@ -20,7 +20,12 @@ struct AnchoredFloat {
     double x = 0;           // of the column's left edge, from the strip's upper left corner
     double y = 0;           // of the anchor, from the strip's upper left corner
     double columnWidth = 0; // of a table cell; 0: the strip is in a column of the page
+    std::vector<AnchoredFloat> held{};  // what floats in it, relative to its upper left corner
+    std::vector<std::uint32_t> notes{}; // the footnotes referenced in it
 };
+
+// Moves it to higher planes, or to lower ones, with all that it holds.
+void movePlanes(AnchoredFloat& floating, Plane by);
 
 // A horizontal strip of content: a line of text, a table row or a part of a table row. `layer` is
 // relative to the strip's upper left corner; the strip's left edge is the left edge of the column.

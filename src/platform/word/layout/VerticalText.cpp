@@ -45,6 +45,13 @@ public:
             turned.y2 = rule.x2;
             result.rules.push_back(turned);
         }
+        for (const PlacedPicture& picture : line.pictures) {
+            PlacedPicture upright = picture;
+            upright.x = right_ - top - picture.y - picture.height;
+            upright.y = picture.x;
+            std::swap(upright.width, upright.height);
+            result.pictures.push_back(std::move(upright));
+        }
         for (const PlacedText& text : line.texts) {
             addText(text, top, middle, result);
         }
@@ -101,6 +108,7 @@ Strip runningDown(const Strips& lines, double width, VerticalAlignment alignment
     Strip result = lines.empty() ? Strip{} : lines.front();
     result.layer = {};
     result.notes.clear();
+    result.floats.clear();
     result.row = nullptr;
     result.before = result.after = 0;
     const double rest = width - heightOf(lines, addsSpaces);
@@ -111,6 +119,7 @@ Strip runningDown(const Strips& lines, double width, VerticalAlignment alignment
         top += i > 0 ? gapBetween(lines[i - 1], line, addsSpaces) : line.before;
         turning.add(line.layer, top, line.height / 2, result.layer);
         result.notes.insert(result.notes.end(), line.notes.begin(), line.notes.end());
+        result.floats.insert(result.floats.end(), line.floats.begin(), line.floats.end());
         top += line.height;
     }
     return result;
