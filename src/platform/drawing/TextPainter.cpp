@@ -1,12 +1,12 @@
 #include "platform/drawing/TextPainter.h"
 
 #include "platform/drawing/CairoImage.h"
+#include "platform/drawing/UnderlinePainter.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <numbers>
 #include <numeric>
-#include <utility>
 
 namespace qvnd::drawing {
 
@@ -47,22 +47,21 @@ void moveTo(cairo_t* context, const PlacedText& text, double aside) {
 
 // Under and through the text.
 void paintLines(cairo_t* context, const PlacedText& text) {
-    constexpr double below = 0.12; // of the size
-    constexpr double through = -0.28;
+    constexpr double through = -0.28; // of the size
     constexpr double thinnest = 10;
-    const double width = std::accumulate(text.advances.begin(), text.advances.end(), 0.0);
     cairo_save(context);
     moveTo(context, text, 0);
     setColour(context, colourOf(text));
-    cairo_set_line_width(context, std::max(thinnest, text.size / 18));
-    cairo_set_line_cap(context, CAIRO_LINE_CAP_SQUARE);
-    for (const auto& [wanted, part] :
-         {std::pair{text.underlined, below}, std::pair{text.struckOut, through}}) {
-        if (wanted) {
-            cairo_move_to(context, 0, part * text.size);
-            cairo_line_to(context, width, part * text.size);
-            cairo_stroke(context);
-        }
+    if (text.underline.isSeen()) {
+        paintUnderline(context, text);
+    }
+    if (text.struckOut) {
+        const double width = std::accumulate(text.advances.begin(), text.advances.end(), 0.0);
+        cairo_set_line_width(context, std::max(thinnest, text.size / 18));
+        cairo_set_line_cap(context, CAIRO_LINE_CAP_SQUARE);
+        cairo_move_to(context, 0, through * text.size);
+        cairo_line_to(context, width, through * text.size);
+        cairo_stroke(context);
     }
     cairo_restore(context);
 }

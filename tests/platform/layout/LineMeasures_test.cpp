@@ -2,6 +2,7 @@
 
 #include "platform/layout/ComposedLines.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -126,7 +127,7 @@ TEST_F(LineMeasures, ARunIsDrawnInItsLook) {
     EXPECT_EQ(layer.texts[0].colour, 0x123456U);
     EXPECT_TRUE(layer.texts[0].struckOut);
     EXPECT_TRUE(layer.texts[0].bold);
-    EXPECT_FALSE(layer.texts[0].underlined);
+    EXPECT_FALSE(layer.texts[0].underline.isSeen());
     ASSERT_EQ(layer.fills.size(), 2U) << "behind each character";
     EXPECT_DOUBLE_EQ(layer.fills[1].x, 200);
     EXPECT_DOUBLE_EQ(layer.fills[1].width, 200);
@@ -203,6 +204,48 @@ TEST_F(LineMeasures, StretchedLinesLeaveWhatStandsInFrontOfATab) {
     EXPECT_DOUBLE_EQ(texts[1].x, 650);
     EXPECT_EQ(texts[1].text, u"三四五六七八");
     EXPECT_NEAR(rightOf(0), 2000, 0.1);
+}
+
+// The area of an outline.
+PageArea areaOf(const Outline& outline) {
+    const auto& points = outline.path.points;
+    PageArea area{points.at(0).x, points.at(0).y, points.at(0).x, points.at(0).y};
+    for (const PathPoint& point : points) {
+        area = {std::min(area.left, point.x), std::min(area.top, point.y),
+                std::max(area.right, point.x), std::max(area.bottom, point.y)};
+    }
+    return area;
+}
+
+TEST_F(LineMeasures, EmphasisMarksStandAtTheMiddleOfEachCharacterThatIsSeen) {
+    using Emphasis = word::ResolvedText::Emphasis;
+    type(U"甲 乙");
+    look.emphasis = Emphasis::dotBelow;
+    const Layer below = compose()[0].layer;
+    ASSERT_EQ(below.outlines.size(), 2U);
+    const PageArea dot = areaOf(below.outlines[0]);
+    EXPECT_DOUBLE_EQ((dot.left + dot.right) / 2, 100);
+    EXPECT_GT(dot.top, below.texts[0].baseline);
+    EXPECT_TRUE(below.outlines[0].fill);
+    EXPECT_DOUBLE_EQ(areaOf(below.outlines[1]).left - dot.left, 300);
+    for (const Emphasis emphasis :
+         {Emphasis::dotAbove, Emphasis::commaAbove, Emphasis::circleAbove}) {
+        look.emphasis = emphasis;
+        const Layer above = compose()[0].layer;
+        ASSERT_EQ(above.outlines.size(), 2U);
+        EXPECT_LE(areaOf(above.outlines[0]).bottom, above.texts[0].baseline - 160);
+        EXPECT_EQ(above.outlines[0].fill.has_value(), emphasis != Emphasis::circleAbove);
+        EXPECT_EQ(above.outlines[0].hasLine, emphasis == Emphasis::circleAbove);
+    }
+}
+
+TEST_F(LineMeasures, AnEmphasisMarkHasTheColourOfItsCharacter) {
+    type(U"甲");
+    look.emphasis = word::ResolvedText::Emphasis::dotBelow;
+    look.colour = 0x123456;
+    const Strips& lines = compose();
+    ASSERT_EQ(lines[0].layer.outlines.size(), 1U);
+    EXPECT_EQ(lines[0].layer.outlines[0].fill, 0x123456U);
 }
 
 } // namespace

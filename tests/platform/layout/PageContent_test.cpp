@@ -35,10 +35,10 @@ TEST_F(PageContent, TextBearsTheLookOfItsStyleAndItsOwn) {
     EXPECT_EQ(plain.size, 320);
     EXPECT_EQ(plain.face, 1U) << "bold";
     EXPECT_EQ(plain.colour, std::nullopt);
-    EXPECT_FALSE(plain.underlined);
+    EXPECT_FALSE(plain.underline.isSeen());
     EXPECT_EQ(textAt(page, u"红").colour, 0xFF0000U);
     EXPECT_EQ(textAt(page, u"蓝").colour, 0x0000FFU);
-    EXPECT_TRUE(textAt(page, u"蓝").underlined);
+    EXPECT_TRUE(textAt(page, u"蓝").underline.isSeen());
 }
 
 TEST_F(PageContent, TextBearsTheEffectsOfItsLetters) {

@@ -123,7 +123,7 @@ TEST_F(Letters, BlackOnesInReliefAreAsWhiteAsPaper) {
 
 TEST_F(Letters, AnUnderlineKeepsTheColourOfTheText) {
     letter().effects.relief = Relief::raised;
-    letter().underlined = true;
+    letter().underline.kind = word::Underline::Kind::plain;
     const Area line = areaOf(0x000000);
     EXPECT_GT(line.pixels, 1000);
     EXPECT_GT(line.y, 420) << "below the letter";
@@ -135,6 +135,103 @@ TEST_F(Letters, AReaderOfThePdfFindsThemOnceWhateverTheirEffects) {
     const std::string content = pageContent();
     EXPECT_EQ(countOf(content, "Tj"), 1);
     EXPECT_GE(countOf(content, " f\n") + countOf(content, " f "), 2) << content;
+}
+
+// The red underline of a wide letter.
+class Underlines : public Letters {
+protected:
+    using Kind = word::Underline::Kind;
+    Underlines() {
+        letter().text = u"I I";
+        letter().advances = {130, 80, 130};
+    }
+    static constexpr std::uint32_t red = 0xFF0000;
+
+    void paint(const word::Underline& line) {
+        letter().underline = line;
+        letter().underline.colour = red;
+        image = PagePainter(fonts, nullptr).image(page, 500);
+    }
+    bool isRed(int x, int y) const {
+        const auto* pixel = image.pixels.data() + std::size_t{4} * (y * image.width + x);
+        return pixel[2] > pixel[1] + 60;
+    }
+    // How many stretches of red any row or column has at most.
+    int mostStretches(bool across) const {
+        int most = 0;
+        for (int a = 0; a < 500; ++a) {
+            int count = 0;
+            bool before = false;
+            for (int b = 0; b < 500; ++b) {
+                const bool here = across ? isRed(b, a) : isRed(a, b);
+                count += here && !before ? 1 : 0;
+                before = here;
+            }
+            most = std::max(most, count);
+        }
+        return most;
+    }
+    int rows() const {
+        int count = 0;
+        for (int y = 0; y < 500; ++y) {
+            bool any = false;
+            for (int x = 0; x < 500; ++x) {
+                any = any || isRed(x, y);
+            }
+            count += any ? 1 : 0;
+        }
+        return count;
+    }
+
+    PixelImage image;
+};
+
+TEST_F(Underlines, HaveAColourOfTheirOwn) {
+    paint({Kind::plain});
+    EXPECT_EQ(mostStretches(true), 1);
+    EXPECT_EQ(mostStretches(false), 1);
+    const int thin = rows();
+    EXPECT_GT(thin, 10);
+    paint({Kind::plain, true});
+    EXPECT_GT(rows(), thin * 3 / 2) << "a thick one";
+}
+
+TEST_F(Underlines, OfWordsLeaveBlanksOut) {
+    paint({Kind::plain, false, true});
+    EXPECT_EQ(mostStretches(true), 2);
+}
+
+TEST_F(Underlines, OfTwoLinesHaveARoomBetweenThem) {
+    paint({Kind::twofold});
+    EXPECT_EQ(mostStretches(false), 2);
+    EXPECT_EQ(mostStretches(true), 1);
+}
+
+TEST_F(Underlines, AreBrokenAsTheirKindSays) {
+    paint({Kind::dotted});
+    const int dots = mostStretches(true);
+    paint({Kind::dashed});
+    const int dashes = mostStretches(true);
+    paint({Kind::longDashed});
+    const int longDashes = mostStretches(true);
+    EXPECT_GT(dots, dashes);
+    EXPECT_GT(dashes, longDashes);
+    EXPECT_GT(longDashes, 1);
+    paint({Kind::dotDash});
+    EXPECT_GT(mostStretches(true), longDashes);
+    paint({Kind::dotDotDash});
+    EXPECT_GT(mostStretches(true), dashes);
+}
+
+TEST_F(Underlines, MayGoUpAndDown) {
+    paint({Kind::plain});
+    const int straight = rows();
+    paint({Kind::wavy});
+    EXPECT_GT(rows(), straight);
+    EXPECT_GT(mostStretches(true), 3);
+    EXPECT_EQ(mostStretches(false), 1);
+    paint({Kind::twofoldWavy});
+    EXPECT_EQ(mostStretches(false), 2);
 }
 
 } // namespace

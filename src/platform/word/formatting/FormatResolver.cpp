@@ -59,7 +59,7 @@ const ResolvedText& FormatResolver::label(StyleIndex paragraphStyle, PropertyLis
         at->second = resolvedTextOf(look, {});
         // Underlines and markers belong to the text; a label has its level's own.
         const auto line = findSprm(tables_.lists[level], sprm::CKul);
-        at->second.underlined = line && line->operand[0] != 0;
+        at->second.underline = line ? underlineOf(line->operand[0]) : Underline();
         at->second.background.reset();
     }
     return at->second;

@@ -52,6 +52,20 @@ LetterEffects effectsOf(const ResolvedProperties& look) {
     return effects;
 }
 
+Underline underlineIn(const ResolvedProperties& look) {
+    Underline line = underlineOf(numberOf(look, sprm::CKul));
+    if (const auto colour = settingOf(look, sprm::CCvUl)) {
+        line.colour = colourOfReference(numberOf(*colour));
+    }
+    return line;
+}
+
+ResolvedText::Emphasis emphasisOf(const ResolvedProperties& look) {
+    constexpr std::uint32_t last = 4;
+    const std::uint32_t kcd = numberOf(look, sprm::CKcd);
+    return kcd <= last ? static_cast<ResolvedText::Emphasis>(kcd) : ResolvedText::Emphasis::none;
+}
+
 void readMeasures(const ResolvedProperties& look, ResolvedText& format) {
     constexpr std::uint32_t smallest = 2;
     constexpr std::uint32_t largest = 3276;
@@ -107,7 +121,8 @@ ResolvedText resolvedTextOf(const ResolvedProperties& look, ByteView own) {
     readMeasures(look, format);
     format.bold = look.toggle(sprm::CFBold);
     format.italic = look.toggle(sprm::CFItalic);
-    format.underlined = numberOf(look, sprm::CKul) != 0;
+    format.underline = underlineIn(look);
+    format.emphasis = emphasisOf(look);
     format.struckOut = look.toggle(sprm::CFStrike) || numberOf(look, sprm::CFDStrike) != 0;
     format.effects = effectsOf(look);
     format.capitals = look.toggle(sprm::CFCaps);

@@ -2,6 +2,7 @@
 
 #include "platform/word/formatting/LetterEffects.h"
 #include "platform/word/formatting/PropertyValues.h"
+#include "platform/word/formatting/Underline.h"
 
 #include <cstdint>
 #include <optional>
@@ -17,6 +18,8 @@ struct SymbolCharacter {
 // The formatting of a character: styles and direct formatting combined.
 struct ResolvedText {
     enum class Script : std::uint8_t { normal, raised, lowered };
+    // A mark at each character (KCD).
+    enum class Emphasis : std::uint8_t { none, dotAbove, commaAbove, circleAbove, dotBelow };
 
     // Indexes into DocumentTables::fonts: for Latin, East Asian and all other characters.
     std::uint16_t latinFont = 0;
@@ -27,9 +30,10 @@ struct ResolvedText {
     int halfPoints = 20;
     bool bold = false;
     bool italic = false;
-    bool underlined = false;
+    Underline underline;
     bool struckOut = false;
     LetterEffects effects;
+    Emphasis emphasis = Emphasis::none;
     bool capitals = false;
     bool smallCapitals = false;
     bool hidden = false;

@@ -1,6 +1,7 @@
 #include "platform/word/layout/CharacterPlacement.h"
 
 #include "platform/word/layout/CharacterClasses.h"
+#include "platform/word/layout/EmphasisMarks.h"
 
 #include <algorithm>
 #include <string>
@@ -55,7 +56,7 @@ PlacedText textOf(const CharacterPlace& place) {
     text.stretch = item.format->scalePercent / 100.0;
     text.face = item.face;
     text.colour = item.format->colour;
-    text.underlined = item.format->underlined;
+    text.underline = item.format->underline;
     text.struckOut = item.format->struckOut || item.format->deleted;
     text.effects = item.format->effects;
     text.bold = item.format->bold;
@@ -98,6 +99,7 @@ double gapBetweenScripts(const TextItem& a, const TextItem& b,
 void addCharacter(const CharacterPlace& place, FontMetrics& fonts, Layer& layer) {
     addBackground(place, fonts, layer);
     addBorder(place, fonts, layer);
+    addEmphasis(place, fonts, layer);
     if (!place.goesOn || layer.texts.empty()) {
         layer.texts.push_back(textOf(place));
         layer.texts.back().text.reserve(place.run);

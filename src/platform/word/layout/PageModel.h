@@ -2,6 +2,7 @@
 
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/formatting/LetterEffects.h"
+#include "platform/word/formatting/Underline.h"
 #include "platform/word/layout/FontMetrics.h"
 #include "platform/word/layout/Path.h"
 #include "platform/word/layout/ShapeTurn.h"
@@ -34,7 +35,7 @@ struct PlacedText {
     std::u16string text;
     std::vector<float> advances; // one for each code unit; 0 for the second of a surrogate pair
     std::optional<std::uint32_t> colour{};
-    bool underlined = false;
+    word::Underline underline{};
     bool struckOut = false;
     word::LetterEffects effects;
     bool isTurned = false; // runs downwards: turned a quarter clockwise about its beginning

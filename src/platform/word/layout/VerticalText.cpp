@@ -52,6 +52,12 @@ public:
             std::swap(upright.width, upright.height);
             result.pictures.push_back(std::move(upright));
         }
+        for (const Outline& outline : line.outlines) {
+            result.outlines.push_back(outline);
+            for (PathPoint& point : result.outlines.back().path.points) {
+                point = {right_ - top - point.y, point.x};
+            }
+        }
         for (const PlacedText& text : line.texts) {
             addText(text, top, middle, result);
         }
@@ -69,7 +75,8 @@ private:
                 const double width = fonts_.advance(text.face, c) * text.size;
                 upright.x = right_ - top - middle - width / 2;
                 upright.baseline = along + aboveBaseline * text.size;
-                upright.underlined = upright.struckOut = false;
+                upright.underline = {};
+                upright.struckOut = false;
                 append(upright, c, static_cast<float>(width));
             } else {
                 if (!goesOn) {

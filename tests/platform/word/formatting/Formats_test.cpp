@@ -203,11 +203,11 @@ TEST_F(Formats, ALabelHasTheUnderlineAndTheMarkerOfItsLevelAlone) {
     const auto label = [&](const Bytes& level) -> const ResolvedText& {
         return formats().label(0, own, pool.intern(level));
     };
-    EXPECT_FALSE(label({}).underlined);
-    EXPECT_FALSE(label(withSprm8({}, sprm::CKul, 0)).underlined);
-    EXPECT_TRUE(label(withSprm8({}, sprm::CKul, 1)).underlined);
+    EXPECT_FALSE(label({}).underline.isSeen());
+    EXPECT_FALSE(label(withSprm8({}, sprm::CKul, 0)).underline.isSeen());
+    EXPECT_TRUE(label(withSprm8({}, sprm::CKul, 1)).underline.isSeen());
     EXPECT_EQ(label({}).background, std::nullopt);
-    EXPECT_TRUE(formats().text(0, own).underlined);
+    EXPECT_TRUE(formats().text(0, own).underline.isSeen());
     EXPECT_EQ(formats().text(0, own).background, 0xFFFF00U);
 }
 

@@ -317,11 +317,38 @@ TEST(TextProperties, CharactersStandApartRaisedOrLowered) {
     EXPECT_EQ(textWithByte(sprm::CIss, 3).script, ResolvedText::Script::normal);
 }
 
+TEST(TextProperties, AnUnderlineHasAKindAndAColourOfItsOwn) {
+    using Kind = Underline::Kind;
+    const auto line = [](unsigned kul) { return textWithByte(sprm::CKul, kul).underline; };
+    EXPECT_EQ(line(1), Underline{Kind::plain});
+    EXPECT_EQ(line(2), (Underline{Kind::plain, false, true})) << "words alone";
+    EXPECT_EQ(line(3), Underline{Kind::twofold});
+    EXPECT_EQ(line(4), Underline{Kind::dotted});
+    EXPECT_FALSE(line(5).isSeen()) << "hidden";
+    EXPECT_EQ(line(6), (Underline{Kind::plain, true}));
+    EXPECT_EQ(line(11), Underline{Kind::wavy});
+    EXPECT_EQ(line(27), (Underline{Kind::wavy, true}));
+    EXPECT_EQ(line(43), Underline{Kind::twofoldWavy});
+    EXPECT_EQ(line(55), (Underline{Kind::longDashed, true}));
+    EXPECT_EQ(line(99), Underline{Kind::plain}) << "one that is not known";
+    const Bytes red = withSprm32(withSprm8({}, sprm::CKul, 1), sprm::CCvUl, 0x0000FF);
+    EXPECT_EQ(textOfList(red).underline.colour, 0xFF0000U);
+    EXPECT_EQ(textOfList(withSprm32(red, sprm::CCvUl, 0xFF000000)).underline.colour, std::nullopt);
+}
+
+TEST(TextProperties, EmphasisMarksAreOfFourKinds) {
+    using Emphasis = ResolvedText::Emphasis;
+    EXPECT_EQ(textWithByte(sprm::CKcd, 0).emphasis, Emphasis::none);
+    EXPECT_EQ(textWithByte(sprm::CKcd, 1).emphasis, Emphasis::dotAbove);
+    EXPECT_EQ(textWithByte(sprm::CKcd, 4).emphasis, Emphasis::dotBelow);
+    EXPECT_EQ(textWithByte(sprm::CKcd, 5).emphasis, Emphasis::none);
+}
+
 TEST(TextProperties, EachSwitchChangesItsOwnLook) {
     EXPECT_TRUE(textWithByte(sprm::CFBold, 1).bold);
     EXPECT_TRUE(textWithByte(sprm::CFItalic, 1).italic);
-    EXPECT_TRUE(textWithByte(sprm::CKul, 3).underlined);
-    EXPECT_FALSE(textWithByte(sprm::CKul, 0).underlined);
+    EXPECT_TRUE(textWithByte(sprm::CKul, 3).underline.isSeen());
+    EXPECT_FALSE(textWithByte(sprm::CKul, 0).underline.isSeen());
     EXPECT_TRUE(textWithByte(sprm::CFStrike, 1).struckOut);
     EXPECT_TRUE(textWithByte(sprm::CFDStrike, 1).struckOut);
     EXPECT_TRUE(textWithByte(sprm::CFCaps, 1).capitals);
@@ -329,7 +356,7 @@ TEST(TextProperties, EachSwitchChangesItsOwnLook) {
     EXPECT_TRUE(textWithByte(sprm::CFVanish, 1).hidden);
     EXPECT_FALSE(textWithByte(sprm::CFUsePgsuSettings, 0).snapsToGrid);
     const ResolvedText plain = textOfList({});
-    EXPECT_FALSE(plain.bold || plain.italic || plain.underlined || plain.struckOut ||
+    EXPECT_FALSE(plain.bold || plain.italic || plain.underline.isSeen() || plain.struckOut ||
                  plain.capitals || plain.smallCapitals || plain.hidden || plain.deleted ||
                  plain.special || plain.isData || plain.eastAsianHint);
     EXPECT_TRUE(plain.snapsToGrid);

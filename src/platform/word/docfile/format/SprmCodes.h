@@ -23,6 +23,7 @@ inline constexpr std::uint16_t CFBold = 0x0835;
 inline constexpr std::uint16_t CFItalic = 0x0836;
 inline constexpr std::uint16_t CFVanish = 0x083C;
 inline constexpr std::uint16_t CKul = 0x2A3E;
+inline constexpr std::uint16_t CKcd = 0x2A34; // emphasis marks
 inline constexpr std::uint16_t CIco = 0x2A42;
 inline constexpr std::uint16_t CHps = 0x4A43;
 inline constexpr std::uint16_t CHpsBi = 0x4A61;
