@@ -40,8 +40,8 @@ std::uint32_t colourWithin(const PlacedText& text) {
 
 void moveTo(cairo_t* context, const PlacedText& text, double aside) {
     cairo_translate(context, text.x + aside, text.baseline + aside);
-    if (text.isTurned) {
-        cairo_rotate(context, std::numbers::pi / 2);
+    if (text.quarterTurns != 0) {
+        cairo_rotate(context, text.quarterTurns * std::numbers::pi / 2);
     }
 }
 

@@ -163,9 +163,6 @@ TEST_F(FloatingShape, TextThatHasNoRoomInABoxOfFixedHeightIsCutOff) {
     ASSERT_EQ(cut.size(), 5U);
     EXPECT_FALSE(cut[3].endsAt);
     EXPECT_EQ(cut[4].endsAt, 1000);
-    look.set(0x0088, 1); // runs downwards, but is set across
-    EXPECT_EQ(composedText(text).layer.texts.size(), 7U);
-    look.set(0x0088, 0);
     look.setFlag(0x00BF, 0x02, true); // the box is as high as its text
     EXPECT_EQ(composedText(text).layer.texts.size(), 7U);
 }
@@ -360,6 +357,33 @@ TEST_F(FloatingShape, AFrameInItsTextStandsInIt) {
     EXPECT_EQ(floating.held[0].layer.texts.at(0).text, u"框");
     EXPECT_DOUBLE_EQ(floating.held[0].x, 144) << "of the text's room";
     EXPECT_DOUBLE_EQ(floating.held[0].y, 72);
+}
+
+TEST_F(FloatingShape, ItsTextMayRunDownwardsOrUpwards) {
+    constexpr unsigned downwards = 1;
+    constexpr unsigned upwards = 2;
+    constexpr unsigned turnedDownwards = 3;
+    look.set(0x0088, downwards);
+    const auto down = composedText(u"一二三四五六\r").layer.texts;
+    ASSERT_EQ(down.size(), 6U);
+    EXPECT_EQ(down[0].text, u"一");
+    EXPECT_DOUBLE_EQ(down[0].x, 1000 - 144 - 200);
+    EXPECT_DOUBLE_EQ(down[0].baseline, 72 + 176);
+    EXPECT_DOUBLE_EQ(down[3].baseline, 72 + 600 + 176) << "four have room in 1000 - 72 - 72";
+    EXPECT_DOUBLE_EQ(down[4].x, 1000 - 144 - 400);
+    look.set(0x0088, upwards);
+    const auto up = composedText(u"一二三四五六\r").layer.texts;
+    ASSERT_EQ(up.size(), 2U);
+    EXPECT_DOUBLE_EQ(up[0].x, 144 + 160);
+    EXPECT_DOUBLE_EQ(up[0].baseline, 1000 - 72);
+    EXPECT_DOUBLE_EQ(up[1].x, 144 + 200 + 160);
+    EXPECT_EQ(up[0].quarterTurns, -1);
+    look.set(0x0088, turnedDownwards);
+    const auto turned = composedText(u"一二三四五六\r").layer.texts;
+    ASSERT_EQ(turned.size(), 2U);
+    EXPECT_DOUBLE_EQ(turned[0].x, 1000 - 144 - 160);
+    EXPECT_DOUBLE_EQ(turned[0].baseline, 72);
+    EXPECT_EQ(turned[0].quarterTurns, 1);
 }
 
 } // namespace

@@ -116,7 +116,7 @@ TEST_F(Painting, TurnedTextRunsDownwardsFromItsBeginning) {
     page.layer.texts[0].baseline = 20;
     page.layer.texts[0].x = 500;
     page.layer.texts[0].advances.assign(4, 110);
-    page.layer.texts[0].isTurned = true;
+    page.layer.texts[0].quarterTurns = 1;
     page.layer.texts[0].underline.kind = word::Underline::Kind::plain;
     const PixelImage image = paint();
     const auto inkWithin = [&](int left, int right) {

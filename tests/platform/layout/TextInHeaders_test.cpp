@@ -226,6 +226,14 @@ TEST_F(TextInHeaders, AFormulaThatIsNotUnderstoodKeepsWhatItStored) {
         putFields(u"{" + std::u16string(code) + u"|旧}", {formulaField, pageField});
         EXPECT_EQ(headers(), Texts{"旧"}) << toUtf8(code);
     }
+    std::u16string endless = u"{PAGE|1}";
+    for (int i = 0; i < 20; ++i) {
+        endless += u"*99999999999999999999";
+    }
+    for (const std::u16string& sum : {endless, endless + u"-" + endless}) {
+        putFields(u"{= " + sum + u"|旧}", {formulaField, pageField, pageField});
+        EXPECT_EQ(headers(), Texts{"旧"});
+    }
     const std::u16string deep(100'000, u'(');
     putFields(u"{= " + deep + u"{PAGE|1}|旧}", {formulaField, pageField});
     EXPECT_EQ(headers(), Texts{"旧"});

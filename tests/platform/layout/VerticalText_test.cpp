@@ -29,7 +29,7 @@ protected:
         lines.back().layer.texts = {run};
     }
     Strip set(VerticalAlignment alignment = VerticalAlignment::top) {
-        return runningDown(lines, 600, alignment, fonts, true);
+        return turnedText(lines, {600, 1000, alignment, word::TextFlow::down}, fonts, true);
     }
 
     Strips lines;
@@ -43,7 +43,7 @@ TEST_F(RunningDown, ChineseCharactersStandUprightOneBelowTheOther) {
     EXPECT_EQ(texts[0].text, u"甲");
     EXPECT_DOUBLE_EQ(texts[0].x, 400);
     EXPECT_DOUBLE_EQ(texts[0].baseline, 176);
-    EXPECT_FALSE(texts[0].isTurned);
+    EXPECT_EQ(texts[0].quarterTurns, 0);
     EXPECT_EQ(texts[1].text, u"乙");
     EXPECT_DOUBLE_EQ(texts[1].x, 400);
     EXPECT_DOUBLE_EQ(texts[1].baseline, 376);
@@ -54,11 +54,11 @@ TEST_F(RunningDown, OtherCharactersAndBracketsAreTurnedTogether) {
     const auto texts = set().layer.texts;
     ASSERT_EQ(texts.size(), 3U);
     EXPECT_EQ(texts[1].text, u"（ab）");
-    EXPECT_TRUE(texts[1].isTurned);
+    EXPECT_EQ(texts[1].quarterTurns, 1);
     EXPECT_DOUBLE_EQ(texts[1].x, 600 - 160);
     EXPECT_DOUBLE_EQ(texts[1].baseline, 200);
     EXPECT_EQ(texts[1].advances, (std::vector<float>{200, 100, 100, 200}));
-    EXPECT_FALSE(texts[2].isTurned);
+    EXPECT_EQ(texts[2].quarterTurns, 0);
     EXPECT_DOUBLE_EQ(texts[2].baseline, 976);
 }
 
@@ -156,6 +156,21 @@ TEST_F(VerticalCells, PicturesStandUprightInThem) {
     }
     ASSERT_NE(below, nullptr);
     EXPECT_DOUBLE_EQ(below->baseline, placed.y + 300 + 176);
+}
+
+TEST_F(VerticalCells, TextThatRunsUpwardsHasItsLinesFromLeftToRight) {
+    constexpr unsigned upwards = 3U << 2U;
+    typeRow({u"一二\v三", u"甲\v乙\v丙"}, {0, 1000, 2000}, {upwards, 0});
+    type(u"后\r");
+    const Page page = pages().at(0);
+    const PlacedText& first = textAt(page, u"一二");
+    EXPECT_DOUBLE_EQ(first.x, 1000 + 108 + 160);
+    EXPECT_NEAR(first.baseline, textAt(page, u"后").baseline - 160, 20)
+        << "from the foot of the row";
+    EXPECT_EQ(first.quarterTurns, -1);
+    EXPECT_DOUBLE_EQ(textAt(page, u"三").x - first.x, 200);
+    EXPECT_DOUBLE_EQ(textAt(page, u"三").baseline, first.baseline);
+    EXPECT_NEAR(textAt(page, u"后").baseline - textAt(page, u"丙").baseline, 200, 20);
 }
 
 } // namespace

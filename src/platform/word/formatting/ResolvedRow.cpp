@@ -24,8 +24,11 @@ constexpr unsigned alignmentShift = 7;
 constexpr unsigned flowShift = 2;
 constexpr unsigned flowMask = 7;
 
-// Of the values of a text flow, two are ways in which characters stand in lines that run downwards.
-bool runsDown(unsigned flow) { return flow == 1 || flow == 5; }
+// The text flow of a cell, [MS-DOC] 2.9.316. Two values are ways in which characters stand in lines
+// that run downwards.
+TextFlow flowOf(unsigned value) {
+    return value == 1 || value == 5 ? TextFlow::down : value == 3 ? TextFlow::up : TextFlow::across;
+}
 
 VerticalAlignment verticalAlignmentOf(unsigned value) {
     return value == 1   ? VerticalAlignment::centre
@@ -234,7 +237,7 @@ private:
         cell.mergedLeft = (flags & horizontalMask) >= mergedAcross;
         cell.mergedAbove = (flags & verticalMask) == mergedDown;
         cell.alignment = verticalAlignmentOf((flags >> alignmentShift) & 3U);
-        cell.runsDown = runsDown((flags >> flowShift) & flowMask);
+        cell.flow = flowOf((flags >> flowShift) & flowMask);
         reader.skip(2); // wWidth
         for (Border* side : {&cell.topSide, &cell.leftSide, &cell.bottomSide, &cell.rightSide}) {
             *side = borderOf(reader.view(brc80Size));
@@ -280,7 +283,7 @@ private:
     void readTextFlow(ByteView operand) {
         for (std::size_t i = operand[0]; i < std::min<std::size_t>(operand[1], row_.cells.size());
              ++i) {
-            row_.cells[i].runsDown = runsDown(operand[2]);
+            row_.cells[i].flow = flowOf(operand[2]);
         }
     }
 

@@ -11,13 +11,17 @@ namespace qvnd::word {
 
 enum class VerticalAlignment : std::uint8_t { top, centre, bottom };
 
+// How the lines of a text run. Downwards they follow from right to left, Chinese characters upright
+// or turned with all others; upwards from left to right.
+enum class TextFlow : std::uint8_t { across, down, downTurned, up };
+
 // A cell of a row. Lengths in twips.
 struct ResolvedCell {
     int left = 0; // edges, measured from the text margin
     int right = 0;
     bool mergedLeft = false;  // continues the cell to its left
     bool mergedAbove = false; // continues the cell above
-    bool runsDown = false;    // its text, in lines from right to left
+    TextFlow flow = TextFlow::across;
     VerticalAlignment alignment = VerticalAlignment::top;
     Border topSide;
     Border leftSide;

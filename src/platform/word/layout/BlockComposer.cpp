@@ -64,7 +64,9 @@ void anchor(const std::vector<AnchoredFloat>& frames, Strip& strip) {
     strip.notes.insert(strip.notes.begin(), notes.begin(), notes.end());
 }
 
-// Pictures stand upright in lines that run downwards.
+bool runsAcross(const ComposedCell& cell) { return cell.format.flow == word::TextFlow::across; }
+
+// Pictures stand upright in lines that run downwards or upwards.
 void turnPictures(std::vector<TextItem>& items) {
     for (TextItem& item : items) {
         if (item.kind == TextItem::Kind::picture) {
@@ -256,7 +258,7 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
     if (items.isLeftOut) {
         return {};
     }
-    if (setting.runsDown) {
+    if (setting.isTurned) {
         turnPictures(items.items);
     }
     const auto first = std::find_if(items.items.begin(), items.items.end(),
@@ -325,7 +327,7 @@ Strips BlockComposer::composeRows(const Block& block, const LineSetting& setting
         rows.push_back(composeRow(table, i, setting));
     }
     settleHeights(rows, setting.options.officeLines);
-    composeDownwards(table, first, rows, setting);
+    composeTurned(table, first, rows, setting);
     --depth_;
     const bool office = setting.options.officeLines;
     Strips strips = stripsOf(rows, {shared_.addsSpaces, !office});
@@ -366,7 +368,7 @@ ComposedRow BlockComposer::composeRow(const Table& table, std::size_t index,
         if (!composed.format.tellsBackgrounds && !cell.format.background) {
             cell.format.background = shared_.formats.background(look);
         }
-        if (cell.format.mergedAbove || cell.format.mergedLeft || cell.format.runsDown) {
+        if (cell.format.mergedAbove || cell.format.mergedLeft || !runsAcross(cell)) {
             continue;
         }
         const LineSetting inner = settingWithin(cell, setting);
@@ -376,25 +378,26 @@ ComposedRow BlockComposer::composeRow(const Table& table, std::size_t index,
     return composed;
 }
 
-// Text that runs downwards adds nothing to the height of its row; its lines are as long as the rows
-// are high that the cell reaches over.
-void BlockComposer::composeDownwards(const Table& table, std::size_t first,
-                                     std::vector<ComposedRow>& rows, const LineSetting& setting) {
+// Text that runs downwards or upwards adds nothing to the height of its row; its lines are as long
+// as the rows are high that the cell reaches over.
+void BlockComposer::composeTurned(const Table& table, std::size_t first,
+                                  std::vector<ComposedRow>& rows, const LineSetting& setting) {
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const TableRow& row = table.rows[first + i];
         for (std::size_t k = 0; k < rows[i].cells.size() && k < row.cells.size(); ++k) {
             ComposedCell& cell = rows[i].cells[k];
-            if (!cell.format.runsDown || cell.format.mergedAbove || cell.format.mergedLeft) {
+            if (runsAcross(cell) || cell.format.mergedAbove || cell.format.mergedLeft) {
                 continue;
             }
             LineSetting inner = settingWithin(cell, setting);
             const double width = inner.width;
             inner.grid = {};
-            inner.runsDown = true;
+            inner.isTurned = true;
             inner.width = std::max(narrowest, roomWithin(rows, i, cell));
             const word::CellLook look = lookOf(table, first + i, k);
-            cell.strips = {runningDown(composeCell(row.cells[k], look, inner), width,
-                                       cell.format.alignment, shared_.fonts, shared_.addsSpaces)};
+            cell.strips = {turnedText(composeCell(row.cells[k], look, inner),
+                                      {width, inner.width, cell.format.alignment, cell.format.flow},
+                                      shared_.fonts, shared_.addsSpaces)};
             cell.format.alignment = word::VerticalAlignment::top;
         }
     }

@@ -52,8 +52,8 @@ private:
     void anchorFrames(std::size_t paragraph, Strips& strips);
     Strips composeTable(const Block& block, const LineSetting& setting);
     ComposedRow composeRow(const Table& table, std::size_t index, const LineSetting& setting);
-    void composeDownwards(const Table& table, std::size_t first, std::vector<ComposedRow>& rows,
-                          const LineSetting& setting);
+    void composeTurned(const Table& table, std::size_t first, std::vector<ComposedRow>& rows,
+                       const LineSetting& setting);
     word::CellLook lookOf(const Table& table, std::size_t row, std::size_t cell);
     // Composes the text of a cell that has this look.
     Strips composeCell(const Blocks& blocks, word::CellLook look, const LineSetting& setting);

@@ -223,7 +223,7 @@ std::optional<std::u16string> formulaShown(std::u16string_view instruction) {
         return std::nullopt;
     }
     const auto value = Formula(whole.takeAll([](char16_t) { return true; })).value();
-    if (!value || std::abs(*value) > largest) {
+    if (!value || !(std::abs(*value) <= largest)) { // or no number at all
         return std::nullopt;
     }
     if (const auto at = switches.find(pictureMark); at != std::u16string_view::npos) {

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <map>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -123,21 +125,40 @@ void setReckoned(const word::Story& story, Field& field, Span& span) {
     }
 }
 
-// The reference of a STYLEREF field to a style that the text has.
-std::optional<StyleReference> referenceOf(std::u16string_view instruction,
-                                          const LayoutSource& source) {
-    const auto reference = styleReferenceOf(instruction, source.tables->styles);
-    const auto& paragraphs = source.main->paragraphs;
-    const bool isThere = reference && std::any_of(paragraphs.begin(), paragraphs.end(),
-                                                  [&](const word::ParagraphRun& run) {
-                                                      return run.style == reference->style;
-                                                  });
-    return isThere ? reference : std::nullopt;
-}
+// The references of STYLEREF fields to styles that the text has. A damaged document may have as
+// many of them as paragraphs.
+class References {
+public:
+    explicit References(const LayoutSource& source) : source_(source) {}
+
+    std::optional<StyleReference> of(std::u16string_view instruction) {
+        const auto [known, isNew] = known_.try_emplace(std::u16string(instruction));
+        if (isNew) {
+            const auto reference = styleReferenceOf(instruction, source_.tables->styles);
+            known->second = reference && isUsed(reference->style) ? reference : std::nullopt;
+        }
+        return known->second;
+    }
+
+private:
+    bool isUsed(word::StyleIndex style) {
+        if (!used_) {
+            used_.emplace();
+            for (const word::ParagraphRun& run : source_.main->paragraphs) {
+                used_->insert(run.style);
+            }
+        }
+        return used_->contains(style);
+    }
+
+    const LayoutSource& source_;
+    std::map<std::u16string, std::optional<StyleReference>> known_; // by instruction
+    std::optional<std::set<word::StyleIndex>> used_;
+};
 
 // The replacement for the result of a field.
 Span spanOf(const word::Story& story, Field& field, word::Cp end, const LayoutSource& source,
-            bool office) {
+            References& references, bool office) {
     Span span;
     span.begin = field.begin;
     span.end = end + 1;
@@ -153,7 +174,7 @@ Span spanOf(const word::Story& story, Field& field, word::Cp end, const LayoutSo
     } else if (isReckoned(field.type) && !office) {
         setReckoned(story, field, span);
     } else if (field.type == styleReferenceField && !office) {
-        span.reference = referenceOf(instruction, source);
+        span.reference = references.of(instruction);
         span.shows = span.reference ? Span::Shows::styledText : Span::Shows::nothing;
     }
     if (span.reference || !span.parts.empty()) {
@@ -168,6 +189,7 @@ Span spanOf(const word::Story& story, Field& field, word::Cp end, const LayoutSo
 // that is already unseen needs no span of its own.
 FieldResults::FieldResults(const word::Story& story, const LayoutSource& source, bool office) {
     std::vector<Field> open;
+    References references(source);
     const auto add = [&](Span span) {
         while (!spans_.empty() && spans_.back().begin >= span.begin) {
             spans_.pop_back();
@@ -195,7 +217,7 @@ FieldResults::FieldResults(const word::Story& story, const LayoutSource& source,
         } else {
             Field field = std::move(open.back());
             open.pop_back();
-            Span anew = spanOf(story, field, mark.at, source, office);
+            Span anew = spanOf(story, field, mark.at, source, references, office);
             const bool isUnseen = field.separator == 0 || (office && field.type == unknownField);
             if (anew.shows != Span::Shows::nothing || isUnseen) {
                 add(std::move(anew));

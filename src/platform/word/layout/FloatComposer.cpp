@@ -2,6 +2,7 @@
 
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/ShapeOutlines.h"
+#include "platform/word/layout/VerticalText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -162,7 +163,7 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
     if (part.growsWithText) {
         part.area.bottom = part.area.top + part.padding.top + text.height + part.padding.bottom;
     }
-    if (!part.growsWithText && !part.textRunsDown && part.turn.angle == 0) {
+    if (!part.growsWithText && part.textFlow == word::TextFlow::across && part.turn.angle == 0) {
         constexpr double anywhere = std::numeric_limits<double>::infinity();
         text.layer.cutBelow(heightOf(part.area) - part.padding.top, -anywhere, anywhere);
     }
@@ -229,16 +230,26 @@ Stack FloatComposer::textOf(const ShapePart& part, const PageFields& fields,
     if (!part.text || *part.text >= texts.size() || !texts[*part.text].text) {
         return {};
     }
+    const bool isAcross = part.textFlow == word::TextFlow::across;
+    const double width = widthOf(part.area) - part.padding.left - part.padding.right;
+    const double height = heightOf(part.area) - part.padding.top - part.padding.bottom;
     LineSetting inner = setting;
     inner.grid = {};
     inner.obstacles.clear();
-    inner.width = std::max(narrowest, widthOf(part.area) - part.padding.left - part.padding.right);
+    inner.isTurned = !isAcross;
+    inner.width = std::max(narrowest, isAcross ? width : height);
     const word::Story& story = *texts[*part.text].text;
     BlockComposer composer(shared_, story);
     composer.setPage(fields);
     Strips strips = composer.composeAll(inner);
     dropEndMark(story, strips);
-    return stacked(strips, shared_.addsSpaces);
+    if (isAcross) {
+        return stacked(strips, shared_.addsSpaces);
+    }
+    using Alignment = word::VerticalAlignment;
+    Strip turned = turnedText(strips, {width, inner.width, Alignment::top, part.textFlow},
+                              shared_.fonts, shared_.addsSpaces);
+    return {std::move(turned.layer), std::move(turned.floats), height};
 }
 
 AnchoredFloat framed(const word::ParagraphFrame& frame, double width, Stack content) {

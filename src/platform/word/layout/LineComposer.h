@@ -30,7 +30,7 @@ struct LineSetting {
     bool hasLeading = true;   // the leading of fonts is added to the height of lines
     bool compressesPunctuation = false;
     bool expandsBrokenLines = false; // a justified line is stretched though a line break ends it
-    bool runsDown = false;           // the lines will be turned
+    bool isTurned = false;           // the lines will be turned
     double defaultTab = 420;
     JoinedBorders borders;
     LayoutOptions options;

@@ -38,8 +38,8 @@ struct PlacedText {
     word::Underline underline{};
     bool struckOut = false;
     word::LetterEffects effects;
-    bool isTurned = false; // runs downwards: turned a quarter clockwise about its beginning
-    bool bold = false;     // synthesised, because the face is not bold
+    int quarterTurns = 0;           // about its beginning: 1 runs downwards, -1 upwards
+    bool bold = false;              // synthesised, because the face is not bold
     std::optional<double> endsAt{}; // nothing of it is painted below this height
     Plane plane = 0;
 };

@@ -5,6 +5,7 @@
 #include "platform/word/docfile/format/ShapeProperties.h"
 #include "platform/word/docfile/pictures/Picture.h"
 #include "platform/word/layout/ShapeOutlines.h"
+#include "platform/word/layout/VerticalText.h"
 
 #include <algorithm>
 #include <array>
@@ -39,7 +40,7 @@ constexpr std::uint16_t textLeft = 0x0081;
 constexpr std::uint16_t textTop = 0x0082;
 constexpr std::uint16_t textRight = 0x0083;
 constexpr std::uint16_t textBottom = 0x0084;
-constexpr std::uint16_t textFlow = 0x0088; // 0: across
+constexpr std::uint16_t textFlow = 0x0088;
 constexpr std::uint16_t textFlags = 0x00BF;
 constexpr std::uint16_t fillColour = 0x0181;
 constexpr std::uint16_t lineColour = 0x01C0;
@@ -349,7 +350,7 @@ private:
         }
         part.text = shape.text;
         part.growsWithText = shape.text && look.flag(textFlags, fitsText, false);
-        part.textRunsDown = look.value(textFlow).value_or(0) != 0;
+        part.textFlow = flowOfShape(look.value(textFlow).value_or(0));
         part.padding = {look.length(textLeft, 144), look.length(textTop, 72),
                         look.length(textRight, 144), look.length(textBottom, 72)};
         if (isPicture && shape.picture) {

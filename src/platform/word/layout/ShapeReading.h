@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/word/docfile/document/DocumentTables.h"
+#include "platform/word/formatting/ResolvedRow.h"
 #include "platform/word/layout/FloatPlace.h"
 #include "platform/word/layout/PageModel.h"
 #include "platform/word/layout/Path.h"
@@ -32,7 +33,7 @@ struct ShapePart {
     std::optional<std::uint32_t> text{}; // index into DocumentTables::shapeTexts
     PageArea padding{144, 72, 144, 72};  // of the text
     bool growsWithText = false;
-    bool textRunsDown = false; // but it is set across
+    word::TextFlow textFlow = word::TextFlow::across;
 };
 
 // A drawing: its position and its shapes.

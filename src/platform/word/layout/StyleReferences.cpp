@@ -37,10 +37,10 @@ std::optional<std::uint16_t> builtInNamed(std::u16string_view name) {
 std::optional<word::StyleIndex> styleNamed(std::u16string_view name,
                                            const word::StyleSheet& sheet) {
     const auto number = builtInNamed(name);
+    const std::u16string folded = word::foldedName(name);
     const auto isIt = [&](const std::optional<word::StyleDefinition>& style) {
         return style && style->kind == word::StyleKind::paragraph &&
-               (number ? style->sti == *number
-                       : word::foldedName(style->name) == word::foldedName(name));
+               (number ? style->sti == *number : word::foldedName(style->name) == folded);
     };
     const auto found = std::find_if(sheet.styles.begin(), sheet.styles.end(), isIt);
     return found == sheet.styles.end()

@@ -2,6 +2,7 @@
 
 #include "platform/word/layout/CharacterClasses.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -12,8 +13,6 @@ namespace {
 using word::VerticalAlignment;
 
 constexpr double aboveBaseline = 0.88; // of the square of a Chinese character
-
-bool isUpright(char16_t c) { return isEastAsian(c) && !isBracket(c); }
 
 double spaceBeside(double rest, VerticalAlignment alignment) {
     switch (alignment) {
@@ -26,36 +25,38 @@ double spaceBeside(double rest, VerticalAlignment alignment) {
     }
 }
 
-// Turns a layer clockwise about its upper left corner, which comes to stand at `right`.
+// Turns layers into a room.
 class Turning {
 public:
-    Turning(double right, FontMetrics& fonts) : right_(right), fonts_(fonts) {}
+    // `aside`: from the side of the room where the first line stands.
+    Turning(const TurnedRoom& room, double aside, FontMetrics& fonts)
+        : flow_(room.flow), side_(isUp() ? aside : room.width - aside), height_(room.height),
+          fonts_(fonts) {}
 
     // `middle`: of the line, from its top.
     void add(const Layer& line, double top, double middle, Layer& result) const {
         for (const Fill& fill : line.fills) {
-            result.fills.push_back({right_ - top - fill.y - fill.height, fill.x, fill.height,
-                                    fill.width, fill.colour});
+            result.fills.push_back(fill);
+            turn(result.fills.back(), top);
         }
         for (const Rule& rule : line.rules) {
             Rule turned = rule;
-            turned.x1 = right_ - top - rule.y1;
-            turned.x2 = right_ - top - rule.y2;
-            turned.y1 = rule.x1;
-            turned.y2 = rule.x2;
+            const PathPoint from = at(rule.x1, top + rule.y1);
+            const PathPoint to = at(rule.x2, top + rule.y2);
+            turned.x1 = from.x;
+            turned.y1 = from.y;
+            turned.x2 = to.x;
+            turned.y2 = to.y;
             result.rules.push_back(turned);
         }
         for (const PlacedPicture& picture : line.pictures) {
-            PlacedPicture upright = picture;
-            upright.x = right_ - top - picture.y - picture.height;
-            upright.y = picture.x;
-            std::swap(upright.width, upright.height);
-            result.pictures.push_back(std::move(upright));
+            result.pictures.push_back(picture);
+            turn(result.pictures.back(), top);
         }
         for (const Outline& outline : line.outlines) {
             result.outlines.push_back(outline);
             for (PathPoint& point : result.outlines.back().path.points) {
-                point = {right_ - top - point.y, point.x};
+                point = at(point.x, top + point.y);
             }
         }
         for (const PlacedText& text : line.texts) {
@@ -64,6 +65,25 @@ public:
     }
 
 private:
+    bool isUp() const { return flow_ == word::TextFlow::up; }
+    // Where a point of the text across comes to stand.
+    PathPoint at(double x, double y) const {
+        return isUp() ? PathPoint{side_ + y, height_ - x} : PathPoint{side_ - y, x};
+    }
+
+    template <class Area>
+    void turn(Area& area, double top) const {
+        const PathPoint first = at(area.x, top + area.y);
+        const PathPoint second = at(area.x + area.width, top + area.y + area.height);
+        area.x = std::min(first.x, second.x);
+        area.y = std::min(first.y, second.y);
+        std::swap(area.width, area.height);
+    }
+
+    bool isUpright(char16_t c) const {
+        return flow_ == word::TextFlow::down && isEastAsian(c) && !isBracket(c);
+    }
+
     void addText(const PlacedText& text, double top, double middle, Layer& result) const {
         double along = text.x;
         bool goesOn = false; // in the turned text before
@@ -73,17 +93,18 @@ private:
                 result.texts.push_back(part(text));
                 PlacedText& upright = result.texts.back();
                 const double width = fonts_.advance(text.face, c) * text.size;
-                upright.x = right_ - top - middle - width / 2;
+                upright.x = at(along, top + middle).x - width / 2;
                 upright.baseline = along + aboveBaseline * text.size;
                 upright.underline = {};
                 upright.struckOut = false;
                 append(upright, c, static_cast<float>(width));
             } else {
                 if (!goesOn) {
+                    const PathPoint begin = at(along, top + text.baseline);
                     result.texts.push_back(part(text));
-                    result.texts.back().x = right_ - top - text.baseline;
-                    result.texts.back().baseline = along;
-                    result.texts.back().isTurned = true;
+                    result.texts.back().x = begin.x;
+                    result.texts.back().baseline = begin.y;
+                    result.texts.back().quarterTurns = isUp() ? -1 : 1;
                 }
                 append(result.texts.back(), c, text.advances[i]);
             }
@@ -104,22 +125,23 @@ private:
         text.advances.push_back(advance);
     }
 
-    double right_;
+    word::TextFlow flow_;
+    double side_; // of the first line
+    double height_;
     FontMetrics& fonts_;
 };
 
 } // namespace
 
-Strip runningDown(const Strips& lines, double width, VerticalAlignment alignment,
-                  FontMetrics& fonts, bool addsSpaces) {
+Strip turnedText(const Strips& lines, const TurnedRoom& room, FontMetrics& fonts, bool addsSpaces) {
     Strip result = lines.empty() ? Strip{} : lines.front();
     result.layer = {};
     result.notes.clear();
     result.floats.clear();
     result.row = nullptr;
     result.before = result.after = 0;
-    const double rest = width - heightOf(lines, addsSpaces);
-    const Turning turning(width - spaceBeside(rest, alignment), fonts);
+    const double rest = room.width - heightOf(lines, addsSpaces);
+    const Turning turning(room, spaceBeside(rest, room.alignment), fonts);
     double top = 0;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const Strip& line = lines[i];
@@ -130,6 +152,21 @@ Strip runningDown(const Strips& lines, double width, VerticalAlignment alignment
         top += line.height;
     }
     return result;
+}
+
+word::TextFlow flowOfShape(std::uint32_t txfl) {
+    using word::TextFlow;
+    switch (txfl) {
+    case 1:
+    case 5:
+        return TextFlow::down;
+    case 2:
+        return TextFlow::up;
+    case 3:
+        return TextFlow::downTurned;
+    default:
+        return TextFlow::across;
+    }
 }
 
 } // namespace qvnd::layout

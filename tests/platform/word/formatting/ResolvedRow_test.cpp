@@ -179,17 +179,20 @@ TEST_F(Rows, TextRunsDownwardsByTwoOfTheFlows) {
     }
     list = rowWith({0, 10, 20, 30, 40, 50, 60, 70, 80}, parts);
     for (unsigned flow = 0; flow < 8; ++flow) {
-        EXPECT_EQ(cells()[flow].runsDown, flow == 1 || flow == 5) << flow;
+        const TextFlow expected = flow == 1 || flow == 5 ? TextFlow::down
+                                  : flow == 3            ? TextFlow::up
+                                                         : TextFlow::across;
+        EXPECT_EQ(cells()[flow].flow, expected) << flow;
     }
 }
 
 TEST_F(Rows, TheFlowOfTextIsThatOfTheCellsThatAreNamed) {
     addBytes(list, {0x29, 0x76, 1, 2, 5, 0}); // sprmTTextFlow
-    EXPECT_FALSE(cells()[0].runsDown);
-    EXPECT_TRUE(cells()[1].runsDown);
-    EXPECT_FALSE(cells()[2].runsDown);
+    EXPECT_EQ(cells()[0].flow, TextFlow::across);
+    EXPECT_EQ(cells()[1].flow, TextFlow::down);
+    EXPECT_EQ(cells()[2].flow, TextFlow::across);
     addBytes(list, {0x29, 0x76, 0, 200, 0, 0});
-    EXPECT_FALSE(cells()[1].runsDown);
+    EXPECT_EQ(cells()[1].flow, TextFlow::across);
 }
 
 TEST_F(Rows, TheDefinitionTellsBordersFromTheTopAroundAgainstTheClock) {
