@@ -300,5 +300,24 @@ TEST_F(OnDemand, BehindTheLastPageNoneIsFoundHoweverOftenItIsAskedFor) {
     EXPECT_EQ(demanded->sizes().size(), count);
 }
 
+TEST_F(OnDemand, PagesWhoseHeadersShowTheirHeadingsAreTheSameInAnyOrder) {
+    constexpr std::uint8_t styleField = 0x0A;
+    word::Story header = story(u"\x13STYLEREF 1\x14"
+                               u"旧\x15\r");
+    header.fields = {{0, 0x13, styleField}, {11, 0x14, 0}, {13, 0x15, 0}};
+    putHeader(word::HeaderKind::oddHeader, header);
+    typeUnevenly(60);
+    for (std::size_t i = 0; i < main.paragraphs.size(); i += 7) {
+        main.paragraphs[i].style = 1;
+    }
+    const auto expected = inOrder();
+    ASSERT_GT(expected.size(), 9U);
+    onDemand();
+    findAll();
+    for (std::size_t sheet = expected.size(); sheet-- > 0;) {
+        EXPECT_EQ(described(demanded->page(sheet)), expected[sheet]);
+    }
+}
+
 } // namespace
 } // namespace qvnd::layout

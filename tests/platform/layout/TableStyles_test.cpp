@@ -1,6 +1,7 @@
 // What a table's style says of the text of its cells, part by part.
 
 #include "platform/layout/TypedRows.h"
+#include "platform/word/layout/StoryReader.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -65,8 +66,9 @@ protected:
     }
     // The sizes in half points of the cells' texts, row by row, and of the text behind the table.
     std::vector<double> sizes() {
-        std::vector<double> result;
         const Page page = pages().at(0);
+        std::vector<double> result;
+        result.reserve(page.layer.texts.size());
         for (const PlacedText& run : page.layer.texts) {
             result.push_back(run.size / twipsPerHalfPoint);
         }
@@ -190,8 +192,9 @@ TEST_F(TableStyles, ItsBackgroundIsThatOfCellsWhoseRowSaysNone) {
     useStyle(headerRow | noBands);
     typeRows(2);
     const auto fills = [&] {
-        std::vector<std::uint32_t> colours;
         const Page page = pages().at(0);
+        std::vector<std::uint32_t> colours;
+        colours.reserve(page.layer.fills.size());
         for (const Fill& fill : page.layer.fills) {
             colours.push_back(fill.colour);
         }

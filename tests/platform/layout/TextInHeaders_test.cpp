@@ -130,6 +130,19 @@ TEST_F(TextInHeaders, AChapterWithoutANumberIsThatOfAHigherHeadingOrNone) {
     EXPECT_EQ(headers(), Texts{"1"});
 }
 
+TEST_F(TextInHeaders, APageOnWhichASectionBeginsHasTheChaptersOfTheOneAboveIt) {
+    numberHeadings({std::u16string(1, u'\0')});
+    setSection(withChapters(1));
+    putFields(u"{PAGE|9}", {pageField});
+    heading(u"甲", 1, numbered());
+    nextSection(withSprm8(section(), sprm::SBkc, 0));
+    paragraphs(12);
+    EXPECT_EQ(headers(), (Texts{"1-1", "2"}));
+    EXPECT_EQ(layout->chapterAt(0), u"1-");
+    EXPECT_EQ(layout->chapterAt(2), u"") << "of the section that shows none";
+    EXPECT_EQ(layout->chapterAt(1000), u"");
+}
+
 TEST_F(TextInHeaders, InTheOfficeSuitePageNumbersHaveNoChapters) {
     options = officeOptions();
     numberHeadings({std::u16string(1, u'\0')});
@@ -230,8 +243,14 @@ TEST_F(TextInHeaders, AFormulaThatIsNotUnderstoodKeepsWhatItStored) {
     for (int i = 0; i < 20; ++i) {
         endless += u"*99999999999999999999";
     }
-    for (const std::u16string& sum : {endless, endless + u"-" + endless}) {
-        putFields(u"{= " + sum + u"|旧}", {formulaField, pageField, pageField});
+    std::u16string difference = endless;
+    difference += u"-";
+    difference += endless;
+    for (const std::u16string& sum : {endless, difference}) {
+        std::u16string field = u"{= ";
+        field += sum;
+        field += u"|旧}";
+        putFields(field, {formulaField, pageField, pageField});
         EXPECT_EQ(headers(), Texts{"旧"});
     }
     const std::u16string deep(100'000, u'(');

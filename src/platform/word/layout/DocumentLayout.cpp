@@ -80,7 +80,6 @@ private:
     using ResolvedSection = word::ResolvedSection;
 
     const ResolvedSection& section() const { return rules_.sections()[section_]; }
-    // That of the current page.
     word::SectionPaper paper() const { return rules_.paperOf(section(), page_.number); }
 
     ColumnFlow::NoteRooms noteRooms() {
