@@ -320,6 +320,7 @@ TEST_F(LineComposer, LinesKeepClearOfObstacles) {
     setting.obstacles = {{{0, 0, 800, 400}, false}};
     EXPECT_DOUBLE_EQ(leftOf(0), 0);
     EXPECT_DOUBLE_EQ(strips[0].height, 400 + 200);
+    EXPECT_DOUBLE_EQ(strips[0].dropped, 400);
     EXPECT_DOUBLE_EQ(strips[0].layer.texts.front().baseline, 400 + 160);
 }
 

@@ -36,6 +36,8 @@ public:
     Strips composeRows(const Block& block, const LineSetting& setting, TableCursor& next);
     // A strip of no height that carries the frames at the end of the story; nothing without frames.
     std::optional<Strip> rest();
+    // Forgets frames that no paragraph holds yet, because their blocks are composed again.
+    void forgetFrames() { frames_.clear(); }
     // All blocks of the story.
     Strips composeAll(const LineSetting& setting);
 

@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <iterator>
 #include <utility>
 
 namespace qvnd::layout {
@@ -145,29 +146,49 @@ private:
         if (setting.obstacles.empty()) {
             return strips;
         }
-        strips = body_.compose(block, setting, from);
-        for (Strip& strip : strips) {
+        Strips beside = body_.compose(block, setting, from);
+        if (hasRoomOnNoPage(beside.front())) {
+            return strips;
+        }
+        for (Strip& strip : beside) {
             strip.besideFloats = true;
         }
-        return strips;
+        return beside;
     }
 
-    // Lines that were set beside what floats on the page before are set anew.
+    // Of a line below what floats, at the top of a page.
+    bool hasRoomOnNoPage(const Strip& strip) const {
+        return strip.dropped > 0 && flow_.isEmpty() && regionTop_ == bodyTop_ &&
+               strip.height > bodyBottom_ - notesHeight_ - bodyTop_;
+    }
+
+    // Goes back to the first paragraph whose lines were set beside what floats on the page before,
+    // or that holds what floats: it is set anew, and all behind it.
     void recompose() {
-        const auto first = std::find_if(pending_.begin(), pending_.end(),
-                                        [](const Strip& strip) { return strip.besideFloats; });
-        if (first == pending_.end() || block_ == 0) {
+        auto first = std::find_if(pending_.begin(), pending_.end(), [](const Strip& strip) {
+            return strip.besideFloats || (!strip.row && !strip.floats.empty());
+        });
+        if (first == pending_.end() || endnotesFed_) {
             return;
         }
-        const Block& block = body_.blocks()[block_ - 1];
-        if (first->paragraph != block.paragraph) {
-            return;
+        while (first != pending_.begin() && std::prev(first)->paragraph == first->paragraph) {
+            --first;
         }
-        body_.setPage(fieldsOfBody(first->at));
         const std::size_t line = first->line;
         const word::Cp from = line > 0 ? first->at : 0;
+        block_ = body_.blocks().blockOf(first->paragraph);
+        table_ = {};
         pending_.erase(first, pending_.end());
-        Strips strips = compose(block, from);
+        body_.forgetFrames();
+        if (line == 0) {
+            while (block_ > 0 && body_.blocks()[block_ - 1].framed > 0) {
+                --block_;
+            }
+            return;
+        }
+        body_.setPage(fieldsOfBody(from));
+        Strips strips = compose(body_.blocks()[block_], from);
+        ++block_;
         for (Strip& strip : strips) {
             strip.line += line;
             strip.lines += line;

@@ -342,6 +342,7 @@ private:
                                      format_, setting_, {isFirst, line.isLast});
         // What stands in the way hangs on the strip, so its room is a part of the strip's height.
         strip.height = line.dropped + room.height;
+        strip.dropped = line.dropped;
         strip.spare = room.spare;
         top_ += strip.height;
         strip.at = startOf(line);

@@ -58,12 +58,13 @@ void addBorders(Strips& lines, const word::ResolvedParagraph& format, const Text
     const Border& bottom = joined.below ? format.between : format.bottomSide;
     last.after += roomOf(bottom);
     for (Strip& line : lines) {
-        const double above = joined.above && &line == &first ? line.before : 0;
+        const bool meetsBoxAbove = joined.above && &line == &first && line.dropped == 0;
+        const double top = meetsBoxAbove ? -line.before : line.dropped;
         const double below = joined.below && &line == &last ? line.after : 0;
-        addSides(line, format, edges, -above, line.height + below);
+        addSides(line, format, edges, top, line.height + below);
     }
     if (!joined.above) {
-        const double top = -firstStroke(format.topSide);
+        const double top = first.dropped - firstStroke(format.topSide);
         addRule(first, format.topSide, x1, top, x2, top);
     }
     const double foot = last.height + bottom.space;

@@ -41,6 +41,13 @@ bool StoryBlocks::has(std::size_t block) {
     return block < blocks_.size();
 }
 
+std::size_t StoryBlocks::blockOf(std::size_t paragraph) const {
+    const auto behind =
+        std::upper_bound(blocks_.begin(), blocks_.end(), paragraph,
+                         [](std::size_t p, const Block& block) { return p < block.paragraph; });
+    return static_cast<std::size_t>(behind - blocks_.begin()) - 1;
+}
+
 bool StoryBlocks::hasRow(const Table& table, std::size_t row) {
     const auto isOpen = [&] { return !open_.empty() && open_.front().table.get() == &table; };
     while (row >= table.rows.size() && isOpen() && readParagraph()) {

@@ -45,6 +45,8 @@ public:
     bool has(std::size_t block);
     // A block that has() was asked for. References stay valid.
     const Block& operator[](std::size_t block) const { return blocks_[block]; }
+    // The block that a paragraph begins, of those that has() was asked for.
+    std::size_t blockOf(std::size_t paragraph) const;
     // Of a table of this story.
     bool hasRow(const Table& table, std::size_t row);
     // The position of the first character of a block; the end of the story for none.

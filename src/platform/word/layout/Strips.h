@@ -33,7 +33,8 @@ struct Strip {
     double before = 0; // space above the strip; dropped at the top of a page
     double after = 0;  // space below the strip
     double height = 0;
-    double spare = 0; // part of the height that may extend beyond the end of a column
+    double spare = 0;   // part of the height that may extend beyond the end of a column
+    double dropped = 0; // part of the height that stays empty above a line, beside what floats
     Layer layer;
     std::vector<AnchoredFloat> floats;
     std::vector<std::uint32_t> notes; // indexes of the footnotes referenced in the strip
