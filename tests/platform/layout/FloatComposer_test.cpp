@@ -167,6 +167,17 @@ TEST_F(FloatingShape, TextThatHasNoRoomInABoxOfFixedHeightIsCutOff) {
     EXPECT_EQ(composedText(text).layer.texts.size(), 7U);
 }
 
+TEST_F(FloatingShape, TextThatGoesOnInALinkedBoxIsNotCutOff) {
+    composedText(u"一\r二\r三\r四\r五\r六\r七\r");
+    word::Drawing next = document.tables.drawings[0];
+    next.references[0].link = 1;
+    document.tables.drawings.push_back(next);
+    StoryReader::Shared shared(sourceOfAll(), fonts);
+    const Layer layer = FloatComposer(shared).drawing(0, {}, {}).value().layer;
+    ASSERT_EQ(layer.texts.size(), 7U);
+    EXPECT_FALSE(layer.texts[6].endsAt);
+}
+
 TEST_F(FloatingShape, ItsTextStandsWithinItsPadding) {
     look.set(0x0081, 100 * 635);
     look.set(0x0082, 50 * 635);
