@@ -99,6 +99,27 @@ TEST_F(Headers, EvenPagesHaveTheirOwnWhereTheDocumentSaysSo) {
     EXPECT_EQ(textOf(found.at(0)).find(u'脚'), std::u16string::npos);
 }
 
+TEST_F(Headers, TextOfASectionThatLeavesAPageEmptyStandsBelowTheHeaderOfItsOwnPage) {
+    type(u"甲\r");
+    nextSection(withSprm8(section(), sprm::SBkc, 4)); // on an odd page
+    type(u"乙\r");
+    putHeader(HeaderKind::oddHeader, story(u"单\r单\r单\r单\r"));
+    putHeader(HeaderKind::evenHeader, story(u"双\r"));
+    document.headers.resize(2);
+    word::writeDop(document.settings, word::dop::facingPages, 1);
+    const auto textTop = [&] {
+        const auto found = pages();
+        EXPECT_EQ(found.size(), 3U);
+        EXPECT_TRUE(found.at(1).layer.texts.empty());
+        EXPECT_EQ(found.at(1).number, 2);
+        EXPECT_EQ(found.at(2).number, 3);
+        return textAt(found.at(2), u"乙").baseline - 160;
+    };
+    EXPECT_DOUBLE_EQ(textTop(), 720 + 4 * 200);
+    main.paragraphs.back().properties = intern(withSprm8({}, sprm::PFPageBreakBefore, 1));
+    EXPECT_DOUBLE_EQ(textTop(), 720 + 4 * 200) << "its page is empty so far";
+}
+
 TEST_F(Headers, ATitlePageIsTheFirstOfEachSectionThatHasOne) {
     const Bytes titled = withSprm8(section(), sprm::SFTitlePage, 1);
     type(u"甲\r");

@@ -275,7 +275,6 @@ private:
             beginColumn();
         } else if (isEmpty) {
             openPage(); // nothing stands on it yet: it becomes a page of this section
-            skipForParity();
         } else {
             beginPage();
         }
@@ -285,34 +284,27 @@ private:
         ++page_.sheet;
         number_ = page_.sheet == 0 ? 1 : number_ + 1;
         openPage();
-        skipForParity();
     }
 
     // A section that begins on an even or odd page leaves one empty before it where need be.
     void skipForParity() {
         if (isFirstOfSection_ && word::skipsPage(section(), number_)) {
-            Page empty = page_;
-            empty.layer = {};
-            finished_.push_back(std::move(empty));
+            page_.number = number_;
+            page_.numberText = fields_.of(section_, number_, textAhead()).number;
+            finished_.push_back(page_);
             ++page_.sheet;
             number_ += section().restartsNumbers ? 0 : 1;
-            page_.layer = {};
-            layHeaders();
         }
     }
 
     void openPage() {
-        if (firstOfSection_) {
-            isFirstOfSection_ = true;
-            firstOfSection_ = false;
-            number_ = word::firstNumberOf(section(), number_);
-        } else {
-            isFirstOfSection_ = false;
-        }
+        number_ = bodyNumber();
+        isFirstOfSection_ = std::exchange(firstOfSection_, false);
         page_.layer = {};
         text_.reset();
         page_.width = section().paper.width;
         page_.height = section().paper.height;
+        skipForParity();
         layHeaders();
         regionTop_ = bodyTop_;
         regionUsed_ = 0;
