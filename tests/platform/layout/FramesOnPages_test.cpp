@@ -89,6 +89,25 @@ TEST_F(FramesOnPages, ATableThatGoesToTheNextPageWithItsHeadingIsWhole) {
     EXPECT_DOUBLE_EQ(runWith(found[1], u'题').baseline, 1160);
 }
 
+TEST_F(FramesOnPages, WhatBeginsAPageKeepsClearOfNothingOnThePageBefore) {
+    type(u"侧\r", frame(1000));
+    type(u"一\r");
+    type(u"题\r", withSprm8({}, sprm::PFPageBreakBefore, 1));
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_DOUBLE_EQ(runWith(found[1], u'题').x, 1000);
+}
+
+TEST_F(FramesOnPages, AFrameOfAParagraphThatBeginsAPageKeepsTextAway) {
+    paragraphs(3);
+    const Bytes onPaper = withSprm8(frame(), sprm::PPc, 1U << 4U);
+    type(u"侧\r", withSprm16(onPaper, sprm::PDyaAbs, 1)); // at its top
+    type(u"题\r", withSprm8({}, sprm::PFPageBreakBefore, 1));
+    EXPECT_DOUBLE_EQ(runWith(pages().at(1), u'题').x, 1000);
+    main.paragraphs[3].properties = intern(frame());
+    EXPECT_DOUBLE_EQ(runWith(pages().at(1), u'题').x, 1800);
+}
+
 TEST_F(FramesOnPages, TheFrameOfAHeadingGoesToTheNextPageWithIt) {
     linesAboveAFrame(5);
     type(u"侧\r", frame(200));

@@ -199,6 +199,9 @@ private:
     void feed(Strip strip) {
         if (strip.startsPage && !isPageEmpty()) {
             newPage();
+            pending_.push_front(std::move(strip));
+            recompose();
+            return;
         }
         const bool endsPage = strip.endsPage;
         const bool endsColumn = strip.endsColumn;
