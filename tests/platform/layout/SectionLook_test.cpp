@@ -3,6 +3,8 @@
 
 #include "platform/layout/PagedDocument.h"
 #include "platform/word/docfile/format/Dop.h"
+#include "platform/word/layout/LinePlaces.h"
+#include "platform/word/layout/PageCounts.h"
 
 #include <vector>
 
@@ -58,12 +60,11 @@ TEST_F(SectionLook, MirroredMarginsChangeSidesOnEvenPages) {
 }
 
 TEST_F(SectionLook, HeadersAndNotesKeepToMirroredMargins) {
-    setSection(withSprm16(unevenMargins(), sprm::SPgnStart97, 8));
+    setSection(withSprm8(withSprm16(unevenMargins(), sprm::SPgnStart97, 8), sprm::SFPgnRestart, 1));
     type(u"甲\x02\r");
     putFootnote(1, u"\x02注\r");
     putHeader(word::HeaderKind::oddHeader, story(u"眉\r"));
     mirrorMargins();
-    setSection(withSprm8(withSprm16(unevenMargins(), sprm::SPgnStart97, 8), sprm::SFPgnRestart, 1));
     const Page page = pages().at(0);
     ASSERT_EQ(page.number, 8);
     EXPECT_DOUBLE_EQ(textAt(page, u"眉").x, 600);
@@ -97,6 +98,54 @@ TEST_F(SectionLook, ASectionThatBeginsAColumnGoesOnInTheNextOneOfItsPage) {
     ASSERT_EQ(found.size(), 1U);
     EXPECT_DOUBLE_EQ(found[0].layer.texts[2].x, 1000 + 900 + 200);
     EXPECT_DOUBLE_EQ(found[0].layer.texts[2].baseline, 1160);
+}
+
+TEST_F(SectionLook, ASectionThatBeginsAColumnAndAPageHasItsFirstNumberThere) {
+    setSection(twoColumns());
+    putFieldFooter(u"SECTIONPAGES", 0x42);
+    paragraphs(2);
+    Bytes next = withSprm8(withSprm8(twoColumns(), sprm::SBkc, 1), sprm::SFTitlePage, 1);
+    next = withSprm16(withSprm8(next, sprm::SFPgnRestart, 1), sprm::SPgnStart97, 7);
+    nextSection(next);
+    type(u"二\r", withSprm8({}, sprm::PFPageBreakBefore, 1));
+    putHeader(word::HeaderKind::firstHeader, story(u"首\r"));
+    document.headers.resize(2);
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].number, 1);
+    EXPECT_EQ(found[1].number, 7);
+    EXPECT_EQ(textOf(found[1]).front(), u'首');
+    EXPECT_EQ(layout->correctedCounts().value_or(PageCounts{}).ofSections,
+              (std::vector<int>{1, 1}));
+}
+
+TEST_F(SectionLook, ASectionThatBeginsAColumnStaysThereWhereAnotherGoesOnBelowIt) {
+    setSection(twoColumns());
+    paragraphs(1);
+    nextSection(withSprm8(twoColumns(), sprm::SBkc, 1));
+    type(u"甲\r乙\r丙\r");
+    nextSection(withSprm8(twoColumns(), sprm::SBkc, 0));
+    type(u"后\r");
+    const Page page = pages().at(0);
+    EXPECT_DOUBLE_EQ(textAt(page, u"甲").x, 1000 + 900 + 200);
+    EXPECT_DOUBLE_EQ(textAt(page, u"后").baseline, textAt(page, u"丙").baseline + 200);
+    EXPECT_EQ(layout->lines().size(), 5U);
+}
+
+TEST_F(SectionLook, LinesAboveASectionThatBeginsAColumnKeepTheirNumber) {
+    constexpr unsigned smallRoman = 2;
+    setSection(withSprm8(twoColumns(), sprm::SNfcPgn, smallRoman));
+    paragraphs(2);
+    Bytes next = withSprm8(withSprm8(twoColumns(), sprm::SBkc, 1), sprm::SFPgnRestart, 1);
+    nextSection(withSprm16(next, sprm::SPgnStart97, 7));
+    paragraphs(1);
+    ASSERT_EQ(pages().size(), 1U);
+    const LinePlace above = placeOf(layout->lines(), 2);
+    EXPECT_EQ(above.number, 1);
+    EXPECT_EQ(above.form, smallRoman);
+    const LinePlace below = placeOf(layout->lines(), 4);
+    EXPECT_EQ(below.number, 7);
+    EXPECT_EQ(below.form, 0U);
 }
 
 TEST_F(SectionLook, ASectionThatBeginsAColumnBeginsAPageWhereItsColumnsAreOthers) {

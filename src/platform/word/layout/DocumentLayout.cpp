@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <deque>
 #include <iterator>
+#include <span>
 #include <utility>
 
 namespace qvnd::layout {
@@ -254,6 +255,7 @@ private:
         if (!isEmpty && hasColumn && word::beginsColumn(section(), next)) {
             flushColumn();
             beginSectionHere();
+            sectionColumn_ = columns_.size();
             ++section_;
             ++column_;
             firstOfSection_ = true;
@@ -380,7 +382,8 @@ private:
     // Columns of one width above a section that goes on under them end at the same height.
     void balanceColumns() {
         const std::size_t count = section().columns.size();
-        if (count < 2 || !rules_.balancesColumns() || !word::hasOneColumnWidth(section())) {
+        if (count < 2 || sectionColumn_ > 0 || !rules_.balancesColumns() ||
+            !word::hasOneColumnWidth(section())) {
             return;
         }
         columns_.resize(count);
@@ -390,7 +393,6 @@ private:
     void placeColumns() {
         beginSectionHere();
         addColumnLines(section(), columns_, paper().left, regionTop_, page_.layer);
-        const LinePlace page{0, page_.sheet, number_, section().numberForm};
         for (std::size_t i = 0; i < columns_.size(); ++i) {
             column_ = std::min(i, section().columns.size() - 1);
             for (FlowedStrip& flowed : columns_[i]) {
@@ -399,23 +401,29 @@ private:
                 for (const AnchoredFloat& floating : flowed.strip.floats) {
                     putOn(page_, floating, frameAt(y));
                 }
-                lines_.add(flowed.strip, page);
                 extend(text_, flowed.strip);
             }
         }
         columns_.clear();
+        sectionColumn_ = 0;
     }
 
     // A continuous section begins on this page when some of it stands here. The page's headers are
     // those of the section above it.
     void beginSectionHere() {
-        if (std::all_of(columns_.begin(), columns_.end(),
+        const auto own = std::span(columns_).subspan(sectionColumn_);
+        if (std::all_of(own.begin(), own.end(),
                         [](const auto& column) { return column.empty(); })) {
             return;
         }
         number_ = bodyNumber();
         firstOfSection_ = false;
         counter_.add(section_, page_.sheet);
+        for (const auto& column : own) {
+            for (const FlowedStrip& flowed : column) {
+                lines_.add(flowed.strip, {0, page_.sheet, number_, section().numberForm});
+            }
+        }
     }
 
     double columnLeft() const { return paper().left + section().columns[column_].left; }

@@ -33,8 +33,9 @@ struct FillState {
     double regionUsed_ = 0; // height of the highest of them
     std::size_t column_ = 0;
     std::vector<std::vector<FlowedStrip>> columns_; // filled columns of the region
-    bool regionGoesOn_ = false; // its first column continues text of the previous page
-    bool goesOn_ = false;       // the next column continues text of this one
+    std::size_t sectionColumn_ = 0; // those before are of sections above the current one
+    bool regionGoesOn_ = false;     // its first column continues text of the previous page
+    bool goesOn_ = false;           // the next column continues text of this one
     std::vector<std::uint32_t> pageNotes_;
     double notesHeight_ = 0;
     std::vector<NotePart> carriedNotes_; // notes that did not fit on the previous page
