@@ -166,14 +166,9 @@ private:
     // Goes back to the first paragraph whose lines were set beside what floats on the page before,
     // or that holds what floats: it is set anew, and all behind it.
     void recompose() {
-        auto first = std::find_if(pending_.begin(), pending_.end(), [](const Strip& strip) {
-            return strip.besideFloats || (!strip.row && !strip.floats.empty());
-        });
+        const auto first = firstWithFloats(pending_);
         if (first == pending_.end() || endnotesFed_) {
             return;
-        }
-        while (first != pending_.begin() && std::prev(first)->paragraph == first->paragraph) {
-            --first;
         }
         const std::size_t line = first->line;
         const word::Cp from = line > 0 ? first->at : 0;

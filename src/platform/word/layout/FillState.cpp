@@ -1,6 +1,20 @@
 #include "platform/word/layout/FillState.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace qvnd::layout {
+
+std::deque<Strip>::const_iterator firstWithFloats(const std::deque<Strip>& pending) {
+    auto first = std::find_if(pending.begin(), pending.end(), [](const Strip& strip) {
+        return strip.besideFloats || (!strip.row && !strip.floats.empty());
+    });
+    while (first != pending.begin() && first != pending.end() &&
+           std::prev(first)->paragraph == first->paragraph) {
+        --first;
+    }
+    return first;
+}
 
 std::size_t sizeOf(const FillState& state, std::size_t most) {
     std::size_t size = sizeOf(state.page_.layer);

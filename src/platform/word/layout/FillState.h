@@ -44,6 +44,10 @@ struct FillState {
     bool done_ = false;
 };
 
+// The first strip of the first paragraph that depends on what floats: whose lines were set beside
+// it, or that holds it. Tables do not.
+std::deque<Strip>::const_iterator firstWithFloats(const std::deque<Strip>& pending);
+
 // The size of the heap memory of the state, in bytes. Counting stops above `most`.
 std::size_t sizeOf(const FillState& state, std::size_t most);
 
