@@ -80,12 +80,14 @@ int thicknessOf(unsigned type, int width) {
     return type == outset || type == inset ? 2 * width + relief : width;
 }
 
-// brcType: 0 no border, 0xFF none either; 3 and 10 to 23 have more than one stroke.
+// brcType: 0 no border, 0xFF none either, though one stood there else (Brc80MayBeNil, [MS-DOC]
+// 2.9.18); 3 and 10 to 23 have more than one stroke.
 Border borderFrom(unsigned type, unsigned eighths, unsigned space,
                   std::optional<std::uint32_t> colour) {
-    constexpr unsigned none = 0xFF;
+    constexpr unsigned takenAway = 0xFF;
     Border border;
-    border.visible = type != 0 && type != none;
+    border.isTakenAway = type == takenAway;
+    border.visible = type != 0 && !border.isTakenAway;
     border.isDouble = type == 3 || (type >= 10 && type <= 23);
     border.width = std::max(5, static_cast<int>(eighths) * twipsPerPoint / 8);
     border.thickness = thicknessOf(type, border.width);

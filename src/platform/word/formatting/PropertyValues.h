@@ -44,6 +44,7 @@ struct Border {
     int thickness = 0; // of all strokes and the gaps between them, in twips
     int space = 0;     // between the border and its content, in twips
     std::optional<std::uint32_t> colour;
+    bool isTakenAway = false; // told as none; otherwise one that is not visible is not told
     bool operator==(const Border&) const = default;
 };
 

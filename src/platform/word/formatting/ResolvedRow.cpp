@@ -321,11 +321,12 @@ private:
     void settleBorders() {
         for (std::size_t i = 0; i < row_.cells.size(); ++i) {
             ResolvedCell& cell = row_.cells[i];
-            const auto settle = [](Border& side, const Border& ofTable) {
-                side = side.visible ? side : ofTable;
+            const auto isOwn = [](const Border& side) { return side.visible || side.isTakenAway; };
+            const auto settle = [&](Border& side, const Border& ofTable) {
+                side = isOwn(side) ? side : ofTable;
             };
-            cell.ownTop = cell.topSide.visible;
-            cell.ownBottom = cell.bottomSide.visible;
+            cell.ownTop = isOwn(cell.topSide);
+            cell.ownBottom = isOwn(cell.bottomSide);
             settle(cell.topSide, table_[4]);
             settle(cell.bottomSide, table_[4]);
             settle(cell.leftSide, i == 0 ? table_[1] : table_[5]);

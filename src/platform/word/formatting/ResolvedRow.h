@@ -27,7 +27,7 @@ struct ResolvedCell {
     Border leftSide;
     Border bottomSide;
     Border rightSide;
-    bool ownTop = false; // the side above is set for the cell, not for the table
+    bool ownTop = false; // the side above is told for the cell, not for the table
     bool ownBottom = false;
     std::optional<std::uint32_t> background;
     int leftPadding = 108;

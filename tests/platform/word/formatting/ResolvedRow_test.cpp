@@ -360,6 +360,19 @@ TEST_F(Rows, ACellsOwnBorderStandsBeforeThatOfItsTable) {
     EXPECT_EQ(sidesOf(cellsAt(true, true)[0]), (Widths{180, 40, 180, 120}));
 }
 
+TEST_F(Rows, ABorderThatIsTakenAwayFromACellIsNotThatOfItsTable) {
+    constexpr std::uint32_t taken = 0xFFFFFFFF;
+    list = rowWith({0, 10, 20, 30}, {{0, {taken, taken, taken, taken}}});
+    addEntry(list, sprm::TTableBorders80, bordersOf({1, 2, 3, 4, 5, 6}));
+    EXPECT_EQ(sidesOf(cells()[0]), Widths{});
+    EXPECT_EQ(sidesOf(cellsAt(true, true)[0]), Widths{});
+    EXPECT_EQ(sidesOf(cellsAt(true, true)[1]), (Widths{20, 120, 60, 120}));
+    addEntry(list, sprm::TSetBrc, {2, 3, 0x0F, 0, 0, 0, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF});
+    EXPECT_EQ(sidesOf(cellsAt(true, true)[2]), Widths{});
+    addEntry(list, sprm::TSetBrc80, {0, 1, 1, 8, 1, 0, 0});
+    EXPECT_EQ(sidesOf(cellsAt(true, true)[0]), (Widths{20, 0, 0, 0})) << "it is given again";
+}
+
 TEST_F(Rows, TableBordersInTheNewSpellingHaveEightBytesEach) {
     LittleEndianWriter borders;
     for (const unsigned points : {1U, 2U, 3U, 4U}) {
