@@ -70,6 +70,22 @@ TEST(LayerBelow, TextsEndThereAndThoseThatBeginThereGo) {
     EXPECT_EQ(layer.texts[3].endsAt, std::nullopt);
 }
 
+TEST(LayerBelow, RulesEndThereAndThoseThatStandBelowGo) {
+    const auto rule = [](double x1, double y1, double x2, double y2) {
+        return Rule{x1, y1, x2, y2, 10, false, {}};
+    };
+    Layer layer;
+    layer.rules = {rule(10, 900, 10, 1100),  rule(10, 1000, 50, 1000), rule(10, 1001, 50, 1001),
+                   rule(10, 1001, 10, 1100), rule(50, 900, 50, 1100),  rule(60, 1200, 9, 1200)};
+    cut(layer);
+    ASSERT_EQ(layer.rules.size(), 4U);
+    EXPECT_DOUBLE_EQ(layer.rules[0].y1, 900);
+    EXPECT_DOUBLE_EQ(layer.rules[0].y2, 1000);
+    EXPECT_DOUBLE_EQ(layer.rules[1].y1, 1000) << "the lower side of the cell itself";
+    EXPECT_DOUBLE_EQ(layer.rules[2].y2, 1100) << "beside the cell";
+    EXPECT_DOUBLE_EQ(layer.rules[3].y1, 1200) << "it begins beside the cell";
+}
+
 TEST(Layers, AllThatIsAppendedMovesAsAWhole) {
     Layer part;
     part.fills = {fillAt(1, 2, 3)};

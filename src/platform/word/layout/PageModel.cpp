@@ -103,6 +103,16 @@ void Layer::cutBelow(double y, double left, double right, bool keepsTexts) {
     std::erase_if(texts, [&](const PlacedText& text) {
         return !keepsTexts && isWithin(text) && text.baseline - text.size >= y;
     });
+    const auto begins = [&](const Rule& rule) {
+        const double x = std::min(rule.x1, rule.x2);
+        return x >= left && x < right;
+    };
+    std::erase_if(rules,
+                  [&](const Rule& rule) { return begins(rule) && std::min(rule.y1, rule.y2) > y; });
+    for (Rule& rule : rules) {
+        rule.y1 = begins(rule) ? std::min(rule.y1, y) : rule.y1;
+        rule.y2 = begins(rule) ? std::min(rule.y2, y) : rule.y2;
+    }
     for (Fill& fill : fills) {
         fill.height = isWithin(fill) ? std::min(fill.height, y - fill.y) : fill.height;
     }
