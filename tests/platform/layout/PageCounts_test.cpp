@@ -25,6 +25,13 @@ TEST(PageCounts, AreAsWideWhereEachHasAsManyDigits) {
     EXPECT_FALSE(areAsWide(counts(5), counts(5, {3, 10})));
 }
 
+TEST(PageCounts, AreNotAsWideWhereNotesStandOnOtherPages) {
+    PageCounts known = counts(5);
+    known.noteSheets = {0, 1};
+    EXPECT_FALSE(areAsWide(counts(5), known)) << "their numbers may have other digits";
+    EXPECT_TRUE(areAsWide(known, known));
+}
+
 class CountedPages : public test::PagedDocument {
 protected:
     // A field of that kind, in whatever text.

@@ -84,7 +84,7 @@ std::optional<PageCounts> PageCounter::corrected(const PageCounts& used) const {
 
 bool areAsWide(const PageCounts& one, const PageCounts& other) {
     const std::size_t sections = std::max(one.ofSections.size(), other.ofSections.size());
-    bool same = digitsOf(one.total) == digitsOf(other.total);
+    bool same = digitsOf(one.total) == digitsOf(other.total) && one.noteSheets == other.noteSheets;
     for (std::size_t i = 0; i < sections; ++i) {
         same = same && digitsOf(one.ofSection(i)) == digitsOf(other.ofSection(i));
     }

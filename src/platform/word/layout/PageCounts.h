@@ -42,7 +42,8 @@ private:
     std::vector<Sheets> sheets_;  // by section
 };
 
-// Whether the counts have as many digits, so that text that shows them is as wide.
+// Whether the counts have as many digits, so that text that shows them is as wide. Notes on other
+// pages may have other numbers.
 bool areAsWide(const PageCounts& one, const PageCounts& other);
 
 // An estimate of the number of pages, from the amount of text.
