@@ -173,6 +173,18 @@ TEST_F(Columns, HeadingRowsStandAgainAboveTheRowsOfAFurtherPage) {
     EXPECT_DOUBLE_EQ(flow.strips()[1].y, 100);
 }
 
+TEST_F(Columns, ANoteOfAHeadingRowDoesNotStandAgainWithIt) {
+    Strip heading = row({1});
+    heading.isHeading = true;
+    heading.notes = {3};
+    Strip further = row({2});
+    further.notes = {4};
+    further.headings = std::make_shared<const Strips>(Strips{heading});
+    flow.begin(1000, true, 0);
+    EXPECT_EQ(fill({further}), 2U);
+    EXPECT_EQ(flow.notes(), std::vector<std::uint32_t>{4});
+}
+
 TEST_F(Columns, HeadingRowsThatFillThePageDoNotStandAgain) {
     Strip heading = row({10});
     heading.isHeading = true;

@@ -153,8 +153,9 @@ bool ColumnFlow::add(Strip strip, Strips& overflow) {
     // Headings that leave no room for a row below them are not repeated.
     if (strips_.empty() && goesOn_ && strip.headings &&
         heightOf(*strip.headings, addsSpaces_) < height_) {
-        for (const Strip& heading : *strip.headings) {
-            put(heading);
+        for (Strip heading : *strip.headings) {
+            heading.notes.clear(); // they stand on the page of the heading itself
+            put(std::move(heading));
         }
     }
     const NoteRoom notes = roomOfNotes(strip);
