@@ -6,6 +6,8 @@
 #include "platform/word/layout/LinePlaces.h"
 #include "platform/word/layout/PageCounts.h"
 
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace qvnd::layout {
@@ -201,6 +203,24 @@ TEST_F(SectionLook, BordersOfAPageStandAroundItsText) {
     EXPECT_DOUBLE_EQ(rules[0].x2, 3000 + 200 + 10);
     EXPECT_DOUBLE_EQ(rules[3].x1, 3000 + 200 + 5); // of the right one
     EXPECT_DOUBLE_EQ(rules[3].y2, 3000 + 200 + 10);
+}
+
+TEST_F(SectionLook, BordersAroundTheTextMayHoldTheHeaderAndTheFooter) {
+    setSection(bordered(10, 0));
+    paragraphs(1);
+    const auto edges = [&](std::uint32_t header, std::uint32_t footer) {
+        word::writeDop(document.settings, word::dop::bordersHoldHeader, header);
+        word::writeDop(document.settings, word::dop::bordersHoldFooter, footer);
+        const auto rules = pages().at(0).layer.rules;
+        EXPECT_EQ(rules.size(), 4U);
+        return std::pair(rules.at(0).y1 + 205, rules.at(2).y1 - 205);
+    };
+    EXPECT_EQ(edges(1, 1), std::pair(1000.0, 3000.0)) << "there are none";
+    putHeader(word::HeaderKind::oddHeader, story(u"眉\r"));
+    putHeader(word::HeaderKind::oddFooter, story(u"脚\r"));
+    EXPECT_EQ(edges(0, 0), std::pair(1000.0, 3000.0));
+    EXPECT_EQ(edges(1, 0), std::pair(720.0, 3000.0));
+    EXPECT_EQ(edges(0, 1), std::pair(1000.0, 4000.0 - 720.0));
 }
 
 TEST_F(SectionLook, BordersMayStandAtADistanceFromTheEdgeOfThePaper) {
