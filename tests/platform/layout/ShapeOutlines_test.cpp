@@ -98,6 +98,12 @@ std::set<std::pair<long, long>> cornersOf(unsigned kind, const ShapeTurn& turn) 
     return corners;
 }
 
+TEST(ShapeOutlines, ManualInputRisesToTheRight) {
+    constexpr unsigned manualInput = 118;
+    EXPECT_EQ(cornersOf(manualInput, {}),
+              (std::set<std::pair<long, long>>{{0, 200}, {1000, 0}, {1000, 1000}, {0, 1000}}));
+}
+
 TEST(ShapeOutlines, ShapesThatAreEqualOnBothSidesStayTheSameWhenTheyAreFlipped) {
     const ShapeTurn across{true, false, 0};
     const ShapeTurn down{false, true, 0};
