@@ -1,5 +1,7 @@
 #include "platform/word/layout/PageLook.h"
 
+#include "platform/word/layout/BorderRules.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -17,8 +19,6 @@ bool standsOn(PageBorders::Pages pages, bool isFirst) {
     return pages == PageBorders::Pages::all || (pages == PageBorders::Pages::first) == isFirst;
 }
 
-double roomOf(const Border& side) { return side.visible ? side.space + side.thickness : 0; }
-
 // The outer edges of the borders.
 PageArea outerEdges(const PageBorders& borders, const PageArea& text, const Page& page) {
     if (borders.fromEdge) {
@@ -27,13 +27,6 @@ PageArea outerEdges(const PageBorders& borders, const PageArea& text, const Page
     }
     return {text.left - roomOf(borders.left), text.top - roomOf(borders.top),
             text.right + roomOf(borders.right), text.bottom + roomOf(borders.bottom)};
-}
-
-void addRule(Layer& layer, const Border& side, PathPoint from, PathPoint to) {
-    if (side.visible) {
-        layer.rules.push_back({from.x, from.y, to.x, to.y, static_cast<double>(side.width),
-                               side.isDouble, side.colour});
-    }
 }
 
 } // namespace

@@ -1,19 +1,12 @@
 #include "platform/word/layout/ParagraphBorders.h"
 
+#include "platform/word/layout/BorderRules.h"
+
 namespace qvnd::layout {
 
 namespace {
 
 using word::Border;
-
-void addRule(Strip& strip, const Border& side, double x1, double y1, double x2, double y2) {
-    if (side.visible) {
-        strip.layer.rules.push_back(
-            {x1, y1, x2, y2, static_cast<double>(side.width), side.isDouble, side.colour});
-    }
-}
-
-double roomOf(const Border& side) { return side.visible ? side.space + side.thickness : 0; }
 
 // The distance of a border's first stroke from the text. Strokes follow each other to the right and
 // downwards, on the left and above towards the text.
@@ -36,8 +29,8 @@ void addSides(Strip& line, const word::ResolvedParagraph& format, const TextEdge
     }
     const double x1 = edges.left - firstStroke(format.leftSide);
     const double x2 = edges.right + format.rightSide.space;
-    addRule(line, format.leftSide, x1, top, x1, foot);
-    addRule(line, format.rightSide, x2, top, x2, foot);
+    addRule(line.layer, format.leftSide, {x1, top}, {x1, foot});
+    addRule(line.layer, format.rightSide, {x2, top}, {x2, foot});
 }
 
 } // namespace
@@ -65,10 +58,10 @@ void addBorders(Strips& lines, const word::ResolvedParagraph& format, const Text
     }
     if (!joined.above) {
         const double top = first.dropped - firstStroke(format.topSide);
-        addRule(first, format.topSide, x1, top, x2, top);
+        addRule(first.layer, format.topSide, {x1, top}, {x2, top});
     }
     const double foot = last.height + bottom.space;
-    addRule(last, bottom, x1, foot, x2, foot);
+    addRule(last.layer, bottom, {x1, foot}, {x2, foot});
     first.before += joined.above ? 0 : roomOf(format.topSide);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/word/layout/RowComposer.h"
 
+#include "platform/word/layout/BorderRules.h"
 #include "platform/word/layout/ColumnFlow.h"
 
 #include <algorithm>
@@ -64,13 +65,6 @@ double ownHeight(const std::vector<ComposedRow>& rows, std::size_t at, bool hold
     return holdsBorder ? std::max(wanted, content + border) : std::max(wanted, content) + border;
 }
 
-void addRule(Layer& layer, const Border& side, double x1, double y1, double x2, double y2) {
-    if (side.visible) {
-        layer.rules.push_back(
-            {x1, y1, x2, y2, static_cast<double>(side.width), side.isDouble, side.colour});
-    }
-}
-
 void addFrame(Layer& layer, const ComposedCell& cell, double height, bool goesOnBelow) {
     const ResolvedCell& format = cell.format;
     if (format.mergedLeft) {
@@ -80,13 +74,13 @@ void addFrame(Layer& layer, const ComposedCell& cell, double height, bool goesOn
         layer.fills.push_back({cell.left, 0, cell.right - cell.left, height, *format.background});
     }
     if (!format.mergedAbove) {
-        addRule(layer, format.topSide, cell.left, 0, cell.right, 0);
+        addRule(layer, format.topSide, {cell.left, 0}, {cell.right, 0});
     }
     if (!goesOnBelow) {
-        addRule(layer, format.bottomSide, cell.left, height, cell.right, height);
+        addRule(layer, format.bottomSide, {cell.left, height}, {cell.right, height});
     }
-    addRule(layer, format.leftSide, cell.left, 0, cell.left, height);
-    addRule(layer, format.rightSide, cell.right, 0, cell.right, height);
+    addRule(layer, format.leftSide, {cell.left, 0}, {cell.left, height});
+    addRule(layer, format.rightSide, {cell.right, 0}, {cell.right, height});
 }
 
 // How far down a cell's content begins in the room that it has.
