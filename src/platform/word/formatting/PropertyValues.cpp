@@ -9,13 +9,14 @@ namespace qvnd::word {
 
 namespace {
 
+constexpr unsigned wholePattern = 1000;
+
 // The part of a pattern (Ipat, [MS-DOC] 2.9.121) that has its first colour, in thousandths. The
 // patterns of stripes are about half of it.
 unsigned partOf(unsigned pattern) {
-    constexpr unsigned whole = 1000;
     constexpr unsigned firstPart = 1;
-    constexpr std::array<unsigned, 13> parts{whole, 50,  100, 200, 250, 300, 400,
-                                             500,   600, 700, 750, 800, 900};
+    constexpr std::array<unsigned, 13> parts{wholePattern, 50,  100, 200, 250, 300, 400,
+                                             500,          600, 700, 750, 800, 900};
     constexpr unsigned firstFinePart = 35;
     constexpr std::array<unsigned, 28> fineParts{25,  75,  125, 150, 175, 225, 275, 325, 350, 375,
                                                  425, 450, 475, 525, 550, 575, 625, 650, 675, 725,
@@ -26,7 +27,7 @@ unsigned partOf(unsigned pattern) {
     if (pattern >= firstFinePart && pattern - firstFinePart < fineParts.size()) {
         return fineParts.at(pattern - firstFinePart);
     }
-    return whole / 2;
+    return wholePattern / 2;
 }
 
 std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
@@ -41,7 +42,7 @@ std::optional<std::uint32_t> patternColour(std::optional<std::uint32_t> fore,
     for (const unsigned shift : {0U, 8U, 16U}) {
         const std::uint32_t a = (over >> shift) & 0xFF;
         const std::uint32_t b = (under >> shift) & 0xFF;
-        mixed |= ((a * part + b * (1000 - part)) / 1000) << shift;
+        mixed |= ((a * part + b * (wholePattern - part)) / wholePattern) << shift;
     }
     return mixed;
 }
@@ -180,13 +181,13 @@ Border borderOf(ByteView brc) {
     return {};
 }
 
+Border borderOf(const SprmView& entry) {
+    return borderOf(entry.operand.size() > brcSize ? entry.operand.subspan(1) : entry.operand);
+}
+
 Border sideOf(const ResolvedProperties& look, SprmOpcode property) {
     const auto entry = settingOf(look, property);
-    if (!entry) {
-        return {};
-    }
-    // The newer spelling has its length in front.
-    return borderOf(entry->operand.size() > brcSize ? entry->operand.subspan(1) : entry->operand);
+    return entry ? borderOf(*entry) : Border{};
 }
 
 } // namespace qvnd::word

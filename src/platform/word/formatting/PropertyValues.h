@@ -52,6 +52,8 @@ inline constexpr std::size_t brc80Size = 4; // of Brc80 ([MS-DOC] 2.9.17), in by
 inline constexpr std::size_t brcSize = 8;   // of Brc (2.9.16)
 // Decodes Brc80 and Brc, told apart by their sizes. No border for any other size.
 Border borderOf(ByteView brc);
+// That of a property: Brc80, or Brc with its length in front.
+Border borderOf(const SprmView& entry);
 // The border that a property sets, in either spelling.
 Border sideOf(const ResolvedProperties& look, SprmOpcode property);
 

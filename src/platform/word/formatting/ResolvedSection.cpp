@@ -40,11 +40,6 @@ struct UnevenColumns {
     }
 };
 
-// Brc80, or Brc with its length in front.
-Border borderIn(const SprmView& entry) {
-    return borderOf(entry.operand.size() > brcSize ? entry.operand.subspan(1) : entry.operand);
-}
-
 // SPgbPropOperand of [MS-DOC].
 void setPages(PageBorders& borders, std::uint32_t properties) {
     using Pages = PageBorders::Pages;
@@ -60,19 +55,19 @@ bool takeBorder(PageBorders& borders, const SprmView& entry) {
     switch (entry.opcode) {
     case sprm::SBrcTop80:
     case sprm::SBrcTop:
-        borders.top = borderIn(entry);
+        borders.top = borderOf(entry);
         return true;
     case sprm::SBrcLeft80:
     case sprm::SBrcLeft:
-        borders.left = borderIn(entry);
+        borders.left = borderOf(entry);
         return true;
     case sprm::SBrcBottom80:
     case sprm::SBrcBottom:
-        borders.bottom = borderIn(entry);
+        borders.bottom = borderOf(entry);
         return true;
     case sprm::SBrcRight80:
     case sprm::SBrcRight:
-        borders.right = borderIn(entry);
+        borders.right = borderOf(entry);
         return true;
     case sprm::SPgbProp:
         setPages(borders, numberOf(entry));
