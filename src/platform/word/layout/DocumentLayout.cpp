@@ -4,10 +4,10 @@
 #include "platform/word/layout/ColumnFlow.h"
 #include "platform/word/layout/DocumentRules.h"
 #include "platform/word/layout/FillState.h"
-#include "platform/word/layout/HeaderStrips.h"
 #include "platform/word/layout/PageCounts.h"
 #include "platform/word/layout/PageFieldValues.h"
 #include "platform/word/layout/PageFloats.h"
+#include "platform/word/layout/PageHeaders.h"
 #include "platform/word/layout/PageLook.h"
 #include "platform/word/layout/PageNotes.h"
 #include "platform/word/layout/SectionPages.h"
@@ -33,8 +33,8 @@ public:
           counter_(source_, rules_.sections().size()),
           shared_(source_, fonts, options.officeLines,
                   options.officeLines && rules_.showsRevisions()),
-          notes_(shared_, options.counts.noteSheets), headers_(shared_),
-          fields_(rules_, options_, shared_), body_(shared_, *source_.main),
+          notes_(shared_, options.counts.noteSheets), fields_(rules_, options_, shared_),
+          headers_(rules_, fields_, shared_), body_(shared_, *source_.main),
           flow_(rules_.addsSpaces(), noteRooms()) {
         shared_.addsSpaces = rules_.addsSpaces();
         shared_.hasLeading = rules_.hasLeading();
@@ -318,46 +318,15 @@ private:
     void layHeaders() {
         page_.number = number_;
         headersOf_ = {section_, section().hasTitlePage && isFirstOfSection_, number_ % 2 == 0};
-        const HeaderStrips::Both set = headersWith(textAhead());
-        if (!headersFollowText()) {
-            putOn(page_, set, section(), paper());
-        }
-        TextRoom room = textRoom(section(), set.header.height, set.footer.height);
-        const HeldHeaders held{rules_.bordersHoldHeader() && set.header.height > 0,
-                               rules_.bordersHoldFooter() && set.footer.height > 0};
-        addPageBorders(section().borders, isFirstOfSection_,
-                       borderedArea(section(), paper(), room, held), page_);
-        if (options_.officeLines) {
-            room = centredOnGrid(room, gridOf(section()).linePitch);
-        }
+        const TextRoom room = headers_.begin(headersOf_, isFirstOfSection_, textAhead(), page_);
         bodyTop_ = room.top;
         bodyBottom_ = room.bottom;
     }
-
-    const ResolvedSection& headerSection() const { return rules_.sections()[headersOf_.section]; }
-    bool headersFollowText() const { return headers_.follow(headerSection()); }
 
     // Where the text of the page will begin, as far as that is known before it is full.
     word::PageText textAhead() {
         const word::Cp at = pending_.empty() ? body_.blocks().beginOf(block_) : pending_.front().at;
         return {at, at};
-    }
-
-    HeaderStrips::Both headersWith(word::PageText text) {
-        const PageFields fields = fields_.of(headersOf_.section, page_.number, text);
-        page_.numberText = fields.number;
-        return headers_.of(headersOf_, fields, rules_.pageSetting(headerSection()));
-    }
-
-    // They have the room that they took when the page began.
-    void putHeadersOfText() {
-        if (!headersFollowText()) {
-            return;
-        }
-        Layer body = std::exchange(page_.layer, {});
-        const HeaderStrips::Both set = headersWith(text_ ? *text_ : textAhead());
-        putOn(page_, set, headerSection(), rules_.paperOf(headerSection(), page_.number));
-        page_.layer.append(std::move(body), 0, 0);
     }
 
     void beginColumn() {
@@ -429,7 +398,7 @@ private:
 
     void finishPage() {
         placeNotes();
-        putHeadersOfText();
+        headers_.finish(headersOf_, text_ ? *text_ : textAhead(), page_);
         if (!firstOfSection_) {
             counter_.add(section_, page_.sheet);
         }
@@ -486,8 +455,8 @@ private:
     PageCounter counter_;
     StoryReader::Shared shared_;
     NoteStrips notes_;
-    HeaderStrips headers_;
     PageFieldValues fields_;
+    PageHeaders headers_;
     BlockComposer body_;
     ColumnFlow flow_;
     std::deque<Page> finished_;
