@@ -164,8 +164,8 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
         part.area.bottom = part.area.top + part.padding.top + text.height + part.padding.bottom;
     }
     const double room = heightOf(part.area) - part.padding.top;
-    const bool isFixed = !part.growsWithText && part.textFlow == word::TextFlow::across &&
-                         part.turn.angle == 0;
+    const bool isFixed =
+        !part.growsWithText && part.textFlow == word::TextFlow::across && part.turn.angle == 0;
     if (isFixed && text.height > room && !goesOnElsewhere(*part.text)) {
         constexpr double anywhere = std::numeric_limits<double>::infinity();
         text.layer.cutBelow(room, -anywhere, anywhere);
