@@ -167,6 +167,14 @@ TEST_F(FloatingShape, TextThatHasNoRoomInABoxOfFixedHeightIsCutOff) {
     EXPECT_EQ(composedText(text).layer.texts.size(), 7U);
 }
 
+TEST_F(FloatingShape, ALineWithoutHeightOrTextIsALine) {
+    constexpr unsigned line = 20;
+    word::Drawing drawing = drawingOf(line, look.count(), look.encode());
+    constexpr std::size_t bottom = 12; // of the place
+    drawing.place[bottom] = drawing.place[bottom + 1] = 0;
+    EXPECT_EQ(composed(drawing).layer.outlines.size(), 1U);
+}
+
 TEST_F(FloatingShape, TextThatGoesOnInALinkedBoxIsNotCutOff) {
     composedText(u"一\r二\r三\r四\r五\r六\r七\r");
     word::Drawing next = document.tables.drawings[0];

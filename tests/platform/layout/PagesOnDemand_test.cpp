@@ -300,13 +300,32 @@ TEST_F(OnDemand, BehindTheLastPageNoneIsFoundHoweverOftenItIsAskedFor) {
     EXPECT_EQ(demanded->sizes().size(), count);
 }
 
+TEST_F(OnDemand, AFrameThatBeginsASectionStandsOnItsPageAloneHoweverPagesAreAskedFor) {
+    paragraphs(3);
+    nextSection(section());
+    type(u"框\r", withSprm16({}, sprm::PDxaWidth, 800));
+    paragraphs(3);
+    const auto expected = inOrder();
+    ASSERT_EQ(expected.size(), 2U);
+    onDemand();
+    ASSERT_TRUE(demanded->findNext());
+    EXPECT_EQ(described(demanded->page(0)), expected[0]);
+    findAll();
+    EXPECT_EQ(described(demanded->page(1)), expected[1]);
+    EXPECT_EQ(described(demanded->page(0)), expected[0]);
+}
+
 TEST_F(OnDemand, PagesWhoseHeadersShowTheirHeadingsAreTheSameInAnyOrder) {
     constexpr std::uint8_t styleField = 0x0A;
     word::Story header = story(u"\x13STYLEREF 1\x14"
                                u"旧\x15\r");
     header.fields = {{0, 0x13, styleField}, {11, 0x14, 0}, {13, 0x15, 0}};
     putHeader(word::HeaderKind::oddHeader, header);
-    typeUnevenly(60);
+    typeUnevenly(30);
+    nextSection(withSprm8(section(), sprm::SBkc, 0));
+    document.headers[1][static_cast<std::size_t>(word::HeaderKind::oddHeader)] =
+        word::slicesOf(story(u"后\r"));
+    typeUnevenly(30);
     for (std::size_t i = 0; i < main.paragraphs.size(); i += 7) {
         main.paragraphs[i].style = 1;
     }

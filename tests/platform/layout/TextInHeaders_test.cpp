@@ -1,7 +1,7 @@
 // What headers and footers show of the text of their pages: chapters, headings, reckoned fields.
 
 #include "platform/error/Utf8.h"
-#include "platform/layout/PagedDocument.h"
+#include "platform/layout/TypedRows.h"
 
 #include <cstdint>
 #include <string>
@@ -24,7 +24,7 @@ constexpr std::uint8_t countField = 0x1A;
 constexpr std::uint8_t pageField = 0x21;
 constexpr std::uint8_t formulaField = 0x22;
 
-class TextInHeaders : public test::PagedDocument {
+class TextInHeaders : public test::TypedRows {
 protected:
     // A paragraph in the style of headings of that level.
     void heading(const std::u16string& text, word::StyleIndex level = 1, const Bytes& own = {}) {
@@ -174,11 +174,11 @@ TEST_F(TextInHeaders, BeforeTheFirstOfItsStyleAStyleFieldShowsTheOneToCome) {
 
 TEST_F(TextInHeaders, AStyleFieldShowsNeitherHiddenTextNorInstructions) {
     putFields(u"{STYLEREF 1|旧}", {styleField});
-    type(u"甲密\x13X\x14乙\x15丙\r");
+    type(u"甲密\x13X\x14乙\x15\x1E\r");
     main.paragraphs.back().style = 1;
     main.characters = {
         {1, {}}, {1, intern(withSprm8({}, sprm::CFVanish, 1))}, {main.size() - 2, {}}};
-    EXPECT_EQ(headers(), Texts{"甲乙丙"});
+    EXPECT_EQ(headers(), Texts{"甲乙-"});
 }
 
 TEST_F(TextInHeaders, AStyleFieldMayShowTheNumberOfItsParagraph) {
@@ -188,14 +188,63 @@ TEST_F(TextInHeaders, AStyleFieldMayShowTheNumberOfItsParagraph) {
     EXPECT_EQ(headers(), Texts{"第1章"});
     putFields(u"{STYLEREF 1 \\w \\t|旧}", {styleField});
     EXPECT_EQ(headers(), Texts{"1"});
+    putFields(u"{STYLEREF \\n\"标题 1\"|旧}", {styleField});
+    EXPECT_EQ(headers(), Texts{"第1章"}) << "a switch in front of the name";
     main = {};
     heading(u"总则");
     EXPECT_EQ(headers(), Texts{"0"}) << "one without a number";
 }
 
+TEST_F(TextInHeaders, TheChapterOfACaptionIsTheNumberAlone) {
+    numberHeadings({std::u16string(u"第\0章.", 4)});
+    heading(u"总则", 1, numbered());
+    putFields(u"图 {STYLEREF 1 \\s|旧}-1", {styleField});
+    EXPECT_EQ(headers(), Texts{"图 1-1"});
+}
+
+TEST_F(TextInHeaders, ALabelWithAllItsLevelsIsShownWhereItHasThem) {
+    document.tables.styles.styles[2] = document.tables.styles.styles[1];
+    document.tables.styles.styles[2]->sti = 2;
+    putFields(u"{STYLEREF 2 \\w|旧}", {styleField});
+    for (const auto& [label, shown] : {std::pair(std::u16string(u"\0.\1", 3), "1.1"),
+                                       std::pair(std::u16string(u"(\1)"), "旧")}) {
+        numberHeadings({std::u16string(1, u'\0'), label});
+        main = {};
+        heading(u"甲", 1, numbered());
+        heading(u"乙", 2, numbered(1));
+        EXPECT_EQ(headers(), Texts{shown});
+    }
+}
+
+TEST_F(TextInHeaders, AStyleFieldOfAPageWithEndnotesShowsWhatStandsBeforeThem) {
+    putFields(u"{STYLEREF 1|旧}", {styleField});
+    heading(u"甲");
+    paragraphs(10);
+    heading(u"乙");
+    type(u"文\x02\r");
+    main.anchors = {{main.size() - 2, word::AnchorKind::endnote, 0}};
+    const auto note = story(std::u16string(150, u'注') + u"\r");
+    document.tables.sideStories = {{std::make_shared<const word::Story>(note), true, {}, {}}};
+    EXPECT_EQ(headers(), (Texts{"甲", "乙", "乙"}));
+    EXPECT_EQ(layout->lines().back().at, main.size() - 3);
+}
+
+TEST_F(TextInHeaders, AHeadingStandsOnItsPageThoughItsFirstCharacterIsHidden) {
+    putFields(u"{STYLEREF 1|旧}", {styleField});
+    heading(u"甲");
+    paragraphs(9);
+    const word::Cp at = main.size();
+    heading(u"密乙");
+    main.characters.back() = {1, intern(withSprm8({}, sprm::CFVanish, 1))};
+    main.characters.push_back({2, {}});
+    EXPECT_EQ(headers(), (Texts{"甲", "乙"}));
+    EXPECT_EQ(placeOf(layout->lines(), at).sheet, 1);
+}
+
 TEST_F(TextInHeaders, AStyleFieldOfNoParagraphOrPlaceKeepsWhatItStored) {
     paragraphs(1);
-    for (const auto* code : {u"STYLEREF 1", u"STYLEREF 没有", u"STYLEREF 正文 \\p", u"STYLEREF"}) {
+    for (const auto* code : {u"STYLEREF 1", u"STYLEREF 没有", u"STYLEREF 正文 \\p",
+                             u"STYLEREF 正文 \\x", u"STYLEREF"}) {
         putFields(u"{" + std::u16string(code) + u"|旧}", {styleField});
         EXPECT_EQ(headers(), Texts{"旧"}) << toUtf8(code);
     }
@@ -211,6 +260,18 @@ TEST_F(TextInHeaders, AStyleFieldInTheTextShowsWhatStandsBeforeIt) {
     main.fields = {{2, 0x13, styleField}, {13, 0x14, 0}, {15, 0x15, 0}};
     heading(u"乙");
     EXPECT_EQ(textOf(pages().at(0)), u"甲甲乙");
+}
+
+TEST_F(TextInHeaders, AStyleFieldInATableShowsWhatStandsBeforeItThere) {
+    heading(u"甲");
+    typeRow({u"子"}, {0, 1000});
+    typeRow({u"乙"}, {0, 1000});
+    main.paragraphs[3].style = 1;
+    const word::Cp at = main.size();
+    typeRow({u"\x13STYLEREF 1\x14旧\x15"}, {0, 1000});
+    main.fields = {{at, 0x13, styleField}, {at + 11, 0x14, 0}, {at + 13, 0x15, 0}};
+    type(u"丙\r");
+    EXPECT_EQ(textOf(pages().at(0)), u"甲子乙乙丙");
 }
 
 TEST_F(TextInHeaders, AFormulaReckonsWithPageNumbers) {
@@ -266,7 +327,7 @@ TEST_F(TextInHeaders, AConditionIsAskedOnEachPage) {
              std::tuple(u"IF {PAGE|1} > 1 \"第{PAGE|1}页\"", "", "第2页"),
              std::tuple(u"IF {PAGE|1} <> {NUMPAGES|1} 转下页 完", "转下页", "完"),
              std::tuple(u"IF {PAGE|1}<=1 “甲” “乙” \\* MERGEFORMAT", "甲", "乙"),
-             std::tuple(u"IF {PAGE|1} >= {PAGE|1} 等 异", "等", "等"),
+             std::tuple(u"If {PAGE|1} >= {PAGE|1} 等 异", "等", "等"),
              std::tuple(u"IF \"第{PAGE|1}\" = \"第2\" 是 否", "否", "是"),
          }) {
         const bool counts = std::u16string_view(code).find(u"NUM") != std::u16string::npos;

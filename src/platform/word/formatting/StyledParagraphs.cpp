@@ -35,8 +35,8 @@ public:
             const bool isHidden = isHiddenHere(paragraph.style);
             seen.isLeftOut = seen.isLeftOut && isHidden;
             const bool isText = c >= special::firstPrintable || c == special::tab;
-            if (isText && !isHidden && !fields_.isInside()) {
-                seen.text += c;
+            if ((isText || c == special::fixedHyphen) && !isHidden && !fields_.isInside()) {
+                seen.text += isText ? c : u'-';
             }
         }
         return seen;
@@ -76,10 +76,35 @@ char16_t signOf(ResolvedSection::ChapterSign sign) {
     }
 }
 
+// How many numbers stand in a text.
+unsigned levelsIn(std::u16string_view numbers) {
+    constexpr std::u16string_view between = u".．-–—、:：()（） /";
+    unsigned count = 0;
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        const bool isNumber = between.find(numbers[i]) == between.npos;
+        const bool wasNumber = i > 0 && between.find(numbers[i - 1]) == between.npos;
+        count += isNumber && !wasNumber ? 1 : 0;
+    }
+    return count;
+}
+
+// The styles of headings by their level; one that is no style for a level without.
+std::array<StyleIndex, 9> headingsOf(const StyleSheet& sheet) {
+    std::array<StyleIndex, 9> headings{};
+    headings.fill(static_cast<StyleIndex>(sheet.styles.size()));
+    for (std::size_t i = sheet.styles.size(); i-- > 0;) {
+        const auto& style = sheet.styles[i];
+        if (style && style->sti >= sti::heading1 && style->sti < sti::heading1 + headings.size()) {
+            headings.at(style->sti - sti::heading1) = static_cast<StyleIndex>(i);
+        }
+    }
+    return headings;
+}
+
 } // namespace
 
 StyledParagraphs::StyledParagraphs(const DocumentTables& tables, const Story& story)
-    : styles_(tables.styles), paragraphs_(tables.styles.styles.size()) {
+    : paragraphs_(tables.styles.styles.size()), headings_(headingsOf(tables.styles)) {
     FormatResolver formats(tables);
     ListNumbers numbers(tables, formats.levels());
     SeenText text(story, formats);
@@ -95,6 +120,7 @@ StyledParagraphs::StyledParagraphs(const DocumentTables& tables, const Story& st
         if (const auto label = numbers.next(look.list, look.listLevel)) {
             paragraph.label = label->text;
             paragraph.numbers = label->numbers;
+            paragraph.hasAllLevels = levelsIn(label->numbers) > look.listLevel;
         }
         if (run.style < paragraphs_.size()) {
             paragraphs_[run.style].push_back(std::move(paragraph));
@@ -108,11 +134,7 @@ const std::vector<StyledParagraph>& StyledParagraphs::of(StyleIndex style) const
 }
 
 const std::vector<StyledParagraph>& StyledParagraphs::headings(unsigned level) const {
-    const auto heading =
-        std::find_if(styles_.styles.begin(), styles_.styles.end(), [&](const auto& style) {
-            return style && style->sti == sti::heading1 + level - 1;
-        });
-    return of(static_cast<StyleIndex>(heading - styles_.styles.begin()));
+    return of(headings_.at(level - 1));
 }
 
 std::u16string StyledParagraphs::chapter(const ResolvedSection& section, PageText page) const {

@@ -3,6 +3,7 @@
 #include "platform/word/docfile/document/DocumentTables.h"
 #include "platform/word/formatting/ResolvedSection.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -17,9 +18,10 @@ struct PageText {
 // What fields elsewhere show of a paragraph.
 struct StyledParagraph {
     Cp at = 0;
-    std::u16string text;    // that is seen, without its label
-    std::u16string label;   // the number or bullet in front of it
-    std::u16string numbers; // those of the label, with what stands between them
+    std::u16string text;       // that is seen, without its label
+    std::u16string label;      // the number or bullet in front of it
+    std::u16string numbers;    // those of the label, with what stands between them
+    bool hasAllLevels = false; // the label has the numbers of the levels above its own
 };
 
 // The paragraphs of a story that are seen, by their styles.
@@ -37,8 +39,8 @@ public:
 private:
     const std::vector<StyledParagraph>& headings(unsigned level) const;
 
-    const StyleSheet& styles_;
-    std::vector<std::vector<StyledParagraph>> paragraphs_;
+    std::vector<std::vector<StyledParagraph>> paragraphs_; // by style
+    std::array<StyleIndex, 9> headings_{};                 // by level
 };
 
 // The first or last one that begins on a page, else the last one before it; null for none.

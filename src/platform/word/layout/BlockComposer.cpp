@@ -278,6 +278,9 @@ Strips BlockComposer::composeParagraph(std::size_t paragraph, const LineSetting&
         strip.style = run.style;
         strip.at = std::max(strip.at, blocks_.startOf(paragraph));
     }
+    if (from == 0 && !strips.empty()) {
+        strips.front().at = blocks_.startOf(paragraph); // though its first characters are not seen
+    }
     anchorDrawings(anchors, from, setting, strips);
     return strips;
 }

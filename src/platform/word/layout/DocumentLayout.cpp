@@ -108,6 +108,9 @@ private:
         while (section_ + 1 < rules_.sections().size() && start >= rules_.endOf(section_)) {
             enterSection();
         }
+        if (!finished_.empty()) {
+            return; // a page is asked for before a frame waits for its paragraph
+        }
         body_.setPage(fieldsOfBody(start));
         if (!block.table) {
             append(compose(block, 0));
@@ -425,13 +428,21 @@ private:
 
     PageNotes pageNotes() { return {notes_, pageSetting(), rules_.addsSpaces()}; }
 
+    // Their positions count in a story of their own.
+    Strips behindText(Strips notes) const {
+        for (Strip& strip : notes) {
+            strip.isOfNote = true;
+            strip.at = source_.main->size();
+        }
+        return notes;
+    }
+
     // Endnotes stand behind the text.
     void finish() {
         if (!endnotesFed_) {
             endnotesFed_ = true;
             for (const std::uint32_t note : notes_.endnotes()) {
-                const Strips& strips = notes_.strips(note, columnSetting());
-                pending_.insert(pending_.end(), strips.begin(), strips.end());
+                append(behindText(notes_.strips(note, columnSetting())));
                 notes_.forget(note);
             }
             if (auto frames = body_.rest()) {

@@ -4,8 +4,8 @@
 #include "platform/word/formatting/NumberForms.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdlib>
 
 namespace qvnd::layout {
 
@@ -26,7 +26,10 @@ std::optional<double> numberIn(std::u16string_view text) {
     if (!isNumber) {
         return std::nullopt;
     }
-    return std::strtod(std::string(text.begin(), text.end()).c_str(), nullptr);
+    const std::string digits(text.begin(), text.end());
+    double number = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return number;
 }
 
 // Reads a text from its start on.
@@ -159,10 +162,10 @@ private:
 
 // As a field without a form for it shows it: no more than two digits behind the point.
 std::u16string plainly(double value) {
-    constexpr long hundred = 100;
-    const long parts = std::lround(std::abs(value) * hundred);
+    constexpr long long hundred = 100;
+    const long long parts = std::llround(std::abs(value) * hundred);
     std::string text = std::to_string(parts / hundred);
-    if (const long behind = parts % hundred; behind != 0) {
+    if (const long long behind = parts % hundred; behind != 0) {
         text += behind < 10 ? ".0" : ".";
         text += std::to_string(behind % 10 == 0 ? behind / 10 : behind);
     }
@@ -240,7 +243,7 @@ std::optional<std::u16string> conditionShown(std::u16string_view instruction) {
     const auto isSign = [](char16_t c) { return c == u'=' || c == u'<' || c == u'>'; };
     const auto endsNothing = [](char16_t c) { return c == u'\\'; };
     Reading text(instruction);
-    if (!text.take(u"IF") && !text.take(u"if")) {
+    if (word::foldedName(text.takeAll(isLetterOf)) != u"if") {
         return std::nullopt;
     }
     const auto one = text.takeText(isSign);

@@ -166,7 +166,7 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
     const double room = heightOf(part.area) - part.padding.top;
     const bool isFixed =
         !part.growsWithText && part.textFlow == word::TextFlow::across && part.turn.angle == 0;
-    if (isFixed && text.height > room && !goesOnElsewhere(*part.text)) {
+    if (part.text && isFixed && text.height > room && !shared_.isLinked(*part.text)) {
         constexpr double anywhere = std::numeric_limits<double>::infinity();
         text.layer.cutBelow(room, -anywhere, anywhere);
     }
@@ -182,19 +182,6 @@ void FloatComposer::addPart(ShapePart& part, const PageFields& fields, const Lin
     const double top = part.area.top + part.padding.top;
     layer.append(text.layer, left, top);
     hold(std::move(text.floats), {left, top, part.area.right - part.padding.right, 0}, holder);
-}
-
-// Whether the text flows through a chain of shapes. All of it stands in the first one, where it
-// must not be lost.
-bool FloatComposer::goesOnElsewhere(std::uint32_t text) const {
-    const auto& drawings = shared_.source.tables->drawings;
-    return std::any_of(drawings.begin(), drawings.end(), [&](const word::Drawing& drawing) {
-        return std::any_of(drawing.references.begin(), drawing.references.end(),
-                           [&](const word::ShapeReference& reference) {
-                               return reference.kind == word::ShapeReference::Kind::text &&
-                                      reference.index == text && reference.link > 0;
-                           });
-    });
 }
 
 // The text on one line, in the size that its area is high. Without its fill it is not seen.

@@ -20,7 +20,6 @@ private:
     void addPart(ShapePart& part, const PageFields& fields, const LineSetting& setting,
                  Layer& layer, AnchoredFloat& holder);
     void addArt(const ShapePart& part, Layer& layer);
-    bool goesOnElsewhere(std::uint32_t text) const;
     Stack textOf(const ShapePart& part, const PageFields& fields, const LineSetting& setting);
 
     StoryReader::Shared& shared_;

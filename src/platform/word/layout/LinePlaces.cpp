@@ -16,7 +16,7 @@ LinePlace placeOf(const std::vector<LinePlace>& lines, word::Cp position) {
 }
 
 void extend(std::optional<word::PageText>& text, const Strip& strip) {
-    if (strip.isHeading) {
+    if (strip.isHeading || strip.isOfNote) {
         return;
     }
     if (strip.row) {
@@ -34,6 +34,9 @@ void extend(std::optional<word::PageText>& text, const Strip& strip) {
 // Lines come in order, but for those of a cell that goes on from the page before, and of pages that
 // are laid out again.
 void LinePlaces::add(const Strip& strip, const LinePlace& page) {
+    if (strip.isOfNote) {
+        return;
+    }
     if (strip.row) {
         for (const RowParts::Cell& cell : strip.row->cells) {
             for (std::size_t i = 0; i < cell.strips.size(); ++i) {

@@ -20,15 +20,16 @@ struct LinePlace {
 // one; an empty place without lines. `lines` ascend by `at`.
 LinePlace placeOf(const std::vector<LinePlace>& lines, word::Cp position);
 
-// Adds the lines of a strip to the text of its page. Heading rows, which are repeated, count for
-// none.
+// Adds the lines of a strip to the text of its page. Heading rows, which are repeated, and notes
+// count for none.
 void extend(std::optional<word::PageText>& text, const Strip& strip);
 
 // Collects the places of lines while pages are laid out.
 class LinePlaces {
 public:
-    // Adds the lines of a strip, for a row those of its cells, to a page. A line that is
-    // known stays where it is: pages are laid out again, and heading rows are repeated.
+    // Adds the lines of a strip, for a row those of its cells, to a page; those of notes are none
+    // of the main story. A line that is known stays where it is: pages are laid out again, and
+    // heading rows are repeated.
     void add(const Strip& strip, const LinePlace& page);
     // Ascending by their first characters.
     const std::vector<LinePlace>& lines() const { return lines_; }

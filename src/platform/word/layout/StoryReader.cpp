@@ -48,6 +48,20 @@ const word::StyledParagraphs& StoryReader::Shared::styledParagraphs() {
     return *styled;
 }
 
+bool StoryReader::Shared::isLinked(std::uint32_t shapeText) {
+    if (!linked) {
+        linked.emplace();
+        for (const word::Drawing& drawing : source.tables->drawings) {
+            for (const word::ShapeReference& reference : drawing.references) {
+                if (reference.kind == word::ShapeReference::Kind::text && reference.link > 0) {
+                    linked->insert(reference.index);
+                }
+            }
+        }
+    }
+    return linked->contains(shapeText);
+}
+
 StoryReader::StoryReader(Shared& shared, const word::Story& story,
                          std::optional<std::uint32_t> note)
     : shared_(shared), story_(story), note_(note), fields_(story, shared.source, shared.officeText),
@@ -205,11 +219,12 @@ const word::ResolvedText& StoryReader::formatOfMark(std::size_t paragraph, word:
 }
 
 std::u16string StoryReader::shownBy(const FieldResults::Span& span, const PageFields& fields) {
-    const auto shown =
-        span.reference && fields.text
-            ? layout::shownBy(*span.reference, shared_.styledParagraphs(), *fields.text)
-            : std::nullopt;
-    return shown ? *shown : FieldResults::shownBy(span, fields);
+    if (!span.reference || !fields.text) {
+        return FieldResults::shownBy(span, fields);
+    }
+    const bool isMainText = &story_ == shared_.source.main.get();
+    const word::PageText text = isMainText ? word::PageText{span.begin, span.begin} : *fields.text;
+    return layout::shownBy(*span.reference, shared_.styledParagraphs(), text).value_or(span.text);
 }
 
 word::ListNumbers& StoryReader::numbers() {

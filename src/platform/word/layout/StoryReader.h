@@ -97,6 +97,9 @@ public:
 
         // Those of the main story, read when they are asked for first.
         const word::StyledParagraphs& styledParagraphs();
+        // Whether a text flows through a chain of shapes. All of it stands in the first one, where
+        // it must not be lost.
+        bool isLinked(std::uint32_t shapeText);
 
         const LayoutSource& source;
         FontMetrics& fonts;
@@ -114,7 +117,8 @@ public:
         std::map<std::pair<Counts, const word::Story*>, word::ListNumbers> numbers;
         std::set<const word::Story*> headers;
         std::optional<word::StyledParagraphs> styled;
-        bool addsSpaces = true; // see gapBetween()
+        std::optional<std::set<std::uint32_t>> linked; // see isLinked()
+        bool addsSpaces = true;                        // see gapBetween()
         // A picture in a line and its size in twips; none for a character that shows nothing.
         struct ShownPicture {
             word::DataBlob blob;

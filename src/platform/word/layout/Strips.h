@@ -39,6 +39,7 @@ struct Strip {
     std::vector<AnchoredFloat> floats;
     std::vector<std::uint32_t> notes; // indexes of the footnotes referenced in the strip
     word::Cp at = 0;                  // position of the first character
+    bool isOfNote = false;            // its lines are no text of the page's story
 
     std::size_t paragraph = 0; // differs between adjacent paragraphs
     word::StyleIndex style = 0;

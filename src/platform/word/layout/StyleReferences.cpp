@@ -9,20 +9,47 @@ namespace qvnd::layout {
 
 namespace {
 
-// The word behind the field's name: between quotation marks, or up to a blank.
-std::u16string_view nameIn(std::u16string_view instruction) {
+// What an instruction says behind the field's name.
+struct Instruction {
+    std::u16string_view style{};
+    std::u16string switches{}; // a letter each
+};
+
+// A text between quotation marks, or a word up to a blank or a switch.
+std::u16string_view takeWord(std::u16string_view& rest) {
+    const bool isQuoted = rest.starts_with(u'"');
+    rest.remove_prefix(isQuoted ? 1 : 0);
+    const auto end = std::min(isQuoted ? rest.find(u'"') : rest.find_first_of(u" \\"), rest.size());
+    const std::u16string_view word = rest.substr(0, end);
+    rest.remove_prefix(std::min(end + (isQuoted ? 1 : 0), rest.size()));
+    return word;
+}
+
+// Nothing for another field. The text of a field's format (\*) is passed over.
+std::optional<Instruction> instructionIn(std::u16string_view text) {
     constexpr std::u16string_view field = u"STYLEREF";
-    const auto begin = instruction.find_first_not_of(u' ');
-    if (begin == instruction.npos ||
-        word::foldedName(instruction.substr(begin, field.size())) != u"styleref") {
-        return {};
+    constexpr char16_t format = u'*';
+    text.remove_prefix(std::min(text.find_first_not_of(u' '), text.size()));
+    if (word::foldedName(text.substr(0, field.size())) != u"styleref") {
+        return std::nullopt;
     }
-    std::u16string_view rest = instruction.substr(begin + field.size());
-    rest.remove_prefix(std::min(rest.find_first_not_of(u' '), rest.size()));
-    if (rest.starts_with(u'"')) {
-        return rest.substr(1, rest.find(u'"', 1) - 1);
+    text.remove_prefix(field.size());
+    Instruction found;
+    bool isOfFormat = false;
+    while (text.find_first_not_of(u' ') != text.npos) {
+        text.remove_prefix(text.find_first_not_of(u' '));
+        if (text.front() == u'\\') {
+            const char16_t letter = text.size() > 1 ? text[1] : u'\\';
+            isOfFormat = letter == format;
+            found.switches.append(isOfFormat ? 0 : 1, letter);
+            text.remove_prefix(std::min<std::size_t>(text.size(), 2));
+            continue;
+        }
+        const std::u16string_view word = takeWord(text);
+        found.style = found.style.empty() && !isOfFormat ? word : found.style;
+        isOfFormat = false;
     }
-    return rest.substr(0, rest.find_first_of(u" \\"));
+    return found;
 }
 
 // The number of the built-in style that a name stands for; a digit stands for a heading.
@@ -48,26 +75,30 @@ std::optional<word::StyleIndex> styleNamed(std::u16string_view name,
                : std::optional(static_cast<word::StyleIndex>(found - sheet.styles.begin()));
 }
 
-bool hasSwitch(std::u16string_view instruction, std::u16string_view which) {
-    return instruction.find(which) != instruction.npos;
+StyleReference::Shows shownBySwitches(std::u16string_view switches) {
+    using Shows = StyleReference::Shows;
+    const auto has = [&](std::u16string_view any) {
+        return switches.find_first_of(any) != any.npos;
+    };
+    if (has(u"s") || (has(u"nrw") && has(u"t"))) {
+        return Shows::numbers;
+    }
+    return has(u"rw") ? Shows::wholeLabel : has(u"n") ? Shows::label : Shows::text;
 }
 
 } // namespace
 
 std::optional<StyleReference> styleReferenceOf(std::u16string_view instruction,
                                                const word::StyleSheet& sheet) {
-    const std::u16string_view name = nameIn(instruction);
-    const auto style = name.empty() ? std::nullopt : styleNamed(name, sheet);
-    if (!style || hasSwitch(instruction, u"\\p")) {
+    const auto read = instructionIn(instruction);
+    if (!read || read->style.empty() ||
+        read->switches.find_first_not_of(u"lnrstw") != read->switches.npos) {
         return std::nullopt;
     }
-    using Shows = StyleReference::Shows;
-    const bool asksNumber = hasSwitch(instruction, u"\\n") || hasSwitch(instruction, u"\\r") ||
-                            hasSwitch(instruction, u"\\w");
-    const Shows shows = !asksNumber                      ? Shows::text
-                        : hasSwitch(instruction, u"\\t") ? Shows::numbers
-                                                         : Shows::label;
-    return StyleReference{*style, shows, hasSwitch(instruction, u"\\l")};
+    const auto style = styleNamed(read->style, sheet);
+    const bool isLast = read->switches.find(u'l') != read->switches.npos;
+    return style ? std::optional(StyleReference{*style, shownBySwitches(read->switches), isLast})
+                 : std::nullopt;
 }
 
 std::optional<std::u16string> shownBy(const StyleReference& reference,
@@ -85,8 +116,11 @@ std::optional<std::u16string> shownBy(const StyleReference& reference,
     if (shown.label.empty()) {
         return u"0"; // of a paragraph without a number
     }
+    if (reference.shows == StyleReference::Shows::wholeLabel && !shown.hasAllLevels) {
+        return std::nullopt;
+    }
     std::u16string number =
-        reference.shows == StyleReference::Shows::label ? shown.label : shown.numbers;
+        reference.shows == StyleReference::Shows::numbers ? shown.numbers : shown.label;
     while (number.ends_with(u'.')) {
         number.pop_back();
     }
