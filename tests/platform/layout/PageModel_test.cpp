@@ -86,6 +86,21 @@ TEST(LayerBelow, RulesEndThereAndThoseThatStandBelowGo) {
     EXPECT_DOUBLE_EQ(layer.rules[3].y1, 1200) << "it begins beside the cell";
 }
 
+TEST(LayerBelow, OutlinesThatStandBelowGo) {
+    const auto outline = [](double x, double y) {
+        Outline mark;
+        mark.path.moveTo({x + 5, y});
+        mark.path.lineTo({x, y + 5});
+        return mark;
+    };
+    Layer layer;
+    layer.outlines = {outline(10, 999), outline(10, 1000), outline(9, 1000), outline(50, 1000)};
+    cut(layer);
+    ASSERT_EQ(layer.outlines.size(), 3U);
+    EXPECT_DOUBLE_EQ(layer.outlines[0].path.points[0].y, 999);
+    EXPECT_DOUBLE_EQ(layer.outlines[1].path.points[1].x, 9) << "beside the cell";
+}
+
 TEST(Layers, AllThatIsAppendedMovesAsAWhole) {
     Layer part;
     part.fills = {fillAt(1, 2, 3)};

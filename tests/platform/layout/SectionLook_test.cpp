@@ -157,6 +157,18 @@ TEST_F(SectionLook, ASectionThatBeginsAColumnBeginsAPageWhereItsColumnsAreOthers
     EXPECT_EQ(pages().size(), 2U);
 }
 
+TEST_F(SectionLook, ASectionThatBeginsAColumnBeginsAPageWhereItsMarginsAreOthers) {
+    setSection(twoColumns());
+    paragraphs(2);
+    Bytes moved = withSprm16(withSprm8(twoColumns(), sprm::SBkc, 1), sprm::SDxaLeft, 1200);
+    nextSection(withSprm16(moved, sprm::SDxaRight, 800));
+    paragraphs(1);
+    const auto found = pages();
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_DOUBLE_EQ(found[0].layer.texts[0].x, 1000);
+    EXPECT_DOUBLE_EQ(found[1].layer.texts[0].x, 1200);
+}
+
 TEST_F(SectionLook, ASectionOnAnOddPageLeavesAnEvenOneEmptyThoughNothingStandsOnIt) {
     type(u"一\r");
     nextSection(section());

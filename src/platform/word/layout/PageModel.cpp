@@ -100,6 +100,10 @@ void Layer::cutBelow(double y, double left, double right, bool keepsTexts) {
     std::erase_if(pictures, [&](const PlacedPicture& picture) {
         return isWithin(picture) && picture.y >= y;
     });
+    std::erase_if(outlines, [&](const Outline& outline) {
+        const PathPoint corner = upperLeft(outline.path);
+        return corner.x >= left && corner.x < right && corner.y >= y;
+    });
     std::erase_if(texts, [&](const PlacedText& text) {
         return !keepsTexts && isWithin(text) && text.baseline - text.size >= y;
     });

@@ -115,9 +115,9 @@ struct Layer {
     // Moves all to higher planes, or to lower ones.
     void movePlanes(Plane by);
     // Of what begins between two distances from the left edge: removes what stands below that
-    // height, and cuts off fills, rules, texts and pictures that reach beyond it. Outlines and text
-    // art, which stand in layers of drawings, stay whole. `keepsTexts`: texts below it are not
-    // seen, but a reader of the PDF finds them.
+    // height, and cuts off fills, rules, texts and pictures that reach beyond it; outlines that do
+    // stay whole. Text art, which stands in layers of drawings, stays. `keepsTexts`: texts below it
+    // are not seen, but a reader of the PDF finds them.
     void cutBelow(double y, double left, double right, bool keepsTexts = false);
 };
 

@@ -1,5 +1,8 @@
 #include "platform/word/layout/Path.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace qvnd::layout {
 
 void Path::moveTo(PathPoint to) {
@@ -24,6 +27,15 @@ void Path::close() {
     if (!isEmpty()) {
         steps.push_back(Step::close);
     }
+}
+
+PathPoint upperLeft(const Path& path) {
+    constexpr double nowhere = std::numeric_limits<double>::infinity();
+    PathPoint corner{nowhere, nowhere};
+    for (const PathPoint& point : path.points) {
+        corner = {std::min(corner.x, point.x), std::min(corner.y, point.y)};
+    }
+    return corner;
 }
 
 } // namespace qvnd::layout

@@ -25,4 +25,7 @@ struct Path {
     bool isEmpty() const { return steps.empty(); }
 };
 
+// The upper left corner of the smallest rectangle around all points; of an empty path, nowhere.
+PathPoint upperLeft(const Path& path);
+
 } // namespace qvnd::layout

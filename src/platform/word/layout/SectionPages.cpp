@@ -13,9 +13,10 @@ bool haveOneSheet(const ResolvedSection& one, const ResolvedSection& other) {
 }
 
 bool haveEqualColumns(const ResolvedSection& one, const ResolvedSection& other) {
-    return std::equal(
-        one.columns.begin(), one.columns.end(), other.columns.begin(), other.columns.end(),
-        [](const auto& a, const auto& b) { return a.left == b.left && a.width == b.width; });
+    return one.paper.left == other.paper.left &&
+           std::equal(
+               one.columns.begin(), one.columns.end(), other.columns.begin(), other.columns.end(),
+               [](const auto& a, const auto& b) { return a.left == b.left && a.width == b.width; });
 }
 
 } // namespace
