@@ -18,21 +18,9 @@ Place placeOf(const QString& path) {
     return {path.left(cut), path.mid(cut + 1)};
 }
 
-// Two names are equal under this exactly when a comparison without case finds them equal; folding a
-// text as a whole would join more, such as "ß" and "ss".
-QString withoutCase(const QString& name) {
-    QString folded;
-    folded.reserve(name.size());
-    for (const uint point : name.toUcs4()) {
-        const char32_t plain = QChar::toCaseFolded(point);
-        folded += QString::fromUcs4(&plain, 1);
-    }
-    return folded;
-}
-
 // Of names that differ in case alone, a look-up finds the first.
 void insertFirst(QHash<QString, QString>& names, const QString& name) {
-    const QString key = withoutCase(name);
+    const QString key = name.toCaseFolded();
     if (!names.contains(key)) {
         names.insert(key, name);
     }
@@ -60,7 +48,7 @@ QString FolderNames::resolved(const QString& path) {
     if (QFileInfo::exists(path)) {
         return path;
     }
-    const auto spelling = namesIn(place.folder).value(withoutCase(place.name), place.name);
+    const auto spelling = namesIn(place.folder).value(place.name.toCaseFolded(), place.name);
     return place.folder + separator() + spelling;
 }
 
