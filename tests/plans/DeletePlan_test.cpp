@@ -199,6 +199,16 @@ TEST_F(DeletePlans, AWriteProtectedFileThatKeepsAFolderIsNamed) {
     EXPECT_TRUE(folder.exists("用户模板/甲/甲.2.doc"));
 }
 
+TEST_F(DeletePlans, AWriteProtectedFileInAFolderBelowIsNamed) {
+    makeWholePlan("甲");
+    click("甲", "甲.1");
+    folder.write("用户模板/甲/附图/总平面.doc", "mine");
+    QFile::setPermissions(folder.path("用户模板/甲/附图/总平面.doc"), QFile::ReadOwner);
+    EXPECT_TRUE(remove());
+    EXPECT_EQ(state.Remarks, QStringList("文件夹没有删除，其中的“总平面.doc”设为只读：" +
+                                         store::planFolder(state, "甲")));
+}
+
 TEST_F(DeletePlans, APlanWhoseFolderGoesLeavesNothingToTell) {
     makeWholePlan("甲");
     click("甲", "甲");

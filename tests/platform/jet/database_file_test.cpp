@@ -134,6 +134,17 @@ TEST_F(DatabaseFiles, AJournalThatHoldsNothingGoesWhenTheyAreOpenedAndTheyStayAs
     }
 }
 
+// It would be played back into what takes its place.
+TEST_F(DatabaseFiles, TheJournalOfAMissingOneGoesBeforeAnImageIsPutThere) {
+    create(u"a.mdb"_qs)->Close();
+    const QByteArray image = imageOf(pathOf(u"a.mdb"_qs));
+    ASSERT_TRUE(QFile::remove(pathOf(u"a.mdb"_qs)));
+    write(u"a.mdb-journal"_qs, "pages of the one before");
+    putImage(pathOf(u"a.mdb"_qs), image);
+    EXPECT_EQ(files(), QStringList{u"a.mdb"_qs});
+    EXPECT_EQ(imageOf(pathOf(u"a.mdb"_qs)), image);
+}
+
 TEST_F(DatabaseFiles, ACopyMadeWhileTheDatabaseIsOpenIsComplete) {
     const auto db = create(u"a.mdb"_qs);
     db->TableDefs().Append(outlineTable(u"T"_qs));

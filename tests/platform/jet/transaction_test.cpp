@@ -173,6 +173,25 @@ TEST_F(Transactions, WhatFailsInTheEventLoopIsToldOnceByTheNextCall) {
     EXPECT_EQ(*answer, error::storeDiskFull * 10000);
 }
 
+// The error of committing on a full disk, and whether the transaction is open behind it.
+TEST_F(Transactions, OneThatCouldNotBeCommittedIsStillOpen) {
+    const auto answer = test::RestrictedProcess::alone([this]() -> std::optional<long> {
+        test::FullDisk disk;
+        if (!disk.isOffered()) {
+            return std::nullopt;
+        }
+        workspace_->BeginTrans();
+        addRows(*a_, u"T"_qs, {QString(200, u'x')});
+        disk.fillFrom(1);
+        const long failure = errorOf([&] { workspace_->CommitTrans(); });
+        return failure * 10 + (workspace_->InTransaction() ? 1 : 0);
+    });
+    if (!answer) {
+        GTEST_SKIP() << "no filter of system calls";
+    }
+    EXPECT_EQ(*answer, error::storeDiskFull * 10 + 1);
+}
+
 TEST_F(Transactions, ARowAddedByItselfLastsAtOnce) {
     const auto rows = a_->OpenRecordset(u"T"_qs);
     add(*rows, u"x"_qs);

@@ -71,6 +71,10 @@ TEST(TextDecoding, MarksWinOverGuesses) {
     EXPECT_EQ(decodeText(QByteArray("\xFE\xFF\x5D\xE5", 4)), "工");
 }
 
+TEST(TextDecoding, AReplacementCharacterInUtf8IsOneOfItsCharacters) {
+    EXPECT_EQ(decodeText("工\xEF\xBF\xBD程"), QString("工\uFFFD程"));
+}
+
 TEST(TextDecoding, MalformedGbkKeepsTheRest) {
     EXPECT_EQ(decodeText("a\xFF" + gbkWork), QString("a\uFFFD工程"));
     EXPECT_EQ(decodeText("a\xB9"), QString("a\uFFFD"));

@@ -1238,6 +1238,14 @@ TEST(LeftOut, ATurnedOrDividedPageAtTheEndIsNamed) {
     }
 }
 
+TEST(LeftOut, ATurnedPageInFrontOfTheLastSectionIsNotNamed) {
+    SourceDocument source;
+    source.paragraph(u"a\fb");
+    source.data.sections = {{2, source.list(sprm8(sprm::SBOrientation, 2))}, {2, {}}};
+    ImportTarget target;
+    EXPECT_THAT(target.import(source.document()).leftOut, IsEmpty());
+}
+
 TEST(LeftOut, TheSameCharactersWithoutMeaningStay) {
     SourceDocument source;
     source.paragraph(u"a\u0002b");
