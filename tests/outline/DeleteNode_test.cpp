@@ -125,6 +125,16 @@ TEST_F(DeleteNodes, APlanWhoseNameHasAnApostropheKeepsItsTablesItsPlaceInTheList
     EXPECT_TRUE(folder.exists("用户模板/甲'乙/甲'乙.mdb"));
 }
 
+TEST_F(DeleteNodes, APlanWithAWriteProtectedDocumentKeepsItsFolder) {
+    makeWholePlan({"甲", "甲.1"});
+    folder.write("用户模板/甲/甲.1.doc", "mine");
+    QFile::setPermissions(folder.path("用户模板/甲/甲.1.doc"), QFile::ReadOwner);
+    EXPECT_EQ(remove("甲", "甲"), Deleted::failed);
+    EXPECT_TRUE(folder.exists("用户模板/甲/甲.1.doc"));
+    ASSERT_EQ(messages.shown.size(), 2U);
+    EXPECT_EQ(messages.shown[1].icon, desktop::Icon::exclamation);
+}
+
 // A subtree
 
 TEST_F(DeleteNodes, ASubtreeGoesFromBothTablesAndTheTree) {

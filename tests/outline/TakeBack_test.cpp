@@ -2,6 +2,7 @@
 
 #include "outline/RecordedPlan.h"
 #include "support/Errors.h"
+#include "support/PlainSqlite.h"
 #include "support/Text.h"
 
 using namespace qvnd;
@@ -94,6 +95,17 @@ TEST_F(TakeBack, TheCommandThatWasNotDoneIsToldOnceWithWhatLeadsBackBeforeIt) {
     world.state.HistoryFound.unfinished = step;
     EXPECT_EQ(mended(),
               "上次运行没有做完“" + step->title + "”就中断了。操作历史中可以回到它之前。");
+}
+
+TEST_F(TakeBack, ACommandThatWasNotDoneIsNotToldAgainByTheNextStart) {
+    const auto step = world.state.History->step(deleteNode("T.2"));
+    ASSERT_TRUE(step);
+    test::PlainSqlite(world.state.gUserTplPath + ".~history/history.db")
+        .rows("INSERT INTO killed VALUES(" + QString::number(step->id) + ",0,0)");
+    world.state.HistoryFound = world.state.History->mend();
+    ASSERT_TRUE(world.state.HistoryFound.unfinished);
+    EXPECT_TRUE(mended().contains(step->title));
+    EXPECT_FALSE(world.state.History->mend().unfinished);
 }
 
 TEST_F(TakeBack, WhatTheStartHasMendedIsToldALineEach) {
