@@ -128,13 +128,8 @@ private:
         setColour(context, rule.colour.value_or(0));
         cairo_set_line_width(context, rule.width);
         cairo_set_line_cap(context, CAIRO_LINE_CAP_SQUARE);
-        const bool across = rule.y1 == rule.y2;
-        const int strokes = rule.isDouble ? 2 : 1;
-        for (int i = 0; i < strokes; ++i) {
-            const double aside = i * 2 * rule.width;
-            cairo_move_to(context, rule.x1 + (across ? 0 : aside), rule.y1 + (across ? aside : 0));
-            cairo_line_to(context, rule.x2 + (across ? 0 : aside), rule.y2 + (across ? aside : 0));
-        }
+        cairo_move_to(context, rule.x1, rule.y1);
+        cairo_line_to(context, rule.x2, rule.y2);
         cairo_stroke(context);
     }
 

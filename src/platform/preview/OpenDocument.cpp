@@ -65,7 +65,7 @@ void OpenDocument::addStandIns(layout::Layer& layer) {
                                              std::array{picture.x, bottom, right, bottom},
                                              std::array{picture.x, picture.y, picture.x, bottom},
                                              std::array{right, picture.y, right, bottom}}) {
-            layer.rules.push_back({x1, y1, x2, y2, 10, false, standInEdge, picture.plane});
+            layer.rules.push_back({x1, y1, x2, y2, 10, standInEdge, picture.plane});
         }
         layer.texts.push_back(standInText(picture));
     }

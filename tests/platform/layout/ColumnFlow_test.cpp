@@ -345,7 +345,7 @@ std::vector<ComposedRow> borderedRow(int leastHeight) {
     rows[0].cells[0].strips = paragraph(0, 1);
     word::Border& top = rows[0].cells[0].format.topSide;
     top.visible = true;
-    top.width = top.thickness = 20;
+    top.thickness = 20;
     return rows;
 }
 

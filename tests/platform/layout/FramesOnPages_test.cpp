@@ -198,6 +198,10 @@ TEST_F(FramesOnPages, AFrameWithoutAWidthIsAsWideAsItsText) {
     type(u"甲\r");
     EXPECT_NEAR(runWith(pages().at(0), u'框').x, 1800, 1);
     main = {};
+    type(u"1\r", withSprm16({}, sprm::PDxaAbs, 0xFFFC)); // half as wide
+    type(u"甲\r");
+    EXPECT_NEAR(runWith(pages().at(0), u'1').x, 1950, 1) << "though that is narrow";
+    main = {};
     type(u"框\r宽宽宽\r", withSprm8(withSprm16({}, sprm::PDxaAbs, 0xFFFC), sprm::PJc, 2)); // right
     type(u"甲\r");
     const Page page = pages().at(0);

@@ -11,6 +11,16 @@
 namespace qvnd::layout {
 namespace {
 
+// With one stroke.
+word::Border borderOf(int width, int thickness) {
+    word::Border border;
+    border.visible = true;
+    border.width = width;
+    border.strokes[0].width = width;
+    border.thickness = thickness;
+    return border;
+}
+
 class LineMeasures : public test::ComposedLines {};
 
 TEST_F(LineMeasures, ALineMayBeATwipTooLong) {
@@ -138,7 +148,8 @@ TEST_F(LineMeasures, ARunIsDrawnInItsLook) {
 
 TEST_F(LineMeasures, TextOfOneBorderStandsInOneBox) {
     type(U"一二三");
-    look.border = {true, false, 10, 10, 0, 0x123456};
+    look.border = borderOf(10, 10);
+    look.border.colour = 0x123456;
     word::ResolvedText plain;
     items.items[2].format = &plain;
     const Layer& layer = compose()[0].layer;
@@ -155,10 +166,31 @@ TEST_F(LineMeasures, TextOfOneBorderStandsInOneBox) {
                   {0, -160, 400, -160}, {0, 40, 400, 40}, {0, -160, 0, 40}, {400, -160, 400, 40}}));
 }
 
+TEST_F(LineMeasures, TheBoxOfTextHasAllStrokesOfItsBorderOutside) {
+    type(U"一二");
+    look.border = borderOf(10, 30);
+    look.border.strokes[1] = {10, 10};
+    std::vector<std::vector<double>> lines;
+    const Layer layer = compose()[0].layer;
+    for (const Rule& rule : layer.rules) {
+        const double foot = layer.texts[0].baseline;
+        lines.push_back({rule.x1, rule.y1 - foot, rule.x2, rule.y2 - foot});
+    }
+    EXPECT_EQ(lines, (std::vector<std::vector<double>>{{0, -160, 400, -160},
+                                                       {0, -180, 400, -180},
+                                                       {0, 40, 400, 40},
+                                                       {0, 60, 400, 60},
+                                                       {0, -160, 0, 40},
+                                                       {-20, -160, -20, 40},
+                                                       {400, -160, 400, 40},
+                                                       {420, -160, 420, 40}}));
+}
+
 TEST_F(LineMeasures, InTheOfficeSuiteABorderMakesItsLineHigher) {
     type(U"一二");
     word::ResolvedText bordered;
-    bordered.border = {true, false, 10, 30, 5, {}};
+    bordered.border = borderOf(10, 30);
+    bordered.border.space = 5;
     items.items[1].format = &bordered;
     EXPECT_EQ(compose()[0].height, 200);
     setting.options = officeOptions();

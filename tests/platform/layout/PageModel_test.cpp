@@ -72,7 +72,7 @@ TEST(LayerBelow, TextsEndThereAndThoseThatBeginThereGo) {
 
 TEST(LayerBelow, RulesEndThereAndThoseThatStandBelowGo) {
     const auto rule = [](double x1, double y1, double x2, double y2) {
-        return Rule{x1, y1, x2, y2, 10, false, {}};
+        return Rule{x1, y1, x2, y2, 10, {}};
     };
     Layer layer;
     layer.rules = {rule(10, 900, 10, 1100),  rule(10, 1000, 50, 1000), rule(10, 1001, 50, 1001),
@@ -110,7 +110,7 @@ TEST(Layers, AllThatIsAppendedMovesAsAWhole) {
     part.outlines[0].path.lineTo({3, 4});
     part.pictures = {placedPicture(5, 6, 7)};
     part.pictures[0].endsAt = 10;
-    part.rules = {{1, 2, 3, 4, 10, false, {}}};
+    part.rules = {{1, 2, 3, 4, 10, {}}};
     part.texts = {placedText(8, 9)};
     part.texts[0].endsAt = 20;
     Layer page;

@@ -145,7 +145,7 @@ TEST_F(Painting, APageIsWhiteWhereNothingStands) {
 
 TEST_F(Painting, FillsAndRulesStandAtTheirPlacesInTheirColours) {
     page.layer.fills.push_back({100, 100, 300, 100, 0x3366CC});
-    page.layer.rules.push_back({0, 400, 1000, 400, 40, false, 0xFF0000});
+    page.layer.rules.push_back({0, 400, 1000, 400, 40, 0xFF0000});
     const PixelImage image = paint();
     EXPECT_EQ(at(image, 20, 15), 0x3366CCU);
     EXPECT_EQ(at(image, 45, 15), 0xFFFFFFU);
@@ -153,7 +153,7 @@ TEST_F(Painting, FillsAndRulesStandAtTheirPlacesInTheirColours) {
 }
 
 TEST_F(Painting, WhatIsOnAHigherPlaneCoversWhatIsOnALowerOneOfWhateverKind) {
-    page.layer.rules.push_back({0, 200, 1000, 200, 100, false, 0xFF0000});
+    page.layer.rules.push_back({0, 200, 1000, 200, 100, 0xFF0000});
     page.layer.fills.push_back({300, 100, 200, 200, 0x0000FF, 1});
     page.layer.fills.push_back({600, 100, 200, 200, 0x00FF00, -1});
     const PixelImage image = paint();

@@ -289,7 +289,7 @@ TEST(PaintedMetafile, EachElementIsCutByItsOwnClip) {
     emf.record(34, {-1}).record(43, {0, 100, 1000, 200});
     emf.record(33).record(30, {0, 0, 200, 500}).record(43, {0, 200, 1000, 300});
     layout::Page page = pageWith({0, 0, 1000, 500, blobOf(emf.file())});
-    page.layer.rules.push_back({0, 450, 1000, 450, 20, false, {}}); // behind it nothing is cut
+    page.layer.rules.push_back({0, 450, 1000, 450, 20, {}}); // behind it nothing is cut
     FontFaces fonts(FontChoice::here);
     PagePainter painter(fonts, nullptr);
     const PixelImage image = painter.image(page, 100);

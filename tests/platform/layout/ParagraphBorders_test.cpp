@@ -41,9 +41,11 @@ TEST_F(ParagraphBorders, TheStrokesOfADoubleBorderStandOutsideTheText) {
     list = withSprm32(list, sprm::PBrcTop80, 0x00010308);
     type(u"甲\r", list);
     const Page page = pages().at(0);
-    ASSERT_EQ(page.layer.rules.size(), 2U);
-    EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000 - 40);
-    EXPECT_DOUBLE_EQ(page.layer.rules[1].y1, 1000 + 60 - 40);
+    ASSERT_EQ(page.layer.rules.size(), 4U);
+    EXPECT_DOUBLE_EQ(page.layer.rules[0].x1, 1000);
+    EXPECT_DOUBLE_EQ(page.layer.rules[1].x1, 1000 - 40);
+    EXPECT_DOUBLE_EQ(page.layer.rules[2].y1, 1000 + 60);
+    EXPECT_DOUBLE_EQ(page.layer.rules[3].y1, 1000 + 60 - 40);
 }
 
 TEST_F(ParagraphBorders, ParagraphsWithTheSameBordersShareOneBox) {

@@ -82,7 +82,7 @@ TEST_F(RunningDown, TheLinesStandAtTheRightInTheMiddleOrAtTheLeft) {
 TEST_F(RunningDown, FillsAndRulesAreTurnedAndNotesAreKept) {
     addLine(u"甲", {200});
     lines[0].layer.fills = {{10, 20, 100, 50, 0xFF}};
-    lines[0].layer.rules = {{0, 180, 90, 180, 10, false, {}}};
+    lines[0].layer.rules = {{0, 180, 90, 180, 10, {}}};
     lines[0].notes = {7};
     const Strip strip = set();
     const Fill& fill = strip.layer.fills.at(0);

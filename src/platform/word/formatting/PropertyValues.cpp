@@ -81,16 +81,50 @@ int thicknessOf(unsigned type, int width) {
     return type == outset || type == inset ? 2 * width + relief : width;
 }
 
+using Strokes = std::array<BorderStroke, 3>;
+
+// Their names tell them from the content outwards: the thin stroke of thinThick lies within the
+// thick one ([MS-OI29500] 2.1.528). Three strokes take no more room than two.
+Strokes thickAndThin(unsigned type, double width) {
+    constexpr double thin = 15;
+    struct Look {
+        double thick, thin, gap;
+    };
+    const Look look = type < firstMediumGap  ? Look{width, thin, thin}
+                      : type < firstLargeGap ? Look{width, width / 2, width / 2}
+                                             : Look{2 * thin, thin, width};
+    switch ((type - firstSmallGap) % 3) {
+    case 0:
+        return {{{look.thin, 0}, {look.thick, look.gap}, {}}};
+    case 1:
+        return {{{look.thick, 0}, {look.thin, look.gap}, {}}};
+    default:
+        return {{{look.thin / 2, 0}, {look.thick, look.gap / 2}, {look.thin / 2, look.gap / 2}}};
+    }
+}
+
+Strokes strokesOf(unsigned type, double width) {
+    if (type == doubled || type == doubleWave) {
+        return {{{width, 0}, {width, width}, {}}};
+    }
+    if (type == triple) {
+        const double part = 3 * width / 5;
+        return {{{part, 0}, {part, part}, {part, part}}};
+    }
+    return type >= firstSmallGap && type < wave ? thickAndThin(type, width)
+                                                : Strokes{{{width, 0}, {}, {}}};
+}
+
 // brcType: 0 no border, 0xFF none either, though one stood there else (Brc80MayBeNil, [MS-DOC]
-// 2.9.18); 3 and 10 to 23 have more than one stroke.
+// 2.9.18).
 Border borderFrom(unsigned type, unsigned eighths, unsigned space,
                   std::optional<std::uint32_t> colour) {
     constexpr unsigned takenAway = 0xFF;
     Border border;
     border.isTakenAway = type == takenAway;
     border.visible = type != 0 && !border.isTakenAway;
-    border.isDouble = type == 3 || (type >= 10 && type <= 23);
     border.width = std::max(5, static_cast<int>(eighths) * twipsPerPoint / 8);
+    border.strokes = strokesOf(type, border.width);
     border.thickness = thicknessOf(type, border.width);
     border.space = static_cast<int>(space & 0x1F) * twipsPerPoint;
     border.colour = colour;

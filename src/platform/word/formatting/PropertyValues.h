@@ -2,6 +2,7 @@
 
 #include "platform/word/formatting/ResolvedProperties.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -37,12 +38,19 @@ std::optional<std::uint32_t> colourOfShd80(unsigned shd80);
 std::optional<std::uint32_t> colourOfShading(const SprmView& entry);
 
 // One side of a box around text, paragraphs or cells.
+// A stroke of a border, in twips. `gap`: between it and the one that is nearer to the content.
+struct BorderStroke {
+    double width = 0;
+    double gap = 0;
+    bool operator==(const BorderStroke&) const = default;
+};
+
 struct Border {
     bool visible = false;
-    bool isDouble = false;
-    int width = 0;     // of one stroke, in twips
-    int thickness = 0; // of all strokes and the gaps between them, in twips
-    int space = 0;     // between the border and its content, in twips
+    std::array<BorderStroke, 3> strokes{}; // from the content outwards; no width: no stroke
+    int width = 0;                         // that is told, of one stroke for most kinds, in twips
+    int thickness = 0;                     // of all strokes and the gaps between them, in twips
+    int space = 0;                         // between the border and its content, in twips
     std::optional<std::uint32_t> colour;
     bool isTakenAway = false; // told as none; otherwise one that is not visible is not told
     bool operator==(const Border&) const = default;

@@ -192,7 +192,7 @@ void BlockComposer::composeFrame(const Block& block, const LineSetting& setting)
     inner.width = frame.width > 0 ? frame.width : setting.width;
     Strips strips = composeFramed(block, inner);
     if (frame.width == 0) {
-        inner.width = std::max(narrowest, textWidth(strips) + 1);
+        inner.width = textWidth(strips) + 1;
         strips = composeFramed(block, inner);
     }
     frames_.push_back(framed(frame, inner.width, stacked(strips, shared_.addsSpaces)));

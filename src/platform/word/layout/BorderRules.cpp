@@ -1,14 +1,63 @@
 #include "platform/word/layout/BorderRules.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace qvnd::layout {
+
+namespace {
+
+// The part of a rule for a stroke: how far its middle lies from that of the innermost one.
+struct Placed {
+    double out = 0;
+    double width = 0;
+};
+
+std::vector<Placed> placedStrokes(const word::Border& side) {
+    std::vector<Placed> placed;
+    placed.reserve(side.strokes.size());
+    for (const word::BorderStroke& stroke : side.strokes) {
+        if (stroke.width > 0) {
+            const Placed before = placed.empty() ? Placed{0, -stroke.width} : placed.back();
+            placed.push_back(
+                {before.out + before.width / 2 + stroke.gap + stroke.width / 2, stroke.width});
+        }
+    }
+    return placed;
+}
+
+} // namespace
 
 double roomOf(const word::Border& side) { return side.visible ? side.space + side.thickness : 0; }
 
-void addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to) {
-    if (side.visible) {
-        layer.rules.push_back({from.x, from.y, to.x, to.y, static_cast<double>(side.width),
-                               side.isDouble, side.colour});
+double spanOf(const word::Border& side) {
+    const auto placed = placedStrokes(side);
+    return placed.empty() ? 0 : placed.back().out;
+}
+
+double firstWidth(const word::Border& side, StrokeOrder order) {
+    const auto placed = placedStrokes(side);
+    return placed.empty()                     ? 0
+           : order == StrokeOrder::fromInside ? placed.front().width
+                                              : placed.back().width;
+}
+
+std::size_t addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to,
+                    StrokeOrder order) {
+    if (!side.visible) {
+        return 0;
     }
+    const auto placed = placedStrokes(side);
+    const bool isAcross = from.y == to.y;
+    for (const Placed& stroke : placed) {
+        const double aside =
+            order == StrokeOrder::fromInside ? stroke.out : placed.back().out - stroke.out;
+        const double x = isAcross ? 0 : aside;
+        const double y = isAcross ? aside : 0;
+        layer.rules.push_back(
+            {from.x + x, from.y + y, to.x + x, to.y + y, stroke.width, side.colour});
+    }
+    return placed.size();
 }
 
 } // namespace qvnd::layout

@@ -1,5 +1,6 @@
 #include "platform/word/layout/CharacterPlacement.h"
 
+#include "platform/word/layout/BorderRules.h"
 #include "platform/word/layout/CharacterClasses.h"
 #include "platform/word/layout/EmphasisMarks.h"
 
@@ -32,19 +33,25 @@ void addBorder(const CharacterPlace& place, FontMetrics& fonts, Layer& layer) {
     const double bottom = place.foot - item.raised + heights.descent * item.size;
     const double right = place.x + place.width;
     std::vector<Rule>& rules = layer.rules;
-    if (!place.goesOn || rules.size() < 4 || rules.back().x1 != place.x) {
-        const auto add = [&](double x1, double y1, double x2, double y2) {
-            rules.push_back({x1, y1, x2, y2, static_cast<double>(border.width), border.isDouble,
-                             border.colour});
-        };
-        add(place.x, top, right, top);
-        add(place.x, bottom, right, bottom);
-        add(place.x, top, place.x, bottom);
-        add(right, top, right, bottom);
+    const auto strokes = static_cast<std::size_t>(
+        std::count_if(border.strokes.begin(), border.strokes.end(),
+                      [](const word::BorderStroke& stroke) { return stroke.width > 0; }));
+    if (!place.goesOn || rules.size() < 4 * strokes ||
+        rules[rules.size() - strokes].x1 != place.x) {
+        using Order = StrokeOrder;
+        const double span = spanOf(border);
+        addRule(layer, border, {place.x, top - span}, {right, top - span}, Order::fromOutside);
+        addRule(layer, border, {place.x, bottom}, {right, bottom}, Order::fromInside);
+        addRule(layer, border, {place.x - span, top}, {place.x - span, bottom}, Order::fromOutside);
+        addRule(layer, border, {right, top}, {right, bottom}, Order::fromInside);
         return;
     }
-    const std::size_t box = rules.size() - 4;
-    rules[box].x2 = rules[box + 1].x2 = rules[box + 3].x1 = rules[box + 3].x2 = right;
+    const std::size_t box = rules.size() - 4 * strokes;
+    for (std::size_t i = 0; i < strokes; ++i) {
+        rules[box + i].x2 = rules[box + strokes + i].x2 = right;
+        Rule& end = rules[box + 3 * strokes + i];
+        end.x1 = end.x2 = end.x1 + right - place.x;
+    }
 }
 
 PlacedText textOf(const CharacterPlace& place) {

@@ -22,7 +22,7 @@ double heightOf(const PageArea& area) { return area.bottom - area.top; }
 void addSides(const ShapePart& part, Layer& layer) {
     const PageArea& area = part.area;
     const auto rule = [&](double x1, double y1, double x2, double y2) {
-        layer.rules.push_back({x1, y1, x2, y2, part.lineWidth, false, part.lineColour});
+        layer.rules.push_back({x1, y1, x2, y2, part.lineWidth, part.lineColour});
     };
     rule(area.left, area.top, area.right, area.top);
     rule(area.left, area.bottom, area.right, area.bottom);

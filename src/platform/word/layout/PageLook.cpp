@@ -86,27 +86,30 @@ void addColumnLines(const ResolvedSection& section,
         if (!columns[i].empty()) {
             const double gapFrom = left + shape[i - 1].left + shape[i - 1].width;
             const double x = (gapFrom + left + shape[i].left) / 2;
-            layer.rules.push_back({x, top, x, bottom, width, false, {}});
+            layer.rules.push_back({x, top, x, bottom, width, {}});
         }
     }
 }
 
-// Strokes follow each other to the right and downwards.
 void addPageBorders(const PageBorders& borders, bool isFirstOfSection, const PageArea& text,
                     Page& page) {
     if (!standsOn(borders.pages, isFirstOfSection)) {
         return;
     }
     const PageArea edges = outerEdges(borders, text, page);
-    const auto firstStroke = [](const Border& side) { return side.width / 2.0; };
-    const double upper = edges.top + firstStroke(borders.top);
-    const double left = edges.left + firstStroke(borders.left);
-    const double lower = edges.bottom - borders.bottom.thickness + firstStroke(borders.bottom);
-    const double right = edges.right - borders.right.thickness + firstStroke(borders.right);
-    addRule(page.layer, borders.top, {edges.left, upper}, {edges.right, upper});
-    addRule(page.layer, borders.left, {left, edges.top}, {left, edges.bottom});
-    addRule(page.layer, borders.bottom, {edges.left, lower}, {edges.right, lower});
-    addRule(page.layer, borders.right, {right, edges.top}, {right, edges.bottom});
+    using Order = StrokeOrder;
+    const double upper = edges.top + firstWidth(borders.top, Order::fromOutside) / 2;
+    const double left = edges.left + firstWidth(borders.left, Order::fromOutside) / 2;
+    const double lower =
+        edges.bottom - borders.bottom.thickness + firstWidth(borders.bottom, Order::fromInside) / 2;
+    const double right =
+        edges.right - borders.right.thickness + firstWidth(borders.right, Order::fromInside) / 2;
+    addRule(page.layer, borders.top, {edges.left, upper}, {edges.right, upper}, Order::fromOutside);
+    addRule(page.layer, borders.left, {left, edges.top}, {left, edges.bottom}, Order::fromOutside);
+    addRule(page.layer, borders.bottom, {edges.left, lower}, {edges.right, lower},
+            Order::fromInside);
+    addRule(page.layer, borders.right, {right, edges.top}, {right, edges.bottom},
+            Order::fromInside);
 }
 
 } // namespace qvnd::layout

@@ -59,7 +59,6 @@ struct Rule {
     double x2 = 0;
     double y2 = 0;
     double width = 10;
-    bool isDouble = false;
     std::optional<std::uint32_t> colour{};
     Plane plane = 0;
 };

@@ -79,8 +79,7 @@ std::vector<NotePart> PageNotes::place(std::vector<NotePart> parts, const NoteAr
                           [&](const NotePart& part) { return !notes_.isEndnoteAtFoot(part.note); });
     double y = area.top + separatorOf(setting_);
     const double rule = area.top + separatorOf(setting_) / 2;
-    layer.rules.push_back(
-        {area.left, rule, area.left + separatorLength, rule, separatorWidth, false, {}});
+    layer.rules.push_back({area.left, rule, area.left + separatorLength, rule, separatorWidth, {}});
     std::vector<NotePart> carried;
     std::size_t least = 1;
     for (const NotePart& part : parts) {

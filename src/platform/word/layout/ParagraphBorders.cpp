@@ -10,9 +10,7 @@ using word::Border;
 
 // The distance of a border's first stroke from the text. Strokes follow each other to the right and
 // downwards, on the left and above towards the text.
-double firstStroke(const Border& side) {
-    return side.isDouble ? side.space + 2.0 * side.width : side.space;
-}
+double firstStroke(const Border& side) { return side.space + spanOf(side); }
 
 bool hasBorders(const word::ResolvedParagraph& format) {
     return format.topSide.visible || format.leftSide.visible || format.bottomSide.visible ||
@@ -29,8 +27,8 @@ void addSides(Strip& line, const word::ResolvedParagraph& format, const TextEdge
     }
     const double x1 = edges.left - firstStroke(format.leftSide);
     const double x2 = edges.right + format.rightSide.space;
-    addRule(line.layer, format.leftSide, {x1, top}, {x1, foot});
-    addRule(line.layer, format.rightSide, {x2, top}, {x2, foot});
+    addRule(line.layer, format.leftSide, {x1, top}, {x1, foot}, StrokeOrder::fromOutside);
+    addRule(line.layer, format.rightSide, {x2, top}, {x2, foot}, StrokeOrder::fromInside);
 }
 
 } // namespace
@@ -58,10 +56,10 @@ void addBorders(Strips& lines, const word::ResolvedParagraph& format, const Text
     }
     if (!joined.above) {
         const double top = first.dropped - firstStroke(format.topSide);
-        addRule(first.layer, format.topSide, {x1, top}, {x2, top});
+        addRule(first.layer, format.topSide, {x1, top}, {x2, top}, StrokeOrder::fromOutside);
     }
     const double foot = last.height + bottom.space;
-    addRule(last.layer, bottom, {x1, foot}, {x2, foot});
+    addRule(last.layer, bottom, {x1, foot}, {x2, foot}, StrokeOrder::fromInside);
     first.before += joined.above ? 0 : roomOf(format.topSide);
 }
 

@@ -74,13 +74,15 @@ void addFrame(Layer& layer, const ComposedCell& cell, double height, bool goesOn
         layer.fills.push_back({cell.left, 0, cell.right - cell.left, height, *format.background});
     }
     if (!format.mergedAbove) {
-        addRule(layer, format.topSide, {cell.left, 0}, {cell.right, 0});
+        addRule(layer, format.topSide, {cell.left, 0}, {cell.right, 0}, StrokeOrder::fromOutside);
     }
     if (!goesOnBelow) {
-        addRule(layer, format.bottomSide, {cell.left, height}, {cell.right, height});
+        addRule(layer, format.bottomSide, {cell.left, height}, {cell.right, height},
+                StrokeOrder::fromInside);
     }
-    addRule(layer, format.leftSide, {cell.left, 0}, {cell.left, height});
-    addRule(layer, format.rightSide, {cell.right, 0}, {cell.right, height});
+    addRule(layer, format.leftSide, {cell.left, 0}, {cell.left, height}, StrokeOrder::fromOutside);
+    addRule(layer, format.rightSide, {cell.right, 0}, {cell.right, height},
+            StrokeOrder::fromInside);
 }
 
 // How far down a cell's content begins in the room that it has.

@@ -421,15 +421,32 @@ TEST(Borders, SeveralStrokesAndTheGapsBetweenThemAreThickerThanOne) {
     EXPECT_EQ(strokesOf(28), 20);
 }
 
-TEST(Borders, ThreeAndTenTo23HaveMoreThanOneStroke) {
-    const auto isDouble = [](std::uint8_t type) { return borderOf(Bytes{8, type, 0, 0}).isDouble; };
-    EXPECT_FALSE(isDouble(2));
-    EXPECT_TRUE(isDouble(3));
-    EXPECT_FALSE(isDouble(4));
-    EXPECT_FALSE(isDouble(9));
-    EXPECT_TRUE(isDouble(10));
-    EXPECT_TRUE(isDouble(23));
-    EXPECT_FALSE(isDouble(24));
+TEST(Borders, StrokesFollowFromTheContentOutwards) {
+    const auto strokes = [](std::uint8_t type) { return borderOf(Bytes{8, type, 0, 0}).strokes; };
+    using Strokes = std::array<BorderStroke, 3>;
+    constexpr Strokes one{{{20, 0}, {}, {}}};
+    for (const std::uint8_t type : {1, 2, 4, 9, 20, 22, 23, 24, 26}) {
+        EXPECT_EQ(strokes(type), one) << int(type);
+    }
+    EXPECT_EQ(strokes(3), (Strokes{{{20, 0}, {20, 20}, {}}}));
+    EXPECT_EQ(strokes(10), (Strokes{{{12, 0}, {12, 12}, {12, 12}}}));
+    EXPECT_EQ(strokes(11), (Strokes{{{15, 0}, {20, 15}, {}}})) << "thin within thick";
+    EXPECT_EQ(strokes(12), (Strokes{{{20, 0}, {15, 15}, {}}}));
+    EXPECT_EQ(strokes(13), (Strokes{{{7.5, 0}, {20, 7.5}, {7.5, 7.5}}}));
+    EXPECT_EQ(strokes(14), (Strokes{{{10, 0}, {20, 10}, {}}}));
+    EXPECT_EQ(strokes(18), (Strokes{{{30, 0}, {15, 20}, {}}}));
+    EXPECT_EQ(strokes(21), (Strokes{{{20, 0}, {20, 20}, {}}}));
+}
+
+TEST(Borders, StrokesAndTheirGapsAreTheirThickness) {
+    for (std::uint8_t type = 1; type < 26; ++type) {
+        const Border border = borderOf(Bytes{8, type, 0, 0});
+        double all = 0;
+        for (const BorderStroke& stroke : border.strokes) {
+            all += stroke.gap + stroke.width;
+        }
+        EXPECT_DOUBLE_EQ(all, border.thickness) << int(type);
+    }
 }
 
 TEST(Borders, NoStrokeIsThinnerThanAQuarterOfAPointAndNoGapWiderThan31Points) {
