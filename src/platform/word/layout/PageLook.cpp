@@ -11,7 +11,6 @@ namespace qvnd::layout {
 
 namespace {
 
-using word::Border;
 using word::PageBorders;
 using word::ResolvedSection;
 

@@ -53,6 +53,9 @@ TEST_F(SmallPage, OfOneThatHasLessRoomTheMarginsMayLeaveMore) {
     EXPECT_EQ(value(sprm::SDyaTop), 900U);
     EXPECT_EQ(errorNumberOf([&] { setup.setTopMargin(46); }), 4608);
     EXPECT_EQ(value(sprm::SDyaTop), 900U);
+    EXPECT_EQ(errorNumberOf([&] { setup.setTopMargin(45); }), std::nullopt) << "as it is";
+    EXPECT_EQ(errorNumberOf([&] { setup.setHeaderDistance(10); }), std::nullopt);
+    EXPECT_EQ(value(sprm::SDyaHdrTop), 200U);
 }
 
 TEST_F(SmallPage, AMarginCountsAtTheSideOfTheGutter) {
