@@ -153,7 +153,8 @@ private:
         if (!text_.take(u")") || !first || (takesTwo && (!second || *second == 0))) {
             return {};
         }
-        return takesTwo ? *first - *second * std::floor(*first / *second) : std::trunc(*first);
+        const double divisor = second.value_or(1);
+        return takesTwo ? *first - divisor * std::floor(*first / divisor) : std::trunc(*first);
     }
 
     Reading text_;
