@@ -204,6 +204,17 @@ TEST_F(OneFirstArrangement, InWhichNumbersAreMissingGivesNoNumberAgain) {
     EXPECT_EQ(rowsOf(*db, u"select ID from 甲 where Key='甲.3'"_qs), QStringList{u"5"_qs});
 }
 
+TEST_F(OneFirstArrangement, GivesTheNumberOfARowThatHasGoneToNoOther) {
+    const QString path = pathOf(u"old.mdb"_qs);
+    ASSERT_TRUE(test::layFirstArrangement(u"odd_names"_qs, path));
+    jet::Connection(path, jet::Connection::Mode::existing)
+        .Run("UPDATE jet_tables SET last_number=40 WHERE name='ＢＩＭ工程'");
+    const auto db = open(u"old.mdb"_qs);
+    addRows(*db, u"ＢＩＭ工程"_qs, {u"ＢＩＭ工程.9"_qs});
+    EXPECT_EQ(rowsOf(*db, u"select ID from ＢＩＭ工程 where Key='ＢＩＭ工程.9'"_qs),
+              QStringList{u"41"_qs});
+}
+
 TEST(FirstArrangementFile, OfAnotherVersionIsRefusedAndStaysAsItIs) {
     const QTemporaryDir folder;
     const QString path = QDir(folder.path()).filePath(u"a.mdb"_qs);
