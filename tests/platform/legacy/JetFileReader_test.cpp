@@ -265,11 +265,11 @@ TEST_F(MadeJetFile, WithAMemoThatClaims64MegabytesIsDamaged) {
     expectDamaged(bytes);
 }
 
-TEST_F(MadeJetFile, WithAMemoOnAPageThatItLacksIsDamaged) {
+TEST_F(MadeJetFile, WithAMemoInARowThatItsPageLacksIsDamaged) {
     QByteArray bytes = made({prices()});
     const qsizetype length = bytes.indexOf(files::encodeGbk("袋装")) - 12;
     ASSERT_GT(length, 0);
-    bytes.replace(length, 8, QByteArray("\x04\x00\x00\x40\x00\xFF\xFF\x00", 8));
+    bytes.replace(length, 8, QByteArray("\x04\x00\x00\x40\xC8\x03\x00\x00", 8));
     expectDamaged(bytes);
 }
 
