@@ -1,6 +1,7 @@
 #include "platform/word/formatting/ResolvedRow.h"
 
 #include "platform/word/docfile/format/SprmCodes.h"
+#include "platform/word/formatting/TableStyles.h"
 
 #include <algorithm>
 #include <array>
@@ -80,18 +81,8 @@ private:
         }
     }
 
-    // Base styles first. A circle ends where it closes.
     void readStyle(StyleIndex style) {
-        constexpr std::size_t deepest = 16;
-        std::vector<const StyleDefinition*> chain;
-        const auto& styles = tables_.styles.styles;
-        while (style < styles.size() && styles[style] && styles[style]->kind == StyleKind::table &&
-               chain.size() < deepest) {
-            chain.push_back(&*styles[style]);
-            style = styles[style]->basedOn;
-        }
-        std::reverse(chain.begin(), chain.end());
-        for (const StyleDefinition* layer : chain) {
+        for (const StyleDefinition* layer : tableStyleChain(tables_.styles, style)) {
             read(tables_.lists[layer->table], 1);
         }
     }

@@ -38,8 +38,6 @@ constexpr std::array<unsigned, 12> inOrder{oddColumns, evenColumns, oddRows,    
                                            headerRow,  footerRow,   firstColumn, lastColumn,
                                            topLeft,    topRight,    bottomLeft,  bottomRight};
 
-constexpr std::size_t deepestStyle = 16;
-
 // The formatting of a CNFOperand: its length, the part in two bytes, entries.
 std::optional<ByteView> formattingFor(unsigned part, const SprmView& entry) {
     constexpr std::size_t head = 3;
@@ -56,11 +54,12 @@ unsigned bandAt(std::size_t index, bool isFirstApart, std::size_t width, unsigne
 
 } // namespace
 
-std::vector<const StyleDefinition*> TableStyles::chain(StyleIndex style) const {
+std::vector<const StyleDefinition*> tableStyleChain(const StyleSheet& sheet, StyleIndex style) {
+    constexpr std::size_t deepest = 16;
     std::vector<const StyleDefinition*> found;
-    const auto& styles = tables_.styles.styles;
+    const auto& styles = sheet.styles;
     while (style < styles.size() && styles[style] && styles[style]->kind == StyleKind::table &&
-           found.size() < deepestStyle) {
+           found.size() < deepest) {
         found.push_back(&*styles[style]);
         style = styles[style]->basedOn;
     }
@@ -71,7 +70,7 @@ std::vector<const StyleDefinition*> TableStyles::chain(StyleIndex style) const {
 // How many rows or columns a band has.
 std::size_t TableStyles::bandOf(StyleIndex style, std::uint16_t opcode) const {
     std::size_t width = 1;
-    for (const StyleDefinition* layer : chain(style)) {
+    for (const StyleDefinition* layer : tableStyleChain(tables_.styles, style)) {
         if (const auto entry = findSprm(tables_.lists[layer->table], opcode)) {
             width = std::max<std::size_t>(numberOf(*entry), 1);
         }
@@ -139,7 +138,7 @@ std::vector<ByteView> TableStyles::lists(const std::vector<const StyleDefinition
 }
 
 TableStyles::Layers TableStyles::layersOf(StyleIndex style, unsigned parts) const {
-    const auto styles = chain(style);
+    const auto styles = tableStyleChain(tables_.styles, style);
     Layers layers;
     layers.characters = lists(styles, &StyleDefinition::character, sprm::CCnf, parts);
     layers.paragraphs = lists(styles, &StyleDefinition::paragraph, sprm::PCnf, parts);

@@ -25,6 +25,9 @@ struct CellPlace {
     bool isLastColumn = false;
 };
 
+// A table style with those that it is based on, these first. A circle ends somewhere.
+std::vector<const StyleDefinition*> tableStyleChain(const StyleSheet& sheet, StyleIndex style);
+
 // Reads the styles of tables, with those that they are based on.
 class TableStyles {
 public:
@@ -51,7 +54,6 @@ private:
         std::size_t columnBand = 1;
     };
     const Known& known(StyleIndex style);
-    std::vector<const StyleDefinition*> chain(StyleIndex style) const;
     std::size_t bandOf(StyleIndex style, std::uint16_t opcode) const;
     std::vector<ByteView> lists(const std::vector<const StyleDefinition*>& styles,
                                 PropertyListId StyleDefinition::*own, std::uint16_t conditional,
