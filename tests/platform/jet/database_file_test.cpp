@@ -83,6 +83,21 @@ TEST_F(DatabaseFiles, OneOfSqliteThatIsNotOursIs3343) {
     EXPECT_EQ(errorOf([&] { open(u"a.mdb"_qs); }), 3343);
 }
 
+TEST_F(DatabaseFiles, DamageBehindTheHeaderIs3343) {
+    const auto db = create(u"a.mdb"_qs);
+    db->TableDefs().Append(outlineTable(u"T"_qs));
+    addRows(*db, u"T"_qs, {u"T"_qs});
+    db->Close();
+    QFile file(pathOf(u"a.mdb"_qs));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    constexpr qint64 page = 4096;
+    ASSERT_GT(file.size(), page);
+    file.seek(page);
+    file.write(QByteArray(file.size() - page, '\xff'));
+    file.close();
+    EXPECT_EQ(errorOf([&] { rowsOf(*open(u"a.mdb"_qs), u"select Key from T"_qs); }), 3343);
+}
+
 TEST_F(DatabaseFiles, CreatingOverAnExistingFileIs3204AndLeavesItAsItIs) {
     write(u"a.mdb"_qs, "mine");
     EXPECT_EQ(errorOf([&] { create(u"a.mdb"_qs); }), 3204);

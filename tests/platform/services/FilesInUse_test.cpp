@@ -104,6 +104,14 @@ TEST_P(LockedFiles, ALockOnWhatIsNoDocumentDoesNotCount) {
     EXPECT_EQ(deletingFolder(), std::nullopt);
 }
 
+TEST_P(LockedFiles, ADocumentIsOneWhateverTheCaseOfItsSuffix) {
+    folder.write("甲/甲.3.DOC", "three");
+    const HeldLock lock(folder.path("甲/甲.3.DOC"), GetParam());
+    EXPECT_TRUE(gFso.IsInUse(folder.path("甲/甲.3.DOC")));
+    EXPECT_EQ(copyingOnto("甲/甲.3.DOC"), error::permissionDenied);
+    EXPECT_EQ(folder.read("甲/甲.3.DOC"), "three");
+}
+
 TEST_F(FilesUsed, WithoutLocksEverythingGoes) {
     EXPECT_EQ(copyingOnto("甲/甲.2.doc"), std::nullopt);
     EXPECT_EQ(deletingFile("甲/甲.2.doc"), std::nullopt);

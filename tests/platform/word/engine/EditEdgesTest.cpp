@@ -250,6 +250,19 @@ TEST_F(PageNumberEdges, TheChaptersOfPageNumbersAreHeadingsOneToNine) {
     }
 }
 
+TEST_F(PageNumberEdges, ANumberHasTheParagraphStyleOfHeadersAboveAndOfFootersBelow) {
+    Section& section = selection().Sections(1);
+    section.Headers(1).PageNumbers().Add(PageNumberAlignment::center, true);
+    section.Footers(1).PageNumbers().Add(PageNumberAlignment::center, true);
+    const auto styleIn = [&](SeekView view) {
+        app.ActiveWindow().ActivePane().View().setSeekView(view);
+        const StyleIndex style = document().story().paragraphLook(0).style;
+        return document().read().tables().styles.styles.at(style)->name;
+    };
+    EXPECT_EQ(styleIn(SeekView::currentPageHeader), u"页眉");
+    EXPECT_EQ(styleIn(SeekView::currentPageFooter), u"页脚");
+}
+
 TEST_F(PageNumberEdges, TheFirstNumberIsOneThatTwoBytesHold) {
     PageNumbers& numbers = selection().Sections(1).Footers(1).PageNumbers();
     const auto first = [&] {
