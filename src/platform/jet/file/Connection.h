@@ -45,9 +45,6 @@ public:
     int Columns() const;
     QString ColumnName(int column) const;
     bool IsNull(int column) const;
-    // Characters of the column's text; 0 for Null.
-    qsizetype TextLength(int column) const;
-    bool IsEmptyText(int column) const;
     // The column as a field of that type keeps it.
     Value Read(int column, FieldType type) const;
 

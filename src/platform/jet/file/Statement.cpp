@@ -108,13 +108,6 @@ bool Statement::IsNull(int column) const {
     return sqlite3_column_type(statement_, column) == SQLITE_NULL;
 }
 
-qsizetype Statement::TextLength(int column) const { return Text(column).size(); }
-
-bool Statement::IsEmptyText(int column) const {
-    return sqlite3_column_type(statement_, column) == SQLITE_TEXT &&
-           sqlite3_column_bytes(statement_, column) == 0;
-}
-
 Value Statement::Read(int column, FieldType type) const {
     if (IsNull(column)) {
         return {};
