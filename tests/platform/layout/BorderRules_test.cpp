@@ -14,7 +14,8 @@ TEST(BorderRules, AThickAndAThinStrokeStandInTheirOrderOnEachSide) {
     constexpr double apart = 7.5 + 15 + 10; // of their middles
     EXPECT_DOUBLE_EQ(spanOf(border), apart);
     Layer above;
-    EXPECT_EQ(addRule(above, border, {0, 100}, {500, 100}, StrokeOrder::fromOutside), 2U);
+    addRule(above, border, {0, 100}, {500, 100}, StrokeOrder::fromOutside);
+    EXPECT_EQ(ruleCount(border), 2U);
     ASSERT_EQ(above.rules.size(), 2U);
     EXPECT_DOUBLE_EQ(above.rules[0].y1, 100 + apart) << "the inner one";
     EXPECT_DOUBLE_EQ(above.rules[0].width, 15);
@@ -39,7 +40,8 @@ TEST(BorderRules, TheFirstStrokeIsTheOuterOrTheInnerOne) {
 
 TEST(BorderRules, OneThatIsNotVisibleIsNone) {
     Layer layer;
-    EXPECT_EQ(addRule(layer, brcOf(0), {0, 0}, {9, 0}, StrokeOrder::fromInside), 0U);
+    addRule(layer, brcOf(0), {0, 0}, {9, 0}, StrokeOrder::fromInside);
+    EXPECT_EQ(ruleCount(brcOf(0)), 0U);
     EXPECT_TRUE(layer.rules.empty());
 }
 

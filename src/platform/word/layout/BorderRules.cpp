@@ -1,7 +1,6 @@
 #include "platform/word/layout/BorderRules.h"
 
-#include <algorithm>
-#include <iterator>
+#include <vector>
 
 namespace qvnd::layout {
 
@@ -42,10 +41,14 @@ double firstWidth(const word::Border& side, StrokeOrder order) {
                                               : placed.back().width;
 }
 
-std::size_t addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to,
-                    StrokeOrder order) {
+std::size_t ruleCount(const word::Border& side) {
+    return side.visible ? placedStrokes(side).size() : 0;
+}
+
+void addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to,
+             StrokeOrder order) {
     if (!side.visible) {
-        return 0;
+        return;
     }
     const auto placed = placedStrokes(side);
     const bool isAcross = from.y == to.y;
@@ -57,7 +60,6 @@ std::size_t addRule(Layer& layer, const word::Border& side, PathPoint from, Path
         layer.rules.push_back(
             {from.x + x, from.y + y, to.x + x, to.y + y, stroke.width, side.colour});
     }
-    return placed.size();
 }
 
 } // namespace qvnd::layout

@@ -22,8 +22,10 @@ double spanOf(const word::Border& side);
 double firstWidth(const word::Border& side, StrokeOrder order);
 
 // Adds a rule for each stroke of a border, unless it is not visible; the first one begins and ends
-// there. Returns how many.
-std::size_t addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to,
-                    StrokeOrder order);
+// there.
+void addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to,
+             StrokeOrder order);
+// How many rules addRule() adds.
+std::size_t ruleCount(const word::Border& side);
 
 } // namespace qvnd::layout

@@ -33,9 +33,7 @@ void addBorder(const CharacterPlace& place, FontMetrics& fonts, Layer& layer) {
     const double bottom = place.foot - item.raised + heights.descent * item.size;
     const double right = place.x + place.width;
     std::vector<Rule>& rules = layer.rules;
-    const auto strokes = static_cast<std::size_t>(
-        std::count_if(border.strokes.begin(), border.strokes.end(),
-                      [](const word::BorderStroke& stroke) { return stroke.width > 0; }));
+    const std::size_t strokes = ruleCount(border);
     if (!place.goesOn || rules.size() < 4 * strokes ||
         rules[rules.size() - strokes].x1 != place.x) {
         using Order = StrokeOrder;
