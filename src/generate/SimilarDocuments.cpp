@@ -14,6 +14,7 @@
 #include <QFileInfo>
 
 #include <exception>
+#include <memory>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -83,7 +84,7 @@ bool SimilarDocuments::cmdInsert() {
 }
 
 bool SimilarDocuments::insertSelected() {
-    std::optional<desktop::LongRunScope> progress;
+    std::unique_ptr<desktop::LongRunScope> progress;
     try {
         if (services_.word.isAtWork() || services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
             services_.messages.tell(u"对不起，请先关闭Word文档！"_s, Icon::information);
@@ -95,7 +96,7 @@ bool SimilarDocuments::insertSelected() {
         if (rows_.empty()) {
             return false;
         }
-        progress.emplace(services_.longRun, u"插入文档"_s, 0);
+        progress = std::make_unique<desktop::LongRunScope>(services_.longRun, u"插入文档"_s, 0);
         insertInto(path);
         return true;
     } catch (const std::exception& failure) {
