@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QtGlobal>
+
 #include <utility>
 
 namespace qvnd::model {
@@ -78,6 +80,11 @@ std::vector<Step> randomSteps(unsigned seed, int count) {
         steps.push_back(step);
     }
     return steps;
+}
+
+int numberOf(const char* variable, int otherwise) {
+    const int number = qEnvironmentVariableIntValue(variable);
+    return number > 0 ? number : otherwise;
 }
 
 SideBySide::SideBySide() : model_(planner_.folder.root()) {
