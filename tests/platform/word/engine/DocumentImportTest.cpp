@@ -830,6 +830,31 @@ TEST(ImportedPictures, APictureWithoutDataIsTakenOutAndNamed) {
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"图片 1 个没有数据，未能带入"));
 }
 
+TEST(ImportedPictures, MarksOfFieldsKeepTheirObjectAndNoPlaceOfAPicture) {
+    SourceDocument source;
+    source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1, 2, 3}));
+    source.data.tables.objects.push_back(std::make_shared<const EmbeddedObject>());
+    const Bytes special = sprm8(sprm::CFSpec, 1);
+    const Bytes picture = sprm32(sprm::CPicLocation, 0) + special;
+    source.run(u"\u0013", picture);
+    source.run(u" EMBED ");
+    source.run(u"\u0014", sprm32(sprm::CObjLocation, 0) + sprm8(sprm::CFObj, 1) + special);
+    source.run(u"\u0001", picture);
+    source.run(u"\u0015", picture);
+    source.run(u"\r");
+    source.endParagraph();
+    source.main.fields[0].data = 58;
+    ImportTarget target;
+    target.import(source.document());
+    ASSERT_EQ(target.last.text->text, u"\u0013 EMBED \u0014\u0001\u0015\r");
+    ASSERT_EQ(target.last.text->characters.size(), 6U);
+    EXPECT_EQ(operand16(target.runList(0), sprm::CPicLocation), 0xFFFF) << "none";
+    EXPECT_EQ(operand16(target.runList(2), sprm::CObjLocation), 0);
+    EXPECT_EQ(operand16(target.runList(3), sprm::CPicLocation), 0);
+    EXPECT_EQ(operand16(target.runList(4), sprm::CPicLocation), 0xFFFF);
+    EXPECT_EQ(operand8(target.runList(4), sprm::CFSpec), 1);
+}
+
 TEST(ImportedRevisions, AuthorsMergeByName) {
     SourceDocument source;
     source.data.tables.authors = {u"甲", u"乙"};

@@ -22,6 +22,19 @@ PropertyListId withoutMeaning(PropertyListId id, PropertyLists& lists) {
     return lists.intern(list);
 }
 
+PropertyListId asSpecial(PropertyListId id, PropertyLists& lists) {
+    const auto special = findSprm(lists[id], sprm::CFSpec);
+    return special && special->operand[0] == 1
+               ? id
+               : lists.intern(withSprm8(lists[id], sprm::CFSpec, 1));
+}
+
+PropertyListId withoutPicture(PropertyListId id, PropertyLists& lists) {
+    return findSprm(lists[id], sprm::CPicLocation)
+               ? lists.intern(withoutSprm(lists[id], sprm::CPicLocation))
+               : id;
+}
+
 bool isOn(ByteView list, SprmOpcode opcode) {
     const auto found = findSprm(list, opcode);
     return found && found->operand[0] != 0;
@@ -146,11 +159,16 @@ void markSpecial(Story& story, PropertyLists& lists) {
     }
     std::sort(places.begin(), places.end());
     places.erase(std::unique(places.begin(), places.end()), places.end());
-    changeProperties(story, places, [&](Cp, PropertyListId properties) {
-        const auto special = findSprm(lists[properties], sprm::CFSpec);
-        return special && special->operand[0] == 1
-                   ? properties
-                   : lists.intern(withSprm8(lists[properties], sprm::CFSpec, 1));
+    std::unordered_map<PropertyListId, PropertyListId> ofFields;
+    changeProperties(story, places, [&](Cp at, PropertyListId properties) {
+        if (story.text[at] == special::drawing) {
+            return asSpecial(properties, lists);
+        }
+        const auto [known, isNew] = ofFields.try_emplace(properties);
+        if (isNew) {
+            known->second = asSpecial(withoutPicture(properties, lists), lists);
+        }
+        return known->second;
     });
 }
 

@@ -24,7 +24,8 @@ void changeProperties(Story& story, std::span<const Cp> positions,
 void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists);
 
 // Marks the characters of fields and drawings as special ones: without the mark they are plain text
-// to readers.
+// to readers. Places of pictures go from those of fields, which show none: readers take the first
+// one in the field of an object for the name of its storage.
 void markSpecial(Story& story, PropertyLists& lists);
 
 // The picture characters whose properties lead to no picture, form data or object, ascending.
