@@ -143,8 +143,9 @@ void StyleImport::basedInTarget(StyleDefinition& style, const StyleDefinition& s
     const StyleDefinition* base = sourceStyle(source.basedOn);
     const bool usable =
         base != nullptr && base->kind == source.kind && !underWay_.contains(source.basedOn);
-    if (usable) {
-        style.basedOn = this->style(source.basedOn).value_or(StyleDefinition::none);
+    const std::optional<StyleIndex> there = usable ? this->style(source.basedOn) : std::nullopt;
+    if (there && !isUnderWay(*there)) {
+        style.basedOn = *there;
     }
     if (style.kind == StyleKind::character) {
         flattenCharacterStyle(style, source);
@@ -159,6 +160,13 @@ void StyleImport::basedInTarget(StyleDefinition& style, const StyleDefinition& s
                                     targetLooks_.character(style.basedOn));
     style.paragraph = underStyle(paragraph, style.paragraph);
     style.character = underStyle(character, style.character);
+}
+
+// Two styles of a source may be one of the target, where they have the same built-in number: what
+// is based on the second must not stand on the first while that is being based on it.
+bool StyleImport::isUnderWay(StyleIndex place) const {
+    return std::any_of(underWay_.begin(), underWay_.end(),
+                       [&](StyleIndex istd) { return places_[istd] == place; });
 }
 
 // The same as under(), as far as a style has room for it.
@@ -183,7 +191,8 @@ void StyleImport::flattenCharacterStyle(StyleDefinition& style, const StyleDefin
         }
         const PropertyListId list = rewriter_.rewritten(base->character);
         const auto there = this->style(at);
-        same = same && there && target_.styles.styles[*there]->character == list;
+        same = same && there && !isUnderWay(*there) &&
+               target_.styles.styles[*there]->character == list;
         const ByteView below = target_.lists[list];
         fits = fits && below.size() + whole.size() <= longestStyleList;
         if (fits) {

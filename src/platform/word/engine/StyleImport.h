@@ -62,6 +62,7 @@ private:
     void flattenCharacterStyle(StyleDefinition& style, const StyleDefinition& source);
     std::optional<StyleIndex> sameTableStyle(const StyleDefinition& style);
     PropertyListId under(const StyleDifference& difference, PropertyListId direct);
+    bool isUnderWay(StyleIndex place) const;
     PropertyListId underStyle(const StyleDifference& difference, PropertyListId own);
 
     DocumentTables& target_;
@@ -74,7 +75,7 @@ private:
     StyleResolver targetLooks_;
     std::vector<std::optional<StyleIndex>> places_; // by istd of the source
     std::set<StyleIndex> brought_;                  // istds of the source
-    std::set<StyleIndex> underWay_;
+    std::set<StyleIndex> underWay_;                 // of the source, whose bases are being sought
     std::map<StyleIndex, StyleDifference> paragraphs_;
     std::map<StylePair, StyleDifference> characters_;
     std::map<std::pair<StyleIndex, PropertyListId>, PropertyListId> paragraphLists_;

@@ -73,6 +73,42 @@ TEST(ImportedStyles, NamesAndAliasesThatTheTargetHasAsEitherAreNotTakenTwice) {
     EXPECT_EQ(target.styleOfParagraph().aliases, u"new");
 }
 
+TEST(ImportedStyleLinks, ABaseThatBecomesTheStyleItselfIsWrittenIntoIt) {
+    SourceDocument source;
+    const StyleIndex base = source.addStyle(styleOf(StyleKind::character, u"Strong", 87, 10));
+    const StyleIndex style = source.addStyle(styleOf(StyleKind::character, u"强调", 87, base));
+    source.style(base).character = source.style(style).character =
+        source.list(sprm16(sprm::CHps, 30));
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIstd, style));
+    ImportTarget target;
+    target.import(source.document());
+    const StyleIndex there = operand16(target.runList(), sprm::CIstd);
+    const StyleDefinition& brought = *target.tables.styles.styles.at(there);
+    EXPECT_EQ(brought.basedOn, StyleDefinition::none);
+    EXPECT_EQ(operand16(target.tables.lists[brought.character], sprm::CHps), 30);
+}
+
+TEST(ImportedStyleLinks, ABaseOfTheBaseThatBecomesTheStyleItselfIsWrittenIntoTheBase) {
+    constexpr std::uint16_t bodyText = 66;
+    SourceDocument source;
+    const StyleIndex last = source.addStyle(styleOf(StyleKind::paragraph, u"正文文本", bodyText));
+    const StyleIndex middle = source.addStyle(own(StyleKind::paragraph, u"引文", last));
+    const StyleIndex first =
+        source.addStyle(styleOf(StyleKind::paragraph, u"Body Text", bodyText, middle));
+    source.style(last).paragraph = source.list(sprm8(sprm::PJc80, 1));
+    source.style(middle).paragraph = source.list(sprm16(sprm::PDyaBefore, 120));
+    source.paragraph(u"x", first);
+    ImportTarget target;
+    target.import(source.document());
+    const StyleDefinition& brought = target.styleOfParagraph();
+    ASSERT_NE(brought.basedOn, StyleDefinition::none);
+    const StyleDefinition& quote = *target.tables.styles.styles.at(brought.basedOn);
+    EXPECT_EQ(quote.name, u"引文");
+    EXPECT_EQ(quote.basedOn, StyleDefinition::none);
+    EXPECT_EQ(operand8(target.tables.lists[quote.paragraph], sprm::PJc80), 1);
+    EXPECT_EQ(operand16(target.tables.lists[quote.paragraph], sprm::PDyaBefore), 120);
+}
+
 TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
     SourceDocument source;
     const StyleIndex letters = source.addStyle(own(StyleKind::character, u"字"));
