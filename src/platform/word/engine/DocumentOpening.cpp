@@ -136,7 +136,7 @@ private:
             run.properties = fitting_.fitted(run.properties);
         }
         nameBookmarks(story.bookmarks);
-        markSpecial(story, tables().lists);
+        settleMarks(story, tables().lists);
         return strayMarks;
     }
 

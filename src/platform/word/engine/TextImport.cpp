@@ -63,7 +63,7 @@ PropertyListId TextImport::importedRun(StyleIndex paragraphStyle, PropertyListId
 
 Story TextImport::imported(const Story& story) {
     Story result = importedText(story);
-    markSpecial(result, target_.lists);
+    settleMarks(result, target_.lists);
     return result;
 }
 

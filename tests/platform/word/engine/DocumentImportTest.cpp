@@ -830,29 +830,47 @@ TEST(ImportedPictures, APictureWithoutDataIsTakenOutAndNamed) {
     EXPECT_THAT(target.last.leftOut, ElementsAre(u"图片 1 个没有数据，未能带入"));
 }
 
-TEST(ImportedPictures, MarksOfFieldsKeepTheirObjectAndNoPlaceOfAPicture) {
-    SourceDocument source;
+// Runs: the begin of a field, its code, its separator, its picture, its end. The marks have these
+// properties.
+void addField(SourceDocument& source, std::uint8_t kind, const Bytes& marks) {
     source.data.tables.blobs.push_back(std::make_shared<Bytes>(Bytes{1, 2, 3}));
     source.data.tables.objects.push_back(std::make_shared<const EmbeddedObject>());
     const Bytes special = sprm8(sprm::CFSpec, 1);
-    const Bytes picture = sprm32(sprm::CPicLocation, 0) + special;
-    source.run(u"\u0013", picture);
-    source.run(u" EMBED ");
-    source.run(u"\u0014", sprm32(sprm::CObjLocation, 0) + sprm8(sprm::CFObj, 1) + special);
-    source.run(u"\u0001", picture);
-    source.run(u"\u0015", picture);
+    source.run(u"\u0013", special + marks);
+    source.run(u" x ");
+    source.run(u"\u0014", special + marks);
+    source.run(u"\u0001", special + sprm32(sprm::CPicLocation, 0));
+    source.run(u"\u0015", special + marks);
     source.run(u"\r");
     source.endParagraph();
-    source.main.fields[0].data = 58;
+    source.main.fields[0].data = kind;
+}
+
+TEST(ImportedPictures, NoMarkOfAFieldLeadsToOne) {
+    const Bytes picture = sprm32(sprm::CPicLocation, 0);
+    SourceDocument source;
+    addField(source, 88, picture); // HYPERLINK
     ImportTarget target;
     target.import(source.document());
-    ASSERT_EQ(target.last.text->text, u"\u0013 EMBED \u0014\u0001\u0015\r");
+    ASSERT_EQ(target.last.text->text, u"\u0013 x \u0014\u0001\u0015\r");
     ASSERT_EQ(target.last.text->characters.size(), 6U);
-    EXPECT_EQ(operand16(target.runList(0), sprm::CPicLocation), 0xFFFF) << "none";
-    EXPECT_EQ(operand16(target.runList(2), sprm::CObjLocation), 0);
     EXPECT_EQ(operand16(target.runList(3), sprm::CPicLocation), 0);
-    EXPECT_EQ(operand16(target.runList(4), sprm::CPicLocation), 0xFFFF);
-    EXPECT_EQ(operand8(target.runList(4), sprm::CFSpec), 1);
+    for (const std::size_t mark : {0U, 2U, 4U}) {
+        EXPECT_FALSE(findSprm(target.runList(mark), sprm::CPicLocation)) << mark;
+        EXPECT_EQ(operand8(target.runList(mark), sprm::CFSpec), 1) << mark;
+    }
+}
+
+TEST(ImportedObjects, TheSeparatorOfAFieldAloneLeadsToOne) {
+    const Bytes object = sprm32(sprm::CObjLocation, 0) + sprm8(sprm::CFObj, 1);
+    SourceDocument source;
+    addField(source, 58, object); // EMBED
+    ImportTarget target;
+    target.import(source.document());
+    ASSERT_EQ(target.last.text->characters.size(), 6U);
+    EXPECT_FALSE(findSprm(target.runList(0), sprm::CObjLocation));
+    EXPECT_EQ(operand16(target.runList(2), sprm::CObjLocation), 0);
+    EXPECT_FALSE(findSprm(target.runList(4), sprm::CObjLocation));
 }
 
 TEST(ImportedRevisions, AuthorsMergeByName) {

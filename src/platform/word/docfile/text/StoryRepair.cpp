@@ -5,6 +5,7 @@
 #include "platform/word/docfile/format/SprmCodes.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_map>
 
 namespace qvnd::word {
@@ -29,10 +30,14 @@ PropertyListId asSpecial(PropertyListId id, PropertyLists& lists) {
                : lists.intern(withSprm8(lists[id], sprm::CFSpec, 1));
 }
 
-PropertyListId withoutPicture(PropertyListId id, PropertyLists& lists) {
-    return findSprm(lists[id], sprm::CPicLocation)
-               ? lists.intern(withoutSprm(lists[id], sprm::CPicLocation))
-               : id;
+// Of a field's characters its separator alone leads to something, to an object.
+PropertyListId asFieldMark(PropertyListId id, PropertyLists& lists, bool isSeparator) {
+    Bytes list(lists[id].begin(), lists[id].end());
+    list = withoutSprm(list, sprm::CPicLocation);
+    if (!isSeparator) {
+        list = withoutSprm(list, sprm::CObjLocation);
+    }
+    return asSpecial(lists.intern(list), lists);
 }
 
 bool isOn(ByteView list, SprmOpcode opcode) {
@@ -146,7 +151,7 @@ void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists)
     });
 }
 
-void markSpecial(Story& story, PropertyLists& lists) {
+void settleMarks(Story& story, PropertyLists& lists) {
     std::vector<Cp> places;
     places.reserve(story.fields.size() + story.anchors.size());
     for (const FieldMark& mark : story.fields) {
@@ -159,14 +164,16 @@ void markSpecial(Story& story, PropertyLists& lists) {
     }
     std::sort(places.begin(), places.end());
     places.erase(std::unique(places.begin(), places.end()), places.end());
-    std::unordered_map<PropertyListId, PropertyListId> ofFields;
+    std::array<std::unordered_map<PropertyListId, PropertyListId>, 2>
+        ofFields; // of separators last
     changeProperties(story, places, [&](Cp at, PropertyListId properties) {
         if (story.text[at] == special::drawing) {
             return asSpecial(properties, lists);
         }
-        const auto [known, isNew] = ofFields.try_emplace(properties);
+        const bool isSeparator = story.text[at] == fieldSeparator;
+        const auto [known, isNew] = ofFields.at(isSeparator ? 1 : 0).try_emplace(properties);
         if (isNew) {
-            known->second = asSpecial(withoutPicture(properties, lists), lists);
+            known->second = asFieldMark(properties, lists, isSeparator);
         }
         return known->second;
     });

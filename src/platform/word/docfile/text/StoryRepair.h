@@ -24,9 +24,10 @@ void changeProperties(Story& story, std::span<const Cp> positions,
 void blankOut(Story& story, std::span<const Cp> positions, PropertyLists& lists);
 
 // Marks the characters of fields and drawings as special ones: without the mark they are plain text
-// to readers. Places of pictures go from those of fields, which show none: readers take the first
-// one in the field of an object for the name of its storage.
-void markSpecial(Story& story, PropertyLists& lists);
+// to readers. Also takes from the characters of fields what leads to a picture, and to an object
+// but for the separator's: it has no meaning there, and readers take the first one that they come
+// upon in the field of an object for the number of its storage.
+void settleMarks(Story& story, PropertyLists& lists);
 
 // The picture characters whose properties lead to no picture, form data or object, ascending.
 std::vector<Cp> picturesWithoutData(const Story& story, const PropertyLists& lists);
