@@ -162,8 +162,9 @@ void StyleImport::basedInTarget(StyleDefinition& style, const StyleDefinition& s
     style.character = underStyle(character, style.character);
 }
 
-// Two styles of a source may be one of the target, where they have the same built-in number: what
-// is based on the second must not stand on the first while that is being based on it.
+// Two styles of a source may become one of the target: they have the same built-in number, or one
+// got the name of the other. What is based on the second must not stand on the first while that is
+// being based on it.
 bool StyleImport::isUnderWay(StyleIndex place) const {
     return std::any_of(underWay_.begin(), underWay_.end(),
                        [&](StyleIndex istd) { return places_[istd] == place; });

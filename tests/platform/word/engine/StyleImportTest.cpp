@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace qvnd::word;
 using namespace qvnd::word::importing;
 
@@ -73,19 +75,31 @@ TEST(ImportedStyles, NamesAndAliasesThatTheTargetHasAsEitherAreNotTakenTwice) {
     EXPECT_EQ(target.styleOfParagraph().aliases, u"new");
 }
 
-TEST(ImportedStyleLinks, ABaseThatBecomesTheStyleItselfIsWrittenIntoIt) {
+TEST(ImportedStyleLinks, ABaseThatBecomesTheStyleItselfIsNone) {
+    constexpr std::uint16_t bodyText = 66;
     SourceDocument source;
-    const StyleIndex base = source.addStyle(styleOf(StyleKind::character, u"Strong", 87, 10));
-    const StyleIndex style = source.addStyle(styleOf(StyleKind::character, u"强调", 87, base));
-    source.style(base).character = source.style(style).character =
-        source.list(sprm16(sprm::CHps, 30));
-    source.paragraph(u"x", 0, {}, sprm16(sprm::CIstd, style));
+    const StyleIndex base = source.addStyle(styleOf(StyleKind::paragraph, u"正文文本", bodyText));
+    source.paragraph(u"x",
+                     source.addStyle(styleOf(StyleKind::paragraph, u"Body Text", bodyText, base)));
     ImportTarget target;
     target.import(source.document());
-    const StyleIndex there = operand16(target.runList(), sprm::CIstd);
-    const StyleDefinition& brought = *target.tables.styles.styles.at(there);
+    EXPECT_EQ(target.styleOfParagraph().name, u"Body Text");
+    EXPECT_EQ(target.styleOfParagraph().basedOn, StyleDefinition::none);
+}
+
+// A style whose name the target has for another kind gets a new one, which its base may have.
+TEST(ImportedStyleLinks, ABaseWhoseNameTheStyleGetsIsNone) {
+    SourceDocument source;
+    const StyleIndex base = source.addStyle(own(StyleKind::paragraph, u"引文_2"));
+    source.style(base).paragraph = source.list(sprm8(sprm::PJc80, 1));
+    source.paragraph(u"x", source.addStyle(own(StyleKind::paragraph, u"引文", base)));
+    ImportTarget target;
+    target.tables.styles.styles.push_back(own(StyleKind::character, u"引文"));
+    target.import(source.document());
+    const StyleDefinition& brought = target.styleOfParagraph();
+    EXPECT_EQ(brought.name, u"引文_2");
     EXPECT_EQ(brought.basedOn, StyleDefinition::none);
-    EXPECT_EQ(operand16(target.tables.lists[brought.character], sprm::CHps), 30);
+    EXPECT_EQ(operand8(target.tables.lists[brought.paragraph], sprm::PJc80), 1);
 }
 
 TEST(ImportedStyleLinks, ABaseOfTheBaseThatBecomesTheStyleItselfIsWrittenIntoTheBase) {
@@ -107,6 +121,26 @@ TEST(ImportedStyleLinks, ABaseOfTheBaseThatBecomesTheStyleItselfIsWrittenIntoThe
     EXPECT_EQ(quote.basedOn, StyleDefinition::none);
     EXPECT_EQ(operand8(target.tables.lists[quote.paragraph], sprm::PJc80), 1);
     EXPECT_EQ(operand16(target.tables.lists[quote.paragraph], sprm::PDyaBefore), 120);
+}
+
+TEST(ImportedStyleLinks, ACharacterStyleTakesInTheBaseThatBecomesTheStyleAboveIt) {
+    SourceDocument source;
+    const StyleIndex last = source.addStyle(styleOf(StyleKind::character, u"Strong", 87));
+    const StyleIndex middle = source.addStyle(own(StyleKind::character, u"着重", last));
+    const StyleIndex first = source.addStyle(styleOf(StyleKind::character, u"强调", 87, middle));
+    source.style(first).character = source.style(last).character =
+        source.list(sprm16(sprm::CHps, 30));
+    source.style(middle).character = source.list(sprm8(sprm::CFItalic, 1));
+    source.paragraph(u"x", 0, {}, sprm16(sprm::CIstd, first));
+    ImportTarget target;
+    target.import(source.document());
+    const auto& styles = target.tables.styles.styles;
+    const auto found = std::find_if(styles.begin(), styles.end(), [](const auto& style) {
+        return style && style->name == u"着重";
+    });
+    ASSERT_NE(found, styles.end());
+    EXPECT_EQ((*found)->basedOn, StyleDefinition::none);
+    EXPECT_EQ(operand16(target.tables.lists[(*found)->character], sprm::CHps), 30);
 }
 
 TEST(ImportedStyleLinks, ABaseOfAnotherKindIsNoBase) {
