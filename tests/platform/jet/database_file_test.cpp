@@ -92,8 +92,9 @@ TEST_F(DatabaseFiles, DamageBehindTheHeaderIs3343) {
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     constexpr qint64 page = 4096;
     ASSERT_GT(file.size(), page);
-    file.seek(page);
-    file.write(QByteArray(file.size() - page, '\xff'));
+    ASSERT_TRUE(file.seek(page));
+    const QByteArray damage(file.size() - page, '\xff');
+    ASSERT_EQ(file.write(damage), damage.size());
     file.close();
     EXPECT_EQ(errorOf([&] { rowsOf(*open(u"a.mdb"_qs), u"select Key from T"_qs); }), 3343);
 }

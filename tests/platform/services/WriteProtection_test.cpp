@@ -14,14 +14,14 @@ TEST(WriteProtection, OfAFileInAFolderBelowIsFound) {
     folder.write("甲/甲.1.doc", "one");
     folder.write("甲/附图/总平面.doc", "two");
     EXPECT_EQ(writeProtectedIn(folder.path("甲")), QString());
-    QFile::setPermissions(folder.path("甲/附图/总平面.doc"), QFile::ReadOwner);
+    ASSERT_TRUE(QFile::setPermissions(folder.path("甲/附图/总平面.doc"), QFile::ReadOwner));
     EXPECT_EQ(writeProtectedIn(folder.path("甲")), folder.path("甲/附图/总平面.doc"));
 }
 
 TEST(WriteProtection, OfAFolderIsThatOfNoFile) {
     const test::TemporaryFolder folder;
     folder.write("甲/附图/总平面.doc", "two");
-    QFile::setPermissions(folder.path("甲/附图"), QFile::ReadOwner | QFile::ExeOwner);
+    ASSERT_TRUE(QFile::setPermissions(folder.path("甲/附图"), QFile::ReadOwner | QFile::ExeOwner));
     EXPECT_EQ(writeProtectedIn(folder.path("甲")), QString());
     QFile::setPermissions(folder.path("甲/附图"),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
