@@ -1,10 +1,13 @@
 #include "platform/word/layout/BorderRules.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace qvnd::layout {
 
 namespace {
+
+bool hasWidth(const word::BorderStroke& stroke) { return stroke.width > 0; }
 
 // The part of a rule for a stroke: how far its middle lies from that of the innermost one.
 struct Placed {
@@ -16,7 +19,7 @@ std::vector<Placed> placedStrokes(const word::Border& side) {
     std::vector<Placed> placed;
     placed.reserve(side.strokes.size());
     for (const word::BorderStroke& stroke : side.strokes) {
-        if (stroke.width > 0) {
+        if (hasWidth(stroke)) {
             const Placed before = placed.empty() ? Placed{0, -stroke.width} : placed.back();
             placed.push_back(
                 {before.out + before.width / 2 + stroke.gap + stroke.width / 2, stroke.width});
@@ -42,7 +45,9 @@ double firstWidth(const word::Border& side, StrokeOrder order) {
 }
 
 std::size_t ruleCount(const word::Border& side) {
-    return side.visible ? placedStrokes(side).size() : 0;
+    return side.visible ? static_cast<std::size_t>(
+                              std::count_if(side.strokes.begin(), side.strokes.end(), hasWidth))
+                        : 0;
 }
 
 void addRule(Layer& layer, const word::Border& side, PathPoint from, PathPoint to,
