@@ -278,7 +278,7 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStatesAndLoseNot
     int taken = 0;
     QSet<QString> stepsOfTheDesk; // their commands
     compare();
-    const int count = numberOf("QVND_HISTORY_STEPS", 500);
+    const int count = numberAskedFor("QVND_HISTORY_STEPS", 500);
     for (const Step& step : randomSteps(static_cast<unsigned>(GetParam()) + 5000, count)) {
         if (step.kind == Step::loseFile) {
             continue; // no command
@@ -317,7 +317,7 @@ TEST_P(RandomHistory, UndoAndRedoAmongAllCommandsGiveTheRecordedStatesAndLoseNot
 }
 
 INSTANTIATE_TEST_SUITE_P(Seed, RandomHistory,
-                         testing::Range(0, numberOf("QVND_HISTORY_SEEDS", 10)));
+                         testing::Range(0, numberAskedFor("QVND_HISTORY_SEEDS", 10)));
 
 } // namespace
 

@@ -82,7 +82,7 @@ std::vector<Step> randomSteps(unsigned seed, int count) {
     return steps;
 }
 
-int numberOf(const char* variable, int otherwise) {
+int numberAskedFor(const char* variable, int otherwise) {
     const int number = qEnvironmentVariableIntValue(variable);
     return number > 0 ? number : otherwise;
 }

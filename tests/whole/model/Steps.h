@@ -40,8 +40,9 @@ struct Step {
 
 std::vector<Step> randomSteps(unsigned seed, int count);
 
-// The number that a variable of the environment asks for, where it asks for one.
-int numberOf(const char* variable, int otherwise);
+// The number that a variable of the environment asks for, `otherwise` where it asks for none or for
+// less than one.
+int numberAskedFor(const char* variable, int otherwise);
 
 // The program and the model side by side, in a folder of their own.
 class SideBySide {
