@@ -200,6 +200,49 @@ TEST(CharacterPages, PositionsThatDescendAreLeftOut) {
     EXPECT_EQ(page.entries[1].firstFc, page.entries[0].limitFc);
 }
 
+bool isList(ByteView properties, const Bytes& expected) {
+    return Bytes(properties.begin(), properties.end()) == expected;
+}
+
+// Three runs of two bytes each, with one limit replaced.
+CharacterPage pageWithLimit(std::size_t index, std::uint32_t limit) {
+    const std::vector<FormattedCharacters> runs{{1, bold}, {1, italic}, {1, bold}};
+    Bytes bytes = encodeCharacterPages(runs, 512)[0].bytes;
+    for (std::size_t i = 0; i < 4; ++i) {
+        bytes[4 * index + i] = static_cast<std::uint8_t>(limit >> (8 * i));
+    }
+    return decodeCharacterPage(bytes);
+}
+
+TEST(CharacterPages, ALimitThatIsFarTooHighTakesNoRunBehindItAlong) {
+    const CharacterPage page = pageWithLimit(1, 0x20000204);
+    EXPECT_FALSE(page.sound);
+    ASSERT_EQ(page.entries.size(), 2U);
+    EXPECT_EQ(page.entries[0].firstFc, 512U);
+    EXPECT_EQ(page.entries[0].limitFc, 516U);
+    EXPECT_EQ(page.entries[1].limitFc, 518U);
+    EXPECT_TRUE(isList(page.entries[0].properties, bold));
+    EXPECT_TRUE(isList(page.entries[1].properties, bold));
+}
+
+TEST(CharacterPages, AFirstLimitThatIsFarTooHighLosesItsRunAlone) {
+    const CharacterPage page = pageWithLimit(0, 0x20000200);
+    EXPECT_FALSE(page.sound);
+    ASSERT_EQ(page.entries.size(), 2U);
+    EXPECT_EQ(page.entries[0].firstFc, 514U);
+    EXPECT_EQ(page.entries[1].limitFc, 518U);
+}
+
+TEST(CharacterPages, OfEqualLimitsTheRunBehindTheLastIsKept) {
+    const CharacterPage page = pageWithLimit(1, 512);
+    EXPECT_FALSE(page.sound);
+    ASSERT_EQ(page.entries.size(), 2U);
+    EXPECT_EQ(page.entries[0].firstFc, 512U);
+    EXPECT_EQ(page.entries[0].limitFc, 516U);
+    EXPECT_TRUE(isList(page.entries[0].properties, italic));
+    EXPECT_TRUE(isList(page.entries[1].properties, bold));
+}
+
 Bytes tableOf(const BinTableEncoder& encoder) {
     LittleEndianWriter table;
     for (const ByteView part : encoder.parts()) {

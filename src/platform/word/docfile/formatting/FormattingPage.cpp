@@ -18,6 +18,28 @@ void putU32(Bytes& page, std::size_t at, std::uint32_t value) {
     }
 }
 
+// The indexes of the longest series of limits that ascends, of equal limits the last: one damaged
+// limit does not take the runs behind it along.
+std::vector<std::size_t> ascending(const std::vector<std::uint32_t>& limits) {
+    std::vector<std::size_t> ends; // of the best series of each length
+    std::vector<std::size_t> before(limits.size());
+    for (std::size_t i = 0; i < limits.size(); ++i) {
+        const auto end = std::lower_bound(
+            ends.begin(), ends.end(), limits[i],
+            [&](std::size_t index, std::uint32_t limit) { return limits[index] < limit; });
+        before[i] = end == ends.begin() ? i : *(end - 1);
+        if (end == ends.end()) {
+            ends.push_back(i);
+        } else {
+            *end = i;
+        }
+    }
+    for (std::size_t j = ends.size() - 1; j > 0; --j) {
+        ends[j - 1] = before[ends[j]];
+    }
+    return ends;
+}
+
 } // namespace
 
 FormattingPageBuilder::FormattingPageBuilder(std::size_t entrySize, std::uint32_t firstFc)
@@ -101,18 +123,17 @@ FormattingEntries decodeFormattingPage(ByteView page, std::size_t entrySize) {
     LittleEndianReader reader(page, "FKP");
     FormattingEntries result;
     result.entries.reserve(count);
-    std::uint32_t first = reader.u32();
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint32_t limit = reader.u32();
-        const std::size_t at = std::size_t{2} * page[(count + 1) * 4 + i * entrySize];
+    std::vector<std::uint32_t> limits(count + 1);
+    std::generate(limits.begin(), limits.end(), [&] { return reader.u32(); });
+    const std::vector<std::size_t> kept = ascending(limits);
+    result.sound = kept.size() == limits.size();
+    for (std::size_t j = 0; j + 1 < kept.size(); ++j) {
+        const std::size_t at = std::size_t{2} * page[(count + 1) * 4 + kept[j] * entrySize];
         const bool inBounds = at == 0 || (at >= front && at < countAt);
-        result.sound = result.sound && inBounds && limit > first;
-        if (limit > first) {
-            const bool bare = at == 0 || !inBounds;
-            result.entries.push_back(
-                {first, limit, bare ? ByteView{} : page.subspan(at, countAt - at)});
-        }
-        first = std::max(first, limit);
+        result.sound = result.sound && inBounds;
+        const bool bare = at == 0 || !inBounds;
+        result.entries.push_back({limits[kept[j]], limits[kept[j + 1]],
+                                  bare ? ByteView{} : page.subspan(at, countAt - at)});
     }
     return result;
 }
