@@ -204,18 +204,19 @@ bool isList(ByteView properties, const Bytes& expected) {
     return Bytes(properties.begin(), properties.end()) == expected;
 }
 
-// Three runs of two bytes each, with one limit replaced.
-CharacterPage pageWithLimit(std::size_t index, std::uint32_t limit) {
+// A page of three runs of two bytes each, with one limit replaced.
+Bytes pageWithLimit(std::size_t index, std::uint32_t limit) {
     const std::vector<FormattedCharacters> runs{{1, bold}, {1, italic}, {1, bold}};
     Bytes bytes = encodeCharacterPages(runs, 512)[0].bytes;
     for (std::size_t i = 0; i < 4; ++i) {
         bytes[4 * index + i] = static_cast<std::uint8_t>(limit >> (8 * i));
     }
-    return decodeCharacterPage(bytes);
+    return bytes;
 }
 
 TEST(CharacterPages, ALimitThatIsFarTooHighTakesNoRunBehindItAlong) {
-    const CharacterPage page = pageWithLimit(1, 0x20000204);
+    const Bytes bytes = pageWithLimit(1, 0x20000204);
+    const CharacterPage page = decodeCharacterPage(bytes);
     EXPECT_FALSE(page.sound);
     ASSERT_EQ(page.entries.size(), 2U);
     EXPECT_EQ(page.entries[0].firstFc, 512U);
@@ -226,7 +227,8 @@ TEST(CharacterPages, ALimitThatIsFarTooHighTakesNoRunBehindItAlong) {
 }
 
 TEST(CharacterPages, AFirstLimitThatIsFarTooHighLosesItsRunAlone) {
-    const CharacterPage page = pageWithLimit(0, 0x20000200);
+    const Bytes bytes = pageWithLimit(0, 0x20000200);
+    const CharacterPage page = decodeCharacterPage(bytes);
     EXPECT_FALSE(page.sound);
     ASSERT_EQ(page.entries.size(), 2U);
     EXPECT_EQ(page.entries[0].firstFc, 514U);
@@ -234,7 +236,8 @@ TEST(CharacterPages, AFirstLimitThatIsFarTooHighLosesItsRunAlone) {
 }
 
 TEST(CharacterPages, OfEqualLimitsTheRunBehindTheLastIsKept) {
-    const CharacterPage page = pageWithLimit(1, 512);
+    const Bytes bytes = pageWithLimit(1, 512);
+    const CharacterPage page = decodeCharacterPage(bytes);
     EXPECT_FALSE(page.sound);
     ASSERT_EQ(page.entries.size(), 2U);
     EXPECT_EQ(page.entries[0].firstFc, 512U);
