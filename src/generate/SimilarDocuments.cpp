@@ -84,8 +84,8 @@ bool SimilarDocuments::cmdInsert() {
 }
 
 bool SimilarDocuments::insertSelected() {
-    std::unique_ptr<desktop::LongRunScope>
-        progress; // GCC warns of a std::optional: unset at its end
+    // No std::optional: GCC warns that it may be unset at its end.
+    std::unique_ptr<desktop::LongRunScope> progress;
     try {
         if (services_.word.isAtWork() || services_.wordProcessorWindows.isOpenIn(foldersAtWork())) {
             services_.messages.tell(u"对不起，请先关闭Word文档！"_s, Icon::information);

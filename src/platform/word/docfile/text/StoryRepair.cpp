@@ -164,8 +164,8 @@ void settleMarks(Story& story, PropertyLists& lists) {
     }
     std::sort(places.begin(), places.end());
     places.erase(std::unique(places.begin(), places.end()), places.end());
-    std::array<std::unordered_map<PropertyListId, PropertyListId>, 2>
-        ofFields; // of separators last
+    // Those of separators are the second.
+    std::array<std::unordered_map<PropertyListId, PropertyListId>, 2> ofFields;
     changeProperties(story, places, [&](Cp at, PropertyListId properties) {
         if (story.text[at] == special::drawing) {
             return asSpecial(properties, lists);
